@@ -1,0 +1,50 @@
+// Date values: local wall-clock moments counted in days from 1899-12-30, as the data has always held them.
+#pragma once
+
+#include <compare>
+#include <cstdint>
+
+// A moment to the second. The zero value is 1899-12-30 00:00:00. No time zone: local wall-clock time.
+class DateValue {
+ public:
+    constexpr DateValue() = default;
+    static constexpr DateValue FromSeconds(std::int64_t seconds) {
+        DateValue value;
+        value.m_seconds = seconds;
+        return value;
+    }
+    // Days and fraction, rounded to the second.
+    static DateValue FromDays(double days);
+
+    double Days() const;
+    constexpr std::int64_t Seconds() const { return m_seconds; }  // since 1899-12-30 00:00:00
+    std::int64_t DayNumber() const;                               // whole days, rounded down
+    int SecondOfDay() const;                                      // 0 to 86399
+    auto operator<=>(const DateValue&) const = default;
+
+ private:
+    std::int64_t m_seconds = 0;
+};
+
+struct DateParts {
+    int year, month, day, hour, minute, second;
+};
+
+// Month and day may lie outside their range and carry over: DateSerial(2003, 14, 1) is 2004-02-01.
+DateValue DateSerial(int year, int month, int day);
+DateValue TimeSerial(int hour, int minute, int second);
+DateParts Split(DateValue value);
+int Year(DateValue value);
+int Month(DateValue value);
+int Day(DateValue value);
+int WeekdayFromMonday(DateValue value);  // Monday 1 ... Sunday 7
+DateValue DatePart(DateValue value);     // the day at midnight
+DateValue TimePart(DateValue value);     // the time on the zero day
+bool IsValidDate(int year, int month, int day);
+
+DateValue AddDays(DateValue value, std::int64_t days);
+// The same day of the month, or the last day of a shorter month.
+DateValue AddMonths(DateValue value, int months);
+// Boundaries crossed, whole numbers, negative when `to` lies before `from`.
+std::int64_t DiffHours(DateValue from, DateValue to);
+std::int64_t DiffDays(DateValue from, DateValue to);

@@ -1,0 +1,39 @@
+// Message boxes and input boxes. With no display and nobody there, a box is a line on standard error and is
+// answered at once with its default.
+#pragma once
+
+#include <string>
+
+// Flags of a box, added up; the answers of a box.
+inline constexpr int vbOKOnly = 0;
+inline constexpr int vbYesNo = 4;
+inline constexpr int vbCritical = 16;
+inline constexpr int vbQuestion = 32;
+inline constexpr int vbExclamation = 48;
+inline constexpr int vbInformation = 64;
+inline constexpr int vbOK = 1;
+inline constexpr int vbYes = 6;
+inline constexpr int vbNo = 7;
+
+class Prompts {
+ public:
+    virtual ~Prompts() = default;
+    // Blocks until it is answered. An empty title is the application's.
+    virtual int Box(const std::string& text, int flags, const std::string& title) = 0;
+    // Empty when cancelled.
+    virtual std::string Input(const std::string& prompt, const std::string& title,
+                              const std::string& preset) = 0;
+};
+
+Prompts& ThePrompts();  // lines on standard error until a program or a test sets its own
+void SetPrompts(Prompts* prompts);
+
+inline constexpr const char* AppTitle = "Oxbow Courier";
+
+inline int MsgBox(const std::string& text, int flags = vbOKOnly, const std::string& title = AppTitle) {
+    return ThePrompts().Box(text, flags, title);
+}
+inline std::string InputBox(const std::string& prompt, const std::string& title = AppTitle,
+                            const std::string& preset = {}) {
+    return ThePrompts().Input(prompt, title, preset);
+}

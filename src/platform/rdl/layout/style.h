@@ -1,0 +1,54 @@
+// A style with every property worked out for one instance of an item. Shared between instances when nothing
+// in it is an expression that depends on data.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace rdl::layout {
+
+using Color = std::uint32_t;  // 0xAARRGGBB; alpha 0 is none
+inline constexpr Color Transparent = 0;
+inline constexpr Color Black = 0xFF000000;
+
+enum class LineStyle : std::uint8_t { None, Solid, Dotted, Dashed, Double, DashDot, DashDotDot, Groove, Ridge, Inset, WindowInset, Outset };
+
+struct Border {
+    LineStyle style = LineStyle::None;
+    Color color = Black;
+    float width = 1;  // points
+    bool operator==(const Border&) const = default;
+};
+
+enum class HAlign : std::uint8_t { General, Left, Center, Right, Justify };  // General: text left, numbers and dates right
+enum class VAlign : std::uint8_t { Top, Middle, Bottom };
+enum class Decoration : std::uint8_t { None, Underline, Overline, LineThrough };
+enum class WritingMode : std::uint8_t { Horizontal, Vertical, Rotate270 };
+
+struct BoxStyle {
+    Color background = Transparent;
+    Border left, top, right, bottom;
+    float paddingLeft = 0, paddingTop = 0, paddingRight = 0, paddingBottom = 0;
+    HAlign hAlign = HAlign::General;
+    VAlign vAlign = VAlign::Top;
+    WritingMode writingMode = WritingMode::Horizontal;
+    bool rightToLeft = false;
+    std::string format, language;  // of the box's own value; for cells with typed values
+    std::string backgroundImage;   // bytes; empty: none
+    std::string backgroundRepeat = "Repeat";
+};
+using BoxStylePtr = std::shared_ptr<const BoxStyle>;
+
+struct CharStyle {
+    std::string family = "Arial";
+    float size = 10;  // points
+    bool bold = false, italic = false;
+    int weight = 400;
+    Decoration decoration = Decoration::None;
+    Color color = Black;
+    bool operator==(const CharStyle&) const = default;
+};
+using CharStylePtr = std::shared_ptr<const CharStyle>;
+
+}  // namespace rdl::layout

@@ -1,0 +1,29 @@
+// The five output formats. Each writes to a sink of bytes in order, the same bytes for the same report and
+// clock, and raises rdl::Error when the sink refuses.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "platform/rdl/layout/instance.h"
+
+namespace rdl::writers {
+
+class Output {
+ public:
+    virtual ~Output() = default;
+    virtual void Write(const char* data, std::size_t size) = 0;
+    void Write(std::string_view text) { Write(text.data(), text.size()); }
+};
+
+struct Options {
+    std::int64_t nowTicks = 0;  // creation date in documents: the run's moment, local time
+};
+
+void WritePdf(layout::ReportInstance& report, Output& output, const Options& options);
+void WriteRtf(layout::ReportInstance& report, Output& output, const Options& options);   // .rtf, and .doc for Word
+void WriteHtml(layout::ReportInstance& report, Output& output, const Options& options);  // one self-contained file
+void WriteXls(layout::ReportInstance& report, Output& output, const Options& options);   // BIFF8
+
+}  // namespace rdl::writers

@@ -1,0 +1,18 @@
+// The machine's regional settings for dates: from LC_ALL, LC_TIME or LANG.
+//
+// The date text always has ten characters and the time text always has a leading zero and 24 hours, so that
+// stored moments sort; the order of day, month and year and the separator are the region's.
+#pragma once
+
+enum class DateOrder { YearMonthDay, DayMonthYear, MonthDayYear };
+
+struct RegionalSettings {
+    DateOrder order = DateOrder::YearMonthDay;
+    char dateSeparator = '-';
+};
+
+// Read from the environment once, at the first call. Regions that write dates in no ten-character form, and
+// the C locale, give year-month-day.
+const RegionalSettings& Regional();
+// For tests.
+void SetRegional(const RegionalSettings& settings);
