@@ -41,10 +41,4 @@ std::unique_ptr<ReportInstance> Build(ReportInput input);
 // Only the check, for opening a report without running it.
 void CheckExpressions(const Definition& definition);
 
-// For the data stage: an environment over one table's rows with parameters and globals, no groups. Used for
-// calculated fields, data set filters, query parameters, default values.
-class RowEnvironment;
-bool PassesFilters(const std::vector<Filter>& filters, const std::vector<Value>& left,
-                   const std::vector<std::vector<Value>>& right);
-
 }  // namespace rdl::layout
