@@ -1,0 +1,18 @@
+// Texts of drivers and names out of reports, made fit for an error.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace rdl::data {
+
+// One line without ', without control characters and a full stop at its end, at most 400 bytes.
+std::string CleanText(std::string_view text);
+// The same with every occurrence of a secret struck out; a driver may quote the whole connect string.
+std::string CleanText(std::string_view text, std::string_view secret);
+
+std::string LowerAscii(std::string_view text);
+bool EqualNoCase(std::string_view left, std::string_view right);  // ASCII letters only
+std::string_view Trimmed(std::string_view text);
+
+}  // namespace rdl::data
