@@ -1,15 +1,15 @@
 // Data access: connections, recordsets, fields by name, numbered errors.
 //
-// The data is one SQLite 3 file in WAL mode, named by the "Data Source=" of the connection string as a path of
-// the system. Statements are in the system's own dialect, which is SQLite's plus `top N`, `left(text,n)`,
+// The data is one SQLite 3 file in WAL mode, named by the "Data Source=" of the connection string as a path
+// of the system. Statements are in the system's own dialect, which is SQLite's plus `top N`, `left(text,n)`,
 // `datediff('d',a,b)`, `Now()` and names in square brackets. Texts compare without regard to case, names of
 // columns and tables likewise. One Execute or Open is one statement: anything but blanks, comments and one
 // semicolon behind it is an error, so that no value can smuggle in a second one. Double-quoted literals are
 // identifiers, never texts.
 //
-// Errors are RuntimeError with the numbers err::Data*: file missing, unreadable or no database; table missing;
-// column or value missing; syntax; constraint. A missing file is never created. A busy database is waited for,
-// 10 seconds.
+// Errors are RuntimeError with the numbers err::Data*: file missing, unreadable or no database; table
+// missing; column or value missing; syntax; constraint. A missing file is never created. A busy database is
+// waited for, 10 seconds.
 #pragma once
 
 #include <cstddef>
@@ -58,8 +58,8 @@ class Recordset {
     Recordset(Recordset&&) noexcept;
     Recordset& operator=(Recordset&&) noexcept;
 
-    int CacheSize = 1;                  // a hint; kept for its callers
-    int CursorLocation = adUseServer;   // likewise
+    int CacheSize = 1;                 // a hint; kept for its callers
+    int CursorLocation = adUseServer;  // likewise
 
     // Opens on a connection of its own made from the connection string. A statement that gives no rows of
     // columns (an update) is run and leaves the recordset closed.

@@ -14,6 +14,12 @@ const Clock& TheClock();
 // nullptr restores the machine's clock. The clock must outlive its use.
 void SetClock(const Clock* clock);
 
-inline DateValue Now() { return TheClock().Now(); }
-inline DateValue Today() { return DatePart(TheClock().Now()); }
-inline DateValue TimeOfDay() { return TimePart(TheClock().Now()); }
+inline DateValue Now() {
+    return TheClock().Now();
+}
+inline DateValue Today() {
+    return DatePart(TheClock().Now());
+}
+inline DateValue TimeOfDay() {
+    return TimePart(TheClock().Now());
+}

@@ -15,4 +15,6 @@ class MessageLoop {
 MessageLoop& TheLoop();  // one that does nothing until a program or a test sets its own
 void SetLoop(MessageLoop* loop);
 
-inline void DoEvents() { TheLoop().Yield(); }
+inline void DoEvents() {
+    TheLoop().Yield();
+}

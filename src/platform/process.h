@@ -17,4 +17,6 @@ class Process {
 Process& TheProcess();  // ends the process by _exit unless a test has put another in its place
 void SetProcess(Process* process);
 
-inline void EndProcess() { TheProcess().End(0); }
+inline void EndProcess() {
+    TheProcess().End(0);
+}

@@ -4,6 +4,8 @@
 // stored moments sort; the order of day, month and year and the separator are the region's.
 #pragma once
 
+#include <string_view>
+
 enum class DateOrder { YearMonthDay, DayMonthYear, MonthDayYear };
 
 struct RegionalSettings {
@@ -14,5 +16,7 @@ struct RegionalSettings {
 // Read from the environment once, at the first call. Regions that write dates in no ten-character form, and
 // the C locale, give year-month-day.
 const RegionalSettings& Regional();
+// The settings that a date pattern of strftime stands for, for example "%d.%m.%Y".
+RegionalSettings RegionalFromPattern(std::string_view pattern);
 // For tests.
 void SetRegional(const RegionalSettings& settings);

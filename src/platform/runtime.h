@@ -16,22 +16,34 @@ namespace err {
 inline constexpr std::int32_t Overflow = 6;
 inline constexpr std::int32_t SubscriptOutOfRange = 9;
 inline constexpr std::int32_t TypeMismatch = 13;
+inline constexpr std::int32_t OutOfMemory = 7;
 inline constexpr std::int32_t FileNotFound = 53;
+inline constexpr std::int32_t DeviceIo = 57;
+inline constexpr std::int32_t DiskFull = 61;
 inline constexpr std::int32_t PathFileAccess = 75;
 inline constexpr std::int32_t PathNotFound = 76;
 inline constexpr std::int32_t ObjectNotSet = 91;
 inline constexpr std::int32_t InvalidUseOfNull = 94;
 inline constexpr std::int32_t ObjectRequired = 424;
+inline constexpr std::int32_t Automation = 440;
 inline constexpr std::int32_t NoCurrentRecord = 3021;
-inline constexpr std::int32_t ElementNotFound = 35602;
-inline constexpr std::int32_t DataUnavailable = -2147467259;    // 80004005: file missing, unreadable, no database
+inline constexpr std::int32_t DataClosed = 3704;
+inline constexpr std::int32_t DataOpen = 3705;
+inline constexpr std::int32_t ItemNotFound = 3265;
+inline constexpr std::int32_t ElementNotFound = 35601;
+inline constexpr std::int32_t KeyNotUnique = 35602;
+inline constexpr std::int32_t DataUnavailable =
+    -2147467259;  // 80004005: file missing, unreadable, no database
 inline constexpr std::int32_t DataTableMissing = -2147217865;   // 80040E37
 inline constexpr std::int32_t DataColumnMissing = -2147217904;  // 80040E10
 inline constexpr std::int32_t DataSyntax = -2147217900;         // 80040E14
 inline constexpr std::int32_t DataConstraint = -2147217873;     // 80040E2F
-inline constexpr std::int32_t MailboxOrServer = -2147467259;    // 80004005: mail server lost
-inline constexpr std::int32_t MailboxFull = -2147221219;        // 8004011D: mailbox over its limit
-inline constexpr std::int32_t MailUserCancel = -2147221229;     // 80040113
+inline constexpr std::int32_t DataTypeMismatch = -2147217913;  // 80040E07: a text that is no date in datediff
+inline constexpr std::int32_t DataReadOnly = -2147217911;      // 80040E09: file or folder is write-protected
+inline constexpr std::int32_t DataTimeout = -2147217871;       // 80040E31: another program kept the data busy
+inline constexpr std::int32_t MailboxOrServer = -2147467259;   // 80004005: mail server lost
+inline constexpr std::int32_t MailboxFull = -2147221219;       // 8004011D: mailbox over its limit
+inline constexpr std::int32_t MailUserCancel = -2147221229;    // 80040113
 }  // namespace err
 
 // An error of the run time: a number and a description.
@@ -72,6 +84,8 @@ class Variant {
     const std::int64_t* Integer() const { return std::get_if<std::int64_t>(&m_value); }
     const double* Real() const { return std::get_if<double>(&m_value); }
     const std::string* TextOrNull() const { return std::get_if<std::string>(&m_value); }
+    // Makes the value a text and reuses the room of the text it held: readers of many rows allocate once.
+    void SetText(std::string_view text);
     // The value as it is concatenated: Null gives an empty text, a number its shortest form.
     std::string Text() const;
     bool operator==(const Variant&) const = default;
@@ -80,7 +94,15 @@ class Variant {
     std::variant<std::monostate, std::int64_t, double, std::string> m_value;
 };
 
-inline std::string operator+(const std::string& left, const Variant& right) { return left + right.Text(); }
-inline std::string operator+(const char* left, const Variant& right) { return left + right.Text(); }
-inline std::string operator+(const Variant& left, const std::string& right) { return left.Text() + right; }
-inline std::string operator+(const Variant& left, const char* right) { return left.Text() + right; }
+inline std::string operator+(const std::string& left, const Variant& right) {
+    return left + right.Text();
+}
+inline std::string operator+(const char* left, const Variant& right) {
+    return left + right.Text();
+}
+inline std::string operator+(const Variant& left, const std::string& right) {
+    return left.Text() + right;
+}
+inline std::string operator+(const Variant& left, const char* right) {
+    return left.Text() + right;
+}

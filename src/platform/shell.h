@@ -6,7 +6,8 @@
 class Shell {
  public:
     virtual ~Shell() = default;
-    // Above 32 on success, else a failure code (2 no file, 3 no folder, 5 no permission, 31 no association ...).
+    // Above 32 on success, else a failure code (2 no file, 3 no folder, 5 no permission, 31 no association
+    // ...).
     virtual int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& parameters,
                               const std::string& directory, int showMode) = 0;
     // The chosen folder as the system writes paths; empty when cancelled.

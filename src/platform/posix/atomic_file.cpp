@@ -1,0 +1,147 @@
+#include "platform/posix/atomic_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
+
+#include "platform/runtime.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::int32_t NumberOf(int code) {
+    switch (code) {
+        case ENOENT:
+        case ENOTDIR:
+            return err::PathNotFound;
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return err::DiskFull;
+        default:
+            return err::PathFileAccess;
+    }
+}
+
+[[noreturn]] void RaiseFor(std::int32_t number, const fs::path& path, int code) {
+    std::string text = RuntimeError(number).Description() + ": \"" + path.string() + "\"";
+    if (number == err::PathFileAccess && code != 0) {
+        text += ", " + std::generic_category().message(code);
+    }
+    throw RuntimeError(number, text);
+}
+
+// A rename is lost in a power cut until its folder is on the disk too.
+void SyncFolder(const fs::path& folder) {
+    const int handle = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle >= 0) {
+        fsync(handle);
+        close(handle);
+    }
+}
+
+class OpenSource {
+ public:
+    explicit OpenSource(const fs::path& path)
+        : m_path(path), m_file(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+        if (m_file < 0) {
+            RaiseFor(errno == ENOENT || errno == ENOTDIR ? err::FileNotFound : err::PathFileAccess, path,
+                     errno);
+        }
+    }
+    ~OpenSource() { close(m_file); }
+    OpenSource(const OpenSource&) = delete;
+    OpenSource& operator=(const OpenSource&) = delete;
+
+    // Empty at the end of the file.
+    std::string_view Read() {
+        ssize_t count = 0;
+        do {
+            count = read(m_file, m_buffer.data(), m_buffer.size());
+        } while (count < 0 && errno == EINTR);
+        if (count < 0) {
+            RaiseFor(err::PathFileAccess, m_path, errno);
+        }
+        return {m_buffer.data(), static_cast<std::size_t>(count)};
+    }
+
+ private:
+    fs::path m_path;
+    int m_file;
+    std::array<char, 65536> m_buffer{};
+};
+
+// A database's write-ahead log that lies beside the target belongs to the file that was there before. The
+// copy must not meet it: the database would replay the old rows over the new file.
+void RemoveLogsOfFormerDatabase(const fs::path& target) {
+    std::error_code ignored;
+    fs::remove(target.string() + "-wal", ignored);
+    fs::remove(target.string() + "-shm", ignored);
+}
+
+}  // namespace
+
+AtomicFile::AtomicFile(fs::path target) : m_target(std::move(target)) {
+    m_temporary = (m_target.parent_path() / ("." + m_target.filename().string() + ".XXXXXX")).string();
+    m_file = mkostemp(m_temporary.data(), O_CLOEXEC);
+    if (m_file < 0) {
+        Raise(errno);
+    }
+}
+
+AtomicFile::~AtomicFile() {
+    if (m_file >= 0) {
+        close(m_file);
+        unlink(m_temporary.c_str());
+    }
+}
+
+void AtomicFile::Raise(int code) const {
+    RaiseFor(NumberOf(code), m_target, code);
+}
+
+void AtomicFile::Write(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(m_file, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) {
+            Raise(errno);
+        }
+        bytes.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
+    }
+}
+
+void AtomicFile::Commit() {
+    if (fsync(m_file) != 0 || rename(m_temporary.c_str(), m_target.c_str()) != 0) {
+        Raise(errno);
+    }
+    close(m_file);
+    m_file = -1;
+    SyncFolder(m_target.parent_path());
+}
+
+void CopyFileWhole(const fs::path& source, const fs::path& target) {
+    std::error_code ignored;
+    if (fs::equivalent(source, target, ignored) || fs::is_directory(source, ignored)) {
+        RaiseFor(err::PathFileAccess, target, 0);
+    }
+    OpenSource from(source);
+    AtomicFile copy(target);
+    constexpr std::string_view DatabaseMark = "SQLite format 3";
+    bool isDatabase = false;
+    bool isStart = true;
+    for (std::string_view bytes = from.Read(); !bytes.empty(); bytes = from.Read()) {
+        isDatabase = isStart ? bytes.substr(0, DatabaseMark.size()) == DatabaseMark : isDatabase;
+        isStart = false;
+        copy.Write(bytes);
+    }
+    if (isDatabase) {
+        RemoveLogsOfFormerDatabase(target);
+    }
+    copy.Commit();
+}

@@ -1,0 +1,31 @@
+// Files that appear whole or not at all, on machine paths.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+// A file under a temporary name in the folder of its target, readable by its owner only. Commit gives it the
+// target's name once its bytes are on the disk; without Commit it goes away. Errors are RuntimeError 76 (no
+// such folder), 61 (disk full), 75 (anything else), each with the target's path.
+class AtomicFile {
+ public:
+    explicit AtomicFile(std::filesystem::path target);
+    ~AtomicFile();
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+
+    void Write(std::string_view bytes);
+    void Commit();
+
+ private:
+    [[noreturn]] void Raise(int code) const;
+
+    std::filesystem::path m_target;
+    std::string m_temporary;
+    int m_file = -1;
+};
+
+// Copies a file over `target`. RuntimeError 53 or 75 when the source is missing or cannot be read, 75 when
+// both are the same file, otherwise as AtomicFile.
+void CopyFileWhole(const std::filesystem::path& source, const std::filesystem::path& target);

@@ -1,0 +1,34 @@
+#include "platform/clock.h"
+
+#include <ctime>
+
+namespace {
+
+class MachineClock : public Clock {
+ public:
+    DateValue Now() const override {
+        const std::time_t now = std::time(nullptr);
+        std::tm local{};
+        localtime_r(&now, &local);
+        const DateValue day = DateSerial(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
+        return DateValue::FromSeconds(day.Seconds() +
+                                      TimeSerial(local.tm_hour, local.tm_min, local.tm_sec).Seconds());
+    }
+};
+
+const Clock*& Current() {
+    static const MachineClock machine;
+    static const Clock* current = &machine;
+    return current;
+}
+
+}  // namespace
+
+const Clock& TheClock() {
+    return *Current();
+}
+
+void SetClock(const Clock* clock) {
+    static const MachineClock machine;
+    Current() = clock != nullptr ? clock : &machine;
+}

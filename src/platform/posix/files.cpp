@@ -1,0 +1,32 @@
+#include "platform/files.h"
+
+#include <system_error>
+
+#include "platform/paths.h"
+#include "platform/posix/atomic_file.h"
+#include "platform/runtime.h"
+
+namespace Scripting {
+
+void File::Copy(const std::string& destination) const {
+    CopyFileWhole(paths::ToMachine(m_path), paths::ToMachine(destination));
+}
+
+bool FileSystemObject::FileExists(const std::string& path) const {
+    try {
+        std::error_code error;
+        return std::filesystem::is_regular_file(paths::ToMachine(path), error);
+    } catch (const RuntimeError&) {
+        return false;  // a path that cannot be, such as one on another drive
+    }
+}
+
+File FileSystemObject::GetFile(const std::string& path) const {
+    if (!FileExists(path)) {
+        throw RuntimeError(err::FileNotFound,
+                           RuntimeError(err::FileNotFound).Description() + ": \"" + path + "\"");
+    }
+    return File(path);
+}
+
+}  // namespace Scripting

@@ -1,0 +1,149 @@
+// The folders that the program lives in.
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+#include <optional>
+#include <system_error>
+
+#include "platform/paths.h"
+#include "platform/posix/atomic_file.h"
+#include "platform/runtime.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* FolderName = "oxbow-courier";
+constexpr const char* BlankDatabase = "Pressroom.dat";
+constexpr auto OwnerOnly = fs::perms::owner_all;
+
+std::string Environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+fs::path Home() {
+    const std::string home = Environment("HOME");
+    if (!home.empty()) {
+        return home;
+    }
+    const passwd* user = getpwuid(getuid());
+    return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
+}
+
+// A base folder of the desktop's rules, where a relative path in the variable counts as none.
+fs::path BaseFolder(const char* variable, const char* belowHome) {
+    const fs::path given = Environment(variable);
+    return given.is_absolute() ? given : Home() / belowHome;
+}
+
+bool IsFile(const fs::path& path) {
+    std::error_code error;
+    return fs::is_regular_file(path, error);
+}
+
+fs::path ProgramFolder() {
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+// The folder and those above it that are missing, the last one for its owner only: it will hold passwords.
+void MakePrivateFolder(const fs::path& folder) {
+    std::error_code error;
+    if (fs::is_directory(folder, error)) {
+        return;
+    }
+    fs::create_directories(folder.parent_path(), error);
+    if (!error && mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
+        error.assign(errno, std::generic_category());
+    }
+    if (error) {
+        throw RuntimeError(err::PathFileAccess,
+                           "The folder \"" + folder.string() + "\" cannot be made: " + error.message());
+    }
+}
+
+fs::path InstalledShare() {
+    for (const fs::path& root : {ProgramFolder().parent_path(), fs::path("/usr/local"), fs::path("/usr")}) {
+        const fs::path share = root / "share" / FolderName;
+        if (IsFile(share / BlankDatabase)) {
+            return share;
+        }
+    }
+    return {};
+}
+
+// The blank database goes last: a folder that holds it is complete, whatever interrupted an earlier start.
+void Furnish(const fs::path& folder) {
+    MakePrivateFolder(folder);
+    for (const char* name : {"Cache", "output"}) {
+        MakePrivateFolder(folder / name);
+    }
+    const fs::path share = InstalledShare();
+    if (share.empty()) {
+        return;
+    }
+    for (fs::recursive_directory_iterator entry(share), end; entry != end; ++entry) {
+        const fs::path target = folder / fs::relative(entry->path(), share);
+        if (entry->is_directory()) {
+            MakePrivateFolder(target);
+        } else if (entry->is_regular_file() && target.filename() != BlankDatabase && !IsFile(target)) {
+            CopyFileWhole(entry->path(), target);
+        }
+    }
+    CopyFileWhole(share / BlankDatabase, folder / BlankDatabase);
+}
+
+std::string FindAppPath() {
+    const std::string given = Environment("OXC_HOME");
+    if (!given.empty()) {
+        return paths::FromMachine(paths::ToMachine(given));
+    }
+    const fs::path program = ProgramFolder();
+    if (IsFile(program / BlankDatabase)) {
+        return paths::FromMachine(program);
+    }
+    const fs::path folder = DataHome() / FolderName;
+    if (!IsFile(folder / BlankDatabase)) {
+        Furnish(folder);
+    }
+    return paths::FromMachine(folder);
+}
+
+std::string WithoutLastBackslash(std::string path) {
+    while (!path.empty() && path.back() == '\\') {
+        path.pop_back();
+    }
+    return path;
+}
+
+std::string& ChosenAppPath() {
+    static std::string path;
+    return path;
+}
+
+}  // namespace
+
+const std::string& AppPath() {
+    if (ChosenAppPath().empty()) {
+        ChosenAppPath() = WithoutLastBackslash(FindAppPath());
+    }
+    return ChosenAppPath();
+}
+
+void SetAppPath(const std::string& path) {
+    ChosenAppPath() = WithoutLastBackslash(path);
+}
+
+fs::path DataHome() {
+    return BaseFolder("XDG_DATA_HOME", ".local/share");
+}
+
+fs::path ConfigFolder() {
+    fs::path folder = BaseFolder("XDG_CONFIG_HOME", ".config") / FolderName;
+    MakePrivateFolder(folder);
+    return folder;
+}

@@ -1,0 +1,86 @@
+#include "platform/regional.h"
+
+#include <langinfo.h>
+
+#include <array>
+#include <clocale>
+#include <cstddef>
+#include <optional>
+
+namespace {
+
+std::optional<RegionalSettings>& Chosen() {
+    static std::optional<RegionalSettings> chosen;
+    return chosen;
+}
+
+// Asked of the environment's locale by itself: the locale of the process stays the C one, so that numbers in
+// files keep their point.
+RegionalSettings FromEnvironment() {
+    const locale_t region = newlocale(LC_TIME_MASK, "", nullptr);
+    if (region == nullptr) {
+        return {};
+    }
+    const RegionalSettings settings = RegionalFromPattern(nl_langinfo_l(D_FMT, region));
+    freelocale(region);
+    return settings;
+}
+
+// The letter of the conversion at the front of the pattern ('\0' if there is none), which is taken off it.
+char TakeConversion(std::string_view& pattern) {
+    if (pattern.empty() || pattern.front() != '%') {
+        return '\0';
+    }
+    const std::size_t letter = pattern.find_first_not_of("-_0EO", 1);
+    if (letter == std::string_view::npos) {
+        return '\0';
+    }
+    const char conversion = pattern[letter];
+    pattern.remove_prefix(letter + 1);
+    return conversion;
+}
+
+}  // namespace
+
+RegionalSettings RegionalFromPattern(std::string_view pattern) {
+    if (pattern == "%D") {
+        return {DateOrder::MonthDayYear, '/'};
+    }
+    std::array<char, 3> part{};
+    std::array<char, 2> separator{};
+    for (std::size_t index = 0; index < part.size(); ++index) {
+        part[index] = TakeConversion(pattern);
+        if (index < separator.size()) {
+            separator[index] = pattern.empty() ? '\0' : pattern.front();
+            pattern.remove_prefix(pattern.empty() ? 0 : 1);
+        }
+    }
+    const bool oneSeparator =
+        separator[0] == separator[1] && (separator[0] == '/' || separator[0] == '-' || separator[0] == '.');
+    if (!oneSeparator || !pattern.empty()) {
+        return {};
+    }
+    const auto isDay = [](char letter) { return letter == 'd' || letter == 'e'; };
+    const auto isYear = [](char letter) { return letter == 'y' || letter == 'Y'; };
+    if (isDay(part[0]) && part[1] == 'm' && isYear(part[2])) {
+        return {DateOrder::DayMonthYear, separator[0]};
+    }
+    if (part[0] == 'm' && isDay(part[1]) && isYear(part[2])) {
+        return {DateOrder::MonthDayYear, separator[0]};
+    }
+    if (isYear(part[0]) && part[1] == 'm' && isDay(part[2])) {
+        return {DateOrder::YearMonthDay, separator[0]};
+    }
+    return {};
+}
+
+const RegionalSettings& Regional() {
+    if (!Chosen()) {
+        Chosen() = FromEnvironment();
+    }
+    return *Chosen();
+}
+
+void SetRegional(const RegionalSettings& settings) {
+    Chosen() = settings;
+}
