@@ -1,0 +1,52 @@
+// Commands of the frame itself: its windows and its end.
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTimer>
+
+#include "app/Global.h"
+#include "app/frmMain.h"
+#include "app/frmSplash.h"
+#include "desktop/DeskWindows.h"
+#include "platform/process.h"
+
+void mnuEnd_Click() {
+    for (std::size_t slot = 1; slot < Global::DeskWindows.size(); ++slot) {
+        Global::DeskWindows[slot] = nullptr;
+    }
+    EndProcess();
+}
+
+void mnutbExit_Click() {
+    EndProcess();
+}
+
+void mnuAbout_Click() {
+    auto* about = new frmSplash;
+    about->setAttribute(Qt::WA_DeleteOnClose);
+    about->show();
+}
+
+void mnuDesktop_Click() {
+    Global::CurrentFolderID = "0";
+    OpenDeskWindow(frmMain::Instance().Children());
+}
+
+void mnuCasc_Click() {
+    frmMain::Instance().Children().cascadeSubWindows();
+}
+
+void mnuTile_Click() {
+    frmMain::Instance().Children().tileSubWindows();
+}
+
+// Lines the minimised windows up along the bottom edge.
+void mnuArr_Click() {
+    QMdiArea& area = frmMain::Instance().Children();
+    int left = 0;
+    for (QMdiSubWindow* window : area.subWindowList()) {
+        if (window->isMinimized()) {
+            window->move(left, area.viewport()->height() - window->height());
+            left += window->width();
+        }
+    }
+}

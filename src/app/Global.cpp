@@ -1,0 +1,60 @@
+#include "app/Global.h"
+
+#include "platform/prompts.h"
+
+namespace Global {
+
+std::string ConnectionString;
+std::int16_t PollSeconds = 0;
+std::int16_t PollCountdown = 0;
+std::string OutputPath;
+std::string DesignerPath;
+std::string DefPath;
+std::string AlertWho;
+std::string MailBatchFlag;
+
+MainFrame* Frame = nullptr;
+std::vector<DeskWindow*> DeskWindows;
+std::int16_t DeskCount = 0;
+std::int16_t DeskIndex = 0;
+std::string CurrentFolderID;
+std::string CurrentFolder;
+
+std::shared_ptr<report::Engine> ReportEngine;
+std::shared_ptr<report::Report> CurrentReport;
+
+std::array<std::string, 21> AttachmentList;
+std::vector<std::string> RecipientList;
+
+std::string& AttachmentSlot(int index) {
+    if (index < 0 || index >= static_cast<int>(AttachmentList.size())) {
+        throw RuntimeError(err::SubscriptOutOfRange);
+    }
+    return AttachmentList[static_cast<std::size_t>(index)];
+}
+
+const std::string& RecipientSlot(int index) {
+    if (index < 1 || index >= static_cast<int>(RecipientList.size())) {
+        throw RuntimeError(err::SubscriptOutOfRange);
+    }
+    return RecipientList[static_cast<std::size_t>(index)];
+}
+
+report::Report& OpenReport(const std::string& path) {
+    if (!ReportEngine) {
+        ReportEngine = report::CreateEngine();
+    }
+    CurrentReport = ReportEngine->OpenReport(path);
+    return *CurrentReport;
+}
+
+std::string ErrorText(const std::string& words, const RuntimeError& error) {
+    return words + error.Description() + " [" + std::to_string(error.Number()) + "]";
+}
+
+void ShowError(const std::string& description, std::int32_t number) {
+    MsgBox("Oxbow Courier encountred an error. " + description + " [" + std::to_string(number) + "]",
+           vbExclamation);
+}
+
+}  // namespace Global

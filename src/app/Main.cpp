@@ -1,0 +1,149 @@
+#include "app/Main.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QThread>
+#include <functional>
+#include <vector>
+
+#include "app/Global.h"
+#include "app/ShellMod.h"
+#include "app/frmMain.h"
+#include "app/frmSplash.h"
+#include "desktop/DeskWindows.h"
+#include "platform/convert.h"
+#include "platform/loop.h"
+#include "platform/paths.h"
+#include "platform/process.h"
+#include "platform/registry.h"
+#include "scheduler/BatchReport.h"
+#include "scheduler/Schedchk.h"
+#include "store/LiveDatabase.h"
+#include "store/Upkeep.h"
+
+namespace Global {
+
+namespace {
+
+using Steps = std::vector<std::function<void()>>;
+
+constexpr unsigned long SplashMilliseconds = 2000;
+
+std::string Setting(const char* name, const std::string& defaultText) {
+    return ShellMod::ReadSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, defaultText);
+}
+
+void WriteSetting(const char* name, const std::string& value) {
+    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, value);
+}
+
+void FirstRun() {
+    ShellMod::CreateSettingsKey(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey);
+    EnsureLiveDatabase();
+    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::AutostartKey, "OXC",
+                           "\"" + AppPath() + "\\oxc.exe\" -sched");
+    WriteSetting("Poll", "15");
+    WriteSetting("Path", AppPath());
+    WriteSetting("Output", AppPath() + "\\Output\\");
+    WriteSetting("AlertWho", "");
+    WriteSetting("DefPath", AppPath());
+    WriteSetting("FirstRun", "False");
+}
+
+void SetConnectionString() {
+    ConnectionString = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
+                       "\\PressroomLive.dat;Persist Security Info=False";
+}
+
+void ReadSettings() {
+    PollSeconds = CInt(Setting("Poll", "15"));
+    OutputPath = Setting("Output", AppPath() + "\\Output\\");
+    DesignerPath = Setting("CRWPath", "");
+    AlertWho = Setting("AlertWho", "");
+    DefPath = Setting("DefPath", AppPath());
+    PollCountdown = PollSeconds;
+    if (OutputPath.empty() || OutputPath.back() != '\\') {
+        OutputPath += '\\';
+    }
+}
+
+void ShowSplash() {
+    frmSplash splash;
+    splash.show();
+    DoEvents();
+    QThread::msleep(SplashMilliseconds);
+}
+
+void OpenFirstDeskWindow() {
+    DeskCount = 0;
+    OpenDeskWindow(frmMain::Instance().Children());
+}
+
+Steps CommonSteps() {
+    return {
+        [] {
+            if (CBool(Setting("FirstRun", "True"))) {
+                FirstRun();
+            }
+        },
+        SetConnectionString,
+        [] { MailBatchFlag = "T"; },
+        ReadSettings,
+    };
+}
+
+Steps EditorSteps() {
+    return {
+        ShowSplash,
+        [] { frmMain::Instance().EnableTimer1(false); },
+        [] { frmMain::Instance().SetStatusPanel(2, "Oxbow Courier - On Demand...On Time..."); },
+        [] { frmMain::Instance().show(); },
+        OpenFirstDeskWindow,
+        [] { frmMain::Instance().showMaximized(); },
+        PurgeOldHistory,
+    };
+}
+
+Steps SchedulerSteps() {
+    return {
+        [] {
+            frmMain::Instance().HideWindow();
+            frmMain::Instance().setWindowState(Qt::WindowMinimized);
+        },
+        [] { frmMain::Instance().EnableTimer1(true); },
+        [] {
+            frmMain::Instance().TrayIcon1->SetEnabled(true);
+            frmMain::Instance().TrayIcon1->SetVisible(true);
+        },
+        Schedchk,
+        BatchReport,
+    };
+}
+
+// False: an error ended start-up. In the editor a database that cannot be opened does not: the statement
+// behind the one that failed is next, and the Desktop deals with the file itself.
+bool Run(const Steps& steps) {
+    for (const auto& step : steps) {
+        try {
+            step();
+        } catch (...) {
+            const RuntimeError error = CurrentError();
+            if (error.Number() != err::DataUnavailable || !Command().empty()) {
+                ShowError(error);
+                return false;
+            }
+            SetConnectionString();
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+void Main() {
+    if (Run(CommonSteps())) {
+        Run(Command().empty() ? EditorSteps() : SchedulerSteps());
+    }
+}
+
+}  // namespace Global

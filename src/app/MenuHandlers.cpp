@@ -1,0 +1,22 @@
+#include "app/MenuHandlers.h"
+
+#include <map>
+
+#include "app/frmMain.h"
+
+MenuHandler FindMenuHandler(const std::string& entry) {
+    static const std::map<std::string, std::function<void()>> handlers = {
+        {"mnuDesktop", mnuDesktop_Click},
+        {"mnuEnd", mnuEnd_Click},
+        {"mnuCasc", mnuCasc_Click},
+        {"mnuTile", mnuTile_Click},
+        {"mnuArr", mnuArr_Click},
+        {"mnuAbout", mnuAbout_Click},
+        {"mnutbExit", mnutbExit_Click},
+        // These two close their menu and do nothing else.
+        {"mnuNothing", nullptr},
+        {"mnuDelPckg", nullptr},
+    };
+    const auto found = handlers.find(entry);
+    return found == handlers.end() ? MenuHandler{} : MenuHandler{true, found->second};
+}

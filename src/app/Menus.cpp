@@ -1,0 +1,65 @@
+#include "app/Menus.h"
+
+namespace {
+
+constexpr MenuRow Rows[] = {
+    {"mnuFile", nullptr, "&File"},
+    {"mnuFile", "mnuDesktop", "&Show Desktop"},
+    {"mnuFile", "mnuEnd", "&Exit"},
+    {"mnuTools", nullptr, "&Tools"},
+    {"mnuTools", "mnuAdd", "Single Report Wizard"},
+    {"mnuTools", "mnuQuick", "Package Reports Wizard"},
+    {"mnuTools", "mnuPollInt", "Options"},
+    {"mnuTools", "mnuDesign", "Design Current"},
+    {"mnuTools", "mnuView", "Schedule History"},
+    {"mnuViewType", nullptr, "&View"},
+    {"mnuViewType", "mnuIcons", "&Icons                  "},
+    {"mnuViewType", "mnuViewList", "&List"},
+    {"mnuViewType", "mnuDetails", "&Details"},
+    {"mnuViewType", "mnuRefHis", "Refresh History"},
+    {"mnuWin", nullptr, "&Windows"},
+    {"mnuWin", "mnuCasc", "&Cascade"},
+    {"mnuWin", "mnuTile", "&Tile"},
+    {"mnuWin", "mnuArr", "&Arrange Icnons"},
+    {"mnuHelpTop", nullptr, "&Help"},
+    {"mnuHelpTop", "mnuAbout", "About Oxbow Courier..."},
+    {"mnuHelpTop", "mnuHelp", "Help..."},
+    {"mnuHelpTop", "mnuSupport", "Support"},
+
+    {"mnuPop", nullptr, "", true},
+    {"mnuPop", "mnuExec", "Execute Schedule"},
+    {"mnuPop", "mnuDel", "Delete schedule"},
+    {"mnuPop2", nullptr, "", true},
+    {"mnuPop2", "mnubView", "Run Report..."},
+    {"mnuPop2", "mnuOutput", "View Output..."},
+    {"mnuPop2", "mnuEditPar", "Edit Parameters..."},
+    {"mnuPop2", "mnuDir", "Delete selection..."},
+    {"mnuDeskRpt", nullptr, "", true},
+    {"mnuDeskRpt", "mnuDeskView", "Run Report"},
+    {"mnuDeskRpt", "mnuDeskExec", "Execute Schedule"},
+    {"mnuDeskRpt", "mnuDeskDel", "Delete Report"},
+    {"mnuDeskRpt", "mnuDeskProp", "Properties"},
+    {"mnuDeskFld", nullptr, "", true},
+    {"mnuDeskFld", "mnuDeskNew", "New Folder"},
+    {"mnuDeskFld", "mnuDeskOpen", "Open..."},
+    {"mnuDeskFld", "mnuRename", "Rename..."},
+    {"mnuDeskFld", "mnuDeskDelfld", "Delete..."},
+    {"mnutb", nullptr, "", true},
+    {"mnutb", "mnutbLoad", "Load Editor..."},
+    {"mnutb", "mnutbExit", "Exit"},
+    {"mnutb", "mnuNothing", "Cancel Menu"},
+    {"mnubtchPop1", nullptr, "", true},
+    {"mnubtchPop1", "mnuDelPckg", "Delete Package..."},
+    {"mnubtchPop2", nullptr, "", true},
+    {"mnubtchPop2", "mnubtcRun", "Run Report..."},
+    {"mnubtchPop2", "mnubtcOutput", "View Output..."},
+    {"mnubtchPop2", "mnubtcPar", "Edit Parameters..."},
+    {"mnubtchPop2", "mnubtcExec", "Execute Package..."},
+    {"mnubtchPop2", "mnubtcDelSel", "Delete Selection..."},
+};
+
+}  // namespace
+
+std::span<const MenuRow> MenuTable() {
+    return Rows;
+}

@@ -1,0 +1,14 @@
+// The menu table: every menu and entry of the main window by name, with its caption.
+#pragma once
+
+#include <span>
+
+struct MenuRow {
+    const char* menu;     // the name of the menu that holds the entry
+    const char* name;     // the entry; null in the row of a menu itself
+    const char* caption;  // "-" is a separator
+    bool popup = false;   // the menu is never shown in the menu bar
+};
+
+// In the order in which they are shown; a menu's own row stands before those of its entries.
+std::span<const MenuRow> MenuTable();

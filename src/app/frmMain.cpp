@@ -1,0 +1,173 @@
+#include "app/frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QIcon>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+
+#include "app/Global.h"
+#include "app/MenuHandlers.h"
+#include "app/Menus.h"
+#include "platform/clock.h"
+#include "platform/convert.h"
+#include "platform/loop.h"
+#include "scheduler/BatchReport.h"
+#include "scheduler/Schedchk.h"
+
+namespace {
+
+constexpr int TimerInterval = 1000;  // milliseconds
+constexpr int Hourglass = 11;
+
+}  // namespace
+
+frmMain& frmMain::Instance() {
+    // Never destroyed: the process ends without unwinding.
+    static auto* const form = new frmMain;
+    return *form;
+}
+
+frmMain::frmMain()
+    : Timer1(new QTimer(this)), TrayIcon1(new TrayIcon(this)), m_children(new QMdiArea(this)), m_panels{} {
+    setObjectName("frmMain");
+    Timer1->setObjectName("Timer1");
+    Timer1->setInterval(TimerInterval);
+    TrayIcon1->setObjectName("TrayIcon1");
+    m_children->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_children->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(m_children);
+    statusBar()->setObjectName("Status");
+    for (QLabel*& panel : m_panels) {
+        panel = new QLabel(this);
+        panel->setFrameStyle(static_cast<int>(QFrame::Panel) | static_cast<int>(QFrame::Sunken));
+        statusBar()->addWidget(panel, panel == m_panels[1] ? 1 : 0);
+    }
+    BuildMenus();
+    const QIcon icon(":/images/logo.svg");
+    setWindowIcon(icon);
+    TrayIcon1->SetIcon(icon);
+    connect(Timer1, &QTimer::timeout, this, &frmMain::Timer1_Timer);
+    connect(TrayIcon1, &TrayIcon::MouseUp, this, &frmMain::PopUpTrayMenu);
+    connect(TrayIcon1, &TrayIcon::DoubleClick, this, &frmMain::PopUpTrayMenu);
+    Global::Frame = this;
+    MDIForm_Load();
+}
+
+frmMain::~frmMain() {
+    if (Global::Frame == this) {
+        Global::Frame = nullptr;
+    }
+}
+
+void frmMain::BuildMenus() {
+    for (const MenuRow& row : MenuTable()) {
+        if (row.name == nullptr) {
+            AddMenu(row);
+            continue;
+        }
+        QAction* entry = m_menus.at(row.menu)->addAction(QString::fromUtf8(row.caption));
+        entry->setObjectName(row.name);
+        m_entries[row.name] = entry;
+        const MenuHandler handler = FindMenuHandler(row.name);
+        entry->setEnabled(handler.built);
+        if (handler.click) {
+            connect(entry, &QAction::triggered, this, handler.click);
+        }
+    }
+}
+
+void frmMain::AddMenu(const MenuRow& row) {
+    auto* menu = new QMenu(QString::fromUtf8(row.caption), this);
+    menu->setObjectName(row.menu);
+    m_menus[row.menu] = menu;
+    if (!row.popup) {
+        menuBar()->addMenu(menu);
+    }
+}
+
+void frmMain::MDIForm_Load() {
+    SetStatusPanel(1, DateText(Today()));
+    setWindowTitle("Oxbow Courier");
+}
+
+void frmMain::Timer1_Timer() {
+    const auto showCountdown = [this] {
+        TrayIcon1->SetTip("Time to poll: " + std::to_string(Global::PollCountdown));
+    };
+    if (Global::PollCountdown > 0) {
+        --Global::PollCountdown;
+        showCountdown();
+        DoEvents();
+        return;
+    }
+    TrayIcon1->SetTip("Report Scheduler polling...");
+    DoEvents();
+    Global::BatchReport();
+    Global::Schedchk();
+    Global::CurrentReport.reset();
+    Global::PollCountdown = Global::PollSeconds;
+    showCountdown();
+}
+
+void frmMain::EnableTimer1(bool enabled) {
+    if (!enabled) {
+        Timer1->stop();
+    } else if (!Timer1->isActive()) {
+        Timer1->start();
+    }
+}
+
+void frmMain::HideWindow() {
+    hide();
+}
+
+void frmMain::ScreenMousePointer(int pointer) {
+    const bool busy = pointer == Hourglass;
+    if (busy && !m_busy) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else if (!busy && m_busy) {
+        QApplication::restoreOverrideCursor();
+    }
+    m_busy = busy;
+}
+
+void frmMain::SetStatusPanel(int panel, const std::string& text) {
+    m_panels[panel - 1]->setText(QString::fromStdString(text));
+}
+
+std::string frmMain::StatusPanel(int panel) const {
+    return m_panels[panel - 1]->text().toStdString();
+}
+
+QMenu* frmMain::Menu(const std::string& name) const {
+    const auto found = m_menus.find(name);
+    return found == m_menus.end() ? nullptr : found->second;
+}
+
+QAction* frmMain::Entry(const std::string& name) const {
+    const auto found = m_entries.find(name);
+    return found == m_entries.end() ? nullptr : found->second;
+}
+
+void frmMain::PopUpTrayMenu() {
+    m_menus.at("mnutb")->popup(QCursor::pos());
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    MDIForm_QueryUnload();
+    event->accept();
+}
+
+// The close cannot be cancelled and waits for nothing.
+void frmMain::MDIForm_QueryUnload() {
+    MDIForm_Unload();
+}
+
+void frmMain::MDIForm_Unload() {
+    mnuEnd_Click();
+}

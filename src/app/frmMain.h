@@ -1,0 +1,73 @@
+// The frame of the application. It owns the menus, the status bar, the poll timer and the tray icon. In the
+// editor it is the visible frame with the timer off; in the scheduler it stays hidden and only timer and tray
+// icon live.
+#pragma once
+
+#include <QMainWindow>
+#include <QTimer>
+#include <functional>
+#include <map>
+#include <string>
+
+#include "app/Frame.h"
+#include "platform/qt/tray_icon.h"
+
+class QAction;
+class QLabel;
+class QMdiArea;
+class QMdiSubWindow;
+class QMenu;
+
+class frmMain : public QMainWindow, public MainFrame {
+    Q_OBJECT
+ public:
+    // The one main window; the first touch loads it.
+    static frmMain& Instance();
+    frmMain();
+    ~frmMain() override;
+
+    // MainFrame
+    void EnableTimer1(bool enabled) override;
+    void HideWindow() override;
+    void ScreenMousePointer(int pointer) override;
+
+    void SetStatusPanel(int panel, const std::string& text);  // 1 or 2
+    std::string StatusPanel(int panel) const;
+    QMdiArea& Children() { return *m_children; }
+    QMenu* Menu(const std::string& name) const;  // null: no such menu
+    QAction* Entry(const std::string& name) const;
+    bool BusyShown() const { return m_busy; }
+
+    QTimer* Timer1;
+    TrayIcon* TrayIcon1;
+
+    void MDIForm_Load();
+    void MDIForm_QueryUnload();
+    void MDIForm_Unload();
+    void Timer1_Timer();
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+
+ private:
+    void BuildMenus();
+    void AddMenu(const struct MenuRow& row);
+    void PopUpTrayMenu();
+    QMdiArea* m_children;
+    QLabel* m_panels[2];
+    std::map<std::string, QMenu*> m_menus;
+    std::map<std::string, QAction*> m_entries;
+    bool m_busy = false;
+};
+
+// Ends the process at once; every Desktop window's reference is released first.
+void mnuEnd_Click();
+// Ends the process at once.
+void mnutbExit_Click();
+// The splash window as About box.
+void mnuAbout_Click();
+// One more Desktop window.
+void mnuDesktop_Click();
+void mnuCasc_Click();
+void mnuTile_Click();
+void mnuArr_Click();

@@ -1,0 +1,61 @@
+#include "app/frmSplash.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QMouseEvent>
+#include <QScreen>
+
+#include "app/version.h"
+#include "ui_frmSplash.h"
+
+QString VersionText() {
+    return QString("Version %1.%2%3").arg(OXC_VERSION_MAJOR).arg(OXC_VERSION_MINOR).arg(OXC_VERSION_REVISION);
+}
+
+frmSplash::frmSplash(QWidget* parent)
+    : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint), m_ui(std::make_unique<Ui::frmSplash>()) {
+    m_ui->setupUi(this);
+    Form_Load();
+}
+
+frmSplash::~frmSplash() = default;
+
+void frmSplash::Form_Load() {
+    m_ui->Label1->setText(VersionText());
+    m_ui->imgLogo->setPixmap(QIcon(":/images/logo.svg").pixmap(m_ui->imgLogo->minimumSize()));
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        const QRect area = screen->availableGeometry();
+        move(area.center() - rect().center());
+    }
+}
+
+void frmSplash::Form_Click() {
+    close();
+}
+void frmSplash::Form_KeyDown() {
+    close();
+}
+void frmSplash::Form_MouseDown() {
+    close();
+}
+void frmSplash::imgLogo_Click() {
+    close();
+}
+void frmSplash::Label3_Click() {
+    close();
+}
+
+void frmSplash::keyPressEvent(QKeyEvent* /*event*/) {
+    Form_KeyDown();
+}
+
+void frmSplash::mousePressEvent(QMouseEvent* event) {
+    const QWidget* hit = childAt(event->position().toPoint());
+    if (hit == m_ui->imgLogo) {
+        imgLogo_Click();
+    } else if (hit == m_ui->Label3) {
+        Label3_Click();
+    } else {
+        Form_MouseDown();
+    }
+}

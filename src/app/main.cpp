@@ -1,0 +1,53 @@
+// The process's entry: puts the real parts behind the platform's interfaces, starts up and lives in the
+// message loop.
+#include <iostream>
+#include <string>
+
+#include "app/Main.h"
+#include "platform/mail/mail_system.h"
+#include "platform/mapi.h"
+#include "platform/process.h"
+#include "platform/qt/application.h"
+#include "platform/qt/qt_loop.h"
+#include "platform/qt/qt_prompts.h"
+#include "platform/rdl/engine/engine.h"
+#include "platform/regfile/registry_file.h"
+#include "platform/report_engine.h"
+
+namespace {
+
+std::string CommandLine(int argc, char** argv) {
+    std::string line;
+    for (int i = 1; i < argc; ++i) {
+        line += (i > 1 ? " " : "") + std::string(argv[i]);
+    }
+    return line;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    SetCommand(CommandLine(argc, argv));
+    UseOffscreenWithoutDisplay();
+    if (Command().empty() && !HasDisplay()) {
+        std::cerr << "oxc: the editor needs a display, and neither DISPLAY nor WAYLAND_DISPLAY is set; "
+                     "the scheduler (oxc -sched) runs without one\n";
+        return 1;
+    }
+    // Whatever stands on the command line means the scheduler; Qt takes its options from the environment.
+    int qtArgc = 1;
+    Application application(qtArgc, argv);
+    EndOnSignals();
+    QtLoop loop;
+    SetLoop(&loop);
+    QtPrompts prompts;
+    if (HasDisplay()) {
+        SetPrompts(&prompts);
+    }
+    SetRegistry(&SettingsFile());
+    MAPI::SetMailSystem(&MAPI::MailSystem());
+    report::SetEngineFactory(&report::CreateRdlEngine);
+
+    Global::Main();
+    return QApplication::exec();
+}

@@ -1,0 +1,19 @@
+#include "desktop/DeskWindows.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+#include "app/Global.h"
+#include "desktop/frmDesk.h"
+
+frmDesk* OpenDeskWindow(QMdiArea& area) {
+    const auto slot = static_cast<std::size_t>(++Global::DeskCount);
+    Global::DeskWindows.resize(slot + 1);
+    auto* window = new frmDesk;
+    Global::DeskWindows[slot] = window;
+    window->Tag = std::to_string(slot);
+    QMdiSubWindow* frame = area.addSubWindow(window);
+    frame->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
+    return window;
+}

@@ -1,0 +1,10 @@
+// The Desktop windows of the frame and their slots.
+#pragma once
+
+class QMdiArea;
+class frmDesk;
+
+// A new Desktop window in the slot behind the highest in use. The slot's number is the window's Tag. When a
+// window in the middle was closed before, the new one takes the slot of a window that is still open; that one
+// stays on the screen and is no longer reached through the slots.
+frmDesk* OpenDeskWindow(QMdiArea& area);

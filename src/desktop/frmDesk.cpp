@@ -1,0 +1,33 @@
+#include "desktop/frmDesk.h"
+
+#include "app/Global.h"
+#include "platform/convert.h"
+
+frmDesk::frmDesk(QWidget* parent) : QWidget(parent) {
+    setObjectName("frmDesk");
+    setWindowTitle("Desktop");
+}
+
+frmDesk::~frmDesk() {
+    Form_Unload();
+}
+
+void frmDesk::Form_Activate() {
+    Global::DeskIndex = CInt(Tag);
+}
+
+void frmDesk::Form_Unload() {
+    --Global::DeskCount;
+    const auto slot = static_cast<std::size_t>(CInt(Tag));
+    if (slot < Global::DeskWindows.size()) {
+        Global::DeskWindows[slot] = nullptr;
+    }
+}
+
+void frmDesk::ListMousePointer(int pointer) {
+    if (pointer == 0) {
+        unsetCursor();
+    } else {
+        setCursor(Qt::WaitCursor);
+    }
+}

@@ -1,0 +1,144 @@
+#include "execution/RunReport.h"
+
+#include "app/Global.h"
+#include "execution/ExportFormat.h"
+#include "mail/Delivery.h"
+#include "platform/adodb.h"
+#include "platform/convert.h"
+#include "platform/loop.h"
+#include "platform/process.h"
+#include "store/TextConventions.h"
+
+namespace Global {
+
+namespace {
+
+void LogTablesOn(report::Report& report, const std::string& userName, const std::string& password) {
+    // A user without a password means no logon at all.
+    if (userName.empty() || password.empty()) {
+        return;
+    }
+    const int tables = report.TableCount();
+    for (int table = 1; table <= tables; ++table) {
+        report.SetTableLogon(table, "", "", userName, password);
+    }
+}
+
+struct Envelope {
+    const Variant& message;
+    const Variant& subject;
+    const std::string& sendTo;
+};
+
+// The engine mails the export itself.
+bool MailByEngine(report::Report& report, ExportKind kind, const Envelope& envelope) {
+    report.SetExportDestination(report::DestinationMail);
+    report.SetMail(envelope.sendTo, envelope.subject.Text(), envelope.message.Text());
+    if (kind == ExportKind::Excel) {
+        SetExcelOptions(report);
+    }
+    report.SetExportFormat(EngineFormatCode(kind));
+    report.Export(false);
+    DoEvents();
+    return true;
+}
+
+bool ExportHtmlAndMail(report::Report& report, const Envelope& envelope) {
+    const std::string file = HtmlOutputFile(report.Title());
+    report.SetExportDestination(report::DestinationDisk);
+    report.SetExportFormat(report::FormatHtml);
+    report.SetHtmlFileName(file);
+    report.Export(false);
+    cmFunc::PauseSeconds(1);
+    const bool sent = SendMailSingle(envelope.message, envelope.subject, envelope.sendTo, file, 1);
+    DoEvents();
+    return sent;
+}
+
+}  // namespace
+
+void HandOverParameter(report::Report& report, int n, const Variant& value, OtherFieldRule rule) {
+    report::ParameterField& field = report.Parameter(n);
+    switch (field.ValueType()) {
+        case report::NumberField:
+            field.AddCurrentValue(CDbl(value));
+            break;
+        case report::BooleanField:
+            field.AddCurrentValue(CBool(value));
+            break;
+        case report::StringField:
+            field.AddCurrentValue(value.Text());
+            break;
+        case report::DateTimeField:
+            field.AddCurrentValue(CDate(value));
+            break;
+        case report::OtherField:
+            if (rule == OtherFieldRule::Fail) {
+                throw RuntimeError(err::ObjectRequired);
+            }
+            field.AddCurrentValue(value);
+            break;
+        default:
+            break;
+    }
+}
+
+bool RunReport(const Variant& reportID, const std::string& reportPath, const Variant& message,
+               const Variant& subject, const std::string& sendTo, const Variant& format,
+               const std::string& selectionForm, const std::string& userName, const std::string& password) {
+    ADODB::Recordset parameters;
+    parameters.Open("select * from ReportParameter where ReportID = " + reportID, ConnectionString,
+                    ADODB::adOpenStatic, ADODB::adLockReadOnly);
+    report::Report& report = OpenReport(reportPath);
+    // Held here as well: a yield may let other code open a report in its place.
+    const std::shared_ptr<report::Report> held = CurrentReport;
+    LogTablesOn(report, userName, password);
+    if (!Command().empty() && Frame != nullptr) {
+        Frame->HideWindow();
+    }
+    ClearReportParameters();
+    for (int field = 1; !parameters.EOF_(); ++field) {
+        HandOverParameter(report, field, parameters.Fields("ParValue").Value, OtherFieldRule::HandOver);
+        parameters.MoveNext();
+    }
+    parameters.Close();
+    report.SetRunSwitches(false, false);
+    if (!selectionForm.empty()) {
+        report.SetRecordSelectionFormula(selectionForm);
+    }
+    const Envelope envelope{message, subject, sendTo};
+    const ExportKind kind = RecogniseFormat(Runner::Single, format.Text());
+    switch (kind) {
+        case ExportKind::None:
+            return false;
+        case ExportKind::Html:
+            return ExportHtmlAndMail(report, envelope);
+        default:
+            return MailByEngine(report, kind, envelope);
+    }
+}
+
+void ClearReportParameters() {
+    const int count = CurrentReport->ParameterFieldCount();
+    for (int field = 1; field <= count; ++field) {
+        CurrentReport->Parameter(field).ClearCurrentValueAndRange();
+    }
+}
+
+void ClearAttachmentList() {
+    AttachmentList.fill({});
+}
+
+void BusyCursor(bool busy) {
+    constexpr int Hourglass = 11;
+    const int pointer = busy ? Hourglass : 0;
+    if (Frame != nullptr) {
+        Frame->ScreenMousePointer(pointer);
+    }
+    const auto desk = static_cast<std::size_t>(DeskIndex);
+    if (DeskIndex > 0 && desk < DeskWindows.size() && DeskWindows[desk] != nullptr) {
+        DeskWindows[desk]->ListMousePointer(pointer);
+    }
+}
+
+}  // namespace Global

@@ -1,0 +1,129 @@
+#include "mail/Delivery.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "app/Global.h"
+#include "platform/mapi.h"
+#include "platform/prompts.h"
+#include "store/TextConventions.h"
+
+namespace Global {
+
+namespace {
+
+bool IsMailboxError(const RuntimeError& error) {
+    return error.Number() == err::MailboxOrServer || error.Number() == err::MailboxFull;
+}
+
+void ShowMailboxError() {
+    MsgBox("Your mailbox is over the limit or the Exchange Server is down! Sending mail failed");
+}
+
+// What becomes of an error behind the logon in a mail that carries reports.
+bool FailReportMail(const RuntimeError& error) {
+    if (IsMailboxError(error)) {
+        ShowMailboxError();
+    } else {
+        SendAlertMail(ErrorText("An error occured in SendMailBatch. ", error), AlertWho, AlertSubject, 1);
+    }
+    return false;
+}
+
+std::unique_ptr<MAPI::Session> LoggedOnSession() {
+    std::unique_ptr<MAPI::Session> session = MAPI::CreateSession();
+    if (session) {
+        session->Logon();
+    }
+    return session;
+}
+
+std::unique_ptr<MAPI::Message> NewMessage(MAPI::Session& session, const std::string& subject,
+                                          const std::string& body) {
+    std::unique_ptr<MAPI::Message> message = session.Outbox().AddMessage();
+    message->Subject = subject;
+    message->Text = body;
+    return message;
+}
+
+int LengthInCharacters(const std::string& text) {
+    return static_cast<int>(std::count_if(
+        text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+}
+
+// The file's place is behind the body's last character, the first file's one behind it.
+void Attach(MAPI::Message& message, int number, const std::string& file) {
+    MAPI::Attachment& attachment = message.Attachments().Add();
+    attachment.Position = LengthInCharacters(message.Text) + number;
+    attachment.Source = file;
+}
+
+}  // namespace
+
+bool SendMailBatch(const Variant& body, const Variant& subject, int recipients, int files, int /*unused*/) {
+    const std::unique_ptr<MAPI::Session> session = LoggedOnSession();
+    try {
+        if (!session) {
+            return false;
+        }
+        const std::unique_ptr<MAPI::Message> message = NewMessage(*session, subject.Text(), body.Text());
+        for (int i = 1; i <= recipients; ++i) {
+            message->Recipients().Add(RecipientSlot(i));
+        }
+        message->Recipients().Resolve(true);
+        for (int i = 1; i <= files; ++i) {
+            Attach(*message, i, AttachmentSlot(i));
+        }
+        message->Send();
+        return true;
+    } catch (...) {
+        return FailReportMail(CurrentError());
+    }
+}
+
+bool SendMailSingle(const Variant& body, const Variant& subject, const std::string& recipients,
+                    const std::string& file, int /*unused*/) {
+    const std::unique_ptr<MAPI::Session> session = LoggedOnSession();
+    try {
+        if (!session) {
+            return false;
+        }
+        const std::unique_ptr<MAPI::Message> message = NewMessage(*session, subject.Text(), body.Text());
+        const int count = cmFunc::CountRecipients(recipients);
+        for (int i = 1; i <= count; ++i) {
+            message->Recipients().Add(cmFunc::GetDelimitedField(recipients, i, ";"));
+        }
+        message->Recipients().Resolve(true);
+        Attach(*message, 1, file);
+        message->Send();
+        return true;
+    } catch (...) {
+        return FailReportMail(CurrentError());
+    }
+}
+
+bool SendAlertMail(const std::string& body, const std::string& recipient, const std::string& subject,
+                   const Variant& marker) {
+    const std::unique_ptr<MAPI::Session> session = LoggedOnSession();
+    try {
+        if (!session) {
+            return false;
+        }
+        const std::unique_ptr<MAPI::Message> message = NewMessage(*session, subject, body);
+        message->Recipients().Add(recipient);
+        if (!marker.Text().empty()) {
+            message->Importance = MAPI::ImportanceHigh;
+        }
+        message->Recipients().Resolve(true);
+        message->Send();
+        return true;
+    } catch (...) {
+        // An alert that fails is not alerted.
+        if (IsMailboxError(CurrentError())) {
+            ShowMailboxError();
+        }
+        return false;
+    }
+}
+
+}  // namespace Global

@@ -1,0 +1,30 @@
+// The three mails of the system: a package's files, one file, an alert.
+//
+// Each joins the mail session first; a failure there passes to the caller as a run-time error. After that an
+// error is dealt with here and the result is false: the two numbers of a lost server and a full mailbox bring
+// up one box and nothing else, since no alert could go out; any other error of a package's or a file's mail
+// sends an alert. Nothing is retried.
+#pragma once
+
+#include <string>
+
+#include "platform/runtime.h"
+
+namespace Global {
+
+inline constexpr const char* AlertSubject = "Pressroom Error";
+
+// One mail to RecipientList(1..recipients) with AttachmentList(1..files); an empty slot is handed over as it
+// is.
+bool SendMailBatch(const Variant& body, const Variant& subject, int recipients, int files, int unused);
+
+// One mail to the names of a ";"-separated list, with one file. A list of n ";" gives n names, so that the
+// last name of a list that does not end in ";" is lost; a list without any gives its one name.
+bool SendMailSingle(const Variant& body, const Variant& subject, const std::string& recipients,
+                    const std::string& file, int unused);
+
+// One plain mail to one name, unsplit. A marker other than the empty text asks for high importance.
+bool SendAlertMail(const std::string& body, const std::string& recipient, const std::string& subject,
+                   const Variant& marker);
+
+}  // namespace Global

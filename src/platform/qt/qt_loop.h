@@ -1,0 +1,10 @@
+// The message loop is Qt's.
+#pragma once
+
+#include "platform/loop.h"
+
+class QtLoop : public MessageLoop {
+ public:
+    void Yield() override;
+    void YieldFor(double seconds) override;
+};

@@ -1,0 +1,54 @@
+#include "platform/qt/qt_prompts.h"
+
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace {
+
+QMessageBox::Icon IconOf(int flags) {
+    constexpr int IconBits = 0x70;
+    switch (flags & IconBits) {
+        case vbCritical:
+            return QMessageBox::Critical;
+        case vbQuestion:
+            return QMessageBox::Question;
+        case vbExclamation:
+            return QMessageBox::Warning;
+        case vbInformation:
+            return QMessageBox::Information;
+        default:
+            return QMessageBox::NoIcon;
+    }
+}
+
+QString TitleOf(const std::string& title) {
+    return QString::fromStdString(title.empty() ? AppTitle : title);
+}
+
+}  // namespace
+
+int QtPrompts::Box(const std::string& text, int flags, const std::string& title) {
+    constexpr int ButtonBits = 0x0F;
+    const bool question = (flags & ButtonBits) == vbYesNo;
+    QMessageBox box(QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setWindowTitle(TitleOf(title));
+    box.setText(QString::fromStdString(text));
+    box.setIcon(IconOf(flags));
+    box.setStandardButtons(question ? QMessageBox::Yes | QMessageBox::No
+                                    : QMessageBox::StandardButtons(QMessageBox::Ok));
+    const int button = box.exec();
+    if (!question) {
+        return vbOK;
+    }
+    return button == QMessageBox::Yes ? vbYes : vbNo;
+}
+
+std::string QtPrompts::Input(const std::string& prompt, const std::string& title, const std::string& preset) {
+    bool accepted = false;
+    const QString text =
+        QInputDialog::getText(QApplication::activeWindow(), TitleOf(title), QString::fromStdString(prompt),
+                              QLineEdit::Normal, QString::fromStdString(preset), &accepted);
+    return accepted ? text.toStdString() : std::string();
+}

@@ -1,0 +1,11 @@
+// Message boxes and input boxes on the screen.
+#pragma once
+
+#include "platform/prompts.h"
+
+class QtPrompts : public Prompts {
+ public:
+    int Box(const std::string& text, int flags, const std::string& title) override;
+    std::string Input(const std::string& prompt, const std::string& title,
+                      const std::string& preset) override;
+};

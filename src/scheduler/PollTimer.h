@@ -1,0 +1,14 @@
+// The polls' hold on the timer of the main window.
+#pragma once
+
+#include "app/Global.h"
+
+namespace Global {
+
+inline void EnableTimer1(bool enabled) {
+    if (Frame != nullptr) {
+        Frame->EnableTimer1(enabled);
+    }
+}
+
+}  // namespace Global

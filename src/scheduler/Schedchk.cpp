@@ -1,0 +1,71 @@
+#include "scheduler/Schedchk.h"
+
+#include "app/Global.h"
+#include "execution/RunReport.h"
+#include "platform/adodb.h"
+#include "platform/clock.h"
+#include "platform/convert.h"
+#include "scheduler/Due.h"
+#include "scheduler/NextRun.h"
+#include "scheduler/PollTimer.h"
+#include "scheduler/RunHistory.h"
+#include "store/TextConventions.h"
+
+namespace Global {
+
+namespace {
+
+bool RunRow(const ADODB::Recordset& row) {
+    const auto text = [&row](const char* name) { return row.Fields(name).Value.Text(); };
+    const bool logon = text("LoginReq") == "T";
+    return RunReport(row.Fields("ReportID").Value, text("ReportPath"), row.Fields("message").Value,
+                     row.Fields("Subject").Value, text("SendTo"), row.Fields("Format").Value,
+                     text("SelectionForm"), logon ? text("UserName") : "", logon ? text("Password") : "");
+}
+
+void StoreNextRun(const std::string& reportID, DateValue nextDate) {
+    ADODB::Connection connection;
+    connection.Open(ConnectionString);
+    connection.Execute("update ReportScheduler set NextRun = '" + cmFunc::FormatDateText(nextDate) +
+                       "' Where ReportID = " + reportID);
+    connection.Close();
+}
+
+void PollSchedules(const std::string& runStamp, std::string& reportID) {
+    const std::string today = cmFunc::FormatDateText(Today());
+    DateValue nextDate;  // keeps its value from row to row: a word that is not known takes the row before's
+    ADODB::Recordset rows;
+    rows.CacheSize = 50;
+    rows.CursorLocation = ADODB::adUseClient;
+    rows.Open(
+        "Select * from ReportScheduler Where StartDate <= '" + today + "' and EndDate >= '" + today + "'",
+        ConnectionString);
+    for (; !rows.EOF_(); rows.MoveNext()) {
+        reportID = rows.Fields("ReportID").Value.Text();
+        if (!IsDue(rows.Fields("NextRun").Value, rows.Fields("RunAt").Value) || !RunRow(rows)) {
+            continue;
+        }
+        NextSingleRun(rows.Fields("Frequency").Value.Text(), CDate(rows.Fields("NextRun").Value), nextDate);
+        StoreNextRun(reportID, nextDate);
+        WriteRunHistory(reportID, runStamp, "Success", "None");
+    }
+    rows.Close();
+}
+
+}  // namespace
+
+void Schedchk() {
+    const std::string runStamp = cmFunc::FormatDateText(Today()) + " " + TimeText(Now());
+    std::string reportID;
+    try {
+        EnableTimer1(false);
+        PollSchedules(runStamp, reportID);
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        WriteRunHistory(reportID, runStamp, "Failure", error.Description());
+        AlertPollFailure("Schedchk", error);
+    }
+    EnableTimer1(true);
+}
+
+}  // namespace Global

@@ -1,0 +1,74 @@
+#include "store/TextConventions.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/clock.h"
+#include "platform/convert.h"
+#include "platform/loop.h"
+
+namespace cmFunc {
+
+namespace {
+
+std::string TwoDigits(int number) {
+    return number < 10 ? "0" + std::to_string(number) : std::to_string(number);
+}
+
+// Position from 1 of `find` at or after `start`; 0 when there is none.
+std::size_t InStr(std::size_t start, const std::string& text, const std::string& find) {
+    if (start > text.size()) {
+        return 0;
+    }
+    const std::size_t found = text.find(find, start - 1);
+    return found == std::string::npos ? 0 : found + 1;
+}
+
+std::size_t LengthOfFirstCharacter(const std::string& text) {
+    std::size_t length = 1;
+    while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) {
+        ++length;
+    }
+    return length;
+}
+
+}  // namespace
+
+std::string FormatDateText(DateValue value) {
+    return std::to_string(Year(value)) + "-" + TwoDigits(Month(value)) + "-" + TwoDigits(Day(value));
+}
+
+void StripQuotes(EditableText& box) {
+    box.Text(Replace(box.Text(), "'", ""));
+}
+
+std::string GetDelimitedField(const std::string& text, int number, const std::string& delimiter) {
+    const std::size_t step = LengthOfFirstCharacter(delimiter);
+    std::size_t start = 1;
+    for (int field = 2; field <= number; ++field) {
+        const std::size_t found = InStr(start, text, delimiter);
+        start = found == 0 ? 1 : found + step;
+    }
+    const std::size_t found = InStr(start, text, delimiter);
+    // A delimiter in the first place does not end the field.
+    const std::size_t end = found <= 1 ? text.size() : found - 1;
+    if (start > end) {
+        return {};
+    }
+    return text.substr(start - 1, end - start + 1);
+}
+
+int CountRecipients(const std::string& list) {
+    const auto separators = std::count(list.begin(), list.end(), ';');
+    return separators == 0 ? 1 : static_cast<int>(separators);
+}
+
+void PauseSeconds(double seconds) {
+    constexpr double Slice = 0.05;
+    const DateValue target = DateValue::FromSeconds(Now().Seconds() + std::llround(seconds));
+    while (target > Now()) {
+        TheLoop().YieldFor(Slice);
+    }
+}
+
+}  // namespace cmFunc
