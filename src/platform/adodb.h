@@ -78,6 +78,7 @@ class Recordset {
 
  private:
     struct Impl;
+    Impl& Opened() const;  // 3704 when it is not open
     std::unique_ptr<Impl> m_impl;
 };
 

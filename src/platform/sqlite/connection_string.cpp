@@ -1,0 +1,63 @@
+#include "platform/sqlite/connection_string.h"
+
+#include <cstddef>
+
+#include "platform/letters.h"
+
+namespace {
+
+std::string_view Trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t");
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+// Takes the value at the front of the text off it, up to the semicolon.
+std::string TakeValue(std::string_view& text) {
+    const std::size_t start = text.find_first_not_of(" \t");
+    const char mark = start == std::string_view::npos ? '\0' : text[start];
+    if (mark != '"' && mark != '\'') {
+        const std::string_view plain = text.substr(0, text.find(';'));
+        text.remove_prefix(plain.size());
+        return std::string(Trimmed(plain));
+    }
+    std::string value;
+    std::size_t at = start + 1;
+    for (; at < text.size(); ++at) {
+        if (text[at] == mark) {
+            if (at + 1 >= text.size() || text[at + 1] != mark) {
+                break;
+            }
+            ++at;
+        }
+        value += text[at];
+    }
+    text.remove_prefix(at);
+    text.remove_prefix(text.find(';') == std::string_view::npos ? text.size() : text.find(';'));
+    return value;
+}
+
+}  // namespace
+
+std::string ConnectionValue(std::string_view connectionString, std::string_view key) {
+    std::string found;
+    std::string_view rest = connectionString;
+    while (!rest.empty()) {
+        const std::size_t keyEnd = rest.find_first_of("=;");
+        if (keyEnd == std::string_view::npos) {
+            break;
+        }
+        const std::string_view name = Trimmed(rest.substr(0, keyEnd));
+        const bool hasValue = rest[keyEnd] == '=';
+        rest.remove_prefix(keyEnd + 1);
+        if (!hasValue) {
+            continue;
+        }
+        std::string value = TakeValue(rest);
+        if (SameLetters(name, key)) {
+            found = std::move(value);
+        }
+        rest.remove_prefix(rest.empty() ? 0 : 1);
+    }
+    return found;
+}

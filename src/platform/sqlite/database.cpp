@@ -1,0 +1,172 @@
+#include "platform/sqlite/database.h"
+
+#include <sqlite3.h>
+
+#include <chrono>
+#include <filesystem>
+#include <system_error>
+#include <thread>
+
+#include "platform/paths.h"
+#include "platform/sqlite/connection_string.h"
+#include "platform/sqlite/dialect.h"
+#include "platform/sqlite/failure.h"
+#include "platform/sqlite/functions.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto LongestWait = 10s;
+
+// SQLite waits by itself for a lock, but not where it sees a race between a start and an end of the
+// write-ahead log: there it says "busy" at once, and the call is to be made again.
+template <typename Call>
+int UntilNotBusy(Call call) {
+    const auto deadline = std::chrono::steady_clock::now() + LongestWait;
+    int code = call();
+    while (IsBusyCode(code) && std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::sleep_for(5ms);
+        code = call();
+    }
+    return code;
+}
+
+}  // namespace
+
+void Database::Closer::operator()(sqlite3* handle) const {
+    sqlite3_close_v2(handle);
+}
+
+Database::Database(const std::string& connectionString)
+    : m_file(ConnectionValue(connectionString, "Data Source")) {
+    if (m_file.empty()) {
+        throw RuntimeError(err::DataUnavailable, "The connection string names no data file (Data Source)");
+    }
+    OpenFile();
+    Configure();
+    UseWriteAheadLog();
+}
+
+void Database::OpenFile() {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    fs::path path;
+    try {
+        path = fs::absolute(paths::ToMachine(m_file));
+    } catch (const RuntimeError& notAPath) {
+        throw RuntimeError(err::DataUnavailable, notAPath.Description());
+    }
+    if (!fs::exists(path, error)) {
+        throw RuntimeError(err::DataUnavailable, "Could not find the data file \"" + m_file + "\"");
+    }
+    // To SQLite an empty file is a database without tables; here it is the remains of a failed copy.
+    if (fs::is_regular_file(path, error) && fs::file_size(path, error) == 0 && !error) {
+        RaiseDataError(nullptr, SQLITE_NOTADB, m_file);
+    }
+    sqlite3* handle = nullptr;
+    const int code =
+        sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    m_handle.reset(handle);
+    if (code != SQLITE_OK) {
+        Raise(code);
+    }
+}
+
+void Database::Configure() {
+    sqlite3* handle = Handle();
+    sqlite3_extended_result_codes(handle, 1);
+    sqlite3_busy_timeout(handle, std::chrono::duration_cast<std::chrono::milliseconds>(LongestWait).count());
+    struct Setting {
+        int name;
+        int value;
+    };
+    for (const Setting& setting :
+         {Setting{SQLITE_DBCONFIG_DQS_DML, 0}, Setting{SQLITE_DBCONFIG_DQS_DDL, 0},
+          Setting{SQLITE_DBCONFIG_DEFENSIVE, 1}, Setting{SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+          Setting{SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0}}) {
+        sqlite3_db_config(handle, setting.name, setting.value, nullptr);
+    }
+    sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
+    const int code = RegisterDialect(handle, &m_functionError);
+    if (code != SQLITE_OK) {
+        Raise(code);
+    }
+}
+
+void Database::UseWriteAheadLog() {
+    const int code = UntilNotBusy([this] {
+        return sqlite3_exec(Handle(), "pragma journal_mode=wal; pragma synchronous=full", nullptr, nullptr,
+                            nullptr);
+    });
+    // A write-protected file can still be read as it is.
+    if (code != SQLITE_OK && (code & 0xFF) != SQLITE_READONLY) {
+        Raise(code);
+    }
+}
+
+void Database::Raise(int code) {
+    if (m_functionError) {
+        const RuntimeError error = *m_functionError;
+        m_functionError.reset();
+        throw error;
+    }
+    RaiseDataError(Handle(), code, m_file);
+}
+
+void Statement::Finalizer::operator()(sqlite3_stmt* statement) const {
+    sqlite3_finalize(statement);
+}
+
+Statement::Statement(Database& database, const std::string& text) : m_database(database) {
+    if (text.find('\0') != std::string::npos) {
+        RaiseSyntaxError("it holds a character with the number zero");
+    }
+    const std::string translated = TranslateDialect(text);
+    const char* tail = nullptr;
+    const int code = UntilNotBusy([&] {
+        sqlite3_stmt* statement = nullptr;
+        const int result = sqlite3_prepare_v2(database.Handle(), translated.c_str(),
+                                              static_cast<int>(translated.size()) + 1, &statement, &tail);
+        m_statement.reset(statement);
+        return result;
+    });
+    if (code != SQLITE_OK) {
+        database.Raise(code);
+    }
+    if (m_statement == nullptr) {
+        RaiseSyntaxError("it is empty");
+    }
+    if (!IsBlankStatement(tail)) {
+        RaiseSyntaxError("there is more behind its end");
+    }
+    if (sqlite3_bind_parameter_count(Handle()) > 0) {
+        throw RuntimeError(err::DataColumnMissing, "No value given for one or more required parameters");
+    }
+}
+
+bool Statement::HasColumns() const {
+    return sqlite3_column_count(Handle()) > 0;
+}
+
+bool Statement::Step() {
+    if (m_started) {
+        const int code = sqlite3_step(Handle());
+        if (code != SQLITE_ROW && code != SQLITE_DONE) {
+            m_database.Raise(code);
+        }
+        return code == SQLITE_ROW;
+    }
+    const int code = UntilNotBusy([this] {
+        const int result = sqlite3_step(Handle());
+        if (IsBusyCode(result)) {
+            sqlite3_reset(Handle());
+        }
+        return result;
+    });
+    if (code != SQLITE_ROW && code != SQLITE_DONE) {
+        m_database.Raise(code);
+    }
+    m_started = true;
+    return code == SQLITE_ROW;
+}

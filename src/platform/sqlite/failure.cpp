@@ -1,0 +1,94 @@
+#include "platform/sqlite/failure.h"
+
+#include <sqlite3.h>
+
+#include <cerrno>
+
+#include "platform/runtime.h"
+
+namespace {
+
+bool StartsWith(std::string_view text, std::string_view start) {
+    return text.substr(0, start.size()) == start;
+}
+
+bool Contains(std::string_view text, std::string_view piece) {
+    return text.find(piece) != std::string_view::npos;
+}
+
+// What is wrong with the statement itself. SQLite gives all of these one code, so that only the text tells.
+[[noreturn]] void RaiseStatementError(const std::string& message) {
+    if (StartsWith(message, "no such table")) {
+        throw RuntimeError(err::DataTableMissing, "The data has no table of that name; " + message);
+    }
+    if (StartsWith(message, "no such column") || Contains(message, "has no column named")) {
+        throw RuntimeError(err::DataColumnMissing,
+                           "The data has no column of that name, or a value is missing; " + message);
+    }
+    throw RuntimeError(err::DataSyntax, "The statement is not understood; " + message);
+}
+
+[[noreturn]] void RaiseInputOutputError(int extended, int systemCode, const std::string& message,
+                                        const std::string& quoted) {
+    if (systemCode == ENOSPC || systemCode == EDQUOT) {
+        throw RuntimeError(err::DiskFull, "The disk is full: the data file " + quoted + " cannot be written");
+    }
+    if (extended == SQLITE_IOERR_SHORT_READ) {
+        throw RuntimeError(err::DataUnavailable, "The data file " + quoted + " is damaged; " + message);
+    }
+    throw RuntimeError(err::DeviceIo, "The data file " + quoted + " cannot be read or written; " + message);
+}
+
+}  // namespace
+
+void RaiseDataError(sqlite3* handle, int code, const std::string& file) {
+    const std::string message = handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
+    const int extended = handle != nullptr ? sqlite3_extended_errcode(handle) : code;
+    const int systemCode = handle != nullptr ? sqlite3_system_errno(handle) : 0;
+    const std::string quoted = "\"" + file + "\"";
+    switch (code & 0xFF) {
+        case SQLITE_ERROR:
+            RaiseStatementError(message);
+        case SQLITE_CONSTRAINT:
+            throw RuntimeError(err::DataConstraint, "The row breaks a rule of its table; " + message);
+        case SQLITE_NOTADB:
+            throw RuntimeError(err::DataUnavailable, "The file " + quoted + " is not a database");
+        case SQLITE_CORRUPT:
+            throw RuntimeError(err::DataUnavailable, "The data file " + quoted + " is damaged; " + message);
+        case SQLITE_CANTOPEN:
+        case SQLITE_PERM:
+        case SQLITE_AUTH:
+            throw RuntimeError(err::DataUnavailable,
+                               "The data file " + quoted + " cannot be opened; " + message);
+        case SQLITE_READONLY:
+            throw RuntimeError(err::DataReadOnly,
+                               "The data file " + quoted + " is write-protected; " + message);
+        case SQLITE_FULL:
+            throw RuntimeError(err::DiskFull,
+                               "The disk is full: the data file " + quoted + " cannot be written");
+        case SQLITE_IOERR:
+            RaiseInputOutputError(extended, systemCode, message, quoted);
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+        case SQLITE_PROTOCOL:
+            throw RuntimeError(err::DataTimeout, "The data file " + quoted +
+                                                     " is still in use by another program after 10 seconds");
+        case SQLITE_NOMEM:
+            throw RuntimeError(err::OutOfMemory);
+        case SQLITE_TOOBIG:
+            throw RuntimeError(err::Overflow, "The text or the statement is too long; " + message);
+        case SQLITE_MISMATCH:
+            throw RuntimeError(err::DataTypeMismatch, "The value does not suit its column; " + message);
+        default:
+            throw RuntimeError(err::DataSyntax, "The data layer fails; " + message);
+    }
+}
+
+void RaiseSyntaxError(std::string_view reason) {
+    throw RuntimeError(err::DataSyntax, "The statement is not understood; " + std::string(reason));
+}
+
+bool IsBusyCode(int code) {
+    const int primary = code & 0xFF;
+    return primary == SQLITE_BUSY || primary == SQLITE_LOCKED || primary == SQLITE_PROTOCOL;
+}

@@ -1,0 +1,146 @@
+#include "platform/sqlite/functions.h"
+
+#include <sqlite3.h>
+
+#include <array>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include "platform/clock.h"
+#include "platform/convert.h"
+#include "platform/dates.h"
+#include "platform/letters.h"
+
+namespace {
+
+std::string_view TextOf(sqlite3_value* value) {
+    const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    return bytes == nullptr ? std::string_view()
+                            : std::string_view(bytes, static_cast<std::size_t>(sqlite3_value_bytes(value)));
+}
+
+Variant VariantOf(sqlite3_value* value) {
+    switch (sqlite3_value_type(value)) {
+        case SQLITE_NULL:
+            return {};
+        case SQLITE_INTEGER:
+            return static_cast<std::int64_t>(sqlite3_value_int64(value));
+        case SQLITE_FLOAT:
+            return sqlite3_value_double(value);
+        default:
+            return std::string(TextOf(value));
+    }
+}
+
+void Fail(sqlite3_context* context, const RuntimeError& error) {
+    *static_cast<std::optional<RuntimeError>*>(sqlite3_user_data(context)) = error;
+    sqlite3_result_error(context, error.what(), -1);
+}
+
+// No exception may cross SQLite, which is C.
+template <typename Body>
+void Guarded(sqlite3_context* context, Body body) {
+    try {
+        body();
+    } catch (...) {
+        Fail(context, CurrentError());
+    }
+}
+
+bool AnyNull(int count, sqlite3_value** values) {
+    for (int index = 0; index < count; ++index) {
+        if (sqlite3_value_type(values[index]) == SQLITE_NULL) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void ReturnText(sqlite3_context* context, std::string_view text) {
+    sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+// The first `count` letters; a letter of UTF-8 is never cut.
+std::string_view FirstLetters(std::string_view text, sqlite3_int64 count) {
+    std::size_t end = 0;
+    for (; count > 0 && end < text.size(); --count) {
+        ++end;
+        while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
+            ++end;
+        }
+    }
+    return text.substr(0, end);
+}
+
+void Left(sqlite3_context* context, int count, sqlite3_value** values) {
+    Guarded(context, [&] {
+        if (AnyNull(count, values)) {
+            return;
+        }
+        const sqlite3_int64 letters = sqlite3_value_int64(values[1]);
+        if (letters < 0) {
+            throw RuntimeError(err::DataSyntax, "The function left cannot take a negative number of letters");
+        }
+        ReturnText(context, FirstLetters(TextOf(values[0]), letters));
+    });
+}
+
+DateValue DateArgument(sqlite3_value* value) {
+    try {
+        return CDate(VariantOf(value));
+    } catch (const RuntimeError&) {
+        throw RuntimeError(err::DataTypeMismatch, "Data type mismatch in the statement; the value \"" +
+                                                      std::string(TextOf(value)) + "\" is not a date");
+    }
+}
+
+void DateDiff(sqlite3_context* context, int count, sqlite3_value** values) {
+    Guarded(context, [&] {
+        if (AnyNull(count, values)) {
+            return;
+        }
+        if (!SameLetters(TextOf(values[0]), "d")) {
+            throw RuntimeError(err::DataSyntax,
+                               "The function datediff counts days only, by the interval \"d\"");
+        }
+        sqlite3_result_int64(context, DiffDays(DateArgument(values[1]), DateArgument(values[2])));
+    });
+}
+
+void NowFunction(sqlite3_context* context, int /*count*/, sqlite3_value** /*values*/) {
+    // In the form of stored dates, so that it compares with them as a text.
+    Guarded(context, [&] {
+        const DateParts now = Split(Now());
+        std::array<char, 80> text{};
+        std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", now.year, now.month, now.day,
+                      now.hour, now.minute, now.second);
+        ReturnText(context, text.data());
+    });
+}
+
+// The built-in NOCASE knows the letters A to Z only. This one sorts those alike, so an index made by another
+// program holds as long as no two texts differ in the case of another letter.
+int CompareNoCase(void* /*unused*/, int leftBytes, const void* left, int rightBytes, const void* right) {
+    return CompareLetters({static_cast<const char*>(left), static_cast<std::size_t>(leftBytes)},
+                          {static_cast<const char*>(right), static_cast<std::size_t>(rightBytes)});
+}
+
+}  // namespace
+
+int RegisterDialect(sqlite3* handle, std::optional<RuntimeError>* failure) {
+    struct Function {
+        const char* name;
+        int arguments;
+        void (*body)(sqlite3_context*, int, sqlite3_value**);
+    };
+    for (const Function& function :
+         {Function{"left", 2, Left}, Function{"datediff", 3, DateDiff}, Function{"now", 0, NowFunction}}) {
+        const int code = sqlite3_create_function_v2(handle, function.name, function.arguments, SQLITE_UTF8,
+                                                    failure, function.body, nullptr, nullptr, nullptr);
+        if (code != SQLITE_OK) {
+            return code;
+        }
+    }
+    return sqlite3_create_collation_v2(handle, "nocase", SQLITE_UTF8, nullptr, CompareNoCase, nullptr);
+}

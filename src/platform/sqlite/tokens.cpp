@@ -1,0 +1,104 @@
+#include "platform/sqlite/tokens.h"
+
+#include <cstddef>
+
+namespace {
+
+bool IsBlank(char letter) {
+    return letter == ' ' || letter == '\t' || letter == '\n' || letter == '\r' || letter == '\f';
+}
+bool IsDigit(char letter) {
+    return letter >= '0' && letter <= '9';
+}
+bool IsWordStart(char letter) {
+    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') || letter == '_' ||
+           static_cast<unsigned char>(letter) >= 0x80;
+}
+bool IsWordLetter(char letter) {
+    return IsWordStart(letter) || IsDigit(letter) || letter == '$';
+}
+
+// Behind the first place of `end` from `from` on, or the end of the text.
+std::size_t Behind(std::string_view text, std::string_view end, std::size_t from) {
+    const std::size_t at = text.find(end, from);
+    return at == std::string_view::npos ? text.size() : at + end.size();
+}
+
+// Length of the quoted piece at the front, where the mark twice is the mark itself.
+std::size_t QuotedLength(std::string_view text) {
+    const char mark = text.front();
+    for (std::size_t at = 1; at < text.size(); ++at) {
+        if (text[at] != mark) {
+            continue;
+        }
+        if (at + 1 >= text.size() || text[at + 1] != mark) {
+            return at + 1;
+        }
+        ++at;
+    }
+    return text.size();
+}
+
+template <typename Test>
+std::size_t LengthWhile(std::string_view text, Test test) {
+    std::size_t length = 0;
+    while (length < text.size() && test(text[length])) {
+        ++length;
+    }
+    return length;
+}
+
+std::size_t MarkLength(std::string_view text) {
+    for (const std::string_view two : {"<=", ">=", "<>", "!=", "==", "||"}) {
+        if (text.substr(0, 2) == two) {
+            return 2;
+        }
+    }
+    return 1;
+}
+
+Token FirstToken(std::string_view text) {
+    const auto piece = [text](TokenKind kind, std::size_t length) {
+        return Token{kind, text.substr(0, length)};
+    };
+    const char first = text.front();
+    if (IsBlank(first)) {
+        return piece(TokenKind::Blank, LengthWhile(text, IsBlank));
+    }
+    if (text.substr(0, 2) == "--") {
+        return piece(TokenKind::Blank, Behind(text, "\n", 2));
+    }
+    if (text.substr(0, 2) == "/*") {
+        return piece(TokenKind::Blank, Behind(text, "*/", 2));
+    }
+    switch (first) {
+        case '\'':
+            return piece(TokenKind::Text, QuotedLength(text));
+        case '"':
+        case '`':
+            return piece(TokenKind::Name, QuotedLength(text));
+        case '[':
+            return piece(TokenKind::Name, Behind(text, "]", 1));
+        default:
+            break;
+    }
+    if (IsWordStart(first)) {
+        return piece(TokenKind::Word, LengthWhile(text, IsWordLetter));
+    }
+    if (IsDigit(first)) {
+        return piece(TokenKind::Number,
+                     LengthWhile(text, [](char letter) { return IsWordLetter(letter) || letter == '.'; }));
+    }
+    return piece(TokenKind::Mark, MarkLength(text));
+}
+
+}  // namespace
+
+std::vector<Token> Tokenize(std::string_view statement) {
+    std::vector<Token> tokens;
+    while (!statement.empty()) {
+        tokens.push_back(FirstToken(statement));
+        statement.remove_prefix(tokens.back().text.size());
+    }
+    return tokens;
+}
