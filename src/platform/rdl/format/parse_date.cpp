@@ -241,7 +241,7 @@ class DateReader {
         if (month >= 0 && m_month == 0) {
             m_month = month + 1;
         } else if (word == "T" || word == "t") {
-            if (m_numberCount < 3 || m_hasTime) {
+            if (m_numberCount < 3 || m_hasTime || !Peek(1) || Peek(1)->kind != Token::Number) {
                 return false;
             }
         } else if (!IsFiller(word)) {

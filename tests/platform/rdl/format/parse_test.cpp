@@ -1,0 +1,108 @@
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "platform/rdl/format/format.h"
+
+namespace rdl {
+namespace {
+
+std::optional<std::int64_t> Date(std::string_view text, const char* culture = "en-US") {
+    std::int64_t ticks = 0;
+    return ParseDateTime(text, FindCulture(culture), ticks) ? std::optional(ticks) : std::nullopt;
+}
+std::optional<double> Number(std::string_view text, const char* culture = "en-US") {
+    double number = 0;
+    return ParseNumber(text, FindCulture(culture), number) ? std::optional(number) : std::nullopt;
+}
+
+TEST(ParseDate, ReadsIsoUnderAnyCulture) {
+    for (const char* culture : {"", "en-US", "de-DE", "fi-FI"}) {
+        EXPECT_EQ(Date("2009-06-15", culture), MakeTicks(2009, 6, 15));
+        EXPECT_EQ(Date("2009-06-15T13:45:30", culture), MakeTicks(2009, 6, 15, 13, 45, 30));
+        EXPECT_EQ(Date("2009-06-15 13:45", culture), MakeTicks(2009, 6, 15, 13, 45));
+        EXPECT_EQ(Date("2009-06-15T13:45:30.1234567Z", culture),
+                  MakeTicks(2009, 6, 15, 13, 45, 30) + 1'234'567);
+        EXPECT_EQ(Date("2009-06-15T13:45:30+02:00", culture), MakeTicks(2009, 6, 15, 13, 45, 30));
+    }
+}
+
+TEST(ParseDate, OrderIsTheCultures) {
+    EXPECT_EQ(Date("3/4/2009", "en-US"), MakeTicks(2009, 3, 4));
+    EXPECT_EQ(Date("3/4/2009", "en-GB"), MakeTicks(2009, 4, 3));
+    EXPECT_EQ(Date("3.4.2009", "de-DE"), MakeTicks(2009, 4, 3));
+    EXPECT_EQ(Date("09/3/4", "ja-JP"), MakeTicks(2009, 3, 4));
+    EXPECT_EQ(Date("13/4/2009", "en-US"), std::nullopt);
+}
+
+TEST(ParseDate, ReadsMonthNames) {
+    EXPECT_EQ(Date("June 15, 2009"), MakeTicks(2009, 6, 15));
+    EXPECT_EQ(Date("15 Jun 2009"), MakeTicks(2009, 6, 15));
+    EXPECT_EQ(Date("Monday, June 15, 2009 1:45:30 PM"), MakeTicks(2009, 6, 15, 13, 45, 30));
+    EXPECT_EQ(Date("15. März 2009", "de-DE"), MakeTicks(2009, 3, 15));
+    EXPECT_EQ(Date("15 июня 2009", "ru-RU"), MakeTicks(2009, 6, 15));
+    EXPECT_EQ(Date("June 2009"), MakeTicks(2009, 6, 1));
+}
+
+TEST(ParseDate, ReadsTimesAlone) {
+    EXPECT_EQ(Date("13:45"), MakeTicks(1, 1, 1, 13, 45));
+    EXPECT_EQ(Date("1:45 PM"), MakeTicks(1, 1, 1, 13, 45));
+    EXPECT_EQ(Date("3 PM"), MakeTicks(1, 1, 1, 15));
+    EXPECT_EQ(Date("12:00 AM"), MakeTicks(1, 1, 1));
+}
+
+TEST(ParseDate, TwoDigitYearsUpTo29AreOfThisCentury) {
+    EXPECT_EQ(Date("1/2/29"), MakeTicks(2029, 1, 2));
+    EXPECT_EQ(Date("1/2/30"), MakeTicks(1930, 1, 2));
+}
+
+TEST(ParseDate, RefusesWhatIsNone) {
+    for (const char* text :
+         {"", " ", "abc", "2009", "2/30/2009", "13:61", "25:00", "6/15/2009 6/15/2009", "1-", "-1/2/2009",
+          "1/2/2009x", "99999999999", "1//2/2009", "2009-06-15T", "12.5", "PM", "June June 2009"}) {
+        EXPECT_EQ(Date(text), std::nullopt) << text;
+    }
+}
+
+TEST(ParseDate, WhatIsWrittenIsReadBackInEveryCulture) {
+    const std::int64_t moment = MakeTicks(2009, 11, 5, 13, 45, 30);
+    for (const char* name : {"",      "en-US", "en-GB", "en-CA", "en-AU", "de-DE", "de-AT", "de-CH", "fr-FR",
+                             "fr-CA", "es-ES", "it-IT", "nl-NL", "pt-BR", "pt-PT", "sv-SE", "da-DK", "nb-NO",
+                             "fi-FI", "pl-PL", "cs-CZ", "ru-RU", "tr-TR", "ja-JP", "zh-CN"}) {
+        const Culture& culture = FindCulture(name);
+        EXPECT_EQ(culture.name, name);
+        EXPECT_EQ(Date(FormatValue(Value::DateTime(moment), "d", culture), name), MakeTicks(2009, 11, 5))
+            << name;
+        EXPECT_EQ(Date(FormatValue(Value::DateTime(moment), "G", culture), name), moment) << name;
+    }
+}
+
+TEST(ParseNumber, ReadsTheCulturesMarks) {
+    EXPECT_EQ(Number("1,234.5"), 1234.5);
+    EXPECT_EQ(Number("1.234,5", "de-DE"), 1234.5);
+    EXPECT_EQ(Number("1\u00A0"
+                     "234,5",
+                     "fr-FR"),
+              1234.5);
+    EXPECT_EQ(Number("1 234,5", "fr-FR"), 1234.5);
+    EXPECT_EQ(Number("$1,234.50"), 1234.5);
+    EXPECT_EQ(Number("1.234,50 €", "de-DE"), 1234.5);
+    EXPECT_EQ(Number(" -7 "), -7.0);
+    EXPECT_EQ(Number("7-"), -7.0);
+    EXPECT_EQ(Number("($7.00)"), -7.0);
+    EXPECT_EQ(Number("1.5e3"), 1500.0);
+    EXPECT_EQ(Number("1e-400"), 0.0);
+    EXPECT_EQ(Number(".5"), 0.5);
+}
+
+TEST(ParseNumber, RefusesWhatIsNone) {
+    for (const char* text : {"", " ", "abc", "1.2.3", "1,2.3,4", "--1", "(1", "1)", "(-1)", "1e", "1e400",
+                             "$", "1 2", "0x10", "nan", "inf", "$$1", "-1-", "€1"}) {
+        EXPECT_EQ(Number(text), std::nullopt) << text;
+    }
+    EXPECT_EQ(Number(std::string(10'000, '9')), std::nullopt);
+}
+
+}  // namespace
+}  // namespace rdl
