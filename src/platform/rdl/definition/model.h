@@ -235,6 +235,7 @@ struct ReportParameter {
     bool nullable = false, allowBlank = false, multiValue = false, hidden = false;
     Expr prompt;
     std::vector<Expr> defaultValues;
+    std::vector<bool> defaultIsNull;  // beside them: the value is null, not an empty text
     std::optional<DataSetReference> defaultQuery, validQuery;
     std::vector<ParameterValueDef> validValues;
 };
