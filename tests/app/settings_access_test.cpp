@@ -1,0 +1,49 @@
+#include <gtest/gtest.h>
+
+#include "app/ShellMod.h"
+#include "support/fakes.h"
+
+namespace {
+
+constexpr auto Root = HKEY_LOCAL_MACHINE;
+const char* const Key = ShellMod::SettingsKey;
+
+}  // namespace
+
+TEST(SettingsAccess, MissingKeyReadsAsTheDefault) {
+    const fakes::FakeRegistry registry;
+    EXPECT_EQ(ShellMod::ReadSetting(Root, Key, "Poll", "15"), "15");
+    EXPECT_EQ(registry.closed, 0);
+}
+
+TEST(SettingsAccess, ValueOfAnotherTypeReadsAsTheDefault) {
+    fakes::FakeRegistry registry;
+    registry.keys[Key]["Poll"] = {4, std::string("\x1e\0\0\0", 4)};
+    EXPECT_EQ(ShellMod::ReadSetting(Root, Key, "Poll", "15"), "15");
+}
+
+TEST(SettingsAccess, TextIsCutAtItsFirstZero) {
+    fakes::FakeRegistry registry;
+    registry.keys[Key]["Poll"] = {REG_SZ, std::string("30\0junk", 7)};
+    EXPECT_EQ(ShellMod::ReadSetting(Root, Key, "Poll", "15"), "30");
+    registry.keys[Key]["Empty"] = {REG_SZ, ""};
+    EXPECT_EQ(ShellMod::ReadSetting(Root, Key, "Empty", "x"), "");
+}
+
+TEST(SettingsAccess, WritingMakesTheKeyAndClosesIt) {
+    fakes::FakeRegistry registry;
+    ShellMod::WriteSetting(Root, Key, "AlertWho", "ann@example.com");
+    EXPECT_EQ(registry.keys[Key]["AlertWho"].bytes, "ann@example.com");
+    EXPECT_EQ(registry.keys[Key]["AlertWho"].type, REG_SZ);
+    EXPECT_EQ(registry.opened, registry.closed);
+}
+
+TEST(SettingsAccess, KeyCanBeMadeEmpty) {
+    fakes::FakeRegistry registry;
+    ShellMod::CreateSettingsKey(Root, Key);
+    EXPECT_EQ(registry.keys.count(Key), 1U);
+}
+
+TEST(SettingsAccess, KeyIsTheVendorsAndTheTitles) {
+    EXPECT_STREQ(ShellMod::SettingsKey, "Software\\Norvale\\Oxbow Courier");
+}

@@ -1,0 +1,183 @@
+#include <gtest/gtest.h>
+
+#include <QMdiArea>
+#include <filesystem>
+
+#include "app/Global.h"
+#include "app/Main.h"
+#include "app/ShellMod.h"
+#include "app/frmMain.h"
+#include "platform/paths.h"
+#include "support/database.h"
+#include "support/fakes.h"
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class StartUp : public testing::Test {
+ protected:
+    void SetUp() override {
+        SetCommand("-sched");
+        Global::DeskCount = 0;
+        Global::DeskWindows.clear();
+        Global::Frame = &frmMain::Instance();
+        frmMain::Instance().Timer1->stop();
+        std::filesystem::copy_file(database.Folder() / "PressroomLive.dat",
+                                   database.Folder() / "Pressroom.dat");
+    }
+    void TearDown() override {
+        SetCommand({});
+        frmMain::Instance().Timer1->stop();
+        frmMain::Instance().Children().closeAllSubWindows();
+        frmMain::Instance().hide();
+    }
+    void Setting(const char* name, const std::string& value) {
+        registry.keys[ShellMod::SettingsKey][name] = {REG_SZ, value};
+    }
+    void NoFirstRun() { Setting("FirstRun", "False"); }
+    bool TimerOn() const { return frmMain::Instance().Timer1->isActive(); }
+
+    fakes::FakeClock clock{fakes::At(2026, 11, 21, 14, 0, 0)};
+    fakes::TestDatabase database;
+    fakes::FakeEngine engine;
+    fakes::FakeMailSystem mail;
+    fakes::FakePrompts prompts;
+    fakes::FakeProcess process;
+    fakes::FakeRegistry registry;
+};
+
+}  // namespace
+
+TEST_F(StartUp, FirstRunWritesItsSettingsInThisOrder) {
+    const std::string app = AppPath();
+    Global::Main();
+    const std::string key = std::string(ShellMod::SettingsKey) + "\\";
+    EXPECT_EQ(registry.writes,
+              (Texts{"Software\\Microsoft\\Windows\\CurrentVersion\\Run\\OXC=\"" + app + "\\oxc.exe\" -sched",
+                     key + "Poll=15", key + "Path=" + app, key + "Output=" + app + "\\Output\\",
+                     key + "AlertWho=", key + "DefPath=" + app, key + "FirstRun=False"}));
+}
+
+TEST_F(StartUp, FirstRunCopiesTheBlankDatabaseBeforeAnythingOpensIt) {
+    for (const char* end : {"", "-wal", "-shm"}) {
+        std::filesystem::remove(database.Folder() / (std::string("PressroomLive.dat") + end));
+    }
+    Global::Main();
+    EXPECT_TRUE(prompts.boxes.empty());
+    EXPECT_TRUE(std::filesystem::exists(database.Folder() / "PressroomLive.dat"));
+}
+
+TEST_F(StartUp, LaterRunsWriteNothing) {
+    NoFirstRun();
+    Global::Main();
+    EXPECT_TRUE(registry.writes.empty());
+}
+
+TEST_F(StartUp, SettingsHaveTheirDefaults) {
+    NoFirstRun();
+    Global::Main();
+    EXPECT_EQ(Global::PollSeconds, 15);
+    EXPECT_EQ(Global::PollCountdown, 15);
+    EXPECT_EQ(Global::OutputPath, AppPath() + "\\Output\\");
+    EXPECT_EQ(Global::DesignerPath, "");
+    EXPECT_EQ(Global::AlertWho, "");
+    EXPECT_EQ(Global::DefPath, AppPath());
+    EXPECT_EQ(Global::MailBatchFlag, "T");
+    EXPECT_EQ(Global::ConnectionString, "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
+                                            "\\PressroomLive.dat;Persist Security Info=False");
+}
+
+TEST_F(StartUp, OutputWithoutBackslashGetsOneInTheVariableOnly) {
+    NoFirstRun();
+    Setting("Output", "Z:\\srv\\out");
+    Global::Main();
+    EXPECT_EQ(Global::OutputPath, "Z:\\srv\\out\\");
+    EXPECT_EQ(registry.keys[ShellMod::SettingsKey]["Output"].bytes, "Z:\\srv\\out");
+}
+
+TEST_F(StartUp, SchedulerHidesTheFrameAndPollsSinglesFirst) {
+    NoFirstRun();
+    Global::Main();
+    EXPECT_FALSE(frmMain::Instance().isVisible());
+    EXPECT_TRUE(TimerOn());
+    EXPECT_TRUE(frmMain::Instance().TrayIcon1->IsShown());
+    EXPECT_EQ(Global::DeskCount, 0);
+    EXPECT_TRUE(Global::DeskWindows.empty());
+    const Texts statements = database.TakeStatements();
+    ASSERT_EQ(statements.size(), 2U);
+    EXPECT_EQ(statements[0].rfind("Select * from ReportScheduler", 0), 0U);
+    EXPECT_EQ(statements[1].rfind("select * from reportbatch", 0), 0U);
+}
+
+TEST_F(StartUp, AnyWordOnTheCommandLineStartsTheScheduler) {
+    NoFirstRun();
+    SetCommand("anything");
+    Global::Main();
+    EXPECT_TRUE(TimerOn());
+    EXPECT_FALSE(frmMain::Instance().isVisible());
+}
+
+TEST_F(StartUp, EditorShowsItsWindowsAndPurges) {
+    NoFirstRun();
+    SetCommand({});
+    Global::Main();
+    EXPECT_FALSE(TimerOn());
+    EXPECT_TRUE(frmMain::Instance().isVisible());
+    EXPECT_TRUE(frmMain::Instance().isMaximized());
+    EXPECT_EQ(frmMain::Instance().StatusPanel(2), "Oxbow Courier - On Demand...On Time...");
+    EXPECT_EQ(Global::DeskCount, 1);
+    ASSERT_EQ(Global::DeskWindows.size(), 2U);
+    EXPECT_NE(Global::DeskWindows[1], nullptr);
+    const Texts statements = database.TakeStatements();
+    ASSERT_EQ(statements.size(), 2U);
+    EXPECT_EQ(statements[0], "delete from reporthistory where datediff('d',lastrun, Now()) > 30");
+}
+
+TEST_F(StartUp, EditorGoesOnWithoutADatabase) {
+    NoFirstRun();
+    SetCommand({});
+    std::filesystem::remove(database.Folder() / "PressroomLive.dat");
+    Global::Main();
+    EXPECT_TRUE(prompts.boxes.empty());
+    EXPECT_TRUE(frmMain::Instance().isVisible());
+}
+
+TEST_F(StartUp, WordInPollEndsStartUpWithItsBox) {
+    NoFirstRun();
+    Setting("Poll", "often");
+    Global::Main();
+    EXPECT_EQ(prompts.boxes,
+              (std::vector<fakes::Box>{
+                  {"Oxbow Courier encountred an error. Type mismatch [13]", 48, "Oxbow Courier"}}));
+    EXPECT_FALSE(TimerOn());
+    EXPECT_TRUE(database.TakeStatements().empty());
+}
+
+TEST_F(StartUp, PollAboveSixteenBitsEndsStartUp) {
+    NoFirstRun();
+    Setting("Poll", "40000");
+    Global::Main();
+    ASSERT_EQ(prompts.boxes.size(), 1U);
+    EXPECT_EQ(prompts.boxes[0].text, "Oxbow Courier encountred an error. Overflow [6]");
+}
+
+TEST_F(StartUp, SchedulerWithoutADatabaseShowsTheError) {
+    NoFirstRun();
+    std::filesystem::remove(database.Folder() / "PressroomLive.dat");
+    Global::Main();
+    ASSERT_EQ(prompts.boxes.size(), 1U);
+    EXPECT_NE(prompts.boxes[0].text.find("[-2147467259]"), std::string::npos) << prompts.boxes[0].text;
+}
+
+TEST_F(StartUp, FailedPackagePollAtStartLeavesTheTimerOff) {
+    NoFirstRun();
+    database.Run(
+        "insert into "
+        "ReportBatch(BatchName,Recipients,Frequency,RunTime,StartDate,EndDate,NextRunDate,MailBatch) "
+        "values('p','a;','Daily','00:00','2000-01-01','3000-12-31','soon','F')");
+    Global::Main();
+    EXPECT_FALSE(TimerOn());
+    EXPECT_EQ(database.Rows("select ReportID, Success, ErrMsg from ReportBatchHstry"),
+              Texts{"|T|Type mismatch"});
+}

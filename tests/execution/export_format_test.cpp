@@ -1,0 +1,81 @@
+#include "execution/ExportFormat.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/paths.h"
+#include "support/fakes.h"
+
+using Global::ExportKind;
+using Global::PackageOutputFile;
+using Global::RecogniseFormat;
+using Global::Runner;
+
+TEST(FormatWord, EveryRunnerKnowsTheFourOtherGroups) {
+    for (const Runner runner : {Runner::Single, Runner::PackagePoll, Runner::PackageDemand}) {
+        EXPECT_EQ(RecogniseFormat(runner, "RTF"), ExportKind::RichText);
+        EXPECT_EQ(RecogniseFormat(runner, "Rich Text"), ExportKind::RichText);
+        EXPECT_EQ(RecogniseFormat(runner, "Excel"), ExportKind::Excel);
+        EXPECT_EQ(RecogniseFormat(runner, "MS Excel"), ExportKind::Excel);
+        EXPECT_EQ(RecogniseFormat(runner, "HTML"), ExportKind::Html);
+        EXPECT_EQ(RecogniseFormat(runner, "DHTML"), ExportKind::Html);
+        EXPECT_EQ(RecogniseFormat(runner, "WinWord"), ExportKind::Word);
+        EXPECT_EQ(RecogniseFormat(runner, "MS Word"), ExportKind::Word);
+        EXPECT_EQ(RecogniseFormat(runner, "Acrobat"), ExportKind::Pdf);
+    }
+}
+
+TEST(FormatWord, PackagePollKnowsOnlyOneWordForPdf) {
+    for (const char* word : {"PDF", "Acrobat Format (PDF)"}) {
+        EXPECT_EQ(RecogniseFormat(Runner::Single, word), ExportKind::Pdf);
+        EXPECT_EQ(RecogniseFormat(Runner::PackageDemand, word), ExportKind::Pdf);
+        EXPECT_EQ(RecogniseFormat(Runner::PackagePoll, word), ExportKind::None);
+    }
+}
+
+TEST(FormatWord, SmallLettersMatchNothing) {
+    for (const Runner runner : {Runner::Single, Runner::PackagePoll, Runner::PackageDemand}) {
+        EXPECT_EQ(RecogniseFormat(runner, "acrobat"), ExportKind::None);
+        EXPECT_EQ(RecogniseFormat(runner, ""), ExportKind::None);
+        EXPECT_EQ(RecogniseFormat(runner, ".MS Word"), ExportKind::None);
+    }
+}
+
+TEST(FormatWord, HasTheEnginesCode) {
+    EXPECT_EQ(Global::EngineFormatCode(ExportKind::Pdf), 31);
+    EXPECT_EQ(Global::EngineFormatCode(ExportKind::RichText), 35);
+    EXPECT_EQ(Global::EngineFormatCode(ExportKind::Excel), 27);
+    EXPECT_EQ(Global::EngineFormatCode(ExportKind::Html), 32);
+    EXPECT_EQ(Global::EngineFormatCode(ExportKind::Word), 14);
+}
+
+TEST(HtmlOutput, IsNamedByTitleWithoutBlanksAndTheHours) {
+    SetAppPath("Z:\\opt\\courier");
+    const fakes::FakeClock clock(fakes::At(2002, 1, 2, 3, 59, 59));
+    EXPECT_EQ(Global::HtmlOutputFile(" Sales by Region "), "Z:\\opt\\courier\\output\\SalesbyRegion27.htm");
+    SetAppPath({});
+}
+
+TEST(HtmlOutput, ChangesAtTheHour) {
+    fakes::FakeClock clock(fakes::At(2026, 11, 21, 9, 59, 59));
+    const std::string before = Global::HtmlOutputFile("a");
+    clock.now = fakes::At(2026, 11, 21, 9, 0, 0);
+    EXPECT_EQ(Global::HtmlOutputFile("a"), before);
+    clock.now = fakes::At(2026, 11, 21, 10, 0, 0);
+    EXPECT_NE(Global::HtmlOutputFile("a"), before);
+}
+
+TEST(HtmlOutput, OfAnEmptyTitleIsTheCountAlone) {
+    SetAppPath("Z:\\c");
+    const fakes::FakeClock clock(fakes::At(2002, 1, 1, 5));
+    EXPECT_EQ(Global::HtmlOutputFile(""), "Z:\\c\\output\\5.htm");
+    SetAppPath({});
+}
+
+TEST(PackageOutput, IsNamedByKind) {
+    const std::string title = "3>sales 2.rpt";
+    EXPECT_EQ(PackageOutputFile(ExportKind::Pdf, "D\\", title), "D\\sales 2.rpt.pdf");
+    EXPECT_EQ(PackageOutputFile(ExportKind::Html, "D\\", title), "D\\3sales2.rpt.htm");
+    EXPECT_EQ(PackageOutputFile(ExportKind::Excel, "D\\", title), "D\\3>sales 2.rpt.xls");
+    EXPECT_EQ(PackageOutputFile(ExportKind::Word, "D\\", title), "D\\3>sales 2.rpt.doc");
+    EXPECT_EQ(PackageOutputFile(ExportKind::RichText, "D\\", title), "D\\3>sales 2.rpt.rtf");
+}

@@ -1,0 +1,222 @@
+#include "execution/RunReport.h"
+
+#include <gtest/gtest.h>
+
+#include "app/Global.h"
+#include "platform/paths.h"
+#include "support/database.h"
+#include "support/fakes.h"
+
+namespace {
+
+const char* const Path = "Z:\\reports\\sales.rpt";
+
+class RunReport : public testing::Test {
+ protected:
+    void SetUp() override {
+        SetCommand("-sched");
+        engine.reports[Path] = {"Sales 2026", 2, {}, {}};
+    }
+    void TearDown() override { SetCommand({}); }
+    bool Run(const std::string& format, const std::string& formula = {}, const std::string& user = {},
+             const std::string& password = {}) {
+        return Global::RunReport(7, Path, "Body", "Subject", "ann;bob;", format, formula, user, password);
+    }
+    void Parameter(const std::string& value) {
+        database.Run("insert into ReportParameter values(7, 'P', " + value + ")");
+    }
+    std::vector<std::string> CallsWith(const std::string& word) const {
+        std::vector<std::string> found;
+        for (const std::string& call : engine.calls) {
+            if (call.rfind(word, 0) == 0) {
+                found.push_back(call);
+            }
+        }
+        return found;
+    }
+    fakes::FakeClock clock{fakes::At(2002, 1, 1, 5, 30)};
+    fakes::FakeLoop loop{clock};
+    fakes::TestDatabase database;
+    fakes::FakeEngine engine;
+    fakes::FakeMailSystem mail;
+    fakes::FakePrompts prompts;
+    fakes::FakeFrame frame;
+};
+
+using Calls = std::vector<std::string>;
+
+}  // namespace
+
+TEST_F(RunReport, PdfIsMailedByTheEngineInThisOrder) {
+    EXPECT_TRUE(Run("Acrobat Format (PDF)"));
+    EXPECT_EQ(engine.calls, (Calls{"open " + std::string(Path), "switches False False", "destination 2",
+                                   "mail [ann;bob;][Subject][Body]", "format 31", "export False"}));
+    EXPECT_EQ(database.TakeStatements(), Calls{"select * from ReportParameter where ReportID = 7"});
+    EXPECT_EQ(loop.yields, 1);
+    EXPECT_TRUE(mail.sent.empty());
+}
+
+TEST_F(RunReport, WordAndRichTextDifferByTheirCode) {
+    EXPECT_TRUE(Run("MS Word"));
+    EXPECT_TRUE(Run("Rich Text"));
+    EXPECT_EQ(CallsWith("format"), (Calls{"format 14", "format 35"}));
+}
+
+TEST_F(RunReport, ExcelOptionsStandBetweenMailAndFormat) {
+    EXPECT_TRUE(Run("MS Excel"));
+    EXPECT_EQ(engine.calls, (Calls{"open " + std::string(Path), "switches False False", "destination 2",
+                                   "mail [ann;bob;][Subject][Body]", "excel True False False False 4",
+                                   "format 27", "export False"}));
+}
+
+TEST_F(RunReport, HtmlGoesToAFileAndIsMailedAfterASecond) {
+    EXPECT_TRUE(Run("DHTML"));
+    const std::string file = AppPath() + "\\output\\Sales20265.htm";
+    EXPECT_EQ(engine.calls, (Calls{"open " + std::string(Path), "switches False False", "destination 1",
+                                   "format 32", "html file " + file, "export False"}));
+    EXPECT_EQ(loop.waits, 1);
+    ASSERT_EQ(mail.sent.size(), 1U);
+    EXPECT_EQ(mail.sent[0].recipients, (Calls{"ann", "bob"}));
+    EXPECT_EQ(mail.sent[0].attachments, (std::vector<std::pair<int, std::string>>{{5, file}}));
+}
+
+TEST_F(RunReport, HtmlGivesTheMailsResult) {
+    mail.sendErrors = {RuntimeError(500, "refused")};
+    EXPECT_FALSE(Run("HTML"));
+}
+
+TEST_F(RunReport, UnknownFormatIsFalseAndLeavesNoTrace) {
+    EXPECT_FALSE(Run("Text"));
+    EXPECT_TRUE(CallsWith("export").empty());
+    EXPECT_TRUE(prompts.boxes.empty());
+    EXPECT_TRUE(mail.sent.empty());
+}
+
+TEST_F(RunReport, LogsEveryTableOnWithEmptyServerAndDatabase) {
+    EXPECT_TRUE(Run("PDF", "", "scott", "tiger"));
+    EXPECT_EQ(CallsWith("logon"), (Calls{"logon 1 [][][scott][tiger]", "logon 2 [][][scott][tiger]"}));
+}
+
+TEST_F(RunReport, UserWithoutPasswordRunsWithoutLogon) {
+    EXPECT_TRUE(Run("PDF", "", "scott", ""));
+    EXPECT_TRUE(Run("PDF", "", "", "tiger"));
+    EXPECT_TRUE(CallsWith("logon").empty());
+}
+
+TEST_F(RunReport, FormulaIsSetUnlessItIsEmpty) {
+    EXPECT_TRUE(Run("PDF", "{Orders.Year} = 2026"));
+    EXPECT_EQ(CallsWith("formula"), Calls{"formula {Orders.Year} = 2026"});
+}
+
+TEST_F(RunReport, WithoutStoredValuesEveryFieldIsClearedAndGetsNone) {
+    engine.reports[Path].parameterTypes = {7, 12};
+    EXPECT_TRUE(Run("PDF"));
+    EXPECT_EQ(CallsWith("clear"), (Calls{"clear 1", "clear 2"}));
+    EXPECT_TRUE(CallsWith("value").empty());
+}
+
+TEST_F(RunReport, ValuesAreConvertedByTheFieldsType) {
+    engine.reports[Path].parameterTypes = {7, 9, 12, 16, 22};
+    Parameter("'12.5'");
+    Parameter("'True'");
+    Parameter("'West'");
+    Parameter("'2026-11-21'");
+    Parameter("'a,b'");
+    EXPECT_TRUE(Run("PDF"));
+    EXPECT_EQ(CallsWith("value"), (Calls{"value 1 double 12.5", "value 2 boolean True", "value 3 text West",
+                                         "value 4 date 2026-11-21 00:00:00", "value 5 field a,b"}));
+}
+
+TEST_F(RunReport, RowOfAnotherTypeIsConsumedWithoutAValue) {
+    engine.reports[Path].parameterTypes = {8, 10, 12};
+    Parameter("'one'");
+    Parameter("'two'");
+    Parameter("'three'");
+    EXPECT_TRUE(Run("PDF"));
+    EXPECT_EQ(CallsWith("value"), Calls{"value 3 text three"});
+}
+
+TEST_F(RunReport, WordForANumberFailsTheRun) {
+    engine.reports[Path].parameterTypes = {7};
+    Parameter("'abc'");
+    try {
+        Run("PDF");
+        FAIL() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 13);
+        EXPECT_EQ(error.Description(), "Type mismatch");
+    }
+    EXPECT_TRUE(CallsWith("export").empty());
+}
+
+TEST_F(RunReport, NullForADateFailsTheRun) {
+    engine.reports[Path].parameterTypes = {16};
+    Parameter("null");
+    EXPECT_THROW(Run("PDF"), RuntimeError);
+}
+
+TEST_F(RunReport, MoreValuesThanFieldsFailTheRun) {
+    engine.reports[Path].parameterTypes = {12};
+    Parameter("'a'");
+    Parameter("'b'");
+    EXPECT_THROW(Run("PDF"), RuntimeError);
+}
+
+TEST_F(RunReport, MissingFileLeavesTheReportBefore) {
+    EXPECT_TRUE(Run("PDF"));
+    const auto before = Global::CurrentReport;
+    ASSERT_NE(before, nullptr);
+    EXPECT_THROW(Global::RunReport(7, "Z:\\none.rpt", "", "", "", "PDF", "", "", ""), RuntimeError);
+    EXPECT_EQ(Global::CurrentReport, before);
+}
+
+TEST_F(RunReport, KeyThatIsNoNumberFails) {
+    EXPECT_THROW(Global::RunReport("x y", Path, "", "", "", "PDF", "", "", ""), RuntimeError);
+}
+
+TEST_F(RunReport, HidesTheMainWindowInTheSchedulerOnly) {
+    EXPECT_TRUE(Run("PDF"));
+    EXPECT_EQ(frame.hides, 1);
+    SetCommand({});
+    EXPECT_TRUE(Run("PDF"));
+    EXPECT_EQ(frame.hides, 1);
+}
+
+TEST_F(RunReport, ErrorOfTheExportPassesToTheCaller) {
+    engine.reports[Path].exportError = RuntimeError(1000, "cannot");
+    EXPECT_THROW(Run("PDF"), RuntimeError);
+}
+
+TEST_F(RunReport, TheEngineIsMadeOnceAndTheReportStays) {
+    EXPECT_EQ(Global::ReportEngine, nullptr);
+    EXPECT_TRUE(Run("PDF"));
+    const auto made = Global::ReportEngine;
+    EXPECT_TRUE(Run("PDF"));
+    EXPECT_EQ(Global::ReportEngine, made);
+    EXPECT_NE(Global::CurrentReport, nullptr);
+}
+
+TEST_F(RunReport, OtherKindOfFieldCanBeRefused) {
+    engine.reports[Path].parameterTypes = {22};
+    report::Report& report = Global::OpenReport(Path);
+    try {
+        Global::HandOverParameter(report, 1, "x", Global::OtherFieldRule::Fail);
+        FAIL() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 424);
+    }
+}
+
+TEST_F(RunReport, BusyCursorSetsTheScreenPointer) {
+    Global::BusyCursor(true);
+    Global::BusyCursor(false);
+    EXPECT_EQ(frame.pointers, (std::vector<int>{11, 0}));
+}
+
+TEST_F(RunReport, AttachmentListIsClearedWhole) {
+    Global::AttachmentList.fill("x");
+    Global::ClearAttachmentList();
+    for (const std::string& slot : Global::AttachmentList) {
+        EXPECT_EQ(slot, "");
+    }
+}

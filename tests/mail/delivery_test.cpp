@@ -1,0 +1,143 @@
+#include "mail/Delivery.h"
+
+#include <gtest/gtest.h>
+
+#include "app/Global.h"
+#include "support/fakes.h"
+
+using Global::SendAlertMail;
+using Global::SendMailBatch;
+using Global::SendMailSingle;
+
+namespace {
+
+const char* const MailboxText =
+    "Your mailbox is over the limit or the Exchange Server is down! Sending mail failed";
+
+class Delivery : public testing::Test {
+ protected:
+    void SetUp() override {
+        Global::AlertWho = "boss@example.com";
+        Global::AttachmentList.fill({});
+        Global::RecipientList = {"", "ann@example.com", "bob@example.com"};
+    }
+    fakes::FakeMailSystem mail;
+    fakes::FakePrompts prompts;
+};
+
+}  // namespace
+
+TEST_F(Delivery, PackageMailHasEveryRecipientAndEveryFileInPlace) {
+    Global::AttachmentList[1] = "Z:\\a.pdf";
+    Global::AttachmentList[2] = "Z:\\b.xls";
+    Global::AttachmentList[3] = "Z:\\c.htm";
+    EXPECT_TRUE(SendMailBatch("ten chars.", "Reports", 2, 3, 1));
+    ASSERT_EQ(mail.sent.size(), 1U);
+    const fakes::SentMessage& sent = mail.sent[0];
+    EXPECT_EQ(sent.subject, "Reports");
+    EXPECT_EQ(sent.text, "ten chars.");
+    EXPECT_EQ(sent.importance, 1);
+    EXPECT_TRUE(sent.resolvedWithDialog);
+    EXPECT_EQ(sent.recipients, (std::vector<std::string>{"ann@example.com", "bob@example.com"}));
+    EXPECT_EQ(sent.attachments, (std::vector<std::pair<int, std::string>>{
+                                    {11, "Z:\\a.pdf"}, {12, "Z:\\b.xls"}, {13, "Z:\\c.htm"}}));
+}
+
+TEST_F(Delivery, EmptySlotIsHandedOverAsItIs) {
+    EXPECT_TRUE(SendMailBatch("", "s", 1, 1, 1));
+    EXPECT_EQ(mail.sent.at(0).attachments, (std::vector<std::pair<int, std::string>>{{1, ""}}));
+}
+
+TEST_F(Delivery, FilesBeyondTwentyFailAndAreAlerted) {
+    EXPECT_FALSE(SendMailBatch("b", "s", 1, 21, 1));
+    ASSERT_EQ(mail.sent.size(), 1U);
+    EXPECT_EQ(mail.sent[0].text, "An error occured in SendMailBatch. Subscript out of range [9]");
+}
+
+TEST_F(Delivery, ListWithoutLastSeparatorLosesItsLastName) {
+    EXPECT_TRUE(SendMailSingle("b", "s", "a;b", "Z:\\f.htm", 1));
+    EXPECT_EQ(mail.sent.at(0).recipients, std::vector<std::string>{"a"});
+}
+
+TEST_F(Delivery, ListWithLastSeparatorGivesEveryName) {
+    EXPECT_TRUE(SendMailSingle("b", "s", "a;b;", "Z:\\f.htm", 1));
+    EXPECT_EQ(mail.sent.at(0).recipients, (std::vector<std::string>{"a", "b"}));
+}
+
+TEST_F(Delivery, ListOfOneNameGivesIt) {
+    EXPECT_TRUE(SendMailSingle("grüße", "s", "a", "Z:\\f.htm", 1));
+    EXPECT_EQ(mail.sent.at(0).recipients, std::vector<std::string>{"a"});
+    EXPECT_EQ(mail.sent.at(0).attachments, (std::vector<std::pair<int, std::string>>{{6, "Z:\\f.htm"}}));
+}
+
+TEST_F(Delivery, AlertGoesToOneUnsplitNameWithHighImportance) {
+    EXPECT_TRUE(SendAlertMail("text", "a;b; c", "Pressroom Error", 1));
+    ASSERT_EQ(mail.sent.size(), 1U);
+    EXPECT_EQ(mail.sent[0].recipients, std::vector<std::string>{"a;b; c"});
+    EXPECT_EQ(mail.sent[0].importance, 2);
+    EXPECT_TRUE(mail.sent[0].attachments.empty());
+}
+
+TEST_F(Delivery, AlertWithAnEmptyMarkerIsOfUsualImportance) {
+    EXPECT_TRUE(SendAlertMail("text", "a", "s", ""));
+    EXPECT_EQ(mail.sent.at(0).importance, 1);
+}
+
+class MailboxNumbers : public Delivery, public testing::WithParamInterface<std::int32_t> {};
+
+TEST_P(MailboxNumbers, ShowOneBoxAndAlertNobody) {
+    const RuntimeError lost(GetParam(), "gone");
+    mail.sendErrors = {lost, lost, lost};
+    EXPECT_FALSE(SendMailBatch("b", "s", 1, 0, 1));
+    EXPECT_FALSE(SendMailSingle("b", "s", "a", "f", 1));
+    EXPECT_FALSE(SendAlertMail("b", "a", "s", 1));
+    EXPECT_TRUE(mail.sent.empty());
+    EXPECT_EQ(mail.logons, 3);
+    EXPECT_EQ(prompts.boxes, (std::vector<fakes::Box>(3, {MailboxText, 0, "Oxbow Courier"})));
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, MailboxNumbers,
+                         testing::Values(static_cast<std::int32_t>(0x80004005),
+                                         static_cast<std::int32_t>(0x8004011D)));
+
+TEST_F(Delivery, OtherErrorsAreAlertedUnderOneRoutineName) {
+    mail.resolveErrors = {RuntimeError(500, "nobody"), std::nullopt, RuntimeError(501, "refused"),
+                          std::nullopt};
+    EXPECT_FALSE(SendMailBatch("b", "s", 1, 0, 1));
+    EXPECT_FALSE(SendMailSingle("b", "s", "a", "f", 1));
+    ASSERT_EQ(mail.sent.size(), 2U);
+    EXPECT_EQ(mail.sent[0].text, "An error occured in SendMailBatch. nobody [500]");
+    EXPECT_EQ(mail.sent[1].text, "An error occured in SendMailBatch. refused [501]");
+    EXPECT_EQ(mail.sent[1].subject, "Pressroom Error");
+    EXPECT_EQ(mail.sent[1].recipients, std::vector<std::string>{"boss@example.com"});
+    EXPECT_EQ(mail.sent[1].importance, 2);
+    EXPECT_TRUE(prompts.boxes.empty());
+}
+
+TEST_F(Delivery, FailedAlertIsNotAlerted) {
+    mail.sendErrors = {RuntimeError(500, "refused")};
+    EXPECT_FALSE(SendAlertMail("b", "a", "s", 1));
+    EXPECT_TRUE(mail.sent.empty());
+    EXPECT_TRUE(prompts.boxes.empty());
+}
+
+TEST_F(Delivery, FailedLogonPassesToTheCaller) {
+    mail.logonErrors = {RuntimeError(77, "no profile"), RuntimeError(77, "no profile"),
+                        RuntimeError(77, "no profile")};
+    EXPECT_THROW(SendMailBatch("b", "s", 1, 0, 1), RuntimeError);
+    EXPECT_THROW(SendMailSingle("b", "s", "a", "f", 1), RuntimeError);
+    EXPECT_THROW(SendAlertMail("b", "a", "s", 1), RuntimeError);
+}
+
+TEST_F(Delivery, FailedLogonOfAnAlertPassesOutOfTheMailThatFailed) {
+    mail.logonErrors = {std::nullopt, RuntimeError(77, "no profile")};
+    mail.sendErrors = {RuntimeError(500, "refused")};
+    EXPECT_THROW(SendMailSingle("b", "s", "a", "f", 1), RuntimeError);
+}
+
+TEST_F(Delivery, NoSessionIsNoMail) {
+    mail.noSession = true;
+    EXPECT_FALSE(SendMailBatch("b", "s", 1, 0, 1));
+    EXPECT_FALSE(SendMailSingle("b", "s", "a", "f", 1));
+    EXPECT_FALSE(SendAlertMail("b", "a", "s", 1));
+}

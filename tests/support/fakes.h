@@ -1,0 +1,152 @@
+// Stand-ins for what a test must hold in its hand: the clock, the loop, the prompts, the process, the
+// settings, the main window, the mail system and the report engine. Each notes what was asked of it.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/Frame.h"
+#include "platform/clock.h"
+#include "platform/loop.h"
+#include "platform/mapi.h"
+#include "platform/process.h"
+#include "platform/prompts.h"
+#include "platform/registry.h"
+#include "platform/report_engine.h"
+
+namespace fakes {
+
+class FakeClock : public Clock {
+ public:
+    explicit FakeClock(DateValue start) : now(start) { SetClock(this); }
+    ~FakeClock() override { SetClock(nullptr); }
+    DateValue Now() const override { return now; }
+    DateValue now;
+};
+
+DateValue At(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
+
+// A yield that may wait lets a second pass on the fake clock.
+class FakeLoop : public MessageLoop {
+ public:
+    explicit FakeLoop(FakeClock& clock) : m_clock(clock) { SetLoop(this); }
+    ~FakeLoop() override { SetLoop(nullptr); }
+    void Yield() override;
+    void YieldFor(double seconds) override;
+    int yields = 0;
+    int waits = 0;
+    std::function<void()> onYield;
+
+ private:
+    FakeClock& m_clock;
+};
+
+struct Box {
+    std::string text;
+    int flags = 0;
+    std::string title;
+    bool operator==(const Box&) const = default;
+};
+
+class FakePrompts : public Prompts {
+ public:
+    FakePrompts() { SetPrompts(this); }
+    ~FakePrompts() override { SetPrompts(nullptr); }
+    int Box(const std::string& text, int flags, const std::string& title) override;
+    std::string Input(const std::string& prompt, const std::string& title,
+                      const std::string& preset) override;
+    std::vector<fakes::Box> boxes;
+    std::deque<int> answers;  // used up one a box; none left: vbOK
+    std::deque<std::string> inputs;
+};
+
+class FakeProcess : public Process {
+ public:
+    FakeProcess() { SetProcess(this); }
+    ~FakeProcess() override { SetProcess(nullptr); }
+    void End(int exitCode) override { ends.push_back(exitCode); }
+    std::vector<int> ends;
+};
+
+class FakeRegistry : public Registry {
+ public:
+    FakeRegistry() { SetRegistry(this); }
+    ~FakeRegistry() override { SetRegistry(nullptr); }
+    long RegOpenKeyA(std::uint32_t root, const std::string& key, Handle& handle) override;
+    long RegQueryValueExA(Handle handle, const std::string& name, std::uint32_t& type,
+                          std::string& bytes) override;
+    long RegCreateKeyA(std::uint32_t root, const std::string& key, Handle& handle) override;
+    long RegSetValueExA(Handle handle, const std::string& name, std::uint32_t type,
+                        const std::string& bytes) override;
+    long RegCloseKey(Handle handle) override;
+
+    struct Entry {
+        std::uint32_t type = REG_SZ;
+        std::string bytes;
+    };
+    std::map<std::string, std::map<std::string, Entry>> keys;
+    std::vector<std::string> writes;  // key\name=value, in order
+    int opened = 0, closed = 0;
+
+ private:
+    std::vector<std::string> m_handles;
+};
+
+class FakeFrame : public MainFrame {
+ public:
+    FakeFrame();
+    ~FakeFrame() override;
+    void EnableTimer1(bool enabled) override;
+    void HideWindow() override { ++hides; }
+    void ScreenMousePointer(int pointer) override { pointers.push_back(pointer); }
+    bool timerEnabled = true;
+    std::vector<bool> timerChanges;
+    int hides = 0;
+    std::vector<int> pointers;
+};
+
+// What a message was when it was sent.
+struct SentMessage {
+    std::string subject, text;
+    int importance = 1;
+    std::vector<std::string> recipients;
+    std::vector<std::pair<int, std::string>> attachments;  // position, source
+    bool resolvedWithDialog = false;
+};
+
+class FakeMailSystem : public MAPI::System {
+ public:
+    FakeMailSystem() { MAPI::SetMailSystem(this); }
+    ~FakeMailSystem() override { MAPI::SetMailSystem(nullptr); }
+    std::unique_ptr<MAPI::Session> CreateSession() override;
+    std::vector<SentMessage> sent;
+    // Raised by the nth logon, resolve or send from now (front of the queue; nullopt: succeeds).
+    std::deque<std::optional<RuntimeError>> logonErrors, resolveErrors, sendErrors;
+    bool noSession = false;
+    int logons = 0;
+};
+
+// The engine: reports by path, and a list of every operation in order as text.
+struct FakeReportSpec {
+    std::string title = "Sales";
+    int tables = 1;
+    std::vector<int> parameterTypes;
+    std::optional<RuntimeError> exportError;
+};
+
+class FakeEngine : public report::Engine {
+ public:
+    FakeEngine();
+    ~FakeEngine() override;
+    std::shared_ptr<report::Report> OpenReport(const std::string& path) override;
+    std::map<std::string, FakeReportSpec> reports;
+    std::vector<std::string> calls;
+    std::function<void(const std::string& file)> onExport;  // called with the file or "mail"
+};
+
+}  // namespace fakes
