@@ -26,7 +26,7 @@ std::string_view Trimmed(std::string_view text) {
 // numbers.
 std::optional<double> DecimalOf(std::string_view text) {
     std::string_view digits = Trimmed(text);
-    if (!digits.empty() && digits.front() == '+') {
+    if (digits.size() > 1 && digits.front() == '+' && digits[1] != '-') {
         digits.remove_prefix(1);
     }
     const bool startsAsNumber = !digits.empty() && (digits.front() == '-' || digits.front() == '.' ||

@@ -18,6 +18,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto LongestWait = 10s;
+// SQLite's own waiting grows to 100 ms a turn, so that two programs that write in turns can starve one
+// another.
+constexpr auto Turn = 2ms;
 
 // SQLite waits by itself for a lock, but not where it sees a race between a start and an end of the
 // write-ahead log: there it says "busy" at once, and the call is to be made again.
@@ -26,7 +29,7 @@ int UntilNotBusy(Call call) {
     const auto deadline = std::chrono::steady_clock::now() + LongestWait;
     int code = call();
     while (IsBusyCode(code) && std::chrono::steady_clock::now() < deadline) {
-        std::this_thread::sleep_for(5ms);
+        std::this_thread::sleep_for(Turn);
         code = call();
     }
     return code;
@@ -76,7 +79,7 @@ void Database::OpenFile() {
 void Database::Configure() {
     sqlite3* handle = Handle();
     sqlite3_extended_result_codes(handle, 1);
-    sqlite3_busy_timeout(handle, std::chrono::duration_cast<std::chrono::milliseconds>(LongestWait).count());
+    sqlite3_busy_handler(handle, WaitWhileBusy, this);
     struct Setting {
         int name;
         int value;
@@ -103,6 +106,19 @@ void Database::UseWriteAheadLog() {
     if (code != SQLITE_OK && (code & 0xFF) != SQLITE_READONLY) {
         Raise(code);
     }
+}
+
+int Database::WaitWhileBusy(void* database, int calls) {
+    auto& busySince = static_cast<Database*>(database)->m_busySince;
+    const auto now = std::chrono::steady_clock::now();
+    if (calls == 0) {
+        busySince = now;
+    }
+    if (now - busySince >= LongestWait) {
+        return 0;
+    }
+    std::this_thread::sleep_for(Turn);
+    return 1;
 }
 
 void Database::Raise(int code) {

@@ -32,8 +32,10 @@ class Database {
     void OpenFile();
     void Configure();
     void UseWriteAheadLog();
+    static int WaitWhileBusy(void* database, int calls);
 
     std::string m_file;  // as the system writes paths
+    std::chrono::steady_clock::time_point m_busySince;
     std::optional<RuntimeError> m_functionError;
     std::unique_ptr<sqlite3, Closer> m_handle;
 };

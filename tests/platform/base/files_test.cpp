@@ -1,0 +1,95 @@
+#include "platform/files.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <iterator>
+#include <string>
+
+#include "platform/paths.h"
+#include "support/raises.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Files : public testing::Test {
+ protected:
+    std::string Name(const std::string& name) const { return paths::FromMachine(m_folder / name); }
+    void Copy(const std::string& from, const std::string& to) const {
+        Scripting::FileSystemObject().GetFile(Name(from)).Copy(Name(to));
+    }
+    std::size_t Entries() const {
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(m_folder.Path()), {}));
+    }
+
+    TemporaryFolder m_folder;
+    Scripting::FileSystemObject m_files;
+};
+
+TEST_F(Files, FolderIsNoFile) {
+    WriteBytes(m_folder / "a.rpt", "x");
+    EXPECT_TRUE(m_files.FileExists(Name("a.rpt")));
+    EXPECT_TRUE(m_files.FileExists(Name("A.RPT")));
+    EXPECT_FALSE(m_files.FileExists(Name("b.rpt")));
+    EXPECT_FALSE(m_files.FileExists(paths::FromMachine(m_folder.Path())));
+    EXPECT_FALSE(m_files.FileExists("C:\\a.rpt"));
+    EXPECT_FALSE(m_files.FileExists(""));
+}
+
+TEST_F(Files, MissingFileIsNotFoundAndNamed) {
+    EXPECT_EQ(NumberRaisedBy([this] { m_files.GetFile(Name("o'neill.rpt")); }), 53);
+    EXPECT_NE(DescriptionRaisedBy([this] { m_files.GetFile(Name("gone.rpt")); }).find("gone.rpt"),
+              std::string::npos);
+}
+
+TEST_F(Files, CopyReplacesAndIsForItsOwnerOnly) {
+    std::string bytes(300'000, 'x');
+    bytes += '\0';
+    WriteBytes(m_folder / "a", bytes);
+    WriteBytes(m_folder / "b", "old");
+    Copy("a", "b");
+    EXPECT_EQ(ReadBytes(m_folder / "b"), bytes);
+    struct stat status {};
+    ASSERT_EQ(stat((m_folder / "b").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600U);
+    EXPECT_EQ(Entries(), 2U);
+}
+
+TEST_F(Files, CopyIntoAMissingFolderIsPathNotFound) {
+    WriteBytes(m_folder / "a", "x");
+    EXPECT_EQ(NumberRaisedBy([this] { Copy("a", "none\\b"); }), 76);
+    EXPECT_EQ(NumberRaisedBy([this] { Scripting::File(Name("a")).Copy("C:\\b"); }), 76);
+}
+
+TEST_F(Files, CopyThatFailsLeavesNothingBehind) {
+    WriteBytes(m_folder / "a", "x");
+    fs::create_directory(m_folder / "folder");
+    EXPECT_EQ(NumberRaisedBy([this] { Copy("a", "folder"); }), 75);
+    EXPECT_EQ(Entries(), 2U);
+}
+
+TEST_F(Files, CopyOntoItselfLosesNothing) {
+    WriteBytes(m_folder / "a", "kept");
+    EXPECT_EQ(NumberRaisedBy([this] { Copy("a", "a"); }), 75);
+    EXPECT_EQ(ReadBytes(m_folder / "a"), "kept");
+}
+
+TEST_F(Files, CopyOfADatabaseDoesNotMeetTheLogOfTheOneBefore) {
+    WriteBytes(m_folder / "blank", std::string("SQLite format 3\0", 16) + "rows");
+    WriteBytes(m_folder / "live-wal", "old rows");
+    WriteBytes(m_folder / "live-shm", "old index");
+    Copy("blank", "live");
+    EXPECT_FALSE(fs::exists(m_folder / "live-wal"));
+    EXPECT_FALSE(fs::exists(m_folder / "live-shm"));
+}
+
+TEST_F(Files, CopyOfAnotherFileTouchesNoNeighbour) {
+    WriteBytes(m_folder / "a", "report");
+    WriteBytes(m_folder / "b-wal", "mine");
+    Copy("a", "b");
+    EXPECT_EQ(ReadBytes(m_folder / "b-wal"), "mine");
+}
+
+}  // namespace
