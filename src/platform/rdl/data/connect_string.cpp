@@ -67,7 +67,7 @@ ConnectString::ConnectString(std::string_view text) {
     text = Trimmed(text);
     if (!text.empty() && text.find('=') == std::string_view::npos) {
         std::size_t at = 0;
-        m_pairs.emplace_back("datasource", ReadValue(text, at));
+        m_pairs.emplace_back("Data Source", ReadValue(text, at));
         return;
     }
     for (std::size_t at = 0; at < text.size();) {
@@ -77,9 +77,9 @@ ConnectString::ConnectString(std::string_view text) {
             at = end == std::string_view::npos ? text.size() : end + 1;
             continue;
         }
-        const std::string key = KeyOf(text.substr(at, equals - at));
+        std::string key(Trimmed(text.substr(at, equals - at)));
         at = equals + 1;
-        m_pairs.emplace_back(key, ReadValue(text, at));
+        m_pairs.emplace_back(std::move(key), ReadValue(text, at));
     }
 }
 
@@ -87,7 +87,7 @@ std::string ConnectString::Get(std::initializer_list<std::string_view> keys) con
     for (const std::string_view key : keys) {
         const std::string wanted = KeyOf(key);
         for (const auto& [name, value] : m_pairs) {
-            if (name == wanted) {
+            if (KeyOf(name) == wanted) {
                 return value;
             }
         }
@@ -99,7 +99,7 @@ bool ConnectString::Has(std::initializer_list<std::string_view> keys) const {
     for (const std::string_view key : keys) {
         const std::string wanted = KeyOf(key);
         for (const auto& pair : m_pairs) {
-            if (pair.first == wanted) {
+            if (KeyOf(pair.first) == wanted) {
                 return true;
             }
         }

@@ -1,6 +1,7 @@
 // A connect string: pairs key=value between semicolons, values in " or ' (doubled inside) or in { }.
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,7 +21,7 @@ class ConnectString {
     const std::vector<std::pair<std::string, std::string>>& Pairs() const { return m_pairs; }
 
  private:
-    std::vector<std::pair<std::string, std::string>> m_pairs;  // keys in lower case without blanks
+    std::vector<std::pair<std::string, std::string>> m_pairs;  // keys as written
 };
 
 // What the pairs of each provider mean, whatever they are called there.

@@ -14,7 +14,9 @@ struct Table {
     std::vector<bool> missing;            // fields that the query did not give
     std::vector<Value> cells;             // row after row
     std::size_t RowCount() const { return fieldNames.empty() ? 0 : cells.size() / fieldNames.size(); }
-    const Value& At(std::size_t row, std::size_t field) const { return cells[row * fieldNames.size() + field]; }
+    const Value& At(std::size_t row, std::size_t field) const {
+        return cells[row * fieldNames.size() + field];
+    }
 };
 
 }  // namespace rdl

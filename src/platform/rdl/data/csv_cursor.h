@@ -1,0 +1,25 @@
+// Rows out of a text file with separated values.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/rdl/data/cursor.h"
+
+namespace rdl::data {
+
+struct CsvForm {
+    char separator = '\0';  // NUL: the most frequent of , ; tab | in the first line
+    bool header = true;     // the first line names the columns; else they are Column1, Column2 ...
+    bool latin1 = false;    // else UTF-8, or UTF-16 with a byte order mark
+};
+
+// Values in quotes may hold separators, line ends and doubled quotes. A column whose values are all plain
+// numbers (no leading zeros: those are codes) gives numbers; an empty value is Null. Raises rdl::Error.
+std::unique_ptr<Cursor> OpenCsv(std::string_view bytes, const CsvForm& form);
+
+// The file that a query asks for: a bare name, or SELECT * FROM name; empty when it names none.
+std::string CsvFileOfQuery(std::string_view query);
+
+}  // namespace rdl::data

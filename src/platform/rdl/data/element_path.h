@@ -1,0 +1,27 @@
+// An element path: which elements of an XML document are rows, and what of them are columns.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/rdl/data/field_type.h"
+
+namespace rdl::data {
+
+struct PathField {
+    std::string name;  // empty: the element's own text
+    bool attribute = false;
+    FieldType type = FieldType::Text;
+};
+
+struct PathLevel {
+    std::string element;
+    bool hasList = false;
+    std::vector<PathField> fields;
+};
+
+// Raises rdl::Error naming the position. An empty text and * give no level: the document's own shape decides.
+std::vector<PathLevel> ParseElementPath(std::string_view text);
+
+}  // namespace rdl::data

@@ -1,0 +1,35 @@
+// A query's named parameters as positional binds: a value never becomes part of the text.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/rdl/data/provider.h"
+#include "platform/rdl/value.h"
+
+namespace rdl::data {
+
+struct NamedValue {
+    std::string name;  // as the report writes it: @Year, :Year, $Year, ? or Year
+    Value value;       // a List becomes one bind for each of its values
+};
+
+struct BoundQuery {
+    std::string text;          // every parameter is a ?
+    std::vector<Value> binds;  // one for each ? that was put in, in order
+};
+
+// Rewrites @name, :name and $name where the data set has a parameter of that name (without regard to case),
+// outside strings, quoted names and comments. A text without any of them may have a ? for each parameter.
+// Raises rdl::Error when the numbers do not meet or a list is too long.
+BoundQuery BindParameters(std::string_view text, const std::vector<NamedValue>& values,
+                          ProviderKind provider);
+
+// The statement that calls a stored procedure; its name may hold letters, digits, . _ [ ] " and blanks.
+std::string ProcedureCall(std::string_view name, const std::vector<NamedValue>& values,
+                          ProviderKind provider);
+// The statement that reads a whole table.
+std::string TableQuery(std::string_view name, ProviderKind provider);
+
+}  // namespace rdl::data

@@ -1,0 +1,185 @@
+#include "platform/rdl/data/row_environment.h"
+
+#include "platform/rdl/data/aggregate.h"
+#include "platform/rdl/data/message.h"
+
+namespace rdl::data {
+namespace {
+
+// Fields that build on fields that build on fields.
+constexpr int DeepestCalculation = 50;
+
+}  // namespace
+
+DataContext::DataContext(const Definition& definition, const std::string& dataSetName, const Table* table)
+    : m_definition(definition), m_table(table) {
+    dataSet = dataSetName;
+}
+
+std::optional<int> DataContext::FieldSlot(const std::string& set, std::string_view field) const {
+    if (m_table && set == dataSet) {
+        for (std::size_t slot = 0; slot < m_table->fieldNames.size(); ++slot) {
+            if (EqualNoCase(m_table->fieldNames[slot], field)) {
+                return static_cast<int>(slot);
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<int> DataContext::ParameterIndex(std::string_view name) const {
+    for (std::size_t i = 0; i < m_definition.parameters.size(); ++i) {
+        if (EqualNoCase(m_definition.parameters[i].name, name)) {
+            return static_cast<int>(i);
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> DataContext::DataSetOfScope(const std::string& scope) const {
+    return m_definition.FindDataSet(scope) || scope == dataSet ? std::optional<std::string>(scope)
+                                                               : std::nullopt;
+}
+
+RowEnvironment::RowEnvironment(const LoadRequest& request, Table* table)
+    : m_request(request), m_culture(FindCulture(request.definition->language)), m_table(table) {}
+
+void RowEnvironment::SetRow(std::size_t row) {
+    m_row = row;
+    for (const auto& calculation : m_calculations) {
+        m_states[calculation.first] = State::Open;
+    }
+}
+
+void RowEnvironment::SetCalculation(std::size_t slot, std::shared_ptr<expr::Program> program) {
+    m_states.resize(m_table->fieldNames.size(), State::Stored);
+    m_calculations[slot] = std::move(program);
+}
+
+void RowEnvironment::CalculateRow() {
+    for (const auto& calculation : m_calculations) {
+        Field(static_cast<int>(calculation.first));
+    }
+}
+
+Value& RowEnvironment::Cell(std::size_t slot) {
+    return m_table->cells[m_row * m_table->fieldNames.size() + slot];
+}
+
+Value RowEnvironment::Field(int slot) {
+    const auto at = static_cast<std::size_t>(slot);
+    if (!m_table || at >= m_table->fieldNames.size()) {
+        return Value::Error("there is no field here");
+    }
+    if (m_row >= m_table->RowCount()) {
+        return {};
+    }
+    if (at >= m_states.size() || m_states[at] == State::Stored) {
+        return Cell(at);
+    }
+    if (m_states[at] == State::Busy || m_depth >= DeepestCalculation) {
+        return Value::Error("the field " + m_table->fieldNames[at] + " is calculated from itself");
+    }
+    m_states[at] = State::Busy;
+    ++m_depth;
+    Value value = m_calculations[at]->Evaluate(*this);
+    --m_depth;
+    m_states[at] = State::Stored;
+    Cell(at) = value;
+    return value;
+}
+
+bool RowEnvironment::FieldMissing(int slot) {
+    const auto at = static_cast<std::size_t>(slot);
+    return !m_table || at >= m_table->missing.size() || m_table->missing[at];
+}
+
+Value RowEnvironment::Parameter(int index) {
+    const auto at = static_cast<std::size_t>(index);
+    return at < m_request.parameters.size() ? m_request.parameters[at].value : Value();
+}
+
+Value RowEnvironment::ParameterLabel(int index) {
+    const auto at = static_cast<std::size_t>(index);
+    return at < m_request.parameters.size() ? m_request.parameters[at].label : Value();
+}
+
+Value RowEnvironment::Global(expr::GlobalName name) {
+    switch (name) {
+        case expr::GlobalName::ExecutionTime:
+            return Value::DateTime(m_request.nowTicks);
+        case expr::GlobalName::ReportName:
+            return Value::Text(m_request.reportName);
+        case expr::GlobalName::ReportFolder:
+            return Value::Text(m_request.folder);
+        case expr::GlobalName::ReportServerUrl:
+            return Value::Text("");
+        case expr::GlobalName::RenderFormatName:
+            return Value::Text(m_request.renderFormat);
+        case expr::GlobalName::RenderFormatIsInteractive:
+            return Value::Boolean(false);
+        case expr::GlobalName::UserID:
+            return Value::Text(m_request.userName);
+        case expr::GlobalName::Language:
+            return Value::Text(m_culture.name);
+        default:
+            return Value::Error("there are no pages in a data set");
+    }
+}
+
+Value RowEnvironment::ReportItem(const std::string& name) {
+    return Value::Error("the report item " + name + " cannot be used in a data set");
+}
+
+Value RowEnvironment::Variable(const std::string& name) {
+    return Value::Error("the variable " + name + " cannot be used in a data set");
+}
+
+Value RowEnvironment::Aggregate(const expr::AggregateCall& call) {
+    if (!m_table || m_aggregating || m_depth > 0) {
+        return Value::Error("an aggregate cannot be used here");
+    }
+    const auto known = m_aggregates.find(call.id);
+    if (known != m_aggregates.end()) {
+        return known->second;
+    }
+    const std::size_t row = m_row;
+    m_aggregating = true;
+    Value result = data::Aggregate(
+        call.kind, m_table->RowCount(),
+        [&](std::size_t at) {
+            m_row = at;
+            return call.argument ? call.argument->Evaluate(*this) : Value();
+        },
+        m_culture);
+    m_aggregating = false;
+    m_row = row;
+    return m_aggregates[call.id] = std::move(result);
+}
+
+Value RowEnvironment::Lookup(const expr::LookupCall&) {
+    return Value::Error("other data sets cannot be looked up while a data set is read");
+}
+
+bool RowEnvironment::InScope(const std::string&) {
+    return false;
+}
+
+int RowEnvironment::Level(const std::string&) {
+    return 0;
+}
+
+std::int64_t RowEnvironment::DataSetRowCount(const std::string&) {
+    return 0;
+}
+
+Value EvaluateAlone(const LoadRequest& request, const Expr& source) {
+    if (!source.IsExpression()) {
+        return source.IsSet() ? Value::Text(source.source) : Value();
+    }
+    DataContext context(*request.definition, "", nullptr);
+    RowEnvironment environment(request, nullptr);
+    return expr::Compile(source.source, source.where, context)->Evaluate(environment);
+}
+
+}  // namespace rdl::data

@@ -1,0 +1,24 @@
+// Shared data sources (.rds) and shared data sets (.rsd) beside a report.
+#pragma once
+
+#include <string>
+
+#include "platform/rdl/definition/model.h"
+
+namespace rdl::data {
+
+struct SharedSource {
+    std::string provider, connectString;
+};
+
+// `reference` is a name or a path of a report server; its last piece names the file in the report's folder.
+// Raises rdl::Error when the file is missing or none of its kind.
+SharedSource ReadSharedSource(const std::string& reference, const std::string& folder);
+
+struct SharedDataSet {
+    DataSet dataSet;    // its query, fields and filters; its data source's name is the reference
+    DataSource source;  // the shared data source that it asks
+};
+SharedDataSet ReadSharedDataSet(const std::string& reference, const std::string& folder);
+
+}  // namespace rdl::data

@@ -1,0 +1,30 @@
+// The functions of the formula language.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "platform/rdl/value.h"
+
+namespace rdl::formula {
+
+class Inputs;
+
+// An argument is never an error; it is Null only for a function that takes Null.
+using Function = Value (*)(std::span<const Value> arguments, Inputs& inputs);
+
+struct FunctionInfo {
+    std::string_view name;  // small letters
+    int least, most;        // arguments
+    Function function;      // null: the report language's function of the name `shared`
+    std::string_view shared;
+    bool takesNull = false;
+};
+
+const FunctionInfo* FindFunction(std::string_view name);
+Value CallFunction(const FunctionInfo& info, std::span<const Value> arguments, Inputs& inputs);
+
+// The pattern of like: * and % for any run, ? and _ for one character; without regard to case.
+bool MatchesLike(std::string_view text, std::string_view pattern);
+
+}  // namespace rdl::formula
