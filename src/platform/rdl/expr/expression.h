@@ -1,8 +1,8 @@
 // The expression language: Visual Basic expressions over Fields, Parameters, Globals and aggregates.
 //
-// Compile() turns a source into a Program once; Evaluate() runs it against an Environment any number of times.
-// What goes wrong while it runs is a Value of kind Error (shown as #Error), never an exception; what does not
-// compile raises rdl::Error naming the position and the word.
+// Compile() turns a source into a Program once; Evaluate() runs it against an Environment any number of
+// times. What goes wrong while it runs is a Value of kind Error (shown as #Error), never an exception; what
+// does not compile raises rdl::Error naming the position and the word.
 #pragma once
 
 #include <cstdint>
@@ -19,8 +19,23 @@
 namespace rdl::expr {
 
 enum class AggregateKind : std::uint8_t {
-    Sum, Avg, Count, CountDistinct, CountRows, Min, Max, First, Last, StDev, StDevP, Var, VarP,
-    RunningValue, RowNumber, Previous, Aggregate,
+    Sum,
+    Avg,
+    Count,
+    CountDistinct,
+    CountRows,
+    Min,
+    Max,
+    First,
+    Last,
+    StDev,
+    StDevP,
+    Var,
+    VarP,
+    RunningValue,
+    RowNumber,
+    Previous,
+    Aggregate,
 };
 
 class Program;
@@ -31,7 +46,7 @@ struct AggregateCall {
     std::shared_ptr<Program> argument;  // null for CountRows and RowNumber
     std::string scope;                  // a group, data region or data set; empty: the current scope
     bool recursive = false;
-    int id = 0;                         // from 0, unique within the CompileContext
+    int id = 0;  // from 0, unique within the CompileContext
 };
 
 struct LookupCall {
@@ -44,17 +59,28 @@ struct LookupCall {
 };
 
 enum class GlobalName : std::uint8_t {
-    PageNumber, TotalPages, OverallPageNumber, OverallTotalPages, PageName, ExecutionTime, ReportName,
-    ReportFolder, ReportServerUrl, RenderFormatName, RenderFormatIsInteractive, UserID, Language,
+    PageNumber,
+    TotalPages,
+    OverallPageNumber,
+    OverallTotalPages,
+    PageName,
+    ExecutionTime,
+    ReportName,
+    ReportFolder,
+    ReportServerUrl,
+    RenderFormatName,
+    RenderFormatIsInteractive,
+    UserID,
+    Language,
 };
 
 // What a program can reach while it runs.
 class Environment {
  public:
     virtual ~Environment() = default;
-    virtual Value Field(int slot) = 0;          // of the current row of the program's data set
+    virtual Value Field(int slot) = 0;  // of the current row of the program's data set
     virtual bool FieldMissing(int slot) = 0;
-    virtual Value Parameter(int index) = 0;     // a List for a multi-value parameter
+    virtual Value Parameter(int index) = 0;  // a List for a multi-value parameter
     virtual Value ParameterLabel(int index) = 0;
     virtual Value Global(GlobalName name) = 0;
     virtual Value ReportItem(const std::string& name) = 0;
@@ -65,7 +91,7 @@ class Environment {
     virtual int Level(const std::string& scope) = 0;  // of a recursive group, from 0; empty: the current
     virtual std::int64_t DataSetRowCount(const std::string& dataSet) = 0;  // DataSets!X.RowCount
     virtual const Culture& CurrentCulture() = 0;
-    virtual std::int64_t NowTicks() = 0;  // the run's one moment, local time
+    virtual std::int64_t NowTicks() = 0;            // the run's one moment, local time
     virtual Value* ItemValue() { return nullptr; }  // Me.Value / Value in Code and styles
 };
 
@@ -77,11 +103,14 @@ struct CompileContext {
     // The slot of a field of a data set, names without regard to case; nullopt when there is none.
     virtual std::optional<int> FieldSlot(const std::string& dataSet, std::string_view field) const = 0;
     virtual std::optional<int> ParameterIndex(std::string_view name) const = 0;
-    // The data set that a scope's rows come from (the scope may be a data set, region or group); nullopt: no such scope.
+    // The data set that a scope's rows come from (the scope may be a data set, region or group); nullopt: no
+    // such scope.
     virtual std::optional<std::string> DataSetOfScope(const std::string& scope) const = 0;
-    std::string dataSet;                   // of the expression itself; empty outside every data region
+    // Names that a field worked out by an expression may have: Fields(Parameters!P.Value).Value.
+    virtual std::vector<std::string> FieldNames(const std::string& /*dataSet*/) const { return {}; }
+    std::string dataSet;  // of the expression itself; empty outside every data region
     const CodeLibrary* code = nullptr;
-    int nextAggregateId = 0;               // counted up by Compile
+    int nextAggregateId = 0;  // counted up by Compile
     int nextLookupId = 0;
 };
 
@@ -113,7 +142,8 @@ class Program {
 std::shared_ptr<Program> Compile(std::string_view source, const std::string& where, CompileContext& context);
 
 // The language's own conversions, for others: truth for visibility, comparison for sorting and grouping
-// (Null first, texts without regard to case, numbers and dates by value; different kinds by kind), equality keys.
+// (Null first, texts without regard to case, numbers and dates by value; different kinds by kind), equality
+// keys.
 bool ToBoolean(const Value& value, bool& result);
 int Compare(const Value& left, const Value& right);
 std::size_t Hash(const Value& value);  // equal values by Compare have equal hashes

@@ -1,0 +1,355 @@
+// Members of any value and of texts: .ToString("N2"), .Trim(), .Substring(0, 3), .Length ...
+#include <algorithm>
+#include <string>
+
+#include "platform/rdl/expr/characters.h"
+#include "platform/rdl/expr/convert.h"
+#include "platform/rdl/expr/functions.h"
+#include "platform/rdl/expr/search.h"
+
+namespace rdl::expr {
+namespace {
+
+Value Outside() {
+    return Value::Error("A position lies outside the text");
+}
+
+// A member of nothing is an error in the language, and a hidden mistake in a report if it were not.
+bool IsNothing(const Call& call) {
+    if (call[0].IsNull()) {
+        call.error = Value::Error("Nothing has no members");
+        return true;
+    }
+    return false;
+}
+
+Value ToStringMember(const Call& call) {
+    if (IsNothing(call)) {
+        return call.error;
+    }
+    if (call.Has(1)) {
+        return MakeText(FormatValue(call[0], call.Text(1), call.culture()));
+    }
+    return MakeText(call[0].kind() == Kind::DateTime ? FormatValue(call[0], "G", call.culture())
+                                                     : call.Text(0));
+}
+
+Value Length(const Call& call) {
+    if (call[0].kind() == Kind::List) {
+        return Value::Integer(static_cast<std::int64_t>(call[0].AsList().size()));
+    }
+    return IsNothing(call) ? call.error
+                           : Value::Integer(static_cast<std::int64_t>(CharacterCount(call.Text(0))));
+}
+
+Value Count(const Call& call) {
+    return call[0].kind() == Kind::List ? Length(call) : Value::Integer(1);
+}
+
+Value ToUpper(const Call& call) {
+    return IsNothing(call) ? call.error : MakeText(Upper(call.Text(0)));
+}
+Value ToLower(const Call& call) {
+    return IsNothing(call) ? call.error : MakeText(Lower(call.Text(0)));
+}
+
+// Of white space, or of the characters given.
+Value TrimAs(const Call& call, bool left, bool right) {
+    if (IsNothing(call)) {
+        return call.error;
+    }
+    const std::u32string text = Decode(call.Text(0));
+    const std::u32string marks = Decode(call.Has(1) ? call.Text(1) : "");
+    const auto cut = [&](char32_t c) {
+        return marks.empty() ? IsSpace(c) : marks.find(c) != std::u32string::npos;
+    };
+    std::size_t begin = 0;
+    std::size_t end = text.size();
+    while (left && begin < end && cut(text[begin])) {
+        ++begin;
+    }
+    while (right && end > begin && cut(text[end - 1])) {
+        --end;
+    }
+    return Value::Text(Encode(std::u32string_view(text).substr(begin, end - begin)));
+}
+
+Value Trim(const Call& call) {
+    return TrimAs(call, true, true);
+}
+Value TrimStart(const Call& call) {
+    return TrimAs(call, true, false);
+}
+Value TrimEnd(const Call& call) {
+    return TrimAs(call, false, true);
+}
+
+// Start and count of a part that must lie within the text; the count defaults to the rest.
+bool Part(const Call& call, std::size_t length, std::size_t& start, std::size_t& count) {
+    std::int64_t from = 0;
+    std::int64_t size = 0;
+    if (!call.Integer(1, from) || (call.count() > 2 && !call.Integer(2, size))) {
+        return false;
+    }
+    const auto whole = static_cast<std::int64_t>(length);
+    size = call.count() > 2 ? size : whole - from;
+    if (from < 0 || from > whole || size < 0 || size > whole - from) {
+        call.error = Outside();
+        return false;
+    }
+    start = static_cast<std::size_t>(from);
+    count = static_cast<std::size_t>(size);
+    return true;
+}
+
+Value Substring(const Call& call) {
+    const std::string text = call.Text(0);
+    std::size_t start = 0;
+    std::size_t count = 0;
+    if (IsNothing(call) || !Part(call, CharacterCount(text), start, count)) {
+        return call.error;
+    }
+    return Value::Text(Slice(text, start, count));
+}
+
+Value Remove(const Call& call) {
+    const std::string text = call.Text(0);
+    std::size_t start = 0;
+    std::size_t count = 0;
+    if (IsNothing(call) || !Part(call, CharacterCount(text), start, count)) {
+        return call.error;
+    }
+    const std::size_t begin = ByteIndex(text, start);
+    return Value::Text(text.substr(0, begin) + text.substr(ByteIndex(text, start + count)));
+}
+
+Value Insert(const Call& call) {
+    const std::string text = call.Text(0);
+    std::int64_t at = 0;
+    if (IsNothing(call) || !call.Integer(1, at)) {
+        return call.error;
+    }
+    if (at < 0 || at > static_cast<std::int64_t>(CharacterCount(text))) {
+        return Outside();
+    }
+    const std::size_t byte = ByteIndex(text, static_cast<std::size_t>(at));
+    return MakeText(text.substr(0, byte) + call.Text(2) + text.substr(byte));
+}
+
+Value Replace(const Call& call) {
+    if (IsNothing(call)) {
+        return call.error;
+    }
+    const std::string what = call.Text(1);
+    return what.empty() ? Value::Error("Replace needs something to look for")
+                        : ReplaceAll(call.Text(0), what, call.Text(2), -1, false);
+}
+
+Value Contains(const Call& call) {
+    if (call[0].kind() == Kind::List) {
+        for (const Value& item : call[0].AsList()) {
+            if (Compare(item, call[1]) == 0 && (!item.IsText() || item.AsText() == call[1].AsText())) {
+                return Value::Boolean(true);
+            }
+        }
+        return Value::Boolean(false);
+    }
+    return IsNothing(call) ? call.error
+                           : Value::Boolean(call.Text(0).find(call.Text(1)) != std::string::npos);
+}
+
+Value StartsWith(const Call& call) {
+    return IsNothing(call) ? call.error : Value::Boolean(call.Text(0).starts_with(call.Text(1)));
+}
+Value EndsWith(const Call& call) {
+    return IsNothing(call) ? call.error : Value::Boolean(call.Text(0).ends_with(call.Text(1)));
+}
+
+Value IndexInList(const Call& call) {
+    const ValueList& list = call[0].AsList();
+    const auto found = std::find_if(list.begin(), list.end(),
+                                    [&](const Value& item) { return Compare(item, call[1]) == 0; });
+    return Value::Integer(found == list.end() ? -1 : found - list.begin());
+}
+
+Value IndexOf(const Call& call) {
+    if (call[0].kind() == Kind::List) {
+        return IndexInList(call);
+    }
+    std::int64_t from = 0;
+    if (IsNothing(call) || !call.Integer(2, from)) {
+        return call.error;
+    }
+    const std::string text = call.Text(0);
+    if (from < 0 || from > static_cast<std::int64_t>(CharacterCount(text))) {
+        return Outside();
+    }
+    const std::size_t at = text.find(call.Text(1), ByteIndex(text, static_cast<std::size_t>(from)));
+    return Value::Integer(at == std::string::npos ? -1 : static_cast<std::int64_t>(CharacterIndex(text, at)));
+}
+
+Value LastIndexOf(const Call& call) {
+    if (IsNothing(call)) {
+        return call.error;
+    }
+    const std::string text = call.Text(0);
+    const std::size_t at = text.rfind(call.Text(1));
+    return Value::Integer(at == std::string::npos ? -1 : static_cast<std::int64_t>(CharacterIndex(text, at)));
+}
+
+Value Pad(const Call& call, bool left) {
+    std::int64_t width = 0;
+    if (IsNothing(call) || !call.Integer(1, width)) {
+        return call.error;
+    }
+    const std::string text = call.Text(0);
+    const std::string mark = call.Has(2) ? call.Text(2) : " ";
+    const auto length = static_cast<std::int64_t>(CharacterCount(text));
+    const std::string_view fill = Slice(mark, 0, 1);
+    if (width < 0 || fill.empty()) {
+        return Outside();
+    }
+    if (width > static_cast<std::int64_t>(MaxText / fill.size())) {
+        return Value::Error("A text becomes too long");
+    }
+    std::string blanks;
+    for (std::int64_t i = length; i < width; ++i) {
+        blanks += fill;
+    }
+    return MakeText(left ? blanks + text : text + blanks);
+}
+
+Value PadLeft(const Call& call) {
+    return Pad(call, true);
+}
+Value PadRight(const Call& call) {
+    return Pad(call, false);
+}
+
+// Split(separators as characters): any of them parts; no argument parts at white space.
+Value Split(const Call& call) {
+    if (IsNothing(call)) {
+        return call.error;
+    }
+    const std::string text = call.Text(0);
+    if (call.Has(1) && call[1].IsText()) {
+        return SplitText(text, call[1].AsText(), -1, false);
+    }
+    std::u32string marks = call.Has(1) ? U"" : U" \t\r\n";
+    for (std::size_t i = 0; call.Has(1) && call[1].kind() == Kind::List && i < call[1].AsList().size(); ++i) {
+        marks += Decode(TextOf(call[1].AsList()[i], call.culture()));
+    }
+    ValueList parts;
+    std::u32string part;
+    for (const char32_t c : Decode(text)) {
+        if (marks.find(c) == std::u32string::npos) {
+            part += c;
+            continue;
+        }
+        parts.push_back(Value::Text(Encode(part)));
+        part.clear();
+    }
+    parts.push_back(Value::Text(Encode(part)));
+    return Value::List(std::move(parts));
+}
+
+Value Chars(const Call& call) {
+    std::int64_t at = 0;
+    if (IsNothing(call) || !call.Integer(1, at)) {
+        return call.error;
+    }
+    const std::string text = call.Text(0);
+    const std::string_view character =
+        at < 0 ? std::string_view() : Slice(text, static_cast<std::size_t>(at), 1);
+    return character.empty() ? Outside() : Value::Text(character);
+}
+
+Value Item(const Call& call) {
+    std::int64_t at = 0;
+    if (!call.Integer(1, at)) {
+        return call.error;
+    }
+    if (call[0].kind() != Kind::List) {
+        return at == 0 ? call[0] : Outside();
+    }
+    const ValueList& list = call[0].AsList();
+    return at >= 0 && static_cast<std::size_t>(at) < list.size() ? list[static_cast<std::size_t>(at)]
+                                                                 : Outside();
+}
+
+Value GetUpperBound(const Call& call) {
+    return call[0].kind() == Kind::List
+               ? Value::Integer(static_cast<std::int64_t>(call[0].AsList().size()) - 1)
+               : NoConversion(call[0], "a list");
+}
+
+Value EqualsMember(const Call& call) {
+    if (call[0].IsNull() != call[1].IsNull()) {
+        return Value::Boolean(false);
+    }
+    return CompareAs(Comparison::Equal, call[0], call[1], call.culture());
+}
+
+Value CompareTo(const Call& call) {
+    const int order = call[0].IsText() && call[1].IsText() ? call[0].AsText().compare(call[1].AsText())
+                                                           : Compare(call[0], call[1]);
+    return Value::Integer(order < 0 ? -1 : order > 0 ? 1 : 0);
+}
+
+Value HasValue(const Call& call) {
+    return Value::Boolean(!call[0].IsNull());
+}
+Value Itself(const Call& call) {
+    return call[0];
+}
+Value OrDefault(const Call& call) {
+    return call[0].IsNull() ? call[1] : call[0];
+}
+
+constexpr FunctionInfo functions[] = {
+    {".tostring", 1, 2, ToStringMember},
+    {".length", 1, 1, Length},
+    {".count", 1, 1, Count},
+    {".toupper", 1, 1, ToUpper},
+    {".tolower", 1, 1, ToLower},
+    {".toupperinvariant", 1, 1, ToUpper},
+    {".tolowerinvariant", 1, 1, ToLower},
+    {".trim", 1, 2, Trim},
+    {".trimstart", 1, 2, TrimStart},
+    {".trimend", 1, 2, TrimEnd},
+    {".substring", 2, 3, Substring},
+    {".remove", 2, 3, Remove},
+    {".insert", 3, 3, Insert},
+    {".replace", 3, 3, Replace},
+    {".contains", 2, 2, Contains},
+    {".startswith", 2, 2, StartsWith},
+    {".endswith", 2, 2, EndsWith},
+    {".indexof", 2, 3, IndexOf},
+    {".lastindexof", 2, 2, LastIndexOf},
+    {".padleft", 2, 3, PadLeft},
+    {".padright", 2, 3, PadRight},
+    {".split", 1, 2, Split},
+    {".chars", 2, 2, Chars},
+    {".getvalue", 2, 2, Item},
+    {".item", 2, 2, Item},
+    {".getlength", 2, 2, Length},
+    {".getupperbound", 2, 2, GetUpperBound},
+    {".equals", 2, 2, EqualsMember},
+    {".compareto", 2, 2, CompareTo},
+    {".hasvalue", 1, 1, HasValue},
+    {".value", 1, 1, Itself},
+    {".getvalueordefault", 1, 2, OrDefault},
+};
+
+constexpr FunctionInfo listFunctions[] = {{"ubound", 1, 2, GetUpperBound}};
+
+}  // namespace
+
+std::span<const FunctionInfo> TextMembers() {
+    return functions;
+}
+std::span<const FunctionInfo> ListFunctions() {
+    return listFunctions;
+}
+
+}  // namespace rdl::expr
