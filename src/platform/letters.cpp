@@ -7,42 +7,8 @@
 
 namespace {
 
-// Bytes that are no UTF-8 are handed on under numbers that no letter has, so that they compare by themselves.
-constexpr char32_t NoLetter = 0x110000;
-
-struct Letter {
-    char32_t code;
-    std::size_t length;
-};
-
 bool IsTrail(std::string_view text, std::size_t at) {
     return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
-}
-
-Letter LetterAt(std::string_view text, std::size_t at) {
-    const auto byte = [&](std::size_t offset) { return static_cast<unsigned char>(text[at + offset]); };
-    const unsigned char first = byte(0);
-    if (first < 0x80) {
-        return {first, 1};
-    }
-    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-    bool whole = first >= 0xC2 && first <= 0xF4;
-    for (std::size_t offset = 1; whole && offset < length; ++offset) {
-        whole = IsTrail(text, at + offset);
-    }
-    if (!whole) {
-        return {NoLetter + first, 1};
-    }
-    char32_t code = first & (0x7FU >> length);
-    for (std::size_t offset = 1; offset < length; ++offset) {
-        code = code << 6U | (byte(offset) & 0x3FU);
-    }
-    constexpr char32_t Smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (code < Smallest[length] || code > 0x10FFFF || surrogate) {
-        return {NoLetter + first, 1};
-    }
-    return {code, length};
 }
 
 // The letters of every script, which the locale that the process runs under may not know.
@@ -71,7 +37,35 @@ char32_t Lower(char32_t code) {
     return static_cast<char32_t>(towlower_l(static_cast<wint_t>(code), AllLetters()));
 }
 
-void Append(std::string& text, char32_t code) {
+}  // namespace
+
+Letter LetterAt(std::string_view text, std::size_t at) {
+    const auto byte = [&](std::size_t offset) { return static_cast<unsigned char>(text[at + offset]); };
+    const unsigned char first = byte(0);
+    if (first < 0x80) {
+        return {first, 1};
+    }
+    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    bool whole = first >= 0xC2 && first <= 0xF4;
+    for (std::size_t offset = 1; whole && offset < length; ++offset) {
+        whole = IsTrail(text, at + offset);
+    }
+    if (!whole) {
+        return {NoLetter + first, 1};
+    }
+    char32_t code = first & (0x7FU >> length);
+    for (std::size_t offset = 1; offset < length; ++offset) {
+        code = code << 6U | (byte(offset) & 0x3FU);
+    }
+    constexpr char32_t Smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+    if (code < Smallest[length] || code > 0x10FFFF || surrogate) {
+        return {NoLetter + first, 1};
+    }
+    return {code, length};
+}
+
+void AppendLetter(std::string& text, char32_t code) {
     if (code < 0x80) {
         text += static_cast<char>(code);
     } else if (code < 0x800) {
@@ -91,14 +85,12 @@ void Append(std::string& text, char32_t code) {
     }
 }
 
-}  // namespace
-
 std::string UpperLetters(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
         const Letter letter = LetterAt(text, at);
-        Append(result, Upper(letter.code));
+        AppendLetter(result, Upper(letter.code));
         at += letter.length;
     }
     return result;

@@ -1,0 +1,124 @@
+#include "platform/regfile/autostart.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstddef>
+#include <cstdlib>
+#include <system_error>
+#include <vector>
+
+#include "platform/letters.h"
+#include "platform/paths.h"
+#include "platform/posix/atomic_file.h"
+#include "platform/prompts.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Pieces between blanks; blanks inside double quotes do not part.
+std::vector<std::string> Pieces(std::string_view commandLine) {
+    std::vector<std::string> pieces;
+    bool isQuoted = false;
+    bool isOpen = false;
+    for (const char letter : commandLine) {
+        if (letter == ' ' && !isQuoted) {
+            isOpen = false;
+            continue;
+        }
+        if (!isOpen) {
+            pieces.emplace_back();
+            isOpen = true;
+        }
+        if (letter == '"') {
+            isQuoted = !isQuoted;
+        } else {
+            pieces.back() += letter;
+        }
+    }
+    return pieces;
+}
+
+std::string_view FileName(std::string_view path) {
+    const std::size_t last = path.find_last_of("\\/");
+    return last == std::string_view::npos ? path : path.substr(last + 1);
+}
+
+// Quoted twice over, as the rules of desktop entries want it: once for the command line, once for the file.
+// Line breaks would start another key.
+std::string QuotedForEntry(std::string_view argument) {
+    const bool isPlain = !argument.empty() && std::all_of(argument.begin(), argument.end(), [](char letter) {
+        const auto byte = static_cast<unsigned char>(letter);
+        return std::isalnum(byte) != 0 || byte >= 0x80 ||
+               std::string_view("/-_.,:+=@").find(letter) != std::string_view::npos;
+    });
+    if (isPlain) {
+        return std::string(argument);
+    }
+    std::string quoted = "\"";
+    for (const char letter : argument) {
+        if (letter == '\\') {
+            quoted += "\\\\\\\\";
+        } else if (letter == '"' || letter == '`' || letter == '$') {
+            quoted += std::string("\\\\") + letter;
+        } else if (letter == '%') {
+            quoted += "%%";
+        } else {
+            quoted += static_cast<unsigned char>(letter) < ' ' ? ' ' : letter;
+        }
+    }
+    return quoted + '"';
+}
+
+bool IsProgram(const fs::path& path) {
+    std::error_code error;
+    return fs::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
+}
+
+// The installed program: beside the running one, else where the shell finds it.
+fs::path InstalledProgram() {
+    std::error_code error;
+    const fs::path beside = fs::read_symlink("/proc/self/exe", error).parent_path() / "oxc";
+    if (IsProgram(beside)) {
+        return beside;
+    }
+    const char* list = std::getenv("PATH");
+    std::string_view rest = list != nullptr ? list : "";
+    while (!rest.empty()) {
+        const std::string_view folder = rest.substr(0, rest.find(':'));
+        rest.remove_prefix(std::min(rest.size(), folder.size() + 1));
+        const fs::path candidate = fs::path(folder) / "oxc";
+        if (candidate.is_absolute() && IsProgram(candidate)) {
+            return candidate;
+        }
+    }
+    return "oxc";
+}
+
+}  // namespace
+
+std::string DesktopExec(std::string_view commandLine, const fs::path& ownProgram) {
+    std::vector<std::string> pieces = Pieces(commandLine);
+    if (pieces.empty()) {
+        return {};
+    }
+    const bool isOwn = SameLetters(FileName(pieces.front()), "oxc.exe");
+    pieces.front() = isOwn ? ownProgram.string() : paths::ToMachine(pieces.front()).string();
+    std::string exec;
+    for (const std::string& piece : pieces) {
+        exec += (exec.empty() ? "" : " ") + QuotedForEntry(piece);
+    }
+    return exec;
+}
+
+void WriteAutostart(const fs::path& folder, const std::string& name, std::string_view commandLine) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    AtomicFile file(folder / (name + ".desktop"));
+    file.Write("[Desktop Entry]\nType=Application\nName=" + std::string(AppTitle) +
+               "\nComment=Runs the scheduled reports\nExec=" + DesktopExec(commandLine, InstalledProgram()) +
+               "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n");
+    file.Commit();
+}

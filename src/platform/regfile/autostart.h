@@ -1,0 +1,15 @@
+// Programs that start with the user's desktop.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+// The Exec line of a desktop entry for a command line of the system: a program (in double quotes if its path
+// holds blanks) and its arguments. The system's own program, oxc.exe, becomes `ownProgram`; any other path is
+// translated.
+std::string DesktopExec(std::string_view commandLine, const std::filesystem::path& ownProgram);
+
+// Makes <folder>/<name>.desktop, which starts the command line at login. Raises as AtomicFile.
+void WriteAutostart(const std::filesystem::path& folder, const std::string& name,
+                    std::string_view commandLine);

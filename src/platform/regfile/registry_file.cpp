@@ -1,0 +1,163 @@
+#include "platform/regfile/registry_file.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+#include "platform/letters.h"
+#include "platform/paths.h"
+#include "platform/posix/atomic_file.h"
+#include "platform/regfile/autostart.h"
+#include "platform/regfile/file_lock.h"
+#include "platform/runtime.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr long Success = 0;
+constexpr long NotFound = 2;
+constexpr long AccessDenied = 5;
+
+constexpr const char* FileName = "settings.reg";
+constexpr std::uintmax_t LargestFile = 16U << 20U;  // settings are a few lines; a larger file is none
+constexpr std::string_view AutostartKey =
+    "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Run";
+constexpr std::string_view AutostartName = "OXC";
+
+bool IsOneLine(std::string_view text) {
+    return std::none_of(text.begin(), text.end(), [](unsigned char letter) { return letter < ' '; });
+}
+
+// With the root in front and no backslash at an end; empty for a root that there is not, and for a key that
+// would break its line.
+std::string WholeKey(std::uint32_t root, std::string_view key) {
+    if (root != HKEY_LOCAL_MACHINE || !IsOneLine(key)) {
+        return {};
+    }
+    std::string whole = "HKEY_LOCAL_MACHINE\\" + std::string(key);
+    while (whole.back() == '\\') {
+        whole.pop_back();
+    }
+    return whole;
+}
+
+}  // namespace
+
+RegistryFile::RegistryFile(fs::path folder) : m_folder(std::move(folder)) {}
+
+fs::path RegistryFile::Folder() const {
+    return m_folder.empty() ? ConfigFolder() : m_folder;
+}
+
+std::string RegistryFile::ReadFile() const {
+    const fs::path path = Folder() / FileName;
+    std::error_code error;
+    const std::uintmax_t size = fs::file_size(path, error);
+    if (error == std::errc::no_such_file_or_directory) {
+        return {};
+    }
+    std::ifstream file(path, std::ios::binary);
+    if (error || size > LargestFile || !file) {
+        throw RuntimeError(err::PathFileAccess, "The settings file \"" + path.string() + "\" cannot be read");
+    }
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+template <typename Change>
+void RegistryFile::Rewrite(Change change) const {
+    const fs::path path = Folder() / FileName;
+    const FileLock lock(path.string() + ".lock");
+    const std::string former = ReadFile();
+    RegDocument document(former);
+    if (document.IsDamaged()) {
+        CopyFileWhole(path, path.string() + ".bad");
+    }
+    change(document);
+    const std::string text = document.Text();
+    if (text != former) {
+        AtomicFile file(path);
+        file.Write(text);
+        file.Commit();
+    }
+}
+
+Registry::Handle RegistryFile::NewHandle(std::string key) {
+    m_keys.emplace(++m_lastHandle, std::move(key));
+    return m_lastHandle;
+}
+
+long RegistryFile::RegOpenKeyA(std::uint32_t root, const std::string& key, Handle& handle) {
+    try {
+        std::string whole = WholeKey(root, key);
+        if (whole.empty() || !RegDocument(ReadFile()).HasKey(whole)) {
+            return NotFound;
+        }
+        handle = NewHandle(std::move(whole));
+        return Success;
+    } catch (const RuntimeError&) {
+        return AccessDenied;
+    }
+}
+
+long RegistryFile::RegQueryValueExA(Handle handle, const std::string& name, std::uint32_t& type,
+                                    std::string& bytes) {
+    const auto key = m_keys.find(handle);
+    if (key == m_keys.end()) {
+        return NotFound;
+    }
+    try {
+        auto value = RegDocument(ReadFile()).Value(key->second, name);
+        if (!value) {
+            return NotFound;
+        }
+        type = value->type;
+        bytes = std::move(value->bytes);
+        return Success;
+    } catch (const RuntimeError&) {
+        return AccessDenied;
+    }
+}
+
+long RegistryFile::RegCreateKeyA(std::uint32_t root, const std::string& key, Handle& handle) {
+    try {
+        std::string whole = WholeKey(root, key);
+        if (whole.empty()) {
+            return NotFound;
+        }
+        Rewrite([&whole](RegDocument& document) { document.AddKey(whole); });
+        handle = NewHandle(std::move(whole));
+        return Success;
+    } catch (const RuntimeError&) {
+        return AccessDenied;
+    }
+}
+
+long RegistryFile::RegSetValueExA(Handle handle, const std::string& name, std::uint32_t type,
+                                  const std::string& bytes) {
+    const auto key = m_keys.find(handle);
+    if (key == m_keys.end() || !IsOneLine(name)) {
+        return key == m_keys.end() ? NotFound : AccessDenied;
+    }
+    try {
+        Rewrite([&](RegDocument& document) { document.SetValue(key->second, name, {type, bytes}); });
+        if (type == REG_SZ && SameLetters(key->second, AutostartKey) && SameLetters(name, AutostartName)) {
+            WriteAutostart(Folder().parent_path() / "autostart", std::string(AutostartName),
+                           std::string_view(bytes).substr(0, bytes.find('\0')));
+        }
+        return Success;
+    } catch (const RuntimeError&) {
+        return AccessDenied;
+    }
+}
+
+long RegistryFile::RegCloseKey(Handle handle) {
+    return m_keys.erase(handle) == 1 ? Success : NotFound;
+}
+
+Registry& SettingsFile() {
+    static RegistryFile settings;
+    return settings;
+}
