@@ -26,6 +26,9 @@ constexpr int Hourglass = 11;
 
 }  // namespace
 
+// The images lie in a static library: nothing else would register them. Must stand outside every namespace.
+static void RegisterImages() { Q_INIT_RESOURCE(app); }
+
 frmMain& frmMain::Instance() {
     // Never destroyed: the process ends without unwinding.
     static auto* const form = new frmMain;
@@ -34,6 +37,7 @@ frmMain& frmMain::Instance() {
 
 frmMain::frmMain()
     : Timer1(new QTimer(this)), TrayIcon1(new TrayIcon(this)), m_children(new QMdiArea(this)), m_panels{} {
+    RegisterImages();
     setObjectName("frmMain");
     Timer1->setObjectName("Timer1");
     Timer1->setInterval(TimerInterval);

@@ -1,5 +1,7 @@
 #include "desktop/frmDesk.h"
 
+#include <QCloseEvent>
+
 #include "app/Global.h"
 #include "platform/convert.h"
 
@@ -8,8 +10,9 @@ frmDesk::frmDesk(QWidget* parent) : QWidget(parent) {
     setWindowTitle("Desktop");
 }
 
-frmDesk::~frmDesk() {
+void frmDesk::closeEvent(QCloseEvent* event) {
     Form_Unload();
+    event->accept();
 }
 
 void frmDesk::Form_Activate() {

@@ -30,10 +30,21 @@ class TestDatabase {
 
 // A due schedule's row; what a test does not name has a usual value.
 struct ScheduleRow {
-    std::string title = "Sales", path = "Z:\\reports\\sales.rpt", sendTo = "ann@example.com;",
-                subject = "Subject", message = "Body", startDate = "2000-01-01", endDate = "3000-12-31",
-                runAt = "00:00", frequency = "Daily", nextRun = "2002-03-07", formula,
-                format = "Acrobat Format (PDF)", userName, password, loginReq = "F";
+    std::string title = "Sales";
+    std::string path = "Z:\\reports\\sales.rpt";
+    std::string sendTo = "ann@example.com;";
+    std::string subject = "Subject";
+    std::string message = "Body";
+    std::string startDate = "2000-01-01";
+    std::string endDate = "3000-12-31";
+    std::string runAt = "00:00";
+    std::string frequency = "Daily";
+    std::string nextRun = "2002-03-07";
+    std::string formula = {};
+    std::string format = "Acrobat Format (PDF)";
+    std::string userName = {};
+    std::string password = {};
+    std::string loginReq = "F";
 };
 void Insert(const TestDatabase& database, const ScheduleRow& row);
 

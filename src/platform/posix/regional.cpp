@@ -21,7 +21,10 @@ RegionalSettings FromEnvironment() {
     if (region == nullptr) {
         return {};
     }
-    const RegionalSettings settings = RegionalFromPattern(nl_langinfo_l(D_FMT, region));
+    const std::string_view name = nl_langinfo_l(_NL_LOCALE_NAME(LC_TIME), region);
+    const bool noRegion = name == "C" || name == "POSIX" || name.substr(0, 2) == "C.";
+    const RegionalSettings settings =
+        noRegion ? RegionalSettings{} : RegionalFromPattern(nl_langinfo_l(D_FMT, region));
     freelocale(region);
     return settings;
 }
