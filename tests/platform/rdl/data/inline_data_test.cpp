@@ -1,0 +1,55 @@
+#include "data_fixture.h"
+
+namespace rdl::data {
+namespace {
+
+class InlineData : public DataFixture {};
+
+TEST_F(InlineData, RowsOfTheReportNeedNoSource) {
+    DataSet& set = AddSet("", {"Name", "Salary:Float", "Since:DateTime"});
+    set.dataSourceName = "xxx";
+    set.hasInlineRows = true;
+    set.inlineRows = {{{"Name", "Ann"}, {"Salary", "1200.5"}, {"Since", "2020-01-02"}}, {{"Name", "Bob"}}};
+    const Table table = Load();
+    ASSERT_EQ(table.RowCount(), 2u);
+    EXPECT_DOUBLE_EQ(table.At(0, 1).AsReal(), 1200.5);
+    EXPECT_EQ(table.At(0, 2).kind(), Kind::DateTime);
+    EXPECT_TRUE(table.At(1, 1).IsNull());
+}
+
+TEST_F(InlineData, EnteredRowsHaveTheTypesOfTheirElementPath) {
+    AddSource("ENTERDATA", "");
+    AddSet(
+        "<Query><XmlData><Data><Row><Item>A</Item><Amount>1.5</Amount></Row>"
+        "<Row><Item>B &amp; C</Item><Amount>-2</Amount></Row></Data></XmlData>"
+        "<ElementPath>Data{}/Row{Item(String),Amount(Float)}</ElementPath></Query>",
+        {"Item", "Amount"});
+    EXPECT_EQ(Rows(), "A|1.5 B & C|-2");
+    EXPECT_EQ(Load().At(1, 1).kind(), Kind::Real);
+}
+
+TEST_F(InlineData, EnteredRowsNeedNoElementPath) {
+    AddSource("ENTERDATA", "");
+    AddSet("<Query><XmlData><Data><Row><Item>A</Item></Row><Row><Item/></Row></Data></XmlData></Query>",
+           {"Item"});
+    EXPECT_EQ(Rows(), "A ");
+}
+
+TEST_F(InlineData, DamagedDataIsAnErrorWithItsPlace) {
+    AddSource("ENTERDATA", "");
+    DataSet& set = AddSet("<Query><XmlData><Data><Row></Data></XmlData></Query>", {"Item"});
+    EXPECT_NE(Failure().find("the XML is not usable at line 1"), std::string::npos);
+    set.commandText = ExprOf("<!DOCTYPE q [<!ENTITY a \"b\">]><Query>&a;</Query>");
+    EXPECT_NE(Failure().find("a document type is not allowed"), std::string::npos);
+    std::string deep;
+    for (int i = 0; i < 10'000; ++i) {
+        deep += "<a>";
+    }
+    set.commandText = ExprOf("<Query>" + deep);
+    EXPECT_NE(Failure().find("nested too deeply"), std::string::npos);
+    set.commandText = ExprOf("<Query><XmlData><D/></XmlData><ElementPath>D{a</ElementPath></Query>");
+    EXPECT_NE(Failure().find("closing brace"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace rdl::data

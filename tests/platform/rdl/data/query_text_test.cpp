@@ -1,0 +1,77 @@
+#include "platform/rdl/data/query_text.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/rdl/error.h"
+
+namespace rdl::data {
+namespace {
+
+const std::vector<NamedValue> Year{{"@Year", Value::Integer(2025)}};
+
+std::string Text(const std::string& query, const std::vector<NamedValue>& values = Year,
+                 ProviderKind provider = ProviderKind::Sqlite) {
+    return BindParameters(query, values, provider).text;
+}
+
+TEST(QueryParameters, EveryMarkAndCaseIsTheSameParameter) {
+    const BoundQuery query = BindParameters("a=@Year or b=:year or c=$YEAR", Year, ProviderKind::Sqlite);
+    EXPECT_EQ(query.text, "a=? or b=? or c=?");
+    ASSERT_EQ(query.binds.size(), 3u);
+    EXPECT_EQ(query.binds[2].AsInteger(), 2025);
+}
+
+TEST(QueryParameters, TextsNamesAndCommentsAreLeftAlone) {
+    for (const char* text :
+         {"'@Year ''@Year'", "\"@Year\"", "[@Year]", "`@Year`", "-- @Year", "/* @Year */"}) {
+        EXPECT_EQ(Text(std::string(text) + "\n= @Year"), std::string(text) + "\n= ?");
+    }
+}
+
+TEST(QueryParameters, LongerNamesAndOwnVariablesAreOthers) {
+    EXPECT_EQ(Text("@Years, @Year, @@Year, x@Year"), "@Years, ?, @@Year, x@Year");
+    EXPECT_EQ(Text("a::Year = :Year", Year, ProviderKind::PostgreSql), "a::Year = ?");
+    EXPECT_EQ(Text("$q$ @Year $q$ @Year", Year, ProviderKind::PostgreSql), "$q$ @Year $q$ ?");
+    EXPECT_EQ(Text("'it\\'s @Year' @Year", Year, ProviderKind::MySql), "'it\\'s @Year' ?");
+}
+
+TEST(QueryParameters, ListBecomesOneBindForEachValue) {
+    const std::vector<NamedValue> list{{"@p", Value::List({Value::Integer(1), Value::Integer(2)})}};
+    EXPECT_EQ(Text("x in (@p)", list), "x in (?, ?)");
+    EXPECT_EQ(Text("x in @p", list), "x in (?, ?)");
+    EXPECT_EQ(Text("x in (0, @p)", list), "x in (0, ?, ?)");
+    EXPECT_EQ(Text("x in (@p)", {{"@p", Value::List({})}}), "x in (NULL)");
+    EXPECT_EQ(BindParameters("x in (@p)", list, ProviderKind::Sqlite).binds.size(), 2u);
+}
+
+TEST(QueryParameters, MarksAreTakenInOrder) {
+    const BoundQuery query =
+        BindParameters("a = ? and b = '?' and c = ?", {{"?", Value::Integer(1)}, {"?", Value::Integer(2)}},
+                       ProviderKind::Odbc);
+    EXPECT_EQ(query.text, "a = ? and b = '?' and c = ?");
+    ASSERT_EQ(query.binds.size(), 2u);
+    EXPECT_EQ(query.binds[1].AsInteger(), 2);
+    EXPECT_THROW(Text("a = ? and b = ?"), Error);
+}
+
+TEST(QueryParameters, ValueIsNeverPartOfTheText) {
+    const BoundQuery query =
+        BindParameters("x = @n", {{"@n", Value::Text("'; drop table t; --")}}, ProviderKind::Sqlite);
+    EXPECT_EQ(query.text, "x = ?");
+}
+
+TEST(StoredProcedures, AreCalledInTheServersOwnWay) {
+    EXPECT_EQ(ProcedureCall("dbo.Sales", Year, ProviderKind::SqlServer), "EXEC dbo.Sales @Year = ?");
+    EXPECT_EQ(ProcedureCall("sales", Year, ProviderKind::PostgreSql), "SELECT * FROM sales(?)");
+    EXPECT_EQ(ProcedureCall("sales", Year, ProviderKind::MySql), "CALL sales(?)");
+    EXPECT_EQ(ProcedureCall("sales", Year, ProviderKind::Odbc), "{CALL sales(?)}");
+    EXPECT_THROW(ProcedureCall("sales; drop table t", Year, ProviderKind::SqlServer), Error);
+    EXPECT_THROW(ProcedureCall("sales", Year, ProviderKind::Sqlite), Error);
+}
+
+TEST(TableNames, AreQuoted) {
+    EXPECT_EQ(TableQuery("order \"lines\"", ProviderKind::Sqlite), "SELECT * FROM \"order \"\"lines\"\"\"");
+}
+
+}  // namespace
+}  // namespace rdl::data

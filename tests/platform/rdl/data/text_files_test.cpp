@@ -1,0 +1,77 @@
+#include "data_fixture.h"
+
+namespace rdl::data {
+namespace {
+
+class FileData : public DataFixture {};
+
+TEST_F(FileData, XmlPathJoinsLevels) {
+    Write("c.xml",
+          "<x:C xmlns:x='urn:x'><x:K ID='1'><Name>Ann</Name><O><Sum>5</Sum></O><O><Sum>7</Sum></O></x:K>"
+          "<x:K ID='2'><Name>Bob</Name><O><Sum>9</Sum></O></x:K></x:C>");
+    AddSource("XML", "c.xml");
+    DataSet& set = AddSet("C {}/K {@ID(Integer), Name}/O {Sum(Decimal)}", {"ID", "Name", "Sum"});
+    EXPECT_EQ(Rows(), "1|Ann|5 1|Ann|7 2|Bob|9");
+    set.commandText = ExprOf("C{}/K");
+    EXPECT_EQ(Rows(), "1|Ann| 2|Bob|");
+    set.commandText = ExprOf("D{}/K");
+    EXPECT_NE(Failure().find("begins with the element \"C\""), std::string::npos);
+}
+
+TEST_F(FileData, JsonPathGivesRows) {
+    Write("c.json", R"({"list": [{"n": 1, "a": {"city": "Rome"}, "ok": true}, {"n": 2.5, "t": "x"}]})");
+    AddSource("JSON", "file=c.json");
+    DataSet& set = AddSet("$.list[*]", {"n", "a.city", "ok", "t"});
+    EXPECT_EQ(Rows(), "1|Rome|True| 2.5|||x");
+    EXPECT_EQ(Load().At(0, 0).kind(), Kind::Integer);
+    set.commandText = ExprOf("$.list");
+    EXPECT_EQ(Rows(), "1|Rome|True| 2.5|||x");
+    set.commandText = ExprOf("$['list'][-1]");
+    EXPECT_EQ(Rows(), "2.5|||x");
+    set.commandText = ExprOf("$..a");
+    set.fields = {{"city", "city", {}, ""}};
+    EXPECT_EQ(Rows(), "Rome");
+    set.commandText = ExprOf("$.list[x]");
+    EXPECT_NE(Failure().find("around neither a number, a name nor *"), std::string::npos);
+    Write("c.json", "{\"list\": [");
+    EXPECT_NE(Failure().find("the JSON is not usable at byte"), std::string::npos);
+}
+
+TEST_F(FileData, JsonMayStandInTheConnectString) {
+    AddSource("JSON", R"([{"v": "a=1;b"}, {"v": null}])");
+    AddSet("$", {"v"});
+    EXPECT_EQ(Rows(), "a=1;b ");
+}
+
+TEST_F(FileData, CsvReadsQuotesNumbersAndCodes) {
+    Write("c.csv", "\xEF\xBB\xBFname;zip;sum;n\r\n\"A;\"\"B\"\"\nC\";00123;1.5;7\r\n\r\nD;45678;-2;\r\n");
+    AddSource("CSV", "Data Source=c.csv");
+    AddSet("", {"name", "zip", "sum", "n"});
+    const Table table = Load();
+    ASSERT_EQ(table.RowCount(), 2u);
+    EXPECT_EQ(table.At(0, 0).AsText(), "A;\"B\"\nC");
+    EXPECT_EQ(table.At(0, 1).AsText(), "00123");
+    EXPECT_DOUBLE_EQ(table.At(1, 2).AsReal(), -2);
+    EXPECT_EQ(table.At(0, 3).AsInteger(), 7);
+    EXPECT_TRUE(table.At(1, 3).IsNull());
+}
+
+TEST_F(FileData, CsvFolderTakesTheFileFromTheQuery) {
+    Write("Names.txt", "1\tAnn\n2\tM\xFCller\n");
+    AddSource("FileDirectory", "Data Source=.;Header=no;Delimiter=tab;Charset=latin1");
+    AddSet("SELECT * FROM [names.txt]", {"Column1", "Column2"});
+    EXPECT_EQ(Rows(), "1|Ann 2|Müller");
+}
+
+TEST_F(FileData, MissingFilesAndWebAddressesAreErrors) {
+    AddSource("CSV", "Data Source=gone.csv");
+    AddSet("", {"a"});
+    EXPECT_NE(Failure().find("gone.csv\" does not exist"), std::string::npos);
+    definition.dataSources[0].connectString = ExprOf("Data Source=http://example.com/a.csv");
+    EXPECT_NE(Failure().find("web address"), std::string::npos);
+    definition.dataSources[0].connectString = ExprOf("Data Source=C:\\data\\a.csv");
+    EXPECT_NE(Failure().find("does not exist"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace rdl::data
