@@ -1,20 +1,27 @@
 #include "platform/report_engine.h"
 
 namespace report {
-
 namespace {
 
-std::shared_ptr<Engine> (*g_factory)() = nullptr;
+using Factory = std::shared_ptr<Engine> (*)();
+
+Factory& TheFactory() {
+    static Factory factory = nullptr;
+    return factory;
+}
 
 }  // namespace
 
 std::shared_ptr<Engine> CreateEngine() {
-    if (g_factory == nullptr) {
-        throw RuntimeError(err::ObjectNotSet);
+    if (TheFactory() == nullptr) {
+        throw RuntimeError(err::ObjectNotSet,
+                           RuntimeError(err::ObjectNotSet).Description() + ": the report engine");
     }
-    return g_factory();
+    return TheFactory()();
 }
 
-void SetEngineFactory(std::shared_ptr<Engine> (*factory)()) { g_factory = factory; }
+void SetEngineFactory(Factory factory) {
+    TheFactory() = factory;
+}
 
 }  // namespace report

@@ -1,0 +1,42 @@
+#include "platform/rdl/engine/engine.h"
+
+#include "platform/paths.h"
+#include "platform/rdl/definition/parse.h"
+#include "platform/rdl/engine/failure.h"
+#include "platform/rdl/engine/rdl_report.h"
+#include "platform/rdl/layout/build.h"
+
+namespace rdl::engine {
+namespace {
+
+class RdlEngine : public report::Engine {
+ public:
+    std::shared_ptr<report::Report> OpenReport(const std::string& path) override {
+        return OpenRdlReport(path);
+    }
+};
+
+}  // namespace
+
+std::shared_ptr<report::Engine> CreateRdlEngine() {
+    return std::make_shared<RdlEngine>();
+}
+
+std::shared_ptr<RdlReport> OpenRdlReport(const std::string& path) {
+    const std::filesystem::path file = std::filesystem::absolute(paths::ToMachine(path));
+    std::error_code failure;
+    if (!std::filesystem::exists(file, failure)) {
+        throw RuntimeError(err::FileNotFound,
+                           RuntimeError(err::FileNotFound).Description() + ": \"" + path + "\"");
+    }
+    if (!std::filesystem::is_regular_file(file, failure)) {
+        throw RuntimeError(err::PathFileAccess, "\"" + path + "\" is not a file");
+    }
+    return Stage(InvalidReport, [&] {
+        Definition definition = ParseDefinitionFile(file);
+        layout::CheckExpressions(definition);
+        return std::make_shared<RdlReport>(file, std::move(definition));
+    });
+}
+
+}  // namespace rdl::engine

@@ -1,0 +1,42 @@
+#include "platform/rdl/engine/file_output.h"
+
+#include <sys/stat.h>
+
+namespace rdl::engine {
+namespace {
+
+constexpr std::size_t BufferSize = 256 * 1024;
+
+mode_t FileMode() {
+    const mode_t mask = umask(0);
+    umask(mask);
+    return 0666 & ~mask;
+}
+
+}  // namespace
+
+FileOutput::FileOutput(std::filesystem::path target) : m_target(std::move(target)), m_file(m_target) {
+    m_buffer.reserve(BufferSize);
+}
+
+void FileOutput::Write(const char* data, std::size_t size) {
+    if (m_buffer.size() + size > BufferSize) {
+        m_file.Write(m_buffer);
+        m_buffer.clear();
+    }
+    if (size > BufferSize) {
+        m_file.Write({data, size});
+    } else {
+        m_buffer.append(data, size);
+    }
+}
+
+void FileOutput::Commit() {
+    m_file.Write(m_buffer);
+    m_buffer.clear();
+    m_file.Commit();
+    // Best effort: the file is there and whole, only others may not be able to read it.
+    [[maybe_unused]] const int result = chmod(m_target.c_str(), FileMode());
+}
+
+}  // namespace rdl::engine

@@ -1,0 +1,46 @@
+#include "platform/rdl/engine/images.h"
+
+#include <algorithm>
+#include <fstream>
+
+namespace rdl::engine {
+namespace {
+
+constexpr std::uintmax_t LargestImage = 32u << 20;
+
+}  // namespace
+
+std::shared_ptr<const std::string> ImageFiles::Load(const std::string& source, std::string& why) {
+    const auto known = m_loaded.find(source);
+    if (known != m_loaded.end()) {
+        return known->second;
+    }
+    std::string name = source;
+    if (name.starts_with("file://")) {
+        name.erase(0, 7);
+    } else if (name.find("://") != std::string::npos) {
+        why = "images are not fetched from the network: \"" + source + "\"";
+        return nullptr;
+    }
+    std::replace(name.begin(), name.end(), '\\', '/');
+    const std::filesystem::path file = m_folder / name;
+    std::error_code failure;
+    if (!std::filesystem::is_regular_file(file, failure)) {
+        why = "there is no image file \"" + source + "\"";
+        return nullptr;
+    }
+    const std::uintmax_t size = std::filesystem::file_size(file, failure);
+    if (failure || size > LargestImage) {
+        why = "the image file \"" + source + "\" is too large";
+        return nullptr;
+    }
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
+        why = "the image file \"" + source + "\" cannot be read";
+        return nullptr;
+    }
+    return m_loaded[source] = std::make_shared<const std::string>(std::move(bytes));
+}
+
+}  // namespace rdl::engine

@@ -1,0 +1,96 @@
+#include "platform/rdl/engine/private_folder.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <charconv>
+#include <csignal>
+#include <cstdlib>
+#include <system_error>
+
+#include "platform/runtime.h"
+
+namespace rdl::engine {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view Prefix = "oxbow-courier-export-";
+constexpr std::size_t LongestName = 120;  // bytes; leaves room for the extension everywhere
+
+// The process that made the folder; 0 when the name is not one of ours.
+pid_t MakerOf(const std::string& name) {
+    pid_t pid = 0;
+    if (name.starts_with(Prefix)) {
+        std::from_chars(name.data() + Prefix.size(), name.data() + name.size(), pid);
+    }
+    return pid;
+}
+
+bool IsOwn(const fs::path& path) {
+    struct stat facts {};
+    return lstat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode) && facts.st_uid == geteuid();
+}
+
+void RemoveStale(const fs::path& parent) {
+    std::error_code failure;
+    for (const fs::directory_entry& entry : fs::directory_iterator(parent, failure)) {
+        const pid_t pid = MakerOf(entry.path().filename().string());
+        if (pid > 0 && kill(pid, 0) != 0 && errno == ESRCH && IsOwn(entry.path())) {
+            std::error_code ignored;
+            fs::remove_all(entry.path(), ignored);
+        }
+    }
+}
+
+bool IsRefused(char c) {
+    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F ||
+           std::string_view("/\\:*?\"<>|").find(c) != std::string_view::npos;
+}
+
+}  // namespace
+
+PrivateFolder::PrivateFolder() {
+    std::error_code failure;
+    fs::path parent = fs::temp_directory_path(failure);
+    if (failure) {
+        parent = "/tmp";
+    }
+    RemoveStale(parent);
+    std::string name = (parent / (std::string(Prefix) + std::to_string(getpid()) + "-XXXXXX")).string();
+    if (!mkdtemp(name.data())) {
+        throw RuntimeError(err::PathFileAccess, "No folder for the export can be made in \"" +
+                                                    parent.string() +
+                                                    "\": " + std::generic_category().message(errno));
+    }
+    m_path = name;
+}
+
+PrivateFolder::~PrivateFolder() {
+    std::error_code ignored;
+    fs::remove_all(m_path, ignored);
+}
+
+std::string SafeFileName(std::string_view title) {
+    std::string name(title);
+    for (char& c : name) {
+        if (IsRefused(c)) {
+            c = '_';
+        }
+    }
+    if (name.size() > LongestName) {
+        std::size_t end = LongestName;
+        while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0) == 0x80) {
+            --end;  // not within a character
+        }
+        name.resize(end);
+    }
+    while (!name.empty() && (name.back() == ' ' || name.back() == '.')) {
+        name.pop_back();
+    }
+    const std::size_t first = name.find_first_not_of(" .");
+    return first == std::string::npos ? "Report" : name.substr(first);
+}
+
+}  // namespace rdl::engine

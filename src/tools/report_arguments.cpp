@@ -1,0 +1,145 @@
+#include "tools/report_arguments.h"
+
+#include "platform/report_engine.h"
+
+namespace tools {
+namespace {
+
+struct FormatWord {
+    const char* word;
+    int code;
+};
+
+constexpr FormatWord FormatWords[] = {
+    {"pdf", report::FormatPdf},   {"rtf", report::FormatRtf},  {"xls", report::FormatExcel},
+    {"html", report::FormatHtml}, {"doc", report::FormatWord},
+};
+
+int FormatOf(const std::string& word) {
+    for (const FormatWord& format : FormatWords) {
+        if (word == format.word) {
+            return format.code;
+        }
+    }
+    throw UsageError("\"" + word + "\" is no format: pdf, rtf, xls, html or doc");
+}
+
+std::pair<std::string, std::string> Assignment(const std::string& option, const std::string& text) {
+    const std::size_t sign = text.find('=');
+    if (sign == std::string::npos || sign == 0) {
+        throw UsageError(option + " wants NAME=VALUE, not \"" + text + "\"");
+    }
+    return {text.substr(0, sign), text.substr(sign + 1)};
+}
+
+DataSourceArgument DataSourceOf(const std::string& text) {
+    const auto [name, value] = Assignment("--data-source", text);
+    const std::size_t end = value.find(';');
+    if (end == std::string::npos || end == 0) {
+        throw UsageError("--data-source wants NAME=PROVIDER;CONNECT STRING");
+    }
+    return {name, value.substr(0, end), value.substr(end + 1)};
+}
+
+class Parser {
+ public:
+    explicit Parser(const std::vector<std::string>& arguments) : m_arguments(arguments) {}
+
+    ReportArguments Parse() {
+        const std::string command = m_arguments.empty() ? "" : m_arguments[m_next++];
+        if (command == "--help" || command == "-h") {
+            return m_result;
+        }
+        if (command != "info" && command != "export") {
+            throw UsageError(command.empty() ? "no command is given" : "\"" + command + "\" is no command");
+        }
+        m_result.command = command == "info" ? Command::Info : Command::Export;
+        while (m_next < m_arguments.size()) {
+            TakeOne(m_arguments[m_next++]);
+        }
+        Check();
+        return m_result;
+    }
+
+ private:
+    void TakeOne(const std::string& argument) {
+        if (m_onlyFiles || argument.empty() || argument[0] != '-') {
+            if (!m_result.file.empty()) {
+                throw UsageError("there is more than one file: \"" + argument + "\"");
+            }
+            m_result.file = argument;
+        } else if (argument == "--") {
+            m_onlyFiles = true;
+        } else if (m_result.command != Command::Export) {
+            throw UsageError("info has no option \"" + argument + "\"");
+        } else {
+            TakeOption(argument);
+        }
+    }
+
+    void TakeOption(const std::string& option) {
+        if (option == "-f") {
+            m_result.format = FormatOf(ValueOf(option));
+        } else if (option == "-o") {
+            m_result.output = ValueOf(option);
+        } else if (option == "-p") {
+            m_result.parameters.push_back(Assignment(option, ValueOf(option)));
+        } else if (option == "--formula") {
+            m_result.formula = ValueOf(option);
+            m_result.hasFormula = true;
+        } else if (option == "--user") {
+            m_result.user = ValueOf(option);
+            m_hasUser = true;
+        } else if (option == "--password") {
+            m_result.password = ValueOf(option);
+            m_hasPassword = true;
+        } else if (option == "--data-source") {
+            m_result.dataSources.push_back(DataSourceOf(ValueOf(option)));
+        } else {
+            throw UsageError("there is no option \"" + option + "\"");
+        }
+    }
+
+    const std::string& ValueOf(const std::string& option) {
+        if (m_next >= m_arguments.size()) {
+            throw UsageError(option + " wants a value");
+        }
+        return m_arguments[m_next++];
+    }
+
+    void Check() const {
+        if (m_result.file.empty()) {
+            throw UsageError("no report file is given");
+        }
+        if (m_result.command != Command::Export) {
+            return;
+        }
+        if (m_result.format == 0) {
+            throw UsageError("no format is given (-f)");
+        }
+        if (m_result.output.empty()) {
+            throw UsageError("no output file is given (-o)");
+        }
+        if (m_hasUser != m_hasPassword) {
+            throw UsageError("--user and --password go together");
+        }
+    }
+
+    const std::vector<std::string>& m_arguments;
+    std::size_t m_next = 0;
+    bool m_onlyFiles = false, m_hasUser = false, m_hasPassword = false;
+    ReportArguments m_result;
+};
+
+}  // namespace
+
+const char* const Usage =
+    "oxc-report info FILE\n"
+    "oxc-report export FILE -f pdf|rtf|xls|html|doc -o OUT [-p NAME=VALUE]... [--formula TEXT]\n"
+    "           [--user U --password P] [--data-source NAME=PROVIDER;CONNECT STRING]...\n";
+
+ReportArguments ParseArguments(const std::vector<std::string>& arguments) {
+    return Parser(arguments).Parse();
+}
+
+}  // namespace tools
