@@ -1,0 +1,9 @@
+// The report engine with a stopwatch on opening and exporting.
+#pragma once
+
+#include "bench/run/stopwatch.h"
+#include "platform/report_engine.h"
+
+extern Stopwatch g_opening, g_exporting;  // exporting holds the engine's own mailing as well
+
+std::shared_ptr<report::Engine> CreateTimedEngine();

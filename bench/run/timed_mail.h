@@ -1,0 +1,9 @@
+// The mail system with a stopwatch on sending.
+#pragma once
+
+#include "bench/run/stopwatch.h"
+#include "platform/mapi.h"
+
+extern Stopwatch g_mailing;
+
+MAPI::System& TimedMailSystem();

@@ -1,0 +1,170 @@
+"""The staged program in an application folder of its own: schedules put in as rows, the scheduler run for real, its
+mails read back."""
+
+import email
+import email.policy
+import os
+import pathlib
+import shutil
+import signal
+import sqlite3
+import subprocess
+import tempfile
+import time
+import unittest
+
+STAGE = pathlib.Path(os.environ.get("OXC_STAGE", "build/release/stage")).resolve()
+SUPPORT = pathlib.Path(__file__).resolve().parent.parent / "support"
+
+MIME_TYPES = {
+    "pdf": "application/pdf",
+    "doc": "application/msword",
+    "rtf": ("application/rtf", "text/rtf"),
+    "xls": "application/vnd.ms-excel",
+    "htm": "text/html",
+}
+
+
+def system_path(path):
+    """A machine's path as the system writes it."""
+    return "Z:" + str(path).replace("/", "\\")
+
+
+class Courier:
+    """An application folder, settings, mail profile and outbox; gone with the test."""
+
+    def __init__(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="oxc-e2e-"))
+        self.app = self.folder / "app"
+        shutil.copytree(STAGE, self.app, symlinks=True)
+        self.outbox = self.folder / "outbox"
+        self.config = self.folder / "config" / "oxbow-courier"
+        self.config.mkdir(parents=True)
+        self.database = self.app / "PressroomLive.dat"
+        shutil.copy(self.app / "Pressroom.dat", self.database)
+        self.process = None
+        self.log = open(self.folder / "log", "w+b")
+        self.extra_environment = {}
+        self.profile("Transport=outbox\nOutboxFolder=%s\n" % self.outbox)
+        self.settings(Poll="1", AlertWho="boss@example.com")
+
+    def profile(self, text):
+        (self.config / "mail.ini").write_text("[Profile]\nFrom=Reports <reports@example.com>\n" + text)
+
+    def settings(self, **values):
+        lines = ["Windows Registry Editor Version 5.00", "",
+                 "[HKEY_LOCAL_MACHINE\\Software\\Norvale\\Oxbow Courier]", '"FirstRun"="False"']
+        lines += ['"%s"="%s"' % (name, value) for name, value in values.items()]
+        (self.config / "settings.reg").write_text("\n".join(lines) + "\n")
+
+    def environment(self):
+        environment = {k: v for k, v in os.environ.items()
+                       if k not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "OXC_HOME")}
+        environment.update(XDG_CONFIG_HOME=str(self.folder / "config"), XDG_DATA_HOME=str(self.folder / "data"),
+                           HOME=str(self.folder), OXC_HOME=str(self.app))
+        environment.update(self.extra_environment)
+        return environment
+
+    def start(self, prefix=()):
+        self.process = subprocess.Popen([*prefix, str(self.app / "oxc"), "-sched"], stdout=self.log,
+                                        stderr=subprocess.STDOUT, env=self.environment())
+        return self.process
+
+    def stop(self):
+        if self.process and self.process.poll() is None:
+            self.process.send_signal(signal.SIGTERM)
+            self.process.wait(10)
+
+    def close(self):
+        if self.process and self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+        self.log.close()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def said(self):
+        return (self.folder / "log").read_text(errors="replace")
+
+    def sql(self, statement, *values):
+        connection = sqlite3.connect(self.database, timeout=10)
+        try:
+            with connection:
+                return connection.execute(statement, values).fetchall()
+        finally:
+            connection.close()
+
+    def schedule(self, report="sales_by_region.rpt", **columns):
+        """Puts a due schedule in; returns its key. The report is a sample's name or a path."""
+        path = pathlib.Path(report)
+        if not path.is_absolute():
+            path = self.app / "samples" / report
+        today = time.strftime("%Y-%m-%d")
+        row = dict(SendTo="ann@example.com;", Subject="Figures", Message="Good morning", StartDate="2000-01-01",
+                   EndDate="3000-12-31", RunAt="00:00", Frequency="Daily", NextRun=today, Client="NONE",
+                   ReportPath=system_path(path), ReportTitle="Figures", SelectionForm="",
+                   Format="Acrobat Format (PDF)", Parent="Desktop", OriginalPath=system_path(path), UserName="",
+                   Password="", LoginReq="F")
+        row.update(columns)
+        names = ",".join("[%s]" % name for name in row)
+        marks = ",".join("?" * len(row))
+        self.sql("insert into ReportScheduler(%s) values(%s)" % (names, marks), *row.values())
+        return self.sql("select max(ReportID) from ReportScheduler")[0][0]
+
+    def parameters(self, key, *values):
+        for number, value in enumerate(values, 1):
+            self.sql("insert into ReportParameter values(?,?,?)", key, "P%d" % number, value)
+
+    def history(self, key=None):
+        rows = self.sql("select ReportID, LastRun, Status, ErrMsg from ReportHistory")
+        return [row for row in rows if key is None or row[0] == key]
+
+    def next_run(self, key):
+        return self.sql("select NextRun from ReportScheduler where ReportID = ?", key)[0][0]
+
+    def wait(self, condition, seconds=30, what="the expected state"):
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            if condition():
+                return
+            if self.process and self.process.poll() is not None:
+                if condition():
+                    return
+                raise AssertionError("the scheduler ended with %s:\n%s" % (self.process.returncode, self.said()))
+            time.sleep(0.05)
+        raise AssertionError("no %s within %s s; history %s; said:\n%s" % (what, seconds, self.history(), self.said()))
+
+    def run_until_history(self, count=1, seconds=30):
+        self.start()
+        self.wait(lambda: len(self.history()) >= count, seconds, "%d history rows" % count)
+        self.stop()
+
+    def mails(self):
+        return read_mails(self.outbox)
+
+
+def read_mails(folder):
+    mails = []
+    for path in sorted(pathlib.Path(folder).glob("*.eml")):
+        with open(path, "rb") as file:
+            mails.append(email.message_from_binary_file(file, policy=email.policy.default))
+    return mails
+
+
+def attachment(mail):
+    parts = list(mail.iter_attachments())
+    assert len(parts) == 1, parts
+    return parts[0].get_filename(), parts[0].get_content_type(), parts[0].get_payload(decode=True)
+
+
+def pdf_text(data):
+    with tempfile.NamedTemporaryFile(suffix=".pdf") as file:
+        file.write(data)
+        file.flush()
+        return subprocess.run(["pdftotext", "-layout", file.name, "-"], check=True, capture_output=True,
+                              text=True).stdout
+
+
+class CourierTest(unittest.TestCase):
+    def setUp(self):
+        self.courier = Courier()
+        self.addCleanup(self.courier.close)

@@ -1,0 +1,123 @@
+"""The scheduler as a process: idle, ended, killed, and beside others on the same database."""
+
+import os
+import random
+import re
+import sqlite3
+import threading
+import time
+import unittest
+
+from harness import CourierTest, attachment
+
+TICK = os.sysconf("SC_CLK_TCK")
+LONG = bool(os.environ.get("OXC_LONG_TESTS"))
+
+
+def cpu_seconds(pid):
+    with open("/proc/%d/stat" % pid) as file:
+        fields = file.read().rsplit(")", 1)[1].split()
+    return (int(fields[11]) + int(fields[12])) / TICK
+
+
+def resident_megabytes(pid):
+    with open("/proc/%d/status" % pid) as file:
+        return int(re.search(r"VmRSS:\s+(\d+)", file.read()).group(1)) / 1024
+
+
+class Process(CourierTest):
+    def test_idles_small_and_ends_on_sigterm(self):
+        self.courier.settings(Poll="15", AlertWho="boss@example.com")
+        process = self.courier.start()
+        time.sleep(3)
+        before = cpu_seconds(process.pid)
+        seconds = 20 if LONG else 6
+        time.sleep(seconds)
+        used = cpu_seconds(process.pid) - before
+        memory = resident_megabytes(process.pid)
+        print("idle: %.2f %% of a core, %.1f MB" % (100 * used / seconds, memory))
+        # One clock tick of 10 ms is what the kernel can tell in a short measurement.
+        self.assertLessEqual(used, max(0.005 * seconds, 2 / TICK))
+        self.assertLess(memory, 60)
+        start = time.monotonic()
+        process.terminate()
+        self.assertEqual(process.wait(5), 0)
+        self.assertLess(time.monotonic() - start, 1)
+
+    def test_kills_at_random_moments_leave_nothing_half_done(self):
+        """Each round the schedule is due; the process is killed somewhere in start-up, run, mail or record."""
+        key = self.courier.schedule(Frequency="Daily", NextRun="2020-01-01")
+        chance = random.Random(11)
+        for _ in range(50):
+            process = self.courier.start()
+            time.sleep(chance.uniform(0.02, 0.7))
+            process.kill()
+            process.wait()
+            check = sqlite3.connect(self.courier.database)
+            self.assertEqual(check.execute("pragma integrity_check").fetchone(), ("ok",))
+            check.close()
+        runs = len(self.courier.history(key))
+        moved = (time.mktime(time.strptime(self.courier.next_run(key), "%Y-%m-%d"))
+                 - time.mktime(time.strptime("2020-01-01", "%Y-%m-%d"))) / 86400
+        # The date moves before the row is written: a kill between the two costs the row and nothing else.
+        self.assertIn(round(moved) - runs, range(0, 6))
+        self.check_outbox(round(moved))
+        # What was cut off is made up by the next process.
+        self.courier.start()
+        self.courier.wait(lambda: len(self.courier.history(key)) > runs, what="the run made up")
+        self.courier.stop()
+
+    def check_outbox(self, runs):
+        mails = self.courier.mails()
+        self.assertGreaterEqual(len(mails), runs)
+        for mail in mails:
+            name, _, data = attachment(mail)
+            self.assertTrue(name.endswith(".pdf"))
+            self.assertTrue(data.rstrip().endswith(b"%%EOF"))
+        self.courier.start()
+        self.courier.wait(lambda: len(self.courier.mails()) > len(mails), what="one more mail")
+        self.courier.stop()
+        self.assertEqual([f.name for f in self.courier.outbox.iterdir() if not f.name.endswith(".eml")], [])
+
+    def test_other_programs_write_while_the_scheduler_runs(self):
+        seconds = 60 if LONG else 6
+        end = time.monotonic() + seconds
+        key = self.courier.schedule(Frequency="Daily", NextRun="2010-01-01")
+        self.courier.settings(Poll="0", AlertWho="boss@example.com")
+        counts, errors = [0, 0], []
+
+        def write(number):
+            try:
+                while time.monotonic() < end:
+                    self.courier.sql("insert into clients values(?)", "client %d" % number)
+                    counts[number] += 1
+            except sqlite3.Error as error:
+                errors.append(error)
+
+        writers = [threading.Thread(target=write, args=(number,)) for number in range(2)]
+        for writer in writers:
+            writer.start()
+        self.courier.start()
+        for writer in writers:
+            writer.join()
+        self.courier.stop()
+        self.assertEqual(errors, [])
+        self.assertEqual(self.courier.sql("select count(*) from clients")[0][0], sum(counts))
+        rows = self.courier.history(key)
+        self.assertGreaterEqual(len(rows), 3)
+        self.assertEqual({row[2] for row in rows}, {"Success"})
+        self.assertEqual(self.courier.sql("pragma integrity_check"), [("ok",)])
+
+    def test_two_schedulers_share_the_database(self):
+        key = self.courier.schedule(Frequency="Daily", NextRun="2010-01-01")
+        first = self.courier.start()
+        self.courier.start()
+        time.sleep(4)
+        self.courier.stop()
+        first.terminate()
+        self.assertEqual(first.wait(5), 0)
+        self.assertEqual({row[2] for row in self.courier.history(key)}, {"Success"})
+
+
+if __name__ == "__main__":
+    unittest.main()
