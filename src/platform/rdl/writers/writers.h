@@ -22,8 +22,10 @@ struct Options {
 };
 
 void WritePdf(layout::ReportInstance& report, Output& output, const Options& options);
-void WriteRtf(layout::ReportInstance& report, Output& output, const Options& options);   // .rtf, and .doc for Word
-void WriteHtml(layout::ReportInstance& report, Output& output, const Options& options);  // one self-contained file
-void WriteXls(layout::ReportInstance& report, Output& output, const Options& options);   // BIFF8
+void WriteRtf(layout::ReportInstance& report, Output& output,
+              const Options& options);  // .rtf, and .doc for Word
+void WriteHtml(layout::ReportInstance& report, Output& output,
+               const Options& options);  // one self-contained file
+void WriteXls(layout::ReportInstance& report, Output& output, const Options& options);  // BIFF8
 
 }  // namespace rdl::writers

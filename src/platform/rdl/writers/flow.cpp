@@ -1,0 +1,78 @@
+#include "platform/rdl/writers/flow.h"
+
+#include <algorithm>
+
+#include "platform/rdl/error.h"
+
+namespace rdl::writers {
+
+std::string WithoutPageMarks(std::string_view text) {
+    std::string plain;
+    plain.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        // The four marks are U+E000 to U+E003.
+        if (text[i] == '\xEE' && i + 2 < text.size() && text[i + 1] == '\x80' &&
+            (text[i + 2] & 0xFC) == 0x80) {
+            plain += '1';
+            i += 2;
+        } else {
+            plain += text[i];
+        }
+    }
+    return plain;
+}
+
+std::string SafeLink(const std::string& link) {
+    std::string clean;
+    for (const char c : link) {
+        if (static_cast<unsigned char>(c) >= 0x20 && c != 0x7F) {
+            clean += c;  // browsers read over control characters within a scheme
+        }
+    }
+    clean.erase(0, clean.find_first_not_of(' '));
+    const std::size_t end = clean.find_first_of(":/?#");
+    if (end == std::string::npos || clean[end] != ':') {
+        return clean;
+    }
+    std::string scheme = clean.substr(0, end);
+    std::transform(scheme.begin(), scheme.end(), scheme.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    for (const char* allowed : {"http", "https", "mailto", "ftp", "ftps", "tel"}) {
+        if (scheme == allowed) {
+            return clean;
+        }
+    }
+    return {};
+}
+
+ImageType TypeOfImage(const layout::Instance& image) {
+    const std::string_view bytes = *image.imageBytes;
+    if (bytes.substr(0, 8) == "\x89PNG\r\n\x1A\n") {
+        return ImageType::Png;
+    }
+    if (bytes.substr(0, 3) == "\xFF\xD8\xFF") {
+        return ImageType::Jpeg;
+    }
+    if (bytes.substr(0, 4) == "GIF8") {
+        return ImageType::Gif;
+    }
+    if (bytes.substr(0, 2) == "BM") {
+        return ImageType::Bmp;
+    }
+    throw Error("Image \"" + image.name + "\" is none of PNG, JPEG, GIF and BMP");
+}
+
+layout::HAlign AlignmentOf(const layout::Instance& item, layout::HAlign paragraph) {
+    layout::HAlign align = paragraph;
+    if (align == layout::HAlign::General && item.box) {
+        align = item.box->hAlign;
+    }
+    if (align != layout::HAlign::General) {
+        return align;
+    }
+    return item.isNumeric || item.value.IsNumber() || item.value.kind() == Kind::DateTime
+               ? layout::HAlign::Right
+               : layout::HAlign::Left;
+}
+
+}  // namespace rdl::writers

@@ -1,0 +1,57 @@
+// Records of a workbook stream: type, length, little-endian data.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace rdl::writers {
+
+inline constexpr std::size_t XlsRecordLimit = 8224;  // bytes of data in one record
+
+class XlsRecords {
+ public:
+    // A record is what is appended between the two.
+    void Begin(std::uint16_t type) {
+        U16(type);
+        m_begin = m_bytes.size();
+        U16(0);
+    }
+    void End() {
+        const std::size_t length = m_bytes.size() - m_begin - 2;
+        m_bytes[m_begin] = static_cast<char>(length & 0xFF);
+        m_bytes[m_begin + 1] = static_cast<char>(length >> 8);
+    }
+    void U8(unsigned n) { m_bytes += static_cast<char>(n & 0xFF); }
+    void U16(unsigned n) {
+        const char bytes[] = {static_cast<char>(n & 0xFF), static_cast<char>(n >> 8 & 0xFF)};
+        m_bytes.append(bytes, 2);
+    }
+    void U32(std::uint32_t n) {
+        U16(n & 0xFFFF);
+        U16(n >> 16);
+    }
+    void Double(double d) {
+        const auto bits = std::bit_cast<std::uint64_t>(d);
+        U32(static_cast<std::uint32_t>(bits));
+        U32(static_cast<std::uint32_t>(bits >> 32));
+    }
+    void Bytes(std::string_view bytes) { m_bytes += bytes; }
+    // Length in one or two bytes, flags, characters: narrow when all are below 256. Cut to the length's
+    // range.
+    void Text(std::u16string_view text, bool longLength);
+
+    std::string& bytes() { return m_bytes; }
+    const std::string& bytes() const { return m_bytes; }
+
+ private:
+    std::string m_bytes;
+    std::size_t m_begin = 0;
+};
+
+// UTF-16 of at most `limit` units, never half a pair; control characters that Excel refuses are left out.
+std::u16string ToUtf16(std::string_view utf8, std::size_t limit);
+bool IsNarrow(std::u16string_view text);
+
+}  // namespace rdl::writers
