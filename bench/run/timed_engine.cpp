@@ -50,7 +50,7 @@ class TimedEngine : public report::Engine {
     }
 
  private:
-    std::shared_ptr<report::Engine> m_engine = report::CreateRdlEngine();
+    std::shared_ptr<report::Engine> m_engine = rdl::engine::CreateRdlEngine();
 };
 
 }  // namespace

@@ -46,7 +46,7 @@ int main(int argc, char** argv) {
     }
     SetRegistry(&SettingsFile());
     MAPI::SetMailSystem(&MAPI::MailSystem());
-    report::SetEngineFactory(&report::CreateRdlEngine);
+    report::SetEngineFactory(&rdl::engine::CreateRdlEngine);
 
     Global::Main();
     return QApplication::exec();
