@@ -18,22 +18,22 @@ DateValue FirstMondayOfNextMonth(DateValue stored) {
 
 }  // namespace
 
-void NextSingleRun(const std::string& frequency, DateValue stored, DateValue& nextDate) {
+void NextSingleRun(const std::string& frequency, DateValue stored, DateValue& NextDate) {
     if (frequency == "Daily") {
-        nextDate = AddDays(stored, 1);
+        NextDate = AddDays(stored, 1);
     } else if (frequency == "Weekly") {
-        nextDate = AddDays(stored, 7);
+        NextDate = AddDays(stored, 7);
     } else if (frequency == "Monthly") {
-        nextDate = AddMonths(stored, 1);
+        NextDate = AddMonths(stored, 1);
     } else if (frequency == "Weekdays") {
-        nextDate = AddDays(stored, 1);
-        while (WeekdayFromMonday(nextDate) > Friday) {
-            nextDate = AddDays(nextDate, 1);
+        NextDate = AddDays(stored, 1);
+        while (WeekdayFromMonday(NextDate) > Friday) {
+            NextDate = AddDays(NextDate, 1);
         }
     } else if (frequency == "Weekends") {
-        nextDate = AddDays(stored, 1);
-        while (WeekdayFromMonday(nextDate) < Saturday) {
-            nextDate = AddDays(nextDate, 1);
+        NextDate = AddDays(stored, 1);
+        while (WeekdayFromMonday(NextDate) < Saturday) {
+            NextDate = AddDays(NextDate, 1);
         }
     }
 }

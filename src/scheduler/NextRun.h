@@ -9,9 +9,9 @@
 
 namespace Global {
 
-// Moves `nextDate` to the date after `stored`. A word that is not known ("WeekDays" and "Quartely" are none
+// Moves `NextDate` to the date after `stored`. A word that is not known ("WeekDays" and "Quartely" are none
 // for a single schedule) leaves it as it is.
-void NextSingleRun(const std::string& frequency, DateValue stored, DateValue& nextDate);
+void NextSingleRun(const std::string& frequency, DateValue stored, DateValue& NextDate);
 
 // "Monthly" is the first Monday of the next month; a word that is not known moves on by a month.
 DateValue NextPackageRun(const std::string& frequency, DateValue stored);

@@ -23,17 +23,17 @@ bool RunRow(const ADODB::Recordset& row) {
                      text("SelectionForm"), logon ? text("UserName") : "", logon ? text("Password") : "");
 }
 
-void StoreNextRun(const std::string& reportID, DateValue nextDate) {
+void StoreNextRun(const std::string& reportID, DateValue NextDate) {
     ADODB::Connection connection;
     connection.Open(ConnectionString);
-    connection.Execute("update ReportScheduler set NextRun = '" + cmFunc::FormatDateText(nextDate) +
+    connection.Execute("update ReportScheduler set NextRun = '" + cmFunc::FormatDateText(NextDate) +
                        "' Where ReportID = " + reportID);
     connection.Close();
 }
 
-void PollSchedules(const std::string& runStamp, std::string& reportID) {
+void PollSchedules(const std::string& RunStamp, std::string& reportID) {
     const std::string today = cmFunc::FormatDateText(Today());
-    DateValue nextDate;  // keeps its value from row to row: a word that is not known takes the row before's
+    DateValue NextDate;  // keeps its value from row to row: a word that is not known takes the row before's
     ADODB::Recordset rows;
     rows.CacheSize = 50;
     rows.CursorLocation = ADODB::adUseClient;
@@ -45,9 +45,9 @@ void PollSchedules(const std::string& runStamp, std::string& reportID) {
         if (!IsDue(rows.Fields("NextRun").Value, rows.Fields("RunAt").Value) || !RunRow(rows)) {
             continue;
         }
-        NextSingleRun(rows.Fields("Frequency").Value.Text(), CDate(rows.Fields("NextRun").Value), nextDate);
-        StoreNextRun(reportID, nextDate);
-        WriteRunHistory(reportID, runStamp, "Success", "None");
+        NextSingleRun(rows.Fields("Frequency").Value.Text(), CDate(rows.Fields("NextRun").Value), NextDate);
+        StoreNextRun(reportID, NextDate);
+        WriteRunHistory(reportID, RunStamp, "Success", "None");
     }
     rows.Close();
 }
@@ -55,14 +55,14 @@ void PollSchedules(const std::string& runStamp, std::string& reportID) {
 }  // namespace
 
 void Schedchk() {
-    const std::string runStamp = cmFunc::FormatDateText(Today()) + " " + TimeText(Now());
+    const std::string RunStamp = cmFunc::FormatDateText(Today()) + " " + TimeText(Now());
     std::string reportID;
     try {
         EnableTimer1(false);
-        PollSchedules(runStamp, reportID);
+        PollSchedules(RunStamp, reportID);
     } catch (...) {
         const RuntimeError error = CurrentError();
-        WriteRunHistory(reportID, runStamp, "Failure", error.Description());
+        WriteRunHistory(reportID, RunStamp, "Failure", error.Description());
         AlertPollFailure("Schedchk", error);
     }
     EnableTimer1(true);
