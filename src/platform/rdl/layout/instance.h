@@ -145,6 +145,8 @@ struct SectionInstance {
     std::vector<std::string> wantedReportItems;
     // What header and footer say depends on the number of pages.
     bool usesTotalPages = false;
+    // Likewise the body: its pages are counted before they are given out.
+    bool bodyUsesTotalPages = false;
 };
 
 struct ReportInstance {

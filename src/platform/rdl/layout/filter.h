@@ -1,0 +1,21 @@
+// Filters of data regions and groups.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "platform/rdl/layout/evaluator.h"
+
+namespace rdl::layout {
+
+// Leaves those candidates that pass, in their order. `enter` puts the evaluator at a candidate. Raises
+// rdl::Error when an expression of the filter fails.
+void ApplyFilter(const FilterPlan& filter, std::vector<std::uint32_t>& candidates, Evaluator& evaluator,
+                 const std::function<void(std::uint32_t)>& enter);
+
+// Puts the candidates in order; equal ones keep theirs.
+void ApplySort(const std::vector<SortPlan>& sorts, std::vector<std::uint32_t>& candidates,
+               Evaluator& evaluator, const std::function<void(std::uint32_t)>& enter);
+
+}  // namespace rdl::layout

@@ -1,0 +1,44 @@
+// From the plan of an item to its instance, at the evaluator's current place.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/rdl/layout/evaluator.h"
+
+namespace rdl::layout {
+
+class ItemBuilder {
+ public:
+    ItemBuilder(const ReportInput& input, Evaluator& evaluator) : m_input(input), m_evaluator(evaluator) {}
+
+    // False when the item is hidden; `out` is not touched then. `out` may be an instance used before: its
+    // memory is used again. Raises rdl::Error for an image or subreport that cannot be had.
+    bool Fill(ItemPlan& plan, Instance& out);
+    std::vector<Instance> FillAll(std::vector<std::unique_ptr<ItemPlan>>& plans);
+    bool IsTrue(const Property& property);
+    std::string Text(const Property& property);  // "" for Null and errors
+    Evaluator& Place() { return m_evaluator; }
+
+ private:
+    void Common(ItemPlan& plan, Instance& out);
+    void TextOf(ItemPlan& plan, Instance& out);
+    void ParagraphOf(ParagraphPlan& plan, bool isOnlyRun, Instance& out, ParagraphInstance& paragraph);
+    void RunOf(RunPlan& plan, bool isOnlyRun, Instance& out, RunInstance& run);
+    void NumberLists(std::vector<ParagraphInstance>& paragraphs) const;
+    bool IsDuplicate(ItemPlan& plan, const Value& value);
+    float Size(const Property& property);
+    void ImageOf(ItemPlan& plan, Instance& out);
+    std::shared_ptr<const std::string> External(const std::string& source, const std::string& item);
+    std::shared_ptr<const std::string> Embedded(const std::string& name, std::string& mimeType);
+    void SubreportOf(ItemPlan& plan, Instance& out);
+
+    const ReportInput& m_input;
+    Evaluator& m_evaluator;
+    std::unordered_map<std::string, std::shared_ptr<const std::string>> m_images;
+    int m_depth = 0;
+};
+
+}  // namespace rdl::layout

@@ -1,0 +1,173 @@
+#include "platform/rdl/layout/plan.h"
+
+#include <algorithm>
+
+#include "platform/rdl/error.h"
+
+namespace rdl::layout {
+namespace {
+
+FilterPlan::Op ParseOperator(const std::string& name) {
+    using Op = FilterPlan::Op;
+    static constexpr std::pair<const char*, Op> Names[] = {
+        {"Equal", Op::Equal},
+        {"NotEqual", Op::NotEqual},
+        {"LessThan", Op::Less},
+        {"LessThanOrEqual", Op::LessOrEqual},
+        {"GreaterThan", Op::Greater},
+        {"GreaterThanOrEqual", Op::GreaterOrEqual},
+        {"Like", Op::Like},
+        {"In", Op::In},
+        {"Between", Op::Between},
+        {"TopN", Op::Top},
+        {"BottomN", Op::Bottom},
+        {"TopPercent", Op::TopPercent},
+        {"BottomPercent", Op::BottomPercent},
+    };
+    for (const auto& [known, op] : Names) {
+        if (name == known) {
+            return op;
+        }
+    }
+    throw Error("A filter has the unknown operator \"" + name + "\"");
+}
+
+}  // namespace
+
+ItemPlan::ItemPlan() = default;
+ItemPlan::~ItemPlan() = default;
+
+PageBreakPlan Planner::Break(const PageBreak& source) const {
+    return {source.location, Of(source.disabled), Of(source.resetPageNumber), Of(source.pageName)};
+}
+
+std::vector<FilterPlan> Planner::Filters(const std::vector<Filter>& filters) const {
+    std::vector<FilterPlan> plans;
+    for (const Filter& filter : filters) {
+        FilterPlan plan{Of(filter.expression), ParseOperator(filter.op), {}};
+        for (const Expr& value : filter.values) {
+            plan.values.push_back(Of(value));
+        }
+        const std::size_t needed = plan.op == FilterPlan::Op::Between ? 2 : 1;
+        if (plan.values.size() < needed) {
+            throw Error("A filter with the operator \"" + filter.op + "\" has too few values");
+        }
+        plans.push_back(std::move(plan));
+    }
+    return plans;
+}
+
+std::vector<SortPlan> Planner::Sorts(const std::vector<Sort>& sorts) const {
+    std::vector<SortPlan> plans;
+    for (const Sort& sort : sorts) {
+        plans.push_back({Of(sort.value), sort.descending});
+    }
+    return plans;
+}
+
+ParagraphPlan Planner::ParagraphOf(const Paragraph& paragraph, const Style& boxStyle) const {
+    const auto inherited = [&](StyleProperty name, const Style* inner) {
+        for (const Style* style : {inner, &paragraph.style, &boxStyle}) {
+            if (const Expr* found = style ? style->Find(name) : nullptr) {
+                return Of(*found);
+            }
+        }
+        return Property();
+    };
+    ParagraphPlan plan;
+    plan.definition = &paragraph;
+    plan.align = inherited(StyleProperty::TextAlign, nullptr);
+    plan.lineHeight = inherited(StyleProperty::LineHeight, nullptr);
+    plan.leftIndent = Of(paragraph.leftIndent);
+    plan.rightIndent = Of(paragraph.rightIndent);
+    plan.hangingIndent = Of(paragraph.hangingIndent);
+    plan.spaceBefore = Of(paragraph.spaceBefore);
+    plan.spaceAfter = Of(paragraph.spaceAfter);
+    for (const TextRun& run : paragraph.runs) {
+        RunPlan made;
+        made.value = Of(run.value);
+        made.hyperlink = Of(run.action.hyperlink);
+        made.bookmarkLink = Of(run.action.bookmarkLink);
+        made.style.Compile({&boxStyle, &paragraph.style, &run.style}, m_programs);
+        made.formatValue = inherited(StyleProperty::Format, &run.style);
+        if (made.formatValue.IsConstant() && made.formatValue.constant.IsText()) {
+            made.format = made.formatValue.constant.AsText();
+        }
+        made.language = inherited(StyleProperty::Language, &run.style);
+        made.html = run.html;
+        plan.runs.push_back(std::move(made));
+    }
+    return plan;
+}
+
+std::unique_ptr<ItemPlan> Planner::Item(const ReportItem& item) {
+    auto plan = std::make_unique<ItemPlan>();
+    plan->definition = &item;
+    plan->box.Compile({&item.style}, m_programs);
+    plan->hidden = Of(item.visibility.hidden);
+    plan->hyperlink = Of(item.action.hyperlink);
+    plan->bookmarkLink = Of(item.action.bookmarkLink);
+    plan->toolTip = Of(item.toolTip);
+    plan->bookmark = Of(item.bookmark);
+    plan->documentMapLabel = Of(item.documentMapLabel);
+    plan->pageBreak = Break(item.pageBreak);
+    plan->plain = !plan->hyperlink.isSet && !plan->bookmarkLink.isSet && !plan->toolTip.isSet &&
+                  !plan->bookmark.isSet && !plan->documentMapLabel.isSet;
+    plan->region = m_region;
+    plan->rowGroup = m_rowGroup;
+    plan->columnGroup = m_columnGroup;
+    Kinds(item, *plan);
+    return plan;
+}
+
+void Planner::Kinds(const ReportItem& item, ItemPlan& plan) {
+    switch (item.kind) {
+        case ItemKind::Textbox: {
+            const auto& box = static_cast<const Textbox&>(item);
+            for (const Paragraph& paragraph : box.paragraphs) {
+                plan.paragraphs.push_back(ParagraphOf(paragraph, box.style));
+            }
+            plan.hideDuplicates = box.hideDuplicates;
+            break;
+        }
+        case ItemKind::Rectangle:
+            plan.children = Items(static_cast<const Rectangle&>(item).items);
+            break;
+        case ItemKind::Image:
+            plan.value = Of(static_cast<const Image&>(item).value);
+            plan.mimeType = Of(static_cast<const Image&>(item).mimeType);
+            break;
+        case ItemKind::Subreport:
+            for (const auto& [name, value] : static_cast<const Subreport&>(item).parameters) {
+                plan.parameters.emplace_back(name, Of(value));
+            }
+            break;
+        case ItemKind::Tablix:
+            plan.tablix = Region(static_cast<const Tablix&>(item));
+            break;
+        case ItemKind::Line:
+            break;
+        case ItemKind::Chart:
+            throw Error("Chart \"" + item.name + "\" cannot be drawn");
+        case ItemKind::Gauge:
+            throw Error("Gauge \"" + item.name + "\" cannot be drawn");
+    }
+}
+
+std::vector<std::unique_ptr<ItemPlan>> Planner::Items(const std::vector<ItemPtr>& items) {
+    std::vector<const ReportItem*> sorted;
+    for (const ItemPtr& item : items) {
+        sorted.push_back(item.get());
+    }
+    std::stable_sort(sorted.begin(), sorted.end(), [](const ReportItem* left, const ReportItem* right) {
+        return left->top != right->top ? left->top < right->top : left->left < right->left;
+    });
+    std::vector<std::unique_ptr<ItemPlan>> plans;
+    plans.reserve(sorted.size());
+    for (const ReportItem* item : sorted) {
+        plans.push_back(Item(*item));
+    }
+    return plans;
+}
+
+}  // namespace rdl::layout
