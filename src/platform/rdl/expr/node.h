@@ -21,6 +21,12 @@ struct Machine {
     const Culture& culture() const { return environment.CurrentCulture(); }
     // The value itself, or an error once too much has been made.
     Value Charged(Value value);
+    // Work on long text takes steps, so that code cannot repeat it without end.
+    void Weigh(const Value& value) {
+        if (value.kind() == Kind::Text && value.AsText().size() > 1024) {
+            steps -= static_cast<std::int64_t>(value.AsText().size() / 64);
+        }
+    }
 };
 
 struct Program::Node {

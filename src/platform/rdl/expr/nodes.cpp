@@ -40,7 +40,10 @@ BinaryNode::BinaryNode(Operator op, NodePtr l, NodePtr r)
 
 Value BinaryNode::Run(Machine& machine) const {
     const Value l = left->Run(machine);
-    return machine.Charged(operation(l, right->Run(machine), machine.culture()));
+    const Value r = right->Run(machine);
+    machine.Weigh(l);
+    machine.Weigh(r);
+    return machine.Charged(operation(l, r, machine.culture()));
 }
 
 UnaryNode::UnaryNode(Operation op, NodePtr value) : operation(op), operand(std::move(value)) {
@@ -173,6 +176,7 @@ Value CallNode::Run(Machine& machine) const {
         if (values[i].IsError() && !info.takesErrors) {
             return values[i];
         }
+        machine.Weigh(values[i]);
     }
     const Call call(values, static_cast<int>(arguments.size()), machine.environment);
     return machine.Charged(info.function(call));

@@ -23,8 +23,8 @@ struct Facts {
 struct CodeNames {
     virtual ~CodeNames() = default;
     virtual NodePtr Variable(std::string_view lower) = 0;  // null when there is none
-    // A call of a function of the code; null when there is none. Raises std::string for wrong arguments.
-    virtual NodePtr Function(std::string_view lower, std::vector<NodePtr>& arguments) = 0;
+    virtual bool HasFunction(std::string_view lower) const = 0;
+    virtual NodePtr Function(std::string_view lower, std::vector<NodePtr> arguments) = 0;
 };
 
 class Parser {
@@ -35,6 +35,7 @@ class Parser {
         : m_tokens(std::move(tokens)), m_where(std::move(where)), m_context(context), m_code(codeNames) {}
 
     NodePtr Expression(int least = 0);
+    std::vector<NodePtr> Arguments();
 
     const Token& Peek(std::size_t ahead = 0) const;
     const Token& Take();
@@ -44,6 +45,7 @@ class Parser {
     std::string Name(const char* what);
     // A type as in "As System.String"; its last word in small letters.
     std::string TypeName();
+    std::size_t Position() const { return m_at; }  // in words
     bool AtEnd() const { return Peek().type == Token::Type::End; }
     [[noreturn]] void Fail(const std::string& what) const { FailAt(Peek(), what); }
     [[noreturn]] void FailAt(const Token& token, const std::string& what) const;
@@ -87,7 +89,6 @@ class Parser {
     NodePtr Lookup(LookupCall::Form form);
     NodePtr Scope(bool level);
     NodePtr Cast();
-    Nodes Arguments();
     NodePtr Switch(const Token& name);
     std::string ScopeName();
     std::string DataSetOf(const std::string& scope, const Token& token);

@@ -76,13 +76,8 @@ NodePtr Parser::NamedCall(std::string name) {
     if (const Value* constant = FindConstant(lower); constant && !Peek().Is("(")) {
         return std::make_unique<LiteralNode>(*constant);
     }
-    if (m_code) {
-        const std::size_t before = m_at;
-        Nodes arguments = Peek().Is("(") ? Arguments() : Nodes();
-        if (NodePtr call = m_code->Function(lower, arguments)) {
-            return Checked(std::move(call));
-        }
-        m_at = before;
+    if (m_code && m_code->HasFunction(lower)) {
+        return Checked(m_code->Function(lower, Peek().Is("(") ? Arguments() : Nodes()));
     }
     bool special = false;
     if (NodePtr node = SpecialCall(lower, special); special) {
@@ -105,7 +100,11 @@ NodePtr Parser::SpecialCall(const std::string& lower, bool& known) {
     known = true;
     const Token& token = m_tokens[m_at - 1];
     AggregateKind kind{};
-    if (FindAggregate(lower, kind)) {
+    const bool aggregate = FindAggregate(lower, kind);
+    if (m_code && (aggregate || lower == "lookup" || lower == "lookupset" || lower == "multilookup")) {
+        FailAt(token, "\"" + token.text + "\" has no place in the code of a report");
+    }
+    if (aggregate) {
         return Aggregate(kind);
     }
     if (lower == "lookup" || lower == "lookupset" || lower == "multilookup") {
@@ -151,7 +150,7 @@ NodePtr Parser::Switch(const Token& name) {
     return std::make_unique<SwitchNode>(std::move(parts));
 }
 
-Parser::Nodes Parser::Arguments() {
+std::vector<NodePtr> Parser::Arguments() {
     Nodes arguments;
     Expect("(");
     if (TakeSymbol(")")) {

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "platform/rdl/expr/characters.h"
+#include "platform/rdl/expr/code.h"
 #include "platform/rdl/expr/nodes.h"
 #include "platform/rdl/expr/parser.h"
 #include "platform/rdl/expr/reach.h"
@@ -299,7 +300,16 @@ NodePtr Parser::DataSets() {
 }
 
 NodePtr Parser::Code() {
-    Fail("the report has no code of its own");
+    Expect(".");
+    const Token& token = Peek();
+    Name("a function of the code of the report");
+    Nodes arguments = Peek().Is("(") ? Arguments() : Nodes();
+    std::string why = "the report has no code of its own";
+    NodePtr node = m_context.code ? m_context.code->Use(token.lower, std::move(arguments), why) : nullptr;
+    if (!node) {
+        FailAt(token, why);
+    }
+    return Checked(std::move(node));
 }
 
 }  // namespace rdl::expr

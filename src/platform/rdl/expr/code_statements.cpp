@@ -1,0 +1,285 @@
+#include "platform/rdl/expr/code_statements.h"
+
+namespace rdl::expr {
+namespace {
+
+constexpr std::int64_t MaxElements = 65536;
+
+Flow Fail(Frame& frame, Value why) {
+    frame.fault = std::move(why);
+    return Flow::Fault;
+}
+
+// False with the fault set when it is no truth.
+bool Decide(const Node& condition, Frame& frame, bool& truth) {
+    const Value value = condition.Run(frame.machine);
+    if (value.IsError()) {
+        frame.fault = value;
+        return false;
+    }
+    if (!ToBoolean(value, frame.machine.culture(), truth)) {
+        frame.fault = NoConversion(value, "a Boolean");
+        return false;
+    }
+    return true;
+}
+
+// What a loop does behind a turn; true when it is over, with `flow` for those around it.
+bool LeavesLoop(Flow& flow, Flow exit, Flow next) {
+    if (flow == Flow::Next || flow == next) {
+        return false;
+    }
+    flow = flow == exit ? Flow::Next : flow;
+    return true;
+}
+
+bool Place(const Node& node, Frame& frame, std::int64_t& index) {
+    const Value value = node.Run(frame.machine);
+    if (value.IsError()) {
+        frame.fault = value;
+        return false;
+    }
+    if (!ToInteger(value, frame.machine.culture(), index)) {
+        frame.fault = NoConversion(value, "a number");
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+Flow AssignStatement::Run(Frame& frame) const {
+    Machine& machine = frame.machine;
+    std::int64_t place = 0;
+    if (index && !Place(*index, frame, place)) {
+        return Flow::Fault;
+    }
+    Value result = value ? value->Run(machine) : Value();
+    Value& variable = target.In(machine);
+    if (index && (variable.kind() != Kind::List || place < 0 ||
+                  static_cast<std::size_t>(place) >= variable.AsList().size())) {
+        return Fail(frame, Value::Error("An index lies outside its list"));
+    }
+    if (operation) {
+        const Value& before = index ? variable.AsList()[static_cast<std::size_t>(place)] : variable;
+        result = machine.Charged(operation(before, result, machine.culture()));
+    }
+    result = ConvertTo(target.conversion, result, machine);
+    if (result.IsError()) {
+        return Fail(frame, result);
+    }
+    if (!index) {
+        variable = std::move(result);
+        return Flow::Next;
+    }
+    if (result.kind() == Kind::List) {
+        return Fail(frame, Value::Error("A list cannot hold lists"));
+    }
+    ValueList values = variable.AsList();
+    values[static_cast<std::size_t>(place)] = std::move(result);
+    Value list = machine.Charged(Value::List(std::move(values)));
+    if (list.IsError()) {
+        return Fail(frame, list);
+    }
+    variable = std::move(list);
+    return Flow::Next;
+}
+
+Flow SizeStatement::Run(Frame& frame) const {
+    std::int64_t last = 0;
+    if (!Place(*upper, frame, last)) {
+        return Flow::Fault;
+    }
+    if (last < -1 || last >= MaxElements) {
+        return Fail(frame, Value::Error("A list holds up to " + std::to_string(MaxElements) + " elements"));
+    }
+    Value& variable = target.In(frame.machine);
+    ValueList values;
+    if (preserve && variable.kind() == Kind::List) {
+        values = variable.AsList();
+    }
+    values.resize(static_cast<std::size_t>(last + 1), ConvertTo(target.conversion, Value(), frame.machine));
+    Value list = frame.machine.Charged(Value::List(std::move(values)));
+    if (list.IsError()) {
+        return Fail(frame, list);
+    }
+    variable = std::move(list);
+    return Flow::Next;
+}
+
+Flow CallStatement::Run(Frame& frame) const {
+    Value value = call->Run(frame.machine);
+    return value.IsError() ? Fail(frame, std::move(value)) : Flow::Next;
+}
+
+Flow ReturnStatement::Run(Frame& frame) const {
+    if (value) {
+        Value result = ConvertTo(conversion, value->Run(frame.machine), frame.machine);
+        if (result.IsError()) {
+            return Fail(frame, std::move(result));
+        }
+        frame.machine.locals[0] = std::move(result);
+    }
+    return Flow::Return;
+}
+
+Flow IfStatement::Run(Frame& frame) const {
+    for (const auto& [condition, block] : branches) {
+        bool truth = false;
+        if (!Decide(*condition, frame, truth)) {
+            return Flow::Fault;
+        }
+        if (truth) {
+            return RunBlock(block, frame);
+        }
+    }
+    return RunBlock(otherwise, frame);
+}
+
+bool SelectStatement::Matches(const CaseTest& test, const Value& selected, Frame& frame) const {
+    const Culture& culture = frame.machine.culture();
+    Value result = CompareAs(test.upper ? Comparison::GreaterEqual : test.comparison, selected,
+                             test.value->Run(frame.machine), culture);
+    if (test.upper && result.kind() == Kind::Boolean && result.AsBoolean()) {
+        result = CompareAs(Comparison::LessEqual, selected, test.upper->Run(frame.machine), culture);
+    }
+    if (result.IsError()) {
+        frame.fault = result;
+        return false;
+    }
+    return result.AsBoolean();
+}
+
+Flow SelectStatement::Run(Frame& frame) const {
+    const Value selected = value->Run(frame.machine);
+    if (selected.IsError()) {
+        return Fail(frame, selected);
+    }
+    const Block* chosen = &otherwise;
+    for (const auto& [tests, block] : cases) {
+        bool matches = false;
+        for (const CaseTest& test : tests) {
+            if (!TakeSteps(frame, 1)) {
+                return Flow::Fault;
+            }
+            matches = Matches(test, selected, frame);
+            if (frame.fault.IsError()) {
+                return Flow::Fault;
+            }
+            if (matches) {
+                break;
+            }
+        }
+        if (matches) {
+            chosen = &block;
+            break;
+        }
+    }
+    const Flow flow = RunBlock(*chosen, frame);
+    return flow == Flow::ExitSelect ? Flow::Next : flow;
+}
+
+Flow ForStatement::Run(Frame& frame) const {
+    Machine& machine = frame.machine;
+    const Culture& culture = machine.culture();
+    Value at = ConvertTo(counter.conversion, from->Run(machine), machine);
+    const Value end = to->Run(machine);
+    const Value by = step ? step->Run(machine) : Value::Integer(1);
+    double direction = 0;
+    if (!ToDouble(by, culture, direction)) {
+        return Fail(frame, by.IsError() ? by : NoConversion(by, "a number"));
+    }
+    for (;;) {
+        if (!TakeSteps(frame, cost)) {
+            return Flow::Fault;
+        }
+        if (at.IsError()) {
+            return Fail(frame, at);
+        }
+        counter.In(machine) = at;
+        const Value goesOn =
+            CompareAs(direction >= 0 ? Comparison::LessEqual : Comparison::GreaterEqual, at, end, culture);
+        if (goesOn.IsError()) {
+            return Fail(frame, goesOn);
+        }
+        if (!goesOn.AsBoolean()) {
+            return Flow::Next;
+        }
+        Flow flow = RunBlock(body, frame);
+        if (LeavesLoop(flow, Flow::ExitFor, Flow::ContinueFor)) {
+            return flow;
+        }
+        at = ConvertTo(counter.conversion, Add(counter.In(machine), by, culture), machine);
+    }
+}
+
+Flow ForEachStatement::Run(Frame& frame) const {
+    const Value values = list->Run(frame.machine);
+    if (values.IsError()) {
+        return Fail(frame, values);
+    }
+    if (values.kind() != Kind::List) {
+        return Fail(frame, NoConversion(values, "a list"));
+    }
+    for (const Value& each : values.AsList()) {
+        const Value converted = ConvertTo(element.conversion, each, frame.machine);
+        if (converted.IsError()) {
+            return Fail(frame, converted);
+        }
+        if (!TakeSteps(frame, 1)) {
+            return Flow::Fault;
+        }
+        element.In(frame.machine) = converted;
+        Flow flow = RunBlock(body, frame);
+        if (LeavesLoop(flow, Flow::ExitFor, Flow::ContinueFor)) {
+            return flow;
+        }
+    }
+    return Flow::Next;
+}
+
+Flow LoopStatement::Run(Frame& frame) const {
+    for (bool first = true;; first = false) {
+        if (!TakeSteps(frame, cost)) {
+            return Flow::Fault;
+        }
+        bool truth = !until;
+        if (condition && !(atEnd && first) && !Decide(*condition, frame, truth)) {
+            return Flow::Fault;
+        }
+        if (truth == until) {
+            return Flow::Next;
+        }
+        Flow flow = RunBlock(body, frame);
+        if (LeavesLoop(flow, isDo ? Flow::ExitDo : Flow::ExitWhile,
+                       isDo ? Flow::ContinueDo : Flow::ContinueWhile)) {
+            return flow;
+        }
+    }
+}
+
+Flow TryStatement::Run(Frame& frame) const {
+    Flow flow = RunBlock(body, frame);
+    // Too many steps or too much memory is not for the report to catch.
+    if (flow == Flow::Fault && catches && frame.machine.steps >= 0 && frame.machine.bytes >= 0) {
+        const Value why = std::exchange(frame.fault, Value());
+        if (message) {
+            message->In(frame.machine) = Value::Text(why.AsText());
+        }
+        flow = RunBlock(caught, frame);
+    }
+    const Value fault = std::exchange(frame.fault, Value());
+    const Flow last = RunBlock(finally, frame);
+    if (last != Flow::Next) {
+        return last;
+    }
+    frame.fault = fault;
+    return flow;
+}
+
+Flow ThrowStatement::Run(Frame& frame) const {
+    const Value why = message ? message->Run(frame.machine) : Value::Text("The code of the report gave up");
+    return Fail(frame, why.IsError() ? why : Value::Error(TextOf(why, frame.machine.culture())));
+}
+
+}  // namespace rdl::expr

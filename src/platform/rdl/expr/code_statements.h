@@ -1,0 +1,108 @@
+// The statements of report-level code.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/rdl/expr/code_module.h"
+#include "platform/rdl/expr/convert.h"
+#include "platform/rdl/expr/operators.h"
+
+namespace rdl::expr {
+
+// name = value, name += value; with an index an element of the list.
+struct AssignStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    Variable target;
+    NodePtr index;                 // null: the whole variable
+    Operator operation = nullptr;  // of += and its like
+    NodePtr value;                 // null: the first value of the type
+};
+
+// Dim a(n), ReDim [Preserve] a(n)
+struct SizeStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    Variable target;
+    NodePtr upper;
+    bool preserve = false;
+};
+
+// A call whose result nobody takes.
+struct CallStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    NodePtr call;
+};
+
+struct ReturnStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    NodePtr value;  // null: what was assigned so far
+    const FunctionInfo* conversion = nullptr;
+};
+
+// Exit, Continue.
+struct JumpStatement final : Statement {
+    explicit JumpStatement(Flow where) : flow(where) {}
+    Flow Run(Frame&) const override { return flow; }
+    Flow flow;
+};
+
+struct IfStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    std::vector<std::pair<NodePtr, Block>> branches;
+    Block otherwise;
+};
+
+struct CaseTest {
+    Comparison comparison = Comparison::Equal;
+    NodePtr value;
+    NodePtr upper;  // value To upper
+};
+
+struct SelectStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    NodePtr value;
+    std::vector<std::pair<std::vector<CaseTest>, Block>> cases;
+    Block otherwise;
+
+ private:
+    bool Matches(const CaseTest& test, const Value& selected, Frame& frame) const;
+};
+
+struct ForStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    Variable counter;
+    NodePtr from, to, step;  // step: null for 1
+    Block body;
+};
+
+struct ForEachStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    Variable element;
+    NodePtr list;
+    Block body;
+};
+
+// While and Do: a condition in front, behind, or neither.
+struct LoopStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    NodePtr condition;
+    bool until = false, atEnd = false;
+    bool isDo = false;  // which Exit and Continue are meant for it
+    Block body;
+};
+
+struct TryStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    Block body, caught, finally;
+    bool catches = false;
+    std::optional<Variable> message;  // holds why, while it is caught
+};
+
+struct ThrowStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    NodePtr message;
+};
+
+}  // namespace rdl::expr
