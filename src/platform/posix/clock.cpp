@@ -16,9 +16,13 @@ class MachineClock : public Clock {
     }
 };
 
-const Clock*& Current() {
+const Clock& MachineTime() {
     static const MachineClock machine;
-    static const Clock* current = &machine;
+    return machine;
+}
+
+const Clock*& Current() {
+    static const Clock* current = &MachineTime();
     return current;
 }
 
@@ -29,6 +33,5 @@ const Clock& TheClock() {
 }
 
 void SetClock(const Clock* clock) {
-    static const MachineClock machine;
-    Current() = clock != nullptr ? clock : &machine;
+    Current() = clock != nullptr ? clock : &MachineTime();
 }

@@ -3,9 +3,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
+#include <cerrno>
 #include <cstdlib>
-#include <optional>
 #include <system_error>
 
 #include "platform/paths.h"
@@ -18,7 +17,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* FolderName = "oxbow-courier";
 constexpr const char* BlankDatabase = "Pressroom.dat";
-constexpr auto OwnerOnly = fs::perms::owner_all;
 
 std::string Environment(const char* name) {
     const char* value = std::getenv(name);

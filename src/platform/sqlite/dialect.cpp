@@ -81,7 +81,8 @@ class Translator {
     bool IsCompared(const Token* next) const {
         return IsMark(m_previous, {"=", "==", "<>", "!=", "<", ">", "<=", ">="}) ||
                IsWord(m_previous, {"between", "and", "when"}) ||
-               IsMark(next, {"=", "==", "<>", "!=", "<", ">", "<=", ">="}) || IsWord(next, {"in", "between"});
+               IsMark(next, {"=", "==", "<>", "!=", "<", ">", "<=", ">="}) ||
+               IsWord(next, {"in", "not", "between"});
     }
 
     // `top` with a number behind it is kept for the end of its select; a column of that name stays.

@@ -27,4 +27,10 @@ TEST(Regional, PatternWithoutTenCharactersGivesYearMonthDay) {
     }
 }
 
+// The tests run under the C locale, whose own pattern is American.
+TEST(Regional, EnvironmentWithoutARegionGivesYearMonthDay) {
+    EXPECT_EQ(Regional().order, DateOrder::YearMonthDay);
+    EXPECT_EQ(Regional().dateSeparator, '-');
+}
+
 }  // namespace

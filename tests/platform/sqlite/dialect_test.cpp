@@ -1,8 +1,12 @@
 #include "platform/sqlite/dialect.h"
 
+#include <random>
+#include <string_view>
+
 #include "data_fixture.h"
 #include "platform/clock.h"
 #include "platform/regional.h"
+#include "platform/sqlite/tokens.h"
 
 namespace {
 
@@ -63,6 +67,24 @@ TEST(DialectRest, MayBeBlanksCommentsAndSemicolons) {
     EXPECT_FALSE(IsBlankStatement(" ; x"));
     EXPECT_FALSE(IsBlankStatement("-- a\n delete from t"));
     EXPECT_FALSE(IsBlankStatement("''"));
+}
+
+TEST(Tokens, EveryByteOfAnyStatementLiesInOneToken) {
+    constexpr std::string_view Letters = "a'\"`[](-*/); \n09.x<=>\xc3\xbc";
+    std::minstd_rand random(1);
+    for (int round = 0; round < 20'000; ++round) {
+        std::string statement;
+        for (auto length = random() % 30; length > 0; --length) {
+            statement += Letters[random() % Letters.size()];
+        }
+        std::string joined;
+        for (const Token& token : Tokenize(statement)) {
+            ASSERT_FALSE(token.text.empty());
+            joined += token.text;
+        }
+        ASSERT_EQ(joined, statement);
+        TranslateDialect("select top 3 " + statement);
+    }
 }
 
 class Dialect : public DataFixture {

@@ -68,7 +68,7 @@ TEST_F(Sharing, TwoProcessesWriteWithoutErrorOrLostRow) {
     EXPECT_EQ(ResultOf(other), 0);
     for (const std::string who : {"editor", "scheduler"}) {
         const std::string told = Single("select Folder from Schedule where ReportTitle = '" + who + "'");
-        EXPECT_GT(std::stoi(told), 5);
+        EXPECT_GT(std::stoi(told), 0);
         EXPECT_EQ(Single("select count(distinct ReportID) from History where Status = '" + who + "'"), told);
     }
     EXPECT_EQ(Single("pragma integrity_check"), "ok");
