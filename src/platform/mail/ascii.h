@@ -1,0 +1,55 @@
+// Small steps on texts whose syntax is ASCII.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace mailer {
+
+inline bool IsControl(char letter) {
+    return static_cast<unsigned char>(letter) < 0x20 || letter == 0x7F;
+}
+
+inline bool HasControls(std::string_view text) {
+    for (const char letter : text) {
+        if (IsControl(letter)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+inline bool IsAsciiLetterOrDigit(char letter) {
+    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') ||
+           (letter >= '0' && letter <= '9');
+}
+
+inline std::string ToLower(std::string_view text) {
+    std::string lower(text);
+    for (char& letter : lower) {
+        if (letter >= 'A' && letter <= 'Z') {
+            letter = static_cast<char>(letter - 'A' + 'a');
+        }
+    }
+    return lower;
+}
+
+inline std::string_view Trim(std::string_view text) {
+    constexpr std::string_view Blanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(Blanks);
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+}
+
+// Control characters become blanks, so that a text stays within its line.
+inline std::string WithoutControls(std::string_view text) {
+    std::string clean(text);
+    for (char& letter : clean) {
+        if (IsControl(letter)) {
+            letter = ' ';
+        }
+    }
+    return clean;
+}
+
+}  // namespace mailer

@@ -1,0 +1,23 @@
+// Short-lived programs that mail leans on, run without a shell of their own and never waited for endlessly.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace mailer {
+
+struct ChildResult {
+    bool started = false;   // false: the program is missing or may not be run
+    bool timedOut = false;  // it and its children were ended
+    bool tooMuch = false;   // it wrote more than was asked for and was ended
+    int exitCode = -1;      // -1 when it ended by a signal
+    std::string output;     // standard output
+    std::string complaint;  // the first few kilobytes of standard error
+};
+
+// `arguments` begins with the program, found on PATH. `input` is a file that becomes standard input, -1 for
+// none. The program runs in a process group of its own, which is killed when `seconds` are over.
+ChildResult RunChild(const std::vector<std::string>& arguments, int input, int seconds,
+                     std::size_t longestOutput);
+
+}  // namespace mailer

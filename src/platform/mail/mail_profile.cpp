@@ -1,0 +1,212 @@
+#include "platform/mail/mail_profile.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <optional>
+
+#include "platform/mail/ascii.h"
+#include "platform/mail/child_process.h"
+#include "platform/mail/ini_text.h"
+#include "platform/mail/mail_errors.h"
+#include "platform/mail/small_file.h"
+#include "platform/paths.h"
+#include "platform/runtime.h"
+
+namespace mailer {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t LargestProfile = 1 << 20;
+
+class ProfileReader {
+ public:
+    ProfileReader(const fs::path& file, const std::string& text) : m_file(file), m_text(text) {}
+
+    MailProfile Read() {
+        MailProfile profile;
+        profile.transport = ReadTransport();
+        profile.from = ReadFrom();
+        profile.addressBook = Path("AddressBook", "VCard");
+        profile.stallSeconds = Number("Timeout", profile.stallSeconds, 1, 3600);
+        profile.connectSeconds = std::min(profile.connectSeconds, profile.stallSeconds);
+        switch (profile.transport) {
+            case TransportKind::Outbox:
+                profile.outboxFolder = Path("Profile", "OutboxFolder");
+                if (profile.outboxFolder.empty()) {
+                    profile.outboxFolder = DataHome() / "oxbow-courier" / "outbox";
+                }
+                break;
+            case TransportKind::Smtp:
+                ReadServer(profile);
+                break;
+            case TransportKind::Sendmail:
+                profile.sendmail = Text("Sendmail");
+                if (profile.sendmail.empty()) {
+                    profile.sendmail = "/usr/sbin/sendmail";
+                }
+                break;
+        }
+        return profile;
+    }
+
+ private:
+    [[noreturn]] void Refuse(const std::string& why) const {
+        throw RuntimeError(ErrBadProfile, "The mail profile \"" + m_file.string() + "\": " + why);
+    }
+
+    std::string Text(std::string_view key) const { return m_text.Find("Profile", key).value_or(""); }
+
+    TransportKind ReadTransport() const {
+        const std::string transport = ToLower(Text("Transport"));
+        if (transport == "outbox") {
+            return TransportKind::Outbox;
+        }
+        if (transport == "smtp") {
+            return TransportKind::Smtp;
+        }
+        if (transport == "sendmail") {
+            return TransportKind::Sendmail;
+        }
+        Refuse(transport.empty() ? "Transport is missing; it is outbox, smtp or sendmail"
+                                 : "Transport is \"" + Shown(transport) + "\", not outbox, smtp or sendmail");
+    }
+
+    Mailbox ReadFrom() const {
+        const std::string from = Text("From");
+        if (from.empty()) {
+            Refuse("From is missing");
+        }
+        try {
+            return ParseMailbox(from);
+        } catch (const RuntimeError& error) {
+            Refuse("From: " + error.Description());
+        }
+    }
+
+    fs::path Path(std::string_view section, std::string_view key) const {
+        const std::string text = m_text.Find(section, key).value_or("");
+        if (text.empty()) {
+            return {};
+        }
+        if (text.starts_with("~/")) {
+            const char* home = std::getenv("HOME");
+            return fs::path(home != nullptr ? home : "/") / text.substr(2);
+        }
+        return paths::ToMachine(text);
+    }
+
+    int Number(std::string_view key, int fallback, int least, int most) const {
+        const std::string text = Text(key);
+        if (text.empty()) {
+            return fallback;
+        }
+        int number = 0;
+        const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
+        if (failure != std::errc() || end != text.data() + text.size() || number < least || number > most) {
+            Refuse(std::string(key) + " is \"" + Shown(text) + "\", not a number from " +
+                   std::to_string(least) + " to " + std::to_string(most));
+        }
+        return number;
+    }
+
+    bool Switch(std::string_view key, bool fallback) const {
+        const std::string text = ToLower(Text(key));
+        if (text.empty()) {
+            return fallback;
+        }
+        if (text == "yes" || text == "true" || text == "1") {
+            return true;
+        }
+        if (text == "no" || text == "false" || text == "0") {
+            return false;
+        }
+        Refuse(std::string(key) + " is \"" + Shown(text) + "\", not yes or no");
+    }
+
+    Security ReadSecurity() const {
+        const std::string text = ToLower(Text("Security"));
+        if (text.empty() || text == "starttls") {
+            return Security::StartTls;
+        }
+        if (text == "tls") {
+            return Security::Tls;
+        }
+        if (text == "none") {
+            return Security::None;
+        }
+        Refuse("Security is \"" + Shown(text) + "\", not none, starttls or tls");
+    }
+
+    // The host becomes part of an address of its own, which nothing in it may break out of.
+    std::string ReadHost() const {
+        std::string host = Text("Host");
+        if (host.empty()) {
+            Refuse("Host is missing");
+        }
+        for (const char letter : host) {
+            if (!IsAsciiLetterOrDigit(letter) &&
+                std::string_view(".-_:").find(letter) == std::string_view::npos) {
+                Refuse("Host is \"" + Shown(host) + "\", not the name or the address of a server");
+            }
+        }
+        return host;
+    }
+
+    void ReadServer(MailProfile& profile) const {
+        profile.host = ReadHost();
+        profile.security = ReadSecurity();
+        const int usualPort = profile.security == Security::Tls        ? 465
+                              : profile.security == Security::StartTls ? 587
+                                                                       : 25;
+        profile.port = Number("Port", usualPort, 1, 65535);
+        profile.verify = Switch("Verify", true);
+        profile.caFile = Path("Profile", "CAFile");
+        profile.user = Text("User");
+        profile.password = Text("Password");
+        const std::string command = Text("PasswordCommand");
+        if (!profile.user.empty() && profile.password.empty() && !command.empty()) {
+            profile.password = RunPasswordCommand(command);
+        }
+    }
+
+    std::string RunPasswordCommand(const std::string& command) const {
+        constexpr int Seconds = 30;
+        constexpr std::size_t LongestPassword = 4096;
+        const ChildResult result = RunChild({"/bin/sh", "-c", command}, -1, Seconds, LongestPassword);
+        if (result.timedOut) {
+            Refuse("PasswordCommand did not end within 30 seconds");
+        }
+        if (!result.started || result.tooMuch || result.exitCode != 0) {
+            Refuse("PasswordCommand failed" + (result.exitCode > 0
+                                                   ? " with exit code " + std::to_string(result.exitCode)
+                                                   : std::string()));
+        }
+        const std::string password = result.output.substr(0, result.output.find_last_not_of("\r\n") + 1);
+        if (password.empty() || HasControls(password)) {
+            Refuse("PasswordCommand wrote no password of one line");
+        }
+        return password;
+    }
+
+    fs::path m_file;
+    IniText m_text;
+};
+
+}  // namespace
+
+fs::path MailProfilePath() {
+    return ConfigFolder() / "mail.ini";
+}
+
+MailProfile ReadMailProfile(const fs::path& file) {
+    const std::optional<std::string> text = ReadSmallFile(file, LargestProfile);
+    if (!text) {
+        throw RuntimeError(ErrNoProfile, "There is no mail profile: the file \"" + file.string() +
+                                             "\" is missing or cannot be read");
+    }
+    return ProfileReader(file, *text).Read();
+}
+
+}  // namespace mailer

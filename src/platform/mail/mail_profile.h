@@ -1,0 +1,42 @@
+// The mail profile: how mail leaves this machine, from whom, and where the address book is.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "platform/mail/mail_address.h"
+
+namespace mailer {
+
+enum class TransportKind { Outbox, Smtp, Sendmail };
+enum class Security { None, StartTls, Tls };
+
+struct MailProfile {
+    TransportKind transport = TransportKind::Outbox;
+    Mailbox from;
+    std::filesystem::path addressBook;  // vCard file; empty when there is none
+
+    std::filesystem::path outboxFolder;  // outbox
+
+    std::string host;  // smtp: a name or an address
+    int port = 0;
+    Security security = Security::StartTls;
+    std::string user;  // empty: no login
+    std::string password;
+    bool verify = true;            // the server's certificate
+    std::filesystem::path caFile;  // empty: the machine's own
+
+    std::string sendmail;  // sendmail: the program
+
+    int connectSeconds = 15;  // until the server is ready for a message
+    int stallSeconds = 60;    // without a sign of life from then on
+};
+
+// ${XDG_CONFIG_HOME:-~/.config}/oxbow-courier/mail.ini
+std::filesystem::path MailProfilePath();
+
+// Reads the profile and runs its PasswordCommand. Raises ErrNoProfile when the file is missing or cannot be
+// read, ErrBadProfile when it makes no sense; the texts name the file and the key.
+MailProfile ReadMailProfile(const std::filesystem::path& file);
+
+}  // namespace mailer

@@ -1,0 +1,203 @@
+#include "platform/mail/mail_system.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <deque>
+#include <optional>
+
+#include "platform/mail/address_book.h"
+#include "platform/mail/mail_errors.h"
+#include "platform/mail/mail_profile.h"
+#include "platform/mail/small_file.h"
+#include "platform/mail/transport.h"
+#include "platform/paths.h"
+#include "platform/runtime.h"
+
+namespace mailer {
+namespace {
+
+// What the messages of a session share; it outlives the session with the last of them.
+struct Office {
+    explicit Office(const MailProfile& read)
+        : profile(read), book(read.addressBook), transport(MakeTransport(read)) {}
+    MailProfile profile;
+    AddressBook book;
+    std::unique_ptr<Transport> transport;
+};
+
+class RecipientList : public MAPI::Recipients {
+ public:
+    explicit RecipientList(std::shared_ptr<Office> office) : m_office(std::move(office)) {}
+
+    void Add(const std::string& name) override { m_items.push_back({name}); }
+
+    void Resolve(bool /*showDialog*/) override { Mailboxes(); }
+
+    int Count() const override { return static_cast<int>(m_items.size()); }
+
+    const MAPI::Recipient& Item(int index) const override {
+        if (index < 1 || index > Count()) {
+            throw RuntimeError(err::SubscriptOutOfRange);
+        }
+        return m_items[static_cast<std::size_t>(index) - 1];
+    }
+
+    // Every recipient once, however often it was added.
+    std::vector<Mailbox> Mailboxes() {
+        std::vector<Mailbox> mailboxes;
+        for (const MAPI::Recipient& item : m_items) {
+            Mailbox mailbox = m_office->book.Resolve(item.Name);
+            const bool known = std::any_of(
+                mailboxes.begin(), mailboxes.end(),
+                [&mailbox](const Mailbox& other) { return SameAddress(other.address, mailbox.address); });
+            if (!known) {
+                mailboxes.push_back(std::move(mailbox));
+            }
+        }
+        return mailboxes;
+    }
+
+ private:
+    std::shared_ptr<Office> m_office;
+    std::vector<MAPI::Recipient> m_items;
+};
+
+class AttachmentList : public MAPI::Attachments {
+ public:
+    MAPI::Attachment& Add() override { return m_items.emplace_back(); }
+
+    std::vector<OutgoingAttachment> Open() const {
+        std::vector<OutgoingAttachment> open;
+        for (const MAPI::Attachment& item : m_items) {
+            if (!item.Source.empty()) {
+                open.push_back(OpenOne(item.Source));
+            }
+        }
+        return open;
+    }
+
+ private:
+    static OutgoingAttachment OpenOne(const std::string& source) {
+        const std::filesystem::path path = paths::ToMachine(source);
+        OutgoingAttachment attachment{source, path.filename().string(), OpenRegularFile(path)};
+        if (attachment.file.Get() < 0) {
+            const bool missing = errno == ENOENT || errno == ENOTDIR;
+            throw RuntimeError(
+                missing ? err::FileNotFound : err::PathFileAccess,
+                "The attachment \"" + Shown(source) + "\" " + (missing ? "is missing" : "cannot be read"));
+        }
+        return attachment;
+    }
+
+    std::deque<MAPI::Attachment> m_items;  // their places stay while others are added
+};
+
+class MailMessage : public MAPI::Message {
+ public:
+    explicit MailMessage(const std::shared_ptr<Office>& office) : m_office(office), m_recipients(office) {}
+
+    MAPI::Recipients& Recipients() override { return m_recipients; }
+    MAPI::Attachments& Attachments() override { return m_attachments; }
+
+    void Send() override {
+        OutgoingMail mail;
+        mail.from = m_office->profile.from;
+        mail.recipients = m_recipients.Mailboxes();
+        if (mail.recipients.empty()) {
+            throw RuntimeError(ErrNoRecipients, "The message has no recipients");
+        }
+        mail.subject = Subject;
+        mail.text = Text;
+        mail.highImportance = Importance == MAPI::ImportanceHigh;
+        mail.attachments = m_attachments.Open();
+        m_office->transport->Deliver(mail);
+    }
+
+ private:
+    std::shared_ptr<Office> m_office;
+    RecipientList m_recipients;
+    AttachmentList m_attachments;
+};
+
+class OutboxFolder : public MAPI::Folder {
+ public:
+    explicit OutboxFolder(std::shared_ptr<Office> office) : m_office(std::move(office)) {}
+    std::unique_ptr<MAPI::Message> AddMessage() override { return std::make_unique<MailMessage>(m_office); }
+
+ private:
+    std::shared_ptr<Office> m_office;
+};
+
+// A name that a recipient list can hold: it means this entry and no other, and does not end the list.
+std::string PickedName(AddressBook& book, const AddressEntry& entry) {
+    try {
+        if (entry.name.find(';') == std::string::npos &&
+            SameAddress(book.Resolve(entry.name).address, entry.address)) {
+            return entry.name;
+        }
+    } catch (const RuntimeError& error) {
+        if (error.Number() != ErrAmbiguousRecipient && error.Number() != ErrUnknownRecipient) {
+            throw;
+        }
+    }
+    return entry.address;
+}
+
+class MailSession : public MAPI::Session {
+ public:
+    explicit MailSession(std::filesystem::path profile) : m_profile(std::move(profile)) {}
+
+    void Logon() override {
+        const auto office =
+            std::make_shared<Office>(ReadMailProfile(m_profile.empty() ? MailProfilePath() : m_profile));
+        m_outbox = std::make_unique<OutboxFolder>(office);
+        m_office = office;
+    }
+
+    MAPI::Folder& Outbox() override {
+        RequireLogon();
+        return *m_outbox;
+    }
+
+    std::vector<MAPI::Recipient> AddressBook(bool oneAddress) override {
+        RequireLogon();
+        std::optional<std::vector<AddressEntry>> picked;
+        if (TheAddressChooser()) {
+            picked = TheAddressChooser()(m_office->book.ListEntries(), oneAddress);
+        }
+        if (!picked) {
+            throw RuntimeError(err::MailUserCancel, "The choice of recipients was cancelled");
+        }
+        std::vector<MAPI::Recipient> recipients;
+        for (const AddressEntry& entry : *picked) {
+            if (recipients.empty() || !oneAddress) {
+                recipients.push_back({PickedName(m_office->book, entry)});
+            }
+        }
+        return recipients;
+    }
+
+ private:
+    void RequireLogon() const {
+        if (!m_office) {
+            throw RuntimeError(ErrNoProfile, "The mail session has not been logged on");
+        }
+    }
+
+    std::filesystem::path m_profile;
+    std::shared_ptr<Office> m_office;
+    std::unique_ptr<OutboxFolder> m_outbox;
+};
+
+}  // namespace
+
+std::unique_ptr<MAPI::Session> ProfileMailSystem::CreateSession() {
+    return std::make_unique<MailSession>(m_profile);
+}
+
+}  // namespace mailer
+
+MAPI::System& MailSystem() {
+    static mailer::ProfileMailSystem system;
+    return system;
+}

@@ -1,0 +1,27 @@
+// A message that is ready to go: everything resolved, every attachment open.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/mail/mail_address.h"
+#include "platform/mail/unique_fd.h"
+
+namespace mailer {
+
+struct OutgoingAttachment {
+    std::string path;  // for errors: as the system writes it
+    std::string name;  // of the file, without its folder
+    UniqueFd file;
+};
+
+struct OutgoingMail {
+    Mailbox from;
+    std::vector<Mailbox> recipients;  // at least one, no address twice
+    std::string subject;
+    std::string text;  // any line ends
+    bool highImportance = false;
+    std::vector<OutgoingAttachment> attachments;
+};
+
+}  // namespace mailer

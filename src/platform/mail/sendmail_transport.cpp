@@ -1,0 +1,56 @@
+#include "platform/mail/sendmail_transport.h"
+
+#include <sysexits.h>
+
+#include <algorithm>
+
+#include "platform/mail/ascii.h"
+#include "platform/mail/child_process.h"
+#include "platform/mail/mail_errors.h"
+#include "platform/mail/spool_file.h"
+#include "platform/runtime.h"
+
+namespace mailer {
+namespace {
+
+bool IsLater(int exitCode) {
+    return exitCode == EX_TEMPFAIL || exitCode == EX_UNAVAILABLE || exitCode == EX_OSERR ||
+           exitCode == EX_IOERR;
+}
+
+bool IsRecipient(int exitCode) {
+    return exitCode == EX_NOUSER || exitCode == EX_NOHOST;
+}
+
+std::string Reason(const ChildResult& result) {
+    const std::string_view complaint = Trim(result.complaint.empty() ? result.output : result.complaint);
+    return complaint.empty() ? "exit code " + std::to_string(result.exitCode) : Shown(complaint);
+}
+
+}  // namespace
+
+void SendmailTransport::Deliver(const OutgoingMail& mail) {
+    std::vector<std::string> arguments{m_program, "-i", "-f", mail.from.address, "--"};
+    for (const Mailbox& recipient : mail.recipients) {
+        arguments.push_back(recipient.address);
+    }
+    const UniqueFd message = SpoolMessage(mail, LineEnds::Lf);
+    constexpr std::size_t LongestOutput = 1 << 20;
+    const ChildResult result = RunChild(arguments, message.Get(), m_seconds, LongestOutput);
+    const std::string program = "The mail program \"" + m_program + "\" ";
+    if (!result.started) {
+        throw RuntimeError(ErrBadProfile, program + "is missing or may not be run");
+    }
+    if (result.timedOut) {
+        throw RuntimeError(err::MailboxOrServer,
+                           program + "did not end within " + std::to_string(m_seconds) + " seconds");
+    }
+    if (result.exitCode != 0) {
+        throw RuntimeError(IsLater(result.exitCode)       ? err::MailboxOrServer
+                           : IsRecipient(result.exitCode) ? ErrRecipientRefused
+                                                          : ErrMessageRefused,
+                           program + "refused the message: " + Reason(result));
+    }
+}
+
+}  // namespace mailer

@@ -1,0 +1,21 @@
+#include "platform/mail/transport.h"
+
+#include "platform/mail/outbox_transport.h"
+#include "platform/mail/sendmail_transport.h"
+#include "platform/mail/smtp_transport.h"
+
+namespace mailer {
+
+std::unique_ptr<Transport> MakeTransport(const MailProfile& profile) {
+    switch (profile.transport) {
+        case TransportKind::Smtp:
+            return std::make_unique<SmtpTransport>(profile);
+        case TransportKind::Sendmail:
+            return std::make_unique<SendmailTransport>(profile.sendmail, profile.stallSeconds);
+        case TransportKind::Outbox:
+            break;
+    }
+    return std::make_unique<OutboxTransport>(profile.outboxFolder);
+}
+
+}  // namespace mailer

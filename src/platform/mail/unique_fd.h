@@ -1,0 +1,33 @@
+// An open file of the machine, closed with its owner.
+#pragma once
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace mailer {
+
+class UniqueFd {
+ public:
+    UniqueFd() = default;
+    explicit UniqueFd(int file) : m_file(file) {}
+    ~UniqueFd() { Close(); }
+    UniqueFd(UniqueFd&& other) noexcept : m_file(std::exchange(other.m_file, -1)) {}
+    UniqueFd& operator=(UniqueFd&& other) noexcept {
+        if (this != &other) {
+            Close();
+            m_file = std::exchange(other.m_file, -1);
+        }
+        return *this;
+    }
+
+    int Get() const { return m_file; }
+    int Release() { return std::exchange(m_file, -1); }
+    // The machine's answer to the closing: -1 when a late write failed.
+    int Close() { return m_file < 0 ? 0 : ::close(std::exchange(m_file, -1)); }
+
+ private:
+    int m_file = -1;
+};
+
+}  // namespace mailer
