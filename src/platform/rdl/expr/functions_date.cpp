@@ -52,7 +52,8 @@ bool FirstDay(const Call& call, int index, int& first) {
     return true;
 }
 
-Value FromTicks(bool possible, std::int64_t ticks) {
+// By reference: `ticks` is made by the same call that says whether it is possible.
+Value FromTicks(bool possible, const std::int64_t& ticks) {
     return possible ? Value::DateTime(ticks) : OutOfRange();
 }
 

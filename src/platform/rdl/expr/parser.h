@@ -93,7 +93,7 @@ class Parser {
     std::string ScopeName();
     std::string DataSetOf(const std::string& scope, const Token& token);
     std::vector<std::pair<std::size_t, std::size_t>> ArgumentRanges() const;
-    std::shared_ptr<Program> Inner(std::size_t begin, std::size_t end, const std::string& dataSet);
+    std::shared_ptr<Program> Inner(std::size_t begin, std::size_t end, std::string dataSet);
     void NoteAggregates(const Facts& inner);
 
     std::vector<Token> m_tokens;

@@ -255,12 +255,12 @@ void Parser::NoteAggregates(const Facts& inner) {
 
 // A program of its own out of some words, run on rows of a data set; the place in the words stays behind
 // them.
-std::shared_ptr<Program> Parser::Inner(std::size_t begin, std::size_t end, const std::string& dataSet) {
+std::shared_ptr<Program> Parser::Inner(std::size_t begin, std::size_t end, std::string dataSet) {
     if (++m_aggregateNesting > MaxAggregateNesting) {
         FailAt(m_tokens[begin], "aggregates are nested too deeply");
     }
     Facts outer = std::exchange(m_facts, Facts());
-    const std::string outerSet = std::exchange(m_context.dataSet, dataSet);
+    const std::string outerSet = std::exchange(m_context.dataSet, std::move(dataSet));
     m_at = begin;
     NodePtr root;
     try {

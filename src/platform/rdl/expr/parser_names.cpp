@@ -132,7 +132,8 @@ std::string Parser::ItemName(NodePtr& computed) {
 
 // The property behind an item's name, in small letters; Value where none is given.
 std::string Parser::Property() {
-    if (Peek().Is(".") && Peek(1).type == Token::Type::Word && !FindFunction("." + Peek(1).lower)) {
+    const bool property = Peek().Is(".") && Peek(1).type == Token::Type::Word;
+    if (property && (Peek(1).lower == "value" || !FindFunction("." + Peek(1).lower))) {
         Take();
         return Take().lower;
     }
