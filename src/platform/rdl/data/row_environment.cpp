@@ -14,6 +14,10 @@ constexpr int DeepestCalculation = 50;
 DataContext::DataContext(const Definition& definition, const std::string& dataSetName, const Table* table)
     : m_definition(definition), m_table(table) {
     dataSet = dataSetName;
+    if (!definition.code.empty()) {
+        m_library = std::make_unique<expr::CodeLibrary>(definition.code, *this);
+        code = m_library.get();
+    }
 }
 
 std::optional<int> DataContext::FieldSlot(const std::string& set, std::string_view field) const {

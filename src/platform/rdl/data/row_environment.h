@@ -10,11 +10,13 @@
 #include <vector>
 
 #include "platform/rdl/data/load.h"
+#include "platform/rdl/expr/code.h"
 #include "platform/rdl/expr/expression.h"
 
 namespace rdl::data {
 
-// What names mean in the expressions of one data set, or of none (connect strings, query parameters).
+// What names mean in the expressions of one data set, or of none (connect strings, query parameters). It must
+// outlive the programs that are compiled with it.
 class DataContext : public expr::CompileContext {
  public:
     // `table` may be null, or one whose names are known and whose rows are still to come.
@@ -26,6 +28,7 @@ class DataContext : public expr::CompileContext {
  private:
     const Definition& m_definition;
     const Table* m_table;
+    std::unique_ptr<expr::CodeLibrary> m_library;  // of the report's own code
 };
 
 class RowEnvironment : public expr::Environment {
