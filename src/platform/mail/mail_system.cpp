@@ -197,7 +197,11 @@ std::unique_ptr<MAPI::Session> ProfileMailSystem::CreateSession() {
 
 }  // namespace mailer
 
-MAPI::System& MailSystem() {
+namespace MAPI {
+
+System& MailSystem() {
     static mailer::ProfileMailSystem system;
     return system;
 }
+
+}  // namespace MAPI

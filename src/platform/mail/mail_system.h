@@ -20,5 +20,7 @@ class ProfileMailSystem : public MAPI::System {
 
 }  // namespace mailer
 
-// The one that a program sets by MAPI::SetMailSystem(&MailSystem()).
-MAPI::System& MailSystem();
+namespace MAPI {
+// The one that a program sets by SetMailSystem(&MailSystem()).
+System& MailSystem();
+}  // namespace MAPI
