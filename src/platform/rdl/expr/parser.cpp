@@ -244,8 +244,16 @@ NodePtr Parser::Primary() {
     Fail("a value was expected instead of " + Shown(token));
 }
 
+// { a, b }; some report designers also write a field as {Name}.
 NodePtr Parser::List() {
     Expect("{");
+    if (!m_code && Peek().type == Token::Type::Word && Peek(1).Is("}")) {
+        if (const auto slot = m_context.FieldSlot(m_context.dataSet, Peek().text)) {
+            Take();
+            Take();
+            return std::make_unique<FieldNode>(*slot);
+        }
+    }
     Nodes parts;
     if (!Peek().Is("}")) {
         do {

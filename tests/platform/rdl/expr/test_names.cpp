@@ -10,6 +10,7 @@ TEST(ExpressionNames, FieldsAreReachedInEveryForm) {
     EXPECT_EQ(Show("=Fields.Item(\"Name\").Value"), "Smith");
     EXPECT_EQ(Show("=Fields.Name.Value"), "Smith");
     EXPECT_EQ(Show("=Fields!Name"), "Smith");
+    EXPECT_EQ(Show("=\"Dear \" & {Name}"), "Dear Smith");
     EXPECT_EQ(Show("=Fields!Gone.IsMissing & Fields!Name.IsMissing"), "TrueFalse");
     EXPECT_EQ(Show("=Fields(\"Na\" & \"me\").Value"), "Smith");
     EXPECT_EQ(Show("=Fields(\"No\" & \"ne\").Value"), "#Error");
