@@ -1,5 +1,6 @@
 #include "platform/rdl/engine/parameter_values.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/rdl/data/row_environment.h"
@@ -143,14 +144,23 @@ std::vector<ValidValue> ValidValues(const data::LoadRequest& request, const Repo
     return valid;
 }
 
-Value LabelOf(const ReportParameter& parameter, const std::vector<ValidValue>& valid, const Value& value) {
+// A value that was given must be among those that the report offers. A default need not: what its author put
+// there runs as it stands.
+void CheckOffered(const ReportParameter& parameter, const std::vector<ValidValue>& valid,
+                  const Value& value) {
+    const bool offered = std::any_of(valid.begin(), valid.end(), [&](const ValidValue& candidate) {
+        return expr::Compare(candidate.value, value) == 0;
+    });
+    if (!offered && !valid.empty() && !value.IsNull()) {
+        Refuse(parameter, value, "one of the values that the report allows");
+    }
+}
+
+Value LabelOf(const std::vector<ValidValue>& valid, const Value& value) {
     for (const ValidValue& candidate : valid) {
         if (expr::Compare(candidate.value, value) == 0) {
             return candidate.label.IsNull() ? Value::Text(ParameterText(value)) : candidate.label;
         }
-    }
-    if (!valid.empty() && !value.IsNull()) {
-        Refuse(parameter, value, "one of the values that the report allows");
     }
     return Value::Text(ParameterText(value));
 }
@@ -266,7 +276,10 @@ void ResolveParameters(data::LoadRequest& request,
         ValueList labels;
         for (const Value& value : values) {
             Check(parameter, value);
-            labels.push_back(LabelOf(parameter, valid, value));
+            if (!field->Current().empty()) {
+                CheckOffered(parameter, valid, value);
+            }
+            labels.push_back(LabelOf(valid, value));
         }
         request.parameters.push_back(Input(parameter, values, labels));
     }

@@ -1,0 +1,55 @@
+#include "tools/report_arguments.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/report_engine.h"
+
+namespace tools {
+namespace {
+
+TEST(ReportArguments, ExportTakesEveryOption) {
+    const ReportArguments arguments =
+        ParseArguments({"export", "a.rpt", "-f", "xls", "-o", "out.xls", "-p", "Year=2025", "-p",
+                        "Filter=a=b", "--formula", "{a} > 1", "--user", "ann", "--password", "",
+                        "--data-source", "db=SQLITE;Data Source=/x.db;Mode=ro"});
+    EXPECT_EQ(arguments.command, Command::Export);
+    EXPECT_EQ(arguments.file, "a.rpt");
+    EXPECT_EQ(arguments.format, report::FormatExcel);
+    EXPECT_EQ(arguments.output, "out.xls");
+    ASSERT_EQ(arguments.parameters.size(), 2u);
+    EXPECT_EQ(arguments.parameters[1], (std::pair<std::string, std::string>{"Filter", "a=b"}));
+    EXPECT_TRUE(arguments.hasFormula);
+    EXPECT_EQ(arguments.user, "ann");
+    ASSERT_EQ(arguments.dataSources.size(), 1u);
+    EXPECT_EQ(arguments.dataSources[0].provider, "SQLITE");
+    EXPECT_EQ(arguments.dataSources[0].connectString, "Data Source=/x.db;Mode=ro");
+}
+
+TEST(ReportArguments, FileMayBeginWithAHyphenBehindTwo) {
+    EXPECT_EQ(ParseArguments({"info", "--", "-f"}).file, "-f");
+}
+
+TEST(ReportArguments, WhatMakesNoSenseIsAUsageError) {
+    const std::vector<std::vector<std::string>> wrong = {
+        {},
+        {"print", "a.rpt"},
+        {"info"},
+        {"info", "a.rpt", "b.rpt"},
+        {"info", "a.rpt", "-f", "pdf"},
+        {"export", "a.rpt", "-f", "pdf"},
+        {"export", "a.rpt", "-o", "x"},
+        {"export", "-f", "pdf", "-o", "x"},
+        {"export", "a.rpt", "-f", "docx", "-o", "x"},
+        {"export", "a.rpt", "-f", "pdf", "-o"},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "-p", "novalue"},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--user", "ann"},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--data-source", "db=SQLITE"},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--colour"},
+    };
+    for (const std::vector<std::string>& arguments : wrong) {
+        EXPECT_THROW(ParseArguments(arguments), UsageError) << testing::PrintToString(arguments);
+    }
+}
+
+}  // namespace
+}  // namespace tools
