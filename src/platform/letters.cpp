@@ -119,3 +119,60 @@ int CompareLetters(std::string_view left, std::string_view right) {
     const bool rightEnded = rightAt >= right.size();
     return static_cast<int>(rightEnded) - static_cast<int>(leftEnded);
 }
+
+namespace {
+
+// One piece of a pattern, as it stands at a place.
+struct PatternPiece {
+    enum Kind { Letters, OneLetter, Exactly } kind;
+    char32_t code;
+    std::size_t length;
+};
+
+PatternPiece PieceAt(std::string_view pattern, std::size_t at, char32_t escape) {
+    const Letter letter = LetterAt(pattern, at);
+    if (letter.code == escape && at + letter.length < pattern.size()) {
+        const Letter escaped = LetterAt(pattern, at + letter.length);
+        return {PatternPiece::Exactly, Lower(escaped.code), letter.length + escaped.length};
+    }
+    const auto kind = letter.code == '%'   ? PatternPiece::Letters
+                      : letter.code == '_' ? PatternPiece::OneLetter
+                                           : PatternPiece::Exactly;
+    return {kind, Lower(letter.code), letter.length};
+}
+
+}  // namespace
+
+// A mismatch goes back to the last % only, as an earlier one could match nothing that the last one cannot: no
+// pattern takes longer than its length times that of the text.
+bool LikeLetters(std::string_view text, std::string_view pattern, char32_t escape) {
+    std::size_t textAt = 0;
+    std::size_t patternAt = 0;
+    std::size_t behindWildcard = std::string_view::npos;
+    std::size_t wildcardText = 0;
+    while (true) {
+        const bool hasPiece = patternAt < pattern.size();
+        const PatternPiece piece =
+            hasPiece ? PieceAt(pattern, patternAt, escape) : PatternPiece{PatternPiece::Exactly, NoLetter, 0};
+        if (hasPiece && piece.kind == PatternPiece::Letters) {
+            patternAt += piece.length;
+            behindWildcard = patternAt;
+            wildcardText = textAt;
+            continue;
+        }
+        if (textAt >= text.size()) {
+            return !hasPiece;
+        }
+        const Letter letter = LetterAt(text, textAt);
+        if (hasPiece && (piece.kind == PatternPiece::OneLetter || piece.code == Lower(letter.code))) {
+            textAt += letter.length;
+            patternAt += piece.length;
+        } else if (behindWildcard != std::string_view::npos) {
+            wildcardText += LetterAt(text, wildcardText).length;
+            textAt = wildcardText;
+            patternAt = behindWildcard;
+        } else {
+            return false;
+        }
+    }
+}

@@ -26,3 +26,7 @@ int CompareLetters(std::string_view left, std::string_view right);
 inline bool SameLetters(std::string_view left, std::string_view right) {
     return CompareLetters(left, right) == 0;
 }
+
+// Whether the text is like the pattern, without regard to case: % stands for any letters, _ for one. A
+// wildcard behind the letter `escape` stands for itself; NoLetter for none.
+bool LikeLetters(std::string_view text, std::string_view pattern, char32_t escape = NoLetter);

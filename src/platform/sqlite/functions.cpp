@@ -14,6 +14,8 @@
 
 namespace {
 
+constexpr std::size_t LongestPattern = 50'000;  // SQLite's own bound
+
 std::string_view TextOf(sqlite3_value* value) {
     const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(value));
     return bytes == nullptr ? std::string_view()
@@ -119,6 +121,28 @@ void NowFunction(sqlite3_context* context, int /*count*/, sqlite3_value** /*valu
     });
 }
 
+// `text like pattern` calls this with the pattern first. SQLite's own knows the letters A to Z only.
+void Like(sqlite3_context* context, int count, sqlite3_value** values) {
+    Guarded(context, [&] {
+        if (AnyNull(count, values)) {
+            return;
+        }
+        char32_t escape = NoLetter;
+        if (count == 3) {
+            const std::string_view text = TextOf(values[2]);
+            if (text.empty() || LetterAt(text, 0).length != text.size()) {
+                throw RuntimeError(err::DataSyntax, "What stands behind escape must be one letter");
+            }
+            escape = LetterAt(text, 0).code;
+        }
+        const std::string_view pattern = TextOf(values[0]);
+        if (pattern.size() > LongestPattern) {
+            throw RuntimeError(err::DataSyntax, "The pattern behind like is too long");
+        }
+        sqlite3_result_int(context, LikeLetters(TextOf(values[1]), pattern, escape) ? 1 : 0);
+    });
+}
+
 // The built-in NOCASE knows the letters A to Z only. This one sorts those alike, so an index made by another
 // program holds as long as no two texts differ in the case of another letter.
 int CompareNoCase(void* /*unused*/, int leftBytes, const void* left, int rightBytes, const void* right) {
@@ -135,7 +159,8 @@ int RegisterDialect(sqlite3* handle, std::optional<RuntimeError>* failure) {
         void (*body)(sqlite3_context*, int, sqlite3_value**);
     };
     for (const Function& function :
-         {Function{"left", 2, Left}, Function{"datediff", 3, DateDiff}, Function{"now", 0, NowFunction}}) {
+         {Function{"left", 2, Left}, Function{"datediff", 3, DateDiff}, Function{"now", 0, NowFunction},
+          Function{"like", 2, Like}, Function{"like", 3, Like}}) {
         const int code = sqlite3_create_function_v2(handle, function.name, function.arguments, SQLITE_UTF8,
                                                     failure, function.body, nullptr, nullptr, nullptr);
         if (code != SQLITE_OK) {

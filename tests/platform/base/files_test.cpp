@@ -1,8 +1,11 @@
 #include "platform/files.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <csignal>
+#include <cstdlib>
 #include <iterator>
 #include <string>
 
@@ -67,6 +70,20 @@ TEST_F(Files, CopyThatFailsLeavesNothingBehind) {
     WriteBytes(m_folder / "a", "x");
     fs::create_directory(m_folder / "folder");
     EXPECT_EQ(NumberRaisedBy([this] { Copy("a", "folder"); }), 75);
+    EXPECT_EQ(Entries(), 2U);
+}
+
+TEST_F(Files, CopyThatFillsTheDiskKeepsTheFormerFile) {
+    WriteBytes(m_folder / "a", std::string(200'000, 'x'));
+    WriteBytes(m_folder / "b", "former");
+    const auto copyWithLittleRoom = [this] {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit room{100'000, 100'000};
+        setrlimit(RLIMIT_FSIZE, &room);
+        std::_Exit(NumberRaisedBy([this] { Copy("a", "b"); }));
+    };
+    EXPECT_EXIT(copyWithLittleRoom(), testing::ExitedWithCode(61), "");
+    EXPECT_EQ(ReadBytes(m_folder / "b"), "former");
     EXPECT_EQ(Entries(), 2U);
 }
 

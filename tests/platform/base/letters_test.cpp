@@ -29,4 +29,20 @@ TEST(Letters, BytesThatAreNoTextCompareByThemselves) {
     EXPECT_EQ(UpperLetters("\xf4\x90\x80\x80\xe2\x82"), "\xf4\x90\x80\x80\xe2\x82");
 }
 
+TEST(Letters, PatternsHaveWildcards) {
+    EXPECT_TRUE(LikeLetters("Übersicht", "ÜBER%"));
+    EXPECT_TRUE(LikeLetters("Übersicht", "_bersich_"));
+    EXPECT_TRUE(LikeLetters("aXbXc", "a%x%c"));
+    EXPECT_TRUE(LikeLetters("mississippi", "m%iss%ippi"));
+    EXPECT_TRUE(LikeLetters("", "%%"));
+    EXPECT_TRUE(LikeLetters("a", "%a%"));
+    EXPECT_FALSE(LikeLetters("", "_"));
+    EXPECT_FALSE(LikeLetters("ab", "a"));
+    EXPECT_FALSE(LikeLetters("ab", "%a"));
+    EXPECT_FALSE(LikeLetters("a", ""));
+    EXPECT_TRUE(LikeLetters("100%", "100!%", U'!'));
+    EXPECT_FALSE(LikeLetters("1000", "100!%", U'!'));
+    EXPECT_FALSE(LikeLetters(std::string(20'000, 'a'), "%a%a%a%a%a%a%a%b"));
+}
+
 }  // namespace

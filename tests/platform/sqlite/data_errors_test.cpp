@@ -79,6 +79,16 @@ TEST_F(DataErrors, BrokenRuleOfATable) {
     EXPECT_EQ(Failing("insert into Schedule(Folder) values(7)"), -2147217873);
 }
 
+TEST_F(DataErrors, FullDiskHasItsOwnError) {
+    ADODB::Connection connection;
+    connection.Open(m_data);
+    connection.Execute("pragma max_page_count = 1");
+    EXPECT_EQ(NumberRaisedBy(
+                  [&] { connection.Execute("insert into History(Status) values(hex(zeroblob(9000000)))"); }),
+              err::DiskFull);
+    connection.Execute("insert into History(Status) values('small')");
+}
+
 TEST_F(DataErrors, SecondStatementIsRefusedAndTheFirstNotRun) {
     Execute("insert into Schedule(ReportTitle) values('kept')");
     EXPECT_EQ(Failing("delete from Schedule; delete from History"), -2147217900);

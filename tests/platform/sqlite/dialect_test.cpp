@@ -170,9 +170,10 @@ TEST_F(Dialect, TextsCompareWithoutRegardToCase) {
     Execute("insert into Schedule(ReportTitle) values('Übersicht Nord')");
     for (const char* condition :
          {"reporttitle = 'übersicht nord'", "'ÜBERSICHT NORD' = ReportTitle",
-          "reporttitle in ('übersicht NORD')", "reporttitle like '%NORD'",
-          "left(reporttitle, 9) = 'ÜBERSICHT'", "'a' = 'A'", "left('Abc',1) = 'a'", "'a' in ('A')",
-          "not reporttitle <> 'ÜBERSICHT nord'", "left(reporttitle,1) between 'ü' and 'Ü'"}) {
+          "reporttitle in ('übersicht NORD')", "reporttitle like 'ÜBER%NORD'",
+          "'100%' like '1__!%' escape '!'", "'(a' like '(%'", "left(reporttitle, 9) = 'ÜBERSICHT'",
+          "'a' = 'A'", "left('Abc',1) = 'a'", "'a' in ('A')", "not reporttitle <> 'ÜBERSICHT nord'",
+          "left(reporttitle,1) between 'ü' and 'Ü'"}) {
         EXPECT_EQ(Single(std::string("select count(*) from Schedule where ") + condition), "1") << condition;
     }
     EXPECT_EQ(Column("select ReportTitle from Schedule where reporttitle not like '(%' order by reporttitle")
