@@ -35,8 +35,8 @@ struct Glyph {
 struct GlyphRun {
     FontId font = 0;
     bool rightToLeft = false;
-    std::vector<Glyph> glyphs;  // in visual order
-    double width = 0;           // points
+    std::vector<Glyph> glyphs;         // in visual order
+    double width = 0;                  // points
     std::uint32_t begin = 0, end = 0;  // bytes of the text
 };
 
@@ -45,8 +45,9 @@ struct GlyphRun {
 FontId FindFont(const FontRequest& request);
 const FontMetrics& Metrics(FontId font);
 
-// Splits UTF-8 into runs by font (a character that the font lacks comes from a fallback font) and direction and
-// positions the glyphs. No line breaking: control characters have no glyph. Appends to `runs` (visual order).
+// Splits UTF-8 into runs by font (a character that the font lacks comes from a fallback font) and direction
+// and positions the glyphs. No line breaking: control characters have no glyph. Appends to `runs` (visual
+// order).
 void Shape(std::string_view utf8, FontId font, double size, bool rightToLeft, std::vector<GlyphRun>& runs);
 
 // The width of a text in points; the fast way for measuring, the same as Shape's.
@@ -55,10 +56,10 @@ double TextWidth(std::string_view utf8, FontId font, double size);
 // For writers and the screen.
 struct FontFile {
     std::string path;
-    int index = 0;             // face within a collection
+    int index = 0;  // face within a collection
     std::string postscriptName, family;
-    bool bold = false, italic = false;              // of the file
-    bool syntheticBold = false, syntheticItalic = false;  // asked for and not in the file
+    bool bold = false, italic = false;                              // of the file
+    bool syntheticBold = false, syntheticItalic = false;            // asked for and not in the file
     double italicAngle = 0, capHeight = 0, bbox[4] = {0, 0, 0, 0};  // per em, times 1000
     bool isCff = false, embeddable = true;
 };
