@@ -1,0 +1,43 @@
+// A rectangle or a body: items that push down what is below them when they grow.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "platform/rdl/layout/flow.h"
+
+namespace rdl::layout {
+
+class ContainerFlow final : public Flow {
+ public:
+    ContainerFlow(const Instance& item, FlowContext& context);
+    // A body: no box of its own, and the room below its last item is not asked for.
+    ContainerFlow(const std::vector<Instance>& items, FlowContext& context);
+    Outcome Place(double x, double y, double available) override;
+    double Measure(double limit) override;
+
+ private:
+    enum class State { Waiting, Going, Done };
+    struct Child {
+        const Instance* item = nullptr;
+        double top = 0, bottom = 0;  // as defined
+        State state = State::Waiting;
+        double actualBottom = 0;         // from the container's place on the current page
+        std::vector<std::size_t> above;  // children right above
+        std::unique_ptr<Flow> flow;
+    };
+    void Adopt(const std::vector<Instance>& items);
+    bool TopOf(const Child& child, double& top) const;  // false while one above goes on
+    void PlaceChild(Child& child, double x, double y, double available, double& breakAt, double& reached);
+    double FinishedHeight(double reached, double available) const;
+    void TurnPage(double used);
+    bool Waits(double y, double available);
+
+    const Instance* m_item = nullptr;
+    std::vector<Child> m_children;
+    double m_origin = 0;         // the container's top, from its place on the current page
+    double m_definedBottom = 0;  // of the lowest child
+    bool m_begun = false;
+};
+
+}  // namespace rdl::layout

@@ -1,0 +1,14 @@
+// A body wider than a page, cut into the pages that stand side by side.
+#pragma once
+
+#include <deque>
+
+#include "platform/rdl/layout/page.h"
+
+namespace rdl::layout {
+
+// Cuts `wide` at multiples of `width` to the right of `left` and adds the pages to `pages`. Texts and images
+// go where they begin; areas and lines are cut.
+void CutPages(const Page& wide, double left, double width, int count, std::deque<Page>& pages);
+
+}  // namespace rdl::layout

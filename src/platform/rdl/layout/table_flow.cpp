@@ -1,0 +1,541 @@
+#include "platform/rdl/layout/table_flow.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace rdl::layout {
+namespace {
+
+constexpr double Tolerance = 0.01;
+constexpr std::size_t MaxBlock = 200;  // rows kept together: more are a table's own affair
+
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+}  // namespace
+
+TableFlow::TableFlow(const Instance& item, FlowContext& context)
+    : Flow(context), m_item(item), m_table(*item.table) {
+    if (!m_table.noRowsMessage.empty()) {
+        m_messageItem = std::make_unique<Instance>();
+        m_messageItem->width = item.width;
+        m_messageItem->height = item.height;
+        m_messageItem->box = item.box;
+        m_messageItem->name = item.name;
+        m_messageItem->canGrow = true;
+        m_messageItem->paragraphs.resize(1);
+        m_messageItem->paragraphs.front().runs.push_back({m_table.noRowsMessage, nullptr, {}});
+        m_message = MakeFlow(*m_messageItem, context);
+    }
+}
+
+// Where columns stand: one that the right edge of a page would cut begins the next page, behind the row
+// headers.
+void TableFlow::PlaceColumns(double x) {
+    if (m_columnsFor == x && !m_columnX.empty()) {
+        return;
+    }
+    m_columnsFor = x;
+    m_columnX.clear();
+    m_furtherPages.clear();
+    double headers = 0;
+    double at = x;
+    for (std::size_t i = 0; i < m_table.columnWidths.size(); ++i) {
+        const double width = m_table.columnWidths[i];
+        const bool isHeader = static_cast<int>(i) < m_table.headerColumns;
+        const double clear =
+            isHeader || headers + width > m_context.pageWidth ? at : ClearOfPageEdges(m_context, at, width);
+        if (clear > at + Tolerance) {
+            m_furtherPages.push_back(clear - x);
+            at = clear + headers;
+        }
+        m_columnX.push_back(at);
+        at += width;
+        headers += isHeader ? width : 0;
+    }
+}
+
+Rect TableFlow::CellArea(int column, int columns, double y, double height) const {
+    if (At(column) >= m_columnX.size()) {
+        return {m_columnX.empty() ? 0 : m_columnX.back(), y, 0, height};
+    }
+    const double x = m_columnX[At(column)];
+    double right = x;
+    for (std::size_t i = At(column); i < At(column + columns) && i < m_columnX.size(); ++i) {
+        if (m_columnX[i] > right + Tolerance) {
+            break;  // the rest stands on a further page
+        }
+        right = m_columnX[i] + m_table.columnWidths[i];
+    }
+    return {x, y, right - x, height};
+}
+
+std::unique_ptr<TableFlow::Prepared> TableFlow::Make(std::size_t index) {
+    std::unique_ptr<Prepared> prepared;
+    if (m_spare.empty()) {
+        prepared = std::make_unique<Prepared>();
+    } else {
+        prepared = std::move(m_spare.back());
+        m_spare.pop_back();
+    }
+    prepared->index = index;
+    prepared->begun = prepared->flows = false;
+    m_table.Row(index, prepared->row);
+    Prepare(*prepared);
+    return prepared;
+}
+
+void TableFlow::Prepare(Prepared& prepared) {
+    TableRow& row = prepared.row;
+    if (prepared.cells.size() < row.cells.size()) {
+        prepared.cells.resize(row.cells.size());
+    }
+    double height = 0;
+    bool mayShrink = !row.cells.empty();
+    for (std::size_t i = 0; i < row.cells.size(); ++i) {
+        Instance& content = row.cells[i].content;
+        Cell& cell = prepared.cells[i];
+        cell.nextLine = 0;
+        cell.flow.reset();
+        if (content.kind == InstanceKind::Text) {
+            m_context.painter.Layout().Lay(content, LineWidth(content, content.width, row.height), cell.laid);
+            if (row.cells[i].rowSpan == 1) {
+                height = std::max(height, GrownHeight(content, cell.laid));
+            }
+            mayShrink = mayShrink && content.canShrink;
+            continue;
+        }
+        cell.laid.Clear();
+        mayShrink = false;
+        if (content.kind == InstanceKind::Container || content.kind == InstanceKind::Table) {
+            cell.flow = MakeFlow(content, m_context);
+            prepared.flows = true;
+        } else if (content.kind == InstanceKind::Image && content.sizing == Instance::Sizing::AutoSize) {
+            height = std::max(height, BlockFlow(content, m_context).Measure(0));
+        }
+    }
+    prepared.height = mayShrink ? height : std::max(height, row.height);
+}
+
+TableFlow::Prepared& TableFlow::Ahead(std::size_t offset) {
+    while (m_queue.size() <= offset) {
+        m_queue.push_back(Make(m_next + m_queue.size()));
+    }
+    return *m_queue[offset];
+}
+
+void TableFlow::DropFirst() {
+    m_spare.push_back(std::move(m_queue.front()));
+    m_queue.pop_front();
+    ++m_next;
+}
+
+// The height of the next row with those that must not be parted from it.
+double TableFlow::BlockHeight() {
+    double height = Ahead(0).height;
+    for (std::size_t i = 0; i < MaxBlock && m_next + i + 1 < m_table.RowCount(); ++i) {
+        const Prepared& row = Ahead(i);
+        const bool keepsNext = row.row.keepWithNext && !row.row.breakAfter;
+        const Prepared& next = Ahead(i + 1);
+        if ((!keepsNext && !next.row.keepWithPrevious) || next.row.breakBefore) {
+            break;
+        }
+        height += next.height;
+        if (height > m_context.pageHeight) {
+            break;
+        }
+    }
+    return height;
+}
+
+// A cell over several rows that needs more than they have makes the last of them higher.
+double TableFlow::RowHeight(const Prepared& prepared, double y) const {
+    double height = prepared.height;
+    for (const auto& span : m_spans) {
+        if (span->lastRow == prepared.index) {
+            height = std::max(height, span->top + span->needed - y);
+        }
+    }
+    return height;
+}
+
+bool TableFlow::EndsPageBefore(const Prepared& prepared, double y, double bottom) {
+    const bool hasAbove =
+        m_rowsOnPage > 0 || (m_context.painter.HasContent() && !m_context.painter.IsAtTop(y));
+    if (prepared.begun) {
+        return false;
+    }
+    if (prepared.row.breakBefore && (m_rowsOnPage > 0 || m_context.painter.HasContent()) &&
+        m_brokenBefore != prepared.index) {
+        m_brokenBefore = prepared.index;
+        return true;
+    }
+    if (!hasAbove) {
+        return false;
+    }
+    const double height = RowHeight(prepared, y);
+    if (y + height > bottom + Tolerance) {
+        return !prepared.flows || y + prepared.row.height > bottom + Tolerance;
+    }
+    const double block = BlockHeight();
+    return y + block > bottom + Tolerance && block <= m_context.pageHeight + Tolerance;
+}
+
+void TableFlow::AddEdge(std::vector<Edge>& edges, double x1, double x2, const Border& border) {
+    if (border.style == LineStyle::None) {
+        return;
+    }
+    if (!edges.empty() && edges.back().border == border && std::abs(edges.back().x2 - x1) < Tolerance) {
+        edges.back().x2 = x2;
+    } else {
+        edges.push_back({x1, x2, border});
+    }
+}
+
+void TableFlow::DrawEdges(const std::vector<Edge>& edges, double y) {
+    for (const Edge& edge : edges) {
+        m_context.painter.Line(edge.x1, y, edge.x2, y, edge.border);
+    }
+}
+
+void TableFlow::DrawBoxes(const Prepared& prepared, double y, double height) {
+    m_tops.clear();
+    m_newBottoms.clear();
+    for (const TableCell& cell : prepared.row.cells) {
+        if (cell.rowSpan > 1 || !cell.content.box || cell.content.kind == InstanceKind::Container ||
+            cell.content.kind == InstanceKind::Line) {
+            continue;
+        }
+        const Rect area = CellArea(cell.column, cell.columnSpan, y, height);
+        const BoxStyle& box = *cell.content.box;
+        m_context.painter.Fill(area, box.background);
+        AddEdge(m_tops, area.x, area.Right(), box.top);
+        AddEdge(m_newBottoms, area.x, area.Right(), box.bottom);
+    }
+    if (m_bottoms != m_tops) {
+        DrawEdges(m_bottoms, y);
+    }
+    DrawEdges(m_tops, y);
+    m_bottoms.swap(m_newBottoms);
+    DrawVerticals(prepared, y, height);
+}
+
+void TableFlow::DrawVerticals(const Prepared& prepared, double y, double height) {
+    double lastRight = -1;
+    const Border* lastBorder = nullptr;
+    Painter& painter = m_context.painter;
+    for (const TableCell& cell : prepared.row.cells) {
+        if (cell.rowSpan > 1 || !cell.content.box || cell.content.kind == InstanceKind::Container ||
+            cell.content.kind == InstanceKind::Line) {
+            continue;
+        }
+        const Rect area = CellArea(cell.column, cell.columnSpan, y, height);
+        const BoxStyle& box = *cell.content.box;
+        if (!lastBorder || std::abs(lastRight - area.x) > Tolerance || !(*lastBorder == box.left)) {
+            painter.Line(area.x, y, area.x, y + height, box.left);
+        }
+        painter.Line(area.Right(), y, area.Right(), y + height, box.right);
+        lastRight = area.Right();
+        lastBorder = &box.right;
+    }
+}
+
+void TableFlow::DrawContent(const Instance& content, Cell& cell, const Rect& area) {
+    Painter& painter = m_context.painter;
+    switch (content.kind) {
+        case InstanceKind::Text:
+            painter.Text(area, content, cell.laid, 0, cell.laid.lines.size());
+            painter.See(content);
+            break;
+        case InstanceKind::Image:
+            painter.Image(area, content);
+            break;
+        case InstanceKind::Line:
+            if (content.box) {
+                painter.Line(area.x, area.y, area.x + content.width, area.y + content.height,
+                             content.box->top);
+            }
+            break;
+        default:
+            if (cell.flow) {
+                cell.flow->Place(area.x, area.y, area.height);
+            }
+            return;
+    }
+    painter.Marks(area, content);
+}
+
+void TableFlow::DrawContents(Prepared& prepared, double y, double height) {
+    for (std::size_t i = 0; i < prepared.row.cells.size(); ++i) {
+        const TableCell& cell = prepared.row.cells[i];
+        if (cell.rowSpan > 1 || prepared.cells[i].flow) {
+            continue;
+        }
+        Rect area = CellArea(cell.column, cell.columnSpan, y, height);
+        DrawContent(cell.content, prepared.cells[i], area);
+        if (cell.column < m_table.headerColumns) {
+            const double x = area.x;
+            for (const double distance : m_furtherPages) {
+                area.x = x + distance;
+                m_context.painter.Fill(area, cell.content.box ? cell.content.box->background : Transparent);
+                DrawContent(cell.content, prepared.cells[i], area);
+                if (cell.content.box) {
+                    m_context.painter.Borders(area, *cell.content.box);
+                }
+            }
+        }
+    }
+}
+
+void TableFlow::BeginSpans(Prepared& prepared, double y) {
+    for (std::size_t i = 0; i < prepared.row.cells.size(); ++i) {
+        TableCell& cell = prepared.row.cells[i];
+        if (cell.rowSpan <= 1 || cell.content.kind == InstanceKind::Table ||
+            cell.content.kind == InstanceKind::Container) {
+            continue;
+        }
+        // Laid texts point into their instance, so it must not move any more.
+        Span& span = *m_spans.emplace_back(std::make_unique<Span>());
+        span.content = cell.content;
+        span.column = cell.column;
+        span.columns = cell.columnSpan;
+        span.lastRow = prepared.index + At(cell.rowSpan) - 1;
+        span.top = y;
+        m_context.painter.Layout().Lay(
+            span.content, LineWidth(span.content, span.content.width, span.content.height), span.laid);
+        span.needed = span.content.kind == InstanceKind::Text ? GrownHeight(span.content, span.laid) : 0;
+    }
+}
+
+void TableFlow::DrawSpan(Span& span, double bottom) {
+    Rect area = CellArea(span.column, span.columns, span.top, bottom - span.top);
+    Painter& painter = m_context.painter;
+    Cell cell;
+    cell.laid = span.laid;
+    std::vector<double> places{0};
+    if (span.column < m_table.headerColumns) {
+        places.insert(places.end(), m_furtherPages.begin(), m_furtherPages.end());
+    }
+    const double x = area.x;
+    for (const double distance : places) {
+        area.x = x + distance;
+        if (span.content.box) {
+            painter.Fill(area, span.content.box->background);
+        }
+        DrawContent(span.content, cell, area);
+        if (span.content.box) {
+            painter.Borders(area, *span.content.box);
+        }
+    }
+}
+
+void TableFlow::EndSpans(std::size_t row, double bottom) {
+    std::erase_if(m_spans, [&](const std::unique_ptr<Span>& span) {
+        if (span->lastRow == row) {
+            DrawSpan(*span, bottom);
+        }
+        return span->lastRow == row;
+    });
+}
+
+void TableFlow::PlaceRow(Prepared& prepared, double y, double height) {
+    DrawBoxes(prepared, y, height);
+    DrawContents(prepared, y, height);
+    if (!prepared.row.documentMapLabel.empty()) {
+        m_context.painter.Label(m_columnX.empty() ? 0 : m_columnX.front(), y, prepared.row.documentMapLabel,
+                                prepared.row.level);
+    }
+    m_context.painter.SetContent();
+}
+
+// Part of a text that is higher than the room; true when it is all there.
+bool TableFlow::SplitText(const Instance& content, Cell& cell, const Rect& area) {
+    const auto& lines = cell.laid.lines;
+    if (cell.nextLine >= lines.size()) {
+        return true;
+    }
+    const double padding = content.box ? static_cast<double>(content.box->paddingTop) +
+                                             static_cast<double>(content.box->paddingBottom)
+                                       : 0;
+    const double room = lines[cell.nextLine].top + area.height - padding + Tolerance;
+    std::size_t last = cell.nextLine + 1;
+    while (last < lines.size() && lines[last].top + lines[last].height <= room) {
+        ++last;
+    }
+    m_context.painter.Text(area, content, cell.laid, cell.nextLine, content.canGrow ? last : lines.size());
+    cell.nextLine = content.canGrow ? last : lines.size();
+    return cell.nextLine >= lines.size();
+}
+
+// A row with items that may be split, or one higher than a page: as much as there is room for.
+bool TableFlow::PlaceSplit(Prepared& prepared, double y, double bottom, double& used) {
+    const double available = bottom - y;
+    bool done = true;
+    used = prepared.begun ? 0 : std::min(prepared.row.height, available);
+    for (std::size_t i = 0; i < prepared.row.cells.size(); ++i) {
+        Cell& cell = prepared.cells[i];
+        if (!cell.flow) {
+            continue;
+        }
+        const TableCell& where = prepared.row.cells[i];
+        const Rect area = CellArea(where.column, where.columnSpan, y, available);
+        const Outcome outcome = cell.flow->Place(area.x, y, available);
+        used = std::max(used, outcome.used);
+        if (outcome.done) {
+            cell.flow.reset();
+        } else {
+            used = std::max(used, available);
+            done = false;
+        }
+    }
+    if (!prepared.begun) {
+        used = std::max(used, std::min(RowHeight(prepared, y), available));
+    }
+    const bool textFits = !prepared.begun && RowHeight(prepared, y) <= available + Tolerance;
+    if (textFits) {
+        PlaceRow(prepared, y, used);
+        for (Cell& cell : prepared.cells) {
+            cell.nextLine = cell.laid.lines.size();
+        }
+    } else {
+        DrawBoxes(prepared, y, used);
+        for (std::size_t i = 0; i < prepared.row.cells.size(); ++i) {
+            const TableCell& where = prepared.row.cells[i];
+            if (where.content.kind == InstanceKind::Text && where.rowSpan == 1) {
+                const Rect area = CellArea(where.column, where.columnSpan, y, available);
+                done = SplitText(where.content, prepared.cells[i], area) && done;
+            }
+        }
+    }
+    prepared.begun = true;
+    return done;
+}
+
+double TableFlow::PlaceRepeated(double y) {
+    if (m_next == 0 || m_next >= m_table.RowCount()) {
+        return y;
+    }
+    for (const std::size_t index : m_table.RepeatedRows(m_next)) {
+        auto prepared = Make(index);
+        // Headers that fill half of a page leave no room for what they head.
+        if (prepared->height < m_context.pageHeight / 2) {
+            BeginSpans(*prepared, y);
+            const double height = RowHeight(*prepared, y);
+            if (prepared->flows) {
+                double used = 0;
+                PlaceSplit(*prepared, y, y + m_context.pageHeight / 2, used);
+                y += used;
+            } else {
+                PlaceRow(*prepared, y, height);
+                y += height;
+            }
+            EndSpans(index, y);
+        }
+        m_spare.push_back(std::move(prepared));
+    }
+    return y;
+}
+
+// Rows until the page is full; true when there are none left.
+bool TableFlow::PlaceRows(double& y, double bottom, bool& breakAfter) {
+    while (m_next < m_table.RowCount()) {
+        Prepared& row = Ahead(0);
+        if (EndsPageBefore(row, y, bottom)) {
+            return false;
+        }
+        if (row.row.resetPageNumber && m_rowsOnPage == 0) {
+            m_context.painter.resetPageNumber = true;
+        }
+        if (!row.row.pageName.empty() && (m_rowsOnPage == 0 || m_context.painter.facts.name.empty())) {
+            m_context.painter.facts.name = row.row.pageName;
+        }
+        if (!row.begun) {
+            BeginSpans(row, y);
+        }
+        double used = RowHeight(row, y);
+        const bool isSplit = row.flows || row.begun || y + used > bottom + Tolerance;
+        if (isSplit && !PlaceSplit(row, y, bottom, used)) {
+            y += used;
+            ++m_rowsOnPage;
+            return false;
+        }
+        if (!isSplit) {
+            PlaceRow(row, y, used);
+        }
+        y += used;
+        ++m_rowsOnPage;
+        const bool breaks = row.row.breakAfter;
+        EndSpans(row.index, y);
+        DropFirst();
+        if (breaks) {
+            breakAfter = true;
+            return m_next >= m_table.RowCount();
+        }
+    }
+    return true;
+}
+
+Flow::Outcome TableFlow::Place(double x, double y, double available) {
+    if (m_message) {
+        return m_message->Place(x, y, available);
+    }
+    if (!m_begun && m_table.keepTogether && MayWait(y)) {
+        const double height = Measure(m_context.pageHeight);
+        if (height > available + Tolerance && height <= m_context.pageHeight + Tolerance) {
+            return {0, false, false};
+        }
+    }
+    PlaceColumns(x);
+    m_bottoms.clear();
+    m_rowsOnPage = 0;
+    if (!m_begun) {
+        m_context.painter.Marks({x, y, m_item.width, 0}, m_item);
+    }
+    const std::size_t background = m_item.box ? m_context.painter.ReserveFill() : 0;
+    double at = m_begun ? PlaceRepeated(y) : y;
+    for (const auto& span : m_spans) {
+        span->top = at;
+    }
+    bool breakAfter = false;
+    const bool nothingBegun = m_next == 0 && !m_begun;
+    const bool done = PlaceRows(at, y + available, breakAfter);
+    DrawEdges(m_bottoms, at);
+    for (const auto& span : m_spans) {
+        if (at > span->top + Tolerance) {
+            DrawSpan(*span, at);
+        }
+    }
+    if (!done && nothingBegun && m_rowsOnPage == 0) {
+        return {0, false, false};
+    }
+    m_begun = true;
+    if (m_item.box && !m_columnX.empty()) {
+        const Rect area{x, y, m_columnX.back() + m_table.columnWidths.back() - x, at - y};
+        m_context.painter.FillReserved(background, area, m_item.box->background);
+        m_context.painter.Borders(area, *m_item.box);
+    }
+    return {at - y, done, done && breakAfter};
+}
+
+double TableFlow::Measure(double limit) {
+    if (m_message) {
+        return m_message->Measure(limit);
+    }
+    double height = 0;
+    for (std::size_t i = 0; i < m_table.RowCount() && height <= limit; ++i) {
+        auto prepared = Make(i);
+        double row = prepared->height;
+        for (const Cell& cell : prepared->cells) {
+            row = std::max(row, cell.flow ? cell.flow->Measure(limit - height) : 0);
+        }
+        height += row;
+        for (Cell& cell : prepared->cells) {
+            cell.flow.reset();
+        }
+        m_spare.push_back(std::move(prepared));
+    }
+    return height;
+}
+
+}  // namespace rdl::layout
