@@ -1,5 +1,6 @@
 #include "platform/rdl/data/query_text.h"
 
+#include <algorithm>
 #include <cctype>
 
 #include "platform/rdl/data/message.h"
@@ -44,6 +45,21 @@ class Binder {
                         " parameters");
         }
         return std::move(m_result);
+    }
+
+    bool IsOneStatement() {
+        bool ended = false;
+        while (m_at < m_text.size()) {
+            const char c = m_text[m_at];
+            const std::size_t quoted = QuotedEnd();
+            const bool comment = quoted > m_at && (c == '-' || c == '/' || c == '#');
+            if (ended && !comment && std::string_view("; \t\r\n").find(c) == std::string_view::npos) {
+                return false;
+            }
+            ended = ended || (quoted == m_at && c == ';');
+            m_at = std::max(quoted, m_at + 1);
+        }
+        return true;
     }
 
  private:
@@ -195,6 +211,10 @@ BoundQuery BindParameters(std::string_view text, const std::vector<NamedValue>& 
     Binder positional(text, values, provider, true);
     const bool namesOnly = text.find('?') == std::string_view::npos;
     return namesOnly ? named : positional.Run();
+}
+
+bool IsOneStatement(std::string_view text, ProviderKind provider) {
+    return Binder(text, {}, provider, false).IsOneStatement();
 }
 
 std::string ProcedureCall(std::string_view name, const std::vector<NamedValue>& values,

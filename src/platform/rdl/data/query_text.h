@@ -26,6 +26,9 @@ struct BoundQuery {
 BoundQuery BindParameters(std::string_view text, const std::vector<NamedValue>& values,
                           ProviderKind provider);
 
+// Whether nothing but blanks and comments stands behind the first ; outside of texts and comments.
+bool IsOneStatement(std::string_view text, ProviderKind provider);
+
 // The statement that calls a stored procedure; its name may hold letters, digits, . _ [ ] " and blanks.
 std::string ProcedureCall(std::string_view name, const std::vector<NamedValue>& values,
                           ProviderKind provider);

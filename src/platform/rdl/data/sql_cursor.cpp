@@ -222,6 +222,10 @@ class SqlCursor : public Cursor {
     void Run(const SqlSource& source, const BoundQuery& query) {
         if (source.provider == ProviderKind::PostgreSql) {
             QSqlQuery settings(m_connection.Database());
+            // A report reads. A second statement could lift that, so there is none.
+            if (!IsOneStatement(query.text, source.provider)) {
+                throw Error("the query is more than one statement");
+            }
             settings.exec(QStringLiteral("SET default_transaction_read_only = on"));
             settings.exec(QStringLiteral("SET statement_timeout = '%1s'").arg(source.querySeconds));
         }

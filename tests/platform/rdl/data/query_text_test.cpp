@@ -60,6 +60,15 @@ TEST(QueryParameters, ValueIsNeverPartOfTheText) {
     EXPECT_EQ(query.text, "x = ?");
 }
 
+TEST(QueryParameters, SecondStatementIsSeen) {
+    const auto one = [](std::string_view text) { return IsOneStatement(text, ProviderKind::PostgreSql); };
+    EXPECT_TRUE(one("select ';' -- ; x"));
+    EXPECT_TRUE(one("select 1; ; /* x */ -- y\n "));
+    EXPECT_TRUE(one("select $a$ ; delete $a$"));
+    EXPECT_FALSE(one("select 1; delete from t"));
+    EXPECT_FALSE(one("select 1;'x'"));
+}
+
 TEST(StoredProcedures, AreCalledInTheServersOwnWay) {
     EXPECT_EQ(ProcedureCall("dbo.Sales", Year, ProviderKind::SqlServer), "EXEC dbo.Sales @Year = ?");
     EXPECT_EQ(ProcedureCall("sales", Year, ProviderKind::PostgreSql), "SELECT * FROM sales(?)");
