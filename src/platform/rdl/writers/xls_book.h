@@ -1,0 +1,55 @@
+// A workbook: sheets, what they share, and the compound file around it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/rdl/writers/flow.h"
+#include "platform/rdl/writers/spool.h"
+#include "platform/rdl/writers/writers.h"
+#include "platform/rdl/writers/xls_sheet.h"
+#include "platform/rdl/writers/xls_strings.h"
+#include "platform/rdl/writers/xls_styles.h"
+
+namespace rdl::writers {
+
+class XlsBook {
+ public:
+    explicit XlsBook(const std::string& title) : m_title(title) {}
+
+    // The sheet before is complete with it.
+    XlsSheet& AddSheet(const std::vector<double>& columnWidths, const layout::PageSetup& page);
+    // The index of a picture's bytes, the same for the same bytes.
+    std::size_t Image(const std::shared_ptr<const std::string>& bytes, ImageType type);
+    // Everything into the output. At least one sheet.
+    void Write(Output& output);
+
+    XlsStyles styles;
+    XlsStrings strings;
+
+ private:
+    std::string UniqueName(const std::string& wanted);
+    void NameSheets();
+    std::string Globals(const std::vector<std::size_t>& offsets) const;
+    void WritePrintTitles(XlsRecords& records) const;
+    std::string GlobalsAt(std::size_t sheetsBegin) const;
+
+    struct StoredImage {
+        std::shared_ptr<const std::string> bytes;
+        ImageType type;
+        unsigned uses;
+    };
+    std::string DrawingGroup() const;
+    std::string SheetDrawing(std::size_t sheet);
+
+    std::string m_title;
+    Spool m_spool;
+    std::vector<std::unique_ptr<XlsSheet>> m_sheets;
+    std::vector<StoredImage> m_images;
+    std::set<std::u16string> m_usedNames;
+};
+
+}  // namespace rdl::writers

@@ -1,0 +1,141 @@
+#include <algorithm>
+#include <cmath>
+
+#include "platform/rdl/format/format.h"
+#include "platform/rdl/writers/xls_layout.h"
+#include "platform/rdl/writers/xls_number_format.h"
+
+namespace rdl::writers {
+namespace {
+
+using layout::Instance;
+
+constexpr std::int64_t MostExactInteger = 999'999'999'999'999;
+const std::int64_t DayZero = MakeTicks(1899, 12, 30);
+constexpr double FirstSafeDay = 61;  // 1 March 1900: before it Excel's calendar has a day too many
+
+layout::CharStylePtr FirstStyle(const Instance& item) {
+    for (const layout::ParagraphInstance& paragraph : item.paragraphs) {
+        for (const layout::RunInstance& run : paragraph.runs) {
+            return run.style;
+        }
+    }
+    return nullptr;
+}
+
+std::string LinkOf(const Instance& item) {
+    if (!item.hyperlink.empty()) {
+        return SafeLink(item.hyperlink);
+    }
+    for (const layout::ParagraphInstance& paragraph : item.paragraphs) {
+        for (const layout::RunInstance& run : paragraph.runs) {
+            if (!run.hyperlink.empty()) {
+                return SafeLink(run.hyperlink);
+            }
+        }
+    }
+    return {};
+}
+
+std::string TextOf(const Instance& item) {
+    std::string text;
+    for (std::size_t i = 0; i < item.paragraphs.size(); ++i) {
+        const layout::ParagraphInstance& paragraph = item.paragraphs[i];
+        text += i > 0 ? "\n" : "";
+        if (paragraph.bulleted) {
+            text += "\xE2\x80\xA2 ";
+        } else if (paragraph.listNumber > 0) {
+            text += std::to_string(paragraph.listNumber) + ". ";
+        }
+        for (const layout::RunInstance& run : paragraph.runs) {
+            text += run.text;
+        }
+    }
+    return text;
+}
+
+// A number that a cell can hold as such.
+bool AsNumber(const Value& value, double& number) {
+    switch (value.kind()) {
+        case Kind::Integer:
+            number = static_cast<double>(value.AsInteger());
+            return std::llabs(value.AsInteger()) <= MostExactInteger;
+        case Kind::Real:
+            number = value.AsReal();
+            return std::isfinite(number);
+        case Kind::DateTime:
+            number = static_cast<double>(value.AsTicks() - DayZero) / static_cast<double>(TicksPerDay);
+            return number >= FirstSafeDay;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+bool XlsLayout::TypedCell(const Instance& item, const std::string& shown, XlsCell& cell,
+                          std::uint16_t& format) {
+    if (item.value.kind() == Kind::Boolean) {
+        cell.kind = XlsCell::Boolean;
+        cell.number = item.value.AsBoolean() ? 1 : 0;
+        return true;
+    }
+    double number = 0;
+    if (!AsNumber(item.value, number)) {
+        return false;
+    }
+    const Culture& culture = FindCulture(item.language.empty() ? m_language : item.language);
+    const std::optional<std::string> excel = ExcelFormat(item.value, item.format, culture, shown);
+    if (!excel) {
+        return false;
+    }
+    cell.kind = XlsCell::Number;
+    cell.number = number;
+    format = m_book.styles.Format(*excel);
+    return true;
+}
+
+XlsCell XlsLayout::CellOf(const Instance& item) {
+    XlsCell cell;
+    std::uint16_t format = 0;
+    const std::string shown = TextOf(item);
+    if (!TypedCell(item, shown, cell, format) && !shown.empty()) {
+        cell.kind = XlsCell::Text;
+        cell.text = m_book.strings.Index(WithoutPageMarks(shown));
+    }
+    const layout::HAlign align =
+        AlignmentOf(item, item.paragraphs.empty() ? layout::HAlign::General : item.paragraphs.front().align);
+    const bool wrap = cell.kind == XlsCell::Text && (item.canGrow || shown.find('\n') != std::string::npos);
+    cell.xf = m_book.styles.Cell(item.box, FirstStyle(item), align, format, wrap);
+    return cell;
+}
+
+void XlsLayout::PlaceText(const Instance& item, XlsRange range) {
+    while (range.lastColumn > range.firstColumn && !m_sheet->IsFree(range)) {
+        --range.lastColumn;
+    }
+    while (!m_sheet->IsFree(range)) {  // two items at one place: the second beside the first
+        range.lastRow = range.firstRow;
+        range.lastColumn = ++range.firstColumn;
+        if (range.firstColumn >= XlsMostColumns) {
+            ++range.firstRow;
+            range.firstColumn = range.lastColumn = 0;
+        }
+    }
+    XlsCell cell = CellOf(item);
+    for (std::uint32_t row = range.firstRow; row <= range.lastRow; ++row) {
+        for (std::uint16_t column = range.firstColumn; column <= range.lastColumn; ++column) {
+            cell.column = column;
+            m_sheet->Put(row, cell);
+            cell = {XlsCell::Blank, 0, cell.xf};  // all but the first only carry the format
+        }
+    }
+    if (range.lastRow > range.firstRow || range.lastColumn > range.firstColumn) {
+        m_sheet->Merge(range);
+    }
+    if (const std::string link = LinkOf(item); !link.empty()) {
+        m_sheet->Link(range, link);
+    }
+}
+
+}  // namespace rdl::writers
