@@ -38,6 +38,13 @@ CodeLibrary::CodeLibrary(std::string_view source, CompileContext& context)
 
 CodeLibrary::~CodeLibrary() = default;
 
+bool CodeLibrary::UsesPageGlobals() const {
+    return m_module->pageGlobals;
+}
+bool CodeLibrary::UsesReportItems() const {
+    return m_module->reportItems;
+}
+
 void CodeLibrary::Reset() {
     m_module->started = false;
     m_module->steps = StepsOfReport;

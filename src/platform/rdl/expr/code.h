@@ -30,6 +30,10 @@ class CodeLibrary {
     // Variables of the code go back to how they began: for another run of the same report.
     void Reset();
 
+    // Whether any function asks for page numbers or report items; then every program that calls one may.
+    bool UsesPageGlobals() const;
+    bool UsesReportItems() const;
+
     // For the compiler: Code.Name with its arguments. Null when there is no such function or variable, with
     // the reason in `why`.
     std::unique_ptr<Program::Node> Use(const std::string& lower,

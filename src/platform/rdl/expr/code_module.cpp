@@ -6,7 +6,8 @@
 namespace rdl::expr {
 namespace {
 
-constexpr int MaxStack = 3000;  // nodes of all functions that wait for one another
+constexpr std::size_t MaxKept = 1u << 20;  // bytes of a variable that outlives its call
+constexpr int MaxStack = 3000;             // nodes of all functions that wait for one another
 
 // Runs `work` with its own frame of locals, out of the report's steps.
 template <typename Work>
@@ -50,6 +51,20 @@ Value ConvertTo(const FunctionInfo* conversion, const Value& value, Machine& mac
         return value;
     }
     return conversion->function(Call(&value, 1, machine.environment));
+}
+
+bool MayStay(const Value& value) {
+    if (value.IsText()) {
+        return value.AsText().size() <= MaxKept;
+    }
+    if (value.kind() != Kind::List) {
+        return true;
+    }
+    std::size_t size = 0;
+    for (const Value& item : value.AsList()) {
+        size += sizeof(Value) + (item.IsText() ? item.AsText().size() : 0);
+    }
+    return size <= MaxKept;
 }
 
 bool TakeSteps(Frame& frame, int cost) {
@@ -141,6 +156,9 @@ Value CodeCallNode::Call(Machine& machine) const {
         const auto* variable = function.parameters[i].byReference
                                    ? dynamic_cast<const VariableNode*>(arguments[i].get())
                                    : nullptr;
+        if (variable && variable->variable.module && !MayStay(locals[i + 1])) {
+            return Value::Error("A variable of the report becomes too large");
+        }
         if (variable && !variable->variable.constant) {
             variable->variable.In(machine) = locals[i + 1];
         }

@@ -79,7 +79,8 @@ struct CodeModule {
     Block start;  // gives the variables their first values
     bool started = false;
     int startDepth = 1;
-    std::int64_t steps = 0;  // left for the whole report
+    std::int64_t steps = 0;                         // left for the whole report
+    bool pageGlobals = false, reportItems = false;  // asked for by some function
 };
 
 // A call of a function of the code.
@@ -108,6 +109,8 @@ struct ModuleVariableNode final : Node {
 
 // A value as a type has it; nothing stays nothing where it is a text.
 Value ConvertTo(const FunctionInfo* conversion, const Value& value, Machine& machine);
+// What stays for the rest of the report is small, however often a function is called.
+bool MayStay(const Value& value);
 // Whether there are steps left; takes them.
 bool TakeSteps(Frame& frame, int cost);
 Flow RunBlock(const Block& block, Frame& frame);

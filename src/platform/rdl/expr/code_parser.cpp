@@ -10,7 +10,7 @@
 namespace rdl::expr {
 namespace {
 
-constexpr int MaxVariables = 500;  // of a function, and of the module
+constexpr int MaxVariables = 200;  // of a function, and of the module
 
 bool IsModifier(const Token& token) {
     return token.IsWord("public") || token.IsWord("private") || token.IsWord("friend") ||
@@ -26,6 +26,8 @@ CodeParser::CodeParser(std::vector<Token> tokens, CompileContext& context, CodeM
 void CodeParser::Run() {
     FindFunctions();
     Members();
+    m_module.pageGlobals = m_parser.facts().pageGlobals;
+    m_module.reportItems = m_parser.facts().reportItems;
     for (const auto& [call, token] : m_calls) {
         if (const std::string fault = call->Fault(); !fault.empty()) {
             m_parser.FailAt(token, fault);
@@ -79,7 +81,11 @@ void CodeParser::Members() {
 void CodeParser::FunctionBody(bool sub) {
     const Token& name = m_parser.Peek();
     m_parser.Name("the name of a function");
-    m_function = m_module.functions.at(name.lower).get();
+    const auto found = m_module.functions.find(name.lower);
+    if (found == m_module.functions.end()) {
+        m_parser.FailAt(name, "a function must begin on a line of its own");
+    }
+    m_function = found->second.get();
     const int outerDepth = std::exchange(m_depth, 1);
     m_scopes.assign(1, {});
     if (m_parser.Peek().Is("(")) {

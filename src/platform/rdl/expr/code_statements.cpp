@@ -3,7 +3,7 @@
 namespace rdl::expr {
 namespace {
 
-constexpr std::int64_t MaxElements = 65536;
+constexpr std::int64_t MaxElements = 16384;
 
 Flow Fail(Frame& frame, Value why) {
     frame.fault = std::move(why);
@@ -69,19 +69,24 @@ Flow AssignStatement::Run(Frame& frame) const {
         return Fail(frame, result);
     }
     if (!index) {
-        variable = std::move(result);
-        return Flow::Next;
+        return Store(std::move(result), frame);
     }
     if (result.kind() == Kind::List) {
         return Fail(frame, Value::Error("A list cannot hold lists"));
     }
     ValueList values = variable.AsList();
     values[static_cast<std::size_t>(place)] = std::move(result);
-    Value list = machine.Charged(Value::List(std::move(values)));
-    if (list.IsError()) {
-        return Fail(frame, list);
+    return Store(machine.Charged(Value::List(std::move(values))), frame);
+}
+
+Flow AssignStatement::Store(Value result, Frame& frame) const {
+    if (result.IsError()) {
+        return Fail(frame, std::move(result));
     }
-    variable = std::move(list);
+    if (target.module && !MayStay(result)) {
+        return Fail(frame, Value::Error("A variable of the report becomes too large"));
+    }
+    target.In(frame.machine) = std::move(result);
     return Flow::Next;
 }
 

@@ -19,6 +19,9 @@ struct AssignStatement final : Statement {
     NodePtr index;                 // null: the whole variable
     Operator operation = nullptr;  // of += and its like
     NodePtr value;                 // null: the first value of the type
+
+ private:
+    Flow Store(Value result, Frame& frame) const;
 };
 
 // Dim a(n), ReDim [Preserve] a(n)

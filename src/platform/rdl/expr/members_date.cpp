@@ -82,6 +82,12 @@ Value AddMonth(const Call& call) {
     return possible ? Value::DateTime(result) : OutOfRange();
 }
 
+// The name of the enumeration's member, in no culture's language.
+Value DayOfWeekName(const Call& call) {
+    std::int64_t ticks = 0;
+    return call.Date(0, ticks) ? Value::Text(FindCulture("").days[SplitTicks(ticks).dayOfWeek]) : call.error;
+}
+
 Value AddSpan(const Call& call) {
     return Add(call[0], call[1], call.culture());
 }
@@ -123,6 +129,7 @@ constexpr FunctionInfo functions[] = {
     {".second", 1, 1, PartOf<&DateTimeParts::second>},
     {".millisecond", 1, 1, Milliseconds},
     {".dayofweek", 1, 1, PartOf<&DateTimeParts::dayOfWeek>},
+    {".dayofweek.tostring", 1, 1, DayOfWeekName},
     {".dayofyear", 1, 1, PartOf<&DateTimeParts::dayOfYear>},
     {".date", 1, 1, DatePartOnly},
     {".timeofday", 1, 1, TimeOfDay},

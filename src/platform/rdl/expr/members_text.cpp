@@ -145,10 +145,15 @@ Value Replace(const Call& call) {
                         : ReplaceAll(call.Text(0), what, call.Text(2), -1, false);
 }
 
+// Equal with regard to case, unlike what sorting and grouping take for equal.
+bool Same(const Value& left, const Value& right) {
+    return Compare(left, right) == 0 && (!left.IsText() || left.AsText() == right.AsText());
+}
+
 Value Contains(const Call& call) {
     if (call[0].kind() == Kind::List) {
         for (const Value& item : call[0].AsList()) {
-            if (Compare(item, call[1]) == 0 && (!item.IsText() || item.AsText() == call[1].AsText())) {
+            if (Same(item, call[1])) {
                 return Value::Boolean(true);
             }
         }
@@ -167,8 +172,8 @@ Value EndsWith(const Call& call) {
 
 Value IndexInList(const Call& call) {
     const ValueList& list = call[0].AsList();
-    const auto found = std::find_if(list.begin(), list.end(),
-                                    [&](const Value& item) { return Compare(item, call[1]) == 0; });
+    const auto found =
+        std::find_if(list.begin(), list.end(), [&](const Value& item) { return Same(item, call[1]); });
     return Value::Integer(found == list.end() ? -1 : found - list.begin());
 }
 
@@ -296,6 +301,14 @@ Value CompareTo(const Call& call) {
     return Value::Integer(order < 0 ? -1 : order > 0 ? 1 : 0);
 }
 
+Value ArrayIndexOf(const Call& call) {
+    return call[0].kind() == Kind::List ? IndexInList(call) : NoConversion(call[0], "a list");
+}
+
+Value LBound(const Call& call) {
+    return call[0].kind() == Kind::List ? Value::Integer(0) : NoConversion(call[0], "a list");
+}
+
 Value HasValue(const Call& call) {
     return Value::Boolean(!call[0].IsNull());
 }
@@ -341,7 +354,11 @@ constexpr FunctionInfo functions[] = {
     {".getvalueordefault", 1, 2, OrDefault},
 };
 
-constexpr FunctionInfo listFunctions[] = {{"ubound", 1, 2, GetUpperBound}};
+constexpr FunctionInfo listFunctions[] = {
+    {"ubound", 1, 2, GetUpperBound},
+    {"lbound", 1, 2, LBound},
+    {"array.indexof", 2, 2, ArrayIndexOf},
+};
 
 }  // namespace
 

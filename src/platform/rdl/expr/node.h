@@ -41,15 +41,19 @@ using NodePtr = std::unique_ptr<Program::Node>;
 
 // Text shorter than this is not worth counting: the limits on source and steps bound it.
 inline constexpr std::size_t CountedText = 256;
+inline constexpr std::int64_t CountedElement = 48;
 
 inline Value Machine::Charged(Value value) {
     if (value.kind() == Kind::Text) {
         const std::size_t size = value.AsText().size();
         bytes -= size < CountedText ? 0 : static_cast<std::int64_t>(size);
     } else if (value.kind() == Kind::List) {
-        bytes -= static_cast<std::int64_t>(value.AsList().size() * sizeof(Value));
+        bytes -= static_cast<std::int64_t>(value.AsList().size()) * CountedElement;
     }
-    return bytes < 0 ? Value::Error("The expression makes too much text") : value;
+    if (bytes < 0) {
+        return Value::Error("The expression makes too much text");
+    }
+    return value;
 }
 
 }  // namespace rdl::expr

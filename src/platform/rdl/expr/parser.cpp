@@ -206,6 +206,13 @@ NodePtr Parser::Postfix(NodePtr value) {
 NodePtr Parser::Member(NodePtr value) {
     const Token& name = Take();
     const FunctionInfo* info = FindFunction("." + name.lower);
+    // A member of a member that is no value of its own kind: a day of the week shows its name.
+    if (const FunctionInfo* both =
+            Peek().Is(".") ? FindFunction("." + name.lower + "." + Peek(1).lower) : nullptr) {
+        Take();
+        Take();
+        info = both;
+    }
     if (!info) {
         FailAt(name, "a value has no member \"" + name.text + "\"");
     }

@@ -310,6 +310,8 @@ NodePtr Parser::Code() {
     if (!node) {
         FailAt(token, why);
     }
+    m_facts.pageGlobals = m_facts.pageGlobals || m_context.code->UsesPageGlobals();
+    m_facts.reportItems = m_facts.reportItems || m_context.code->UsesReportItems();
     return Checked(std::move(node));
 }
 

@@ -254,6 +254,27 @@ TEST(ReportCode, EndlessLoopsAndRecursionEnd) {
     EXPECT_NE(ShowWith(code, "=Code.Caught()").find("too many steps"), std::string::npos);
 }
 
+TEST(ReportCode, VariablesOfTheReportStaySmall) {
+    const std::string code = R"(
+        Dim kept As String
+        Function Keep(n As Integer) As Integer
+            kept = StrDup(n, "x")
+            Return Len(kept)
+        End Function)";
+    EXPECT_EQ(ShowWith(code, "=Code.Keep(1000)"), "1000");
+    EXPECT_NE(ShowWith(code, "=Code.Keep(3000000)").find("too large"), std::string::npos);
+}
+
+TEST(ReportCode, CallersOfPageNumbersAreKnown) {
+    TestContext context;
+    const CodeLibrary pages("Function P()\nReturn Report.Globals!PageNumber\nEnd Function", context);
+    context.code = &pages;
+    EXPECT_TRUE(Compile("=Code.P()", "Here", context)->UsesPageGlobals());
+    const CodeLibrary plain("Function P()\nReturn 1\nEnd Function", context);
+    context.code = &plain;
+    EXPECT_FALSE(Compile("=Code.P()", "Here", context)->UsesPageGlobals());
+}
+
 TEST(ReportCode, WhatIsNotKnownNamesItsLine) {
     EXPECT_EQ(CodeRefusal("Function F()\nDim c As New Connection()\nEnd Function").substr(0, 14),
               "Code, line 2: ");

@@ -280,6 +280,16 @@ TEST(ConversionFunctions, RoundRangeAndRead) {
     });
 }
 
+TEST(ListFunctions, FindAndBound) {
+    Expect({
+        {"=Array.IndexOf(Split(\"a,b,c\", \",\"), \"b\")", "1"},
+        {"=Array.IndexOf({\"A\"}, \"a\")", "-1"},
+        {"=Array.IndexOf(Parameters!Years.Value, 2024) >= 0", "True"},
+        {"=UBound(Parameters!Years.Value) & LBound(Parameters!Years.Value)", "10"},
+        {"=Fields!Day.Value.DayOfWeek.ToString()", "Wednesday"},
+    });
+}
+
 TEST(FlowFunctions, RunOnlyWhatIsTaken) {
     Expect({
         {"=IIf(True, 1, 1 \\ 0)", "1"},
