@@ -1,5 +1,7 @@
 #include "platform/mail/mail_system.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <deque>
@@ -79,13 +81,16 @@ class AttachmentList : public MAPI::Attachments {
  private:
     static OutgoingAttachment OpenOne(const std::string& source) {
         const std::filesystem::path path = paths::ToMachine(source);
-        OutgoingAttachment attachment{source, path.filename().string(), OpenRegularFile(path)};
+        OutgoingAttachment attachment{source, path.filename().string(), OpenRegularFile(path), 0};
         if (attachment.file.Get() < 0) {
             const bool missing = errno == ENOENT || errno == ENOTDIR;
             throw RuntimeError(
                 missing ? err::FileNotFound : err::PathFileAccess,
                 "The attachment \"" + Shown(source) + "\" " + (missing ? "is missing" : "cannot be read"));
         }
+        struct stat status {};
+        fstat(attachment.file.Get(), &status);
+        attachment.size = status.st_size;
         return attachment;
     }
 

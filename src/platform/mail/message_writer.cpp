@@ -135,17 +135,35 @@ void SetHeaders(GMimeMessage* message, const OutgoingMail& mail) {
     }
 }
 
+// Whether every mail program on the way takes the text as it stands.
+bool IsPlain(std::string_view body) {
+    constexpr std::size_t LongestLine = 900;
+    std::size_t length = 0;
+    for (const char letter : body) {
+        length = letter == '\n' ? 0 : length + 1;
+        if (static_cast<unsigned char>(letter) > '~' || letter == '\0' || length > LongestLine) {
+            return false;
+        }
+    }
+    return true;
+}
+
 Owned<GMimeTextPart> MakeBody(const std::string& text) {
     Owned<GMimeTextPart> part(g_mime_text_part_new());
+    const std::string body = BodyText(text);
     g_mime_text_part_set_charset(part.get(), "utf-8");
-    g_mime_text_part_set_text(part.get(), BodyText(text).c_str());
+    g_mime_text_part_set_text(part.get(), body.c_str());
+    g_mime_part_set_content_encoding(
+        reinterpret_cast<GMimePart*>(part.get()),
+        IsPlain(body) ? GMIME_CONTENT_ENCODING_7BIT : GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE);
     return part;
 }
 
 Owned<GMimePart> MakeAttachment(const OutgoingAttachment& attachment) {
     const FileKind kind = KindOf(attachment.name);
     Owned<GMimePart> part(g_mime_part_new_with_type(kind.type, kind.subtype));
-    const Owned<GMimeStream> stream(g_mime_stream_fs_new_with_bounds(attachment.file.Get(), 0, -1));
+    const Owned<GMimeStream> stream(
+        g_mime_stream_fs_new_with_bounds(attachment.file.Get(), 0, attachment.size));
     g_mime_stream_fs_set_owner(reinterpret_cast<GMimeStreamFs*>(stream.get()), FALSE);
     const Owned<GMimeDataWrapper> content(
         g_mime_data_wrapper_new_with_stream(stream.get(), GMIME_CONTENT_ENCODING_DEFAULT));
@@ -173,8 +191,6 @@ Owned<GMimeMessage> MakeMessage(const OutgoingMail& mail) {
         content = reinterpret_cast<GMimeObject*>(multipart.get());
     }
     g_mime_message_set_mime_part(message.get(), content);
-    // Chooses the encoding of the body and the boundary; base64 attachments stay as they are.
-    g_mime_object_encode(reinterpret_cast<GMimeObject*>(message.get()), GMIME_ENCODING_CONSTRAINT_7BIT);
     return message;
 }
 
@@ -184,13 +200,24 @@ void EnsureStarted() {
 }
 
 // A file that grows or shrinks while it is read would give a message that nobody meant.
-void CheckWhole(const OutgoingAttachment& attachment) {
+void CheckUnchanged(const OutgoingAttachment& attachment) {
     struct stat status {};
-    const off_t position = lseek(attachment.file.Get(), 0, SEEK_CUR);
-    if (fstat(attachment.file.Get(), &status) != 0 || position != status.st_size) {
+    if (fstat(attachment.file.Get(), &status) != 0 || attachment.size != status.st_size) {
         throw RuntimeError(err::PathFileAccess,
-                           "The attachment \"" + attachment.path + "\" cannot be read to its end");
+                           "The attachment \"" + attachment.path + "\" changed while it was read");
     }
+}
+
+// Buffered, and with the line ends that are asked for: encoders write their own.
+Owned<GMimeStream> MakeTarget(int file, LineEnds ends) {
+    const Owned<GMimeStream> plain(g_mime_stream_fs_new(file));
+    g_mime_stream_fs_set_owner(reinterpret_cast<GMimeStreamFs*>(plain.get()), FALSE);
+    const Owned<GMimeStream> filtered(g_mime_stream_filter_new(plain.get()));
+    if (ends == LineEnds::CrLf) {
+        const Owned<GMimeFilter> filter(g_mime_filter_unix2dos_new(FALSE));
+        g_mime_stream_filter_add(reinterpret_cast<GMimeStreamFilter*>(filtered.get()), filter.get());
+    }
+    return Owned<GMimeStream>(g_mime_stream_buffer_new(filtered.get(), GMIME_STREAM_BUFFER_BLOCK_WRITE));
 }
 
 }  // namespace
@@ -198,24 +225,17 @@ void CheckWhole(const OutgoingAttachment& attachment) {
 int WriteMessage(const OutgoingMail& mail, int file, LineEnds ends) {
     EnsureStarted();
     const Owned<GMimeMessage> message = MakeMessage(mail);
-    const Owned<GMimeStream> target(g_mime_stream_fs_new(file));
-    g_mime_stream_fs_set_owner(reinterpret_cast<GMimeStreamFs*>(target.get()), FALSE);
-    const Owned<GMimeStream> buffered(
-        g_mime_stream_buffer_new(target.get(), GMIME_STREAM_BUFFER_BLOCK_WRITE));
-    const std::unique_ptr<GMimeFormatOptions, decltype(&g_mime_format_options_free)> options(
-        g_mime_format_options_new(), &g_mime_format_options_free);
-    g_mime_format_options_set_newline_format(
-        options.get(), ends == LineEnds::CrLf ? GMIME_NEWLINE_FORMAT_DOS : GMIME_NEWLINE_FORMAT_UNIX);
+    const Owned<GMimeStream> target = MakeTarget(file, ends);
     errno = 0;
-    const bool written = g_mime_object_write_to_stream(reinterpret_cast<GMimeObject*>(message.get()),
-                                                       options.get(), buffered.get()) >= 0 &&
-                         g_mime_stream_flush(buffered.get()) == 0;
+    auto* object = reinterpret_cast<GMimeObject*>(message.get());
+    const bool written = g_mime_object_write_to_stream(object, nullptr, target.get()) >= 0 &&
+                         g_mime_stream_flush(target.get()) == 0;
     const int code = errno;
     if (!written && (code == ENOSPC || code == EDQUOT || code == EFBIG)) {
         return code;
     }
     for (const OutgoingAttachment& attachment : mail.attachments) {
-        CheckWhole(attachment);
+        CheckUnchanged(attachment);
     }
     return written ? 0 : (code != 0 ? code : EIO);
 }

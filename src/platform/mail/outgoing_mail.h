@@ -1,6 +1,7 @@
 // A message that is ready to go: everything resolved, every attachment open.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@ struct OutgoingAttachment {
     std::string path;  // for errors: as the system writes it
     std::string name;  // of the file, without its folder
     UniqueFd file;
+    std::int64_t size = 0;  // in bytes, as it was opened
 };
 
 struct OutgoingMail {

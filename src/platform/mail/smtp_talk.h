@@ -12,9 +12,13 @@ class SmtpTalk {
     enum class Stage { Greeting, Hello, StartTls, Login, Sender, Recipient, Content };
 
     void Said(std::string_view command) {
+        const std::string_view verb = command.substr(0, 4);
+        if (verb == "QUIT") {
+            m_over = true;  // said after a failure too: the answer before it is the one that tells
+            return;
+        }
         m_code = 0;
         m_reply.clear();
-        const std::string_view verb = command.substr(0, 4);
         if (verb == "EHLO" || verb == "HELO") {
             m_stage = Stage::Hello;
         } else if (verb == "STAR") {
@@ -30,8 +34,6 @@ class SmtpTalk {
             m_recipient = open < close ? command.substr(open + 1, close - open - 1) : command;
         } else if (verb == "DATA") {
             m_stage = Stage::Content;
-        } else if (verb == "QUIT") {
-            m_over = true;
         }
     }
 

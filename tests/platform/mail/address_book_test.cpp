@@ -1,0 +1,57 @@
+#include "platform/mail/address_book.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/mail/mail_errors.h"
+#include "support/raises.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+class Book : public testing::Test {
+ public:
+    mailer::AddressBook Read(const std::string& cards) {
+        WriteBytes(m_folder / "book.vcf", cards);
+        return mailer::AddressBook(m_folder / "book.vcf");
+    }
+    static std::string Card(const std::string& name, const std::string& address,
+                            const std::string& more = {}) {
+        return "BEGIN:VCARD\nFN:" + name + "\nEMAIL:" + address + "\n" + more + "END:VCARD\n";
+    }
+
+ protected:
+    TemporaryFolder m_folder;
+};
+
+}  // namespace
+
+TEST_F(Book, FindsNamesAndNicknamesInAnyCase) {
+    auto book = Read(Card("Änne Archer", "ann@b.c", "NICKNAME:Boss\n") + Card("Bob", "bob@b.c"));
+    EXPECT_EQ(book.Resolve("äNNE archer"), (mailer::Mailbox{"Änne Archer", "ann@b.c"}));
+    EXPECT_EQ(book.Resolve(" boss ").address, "ann@b.c");
+    EXPECT_EQ(NumberRaisedBy([&] { book.Resolve("Änne"); }), mailer::ErrUnknownRecipient);
+}
+
+TEST_F(Book, NameThatStandsTwiceIsRefusedUnlessItIsTheSameAddress) {
+    auto book = Read(Card("Twin", "one@b.c") + Card("Twin", "two@b.c") + Card("Same", "s@b.c") +
+                     Card("Same", "s@B.C"));
+    EXPECT_EQ(NumberRaisedBy([&] { book.Resolve("Twin"); }), mailer::ErrAmbiguousRecipient);
+    EXPECT_NE(DescriptionRaisedBy([&] { book.Resolve("Twin"); }).find("\"Twin\""), std::string::npos);
+    EXPECT_EQ(book.Resolve("Same").name, "Same");
+}
+
+TEST_F(Book, AddressesNeedNoBook) {
+    mailer::AddressBook book(m_folder / "missing.vcf");
+    EXPECT_EQ(book.Resolve("Ann <ann@b.c>").address, "ann@b.c");
+    EXPECT_EQ(NumberRaisedBy([&] { book.Resolve("Ann"); }), err::FileNotFound);
+    EXPECT_NE(DescriptionRaisedBy([&] { book.Resolve("Ann"); }).find("missing.vcf"), std::string::npos);
+}
+
+TEST_F(Book, EntriesAreSortedByName) {
+    auto book = Read(Card("zoe", "z@b.c") + Card("Ann", "a@b.c") + Card("bob", "b@b.c"));
+    std::vector<std::string> names;
+    for (const auto& entry : book.ListEntries()) {
+        names.push_back(entry.name);
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"Ann", "bob", "zoe"}));
+}

@@ -1,0 +1,98 @@
+// Profiles that make sense and those that do not.
+#include "platform/mail/mail_profile.h"
+
+#include "mail_fixture.h"
+
+namespace {
+
+using mailer::ReadMailProfile;
+
+class Profile : public MailTest {
+ public:
+    std::int32_t NumberOf(const std::string& lines) {
+        WriteProfile(lines);
+        m_text = DescriptionRaisedBy([&] { ReadMailProfile(MailTest::Profile()); });
+        return NumberRaisedBy([&] { ReadMailProfile(MailTest::Profile()); });
+    }
+    mailer::MailProfile Read(const std::string& lines) {
+        WriteProfile(lines);
+        return ReadMailProfile(MailTest::Profile());
+    }
+};
+
+constexpr const char* Server = "Transport=smtp\nFrom=a@example.com\nHost=mail.example.com\n";
+
+}  // namespace
+
+TEST_F(Profile, MissingFileSaysWhereItIsExpected) {
+    EXPECT_EQ(NumberRaisedBy([&] { Logon(); }), -2147221231);
+    EXPECT_NE(DescriptionRaisedBy([&] { Logon(); }).find(MailTest::Profile().string()), std::string::npos);
+}
+
+TEST_F(Profile, CommentsCaseAndBlanksDoNotMatter) {
+    const auto profile = Read(
+        "; a comment\n# another\n TRANSPORT = SMTP   ; the way out\r\nfrom=Reports <r@example.com>\t; who\n"
+        "Host=mail.example.com\nPort=2525 ; odd\nSecurity=tls\nUser=   ; nobody\nStrange=1\n");
+    EXPECT_EQ(profile.transport, mailer::TransportKind::Smtp);
+    EXPECT_EQ(profile.from, (mailer::Mailbox{"Reports", "r@example.com"}));
+    EXPECT_EQ(profile.port, 2525);
+    EXPECT_EQ(profile.security, mailer::Security::Tls);
+    EXPECT_EQ(profile.user, "");
+    EXPECT_TRUE(profile.verify);
+}
+
+TEST_F(Profile, QuotedValuesAreTakenAsTheyStand) {
+    EXPECT_EQ(Read(std::string(Server) + "User=ann\nPassword=\" a ; b \"   ; secret\n").password, " a ; b ");
+    EXPECT_EQ(Read(std::string(Server) + "User=ann\nPassword=a;b\"c\n").password, "a;b\"c");
+}
+
+TEST_F(Profile, PortFollowsTheSecurity) {
+    EXPECT_EQ(Read(Server).port, 587);
+    EXPECT_EQ(Read(Server).security, mailer::Security::StartTls);
+    EXPECT_EQ(Read(std::string(Server) + "Security=tls\n").port, 465);
+    EXPECT_EQ(Read(std::string(Server) + "Security=none\n").port, 25);
+}
+
+TEST_F(Profile, WhatMakesNoSenseNamesItsKey) {
+    using Case = std::pair<std::string, std::string>;
+    const std::string server = Server;
+    for (const auto& [lines, key] :
+         {Case{"From=a@example.com\n", "Transport"}, Case{"Transport=pigeon\nFrom=a@example.com\n", "pigeon"},
+          Case{"Transport=outbox\n", "From"}, Case{"Transport=outbox\nFrom=nobody\n", "From"},
+          Case{"Transport=smtp\nFrom=a@example.com\n", "Host"},
+          Case{"Transport=smtp\nFrom=a@example.com\nHost=evil/../x@y\n", "Host"},
+          Case{server + "Port=99999\n", "Port"}, Case{server + "Port=25x\n", "Port"},
+          Case{server + "Security=maybe\n", "Security"}, Case{server + "Verify=perhaps\n", "Verify"},
+          Case{server + "Timeout=0\n", "Timeout"}}) {
+        EXPECT_EQ(NumberOf(lines), mailer::ErrBadProfile) << lines;
+        EXPECT_NE(m_text.find(key), std::string::npos) << m_text;
+    }
+}
+
+TEST_F(Profile, PasswordCommandGivesItsLine) {
+    EXPECT_EQ(Read(std::string(Server) + "User=ann\nPasswordCommand=printf 'two words\\n'\n").password,
+              "two words");
+}
+
+TEST_F(Profile, PasswordCommandThatFailsIsAnErrorWithoutItsOutput) {
+    EXPECT_EQ(NumberOf(std::string(Server) + "User=ann\nPasswordCommand=echo hidden; exit 3\n"),
+              mailer::ErrBadProfile);
+    EXPECT_NE(m_text.find("exit code 3"), std::string::npos) << m_text;
+    EXPECT_EQ(m_text.find("hidden"), std::string::npos) << m_text;
+    EXPECT_EQ(NumberOf(std::string(Server) + "User=ann\nPasswordCommand=yes\n"), mailer::ErrBadProfile);
+    EXPECT_EQ(NumberOf(std::string(Server) + "User=ann\nPasswordCommand=true\n"), mailer::ErrBadProfile);
+}
+
+TEST_F(Profile, OutboxLiesWithTheUsersDataUnlessToldOtherwise) {
+    setenv("XDG_DATA_HOME", m_folder.Path().c_str(), 1);
+    const auto profile = Read("Transport=outbox\nFrom=a@example.com\n");
+    unsetenv("XDG_DATA_HOME");
+    EXPECT_EQ(profile.outboxFolder, m_folder.Path() / "oxbow-courier" / "outbox");
+}
+
+TEST_F(Profile, UsersProfileLiesWithTheUsersSettings) {
+    setenv("XDG_CONFIG_HOME", m_folder.Path().c_str(), 1);
+    const auto path = mailer::MailProfilePath();
+    unsetenv("XDG_CONFIG_HOME");
+    EXPECT_EQ(path, m_folder.Path() / "oxbow-courier" / "mail.ini");
+}

@@ -1,0 +1,206 @@
+// Messages as a mail reader sees them: written to an outbox and parsed again.
+#include <gmime/gmime.h>
+
+#include "mail_fixture.h"
+#include "platform/clock.h"
+
+namespace {
+
+std::string Text(const char* text) {
+    return text != nullptr ? text : "";
+}
+
+class FixedClock : public Clock {
+ public:
+    DateValue Now() const override {
+        const DateValue day = DateSerial(2024, 2, 29);
+        return DateValue::FromSeconds(day.Seconds() + TimeSerial(13, 5, 7).Seconds());
+    }
+};
+
+class ParsedMessage {
+ public:
+    explicit ParsedMessage(const std::string& bytes) {
+        g_mime_init();
+        GMimeStream* stream = g_mime_stream_mem_new_with_buffer(bytes.data(), bytes.size());
+        GMimeParser* parser = g_mime_parser_new_with_stream(stream);
+        m_message = g_mime_parser_construct_message(parser, nullptr);
+        g_object_unref(parser);
+        g_object_unref(stream);
+    }
+    ~ParsedMessage() { g_object_unref(m_message); }
+    ParsedMessage(const ParsedMessage&) = delete;
+    ParsedMessage& operator=(const ParsedMessage&) = delete;
+
+    std::string Subject() const { return Text(g_mime_message_get_subject(m_message)); }
+    std::string Header(const char* name) const {
+        return Text(g_mime_object_get_header(GMIME_OBJECT(m_message), name));
+    }
+    int HeaderCount() const {
+        return g_mime_header_list_get_count(g_mime_object_get_header_list(GMIME_OBJECT(m_message)));
+    }
+    InternetAddressList* To() const { return g_mime_message_get_addresses(m_message, GMIME_ADDRESS_TYPE_TO); }
+
+    int PartCount() const {
+        GMimeObject* part = g_mime_message_get_mime_part(m_message);
+        return GMIME_IS_MULTIPART(part) ? g_mime_multipart_get_count(GMIME_MULTIPART(part)) : 1;
+    }
+    GMimePart* Part(int index) const {
+        GMimeObject* part = g_mime_message_get_mime_part(m_message);
+        return GMIME_PART(GMIME_IS_MULTIPART(part) ? g_mime_multipart_get_part(GMIME_MULTIPART(part), index)
+                                                   : part);
+    }
+    std::string Type(int index) const {
+        GMimeContentType* type = g_mime_object_get_content_type(GMIME_OBJECT(Part(index)));
+        char* text = g_mime_content_type_get_mime_type(type);
+        const std::string result = Text(text);
+        g_free(text);
+        return result;
+    }
+    std::string FileName(int index) const { return Text(g_mime_part_get_filename(Part(index))); }
+    std::string Content(int index) const {
+        GMimeStream* stream = g_mime_stream_mem_new();
+        g_mime_data_wrapper_write_to_stream(g_mime_part_get_content(Part(index)), stream);
+        const GByteArray* bytes = g_mime_stream_mem_get_byte_array(GMIME_STREAM_MEM(stream));
+        const std::string content(reinterpret_cast<const char*>(bytes->data), bytes->len);
+        g_object_unref(stream);
+        return content;
+    }
+
+ private:
+    GMimeMessage* m_message = nullptr;
+};
+
+class MailContent : public MailTest {
+ public:
+    void SetUp() override {
+        WriteOutboxProfile();
+        m_message = MakeMessage({"Ann <ann@example.com>"});
+    }
+    std::string SentBytes() {
+        m_message->Send();
+        const auto files = FilesIn(Outbox());
+        return files.size() == 1 ? ReadBytes(files[0]) : "";
+    }
+
+ protected:
+    std::unique_ptr<MAPI::Message> m_message;
+};
+
+}  // namespace
+
+TEST_F(MailContent, PlainTextWithoutAttachmentsIsOnePart) {
+    const ParsedMessage sent(SentBytes());
+    EXPECT_EQ(sent.PartCount(), 1);
+    EXPECT_EQ(sent.Type(0), "text/plain");
+    EXPECT_EQ(sent.Content(0), "Please find the report.\r\n");
+    EXPECT_EQ(sent.Header("From"), "Reports <reports@example.com>");
+    EXPECT_EQ(sent.Header("To"), "Ann <ann@example.com>");
+    EXPECT_EQ(sent.Header("Importance"), "");
+    EXPECT_TRUE(sent.Header("Message-Id").ends_with("@example.com>")) << sent.Header("Message-Id");
+}
+
+TEST_F(MailContent, HighImportanceIsToldInAllThreeWays) {
+    m_message->Importance = MAPI::ImportanceHigh;
+    const ParsedMessage sent(SentBytes());
+    EXPECT_EQ(sent.Header("Importance"), "high");
+    EXPECT_EQ(sent.Header("X-Priority"), "1");
+    EXPECT_EQ(sent.Header("Priority"), "urgent");
+}
+
+TEST_F(MailContent, DateIsTheClocksInTheMachinesZone) {
+    const FixedClock clock;
+    SetClock(&clock);
+    setenv("TZ", "UTC-2", 1);
+    tzset();
+    const std::string bytes = SentBytes();
+    setenv("TZ", "Etc/UTC", 1);
+    tzset();
+    SetClock(nullptr);
+    EXPECT_NE(bytes.find("Date: Thu, 29 Feb 2024 13:05:07 +0200\r\n"), std::string::npos) << bytes;
+}
+
+TEST_F(MailContent, SubjectAndBodyOfAnyLanguageSurvive) {
+    m_message->Subject = "Umsätze für März – 売上";
+    m_message->Text = "Grüße\r\nZeile\rdrei – 売上\n";
+    const std::string bytes = SentBytes();
+    const ParsedMessage sent(bytes);
+    EXPECT_EQ(sent.Subject(), "Umsätze für März – 売上");
+    EXPECT_EQ(sent.Content(0), "Grüße\r\nZeile\r\ndrei – 売上\r\n");
+    EXPECT_TRUE(std::all_of(bytes.begin(), bytes.end(), [](char letter) { return letter >= 0; }));
+}
+
+TEST_F(MailContent, NoTextBreaksOutOfItsHeader) {
+    const int plain = ParsedMessage(SentBytes()).HeaderCount();
+    std::filesystem::remove_all(Outbox());
+    m_message->Subject = "Hello\r\nBcc: eve@example.com\r\n\r\nbody";
+    m_message->Attachments().Add().Source = WriteFile("a\nBcc: eve@example.com\".pdf", "x");
+    const ParsedMessage sent(SentBytes());
+    EXPECT_EQ(sent.HeaderCount(), plain);
+    EXPECT_EQ(sent.Header("Bcc"), "");
+    EXPECT_EQ(sent.Subject(), "Hello  Bcc: eve@example.com    body");
+    EXPECT_EQ(sent.FileName(1), "a Bcc: eve@example.com\".pdf");
+}
+
+TEST_F(MailContent, AttachmentsKeepTheirBytesNamesAndKinds) {
+    std::string bytes;
+    for (int value = 0; value < 70000; ++value) {
+        bytes += static_cast<char>(value * 7);
+    }
+    m_message->Attachments().Add().Source = WriteFile("sales.pdf", bytes);
+    m_message->Attachments().Add().Source = WriteFile("Übersicht März.XLS", "\r\n\n\r mixed \r\n");
+    m_message->Attachments().Add().Source = WriteFile("page.htm", "<p>a\nb\r\nc</p>\n");
+    m_message->Attachments().Add().Source = WriteFile("unknown.zzz", "");
+    const ParsedMessage sent(SentBytes());
+    ASSERT_EQ(sent.PartCount(), 5);
+    EXPECT_EQ(sent.Type(0), "text/plain");
+    EXPECT_EQ(sent.Type(1), "application/pdf");
+    EXPECT_EQ(sent.Content(1), bytes);
+    EXPECT_EQ(sent.FileName(1), "sales.pdf");
+    EXPECT_EQ(sent.Type(2), "application/vnd.ms-excel");
+    EXPECT_EQ(sent.Content(2), "\r\n\n\r mixed \r\n");
+    EXPECT_EQ(sent.FileName(2), "Übersicht März.XLS");
+    EXPECT_EQ(sent.Type(3), "text/html");
+    EXPECT_EQ(sent.Content(3), "<p>a\nb\r\nc</p>\n");
+    EXPECT_EQ(sent.Type(4), "application/octet-stream");
+    EXPECT_EQ(sent.Content(4), "");
+}
+
+TEST_F(MailContent, NoLineIsLongerThanMailAllows) {
+    m_message->Subject = std::string(3000, 's');
+    m_message->Text = std::string(5000, 'w') + "\n";
+    m_message->Attachments().Add().Source = WriteFile(std::string(200, 'n') + ".pdf", std::string(5000, 'b'));
+    const std::string bytes = SentBytes();
+    std::size_t start = 0;
+    while (start < bytes.size()) {
+        const std::size_t end = bytes.find("\r\n", start);
+        ASSERT_NE(end, std::string::npos);
+        EXPECT_LE(end - start, 998u) << bytes.substr(start, 60);
+        start = end + 2;
+    }
+    const ParsedMessage sent(bytes);
+    EXPECT_EQ(sent.Content(0), std::string(5000, 'w') + "\r\n");
+}
+
+TEST_F(MailContent, EmptySourceAttachesNothing) {
+    m_message->Attachments().Add();
+    EXPECT_EQ(ParsedMessage(SentBytes()).PartCount(), 1);
+}
+
+TEST_F(MailContent, ManyRecipientsAreAllNamedEachOnce) {
+    for (int number = 0; number < 100; ++number) {
+        m_message->Recipients().Add("Ünit " + std::to_string(number) + " <u" + std::to_string(number) +
+                                    "@example.com>");
+    }
+    m_message->Recipients().Add("ann@EXAMPLE.com");
+    const ParsedMessage sent(SentBytes());
+    EXPECT_EQ(internet_address_list_length(sent.To()), 101);
+}
+
+TEST_F(MailContent, DamagedUtf8DoesNotDamageTheMessage) {
+    m_message->Subject = "bad \xC3\x28 bytes \xFF";
+    m_message->Text = std::string("nul \0 and \xFE", 11);
+    const ParsedMessage sent(SentBytes());
+    EXPECT_EQ(sent.Subject(), "bad \xEF\xBF\xBD( bytes \xEF\xBF\xBD");
+    EXPECT_NE(sent.Content(0).find("and"), std::string::npos);
+}

@@ -1,0 +1,51 @@
+// The machine's own mail program, played by a shell script.
+#include <sys/stat.h>
+
+#include "mail_fixture.h"
+
+namespace {
+
+class Sendmail : public MailTest {
+ public:
+    void UseProgram(const std::string& script) {
+        const auto program = m_folder / "sendmail";
+        WriteBytes(program, "#!/bin/sh\ncd " + m_folder.Path().string() + "\n" + script + "\n");
+        chmod(program.c_str(), S_IRWXU);
+        WriteProfile("Transport=sendmail\nFrom=Reports <reports@example.com>\nTimeout=1\nSendmail=" +
+                     program.string() + "\n");
+    }
+    std::int32_t NumberOf(const std::string& script) {
+        UseProgram(script);
+        const auto message = MakeMessage({"ann@example.com", "-odd@example.com"});
+        return SendingRaises(*message);
+    }
+};
+
+}  // namespace
+
+TEST_F(Sendmail, GetsSenderRecipientsAndMessage) {
+    EXPECT_EQ(NumberOf("for a in \"$@\"; do echo \"$a\"; done > arguments; cat > message"), 0);
+    EXPECT_EQ(ReadBytes(m_folder / "arguments"),
+              "-i\n-f\nreports@example.com\n--\nann@example.com\n-odd@example.com\n");
+    const std::string message = ReadBytes(m_folder / "message");
+    EXPECT_NE(message.find("\nSubject: Sales\n"), std::string::npos) << message;
+    EXPECT_TRUE(message.ends_with("\n\nPlease find the report.\n")) << message;
+    EXPECT_EQ(message.find('\r'), std::string::npos);
+}
+
+TEST_F(Sendmail, RefusalCarriesItsOwnWords) {
+    EXPECT_EQ(NumberOf("echo \"it's closed\" >&2; exit 77"), mailer::ErrMessageRefused);
+    EXPECT_NE(m_text.find("it\"s closed"), std::string::npos) << m_text;
+    EXPECT_EQ(NumberOf("exit 67"), mailer::ErrRecipientRefused);
+}
+
+TEST_F(Sendmail, TryLaterAndSilenceAreALostServer) {
+    EXPECT_EQ(NumberOf("exit 75"), err::MailboxOrServer);
+    EXPECT_EQ(NumberOf("sleep 60"), err::MailboxOrServer);
+}
+
+TEST_F(Sendmail, MissingProgramIsTheProfilesFault) {
+    WriteProfile("Transport=sendmail\nFrom=a@example.com\nSendmail=/no/such/sendmail\n");
+    const auto message = MakeMessage({"ann@example.com"});
+    EXPECT_EQ(NumberRaisedBy([&] { message->Send(); }), mailer::ErrBadProfile);
+}

@@ -1,0 +1,155 @@
+// What becomes of a message with a server that behaves, and with those that do not.
+#include <netinet/in.h>
+#include <sys/socket.h>
+
+#include "mail_fixture.h"
+#include "support/smtp_server.h"
+
+namespace {
+
+// A port that was free a moment ago: nothing listens there.
+int DeadPort() {
+    const int socketFile = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    bind(socketFile, reinterpret_cast<sockaddr*>(&address), sizeof address);
+    socklen_t size = sizeof address;
+    getsockname(socketFile, reinterpret_cast<sockaddr*>(&address), &size);
+    close(socketFile);
+    return ntohs(address.sin_port);
+}
+
+class Smtp : public MailTest {
+ public:
+    void UseServer(int port, const std::string& more = "Security=none\n") {
+        WriteProfile("Transport=smtp\nFrom=Reports <reports@example.com>\nHost=127.0.0.1\nPort=" +
+                     std::to_string(port) + "\nTimeout=1\n" + more);
+    }
+
+    std::unique_ptr<MAPI::Message> TwoRecipients() {
+        return MakeMessage({"Ann <ann@example.com>", "bob@example.com"});
+    }
+
+    // The number that sending to a server of this kind raises; the server has got no message.
+    std::int32_t FailureOf(const std::vector<std::string>& arguments) {
+        const SmtpServer server(arguments);
+        UseServer(server.Port());
+        const auto message = TwoRecipients();
+        const std::int32_t number = SendingRaises(*message);
+        EXPECT_TRUE(server.Messages().empty());
+        m_talk = server.Talk();
+        return number;
+    }
+
+ protected:
+    std::string m_talk;
+};
+
+}  // namespace
+
+TEST_F(Smtp, DeliversOnceToAllRecipients) {
+    const SmtpServer server({});
+    UseServer(server.Port());
+    TwoRecipients()->Send();
+    const auto messages = server.Messages();
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_NE(messages[0].find("X-Envelope-From: reports@example.com\r\n"), std::string::npos);
+    EXPECT_NE(messages[0].find("X-Envelope-To: ann@example.com, bob@example.com\r\n"), std::string::npos);
+    EXPECT_NE(messages[0].find("\r\nSubject: Sales\r\n"), std::string::npos);
+}
+
+TEST_F(Smtp, LinesThatBeginWithADotArriveAsTheyWere) {
+    const SmtpServer server({});
+    UseServer(server.Port());
+    const auto message = TwoRecipients();
+    message->Text = "first\n.\n..two\n.hidden\nlast\n";
+    message->Send();
+    ASSERT_EQ(server.Messages().size(), 1u);
+    EXPECT_TRUE(server.Messages()[0].ends_with("\r\n\r\nfirst\r\n.\r\n..two\r\n.hidden\r\nlast\r\n"));
+}
+
+TEST_F(Smtp, AMegabyteOfAttachmentArrives) {
+    const SmtpServer server({});
+    UseServer(server.Port());
+    const auto message = TwoRecipients();
+    message->Attachments().Add().Source = WriteFile("big.pdf", std::string(1 << 20, 'x'));
+    message->Send();
+    ASSERT_EQ(server.Messages().size(), 1u);
+    EXPECT_GT(server.Messages()[0].size(), std::size_t{4} << 18);
+}
+
+TEST_F(Smtp, NobodyGetsItWhenOneRecipientIsRefused) {
+    EXPECT_EQ(FailureOf({"--mode", "reject-recipient", "--recipient", "bob@example.com"}),
+              mailer::ErrRecipientRefused);
+    EXPECT_NE(m_text.find("\"bob@example.com\""), std::string::npos) << m_text;
+    EXPECT_NE(m_text.find("550"), std::string::npos) << m_text;
+    EXPECT_EQ(m_text.find('\''), std::string::npos) << m_text;
+    EXPECT_EQ(m_talk.find("DATA begun"), std::string::npos) << m_talk;
+}
+
+TEST_F(Smtp, FullMailboxAtTheRecipientIsTheFullNumber) {
+    EXPECT_EQ(FailureOf({"--mode", "full-recipient"}), err::MailboxFull);
+}
+
+TEST_F(Smtp, FullMailboxAfterTheContentIsTheFullNumber) {
+    EXPECT_EQ(FailureOf({"--mode", "full-message"}), err::MailboxFull);
+}
+
+TEST_F(Smtp, RefusedSenderAndRefusedContentAreNoMailboxNumbers) {
+    EXPECT_EQ(FailureOf({"--mode", "reject-sender"}), mailer::ErrMessageRefused);
+    EXPECT_NE(m_text.find("sender"), std::string::npos);
+    EXPECT_EQ(FailureOf({"--mode", "reject-message"}), mailer::ErrMessageRefused);
+}
+
+TEST_F(Smtp, NothingListeningIsALostServer) {
+    UseServer(DeadPort());
+    const auto message = TwoRecipients();
+    EXPECT_EQ(NumberRaisedBy([&] { message->Send(); }), err::MailboxOrServer);
+}
+
+TEST_F(Smtp, NameWithoutAddressIsALostServer) {
+    WriteProfile("Transport=smtp\nFrom=a@example.com\nHost=no-such-host.invalid\nSecurity=none\nTimeout=5\n");
+    const auto message = TwoRecipients();
+    EXPECT_EQ(NumberRaisedBy([&] { message->Send(); }), err::MailboxOrServer);
+}
+
+TEST_F(Smtp, GreetingThatTurnsAwayIsALostServer) {
+    EXPECT_EQ(FailureOf({"--mode", "greet-421"}), err::MailboxOrServer);
+    EXPECT_NE(m_text.find("closing for the night"), std::string::npos) << m_text;
+    EXPECT_EQ(FailureOf({"--mode", "greet-554"}), err::MailboxOrServer);
+}
+
+TEST_F(Smtp, DropBeforeTheGreetingOrInTheContentIsALostServer) {
+    EXPECT_EQ(FailureOf({"--mode", "drop-greeting"}), err::MailboxOrServer);
+    EXPECT_EQ(FailureOf({"--mode", "drop-data"}), err::MailboxOrServer);
+}
+
+TEST_F(Smtp, TryLaterIsALostServer) {
+    EXPECT_EQ(FailureOf({"--mode", "later"}), err::MailboxOrServer);
+}
+
+TEST_F(Smtp, SilentServerIsLostAfterTheTimeout) {
+    EXPECT_EQ(FailureOf({"--mode", "hang"}), err::MailboxOrServer);
+    EXPECT_NE(m_text.find("in time"), std::string::npos) << m_text;
+}
+
+TEST_F(Smtp, ServerThatFallsSilentAfterTheContentIsLost) {
+    EXPECT_EQ(FailureOf({"--mode", "hang-data"}), err::MailboxOrServer);
+}
+
+TEST_F(Smtp, DropAfterTheAcceptedContentIsSentAndNoError) {
+    const SmtpServer server({"--mode", "drop-after-data"});
+    UseServer(server.Port());
+    const auto message = TwoRecipients();
+    EXPECT_EQ(NumberRaisedBy([&] { message->Send(); }), 0);
+    EXPECT_EQ(server.Messages().size(), 1u);
+}
+
+TEST_F(Smtp, SilenceAfterTheAcceptedContentIsSentAndNoError) {
+    const SmtpServer server({"--mode", "hang-quit"});
+    UseServer(server.Port());
+    const auto message = TwoRecipients();
+    EXPECT_EQ(NumberRaisedBy([&] { message->Send(); }), 0);
+    EXPECT_EQ(server.Messages().size(), 1u);
+}
