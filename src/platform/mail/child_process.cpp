@@ -57,6 +57,7 @@ pid_t Spawn(const std::vector<std::string>& arguments, int input, const Pipe& ou
 
     std::vector<std::string> copies = arguments;
     std::vector<char*> pointers;
+    pointers.reserve(copies.size() + 1);
     for (std::string& copy : copies) {
         pointers.push_back(copy.data());
     }

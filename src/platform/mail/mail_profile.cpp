@@ -183,7 +183,7 @@ class ProfileReader {
                                                    ? " with exit code " + std::to_string(result.exitCode)
                                                    : std::string()));
         }
-        const std::string password = result.output.substr(0, result.output.find_last_not_of("\r\n") + 1);
+        std::string password = result.output.substr(0, result.output.find_last_not_of("\r\n") + 1);
         if (password.empty() || HasControls(password)) {
             Refuse("PasswordCommand wrote no password of one line");
         }
