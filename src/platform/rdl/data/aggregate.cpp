@@ -60,7 +60,7 @@ struct Totals {
     }
 
     Value Result(AggregateKind kind, const Culture& culture) const {
-        const Value variance = spread.Variance(kind == AggregateKind::VarP || kind == AggregateKind::StDevP);
+        Value variance = spread.Variance(kind == AggregateKind::VarP || kind == AggregateKind::StDevP);
         switch (kind) {
             case AggregateKind::Sum:
                 return sum;
@@ -99,7 +99,7 @@ Value Aggregate(AggregateKind kind, std::size_t rows, const std::function<Value(
     }
     Totals totals;
     for (std::size_t row = 0; row < rows; ++row) {
-        const Value value = argument(row);
+        Value value = argument(row);
         if (value.IsError()) {
             return value;
         }

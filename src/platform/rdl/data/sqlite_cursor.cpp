@@ -70,7 +70,7 @@ class SqliteCursor : public Cursor {
     }
 
     Value Cell(std::size_t column) override {
-        const Value value = Stored(static_cast<int>(column));
+        Value value = Stored(static_cast<int>(column));
         return m_types[column] == FieldType::Untyped ? value : ConvertStored(value, m_types[column]);
     }
 

@@ -21,7 +21,7 @@ Value NoTruth(const Value& value) {
 Value EvaluateChain(const Node& node, Inputs& inputs, bool decisive) {
     bool unknown = false;
     for (const NodePtr& child : node.children) {
-        const Value value = EvaluateNode(*child, inputs);
+        Value value = EvaluateNode(*child, inputs);
         if (value.IsNull()) {
             unknown = true;
         } else if (value.kind() != Kind::Boolean) {
@@ -36,7 +36,7 @@ Value EvaluateChain(const Node& node, Inputs& inputs, bool decisive) {
 Value EvaluateXor(const Node& node, Inputs& inputs) {
     bool odd = false;
     for (const NodePtr& child : node.children) {
-        const Value value = EvaluateNode(*child, inputs);
+        Value value = EvaluateNode(*child, inputs);
         if (value.kind() != Kind::Boolean) {
             return value.IsNull() ? value : NoTruth(value);
         }
@@ -46,7 +46,7 @@ Value EvaluateXor(const Node& node, Inputs& inputs) {
 }
 
 Value EvaluateNot(const Node& node, Inputs& inputs) {
-    const Value value = EvaluateNode(*node.children[0], inputs);
+    Value value = EvaluateNode(*node.children[0], inputs);
     if (value.kind() != Kind::Boolean) {
         return value.IsNull() ? value : NoTruth(value);
     }
@@ -127,7 +127,7 @@ Value AnyOf(const Value& value, Test test) {
     }
     bool unknown = false;
     for (const Value& one : value.AsList()) {
-        const Value result = test(one);
+        Value result = test(one);
         if (result.IsError() || (result.kind() == Kind::Boolean && result.AsBoolean())) {
             return result;
         }
@@ -137,12 +137,12 @@ Value AnyOf(const Value& value, Test test) {
 }
 
 Value EvaluateComparison(const Node& node, Inputs& inputs) {
-    const Value left = EvaluateNode(*node.children[0], inputs);
-    const Value right = EvaluateNode(*node.children[1], inputs);
+    Value left = EvaluateNode(*node.children[0], inputs);
+    Value right = EvaluateNode(*node.children[1], inputs);
     const Culture& culture = inputs.CurrentCulture();
     if (node.kind == NodeKind::NotEqual && (left.kind() == Kind::List || right.kind() == Kind::List)) {
         // Unequal to a list is unequal to all of it.
-        const Value equal = AnyOf(right, [&](const Value& r) {
+        Value equal = AnyOf(right, [&](const Value& r) {
             return AnyOf(left, [&](const Value& l) { return CompareTwo(NodeKind::Equal, l, r, culture); });
         });
         return equal.kind() == Kind::Boolean ? Truth(!equal.AsBoolean()) : equal;
@@ -154,7 +154,7 @@ Value EvaluateComparison(const Node& node, Inputs& inputs) {
 
 Value InRange(const Node& range, const Value& value, Inputs& inputs) {
     const Culture& culture = inputs.CurrentCulture();
-    const Value above =
+    Value above =
         CompareTwo(NodeKind::GreaterOrEqual, value, EvaluateNode(*range.children[0], inputs), culture);
     if (above.kind() != Kind::Boolean || !above.AsBoolean()) {
         return above;
@@ -176,20 +176,20 @@ Value TextTest(NodeKind kind, const Value& left, const Value& right, const Cultu
 
 // In, Like and StartsWith: left against the elements of a choice.
 Value EvaluateChoice(const Node& node, Inputs& inputs) {
-    const Value left = EvaluateNode(*node.children[0], inputs);
+    Value left = EvaluateNode(*node.children[0], inputs);
     if (left.IsNull() || left.IsError()) {
         return left;
     }
     const Culture& culture = inputs.CurrentCulture();
     bool unknown = false;
     for (const NodePtr& element : node.children[1]->children) {
-        const Value result = element->kind == NodeKind::Range
-                                 ? InRange(*element, left, inputs)
-                                 : AnyOf(EvaluateNode(*element, inputs), [&](const Value& right) {
-                                       return node.kind == NodeKind::In
-                                                  ? CompareTwo(NodeKind::Equal, left, right, culture)
-                                                  : TextTest(node.kind, left, right, culture);
-                                   });
+        Value result = element->kind == NodeKind::Range
+                           ? InRange(*element, left, inputs)
+                           : AnyOf(EvaluateNode(*element, inputs), [&](const Value& right) {
+                                 return node.kind == NodeKind::In
+                                            ? CompareTwo(NodeKind::Equal, left, right, culture)
+                                            : TextTest(node.kind, left, right, culture);
+                             });
         if (result.IsError() || (result.kind() == Kind::Boolean && result.AsBoolean())) {
             return result;
         }
@@ -293,8 +293,8 @@ Value Join(const Value& left, const Value& right, const Culture& culture) {
 }
 
 Value EvaluateArithmetic(const Node& node, Inputs& inputs) {
-    const Value left = EvaluateNode(*node.children[0], inputs);
-    const Value right = EvaluateNode(*node.children[1], inputs);
+    Value left = EvaluateNode(*node.children[0], inputs);
+    Value right = EvaluateNode(*node.children[1], inputs);
     if (left.IsError() || left.IsNull()) {
         return left;
     }
@@ -318,7 +318,7 @@ Value EvaluateArithmetic(const Node& node, Inputs& inputs) {
 }
 
 Value EvaluateNegate(const Node& node, Inputs& inputs) {
-    const Value value = EvaluateNode(*node.children[0], inputs);
+    Value value = EvaluateNode(*node.children[0], inputs);
     if (value.IsError() || value.IsNull()) {
         return value;
     }
@@ -327,7 +327,7 @@ Value EvaluateNegate(const Node& node, Inputs& inputs) {
 }
 
 Value EvaluateIf(const Node& node, Inputs& inputs) {
-    const Value condition = EvaluateNode(*node.children[0], inputs);
+    Value condition = EvaluateNode(*node.children[0], inputs);
     if (condition.kind() != Kind::Boolean && !condition.IsNull()) {
         return NoTruth(condition);
     }
@@ -376,7 +376,7 @@ Value EvaluateNode(const Node& node, Inputs& inputs) {
         case NodeKind::StartsWith:
             return EvaluateChoice(node, inputs);
         case NodeKind::IsNull: {
-            const Value value = EvaluateNode(*node.children[0], inputs);
+            Value value = EvaluateNode(*node.children[0], inputs);
             return value.IsError() ? value : Truth(value.IsNull());
         }
         case NodeKind::Negate:
