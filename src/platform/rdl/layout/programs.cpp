@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "platform/rdl/error.h"
+#include "platform/rdl/expr/code.h"
 
 namespace rdl::layout {
 namespace {
@@ -65,6 +66,7 @@ class Programs::Context : public expr::CompileContext {
     }
 
     std::unordered_map<std::string, std::string> scopes;  // scope -> data set
+    std::unique_ptr<expr::CodeLibrary> library;
 
  private:
     const Definition& m_definition;
@@ -322,6 +324,10 @@ Programs::Programs(const Definition& definition, const std::map<std::string, Tab
         m_onlyDataSet = definition.dataSets.front().name;
     }
     m_programs.resize(static_cast<std::size_t>(std::max(0, definition.expressionCount)));
+    if (!definition.code.empty()) {
+        m_context->library = std::make_unique<expr::CodeLibrary>(definition.code, *m_context);
+        m_context->code = m_context->library.get();
+    }
     Walker(*this, definition, false).Report();
     Walker walker(*this, definition, true);
     walker.Report();
