@@ -31,8 +31,7 @@ struct XlsFile::Parts {
             compound = nullptr;
         }
         if (sink) {
-            good = gsf_output_close(sink) && good;
-            g_object_unref(sink);
+            g_object_unref(sink);  // closed with the compound file
             sink = nullptr;
         }
         return good;

@@ -13,7 +13,7 @@ namespace rdl::writers {
 // sometimes there. Nothing when Excel has no such format: the cell is then its text.
 std::optional<std::string> ExcelFormat(const Value& value, std::string_view format, const Culture& culture,
                                        std::string_view shown);
-// The same for whatever value when no part of the format depends on it.
+// Whether the format has decimals that only some values show.
 bool DependsOnValue(std::string_view format);
 
 }  // namespace rdl::writers

@@ -28,7 +28,10 @@ class ChainWriter {
         m_records.U16(static_cast<unsigned>(text.size()));
         m_records.U8(narrow ? 0 : 1);
         for (;;) {
-            const std::size_t fits = std::min(text.size(), Room() / (narrow ? 1 : 2));
+            std::size_t fits = std::min(text.size(), Room() / (narrow ? 1 : 2));
+            if (fits > 0 && fits < text.size() && (text[fits - 1] & 0xFC00) == 0xD800) {
+                --fits;  // readers take each record's part by itself
+            }
             for (const char16_t c : text.substr(0, fits)) {
                 if (narrow) {
                     m_records.U8(c);
