@@ -161,12 +161,11 @@ double TableFlow::RowHeight(const Prepared& prepared, double y) const {
 }
 
 bool TableFlow::EndsPageBefore(const Prepared& prepared, double y, double bottom) {
-    const bool hasAbove =
-        m_rowsOnPage > 0 || (m_context.painter.HasContent() && !m_context.painter.IsAtTop(y));
+    const bool hasAbove = m_rowsOnPage > 0 || m_waitsForRoom;
     if (prepared.begun) {
         return false;
     }
-    if (prepared.row.breakBefore && (m_rowsOnPage > 0 || m_context.painter.HasContent()) &&
+    if (prepared.row.breakBefore && (m_rowsOnPage > 0 || m_contentBefore) &&
         m_brokenBefore != prepared.index) {
         m_brokenBefore = prepared.index;
         return true;
@@ -489,6 +488,9 @@ Flow::Outcome TableFlow::Place(double x, double y, double available) {
     PlaceColumns(x);
     m_bottoms.clear();
     m_rowsOnPage = 0;
+    // Asked before headers are repeated: those are no reason to wait for another page, which has them too.
+    m_waitsForRoom = MayWait(y);
+    m_contentBefore = m_context.painter.HasContent();
     if (!m_begun) {
         m_context.painter.Marks({x, y, m_item.width, 0}, m_item);
     }

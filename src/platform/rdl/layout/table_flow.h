@@ -84,6 +84,7 @@ class TableFlow final : public Flow {
     std::size_t m_rowsOnPage = 0;
     std::size_t m_brokenBefore = static_cast<std::size_t>(-1);  // row that a page break was made for
     bool m_begun = false;
+    bool m_waitsForRoom = false, m_contentBefore = false;  // other items stand above on the page
 };
 
 }  // namespace rdl::layout

@@ -110,6 +110,21 @@ TEST(Pages, ATextLongerThanAPageIsSplitByLines) {
     EXPECT_EQ(lines, 60U);
 }
 
+TEST(Pages, ARowHigherThanThePageBelowItsHeaderIsSplit) {
+    std::string text;
+    for (int i = 0; i < 60; ++i) {
+        text += "line" + std::to_string(i) + "\n";
+    }
+    const auto table = Tablix(1, RowOf(Cell("Head", "Head")) + RowOf(Cell("V", text)),
+                              "<TablixMember><KeepWithGroup>After</KeepWithGroup><RepeatOnNewPage>true</"
+                              "RepeatOnNewPage></TablixMember>"
+                              "<TablixMember><Group Name=\"D\"/></TablixMember>");
+    const auto sink = PagesOf(BuildKit(Report(table), Sales(Many(2))));
+    EXPECT_GT(sink.bodies.size(), 4U);
+    EXPECT_LT(sink.bodies.size(), 10U);
+    EXPECT_EQ(sink.bodies[1].front(), "Head");
+}
+
 TEST(Pages, TheLimitOfPagesIsAnError) {
     const auto kit = BuildKit(Report(HeaderedTable("")), Sales(Many(1000)));
     TextSink sink;
