@@ -35,7 +35,7 @@ std::string PlaceOf(const XmlElement& element) {
                                          : element.name + " " + WithoutMarks(element.nameAttribute);
 }
 
-Context::Context(std::string fileName, const DefinitionLimits& limits)
+Context::Context(const std::string& fileName, const DefinitionLimits& limits)
     : m_fileName(WithoutMarks(fileName)), m_limits(limits) {}
 
 Expr Context::MakeExpr(const XmlElement& element, const std::string& where) {

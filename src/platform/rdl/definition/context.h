@@ -12,7 +12,7 @@ namespace rdl {
 // `where` names the item for people throughout: "Textbox Total"; a property is put behind it with a comma.
 class Context {
  public:
-    Context(std::string fileName, const DefinitionLimits& limits);
+    Context(const std::string& fileName, const DefinitionLimits& limits);
 
     // The element's text as a constant or, beginning with =, as an expression with the next number.
     Expr MakeExpr(const XmlElement& element, const std::string& where);

@@ -69,6 +69,7 @@ class TablixReader {
         }
         std::vector<const XmlElement*> rows = Entries(body->Child("TablixRows"), "TablixRow");
         std::vector<double> heights;
+        heights.reserve(rows.size());
         for (const XmlElement* row : rows) {
             heights.push_back(m_context.Size(*row, "Height", m_where + ", TablixRow"));
         }

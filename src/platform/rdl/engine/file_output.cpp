@@ -5,7 +5,7 @@
 namespace rdl::engine {
 namespace {
 
-constexpr std::size_t BufferSize = 256 * 1024;
+constexpr std::size_t BufferSize = std::size_t{256} << 10;
 
 mode_t FileMode() {
     const mode_t mask = umask(0);
