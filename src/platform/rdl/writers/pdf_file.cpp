@@ -1,0 +1,186 @@
+#include "platform/rdl/writers/pdf_file.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "platform/rdl/error.h"
+#include "platform/rdl/writers/utf8.h"
+
+namespace rdl::writers {
+namespace {
+
+constexpr int DeflateLevel = 1;  // pages are many and short: time counts for more than the last tenth of size
+
+std::uint64_t Mix(std::uint64_t hash, std::string_view bytes) {
+    for (const char c : bytes) {
+        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ull;
+    }
+    return hash;
+}
+
+}  // namespace
+
+PdfFile::PdfFile(Output& output) : m_output(output) {
+    if (deflateInit(&m_deflate, DeflateLevel) != Z_OK) {
+        throw Error("PDF: no memory to compress with");
+    }
+    // The second line tells transfer programs that the file is binary.
+    Put("%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
+}
+
+PdfFile::~PdfFile() {
+    deflateEnd(&m_deflate);
+}
+
+void PdfFile::Put(std::string_view bytes) {
+    m_output.Write(bytes);
+    m_position += bytes.size();
+}
+
+int PdfFile::Reserve() {
+    m_places.push_back(0);
+    return static_cast<int>(m_places.size());
+}
+
+void PdfFile::Begin(int number) {
+    m_places[static_cast<std::size_t>(number) - 1] = m_position;
+    Put(std::to_string(number) + " 0 obj\n");
+}
+
+void PdfFile::Object(int number, std::string_view body) {
+    Begin(number);
+    Put(body);
+    Put("\nendobj\n");
+}
+
+int PdfFile::Object(std::string_view body) {
+    const int number = Reserve();
+    Object(number, body);
+    return number;
+}
+
+std::string_view PdfFile::Deflate(std::string_view data) {
+    deflateReset(&m_deflate);
+    m_packed.resize(deflateBound(&m_deflate, static_cast<uLong>(data.size())));
+    m_deflate.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data.data()));
+    m_deflate.avail_in = static_cast<uInt>(data.size());
+    m_deflate.next_out = reinterpret_cast<Bytef*>(m_packed.data());
+    m_deflate.avail_out = static_cast<uInt>(m_packed.size());
+    if (deflate(&m_deflate, Z_FINISH) != Z_STREAM_END) {
+        throw Error("PDF: a stream could not be compressed");
+    }
+    return {m_packed.data(), m_packed.size() - m_deflate.avail_out};
+}
+
+void PdfFile::Stream(int number, std::string_view entries, std::string_view data, bool compress) {
+    const std::string_view bytes = compress ? Deflate(data) : data;
+    Begin(number);
+    std::string head = "<<";
+    head += entries;
+    head += "/Length " + std::to_string(bytes.size());
+    head += compress ? "/Filter/FlateDecode>>\nstream\n" : ">>\nstream\n";
+    Put(head);
+    Put(bytes);
+    Put("\nendstream\nendobj\n");
+}
+
+int PdfFile::Stream(std::string_view entries, std::string_view data, bool compress) {
+    const int number = Reserve();
+    Stream(number, entries, data, compress);
+    return number;
+}
+
+void PdfFile::Finish(int catalog, int info, std::string_view seed) {
+    const std::uint64_t start = m_position;
+    std::uint64_t first = Mix(14695981039346656037ull, seed), second = Mix(7809847782465536322ull, seed);
+    std::string table = "xref\n0 " + std::to_string(m_places.size() + 1) + "\n0000000000 65535 f \n";
+    char line[32];
+    for (const std::uint64_t place : m_places) {
+        std::snprintf(line, sizeof line, "%010llu %05d %c \n", static_cast<unsigned long long>(place),
+                      place ? 0 : 65535, place ? 'n' : 'f');
+        table += line;
+        first = Mix(first, line);
+        second = Mix(second, line);
+    }
+    char id[40];
+    std::snprintf(id, sizeof id, "<%016llX%016llX>", static_cast<unsigned long long>(first),
+                  static_cast<unsigned long long>(second));
+    table += "trailer\n<</Size " + std::to_string(m_places.size() + 1) + "/Root " + PdfReference(catalog) +
+             "/Info " + PdfReference(info) + "/ID[" + id + id + "]>>\nstartxref\n" + std::to_string(start) +
+             "\n%%EOF\n";
+    Put(table);
+}
+
+std::string PdfReference(int number) {
+    return std::to_string(number) + " 0 R";
+}
+
+std::string PdfHexUtf16(std::string_view utf8) {
+    std::string hex;
+    char unit[8];
+    const auto put = [&](unsigned value) {
+        std::snprintf(unit, sizeof unit, "%04X", value);
+        hex += unit;
+    };
+    for (std::size_t i = 0; i < utf8.size();) {
+        const char32_t code = NextCodePoint(utf8, i);
+        if (code < 0x10000) {
+            put(static_cast<unsigned>(code));
+        } else {
+            put(0xD800u + static_cast<unsigned>((code - 0x10000) >> 10));
+            put(0xDC00u + static_cast<unsigned>((code - 0x10000) & 0x3FF));
+        }
+    }
+    return hex;
+}
+
+std::string PdfText(std::string_view utf8) {
+    const bool plain = std::all_of(utf8.begin(), utf8.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
+    return plain ? PdfLiteral(utf8) : "<FEFF" + PdfHexUtf16(utf8) + ">";
+}
+
+std::string PdfLiteral(std::string_view bytes) {
+    std::string out = "(";
+    for (const char c : bytes) {
+        if (c == '(' || c == ')' || c == '\\') {
+            out += '\\';
+        }
+        if (c == '\r') {
+            out += "\\r";
+        } else {
+            out += c;
+        }
+    }
+    return out + ")";
+}
+
+void PdfNumber(std::string& out, double number) {
+    constexpr double Bound = 1e6;
+    const double held = std::isnan(number) ? 0 : std::clamp(number, -Bound, Bound);
+    long long thousandths = std::llround(held * 1000);
+    if (thousandths < 0) {
+        out += '-';
+        thousandths = -thousandths;
+    }
+    char digits[24];
+    int length = 0;
+    for (long long whole = thousandths / 1000; whole || length == 0; whole /= 10) {
+        digits[length++] = static_cast<char>('0' + whole % 10);
+    }
+    while (length) {
+        out += digits[--length];
+    }
+    if (const int rest = static_cast<int>(thousandths % 1000)) {
+        out += '.';
+        out += static_cast<char>('0' + rest / 100);
+        if (rest % 100) {
+            out += static_cast<char>('0' + rest / 10 % 10);
+        }
+        if (rest % 10) {
+            out += static_cast<char>('0' + rest % 10);
+        }
+    }
+}
+
+}  // namespace rdl::writers

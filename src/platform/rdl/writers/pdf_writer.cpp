@@ -1,0 +1,167 @@
+#include <array>
+#include <cstdio>
+#include <vector>
+
+#include "platform/rdl/format/format.h"
+#include "platform/rdl/writers/flow.h"
+#include "platform/rdl/writers/pdf_content.h"
+#include "platform/rdl/writers/pdf_outline.h"
+#include "platform/rdl/writers/writers.h"
+
+namespace rdl::writers {
+namespace {
+
+// Takes the pages as they are laid out; of each only the numbers of its objects are kept until the end.
+class PdfPages : public layout::PageSink {
+ public:
+    explicit PdfPages(PdfFile& file) : m_file(file), m_images(file), m_content(m_fonts, m_images) {}
+
+    void Body(int page, layout::Page& content) override {
+        Sheet& sheet = At(page);
+        sheet.width = content.width;
+        sheet.height = content.height;
+        sheet.streams[0] = Add(sheet, content);
+    }
+    void Margins(int page, layout::Page& content) override {
+        Sheet& sheet = At(page);
+        sheet.streams[1] = Add(sheet, content);
+    }
+    // Returns the page tree's number.
+    int Finish();
+    std::string Outline() { return m_outline.Write(m_file); }
+
+ private:
+    struct Sheet {
+        int object = 0;
+        double width = 0, height = 0;
+        std::array<int, 2> streams{};
+        std::vector<int> links;
+    };
+
+    Sheet& At(int page) {
+        while (m_sheets.size() <= static_cast<std::size_t>(page)) {
+            m_sheets.emplace_back().object = m_file.Reserve();
+        }
+        return m_sheets[static_cast<std::size_t>(page)];
+    }
+    int Add(Sheet& sheet, const layout::Page& content) {
+        for (const layout::Op& op : content.ops) {
+            if (const auto* link = std::get_if<layout::LinkOp>(&op)) {
+                AddLink(sheet, *link);
+            } else if (const auto* anchor = std::get_if<layout::AnchorOp>(&op)) {
+                AddAnchor(sheet, *anchor);
+            }
+        }
+        return m_file.Stream("", m_content.Draw(content, sheet.height));
+    }
+    void AddLink(Sheet& sheet, const layout::LinkOp& link);
+    void AddAnchor(const Sheet& sheet, const layout::AnchorOp& anchor);
+
+    PdfFile& m_file;
+    PdfFonts m_fonts;
+    PdfImages m_images;
+    PdfContent m_content;
+    PdfOutline m_outline;
+    std::vector<Sheet> m_sheets;
+};
+
+void PdfPages::AddLink(Sheet& sheet, const layout::LinkOp& link) {
+    std::string target;
+    if (!link.bookmark.empty()) {
+        target = "/Dest" + PdfLiteral(link.bookmark);
+    } else if (const std::string uri = SafeLink(link.uri); !uri.empty()) {
+        target = "/A<</S/URI/URI" + PdfLiteral(uri) + ">>";
+    } else {
+        return;
+    }
+    std::string body = "<</Type/Annot/Subtype/Link/Border[0 0 0]/Rect[";
+    for (const double edge :
+         {link.x, sheet.height - link.y - link.height, link.x + link.width, sheet.height - link.y}) {
+        PdfNumber(body, edge);
+        body += ' ';
+    }
+    sheet.links.push_back(m_file.Object(body + "]" + target + ">>"));
+}
+
+void PdfPages::AddAnchor(const Sheet& sheet, const layout::AnchorOp& anchor) {
+    const double y = sheet.height - anchor.y;
+    if (!anchor.bookmark.empty()) {
+        m_outline.AddDestination(anchor.bookmark, sheet.object, anchor.x, y);
+    }
+    if (!anchor.label.empty()) {
+        m_outline.AddEntry(anchor.label, anchor.level, sheet.object, anchor.x, y);
+    }
+}
+
+int PdfPages::Finish() {
+    const std::string fonts = m_fonts.Write(m_file);
+    const int resources = m_file.Object("<</Font<<" + fonts + ">>/XObject<<" + m_images.Resources() +
+                                        ">>/ExtGState<<" + m_content.Resources() + ">>>>");
+    const int tree = m_file.Reserve();
+    std::string kids = "<</Type/Pages/Count " + std::to_string(m_sheets.size()) + "/Kids[";
+    for (const Sheet& sheet : m_sheets) {
+        std::string body = "<</Type/Page/Parent " + PdfReference(tree) + "/MediaBox[0 0 ";
+        PdfNumber(body, sheet.width);
+        body += ' ';
+        PdfNumber(body, sheet.height);
+        body += "]/Resources " + PdfReference(resources) + "/Contents[";
+        for (const int stream : sheet.streams) {
+            body += stream ? PdfReference(stream) + " " : "";
+        }
+        body += "]";
+        if (!sheet.links.empty()) {
+            body += "/Annots[";
+            for (const int link : sheet.links) {
+                body += PdfReference(link) + " ";
+            }
+            body += "]";
+        }
+        m_file.Object(sheet.object, body + ">>");
+        kids += PdfReference(sheet.object) + " ";
+    }
+    m_file.Object(tree, kids + "]>>");
+    return tree;
+}
+
+std::string Date(std::int64_t ticks) {
+    const DateTimeParts at = SplitTicks(ticks);
+    char text[32];
+    std::snprintf(text, sizeof text, "(D:%04d%02d%02d%02d%02d%02d)", at.year, at.month, at.day, at.hour,
+                  at.minute, at.second);
+    return text;
+}
+
+std::string Info(const layout::ReportInstance& report, const Options& options) {
+    std::string info = "<</Producer(Oxbow Courier)";
+    const auto add = [&](const char* key, const std::string& text) {
+        if (!text.empty()) {
+            info += key + PdfText(text);
+        }
+    };
+    add("/Title", report.title);
+    add("/Author", report.author);
+    add("/Subject", report.description);
+    const std::string date = Date(options.nowTicks);
+    return info + "/CreationDate" + date + "/ModDate" + date + ">>";
+}
+
+}  // namespace
+
+void WritePdf(layout::ReportInstance& report, Output& output, const Options& options) {
+    PdfFile file(output);
+    PdfPages pages(file);
+    layout::Paginate(report, pages);
+    const int tree = pages.Finish();
+    std::string catalog = "<</Type/Catalog/Pages " + PdfReference(tree) + pages.Outline();
+    if (!report.language.empty()) {
+        catalog += "/Lang" + PdfText(report.language);
+    }
+    if (!report.title.empty()) {
+        catalog += "/ViewerPreferences<</DisplayDocTitle true>>";
+    }
+    const int root = file.Object(catalog + ">>");
+    const std::string info = Info(report, options);
+    file.Finish(root, file.Object(info), info);
+}
+
+}  // namespace rdl::writers
