@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -31,7 +33,7 @@ bool HasReader() {
 // What a reader of workbooks prints for a script that has the book as `b`.
 std::string Ask(const std::string& workbook, const std::string& script) {
     const std::filesystem::path path =
-        std::filesystem::temp_directory_path() / ("oxc-xls-" + std::to_string(std::rand()) + ".xls");
+        std::filesystem::temp_directory_path() / ("oxc-xls-" + std::to_string(getpid()) + ".xls");
     std::ofstream(path, std::ios::binary) << workbook;
     const std::string command = "/usr/bin/python3 -c \"import xlrd\nb = xlrd.open_workbook('" +
                                 path.string() + "', formatting_info=True)\ns = b.sheet_by_index(0)\n" +
