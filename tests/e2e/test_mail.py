@@ -1,0 +1,212 @@
+"""Mail against a real server on loopback: each failure takes its road, nothing goes out twice and nothing is lost."""
+
+import email
+import email.policy
+import pathlib
+import socket
+import subprocess
+import sys
+import time
+import unittest
+
+from harness import SUPPORT, CourierTest
+
+MAILBOX = "Your mailbox is over the limit or the Exchange Server is down! Sending mail failed"
+
+
+def free_port():
+    with socket.socket() as probe:
+        probe.bind(("127.0.0.1", 0))
+        return probe.getsockname()[1]
+
+
+class Server:
+    def __init__(self, folder, *arguments, port=0):
+        self.folder = pathlib.Path(folder)
+        self.process = subprocess.Popen([sys.executable, str(SUPPORT / "smtp_server.py"), "--port", str(port),
+                                         *arguments, str(folder)], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.port = int(self.process.stdout.readline())
+
+    def close(self):
+        self.process.kill()
+        self.process.wait()
+        self.process.stdin.close()
+        self.process.stdout.close()
+
+    def messages(self):
+        found = []
+        for path in sorted(self.folder.glob("*.eml")):
+            with open(path, "rb") as file:
+                found.append(email.message_from_binary_file(file, policy=email.policy.default))
+        return found
+
+    def reports(self):
+        return [m for m in self.messages() if m["Subject"] == "Figures"]
+
+    def alerts(self):
+        return [m for m in self.messages() if m["Subject"] == "Pressroom Error"]
+
+
+class Mail(CourierTest):
+    def serve(self, *arguments, port=0, name="mail"):
+        server = Server(self.courier.folder / name, *arguments, port=port)
+        self.addCleanup(server.close)
+        return server
+
+    def use(self, port, security="none", more=""):
+        self.courier.profile("Transport=smtp\nHost=127.0.0.1\nPort=%d\nSecurity=%s\nTimeout=2\n%s"
+                             % (port, security, more))
+
+    def assert_once(self, server, key):
+        self.courier.wait(lambda: self.courier.history(key), what="history row")
+        self.assertEqual(self.courier.history(key)[0][2], "Success")
+        # Two more polls send nothing more.
+        polls = self.courier.schedule(NextRun="2020-01-01", Frequency="Daily")
+        self.courier.wait(lambda: len(self.courier.history(polls)) >= 2, what="two more polls")
+        self.courier.stop()
+        self.assertEqual(len([m for m in server.reports() if m["X-Envelope-To"] == "ann@example.com"])
+                         - len(self.courier.history(polls)), 1)
+
+    # A server that takes the mail
+
+    def check_accepted(self, word, security, more=""):
+        arguments = ["--security", security] if security != "none" else []
+        server = self.serve(*arguments, "--certificate-name", "127.0.0.1")
+        self.use(server.port, security, more)
+        key = self.courier.schedule(Format=word)
+        self.courier.run_until_history()
+        self.assertEqual(self.courier.history(key)[0][2:], ("Success", "None"))
+        self.assertEqual([m["X-Envelope-To"] for m in server.messages()], ["ann@example.com"])
+
+    def test_engines_mail_is_taken(self):
+        self.check_accepted("Acrobat Format (PDF)", "none")
+
+    def test_html_mail_is_taken(self):
+        self.check_accepted("DHTML", "none")
+
+    def test_starttls(self):
+        self.check_accepted("DHTML", "starttls", "CAFile=%s\n" % (self.courier.folder / "mail" / "ca.pem"))
+
+    def test_tls(self):
+        self.check_accepted("Acrobat Format (PDF)", "tls", "CAFile=%s\n" % (self.courier.folder / "mail" / "ca.pem"))
+
+    def test_answer_lost_after_the_message_was_taken_sends_nothing_twice(self):
+        server = self.serve("--mode", "drop-after-data")
+        self.use(server.port)
+        key = self.courier.schedule(Format="DHTML")
+        self.courier.start()
+        self.assert_once(server, key)
+
+    # A server or mailbox that takes nothing: one box, no row, no alert; made up when it is back
+
+    def check_mailbox_road(self, *arguments, port=None):
+        bad = self.serve(*arguments, name="bad") if arguments else None
+        port = bad.port if bad else port
+        self.use(port)
+        key = self.courier.schedule(Format="DHTML")
+        due = self.courier.next_run(key)
+        self.courier.start()
+        self.courier.wait(lambda: MAILBOX in self.courier.said(), what="box")
+        self.assertEqual(self.courier.history(key), [])
+        self.assertEqual(self.courier.next_run(key), due)
+        if bad:
+            self.assertEqual(bad.messages(), [])
+            bad.close()
+        good = self.serve(port=port, name="good")
+        self.assert_once(good, key)
+        self.assertEqual(good.alerts(), [])
+
+    def test_full_mailbox(self):
+        self.check_mailbox_road("--mode", "full-recipient")
+
+    def test_message_over_the_limit(self):
+        self.check_mailbox_road("--mode", "full-message")
+
+    def test_connection_dropped_in_the_message(self):
+        self.check_mailbox_road("--mode", "drop-data")
+
+    def test_server_that_hangs(self):
+        self.check_mailbox_road("--mode", "hang")
+
+    def test_server_that_is_closing(self):
+        self.check_mailbox_road("--mode", "greet-421")
+
+    def test_server_that_is_not_there(self):
+        self.check_mailbox_road(port=free_port())
+
+    # Other failures: the alert, no row for an HTML report, a failure row for the engine's own mail
+
+    def test_refused_recipient_of_an_html_report_is_alerted_and_nobody_gets_it(self):
+        server = self.serve("--mode", "reject-recipient", "--recipient", "bob@example.com")
+        self.use(server.port)
+        key = self.courier.schedule(Format="DHTML", SendTo="ann@example.com;bob@example.com;")
+        due = self.courier.next_run(key)
+        self.courier.start()
+        self.courier.wait(server.alerts, what="alert")
+        self.courier.stop()
+        self.assertEqual(server.reports(), [])
+        self.assertEqual(self.courier.history(key), [])
+        self.assertEqual(self.courier.next_run(key), due)
+        text = server.alerts()[0].get_body().get_content()
+        self.assertTrue(text.startswith("An error occured in SendMailBatch. "), text)
+        self.assertIn("bob@example.com", text)
+        self.assertEqual(server.alerts()[0]["X-Envelope-To"], "boss@example.com")
+
+    def test_refused_recipient_of_the_engines_mail_is_a_failure(self):
+        server = self.serve("--mode", "reject-recipient", "--recipient", "bob@example.com")
+        self.use(server.port)
+        key = self.courier.schedule(SendTo="ann@example.com;bob@example.com;")
+        self.courier.start()
+        self.courier.wait(server.alerts, what="alert")
+        self.courier.stop()
+        self.assertEqual(server.reports(), [])
+        self.assertEqual(self.courier.history(key)[0][2], "Failure")
+        self.assertIn("bob@example.com", self.courier.history(key)[0][3])
+        self.assertTrue(server.alerts()[0].get_body().get_content().startswith("An error occured in Schedchk. "))
+
+    def test_server_lost_to_the_engines_mail_is_a_failure_and_its_alert_shows_the_box(self):
+        self.use(free_port())
+        key = self.courier.schedule()
+        due = self.courier.next_run(key)
+        self.courier.start()
+        self.courier.wait(lambda: MAILBOX in self.courier.said(), what="box")
+        self.courier.stop()
+        self.assertEqual(self.courier.history(key)[0][2], "Failure")
+        self.assertEqual(self.courier.next_run(key), due)
+
+    def test_certificate_that_is_not_trusted_is_told_and_nothing_is_sent(self):
+        server = self.serve("--security", "tls", "--certificate-name", "127.0.0.1")
+        self.use(server.port, "tls")
+        key = self.courier.schedule()
+        self.courier.start()
+        self.courier.wait(lambda: self.courier.history(key), what="failure row")
+        self.courier.stop()
+        self.assertIn("certificate", self.courier.history(key)[0][3].lower())
+        self.assertNotIn(MAILBOX, self.courier.said())
+        self.assertEqual(server.messages(), [])
+
+    # Without a profile the alert cannot even log on, and that error passes out of the poll
+
+    def test_no_profile_at_start_up_is_shown_and_the_process_stays(self):
+        (self.courier.config / "mail.ini").unlink()
+        key = self.courier.schedule()
+        process = self.courier.start()
+        self.courier.wait(lambda: "Oxbow Courier encountred an error." in self.courier.said(), what="box")
+        self.assertEqual(self.courier.history(key)[0][2], "Failure")
+        self.assertIn("mail.ini", self.courier.history(key)[0][3])
+        self.assertIsNone(process.poll())
+
+    def test_no_profile_in_a_tick_ends_the_process_with_its_box(self):
+        (self.courier.config / "mail.ini").unlink()
+        process = self.courier.start()
+        self.courier.wait(lambda: (self.courier.folder / "log").exists(), what="start")
+        time.sleep(1)
+        key = self.courier.schedule()
+        self.assertEqual(process.wait(20), 1)
+        self.assertEqual(self.courier.history(key)[0][2], "Failure")
+        self.assertIn("Run-time error", self.courier.said())
+        self.assertIn("mail.ini", self.courier.said())
+
+
+if __name__ == "__main__":
+    unittest.main()
