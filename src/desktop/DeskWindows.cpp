@@ -14,6 +14,7 @@ frmDesk* OpenDeskWindow(QMdiArea& area) {
     window->Tag = std::to_string(slot);
     QMdiSubWindow* frame = area.addSubWindow(window);
     frame->setAttribute(Qt::WA_DeleteOnClose);
+    frame->resize(640, 420);
     window->show();
     return window;
 }
