@@ -69,8 +69,11 @@ void Face::ReadFacts() {
         if (os2->version >= 2 && os2->sCapHeight != 0) {
             m_file.capHeight = 1000 * os2->sCapHeight / em;
         }
-        constexpr unsigned RestrictedLicence = 0x0002;
-        m_file.embeddable = (os2->fsType & 0x000FU) != RestrictedLicence;
+        // Restricted licence, not as a subset, bitmaps only: none of them may be in a document of ours.
+        constexpr unsigned UsageMask = 0x000F, Restricted = 0x0002, NoSubsetting = 0x0100,
+                           BitmapsOnly = 0x0200;
+        m_file.embeddable =
+            (os2->fsType & UsageMask) != Restricted && (os2->fsType & (NoSubsetting | BitmapsOnly)) == 0;
     }
     if (const auto* post = static_cast<TT_Postscript*>(FT_Get_Sfnt_Table(m_face, FT_SFNT_POST))) {
         m_file.italicAngle = static_cast<double>(post->italicAngle) / 65536.0;
@@ -83,7 +86,12 @@ void Face::ReadFacts() {
     if (const char* name = FT_Get_Postscript_Name(m_face)) {
         m_file.postscriptName = name;
     }
-    m_file.isCff = std::string_view(FT_Get_Font_Format(m_face)) == "CFF";
+    const char* format = FT_Get_Font_Format(m_face);
+    m_file.isCff = format != nullptr && std::string_view(format) == "CFF";
+    // A kind of file that the subsetter cannot read (Type 1, WOFF) could only leave a document without its
+    // glyphs.
+    const auto readable = static_cast<long>(hb_face_get_glyph_count(hb_font_get_face(Shaper())));
+    m_file.embeddable = m_file.embeddable && readable > 0 && readable == m_face->num_glyphs;
 }
 
 std::uint16_t Face::GlyphOf(char32_t character) {

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cctype>
 #include <map>
+#include <optional>
 #include <tuple>
 
+#include "platform/rdl/error.h"
 #include "platform/rdl/text/font_table.h"
 #include "platform/rdl/text/matching.h"
 
@@ -12,9 +14,13 @@ namespace rdl::text {
 
 namespace {
 
+// Families and characters may come out of data: what is remembered of them has an end.
+constexpr std::size_t MostFound = 4096;
+constexpr std::size_t MostSubstitutes = 65536;
+
 struct FontTable {
     std::vector<std::unique_ptr<Face>> faces;
-    std::vector<FontRequest> requests;  // that a face was first found for
+    std::vector<std::unique_ptr<Matching>> substitutesOf;  // by face, made when a character is missing
     std::map<std::tuple<std::string, bool, bool>, FontId> found;
     std::map<std::pair<FontId, char32_t>, FontId> substitutes;
 };
@@ -24,16 +30,68 @@ FontTable& Table() {
     return *table;
 }
 
-FontId Enter(const FontRequest& request, FontFile file) {
+// Nothing when the file is no font after all, or none that a document may hold.
+std::optional<FontId> Enter(FontFile file) {
     FontTable& table = Table();
     const auto same = std::find_if(table.faces.begin(), table.faces.end(),
                                    [&file](const auto& face) { return face->SameFile(file); });
     if (same != table.faces.end()) {
         return static_cast<FontId>(same - table.faces.begin());
     }
-    table.faces.push_back(std::make_unique<Face>(std::move(file)));
-    table.requests.push_back(request);
+    std::unique_ptr<Face> face;
+    try {
+        face = std::make_unique<Face>(std::move(file));
+    } catch (const Error&) {
+        return std::nullopt;
+    }
+    if (!face->File().embeddable) {
+        return std::nullopt;
+    }
+    table.faces.push_back(std::move(face));
+    table.substitutesOf.emplace_back();
     return static_cast<FontId>(table.faces.size() - 1);
+}
+
+FontId Match(const FontRequest& request) {
+    Matching matching(request);
+    if (std::optional<FontFile> best = matching.Best()) {
+        if (const std::optional<FontId> font = Enter(std::move(*best))) {
+            return *font;
+        }
+    }
+    for (std::size_t i = 0; i < matching.Count(); ++i) {
+        if (const std::optional<FontId> font = Enter(matching.At(i))) {
+            return *font;
+        }
+    }
+    throw Error(
+        "This machine has no font that a document may hold; install fonts-liberation or another font "
+        "package");
+}
+
+Matching& SubstitutesOf(FontId font) {
+    std::unique_ptr<Matching>& matching = Table().substitutesOf.at(static_cast<std::size_t>(font));
+    if (!matching) {
+        // Not by the request that the font was first found for, which differs with what ran before.
+        const FontFile& file = File(font);
+        matching = std::make_unique<Matching>(
+            FontRequest{file.family, file.bold || file.syntheticBold, file.italic || file.syntheticItalic});
+    }
+    return *matching;
+}
+
+FontId Substitute(FontId font, char32_t character) {
+    Matching& matching = SubstitutesOf(font);
+    for (std::size_t i = 0; i < matching.Count(); ++i) {
+        if (!matching.HasCharacter(i, character)) {
+            continue;
+        }
+        const std::optional<FontId> other = Enter(matching.At(i));
+        if (other && FaceOf(*other).GlyphOf(character) != 0) {
+            return *other;
+        }
+    }
+    return font;
 }
 
 std::string LowerCase(std::string text) {
@@ -49,13 +107,17 @@ Face& FaceOf(FontId font) {
 }
 
 FontId FindFont(const FontRequest& request) {
-    const auto key = std::make_tuple(LowerCase(request.family), request.bold, request.italic);
-    const auto known = Table().found.find(key);
-    if (known != Table().found.end()) {
+    auto key = std::make_tuple(LowerCase(request.family), request.bold, request.italic);
+    auto& found = Table().found;
+    const auto known = found.find(key);
+    if (known != found.end()) {
         return known->second;
     }
-    const FontId font = Enter(request, MatchFont(request, 0));
-    Table().found.emplace(key, font);
+    const FontId font = Match(request);
+    if (found.size() >= MostFound) {
+        found.clear();
+    }
+    found.emplace(std::move(key), font);
     return font;
 }
 
@@ -63,17 +125,17 @@ FontId FontWith(FontId font, char32_t character) {
     if (FaceOf(font).GlyphOf(character) != 0) {
         return font;
     }
+    auto& substitutes = Table().substitutes;
     const auto key = std::make_pair(font, character);
-    const auto known = Table().substitutes.find(key);
-    if (known != Table().substitutes.end()) {
+    const auto known = substitutes.find(key);
+    if (known != substitutes.end()) {
         return known->second;
     }
-    const FontRequest request = Table().requests.at(static_cast<std::size_t>(font));
-    FontId substitute = Enter(request, MatchFont(request, character));
-    if (FaceOf(substitute).GlyphOf(character) == 0) {
-        substitute = font;
+    const FontId substitute = Substitute(font, character);
+    if (substitutes.size() >= MostSubstitutes) {
+        substitutes.clear();
     }
-    Table().substitutes.emplace(key, substitute);
+    substitutes.emplace(key, substitute);
     return substitute;
 }
 

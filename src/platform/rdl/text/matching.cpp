@@ -2,71 +2,110 @@
 
 #include <fontconfig/fontconfig.h>
 
-#include <memory>
-
-#include "platform/rdl/error.h"
-
 namespace rdl::text {
 
 namespace {
 
-struct Destroy {
-    void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
-    void operator()(FcCharSet* set) const { FcCharSetDestroy(set); }
-};
-using Pattern = std::unique_ptr<FcPattern, Destroy>;
-
-Pattern PatternOf(const FontRequest& request, char32_t character) {
-    Pattern pattern(FcPatternCreate());
+FcPattern* PatternOf(const FontRequest& request) {
+    FcPattern* pattern = FcPatternCreate();
     const std::string family = request.family.empty() ? "Arial" : request.family;
-    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
-    FcPatternAddInteger(pattern.get(), FC_WEIGHT, request.bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
-    FcPatternAddInteger(pattern.get(), FC_SLANT, request.italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
-    FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);
-    FcPatternAddBool(pattern.get(), FC_COLOR, FcFalse);
-    if (character != 0) {
-        const std::unique_ptr<FcCharSet, Destroy> set(FcCharSetCreate());
-        FcCharSetAddChar(set.get(), character);
-        FcPatternAddCharSet(pattern.get(), FC_CHARSET, set.get());
-    }
-    FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
-    FcDefaultSubstitute(pattern.get());
+    FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    FcPatternAddInteger(pattern, FC_WEIGHT, request.bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
+    FcPatternAddInteger(pattern, FC_SLANT, request.italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
+    FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
+    FcPatternAddBool(pattern, FC_COLOR, FcFalse);
+    FcConfigSubstitute(nullptr, pattern, FcMatchPattern);
+    FcDefaultSubstitute(pattern);
     return pattern;
 }
 
-std::string TextOf(FcPattern* pattern, const char* property) {
+std::string TextOf(const FcPattern* pattern, const char* property) {
     FcChar8* text = nullptr;
     return FcPatternGetString(pattern, property, 0, &text) == FcResultMatch ? reinterpret_cast<char*>(text)
                                                                             : std::string();
 }
 
-int NumberOf(FcPattern* pattern, const char* property) {
+int NumberOf(const FcPattern* pattern, const char* property) {
     int number = 0;
     FcPatternGetInteger(pattern, property, 0, &number);
     return number;
 }
 
+bool Is(const FcPattern* pattern, const char* property) {
+    FcBool flag = FcFalse;
+    return FcPatternGetBool(pattern, property, 0, &flag) == FcResultMatch && flag == FcTrue;
+}
+
 }  // namespace
 
-FontFile MatchFont(const FontRequest& request, char32_t character) {
-    const Pattern wanted = PatternOf(request, character);
-    FcResult result = FcResultNoMatch;
-    const Pattern found(FcFontMatch(nullptr, wanted.get(), &result));
+void Matching::Destroy::operator()(_FcPattern* pattern) const {
+    FcPatternDestroy(pattern);
+}
+
+void Matching::Destroy::operator()(_FcFontSet* set) const {
+    FcFontSetDestroy(set);
+}
+
+Matching::Matching(const FontRequest& request) : m_request(request), m_wanted(PatternOf(request)) {}
+
+FontFile Matching::FileOf(const _FcPattern* pattern) const {
     FontFile file;
-    if (found) {
-        file.path = TextOf(found.get(), FC_FILE);
-    }
-    if (file.path.empty()) {
-        throw Error("This machine has no font at all; install fonts-liberation or another font package");
-    }
-    // The upper half names an instance of a variable font, which the file's default stands for.
-    file.index = NumberOf(found.get(), FC_INDEX) & 0xFFFF;
-    file.family = TextOf(found.get(), FC_FAMILY);
-    file.bold = NumberOf(found.get(), FC_WEIGHT) >= FC_WEIGHT_DEMIBOLD;
-    file.italic = NumberOf(found.get(), FC_SLANT) != FC_SLANT_ROMAN;
-    file.syntheticBold = request.bold && !file.bold;
-    file.syntheticItalic = request.italic && !file.italic;
+    file.path = TextOf(pattern, FC_FILE);
+    const int index = NumberOf(pattern, FC_INDEX);
+    file.index = index & 0xFFFF;
+    file.family = TextOf(pattern, FC_FAMILY);
+    // What fontconfig would have made bold or slanted it tells as such; so it does with an instance of a
+    // variable font (the upper half of the index), which the file's default of regular weight stands for.
+    const bool madeBold = Is(pattern, FC_EMBOLDEN) || (index >> 16) != 0;
+    FcMatrix* slant = nullptr;
+    const bool madeItalic = FcPatternGetMatrix(pattern, FC_MATRIX, 0, &slant) == FcResultMatch;
+    file.bold = !madeBold && NumberOf(pattern, FC_WEIGHT) >= FC_WEIGHT_DEMIBOLD;
+    file.italic = !madeItalic && NumberOf(pattern, FC_SLANT) != FC_SLANT_ROMAN;
+    file.syntheticBold = m_request.bold && !file.bold;
+    file.syntheticItalic = m_request.italic && !file.italic;
     return file;
+}
+
+std::optional<FontFile> Matching::Best() const {
+    FcResult result = FcResultNoMatch;
+    const std::unique_ptr<_FcPattern, Destroy> found(FcFontMatch(nullptr, m_wanted.get(), &result));
+    if (!found) {
+        return std::nullopt;
+    }
+    return FileOf(found.get());
+}
+
+void Matching::Sort() {
+    FcResult result = FcResultNoMatch;
+    m_sorted.reset(FcFontSort(nullptr, m_wanted.get(), FcFalse, nullptr, &result));
+    if (!m_sorted) {
+        m_sorted.reset(FcFontSetCreate());
+    }
+    for (int i = 0; i < m_sorted->nfont; ++i) {
+        FcPattern* font = m_sorted->fonts[i];
+        if (Is(font, FC_OUTLINE) && !Is(font, FC_COLOR)) {
+            m_usable.push_back(font);
+        }
+    }
+}
+
+std::size_t Matching::Count() {
+    if (!m_sorted) {
+        Sort();
+    }
+    return m_usable.size();
+}
+
+FontFile Matching::At(std::size_t index) {
+    const std::unique_ptr<_FcPattern, Destroy> prepared(
+        FcFontRenderPrepare(nullptr, m_wanted.get(), m_usable.at(index)));
+    return FileOf(prepared.get());
+}
+
+bool Matching::HasCharacter(std::size_t index, char32_t character) {
+    FcCharSet* characters = nullptr;
+    return FcPatternGetCharSet(m_usable.at(index), FC_CHARSET, 0, &characters) == FcResultMatch &&
+           FcCharSetHasChar(characters, character) == FcTrue;
 }
 
 }  // namespace rdl::text

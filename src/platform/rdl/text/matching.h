@@ -1,13 +1,42 @@
-// Which font file stands for a font that a report names.
+// Which font files stand for a font that a report names.
 #pragma once
+
+#include <memory>
+#include <optional>
 
 #include "platform/rdl/text/fonts.h"
 
+struct _FcPattern;
+struct _FcFontSet;
+
 namespace rdl::text {
 
-// The best file that the machine has, by fontconfig's rules (metric-compatible substitutes first).
-// `character`: the file must have it; 0: none in particular. Raises rdl::Error when the machine has no font
-// at all.
-FontFile MatchFont(const FontRequest& request, char32_t character);
+// The machine's files for one request, best first, by fontconfig's rules (metric-compatible substitutes
+// before others). The list depends on the request and the machine alone, so that the same text is always in
+// the same fonts.
+class Matching {
+ public:
+    explicit Matching(const FontRequest& request);
+
+    // The best file; it may be of a kind that no document can hold. Nothing: the machine has no font.
+    std::optional<FontFile> Best() const;
+    // All files with outlines, in order. The first call is slow: it sorts every font of the machine.
+    std::size_t Count();
+    FontFile At(std::size_t index);
+    bool HasCharacter(std::size_t index, char32_t character);
+
+ private:
+    struct Destroy {
+        void operator()(_FcPattern* pattern) const;
+        void operator()(_FcFontSet* set) const;
+    };
+    FontFile FileOf(const _FcPattern* pattern) const;
+    void Sort();
+
+    FontRequest m_request;
+    std::unique_ptr<_FcPattern, Destroy> m_wanted;
+    std::unique_ptr<_FcFontSet, Destroy> m_sorted;
+    std::vector<_FcPattern*> m_usable;  // of m_sorted
+};
 
 }  // namespace rdl::text

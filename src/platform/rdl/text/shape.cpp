@@ -17,21 +17,73 @@ struct Unit {
     FontId font;
     FriBidiLevel level = 0;  // odd: right to left
     bool shaped;
+    hb_script_t script = HB_SCRIPT_COMMON;
+    char32_t composed;  // with the letter and marks before it
 };
 
 bool IsSimple(std::string_view utf8) {
     return std::all_of(utf8.begin(), utf8.end(), [](char c) { return c >= ' ' && c < 0x7F; });
 }
 
-// A mark or joiner stays in the font of what it belongs to, if that has it.
-FontId ChooseFont(FontId font, char32_t character, const std::vector<Unit>& before) {
+bool IsMark(char32_t character) {
+    return hb_unicode_general_category(hb_unicode_funcs_get_default(), character) ==
+           HB_UNICODE_GENERAL_CATEGORY_NON_SPACING_MARK;
+}
+
+// A letter with the marks behind it as one character, where there is one; else the character itself.
+char32_t Composed(const std::vector<Unit>& before, char32_t character) {
+    hb_codepoint_t composed = 0;
+    const bool is = !before.empty() && hb_unicode_compose(hb_unicode_funcs_get_default(),
+                                                          before.back().composed, character, &composed) != 0;
+    return is ? composed : character;
+}
+
+// The last letter and its marks go to a font that has them all.
+void MoveLetter(std::vector<Unit>& units, FontId font) {
+    constexpr std::size_t MostMarks = 16;  // more are no writing, only work
+    const std::size_t least = units.size() > MostMarks ? units.size() - MostMarks : 0;
+    std::size_t first = units.size();
+    do {
+        --first;
+        if (FaceOf(font).GlyphOf(units[first].character) == 0) {
+            return;
+        }
+    } while (first > least && IsMark(units[first].character));
+    for (std::size_t i = first; i < units.size(); ++i) {
+        units[i].font = font;
+    }
+}
+
+// A mark or joiner stays in the font of what it belongs to, if that can show it; else both move.
+FontId ChooseFont(FontId font, char32_t character, std::vector<Unit>& before) {
+    if (before.empty()) {
+        return IsInvisible(character) ? font : FontWith(font, character);
+    }
+    Unit& last = before.back();
     if (IsInvisible(character)) {
-        return before.empty() ? font : before.back().font;
+        return last.font;
     }
-    if (NeedsShaping(character) && !before.empty() && FaceOf(before.back().font).GlyphOf(character) != 0) {
-        return before.back().font;
+    if (!NeedsShaping(character)) {
+        return FontWith(font, character);
     }
-    return FontWith(font, character);
+    Face& face = FaceOf(last.font);
+    if (face.GlyphOf(character) != 0 || face.GlyphOf(Composed(before, character)) != 0) {
+        return last.font;
+    }
+    const FontId substitute = FontWith(font, character);
+    if (IsMark(character)) {
+        MoveLetter(before, substitute);
+    }
+    return substitute;
+}
+
+// Signs that every script uses belong to the one before them.
+hb_script_t ScriptOf(char32_t character, const std::vector<Unit>& before) {
+    const hb_script_t script = hb_unicode_script(hb_unicode_funcs_get_default(), character);
+    if (script != HB_SCRIPT_COMMON && script != HB_SCRIPT_INHERITED && script != HB_SCRIPT_UNKNOWN) {
+        return script;
+    }
+    return before.empty() ? HB_SCRIPT_COMMON : before.back().script;
 }
 
 std::vector<Unit> UnitsOf(std::string_view utf8, FontId font, bool& anyRightToLeft) {
@@ -42,7 +94,8 @@ std::vector<Unit> UnitsOf(std::string_view utf8, FontId font, bool& anyRightToLe
         const char32_t character = NextCharacter(utf8, at);
         anyRightToLeft = anyRightToLeft || IsRightToLeft(character);
         units.push_back({character, static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(at),
-                         ChooseFont(font, character, units), 0, NeedsShaping(character)});
+                         ChooseFont(font, character, units), 0, NeedsShaping(character),
+                         ScriptOf(character, units), Composed(units, character)});
     }
     return units;
 }
@@ -89,6 +142,18 @@ GlyphRun LookUp(const std::vector<Unit>& units, UnitSpan span, double size) {
     return run;
 }
 
+// Control characters would show as boxes; a space without width shows as nothing.
+void HideControls(hb_buffer_t* buffer) {
+    constexpr hb_codepoint_t ZeroWidthSpace = 0x200B;
+    unsigned count = 0;
+    hb_glyph_info_t* infos = hb_buffer_get_glyph_infos(buffer, &count);
+    for (unsigned i = 0; i < count; ++i) {
+        if (IsInvisible(infos[i].codepoint) && infos[i].codepoint < 0xA0) {
+            infos[i].codepoint = ZeroWidthSpace;
+        }
+    }
+}
+
 GlyphRun ShapeByHarfBuzz(std::string_view utf8, const std::vector<Unit>& units, UnitSpan span, double size) {
     GlyphRun run;
     run.font = units[span.first].font;
@@ -98,8 +163,12 @@ GlyphRun ShapeByHarfBuzz(std::string_view utf8, const std::vector<Unit>& units, 
     hb_buffer_t* buffer = hb_buffer_create();
     hb_buffer_add_utf8(buffer, utf8.data(), static_cast<int>(utf8.size()), run.begin,
                        static_cast<int>(run.end - run.begin));
-    hb_buffer_guess_segment_properties(buffer);
+    HideControls(buffer);
+    // Told, not guessed: a guess would go by the first letter and by the locale of the process.
     hb_buffer_set_direction(buffer, run.rightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
+    hb_buffer_set_script(buffer, units[span.second - 1].script);
+    hb_buffer_set_language(buffer, hb_language_from_string("und", -1));
+    hb_buffer_set_flags(buffer, HB_BUFFER_FLAG_REMOVE_DEFAULT_IGNORABLES);
     Face& face = FaceOf(run.font);
     hb_shape(face.Shaper(), buffer, nullptr, 0);
     unsigned count = 0;
@@ -117,11 +186,17 @@ GlyphRun ShapeByHarfBuzz(std::string_view utf8, const std::vector<Unit>& units, 
     return run;
 }
 
-// Pieces of one font and level, in the order of the text.
+// What is shaped in one go.
+bool BelongTogether(const Unit& one, const Unit& next) {
+    const bool sameScript = one.script == next.script || one.script == HB_SCRIPT_COMMON;
+    return one.font == next.font && one.level == next.level && sameScript;
+}
+
+// Pieces of one font, level and script, in the order of the text.
 std::vector<UnitSpan> SpansOf(const std::vector<Unit>& units) {
     std::vector<UnitSpan> spans;
     for (std::size_t i = 0; i < units.size(); ++i) {
-        if (i == 0 || units[i].font != units[i - 1].font || units[i].level != units[i - 1].level) {
+        if (i == 0 || !BelongTogether(units[i - 1], units[i])) {
             spans.emplace_back(i, i);
         }
         spans.back().second = i + 1;
