@@ -17,9 +17,13 @@ bool IsAbsolute(std::string_view name) {
     return name.starts_with('/') || name.starts_with('\\') || (name.size() > 1 && name[1] == ':');
 }
 
+std::filesystem::path InFolder(const std::string& folder, const std::string& name) {
+    return paths::ToMachine(paths::FromMachine(folder.empty() ? "." : folder) + "\\" + name);
+}
+
 }  // namespace
 
-std::string ResolveDataPath(std::string_view name, const std::string& reportFolder) {
+std::string ResolveDataPath(std::string_view name, const std::vector<std::string>& folders) {
     constexpr std::string_view DataDirectory = "|datadirectory|";
     std::string path(Trimmed(name));
     if (LowerAscii(path).starts_with(DataDirectory)) {
@@ -27,7 +31,7 @@ std::string ResolveDataPath(std::string_view name, const std::string& reportFold
         path.erase(0, path.find_first_not_of("/\\"));
     }
     if (path.empty()) {
-        throw Error("the connect string names no file");
+        throw Error("no file is named");
     }
     if (path.find("://") != std::string::npos) {
         throw Error("data from the web address \"" + CleanText(path) + "\" is not read; save it as a file");
@@ -36,8 +40,14 @@ std::string ResolveDataPath(std::string_view name, const std::string& reportFold
         if (IsAbsolute(path)) {
             return paths::ToMachine(path).string();
         }
-        const std::string folder = paths::FromMachine(reportFolder.empty() ? "." : reportFolder);
-        return paths::ToMachine(folder + "\\" + path).string();
+        for (const std::string& folder : folders) {
+            const std::filesystem::path found = InFolder(folder, path);
+            std::error_code ignored;
+            if (std::filesystem::exists(found, ignored)) {
+                return found.string();
+            }
+        }
+        return InFolder(folders.empty() ? std::string() : folders.front(), path).string();
     } catch (const RuntimeError& error) {
         throw Error("the file \"" + CleanText(path) + "\" does not exist: " + CleanText(error.what()));
     }

@@ -141,7 +141,7 @@ Table ReadCalculated(const LoadRequest& request, const DataSet& dataSet, const D
 
 // The shared data set's own rows are the source of the report's data set; its parameters are given by name.
 Table ReadShared(const LoadRequest& request, const DataSet& dataSet) {
-    SharedDataSet shared = ReadSharedDataSet(dataSet.sharedDataSet, request.folder);
+    SharedDataSet shared = ReadSharedDataSet(dataSet.sharedDataSet, request.SearchFolders());
     for (const QueryParameter& given : dataSet.parameters) {
         for (QueryParameter& own : shared.dataSet.parameters) {
             if (EqualNoCase(own.name, given.name)) {
@@ -160,7 +160,7 @@ Table ReadShared(const LoadRequest& request, const DataSet& dataSet) {
 
 std::string Place(const DataSet& dataSet) {
     std::string place = "Data set \"" + CleanText(dataSet.name) + "\"";
-    if (!dataSet.dataSourceName.empty() && !dataSet.hasInlineRows) {
+    if (!dataSet.dataSourceName.empty() && !dataSet.hasInlineRows && dataSet.rowsFile.empty()) {
         place += ", data source \"" + CleanText(dataSet.dataSourceName) + "\"";
     }
     return place;

@@ -43,12 +43,22 @@ struct LoadRequest {
     const Definition* definition = nullptr;
     std::vector<ParameterInput> parameters;  // in the definition's order; fewer: the others are Null
     std::string folder;  // machine path of the report's folder; relative names start there
+    // Machine paths of folders that hold what is not in the report's own: a report is copied to where it runs
+    // from without its data.
+    std::vector<std::string> folders;
     std::string reportName, userName, renderFormat;
     std::int64_t nowTicks = 0;
     std::map<std::string, Logon> logons;              // by data source name
     std::map<std::string, SourceOverride> overrides;  // by data source name
     std::string formula;                              // record selection formula; empty: every row
     Limits limits;
+
+    // Where relative names are looked for, in this order.
+    std::vector<std::string> SearchFolders() const {
+        std::vector<std::string> all{folder};
+        all.insert(all.end(), folders.begin(), folders.end());
+        return all;
+    }
 };
 
 // Every data set of the report, by name: queries run, fields typed, calculated fields, the data sets' filters

@@ -90,7 +90,8 @@ std::string FileOf(const ConnectString& pairs) {
 std::unique_ptr<Cursor> OpenSqliteSet(const LoadRequest& request, const DataSet& dataSet,
                                       const OpenSource& source, int seconds) {
     const BoundQuery query = QueryOf(request, dataSet, source.provider);
-    const std::string file = ResolveDataPath(FileOf(ConnectString(source.connectString)), request.folder);
+    const std::string file =
+        ResolveDataPath(FileOf(ConnectString(source.connectString)), request.SearchFolders());
     return OpenSqlite({file, seconds}, query);
 }
 
@@ -98,7 +99,7 @@ std::unique_ptr<Cursor> OpenXmlSet(const LoadRequest& request, const DataSet& da
                                    const OpenSource& source) {
     const std::string query = TextOf(request, dataSet.commandText, "query");
     const std::string file = FileOf(ConnectString(source.connectString));
-    return OpenXml(query, file.empty() ? "" : ResolveDataPath(file, request.folder));
+    return OpenXml(query, file.empty() ? "" : ResolveDataPath(file, request.SearchFolders()));
 }
 
 std::unique_ptr<Cursor> OpenJsonSet(const LoadRequest& request, const DataSet& dataSet,
@@ -108,7 +109,8 @@ std::unique_ptr<Cursor> OpenJsonSet(const LoadRequest& request, const DataSet& d
     if (text.starts_with('{') || text.starts_with('[')) {
         return OpenJson(text, path);
     }
-    return OpenJson(ReadDataFile(ResolveDataPath(FileOf(ConnectString(text)), request.folder)), path);
+    return OpenJson(ReadDataFile(ResolveDataPath(FileOf(ConnectString(text)), request.SearchFolders())),
+                    path);
 }
 
 std::unique_ptr<Cursor> OpenCsvSet(const LoadRequest& request, const DataSet& dataSet,
@@ -125,10 +127,14 @@ std::unique_ptr<Cursor> OpenCsvSet(const LoadRequest& request, const DataSet& da
     form.latin1 =
         charset == "latin1" || charset == "iso-8859-1" || charset == "windows-1252" || charset == "1252";
     const std::string named = FileOf(pairs);
-    std::string path = ResolveDataPath(named.empty() ? "." : named, request.folder);
+    std::string path = ResolveDataPath(named.empty() ? "." : named, request.SearchFolders());
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored)) {
-        path = ResolveDataPath(CsvFileOfQuery(TextOf(request, dataSet.commandText, "query")), path);
+        std::vector<std::string> folders{path};
+        if (named.empty()) {
+            folders = request.SearchFolders();
+        }
+        path = ResolveDataPath(CsvFileOfQuery(TextOf(request, dataSet.commandText, "query")), folders);
     }
     return OpenCsv(ReadDataFile(path), form);
 }
@@ -141,7 +147,7 @@ OpenSource ResolveSource(const LoadRequest& request, const DataSource& source) {
         used = found->second;
     }
     if (!source.reference.empty() && (used.provider.empty() || used.connectString.empty())) {
-        const SharedSource shared = ReadSharedSource(source.reference, request.folder);
+        const SharedSource shared = ReadSharedSource(source.reference, request.SearchFolders());
         used.provider = used.provider.empty() ? shared.provider : used.provider;
         used.connectString = used.connectString.empty() ? shared.connectString : used.connectString;
     }
@@ -159,6 +165,10 @@ std::unique_ptr<Cursor> OpenCursor(const LoadRequest& request, const DataSet& da
                                    const DataSource* source) {
     if (dataSet.hasInlineRows) {
         return InlineRows(dataSet);
+    }
+    // Who names another data source wants its rows.
+    if (!dataSet.rowsFile.empty() && !(source && request.overrides.contains(source->name))) {
+        return OpenXmlRows(ResolveDataPath(dataSet.rowsFile, request.SearchFolders()));
     }
     if (!source) {
         throw Error("the report has no data source \"" + CleanText(dataSet.dataSourceName) + "\"");

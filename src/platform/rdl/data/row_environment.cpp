@@ -45,6 +45,10 @@ std::optional<std::string> DataContext::DataSetOfScope(const std::string& scope)
                                                                : std::nullopt;
 }
 
+std::vector<std::string> DataContext::FieldNames(const std::string& set) const {
+    return m_table && set == dataSet ? m_table->fieldNames : std::vector<std::string>();
+}
+
 RowEnvironment::RowEnvironment(const LoadRequest& request, Table* table)
     : m_request(request), m_culture(FindCulture(request.definition->language)), m_table(table) {}
 

@@ -24,6 +24,7 @@ class DataContext : public expr::CompileContext {
     std::optional<int> FieldSlot(const std::string& set, std::string_view field) const override;
     std::optional<int> ParameterIndex(std::string_view name) const override;
     std::optional<std::string> DataSetOfScope(const std::string& scope) const override;
+    std::vector<std::string> FieldNames(const std::string& set) const override;
 
  private:
     const Definition& m_definition;

@@ -9,13 +9,13 @@ namespace rdl::data {
 namespace {
 
 XmlDocument ReadBeside(const std::string& reference, const std::string& extension,
-                       const std::string& folder) {
+                       const std::vector<std::string>& folders) {
     std::string name = reference.substr(reference.find_last_of("/\\") + 1);
     if (!LowerAscii(name).ends_with(extension)) {
         name += extension;
     }
     try {
-        return ParseXml(ReadDataFile(ResolveDataPath(name, folder)));
+        return ParseXml(ReadDataFile(ResolveDataPath(name, folders)));
     } catch (const Error& error) {
         throw Error("the shared file \"" + CleanText(name) + "\": " + error.what());
     }
@@ -88,8 +88,8 @@ void ReadQuery(const XmlDocument& document, const XmlNode& query, DataSet& set) 
 
 }  // namespace
 
-SharedSource ReadSharedSource(const std::string& reference, const std::string& folder) {
-    const XmlDocument document = ReadBeside(reference, ".rds", folder);
+SharedSource ReadSharedSource(const std::string& reference, const std::vector<std::string>& folders) {
+    const XmlDocument document = ReadBeside(reference, ".rds", folders);
     const XmlNode* properties = document.Child(document.Root(), "ConnectionProperties");
     const XmlNode& holder = properties ? *properties : document.Root();
     SharedSource source{document.ChildText(holder, "Extension"), document.ChildText(holder, "ConnectString")};
@@ -99,8 +99,8 @@ SharedSource ReadSharedSource(const std::string& reference, const std::string& f
     return source;
 }
 
-SharedDataSet ReadSharedDataSet(const std::string& reference, const std::string& folder) {
-    const XmlDocument document = ReadBeside(reference, ".rsd", folder);
+SharedDataSet ReadSharedDataSet(const std::string& reference, const std::vector<std::string>& folders) {
+    const XmlDocument document = ReadBeside(reference, ".rsd", folders);
     const XmlNode* set = document.Child(document.Root(), "DataSet");
     const XmlNode* query = set ? document.Child(*set, "Query") : nullptr;
     if (!query) {

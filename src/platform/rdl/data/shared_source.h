@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/rdl/definition/model.h"
 
@@ -11,14 +12,14 @@ struct SharedSource {
     std::string provider, connectString;
 };
 
-// `reference` is a name or a path of a report server; its last piece names the file in the report's folder.
+// `reference` is a name or a path of a report server; its last piece names the file in the run's folders.
 // Raises rdl::Error when the file is missing or none of its kind.
-SharedSource ReadSharedSource(const std::string& reference, const std::string& folder);
+SharedSource ReadSharedSource(const std::string& reference, const std::vector<std::string>& folders);
 
 struct SharedDataSet {
     DataSet dataSet;    // its query, fields and filters; its data source's name is the reference
     DataSource source;  // the shared data source that it asks
 };
-SharedDataSet ReadSharedDataSet(const std::string& reference, const std::string& folder);
+SharedDataSet ReadSharedDataSet(const std::string& reference, const std::vector<std::string>& folders);
 
 }  // namespace rdl::data

@@ -182,4 +182,14 @@ std::unique_ptr<Cursor> OpenXml(std::string_view query, const std::string& file)
     return ReadRows(document, document.nodes[data->children.front()], path);
 }
 
+std::unique_ptr<Cursor> OpenXmlRows(const std::string& file) {
+    const XmlDocument document = ParseXml(ReadDataFile(file));
+    const XmlNode& root = document.Root();
+    if (root.children.empty()) {
+        return std::make_unique<MemoryCursor>(std::vector<std::string>(), std::vector<Value>());
+    }
+    const std::string& row = document.nodes[root.children.front()].name;
+    return RowReader(document, root, {{root.name, true, {}}, {row, false, {}}}).Run();
+}
+
 }  // namespace rdl::data

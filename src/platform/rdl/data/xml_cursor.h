@@ -15,4 +15,8 @@ namespace rdl::data {
 // texts of its leaf elements; levels above repeat in each row. Raises rdl::Error.
 std::unique_ptr<Cursor> OpenXml(std::string_view query, const std::string& file);
 
+// The rows of a file (machine path) that a data set takes as they are: each child of the root is a row, its
+// attributes and leaf elements are the columns. Raises rdl::Error.
+std::unique_ptr<Cursor> OpenXmlRows(const std::string& file);
+
 }  // namespace rdl::data

@@ -102,10 +102,15 @@ std::vector<Field> ReadFields(Context& context, const XmlElement& element) {
     return fields;
 }
 
-// Rows that stand in the report itself: a Row element each, with an element for each value.
+// Rows that stand in the report itself: a Row element each, with an element for each value; or in a file of
+// that form.
 void ReadRows(const XmlElement& element, DataSet& set) {
     const XmlElement* rows = element.Child("Rows");
-    if (!rows || rows->children.empty()) {
+    if (!rows) {
+        return;
+    }
+    if (rows->children.empty()) {
+        set.rowsFile = Trimmed(rows->fileAttribute);
         return;
     }
     set.hasInlineRows = true;

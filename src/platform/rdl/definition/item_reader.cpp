@@ -65,6 +65,12 @@ ItemPtr ReadImage(Context& context, const XmlElement& element, Extent container)
     image->sizing = Choose(context, element, "Sizing", Sizings);
     image->value = context.ChildExpr(element, "Value", PlaceOf(element));
     image->mimeType = context.ChildExpr(element, "MIMEType", PlaceOf(element));
+    const std::string& value = image->value.source;
+    if (image->source == Image::Source::External && !image->value.IsExpression() &&
+        value.find("://") != std::string::npos && !value.starts_with("file://")) {
+        context.Fail(element, PlaceOf(element) + ", Value",
+                     "images are not fetched from the network: \"" + value + "\"");
+    }
     return image;
 }
 

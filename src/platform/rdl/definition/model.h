@@ -21,7 +21,6 @@ struct Expr {
 
 enum class StyleProperty : unsigned char {
     BackgroundColor, BackgroundGradientType, BackgroundGradientEndColor,
-    BackgroundImageSource, BackgroundImageValue, BackgroundImageMimeType, BackgroundImageRepeat,
     BorderColor, BorderColorLeft, BorderColorRight, BorderColorTop, BorderColorBottom,
     BorderStyle, BorderStyleLeft, BorderStyleRight, BorderStyleTop, BorderStyleBottom,
     BorderWidth, BorderWidthLeft, BorderWidthRight, BorderWidthTop, BorderWidthBottom,
@@ -274,6 +273,7 @@ struct DataSet {
     // Inline rows: values by data field name, where the report holds them itself.
     bool hasInlineRows = false;
     std::vector<std::vector<std::pair<std::string, std::string>>> inlineRows;
+    std::string rowsFile;  // an XML file with the rows, as the report names it; empty: none
 };
 
 struct EmbeddedImage {

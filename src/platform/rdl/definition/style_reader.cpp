@@ -40,13 +40,6 @@ constexpr Named Plain[] = {
     {"WritingMode", P::WritingMode},
 };
 
-constexpr Named Background[] = {
-    {"Source", P::BackgroundImageSource},
-    {"Value", P::BackgroundImageValue},
-    {"MIMEType", P::BackgroundImageMimeType},
-    {"BackgroundRepeat", P::BackgroundImageRepeat},
-};
-
 // One row for each side; the columns are colour, style and width.
 struct Side {
     std::string_view older, newer;
@@ -85,11 +78,10 @@ void Add(Context& context, Style& style, P property, const XmlElement& element, 
     }
 }
 
-template <typename Table>
-const Named* FindNamed(const Table& table, std::string_view name) {
-    const auto found =
-        std::find_if(std::begin(table), std::end(table), [&](const Named& row) { return row.name == name; });
-    return found == std::end(table) ? nullptr : &*found;
+const Named* FindPlain(std::string_view name) {
+    const auto* const found =
+        std::find_if(std::begin(Plain), std::end(Plain), [&](const Named& row) { return row.name == name; });
+    return found == std::end(Plain) ? nullptr : found;
 }
 
 // BorderStyle with Default, Left, ...: `aspect` is its column.
@@ -116,15 +108,13 @@ void ReadNewerBorder(Context& context, Style& style, const XmlElement& element, 
 }
 
 void ReadProperty(Context& context, Style& style, const XmlElement& element, const std::string& where) {
-    if (const Named* plain = FindNamed(Plain, element.name)) {
+    if (const Named* plain = FindPlain(element.name)) {
         Add(context, style, plain->property, element, where);
         return;
     }
     if (element.name == "BackgroundImage") {
-        for (const XmlElement& child : element.children) {
-            if (const Named* part = FindNamed(Background, child.name)) {
-                Add(context, style, part->property, child, where + ", BackgroundImage");
-            }
+        if (!element.ChildText("Value").empty()) {
+            context.Fail(element, where + ", BackgroundImage", "a picture behind an item cannot be drawn");
         }
         return;
     }

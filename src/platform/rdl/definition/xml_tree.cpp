@@ -93,6 +93,8 @@ class TreeReader {
         for (const QXmlStreamAttribute& attribute : m_reader.attributes()) {
             if (attribute.qualifiedName() == u"Name") {
                 element.nameAttribute = ToUtf8(attribute.value());
+            } else if (attribute.qualifiedName() == u"File") {
+                element.fileAttribute = ToUtf8(attribute.value());
             } else if (attribute.qualifiedName() == u"xml:space") {
                 m_preserve.back() = attribute.value() == u"preserve";
             } else if (attribute.name() == u"nil") {

@@ -13,6 +13,7 @@ namespace rdl {
 struct XmlElement {
     std::string name;           // without prefix
     std::string nameAttribute;  // Name="..."
+    std::string fileAttribute;  // File="..."
     std::string text;           // empty when it is nothing but blanks that nobody asked to keep
     std::vector<XmlElement> children;
     int line = 0;

@@ -10,6 +10,17 @@ constexpr std::uintmax_t LargestImage = 32u << 20;
 
 }  // namespace
 
+std::filesystem::path ImageFiles::Find(const std::string& name) const {
+    for (const std::string& folder : m_folders) {
+        const std::filesystem::path file = std::filesystem::path(folder) / name;
+        std::error_code failure;
+        if (std::filesystem::is_regular_file(file, failure)) {
+            return file;
+        }
+    }
+    return {};
+}
+
 std::shared_ptr<const std::string> ImageFiles::Load(const std::string& source, std::string& why) {
     const auto known = m_loaded.find(source);
     if (known != m_loaded.end()) {
@@ -23,9 +34,9 @@ std::shared_ptr<const std::string> ImageFiles::Load(const std::string& source, s
         return nullptr;
     }
     std::replace(name.begin(), name.end(), '\\', '/');
-    const std::filesystem::path file = m_folder / name;
+    const std::filesystem::path file = Find(name);
     std::error_code failure;
-    if (!std::filesystem::is_regular_file(file, failure)) {
+    if (file.empty()) {
         why = "there is no image file \"" + source + "\"";
         return nullptr;
     }

@@ -1,22 +1,25 @@
-// Images that stand in files beside the report.
+// Images that stand in files beside the report or in the other folders of its run.
 #pragma once
 
 #include <filesystem>
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace rdl::engine {
 
 // Reads each image once. Only regular files are read, of a bounded size; nothing is fetched from a network.
 class ImageFiles {
  public:
-    explicit ImageFiles(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+    explicit ImageFiles(std::vector<std::string> folders) : m_folders(std::move(folders)) {}
     // The bytes by a path or file URI; null with the reason in `why`.
     std::shared_ptr<const std::string> Load(const std::string& source, std::string& why);
 
  private:
-    std::filesystem::path m_folder;
+    std::filesystem::path Find(const std::string& name) const;
+
+    std::vector<std::string> m_folders;
     std::map<std::string, std::shared_ptr<const std::string>> m_loaded;
 };
 

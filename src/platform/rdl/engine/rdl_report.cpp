@@ -17,7 +17,18 @@ namespace rdl::engine {
 namespace {
 
 bool HasQuery(const DataSet& dataSet) {
-    return !dataSet.hasInlineRows && (dataSet.commandText.IsSet() || !dataSet.sharedDataSet.empty());
+    return !dataSet.hasInlineRows && dataSet.rowsFile.empty() &&
+           (dataSet.commandText.IsSet() || !dataSet.sharedDataSet.empty());
+}
+
+// A report that is run from a copy finds its data where the application keeps its own.
+std::vector<std::string> OtherFolders() {
+    try {
+        const std::filesystem::path application = paths::ToMachine(AppPath());
+        return {application.string(), (application / "samples").string()};
+    } catch (const RuntimeError&) {
+        return {};  // a report alone, without an application around it
+    }
 }
 
 std::size_t Slot(int n, std::size_t count) {
@@ -59,6 +70,7 @@ data::LoadRequest RdlReport::Request(const std::string& renderFormat) const {
     data::LoadRequest request;
     request.definition = &m_definition;
     request.folder = m_file.parent_path().string();
+    request.folders = OtherFolders();
     request.reportName = m_file.stem().string();
     request.userName = UserName();
     request.renderFormat = renderFormat;

@@ -24,7 +24,7 @@ constexpr int MostSubreports = 20'000;  // of one run: each loads its data anew
 
 // What a run and the subreports in it share: files are read and parsed once.
 struct Shared {
-    explicit Shared(const fs::path& folder) : images(folder) {}
+    explicit Shared(std::vector<std::string> folders) : images(std::move(folders)) {}
     ImageFiles images;
     std::map<fs::path, std::shared_ptr<const Definition>> definitions;
     int subreports = 0;
@@ -36,16 +36,20 @@ std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, 
                                               const SharedPtr& shared, int depth);
 
 // A subreport's file: by its name as it stands, else with the extension of the report or the usual one.
-fs::path FindSubreport(const fs::path& parent, const std::string& reportName) {
+fs::path FindSubreport(const data::LoadRequest& parentRequest, const fs::path& parent,
+                       const std::string& reportName) {
     std::string name = reportName;
     std::replace(name.begin(), name.end(), '\\', '/');
     name.erase(0, name.find_first_not_of('/'));  // from a server's root; here the report's folder
-    const fs::path base = parent.parent_path() / name;
-    for (const fs::path& candidate : {base, fs::path(base.string() + parent.extension().string()),
-                                      fs::path(base.string() + ".rdl"), fs::path(base.string() + ".rpt")}) {
-        std::error_code failure;
-        if (fs::is_regular_file(candidate, failure)) {
-            return candidate;
+    for (const std::string& folder : parentRequest.SearchFolders()) {
+        const std::string base = (fs::path(folder) / name).string();
+        for (const std::string& extension :
+             {std::string(), parent.extension().string(), std::string(".rdl"), std::string(".rpt")}) {
+            const fs::path candidate = base + extension;
+            std::error_code failure;
+            if (fs::is_regular_file(candidate, failure)) {
+                return candidate;
+            }
         }
     }
     throw Error("there is no report \"" + reportName + "\" beside this one");
@@ -87,7 +91,7 @@ std::shared_ptr<layout::ReportInstance> OpenSubreport(const data::LoadRequest& p
         if (++shared->subreports > MostSubreports) {
             throw Error("there are more than " + std::to_string(MostSubreports) + " subreports");
         }
-        const fs::path file = FindSubreport(parentFile, subreport.reportName);
+        const fs::path file = FindSubreport(parent, parentFile, subreport.reportName);
         const std::shared_ptr<const Definition> definition = DefinitionOf(*shared, file);
         data::LoadRequest request = parent;
         request.definition = definition.get();
@@ -137,7 +141,7 @@ std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, 
 }  // namespace
 
 std::shared_ptr<layout::ReportInstance> RunReport(const data::LoadRequest& request, const fs::path& file) {
-    return Build(request, file, std::make_shared<Shared>(file.parent_path()), 0);
+    return Build(request, file, std::make_shared<Shared>(request.SearchFolders()), 0);
 }
 
 std::string UserName() {

@@ -35,8 +35,6 @@ struct BoxStyle {
     WritingMode writingMode = WritingMode::Horizontal;
     bool rightToLeft = false;
     std::string format, language;  // of the box's own value; for cells with typed values
-    std::string backgroundImage;   // bytes; empty: none
-    std::string backgroundRepeat = "Repeat";
 };
 using BoxStylePtr = std::shared_ptr<const BoxStyle>;
 

@@ -117,9 +117,6 @@ void Apply(BoxStyle& style, StyleProperty property, std::string_view text) {
         case StyleProperty::BackgroundColor:
             ParseColor(text, style.background);
             break;
-        case StyleProperty::BackgroundImageRepeat:
-            style.backgroundRepeat = text;
-            break;
         case StyleProperty::PaddingLeft:
             SetSize(text, style.paddingLeft, MaxPadding);
             break;

@@ -113,34 +113,12 @@ void AppendAlign(HAlign align, std::string& css) {
     css += std::string("text-align:") + words[static_cast<int>(align)] + ";";
 }
 
-std::string_view SniffedMime(std::string_view bytes) {
-    if (bytes.substr(0, 4) == "\x89PNG") {
-        return "image/png";
-    }
-    if (bytes.substr(0, 3) == "\xFF\xD8\xFF") {
-        return "image/jpeg";
-    }
-    return bytes.substr(0, 4) == "GIF8" ? "image/gif" : "image/bmp";
-}
-
 void AppendBackground(const BoxStyle& box, std::string& css) {
     if (box.background >> 24) {
         css += "background-color:";
         AppendColor(box.background, css);
         css += ';';
     }
-    if (box.backgroundImage.empty()) {
-        return;
-    }
-    css += "background-image:url(data:";
-    css += SniffedMime(box.backgroundImage);
-    css += ";base64,";
-    AppendBase64(box.backgroundImage, css);
-    css += ");background-repeat:";
-    css += box.backgroundRepeat == "RepeatX"   ? "repeat-x;"
-           : box.backgroundRepeat == "RepeatY" ? "repeat-y;"
-           : box.backgroundRepeat == "Clip"    ? "no-repeat;"
-                                               : "repeat;";
 }
 
 void AppendBox(const BoxStyle& box, HtmlStyles::Place place, std::string& css) {

@@ -17,6 +17,33 @@ TEST_F(InlineData, RowsOfTheReportNeedNoSource) {
     EXPECT_TRUE(table.At(1, 1).IsNull());
 }
 
+TEST_F(InlineData, RowsOfAFileAreTakenAsTheyAre) {
+    Write("people.xml", "<Rows><Row><Name>Ann</Name><Salary>1200.5</Salary></Row><Row Name='Bob'/></Rows>");
+    DataSet& set = AddSet("", {"Name", "Salary:Float"});
+    set.dataSourceName = "xxx";
+    set.rowsFile = "People.xml";
+    const Table table = Load();
+    ASSERT_EQ(table.RowCount(), 2u);
+    EXPECT_EQ(table.At(0, 0).AsText(), "Ann");
+    EXPECT_DOUBLE_EQ(table.At(0, 1).AsReal(), 1200.5);
+    EXPECT_TRUE(table.At(1, 1).IsNull());
+}
+
+TEST_F(InlineData, AMissingFileOfRowsIsNamed) {
+    AddSet("", {"Name"}).rowsFile = "nobody.xml";
+    const std::string failure = Failure();
+    EXPECT_NE(failure.find("Set1"), std::string::npos) << failure;
+    EXPECT_NE(failure.find("nobody.xml\" does not exist"), std::string::npos) << failure;
+}
+
+TEST_F(InlineData, AnotherDataSourceIsAskedInsteadOfAFileOfRows) {
+    Execute("create table t (Name text); insert into t values ('Cleo');");
+    AddSource("xxx", "");
+    AddSet("select Name from t", {"Name"}).rowsFile = "nobody.xml";
+    request.overrides["Main"] = {"SQLITE", "Data Source=sales.db"};
+    EXPECT_EQ(Rows(), "Cleo");
+}
+
 TEST_F(InlineData, EnteredRowsHaveTheTypesOfTheirElementPath) {
     AddSource("ENTERDATA", "");
     AddSet(
@@ -49,6 +76,15 @@ TEST_F(InlineData, DamagedDataIsAnErrorWithItsPlace) {
     EXPECT_NE(Failure().find("nested too deeply"), std::string::npos);
     set.commandText = ExprOf("<Query><XmlData><D/></XmlData><ElementPath>D{a</ElementPath></Query>");
     EXPECT_NE(Failure().find("closing brace"), std::string::npos);
+}
+
+TEST_F(InlineData, AFieldMayBeChosenByAnExpression) {
+    DataSet& set = AddSet("", {"First", "Last"});
+    set.hasInlineRows = true;
+    set.inlineRows = {{{"First", "Ann"}, {"Last", "Lee"}}};
+    AddParameter("Which", Value::Text("LA"));
+    AddCalculated(set, "Chosen", "=Fields(Parameters!Which.Value & \"st\").Value");
+    EXPECT_EQ(Rows(), "Ann|Lee|Lee");
 }
 
 }  // namespace

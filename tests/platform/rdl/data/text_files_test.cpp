@@ -73,5 +73,29 @@ TEST_F(FileData, MissingFilesAndWebAddressesAreErrors) {
     EXPECT_NE(Failure().find("does not exist"), std::string::npos);
 }
 
+TEST_F(FileData, WhatIsNotBesideTheReportIsLookedForInTheOtherFolders) {
+    const std::filesystem::path first = folder / "first", second = folder / "second";
+    std::filesystem::create_directories(first);
+    std::filesystem::create_directories(second / "data");
+    Write("second/data/c.json", R"([{"v": "second"}])");
+    request.folder = (folder / "cache").string();
+    request.folders = {first.string(), second.string()};
+    AddSource("JSON", "file=data\\C.json");
+    AddSet("$", {"v"});
+    EXPECT_EQ(Rows(), "second");
+    std::filesystem::create_directories(folder / "cache" / "data");
+    Write("cache/data/c.json", R"([{"v": "beside"}])");
+    EXPECT_EQ(Rows(), "beside");
+}
+
+TEST_F(FileData, AFileThatNoFolderHasIsNamedInTheReportsOwn) {
+    std::filesystem::create_directories(folder / "elsewhere");
+    request.folders = {(folder / "elsewhere").string()};
+    AddSource("JSON", "file=c.json");
+    AddSet("$", {"v"});
+    EXPECT_NE(Failure().find((folder / "c.json").string() + "\" does not exist"), std::string::npos)
+        << Failure();
+}
+
 }  // namespace
 }  // namespace rdl::data

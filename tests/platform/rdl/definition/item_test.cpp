@@ -55,6 +55,26 @@ TEST(ReportItem, WhatCannotBeDrawnIsNamed) {
     }
 }
 
+TEST(ReportItem, PictureBehindAnItemIsNamed) {
+    const auto withBackground = [](const std::string& value) {
+        return WithItems("<Textbox Name=\"Total\"><Style><BackgroundImage><Source>Embedded</Source><Value>" +
+                         value + "</Value></BackgroundImage></Style></Textbox>");
+    };
+    EXPECT_THAT(ErrorOf(withBackground("logo")), HasSubstr("Textbox Total, BackgroundImage"));
+    EXPECT_EQ(ErrorOf(withBackground("")), "");
+}
+
+TEST(ReportImage, OneFromTheNetworkIsRefusedWhenTheReportIsOpened) {
+    const auto external = [](const std::string& value) {
+        return WithItems("<Image Name=\"Logo\"><Source>External</Source><Value>" + value +
+                         "</Value></Image>");
+    };
+    EXPECT_THAT(ErrorOf(external("https://example.com/a.png")),
+                AllOf(HasSubstr("Image Logo"), HasSubstr("network")));
+    EXPECT_EQ(ErrorOf(external("file:///srv/a.png")), "");
+    EXPECT_EQ(ErrorOf(external("pictures/a.png")), "");
+}
+
 TEST(ReportItem, UnknownKindIsAnErrorNotAHole) {
     EXPECT_THAT(ErrorOf(WithItems("<Hologram Name=\"h\"/>")), HasSubstr("Hologram h"));
 }
