@@ -1,18 +1,14 @@
 #include "platform/rdl/writers/pdf_images.h"
 
-#include <QBuffer>
 #include <QByteArray>
 #include <QCryptographicHash>
 #include <QImage>
-#include <QImageReader>
 #include <optional>
 
-#include "platform/rdl/error.h"
+#include "platform/rdl/writers/image_decoder.h"
 
 namespace rdl::writers {
 namespace {
-
-constexpr qint64 MostPixels = 64'000'000;
 
 struct Jpeg {
     unsigned width = 0, height = 0, components = 0;
@@ -70,22 +66,6 @@ int WriteJpeg(PdfFile& file, const Jpeg& jpeg, const std::string& bytes) {
     return file.Stream(entries, bytes, false);
 }
 
-QImage Decode(const std::string& bytes) {
-    QByteArray raw = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
-    QBuffer buffer(&raw);
-    buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer);
-    const QSize size = reader.size();
-    if (size.isValid() && qint64{size.width()} * size.height() > MostPixels) {
-        throw Error("An image has more than 64 million pixels");
-    }
-    QImage image = reader.read();
-    if (image.isNull()) {
-        throw Error("An image is no PNG, JPEG, GIF or BMP that can be read");
-    }
-    return image;
-}
-
 int WritePixels(PdfFile& file, const QImage& decoded) {
     const bool alpha = decoded.hasAlphaChannel();
     const QImage image = decoded.convertToFormat(alpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
@@ -121,7 +101,7 @@ int PdfImages::Use(const std::shared_ptr<const std::string>& bytes) {
     const auto [place, isNew] = m_byDigest.try_emplace(digest.toStdString(), 0);
     if (isNew) {
         const std::optional<Jpeg> jpeg = ReadJpeg(*bytes);
-        place->second = jpeg ? WriteJpeg(m_file, *jpeg, *bytes) : WritePixels(m_file, Decode(*bytes));
+        place->second = jpeg ? WriteJpeg(m_file, *jpeg, *bytes) : WritePixels(m_file, DecodeImage(*bytes));
     }
     m_byAddress[bytes.get()] = {bytes, place->second};
     return place->second;

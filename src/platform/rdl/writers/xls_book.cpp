@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/rdl/writers/image_decoder.h"
 #include "platform/rdl/writers/xls_drawing.h"
 #include "platform/rdl/writers/xls_file.h"
 
@@ -61,7 +62,9 @@ std::size_t XlsBook::Image(const std::shared_ptr<const std::string>& bytes, Imag
             return i;
         }
     }
-    m_images.push_back({bytes, type, 1});
+    const bool isGif = type == ImageType::Gif;
+    m_images.push_back({bytes, isGif ? std::make_shared<const std::string>(AsPng(*bytes)) : bytes,
+                        isGif ? ImageType::Png : type, 1});
     return m_images.size() - 1;
 }
 
@@ -72,7 +75,7 @@ std::string XlsBook::SheetDrawing(std::size_t sheet) {
 std::string XlsBook::DrawingGroup() const {
     XlsDrawingGroup group;
     for (const StoredImage& image : m_images) {
-        group.AddImage(*image.bytes, image.type, image.uses);
+        group.AddImage(*image.stored, image.type, image.uses);
     }
     for (const auto& sheet : m_sheets) {
         group.AddSheet(static_cast<std::uint32_t>(sheet->pictures().size()));

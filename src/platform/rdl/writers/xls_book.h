@@ -22,7 +22,8 @@ class XlsBook {
 
     // The sheet before is complete with it.
     XlsSheet& AddSheet(const std::vector<double>& columnWidths, const layout::PageSetup& page);
-    // The index of a picture's bytes, the same for the same bytes.
+    // The index of a picture's bytes, the same for the same bytes. A workbook has no GIF: one becomes a PNG,
+    // and rdl::Error is raised when it cannot be read.
     std::size_t Image(const std::shared_ptr<const std::string>& bytes, ImageType type);
     // Everything into the output. At least one sheet.
     void Write(Output& output);
@@ -38,7 +39,8 @@ class XlsBook {
     std::string GlobalsAt(std::size_t sheetsBegin) const;
 
     struct StoredImage {
-        std::shared_ptr<const std::string> bytes;
+        std::shared_ptr<const std::string> bytes;  // as the report has them, to find them again
+        std::shared_ptr<const std::string> stored;
         ImageType type;
         unsigned uses;
     };

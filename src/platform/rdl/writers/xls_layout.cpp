@@ -241,12 +241,13 @@ std::uint32_t XlsLayout::PlaceImage(const Instance& item, double x, std::uint32_
         return row + 1;
     }
     const ImageType type = TypeOfImage(item);
-    if (type == ImageType::Gif) {
-        throw Error("Image \"" + item.name + "\" is a GIF, which an Excel workbook cannot hold");
-    }
     const Columns columns = ColumnsAt(x + item.x, x + item.x + item.width);
-    m_sheet->Picture({row, columns.first, std::max(item.width, 1.0), std::max(item.height, 1.0),
-                      m_book.Image(item.imageBytes, type)});
+    try {
+        m_sheet->Picture({row, columns.first, std::max(item.width, 1.0), std::max(item.height, 1.0),
+                          m_book.Image(item.imageBytes, type)});
+    } catch (const Error& error) {
+        throw Error("Image \"" + item.name + "\": " + error.what());
+    }
     double left = item.height;
     do {  // a row is not as high as any image
         m_sheet->Height(row++, left, true);

@@ -210,6 +210,29 @@ TEST(Xls, PicturesAreInTheFileOnce) {
     EXPECT_THROW(Workbook(SampleReport({image})), Error);
 }
 
+TEST(Xls, AGifBecomesAPng) {
+    constexpr unsigned char RedPixel[] = {0x47, 0x49, 0x46, 0x38, 0x39, 0x61, 0x01, 0x00, 0x01,
+                                          0x00, 0x80, 0x00, 0x00, 0xFF, 0x00, 0x00, 0x00, 0x00,
+                                          0x00, 0x2C, 0x00, 0x00, 0x00, 0x00, 0x01, 0x00, 0x01,
+                                          0x00, 0x00, 0x02, 0x02, 0x44, 0x01, 0x00, 0x3B};
+    Instance image;
+    image.kind = layout::InstanceKind::Image;
+    image.name = "Logo";
+    image.width = image.height = 50;
+    image.imageBytes = std::make_shared<const std::string>(RedPixel, RedPixel + sizeof RedPixel);
+    const std::string book = Workbook(SampleReport({image}));
+    EXPECT_EQ(book.find("GIF89a"), std::string::npos);
+    EXPECT_NE(book.find("\x89PNG\r\n\x1A\n"), std::string::npos);
+
+    image.imageBytes = std::make_shared<const std::string>("GIF89a and nothing behind it");
+    try {
+        Workbook(SampleReport({image}));
+        FAIL() << "the damaged picture was taken";
+    } catch (const Error& error) {
+        EXPECT_NE(std::string(error.what()).find("Image \"Logo\""), std::string::npos) << error.what();
+    }
+}
+
 TEST(Xls, MoreColumnsThanASheetHasAreAnError) {
     std::vector<Instance> items;
     for (int i = 0; i < 300; ++i) {
