@@ -4,6 +4,8 @@
 
 #include "platform/rdl/error.h"
 #include "platform/rdl/layout/grouping.h"
+#include "platform/rdl/layout/links.h"
+#include "platform/rdl/layout/markup.h"
 #include "platform/rdl/layout/tablix_table.h"
 #include "platform/rdl/layout/units.h"
 
@@ -11,19 +13,6 @@ namespace rdl::layout {
 namespace {
 
 constexpr int MaxDepth = 64;
-
-// Texts lead outside; a script or a local program is no place to lead to.
-bool IsHarmlessLink(std::string_view uri) {
-    const auto colon = uri.find(':');
-    if (colon == std::string_view::npos || uri.find_first_of("/?#") < colon) {
-        return true;
-    }
-    std::string scheme(uri.substr(0, colon));
-    std::transform(scheme.begin(), scheme.end(), scheme.begin(),
-                   [](unsigned char c) { return std::tolower(c); });
-    return scheme == "http" || scheme == "https" || scheme == "mailto" || scheme == "ftp" ||
-           scheme == "tel" || scheme == "file";
-}
 
 void Clear(Instance& out) {
     out.x = out.y = out.width = out.height = 0;
@@ -194,7 +183,27 @@ void ItemBuilder::TextOf(ItemPlan& plan, Instance& out) {
         out.paragraphs.front().runs.front().text.clear();
         out.value = Value();
     }
+    if (plan.hasMarkup) {
+        ReadMarkup(plan, out);
+    }
     NumberLists(out.paragraphs);
+}
+
+void ItemBuilder::ReadMarkup(const ItemPlan& plan, Instance& out) const {
+    std::vector<ParagraphInstance> expanded;
+    for (std::size_t i = 0; i < out.paragraphs.size(); ++i) {
+        std::vector<bool> isMarkup;
+        for (const RunPlan& run : plan.paragraphs[i].runs) {
+            isMarkup.push_back(run.html);
+        }
+        for (ParagraphInstance& paragraph : ExpandMarkup(out.paragraphs[i], isMarkup)) {
+            expanded.push_back(std::move(paragraph));
+        }
+    }
+    out.paragraphs = std::move(expanded);
+    if (out.value.IsText()) {
+        out.value = Value::Text(out.PlainText());
+    }
 }
 
 void ItemBuilder::NumberLists(std::vector<ParagraphInstance>& paragraphs) const {

@@ -27,6 +27,8 @@ class ItemBuilder {
     void TextOf(ItemPlan& plan, Instance& out);
     void ParagraphOf(ParagraphPlan& plan, bool isOnlyRun, Instance& out, ParagraphInstance& paragraph);
     void RunOf(RunPlan& plan, bool isOnlyRun, Instance& out, RunInstance& run);
+    // The texts that are HTML, put in place of what stands for them.
+    void ReadMarkup(const ItemPlan& plan, Instance& out) const;
     void NumberLists(std::vector<ParagraphInstance>& paragraphs) const;
     bool IsDuplicate(ItemPlan& plan, const Value& value);
     float Size(const Property& property);

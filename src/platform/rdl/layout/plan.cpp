@@ -126,6 +126,8 @@ void Planner::Kinds(const ReportItem& item, ItemPlan& plan) {
             const auto& box = static_cast<const Textbox&>(item);
             for (const Paragraph& paragraph : box.paragraphs) {
                 plan.paragraphs.push_back(ParagraphOf(paragraph, box.style));
+                plan.hasMarkup = plan.hasMarkup || std::any_of(paragraph.runs.begin(), paragraph.runs.end(),
+                                                               [](const TextRun& run) { return run.html; });
             }
             plan.hideDuplicates = box.hideDuplicates;
             break;

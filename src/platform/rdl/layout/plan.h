@@ -75,6 +75,7 @@ struct ItemPlan {
     bool plain = false;  // no link, bookmark, label or tool tip: nothing of it to work out
 
     std::vector<ParagraphPlan> paragraphs;            // Textbox
+    bool hasMarkup = false;                           // one of its runs is HTML
     std::vector<std::unique_ptr<ItemPlan>> children;  // Rectangle
     std::unique_ptr<TablixPlan> tablix;
     Property value, mimeType;                                  // Image

@@ -65,6 +65,16 @@ class Programs::Context : public expr::CompileContext {
         return found == scopes.end() ? std::nullopt : std::optional<std::string>(found->second);
     }
 
+    std::vector<std::string> FieldNames(const std::string& set) const override {
+        std::vector<std::string> names;
+        if (const auto slots = m_slots.find(set); slots != m_slots.end()) {
+            for (const auto& [name, slot] : slots->second) {
+                names.push_back(name);
+            }
+        }
+        return names;
+    }
+
     std::unordered_map<std::string, std::string> scopes;  // scope -> data set
     std::unique_ptr<expr::CodeLibrary> library;
 

@@ -34,6 +34,20 @@ TEST(Tablix, ADetailGroupHasARowForEachRowOfTheData) {
     EXPECT_THAT(Rows(kit.Table()), ElementsAre("Pen", "Ink", "Ink", "Pen"));
 }
 
+TEST(Tablix, AFieldMayBeChosenByAnExpression) {
+    const auto kit = BuildKit(Report(DetailTable("=Fields(&quot;Pro&quot; &amp; &quot;DUCT&quot;).Value")),
+                              Sales(FourSales));
+    EXPECT_THAT(Rows(kit.Table()), ElementsAre("Pen", "Ink", "Ink", "Pen"));
+}
+
+TEST(Tablix, TheReportsOwnFunctionsAreCalled) {
+    std::string report = Report(DetailTable("=Code.Twice(Fields!Amount.Value)"));
+    report.insert(report.find("<DataSources>"),
+                  "<Code>Public Function Twice(ByVal x As Integer) As Integer\n  Return 2 * x\nEnd "
+                  "Function</Code>");
+    EXPECT_THAT(Rows(BuildKit(report, Sales(FourSales)).Table()), ElementsAre("20", "40", "60", "10"));
+}
+
 TEST(Tablix, GroupsStandInTheOrderOfTheirFirstRowAndAddUpTheirOwn) {
     const auto kit = BuildKit(Report(Grouped("=Sum(Fields!Amount.Value)")), Sales(FourSales));
     EXPECT_THAT(Rows(kit.Table()), ElementsAre("North", "10", "30", "40", "South", "20", "5", "25"));
