@@ -20,7 +20,8 @@ class DateValue {
     constexpr std::int64_t Seconds() const { return m_seconds; }  // since 1899-12-30 00:00:00
     std::int64_t DayNumber() const;                               // whole days, rounded down
     int SecondOfDay() const;                                      // 0 to 86399
-    auto operator<=>(const DateValue&) const = default;
+    auto operator<=>(const DateValue&) const =
+        default;  // NOLINT(modernize-use-nullptr): not a comparison with 0
 
  private:
     std::int64_t m_seconds = 0;
