@@ -51,15 +51,17 @@ class Pages final : public PageStream {
         content.height = setup.height;
         record.facts.overallTotal = total;
         record.facts.total = total > 0 ? GroupTotal(record.numberGroup, total) : 0;
-        const auto wanted = [&record](bool onFirst, bool onLast) {
-            return (onFirst || !record.first) && (onLast || !record.last);
-        };
+        // The only page is the first to a header and the last to a footer.
+        const bool hasHeader = setup.headerHeight > 0 && (setup.headerOnFirst || !record.first) &&
+                               (setup.headerOnLast || !record.last || record.first);
+        const bool hasFooter = setup.footerHeight > 0 && (setup.footerOnLast || !record.last) &&
+                               (setup.footerOnFirst || !record.first || record.last);
         const double width = setup.width - setup.marginLeft - setup.marginRight;
-        if (setup.headerHeight > 0 && wanted(setup.headerOnFirst, setup.headerOnLast)) {
+        if (hasHeader) {
             Draw(section.Header(record.facts), {setup.marginLeft, setup.marginTop, width, setup.headerHeight},
                  content);
         }
-        if (setup.footerHeight > 0 && wanted(setup.footerOnFirst, setup.footerOnLast)) {
+        if (hasFooter) {
             const double top = setup.height - setup.marginBottom - setup.footerHeight;
             Draw(section.Footer(record.facts), {setup.marginLeft, top, width, setup.footerHeight}, content);
         }

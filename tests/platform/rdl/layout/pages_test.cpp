@@ -7,6 +7,7 @@ namespace rdl::layout {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::SizeIs;
 
 std::vector<SaleRow> Many(int count) {
@@ -86,6 +87,32 @@ TEST(Pages, HeaderAndFooterKnowTheNumbersOfPages) {
     const auto sink = PagesOf(BuildKit(Report(HeaderedTable(""), page), Sales(Many(30))));
     EXPECT_THAT(sink.margins,
                 ElementsAre(ElementsAre("1 of 3"), ElementsAre("2 of 3"), ElementsAre("3 of 3")));
+}
+
+// The words of a header or footer that is printed as told, on a report of so many rows.
+TextSink WithMargin(const std::string& kind, const std::string& onFirst, const std::string& onLast,
+                    int rows) {
+    return PagesOf(
+        BuildKit(Report(HeaderedTable(""), "<" + kind + "><Height>20pt</Height><PrintOnFirstPage>" + onFirst +
+                                               "</PrintOnFirstPage><PrintOnLastPage>" + onLast +
+                                               "</PrintOnLastPage><ReportItems>" + Box("M", "margin", Place) +
+                                               "</ReportItems></" + kind + ">"),
+                 Sales(Many(rows))));
+}
+
+TEST(Pages, HeaderAndFooterLeaveOutTheFirstOrLastPage) {
+    for (const char* kind : {"PageHeader", "PageFooter"}) {
+        EXPECT_THAT(WithMargin(kind, "false", "true", 30).margins,
+                    ElementsAre(SizeIs(0), SizeIs(1), SizeIs(1)));
+        EXPECT_THAT(WithMargin(kind, "true", "false", 30).margins, ElementsAre(SizeIs(1), SizeIs(1)));
+    }
+}
+
+TEST(Pages, TheOnlyPageIsTheFirstToItsHeaderAndTheLastToItsFooter) {
+    EXPECT_THAT(WithMargin("PageHeader", "true", "false", 1).margins, ElementsAre(SizeIs(1)));
+    EXPECT_THAT(WithMargin("PageHeader", "false", "true", 1).margins, IsEmpty());
+    EXPECT_THAT(WithMargin("PageFooter", "true", "false", 1).margins, IsEmpty());
+    EXPECT_THAT(WithMargin("PageFooter", "false", "true", 1).margins, ElementsAre(SizeIs(1)));
 }
 
 TEST(Pages, ABodyWiderThanThePageGoesOnToTheRight) {
