@@ -166,8 +166,9 @@ std::unique_ptr<Cursor> OpenCursor(const LoadRequest& request, const DataSet& da
     if (dataSet.hasInlineRows) {
         return InlineRows(dataSet);
     }
-    // Who names another data source wants its rows.
-    if (!dataSet.rowsFile.empty() && !(source && request.overrides.contains(source->name))) {
+    // Who gives another data source wants its rows.
+    const bool isReplaced = source && dataSet.commandText.IsSet() && request.overrides.contains(source->name);
+    if (!dataSet.rowsFile.empty() && !isReplaced) {
         return OpenXmlRows(ResolveDataPath(dataSet.rowsFile, request.SearchFolders()));
     }
     if (!source) {
