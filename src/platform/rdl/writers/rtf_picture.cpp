@@ -1,0 +1,83 @@
+#include "platform/rdl/writers/rtf_picture.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/rdl/layout/image_size.h"
+#include "platform/rdl/writers/flow.h"
+#include "platform/rdl/writers/image_decoder.h"
+#include "platform/rdl/writers/rtf_text.h"
+
+namespace rdl::writers {
+namespace {
+
+using layout::ImageSize;
+using layout::Instance;
+
+constexpr std::size_t BytesInLine = 64;
+constexpr double PixelsPerPoint = 96.0 / 72;
+constexpr double LeastSide = 0.5;  // points
+
+void AppendHex(const std::string& bytes, std::string& out) {
+    static constexpr char Digits[] = "0123456789abcdef";
+    out.reserve(out.size() + bytes.size() * 2 + bytes.size() / BytesInLine + 1);
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (i % BytesInLine == 0) {
+            out += '\n';
+        }
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        out += Digits[byte >> 4];
+        out += Digits[byte & 15];
+    }
+}
+
+// The size that the picture is shown in, before what is cut away.
+ImageSize Shown(const Instance& item, const ImageSize& natural) {
+    const ImageSize box{std::max(std::fabs(item.width), LeastSide),
+                        std::max(std::fabs(item.height), LeastSide)};
+    if (natural.width <= 0 || natural.height <= 0 || item.sizing == Instance::Sizing::Fit) {
+        return box;
+    }
+    if (item.sizing != Instance::Sizing::FitProportional) {
+        return natural;
+    }
+    const double scale = std::min(box.width / natural.width, box.height / natural.height);
+    return {natural.width * scale, natural.height * scale};
+}
+
+void AppendSize(const Instance& item, const ImageSize& natural, std::string& out) {
+    const ImageSize shown = Shown(item, natural);
+    AppendWord("\\picw", static_cast<int>(std::lround(std::min(natural.width, 1e6) * PixelsPerPoint)), out);
+    AppendWord("\\pich", static_cast<int>(std::lround(std::min(natural.height, 1e6) * PixelsPerPoint)), out);
+    AppendTwips("\\picwgoal", shown.width, out);
+    AppendTwips("\\pichgoal", shown.height, out);
+    if (item.sizing == Instance::Sizing::Clip) {
+        AppendTwips("\\piccropr", std::max(shown.width - std::fabs(item.width), 0.0), out);
+        AppendTwips("\\piccropb", std::max(shown.height - std::fabs(item.height), 0.0), out);
+    }
+}
+
+}  // namespace
+
+const std::string& RtfPictures::Converted(const Instance& item) {
+    if (m_source != item.imageBytes) {
+        m_converted = AsPng(*item.imageBytes, item.name);
+        m_source = item.imageBytes;
+    }
+    return m_converted;
+}
+
+void RtfPictures::Append(const Instance& item, std::string& out) {
+    if (!item.imageBytes || item.imageBytes->empty()) {
+        return;
+    }
+    const ImageType type = TypeOfImage(item);
+    const bool stays = type == ImageType::Png || type == ImageType::Jpeg;
+    const std::string& bytes = stays ? *item.imageBytes : Converted(item);
+    out += type == ImageType::Jpeg ? "{\\pict\\jpegblip" : "{\\pict\\pngblip";
+    AppendSize(item, layout::SizeOfImage(*item.imageBytes), out);
+    AppendHex(bytes, out);
+    out += '}';
+}
+
+}  // namespace rdl::writers
