@@ -41,6 +41,7 @@ struct PathOp {  // polygons and curves of charts
 struct ImageOp {
     double x, y, width, height;
     std::shared_ptr<const std::string> bytes;  // the same pointer for the same image
+    std::string name;                          // the item's, for errors
 };
 struct ClipOp {  // until the matching UnclipOp
     double x, y, width, height;

@@ -231,17 +231,19 @@ void Painter::Image(const Rect& area, const Instance& item) {
     const ImageSize size = SizeOfImage(*item.imageBytes);
     Reach(area.Right());
     if (item.sizing == Instance::Sizing::Fit || size.width <= 0 || size.height <= 0) {
-        m_page->ops.emplace_back(ImageOp{inside.x, inside.y, inside.width, inside.height, item.imageBytes});
+        m_page->ops.emplace_back(
+            ImageOp{inside.x, inside.y, inside.width, inside.height, item.imageBytes, item.name});
         return;
     }
     if (item.sizing == Instance::Sizing::FitProportional) {
         const double scale = std::min(inside.width / size.width, inside.height / size.height);
         m_page->ops.emplace_back(
-            ImageOp{inside.x, inside.y, size.width * scale, size.height * scale, item.imageBytes});
+            ImageOp{inside.x, inside.y, size.width * scale, size.height * scale, item.imageBytes, item.name});
         return;
     }
     m_page->ops.emplace_back(ClipOp{inside.x, inside.y, inside.width, inside.height});
-    m_page->ops.emplace_back(ImageOp{inside.x, inside.y, size.width, size.height, item.imageBytes});
+    m_page->ops.emplace_back(
+        ImageOp{inside.x, inside.y, size.width, size.height, item.imageBytes, item.name});
     m_page->ops.emplace_back(UnclipOp{});
 }
 

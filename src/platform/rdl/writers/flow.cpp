@@ -46,7 +46,10 @@ std::string SafeLink(const std::string& link) {
 }
 
 ImageType TypeOfImage(const layout::Instance& image) {
-    const std::string_view bytes = *image.imageBytes;
+    return TypeOfImage(*image.imageBytes, image.name);
+}
+
+ImageType TypeOfImage(std::string_view bytes, const std::string& name) {
     if (bytes.substr(0, 8) == "\x89PNG\r\n\x1A\n") {
         return ImageType::Png;
     }
@@ -59,7 +62,7 @@ ImageType TypeOfImage(const layout::Instance& image) {
     if (bytes.substr(0, 2) == "BM") {
         return ImageType::Bmp;
     }
-    throw Error("Image \"" + image.name + "\" is none of PNG, JPEG, GIF and BMP");
+    throw Error("Image \"" + name + "\" is none of PNG, JPEG, GIF and BMP");
 }
 
 layout::HAlign AlignmentOf(const layout::Instance& item, layout::HAlign paragraph) {

@@ -20,6 +20,7 @@ std::string SafeLink(const std::string& link);
 // PNG, JPEG, GIF or BMP by the bytes themselves; raises rdl::Error naming the item when they are none.
 enum class ImageType { Png, Jpeg, Gif, Bmp };
 ImageType TypeOfImage(const layout::Instance& image);
+ImageType TypeOfImage(std::string_view bytes, const std::string& name);
 
 // The paragraph's or box's alignment, General worked out.
 layout::HAlign AlignmentOf(const layout::Instance& item, layout::HAlign paragraph);

@@ -5,36 +5,61 @@
 #include <QImageReader>
 
 #include "platform/rdl/error.h"
+#include "platform/rdl/writers/flow.h"
 
 namespace rdl::writers {
 namespace {
 
-constexpr qint64 MostPixels = 64'000'000;
+constexpr std::int64_t MostPixels = 64'000'000;
+
+const char* FormatOf(ImageType type) {
+    switch (type) {
+        case ImageType::Png:
+            return "png";
+        case ImageType::Jpeg:
+            return "jpeg";
+        case ImageType::Gif:
+            return "gif";
+        default:
+            return "bmp";
+    }
+}
 
 }  // namespace
 
-QImage DecodeImage(const std::string& bytes) {
+void CheckImageSize(std::int64_t width, std::int64_t height, const std::string& item) {
+    if (width * height > MostPixels) {
+        throw Error("Image \"" + item + "\" has more than 64 million pixels");
+    }
+}
+
+QImage DecodeImage(const std::string& bytes, const std::string& item) {
     QByteArray raw = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
     QBuffer buffer(&raw);
     buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer);
+    // By its own first bytes: the library would guess at formats that reach for other files.
+    QImageReader reader(&buffer, FormatOf(TypeOfImage(bytes, item)));
+    reader.setAutoDetectImageFormat(false);
     const QSize size = reader.size();
-    if (size.isValid() && qint64{size.width()} * size.height() > MostPixels) {
-        throw Error("An image has more than 64 million pixels");
+    if (size.isValid()) {
+        CheckImageSize(size.width(), size.height(), item);
     }
+    constexpr int Megabytes = static_cast<int>(MostPixels * 4 >> 20) + 1;
+    QImageReader::setAllocationLimit(Megabytes);  // holds where the size is not told beforehand
     QImage image = reader.read();
     if (image.isNull()) {
-        throw Error("An image is no PNG, JPEG, GIF or BMP that can be read");
+        throw Error("Image \"" + item + "\" is damaged and cannot be read");
     }
+    CheckImageSize(image.width(), image.height(), item);
     return image;
 }
 
-std::string AsPng(const std::string& bytes) {
+std::string AsPng(const std::string& bytes, const std::string& item) {
     QByteArray png;
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);
-    if (!DecodeImage(bytes).save(&buffer, "PNG")) {
-        throw Error("An image cannot be written as a PNG");
+    if (!DecodeImage(bytes, item).save(&buffer, "PNG")) {
+        throw Error("Image \"" + item + "\" cannot be written as a PNG");
     }
     return png.toStdString();
 }

@@ -53,7 +53,8 @@ void PutGlyph(std::string& out, std::uint16_t glyph) {
 }  // namespace
 
 const std::string& PdfContent::Draw(const layout::Page& page, double height) {
-    m_out.clear();
+    // What is drawn over this page next begins with a fresh graphics state.
+    m_out = "q\n";
     m_height = height;
     m_state = {};
     m_saved.clear();
@@ -82,6 +83,7 @@ const std::string& PdfContent::Draw(const layout::Page& page, double height) {
     while (!m_saved.empty()) {
         Restore();
     }
+    m_out += "Q\n";
     return m_out;
 }
 
@@ -150,7 +152,8 @@ void PdfContent::Text(const layout::Page& page, const layout::TextOp& op) {
         return;
     }
     const text::FontFile& file = text::File(op.font);
-    const bool clear = NoteGlyphs(page, op, m_fonts.Use(op.font));
+    PdfFonts::Font& font = m_fonts.Use(op.font);
+    const bool clear = NoteGlyphs(page, op, font);
     if (!clear) {
         const auto text = std::string_view(page.text).substr(op.textBegin, op.textEnd - op.textBegin);
         m_out += "/Span<</ActualText<FEFF" + PdfHexUtf16(text) + ">>>BDC ";
@@ -165,7 +168,7 @@ void PdfContent::Text(const layout::Page& page, const layout::TextOp& op) {
     }
     m_out += "BT ";
     if (op.font != m_state.font || op.size != m_state.size) {
-        m_out += "/F" + std::to_string(op.font) + " ";
+        m_out += "/F" + std::to_string(font.number) + " ";
         Number(op.size);
         m_out += "Tf ";
         m_state.font = op.font;
@@ -266,6 +269,15 @@ void PdfContent::Path(const layout::PathOp& op) {
     if ((!fill && !stroke) || op.segments.empty()) {
         return;
     }
+    if (fill && stroke && AlphaOf(op.fill) != AlphaOf(op.stroke)) {
+        layout::PathOp half = op;
+        half.stroke = layout::Transparent;
+        Path(half);
+        half = op;
+        half.fill = layout::Transparent;
+        Path(half);
+        return;
+    }
     if (stroke) {
         StrokeWith(op.stroke, op.strokeWidth, op.strokeStyle);
     }
@@ -291,7 +303,7 @@ void PdfContent::Image(const layout::ImageOp& op) {
     if (!op.bytes || op.bytes->empty()) {
         return;
     }
-    const int number = m_images.Use(op.bytes);
+    const int number = m_images.Use(op.bytes, op.name);
     Save();
     Alpha(layout::Black);
     Number(op.width);

@@ -130,7 +130,12 @@ int Descriptor(PdfFile& file, text::FontId id, const std::string& name,
 }  // namespace
 
 PdfFonts::Font& PdfFonts::Use(text::FontId font) {
-    return m_fonts[font];
+    const auto [place, isNew] = m_fonts.try_emplace(font);
+    if (isNew) {
+        // Not by the font's id: ids depend on what the process did before, and the document must not.
+        place->second.number = static_cast<int>(m_fonts.size());
+    }
+    return place->second;
 }
 
 bool PdfFonts::Note(Font& font, text::FontId id, std::uint16_t glyph, std::string_view says) {
@@ -161,8 +166,13 @@ bool PdfFonts::Note(Font& font, text::FontId id, std::uint16_t glyph, std::strin
 }
 
 std::string PdfFonts::Write(PdfFile& file) const {
-    std::string resources;
+    std::map<int, text::FontId> byNumber;
     for (const auto& [id, font] : m_fonts) {
+        byNumber.emplace(font.number, id);
+    }
+    std::string resources;
+    for (const auto& [number, id] : byNumber) {
+        const Font& font = m_fonts.at(id);
         const std::vector<std::uint16_t> glyphs = UsedGlyphs(font);
         const std::string name = SubsetName(text::File(id).postscriptName, glyphs);
         const bool cff = text::File(id).isCff;
@@ -176,7 +186,7 @@ std::string PdfFonts::Write(PdfFile& file) const {
         const int whole = file.Object("<</Type/Font/Subtype/Type0/BaseFont/" + name +
                                       "/Encoding/Identity-H/DescendantFonts[" + PdfReference(cid) +
                                       "]/ToUnicode " + PdfReference(unicode) + ">>");
-        resources += "/F" + std::to_string(id) + " " + PdfReference(whole);
+        resources += "/F" + std::to_string(number) + " " + PdfReference(whole);
     }
     return resources;
 }

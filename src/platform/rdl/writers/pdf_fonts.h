@@ -15,13 +15,14 @@ namespace rdl::writers {
 class PdfFonts {
  public:
     struct Font {
+        int number;                  // in order of first use: its resource name is /F and this
         std::vector<char32_t> says;  // by glyph: 0 unused, Unmapped, Several, or its character
         std::vector<float> widths;   // by glyph, 1/1000 em
         std::map<std::uint16_t, std::string> several;  // glyphs that stand for more than one character
     };
     static constexpr char32_t Unmapped = 0x110000, Several = 0x110001;
 
-    // The reference stays good; the font's resource name is /F and the id.
+    // The reference stays good.
     Font& Use(text::FontId font);
     // Notes the glyph's use. False when it says something else elsewhere, so that the text has to be told
     // beside it.

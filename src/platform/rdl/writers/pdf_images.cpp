@@ -5,6 +5,7 @@
 #include <QImage>
 #include <optional>
 
+#include "platform/rdl/error.h"
 #include "platform/rdl/writers/image_decoder.h"
 
 namespace rdl::writers {
@@ -12,7 +13,8 @@ namespace {
 
 struct Jpeg {
     unsigned width = 0, height = 0, components = 0;
-    bool inverted = false;  // Adobe's CMYK
+    bool inverted = false;   // Adobe's CMYK
+    std::size_t header = 0;  // where the frame header is
 };
 
 // What the frame header of a JPEG says; nothing when the format cannot pass through.
@@ -41,6 +43,7 @@ std::optional<Jpeg> ReadJpeg(const std::string& bytes) {
             jpeg.height = at(i + 5) << 8 | at(i + 6);
             jpeg.width = at(i + 7) << 8 | at(i + 8);
             jpeg.components = at(i + 9);
+            jpeg.header = i;
             const bool usable = at(i + 4) == 8 && jpeg.width && jpeg.height &&
                                 (jpeg.components == 1 || jpeg.components == 3 || jpeg.components == 4);
             return usable ? std::optional(jpeg) : std::nullopt;
@@ -48,6 +51,12 @@ std::optional<Jpeg> ReadJpeg(const std::string& bytes) {
         i += 2 + length;
     }
     return std::nullopt;
+}
+
+// One that is cut short would be half a picture in one viewer and none in another.
+bool IsWhole(const Jpeg& jpeg, const std::string& bytes) {
+    const std::size_t scan = bytes.find("\xFF\xDA", jpeg.header);
+    return scan != std::string::npos && bytes.find("\xFF\xD9", scan + 2) != std::string::npos;
 }
 
 std::string Entries(qint64 width, qint64 height, const char* space) {
@@ -89,9 +98,21 @@ int WritePixels(PdfFile& file, const QImage& decoded) {
     return file.Stream(entries, colors);
 }
 
+int WriteImage(PdfFile& file, const std::string& bytes, const std::string& item) {
+    const std::optional<Jpeg> jpeg = ReadJpeg(bytes);
+    if (!jpeg) {
+        return WritePixels(file, DecodeImage(bytes, item));
+    }
+    CheckImageSize(jpeg->width, jpeg->height, item);
+    if (!IsWhole(*jpeg, bytes)) {
+        throw Error("Image \"" + item + "\" is damaged and cannot be read");
+    }
+    return WriteJpeg(file, *jpeg, bytes);
+}
+
 }  // namespace
 
-int PdfImages::Use(const std::shared_ptr<const std::string>& bytes) {
+int PdfImages::Use(const std::shared_ptr<const std::string>& bytes, const std::string& item) {
     if (const auto known = m_byAddress.find(bytes.get());
         known != m_byAddress.end() && known->second.bytes.lock() == bytes) {
         return known->second.number;
@@ -100,8 +121,7 @@ int PdfImages::Use(const std::shared_ptr<const std::string>& bytes) {
         QByteArrayView(bytes->data(), static_cast<qsizetype>(bytes->size())), QCryptographicHash::Sha256);
     const auto [place, isNew] = m_byDigest.try_emplace(digest.toStdString(), 0);
     if (isNew) {
-        const std::optional<Jpeg> jpeg = ReadJpeg(*bytes);
-        place->second = jpeg ? WriteJpeg(m_file, *jpeg, *bytes) : WritePixels(m_file, DecodeImage(*bytes));
+        place->second = WriteImage(m_file, *bytes, item);
     }
     m_byAddress[bytes.get()] = {bytes, place->second};
     return place->second;

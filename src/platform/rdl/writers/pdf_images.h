@@ -13,9 +13,9 @@ namespace rdl::writers {
 class PdfImages {
  public:
     explicit PdfImages(PdfFile& file) : m_file(file) {}
-    // The number of the image's object; its resource name is /I and that number. Raises rdl::Error when it
-    // cannot be read or has more than 64 million pixels.
-    int Use(const std::shared_ptr<const std::string>& bytes);
+    // The number of the image's object; its resource name is /I and that number. Raises rdl::Error, which
+    // names the item, when it cannot be read or has more than 64 million pixels.
+    int Use(const std::shared_ptr<const std::string>& bytes, const std::string& item);
     std::string Resources() const;
 
  private:

@@ -13,6 +13,7 @@ class PdfOutline {
  public:
     // `page` is the page object's number, y counts upwards.
     void AddDestination(const std::string& name, int page, double x, double y);
+    bool Knows(const std::string& name) const { return m_places.count(name) != 0; }
     void AddEntry(const std::string& label, int level, int page, double x, double y);
     // Entries for the catalog; writes the objects.
     std::string Write(PdfFile& file) const;

@@ -20,11 +20,11 @@ class PdfPages : public layout::PageSink {
         Sheet& sheet = At(page);
         sheet.width = content.width;
         sheet.height = content.height;
-        sheet.streams[0] = Add(sheet, content);
+        sheet.streams[0] = Add(page, content);
     }
     void Margins(int page, layout::Page& content) override {
         Sheet& sheet = At(page);
-        sheet.streams[1] = Add(sheet, content);
+        sheet.streams[1] = Add(page, content);
     }
     // Returns the page tree's number.
     int Finish();
@@ -37,6 +37,11 @@ class PdfPages : public layout::PageSink {
         std::array<int, 2> streams{};
         std::vector<int> links;
     };
+    // Where it leads may come later, or never: then it is left out.
+    struct BookmarkLink {
+        std::size_t page;
+        std::string area, bookmark;
+    };
 
     Sheet& At(int page) {
         while (m_sheets.size() <= static_cast<std::size_t>(page)) {
@@ -44,17 +49,19 @@ class PdfPages : public layout::PageSink {
         }
         return m_sheets[static_cast<std::size_t>(page)];
     }
-    int Add(Sheet& sheet, const layout::Page& content) {
+    int Add(int page, const layout::Page& content) {
+        const Sheet& sheet = At(page);
         for (const layout::Op& op : content.ops) {
             if (const auto* link = std::get_if<layout::LinkOp>(&op)) {
-                AddLink(sheet, *link);
+                AddLink(static_cast<std::size_t>(page), *link);
             } else if (const auto* anchor = std::get_if<layout::AnchorOp>(&op)) {
                 AddAnchor(sheet, *anchor);
             }
         }
         return m_file.Stream("", m_content.Draw(content, sheet.height));
     }
-    void AddLink(Sheet& sheet, const layout::LinkOp& link);
+    void AddLink(std::size_t page, const layout::LinkOp& link);
+    void PutLink(std::size_t page, const std::string& area, const std::string& target);
     void AddAnchor(const Sheet& sheet, const layout::AnchorOp& anchor);
 
     PdfFile& m_file;
@@ -63,24 +70,43 @@ class PdfPages : public layout::PageSink {
     PdfContent m_content;
     PdfOutline m_outline;
     std::vector<Sheet> m_sheets;
+    std::vector<BookmarkLink> m_bookmarkLinks;
 };
 
-void PdfPages::AddLink(Sheet& sheet, const layout::LinkOp& link) {
-    std::string target;
+// An address in the letters that addresses are made of.
+std::string Address(const std::string& uri) {
+    std::string out;
+    for (const char c : uri) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte > 0x20 && byte < 0x7F) {
+            out += c;
+        } else {
+            char escape[4];
+            std::snprintf(escape, sizeof escape, "%%%02X", static_cast<unsigned>(byte));
+            out += escape;
+        }
+    }
+    return out;
+}
+
+void PdfPages::AddLink(std::size_t page, const layout::LinkOp& link) {
+    const double height = m_sheets[page].height;
+    std::string area = "[";
+    for (const double edge : {link.x, height - link.y - link.height, link.x + link.width, height - link.y}) {
+        PdfNumber(area, edge);
+        area += ' ';
+    }
+    area += ']';
     if (!link.bookmark.empty()) {
-        target = "/Dest" + PdfLiteral(link.bookmark);
+        m_bookmarkLinks.push_back({page, std::move(area), link.bookmark});
     } else if (const std::string uri = SafeLink(link.uri); !uri.empty()) {
-        target = "/A<</S/URI/URI" + PdfLiteral(uri) + ">>";
-    } else {
-        return;
+        PutLink(page, area, "/A<</S/URI/URI" + PdfLiteral(Address(uri)) + ">>");
     }
-    std::string body = "<</Type/Annot/Subtype/Link/Border[0 0 0]/Rect[";
-    for (const double edge :
-         {link.x, sheet.height - link.y - link.height, link.x + link.width, sheet.height - link.y}) {
-        PdfNumber(body, edge);
-        body += ' ';
-    }
-    sheet.links.push_back(m_file.Object(body + "]" + target + ">>"));
+}
+
+void PdfPages::PutLink(std::size_t page, const std::string& area, const std::string& target) {
+    m_sheets[page].links.push_back(
+        m_file.Object("<</Type/Annot/Subtype/Link/Border[0 0 0]/Rect" + area + target + ">>"));
 }
 
 void PdfPages::AddAnchor(const Sheet& sheet, const layout::AnchorOp& anchor) {
@@ -94,6 +120,11 @@ void PdfPages::AddAnchor(const Sheet& sheet, const layout::AnchorOp& anchor) {
 }
 
 int PdfPages::Finish() {
+    for (const BookmarkLink& link : m_bookmarkLinks) {
+        if (m_outline.Knows(link.bookmark)) {
+            PutLink(link.page, link.area, "/Dest" + PdfLiteral(link.bookmark));
+        }
+    }
     const std::string fonts = m_fonts.Write(m_file);
     const int resources = m_file.Object("<</Font<<" + fonts + ">>/XObject<<" + m_images.Resources() +
                                         ">>/ExtGState<<" + m_content.Resources() + ">>>>");

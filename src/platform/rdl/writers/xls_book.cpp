@@ -55,7 +55,8 @@ XlsSheet& XlsBook::AddSheet(const std::vector<double>& columnWidths, const layou
     return *m_sheets.back();
 }
 
-std::size_t XlsBook::Image(const std::shared_ptr<const std::string>& bytes, ImageType type) {
+std::size_t XlsBook::Image(const std::shared_ptr<const std::string>& bytes, ImageType type,
+                           const std::string& item) {
     for (std::size_t i = 0; i < m_images.size(); ++i) {
         if (m_images[i].bytes == bytes || *m_images[i].bytes == *bytes) {
             ++m_images[i].uses;
@@ -63,7 +64,7 @@ std::size_t XlsBook::Image(const std::shared_ptr<const std::string>& bytes, Imag
         }
     }
     const bool isGif = type == ImageType::Gif;
-    m_images.push_back({bytes, isGif ? std::make_shared<const std::string>(AsPng(*bytes)) : bytes,
+    m_images.push_back({bytes, isGif ? std::make_shared<const std::string>(AsPng(*bytes, item)) : bytes,
                         isGif ? ImageType::Png : type, 1});
     return m_images.size() - 1;
 }

@@ -24,7 +24,8 @@ class XlsBook {
     XlsSheet& AddSheet(const std::vector<double>& columnWidths, const layout::PageSetup& page);
     // The index of a picture's bytes, the same for the same bytes. A workbook has no GIF: one becomes a PNG,
     // and rdl::Error is raised when it cannot be read.
-    std::size_t Image(const std::shared_ptr<const std::string>& bytes, ImageType type);
+    std::size_t Image(const std::shared_ptr<const std::string>& bytes, ImageType type,
+                      const std::string& item);
     // Everything into the output. At least one sheet.
     void Write(Output& output);
 

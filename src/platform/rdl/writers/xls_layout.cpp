@@ -244,7 +244,7 @@ std::uint32_t XlsLayout::PlaceImage(const Instance& item, double x, std::uint32_
     const Columns columns = ColumnsAt(x + item.x, x + item.x + item.width);
     try {
         m_sheet->Picture({row, columns.first, std::max(item.width, 1.0), std::max(item.height, 1.0),
-                          m_book.Image(item.imageBytes, type)});
+                          m_book.Image(item.imageBytes, type, item.name)});
     } catch (const Error& error) {
         throw Error("Image \"" + item.name + "\": " + error.what());
     }
