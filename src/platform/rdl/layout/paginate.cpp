@@ -88,9 +88,11 @@ class Pages final : public PageStream {
     void Draw(const std::vector<Instance>& items, const Rect& area, Page& content) {
         Painter painter;
         painter.Begin(content, area.y);
-        FlowContext context{painter, area.height, area.x};
+        // There is no next page to wait for: what has grown past the margin is drawn all the same.
+        constexpr double Unbounded = 1e6;
+        FlowContext context{painter, Unbounded, area.x};
         ContainerFlow flow(items, context);
-        flow.Place(area.x, area.y, area.height);
+        flow.Place(area.x, area.y, Unbounded);
     }
 
     // Points of the body on a page of the current section.

@@ -115,6 +115,18 @@ TEST(Pages, TheOnlyPageIsTheFirstToItsHeaderAndTheLastToItsFooter) {
     EXPECT_THAT(WithMargin("PageFooter", "false", "true", 1).margins, ElementsAre(SizeIs(1)));
 }
 
+TEST(Pages, AHeaderThatGrowsLosesNothing) {
+    const std::string page =
+        "<PageHeader><Height>40pt</Height><PrintOnFirstPage>true</PrintOnFirstPage><ReportItems>" +
+        Box("Long", "one two three four five six seven eight nine ten eleven twelve",
+            Place + "<CanGrow>true</CanGrow>") +
+        "<Rectangle Name=\"R\"><Top>20pt</Top><Height>20pt</Height><KeepTogether>true</KeepTogether>"
+        "<ReportItems>" +
+        Box("Last", "last", Place) + "</ReportItems></Rectangle></ReportItems></PageHeader>";
+    const auto sink = PagesOf(BuildKit(Report(HeaderedTable(""), page), Sales(Many(1))));
+    EXPECT_EQ(sink.margins.at(0).back(), "last");
+}
+
 TEST(Pages, ABodyWiderThanThePageGoesOnToTheRight) {
     const std::string cells =
         Cell("A", "A") + Cell("B", "B") + Cell("C", "C") + Cell("D", "D") + Cell("E", "E");
