@@ -115,6 +115,7 @@ class RtfReader {
             m_row.edges.clear();
             m_row.merges.clear();
             m_merge.clear();
+            m_cell.clear();  // paragraphs between tables
             m_row.heading = false;
         } else if (word == "trrh") {
             m_row.height = number;
