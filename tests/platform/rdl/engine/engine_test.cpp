@@ -198,6 +198,31 @@ TEST_F(ReportEngine, SubreportRunsWithItsParameters) {
     EXPECT_THAT(ErrorOf([&] { report->Export(false); }).Description(), HasSubstr("Subreport s"));
 }
 
+TEST_F(ReportEngine, CopiedReportFindsItsFilesInTheApplicationsFolders) {
+    for (const char* folder : {"app/Cache", "app/samples"}) {
+        std::filesystem::create_directories(m_folder / folder);
+    }
+    std::string text = PeopleReport();
+    const std::size_t rows = text.find("<Rows>");
+    const std::size_t end = text.find("</Rows>") + 7;
+    Write("app/samples/people.xml", text.substr(rows, end - rows));
+    text.replace(rows, end - rows, "<Rows File=\"people.xml\"/>");
+    text.insert(text.find("<Table "),
+                "<Subreport Name=\"s\"><Top>2in</Top><Height>1in</Height><ReportName>child</ReportName>"
+                "</Subreport>");
+    std::string child = PeopleReport();
+    const std::string plain = "=Fields!Name.Value";
+    child.replace(child.find(plain), plain.size(), "=&quot;Dear &quot; &amp; Fields!Name.Value");
+    Write("app/child.rdl", child);
+    const auto report = OpenRdlReport(Write("app/Cache/copy.rpt", text));
+    Aim(*report, report::FormatHtml, Path("out.htm"));
+    report->Export(false);
+    EXPECT_THAT(Read("out.htm"), AllOf(HasSubstr(">Cleo<"), HasSubstr("Dear Cleo")));
+    std::filesystem::remove(Path("app/samples/people.xml"));
+    EXPECT_THAT(ErrorOf([&] { report->Export(false); }).Description(),
+                AllOf(HasSubstr("People"), HasSubstr("people.xml")));
+}
+
 TEST_F(ReportEngine, ReportThatHoldsItselfEndsWithAnError) {
     std::string text = PeopleReport();
     text.insert(text.find("<Table "),

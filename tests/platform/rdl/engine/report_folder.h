@@ -9,6 +9,7 @@
 #include <sstream>
 #include <string>
 
+#include "platform/paths.h"
 #include "platform/rdl/engine/engine.h"
 #include "platform/rdl/engine/rdl_report.h"
 
@@ -20,8 +21,12 @@ class ReportFolder : public testing::Test {
         std::string name = (std::filesystem::temp_directory_path() / "oxc-engine-test-XXXXXX").string();
         ASSERT_NE(mkdtemp(name.data()), nullptr);
         m_folder = name;
+        SetAppPath(paths::FromMachine(m_folder / "app"));  // the user's own stays as it is
     }
-    void TearDown() override { std::filesystem::remove_all(m_folder); }
+    void TearDown() override {
+        SetAppPath("");
+        std::filesystem::remove_all(m_folder);
+    }
 
     std::string Path(const std::string& name) const { return (m_folder / name).string(); }
     std::string Write(const std::string& name, const std::string& bytes) const {
