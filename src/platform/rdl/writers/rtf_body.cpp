@@ -94,6 +94,11 @@ double RtfBody::Block(const std::vector<Instance>& items, const Place& place) {
 double RtfBody::Band(const Items& band, const Place& place, double bottom) {
     const Instance& first = *band.front();
     const Place inner{place.level, RtfExtent(first, place.x).left};
+    for (const Instance* item : band) {
+        if (item->kind == InstanceKind::Container || item->kind == InstanceKind::Table) {
+            m_paragraphs.Bookmark(*item, m_out);
+        }
+    }
     if (band.size() == 1 && first.kind == InstanceKind::Table) {
         Table(first, inner);
         return bottom;
@@ -180,6 +185,7 @@ void RtfBody::Cell(const RtfCell& cell, const RtfRow& row, int level, bool& nest
 
 void RtfBody::Nested(const Instance& item, int level) {
     const Last outer = std::exchange(m_last, Last::Nothing);
+    m_paragraphs.Bookmark(item, m_out);
     if (item.kind == InstanceKind::Container) {
         Block(item.children, {level, 0});
     } else if (item.kind == InstanceKind::Table) {

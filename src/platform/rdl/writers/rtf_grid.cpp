@@ -22,13 +22,13 @@ double Bounded(double position) {
     return std::isfinite(position) ? std::clamp(position, -Farthest, Farthest) : 0;
 }
 
-// The height of the text were no line broken.
+// The height of the text were no line broken. A box that can grow has room for a line even when it is empty.
 double UnbrokenHeight(const Instance& item) {
     double height = 0;
     for (const layout::ParagraphInstance& paragraph : item.paragraphs) {
         double line = 0;
         for (const layout::RunInstance& run : paragraph.runs) {
-            const bool shown = run.style && !run.text.empty();
+            const bool shown = run.style && (item.canGrow || !run.text.empty());
             line = std::max(line, shown ? static_cast<double>(run.style->size) * LineSpacing : 0.0);
         }
         if (line > 0 && paragraph.lineHeight > 0) {
@@ -79,7 +79,7 @@ bool RtfGrid::Unit::LooksLike(const Unit& other) const {
            sides[Bottom] == other.sides[Bottom];
 }
 
-RtfGrid::RtfGrid(const std::vector<const Instance*>& items, double x) {
+RtfGrid::RtfGrid(const std::vector<const Instance*>& items, double x) : m_name(items.front()->name) {
     for (const Instance* item : items) {
         Gather(*item, x, 0);
     }
@@ -130,7 +130,7 @@ void RtfGrid::Settle() {
         }
     }
     if (m_rows.TrackCount() * m_columns.TrackCount() > MostUnits) {
-        throw Error("The report has too many items beside each other for a text document");
+        throw Error("Item \"" + m_name + "\" has too many others beside it for a text document");
     }
     m_units.resize(m_rows.TrackCount() * m_columns.TrackCount());
 }
@@ -308,6 +308,7 @@ RtfCell RtfGrid::EmptyCell(std::size_t row, std::size_t column) const {
 
 RtfRow RtfGrid::Row(std::size_t index) const {
     RtfRow row;
+    row.item = m_name;
     row.height = m_rows.Track(index);
     row.exact = true;
     row.keepNext = m_keepTogether && index + 1 < RowCount();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "platform/rdl/layout/instance.h"
@@ -26,8 +27,8 @@ bool MayGrow(const layout::Instance& item);
 
 class RtfGrid {
  public:
-    // `x` is where the items' container begins. The items outlive the grid. Raises rdl::Error when there are
-    // far too many of them.
+    // `x` is where the items' container begins. There is an item, and they outlive the grid. Raises
+    // rdl::Error when there are far too many of them.
     RtfGrid(const std::vector<const layout::Instance*>& items, double x);
     std::size_t RowCount() const { return m_rows.TrackCount(); }
     RtfRow Row(std::size_t index) const;
@@ -69,6 +70,7 @@ class RtfGrid {
     RtfCell EmptyCell(std::size_t row, std::size_t column) const;
     const layout::Border* Along(std::size_t row, Span columns, Side side) const;
 
+    std::string m_name;  // of the first item, for errors
     static constexpr double Tolerance = 0.5;
     Edges m_columns{Tolerance}, m_rows{Tolerance};
     std::vector<Piece> m_pieces;

@@ -29,6 +29,8 @@ class RtfParagraphs {
     void Message(const std::string& text, const Place& place, std::string& out);
     // A paragraph of nothing, exactly so high, likewise.
     static void Blank(double height, const Place& place, std::string& out);
+    // The item's bookmark, where it has one, at what follows.
+    void Bookmark(const layout::Instance& item, std::string& out);
 
  private:
     void Paragraph(const layout::Instance& item, const layout::ParagraphInstance& paragraph,
@@ -40,7 +42,6 @@ class RtfParagraphs {
     bool OpenLink(const std::string& link, std::string& out);
     // Bookmarks are any text, their names in the document letters and digits: they get numbers.
     std::string NameOf(const std::string& bookmark);
-    void Bookmark(const layout::Instance& item, std::string& out);
 
     RtfStyles& m_styles;
     RtfPictures m_pictures;

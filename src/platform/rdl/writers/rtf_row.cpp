@@ -98,8 +98,8 @@ void RtfCell::Take(const layout::BoxStyle& box) {
 
 void AppendRowDefinition(const RtfRow& row, RtfStyles& styles, std::string& out) {
     if (row.cells.size() > RtfMostCells) {
-        throw Error("A row of the report has " + std::to_string(row.cells.size()) +
-                    " cells side by side, and a table of a text document has 63 at most");
+        throw Error("Item \"" + row.item + "\" makes a row of " + std::to_string(row.cells.size()) +
+                    " cells, and a table of a text document has 63 side by side at most");
     }
     const double left = row.cells.empty() ? 0 : row.cells.front().left;
     out += "\\trowd\\trgaph0";

@@ -27,6 +27,7 @@ struct RtfCell {
 };
 
 struct RtfRow {
+    std::string item;  // that it is a row of, or the first in it: for errors
     double height = 0;
     bool exact = false;     // no higher whatever is in it
     bool heading = false;   // stands again at the top of each page

@@ -60,6 +60,7 @@ const layout::TableRow& RtfTablix::Fetch(std::size_t index) {
 
 RtfRow RtfTablix::Make(bool behindBreak) {
     m_row = RtfRow();
+    m_row.item = m_item.name;
     m_row.height = m_source.height;
     m_row.heading = m_index < m_headings;
     m_row.keepNext = m_source.keepWithNext && m_index + 1 < m_count;

@@ -183,6 +183,18 @@ TEST(Rtf, BookmarksLeadToTheirItem) {
     EXPECT_EQ(document.Count("bkmkstart"), 1);
 }
 
+TEST(Rtf, TablesAndRectanglesHaveBookmarksToo) {
+    Instance table = TableItem(Rows(2));
+    table.bookmark = "here";
+    Instance frame;
+    frame.kind = InstanceKind::Container;
+    frame.y = 50;
+    frame.width = frame.height = 50;
+    frame.bookmark = "there";
+    frame.children.push_back(TextItem("x"));
+    EXPECT_EQ(Document({table, frame}).Count("bkmkstart"), 2);
+}
+
 TEST(Rtf, PageMarksAreFieldsOfTheHeader) {
     const std::string rtf = Rtf(SampleReport({TextItem("body")}, {TextItem("Page \uE000 of \uE001")}));
     EXPECT_THAT(
@@ -219,16 +231,18 @@ TEST(Rtf, TablesRepeatTheirHeading) {
 }
 
 TEST(Rtf, HeightsAreExactUnlessTextMayGrow) {
-    auto table = Rows(2);
+    auto table = Rows(3);
     const auto make = table->make;
     table->make = [make](std::size_t i, TableRow& row) {
         make(i, row);
         row.cells[0].content.height = row.cells[1].content.height = row.height;
-        row.cells[0].content.canGrow = i == 1;
+        row.cells[0].content.canGrow = i >= 1;
+        row.cells[0].content.paragraphs[0].runs[0].text = i < 2 ? "text" : "";
     };
     const RtfDocument document = Document({TableItem(table)});
     EXPECT_EQ(document.rows.at(0).height, -300);
     EXPECT_EQ(document.rows.at(1).height, 300);
+    EXPECT_EQ(document.rows.at(2).height, 300);  // room for a line
 }
 
 TEST(Rtf, PagesBreakBeforeRowsAndHeadingsAreThereAgain) {
@@ -419,7 +433,13 @@ TEST(Rtf, MoreCellsThanARowMayHaveAreAnError) {
     for (int i = 0; i < 70; ++i) {
         items.push_back(TextItem("x", i * 10.0, 0, 10));
     }
-    EXPECT_THROW(Rtf(SampleReport(items)), Error);
+    items.front().name = "First";
+    try {
+        Rtf(SampleReport(items));
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_THAT(error.what(), HasSubstr("\"First\""));
+    }
 }
 
 TEST(Rtf, NestingHasAnEnd) {
