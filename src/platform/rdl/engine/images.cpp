@@ -1,7 +1,9 @@
 #include "platform/rdl/engine/images.h"
 
-#include <algorithm>
 #include <fstream>
+
+#include "platform/rdl/data/data_file.h"
+#include "platform/rdl/error.h"
 
 namespace rdl::engine {
 namespace {
@@ -11,14 +13,13 @@ constexpr std::uintmax_t LargestImage = 32u << 20;
 }  // namespace
 
 std::filesystem::path ImageFiles::Find(const std::string& name) const {
-    for (const std::string& folder : m_folders) {
-        const std::filesystem::path file = std::filesystem::path(folder) / name;
+    try {
+        const std::filesystem::path file = data::ResolveDataPath(name, m_folders);
         std::error_code failure;
-        if (std::filesystem::is_regular_file(file, failure)) {
-            return file;
-        }
+        return std::filesystem::is_regular_file(file, failure) ? file : std::filesystem::path();
+    } catch (const Error&) {
+        return {};  // no path of this machine
     }
-    return {};
 }
 
 std::shared_ptr<const std::string> ImageFiles::Load(const std::string& source, std::string& why) {
@@ -33,7 +34,6 @@ std::shared_ptr<const std::string> ImageFiles::Load(const std::string& source, s
         why = "images are not fetched from the network: \"" + source + "\"";
         return nullptr;
     }
-    std::replace(name.begin(), name.end(), '\\', '/');
     const std::filesystem::path file = Find(name);
     std::error_code failure;
     if (file.empty()) {

@@ -17,6 +17,7 @@ class ImageFiles {
     std::shared_ptr<const std::string> Load(const std::string& source, std::string& why);
 
  private:
+    // Empty: there is none.
     std::filesystem::path Find(const std::string& name) const;
 
     std::vector<std::string> m_folders;

@@ -7,6 +7,7 @@
 #include <map>
 #include <vector>
 
+#include "platform/rdl/data/data_file.h"
 #include "platform/rdl/definition/context.h"
 #include "platform/rdl/definition/parse.h"
 #include "platform/rdl/engine/failure.h"
@@ -42,10 +43,9 @@ fs::path FindSubreport(const data::LoadRequest& parentRequest, const fs::path& p
     std::replace(name.begin(), name.end(), '\\', '/');
     name.erase(0, name.find_first_not_of('/'));  // from a server's root; here the report's folder
     for (const std::string& folder : parentRequest.SearchFolders()) {
-        const std::string base = (fs::path(folder) / name).string();
         for (const std::string& extension :
              {std::string(), parent.extension().string(), std::string(".rdl"), std::string(".rpt")}) {
-            const fs::path candidate = base + extension;
+            const fs::path candidate = data::ResolveDataPath(name + extension, {folder});
             std::error_code failure;
             if (fs::is_regular_file(candidate, failure)) {
                 return candidate;

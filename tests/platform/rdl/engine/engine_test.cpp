@@ -223,6 +223,23 @@ TEST_F(ReportEngine, CopiedReportFindsItsFilesInTheApplicationsFolders) {
                 AllOf(HasSubstr("People"), HasSubstr("people.xml")));
 }
 
+TEST_F(ReportEngine, ImageFileIsFoundByTheSystemsRulesForPaths) {
+    std::filesystem::create_directories(m_folder / "pictures");
+    Write("pictures/Logo.bmp", "BM and the rest");
+    std::string text = PeopleReport();
+    text.insert(
+        text.find("<Table "),
+        "<Image Name=\"i\"><Top>2in</Top><Height>1in</Height><Width>1in</Width><Source>External</Source>"
+        "<Value>Pictures\\logo.BMP</Value></Image>");
+    const auto report = OpenRdlReport(Write("people.rpt", text));
+    Aim(*report, report::FormatHtml, Path("out.htm"));
+    report->Export(false);
+    EXPECT_THAT(Read("out.htm"), HasSubstr("data:image/bmp;base64,Qk0g"));
+    std::filesystem::remove(Path("pictures/Logo.bmp"));
+    EXPECT_THAT(ErrorOf([&] { report->Export(false); }).Description(),
+                AllOf(HasSubstr("Image \"i\""), HasSubstr("no image file")));
+}
+
 TEST_F(ReportEngine, ReportThatHoldsItselfEndsWithAnError) {
     std::string text = PeopleReport();
     text.insert(text.find("<Table "),

@@ -82,7 +82,8 @@ class ForeignReports : public ReportFolder {
 TEST_F(ForeignReports, ComeOutInEveryFormatOrSayWhyNot) {
     const std::pair<int, const char*> formats[] = {{report::FormatPdf, "%PDF-1.7"},
                                                    {report::FormatHtml, "<!DOCTYPE html"},
-                                                   {report::FormatExcel, "\xD0\xCF\x11\xE0"}};
+                                                   {report::FormatExcel, "\xD0\xCF\x11\xE0"},
+                                                   {report::FormatRtf, "{\\rtf1"}};
     for (const Foreign& foreign : Reports()) {
         for (const auto& [format, beginning] : formats) {
             SCOPED_TRACE(std::string(foreign.file) + " as " + beginning);
