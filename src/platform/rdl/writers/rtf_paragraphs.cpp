@@ -9,7 +9,6 @@
 namespace rdl::writers {
 namespace {
 
-using layout::HAlign;
 using layout::Instance;
 using layout::ParagraphInstance;
 using layout::RunInstance;
