@@ -45,9 +45,10 @@ class OxcReport : public testing::Test {
     }
     // `arguments` as typed in a shell whose folder is the test's.
     Outcome Run(const std::string& arguments) const {
-        const std::string line = "cd '" + m_folder.string() +
-                                 "' && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM '" +
-                                 OXC_REPORT_PROGRAM "' " + arguments + " >stdout 2>stderr";
+        const std::string line =
+            "cd '" + m_folder.string() +
+            "' && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM OXC_HOME=\"$PWD/app\" '" +
+            OXC_REPORT_PROGRAM "' " + arguments + " >stdout 2>stderr";
         const int status = std::system(line.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read("stdout"), Read("stderr")};
     }
