@@ -223,10 +223,12 @@ class MarkupReader {
     }
 
     void NewParagraph() {
-        m_pendingBlank = m_paragraphs.size() >= MostParagraphs;
-        if (!m_pendingBlank) {
-            m_paragraphs.emplace_back();
+        if (m_paragraphs.size() >= MostParagraphs) {
+            NoteBlank();
+            return;
         }
+        m_paragraphs.emplace_back();
+        m_pendingBlank = false;
     }
 
     void List(const Tag& tag) {
@@ -295,21 +297,41 @@ class MarkupReader {
         std::string text;
         while (at < m_html.size() && (m_html[at] != '<' || !IsTagAt(at))) {
             if (IsBlank(m_html[at])) {
-                m_pendingBlank = true;
+                NoteBlank();
                 ++at;
                 continue;
             }
             if (m_pendingBlank && (!text.empty() || !m_paragraphs.back().runs.empty())) {
-                text += ' ';
+                PutBlank(text);
             }
             m_pendingBlank = false;
             TakeCharacter(m_html, at, text);
         }
         if (!text.empty()) {
-            MarkupRun run = m_open.back().style;
-            run.text = std::move(text);
-            m_paragraphs.back().runs.push_back(std::move(run));
+            AddRun(m_open.back().style, std::move(text));
         }
+    }
+
+    void NoteBlank() {
+        if (!m_pendingBlank) {
+            m_pendingBlank = true;
+            m_blankDepth = m_open.size();
+            m_blankStyle = m_open.back().style;
+        }
+    }
+
+    // A blank between two tags is of neither's style: it would be underlined with what follows.
+    void PutBlank(std::string& text) {
+        if (text.empty() && m_blankDepth < m_open.size()) {
+            AddRun(m_blankStyle, " ");
+        } else {
+            text += ' ';
+        }
+    }
+
+    void AddRun(const MarkupRun& style, std::string text) {
+        MarkupRun& run = m_paragraphs.back().runs.emplace_back(style);
+        run.text = std::move(text);
     }
 
     std::string_view m_html;
@@ -317,7 +339,9 @@ class MarkupReader {
     std::vector<MarkupParagraph> m_paragraphs;
     std::vector<Open> m_open;  // the first stands for no tag
     std::vector<MarkupParagraph::List> m_lists;
-    bool m_pendingBlank = false;
+    bool m_pendingBlank = false;   // and, when it is:
+    std::size_t m_blankDepth = 0;  // how many tags were open
+    MarkupRun m_blankStyle;
 };
 
 }  // namespace

@@ -31,9 +31,10 @@ std::string Told(const std::string& html) {
 }
 
 TEST(Markup, TagsStyleTheirText) {
-    EXPECT_EQ(Told("a <b>b <i>c</i></b><u>d</u><s>e</s>"), "[a:][ b:b][ c:bi][d:u][e:s]");
+    EXPECT_EQ(Told("a <b>b <i>c</i></b><u>d</u><s>e</s>"), "[a:][ :][b:b][ :b][c:bi][d:u][e:s]");
     EXPECT_EQ(Told("<STRONG>x</STRONG><em>y</em>"), "[x:b][y:i]");
     EXPECT_EQ(Told("<b>x<i>y</b>z"), "[x:b][y:bi][z:]");
+    EXPECT_EQ(Told("<i>a</i> <u>b</u> c <u> d</u>"), "[a:i][ :][b:u][ c:][ :][d:u]");
 }
 
 TEST(Markup, BlocksAndBreaksBeginParagraphs) {
@@ -96,7 +97,7 @@ TEST(Markup, IsDrawnInsteadOfItsTags) {
     EXPECT_EQ(item.value.AsText(), "Dear Ann\nno");
     EXPECT_TRUE(item.paragraphs[0].runs.back().style->bold);
     EXPECT_EQ(item.paragraphs[1].runs[0].hyperlink, "");
-    EXPECT_THAT(PagesOf(kit).bodies.at(0), ElementsAre("Dear", " Ann", "no"));
+    EXPECT_THAT(PagesOf(kit).bodies.at(0), ElementsAre("Dear", " ", "Ann", "no"));
 }
 
 }  // namespace
