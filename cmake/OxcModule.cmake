@@ -28,7 +28,10 @@ function(oxc_test name)
         set(ARG_TIMEOUT 120)
     endif()
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-        PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=Etc/UTC;LC_ALL=C.UTF-8;${ARG_ENVIRONMENT}")
+        PROPERTIES TIMEOUT ${ARG_TIMEOUT}
+            ENVIRONMENT_MODIFICATION
+                "LSAN_OPTIONS=set:suppressions=${CMAKE_SOURCE_DIR}/tests/sanitizer_suppressions.txt"
+            ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=Etc/UTC;LC_ALL=C.UTF-8;${ARG_ENVIRONMENT}")
 endfunction()
 
 # oxc_optional_subdirectory(DIR ...): adds each folder that has a CMakeLists.txt.

@@ -33,8 +33,9 @@ bool IsMark(char32_t character) {
 // A letter with the marks behind it as one character, where there is one; else the character itself.
 char32_t Composed(const std::vector<Unit>& before, char32_t character) {
     hb_codepoint_t composed = 0;
-    const bool is = !before.empty() && hb_unicode_compose(hb_unicode_funcs_get_default(),
-                                                          before.back().composed, character, &composed) != 0;
+    const bool is =
+        NeedsShaping(character) && !before.empty() &&
+        hb_unicode_compose(hb_unicode_funcs_get_default(), before.back().composed, character, &composed) != 0;
     return is ? composed : character;
 }
 

@@ -62,7 +62,10 @@ int PdfFile::Object(std::string_view body) {
 
 std::string_view PdfFile::Deflate(std::string_view data) {
     deflateReset(&m_deflate);
-    m_packed.resize(deflateBound(&m_deflate, static_cast<uLong>(data.size())));
+    const std::size_t bound = deflateBound(&m_deflate, static_cast<uLong>(data.size()));
+    if (m_packed.size() < bound) {
+        m_packed.resize(bound);
+    }
     m_deflate.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data.data()));
     m_deflate.avail_in = static_cast<uInt>(data.size());
     m_deflate.next_out = reinterpret_cast<Bytef*>(m_packed.data());
