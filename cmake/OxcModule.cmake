@@ -10,8 +10,9 @@ function(oxc_module name)
 endfunction()
 
 # oxc_test(NAME SOURCES ... LIBS ... [QT]): one GoogleTest program, its cases told to ctest one by one.
+# Time zone and locale of the tests are the test presets' affair.
 function(oxc_test name)
-    cmake_parse_arguments(ARG "QT;OWN_MAIN" "TIMEOUT" "SOURCES;LIBS;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(ARG "QT;OWN_MAIN" "TIMEOUT" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/src" "${CMAKE_SOURCE_DIR}/tests")
     target_compile_definitions(${name} PRIVATE OXC_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
@@ -31,10 +32,10 @@ function(oxc_test name)
         PROPERTIES TIMEOUT ${ARG_TIMEOUT}
             ENVIRONMENT_MODIFICATION
                 "LSAN_OPTIONS=set:suppressions=${CMAKE_SOURCE_DIR}/tests/sanitizer_suppressions.txt"
-            ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=Etc/UTC;LC_ALL=C.UTF-8;${ARG_ENVIRONMENT}")
+            ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
 
-# oxc_optional_subdirectory(DIR ...): adds each folder that has a CMakeLists.txt.
+# oxc_add_subdirectories(DIR ...): adds each folder that has a CMakeLists.txt.
 function(oxc_add_subdirectories)
     foreach(dir ${ARGN})
         if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${dir}/CMakeLists.txt")

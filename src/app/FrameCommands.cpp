@@ -1,6 +1,7 @@
 // Commands of the frame itself: its windows and its end.
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPointer>
 #include <QTimer>
 
 #include "app/Global.h"
@@ -21,9 +22,13 @@ void mnutbExit_Click() {
 }
 
 void mnuAbout_Click() {
-    auto* about = new frmSplash;
-    about->setAttribute(Qt::WA_DeleteOnClose);
+    static QPointer<frmSplash> about;
+    if (!about) {
+        about = new frmSplash;
+        about->setAttribute(Qt::WA_DeleteOnClose);
+    }
     about->show();
+    about->raise();
 }
 
 void mnuDesktop_Click() {

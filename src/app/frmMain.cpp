@@ -27,7 +27,9 @@ constexpr int Hourglass = 11;
 }  // namespace
 
 // The images lie in a static library: nothing else would register them. Must stand outside every namespace.
-static void RegisterImages() { Q_INIT_RESOURCE(app); }
+static void RegisterImages() {
+    Q_INIT_RESOURCE(app);
+}
 
 frmMain& frmMain::Instance() {
     // Never destroyed: the process ends without unwinding.

@@ -16,10 +16,12 @@
 
 namespace {
 
+// An empty argument is written as "", so that a line of such is not empty.
 std::string CommandLine(int argc, char** argv) {
     std::string line;
     for (int i = 1; i < argc; ++i) {
-        line += (i > 1 ? " " : "") + std::string(argv[i]);
+        const std::string argument = argv[i];
+        line += (i > 1 ? " " : "") + (argument.empty() ? "\"\"" : argument);
     }
     return line;
 }
@@ -28,8 +30,9 @@ std::string CommandLine(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     SetCommand(CommandLine(argc, argv));
-    UseOffscreenWithoutDisplay();
-    if (Command().empty() && !HasDisplay()) {
+    if (!Command().empty()) {
+        FallBackToOffscreen();
+    } else if (!MayHaveDisplay()) {
         std::cerr << "oxc: the editor needs a display, and neither DISPLAY nor WAYLAND_DISPLAY is set; "
                      "the scheduler (oxc -sched) runs without one\n";
         return 1;

@@ -8,7 +8,9 @@
 
 frmDesk* OpenDeskWindow(QMdiArea& area) {
     const auto slot = static_cast<std::size_t>(++Global::DeskCount);
-    Global::DeskWindows.resize(slot + 1);
+    if (Global::DeskWindows.size() <= slot) {
+        Global::DeskWindows.resize(slot + 1);  // never shrinks: windows in higher slots stay reachable
+    }
     auto* window = new frmDesk;
     Global::DeskWindows[slot] = window;
     window->Tag = std::to_string(slot);

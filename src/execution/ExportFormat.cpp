@@ -60,6 +60,10 @@ int EngineFormatCode(ExportKind kind) {
 }
 
 std::string HtmlOutputFile(const std::string& reportTitle) {
+    // The title comes out of the report file, which is not trusted to leave the folder.
+    if (reportTitle.find("..\\") != std::string::npos || reportTitle.find("../") != std::string::npos) {
+        throw RuntimeError(err::PathNotFound);
+    }
     // The hours make a name that differs from one hour to the next.
     const std::int64_t hours = DiffHours(DateSerial(2002, 1, 1), Now());
     return AppPath() + "\\output\\" + WithoutBlanks(reportTitle) + std::to_string(hours) + ".htm";

@@ -23,7 +23,8 @@ ExportKind RecogniseFormat(Runner runner, const std::string& word);
 int EngineFormatCode(ExportKind kind);
 
 // An HTML single schedule's file: the folder "output" of the application's folder, the title without blanks,
-// the hours since 2002-01-01, ".htm". The folder is not made.
+// the hours since 2002-01-01, ".htm". The folder is not made. Raises 76 for a title that leads out of the
+// folder.
 std::string HtmlOutputFile(const std::string& reportTitle);
 
 // A package report's file in the package's folder, by kind.

@@ -10,9 +10,9 @@ namespace Scripting {
 class File {
  public:
     explicit File(std::string path) : m_path(std::move(path)) {}
-    // Copies to the full path, replacing what is there. The copy appears whole or not at all. Raises 76 when
-    // the folder is missing, 75 when it cannot be written, 61 "Disk full".
-    void Copy(const std::string& destination) const;
+    // Copies to the full path. The copy appears whole or not at all. Raises 58 "File already exists" when it
+    // must not overwrite, 76 when the folder is missing, 75 when it cannot be written, 61 "Disk full".
+    void Copy(const std::string& destination, bool overWriteFiles = true) const;
 
  private:
     std::string m_path;

@@ -83,6 +83,8 @@ class System {
 System& TheMailSystem();
 void SetMailSystem(System* system);
 
-inline std::unique_ptr<Session> CreateSession() { return TheMailSystem().CreateSession(); }
+inline std::unique_ptr<Session> CreateSession() {
+    return TheMailSystem().CreateSession();
+}
 
 }  // namespace MAPI

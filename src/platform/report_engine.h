@@ -64,7 +64,8 @@ class Report {
     virtual void SetDiskFileName(const std::string& path) = 0;
     virtual void SetHtmlFileName(const std::string& path) = 0;
     // Used with DestinationMail: the engine mails the export itself, named by the title.
-    virtual void SetMail(const std::string& toList, const std::string& subject, const std::string& message) = 0;
+    virtual void SetMail(const std::string& toList, const std::string& subject,
+                         const std::string& message) = 0;
     // Excel: whether fields keep their types and widths, page headers, page breaks, gridlines, base area.
     virtual void SetExcelOptions(bool o1, bool o2, bool o3, bool o4, int o5) = 0;
     virtual void SetHtmlOptions(bool o1, bool o2) = 0;

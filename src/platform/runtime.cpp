@@ -21,6 +21,7 @@ constexpr std::array KnownTexts{
     KnownText{11, "Division by zero"},
     KnownText{err::TypeMismatch, "Type mismatch"},
     KnownText{err::FileNotFound, "File not found"},
+    KnownText{err::FileExists, "File already exists"},
     KnownText{err::DeviceIo, "Device I/O error"},
     KnownText{err::DiskFull, "Disk full"},
     KnownText{70, "Permission denied"},

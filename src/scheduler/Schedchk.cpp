@@ -55,7 +55,8 @@ void PollSchedules(const std::string& RunStamp, std::string& reportID) {
 }  // namespace
 
 void Schedchk() {
-    const std::string RunStamp = cmFunc::FormatDateText(Today()) + " " + TimeText(Now());
+    const DateValue now = Now();  // read once: at midnight two readings would be of two days
+    const std::string RunStamp = cmFunc::FormatDateText(now) + " " + TimeText(now);
     std::string reportID;
     try {
         EnableTimer1(false);

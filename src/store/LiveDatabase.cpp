@@ -11,10 +11,14 @@ void EnsureLiveDatabase() {
         const Scripting::FileSystemObject files;
         const std::string live = AppPath() + "\\PressroomLive.dat";
         if (!files.FileExists(live)) {
-            files.GetFile(AppPath() + "\\Pressroom.dat").Copy(live);
+            // Another process may make it at the same moment: its file may hold rows already.
+            files.GetFile(AppPath() + "\\Pressroom.dat").Copy(live, false);
         }
     } catch (...) {
-        ShowError(CurrentError());
+        const RuntimeError error = CurrentError();
+        if (error.Number() != err::FileExists) {
+            ShowError(error);
+        }
     }
 }
 

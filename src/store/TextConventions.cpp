@@ -1,6 +1,7 @@
 #include "store/TextConventions.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 #include "platform/clock.h"
@@ -65,8 +66,12 @@ int CountRecipients(const std::string& list) {
 
 void PauseSeconds(double seconds) {
     constexpr double Slice = 0.05;
-    const DateValue target = DateValue::FromSeconds(Now().Seconds() + std::llround(seconds));
-    while (target > Now()) {
+    const DateValue target =
+        DateValue::FromSeconds(Now().Seconds() + static_cast<std::int64_t>(std::ceil(seconds)));
+    // A clock that is set back meanwhile does not make the pause longer.
+    const auto latest =
+        std::chrono::steady_clock::now() + std::chrono::duration<double>(std::ceil(seconds) + 1);
+    while (target > Now() && std::chrono::steady_clock::now() < latest) {
         TheLoop().YieldFor(Slice);
     }
 }

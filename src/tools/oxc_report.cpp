@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <iostream>
 
+#include "platform/paths.h"
 #include "platform/rdl/definition/context.h"
 #include "platform/rdl/engine/engine.h"
 #include "platform/rdl/engine/rdl_report.h"
@@ -15,6 +16,18 @@ namespace {
 
 using rdl::engine::RdlReport;
 using tools::ReportArguments;
+
+void Print(const std::string& text) {
+    std::cout << text << std::flush;
+    if (!std::cout) {
+        throw RuntimeError(err::PathFileAccess, "The output cannot be written");
+    }
+}
+
+// An argument is a path of the machine, whatever letters it is made of.
+std::string SystemPath(const std::string& argument) {
+    return paths::FromMachine(argument);
+}
 
 QString Text(const std::string& text) {
     return QString::fromStdString(text);
@@ -44,7 +57,7 @@ void PrintInfo(RdlReport& report) {
                            {"tables", tables},
                            {"parameters", parameters},
                            {"formula", Text(report.RecordSelectionFormula())}};
-    std::cout << QJsonDocument(info).toJson().toStdString() << std::flush;
+    Print(QJsonDocument(info).toJson().toStdString());
 }
 
 report::ParameterField& FindParameter(RdlReport& report, const std::string& name) {
@@ -71,17 +84,17 @@ void Export(RdlReport& report, const ReportArguments& arguments) {
     }
     report.SetExportDestination(report::DestinationDisk);
     report.SetExportFormat(arguments.format);
-    report.SetDiskFileName(arguments.output);
-    report.SetHtmlFileName(arguments.output);
+    report.SetDiskFileName(SystemPath(arguments.output));
+    report.SetHtmlFileName(SystemPath(arguments.output));
     report.Export(false);
 }
 
 void Run(const ReportArguments& arguments) {
     if (arguments.command == tools::Command::Help) {
-        std::cout << tools::Usage << std::flush;
+        Print(tools::Usage);
         return;
     }
-    const std::shared_ptr<RdlReport> report = rdl::engine::OpenRdlReport(arguments.file);
+    const std::shared_ptr<RdlReport> report = rdl::engine::OpenRdlReport(SystemPath(arguments.file));
     if (arguments.command == tools::Command::Info) {
         PrintInfo(*report);
     } else {

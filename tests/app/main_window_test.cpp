@@ -150,6 +150,18 @@ TEST_F(MainWindow, MenusHaveTheirEntriesAndCaptions) {
         EXPECT_TRUE(menu->actions().contains(form.Entry(row.name))) << row.name;
     }
     EXPECT_EQ(form.menuBar()->actions().size(), 5);
+    const std::pair<const char*, const char*> captions[] = {{"mnuDesktop", "&Show Desktop"},
+                                                            {"mnuEnd", "&Exit"},
+                                                            {"mnuIcons", "&Icons                  "},
+                                                            {"mnuArr", "&Arrange Icnons"},
+                                                            {"mnutbExit", "Exit"},
+                                                            {"mnutbLoad", "Load Editor..."},
+                                                            {"mnuNothing", "Cancel Menu"},
+                                                            {"mnuDel", "Delete schedule"},
+                                                            {"mnuAbout", "About Oxbow Courier..."}};
+    for (const auto& [name, caption] : captions) {
+        EXPECT_EQ(form.Entry(name)->text().toStdString(), caption);
+    }
 }
 
 TEST_F(MainWindow, TrayMenuOpensByAMouseAction) {
@@ -211,6 +223,20 @@ TEST_F(MainWindow, NewWindowTakesTheSlotOfOneThatIsStillOpen) {
     form.Entry("mnuDesktop")->trigger();
     EXPECT_NE(Global::DeskWindows[3], third);
     EXPECT_EQ(form.Children().subWindowList().size(), 3);
+}
+
+TEST_F(MainWindow, SlotsNeverShrink) {
+    for (int i = 0; i < 3; ++i) {
+        form.Entry("mnuDesktop")->trigger();
+    }
+    DeskWindow* const third = Global::DeskWindows[3];
+    form.Children().subWindowList().at(0)->close();
+    form.Children().subWindowList().at(0)->close();
+    QTest::qWait(10);
+    ASSERT_EQ(Global::DeskCount, 1);
+    form.Entry("mnuDesktop")->trigger();
+    ASSERT_EQ(Global::DeskWindows.size(), 4U);
+    EXPECT_EQ(Global::DeskWindows[3], third);
 }
 
 TEST_F(MainWindow, HourglassIsSetAndTakenBackOnce) {

@@ -4,7 +4,7 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
-    UseOffscreenWithoutDisplay();
+    FallBackToOffscreen();
     Application application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -100,6 +100,7 @@ TEST_F(StartUp, SchedulerHidesTheFrameAndPollsSinglesFirst) {
     NoFirstRun();
     Global::Main();
     EXPECT_FALSE(frmMain::Instance().isVisible());
+    EXPECT_TRUE(frmMain::Instance().isMinimized());
     EXPECT_TRUE(TimerOn());
     EXPECT_TRUE(frmMain::Instance().TrayIcon1->IsShown());
     EXPECT_EQ(Global::DeskCount, 0);
@@ -158,8 +159,9 @@ TEST_F(StartUp, PollAboveSixteenBitsEndsStartUp) {
     NoFirstRun();
     Setting("Poll", "40000");
     Global::Main();
-    ASSERT_EQ(prompts.boxes.size(), 1U);
-    EXPECT_EQ(prompts.boxes[0].text, "Oxbow Courier encountred an error. Overflow [6]");
+    EXPECT_EQ(
+        prompts.boxes,
+        (std::vector<fakes::Box>{{"Oxbow Courier encountred an error. Overflow [6]", 48, "Oxbow Courier"}}));
 }
 
 TEST_F(StartUp, SchedulerWithoutADatabaseShowsTheError) {
@@ -180,4 +182,6 @@ TEST_F(StartUp, FailedPackagePollAtStartLeavesTheTimerOff) {
     EXPECT_FALSE(TimerOn());
     EXPECT_EQ(database.Rows("select ReportID, Success, ErrMsg from ReportBatchHstry"),
               Texts{"|T|Type mismatch"});
+    ASSERT_EQ(mail.sent.size(), 1U);
+    EXPECT_EQ(mail.sent[0].text, "An error occured in BatchReport. Type mismatch [13]");
 }

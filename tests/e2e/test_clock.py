@@ -36,7 +36,7 @@ class Clock(CourierTest):
     def test_missed_runs_are_made_up_one_a_poll(self):
         self.fake("2027-03-04 12:00:00")
         key = self.courier.schedule(RunAt="06:00", NextRun="2027-03-01")
-        self.courier.settings(Poll="0", AlertWho="boss@example.com")
+        self.courier.settings(Poll="1", AlertWho="boss@example.com")
         self.courier.run_until_history(count=4)
         self.assertEqual(self.courier.next_run(key), "2027-03-05")
         stamps = [row[1] for row in self.courier.history(key)]

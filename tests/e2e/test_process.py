@@ -4,6 +4,7 @@ import os
 import random
 import re
 import sqlite3
+import subprocess
 import threading
 import time
 import unittest
@@ -43,6 +44,42 @@ class Process(CourierTest):
         process.terminate()
         self.assertEqual(process.wait(5), 0)
         self.assertLess(time.monotonic() - start, 1)
+
+    def box_appears_and_the_poll_goes_on(self, **environment):
+        """A mail that cannot go out shows its box; a schedule put in later runs all the same."""
+        self.courier.extra_environment = environment
+        self.courier.profile("Transport=smtp\nHost=127.0.0.1\nPort=1\nSecurity=none\nTimeout=2\n")
+        key = self.courier.schedule(Format="DHTML")
+        self.courier.start()
+        self.courier.wait(lambda: "Your mailbox is over the limit" in self.courier.said(), what="box")
+        self.courier.profile("Transport=outbox\nOutboxFolder=%s\n" % self.courier.outbox)
+        self.courier.wait(lambda: self.courier.history(key), what="history row")
+
+    def test_platform_without_a_screen_answers_boxes_by_itself(self):
+        self.box_appears_and_the_poll_goes_on(QT_QPA_PLATFORM="offscreen")
+
+    def test_display_that_does_not_answer_is_done_without(self):
+        self.box_appears_and_the_poll_goes_on(DISPLAY=":97")
+
+    def test_reader_of_its_messages_may_go(self):
+        self.courier.profile("Transport=smtp\nHost=127.0.0.1\nPort=1\nSecurity=none\nTimeout=2\n")
+        key = self.courier.schedule(Format="DHTML")
+        self.courier.log, kept = subprocess.PIPE, self.courier.log
+        process = self.courier.start()
+        self.courier.log = kept
+        process.stdout.read(20)
+        process.stdout.close()
+        time.sleep(5)
+        self.assertIsNone(process.poll())
+        self.courier.profile("Transport=outbox\nOutboxFolder=%s\n" % self.courier.outbox)
+        self.courier.wait(lambda: self.courier.history(key), what="history row")
+
+    def test_kill_in_an_export_leaves_nothing_for_good(self):
+        part = self.courier.app / "output" / ".oxc-part-999999999-abcdef"
+        part.write_text("half a page")
+        self.courier.schedule(Format="DHTML")
+        self.courier.run_until_history()
+        self.assertFalse(part.exists())
 
     def test_kills_at_random_moments_leave_nothing_half_done(self):
         """Each round the schedule is due; the process is killed somewhere in start-up, run, mail or record."""

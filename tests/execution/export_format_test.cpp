@@ -71,6 +71,12 @@ TEST(HtmlOutput, OfAnEmptyTitleIsTheCountAlone) {
     SetAppPath({});
 }
 
+TEST(HtmlOutput, NeverLeavesItsFolder) {
+    EXPECT_THROW(Global::HtmlOutputFile("..\\..\\evil"), RuntimeError);
+    EXPECT_THROW(Global::HtmlOutputFile("../evil"), RuntimeError);
+    EXPECT_NO_THROW(Global::HtmlOutputFile("a.. b"));
+}
+
 TEST(PackageOutput, IsNamedByKind) {
     const std::string title = "3>sales 2.rpt";
     EXPECT_EQ(PackageOutputFile(ExportKind::Pdf, "D\\", title), "D\\sales 2.rpt.pdf");

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "app/Global.h"
 #include "platform/paths.h"
 #include "support/database.h"
@@ -76,6 +79,8 @@ TEST_F(RunReport, HtmlGoesToAFileAndIsMailedAfterASecond) {
                                    "format 32", "html file " + file, "export False"}));
     EXPECT_EQ(loop.waits, 1);
     ASSERT_EQ(mail.sent.size(), 1U);
+    EXPECT_EQ(mail.sent[0].subject, "Subject");
+    EXPECT_EQ(mail.sent[0].text, "Body");
     EXPECT_EQ(mail.sent[0].recipients, (Calls{"ann", "bob"}));
     EXPECT_EQ(mail.sent[0].attachments, (std::vector<std::pair<int, std::string>>{{5, file}}));
 }
@@ -90,6 +95,51 @@ TEST_F(RunReport, UnknownFormatIsFalseAndLeavesNoTrace) {
     EXPECT_TRUE(CallsWith("export").empty());
     EXPECT_TRUE(prompts.boxes.empty());
     EXPECT_TRUE(mail.sent.empty());
+}
+
+TEST_F(RunReport, EveryStepComesInItsOrder) {
+    engine.reports[Path].parameterTypes = {12};
+    Parameter("'West'");
+    EXPECT_TRUE(Run("MS Excel", "{a} = 1", "scott", "tiger"));
+    EXPECT_EQ(engine.calls,
+              (Calls{"open " + std::string(Path), "logon 1 [][][scott][tiger]", "logon 2 [][][scott][tiger]",
+                     "clear 1", "value 1 text West", "switches False False", "formula {a} = 1",
+                     "destination 2", "mail [ann;bob;][Subject][Body]", "excel True False False False 4",
+                     "format 27", "export False"}));
+}
+
+TEST_F(RunReport, DatabaseIsReadBeforeTheReportIsOpened) {
+    std::filesystem::remove(database.Folder() / "PressroomLive.dat");
+    EXPECT_THROW(Run("PDF"), RuntimeError);
+    EXPECT_TRUE(engine.calls.empty());
+}
+
+TEST_F(RunReport, SecondRunOfAnHourReplacesTheFileAndOlderFilesStay) {
+    const auto folder = database.Folder() / "output";
+    int run = 0;
+    engine.onExport = [&](const std::string& file) {
+        std::ofstream(folder / file.substr(file.rfind('\\') + 1)) << ++run;
+    };
+    const auto content = [&](const char* name) {
+        std::ifstream file(folder / name);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    clock.now = fakes::At(2002, 1, 1, 5, 10);
+    EXPECT_TRUE(Run("HTML"));
+    clock.now = fakes::At(2002, 1, 1, 5, 50);
+    EXPECT_TRUE(Run("HTML"));
+    EXPECT_EQ(content("Sales20265.htm"), "2");
+    clock.now = fakes::At(2002, 1, 1, 6, 0);
+    EXPECT_TRUE(Run("HTML"));
+    EXPECT_EQ(content("Sales20265.htm"), "2");
+    EXPECT_EQ(content("Sales20266.htm"), "3");
+}
+
+TEST_F(RunReport, FewerValuesThanFieldsLeaveTheOthersWithout) {
+    engine.reports[Path].parameterTypes = {12, 12};
+    Parameter("'West'");
+    EXPECT_TRUE(Run("PDF"));
+    EXPECT_EQ(CallsWith("value"), Calls{"value 1 text West"});
 }
 
 TEST_F(RunReport, LogsEveryTableOnWithEmptyServerAndDatabase) {
@@ -128,12 +178,14 @@ TEST_F(RunReport, ValuesAreConvertedByTheFieldsType) {
 }
 
 TEST_F(RunReport, RowOfAnotherTypeIsConsumedWithoutAValue) {
-    engine.reports[Path].parameterTypes = {8, 10, 12};
-    Parameter("'one'");
-    Parameter("'two'");
-    Parameter("'three'");
+    for (const int type : {8, 10, 11, 13, 14, 15, 17, 18, 19, 20, 21, 6, 0, 23}) {
+        engine.reports[Path].parameterTypes.push_back(type);
+        Parameter("'passed over'");
+    }
+    engine.reports[Path].parameterTypes.push_back(12);
+    Parameter("'last'");
     EXPECT_TRUE(Run("PDF"));
-    EXPECT_EQ(CallsWith("value"), Calls{"value 3 text three"});
+    EXPECT_EQ(CallsWith("value"), Calls{"value 15 text last"});
 }
 
 TEST_F(RunReport, WordForANumberFailsTheRun) {
@@ -152,7 +204,13 @@ TEST_F(RunReport, WordForANumberFailsTheRun) {
 TEST_F(RunReport, NullForADateFailsTheRun) {
     engine.reports[Path].parameterTypes = {16};
     Parameter("null");
-    EXPECT_THROW(Run("PDF"), RuntimeError);
+    try {
+        Run("PDF");
+        FAIL() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 94);
+        EXPECT_EQ(error.Description(), "Invalid use of Null");
+    }
 }
 
 TEST_F(RunReport, MoreValuesThanFieldsFailTheRun) {
@@ -204,6 +262,7 @@ TEST_F(RunReport, OtherKindOfFieldCanBeRefused) {
         FAIL() << "no error";
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.Number(), 424);
+        EXPECT_EQ(error.Description(), "Object required");
     }
 }
 

@@ -62,6 +62,10 @@ TEST_F(Delivery, ListWithoutLastSeparatorLosesItsLastName) {
 TEST_F(Delivery, ListWithLastSeparatorGivesEveryName) {
     EXPECT_TRUE(SendMailSingle("b", "s", "a;b;", "Z:\\f.htm", 1));
     EXPECT_EQ(mail.sent.at(0).recipients, (std::vector<std::string>{"a", "b"}));
+    EXPECT_EQ(mail.sent[0].subject, "s");
+    EXPECT_EQ(mail.sent[0].text, "b");
+    EXPECT_EQ(mail.sent[0].importance, 1);
+    EXPECT_TRUE(mail.sent[0].resolvedWithDialog);
 }
 
 TEST_F(Delivery, ListOfOneNameGivesIt) {
@@ -74,7 +78,10 @@ TEST_F(Delivery, AlertGoesToOneUnsplitNameWithHighImportance) {
     EXPECT_TRUE(SendAlertMail("text", "a;b; c", "Pressroom Error", 1));
     ASSERT_EQ(mail.sent.size(), 1U);
     EXPECT_EQ(mail.sent[0].recipients, std::vector<std::string>{"a;b; c"});
+    EXPECT_EQ(mail.sent[0].subject, "Pressroom Error");
+    EXPECT_EQ(mail.sent[0].text, "text");
     EXPECT_EQ(mail.sent[0].importance, 2);
+    EXPECT_TRUE(mail.sent[0].resolvedWithDialog);
     EXPECT_TRUE(mail.sent[0].attachments.empty());
 }
 
@@ -133,6 +140,12 @@ TEST_F(Delivery, FailedLogonOfAnAlertPassesOutOfTheMailThatFailed) {
     mail.logonErrors = {std::nullopt, RuntimeError(77, "no profile")};
     mail.sendErrors = {RuntimeError(500, "refused")};
     EXPECT_THROW(SendMailSingle("b", "s", "a", "f", 1), RuntimeError);
+}
+
+TEST_F(Delivery, AlertOfAFailedMailThatMeetsALostServerShowsOneBox) {
+    mail.sendErrors = {RuntimeError(500, "refused"), RuntimeError(err::MailboxOrServer, "gone")};
+    EXPECT_FALSE(SendMailSingle("b", "s", "a", "f", 1));
+    EXPECT_EQ(prompts.boxes, (std::vector<fakes::Box>{{MailboxText, 0, "Oxbow Courier"}}));
 }
 
 TEST_F(Delivery, NoSessionIsNoMail) {

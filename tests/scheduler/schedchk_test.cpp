@@ -130,6 +130,10 @@ TEST_F(Schedchk, UnknownWordAloneGetsTheZeroDateAndRunsAtEveryPoll) {
     Row({.frequency = "Quartely", .nextRun = "2026-11-21"});
     Global::Schedchk();
     EXPECT_EQ(NextRuns(), Rows{"1899-12-30"});
+    const Rows statements = database.TakeStatements();
+    EXPECT_NE(std::find(statements.begin(), statements.end(),
+                        "update ReportScheduler set NextRun = '1899-12-30' Where ReportID = 1"),
+              statements.end());
     Global::Schedchk();
     EXPECT_EQ(Exports(), 2);
 }
@@ -149,9 +153,10 @@ TEST_F(Schedchk, LostServerShowsItsBoxAndMovesNothing) {
     mail.sendErrors = {RuntimeError(err::MailboxOrServer, "gone")};
     Global::Schedchk();
     EXPECT_EQ(NextRuns(), Rows{"2026-11-21"});
-    ASSERT_EQ(prompts.boxes.size(), 1U);
-    EXPECT_EQ(prompts.boxes[0].text,
-              "Your mailbox is over the limit or the Exchange Server is down! Sending mail failed");
+    EXPECT_EQ(prompts.boxes,
+              (std::vector<fakes::Box>{
+                  {"Your mailbox is over the limit or the Exchange Server is down! Sending mail failed", 0,
+                   "Oxbow Courier"}}));
     EXPECT_TRUE(History().empty());
     EXPECT_TRUE(mail.sent.empty());
     EXPECT_TRUE(frame.timerEnabled);
@@ -200,6 +205,26 @@ TEST_F(Schedchk, DateThatIsNoneTakesTheFailureRoad) {
     Row({.nextRun = "soon"});
     Global::Schedchk();
     EXPECT_EQ(History(), Rows{"1|2026-11-21 14:00:00|Failure|Type mismatch"});
+}
+
+TEST_F(Schedchk, TimeThatIsNoneCountsOnlyOnceTheDateHasCome) {
+    Row({.runAt = "__:__", .nextRun = "2026-11-22"});
+    Global::Schedchk();
+    EXPECT_TRUE(History().empty());
+    clock.now = fakes::At(2026, 11, 22, 0, 0, 0);
+    Global::Schedchk();
+    EXPECT_EQ(History(), Rows{"1|2026-11-22 00:00:00|Failure|Type mismatch"});
+}
+
+TEST_F(Schedchk, FailedMailIsTriedAtEveryPollOfTheDayAfterItsTime) {
+    Row({.runAt = "13:30", .nextRun = "2026-11-21", .format = "DHTML"});
+    for (int hour = 14; hour < 20; ++hour) {
+        clock.now = fakes::At(2026, 11, 21, hour, 0, 0);
+        mail.sendErrors = {RuntimeError(err::MailboxFull, "full")};
+        Global::Schedchk();
+    }
+    EXPECT_EQ(Exports(), 6);
+    EXPECT_EQ(NextRuns(), Rows{"2026-11-21"});
 }
 
 TEST_F(Schedchk, MissingTableFailsTheHandlerTooAndLeavesTheTimerOff) {

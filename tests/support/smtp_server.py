@@ -19,6 +19,7 @@ MODES = {
     "reject-recipient": "550 to the recipient given by --recipient",
     "full-recipient": "452 to every recipient",
     "full-message": "552 to the content",
+    "dangerous-message": "552 5.7.0 to the content, which is no word on the mailbox",
     "reject-sender": "550 to MAIL FROM",
     "reject-message": "554 to the content",
     "later": "451 to the content",
@@ -72,6 +73,8 @@ class Handler:
         mode = self.options.mode
         if mode == "full-message":
             return "552 5.2.2 over quota"
+        if mode == "dangerous-message":
+            return "552 5.7.0 blocked"
         if mode == "reject-message":
             return "554 5.6.0 content refused"
         if mode == "later":

@@ -46,10 +46,14 @@ const std::vector<AddressEntry>& AddressBook::ListEntries() {
 }
 
 Mailbox AddressBook::Resolve(const std::string& nameOrAddress) {
-    if (LooksLikeAddress(nameOrAddress)) {
-        return ParseMailbox(nameOrAddress);
+    std::string name(Trim(nameOrAddress));
+    // A name that was picked ends with the separator of lists, even where it stands alone.
+    while (!name.empty() && name.back() == ';') {
+        name = std::string(Trim(name.substr(0, name.size() - 1)));
     }
-    const std::string name(Trim(nameOrAddress));
+    if (LooksLikeAddress(name)) {
+        return ParseMailbox(name);
+    }
     if (name.empty()) {
         throw RuntimeError(ErrUnknownRecipient, "A recipient has no name");
     }

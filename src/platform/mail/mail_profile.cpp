@@ -16,6 +16,10 @@
 namespace mailer {
 namespace {
 
+[[noreturn]] void RefuseProfile(const std::filesystem::path& file, const std::string& why) {
+    throw RuntimeError(ErrBadProfile, "The mail profile \"" + file.string() + "\": " + why);
+}
+
 namespace fs = std::filesystem;
 
 constexpr std::size_t LargestProfile = 1 << 20;
@@ -26,6 +30,7 @@ class ProfileReader {
 
     MailProfile Read() {
         MailProfile profile;
+        profile.file = m_file;
         profile.transport = ReadTransport();
         profile.from = ReadFrom();
         profile.addressBook = Path("AddressBook", "VCard");
@@ -52,9 +57,7 @@ class ProfileReader {
     }
 
  private:
-    [[noreturn]] void Refuse(const std::string& why) const {
-        throw RuntimeError(ErrBadProfile, "The mail profile \"" + m_file.string() + "\": " + why);
-    }
+    [[noreturn]] void Refuse(const std::string& why) const { RefuseProfile(m_file, why); }
 
     std::string Text(std::string_view key) const { return m_text.Find("Profile", key).value_or(""); }
 
@@ -165,29 +168,7 @@ class ProfileReader {
         profile.caFile = Path("Profile", "CAFile");
         profile.user = Text("User");
         profile.password = Text("Password");
-        const std::string command = Text("PasswordCommand");
-        if (!profile.user.empty() && profile.password.empty() && !command.empty()) {
-            profile.password = RunPasswordCommand(command);
-        }
-    }
-
-    std::string RunPasswordCommand(const std::string& command) const {
-        constexpr int Seconds = 30;
-        constexpr std::size_t LongestPassword = 4096;
-        const ChildResult result = RunChild({"/bin/sh", "-c", command}, -1, Seconds, LongestPassword);
-        if (result.timedOut) {
-            Refuse("PasswordCommand did not end within 30 seconds");
-        }
-        if (!result.started || result.tooMuch || result.exitCode != 0) {
-            Refuse("PasswordCommand failed" + (result.exitCode > 0
-                                                   ? " with exit code " + std::to_string(result.exitCode)
-                                                   : std::string()));
-        }
-        std::string password = result.output.substr(0, result.output.find_last_not_of("\r\n") + 1);
-        if (password.empty() || HasControls(password)) {
-            Refuse("PasswordCommand wrote no password of one line");
-        }
-        return password;
+        profile.passwordCommand = Text("PasswordCommand");
     }
 
     fs::path m_file;
@@ -195,6 +176,30 @@ class ProfileReader {
 };
 
 }  // namespace
+
+std::string PasswordOf(const MailProfile& profile) {
+    if (!profile.password.empty() || profile.passwordCommand.empty()) {
+        return profile.password;
+    }
+    constexpr int Seconds = 30;
+    constexpr std::size_t LongestPassword = 4096;
+    const ChildResult result =
+        RunChild({"/bin/sh", "-c", profile.passwordCommand}, -1, Seconds, LongestPassword);
+    if (result.timedOut) {
+        RefuseProfile(profile.file, "PasswordCommand did not end within 30 seconds");
+    }
+    if (!result.started || result.tooMuch || result.exitCode != 0) {
+        RefuseProfile(
+            profile.file,
+            "PasswordCommand failed" +
+                (result.exitCode > 0 ? " with exit code " + std::to_string(result.exitCode) : std::string()));
+    }
+    std::string password = result.output.substr(0, result.output.find_last_not_of("\r\n") + 1);
+    if (password.empty() || HasControls(password)) {
+        RefuseProfile(profile.file, "PasswordCommand wrote no password of one line");
+    }
+    return password;
+}
 
 fs::path MailProfilePath() {
     return ConfigFolder() / "mail.ini";

@@ -12,6 +12,7 @@ enum class TransportKind { Outbox, Smtp, Sendmail };
 enum class Security { None, StartTls, Tls };
 
 struct MailProfile {
+    std::filesystem::path file;  // it was read from
     TransportKind transport = TransportKind::Outbox;
     Mailbox from;
     std::filesystem::path addressBook;  // vCard file; empty when there is none
@@ -21,8 +22,9 @@ struct MailProfile {
     std::string host;  // smtp: a name or an address
     int port = 0;
     Security security = Security::StartTls;
-    std::string user;  // empty: no login
-    std::string password;
+    std::string user;              // empty: no login
+    std::string password;          // see PasswordOf
+    std::string passwordCommand;   // writes the password when there is none
     bool verify = true;            // the server's certificate
     std::filesystem::path caFile;  // empty: the machine's own
 
@@ -35,8 +37,13 @@ struct MailProfile {
 // ${XDG_CONFIG_HOME:-~/.config}/oxbow-courier/mail.ini
 std::filesystem::path MailProfilePath();
 
-// Reads the profile and runs its PasswordCommand. Raises ErrNoProfile when the file is missing or cannot be
+// Reads the profile. Raises ErrNoProfile when the file is missing or cannot be
 // read, ErrBadProfile when it makes no sense; the texts name the file and the key.
 MailProfile ReadMailProfile(const std::filesystem::path& file);
+
+// The password, by PasswordCommand if need be. Asked for when a message is sent and not at logon: a locked
+// keyring fails one message, which is tried again, and not the whole session. Raises ErrBadProfile when the
+// command fails.
+std::string PasswordOf(const MailProfile& profile);
 
 }  // namespace mailer

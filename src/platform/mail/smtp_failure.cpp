@@ -33,7 +33,15 @@ bool IsFull(const SmtpTalk& talk) {
     if (Contains(reply, " 4.5.3") || Contains(reply, " 5.5.3")) {
         return false;
     }
-    return talk.Code() == 452 || talk.Code() == 552 || Contains(reply, " 5.2.2") || Contains(reply, " 4.2.2");
+    for (const char* full : {" 4.2.2", " 5.2.2", " 4.3.1", " 5.3.1", " 4.3.4", " 5.3.4"}) {
+        if (Contains(reply, full)) {
+            return true;
+        }
+    }
+    // With another enhanced code the number alone says nothing: 552 5.7.0 is content that was found
+    // dangerous.
+    const bool enhanced = reply.size() > 6 && (reply[4] == '4' || reply[4] == '5') && reply[5] == '.';
+    return !enhanced && (talk.Code() == 452 || talk.Code() == 552);
 }
 
 bool IsLoginAnswer(int code) {

@@ -71,7 +71,7 @@ void SetServer(CURL* curl, const MailProfile& profile) {
     }
     if (!profile.user.empty()) {
         curl_easy_setopt(curl, CURLOPT_USERNAME, profile.user.c_str());
-        curl_easy_setopt(curl, CURLOPT_PASSWORD, profile.password.c_str());
+        curl_easy_setopt(curl, CURLOPT_PASSWORD, PasswordOf(profile).c_str());
         // Only what a password is good for: a ticket of the network is not there unattended.
         curl_easy_setopt(curl, CURLOPT_LOGIN_OPTIONS, "AUTH=PLAIN;AUTH=LOGIN;AUTH=CRAM-MD5");
     }

@@ -6,6 +6,9 @@
 
 #include <array>
 #include <cerrno>
+#include <charconv>
+#include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <system_error>
 
@@ -24,6 +27,8 @@ std::int32_t NumberOf(int code) {
         case EDQUOT:
         case EFBIG:
             return err::DiskFull;
+        case EEXIST:
+            return err::FileExists;
         default:
             return err::PathFileAccess;
     }
@@ -85,11 +90,58 @@ void RemoveLogsOfFormerDatabase(const fs::path& target) {
     fs::remove(target.string() + "-shm", ignored);
 }
 
+// Temporary names: the mark, the process and some letters. They are short, so that any name that the file
+// system takes can be made, and tell who is writing.
+constexpr std::string_view TemporaryMark = ".oxc-part-";
+
+bool IsOfDeadProcess(const std::string& name) {
+    if (name.compare(0, TemporaryMark.size(), TemporaryMark) != 0) {
+        return false;
+    }
+    pid_t process = 0;
+    const char* const begin = name.data() + TemporaryMark.size();
+    const auto read = std::from_chars(begin, name.data() + name.size(), process);
+    return read.ec == std::errc() && process > 0 && kill(process, 0) != 0 && errno == ESRCH;
+}
+
+void RemoveLeftovers(const fs::path& folder) {
+    std::error_code ignored;
+    for (fs::directory_iterator entry(folder.empty() ? "." : folder, ignored), end; !ignored && entry != end;
+         entry.increment(ignored)) {
+        if (IsOfDeadProcess(entry->path().filename().string())) {
+            fs::remove(entry->path(), ignored);
+        }
+    }
+}
+
+fs::path BehindLinks(fs::path target) {
+    std::error_code error;
+    if (fs::is_symlink(target, error)) {
+        fs::path real = fs::weakly_canonical(target, error);
+        return error ? target : real;
+    }
+    return target;
+}
+
+// Something that is no file and no folder: its name must stay what it is.
+bool IsDeviceOrPipe(const fs::path& target) {
+    std::error_code error;
+    const fs::file_status status = fs::status(target, error);
+    return !error && fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status);
+}
+
 }  // namespace
 
-AtomicFile::AtomicFile(fs::path target) : m_target(std::move(target)) {
-    m_temporary = (m_target.parent_path() / ("." + m_target.filename().string() + ".XXXXXX")).string();
-    m_file = mkostemp(m_temporary.data(), O_CLOEXEC);
+AtomicFile::AtomicFile(fs::path target, IfThere ifThere) : m_target(std::move(target)), m_ifThere(ifThere) {
+    if (IsDeviceOrPipe(m_target)) {
+        m_file = open(m_target.c_str(), O_WRONLY | O_CLOEXEC);
+    } else {
+        m_target = BehindLinks(std::move(m_target));
+        const fs::path folder = m_target.parent_path();
+        RemoveLeftovers(folder);
+        m_temporary = (folder / (std::string(TemporaryMark) + std::to_string(getpid()) + "-XXXXXX")).string();
+        m_file = mkostemp(m_temporary.data(), O_CLOEXEC);
+    }
     if (m_file < 0) {
         Raise(errno);
     }
@@ -98,7 +150,9 @@ AtomicFile::AtomicFile(fs::path target) : m_target(std::move(target)) {
 AtomicFile::~AtomicFile() {
     if (m_file >= 0) {
         close(m_file);
-        unlink(m_temporary.c_str());
+        if (!m_temporary.empty()) {
+            unlink(m_temporary.c_str());
+        }
     }
 }
 
@@ -117,21 +171,25 @@ void AtomicFile::Write(std::string_view bytes) {
 }
 
 void AtomicFile::Commit() {
-    if (fsync(m_file) != 0 || rename(m_temporary.c_str(), m_target.c_str()) != 0) {
-        Raise(errno);
+    if (!m_temporary.empty()) {
+        const unsigned flags = m_ifThere == IfThere::Fail ? RENAME_NOREPLACE : 0;
+        if (fsync(m_file) != 0 ||
+            renameat2(AT_FDCWD, m_temporary.c_str(), AT_FDCWD, m_target.c_str(), flags) != 0) {
+            Raise(errno);
+        }
+        SyncFolder(m_target.parent_path());
     }
     close(m_file);
     m_file = -1;
-    SyncFolder(m_target.parent_path());
 }
 
-void CopyFileWhole(const fs::path& source, const fs::path& target) {
+void CopyFileWhole(const fs::path& source, const fs::path& target, AtomicFile::IfThere ifThere) {
     std::error_code ignored;
     if (fs::equivalent(source, target, ignored) || fs::is_directory(source, ignored)) {
         RaiseFor(err::PathFileAccess, target, 0);
     }
     OpenSource from(source);
-    AtomicFile copy(target);
+    AtomicFile copy(target, ifThere);
     constexpr std::string_view DatabaseMark = "SQLite format 3";
     bool isDatabase = false;
     bool isStart = true;
@@ -140,7 +198,7 @@ void CopyFileWhole(const fs::path& source, const fs::path& target) {
         isStart = false;
         copy.Write(bytes);
     }
-    if (isDatabase) {
+    if (isDatabase && !fs::exists(target, ignored)) {
         RemoveLogsOfFormerDatabase(target);
     }
     copy.Commit();

@@ -8,8 +8,9 @@
 
 namespace Scripting {
 
-void File::Copy(const std::string& destination) const {
-    CopyFileWhole(paths::ToMachine(m_path), paths::ToMachine(destination));
+void File::Copy(const std::string& destination, bool overWriteFiles) const {
+    CopyFileWhole(paths::ToMachine(m_path), paths::ToMachine(destination),
+                  overWriteFiles ? AtomicFile::IfThere::Replace : AtomicFile::IfThere::Fail);
 }
 
 bool FileSystemObject::FileExists(const std::string& path) const {

@@ -8,8 +8,6 @@
 
 namespace {
 
-bool g_offscreen = false;
-
 bool IsSet(const char* name) {
     return !qEnvironmentVariableIsEmpty(name);
 }
@@ -40,19 +38,29 @@ void EndByRuntimeError(const RuntimeError& error) {
     TheProcess().End(1);
 }
 
-bool HasDisplay() {
-    return !g_offscreen;
+bool MayHaveDisplay() {
+    return IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY") || IsSet("QT_QPA_PLATFORM");
 }
 
-void UseOffscreenWithoutDisplay() {
-    if (IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY") || IsSet("QT_QPA_PLATFORM")) {
+bool HasDisplay() {
+    const QString platform = QGuiApplication::platformName();
+    return platform != "offscreen" && platform != "minimal";
+}
+
+void FallBackToOffscreen() {
+    if (IsSet("QT_QPA_PLATFORM")) {
         return;
     }
-    g_offscreen = true;
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (IsSet("WAYLAND_DISPLAY")) {
+        qputenv("QT_QPA_PLATFORM", "wayland;xcb;offscreen");
+    } else {
+        qputenv("QT_QPA_PLATFORM", IsSet("DISPLAY") ? "xcb;offscreen" : "offscreen");
+    }
 }
 
 void EndOnSignals() {
+    // A reader of the messages that has gone must not take the process with it.
+    std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGTERM, EndNow);
     std::signal(SIGINT, EndNow);
 }

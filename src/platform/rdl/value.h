@@ -78,10 +78,14 @@ class Value {
     std::int64_t AsInteger() const { return m_data.integer; }
     double AsReal() const { return m_data.real; }
     std::int64_t AsTicks() const { return m_data.integer; }
-    std::string_view AsText() const { return {m_data.text->chars, m_data.text->length}; }  // Text, Bytes, Error
+    std::string_view AsText() const {
+        return {m_data.text->chars, m_data.text->length};
+    }  // Text, Bytes, Error
     const ValueList& AsList() const { return m_data.list->values; }
     // Integer or Real as a double.
-    double AsDouble() const { return m_kind == Kind::Real ? m_data.real : static_cast<double>(m_data.integer); }
+    double AsDouble() const {
+        return m_kind == Kind::Real ? m_data.real : static_cast<double>(m_data.integer);
+    }
 
  private:
     struct TextRep {

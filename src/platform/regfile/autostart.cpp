@@ -113,12 +113,27 @@ std::string DesktopExec(std::string_view commandLine, const fs::path& ownProgram
     return exec;
 }
 
+std::string HomeForExec(std::string_view commandLine, const fs::path& ownProgram) {
+    const std::vector<std::string> pieces = Pieces(commandLine);
+    if (pieces.empty() || !SameLetters(FileName(pieces.front()), "oxc.exe") ||
+        FileName(pieces.front()).size() == pieces.front().size()) {
+        return {};
+    }
+    const fs::path home = paths::ToMachine(pieces.front()).parent_path();
+    std::error_code error;
+    const fs::path beside = ownProgram.parent_path();
+    const bool found = fs::exists(beside / "Pressroom.dat", error) ? fs::equivalent(home, beside, error)
+                                                                   : home == DataHome() / "oxbow-courier";
+    return found ? std::string() : "env " + QuotedForEntry("OXC_HOME=" + home.string()) + " ";
+}
+
 void WriteAutostart(const fs::path& folder, const std::string& name, std::string_view commandLine) {
     std::error_code error;
     fs::create_directories(folder, error);
     AtomicFile file(folder / (name + ".desktop"));
     file.Write("[Desktop Entry]\nType=Application\nName=" + std::string(AppTitle) +
-               "\nComment=Runs the scheduled reports\nExec=" + DesktopExec(commandLine, InstalledProgram()) +
+               "\nComment=Runs the scheduled reports\nExec=" + HomeForExec(commandLine, InstalledProgram()) +
+               DesktopExec(commandLine, InstalledProgram()) +
                "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n");
     file.Commit();
 }

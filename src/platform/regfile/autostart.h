@@ -10,6 +10,10 @@
 // translated.
 std::string DesktopExec(std::string_view commandLine, const std::filesystem::path& ownProgram);
 
+// "env OXC_HOME=<folder> " when the command line names oxc.exe in a folder that `ownProgram` would not take
+// for the application's by itself; else empty.
+std::string HomeForExec(std::string_view commandLine, const std::filesystem::path& ownProgram);
+
 // Makes <folder>/<name>.desktop, which starts the command line at login. Raises as AtomicFile.
 void WriteAutostart(const std::filesystem::path& folder, const std::string& name,
                     std::string_view commandLine);

@@ -1,8 +1,10 @@
 #include "platform/files.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
@@ -100,6 +102,57 @@ TEST_F(Files, CopyOfADatabaseDoesNotMeetTheLogOfTheOneBefore) {
     Copy("blank", "live");
     EXPECT_FALSE(fs::exists(m_folder / "live-wal"));
     EXPECT_FALSE(fs::exists(m_folder / "live-shm"));
+}
+
+TEST_F(Files, CopyThatMustNotOverwriteLeavesWhatIsThere) {
+    WriteBytes(m_folder / "a", "blank");
+    WriteBytes(m_folder / "b", "rows");
+    const Scripting::FileSystemObject files;
+    EXPECT_EQ(
+        NumberRaisedBy([&] {
+            files.GetFile(paths::FromMachine(m_folder / "a")).Copy(paths::FromMachine(m_folder / "b"), false);
+        }),
+        58);
+    EXPECT_EQ(ReadBytes(m_folder / "b"), "rows");
+    EXPECT_EQ(Entries(), 2U);
+}
+
+TEST_F(Files, LinkIsFollowedAndStays) {
+    WriteBytes(m_folder / "a", "new");
+    WriteBytes(m_folder / "real", "old");
+    fs::create_symlink(m_folder / "real", m_folder / "link");
+    Copy("a", "link");
+    EXPECT_TRUE(fs::is_symlink(m_folder / "link"));
+    EXPECT_EQ(ReadBytes(m_folder / "real"), "new");
+}
+
+TEST_F(Files, PipeIsWrittenAndStays) {
+    WriteBytes(m_folder / "a", "through");
+    const std::string pipe = (m_folder / "pipe").string();
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+    Copy("a", "pipe");
+    char bytes[16] = {};
+    EXPECT_EQ(read(reader, bytes, sizeof bytes), 7);
+    EXPECT_STREQ(bytes, "through");
+    close(reader);
+    EXPECT_TRUE(fs::is_fifo(pipe));
+}
+
+TEST_F(Files, LongestNameThatTheFileSystemTakesCanBeMade) {
+    WriteBytes(m_folder / "a", "x");
+    const std::string name(255, 'n');
+    Copy("a", name.c_str());
+    EXPECT_TRUE(fs::exists(m_folder / name));
+}
+
+TEST_F(Files, PartsOfDeadProcessesGoWithTheNextFile) {
+    WriteBytes(m_folder / "a", "x");
+    WriteBytes(m_folder / ".oxc-part-999999999-abcdef", "half");
+    WriteBytes(m_folder / (".oxc-part-" + std::to_string(getpid()) + "-abcdef"), "under way");
+    Copy("a", "b");
+    EXPECT_FALSE(fs::exists(m_folder / ".oxc-part-999999999-abcdef"));
+    EXPECT_TRUE(fs::exists(m_folder / (".oxc-part-" + std::to_string(getpid()) + "-abcdef")));
 }
 
 TEST_F(Files, CopyOfAnotherFileTouchesNoNeighbour) {

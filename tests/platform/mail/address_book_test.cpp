@@ -40,6 +40,14 @@ TEST_F(Book, NameThatStandsTwiceIsRefusedUnlessItIsTheSameAddress) {
     EXPECT_EQ(book.Resolve("Same").name, "Same");
 }
 
+TEST_F(Book, SeparatorBehindASingleNameIsNoPartOfIt) {
+    auto book = Read(Card("Ann", "ann@b.c"));
+    EXPECT_EQ(book.Resolve("ann;").address, "ann@b.c");
+    EXPECT_EQ(book.Resolve("boss@b.c; ").address, "boss@b.c");
+    EXPECT_EQ(NumberRaisedBy([&] { book.Resolve(";"); }), mailer::ErrUnknownRecipient);
+    EXPECT_NE(NumberRaisedBy([&] { book.Resolve("a@b.c;d@b.c"); }), 0);
+}
+
 TEST_F(Book, AddressesNeedNoBook) {
     mailer::AddressBook book(m_folder / "missing.vcf");
     EXPECT_EQ(book.Resolve("Ann <ann@b.c>").address, "ann@b.c");

@@ -5,6 +5,7 @@
 
 namespace {
 
+using mailer::PasswordOf;
 using mailer::ReadMailProfile;
 
 class Profile : public MailTest {
@@ -70,17 +71,28 @@ TEST_F(Profile, WhatMakesNoSenseNamesItsKey) {
 }
 
 TEST_F(Profile, PasswordCommandGivesItsLine) {
-    EXPECT_EQ(Read(std::string(Server) + "User=ann\nPasswordCommand=printf 'two words\\n'\n").password,
+    EXPECT_EQ(PasswordOf(Read(std::string(Server) + "User=ann\nPasswordCommand=printf 'two words\\n'\n")),
               "two words");
 }
 
 TEST_F(Profile, PasswordCommandThatFailsIsAnErrorWithoutItsOutput) {
-    EXPECT_EQ(NumberOf(std::string(Server) + "User=ann\nPasswordCommand=echo hidden; exit 3\n"),
-              mailer::ErrBadProfile);
-    EXPECT_NE(m_text.find("exit code 3"), std::string::npos) << m_text;
-    EXPECT_EQ(m_text.find("hidden"), std::string::npos) << m_text;
-    EXPECT_EQ(NumberOf(std::string(Server) + "User=ann\nPasswordCommand=yes\n"), mailer::ErrBadProfile);
-    EXPECT_EQ(NumberOf(std::string(Server) + "User=ann\nPasswordCommand=true\n"), mailer::ErrBadProfile);
+    for (const auto& [command, word] : {std::pair("echo hidden; exit 3", "exit code 3"),
+                                        std::pair("yes", "failed"), std::pair("true", "no password")}) {
+        const auto profile = Read(std::string(Server) + "User=ann\nPasswordCommand=" + command + "\n");
+        EXPECT_EQ(NumberRaisedBy([&] { PasswordOf(profile); }), mailer::ErrBadProfile) << command;
+        const std::string text = DescriptionRaisedBy([&] { PasswordOf(profile); });
+        EXPECT_NE(text.find(word), std::string::npos) << text;
+        EXPECT_EQ(text.find("hidden"), std::string::npos) << text;
+    }
+}
+
+TEST_F(Profile, PasswordCommandIsNotRunAtLogon) {
+    const auto mark = MailTest::Profile().parent_path() / "ran";
+    const auto profile =
+        Read(std::string(Server) + "User=ann\nPasswordCommand=touch \"" + mark.string() + "\"; exit 1\n");
+    EXPECT_FALSE(std::filesystem::exists(mark));
+    EXPECT_EQ(NumberRaisedBy([&] { PasswordOf(profile); }), mailer::ErrBadProfile);
+    EXPECT_TRUE(std::filesystem::exists(mark));
 }
 
 TEST_F(Profile, OutboxLiesWithTheUsersDataUnlessToldOtherwise) {

@@ -100,6 +100,7 @@ TEST_F(Smtp, RefusedSenderAndRefusedContentAreNoMailboxNumbers) {
     EXPECT_EQ(FailureOf({"--mode", "reject-sender"}), mailer::ErrMessageRefused);
     EXPECT_NE(m_text.find("sender"), std::string::npos);
     EXPECT_EQ(FailureOf({"--mode", "reject-message"}), mailer::ErrMessageRefused);
+    EXPECT_EQ(FailureOf({"--mode", "dangerous-message"}), mailer::ErrMessageRefused);
 }
 
 TEST_F(Smtp, NothingListeningIsALostServer) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/paths.h"
+
 #include "support/temporary_folder.h"
 
 namespace {
@@ -35,3 +37,13 @@ TEST(Autostart, EntryIsWholeAndReplaced) {
 }
 
 }  // namespace
+
+TEST(Autostart, FolderThatTheProgramWouldNotFindIsNamed) {
+    EXPECT_EQ(HomeForExec(R"("Z:\srv\press room\oxc.exe" -sched)", "/opt/oxc/bin/oxc"),
+              "env \"OXC_HOME=/srv/press room\" ");
+    EXPECT_EQ(HomeForExec("oxc.exe -sched", "/opt/oxc/bin/oxc"), "");
+    EXPECT_EQ(HomeForExec(R"(Z:\bin\other -x)", "/opt/oxc/bin/oxc"), "");
+    EXPECT_EQ(HomeForExec("\"" + paths::FromMachine(DataHome() / "oxbow-courier" / "oxc.exe") + "\" -sched",
+                          "/opt/oxc/bin/oxc"),
+              "");
+}

@@ -20,14 +20,45 @@ struct Expr {
 };
 
 enum class StyleProperty : unsigned char {
-    BackgroundColor, BackgroundGradientType, BackgroundGradientEndColor,
-    BorderColor, BorderColorLeft, BorderColorRight, BorderColorTop, BorderColorBottom,
-    BorderStyle, BorderStyleLeft, BorderStyleRight, BorderStyleTop, BorderStyleBottom,
-    BorderWidth, BorderWidthLeft, BorderWidthRight, BorderWidthTop, BorderWidthBottom,
-    Color, Direction, FontFamily, FontSize, FontStyle, FontWeight, Format, Language, LineHeight,
-    NumeralLanguage, NumeralVariant, Calendar,
-    PaddingLeft, PaddingRight, PaddingTop, PaddingBottom,
-    TextAlign, TextDecoration, UnicodeBiDi, VerticalAlign, WritingMode,
+    BackgroundColor,
+    BackgroundGradientType,
+    BackgroundGradientEndColor,
+    BorderColor,
+    BorderColorLeft,
+    BorderColorRight,
+    BorderColorTop,
+    BorderColorBottom,
+    BorderStyle,
+    BorderStyleLeft,
+    BorderStyleRight,
+    BorderStyleTop,
+    BorderStyleBottom,
+    BorderWidth,
+    BorderWidthLeft,
+    BorderWidthRight,
+    BorderWidthTop,
+    BorderWidthBottom,
+    Color,
+    Direction,
+    FontFamily,
+    FontSize,
+    FontStyle,
+    FontWeight,
+    Format,
+    Language,
+    LineHeight,
+    NumeralLanguage,
+    NumeralVariant,
+    Calendar,
+    PaddingLeft,
+    PaddingRight,
+    PaddingTop,
+    PaddingBottom,
+    TextAlign,
+    TextDecoration,
+    UnicodeBiDi,
+    VerticalAlign,
+    WritingMode,
 };
 
 // Only what the report sets; defaults are the layout's affair.
@@ -64,7 +95,8 @@ struct PageBreak {
 
 struct Filter {
     Expr expression;
-    std::string op;  // Equal, Like, NotEqual, GreaterThan, ..., TopN, BottomN, TopPercent, BottomPercent, In, Between
+    std::string
+        op;  // Equal, Like, NotEqual, GreaterThan, ..., TopN, BottomN, TopPercent, BottomPercent, In, Between
     std::vector<Expr> values;
 };
 
@@ -145,7 +177,7 @@ struct Image : ReportItem {
     Image() : ReportItem(ItemKind::Image) {}
     enum class Source { External, Embedded, Database } source = Source::External;
     enum class Sizing { AutoSize, Fit, FitProportional, Clip } sizing = Sizing::AutoSize;
-    Expr value;     // path, name of an embedded image, or bytes
+    Expr value;  // path, name of an embedded image, or bytes
     Expr mimeType;
 };
 
@@ -210,8 +242,8 @@ struct Page {
     Style style;
 };
 
-struct Section {  // one in files before 2010
-    double width = 0;   // of the body
+struct Section {       // one in files before 2010
+    double width = 0;  // of the body
     double bodyHeight = 0;
     std::vector<ItemPtr> items;
     Style bodyStyle;
@@ -241,7 +273,7 @@ struct ReportParameter {
 
 struct DataSource {
     std::string name;
-    std::string provider;   // SQL, SQLITE, ODBC, ENTERDATA, ... as written
+    std::string provider;  // SQL, SQLITE, ODBC, ENTERDATA, ... as written
     Expr connectString;
     std::string reference;  // shared data source
     bool integratedSecurity = false;
@@ -284,9 +316,9 @@ struct EmbeddedImage {
 struct Definition {
     std::string description, author, language;  // language may be an expression's source: see languageExpr
     Expr languageExpr;
-    std::string title;                    // custom property Title; may be empty
-    std::string recordSelectionFormula;   // custom property RecordSelectionFormula
-    std::string code;                     // report-level functions
+    std::string title;                   // custom property Title; may be empty
+    std::string recordSelectionFormula;  // custom property RecordSelectionFormula
+    std::string code;                    // report-level functions
     std::vector<DataSource> dataSources;
     std::vector<DataSet> dataSets;
     std::vector<ReportParameter> parameters;

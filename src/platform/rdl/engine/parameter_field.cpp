@@ -1,5 +1,8 @@
 #include "platform/rdl/engine/parameter_field.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "platform/rdl/engine/parameter_values.h"
 
 namespace rdl::engine {
@@ -22,6 +25,31 @@ Value PlainValue(const report::ParameterValue& given) {
         }
     };
     return std::visit(Visitor{}, given);
+}
+
+// What a stored text holds for a multi-value parameter: values parted by ; or line feeds, and by commas where
+// a comma is no part of a value.
+std::vector<Value> PiecesOf(const ReportParameter& definition, const Value& value) {
+    if (!definition.multiValue || !value.IsText()) {
+        return {value};
+    }
+    const std::string_view separators = definition.type == ParameterType::String ? ";\n" : ";\n,";
+    std::vector<Value> pieces;
+    std::string_view rest = value.AsText();
+    while (true) {
+        const std::size_t end = rest.find_first_of(separators);
+        std::string_view piece = rest.substr(0, end);
+        piece.remove_prefix(std::min(piece.find_first_not_of(" \r"), piece.size()));
+        piece = piece.substr(0, piece.find_last_not_of(" \r") + 1);
+        if (!piece.empty()) {
+            pieces.push_back(Value::Text(piece));
+        }
+        if (end == std::string_view::npos) {
+            break;
+        }
+        rest.remove_prefix(end + 1);
+    }
+    return pieces.empty() ? std::vector<Value>{value} : pieces;
 }
 
 }  // namespace
@@ -59,9 +87,11 @@ void RdlParameterField::SetCurrent(const Value& value) {
 }
 
 void RdlParameterField::AddCurrentValue(const report::ParameterValue& value) {
-    Value converted;
+    std::vector<Value> converted;
     try {
-        converted = ConvertToType(m_definition, PlainValue(value));
+        for (const Value& piece : PiecesOf(m_definition, PlainValue(value))) {
+            converted.push_back(ConvertToType(m_definition, piece));
+        }
     } catch (const Error& error) {
         throw RuntimeError(err::TypeMismatch,
                            RuntimeError(err::TypeMismatch).Description() + ": " + error.what());
@@ -69,7 +99,7 @@ void RdlParameterField::AddCurrentValue(const report::ParameterValue& value) {
     if (!m_definition.multiValue) {
         m_current.clear();
     }
-    m_current.push_back(std::move(converted));
+    m_current.insert(m_current.end(), converted.begin(), converted.end());
 }
 
 }  // namespace rdl::engine

@@ -24,14 +24,17 @@ struct ParameterState {
 // Everything that a report runs on.
 struct ReportInput {
     const Definition* definition = nullptr;
-    std::map<std::string, Table> tables;     // by data set name; calculated fields and the data set's filters applied
+    std::map<std::string, Table>
+        tables;  // by data set name; calculated fields and the data set's filters applied
     std::vector<ParameterState> parameters;  // in the definition's order
     std::int64_t nowTicks = 0;
     std::string reportName, reportFolder, userName, renderFormat;
     // Bytes of an external image by the text that the report gives; empty with an error in `why`.
     std::function<std::shared_ptr<const std::string>(const std::string& source, std::string& why)> loadImage;
     // The instance of a subreport's body with its parameters; null when it cannot be had, which is an error.
-    std::function<std::shared_ptr<ReportInstance>(const Subreport& subreport, const std::vector<Value>& parameters)> openSubreport;
+    std::function<std::shared_ptr<ReportInstance>(const Subreport& subreport,
+                                                  const std::vector<Value>& parameters)>
+        openSubreport;
 };
 
 // Compiles every expression of the definition. Raises rdl::Error naming item and property. The input must

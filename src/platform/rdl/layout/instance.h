@@ -1,6 +1,6 @@
-// What a report comes to once its data is in: instances of items, in the order of the document and without pages.
-// Pagination and the flowing formats (RTF, Word, HTML, Excel) both read this. Rows of a data region are made one
-// at a time, so memory does not grow with their number.
+// What a report comes to once its data is in: instances of items, in the order of the document and without
+// pages. Pagination and the flowing formats (RTF, Word, HTML, Excel) both read this. Rows of a data region
+// are made one at a time, so memory does not grow with their number.
 #pragma once
 
 #include <cstddef>
@@ -31,7 +31,7 @@ struct ParagraphInstance {
     float leftIndent = 0, rightIndent = 0, hangingIndent = 0, spaceBefore = 0, spaceAfter = 0;
     float lineHeight = 0;  // 0: the font's
     int listLevel = 0;
-    int listNumber = 0;    // numbered lists: 1 ...; 0: none
+    int listNumber = 0;  // numbered lists: 1 ...; 0: none
     bool bulleted = false;
 };
 
@@ -51,9 +51,9 @@ struct Instance {
 
     // Text
     std::vector<ParagraphInstance> paragraphs;
-    Value value;             // of a box with a single run: typed, for Excel; Null otherwise
-    std::string format;      // the run's format string
-    std::string language;    // the culture it was formatted by
+    Value value;           // of a box with a single run: typed, for Excel; Null otherwise
+    std::string format;    // the run's format string
+    std::string language;  // the culture it was formatted by
     bool canGrow = false, canShrink = false;
     bool isNumeric = false;  // General alignment goes right
 
@@ -85,14 +85,14 @@ struct TableCell {
 struct TableRow {
     double height = 0;  // as defined
     bool canGrow = true;
-    std::vector<TableCell> cells;  // covered places have none
-    bool columnHeader = false;     // of the column hierarchy or a static row that repeats
+    std::vector<TableCell> cells;                   // covered places have none
+    bool columnHeader = false;                      // of the column hierarchy or a static row that repeats
     bool groupHeader = false, groupFooter = false;  // a static row before or behind a group's instances
     bool breakBefore = false, breakAfter = false;
     bool keepWithNext = false, keepWithPrevious = false;
     bool resetPageNumber = false;
-    std::string pageName;          // set where it begins; names the sheet, page
-    int level = 0;                 // depth of the row's group, 0 outermost
+    std::string pageName;  // set where it begins; names the sheet, page
+    int level = 0;         // depth of the row's group, 0 outermost
     std::string documentMapLabel;
 };
 
@@ -105,12 +105,12 @@ struct TableInstance {
     bool repeatColumnHeaders = false;
     bool keepTogether = false;
     bool omitBorderOnPageBreak = false;
-    std::string noRowsMessage;         // set when there are no rows to show and a message instead
+    std::string noRowsMessage;  // set when there are no rows to show and a message instead
     virtual std::size_t RowCount() const = 0;
     // Row from 0, made anew into `row`. Rows may be asked for in any order; forward is fastest.
     virtual void Row(std::size_t index, TableRow& row) = 0;
-    // Rows to draw again at the top of a page that begins with row `index` (headers of the table and of the groups
-    // that go on), outermost first.
+    // Rows to draw again at the top of a page that begins with row `index` (headers of the table and of the
+    // groups that go on), outermost first.
     virtual std::vector<std::size_t> RepeatedRows(std::size_t index) = 0;
 };
 
@@ -131,8 +131,8 @@ struct SectionInstance {
     double bodyWidth = 0, bodyHeight = 0;
     BoxStylePtr bodyStyle;
     std::vector<Instance> items;  // of the body, by y then x
-    // Header and footer for one page, null marks resolved to numbers. For flowing formats they are asked for once
-    // with page 0, and page numbers stand as marks.
+    // Header and footer for one page, null marks resolved to numbers. For flowing formats they are asked for
+    // once with page 0, and page numbers stand as marks.
     struct PageFacts {
         int number = 0, total = 0, overallNumber = 0, overallTotal = 0;
         std::string name;

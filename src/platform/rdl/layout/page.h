@@ -18,8 +18,9 @@ struct TextOp {
     Color color;
     text::FontId font;
     std::uint32_t firstGlyph, glyphCount;  // in Page::glyphs
-    std::uint32_t textBegin, textEnd;      // in Page::text: what the glyphs say, UTF-8; clusters count from textBegin
-    float rotation = 0;                    // degrees clockwise about (x, baseline)
+    std::uint32_t textBegin,
+        textEnd;         // in Page::text: what the glyphs say, UTF-8; clusters count from textBegin
+    float rotation = 0;  // degrees clockwise about (x, baseline)
 };
 struct LineOp {
     double x1, y1, x2, y2;
@@ -32,7 +33,10 @@ struct RectOp {  // filled
     Color color;
 };
 struct PathOp {  // polygons and curves of charts
-    struct Segment { enum Kind : unsigned char { Move, LineTo, CurveTo, Close } kind; double x[3], y[3]; };
+    struct Segment {
+        enum Kind : unsigned char { Move, LineTo, CurveTo, Close } kind;
+        double x[3], y[3];
+    };
     std::vector<Segment> segments;
     Color fill, stroke;
     float strokeWidth;
@@ -73,9 +77,9 @@ struct Page {
 struct ReportInstance;
 struct SectionInstance;
 
-// Pages in order. The body of each page is given as soon as it is full, header and footer follow when they are
-// known: when they depend on the number of pages, that is after the last body. So nothing is kept but what a
-// page needs.
+// Pages in order. The body of each page is given as soon as it is full, header and footer follow when they
+// are known: when they depend on the number of pages, that is after the last body. So nothing is kept but
+// what a page needs.
 class PageSink {
  public:
     virtual ~PageSink() = default;

@@ -12,7 +12,20 @@ using Color = std::uint32_t;  // 0xAARRGGBB; alpha 0 is none
 inline constexpr Color Transparent = 0;
 inline constexpr Color Black = 0xFF000000;
 
-enum class LineStyle : std::uint8_t { None, Solid, Dotted, Dashed, Double, DashDot, DashDotDot, Groove, Ridge, Inset, WindowInset, Outset };
+enum class LineStyle : std::uint8_t {
+    None,
+    Solid,
+    Dotted,
+    Dashed,
+    Double,
+    DashDot,
+    DashDotDot,
+    Groove,
+    Ridge,
+    Inset,
+    WindowInset,
+    Outset
+};
 
 struct Border {
     LineStyle style = LineStyle::None;
@@ -21,7 +34,13 @@ struct Border {
     bool operator==(const Border&) const = default;
 };
 
-enum class HAlign : std::uint8_t { General, Left, Center, Right, Justify };  // General: text left, numbers and dates right
+enum class HAlign : std::uint8_t {
+    General,
+    Left,
+    Center,
+    Right,
+    Justify
+};  // General: text left, numbers and dates right
 enum class VAlign : std::uint8_t { Top, Middle, Bottom };
 enum class Decoration : std::uint8_t { None, Underline, Overline, LineThrough };
 enum class WritingMode : std::uint8_t { Horizontal, Vertical, Rotate270 };

@@ -1,4 +1,5 @@
-// Reports that other people wrote, over made-up rows: whatever is in them is laid out or refused with an error.
+// Reports that other people wrote, over made-up rows: whatever is in them is laid out or refused with an
+// error.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -45,8 +46,12 @@ TEST(ForeignReports, AreLaidOut) {
             input.tables.emplace(set.name, MadeUpRows(set));
         }
         input.parameters.resize(definition.parameters.size());
-        input.loadImage = [](const std::string&, std::string&) { return std::make_shared<const std::string>("BM"); };
-        input.openSubreport = [](const Subreport&, const std::vector<Value>&) { return std::make_shared<ReportInstance>(); };
+        input.loadImage = [](const std::string&, std::string&) {
+            return std::make_shared<const std::string>("BM");
+        };
+        input.openSubreport = [](const Subreport&, const std::vector<Value>&) {
+            return std::make_shared<ReportInstance>();
+        };
         const auto report = Build(std::move(input));
         TextSink sink;
         EXPECT_GE(Paginate(*report, sink), 1);
