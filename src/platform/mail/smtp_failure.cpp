@@ -40,7 +40,11 @@ bool IsFull(const SmtpTalk& talk) {
     }
     // With another enhanced code the number alone says nothing: 552 5.7.0 is content that was found
     // dangerous.
-    const bool enhanced = reply.size() > 6 && (reply[4] == '4' || reply[4] == '5') && reply[5] == '.';
+    const std::string code = std::to_string(talk.Code()) + " ";
+    const std::size_t last = reply.rfind(code);  // behind the answers that led here
+    const std::string status =
+        last == std::string::npos ? std::string() : reply.substr(last + code.size(), 2);
+    const bool enhanced = status == "4." || status == "5.";
     return !enhanced && (talk.Code() == 452 || talk.Code() == 552);
 }
 
