@@ -58,7 +58,7 @@ void ConcatenateNode::Add(NodePtr part) {
 Value ConcatenateNode::Run(Machine& machine) const {
     std::string text;
     for (const NodePtr& part : parts) {
-        const Value value = part->Run(machine);
+        Value value = part->Run(machine);
         if (value.IsError()) {
             return value;
         }
@@ -143,7 +143,7 @@ ChooseNode::ChooseNode(std::vector<NodePtr> values) : parts(std::move(values)) {
 }
 
 Value ChooseNode::Run(Machine& machine) const {
-    const Value which = parts[0]->Run(machine);
+    Value which = parts[0]->Run(machine);
     double number = 0;
     if (which.IsError()) {
         return which;
@@ -208,11 +208,11 @@ IndexNode::IndexNode(NodePtr value, NodePtr at) : target(std::move(value)), inde
 }
 
 Value IndexNode::Run(Machine& machine) const {
-    const Value value = target->Run(machine);
+    Value value = target->Run(machine);
     if (value.IsError()) {
         return value;
     }
-    const Value at = index->Run(machine);
+    Value at = index->Run(machine);
     std::int64_t number = 0;
     if (at.IsError()) {
         return at;
@@ -220,7 +220,7 @@ Value IndexNode::Run(Machine& machine) const {
     if (!ToInteger(at, machine.culture(), number)) {
         return NoConversion(at, "a number");
     }
-    const Value outside = Value::Error("Index " + std::to_string(number) + " is outside the list");
+    Value outside = Value::Error("Index " + std::to_string(number) + " is outside the list");
     if (number < 0) {
         return outside;
     }
