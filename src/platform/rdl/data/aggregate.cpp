@@ -1,8 +1,6 @@
 #include "platform/rdl/data/aggregate.h"
 
-#include <cmath>
-#include <unordered_set>
-
+#include "platform/rdl/expr/accumulator.h"
 #include "platform/rdl/expr/operators.h"
 
 namespace rdl::data {
@@ -10,84 +8,58 @@ namespace {
 
 using expr::AggregateKind;
 
-struct HashOf {
-    std::size_t operator()(const Value& value) const { return expr::Hash(value); }
-};
-struct SameAs {
-    bool operator()(const Value& left, const Value& right) const { return expr::Compare(left, right) == 0; }
-};
+// Sums are made with the + of the report language: dates and time spans add up too.
+class Aggregator {
+ public:
+    Aggregator(AggregateKind kind, const Culture& culture)
+        : m_kind(kind), m_culture(culture), m_accumulator(kind, culture) {}
 
-// Welford's way: no loss where the values are large and near each other.
-struct Spread {
-    double mean = 0, squares = 0;
-    std::int64_t count = 0;
-    void Add(double number) {
-        ++count;
-        const double before = number - mean;
-        mean += before / static_cast<double>(count);
-        squares += before * (number - mean);
-    }
-    Value Variance(bool population) const {
-        const std::int64_t divisor = population ? count : count - 1;
-        return divisor < 1 ? Value() : Value::Real(squares / static_cast<double>(divisor));
-    }
-};
-
-struct Totals {
-    Value sum, least, greatest, first, last;
-    std::int64_t count = 0;
-    Spread spread;
-    std::unordered_set<Value, HashOf, SameAs> distinct;
-
-    void Add(AggregateKind kind, const Value& value, const Culture& culture) {
-        ++count;
+    void Add(const Value& value) {
         double number = 0;
-        if (expr::ToDouble(value, culture, number)) {
-            spread.Add(number);
-        }
-        if (kind == AggregateKind::Sum || kind == AggregateKind::Avg) {
-            sum = sum.IsNull() ? value : expr::Add(sum, value, culture);
-        }
-        if (kind == AggregateKind::CountDistinct) {
-            distinct.insert(value);
-        }
-        if (least.IsNull() || expr::Compare(value, least) < 0) {
-            least = value;
-        }
-        if (greatest.IsNull() || expr::Compare(value, greatest) > 0) {
-            greatest = value;
-        }
-    }
-
-    Value Result(AggregateKind kind, const Culture& culture) const {
-        Value variance = spread.Variance(kind == AggregateKind::VarP || kind == AggregateKind::StDevP);
-        switch (kind) {
+        switch (m_kind) {
             case AggregateKind::Sum:
-                return sum;
             case AggregateKind::Avg:
-                return count == 0 ? Value() : expr::Divide(sum, Value::Integer(count), culture);
-            case AggregateKind::Count:
-                return Value::Integer(count);
-            case AggregateKind::CountDistinct:
-                return Value::Integer(static_cast<std::int64_t>(distinct.size()));
-            case AggregateKind::Min:
-                return least;
-            case AggregateKind::Max:
-                return greatest;
-            case AggregateKind::First:
-                return first;
-            case AggregateKind::Last:
-                return last;
+                if (!value.IsNull()) {
+                    m_sum = m_sum.IsNull() ? value : expr::Add(m_sum, value, m_culture);
+                    ++m_count;
+                }
+                break;
             case AggregateKind::Var:
             case AggregateKind::VarP:
-                return variance;
             case AggregateKind::StDev:
             case AggregateKind::StDevP:
-                return variance.IsNull() ? variance : Value::Real(std::sqrt(variance.AsReal()));
+                if (expr::ToDouble(value, m_culture, number)) {  // what is no number does not count
+                    m_accumulator.Add(value);
+                }
+                break;
             default:
-                return Value::Error("this aggregate cannot be used in a data set");
+                m_accumulator.Add(value);
+                break;
         }
     }
+
+    Value Result() const {
+        switch (m_kind) {
+            case AggregateKind::Sum:
+                return m_sum;
+            case AggregateKind::Avg:
+                return m_count == 0 ? Value() : expr::Divide(m_sum, Value::Integer(m_count), m_culture);
+            case AggregateKind::RunningValue:
+            case AggregateKind::RowNumber:
+            case AggregateKind::Previous:
+            case AggregateKind::Aggregate:
+                return Value::Error("this aggregate cannot be used in a data set");
+            default:
+                return m_accumulator.Result();
+        }
+    }
+
+ private:
+    AggregateKind m_kind;
+    const Culture& m_culture;
+    expr::Accumulator m_accumulator;  // all but sums
+    Value m_sum;
+    std::int64_t m_count = 0;
 };
 
 }  // namespace
@@ -97,21 +69,15 @@ Value Aggregate(AggregateKind kind, std::size_t rows, const std::function<Value(
     if (kind == AggregateKind::CountRows) {
         return Value::Integer(static_cast<std::int64_t>(rows));
     }
-    Totals totals;
+    Aggregator aggregator(kind, culture);
     for (std::size_t row = 0; row < rows; ++row) {
-        Value value = argument(row);
+        const Value value = argument(row);
         if (value.IsError()) {
             return value;
         }
-        if (row == 0) {
-            totals.first = value;
-        }
-        totals.last = value;
-        if (!value.IsNull()) {
-            totals.Add(kind, value, culture);
-        }
+        aggregator.Add(value);
     }
-    return totals.Result(kind, culture);
+    return aggregator.Result();
 }
 
 }  // namespace rdl::data

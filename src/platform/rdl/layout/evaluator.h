@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/rdl/layout/accumulator.h"
+#include "platform/rdl/expr/accumulator.h"
 #include "platform/rdl/layout/build.h"
 #include "platform/rdl/layout/lookups.h"
 #include "platform/rdl/layout/region.h"
@@ -89,16 +89,16 @@ class Evaluator final : public expr::Environment {
         Scope start;  // the first instance and the fixed side
         std::uint32_t region = 0;
         std::uint32_t next = 0;
-        Accumulator sum;
+        expr::Accumulator sum;
     };
 
     bool Resolve(const std::string& name, Target& target) const;
     static bool ResolveIn(const Scope& scope, const std::string& name, Scope& found);
     bool InstanceRange(const std::string& name, bool& alongRows, std::uint32_t& first) const;
     Value OverTarget(const expr::AggregateCall& call, const Target& target);
-    void AddRows(const expr::AggregateCall& call, const Scope& scope, Accumulator& sum);
-    bool AddInstances(const expr::AggregateCall& call, const Scope& scope, Accumulator& sum);
-    void AddTable(const expr::AggregateCall& call, const Table& table, Accumulator& sum);
+    void AddRows(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
+    bool AddInstances(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
+    void AddTable(const expr::AggregateCall& call, const Table& table, expr::Accumulator& sum);
     Value RunningOver(const expr::AggregateCall& call);
     Value PreviousOf(const expr::AggregateCall& call);
     Value GroupVariable(const std::string& name, bool& found);

@@ -72,7 +72,7 @@ bool Evaluator::Resolve(const std::string& name, Target& target) const {
     return false;
 }
 
-void Evaluator::AddTable(const expr::AggregateCall& call, const Table& table, Accumulator& sum) {
+void Evaluator::AddTable(const expr::AggregateCall& call, const Table& table, expr::Accumulator& sum) {
     const Stay stay(*this);
     m_place = {Scope{}, &table, 0, true};
     const int field = call.argument ? call.argument->PlainField() : -1;
@@ -86,7 +86,7 @@ void Evaluator::AddTable(const expr::AggregateCall& call, const Table& table, Ac
     }
 }
 
-void Evaluator::AddRows(const expr::AggregateCall& call, const Scope& scope, Accumulator& sum) {
+void Evaluator::AddRows(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum) {
     const Region& region = *scope.region;
     const auto locals = region.Rows(scope);
     const int field = call.argument ? call.argument->PlainField() : -1;
@@ -116,7 +116,7 @@ void Evaluator::AddRows(const expr::AggregateCall& call, const Scope& scope, Acc
 }
 
 // An aggregate of an aggregate: one value for each instance of the inner one's group.
-bool Evaluator::AddInstances(const expr::AggregateCall& call, const Scope& scope, Accumulator& sum) {
+bool Evaluator::AddInstances(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum) {
     const Region& region = *scope.region;
     for (const expr::AggregateCall* inner : call.argument->Aggregates()) {
         for (const bool isRows : {true, false}) {
@@ -150,7 +150,7 @@ bool Evaluator::AddInstances(const expr::AggregateCall& call, const Scope& scope
 }
 
 Value Evaluator::OverTarget(const expr::AggregateCall& call, const Target& target) {
-    Accumulator sum(call.kind, *m_culture);
+    expr::Accumulator sum(call.kind, *m_culture);
     if (!target.scope.region) {
         AddTable(call, *target.whole, sum);
         return sum.Result();
@@ -266,7 +266,7 @@ Value Evaluator::RunningOver(const expr::AggregateCall& call) {
     const auto entry = m_running.find(key);
     const bool goesOn = entry != m_running.end() && entry->second.start == start &&
                         entry->second.region == here.region->id && entry->second.next <= last + 1;
-    Running fresh{start, here.region->id, first, Accumulator(kind, *m_culture)};
+    Running fresh{start, here.region->id, first, expr::Accumulator(kind, *m_culture)};
     Running& running =
         goesOn ? entry->second : m_running.insert_or_assign(key, std::move(fresh)).first->second;
     Scope instance = here;

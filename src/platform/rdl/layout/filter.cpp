@@ -11,8 +11,6 @@
 namespace rdl::layout {
 namespace {
 
-using Op = FilterPlan::Op;
-
 char LowerOf(char c) {
     return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
 }
@@ -93,51 +91,33 @@ int CompareAs(const Value& value, const Value& operand, const Culture& culture) 
     return expr::Compare(value, operand);
 }
 
-bool IsOneOf(const Value& value, const Value& operand, const Culture& culture) {
-    if (operand.kind() == Kind::List) {
-        return std::any_of(operand.AsList().begin(), operand.AsList().end(),
-                           [&](const Value& one) { return CompareAs(value, one, culture) == 0; });
-    }
-    return CompareAs(value, operand, culture) == 0;
-}
+class CandidateTest final : public expr::FilterTest {
+ public:
+    CandidateTest(const FilterPlan& filter, Evaluator& evaluator)
+        : m_filter(filter), m_evaluator(evaluator) {}
 
-bool Passes(const FilterPlan& filter, Evaluator& evaluator) {
-    const Value value = Checked(filter.expression, evaluator);
-    const Value operand = Checked(filter.values.front(), evaluator);
-    const Culture& culture = evaluator.CurrentCulture();
-    switch (filter.op) {
-        case Op::Equal:
-            return CompareAs(value, operand, culture) == 0;
-        case Op::NotEqual:
-            return CompareAs(value, operand, culture) != 0;
-        case Op::Less:
-            return CompareAs(value, operand, culture) < 0;
-        case Op::LessOrEqual:
-            return CompareAs(value, operand, culture) <= 0;
-        case Op::Greater:
-            return CompareAs(value, operand, culture) > 0;
-        case Op::GreaterOrEqual:
-            return CompareAs(value, operand, culture) >= 0;
-        case Op::Like:
-            return MatchesLike(ToText(value, culture), ToText(operand, culture));
-        case Op::In:
-            return IsOneOf(value, operand, culture) ||
-                   std::any_of(filter.values.begin() + 1, filter.values.end(), [&](const Property& other) {
-                       return IsOneOf(value, Checked(other, evaluator), culture);
-                   });
-        case Op::Between:
-            return CompareAs(value, operand, culture) >= 0 &&
-                   CompareAs(value, Checked(filter.values[1], evaluator), culture) <= 0;
-        default:
-            return true;
+    bool Passes() {
+        const Value value = Checked(m_filter.expression, m_evaluator);
+        return FilterTest::Passes(m_filter.op, value, m_filter.values.size());
     }
-}
+
+ private:
+    Value Operand(std::size_t index) override { return Checked(m_filter.values[index], m_evaluator); }
+    int Order(const Value& value, const Value& operand) override {
+        return CompareAs(value, operand, m_evaluator.CurrentCulture());
+    }
+    bool IsLike(const Value& value, const Value& pattern) override {
+        const Culture& culture = m_evaluator.CurrentCulture();
+        return MatchesLike(ToText(value, culture), ToText(pattern, culture));
+    }
+
+    const FilterPlan& m_filter;
+    Evaluator& m_evaluator;
+};
 
 // Those with the largest (smallest) values; ties with the last of them stay as well.
 void KeepExtremes(const FilterPlan& filter, std::vector<std::uint32_t>& candidates, Evaluator& evaluator,
                   const std::function<void(std::uint32_t)>& enter) {
-    const bool top = filter.op == Op::Top || filter.op == Op::TopPercent;
-    const bool percent = filter.op == Op::TopPercent || filter.op == Op::BottomPercent;
     if (candidates.empty()) {
         return;
     }
@@ -151,25 +131,16 @@ void KeepExtremes(const FilterPlan& filter, std::vector<std::uint32_t>& candidat
     if (!expr::ToDouble(Checked(filter.values.front(), evaluator), evaluator.CurrentCulture(), wanted)) {
         throw Error("A filter by the first or last few needs a number");
     }
-    if (percent) {
+    if (expr::RanksByPercent(filter.op)) {
         wanted = std::ceil(static_cast<double>(candidates.size()) * wanted / 100 - 1e-9);
     }
     const auto count =
         static_cast<std::size_t>(std::clamp(wanted, 0.0, static_cast<double>(candidates.size())));
-    if (count == 0) {
-        candidates.clear();
-        return;
-    }
-    std::vector<Value> sorted = values;
-    std::stable_sort(sorted.begin(), sorted.end(), [top](const Value& left, const Value& right) {
-        const int order = expr::Compare(left, right);
-        return top ? order > 0 : order < 0;
-    });
-    const Value& limit = sorted[count - 1];
+    const std::vector<bool> keep =
+        expr::MarkExtremes(values, count, expr::RanksFromTop(filter.op), expr::Compare);
     std::size_t kept = 0;
     for (std::size_t i = 0; i < candidates.size(); ++i) {
-        const int order = expr::Compare(values[i], limit);
-        if (top ? order >= 0 : order <= 0) {
+        if (keep[i]) {
             candidates[kept++] = candidates[i];
         }
     }
@@ -180,13 +151,14 @@ void KeepExtremes(const FilterPlan& filter, std::vector<std::uint32_t>& candidat
 
 void ApplyFilter(const FilterPlan& filter, std::vector<std::uint32_t>& candidates, Evaluator& evaluator,
                  const std::function<void(std::uint32_t)>& enter) {
-    if (filter.op >= Op::Top) {
+    if (expr::Ranks(filter.op)) {
         KeepExtremes(filter, candidates, evaluator, enter);
         return;
     }
+    CandidateTest test(filter, evaluator);
     std::erase_if(candidates, [&](std::uint32_t candidate) {
         enter(candidate);
-        return !Passes(filter, evaluator);
+        return !test.Passes();
     });
 }
 

@@ -7,29 +7,12 @@
 namespace rdl::layout {
 namespace {
 
-FilterPlan::Op ParseOperator(const std::string& name) {
-    using Op = FilterPlan::Op;
-    static constexpr std::pair<const char*, Op> Names[] = {
-        {"Equal", Op::Equal},
-        {"NotEqual", Op::NotEqual},
-        {"LessThan", Op::Less},
-        {"LessThanOrEqual", Op::LessOrEqual},
-        {"GreaterThan", Op::Greater},
-        {"GreaterThanOrEqual", Op::GreaterOrEqual},
-        {"Like", Op::Like},
-        {"In", Op::In},
-        {"Between", Op::Between},
-        {"TopN", Op::Top},
-        {"BottomN", Op::Bottom},
-        {"TopPercent", Op::TopPercent},
-        {"BottomPercent", Op::BottomPercent},
-    };
-    for (const auto& [known, op] : Names) {
-        if (name == known) {
-            return op;
-        }
+expr::FilterOperator ParseOperator(const std::string& name) {
+    const auto op = expr::FindFilterOperator(name);
+    if (!op) {
+        throw Error("A filter has the unknown operator \"" + name + "\"");
     }
-    throw Error("A filter has the unknown operator \"" + name + "\"");
+    return *op;
 }
 
 }  // namespace
@@ -48,7 +31,7 @@ std::vector<FilterPlan> Planner::Filters(const std::vector<Filter>& filters) con
         for (const Expr& value : filter.values) {
             plan.values.push_back(Of(value));
         }
-        const std::size_t needed = plan.op == FilterPlan::Op::Between ? 2 : 1;
+        const std::size_t needed = plan.op == expr::FilterOperator::Between ? 2 : 1;
         if (plan.values.size() < needed) {
             throw Error("A filter with the operator \"" + filter.op + "\" has too few values");
         }

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/rdl/expr/filter.h"
 #include "platform/rdl/layout/property.h"
 #include "platform/rdl/layout/style_plan.h"
 
@@ -18,21 +19,7 @@ struct ItemPlan;
 
 struct FilterPlan {
     Property expression;
-    enum class Op {
-        Equal,
-        NotEqual,
-        Less,
-        LessOrEqual,
-        Greater,
-        GreaterOrEqual,
-        Like,
-        In,
-        Between,
-        Top,
-        Bottom,
-        TopPercent,
-        BottomPercent
-    } op = Op::Equal;
+    expr::FilterOperator op = expr::FilterOperator::Equal;
     std::vector<Property> values;
 };
 

@@ -1,10 +1,8 @@
-#include "platform/rdl/layout/accumulator.h"
+#include "platform/rdl/expr/accumulator.h"
 
 #include <cmath>
 
-namespace rdl::layout {
-
-using expr::AggregateKind;
+namespace rdl::expr {
 
 void Accumulator::Add(const Value& value) {
     if (m_value.IsError()) {
@@ -42,7 +40,7 @@ void Accumulator::Add(const Value& value) {
             break;
         case AggregateKind::Min:
         case AggregateKind::Max: {
-            const int order = m_count == 1 ? 0 : expr::Compare(value, m_value);
+            const int order = m_count == 1 ? 0 : Compare(value, m_value);
             if (m_count == 1 || (m_kind == AggregateKind::Min ? order < 0 : order > 0)) {
                 m_value = value;
             }
@@ -64,7 +62,7 @@ void Accumulator::AddNumber(const Value& value) {
         }
     }
     double number = 0;
-    if (!expr::ToDouble(value, *m_culture, number)) {
+    if (!ToDouble(value, *m_culture, number)) {
         m_value = Value::Error("A value that is no number cannot be added up");
         return;
     }
@@ -117,4 +115,4 @@ Value Accumulator::Result() const {
     }
 }
 
-}  // namespace rdl::layout
+}  // namespace rdl::expr

@@ -6,11 +6,11 @@
 
 #include "platform/rdl/expr/expression.h"
 
-namespace rdl::layout {
+namespace rdl::expr {
 
 class Accumulator {
  public:
-    Accumulator(expr::AggregateKind kind, const Culture& culture) : m_kind(kind), m_culture(&culture) {}
+    Accumulator(AggregateKind kind, const Culture& culture) : m_kind(kind), m_culture(&culture) {}
     void Add(const Value& value);
     void AddRow() { ++m_count; }  // CountRows: no value
     // The result so far; a sum of nothing is Null, a count of nothing 0.
@@ -22,14 +22,12 @@ class Accumulator {
     double Variance(bool population) const;
 
     struct HashValue {
-        std::size_t operator()(const Value& value) const { return expr::Hash(value); }
+        std::size_t operator()(const Value& value) const { return Hash(value); }
     };
     struct SameValue {
-        bool operator()(const Value& left, const Value& right) const {
-            return expr::Compare(left, right) == 0;
-        }
+        bool operator()(const Value& left, const Value& right) const { return Compare(left, right) == 0; }
     };
-    expr::AggregateKind m_kind;
+    AggregateKind m_kind;
     const Culture* m_culture;
     std::int64_t m_count = 0;
     bool m_integers = true;  // the sum is exact in m_integerSum so far
@@ -40,4 +38,4 @@ class Accumulator {
     std::unordered_set<Value, HashValue, SameValue> m_distinct;
 };
 
-}  // namespace rdl::layout
+}  // namespace rdl::expr
