@@ -66,7 +66,7 @@ void MakePrivateFolder(const fs::path& folder) {
 
 fs::path InstalledShare() {
     for (const fs::path& root : {ProgramFolder().parent_path(), fs::path("/usr/local"), fs::path("/usr")}) {
-        const fs::path share = root / "share" / FolderName;
+        fs::path share = root / "share" / FolderName;
         if (IsFile(share / BlankDatabase)) {
             return share;
         }

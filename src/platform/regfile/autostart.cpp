@@ -80,7 +80,7 @@ bool IsProgram(const fs::path& path) {
 // The installed program: beside the running one, else where the shell finds it.
 fs::path InstalledProgram() {
     std::error_code error;
-    const fs::path beside = fs::read_symlink("/proc/self/exe", error).parent_path() / "oxc";
+    fs::path beside = fs::read_symlink("/proc/self/exe", error).parent_path() / "oxc";
     if (IsProgram(beside)) {
         return beside;
     }
@@ -89,7 +89,7 @@ fs::path InstalledProgram() {
     while (!rest.empty()) {
         const std::string_view folder = rest.substr(0, rest.find(':'));
         rest.remove_prefix(std::min(rest.size(), folder.size() + 1));
-        const fs::path candidate = fs::path(folder) / "oxc";
+        fs::path candidate = fs::path(folder) / "oxc";
         if (candidate.is_absolute() && IsProgram(candidate)) {
             return candidate;
         }

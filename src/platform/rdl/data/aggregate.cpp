@@ -71,7 +71,7 @@ Value Aggregate(AggregateKind kind, std::size_t rows, const std::function<Value(
     }
     Aggregator aggregator(kind, culture);
     for (std::size_t row = 0; row < rows; ++row) {
-        const Value value = argument(row);
+        Value value = argument(row);
         if (value.IsError()) {
             return value;
         }

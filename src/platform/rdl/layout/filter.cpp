@@ -1,69 +1,15 @@
 #include "platform/rdl/layout/filter.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <numeric>
-#include <string_view>
 
 #include "platform/rdl/error.h"
+#include "platform/rdl/expr/characters.h"
+#include "platform/rdl/expr/operators.h"
 
 namespace rdl::layout {
 namespace {
-
-char LowerOf(char c) {
-    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-}
-
-bool InClass(std::string_view set, char c) {
-    const bool negated = !set.empty() && set.front() == '!';
-    bool found = false;
-    for (std::size_t i = negated ? 1 : 0; i < set.size(); ++i) {
-        if (i + 2 < set.size() && set[i + 1] == '-') {
-            found = found || (LowerOf(set[i]) <= c && c <= LowerOf(set[i + 2]));
-            i += 2;
-        } else {
-            found = found || LowerOf(set[i]) == c;
-        }
-    }
-    return found != negated;
-}
-
-// * any text, ? one character, # a digit, [..] one of these. Backtracks only to the last *, so no pattern is
-// slow.
-bool MatchesLike(std::string_view text, std::string_view pattern) {
-    std::size_t t = 0, p = 0, star = std::string_view::npos, mark = 0;
-    while (t < text.size()) {
-        std::size_t next = p + 1;
-        bool matches = false;
-        if (p < pattern.size() && pattern[p] == '*') {
-            star = p++;
-            mark = t;
-            continue;
-        }
-        if (p < pattern.size()) {
-            const char c = pattern[p];
-            const std::size_t close = c == '[' ? pattern.find(']', p + 1) : std::string_view::npos;
-            if (close != std::string_view::npos) {
-                matches = InClass(pattern.substr(p + 1, close - p - 1), LowerOf(text[t]));
-                next = close + 1;
-            } else {
-                matches = c == '?' || (c == '#' ? std::isdigit(static_cast<unsigned char>(text[t])) != 0
-                                                : LowerOf(c) == LowerOf(text[t]));
-            }
-        }
-        if (matches) {
-            ++t;
-            p = next;
-        } else if (star != std::string_view::npos) {
-            p = star + 1;
-            t = ++mark;
-        } else {
-            return false;
-        }
-    }
-    return pattern.find_first_not_of('*', p) == std::string_view::npos;
-}
 
 Value Checked(const Property& property, Evaluator& evaluator) {
     Value value = property.Get(evaluator);
@@ -108,7 +54,13 @@ class CandidateTest final : public expr::FilterTest {
     }
     bool IsLike(const Value& value, const Value& pattern) override {
         const Culture& culture = m_evaluator.CurrentCulture();
-        return MatchesLike(ToText(value, culture), ToText(pattern, culture));
+        bool valid = true;
+        const bool matches = expr::MatchesPattern(expr::Lower(ToText(value, culture)),
+                                                  expr::Lower(ToText(pattern, culture)), valid);
+        if (!valid) {
+            throw Error("The pattern of a filter lacks a closing bracket");
+        }
+        return matches && !value.IsNull();
     }
 
     const FilterPlan& m_filter;
