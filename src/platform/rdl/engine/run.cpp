@@ -45,7 +45,7 @@ fs::path FindSubreport(const data::LoadRequest& parentRequest, const fs::path& p
     for (const std::string& folder : parentRequest.SearchFolders()) {
         for (const std::string& extension :
              {std::string(), parent.extension().string(), std::string(".rdl"), std::string(".rpt")}) {
-            const fs::path candidate = data::ResolveDataPath(name + extension, {folder});
+            fs::path candidate = data::ResolveDataPath(name + extension, {folder});
             std::error_code failure;
             if (fs::is_regular_file(candidate, failure)) {
                 return candidate;

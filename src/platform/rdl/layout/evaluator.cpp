@@ -210,7 +210,7 @@ Value Evaluator::Variable(const std::string& name) {
 
 Value Evaluator::Lookup(const expr::LookupCall& call) {
     const Table& table = TableOf(call.dataSet);
-    const Value source = call.source->Evaluate(*this);
+    Value source = call.source->Evaluate(*this);
     if (source.IsError()) {
         return source;
     }

@@ -40,7 +40,7 @@ class Lookups {
         std::unordered_map<Value, std::vector<std::uint32_t>, HashValue, SameValue> rows;
     };
     std::unordered_map<int, Index> m_indexes;
-    const std::vector<std::uint32_t> m_none;
+    std::vector<std::uint32_t> m_none;  // what is found when nothing is
 };
 
 }  // namespace rdl::layout

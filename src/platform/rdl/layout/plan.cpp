@@ -42,6 +42,7 @@ std::vector<FilterPlan> Planner::Filters(const std::vector<Filter>& filters) con
 
 std::vector<SortPlan> Planner::Sorts(const std::vector<Sort>& sorts) const {
     std::vector<SortPlan> plans;
+    plans.reserve(sorts.size());
     for (const Sort& sort : sorts) {
         plans.push_back({Of(sort.value), sort.descending});
     }
@@ -141,6 +142,7 @@ void Planner::Kinds(const ReportItem& item, ItemPlan& plan) {
 
 std::vector<std::unique_ptr<ItemPlan>> Planner::Items(const std::vector<ItemPtr>& items) {
     std::vector<const ReportItem*> sorted;
+    sorted.reserve(items.size());
     for (const ItemPtr& item : items) {
         sorted.push_back(item.get());
     }

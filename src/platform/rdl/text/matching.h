@@ -6,8 +6,9 @@
 
 #include "platform/rdl/text/fonts.h"
 
-struct _FcPattern;
-struct _FcFontSet;
+// fontconfig's own names.
+struct _FcPattern;  // NOLINT(bugprone-reserved-identifier)
+struct _FcFontSet;  // NOLINT(bugprone-reserved-identifier)
 
 namespace rdl::text {
 

@@ -320,7 +320,13 @@ std::string PdfContent::Resources() const {
     for (const unsigned alpha : m_alphas) {
         std::string share;
         PdfNumber(share, alpha / 255.0);
-        out += "/A" + std::to_string(alpha) + "<</ca " + share + "/CA " + share + ">>";
+        out.append("/A")
+            .append(std::to_string(alpha))
+            .append("<</ca ")
+            .append(share)
+            .append("/CA ")
+            .append(share);
+        out += ">>";
     }
     return out;
 }
