@@ -272,6 +272,21 @@ TEST_F(RunReport, BusyCursorSetsTheScreenPointer) {
     EXPECT_EQ(frame.pointers, (std::vector<int>{11, 0}));
 }
 
+TEST_F(RunReport, BusyCursorReachesTheCurrentDesktopWindow) {
+    struct Desk : DeskWindow {
+        void ListMousePointer(int pointer) override { pointers.push_back(pointer); }
+        std::vector<int> pointers;
+    } other, current;
+    Global::DeskWindows = {nullptr, &other, &current};
+    Global::DeskIndex = 2;
+    Global::BusyCursor(true);
+    Global::BusyCursor(false);
+    EXPECT_EQ(current.pointers, (std::vector<int>{11, 0}));
+    EXPECT_TRUE(other.pointers.empty());
+    Global::DeskWindows.clear();
+    Global::DeskIndex = 0;
+}
+
 TEST_F(RunReport, AttachmentListIsClearedWhole) {
     Global::AttachmentList.fill("x");
     Global::ClearAttachmentList();

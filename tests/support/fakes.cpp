@@ -80,6 +80,7 @@ long FakeRegistry::RegSetValueExA(Handle handle, const std::string& name, std::u
 }
 
 long FakeRegistry::RegCloseKey(Handle handle) {
+    ++closeCalls;
     if (handle == 0) {
         return 6;
     }

@@ -92,6 +92,7 @@ class FakeRegistry : public Registry {
     std::map<std::string, std::map<std::string, Entry>> keys;
     std::vector<std::string> writes;  // key\name=value, in order
     int opened = 0, closed = 0;
+    int closeCalls = 0;  // of keys that were never opened as well
 
  private:
     std::vector<std::string> m_handles;
