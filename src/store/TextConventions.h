@@ -3,15 +3,8 @@
 
 #include <string>
 
+#include "platform/controls/editable_text.h"
 #include "platform/dates.h"
-
-// A text box of a form, as far as these routines touch one.
-class EditableText {
- public:
-    virtual ~EditableText() = default;
-    virtual std::string Text() const = 0;
-    virtual void Text(const std::string& text) = 0;
-};
 
 namespace cmFunc {
 

@@ -1,0 +1,1 @@
+#include "platform/controls/text_box.h"
