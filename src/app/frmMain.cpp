@@ -6,6 +6,7 @@
 #include <QIcon>
 #include <QLabel>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
@@ -54,6 +55,7 @@ frmMain::frmMain()
         statusBar()->addWidget(panel, panel == m_panels[1] ? 1 : 0);
     }
     BuildMenus();
+    connect(m_menus.at("mnuWin"), &QMenu::aboutToShow, this, &frmMain::ListChildWindows);
     const QIcon icon(":/images/logo.svg");
     setWindowIcon(icon);
     TrayIcon1->SetIcon(icon);
@@ -79,6 +81,10 @@ void frmMain::BuildMenus() {
         QAction* entry = m_menus.at(row.menu)->addAction(QString::fromUtf8(row.caption));
         entry->setObjectName(row.name);
         m_entries[row.name] = entry;
+        if (entry->text() == "-") {
+            entry->setSeparator(true);
+            continue;
+        }
         const MenuHandler handler = FindMenuHandler(row.name);
         entry->setEnabled(handler.built);
         if (handler.click) {
@@ -93,6 +99,34 @@ void frmMain::AddMenu(const MenuRow& row) {
     m_menus[row.menu] = menu;
     if (!row.popup) {
         menuBar()->addMenu(menu);
+    }
+}
+
+// The first nine have their number as mnemonic; the active one is checked.
+void frmMain::ListChildWindows() {
+    QMenu& menu = *m_menus.at("mnuWin");
+    for (QAction* entry : m_windowEntries) {
+        delete entry;
+    }
+    m_windowEntries.clear();
+    const QList<QMdiSubWindow*> windows = m_children->subWindowList();
+    if (!windows.isEmpty()) {
+        m_windowEntries.push_back(menu.addSeparator());
+    }
+    int number = 0;
+    for (QMdiSubWindow* window : windows) {
+        ++number;
+        const QString title = window->windowTitle().replace("&", "&&");
+        QAction* entry = menu.addAction((number < 10 ? "&" : "") + QString::number(number) + " " + title);
+        entry->setCheckable(true);
+        entry->setChecked(window == m_children->currentSubWindow());
+        connect(entry, &QAction::triggered, window, [this, window] {
+            if (window->isMinimized()) {
+                window->showNormal();
+            }
+            m_children->setActiveSubWindow(window);
+        });
+        m_windowEntries.push_back(entry);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "app/Frame.h"
 #include "platform/qt/tray_icon.h"
@@ -53,10 +54,12 @@ class frmMain : public QMainWindow, public MainFrame {
     void BuildMenus();
     void AddMenu(const struct MenuRow& row);
     void PopUpTrayMenu();
+    void ListChildWindows();
     QMdiArea* m_children;
     QLabel* m_panels[2];
     std::map<std::string, QMenu*> m_menus;
     std::map<std::string, QAction*> m_entries;
+    std::vector<QAction*> m_windowEntries;  // behind the commands of mnuWin, made anew whenever it opens
     bool m_busy = false;
 };
 

@@ -239,6 +239,33 @@ TEST_F(MainWindow, SlotsNeverShrink) {
     EXPECT_EQ(Global::DeskWindows[3], third);
 }
 
+TEST_F(MainWindow, WindowsMenuListsTheChildWindowsAndLeadsToThem) {
+    form.Entry("mnuDesktop")->trigger();
+    form.Entry("mnuDesktop")->trigger();
+    const QList<QMdiSubWindow*> windows = form.Children().subWindowList();
+    windows[0]->setWindowTitle("Sales & more");
+    QMenu* menu = form.Menu("mnuWin");
+    emit menu->aboutToShow();
+    emit menu->aboutToShow();  // nothing is listed twice
+    QStringList captions;
+    for (QAction* entry : menu->actions().mid(3)) {
+        captions += entry->isSeparator() ? "-" : entry->text();
+    }
+    EXPECT_EQ(captions, (QStringList{"-", "&1 Sales && more", "&2 Desktop"}));
+    EXPECT_TRUE(menu->actions().last()->isChecked());
+    menu->actions().at(4)->trigger();
+    EXPECT_EQ(form.Children().currentSubWindow(), windows[0]);
+}
+
+TEST_F(MainWindow, MinimisedWindowIsRestoredByTheWindowsMenu) {
+    form.Entry("mnuDesktop")->trigger();
+    QMdiSubWindow* window = form.Children().subWindowList()[0];
+    window->showMinimized();
+    emit form.Menu("mnuWin")->aboutToShow();
+    form.Menu("mnuWin")->actions().last()->trigger();
+    EXPECT_FALSE(window->isMinimized());
+}
+
 TEST_F(MainWindow, HourglassIsSetAndTakenBackOnce) {
     form.ScreenMousePointer(11);
     form.ScreenMousePointer(11);
