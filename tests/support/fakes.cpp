@@ -166,7 +166,10 @@ class FakeMessage : public MAPI::Message {
 class FakeFolder : public MAPI::Folder {
  public:
     explicit FakeFolder(FakeMailSystem& system) : m_system(system) {}
-    std::unique_ptr<MAPI::Message> AddMessage() override { return std::make_unique<FakeMessage>(m_system); }
+    std::unique_ptr<MAPI::Message> AddMessage() override {
+        RaiseNext(m_system.messageErrors);
+        return std::make_unique<FakeMessage>(m_system);
+    }
 
  private:
     FakeMailSystem& m_system;
@@ -180,8 +183,18 @@ class FakeSession : public MAPI::Session {
         RaiseNext(m_system.logonErrors);
     }
     MAPI::Folder& Outbox() override { return m_outbox; }
-    std::vector<MAPI::Recipient> AddressBook(bool /*oneAddress*/) override {
-        throw RuntimeError(err::MailUserCancel, "cancelled");
+    std::vector<MAPI::Recipient> AddressBook(bool oneAddress) override {
+        m_system.booksShown.push_back(oneAddress);
+        RaiseNext(m_system.bookErrors);
+        if (m_system.picks.empty()) {
+            throw RuntimeError(err::MailUserCancel, "cancelled");
+        }
+        std::vector<MAPI::Recipient> picked;
+        for (const std::string& name : m_system.picks.front()) {
+            picked.push_back({name});
+        }
+        m_system.picks.pop_front();
+        return picked;
     }
 
  private:

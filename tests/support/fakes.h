@@ -128,6 +128,10 @@ class FakeMailSystem : public MAPI::System {
     std::vector<SentMessage> sent;
     // Raised by the nth logon, resolve or send from now (front of the queue; nullopt: succeeds).
     std::deque<std::optional<RuntimeError>> logonErrors, resolveErrors, sendErrors;
+    // Likewise by the nth new message and the nth showing of the address book.
+    std::deque<std::optional<RuntimeError>> messageErrors, bookErrors;
+    std::deque<std::vector<std::string>> picks;  // from the address book; none left: the user cancels
+    std::vector<bool> booksShown;                // with which OneAddress
     bool noSession = false;
     int logons = 0;
 };

@@ -1,0 +1,65 @@
+#include "mail/PickRecipients.h"
+
+#include <memory>
+
+#include "app/Global.h"
+#include "platform/mapi.h"
+#include "platform/prompts.h"
+
+namespace Global {
+
+namespace {
+
+template <typename Object>
+Object& Set(const std::unique_ptr<Object>& object) {
+    if (!object) {
+        throw RuntimeError(err::ObjectNotSet);
+    }
+    return *object;
+}
+
+// What the statements of one choice share. The message only holds the recipients and is never sent.
+struct Choice {
+    explicit Choice(EditableText& target) : box(target) {}
+
+    void CreateSession() { session = MAPI::CreateSession(); }
+    void Logon() { Set(session).Logon(); }
+    void MakeMessage() { message = Set(session).Outbox().AddMessage(); }
+    void ShowAddressBook() {
+        for (const MAPI::Recipient& recipient : Set(session).AddressBook(false)) {
+            Set(message).Recipients().Add(recipient.Name);
+        }
+    }
+    void AddNames() {
+        const MAPI::Recipients& chosen = Set(message).Recipients();
+        const int count = chosen.Count();
+        for (int i = 1; i <= count; ++i) {
+            box.Text(box.Text() + chosen.Item(i).Name + ";");
+        }
+    }
+
+    EditableText& box;
+    std::unique_ptr<MAPI::Session> session;
+    std::unique_ptr<MAPI::Message> message;
+};
+
+}  // namespace
+
+void PickRecipients(EditableText& box) {
+    Choice choice(box);
+    for (const auto statement : {&Choice::CreateSession, &Choice::Logon, &Choice::MakeMessage,
+                                 &Choice::ShowAddressBook, &Choice::AddNames}) {
+        try {
+            (choice.*statement)();
+        } catch (...) {
+            // Behind a cancel the next statement is due, and finds a message without recipients.
+            const RuntimeError error = CurrentError();
+            if (error.Number() != err::MailUserCancel) {
+                MsgBox(ErrorText("AN ERROR OCCURED. ", error), vbExclamation);
+                return;
+            }
+        }
+    }
+}
+
+}  // namespace Global
