@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/convert.h"
+#include "platform/runtime.h"
 #include "support/database.h"
 #include "support/fakes.h"
+#include "support/raises.h"
 
 namespace {
 
@@ -30,6 +33,37 @@ TEST_F(Upkeep, PurgeKeepsThirtyDaysAndTakesThirtyOne) {
                   "delete from reportbatchhstry where datediff('d',left(lastrun,10),Now()) > 30"}));
 }
 
+TEST_F(Upkeep, PurgeCountsCalendarDaysWhateverTheTime) {
+    clock.now = fakes::At(2026, 11, 21, 0, 0, 1);
+    database.Run(
+        "insert into ReportHistory values(1,'2026-10-22 00:00:00','Success','None'),"
+        "(2,'2026-10-21 23:59:59','Success','None')");
+    Global::PurgeOldHistory();
+    EXPECT_EQ(database.Rows("select ReportID from ReportHistory"), std::vector<std::string>{"1"});
+}
+
+TEST_F(Upkeep, PurgeReadsRowsOfRunsOnDemandInTheRegionalForm) {
+    database.Run("insert into ReportHistory values(1,'" + DateText(fakes::At(2026, 10, 22)) +
+                 " 09:00:00',null,'None'),(2,'" + DateText(fakes::At(2026, 10, 21)) +
+                 " 09:00:00',null,'None')");
+    Global::PurgeOldHistory();
+    EXPECT_EQ(database.Rows("select ReportID from ReportHistory"), std::vector<std::string>{"1"});
+}
+
+TEST_F(Upkeep, PurgeLeavesRowsWithoutAMoment) {
+    database.Run("insert into ReportHistory values(1,null,'Success','None')");
+    Global::PurgeOldHistory();
+    EXPECT_EQ(database.Rows("select ReportID from ReportHistory"), std::vector<std::string>{"1"});
+}
+
+TEST_F(Upkeep, MomentThatIsNoDateFailsThePurgeBeforeThePackagesHistory) {
+    database.Run(
+        "insert into ReportHistory values(1,'soon','Success','None');"
+        "insert into ReportBatchHstry values('1','2020-01-01,00:00:00','T',null)");
+    EXPECT_EQ(NumberRaisedBy([] { Global::PurgeOldHistory(); }), err::DataTypeMismatch);
+    EXPECT_EQ(database.Rows("select ReportID from ReportBatchHstry"), std::vector<std::string>{"1"});
+}
+
 TEST_F(Upkeep, RootNameIsNeverFree) {
     EXPECT_FALSE(Global::FolderNameFree("desktop"));
     EXPECT_EQ(database.TakeStatements(),
@@ -41,4 +75,8 @@ TEST_F(Upkeep, NameOfAFolderAnywhereIsTakenInAnyCase) {
     EXPECT_FALSE(Global::FolderNameFree("New Folder"));
     EXPECT_FALSE(Global::FolderNameFree("new folder"));
     EXPECT_TRUE(Global::FolderNameFree("Another"));
+}
+
+TEST_F(Upkeep, MarkInAFolderNameBreaksTheStatement) {
+    EXPECT_EQ(NumberRaisedBy([] { Global::FolderNameFree("ann's"); }), err::DataSyntax);
 }
