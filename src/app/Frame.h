@@ -1,6 +1,10 @@
 // What lower rooms ask of the windows above them, so that none of them includes a form.
 #pragma once
 
+#include <string>
+
+class CommonDialog;
+
 // The main window. In the scheduler it is hidden and only its timer and tray icon live.
 class MainFrame {
  public:
@@ -9,11 +13,25 @@ class MainFrame {
     virtual void HideWindow() = 0;
     // The pointer over all windows: 0 the default, 11 the hourglass.
     virtual void ScreenMousePointer(int pointer) = 0;
+    // The common dialog that the forms share: what one of them sets the next one finds.
+    virtual CommonDialog* cd() = 0;
+
+    // Its menus, by the names of menus and entries.
+    virtual void ClickEntry(const std::string& entry) = 0;  // as a person does; nothing while it is disabled
+    virtual void EntryCaption(const std::string& entry, const std::string& caption) = 0;
+    virtual void EntryVisible(const std::string& entry, bool visible) = 0;
+    virtual void PopupMenu(const std::string& menu) = 0;  // at the pointer
 };
 
 // A Desktop window.
 class DeskWindow {
  public:
     virtual ~DeskWindow() = default;
+    virtual std::string Caption() const = 0;
     virtual void ListMousePointer(int pointer) = 0;  // of lsvDesk
+    // Of the item that is selected in lsvDesk; 91 when none is.
+    virtual std::string SelectedText() const = 0;
+    virtual std::string SelectedKey() const = 0;
+    // The command of toolbar button `command` - 1.
+    virtual void ComAction(int command) = 0;
 };

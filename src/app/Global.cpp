@@ -26,6 +26,17 @@ std::shared_ptr<report::Report> CurrentReport;
 std::array<std::string, 21> AttachmentList;
 std::vector<std::string> RecipientList;
 
+DeskWindow& ActiveDesk() {
+    if (DeskIndex < 0 || DeskIndex >= static_cast<int>(DeskWindows.size())) {
+        throw RuntimeError(err::SubscriptOutOfRange);
+    }
+    DeskWindow* const window = DeskWindows[static_cast<std::size_t>(DeskIndex)];
+    if (window == nullptr) {
+        throw RuntimeError(err::ObjectNotSet);
+    }
+    return *window;
+}
+
 std::string& AttachmentSlot(int index) {
     if (index < 0 || index >= static_cast<int>(AttachmentList.size())) {
         throw RuntimeError(err::SubscriptOutOfRange);

@@ -28,6 +28,9 @@ extern MainFrame* Frame;  // null until the main window is loaded
 extern std::vector<DeskWindow*> DeskWindows;
 extern std::int16_t DeskCount;
 extern std::int16_t DeskIndex;
+// The window that commands act on, DeskWindows(DeskIndex): 9 "Subscript out of range" when there is no such
+// slot, 91 when its window was closed.
+DeskWindow& ActiveDesk();
 extern std::string CurrentFolderID;
 extern std::string CurrentFolder;
 

@@ -15,6 +15,7 @@
 #include "app/MenuHandlers.h"
 #include "app/Menus.h"
 #include "platform/clock.h"
+#include "platform/controls/common_dialog.h"
 #include "platform/convert.h"
 #include "platform/loop.h"
 #include "scheduler/BatchReport.h"
@@ -39,12 +40,17 @@ frmMain& frmMain::Instance() {
 }
 
 frmMain::frmMain()
-    : Timer1(new QTimer(this)), TrayIcon1(new TrayIcon(this)), m_children(new QMdiArea(this)), m_panels{} {
+    : Timer1(new QTimer(this)),
+      TrayIcon1(new TrayIcon(this)),
+      m_children(new QMdiArea(this)),
+      m_cd(new CommonDialog(this)),
+      m_panels{} {
     RegisterImages();
     setObjectName("frmMain");
     Timer1->setObjectName("Timer1");
     Timer1->setInterval(TimerInterval);
     TrayIcon1->setObjectName("TrayIcon1");
+    m_cd->setObjectName("cd");
     m_children->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_children->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(m_children);
@@ -60,8 +66,9 @@ frmMain::frmMain()
     setWindowIcon(icon);
     TrayIcon1->SetIcon(icon);
     connect(Timer1, &QTimer::timeout, this, &frmMain::Timer1_Timer);
-    connect(TrayIcon1, &TrayIcon::MouseUp, this, &frmMain::PopUpTrayMenu);
-    connect(TrayIcon1, &TrayIcon::DoubleClick, this, &frmMain::PopUpTrayMenu);
+    for (const auto event : {&TrayIcon::MouseUp, &TrayIcon::DoubleClick}) {
+        connect(TrayIcon1, event, this, [this] { PopupMenu("mnutb"); });
+    }
     Global::Frame = this;
     MDIForm_Load();
 }
@@ -194,8 +201,20 @@ QAction* frmMain::Entry(const std::string& name) const {
     return found == m_entries.end() ? nullptr : found->second;
 }
 
-void frmMain::PopUpTrayMenu() {
-    m_menus.at("mnutb")->popup(QCursor::pos());
+void frmMain::ClickEntry(const std::string& entry) {
+    m_entries.at(entry)->trigger();
+}
+
+void frmMain::EntryCaption(const std::string& entry, const std::string& caption) {
+    m_entries.at(entry)->setText(QString::fromStdString(caption));
+}
+
+void frmMain::EntryVisible(const std::string& entry, bool visible) {
+    m_entries.at(entry)->setVisible(visible);
+}
+
+void frmMain::PopupMenu(const std::string& menu) {
+    m_menus.at(menu)->popup(QCursor::pos());
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

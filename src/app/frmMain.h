@@ -13,6 +13,7 @@
 #include "app/Frame.h"
 #include "platform/qt/tray_icon.h"
 
+class CommonDialog;
 class QAction;
 class QLabel;
 class QMdiArea;
@@ -31,6 +32,11 @@ class frmMain : public QMainWindow, public MainFrame {
     void EnableTimer1(bool enabled) override;
     void HideWindow() override;
     void ScreenMousePointer(int pointer) override;
+    CommonDialog* cd() override { return m_cd; }
+    void ClickEntry(const std::string& entry) override;
+    void EntryCaption(const std::string& entry, const std::string& caption) override;
+    void EntryVisible(const std::string& entry, bool visible) override;
+    void PopupMenu(const std::string& menu) override;
 
     void SetStatusPanel(int panel, const std::string& text);  // 1 or 2
     std::string StatusPanel(int panel) const;
@@ -53,9 +59,9 @@ class frmMain : public QMainWindow, public MainFrame {
  private:
     void BuildMenus();
     void AddMenu(const struct MenuRow& row);
-    void PopUpTrayMenu();
     void ListChildWindows();
     QMdiArea* m_children;
+    CommonDialog* m_cd;
     QLabel* m_panels[2];
     std::map<std::string, QMenu*> m_menus;
     std::map<std::string, QAction*> m_entries;

@@ -34,3 +34,18 @@ void frmDesk::ListMousePointer(int pointer) {
         setCursor(Qt::WaitCursor);
     }
 }
+
+std::string frmDesk::Caption() const {
+    return windowTitle().toStdString();
+}
+
+// The window shows no items: nothing can be selected.
+std::string frmDesk::SelectedText() const {
+    throw RuntimeError(err::ObjectNotSet);
+}
+
+std::string frmDesk::SelectedKey() const {
+    throw RuntimeError(err::ObjectNotSet);
+}
+
+void frmDesk::ComAction(int /*command*/) {}

@@ -15,7 +15,11 @@ class frmDesk : public QWidget, public DeskWindow {
 
     void Form_Activate();
     void Form_Unload();
+    std::string Caption() const override;
     void ListMousePointer(int pointer) override;
+    std::string SelectedText() const override;
+    std::string SelectedKey() const override;
+    void ComAction(int command) override;
 
  protected:
     void closeEvent(QCloseEvent* event) override;

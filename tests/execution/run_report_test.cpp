@@ -273,10 +273,7 @@ TEST_F(RunReport, BusyCursorSetsTheScreenPointer) {
 }
 
 TEST_F(RunReport, BusyCursorReachesTheCurrentDesktopWindow) {
-    struct Desk : DeskWindow {
-        void ListMousePointer(int pointer) override { pointers.push_back(pointer); }
-        std::vector<int> pointers;
-    } other, current;
+    fakes::FakeDesk other, current;
     Global::DeskWindows = {nullptr, &other, &current};
     Global::DeskIndex = 2;
     Global::BusyCursor(true);

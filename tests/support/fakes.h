@@ -105,10 +105,42 @@ class FakeFrame : public MainFrame {
     void EnableTimer1(bool enabled) override;
     void HideWindow() override { ++hides; }
     void ScreenMousePointer(int pointer) override { pointers.push_back(pointer); }
+    void ClickEntry(const std::string& entry) override { clicks.push_back(entry); }
+    void EntryCaption(const std::string& entry, const std::string& caption) override {
+        captions[entry] = caption;
+    }
+    void EntryVisible(const std::string& entry, bool visible) override { visibility[entry] = visible; }
+    void PopupMenu(const std::string& menu) override { popups.push_back(menu); }
+    CommonDialog* cd() override { return commonDialog; }
+    CommonDialog* commonDialog = nullptr;
     bool timerEnabled = true;
     std::vector<bool> timerChanges;
     int hides = 0;
     std::vector<int> pointers;
+    std::vector<std::string> clicks, popups;  // of entries; of menus
+    std::map<std::string, std::string> captions;
+    std::map<std::string, bool> visibility;
+};
+
+// A Desktop window with at most one item, the selected one.
+class FakeDesk : public DeskWindow {
+ public:
+    std::string Caption() const override { return caption; }
+    void ListMousePointer(int pointer) override { pointers.push_back(pointer); }
+    std::string SelectedText() const override { return Selected().first; }
+    std::string SelectedKey() const override { return Selected().second; }
+    void ComAction(int command) override { commands.push_back(command); }
+    std::string caption = "Desktop";
+    std::optional<std::pair<std::string, std::string>> selected;  // text, key
+    std::vector<int> pointers, commands;
+
+ private:
+    const std::pair<std::string, std::string>& Selected() const {
+        if (!selected) {
+            throw RuntimeError(err::ObjectNotSet);
+        }
+        return *selected;
+    }
 };
 
 // What a message was when it was sent.
