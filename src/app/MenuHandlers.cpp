@@ -2,12 +2,14 @@
 
 #include <map>
 
+#include "app/frmConfig.h"
 #include "app/frmMain.h"
 
 MenuHandler FindMenuHandler(const std::string& entry) {
     static const std::map<std::string, std::function<void()>> handlers = {
         {"mnuDesktop", mnuDesktop_Click},
         {"mnuEnd", mnuEnd_Click},
+        {"mnuPollInt", mnuPollInt_Click},
         {"mnuCasc", mnuCasc_Click},
         {"mnuTile", mnuTile_Click},
         {"mnuArr", mnuArr_Click},

@@ -11,5 +11,9 @@ class TextBox : public QLineEdit, public EditableText {
     using QLineEdit::QLineEdit;
 
     std::string Text() const override { return text().toStdString(); }
-    void Text(const std::string& text) override { setText(QString::fromStdString(text)); }
+    // A text that is longer than the box shows its beginning.
+    void Text(const std::string& text) override {
+        setText(QString::fromStdString(text));
+        setCursorPosition(0);
+    }
 };

@@ -1,0 +1,94 @@
+#include "app/frmConfig.h"
+
+#include <QPointer>
+
+#include "app/Global.h"
+#include "app/ShellMod.h"
+#include "app/frmMain.h"
+#include "mail/PickRecipients.h"
+#include "platform/controls/common_dialog.h"
+#include "platform/convert.h"
+#include "platform/registry.h"
+#include "platform/resume_next.h"
+#include "ui_frmConfig.h"
+
+namespace {
+
+void Save(const char* name, const std::string& value) {
+    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, value);
+}
+
+}  // namespace
+
+frmConfig::frmConfig(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmConfig>()) {
+    m_ui->setupUi(this);
+    connect(m_ui->Command1, &QPushButton::clicked, this, &frmConfig::Command1_Click);
+    connect(m_ui->cmdAddress, &QPushButton::clicked, this, &frmConfig::cmdAddress_Click);
+    connect(m_ui->cmdDSN, &QPushButton::clicked, this, &frmConfig::cmdDSN_Click);
+    connect(m_ui->cmdSave, &QPushButton::clicked, this, &frmConfig::cmdSave_Click);
+    connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmConfig::cmdCancel_Click);
+    Form_Load();
+}
+
+frmConfig::~frmConfig() = default;
+
+void frmConfig::Form_Load() {
+    m_ui->txtPolling->Text(std::to_string(Global::PollSeconds));
+    m_ui->txtcrwpath->Text(Global::DesignerPath);
+    m_ui->txtAl->Text(Global::AlertWho);
+    m_ui->txtDSN->Text(Global::ConnectionString);
+}
+
+void frmConfig::ShowPollingInterval(const std::string& seconds) {
+    m_ui->txtPolling->Text(seconds);
+}
+
+void frmConfig::Command1_Click() {
+    CommonDialog& cd = *frmMain::Instance().cd();
+    cd.DialogTitle = "Select Application...";
+    cd.CancelError = true;
+    cd.Filter = "Crystal Reports (crw32.exe)|crw32.exe|";
+    cd.InitDir = Global::DefPath;
+    ResumeNext([&cd] { cd.ShowOpen(); });
+    // Behind a cancel this is the file chosen the time before.
+    if (!cd.FileName.empty()) {
+        m_ui->txtcrwpath->Text(cd.FileName);
+    }
+}
+
+void frmConfig::cmdAddress_Click() {
+    Global::PickRecipients(*m_ui->txtAl);
+}
+
+// The data source cannot be changed: the database stands in the application's folder.
+void frmConfig::cmdDSN_Click() {
+    m_ui->txtDSN->Text(Global::ConnectionString);
+}
+
+// The interval is written before it is known to be a number. The poll under way keeps its countdown.
+void frmConfig::cmdSave_Click() {
+    Save("Poll", m_ui->txtPolling->Text());
+    Global::PollSeconds = CInt(m_ui->txtPolling->Text());
+    Save("CRWPath", m_ui->txtcrwpath->Text());
+    Global::DesignerPath = m_ui->txtcrwpath->Text();
+    Save("AlertWho", m_ui->txtAl->Text());
+    Global::AlertWho = m_ui->txtAl->Text();
+    close();
+}
+
+void frmConfig::cmdCancel_Click() {
+    close();
+}
+
+void mnuPollInt_Click() {
+    static QPointer<frmConfig> form;
+    // One that was closed a moment ago may wait for its end.
+    if (!form || !form->isVisible()) {
+        form = new frmConfig(&frmMain::Instance());
+        form->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    form->show();
+    form->raise();
+    form->activateWindow();
+    form->ShowPollingInterval(ShellMod::ReadSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, "Poll", "15"));
+}

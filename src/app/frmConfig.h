@@ -1,0 +1,33 @@
+// The Options dialog. What it saves reaches the settings and the variables of this process; another process
+// reads them when it is started.
+#pragma once
+
+#include <QDialog>
+#include <memory>
+#include <string>
+
+namespace Ui {
+class frmConfig;
+}
+
+class frmConfig : public QDialog {
+    Q_OBJECT
+ public:
+    explicit frmConfig(QWidget* parent = nullptr);
+    ~frmConfig() override;
+
+    void ShowPollingInterval(const std::string& seconds);
+
+    void Form_Load();
+    void Command1_Click();
+    void cmdAddress_Click();
+    void cmdDSN_Click();
+    void cmdSave_Click();
+    void cmdCancel_Click();
+
+ private:
+    std::unique_ptr<Ui::frmConfig> m_ui;
+};
+
+// Shows the Options dialog, with the poll interval as the settings have it now.
+void mnuPollInt_Click();
