@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -20,6 +21,23 @@ namespace mailer {
 namespace {
 
 using Moment = std::chrono::steady_clock::time_point;
+
+// When a child must have ended, by the clock or because nobody wants it any more.
+struct Limit {
+    Moment end;
+    const std::stop_token& stop;
+
+    bool IsOver() const { return stop.stop_requested() || std::chrono::steady_clock::now() >= end; }
+    // How long to wait for news before looking again.
+    int Milliseconds() const {
+        constexpr std::int64_t Glance = 100;
+        const std::int64_t left =
+            std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now())
+                .count();
+        return static_cast<int>(
+            std::max<std::int64_t>(0, stop.stop_possible() ? std::min(left, Glance) : left));
+    }
+};
 
 constexpr std::size_t LongestComplaint = 4096;
 
@@ -69,12 +87,6 @@ pid_t Spawn(const std::vector<std::string>& arguments, int input, const Pipe& ou
     return failure == 0 ? child : -1;
 }
 
-int MillisecondsUntil(Moment end) {
-    const auto left =
-        std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now()).count();
-    return left > 0 ? static_cast<int>(left) : 0;
-}
-
 // Reads what is there. Returns false at the end of the stream.
 bool Drain(int file, std::string& text) {
     std::array<char, 4096> buffer;
@@ -86,14 +98,18 @@ bool Drain(int file, std::string& text) {
     return count < 0 && (errno == EINTR || errno == EAGAIN);
 }
 
-void ReadStreams(Pipe& out, Pipe& complaints, Moment end, std::size_t longestOutput, ChildResult& result) {
+void ReadStreams(Pipe& out, Pipe& complaints, const Limit& limit, std::size_t longestOutput,
+                 ChildResult& result) {
     std::array<pollfd, 2> files{pollfd{out.read.Get(), POLLIN, 0}, pollfd{complaints.read.Get(), POLLIN, 0}};
     std::string overflow;
     while (files[0].fd >= 0 || files[1].fd >= 0) {
-        const int ready = poll(files.data(), files.size(), MillisecondsUntil(end));
-        if (ready == 0 || (ready < 0 && errno != EINTR)) {
+        const int ready = poll(files.data(), files.size(), limit.Milliseconds());
+        if ((ready == 0 && limit.IsOver()) || (ready < 0 && errno != EINTR)) {
             result.timedOut = true;
             return;
+        }
+        if (ready <= 0) {
+            continue;
         }
         if (files[0].revents != 0 && !Drain(files[0].fd, result.output)) {
             files[0].fd = -1;
@@ -112,14 +128,14 @@ void ReadStreams(Pipe& out, Pipe& complaints, Moment end, std::size_t longestOut
 }
 
 // Waits for the end of the child itself, which may outlive its streams.
-int ExitCode(pid_t child, Moment end, ChildResult& result) {
+int ExitCode(pid_t child, const Limit& limit, ChildResult& result) {
     int status = 0;
     pid_t ended = 0;
     while ((ended = waitpid(child, &status, WNOHANG)) <= 0) {
         if (ended < 0 && errno != EINTR) {
             return -1;
         }
-        if (result.timedOut || result.tooMuch || MillisecondsUntil(end) == 0) {
+        if (result.timedOut || result.tooMuch || limit.IsOver()) {
             result.timedOut = result.timedOut || !result.tooMuch;
             kill(-child, SIGKILL);
             while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
@@ -134,8 +150,8 @@ int ExitCode(pid_t child, Moment end, ChildResult& result) {
 }  // namespace
 
 ChildResult RunChild(const std::vector<std::string>& arguments, int input, int seconds,
-                     std::size_t longestOutput) {
-    const Moment end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+                     std::size_t longestOutput, const std::stop_token& stop) {
+    const Limit limit{std::chrono::steady_clock::now() + std::chrono::seconds(seconds), stop};
     ChildResult result;
     Pipe out;
     Pipe complaints;
@@ -149,11 +165,11 @@ ChildResult RunChild(const std::vector<std::string>& arguments, int input, int s
     result.started = true;
     out.write.Close();
     complaints.write.Close();
-    ReadStreams(out, complaints, end, longestOutput, result);
+    ReadStreams(out, complaints, limit, longestOutput, result);
     if (result.timedOut || result.tooMuch) {
         kill(-child, SIGKILL);
     }
-    result.exitCode = ExitCode(child, end, result);
+    result.exitCode = ExitCode(child, limit, result);
     return result;
 }
 

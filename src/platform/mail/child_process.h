@@ -1,6 +1,7 @@
 // Short-lived programs that mail leans on, run without a shell of their own and never waited for endlessly.
 #pragma once
 
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -16,8 +17,9 @@ struct ChildResult {
 };
 
 // `arguments` begins with the program, found on PATH. `input` is a file that becomes standard input, -1 for
-// none. The program runs in a process group of its own, which is killed when `seconds` are over.
+// none. The program runs in a process group of its own, which is killed when `seconds` are over or a stop is
+// asked for; both count as timed out.
 ChildResult RunChild(const std::vector<std::string>& arguments, int input, int seconds,
-                     std::size_t longestOutput);
+                     std::size_t longestOutput, const std::stop_token& stop = {});
 
 }  // namespace mailer

@@ -22,8 +22,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t LargestProfile = 1 << 20;
-
 class ProfileReader {
  public:
     ProfileReader(const fs::path& file, const std::string& text) : m_file(file), m_text(text) {}
@@ -177,14 +175,17 @@ class ProfileReader {
 
 }  // namespace
 
-std::string PasswordOf(const MailProfile& profile) {
+std::string PasswordOf(const MailProfile& profile, const std::stop_token& stop) {
     if (!profile.password.empty() || profile.passwordCommand.empty()) {
         return profile.password;
     }
     constexpr int Seconds = 30;
     constexpr std::size_t LongestPassword = 4096;
     const ChildResult result =
-        RunChild({"/bin/sh", "-c", profile.passwordCommand}, -1, Seconds, LongestPassword);
+        RunChild({"/bin/sh", "-c", profile.passwordCommand}, -1, Seconds, LongestPassword, stop);
+    if (stop.stop_requested()) {
+        throw RuntimeError(err::MailUserCancel, "PasswordCommand was cancelled");
+    }
     if (result.timedOut) {
         RefuseProfile(profile.file, "PasswordCommand did not end within 30 seconds");
     }
@@ -211,7 +212,11 @@ MailProfile ReadMailProfile(const fs::path& file) {
         throw RuntimeError(ErrNoProfile, "There is no mail profile: the file \"" + file.string() +
                                              "\" is missing or cannot be read");
     }
-    return ProfileReader(file, *text).Read();
+    return ParseMailProfile(file, *text);
+}
+
+MailProfile ParseMailProfile(const fs::path& file, const std::string& text) {
+    return ProfileReader(file, text).Read();
 }
 
 }  // namespace mailer

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <stop_token>
 #include <string>
 
 #include "platform/mail/mail_address.h"
@@ -40,10 +41,14 @@ std::filesystem::path MailProfilePath();
 // Reads the profile. Raises ErrNoProfile when the file is missing or cannot be
 // read, ErrBadProfile when it makes no sense; the texts name the file and the key.
 MailProfile ReadMailProfile(const std::filesystem::path& file);
+// The same for a text that the file is to hold.
+MailProfile ParseMailProfile(const std::filesystem::path& file, const std::string& text);
+// In bytes; a larger file is not read.
+inline constexpr std::size_t LargestProfile = 1 << 20;
 
 // The password, by PasswordCommand if need be. Asked for when a message is sent and not at logon: a locked
 // keyring fails one message, which is tried again, and not the whole session. Raises ErrBadProfile when the
-// command fails.
-std::string PasswordOf(const MailProfile& profile);
+// command fails or is stopped.
+std::string PasswordOf(const MailProfile& profile, const std::stop_token& stop = {});
 
 }  // namespace mailer

@@ -47,6 +47,15 @@ void MakeFolder(const fs::path& folder) {
     }
 }
 
+UniqueFd OpenFolder(const fs::path& path) {
+    MakeFolder(path);
+    UniqueFd folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.Get() < 0) {
+        Raise(path, errno);
+    }
+    return folder;
+}
+
 // Time first, so that names sort as messages were made; chance last, so that no two processes meet.
 std::string UniqueStem() {
     using namespace std::chrono;
@@ -133,12 +142,16 @@ class UnfinishedFile {
 
 }  // namespace
 
-void OutboxTransport::Deliver(const OutgoingMail& mail) {
-    MakeFolder(m_folder);
-    const UniqueFd folder(open(m_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.Get() < 0) {
-        Raise(m_folder, errno);
+void OutboxTransport::CheckWritable() const {
+    const UniqueFd folder = OpenFolder(m_folder);
+    const UnfinishedFile file(folder.Get(), UniqueStem());
+    if (file.Code() != 0) {
+        Raise(m_folder, file.Code());
     }
+}
+
+void OutboxTransport::Deliver(const OutgoingMail& mail) {
+    const UniqueFd folder = OpenFolder(m_folder);
     RemoveUnfinished(folder.Get(), m_folder);
     const std::string stem = UniqueStem();
     UnfinishedFile file(folder.Get(), stem);

@@ -15,6 +15,8 @@ namespace mailer {
 class OutboxTransport : public Transport {
  public:
     explicit OutboxTransport(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+    // Makes the folder when it is missing, as the first message would, and tries to write there.
+    void CheckWritable() const;
     void Deliver(const OutgoingMail& mail) override;
 
  private:

@@ -1,8 +1,11 @@
 #include "platform/mail/sendmail_transport.h"
 
 #include <sysexits.h>
+#include <unistd.h>
 
-#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
 
 #include "platform/mail/ascii.h"
 #include "platform/mail/child_process.h"
@@ -27,7 +30,31 @@ std::string Reason(const ChildResult& result) {
     return complaint.empty() ? "exit code " + std::to_string(result.exitCode) : Shown(complaint);
 }
 
+[[noreturn]] void RefuseProgram(const std::string& program) {
+    throw RuntimeError(ErrBadProfile, "The mail program \"" + program + "\" is missing or may not be run");
+}
+
+bool MayBeRun(const std::filesystem::path& file) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(file, error) && access(file.c_str(), X_OK) == 0;
+}
+
 }  // namespace
+
+// Looks where running it would look.
+void SendmailTransport::CheckProgram() const {
+    if (m_program.find('/') != std::string::npos) {
+        return MayBeRun(m_program) ? void() : RefuseProgram(m_program);
+    }
+    const char* path = std::getenv("PATH");
+    std::istringstream folders(path != nullptr ? path : "/bin:/usr/bin");
+    for (std::string folder; std::getline(folders, folder, ':');) {
+        if (MayBeRun(std::filesystem::path(folder) / m_program)) {
+            return;
+        }
+    }
+    RefuseProgram(m_program);
+}
 
 void SendmailTransport::Deliver(const OutgoingMail& mail) {
     std::vector<std::string> arguments{m_program, "-i", "-f", mail.from.address, "--"};
@@ -36,10 +63,13 @@ void SendmailTransport::Deliver(const OutgoingMail& mail) {
     }
     const UniqueFd message = SpoolMessage(mail, LineEnds::Lf);
     constexpr std::size_t LongestOutput = 1 << 20;
-    const ChildResult result = RunChild(arguments, message.Get(), m_seconds, LongestOutput);
+    const ChildResult result = RunChild(arguments, message.Get(), m_seconds, LongestOutput, m_stop);
     const std::string program = "The mail program \"" + m_program + "\" ";
     if (!result.started) {
-        throw RuntimeError(ErrBadProfile, program + "is missing or may not be run");
+        RefuseProgram(m_program);
+    }
+    if (result.timedOut && m_stop.stop_requested()) {
+        throw RuntimeError(err::MailUserCancel, program + "was ended before it had taken the message");
     }
     if (result.timedOut) {
         throw RuntimeError(err::MailboxOrServer,

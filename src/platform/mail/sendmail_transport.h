@@ -1,6 +1,7 @@
 // The machine's own mail program.
 #pragma once
 
+#include <stop_token>
 #include <string>
 
 #include "platform/mail/transport.h"
@@ -12,12 +13,16 @@ namespace mailer {
 // ErrMessageRefused with its own words otherwise.
 class SendmailTransport : public Transport {
  public:
-    SendmailTransport(std::string program, int seconds) : m_program(std::move(program)), m_seconds(seconds) {}
+    SendmailTransport(std::string program, int seconds, std::stop_token stop = {})
+        : m_program(std::move(program)), m_seconds(seconds), m_stop(std::move(stop)) {}
+    // Raises ErrBadProfile when the program is missing or may not be run.
+    void CheckProgram() const;
     void Deliver(const OutgoingMail& mail) override;
 
  private:
     std::string m_program;
     int m_seconds;
+    std::stop_token m_stop;
 };
 
 }  // namespace mailer

@@ -1,6 +1,8 @@
 // A mail server.
 #pragma once
 
+#include <stop_token>
+
 #include "platform/mail/transport.h"
 
 namespace mailer {
@@ -9,11 +11,13 @@ namespace mailer {
 // the first byte of the message is sent. Raises as told in smtp_failure.h, and as SpoolMessage.
 class SmtpTransport : public Transport {
  public:
-    explicit SmtpTransport(MailProfile profile) : m_profile(std::move(profile)) {}
+    explicit SmtpTransport(MailProfile profile, std::stop_token stop = {})
+        : m_profile(std::move(profile)), m_stop(std::move(stop)) {}
     void Deliver(const OutgoingMail& mail) override;
 
  private:
     MailProfile m_profile;
+    std::stop_token m_stop;
 };
 
 }  // namespace mailer

@@ -6,12 +6,12 @@
 
 namespace mailer {
 
-std::unique_ptr<Transport> MakeTransport(const MailProfile& profile) {
+std::unique_ptr<Transport> MakeTransport(const MailProfile& profile, const std::stop_token& stop) {
     switch (profile.transport) {
         case TransportKind::Smtp:
-            return std::make_unique<SmtpTransport>(profile);
+            return std::make_unique<SmtpTransport>(profile, stop);
         case TransportKind::Sendmail:
-            return std::make_unique<SendmailTransport>(profile.sendmail, profile.stallSeconds);
+            return std::make_unique<SendmailTransport>(profile.sendmail, profile.stallSeconds, stop);
         case TransportKind::Outbox:
             break;
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <stop_token>
 
 #include "platform/mail/mail_profile.h"
 #include "platform/mail/outgoing_mail.h"
@@ -15,6 +16,7 @@ class Transport {
     virtual void Deliver(const OutgoingMail& mail) = 0;
 };
 
-std::unique_ptr<Transport> MakeTransport(const MailProfile& profile);
+// A stop that is asked for ends a delivery that waits for a server or a program: err::MailUserCancel.
+std::unique_ptr<Transport> MakeTransport(const MailProfile& profile, const std::stop_token& stop = {});
 
 }  // namespace mailer

@@ -1,0 +1,139 @@
+#include "platform/mail/mail_check.h"
+
+#include "platform/mail/address_book.h"
+#include "platform/mail/mail_errors.h"
+#include "platform/mail/outbox_transport.h"
+#include "platform/mail/sendmail_transport.h"
+#include "platform/mail/smtp_check.h"
+#include "platform/mail/transport.h"
+
+namespace mailer {
+namespace {
+
+struct Advice {
+    const char* keys;
+    const char* what;
+};
+
+Advice AdviceOnServer(std::int32_t number, const MailProfile& profile) {
+    switch (number) {
+        case err::MailboxOrServer:
+            return {"Host, Port",
+                    "See whether name and port are right and the network is there; try again later."};
+        case ErrLoginRefused:
+            return profile.user.empty()
+                       ? Advice{"User", "The server wants a login: give User and a password."}
+                       : Advice{"User, Password", "Give the user name and the password anew."};
+        case ErrNotSecure:
+            return {"Security, CAFile",
+                    "Ask who runs the server which encryption it offers (starttls or tls, and the port), and "
+                    "name the file of its authority in CAFile if it has one of its own."};
+        case ErrMessageRefused:
+            return {"From", "Give an address that this login may send from."};
+        default:
+            return {"", ""};
+    }
+}
+
+Advice AdviceOn(const RuntimeError& error, const MailProfile& profile) {
+    if (error.Number() == err::FileNotFound) {
+        return {"VCard", "Name a vCard file that you may read, or none."};
+    }
+    switch (profile.transport) {
+        case TransportKind::Outbox:
+            return {"OutboxFolder", "Choose a folder that you may write to."};
+        case TransportKind::Sendmail:
+            return error.Number() == ErrBadProfile
+                       ? Advice{"Sendmail", "Install a mail program, or give the path of the one there is."}
+                       : Advice{"Sendmail", "Ask who looks after this machine's mail."};
+        case TransportKind::Smtp:
+            break;
+    }
+    return AdviceOnServer(error.Number(), profile);
+}
+
+std::string Sentence(std::string text) {
+    return text + (text.ends_with('.') ? "" : ".");
+}
+
+std::string Server(const MailProfile& profile) {
+    return "The mail server \"" + profile.host + "\", port " + std::to_string(profile.port) + ",";
+}
+
+std::string CheckAddressBook(const MailProfile& profile) {
+    AddressBook book(profile.addressBook);
+    const std::size_t count = book.ListEntries().size();
+    return "The address book \"" + profile.addressBook.string() + "\" has " + std::to_string(count) +
+           (count == 1 ? " entry." : " entries.");
+}
+
+std::string CheckTransport(const MailProfile& profile, const std::stop_token& stop) {
+    switch (profile.transport) {
+        case TransportKind::Outbox:
+            OutboxTransport(profile.outboxFolder).CheckWritable();
+            return "The outbox \"" + profile.outboxFolder.string() + "\" can be written.";
+        case TransportKind::Sendmail:
+            SendmailTransport(profile.sendmail, profile.stallSeconds).CheckProgram();
+            return "The mail program \"" + profile.sendmail + "\" is there.";
+        case TransportKind::Smtp:
+            break;
+    }
+    CheckSmtp(profile, stop);
+    return Server(profile) + " takes mail from " + profile.from.address + ": " +
+           (profile.security == Security::None ? "without encryption" : "encrypted") +
+           (profile.security == Security::None || profile.verify ? "" : " but not verified") +
+           (profile.user.empty() ? ", without a login." : ", logged on as \"" + Shown(profile.user) + "\".");
+}
+
+template <typename Step>
+void Take(Step step, const MailProfile& profile, std::vector<Finding>& findings) {
+    try {
+        findings.push_back({true, step()});
+    } catch (const RuntimeError& error) {
+        if (error.Number() == err::MailUserCancel) {
+            throw;
+        }
+        findings.push_back({false, Advise(error, profile)});
+    }
+}
+
+}  // namespace
+
+std::string Advise(const RuntimeError& error, const MailProfile& profile) {
+    const Advice advice = AdviceOn(error, profile);
+    const std::string keys = *advice.keys == '\0' ? "" : std::string(advice.keys) + ": ";
+    return keys + Sentence(error.Description()) + (*advice.what == '\0' ? "" : " ") + advice.what;
+}
+
+std::vector<Finding> CheckMail(const MailProfile& profile, const std::stop_token& stop) {
+    std::vector<Finding> findings;
+    if (!profile.addressBook.empty()) {
+        Take([&] { return CheckAddressBook(profile); }, profile, findings);
+    }
+    Take([&] { return CheckTransport(profile, stop); }, profile, findings);
+    return findings;
+}
+
+std::string SendTestMessage(const MailProfile& profile, const std::string& recipient,
+                            const std::stop_token& stop) {
+    OutgoingMail mail;
+    mail.from = profile.from;
+    mail.recipients.push_back(AddressBook(profile.addressBook).Resolve(recipient));
+    mail.subject = "Test message";
+    mail.text =
+        "This message was sent to try out the mail profile of Oxbow Courier.\n"
+        "Reports and alerts will go the same way.\n";
+    MakeTransport(profile, stop)->Deliver(mail);
+    const std::string to = "The test message to " + mail.recipients[0].address;
+    switch (profile.transport) {
+        case TransportKind::Outbox:
+            return to + " is in the outbox \"" + profile.outboxFolder.string() + "\".";
+        case TransportKind::Sendmail:
+            return to + " was taken by the mail program \"" + profile.sendmail + "\".";
+        case TransportKind::Smtp:
+            break;
+    }
+    return Server(profile) + " has taken the test message to " + mail.recipients[0].address + ".";
+}
+
+}  // namespace mailer

@@ -1,0 +1,78 @@
+#include "platform/mail/profile_editor.h"
+
+#include <algorithm>
+
+#include "platform/mail/ascii.h"
+#include "platform/mail/ini_text.h"
+#include "platform/mail/small_file.h"
+#include "platform/posix/atomic_file.h"
+#include "platform/runtime.h"
+
+namespace mailer {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string_view SectionOf(std::string_view key) {
+    return ToLower(key) == "vcard" ? "AddressBook" : "Profile";
+}
+
+std::string TextOf(const fs::path& file) {
+    std::error_code ignored;
+    if (!fs::exists(file, ignored)) {
+        return {};
+    }
+    std::optional<std::string> text = ReadSmallFile(file, LargestProfile);
+    if (!text) {
+        throw RuntimeError(err::PathFileAccess, "The mail profile \"" + file.string() + "\" cannot be read");
+    }
+    return std::move(*text);
+}
+
+}  // namespace
+
+const std::vector<std::string>& ProfileKeys() {
+    static const std::vector<std::string> keys{
+        "Transport", "From",         "Host",     "Port",     "Security",
+        "Verify",    "CAFile",       "User",     "Password", "PasswordCommand",
+        "Timeout",   "OutboxFolder", "Sendmail", "VCard"};
+    return keys;
+}
+
+std::string ProfileKey(std::string_view name) {
+    const std::string wanted = ToLower(name);
+    for (const std::string& key : ProfileKeys()) {
+        if (ToLower(key) == wanted) {
+            return key;
+        }
+    }
+    return {};
+}
+
+ProfileEditor::ProfileEditor()
+    : m_file(MailProfilePath()), m_isNew(!fs::exists(m_file)), m_text(TextOf(m_file)) {}
+
+std::string ProfileEditor::Value(std::string_view key) const {
+    return IniText(m_text.Text()).Find(SectionOf(key), key).value_or("");
+}
+
+void ProfileEditor::Set(std::string_view key, std::string_view value) {
+    m_text.Set(SectionOf(key), key, value);
+}
+
+MailProfile ProfileEditor::Profile() const {
+    return ParseMailProfile(m_file, m_text.Text());
+}
+
+void ProfileEditor::Save() {
+    Profile();
+    // An older folder may have been made by hand. When it is somebody else's, the file's own mode must do.
+    std::error_code ignored;
+    fs::permissions(m_file.parent_path(), fs::perms::owner_all, ignored);
+    AtomicFile file(m_file);
+    file.Write(m_text.Text());
+    file.Commit();
+    m_isNew = false;
+}
+
+}  // namespace mailer
