@@ -1,0 +1,183 @@
+#include "platform/shell/desktop_shell.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QProcess>
+#include <cerrno>
+#include <initializer_list>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "platform/letters.h"
+#include "platform/paths.h"
+#include "platform/runtime.h"
+#include "platform/shell/associations.h"
+#include "platform/shell/detached_process.h"
+#include "platform/shell/window_handle.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int Success = 33;
+constexpr int NoFile = 2;
+constexpr int NoFolder = 3;
+constexpr int NoPermission = 5;
+constexpr int NoMemory = 8;
+constexpr int NoProgram = 11;
+constexpr int NoAssociation = 31;
+
+bool IsAddress(const std::string& file) {
+    for (const std::string_view scheme : {"http://", "https://", "mailto:"}) {
+        if (SameLetters(std::string_view(file).substr(0, scheme.size()), scheme)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+int CodeOf(associations::Outcome outcome) {
+    switch (outcome) {
+        case associations::Outcome::Started:
+            return Success;
+        case associations::Outcome::NoApplication:
+            return NoAssociation;
+        case associations::Outcome::Unrunnable:
+            return NoProgram;
+        case associations::Outcome::NoPermission:
+            return NoPermission;
+        case associations::Outcome::NoMemory:
+            return NoMemory;
+    }
+    return NoAssociation;
+}
+
+int CodeOfStart(int failure) {
+    switch (failure) {
+        case 0:
+            return Success;
+        case ENOMEM:
+        case EAGAIN:
+            return NoMemory;
+        case EACCES:
+        case EPERM:
+            return NoPermission;
+        default:
+            // The program is there: what is missing is something in it, as the interpreter that it names.
+            return NoProgram;
+    }
+}
+
+bool IsFolder(const fs::path& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+// 0 when the file is there and may be read.
+int CodeOfMissing(const fs::path& file) {
+    if (faccessat(AT_FDCWD, file.c_str(), R_OK, AT_EACCESS) == 0) {
+        return 0;
+    }
+    switch (errno) {
+        case EACCES:
+        case EPERM:
+            return NoPermission;
+        case ENOENT:
+            return IsFolder(fs::absolute(file).parent_path()) ? NoFile : NoFolder;
+        case ENOTDIR:
+        case ENAMETOOLONG:
+            return NoFolder;
+        case ENOMEM:
+            return NoMemory;
+        default:
+            return NoFile;
+    }
+}
+
+bool MayRun(const fs::path& file) {
+    return faccessat(AT_FDCWD, file.c_str(), X_OK, AT_EACCESS) == 0;
+}
+
+std::vector<std::string> Pieces(const std::string& parameters) {
+    std::vector<std::string> pieces;
+    for (const QString& piece : QProcess::splitCommand(QString::fromStdString(parameters))) {
+        pieces.push_back(piece.toStdString());
+    }
+    return pieces;
+}
+
+bool IsRelative(const std::string& file) {
+    return file[0] != '\\' && file[0] != '/' && (file.size() < 2 || file[1] != ':');
+}
+
+}  // namespace
+
+QWidget* OwnerOf(WindowHandle handle) {
+    if (handle.window == nullptr) {
+        return QApplication::activeWindow();
+    }
+    return static_cast<QWidget*>(handle.window)->window();
+}
+
+DesktopShell::DesktopShell(fs::path program) : m_program(std::move(program)) {}
+
+fs::path DesktopShell::InstalledProgram() {
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).parent_path() / "oxc";
+}
+
+int DesktopShell::ShellExecuteA(const std::string& verb, const std::string& file,
+                                const std::string& parameters, const std::string& directory,
+                                int /*showMode*/) {
+    // Desktops know one verb.
+    if (!verb.empty() && !SameLetters(verb, "open")) {
+        return NoAssociation;
+    }
+    if (file.empty()) {
+        return NoFile;
+    }
+    if (IsAddress(file)) {
+        return CodeOf(associations::OpenAddress(file));
+    }
+    try {
+        const fs::path folder = directory.empty() ? fs::path() : paths::ToMachine(directory);
+        if (!folder.empty() && !IsFolder(folder)) {
+            return NoFolder;
+        }
+        if (SameLetters(file, AppPath() + "\\oxc.exe")) {
+            return Open(m_program, parameters, folder);
+        }
+        const bool inFolder = !folder.empty() && IsRelative(file);
+        return Open(paths::ToMachine(inFolder ? folder.string() + "/" + file : file), parameters, folder);
+    } catch (const RuntimeError&) {
+        return NoFolder;  // a drive that is not there, or a name that no file can have
+    }
+}
+
+int DesktopShell::Open(const fs::path& file, const std::string& parameters, const fs::path& folder) const {
+    if (const int code = CodeOfMissing(file)) {
+        return code;
+    }
+    const bool program = file == m_program || SameLetters(file.extension().string(), ".exe");
+    if (!program || IsFolder(file)) {
+        return CodeOf(associations::OpenFile(file, folder));
+    }
+    const int code =
+        MayRun(file) ? CodeOfStart(StartDetached(fs::absolute(file), Pieces(parameters), folder)) : NoProgram;
+    if (code != NoProgram) {
+        return code;
+    }
+    const int associated = CodeOf(associations::OpenFile(file, folder));
+    return associated == NoAssociation ? NoProgram : associated;
+}
+
+std::string DesktopShell::BrowseForFolder(WindowHandle owner, const std::string& title) {
+    const QString chosen =
+        QFileDialog::getExistingDirectory(OwnerOf(owner), QString::fromStdString(title), QString());
+    return chosen.isEmpty() ? std::string() : paths::FromMachine(chosen.toStdString());
+}

@@ -1,0 +1,110 @@
+#include "platform/shell/detached_process.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+
+namespace {
+
+// Between fork and exec only calls that are safe in a signal handler are made: other threads of the parent
+// may have held any lock.
+
+void TakeNullStreams() {
+    const int null = open("/dev/null", O_RDWR);
+    if (null < 0) {
+        return;
+    }
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        dup2(null, stream);
+    }
+    if (null > STDERR_FILENO) {
+        close(null);
+    }
+}
+
+void CloseAllBut(int kept) {
+    if (kept > STDERR_FILENO + 1) {
+        close_range(STDERR_FILENO + 1, static_cast<unsigned>(kept) - 1, 0);
+    }
+    close_range(static_cast<unsigned>(kept) + 1, ~0U, 0);
+}
+
+[[noreturn]] void Report(int file, int failure) {
+    ssize_t written = 0;
+    do {
+        written = write(file, &failure, sizeof failure);
+    } while (written < 0 && errno == EINTR);
+    _exit(1);
+}
+
+void ResetSignals() {
+    for (const int number : {SIGPIPE, SIGTERM, SIGINT, SIGHUP, SIGCHLD}) {
+        signal(number, SIG_DFL);
+    }
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+// The grandchild, which nobody has to wait for.
+[[noreturn]] void Become(const char* program, char* const* arguments, const char* folder, int report) {
+    TakeNullStreams();
+    CloseAllBut(report);
+    ResetSignals();
+    if (*folder == '\0' || chdir(folder) == 0) {
+        execv(program, arguments);
+    }
+    Report(report, errno);
+}
+
+int WaitForReport(int file) {
+    int failure = 0;
+    ssize_t count = 0;
+    do {
+        count = read(file, &failure, sizeof failure);
+    } while (count < 0 && errno == EINTR);
+    return count == static_cast<ssize_t>(sizeof failure) ? failure : 0;
+}
+
+}  // namespace
+
+int StartDetached(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                  const std::filesystem::path& folder) {
+    std::vector<std::string> copies = arguments;
+    copies.insert(copies.begin(), program.string());
+    std::vector<char*> pointers;
+    for (std::string& copy : copies) {
+        pointers.push_back(copy.data());
+    }
+    pointers.push_back(nullptr);
+    // Closed by a successful exec: an end of file without a report is a success.
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
+        return errno;
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+        setsid();
+        const pid_t grandchild = fork();
+        if (grandchild == 0) {
+            Become(program.c_str(), pointers.data(), folder.c_str(), ends[1]);
+        }
+        if (grandchild < 0) {
+            Report(ends[1], errno);
+        }
+        _exit(0);
+    }
+    int failure = child < 0 ? errno : 0;
+    close(ends[1]);
+    if (child > 0) {
+        failure = WaitForReport(ends[0]);
+        while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+        }
+    }
+    close(ends[0]);
+    return failure;
+}

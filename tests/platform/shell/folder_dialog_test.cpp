@@ -1,0 +1,83 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "platform/paths.h"
+#include "platform/shell/desktop_shell.h"
+#include "platform/shell/window_handle.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+// Does what a person would with the dialog, as soon as it is there.
+void WhenShown(const std::function<void(QFileDialog&)>& act) {
+    QTimer::singleShot(0, qApp, [act] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr) {
+            WhenShown(act);
+            return;
+        }
+        act(*dialog);
+    });
+}
+
+void Choose(QFileDialog& dialog, const std::filesystem::path& folder) {
+    auto* const name = dialog.findChild<QLineEdit*>("fileNameEdit");
+    name->setText(QString::fromStdString(folder.string()));
+    QTest::keyClick(name, Qt::Key_Return);
+}
+
+}  // namespace
+
+TEST(FolderDialog, GivesTheFolderAsTheSystemWritesIt) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "out put");
+    WhenShown([&](QFileDialog& dialog) { Choose(dialog, folder / "out put"); });
+    EXPECT_EQ(
+        DesktopShell().BrowseForFolder({}, "Pick"), "Z:" + [&] {
+            std::string path = (folder / "out put").string();
+            std::replace(path.begin(), path.end(), '/', '\\');
+            return path;
+        }());
+}
+
+TEST(FolderDialog, GivesAnEmptyTextWhenCancelled) {
+    WhenShown([](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    EXPECT_EQ(DesktopShell().BrowseForFolder({}, "Pick"), "");
+}
+
+TEST(FolderDialog, BelongsToItsOwnerAndBearsTheTitle) {
+    QWidget window;
+    QWidget form(&window);
+    window.show();
+    QWidget* parent = nullptr;
+    std::string title;
+    WhenShown([&](QFileDialog& dialog) {
+        parent = dialog.parentWidget();
+        title = dialog.windowTitle().toStdString();
+        dialog.reject();
+    });
+    DesktopShell().BrowseForFolder(HandleOf(form), "Where the reports go");
+    EXPECT_EQ(parent, &window);
+    EXPECT_EQ(title, "Where the reports go");
+}
+
+TEST(FolderDialog, BelongsToTheActiveWindowWithoutAnOwner) {
+    QWidget window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QWidget* parent = nullptr;
+    WhenShown([&](QFileDialog& dialog) {
+        parent = dialog.parentWidget();
+        dialog.reject();
+    });
+    DesktopShell().BrowseForFolder({}, "Pick");
+    EXPECT_EQ(parent, &window);
+}

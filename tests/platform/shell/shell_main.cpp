@@ -1,0 +1,49 @@
+// The tests' own desktop: applications and associations lie in folders that only they see. They are read once
+// in a process, so they are set before the first test.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <cstdlib>
+
+#include "support/temporary_folder.h"
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    const TemporaryFolder desktop;
+    std::filesystem::permissions(desktop.Path(), std::filesystem::perms(0755));
+    setenv("OXC_TEST_DESKTOP", desktop.Path().c_str(), 1);
+    setenv("HOME", desktop.Path().c_str(), 1);
+    setenv("XDG_DATA_HOME", (desktop / "data").c_str(), 1);
+    setenv("XDG_CONFIG_HOME", (desktop / "config").c_str(), 1);
+    setenv("XDG_CONFIG_DIRS", (desktop / "none").c_str(), 1);
+    unsetenv("XDG_CURRENT_DESKTOP");
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    const auto applications = desktop / "data/applications";
+    std::filesystem::create_directories(applications);
+    std::filesystem::create_directories(desktop / "config");
+    std::filesystem::create_directories(desktop / "data/mime/packages");
+    // Writes what it was opened with, where it runs and which files it was given, whole or not at all.
+    WriteBytes(
+        desktop / "viewer",
+        "#!/bin/sh\n"
+        "out=\"" +
+            (desktop / "opened").string() +
+            "\"\n"
+            "{ echo \"$1\"; pwd; ls /proc/$$/fd | tr '\\n' ' '; echo; echo \"$$\"; ps -o ppid=,sid= -p $$; "
+            "} > \"$out.part\"\n"
+            "mv \"$out.part\" \"$out\"\n"
+            "[ -z \"$2\" ] || sleep \"$2\"\n");
+    std::filesystem::permissions(desktop / "viewer", std::filesystem::perms(0755));
+    const auto entry = [&](const std::string& name, const std::string& types, const std::string& command) {
+        WriteBytes(applications / (name + ".desktop"), "[Desktop Entry]\nType=Application\nName=" + name +
+                                                           "\nExec=" + command + "\nMimeType=" + types +
+                                                           "\n");
+    };
+    entry("viewer", "text/csv;x-scheme-handler/https;", (desktop / "viewer").string() + " %u");
+    entry("gone", "image/x-tga;", (desktop / "no-such-program").string() + " %f");
+    WriteBytes(desktop / "config/mimeapps.list",
+               "[Default Applications]\ntext/csv=viewer.desktop\nx-scheme-handler/https=viewer.desktop\n"
+               "image/x-tga=gone.desktop\n");
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
