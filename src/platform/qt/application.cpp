@@ -8,6 +8,8 @@
 
 namespace {
 
+bool platformChosen = false;  // by FallBackToOffscreen, not by the user
+
 bool IsSet(const char* name) {
     return !qEnvironmentVariableIsEmpty(name);
 }
@@ -19,6 +21,11 @@ void EndNow(int /*signal*/) {
 }  // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    // Made for this process alone: an editor that it starts must show its windows.
+    if (platformChosen) {
+        qunsetenv("QT_QPA_PLATFORM");
+        platformChosen = false;
+    }
     setApplicationName(AppTitle);
     setQuitOnLastWindowClosed(false);
 }
@@ -51,6 +58,7 @@ void FallBackToOffscreen() {
     if (IsSet("QT_QPA_PLATFORM")) {
         return;
     }
+    platformChosen = true;
     if (IsSet("WAYLAND_DISPLAY")) {
         qputenv("QT_QPA_PLATFORM", "wayland;xcb;offscreen");
     } else {
