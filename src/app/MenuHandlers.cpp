@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "app/DocumentCommands.h"
 #include "app/frmConfig.h"
 #include "app/frmMain.h"
 
@@ -10,10 +11,14 @@ MenuHandler FindMenuHandler(const std::string& entry) {
         {"mnuDesktop", mnuDesktop_Click},
         {"mnuEnd", mnuEnd_Click},
         {"mnuPollInt", mnuPollInt_Click},
+        {"mnuDesign", mnuDesign_Click},
         {"mnuCasc", mnuCasc_Click},
         {"mnuTile", mnuTile_Click},
         {"mnuArr", mnuArr_Click},
         {"mnuAbout", mnuAbout_Click},
+        {"mnuHelp", mnuHelp_Click},
+        {"mnuSupport", mnuSupport_Click},
+        {"mnutbLoad", mnutbLoad_Click},
         {"mnutbExit", mnutbExit_Click},
         // These two close their menu and do nothing else.
         {"mnuNothing", nullptr},

@@ -1,8 +1,10 @@
-// Settings access.
+// Settings access, and the two services of the desktop: opening a document and browsing for a folder.
 #pragma once
 
 #include <cstdint>
 #include <string>
+
+#include "platform/shell.h"
 
 namespace ShellMod {
 
@@ -18,5 +20,22 @@ std::string ReadSetting(std::uint32_t root, const std::string& key, const std::s
 void WriteSetting(std::uint32_t root, const std::string& key, const std::string& name,
                   const std::string& value);
 void CreateSettingsKey(std::uint32_t root, const std::string& key);
+
+// What the last failure of OpenDocument was. A success leaves it as it is.
+extern std::string ShellErrorText;
+
+// How the first window of what is opened shows itself.
+inline constexpr int ShowNormal = 1;
+inline constexpr int ShowMaximized = 3;
+inline constexpr int ShowDefault = 10;
+
+// Opens a file with the program that the machine associates with it. A file with ".exe" anywhere in its path,
+// in any case, is opened with show mode 0. Shows nothing and raises nothing: false says that it failed, and
+// ShellErrorText why.
+bool OpenDocument(const std::string& file, int showMode, const std::string& parameters,
+                  const std::string& directory, std::string& verb, WindowHandle owner);
+
+// The folder that the user picks; empty when there is none: cancelled, or a path of 260 letters and more.
+std::string BrowseForFolderDialog(WindowHandle owner, const std::string& title);
 
 }  // namespace ShellMod

@@ -13,6 +13,7 @@
 #include "platform/rdl/engine/engine.h"
 #include "platform/regfile/registry_file.h"
 #include "platform/report_engine.h"
+#include "platform/shell/desktop_shell.h"
 
 namespace {
 
@@ -49,6 +50,8 @@ int main(int argc, char** argv) {
     }
     SetRegistry(&SettingsFile());
     MAPI::SetMailSystem(&MAPI::MailSystem());
+    DesktopShell shell;
+    SetShell(&shell);
     report::SetEngineFactory(&rdl::engine::CreateRdlEngine);
 
     Global::Main();
