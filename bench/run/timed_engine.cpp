@@ -37,6 +37,7 @@ class TimedReport : public report::Report {
         const Stopwatch::Scope scope(g_exporting);
         m_report->Export(prompt);
     }
+    std::unique_ptr<report::PageView> OpenPages() override { return m_report->OpenPages(); }
 
  private:
     std::shared_ptr<report::Report> m_report;

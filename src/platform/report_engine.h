@@ -1,4 +1,4 @@
-// What the system asks of a report engine: eighteen operations, each named by its role. All fail by raising
+// What the system asks of a report engine: its operations, each named by its role. All fail by raising
 // RuntimeError, and none ever asks a person anything. Paths are the system's (platform/paths.h).
 #pragma once
 
@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/dates.h"
+#include "platform/report_view.h"
 #include "platform/runtime.h"
 
 namespace report {
@@ -71,6 +72,9 @@ class Report {
     virtual void SetHtmlOptions(bool o1, bool o2) = 0;
     // Runs the report and writes or mails it; returns when done. A file appears whole or not at all.
     virtual void Export(bool prompt) = 0;
+    // Runs the report for the screen, with its parameters, logon and formula as they are now. The report
+    // outlives its pages.
+    virtual std::unique_ptr<PageView> OpenPages() = 0;
 };
 
 class Engine {

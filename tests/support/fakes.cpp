@@ -296,6 +296,9 @@ class FakeReport : public report::Report {
             m_engine.onExport(m_destination == report::DestinationMail ? "mail" : m_file);
         }
     }
+    std::unique_ptr<report::PageView> OpenPages() override {
+        return std::make_unique<FakePageView>(m_spec.pages, m_engine.calls);
+    }
 
  private:
     void Note(const std::string& call) { m_engine.calls.push_back(call); }

@@ -18,6 +18,7 @@
 #include "platform/prompts.h"
 #include "platform/registry.h"
 #include "platform/report_engine.h"
+#include "support/fake_pages.h"
 
 namespace fakes {
 
@@ -174,6 +175,7 @@ struct FakeReportSpec {
     int tables = 1;
     std::vector<int> parameterTypes;
     std::optional<RuntimeError> exportError;
+    FakePages pages;  // for the screen
 };
 
 class FakeEngine : public report::Engine {

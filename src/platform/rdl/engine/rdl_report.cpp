@@ -9,6 +9,7 @@
 #include "platform/rdl/engine/export_mail.h"
 #include "platform/rdl/engine/failure.h"
 #include "platform/rdl/engine/file_output.h"
+#include "platform/rdl/engine/page_view.h"
 #include "platform/rdl/engine/parameter_values.h"
 #include "platform/rdl/engine/private_folder.h"
 #include "platform/rdl/engine/run.h"
@@ -156,6 +157,10 @@ void RdlReport::Export(bool) {
         throw RuntimeError(InvalidOption, "The export has no file name");
     }
     ExportToFile(format, paths::ToMachine(name));
+}
+
+std::unique_ptr<report::PageView> RdlReport::OpenPages() {
+    return std::make_unique<RdlPageView>(Run("RPL"));
 }
 
 void RdlReport::ExportToFile(const ExportFormat& format, const std::filesystem::path& target) {

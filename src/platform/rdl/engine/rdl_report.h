@@ -46,6 +46,7 @@ class RdlReport : public report::Report {
     void SetExcelOptions(bool, bool, bool, bool, int) override {}
     void SetHtmlOptions(bool, bool) override {}
     void Export(bool prompt) override;
+    std::unique_ptr<report::PageView> OpenPages() override;
 
     // Beyond what the system asks for.
     const Definition& TheDefinition() const { return m_definition; }

@@ -101,6 +101,9 @@ class PageStream {
     virtual ~PageStream() = default;
     // False behind the last page.
     virtual bool NextBody(Page& content) = 0;
+    // Header and footer say how many pages there are.
+    virtual bool UsesTotals() const = 0;
+    // Header and footer of a page from 0. A total of 0: not known, and its mark stands in the texts.
     virtual void MarginsOf(int page, int total, Page& content) = 0;
 };
 std::unique_ptr<PageStream> OpenPages(ReportInstance& report, const Limits& limits = {});

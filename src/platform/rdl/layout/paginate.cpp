@@ -67,7 +67,7 @@ class Pages final : public PageStream {
         }
     }
 
-    bool UsesTotals() const {
+    bool UsesTotals() const override {
         return std::any_of(m_report.sections.begin(), m_report.sections.end(), [](const auto& section) {
             return section->usesTotalPages && section->page.headerHeight + section->page.footerHeight > 0;
         });

@@ -1,0 +1,157 @@
+#include "platform/rdl/engine/page_view.h"
+
+#include <algorithm>
+
+#include "platform/rdl/engine/failure.h"
+#include "platform/rdl/screen/letters.h"
+#include "platform/rdl/screen/page_codec.h"
+#include "platform/rdl/writers/flow.h"
+
+namespace rdl::engine {
+namespace {
+
+constexpr std::uint16_t NoGlyph = 0xFFFF;  // no font has it: nothing is drawn
+
+bool HasMark(const layout::Page& page, const layout::TextOp& op, const text::Glyph& glyph) {
+    constexpr std::string_view FirstBytes = "\xEE\x80";  // of all the marks
+    return page.text.compare(op.textBegin + glyph.cluster, FirstBytes.size(), FirstBytes) == 0;
+}
+
+// Where the number of pages is not known yet its place stays empty.
+void DropPageMarks(layout::Page& page) {
+    for (const layout::Op& op : page.ops) {
+        const auto* text = std::get_if<layout::TextOp>(&op);
+        if (!text || std::string_view(page.text)
+                             .substr(text->textBegin, text->textEnd - text->textBegin)
+                             .find("\xEE\x80") == std::string_view::npos) {
+            continue;
+        }
+        for (std::uint32_t i = text->firstGlyph; i < text->firstGlyph + text->glyphCount; ++i) {
+            if (HasMark(page, *text, page.glyphs[i])) {
+                page.glyphs[i].id = NoGlyph;
+            }
+        }
+    }
+    for (std::size_t at = 0; (at = page.text.find("\xEE\x80", at)) != std::string::npos;) {
+        page.text.replace(at, 3, "   ");
+    }
+}
+
+}  // namespace
+
+RdlPageView::RdlPageView(std::shared_ptr<layout::ReportInstance> instance) : m_instance(std::move(instance)) {
+    Stage(RunFailed, [&] { m_stream = layout::OpenPages(*m_instance); });
+    m_usesTotals = m_stream->UsesTotals();
+}
+
+std::size_t RdlPageView::Index(int n) const {
+    if (n < 1 || n > PagesMade()) {
+        throw RuntimeError(err::SubscriptOutOfRange);
+    }
+    return static_cast<std::size_t>(n) - 1;
+}
+
+bool RdlPageView::Reach(int n) {
+    while (PagesMade() < n && !m_allMade) {
+        if (m_failure) {
+            throw RuntimeError(*m_failure);
+        }
+        try {
+            Stage(RunFailed, [&] { MakePage(); });
+        } catch (const RuntimeError& error) {
+            m_failure = error;
+            throw;
+        }
+    }
+    return PagesMade() >= n;
+}
+
+void RdlPageView::MakePage() {
+    layout::Page page;
+    if (!m_stream->NextBody(page)) {
+        m_allMade = true;
+        m_kept.clear();
+        if (!m_usesTotals) {
+            m_stream.reset();
+            m_instance.reset();
+        }
+        return;
+    }
+    if (!m_usesTotals) {
+        AddMarginsOf(PagesMade(), 0, page);
+    }
+    m_archive.Add(page);
+    NoteAnchors(page);
+}
+
+void RdlPageView::AddMarginsOf(int index, int total, layout::Page& page) {
+    layout::Page margins;
+    m_stream->MarginsOf(index, total, margins);
+    if (total == 0) {
+        DropPageMarks(margins);
+    }
+    screen::AppendPage(page, margins);
+}
+
+void RdlPageView::NoteAnchors(const layout::Page& page) {
+    for (const layout::Op& op : page.ops) {
+        const auto* anchor = std::get_if<layout::AnchorOp>(&op);
+        if (!anchor) {
+            continue;
+        }
+        if (!anchor->bookmark.empty()) {
+            m_bookmarks.try_emplace(anchor->bookmark, Place{PagesMade(), anchor->y});
+        }
+        if (!anchor->label.empty()) {
+            m_map.push_back({anchor->label, anchor->level, PagesMade(), anchor->y});
+        }
+    }
+}
+
+std::shared_ptr<const layout::Page> RdlPageView::Content(int n) {
+    constexpr std::size_t MostKept = 8;
+    const auto known =
+        std::find_if(m_kept.begin(), m_kept.end(), [n](const Kept& kept) { return kept.page == n; });
+    if (known != m_kept.end()) {
+        m_kept.splice(m_kept.begin(), m_kept, known);
+        return m_kept.front().content;
+    }
+    auto page = std::make_shared<layout::Page>(m_archive.At(Index(n)));
+    if (m_usesTotals) {
+        AddMarginsOf(n - 1, m_allMade ? PagesMade() : 0, *page);
+    }
+    m_kept.push_front({n, page});
+    if (m_kept.size() > MostKept) {
+        m_kept.pop_back();
+    }
+    return page;
+}
+
+void RdlPageView::Draw(int n, QPainter& painter) {
+    Stage(RunFailed, [&] { m_painter.Draw(*Content(n), painter); });
+}
+
+std::vector<report::Letter> RdlPageView::Letters(int n) {
+    return Stage(RunFailed, [&] { return screen::LettersOf(*Content(n)); });
+}
+
+std::vector<report::Link> RdlPageView::Links(int n) {
+    return Stage(RunFailed, [&] {
+        std::vector<report::Link> links;
+        for (const layout::Op& op : Content(n)->ops) {
+            const auto* link = std::get_if<layout::LinkOp>(&op);
+            if (!link) {
+                continue;
+            }
+            const report::Area area{link->x, link->y, link->width, link->height};
+            if (const auto place = m_bookmarks.find(link->bookmark); place != m_bookmarks.end()) {
+                links.push_back({area, {}, place->second.page, place->second.y});
+            } else if (std::string uri = writers::SafeLink(link->uri); !uri.empty()) {
+                links.push_back({area, std::move(uri)});
+            }
+        }
+        return links;
+    });
+}
+
+}  // namespace rdl::engine
