@@ -65,8 +65,8 @@ class Courier:
         environment.update(self.extra_environment)
         return environment
 
-    def start(self, prefix=()):
-        self.process = subprocess.Popen([*prefix, str(self.app / "oxc"), "-sched"], stdout=self.log,
+    def start(self, prefix=(), arguments=("-sched",)):
+        self.process = subprocess.Popen([*prefix, str(self.app / "oxc"), *arguments], stdout=self.log,
                                         stderr=subprocess.STDOUT, env=self.environment())
         return self.process
 
@@ -114,6 +114,46 @@ class Courier:
         for number, value in enumerate(values, 1):
             self.sql("insert into ReportParameter values(?,?,?)", key, "P%d" % number, value)
 
+    def package(self, reports=(), **columns):
+        """Puts a due package in; returns its key. A report is (format word, sample's name or path, values)."""
+        destination = self.folder / "packages"
+        destination.mkdir(exist_ok=True)
+        row = dict(ClientName="NONE", BatchName="Pack", Recipients="ann@example.com;bob@example.com;",
+                   Frequency="Daily", RunTime="00:00", StartDate="2000-01-01", EndDate="3000-12-31",
+                   NextRunDate=time.strftime("%Y-%m-%d"), Subject="Package", Message="Good morning",
+                   Destination=system_path(destination) + "\\", MailBatch="T")
+        row.update(columns)
+        connection = sqlite3.connect(self.database, timeout=10)
+        # Whole or not at all: a poll that falls between must not see half a package.
+        with connection:
+            key = connection.execute("insert into ReportBatch(%s) values(%s)" % (",".join(row), ",".join("?" * len(row))),
+                                     list(row.values())).lastrowid
+            for number, (word, report, *values) in enumerate(reports, 1):
+                self._package_report(connection, key, number, word, report, values)
+        connection.close()
+        return key
+
+    def _package_report(self, connection, key, number, word, report, values):
+        path = pathlib.Path(report)
+        if not path.is_absolute():
+            path = self.app / "samples" / report
+        detail = connection.execute(
+            "insert into ReportBatchDtls(ReportID, ReportTitle, ReportPath, ReportFormat) values(?,?,?,?)",
+            (key, "%d>%s" % (number, path.name), system_path(path), word)).lastrowid
+        for value in values:
+            connection.execute("insert into ReportBatchPar(ReportID, DetailID, ParValue) values(?,?,?)",
+                               (key, detail, value))
+
+    def package_files(self):
+        """Content by name of what packages left in their folder."""
+        return {path.name: path.read_bytes() for path in sorted((self.folder / "packages").iterdir())}
+
+    def package_history(self):
+        return self.sql("select ReportID, LastRun, Success, ErrMsg from ReportBatchHstry order by rowid")
+
+    def package_next_run(self, key):
+        return self.sql("select NextRunDate from ReportBatch where ReportID = ?", key)[0][0]
+
     def history(self, key=None):
         rows = self.sql("select ReportID, LastRun, Status, ErrMsg from ReportHistory")
         return [row for row in rows if key is None or row[0] == key]
@@ -129,13 +169,20 @@ class Courier:
             if self.process and self.process.poll() is not None:
                 if condition():
                     return
-                raise AssertionError("the scheduler ended with %s:\n%s" % (self.process.returncode, self.said()))
+                raise AssertionError("the program ended with %s:\n%s" % (self.process.returncode, self.said()))
             time.sleep(0.05)
-        raise AssertionError("no %s within %s s; history %s; said:\n%s" % (what, seconds, self.history(), self.said()))
+        raise AssertionError("no %s within %s s; history %s, of packages %s; said:\n%s" % (
+            what, seconds, self.history(), self.package_history(), self.said()))
 
     def run_until_history(self, count=1, seconds=30):
         self.start()
         self.wait(lambda: len(self.history()) >= count, seconds, "%d history rows" % count)
+        self.stop()
+
+    def run_until_package_history(self, count=1, seconds=60):
+        """Until the rows of the poll, and the alert behind a failure's row, are there."""
+        self.start()
+        self.wait(lambda: len(self.package_history()) >= count, seconds, "%d history rows of packages" % count)
         self.stop()
 
     def mails(self):

@@ -1,62 +1,12 @@
 """Mail against a real server on loopback: each failure takes its road, nothing goes out twice and nothing is lost."""
 
-import email
-import email.policy
-import pathlib
-import socket
-import subprocess
-import sys
 import time
 import unittest
 
-from harness import SUPPORT, CourierTest
-
-MAILBOX = "Your mailbox is over the limit or the Exchange Server is down! Sending mail failed"
+from mail_server import MAILBOX, MailTest, free_port
 
 
-def free_port():
-    with socket.socket() as probe:
-        probe.bind(("127.0.0.1", 0))
-        return probe.getsockname()[1]
-
-
-class Server:
-    def __init__(self, folder, *arguments, port=0):
-        self.folder = pathlib.Path(folder)
-        self.process = subprocess.Popen([sys.executable, str(SUPPORT / "smtp_server.py"), "--port", str(port),
-                                         *arguments, str(folder)], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        self.port = int(self.process.stdout.readline())
-
-    def close(self):
-        self.process.kill()
-        self.process.wait()
-        self.process.stdin.close()
-        self.process.stdout.close()
-
-    def messages(self):
-        found = []
-        for path in sorted(self.folder.glob("*.eml")):
-            with open(path, "rb") as file:
-                found.append(email.message_from_binary_file(file, policy=email.policy.default))
-        return found
-
-    def reports(self):
-        return [m for m in self.messages() if m["Subject"] == "Figures"]
-
-    def alerts(self):
-        return [m for m in self.messages() if m["Subject"] == "Pressroom Error"]
-
-
-class Mail(CourierTest):
-    def serve(self, *arguments, port=0, name="mail"):
-        server = Server(self.courier.folder / name, *arguments, port=port)
-        self.addCleanup(server.close)
-        return server
-
-    def use(self, port, security="none", more=""):
-        self.courier.profile("Transport=smtp\nHost=127.0.0.1\nPort=%d\nSecurity=%s\nTimeout=2\n%s"
-                             % (port, security, more))
-
+class Mail(MailTest):
     def assert_once(self, server, key):
         self.courier.wait(lambda: self.courier.history(key), what="history row")
         self.assertEqual(self.courier.history(key)[0][2], "Success")

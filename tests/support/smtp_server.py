@@ -17,7 +17,7 @@ from aiosmtpd.smtp import SMTP, AuthResult
 MODES = {
     "accept": "takes every message",
     "reject-recipient": "550 to the recipient given by --recipient",
-    "full-recipient": "452 to every recipient",
+    "full-recipient": "452 to every recipient, or to the one given by --recipient",
     "full-message": "552 to the content",
     "dangerous-message": "552 5.7.0 to the content, which is no word on the mailbox",
     "reject-sender": "550 to MAIL FROM",
@@ -64,7 +64,7 @@ class Handler:
     async def handle_RCPT(self, server, session, envelope, address, rcpt_options):
         if self.options.mode == "reject-recipient" and address == self.options.recipient:
             return "550 5.1.1 nobody's here by that name"
-        if self.options.mode == "full-recipient":
+        if self.options.mode == "full-recipient" and self.options.recipient in ("", address):
             return "452 4.2.2 mailbox is full"
         envelope.rcpt_tos.append(address)
         return "250 OK"
@@ -169,7 +169,7 @@ def read_options():
     parser.add_argument("folder", help="where messages, talk.log and certificates go; made when missing")
     parser.add_argument("--mode", choices=MODES, default="accept", metavar="MODE", help="see below")
     parser.add_argument("--port", type=int, default=0, help="0 (the default): a free one")
-    parser.add_argument("--recipient", default="", help="the one that reject-recipient refuses")
+    parser.add_argument("--recipient", default="", help="the one that is refused")
     parser.add_argument("--security", choices=("none", "starttls", "tls"), default="none")
     parser.add_argument("--certificate-name", default="127.0.0.1",
                         help="what the certificate is for; its authority is ca.pem in the folder")
