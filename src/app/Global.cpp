@@ -19,12 +19,33 @@ std::int16_t DeskCount = 0;
 std::int16_t DeskIndex = 0;
 std::string CurrentFolderID;
 std::string CurrentFolder;
+std::int16_t FolderClicks = 0;
 
 std::shared_ptr<report::Engine> ReportEngine;
 std::shared_ptr<report::Report> CurrentReport;
 
 std::array<std::string, 21> AttachmentList;
 std::vector<std::string> RecipientList;
+
+std::vector<std::string> ParNames;
+std::vector<std::string> ParValues;
+std::string ParCaller;
+std::string ParReportName;
+bool ParCancelled = false;
+std::string SelectedReportID;
+std::int32_t PackageCounter = 0;
+std::string PackageFormat;
+
+namespace {
+
+const std::string& SlotFromOne(const std::vector<std::string>& list, int index) {
+    if (index < 1 || index >= static_cast<int>(list.size())) {
+        throw RuntimeError(err::SubscriptOutOfRange);
+    }
+    return list[static_cast<std::size_t>(index)];
+}
+
+}  // namespace
 
 DeskWindow& ActiveDesk() {
     if (DeskIndex < 0 || DeskIndex >= static_cast<int>(DeskWindows.size())) {
@@ -45,10 +66,15 @@ std::string& AttachmentSlot(int index) {
 }
 
 const std::string& RecipientSlot(int index) {
-    if (index < 1 || index >= static_cast<int>(RecipientList.size())) {
-        throw RuntimeError(err::SubscriptOutOfRange);
-    }
-    return RecipientList[static_cast<std::size_t>(index)];
+    return SlotFromOne(RecipientList, index);
+}
+
+const std::string& ParNameSlot(int index) {
+    return SlotFromOne(ParNames, index);
+}
+
+const std::string& ParValueSlot(int index) {
+    return SlotFromOne(ParValues, index);
 }
 
 report::Report& OpenReport(const std::string& path) {

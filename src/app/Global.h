@@ -33,6 +33,7 @@ extern std::int16_t DeskIndex;
 DeskWindow& ActiveDesk();
 extern std::string CurrentFolderID;
 extern std::string CurrentFolder;
+extern std::int16_t FolderClicks;  // on the folder tree of the Desktop windows
 
 // The engine is made at its first use and lives as long as the process. Every open replaces CurrentReport.
 extern std::shared_ptr<report::Engine> ReportEngine;
@@ -44,6 +45,21 @@ extern std::vector<std::string> RecipientList;
 // 9 "Subscript out of range" outside 0 to 20.
 std::string& AttachmentSlot(int index);
 const std::string& RecipientSlot(int index);
+
+// What travels through the parameter dialog. Slot 0 of both lists is never used.
+extern std::vector<std::string> ParNames;
+extern std::vector<std::string> ParValues;
+extern std::string ParCaller;      // the form that shows the dialog: what becomes of the values hangs on it
+extern std::string ParReportName;  // under which the package wizard's values are kept
+extern bool ParCancelled;
+// 9 "Subscript out of range" outside the list.
+const std::string& ParNameSlot(int index);
+const std::string& ParValueSlot(int index);
+
+extern std::string SelectedReportID;  // the schedule that Report Properties opens
+// The package wizard's: the running number of its reports, and the format word of them all.
+extern std::int32_t PackageCounter;
+extern std::string PackageFormat;
 
 // Opens a report file in the engine; it becomes CurrentReport. On an error CurrentReport stays as it was.
 report::Report& OpenReport(const std::string& path);
