@@ -88,6 +88,35 @@ TEST_F(StartUp, SettingsHaveTheirDefaults) {
                                             "\\PressroomLive.dat;Persist Security Info=False");
 }
 
+TEST_F(StartUp, SettingsOfAnotherTypeHaveTheirDefaults) {
+    NoFirstRun();
+    for (const char* name : {"Poll", "Output", "CRWPath", "AlertWho", "DefPath"}) {
+        registry.keys[ShellMod::SettingsKey][name] = {4, std::string("\x1e\0\0\0", 4)};
+    }
+    Global::Main();
+    EXPECT_EQ(Global::PollSeconds, 15);
+    EXPECT_EQ(Global::OutputPath, AppPath() + "\\Output\\");
+    EXPECT_EQ(Global::DesignerPath, "");
+    EXPECT_EQ(Global::AlertWho, "");
+    EXPECT_EQ(Global::DefPath, AppPath());
+}
+
+TEST_F(StartUp, IntervalSavedInTheEditorDoesNotReachARunningScheduler) {
+    NoFirstRun();
+    Setting("Poll", "2");
+    Global::Main();
+    Setting("Poll", "60");
+    Texts tips;
+    for (int tick = 0; tick < 4; ++tick) {
+        frmMain::Instance().Timer1_Timer();
+        tips.push_back(frmMain::Instance().TrayIcon1->Tip());
+    }
+    EXPECT_EQ(tips, (Texts{"Time to poll: 1", "Time to poll: 0", "Time to poll: 2", "Time to poll: 1"}));
+    EXPECT_EQ(Global::PollSeconds, 2);
+    Global::Main();  // the next start reads it
+    EXPECT_EQ(Global::PollSeconds, 60);
+}
+
 TEST_F(StartUp, OutputWithoutBackslashGetsOneInTheVariableOnly) {
     NoFirstRun();
     Setting("Output", "Z:\\srv\\out");
