@@ -68,6 +68,13 @@ TEST_F(StartUp, FirstRunCopiesTheBlankDatabaseBeforeAnythingOpensIt) {
     EXPECT_TRUE(std::filesystem::exists(database.Folder() / "PressroomLive.dat"));
 }
 
+TEST_F(StartUp, FirstRunInAFolderWithBothFilesLeavesTheLiveFileAsItIs) {
+    database.Run("insert into Folders(FolderName, Parent) values('Mine', 0)");
+    Global::Main();
+    EXPECT_EQ(database.Rows("select FolderName from Folders"), Texts{"Mine"});
+    EXPECT_TRUE(prompts.boxes.empty());
+}
+
 TEST_F(StartUp, LaterRunsWriteNothing) {
     NoFirstRun();
     Global::Main();
@@ -162,6 +169,39 @@ TEST_F(StartUp, EditorShowsItsWindowsAndPurges) {
     const Texts statements = database.TakeStatements();
     ASSERT_EQ(statements.size(), 2U);
     EXPECT_EQ(statements[0], "delete from reporthistory where datediff('d',lastrun, Now()) > 30");
+}
+
+TEST_F(StartUp, EditorShowsNoTrayIcon) {
+    NoFirstRun();
+    frmMain::Instance().TrayIcon1->SetEnabled(false);
+    frmMain::Instance().TrayIcon1->SetVisible(false);
+    SetCommand({});
+    Global::Main();
+    EXPECT_FALSE(frmMain::Instance().TrayIcon1->IsShown());
+}
+
+TEST_F(StartUp, HistoryMomentThatIsNoDateIsShownByTheEditorWhichStays) {
+    NoFirstRun();
+    database.Run("insert into ReportHistory values(1,'soon','Success','None')");
+    SetCommand({});
+    Global::Main();
+    EXPECT_EQ(
+        prompts.boxes,
+        (std::vector<fakes::Box>{{"Oxbow Courier encountred an error. Data type mismatch in the statement; "
+                                  "the value \"soon\" is not a date [-2147217913]",
+                                  48, "Oxbow Courier"}}));
+    EXPECT_TRUE(process.ends.empty());
+    EXPECT_EQ(Global::DeskCount, 1);
+}
+
+TEST_F(StartUp, SchedulerPurgesNothing) {
+    NoFirstRun();
+    database.Run(
+        "insert into ReportHistory values(1,'2000-01-01 00:00:00','Success','None');"
+        "insert into ReportBatchHstry values('1','2000-01-01,00:00:00','T',null)");
+    Global::Main();
+    EXPECT_EQ(database.Rows("select ReportID from ReportHistory"), Texts{"1"});
+    EXPECT_EQ(database.Rows("select ReportID from ReportBatchHstry"), Texts{"1"});
 }
 
 TEST_F(StartUp, EditorGoesOnWithoutADatabase) {
