@@ -136,7 +136,8 @@ class Courier:
         connection = sqlite3.connect(self.database, timeout=10)
         # Whole or not at all: a poll that falls between must not see half a package.
         with connection:
-            key = connection.execute("insert into ReportBatch(%s) values(%s)" % (",".join(row), ",".join("?" * len(row))),
+            marks = ",".join("?" * len(row))
+            key = connection.execute("insert into ReportBatch(%s) values(%s)" % (",".join(row), marks),
                                      list(row.values())).lastrowid
             for number, (word, report, *values) in enumerate(reports, 1):
                 self._package_report(connection, key, number, word, report, values)
