@@ -1,0 +1,60 @@
+// What may be typed behind oxc-mail, and what is said about the rest.
+#include "tools/oxc_mail/mail_arguments.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using tools::MailCommand;
+using tools::ParseMailArguments;
+
+std::string ComplaintAbout(const std::vector<std::string>& arguments) {
+    try {
+        ParseMailArguments(arguments);
+    } catch (const tools::MailUsageError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+}  // namespace
+
+TEST(MailArguments, NoArgumentsMeanTheWindow) {
+    EXPECT_EQ(ParseMailArguments({}).command, MailCommand::Window);
+}
+
+TEST(MailArguments, CommandsAreKnownByTheirWords) {
+    EXPECT_EQ(ParseMailArguments({"--help"}).command, MailCommand::Help);
+    EXPECT_EQ(ParseMailArguments({"-h"}).command, MailCommand::Help);
+    EXPECT_EQ(ParseMailArguments({"--version"}).command, MailCommand::Version);
+    EXPECT_EQ(ParseMailArguments({"show"}).command, MailCommand::Show);
+    EXPECT_EQ(ParseMailArguments({"password"}).command, MailCommand::Password);
+    EXPECT_EQ(ParseMailArguments({"check"}).command, MailCommand::Check);
+    EXPECT_EQ(ParseMailArguments({"test", "ann@example.com"}).recipient, "ann@example.com");
+    EXPECT_EQ(ComplaintAbout({"mail"}), "\"mail\" is no command");
+}
+
+TEST(MailArguments, SetTakesKeysInAnyCaseAndValuesAsTheyStand) {
+    const auto arguments = ParseMailArguments({"set", "HOST=mail.example.com", "from=a=b ; c", "Port="});
+    ASSERT_EQ(arguments.values.size(), 3u);
+    EXPECT_EQ(arguments.values[0], (std::pair<std::string, std::string>("Host", "mail.example.com")));
+    EXPECT_EQ(arguments.values[1], (std::pair<std::string, std::string>("From", "a=b ; c")));
+    EXPECT_EQ(arguments.values[2], (std::pair<std::string, std::string>("Port", "")));
+}
+
+TEST(MailArguments, PasswordOnTheLineIsRefusedAndNotRepeated) {
+    EXPECT_EQ(ComplaintAbout({"set", "paSSword=s3cret"}),
+              "a password on the command line can be read by others; use: oxc-mail password");
+    EXPECT_EQ(ComplaintAbout({"set", "Pasword=s3cret"}), "the mail profile has no key \"Pasword\"");
+    EXPECT_EQ(ComplaintAbout({"set", "s3cret"}), "set wants Key=Value");
+    EXPECT_EQ(ComplaintAbout({"password", "s3cret"}), "\"password\" takes no arguments");
+}
+
+TEST(MailArguments, MissingOrSurplusArgumentsAreTold) {
+    EXPECT_EQ(ComplaintAbout({"set"}), "set wants Key=Value");
+    EXPECT_EQ(ComplaintAbout({"set", "=x"}), "set wants Key=Value");
+    EXPECT_EQ(ComplaintAbout({"test"}), "test wants one recipient");
+    EXPECT_EQ(ComplaintAbout({"test", ""}), "test wants one recipient");
+    EXPECT_EQ(ComplaintAbout({"test", "a@b.c", "d@e.f"}), "test wants one recipient");
+    EXPECT_EQ(ComplaintAbout({"check", "now"}), "\"check\" takes no arguments");
+}

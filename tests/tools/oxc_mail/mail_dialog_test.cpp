@@ -1,0 +1,285 @@
+// The window, driven as a person does.
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTest>
+#include <QTimer>
+
+#include "support/smtp_server.h"
+#include "tools/oxc_mail/mail_dialog.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+class MailWindow : public testing::Test {
+ public:
+    void SetUp() override { setenv("XDG_CONFIG_HOME", (m_folder / "config").c_str(), 1); }
+
+    std::filesystem::path File() const { return m_folder / "config" / "oxbow-courier" / "mail.ini"; }
+    std::string Profile() const { return ReadBytes(File()); }
+    void WriteProfile(const std::string& lines) {
+        std::filesystem::create_directories(File().parent_path());
+        WriteBytes(File(), "[Profile]\nFrom=Reports <r@example.com>\n" + lines);
+    }
+    void Open() {
+        m_dialog = std::make_unique<MailDialog>();
+        m_dialog->show();
+        m_dialog->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+    }
+    template <typename Control>
+    Control* Find(const char* name) const {
+        auto* control = m_dialog->findChild<Control*>(name);
+        EXPECT_NE(control, nullptr) << name;
+        return control;
+    }
+    QLineEdit* Edit(const char* name) const { return Find<QLineEdit>(name); }
+    void Type(const char* name, const char* text) const {
+        Edit(name)->setFocus();
+        Edit(name)->selectAll();
+        QTest::keyClicks(Edit(name), text);
+        QTest::keyClick(Edit(name), Qt::Key_Tab);
+    }
+    void Click(const char* name) const { QTest::mouseClick(Find<QPushButton>(name), Qt::LeftButton); }
+    std::string Result() const { return Find<QPlainTextEdit>("txtResult")->toPlainText().toStdString(); }
+    std::string ResultOfWork() const {
+        auto* stop = Find<QPushButton>("cmdStop");
+        auto* check = Find<QPushButton>("cmdCheck");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return check->isEnabled() && !stop->isEnabled(); }, 10000));
+        return Result();
+    }
+    // Clicks the button of the box that the next step opens.
+    void Answer(QMessageBox::StandardButton button) {
+        QTimer::singleShot(0, m_dialog.get(), [this, button] {
+            auto* box = m_dialog->findChild<QMessageBox*>();
+            ASSERT_NE(box, nullptr);
+            m_asked = box->text().toStdString();
+            box->button(button)->click();
+        });
+    }
+
+ protected:
+    TemporaryFolder m_folder;
+    std::unique_ptr<MailDialog> m_dialog;
+    std::string m_asked;
+};
+
+std::string At(const SmtpServer& server, const std::string& more) {
+    return "Transport=smtp\nHost=127.0.0.1\nSecurity=none\nTimeout=5\nPort=" + std::to_string(server.Port()) +
+           "\n" + more;
+}
+
+}  // namespace
+
+TEST_F(MailWindow, NewProfileIsFilledInAndSaved) {
+    Open();
+    EXPECT_EQ(Result(),
+              "There is no mail profile yet. Fill this in, try it with Check and store it with Save.");
+    Type("txtName", "Reports, daily");
+    Type("txtAddress", "r@example.com");
+    Type("txtHost", "mail.example.com");
+    Type("txtUser", "ann");
+    Type("txtPassword", "s3cret ; x");
+    Click("cmdSave");
+    EXPECT_EQ(Result(), "Saved. The next mail goes out this way.");
+    EXPECT_EQ(Profile(),
+              "[Profile]\nFrom=\"Reports, daily\" "
+              "<r@example.com>\nHost=mail.example.com\nTransport=smtp\nUser=ann\n"
+              "Password=\"s3cret ; x\"\n");
+    EXPECT_EQ(Edit("txtPassword")->text(), "");
+    EXPECT_EQ(Edit("txtPassword")->placeholderText(), "stored");
+}
+
+TEST_F(MailWindow, SavingChangesOnlyWhatWasChanged) {
+    WriteProfile(
+        "; ours\nTransport = SMTP ; the way\nHost=a.example.com\nPort=587\nStrange=1\nPassword=s3cret\n");
+    Open();
+    Type("txtHost", "b.example.com");
+    Click("cmdSave");
+    EXPECT_EQ(
+        Profile(),
+        "[Profile]\nFrom=Reports <r@example.com>\n; ours\nTransport = SMTP ; the way\nHost=b.example.com\n"
+        "Port=587\nStrange=1\nPassword=s3cret\n");
+}
+
+TEST_F(MailWindow, StoredPasswordNeverReachesAControl) {
+    WriteProfile("Transport=smtp\nHost=h\nUser=ann\nPassword=s3cret\n");
+    Open();
+    for (const QLineEdit* edit : m_dialog->findChildren<QLineEdit*>()) {
+        EXPECT_FALSE(edit->text().contains("s3cret")) << edit->objectName().toStdString();
+    }
+    EXPECT_EQ(Edit("txtPassword")->echoMode(), QLineEdit::Password);
+    EXPECT_FALSE(Find<QCheckBox>("chkShow")->isChecked());
+    Find<QCheckBox>("chkShow")->click();
+    EXPECT_EQ(Edit("txtPassword")->echoMode(), QLineEdit::Normal);
+}
+
+TEST_F(MailWindow, ForgottenPasswordGoesWithTheNextSave) {
+    WriteProfile("Transport=smtp\nHost=h\nPassword=s3cret\n");
+    Open();
+    Click("cmdForget");
+    EXPECT_THAT(Profile(), HasSubstr("s3cret"));
+    Click("cmdSave");
+    EXPECT_THAT(Profile(), Not(HasSubstr("Password")));
+    EXPECT_EQ(Edit("txtPassword")->placeholderText(), "none stored");
+}
+
+TEST_F(MailWindow, PortFollowsTheEncryptionUnlessItWasChosen) {
+    WriteProfile("Transport=smtp\nHost=h\n");
+    Open();
+    auto* security = Find<QComboBox>("cboSecurity");
+    auto* port = Find<QSpinBox>("spnPort");
+    EXPECT_EQ(port->value(), 587);
+    QTest::keyClick(security, Qt::Key_Down);
+    EXPECT_EQ(port->value(), 465);
+    QTest::keyClick(security, Qt::Key_Down);
+    EXPECT_EQ(port->value(), 25);
+    EXPECT_FALSE(Find<QCheckBox>("chkVerify")->isEnabled());
+    port->setValue(2525);
+    QTest::keyClick(security, Qt::Key_Up);
+    EXPECT_EQ(port->value(), 2525);
+    Click("cmdSave");
+    EXPECT_THAT(Profile(), HasSubstr("Port=2525\nSecurity=tls\n"));
+}
+
+TEST_F(MailWindow, BrokenProfileOpensWithWhatCanBeReadAndIsRepairedBySaving) {
+    WriteProfile("Transport=smtp\nHost=mail.example.com\nSecurity=maybe\n");
+    Open();
+    EXPECT_THAT(Result(), HasSubstr("Security is \"maybe\", not none, starttls or tls."));
+    EXPECT_EQ(Edit("txtHost")->text(), "mail.example.com");
+    Click("cmdSave");
+    EXPECT_THAT(Profile(), HasSubstr("Security=starttls\n"));
+}
+
+TEST_F(MailWindow, ProfileThatMakesNoSenseIsNotSaved) {
+    WriteProfile("Transport=outbox\n");
+    const std::string before = Profile();
+    Open();
+    Type("txtAddress", "nobody");
+    Click("cmdSave");
+    EXPECT_THAT(Result(), StartsWith("Not saved: "));
+    EXPECT_THAT(Result(), HasSubstr("is not a mail address"));
+    EXPECT_EQ(Profile(), before);
+}
+
+TEST_F(MailWindow, AddressBookShowsItsNumberOfEntries) {
+    WriteProfile("Transport=outbox\n");
+    WriteBytes(m_folder / "a.vcf", "BEGIN:VCARD\nFN:Ann\nEMAIL:ann@example.com\nEND:VCARD\n");
+    Open();
+    EXPECT_EQ(Find<QLabel>("lblEntries")->text(), "no address book");
+    Type("txtVCard", (m_folder / "a.vcf").c_str());
+    EXPECT_EQ(Find<QLabel>("lblEntries")->text(), "1 entry");
+    Type("txtVCard", "/no/such.vcf");
+    EXPECT_EQ(Find<QLabel>("lblEntries")->text(),
+              "The address book \"/no/such.vcf\" is missing or cannot be read");
+}
+
+TEST_F(MailWindow, CheckTriesWhatStandsInTheWindow) {
+    const SmtpServer server({"--user", "ann", "--password", "right"});
+    WriteProfile(At(server, "User=ann\nPassword=wr0ng\n"));
+    Open();
+    Click("cmdCheck");
+    EXPECT_THAT(ResultOfWork(), StartsWith("Failed: User, Password: "));
+    Type("txtPassword", "right");
+    Click("cmdCheck");
+    EXPECT_THAT(ResultOfWork(), StartsWith("OK: The mail server \"127.0.0.1\""));
+    EXPECT_TRUE(server.Messages().empty());
+    EXPECT_THAT(Profile(), HasSubstr("wr0ng"));
+}
+
+TEST_F(MailWindow, TestMessageAsksForTheRecipient) {
+    const SmtpServer server({});
+    WriteProfile(At(server, ""));
+    Open();
+    QTimer::singleShot(0, m_dialog.get(), [this] {
+        auto* question = m_dialog->findChild<QInputDialog*>();
+        ASSERT_NE(question, nullptr);
+        EXPECT_EQ(question->labelText(), "Send a test message to:");
+        EXPECT_EQ(question->textValue(), "r@example.com");
+        question->setTextValue("ann@example.com");
+        question->accept();
+    });
+    Click("cmdTest");
+    EXPECT_THAT(ResultOfWork(), HasSubstr("has taken the test message to ann@example.com."));
+    ASSERT_EQ(server.Messages().size(), 1u);
+}
+
+TEST_F(MailWindow, SilentServerIsStoppedAndTheWindowStaysAlive) {
+    const SmtpServer server({"--mode", "hang"});
+    WriteProfile(At(server, ""));
+    Open();
+    Click("cmdCheck");
+    EXPECT_EQ(Result(), "Checking ...");
+    EXPECT_FALSE(Find<QPushButton>("cmdCheck")->isEnabled());
+    Click("cmdStop");
+    EXPECT_EQ(ResultOfWork(), "Stopped.");
+}
+
+TEST_F(MailWindow, WindowClosesWhileACheckIsGoingOn) {
+    const SmtpServer server({"--mode", "hang"});
+    WriteProfile(At(server, ""));
+    Open();
+    Click("cmdCheck");
+    Click("cmdClose");
+    EXPECT_FALSE(m_dialog->isVisible());
+    m_dialog.reset();
+}
+
+TEST_F(MailWindow, CloseAsksAboutChanges) {
+    WriteProfile("Transport=outbox\n");
+    const std::string before = Profile();
+    Open();
+    Type("txtName", "Figures");
+    Answer(QMessageBox::Cancel);
+    Click("cmdClose");
+    EXPECT_EQ(m_asked, "The mail profile has changes that are not saved.");
+    EXPECT_TRUE(m_dialog->isVisible());
+    Answer(QMessageBox::Discard);
+    QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
+    EXPECT_FALSE(m_dialog->isVisible());
+    EXPECT_EQ(Profile(), before);
+}
+
+TEST_F(MailWindow, CloseSavesWhenToldSo) {
+    WriteProfile("Transport=outbox\n");
+    Open();
+    Type("txtName", "Figures");
+    Answer(QMessageBox::Save);
+    m_dialog->close();
+    EXPECT_FALSE(m_dialog->isVisible());
+    EXPECT_THAT(Profile(), HasSubstr("From=Figures <r@example.com>"));
+}
+
+TEST_F(MailWindow, CloseWithoutChangesAsksNothing) {
+    WriteProfile("Transport=outbox\n");
+    Open();
+    Click("cmdClose");
+    EXPECT_FALSE(m_dialog->isVisible());
+}
+
+TEST_F(MailWindow, ReturnKeySaves) {
+    WriteProfile("Transport=outbox\n");
+    Open();
+    Edit("txtName")->selectAll();
+    QTest::keyClicks(Edit("txtName"), "Figures");
+    QTest::keyClick(Edit("txtName"), Qt::Key_Return);
+    EXPECT_THAT(Profile(), HasSubstr("From=Figures <r@example.com>"));
+}
+
+int main(int argc, char** argv) {
+    testing::InitGoogleMock(&argc, argv);
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
