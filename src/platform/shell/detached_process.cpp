@@ -77,6 +77,7 @@ int StartDetached(const std::filesystem::path& program, const std::vector<std::s
     std::vector<std::string> copies = arguments;
     copies.insert(copies.begin(), program.string());
     std::vector<char*> pointers;
+    pointers.reserve(copies.size() + 1);
     for (std::string& copy : copies) {
         pointers.push_back(copy.data());
     }
