@@ -28,10 +28,12 @@ constexpr MenuRow Rows[] = {
 
     {"mnuPop", nullptr, "", true},
     {"mnuPop", "mnuExec", "Execute Schedule"},
+    {"mnuPop", "mnuHistoryLine", "-"},
     {"mnuPop", "mnuDel", "Delete schedule"},
     {"mnuPop2", nullptr, "", true},
     {"mnuPop2", "mnubView", "Run Report..."},
     {"mnuPop2", "mnuOutput", "View Output..."},
+    {"mnuPop2", "dntes", "-"},
     {"mnuPop2", "mnuEditPar", "Edit Parameters..."},
     {"mnuPop2", "mnuDir", "Delete selection..."},
     {"mnuDeskRpt", nullptr, "", true},
