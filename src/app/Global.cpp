@@ -81,6 +81,13 @@ const std::string& ParValueSlot(int index) {
     return SlotFromOne(ParValues, index);
 }
 
+report::Report& OpenedReport() {
+    if (!CurrentReport) {
+        throw RuntimeError(err::ObjectNotSet);
+    }
+    return *CurrentReport;
+}
+
 report::Report& OpenReport(const std::string& path) {
     if (!ReportEngine) {
         ReportEngine = report::CreateEngine();

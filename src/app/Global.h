@@ -62,6 +62,8 @@ extern std::string SelectedReportID;  // the schedule that Report Properties ope
 extern std::int32_t PackageCounter;
 extern std::string PackageFormat;
 
+// CurrentReport; 91 when there is none.
+report::Report& OpenedReport();
 // Opens a report file in the engine; it becomes CurrentReport. On an error CurrentReport stays as it was.
 report::Report& OpenReport(const std::string& path);
 

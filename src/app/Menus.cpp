@@ -28,7 +28,7 @@ constexpr MenuRow Rows[] = {
 
     {"mnuPop", nullptr, "", true},
     {"mnuPop", "mnuExec", "Execute Schedule"},
-    {"mnuPop", "mnuHistoryLine", "-"},
+    {"mnuPop", "mnuPopLine", "-"},
     {"mnuPop", "mnuDel", "Delete schedule"},
     {"mnuPop2", nullptr, "", true},
     {"mnuPop2", "mnubView", "Run Report..."},

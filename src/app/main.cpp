@@ -4,7 +4,9 @@
 #include <string>
 
 #include "app/Main.h"
+#include "platform/mail/address_book.h"
 #include "platform/mail/mail_system.h"
+#include "platform/mail_dialogs/address_book_dialog.h"
 #include "platform/mapi.h"
 #include "platform/process.h"
 #include "platform/qt/application.h"
@@ -47,6 +49,7 @@ int main(int argc, char** argv) {
     QtPrompts prompts;
     if (HasDisplay()) {
         SetPrompts(&prompts);
+        mailer::SetAddressChooser(&ChooseAddresses);
     }
     SetRegistry(&SettingsFile());
     MAPI::SetMailSystem(&MAPI::MailSystem());

@@ -16,6 +16,22 @@ std::int16_t FirstKey(const std::string& statement, const char* field) {
     return key;
 }
 
+const std::string& Given(const std::optional<std::string>& argument) {
+    if (!argument) {
+        throw RuntimeError(err::TypeMismatch);
+    }
+    return *argument;
+}
+
+std::string UpdateStatement(const Variant& reportID, const ScheduleChange& change) {
+    return "update reportscheduler set ReportTitle = '" + change.title + "', SendTo = '" + change.sendTo +
+           "', Subject = '" + change.subject + "', Message = '" + change.message + "', RunAt = '" +
+           change.runAt + "', Frequency = '" + change.frequency + "', Format = '" + change.format +
+           "', SelectionForm = '" + change.selectionForm + "',Parent = '" + change.parent + "',UserName = '" +
+           Given(change.userName) + "',[Password] = '" + Given(change.password) + "',LoginReq = '" +
+           change.loginReq + "' where ReportID = " + reportID;
+}
+
 }  // namespace
 
 std::int16_t GetFolderID(const std::string& folderName) {
@@ -26,6 +42,29 @@ std::int16_t GetScheduleID(const std::string& title, const std::string& parent) 
     return FirstKey("select reportid from reportscheduler where reporttitle = '" + title +
                         "' and parent = '" + parent + "'",
                     "ReportID");
+}
+
+bool UpdateSchedule(const Variant& reportID, const ScheduleChange& change) {
+    try {
+        const std::string update = UpdateStatement(reportID, change);
+        ADODB::Connection connection;
+        connection.Open(ConnectionString);
+        connection.Execute(update);
+        connection.Close();
+        return true;
+    } catch (...) {
+        ShowError(CurrentError());
+        return false;
+    }
+}
+
+void DeleteSchedule(const Variant& reportID) {
+    ADODB::Connection connection;
+    connection.Open(ConnectionString);
+    connection.Execute("delete from reportscheduler where ReportID = " + reportID);
+    connection.Execute("delete from reportparameter where reportID = " + reportID);
+    connection.Execute("delete from reporthistory where ReportID = " + reportID);
+    connection.Close();
 }
 
 }  // namespace Global

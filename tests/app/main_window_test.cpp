@@ -5,11 +5,9 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QMenuBar>
 #include <QTest>
 
 #include "app/Global.h"
-#include "app/Menus.h"
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
 #include "desktop/frmDesk.h"
@@ -55,20 +53,51 @@ TEST_F(MainWindow, TimerTicksOnceASecond) {
     EXPECT_EQ(form.Timer1->interval(), 1000);
 }
 
-TEST_F(MainWindow, TipCountsDownThenPollsThenStartsAgain) {
+TEST_F(MainWindow, TipCountsDownThenShowsThePollingTextThenStartsAgain) {
+    fakes::Insert(database, {.nextRun = "2026-11-21"});
+    engine.reports["Z:\\reports\\sales.rpt"] = {};
+    Texts tips;
+    engine.onExport = [&](const std::string&) { tips.push_back(form.TrayIcon1->Tip()); };
     Global::PollSeconds = 15;
     Global::PollCountdown = 15;
-    Texts tips;
-    for (int tick = 0; tick < 16; ++tick) {
-        form.Timer1_Timer();
-        tips.push_back(form.TrayIcon1->Tip());
-    }
     Texts expected;
     for (int left = 14; left >= 0; --left) {
         expected.push_back("Time to poll: " + std::to_string(left));
     }
+    expected.emplace_back("Report Scheduler polling...");
     expected.emplace_back("Time to poll: 15");
+    for (int tick = 0; tick < 16; ++tick) {
+        form.Timer1_Timer();
+        tips.push_back(form.TrayIcon1->Tip());
+    }
     EXPECT_EQ(tips, expected);
+}
+
+TEST_F(MainWindow, EventsRunOnceInATickBeforeThePolls) {
+    fakes::FakeLoop loop{clock};
+    Texts tips;
+    loop.onYield = [&] { tips.push_back(form.TrayIcon1->Tip()); };
+    Global::PollSeconds = 15;
+    Global::PollCountdown = 1;
+    form.Timer1_Timer();
+    EXPECT_EQ(tips, Texts{"Time to poll: 0"});
+    EXPECT_TRUE(database.TakeStatements().empty());
+    form.Timer1_Timer();
+    EXPECT_EQ(tips, (Texts{"Time to poll: 0", "Report Scheduler polling..."}));
+}
+
+TEST_F(MainWindow, FailedPackageInATickIsMendedByThePollOfSingles) {
+    database.Run(
+        "insert into "
+        "ReportBatch(BatchName,Recipients,Frequency,RunTime,StartDate,EndDate,NextRunDate,MailBatch) "
+        "values('p','a;','Daily','00:00','2000-01-01','3000-12-31','soon','F')");
+    Global::PollSeconds = 15;
+    Global::PollCountdown = 0;
+    form.EnableTimer1(true);
+    form.Timer1_Timer();
+    EXPECT_EQ(database.Rows("select ErrMsg from ReportBatchHstry"), Texts{"Type mismatch"});
+    EXPECT_TRUE(form.Timer1->isActive());
+    EXPECT_EQ(form.TrayIcon1->Tip(), "Time to poll: 15");
 }
 
 TEST_F(MainWindow, TipSaysSoWhileAPollRuns) {
@@ -135,35 +164,6 @@ TEST_F(MainWindow, ErrorThatLeavesATickEndsTheProcessWithItsBox) {
     EXPECT_EQ(prompts.boxes[0].flags, 16);
 }
 
-TEST_F(MainWindow, MenusHaveTheirEntriesAndCaptions) {
-    std::vector<const char*> bar;
-    for (const MenuRow& row : MenuTable()) {
-        QMenu* menu = form.Menu(row.menu);
-        ASSERT_NE(menu, nullptr) << row.menu;
-        if (row.name == nullptr) {
-            EXPECT_EQ(form.menuBar()->actions().contains(menu->menuAction()), !row.popup) << row.menu;
-            EXPECT_EQ(menu->title().toStdString(), row.caption);
-            continue;
-        }
-        ASSERT_NE(form.Entry(row.name), nullptr) << row.name;
-        EXPECT_EQ(form.Entry(row.name)->text().toStdString(), row.caption);
-        EXPECT_TRUE(menu->actions().contains(form.Entry(row.name))) << row.name;
-    }
-    EXPECT_EQ(form.menuBar()->actions().size(), 5);
-    const std::pair<const char*, const char*> captions[] = {{"mnuDesktop", "&Show Desktop"},
-                                                            {"mnuEnd", "&Exit"},
-                                                            {"mnuIcons", "&Icons                  "},
-                                                            {"mnuArr", "&Arrange Icnons"},
-                                                            {"mnutbExit", "Exit"},
-                                                            {"mnutbLoad", "Load Editor..."},
-                                                            {"mnuNothing", "Cancel Menu"},
-                                                            {"mnuDel", "Delete schedule"},
-                                                            {"mnuAbout", "About Oxbow Courier..."}};
-    for (const auto& [name, caption] : captions) {
-        EXPECT_EQ(form.Entry(name)->text().toStdString(), caption);
-    }
-}
-
 TEST_F(MainWindow, TrayMenuOpensByAMouseAction) {
     emit form.TrayIcon1->MouseUp();
     EXPECT_TRUE(form.Menu("mnutb")->isVisible());
@@ -187,11 +187,13 @@ TEST_F(MainWindow, ExitReleasesTheDesktopWindowsAndEndsTheProcess) {
     EXPECT_EQ(process.ends, std::vector<int>{0});
 }
 
-TEST_F(MainWindow, CloseBoxEndsTheProcessAtOnce) {
+TEST_F(MainWindow, CloseBoxEndsTheProcessAtOnceWithAllDesktopWindows) {
+    form.Entry("mnuDesktop")->trigger();
     form.Entry("mnuDesktop")->trigger();
     form.close();
     EXPECT_EQ(process.ends, std::vector<int>{0});
-    EXPECT_EQ(Global::DeskWindows[1], nullptr);
+    EXPECT_EQ(Global::DeskWindows, (std::vector<DeskWindow*>{nullptr, nullptr, nullptr}));
+    EXPECT_TRUE(prompts.boxes.empty());
 }
 
 TEST_F(MainWindow, TrayExitEndsTheProcessWithoutClearing) {

@@ -68,6 +68,13 @@ TEST_F(StartUp, FirstRunCopiesTheBlankDatabaseBeforeAnythingOpensIt) {
     EXPECT_TRUE(std::filesystem::exists(database.Folder() / "PressroomLive.dat"));
 }
 
+TEST_F(StartUp, FirstRunInAFolderWithBothFilesLeavesTheLiveFileAsItIs) {
+    database.Run("insert into Folders(FolderName, Parent) values('Mine', 0)");
+    Global::Main();
+    EXPECT_EQ(database.Rows("select FolderName from Folders"), Texts{"Mine"});
+    EXPECT_TRUE(prompts.boxes.empty());
+}
+
 TEST_F(StartUp, LaterRunsWriteNothing) {
     NoFirstRun();
     Global::Main();
@@ -86,6 +93,35 @@ TEST_F(StartUp, SettingsHaveTheirDefaults) {
     EXPECT_EQ(Global::MailBatchFlag, "T");
     EXPECT_EQ(Global::ConnectionString, "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
                                             "\\PressroomLive.dat;Persist Security Info=False");
+}
+
+TEST_F(StartUp, SettingsOfAnotherTypeHaveTheirDefaults) {
+    NoFirstRun();
+    for (const char* name : {"Poll", "Output", "CRWPath", "AlertWho", "DefPath"}) {
+        registry.keys[ShellMod::SettingsKey][name] = {4, std::string("\x1e\0\0\0", 4)};
+    }
+    Global::Main();
+    EXPECT_EQ(Global::PollSeconds, 15);
+    EXPECT_EQ(Global::OutputPath, AppPath() + "\\Output\\");
+    EXPECT_EQ(Global::DesignerPath, "");
+    EXPECT_EQ(Global::AlertWho, "");
+    EXPECT_EQ(Global::DefPath, AppPath());
+}
+
+TEST_F(StartUp, IntervalSavedInTheEditorDoesNotReachARunningScheduler) {
+    NoFirstRun();
+    Setting("Poll", "2");
+    Global::Main();
+    Setting("Poll", "60");
+    Texts tips;
+    for (int tick = 0; tick < 4; ++tick) {
+        frmMain::Instance().Timer1_Timer();
+        tips.push_back(frmMain::Instance().TrayIcon1->Tip());
+    }
+    EXPECT_EQ(tips, (Texts{"Time to poll: 1", "Time to poll: 0", "Time to poll: 2", "Time to poll: 1"}));
+    EXPECT_EQ(Global::PollSeconds, 2);
+    Global::Main();  // the next start reads it
+    EXPECT_EQ(Global::PollSeconds, 60);
 }
 
 TEST_F(StartUp, OutputWithoutBackslashGetsOneInTheVariableOnly) {
@@ -133,6 +169,39 @@ TEST_F(StartUp, EditorShowsItsWindowsAndPurges) {
     const Texts statements = database.TakeStatements();
     ASSERT_EQ(statements.size(), 2U);
     EXPECT_EQ(statements[0], "delete from reporthistory where datediff('d',lastrun, Now()) > 30");
+}
+
+TEST_F(StartUp, EditorShowsNoTrayIcon) {
+    NoFirstRun();
+    frmMain::Instance().TrayIcon1->SetEnabled(false);
+    frmMain::Instance().TrayIcon1->SetVisible(false);
+    SetCommand({});
+    Global::Main();
+    EXPECT_FALSE(frmMain::Instance().TrayIcon1->IsShown());
+}
+
+TEST_F(StartUp, HistoryMomentThatIsNoDateIsShownByTheEditorWhichStays) {
+    NoFirstRun();
+    database.Run("insert into ReportHistory values(1,'soon','Success','None')");
+    SetCommand({});
+    Global::Main();
+    EXPECT_EQ(
+        prompts.boxes,
+        (std::vector<fakes::Box>{{"Oxbow Courier encountred an error. Data type mismatch in the statement; "
+                                  "the value \"soon\" is not a date [-2147217913]",
+                                  48, "Oxbow Courier"}}));
+    EXPECT_TRUE(process.ends.empty());
+    EXPECT_EQ(Global::DeskCount, 1);
+}
+
+TEST_F(StartUp, SchedulerPurgesNothing) {
+    NoFirstRun();
+    database.Run(
+        "insert into ReportHistory values(1,'2000-01-01 00:00:00','Success','None');"
+        "insert into ReportBatchHstry values('1','2000-01-01,00:00:00','T',null)");
+    Global::Main();
+    EXPECT_EQ(database.Rows("select ReportID from ReportHistory"), Texts{"1"});
+    EXPECT_EQ(database.Rows("select ReportID from ReportBatchHstry"), Texts{"1"});
 }
 
 TEST_F(StartUp, EditorGoesOnWithoutADatabase) {

@@ -35,21 +35,34 @@ Advice AdviceOnServer(std::int32_t number, const MailProfile& profile) {
     }
 }
 
-Advice AdviceOn(const RuntimeError& error, const MailProfile& profile) {
-    if (error.Number() == err::FileNotFound) {
+Advice AdviceOnProgram(std::int32_t number) {
+    switch (number) {
+        case ErrBadProfile:
+            return {"Sendmail", "Install a mail program, or give the path of the one there is."};
+        case err::MailboxOrServer:
+        case ErrMessageRefused:
+            return {"Sendmail", "Ask who looks after the mail of this machine."};
+        default:
+            return {"", ""};
+    }
+}
+
+// An error that is about a recipient says all there is to say.
+Advice AdviceOn(std::int32_t number, const MailProfile& profile) {
+    if (number == err::FileNotFound) {
         return {"VCard", "Name a vCard file that you may read, or none."};
     }
     switch (profile.transport) {
         case TransportKind::Outbox:
-            return {"OutboxFolder", "Choose a folder that you may write to."};
+            return number == err::PathFileAccess || number == err::MailboxFull
+                       ? Advice{"OutboxFolder", "Choose a folder that you may write to and that has room."}
+                       : Advice{"", ""};
         case TransportKind::Sendmail:
-            return error.Number() == ErrBadProfile
-                       ? Advice{"Sendmail", "Install a mail program, or give the path of the one there is."}
-                       : Advice{"Sendmail", "Ask who looks after this machine's mail."};
+            return AdviceOnProgram(number);
         case TransportKind::Smtp:
             break;
     }
-    return AdviceOnServer(error.Number(), profile);
+    return AdviceOnServer(number, profile);
 }
 
 std::string Sentence(std::string text) {
@@ -100,7 +113,7 @@ void Take(Step step, const MailProfile& profile, std::vector<Finding>& findings)
 }  // namespace
 
 std::string Advise(const RuntimeError& error, const MailProfile& profile) {
-    const Advice advice = AdviceOn(error, profile);
+    const Advice advice = AdviceOn(error.Number(), profile);
     const std::string keys = *advice.keys == '\0' ? "" : std::string(advice.keys) + ": ";
     return keys + Sentence(error.Description()) + (*advice.what == '\0' ? "" : " ") + advice.what;
 }

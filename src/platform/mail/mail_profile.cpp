@@ -87,15 +87,7 @@ class ProfileReader {
     }
 
     fs::path Path(std::string_view section, std::string_view key) const {
-        const std::string text = m_text.Find(section, key).value_or("");
-        if (text.empty()) {
-            return {};
-        }
-        if (text.starts_with("~/")) {
-            const char* home = std::getenv("HOME");
-            return fs::path(home != nullptr ? home : "/") / text.substr(2);
-        }
-        return paths::ToMachine(text);
+        return ProfilePath(m_text.Find(section, key).value_or(""));
     }
 
     int Number(std::string_view key, int fallback, int least, int most) const {
@@ -174,6 +166,17 @@ class ProfileReader {
 };
 
 }  // namespace
+
+fs::path ProfilePath(const std::string& text) {
+    if (text.empty()) {
+        return {};
+    }
+    if (text.starts_with("~/")) {
+        const char* home = std::getenv("HOME");
+        return fs::path(home != nullptr ? home : "/") / text.substr(2);
+    }
+    return paths::ToMachine(text);
+}
 
 std::string PasswordOf(const MailProfile& profile, const std::stop_token& stop) {
     if (!profile.password.empty() || profile.passwordCommand.empty()) {

@@ -43,6 +43,9 @@ std::filesystem::path MailProfilePath();
 MailProfile ReadMailProfile(const std::filesystem::path& file);
 // The same for a text that the file is to hold.
 MailProfile ParseMailProfile(const std::filesystem::path& file, const std::string& text);
+// The path that a value of the profile means: the machine's or the system's way of writing, or ~/ and what
+// follows.
+std::filesystem::path ProfilePath(const std::string& text);
 // In bytes; a larger file is not read.
 inline constexpr std::size_t LargestProfile = 1 << 20;
 

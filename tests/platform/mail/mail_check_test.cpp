@@ -134,7 +134,7 @@ TEST_F(MailCheck, OutboxThatCannotBeWrittenNamesTheFolder) {
     const auto finding = CheckOne("Transport=outbox\nOutboxFolder=/proc/outbox\n");
     EXPECT_FALSE(finding.isFine);
     EXPECT_THAT(finding.text, StartsWith("OutboxFolder: The outbox \"/proc/outbox\" cannot be written: "));
-    EXPECT_THAT(finding.text, HasSubstr(". Choose a folder that you may write to."));
+    EXPECT_THAT(finding.text, HasSubstr(". Choose a folder that you may write to and that has room."));
 }
 
 TEST_F(MailCheck, MailProgramThatCannotBeRunNamesSendmail) {
@@ -199,4 +199,12 @@ TEST_F(MailCheck, TestMessageOfTheOtherTransportsIsTold) {
     WriteProfile("Transport=sendmail\nSendmail=/bin/true\nFrom=r@example.com\n");
     EXPECT_EQ(mailer::SendTestMessage(ReadMailProfile(Profile()), "ann@example.com"),
               "The test message to ann@example.com was taken by the mail program \"/bin/true\".");
+}
+
+TEST_F(MailCheck, AdviceOnARecipientIsLeftToTheErrorItself) {
+    const RuntimeError error(mailer::ErrUnknownRecipient, "The recipient \"Bob\" is nobody");
+    for (const char* transport : {"smtp\nHost=h", "outbox", "sendmail"}) {
+        WriteProfile("From=r@example.com\nTransport=" + std::string(transport) + "\n");
+        EXPECT_EQ(mailer::Advise(error, ReadMailProfile(Profile())), "The recipient \"Bob\" is nobody.");
+    }
 }

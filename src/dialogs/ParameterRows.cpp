@@ -1,0 +1,57 @@
+#include "dialogs/ParameterRows.h"
+
+#include "app/Global.h"
+#include "platform/adodb.h"
+
+namespace Global {
+
+namespace {
+
+std::string NewestSchedule() {
+    ADODB::Recordset newest;
+    newest.Open("select max(ReportID) from reportscheduler", ConnectionString);
+    std::string key = newest.Fields(0).Value.Text();
+    newest.Close();
+    return key;
+}
+
+}  // namespace
+
+void AddParameterRows(int count) {
+    try {
+        const std::string reportID = NewestSchedule();
+        ADODB::Connection connection;
+        connection.Open(ConnectionString);
+        for (int i = 1; i <= count; ++i) {
+            connection.Execute("insert into ReportParameter(ReportID, ParName, ParValue) Values(" + reportID +
+                               ",'" + ParNameSlot(i) + "','" + ParValueSlot(i) + "')");
+        }
+        connection.Close();
+    } catch (...) {
+        ShowError(CurrentError());
+    }
+}
+
+bool ReplaceParameterRows(const Variant& reportID, const ParameterLine& line) {
+    try {
+        report::Report& report = OpenedReport();
+        const int count = report.ParameterFieldCount();
+        if (count == 0) {
+            return true;
+        }
+        ADODB::Connection connection;
+        connection.Open(ConnectionString);
+        connection.Execute("delete from reportparameter where reportid = " + reportID);
+        for (int i = 1; i <= count; ++i) {
+            connection.Execute("insert into reportparameter(ReportID, ParName, ParValue) values(" + reportID +
+                               ",'" + report.Parameter(i).Name() + "','" + line(i) + "')");
+        }
+        connection.Close();
+        return true;
+    } catch (...) {
+        ShowError(CurrentError());
+        return false;
+    }
+}
+
+}  // namespace Global

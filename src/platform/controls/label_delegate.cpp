@@ -1,0 +1,147 @@
+#include "platform/controls/label_delegate.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QToolTip>
+
+#include "platform/controls/list_model.h"
+
+namespace {
+
+constexpr int Margin = 4;        // around an item
+constexpr int LargeChars = 15;   // width of an item below its picture, in average characters
+constexpr int SmallChars = 26;   // the same, beside its picture
+constexpr int EditorChars = 18;  // least width of the editor
+constexpr int LinesBelow = 2;
+
+}  // namespace
+
+QSize LabelDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    const QFontMetrics metrics(option.font);
+    const int row = std::max(SmallPicture, metrics.height()) + Margin;
+    switch (m_shape) {
+        case Shape::Large:
+            return {std::max(LargePicture, LargeChars * metrics.averageCharWidth()) + 2 * Margin,
+                    LargePicture + LinesBelow * metrics.lineSpacing() + 3 * Margin};
+        case Shape::Small:
+            return {SmallPicture + SmallChars * metrics.averageCharWidth() + 2 * Margin, row};
+        case Shape::Row:
+            break;
+    }
+    const QSize size = QStyledItemDelegate::sizeHint(option, index);
+    return {size.width(), std::max(size.height(), row)};
+}
+
+void LabelDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (m_shape != Shape::Large) {
+        option->decorationSize = {SmallPicture, SmallPicture};
+        return;
+    }
+    option->icon = index.data(ListModel::LargeIconRole).value<QIcon>();
+    option->features |= QStyleOptionViewItem::HasDecoration | QStyleOptionViewItem::WrapText;
+    option->decorationSize = {LargePicture, LargePicture};
+    option->decorationPosition = QStyleOptionViewItem::Top;
+    option->decorationAlignment = Qt::AlignHCenter | Qt::AlignTop;
+    option->displayAlignment = Qt::AlignHCenter | Qt::AlignTop;
+}
+
+QWidget* LabelDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                     const QModelIndex& index) const {
+    auto* editor = new QLineEdit(parent);
+    editor->setObjectName("LabelEdit");
+    editor->setAccessibleName(tr("New name"));
+    editor->setText(index.data(Qt::EditRole).toString());
+    m_editor = editor;
+    m_edited = index;
+    return editor;
+}
+
+// At the text's place, as wide as the text needs, and never out of the view.
+void LabelDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                         const QModelIndex& index) const {
+    QStyleOptionViewItem item = option;
+    initStyleOption(&item, index);
+    const QStyle& style = *(item.widget != nullptr ? item.widget->style() : QApplication::style());
+    const QRect text = style.subElementRect(QStyle::SE_ItemViewItemText, &item, item.widget);
+    const QFontMetrics metrics(item.font);
+    const int wanted =
+        std::max(metrics.horizontalAdvance(item.text) + 6 * Margin, EditorChars * metrics.averageCharWidth());
+    const QRect room = editor->parentWidget()->rect();
+    QRect place(text.topLeft(), QSize(std::min(wanted, room.width()), editor->sizeHint().height()));
+    if (m_shape == Shape::Large) {
+        place.moveLeft(text.center().x() - place.width() / 2);
+    } else {
+        place.moveTop(text.center().y() - place.height() / 2);
+    }
+    place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() + 1 - place.width())));
+    place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() + 1 - place.height())));
+    editor->setGeometry(place);
+}
+
+// A text that is cut short is shown whole as a tip.
+bool LabelDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) {
+    if (event->type() != QEvent::ToolTip || !index.isValid() || TextFits(option, index)) {
+        QToolTip::hideText();
+        return false;
+    }
+    QToolTip::showText(event->globalPos(), index.data().toString().toHtmlEscaped(), view);
+    return true;
+}
+
+bool LabelDelegate::TextFits(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    QStyleOptionViewItem item = option;
+    initStyleOption(&item, index);
+    const QStyle& style = *(item.widget != nullptr ? item.widget->style() : QApplication::style());
+    const QRect text = style.subElementRect(QStyle::SE_ItemViewItemText, &item, item.widget);
+    const QFontMetrics metrics(item.font);
+    if (m_shape != Shape::Large) {
+        return metrics.horizontalAdvance(item.text) + 2 * Margin <= text.width();
+    }
+    const QRect needed = metrics.boundingRect(
+        QRect(0, 0, text.width() - 2 * Margin, text.height() * LargeChars), Qt::TextWordWrap, item.text);
+    return needed.width() <= text.width() && needed.height() <= LinesBelow * metrics.lineSpacing();
+}
+
+// Enter and Tab take the text and so does the focus that goes elsewhere; Esc gives it up. The editor's own
+// menu and the windows above it leave it open.
+bool LabelDelegate::eventFilter(QObject* watched, QEvent* event) {
+    auto* editor = qobject_cast<QWidget*>(watched);
+    if (editor == nullptr || editor != m_editor) {
+        return false;
+    }
+    if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const bool takes = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab;
+        if (!takes && key != Qt::Key_Escape) {
+            return false;
+        }
+        event->accept();
+        if (event->type() == QEvent::KeyPress) {
+            Finish(takes);
+        }
+        return true;
+    }
+    if (event->type() == QEvent::FocusOut && QApplication::activePopupWidget() == nullptr &&
+        (!editor->isActiveWindow() || QApplication::focusWidget() != editor)) {
+        Finish(true);
+    }
+    return false;
+}
+
+// The editor goes first: whoever hears of the new text may open boxes or the editor again.
+void LabelDelegate::Finish(bool take) {
+    auto* editor = qobject_cast<QLineEdit*>(m_editor.data());
+    const QPersistentModelIndex item = m_edited;
+    const QString text = editor->text();
+    m_editor = nullptr;
+    m_edited = QModelIndex();
+    emit closeEditor(editor, QAbstractItemDelegate::NoHint);
+    if (take && item.isValid()) {
+        emit Edited(item, text);
+    }
+}

@@ -1,0 +1,88 @@
+#include "tools/oxc_mail/mail_arguments.h"
+
+#include "platform/mail/profile_editor.h"
+
+namespace tools {
+namespace {
+
+struct CommandWord {
+    const char* word;
+    MailCommand command;
+};
+
+constexpr CommandWord CommandWords[] = {
+    {"--help", MailCommand::Help}, {"-h", MailCommand::Help},   {"--version", MailCommand::Version},
+    {"show", MailCommand::Show},   {"set", MailCommand::Set},   {"password", MailCommand::Password},
+    {"check", MailCommand::Check}, {"test", MailCommand::Test},
+};
+
+MailCommand CommandOf(const std::string& word) {
+    for (const CommandWord& known : CommandWords) {
+        if (word == known.word) {
+            return known.command;
+        }
+    }
+    throw MailUsageError("\"" + word + "\" is no command");
+}
+
+std::pair<std::string, std::string> Assignment(const std::string& argument) {
+    const std::size_t sign = argument.find('=');
+    if (sign == std::string::npos || sign == 0) {
+        throw MailUsageError("set wants Key=Value");
+    }
+    const std::string name = argument.substr(0, sign);
+    std::string key = mailer::ProfileKey(name);
+    if (key == "Password") {
+        throw MailUsageError("a password on the command line can be read by others; use: oxc-mail password");
+    }
+    if (key.empty()) {
+        throw MailUsageError("the mail profile has no key \"" + name + "\"");
+    }
+    return {std::move(key), argument.substr(sign + 1)};
+}
+
+}  // namespace
+
+const char* const MailUsage =
+    "oxc-mail                      opens the window (needs a display)\n"
+    "oxc-mail show                 shows the mail profile; the password only as set or not set\n"
+    "oxc-mail set KEY=VALUE...     changes the mail profile; KEY= alone takes a key away\n"
+    "oxc-mail password             asks for the password and stores it; an empty one takes it away\n"
+    "oxc-mail check                tries server and login, folder or program, and the address book;\n"
+    "                              nothing is sent\n"
+    "oxc-mail test RECIPIENT       sends a test message to an address or a name of the address book\n"
+    "oxc-mail --help | --version\n"
+    "\n"
+    "Keys: Transport (outbox, smtp or sendmail), From, VCard, Timeout;\n"
+    "      smtp: Host, Port, Security (starttls, tls or none), Verify, CAFile, User, PasswordCommand;\n"
+    "      outbox: OutboxFolder; sendmail: Sendmail\n"
+    "\n"
+    "The password is asked for at the terminal, or is the one line of standard input when that is none.\n"
+    "Exit code: 0 done; 1 the profile, the server or the machine is at fault; 2 wrong usage.\n";
+
+MailArguments ParseMailArguments(const std::vector<std::string>& arguments) {
+    MailArguments result;
+    if (arguments.empty()) {
+        return result;
+    }
+    result.command = CommandOf(arguments[0]);
+    const std::size_t count = arguments.size() - 1;
+    if (result.command == MailCommand::Set) {
+        if (count == 0) {
+            throw MailUsageError("set wants Key=Value");
+        }
+        for (std::size_t n = 1; n <= count; ++n) {
+            result.values.push_back(Assignment(arguments[n]));
+        }
+    } else if (result.command == MailCommand::Test) {
+        if (count != 1 || arguments[1].empty()) {
+            throw MailUsageError("test wants one recipient");
+        }
+        result.recipient = arguments[1];
+    } else if (count != 0) {
+        throw MailUsageError("\"" + arguments[0] + "\" takes no arguments");
+    }
+    return result;
+}
+
+}  // namespace tools

@@ -1,0 +1,112 @@
+#include "tools/oxc_mail/mail_commands.h"
+
+#include <iostream>
+
+#include "platform/mail/ascii.h"
+#include "platform/mail/mail_check.h"
+#include "platform/mail/mail_errors.h"
+#include "platform/mail/profile_editor.h"
+#include "tools/oxc_mail/secret_input.h"
+
+namespace tools {
+namespace {
+
+void Print(const std::string& text) {
+    std::cout << text << std::flush;
+    if (!std::cout) {
+        throw RuntimeError(err::PathFileAccess, "The output cannot be written");
+    }
+}
+
+mailer::MailProfile Profile() {
+    try {
+        return mailer::ReadMailProfile(mailer::MailProfilePath());
+    } catch (const RuntimeError& error) {
+        if (error.Number() != mailer::ErrNoProfile) {
+            throw;
+        }
+        throw RuntimeError(error.Number(),
+                           error.Description() + "; make it with: oxc-mail set Transport=... From=...");
+    }
+}
+
+void Show() {
+    const mailer::ProfileEditor editor;
+    std::string lines = "; " + mailer::WithoutControls(mailer::MailProfilePath().string()) + "\n";
+    for (const std::string& key : mailer::ProfileKeys()) {
+        const std::string value = editor.Value(key);
+        if (key == "Password") {
+            lines += value.empty() ? "; Password: not set\n" : "; Password: set\n";
+        } else if (!value.empty()) {
+            lines += key + "=" + value + "\n";
+        }
+    }
+    Print(lines);
+    Profile();
+}
+
+void Set(const MailArguments& arguments) {
+    mailer::ProfileEditor editor;
+    for (const auto& [key, value] : arguments.values) {
+        editor.Set(key, value);
+    }
+    editor.Save();
+}
+
+void AskPassword() {
+    mailer::ProfileEditor editor;
+    // Before somebody types in vain.
+    editor.Profile();
+    const std::string password = ReadSecret("Password: ");
+    editor.Set("Password", password);
+    editor.Save();
+    Print(password.empty() ? "The password is taken away.\n" : "The password is stored.\n");
+}
+
+void Check() {
+    std::string failures;
+    for (const mailer::Finding& finding : mailer::CheckMail(Profile())) {
+        if (finding.isFine) {
+            Print(finding.text + "\n");
+        } else {
+            failures += (failures.empty() ? "" : " ") + finding.text;
+        }
+    }
+    if (!failures.empty()) {
+        throw RuntimeError(mailer::ErrBadProfile, failures);
+    }
+}
+
+void Test(const std::string& recipient) {
+    const mailer::MailProfile profile = Profile();
+    try {
+        Print(mailer::SendTestMessage(profile, recipient) + "\n");
+    } catch (const RuntimeError& error) {
+        throw RuntimeError(error.Number(), mailer::Advise(error, profile));
+    }
+}
+
+}  // namespace
+
+void RunMailCommand(const MailArguments& arguments) {
+    switch (arguments.command) {
+        case MailCommand::Help:
+            return Print(MailUsage);
+        case MailCommand::Version:
+            return Print("oxc-mail " OXC_VERSION "\n");
+        case MailCommand::Show:
+            return Show();
+        case MailCommand::Set:
+            return Set(arguments);
+        case MailCommand::Password:
+            return AskPassword();
+        case MailCommand::Check:
+            return Check();
+        case MailCommand::Test:
+            return Test(arguments.recipient);
+        case MailCommand::Window:
+            break;
+    }
+}
+
+}  // namespace tools

@@ -1,0 +1,65 @@
+// The mail profile in a window, as an account of a mail program is set up.
+#pragma once
+
+#include <QDialog>
+#include <memory>
+#include <string>
+
+#include "platform/mail/profile_editor.h"
+#include "tools/oxc_mail/mail_job.h"
+#include "tools/oxc_mail/profile_form.h"
+
+namespace Ui {
+class MailDialog;
+}
+class QLineEdit;
+
+// Works on the user's profile. Saving changes the keys that were changed in the window and leaves the rest of
+// the file as it is on the disk by then. Check and Send Test try what stands in the window, saved or not. The
+// stored password never reaches a control.
+class MailDialog : public QDialog {
+    Q_OBJECT
+ public:
+    explicit MailDialog(QWidget* parent = nullptr);
+    ~MailDialog() override;
+
+    // Close, Escape and the frame's button: asks about changes that are not saved.
+    void reject() override;
+
+ private slots:
+    void cboTransport_Click();
+    void cboSecurity_Click();
+    void chkShow_Click(bool shown);
+    void cmdForget_Click();
+    void cmdCAFile_Click();
+    void cmdSendmail_Click();
+    void cmdOutboxFolder_Click();
+    void cmdVCard_Click();
+    void txtVCard_Change();
+    void cmdCheck_Click();
+    void cmdTest_Click();
+    void cmdStop_Click();
+    void cmdSave_Click();
+
+ private:
+    void Connect();
+    void Load();
+    bool Save();
+    bool IsChanged() const;
+    // The profile that the window shows. Raises as ProfileEditor does.
+    mailer::MailProfile ShownProfile() const;
+    void PutInto(mailer::ProfileEditor& editor) const;
+    void ShowPasswordState();
+    void ShowBusy(bool busy);
+    void ShowResult(const std::string& text);
+    void Start(const std::string& announcement, MailJob::Work work);
+    void ChooseFile(QLineEdit* edit, const QString& title);
+
+    std::unique_ptr<Ui::MailDialog> m_ui;
+    ProfileValues m_loaded;  // as the form showed them when they were read or saved
+    ProfileValues m_broken;  // those of the file that the form cannot show
+    bool m_hasPassword = false;
+    bool m_forgetPassword = false;
+    int m_usualPort = 0;  // of the encryption chosen last
+    MailJob m_job;
+};

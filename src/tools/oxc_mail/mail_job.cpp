@@ -1,0 +1,35 @@
+#include "tools/oxc_mail/mail_job.h"
+
+#include "platform/runtime.h"
+
+namespace {
+
+std::string ResultOf(const MailJob::Work& work, const std::stop_token& stop) {
+    try {
+        return work(stop);
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        return error.Number() == err::MailUserCancel ? "Stopped." : "Failed: " + error.Description();
+    }
+}
+
+}  // namespace
+
+void MailJob::Start(Work work) {
+    m_isRunning = true;
+    m_thread = std::jthread([this, work = std::move(work)](const std::stop_token& stop) {
+        QString text = QString::fromStdString(ResultOf(work, stop));
+        // Delivered in the thread of this object, and not at all when it is gone by then.
+        QMetaObject::invokeMethod(
+            this,
+            [this, text = std::move(text)] {
+                m_isRunning = false;
+                emit Ended(text);
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+void MailJob::Stop() {
+    m_thread.request_stop();
+}

@@ -1,0 +1,33 @@
+// oxc-mail: sets the mail profile up, in a window or by commands.
+#include <iostream>
+
+#include "platform/mail/ascii.h"
+#include "platform/runtime.h"
+#include "tools/oxc_mail/mail_commands.h"
+#include "tools/oxc_mail/mail_window.h"
+
+namespace {
+
+// One line, whatever the message holds: scripts read it.
+void Complain(const std::string& text) {
+    std::cerr << "oxc-mail: " << mailer::WithoutControls(text) << std::endl;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        const tools::MailArguments arguments = tools::ParseMailArguments({argv + 1, argv + argc});
+        if (arguments.command == tools::MailCommand::Window) {
+            return tools::ShowMailWindow(argc, argv);
+        }
+        tools::RunMailCommand(arguments);
+        return 0;
+    } catch (const tools::MailUsageError& error) {
+        Complain(std::string(error.what()) + " (oxc-mail --help tells more)");
+        return 2;
+    } catch (...) {
+        Complain(CurrentError().Description());
+        return 1;
+    }
+}
