@@ -4,6 +4,7 @@
 #include <string>
 
 class CommonDialog;
+class QWidget;
 
 // The main window. In the scheduler it is hidden and only its timer and tray icon live.
 class MainFrame {
@@ -15,6 +16,8 @@ class MainFrame {
     virtual void ScreenMousePointer(int pointer) = 0;
     // The common dialog that the forms share: what one of them sets the next one finds.
     virtual CommonDialog* cd() = 0;
+    // Makes a form a child window, not on the screen yet. It is destroyed when it is closed.
+    virtual void AddChild(QWidget& form) = 0;
 
     // Its menus, by the names of menus and entries.
     virtual void ClickEntry(const std::string& entry) = 0;  // runs its handler; nothing when it has none

@@ -7,6 +7,7 @@
 #include "app/frmMain.h"
 #include "mail/PickRecipients.h"
 #include "platform/controls/common_dialog.h"
+#include "platform/controls/room.h"
 #include "platform/convert.h"
 #include "platform/registry.h"
 #include "platform/resume_next.h"
@@ -27,6 +28,8 @@ frmConfig::frmConfig(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<U
     connect(m_ui->cmdDSN, &QPushButton::clicked, this, &frmConfig::cmdDSN_Click);
     connect(m_ui->cmdSave, &QPushButton::clicked, this, &frmConfig::cmdSave_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmConfig::cmdCancel_Click);
+    constexpr int Letters = 85;
+    resize(RoomFor(*this, Letters, 0));
     Form_Load();
 }
 

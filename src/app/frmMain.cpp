@@ -186,6 +186,10 @@ void frmMain::ScreenMousePointer(int pointer) {
     m_busy = busy;
 }
 
+void frmMain::AddChild(QWidget& form) {
+    m_children->addSubWindow(&form)->setAttribute(Qt::WA_DeleteOnClose);
+}
+
 void frmMain::SetStatusPanel(int panel, const std::string& text) {
     m_panels[panel - 1]->setText(QString::fromStdString(text));
 }

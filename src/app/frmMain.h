@@ -33,6 +33,7 @@ class frmMain : public QMainWindow, public MainFrame {
     void HideWindow() override;
     void ScreenMousePointer(int pointer) override;
     CommonDialog* cd() override { return m_cd; }
+    void AddChild(QWidget& form) override;
     void ClickEntry(const std::string& entry) override;
     void EntryCaption(const std::string& entry, const std::string& caption) override;
     void EntryVisible(const std::string& entry, bool visible) override;

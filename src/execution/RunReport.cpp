@@ -13,17 +13,6 @@ namespace Global {
 
 namespace {
 
-void LogTablesOn(report::Report& report, const std::string& userName, const std::string& password) {
-    // A user without a password means no logon at all.
-    if (userName.empty() || password.empty()) {
-        return;
-    }
-    const int tables = report.TableCount();
-    for (int table = 1; table <= tables; ++table) {
-        report.SetTableLogon(table, "", "", userName, password);
-    }
-}
-
 struct Envelope {
     const Variant& message;
     const Variant& subject;
@@ -56,6 +45,13 @@ bool ExportHtmlAndMail(report::Report& report, const Envelope& envelope) {
 }
 
 }  // namespace
+
+void LogTablesOn(report::Report& report, const std::string& userName, const std::string& password) {
+    const int tables = report.TableCount();
+    for (int table = 1; table <= tables; ++table) {
+        report.SetTableLogon(table, "", "", userName, password);
+    }
+}
 
 void HandOverParameter(report::Report& report, int n, const Variant& value, OtherFieldRule rule) {
     report::ParameterField& field = report.Parameter(n);
@@ -92,7 +88,10 @@ bool RunReport(const Variant& reportID, const std::string& reportPath, const Var
     report::Report& report = OpenReport(reportPath);
     // Held here as well: a yield may let other code open a report in its place.
     const std::shared_ptr<report::Report> held = CurrentReport;
-    LogTablesOn(report, userName, password);
+    // A user without a password means no logon at all.
+    if (!userName.empty() && !password.empty()) {
+        LogTablesOn(report, userName, password);
+    }
     if (!Command().empty() && Frame != nullptr) {
         Frame->HideWindow();
     }

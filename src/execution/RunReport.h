@@ -25,6 +25,9 @@ void ClearAttachmentList();
 // The hourglass over the screen and the current Desktop window's list, or both back to normal.
 void BusyCursor(bool busy);
 
+// Logs every table of the report on, with server and database as the report has them.
+void LogTablesOn(report::Report& report, const std::string& userName, const std::string& password);
+
 // What a field of value type code 22 gets: the stored value as it is, or error 424 where the runner hands
 // over an object that it never set.
 enum class OtherFieldRule { HandOver, Fail };

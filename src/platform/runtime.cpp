@@ -29,6 +29,7 @@ constexpr std::array KnownTexts{
     KnownText{err::PathNotFound, "Path not found"},
     KnownText{err::ObjectNotSet, "Object variable or With block variable not set"},
     KnownText{err::InvalidUseOfNull, "Invalid use of Null"},
+    KnownText{err::InvalidPropertyValue, "Invalid property value"},
     KnownText{err::ObjectRequired, "Object required"},
     KnownText{err::Automation, "Automation error"},
     KnownText{

@@ -25,6 +25,7 @@ inline constexpr std::int32_t PathFileAccess = 75;
 inline constexpr std::int32_t PathNotFound = 76;
 inline constexpr std::int32_t ObjectNotSet = 91;
 inline constexpr std::int32_t InvalidUseOfNull = 94;
+inline constexpr std::int32_t InvalidPropertyValue = 380;
 inline constexpr std::int32_t ObjectRequired = 424;
 inline constexpr std::int32_t Automation = 440;
 inline constexpr std::int32_t NoCurrentRecord = 3021;

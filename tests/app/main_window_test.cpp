@@ -268,6 +268,22 @@ TEST_F(MainWindow, MinimisedWindowIsRestoredByTheWindowsMenu) {
     EXPECT_FALSE(window->isMinimized());
 }
 
+TEST_F(MainWindow, FormBecomesAChildWindowThatShowsItselfAndGoesWhenItIsClosed) {
+    form.show();
+    const QPointer<QWidget> added = new QWidget;
+    static_cast<MainFrame&>(form).AddChild(*added);
+    ASSERT_EQ(form.Children().subWindowList().size(), 1);
+    QMdiSubWindow* child = form.Children().subWindowList().front();
+    EXPECT_EQ(child->widget(), added);
+    EXPECT_FALSE(child->isVisible());
+    added->show();
+    EXPECT_TRUE(child->isVisible());
+    child->close();
+    form.hide();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(added.isNull());
+}
+
 TEST_F(MainWindow, HourglassIsSetAndTakenBackOnce) {
     form.ScreenMousePointer(11);
     form.ScreenMousePointer(11);

@@ -24,7 +24,7 @@ class Menus(EditorTest):
 
     def open_menu(self, name):
         self.display.key("alt+" + name[0].lower())
-        self.courier.wait(self.popups, 5, "menu " + name)
+        self.courier.wait(self.popups, what="menu " + name)
         if PICTURES:
             time.sleep(0.3)
             self.display.screenshot(pathlib.Path(PICTURES) / (name + ".png"))
@@ -33,7 +33,7 @@ class Menus(EditorTest):
 
     def close_menu(self):
         self.display.key("Escape", "Escape")
-        self.courier.wait(lambda: not self.popups(), 5, "end of the menu")
+        self.courier.wait(lambda: not self.popups(), what="end of the menu")
 
     def height(self, name):
         height = self.display.size(self.open_menu(name))[1]
@@ -61,15 +61,15 @@ class Menus(EditorTest):
 
         self.open_menu("Help")
         self.display.key("Return")
-        self.courier.wait(about, 5, "about box")
+        self.courier.wait(about, what="about box")
         # Not modal: the main window's menus still open beside it.
         self.display.focus(self.main)
         self.display.key("alt+f")
-        self.courier.wait(lambda: len(self.popups()) == 2, 5, "menu beside the box")
+        self.courier.wait(lambda: len(self.popups()) == 2, what="menu beside the box")
         self.display.key("Escape", "Escape")
-        self.courier.wait(lambda: self.popups() == about(), 5, "end of the menu")
+        self.courier.wait(lambda: self.popups() == about(), what="end of the menu")
         self.display.click(about()[0], 5, 5)
-        self.courier.wait(lambda: not about(), 5, "end of the about box")
+        self.courier.wait(lambda: not about(), what="end of the about box")
         self.assertIsNone(self.courier.process.poll())
 
 

@@ -18,7 +18,8 @@ class RunReport : public testing::Test {
  protected:
     void SetUp() override {
         SetCommand("-sched");
-        engine.reports[Path] = {"Sales 2026", 2, {}, {}};
+        engine.reports[Path].title = "Sales 2026";
+        engine.reports[Path].tables = 2;
     }
     void TearDown() override { SetCommand({}); }
     bool Run(const std::string& format, const std::string& formula = {}, const std::string& user = {},

@@ -113,7 +113,9 @@ class FakeFrame : public MainFrame {
     void EntryVisible(const std::string& entry, bool visible) override { visibility[entry] = visible; }
     void PopupMenu(const std::string& menu) override { popups.push_back(menu); }
     CommonDialog* cd() override { return commonDialog; }
+    void AddChild(QWidget& form) override { children.push_back(&form); }
     CommonDialog* commonDialog = nullptr;
+    std::vector<QWidget*> children;
     bool timerEnabled = true;
     std::vector<bool> timerChanges;
     int hides = 0;

@@ -3,9 +3,9 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QScreen>
 #include <algorithm>
 
+#include "platform/controls/room.h"
 #include "platform/mail_dialogs/address_list_model.h"
 #include "ui_address_book_dialog.h"
 
@@ -32,7 +32,9 @@ AddressBookDialog::AddressBookDialog(const std::vector<mailer::AddressEntry>& en
         ShowEmptyBook();
     }
     Connect();
-    FitToScreen();
+    constexpr int Letters = 75;
+    constexpr int Lines = 26;
+    resize(RoomFor(*this, Letters, entries.empty() ? 0 : Lines));
     ShowState();
 }
 
@@ -65,18 +67,6 @@ void AddressBookDialog::Connect() {
     m_ui->txtSearch->installEventFilter(this);
     m_ui->lsvEntries->installEventFilter(this);
     m_ui->lstChosen->installEventFilter(this);
-}
-
-// Room for names and addresses of the usual length in the font in use, as far as the screen has it.
-void AddressBookDialog::FitToScreen() {
-    constexpr int Columns = 75;
-    constexpr int Lines = 26;
-    QSize size = sizeHint();
-    if (!m_entries.empty()) {
-        size = size.expandedTo(
-            {fontMetrics().averageCharWidth() * Columns, fontMetrics().lineSpacing() * Lines});
-    }
-    resize(size.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 std::vector<mailer::AddressEntry> AddressBookDialog::Chosen() const {

@@ -41,7 +41,6 @@ class AddressBookDialog : public QDialog {
     void SetUpList();
     void ShowEmptyBook();
     void Connect();
-    void FitToScreen();
     void Enter();
     std::vector<std::size_t> Highlighted() const;  // entries that are not chosen yet
     void ShowChosen();

@@ -36,12 +36,23 @@ MailDialog::MailDialog(QWidget* parent)
     Connect();
     ShowBusy(false);
     Load();
-    // As large as everything needs, if the screen has that much.
-    const QSize wanted = m_ui->pagProfile->sizeHint() + QSize(60, 220);
-    resize(wanted.expandedTo(sizeHint()).boundedTo(screen()->availableSize() * 0.9));
+    FitToScreen();
 }
 
 MailDialog::~MailDialog() = default;
+
+// As large as everything needs, if the screen has that much; the rest is scrolled to.
+void MailDialog::FitToScreen() {
+    constexpr int ResultLines = 5;
+    constexpr int WidthInLetters = 84;
+    const QFontMetrics metrics(font());
+    m_ui->txtResult->setFixedHeight(metrics.lineSpacing() * (ResultLines + 1));
+    const int around = m_ui->txtResult->height() + 3 * m_ui->cmdSave->sizeHint().height() +
+                       m_ui->prgBusy->sizeHint().height();
+    const QSize wanted(metrics.averageCharWidth() * WidthInLetters,
+                       m_ui->pagProfile->sizeHint().height() + around);
+    resize(wanted.expandedTo(sizeHint()).boundedTo(screen()->availableSize() * 0.9));
+}
 
 void MailDialog::Connect() {
     const Ui::MailDialog& ui = *m_ui;
@@ -183,8 +194,8 @@ void MailDialog::cmdForget_Click() {
 
 void MailDialog::ShowPasswordState() {
     const bool isStored = m_hasPassword && !m_forgetPassword;
-    m_ui->txtPassword->setPlaceholderText(isStored           ? "stored; type to replace it"
-                                          : m_forgetPassword ? "goes when the profile is saved"
+    m_ui->txtPassword->setPlaceholderText(isStored           ? "stored"
+                                          : m_forgetPassword ? "goes when saved"
                                                              : "none stored");
     m_ui->cmdForget->setEnabled(isStored);
 }

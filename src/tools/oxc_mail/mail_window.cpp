@@ -5,14 +5,25 @@
 #include "tools/oxc_mail/mail_dialog.h"
 
 namespace tools {
+namespace {
+
+[[noreturn]] void RefuseWithoutDisplay() {
+    throw RuntimeError(err::DeviceIo,
+                       "The window needs a display; oxc-mail --help tells the commands, which need none");
+}
+
+}  // namespace
 
 int ShowMailWindow(int argc, char** argv) {
-    const bool isOffscreenWanted = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    if (!MayHaveDisplay()) {
+        RefuseWithoutDisplay();
+    }
+    // A display that does not answer must not end the process by force.
+    const bool isPlatformChosen = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
     FallBackToOffscreen();
     Application application(argc, argv);
-    if (!HasDisplay() && !isOffscreenWanted) {
-        throw RuntimeError(err::DeviceIo,
-                           "The window needs a display; oxc-mail --help tells the commands, which need none");
+    if (!HasDisplay() && !isPlatformChosen) {
+        RefuseWithoutDisplay();
     }
     QtPrompts prompts;
     SetPrompts(&prompts);

@@ -1,0 +1,50 @@
+// A stand-in for the desktop: notes what was opened and gives the answers that a test sets.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/runtime.h"
+#include "platform/shell.h"
+
+namespace fakes {
+
+struct Opening {
+    std::string verb, file, parameters, directory;
+    int showMode = 0;
+    bool operator==(const Opening&) const = default;
+};
+
+class FakeShell : public Shell {
+ public:
+    FakeShell() { SetShell(this); }
+    ~FakeShell() override { SetShell(nullptr); }
+    int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& parameters,
+                      const std::string& directory, int showMode) override {
+        openings.push_back({verb, file, parameters, directory, showMode});
+        RaiseIfAsked();
+        return code;
+    }
+    std::string BrowseForFolder(WindowHandle owner, const std::string& title) override {
+        owners.push_back(owner);
+        titles.push_back(title);
+        RaiseIfAsked();
+        return folder;
+    }
+    int code = 33;       // of ShellExecuteA
+    std::string folder;  // the folder that is picked; empty: cancelled
+    std::optional<RuntimeError> error;
+    std::vector<Opening> openings;
+    std::vector<WindowHandle> owners;
+    std::vector<std::string> titles;
+
+ private:
+    void RaiseIfAsked() const {
+        if (error) {
+            throw *error;
+        }
+    }
+};
+
+}  // namespace fakes
