@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/controls/list_view.h"
+#include "platform/dates.h"
 
 // What an item is, by its Icon.
 namespace desk {
