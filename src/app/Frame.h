@@ -20,7 +20,7 @@ class MainFrame {
     virtual void AddChild(QWidget& form) = 0;
 
     // Its menus, by the names of menus and entries.
-    virtual void ClickEntry(const std::string& entry) = 0;  // as a person does; nothing while it is disabled
+    virtual void ClickEntry(const std::string& entry) = 0;  // runs its handler; nothing when it has none
     virtual void EntryCaption(const std::string& entry, const std::string& caption) = 0;
     virtual void EntryVisible(const std::string& entry, bool visible) = 0;
     virtual void PopupMenu(const std::string& menu) = 0;  // at the pointer
@@ -37,4 +37,6 @@ class DeskWindow {
     virtual std::string SelectedKey() const = 0;
     // The command of toolbar button `command` - 1.
     virtual void ComAction(int command) = 0;
+    // Shows a folder: its name becomes the caption. The packages of the root are left out.
+    virtual void RefreshList(const std::string& folderName, const std::string& folderID) = 0;
 };

@@ -47,15 +47,19 @@ const std::string& SlotFromOne(const std::vector<std::string>& list, int index) 
 
 }  // namespace
 
-DeskWindow& ActiveDesk() {
-    if (DeskIndex < 0 || DeskIndex >= static_cast<int>(DeskWindows.size())) {
+DeskWindow& DeskSlot(int slot) {
+    if (slot < 0 || slot >= static_cast<int>(DeskWindows.size())) {
         throw RuntimeError(err::SubscriptOutOfRange);
     }
-    DeskWindow* const window = DeskWindows[static_cast<std::size_t>(DeskIndex)];
+    DeskWindow* const window = DeskWindows[static_cast<std::size_t>(slot)];
     if (window == nullptr) {
         throw RuntimeError(err::ObjectNotSet);
     }
     return *window;
+}
+
+DeskWindow& ActiveDesk() {
+    return DeskSlot(DeskIndex);
 }
 
 std::string& AttachmentSlot(int index) {

@@ -28,8 +28,9 @@ extern MainFrame* Frame;  // null until the main window is loaded
 extern std::vector<DeskWindow*> DeskWindows;
 extern std::int16_t DeskCount;
 extern std::int16_t DeskIndex;
-// The window that commands act on, DeskWindows(DeskIndex): 9 "Subscript out of range" when there is no such
-// slot, 91 when its window was closed.
+// The window in a slot: 9 "Subscript out of range" when there is no such slot, 91 when its window was closed.
+DeskWindow& DeskSlot(int slot);
+// The window that commands act on, DeskWindows(DeskIndex).
 DeskWindow& ActiveDesk();
 extern std::string CurrentFolderID;
 extern std::string CurrentFolder;

@@ -5,6 +5,8 @@
 #include "app/DocumentCommands.h"
 #include "app/frmConfig.h"
 #include "app/frmMain.h"
+#include "desktop/DeskMenus.h"
+#include "desktop/DetailViews.h"
 
 MenuHandler FindMenuHandler(const std::string& entry) {
     static const std::map<std::string, std::function<void()>> handlers = {
@@ -20,6 +22,15 @@ MenuHandler FindMenuHandler(const std::string& entry) {
         {"mnuSupport", mnuSupport_Click},
         {"mnutbLoad", mnutbLoad_Click},
         {"mnutbExit", mnutbExit_Click},
+        {"mnuIcons", mnuIcons_Click},
+        {"mnuViewList", mnuViewList_Click},
+        {"mnuDetails", mnuDetails_Click},
+        {"mnuDeskRpt", mnuDeskRpt_Click},
+        {"mnuDeskDel", mnuDeskDel_Click},
+        {"mnuDeskNew", mnuDeskNew_Click},
+        {"mnuDeskOpen", mnuDeskOpen_Click},
+        {"mnuRename", mnuRename_Click},
+        {"mnuDeskDelfld", mnuDeskDelfld_Click},
         // These two close their menu and do nothing else.
         {"mnuNothing", nullptr},
         {"mnuDelPckg", nullptr},

@@ -104,6 +104,9 @@ void frmMain::AddMenu(const MenuRow& row) {
     auto* menu = new QMenu(QString::fromUtf8(row.caption), this);
     menu->setObjectName(row.menu);
     m_menus[row.menu] = menu;
+    if (const MenuHandler handler = FindMenuHandler(row.menu); handler.click) {
+        connect(menu, &QMenu::aboutToShow, this, handler.click);
+    }
     if (!row.popup) {
         menuBar()->addMenu(menu);
     }
@@ -206,7 +209,10 @@ QAction* frmMain::Entry(const std::string& name) const {
 }
 
 void frmMain::ClickEntry(const std::string& entry) {
-    m_entries.at(entry)->trigger();
+    // Also when the entry is hidden, which would keep its action from being triggered.
+    if (const MenuHandler handler = FindMenuHandler(entry); handler.click) {
+        handler.click();
+    }
 }
 
 void frmMain::EntryCaption(const std::string& entry, const std::string& caption) {

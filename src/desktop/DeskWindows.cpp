@@ -16,7 +16,17 @@ frmDesk* OpenDeskWindow(QMdiArea& area) {
     window->Tag = std::to_string(slot);
     QMdiSubWindow* frame = area.addSubWindow(window);
     frame->setAttribute(Qt::WA_DeleteOnClose);
-    frame->resize(640, 420);
+    QObject::connect(frame, &QMdiSubWindow::aboutToActivate, window, &frmDesk::Form_Activate);
+    window->Form_Load();
     window->show();
+    window->Form_Activate();
     return window;
+}
+
+frmDesk& DeskAt(int slot) {
+    return dynamic_cast<frmDesk&>(Global::DeskSlot(slot));
+}
+
+frmDesk& ActiveDeskForm() {
+    return dynamic_cast<frmDesk&>(Global::ActiveDesk());
 }

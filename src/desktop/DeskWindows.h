@@ -4,7 +4,12 @@
 class QMdiArea;
 class frmDesk;
 
-// A new Desktop window in the slot behind the highest in use. The slot's number is the window's Tag. When a
-// window in the middle was closed before, the new one takes the slot of a window that is still open; that one
-// stays on the screen and is no longer reached through the slots.
+// A new Desktop window of the place CurrentFolderID, in the slot behind the highest in use. The slot's number
+// is the window's Tag. When a window in the middle was closed before, the new one takes the slot of a window
+// that is still open; that one stays on the screen and is no longer reached through the slots.
 frmDesk* OpenDeskWindow(QMdiArea& area);
+
+// The window in a slot: 9 "Subscript out of range" when there is no such slot, 91 when it is empty.
+frmDesk& DeskAt(int slot);
+// The one that commands act on.
+frmDesk& ActiveDeskForm();

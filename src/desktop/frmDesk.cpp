@@ -1,18 +1,156 @@
 #include "desktop/frmDesk.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMdiSubWindow>
+#include <algorithm>
+#include <functional>
+#include <iterator>
 
 #include "app/Global.h"
+#include "app/ShellMod.h"
+#include "desktop/DeskItems.h"
+#include "desktop/Images.h"
+#include "execution/RunReport.h"
+#include "platform/controls/key_codes.h"
+#include "platform/controls/twips.h"
 #include "platform/convert.h"
+#include "platform/prompts.h"
+#include "platform/registry.h"
+#include "store/LiveDatabase.h"
+#include "ui_frmDesk.h"
 
-frmDesk::frmDesk(QWidget* parent) : QWidget(parent) {
-    setObjectName("frmDesk");
-    setWindowTitle("Desktop");
+namespace {
+
+constexpr int WindowWidth = 10260, WindowHeight = 7970;  // twips
+constexpr int BesideList = 2880, AboveList = 1110;       // twips
+constexpr int EscapeKey = 27;
+constexpr int BottomMargin = 4, BetweenTreeAndList = 4;  // pixels
+
+struct Button {
+    const char* caption;  // null: a separator
+    const char* tip;
+};
+constexpr Button Buttons[] = {
+    {"New Folder", "Create a new folder"},
+    {"New Report", "Schedule a new report"},
+    {"New Package", ""},
+    {nullptr, nullptr},
+    {"Preview", "Preview the selected report"},
+    {"Delete", "Delete the selected item"},
+    {nullptr, nullptr},
+    {"History", "View the schedule history"},
+    {"Design", "Edit the report design"},
+    {"Options", "Configuration options"},
+    {"Help", "View online help"},
+};
+
+bool IsUnreadableDatabase(const RuntimeError& error) {
+    return error.Number() == err::DataUnavailable || error.Number() == err::DataTableMissing;
 }
 
-void frmDesk::closeEvent(QCloseEvent* event) {
-    Form_Unload();
-    event->accept();
+}  // namespace
+
+frmDesk::frmDesk(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::frmDesk>()) {
+    m_ui->setupUi(this);
+    Toolbar1 = m_ui->Toolbar1;
+    tvwFolder = m_ui->tvwFolder;
+    lsvDesk = m_ui->lsvDesk;
+    tvwFolder->Icons(&ItemImages());
+    lsvDesk->Icons(&ItemImages());
+    Toolbar1->Icons(&ToolbarImages());
+    BuildToolbar();
+    connect(Toolbar1, &ToolBar::ButtonClick, this, &frmDesk::Toolbar1_ButtonClick);
+    connect(tvwFolder, &TreeView::Click, this, &frmDesk::tvwFolder_Click);
+    connect(tvwFolder, &TreeView::KeyDown, this, &frmDesk::tvwFolder_KeyDown);
+    connect(lsvDesk, &ListView::Click, this, &frmDesk::lsvDesk_Click);
+    connect(lsvDesk, &ListView::DblClick, this, &frmDesk::lsvDesk_DblClick);
+    connect(lsvDesk, &ListView::MouseUp, this, &frmDesk::lsvDesk_MouseUp);
+    connect(lsvDesk, &ListView::ColumnClick, this, &frmDesk::lsvDesk_ColumnClick);
+    connect(lsvDesk, &ListView::AfterLabelEdit, this, &frmDesk::lsvDesk_AfterLabelEdit);
+    connect(lsvDesk, &ListView::KeyDown, this, &frmDesk::lsvDesk_KeyDown);
+}
+
+frmDesk::~frmDesk() = default;
+
+frmDesk& frmDesk::DefaultInstance() {
+    static auto* const form = [] {
+        auto* made = new frmDesk;
+        made->Form_Load();
+        return made;
+    }();
+    return *form;
+}
+
+void frmDesk::BuildToolbar() {
+    for (const Button& button : Buttons) {
+        if (button.caption == nullptr) {
+            Toolbar1->Buttons().AddSeparator();
+            continue;
+        }
+        const int image = static_cast<int>(&button - Buttons) + 1;
+        Toolbar1->Buttons().Add(button.caption, button.tip, image);
+    }
+    // They act on an item, and nothing is selected yet.
+    Toolbar1->Buttons()(PreviewButton).Enabled(false);
+    Toolbar1->Buttons()(DesignButton).Enabled(false);
+}
+
+void frmDesk::Form_Load() {
+    const std::function<void()> steps[] = {
+        [] {
+            // Kept by the commands of the View menu; every window opens in the view of its design all the
+            // same.
+            CInt(ShellMod::ReadSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, "View", "0"));
+        },
+        [] { Global::BusyCursor(true); },
+        [] {
+            if (Global::CurrentFolderID.empty()) {
+                Global::CurrentFolderID = "0";
+            }
+        },
+        [this] { desk::AddFolders(*lsvDesk, Global::CurrentFolderID, desk::FolderItem); },
+        [this] { SetFirstSize(); },
+        [this] { BuildTree(); },
+        [] { Global::BusyCursor(false); },
+        [this] {
+            if (CInt(Global::CurrentFolderID) == 0) {
+                AddBatches();
+            }
+        },
+        [this] { tvwFolder->Nodes()(1).Expanded(true); },
+    };
+    constexpr std::size_t FolderQuery = 3;
+    for (std::size_t step = 0; step < std::size(steps);) {
+        try {
+            steps[step]();
+            ++step;
+        } catch (...) {
+            const RuntimeError error = CurrentError();
+            if (!IsUnreadableDatabase(error)) {
+                Global::ShowError(error);
+                ++step;
+                continue;
+            }
+            MsgBox(
+                "The selected data source is invalid or corrupt.\nOxbow Courier will now create a fresh data "
+                "source.",
+                vbCritical);
+            Global::EnsureLiveDatabase();
+            step = FolderQuery;
+        }
+    }
+}
+
+void frmDesk::SetFirstSize() {
+    QWidget* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
+    if (frame == nullptr) {
+        frame = this;
+    }
+    frame->resize(Pixels(WindowWidth), Pixels(WindowHeight));
+    if (Global::DeskCount == 1) {
+        frame->move(Pixels(1), Pixels(1));
+    }
 }
 
 void frmDesk::Form_Activate() {
@@ -27,25 +165,64 @@ void frmDesk::Form_Unload() {
     }
 }
 
-void frmDesk::ListMousePointer(int pointer) {
-    if (pointer == 0) {
-        unsetCursor();
-    } else {
-        setCursor(Qt::WaitCursor);
+// A window that is too small keeps tree and list as they are. The toolbar takes more room than it is given
+// where the user's font is large.
+void frmDesk::Form_Resize() {
+    const int bar = std::max(Toolbar1->sizeHint().height(), Pixels(AboveList) - BottomMargin);
+    Toolbar1->setGeometry(0, 0, width(), bar);
+    const int listWidth = width() - Pixels(BesideList);
+    const int height = this->height() - std::max(Pixels(AboveList), bar + BottomMargin);
+    if (listWidth < 0 || height < 0) {
+        return;
     }
+    tvwFolder->setGeometry(0, bar, Pixels(BesideList) - BetweenTreeAndList, height);
+    lsvDesk->setGeometry(Pixels(BesideList), bar, listWidth, height);
+    lsvDesk->Refresh();
+}
+
+void frmDesk::Form_KeyDown(int keyCode) {
+    if (keyCode != EscapeKey) {
+        return;
+    }
+    ListItems& items = lsvDesk->ListItems();
+    for (int index = items.Count(); index >= 1; --index) {
+        if (items(index).Text() == "New Folder") {
+            items.Remove(index);
+        }
+    }
+}
+
+void frmDesk::closeEvent(QCloseEvent* event) {
+    Form_Unload();
+    event->accept();
+}
+
+void frmDesk::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    Form_Resize();
+}
+
+void frmDesk::keyPressEvent(QKeyEvent* event) {
+    Form_KeyDown(KeyCode(*event));
+    QWidget::keyPressEvent(event);
 }
 
 std::string frmDesk::Caption() const {
     return windowTitle().toStdString();
 }
 
-// The window shows no items: nothing can be selected.
+void frmDesk::ListMousePointer(int pointer) {
+    lsvDesk->MousePointer(pointer);
+}
+
 std::string frmDesk::SelectedText() const {
-    throw RuntimeError(err::ObjectNotSet);
+    return lsvDesk->SelectedItem().Text();
 }
 
 std::string frmDesk::SelectedKey() const {
-    throw RuntimeError(err::ObjectNotSet);
+    return lsvDesk->SelectedItem().Key;
 }
 
-void frmDesk::ComAction(int /*command*/) {}
+void frmDesk::Toolbar1_ButtonClick(int index) {
+    ComAction(index + 1);
+}

@@ -1,26 +1,91 @@
-// A Desktop window.
+// A Desktop window: the tree of all folders on the left, the folders, schedules and packages of one place on
+// the right, the toolbar above. The caption is the name of the place and is used as data: it is the folder
+// that a schedule is looked for in.
+//
+// Items are tied to their rows by text and key alone; their Icon says what they are (DeskItems.h).
 #pragma once
 
 #include <QWidget>
+#include <memory>
 #include <string>
 
 #include "app/Frame.h"
+#include "platform/controls/list_view.h"
+#include "platform/controls/toolbar.h"
+#include "platform/controls/tree_view.h"
+
+namespace Ui {
+class frmDesk;
+}
+
+// Numbers of toolbar buttons that are switched on and off.
+inline constexpr int NewPackageButton = 3, PreviewButton = 5, DesignButton = 9;
 
 class frmDesk : public QWidget, public DeskWindow {
     Q_OBJECT
  public:
     explicit frmDesk(QWidget* parent = nullptr);
+    ~frmDesk() override;
+    // One more window that is never shown and has no slot; made and loaded at its first use.
+    static frmDesk& DefaultInstance();
 
+    ToolBar* Toolbar1;
+    TreeView* tvwFolder;
+    ListView* lsvDesk;
     std::string Tag;  // the number of the window's slot
 
+    // Shows the place CurrentFolderID. A database that cannot be read is told in a box, a fresh one is made
+    // if the file is missing, and the reading begins again, however often. Other errors are shown; the load
+    // goes on behind them.
+    void Form_Load();
     void Form_Activate();
     void Form_Unload();
+    void Form_Resize();
+    void Form_KeyDown(int keyCode);
+
+    void BuildTree();  // three levels of folders below the root
+    void AddChildren(const std::string& parentID, const std::string& parentKey);
+    void AddBatches();  // every package
+    // Fills the newest window with the reports of the package that the key names.
+    void OpenPackage(const std::string& key);
+
+    // DeskWindow
     std::string Caption() const override;
     void ListMousePointer(int pointer) override;
     std::string SelectedText() const override;
     std::string SelectedKey() const override;
     void ComAction(int command) override;
+    void RefreshList(const std::string& folderName, const std::string& folderID) override;
+
+    void tvwFolder_Click();
+    void tvwFolder_KeyDown(int keyCode) { Form_KeyDown(keyCode); }
+    void lsvDesk_Click();
+    void lsvDesk_DblClick();
+    void lsvDesk_MouseUp(int button);
+    void lsvDesk_ColumnClick(int header);
+    void lsvDesk_AfterLabelEdit(int& cancel, std::string& newString);
+    void lsvDesk_KeyDown(int keyCode) { Form_KeyDown(keyCode); }
+    void Toolbar1_ButtonClick(int index);
 
  protected:
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+    void BuildToolbar();
+    void SetFirstSize();
+    bool RunCommand(int command);  // false: the command was left early, and the hourglass stays
+    bool NewFolder();
+    bool Preview();
+    bool Delete();
+    void DeleteFolder(ListItem& item);
+    void DeleteReport(ListItem& item);
+    bool RenameFolder(const std::string& oldName, const std::string& newName);
+    void RenameSchedule(const std::string& oldTitle, const std::string& newTitle);
+    frmDesk& OpenNext();  // one more window in the frame of this one
+    void OpenFolder(const ListItem& item);
+    void OpenPackageWindow(const ListItem& item);
+
+    std::unique_ptr<Ui::frmDesk> m_ui;
 };

@@ -133,6 +133,10 @@ class FakeDesk : public DeskWindow {
     std::string SelectedText() const override { return Selected().first; }
     std::string SelectedKey() const override { return Selected().second; }
     void ComAction(int command) override { commands.push_back(command); }
+    void RefreshList(const std::string& folderName, const std::string& folderID) override {
+        refreshes.emplace_back(folderName, folderID);
+    }
+    std::vector<std::pair<std::string, std::string>> refreshes;  // folder's name and key
     std::string caption = "Desktop";
     std::optional<std::pair<std::string, std::string>> selected;  // text, key
     std::vector<int> pointers, commands;

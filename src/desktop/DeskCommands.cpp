@@ -1,0 +1,158 @@
+// The commands of the toolbar.
+#include "app/Global.h"
+#include "desktop/DeskItems.h"
+#include "desktop/frmDesk.h"
+#include "dialogs/PreviewSchedule.h"
+#include "dialogs/ScheduleRecords.h"
+#include "execution/RunReport.h"
+#include "platform/adodb.h"
+#include "platform/clock.h"
+#include "platform/convert.h"
+#include "platform/prompts.h"
+#include "store/Upkeep.h"
+
+namespace {
+
+bool Confirmed(const std::string& question) {
+    return MsgBox(question, vbYesNo) == vbYes;
+}
+
+}  // namespace
+
+void frmDesk::ComAction(int command) {
+    try {
+        Global::BusyCursor(true);
+        if (RunCommand(command)) {
+            Global::BusyCursor(false);
+        }
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        if (error.Number() == err::ObjectNotSet) {  // no item is selected
+            Global::BusyCursor(false);
+            return;
+        }
+        Global::ShowError(error);
+    }
+}
+
+bool frmDesk::RunCommand(int command) {
+    switch (command) {
+        case 1:
+            if (Global::FolderClicks == 1) {
+                Global::FolderClicks = 0;
+                lsvDesk->ListItems().Clear();
+                Form_Load();
+                setWindowTitle("Desktop");
+                Toolbar1->Buttons()(NewPackageButton).Enabled(false);
+            }
+            return true;
+        case 2:
+            return NewFolder();
+        case 6:
+            return Preview();
+        case 7:
+            return Delete();
+        case 9:
+            Global::Frame->ClickEntry("mnuView");
+            return true;
+        case 10:
+            MsgBox("Remember to refresh the report for changes to be carried through", vbInformation);
+            Global::Frame->ClickEntry("mnuDesign");
+            return true;
+        case 11:
+            Global::Frame->ClickEntry("mnuPollInt");
+            return true;
+        case 12:
+            Global::Frame->ClickEntry("mnuHelp");
+            return true;
+        default:
+            return true;
+    }
+}
+
+bool frmDesk::NewFolder() {
+    ListItems& items = lsvDesk->ListItems();
+    for (int index = 1; index <= items.Count(); ++index) {
+        if (items(index).Text() == "New Folder") {
+            return false;
+        }
+    }
+    const int seconds = desk::SecondsOfKey(Now());
+    const std::string name = Replace(InputBox("Please provide a name for the folder"), "'", "");
+    if (!Global::FolderNameFree(name)) {
+        MsgBox("The name '" + name + "' already exists in the system. Please specify a new name.",
+               vbExclamation, "Error renaming file");
+        lsvDesk->SelectedItem();  // none: there is nothing to give another name
+        lsvDesk->StartLabelEdit();
+        return false;
+    }
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    connection.Execute("insert into Folders(FolderName, Parent) values('" + name + "'," +
+                       Global::CurrentFolderID + ")");
+    connection.Close();
+    items.Add(name + std::to_string(seconds), name, desk::FolderItem, desk::FolderItem);
+    return true;
+}
+
+bool frmDesk::Preview() {
+    const ListItem& item = lsvDesk->SelectedItem();
+    if (item.Text().empty()) {
+        return false;
+    }
+    if (item.Icon == desk::ScheduleItem) {
+        Global::PreviewSchedule(Global::GetScheduleID(item.Text(), Caption()));
+    } else if (item.Icon == desk::PackageReportItem) {
+        Global::Frame->ClickEntry("mnubtcRun");
+    }
+    return true;
+}
+
+bool frmDesk::Delete() {
+    ListItem& item = lsvDesk->SelectedItem();
+    if (item.Text().empty()) {
+        return false;
+    }
+    switch (item.Icon) {
+        case desk::FolderItem:
+            DeleteFolder(item);
+            break;
+        case desk::ScheduleItem:
+            DeleteReport(item);
+            break;
+        case desk::PackageItem:
+        case desk::PackageReportItem:
+            Global::Frame->ClickEntry("mnubtcDelSel");
+            break;
+        default:
+            break;
+    }
+    return true;
+}
+
+// The folder's own row goes first, so that the second statement finds no name and deletes nothing: the
+// schedules of the folder stay and go on running.
+void frmDesk::DeleteFolder(ListItem& item) {
+    if (!Confirmed("Delete the '" + item.Text() + "' folder and all its contents?")) {
+        return;
+    }
+    const std::string id = std::to_string(Global::GetFolderID(item.Text()));
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    connection.Execute("delete from folders where folderid =" + id);
+    connection.Execute(
+        "delete from reportscheduler where parent =(select foldername from folders where folderid =" + id +
+        ")");
+    connection.Execute("delete from folders where parent = " + id);
+    connection.Close();
+    lsvDesk->ListItems().Remove(item.Index());
+}
+
+void frmDesk::DeleteReport(ListItem& item) {
+    if (!Confirmed("Delete the '" + item.Text() + "' report?")) {
+        return;
+    }
+    Global::DeleteSchedule(
+        std::to_string(Global::GetScheduleID(item.Text(), Global::ActiveDesk().Caption())));
+    lsvDesk->ListItems().Remove(item.Index());
+}

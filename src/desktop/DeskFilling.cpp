@@ -1,0 +1,115 @@
+// How a Desktop window is filled: its tree, its folders, schedules and packages.
+#include "app/Global.h"
+#include "desktop/DeskItems.h"
+#include "desktop/DeskWindows.h"
+#include "desktop/DetailViews.h"
+#include "desktop/frmDesk.h"
+#include "dialogs/ScheduleRecords.h"
+#include "execution/RunReport.h"
+#include "platform/adodb.h"
+#include "platform/convert.h"
+#include "store/TextConventions.h"
+
+namespace {
+
+struct Folder {
+    std::string id, name;
+    std::string Key() const { return id + "^" + name; }
+};
+
+std::vector<Folder> FoldersBelow(const std::string& parentID) {
+    ADODB::Recordset rows;
+    rows.Open("select foldername, folderid from folders where parent = " + parentID,
+              Global::ConnectionString);
+    std::vector<Folder> folders;
+    for (; !rows.EOF_(); rows.MoveNext()) {
+        folders.push_back({rows.Fields("FolderID").Value.Text(), rows.Fields("FolderName").Value.Text()});
+    }
+    rows.Close();
+    return folders;
+}
+
+}  // namespace
+
+void frmDesk::BuildTree() {
+    Global::BusyCursor(true);
+    Nodes& nodes = tvwFolder->Nodes();
+    nodes.Add("", "Desktop", "Desktop", desk::TreeRoot);
+    for (const Folder& folder : FoldersBelow("0")) {
+        nodes.Add("Desktop", folder.Key(), folder.name, desk::TreeFolder);
+        for (const Folder& child : FoldersBelow(folder.id)) {
+            nodes.Add(folder.Key(), child.Key(), child.name, desk::TreeFolder);
+            AddChildren(child.id, child.Key());
+        }
+    }
+    Global::BusyCursor(false);
+}
+
+// Its own children are where the tree ends: deeper folders are reached through the list.
+void frmDesk::AddChildren(const std::string& parentID, const std::string& parentKey) {
+    for (const Folder& folder : FoldersBelow(parentID)) {
+        tvwFolder->Nodes().Add(parentKey, folder.Key(), folder.name, desk::TreeFolder);
+    }
+}
+
+void frmDesk::AddBatches() {
+    try {
+        ADODB::Recordset rows;
+        rows.Open("select * from reportbatch", Global::ConnectionString);
+        const ListView::Filling filling(*lsvDesk);
+        for (; !rows.EOF_(); rows.MoveNext()) {
+            try {
+                lsvDesk->ListItems().Add("Pckg:" + rows.Fields("ReportID").Value,
+                                         rows.Fields("BatchName").Value.Text(), desk::PackageItem,
+                                         desk::PackageItem);
+            } catch (const RuntimeError& error) {
+                if (error.Number() != err::KeyNotUnique) {  // the package is listed already
+                    throw;
+                }
+            }
+        }
+        rows.Close();
+    } catch (...) {
+        Global::ShowError(CurrentError());
+    }
+}
+
+void frmDesk::OpenPackage(const std::string& key) {
+    ADODB::Recordset rows;
+    rows.Open("select * from reportbatchdtls where  reportid = " + cmFunc::GetDelimitedField(key, 2, ":"),
+              Global::ConnectionString);
+    ListView& list = *DeskAt(Global::DeskCount).lsvDesk;
+    for (; !rows.EOF_(); rows.MoveNext()) {
+        const std::string title = rows.Fields("ReportTitle").Value.Text();
+        list.ListItems().Add(rows.Fields("DetailID").Value + ":" + title, title, desk::PackageReportItem,
+                             desk::PackageReportItem);
+    }
+    rows.Close();
+}
+
+void frmDesk::tvwFolder_Click() {
+    const std::string name = tvwFolder->SelectedItem().Text();
+    Global::CurrentFolderID = std::to_string(Global::GetFolderID(name));
+    setWindowTitle(QString::fromStdString(name));
+    if (lsvDesk->View() == ListView::ReportView) {
+        bldDetails(name);
+        return;
+    }
+    desk::ShowSchedules(*lsvDesk, name, 0);
+    ++Global::FolderClicks;
+    desk::AddFolders(*lsvDesk, Global::CurrentFolderID, 0);
+    if (CInt(Global::CurrentFolderID) == 0) {
+        AddBatches();
+    }
+}
+
+void frmDesk::RefreshList(const std::string& folderName, const std::string& folderID) {
+    setWindowTitle(QString::fromStdString(folderName));
+    desk::ShowSchedules(*lsvDesk, folderName, desk::ScheduleItem);
+    desk::AddFolders(*lsvDesk, folderID, desk::FolderItem);
+    if (CInt(folderID) == 0) {
+        // The packages go to the form's own instance, not to this window: it shows none until it is filled
+        // again.
+        DefaultInstance().AddBatches();
+    }
+}

@@ -1,0 +1,200 @@
+// What happens on the items of a Desktop window's list: opening, renaming, context menus.
+#include <QMdiSubWindow>
+
+#include "app/Global.h"
+#include "desktop/DeskItems.h"
+#include "desktop/DeskWindows.h"
+#include "desktop/frmDesk.h"
+#include "dialogs/ScheduleRecords.h"
+#include "execution/RunReport.h"
+#include "platform/adodb.h"
+#include "platform/convert.h"
+#include "platform/prompts.h"
+#include "store/Upkeep.h"
+
+namespace {
+
+// The place is the newest folder when a statement finds a value missing; then the statement is repeated,
+// once.
+template <typename Statement>
+void WithPlace(const Statement& statement) {
+    try {
+        statement();
+    } catch (const RuntimeError& error) {
+        if (error.Number() != err::DataColumnMissing) {
+            throw;
+        }
+        ADODB::Recordset newest;
+        newest.Open("select max(folderid) as MaxID from Folders", Global::ConnectionString);
+        Global::CurrentFolderID = newest.Fields("MaxID").Value.Text();
+        newest.Close();
+        statement();
+    }
+}
+
+}  // namespace
+
+void frmDesk::lsvDesk_Click() {
+    if (!lsvDesk->HasSelection()) {
+        return;
+    }
+    const ListItem& item = lsvDesk->SelectedItem();
+    switch (item.Icon) {
+        case desk::ScheduleItem:
+            if (!item.Text().empty()) {
+                Toolbar1->Buttons()(DesignButton).Enabled(true);
+                Toolbar1->Buttons()(PreviewButton).Enabled(true);
+            }
+            break;
+        case desk::FolderItem:
+            Toolbar1->Buttons()(DesignButton).Enabled(false);
+            Toolbar1->Buttons()(PreviewButton).Enabled(false);
+            break;
+        case desk::PackageReportItem:
+            Toolbar1->Buttons()(PreviewButton).Enabled(true);
+            break;
+        default:
+            break;
+    }
+}
+
+void frmDesk::lsvDesk_DblClick() {
+    if (lsvDesk->ListItems().Count() == 0) {
+        return;
+    }
+    try {
+        Global::BusyCursor(true);
+        const ListItem& item = lsvDesk->SelectedItem();
+        WithPlace([&] { Global::CurrentFolderID = std::to_string(Global::GetFolderID(item.Text())); });
+        if (item.Text().empty()) {
+            return;
+        }
+        switch (item.Icon) {
+            case desk::FolderItem:
+            case 0:
+                OpenFolder(item);
+                break;
+            case desk::ScheduleItem:
+                ComAction(4);
+                break;
+            case desk::PackageItem:
+                OpenPackageWindow(item);
+                break;
+            default:
+                break;
+        }
+        Global::BusyCursor(false);
+    } catch (...) {
+        Global::ShowError(CurrentError());
+        Global::BusyCursor(false);
+    }
+}
+
+frmDesk& frmDesk::OpenNext() {
+    return *OpenDeskWindow(*qobject_cast<QMdiSubWindow*>(parentWidget())->mdiArea());
+}
+
+void frmDesk::OpenFolder(const ListItem& item) {
+    const std::string name = item.Text();
+    frmDesk& window = OpenNext();
+    if (item.Icon == desk::FolderItem) {
+        Global::CurrentFolder = name;
+    }
+    window.setWindowTitle(QString::fromStdString(Global::CurrentFolder));
+    WithPlace([&] { desk::ShowSchedules(*window.lsvDesk, name, desk::ScheduleItem); });
+    WithPlace([&] { desk::AddFolders(*window.lsvDesk, Global::CurrentFolderID, desk::FolderItem); });
+}
+
+void frmDesk::OpenPackageWindow(const ListItem& item) {
+    Global::CurrentFolderID = "999";
+    frmDesk& window = OpenNext();
+    window.setWindowTitle(QString::fromStdString("Package - " + item.Text()));
+    window.lsvDesk->ListItems().Clear();
+    WithPlace([&] { OpenPackage(item.Key); });
+}
+
+void frmDesk::lsvDesk_MouseUp(int button) {
+    constexpr int RightButton = 2;
+    if (button != RightButton || lsvDesk->ListItems().Count() == 0 || !lsvDesk->HasSelection() ||
+        lsvDesk->SelectedItem().Text().empty()) {
+        return;
+    }
+    MainFrame& frame = *Global::Frame;
+    const int icon = lsvDesk->SelectedItem().Icon;
+    if (icon == desk::FolderItem) {
+        frame.PopupMenu("mnuDeskFld");
+    } else if (icon == desk::ScheduleItem) {
+        frame.PopupMenu("mnuDeskRpt");
+    } else if (icon == desk::PackageItem || icon == desk::PackageReportItem) {
+        const bool package = icon == desk::PackageItem;
+        frame.EntryCaption("mnubtcDelSel", package ? "Delete Package..." : "Delete Report...");
+        for (const char* entry : {"mnubtcRun", "mnubtcOutput", "mnuhash99", "mnubtcPar"}) {
+            frame.EntryVisible(entry, !package);
+        }
+        frame.EntryVisible("mnubtcExec", package);
+        frame.PopupMenu("mnubtchPop2");
+    }
+}
+
+void frmDesk::lsvDesk_ColumnClick(int header) {
+    lsvDesk->SortKey(header - 1);
+    lsvDesk->Sorted(true);
+    lsvDesk->Refresh();
+}
+
+void frmDesk::lsvDesk_AfterLabelEdit(int& cancel, std::string& newString) {
+    try {
+        ListItem& item = lsvDesk->SelectedItem();
+        if (newString.empty()) {
+            MsgBox("You must provide a name for this object", vbExclamation);
+            newString = item.Text();
+            return;
+        }
+        if (newString == item.Text()) {
+            return;
+        }
+        if (cancel != 0) {
+            lsvDesk->ListItems().Remove(item.Key);
+            return;
+        }
+        // The list shows the marks until it is filled again.
+        const std::string newName = Replace(newString, "'", "");
+        if (item.Icon != desk::FolderItem) {
+            RenameSchedule(item.Text(), newName);
+        } else if (!RenameFolder(item.Text(), newName)) {
+            newString = item.Text();
+            lsvDesk->StartLabelEdit();
+        }
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        Global::BusyCursor(false);
+        Global::ShowError(error);
+    }
+}
+
+// False: the name is taken.
+bool frmDesk::RenameFolder(const std::string& oldName, const std::string& newName) {
+    if (!Global::FolderNameFree(newName)) {
+        MsgBox("The name '" + newName + "' already exists in the system. Please specify a new name.",
+               vbExclamation, "Error renaming file");
+        return false;
+    }
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    connection.Execute("update folders set foldername = '" + newName + "' where FolderName = '" + oldName +
+                       "'");
+    connection.Execute("update reportscheduler set parent = '" + newName + "' where parent = '" + oldName +
+                       "'");
+    connection.Close();
+    return true;
+}
+
+// A package comes this way too: no schedule has its name, and nothing of it changes.
+void frmDesk::RenameSchedule(const std::string& oldTitle, const std::string& newTitle) {
+    const int id = Global::GetScheduleID(oldTitle, Global::ActiveDesk().Caption());
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    connection.Execute("update ReportScheduler Set ReportTitle = '" + newTitle +
+                       "' where ReportID = " + std::to_string(id));
+    connection.Close();
+}

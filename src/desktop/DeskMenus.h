@@ -1,0 +1,9 @@
+// Entries of the context menus of a Desktop window's list. All act on the window that was activated last.
+#pragma once
+
+void mnuDeskNew_Click();     // an item for a folder, on the screen only
+void mnuDeskOpen_Click();    // as a double click
+void mnuRename_Click();      // edits the item's text
+void mnuDeskDelfld_Click();  // deletes the folder
+void mnuDeskDel_Click();     // nothing: reports are deleted by the toolbar
+void mnuDeskRpt_Click();     // whenever the menu of a report opens

@@ -1,0 +1,5 @@
+#include "dialogs/PreviewSchedule.h"
+
+namespace Global {
+void PreviewSchedule(const Variant& /*reportID*/) {}
+}  // namespace Global
