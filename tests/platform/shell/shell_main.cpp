@@ -16,12 +16,15 @@ int main(int argc, char** argv) {
     setenv("XDG_DATA_HOME", (desktop / "data").c_str(), 1);
     setenv("XDG_CONFIG_HOME", (desktop / "config").c_str(), 1);
     setenv("XDG_CONFIG_DIRS", (desktop / "none").c_str(), 1);
+    // Of the machine's own data the kinds of files only, not its applications.
+    setenv("XDG_DATA_DIRS", (desktop / "share").c_str(), 1);
+    std::filesystem::create_directory(desktop / "share");
+    std::filesystem::create_directory_symlink("/usr/share/mime", desktop / "share/mime");
     unsetenv("XDG_CURRENT_DESKTOP");
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     const auto applications = desktop / "data/applications";
     std::filesystem::create_directories(applications);
     std::filesystem::create_directories(desktop / "config");
-    std::filesystem::create_directories(desktop / "data/mime/packages");
     // Writes what it was opened with, where it runs and which files it was given, whole or not at all.
     WriteBytes(
         desktop / "viewer",
