@@ -16,4 +16,14 @@ class TextBox : public QLineEdit, public EditableText {
         setText(QString::fromStdString(text));
         setCursorPosition(0);
     }
+
+    // A locked text can be read and copied, not changed; it stands on the colour of a button.
+    bool Locked() const { return isReadOnly(); }
+    void Locked(bool locked);
+
+ signals:
+    void LostFocus();  // see FocusHasLeft
+
+ protected:
+    void focusOutEvent(QFocusEvent* event) override;
 };

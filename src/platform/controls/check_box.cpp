@@ -1,0 +1,5 @@
+#include "platform/controls/check_box.h"
+
+CheckBox::CheckBox(QWidget* parent) : QCheckBox(parent) {
+    connect(this, &QCheckBox::toggled, this, &CheckBox::Click);
+}

@@ -1,0 +1,32 @@
+#include "platform/controls/multi_line_text_box.h"
+
+#include "platform/controls/focus.h"
+#include "platform/controls/locked_look.h"
+
+MultiLineTextBox::MultiLineTextBox(QWidget* parent) : QPlainTextEdit(parent) {
+    setTabChangesFocus(true);
+}
+
+std::string MultiLineTextBox::Text() const {
+    // The plain text of a document would have blanks in the place of its no-break spaces.
+    QString text = document()->toRawText();
+    text.replace(QChar::ParagraphSeparator, '\n');
+    text.replace(QChar::LineSeparator, '\n');
+    return text.toStdString();
+}
+
+void MultiLineTextBox::Text(const std::string& text) {
+    setPlainText(QString::fromStdString(text));
+}
+
+void MultiLineTextBox::Locked(bool locked) {
+    setReadOnly(locked);
+    ShowLocked(*this, locked);
+}
+
+void MultiLineTextBox::focusOutEvent(QFocusEvent* event) {
+    QPlainTextEdit::focusOutEvent(event);
+    if (FocusHasLeft(*event)) {
+        emit LostFocus();
+    }
+}

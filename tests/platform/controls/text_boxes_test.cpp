@@ -1,0 +1,98 @@
+#include <gmock/gmock.h>
+
+#include <QClipboard>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTimer>
+
+#include "platform/controls/multi_line_text_box.h"
+#include "platform/controls/text_box.h"
+#include "shown_form.h"
+
+template <typename Box>
+class TextBoxes : public testing::Test {
+ protected:
+    void SetUp() override {
+        form.Show(&box, &other);
+        QObject::connect(&box, &Box::LostFocus, [this] { ++lost; });
+        box.setFocus();
+    }
+
+    ShownForm form;
+    Box box;
+    QLineEdit other;
+    int lost = 0;
+};
+using Kinds = testing::Types<TextBox, MultiLineTextBox>;
+TYPED_TEST_SUITE(TextBoxes, Kinds);
+
+TYPED_TEST(TextBoxes, TabMovesOnAndTheFocusIsLost) {
+    Type("sales");
+    Press(Qt::Key_Tab);
+    EXPECT_TRUE(this->other.hasFocus());
+    EXPECT_EQ(this->lost, 1);
+    EXPECT_EQ(this->box.Text(), "sales");
+}
+
+TYPED_TEST(TextBoxes, FocusIsLostToAClickElsewhereAndByCode) {
+    QTest::mouseClick(&this->other, Qt::LeftButton);
+    EXPECT_EQ(this->lost, 1);
+    this->box.setFocus();
+    this->other.setFocus();
+    EXPECT_EQ(this->lost, 2);
+}
+
+TYPED_TEST(TextBoxes, FocusIsLentToAMenuAndToAnotherWindow) {
+    QMenu menu;
+    menu.addAction("Paste");
+    menu.popup(this->form.mapToGlobal(QPoint(5, 5)));
+    QApplication::processEvents();
+    menu.close();
+    QDialog dialog;
+    QTimer::singleShot(0, &dialog, &QDialog::reject);
+    dialog.exec();
+    this->form.activateWindow();
+    QApplication::processEvents();
+    EXPECT_TRUE(this->box.hasFocus());
+    EXPECT_EQ(this->lost, 0);
+}
+
+TYPED_TEST(TextBoxes, LockedKeepTheirTextAndStandOnTheColourOfAButton) {
+    this->box.Text("scott");
+    const QColor open = this->box.palette().color(QPalette::Base);
+    this->box.Locked(true);
+    Type("x");
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(this->box.Text(), "scott");
+    EXPECT_EQ(this->box.palette().color(QPalette::Base), this->form.palette().color(QPalette::Button));
+    this->box.Locked(false);
+    EXPECT_FALSE(this->box.Locked());
+    EXPECT_EQ(this->box.palette().color(QPalette::Base), open);
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(this->box.Text(), "cott");
+}
+
+TYPED_TEST(TextBoxes, TextIsUtf8) {
+    this->box.Text("Zürich \xC2\xA0 東京");
+    EXPECT_EQ(this->box.Text(), "Zürich \xC2\xA0 東京");
+    this->box.Text("");
+    EXPECT_EQ(this->box.Text(), "");
+}
+
+TEST(TextBoxOfSeveralLines, EndsLinesInOneWay) {
+    MultiLineTextBox box;
+    box.Text("Dear all,\r\nthe figures.\n");
+    EXPECT_EQ(box.Text(), "Dear all,\nthe figures.\n");
+}
+
+TEST(TextBoxOfSeveralLines, TakesEnterAsALine) {
+    ShownForm form;
+    MultiLineTextBox box;
+    form.Show(&box);
+    box.setFocus();
+    Type("one");
+    Press(Qt::Key_Return);
+    Type("two");
+    EXPECT_EQ(box.Text(), "one\ntwo");
+}
