@@ -1,0 +1,35 @@
+// The line in which words to look for are typed.
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+
+namespace viewer {
+
+class FindBar : public QWidget {
+    Q_OBJECT
+ public:
+    explicit FindBar(QWidget* parent = nullptr);
+
+    void Open(const QString& words = {});  // takes the keyboard; empty: the words of before
+    QString Words() const;
+    void ShowState(const QString& text, bool isMiss = false);
+
+ signals:
+    void WordsChanged(const QString& words);
+    void NextWanted();
+    void PreviousWanted();
+    void Closed();
+
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+    QLineEdit* m_words;
+    QLabel* m_state;
+};
+
+}  // namespace viewer

@@ -1,0 +1,82 @@
+#include "platform/viewer/finder.h"
+
+namespace viewer {
+
+Finder::Finder(QObject* parent) : QObject(parent) {
+    m_timer.setInterval(0);
+    connect(&m_timer, &QTimer::timeout, this, &Finder::LookOn);
+}
+
+void Finder::SetDocument(PageDocument* document) {
+    Stop();
+    m_document = document;
+}
+
+void Finder::Start(const QString& words, bool forwards, int page, int place) {
+    m_words = words;
+    m_forwards = forwards;
+    m_wrapped = m_toEnd = false;
+    m_page = m_startPage = page;
+    m_from = place;
+    m_timer.start();
+}
+
+void Finder::LookOn() {
+    constexpr qint64 SliceMilliseconds = 15;
+    QElapsedTimer clock;
+    clock.start();
+    while (IsBusy() && clock.elapsed() < SliceMilliseconds) {
+        if (!m_document || m_document->Count() == 0) {
+            Stop();
+            emit NotFound();
+        } else if (m_toEnd) {
+            // One page at a step, so that the way to the last page does not freeze the window.
+            m_toEnd = m_document->Require(m_document->Count() + 1);
+            m_page = m_document->Count();
+        } else if (!LookAtPage()) {
+            Next();
+        }
+    }
+}
+
+bool Finder::LookAtPage() {
+    const std::vector<LetterRange> all = m_document->Text(m_page)->Find(m_words);
+    const LetterRange* found = nullptr;
+    for (const LetterRange& range : all) {
+        if (m_forwards && (m_from < 0 || range.first >= m_from)) {
+            found = &range;
+            break;
+        }
+        if (!m_forwards && (m_from < 0 || range.first < m_from)) {
+            found = &range;
+        }
+    }
+    if (!found) {
+        return false;
+    }
+    Stop();
+    emit Found(m_page, *found, m_wrapped);
+    return true;
+}
+
+void Finder::Next() {
+    if (m_wrapped && m_page == m_startPage) {
+        Stop();
+        emit NotFound();
+        return;
+    }
+    m_from = -1;
+    if (m_forwards) {
+        ++m_page;
+        if (!m_document->Require(m_page)) {
+            m_page = 1;
+            m_wrapped = true;
+        }
+        return;
+    }
+    if (--m_page < 1) {
+        m_wrapped = m_toEnd = true;
+    }
+}
+
+}  // namespace viewer

@@ -1,0 +1,122 @@
+#include "platform/viewer/page_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace viewer {
+namespace {
+
+// How far a point is from an area; lines count for more than letters, so that the nearest line is found.
+double Distance(const QRectF& area, QPointF point) {
+    const double across = std::max({area.top() - point.y(), point.y() - area.bottom(), 0.0});
+    const double along = std::max({area.left() - point.x(), point.x() - area.right(), 0.0});
+    constexpr double LineWeight = 100;
+    return LineWeight * across + along;
+}
+
+}  // namespace
+
+PageText::PageText(const std::vector<report::Letter>& letters) {
+    m_letters.reserve(letters.size());
+    int line = 0;
+    for (const report::Letter& letter : letters) {
+        const QString text = QString::fromStdString(letter.text);
+        const report::Area& area = letter.area;
+        m_letters.push_back({{area.x, area.y, area.width, area.height},
+                             static_cast<int>(m_text.size()),
+                             line,
+                             text.trimmed().isEmpty()});
+        m_text += text;
+        if (letter.endsLine) {
+            m_text += ' ';
+            ++line;
+        }
+    }
+}
+
+int PageText::LetterOf(qsizetype position) const {
+    const auto behind =
+        std::upper_bound(m_letters.begin(), m_letters.end(), position,
+                         [](qsizetype at, const Letter& letter) { return at < letter.begin; });
+    return static_cast<int>(behind - m_letters.begin()) - 1;
+}
+
+std::vector<LetterRange> PageText::Find(const QString& words) const {
+    std::vector<LetterRange> found;
+    if (words.isEmpty() || m_letters.empty()) {
+        return found;
+    }
+    for (qsizetype at = 0; (at = m_text.indexOf(words, at, Qt::CaseInsensitive)) >= 0; at += words.size()) {
+        const int first = LetterOf(at), last = LetterOf(at + words.size() - 1);
+        found.push_back({first, last - first + 1});
+    }
+    return found;
+}
+
+QString PageText::Text(const LetterRange& range) const {
+    QString text;
+    const int end = std::min(range.first + range.count, Count());
+    for (int i = range.first; i < end; ++i) {
+        const Letter& letter = m_letters[static_cast<std::size_t>(i)];
+        const bool isLast = i + 1 == Count();
+        const Letter* next = isLast ? nullptr : &m_letters[static_cast<std::size_t>(i) + 1];
+        const bool endsLine = isLast || next->line != letter.line;
+        const qsizetype behind = isLast ? m_text.size() : next->begin;
+        text += QStringView(m_text).mid(letter.begin, behind - letter.begin - (endsLine ? 1 : 0));
+        if (endsLine && i + 1 < end) {
+            text += '\n';
+        }
+    }
+    return text;
+}
+
+std::vector<QRectF> PageText::Areas(const LetterRange& range) const {
+    std::vector<QRectF> areas;
+    int line = -1;
+    const int end = std::min(range.first + range.count, Count());
+    for (int i = range.first; i < end; ++i) {
+        const Letter& letter = m_letters[static_cast<std::size_t>(i)];
+        if (letter.line != line) {
+            areas.push_back(letter.area);
+            line = letter.line;
+        } else {
+            areas.back() |= letter.area;
+        }
+    }
+    return areas;
+}
+
+int PageText::PlaceAt(QPointF point) const {
+    const auto nearest = std::min_element(
+        m_letters.begin(), m_letters.end(),
+        [&](const Letter& a, const Letter& b) { return Distance(a.area, point) < Distance(b.area, point); });
+    if (nearest == m_letters.end()) {
+        return 0;
+    }
+    const bool behind = point.x() > nearest->area.center().x();
+    return static_cast<int>(nearest - m_letters.begin()) + (behind ? 1 : 0);
+}
+
+bool PageText::IsOnText(QPointF point) const {
+    return std::any_of(m_letters.begin(), m_letters.end(),
+                       [&](const Letter& letter) { return letter.area.contains(point); });
+}
+
+LetterRange PageText::WordAt(int place) const {
+    if (m_letters.empty()) {
+        return {};
+    }
+    const auto at = [&](int i) -> const Letter& { return m_letters[static_cast<std::size_t>(i)]; };
+    const int middle = std::clamp(place, 0, Count() - 1);
+    int first = middle, last = middle;
+    const auto belongs = [&](int i) { return !at(i).blank && at(i).line == at(middle).line; };
+    while (first > 0 && belongs(first - 1)) {
+        --first;
+    }
+    while (last + 1 < Count() && belongs(last + 1)) {
+        ++last;
+    }
+    return {first, last - first + 1};
+}
+
+}  // namespace viewer

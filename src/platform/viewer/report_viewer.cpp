@@ -1,0 +1,274 @@
+#include "platform/viewer/report_viewer.h"
+
+#include <QAction>
+#include <QDesktopServices>
+#include <QLabel>
+#include <QShortcut>
+#include <QSplitter>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "platform/viewer/document_map.h"
+#include "platform/viewer/find_bar.h"
+#include "platform/viewer/viewer_bar.h"
+
+using namespace viewer;
+
+ReportViewer::ReportViewer(QWidget* parent) : QWidget(parent) {
+    BuildParts();
+    ConnectBar();
+    ConnectFind();
+    AddShortcuts();
+    ShowNothing();
+}
+
+ReportViewer::~ReportViewer() {
+    m_finder.SetDocument(nullptr);
+    m_canvas->disconnect(this);
+    m_canvas->SetDocument(nullptr);
+}
+
+void ReportViewer::BuildParts() {
+    m_bar = new ViewerBar(this);
+    m_message = new QLabel(this);
+    m_message->setObjectName("lblMessage");
+    m_message->setWordWrap(true);
+    m_message->setMargin(6);
+    m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_message->setFrameShape(QFrame::StyledPanel);
+    m_message->setTextFormat(Qt::PlainText);
+    m_splitter = new QSplitter(this);
+    m_splitter->setObjectName("splMap");
+    m_splitter->setChildrenCollapsible(false);
+    m_map = new DocumentMap(m_splitter);
+    m_canvas = new PageCanvas(m_splitter);
+    m_canvas->setObjectName("pages");
+    m_splitter->setStretchFactor(1, 1);
+    const int mapWidth = fontMetrics().averageCharWidth() * 30;
+    m_splitter->setSizes({mapWidth, 4 * mapWidth});
+    m_findBar = new FindBar(this);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_bar);
+    layout->addWidget(m_message);
+    layout->addWidget(m_splitter, 1);
+    layout->addWidget(m_findBar);
+    m_message->hide();
+    m_map->hide();
+    m_findBar->hide();
+    setFocusProxy(m_canvas);
+}
+
+void ReportViewer::ConnectBar() {
+    connect(m_bar, &ViewerBar::FirstPage, this, [this] { GoToPage(1); });
+    connect(m_bar, &ViewerBar::PreviousPage, this, [this] { GoToPage(CurrentPage() - 1); });
+    connect(m_bar, &ViewerBar::NextPage, this, [this] { GoToPage(CurrentPage() + 1); });
+    connect(m_bar, &ViewerBar::LastPage, m_canvas, &PageCanvas::GoToEnd);
+    connect(m_bar, &ViewerBar::PageEntered, this, &ReportViewer::GoToPage);
+    connect(m_bar, &ViewerBar::ZoomStepped, m_canvas, &PageCanvas::StepZoom);
+    connect(m_bar, &ViewerBar::ZoomEntered, m_canvas, &PageCanvas::SetZoom);
+    connect(m_bar, &ViewerBar::ZoomModeChosen, m_canvas, &PageCanvas::SetZoomMode);
+    connect(m_bar, &ViewerBar::FindWanted, this, &ReportViewer::OpenFind);
+    connect(m_bar, &ViewerBar::PrintWanted, this, &ReportViewer::AskAndPrint);
+    connect(m_bar, &ViewerBar::SaveWanted, this, &ReportViewer::AskAndSave);
+    connect(m_bar, &ViewerBar::MapToggled, m_map, &QWidget::setVisible);
+    connect(m_bar, &ViewerBar::Done, m_canvas, [this] { m_canvas->setFocus(); });
+    connect(m_map, &DocumentMap::Chosen, this, [this](int page, double y) { m_canvas->GoTo(page, y); });
+    connect(m_canvas, &PageCanvas::PageChanged, this, &ReportViewer::ShowState);
+    connect(m_canvas, &PageCanvas::ZoomChanged, this,
+            [this] { m_bar->ShowZoom(m_canvas->Zoom(), m_canvas->Mode()); });
+    connect(m_canvas, &PageCanvas::LinkActivated, this, &ReportViewer::FollowLink);
+    connect(m_canvas, &PageCanvas::DrawFailed, this, &ReportViewer::ShowMessage);
+}
+
+void ReportViewer::ConnectFind() {
+    connect(m_findBar, &FindBar::WordsChanged, this, [this](const QString& words) {
+        m_canvas->SetWords(words);
+        Find(true, true);
+    });
+    connect(m_findBar, &FindBar::NextWanted, this, [this] { Find(true, false); });
+    connect(m_findBar, &FindBar::PreviousWanted, this, [this] { Find(false, false); });
+    connect(m_findBar, &FindBar::Closed, this, &ReportViewer::CloseFind);
+    connect(&m_finder, &Finder::Found, this, &ReportViewer::OnFound);
+    connect(&m_finder, &Finder::NotFound, this, [this] {
+        m_canvas->ClearHit();
+        m_findBar->ShowState(tr("Not found"), true);
+    });
+}
+
+void ReportViewer::AddShortcuts() {
+    const auto on = [this](const QKeySequence& keys, auto work) {
+        auto* shortcut = new QShortcut(keys, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, work);
+    };
+    on(QKeySequence(Qt::CTRL | Qt::Key_F), [this] { OpenFind(); });
+    on(QKeySequence(Qt::Key_F3), [this] { Find(true, false); });
+    on(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { Find(false, false); });
+    on(QKeySequence(Qt::CTRL | Qt::Key_G), [this] {
+        if (m_document) {
+            m_bar->EditPage();
+        }
+    });
+    on(QKeySequence(Qt::CTRL | Qt::Key_P), [this] { AskAndPrint(); });
+    on(QKeySequence(Qt::CTRL | Qt::Key_S), [this] { AskAndSave(); });
+    on(QKeySequence(Qt::CTRL | Qt::Key_Plus), [this] { m_canvas->StepZoom(1); });
+    on(QKeySequence(Qt::CTRL | Qt::Key_Minus), [this] { m_canvas->StepZoom(-1); });
+    on(QKeySequence(Qt::CTRL | Qt::Key_0), [this] { m_canvas->SetZoom(100); });
+    const auto entry = [this](const QString& text, const QKeySequence& keys, auto work) {
+        auto* action = new QAction(text, m_canvas);
+        action->setShortcut(keys);
+        action->setShortcutContext(Qt::WidgetShortcut);
+        connect(action, &QAction::triggered, m_canvas, work);
+        m_canvas->addAction(action);
+    };
+    m_canvas->setContextMenuPolicy(Qt::ActionsContextMenu);
+    entry(tr("&Copy"), QKeySequence::Copy, &PageCanvas::Copy);
+    entry(tr("&Select page"), QKeySequence::SelectAll, &PageCanvas::SelectPage);
+}
+
+void ReportViewer::ReportSource(std::shared_ptr<report::Report> report) {
+    m_source = std::move(report);
+}
+
+void ReportViewer::ShowNothing() {
+    m_finder.SetDocument(nullptr);
+    m_canvas->SetDocument(nullptr);
+    m_document.reset();
+    m_report.reset();
+    m_wantedPage = 0;
+    m_map->Empty();
+    m_map->hide();
+    m_bar->SetHasMap(false);
+    m_bar->ShowMapState(false);
+    m_bar->SetHasPages(false);
+    m_bar->ShowZoom(m_canvas->Zoom(), m_canvas->Mode());
+    m_message->hide();
+    CloseFind();
+}
+
+void ReportViewer::ViewReport() {
+    ShowNothing();
+    if (!m_source) {
+        throw RuntimeError(err::ObjectNotSet);
+    }
+    std::unique_ptr<report::PageView> pages = m_source->OpenPages();
+    pages->Reach(1);
+    m_report = m_source;
+    m_document = std::make_unique<PageDocument>(std::move(pages));
+    connect(m_document.get(), &PageDocument::Failed, this, &ReportViewer::ShowMessage);
+    m_bar->SetHasPages(true);
+    m_finder.SetDocument(m_document.get());
+    m_canvas->SetDocument(m_document.get());
+    // Behind the canvas, which knows of new pages first.
+    connect(m_document.get(), &PageDocument::Grown, this, &ReportViewer::ShowState);
+    connect(m_document.get(), &PageDocument::Finished, this, &ReportViewer::ShowState);
+    ShowState();
+    m_document->StartMaking();
+}
+
+void ReportViewer::ShowState() {
+    if (!m_document) {
+        return;
+    }
+    if (m_wantedPage > 0 && (m_wantedPage <= m_document->Count() || m_document->IsComplete())) {
+        m_canvas->GoTo(std::exchange(m_wantedPage, 0));
+    }
+    m_bar->ShowPage(CurrentPage(), m_document->Count(), m_document->IsComplete());
+    ShowMap();
+}
+
+void ReportViewer::ShowMap() {
+    const bool isFirst = m_map->IsEmpty();
+    m_map->Show(m_document->DocumentMap());
+    if (isFirst && !m_map->IsEmpty()) {
+        m_bar->SetHasMap(true);
+        m_bar->ShowMapState(m_showMap);
+    }
+}
+
+void ReportViewer::ShowMessage(const QString& text) {
+    m_message->setText(text);
+    m_message->show();
+}
+
+void ReportViewer::GoToPage(int page) {
+    if (!m_document) {
+        return;
+    }
+    const bool isMade = page <= m_document->Count() || m_document->IsComplete();
+    m_wantedPage = isMade ? 0 : page;
+    if (isMade) {
+        m_canvas->GoTo(page);
+    }
+}
+
+void ReportViewer::OpenFind() {
+    if (m_document) {
+        m_findBar->Open();
+        m_canvas->SetWords(m_findBar->Words());
+    }
+}
+
+void ReportViewer::CloseFind() {
+    m_finder.Stop();
+    const bool hadKeyboard = m_findBar->isAncestorOf(focusWidget());
+    m_findBar->hide();
+    m_findBar->ShowState({});
+    m_canvas->SetWords({});
+    m_canvas->ClearHit();
+    if (hadKeyboard) {
+        m_canvas->setFocus();
+    }
+}
+
+// While words are typed the search stays at the place where it began, so that it does not run away.
+void ReportViewer::Find(bool forwards, bool fromHere) {
+    if (!m_document) {
+        return;
+    }
+    const QString words = m_findBar->Words();
+    if (words.isEmpty()) {
+        m_finder.Stop();
+        m_canvas->ClearHit();
+        m_findBar->ShowState({});
+        if (!fromHere) {
+            OpenFind();
+        }
+        return;
+    }
+    if (!m_findBar->isVisible()) {
+        m_findBar->show();
+        m_canvas->SetWords(words);
+    }
+    PageCanvas::Place from = m_canvas->SearchStart(forwards);
+    if (fromHere && from.letter > 0) {
+        --from.letter;
+    }
+    m_findBar->ShowState(tr("Searching"));
+    m_finder.Start(words, forwards, from.page, from.letter);
+}
+
+void ReportViewer::OnFound(int page, const LetterRange& range, bool wrapped) {
+    m_canvas->SetHit(page, range);
+    m_findBar->ShowState(wrapped ? tr("Page %1, gone round").arg(page) : tr("Page %1").arg(page));
+}
+
+void ReportViewer::FollowLink(const report::Link& link) {
+    if (link.uri.empty()) {
+        m_canvas->GoTo(link.page, link.y);
+        return;
+    }
+    const QUrl url(QString::fromStdString(link.uri));
+    if (url.isRelative() || !QDesktopServices::openUrl(url)) {
+        ShowMessage(tr("The link %1 cannot be opened").arg(QString::fromStdString(link.uri)));
+    }
+}
+
+// A narrow window keeps the pages: the map gives way first.
+void ReportViewer::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    m_map->setMaximumWidth(std::max(width() / 2, m_map->minimumSizeHint().width()));
+}

@@ -1,0 +1,107 @@
+// What leaves the viewer: paper and files, and the questions before them.
+#include <QApplication>
+#include <QFileDialog>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QProgressDialog>
+#include <limits>
+
+#include "platform/viewer/report_printer.h"
+#include "platform/viewer/report_saver.h"
+#include "platform/viewer/report_viewer.h"
+
+using namespace viewer;
+
+namespace {
+
+// For as long as the window cannot answer.
+class WaitCursor {
+ public:
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+}  // namespace
+
+int ReportViewer::Print(QPrinter& printer, int first, int last, bool onPrintersPaper) {
+    if (!m_document) {
+        throw RuntimeError(err::ObjectNotSet);
+    }
+    printer.setDocName(QString::fromStdString(m_report->Title()));
+    QProgressDialog progress(this);
+    progress.setObjectName("dlgPrinting");
+    progress.setWindowTitle(tr("Print"));
+    progress.setWindowModality(Qt::WindowModal);
+    const auto goOn = [&](int page) {
+        progress.setLabelText(tr("Page %1").arg(page));
+        progress.setRange(0, std::min(last, m_document->Count()) - first + 1);
+        progress.setValue(page - first);  // lets the window answer, and the button be pressed
+        return !progress.wasCanceled();
+    };
+    return PrintPages(*m_document, printer, first, last,
+                      onPrintersPaper ? Paper::OfThePrinter : Paper::OfThePage, goOn);
+}
+
+void ReportViewer::AskAndPrint() {
+    if (!m_document) {
+        return;
+    }
+    QPrinter printer(QPrinter::HighResolution);
+    SetPaper(printer, m_document->Size(1));
+    const QPageLayout offered = printer.pageLayout();
+    QPrintDialog dialog(&printer, this);
+    dialog.setObjectName("dlgPrint");
+    dialog.setOption(QAbstractPrintDialog::PrintCurrentPage);
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    dialog.setMinMax(1, m_document->IsComplete() ? m_document->Count() : std::numeric_limits<int>::max());
+    dialog.setFromTo(1, m_document->Count());
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    int first = 1, last = std::numeric_limits<int>::max();
+    if (printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0) {
+        first = printer.fromPage();
+        last = printer.toPage();
+    } else if (printer.printRange() == QPrinter::CurrentPage) {
+        first = last = CurrentPage();
+    }
+    const bool otherPaper = !printer.pageLayout().pageSize().isEquivalentTo(offered.pageSize());
+    try {
+        Print(printer, first, last, otherPaper);
+    } catch (const RuntimeError& error) {
+        ShowMessage(tr("The report cannot be printed: %1").arg(ErrorText(error)));
+    }
+}
+
+void ReportViewer::SaveAs(const std::string& machinePath) {
+    if (!m_report) {
+        throw RuntimeError(err::ObjectNotSet);
+    }
+    const WaitCursor waiting;
+    SaveReport(*m_report, QString::fromStdString(machinePath));
+}
+
+void ReportViewer::AskAndSave() {
+    if (!m_report) {
+        return;
+    }
+    QFileDialog dialog(this, tr("Save as"));
+    dialog.setObjectName("dlgSave");
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setNameFilters(SaveFilters());
+    dialog.setDefaultSuffix(ExtensionOf(SaveFilters().first()));
+    connect(&dialog, &QFileDialog::filterSelected, &dialog,
+            [&dialog](const QString& filter) { dialog.setDefaultSuffix(ExtensionOf(filter)); });
+    dialog.selectFile(NameFor(m_report->Title()) + "." + dialog.defaultSuffix());
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return;
+    }
+    try {
+        SaveAs(dialog.selectedFiles().first().toStdString());
+    } catch (const RuntimeError& error) {
+        ShowMessage(tr("The report cannot be saved: %1").arg(ErrorText(error)));
+    }
+}

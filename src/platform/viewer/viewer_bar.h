@@ -1,0 +1,72 @@
+// The buttons above the pages.
+#pragma once
+
+#include <QToolBar>
+
+#include "platform/viewer/page_canvas.h"
+#include "platform/viewer/viewer_icons.h"
+
+class QAction;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+
+namespace viewer {
+
+class ViewerBar : public QToolBar {
+    Q_OBJECT
+ public:
+    explicit ViewerBar(QWidget* parent = nullptr);
+
+    // Whether there is anything to show: without it the buttons rest.
+    void SetHasPages(bool has);
+    // "n of N", "n of N+" while more are made.
+    void ShowPage(int page, int count, bool complete);
+    void ShowZoom(double percent, ZoomMode mode);
+    void SetHasMap(bool has);
+    void ShowMapState(bool shown);
+    void EditPage();  // the keyboard goes to the page number
+
+ signals:
+    void FirstPage();
+    void PreviousPage();
+    void NextPage();
+    void LastPage();
+    void PageEntered(int page);
+    void ZoomStepped(int steps);
+    void ZoomEntered(double percent);
+    void ZoomModeChosen(viewer::ZoomMode mode);
+    void FindWanted();
+    void PrintWanted();
+    void SaveWanted();
+    void MapToggled(bool shown);
+    void Done();  // an entry was made or given up: the keyboard belongs to the pages
+
+ protected:
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+    struct Button {
+        QAction* action;
+        Symbol symbol;
+    };
+    template <typename Signal>
+    QAction* Add(const char* name, Symbol symbol, const QString& tip, Signal signal);
+    QAction* AddButton(const char* name, Symbol symbol, const QString& tip);
+    void AddPageBox();
+    void AddZoomBox();
+    void ReadPage();
+    void ReadZoom();
+
+    QList<Button> m_buttons;
+    QAction *m_first = nullptr, *m_previous = nullptr, *m_next = nullptr, *m_last = nullptr;
+    QAction *m_width = nullptr, *m_whole = nullptr, *m_map = nullptr;
+    QLineEdit* m_page = nullptr;
+    QLabel* m_count = nullptr;
+    QComboBox* m_zoom = nullptr;
+    int m_shownPage = 0;
+    QString m_shownZoom;
+};
+
+}  // namespace viewer
