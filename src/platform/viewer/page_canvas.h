@@ -36,6 +36,7 @@ class PageCanvas : public QAbstractScrollArea {
     void GoTo(int page, double y = 0);
     // To the last page, and on while more are made, until the reader scrolls.
     void GoToEnd();
+    bool IsFollowingEnd() const { return m_followEnd; }
     // Scrolls as little as shows the letters.
     void Reveal(int page, const LetterRange& range);
 
