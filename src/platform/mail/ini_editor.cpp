@@ -41,6 +41,21 @@ std::string Written(const std::string& before, std::string_view key, std::string
     return ReadBack(plain, key) == value ? plain : before + "\"" + std::string(value) + "\"";
 }
 
+// The line with another value: what stands before it and the comment behind it stay.
+std::string Rewritten(const std::string& old, std::string_view key, std::string_view value,
+                      const std::string& lineEnd) {
+    const std::size_t behindSign = old.find('=') + 1;
+    const std::size_t start = old.find_first_not_of(" \t", behindSign);
+    const bool hasValue = start != std::string::npos && old[start] != ';';
+    const std::string comment(CommentOf(std::string_view(old).substr(behindSign)));
+    std::string changed = Written(old.substr(0, hasValue ? start : behindSign), key, value);
+    if (ReadBack(changed + comment, key) == value) {
+        return changed.append(comment);
+    }
+    // Behind this value the comment would be read as part of it.
+    return std::string(Trim(comment)).append(lineEnd).append(changed);
+}
+
 }  // namespace
 
 IniEditor::IniEditor(std::string_view text) : m_text(text) {}
@@ -97,18 +112,7 @@ void IniEditor::Set(std::string_view section, std::string_view key, std::string_
             continue;
         }
         const std::string old = m_text.substr(line->begin, line->end - line->begin);
-        const std::size_t start = std::min(old.find_first_not_of(" \t", old.find('=') + 1), old.size());
-        const std::string comment(CommentOf(std::string_view(old).substr(old.find('=') + 1)));
-        std::string changed =
-            Written(old.substr(0, old[std::min(start, old.size() - 1)] == ';' ? old.find('=') + 1 : start),
-                    key, value);
-        if (ReadBack(changed + comment, key) == value) {
-            changed += comment;
-        } else {
-            // Behind this value the comment would be read as part of it.
-            changed = std::string(Trim(comment)) + LineEnd() + changed;
-        }
-        m_text.replace(line->begin, old.size(), changed);
+        m_text.replace(line->begin, old.size(), Rewritten(old, key, value, LineEnd()));
     }
     if (isNew && !value.empty()) {
         Append(std::string(section), Written(std::string(key) + "=", key, value));
@@ -134,9 +138,8 @@ void IniEditor::Append(const std::string& section, const std::string& assignment
         m_text.insert(closeLine(*place), assignment + lineEnd);
         return;
     }
-    std::size_t end = m_text.size();
     if (!Lines().empty()) {
-        end = closeLine(end);
+        closeLine(m_text.size());
         m_text += lineEnd;
     }
     m_text += "[" + section + "]" + lineEnd + assignment + lineEnd;

@@ -65,7 +65,7 @@ Advice AdviceOn(std::int32_t number, const MailProfile& profile) {
     return AdviceOnServer(number, profile);
 }
 
-std::string Sentence(std::string text) {
+std::string Sentence(const std::string& text) {
     return text + (text.ends_with('.') ? "" : ".");
 }
 

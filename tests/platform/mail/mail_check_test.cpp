@@ -208,3 +208,15 @@ TEST_F(MailCheck, AdviceOnARecipientIsLeftToTheErrorItself) {
         EXPECT_EQ(mailer::Advise(error, ReadMailProfile(Profile())), "The recipient \"Bob\" is nobody.");
     }
 }
+
+TEST_F(MailCheck, StoppedMailProgramIsEndedAndNotTakenForALostServer) {
+    WriteFile("slow", "#!/bin/sh\nsleep 20\n");
+    std::filesystem::permissions(m_folder / "slow", std::filesystem::perms::owner_all);
+    WriteProfile("Transport=sendmail\nFrom=r@example.com\nSendmail=" + (m_folder / "slow").string() + "\n");
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_EQ(NumberRaisedBy([&] {
+                  mailer::SendTestMessage(ReadMailProfile(Profile()), "ann@example.com", stop.get_token());
+              }),
+              err::MailUserCancel);
+}

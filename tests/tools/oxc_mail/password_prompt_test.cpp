@@ -61,18 +61,17 @@ class Terminal {
     void Type(const std::string& keys) const {
         ASSERT_EQ(write(m_master, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     }
-    // The status of waitpid, once the program has stopped or ended.
-    int Wait(int options = 0) {
+    // The status of waitpid, once the program has ended.
+    int Wait() {
         int status = 0;
-        while (waitpid(m_child, &status, options | WNOHANG) == 0) {
+        while (waitpid(m_child, &status, WNOHANG) == 0) {
             Drain();
         }
-        m_isEnded = !WIFSTOPPED(status);
+        m_isEnded = true;
         Drain();
         return status;
     }
-    void Continue() const { kill(m_child, SIGCONT); }
-    void End(int signal) const { kill(m_child, signal); }
+    void Send(int signal) const { kill(m_child, signal); }
     const std::string& Shown() const { return m_shown; }
 
  private:
@@ -123,7 +122,7 @@ TEST_F(PasswordPrompt, TerminalIsRestoredWhenASignalEndsTheProgram) {
         Terminal terminal;
         terminal.Expect("Password: ");
         EXPECT_FALSE(terminal.HasEcho());
-        terminal.End(signal);
+        terminal.Send(signal);
         const int status = terminal.Wait();
         EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << signal;
         EXPECT_TRUE(terminal.HasEcho()) << signal;
@@ -148,4 +147,17 @@ TEST_F(PasswordPrompt, EndOfInputIsNoPassword) {
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1);
     EXPECT_THAT(terminal.Shown(), HasSubstr("oxc-mail: No password was given"));
     EXPECT_TRUE(terminal.HasEcho());
+}
+
+TEST_F(PasswordPrompt, PromptComesAgainAfterASuspension) {
+    Terminal terminal;
+    terminal.Expect("Password: ");
+    // Nobody could wake a program that is alone at its terminal, so the machine goes on with it at once.
+    terminal.Send(SIGTSTP);
+    terminal.Expect("Password: ");
+    terminal.Type("s3cret\n");
+    const int status = terminal.Wait();
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_TRUE(terminal.HasEcho());
+    EXPECT_THAT(Profile(), HasSubstr("Password=s3cret\n"));
 }
