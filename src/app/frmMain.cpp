@@ -89,6 +89,7 @@ void frmMain::BuildMenus() {
         entry->setObjectName(row.name);
         m_entries[row.name] = entry;
         if (entry->text() == "-") {
+            entry->setText({});  // else it stands beside the line
             entry->setSeparator(true);
             continue;
         }
@@ -104,9 +105,6 @@ void frmMain::AddMenu(const MenuRow& row) {
     auto* menu = new QMenu(QString::fromUtf8(row.caption), this);
     menu->setObjectName(row.menu);
     m_menus[row.menu] = menu;
-    if (const MenuHandler handler = FindMenuHandler(row.menu); handler.click) {
-        connect(menu, &QMenu::aboutToShow, this, handler.click);
-    }
     if (!row.popup) {
         menuBar()->addMenu(menu);
     }
@@ -224,6 +222,7 @@ void frmMain::EntryVisible(const std::string& entry, bool visible) {
 }
 
 void frmMain::PopupMenu(const std::string& menu) {
+    ClickEntry(menu);  // some menus have a handler of their own
     m_menus.at(menu)->popup(QCursor::pos());
 }
 

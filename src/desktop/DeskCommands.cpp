@@ -153,6 +153,6 @@ void frmDesk::DeleteReport(ListItem& item) {
         return;
     }
     Global::DeleteSchedule(
-        std::to_string(Global::GetScheduleID(item.Text(), Global::ActiveDesk().Caption())));
+        Global::GetScheduleID(item.Text(), Global::ActiveDesk().Caption()));
     lsvDesk->ListItems().Remove(item.Index());
 }

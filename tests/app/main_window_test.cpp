@@ -38,6 +38,7 @@ class MainWindow : public testing::Test {
     fakes::FakeMailSystem mail;
     fakes::FakePrompts prompts;
     fakes::FakeProcess process;
+    fakes::FakeRegistry registry;
     frmMain& form = frmMain::Instance();
 };
 

@@ -2,11 +2,13 @@
 
 #include <QMdiArea>
 #include <filesystem>
+#include <fstream>
 
 #include "app/Global.h"
 #include "app/Main.h"
 #include "app/ShellMod.h"
 #include "app/frmMain.h"
+#include "desktop/frmDesk.h"
 #include "platform/paths.h"
 #include "support/database.h"
 #include "support/fakes.h"
@@ -166,9 +168,12 @@ TEST_F(StartUp, EditorShowsItsWindowsAndPurges) {
     EXPECT_EQ(Global::DeskCount, 1);
     ASSERT_EQ(Global::DeskWindows.size(), 2U);
     EXPECT_NE(Global::DeskWindows[1], nullptr);
-    const Texts statements = database.TakeStatements();
-    ASSERT_EQ(statements.size(), 2U);
-    EXPECT_EQ(statements[0], "delete from reporthistory where datediff('d',lastrun, Now()) > 30");
+    EXPECT_EQ(database.TakeStatements(),
+              (Texts{"select foldername, folderid from folders where parent = 0",  // the list
+                     "select foldername, folderid from folders where parent = 0",  // the tree
+                     "select * from reportbatch",
+                     "delete from reporthistory where datediff('d',lastrun, Now()) > 30",
+                     "delete from reportbatchhstry where datediff('d',left(lastrun,10),Now()) > 30"}));
 }
 
 TEST_F(StartUp, EditorShowsNoTrayIcon) {
@@ -204,13 +209,41 @@ TEST_F(StartUp, SchedulerPurgesNothing) {
     EXPECT_EQ(database.Rows("select ReportID from ReportBatchHstry"), Texts{"1"});
 }
 
-TEST_F(StartUp, EditorGoesOnWithoutADatabase) {
+TEST_F(StartUp, EditorMakesADeletedLiveFileAnewBehindOneBoxAndShowsAnEmptyDesktop) {
     NoFirstRun();
     SetCommand({});
-    std::filesystem::remove(database.Folder() / "PressroomLive.dat");
+    const std::filesystem::path live = database.Folder() / "PressroomLive.dat";
+    std::filesystem::remove(live);
     Global::Main();
-    EXPECT_TRUE(prompts.boxes.empty());
+    EXPECT_EQ(prompts.boxes, (std::vector<fakes::Box>{{"The selected data source is invalid or corrupt.\n"
+                                                       "Oxbow Courier will now create a fresh data source.",
+                                                       16, "Oxbow Courier"}}));
+    EXPECT_TRUE(std::filesystem::exists(live));
     EXPECT_TRUE(frmMain::Instance().isVisible());
+    ASSERT_EQ(Global::DeskWindows.size(), 2U);
+    auto* window = dynamic_cast<frmDesk*>(Global::DeskWindows[1]);
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(window->lsvDesk->ListItems().Count(), 0);
+    EXPECT_EQ(window->tvwFolder->Nodes().Count(), 1);
+}
+
+TEST_F(StartUp, EditorAsksAboutADamagedLiveFileAgainAndAgain) {
+    NoFirstRun();
+    SetCommand({});
+    const std::filesystem::path live = database.Folder() / "PressroomLive.dat";
+    std::ofstream(live, std::ios::trunc) << "no database at all";
+    // Nothing but the file's end ends the questions: here somebody takes it away behind the fourth.
+    prompts.onBox = [&] {
+        if (prompts.boxes.size() == 4) {
+            std::filesystem::remove(live);
+        }
+    };
+    Global::Main();
+    ASSERT_EQ(prompts.boxes.size(), 4U);
+    for (const fakes::Box& box : prompts.boxes) {
+        EXPECT_EQ(box, prompts.boxes.front());
+    }
+    EXPECT_EQ(Global::DeskCount, 1);
 }
 
 TEST_F(StartUp, WordInPollEndsStartUpWithItsBox) {

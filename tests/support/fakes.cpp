@@ -26,6 +26,9 @@ void FakeLoop::YieldFor(double /*seconds*/) {
 
 int FakePrompts::Box(const std::string& text, int flags, const std::string& title) {
     boxes.push_back({text, flags, title});
+    if (onBox) {
+        onBox();
+    }
     if (answers.empty()) {
         return vbOK;
     }

@@ -62,7 +62,8 @@ class FakePrompts : public Prompts {
     std::string Input(const std::string& prompt, const std::string& title,
                       const std::string& preset) override;
     std::vector<fakes::Box> boxes;
-    std::deque<int> answers;  // used up one a box; none left: vbOK
+    std::function<void()> onBox;  // while the box is up
+    std::deque<int> answers;      // used up one a box; none left: vbOK
     std::deque<std::string> inputs;
 };
 
