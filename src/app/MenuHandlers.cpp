@@ -7,6 +7,7 @@
 #include "app/frmMain.h"
 #include "desktop/DeskMenus.h"
 #include "desktop/DetailViews.h"
+#include "execution/PreviewCommands.h"
 
 MenuHandler FindMenuHandler(const std::string& entry) {
     static const std::map<std::string, std::function<void()>> handlers = {
@@ -20,6 +21,8 @@ MenuHandler FindMenuHandler(const std::string& entry) {
         {"mnuAbout", mnuAbout_Click},
         {"mnuHelp", mnuHelp_Click},
         {"mnuSupport", mnuSupport_Click},
+        {"mnuDeskView", mnuDeskView_Click},
+        {"mnubtcRun", mnubtcRun_Click},
         {"mnutbLoad", mnutbLoad_Click},
         {"mnutbExit", mnutbExit_Click},
         {"mnuIcons", mnuIcons_Click},

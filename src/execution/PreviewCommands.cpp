@@ -1,0 +1,22 @@
+#include "execution/PreviewCommands.h"
+
+#include "app/Global.h"
+#include "execution/PackagePreview.h"
+#include "store/TextConventions.h"
+
+namespace {
+
+constexpr int ViewCommand = 6;
+
+}  // namespace
+
+void mnubtcRun_Click() {
+    const DeskWindow& desk = Global::ActiveDesk();
+    const std::string detailID = cmFunc::GetDelimitedField(desk.SelectedKey(), 1, ":");
+    Global::PreviewPackageReport("r.DetailID = " + detailID + " and Reporttitle = '" + desk.SelectedText() +
+                                 "' order by parid");
+}
+
+void mnuDeskView_Click() {
+    Global::ActiveDesk().ComAction(ViewCommand);
+}

@@ -1,0 +1,120 @@
+#include "execution/frmTest.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPointer>
+
+#include "app/Global.h"
+#include "execution/RunReport.h"
+#include "platform/controls/twips.h"
+#include "platform/convert.h"
+#include "platform/loop.h"
+#include "platform/prompts.h"
+#include "platform/resume_next.h"
+#include "platform/viewer/report_viewer.h"
+#include "ui_frmTest.h"
+
+namespace {
+
+constexpr int WindowHeight = 8800, WindowWidth = 14400;  // twips
+constexpr int Margin = 120;                              // left of and above the report
+// What the window's own size has more than the report's: margins, borders and, in height, the title bar.
+constexpr int AroundWidth = 300, AroundHeight = 600;
+constexpr int PageZoom = 81;  // percent
+
+int Size(int twips) {
+    if (twips < 0) {
+        throw RuntimeError(err::InvalidPropertyValue);
+    }
+    return Pixels(twips);
+}
+
+}  // namespace
+
+frmTest::frmTest(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::frmTest>()) {
+    m_ui->setupUi(this);
+    setFocusProxy(m_ui->crp);
+}
+
+frmTest::~frmTest() = default;
+
+QWidget& frmTest::Window() {
+    auto* child = qobject_cast<QMdiSubWindow*>(parentWidget());
+    return child != nullptr ? *child : static_cast<QWidget&>(*this);
+}
+
+void frmTest::Form_Load() {
+    const QPointer<frmTest> form(this);
+    try {
+        Global::BusyCursor(true);
+        setWindowTitle(QString::fromStdString("REPORT VIEWER - " + UCase(Global::OpenedReport().Title())));
+        ShowWindow();
+        DoEvents();
+        if (form && !m_closed) {
+            ViewCurrentReport();
+        }
+        Global::BusyCursor(false);
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        Global::BusyCursor(false);
+        MsgBox(Global::ErrorText("", error), vbExclamation);
+        if (form && !m_closed) {
+            show();
+        }
+    }
+}
+
+// It stands on the screen while the report works.
+void frmTest::ShowWindow() {
+    QWidget& window = Window();
+    if (window.isMinimized() || window.isMaximized()) {
+        window.showNormal();
+    }
+    window.resize(Pixels(WindowWidth), Pixels(WindowHeight));
+    window.move(window.x(), 0);
+    show();
+    if (auto* child = qobject_cast<QMdiSubWindow*>(&window);
+        child != nullptr && child->mdiArea() != nullptr) {
+        child->mdiArea()->setActiveSubWindow(child);
+    }
+}
+
+void frmTest::ViewCurrentReport() {
+    PlaceReport();
+    SetReportWidth();
+    SetReportHeight();
+    ReportViewer& crp = *m_ui->crp;
+    crp.ReportSource(Global::CurrentReport);
+    crp.DisplayOption(true);
+    crp.ViewReport();
+    crp.Zoom(PageZoom);
+}
+
+void frmTest::PlaceReport() {
+    m_ui->crp->move(Pixels(Margin), Pixels(Margin));
+}
+
+void frmTest::SetReportWidth() {
+    m_ui->crp->resize(Size(Twips(Window().width()) - AroundWidth), m_ui->crp->height());
+}
+
+void frmTest::SetReportHeight() {
+    m_ui->crp->resize(m_ui->crp->width(), Size(Twips(Window().height()) - AroundHeight));
+}
+
+void frmTest::Form_Resize() {
+    ResumeNext([this] { PlaceReport(); });
+    ResumeNext([this] { SetReportWidth(); });
+    ResumeNext([this] { SetReportHeight(); });
+    ResumeNext([this] { update(); });
+}
+
+void frmTest::closeEvent(QCloseEvent* event) {
+    m_closed = true;
+    QWidget::closeEvent(event);
+}
+
+void frmTest::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    Form_Resize();
+}

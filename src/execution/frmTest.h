@@ -1,0 +1,40 @@
+// The report preview: shows the report that is open when it is loaded, and keeps it.
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+namespace Ui {
+class frmTest;
+}
+
+class frmTest : public QWidget {
+    Q_OBJECT
+ public:
+    explicit frmTest(QWidget* parent = nullptr);
+    ~frmTest() override;
+
+    // Shows itself before the report runs. Loading it once more shows the report that is open then.
+    void Form_Load();
+    void Form_Resize();
+    // Closed, and gone as soon as events run.
+    bool IsClosed() const { return m_closed; }
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+ private:
+    // The child window of the frame that the form stands in, with its title bar and borders; the form itself
+    // where there is none.
+    QWidget& Window();
+    void ShowWindow();
+    void ViewCurrentReport();
+    // The layout in its statements. 380 "Invalid property value" for a size below nothing.
+    void PlaceReport();
+    void SetReportWidth();
+    void SetReportHeight();
+
+    std::unique_ptr<Ui::frmTest> m_ui;
+    bool m_closed = false;
+};
