@@ -39,4 +39,7 @@ class DeskWindow {
     virtual void ComAction(int command) = 0;
     // Shows a folder: its name becomes the caption. The packages of the root are left out.
     virtual void RefreshList(const std::string& folderName, const std::string& folderID) = 0;
+    virtual void AddBatches() = 0;                           // every package, behind what is listed
+    virtual void EnableButton(int index, bool enabled) = 0;  // of Toolbar1, from 1
+    virtual void EnableForm(bool enabled) = 0;
 };

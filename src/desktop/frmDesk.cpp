@@ -223,6 +223,14 @@ std::string frmDesk::SelectedKey() const {
     return lsvDesk->SelectedItem().Key;
 }
 
+void frmDesk::EnableButton(int index, bool enabled) {
+    Toolbar1->Buttons()(index).Enabled(enabled);
+}
+
+void frmDesk::EnableForm(bool enabled) {
+    setEnabled(enabled);
+}
+
 void frmDesk::Toolbar1_ButtonClick(int index) {
     ComAction(index + 1);
 }

@@ -45,7 +45,6 @@ class frmDesk : public QWidget, public DeskWindow {
 
     void BuildTree();  // three levels of folders below the root
     void AddChildren(const std::string& parentID, const std::string& parentKey);
-    void AddBatches();  // every package
     // Fills the newest window with the reports of the package that the key names.
     void OpenPackage(const std::string& key);
 
@@ -56,6 +55,9 @@ class frmDesk : public QWidget, public DeskWindow {
     std::string SelectedKey() const override;
     void ComAction(int command) override;
     void RefreshList(const std::string& folderName, const std::string& folderID) override;
+    void AddBatches() override;
+    void EnableButton(int index, bool enabled) override;
+    void EnableForm(bool enabled) override;
 
     void tvwFolder_Click();
     void tvwFolder_KeyDown(int keyCode) { Form_KeyDown(keyCode); }

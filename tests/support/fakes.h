@@ -137,7 +137,13 @@ class FakeDesk : public DeskWindow {
     void RefreshList(const std::string& folderName, const std::string& folderID) override {
         refreshes.emplace_back(folderName, folderID);
     }
+    void AddBatches() override { ++batches; }
+    void EnableButton(int index, bool enabled) override { buttons.emplace_back(index, enabled); }
+    void EnableForm(bool enabled) override { enablings.push_back(enabled); }
     std::vector<std::pair<std::string, std::string>> refreshes;  // folder's name and key
+    int batches = 0;
+    std::vector<std::pair<int, bool>> buttons;
+    std::vector<bool> enablings;
     std::string caption = "Desktop";
     std::optional<std::pair<std::string, std::string>> selected;  // text, key
     std::vector<int> pointers, commands;
