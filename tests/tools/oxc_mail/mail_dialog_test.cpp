@@ -13,6 +13,7 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QTimer>
+#include <map>
 
 #include "support/smtp_server.h"
 #include "tools/oxc_mail/mail_dialog.h"
@@ -276,6 +277,35 @@ TEST_F(MailWindow, ReturnKeySaves) {
     QTest::keyClicks(Edit("txtName"), "Figures");
     QTest::keyClick(Edit("txtName"), Qt::Key_Return);
     EXPECT_THAT(Profile(), HasSubstr("From=Figures <r@example.com>"));
+}
+
+TEST_F(MailWindow, MnemonicsOfWhatIsSeenTogetherDiffer) {
+    WriteProfile("Transport=smtp\nHost=h\n");
+    Open();
+    auto* transport = Find<QComboBox>("cboTransport");
+    for (int page = 0; page < transport->count(); ++page) {
+        transport->setCurrentIndex(page);
+        std::map<QString, std::string> known;
+        for (const QWidget* control : m_dialog->findChildren<QWidget*>()) {
+            const QString key = QKeySequence::mnemonic(control->property("text").toString()).toString();
+            if (control->isVisible() && !key.isEmpty()) {
+                EXPECT_TRUE(known.emplace(key, control->objectName().toStdString()).second)
+                    << key.toStdString() << " of " << known[key];
+            }
+        }
+        EXPECT_GE(known.size(), 8u);
+    }
+}
+
+TEST_F(MailWindow, TabWalksThroughTheFieldsAsTheyStand) {
+    WriteProfile("Transport=smtp\nHost=h\n");
+    Open();
+    Edit("txtName")->setFocus();
+    for (const char* name : {"txtAddress", "cboTransport", "txtHost", "cboSecurity", "spnPort", "chkVerify",
+                             "txtCAFile", "cmdCAFile", "txtUser", "txtPassword", "chkShow"}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), name);
+    }
 }
 
 int main(int argc, char** argv) {
