@@ -97,9 +97,13 @@ class ItemView : public View {
         }
     }
 
-    // With Ctrl held, too, a click selects: an item is not taken out of a selection of one.
+    // With Ctrl held, too, a click selects: an item is not taken out of a selection of one. Views on their
+    // own would take the selection away by a press beside all items.
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override {
+        if (!index.isValid() && !m_besideDeselects) {
+            return QItemSelectionModel::NoUpdate;
+        }
         const QItemSelectionModel::SelectionFlags command = View::selectionCommand(index, event);
         if ((command & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle)) != 0) {
             return QItemSelectionModel::ClearAndSelect |

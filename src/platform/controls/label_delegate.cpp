@@ -60,6 +60,14 @@ QWidget* LabelDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
     return editor;
 }
 
+// The view takes the editor away by itself when the item is removed.
+void LabelDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const {
+    if (editor == m_editor) {
+        m_editor = nullptr;
+    }
+    QStyledItemDelegate::destroyEditor(editor, index);
+}
+
 // At the text's place, as wide as the text needs, and never out of the view.
 void LabelDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                          const QModelIndex& index) const {
@@ -110,7 +118,8 @@ bool LabelDelegate::TextFits(const QStyleOptionViewItem& option, const QModelInd
 // Enter and Tab take the text and so does the focus that goes elsewhere; Esc gives it up. The editor's own
 // menu and the windows above it leave it open.
 bool LabelDelegate::eventFilter(QObject* watched, QEvent* event) {
-    auto* editor = qobject_cast<QWidget*>(watched);
+    // An editor that goes with its window is a line edit no more: its text goes with it.
+    auto* editor = qobject_cast<QLineEdit*>(watched);
     if (editor == nullptr || editor != m_editor) {
         return false;
     }
@@ -122,25 +131,24 @@ bool LabelDelegate::eventFilter(QObject* watched, QEvent* event) {
         }
         event->accept();
         if (event->type() == QEvent::KeyPress) {
-            Finish(takes);
+            Finish(*editor, takes);
         }
         return true;
     }
     if (event->type() == QEvent::FocusOut && QApplication::activePopupWidget() == nullptr &&
         (!editor->isActiveWindow() || QApplication::focusWidget() != editor)) {
-        Finish(true);
+        Finish(*editor, true);
     }
     return false;
 }
 
 // The editor goes first: whoever hears of the new text may open boxes or the editor again.
-void LabelDelegate::Finish(bool take) {
-    auto* editor = qobject_cast<QLineEdit*>(m_editor.data());
+void LabelDelegate::Finish(QLineEdit& editor, bool take) {
     const QPersistentModelIndex item = m_edited;
-    const QString text = editor->text();
+    const QString text = editor.text();
     m_editor = nullptr;
     m_edited = QModelIndex();
-    emit closeEditor(editor, QAbstractItemDelegate::NoHint);
+    emit closeEditor(&editor, QAbstractItemDelegate::NoHint);
     if (take && item.isValid()) {
         emit Edited(item, text);
     }

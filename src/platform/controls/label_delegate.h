@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QStyledItemDelegate>
 
+class QLineEdit;
+
 class LabelDelegate : public QStyledItemDelegate {
     Q_OBJECT
  public:
@@ -23,6 +25,7 @@ class LabelDelegate : public QStyledItemDelegate {
                           const QModelIndex& index) const override;
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override;
+    void destroyEditor(QWidget* editor, const QModelIndex& index) const override;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 
@@ -35,7 +38,7 @@ class LabelDelegate : public QStyledItemDelegate {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-    void Finish(bool take);
+    void Finish(QLineEdit& editor, bool take);
     bool TextFits(const QStyleOptionViewItem& option, const QModelIndex& index) const;
 
     Shape m_shape = Shape::Large;

@@ -37,22 +37,15 @@ ListView::ListView(QWidget* parent)
       m_items(*m_model),
       m_headers(*m_model),
       m_labels(new LabelDelegate(this)),
+      m_cells(new LabelDelegate(this)),
       m_stack(new QStackedLayout(this)),
       m_icons(new IconsView(*this, this)),
       m_table(new TableView(*this, this)) {
     BuildIcons();
     BuildTable();
-    for (QAbstractItemView* view :
-         {static_cast<QAbstractItemView*>(m_icons), static_cast<QAbstractItemView*>(m_table)}) {
-        view->setModel(m_model.get());
-        QItemSelectionModel* own = view->selectionModel();
-        view->setSelectionModel(&m_model->Selection());
-        delete own;
-        view->setItemDelegate(m_labels);
-        view->setEditTriggers(QAbstractItemView::SelectedClicked);
-        view->setSelectionBehavior(QAbstractItemView::SelectRows);
-        m_stack->addWidget(view);
-    }
+    m_cells->SetShape(LabelDelegate::Shape::Row);
+    TakeIn(*m_icons, *m_labels);
+    TakeIn(*m_table, *m_cells);
     // The keyboard moves along the items, whichever cell was clicked.
     connect(
         &m_model->Selection(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& now) {
@@ -60,10 +53,20 @@ ListView::ListView(QWidget* parent)
                 m_model->Selection().setCurrentIndex(now.siblingAtColumn(0), QItemSelectionModel::NoUpdate);
             }
         });
-    connect(m_labels, &LabelDelegate::Edited, this, &ListView::LabelEdited);
     connect(m_model.get(), &QAbstractItemModel::columnsInserted, this, &ListView::FitColumnsSoon);
     connect(m_model.get(), &QAbstractItemModel::headerDataChanged, this, &ListView::FitColumnsSoon);
     View(IconView);
+}
+
+void ListView::TakeIn(QAbstractItemView& view, LabelDelegate& delegate) {
+    view.setModel(m_model.get());
+    const std::unique_ptr<QItemSelectionModel> own(view.selectionModel());
+    view.setSelectionModel(&m_model->Selection());
+    view.setItemDelegate(&delegate);
+    view.setEditTriggers(QAbstractItemView::SelectedClicked);
+    view.setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_stack->addWidget(&view);
+    connect(&delegate, &LabelDelegate::Edited, this, &ListView::LabelEdited);
 }
 
 // The views look at the model until they are gone.
@@ -123,9 +126,7 @@ QAbstractItemView* ListView::CurrentView() const {
 void ListView::View(int view) {
     const bool focused = CurrentView()->hasFocus();
     m_view = view;
-    m_labels->SetShape(view == IconView     ? LabelDelegate::Shape::Large
-                       : view == ReportView ? LabelDelegate::Shape::Row
-                                            : LabelDelegate::Shape::Small);
+    m_labels->SetShape(view == IconView ? LabelDelegate::Shape::Large : LabelDelegate::Shape::Small);
     ApplyFlow();
     m_stack->setCurrentWidget(CurrentView());
     setFocusProxy(CurrentView());
@@ -241,7 +242,7 @@ void ListView::StartLabelEdit() {
 }
 
 void ListView::OpenEditor(const QPersistentModelIndex& item) {
-    if (!item.isValid() || m_labels->Editing()) {
+    if (!item.isValid() || m_labels->Editing() || m_cells->Editing()) {
         return;
     }
     m_model->At(item.row()).Selected(true);

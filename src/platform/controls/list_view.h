@@ -99,6 +99,7 @@ class ListView : public QWidget, private ItemEvents {
 
     void BuildIcons();
     void BuildTable();
+    void TakeIn(QAbstractItemView& view, LabelDelegate& delegate);
     void ApplyFlow();
     void FitColumnsSoon();
     void FitColumns();
@@ -109,7 +110,7 @@ class ListView : public QWidget, private ItemEvents {
     std::unique_ptr<ListModel> m_model;
     ::ListItems m_items;
     ::ColumnHeaders m_headers;
-    LabelDelegate* m_labels;
+    LabelDelegate *m_labels, *m_cells;  // a delegate belongs to one view
     QStackedLayout* m_stack;
     QListView* m_icons;
     QTreeView* m_table;
