@@ -3,6 +3,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
+#include <algorithm>
 
 #include "app/Global.h"
 #include "execution/RunReport.h"
@@ -71,7 +72,9 @@ void frmTest::ShowWindow() {
         window.showNormal();
     }
     window.resize(Pixels(WindowWidth), Pixels(WindowHeight));
-    window.move(window.x(), 0);
+    // The frame gave it a place before it had its size.
+    const int room = window.parentWidget() != nullptr ? window.parentWidget()->width() : window.width();
+    window.move(std::max(0, std::min(window.x(), room - window.width())), 0);
     show();
     if (auto* child = qobject_cast<QMdiSubWindow*>(&window);
         child != nullptr && child->mdiArea() != nullptr) {

@@ -70,6 +70,16 @@ TEST_F(PreviewForm, WindowIsAChildOfTheFrameAtItsTopEdge) {
     EXPECT_EQ(frame.area.activeSubWindow(), &WindowOf(form));
 }
 
+TEST_F(PreviewForm, WindowIsSeenWholeBesideOthers) {
+    auto* other = new QWidget;
+    frame.AddChild(*other);
+    other->parentWidget()->resize(700, 500);
+    other->show();
+    const frmTest& form = Show();
+    EXPECT_GE(WindowOf(form).x(), 0);
+    EXPECT_LE(WindowOf(form).geometry().right(), frame.area.viewport()->width());
+}
+
 TEST_F(PreviewForm, ReportLeavesItsMargins) {
     EXPECT_EQ(Crp(Show()).geometry(), QRect(8, 8, 960 - 20, 587 - 40));
 }
