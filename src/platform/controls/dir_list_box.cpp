@@ -44,6 +44,8 @@ bool GoesWithOthers(int key) {
 }  // namespace
 
 DirListBox::DirListBox(QWidget* parent) : QListWidget(parent) {
+    const int picture = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    setIconSize({picture, picture});
     setItemDelegate(new IndentedLine(this));
     connect(this, &QListWidget::itemDoubleClicked, this, &DirListBox::Go);
     try {

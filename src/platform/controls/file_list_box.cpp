@@ -12,6 +12,8 @@
 
 FileListBox::FileListBox(QWidget* parent) : ListBox(parent) {
     setDragEnabled(true);
+    const int picture = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    setIconSize({picture, picture});
     try {
         Path(".");
     } catch (const RuntimeError&) {
