@@ -5,7 +5,9 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QTextLayout>
 #include <QToolTip>
+#include <algorithm>
 
 #include "platform/controls/list_model.h"
 
@@ -15,7 +17,33 @@ constexpr int Margin = 4;        // around an item
 constexpr int LargeChars = 15;   // width of an item below its picture, in average characters
 constexpr int SmallChars = 26;   // the same, beside its picture
 constexpr int EditorChars = 18;  // least width of the editor
+constexpr int EditorMost = 44;   // and the most that it takes from the items beside it
 constexpr int LinesBelow = 2;
+
+// As much of the text as stands in the lines below a picture. Words that are too long are broken anywhere:
+// styles would cut them at the first line's end, and show a part of a line too many.
+QString LinesOf(const QString& text, const QFont& font, int width) {
+    QTextLayout layout(text, font);
+    QTextOption wrapped;
+    wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(wrapped);
+    QString lines;
+    layout.beginLayout();
+    for (int i = 0; i < LinesBelow; ++i) {
+        QTextLine line = layout.createLine();
+        if (!line.isValid()) {
+            break;
+        }
+        line.setLineWidth(width);
+        const bool last = i + 1 == LinesBelow;
+        lines += i > 0 ? QString(QChar::LineSeparator) : QString();
+        lines += last ? QFontMetrics(font).elidedText(text.mid(line.textStart()).simplified(), Qt::ElideRight,
+                                                      width)
+                      : text.mid(line.textStart(), line.textLength()).trimmed();
+    }
+    layout.endLayout();
+    return lines;
+}
 
 }  // namespace
 
@@ -47,6 +75,7 @@ void LabelDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIn
     option->decorationPosition = QStyleOptionViewItem::Top;
     option->decorationAlignment = Qt::AlignHCenter | Qt::AlignTop;
     option->displayAlignment = Qt::AlignHCenter | Qt::AlignTop;
+    option->text = LinesOf(option->text, option->font, sizeHint(*option, index).width() - 2 * Margin);
 }
 
 QWidget* LabelDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
@@ -110,9 +139,7 @@ bool LabelDelegate::TextFits(const QStyleOptionViewItem& option, const QModelInd
     if (m_shape != Shape::Large) {
         return metrics.horizontalAdvance(item.text) + 2 * Margin <= text.width();
     }
-    const QRect needed = metrics.boundingRect(
-        QRect(0, 0, text.width() - 2 * Margin, text.height() * LargeChars), Qt::TextWordWrap, item.text);
-    return needed.width() <= text.width() && needed.height() <= LinesBelow * metrics.lineSpacing();
+    return !item.text.endsWith(QChar(0x2026)) || index.data().toString().endsWith(QChar(0x2026));
 }
 
 // Enter and Tab take the text and so does the focus that goes elsewhere; Esc gives it up. The editor's own

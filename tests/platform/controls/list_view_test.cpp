@@ -3,11 +3,8 @@
 
 #include <gmock/gmock.h>
 
-#include <QHeaderView>
-#include <QLabel>
-#include <QListView>
-#include <QTreeView>
-#include <QVBoxLayout>
+#include <QHelpEvent>
+#include <QToolTip>
 
 #include "shown_controls.h"
 
@@ -213,4 +210,21 @@ TEST_F(ListOnAWindow, ArrangesIconsAlongTheTopOrTheLeftEdge) {
     QApplication::processEvents();
     EXPECT_EQ(PlaceOfItem(1).x(), PlaceOfItem(2).x());
     EXPECT_LT(PlaceOfItem(1).y(), PlaceOfItem(2).y());
+}
+
+TEST_F(ListOnAWindow, ShowsATextThatIsCutShortAsATip) {
+    list.ListItems()(2).Text("Quarterly revenue by region and product line, held against the year before");
+    for (const int view : {ListView::IconView, ListView::SmallIconView}) {
+        list.View(view);
+        QApplication::processEvents();
+        const auto tipAt = [this](int item) {
+            QHelpEvent asked(QEvent::ToolTip, PlaceOfItem(item), Viewport()->mapToGlobal(PlaceOfItem(item)));
+            QApplication::sendEvent(Viewport(), &asked);
+            return QToolTip::text();
+        };
+        EXPECT_EQ(tipAt(2), "Quarterly revenue by region and product line, held against the year before");
+        QToolTip::hideText();
+        QTRY_VERIFY(QToolTip::text().isEmpty());
+        EXPECT_EQ(tipAt(1), "");
+    }
 }
