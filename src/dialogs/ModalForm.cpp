@@ -1,0 +1,25 @@
+#include "dialogs/ModalForm.h"
+
+#include <QApplication>
+#include <QWidget>
+
+#include "app/Global.h"
+#include "platform/qt/application.h"
+
+QWidget* OwnerWindow() {
+    if (QWidget* modal = QApplication::activeModalWidget()) {
+        return modal;
+    }
+    QWidget* active = QApplication::activeWindow();
+    return active != nullptr ? active : dynamic_cast<QWidget*>(Global::Frame);
+}
+
+bool LoadForm(const std::function<void()>& load) {
+    try {
+        load();
+        return true;
+    } catch (...) {
+        EndByRuntimeError(CurrentError());
+        return false;
+    }
+}

@@ -1,0 +1,42 @@
+#include "dialogs/frmAdvanced.h"
+
+#include <QFontDatabase>
+
+#include "dialogs/ModalForm.h"
+#include "platform/controls/room.h"
+#include "platform/convert.h"
+#include "ui_frmAdvanced.h"
+
+void frmAdvanced::ShowModal(EditableText& txtSelForm) {
+    frmAdvanced form(txtSelForm, OwnerWindow());
+    form.exec();
+}
+
+frmAdvanced::frmAdvanced(EditableText& txtSelForm, QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmAdvanced>()), m_txtSelForm(txtSelForm) {
+    m_ui->setupUi(this);
+    // Brackets and quotes are told apart best where every letter has the same width.
+    m_ui->txtForm->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    connect(m_ui->txtForm, &MultiLineTextBox::LostFocus, this, &frmAdvanced::txtForm_LostFocus);
+    connect(m_ui->cmdOk, &QPushButton::clicked, this, &frmAdvanced::cmdOk_Click);
+    connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmAdvanced::cmdCancel_Click);
+    constexpr int Letters = 90, Lines = 20;
+    resize(RoomFor(*this, Letters, Lines));
+    m_ui->txtForm->Text(m_txtSelForm.Text());
+}
+
+frmAdvanced::~frmAdvanced() = default;
+
+// Statements put the formula between ' marks.
+void frmAdvanced::txtForm_LostFocus() {
+    m_ui->txtForm->Text(WithoutMarks(m_ui->txtForm->Text()));
+}
+
+void frmAdvanced::cmdOk_Click() {
+    m_txtSelForm.Text(m_ui->txtForm->Text());
+    accept();
+}
+
+void frmAdvanced::cmdCancel_Click() {
+    reject();
+}

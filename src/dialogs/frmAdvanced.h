@@ -1,0 +1,29 @@
+// "Advanced Properties": a selection formula in a box that is large enough to write it in.
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "platform/controls/editable_text.h"
+
+namespace Ui {
+class frmAdvanced;
+}
+
+class frmAdvanced : public QDialog {
+    Q_OBJECT
+ public:
+    // Shows the formula until it is applied, which writes it back, or cancelled.
+    static void ShowModal(EditableText& txtSelForm);
+
+    explicit frmAdvanced(EditableText& txtSelForm, QWidget* parent = nullptr);
+    ~frmAdvanced() override;
+
+    void txtForm_LostFocus();
+    void cmdOk_Click();
+    void cmdCancel_Click();
+
+ private:
+    std::unique_ptr<Ui::frmAdvanced> m_ui;
+    EditableText& m_txtSelForm;
+};

@@ -1,0 +1,82 @@
+#include "dialogs/frmFolders.h"
+
+#include <vector>
+
+#include "app/Global.h"
+#include "dialogs/ModalForm.h"
+#include "platform/adodb.h"
+#include "platform/controls/room.h"
+#include "ui_frmFolders.h"
+
+namespace {
+
+constexpr int FolderImage = 1;
+
+struct Folder {
+    std::string id, name;
+    std::string TopKey() const { return id + name; }
+    std::string ChildKey() const { return name + id; }
+};
+
+std::vector<Folder> FoldersBelow(const std::string& parentID) {
+    ADODB::Recordset rows;
+    rows.Open("select foldername, folderid from folders where parent = " + parentID,
+              Global::ConnectionString);
+    std::vector<Folder> folders;
+    for (; !rows.EOF_(); rows.MoveNext()) {
+        folders.push_back({rows.Fields("folderid").Value.Text(), rows.Fields("foldername").Value.Text()});
+    }
+    rows.Close();
+    return folders;
+}
+
+}  // namespace
+
+void frmFolders::ShowModal(EditableText& cmbFolder) {
+    frmFolders form(cmbFolder, OwnerWindow());
+    if (LoadForm([&form] { form.Form_Load(); })) {
+        form.exec();
+    }
+}
+
+frmFolders::frmFolders(EditableText& cmbFolder, QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmFolders>()), m_cmbFolder(cmbFolder) {
+    m_ui->setupUi(this);
+    connect(m_ui->tvwFolder, &TreeView::Click, this, &frmFolders::tvwFolder_Click);
+    connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmFolders::cmdOK_Click);
+    connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmFolders::cmdCancel_Click);
+    constexpr int Letters = 50, Lines = 20;
+    resize(RoomFor(*this, Letters, Lines));
+}
+
+frmFolders::~frmFolders() = default;
+
+void frmFolders::Form_Load() {
+    Nodes& nodes = m_ui->tvwFolder->Nodes();
+    for (const Folder& folder : FoldersBelow("0")) {
+        nodes.Add("", folder.TopKey(), folder.name, FolderImage);
+        for (const Folder& child : FoldersBelow(folder.id)) {
+            nodes.Add(folder.TopKey(), child.ChildKey(), child.name, FolderImage);
+            AddChildren(child.id, child.ChildKey());
+        }
+    }
+}
+
+void frmFolders::AddChildren(const std::string& parentID, const std::string& parentKey) {
+    for (const Folder& folder : FoldersBelow(parentID)) {
+        m_ui->tvwFolder->Nodes().Add(parentKey, folder.ChildKey(), folder.name, FolderImage);
+    }
+}
+
+void frmFolders::tvwFolder_Click() {
+    m_ui->cmdOK->setEnabled(!m_ui->tvwFolder->SelectedItem().Text().empty());
+}
+
+void frmFolders::cmdOK_Click() {
+    m_cmbFolder.Text(m_ui->tvwFolder->SelectedItem().Text());
+    accept();
+}
+
+void frmFolders::cmdCancel_Click() {
+    reject();
+}

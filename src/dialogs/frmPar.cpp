@@ -1,0 +1,185 @@
+#include "dialogs/frmPar.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QScreen>
+
+#include "app/Global.h"
+#include "dialogs/ModalForm.h"
+#include "execution/RunReport.h"
+#include "platform/adodb.h"
+#include "platform/controls/combo_box.h"
+#include "platform/controls/list_view.h"
+#include "platform/controls/twips.h"
+#include "platform/convert.h"
+#include "platform/loop.h"
+#include "ui_frmPar.h"
+
+namespace {
+
+constexpr int ComboTop = 480, RowHeight = 780, ComboWidth = 3855, BelowLastCombo = 960;  // twips
+
+// Values of ParCaller.
+constexpr const char *Wizard = "frmAddReport", *Properties = "frmPar", *PackageWizard = "frmWiz",
+                     *PackageReport = "frmViewer";
+
+bool FillsList() {
+    return Global::ParCaller == Properties || Global::ParCaller == Wizard;
+}
+
+void InsertWaitingRow(const std::string& name, const std::string& value) {
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    connection.Execute("insert into tmpPar(rptName, parName, parValue) values('" + Global::ParReportName +
+                       "','" + name + "','" + value + "')");
+    connection.Close();
+}
+
+std::string& Slot(std::vector<std::string>& list, int index) {
+    if (index < 1 || index >= static_cast<int>(list.size())) {
+        throw RuntimeError(err::SubscriptOutOfRange);
+    }
+    return list[static_cast<std::size_t>(index)];
+}
+
+}  // namespace
+
+void frmPar::ShowModal(ListView* lsvPar) {
+    frmPar form(lsvPar, OwnerWindow());
+    if (LoadForm([&form] { form.Form_Load(); })) {
+        form.exec();
+    }
+}
+
+frmPar::frmPar(ListView* lsvPar, QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmPar>()), m_lsvPar(lsvPar) {
+    m_ui->setupUi(this);
+    connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmPar::cmdOK_Click);
+    connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmPar::cmdCancel_Click);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget* /*old*/, QWidget* now) { KeepScrolledTo(now); });
+}
+
+frmPar::~frmPar() = default;
+
+void frmPar::Form_Load() {
+    DoEvents();
+    const int count = Global::OpenedReport().ParameterFieldCount();
+    for (int i = 1; i <= count; ++i) {
+        // Anew in every pass: what a caller has put there is gone before it is read.
+        Global::ParNames.assign(static_cast<std::size_t>(count) + 1, {});
+        Global::ParValues.assign(static_cast<std::size_t>(count) + 1, {});
+        report::ParameterField& parameter = Global::OpenedReport().Parameter(i);
+        ComboBox& combo = AddCombo(parameter.Name(), i);
+        ComboSlot(i) = &combo;
+        AddLabel(parameter.Name(), i);
+        FillCombo(parameter, i);
+    }
+    FitHeight(count);
+}
+
+ComboBox& frmPar::AddCombo(const std::string& parameter, int row) {
+    const QString name = QString::fromStdString("cmb" + Replace(parameter, " ", ""));
+    for (const QWidget* control : m_ui->rows->findChildren<QWidget*>()) {
+        if (control->objectName().compare(name, Qt::CaseInsensitive) == 0) {
+            constexpr std::int32_t NameTaken = 727;
+            throw RuntimeError(NameTaken,
+                               "There is already a control with the name \"" + name.toStdString() + "\"");
+        }
+    }
+    auto* combo = new ComboBox(m_ui->rows);
+    combo->setObjectName(name);
+    combo->setEditable(true);
+    combo->setMinimumWidth(Pixels(ComboWidth));
+    combo->setAccessibleName(QString::fromStdString(parameter));
+    m_ui->grid->addWidget(combo, 2 * row - 1, 0);
+    return *combo;
+}
+
+// A caption is shown as it is: nothing in a parameter's name is markup or a mnemonic.
+void frmPar::AddLabel(const std::string& caption, int row) {
+    auto* label = new QLabel(m_ui->rows);
+    label->setObjectName("iLabel" + QString::number(row));
+    label->setTextFormat(Qt::PlainText);
+    label->setText(QString::fromStdString(caption));
+    m_ui->grid->addWidget(label, 2 * row - 2, 0);
+}
+
+ComboBox*& frmPar::ComboSlot(int index) {
+    if (index < 0 || index >= static_cast<int>(cmb.size())) {
+        throw RuntimeError(err::SubscriptOutOfRange);
+    }
+    return cmb[static_cast<std::size_t>(index)];
+}
+
+void frmPar::FillCombo(report::ParameterField& parameter, int index) {
+    ComboBox& combo = *ComboSlot(index);
+    const std::vector<std::string> defaults = parameter.DefaultValues();
+    for (const std::string& value : defaults) {
+        combo.AddItem(value);
+    }
+    if (!defaults.empty()) {
+        combo.Text(defaults.front());
+    }
+    if (Global::ParCaller == PackageReport) {
+        combo.Text(Global::ParValueSlot(index));
+    } else if (Global::ParCaller == PackageWizard) {
+        m_ui->cmdCancel->hide();
+        setWindowFlag(Qt::WindowCloseButtonHint, false);
+    }
+}
+
+// As high as the boxes ask for; more than the screen holds is scrolled.
+void frmPar::FitHeight(int count) {
+    const int lastTop = ComboTop + (count > 1 ? (count - 1) * RowHeight : 0);
+    const QSize boxes = m_ui->rows->sizeHint();
+    const QSize around = sizeHint() - m_ui->scroll->sizeHint();
+    const int height = std::max(Pixels(lastTop + BelowLastCombo), boxes.height() + around.height());
+    resize(QSize(boxes.width() + around.width(), height).boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+void frmPar::KeepScrolledTo(QWidget* control) {
+    if (control != nullptr && m_ui->rows->isAncestorOf(control)) {
+        m_ui->scroll->ensureWidgetVisible(control);
+    }
+}
+
+void frmPar::cmdOK_Click() {
+    Global::ClearReportParameters();
+    if (FillsList()) {
+        m_lsvPar->ListItems().Clear();
+    }
+    const int count = Global::OpenedReport().ParameterFieldCount();
+    for (int i = 1; i <= count; ++i) {
+        TakeValue(i);
+    }
+    accept();
+}
+
+// The report gets the text as it stands; what statements are made of has no ' in it.
+void frmPar::TakeValue(int index) {
+    report::Report& report = Global::OpenedReport();
+    const std::string text = ComboSlot(index)->Text();
+    std::string& name = Slot(Global::ParNames, index);
+    std::string& value = Slot(Global::ParValues, index);
+    name = report.Parameter(index).Name();
+    value = Replace(text, "'", "");
+    Global::HandOverParameter(report, index, text, Global::OtherFieldRule::HandOver);
+    if (FillsList()) {
+        m_lsvPar->ListItems().Add(name + std::to_string(index), name).SubItems(1, value);
+    } else if (Global::ParCaller == PackageWizard) {
+        InsertWaitingRow(name, value);
+    }
+}
+
+void frmPar::cmdCancel_Click() {
+    Global::ParCancelled = true;
+    QDialog::reject();
+}
+
+// Where there is no Cancel the report of the package would be left without its values.
+void frmPar::reject() {
+    if (!m_ui->cmdCancel->isHidden()) {
+        cmdCancel_Click();
+    }
+}

@@ -1,0 +1,54 @@
+// "Add Report Parameters": the one dialog through which parameter values enter the system. It asks for every
+// parameter of CurrentReport in a box of its own; what becomes of the values hangs on ParCaller:
+//
+//   "frmAddReport", "frmPar"  lines of the caller's list: the name, and the value as first sub-item
+//   "frmWiz"                  rows of tmpPar under ParReportName; there is no Cancel, and no way around it
+//   "frmViewer"               nothing but ParNames and ParValues, which the others get as well
+//
+// Nothing is checked: a text that the report cannot take ends the process with the run time's error box.
+#pragma once
+
+#include <QDialog>
+#include <array>
+#include <memory>
+#include <string>
+
+#include "platform/report_engine.h"
+
+class ComboBox;
+class ListView;
+
+namespace Ui {
+class frmPar;
+}
+
+class frmPar : public QDialog {
+    Q_OBJECT
+ public:
+    // Shows the dialog until it is left. Cancel and the close box set ParCancelled, which the caller clears
+    // before. The list is the one that "frmAddReport" and "frmPar" get filled; others need none.
+    static void ShowModal(ListView* lsvPar = nullptr);
+
+    explicit frmPar(ListView* lsvPar = nullptr, QWidget* parent = nullptr);
+    ~frmPar() override;
+
+    // Raises 727 for two parameters whose names differ in nothing but blanks and case, 9 for the 51st.
+    void Form_Load();
+    void cmdOK_Click();
+    void cmdCancel_Click();
+
+    void reject() override;  // Esc and the close box
+
+ private:
+    ComboBox& AddCombo(const std::string& parameter, int row);
+    void AddLabel(const std::string& caption, int row);
+    ComboBox*& ComboSlot(int index);
+    void FillCombo(report::ParameterField& parameter, int index);
+    void FitHeight(int count);
+    void TakeValue(int index);
+    void KeepScrolledTo(QWidget* control);
+
+    std::unique_ptr<Ui::frmPar> m_ui;
+    std::array<ComboBox*, 51> cmb{};  // slot 0 is never used
+    ListView* m_lsvPar;
+};
