@@ -228,21 +228,32 @@ std::string Show(const report::ParameterValue& value) {
     return std::visit(Shower{}, value);
 }
 
+template <typename Value>
+Value ValueAt(const std::vector<Value>& values, int number, const Value& otherwise) {
+    const auto index = static_cast<std::size_t>(number) - 1;
+    return index < values.size() ? values[index] : otherwise;
+}
+
 class FakeField : public report::ParameterField {
  public:
-    FakeField(int number, int type, std::vector<std::string>& calls)
-        : m_number(number), m_type(type), m_calls(calls) {}
-    int ValueType() const override { return m_type; }
-    std::string Name() const override { return "P" + std::to_string(m_number); }
-    std::string Prompt() const override { return Name(); }
-    std::vector<std::string> DefaultValues() const override { return {}; }
+    FakeField(int number, const FakeReportSpec& spec, std::vector<std::string>& calls)
+        : m_number(number), m_spec(spec), m_calls(calls) {}
+    int ValueType() const override { return ValueAt(m_spec.parameterTypes, m_number, 0); }
+    std::string Name() const override {
+        return ValueAt(m_spec.parameterNames, m_number, "P" + std::to_string(m_number));
+    }
+    std::string Prompt() const override { return ValueAt(m_spec.parameterPrompts, m_number, std::string()); }
+    std::vector<std::string> DefaultValues() const override {
+        return ValueAt(m_spec.defaultValues, m_number, {});
+    }
     void ClearCurrentValueAndRange() override { m_calls.push_back("clear " + std::to_string(m_number)); }
     void AddCurrentValue(const report::ParameterValue& value) override {
         m_calls.push_back("value " + std::to_string(m_number) + " " + Show(value));
     }
 
  private:
-    int m_number, m_type;
+    int m_number;
+    const FakeReportSpec& m_spec;
     std::vector<std::string>& m_calls;
 };
 
@@ -250,7 +261,7 @@ class FakeReport : public report::Report {
  public:
     FakeReport(const FakeReportSpec& spec, FakeEngine& engine) : m_spec(spec), m_engine(engine) {
         for (std::size_t i = 0; i < spec.parameterTypes.size(); ++i) {
-            m_fields.emplace_back(static_cast<int>(i) + 1, spec.parameterTypes[i], engine.calls);
+            m_fields.emplace_back(static_cast<int>(i) + 1, m_spec, engine.calls);
         }
     }
     int TableCount() const override { return m_spec.tables; }

@@ -187,6 +187,9 @@ struct FakeReportSpec {
     std::string title = "Sales";
     int tables = 1;
     std::vector<int> parameterTypes;
+    // By position. One that is left out is called by its number, P1, and has no prompt and no default.
+    std::vector<std::string> parameterNames, parameterPrompts;
+    std::vector<std::vector<std::string>> defaultValues;
     std::optional<RuntimeError> exportError;
     FakePages pages;  // for the screen
 };
