@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/letters.h"
 #include "platform/mail/ascii.h"
 #include "platform/mail/mail_errors.h"
 #include "platform/mail/small_file.h"
@@ -13,10 +12,9 @@ namespace {
 
 constexpr std::size_t LargestBook = std::size_t{32} << 20;
 
-bool IsCalled(const AddressEntry& entry, const std::string& name) {
-    return SameLetters(entry.name, name) ||
-           std::any_of(entry.nicknames.begin(), entry.nicknames.end(),
-                       [&name](const std::string& nickname) { return SameLetters(nickname, name); });
+std::string WithoutMarks(std::string name) {
+    std::erase(name, '\'');
+    return name;
 }
 
 AddressChooser& Chooser() {
@@ -42,6 +40,12 @@ const std::vector<AddressEntry>& AddressBook::ListEntries() {
     std::stable_sort(entries.begin(), entries.end(), [](const AddressEntry& left, const AddressEntry& right) {
         return CompareLetters(left.name, right.name) < 0;
     });
+    for (std::size_t entry = 0; entry < entries.size(); ++entry) {
+        m_names.emplace(WithoutMarks(entries[entry].name), entry);
+        for (const std::string& nickname : entries[entry].nicknames) {
+            m_names.emplace(WithoutMarks(nickname), entry);
+        }
+    }
     return m_entries.emplace(std::move(entries));
 }
 
@@ -57,11 +61,11 @@ Mailbox AddressBook::Resolve(const std::string& nameOrAddress) {
     if (name.empty()) {
         throw RuntimeError(ErrUnknownRecipient, "A recipient has no name");
     }
+    const std::vector<AddressEntry>& entries = ListEntries();
     const AddressEntry* found = nullptr;
-    for (const AddressEntry& entry : ListEntries()) {
-        if (!IsCalled(entry, name)) {
-            continue;
-        }
+    const auto [first, last] = m_names.equal_range(WithoutMarks(name));
+    for (auto called = first; called != last; ++called) {
+        const AddressEntry& entry = entries[called->second];
         if (found != nullptr && !SameAddress(found->address, entry.address)) {
             throw RuntimeError(ErrAmbiguousRecipient,
                                "The recipient \"" + Shown(name) + "\" is in the address book more than once");

@@ -3,10 +3,12 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/letters.h"
 #include "platform/mail/mail_address.h"
 #include "platform/mail/vcard.h"
 
@@ -22,12 +24,21 @@ class AddressBook {
     const std::vector<AddressEntry>& ListEntries();
 
     // The mailbox that a name or an address stands for. Raises ErrUnknownRecipient or ErrAmbiguousRecipient,
-    // each with the name in its text.
+    // each with the name in its text. Names lose the mark ' where their list becomes part of a statement, so
+    // that it does not tell two names apart.
     Mailbox Resolve(const std::string& nameOrAddress);
 
  private:
+    struct LettersBefore {
+        bool operator()(std::string_view left, std::string_view right) const {
+            return CompareLetters(left, right) < 0;
+        }
+    };
+
     std::filesystem::path m_file;
     std::optional<std::vector<AddressEntry>> m_entries;
+    // The places of the entries by their names and nicknames, without the mark '.
+    std::multimap<std::string, std::size_t, LettersBefore> m_names;
 };
 
 // Shows the entries and returns those chosen, one at most when `oneAddress`; nothing when the user cancels.

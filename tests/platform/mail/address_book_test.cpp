@@ -48,6 +48,19 @@ TEST_F(Book, SeparatorBehindASingleNameIsNoPartOfIt) {
     EXPECT_NE(NumberRaisedBy([&] { book.Resolve("a@b.c;d@b.c"); }), 0);
 }
 
+// Lists of recipients lose the mark ' before they are stored.
+TEST_F(Book, NameWithAMarkIsFoundWithAndWithoutIt) {
+    auto book = Read(Card("Sean O'Brien", "sean@b.c", "NICKNAME:D'Artagnan\n"));
+    EXPECT_EQ(book.Resolve("Sean OBrien"), (mailer::Mailbox{"Sean O'Brien", "sean@b.c"}));
+    EXPECT_EQ(book.Resolve("Sean O'Brien").address, "sean@b.c");
+    EXPECT_EQ(book.Resolve("DARTAGNAN").address, "sean@b.c");
+}
+
+TEST_F(Book, NamesThatDifferByAMarkAloneAreNotGuessed) {
+    auto book = Read(Card("Dana O'Neal", "one@b.c") + Card("Dana ONeal", "two@b.c"));
+    EXPECT_EQ(NumberRaisedBy([&] { book.Resolve("Dana ONeal"); }), mailer::ErrAmbiguousRecipient);
+}
+
 TEST_F(Book, AddressesNeedNoBook) {
     mailer::AddressBook book(m_folder / "missing.vcf");
     EXPECT_EQ(book.Resolve("Ann <ann@b.c>").address, "ann@b.c");

@@ -1,4 +1,6 @@
 // The session as the system uses it.
+#include <chrono>
+
 #include "mail_fixture.h"
 #include "platform/mail/address_book.h"
 
@@ -101,4 +103,19 @@ TEST_F(MailSession, PickedEntriesAreNamedSoThatTheyResolveAgain) {
     EXPECT_EQ(names, (std::vector<std::string>{"Ann Archer", "sons@example.com", "one@example.com",
                                                "two@example.com"}));
     EXPECT_EQ(session->AddressBook(true).size(), 1u);
+}
+
+TEST_F(MailSession, WholeBookIsPickedWithoutAWait) {
+    std::string cards;
+    for (int i = 0; i < 10000; ++i) {
+        const std::string number = std::to_string(i);
+        cards +=
+            "BEGIN:VCARD\nFN:Person Number" + number + "\nEMAIL:p" + number + "@example.com\nEND:VCARD\n";
+    }
+    WriteBytes(m_folder / "book.vcf", cards);
+    mailer::SetAddressChooser([](const auto& entries, bool) { return std::optional(entries); });
+    const auto session = Logon();
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(session->AddressBook(false).size(), 10000u);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }

@@ -270,6 +270,26 @@ TEST_F(AddressBookOnScreen, TenThousandNamesAreSearchedAsFastAsOneTypes) {
     EXPECT_EQ(Listed().size(), 19U);
 }
 
+TEST_F(AddressBookOnScreen, TenThousandNamesAreChosenAndRemovedWithoutAWait) {
+    Entries many;
+    for (int i = 0; i < 10'000; ++i) {
+        many.push_back({"Person" + std::to_string(i), {}, "p" + std::to_string(i) + "@example.com"});
+    }
+    Show(many);
+    QElapsedTimer timer;
+    timer.start();
+    List().setFocus();
+    List().selectAll();
+    QTest::mouseClick(&Button("cmdAdd"), Qt::LeftButton);
+    EXPECT_EQ(ChosenList().count(), 10'000);
+    List().selectAll();
+    EXPECT_FALSE(Button("cmdAdd").isEnabled());
+    ChosenList().selectAll();
+    QTest::mouseClick(&Button("cmdRemove"), Qt::LeftButton);
+    EXPECT_EQ(ChosenList().count(), 0);
+    EXPECT_LT(timer.elapsed(), 1000);
+}
+
 TEST_F(AddressBookOnScreen, LargeFontsMakeALargerDialogThatStillFitsTheScreen) {
     Show(Book);
     const QSize usual = m_dialog->size();
