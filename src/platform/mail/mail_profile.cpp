@@ -87,7 +87,12 @@ class ProfileReader {
     }
 
     fs::path Path(std::string_view section, std::string_view key) const {
-        return ProfilePath(m_text.Find(section, key).value_or(""));
+        const std::string text = m_text.Find(section, key).value_or("");
+        try {
+            return ProfilePath(text);
+        } catch (const RuntimeError& error) {
+            Refuse(std::string(key) + " is \"" + Shown(text) + "\": " + error.Description());
+        }
     }
 
     int Number(std::string_view key, int fallback, int least, int most) const {

@@ -17,11 +17,13 @@ std::string_view SectionOf(std::string_view key) {
     return ToLower(key) == "vcard" ? "AddressBook" : "Profile";
 }
 
-std::string TextOf(const fs::path& file) {
+// Not so when nobody can tell: behind a locked folder or a link that leads to itself.
+bool IsMissing(const fs::path& file) {
     std::error_code ignored;
-    if (!fs::exists(file, ignored)) {
-        return {};
-    }
+    return fs::status(file, ignored).type() == fs::file_type::not_found;
+}
+
+std::string TextOf(const fs::path& file) {
     std::optional<std::string> text = ReadSmallFile(file, LargestProfile);
     if (!text) {
         throw RuntimeError(err::PathFileAccess, "The mail profile \"" + file.string() + "\" cannot be read");
@@ -50,7 +52,7 @@ std::string ProfileKey(std::string_view name) {
 }
 
 ProfileEditor::ProfileEditor()
-    : m_file(MailProfilePath()), m_isNew(!fs::exists(m_file)), m_text(TextOf(m_file)) {}
+    : m_file(MailProfilePath()), m_isNew(IsMissing(m_file)), m_text(m_isNew ? "" : TextOf(m_file)) {}
 
 std::string ProfileEditor::Value(std::string_view key) const {
     return IniText(m_text.Text()).Find(SectionOf(key), key).value_or("");

@@ -18,9 +18,9 @@ std::string TextOf(const mailer::Finding& finding) {
 }
 
 // A file that no person could have meant is not worth a wait of the window.
-QString EntriesOf(const std::filesystem::path& file) {
+QString EntriesOf(const std::string& file) {
     try {
-        mailer::AddressBook book(file);
+        mailer::AddressBook book(mailer::ProfilePath(file));
         const std::size_t count = book.ListEntries().size();
         return QString::number(count) + (count == 1 ? " entry" : " entries");
     } catch (const RuntimeError& error) {
@@ -230,7 +230,7 @@ void MailDialog::cmdVCard_Click() {
 
 void MailDialog::txtVCard_Change() {
     const std::string text = m_ui->txtVCard->text().trimmed().toStdString();
-    m_ui->lblEntries->setText(text.empty() ? "no address book" : EntriesOf(mailer::ProfilePath(text)));
+    m_ui->lblEntries->setText(text.empty() ? "no address book" : EntriesOf(text));
 }
 
 void MailDialog::ShowBusy(bool busy) {

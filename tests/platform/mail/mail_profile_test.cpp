@@ -64,7 +64,9 @@ TEST_F(Profile, WhatMakesNoSenseNamesItsKey) {
           Case{"Transport=smtp\nFrom=a@example.com\nHost=evil/../x@y\n", "Host"},
           Case{server + "Port=99999\n", "Port"}, Case{server + "Port=25x\n", "Port"},
           Case{server + "Security=maybe\n", "Security"}, Case{server + "Verify=perhaps\n", "Verify"},
-          Case{server + "Timeout=0\n", "Timeout"}}) {
+          Case{server + "Timeout=0\n", "Timeout"}, Case{server + "CAFile=C:\\ca.pem\n", "CAFile"},
+          Case{"Transport=outbox\nFrom=a@example.com\nOutboxFolder=Q:\\out\n", "OutboxFolder"},
+          Case{server + "[AddressBook]\nVCard=C:\\book.vcf\n", "VCard is \"C:\\book.vcf\""}}) {
         EXPECT_EQ(NumberOf(lines), mailer::ErrBadProfile) << lines;
         EXPECT_NE(m_text.find(key), std::string::npos) << m_text;
     }

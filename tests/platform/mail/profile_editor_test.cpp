@@ -88,3 +88,9 @@ TEST_F(ProfileFile, ProfileThatCannotBeReadIsNotTakenForAMissingOne) {
     std::filesystem::create_directories(File());
     EXPECT_EQ(NumberRaisedBy([] { const ProfileEditor editor; }), 75);
 }
+
+TEST_F(ProfileFile, LinkThatLeadsToItselfIsNotTakenForAMissingOne) {
+    std::filesystem::create_directories(Folder());
+    std::filesystem::create_symlink(File(), File());
+    EXPECT_EQ(NumberRaisedBy([] { const ProfileEditor editor; }), 75);
+}

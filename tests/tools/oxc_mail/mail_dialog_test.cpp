@@ -187,6 +187,37 @@ TEST_F(MailWindow, AddressBookShowsItsNumberOfEntries) {
               "The address book \"/no/such.vcf\" is missing or cannot be read");
 }
 
+// Books of the drives of another system are typed in and come with profiles from there.
+TEST_F(MailWindow, AddressBookOnADriveThatIsNotThereIsToldAndTheWindowStays) {
+    WriteProfile("Transport=outbox\n[AddressBook]\nVCard=C:\\book.vcf\n");
+    Open();
+    EXPECT_THAT(Result(), HasSubstr("VCard is \"C:\\book.vcf\": Path not found"));
+    EXPECT_EQ(Find<QLabel>("lblEntries")->text(), "Path not found: \"C:\\book.vcf\"");
+    Type("txtVCard", "D:\\book.vcf");
+    EXPECT_EQ(Find<QLabel>("lblEntries")->text(), "Path not found: \"D:\\book.vcf\"");
+    Click("cmdSave");
+    EXPECT_THAT(Result(), StartsWith("Not saved: "));
+}
+
+TEST_F(MailWindow, TagsInTheNameOfTheAddressBookAreShownAsTheyStand) {
+    WriteProfile("Transport=outbox\n");
+    Open();
+    Type("txtVCard", "/no/<b>such</b>.vcf");
+    const auto* entries = Find<QLabel>("lblEntries");
+    EXPECT_EQ(entries->textFormat(), Qt::PlainText);
+    EXPECT_EQ(entries->text(), "The address book \"/no/<b>such</b>.vcf\" is missing or cannot be read");
+}
+
+TEST_F(MailWindow, LinkThatLeadsToItselfIsToldAndTheWindowStays) {
+    std::filesystem::create_directories(File().parent_path());
+    std::filesystem::create_symlink(File(), File());
+    Open();
+    EXPECT_EQ(Result(), "Failed: The mail profile \"" + File().string() + "\" cannot be read.");
+    Click("cmdSave");
+    EXPECT_THAT(Result(), StartsWith("Not saved: "));
+    EXPECT_TRUE(std::filesystem::is_symlink(File()));
+}
+
 TEST_F(MailWindow, CheckTriesWhatStandsInTheWindow) {
     const SmtpServer server({"--user", "ann", "--password", "right"});
     WriteProfile(At(server, "User=ann\nPassword=wr0ng\n"));
