@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <memory>
+#include <string_view>
 
 namespace associations {
 
@@ -49,10 +50,16 @@ void Detach(gpointer folder) {
     }
 }
 
+// An entry with a command line of nothing: the launch would put the document in its place and run that.
+bool HasEmptyCommand(GAppInfo* application) {
+    const char* const command = g_app_info_get_commandline(application);
+    return command != nullptr && std::string_view(command).find_first_not_of(" \t") == std::string_view::npos;
+}
+
 // The application is no child of this process and has no file of it open but the null streams.
 Outcome Launch(GAppInfo* application, const std::string& uri, const std::filesystem::path& folder) {
     const Owned<GAppInfo> owned(application);
-    if (application == nullptr || !G_IS_DESKTOP_APP_INFO(application)) {
+    if (application == nullptr || !G_IS_DESKTOP_APP_INFO(application) || HasEmptyCommand(application)) {
         return Outcome::NoApplication;
     }
     constexpr auto Flags = static_cast<GSpawnFlags>(static_cast<unsigned>(G_SPAWN_SEARCH_PATH) |

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -95,6 +96,33 @@ TEST_F(DesktopShellOpens, ADocumentSpelledInAnotherCase) {
     EXPECT_NE(Opened()[0].find("Sales.csv"), std::string::npos);
 }
 
+TEST_F(DesktopShellOpens, ADocumentOfAnyNameAsOneWord) {
+    for (const char* name : {"-o 100%u.csv", "ann's \"may\" $HOME;x.csv", "sales.exe.csv"}) {
+        fs::remove(marker);
+        EXPECT_GT(Open(Make(name, "a,b\n")), 32);
+        EXPECT_EQ(Opened()[0], (folder / name).string());
+    }
+}
+
+TEST_F(DesktopShellOpens, ADocumentBehindASymbolicLink) {
+    Make("may.csv", "a,b\n");
+    fs::create_symlink("may.csv", folder / "latest.csv");
+    EXPECT_GT(Open(Named("latest.csv")), 32);
+    EXPECT_EQ(Opened()[0], (folder / "latest.csv").string());
+}
+
+TEST_F(DesktopShellOpens, NoSymbolicLinkThatLeadsNowhere) {
+    fs::create_symlink("gone.csv", folder / "broken.csv");
+    fs::create_symlink("circle.csv", folder / "circle.csv");
+    EXPECT_EQ(Open(Named("broken.csv")), 2);
+    EXPECT_EQ(Open(Named("circle.csv")), 2);
+}
+
+TEST_F(DesktopShellOpens, NoPipeThatNobodyWritesInto) {
+    ASSERT_EQ(mkfifo((folder / "pipe.csv").c_str(), 0644), 0);
+    EXPECT_EQ(Open(Named("pipe.csv")), 31);
+}
+
 TEST_F(DesktopShellOpens, ADocumentInTheFolderGiven) {
     Make("sub/sales.csv", "a,b\n");
     EXPECT_GT(Open("sales.csv", Named("sub")), 32);
@@ -166,6 +194,15 @@ TEST_F(DesktopShellOpens, NoFileWithoutAnAssociation) {
 
 TEST_F(DesktopShellOpens, NoFileWhoseApplicationIsGone) {
     EXPECT_EQ(Open(Make("logo.tga", std::string(32, '\0'))), 31);
+}
+
+TEST_F(DesktopShellOpens, NoFileWhoseApplicationHasAnUnreadableEntry) {
+    EXPECT_EQ(Open(Make("logo.bmp", "BM" + std::string(32, '\0'))), 31);
+}
+
+TEST_F(DesktopShellOpens, NoFileItselfInPlaceOfAnApplicationWithoutACommand) {
+    EXPECT_EQ(Open(Make("logo.gif", Marking(), 0755)), 31);
+    EXPECT_FALSE(fs::exists(marker));
 }
 
 TEST_F(DesktopShellOpens, NothingByAnUnknownVerb) {

@@ -44,9 +44,11 @@ int main(int argc, char** argv) {
     };
     entry("viewer", "text/csv;x-scheme-handler/https;", (desktop / "viewer").string() + " %u");
     entry("gone", "image/x-tga;", (desktop / "no-such-program").string() + " %f");
+    entry("unclosed", "image/bmp;", (desktop / "viewer").string() + " \"%f");
+    entry("nothing", "image/gif;", "");
     WriteBytes(desktop / "config/mimeapps.list",
                "[Default Applications]\ntext/csv=viewer.desktop\nx-scheme-handler/https=viewer.desktop\n"
-               "image/x-tga=gone.desktop\n");
+               "image/x-tga=gone.desktop\nimage/bmp=unclosed.desktop\nimage/gif=nothing.desktop\n");
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }
