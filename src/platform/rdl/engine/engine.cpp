@@ -23,9 +23,10 @@ std::shared_ptr<report::Engine> CreateRdlEngine() {
 }
 
 std::shared_ptr<RdlReport> OpenRdlReport(const std::string& path) {
-    const std::filesystem::path file = std::filesystem::absolute(paths::ToMachine(path));
     std::error_code failure;
-    if (!std::filesystem::exists(file, failure)) {
+    const std::filesystem::path file = std::filesystem::absolute(paths::ToMachine(path), failure);
+    // An empty path, as an empty column gives it, has no absolute form.
+    if (failure || !std::filesystem::exists(file, failure)) {
         throw RuntimeError(err::FileNotFound,
                            RuntimeError(err::FileNotFound).Description() + ": \"" + path + "\"");
     }

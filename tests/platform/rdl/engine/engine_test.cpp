@@ -26,6 +26,12 @@ class ReportEngine : public ReportFolder {
     }
 };
 
+TEST_F(ReportEngine, EmptyPathIsAMissingFile) {
+    const RuntimeError error = ErrorOf([] { CreateRdlEngine()->OpenReport(""); });
+    EXPECT_EQ(error.Number(), err::FileNotFound);
+    EXPECT_EQ(error.Description(), "File not found: \"\"");
+}
+
 TEST_F(ReportEngine, MissingFileIs53) {
     const RuntimeError error = ErrorOf([&] { CreateRdlEngine()->OpenReport(Path("none.rpt")); });
     EXPECT_EQ(error.Number(), err::FileNotFound);
