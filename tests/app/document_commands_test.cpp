@@ -88,6 +88,12 @@ TEST_F(DocumentCommands, DesignDoesNotUseTheDesignersPath) {
     EXPECT_EQ(shell.openings, (Openings{{"open", "Z:\\europe.rpt", "", "", 3}}));
 }
 
+TEST_F(DocumentCommands, DesignOfAPathWithDotExeInItAsksForShowMode0) {
+    database.Run("update ReportScheduler set OriginalPath = 'Z:\\old.Exe files\\-europe.rpt'");
+    mnuDesign_Click();
+    EXPECT_EQ(shell.openings, (Openings{{"open", "Z:\\old.Exe files\\-europe.rpt", "", "", 0}}));
+}
+
 TEST_F(DocumentCommands, FailuresOfTheShellAreNotShown) {
     shell.code = 31;
     mnuHelp_Click();

@@ -385,6 +385,29 @@ TEST_F(BatchReport, ChangesOfTheNextRunAreNotSeenByTheRunningPoll) {
     EXPECT_EQ(NextRuns(), (Rows{"2026-11-22", "2026-11-22"}));
 }
 
+TEST_F(BatchReport, ThousandsOfRecipientsGoIntoOneMail) {
+    constexpr int Names = 2000;
+    std::string recipients;
+    for (int i = 1; i <= Names; ++i) {
+        recipients += "u" + std::to_string(i) + ";";
+    }
+    Package("T", recipients);
+    Global::BatchReport();
+    ASSERT_EQ(mail.sent.size(), 1U);
+    ASSERT_EQ(mail.sent[0].recipients.size(), static_cast<std::size_t>(Names));
+    EXPECT_EQ(mail.sent[0].recipients.front(), "u1");
+    EXPECT_EQ(mail.sent[0].recipients.back(), "u2000");
+}
+
+TEST_F(BatchReport, PackageWithoutATimeEndsThePollForThoseBehindIt) {
+    Package("F");
+    Package("F");
+    database.Run("update ReportBatch set RunTime = null where ReportID = 1");
+    Global::BatchReport();
+    EXPECT_EQ(History(), Rows{"|2026-11-21,14:00:00|T|Invalid use of Null"});
+    EXPECT_EQ(NextRuns(), (Rows{"2026-11-21", "2026-11-21"}));
+}
+
 TEST_F(BatchReport, TimerIsOffWhileAPackageRuns) {
     Package("F");
     Detail(1, "1>a.rpt", "Acrobat");

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/convert.h"
+#include "platform/regional.h"
 #include "platform/runtime.h"
 #include "support/database.h"
 #include "support/fakes.h"
@@ -48,6 +49,17 @@ TEST_F(Upkeep, PurgeReadsRowsOfRunsOnDemandInTheRegionalForm) {
                  " 09:00:00',null,'None')");
     Global::PurgeOldHistory();
     EXPECT_EQ(database.Rows("select ReportID from ReportHistory"), std::vector<std::string>{"1"});
+}
+
+TEST_F(Upkeep, PurgeReadsThePackagesHistoryInTheRegionalForm) {
+    SetRegional({DateOrder::DayMonthYear, '.'});
+    const auto moment = [](int day) { return "'" + DateText(fakes::At(2026, 10, day)) + ",09:00:00'"; };
+    EXPECT_EQ(moment(21), "'21.10.2026,09:00:00'");
+    database.Run("insert into ReportBatchHstry values('1'," + moment(22) + ",'T',null),('2'," + moment(21) +
+                 ",'T',null)");
+    Global::PurgeOldHistory();
+    SetRegional({});
+    EXPECT_EQ(database.Rows("select ReportID from ReportBatchHstry"), std::vector<std::string>{"1"});
 }
 
 TEST_F(Upkeep, PurgeLeavesRowsWithoutAMoment) {
