@@ -33,9 +33,14 @@ QList<qreal> DashesOf(LineStyle style) {
     }
 }
 
-QPen PenOf(layout::Color color, double width, LineStyle style) {
+// Dashes are as long as the line's own width asks, whatever the pixels make of it.
+QPen PenOf(layout::Color color, double width, LineStyle style, double ownWidth) {
     QPen pen(ColorOf(color), width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
-    if (const QList<qreal> dashes = DashesOf(style); !dashes.isEmpty() && width > 0) {
+    if (QList<qreal> dashes = DashesOf(style); !dashes.isEmpty() && width > 0) {
+        constexpr double Least = 0.25;
+        for (qreal& dash : dashes) {
+            dash *= std::max(ownWidth, Least) / width;
+        }
         pen.setDashPattern(dashes);
     }
     return pen;
@@ -141,7 +146,7 @@ void PagePainter::Stroke(const Target& target, QPointF from, QPointF to, const l
     const bool alongAxis = from.x() == to.x() || from.y() == to.y();
     if (!target.grid.IsStraight() || !alongAxis) {
         const double least = 1 / std::max(target.grid.Scale(), 1e-6);
-        painter.setPen(PenOf(op.color, std::max(width, least), op.style));
+        painter.setPen(PenOf(op.color, std::max(width, least), op.style, width));
         painter.drawLine(from, to);
         return;
     }
@@ -152,7 +157,7 @@ void PagePainter::Stroke(const Target& target, QPointF from, QPointF to, const l
     }
     const bool level = from.y() == to.y();
     const QPointF middle = area.center();
-    painter.setPen(PenOf(op.color, level ? area.height() : area.width(), op.style));
+    painter.setPen(PenOf(op.color, level ? area.height() : area.width(), op.style, width));
     painter.drawLine(level ? QPointF(area.left(), middle.y()) : QPointF(middle.x(), area.top()),
                      level ? QPointF(area.right(), middle.y()) : QPointF(middle.x(), area.bottom()));
 }
@@ -216,7 +221,8 @@ void PagePainter::Op(Target& target, const layout::PathOp& op) {
     if (stroke) {
         const double least = 1 / std::max(target.grid.Scale(), 1e-6);
         const double width = std::max(static_cast<double>(op.strokeWidth), least);
-        target.painter.strokePath(path, PenOf(op.stroke, width, op.strokeStyle));
+        target.painter.strokePath(
+            path, PenOf(op.stroke, width, op.strokeStyle, static_cast<double>(op.strokeWidth)));
     }
 }
 
