@@ -290,6 +290,16 @@ TEST_F(Options, AddressesArePickedIntoTheAlertBox) {
     EXPECT_EQ(Global::AlertWho, "");
 }
 
+TEST_F(Options, LongListOfPickedNamesIsNotCut) {
+    mail.picks = {Texts(200, std::string(219, 'a'))};
+    Global::AlertWho = "";
+    Open();
+    Click("cmdAddress");
+    EXPECT_EQ(Box("txtAl").Text().size(), 44'000U);
+    Click("cmdSave");
+    EXPECT_EQ(Global::AlertWho.size(), 44'000U);
+}
+
 TEST_F(Options, TabGoesThroughTheBoxesAndTheirButtons) {
     frmConfig& form = Open();
     form.activateWindow();

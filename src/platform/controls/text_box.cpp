@@ -1,7 +1,13 @@
 #include "platform/controls/text_box.h"
 
+#include <limits>
+
 #include "platform/controls/focus.h"
 #include "platform/controls/locked_look.h"
+
+TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {
+    setMaxLength(std::numeric_limits<int>::max());
+}
 
 void TextBox::Locked(bool locked) {
     setReadOnly(locked);

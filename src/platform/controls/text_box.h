@@ -8,7 +8,8 @@
 class TextBox : public QLineEdit, public EditableText {
     Q_OBJECT
  public:
-    using QLineEdit::QLineEdit;
+    // Holds a text of any length: a list of recipients must not lose its end.
+    explicit TextBox(QWidget* parent = nullptr);
 
     std::string Text() const override { return text().toStdString(); }
     // A text that is longer than the box shows its beginning.
