@@ -1,0 +1,79 @@
+// Desktop windows inside the real frame, driven as a user drives them.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QTest>
+#include <string>
+#include <vector>
+
+#include "app/Global.h"
+#include "app/frmMain.h"
+#include "desktop/frmDesk.h"
+#include "support/database.h"
+#include "support/fakes.h"
+
+using Texts = std::vector<std::string>;
+
+// Notes what an input box asked for.
+class DeskPrompts : public fakes::FakePrompts {
+ public:
+    std::string Input(const std::string& prompt, const std::string& title,
+                      const std::string& preset) override;
+    std::vector<Texts> asked;  // prompt, title, preset
+};
+
+class DeskTest : public testing::Test {
+ protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // A new window of the root, as the menu opens it.
+    frmDesk& OpenRoot();
+    frmDesk& Window(int slot);
+    // The windows on the screen, in the order of their making, whether in a slot or not.
+    std::vector<frmDesk*> OnScreen();
+    static void Close(frmDesk& window);
+
+    static Texts Listed(frmDesk& window);              // texts
+    static Texts ListedWithIcons(frmDesk& window);     // "Icon SmallIcon Key=Text"
+    static Texts Cells(frmDesk& window, int columns);  // "Text|SubItem 1|..."
+    static Texts Headings(frmDesk& window);
+    // "Text" of every node behind as many dots as it is levels deep.
+    static Texts Tree(frmDesk& window);
+
+    static void ClickItem(frmDesk& window, const std::string& text, Qt::MouseButton button = Qt::LeftButton);
+    static void DoubleClickItem(frmDesk& window, const std::string& text);
+    static void ClickNode(frmDesk& window, const std::string& text);
+    static void ClickBesideAll(frmDesk& window);
+    static void ClickButton(frmDesk& window, const char* caption);
+    static void Key(QWidget& widget, Qt::Key key);
+    static QLineEdit* Editor(frmDesk& window);  // of the label that is edited; null: none
+    // Edits the selected item's text, from F2 to Enter.
+    static void Rename(frmDesk& window, const std::string& text, const std::string& newText);
+    static bool Hourglass(frmDesk& window);
+    void ClickEntry(const char* name);
+
+    void AddFolder(const std::string& name, int parent = 0);
+    int AddSchedule(const std::string& title, const std::string& folder);  // its ReportID
+    int AddPackage(const std::string& name, const Texts& reports = {});    // its ReportID
+
+    fakes::FakeClock clock{fakes::At(2026, 11, 21, 14, 0, 0)};
+    fakes::TestDatabase database;
+    fakes::FakeEngine engine;
+    fakes::FakeMailSystem mail;
+    DeskPrompts prompts;
+    fakes::FakeProcess process;
+    fakes::FakeRegistry registry;
+    frmMain& frame = frmMain::Instance();
+};
+
+// The box of an error that leaves a handler.
+fakes::Box EndBox(int number, const std::string& description);
+// The application's error box.
+fakes::Box ErrorBox(int number, const std::string& description);

@@ -1,0 +1,10 @@
+#include <gtest/gtest.h>
+
+#include "platform/qt/application.h"
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    FallBackToOffscreen();
+    Application application(argc, argv);
+    return RUN_ALL_TESTS();
+}
