@@ -202,6 +202,23 @@ TEST_F(PreviewForm, WindowThatIsClosedWhileItComesUpRunsNothing) {
     EXPECT_EQ(frame.pointers, (std::vector<int>{11, 0}));
 }
 
+TEST_F(PreviewForm, WindowThatIsClosedAndStillWaitsForItsEndRunsNothing) {
+    loop.onYield = [&] { WindowOf(*frame.Shown<frmTest>().at(0)).close(); };
+    Global::ShowPreview();
+    EXPECT_TRUE(engine.calls.empty());
+    EXPECT_TRUE(frame.Shown<frmTest>().empty());
+}
+
+TEST_F(PreviewForm, NextPreviewComesBeforeTheOtherWindows) {
+    const frmTest& form = Show();
+    auto* other = new QWidget;
+    frame.AddChild(*other);
+    other->show();
+    frame.area.setActiveSubWindow(qobject_cast<QMdiSubWindow*>(other->parentWidget()));
+    Global::ShowPreview();
+    EXPECT_EQ(frame.area.activeSubWindow(), &WindowOf(form));
+}
+
 TEST_F(PreviewForm, PreviewThatIsAskedForWhileOneComesUpIsTheOneThatStays) {
     loop.onYield = [&] {
         loop.onYield = {};
