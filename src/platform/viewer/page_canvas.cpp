@@ -43,6 +43,7 @@ void PageCanvas::SetDocument(PageDocument* document) {
     m_failure.clear();
     m_hit = {};
     m_selection.reset();
+    m_target = {};
     m_followEnd = false;
     m_shownPage = 0;
     if (m_document) {
@@ -169,6 +170,10 @@ int PageCanvas::CurrentPage() const {
     const double top = Origin().y(), bottom = top + viewport()->height();
     const auto [first, last] = m_layout.Between(top, bottom);
     const int scrolled = verticalScrollBar()->value();
+    // Several pages in sight: the one that was asked for, until the reader scrolls.
+    if (m_target.page >= first && m_target.page <= last && m_target.scrolled == scrolled) {
+        return m_target.page;
+    }
     if (scrolled > 0 && scrolled == verticalScrollBar()->maximum()) {
         return m_layout.Count();
     }
@@ -201,10 +206,12 @@ void PageCanvas::GoTo(int page, double y) {
     // A little of the gap shows that the page begins here.
     verticalScrollBar()->setValue(static_cast<int>(std::floor(top - PageLayout::Gap / 2)));
     m_followEnd = false;
+    m_target = {reached, verticalScrollBar()->value()};
     CheckPage();
 }
 
 void PageCanvas::GoToEnd() {
+    m_target = {};
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
     m_followEnd = m_document && !m_document->IsComplete();
     CheckPage();

@@ -82,6 +82,10 @@ class PageCanvas : public QAbstractScrollArea {
         LetterRange range;
     };
 
+    struct Target {  // the page that was gone to, and where that was
+        int page = 0, scrolled = 0;
+    };
+
     void TakePages();
     void Redraw();
     void Arrange();  // scroll bars, and zoom where it depends on the window
@@ -108,6 +112,7 @@ class PageCanvas : public QAbstractScrollArea {
     ZoomMode m_mode = ZoomMode::Percent;
     double m_zoom = 81, m_tileRatio = 0;
     int m_shownPage = 0;
+    Target m_target;
     bool m_followEnd = false, m_arranging = false;
     QString m_failure;  // of the last page that could not be drawn
     QString m_words;
