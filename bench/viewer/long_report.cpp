@@ -23,8 +23,9 @@ void WriteData(const std::filesystem::path& file) {
     if (sqlite3_open(file.c_str(), &database) != SQLITE_OK) {
         std::abort();
     }
-    Execute(database, "create table Orders (OrderID integer primary key, Customer text, City text, Product "
-                      "text, Quantity integer, Amount real); begin");
+    Execute(database,
+            "create table Orders (OrderID integer primary key, Customer text, City text, Product "
+            "text, Quantity integer, Amount real); begin");
     for (int i = 1; i <= LongReportRows; ++i) {
         const std::string number = std::to_string(i);
         Execute(database, "insert into Orders values (" + number + ", 'Customer " + std::to_string(i % 97) +
@@ -65,9 +66,11 @@ std::string Definition(const std::filesystem::path& data) {
            "<ConnectString>Data Source=" +
            data.string() +
            "</ConnectString></ConnectionProperties></DataSource></DataSources>"
-           "<DataSets><DataSet Name=\"Orders\"><Query><DataSourceName>d</DataSourceName><CommandText>select * "
+           "<DataSets><DataSet Name=\"Orders\"><Query><DataSourceName>d</DataSourceName><CommandText>select "
+           "* "
            "from Orders</CommandText></Query><Fields>" +
-           fields + "</Fields></DataSet></DataSets><Body><Height>2cm</Height><ReportItems><Tablix Name=\"t\">"
+           fields +
+           "</Fields></DataSet></DataSets><Body><Height>2cm</Height><ReportItems><Tablix Name=\"t\">"
            "<DataSetName>Orders</DataSetName><TablixBody><TablixColumns>" +
            widths + "</TablixColumns><TablixRows>" + Row("h", true) + Row("r", false) +
            "</TablixRows></TablixBody><TablixColumnHierarchy><TablixMembers>" + members +

@@ -66,9 +66,10 @@ void Run(const char* name, const std::filesystem::path& folder, const std::files
             count = viewer.CurrentPage();
         } while (pages->IsFollowingEnd());
     });
-    std::printf("%s: first page of %d in %.1f ms, all in %.0f ms; ratio to reading the rows (%.1f ms, %ld "
-                "bytes): %.1f\n",
-                name, count, first, first + all, floor, bytes, first / floor);
+    std::printf(
+        "%s: first page of %d in %.1f ms, all in %.0f ms; ratio to reading the rows (%.1f ms, %ld "
+        "bytes): %.1f\n",
+        name, count, first, first + all, floor, bytes, first / floor);
 }
 
 }  // namespace
