@@ -87,11 +87,10 @@ class ProfileReader {
     }
 
     fs::path Path(std::string_view section, std::string_view key) const {
-        const std::string text = m_text.Find(section, key).value_or("");
         try {
-            return ProfilePath(text);
+            return ProfilePath(m_text.Find(section, key).value_or(""));
         } catch (const RuntimeError& error) {
-            Refuse(std::string(key) + " is \"" + Shown(text) + "\": " + error.Description());
+            Refuse(std::string(key) + ": " + error.Description());
         }
     }
 

@@ -66,7 +66,7 @@ TEST_F(Profile, WhatMakesNoSenseNamesItsKey) {
           Case{server + "Security=maybe\n", "Security"}, Case{server + "Verify=perhaps\n", "Verify"},
           Case{server + "Timeout=0\n", "Timeout"}, Case{server + "CAFile=C:\\ca.pem\n", "CAFile"},
           Case{"Transport=outbox\nFrom=a@example.com\nOutboxFolder=Q:\\out\n", "OutboxFolder"},
-          Case{server + "[AddressBook]\nVCard=C:\\book.vcf\n", "VCard is \"C:\\book.vcf\""}}) {
+          Case{server + "[AddressBook]\nVCard=C:\\book.vcf\n", "VCard: Path not found: \"C:\\book.vcf\""}}) {
         EXPECT_EQ(NumberOf(lines), mailer::ErrBadProfile) << lines;
         EXPECT_NE(m_text.find(key), std::string::npos) << m_text;
     }

@@ -191,7 +191,7 @@ TEST_F(MailWindow, AddressBookShowsItsNumberOfEntries) {
 TEST_F(MailWindow, AddressBookOnADriveThatIsNotThereIsToldAndTheWindowStays) {
     WriteProfile("Transport=outbox\n[AddressBook]\nVCard=C:\\book.vcf\n");
     Open();
-    EXPECT_THAT(Result(), HasSubstr("VCard is \"C:\\book.vcf\": Path not found"));
+    EXPECT_THAT(Result(), HasSubstr("VCard: Path not found: \"C:\\book.vcf\""));
     EXPECT_EQ(Find<QLabel>("lblEntries")->text(), "Path not found: \"C:\\book.vcf\"");
     Type("txtVCard", "D:\\book.vcf");
     EXPECT_EQ(Find<QLabel>("lblEntries")->text(), "Path not found: \"D:\\book.vcf\"");
