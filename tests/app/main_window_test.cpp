@@ -285,6 +285,19 @@ TEST_F(MainWindow, FormBecomesAChildWindowThatShowsItselfAndGoesWhenItIsClosed) 
     EXPECT_TRUE(added.isNull());
 }
 
+TEST_F(MainWindow, RunReportReachesTheCurrentDesktopWindow) {
+    fakes::FakeDesk desk;
+    Global::DeskWindows = {nullptr, &desk};
+    Global::DeskIndex = 1;
+    form.Entry("mnuDeskView")->trigger();
+    EXPECT_EQ(desk.commands, std::vector<int>{6});
+    desk.selected = {"1>sales.rpt", "5:Z:\\sales.rpt"};
+    EXPECT_THROW(form.Entry("mnubtcRun")->trigger(), RuntimeError);  // there is no such report
+    EXPECT_EQ(engine.calls, Texts{"open "});
+    Global::DeskWindows.clear();
+    Global::DeskIndex = 0;
+}
+
 TEST_F(MainWindow, HourglassIsSetAndTakenBackOnce) {
     form.ScreenMousePointer(11);
     form.ScreenMousePointer(11);

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QTimer>
+
 #include "app/Global.h"
 #include "execution/frmTest.h"
 #include "support/database.h"
@@ -125,6 +128,17 @@ TEST_F(PreviewCommands, ReportThatIsNoLongerStoredFailsAsAMissingFile) {
     EXPECT_EQ(NumberRaisedBy(mnubtcRun_Click), err::FileNotFound);
     EXPECT_EQ(engine.calls, Texts{"open "});
     EXPECT_FALSE(IsShown());
+}
+
+TEST_F(PreviewCommands, ErrorEndsTheProcessWithTheRunTimesBox) {
+    fakes::FakeProcess process;
+    engine.reports.clear();
+    QTimer::singleShot(0, mnubtcRun_Click);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(prompts.boxes,
+              (std::vector<fakes::Box>{{"Run-time error \"53\":\n\nFile not found: " + std::string(Path),
+                                        vbCritical, "Oxbow Courier"}}));
+    EXPECT_EQ(process.ends, std::vector<int>{1});
 }
 
 TEST_F(PreviewCommands, NothingSelectedFails) {
