@@ -5,8 +5,14 @@
 #include "app/Global.h"
 #include "dialogs/ModalForm.h"
 #include "platform/adodb.h"
+#include "platform/controls/image_list.h"
 #include "platform/controls/room.h"
 #include "ui_frmFolders.h"
+
+// The picture lies in a static library: nothing else would register it. Must stand outside every namespace.
+static void RegisterPictures() {
+    Q_INIT_RESOURCE(dialogs);
+}
 
 namespace {
 
@@ -30,6 +36,16 @@ std::vector<Folder> FoldersBelow(const std::string& parentID) {
     return folders;
 }
 
+const ImageList& ImageList1() {
+    static const ImageList images = [] {
+        RegisterPictures();
+        ImageList list;
+        list.Add(FolderImage, ":/dialogs/folder.svg");
+        return list;
+    }();
+    return images;
+}
+
 }  // namespace
 
 void frmFolders::ShowModal(EditableText& cmbFolder) {
@@ -42,7 +58,10 @@ void frmFolders::ShowModal(EditableText& cmbFolder) {
 frmFolders::frmFolders(EditableText& cmbFolder, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmFolders>()), m_cmbFolder(cmbFolder) {
     m_ui->setupUi(this);
+    m_ui->tvwFolder->Icons(&ImageList1());
     connect(m_ui->tvwFolder, &TreeView::Click, this, &frmFolders::tvwFolder_Click);
+    // Enter on a folder, too, which the tree does not pass on to the default button.
+    connect(m_ui->tvwFolder, &TreeView::DblClick, m_ui->cmdOK, &QPushButton::click);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmFolders::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmFolders::cmdCancel_Click);
     constexpr int Letters = 50, Lines = 20;
@@ -60,6 +79,8 @@ void frmFolders::Form_Load() {
             AddChildren(child.id, child.ChildKey());
         }
     }
+    // A double click chooses: nothing must wait behind one to be opened.
+    m_ui->tvwFolder->expandAll();
 }
 
 void frmFolders::AddChildren(const std::string& parentID, const std::string& parentKey) {

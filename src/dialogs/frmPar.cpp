@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QLabel>
 #include <QScreen>
+#include <QStyle>
+#include <algorithm>
 
 #include "app/Global.h"
 #include "dialogs/ModalForm.h"
@@ -75,7 +77,10 @@ void frmPar::Form_Load() {
         AddLabel(parameter.Name(), i);
         FillCombo(parameter, i);
     }
-    FitHeight(count);
+    if (count > 0) {
+        ComboSlot(1)->setFocus();  // behind the last one Tab comes to the buttons
+    }
+    FitSize(count);
 }
 
 ComboBox& frmPar::AddCombo(const std::string& parameter, int row) {
@@ -91,6 +96,8 @@ ComboBox& frmPar::AddCombo(const std::string& parameter, int row) {
     combo->setObjectName(name);
     combo->setEditable(true);
     combo->setMinimumWidth(Pixels(ComboWidth));
+    // A long default value does not make the dialog as wide as itself.
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo->setAccessibleName(QString::fromStdString(parameter));
     m_ui->grid->addWidget(combo, 2 * row - 1, 0);
     return *combo;
@@ -114,28 +121,38 @@ ComboBox*& frmPar::ComboSlot(int index) {
 
 void frmPar::FillCombo(report::ParameterField& parameter, int index) {
     ComboBox& combo = *ComboSlot(index);
+    if (const std::string prompt = parameter.Prompt(); !prompt.empty()) {
+        combo.setToolTip("<qt>" + QString::fromStdString(prompt).toHtmlEscaped());
+    }
     const std::vector<std::string> defaults = parameter.DefaultValues();
     for (const std::string& value : defaults) {
         combo.AddItem(value);
     }
     if (!defaults.empty()) {
-        combo.Text(defaults.front());
+        combo.ListIndex(0);  // the text as well, so that the arrow keys go on from there
     }
     if (Global::ParCaller == PackageReport) {
+        combo.ListIndex(-1);
         combo.Text(Global::ParValueSlot(index));
     } else if (Global::ParCaller == PackageWizard) {
-        m_ui->cmdCancel->hide();
-        setWindowFlag(Qt::WindowCloseButtonHint, false);
+        HideCancel();
     }
 }
 
+void frmPar::HideCancel() {
+    m_ui->cmdCancel->hide();
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+}
+
 // As high as the boxes ask for; more than the screen holds is scrolled.
-void frmPar::FitHeight(int count) {
+void frmPar::FitSize(int count) {
     const int lastTop = ComboTop + (count > 1 ? (count - 1) * RowHeight : 0);
     const QSize boxes = m_ui->rows->sizeHint();
     const QSize around = sizeHint() - m_ui->scroll->sizeHint();
     const int height = std::max(Pixels(lastTop + BelowLastCombo), boxes.height() + around.height());
-    resize(QSize(boxes.width() + around.width(), height).boundedTo(screen()->availableSize() * 9 / 10));
+    const QSize room = screen()->availableSize() * 9 / 10;
+    const int bar = height > room.height() ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
+    resize(QSize(boxes.width() + around.width() + bar, height).boundedTo(room));
 }
 
 void frmPar::KeepScrolledTo(QWidget* control) {

@@ -44,7 +44,8 @@ class frmPar : public QDialog {
     void AddLabel(const std::string& caption, int row);
     ComboBox*& ComboSlot(int index);
     void FillCombo(report::ParameterField& parameter, int index);
-    void FitHeight(int count);
+    void HideCancel();
+    void FitSize(int count);
     void TakeValue(int index);
     void KeepScrolledTo(QWidget* control);
 

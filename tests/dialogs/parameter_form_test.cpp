@@ -1,0 +1,221 @@
+// What the parameter dialog shows, and how it is worked with.
+#include "dialogs/parameter_form_test.h"
+
+#include <QLabel>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+
+namespace {
+
+class ParameterFormLooks : public ParameterForm {
+ protected:
+    static std::vector<Parameter> Many(int count) {
+        std::vector<Parameter> parameters;
+        for (int i = 1; i <= count; ++i) {
+            parameters.push_back({"Name " + std::to_string(i)});
+        }
+        return parameters;
+    }
+    static std::string FocusedName() {
+        const QWidget* focused = QApplication::focusWidget();
+        return focused == nullptr ? std::string() : focused->objectName().toStdString();
+    }
+};
+
+}  // namespace
+
+TEST_F(ParameterFormLooks, OneLabelledBoxStandsForEachParameterInTheirOrder) {
+    Open({{"Region"}, {"First Day of Year"}});
+    EXPECT_TRUE(Show([](frmPar& form) {
+        EXPECT_EQ(form.windowTitle().toStdString(), "Add Report Parameters");
+        EXPECT_TRUE(form.isModal());
+        const auto* first = form.findChild<QLabel*>("iLabel1");
+        const auto* second = form.findChild<QLabel*>("iLabel2");
+        EXPECT_EQ(first->text().toStdString(), "Region");
+        EXPECT_EQ(second->text().toStdString(), "First Day of Year");
+        const ComboBox &region = Combo(form, "cmbRegion"), &day = Combo(form, "cmbFirstDayofYear");
+        EXPECT_TRUE(region.isEditable() && region.isVisible() && first->isVisible());
+        EXPECT_LT(first->y(), region.y());
+        EXPECT_LT(region.y(), second->y());
+        EXPECT_LT(second->y(), day.y());
+        EXPECT_GE(region.width(), 257);  // 3855 twips
+        EXPECT_EQ(region.x(), first->x());
+        EXPECT_EQ(Button(form, "cmdOK").text().toStdString(), "&OK");
+        EXPECT_EQ(Button(form, "cmdCancel").text().toStdString(), "&Cancel");
+    }));
+    EXPECT_TRUE(prompts.boxes.empty());
+}
+
+TEST_F(ParameterFormLooks, PendingEventsRunBeforeItIsBuilt) {
+    Open({{"Region"}});
+    Global::ParValues = {"untouched"};
+    loop.onYield = [] { EXPECT_EQ(Global::ParValues, Texts{"untouched"}); };
+    Show([](frmPar&) {});
+    EXPECT_EQ(loop.yields, 1);
+}
+
+TEST_F(ParameterFormLooks, DefaultsAreListedAndTheFirstStandsInTheBox) {
+    Open({{"Region", report::StringField, {"North", "South", "north"}}});
+    Show([](frmPar& form) {
+        const ComboBox& box = Combo(form, "cmbRegion");
+        EXPECT_EQ(box.Text(), "North");
+        EXPECT_EQ(box.ListCount(), 3);
+        EXPECT_EQ(box.List(0) + "," + box.List(1) + "," + box.List(2), "North,South,north");
+    });
+}
+
+TEST_F(ParameterFormLooks, DefaultIsChosenWithTheKeyboard) {
+    Open({{"Region", report::StringField, {"North", "South"}}});
+    Show([](frmPar& form) {
+        QTest::keyClick(&Combo(form, "cmbRegion"), Qt::Key_Down);
+        QTest::keyClick(&Combo(form, "cmbRegion"), Qt::Key_Return);
+        EXPECT_FALSE(form.isVisible());
+    });
+    EXPECT_EQ(Global::ParValues, (Texts{"", "South"}));
+}
+
+TEST_F(ParameterFormLooks, EveryTypeGetsTheSameBoxThatTakesAnyText) {
+    Open({{"A", 7}, {"B", 9}, {"C", 12}, {"D", 16}, {"E", 22}, {"F", 99}});
+    Show([](frmPar& form) {
+        for (const char* name : {"cmbA", "cmbB", "cmbC", "cmbD", "cmbE", "cmbF"}) {
+            Type(form, name, "any text");
+            EXPECT_EQ(Combo(form, name).Text(), "any text") << name;
+        }
+    });
+    EXPECT_TRUE(prompts.boxes.empty());
+}
+
+TEST_F(ParameterFormLooks, ListsOfTheCallerAreMadeAnewAndEmpty) {
+    Open({{"A"}, {"B"}});
+    Global::ParNames = {"", "old"};
+    Global::ParValues = {"", "old", "older", "oldest"};
+    Show([](frmPar&) {
+        EXPECT_EQ(Global::ParNames, Texts(3));
+        EXPECT_EQ(Global::ParValues, Texts(3));
+    });
+}
+
+TEST_F(ParameterFormLooks, BoxesOpenEmptyForPackageReportsWhateverTheirDefaultsAndTheOldValues) {
+    Global::ParCaller = "frmViewer";
+    Open({{"Region", report::StringField, {"North", "South"}}, {"Size"}});
+    Global::ParValues = {"", "East", "Large"};
+    Show([](frmPar& form) {
+        EXPECT_EQ(Combo(form, "cmbRegion").Text(), "");
+        EXPECT_EQ(Combo(form, "cmbRegion").ListCount(), 2);
+        EXPECT_EQ(Combo(form, "cmbSize").Text(), "");
+    });
+}
+
+TEST_F(ParameterFormLooks, SecondVisitStartsFromTheDefaultsNotFromWhatWasEntered) {
+    Open({{"Region", report::StringField, {"North"}}, {"Size"}});
+    Show([](frmPar& form) {
+        Type(form, "cmbRegion", "East");
+        Type(form, "cmbSize", "7");
+        Click(form, "cmdOK");
+    });
+    EXPECT_TRUE(Show([](frmPar& form) {
+        EXPECT_EQ(Combo(form, "cmbRegion").Text(), "North");
+        EXPECT_EQ(Combo(form, "cmbRegion").ListCount(), 1);
+        EXPECT_EQ(Combo(form, "cmbSize").Text(), "");
+    }));
+}
+
+TEST_F(ParameterFormLooks, NamesThatDifferInBlanksOnlyAskForOneControlAndFail) {
+    for (const char* second : {"Region Name", "Regionname"}) {
+        prompts.boxes.clear();
+        process.ends.clear();
+        Open({{"RegionName"}, {second}});
+        EXPECT_FALSE(Show([](frmPar&) {}));
+        EXPECT_EQ(
+            prompts.boxes,
+            (Boxes{{"Run-time error \"727\":\n\nThere is already a control with the name "
+                    "\"cmb" +
+                        std::string(second == std::string("Regionname") ? "Regionname" : "RegionName") + "\"",
+                    16, "Oxbow Courier"}}));
+        EXPECT_EQ(process.ends, std::vector<int>{1});
+    }
+}
+
+TEST_F(ParameterFormLooks, FiftyParametersAreAskedForAndTheFiftyFirstFails) {
+    Open(Many(50));
+    EXPECT_TRUE(Show([](frmPar& form) { EXPECT_EQ(form.findChildren<ComboBox*>().size(), 50); }));
+    EXPECT_TRUE(prompts.boxes.empty());
+    Open(Many(51));
+    EXPECT_FALSE(Show([](frmPar&) {}));
+    EXPECT_EQ(prompts.boxes,
+              (Boxes{{"Run-time error \"9\":\n\nSubscript out of range", 16, "Oxbow Courier"}}));
+    EXPECT_EQ(process.ends, std::vector<int>{1});
+}
+
+TEST_F(ParameterFormLooks, HeightFollowsTheLastBox) {
+    Open(Many(1));
+    int one = 0, four = 0;
+    Show([&one](frmPar& form) { one = form.height(); });
+    Open(Many(4));
+    Show([&four](frmPar& form) {
+        four = form.height();
+        const auto& bar = *form.findChild<QScrollArea*>("scroll")->verticalScrollBar();
+        EXPECT_EQ(bar.maximum(), 0);
+    });
+    EXPECT_GE(one, (480 + 960) / 15);
+    EXPECT_GE(four, (480 + 3 * 780 + 960) / 15);
+    EXPECT_GT(four, one + 3 * 40);
+}
+
+TEST_F(ParameterFormLooks, MoreBoxesThanTheScreenHoldsAreScrolledAndTheButtonsStay) {
+    Open(Many(50));
+    Show([](frmPar& form) {
+        EXPECT_LE(form.height(), form.screen()->availableSize().height());
+        const auto& area = *form.findChild<QScrollArea*>("scroll");
+        EXPECT_GT(area.verticalScrollBar()->maximum(), 0);
+        EXPECT_EQ(area.horizontalScrollBar()->maximum(), 0);
+        for (const char* name : {"cmdOK", "cmdCancel"}) {
+            const QPushButton& button = Button(form, name);
+            EXPECT_TRUE(form.rect().contains(QRect(button.mapTo(&form, QPoint()), button.size()))) << name;
+        }
+        // From the last button round to the first box, and back to the last box: seen whole each time.
+        const auto seen = [&area](const ComboBox& box) {
+            const QRect place(box.mapTo(area.viewport(), QPoint()), box.size());
+            return area.viewport()->rect().contains(place);
+        };
+        Combo(form, "cmbName50").setFocus();
+        EXPECT_TRUE(seen(Combo(form, "cmbName50")));
+        Button(form, "cmdCancel").setFocus();
+        QTest::keyClick(&Button(form, "cmdCancel"), Qt::Key_Tab);
+        EXPECT_EQ(FocusedName(), "cmbName1");
+        EXPECT_TRUE(seen(Combo(form, "cmbName1")));
+    });
+}
+
+TEST_F(ParameterFormLooks, TabGoesFromTheFirstBoxThroughAllToTheButtons) {
+    Open(Many(3));
+    Show([](frmPar&) {
+        Texts order;
+        for (int i = 0; i < 5; ++i) {
+            order.push_back(FocusedName());
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        EXPECT_EQ(order, (Texts{"cmbName1", "cmbName2", "cmbName3", "cmdOK", "cmdCancel"}));
+    });
+}
+
+TEST_F(ParameterFormLooks, LongDefaultsAndNamesDoNotMakeItWiderThanTheScreen) {
+    Open({{std::string(3000, 'n'), report::StringField, {std::string(3000, 'x')}}});
+    Show([](frmPar& form) {
+        EXPECT_LE(form.width(), form.screen()->availableSize().width());
+        EXPECT_TRUE(form.rect().contains(Button(form, "cmdOK").geometry()));
+    });
+}
+
+// Texts of a report file are not trusted.
+TEST_F(ParameterFormLooks, NamesAndPromptsAreShownAsTheyStand) {
+    Open({{"<b>A & B</b>", report::StringField, {}, "<img src=\"x\"> & more"}, {"C"}});
+    Show([](frmPar& form) {
+        EXPECT_EQ(form.findChild<QLabel*>("iLabel1")->textFormat(), Qt::PlainText);
+        EXPECT_EQ(form.findChild<QLabel*>("iLabel1")->text().toStdString(), "<b>A & B</b>");
+        EXPECT_EQ(Combo(form, "cmb<b>A&B</b>").toolTip().toStdString(),
+                  "<qt>&lt;img src=&quot;x&quot;&gt; &amp; more");
+        EXPECT_EQ(Combo(form, "cmbC").toolTip().toStdString(), "");
+    });
+}

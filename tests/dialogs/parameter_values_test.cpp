@@ -1,0 +1,229 @@
+// What becomes of the values that the parameter dialog is given.
+#include "dialogs/parameter_form_test.h"
+
+namespace {
+
+class ParameterFormValues : public ParameterForm {
+ protected:
+    static constexpr const char* Mismatch = "Run-time error \"13\":\n\nType mismatch";
+};
+
+}  // namespace
+
+TEST_F(ParameterFormValues, OKClearsTheReportAndHandsEveryValueOverByItsType) {
+    Open({{"Count", 7}, {"Open", 9}, {"Region", 12}, {"From", 16}, {"Sizes", 22}, {"Other", 99}});
+    Show([](frmPar& form) {
+        Type(form, "cmbCount", "12.5");
+        Type(form, "cmbOpen", "true");
+        Type(form, "cmbRegion", "North");
+        Type(form, "cmbFrom", "2002-03-07");
+        Type(form, "cmbSizes", "S, M");
+        Type(form, "cmbOther", "kept");
+        Click(form, "cmdOK");
+        EXPECT_FALSE(form.isVisible());
+    });
+    const std::string midnight = TimeText(DateValue());
+    EXPECT_EQ(engine.calls, (Texts{"clear 1", "clear 2", "clear 3", "clear 4", "clear 5", "clear 6",
+                                   "value 1 double 12.5", "value 2 boolean True", "value 3 text North",
+                                   "value 4 date " + DateText(DateSerial(2002, 3, 7)) + " " + midnight,
+                                   "value 5 field S, M"}));
+    EXPECT_EQ(Global::ParNames, (Texts{"", "Count", "Open", "Region", "From", "Sizes", "Other"}));
+    EXPECT_EQ(Global::ParValues, (Texts{"", "12.5", "true", "North", "2002-03-07", "S, M", "kept"}));
+    EXPECT_FALSE(Global::ParCancelled);
+    EXPECT_TRUE(prompts.boxes.empty());
+}
+
+class ParameterFormLists : public ParameterFormValues, public testing::WithParamInterface<const char*> {};
+
+TEST_P(ParameterFormLists, ListOfTheCallerIsFilledAnew) {
+    Global::ParCaller = GetParam();
+    Open({{"Region"}, {"First Day"}});
+    lsvPar.ListItems().Add("Region1", "Region").SubItems(1, "old");
+    lsvPar.ListItems().Add("gone2", "gone");
+    Show([](frmPar& form) {
+        Type(form, "cmbRegion", "North");
+        Type(form, "cmbFirstDay", "Monday");
+        Click(form, "cmdOK");
+    });
+    EXPECT_EQ(Lines(), (Texts{"Region1|Region|North", "First Day2|First Day|Monday"}));
+    EXPECT_TRUE(database.TakeStatements().empty());
+}
+
+// The clearing and what came before the bad value is done, and nothing behind it.
+TEST_P(ParameterFormLists, TextThatDoesNotConvertEndsTheProcessWithTheRunTimeBox) {
+    Global::ParCaller = GetParam();
+    Open({{"Region"}, {"Count", 7}, {"Size"}});
+    lsvPar.ListItems().Add("Region1", "Region");
+    Show([](frmPar& form) {
+        Type(form, "cmbRegion", "North");
+        Type(form, "cmbCount", "many");
+        Type(form, "cmbSize", "L");
+        Click(form, "cmdOK");
+        EXPECT_TRUE(form.isVisible());
+    });
+    EXPECT_EQ(prompts.boxes, (Boxes{{Mismatch, 16, "Oxbow Courier"}}));
+    EXPECT_EQ(process.ends, std::vector<int>{1});
+    EXPECT_EQ(Lines(), Texts{"Region1|Region|North"});
+    EXPECT_EQ(engine.calls, (Texts{"clear 1", "clear 2", "clear 3", "value 1 text North"}));
+    EXPECT_EQ(Global::ParNames, (Texts{"", "Region", "Count", ""}));
+    EXPECT_EQ(Global::ParValues, (Texts{"", "North", "many", ""}));
+}
+
+INSTANTIATE_TEST_SUITE_P(WizardAndProperties, ParameterFormLists, testing::Values("frmAddReport", "frmPar"));
+
+TEST_F(ParameterFormValues, EmptyBoxOfAStringParameterGivesAnEmptyValue) {
+    Open({{"Region"}});
+    Show([](frmPar& form) {
+        EXPECT_EQ(Combo(form, "cmbRegion").Text(), "");
+        Click(form, "cmdOK");
+    });
+    EXPECT_EQ(engine.calls, (Texts{"clear 1", "value 1 text "}));
+    EXPECT_EQ(Lines(), Texts{"Region1|Region|"});
+    EXPECT_TRUE(process.ends.empty());
+}
+
+TEST_F(ParameterFormValues, EmptyBoxOfANumberABooleanOrADateFails) {
+    for (const int type : {7, 9, 16}) {
+        prompts.boxes.clear();
+        process.ends.clear();
+        Open({{"Value", type}});
+        Show([](frmPar& form) { Click(form, "cmdOK"); });
+        EXPECT_EQ(prompts.boxes, (Boxes{{Mismatch, 16, "Oxbow Courier"}})) << type;
+        EXPECT_EQ(process.ends, std::vector<int>{1}) << type;
+    }
+}
+
+TEST_F(ParameterFormValues, InvalidDateFails) {
+    Open({{"From", 16}});
+    Show([](frmPar& form) {
+        Type(form, "cmbFrom", "2002-02-30x");
+        Click(form, "cmdOK");
+    });
+    EXPECT_EQ(prompts.boxes, (Boxes{{Mismatch, 16, "Oxbow Courier"}}));
+}
+
+TEST_F(ParameterFormValues, QuoteReachesTheEngineButNotTheListsNorTheTables) {
+    Open({{"Name"}});
+    const auto enter = [](frmPar& form) {
+        Type(form, "cmbName", "O'Hara's");
+        Click(form, "cmdOK");
+    };
+    Show(enter);
+    EXPECT_EQ(engine.calls.back(), "value 1 text O'Hara's");
+    EXPECT_EQ(Lines(), Texts{"Name1|Name|OHaras"});
+    Global::ParCaller = "frmWiz";
+    Show(enter);
+    EXPECT_EQ(engine.calls.back(), "value 1 text O'Hara's");
+    EXPECT_EQ(WaitingRows(), Texts{"1>sales.rpt|Name|OHaras"});
+}
+
+// The conversion sees the quote as well.
+TEST_F(ParameterFormValues, QuoteInANumberFails) {
+    Open({{"Count", 7}});
+    Show([](frmPar& form) {
+        Type(form, "cmbCount", "'7");
+        Click(form, "cmdOK");
+    });
+    EXPECT_EQ(prompts.boxes, (Boxes{{Mismatch, 16, "Oxbow Courier"}}));
+}
+
+TEST_F(ParameterFormValues, PackageWizardsValuesWaitInTheWorkTable) {
+    Global::ParCaller = "frmWiz";
+    Global::ParReportName = "3>stock.rpt";
+    Open({{"Region", 12, {"North"}}, {"First Day", 16}});
+    Show([](frmPar& form) {
+        Type(form, "cmbFirstDay", "2002-03-07");
+        Click(form, "cmdOK");
+    });
+    EXPECT_EQ(database.TakeStatements(),
+              (Texts{"insert into tmpPar(rptName, parName, parValue) values('3>stock.rpt','Region','North')",
+                     "insert into tmpPar(rptName, parName, parValue) values('3>stock.rpt','First "
+                     "Day','2002-03-07')"}));
+    EXPECT_EQ(WaitingRows(), (Texts{"3>stock.rpt|Region|North", "3>stock.rpt|First Day|2002-03-07"}));
+    EXPECT_TRUE(Lines().empty());
+}
+
+TEST_F(ParameterFormValues, FailureLeavesTheWaitingRowsBeforeIt) {
+    Global::ParCaller = "frmWiz";
+    Open({{"Region"}, {"Open", 9}, {"Size"}});
+    Show([](frmPar& form) {
+        Type(form, "cmbOpen", "perhaps");
+        Click(form, "cmdOK");
+    });
+    EXPECT_EQ(prompts.boxes, (Boxes{{Mismatch, 16, "Oxbow Courier"}}));
+    EXPECT_EQ(WaitingRows(), Texts{"1>sales.rpt|Region|"});
+}
+
+TEST_F(ParameterFormValues, DatabaseErrorLeavesTheHandlerAsWell) {
+    Global::ParCaller = "frmWiz";
+    Open({{"Region"}});
+    database.Run("drop table tmpPar");
+    Show([](frmPar& form) { Click(form, "cmdOK"); });
+    ASSERT_EQ(prompts.boxes.size(), 1U);
+    EXPECT_EQ(prompts.boxes[0].text.rfind("Run-time error \"-2147217865\":\n\n", 0), 0U)
+        << prompts.boxes[0].text;
+    EXPECT_EQ(process.ends, std::vector<int>{1});
+}
+
+TEST_F(ParameterFormValues, PackageReportsValuesAreLeftToTheirCaller) {
+    Global::ParCaller = "frmViewer";
+    Open({{"Region"}, {"Count", 7}});
+    lsvPar.ListItems().Add("kept", "kept");
+    Show([](frmPar& form) {
+        Type(form, "cmbRegion", "North");
+        Type(form, "cmbCount", "7");
+        Click(form, "cmdOK");
+    });
+    EXPECT_EQ(Global::ParNames, (Texts{"", "Region", "Count"}));
+    EXPECT_EQ(Global::ParValues, (Texts{"", "North", "7"}));
+    EXPECT_EQ(Lines(), Texts{"kept|kept|"});
+    EXPECT_TRUE(database.TakeStatements().empty());
+    EXPECT_FALSE(Global::ParCancelled);
+}
+
+TEST_F(ParameterFormValues, CancelEscAndTheCloseBoxSetTheFlagAndChangeNothing) {
+    const std::function<void(frmPar&)> ways[] = {
+        [](frmPar& form) { Click(form, "cmdCancel"); },
+        [](frmPar& form) { QTest::keyClick(&Combo(form, "cmbRegion"), Qt::Key_Escape); },
+        [](frmPar& form) { form.close(); }};
+    for (const auto& leave : ways) {
+        Open({{"Region", 12, {"North"}}});
+        lsvPar.ListItems().Clear();
+        lsvPar.ListItems().Add("Region1", "Region").SubItems(1, "old");
+        Global::ParCancelled = false;
+        Show([&leave](frmPar& form) {
+            leave(form);
+            EXPECT_FALSE(form.isVisible());
+        });
+        EXPECT_TRUE(Global::ParCancelled);
+        EXPECT_EQ(Lines(), Texts{"Region1|Region|old"});
+        EXPECT_TRUE(engine.calls.empty());
+    }
+}
+
+TEST_F(ParameterFormValues, PackageWizardHasNoCancelAndNoWayAroundIt) {
+    Global::ParCaller = "frmWiz";
+    Open({{"Region", 12, {"North"}}});
+    Show([](frmPar& form) {
+        EXPECT_TRUE(Button(form, "cmdCancel").isHidden());
+        EXPECT_FALSE(form.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+        QTest::keyClick(&Combo(form, "cmbRegion"), Qt::Key_Escape);
+        EXPECT_TRUE(form.isVisible());
+        EXPECT_FALSE(form.close());
+        EXPECT_TRUE(form.isVisible());
+        Click(form, "cmdOK");
+        EXPECT_FALSE(form.isVisible());
+    });
+    EXPECT_FALSE(Global::ParCancelled);
+    EXPECT_EQ(WaitingRows(), Texts{"1>sales.rpt|Region|North"});
+}
+
+TEST_F(ParameterFormValues, EnterInABoxIsOK) {
+    Open({{"Region"}});
+    Show([](frmPar& form) {
+        Type(form, "cmbRegion", "North");
+        QTest::keyClick(&Combo(form, "cmbRegion"), Qt::Key_Return);
+        EXPECT_FALSE(form.isVisible());
+    });
+    EXPECT_EQ(Lines(), Texts{"Region1|Region|North"});
+}
