@@ -7,10 +7,12 @@
 #include "app/frmMain.h"
 #include "desktop/DeskMenus.h"
 #include "desktop/DetailViews.h"
+#include "dialogs/frmAddReport.h"
 #include "execution/PreviewCommands.h"
 
 MenuHandler FindMenuHandler(const std::string& entry) {
     static const std::map<std::string, std::function<void()>> handlers = {
+        {"mnuAdd", mnuAdd_Click},
         {"mnuDesktop", mnuDesktop_Click},
         {"mnuEnd", mnuEnd_Click},
         {"mnuPollInt", mnuPollInt_Click},

@@ -4,6 +4,7 @@
 #include "desktop/frmDesk.h"
 #include "dialogs/PreviewSchedule.h"
 #include "dialogs/ScheduleRecords.h"
+#include "dialogs/frmAddReport.h"
 #include "execution/RunReport.h"
 #include "platform/adodb.h"
 #include "platform/clock.h"
@@ -48,6 +49,9 @@ bool frmDesk::RunCommand(int command) {
             return true;
         case 2:
             return NewFolder();
+        case 3:
+            frmAddReport::Instance().ShowForm();
+            return true;
         case 6:
             return Preview();
         case 7:

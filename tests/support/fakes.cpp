@@ -278,7 +278,7 @@ class FakeReport : public report::Report {
         return m_fields[static_cast<std::size_t>(n) - 1];
     }
     void SetRunSwitches(bool first, bool second) override { Note("switches " + Flags({first, second})); }
-    std::string RecordSelectionFormula() const override { return {}; }
+    std::string RecordSelectionFormula() const override { return m_spec.formula; }
     void SetRecordSelectionFormula(const std::string& text) override { Note("formula " + text); }
     std::string Title() const override { return m_spec.title; }
     void SetExportDestination(int code) override {

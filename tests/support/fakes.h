@@ -185,6 +185,7 @@ class FakeMailSystem : public MAPI::System {
 // The engine: reports by path, and a list of every operation in order as text.
 struct FakeReportSpec {
     std::string title = "Sales";
+    std::string formula = {};
     int tables = 1;
     std::vector<int> parameterTypes;
     // By position. One that is left out is called by its number, P1, and has no prompt and no default.

@@ -1,0 +1,422 @@
+#include "dialogs/frmAddReport.h"
+
+#include <QHeaderView>
+#include <QPointer>
+#include <QTreeView>
+#include <algorithm>
+#include <array>
+
+#include "app/Global.h"
+#include "app/ShellMod.h"
+#include "dialogs/DesktopList.h"
+#include "dialogs/ModalForm.h"
+#include "dialogs/ParameterRows.h"
+#include "dialogs/ReportCache.h"
+#include "dialogs/frmAdvanced.h"
+#include "dialogs/frmPar.h"
+#include "execution/Preview.h"
+#include "execution/RunReport.h"
+#include "mail/PickRecipients.h"
+#include "platform/adodb.h"
+#include "platform/clock.h"
+#include "platform/controls/room.h"
+#include "platform/convert.h"
+#include "platform/prompts.h"
+#include "platform/registry.h"
+#include "platform/resume_next.h"
+#include "store/TextConventions.h"
+#include "ui_frmAddReport.h"
+
+namespace {
+
+// By the numbers of optFreq, from 1.
+constexpr std::array<const char*, 5> FrequencyWords = {"", "Daily", "Weekdays", "Weekly", "Monthly"};
+constexpr const char* FieldsMissing = "Please fill in all the fields";
+
+std::ptrdiff_t Letters(std::string_view text) {
+    return std::count_if(text.begin(), text.end(),
+                         [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; });
+}
+
+// The text before the nth backslash, where n is the place of the first: three folders deep on a drive, none
+// for a path that begins with one.
+std::string FolderOf(const std::string& file) {
+    const std::size_t first = file.find('\\');
+    if (first == std::string::npos) {
+        return {};
+    }
+    const std::ptrdiff_t stop = Letters(std::string_view(file).substr(0, first)) + 1;
+    std::ptrdiff_t backslashes = 0;
+    const auto end = std::find_if(file.begin(), file.end(), [&backslashes, stop](char letter) {
+        backslashes += letter == '\\' ? 1 : 0;
+        return backslashes == stop;
+    });
+    return {file.begin(), end};
+}
+
+}  // namespace
+
+frmAddReport& frmAddReport::Instance() {
+    static QPointer<frmAddReport> form;
+    // One that was unloaded a moment ago may wait for its end.
+    if (!form || form->m_unloaded) {
+        form = new frmAddReport(dynamic_cast<QWidget*>(Global::Frame));
+        form->setAttribute(Qt::WA_DeleteOnClose);
+        LoadForm([] { form->Form_Load(); });
+    }
+    return *form;
+}
+
+void frmAddReport::ShowForm() {
+    show();
+    raise();
+    activateWindow();
+}
+
+frmAddReport::frmAddReport(QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmAddReport>()), cd(this) {
+    m_ui->setupUi(this);
+    cd.setObjectName("cd");
+    for (const char* format : {"Acrobat Format (PDF)", "DHTML", "MS Excel", "MS Word", "Rich Text"}) {
+        m_ui->cmbFormat->AddItem(format);
+    }
+    // A path that was typed would be scheduled without having been opened.
+    m_ui->txtBrowse->Locked(true);
+    m_ui->lsvPar->View(ListView::ReportView);
+    qobject_cast<QTreeView*>(m_ui->lsvPar->CurrentView())
+        ->header()
+        ->setSectionResizeMode(QHeaderView::Stretch);
+    ConnectPages();
+    ConnectLostFocus();
+}
+
+frmAddReport::~frmAddReport() = default;
+
+void frmAddReport::ConnectPages() {
+    connect(m_ui->cmdBack, &QPushButton::clicked, this, &frmAddReport::cmdBack_Click);
+    connect(m_ui->cmdNext, &QPushButton::clicked, this, &frmAddReport::cmdNext_Click);
+    connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmAddReport::cmdCancel_Click);
+    connect(m_ui->cmdBrowse, &QPushButton::clicked, this, &frmAddReport::cmdBrowse_Click);
+    connect(m_ui->cmbFolder, &ComboBox::DropDown, this, &frmAddReport::cmbFolder_DropDown);
+    connect(m_ui->cmbFolder, &ComboBox::Click, this, &frmAddReport::cmbFolder_Click);
+    const std::array options = {m_ui->optFreq1, m_ui->optFreq2, m_ui->optFreq3, m_ui->optFreq4};
+    for (int index = 1; index <= static_cast<int>(options.size()); ++index) {
+        connect(options[static_cast<std::size_t>(index) - 1], &OptionButton::Click, this,
+                [this, index] { optFreq_Click(index); });
+    }
+    connect(m_ui->cmdAd, &QPushButton::clicked, this, &frmAddReport::cmdAd_Click);
+    connect(m_ui->Check1, &CheckBox::Click, this, &frmAddReport::Check1_Click);
+    connect(m_ui->cmdPar, &QPushButton::clicked, this, &frmAddReport::cmdPar_Click);
+    connect(m_ui->cmdAdvance, &QPushButton::clicked, this, &frmAddReport::cmdAdvance_Click);
+    connect(m_ui->cmdTest, &QPushButton::clicked, this, &frmAddReport::cmdTest_Click);
+}
+
+void frmAddReport::ConnectLostFocus() {
+    connect(m_ui->txtTitle, &TextBox::LostFocus, this, &frmAddReport::txtTitle_LostFocus);
+    connect(m_ui->txtRecipient, &TextBox::LostFocus, this, &frmAddReport::txtRecipient_LostFocus);
+    connect(m_ui->txtSubject, &TextBox::LostFocus, this, &frmAddReport::txtSubject_LostFocus);
+    connect(m_ui->txtMessage, &MultiLineTextBox::LostFocus, this, &frmAddReport::txtMessage_LostFocus);
+    connect(m_ui->txtSelForm, &MultiLineTextBox::LostFocus, this, &frmAddReport::txtSelForm_LostFocus);
+}
+
+void frmAddReport::Form_Load() {
+    // Sized while Frame4 is still there, which ticking Check1 brings back.
+    constexpr int LettersWide = 75, LinesHigh = 22;
+    resize(RoomFor(*this, LettersWide, LinesHigh));
+    m_ui->Frame4->hide();
+    constexpr std::size_t HoursAndMinutes = 5;
+    m_ui->msTime->Text(TimeText(Now()).substr(0, HoursAndMinutes));
+    m_ui->dtStart->Value(Today());
+    m_ui->dtEnd->Value(CDate("31/12/3000"));
+    m_ui->lsvPar->ColumnHeaders().Add("Parameter Name");
+    m_ui->lsvPar->ColumnHeaders().Add("Parameter Value");
+    FrequencyWord = "Daily";
+    LoginRequired = "F";
+    m_ui->cmdNext->setFocus();
+}
+
+void frmAddReport::ShowPage(QWidget* page) {
+    m_ui->pages->setCurrentWidget(page);
+    m_ui->cmdBack->setEnabled(page != m_ui->Frame1);
+    m_ui->cmdNext->setText(page == m_ui->Step5 ? "&Finish" : "&Next >");
+    FirstControl(page)->setFocus();
+}
+
+QWidget* frmAddReport::FirstControl(const QWidget* page) const {
+    if (page == m_ui->Step1) {
+        // The picked report brings its title along.
+        return m_ui->txtBrowse->Text().empty() ? static_cast<QWidget*>(m_ui->cmdBrowse) : m_ui->txtTitle;
+    }
+    return page == m_ui->Step2   ? static_cast<QWidget*>(m_ui->dtStart)
+           : page == m_ui->Step3 ? m_ui->txtRecipient
+           : page == m_ui->Step4 ? static_cast<QWidget*>(m_ui->Check1)
+                                 : m_ui->cmdNext;
+}
+
+// The box, and then the control that it speaks of.
+void frmAddReport::Refuse(const std::string& why, QWidget* missing) {
+    MsgBox(why, vbExclamation);
+    missing->setFocus();
+}
+
+void frmAddReport::cmdBack_Click() {
+    m_ui->pages->setCurrentIndex(m_ui->pages->currentIndex() - 1);
+    ShowPage(m_ui->pages->currentWidget());
+}
+
+void frmAddReport::cmdNext_Click() {
+    // Enter does not move the focus by itself: what was typed last is cleaned before it is looked at.
+    m_ui->cmdNext->setFocus();
+    try {
+        const QWidget* page = m_ui->pages->currentWidget();
+        if (page == m_ui->Frame1) {
+            ShowPage(m_ui->Step1);
+        } else if (page == m_ui->Step1) {
+            LeaveSetup();
+        } else if (page == m_ui->Step2) {
+            LeaveSchedule();
+        } else if (page == m_ui->Step3) {
+            LeaveEmail();
+        } else if (page == m_ui->Step4) {
+            LeaveProperties();
+        } else {
+            Finish();
+        }
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        MsgBox(error.Number() == err::SubscriptOutOfRange
+                   ? "Please fill in the parameters for the report"
+                   : Global::ErrorText("An error was detected. ", error),
+               vbExclamation);
+    }
+}
+
+void frmAddReport::LeaveSetup() {
+    if (m_ui->txtTitle->Text().empty()) {
+        Refuse(FieldsMissing, m_ui->txtTitle);
+    } else if (m_ui->txtBrowse->Text().empty()) {
+        Refuse(FieldsMissing, m_ui->cmdBrowse);
+    } else if (m_ui->cmbFolder->Text().empty()) {
+        Refuse(FieldsMissing, m_ui->cmbFolder);
+    } else {
+        ShowPage(m_ui->Step2);
+    }
+}
+
+void frmAddReport::LeaveSchedule() {
+    if (m_ui->dtStart->Value() >= m_ui->dtEnd->Value()) {
+        Refuse("", m_ui->dtEnd);
+        return;
+    }
+    CDate(m_ui->msTime->Text());
+    ShowPage(m_ui->Step3);
+}
+
+void frmAddReport::LeaveEmail() {
+    if (m_ui->txtRecipient->Text().empty()) {
+        Refuse(FieldsMissing, m_ui->txtRecipient);
+    } else {
+        ShowPage(m_ui->Step4);
+    }
+}
+
+void frmAddReport::LeaveProperties() {
+    if (!ParametersAreSet()) {
+        return;
+    }
+    if (LoginRequired == "T" && (m_ui->txtUserName->Text().empty() || m_ui->txtPassword->Text().empty())) {
+        Refuse("Please provide both the username and password for the report's database connection.",
+               m_ui->txtUserName->Text().empty() ? m_ui->txtUserName : m_ui->txtPassword);
+        return;
+    }
+    ShowPage(m_ui->Step5);
+    ShowSummary();
+    Global::OpenedReport().SetRecordSelectionFormula(m_ui->txtSelForm->Text());
+}
+
+// A report without parameters is not asked for its format either.
+bool frmAddReport::ParametersAreSet() {
+    for (int i = 1; i <= Global::OpenedReport().ParameterFieldCount(); ++i) {
+        const bool unnamed = Global::ParNameSlot(i).empty();
+        if (unnamed || m_ui->cmbFormat->Text().empty()) {
+            Refuse("Please set up the report parameters and specify the format of the report output.",
+                   unnamed ? static_cast<QWidget*>(m_ui->cmdPar) : m_ui->cmbFormat);
+            return false;
+        }
+    }
+    return true;
+}
+
+void frmAddReport::ShowSummary() {
+    const auto show = [](QLabel& label, const std::string& text) {
+        label.setText(QString::fromStdString(text));
+    };
+    show(*m_ui->lblFormat, "- Format: " + m_ui->cmbFormat->Text());
+    show(*m_ui->lblFreq, "- Frequency: " + FrequencyWord);
+    show(*m_ui->lblSendTo, "- Send To: " + m_ui->txtRecipient->Text());
+}
+
+// A failure behind the insert leaves the row, and another Finish inserts another.
+void frmAddReport::Finish() {
+    if (Global::CurrentFolder.empty()) {
+        throw RuntimeError(err::ObjectRequired);
+    }
+    InsertSchedule(Global::CopyToCache(m_ui->txtBrowse->Text()));
+    Global::AddParameterRows(Global::OpenedReport().ParameterFieldCount());
+    ADODB::Recordset folder;
+    folder.Open("select folderid from folders where foldername = '" + Global::CurrentFolder + "'",
+                Global::ConnectionString);
+    Global::RefreshDesktopList(Global::CurrentFolder, Global::ActiveDesk(),
+                               folder.Fields("folderid").Value.Text());
+    folder.Close();
+    close();
+}
+
+// The first run is on the start date, whatever frequency and time of day say.
+void frmAddReport::InsertSchedule(const std::string& cachePath) {
+    const std::string start = cmFunc::FormatDateText(m_ui->dtStart->Value());
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    connection.Execute(
+        "insert into ReportScheduler(SendTo,Subject,Message,StartDate, EndDate, RunAT, Frequency, NextRun, "
+        "ReportPath, ReportTitle, Client, SelectionForm, Format,Parent,OriginalPath,UserName, "
+        "[Password],LoginReq) Values('" +
+        m_ui->txtRecipient->Text() + "', '" + m_ui->txtSubject->Text() + "', '" + m_ui->txtMessage->Text() +
+        "','" + start + "','" + cmFunc::FormatDateText(m_ui->dtEnd->Value()) + "','" + m_ui->msTime->Text() +
+        "', '" + FrequencyWord + "','" + start + "','" + cachePath + "','" + m_ui->txtTitle->Text() +
+        "','NONE','" + m_ui->txtSelForm->Text() + "','" + m_ui->cmbFormat->Text() + "','" +
+        Global::CurrentFolder + "','" + m_ui->txtBrowse->Text() + "','" + m_ui->txtUserName->Text() + "','" +
+        m_ui->txtPassword->Text() + "','" + LoginRequired + "')");
+    connection.Close();
+}
+
+void frmAddReport::cmdCancel_Click() {
+    close();
+}
+
+void frmAddReport::reject() {
+    cmdCancel_Click();
+}
+
+void frmAddReport::closeEvent(QCloseEvent* event) {
+    m_unloaded = true;
+    QWidget::closeEvent(event);
+}
+
+// Each step goes on behind a failed one. A cancel is one: the file picked the time before is opened again.
+void frmAddReport::cmdBrowse_Click() {
+    cd.DialogTitle = "Select the report to schedule...";
+    cd.Filter = "Crystal Reports (*.rpt)|*.rpt|";
+    cd.CancelError = true;
+    cd.InitDir = Global::DefPath;
+    ResumeNext([this] { cd.ShowOpen(); });
+    ResumeNext([] { Global::BusyCursor(true); });
+    m_ui->txtBrowse->Text(cd.FileName);
+    Global::DefPath = FolderOf(cd.FileName);
+    ResumeNext([] {
+        ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, "DefPath", Global::DefPath);
+    });
+    OpenPickedReport();
+    ResumeNext([] { Global::BusyCursor(false); });
+}
+
+void frmAddReport::OpenPickedReport() {
+    ResumeNext([this] { Global::OpenReport(m_ui->txtBrowse->Text()); });
+    ResumeNext([this] { ListParameters(); });
+    ResumeNext([this] { m_ui->txtSelForm->Text(Global::OpenedReport().RecordSelectionFormula()); });
+    ResumeNext([this] { m_ui->txtTitle->Text(Global::OpenedReport().Title()); });
+    m_ui->txtTitle->selectAll();
+    m_ui->txtTitle->setFocus();
+    txtSelForm_LostFocus();
+}
+
+// Behind those of the reports picked before. A line that has the key of another is left out.
+void frmAddReport::ListParameters() {
+    report::Report& report = Global::OpenedReport();
+    for (int i = 1; i <= report.ParameterFieldCount(); ++i) {
+        ResumeNext([this, &report, i] {
+            const std::string name = report.Parameter(i).Name();
+            m_ui->lsvPar->ListItems().Add(name + std::to_string(i), name);
+        });
+    }
+}
+
+void frmAddReport::cmbFolder_DropDown() {
+    if (m_ui->cmbFolder->ListCount() != 0) {
+        return;
+    }
+    ADODB::Recordset folders;
+    folders.Open("select foldername from folders", Global::ConnectionString);
+    for (; !folders.EOF_(); folders.MoveNext()) {
+        m_ui->cmbFolder->AddItem(folders.Fields("foldername").Value.Text());
+    }
+    folders.Close();
+}
+
+void frmAddReport::cmbFolder_Click() {
+    Global::CurrentFolder = m_ui->cmbFolder->Text();
+}
+
+void frmAddReport::optFreq_Click(int index) {
+    FrequencyWord = FrequencyWords.at(static_cast<std::size_t>(index));
+}
+
+void frmAddReport::cmdAd_Click() {
+    Global::PickRecipients(*m_ui->txtRecipient);
+}
+
+void frmAddReport::Check1_Click() {
+    LoginRequired = m_ui->Check1->Value() ? "T" : "F";
+    m_ui->Frame4->setVisible(m_ui->Check1->Value());
+}
+
+void frmAddReport::cmdPar_Click() {
+    if (Global::OpenedReport().ParameterFieldCount() == 0) {
+        MsgBox("This report has no parameters.", vbInformation);
+        return;
+    }
+    Global::ParCaller = "frmAddReport";
+    frmPar::ShowModal(m_ui->lsvPar);
+}
+
+void frmAddReport::cmdAdvance_Click() {
+    frmAdvanced::ShowModal(*m_ui->txtSelForm);
+}
+
+void frmAddReport::cmdTest_Click() {
+    if (!m_ui->txtUserName->Text().empty() && !m_ui->txtPassword->Text().empty()) {
+        Global::LogTablesOn(Global::OpenedReport(), m_ui->txtUserName->Text(), m_ui->txtPassword->Text());
+    }
+    Global::ShowPreview();
+    m_ui->cmdNext->setEnabled(true);
+}
+
+void frmAddReport::txtTitle_LostFocus() {
+    cmFunc::StripQuotes(*m_ui->txtTitle);
+}
+
+void frmAddReport::txtRecipient_LostFocus() {
+    const std::string text = m_ui->txtRecipient->Text();
+    if (!text.empty() && text.back() != ';') {
+        m_ui->txtRecipient->Text(text + ";");
+    }
+    cmFunc::StripQuotes(*m_ui->txtRecipient);
+}
+
+void frmAddReport::txtSubject_LostFocus() {
+    cmFunc::StripQuotes(*m_ui->txtSubject);
+}
+
+void frmAddReport::txtMessage_LostFocus() {
+    cmFunc::StripQuotes(*m_ui->txtMessage);
+}
+
+// Statements put the formula between ' marks.
+void frmAddReport::txtSelForm_LostFocus() {
+    m_ui->txtSelForm->Text(WithoutMarks(m_ui->txtSelForm->Text()));
+}
+
+void mnuAdd_Click() {
+    constexpr int NewReport = 3;
+    Global::ActiveDesk().ComAction(NewReport);
+}

@@ -1,0 +1,77 @@
+// "Schedule Report Wizard": makes a single schedule of a report file. The page that is shown is the wizard's
+// state; nothing is written before Finish.
+#pragma once
+
+#include <QDialog>
+#include <memory>
+#include <string>
+
+#include "platform/controls/common_dialog.h"
+
+namespace Ui {
+class frmAddReport;
+}
+
+class frmAddReport : public QDialog {
+    Q_OBJECT
+ public:
+    // Made and loaded at the first use and at the first one behind an unload.
+    static frmAddReport& Instance();
+    void ShowForm();
+
+    explicit frmAddReport(QWidget* parent = nullptr);
+    ~frmAddReport() override;
+
+    void Form_Load();
+    void cmdBack_Click();
+    void cmdNext_Click();
+    void cmdCancel_Click();
+    void cmdBrowse_Click();
+    void cmbFolder_DropDown();
+    void cmbFolder_Click();
+    void optFreq_Click(int index);  // from 1
+    void cmdAd_Click();
+    void Check1_Click();
+    void cmdPar_Click();
+    void cmdAdvance_Click();
+    void cmdTest_Click();
+    void txtTitle_LostFocus();
+    void txtRecipient_LostFocus();
+    void txtSubject_LostFocus();
+    void txtMessage_LostFocus();
+    void txtSelForm_LostFocus();
+
+    void reject() override;  // Esc
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+
+ private:
+    void ConnectPages();
+    void ConnectLostFocus();
+    void ShowPage(QWidget* page);
+    QWidget* FirstControl(const QWidget* page) const;
+    void Refuse(const std::string& why, QWidget* missing);
+
+    void OpenPickedReport();
+    void ListParameters();
+
+    // One for each page: whether and how it is left by Next.
+    void LeaveSetup();
+    void LeaveSchedule();
+    void LeaveEmail();
+    void LeaveProperties();
+    bool ParametersAreSet();
+    void ShowSummary();
+    void Finish();
+    void InsertSchedule(const std::string& cachePath);
+
+    std::unique_ptr<Ui::frmAddReport> m_ui;
+    CommonDialog cd;
+    std::string FrequencyWord;
+    std::string LoginRequired;  // "T" or "F"
+    bool m_unloaded = false;
+};
+
+// As the toolbar's "New Report" of the active Desktop window.
+void mnuAdd_Click();
