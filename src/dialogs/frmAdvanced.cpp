@@ -4,7 +4,7 @@
 
 #include "dialogs/ModalForm.h"
 #include "platform/controls/room.h"
-#include "platform/convert.h"
+#include "platform/runtime.h"
 #include "ui_frmAdvanced.h"
 
 void frmAdvanced::ShowModal(EditableText& txtSelForm) {
@@ -27,9 +27,13 @@ frmAdvanced::frmAdvanced(EditableText& txtSelForm, QWidget* parent)
 
 frmAdvanced::~frmAdvanced() = default;
 
-// Statements put the formula between ' marks.
+// Statements put the formula between ' marks. A text without them is left alone: what was typed can be
+// undone.
 void frmAdvanced::txtForm_LostFocus() {
-    m_ui->txtForm->Text(WithoutMarks(m_ui->txtForm->Text()));
+    const std::string text = m_ui->txtForm->Text();
+    if (const std::string clean = WithoutMarks(text); clean != text) {
+        m_ui->txtForm->Text(clean);
+    }
 }
 
 void frmAdvanced::cmdOk_Click() {

@@ -47,9 +47,11 @@ class ParameterForm : public testing::Test {
         engine.calls.clear();
         database.TakeStatements();
     }
-    // False when no dialog came up.
-    bool Show(const std::function<void(frmPar&)>& act) {
-        return fakes::WhileModal<frmPar>([this] { frmPar::ShowModal(&lsvPar); }, act);
+    void Show(const std::function<void(frmPar&)>& act) {
+        fakes::WhileModal<frmPar>([this] { frmPar::ShowModal(&lsvPar); }, act);
+    }
+    bool ComesUp() {
+        return fakes::ComesUp<frmPar>([this] { frmPar::ShowModal(&lsvPar); }, [](frmPar&) {});
     }
 
     static ComboBox& Combo(const frmPar& form, const char* name) { return *form.findChild<ComboBox*>(name); }

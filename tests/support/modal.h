@@ -14,7 +14,7 @@ namespace fakes {
 // Runs `show`, which shows a modal form of the kind, and `act` on the form as soon as it is up. A form that
 // `act` leaves on the screen is taken away behind it. False when none came up.
 template <typename Form>
-bool WhileModal(const std::function<void()>& show, const std::function<void(Form&)>& act) {
+bool ComesUp(const std::function<void()>& show, const std::function<void(Form&)>& act) {
     bool met = false;
     QTimer::singleShot(0, qApp, [&met, &act] {
         auto* form = qobject_cast<Form*>(QApplication::activeModalWidget());
@@ -32,6 +32,12 @@ bool WhileModal(const std::function<void()>& show, const std::function<void(Form
     // None came up: the timer must not outlive what it holds.
     QCoreApplication::processEvents();
     return met;
+}
+
+// The same for a form that must come up.
+template <typename Form>
+void WhileModal(const std::function<void()>& show, const std::function<void(Form&)>& act) {
+    EXPECT_TRUE(ComesUp<Form>(show, act)) << "the form did not come up";
 }
 
 }  // namespace fakes
