@@ -25,7 +25,6 @@ class PageDocument : public QObject {
     int Count() const { return m_pages->PagesMade(); }  // of pages made so far
     // Nothing more will come: all are made, or making them failed.
     bool IsComplete() const { return m_pages->AllMade() || m_failed; }
-    bool HasFailed() const { return m_failed; }
     void StartMaking() { m_timer.start(); }
     // Makes pages until page n is there; false when it does not come. Never raises.
     bool Require(int n);
