@@ -8,6 +8,7 @@
 #include "desktop/DeskMenus.h"
 #include "desktop/DetailViews.h"
 #include "dialogs/frmAddReport.h"
+#include "dialogs/frmWiz.h"
 #include "execution/PreviewCommands.h"
 
 MenuHandler FindMenuHandler(const std::string& entry) {
@@ -15,6 +16,7 @@ MenuHandler FindMenuHandler(const std::string& entry) {
         {"mnuAdd", mnuAdd_Click},
         {"mnuDesktop", mnuDesktop_Click},
         {"mnuEnd", mnuEnd_Click},
+        {"mnuQuick", mnuQuick_Click},
         {"mnuPollInt", mnuPollInt_Click},
         {"mnuDesign", mnuDesign_Click},
         {"mnuCasc", mnuCasc_Click},

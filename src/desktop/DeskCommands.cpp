@@ -5,6 +5,7 @@
 #include "dialogs/PreviewSchedule.h"
 #include "dialogs/ScheduleRecords.h"
 #include "dialogs/frmAddReport.h"
+#include "dialogs/frmWiz.h"
 #include "execution/RunReport.h"
 #include "platform/adodb.h"
 #include "platform/clock.h"
@@ -51,6 +52,9 @@ bool frmDesk::RunCommand(int command) {
             return NewFolder();
         case 3:
             frmAddReport::Instance().ShowForm();
+            return true;
+        case 4:
+            frmWiz::Instance().ShowForm();
             return true;
         case 6:
             return Preview();

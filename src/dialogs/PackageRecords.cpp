@@ -1,0 +1,54 @@
+#include "dialogs/PackageRecords.h"
+
+#include "app/Global.h"
+#include "platform/convert.h"
+
+namespace Global {
+
+void InsertPackage(ADODB::Connection& connection, const NewPackage& package) {
+    connection.Execute(
+        "insert into ReportBatch(ClientName, Recipients,Frequency,RunTime,StartDate, EndDate, Subject, "
+        "Message, Destination, NextRunDate, BatchName, MailBatch)Values('NONE','" +
+        package.recipients + "','" + package.frequency + "','" + package.runTime + "','" + package.startDate +
+        "','" + package.endDate + "','" + package.subject + "','" + package.message + "','" +
+        package.destination + "','" + package.startDate + "','" + package.name + "','" + package.mailBatch +
+        "')");
+}
+
+std::int16_t NewestPackageID() {
+    ADODB::Recordset newest;
+    newest.Open("select max(ReportID) from ReportBatch", ConnectionString);
+    const std::int16_t id = CInt(newest.Fields(0).Value);
+    newest.Close();
+    return id;
+}
+
+void InsertPackageReport(ADODB::Connection& connection, std::int16_t packageID, const std::string& title,
+                         const std::string& path, const std::string& format) {
+    connection.Execute("insert into ReportBatchDtls(ReportID,ReportTitle,ReportPath,ReportFormat)Values('" +
+                       std::to_string(packageID) + "','" + title + "','" + path + "','" + format + "')");
+}
+
+void InsertPackageParameters(ADODB::Connection& connection, std::int16_t packageID) {
+    const std::string id = std::to_string(packageID);
+    ADODB::Recordset reports;
+    reports.Open("select detailID, ReportTitle from reportbatchdtls where reportid =" + id, ConnectionString);
+    for (; !reports.EOF_(); reports.MoveNext()) {
+        ADODB::Recordset waiting;
+        waiting.Open("select * from tmpPar where rptName = '" + reports.Fields("ReportTitle").Value + "'",
+                     ConnectionString);
+        for (; !waiting.EOF_(); waiting.MoveNext()) {
+            connection.Execute("insert into ReportBatchPar (ReportID, DetailID, ParValue)values (" + id +
+                               "," + reports.Fields("detailID").Value + ",'" +
+                               waiting.Fields("ParValue").Value + "')");
+        }
+        waiting.Close();
+    }
+    reports.Close();
+}
+
+void DeleteWaitingParameters(ADODB::Connection& connection) {
+    connection.Execute("delete from tmpPar");
+}
+
+}  // namespace Global

@@ -1,0 +1,424 @@
+#include "dialogs/frmWiz.h"
+
+#include <QPointer>
+#include <QScopedValueRollback>
+#include <QStyle>
+#include <algorithm>
+
+#include "app/Global.h"
+#include "app/ShellMod.h"
+#include "dialogs/frmPar.h"
+#include "dialogs/frmWizDone.h"
+#include "execution/RunReport.h"
+#include "mail/PickRecipients.h"
+#include "platform/clock.h"
+#include "platform/controls/common_dialog.h"
+#include "platform/controls/room.h"
+#include "platform/convert.h"
+#include "platform/loop.h"
+#include "platform/paths.h"
+#include "platform/prompts.h"
+#include "platform/registry.h"
+#include "platform/resume_next.h"
+#include "platform/shell/window_handle.h"
+#include "store/TextConventions.h"
+#include "ui_frmWiz.h"
+
+namespace {
+
+constexpr const char *Next = "Next >", *FinishCaption = "&Finish";
+constexpr const char* FieldsMissing = "Please fill in all the fields";
+constexpr const char* BrowseTitle = "Browse for Folder";
+
+std::string WithBackslash(const std::string& folder) {
+    return folder.ends_with('\\') ? folder : folder + "\\";
+}
+
+// The name without its last piece: the folder, with its backslash.
+std::string FolderOf(const std::string& file) {
+    const auto backslashes = static_cast<int>(std::count(file.begin(), file.end(), '\\'));
+    const std::string piece = cmFunc::GetDelimitedField(file, backslashes + 1, "\\");
+    return file.substr(0, file.size() - piece.size());
+}
+
+}  // namespace
+
+frmWiz& frmWiz::Instance() {
+    static QPointer<frmWiz> form;
+    // One that was unloaded a moment ago may wait for its end.
+    if (!form || form->m_unloaded) {
+        form = new frmWiz(dynamic_cast<QWidget*>(Global::Frame));
+        form->Form_Load();
+    }
+    return *form;
+}
+
+void frmWiz::ShowForm() {
+    if (m_writing) {
+        return;
+    }
+    show();
+    raise();
+    activateWindow();
+}
+
+frmWiz::frmWiz(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmWiz>()) {
+    m_ui->setupUi(this);
+    FillControls();
+    connect(m_ui->cmdBack, &QPushButton::clicked, this, &frmWiz::cmdBack_Click);
+    connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmWiz::cmdCancel_Click);
+    connect(m_ui->cmdSave, &QPushButton::clicked, this, &frmWiz::cmdSave_Click);
+    connect(m_ui->txtTitle, &TextBox::LostFocus, this, &frmWiz::txtTitle_LostFocus);
+    ConnectSchedule();
+    ConnectReports();
+    ConnectEmail();
+}
+
+frmWiz::~frmWiz() = default;
+
+void frmWiz::FillControls() {
+    for (const char* frequency : {"Daily", "Monthly", "Quartely", "Weekly"}) {
+        m_ui->cmbFreq1->AddItem(frequency);
+    }
+    for (const char* format : {"Acrobat Format (PDF)", "HTML", "MS Excel", "MS Word", "Rich Text"}) {
+        m_ui->cmbFormat1->AddItem(format);
+    }
+    m_ui->filList->Pattern("*.rpt");
+    m_ui->lsvReports->AcceptFiles(true);
+    m_ui->cmbBrowse1->setIcon(style()->standardIcon(QStyle::SP_ArrowRight, nullptr, this));
+    m_ui->Command1->setIcon(style()->standardIcon(QStyle::SP_ArrowLeft, nullptr, this));
+}
+
+void frmWiz::ConnectSchedule() {
+    connect(m_ui->cmdBrowse, &QPushButton::clicked, this, &frmWiz::cmdBrowse_Click);
+    connect(m_ui->cmdBrowse1, &QPushButton::clicked, this, &frmWiz::cmdBrowse1_Click);
+    connect(m_ui->txtReport1, &TextBox::LostFocus, this, &frmWiz::txtReport1_LostFocus);
+}
+
+void frmWiz::ConnectReports() {
+    connect(m_ui->dirList, &DirListBox::Change, this, &frmWiz::dirList_Change);
+    connect(m_ui->dirList, &DirListBox::KeyDown, this, &frmWiz::dirList_KeyDown);
+    connect(m_ui->cmdFolder, &QPushButton::clicked, this, &frmWiz::cmdFolder_Click);
+    connect(m_ui->filList, &FileListBox::MouseMove, this, &frmWiz::filList_MouseMove);
+    connect(m_ui->filList, &FileListBox::DblClick, this, &frmWiz::filList_DblClick);
+    connect(m_ui->cmbBrowse1, &QPushButton::clicked, this, &frmWiz::cmbBrowse1_Click);
+    connect(m_ui->Command1, &QPushButton::clicked, this, &frmWiz::Command1_Click);
+    connect(m_ui->lsvReports, &ListBox::OLEDragDrop, this, &frmWiz::lsvReports_OLEDragDrop);
+}
+
+void frmWiz::ConnectEmail() {
+    connect(m_ui->chkMail, &CheckBox::Click, this, &frmWiz::chkMail_Click);
+    connect(m_ui->cmdTo, &QPushButton::clicked, this, &frmWiz::cmdTo_Click);
+    connect(m_ui->txtRecipient, &TextBox::LostFocus, this, &frmWiz::txtRecipient_LostFocus);
+    connect(m_ui->txtSubject, &TextBox::LostFocus, this, &frmWiz::txtSubject_LostFocus);
+    connect(m_ui->txtMsg, &MultiLineTextBox::LostFocus, this, &frmWiz::txtMsg_LostFocus);
+}
+
+void frmWiz::Form_Load() {
+    try {
+        show();
+        DoEvents();
+        constexpr int LettersWide = 80, LinesHigh = 26;
+        resize(RoomFor(*this, LettersWide, LinesHigh));
+        Global::ParCaller = "frmWiz";
+        m_ui->dirList->Path(Global::DefPath);
+        m_ui->txtReport1->Text(Global::OutputPath);
+        constexpr std::size_t HoursAndMinutes = 5;
+        m_ui->msTime->Text(TimeText(Now()).substr(0, HoursAndMinutes));
+        m_ui->stDate1->Value(Today());
+        m_ui->enDate1->Value(CDate("31/12/3000"));
+    } catch (...) {
+        MsgBox(Global::ErrorText("An error occured. ", CurrentError()), vbExclamation);
+    }
+}
+
+void frmWiz::ShowPage(QWidget* page) {
+    m_ui->pages->setCurrentWidget(page);
+    QWidget* first = page == m_ui->Step1   ? static_cast<QWidget*>(m_ui->txtTitle)
+                     : page == m_ui->Step2 ? m_ui->cmbFreq1
+                     : page == m_ui->Step3 ? static_cast<QWidget*>(m_ui->filList)
+                                           : m_ui->txtRecipient;
+    (first->isEnabled() ? first : m_ui->chkMail)->setFocus();
+}
+
+// The box, and then the control that it speaks of.
+void frmWiz::Refuse(const std::string& why, QWidget* missing) {
+    MsgBox(why, vbExclamation);
+    missing->setFocus();
+}
+
+void frmWiz::cmdBack_Click() {
+    const QWidget* page = m_ui->pages->currentWidget();
+    if (page == m_ui->Step4) {
+        ShowPage(m_ui->Step3);
+        m_ui->cmdSave->setText(Next);
+    } else if (page == m_ui->Step3) {
+        ShowPage(m_ui->Step2);
+    } else {
+        ShowPage(m_ui->Step1);
+        m_ui->cmdBack->setEnabled(false);
+    }
+}
+
+void frmWiz::cmdCancel_Click() {
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    Global::DeleteWaitingParameters(connection);
+    connection.Close();
+    Unload();
+}
+
+void frmWiz::reject() {
+    cmdCancel_Click();
+}
+
+void frmWiz::Unload() {
+    m_unloaded = true;
+    hide();
+    deleteLater();
+}
+
+void frmWiz::cmdSave_Click() {
+    // Enter does not move the focus by itself: what was typed last is cleaned before it is looked at.
+    m_ui->cmdSave->setFocus();
+    try {
+        const QWidget* page = m_ui->pages->currentWidget();
+        if (m_ui->cmdSave->text() != Next) {
+            Finish();
+        } else if (page == m_ui->Step1) {
+            LeaveSetup();
+        } else if (page == m_ui->Step2) {
+            LeaveSchedule();
+        } else if (page == m_ui->Step3) {
+            LeaveReports();
+        }
+    } catch (...) {
+        MsgBox(Global::ErrorText("", CurrentError()), vbExclamation);
+    }
+}
+
+void frmWiz::LeaveSetup() {
+    if (m_ui->txtTitle->Text().empty()) {
+        Refuse(FieldsMissing, m_ui->txtTitle);
+        return;
+    }
+    ShowPage(m_ui->Step2);
+    m_ui->cmdBack->setEnabled(true);
+}
+
+// The first control that is empty, or the end of a range that holds less than two days; null: none.
+QWidget* frmWiz::MissingOfSchedule() const {
+    return m_ui->cmbFreq1->Text().empty()                     ? static_cast<QWidget*>(m_ui->cmbFreq1)
+           : m_ui->msTime->Text().empty()                     ? m_ui->msTime
+           : m_ui->cmbFormat1->Text().empty()                 ? static_cast<QWidget*>(m_ui->cmbFormat1)
+           : m_ui->txtReport1->Text().empty()                 ? m_ui->txtReport1
+           : m_ui->stDate1->Value() >= m_ui->enDate1->Value() ? static_cast<QWidget*>(m_ui->enDate1)
+                                                              : nullptr;
+}
+
+void frmWiz::LeaveSchedule() {
+    if (QWidget* missing = MissingOfSchedule()) {
+        Refuse(FieldsMissing, missing);
+        return;
+    }
+    CDate(m_ui->msTime->Text());
+    ShowPage(m_ui->Step3);
+}
+
+void frmWiz::LeaveReports() {
+    if (m_ui->lsvReports->ListCount() == 0) {
+        Refuse("You must schedule at least one report.", m_ui->filList);
+        return;
+    }
+    ShowPage(m_ui->Step4);
+    m_ui->cmdSave->setText(FinishCaption);
+    Global::PackageFormat = m_ui->cmbFormat1->Text();
+}
+
+// Hidden before anything is looked at, and not shown again by a refusal or an error: a later show brings the
+// wizard back as it was.
+void frmWiz::Finish() {
+    Global::BusyCursor(true);
+    hide();
+    constexpr qsizetype ShortestRecipient = 2;
+    if (m_ui->chkMail->Value() && m_ui->txtRecipient->text().size() < ShortestRecipient) {
+        MsgBox("You must enter the recipient's email address", vbExclamation);
+        return;
+    }
+    // Events run while the rows are written.
+    const QScopedValueRollback writing(m_writing, true);
+    WritePackage();
+    if (Global::ActiveDesk().Caption() == "Desktop") {
+        Global::ActiveDesk().AddBatches();
+    }
+    MsgBox("Report package created successfully", vbInformation);
+    frmWizDone::Unload();
+    Unload();
+    Global::PackageCounter = 0;
+    Global::BusyCursor(false);
+}
+
+// The pauses let the rows that were written be seen by the reader behind them.
+void frmWiz::WritePackage() {
+    constexpr double Pause = 4;  // seconds
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    Global::InsertPackage(connection, Package());
+    frmWizDone::ShowForm();
+    cmFunc::PauseSeconds(Pause);
+    const std::int16_t id = Global::NewestPackageID();
+    for (int i = 0; i < m_ui->lsvReports->ListCount(); ++i) {
+        Global::InsertPackageReport(connection, id, m_ui->lsvReports->List(i), m_ui->lsvPaths->List(i),
+                                    Global::PackageFormat);
+    }
+    cmFunc::PauseSeconds(Pause);
+    Global::InsertPackageParameters(connection, id);
+    Global::DeleteWaitingParameters(connection);
+    connection.Close();
+}
+
+Global::NewPackage frmWiz::Package() const {
+    return {.recipients = m_ui->txtRecipient->Text(),
+            .frequency = m_ui->cmbFreq1->Text(),
+            .runTime = m_ui->msTime->Text(),
+            .startDate = cmFunc::FormatDateText(m_ui->stDate1->Value()),
+            .endDate = cmFunc::FormatDateText(m_ui->enDate1->Value()),
+            .subject = m_ui->txtSubject->Text(),
+            .message = m_ui->txtMsg->Text(),
+            .destination = m_ui->txtReport1->Text(),
+            .name = m_ui->txtTitle->Text(),
+            .mailBatch = Global::MailBatchFlag};
+}
+
+void frmWiz::cmdBrowse_Click() {
+    const std::string folder = ShellMod::BrowseForFolderDialog(HandleOf(*this), BrowseTitle);
+    if (!folder.empty()) {
+        m_ui->txtReport1->Text(WithBackslash(folder));
+    }
+}
+
+// Behind a cancel the name is the file chosen the time before, by whichever form.
+void frmWiz::cmdBrowse1_Click() {
+    ResumeNext([this] {
+        CommonDialog& cd = *Global::Frame->cd();
+        cd.DialogTitle = "Select the path to save the scheduled reports...";
+        cd.CancelError = true;
+        cd.InitDir = m_ui->txtReport1->Text().empty() ? AppPath() : m_ui->txtReport1->Text();
+        ResumeNext([&cd] { cd.ShowOpen(); });
+        Global::BusyCursor(true);
+        m_ui->txtReport1->Text(FolderOf(cd.FileName));
+        Global::BusyCursor(false);
+    });
+}
+
+void frmWiz::txtReport1_LostFocus() {
+    m_ui->txtReport1->Text(WithBackslash(m_ui->txtReport1->Text()));
+}
+
+void frmWiz::dirList_Change() {
+    m_ui->filList->Path(m_ui->dirList->Path());
+}
+
+bool frmWiz::BrowseForFolder() {
+    const std::string folder = ShellMod::BrowseForFolderDialog(HandleOf(*this), BrowseTitle);
+    m_ui->dirList->Path(folder);
+    return !folder.empty();
+}
+
+void frmWiz::dirList_KeyDown(int keyCode) {
+    constexpr int Escape = 27;  // is Cancel's
+    if (keyCode != Escape) {
+        BrowseForFolder();
+    }
+}
+
+void frmWiz::cmdFolder_Click() {
+    if (!BrowseForFolder()) {
+        return;  // cancelled
+    }
+    Global::DefPath = m_ui->dirList->Path();
+    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, "DefPath", Global::DefPath);
+}
+
+void frmWiz::filList_MouseMove() {
+    m_ui->filList->setToolTip(QString::fromStdString(m_ui->filList->FileName()));
+}
+
+void frmWiz::filList_DblClick() {
+    cmbBrowse1_Click();
+}
+
+// Whatever was dropped: it is the selected file that is added.
+void frmWiz::lsvReports_OLEDragDrop() {
+    cmbBrowse1_Click();
+}
+
+void frmWiz::cmbBrowse1_Click() {
+    Global::BusyCursor(true);
+    const std::string file = m_ui->filList->FileName();
+    const std::string path = m_ui->filList->Path() + "\\" + file;
+    ++Global::PackageCounter;
+    Global::ParReportName = std::to_string(Global::PackageCounter) + ">" + file;
+    m_ui->lsvReports->AddItem(Global::ParReportName);
+    m_ui->lsvReports->item(m_ui->lsvReports->ListCount() - 1)->setToolTip(QString::fromStdString(path));
+    m_ui->lsvPaths->AddItem(path);
+    bool opened = false;
+    ResumeNext([&path, &opened] {
+        Global::OpenReport(path);
+        opened = true;
+    });
+    Global::BusyCursor(false);
+    // A file that did not open leaves CurrentReport at another report, which nobody must be asked about.
+    if (opened && Global::OpenedReport().ParameterFieldCount() > 0) {
+        frmPar::ShowModal();
+    }
+}
+
+void frmWiz::Command1_Click() {
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    connection.Execute("delete from tmpPar Where rptName = '" + m_ui->lsvReports->Text() + "'");
+    connection.Close();
+    const int line = m_ui->lsvReports->ListIndex();
+    m_ui->lsvPaths->RemoveItem(line);
+    m_ui->lsvReports->RemoveItem(line);
+}
+
+void frmWiz::cmdTo_Click() {
+    Global::PickRecipients(*m_ui->txtRecipient);
+    // On its way out of the box the focus cleans what was picked as well.
+    m_ui->txtRecipient->setFocus();
+}
+
+void frmWiz::chkMail_Click() {
+    const bool mail = m_ui->chkMail->Value();
+    m_ui->txtRecipient->Text(mail ? "" : "N/A");
+    m_ui->txtRecipient->setEnabled(mail);
+    m_ui->txtSubject->setEnabled(mail);
+    m_ui->txtMsg->setEnabled(mail);
+    Global::MailBatchFlag = mail ? "T" : "F";
+}
+
+void frmWiz::txtTitle_LostFocus() {
+    cmFunc::StripQuotes(*m_ui->txtTitle);
+}
+
+void frmWiz::txtSubject_LostFocus() {
+    cmFunc::StripQuotes(*m_ui->txtSubject);
+}
+
+void frmWiz::txtMsg_LostFocus() {
+    cmFunc::StripQuotes(*m_ui->txtMsg);
+}
+
+void frmWiz::txtRecipient_LostFocus() {
+    const std::string recipients = m_ui->txtRecipient->Text();
+    if (!recipients.empty() && !recipients.ends_with(';')) {
+        m_ui->txtRecipient->Text(recipients + ";");
+    }
+    cmFunc::StripQuotes(*m_ui->txtRecipient);
+}
+
+void mnuQuick_Click() {
+    frmWiz::Instance().ShowForm();
+}

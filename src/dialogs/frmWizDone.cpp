@@ -1,0 +1,53 @@
+#include "dialogs/frmWizDone.h"
+
+#include <QPointer>
+
+#include "app/Global.h"
+#include "platform/controls/room.h"
+#include "platform/paths.h"
+#include "platform/prompts.h"
+#include "store/TextConventions.h"
+#include "ui_frmWizDone.h"
+
+namespace {
+
+QPointer<frmWizDone> g_form;
+
+}  // namespace
+
+void frmWizDone::ShowForm() {
+    if (g_form) {
+        g_form->show();
+        return;
+    }
+    g_form = new frmWizDone(dynamic_cast<QWidget*>(Global::Frame));
+    g_form->Form_Load();
+}
+
+// It may be closed while its load still waits: the end comes later.
+void frmWizDone::Unload() {
+    if (g_form) {
+        g_form->hide();
+        g_form->deleteLater();
+        g_form.clear();
+    }
+}
+
+frmWizDone::frmWizDone(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmWizDone>()) {
+    m_ui->setupUi(this);
+}
+
+frmWizDone::~frmWizDone() = default;
+
+void frmWizDone::Form_Load() {
+    try {
+        constexpr int Letters = 60, Lines = 8;
+        resize(RoomFor(*this, Letters, Lines));
+        show();
+        cmFunc::PauseSeconds(1);
+        m_ui->Anime->Open(AppPath() + "\\back.avi");
+    } catch (...) {
+        MsgBox("Batch Created Successfully.", vbInformation);
+        hide();
+    }
+}
