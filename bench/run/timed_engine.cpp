@@ -22,6 +22,7 @@ class TimedReport : public report::Report {
         m_report->SetRecordSelectionFormula(text);
     }
     std::string Title() const override { return m_report->Title(); }
+    std::string Description() const override { return m_report->Description(); }
     void SetExportDestination(int code) override { m_report->SetExportDestination(code); }
     void SetExportFormat(int code) override { m_report->SetExportFormat(code); }
     void SetDiskFileName(const std::string& path) override { m_report->SetDiskFileName(path); }

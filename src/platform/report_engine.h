@@ -59,6 +59,7 @@ class Report {
     virtual std::string RecordSelectionFormula() const = 0;
     virtual void SetRecordSelectionFormula(const std::string& text) = 0;  // checked when the report runs
     virtual std::string Title() const = 0;
+    virtual std::string Description() const = 0;  // what the file says about itself; may be empty
 
     virtual void SetExportDestination(int code) = 0;
     virtual void SetExportFormat(int code) = 0;

@@ -281,6 +281,7 @@ class FakeReport : public report::Report {
     std::string RecordSelectionFormula() const override { return m_spec.formula; }
     void SetRecordSelectionFormula(const std::string& text) override { Note("formula " + text); }
     std::string Title() const override { return m_spec.title; }
+    std::string Description() const override { return m_spec.description; }
     void SetExportDestination(int code) override {
         m_destination = code;
         Note("destination " + std::to_string(code));

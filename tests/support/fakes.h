@@ -113,6 +113,7 @@ class FakeFrame : public MainFrame {
     }
     void EntryVisible(const std::string& entry, bool visible) override { visibility[entry] = visible; }
     void PopupMenu(const std::string& menu) override { popups.push_back(menu); }
+    void PopupMenu(const std::string& menu, int, int) override { popups.push_back(menu); }
     CommonDialog* cd() override { return commonDialog; }
     void AddChild(QWidget& form) override { children.push_back(&form); }
     CommonDialog* commonDialog = nullptr;
@@ -185,7 +186,7 @@ class FakeMailSystem : public MAPI::System {
 // The engine: reports by path, and a list of every operation in order as text.
 struct FakeReportSpec {
     std::string title = "Sales";
-    std::string formula = {};
+    std::string formula = {}, description = {};
     int tables = 1;
     std::vector<int> parameterTypes;
     // By position. One that is left out is called by its number, P1, and has no prompt and no default.

@@ -36,6 +36,7 @@ class RdlReport : public report::Report {
     std::string RecordSelectionFormula() const override { return m_formula; }
     void SetRecordSelectionFormula(const std::string& text) override { m_formula = text; }
     std::string Title() const override;
+    std::string Description() const override { return m_definition.description; }
 
     void SetExportDestination(int code) override { m_destination = code; }
     void SetExportFormat(int code) override { m_format = code; }
