@@ -1,8 +1,12 @@
 #include "desktop/DeskMenus.h"
 
+#include "app/Global.h"
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/frmDesk.h"
+#include "dialogs/ScheduleRecords.h"
+#include "dialogs/frmProp.h"
+#include "execution/RunReport.h"
 #include "platform/clock.h"
 
 void mnuDeskNew_Click() {
@@ -28,6 +32,24 @@ void mnuDeskDelfld_Click() {
 
 void mnuDeskDel_Click() {
     ActiveDeskForm().ComAction(5);
+}
+
+void mnuDeskProp_Click() {
+    try {
+        Global::BusyCursor(true);
+        const DeskWindow& window = Global::ActiveDesk();
+        Global::SelectedReportID =
+            std::to_string(Global::GetScheduleID(window.SelectedText(), window.Caption()));
+        Global::BusyCursor(false);
+        frmProp::Instance().ShowForm();
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        if (error.Number() == err::ObjectNotSet) {  // no item is selected
+            Global::BusyCursor(false);
+            return;
+        }
+        Global::ShowError(error);
+    }
 }
 
 void mnuDeskRpt_Click() {

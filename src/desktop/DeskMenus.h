@@ -6,4 +6,5 @@ void mnuDeskOpen_Click();    // as a double click
 void mnuRename_Click();      // edits the item's text
 void mnuDeskDelfld_Click();  // deletes the folder
 void mnuDeskDel_Click();     // nothing: reports are deleted by the toolbar
+void mnuDeskProp_Click();    // Report Properties of the schedule; shows its errors, but for 91
 void mnuDeskRpt_Click();     // whenever the menu of a report opens

@@ -12,6 +12,7 @@
 #include "dialogs/ModalForm.h"
 #include "dialogs/ParameterRows.h"
 #include "dialogs/ReportCache.h"
+#include "dialogs/ScheduleFields.h"
 #include "dialogs/frmAdvanced.h"
 #include "dialogs/frmPar.h"
 #include "execution/Preview.h"
@@ -77,9 +78,7 @@ frmAddReport::frmAddReport(QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmAddReport>()), cd(this) {
     m_ui->setupUi(this);
     cd.setObjectName("cd");
-    for (const char* format : {"Acrobat Format (PDF)", "DHTML", "MS Excel", "MS Word", "Rich Text"}) {
-        m_ui->cmbFormat->AddItem(format);
-    }
+    ListFormats(*m_ui->cmbFormat);
     // A path that was typed would be scheduled without having been opened.
     m_ui->txtBrowse->Locked(true);
     m_ui->lsvPar->View(ListView::ReportView);
@@ -342,15 +341,7 @@ void frmAddReport::ListParameters() {
 }
 
 void frmAddReport::cmbFolder_DropDown() {
-    if (m_ui->cmbFolder->ListCount() != 0) {
-        return;
-    }
-    ADODB::Recordset folders;
-    folders.Open("select foldername from folders", Global::ConnectionString);
-    for (; !folders.EOF_(); folders.MoveNext()) {
-        m_ui->cmbFolder->AddItem(folders.Fields("foldername").Value.Text());
-    }
-    folders.Close();
+    ListFolders(*m_ui->cmbFolder);
 }
 
 void frmAddReport::cmbFolder_Click() {
@@ -396,11 +387,7 @@ void frmAddReport::txtTitle_LostFocus() {
 }
 
 void frmAddReport::txtRecipient_LostFocus() {
-    const std::string text = m_ui->txtRecipient->Text();
-    if (!text.empty() && text.back() != ';') {
-        m_ui->txtRecipient->Text(text + ";");
-    }
-    cmFunc::StripQuotes(*m_ui->txtRecipient);
+    CleanRecipients(*m_ui->txtRecipient);
 }
 
 void frmAddReport::txtSubject_LostFocus() {

@@ -118,9 +118,10 @@ bool RunReport(const Variant& reportID, const std::string& reportPath, const Var
 }
 
 void ClearReportParameters() {
-    const int count = CurrentReport->ParameterFieldCount();
+    report::Report& report = OpenedReport();
+    const int count = report.ParameterFieldCount();
     for (int field = 1; field <= count; ++field) {
-        CurrentReport->Parameter(field).ClearCurrentValueAndRange();
+        report.Parameter(field).ClearCurrentValueAndRange();
     }
 }
 

@@ -1,0 +1,71 @@
+// "Report Properties": one single schedule on six tabs. It works on the user's own report file and not on the
+// copy in the cache, and CurrentReport is that file from the load on. The Desktop window that was active then
+// is disabled until the unload.
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+#include <memory>
+#include <string>
+
+namespace ADODB {
+class Recordset;
+}
+namespace Ui {
+class frmProp;
+}
+
+class frmProp : public QDialog {
+    Q_OBJECT
+ public:
+    // Made and loaded with the schedule SelectedReportID, at the first use and at the first one behind an
+    // unload. One that is up stays with its schedule.
+    static frmProp& Instance();
+    void ShowForm();
+
+    explicit frmProp(QWidget* parent = nullptr);
+    ~frmProp() override;
+
+    // Shows its errors itself. Behind one the form is up, as far as it had been filled.
+    void Form_Load();
+    void Form_Unload();
+    void TabStrip1_Click();
+    void Check1_Click();
+    void cmbFolder_DropDown();
+    void cmdFolder_Click();
+    void cmdBrowse_Click();
+    void cmdSet_Click();
+    void cmdClear_Click();
+    void cmdRefresh_Click();
+    void cmdTest_Click();
+    void cmdOk_Click();
+    void cmdCancel_Click();
+    void lsvPar_AfterLabelEdit(int& cancel);
+    void txtTitle_LostFocus();
+    void txtSendTo_LostFocus();
+    void txtSubject_LostFocus();
+    void txtMsg_LostFocus();
+    void txtRecForm_LostFocus();
+
+    void reject() override;  // Esc
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+
+ private:
+    void ConnectCommands();
+    void ConnectLostFocus();
+    void TakeDesktop();
+    void LoadSchedule();
+    void FillFields(const ADODB::Recordset& row);
+    void FillLogon(const ADODB::Recordset& row);
+    void OpenUsersFile(const ADODB::Recordset& row);
+    void TickFrequency(const std::string& word);
+    std::string FrequencyWord() const;
+    void ListParameters(ADODB::Recordset& rows);
+    bool WriteSchedule();
+
+    std::unique_ptr<Ui::frmProp> m_ui;
+    QPointer<QWidget> m_desk;  // the window to be enabled again; it may be closed meanwhile
+    bool m_unloaded = false;
+};
