@@ -23,7 +23,9 @@ class MainFrame {
     virtual void ClickEntry(const std::string& entry) = 0;  // runs its handler; nothing when it has none
     virtual void EntryCaption(const std::string& entry, const std::string& caption) = 0;
     virtual void EntryVisible(const std::string& entry, bool visible) = 0;
-    virtual void PopupMenu(const std::string& menu) = 0;  // at the pointer
+    virtual void EntryEnabled(const std::string& entry, bool enabled) = 0;
+    virtual void PopupMenu(const std::string& menu) = 0;                // at the pointer
+    virtual void PopupMenu(const std::string& menu, int x, int y) = 0;  // at a place of the screen
 };
 
 // A Desktop window.

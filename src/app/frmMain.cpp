@@ -99,6 +99,7 @@ void frmMain::BuildMenus() {
             connect(entry, &QAction::triggered, this, handler.click);
         }
     }
+    EntryEnabled("mnuRefHis", false);  // until there is a history window
 }
 
 void frmMain::AddMenu(const MenuRow& row) {
@@ -221,9 +222,17 @@ void frmMain::EntryVisible(const std::string& entry, bool visible) {
     m_entries.at(entry)->setVisible(visible);
 }
 
+void frmMain::EntryEnabled(const std::string& entry, bool enabled) {
+    m_entries.at(entry)->setEnabled(enabled);
+}
+
 void frmMain::PopupMenu(const std::string& menu) {
+    PopupMenu(menu, QCursor::pos().x(), QCursor::pos().y());
+}
+
+void frmMain::PopupMenu(const std::string& menu, int x, int y) {
     ClickEntry(menu);  // some menus have a handler of their own
-    m_menus.at(menu)->popup(QCursor::pos());
+    m_menus.at(menu)->popup({x, y});
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

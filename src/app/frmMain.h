@@ -37,7 +37,9 @@ class frmMain : public QMainWindow, public MainFrame {
     void ClickEntry(const std::string& entry) override;
     void EntryCaption(const std::string& entry, const std::string& caption) override;
     void EntryVisible(const std::string& entry, bool visible) override;
+    void EntryEnabled(const std::string& entry, bool enabled) override;
     void PopupMenu(const std::string& menu) override;
+    void PopupMenu(const std::string& menu, int x, int y) override;
 
     void SetStatusPanel(int panel, const std::string& text);  // 1 or 2
     std::string StatusPanel(int panel) const;

@@ -160,7 +160,6 @@ void frmDesk::DeleteReport(ListItem& item) {
     if (!Confirmed("Delete the '" + item.Text() + "' report?")) {
         return;
     }
-    Global::DeleteSchedule(
-        Global::GetScheduleID(item.Text(), Global::ActiveDesk().Caption()));
+    Global::DeleteSchedule(Global::GetScheduleID(item.Text(), Global::ActiveDesk().Caption()));
     lsvDesk->ListItems().Remove(item.Index());
 }

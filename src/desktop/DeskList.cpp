@@ -113,18 +113,20 @@ void frmDesk::OpenPackageWindow(const ListItem& item) {
     WithPlace([&] { OpenPackage(item.Key); });
 }
 
-void frmDesk::lsvDesk_MouseUp(int button) {
+// The menu opens at the item when a key asks for it, wherever the pointer is.
+void frmDesk::lsvDesk_MouseUp(int button, QPoint place) {
     constexpr int RightButton = 2;
     if (button != RightButton || lsvDesk->ListItems().Count() == 0 || !lsvDesk->HasSelection() ||
         lsvDesk->SelectedItem().Text().empty()) {
         return;
     }
     MainFrame& frame = *Global::Frame;
+    const QPoint corner = lsvDesk->mapToGlobal(place);
     const int icon = lsvDesk->SelectedItem().Icon;
     if (icon == desk::FolderItem) {
-        frame.PopupMenu("mnuDeskFld");
+        frame.PopupMenu("mnuDeskFld", corner.x(), corner.y());
     } else if (icon == desk::ScheduleItem) {
-        frame.PopupMenu("mnuDeskRpt");
+        frame.PopupMenu("mnuDeskRpt", corner.x(), corner.y());
     } else if (icon == desk::PackageItem || icon == desk::PackageReportItem) {
         const bool package = icon == desk::PackageItem;
         frame.EntryCaption("mnubtcDelSel", package ? "Delete Package..." : "Delete Report...");
@@ -132,7 +134,7 @@ void frmDesk::lsvDesk_MouseUp(int button) {
             frame.EntryVisible(entry, !package);
         }
         frame.EntryVisible("mnubtcExec", package);
-        frame.PopupMenu("mnubtchPop2");
+        frame.PopupMenu("mnubtchPop2", corner.x(), corner.y());
     }
 }
 

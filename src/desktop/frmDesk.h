@@ -63,7 +63,7 @@ class frmDesk : public QWidget, public DeskWindow {
     void tvwFolder_KeyDown(int keyCode) { Form_KeyDown(keyCode); }
     void lsvDesk_Click();
     void lsvDesk_DblClick();
-    void lsvDesk_MouseUp(int button);
+    void lsvDesk_MouseUp(int button, QPoint place);
     void lsvDesk_ColumnClick(int header);
     void lsvDesk_AfterLabelEdit(int& cancel, std::string& newString);
     void lsvDesk_KeyDown(int keyCode) { Form_KeyDown(keyCode); }

@@ -69,12 +69,15 @@ TEST_F(DeskMenus, PackageAndItsReportsShareAMenuWithOtherEntries) {
     EXPECT_THAT(Shown("mnubtchPop2"), ElementsAre("Execute Package...", "Delete Package..."));
 }
 
-TEST_F(DeskMenus, KeyboardOpensTheMenuOfTheSelectedItem) {
+TEST_F(DeskMenus, KeyboardOpensTheMenuAtTheSelectedItem) {
     AddFolder("Sales");
     frmDesk& window = OpenRoot();
     ClickItem(window, "Sales");
+    QCursor::setPos(frame.mapToGlobal(QPoint(900, 700)));
     Key(*window.lsvDesk->CurrentView(), Qt::Key_Menu);
     EXPECT_EQ(Popup(), "mnuDeskFld");
+    const QPoint corner = window.lsvDesk->mapFromGlobal(frame.Menu("mnuDeskFld")->pos());
+    EXPECT_TRUE(QRect(0, 0, 120, 120).contains(corner));
 }
 
 TEST_F(DeskMenus, NoMenuForOtherButtonsBesideAllItemsOrInAnEmptyList) {

@@ -112,6 +112,7 @@ class FakeFrame : public MainFrame {
         captions[entry] = caption;
     }
     void EntryVisible(const std::string& entry, bool visible) override { visibility[entry] = visible; }
+    void EntryEnabled(const std::string& entry, bool enabled) override { enabling[entry] = enabled; }
     void PopupMenu(const std::string& menu) override { popups.push_back(menu); }
     void PopupMenu(const std::string& menu, int, int) override { popups.push_back(menu); }
     CommonDialog* cd() override { return commonDialog; }
@@ -124,7 +125,7 @@ class FakeFrame : public MainFrame {
     std::vector<int> pointers;
     std::vector<std::string> clicks, popups;  // of entries; of menus
     std::map<std::string, std::string> captions;
-    std::map<std::string, bool> visibility;
+    std::map<std::string, bool> visibility, enabling;
 };
 
 // A Desktop window with at most one item, the selected one.
