@@ -109,6 +109,8 @@ void frmPar::AddLabel(const std::string& caption, int row) {
     label->setObjectName("iLabel" + QString::number(row));
     label->setTextFormat(Qt::PlainText);
     label->setText(QString::fromStdString(caption));
+    constexpr int Apart = 6;  // from the box above, which is another parameter's
+    label->setContentsMargins(0, row > 1 ? Apart : 0, 0, 0);
     m_ui->grid->addWidget(label, 2 * row - 2, 0);
 }
 
