@@ -3,7 +3,6 @@
 #include "app/Global.h"
 #include "execution/ExportFormat.h"
 #include "mail/Delivery.h"
-#include "platform/adodb.h"
 #include "platform/convert.h"
 #include "platform/loop.h"
 #include "platform/process.h"
@@ -115,6 +114,14 @@ bool RunReport(const Variant& reportID, const std::string& reportPath, const Var
         default:
             return MailByEngine(report, kind, envelope);
     }
+}
+
+bool RunStoredSchedule(const ADODB::Recordset& row) {
+    const auto text = [&row](const char* name) { return row.Fields(name).Value.Text(); };
+    const bool logon = text("LoginReq") == "T";
+    return RunReport(row.Fields("ReportID").Value, text("ReportPath"), row.Fields("message").Value,
+                     row.Fields("Subject").Value, text("SendTo"), row.Fields("Format").Value,
+                     text("SelectionForm"), logon ? text("UserName") : "", logon ? text("Password") : "");
 }
 
 void ClearReportParameters() {

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "platform/adodb.h"
 #include "platform/report_engine.h"
 #include "platform/runtime.h"
 
@@ -15,6 +16,10 @@ namespace Global {
 bool RunReport(const Variant& reportID, const std::string& reportPath, const Variant& message,
                const Variant& subject, const std::string& sendTo, const Variant& format,
                const std::string& selectionForm, const std::string& userName, const std::string& password);
+
+// RunReport with the fields of the current row of ReportScheduler; user and password only when it asks for a
+// logon.
+bool RunStoredSchedule(const ADODB::Recordset& row);
 
 // Drops the values that are saved in the open report.
 void ClearReportParameters();

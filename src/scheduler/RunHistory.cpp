@@ -3,17 +3,47 @@
 #include "app/Global.h"
 #include "mail/Delivery.h"
 #include "platform/adodb.h"
+#include "platform/clock.h"
+#include "platform/convert.h"
 
 namespace Global {
 
-void WriteRunHistory(const Variant& reportID, const Variant& lastRun, const Variant& status,
-                     const Variant& errMsg) {
-    const std::string statement = "insert into ReportHistory(ReportID, LastRun, Status, ErrMsg) values(" +
-                                  reportID + ",'" + lastRun + "','" + status + "','" + errMsg + "')";
+namespace {
+
+// On a connection of its own.
+void Execute(const std::string& statement) {
     ADODB::Connection connection;
     connection.Open(ConnectionString);
     connection.Execute(statement);
     connection.Close();
+}
+
+// The moment as the package history holds it.
+std::string PackageHistoryMoment() {
+    const DateValue now = Now();
+    return DateText(now) + "," + TimeText(now);
+}
+
+}  // namespace
+
+void WriteRunHistory(const Variant& reportID, const Variant& lastRun, const Variant& status,
+                     const Variant& errMsg) {
+    Execute("insert into ReportHistory(ReportID, LastRun, Status, ErrMsg) values(" + reportID + ",'" +
+            lastRun + "','" + status + "','" + errMsg + "')");
+}
+
+std::string PackageRunStatement(const std::string& reportID) {
+    return "insert into ReportBatchHstry(ReportID, LastRun, Success)Values('" + reportID + "','" +
+           PackageHistoryMoment() + "','T')";
+}
+
+void WritePackageRun(const std::string& reportID) {
+    Execute(PackageRunStatement(reportID));
+}
+
+void WritePackageFailure(const std::string& reportID, const std::string& description) {
+    Execute("insert into ReportBatchHstry(ReportID, LastRun, Success, ErrMsg)Values('" + reportID + "','" +
+            PackageHistoryMoment() + "','T','" + description + "')");
 }
 
 void AlertPollFailure(const std::string& routine, const RuntimeError& error) {

@@ -1,4 +1,4 @@
-// The history of runs, and the alert that a failed poll sends.
+// The history of runs, and the alert that a failed run sends.
 #pragma once
 
 #include <string>
@@ -12,7 +12,14 @@ namespace Global {
 void WriteRunHistory(const Variant& reportID, const Variant& lastRun, const Variant& status,
                      const Variant& errMsg);
 
-// Tells AlertWho that a poll failed: "An error occured in <routine>. <description> [<number>]".
+// The insert of a delivered package's row of ReportBatchHstry, with the moment of this call in it.
+std::string PackageRunStatement(const std::string& reportID);
+// That row, and the row of a failed package, written on a connection of their own. The success word of a
+// failure is "T" as well; what marks it is the text behind. Nothing is escaped; an error passes to the caller.
+void WritePackageRun(const std::string& reportID);
+void WritePackageFailure(const std::string& reportID, const std::string& description);
+
+// Tells AlertWho that a routine failed: "An error occured in <routine>. <description> [<number>]".
 void AlertPollFailure(const std::string& routine, const RuntimeError& error);
 
 }  // namespace Global

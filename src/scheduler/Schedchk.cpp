@@ -15,14 +15,6 @@ namespace Global {
 
 namespace {
 
-bool RunRow(const ADODB::Recordset& row) {
-    const auto text = [&row](const char* name) { return row.Fields(name).Value.Text(); };
-    const bool logon = text("LoginReq") == "T";
-    return RunReport(row.Fields("ReportID").Value, text("ReportPath"), row.Fields("message").Value,
-                     row.Fields("Subject").Value, text("SendTo"), row.Fields("Format").Value,
-                     text("SelectionForm"), logon ? text("UserName") : "", logon ? text("Password") : "");
-}
-
 void StoreNextRun(const std::string& reportID, DateValue NextDate) {
     ADODB::Connection connection;
     connection.Open(ConnectionString);
@@ -42,7 +34,7 @@ void PollSchedules(const std::string& RunStamp, std::string& reportID) {
         ConnectionString);
     for (; !rows.EOF_(); rows.MoveNext()) {
         reportID = rows.Fields("ReportID").Value.Text();
-        if (!IsDue(rows.Fields("NextRun").Value, rows.Fields("RunAt").Value) || !RunRow(rows)) {
+        if (!IsDue(rows.Fields("NextRun").Value, rows.Fields("RunAt").Value) || !RunStoredSchedule(rows)) {
             continue;
         }
         NextSingleRun(rows.Fields("Frequency").Value.Text(), CDate(rows.Fields("NextRun").Value), NextDate);

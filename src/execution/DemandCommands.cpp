@@ -1,0 +1,41 @@
+#include "execution/DemandCommands.h"
+
+#include "app/Global.h"
+#include "dialogs/ScheduleRecords.h"
+#include "execution/PackageRun.h"
+#include "execution/RunOnDemand.h"
+#include "platform/adodb.h"
+#include "platform/prompts.h"
+#include "scheduler/RunHistory.h"
+#include "store/TextConventions.h"
+
+void mnuDeskExec_Click() {
+    std::int16_t key = 0;
+    try {
+        const DeskWindow& desk = Global::ActiveDesk();
+        key = Global::GetScheduleID(desk.SelectedText(), desk.Caption());
+        Global::ExecuteSchedule(key);
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        Global::RecordFailedExecution(key, error);
+        Global::ShowFailedExecution("An error was encountered. ", error);
+    }
+}
+
+void mnubtcExec_Click() {
+    const std::string key = cmFunc::GetDelimitedField(Global::ActiveDesk().SelectedKey(), 2, ":");
+    ADODB::Recordset packages;
+    packages.Open("select * from reportbatch where reportid = " + key, Global::ConnectionString);
+    std::string lastKey;  // as in the poll: the key of a failure's row is that of the package before
+    for (; !packages.EOF_(); packages.MoveNext()) {
+        if (!Global::RunPackage(packages, Global::Runner::PackageDemand)) {
+            Global::WritePackageFailure(lastKey, "");
+            Global::AlertPollFailure("BatchReport", RuntimeError(0, ""));
+            return;
+        }
+        lastKey = packages.Fields("ReportID").Value.Text();
+        Global::WritePackageRun(lastKey);
+    }
+    packages.Close();
+    MsgBox("Package executed successfully!", vbInformation);
+}

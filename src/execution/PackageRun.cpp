@@ -1,0 +1,87 @@
+#include "execution/PackageRun.h"
+
+#include "app/Global.h"
+#include "execution/RunReport.h"
+#include "mail/Delivery.h"
+#include "store/TextConventions.h"
+
+namespace Global {
+
+namespace {
+
+// Returns how many recipients the package's list gives.
+int FillRecipientList(const std::string& recipients) {
+    const int count = cmFunc::CountRecipients(recipients);
+    RecipientList.assign(static_cast<std::size_t>(count) + 1, {});
+    for (int i = 1; i <= count; ++i) {
+        RecipientList[static_cast<std::size_t>(i)] = cmFunc::GetDelimitedField(recipients, i, ";");
+    }
+    return count;
+}
+
+void HandOverPackageParameters(report::Report& report, const std::string& reportID,
+                               const std::string& detailID) {
+    ADODB::Recordset values;
+    values.Open("select * from reportbatchpar where reportid =" + reportID + " and DetailID = " + detailID +
+                    " order by parid",
+                ConnectionString);
+    for (int field = 1; !values.EOF_(); values.MoveNext(), ++field) {
+        HandOverParameter(report, field, values.Fields("ParValue").Value, OtherFieldRule::Fail);
+    }
+    values.Close();
+}
+
+void ExportPackageReport(report::Report& report, ExportKind kind, const std::string& file) {
+    if (kind == ExportKind::Excel) {
+        SetExcelOptions(report);
+    } else if (kind == ExportKind::Html) {
+        SetPackageHtmlOptions(report);
+    }
+    if (kind == ExportKind::Html) {
+        report.SetHtmlFileName(file);
+    } else {
+        report.SetDiskFileName(file);
+    }
+    report.SetExportDestination(report::DestinationDisk);
+    report.SetExportFormat(EngineFormatCode(kind));
+    report.Export(false);
+}
+
+// Runs every report of the package into its slot. Returns the number of reports.
+int RunPackageReports(const std::string& reportID, const std::string& destination, Runner runner) {
+    int slot = 1;
+    ADODB::Recordset details;
+    details.Open("select * from reportbatchdtls where reportid = " + reportID, ConnectionString);
+    for (; !details.EOF_(); details.MoveNext(), ++slot) {
+        report::Report& report = OpenReport(details.Fields("ReportPath").Value.Text());
+        const std::shared_ptr<report::Report> held = CurrentReport;
+        HandOverPackageParameters(report, reportID, details.Fields("DetailID").Value.Text());
+        report.SetRunSwitches(false, false);
+        const ExportKind kind = RecogniseFormat(runner, details.Fields("ReportFormat").Value.Text());
+        if (kind != ExportKind::None) {
+            // Named before the engine is called: a report that does not get that far leaves its slot empty.
+            AttachmentSlot(slot) =
+                PackageOutputFile(kind, destination, details.Fields("ReportTitle").Value.Text());
+            ExportPackageReport(report, kind, AttachmentSlot(slot));
+        }
+    }
+    details.Close();
+    return slot - 1;
+}
+
+}  // namespace
+
+bool RunPackage(const ADODB::Recordset& package, Runner runner) {
+    const std::string mailBatch = package.Fields("MailBatch").Value.Text();
+    ClearAttachmentList();
+    const int recipients = FillRecipientList(package.Fields("Recipients").Value.Text());
+    const int files = RunPackageReports(package.Fields("ReportID").Value.Text(),
+                                        package.Fields("Destination").Value.Text(), runner);
+    const bool delivered =
+        mailBatch != "T" ||
+        SendMailBatch(package.Fields("message").Value, package.Fields("Subject").Value, recipients, files, 1);
+    CurrentReport.reset();
+    return delivered;
+}
+
+}  // namespace Global
