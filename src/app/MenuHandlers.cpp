@@ -9,6 +9,7 @@
 #include "desktop/DetailViews.h"
 #include "dialogs/frmAddReport.h"
 #include "dialogs/frmWiz.h"
+#include "execution/DemandCommands.h"
 #include "execution/PreviewCommands.h"
 
 MenuHandler FindMenuHandler(const std::string& entry) {
@@ -26,7 +27,9 @@ MenuHandler FindMenuHandler(const std::string& entry) {
         {"mnuHelp", mnuHelp_Click},
         {"mnuSupport", mnuSupport_Click},
         {"mnuDeskView", mnuDeskView_Click},
+        {"mnuDeskExec", mnuDeskExec_Click},
         {"mnubtcRun", mnubtcRun_Click},
+        {"mnubtcExec", mnubtcExec_Click},
         {"mnutbLoad", mnutbLoad_Click},
         {"mnutbExit", mnutbExit_Click},
         {"mnuIcons", mnuIcons_Click},
