@@ -1,6 +1,7 @@
 #include "dialogs/frmAdvanced.h"
 
 #include <QFontDatabase>
+#include <QFontInfo>
 
 #include "dialogs/ModalForm.h"
 #include "platform/controls/room.h"
@@ -16,7 +17,9 @@ frmAdvanced::frmAdvanced(EditableText& txtSelForm, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmAdvanced>()), m_txtSelForm(txtSelForm) {
     m_ui->setupUi(this);
     // Brackets and quotes are told apart best where every letter has the same width.
-    m_ui->txtForm->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixed.setPixelSize(QFontInfo(font()).pixelSize());  // as large as all else
+    m_ui->txtForm->setFont(fixed);
     connect(m_ui->txtForm, &MultiLineTextBox::LostFocus, this, &frmAdvanced::txtForm_LostFocus);
     connect(m_ui->cmdOk, &QPushButton::clicked, this, &frmAdvanced::cmdOk_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmAdvanced::cmdCancel_Click);

@@ -96,7 +96,9 @@ ComboBox& frmPar::AddCombo(const std::string& parameter, int row) {
     combo->setObjectName(name);
     combo->setEditable(true);
     combo->setMinimumWidth(Pixels(ComboWidth));
-    // A long default value does not make the dialog as wide as itself.
+    // A large font makes the boxes wider, a long default value does not.
+    constexpr int Letters = 20;
+    combo->setMinimumContentsLength(Letters);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo->setAccessibleName(QString::fromStdString(parameter));
     m_ui->grid->addWidget(combo, 2 * row - 1, 0);

@@ -42,6 +42,7 @@ TEST_F(AdvancedForm, ShowsTheFormulaInLettersOfOneWidth) {
         EXPECT_TRUE(form.isModal());
         EXPECT_EQ(Box(form).Text(), "{Orders.City} = \"York\"");
         EXPECT_TRUE(QFontInfo(Box(form).font()).fixedPitch());
+        EXPECT_EQ(QFontInfo(Box(form).font()).pixelSize(), QFontInfo(form.font()).pixelSize());
         EXPECT_TRUE(Box(form).hasFocus());
         EXPECT_EQ(form.findChild<QPushButton*>("cmdOk")->text().toStdString(), "Apply");
         EXPECT_EQ(form.findChild<QPushButton*>("cmdCancel")->text().toStdString(), "Cancel");
