@@ -15,9 +15,9 @@ SCREEN = "1280x800"
 class Display:
     """An X server without a window manager; gone with the test."""
 
-    def __init__(self):
+    def __init__(self, screen=SCREEN):
         read_end, write_end = os.pipe()
-        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", SCREEN + "x24",
+        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", screen + "x24",
                                         "-nolisten", "tcp", "-noreset"], pass_fds=[write_end],
                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write_end)
@@ -82,9 +82,11 @@ class _ClientMessage(ctypes.Structure):
 
 
 class EditorTest(CourierTest):
+    screen = SCREEN
+
     def setUp(self):
         super().setUp()
-        self.display = Display()
+        self.display = Display(self.screen)
         self.addCleanup(self.display.close)
         self.courier.extra_environment = {"DISPLAY": self.display.name, "QT_QPA_PLATFORM": "xcb"}
 

@@ -1,0 +1,160 @@
+"""A session with the Desktop of the real program: folders, the table, a preview, a deletion, mostly by keys.
+
+With OXC_PICTURES set to a folder, pictures of every step are left there."""
+
+import os
+import pathlib
+import time
+import unittest
+
+from editor import EditorTest
+
+PICTURES = os.environ.get("OXC_PICTURES")
+
+
+class Desktop(EditorTest):
+    scale = 1
+
+    def setUp(self):
+        super().setUp()
+        self.courier.extra_environment["QT_SCALE_FACTOR"] = str(self.scale)
+        for name, parent in [("Sales", 0), ("Stock", 0), ("North", 1), ("South", 1), ("Accounts", 0)]:
+            self.courier.sql("insert into Folders(FolderName, Parent) values(?,?)", name, parent)
+        key = self.courier.schedule(ReportTitle="Sales by region", Frequency="Weekly")
+        self.courier.parameters(key, "2024")
+        self.courier.schedule(ReportTitle="Daily figures for the board", Parent="Sales",
+                              SendTo="ann@example.com;bob@example.com;")
+        self.courier.schedule(ReportTitle="Week", Parent="Sales", Frequency="Weekly", Format="HTML")
+        self.courier.package([("Acrobat Format (PDF)", "sales_by_region.rpt")], BatchName="Month end")
+
+    def picture(self, name):
+        if PICTURES:
+            time.sleep(0.4)
+            self.display.screenshot(pathlib.Path(PICTURES) / ("%s@%d.png" % (name, self.scale)))
+
+    def type(self, text):
+        self.display.run("xdotool", "type", "--delay", "40", text)
+
+    def others(self):
+        return [window for window in self.display.windows(self.courier.process.pid) if window != self.main]
+
+    def next_window(self, what):
+        """Waits for a box or a menu. Boxes are given the keys: there is no window manager to do it."""
+        self.courier.wait(self.others, 10, what)
+        return self.others()[0]
+
+    def back_to_main(self):
+        self.courier.wait(lambda: not self.others(), 10, "end of the box")
+        self.display.focus(self.main)
+        time.sleep(0.2)
+
+    def start_session(self):
+        self.main = self.open_editor()
+        self.courier.wait(lambda: not self.others(), 10, "end of the splash")
+        self.display.run("xdotool", "windowsize", "--sync", str(self.main), "100%", "100%")
+        time.sleep(0.5)
+        self.display.focus(self.main)
+
+    def click(self, x, y, button="1"):
+        """A place of the window, in pixels at scale 1."""
+        self.display.run("xdotool", "mousemove", "--window", str(self.main), str(x * self.scale), str(y * self.scale),
+                         "click", button)
+        time.sleep(0.2)
+
+    def press(self, *keys):
+        self.display.key(*keys)
+        time.sleep(0.2)
+
+    def rows(self, statement):
+        return [row[0] for row in self.courier.sql(statement)]
+
+    def folders(self):
+        return self.rows("select FolderName from Folders")
+
+    def to_list(self):
+        self.click(*self.ROOT)
+        self.press("Tab")
+
+    # Where things are in the first Desktop window.
+    NEW_FOLDER = (45, 80)
+    ROOT = (75, 122)  # of the tree
+
+    def test_session(self):
+        self.start_session()
+        self.picture("desktop")
+        self.click(*self.ROOT)
+        self.picture("desktop-root")
+        self.make_folder("Ledger")
+        self.rename("Ledger", "Books")
+        self.delete_folder("Books")
+        self.open_package()
+        self.show_table()
+        self.preview()
+
+    def make_folder(self, name):
+        self.click(*self.NEW_FOLDER)
+        self.display.focus(self.next_window("question for a name"))
+        self.type(name)
+        self.picture("desktop-name")
+        self.press("Return")
+        self.courier.wait(lambda: name in self.folders(), 10, "new folder")
+        self.assertEqual(self.courier.sql("select Parent from Folders where FolderName=?", name), [(0,)])
+        self.back_to_main()
+
+    def rename(self, old, new):
+        self.to_list()
+        self.type(old)
+        self.press("F2")
+        self.press("ctrl+a")
+        self.type(new)
+        self.picture("desktop-rename")
+        self.press("Return")
+        self.courier.wait(lambda: new in self.folders() and old not in self.folders(), 10, "new name")
+
+    def delete_folder(self, name):
+        self.press("Menu")
+        self.next_window("menu of the folder")
+        self.picture("desktop-menu")
+        self.press("Up", "Return")  # Delete...
+        time.sleep(0.5)
+        self.display.focus(self.next_window("question"))
+        self.picture("desktop-delete")
+        self.press("alt+y")
+        self.courier.wait(lambda: name not in self.folders(), 10, "deletion")
+        self.back_to_main()
+
+    def open_package(self):
+        self.to_list()
+        self.type("Month")
+        self.press("Return")
+        self.picture("desktop-package")
+        self.press("ctrl+w")
+
+    def show_table(self):
+        self.press("alt+v")
+        self.next_window("menu of the views")
+        self.press("d")
+        self.back_to_main()
+        self.assertIn('"View"="3"', (self.courier.config / "settings.reg").read_text())
+        self.picture("desktop-details")
+
+    def preview(self):
+        self.to_list()
+        self.type("Sales by")
+        self.press("Menu")
+        self.next_window("menu of the report")
+        self.picture("desktop-report-menu")
+        self.press("Down", "Return")  # Run Report
+        time.sleep(2)
+        self.picture("desktop-preview")
+        self.assertEqual(self.others(), [])
+        self.assertIsNone(self.courier.process.poll(), self.courier.said())
+
+
+class DesktopAtTwiceTheSize(Desktop):
+    scale = 2
+    screen = "2560x1600"
+
+
+if __name__ == "__main__":
+    unittest.main()
