@@ -37,6 +37,16 @@ void InsertWaitingRow(const std::string& name, const std::string& value) {
     connection.Close();
 }
 
+// 91 for a box or a list that is not there: another report may be open by now than the one that was asked
+// for.
+template <typename Control>
+Control& Shown(Control* control) {
+    if (control == nullptr) {
+        throw RuntimeError(err::ObjectNotSet);
+    }
+    return *control;
+}
+
 std::string& Slot(std::vector<std::string>& list, int index) {
     if (index < 1 || index >= static_cast<int>(list.size())) {
         throw RuntimeError(err::SubscriptOutOfRange);
@@ -168,7 +178,7 @@ void frmPar::KeepScrolledTo(QWidget* control) {
 void frmPar::cmdOK_Click() {
     Global::ClearReportParameters();
     if (FillsList()) {
-        m_lsvPar->ListItems().Clear();
+        Shown(m_lsvPar).ListItems().Clear();
     }
     const int count = Global::OpenedReport().ParameterFieldCount();
     for (int i = 1; i <= count; ++i) {
@@ -180,14 +190,14 @@ void frmPar::cmdOK_Click() {
 // The report gets the text as it stands; what statements are made of has no ' in it.
 void frmPar::TakeValue(int index) {
     report::Report& report = Global::OpenedReport();
-    const std::string text = ComboSlot(index)->Text();
+    const std::string text = Shown(ComboSlot(index)).Text();
     std::string& name = Slot(Global::ParNames, index);
     std::string& value = Slot(Global::ParValues, index);
     name = report.Parameter(index).Name();
     value = Replace(text, "'", "");
     Global::HandOverParameter(report, index, text, Global::OtherFieldRule::HandOver);
     if (FillsList()) {
-        m_lsvPar->ListItems().Add(name + std::to_string(index), name).SubItems(1, value);
+        Shown(m_lsvPar).ListItems().Add(name + std::to_string(index), name).SubItems(1, value);
     } else if (Global::ParCaller == PackageWizard) {
         InsertWaitingRow(name, value);
     }

@@ -227,3 +227,18 @@ TEST_F(ParameterFormValues, EnterInABoxIsOK) {
     });
     EXPECT_EQ(Lines(), Texts{"Region1|Region|North"});
 }
+
+TEST_F(ParameterFormValues, ReportThatWasExchangedMeanwhileHasNoBoxesForWhatItHasMore) {
+    Global::ParCaller = "frmViewer";
+    Open({{"Region"}, {"Size"}});
+    const std::shared_ptr<report::Report> larger = Global::CurrentReport;
+    Open({{"Region"}});
+    Show([&larger](frmPar& form) {
+        Global::CurrentReport = larger;
+        Click(form, "cmdOK");
+    });
+    EXPECT_EQ(prompts.boxes,
+              (Boxes{{"Run-time error \"91\":\n\nObject variable or With block variable not set", 16,
+                      "Oxbow Courier"}}));
+    EXPECT_EQ(process.ends, std::vector<int>{1});
+}
