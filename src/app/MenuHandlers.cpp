@@ -7,6 +7,7 @@
 #include "app/frmMain.h"
 #include "desktop/DeskMenus.h"
 #include "desktop/DetailViews.h"
+#include "desktop/HistoryCommands.h"
 #include "dialogs/frmAddReport.h"
 #include "dialogs/frmWiz.h"
 #include "execution/DemandCommands.h"
@@ -32,9 +33,15 @@ MenuHandler FindMenuHandler(const std::string& entry) {
         {"mnubtcExec", mnubtcExec_Click},
         {"mnutbLoad", mnutbLoad_Click},
         {"mnutbExit", mnutbExit_Click},
+        {"mnuView", mnuView_Click},
+        {"mnuRefHis", mnuRefHis_Click},
+        {"mnuExec", mnuExec_Click},
+        {"mnuDel", mnuDel_Click},
+        {"mnubView", mnubView_Click},
         {"mnuIcons", mnuIcons_Click},
         {"mnuViewList", mnuViewList_Click},
         {"mnuDetails", mnuDetails_Click},
+        {"mnuDeskProp", mnuDeskProp_Click},
         {"mnuDeskRpt", mnuDeskRpt_Click},
         {"mnuDeskDel", mnuDeskDel_Click},
         {"mnuDeskNew", mnuDeskNew_Click},

@@ -1,0 +1,77 @@
+#include "desktop/HistoryCommands.h"
+
+#include "app/Global.h"
+#include "desktop/HistoryNodes.h"
+#include "desktop/frmViewer.h"
+#include "execution/PackagePreview.h"
+#include "execution/RunOnDemand.h"
+#include "execution/RunReport.h"
+#include "platform/adodb.h"
+#include "platform/prompts.h"
+#include "store/TextConventions.h"
+
+namespace {
+
+constexpr int RefreshKey = 116;
+
+}  // namespace
+
+void mnuView_Click() {
+    frmViewer::Instance().ShowForm();
+}
+
+void mnuRefHis_Click() {
+    frmViewer::Instance().Form_KeyDown(RefreshKey);
+}
+
+// Narrower than the deletion of a schedule on the Desktop, which takes its history as well.
+void mnuDel_Click() {
+    try {
+        const Node& node = frmViewer::Instance().tvReports->SelectedItem();
+        if (node.Children() > 0) {
+            return;
+        }
+        const Node& schedule = node.Image() == history::ReportNode ? node : history::ParentOf(node);
+        const std::string id = cmFunc::GetDelimitedField(schedule.Text(), 1, ":");
+        if (MsgBox("Delete the selected schedule?", vbYesNo) != vbYes) {
+            return;
+        }
+        ADODB::Connection connection;
+        connection.Open(Global::ConnectionString);
+        connection.Execute("delete from reportscheduler where reportid = " + id);
+        connection.Execute("delete from reportparameter where reportid = " + id);
+        connection.Close();
+        frmViewer::Instance().tvReports->Refresh();
+        frmViewer::Instance().Form_Load();
+    } catch (...) {
+        Global::ShowError(CurrentError());
+    }
+}
+
+void mnuExec_Click() {
+    std::string key;
+    try {
+        Global::BusyCursor(true);
+        const Node& node = frmViewer::Instance().tvReports->SelectedItem();
+        if (node.Children() == 0) {
+            key = cmFunc::GetDelimitedField(history::ScheduleText(node), 1, ":");
+            if (Global::ExecuteSchedule(key)) {
+                frmViewer::Instance().Form_Load();
+            }
+        }
+        Global::BusyCursor(false);
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        Global::RecordFailedExecution(key, error);
+        Global::BusyCursor(false);
+        Global::ShowFailedExecution("An error was encountered, ", error);
+        frmViewer::Instance().Form_Load();
+    }
+}
+
+void mnubView_Click() {
+    const Node& node = frmViewer::Instance().tvBatch->SelectedItem();
+    const std::string package = cmFunc::GetDelimitedField(history::ParentOf(node).Text(), 1, ":");
+    const std::string title = cmFunc::GetDelimitedField(node.Key, 1, "^");
+    Global::PreviewPackageReport("r.ReportID = " + package + " and Reporttitle = '" + title + "'");
+}

@@ -1,0 +1,24 @@
+#include "desktop/HistoryNodes.h"
+
+#include <regex>
+
+#include "platform/controls/tree_view.h"
+#include "platform/runtime.h"
+
+namespace history {
+
+const Node& ParentOf(const Node& node) {
+    if (node.Parent() == nullptr) {
+        throw RuntimeError(err::ObjectNotSet);
+    }
+    return *node.Parent();
+}
+
+std::string ScheduleText(const Node& node) {
+    static const std::regex number("[0-9]:"), time("[0-9]:[0-9][0-9]:");
+    const std::string text = node.Text();
+    const bool namesSchedule = std::regex_search(text, number) && !std::regex_search(text, time);
+    return namesSchedule ? text : ParentOf(node).Text();
+}
+
+}  // namespace history
