@@ -82,6 +82,7 @@ frmProp::frmProp(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::f
     Check1_Click();
     ConnectCommands();
     ConnectLostFocus();
+    m_ui->txtTitle->setFocus();
     constexpr int Letters = 75, Lines = 24;
     resize(RoomFor(*this, Letters, Lines));
 }
