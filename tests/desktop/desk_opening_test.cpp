@@ -91,12 +91,15 @@ TEST_F(DeskOpening, ReportOfAPackageOpensNothing) {
     EXPECT_FALSE(Hourglass(Window(2)));
 }
 
-TEST_F(DeskOpening, ReportOpensNoDesktopWindow) {
+TEST_F(DeskOpening, ReportOpensThePackageWizard) {
     AddSchedule("Week", "Desktop");
     frmDesk& window = OpenRoot();
     ClickNode(window, "Desktop");
     DoubleClickItem(window, "Week");
     EXPECT_EQ(Global::DeskCount, 1);
+    const auto* wizard = frame.findChild<QWidget*>("frmWiz");
+    ASSERT_NE(wizard, nullptr);
+    EXPECT_TRUE(wizard->isVisible());
     EXPECT_FALSE(Hourglass(window));
 }
 
