@@ -216,6 +216,18 @@ TEST_F(DeskCommands, HelpOpensTheHelp) {
     EXPECT_THAT(shell.openings[0].file, testing::EndsWith("Oxbow Courier.chm"));
 }
 
+TEST_F(DeskCommands, NewReportAndNewPackageOpenTheirWizards) {
+    frmDesk& window = OpenRoot();
+    for (const auto& [button, wizard] :
+         {std::pair{"New Report", "frmAddReport"}, {"New Package", "frmWiz"}}) {
+        ClickButton(window, button);
+        const auto* form = frame.findChild<QWidget*>(wizard);
+        ASSERT_NE(form, nullptr) << wizard;
+        EXPECT_TRUE(form->isVisible()) << wizard;
+        EXPECT_FALSE(Hourglass(window)) << wizard;
+    }
+}
+
 TEST_F(DeskCommands, OptionsOpensTheOptions) {
     frmDesk& window = OpenRoot();
     ClickButton(window, "Options");
