@@ -227,8 +227,16 @@ void frmDesk::EnableButton(int index, bool enabled) {
     Toolbar1->Buttons()(index).Enabled(enabled);
 }
 
+// With its title bar: a window that waits is not closed either. What had the focus gets it back.
 void frmDesk::EnableForm(bool enabled) {
-    setEnabled(enabled);
+    if (!enabled && isEnabled()) {
+        m_focus = focusWidget();
+    }
+    auto* window = qobject_cast<QMdiSubWindow*>(parentWidget());
+    (window != nullptr ? static_cast<QWidget*>(window) : this)->setEnabled(enabled);
+    if (enabled && m_focus) {
+        m_focus->setFocus();
+    }
 }
 
 void frmDesk::Toolbar1_ButtonClick(int index) {

@@ -5,6 +5,7 @@
 // Items are tied to their rows by text and key alone; their Icon says what they are (DeskItems.h).
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <memory>
 #include <string>
@@ -90,4 +91,5 @@ class frmDesk : public QWidget, public DeskWindow {
     void OpenPackageWindow(const ListItem& item);
 
     std::unique_ptr<Ui::frmDesk> m_ui;
+    QPointer<QWidget> m_focus;  // while the form is disabled: what it is to go back to
 };
