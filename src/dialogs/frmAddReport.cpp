@@ -120,8 +120,9 @@ void frmAddReport::ConnectLostFocus() {
 
 void frmAddReport::Form_Load() {
     // Sized while Frame4 is still there, which ticking Check1 brings back.
-    constexpr int LettersWide = 75, LinesHigh = 22;
-    resize(RoomFor(*this, LettersWide, LinesHigh));
+    constexpr int LettersWide = 85, FormulaLines = 4;
+    m_ui->txtSelForm->setFixedHeight(fontMetrics().lineSpacing() * FormulaLines);
+    resize(RoomFor(*this, LettersWide, 0));
     m_ui->Frame4->hide();
     constexpr std::size_t HoursAndMinutes = 5;
     m_ui->msTime->Text(TimeText(Now()).substr(0, HoursAndMinutes));
