@@ -70,6 +70,12 @@ TEST_F(ReportEngine, TitleIsThePropertyElseTheFileName) {
         "All sales");
 }
 
+TEST_F(ReportEngine, DescriptionIsThatOfTheDefinition) {
+    EXPECT_EQ(OpenPeople("<Description>All of them, by age</Description>")->Description(),
+              "All of them, by age");
+    EXPECT_EQ(OpenPeople("")->Description(), "");
+}
+
 TEST_F(ReportEngine, TablesAreTheDataSetsWithAQuery) {
     const std::string more =
         "<DataSources><DataSource "
