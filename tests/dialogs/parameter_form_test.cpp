@@ -188,6 +188,20 @@ TEST_F(ParameterFormLooks, MoreBoxesThanTheScreenHoldsAreScrolledAndTheButtonsSt
     });
 }
 
+TEST_F(ParameterFormLooks, BoxesAreWiderInALargeFont) {
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPixelSize(31);
+    QApplication::setFont(large);
+    Open(Many(1));
+    Show([](frmPar& form) {
+        const ComboBox& box = Combo(form, "cmbName1");
+        EXPECT_GE(box.width(), box.fontMetrics().horizontalAdvance("a value of 16 xx"));
+        EXPECT_GT(box.width(), 257);
+    });
+    QApplication::setFont(usual);
+}
+
 TEST_F(ParameterFormLooks, TabGoesFromTheFirstBoxThroughAllToTheButtons) {
     Open(Many(3));
     Show([](frmPar&) {

@@ -9,6 +9,8 @@
 #include <QTimer>
 #include <functional>
 
+#include "platform/runtime.h"
+
 namespace fakes {
 
 // Runs `show`, which shows a modal form of the kind, and `act` on the form as soon as it is up. A form that
@@ -23,7 +25,11 @@ bool ComesUp(const std::function<void()>& show, const std::function<void(Form&)>
         }
         met = true;
         EXPECT_TRUE(QTest::qWaitForWindowActive(form));
-        act(*form);
+        try {
+            act(*form);
+        } catch (const RuntimeError& error) {
+            ADD_FAILURE() << error.Number() << " " << error.Description();
+        }
         if (form->isVisible()) {
             form->done(QDialog::Rejected);
         }
