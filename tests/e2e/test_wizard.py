@@ -1,0 +1,115 @@
+"""A schedule made in the single report wizard of the real program, by keys alone, and run by the scheduler."""
+
+import time
+import unittest
+
+from editor import EditorTest
+from harness import attachment, pdf_text, system_path
+
+
+class Wizard(EditorTest):
+    def setUp(self):
+        super().setUp()
+        samples = system_path(self.courier.app / "samples")
+        self.courier.settings(Poll="1", DefPath=samples.replace("\\", "\\\\"))
+        self.courier.sql("insert into Folders(FolderName, Parent) values('Sales', 0), ('Stock', 0)")
+
+    def shown(self, title):
+        return self.display.windows(self.courier.process.pid, "^%s$" % title)
+
+    def window(self, title):
+        """Waits for the window and gives it the keys: there is no window manager to do it."""
+        self.courier.wait(lambda: self.shown(title), 10, title)
+        window = self.shown(title)[0]
+        self.display.focus(window)
+        time.sleep(0.2)
+        return window
+
+    def gone(self, title, back_to=None):
+        self.courier.wait(lambda: not self.shown(title), 10, "end of " + title)
+        if back_to:
+            self.display.focus(back_to)
+            time.sleep(0.2)
+
+    def type(self, text):
+        self.display.run("xdotool", "type", "--delay", "40", text)
+
+    def next(self):
+        """A button that is pressed by its mnemonic stays down for a moment before it acts."""
+        self.display.key("alt+n")
+        time.sleep(0.4)
+
+    def open_wizard(self):
+        self.open_editor()
+        self.display.key("alt+t", "Return")
+        return self.window("Schedule Report Wizard")
+
+    def pick_report(self, wizard, name):
+        self.next()
+        self.display.key("space")
+        self.window("Select the report to schedule...")
+        self.type(name)
+        self.display.key("Return")
+        self.gone("Select the report to schedule...", wizard)
+
+    def make_schedule(self):
+        wizard = self.open_wizard()
+        self.pick_report(wizard, "invoice.rpt")
+        self.display.key("ctrl+a")
+        self.type("Ann's invoice")
+        self.display.key("Tab", "Tab", "Tab", "alt+Down", "Down", "Return")
+        self.display.focus(wizard)
+        self.next()
+        self.display.key(*["Tab"] * 6)  # through the parts of both dates
+        self.type("0000")
+        self.next()
+        self.type("ann@example.com")
+        self.display.key("Tab")
+        self.type("Your invoice")
+        self.display.key("Tab")
+        self.type("It is attached.")
+        self.next()
+        self.display.key("Tab", "Down", "alt+e")
+        self.window("Add Report Parameters")
+        self.display.key("ctrl+a")
+        self.type("10017")
+        self.display.key("Return")
+        self.gone("Add Report Parameters", wizard)
+        self.next()
+        self.display.key("alt+f")
+        self.gone("Schedule Report Wizard")
+
+    def test_schedule_made_by_keys_alone_is_run_and_mailed(self):
+        self.make_schedule()
+        today = time.strftime("%Y-%m-%d")
+        self.assertEqual(
+            self.courier.sql("select SendTo, Subject, Message, StartDate, EndDate, RunAt, Frequency, NextRun, "
+                             "ReportPath, ReportTitle, Format, Parent, OriginalPath, LoginReq from ReportScheduler"),
+            [("ann@example.com;", "Your invoice", "It is attached.", today, "3000-12-31", "00:00", "Daily", today,
+              system_path(self.courier.app / "Cache" / "invoice.rpt"), "Anns invoice", "Acrobat Format (PDF)", "Stock",
+              system_path(self.courier.app / "samples" / "invoice.rpt"), "F")])
+        self.assertEqual(self.courier.sql("select ParName, ParValue from ReportParameter"), [("OrderID", "10017")])
+        self.courier.stop()
+
+        self.courier.extra_environment = {}
+        self.courier.run_until_history()
+        self.assertEqual([row[2] for row in self.courier.history()], ["Success"])
+        mail, = self.courier.mails()
+        self.assertEqual((mail["To"], mail["Subject"]), ("ann@example.com", "Your invoice"))
+        self.assertIn("It is attached.", mail.get_body().get_content())
+        name, kind, data = attachment(mail)
+        self.assertEqual(kind, "application/pdf")
+        self.assertIn("10017", pdf_text(data))
+
+    def test_esc_leaves_no_trace(self):
+        wizard = self.open_wizard()
+        self.pick_report(wizard, "invoice.rpt")
+        self.display.key("Escape")
+        self.gone("Schedule Report Wizard")
+        self.assertEqual(self.courier.sql("select count(*) from ReportScheduler"), [(0,)])
+        self.assertEqual(list((self.courier.app / "Cache").iterdir()), [])
+        self.assertIsNone(self.courier.process.poll())
+
+
+if __name__ == "__main__":
+    unittest.main()
