@@ -1,23 +1,14 @@
-"""A session with the Desktop of the real program: folders, the table, a preview, a deletion, mostly by keys.
+"""A session with the Desktop of the real program: folders, the table, a preview, a deletion, mostly by keys."""
 
-With OXC_PICTURES set to a folder, pictures of every step are left there."""
-
-import os
-import pathlib
 import time
 import unittest
 
-from editor import EditorTest
-
-PICTURES = os.environ.get("OXC_PICTURES")
+from desk_session import DeskSession
 
 
-class Desktop(EditorTest):
-    scale = 1
-
+class Desktop(DeskSession):
     def setUp(self):
         super().setUp()
-        self.courier.extra_environment["QT_SCALE_FACTOR"] = str(self.scale)
         for name, parent in [("Sales", 0), ("Stock", 0), ("North", 1), ("South", 1), ("Accounts", 0)]:
             self.courier.sql("insert into Folders(FolderName, Parent) values(?,?)", name, parent)
         key = self.courier.schedule(ReportTitle="Sales by region", Frequency="Weekly")
@@ -27,57 +18,8 @@ class Desktop(EditorTest):
         self.courier.schedule(ReportTitle="Week", Parent="Sales", Frequency="Weekly", Format="HTML")
         self.courier.package([("Acrobat Format (PDF)", "sales_by_region.rpt")], BatchName="Month end")
 
-    def picture(self, name):
-        if PICTURES:
-            time.sleep(0.4)
-            self.display.screenshot(pathlib.Path(PICTURES) / ("%s@%d.png" % (name, self.scale)))
-
-    def type(self, text):
-        self.display.run("xdotool", "type", "--delay", "40", text)
-
-    def others(self):
-        return [window for window in self.display.windows(self.courier.process.pid) if window != self.main]
-
-    def next_window(self, what):
-        """Waits for a box or a menu. Boxes are given the keys: there is no window manager to do it."""
-        self.courier.wait(self.others, 10, what)
-        return self.others()[0]
-
-    def back_to_main(self):
-        self.courier.wait(lambda: not self.others(), 10, "end of the box")
-        self.display.focus(self.main)
-        time.sleep(0.2)
-
-    def start_session(self):
-        self.main = self.open_editor()
-        self.courier.wait(lambda: not self.others(), 10, "end of the splash")
-        self.display.run("xdotool", "windowsize", "--sync", str(self.main), "100%", "100%")
-        time.sleep(0.5)
-        self.display.focus(self.main)
-
-    def click(self, x, y, button="1"):
-        """A place of the window, in pixels at scale 1."""
-        self.display.run("xdotool", "mousemove", "--window", str(self.main), str(x * self.scale), str(y * self.scale),
-                         "click", button)
-        time.sleep(0.2)
-
-    def press(self, *keys):
-        self.display.key(*keys)
-        time.sleep(0.2)
-
-    def rows(self, statement):
-        return [row[0] for row in self.courier.sql(statement)]
-
     def folders(self):
         return self.rows("select FolderName from Folders")
-
-    def to_list(self):
-        self.click(*self.ROOT)
-        self.press("Tab")
-
-    # Where things are in the first Desktop window.
-    NEW_FOLDER = (45, 80)
-    ROOT = (75, 122)  # of the tree
 
     def test_session(self):
         self.start_session()
