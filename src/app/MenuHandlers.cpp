@@ -8,6 +8,8 @@
 #include "desktop/DeskMenus.h"
 #include "desktop/DetailViews.h"
 #include "desktop/HistoryCommands.h"
+#include "desktop/PackageCommands.h"
+#include "desktop/PackageNodeCommands.h"
 #include "dialogs/frmAddReport.h"
 #include "dialogs/frmWiz.h"
 #include "execution/DemandCommands.h"
@@ -31,6 +33,9 @@ MenuHandler FindMenuHandler(const std::string& entry) {
         {"mnuDeskExec", mnuDeskExec_Click},
         {"mnubtcRun", mnubtcRun_Click},
         {"mnubtcExec", mnubtcExec_Click},
+        {"mnubtcOutput", mnubtcOutput_Click},
+        {"mnubtcPar", mnubtcPar_Click},
+        {"mnubtcDelSel", mnubtcDelSel_Click},
         {"mnutbLoad", mnutbLoad_Click},
         {"mnutbExit", mnutbExit_Click},
         {"mnuView", mnuView_Click},
@@ -38,6 +43,9 @@ MenuHandler FindMenuHandler(const std::string& entry) {
         {"mnuExec", mnuExec_Click},
         {"mnuDel", mnuDel_Click},
         {"mnubView", mnubView_Click},
+        {"mnuOutput", mnuOutput_Click},
+        {"mnuEditPar", mnuEditPar_Click},
+        {"mnuDir", mnuDir_Click},
         {"mnuIcons", mnuIcons_Click},
         {"mnuViewList", mnuViewList_Click},
         {"mnuDetails", mnuDetails_Click},

@@ -27,6 +27,11 @@ frmDesk& DeskAt(int slot) {
     return dynamic_cast<frmDesk&>(Global::DeskSlot(slot));
 }
 
+frmDesk* FindDesk(int slot) {
+    const bool inArray = slot >= 0 && slot < static_cast<int>(Global::DeskWindows.size());
+    return inArray ? dynamic_cast<frmDesk*>(Global::DeskWindows[static_cast<std::size_t>(slot)]) : nullptr;
+}
+
 frmDesk& ActiveDeskForm() {
     return dynamic_cast<frmDesk&>(Global::ActiveDesk());
 }

@@ -11,5 +11,6 @@ frmDesk* OpenDeskWindow(QMdiArea& area);
 
 // The window in a slot: 9 "Subscript out of range" when there is no such slot, 91 when it is empty.
 frmDesk& DeskAt(int slot);
+frmDesk* FindDesk(int slot);  // null for both
 // The one that commands act on.
 frmDesk& ActiveDeskForm();

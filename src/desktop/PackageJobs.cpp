@@ -1,0 +1,110 @@
+#include "desktop/PackageJobs.h"
+
+#include <map>
+
+#include "app/Global.h"
+#include "app/ShellMod.h"
+#include "dialogs/frmPar.h"
+#include "execution/RunReport.h"
+#include "platform/prompts.h"
+#include "store/TextConventions.h"
+
+namespace package {
+
+namespace {
+
+// ".MS Word" is the word that the stored data hold for documents here. A word that is not in the table gives
+// none.
+std::string ExtensionOf(const std::string& format) {
+    static const std::map<std::string, std::string> extensions = {
+        {"Acrobat", ".pdf"},  {"PDF", ".pdf"},      {"Acrobat Format (PDF)", ".pdf"},
+        {"Excel", ".xls"},    {"MS Excel", ".xls"}, {"WinWord", ".doc"},
+        {".MS Word", ".doc"}, {"RTF", ".rtf"},      {"Rich Text", ".rtf"},
+        {"HTML", ".html"},    {"DHTML", ".html"},
+    };
+    const auto found = extensions.find(format);
+    return found == extensions.end() ? std::string() : found->second;
+}
+
+void ReadStoredValues(const std::string& condition) {
+    ADODB::Recordset rows;
+    rows.Open("select ParValue from ReportBatchPar Where " + condition, Global::ConnectionString);
+    Global::ParValues.assign(1, {});  // slot 0
+    for (; !rows.EOF_(); rows.MoveNext()) {
+        Global::ParValues.push_back(rows.Fields("ParValue").Value.Text());
+    }
+    rows.Close();
+}
+
+void StoreValues(const Report& report, const std::string& condition) {
+    Global::BusyCursor(true);
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    connection.Execute("delete from ReportBatchPar Where " + condition);
+    const int fields = report.file->ParameterFieldCount();
+    for (int field = 1; field <= fields; ++field) {
+        const auto slot = static_cast<std::size_t>(field);
+        const std::string value = slot < Global::ParValues.size() ? Global::ParValues[slot] : "";
+        connection.Execute("insert into ReportBatchPar(ReportID, DetailID, ParValue) Values(" +
+                           report.reportID + "," + report.detailID + ",'" + value + "')");
+    }
+    connection.Close();
+    Global::BusyCursor(false);
+}
+
+}  // namespace
+
+void Delete(ADODB::Connection& connection, const std::string& reportID) {
+    connection.Execute("delete from reportbatch where reportid = " + reportID);
+    connection.Execute("delete from reportbatchdtls where reportid = " + reportID);
+    connection.Execute("delete from reportbatchpar where reportid = " + reportID);
+}
+
+void OpenOutput(const std::string& condition) {
+    ADODB::Recordset rows;
+    rows.Open(
+        "select b.destination, r.Reporttitle, r.ReportFormat from ReportBatch b inner join ReportBatchDtls r "
+        "on b.ReportID = r.ReportID Where " +
+            condition,
+        Global::ConnectionString);
+    const std::string destination = rows.Fields("destination").Value.Text();
+    const std::string name = cmFunc::GetDelimitedField(rows.Fields("Reporttitle").Value.Text(), 2, ">");
+    const std::string format = rows.Fields("ReportFormat").Value.Text();
+    rows.Close();
+    std::string verb = "open";
+    if (!ShellMod::OpenDocument(destination + name + ExtensionOf(format), ShellMod::ShowMaximized, "", "",
+                                verb, {})) {
+        MsgBox(ShellMod::ShellErrorText, vbExclamation);
+    }
+}
+
+void OpenReport(Report& report, const std::string& statement) {
+    ADODB::Recordset rows;
+    rows.Open(statement, Global::ConnectionString);
+    if (!rows.EOF_()) {
+        report.detailID = rows.Fields("DetailID").Value.Text();
+        Global::OpenReport(rows.Fields("ReportPath").Value.Text());
+        report.file = Global::CurrentReport;
+    }
+    rows.Close();
+}
+
+void EditParameters(const Report& report, const std::string& condition) {
+    Global::ParCancelled = false;
+    Global::BusyCursor(false);
+    ReadStoredValues(condition);
+    if (!report.file) {
+        throw RuntimeError(err::ObjectNotSet);
+    }
+    if (report.file->ParameterFieldCount() == 0) {
+        MsgBox("This report does not have any parameters.", vbInformation);
+        return;
+    }
+    Global::ParCaller = "frmViewer";
+    frmPar::ShowModal();
+    if (!Global::ParCancelled) {
+        StoreValues(report, condition);
+    }
+}
+
+}  // namespace package
