@@ -392,8 +392,9 @@ void frmWiz::cmdTo_Click() {
 
 void frmWiz::chkMail_Click() {
     const bool mail = m_ui->chkMail->Value();
-    m_ui->txtRecipient->Text(mail ? "" : "N/A");
+    // First of all: a box that loses the focus with this still changes its text.
     m_ui->txtRecipient->setEnabled(mail);
+    m_ui->txtRecipient->Text(mail ? "" : "N/A");
     m_ui->txtSubject->setEnabled(mail);
     m_ui->txtMsg->setEnabled(mail);
     Global::MailBatchFlag = mail ? "T" : "F";

@@ -1,0 +1,320 @@
+// The package wizard's last page and its Finish: the mail switch, the rows, and what a failure leaves.
+#include "dialogs/package_wizard_test.h"
+#include "platform/controls/animation.h"
+
+namespace {
+
+class PackageFinish : public PackageWizard {
+ protected:
+    // At the last page with two reports, of which the second has values.
+    void Prepare() {
+        GoToReports();
+        Add("sales.rpt");
+        AddWithValues("stock.rpt", "North", "2026");
+        Click("cmdSave");
+        Type("txtRecipient", "ann@example.com;bob@example.com");
+        Type("txtSubject", "Figures");
+        Type("txtMsg", "Good morning");
+        database.TakeStatements();
+        frame.pointers.clear();
+    }
+    Texts Packages() const {
+        return database.Rows(
+            "select ReportID, ClientName, Recipients, Frequency, RunTime, StartDate, EndDate, Subject, "
+            "Message,"
+            " Destination, NextRunDate, BatchName, MailBatch from ReportBatch");
+    }
+    // Null while the form of the wait is not on the screen.
+    static const frmWizDone* Done() {
+        for (const QWidget* window : QApplication::topLevelWidgets()) {
+            if (qobject_cast<const frmWizDone*>(window) != nullptr && window->isVisible()) {
+                return qobject_cast<const frmWizDone*>(window);
+            }
+        }
+        return nullptr;
+    }
+};
+
+}  // namespace
+
+TEST_F(PackageFinish, RunsItsStatementsInTheirOrder) {
+    Prepare();
+    Click("cmdSave");
+    EXPECT_EQ(
+        database.TakeStatements(),
+        (Texts{
+            "insert into ReportBatch(ClientName, Recipients,Frequency,RunTime,StartDate, EndDate, Subject, "
+            "Message, Destination, NextRunDate, BatchName, MailBatch)Values('NONE','ann@example.com;"
+            "bob@example.com;','Weekly','09:05','2026-11-21','3000-12-31','Figures','Good morning',"
+            "'Z:\\srv\\out\\','2026-11-21','Month end','T')",
+            "select max(ReportID) from ReportBatch",
+            "insert into "
+            "ReportBatchDtls(ReportID,ReportTitle,ReportPath,ReportFormat)Values('1','1>sales.rpt','" +
+                PathOf("sales.rpt") + "','MS Excel')",
+            "insert into "
+            "ReportBatchDtls(ReportID,ReportTitle,ReportPath,ReportFormat)Values('1','2>stock.rpt','" +
+                PathOf("stock.rpt") + "','MS Excel')",
+            "select detailID, ReportTitle from reportbatchdtls where reportid =1",
+            "select * from tmpPar where rptName = '1>sales.rpt'",
+            "select * from tmpPar where rptName = '2>stock.rpt'",
+            "insert into ReportBatchPar (ReportID, DetailID, ParValue)values (1,2,'North')",
+            "insert into ReportBatchPar (ReportID, DetailID, ParValue)values (1,2,'2026')",
+            "delete from tmpPar",
+        }));
+}
+
+TEST_F(PackageFinish, WritesThePackageColumnByColumn) {
+    Prepare();
+    Click("cmdSave");
+    EXPECT_EQ(Packages(), (Texts{"1|NONE|ann@example.com;bob@example.com;|Weekly|09:05|2026-11-21|3000-12-31|"
+                                 "Figures|Good morning|Z:\\srv\\out\\|2026-11-21|Month end|T"}));
+    EXPECT_EQ(database.Rows("select * from ReportBatchDtls"),
+              (Texts{"1|1|1>sales.rpt|" + PathOf("sales.rpt") + "|MS Excel|null|null",
+                     "2|1|2>stock.rpt|" + PathOf("stock.rpt") + "|MS Excel|null|null"}));
+    EXPECT_EQ(database.Rows("select ReportID, DetailID, ParValue from ReportBatchPar order by ParID"),
+              (Texts{"1|2|North", "1|2|2026"}));
+    EXPECT_EQ(WaitingRows(), Texts{});
+}
+
+TEST_F(PackageFinish, SaysSoAndShowsThePackageOnTheDesktop) {
+    Prepare();
+    Click("cmdSave");
+    // Without its film the box of the wait says its word as well.
+    EXPECT_EQ(TakeBoxes(), (Boxes{Information("Batch Created Successfully."),
+                                  Information("Report package created successfully")}));
+    EXPECT_EQ(desk.batches, 1);
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(Done(), nullptr);
+    EXPECT_EQ(Global::PackageCounter, 0);
+    EXPECT_EQ(frame.pointers, (std::vector<int>{11, 0}));
+}
+
+TEST_F(PackageFinish, WindowOfAFolderShowsNoPackages) {
+    Prepare();
+    desk.caption = "Sales";
+    Click("cmdSave");
+    EXPECT_EQ(desk.batches, 0);
+    EXPECT_EQ(TakeBoxes().back(), Information("Report package created successfully"));
+}
+
+TEST_F(PackageFinish, WaitWithoutItsFilmSaysSoAndHidesItself) {
+    frmWizDone::ShowForm();
+    EXPECT_EQ(TakeBoxes(), (Boxes{Information("Batch Created Successfully.")}));
+    EXPECT_EQ(Done(), nullptr);
+}
+
+#ifdef OXC_ANIMATION
+TEST_F(PackageFinish, FilmPlaysWhileTheRowsAreWritten) {
+    WriteBytes(database.Folder() / "back.avi", ReadBytes(OXC_ANIMATION));
+    Prepare();
+    bool shown = false;
+    prompts.onBox = [&] {
+        const frmWizDone* done = Done();
+        shown = done != nullptr && done->findChild<Animation*>("Anime")->AutoPlay() &&
+                done->windowTitle() == "Creating Report package....Please wait";
+        EXPECT_FALSE(form->isVisible());
+    };
+    const DateValue before = clock.now;
+    Click("cmdSave");
+    EXPECT_EQ(TakeBoxes(), (Boxes{Information("Report package created successfully")}));
+    EXPECT_TRUE(shown);
+    EXPECT_EQ(Done(), nullptr);
+    EXPECT_EQ(clock.now.Seconds() - before.Seconds(), 1 + 4 + 4);
+}
+
+TEST_F(PackageFinish, FailureLeavesTheWaitOnTheScreen) {
+    WriteBytes(database.Folder() / "back.avi", ReadBytes(OXC_ANIMATION));
+    Prepare();
+    database.Run("alter table ReportBatchDtls rename to gone");
+    Click("cmdSave");
+    EXPECT_TRUE(TakeBoxes().back().text.ends_with(" [-2147217865]"));
+    EXPECT_NE(Done(), nullptr);
+    EXPECT_EQ(Packages().size(), 1U);
+}
+#endif
+
+TEST_F(PackageFinish, NextWizardBeginsAnewAtNumberOne) {
+    Prepare();
+    Click("cmdSave");
+    Show();
+    EXPECT_EQ(Page(), "Step1");
+    EXPECT_EQ(Caption("cmdSave"), "Next >");
+    GoToReports();
+    Add("sales.rpt");
+    EXPECT_EQ(Lines("lsvReports"), (Texts{"1>sales.rpt"}));
+}
+
+TEST_F(PackageFinish, WizardIsNotBroughtBackWhileItsPackageIsWritten) {
+    Prepare();
+    int asked = 0;
+    prompts.onBox = [&] {
+        ++asked;
+        mnuQuick_Click();
+        EXPECT_FALSE(form->isVisible());
+    };
+    Click("cmdSave");
+    EXPECT_EQ(asked, 2);
+    EXPECT_EQ(Packages().size(), 1U);
+}
+
+TEST_F(PackageFinish, MailOffStoresNotAvailableAsRecipients) {
+    GoToEmail();
+    TickMail();
+    EXPECT_EQ(TextOf("txtRecipient"), "N/A");
+    EXPECT_FALSE(The<QWidget>("txtRecipient").isEnabled());
+    EXPECT_FALSE(The<QWidget>("txtSubject").isEnabled());
+    EXPECT_FALSE(The<QWidget>("txtMsg").isEnabled());
+    EXPECT_EQ(Global::MailBatchFlag, "F");
+    Click("cmdSave");
+    EXPECT_EQ(database.Rows("select Recipients, MailBatch from ReportBatch"), (Texts{"N/A|F"}));
+}
+
+TEST_F(PackageFinish, MailOnAgainEmptiesTheRecipients) {
+    GoToEmail();
+    TickMail();
+    TickMail();
+    EXPECT_EQ(TextOf("txtRecipient"), "");
+    EXPECT_TRUE(The<QWidget>("txtRecipient").isEnabled());
+    EXPECT_TRUE(The<QWidget>("txtSubject").isEnabled());
+    EXPECT_TRUE(The<QWidget>("txtMsg").isEnabled());
+    EXPECT_EQ(Global::MailBatchFlag, "T");
+}
+
+TEST_F(PackageFinish, FlagOfAnEarlierWizardIsStoredAlthoughTheBoxIsTicked) {
+    GoToEmail();
+    TickMail();
+    Click("cmdCancel");
+    Show();
+    GoToEmail();
+    EXPECT_TRUE(The<CheckBox>("chkMail").Value());
+    Type("txtRecipient", "ann@example.com");
+    Click("cmdSave");
+    EXPECT_EQ(database.Rows("select Recipients, MailBatch from ReportBatch"), (Texts{"ann@example.com;|F"}));
+}
+
+TEST_F(PackageFinish, RecipientCheckReadsTheBoxAndNotTheFlag) {
+    GoToEmail();
+    Global::MailBatchFlag = "F";
+    Click("cmdSave");
+    EXPECT_EQ(TakeBoxes(), (Boxes{Warning("You must enter the recipient's email address")}));
+}
+
+TEST_F(PackageFinish, MissingRecipientLeavesTheWizardHiddenAndTheHourglassOn) {
+    GoToEmail();
+    frame.pointers.clear();
+    database.TakeStatements();
+    const frmWiz* before = form;
+    Click("cmdSave");
+    EXPECT_EQ(TakeBoxes(), (Boxes{Warning("You must enter the recipient's email address")}));
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(frame.pointers, (std::vector<int>{11}));
+    EXPECT_EQ(database.TakeStatements(), Texts{});
+    Show();
+    EXPECT_EQ(form, before);
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(Page(), "Step4");
+    EXPECT_EQ(Caption("cmdSave"), "&Finish");
+    EXPECT_EQ(Lines("lsvReports"), (Texts{"1>sales.rpt"}));
+    Type("txtRecipient", "ann");
+    Click("cmdSave");
+    EXPECT_EQ(database.Rows("select BatchName, Recipients from ReportBatch"), (Texts{"Month end|ann;"}));
+}
+
+TEST_F(PackageFinish, RecipientsEndInASemicolonAndLoseTheirMarks) {
+    GoToEmail();
+    Type("txtRecipient", "o'brien@example.com");
+    TabOut();
+    EXPECT_EQ(TextOf("txtRecipient"), "obrien@example.com;");
+    The<QWidget>("txtRecipient").setFocus();
+    TabOut();
+    EXPECT_EQ(TextOf("txtRecipient"), "obrien@example.com;");
+    Type("txtRecipient", "");
+    TabOut();
+    EXPECT_EQ(TextOf("txtRecipient"), "");
+}
+
+TEST_F(PackageFinish, SubjectAndMessageLoseTheirMarks) {
+    GoToEmail();
+    Type("txtSubject", "Ann's");
+    TabOut();
+    EXPECT_EQ(TextOf("txtSubject"), "Anns");
+    Type("txtMsg", "Bob's");
+    TabOut();
+    EXPECT_EQ(The<MultiLineTextBox>("txtMsg").Text(), "Bobs");
+}
+
+TEST_F(PackageFinish, EnterInTheSubjectCleansItFirst) {
+    GoToEmail();
+    Type("txtRecipient", "ann@example.com");
+    Type("txtSubject", "Ann's");
+    QTest::keyClick(&The<TextBox>("txtSubject"), Qt::Key_Return);
+    EXPECT_EQ(database.Rows("select Subject from ReportBatch"), (Texts{"Anns"}));
+}
+
+TEST_F(PackageFinish, PickedRecipientsAreAddedAndCleaned) {
+    GoToEmail();
+    mail.picks = {{"Ann", "Pat O'Brien"}};
+    Click("cmdTo");
+    EXPECT_EQ(TextOf("txtRecipient"), "Ann;Pat O'Brien;");
+    Click("cmdSave");
+    EXPECT_EQ(database.Rows("select Recipients from ReportBatch"), (Texts{"Ann;Pat OBrien;"}));
+}
+
+TEST_F(PackageFinish, FailedFirstStatementShowsOneBoxAndLeavesTheWizardHidden) {
+    Prepare();
+    database.Run("alter table ReportBatch rename to gone");
+    Click("cmdSave");
+    const Boxes boxes = TakeBoxes();
+    ASSERT_EQ(boxes.size(), 1U);
+    EXPECT_TRUE(boxes[0].text.ends_with(" [-2147217865]")) << boxes[0].text;
+    EXPECT_EQ(boxes[0].flags, vbExclamation);
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(frame.pointers, (std::vector<int>{11}));
+    EXPECT_EQ(WaitingRows().size(), 2U);
+    mnuQuick_Click();
+    EXPECT_TRUE(form->isVisible());
+}
+
+TEST_F(PackageFinish, FailureBehindTheFirstStatementLeavesAHalfMadePackage) {
+    WriteBytes(reports / "ann's.rpt", "");
+    engine.reports[PathOf("ann's.rpt")] = {};
+    GoToReports();
+    Add("sales.rpt");
+    The<FileListBox>("filList").Path(Global::DefPath);
+    Add("ann's.rpt");
+    Click("cmdSave");
+    Type("txtRecipient", "ann@example.com");
+    Click("cmdSave");
+    EXPECT_TRUE(TakeBoxes().back().text.ends_with(" [-2147217900]"));
+    EXPECT_EQ(Packages().size(), 1U);
+    EXPECT_EQ(database.Rows("select ReportTitle from ReportBatchDtls"), (Texts{"1>sales.rpt"}));
+    EXPECT_EQ(Global::PackageCounter, 2);
+    EXPECT_FALSE(form->isVisible());
+}
+
+TEST_F(PackageFinish, PackageNumberAbove32767Overflows) {
+    database.Run("insert into ReportBatch(ReportID, BatchName) values(32767, 'Old')");
+    Prepare();
+    Click("cmdSave");
+    EXPECT_EQ(TakeBoxes().back(), Warning("Overflow [6]"));
+    EXPECT_EQ(database.Rows("select max(ReportID) from ReportBatch"), (Texts{"32768"}));
+    EXPECT_EQ(database.Rows("select count(*) from ReportBatchDtls"), (Texts{"0"}));
+    EXPECT_FALSE(form->isVisible());
+}
+
+TEST_F(PackageFinish, PackageNumber32767IsTheLastOne) {
+    database.Run("insert into ReportBatch(ReportID, BatchName) values(32766, 'Old')");
+    Prepare();
+    Click("cmdSave");
+    EXPECT_EQ(TakeBoxes().back(), Information("Report package created successfully"));
+    EXPECT_EQ(database.Rows("select distinct ReportID from ReportBatchDtls"), (Texts{"32767"}));
+}
+
+TEST_F(PackageFinish, NoDesktopWindowIsAnErrorBehindTheRows) {
+    Prepare();
+    Global::DeskWindows = {nullptr, nullptr};
+    Click("cmdSave");
+    EXPECT_TRUE(TakeBoxes().back().text.ends_with(" [91]"));
+    EXPECT_EQ(Packages().size(), 1U);
+    EXPECT_EQ(WaitingRows(), Texts{});
+}
