@@ -5,6 +5,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
+#include <algorithm>
 #include <functional>
 
 #include "app/Global.h"
@@ -116,6 +117,10 @@ void frmViewer::ShowFirst() {
     if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()); window != nullptr) {
         connect(window, &QMdiSubWindow::aboutToActivate, this, &frmViewer::Form_Activate);
         window->resize(Pixels(WindowWidth), Pixels(WindowHeight));
+        // The frame gave it a place before it had its size.
+        const QSize room = window->parentWidget()->size() - window->size();
+        window->move(std::max(0, std::min(window->x(), room.width())),
+                     std::max(0, std::min(window->y(), room.height())));
     }
     show();
     ShowForm();
