@@ -53,8 +53,8 @@ class Page(HTMLParser):
 
 
 def caption(text):
-    """As it is seen: without its mnemonic and the blanks behind it."""
-    return text.replace("&", "").rstrip()
+    """As it is seen: without its mnemonic and the blanks around it."""
+    return text.replace("&", "").strip()
 
 
 def menu_rows():
