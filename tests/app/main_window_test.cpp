@@ -298,6 +298,23 @@ TEST_F(MainWindow, RunReportReachesTheCurrentDesktopWindow) {
     Global::DeskIndex = 0;
 }
 
+TEST_F(MainWindow, RunsOnDemandAreReachedByTheirEntries) {
+    fakes::FakeDesk desk;
+    Global::DeskWindows = {nullptr, &desk};
+    Global::DeskIndex = 1;
+    desk.selected = {"gone", "Pckg:9"};
+    database.TakeStatements();
+    form.Entry("mnuDeskExec")->trigger();
+    EXPECT_EQ(database.TakeStatements().front(),
+              "select reportid from reportscheduler where reporttitle = 'gone' and parent = 'Desktop'");
+    EXPECT_EQ(prompts.boxes.size(), 1U);
+    form.Entry("mnubtcExec")->trigger();
+    EXPECT_EQ(database.TakeStatements(), Texts{"select * from reportbatch where reportid = 9"});
+    EXPECT_EQ(prompts.boxes.back().text, "Package executed successfully!");
+    Global::DeskWindows.clear();
+    Global::DeskIndex = 0;
+}
+
 TEST_F(MainWindow, HourglassIsSetAndTakenBackOnce) {
     form.ScreenMousePointer(11);
     form.ScreenMousePointer(11);
