@@ -116,10 +116,11 @@ void frmWiz::ConnectEmail() {
 
 void frmWiz::Form_Load() {
     try {
-        show();
-        DoEvents();
+        // Before it is shown: its place goes by its size.
         constexpr int LettersWide = 80, LinesHigh = 26;
         resize(RoomFor(*this, LettersWide, LinesHigh));
+        show();
+        DoEvents();
         Global::ParCaller = "frmWiz";
         m_ui->dirList->Path(Global::DefPath);
         m_ui->txtReport1->Text(Global::OutputPath);
