@@ -218,6 +218,31 @@ TEST_F(PackageOnDemand, FullMailboxIsToldByTheMailAlone) {
     EXPECT_EQ(History(), Rows{"|2026-11-21,13:05:09|T|"});
 }
 
+TEST_F(PackageOnDemand, PollThatComesInMeanwhileWorksOnTheSameLists) {
+    clock.now = fakes::At(2026, 11, 21, 14, 0, 0);
+    Package();
+    Detail("1>a.rpt", "PDF");
+    Detail("2>b.rpt", "PDF", "b");
+    Package("F");
+    database.Run(
+        "update ReportBatch set NextRunDate = '2026-12-24' where ReportID = 1;"
+        "insert into ReportBatchDtls(ReportID,ReportTitle,ReportPath,ReportFormat) "
+        "values(2,'1>polled.rpt','Z:\\r\\b.rpt','Acrobat')");
+    bool polled = false;
+    engine.onExport = [&polled](const std::string&) {
+        if (!polled) {
+            polled = true;
+            Global::BatchReport();
+        }
+    };
+    mnubtcExec_Click();
+    EXPECT_EQ(History(), (Rows{"2|2026-11-21,14:00:00|T|null", "1|2026-11-21,14:00:00|T|null"}));
+    ASSERT_EQ(mail.sent.size(), 1U);
+    EXPECT_EQ(mail.sent[0].attachments, (std::vector<std::pair<int, std::string>>{
+                                            {5, "Z:\\out\\polled.rpt.pdf"}, {6, "Z:\\out\\b.rpt.pdf"}}));
+    EXPECT_EQ(prompts.boxes, Boxes{Executed});
+}
+
 TEST_F(PackageOnDemand, KeyWithoutAColonIsTakenWhole) {
     Package("F");
     desk.selected = {"Pack", "1"};
