@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "platform/controls/list_model.h"
+#include "platform/controls/plain_tip.h"
 
 namespace {
 
@@ -126,7 +127,7 @@ bool LabelDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
         QToolTip::hideText();
         return false;
     }
-    QToolTip::showText(event->globalPos(), index.data().toString().toHtmlEscaped(), view);
+    QToolTip::showText(event->globalPos(), PlainTip(index.data().toString()), view);
     return true;
 }
 

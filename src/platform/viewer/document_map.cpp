@@ -1,5 +1,7 @@
 #include "platform/viewer/document_map.h"
 
+#include "platform/controls/plain_tip.h"
+
 namespace viewer {
 namespace {
 
@@ -43,7 +45,7 @@ void DocumentMap::Show(const std::vector<report::MapEntry>& entries) {
         auto* item = m_open.empty() ? new QTreeWidgetItem(this) : new QTreeWidgetItem(m_open.back());
         const QString label = QString::fromStdString(entry.label);
         item->setText(0, label);
-        item->setToolTip(0, label);
+        item->setToolTip(0, PlainTip(label));
         item->setData(0, PageRole, entry.page);
         item->setData(0, PlaceRole, entry.y);
         m_open.push_back(item);

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/controls/plain_tip.h"
 #include "platform/viewer/page_canvas.h"
 
 namespace viewer {
@@ -175,10 +176,10 @@ bool PageCanvas::viewportEvent(QEvent* event) {
     }
     const auto* help = static_cast<QHelpEvent*>(event);
     if (const std::optional<report::Link> link = LinkAt(help->pos())) {
-        QToolTip::showText(help->globalPos(),
-                           link->uri.empty() ? tr("Page %1").arg(link->page)
-                                             : QString::fromStdString(link->uri).toHtmlEscaped(),
-                           viewport());
+        QToolTip::showText(
+            help->globalPos(),
+            link->uri.empty() ? tr("Page %1").arg(link->page) : PlainTip(QString::fromStdString(link->uri)),
+            viewport());
     } else {
         QToolTip::hideText();
     }

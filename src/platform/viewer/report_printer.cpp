@@ -42,6 +42,9 @@ void SetPaper(QPrinter& printer, QSizeF points) {
 
 int PrintPages(PageDocument& document, QPrinter& printer, int first, int last, Paper paper,
                const std::function<bool(int page)>& goOn) {
+    if (!document.Require(first)) {
+        throw RuntimeError(err::SubscriptOutOfRange, "The report has no page " + std::to_string(first));
+    }
     printer.setFullPage(true);
     QPainter painter;
     int printed = 0;

@@ -17,8 +17,9 @@ enum class Paper { OfThePage, OfThePrinter };
 void SetPaper(QPrinter& printer, QSizeF points);
 
 // Prints pages `first` to `last` as they are drawn, as vectors; they are made as they are needed, and there
-// may be fewer. `goOn` is asked before each page; false stops and gives the job up. Returns the number of
-// pages. Raises RuntimeError when a page cannot be drawn or the printer does not take the job.
+// may be fewer, but not none. `goOn` is asked before each page; false stops and gives the job up. Returns the
+// number of pages. Raises RuntimeError when the first does not come, a page cannot be drawn or the printer
+// does not take the job.
 int PrintPages(PageDocument& document, QPrinter& printer, int first, int last, Paper paper,
                const std::function<bool(int page)>& goOn);
 

@@ -117,7 +117,7 @@ void ViewerBar::ReadZoom() {
     } else {
         bool isNumber = false;
         const double percent = locale().toDouble(text.remove('%').trimmed(), &isNumber);
-        if (isNumber) {
+        if (isNumber && std::isfinite(percent)) {  // "nan" reads as a number
             emit ZoomEntered(percent);
         }
     }

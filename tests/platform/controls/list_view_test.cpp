@@ -222,9 +222,25 @@ TEST_F(ListOnAWindow, ShowsATextThatIsCutShortAsATip) {
             QApplication::sendEvent(Viewport(), &asked);
             return QToolTip::text();
         };
-        EXPECT_EQ(tipAt(2), "Quarterly revenue by region and product line, held against the year before");
+        EXPECT_EQ(tipAt(2),
+                  "<qt>Quarterly revenue by region and product line, held against the year before</qt>");
         QToolTip::hideText();
         QTRY_VERIFY(QToolTip::text().isEmpty());
         EXPECT_EQ(tipAt(1), "");
     }
+}
+
+TEST_F(ListOnAWindow, ShowsMarksAndTagsOfATipAsTheyStandAndNoMoreThanHelps) {
+    const auto tipOf = [this](const std::string& text) {
+        list.ListItems()(1).Text(text);
+        QApplication::processEvents();
+        QHelpEvent asked(QEvent::ToolTip, PlaceOfItem(1), Viewport()->mapToGlobal(PlaceOfItem(1)));
+        QApplication::sendEvent(Viewport(), &asked);
+        return QToolTip::text();
+    };
+    list.View(ListView::SmallIconView);
+    EXPECT_EQ(
+        tipOf("Profit & loss of the \"North\", <b>all</b> of it, month by month"),
+        "<qt>Profit &amp; loss of the &quot;North&quot;, &lt;b&gt;all&lt;/b&gt; of it, month by month</qt>");
+    EXPECT_EQ(tipOf(std::string(10'000, 'x')), "<qt>" + QString(300, 'x') + QChar(0x2026) + "</qt>");
 }

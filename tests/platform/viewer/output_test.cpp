@@ -148,6 +148,23 @@ TEST_F(ViewerOutput, OnOtherPaperAPageIsTurnedAndMadeSmaller) {
     EXPECT_NE(used.m12(), 0) << "turned";
 }
 
+TEST_F(ViewerOutput, PagesBehindTheLastAreAnErrorAndNoEmptyJob) {
+    Show(3);
+    const std::string file = (m_folder.Path() / "out.pdf").string();
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(QString::fromStdString(file));
+    try {
+        m_viewer.Print(printer, 7, 9, false);
+        FAIL() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 9);
+        EXPECT_EQ(error.Description(), "The report has no page 7");
+    }
+    EXPECT_FALSE(std::filesystem::exists(file));
+    EXPECT_EQ(m_viewer.Print(printer, 3, 9, false), 1);
+}
+
 TEST_F(ViewerOutput, APrintDialogThatIsGivenUpPrintsNothing) {
     Show(1);
     m_engine.calls.clear();

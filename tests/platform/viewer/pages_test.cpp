@@ -155,6 +155,12 @@ TEST_F(ViewerPages, ZoomIsTypedSteppedAndChosen) {
     QTest::keyClicks(box.lineEdit(), "wide");
     QTest::keyClick(box.lineEdit(), Qt::Key_Return);
     EXPECT_EQ(ZoomBox(), "200%") << "what is no number changes nothing";
+    for (const char* size : {"nan", "inf", "-inf"}) {
+        box.lineEdit()->selectAll();
+        QTest::keyClicks(box.lineEdit(), size);
+        QTest::keyClick(box.lineEdit(), Qt::Key_Return);
+        EXPECT_EQ(Canvas().Zoom(), 200) << size;
+    }
 }
 
 TEST_F(ViewerPages, FitWidthAndFitPageFollowTheWindow) {
@@ -289,6 +295,14 @@ TEST_F(ViewerPages, TheDocumentMapIsOpenWhenTheOptionIsSet) {
     EXPECT_EQ(PageBox(), "7 of 10");
     Click("cmdMap");
     EXPECT_FALSE(map.isVisible());
+}
+
+TEST_F(ViewerPages, TipsOfTheMapShowTagsAsTheyStand) {
+    fakes::FakePages pages = Mapped();
+    pages.map[0].label = "<b>Oslo</b> & \"Bergen\"";
+    Show(std::move(pages));
+    EXPECT_EQ(Find<QTreeWidget>("tvwMap").topLevelItem(0)->toolTip(0),
+              "<qt>&lt;b&gt;Oslo&lt;/b&gt; &amp; &quot;Bergen&quot;</qt>");
 }
 
 TEST_F(ViewerPages, WithoutTheOptionTheMapOpensByItsButton) {
