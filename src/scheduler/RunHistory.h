@@ -15,7 +15,7 @@ void WriteRunHistory(const Variant& reportID, const Variant& lastRun, const Vari
 // The insert of a delivered package's row of ReportBatchHstry, with the moment of this call in it.
 std::string PackageRunStatement(const std::string& reportID);
 // That row, and the row of a failed package, written on a connection of their own. The success word of a
-// failure is "T" as well; what marks it is the text behind. Nothing is escaped; an error passes to the caller.
+// failure is "T" as well; what marks it is the text behind. Nothing is escaped; an error passes on.
 void WritePackageRun(const std::string& reportID);
 void WritePackageFailure(const std::string& reportID, const std::string& description);
 
