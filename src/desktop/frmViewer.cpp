@@ -5,6 +5,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
+#include <QScrollBar>
 #include <algorithm>
 #include <functional>
 
@@ -75,6 +76,7 @@ void frmViewer::ConnectControls() {
 
 void frmViewer::Form_Load() {
     const QPointer<frmViewer> form(this);
+    const int place = tvReports->verticalScrollBar()->value();
     const std::function<void()> steps[] = {
         [this] { ShowFirst(); },
         [] { Global::Frame->EntryEnabled("mnuRefHis", true); },
@@ -82,12 +84,8 @@ void frmViewer::Form_Load() {
         [] { Global::BusyCursor(true); },
         [this] { FillReports(); },
         [this] { setWindowTitle("Schedule History"); },
-        [this] {
-            Nodes& nodes = ShownTree().Nodes();
-            for (int index = 1; index <= nodes.Count(); ++index) {
-                nodes(index).Expanded(true);
-            }
-        },
+        [this] { ExpandShown(); },
+        [this, place] { ScrollTo(place); },
         [] { Global::BusyCursor(false); },
     };
     for (const std::function<void()>& step : steps) {
@@ -106,6 +104,19 @@ void frmViewer::Form_Load() {
             return;
         }
     }
+}
+
+void frmViewer::ExpandShown() {
+    Nodes& nodes = ShownTree().Nodes();
+    for (int index = 1; index <= nodes.Count(); ++index) {
+        nodes(index).Expanded(true);
+    }
+}
+
+// Whoever reads a long history again wants to go on where he was.
+void frmViewer::ScrollTo(int place) {
+    tvReports->doItemsLayout();
+    tvReports->verticalScrollBar()->setValue(place);
 }
 
 // It stands on the screen while it is filled.

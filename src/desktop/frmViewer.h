@@ -54,6 +54,8 @@ class frmViewer : public QWidget {
     void ConnectControls();
     TreeView& ShownTree();
     void ShowFirst();
+    void ExpandShown();
+    void ScrollTo(int place);
     void FillReports();
     void AddSchedules(const std::string& frequency, const std::string& groupKey);
     void AddRuns(const std::string& reportID, const std::string& scheduleKey);

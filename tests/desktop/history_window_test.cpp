@@ -1,6 +1,7 @@
 // The Schedule History window among the others: its opening and its end, its tabs, its keys.
 #include <QLabel>
 #include <QPointer>
+#include <QScrollBar>
 
 #include "desktop/HistoryNodes.h"
 #include "history_test.h"
@@ -209,6 +210,18 @@ TEST_F(HistoryWindow, F5InTheSchedulesReadsThemOnceAndExpandsThem) {
                 ElementsAre("Daily", ".1: Sales", "..Reccurring 2002-03-07 06:30",
                             "..2026-11-21 06:30:05 [Success]", "..2026-11-20 06:30:05 [Success]"));
     EXPECT_THAT(Collapsed(*viewer.tvReports), IsEmpty());
+}
+
+TEST_F(HistoryWindow, LongHistoryThatIsReadAgainStaysWhereItWasScrolledTo) {
+    for (int i = 0; i < 60; ++i) {
+        Schedule("Report " + std::to_string(i));
+    }
+    frmViewer& viewer = Open();
+    QScrollBar& bar = *viewer.tvReports->verticalScrollBar();
+    EXPECT_EQ(bar.value(), 0);
+    bar.setValue(20);
+    Key(*viewer.tvReports, Qt::Key_F5);
+    EXPECT_EQ(bar.value(), 20);
 }
 
 TEST_F(HistoryWindow, F5OnTheWindowAndOnTheTabsReadsOnceToo) {
