@@ -379,3 +379,24 @@ TEST_F(PropertiesLoad, TabGoesThroughEachPageAndThenTheCommands) {
     EXPECT_THAT(order, ElementsAre("txtTitle", "txtPath", "txtDesc", "cmbFolder", "cmdFolder", "cmbFormat",
                                    "cmdRefresh", "cmdOk", "cmdCancel", "TabStrip1"));
 }
+
+TEST_F(PropertiesLoad, TabGoesToTheTickedOptionAndTheArrowKeysTickTheOthers) {
+    Open();
+    Turn(Schedule);
+    TabOut();
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "optWeekly");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
+    EXPECT_EQ(TickedOption(), "optDaily");
+    TabOut();
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmdOk");
+}
+
+TEST_F(PropertiesLoad, TabReachesTheOptionsWhenNoneIsTicked) {
+    Set("Frequency", "'Weekdays'");
+    Open();
+    Turn(Schedule);
+    TabOut();
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "optDaily");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(TickedOption(), "optDaily");
+}

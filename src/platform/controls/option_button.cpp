@@ -3,9 +3,20 @@
 OptionButton::OptionButton(QWidget* parent) : QRadioButton(parent) {
     connect(this, &QRadioButton::toggled, this, [this](bool ticked) {
         if (ticked) {
+            TakeTab();
             emit Click();
         }
     });
+}
+
+// Tab goes to the ticked option; from there the arrow keys tick the others.
+void OptionButton::TakeTab() {
+    for (auto* option : parent() != nullptr
+                            ? parent()->findChildren<OptionButton*>(QString(), Qt::FindDirectChildrenOnly)
+                            : QList<OptionButton*>()) {
+        option->setFocusPolicy(Qt::ClickFocus);
+    }
+    setFocusPolicy(Qt::StrongFocus);
 }
 
 void OptionButton::Value(bool ticked) {

@@ -14,4 +14,7 @@ class OptionButton : public QRadioButton {
 
  signals:
     void Click();  // it has been ticked, by a person or by code
+
+ private:
+    void TakeTab();
 };
