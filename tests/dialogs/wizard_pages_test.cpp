@@ -135,8 +135,7 @@ TEST_F(WizardPages, EachOfTheThreeFieldsOfTheFirstStepIsAskedFor) {
     Type("txtTitle", "");
     ChooseFolder(0);
     Click("cmdNext");
-    EXPECT_EQ(prompts.boxes.size(), 4U);
-    EXPECT_EQ(prompts.boxes.back(), prompts.boxes.front());
+    EXPECT_EQ(prompts.boxes, Boxes(4, {"Please fill in all the fields", vbExclamation, "Oxbow Courier"}));
     EXPECT_EQ(Page(), "Step1");
 }
 
@@ -234,7 +233,7 @@ TEST_F(WizardPages, LogonNeedsBothNameAndPassword) {
     EXPECT_EQ(FocusedName(), "txtUserName");
     Type("txtUserName", "scott");
     Click("cmdNext");
-    EXPECT_EQ(prompts.boxes.back(), box.front());
+    EXPECT_EQ(prompts.boxes, (Boxes{box.front(), box.front()}));
     EXPECT_EQ(FocusedName(), "txtPassword");
     Type("txtPassword", "tiger");
     Click("cmdNext");
