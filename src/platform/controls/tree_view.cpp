@@ -82,10 +82,17 @@ TreeView::TreeView(QWidget* parent) : ItemView(*this, parent) {
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     // Long texts are scrolled to, not cut.
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    header()->setStretchLastSection(true);
+    header()->setStretchLastSection(false);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     connect(this, &QTreeView::expanded, this, [this] { PressToggledBranch(); });
     connect(this, &QTreeView::collapsed, this, [this] { PressToggledBranch(); });
+}
+
+// Short texts leave no part of the tree beside them that does not answer.
+void TreeView::resizeEvent(QResizeEvent* event) {
+    ItemView::resizeEvent(event);
+    header()->setMinimumSectionSize(viewport()->width());
+    header()->resizeSections(QHeaderView::ResizeToContents);
 }
 
 bool TreeView::HasSelection() const {

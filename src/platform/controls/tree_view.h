@@ -74,6 +74,9 @@ class TreeView : public ItemView<QTreeWidget>, private ItemEvents {
     void MouseUp(int button, QPoint place);
     void KeyDown(int keyCode);  // see KeyCode; before the tree does anything about the key
 
+ protected:
+    void resizeEvent(QResizeEvent* event) override;
+
  private:
     void ItemClicked() override;
     void ItemActivated() override;

@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QHeaderView>
+#include <QScrollBar>
+
 #include "shown_controls.h"
 #include "support/raises.h"
 
@@ -149,4 +152,20 @@ TEST_F(TreeOnAWindow, SurvivesAHandlerThatRefillsIt) {
     QTest::keyClick(&tree, Qt::Key_F5);
     EXPECT_EQ(nodes.Count(), 1);
     EXPECT_EQ(SelectedText(), "(none)");
+}
+
+TEST_F(TreeOnAWindow, ScrollsToTextsThatAreLongerThanItIsWide) {
+    QScrollBar& bar = *tree.horizontalScrollBar();
+    QApplication::processEvents();
+    EXPECT_EQ(bar.maximum(), 0);
+    EXPECT_EQ(tree.header()->sectionSize(0), tree.viewport()->width());
+    Node& node = nodes.Add("Desktop", "4^Long", std::string(100, 'W'), 4);
+    QApplication::processEvents();
+    const int wide = tree.fontMetrics().horizontalAdvance(QString(100, 'W'));
+    EXPECT_GT(bar.maximum(), wide - tree.viewport()->width());
+    node.Text("Short");
+    tree.resize(500, 300);
+    QApplication::processEvents();
+    EXPECT_EQ(bar.maximum(), 0);
+    EXPECT_EQ(tree.header()->sectionSize(0), tree.viewport()->width());
 }
