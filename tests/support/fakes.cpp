@@ -22,6 +22,9 @@ void FakeLoop::Yield() {
 void FakeLoop::YieldFor(double /*seconds*/) {
     ++waits;
     m_clock.now = DateValue::FromSeconds(m_clock.now.Seconds() + 1);
+    if (onWait) {
+        onWait();
+    }
 }
 
 int FakePrompts::Box(const std::string& text, int flags, const std::string& title) {

@@ -41,7 +41,7 @@ class FakeLoop : public MessageLoop {
     void YieldFor(double seconds) override;
     int yields = 0;
     int waits = 0;
-    std::function<void()> onYield;
+    std::function<void()> onYield, onWait;  // in a yield; in one that may wait
 
  private:
     FakeClock& m_clock;
