@@ -2,9 +2,24 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QStyle>
 
 #include "app/Global.h"
 #include "desktop/frmDesk.h"
+
+namespace {
+
+// One title bar below and beside the one before, so that every title is seen, and never out of the frame,
+// which chose a place before the window had its size.
+void Cascade(QMdiSubWindow& window, const QMdiArea& area) {
+    const QSize room = area.viewport()->size() - window.size();
+    const int step = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const int before = static_cast<int>(area.subWindowList().size()) - 1;
+    const auto place = [&](int length) { return length < step ? 0 : before % (length / step + 1) * step; };
+    window.move(place(room.width()), place(room.height()));
+}
+
+}  // namespace
 
 frmDesk* OpenDeskWindow(QMdiArea& area) {
     const auto slot = static_cast<std::size_t>(++Global::DeskCount);
@@ -18,6 +33,9 @@ frmDesk* OpenDeskWindow(QMdiArea& area) {
     frame->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(frame, &QMdiSubWindow::aboutToActivate, window, &frmDesk::Form_Activate);
     window->Form_Load();
+    if (slot > 1) {
+        Cascade(*frame, area);
+    }
     window->show();
     window->Form_Activate();
     return window;

@@ -109,3 +109,18 @@ TEST_F(DeskWindows, EscWhileATextIsEditedGivesTheEditUpAndRemovesNothing) {
     EXPECT_EQ(Editor(window), nullptr);
     EXPECT_THAT(Listed(window), ElementsAre("New Folder"));
 }
+
+TEST_F(DeskWindows, EveryWindowIsSeenWholeWithTheTitlesOfThoseBefore) {
+    AddFolder("Sales");
+    frmDesk& root = OpenRoot();
+    DoubleClickItem(root, "Sales");
+    OpenRoot();
+    OpenRoot();
+    QPoint before(-1, -1);
+    for (frmDesk* window : OnScreen()) {
+        const QRect place = window->parentWidget()->geometry();
+        EXPECT_TRUE(frame.Children().viewport()->rect().contains(place)) << window->Tag;
+        EXPECT_NE(place.topLeft(), before) << window->Tag;
+        before = place.topLeft();
+    }
+}
