@@ -80,6 +80,8 @@ void frmTest::ShowWindow() {
         child != nullptr && child->mdiArea() != nullptr) {
         child->mdiArea()->setActiveSubWindow(child);
     }
+    // Keys are the report's at once; the frame would offer them to buttons that wait for pages.
+    setFocus();
 }
 
 void frmTest::ViewCurrentReport() {

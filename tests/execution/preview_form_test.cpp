@@ -1,6 +1,7 @@
 // The preview window, on a frame with real child windows.
 #include <gtest/gtest.h>
 
+#include <QLineEdit>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -181,6 +182,24 @@ TEST_F(PreviewForm, NextPreviewBringsAMinimisedWindowBack) {
     EXPECT_FALSE(WindowOf(form).isMinimized());
     EXPECT_EQ(WindowOf(form).size(), QSize(960, 587));
     EXPECT_TRUE(form.isVisible());
+}
+
+TEST_F(PreviewForm, KeysAreTheReportsAtOnceAlsoForTheNextOne) {
+    auto* other = new QLineEdit;
+    frame.AddChild(*other);
+    frame.area.window()->show();
+    frame.area.window()->activateWindow();
+    other->show();
+    other->setFocus();
+    QApplication::processEvents();
+    for (int time = 1; time <= 2; ++time) {
+        const frmTest& form = Show();
+        QApplication::processEvents();
+        ASSERT_EQ(QApplication::focusWidget(), &Pages(form)) << time;
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Plus, Qt::ControlModifier);
+        EXPECT_EQ(Pages(form).Zoom(), 100) << time;
+        other->setFocus();
+    }
 }
 
 TEST_F(PreviewForm, ClosedWindowIsFollowedByANewOne) {
