@@ -5,7 +5,6 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
-#include <QScrollBar>
 #include <algorithm>
 #include <functional>
 
@@ -76,17 +75,11 @@ void frmViewer::ConnectControls() {
 
 void frmViewer::Form_Load() {
     const QPointer<frmViewer> form(this);
-    const int place = tvReports->verticalScrollBar()->value();
     const std::function<void()> steps[] = {
-        [this] { ShowFirst(); },
-        [] { Global::Frame->EntryEnabled("mnuRefHis", true); },
-        [] { DoEvents(); },
-        [] { Global::BusyCursor(true); },
-        [this] { FillReports(); },
-        [this] { setWindowTitle("Schedule History"); },
-        [this] { ExpandShown(); },
-        [this, place] { ScrollTo(place); },
-        [] { Global::BusyCursor(false); },
+        [this] { ShowFirst(); },   [] { Global::Frame->EntryEnabled("mnuRefHis", true); },
+        [] { DoEvents(); },        [] { Global::BusyCursor(true); },
+        [this] { FillReports(); }, [this] { setWindowTitle("Schedule History"); },
+        [this] { ExpandShown(); }, [] { Global::BusyCursor(false); },
     };
     for (const std::function<void()>& step : steps) {
         if (!form || m_closed) {
@@ -111,12 +104,6 @@ void frmViewer::ExpandShown() {
     for (int index = 1; index <= nodes.Count(); ++index) {
         nodes(index).Expanded(true);
     }
-}
-
-// Whoever reads a long history again wants to go on where he was.
-void frmViewer::ScrollTo(int place) {
-    tvReports->doItemsLayout();
-    tvReports->verticalScrollBar()->setValue(place);
 }
 
 // It stands on the screen while it is filled.
@@ -247,10 +234,10 @@ void frmViewer::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-// A key that a tree has had comes up here as well.
+// A key that a tree has had comes up here as well. The window may be gone behind its handler.
 void frmViewer::keyPressEvent(QKeyEvent* event) {
+    QWidget::keyPressEvent(event);
     if (!tvReports->hasFocus() && !tvBatch->hasFocus()) {
         Form_KeyDown(KeyCode(*event));
     }
-    QWidget::keyPressEvent(event);
 }

@@ -55,7 +55,6 @@ class frmViewer : public QWidget {
     TreeView& ShownTree();
     void ShowFirst();
     void ExpandShown();
-    void ScrollTo(int place);
     void FillReports();
     void AddSchedules(const std::string& frequency, const std::string& groupKey);
     void AddRuns(const std::string& reportID, const std::string& scheduleKey);

@@ -203,7 +203,7 @@ TEST_F(HistoryCommands, ScheduleRunsFromARunsNodeAndTheTreeShowsTheNewRow) {
     EXPECT_THAT(Nodes(*viewer.tvReports),
                 ElementsAre("Daily", ".1: Sales", std::string("..") + NextRun,
                             "..2026-11-21 14:00:00 [Success]", std::string("..") + Ran));
-    EXPECT_EQ(database.TakeStatements()[0], "select * from reportscheduler where reportid = 1");
+    EXPECT_THAT(database.TakeStatements(), Contains("select * from reportscheduler where reportid = 1"));
     EXPECT_FALSE(frame.BusyShown());
 }
 
@@ -268,7 +268,6 @@ TEST_F(HistoryCommands, NodeWithChildrenRunsNothingWithTheHourglassGoingOnAndOff
         EXPECT_EQ(seen.pointers, (std::vector<int>{11, 0})) << text;
         EXPECT_THAT(database.TakeStatements(), IsEmpty());
     }
-    Global::Frame = &frame;
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
@@ -293,6 +292,7 @@ TEST_F(HistoryCommands, ReportOfAPackageIsShownWithItsStoredValues) {
                 ElementsAre("select r.DetailID, ReportPath, ParValue, UserName, Password From "
                             "ReportBatchDtls r  left outer join ReportBatchPar x on r.ReportID = x.ReportID "
                             "and  r.DetailID = x.DetailID Where r.ReportID = 1 and Reporttitle = '1>sales'"));
+    ASSERT_GE(engine.calls.size(), 2U);
     EXPECT_EQ(engine.calls[0], "open " + std::string(Path));
     EXPECT_EQ(engine.calls[1], "value 1 text West");
     EXPECT_TRUE(PreviewIsUp());

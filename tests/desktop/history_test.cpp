@@ -2,6 +2,12 @@
 
 #include "platform/convert.h"
 
+// A test may have put a frame of its own before it.
+void HistoryTest::TearDown() {
+    Global::Frame = &frame;
+    DeskTest::TearDown();
+}
+
 frmViewer& HistoryTest::Open() {
     ClickEntry("mnuView");
     QApplication::processEvents();

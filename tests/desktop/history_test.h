@@ -6,6 +6,8 @@
 
 class HistoryTest : public DeskTest {
  protected:
+    void TearDown() override;
+
     // By the menu of the frame.
     frmViewer& Open();
     // The one on the screen; null: none.

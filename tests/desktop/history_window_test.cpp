@@ -2,6 +2,7 @@
 #include <QLabel>
 #include <QPointer>
 #include <QScrollBar>
+#include <functional>
 
 #include "desktop/HistoryNodes.h"
 #include "history_test.h"
@@ -138,14 +139,20 @@ TEST_F(HistoryWindow, OneThatIsClosedWhileItWaitsForItsEndIsNotUsedAgain) {
 }
 
 TEST_F(HistoryWindow, WindowClosedWhileItIsFilledAgainReadsNoMore) {
-    Open();
-    fakes::FakeLoop loop{clock};
-    loop.onYield = [&] { CloseViewer(*OnScreen()); };
-    database.TakeStatements();
-    ClickEntry("mnuRefHis");
-    EXPECT_EQ(OnScreen(), nullptr);
-    EXPECT_EQ(Loads(), 0);
-    EXPECT_FALSE(frame.Entry("mnuRefHis")->isEnabled());
+    const std::function<void()> closings[] = {
+        [&] { CloseViewer(*OnScreen()); },
+        [&] { OnScreen()->parentWidget()->close(); },  // it waits for its end
+    };
+    for (const std::function<void()>& close : closings) {
+        Open();
+        fakes::FakeLoop loop{clock};
+        loop.onYield = close;
+        database.TakeStatements();
+        ClickEntry("mnuRefHis");
+        EXPECT_EQ(OnScreen(), nullptr);
+        EXPECT_EQ(Loads(), 0);
+        EXPECT_FALSE(frame.Entry("mnuRefHis")->isEnabled());
+    }
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
@@ -285,7 +292,6 @@ TEST_F(HistoryWindow, DoubleClickShowsNothingButTheHourglassForAMoment) {
         EXPECT_EQ(seen.pointers, pointers) << text;
         viewer.tvReports->expandAll();
     }
-    Global::Frame = &frame;
     EXPECT_THAT(database.TakeStatements(), IsEmpty());
     EXPECT_EQ(Nodes(*viewer.tvReports), before);
     EXPECT_TRUE(prompts.boxes.empty());
