@@ -12,6 +12,11 @@ from harness import CourierTest
 SCREEN = "1280x800"
 
 
+def write_program(path, text):
+    path.write_text("#!/bin/sh\n" + text)
+    path.chmod(0o755)
+
+
 class Display:
     """An X server without a window manager; gone with the test."""
 
@@ -89,6 +94,18 @@ class EditorTest(CourierTest):
         self.display = Display(self.screen)
         self.addCleanup(self.display.close)
         self.courier.extra_environment = {"DISPLAY": self.display.name, "QT_QPA_PLATFORM": "xcb"}
+
+    def associate(self, kind):
+        """Opens documents of the kind with a program that only notes what it was given. Returns the note."""
+        folder = self.courier.folder
+        note = folder / "opened"
+        write_program(folder / "viewer", 'echo "$1" > "%s.part"; mv "%s.part" "%s"\n' % (note, note, note))
+        applications = folder / "data" / "applications"
+        applications.mkdir(parents=True)
+        (applications / "viewer.desktop").write_text(
+            "[Desktop Entry]\nType=Application\nName=Viewer\nExec=%s %%u\n" % (folder / "viewer"))
+        (folder / "config" / "mimeapps.list").write_text("[Default Applications]\n%s=viewer.desktop\n" % kind)
+        return note
 
     def forget_settings(self):
         """As on a machine that the program has never run on."""

@@ -3,28 +3,11 @@
 import time
 import unittest
 
-from editor import EditorTest
+from editor import EditorTest, write_program
 from harness import CourierTest
 
 
-def write_program(path, text):
-    path.write_text("#!/bin/sh\n" + text)
-    path.chmod(0o755)
-
-
 class Documents(EditorTest):
-    def associate(self, kind):
-        """Opens documents of the kind with a program that only notes what it was given. Returns the note."""
-        folder = self.courier.folder
-        note = folder / "opened"
-        write_program(folder / "viewer", 'echo "$1" > "%s.part"; mv "%s.part" "%s"\n' % (note, note, note))
-        applications = folder / "data" / "applications"
-        applications.mkdir(parents=True)
-        (applications / "viewer.desktop").write_text(
-            "[Desktop Entry]\nType=Application\nName=Viewer\nExec=%s %%u\n" % (folder / "viewer"))
-        (folder / "config" / "mimeapps.list").write_text("[Default Applications]\n%s=viewer.desktop\n" % kind)
-        return note
-
     def choose_help_entry(self, number):
         window = self.open_editor()
         self.display.key("alt+h")
