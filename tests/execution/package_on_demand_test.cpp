@@ -243,6 +243,64 @@ TEST_F(PackageOnDemand, PollThatComesInMeanwhileWorksOnTheSameLists) {
     EXPECT_EQ(prompts.boxes, Boxes{Executed});
 }
 
+TEST_F(PackageOnDemand, SamePackageTwiceAtOnceIsDeliveredTwice) {
+    Package();
+    Detail("1>a.rpt", "PDF");
+    Detail("2>b.rpt", "PDF", "b");
+    bool again = false;
+    engine.onExport = [&again](const std::string&) {
+        if (!again) {
+            again = true;
+            mnubtcExec_Click();
+        }
+    };
+    mnubtcExec_Click();
+    ASSERT_EQ(mail.sent.size(), 2U);
+    for (const auto& sent : mail.sent) {
+        EXPECT_EQ(sent.recipients, (Rows{"ann", "bob"}));
+        EXPECT_EQ(sent.attachments, (std::vector<std::pair<int, std::string>>{{5, "Z:\\out\\a.rpt.pdf"},
+                                                                              {6, "Z:\\out\\b.rpt.pdf"}}));
+    }
+    EXPECT_EQ(History(), (Rows{"1|2026-11-21,13:05:09|T|null", "1|2026-11-21,13:05:09|T|null"}));
+    EXPECT_EQ(prompts.boxes, (Boxes{Executed, Executed}));
+}
+
+TEST_F(PackageOnDemand, OddTitlesNameTheirFilesAsTheyStand) {
+    Package("F");
+    for (const char* title : {"1>a>b.rpt", "2>a:b^c.rpt", "no mark", "", ">"}) {
+        Detail(title, "PDF");
+    }
+    Detail("3>x y>z.rpt", "HTML");
+    Detail("4>x y>z.rpt", "MS Word");
+    mnubtcExec_Click();
+    EXPECT_EQ(CallsWith("disk file"),
+              (Rows{"disk file Z:\\out\\a.pdf", "disk file Z:\\out\\a:b^c.rpt.pdf",
+                    "disk file Z:\\out\\no mark.pdf", "disk file Z:\\out\\.pdf", "disk file Z:\\out\\.pdf",
+                    "disk file Z:\\out\\4>x y>z.rpt.doc"}));
+    EXPECT_EQ(CallsWith("html file"), Rows{"html file Z:\\out\\3xyz.rpt.htm"});
+}
+
+TEST_F(PackageOnDemand, MailSessionThatCannotBeJoinedIsAnError) {
+    Package();
+    mail.logonErrors = {RuntimeError(err::MailUserCancel, "no profile")};
+    EXPECT_EQ(NumberRaisedBy(mnubtcExec_Click), err::MailUserCancel);
+    ExpectNothingWrittenNorTold();
+}
+
+TEST_F(PackageOnDemand, TwentyFirstReportOfAnUnknownFormatFailsInTheMail) {
+    Package();
+    for (int i = 1; i <= 20; ++i) {
+        Detail(std::to_string(i) + ">a.rpt", "PDF");
+    }
+    Detail("21>a.rpt", "Lotus");
+    mnubtcExec_Click();
+    ASSERT_EQ(mail.sent.size(), 2U);
+    EXPECT_EQ(mail.sent[0].text, "An error occured in SendMailBatch. Subscript out of range [9]");
+    EXPECT_EQ(mail.sent[1].text, "An error occured in BatchReport.  [0]");
+    EXPECT_EQ(History(), Rows{"|2026-11-21,13:05:09|T|"});
+    EXPECT_TRUE(prompts.boxes.empty());
+}
+
 TEST_F(PackageOnDemand, KeyWithoutAColonIsTakenWhole) {
     Package("F");
     desk.selected = {"Pack", "1"};

@@ -248,6 +248,60 @@ TEST_F(ScheduleOnDemand, FirstOfTwoWithOneTitleRuns) {
     EXPECT_EQ(CallsWith("open"), Rows{"open " + std::string(Path)});
 }
 
+TEST_F(ScheduleOnDemand, MarkInAPathIsNoMarkInTheRowNorInTheBox) {
+    Row({.path = "Z:\\O'Brien\\gone.rpt"});
+    mnuDeskExec_Click();
+    ExpectFailure("1|2026-11-21 14:05:09||File not found: Z:\\O\"Brien\\gone.rpt",
+                  "File not found: Z:\\O\"Brien\\gone.rpt [53]");
+}
+
+TEST_F(ScheduleOnDemand, OddTitlesAndFoldersAreFound) {
+    for (const std::string title : {"1>a:b", "5: Sales", "a^b", "\"q\"", "06:30:00", "%_[x]"}) {
+        Row({.title = title}, title);
+        desk.selected = {title, "pk1"};
+        desk.caption = title;
+        prompts.boxes.clear();
+        mnuDeskExec_Click();
+        EXPECT_EQ(prompts.boxes, Boxes{Executed}) << title;
+    }
+    EXPECT_EQ(database.Rows("select ReportID from ReportHistory"), (Rows{"1", "2", "3", "4", "5", "6"}));
+}
+
+TEST_F(ScheduleOnDemand, WindowClosedDuringTheRunIsNotMissed) {
+    Row({});
+    loop.onYield = [] {
+        Global::DeskWindows.clear();
+        Global::DeskIndex = 0;
+    };
+    mnuDeskExec_Click();
+    EXPECT_EQ(loop.yields, 1);
+    EXPECT_EQ(History(), Rows{"1|2026-11-21 14:05:09|Success|None"});
+    EXPECT_EQ(prompts.boxes, Boxes{Executed});
+}
+
+TEST_F(ScheduleOnDemand, RunThatIsAskedForAgainMeanwhileIsDoneTwice) {
+    Row({});
+    bool again = false;
+    loop.onYield = [&again] {
+        if (!again) {
+            again = true;
+            mnuDeskExec_Click();
+        }
+    };
+    mnuDeskExec_Click();
+    EXPECT_EQ(CallsWith("export").size(), 2U);
+    EXPECT_EQ(History(), (Rows{"1|2026-11-21 14:05:09|Success|None", "1|2026-11-21 14:05:09|Success|None"}));
+    EXPECT_EQ(prompts.boxes, (Boxes{Executed, Executed}));
+}
+
+TEST_F(ScheduleOnDemand, ScheduleThatIsDeletedDuringItsRunLeavesItsRow) {
+    Row({});
+    loop.onYield = [this] { database.Run("delete from ReportScheduler"); };
+    mnuDeskExec_Click();
+    EXPECT_EQ(History(), Rows{"1|2026-11-21 14:05:09|Success|None"});
+    EXPECT_EQ(prompts.boxes, Boxes{Executed});
+}
+
 TEST_F(ScheduleOnDemand, ScheduleThatIsGoneFailsUnderKeyZero) {
     mnuDeskExec_Click();
     const std::string text =
