@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
+#include <QFontMetrics>
 #include <QIcon>
 #include <QLabel>
 #include <QMdiArea>
@@ -25,6 +26,7 @@ namespace {
 
 constexpr int TimerInterval = 1000;  // milliseconds
 constexpr int Hourglass = 11;
+constexpr int LongestTitle = 60;  // of a window in the menu, in average characters
 
 }  // namespace
 
@@ -125,7 +127,11 @@ void frmMain::ListChildWindows() {
     int number = 0;
     for (QMdiSubWindow* window : windows) {
         ++number;
-        const QString title = window->windowTitle().replace("&", "&&");
+        const QFontMetrics letters = menu.fontMetrics();
+        const QString title = letters
+                                  .elidedText(window->windowTitle().simplified(), Qt::ElideRight,
+                                              LongestTitle * letters.averageCharWidth())
+                                  .replace("&", "&&");
         QAction* entry = menu.addAction((number < 10 ? "&" : "") + QString::number(number) + " " + title);
         entry->setCheckable(true);
         entry->setChecked(window == m_children->currentSubWindow());

@@ -260,6 +260,17 @@ TEST_F(MainWindow, WindowsMenuListsTheChildWindowsAndLeadsToThem) {
     EXPECT_EQ(form.Children().currentSubWindow(), windows[0]);
 }
 
+TEST_F(MainWindow, LongTitlesAreCutShortInTheWindowsMenu) {
+    form.Entry("mnuDesktop")->trigger();
+    form.Children().subWindowList()[0]->setWindowTitle("Two\nlines and " + QString(10'000, 'W'));
+    QMenu& menu = *form.Menu("mnuWin");
+    emit menu.aboutToShow();
+    const QString text = menu.actions().last()->text();
+    EXPECT_TRUE(text.startsWith("&1 Two lines and WWW"));
+    EXPECT_TRUE(text.endsWith(QChar(0x2026)));
+    EXPECT_LT(menu.sizeHint().width(), 1000);
+}
+
 TEST_F(MainWindow, MinimisedWindowIsRestoredByTheWindowsMenu) {
     form.Entry("mnuDesktop")->trigger();
     QMdiSubWindow* window = form.Children().subWindowList()[0];
