@@ -53,3 +53,24 @@ frmDesk* FindDesk(int slot) {
 frmDesk& ActiveDeskForm() {
     return dynamic_cast<frmDesk&>(Global::ActiveDesk());
 }
+
+// A command inside another finds the windows kept already and leaves them to the outer one.
+KeptWindows::KeptWindows(const frmDesk& any) {
+    const auto* frame = qobject_cast<QMdiSubWindow*>(any.parentWidget());
+    for (QMdiSubWindow* window : frame->mdiArea()->subWindowList()) {
+        if (window->testAttribute(Qt::WA_DeleteOnClose)) {
+            window->setAttribute(Qt::WA_DeleteOnClose, false);
+            m_windows.emplace_back(window);
+        }
+    }
+}
+
+KeptWindows::~KeptWindows() {
+    for (const QPointer<QMdiSubWindow>& window : m_windows) {
+        if (window && window->isHidden()) {
+            window->deleteLater();
+        } else if (window) {
+            window->setAttribute(Qt::WA_DeleteOnClose);
+        }
+    }
+}

@@ -75,7 +75,10 @@ void RemoveReport(const std::string& detailID, const std::string& title) {
     connection.Execute("delete from reportbatchdtls where ReportTitle = '" + title +
                        "' and  DetailId = " + detailID);
     connection.Execute("delete from reportbatchpar where DetailID = " + detailID);
-    cmFunc::PauseSeconds(UntilReadsCatchUp);
+    {
+        const KeptWindows kept(ActiveDeskForm());
+        cmFunc::PauseSeconds(UntilReadsCatchUp);
+    }
     if (IsEmptyPackage(reportID)) {
         RemoveFromWindowBefore();
         package::Delete(connection, reportID);

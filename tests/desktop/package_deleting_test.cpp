@@ -201,21 +201,53 @@ TEST_F(PackageDeleting, NothingSelectedInTheWindowBeforeIsToldAndLeavesTheEmptyP
     EXPECT_THAT(Listed(window), ElementsAre("1>week"));
 }
 
-TEST_F(PackageDeleting, WindowClosedInThePauseIsMissedByNobody) {
-    frmDesk& window = OpenPackage("Month end");
-    ClickItem(window, "2>stock");
+TEST_F(PackageDeleting, WindowClosedInThePauseOutlivesTheButtonThatWasClicked) {
+    QPointer<frmDesk> window = &OpenPackage("Month end");
+    ClickItem(*window, "2>stock");
     Close(Window(1));
     prompts.answers = {vbYes};
     loop.onWait = [&] {
         if (loop.waits == 1) {
-            Close(window);
+            Close(*window);
+            ASSERT_NE(window, nullptr);
+            EXPECT_FALSE(window->isVisible());
         }
     };
-    ClickButton(window, "Delete");
+    ClickButton(*window, "Delete");
+    EXPECT_EQ(loop.waits, 3);
     EXPECT_EQ(prompts.boxes, Boxes{ReportQuestion});
-    EXPECT_TRUE(DeskTest::OnScreen().empty());
     EXPECT_THAT(Reports(), ElementsAre("1|1>sales", "1|3>staff", "2|1>week"));
     EXPECT_FALSE(frame.BusyShown());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(window, nullptr);
+    EXPECT_TRUE(DeskTest::OnScreen().empty());
+}
+
+TEST_F(PackageDeleting, WindowsThatOutlivedThePauseGoWhenTheyAreClosed) {
+    QPointer<frmDesk> window = &OpenPackage("Month end");
+    prompts.answers = {vbYes};
+    ChooseOf(*window, "2>stock", "mnubtcDelSel");
+    ASSERT_NE(window, nullptr);
+    Close(*window);
+    EXPECT_EQ(window, nullptr);
+}
+
+TEST_F(PackageDeleting, WindowOfADeletionWithinThePauseOfAnotherIsLeftToTheOuterOne) {
+    QPointer<frmDesk> window = &OpenPackage("Month end");
+    prompts.answers = {vbYes, vbYes};
+    loop.onWait = [&] {
+        if (loop.waits == 1) {
+            ClickItem(*window, "3>staff");
+            ClickEntry("mnubtcDelSel");
+            Close(*window);
+            EXPECT_NE(window, nullptr);
+        }
+    };
+    ClickItem(*window, "2>stock");
+    ClickButton(*window, "Delete");
+    EXPECT_THAT(Reports(), ElementsAre("1|1>sales", "2|1>week"));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(window, nullptr);
 }
 
 TEST_F(PackageDeleting, HistoryWindowThatIsActiveBehindThePauseKeepsTheLists) {
