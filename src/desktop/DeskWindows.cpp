@@ -37,6 +37,8 @@ frmDesk* OpenDeskWindow(QMdiArea& area) {
         Cascade(*frame, area);
     }
     window->show();
+    window->lsvDesk
+        ->setFocus();  // and not the toolbar's first button: what was opened is walked on with keys
     window->Form_Activate();
     return window;
 }

@@ -124,3 +124,14 @@ TEST_F(DeskWindows, EveryWindowIsSeenWholeWithTheTitlesOfThoseBefore) {
         before = place.topLeft();
     }
 }
+
+TEST_F(DeskWindows, KeysWalkThroughTheListOfAWindowThatWasOpened) {
+    AddFolder("Sales");
+    AddFolder("North", 1);
+    frmDesk& root = OpenRoot();
+    EXPECT_EQ(QApplication::focusWidget(), root.lsvDesk->CurrentView());
+    DoubleClickItem(root, "Sales");
+    EXPECT_EQ(QApplication::focusWidget(), Window(2).lsvDesk->CurrentView());
+    Key(*QApplication::focusWidget(), Qt::Key_N);
+    EXPECT_EQ(Window(2).SelectedText(), "North");
+}
