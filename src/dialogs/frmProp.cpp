@@ -274,6 +274,8 @@ void frmProp::cmdFolder_Click() {
 
 void frmProp::cmdBrowse_Click() {
     Global::PickRecipients(*m_ui->txtSendTo);
+    // On its way out of the box the focus cleans what was picked as well.
+    m_ui->txtSendTo->setFocus();
 }
 
 void frmProp::cmdSet_Click() {

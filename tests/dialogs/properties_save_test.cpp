@@ -199,3 +199,60 @@ TEST_F(PropertiesSave, CancelEscAndTheCloseBoxWriteNothing) {
     }
     EXPECT_EQ(Stored("ReportTitle"), "Week");
 }
+
+TEST_F(PropertiesSave, EnterOnACommandIsThatCommandAndNotOk) {
+    Open();
+    Type("txtTitle", "Other");
+    Get<QPushButton>("cmdCancel").setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(Shown(), nullptr);
+    EXPECT_EQ(Stored("ReportTitle"), "Week");
+    Open();
+    Turn(Parameters);
+    Get<QPushButton>("cmdClear").setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_NE(Shown(), nullptr);
+    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_EQ(StoredParameters(), (Texts{"Region|North", "Year|2025"}));
+}
+
+TEST_F(PropertiesSave, NamePickedWithAMarkIsSavedWithoutIt) {
+    mail.picks = {{"Pat O'Brien"}};
+    Open();
+    Turn(Email);
+    Click("cmdBrowse");
+    Click("cmdOk");
+    EXPECT_THAT(prompts.boxes, IsEmpty());
+    EXPECT_EQ(Stored("SendTo"), "ann@example.com;Pat OBrien;");
+}
+
+TEST_F(PropertiesSave, MarksInUserAndPasswordBreakTheStatementAndTheFormStays) {
+    for (const char* box : {"txtUserName", "txtPassword"}) {
+        Open();
+        Turn(Logon);
+        Type(box, "o'b");
+        Click("cmdOk");
+        ASSERT_EQ(prompts.boxes.size(), 1U) << box;
+        EXPECT_THAT(prompts.boxes[0].text, testing::EndsWith(" [-2147217900]"));
+        EXPECT_NE(Shown(), nullptr);
+        EXPECT_EQ(Stored("UserName,Password"), "sa|pw");
+        prompts.boxes.clear();
+        Shown()->close();
+    }
+}
+
+TEST_F(PropertiesSave, OkByItsMnemonicSavesWhatWasTypedLastWithoutItsMarks) {
+    Open();
+    Turn(Email);
+    Type("txtMsg", "It's here");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_O, Qt::AltModifier);
+    QTest::qWait(150);  // a button that a key pressed stays down for a moment
+    EXPECT_EQ(Stored("Message"), "Its here");
+    Open();
+    Turn(Email);
+    Type("txtSendTo", "o'brien@example.com");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_O, Qt::AltModifier);
+    QTest::qWait(150);
+    EXPECT_EQ(Stored("SendTo"), "obrien@example.com;");
+    EXPECT_THAT(prompts.boxes, IsEmpty());
+}
