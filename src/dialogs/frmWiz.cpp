@@ -222,6 +222,7 @@ void frmWiz::LeaveSchedule() {
         Refuse(FieldsMissing, missing);
         return;
     }
+    m_ui->msTime->setFocus();  // which the error speaks of
     CDate(m_ui->msTime->Text());
     ShowPage(m_ui->Step3);
 }
@@ -371,6 +372,8 @@ void frmWiz::cmbBrowse1_Click() {
     Global::BusyCursor(false);
     // A file that did not open leaves CurrentReport at another report, which nobody must be asked about.
     if (opened && Global::OpenedReport().ParameterFieldCount() > 0) {
+        // Another form may have asked for values since this one was loaded.
+        Global::ParCaller = "frmWiz";
         frmPar::ShowModal();
     }
 }
@@ -386,6 +389,8 @@ void frmWiz::Command1_Click() {
 }
 
 void frmWiz::cmdTo_Click() {
+    // A mnemonic does not move the focus by itself: names are added behind a ";".
+    m_ui->cmdTo->setFocus();
     Global::PickRecipients(*m_ui->txtRecipient);
     // On its way out of the box the focus cleans what was picked as well.
     m_ui->txtRecipient->setFocus();

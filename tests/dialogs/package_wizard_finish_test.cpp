@@ -260,6 +260,47 @@ TEST_F(PackageFinish, PickedRecipientsAreAddedAndCleaned) {
     EXPECT_EQ(database.Rows("select Recipients from ReportBatch"), (Texts{"Ann;Pat OBrien;"}));
 }
 
+TEST_F(PackageFinish, NamesPickedByTheMnemonicAreAddedBehindWhatWasTyped) {
+    GoToEmail();
+    mail.picks = {{"Ann"}};
+    Type("txtRecipient", "bob@example.com");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_T, Qt::AltModifier);
+    QTest::qWait(150);  // a button that a key pressed stays down for a moment
+    EXPECT_EQ(TextOf("txtRecipient"), "bob@example.com;Ann;");
+}
+
+TEST_F(PackageFinish, FinishByItsMnemonicCleansTheMessageFirst) {
+    GoToEmail();
+    Type("txtRecipient", "ann@example.com");
+    Type("txtMsg", "It's here");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::AltModifier);
+    QTest::qWait(150);
+    EXPECT_EQ(database.Rows("select Recipients, Message from ReportBatch"),
+              (Texts{"ann@example.com;|Its here"}));
+}
+
+TEST_F(PackageFinish, EnterInTheRecipientsCleansThemFirst) {
+    GoToEmail();
+    Type("txtRecipient", "o'brien@example.com");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(database.Rows("select Recipients from ReportBatch"), (Texts{"obrien@example.com;"}));
+}
+
+TEST_F(PackageFinish, MarkInTheDestinationBreaksTheFirstStatement) {
+    GoToSchedule();
+    Choose("cmbFreq1", "Daily");
+    Choose("cmbFormat1", "HTML");
+    Type("txtReport1", "Z:\\ann's");
+    Click("cmdSave");
+    Add("sales.rpt");
+    Click("cmdSave");
+    Type("txtRecipient", "ann@example.com");
+    Click("cmdSave");
+    EXPECT_TRUE(TakeBoxes().back().text.ends_with(" [-2147217900]"));
+    EXPECT_EQ(Packages(), Texts{});
+    EXPECT_FALSE(form->isVisible());
+}
+
 TEST_F(PackageFinish, FailedFirstStatementShowsOneBoxAndLeavesTheWizardHidden) {
     Prepare();
     database.Run("alter table ReportBatch rename to gone");

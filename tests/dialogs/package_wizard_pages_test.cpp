@@ -156,6 +156,7 @@ TEST_F(PackageWizard, TimeThatIsNoneIsATypeMismatch) {
         Click("cmdSave");
         EXPECT_EQ(TakeBoxes(), (Boxes{Warning("Type mismatch [13]")})) << digits;
         EXPECT_EQ(Page(), "Step2");
+        EXPECT_EQ(QApplication::focusWidget(), &The<MaskEdBox>("msTime"));
     }
     Type("msTime", "2359");
     Click("cmdSave");

@@ -101,6 +101,28 @@ TEST_F(PackageWizard, ReportAddedTwiceIsTwoReportsWithValuesOfTheirOwn) {
                                     "2>stock.rpt|Region|South", "2>stock.rpt|Year|2026"}));
 }
 
+TEST_F(PackageWizard, ValuesWaitForThePackageThoughAnotherFormAskedForSomeMeanwhile) {
+    GoToReports();
+    Global::ParCaller = "frmPar";
+    AddWithValues("stock.rpt", "North", "2026");
+    EXPECT_EQ(WaitingRows(), (Texts{"1>stock.rpt|Region|North", "1>stock.rpt|Year|2026"}));
+    EXPECT_TRUE(process.ends.empty());
+}
+
+TEST_F(PackageWizard, RemovingALineWithAMarkEndsTheProcessAndKeepsTheLine) {
+    AddReport("ann's.rpt");
+    The<FileListBox>("filList").Path(Global::DefPath);
+    GoToReports();
+    Add("ann's.rpt");
+    The<ListBox>("lsvReports").ListIndex(0);
+    Click("Command1");
+    ASSERT_EQ(prompts.boxes.size(), 1U);
+    EXPECT_TRUE(prompts.boxes[0].text.starts_with("Run-time error \"-2147217900\":"))
+        << prompts.boxes[0].text;
+    EXPECT_EQ(process.ends, (std::vector<int>{1}));
+    EXPECT_EQ(Lines("lsvReports"), (Texts{"1>ann's.rpt"}));
+}
+
 TEST_F(PackageWizard, DoubleClickAndEnterAddTheFile) {
     GoToReports();
     auto& files = The<FileListBox>("filList");

@@ -5,6 +5,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTest>
@@ -60,7 +61,9 @@ class PackageWizard : public testing::Test {
     void TearDown() override {
         SetFileChooser({});
         frmWizDone::Unload();
-        form->cmdCancel_Click();
+        if (form) {
+            form->cmdCancel_Click();
+        }
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         Global::DeskWindows.clear();
         Global::DeskCount = Global::DeskIndex = 0;
@@ -181,5 +184,5 @@ class PackageWizard : public testing::Test {
     TemporaryFolder reports;
     Texts askedOf;                    // title, cancel raises an error, folder
     std::optional<std::string> pick;  // in the file dialog; none: cancelled
-    frmWiz* form = nullptr;
+    QPointer<frmWiz> form;            // gone when events have run behind its unload
 };
