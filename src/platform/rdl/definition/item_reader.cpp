@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/rdl/definition/chart_reader.h"
 #include "platform/rdl/definition/group_reader.h"
 #include "platform/rdl/definition/regions.h"
 #include "platform/rdl/definition/style_reader.h"
@@ -110,7 +111,7 @@ constexpr Kind Kinds[] = {
     {"Matrix", ReadMatrix},
     {"Tablix", ReadTablix},
     {"Subreport", ReadSubreport},
-    {"Chart", nullptr},
+    {"Chart", ReadChart},
     {"Gauge", nullptr},
     {"GaugePanel", nullptr},
     {"Map", nullptr},

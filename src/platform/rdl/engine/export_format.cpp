@@ -8,11 +8,11 @@ namespace {
 
 // Word opens RTF content under its own extension.
 constexpr ExportFormat Formats[] = {
-    {report::FormatPdf, ".pdf", "PDF", writers::WritePdf},
-    {report::FormatRtf, ".rtf", "RTF", writers::WriteRtf},
-    {report::FormatExcel, ".xls", "EXCEL", writers::WriteXls},
-    {report::FormatHtml, ".htm", "HTML", writers::WriteHtml},
-    {report::FormatWord, ".doc", "WORD", writers::WriteRtf},
+    {report::FormatPdf, ".pdf", "PDF", true, writers::WritePdf},
+    {report::FormatRtf, ".rtf", "RTF", false, writers::WriteRtf},
+    {report::FormatExcel, ".xls", "EXCEL", false, writers::WriteXls},
+    {report::FormatHtml, ".htm", "HTML", false, writers::WriteHtml},
+    {report::FormatWord, ".doc", "WORD", false, writers::WriteRtf},
 };
 
 }  // namespace

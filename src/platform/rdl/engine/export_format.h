@@ -9,6 +9,7 @@ struct ExportFormat {
     int code;
     const char* extension;   // of a file that the engine names itself
     const char* renderName;  // Globals!RenderFormat.Name
+    bool hasVectors;         // else charts are pictures
     void (*write)(layout::ReportInstance&, writers::Output&, const writers::Options&);
 };
 

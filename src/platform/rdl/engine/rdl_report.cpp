@@ -134,11 +134,11 @@ void RdlReport::SetDataSource(const std::string& name, const std::string& provid
     throw RuntimeError(InvalidOption, "The report has no data source \"" + name + "\"");
 }
 
-std::shared_ptr<layout::ReportInstance> RdlReport::Run(const std::string& renderFormat) {
+std::shared_ptr<layout::ReportInstance> RdlReport::Run(const std::string& renderFormat, bool hasVectors) {
     data::LoadRequest request = Request(renderFormat);
     Stage(InvalidFormula, [&] { data::CheckFormula(m_definition, m_formula); });
     Stage(InvalidParameter, [&] { ResolveParameters(request, m_fields); });
-    std::shared_ptr<layout::ReportInstance> instance = RunReport(request, m_file);
+    std::shared_ptr<layout::ReportInstance> instance = RunReport(request, m_file, !hasVectors);
     instance->title = Title();
     return instance;
 }
@@ -160,13 +160,13 @@ void RdlReport::Export(bool) {
 }
 
 std::unique_ptr<report::PageView> RdlReport::OpenPages() {
-    return std::make_unique<RdlPageView>(Run("RPL"));
+    return std::make_unique<RdlPageView>(Run("RPL", true));
 }
 
 void RdlReport::ExportToFile(const ExportFormat& format, const std::filesystem::path& target) {
     // Opened before the report runs: a folder that is missing is told at once.
     FileOutput output(target);
-    const std::shared_ptr<layout::ReportInstance> instance = Run(format.renderName);
+    const std::shared_ptr<layout::ReportInstance> instance = Run(format.renderName, format.hasVectors);
     writers::Options options;
     options.nowTicks = TicksOf(Now());
     Stage(RunFailed, [&] { format.write(*instance, output, options); });

@@ -56,7 +56,7 @@ class RdlReport : public report::Report {
     void SetDataSource(const std::string& name, const std::string& provider,
                        const std::string& connectString);
     // The report with its data, ready for pages; `renderFormat` is what Globals!RenderFormat.Name says.
-    std::shared_ptr<layout::ReportInstance> Run(const std::string& renderFormat);
+    std::shared_ptr<layout::ReportInstance> Run(const std::string& renderFormat, bool hasVectors);
 
  private:
     void ReadDefaults();

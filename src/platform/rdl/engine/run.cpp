@@ -14,6 +14,7 @@
 #include "platform/rdl/engine/images.h"
 #include "platform/rdl/engine/parameter_values.h"
 #include "platform/rdl/layout/build.h"
+#include "platform/rdl/screen/picture.h"
 
 namespace rdl::engine {
 namespace {
@@ -25,10 +26,11 @@ constexpr int MostSubreports = 20'000;  // of one run: each loads its data anew
 
 // What a run and the subreports in it share: files are read and parsed once.
 struct Shared {
-    explicit Shared(std::vector<std::string> folders) : images(std::move(folders)) {}
+    Shared(std::vector<std::string> folders, bool paint) : images(std::move(folders)), pictures(paint) {}
     ImageFiles images;
     std::map<fs::path, std::shared_ptr<const Definition>> definitions;
     int subreports = 0;
+    const bool pictures;  // charts come out as images
 };
 
 using SharedPtr = std::shared_ptr<Shared>;
@@ -131,6 +133,9 @@ std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, 
                                                          const std::vector<Value>& values) {
         return OpenSubreport(request, file, shared, depth, subreport, values);
     };
+    if (shared->pictures) {
+        input.paint = screen::PictureOf;
+    }
     auto running = std::make_shared<Running>();
     running->shared = shared;
     running->instance = Stage(RunFailed, [&] { return layout::Build(std::move(input)); });
@@ -140,8 +145,9 @@ std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, 
 
 }  // namespace
 
-std::shared_ptr<layout::ReportInstance> RunReport(const data::LoadRequest& request, const fs::path& file) {
-    return Build(request, file, std::make_shared<Shared>(request.SearchFolders()), 0);
+std::shared_ptr<layout::ReportInstance> RunReport(const data::LoadRequest& request, const fs::path& file,
+                                                  bool pictures) {
+    return Build(request, file, std::make_shared<Shared>(request.SearchFolders(), pictures), 0);
 }
 
 std::string UserName() {

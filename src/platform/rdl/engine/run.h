@@ -11,9 +11,10 @@
 namespace rdl::engine {
 
 // `request` has the parameters resolved and its definition outlives the instance; `file` is the report's.
-// Raises RuntimeError with the number of the stage that failed.
+// `pictures` is for formats without vectors: charts come out as images. Raises RuntimeError with the number
+// of the stage that failed.
 std::shared_ptr<layout::ReportInstance> RunReport(const data::LoadRequest& request,
-                                                  const std::filesystem::path& file);
+                                                  const std::filesystem::path& file, bool pictures);
 
 // Of the process's user, for User!UserID.
 std::string UserName();

@@ -35,6 +35,8 @@ struct ReportInput {
     std::function<std::shared_ptr<ReportInstance>(const Subreport& subreport,
                                                   const std::vector<Value>& parameters)>
         openSubreport;
+    // Set for formats that show no vectors: charts come out as pictures, made by this.
+    std::function<std::shared_ptr<const std::string>(const DrawingInstance& drawing)> paint;
 };
 
 // Compiles every expression of the definition. Raises rdl::Error naming item and property. The input must

@@ -143,6 +143,9 @@ Flow::Outcome BlockFlow::Place(double x, double y, double available) {
     }
     area.x = ClearOfPageEdges(m_context, x, area.width);
     painter.Fill(area, BoxOf(m_item).background);
+    if (m_item.drawing) {
+        painter.Drawing(area, *m_item.drawing);
+    }
     painter.Image(area, m_item);
     painter.Borders(area, BoxOf(m_item));
     painter.Marks(area, m_item);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/rdl/error.h"
+#include "platform/rdl/layout/chart_draw.h"
 #include "platform/rdl/layout/grouping.h"
 #include "platform/rdl/layout/links.h"
 #include "platform/rdl/layout/markup.h"
@@ -114,6 +115,8 @@ bool ItemBuilder::Fill(ItemPlan& plan, Instance& out) {
             SubreportOf(plan, out);
             break;
         case ItemKind::Chart:
+            ChartOf(plan, out);
+            break;
         case ItemKind::Gauge:
             throw Error("\"" + plan.definition->name + "\" cannot be drawn");
     }
@@ -333,6 +336,22 @@ void ItemBuilder::ImageOf(ItemPlan& plan, Instance& out) {
     if (!out.imageBytes) {
         throw Error("Image \"" + image.name + "\": the report has no embedded image \"" + name + "\"");
     }
+}
+
+void ItemBuilder::ChartOf(ItemPlan& plan, Instance& out) {
+    out.drawing = DrawChart(EvaluateChart(*plan.chart, *this), out.width, out.height);
+    out.kind = InstanceKind::Drawing;
+    if (!m_input.paint) {
+        return;
+    }
+    out.kind = InstanceKind::Image;
+    out.sizing = Instance::Sizing::Fit;
+    out.imageBytes = m_input.paint(*out.drawing);
+    out.mimeType = "image/png";
+    if (out.toolTip.empty()) {
+        out.toolTip = out.drawing->description;
+    }
+    out.drawing.reset();
 }
 
 void ItemBuilder::SubreportOf(ItemPlan& plan, Instance& out) {

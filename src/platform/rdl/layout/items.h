@@ -35,6 +35,7 @@ class ItemBuilder {
     void ImageOf(ItemPlan& plan, Instance& out);
     std::shared_ptr<const std::string> External(const std::string& source, const std::string& item);
     std::shared_ptr<const std::string> Embedded(const std::string& name, std::string& mimeType);
+    void ChartOf(ItemPlan& plan, Instance& out);
     void SubreportOf(ItemPlan& plan, Instance& out);
 
     const ReportInput& m_input;

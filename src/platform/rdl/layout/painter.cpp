@@ -247,6 +247,12 @@ void Painter::Image(const Rect& area, const Instance& item) {
     m_page->ops.emplace_back(UnclipOp{});
 }
 
+void Painter::Drawing(const Rect& area, const DrawingInstance& drawing) {
+    SetContent();
+    Reach(area.Right());
+    AppendMoved(drawing.content, area.x, area.y, *m_page);
+}
+
 void Painter::Marks(const Rect& area, const Instance& item) {
     if (!item.hyperlink.empty() || !item.bookmarkLink.empty()) {
         m_page->ops.emplace_back(LinkOp{area.x, area.y, area.width, area.height, item.hyperlink,

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/rdl/layout/drawing.h"
 #include "platform/rdl/layout/instance.h"
 #include "platform/rdl/layout/page.h"
 #include "platform/rdl/layout/text_layout.h"
@@ -40,6 +41,7 @@ class Painter {
     void Text(const Rect& area, const Instance& item, const LaidText& laid, std::size_t first,
               std::size_t last);
     void Image(const Rect& area, const Instance& item);
+    void Drawing(const Rect& area, const DrawingInstance& drawing);
     // Links, bookmarks and the label of an item.
     void Marks(const Rect& area, const Instance& item);
     void Label(double x, double y, const std::string& label, int level);

@@ -133,8 +133,11 @@ void Planner::Kinds(const ReportItem& item, ItemPlan& plan) {
             break;
         case ItemKind::Line:
             break;
-        case ItemKind::Chart:
-            throw Error("Chart \"" + item.name + "\" cannot be drawn");
+        case ItemKind::Chart: {
+            const auto& chart = static_cast<const Chart&>(item);
+            plan.chart = std::make_unique<ChartPlan>(ChartPlan{&chart, Region(chart.data), &m_programs});
+            break;
+        }
         case ItemKind::Gauge:
             throw Error("Gauge \"" + item.name + "\" cannot be drawn");
     }

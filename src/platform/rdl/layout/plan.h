@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/rdl/definition/chart.h"
 #include "platform/rdl/expr/filter.h"
 #include "platform/rdl/layout/property.h"
 #include "platform/rdl/layout/style_plan.h"
@@ -15,6 +16,7 @@
 namespace rdl::layout {
 
 struct TablixPlan;
+struct ChartPlan;
 struct ItemPlan;
 
 struct FilterPlan {
@@ -65,6 +67,7 @@ struct ItemPlan {
     bool hasMarkup = false;                           // one of its runs is HTML
     std::vector<std::unique_ptr<ItemPlan>> children;  // Rectangle
     std::unique_ptr<TablixPlan> tablix;
+    std::unique_ptr<ChartPlan> chart;
     Property value, mimeType;                                  // Image
     std::vector<std::pair<std::string, Property>> parameters;  // Subreport
 
@@ -127,6 +130,13 @@ struct TablixPlan {
     std::vector<SortPlan> sorts;
     Property noRowsMessage;
     BoxStylePlan box;
+};
+
+// A chart's properties are compiled when it is drawn: each serves once for an instance.
+struct ChartPlan {
+    const Chart* definition = nullptr;
+    std::unique_ptr<TablixPlan> data;
+    const Programs* programs = nullptr;
 };
 
 // Makes plans. Raises rdl::Error for what cannot be drawn.

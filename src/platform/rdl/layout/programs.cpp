@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "platform/rdl/definition/chart.h"
 #include "platform/rdl/error.h"
 #include "platform/rdl/expr/code.h"
 
@@ -223,8 +224,10 @@ class Programs::Walker {
             case ItemKind::Tablix:
                 Region(static_cast<const Tablix&>(item));
                 break;
-            case ItemKind::Line:
             case ItemKind::Chart:
+                ChartOf(static_cast<const Chart&>(item));
+                break;
+            case ItemKind::Line:
             case ItemKind::Gauge:
                 break;
         }
@@ -276,6 +279,15 @@ class Programs::Walker {
         for (const TablixRow& row : tablix.rows) {
             Cells(row.cells);
         }
+        m_context.dataSet = outer;
+    }
+
+    void ChartOf(const Chart& chart) {
+        Region(chart.data);
+        const std::string outer = m_context.dataSet;
+        m_context.dataSet = m_programs.m_dataSets[&chart.data];
+        const auto add = [this](const Expr& source) { Add(source); };
+        ChartWalk(add).Go(chart);
         m_context.dataSet = outer;
     }
 

@@ -1,0 +1,404 @@
+#include "platform/rdl/layout/chart_data.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/rdl/definition/context.h"
+#include "platform/rdl/error.h"
+#include "platform/rdl/layout/chart_axes.h"
+#include "platform/rdl/layout/chart_keywords.h"
+#include "platform/rdl/layout/chart_style.h"
+#include "platform/rdl/layout/colors.h"
+#include "platform/rdl/layout/grouping.h"
+
+namespace rdl::layout {
+namespace {
+
+constexpr std::size_t MostSeries = 500, MostCategories = 20'000, MostPoints = 100'000;
+constexpr float LineWidth = 1.5F;
+constexpr Color DarkGray = 0xFF404040;
+
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+// A leaf of a hierarchy with the instance that it stands in, and the labels on the way to it.
+struct Leaf {
+    int leaf = 0, group = -1;
+    std::uint32_t instance = 0;
+    struct Step {
+        int member;
+        std::uint32_t instance;
+        int group;
+        bool alone;  // among its siblings
+    };
+    std::vector<Step> path;
+};
+
+class Leaves {
+ public:
+    Leaves(const Region& region, bool isRows)
+        : m_region(region), m_plan(region.Plan(isRows)), m_isRows(isRows) {}
+
+    std::vector<Leaf> Find() {
+        Members(m_plan.roots, -1, 0);
+        return std::move(m_found);
+    }
+
+ private:
+    void Members(const std::vector<int>& members, int group, std::uint32_t instance) {
+        for (const int index : members) {
+            const MemberPlan& member = m_plan.members[At(index)];
+            const bool alone = members.size() == 1 && member.group < 0;
+            if (member.group < 0) {
+                Member(index, group, instance, alone);
+                continue;
+            }
+            const auto& instances = m_region.Groups(m_isRows)[At(member.group)].instances;
+            for (std::uint32_t i = m_region.FirstWithin(m_isRows, member.group, group, instance);
+                 i < instances.size(); ++i) {
+                if (group >= 0 && m_region.Ancestor(m_isRows, member.group, i, group) != instance) {
+                    break;
+                }
+                Member(index, member.group, i, false);
+            }
+        }
+    }
+
+    void Member(int index, int group, std::uint32_t instance, bool alone) {
+        const MemberPlan& member = m_plan.members[At(index)];
+        m_path.push_back({index, instance, group, alone});
+        if (member.leaf >= 0) {
+            m_found.push_back({member.leaf, group, instance, m_path});
+        } else {
+            Members(member.children, group, instance);
+        }
+        m_path.pop_back();
+    }
+
+    const Region& m_region;
+    const HierarchyPlan& m_plan;
+    const bool m_isRows;
+    std::vector<Leaf::Step> m_path;
+    std::vector<Leaf> m_found;
+};
+
+ChartShape ShapeOf(const std::string& name, ChartShape otherwise) {
+    constexpr std::pair<std::string_view, ChartShape> Shapes[] = {
+        {"None", ChartShape::None},       {"Square", ChartShape::Square},     {"Circle", ChartShape::Circle},
+        {"Diamond", ChartShape::Diamond}, {"Triangle", ChartShape::Triangle}, {"Cross", ChartShape::Cross},
+        {"Auto", ChartShape::Circle}};
+    for (const auto& [word, shape] : Shapes) {
+        if (SameWord(word, name)) {
+            return shape;
+        }
+    }
+    return name.starts_with("Star") ? ChartShape::Star : otherwise;
+}
+
+class ChartEvaluator {
+ public:
+    ChartEvaluator(const ChartPlan& plan, ItemBuilder& builder)
+        : m_plan(plan),
+          m_chart(*plan.definition),
+          m_builder(builder),
+          m_styles(*plan.programs, builder),
+          m_region(BuildRegion(*plan.data, builder.Place().Current(), builder.Place())) {}
+
+    ChartData Evaluate() {
+        const Evaluator::Stay stay(m_builder.Place());
+        m_data.name = m_chart.name;
+        m_data.culture = &m_builder.Place().CurrentCulture();
+        m_builder.Place().Enter({m_region.get(), -1, -1, 0, 0});
+        Palette();
+        Frame();
+        m_rows = Leaves(*m_region, true).Find();
+        m_columns = Leaves(*m_region, false).Find();
+        CheckSizes();
+        if (m_rows.empty() || m_columns.empty() || m_region->rows.empty()) {
+            ChartCaption message = m_styles.Caption(m_chart.noData, 10);
+            if (!m_chart.noData.caption.IsSet()) {
+                message.text = "No Data Available";
+            }
+            m_data.message = std::move(message);
+            return std::move(m_data);
+        }
+        Categories();
+        for (std::size_t i = 0; i < m_rows.size(); ++i) {
+            Row(i);
+        }
+        return std::move(m_data);
+    }
+
+ private:
+    void Palette() {
+        for (const Expr& source : m_chart.customColors) {
+            Color color = Black;
+            if (ParseColor(m_styles.Text(source), color)) {
+                m_data.palette.push_back(color);
+            }
+        }
+        const std::string name = m_styles.Text(m_chart.palette);
+        if (m_data.palette.empty() || !SameWord(name, "Custom")) {
+            m_data.palette = PaletteOf(name);
+        }
+    }
+
+    void Frame() {
+        for (const ChartArea& area : m_chart.areas) {
+            m_data.areas.push_back(EvaluateArea(area, m_styles));
+        }
+        for (const ChartText& title : m_chart.titles) {
+            m_data.titles.push_back(m_styles.Caption(title, 12));
+        }
+        for (const ChartLegend& legend : m_chart.legends) {
+            if (!m_styles.Flag(legend.hidden).value_or(false)) {
+                m_data.legends.push_back({m_styles.Text(legend.position), m_styles.Text(legend.layout),
+                                          m_styles.Caption(legend.title, 8), m_styles.Letters(legend.style),
+                                          m_styles.Box(legend.style)});
+            }
+        }
+    }
+
+    void CheckSizes() const {
+        if (m_rows.size() > MostSeries || m_columns.size() > MostCategories ||
+            m_rows.size() * m_columns.size() > MostPoints) {
+            throw Error("Chart \"" + m_chart.name + "\" has " + std::to_string(m_rows.size()) +
+                        " series and " + std::to_string(m_columns.size()) + " categories: more than " +
+                        std::to_string(MostSeries) + ", " + std::to_string(MostCategories) + " or " +
+                        std::to_string(MostPoints) + " points cannot be drawn");
+        }
+    }
+
+    // What a member is called: its label, else what it is grouped by.
+    Value Called(bool isRows, const Leaf::Step& step) {
+        const Expr& label = (isRows ? m_chart.seriesLabels : m_chart.categoryLabels)[At(step.member)];
+        const HierarchyPlan& plan = m_region->Plan(isRows);
+        const MemberPlan& member = plan.members[At(step.member)];
+        Scope scope{m_region.get(), -1, -1, 0, 0};
+        (isRows ? scope.rowGroup : scope.columnGroup) = step.group;
+        (isRows ? scope.row : scope.column) = step.instance;
+        m_builder.Place().Enter(scope);
+        if (label.IsSet()) {
+            return m_styles.Get(label);
+        }
+        if (member.group >= 0 && !plan.groups[At(member.group)].keys.empty()) {
+            return plan.groups[At(member.group)].keys.front().Get(m_builder.Place());
+        }
+        return {};
+    }
+
+    void Categories() {
+        const std::string format =
+            m_data.areas.empty() ? std::string() : m_data.areas.front().categoryAxes.front().format;
+        for (const Leaf& leaf : m_columns) {
+            const Value value = Called(false, leaf.path.back());
+            m_data.categoryValues.push_back(value);
+            m_data.categories.push_back(ChartNumber(value, format, *m_data.culture));
+            Outer(leaf, format);
+        }
+    }
+
+    void Outer(const Leaf& leaf, const std::string& format) {
+        m_data.outer.resize(std::max(m_data.outer.size(), leaf.path.size() - 1));
+        const std::size_t place = m_data.categories.size() - 1;
+        for (std::size_t i = 0; i + 1 < leaf.path.size(); ++i) {
+            const Leaf* before = place > 0 ? &m_columns[place - 1] : nullptr;
+            const bool same = before && i < before->path.size() &&
+                              before->path[i].member == leaf.path[i].member &&
+                              before->path[i].instance == leaf.path[i].instance;
+            std::vector<ChartSpan>& spans = m_data.outer[i];
+            if (same && !spans.empty()) {
+                ++spans.back().count;
+            } else {
+                spans.push_back(
+                    {ChartNumber(Called(false, leaf.path[i]), format, *m_data.culture), place, 1});
+            }
+        }
+    }
+
+    std::string NameOf(const Leaf& leaf, const ChartSeries& series) {
+        std::string name;
+        for (const Leaf::Step& step : leaf.path) {
+            if (step.alone && leaf.path.size() > 1) {
+                continue;
+            }
+            const std::string part = ChartNumber(Called(true, step), "", *m_data.culture);
+            name += (name.empty() || part.empty() ? "" : " - ") + part;
+        }
+        return name.empty() && leaf.group < 0 ? series.name : name;
+    }
+
+    void Row(std::size_t index) {
+        const Leaf& leaf = m_rows[index];
+        const ChartSeries& series = m_chart.series[At(leaf.leaf)];
+        ChartRow row;
+        row.definition = &series;
+        row.name = NameOf(leaf, series);
+        m_builder.Place().Enter({m_region.get(), leaf.group, -1, leaf.instance, 0});
+        if (m_styles.Flag(series.hidden).value_or(false)) {
+            return;
+        }
+        row.inLegend = !m_styles.Flag(series.hiddenInLegend).value_or(false);
+        if (const std::string text = m_styles.Text(series.legendText); !text.empty()) {
+            row.name = ChartKeywords(text, row, nullptr, {}, *m_data.culture);
+        }
+        row.color = m_styles.ColorOf(series.style, {StyleProperty::Color, StyleProperty::BackgroundColor});
+        if (!(row.color >> 24)) {
+            row.color = m_data.PaletteColor(index);
+        }
+        row.pointWidth = std::clamp(m_styles.Number(series.pointWidth).value_or(0.8), 0.05, 2.0);
+        row.labelsOutside = SameWord(m_styles.Text(series.pieLabels), "Outside");
+        row.hole = 1 - std::clamp(m_styles.Number(series.doughnutRadius).value_or(40), 5.0, 95.0) / 100;
+        ChartAreaData& area = AreaOf(series, row);
+        row.border = IsLine(series) ? LineIn(series.style, row.color) : m_styles.BorderOf(series.style);
+        Marks(leaf, index, row);
+        area.rows.push_back(std::move(row));
+    }
+
+    ChartAreaData& AreaOf(const ChartSeries& series, ChartRow& row) {
+        std::size_t place = 0;
+        while (m_chart.areas[place].name != series.area) {
+            ++place;
+        }
+        const auto& axes = m_chart.areas[place].valueAxes;
+        for (std::size_t i = 0; i < axes.size(); ++i) {
+            if (!series.valueAxis.empty() && axes[i].name == series.valueAxis) {
+                row.valueAxis = i;
+            }
+        }
+        return m_data.areas[place];
+    }
+
+    static bool IsLine(const ChartSeries& series) { return series.kind == ChartKind::Line || series.joined; }
+
+    // A line has its series' colour, whatever colour borders have.
+    Border LineIn(const Style& style, Color color) const {
+        Border line = m_styles.LineOf(style, color, LineWidth);
+        line.color = color;
+        if (line.style == LineStyle::None) {
+            line.style = LineStyle::Solid;
+        }
+        return line;
+    }
+
+    void Marks(const Leaf& leaf, std::size_t index, ChartRow& row) {
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            const Leaf& column = m_columns[i];
+            m_builder.Place().Enter(
+                {m_region.get(), leaf.group, column.group, leaf.instance, column.instance});
+            row.marks.push_back(Mark(row, row.definition->points[At(column.leaf)], i));
+        }
+        const bool round =
+            row.definition->kind == ChartKind::Pie || row.definition->kind == ChartKind::Doughnut;
+        for (std::size_t i = 0; i < row.marks.size(); ++i) {
+            ChartMark& mark = row.marks[i];
+            if (!(mark.color >> 24)) {
+                mark.color = round && !OwnColor(*row.definition) ? m_data.PaletteColor(index + i) : row.color;
+            }
+            if (!(mark.shapeColor >> 24)) {
+                mark.shapeColor = mark.color;
+            }
+            mark.label = ChartKeywords(mark.label, row, &mark, m_data.categories[i], *m_data.culture);
+        }
+    }
+
+    bool OwnColor(const ChartSeries& series) const {
+        return m_styles.ColorOf(series.style, {StyleProperty::Color, StyleProperty::BackgroundColor}) >> 24;
+    }
+
+    ChartMark Mark(const ChartRow& row, const ChartPoint& point, std::size_t place) {
+        ChartMark mark;
+        const ChartSeries& series = *row.definition;
+        mark.value = m_styles.Get(point.y);
+        mark.hasY = AsNumber(mark.value, mark.y);
+        const Value x = m_styles.Get(point.x);
+        mark.hasX = AsNumber(x, mark.x);
+        mark.isDate = x.kind() == Kind::DateTime;
+        double size = 0;
+        mark.size = AsNumber(m_styles.Get(point.size), size) ? size : 0;
+        if (!mark.hasX) {
+            mark.x = static_cast<double>(place + 1);
+        }
+        mark.color = m_styles.ColorOf(point.style, {StyleProperty::Color, StyleProperty::BackgroundColor});
+        mark.border = row.border;
+        if (!point.style.properties.empty()) {
+            mark.border = IsLine(series) ? LineIn(point.style, mark.color >> 24 ? mark.color : row.color)
+                                         : m_styles.BorderOf(point.style);
+        }
+        Shape(series, point, mark);
+        Label(point.label.isSet ? point.label : series.label, mark);
+        mark.axisLabel = m_styles.Text(point.axisLabel);
+        if (!mark.axisLabel.empty() && m_data.categories[place].empty()) {
+            m_data.categories[place] = mark.axisLabel;
+        }
+        return mark;
+    }
+
+    void Shape(const ChartSeries& series, const ChartPoint& point, ChartMark& mark) const {
+        const ChartMarker& marker = point.marker.type.IsSet() ? point.marker : series.marker;
+        const bool needed = series.kind == ChartKind::Scatter && !series.joined;
+        const ChartShape usual = needed ? ChartShape::Circle : ChartShape::None;
+        mark.shape = ShapeOf(m_styles.Text(marker.type), usual);
+        if (needed && mark.shape == ChartShape::None) {
+            mark.shape = ChartShape::Circle;  // there would be nothing to see
+        }
+        mark.shapeSize = m_styles.Points(marker.size, mark.shapeSize);
+        mark.shapeColor =
+            m_styles.ColorOf(marker.style, {StyleProperty::Color, StyleProperty::BackgroundColor});
+    }
+
+    void Label(const ChartLabel& label, ChartMark& mark) const {
+        if (!label.isSet || !m_styles.Flag(label.visible).value_or(false) || !mark.hasY) {
+            return;
+        }
+        const std::string format = m_styles.Format(label.style);
+        if (m_styles.Flag(label.useValue).value_or(false) || !label.text.IsSet()) {
+            mark.label = ChartNumber(mark.value, format, *m_data.culture);
+        } else {
+            mark.label = ChartNumber(m_styles.Get(label.text), format, *m_data.culture);
+        }
+        mark.labelPosition = m_styles.Text(label.position);
+        mark.labelTurn = m_styles.Number(label.rotation).value_or(0);
+        mark.labelStyle = m_styles.Letters(label.style);
+        mark.ownLabelColor = label.style.Find(StyleProperty::Color) != nullptr;
+        mark.labelBox = m_styles.Box(label.style);
+    }
+
+    static bool AsNumber(const Value& value, double& number) {
+        if (value.IsNumber()) {
+            number = value.AsDouble();
+        } else if (value.kind() == Kind::DateTime || value.kind() == Kind::TimeSpan) {
+            number = static_cast<double>(value.AsTicks()) / static_cast<double>(TicksPerDay);
+        } else {
+            return false;
+        }
+        return std::isfinite(number);
+    }
+
+    const ChartPlan& m_plan;
+    const Chart& m_chart;
+    ItemBuilder& m_builder;
+    ChartStyles m_styles;
+    const std::shared_ptr<Region> m_region;
+    ChartData m_data;
+    std::vector<Leaf> m_rows, m_columns;
+};
+
+}  // namespace
+
+ChartData EvaluateChart(const ChartPlan& plan, ItemBuilder& builder) {
+    return ChartEvaluator(plan, builder).Evaluate();
+}
+
+std::string ChartNumber(const Value& value, const std::string& format, const Culture& culture) {
+    if (value.IsNull() || value.IsError()) {
+        return {};
+    }
+    if (value.kind() == Kind::DateTime && format.empty() && value.AsTicks() % TicksPerDay == 0) {
+        return FormatValue(value, "d", culture);
+    }
+    return format.empty() || value.IsText() ? ToText(value, culture) : FormatValue(value, format, culture);
+}
+
+}  // namespace rdl::layout

@@ -1,0 +1,134 @@
+#include "platform/rdl/layout/chart_scale.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace rdl::layout {
+namespace {
+
+constexpr int MostTicks = 200;
+constexpr double Rounding = 1e-9;  // of a step: what sums of steps are off by
+constexpr double Largest = 1e300;  // beyond, differences would be infinite
+
+// The smallest of 1, 2 and 5 times a power of ten that is not less.
+double NiceStep(double least) {
+    const double power = std::pow(10, std::floor(std::log10(least)));
+    for (const double factor : {1.0, 2.0, 5.0}) {
+        if (factor * power >= least * (1 - Rounding)) {
+            return factor * power;
+        }
+    }
+    return 10 * power;
+}
+
+void AddTicks(ChartScale& scale, double step, std::vector<double>& ticks) {
+    const double first = std::ceil(scale.low / step - Rounding);
+    for (int i = 0; i <= MostTicks * 10; ++i) {
+        const double tick = (first + i) * step;
+        if (tick > scale.high + step * Rounding) {
+            return;
+        }
+        ticks.push_back(tick == 0 ? 0 : tick);  // never -0
+    }
+}
+
+ChartScale Linear(const ScaleRequest& request) {
+    double low = std::clamp(request.any ? request.low : 0, -Largest, Largest);
+    double high = std::clamp(request.any ? request.high : 1, -Largest, Largest);
+    if (request.includeZero) {
+        low = std::min(low, 0.0);
+        high = std::max(high, 0.0);
+    }
+    low = request.minimum.value_or(low);
+    high = request.maximum.value_or(high);
+    if (!(high > low)) {  // one number, or ends that contradict each other
+        const double room = low == 0 ? 1 : std::abs(low) / 2;
+        if (request.minimum || !request.maximum) {
+            high = low + room;
+        } else {
+            low = high - room;
+        }
+        if (request.any && !request.includeZero && !request.minimum && !request.maximum) {
+            low -= room;
+        }
+    }
+    ChartScale scale;
+    scale.step = NiceStep((high - low) / std::max(1, request.mostTicks));
+    if (request.interval && *request.interval > 0 && (high - low) / *request.interval <= MostTicks) {
+        scale.step = *request.interval;
+    }
+    scale.low = request.minimum ? low : std::floor(low / scale.step + Rounding) * scale.step;
+    scale.high = request.maximum ? high : std::ceil(high / scale.step - Rounding) * scale.step;
+    constexpr double Near = 0.5;  // of a step
+    if (request.headroom && request.any && !request.maximum &&
+        request.high > scale.high - Near * scale.step) {
+        scale.high += scale.step;
+    }
+    if (request.footroom && request.any && !request.minimum && request.low < scale.low + Near * scale.step) {
+        scale.low -= scale.step;
+    }
+    AddTicks(scale, scale.step, scale.ticks);
+    return scale;
+}
+
+ChartScale Logarithmic(const ScaleRequest& request) {
+    ChartScale scale;
+    scale.logarithmic = true;
+    scale.base = request.base > 1 && request.base <= 1e6 ? request.base : 10;
+    const auto power = [&](double value) { return std::log(value) / std::log(scale.base); };
+    const double low = request.minimum && *request.minimum > 0 ? *request.minimum
+                       : request.any && request.low > 0        ? request.low
+                                                               : 1;
+    double high = request.maximum.value_or(request.any ? request.high : scale.base);
+    high = high > low ? high : low * scale.base;
+    const double first = std::floor(power(low) + Rounding);
+    const double last = std::max(std::ceil(power(high) - Rounding), first + 1);
+    scale.low = request.minimum && *request.minimum > 0 ? low : std::pow(scale.base, first);
+    scale.high = request.maximum && *request.maximum > low ? high : std::pow(scale.base, last);
+    scale.step = std::max(1.0, std::ceil((last - first) / std::max(1, request.mostTicks)));
+    for (double tick = first; tick <= last + Rounding; tick += scale.step) {
+        const double value = std::pow(scale.base, tick);
+        if (value >= scale.low * (1 - Rounding) && value <= scale.high * (1 + Rounding)) {
+            scale.ticks.push_back(value);
+        }
+    }
+    return scale;
+}
+
+}  // namespace
+
+double ChartScale::Share(double value) const {
+    if (!logarithmic) {
+        return (value - low) / (high - low);
+    }
+    return value > 0 ? std::log(value / low) / std::log(high / low)
+                     : std::numeric_limits<double>::quiet_NaN();
+}
+
+std::vector<double> ChartScale::MinorTicks(double minorStep) const {
+    std::vector<double> minor;
+    if (logarithmic) {
+        for (const double tick : ticks) {
+            for (int i = 2; i < base && i < 10; ++i) {
+                if (tick * i < high) {
+                    minor.push_back(tick * i);
+                }
+            }
+        }
+        return minor;
+    }
+    const double wanted = minorStep > 0 && minorStep < step ? minorStep : step / 5;
+    if ((high - low) / wanted > MostTicks) {
+        return minor;
+    }
+    ChartScale copy = *this;
+    AddTicks(copy, wanted, minor);
+    return minor;
+}
+
+ChartScale MakeScale(const ScaleRequest& request) {
+    return request.logarithmic ? Logarithmic(request) : Linear(request);
+}
+
+}  // namespace rdl::layout

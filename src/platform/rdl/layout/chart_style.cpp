@@ -1,0 +1,120 @@
+#include "platform/rdl/layout/chart_style.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "platform/rdl/definition/context.h"
+#include "platform/rdl/layout/colors.h"
+#include "platform/rdl/layout/style_plan.h"
+#include "platform/rdl/layout/units.h"
+
+namespace rdl::layout {
+namespace {
+
+constexpr double MostBorder = 50;  // points
+
+}  // namespace
+
+Value ChartStyles::Get(const Expr& source) const {
+    return source.IsSet() ? Property(source, m_programs).Get(m_builder.Place()) : Value();
+}
+
+std::string ChartStyles::Text(const Expr& source) const {
+    return source.IsSet() ? m_builder.Text(Property(source, m_programs)) : std::string();
+}
+
+std::optional<double> ChartStyles::Number(const Expr& source) const {
+    const Value value = Get(source);
+    if (value.IsNumber()) {
+        return std::isfinite(value.AsDouble()) ? std::optional(value.AsDouble()) : std::nullopt;
+    }
+    if (!value.IsText()) {
+        return std::nullopt;
+    }
+    const std::string text(value.AsText());
+    char* end = nullptr;
+    const double number = std::strtod(text.c_str(), &end);
+    return end != text.c_str() && std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+
+std::optional<bool> ChartStyles::Flag(const Expr& source) const {
+    bool flag = false;
+    return source.IsSet() && expr::ToBoolean(Get(source), flag) ? std::optional(flag) : std::nullopt;
+}
+
+CharStylePtr ChartStyles::Letters(const Style& style, float size) const {
+    CharStylePlan plan;
+    plan.Compile({&style}, m_programs);
+    CharStylePtr letters = plan.Get(m_builder.Place());
+    if (style.Find(StyleProperty::FontSize)) {
+        return letters;
+    }
+    CharStyle sized = *letters;
+    sized.size = size;
+    return std::make_shared<const CharStyle>(std::move(sized));
+}
+
+BoxStylePtr ChartStyles::Box(const Style& style) const {
+    BoxStylePlan plan;
+    plan.Compile({&style}, m_programs);
+    return plan.Get(m_builder.Place());
+}
+
+std::string ChartStyles::Part(const Style& style, StyleProperty property) const {
+    const Expr* source = style.Find(property);
+    return source ? Text(*source) : std::string();
+}
+
+std::string ChartStyles::Format(const Style& style) const {
+    return Part(style, StyleProperty::Format);
+}
+
+Color ChartStyles::ColorOf(const Style& style, std::initializer_list<StyleProperty> properties) const {
+    for (const StyleProperty property : properties) {
+        Color color = Transparent;
+        if (ParseColor(Part(style, property), color) && color >> 24) {
+            return color;
+        }
+    }
+    return Transparent;
+}
+
+Border ChartStyles::LineOf(const Style& style, Color color, float width) const {
+    const BoxStylePtr box = Box(style);
+    Border border{LineStyle::Solid, color, width};
+    const std::string wanted = Part(style, StyleProperty::BorderStyle);
+    if (!wanted.empty() && !SameWord(wanted, "Default")) {
+        border.style = box->left.style;
+    }
+    if (style.Find(StyleProperty::BorderWidth)) {
+        border.width = std::min(box->left.width, static_cast<float>(MostBorder));
+    }
+    if (const Color own = ColorOf(style, {StyleProperty::BorderColor}); own >> 24) {
+        border.color = own;
+    }
+    return border;
+}
+
+Border ChartStyles::BorderOf(const Style& style) const {
+    return Box(style)->left;
+}
+
+double ChartStyles::Points(const Expr& source, double otherwise) const {
+    double points = 0;
+    return source.IsSet() && ParseSize(Text(source), points) ? std::clamp(points, 0.0, MostBorder)
+                                                             : otherwise;
+}
+
+ChartCaption ChartStyles::Caption(const ChartText& text, float size) const {
+    ChartCaption caption;
+    if (!Flag(text.hidden).value_or(false)) {
+        caption.text = Text(text.caption);
+    }
+    caption.position = Text(text.position);
+    caption.style = Letters(text.style, size);
+    caption.box = Box(text.style);
+    return caption;
+}
+
+}  // namespace rdl::layout

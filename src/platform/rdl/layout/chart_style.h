@@ -1,0 +1,41 @@
+// Properties and styles of a chart's parts at the evaluator's current place.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/rdl/layout/chart_data.h"
+#include "platform/rdl/layout/items.h"
+
+namespace rdl::layout {
+
+class ChartStyles {
+ public:
+    ChartStyles(const Programs& programs, ItemBuilder& builder) : m_programs(programs), m_builder(builder) {}
+
+    Value Get(const Expr& source) const;
+    std::string Text(const Expr& source) const;
+    // Nothing for Auto, NaN, empty and what is no number.
+    std::optional<double> Number(const Expr& source) const;
+    std::optional<bool> Flag(const Expr& source) const;
+
+    CharStylePtr Letters(const Style& style, float size = 8) const;
+    BoxStylePtr Box(const Style& style) const;
+    std::string Format(const Style& style) const;
+    // Of the first of the properties that is set; Transparent when none is.
+    Color ColorOf(const Style& style, std::initializer_list<StyleProperty> properties) const;
+    // A line that is there unless the style says none.
+    Border LineOf(const Style& style, Color color, float width) const;
+    // A border that is there when the style says so.
+    Border BorderOf(const Style& style) const;
+    double Points(const Expr& source, double otherwise) const;
+    ChartCaption Caption(const ChartText& text, float size) const;
+
+ private:
+    std::string Part(const Style& style, StyleProperty property) const;
+
+    const Programs& m_programs;
+    ItemBuilder& m_builder;
+};
+
+}  // namespace rdl::layout

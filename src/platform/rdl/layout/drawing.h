@@ -1,0 +1,19 @@
+// A chart as vector drawing: the objects of a page of the item's own size. Pages take them over; formats
+// without vectors show them as a picture.
+#pragma once
+
+#include <string>
+
+#include "platform/rdl/layout/page.h"
+
+namespace rdl::layout {
+
+struct DrawingInstance {
+    Page content;             // its width and height are the item's
+    std::string description;  // for those who cannot see it: the chart's titles
+};
+
+// Puts everything of `from` onto `page`, so far from its top left corner.
+void AppendMoved(const Page& from, double x, double y, Page& page);
+
+}  // namespace rdl::layout
