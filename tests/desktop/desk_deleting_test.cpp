@@ -81,6 +81,27 @@ TEST_F(DeskDeleting, SubfoldersGoButNotTheirSubfolders) {
     EXPECT_THAT(database.Rows("select ReportTitle, Parent from ReportScheduler"), ElementsAre("Week|A1"));
 }
 
+// Its key is 0, which is the root's: the third statement takes all folders there.
+TEST_F(DeskDeleting, FolderThatIsNoLongerStoredTakesTheFoldersOfTheRootAlong) {
+    AddFolder("Sales");
+    AddFolder("Stock");
+    AddSchedule("Week", "Stock");
+    frmDesk& window = OpenRoot();
+    database.Run("delete from Folders where FolderName = 'Sales'");  // another editor
+    ClickItem(window, "Sales");
+    database.TakeStatements();
+    prompts.answers = {vbYes};
+    ClickButton(window, "Delete");
+    EXPECT_THAT(database.TakeStatements(),
+                ElementsAre("select folderid  from folders where foldername = 'Sales'",
+                            "delete from folders where folderid =0",
+                            "delete from reportscheduler where parent =(select foldername from folders where "
+                            "folderid =0)",
+                            "delete from folders where parent = 0"));
+    EXPECT_THAT(database.Rows("select FolderName from Folders"), IsEmpty());
+    EXPECT_THAT(database.Rows("select ReportTitle from ReportScheduler"), ElementsAre("Week"));
+}
+
 TEST_F(DeskDeleting, AnythingButYesKeepsTheFolder) {
     AddFolder("Sales");
     frmDesk& window = OpenRoot();
