@@ -25,9 +25,9 @@ struct Foreign {
 
 const std::vector<Foreign>& Reports() {
     static const std::vector<Foreign> reports{
-        {"ChartExampleColumn.rdl", nullptr, {}, nullptr, "Chart column_chart"},
-        {"ChartExamplePie.rdl", nullptr, {}, nullptr, "Chart pie_chart"},
-        {"chart.rdl", nullptr, {}, nullptr, "Chart Chart1"},
+        {"ChartExampleColumn.rdl", nullptr, {}, nullptr, "SalesData.xml\" does not exist"},
+        {"ChartExamplePie.rdl", nullptr, {}, nullptr, "SalesData.xml\" does not exist"},
+        {"chart.rdl", "DS1", {}, "alt=\"Country Region Chart\"", nullptr},
         {"DrilldownTwoLevel.rdl", "DS1", {}, nullptr, "no such table: Order Details"},
         {"EmployeeOrg.rdl", nullptr, {}, "Linda", nullptr},
         {"Invoice.rdl", nullptr, {{"Company", "Contoso Suites"}}, "Surround Sound Receiver", nullptr},

@@ -17,7 +17,7 @@ class ReportParameterField : public ReportFolder {
     }
     // What the run says of the parameters; 0 when it goes through.
     static RuntimeError RunError(RdlReport& report) {
-        return ErrorOf([&] { report.Run("PDF"); });
+        return ErrorOf([&] { report.Run("PDF", true); });
     }
     static std::string Default(const std::string& value) {
         return "<DefaultValue><Values><Value>" + value + "</Value></Values></DefaultValue>";
