@@ -134,6 +134,7 @@ ChartScale ValueScale(const ChartAreaData& area, std::size_t axis,
     ScaleRequest request;
     request.logarithmic = data.logarithmic;
     request.base = data.base;
+    request.whole = !IsPercent(area, axis);
     bool needsZero = false;
     for (std::size_t r = 0; r < area.rows.size(); ++r) {
         const ChartRow& row = area.rows[r];
@@ -158,6 +159,7 @@ ChartScale ValueScale(const ChartAreaData& area, std::size_t axis,
             request.low = request.any ? std::min(request.low, reach.to) : reach.to;
             request.high = request.any ? std::max(request.high, reach.to) : reach.to;
             request.any = true;
+            request.whole = request.whole && reach.to == std::round(reach.to);
         }
     }
     request.includeZero = data.includeZero.value_or(true) || needsZero;

@@ -127,10 +127,32 @@ class ChartEvaluator {
         for (std::size_t i = 0; i < m_rows.size(); ++i) {
             Row(i);
         }
+        for (ChartAreaData& area : m_data.areas) {
+            MakeSlices(area);
+        }
         return std::move(m_data);
     }
 
  private:
+    // A pie of series without categories: each series is a slice.
+    void MakeSlices(ChartAreaData& area) const {
+        if (m_data.categories.size() != 1 || area.rows.size() < 2 ||
+            !IsRound(*area.rows.front().definition)) {
+            return;
+        }
+        ChartRow all = area.rows.front();
+        all.marks.clear();
+        for (ChartRow& row : area.rows) {
+            ChartMark& mark = all.marks.emplace_back(std::move(row.marks.front()));
+            mark.name = row.name;
+        }
+        all.name.clear();
+        for (ChartMark& mark : all.marks) {
+            mark.label = ChartKeywords(mark.labelSource, all, &mark, mark.name, *m_data.culture);
+        }
+        area.rows.assign(1, std::move(all));
+    }
+
     void Palette() {
         for (const Expr& source : m_chart.customColors) {
             Color color = Black;
@@ -252,7 +274,7 @@ class ChartEvaluator {
         row.hole = 1 - std::clamp(m_styles.Number(series.doughnutRadius).value_or(40), 5.0, 95.0) / 100;
         ChartAreaData& area = AreaOf(series, row);
         row.border = IsLine(series) ? LineIn(series.style, row.color) : m_styles.BorderOf(series.style);
-        Marks(leaf, index, row);
+        Marks(leaf, row);
         area.rows.push_back(std::move(row));
     }
 
@@ -270,6 +292,10 @@ class ChartEvaluator {
         return m_data.areas[place];
     }
 
+    static bool IsRound(const ChartSeries& series) {
+        return series.kind == ChartKind::Pie || series.kind == ChartKind::Doughnut;
+    }
+
     static bool IsLine(const ChartSeries& series) { return series.kind == ChartKind::Line || series.joined; }
 
     // A line has its series' colour, whatever colour borders have.
@@ -282,23 +308,24 @@ class ChartEvaluator {
         return line;
     }
 
-    void Marks(const Leaf& leaf, std::size_t index, ChartRow& row) {
+    void Marks(const Leaf& leaf, ChartRow& row) {
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             const Leaf& column = m_columns[i];
             m_builder.Place().Enter(
                 {m_region.get(), leaf.group, column.group, leaf.instance, column.instance});
             row.marks.push_back(Mark(row, row.definition->points[At(column.leaf)], i));
         }
-        const bool round =
-            row.definition->kind == ChartKind::Pie || row.definition->kind == ChartKind::Doughnut;
+        const bool bySlice = IsRound(*row.definition) && m_columns.size() > 1 && !OwnColor(*row.definition);
         for (std::size_t i = 0; i < row.marks.size(); ++i) {
             ChartMark& mark = row.marks[i];
             if (!(mark.color >> 24)) {
-                mark.color = round && !OwnColor(*row.definition) ? m_data.PaletteColor(index + i) : row.color;
+                mark.color = bySlice ? m_data.PaletteColor(i) : row.color;
             }
             if (!(mark.shapeColor >> 24)) {
                 mark.shapeColor = mark.color;
             }
+            mark.name = m_data.categories[i];
+            mark.labelSource = mark.label;
             mark.label = ChartKeywords(mark.label, row, &mark, m_data.categories[i], *m_data.culture);
         }
     }
@@ -391,6 +418,20 @@ ChartData EvaluateChart(const ChartPlan& plan, ItemBuilder& builder) {
     return ChartEvaluator(plan, builder).Evaluate();
 }
 
+std::string Readable(std::string text) {
+    constexpr std::size_t Most = 400;  // bytes
+    if (text.size() > Most) {
+        text.resize(Most);
+        while (!text.empty() && (text.back() & 0xC0) == 0x80) {  // whole characters
+            text.pop_back();
+        }
+        if (!text.empty() && (text.back() & 0x80)) {
+            text.pop_back();
+        }
+    }
+    return text;
+}
+
 std::string ChartNumber(const Value& value, const std::string& format, const Culture& culture) {
     if (value.IsNull() || value.IsError()) {
         return {};
@@ -398,7 +439,8 @@ std::string ChartNumber(const Value& value, const std::string& format, const Cul
     if (value.kind() == Kind::DateTime && format.empty() && value.AsTicks() % TicksPerDay == 0) {
         return FormatValue(value, "d", culture);
     }
-    return format.empty() || value.IsText() ? ToText(value, culture) : FormatValue(value, format, culture);
+    return Readable(format.empty() || value.IsText() ? ToText(value, culture)
+                                                     : FormatValue(value, format, culture));
 }
 
 }  // namespace rdl::layout

@@ -30,7 +30,8 @@ struct ChartMark {  // a data point
     Color color = Transparent;
     Border border;
     std::string label, labelPosition;
-    double labelTurn = 0;  // degrees
+    std::string labelSource;  // before its keywords were replaced
+    double labelTurn = 0;     // degrees
     CharStylePtr labelStyle;
     bool ownLabelColor = false;  // the report says it; else it is made to be read on what is below it
     BoxStylePtr labelBox;
@@ -38,6 +39,7 @@ struct ChartMark {  // a data point
     double shapeSize = 5;  // points
     Color shapeColor = Transparent;
     std::string axisLabel;
+    std::string name;  // of its category; of a pie whose slices are series, of its series
 };
 
 struct ChartRow {  // a series as it is drawn
@@ -111,7 +113,8 @@ ChartData EvaluateChart(const ChartPlan& plan, ItemBuilder& builder);
 // The colours of a palette by its name; those of the usual one for a name that is not known.
 std::vector<Color> PaletteOf(const std::string& name);
 
-// Number and date texts as axes and labels show them.
+// Number and date texts as axes and labels show them; what nobody could read in a chart is cut off.
+std::string Readable(std::string text);
 std::string ChartNumber(const Value& value, const std::string& format, const Culture& culture);
 
 }  // namespace rdl::layout

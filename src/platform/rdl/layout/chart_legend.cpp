@@ -33,8 +33,8 @@ std::vector<Entry> EntriesOf(const ChartData& data) {
                 const ChartMark& mark = row.marks[i];
                 const std::string& own = row.definition->legendText.source;
                 entries.push_back({own.find('#') == std::string::npos
-                                       ? data.categories[i]
-                                       : ChartKeywords(own, row, &mark, data.categories[i], *data.culture),
+                                       ? mark.name
+                                       : ChartKeywords(own, row, &mark, mark.name, *data.culture),
                                    mark.color, &row, &mark});
             }
         }

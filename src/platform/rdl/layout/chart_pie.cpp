@@ -72,7 +72,7 @@ void Label(const ChartMark& mark, const Ring& ring, double middle, double share,
     canvas.Text(mark.label, *mark.labelStyle, {to.x + (right ? 2 : -2), to.y}, {right ? 0.0 : 1.0, 0.5});
 }
 
-void DrawRow(const ChartRow& row, const Ring& ring, ChartCanvas& canvas) {
+void DrawRow(const ChartRow& row, const Ring& ring, bool exploded, ChartCanvas& canvas) {
     double total = 0;
     for (const ChartMark& mark : row.marks) {
         total += mark.hasY ? std::abs(mark.y) : 0;
@@ -94,7 +94,7 @@ void DrawRow(const ChartRow& row, const Ring& ring, ChartCanvas& canvas) {
         }
         const double to = angle + std::abs(mark.y) / total * Turn;
         Ring moved = ring;
-        if (row.definition->exploded) {
+        if (exploded) {
             moved.center = OnCircle(ring.center, ring.outer * ExplodedShare, (angle + to) / 2);
         }
         Slice(mark, moved, angle, to, canvas);
@@ -117,7 +117,8 @@ void DrawPies(const ChartData&, const ChartAreaData& area, const Rect& room, Cha
     const double above = label.height > 0 ? label.height + Leader : LabelGap;
     double radius = std::min(room.width / 2 - aside, room.height / 2 - above);
     radius = std::max(radius, std::min(room.width, room.height) / 6);
-    if (first.definition->exploded) {
+    const bool exploded = first.definition->exploded && area.rows.size() == 1;  // rings stay together
+    if (exploded) {
         radius /= 1 + ExplodedShare;
     }
     const Spot center{room.x + room.width / 2, room.y + room.height / 2};
@@ -128,7 +129,7 @@ void DrawPies(const ChartData&, const ChartAreaData& area, const Rect& room, Cha
     double outer = radius;
     for (const ChartRow& row : area.rows) {
         const bool innermost = &row == &area.rows.back();
-        DrawRow(row, {center, outer, innermost ? hole : outer - thick}, canvas);
+        DrawRow(row, {center, outer, innermost ? hole : outer - thick}, exploded, canvas);
         outer -= thick;
     }
 }

@@ -55,6 +55,9 @@ ChartScale Linear(const ScaleRequest& request) {
     }
     ChartScale scale;
     scale.step = NiceStep((high - low) / std::max(1, request.mostTicks));
+    if (request.whole && scale.step < 1) {
+        scale.step = 1;
+    }
     if (request.interval && *request.interval > 0 && (high - low) / *request.interval <= MostTicks) {
         scale.step = *request.interval;
     }

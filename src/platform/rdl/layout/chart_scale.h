@@ -9,6 +9,7 @@ namespace rdl::layout {
 struct ScaleRequest {
     double low = 0, high = 0;  // of the numbers; ignored unless `any`
     bool any = false;
+    bool whole = false;  // counts: no steps between whole numbers
     bool includeZero = true;
     std::optional<double> minimum, maximum, interval;  // as the report says
     // Room beyond the numbers, for what is drawn around them; not where the report says an end.

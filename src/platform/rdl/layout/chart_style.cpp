@@ -109,7 +109,7 @@ double ChartStyles::Points(const Expr& source, double otherwise) const {
 ChartCaption ChartStyles::Caption(const ChartText& text, float size) const {
     ChartCaption caption;
     if (!Flag(text.hidden).value_or(false)) {
-        caption.text = Text(text.caption);
+        caption.text = Readable(Text(text.caption));
     }
     caption.position = Text(text.position);
     caption.style = Letters(text.style, size);
