@@ -161,7 +161,7 @@ TEST_F(Options, EnterSaves) {
     EXPECT_EQ(Shown(), nullptr);
 }
 
-TEST_F(Options, CancelAndEscUnloadAndWriteNothing) {
+TEST_F(Options, CancelEscAndEnterOnCancelUnloadAndWriteNothing) {
     Open();
     Type("txtPolling", "45");
     Click("cmdCancel");
@@ -169,6 +169,10 @@ TEST_F(Options, CancelAndEscUnloadAndWriteNothing) {
     Open();
     Type("txtAl", "somebody");
     QTest::keyClick(&Box("txtAl"), Qt::Key_Escape);
+    EXPECT_EQ(Shown(), nullptr);
+    Open();
+    Type("txtAl", "somebody");
+    QTest::keyClick(Shown()->findChild<QPushButton*>("cmdCancel"), Qt::Key_Return);
     EXPECT_EQ(Shown(), nullptr);
     EXPECT_TRUE(registry.writes.empty());
     EXPECT_EQ(Global::PollSeconds, 20);

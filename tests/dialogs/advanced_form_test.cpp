@@ -70,6 +70,10 @@ TEST_F(AdvancedForm, ApplyWritesTheFormulaBackAndUnloads) {
 TEST_F(AdvancedForm, CancelEscAndTheCloseBoxLeaveTheFormulaAsItWas) {
     const std::function<void(frmAdvanced&)> ways[] = {
         [](frmAdvanced& form) { Click(form, "cmdCancel"); },
+        [](frmAdvanced& form) {
+            form.findChild<QPushButton*>("cmdCancel")->setFocus();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        },
         [](frmAdvanced& form) { QTest::keyClick(&Box(form), Qt::Key_Escape); },
         [](frmAdvanced& form) { form.close(); }};
     for (const auto& leave : ways) {

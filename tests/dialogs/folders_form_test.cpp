@@ -135,6 +135,10 @@ TEST_F(FoldersForm, CancelEscAndTheCloseBoxLeaveTheCallerAsItWas) {
     AddFolders();
     const std::function<void(frmFolders&)> ways[] = {
         [](frmFolders& form) { Click(form, "cmdCancel"); },
+        [](frmFolders& form) {
+            Button(form, "cmdCancel").setFocus();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        },
         [](frmFolders& form) { QTest::keyClick(&Tree(form), Qt::Key_Escape); },
         [](frmFolders& form) { form.close(); }};
     for (const auto& leave : ways) {

@@ -184,6 +184,10 @@ TEST_F(ParameterFormValues, PackageReportsValuesAreLeftToTheirCaller) {
 TEST_F(ParameterFormValues, CancelEscAndTheCloseBoxSetTheFlagAndChangeNothing) {
     const std::function<void(frmPar&)> ways[] = {
         [](frmPar& form) { Click(form, "cmdCancel"); },
+        [](frmPar& form) {
+            Button(form, "cmdCancel").setFocus();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        },
         [](frmPar& form) { QTest::keyClick(&Combo(form, "cmbRegion"), Qt::Key_Escape); },
         [](frmPar& form) { form.close(); }};
     for (const auto& leave : ways) {

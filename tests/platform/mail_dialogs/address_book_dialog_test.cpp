@@ -201,6 +201,24 @@ TEST_F(AddressBookOnScreen, EscAndCancelGiveNothing) {
     }
 }
 
+TEST_F(AddressBookOnScreen, EnterOnCancelGivesNothingAndOnAddAddsAndStays) {
+    QTimer::singleShot(0, [] {
+        QWidget* shown = QApplication::activeModalWidget();
+        ASSERT_NE(shown, nullptr);
+        QTest::keyClicks(shown->findChild<QLineEdit*>("txtSearch"), "ann");
+        const auto enterOn = [shown](const char* name) {
+            auto* button = shown->findChild<QPushButton*>(name);
+            button->setFocus();
+            QTest::keyClick(button, Qt::Key_Return);
+        };
+        enterOn("cmdAdd");
+        EXPECT_TRUE(shown->isVisible());
+        enterOn("cmdCancel");
+        EXPECT_FALSE(shown->isVisible());
+    });
+    EXPECT_EQ(ChooseAddresses(Book, false), std::nullopt);
+}
+
 TEST_F(AddressBookOnScreen, NothingIsRememberedFromOneShowingToTheNext) {
     QTimer::singleShot(0, [] {
         auto* search = QApplication::activeModalWidget()->findChild<QLineEdit*>("txtSearch");
