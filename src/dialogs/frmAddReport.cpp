@@ -108,6 +108,11 @@ void frmAddReport::ConnectPages() {
     connect(m_ui->cmdPar, &QPushButton::clicked, this, &frmAddReport::cmdPar_Click);
     connect(m_ui->cmdAdvance, &QPushButton::clicked, this, &frmAddReport::cmdAdvance_Click);
     connect(m_ui->cmdTest, &QPushButton::clicked, this, &frmAddReport::cmdTest_Click);
+    // Enter and mnemonics do not move the focus by themselves: what was typed last is cleaned before it is
+    // looked at or hidden.
+    for (QPushButton* command : {m_ui->cmdBack, m_ui->cmdNext, m_ui->cmdPar}) {
+        connect(command, &QPushButton::pressed, command, [command] { command->setFocus(); });
+    }
 }
 
 void frmAddReport::ConnectLostFocus() {
@@ -165,8 +170,6 @@ void frmAddReport::cmdBack_Click() {
 }
 
 void frmAddReport::cmdNext_Click() {
-    // Enter does not move the focus by itself: what was typed last is cleaned before it is looked at.
-    m_ui->cmdNext->setFocus();
     try {
         const QWidget* page = m_ui->pages->currentWidget();
         if (page == m_ui->Frame1) {
@@ -208,6 +211,7 @@ void frmAddReport::LeaveSchedule() {
         Refuse("", m_ui->dtEnd);
         return;
     }
+    m_ui->msTime->setFocus();  // what is wrong with it is put right in it
     CDate(m_ui->msTime->Text());
     ShowPage(m_ui->Step3);
 }
@@ -355,6 +359,8 @@ void frmAddReport::optFreq_Click(int index) {
 
 void frmAddReport::cmdAd_Click() {
     Global::PickRecipients(*m_ui->txtRecipient);
+    // On its way out of the box the focus cleans what was picked as well.
+    m_ui->txtRecipient->setFocus();
 }
 
 void frmAddReport::Check1_Click() {

@@ -176,6 +176,7 @@ TEST_P(WizardWithBadTime, IsATypeMismatchAndStaysOnThePage) {
     Click("cmdNext");
     EXPECT_EQ(prompts.boxes, Exclamation("An error was detected. Type mismatch [13]"));
     EXPECT_EQ(Page(), "Step2");
+    EXPECT_EQ(FocusedName(), "msTime");
     EXPECT_TRUE(process.ends.empty());
 }
 

@@ -24,6 +24,12 @@ void MultiLineTextBox::Locked(bool locked) {
     ShowLocked(*this, locked);
 }
 
+// What was dropped is the box's to clean when it is left.
+void MultiLineTextBox::dropEvent(QDropEvent* event) {
+    setFocus(Qt::MouseFocusReason);
+    QPlainTextEdit::dropEvent(event);
+}
+
 void MultiLineTextBox::focusOutEvent(QFocusEvent* event) {
     QPlainTextEdit::focusOutEvent(event);
     if (FocusHasLeft(*event)) {

@@ -22,5 +22,6 @@ class MultiLineTextBox : public QPlainTextEdit, public EditableText {
     void LostFocus();  // see FocusHasLeft
 
  protected:
+    void dropEvent(QDropEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 };

@@ -14,6 +14,12 @@ void TextBox::Locked(bool locked) {
     ShowLocked(*this, locked);
 }
 
+// What was dropped is the box's to clean when it is left.
+void TextBox::dropEvent(QDropEvent* event) {
+    setFocus(Qt::MouseFocusReason);
+    QLineEdit::dropEvent(event);
+}
+
 void TextBox::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     if (FocusHasLeft(*event)) {

@@ -26,5 +26,6 @@ class TextBox : public QLineEdit, public EditableText {
     void LostFocus();  // see FocusHasLeft
 
  protected:
+    void dropEvent(QDropEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 };
