@@ -11,7 +11,7 @@
 #include <functional>
 #include <string>
 
-#include "bench/viewer/long_report.h"
+#include "bench/long_report.h"
 #include "platform/paths.h"
 #include "platform/rdl/engine/engine.h"
 #include "platform/rdl/engine/rdl_report.h"

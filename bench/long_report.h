@@ -1,4 +1,5 @@
-// A report of some 200 pages over 10,000 rows of 6 columns in a database file.
+// A plain table with a repeated header and page numbers over rows of 6 columns in a database file: some 200
+// pages for 10,000 rows.
 #pragma once
 
 #include <filesystem>
@@ -8,7 +9,7 @@ namespace bench {
 inline constexpr int LongReportRows = 10'000;
 
 // Writes both into the folder; returns the report's path.
-std::filesystem::path WriteLongReport(const std::filesystem::path& folder);
+std::filesystem::path WriteLongReport(const std::filesystem::path& folder, int rowCount = LongReportRows);
 std::filesystem::path LongReportData(const std::filesystem::path& folder);
 
 }  // namespace bench

@@ -1,4 +1,4 @@
-#include "bench/viewer/long_report.h"
+#include "bench/long_report.h"
 
 #include <sqlite3.h>
 
@@ -18,7 +18,7 @@ void Execute(sqlite3* database, const std::string& statement) {
     }
 }
 
-void WriteData(const std::filesystem::path& file) {
+void WriteData(const std::filesystem::path& file, int rowCount) {
     sqlite3* database = nullptr;
     if (sqlite3_open(file.c_str(), &database) != SQLITE_OK) {
         std::abort();
@@ -26,7 +26,7 @@ void WriteData(const std::filesystem::path& file) {
     Execute(database,
             "create table Orders (OrderID integer primary key, Customer text, City text, Product "
             "text, Quantity integer, Amount real); begin");
-    for (int i = 1; i <= LongReportRows; ++i) {
+    for (int i = 1; i <= rowCount; ++i) {
         const std::string number = std::to_string(i);
         Execute(database, "insert into Orders values (" + number + ", 'Customer " + std::to_string(i % 97) +
                               "', 'City " + std::to_string(i % 31) + "', 'Product number " +
@@ -92,8 +92,8 @@ std::filesystem::path LongReportData(const std::filesystem::path& folder) {
     return folder / "orders.db";
 }
 
-std::filesystem::path WriteLongReport(const std::filesystem::path& folder) {
-    WriteData(LongReportData(folder));
+std::filesystem::path WriteLongReport(const std::filesystem::path& folder, int rowCount) {
+    WriteData(LongReportData(folder), rowCount);
     const std::filesystem::path report = folder / "orders.rpt";
     std::ofstream(report) << Definition(LongReportData(folder));
     return report;

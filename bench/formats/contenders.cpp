@@ -1,0 +1,86 @@
+#include "bench/formats/contenders.h"
+
+#include "bench/formats/measure.h"
+#include "bench/formats/peer_data.h"
+#include "bench/long_report.h"
+
+namespace bench {
+namespace {
+
+namespace fs = std::filesystem;
+
+// LibreOffice gets a profile of its own: the user's may be open, and the first start, which makes it, does
+// not count.
+Contender LibreOffice(const fs::path& input, const std::string& format, const std::string& filter,
+                      const fs::path& folder) {
+    const fs::path output = folder / "libreoffice";
+    Contender contender{"LibreOffice", {}, (output / input.stem()).concat("." + format), 10};
+    if (const auto program = FindProgram("soffice")) {
+        contender.words = {*program,
+                           "--headless",
+                           "-env:UserInstallation=file://" + (folder / "profile").string(),
+                           "--convert-to",
+                           filter.empty() ? format : format + ":" + filter,
+                           "--outdir",
+                           output,
+                           input};
+    }
+    return contender;
+}
+
+// The Debian package's module belongs to the system's own Python.
+Contender Reportlab(const fs::path& folder) {
+    const std::string python = "/usr/bin/python3";
+    Contender contender{"reportlab LongTable", {}, folder / "reportlab.pdf", 10};
+    if (Succeeds({python, "-c", "import reportlab"})) {
+        contender.words = {python, OXC_REPORTLAB_TABLE, LongReportData(folder), contender.output};
+    }
+    return contender;
+}
+
+Contender Ssconvert(const fs::path& input, const fs::path& folder) {
+    Contender contender{"ssconvert", {}, folder / "ssconvert.xls", 5};
+    if (const auto program = FindProgram("ssconvert")) {
+        contender.words = {*program, "--export-type=Gnumeric_Excel:excel_biff8", input, contender.output};
+    }
+    return contender;
+}
+
+}  // namespace
+
+Contender OxcReport(const fs::path& report, const std::string& format) {
+    const fs::path output = report.parent_path() / ("oxc." + format);
+    return {"oxc-report", {OXC_REPORT, "export", report, "-f", format, "-o", output}, output, 1};
+}
+
+Contender Libharu(const fs::path& folder) {
+    Contender contender{"libharu, no layout", {}, folder / "libharu.pdf", 1 / MostTimesFloor};
+#ifdef OXC_LIBHARU_TABLE
+    contender.words = {OXC_LIBHARU_TABLE, LongReportData(folder), contender.output};
+#endif
+    return contender;
+}
+
+std::vector<Contender> PeersOf(const std::string& format, const fs::path& folder) {
+    const fs::path csv = folder / "orders.csv";
+    WriteCsv(LongReportData(folder), csv);
+    if (format == "pdf") {
+        return {Libharu(folder), Reportlab(folder), LibreOffice(csv, "pdf", "", folder)};
+    }
+    if (format == "xls") {
+        return {Ssconvert(csv, folder), LibreOffice(csv, "xls", "", folder)};
+    }
+    if (format == "html") {
+        return {LibreOffice(csv, "html", "", folder)};
+    }
+    // Calc has no way to RTF, Writer has: from the same table as a page.
+    const fs::path page = folder / "orders.html";
+    WriteHtmlTable(LongReportData(folder), page);
+    Contender writer = LibreOffice(page, "rtf", "", folder);
+    if (!writer.words.empty()) {
+        writer.words.insert(writer.words.begin() + 2, "--infilter=HTML (StarWriter)");
+    }
+    return {writer};
+}
+
+}  // namespace bench

@@ -1,0 +1,169 @@
+// oxc-report against the programs that others make such files with, over the same rows in one run: whole
+// processes, by wall time, processor time and memory. Then longer reports, which shall take time in
+// proportion and no more memory than is told here.
+//
+// usage: bench_formats [--runs N] [--long]
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "bench/formats/contenders.h"
+#include "bench/formats/measure.h"
+#include "bench/long_report.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using bench::Usage;
+
+constexpr std::array Formats = {"pdf", "xls", "html", "rtf"};
+
+struct Options {
+    int runs = 3;
+    bool isLong = false;
+};
+
+const char* Verdict(bool isMet) {
+    return isMet ? "met" : "MISSED";
+}
+
+void PrintUsage(const std::string& name, const Usage& usage) {
+    std::printf("  %-20s %9.3f s %9.3f s %7.0f MB", name.c_str(), usage.wall, usage.cpu, usage.megabytes);
+}
+
+void PrintTitle(int rows) {
+    std::printf("\n%d rows of 6 columns\n  %-20s %11s %11s %10s   %s\n", rows, "", "wall", "processor",
+                "memory", "time, in oxc-report's (by wall, by processor)");
+}
+
+void PrintOwn(const std::string& format, const Usage& own, double mostMegabytes) {
+    PrintUsage("oxc-report " + format, own);
+    std::printf("   memory: at most %.0f MB: %s\n", mostMegabytes, Verdict(own.megabytes <= mostMegabytes));
+}
+
+// Other work on the machine stretches the wall time of the longer of two runs more, so the processor's
+// decides too.
+void PrintPeer(const bench::Contender& peer, const Usage& own, int runs) {
+    if (peer.words.empty()) {
+        std::printf("  %-20s is not installed (packaging/install bench)\n", peer.name.c_str());
+        return;
+    }
+    const std::optional<Usage> usage = bench::BestOf(runs, peer.words, peer.output);
+    if (!usage) {
+        std::printf("  %-20s failed\n", peer.name.c_str());
+        return;
+    }
+    PrintUsage(peer.name, *usage);
+    const double byWall = usage->wall / own.wall;
+    const double byProcessor = usage->cpu / own.cpu;
+    std::printf("   %.2f, %.2f; at least %.2f: %s\n", byWall, byProcessor, peer.target,
+                Verdict(byWall >= peer.target && byProcessor >= peer.target));
+    std::fflush(stdout);
+}
+
+std::optional<Usage> MeasureOwn(const fs::path& report, const std::string& format, int runs) {
+    const bench::Contender own = bench::OxcReport(report, format);
+    std::optional<Usage> usage = bench::BestOf(runs, own.words, own.output);
+    if (!usage) {
+        std::printf("  oxc-report %s failed\n", format.c_str());
+    }
+    return usage;
+}
+
+// Makes LibreOffice's profile, and brings every program's files into memory.
+void WarmUp(const std::string& format, const fs::path& folder) {
+    for (const bench::Contender& peer : bench::PeersOf(format, folder)) {
+        if (!peer.words.empty()) {
+            bench::BestOf(1, peer.words, peer.output);
+        }
+    }
+}
+
+using UsageByFormat = std::map<std::string, Usage>;
+
+UsageByFormat AgainstPeers(const fs::path& folder, int runs) {
+    const fs::path report = bench::WriteLongReport(folder);
+    PrintTitle(bench::LongReportRows);
+    UsageByFormat result;
+    for (const std::string format : Formats) {
+        const std::optional<Usage> own = MeasureOwn(report, format, runs);
+        if (!own) {
+            continue;
+        }
+        result[format] = *own;
+        PrintOwn(format, *own, bench::MostMegabytes);
+        for (const bench::Contender& peer : bench::PeersOf(format, folder)) {
+            PrintPeer(peer, *own, runs);
+        }
+    }
+    return result;
+}
+
+void Longer(const fs::path& folder, int rows, const UsageByFormat& shorter, double mostMegabytes) {
+    fs::create_directory(folder);
+    const fs::path report = bench::WriteLongReport(folder, rows);
+    PrintTitle(rows);
+    for (const auto& [format, before] : shorter) {
+        const std::optional<Usage> own = MeasureOwn(report, format, 1);
+        if (!own) {
+            continue;
+        }
+        PrintOwn(format, *own, mostMegabytes);
+        const double times = static_cast<double>(rows) / bench::LongReportRows;
+        std::printf("  %20s %.2f times the processor time of %d rows for %.0f times the rows\n", "",
+                    own->cpu / before.cpu, bench::LongReportRows, times);
+        if (format == "pdf") {
+            PrintPeer(bench::Libharu(folder), *own, 1);
+        }
+    }
+    fs::remove_all(folder);
+}
+
+std::optional<Options> OptionsOf(int argc, char** argv) {
+    Options options;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view word = argv[i];
+        if (word == "--long") {
+            options.isLong = true;
+        } else if (word == "--runs" && i + 1 < argc && std::atoi(argv[i + 1]) > 0) {
+            options.runs = std::atoi(argv[++i]);
+        } else {
+            return std::nullopt;
+        }
+    }
+    return options;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::optional<Options> options = OptionsOf(argc, argv);
+    if (!options) {
+        std::fputs("usage: bench_formats [--runs N] [--long]\n", stderr);
+        return 2;
+    }
+    std::string name = (fs::temp_directory_path() / "oxc-bench-formats-XXXXXX").string();
+    if (!mkdtemp(name.data())) {
+        return 1;
+    }
+    const fs::path folder = name;
+    bench::WriteLongReport(folder, 10);
+    for (const char* format : Formats) {
+        WarmUp(format, folder);
+    }
+    fs::remove(bench::LongReportData(folder));
+    const UsageByFormat usages = AgainstPeers(folder, options->runs);
+    Longer(folder / "longer", 100'000, usages, bench::MostMegabytesLong);
+    if (options->isLong) {
+        Longer(folder / "longest", 1'000'000, usages, bench::MostMegabytesLong);
+    }
+    fs::remove_all(folder);
+    return 0;
+}
