@@ -11,6 +11,7 @@ namespace bench {
 namespace {
 
 constexpr std::array Columns = {"OrderID", "Customer", "City", "Product", "Quantity", "Amount"};
+constexpr std::array Widths = {"2cm", "2.7cm", "2.3cm", "4cm", "2.2cm", "3cm"};
 
 void Execute(sqlite3* database, const std::string& statement) {
     if (sqlite3_exec(database, statement.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
@@ -58,8 +59,10 @@ std::string Definition(const std::filesystem::path& data) {
     std::string fields, widths, members;
     for (const char* column : Columns) {
         fields += std::string("<Field Name=\"") + column + "\"><DataField>" + column + "</DataField></Field>";
-        widths += "<TablixColumn><Width>2.7cm</Width></TablixColumn>";
         members += "<TablixMember/>";
+    }
+    for (const char* width : Widths) {
+        widths += std::string("<TablixColumn><Width>") + width + "</Width></TablixColumn>";
     }
     return "<Report xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2008/01/reportdefinition\">"
            "<DataSources><DataSource Name=\"d\"><ConnectionProperties><DataProvider>SQLITE</DataProvider>"

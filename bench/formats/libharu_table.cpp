@@ -5,6 +5,8 @@
 #include <hpdf.h>
 #include <sqlite3.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -17,7 +19,8 @@ constexpr float PageHeight = 29.7F * Centimetre;
 constexpr float Left = 2 * Centimetre;
 constexpr float Top = PageHeight - 2.5F * Centimetre;
 constexpr float Bottom = 1.5F * Centimetre;
-constexpr float ColumnWidth = 2.7F * Centimetre;
+constexpr std::array Widths = {2 * Centimetre, 2.7F * Centimetre, 2.3F * Centimetre,
+                               4 * Centimetre, 2.2F * Centimetre, 3 * Centimetre};
 constexpr float RowHeight = 0.48F * Centimetre;
 
 // Embedded as oxc-report embeds it; without the font a built-in one, which is less work still.
@@ -32,7 +35,7 @@ HPDF_Font FontOf(HPDF_Doc document) {
 class Table {
  public:
     Table(HPDF_Doc document, sqlite3_stmt* rows)
-        : document_(document), font_(FontOf(document)), rows_(rows), columns_(sqlite3_column_count(rows)) {}
+        : document_(document), font_(FontOf(document)), rows_(rows) {}
 
     void Draw() {
         while (sqlite3_step(rows_) == SQLITE_ROW) {
@@ -60,11 +63,12 @@ class Table {
     template <typename TextOfColumn>
     void DrawRow(const TextOfColumn& text) {
         y_ -= RowHeight;
-        for (int column = 0; column < columns_; ++column) {
-            const float x = Left + static_cast<float>(column) * ColumnWidth;
-            HPDF_Page_Rectangle(page_, x, y_, ColumnWidth, RowHeight);
+        float x = Left;
+        for (std::size_t column = 0; column < Widths.size(); ++column) {
+            HPDF_Page_Rectangle(page_, x, y_, Widths[column], RowHeight);
             HPDF_Page_Stroke(page_);
-            DrawText(x + 2, y_ + 4, text(column));
+            DrawText(x + 2, y_ + 4, text(static_cast<int>(column)));
+            x += Widths[column];
         }
     }
 
@@ -77,7 +81,6 @@ class Table {
     HPDF_Doc document_;
     HPDF_Font font_;
     sqlite3_stmt* rows_;
-    int columns_;
     HPDF_Page page_ = nullptr;
     float y_ = 0;
     int number_ = 0;

@@ -10,6 +10,8 @@ from reportlab.lib.pagesizes import A4
 from reportlab.lib.units import cm
 from reportlab.platypus import LongTable, SimpleDocTemplate, TableStyle
 
+WIDTHS = [width * cm for width in (2, 2.7, 2.3, 4, 2.2, 3)]
+
 
 def number_page(canvas, document):
     canvas.setFont("Helvetica", 10)
@@ -20,7 +22,7 @@ def main(database, out):
     cursor = sqlite3.connect(database).execute("select * from Orders")
     rows = [[column[0] for column in cursor.description]]
     rows += [[str(value) for value in row] for row in cursor]
-    table = LongTable(rows, colWidths=[2.7 * cm] * len(rows[0]), rowHeights=[0.48 * cm] * len(rows), repeatRows=1)
+    table = LongTable(rows, colWidths=WIDTHS, rowHeights=[0.48 * cm] * len(rows), repeatRows=1)
     table.setStyle(TableStyle([
         ("FONT", (0, 0), (-1, -1), "Helvetica", 9),
         ("GRID", (0, 0), (-1, -1), 1, colors.HexColor("#c0c0c0")),
