@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "platform/rdl/definition/context.h"
 #include "platform/rdl/error.h"
@@ -397,6 +398,11 @@ class ChartEvaluator {
             number = value.AsDouble();
         } else if (value.kind() == Kind::DateTime || value.kind() == Kind::TimeSpan) {
             number = static_cast<double>(value.AsTicks()) / static_cast<double>(TicksPerDay);
+        } else if (value.IsText()) {  // constants, and files whose columns have no types
+            const std::string text(value.AsText());
+            char* end = nullptr;
+            number = std::strtod(text.c_str(), &end);
+            return end != text.c_str() && *end == 0 && std::isfinite(number);
         } else {
             return false;
         }
