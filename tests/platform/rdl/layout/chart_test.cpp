@@ -315,7 +315,7 @@ TEST(Chart, OnAPageItStandsWhereItIsPlaced) {
     const RectOp alone = Draw({}, Regions()).Rects().front();
     const TextSink pages = PagesOf(kit);
     for (const Op& op : pages.pages.at(0).ops) {
-        if (const auto* column = std::get_if<RectOp>(&op); column && column->width > 0) {
+        if (const auto* column = std::get_if<RectOp>(&op); column && column->color == FirstColor) {
             EXPECT_THAT(column->x, DoubleNear(alone.x + 40, 0.01));
             EXPECT_THAT(column->y, DoubleNear(alone.y + 20, 0.01));
             break;
