@@ -304,6 +304,22 @@ TEST_F(HistoryWindow, DoubleClickBesideAllNodesIsPassedOver) {
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
+TEST_F(HistoryWindow, DoubleClickThatFailsIsToldInAPlainBox) {
+    class FailingFrame : public fakes::FakeFrame {
+     public:
+        void ScreenMousePointer(int) override { throw RuntimeError(err::Overflow); }
+    };
+    Run(Schedule("Sales"), "2026-11-20 06:30:05");
+    frmViewer& viewer = Open();
+    Click(*viewer.tvReports, "2026-11-20 06:30:05 [Success]");
+    {
+        FailingFrame failing;
+        viewer.tvReports_DblClick();
+    }
+    Global::Frame = &frame;
+    EXPECT_EQ(prompts.boxes, (std::vector<fakes::Box>{{"Overflow", 0, "Oxbow Courier"}}));
+}
+
 // What names a schedule is a number with a colon behind it that is not part of a time.
 TEST_F(HistoryWindow, ScheduleIsNamedByItsOwnTextOrByThatOfItsParent) {
     Run(Schedule("Sales"), "2026-11-20 06:30:05");

@@ -72,6 +72,21 @@ TEST_F(PackageDeleting, PackageGoesFromTheTableOfDetailsAsWell) {
     EXPECT_THAT(database.Rows("select BatchName from ReportBatch"), ElementsAre("Week"));
 }
 
+// In the table view a package's item is known by its name and number, and the number is taken from behind the
+// first colon.
+TEST_F(PackageDeleting, ColonInANameOfTheTableViewDeletesThePackageThatItNames) {
+    AddPackage("a:1");
+    frmDesk& window = OpenRoot();
+    ClickNode(window, "Desktop");
+    ClickEntry("mnuDetails");
+    QApplication::processEvents();
+    database.TakeStatements();
+    prompts.answers = {vbYes};
+    ChooseOf(window, "a:1", "mnubtcDelSel");
+    EXPECT_EQ(database.TakeStatements()[0], "delete from reportbatch where reportid = 1");
+    EXPECT_THAT(database.Rows("select BatchName from ReportBatch"), ElementsAre("Week", "a:1"));
+}
+
 TEST_F(PackageDeleting, AnyAnswerButYesDeletesNothing) {
     frmDesk& root = OpenRoot();
     database.TakeStatements();
@@ -248,6 +263,39 @@ TEST_F(PackageDeleting, WindowOfADeletionWithinThePauseOfAnotherIsLeftToTheOuter
     EXPECT_THAT(Reports(), ElementsAre("1|1>sales", "2|1>week"));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(window, nullptr);
+}
+
+TEST_F(PackageDeleting, ReportDeletedTwiceInThePauseIsToldOfTheSecondTime) {
+    frmDesk& window = OpenPackage("Month end");
+    prompts.answers = {vbYes, vbYes};
+    loop.onWait = [&] {
+        if (loop.waits == 1) {
+            ClickEntry("mnubtcDelSel");
+        }
+    };
+    ChooseOf(window, "2>stock", "mnubtcDelSel");
+    ASSERT_EQ(prompts.boxes.size(), 3U);
+    EXPECT_EQ(prompts.boxes[1], ReportQuestion);
+    EXPECT_THAT(prompts.boxes[2].text, testing::EndsWith(" [3021]"));
+    EXPECT_THAT(Listed(window), ElementsAre("1>sales", "3>staff"));
+    EXPECT_THAT(Reports(), ElementsAre("1|1>sales", "1|3>staff", "2|1>week"));
+}
+
+// Behind the pause the list loses what is selected in it then.
+TEST_F(PackageDeleting, OtherReportDeletedInThePauseGoesAndTheFirstStaysInTheList) {
+    frmDesk& window = OpenPackage("Month end");
+    prompts.answers = {vbYes, vbYes};
+    loop.onWait = [&] {
+        if (loop.waits == 1) {
+            ClickItem(window, "3>staff");
+            ClickEntry("mnubtcDelSel");
+        }
+    };
+    ChooseOf(window, "2>stock", "mnubtcDelSel");
+    EXPECT_EQ(prompts.boxes, (Boxes{ReportQuestion, ReportQuestion,
+                                    ErrorBox(91, "Object variable or With block variable not set")}));
+    EXPECT_THAT(Reports(), ElementsAre("1|1>sales", "2|1>week"));
+    EXPECT_THAT(Listed(window), ElementsAre("1>sales", "2>stock"));
 }
 
 TEST_F(PackageDeleting, HistoryWindowThatIsActiveBehindThePauseKeepsTheLists) {

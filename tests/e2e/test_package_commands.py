@@ -34,11 +34,10 @@ class PackageCommands(DeskSession):
         self.courier.run_until_package_history(runs)
 
     def open_package(self, name):
-        """In a window of its own, and on to its list: the tree there has the keys first."""
+        """In a window of its own, whose list has the keys."""
         self.to_list()
         self.type(name)
         self.press("Return")
-        self.press("Tab")
 
     def choose(self, item, *keys):
         """An entry of the menu of the item whose text begins so."""
