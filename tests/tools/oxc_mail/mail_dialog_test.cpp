@@ -310,6 +310,18 @@ TEST_F(MailWindow, ReturnKeySaves) {
     EXPECT_THAT(Profile(), HasSubstr("From=Figures <r@example.com>"));
 }
 
+TEST_F(MailWindow, ReturnKeyOnACommandIsThatCommand) {
+    WriteProfile("Transport=outbox\n");
+    const std::string before = Profile();
+    Open();
+    Type("txtName", "Figures");
+    Answer(QMessageBox::Discard);
+    QTest::keyClick(Find<QPushButton>("cmdClose"), Qt::Key_Return);
+    EXPECT_EQ(m_asked, "The mail profile has changes that are not saved.");
+    EXPECT_FALSE(m_dialog->isVisible());
+    EXPECT_EQ(Profile(), before);
+}
+
 TEST_F(MailWindow, MnemonicsOfWhatIsSeenTogetherDiffer) {
     WriteProfile("Transport=smtp\nHost=h\n");
     Open();
