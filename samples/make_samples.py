@@ -8,6 +8,7 @@ import sys
 
 sys.dont_write_bytecode = True  # the folder of the sources stays as it is
 
+import charts_report  # noqa: E402
 import invoice_report  # noqa: E402
 import list_reports  # noqa: E402
 import sales_database  # noqa: E402
@@ -22,6 +23,7 @@ def main():
         "sales_by_region.rpt": list_reports.sales_by_region(),
         "order_list.rpt": list_reports.order_list(),
         "summary.rpt": summary_report.summary(),
+        "sales_charts.rpt": charts_report.charts(),
         "invoice.rpt": invoice_report.invoice(),
     }
     for name, text in reports.items():

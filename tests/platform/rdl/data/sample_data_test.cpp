@@ -63,6 +63,13 @@ TEST_F(SampleReports, SummaryHasTwelveMonths) {
     EXPECT_EQ(LoadReport("summary.rpt", {Value::Integer(2024)}).at("Months").RowCount(), 12u);
 }
 
+TEST_F(SampleReports, ChartsHaveMonthsRegionsAndCategories) {
+    const auto tables = LoadReport("sales_charts.rpt", {Value::Integer(2025)});
+    EXPECT_EQ(tables.at("Months").RowCount(), 12u);
+    EXPECT_GT(tables.at("Regions").RowCount(), 1u);
+    EXPECT_GT(tables.at("Categories").RowCount(), 1u);
+}
+
 TEST_F(SampleReports, InvoiceIsOfOneOrder) {
     const auto tables = LoadReport("invoice.rpt", {Value::Integer(10042)});
     ASSERT_EQ(tables.at("Head").RowCount(), 1u);
