@@ -156,7 +156,7 @@ TEST_F(WizardFinish, ReportWithoutParametersInsertsNoneAndMayHaveNoFormat) {
     GoTo("Step4");
     Click("cmdNext");
     Click("cmdNext");
-    EXPECT_EQ(Stored("Format, Parent"), Texts{"|Sales"});
+    EXPECT_EQ(Stored("Format, Parent, Frequency, LoginReq"), Texts{"|Sales|Daily|F"});
     EXPECT_TRUE(database.Rows("select * from ReportParameter").empty());
     EXPECT_TRUE(prompts.boxes.empty());
     EXPECT_TRUE(Unloaded());

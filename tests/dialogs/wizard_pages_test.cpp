@@ -201,6 +201,7 @@ TEST_F(WizardPages, ParametersThatWereNeverSetAreASubscriptErrorInItsOwnWords) {
 TEST_F(WizardPages, ReportWithParametersNeedsAFormat) {
     GoTo("Step4", AddReport("regions.rpt", WithParameters({"Region"})));
     SetParameters({"West"});
+    Click("Check1");  // whose name and password are asked for behind the format
     Click("cmdNext");
     EXPECT_EQ(
         prompts.boxes,

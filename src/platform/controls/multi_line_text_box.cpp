@@ -16,7 +16,9 @@ std::string MultiLineTextBox::Text() const {
 }
 
 void MultiLineTextBox::Text(const std::string& text) {
-    setPlainText(QString::fromStdString(text));
+    if (text != Text()) {
+        setPlainText(QString::fromStdString(text));
+    }
 }
 
 void MultiLineTextBox::Locked(bool locked) {

@@ -12,6 +12,7 @@ class MultiLineTextBox : public QPlainTextEdit, public EditableText {
     explicit MultiLineTextBox(QWidget* parent = nullptr);
 
     std::string Text() const override;
+    // The text that stands in it already leaves it as it is, cursor and all: what was typed can be undone.
     void Text(const std::string& text) override;
 
     // A locked text can be read and copied, not changed; it stands on the colour of a button.

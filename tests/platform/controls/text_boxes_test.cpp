@@ -96,3 +96,15 @@ TEST(TextBoxOfSeveralLines, TakesEnterAsALine) {
     Type("two");
     EXPECT_EQ(box.Text(), "one\ntwo");
 }
+
+TEST(TextBoxOfSeveralLines, GivenItsOwnTextKeepsCursorAndUndo) {
+    ShownForm form;
+    MultiLineTextBox box;
+    form.Show(&box);
+    box.setFocus();
+    Type("one");
+    box.Text("one");
+    EXPECT_EQ(box.textCursor().position(), 3);
+    QTest::keySequence(&box, QKeySequence::Undo);
+    EXPECT_EQ(box.Text(), "");
+}
