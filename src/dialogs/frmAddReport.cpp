@@ -241,6 +241,7 @@ void frmAddReport::LeaveProperties() {
 // A report without parameters is not asked for its format either.
 bool frmAddReport::ParametersAreSet() {
     for (int i = 1; i <= Global::OpenedReport().ParameterFieldCount(); ++i) {
+        m_ui->cmdPar->setFocus();  // names that are not there are got by it
         const bool unnamed = Global::ParNameSlot(i).empty();
         if (unnamed || m_ui->cmbFormat->Text().empty()) {
             Refuse("Please set up the report parameters and specify the format of the report output.",

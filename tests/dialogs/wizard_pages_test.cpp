@@ -196,6 +196,7 @@ TEST_F(WizardPages, ParametersThatWereNeverSetAreASubscriptErrorInItsOwnWords) {
     Click("cmdNext");
     EXPECT_EQ(prompts.boxes, Exclamation("Please fill in the parameters for the report"));
     EXPECT_EQ(Page(), "Step4");
+    EXPECT_EQ(FocusedName(), "cmdPar");
 }
 
 TEST_F(WizardPages, ReportWithParametersNeedsAFormat) {
