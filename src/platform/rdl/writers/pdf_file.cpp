@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 
 #include "platform/rdl/error.h"
 #include "platform/rdl/writers/utf8.h"
@@ -162,28 +163,30 @@ void PdfNumber(std::string& out, double number) {
     constexpr double Bound = 1e6;
     const double held = std::isnan(number) ? 0 : std::clamp(number, -Bound, Bound);
     long long thousandths = std::llround(held * 1000);
-    if (thousandths < 0) {
-        out += '-';
-        thousandths = -thousandths;
-    }
+    const bool isNegative = thousandths < 0;
+    thousandths = std::abs(thousandths);
+    // From the end, in one piece: a page has thousands of numbers.
     char digits[24];
-    int length = 0;
-    for (long long whole = thousandths / 1000; whole || length == 0; whole /= 10) {
-        digits[length++] = static_cast<char>('0' + whole % 10);
-    }
-    while (length) {
-        out += digits[--length];
-    }
-    if (const int rest = static_cast<int>(thousandths % 1000)) {
-        out += '.';
-        out += static_cast<char>('0' + rest / 100);
-        if (rest % 100) {
-            out += static_cast<char>('0' + rest / 10 % 10);
+    char* const end = digits + sizeof digits;
+    char* begin = end;
+    auto rest = static_cast<unsigned>(thousandths % 1000);
+    if (rest) {
+        for (int place = 0; place < 3; ++place, rest /= 10) {
+            if (begin != end || rest % 10) {
+                *--begin = static_cast<char>('0' + rest % 10);
+            }
         }
-        if (rest % 10) {
-            out += static_cast<char>('0' + rest % 10);
-        }
+        *--begin = '.';
     }
+    auto whole = static_cast<unsigned>(thousandths / 1000);
+    do {
+        *--begin = static_cast<char>('0' + whole % 10);
+        whole /= 10;
+    } while (whole);
+    if (isNegative) {
+        *--begin = '-';
+    }
+    out.append(begin, end);
 }
 
 }  // namespace rdl::writers

@@ -260,6 +260,9 @@ TEST(PdfNumber, HasNoExponentAndAtMostThreeDecimals) {
     EXPECT_EQ(Printed(12), "12");
     EXPECT_EQ(Printed(-1.5), "-1.5");
     EXPECT_EQ(Printed(0.05), "0.05");
+    EXPECT_EQ(Printed(1200.03), "1200.03");
+    EXPECT_EQ(Printed(70.1), "70.1");
+    EXPECT_EQ(Printed(-9.999), "-9.999");
     EXPECT_EQ(Printed(1.0 / 3), "0.333");
     EXPECT_EQ(Printed(-0.0001), "0");
     EXPECT_EQ(Printed(1e-12), "0");
