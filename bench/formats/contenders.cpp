@@ -1,6 +1,5 @@
 #include "bench/formats/contenders.h"
 
-#include "bench/formats/measure.h"
 #include "bench/formats/peer_data.h"
 #include "bench/long_report.h"
 
@@ -14,16 +13,16 @@ namespace fs = std::filesystem;
 Contender LibreOffice(const fs::path& input, const std::string& format, const std::string& filter,
                       const fs::path& folder) {
     const fs::path output = folder / "libreoffice";
-    Contender contender{"LibreOffice", {}, (output / input.stem()).concat("." + format), 10};
+    Contender contender{"LibreOffice", {{}, (output / input.stem()).concat("." + format)}, 10};
     if (const auto program = FindProgram("soffice")) {
-        contender.words = {*program,
-                           "--headless",
-                           "-env:UserInstallation=file://" + (folder / "profile").string(),
-                           "--convert-to",
-                           filter.empty() ? format : format + ":" + filter,
-                           "--outdir",
-                           output,
-                           input};
+        contender.command.words = {*program,
+                                   "--headless",
+                                   "-env:UserInstallation=file://" + (folder / "profile").string(),
+                                   "--convert-to",
+                                   filter.empty() ? format : format + ":" + filter,
+                                   "--outdir",
+                                   output,
+                                   input};
     }
     return contender;
 }
@@ -31,17 +30,19 @@ Contender LibreOffice(const fs::path& input, const std::string& format, const st
 // The Debian package's module belongs to the system's own Python.
 Contender Reportlab(const fs::path& folder) {
     const std::string python = "/usr/bin/python3";
-    Contender contender{"reportlab LongTable", {}, folder / "reportlab.pdf", 10};
+    Contender contender{"reportlab LongTable", {{}, folder / "reportlab.pdf"}, 10};
     if (Succeeds({python, "-c", "import reportlab"})) {
-        contender.words = {python, OXC_REPORTLAB_TABLE, LongReportData(folder), contender.output};
+        contender.command.words = {python, OXC_REPORTLAB_TABLE, LongReportData(folder),
+                                   contender.command.output};
     }
     return contender;
 }
 
 Contender Ssconvert(const fs::path& input, const fs::path& folder) {
-    Contender contender{"ssconvert", {}, folder / "ssconvert.xls", 5};
+    Contender contender{"ssconvert", {{}, folder / "ssconvert.xls"}, 5};
     if (const auto program = FindProgram("ssconvert")) {
-        contender.words = {*program, "--export-type=Gnumeric_Excel:excel_biff8", input, contender.output};
+        contender.command.words = {*program, "--export-type=Gnumeric_Excel:excel_biff8", input,
+                                   contender.command.output};
     }
     return contender;
 }
@@ -50,13 +51,13 @@ Contender Ssconvert(const fs::path& input, const fs::path& folder) {
 
 Contender OxcReport(const fs::path& report, const std::string& format) {
     const fs::path output = report.parent_path() / ("oxc." + format);
-    return {"oxc-report", {OXC_REPORT, "export", report, "-f", format, "-o", output}, output, 1};
+    return {"oxc-report", {{OXC_REPORT, "export", report, "-f", format, "-o", output}, output}, 1};
 }
 
 Contender Libharu(const fs::path& folder) {
-    Contender contender{"libharu, no layout", {}, folder / "libharu.pdf", 1 / MostTimesFloor};
+    Contender contender{"libharu, no layout", {{}, folder / "libharu.pdf"}, 1 / MostTimesFloor};
 #ifdef OXC_LIBHARU_TABLE
-    contender.words = {OXC_LIBHARU_TABLE, LongReportData(folder), contender.output};
+    contender.command.words = {OXC_LIBHARU_TABLE, LongReportData(folder), contender.command.output};
 #endif
     return contender;
 }
@@ -77,8 +78,8 @@ std::vector<Contender> PeersOf(const std::string& format, const fs::path& folder
     const fs::path page = folder / "orders.html";
     WriteHtmlTable(LongReportData(folder), page);
     Contender writer = LibreOffice(page, "rtf", "", folder);
-    if (!writer.words.empty()) {
-        writer.words.insert(writer.words.begin() + 2, "--infilter=HTML (StarWriter)");
+    if (!writer.command.words.empty()) {
+        writer.command.words.insert(writer.command.words.begin() + 2, "--infilter=HTML (StarWriter)");
     }
     return {writer};
 }

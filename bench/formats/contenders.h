@@ -5,12 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "bench/formats/measure.h"
+
 namespace bench {
 
 struct Contender {
     std::string name;
-    std::vector<std::string> words;  // the command; empty when the program is missing
-    std::filesystem::path output;
+    Command command;
     double target;  // a peer takes at least so many times as long as oxc-report
 };
 

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -13,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "bench/formats/contenders.h"
 #include "bench/formats/measure.h"
@@ -48,16 +50,11 @@ void PrintOwn(const std::string& format, const Usage& own, double mostMegabytes)
     std::printf("   memory: at most %.0f MB: %s\n", mostMegabytes, Verdict(own.megabytes <= mostMegabytes));
 }
 
-// Other work on the machine stretches the wall time of the longer of two runs more, so the processor's
-// decides too.
-void PrintPeer(const bench::Contender& peer, const Usage& own, int runs) {
-    if (peer.words.empty()) {
-        std::printf("  %-20s is not installed (packaging/install bench)\n", peer.name.c_str());
-        return;
-    }
-    const std::optional<Usage> usage = bench::BestOf(runs, peer.words, peer.output);
+// Other work on the machine stretches the wall time of some runs more, so the processor's decides too.
+void PrintPeer(const bench::Contender& peer, const std::optional<Usage>& usage, const Usage& own) {
     if (!usage) {
-        std::printf("  %-20s failed\n", peer.name.c_str());
+        std::printf("  %-20s %s\n", peer.name.c_str(),
+                    peer.command.words.empty() ? "is not installed (packaging/install bench)" : "failed");
         return;
     }
     PrintUsage(peer.name, *usage);
@@ -65,25 +62,37 @@ void PrintPeer(const bench::Contender& peer, const Usage& own, int runs) {
     const double byProcessor = usage->cpu / own.cpu;
     std::printf("   %.2f, %.2f; at least %.2f: %s\n", byWall, byProcessor, peer.target,
                 Verdict(byWall >= peer.target && byProcessor >= peer.target));
-    std::fflush(stdout);
 }
 
-std::optional<Usage> MeasureOwn(const fs::path& report, const std::string& format, int runs) {
-    const bench::Contender own = bench::OxcReport(report, format);
-    std::optional<Usage> usage = bench::BestOf(runs, own.words, own.output);
-    if (!usage) {
-        std::printf("  oxc-report %s failed\n", format.c_str());
+// oxc-report and its peers, in turns; what oxc-report took.
+std::optional<Usage> Compare(const fs::path& report, const std::string& format,
+                             const std::vector<bench::Contender>& peers, int runs, double mostMegabytes) {
+    std::vector<bench::Command> commands = {bench::OxcReport(report, format).command};
+    for (const bench::Contender& peer : peers) {
+        commands.push_back(peer.command);
     }
-    return usage;
+    const std::vector<std::optional<Usage>> usages = bench::BestOf(runs, commands);
+    if (!usages[0]) {
+        std::printf("  oxc-report %s failed\n", format.c_str());
+        return std::nullopt;
+    }
+    PrintOwn(format, *usages[0], mostMegabytes);
+    for (std::size_t i = 0; i < peers.size(); ++i) {
+        PrintPeer(peers[i], usages[i + 1], *usages[0]);
+    }
+    std::fflush(stdout);
+    return usages[0];
 }
 
 // Makes LibreOffice's profile, and brings every program's files into memory.
-void WarmUp(const std::string& format, const fs::path& folder) {
-    for (const bench::Contender& peer : bench::PeersOf(format, folder)) {
-        if (!peer.words.empty()) {
-            bench::BestOf(1, peer.words, peer.output);
+void WarmUp(const fs::path& folder) {
+    bench::WriteLongReport(folder, 10);
+    for (const char* format : Formats) {
+        for (const bench::Contender& peer : bench::PeersOf(format, folder)) {
+            bench::BestOf(1, {peer.command});
         }
     }
+    fs::remove(bench::LongReportData(folder));
 }
 
 using UsageByFormat = std::map<std::string, Usage>;
@@ -93,34 +102,26 @@ UsageByFormat AgainstPeers(const fs::path& folder, int runs) {
     PrintTitle(bench::LongReportRows);
     UsageByFormat result;
     for (const std::string format : Formats) {
-        const std::optional<Usage> own = MeasureOwn(report, format, runs);
-        if (!own) {
-            continue;
-        }
-        result[format] = *own;
-        PrintOwn(format, *own, bench::MostMegabytes);
-        for (const bench::Contender& peer : bench::PeersOf(format, folder)) {
-            PrintPeer(peer, *own, runs);
+        if (const auto own =
+                Compare(report, format, bench::PeersOf(format, folder), runs, bench::MostMegabytes)) {
+            result[format] = *own;
         }
     }
     return result;
 }
 
-void Longer(const fs::path& folder, int rows, const UsageByFormat& shorter, double mostMegabytes) {
+void Longer(const fs::path& folder, int rows, const UsageByFormat& shorter) {
     fs::create_directory(folder);
     const fs::path report = bench::WriteLongReport(folder, rows);
     PrintTitle(rows);
     for (const auto& [format, before] : shorter) {
-        const std::optional<Usage> own = MeasureOwn(report, format, 1);
-        if (!own) {
-            continue;
-        }
-        PrintOwn(format, *own, mostMegabytes);
-        const double times = static_cast<double>(rows) / bench::LongReportRows;
-        std::printf("  %20s %.2f times the processor time of %d rows for %.0f times the rows\n", "",
-                    own->cpu / before.cpu, bench::LongReportRows, times);
+        std::vector<bench::Contender> floor;
         if (format == "pdf") {
-            PrintPeer(bench::Libharu(folder), *own, 1);
+            floor.push_back(bench::Libharu(folder));
+        }
+        if (const auto own = Compare(report, format, floor, 1, bench::MostMegabytesLong)) {
+            std::printf("  %20s %.1f times the processor time of %d rows for %d times the rows\n", "",
+                        own->cpu / before.cpu, bench::LongReportRows, rows / bench::LongReportRows);
         }
     }
     fs::remove_all(folder);
@@ -154,15 +155,11 @@ int main(int argc, char** argv) {
         return 1;
     }
     const fs::path folder = name;
-    bench::WriteLongReport(folder, 10);
-    for (const char* format : Formats) {
-        WarmUp(format, folder);
-    }
-    fs::remove(bench::LongReportData(folder));
+    WarmUp(folder);
     const UsageByFormat usages = AgainstPeers(folder, options->runs);
-    Longer(folder / "longer", 100'000, usages, bench::MostMegabytesLong);
+    Longer(folder / "longer", 100'000, usages);
     if (options->isLong) {
-        Longer(folder / "longest", 1'000'000, usages, bench::MostMegabytesLong);
+        Longer(folder / "longest", 1'000'000, usages);
     }
     fs::remove_all(folder);
     return 0;

@@ -9,9 +9,12 @@
 #include <chrono>
 #include <cstdlib>
 #include <sstream>
+#include <system_error>
 
 namespace bench {
 namespace {
+
+constexpr double LongRun = 10;  // seconds
 
 double SecondsOf(const timeval& time) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
@@ -50,26 +53,37 @@ std::optional<Usage> RunOnce(const std::vector<std::string>& words) {
                  static_cast<double>(used.ru_maxrss) / 1024};
 }
 
+std::optional<Usage> RunFor(const Command& command) {
+    std::filesystem::remove(command.output);
+    std::optional<Usage> usage = RunOnce(command.words);
+    std::error_code missing;
+    if (!std::filesystem::file_size(command.output, missing) || missing) {
+        return std::nullopt;
+    }
+    std::filesystem::remove(command.output);
+    return usage;
+}
+
+std::optional<Usage> Better(const std::optional<Usage>& before, const std::optional<Usage>& now) {
+    if (!before || !now) {
+        return now;
+    }
+    return Usage{std::min(before->wall, now->wall), std::min(before->cpu, now->cpu),
+                 std::max(before->megabytes, now->megabytes)};
+}
+
 }  // namespace
 
-std::optional<Usage> BestOf(int runs, const std::vector<std::string>& words,
-                            const std::filesystem::path& output) {
-    std::optional<Usage> best;
+std::vector<std::optional<Usage>> BestOf(int runs, const std::vector<Command>& commands) {
+    std::vector<std::optional<Usage>> best(commands.size());
     for (int run = 0; run < runs; ++run) {
-        std::filesystem::remove(output);
-        const std::optional<Usage> usage = RunOnce(words);
-        if (!usage || !std::filesystem::exists(output) || std::filesystem::file_size(output) == 0) {
-            return std::nullopt;
+        for (std::size_t i = 0; i < commands.size(); ++i) {
+            const bool isOut = run > 0 && (!best[i] || best[i]->wall > LongRun);
+            if (!commands[i].words.empty() && !isOut) {
+                best[i] = Better(best[i], RunFor(commands[i]));
+            }
         }
-        if (!best) {
-            best = usage;
-            continue;
-        }
-        best->wall = std::min(best->wall, usage->wall);
-        best->cpu = std::min(best->cpu, usage->cpu);
-        best->megabytes = std::max(best->megabytes, usage->megabytes);
     }
-    std::filesystem::remove(output);
     return best;
 }
 
