@@ -163,6 +163,7 @@ ChartScale ValueScale(const ChartAreaData& area, std::size_t axis,
         }
     }
     request.includeZero = data.includeZero.value_or(true) || needsZero;
+    request.footroom = request.footroom || (data.logarithmic && needsZero);
     const bool percent = IsPercent(area, axis);
     request.minimum = data.minimum;
     request.maximum = data.maximum;
@@ -181,7 +182,7 @@ ChartScale ValueScale(const ChartAreaData& area, std::size_t axis,
     return MakeScale(request);
 }
 
-ChartScale NumberScale(const ChartAreaData& area, double room) {
+ChartScale NumberScale(const ChartAreaData& area, bool dates, double room) {
     const ChartAxisData& data = area.categoryAxes.front();
     ScaleRequest request;
     for (const ChartRow& row : area.rows) {
@@ -204,7 +205,7 @@ ChartScale NumberScale(const ChartAreaData& area, double room) {
     request.base = data.base;
     request.mostTicks =
         std::clamp(static_cast<int>(room / (static_cast<double>(data.style->size) * 6)), 2, 12);
-    return MakeScale(request);
+    return dates ? MakeDateScale(request) : MakeScale(request);
 }
 
 std::string TickText(const ChartAxisData& axis, const ChartScale& scale, double tick, bool percent, bool date,

@@ -21,7 +21,7 @@ std::vector<std::vector<ChartReach>> StackRows(const ChartAreaData& area);
 ChartScale ValueScale(const ChartAreaData& area, std::size_t axis,
                       const std::vector<std::vector<ChartReach>>& reaches, double room);
 // Of scattered points: the numbers along the category axis.
-ChartScale NumberScale(const ChartAreaData& area, double room);
+ChartScale NumberScale(const ChartAreaData& area, bool dates, double room);
 
 bool IsScattered(const ChartAreaData& area);
 bool IsPercent(const ChartAreaData& area, std::size_t valueAxis);

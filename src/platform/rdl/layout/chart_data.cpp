@@ -130,6 +130,7 @@ class ChartEvaluator {
         }
         for (ChartAreaData& area : m_data.areas) {
             MakeSlices(area);
+            DropBelowZero(area);
         }
         return std::move(m_data);
     }
@@ -152,6 +153,19 @@ class ChartEvaluator {
             mark.label = ChartKeywords(mark.labelSource, all, &mark, mark.name, *m_data.culture);
         }
         area.rows.assign(1, std::move(all));
+    }
+
+    // A logarithmic axis has no place for zero and less: such points are gaps.
+    static void DropBelowZero(ChartAreaData& area) {
+        const bool scattered = IsScattered(area);
+        for (ChartRow& row : area.rows) {
+            for (ChartMark& mark : row.marks) {
+                if ((area.valueAxes[row.valueAxis].logarithmic && mark.y <= 0) ||
+                    (scattered && area.categoryAxes.front().logarithmic && mark.x <= 0)) {
+                    mark.hasY = false;
+                }
+            }
+        }
     }
 
     void Palette() {

@@ -85,7 +85,7 @@ CharStyle InsideLetters(const ChartMark& mark) {
     return letters;
 }
 
-std::shared_ptr<const DrawingInstance> DrawChart(const ChartData& data, double width, double height) {
+std::shared_ptr<DrawingInstance> DrawChart(const ChartData& data, double width, double height) {
     auto drawing = std::make_shared<DrawingInstance>();
     drawing->content.width = width;
     drawing->content.height = height;

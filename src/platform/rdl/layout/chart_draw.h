@@ -9,7 +9,7 @@
 
 namespace rdl::layout {
 
-std::shared_ptr<const DrawingInstance> DrawChart(const ChartData& data, double width, double height);
+std::shared_ptr<DrawingInstance> DrawChart(const ChartData& data, double width, double height);
 
 // The parts of it. Each draws within its area.
 void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& room, ChartCanvas& canvas);

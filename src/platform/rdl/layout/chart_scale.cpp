@@ -1,6 +1,7 @@
 #include "platform/rdl/layout/chart_scale.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <limits>
 
@@ -85,7 +86,10 @@ ChartScale Logarithmic(const ScaleRequest& request) {
                                                                : 1;
     double high = request.maximum.value_or(request.any ? request.high : scale.base);
     high = high > low ? high : low * scale.base;
-    const double first = std::floor(power(low) + Rounding);
+    double first = std::floor(power(low) + Rounding);
+    if (request.footroom && !request.minimum && power(low) - first < 0.05) {
+        first -= 1;  // a column of the lowest number would not be seen
+    }
     const double last = std::max(std::ceil(power(high) - Rounding), first + 1);
     scale.low = request.minimum && *request.minimum > 0 ? low : std::pow(scale.base, first);
     scale.high = request.maximum && *request.maximum > low ? high : std::pow(scale.base, last);
@@ -128,6 +132,49 @@ std::vector<double> ChartScale::MinorTicks(double minorStep) const {
     ChartScale copy = *this;
     AddTicks(copy, wanted, minor);
     return minor;
+}
+
+ChartScale MakeDateScale(const ScaleRequest& request) {
+    using namespace std::chrono;
+    constexpr double DaysInMonth = 30.44, LastDay = 3'652'058;  // of the year 9999
+    const sys_days first{year{1} / January / 1};
+    ChartScale scale;
+    scale.low = std::clamp(request.minimum.value_or(request.low), 0.0, LastDay - 2);
+    scale.high = std::clamp(request.maximum.value_or(request.high), scale.low + 1, LastDay);
+    const double least = (scale.high - scale.low) / std::max(1, request.mostTicks);
+    for (const double step : {1.0, 2.0, 7.0, 14.0}) {
+        if (least <= step) {
+            scale.step = step;
+            scale.low = std::floor(scale.low);
+            AddTicks(scale, 1, scale.ticks);
+            const double begin = scale.ticks.front();
+            std::erase_if(scale.ticks, [&](double tick) { return std::fmod(tick - begin, step) != 0; });
+            return scale;
+        }
+    }
+    int months = 1;
+    for (const int step : {1, 2, 3, 6, 12, 24, 60, 120, 240, 600, 1200, 6000, 12'000}) {
+        months = step;
+        if (least <= step * DaysInMonth) {
+            break;
+        }
+    }
+    scale.step = months * DaysInMonth;
+    const year_month_day begin{first + days{static_cast<int>(scale.low)}};
+    const int firstMonth =
+        (static_cast<int>(begin.year()) * 12 + static_cast<int>(static_cast<unsigned>(begin.month())) - 1) /
+        months * months;
+    for (int month = firstMonth; scale.ticks.size() < MostTicks; month += months) {
+        const sys_days day{year{month / 12} / static_cast<int>(month % 12 + 1) / 1};
+        const auto tick = static_cast<double>((day - first).count());
+        if (tick > scale.high) {
+            break;
+        }
+        if (tick >= scale.low) {
+            scale.ticks.push_back(tick);
+        }
+    }
+    return scale;
 }
 
 ChartScale MakeScale(const ScaleRequest& request) {

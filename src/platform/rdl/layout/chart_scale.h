@@ -32,5 +32,7 @@ struct ChartScale {
 };
 
 ChartScale MakeScale(const ScaleRequest& request);
+// Of days, counted from 0001-01-01: ticks are at days, weeks or firsts of months and years.
+ChartScale MakeDateScale(const ScaleRequest& request);
 
 }  // namespace rdl::layout

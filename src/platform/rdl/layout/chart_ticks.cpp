@@ -158,7 +158,7 @@ void PlaceAxes(ChartPlot& plot, const Rect& room) {
         }
         const ChartAxisData& category = plot.area.categoryAxes.front();
         if (plot.scattered) {
-            plot.numbers = NumberScale(plot.area, before.width);
+            plot.numbers = NumberScale(plot.area, plot.dates, before.width);
         }
         plot.categoryLabels = CategoryLabels(plot, plot.swapped ? before.height : before.width,
                                              (plot.swapped ? room.width : room.height) * LargestShare);

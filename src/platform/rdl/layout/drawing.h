@@ -9,8 +9,9 @@
 namespace rdl::layout {
 
 struct DrawingInstance {
-    Page content;             // its width and height are the item's
-    std::string description;  // for those who cannot see it: the chart's titles
+    Page content;                    // its width and height are the item's
+    Color background = Transparent;  // of the item's box; pages fill it themselves
+    std::string description;         // for those who cannot see it: the chart's titles
 };
 
 // Puts everything of `from` onto `page`, so far from its top left corner.

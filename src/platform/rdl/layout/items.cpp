@@ -339,7 +339,9 @@ void ItemBuilder::ImageOf(ItemPlan& plan, Instance& out) {
 }
 
 void ItemBuilder::ChartOf(ItemPlan& plan, Instance& out) {
-    out.drawing = DrawChart(EvaluateChart(*plan.chart, *this), out.width, out.height);
+    const auto drawing = DrawChart(EvaluateChart(*plan.chart, *this), out.width, out.height);
+    drawing->background = out.box->background;
+    out.drawing = drawing;
     out.kind = InstanceKind::Drawing;
     if (!m_input.paint) {
         return;

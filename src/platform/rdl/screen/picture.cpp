@@ -25,7 +25,7 @@ std::shared_ptr<const std::string> PictureOf(const layout::DrawingInstance& draw
     if (image.isNull()) {
         throw Error("There is no memory for the picture of a chart");
     }
-    image.fill(Qt::transparent);
+    image.fill(QColor::fromRgba(drawing.background));
     const int perMeter = static_cast<int>(std::lround(scale * PointsPerInch * InchesPerMeter));
     image.setDotsPerMeterX(perMeter);
     image.setDotsPerMeterY(perMeter);

@@ -8,8 +8,8 @@
 
 namespace rdl::screen {
 
-// A PNG of twice the screen's resolution, less for what would be very large; the same bytes for the same
-// drawing.
+// On the background that the item has, if any. A PNG of twice the screen's resolution, less for what would be
+// very large; the same bytes for the same drawing.
 std::shared_ptr<const std::string> PictureOf(const layout::DrawingInstance& drawing);
 
 }  // namespace rdl::screen

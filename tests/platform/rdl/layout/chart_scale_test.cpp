@@ -106,5 +106,20 @@ TEST(ChartScale, LogarithmsHaveTicksAtPowers) {
     EXPECT_TRUE(std::isnan(scale.Share(0)));
 }
 
+TEST(ChartScale, DatesHaveTicksAtDaysWeeksAndFirstsOfMonths) {
+    constexpr double January2024 = 738'885;  // days from 0001-01-01
+    ScaleRequest request = Of(January2024, January2024 + 4);
+    EXPECT_THAT(MakeDateScale(request).ticks,
+                ElementsAre(January2024, January2024 + 1, January2024 + 2, January2024 + 3, January2024 + 4));
+    request.high = January2024 + 30;
+    EXPECT_THAT(MakeDateScale(request).ticks, ElementsAre(January2024, January2024 + 7, January2024 + 14,
+                                                          January2024 + 21, January2024 + 28));
+    request.high = January2024 + 100;  // 2024 is a leap year
+    EXPECT_THAT(MakeDateScale(request).ticks,
+                ElementsAre(January2024, January2024 + 31, January2024 + 60, January2024 + 91));
+    request.high = 3.6e6;
+    EXPECT_LT(MakeDateScale(request).ticks.size(), 12U);
+}
+
 }  // namespace
 }  // namespace rdl::layout

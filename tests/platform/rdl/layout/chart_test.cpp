@@ -96,6 +96,30 @@ TEST(Chart, NullIsAGapInALine) {
     EXPECT_EQ(lines[0].stroke, FirstColor);
 }
 
+TEST(Chart, WhatALogarithmicAxisHasNoPlaceForIsAGap) {
+    ChartParts parts;
+    parts.valueAxis = "<LogScale>true</LogScale>";
+    const auto columns =
+        Draw(parts, Sales({{"A", "", 10}, {"B", "", 0}, {"C", "", -5}, {"D", "", 1000}})).Rects();
+    EXPECT_EQ(columns.size(), 2U);
+}
+
+TEST(Chart, LabelThatASliceHasNoRoomForStandsBesideIt) {
+    ChartParts parts;
+    parts.type = "Shape";
+    parts.subtype = "Pie";
+    parts.point =
+        "<ChartDataLabel><Visible>true</Visible><Label>=Fields!Region.Value</Label></ChartDataLabel>";
+    const auto leaders = [&](std::int64_t small) {
+        const Drawn drawn = Draw(parts, Sales({{"Large", "", 100}, {"Other one", "", small}}));
+        const auto& ops = drawn.Content().ops;
+        return std::count_if(ops.begin(), ops.end(),
+                             [](const Op& op) { return std::holds_alternative<LineOp>(op); });
+    };
+    EXPECT_EQ(leaders(100), 0);
+    EXPECT_EQ(leaders(1), 1);
+}
+
 TEST(Chart, LineBetweenGapsIsSeenAsAPoint) {
     ChartParts parts;
     parts.type = "Line";

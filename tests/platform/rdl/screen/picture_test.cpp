@@ -25,6 +25,12 @@ TEST(Picture, HasTwiceTheScreensPixelsAndClearGround) {
     EXPECT_EQ(image.pixelColor(2, 2).alpha(), 0);
 }
 
+TEST(Picture, HasTheBackgroundOfItsItem) {
+    layout::DrawingInstance drawing = Square(72);
+    drawing.background = 0xFF00FF00;
+    EXPECT_EQ(Decoded(*PictureOf(drawing)).pixelColor(2, 2), QColor(0, 255, 0));
+}
+
 TEST(Picture, OfALargeDrawingIsBounded) {
     const QImage image = Decoded(*PictureOf(Square(10'000)));
     EXPECT_LE(image.width() * image.height(), 16'100'000);
