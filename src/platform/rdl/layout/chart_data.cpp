@@ -17,7 +17,6 @@ namespace {
 
 constexpr std::size_t MostSeries = 500, MostCategories = 20'000, MostPoints = 100'000;
 constexpr float LineWidth = 1.5F;
-constexpr Color DarkGray = 0xFF404040;
 
 std::size_t At(int index) {
     return static_cast<std::size_t>(index);
@@ -100,8 +99,7 @@ ChartShape ShapeOf(const std::string& name, ChartShape otherwise) {
 class ChartEvaluator {
  public:
     ChartEvaluator(const ChartPlan& plan, ItemBuilder& builder)
-        : m_plan(plan),
-          m_chart(*plan.definition),
+        : m_chart(*plan.definition),
           m_builder(builder),
           m_styles(*plan.programs, builder),
           m_region(BuildRegion(*plan.data, builder.Place().Current(), builder.Place())) {}
@@ -423,7 +421,6 @@ class ChartEvaluator {
         return std::isfinite(number);
     }
 
-    const ChartPlan& m_plan;
     const Chart& m_chart;
     ItemBuilder& m_builder;
     ChartStyles m_styles;
