@@ -348,6 +348,42 @@ TEST(Chart, OnAPageItStandsWhereItIsPlaced) {
     EXPECT_THAT(pages.bodies.at(0), IsSupersetOf({"North", "South"}));
 }
 
+TEST(Chart, InAGroupOfATableItHasTheGroupsRowsAlone) {
+    std::string chart = ChartReport({});
+    const std::size_t begin = chart.find("<Chart Name"), end = chart.find("</Chart>") + 8;
+    chart = chart.substr(begin, end - begin);
+    const std::string row = "<TablixRow><Height>150pt</Height><TablixCells><TablixCell><CellContents>" +
+                            chart + "</CellContents></TablixCell></TablixCells></TablixRow>";
+    const std::string member =
+        "<TablixMember><Group Name=\"Products\"><GroupExpressions><GroupExpression>"
+        "=Fields!Product.Value</GroupExpression></GroupExpressions></Group></TablixMember>";
+    const BuiltKit kit = BuildKit(Report(Tablix(1, row, member)),
+                                  Sales({{"North", "Tea", 1}, {"South", "Coffee", 2}, {"West", "Tea", 3}}));
+    ASSERT_EQ(kit.Table().RowCount(), 2U);
+    const auto columnsIn = [&](std::size_t index) {
+        TableRow made;
+        kit.Table().Row(index, made);
+        const Page& content = made.cells.at(0).content.drawing->content;
+        EXPECT_DOUBLE_EQ(content.width, 100);  // the cell's
+        return std::count_if(content.ops.begin(), content.ops.end(),
+                             [](const Op& op) { return std::holds_alternative<RectOp>(op); });
+    };
+    EXPECT_EQ(columnsIn(0), 2);
+    EXPECT_EQ(columnsIn(1), 1);
+}
+
+TEST(Chart, SecondValueAxisStandsAcrossWithItsOwnScale) {
+    ChartParts parts;
+    parts.series = "<ValueAxisName>Second</ValueAxisName>";
+    parts.valueAxis =
+        "<Maximum>7</Maximum></ChartAxis><ChartAxis Name=\"Second\"><Minimum>0</Minimum>"
+        "<Maximum>200</Maximum><Interval>200</Interval>";
+    const Drawn drawn = Draw(parts, Regions());
+    const std::vector<std::string> texts = drawn.Texts();
+    EXPECT_THAT(texts, ElementsAre("North", "South", "0", "200"));
+    EXPECT_GT(drawn.Letters().at(3).x, drawn.Rects().at(1).x);
+}
+
 TEST(Chart, IsAPictureForFormatsWithoutVectors) {
     const Definition definition = ParseDefinition(ChartReport({}), "test.rdl");
     ReportInput input;
