@@ -9,8 +9,9 @@ namespace rdl::layout {
 namespace {
 
 constexpr int MostTicks = 200;
-constexpr double Rounding = 1e-9;  // of a step: what sums of steps are off by
-constexpr double Largest = 1e300;  // beyond, differences would be infinite
+constexpr double Rounding = 1e-9;       // of a step: what sums of steps are off by
+constexpr double LargestPower = 1e280;  // a base more is still finite
+constexpr double Largest = 1e300;       // beyond, differences would be infinite
 
 // The smallest of 1, 2 and 5 times a power of ten that is not less.
 double NiceStep(double least) {
@@ -81,10 +82,10 @@ ChartScale Logarithmic(const ScaleRequest& request) {
     scale.logarithmic = true;
     scale.base = request.base > 1 && request.base <= 1e6 ? request.base : 10;
     const auto power = [&](double value) { return std::log(value) / std::log(scale.base); };
-    const double low = request.minimum && *request.minimum > 0 ? *request.minimum
-                       : request.any && request.low > 0        ? request.low
-                                                               : 1;
-    double high = request.maximum.value_or(request.any ? request.high : scale.base);
+    const bool hasMinimum = request.minimum && *request.minimum > 0;
+    const double wanted = hasMinimum ? *request.minimum : request.any && request.low > 0 ? request.low : 1;
+    const double low = std::clamp(wanted, 1 / LargestPower, LargestPower);
+    double high = std::min(request.maximum.value_or(request.any ? request.high : scale.base), LargestPower);
     high = high > low ? high : low * scale.base;
     double first = std::floor(power(low) + Rounding);
     if (request.footroom && !request.minimum && power(low) - first < 0.05) {

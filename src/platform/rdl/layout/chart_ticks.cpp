@@ -12,7 +12,8 @@ constexpr double LargestShare = 0.4;       // of the chart, for the texts of an 
 constexpr double Aslant = -45, Upright = -90;
 
 std::size_t EveryFor(double needed, double spacing) {
-    return spacing > 0 ? static_cast<std::size_t>(std::max(1.0, std::ceil(needed / spacing - 0.01))) : 1;
+    return spacing > 0 ? static_cast<std::size_t>(std::clamp(std::ceil(needed / spacing - 0.01), 1.0, 1e6))
+                       : 1;
 }
 
 Extents Largest(const std::vector<std::string>& texts, const CharStyle& style) {

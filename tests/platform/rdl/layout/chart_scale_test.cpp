@@ -106,6 +106,16 @@ TEST(ChartScale, LogarithmsHaveTicksAtPowers) {
     EXPECT_TRUE(std::isnan(scale.Share(0)));
 }
 
+TEST(ChartScale, LogarithmsOfHugeNumbersEnd) {
+    ScaleRequest request = Of(1e-320, 1e308);
+    request.logarithmic = true;
+    EXPECT_LT(MakeScale(request).ticks.size(), 20U);
+    request.minimum = 1e308;
+    const ChartScale scale = MakeScale(request);
+    EXPECT_LT(scale.ticks.size(), 20U);
+    EXPECT_TRUE(std::isfinite(scale.high));
+}
+
 TEST(ChartScale, DatesHaveTicksAtDaysWeeksAndFirstsOfMonths) {
     constexpr double January2024 = 738'885;  // days from 0001-01-01
     ScaleRequest request = Of(January2024, January2024 + 4);
