@@ -353,6 +353,9 @@ TEST_F(MailWindow, TabWalksThroughTheFieldsAsTheyStand) {
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");  // asked for its tests it has no display
+    }
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }
