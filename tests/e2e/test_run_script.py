@@ -35,7 +35,7 @@ class RunScript(unittest.TestCase):
         attached = pathlib.Path(re.search(r"^Attachment:\s+(.*)$", text, re.M).group(1))
         self.assertIn("Sales", pdf_text(attached.read_bytes()))
         self.assertIn("--editor", text)
-        self.assertIn("Transport=smtp", text)
+        self.assertIn("oxc-mail", text)
 
     def test_runs_twice_and_stays_in_its_folder(self):
         self.check_output(self.run_script())
