@@ -5,7 +5,6 @@
 #include "desktop/DeskWindows.h"
 #include "desktop/PackageJobs.h"
 #include "desktop/frmDesk.h"
-#include "execution/RunReport.h"
 #include "platform/convert.h"
 #include "platform/prompts.h"
 #include "store/TextConventions.h"
@@ -124,28 +123,13 @@ void EditParametersOfSelected() {
 }  // namespace
 
 void mnubtcDelSel_Click() {
-    try {
-        DeleteSelected();
-    } catch (...) {
-        Global::ShowError(CurrentError());
-    }
+    package::Run(DeleteSelected);
 }
 
 void mnubtcOutput_Click() {
-    try {
-        OpenOutputOfSelected();
-    } catch (...) {
-        Global::ShowError(CurrentError());
-    }
+    package::Run(OpenOutputOfSelected);
 }
 
 void mnubtcPar_Click() {
-    try {
-        Global::BusyCursor(true);
-        EditParametersOfSelected();
-    } catch (...) {
-        const RuntimeError error = CurrentError();
-        Global::BusyCursor(false);
-        Global::ShowError(error);
-    }
+    package::RunBusy(EditParametersOfSelected);
 }

@@ -107,4 +107,23 @@ void EditParameters(const Report& report, const std::string& condition) {
     }
 }
 
+void Run(void (*command)()) {
+    try {
+        command();
+    } catch (...) {
+        Global::ShowError(CurrentError());
+    }
+}
+
+void RunBusy(void (*command)()) {
+    try {
+        Global::BusyCursor(true);
+        command();
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        Global::BusyCursor(false);
+        Global::ShowError(error);
+    }
+}
+
 }  // namespace package

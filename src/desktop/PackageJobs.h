@@ -35,4 +35,9 @@ void OpenReport(Report& report, const std::string& statement);
 // hourglass as it was then: 91 when the file is not opened.
 void EditParameters(const Report& report, const std::string& condition);
 
+// Runs a command of a menu; its error is shown.
+void Run(void (*command)());
+// The same under the hourglass, which an error takes away before it is shown.
+void RunBusy(void (*command)());
+
 }  // namespace package

@@ -4,7 +4,6 @@
 #include "desktop/HistoryNodes.h"
 #include "desktop/PackageJobs.h"
 #include "desktop/frmViewer.h"
-#include "execution/RunReport.h"
 #include "platform/prompts.h"
 #include "store/TextConventions.h"
 
@@ -76,28 +75,13 @@ void EditParametersOfSelected() {
 }  // namespace
 
 void mnuDir_Click() {
-    try {
-        DeleteSelected();
-    } catch (...) {
-        Global::ShowError(CurrentError());
-    }
+    package::Run(DeleteSelected);
 }
 
 void mnuOutput_Click() {
-    try {
-        OpenOutputOfSelected();
-    } catch (...) {
-        Global::ShowError(CurrentError());
-    }
+    package::Run(OpenOutputOfSelected);
 }
 
 void mnuEditPar_Click() {
-    try {
-        Global::BusyCursor(true);
-        EditParametersOfSelected();
-    } catch (...) {
-        const RuntimeError error = CurrentError();
-        Global::BusyCursor(false);
-        Global::ShowError(error);
-    }
+    package::RunBusy(EditParametersOfSelected);
 }

@@ -3,36 +3,16 @@
 import time
 import unittest
 
-from editor import EditorTest
+from dialogs import DialogTest
 from harness import attachment, pdf_text, system_path
 
 
-class Wizard(EditorTest):
+class Wizard(DialogTest):
     def setUp(self):
         super().setUp()
         samples = system_path(self.courier.app / "samples")
         self.courier.settings(Poll="1", DefPath=samples.replace("\\", "\\\\"))
         self.courier.sql("insert into Folders(FolderName, Parent) values('Sales', 0), ('Stock', 0)")
-
-    def shown(self, title):
-        return self.display.windows(self.courier.process.pid, "^%s$" % title)
-
-    def window(self, title):
-        """Waits for the window and gives it the keys: there is no window manager to do it."""
-        self.courier.wait(lambda: self.shown(title), 10, title)
-        window = self.shown(title)[0]
-        self.display.focus(window)
-        time.sleep(0.2)
-        return window
-
-    def gone(self, title, back_to=None):
-        self.courier.wait(lambda: not self.shown(title), 10, "end of " + title)
-        if back_to:
-            self.display.focus(back_to)
-            time.sleep(0.2)
-
-    def type(self, text):
-        self.display.run("xdotool", "type", "--delay", "40", text)
 
     def next(self):
         """A button that is pressed by its mnemonic stays down for a moment before it acts."""
