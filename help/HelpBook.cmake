@@ -77,7 +77,7 @@ function(oxc_help_book title pages folder contents)
     oxc_help_index("${contents}" "${pages}" entries)
     oxc_help_write("${folder}/book.hhk" "${frame_begin}${entries}${frame_end}")
 
-    set(files "style.css\n")
+    set(files "style.css\ndesktop.png\n")
     foreach(line ${contents})
         if(line MATCHES "\\.htm$")
             string(APPEND files "${line}\n")
