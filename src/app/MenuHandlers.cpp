@@ -15,7 +15,7 @@
 #include "execution/DemandCommands.h"
 #include "execution/PreviewCommands.h"
 
-MenuHandler FindMenuHandler(const std::string& entry) {
+std::function<void()> FindMenuHandler(const std::string& entry) {
     static const std::map<std::string, std::function<void()>> handlers = {
         {"mnuAdd", mnuAdd_Click},
         {"mnuDesktop", mnuDesktop_Click},
@@ -56,10 +56,7 @@ MenuHandler FindMenuHandler(const std::string& entry) {
         {"mnuDeskOpen", mnuDeskOpen_Click},
         {"mnuRename", mnuRename_Click},
         {"mnuDeskDelfld", mnuDeskDelfld_Click},
-        // These two close their menu and do nothing else.
-        {"mnuNothing", nullptr},
-        {"mnuDelPckg", nullptr},
     };
     const auto found = handlers.find(entry);
-    return found == handlers.end() ? MenuHandler{} : MenuHandler{true, found->second};
+    return found == handlers.end() ? nullptr : found->second;
 }

@@ -4,9 +4,5 @@
 #include <functional>
 #include <string>
 
-struct MenuHandler {
-    bool built = false;           // false: the entry is shown disabled
-    std::function<void()> click;  // empty: the entry only closes its menu
-};
-
-MenuHandler FindMenuHandler(const std::string& entry);
+// Empty for an entry that only closes its menu.
+std::function<void()> FindMenuHandler(const std::string& entry);

@@ -95,10 +95,8 @@ void frmMain::BuildMenus() {
             entry->setSeparator(true);
             continue;
         }
-        const MenuHandler handler = FindMenuHandler(row.name);
-        entry->setEnabled(handler.built);
-        if (handler.click) {
-            connect(entry, &QAction::triggered, this, handler.click);
+        if (const auto handler = FindMenuHandler(row.name)) {
+            connect(entry, &QAction::triggered, this, handler);
         }
     }
     EntryEnabled("mnuRefHis", false);  // until there is a history window
@@ -215,8 +213,8 @@ QAction* frmMain::Entry(const std::string& name) const {
 
 void frmMain::ClickEntry(const std::string& entry) {
     // Also when the entry is hidden, which would keep its action from being triggered.
-    if (const MenuHandler handler = FindMenuHandler(entry); handler.click) {
-        handler.click();
+    if (const auto handler = FindMenuHandler(entry)) {
+        handler();
     }
 }
 

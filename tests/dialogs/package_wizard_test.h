@@ -30,10 +30,11 @@
 #include "support/database.h"
 #include "support/fake_shell.h"
 #include "support/fakes.h"
+#include "support/form_driver.h"
 #include "support/modal.h"
 #include "support/temporary_folder.h"
 
-class PackageWizard : public testing::Test {
+class PackageWizard : public testing::Test, public fakes::FormDriver {
  protected:
     using Texts = std::vector<std::string>;
     using Boxes = std::vector<fakes::Box>;
@@ -94,25 +95,8 @@ class PackageWizard : public testing::Test {
     }
     std::string PathOf(const std::string& name) const { return paths::FromMachine(reports / name); }
 
-    template <typename Control>
-    Control& The(const char* name) const {
-        Control* control = form->findChild<Control*>(name);
-        if (control == nullptr) {
-            throw std::runtime_error(std::string("no ") + name);
-        }
-        return *control;
-    }
-    void Click(const char* name) const { QTest::mouseClick(&The<QAbstractButton>(name), Qt::LeftButton); }
-    void Type(const char* name, const char* text) const {
-        auto& box = The<QWidget>(name);
-        box.setFocus();
-        QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(&box, Qt::Key_Delete);
-        QTest::keyClicks(&box, text);
-    }
-    static void TabOut() { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); }
+    QWidget* Form() const override { return form; }
     std::string TextOf(const char* name) const { return The<TextBox>(name).Text(); }
-    std::string Caption(const char* name) const { return The<QAbstractButton>(name).text().toStdString(); }
     std::string Page() const {
         return The<QStackedWidget>("pages").currentWidget()->objectName().toStdString();
     }

@@ -27,11 +27,12 @@
 #include "platform/controls/text_box.h"
 #include "platform/paths.h"
 #include "support/database.h"
+#include "support/form_driver.h"
 #include "support/mdi_frame.h"
 #include "support/modal.h"
 #include "support/temporary_folder.h"
 
-class Wizard : public testing::Test {
+class Wizard : public testing::Test, public fakes::FormDriver {
  protected:
     using Texts = std::vector<std::string>;
     using Boxes = std::vector<fakes::Box>;
@@ -85,30 +86,8 @@ class Wizard : public testing::Test {
         return spec;
     }
 
-    template <typename Control>
-    Control& The(const char* name) const {
-        Control* control = form->findChild<Control*>(name);
-        if (control == nullptr) {
-            throw std::runtime_error(std::string("no ") + name);
-        }
-        return *control;
-    }
+    QWidget* Form() const override { return form; }
     TextBox& Box(const char* name) const { return The<TextBox>(name); }
-    // On the mark of a box or an option: beside its caption a click does nothing.
-    void Click(const char* name) const {
-        auto& button = The<QAbstractButton>(name);
-        const bool marked = qobject_cast<QPushButton*>(&button) == nullptr;
-        QTest::mouseClick(&button, Qt::LeftButton, {},
-                          marked ? QPoint(8, button.height() / 2) : button.rect().center());
-    }
-    void Type(const char* name, const char* text) const {
-        auto& box = The<QWidget>(name);
-        box.setFocus();
-        QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(&box, Qt::Key_Delete);
-        QTest::keyClicks(&box, text);
-    }
-    static void TabOut() { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); }
     void TypeTime(const char* digits) const {
         auto& time = The<MaskEdBox>("msTime");
         time.setFocus();
@@ -136,7 +115,6 @@ class Wizard : public testing::Test {
         }
         return shown.size() == 1 ? shown.front() : std::to_string(shown.size()) + " pages";
     }
-    std::string Caption(const char* name) const { return The<QAbstractButton>(name).text().toStdString(); }
 
     void Browse(const std::string& path) {
         pick = path;

@@ -2,14 +2,10 @@
 
 With OXC_PICTURES set to a folder, pictures of both are left there."""
 
-import os
-import pathlib
-import time
 import unittest
 
-from editor import EditorTest
+from dialogs import DialogTest
 
-PICTURES = os.environ.get("OXC_PICTURES")
 CARDS = [("Ann Archer", "ann@example.com", "Boss"), ("Bob Bowman", "bob@example.org", "Bobby"),
          ("Cy Müller", "cy@example.com", "Cy")]
 
@@ -19,36 +15,13 @@ def cards():
                    for name, address, nickname in CARDS)
 
 
-class Options(EditorTest):
-    scale = "1"
-
+class Options(DialogTest):
     def setUp(self):
         super().setUp()
-        self.courier.extra_environment["QT_SCALE_FACTOR"] = self.scale
         self.book = self.courier.folder / "contacts.vcf"
         self.book.write_text(cards())
         self.courier.profile("Transport=outbox\nOutboxFolder=%s\n[AddressBook]\nVCard=%s\n"
                              % (self.courier.outbox, self.book))
-
-    def window(self, title):
-        """Waits for the window and gives it the keys: there is no window manager to do it."""
-        self.courier.wait(lambda: self.display.windows(self.courier.process.pid, "^%s$" % title), 10, title)
-        window = self.display.windows(self.courier.process.pid, "^%s$" % title)[0]
-        self.display.focus(window)
-        time.sleep(0.2)
-        return window
-
-    def gone(self, title):
-        self.courier.wait(lambda: not self.display.windows(self.courier.process.pid, "^%s$" % title), 10,
-                          "end of " + title)
-
-    def picture(self, name):
-        if PICTURES:
-            time.sleep(0.3)
-            self.display.screenshot(pathlib.Path(PICTURES) / ("%s@%s.png" % (name, self.scale)))
-
-    def type(self, text):
-        self.display.run("xdotool", "type", "--delay", "40", text)
 
     def open_options(self):
         main = self.open_editor()
@@ -81,8 +54,7 @@ class Options(EditorTest):
         self.display.key("Return")
         self.picture("address-book-chosen")
         self.display.key("Return")
-        self.gone("Address Book")
-        self.display.focus(options)
+        self.gone("Address Book", options)
         self.display.key("alt+s")
         self.gone("Options")
         stored = self.stored()
@@ -96,8 +68,7 @@ class Options(EditorTest):
         self.window("Address Book")
         self.type("ann")
         self.display.key("Escape")
-        self.gone("Address Book")
-        self.display.focus(options)
+        self.gone("Address Book", options)
         self.display.key("alt+s")
         self.gone("Options")
         self.assertEqual(self.stored()["AlertWho"], "boss@example.com")

@@ -2,15 +2,11 @@
 
 #include <QCoreApplication>
 #include <QTimer>
-#include <algorithm>
 
-#include "app/Global.h"
 #include "execution/DemandCommands.h"
-#include "platform/regional.h"
 #include "scheduler/BatchReport.h"
-#include "support/database.h"
-#include "support/fakes.h"
 #include "support/raises.h"
+#include "support/run_fixture.h"
 
 namespace {
 
@@ -20,58 +16,17 @@ using Boxes = std::vector<fakes::Box>;
 const fakes::Box Executed{"Package executed successfully!", vbInformation, "Oxbow Courier"};
 
 // The package with key 1 is selected in the current Desktop window.
-class PackageOnDemand : public testing::Test {
+class PackageOnDemand : public fakes::PackageRunFixture {
  protected:
-    void SetUp() override {
-        Global::AlertWho = "boss@example.com";
-        for (const char* name : {"a", "b"}) {
-            engine.reports["Z:\\r\\" + std::string(name) + ".rpt"] = {};
-        }
-        Global::DeskWindows = {nullptr, &desk};
-        Global::DeskIndex = 1;
-        desk.selected = {"Pack", "Pckg:1"};
-    }
-    void TearDown() override {
-        Global::DeskWindows.clear();
-        Global::DeskIndex = 0;
-        SetRegional({});
-    }
-    void Package(const std::string& mailBatch = "T") {
-        database.Run(
-            "insert into "
-            "ReportBatch(BatchName,Recipients,Frequency,RunTime,StartDate,EndDate,Subject,Message,"
-            "Destination,NextRunDate,MailBatch) values('Pack','ann;bob;','Daily','14:00','2000-01-01',"
-            "'3000-12-31','Subject','Body','Z:\\out\\','2026-11-21','" +
-            mailBatch + "')");
-    }
+    PackageOnDemand() : PackageRunFixture(fakes::At(2026, 11, 21, 13, 5, 9)) { Select("Pack", "Pckg:1"); }
     void Detail(const std::string& title, const std::string& format, const std::string& path = "a") {
-        database.Run("insert into ReportBatchDtls(ReportID,ReportTitle,ReportPath,ReportFormat) values(1,'" +
-                     title + "','Z:\\r\\" + path + ".rpt','" + format + "')");
-    }
-    Rows History() const {
-        return database.Rows("select ReportID,LastRun,Success,ErrMsg from ReportBatchHstry");
-    }
-    Rows NextRuns() const { return database.Rows("select NextRunDate from ReportBatch order by ReportID"); }
-    Rows CallsWith(const std::string& word) const {
-        Rows found;
-        std::copy_if(engine.calls.begin(), engine.calls.end(), std::back_inserter(found),
-                     [&word](const std::string& call) { return call.rfind(word, 0) == 0; });
-        return found;
+        PackageRunFixture::Detail(1, title, format, path);
     }
     void ExpectNothingWrittenNorTold() {
         EXPECT_TRUE(History().empty());
         EXPECT_TRUE(prompts.boxes.empty());
         EXPECT_TRUE(mail.sent.empty());
     }
-
-    fakes::FakeClock clock{fakes::At(2026, 11, 21, 13, 5, 9)};
-    fakes::FakeLoop loop{clock};
-    fakes::TestDatabase database;
-    fakes::FakeEngine engine;
-    fakes::FakeMailSystem mail;
-    fakes::FakePrompts prompts;
-    fakes::FakeFrame frame;
-    fakes::FakeDesk desk;
 };
 
 }  // namespace

@@ -2,17 +2,13 @@
 
 #include <QCoreApplication>
 #include <QTimer>
-#include <algorithm>
 
-#include "app/Global.h"
 #include "execution/DemandCommands.h"
 #include "execution/RunOnDemand.h"
 #include "platform/convert.h"
-#include "platform/regional.h"
 #include "scheduler/Schedchk.h"
-#include "support/database.h"
-#include "support/fakes.h"
 #include "support/raises.h"
+#include "support/run_fixture.h"
 
 namespace {
 
@@ -30,19 +26,11 @@ fakes::Box ErrorBox(const std::string& text) {
 }
 
 // A window of the root in which "Sales" is selected.
-class ScheduleOnDemand : public testing::Test {
+class ScheduleOnDemand : public fakes::RunFixture {
  protected:
-    void SetUp() override {
+    ScheduleOnDemand() : RunFixture(fakes::At(2026, 11, 21, 14, 5, 9)) {
         engine.reports[Path] = {};
-        Global::AlertWho = "boss@example.com";
-        Global::DeskWindows = {nullptr, &desk};
-        Global::DeskIndex = 1;
-        desk.selected = {"Sales", "pk1"};
-    }
-    void TearDown() override {
-        Global::DeskWindows.clear();
-        Global::DeskIndex = 0;
-        SetRegional({});
+        Select("Sales", "pk1");
     }
     void Row(const fakes::ScheduleRow& row, const std::string& parent = "Desktop") {
         fakes::Insert(database, row);
@@ -52,12 +40,6 @@ class ScheduleOnDemand : public testing::Test {
         return database.Rows("select ReportID, LastRun, Status, ErrMsg from ReportHistory");
     }
     Rows NextRuns() const { return database.Rows("select NextRun from ReportScheduler order by ReportID"); }
-    Rows CallsWith(const std::string& word) const {
-        Rows found;
-        std::copy_if(engine.calls.begin(), engine.calls.end(), std::back_inserter(found),
-                     [&word](const std::string& call) { return call.rfind(word, 0) == 0; });
-        return found;
-    }
     void ExpectFailure(const std::string& row, const std::string& box) {
         EXPECT_EQ(History(), Rows{row});
         EXPECT_EQ(prompts.boxes, Boxes{ErrorBox(box)});
@@ -71,15 +53,6 @@ class ScheduleOnDemand : public testing::Test {
         EXPECT_EQ(process.ends, std::vector<int>{1});
         return prompts.boxes;
     }
-
-    fakes::FakeClock clock{fakes::At(2026, 11, 21, 14, 5, 9)};
-    fakes::FakeLoop loop{clock};
-    fakes::TestDatabase database;
-    fakes::FakeEngine engine;
-    fakes::FakeMailSystem mail;
-    fakes::FakePrompts prompts;
-    fakes::FakeFrame frame;
-    fakes::FakeDesk desk;
 };
 
 }  // namespace

@@ -2,11 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
-#include "app/Global.h"
-#include "support/database.h"
-#include "support/fakes.h"
+#include "support/run_fixture.h"
 
 namespace {
 
@@ -15,47 +11,10 @@ using Rows = std::vector<std::string>;
 constexpr const char* MailboxText =
     "Your mailbox is over the limit or the Exchange Server is down! Sending mail failed";
 
-class BatchReport : public testing::Test {
+class BatchReport : public fakes::PackageRunFixture {
  protected:
-    void SetUp() override {
-        Global::AlertWho = "boss@example.com";
-        for (const char* name : {"a", "b"}) {
-            engine.reports["Z:\\r\\" + std::string(name) + ".rpt"] = {};
-        }
-    }
-    void Package(const std::string& mailBatch = "T", const std::string& recipients = "ann;bob;",
-                 const std::string& next = "2026-11-21", const std::string& runTime = "14:00") {
-        database.Run(
-            "insert into "
-            "ReportBatch(BatchName,Recipients,Frequency,RunTime,StartDate,EndDate,Subject,Message,"
-            "Destination,NextRunDate,MailBatch) values('Pack','" +
-            recipients + "','Daily','" + runTime +
-            "','2000-01-01','3000-12-31','Subject','Body','Z:\\out\\','" + next + "','" + mailBatch + "')");
-    }
-    void Detail(int package, const std::string& title, const std::string& format,
-                const std::string& path = "a") {
-        database.Run("insert into ReportBatchDtls(ReportID,ReportTitle,ReportPath,ReportFormat) values(" +
-                     std::to_string(package) + ",'" + title + "','Z:\\r\\" + path + ".rpt','" + format +
-                     "')");
-    }
-    Rows History() const {
-        return database.Rows("select ReportID,LastRun,Success,ErrMsg from ReportBatchHstry");
-    }
-    Rows NextRuns() const { return database.Rows("select NextRunDate from ReportBatch order by ReportID"); }
+    BatchReport() : PackageRunFixture(fakes::At(2026, 11, 21, 14, 0, 0)) {}
     Rows Exported() const { return CallsWith("export"); }
-    Rows CallsWith(const std::string& word) const {
-        Rows found;
-        std::copy_if(engine.calls.begin(), engine.calls.end(), std::back_inserter(found),
-                     [&word](const std::string& call) { return call.rfind(word, 0) == 0; });
-        return found;
-    }
-    fakes::FakeClock clock{fakes::At(2026, 11, 21, 14, 0, 0)};
-    fakes::FakeLoop loop{clock};
-    fakes::TestDatabase database;
-    fakes::FakeEngine engine;
-    fakes::FakeMailSystem mail;
-    fakes::FakePrompts prompts;
-    fakes::FakeFrame frame;
 };
 
 }  // namespace

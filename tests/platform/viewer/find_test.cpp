@@ -85,6 +85,20 @@ TEST_F(ViewerFind, BackwardsFromTheFirstPageIsFromTheLast) {
     EXPECT_EQ(State(), "Page 5, gone round");
 }
 
+TEST_F(ViewerFind, TheWayBackwardsMakesThePagesThatAreMissing) {
+    auto pages = std::make_unique<fakes::FakePageView>(Fruit(), m_engine.calls);
+    pages->Reach(1);
+    PageDocument document(std::move(pages));
+    Finder finder;
+    finder.SetDocument(&document);
+    int found = 0;
+    QObject::connect(&finder, &Finder::Found, [&](int page) { found = page; });
+    finder.Start("apple", false, 1, 0);
+    Settle();
+    EXPECT_EQ(found, 5);
+    EXPECT_TRUE(document.IsComplete());
+}
+
 TEST_F(ViewerFind, EscapeClosesTheLineAndTheMarksGo) {
     Show(Fruit());
     const QImage before = Canvas().viewport()->grab().toImage();
