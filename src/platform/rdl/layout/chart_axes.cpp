@@ -12,7 +12,7 @@ constexpr Color AxisGray = 0xFF808080, GridGray = 0xFFD3D3D3, StripeGray = 0xFFF
 constexpr float HairLine = 0.75F, GridLine = 0.5F;
 
 ChartLinesData LinesOf(const ChartLines& lines, bool usual, Color color, float width,
-                       const ChartStyles& styles) {
+                       const PartStyles& styles) {
     ChartLinesData data;
     data.shown = styles.Flag(lines.enabled).value_or(usual);
     data.interval = styles.Number(lines.interval).value_or(0);
@@ -28,12 +28,12 @@ ChartLinesData LinesOf(const ChartLines& lines, bool usual, Color color, float w
 }
 
 // Auto is a number for this system's angle: nothing said, or 0 while labels may be fitted.
-std::optional<double> AngleOf(const ChartAxis& axis, const ChartStyles& styles) {
+std::optional<double> AngleOf(const ChartAxis& axis, const PartStyles& styles) {
     const std::optional<double> angle = styles.Number(axis.angle);
     return angle && *angle != 0 ? std::optional(std::clamp(*angle, -90.0, 90.0)) : std::nullopt;
 }
 
-ChartAxisData AxisOf(const ChartAxis& axis, const ChartStyles& styles) {
+ChartAxisData AxisOf(const ChartAxis& axis, const PartStyles& styles) {
     ChartAxisData data;
     data.visible = styles.Flag(axis.visible).value_or(true);
     data.labels = !styles.Flag(axis.hideLabels).value_or(false);
@@ -67,7 +67,7 @@ ChartAxisData AxisOf(const ChartAxis& axis, const ChartStyles& styles) {
 
 }  // namespace
 
-ChartAreaData EvaluateArea(const ChartArea& area, const ChartStyles& styles) {
+ChartAreaData EvaluateArea(const ChartArea& area, const PartStyles& styles) {
     ChartAreaData data;
     data.box = styles.Box(area.style);
     for (const ChartAxis& axis : area.categoryAxes) {
@@ -128,8 +128,8 @@ std::vector<std::vector<ChartReach>> StackRows(const ChartAreaData& area) {
     return reaches;
 }
 
-ChartScale ValueScale(const ChartAreaData& area, std::size_t axis,
-                      const std::vector<std::vector<ChartReach>>& reaches, double room) {
+Scale ValueScale(const ChartAreaData& area, std::size_t axis,
+                 const std::vector<std::vector<ChartReach>>& reaches, double room) {
     const ChartAxisData& data = area.valueAxes[axis];
     ScaleRequest request;
     request.logarithmic = data.logarithmic;
@@ -182,7 +182,7 @@ ChartScale ValueScale(const ChartAreaData& area, std::size_t axis,
     return MakeScale(request);
 }
 
-ChartScale NumberScale(const ChartAreaData& area, bool dates, double room) {
+Scale NumberScale(const ChartAreaData& area, bool dates, double room) {
     const ChartAxisData& data = area.categoryAxes.front();
     ScaleRequest request;
     for (const ChartRow& row : area.rows) {
@@ -208,7 +208,7 @@ ChartScale NumberScale(const ChartAreaData& area, bool dates, double room) {
     return dates ? MakeDateScale(request) : MakeScale(request);
 }
 
-std::string TickText(const ChartAxisData& axis, const ChartScale& scale, double tick, bool percent, bool date,
+std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, bool percent, bool date,
                      const Culture& culture) {
     if (date) {
         const auto ticks = static_cast<std::int64_t>(std::llround(tick * static_cast<double>(TicksPerDay)));

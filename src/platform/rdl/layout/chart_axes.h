@@ -2,12 +2,12 @@
 #pragma once
 
 #include "platform/rdl/layout/chart_data.h"
-#include "platform/rdl/layout/chart_scale.h"
-#include "platform/rdl/layout/chart_style.h"
+#include "platform/rdl/layout/part_styles.h"
+#include "platform/rdl/layout/scale.h"
 
 namespace rdl::layout {
 
-ChartAreaData EvaluateArea(const ChartArea& area, const ChartStyles& styles);
+ChartAreaData EvaluateArea(const ChartArea& area, const PartStyles& styles);
 
 // The lower and upper end of a point's column or area on the value axis, stacked as its series says.
 struct ChartReach {
@@ -18,16 +18,16 @@ struct ChartReach {
 std::vector<std::vector<ChartReach>> StackRows(const ChartAreaData& area);
 
 // The values of one value axis of an area; `room` is its length in points.
-ChartScale ValueScale(const ChartAreaData& area, std::size_t axis,
-                      const std::vector<std::vector<ChartReach>>& reaches, double room);
+Scale ValueScale(const ChartAreaData& area, std::size_t axis,
+                 const std::vector<std::vector<ChartReach>>& reaches, double room);
 // Of scattered points: the numbers along the category axis.
-ChartScale NumberScale(const ChartAreaData& area, bool dates, double room);
+Scale NumberScale(const ChartAreaData& area, bool dates, double room);
 
 bool IsScattered(const ChartAreaData& area);
 bool IsPercent(const ChartAreaData& area, std::size_t valueAxis);
 
 // The text at a tick.
-std::string TickText(const ChartAxisData& axis, const ChartScale& scale, double tick, bool percent, bool date,
+std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, bool percent, bool date,
                      const Culture& culture);
 
 }  // namespace rdl::layout

@@ -8,9 +8,10 @@
 #include "platform/rdl/error.h"
 #include "platform/rdl/layout/chart_axes.h"
 #include "platform/rdl/layout/chart_keywords.h"
-#include "platform/rdl/layout/chart_style.h"
 #include "platform/rdl/layout/colors.h"
 #include "platform/rdl/layout/grouping.h"
+#include "platform/rdl/layout/leaves.h"
+#include "platform/rdl/layout/part_styles.h"
 
 namespace rdl::layout {
 namespace {
@@ -21,67 +22,6 @@ constexpr float LineWidth = 1.5F;
 std::size_t At(int index) {
     return static_cast<std::size_t>(index);
 }
-
-// A leaf of a hierarchy with the instance that it stands in, and the labels on the way to it.
-struct Leaf {
-    int leaf = 0, group = -1;
-    std::uint32_t instance = 0;
-    struct Step {
-        int member;
-        std::uint32_t instance;
-        int group;
-        bool alone;  // among its siblings
-    };
-    std::vector<Step> path;
-};
-
-class Leaves {
- public:
-    Leaves(const Region& region, bool isRows)
-        : m_region(region), m_plan(region.Plan(isRows)), m_isRows(isRows) {}
-
-    std::vector<Leaf> Find() {
-        Members(m_plan.roots, -1, 0);
-        return std::move(m_found);
-    }
-
- private:
-    void Members(const std::vector<int>& members, int group, std::uint32_t instance) {
-        for (const int index : members) {
-            const MemberPlan& member = m_plan.members[At(index)];
-            const bool alone = members.size() == 1 && member.group < 0;
-            if (member.group < 0) {
-                Member(index, group, instance, alone);
-                continue;
-            }
-            const auto& instances = m_region.Groups(m_isRows)[At(member.group)].instances;
-            for (std::uint32_t i = m_region.FirstWithin(m_isRows, member.group, group, instance);
-                 i < instances.size(); ++i) {
-                if (group >= 0 && m_region.Ancestor(m_isRows, member.group, i, group) != instance) {
-                    break;
-                }
-                Member(index, member.group, i, false);
-            }
-        }
-    }
-
-    void Member(int index, int group, std::uint32_t instance, bool alone) {
-        const MemberPlan& member = m_plan.members[At(index)];
-        m_path.push_back({index, instance, group, alone});
-        if (member.leaf >= 0) {
-            m_found.push_back({member.leaf, group, instance, m_path});
-        } else {
-            Members(member.children, group, instance);
-        }
-        m_path.pop_back();
-    }
-
-    const Region& m_region;
-    const HierarchyPlan& m_plan;
-    const bool m_isRows;
-    std::vector<Leaf::Step> m_path;
-    std::vector<Leaf> m_found;
-};
 
 ChartShape ShapeOf(const std::string& name, ChartShape otherwise) {
     constexpr std::pair<std::string_view, ChartShape> Shapes[] = {
@@ -111,8 +51,8 @@ class ChartEvaluator {
         m_builder.Place().Enter({m_region.get(), -1, -1, 0, 0});
         Palette();
         Frame();
-        m_rows = Leaves(*m_region, true).Find();
-        m_columns = Leaves(*m_region, false).Find();
+        m_rows = LeavesOf(*m_region, true);
+        m_columns = LeavesOf(*m_region, false);
         CheckSizes();
         if (m_rows.empty() || m_columns.empty() || m_region->rows.empty()) {
             ChartCaption message = m_styles.Caption(m_chart.noData, 10);
@@ -351,12 +291,12 @@ class ChartEvaluator {
         ChartMark mark;
         const ChartSeries& series = *row.definition;
         mark.value = m_styles.Get(point.y);
-        mark.hasY = AsNumber(mark.value, mark.y);
+        mark.hasY = NumberOf(mark.value, mark.y);
         const Value x = m_styles.Get(point.x);
-        mark.hasX = AsNumber(x, mark.x);
+        mark.hasX = NumberOf(x, mark.x);
         mark.isDate = x.kind() == Kind::DateTime;
         double size = 0;
-        mark.size = AsNumber(m_styles.Get(point.size), size) ? size : 0;
+        mark.size = NumberOf(m_styles.Get(point.size), size) ? size : 0;
         if (!mark.hasX) {
             mark.x = static_cast<double>(place + 1);
         }
@@ -405,25 +345,9 @@ class ChartEvaluator {
         mark.labelBox = m_styles.Box(label.style);
     }
 
-    static bool AsNumber(const Value& value, double& number) {
-        if (value.IsNumber()) {
-            number = value.AsDouble();
-        } else if (value.kind() == Kind::DateTime || value.kind() == Kind::TimeSpan) {
-            number = static_cast<double>(value.AsTicks()) / static_cast<double>(TicksPerDay);
-        } else if (value.IsText()) {  // constants, and files whose columns have no types
-            const std::string text(value.AsText());
-            char* end = nullptr;
-            number = std::strtod(text.c_str(), &end);
-            return end != text.c_str() && *end == 0 && std::isfinite(number);
-        } else {
-            return false;
-        }
-        return std::isfinite(number);
-    }
-
     const Chart& m_chart;
     ItemBuilder& m_builder;
-    ChartStyles m_styles;
+    PartStyles m_styles;
     const std::shared_ptr<Region> m_region;
     ChartData m_data;
     std::vector<Leaf> m_rows, m_columns;

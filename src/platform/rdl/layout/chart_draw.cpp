@@ -33,7 +33,7 @@ double PlaceOf(const std::string& position, Side side) {
     return ends("Top") ? 0 : ends("Bottom") ? 1 : 0.5;
 }
 
-void DrawTitle(const ChartCaption& title, Rect& room, ChartCanvas& canvas) {
+void DrawTitle(const ChartCaption& title, Rect& room, Canvas& canvas) {
     if (title.text.empty()) {
         return;
     }
@@ -41,7 +41,7 @@ void DrawTitle(const ChartCaption& title, Rect& room, ChartCanvas& canvas) {
     const double place = PlaceOf(title.position, side);
     const bool upright = side == Side::Left || side == Side::Right;
     const std::string text = Wrapped(title.text, *title.style, upright ? room.height : room.width);
-    const Extents size = ChartCanvas::Measure(text, *title.style);
+    const Extents size = Canvas::Measure(text, *title.style);
     const double thick = size.height + Gap;
     if (thick > (upright ? room.width : room.height)) {
         return;
@@ -89,7 +89,7 @@ std::shared_ptr<DrawingInstance> DrawChart(const ChartData& data, double width, 
     auto drawing = std::make_shared<DrawingInstance>();
     drawing->content.width = width;
     drawing->content.height = height;
-    ChartCanvas canvas(drawing->content);
+    Canvas canvas(drawing->content);
     Rect room{Margin, Margin, width - 2 * Margin, height - 2 * Margin};
     for (const ChartCaption& title : data.titles) {
         drawing->description += (drawing->description.empty() || title.text.empty() ? "" : ", ") + title.text;

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "platform/rdl/layout/chart_canvas.h"
+#include "platform/rdl/layout/canvas.h"
 #include "platform/rdl/layout/chart_data.h"
 #include "platform/rdl/layout/drawing.h"
 
@@ -12,12 +12,12 @@ namespace rdl::layout {
 std::shared_ptr<DrawingInstance> DrawChart(const ChartData& data, double width, double height);
 
 // The parts of it. Each draws within its area.
-void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& room, ChartCanvas& canvas);
-void DrawPies(const ChartData& data, const ChartAreaData& area, const Rect& room, ChartCanvas& canvas);
+void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);
+void DrawPies(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);
 // Draws the legend at its side and takes its room from `room`.
-void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room, ChartCanvas& canvas);
+void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room, Canvas& canvas);
 // A symbol of a series in the legend or at a point.
-void DrawShape(ChartShape shape, Spot center, double size, Color color, ChartCanvas& canvas);
+void DrawShape(ChartShape shape, Spot center, double size, Color color, Canvas& canvas);
 
 // The letters of a point's label where it lies on the point's own colour.
 CharStyle InsideLetters(const ChartMark& mark);

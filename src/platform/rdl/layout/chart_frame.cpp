@@ -43,7 +43,7 @@ std::vector<double> CategoryEdges(const ChartPlot& plot) {
     return edges;
 }
 
-std::vector<double> SharesOf(const ChartScale& scale, const std::vector<double>& ticks) {
+std::vector<double> SharesOf(const Scale& scale, const std::vector<double>& ticks) {
     std::vector<double> shares;
     for (const double tick : ticks) {
         const double share = scale.Share(tick);
@@ -54,11 +54,11 @@ std::vector<double> SharesOf(const ChartScale& scale, const std::vector<double>&
     return shares;
 }
 
-std::vector<double> MajorShares(const ChartPlot& plot, const ChartScale* scale) {
+std::vector<double> MajorShares(const ChartPlot& plot, const Scale* scale) {
     return scale ? SharesOf(*scale, scale->ticks) : CategoryEdges(plot);
 }
 
-void Grid(const Edge& edge, const ChartScale* scale, ChartCanvas& canvas) {
+void Grid(const Edge& edge, const Scale* scale, Canvas& canvas) {
     const std::vector<double> major = MajorShares(edge.plot, scale);
     if (edge.axis.stripe >> 24) {
         for (std::size_t i = 0; i + 1 < major.size(); i += 2) {
@@ -80,7 +80,7 @@ void Grid(const Edge& edge, const ChartScale* scale, ChartCanvas& canvas) {
 }
 
 void Ticks(const Edge& edge, const ChartLinesData& ticks, const std::vector<double>& shares, double length,
-           ChartCanvas& canvas) {
+           Canvas& canvas) {
     if (!ticks.shown) {
         return;
     }
@@ -104,11 +104,11 @@ Anchor AnchorOf(const Edge& edge, double degrees) {
 }
 
 void Labels(const Edge& edge, const ChartTickLabels& labels, const std::vector<double>& shares,
-            ChartCanvas& canvas) {
+            Canvas& canvas) {
     // A turned text's middle line goes by its tick; level ones stand below it.
     const double turned =
         labels.degrees != 0 && edge.level
-            ? ChartCanvas::LineHeight(*edge.axis.style) / 2 * std::abs(std::cos(labels.degrees * 0.017453293))
+            ? Canvas::LineHeight(*edge.axis.style) / 2 * std::abs(std::cos(labels.degrees * 0.017453293))
             : 0;
     for (std::size_t i = 0; i < std::min(shares.size(), labels.texts.size()); i += labels.every) {
         canvas.Text(labels.texts[i], *edge.axis.style, edge.On(shares[i], TickLength + Gap / 2 + turned),
@@ -118,19 +118,19 @@ void Labels(const Edge& edge, const ChartTickLabels& labels, const std::vector<d
 
 double TitleAt(const Edge& edge, const ChartTickLabels& labels, std::size_t levels) {
     const double texts =
-        edge.axis.labels ? labels.thick + Gap +
-                               static_cast<double>(levels) * (ChartCanvas::LineHeight(*edge.axis.style) + Gap)
-                         : 0;
+        edge.axis.labels
+            ? labels.thick + Gap + static_cast<double>(levels) * (Canvas::LineHeight(*edge.axis.style) + Gap)
+            : 0;
     return TickLength + texts + Gap / 2;
 }
 
-void Title(const Edge& edge, double outwards, ChartCanvas& canvas) {
+void Title(const Edge& edge, double outwards, Canvas& canvas) {
     if (edge.axis.title.text.empty()) {
         return;
     }
     const Rect& in = edge.plot.inside;
     const CharStyle& style = *edge.axis.title.style;
-    const double half = ChartCanvas::LineHeight(style) / 2;
+    const double half = Canvas::LineHeight(style) / 2;
     const std::string text = Shortened(edge.axis.title.text, style, edge.level ? in.width : in.height);
     canvas.Text(text, style, edge.On(0.5, outwards + half), {0.5, 0.5},
                 edge.level           ? 0
@@ -139,9 +139,9 @@ void Title(const Edge& edge, double outwards, ChartCanvas& canvas) {
 }
 
 // Outer groups of categories, each level further out, with lines between the groups.
-void Groups(const Edge& edge, ChartCanvas& canvas) {
+void Groups(const Edge& edge, Canvas& canvas) {
     const ChartPlot& plot = edge.plot;
-    const double line = ChartCanvas::LineHeight(*edge.axis.style);
+    const double line = Canvas::LineHeight(*edge.axis.style);
     double out = TickLength + Gap + plot.categoryLabels.thick;
     for (auto level = plot.data.outer.rbegin(); level != plot.data.outer.rend(); ++level) {
         for (const ChartSpan& span : *level) {
@@ -160,13 +160,13 @@ void Groups(const Edge& edge, ChartCanvas& canvas) {
 }
 
 // The axis line; that of categories lies where the value axis is crossed.
-void AxisLine(const Edge& edge, ChartCanvas& canvas) {
+void AxisLine(const Edge& edge, Canvas& canvas) {
     canvas.Line(edge.On(0, 0), edge.On(1, 0), edge.axis.line);
 }
 
-void CrossingLine(const ChartPlot& plot, ChartCanvas& canvas) {
+void CrossingLine(const ChartPlot& plot, Canvas& canvas) {
     const ChartAxisData& category = plot.area.categoryAxes.front();
-    const ChartScale& scale = plot.values.front();
+    const Scale& scale = plot.values.front();
     const double crossing = plot.area.valueAxes.front().crossAt.value_or(
         category.crossAt.value_or(std::clamp(0.0, scale.low, scale.high)));
     const double share = scale.Share(crossing);
@@ -191,7 +191,7 @@ void DrawAxes(const ChartPlot& plot) {
     const ChartAxisData& categories = plot.area.categoryAxes.front();
     if (categories.visible) {
         const Edge edge{plot, categories, !plot.swapped};
-        const ChartScale* scale = plot.scattered ? &plot.numbers : nullptr;
+        const Scale* scale = plot.scattered ? &plot.numbers : nullptr;
         AxisLine(edge, plot.canvas);
         CrossingLine(plot, plot.canvas);
         Ticks(edge, categories.majorTicks, MajorShares(plot, scale), TickLength, plot.canvas);

@@ -42,7 +42,7 @@ std::vector<Entry> EntriesOf(const ChartData& data) {
     return entries;
 }
 
-void Symbol(const Entry& entry, Spot center, double size, ChartCanvas& canvas) {
+void Symbol(const Entry& entry, Spot center, double size, Canvas& canvas) {
     const ChartKind kind = entry.row->definition->kind;
     if (kind == ChartKind::Line || entry.row->definition->joined) {
         canvas.Line({center.x - size, center.y}, {center.x + size, center.y}, entry.row->border);
@@ -72,10 +72,10 @@ Grid GridOf(const ChartLegendData& legend, const std::vector<Entry>& entries, co
     Grid grid;
     const CharStyle& style = *legend.style;
     grid.symbol = static_cast<double>(style.size) * 0.8;
-    grid.cellHeight = ChartCanvas::LineHeight(style) * 1.15;
-    grid.titleHeight = legend.title.text.empty() ? 0 : ChartCanvas::LineHeight(*legend.title.style);
+    grid.cellHeight = Canvas::LineHeight(style) * 1.15;
+    grid.titleHeight = legend.title.text.empty() ? 0 : Canvas::LineHeight(*legend.title.style);
     for (const Entry& entry : entries) {
-        grid.cellWidth = std::max(grid.cellWidth, ChartCanvas::Measure(entry.text, style).width);
+        grid.cellWidth = std::max(grid.cellWidth, Canvas::Measure(entry.text, style).width);
     }
     const double most = room.width * (beside ? LargestShare : 1) - Gap;
     grid.cellWidth = std::min(grid.cellWidth + 2 * grid.symbol + SymbolGap + Gap, most);
@@ -121,7 +121,7 @@ Rect PlaceOf(const std::string& wanted, const Grid& grid, Rect& room) {
 
 }  // namespace
 
-void DrawShape(ChartShape shape, Spot center, double size, Color color, ChartCanvas& canvas) {
+void DrawShape(ChartShape shape, Spot center, double size, Color color, Canvas& canvas) {
     const double half = size / 2;
     const Border none;
     const auto [x, y] = center;
@@ -158,7 +158,7 @@ void DrawShape(ChartShape shape, Spot center, double size, Color color, ChartCan
     }
 }
 
-void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room, ChartCanvas& canvas) {
+void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room, Canvas& canvas) {
     const std::vector<Entry> entries = EntriesOf(data);
     if (entries.empty()) {
         return;

@@ -195,7 +195,7 @@ class LabelDrawer {
     void Place(const ChartMark& mark, const CharStyle& letters, Spot spot, Anchor anchor, bool mayMove) {
         spot.x += (0.5 - anchor.across) * 2 * LabelGap;
         spot.y += (0.5 - anchor.down) * 2 * LabelGap;
-        Extents size = Turned(ChartCanvas::Measure(mark.label, *mark.labelStyle), mark.labelTurn);
+        Extents size = Turned(Canvas::Measure(mark.label, *mark.labelStyle), mark.labelTurn);
         const Spot first = spot;
         for (const double shift : {0.0, -1.0, 1.0, -2.0}) {
             spot.y = first.y + shift * size.height;

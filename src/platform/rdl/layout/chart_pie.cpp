@@ -27,7 +27,7 @@ Extents LargestLabel(const ChartRow& row) {
     Extents largest;
     for (const ChartMark& mark : row.marks) {
         if (!mark.label.empty()) {
-            const Extents size = ChartCanvas::Measure(mark.label, *mark.labelStyle);
+            const Extents size = Canvas::Measure(mark.label, *mark.labelStyle);
             largest.width = std::max(largest.width, size.width);
             largest.height = std::max(largest.height, size.height);
         }
@@ -35,7 +35,7 @@ Extents LargestLabel(const ChartRow& row) {
     return largest;
 }
 
-void Slice(const ChartMark& mark, const Ring& ring, double from, double to, ChartCanvas& canvas) {
+void Slice(const ChartMark& mark, const Ring& ring, double from, double to, Canvas& canvas) {
     std::vector<PathOp::Segment> segments;
     AppendArc(ring.center, ring.outer, from, to, false, segments);
     if (ring.inner > 0) {
@@ -62,7 +62,7 @@ struct Cut {
         return OnCircle(ring.center, to - from >= Turn && ring.inner == 0 ? 0 : place, Middle());
     }
     bool HasRoomForLabel() const {
-        const Extents size = ChartCanvas::Measure(mark->label, *mark->labelStyle);
+        const Extents size = Canvas::Measure(mark->label, *mark->labelStyle);
         const Spot spot = LabelSpot();
         for (const double x : {-0.5, 0.5}) {
             for (const double y : {-0.5, 0.5}) {
@@ -103,7 +103,7 @@ std::vector<Cut> CutsOf(const ChartRow& row, const Ring& ring, bool exploded) {
 }
 
 // A label that its slice has no room for stands beside it, with a line to it.
-void Label(const Cut& cut, bool outside, const Rect& room, ChartCanvas& canvas) {
+void Label(const Cut& cut, bool outside, const Rect& room, Canvas& canvas) {
     const ChartMark& mark = *cut.mark;
     if (mark.label.empty()) {
         return;
@@ -124,7 +124,7 @@ void Label(const Cut& cut, bool outside, const Rect& room, ChartCanvas& canvas) 
 
 }  // namespace
 
-void DrawPies(const ChartData&, const ChartAreaData& area, const Rect& room, ChartCanvas& canvas) {
+void DrawPies(const ChartData&, const ChartAreaData& area, const Rect& room, Canvas& canvas) {
     canvas.Box(room, area.box.get());
     const ChartRow& first = area.rows.front();
     const bool exploded = first.definition->exploded && area.rows.size() == 1;  // rings stay together

@@ -61,7 +61,7 @@ Spot ChartPlot::At(double category, double value, std::size_t valueAxis) const {
     return {inside.x + inside.width * across, inside.Bottom() - inside.height * up};
 }
 
-void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& room, ChartCanvas& canvas) {
+void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas) {
     ChartPlot plot{data, area, canvas, room};
     plot.swapped = area.rows.front().definition->kind == ChartKind::Bar;
     plot.scattered = IsScattered(area);

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/rdl/layout/canvas.h"
 #include "platform/rdl/layout/chart_axes.h"
-#include "platform/rdl/layout/chart_canvas.h"
 
 namespace rdl::layout {
 
@@ -20,14 +20,14 @@ struct ChartTickLabels {
 struct ChartPlot {
     const ChartData& data;
     const ChartAreaData& area;
-    ChartCanvas& canvas;
+    Canvas& canvas;
     Rect inside;             // between the axes
     bool swapped = false;    // bars: categories go upwards
     bool scattered = false;  // numbers along the category axis, in `numbers`
     bool dates = false;      // and these are days
     bool margin = true;      // half a category before the first and behind the last
-    ChartScale numbers = {};
-    std::vector<ChartScale> values = {};  // by value axis
+    Scale numbers = {};
+    std::vector<Scale> values = {};  // by value axis
     std::vector<std::vector<ChartReach>> reaches = {};
     // Set by PlaceAxes.
     ChartTickLabels categoryLabels = {};

@@ -19,7 +19,7 @@ std::size_t EveryFor(double needed, double spacing) {
 Extents Largest(const std::vector<std::string>& texts, const CharStyle& style) {
     Extents largest;
     for (const std::string& text : texts) {
-        const Extents size = ChartCanvas::Measure(text, style);
+        const Extents size = Canvas::Measure(text, style);
         largest.width = std::max(largest.width, size.width);
         largest.height = std::max(largest.height, size.height);
     }
@@ -50,7 +50,7 @@ bool FitsWrapped(double spacing, const CharStyle& style, ChartTickLabels& labels
         wrapped.push_back(Wrapped(text, style, spacing));
     }
     const Extents largest = Largest(wrapped, style);
-    if (largest.width > spacing || largest.height > MostLines * ChartCanvas::LineHeight(style) + 1) {
+    if (largest.width > spacing || largest.height > MostLines * Canvas::LineHeight(style) + 1) {
         return false;
     }
     labels.texts = std::move(wrapped);
@@ -62,7 +62,7 @@ bool FitsWrapped(double spacing, const CharStyle& style, ChartTickLabels& labels
 // would touch.
 void FitNames(double spacing, double most, std::optional<double> angle, const CharStyle& style,
               ChartTickLabels& labels) {
-    const double line = ChartCanvas::LineHeight(style);
+    const double line = Canvas::LineHeight(style);
     const double room = spacing * static_cast<double>(labels.every) - 2;
     if (!angle && (Largest(labels.texts, style).width <= room || spacing > 4 * line)) {
         if (FitsWrapped(room, style, labels)) {
@@ -106,7 +106,7 @@ ChartTickLabels CategoryLabels(const ChartPlot& plot, double length, double most
 
 ChartTickLabels ValueLabels(const ChartPlot& plot, std::size_t index, double length, double most) {
     const ChartAxisData& axis = plot.area.valueAxes[index];
-    const ChartScale& scale = plot.values[index];
+    const Scale& scale = plot.values[index];
     ChartTickLabels labels;
     for (const double tick : scale.ticks) {
         labels.texts.push_back(
@@ -124,11 +124,11 @@ double Thickness(const ChartAxisData& axis, const ChartTickLabels& labels, std::
     }
     double thick = TickLength;
     if (axis.labels) {
-        thick += labels.thick + Gap +
-                 static_cast<double>(outerLevels) * (ChartCanvas::LineHeight(*axis.style) + Gap);
+        thick +=
+            labels.thick + Gap + static_cast<double>(outerLevels) * (Canvas::LineHeight(*axis.style) + Gap);
     }
     if (!axis.title.text.empty()) {
-        thick += ChartCanvas::LineHeight(*axis.title.style) + Gap;
+        thick += Canvas::LineHeight(*axis.title.style) + Gap;
     }
     return thick;
 }
@@ -176,7 +176,7 @@ void PlaceAxes(ChartPlot& plot, const Rect& room) {
         const double* level = sides[plot.swapped ? 1 : 0];
         const double* upright = sides[plot.swapped ? 0 : 1];
         // Texts at the ends of an axis reach half beyond it.
-        const double half = ChartCanvas::LineHeight(*category.style) / 2;
+        const double half = Canvas::LineHeight(*category.style) / 2;
         const double right = std::max(upright[1], plot.swapped || plot.scattered ? 2 * half : half);
         const double top = std::max(level[1], half);
         plot.inside = {room.x + std::max(upright[0], half), room.y + top,

@@ -19,7 +19,7 @@ struct ScaleRequest {
     int mostTicks = 8;  // what there is room for
 };
 
-struct ChartScale {
+struct Scale {
     double low = 0, high = 1, step = 1;
     bool logarithmic = false;
     double base = 10;
@@ -31,8 +31,8 @@ struct ChartScale {
     std::vector<double> MinorTicks(double minorStep) const;
 };
 
-ChartScale MakeScale(const ScaleRequest& request);
+Scale MakeScale(const ScaleRequest& request);
 // Of days, counted from 0001-01-01: ticks are at days, weeks or firsts of months and years.
-ChartScale MakeDateScale(const ScaleRequest& request);
+Scale MakeDateScale(const ScaleRequest& request);
 
 }  // namespace rdl::layout

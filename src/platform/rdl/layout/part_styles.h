@@ -1,4 +1,4 @@
-// Properties and styles of a chart's parts at the evaluator's current place.
+// Properties and styles of the parts of charts and gauges at the evaluator's current place.
 #pragma once
 
 #include <optional>
@@ -9,9 +9,13 @@
 
 namespace rdl::layout {
 
-class ChartStyles {
+// Days for dates and times; texts that are numbers count, as constants and files without types have them.
+// False for everything else.
+bool NumberOf(const Value& value, double& number);
+
+class PartStyles {
  public:
-    ChartStyles(const Programs& programs, ItemBuilder& builder) : m_programs(programs), m_builder(builder) {}
+    PartStyles(const Programs& programs, ItemBuilder& builder) : m_programs(programs), m_builder(builder) {}
 
     Value Get(const Expr& source) const;
     std::string Text(const Expr& source) const;

@@ -1,4 +1,4 @@
-#include "platform/rdl/layout/chart_canvas.h"
+#include "platform/rdl/layout/canvas.h"
 
 #include <algorithm>
 #include <cmath>
@@ -35,7 +35,7 @@ Segment To(Segment::Kind kind, Spot spot) {
 
 }  // namespace
 
-void ChartCanvas::Rectangle(const Rect& area, Color fill, const Border& border) {
+void Canvas::Rectangle(const Rect& area, Color fill, const Border& border) {
     if (fill >> 24 && area.width > 0 && area.height > 0) {
         m_page.ops.emplace_back(RectOp{area.x, area.y, area.width, area.height, fill});
     }
@@ -48,7 +48,7 @@ void ChartCanvas::Rectangle(const Rect& area, Color fill, const Border& border) 
     }
 }
 
-void ChartCanvas::Box(const Rect& area, const BoxStyle* box) {
+void Canvas::Box(const Rect& area, const BoxStyle* box) {
     if (!box) {
         return;
     }
@@ -59,14 +59,14 @@ void ChartCanvas::Box(const Rect& area, const BoxStyle* box) {
     Line({area.Right(), area.y}, {area.Right(), area.Bottom()}, box->right);
 }
 
-void ChartCanvas::Line(Spot from, Spot to, const Border& border) {
+void Canvas::Line(Spot from, Spot to, const Border& border) {
     if (IsVisible(border)) {
         const LineStyle style = border.style > LineStyle::DashDotDot ? LineStyle::Solid : border.style;
         m_page.ops.emplace_back(LineOp{from.x, from.y, to.x, to.y, border.width, border.color, style});
     }
 }
 
-void ChartCanvas::Path(std::vector<Segment> segments, Color fill, const Border& border) {
+void Canvas::Path(std::vector<Segment> segments, Color fill, const Border& border) {
     const bool stroke = IsVisible(border);
     if (segments.empty() || (!(fill >> 24) && !stroke)) {
         return;
@@ -78,14 +78,14 @@ void ChartCanvas::Path(std::vector<Segment> segments, Color fill, const Border& 
                                    border.width, stroke ? style : LineStyle::None});
 }
 
-void ChartCanvas::Polygon(const std::vector<Spot>& corners, Color fill, const Border& border) {
+void Canvas::Polygon(const std::vector<Spot>& corners, Color fill, const Border& border) {
     std::vector<Segment> segments;
     AppendCurve(corners, false, false, segments);
     segments.push_back(To(Segment::Close, {}));
     Path(std::move(segments), fill, border);
 }
 
-void ChartCanvas::Curve(const std::vector<Spot>& points, bool smooth, const Border& border) {
+void Canvas::Curve(const std::vector<Spot>& points, bool smooth, const Border& border) {
     if (points.size() > 1) {
         std::vector<Segment> segments;
         AppendCurve(points, smooth, false, segments);
@@ -93,19 +93,19 @@ void ChartCanvas::Curve(const std::vector<Spot>& points, bool smooth, const Bord
     }
 }
 
-void ChartCanvas::Circle(Spot center, double radius, Color fill, const Border& border) {
+void Canvas::Circle(Spot center, double radius, Color fill, const Border& border) {
     std::vector<Segment> segments;
     AppendArc(center, radius, 0, 2 * Pi, false, segments);
     segments.push_back(To(Segment::Close, {}));
     Path(std::move(segments), fill, border);
 }
 
-double ChartCanvas::LineHeight(const CharStyle& style) {
+double Canvas::LineHeight(const CharStyle& style) {
     const text::FontMetrics& metrics = text::Metrics(FontOf(style));
     return (metrics.ascent + metrics.descent) * static_cast<double>(style.size);
 }
 
-Extents ChartCanvas::Measure(const std::string& text, const CharStyle& style) {
+Extents Canvas::Measure(const std::string& text, const CharStyle& style) {
     Extents size;
     const text::FontId font = FontOf(style);
     for (const std::string& line : LinesOf(text)) {
@@ -115,8 +115,7 @@ Extents ChartCanvas::Measure(const std::string& text, const CharStyle& style) {
     return size;
 }
 
-void ChartCanvas::Text(const std::string& text, const CharStyle& style, Spot spot, Anchor anchor,
-                       double degrees) {
+void Canvas::Text(const std::string& text, const CharStyle& style, Spot spot, Anchor anchor, double degrees) {
     if (!(style.color >> 24) || !std::isfinite(spot.x) || !std::isfinite(spot.y)) {
         return;
     }
@@ -133,7 +132,7 @@ void ChartCanvas::Text(const std::string& text, const CharStyle& style, Spot spo
     }
 }
 
-void ChartCanvas::Line(const std::string& text, const CharStyle& style, Spot start, double degrees) {
+void Canvas::Line(const std::string& text, const CharStyle& style, Spot start, double degrees) {
     std::vector<text::GlyphRun> runs;
     text::Shape(text, FontOf(style), static_cast<double>(style.size), false, runs);
     const auto base = static_cast<std::uint32_t>(m_page.text.size());
@@ -198,7 +197,7 @@ std::string Wrapped(const std::string& text, const CharStyle& style, double widt
         std::istringstream words(line);
         for (std::string word; words >> word;) {
             const std::string longer = current.empty() ? word : current + " " + word;
-            if (!current.empty() && ChartCanvas::Measure(longer, style).width > width) {
+            if (!current.empty() && Canvas::Measure(longer, style).width > width) {
                 wrapped += (wrapped.empty() ? "" : "\n") + current;
                 current = word;
             } else {
@@ -211,7 +210,7 @@ std::string Wrapped(const std::string& text, const CharStyle& style, double widt
 }
 
 std::string Shortened(const std::string& text, const CharStyle& style, double width) {
-    if (ChartCanvas::Measure(text, style).width <= width) {
+    if (Canvas::Measure(text, style).width <= width) {
         return text;
     }
     std::string shorter = text;
@@ -223,7 +222,7 @@ std::string Shortened(const std::string& text, const CharStyle& style, double wi
             shorter.pop_back();
         }
         const std::string candidate = shorter + "\xE2\x80\xA6";
-        if (ChartCanvas::Measure(candidate, style).width <= width) {
+        if (Canvas::Measure(candidate, style).width <= width) {
             return candidate;
         }
     }

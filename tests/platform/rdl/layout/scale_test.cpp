@@ -1,4 +1,4 @@
-#include "platform/rdl/layout/chart_scale.h"
+#include "platform/rdl/layout/scale.h"
 
 #include <gmock/gmock.h>
 
@@ -19,54 +19,54 @@ ScaleRequest Of(double low, double high) {
     return request;
 }
 
-TEST(ChartScale, EndsAreRoundAndIncludeZero) {
+TEST(Scale, EndsAreRoundAndIncludeZero) {
     EXPECT_THAT(MakeScale(Of(37, 183)).ticks, ElementsAre(0, 50, 100, 150, 200));
 }
 
-TEST(ChartScale, WithoutZeroItStandsCloseToTheNumbers) {
+TEST(Scale, WithoutZeroItStandsCloseToTheNumbers) {
     ScaleRequest request = Of(1012, 1044);
     request.includeZero = false;
     EXPECT_THAT(MakeScale(request).ticks, ElementsAre(1010, 1020, 1030, 1040, 1050));
 }
 
-TEST(ChartScale, NegativeNumbersHaveTicksOnBothSidesOfZero) {
+TEST(Scale, NegativeNumbersHaveTicksOnBothSidesOfZero) {
     EXPECT_THAT(MakeScale(Of(-37, 60)).ticks, ElementsAre(-40, -20, 0, 20, 40, 60));
     EXPECT_THAT(MakeScale(Of(-90, -10)).ticks, ElementsAre(-100, -80, -60, -40, -20, 0));
 }
 
-TEST(ChartScale, EndsAndIntervalOfTheReportAreKept) {
+TEST(Scale, EndsAndIntervalOfTheReportAreKept) {
     ScaleRequest request = Of(0, 100);
     request.minimum = -5;
     request.maximum = 25;
     request.interval = 10;
-    const ChartScale scale = MakeScale(request);
+    const Scale scale = MakeScale(request);
     EXPECT_EQ(scale.low, -5);
     EXPECT_EQ(scale.high, 25);
     EXPECT_THAT(scale.ticks, ElementsAre(0, 10, 20));
     EXPECT_DOUBLE_EQ(scale.Share(10), 0.5);
 }
 
-TEST(ChartScale, IntervalWithFarTooManyTicksIsPassedOver) {
+TEST(Scale, IntervalWithFarTooManyTicksIsPassedOver) {
     ScaleRequest request = Of(0, 1e9);
     request.interval = 0.001;
     EXPECT_LT(MakeScale(request).ticks.size(), 12U);
 }
 
-TEST(ChartScale, EndsThatContradictEachOtherStillMakeAScale) {
+TEST(Scale, EndsThatContradictEachOtherStillMakeAScale) {
     ScaleRequest request = Of(0, 10);
     request.minimum = 100;
     request.maximum = 50;
-    const ChartScale scale = MakeScale(request);
+    const Scale scale = MakeScale(request);
     EXPECT_GT(scale.high, scale.low);
     EXPECT_TRUE(std::isfinite(scale.Share(75)));
 }
 
-TEST(ChartScale, OneNumberHasAScaleAroundIt) {
+TEST(Scale, OneNumberHasAScaleAroundIt) {
     for (const double number : {0.0, 7.0, -7.0, 1e300, 1e-300}) {
         ScaleRequest request = Of(number, number);
         for (const bool zero : {true, false}) {
             request.includeZero = zero;
-            const ChartScale scale = MakeScale(request);
+            const Scale scale = MakeScale(request);
             EXPECT_GT(scale.high, scale.low) << number;
             EXPECT_GE(scale.Share(number), -1e-6) << number;
             EXPECT_LE(scale.Share(number), 1 + 1e-6) << number;
@@ -74,21 +74,21 @@ TEST(ChartScale, OneNumberHasAScaleAroundIt) {
     }
 }
 
-TEST(ChartScale, HugeNumbersStayFinite) {
-    const ChartScale scale = MakeScale(Of(-1.7e308, 1.7e308));
+TEST(Scale, HugeNumbersStayFinite) {
+    const Scale scale = MakeScale(Of(-1.7e308, 1.7e308));
     EXPECT_TRUE(std::isfinite(scale.low));
     EXPECT_TRUE(std::isfinite(scale.high));
     EXPECT_LT(scale.ticks.size(), 20U);
 }
 
-TEST(ChartScale, CountsHaveNoStepsBetweenWholeNumbers) {
+TEST(Scale, CountsHaveNoStepsBetweenWholeNumbers) {
     ScaleRequest request = Of(0, 2);
     EXPECT_EQ(MakeScale(request).step, 0.5);
     request.whole = true;
     EXPECT_EQ(MakeScale(request).step, 1);
 }
 
-TEST(ChartScale, HeadroomIsOneStepWhenTheHighestReachesTheEnd) {
+TEST(Scale, HeadroomIsOneStepWhenTheHighestReachesTheEnd) {
     ScaleRequest request = Of(0, 200);
     request.headroom = true;
     EXPECT_EQ(MakeScale(request).high, 250);
@@ -96,27 +96,27 @@ TEST(ChartScale, HeadroomIsOneStepWhenTheHighestReachesTheEnd) {
     EXPECT_EQ(MakeScale(request).high, 200);
 }
 
-TEST(ChartScale, LogarithmsHaveTicksAtPowers) {
+TEST(Scale, LogarithmsHaveTicksAtPowers) {
     ScaleRequest request = Of(3, 4200);
     request.logarithmic = true;
-    const ChartScale scale = MakeScale(request);
+    const Scale scale = MakeScale(request);
     EXPECT_THAT(scale.ticks, ElementsAre(DoubleNear(1, 1e-9), DoubleNear(10, 1e-9), DoubleNear(100, 1e-9),
                                          DoubleNear(1000, 1e-9), DoubleNear(10000, 1e-6)));
     EXPECT_DOUBLE_EQ(scale.Share(100), 0.5);
     EXPECT_TRUE(std::isnan(scale.Share(0)));
 }
 
-TEST(ChartScale, LogarithmsOfHugeNumbersEnd) {
+TEST(Scale, LogarithmsOfHugeNumbersEnd) {
     ScaleRequest request = Of(1e-320, 1e308);
     request.logarithmic = true;
     EXPECT_LT(MakeScale(request).ticks.size(), 20U);
     request.minimum = 1e308;
-    const ChartScale scale = MakeScale(request);
+    const Scale scale = MakeScale(request);
     EXPECT_LT(scale.ticks.size(), 20U);
     EXPECT_TRUE(std::isfinite(scale.high));
 }
 
-TEST(ChartScale, DatesHaveTicksAtDaysWeeksAndFirstsOfMonths) {
+TEST(Scale, DatesHaveTicksAtDaysWeeksAndFirstsOfMonths) {
     constexpr double January2024 = 738'885;  // days from 0001-01-01
     ScaleRequest request = Of(January2024, January2024 + 4);
     EXPECT_THAT(MakeDateScale(request).ticks,

@@ -1,4 +1,4 @@
-#include "platform/rdl/layout/chart_style.h"
+#include "platform/rdl/layout/part_styles.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,15 +16,31 @@ constexpr double MostBorder = 50;  // points
 
 }  // namespace
 
-Value ChartStyles::Get(const Expr& source) const {
+bool NumberOf(const Value& value, double& number) {
+    if (value.IsNumber()) {
+        number = value.AsDouble();
+    } else if (value.kind() == Kind::DateTime || value.kind() == Kind::TimeSpan) {
+        number = static_cast<double>(value.AsTicks()) / static_cast<double>(TicksPerDay);
+    } else if (value.IsText()) {  // constants, and files whose columns have no types
+        const std::string text(value.AsText());
+        char* end = nullptr;
+        number = std::strtod(text.c_str(), &end);
+        return end != text.c_str() && *end == 0 && std::isfinite(number);
+    } else {
+        return false;
+    }
+    return std::isfinite(number);
+}
+
+Value PartStyles::Get(const Expr& source) const {
     return source.IsSet() ? Property(source, m_programs).Get(m_builder.Place()) : Value();
 }
 
-std::string ChartStyles::Text(const Expr& source) const {
+std::string PartStyles::Text(const Expr& source) const {
     return source.IsSet() ? m_builder.Text(Property(source, m_programs)) : std::string();
 }
 
-std::optional<double> ChartStyles::Number(const Expr& source) const {
+std::optional<double> PartStyles::Number(const Expr& source) const {
     const Value value = Get(source);
     if (value.IsNumber()) {
         return std::isfinite(value.AsDouble()) ? std::optional(value.AsDouble()) : std::nullopt;
@@ -38,12 +54,12 @@ std::optional<double> ChartStyles::Number(const Expr& source) const {
     return end != text.c_str() && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
-std::optional<bool> ChartStyles::Flag(const Expr& source) const {
+std::optional<bool> PartStyles::Flag(const Expr& source) const {
     bool flag = false;
     return source.IsSet() && expr::ToBoolean(Get(source), flag) ? std::optional(flag) : std::nullopt;
 }
 
-CharStylePtr ChartStyles::Letters(const Style& style, float size) const {
+CharStylePtr PartStyles::Letters(const Style& style, float size) const {
     CharStylePlan plan;
     plan.Compile({&style}, m_programs);
     CharStylePtr letters = plan.Get(m_builder.Place());
@@ -55,22 +71,22 @@ CharStylePtr ChartStyles::Letters(const Style& style, float size) const {
     return std::make_shared<const CharStyle>(std::move(sized));
 }
 
-BoxStylePtr ChartStyles::Box(const Style& style) const {
+BoxStylePtr PartStyles::Box(const Style& style) const {
     BoxStylePlan plan;
     plan.Compile({&style}, m_programs);
     return plan.Get(m_builder.Place());
 }
 
-std::string ChartStyles::Part(const Style& style, StyleProperty property) const {
+std::string PartStyles::Part(const Style& style, StyleProperty property) const {
     const Expr* source = style.Find(property);
     return source ? Text(*source) : std::string();
 }
 
-std::string ChartStyles::Format(const Style& style) const {
+std::string PartStyles::Format(const Style& style) const {
     return Part(style, StyleProperty::Format);
 }
 
-Color ChartStyles::ColorOf(const Style& style, std::initializer_list<StyleProperty> properties) const {
+Color PartStyles::ColorOf(const Style& style, std::initializer_list<StyleProperty> properties) const {
     for (const StyleProperty property : properties) {
         Color color = Transparent;
         if (ParseColor(Part(style, property), color) && color >> 24) {
@@ -80,7 +96,7 @@ Color ChartStyles::ColorOf(const Style& style, std::initializer_list<StyleProper
     return Transparent;
 }
 
-Border ChartStyles::LineOf(const Style& style, Color color, float width) const {
+Border PartStyles::LineOf(const Style& style, Color color, float width) const {
     const BoxStylePtr box = Box(style);
     Border border{LineStyle::Solid, color, width};
     const std::string wanted = Part(style, StyleProperty::BorderStyle);
@@ -96,17 +112,17 @@ Border ChartStyles::LineOf(const Style& style, Color color, float width) const {
     return border;
 }
 
-Border ChartStyles::BorderOf(const Style& style) const {
+Border PartStyles::BorderOf(const Style& style) const {
     return Box(style)->left;
 }
 
-double ChartStyles::Points(const Expr& source, double otherwise) const {
+double PartStyles::Points(const Expr& source, double otherwise) const {
     double points = 0;
     return source.IsSet() && ParseSize(Text(source), points) ? std::clamp(points, 0.0, MostBorder)
                                                              : otherwise;
 }
 
-ChartCaption ChartStyles::Caption(const ChartText& text, float size) const {
+ChartCaption PartStyles::Caption(const ChartText& text, float size) const {
     ChartCaption caption;
     if (!Flag(text.hidden).value_or(false)) {
         caption.text = Readable(Text(text.caption));

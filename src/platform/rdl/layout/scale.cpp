@@ -1,4 +1,4 @@
-#include "platform/rdl/layout/chart_scale.h"
+#include "platform/rdl/layout/scale.h"
 
 #include <algorithm>
 #include <chrono>
@@ -24,7 +24,7 @@ double NiceStep(double least) {
     return 10 * power;
 }
 
-void AddTicks(ChartScale& scale, double step, std::vector<double>& ticks) {
+void AddTicks(Scale& scale, double step, std::vector<double>& ticks) {
     const double first = std::ceil(scale.low / step - Rounding);
     for (int i = 0; i <= MostTicks * 10; ++i) {
         const double tick = (first + i) * step;
@@ -35,7 +35,7 @@ void AddTicks(ChartScale& scale, double step, std::vector<double>& ticks) {
     }
 }
 
-ChartScale Linear(const ScaleRequest& request) {
+Scale Linear(const ScaleRequest& request) {
     double low = std::clamp(request.any ? request.low : 0, -Largest, Largest);
     double high = std::clamp(request.any ? request.high : 1, -Largest, Largest);
     if (request.includeZero) {
@@ -55,7 +55,7 @@ ChartScale Linear(const ScaleRequest& request) {
             low -= room;
         }
     }
-    ChartScale scale;
+    Scale scale;
     scale.step = NiceStep((high - low) / std::max(1, request.mostTicks));
     if (request.whole && scale.step < 1) {
         scale.step = 1;
@@ -77,8 +77,8 @@ ChartScale Linear(const ScaleRequest& request) {
     return scale;
 }
 
-ChartScale Logarithmic(const ScaleRequest& request) {
-    ChartScale scale;
+Scale Logarithmic(const ScaleRequest& request) {
+    Scale scale;
     scale.logarithmic = true;
     scale.base = request.base > 1 && request.base <= 1e6 ? request.base : 10;
     const auto power = [&](double value) { return std::log(value) / std::log(scale.base); };
@@ -106,7 +106,7 @@ ChartScale Logarithmic(const ScaleRequest& request) {
 
 }  // namespace
 
-double ChartScale::Share(double value) const {
+double Scale::Share(double value) const {
     if (!logarithmic) {
         return (value - low) / (high - low);
     }
@@ -114,7 +114,7 @@ double ChartScale::Share(double value) const {
                      : std::numeric_limits<double>::quiet_NaN();
 }
 
-std::vector<double> ChartScale::MinorTicks(double minorStep) const {
+std::vector<double> Scale::MinorTicks(double minorStep) const {
     std::vector<double> minor;
     if (logarithmic) {
         for (const double tick : ticks) {
@@ -130,16 +130,16 @@ std::vector<double> ChartScale::MinorTicks(double minorStep) const {
     if ((high - low) / wanted > MostTicks) {
         return minor;
     }
-    ChartScale copy = *this;
+    Scale copy = *this;
     AddTicks(copy, wanted, minor);
     return minor;
 }
 
-ChartScale MakeDateScale(const ScaleRequest& request) {
+Scale MakeDateScale(const ScaleRequest& request) {
     using namespace std::chrono;
     constexpr double DaysInMonth = 30.44, LastDay = 3'652'058;  // of the year 9999
     const sys_days first{year{1} / January / 1};
-    ChartScale scale;
+    Scale scale;
     scale.low = std::clamp(request.minimum.value_or(request.low), 0.0, LastDay - 2);
     scale.high = std::clamp(request.maximum.value_or(request.high), scale.low + 1, LastDay);
     const double least = (scale.high - scale.low) / std::max(1, request.mostTicks);
@@ -178,7 +178,7 @@ ChartScale MakeDateScale(const ScaleRequest& request) {
     return scale;
 }
 
-ChartScale MakeScale(const ScaleRequest& request) {
+Scale MakeScale(const ScaleRequest& request) {
     return request.logarithmic ? Logarithmic(request) : Linear(request);
 }
 

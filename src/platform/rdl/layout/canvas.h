@@ -1,4 +1,4 @@
-// What charts are drawn with: shapes and single texts on a page.
+// What charts and gauges are drawn with: shapes and single texts on a page.
 #pragma once
 
 #include <string>
@@ -22,9 +22,9 @@ struct Anchor {
     double across = 0.5, down = 0.5;
 };
 
-class ChartCanvas {
+class Canvas {
  public:
-    explicit ChartCanvas(Page& page) : m_page(page) {}
+    explicit Canvas(Page& page) : m_page(page) {}
 
     // Until Unclip nothing is drawn outside of the area.
     void Clip(const Rect& area) { m_page.ops.emplace_back(ClipOp{area.x, area.y, area.width, area.height}); }
