@@ -1,5 +1,6 @@
 #include "platform/rdl/definition/context.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "platform/rdl/definition/size.h"
@@ -103,6 +104,20 @@ int Context::Number(const XmlElement& parent, std::string_view name, const std::
                  std::to_string(most));
     }
     return number;
+}
+
+void Context::RequireImage(const XmlElement& element, const std::string& where, const Expr& name) const {
+    if (name.IsSet() && !name.IsExpression() &&
+        std::find(m_images.begin(), m_images.end(), name.source) == m_images.end()) {
+        Fail(element, where, "the report has no embedded image \"" + name.source + "\"");
+    }
+}
+
+void Context::RefuseAddress(const XmlElement& element, const std::string& where, const Expr& source) const {
+    const std::string& text = source.source;
+    if (!source.IsExpression() && text.find("://") != std::string::npos && !text.starts_with("file://")) {
+        Fail(element, where, "images are not fetched from the network: \"" + text + "\"");
+    }
 }
 
 void Context::CountItem(const XmlElement& element) {

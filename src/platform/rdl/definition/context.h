@@ -3,6 +3,8 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "platform/rdl/definition/model.h"
 #include "platform/rdl/definition/xml_tree.h"
@@ -25,6 +27,11 @@ class Context {
               bool missing = false) const;
     int Number(const XmlElement& parent, std::string_view name, const std::string& where, int least, int most,
                int missing) const;
+    // An error unless the report has an embedded image of this name, or `name` is worked out later.
+    void RequireImage(const XmlElement& element, const std::string& where, const Expr& name) const;
+    void TellImages(std::vector<std::string> names) { m_images = std::move(names); }
+    // Images are read from files and from the report itself, never fetched from the network.
+    void RefuseAddress(const XmlElement& element, const std::string& where, const Expr& source) const;
     // To be called for each item that is made.
     void CountItem(const XmlElement& element);
     [[noreturn]] void Fail(const XmlElement& element, const std::string& where,
@@ -35,6 +42,7 @@ class Context {
  private:
     std::string m_fileName;
     const DefinitionLimits& m_limits;
+    std::vector<std::string> m_images;
     int m_expressions = 0;
     int m_items = 0;
 };

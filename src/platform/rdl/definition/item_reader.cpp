@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/rdl/definition/chart_reader.h"
+#include "platform/rdl/definition/gauge_reader.h"
 #include "platform/rdl/definition/group_reader.h"
 #include "platform/rdl/definition/regions.h"
 #include "platform/rdl/definition/style_reader.h"
@@ -66,11 +67,11 @@ ItemPtr ReadImage(Context& context, const XmlElement& element, Extent container)
     image->sizing = Choose(context, element, "Sizing", Sizings);
     image->value = context.ChildExpr(element, "Value", PlaceOf(element));
     image->mimeType = context.ChildExpr(element, "MIMEType", PlaceOf(element));
-    const std::string& value = image->value.source;
-    if (image->source == Image::Source::External && !image->value.IsExpression() &&
-        value.find("://") != std::string::npos && !value.starts_with("file://")) {
-        context.Fail(element, PlaceOf(element) + ", Value",
-                     "images are not fetched from the network: \"" + value + "\"");
+    const std::string where = PlaceOf(element) + ", Value";
+    if (image->source == Image::Source::External) {
+        context.RefuseAddress(element, where, image->value);
+    } else if (image->source == Image::Source::Embedded) {
+        context.RequireImage(element, where, image->value);
     }
     return image;
 }
@@ -112,8 +113,8 @@ constexpr Kind Kinds[] = {
     {"Tablix", ReadTablix},
     {"Subreport", ReadSubreport},
     {"Chart", ReadChart},
+    {"GaugePanel", ReadGaugePanel},
     {"Gauge", nullptr},
-    {"GaugePanel", nullptr},
     {"Map", nullptr},
     {"CustomReportItem", nullptr},
 };

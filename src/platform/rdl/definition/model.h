@@ -23,6 +23,11 @@ enum class StyleProperty : unsigned char {
     BackgroundColor,
     BackgroundGradientType,
     BackgroundGradientEndColor,
+    BackgroundImageSource,  // Embedded, External or Database
+    BackgroundImageValue,
+    BackgroundImageType,  // its MIME type
+    BackgroundRepeat,
+    BackgroundPosition,
     BorderColor,
     BorderColorLeft,
     BorderColorRight,

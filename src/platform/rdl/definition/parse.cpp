@@ -1,9 +1,9 @@
 #include "platform/rdl/definition/parse.h"
 
-#include <QtCore/QByteArray>
 #include <algorithm>
 #include <fstream>
 
+#include "platform/rdl/definition/base64.h"
 #include "platform/rdl/definition/context.h"
 #include "platform/rdl/definition/data_reader.h"
 #include "platform/rdl/definition/default_font.h"
@@ -66,21 +66,19 @@ class ReportReader {
         if (!images) {
             return;
         }
+        std::vector<std::string> names;
         for (const XmlElement& element : images->children) {
+            names.push_back(element.nameAttribute);
             EmbeddedImage& image = m_definition.images.emplace_back();
             image.name = element.nameAttribute;
             image.mimeType = element.ChildText("MIMEType");
-            const std::string data = element.ChildText("ImageData");
-            const auto decoded = QByteArray::fromBase64Encoding(
-                QByteArray::fromRawData(data.data(), static_cast<qsizetype>(data.size()))
-                    .simplified()
-                    .replace(' ', ""),
-                QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
+            std::optional<std::string> decoded = FromBase64(element.ChildText("ImageData"));
             if (!decoded) {
                 m_context.Fail(element, PlaceOf(element) + ", ImageData", "this is not base64");
             }
-            image.bytes = (*decoded).toStdString();
+            image.bytes = std::move(*decoded);
         }
+        m_context.TellImages(std::move(names));
     }
 
     // From 2010 on there are sections; before, the report itself is the only one.

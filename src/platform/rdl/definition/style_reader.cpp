@@ -40,6 +40,12 @@ constexpr Named Plain[] = {
     {"WritingMode", P::WritingMode},
 };
 
+constexpr Named PartsOfBackgroundImage[] = {
+    {"Source", P::BackgroundImageSource}, {"Value", P::BackgroundImageValue},
+    {"MIMEType", P::BackgroundImageType}, {"BackgroundRepeat", P::BackgroundRepeat},
+    {"Position", P::BackgroundPosition},
+};
+
 // One row for each side; the columns are colour, style and width.
 struct Side {
     std::string_view older, newer;
@@ -107,15 +113,37 @@ void ReadNewerBorder(Context& context, Style& style, const XmlElement& element, 
     }
 }
 
+// Without a value there is no picture, whatever else is told of it.
+void ReadBackgroundImage(Context& context, Style& style, const XmlElement& element,
+                         const std::string& where) {
+    const XmlElement* value = element.Child("Value");
+    if (!value || element.ChildText("Value").empty()) {
+        return;
+    }
+    for (const Named& part : PartsOfBackgroundImage) {
+        if (const XmlElement* child = element.Child(part.name)) {
+            Add(context, style, part.property, *child, where);
+        }
+    }
+    const Expr* source = style.Find(P::BackgroundImageSource);
+    const std::string word = source ? source->source : "External";
+    const Expr& name = *style.Find(P::BackgroundImageValue);
+    if (SameWord(word, "Embedded")) {
+        context.RequireImage(*value, where, name);
+    } else if (SameWord(word, "External")) {
+        context.RefuseAddress(*value, where, name);
+    } else if (!SameWord(word, "Database")) {
+        context.Fail(element, where + ", Source", "\"" + word + "\" is not known");
+    }
+}
+
 void ReadProperty(Context& context, Style& style, const XmlElement& element, const std::string& where) {
     if (const Named* plain = FindPlain(element.name)) {
         Add(context, style, plain->property, element, where);
         return;
     }
     if (element.name == "BackgroundImage") {
-        if (!element.ChildText("Value").empty()) {
-            context.Fail(element, where + ", BackgroundImage", "a picture behind an item cannot be drawn");
-        }
+        ReadBackgroundImage(context, style, element, where + ", BackgroundImage");
         return;
     }
     for (std::size_t aspect = 0; aspect < std::size(OlderAspects); ++aspect) {

@@ -97,14 +97,22 @@ class BuiltSection final : public SectionInstance {
     BuiltSection(const Section& definition, Planner& planner, const Programs& programs, Evaluator& evaluator,
                  ItemBuilder& builder)
         : m_evaluator(evaluator), m_builder(builder), m_body(planner.Items(definition.items)) {
-        BoxStylePlan bodyPlan, pagePlan;
-        bodyPlan.Compile({&definition.bodyStyle}, programs);
-        pagePlan.Compile({&definition.page.style}, programs);
         evaluator.Enter({});
-        bodyStyle = bodyPlan.Get(evaluator);
+        const auto styleOf = [&](const Style& source, const char* what) {
+            BoxStylePlan plan;
+            plan.Compile({&source}, programs);
+            return builder.BoxOf(plan, BackgroundPlan::Of(source, programs, false).get(), what);
+        };
+        bodyStyle = styleOf(definition.bodyStyle, "Body");
         bodyWidth = definition.width;
         bodyHeight = definition.bodyHeight;
-        SetUp(definition.page, pagePlan.Get(evaluator));
+        SetUp(definition.page, styleOf(definition.page.style, "Page"));
+        if (definition.page.header) {
+            page.headerStyle = styleOf(definition.page.header->style, "PageHeader");
+        }
+        if (definition.page.footer) {
+            page.footerStyle = styleOf(definition.page.footer->style, "PageFooter");
+        }
         Margin(definition.page.header, planner, m_header, page.headerHeight, page.headerOnFirst,
                page.headerOnLast);
         Margin(definition.page.footer, planner, m_footer, page.footerHeight, page.footerOnFirst,

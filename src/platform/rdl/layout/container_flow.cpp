@@ -163,9 +163,9 @@ Flow::Outcome ContainerFlow::Place(double x, double y, double available) {
     }
     if (hasBox) {
         const Rect area{x, y, m_item->width, done ? used : std::min(used, available)};
-        painter.FillReserved(background, area, m_item->box->background);
+        painter.FillReserved(background, area, *m_item->box);
         painter.Borders(area, *m_item->box);
-        if (m_item->box->background >> 24) {
+        if (m_item->box->HasBackground()) {
             painter.SetContent();
         }
     }

@@ -98,14 +98,14 @@ Flow::Outcome TextFlow::Place(double x, double y, double available) {
             area.height = done ? height : available;
         }
     }
-    painter.Fill(area, BoxOf(m_item).background);
+    painter.Fill(area, BoxOf(m_item));
     painter.Text(area, m_item, m_laid, m_next, last);
     painter.Borders(area, BoxOf(m_item));
     if (m_next == 0) {
         painter.Marks(area, m_item);
         painter.See(m_item);
     }
-    if (BoxOf(m_item).background >> 24) {
+    if (BoxOf(m_item).HasBackground()) {
         painter.SetContent();
     }
     m_next = last;
@@ -142,7 +142,7 @@ Flow::Outcome BlockFlow::Place(double x, double y, double available) {
                      static_cast<double>(box.paddingRight);
     }
     area.x = ClearOfPageEdges(m_context, x, area.width);
-    painter.Fill(area, BoxOf(m_item).background);
+    painter.Fill(area, BoxOf(m_item));
     if (m_item.drawing) {
         painter.Drawing(area, *m_item.drawing);
     }

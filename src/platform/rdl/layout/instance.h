@@ -121,7 +121,7 @@ struct PageSetup {
     double columnSpacing = 0;
     double headerHeight = 0, footerHeight = 0;
     bool headerOnFirst = true, headerOnLast = true, footerOnFirst = true, footerOnLast = true;
-    BoxStylePtr style;
+    BoxStylePtr style, headerStyle, footerStyle;
 };
 
 // One body of the report with its pages' setup.

@@ -133,7 +133,7 @@ void ItemBuilder::Common(ItemPlan& plan, Instance& out) {
     out.width = item.width;
     out.height = item.height;
     out.name = item.name;
-    out.box = plan.box.Get(m_evaluator);
+    out.box = BoxOf(plan.box, plan.background.get(), item.name);
     if (!plan.plain) {
         out.hyperlink = Text(plan.hyperlink);
         if (!IsHarmlessLink(out.hyperlink)) {
@@ -281,61 +281,16 @@ void ItemBuilder::RunOf(RunPlan& plan, bool isOnlyRun, Instance& out, RunInstanc
     m_evaluator.SetCulture(outer);
 }
 
-std::shared_ptr<const std::string> ItemBuilder::External(const std::string& source, const std::string& item) {
-    constexpr std::size_t MaxKept = 256;
-    const auto known = m_images.find(source);
-    if (known != m_images.end()) {
-        return known->second;
-    }
-    std::string why;
-    auto bytes = m_input.loadImage ? m_input.loadImage(source, why) : nullptr;
-    if (!bytes) {
-        throw Error("Image \"" + item + "\": " + (why.empty() ? "it cannot be loaded" : why));
-    }
-    if (m_images.size() >= MaxKept) {
-        m_images.clear();
-    }
-    m_images.emplace(source, bytes);
-    return bytes;
-}
-
-std::shared_ptr<const std::string> ItemBuilder::Embedded(const std::string& name, std::string& mimeType) {
-    for (const EmbeddedImage& image : m_input.definition->images) {
-        if (image.name == name) {
-            mimeType = image.mimeType;
-            // The definition lives as long as the instances do.
-            return {std::shared_ptr<const std::string>(), &image.bytes};
-        }
-    }
-    return nullptr;
-}
-
 void ItemBuilder::ImageOf(ItemPlan& plan, Instance& out) {
     const auto& image = static_cast<const Image&>(*plan.definition);
     out.sizing = static_cast<Instance::Sizing>(image.sizing);
-    const Value value = plan.value.Get(m_evaluator);
-    if (value.IsError()) {
-        throw Error("Image \"" + image.name + "\": " + std::string(value.AsText()));
-    }
-    if (value.IsNull() || (value.IsText() && value.AsText().empty())) {
-        return;
-    }
     out.mimeType = Text(plan.mimeType);
-    if (image.source == Image::Source::Database || value.kind() == Kind::Bytes) {
-        if (value.kind() == Kind::Bytes) {
-            out.imageBytes = std::make_shared<const std::string>(value.AsText());
-        }
-        return;
-    }
-    const std::string name = ToText(value, m_evaluator.CurrentCulture());
-    if (image.source == Image::Source::External) {
-        out.imageBytes = External(name, image.name);
-        return;
-    }
-    out.imageBytes = Embedded(name, out.mimeType);
-    if (!out.imageBytes) {
-        throw Error("Image \"" + image.name + "\": the report has no embedded image \"" + name + "\"");
-    }
+    out.imageBytes = m_images.Load(image.source, plan.value.Get(m_evaluator), image.name, out.mimeType);
+}
+
+BoxStylePtr ItemBuilder::BoxOf(BoxStylePlan& plan, BackgroundPlan* background, const std::string& item) {
+    const BoxStylePtr& style = plan.Get(m_evaluator);
+    return background ? m_images.WithPicture(style, *background, item) : style;
 }
 
 void ItemBuilder::ChartOf(ItemPlan& plan, Instance& out) {

@@ -3,21 +3,24 @@
 
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/rdl/layout/evaluator.h"
+#include "platform/rdl/layout/item_images.h"
 
 namespace rdl::layout {
 
 class ItemBuilder {
  public:
-    ItemBuilder(const ReportInput& input, Evaluator& evaluator) : m_input(input), m_evaluator(evaluator) {}
+    ItemBuilder(const ReportInput& input, Evaluator& evaluator)
+        : m_input(input), m_evaluator(evaluator), m_images(input, evaluator) {}
 
     // False when the item is hidden; `out` is not touched then. `out` may be an instance used before: its
     // memory is used again. Raises rdl::Error for an image or subreport that cannot be had.
     bool Fill(ItemPlan& plan, Instance& out);
     std::vector<Instance> FillAll(std::vector<std::unique_ptr<ItemPlan>>& plans);
+    // A style with the picture that belongs to it; `background` may be null.
+    BoxStylePtr BoxOf(BoxStylePlan& plan, BackgroundPlan* background, const std::string& item);
     bool IsTrue(const Property& property);
     std::string Text(const Property& property);  // "" for Null and errors
     Evaluator& Place() { return m_evaluator; }
@@ -33,14 +36,12 @@ class ItemBuilder {
     bool IsDuplicate(ItemPlan& plan, const Value& value);
     float Size(const Property& property);
     void ImageOf(ItemPlan& plan, Instance& out);
-    std::shared_ptr<const std::string> External(const std::string& source, const std::string& item);
-    std::shared_ptr<const std::string> Embedded(const std::string& name, std::string& mimeType);
     void ChartOf(ItemPlan& plan, Instance& out);
     void SubreportOf(ItemPlan& plan, Instance& out);
 
     const ReportInput& m_input;
     Evaluator& m_evaluator;
-    std::unordered_map<std::string, std::shared_ptr<const std::string>> m_images;
+    ItemImages m_images;
     int m_depth = 0;
 };
 

@@ -58,12 +58,13 @@ class Pages final : public PageStream {
                                (setup.footerOnFirst || !record.first || record.last);
         const double width = setup.width - setup.marginLeft - setup.marginRight;
         if (hasHeader) {
-            Draw(section.Header(record.facts), {setup.marginLeft, setup.marginTop, width, setup.headerHeight},
-                 content);
+            Draw(section.Header(record.facts), setup.headerStyle,
+                 {setup.marginLeft, setup.marginTop, width, setup.headerHeight}, content);
         }
         if (hasFooter) {
             const double top = setup.height - setup.marginBottom - setup.footerHeight;
-            Draw(section.Footer(record.facts), {setup.marginLeft, top, width, setup.footerHeight}, content);
+            Draw(section.Footer(record.facts), setup.footerStyle,
+                 {setup.marginLeft, top, width, setup.footerHeight}, content);
         }
     }
 
@@ -85,14 +86,20 @@ class Pages final : public PageStream {
                           [group](const PageRecord& record) { return record.numberGroup == group; }));
     }
 
-    void Draw(const std::vector<Instance>& items, const Rect& area, Page& content) {
+    void Draw(const std::vector<Instance>& items, const BoxStylePtr& style, const Rect& area, Page& content) {
         Painter painter;
         painter.Begin(content, area.y);
         // There is no next page to wait for: what has grown past the margin is drawn all the same.
         constexpr double Unbounded = 1e6;
         FlowContext context{painter, Unbounded, area.x};
         ContainerFlow flow(items, context);
+        if (style) {
+            painter.Fill(area, *style);
+        }
         flow.Place(area.x, area.y, Unbounded);
+        if (style) {
+            painter.Borders(area, *style);
+        }
     }
 
     // Points of the body on a page of the current section.
@@ -167,7 +174,7 @@ class Pages final : public PageStream {
         const PageSetup& setup = section.page;
         if (section.page.style) {
             m_painter.Begin(page, 0);
-            m_painter.Fill({0, 0, setup.width, setup.height}, setup.style->background);
+            m_painter.Fill({0, 0, setup.width, setup.height}, *setup.style);
             m_painter.ClearExtent();
         }
         for (int column = 0; column < setup.columns && !done; ++column) {
@@ -179,7 +186,7 @@ class Pages final : public PageStream {
             if (section.bodyStyle) {
                 const double width = std::min(section.bodyWidth, area.width);
                 const double height = std::clamp(outcome.used, 0.0, area.height);
-                m_painter.FillReserved(background, {x, area.y, width, height}, section.bodyStyle->background);
+                m_painter.FillReserved(background, {x, area.y, width, height}, *section.bodyStyle);
                 m_painter.Borders({x, area.y, width, height}, *section.bodyStyle);
             }
         }

@@ -14,6 +14,10 @@ bool IsVisible(const Border& border) {
     return border.style != LineStyle::None && border.width > 0 && border.color >> 24;
 }
 
+bool HasBackdrop(const BoxStyle& box) {
+    return box.gradient != Gradient::None || box.picture;
+}
+
 }  // namespace
 
 Rect ContentOf(const Rect& area, const BoxStyle& box) {
@@ -51,11 +55,17 @@ void Painter::Begin(Page& page, double top) {
     m_hasContent = false;
 }
 
-void Painter::Fill(const Rect& area, Color color) {
-    if (color >> 24 && area.width > 0 && area.height > 0) {
-        m_page->ops.emplace_back(RectOp{area.x, area.y, area.width, area.height, color});
-        Reach(area.Right());
+void Painter::Fill(const Rect& area, const BoxStyle& box) {
+    if (!box.HasBackground() || area.width <= 0 || area.height <= 0) {
+        return;
     }
+    if (box.background >> 24) {
+        m_page->ops.emplace_back(RectOp{area.x, area.y, area.width, area.height, box.background});
+    }
+    if (HasBackdrop(box)) {
+        AppendBackdrop(area, box, m_page->ops);
+    }
+    Reach(area.Right());
 }
 
 std::size_t Painter::ReserveFill() {
@@ -63,10 +73,16 @@ std::size_t Painter::ReserveFill() {
     return m_page->ops.size() - 1;
 }
 
-void Painter::FillReserved(std::size_t place, const Rect& area, Color color) {
-    m_page->ops[place] = RectOp{area.x, area.y, area.width, area.height, color};
-    if (color >> 24) {
+void Painter::FillReserved(std::size_t place, const Rect& area, const BoxStyle& box) {
+    m_page->ops[place] = RectOp{area.x, area.y, area.width, area.height, box.background};
+    if (box.HasBackground()) {
         Reach(area.Right());
+    }
+    if (HasBackdrop(box)) {
+        std::vector<Op> behind;
+        AppendBackdrop(area, box, behind);
+        m_page->ops.insert(m_page->ops.begin() + static_cast<std::ptrdiff_t>(place) + 1,
+                           std::make_move_iterator(behind.begin()), std::make_move_iterator(behind.end()));
     }
 }
 

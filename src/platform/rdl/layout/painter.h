@@ -5,18 +5,13 @@
 #include <utility>
 #include <vector>
 
+#include "platform/rdl/layout/backdrop.h"
 #include "platform/rdl/layout/drawing.h"
 #include "platform/rdl/layout/instance.h"
 #include "platform/rdl/layout/page.h"
 #include "platform/rdl/layout/text_layout.h"
 
 namespace rdl::layout {
-
-struct Rect {
-    double x = 0, y = 0, width = 0, height = 0;
-    double Right() const { return x + width; }
-    double Bottom() const { return y + height; }
-};
 
 class Painter {
  public:
@@ -30,10 +25,10 @@ class Painter {
     double Extent() const { return m_extent; }  // right edge of what was drawn so far
     void ClearExtent() { m_extent = 0; }
 
-    void Fill(const Rect& area, Color color);
+    void Fill(const Rect& area, const BoxStyle& box);
     // Room for a background whose height is known only when its content is drawn.
     std::size_t ReserveFill();
-    void FillReserved(std::size_t place, const Rect& area, Color color);
+    void FillReserved(std::size_t place, const Rect& area, const BoxStyle& box);
     enum Sides : unsigned { Left = 1, Top = 2, Right = 4, Bottom = 8, All = 15 };
     void Borders(const Rect& area, const BoxStyle& box, unsigned sides = All);
     void Line(double x1, double y1, double x2, double y2, const Border& border);

@@ -17,6 +17,25 @@ expr::FilterOperator ParseOperator(const std::string& name) {
 
 }  // namespace
 
+std::unique_ptr<BackgroundPlan> BackgroundPlan::Of(const Style& style, const Programs& programs,
+                                                   bool isChart) {
+    if (!style.Find(StyleProperty::BackgroundImageValue)) {
+        return nullptr;
+    }
+    const auto part = [&](StyleProperty name) {
+        const Expr* source = style.Find(name);
+        return source ? Property(*source, programs) : Property();
+    };
+    auto plan = std::make_unique<BackgroundPlan>();
+    plan->source = part(StyleProperty::BackgroundImageSource);
+    plan->value = part(StyleProperty::BackgroundImageValue);
+    plan->type = part(StyleProperty::BackgroundImageType);
+    plan->repeat = part(StyleProperty::BackgroundRepeat);
+    plan->position = part(StyleProperty::BackgroundPosition);
+    plan->isChart = isChart;
+    return plan;
+}
+
 ItemPlan::ItemPlan() = default;
 ItemPlan::~ItemPlan() = default;
 
@@ -88,6 +107,7 @@ std::unique_ptr<ItemPlan> Planner::Item(const ReportItem& item) {
     auto plan = std::make_unique<ItemPlan>();
     plan->definition = &item;
     plan->box.Compile({&item.style}, m_programs);
+    plan->background = BackgroundPlan::Of(item.style, m_programs, item.kind == ItemKind::Chart);
     plan->hidden = Of(item.visibility.hidden);
     plan->hyperlink = Of(item.action.hyperlink);
     plan->bookmarkLink = Of(item.action.bookmarkLink);

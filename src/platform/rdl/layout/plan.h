@@ -56,9 +56,20 @@ struct ParagraphPlan {
     const Paragraph* definition = nullptr;
 };
 
+// The picture behind an item, and the last style that it was put into.
+struct BackgroundPlan {
+    Property source, value, type, repeat, position;
+    bool isChart = false;
+    BoxStylePtr madeOf, made;
+    std::string madePlace;
+    // Null when the style has none.
+    static std::unique_ptr<BackgroundPlan> Of(const Style& style, const Programs& programs, bool isChart);
+};
+
 struct ItemPlan {
     const ReportItem* definition = nullptr;
     BoxStylePlan box;
+    std::unique_ptr<BackgroundPlan> background;
     Property hidden, hyperlink, bookmarkLink, toolTip, bookmark, documentMapLabel;
     PageBreakPlan pageBreak;
     bool plain = false;  // no link, bookmark, label or tool tip: nothing of it to work out

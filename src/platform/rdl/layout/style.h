@@ -45,14 +45,40 @@ enum class VAlign : std::uint8_t { Top, Middle, Bottom };
 enum class Decoration : std::uint8_t { None, Underline, Overline, LineThrough };
 enum class WritingMode : std::uint8_t { Horizontal, Vertical, Rotate270 };
 
+// From the background colour to gradientEnd; the Centers run from the edges to the middle.
+enum class Gradient : std::uint8_t {
+    None,
+    LeftRight,
+    TopBottom,
+    Center,
+    DiagonalLeft,
+    DiagonalRight,
+    HorizontalCenter,
+    VerticalCenter
+};
+
+struct BackgroundPicture {
+    std::shared_ptr<const std::string> bytes;  // PNG, JPEG, GIF or BMP, never null
+    std::string mimeType;
+    std::string item;  // whose background it is, for errors
+    enum class Repeat : std::uint8_t { Both, Across, Down, None, Stretch } repeat = Repeat::Both;
+    float alignX = 0, alignY = 0;  // of one that is not repeated: 0 left or top, 1 right or bottom
+};
+
 struct BoxStyle {
     Color background = Transparent;
+    Gradient gradient = Gradient::None;
+    Color gradientEnd = Transparent;
+    std::shared_ptr<const BackgroundPicture> picture;  // over the colour
     Border left, top, right, bottom;
     float paddingLeft = 0, paddingTop = 0, paddingRight = 0, paddingBottom = 0;
     HAlign hAlign = HAlign::General;
     VAlign vAlign = VAlign::Top;
     WritingMode writingMode = WritingMode::Horizontal;
     bool rightToLeft = false;
+    bool HasBackground() const {
+        return background >> 24 || gradient != Gradient::None || picture;
+    }
     std::string format, language;  // of the box's own value; for cells with typed values
 };
 using BoxStylePtr = std::shared_ptr<const BoxStyle>;

@@ -43,6 +43,14 @@ constexpr std::array<std::pair<std::string_view, LineStyle>, 12> LineStyles{{
     {"WindowInset", LineStyle::WindowInset},
     {"Outset", LineStyle::Outset},
 }};
+constexpr std::array<std::pair<std::string_view, Gradient>, 7> Gradients{
+    {{"LeftRight", Gradient::LeftRight},
+     {"TopBottom", Gradient::TopBottom},
+     {"Center", Gradient::Center},
+     {"DiagonalLeft", Gradient::DiagonalLeft},
+     {"DiagonalRight", Gradient::DiagonalRight},
+     {"HorizontalCenter", Gradient::HorizontalCenter},
+     {"VerticalCenter", Gradient::VerticalCenter}}};
 constexpr std::array<std::pair<std::string_view, HAlign>, 4> HAligns{{{"Left", HAlign::Left},
                                                                       {"Center", HAlign::Center},
                                                                       {"Right", HAlign::Right},
@@ -116,6 +124,12 @@ void Apply(BoxStyle& style, StyleProperty property, std::string_view text) {
     switch (property) {
         case StyleProperty::BackgroundColor:
             ParseColor(text, style.background);
+            break;
+        case StyleProperty::BackgroundGradientType:
+            style.gradient = Choose(text, Gradients, Gradient::None);
+            break;
+        case StyleProperty::BackgroundGradientEndColor:
+            ParseColor(text, style.gradientEnd);
             break;
         case StyleProperty::PaddingLeft:
             SetSize(text, style.paddingLeft, MaxPadding);
@@ -191,6 +205,11 @@ void Apply(CharStyle& style, StyleProperty property, std::string_view text) {
     }
 }
 
+// Pictures are no texts: BackgroundPlan works them out.
+bool IsOfPicture(StyleProperty property) {
+    return property >= StyleProperty::BackgroundImageSource && property <= StyleProperty::BackgroundPosition;
+}
+
 bool Concerns(const BoxStyle&, StyleProperty property) {
     switch (property) {
         case StyleProperty::FontFamily:
@@ -202,12 +221,12 @@ bool Concerns(const BoxStyle&, StyleProperty property) {
         case StyleProperty::LineHeight:
             return false;
         default:
-            return true;
+            return !IsOfPicture(property);
     }
 }
 
 bool Concerns(const CharStyle&, StyleProperty property) {
-    return property != StyleProperty::LineHeight && !Concerns(BoxStyle(), property);
+    return !IsOfPicture(property) && property != StyleProperty::LineHeight && !Concerns(BoxStyle(), property);
 }
 
 }  // namespace

@@ -346,7 +346,7 @@ Flow::Outcome TableFlow::Place(double x, double y, double available) {
     m_begun = true;
     if (m_item.box && !m_columnX.empty()) {
         const Rect area{x, y, m_columnX.back() + m_table.columnWidths.back() - x, at - y};
-        m_context.painter.FillReserved(background, area, m_item.box->background);
+        m_context.painter.FillReserved(background, area, *m_item.box);
         m_context.painter.Borders(area, *m_item.box);
     }
     return {at - y, done, done && breakAfter};

@@ -41,7 +41,7 @@ void TableFlow::DrawBoxes(const Prepared& prepared, double y, double height) {
         }
         const Rect area = CellArea(cell.column, cell.columnSpan, y, height);
         const BoxStyle& box = *cell.content.box;
-        m_context.painter.Fill(area, box.background);
+        m_context.painter.Fill(area, box);
         AddEdge(m_tops, area.x, area.Right(), box.top);
         AddEdge(m_newBottoms, area.x, area.Right(), box.bottom);
     }
@@ -110,7 +110,9 @@ void TableFlow::DrawContents(Prepared& prepared, double y, double height) {
             const double x = area.x;
             for (const double distance : m_furtherPages) {
                 area.x = x + distance;
-                m_context.painter.Fill(area, cell.content.box ? cell.content.box->background : Transparent);
+                if (cell.content.box) {
+                    m_context.painter.Fill(area, *cell.content.box);
+                }
                 DrawContent(cell.content, prepared.cells[i], area);
                 if (cell.content.box) {
                     m_context.painter.Borders(area, *cell.content.box);
@@ -153,7 +155,7 @@ void TableFlow::DrawSpan(Span& span, double bottom) {
     for (const double distance : places) {
         area.x = x + distance;
         if (span.content.box) {
-            painter.Fill(area, span.content.box->background);
+            painter.Fill(area, *span.content.box);
         }
         DrawContent(span.content, cell, area);
         if (span.content.box) {

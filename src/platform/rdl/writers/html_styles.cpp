@@ -1,6 +1,7 @@
 #include "platform/rdl/writers/html_styles.h"
 
 #include <cctype>
+#include <cmath>
 #include <cstdio>
 #include <string_view>
 
@@ -113,11 +114,49 @@ void AppendAlign(HAlign align, std::string& css) {
     css += std::string("text-align:") + words[static_cast<int>(align)] + ";";
 }
 
+void AppendPicture(const layout::BackgroundPicture& picture, const std::string& name, std::string& css) {
+    static constexpr const char* Repeats[] = {"repeat", "repeat-x", "repeat-y", "no-repeat", "no-repeat"};
+    css += "background-image:var(--" + name +
+           ");background-repeat:" + Repeats[static_cast<int>(picture.repeat)] + ";";
+    if (picture.repeat == layout::BackgroundPicture::Repeat::Stretch) {
+        css += "background-size:100% 100%;";
+    } else if (picture.repeat == layout::BackgroundPicture::Repeat::None) {
+        const auto percent = [](float share) { return std::to_string(std::lround(share * 100)) + "%"; };
+        css += "background-position:" + percent(picture.alignX) + " " + percent(picture.alignY) + ";";
+    }
+}
+
+void AppendGradient(const BoxStyle& box, std::string& css) {
+    // In the order of the kinds; the two colours go where the marks are, the one that is both ends twice.
+    static constexpr const char* Kinds[] = {"",
+                                            "linear-gradient(to right,<,>)",
+                                            "linear-gradient(to bottom,<,>)",
+                                            "radial-gradient(farthest-side,>,<)",
+                                            "linear-gradient(to bottom right,<,>)",
+                                            "linear-gradient(to bottom left,<,>)",
+                                            "linear-gradient(to bottom,<,>,<)",
+                                            "linear-gradient(to right,<,>,<)"};
+    css += "background-image:";
+    for (const char* at = Kinds[static_cast<int>(box.gradient)]; *at; ++at) {
+        if (*at == '<') {
+            AppendColor(box.background >> 24 ? box.background : 0xFFFFFFFF, css);
+        } else if (*at == '>') {
+            AppendColor(box.gradientEnd, css);
+        } else {
+            css += *at;
+        }
+    }
+    css += ';';
+}
+
 void AppendBackground(const BoxStyle& box, std::string& css) {
     if (box.background >> 24) {
         css += "background-color:";
         AppendColor(box.background, css);
         css += ';';
+    }
+    if (!box.picture && box.gradient != layout::Gradient::None && box.gradientEnd >> 24) {
+        AppendGradient(box, css);
     }
 }
 
@@ -187,6 +226,9 @@ const std::string& HtmlStyles::Box(const layout::BoxStylePtr& box, Place place,
     std::string css;
     if (box) {
         AppendBox(*box, place, css);
+        if (box->picture) {
+            AppendPicture(*box->picture, Picture(*box->picture), css);
+        }
     }
     if (text) {
         AppendLetters(*text, css);
@@ -198,6 +240,16 @@ const std::string& HtmlStyles::Box(const layout::BoxStylePtr& box, Place place,
     }
     m_known.emplace(key, Known{box, text, &name});
     return name;
+}
+
+const std::string& HtmlStyles::Picture(const layout::BackgroundPicture& picture) {
+    static constexpr const char* Types[] = {"image/png", "image/jpeg", "image/gif", "image/bmp"};
+    std::string url = "url(data:";
+    url += Types[static_cast<int>(TypeOfImage(*picture.bytes, picture.item))];
+    url += ";base64,";
+    AppendBase64(*picture.bytes, url);
+    url += ')';
+    return m_pictures.try_emplace(std::move(url), "p" + std::to_string(m_pictures.size() + 1)).first->second;
 }
 
 const std::string& HtmlStyles::Text(const layout::CharStylePtr& text) {
@@ -219,6 +271,9 @@ const std::string& HtmlStyles::Class(const std::string& declarations) {
 
 std::string HtmlStyles::Sheet() const {
     std::string sheet;
+    for (const auto& [picture, name] : m_pictures) {
+        sheet += ":root{--" + name + ":" + picture + "}\n";
+    }
     for (std::size_t i = 0; i < m_order.size(); ++i) {
         sheet += ".s" + std::to_string(i + 1) + "{" + *m_order[i] + "}\n";
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -25,6 +26,8 @@ class HtmlStyles {
     std::string Sheet() const;
 
  private:
+    // The variable that holds a picture: it stands in the file once, however many classes show it.
+    const std::string& Picture(const layout::BackgroundPicture& picture);
     struct Key {
         const void* box;
         const void* text;
@@ -44,6 +47,7 @@ class HtmlStyles {
     std::unordered_map<std::string, std::string> m_names;  // by declarations; nodes stay where they are
     std::vector<const std::string*> m_order;               // declarations
     std::unordered_map<Key, Known, KeyHash> m_known;
+    std::map<std::string, std::string> m_pictures;  // names by what stands in the file
 };
 
 }  // namespace rdl::writers

@@ -55,12 +55,14 @@ TEST(ReportItem, WhatCannotBeDrawnIsNamed) {
     }
 }
 
-TEST(ReportItem, PictureBehindAnItemIsNamed) {
+TEST(ReportItem, PictureBehindAnItemThatTheReportDoesNotHaveIsNamed) {
     const auto withBackground = [](const std::string& value) {
         return WithItems("<Textbox Name=\"Total\"><Style><BackgroundImage><Source>Embedded</Source><Value>" +
                          value + "</Value></BackgroundImage></Style></Textbox>");
     };
-    EXPECT_THAT(ErrorOf(withBackground("logo")), HasSubstr("Textbox Total, BackgroundImage"));
+    EXPECT_THAT(ErrorOf(withBackground("logo")),
+                AllOf(HasSubstr("line 2"), HasSubstr("Textbox Total, BackgroundImage"),
+                      HasSubstr("the report has no embedded image \"logo\"")));
     EXPECT_EQ(ErrorOf(withBackground("")), "");
 }
 
@@ -214,10 +216,15 @@ TEST(ReportStyle, PageBreaksOfBothSpellings) {
 
 TEST(ReportImage, SourceAndSizing) {
     const Definition report = Parse(WithItems(
-        "<Image><Source>Embedded</Source><Value>logo</Value><Sizing>FitProportional</Sizing></Image>"));
-    EXPECT_EQ(OnlyItem<Image>(report).source, Image::Source::Embedded);
+        "<Image><Source>Database</Source><Value>=1</Value><Sizing>FitProportional</Sizing></Image>"));
+    EXPECT_EQ(OnlyItem<Image>(report).source, Image::Source::Database);
     EXPECT_EQ(OnlyItem<Image>(report).sizing, Image::Sizing::FitProportional);
     EXPECT_THAT(ErrorOf(WithItems("<Image><Source>Moon</Source></Image>")), HasSubstr("\"Moon\""));
+}
+
+TEST(ReportImage, AnEmbeddedOneThatTheReportDoesNotHaveIsNamed) {
+    EXPECT_EQ(ErrorOf(WithItems("<Image Name=\"Logo\"><Source>Embedded</Source><Value>x</Value></Image>")),
+              "sales.rpt, line 2: Image Logo, Value: the report has no embedded image \"x\"");
 }
 
 }  // namespace
