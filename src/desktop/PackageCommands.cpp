@@ -23,7 +23,7 @@ std::string DetailOf(const std::string& key) {
 std::string ReadReportID(const std::string& statement) {
     ADODB::Recordset rows;
     rows.Open(statement, Global::ConnectionString);
-    const std::string id = rows.Fields("ReportID").Value.Text();
+    std::string id = rows.Fields("ReportID").Value.Text();
     rows.Close();
     return id;
 }

@@ -11,8 +11,7 @@ namespace Global {
 std::string CopyToCache(const std::string& filePath) {
     const Scripting::File file = Scripting::FileSystemObject().GetFile(filePath);
     const auto backslashes = static_cast<int>(std::count(filePath.begin(), filePath.end(), '\\'));
-    const std::string cached =
-        AppPath() + "\\Cache\\" + cmFunc::GetDelimitedField(filePath, backslashes + 1, "\\");
+    std::string cached = AppPath() + "\\Cache\\" + cmFunc::GetDelimitedField(filePath, backslashes + 1, "\\");
     file.Copy(cached);
     return cached;
 }

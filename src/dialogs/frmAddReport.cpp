@@ -305,6 +305,8 @@ void frmAddReport::reject() {
 
 void frmAddReport::closeEvent(QCloseEvent* event) {
     m_unloaded = true;
+    // QDialog's would call reject, which is the Cancel button here.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QWidget::closeEvent(event);
 }
 

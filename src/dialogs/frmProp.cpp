@@ -235,6 +235,8 @@ void frmProp::closeEvent(QCloseEvent* event) {
         m_unloaded = true;
         Form_Unload();
     }
+    // QDialog's would call reject, which is the Cancel button here.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QWidget::closeEvent(event);
 }
 

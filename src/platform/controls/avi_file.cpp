@@ -174,7 +174,8 @@ class AviReader {
     }
 
     std::size_t RowSize() const {
-        return static_cast<std::size_t>((m_file.m_width * m_file.m_bits + 31) / 32 * 4);
+        return (static_cast<std::size_t>(m_file.m_width) * static_cast<std::size_t>(m_file.m_bits) + 31) /
+               32 * 4;
     }
 
     AviFile& m_file;
