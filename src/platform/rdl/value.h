@@ -24,10 +24,25 @@ enum class Kind : std::uint8_t {
     Bytes,     // an image out of a database
     List,      // several values: a multi-value parameter, LookupSet, Split
     Error,     // the text says why; shown as #Error
+    Object,    // what report-level code makes and changes: a dictionary, a list that grows
 };
 
 class Value;
 using ValueList = std::vector<Value>;
+
+// The one kind of value that changes: all copies of a Value share it.
+class Object {
+ public:
+    Object() = default;
+    Object(const Object&) = delete;
+    Object& operator=(const Object&) = delete;
+    virtual ~Object() = default;
+    virtual std::string_view TypeName() const = 0;  // as the report language names it
+
+ private:
+    friend class Value;
+    std::uint32_t m_references = 0;
+};
 
 inline constexpr std::int64_t TicksPerSecond = 10'000'000;
 inline constexpr std::int64_t TicksPerDay = 864'000'000'000;
@@ -49,6 +64,13 @@ class Value {
     static Value Bytes(std::string_view bytes) { return Shared(Kind::Bytes, bytes); }
     static Value Error(std::string_view why) { return Shared(Kind::Error, why); }
     static Value List(ValueList values);
+    static Value Of(Object* object) {  // takes it over
+        Value v;
+        v.m_kind = Kind::Object;
+        v.m_data.object = object;
+        ++object->m_references;
+        return v;
+    }
 
     Value(const Value& other) : m_data(other.m_data), m_kind(other.m_kind) { Retain(); }
     Value(Value&& other) noexcept : m_data(other.m_data), m_kind(other.m_kind) { other.m_kind = Kind::Null; }
@@ -82,6 +104,9 @@ class Value {
         return {m_data.text->chars, m_data.text->length};
     }  // Text, Bytes, Error
     const ValueList& AsList() const { return m_data.list->values; }
+    // The list itself when nobody else holds it, so that an element is changed without a copy; else null.
+    ValueList* OwnList() { return m_data.list->references == 1 ? &m_data.list->values : nullptr; }
+    Object& AsObject() const { return *m_data.object; }
     // Integer or Real as a double.
     double AsDouble() const {
         return m_kind == Kind::Real ? m_data.real : static_cast<double>(m_data.integer);
@@ -102,6 +127,7 @@ class Value {
         double real;
         TextRep* text;
         ListRep* list;
+        Object* object;
     };
 
     static Value Plain(Kind kind, std::int64_t n) {
@@ -131,6 +157,8 @@ class Value {
             ++m_data.text->references;
         } else if (m_kind == Kind::List) {
             ++m_data.list->references;
+        } else if (m_kind == Kind::Object) {
+            ++m_data.object->m_references;
         }
     }
     void Release() {
@@ -140,9 +168,16 @@ class Value {
             }
         } else if (m_kind == Kind::List) {
             ReleaseList();
+        } else if (m_kind == Kind::Object) {
+            ReleaseObject();
         }
     }
     void ReleaseList();
+    void ReleaseObject() {
+        if (--m_data.object->m_references == 0) {
+            delete m_data.object;
+        }
+    }
 
     Data m_data;
     Kind m_kind = Kind::Null;

@@ -30,8 +30,10 @@ int Rank(Kind kind) {
             return 7;
         case Kind::Error:
             return 8;
+        case Kind::Object:
+            return 9;
     }
-    return 9;
+    return 10;
 }
 
 template <typename T>
@@ -144,6 +146,9 @@ int Compare(const Value& left, const Value& right) {
             return left.AsText().compare(right.AsText());
         case Kind::List:
             return OrderLists(left.AsList(), right.AsList());
+        case Kind::Object:
+            return Order(reinterpret_cast<std::uintptr_t>(&left.AsObject()),
+                         reinterpret_cast<std::uintptr_t>(&right.AsObject()));
     }
     return 0;
 }
@@ -173,6 +178,8 @@ std::size_t Hash(const Value& value) {
             }
             return hash;
         }
+        case Kind::Object:
+            return Mix(seed, std::hash<const Object*>()(&value.AsObject()));
     }
     return seed;
 }

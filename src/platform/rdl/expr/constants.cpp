@@ -1,8 +1,10 @@
 // Named constants of the language and of its library.
-#include <cmath>
+#include <cstdint>
+#include <initializer_list>
 #include <limits>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "platform/rdl/expr/convert.h"
 #include "platform/rdl/expr/functions.h"
@@ -81,6 +83,50 @@ constexpr Number Numbers[] = {
     {"vbpropercase", 3},
     {"duedate.endofperiod", 0},
     {"duedate.begofperiod", 1},
+    {"varianttype.empty", 0},
+    {"varianttype.null", 1},
+    {"varianttype.short", 2},
+    {"varianttype.integer", 3},
+    {"varianttype.single", 4},
+    {"varianttype.double", 5},
+    {"varianttype.currency", 6},
+    {"varianttype.date", 7},
+    {"varianttype.string", 8},
+    {"varianttype.object", 9},
+    {"varianttype.error", 10},
+    {"varianttype.boolean", 11},
+    {"varianttype.decimal", 14},
+    {"varianttype.byte", 17},
+    {"varianttype.char", 18},
+    {"varianttype.long", 20},
+    {"varianttype.userdefinedtype", 36},
+    {"varianttype.array", 8192},
+    {"vbempty", 0},
+    {"vbnull", 1},
+    {"vbinteger", 3},
+    {"vbsingle", 4},
+    {"vbdouble", 5},
+    {"vbcurrency", 6},
+    {"vbdate", 7},
+    {"vbstring", 8},
+    {"vbobject", 9},
+    {"vbboolean", 11},
+    {"vbdecimal", 14},
+    {"vbbyte", 17},
+    {"vblong", 20},
+    {"vbarray", 8192},
+    {"vbobjecterror", -2147221504},
+    {"regexoptions.none", 0},
+    {"regexoptions.ignorecase", 1},
+    {"regexoptions.multiline", 2},
+    {"regexoptions.singleline", 16},
+    {"regexoptions.ignorepatternwhitespace", 32},
+    {"numberstyles.any", 511},
+    {"numberstyles.number", 111},
+    {"numberstyles.integer", 7},
+    {"numberstyles.float", 167},
+    {"numberstyles.currency", 383},
+    {"datetimestyles.none", 0},
     {"dayofweek.sunday", 0},
     {"dayofweek.monday", 1},
     {"dayofweek.tuesday", 2},
@@ -117,7 +163,25 @@ constexpr Text Texts[] = {
     {"string.empty", ""},
     {"midpointrounding.awayfromzero", "AwayFromZero"},
     {"midpointrounding.toeven", "ToEven"},
+    {"stringcomparison.currentculture", "CurrentCulture"},
+    {"stringcomparison.currentcultureignorecase", "CurrentCultureIgnoreCase"},
+    {"stringcomparison.invariantculture", "InvariantCulture"},
+    {"stringcomparison.invariantcultureignorecase", "InvariantCultureIgnoreCase"},
+    {"stringcomparison.ordinal", "Ordinal"},
+    {"stringcomparison.ordinalignorecase", "OrdinalIgnoreCase"},
+    {"stringsplitoptions.none", ""},
+    {"stringsplitoptions.removeemptyentries", "RemoveEmptyEntries"},
+    {"boolean.truestring", "True"},
+    {"boolean.falsestring", "False"},
 };
+
+template <typename T>
+void AddLimits(Table& table, std::initializer_list<std::pair<std::string_view, std::string_view>> names) {
+    for (const auto& [least, most] : names) {
+        table.emplace(least, Value::Integer(static_cast<std::int64_t>(std::numeric_limits<T>::min())));
+        table.emplace(most, Value::Integer(static_cast<std::int64_t>(std::numeric_limits<T>::max())));
+    }
+}
 
 Table MakeTable() {
     Table table;
@@ -133,12 +197,24 @@ Table MakeTable() {
     table.emplace("dbnull.value", Value());
     table.emplace("math.pi", Value::Real(3.141592653589793));
     table.emplace("math.e", Value::Real(2.718281828459045));
-    table.emplace("integer.maxvalue", Value::Integer(std::numeric_limits<std::int32_t>::max()));
-    table.emplace("integer.minvalue", Value::Integer(std::numeric_limits<std::int32_t>::min()));
-    table.emplace("int32.maxvalue", Value::Integer(std::numeric_limits<std::int32_t>::max()));
-    table.emplace("int32.minvalue", Value::Integer(std::numeric_limits<std::int32_t>::min()));
-    table.emplace("long.maxvalue", Value::Integer(std::numeric_limits<std::int64_t>::max()));
-    table.emplace("long.minvalue", Value::Integer(std::numeric_limits<std::int64_t>::min()));
+    AddLimits<std::int32_t>(table,
+                            {{"integer.minvalue", "integer.maxvalue"}, {"int32.minvalue", "int32.maxvalue"}});
+    AddLimits<std::int64_t>(table,
+                            {{"long.minvalue", "long.maxvalue"}, {"int64.minvalue", "int64.maxvalue"}});
+    AddLimits<std::int16_t>(table,
+                            {{"short.minvalue", "short.maxvalue"}, {"int16.minvalue", "int16.maxvalue"}});
+    AddLimits<std::uint8_t>(table, {{"byte.minvalue", "byte.maxvalue"}});
+    AddLimits<std::int8_t>(table, {{"sbyte.minvalue", "sbyte.maxvalue"}});
+    AddLimits<std::uint16_t>(table, {{"ushort.minvalue", "ushort.maxvalue"}});
+    AddLimits<std::uint32_t>(table, {{"uinteger.minvalue", "uinteger.maxvalue"}});
+    table.emplace("single.maxvalue", Value::Real(std::numeric_limits<float>::max()));
+    table.emplace("single.minvalue", Value::Real(std::numeric_limits<float>::lowest()));
+    table.emplace("decimal.maxvalue", Value::Real(79228162514264337593543950335.0));
+    table.emplace("decimal.minvalue", Value::Real(-79228162514264337593543950335.0));
+    table.emplace("decimal.zero", Value::Integer(0));
+    table.emplace("decimal.one", Value::Integer(1));
+    table.emplace("decimal.minusone", Value::Integer(-1));
+    table.emplace("double.epsilon", Value::Real(std::numeric_limits<double>::denorm_min()));
     table.emplace("double.maxvalue", Value::Real(std::numeric_limits<double>::max()));
     table.emplace("double.minvalue", Value::Real(std::numeric_limits<double>::lowest()));
     table.emplace("double.nan", Value::Real(std::numeric_limits<double>::quiet_NaN()));
@@ -149,6 +225,13 @@ Table MakeTable() {
     table.emplace("datetime.maxvalue", Value::DateTime(MaxTicks));
     table.emplace("date.maxvalue", Value::DateTime(MaxTicks));
     table.emplace("timespan.zero", Value::TimeSpan(0));
+    table.emplace("timespan.maxvalue", Value::TimeSpan(std::numeric_limits<std::int64_t>::max()));
+    table.emplace("timespan.minvalue", Value::TimeSpan(std::numeric_limits<std::int64_t>::min()));
+    table.emplace("timespan.ticksperday", Value::Integer(TicksPerDay));
+    table.emplace("timespan.ticksperhour", Value::Integer(TicksPerDay / 24));
+    table.emplace("timespan.ticksperminute", Value::Integer(TicksPerSecond * 60));
+    table.emplace("timespan.tickspersecond", Value::Integer(TicksPerSecond));
+    table.emplace("timespan.tickspermillisecond", Value::Integer(TicksPerSecond / 1000));
     return table;
 }
 

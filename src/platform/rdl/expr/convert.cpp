@@ -1,5 +1,6 @@
 #include "platform/rdl/expr/convert.h"
 
+#include <charconv>
 #include <cmath>
 
 #include "platform/rdl/expr/characters.h"
@@ -30,6 +31,8 @@ const char* KindName(Kind kind) {
             return "a list";
         case Kind::Error:
             return "an error";
+        case Kind::Object:
+            return "an object";
     }
     return "a value";
 }
@@ -112,6 +115,17 @@ bool ParseBoolean(std::string_view text, bool& result) {
     return CompareNoCase(text, "false") == 0;
 }
 
+// "&HFF", "&O17"
+bool ParseBased(std::string_view text, std::int64_t& number) {
+    if (text.size() < 3 || text[0] != '&') {
+        return false;
+    }
+    const char letter = AsciiLower(text[1]);
+    const int base = letter == 'h' ? 16 : letter == 'o' ? 8 : 0;
+    const char* end = text.data() + text.size();
+    return base != 0 && text[2] != '-' && std::from_chars(text.data() + 2, end, number, base).ptr == end;
+}
+
 }  // namespace
 
 Value NoConversion(const Value& value, std::string_view toWhat) {
@@ -165,6 +179,11 @@ bool ToNumber(const Value& value, const Culture& culture, Value& number) {
             return true;
         case Kind::Text: {
             double parsed = 0;
+            std::int64_t based = 0;
+            if (ParseBased(value.AsText(), based)) {
+                number = Value::Integer(based);
+                return true;
+            }
             if (!ParseNumber(value.AsText(), culture, parsed)) {
                 return false;
             }

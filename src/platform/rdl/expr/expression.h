@@ -1,7 +1,7 @@
 // The expression language: Visual Basic expressions over Fields, Parameters, Globals and aggregates.
 //
 // Compile() turns a source into a Program once; Evaluate() runs it against an Environment any number of
-// times. What goes wrong while it runs is a Value of kind Error (shown as #Error), never an exception; what
+// times. What goes wrong while it runs is a Value of kind Error (shown as #Error), no exception; what
 // does not compile raises rdl::Error naming the position and the word.
 #pragma once
 
@@ -93,6 +93,22 @@ class Environment {
     virtual const Culture& CurrentCulture() = 0;
     virtual std::int64_t NowTicks() = 0;            // the run's one moment, local time
     virtual Value* ItemValue() { return nullptr; }  // Me.Value / Value in Code and styles
+    // Called every so often while expressions run; the one thing that may raise in them, to end the whole
+    // run.
+    virtual void Look() {}
+
+    // What an evaluation took, in the steps of code.
+    void Spend(std::int64_t steps) {
+        m_untilLook -= steps;
+        if (m_untilLook < 0) {
+            m_untilLook = BetweenLooks;
+            Look();
+        }
+    }
+
+ private:
+    static constexpr std::int64_t BetweenLooks = 100'000;
+    std::int64_t m_untilLook = BetweenLooks;
 };
 
 class CodeLibrary;  // report-level functions; see code.h

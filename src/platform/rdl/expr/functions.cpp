@@ -3,6 +3,7 @@
 #include <unordered_map>
 
 #include "platform/rdl/expr/convert.h"
+#include "platform/rdl/expr/objects.h"
 
 namespace rdl::expr {
 namespace {
@@ -12,8 +13,10 @@ using Table = std::unordered_map<std::string_view, const FunctionInfo*>;
 Table MakeTable() {
     Table table;
     for (const auto& functions :
-         {TextFunctions(), SearchFunctions(), FormatFunctions(), DateFunctions(), MathFunctions(),
-          ConvertFunctions(), FinancialFunctions(), TextMembers(), DateMembers(), ListFunctions()}) {
+         {TextFunctions(), SearchFunctions(), FormatFunctions(), DateFunctions(), DateTypeFunctions(),
+          MathFunctions(), ConvertFunctions(), FinancialFunctions(), TextMembers(), DateMembers(),
+          ListFunctions(), InspectFunctions(), TypeFunctions(), PatternFunctions(), EscapeFunctions(),
+          ObjectFunctions()}) {
         for (const FunctionInfo& info : functions) {
             table.emplace(info.name, &info);
         }

@@ -55,11 +55,16 @@ std::span<const FunctionInfo> TextFunctions();
 std::span<const FunctionInfo> SearchFunctions();
 std::span<const FunctionInfo> FormatFunctions();
 std::span<const FunctionInfo> DateFunctions();
+std::span<const FunctionInfo> DateTypeFunctions();
 std::span<const FunctionInfo> MathFunctions();
 std::span<const FunctionInfo> ConvertFunctions();
 std::span<const FunctionInfo> FinancialFunctions();
 std::span<const FunctionInfo> TextMembers();
 std::span<const FunctionInfo> DateMembers();
 std::span<const FunctionInfo> ListFunctions();
+std::span<const FunctionInfo> InspectFunctions();
+std::span<const FunctionInfo> TypeFunctions();
+std::span<const FunctionInfo> PatternFunctions();
+std::span<const FunctionInfo> EscapeFunctions();
 
 }  // namespace rdl::expr

@@ -30,12 +30,6 @@ Value To(const Call& call) {
                  static_cast<double>(std::numeric_limits<T>::max()));
 }
 
-// Convert counts True as 1 where CInt counts it as -1.
-template <typename T>
-Value ConvertTo(const Call& call) {
-    return call[0].kind() == Kind::Boolean ? Value::Integer(call[0].AsBoolean() ? 1 : 0) : To<T>(call);
-}
-
 Value CDbl(const Call& call) {
     double number = 0;
     return call.Number(0, number) ? Value::Real(number) : call.error;
@@ -195,6 +189,10 @@ Value TypeName(const Call& call) {
             return Value::Text("String");
         case Kind::Bytes:
             return Value::Text("Byte()");
+        case Kind::Object: {
+            const std::string_view full = call[0].AsObject().TypeName();
+            return Value::Text(full.substr(full.rfind('.') + 1));
+        }
         default:
             return Value::Text("Object()");
     }
@@ -230,25 +228,8 @@ constexpr FunctionInfo functions[] = {
     {"isnumeric", 1, 1, IsNumeric},
     {"isdate", 1, 1, IsDate},
     {"typename", 1, 1, TypeName},
-    {"convert.toint32", 1, 1, ConvertTo<std::int32_t>},
-    {"convert.toint64", 1, 1, ConvertTo<std::int64_t>},
-    {"convert.toint16", 1, 1, ConvertTo<std::int16_t>},
-    {"convert.tobyte", 1, 1, ConvertTo<std::uint8_t>},
-    {"convert.todouble", 1, 1, CDbl},
-    {"convert.tosingle", 1, 1, CSng},
-    {"convert.todecimal", 1, 1, CDec},
-    {"convert.tostring", 1, 1, CStr},
     {"convert.toboolean", 1, 1, CBool},
-    {"convert.todatetime", 1, 1, CDate},
-    {"convert.tochar", 1, 1, CChar},
     {"convert.isdbnull", 1, 1, IsNothing},
-    {"integer.parse", 1, 1, To<std::int32_t>},
-    {"int32.parse", 1, 1, To<std::int32_t>},
-    {"long.parse", 1, 1, To<std::int64_t>},
-    {"int64.parse", 1, 1, To<std::int64_t>},
-    {"double.parse", 1, 1, CDbl},
-    {"decimal.parse", 1, 1, CDec},
-    {"boolean.parse", 1, 1, CBool},
 };
 
 }  // namespace

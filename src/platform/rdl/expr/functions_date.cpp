@@ -224,26 +224,6 @@ Value TimeSerial(const Call& call) {
     return Value::DateTime(seconds * TicksPerSecond);
 }
 
-// New DateTime(year, month, day [, hour, minute, second]): strict, unlike DateSerial.
-Value NewDateTime(const Call& call) {
-    std::int64_t parts[6] = {1, 1, 1, 0, 0, 0};
-    for (int i = 0; i < call.count(); ++i) {
-        if (!call.Integer(i, parts[i])) {
-            return call.error;
-        }
-    }
-    const bool date = parts[0] >= 1 && parts[0] <= 9999 && parts[1] >= 1 && parts[1] <= 12 && parts[2] >= 1 &&
-                      parts[2] <= DaysInMonth(static_cast<int>(parts[0]), static_cast<int>(parts[1]));
-    const bool time =
-        parts[3] >= 0 && parts[3] < 24 && parts[4] >= 0 && parts[4] < 60 && parts[5] >= 0 && parts[5] < 60;
-    if (!date || !time) {
-        return Value::Error("There is no such date");
-    }
-    return Value::DateTime(MakeTicks(static_cast<int>(parts[0]), static_cast<int>(parts[1]),
-                                     static_cast<int>(parts[2]), static_cast<int>(parts[3]),
-                                     static_cast<int>(parts[4]), static_cast<int>(parts[5])));
-}
-
 Value Now(const Call& call) {
     return Value::DateTime(call.environment.NowTicks());
 }
@@ -272,10 +252,6 @@ Value DateValue(const Call& call) {
 Value TimeValue(const Call& call) {
     std::int64_t ticks = 0;
     return call.Date(0, ticks) ? Value::DateTime(ticks % TicksPerDay) : call.error;
-}
-Value ParseDate(const Call& call) {
-    std::int64_t ticks = 0;
-    return call.Date(0, ticks) ? Value::DateTime(ticks) : call.error;
 }
 
 Value MonthName(const Call& call) {
@@ -313,60 +289,6 @@ Value WeekdayName(const Call& call) {
     return Value::Text((brief ? call.culture().shortDays : call.culture().days)[(day - 1 + first) % 7]);
 }
 
-Value DaysIn(const Call& call) {
-    std::int64_t year = 0;
-    std::int64_t month = 0;
-    if (!call.Integer(0, year) || !call.Integer(1, month)) {
-        return call.error;
-    }
-    const bool known = year >= 1 && year <= 9999 && month >= 1 && month <= 12;
-    return known ? Value::Integer(DaysInMonth(static_cast<int>(year), static_cast<int>(month)))
-                 : OutOfRange();
-}
-
-Value IsLeapYear(const Call& call) {
-    std::int64_t year = 0;
-    if (!call.Integer(0, year)) {
-        return call.error;
-    }
-    return year >= 1 && year <= 9999 ? Value::Boolean(DaysInMonth(static_cast<int>(year), 2) == 29)
-                                     : OutOfRange();
-}
-
-template <std::int64_t Unit>
-Value SpanOf(const Call& call) {
-    double count = 0;
-    std::int64_t ticks = 0;
-    if (!call.Number(0, count)) {
-        return call.error;
-    }
-    const double total = count * static_cast<double>(Unit);
-    if (!(std::fabs(total) < 9.2e18)) {
-        return Value::Error("A time span lies outside its range");
-    }
-    ticks = std::llround(total);
-    return Value::TimeSpan(ticks);
-}
-
-// New TimeSpan(ticks), (hours, minutes, seconds) or (days, hours, minutes, seconds).
-Value NewTimeSpan(const Call& call) {
-    std::int64_t parts[4] = {};
-    for (int i = 0; i < call.count(); ++i) {
-        if (!call.Integer(i, parts[i])) {
-            return call.error;
-        }
-        if (call.count() > 1 && (parts[i] < -10'000'000 || parts[i] > 10'000'000)) {
-            return Value::Error("A time span lies outside its range");
-        }
-    }
-    if (call.count() == 1) {
-        return Value::TimeSpan(parts[0]);
-    }
-    const bool days = call.count() == 4;
-    const std::int64_t hours = days ? parts[0] * 24 + parts[1] : parts[0];
-    return Value::TimeSpan(((hours * 60 + parts[days ? 2 : 1]) * 60 + parts[days ? 3 : 2]) * TicksPerSecond);
-}
-
 constexpr FunctionInfo functions[] = {
     {"dateadd", 3, 3, DateAdd},
     {"datediff", 3, 5, DateDiff},
@@ -378,6 +300,10 @@ constexpr FunctionInfo functions[] = {
     {"datestring", 0, 0, DateString},
     {"timestring", 0, 0, TimeString},
     {"now", 0, 0, Now},
+    {"datetime.now", 0, 0, Now},
+    {"datetime.today", 0, 0, Today},
+    {"date.now", 0, 0, Now},
+    {"date.today", 0, 0, Today},
     {"today", 0, 0, Today},
     {"timeofday", 0, 0, TimeOfDay},
     {"timer", 0, 0, Timer},
@@ -390,25 +316,6 @@ constexpr FunctionInfo functions[] = {
     {"monthname", 1, 2, MonthName},
     {"weekday", 1, 2, WeekdayOf},
     {"weekdayname", 1, 3, WeekdayName},
-    {"datetime.now", 0, 0, Now},
-    {"datetime.today", 0, 0, Today},
-    {"date.now", 0, 0, Now},
-    {"date.today", 0, 0, Today},
-    {"datetime.parse", 1, 1, ParseDate},
-    {"date.parse", 1, 1, ParseDate},
-    {"datetime.daysinmonth", 2, 2, DaysIn},
-    {"date.daysinmonth", 2, 2, DaysIn},
-    {"datetime.isleapyear", 1, 1, IsLeapYear},
-    {"date.isleapyear", 1, 1, IsLeapYear},
-    {"new.datetime", 3, 6, NewDateTime},
-    {"new.date", 3, 6, NewDateTime},
-    {"new.timespan", 1, 4, NewTimeSpan},
-    {"timespan.fromdays", 1, 1, SpanOf<TicksPerDay>},
-    {"timespan.fromhours", 1, 1, SpanOf<TicksPerHour>},
-    {"timespan.fromminutes", 1, 1, SpanOf<TicksPerMinute>},
-    {"timespan.fromseconds", 1, 1, SpanOf<TicksPerSecond>},
-    {"timespan.frommilliseconds", 1, 1, SpanOf<10'000>},
-    {"timespan.fromticks", 1, 1, SpanOf<1>},
 };
 
 }  // namespace

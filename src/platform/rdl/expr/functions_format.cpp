@@ -5,6 +5,7 @@
 #include "platform/rdl/expr/composite.h"
 #include "platform/rdl/expr/convert.h"
 #include "platform/rdl/expr/functions.h"
+#include "platform/rdl/expr/objects.h"
 
 namespace rdl::expr {
 namespace {
@@ -155,12 +156,14 @@ Value FormatDateTime(const Call& call) {
 }
 
 Value StringFormat(const Call& call) {
+    // A culture may stand in front of the pattern.
+    const int at = call[0].kind() == Kind::Object ? 1 : 0;
     ValueList values;
-    const bool list = call.count() == 2 && call[1].kind() == Kind::List;
-    for (int i = 1; !list && i < call.count(); ++i) {
+    const bool list = call.count() == at + 2 && call[at + 1].kind() == Kind::List;
+    for (int i = at + 1; !list && i < call.count(); ++i) {
         values.push_back(call[i]);
     }
-    return FormatComposite(call.Text(0), list ? call[1].AsList() : values, call.culture());
+    return FormatComposite(call.Text(at), list ? call[at + 1].AsList() : values, CultureOf(call, 0));
 }
 
 Value StringJoin(const Call& call) {
@@ -195,16 +198,57 @@ Value IsNullOrWhiteSpace(const Call& call) {
     return Value::Boolean(true);
 }
 
-// Compare(a, b [, ignore case])
+// True, or one of the StringComparison constants that leave case aside.
+bool IgnoresCase(const Call& call, int index, bool& noCase) {
+    if (call[index].IsText()) {
+        noCase = call[index].AsText().ends_with("IgnoreCase");
+        return true;
+    }
+    return call.Truth(index, noCase);
+}
+
+// Compare(a, b [, ignore case or comparison])
 Value StringCompare(const Call& call) {
     bool noCase = false;
-    if (!call.Truth(2, noCase)) {
+    if (!IgnoresCase(call, 2, noCase)) {
         return call.error;
     }
     const std::string left = call.Text(0);
     const std::string right = call.Text(1);
     const int order = noCase ? CompareNoCase(left, right) : left.compare(right);
     return Value::Integer(order < 0 ? -1 : order > 0 ? 1 : 0);
+}
+
+Value CompareOrdinal(const Call& call) {
+    const int order = call.Text(0).compare(call.Text(1));
+    return Value::Integer(order < 0 ? -1 : order > 0 ? 1 : 0);
+}
+
+Value StringEquals(const Call& call) {
+    bool noCase = false;
+    if (!IgnoresCase(call, 2, noCase)) {
+        return call.error;
+    }
+    const std::string left = call.Text(0);
+    const std::string right = call.Text(1);
+    return Value::Boolean(call[0].IsNull() == call[1].IsNull() &&
+                          (noCase ? CompareNoCase(left, right) == 0 : left == right));
+}
+
+// New String(character, count), New String(text)
+Value NewString(const Call& call) {
+    if (call.count() == 1 && call[0].kind() == Kind::List) {
+        std::string text;
+        for (const Value& character : call[0].AsList()) {
+            text += TextOf(character, call.culture());
+        }
+        return MakeText(text);
+    }
+    if (call.count() == 1) {
+        return MakeText(call.Text(0));
+    }
+    const Value swapped[] = {call[1], call[0]};
+    return FindFunction("strdup")->function(Call(swapped, 2, call.environment));
 }
 
 constexpr FunctionInfo functions[] = {
@@ -218,7 +262,10 @@ constexpr FunctionInfo functions[] = {
     {"string.concat", 1, Any, StringConcat},
     {"string.isnullorempty", 1, 1, IsNullOrEmpty},
     {"string.isnullorwhitespace", 1, 1, IsNullOrWhiteSpace},
-    {"string.compare", 2, 3, StringCompare},
+    {"string.compare", 2, 4, StringCompare},
+    {"string.compareordinal", 2, 2, CompareOrdinal},
+    {"string.equals", 2, 3, StringEquals},
+    {"new.string", 1, 2, NewString},
 };
 
 }  // namespace

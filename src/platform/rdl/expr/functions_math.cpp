@@ -155,6 +155,15 @@ Value IsInfinity(const Call& call) {
     return call.Number(0, number) ? Value::Boolean(std::isinf(number)) : call.error;
 }
 
+Value IsPositiveInfinity(const Call& call) {
+    double number = 0;
+    return call.Number(0, number) ? Value::Boolean(std::isinf(number) && number > 0) : call.error;
+}
+Value IsNegativeInfinity(const Call& call) {
+    double number = 0;
+    return call.Number(0, number) ? Value::Boolean(std::isinf(number) && number < 0) : call.error;
+}
+
 double Floor(double x) {
     return std::floor(x);
 }
@@ -268,6 +277,12 @@ constexpr FunctionInfo functions[] = {
     {"math.max", 2, 2, Max},
     {"math.bigmul", 2, 2, BigMul},
     {"math.ieeeremainder", 2, 2, Real2<Remainder>},
+    {"decimal.round", 1, 3, Round},
+    {"decimal.truncate", 1, 1, Cut<Truncate>},
+    {"decimal.floor", 1, 1, Cut<Floor>},
+    {"decimal.ceiling", 1, 1, Cut<Ceiling>},
+    {"double.ispositiveinfinity", 1, 1, IsPositiveInfinity},
+    {"double.isnegativeinfinity", 1, 1, IsNegativeInfinity},
     {"double.isnan", 1, 1, IsNaN},
     {"double.isinfinity", 1, 1, IsInfinity},
 };

@@ -176,6 +176,10 @@ Value LCase(const Call& call) {
     return MakeText(Lower(call.Text(0)));
 }
 
+Value CharOf(const Call& call) {
+    return MakeText(call.Text(0));
+}
+
 Value StrReverse(const Call& call) {
     const std::u32string text = Decode(call.Text(0));
     return Value::Text(Encode(std::u32string(text.rbegin(), text.rend())));
@@ -231,6 +235,10 @@ constexpr FunctionInfo functions[] = {
     {"lcase", 1, 1, LCase},
     {"strreverse", 1, 1, StrReverse},
     {"strconv", 2, 3, StrConv},
+    {"char.toupper", 1, 2, UCase},
+    {"char.tolower", 1, 2, LCase},
+    {"char.tostring", 1, 1, CharOf},
+    {"string.copy", 1, 1, CharOf},
 };
 
 }  // namespace

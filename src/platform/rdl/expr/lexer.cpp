@@ -249,6 +249,16 @@ class Lexer {
             m_at += 2;
             return false;
         }
+        // 5% and 5& are typed numbers where no operand follows.
+        if (c == '%' || c == '&') {
+            const std::size_t after = m_source.find_first_not_of(" \t\r\n", m_at + 1);
+            const bool ends =
+                after == std::string_view::npos ||
+                std::string_view("),}*/\\^=<>&").find(m_source[after]) != std::string_view::npos ||
+                (after > m_at + 1 && (m_source[after] == '+' || m_source[after] == '-'));
+            m_at += ends ? 1 : 0;
+            return false;
+        }
         const bool letter = c != '\0' && std::string_view("dfrils").find(c) != std::string_view::npos;
         const bool sign = c == '@' || c == '#' || (c == '!' && next != '=');
         if (!(letter && !IsWordPart(next)) && !sign) {

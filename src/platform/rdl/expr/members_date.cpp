@@ -120,6 +120,11 @@ Value Duration(const Call& call) {
     return call[0].AsTicks() < 0 ? Negate(call[0], call.culture()) : call[0];
 }
 
+Value NegateSpan(const Call& call) {
+    return call[0].kind() == Kind::TimeSpan ? Negate(call[0], call.culture())
+                                            : NoConversion(call[0], "a time span");
+}
+
 constexpr FunctionInfo functions[] = {
     {".year", 1, 1, PartOf<&DateTimeParts::year>},
     {".month", 1, 1, PartOf<&DateTimeParts::month>},
@@ -155,6 +160,7 @@ constexpr FunctionInfo functions[] = {
     {".totalseconds", 1, 1, Total<TicksPerSecond>},
     {".totalmilliseconds", 1, 1, Total<TicksPerMillisecond>},
     {".duration", 1, 1, Duration},
+    {".negate", 1, 1, NegateSpan},
     {".toshortdatestring", 1, 1, ToPattern<'d'>},
     {".tolongdatestring", 1, 1, ToPattern<'D'>},
     {".toshorttimestring", 1, 1, ToPattern<'t'>},

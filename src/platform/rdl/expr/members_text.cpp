@@ -1,14 +1,19 @@
 // Members of any value and of texts: .ToString("N2"), .Trim(), .Substring(0, 3), .Length ...
 #include <algorithm>
+#include <limits>
 #include <string>
 
 #include "platform/rdl/expr/characters.h"
 #include "platform/rdl/expr/convert.h"
 #include "platform/rdl/expr/functions.h"
+#include "platform/rdl/expr/objects.h"
 #include "platform/rdl/expr/search.h"
 
 namespace rdl::expr {
 namespace {
+
+// The one of the StringSplitOptions that does something.
+constexpr std::string_view NoEmptyEntries = "RemoveEmptyEntries";
 
 Value Outside() {
     return Value::Error("A position lies outside the text");
@@ -27,11 +32,13 @@ Value ToStringMember(const Call& call) {
     if (IsNothing(call)) {
         return call.error;
     }
-    if (call.Has(1)) {
-        return MakeText(FormatValue(call[0], call.Text(1), call.culture()));
+    // A culture may stand behind the format or in its place.
+    const Culture& culture = CultureOf(call, call.count() - 1);
+    if (call.Has(1) && call[1].kind() != Kind::Object) {
+        return MakeText(FormatValue(call[0], call.Text(1), culture));
     }
-    return MakeText(call[0].kind() == Kind::DateTime ? FormatValue(call[0], "G", call.culture())
-                                                     : call.Text(0));
+    return MakeText(call[0].kind() == Kind::DateTime ? FormatValue(call[0], "G", culture)
+                                                     : TextOf(call[0], culture));
 }
 
 Value Length(const Call& call) {
@@ -53,13 +60,28 @@ Value ToLower(const Call& call) {
     return IsNothing(call) ? call.error : MakeText(Lower(call.Text(0)));
 }
 
+// The characters that stand in the arguments from `first` on, as texts or in lists.
+std::u32string Characters(const Call& call, int first) {
+    std::u32string characters;
+    for (int i = first; i < call.count(); ++i) {
+        if (call[i].kind() != Kind::List) {
+            characters += Decode(call.Text(i));
+            continue;
+        }
+        for (const Value& one : call[i].AsList()) {
+            characters += Decode(TextOf(one, call.culture()));
+        }
+    }
+    return characters;
+}
+
 // Of white space, or of the characters given.
 Value TrimAs(const Call& call, bool left, bool right) {
     if (IsNothing(call)) {
         return call.error;
     }
     const std::u32string text = Decode(call.Text(0));
-    const std::u32string marks = Decode(call.Has(1) ? call.Text(1) : "");
+    const std::u32string marks = Characters(call, 1);
     const auto cut = [&](char32_t c) {
         return marks.empty() ? IsSpace(c) : marks.find(c) != std::u32string::npos;
     };
@@ -145,6 +167,17 @@ Value Replace(const Call& call) {
                         : ReplaceAll(call.Text(0), what, call.Text(2), -1, false);
 }
 
+// The last arguments may say that case does not count: True, or one of the StringComparison constants.
+bool NoCase(const Call& call) {
+    for (int i = 2; i < call.count(); ++i) {
+        if (call[i].kind() == Kind::Boolean ? call[i].AsBoolean()
+                                            : call[i].IsText() && call[i].AsText().ends_with("IgnoreCase")) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // Equal with regard to case, unlike what sorting and grouping take for equal.
 bool Same(const Value& left, const Value& right) {
     return Compare(left, right) == 0 && (!left.IsText() || left.AsText() == right.AsText());
@@ -159,15 +192,20 @@ Value Contains(const Call& call) {
         }
         return Value::Boolean(false);
     }
-    return IsNothing(call) ? call.error
-                           : Value::Boolean(call.Text(0).find(call.Text(1)) != std::string::npos);
+    return IsNothing(call)
+               ? call.error
+               : Value::Boolean(Find(call.Text(0), call.Text(1), 0, NoCase(call)) != std::string::npos);
+}
+
+std::string Folded(const Call& call, int index) {
+    return NoCase(call) ? Lower(call.Text(index)) : call.Text(index);
 }
 
 Value StartsWith(const Call& call) {
-    return IsNothing(call) ? call.error : Value::Boolean(call.Text(0).starts_with(call.Text(1)));
+    return IsNothing(call) ? call.error : Value::Boolean(Folded(call, 0).starts_with(Folded(call, 1)));
 }
 Value EndsWith(const Call& call) {
-    return IsNothing(call) ? call.error : Value::Boolean(call.Text(0).ends_with(call.Text(1)));
+    return IsNothing(call) ? call.error : Value::Boolean(Folded(call, 0).ends_with(Folded(call, 1)));
 }
 
 Value IndexInList(const Call& call) {
@@ -182,24 +220,57 @@ Value IndexOf(const Call& call) {
         return IndexInList(call);
     }
     std::int64_t from = 0;
-    if (IsNothing(call) || !call.Integer(2, from)) {
+    if (IsNothing(call) || (call[2].IsNumber() && !call.Integer(2, from))) {
         return call.error;
     }
     const std::string text = call.Text(0);
-    if (from < 0 || from > static_cast<std::int64_t>(CharacterCount(text))) {
+    const auto length = static_cast<std::int64_t>(CharacterCount(text));
+    std::int64_t count = length - from;
+    if (call[3].IsNumber() && !call.Integer(3, count)) {
+        return call.error;
+    }
+    if (from < 0 || from > length || count < 0 || count > length - from) {
         return Outside();
     }
-    const std::size_t at = text.find(call.Text(1), ByteIndex(text, static_cast<std::size_t>(from)));
+    const std::size_t end = ByteIndex(text, static_cast<std::size_t>(from + count));
+    const std::size_t at = Find(std::string_view(text).substr(0, end), call.Text(1),
+                                ByteIndex(text, static_cast<std::size_t>(from)), NoCase(call));
     return Value::Integer(at == std::string::npos ? -1 : static_cast<std::int64_t>(CharacterIndex(text, at)));
 }
 
+// Backwards from a place, which what is found must not go beyond.
 Value LastIndexOf(const Call& call) {
+    const std::string text = call.Text(0);
+    const auto length = static_cast<std::int64_t>(CharacterCount(text));
+    std::int64_t last = length - 1;
+    if (IsNothing(call) || (call[2].IsNumber() && !call.Integer(2, last))) {
+        return call.error;
+    }
+    if (length > 0 && (last < 0 || last > length)) {
+        return Outside();
+    }
+    const std::string_view part = Slice(text, 0, static_cast<std::size_t>(last + 1));
+    const std::size_t at = FindLast(part, call.Text(1), NoCase(call));
+    return Value::Integer(at == std::string::npos ? -1 : static_cast<std::int64_t>(CharacterIndex(text, at)));
+}
+
+Value IndexOfAny(const Call& call) {
     if (IsNothing(call)) {
         return call.error;
     }
-    const std::string text = call.Text(0);
-    const std::size_t at = text.rfind(call.Text(1));
-    return Value::Integer(at == std::string::npos ? -1 : static_cast<std::int64_t>(CharacterIndex(text, at)));
+    const std::size_t at = Decode(call.Text(0)).find_first_of(Characters(call, 1));
+    return Value::Integer(at == std::u32string::npos ? -1 : static_cast<std::int64_t>(at));
+}
+
+Value ToCharArray(const Call& call) {
+    if (IsNothing(call)) {
+        return call.error;
+    }
+    ValueList characters;
+    for (const char32_t c : Decode(call.Text(0))) {
+        characters.push_back(Value::Text(Encode(std::u32string(1, c))));
+    }
+    return Value::List(std::move(characters));
 }
 
 Value Pad(const Call& call, bool left) {
@@ -231,31 +302,55 @@ Value PadRight(const Call& call) {
     return Pad(call, false);
 }
 
-// Split(separators as characters): any of them parts; no argument parts at white space.
+// The first `most` parts, the last of which holds the rest; empty ones are left out when they shall be.
+Value Parted(const std::u32string& text, const std::u32string& marks, std::int64_t most, bool noEmpty) {
+    ValueList parts;
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i <= text.size() && most > 0; ++i) {
+        const bool end = i == text.size();
+        if (!end && marks.find(text[i]) == std::u32string::npos) {
+            continue;
+        }
+        if (noEmpty && i == begin) {
+            ++begin;
+            continue;
+        }
+        const bool last = static_cast<std::int64_t>(parts.size()) == most - 1;
+        parts.push_back(
+            Value::Text(Encode(std::u32string_view(text).substr(begin, last ? text.size() : i - begin))));
+        begin = i + 1;
+        if (last) {
+            break;
+        }
+    }
+    return Value::List(std::move(parts));
+}
+
+// Split(separators [, count] [, options]): any of the characters parts; no separator parts at white space. A
+// text alone is one separator.
 Value Split(const Call& call) {
     if (IsNothing(call)) {
         return call.error;
     }
     const std::string text = call.Text(0);
-    if (call.Has(1) && call[1].IsText()) {
+    std::int64_t most = std::numeric_limits<std::int32_t>::max();
+    bool noEmpty = false;
+    std::u32string marks;
+    for (int i = 1; i < call.count(); ++i) {
+        if (call[i].IsNumber()) {
+            if (!call.Integer(i, most) || most < 0) {
+                return Outside();
+            }
+        } else if (call[i].IsText() && call[i].AsText() == NoEmptyEntries) {
+            noEmpty = true;
+        } else {
+            marks += Characters(Call(&call[i], 1, call.environment), 0);
+        }
+    }
+    if (call.count() == 2 && call[1].IsText()) {
         return SplitText(text, call[1].AsText(), -1, false);
     }
-    std::u32string marks = call.Has(1) ? U"" : U" \t\r\n";
-    for (std::size_t i = 0; call.Has(1) && call[1].kind() == Kind::List && i < call[1].AsList().size(); ++i) {
-        marks += Decode(TextOf(call[1].AsList()[i], call.culture()));
-    }
-    ValueList parts;
-    std::u32string part;
-    for (const char32_t c : Decode(text)) {
-        if (marks.find(c) == std::u32string::npos) {
-            part += c;
-            continue;
-        }
-        parts.push_back(Value::Text(Encode(part)));
-        part.clear();
-    }
-    parts.push_back(Value::Text(Encode(part)));
-    return Value::List(std::move(parts));
+    return Parted(Decode(text), marks.empty() ? U" \t\r\n" : marks, most, noEmpty);
 }
 
 Value Chars(const Call& call) {
@@ -289,6 +384,9 @@ Value GetUpperBound(const Call& call) {
 }
 
 Value EqualsMember(const Call& call) {
+    if (NoCase(call)) {
+        return Value::Boolean(CompareNoCase(call.Text(0), call.Text(1)) == 0);
+    }
     if (call[0].IsNull() != call[1].IsNull()) {
         return Value::Boolean(false);
     }
@@ -299,6 +397,10 @@ Value CompareTo(const Call& call) {
     const int order = call[0].IsText() && call[1].IsText() ? call[0].AsText().compare(call[1].AsText())
                                                            : Compare(call[0], call[1]);
     return Value::Integer(order < 0 ? -1 : order > 0 ? 1 : 0);
+}
+
+Value Rank(const Call& call) {
+    return call[0].kind() == Kind::List ? Value::Integer(1) : NoConversion(call[0], "a list");
 }
 
 Value ArrayIndexOf(const Call& call) {
@@ -320,34 +422,38 @@ Value OrDefault(const Call& call) {
 }
 
 constexpr FunctionInfo functions[] = {
-    {".tostring", 1, 2, ToStringMember},
+    {".tostring", 1, 3, ToStringMember},
     {".length", 1, 1, Length},
     {".count", 1, 1, Count},
     {".toupper", 1, 1, ToUpper},
     {".tolower", 1, 1, ToLower},
     {".toupperinvariant", 1, 1, ToUpper},
     {".tolowerinvariant", 1, 1, ToLower},
-    {".trim", 1, 2, Trim},
-    {".trimstart", 1, 2, TrimStart},
-    {".trimend", 1, 2, TrimEnd},
+    {".trim", 1, Any, Trim},
+    {".trimstart", 1, Any, TrimStart},
+    {".trimend", 1, Any, TrimEnd},
     {".substring", 2, 3, Substring},
     {".remove", 2, 3, Remove},
     {".insert", 3, 3, Insert},
     {".replace", 3, 3, Replace},
-    {".contains", 2, 2, Contains},
-    {".startswith", 2, 2, StartsWith},
-    {".endswith", 2, 2, EndsWith},
-    {".indexof", 2, 3, IndexOf},
-    {".lastindexof", 2, 2, LastIndexOf},
+    {".contains", 2, 3, Contains},
+    {".startswith", 2, 4, StartsWith},
+    {".endswith", 2, 4, EndsWith},
+    {".indexof", 2, 5, IndexOf},
+    {".lastindexof", 2, 4, LastIndexOf},
+    {".indexofany", 2, 2, IndexOfAny},
+    {".tochararray", 1, 1, ToCharArray},
     {".padleft", 2, 3, PadLeft},
     {".padright", 2, 3, PadRight},
-    {".split", 1, 2, Split},
+    {".split", 1, Any, Split},
     {".chars", 2, 2, Chars},
     {".getvalue", 2, 2, Item},
     {".item", 2, 2, Item},
     {".getlength", 2, 2, Length},
     {".getupperbound", 2, 2, GetUpperBound},
-    {".equals", 2, 2, EqualsMember},
+    {".getlowerbound", 2, 2, LBound},
+    {".rank", 1, 1, Rank},
+    {".equals", 2, 3, EqualsMember},
     {".compareto", 2, 2, CompareTo},
     {".hasvalue", 1, 1, HasValue},
     {".value", 1, 1, Itself},

@@ -1,9 +1,11 @@
 #include "platform/rdl/expr/nodes.h"
 
+#include <algorithm>
 #include <array>
 
 #include "platform/rdl/expr/characters.h"
 #include "platform/rdl/expr/convert.h"
+#include "platform/rdl/expr/objects.h"
 
 namespace rdl::expr {
 namespace {
@@ -179,6 +181,13 @@ Value CallNode::Run(Machine& machine) const {
         machine.Weigh(values[i]);
     }
     const Call call(values, static_cast<int>(arguments.size()), machine.environment);
+    if (values->kind() == Kind::Object && info.name[0] == '.' && !arguments.empty()) {
+        ScriptObject& object = AsScriptObject(*values);
+        const std::size_t before = object.Weight();
+        Value result = object.Invoke(info.name, call);
+        machine.bytes -= static_cast<std::int64_t>(std::max(before, object.Weight()) - before);
+        return machine.Charged(std::move(result));
+    }
     return machine.Charged(info.function(call));
 }
 
@@ -194,8 +203,8 @@ Value ListNode::Run(Machine& machine) const {
         if (value.IsError()) {
             return value;
         }
-        if (value.kind() == Kind::List) {
-            return Value::Error("A list cannot hold lists");
+        if (value.kind() == Kind::List || value.kind() == Kind::Object) {
+            return Value::Error("A list can hold neither lists nor objects");
         }
         values.push_back(std::move(value));
     }
@@ -216,6 +225,9 @@ Value IndexNode::Run(Machine& machine) const {
     std::int64_t number = 0;
     if (at.IsError()) {
         return at;
+    }
+    if (value.kind() == Kind::Object) {
+        return AsScriptObject(value).Element(at, machine.culture());
     }
     if (!ToInteger(at, machine.culture(), number)) {
         return NoConversion(at, "a number");

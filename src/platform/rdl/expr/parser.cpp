@@ -207,10 +207,11 @@ NodePtr Parser::Member(NodePtr value) {
     const Token& name = Take();
     const FunctionInfo* info = FindFunction("." + name.lower);
     // A member of a member that is no value of its own kind: a day of the week shows its name.
-    if (const FunctionInfo* both =
-            Peek().Is(".") ? FindFunction("." + name.lower + "." + Peek(1).lower) : nullptr) {
-        Take();
-        Take();
+    const std::size_t brackets = Peek().Is("(") && Peek(1).Is(")") ? 2 : 0;
+    if (const FunctionInfo* both = Peek(brackets).Is(".")
+                                       ? FindFunction("." + name.lower + "." + Peek(brackets + 1).lower)
+                                       : nullptr) {
+        m_at += brackets + 2;
         info = both;
     }
     if (!info) {
@@ -329,6 +330,13 @@ std::string Parser::TypeName() {
     while (Peek().Is(".") && Peek(1).type == Token::Type::Word) {
         Take();
         lower = Take().lower;
+    }
+    // The types of elements are not kept: List(Of String) holds what it is given.
+    if (Peek().Is("(") && Peek(1).IsWord("of")) {
+        while (!Peek().Is(")") && !AtEnd()) {
+            Take();
+        }
+        Expect(")");
     }
     TakeSymbol("?");
     return lower;

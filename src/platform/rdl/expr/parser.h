@@ -56,6 +56,7 @@ class Parser {
  private:
     friend class Compiler;
     using Nodes = std::vector<NodePtr>;
+    static constexpr int AboveComparison = 6;  // the rank of operators that bind tighter than =
 
     NodePtr Binary(NodePtr left, int least);
     NodePtr Unary();
@@ -89,6 +90,7 @@ class Parser {
     NodePtr Lookup(LookupCall::Form form);
     NodePtr Scope(bool level);
     NodePtr Cast();
+    NodePtr TypeTest();
     NodePtr Switch(const Token& name);
     std::string ScopeName();
     std::string DataSetOf(const std::string& scope, const Token& token);

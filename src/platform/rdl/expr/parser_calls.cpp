@@ -1,4 +1,5 @@
 // Calls by name: functions, and what looks like one but is part of the language.
+#include <algorithm>
 #include <utility>
 
 #include "platform/rdl/expr/characters.h"
@@ -31,8 +32,10 @@ constexpr std::pair<std::string_view, AggregateKind> AggregateNames[] = {
 
 // Name spaces and modules that a name may be written behind.
 constexpr std::string_view Qualifiers[] = {
-    "global",     "system",      "microsoft",   "visualbasic", "strings",   "dateandtime", "financial",
-    "conversion", "information", "interaction", "vbmath",      "constants", "conversions"};
+    "global",      "system",     "microsoft",     "visualbasic",        "strings", "dateandtime",
+    "financial",   "conversion", "information",   "interaction",        "vbmath",  "constants",
+    "conversions", "text",       "globalization", "regularexpressions", "web",     "net",
+    "collections", "generic"};
 
 bool FindAggregate(std::string_view name, AggregateKind& kind) {
     for (const auto& [known, value] : AggregateNames) {
@@ -54,6 +57,35 @@ bool IsQualifier(std::string_view name) {
 }
 
 constexpr int MaxAggregateNesting = 10;
+
+// Whether a value may stand in a variable of a type, by the type's name in small letters.
+bool IsOfType(const Value& value, std::string_view type) {
+    const auto oneOf = [&](std::initializer_list<std::string_view> names) {
+        return std::find(names.begin(), names.end(), type) != names.end();
+    };
+    switch (value.kind()) {
+        case Kind::Null:
+            return false;
+        case Kind::Boolean:
+            return oneOf({"boolean", "object"});
+        case Kind::Integer:
+            return oneOf({"integer", "int32", "long", "int64", "short", "int16", "byte", "object"});
+        case Kind::Real:
+            return oneOf({"double", "decimal", "single", "object"});
+        case Kind::DateTime:
+            return oneOf({"date", "datetime", "object"});
+        case Kind::TimeSpan:
+            return oneOf({"timespan", "object"});
+        case Kind::Text:
+            return oneOf({"string", "char", "object"});
+        case Kind::Object: {
+            const std::string_view name = value.AsObject().TypeName();
+            return type == "object" || Lower(name.substr(name.rfind('.') + 1)) == type;
+        }
+        default:
+            return oneOf({"array", "object"});
+    }
+}
 
 }  // namespace
 
@@ -131,6 +163,9 @@ NodePtr Parser::SpecialCall(const std::string& lower, bool& known) {
     if (lower == "switch") {
         return Switch(token);
     }
+    if (lower == "typeof") {
+        return TypeTest();
+    }
     if (lower == "choose") {
         Nodes parts = Arguments();
         if (parts.size() < 2) {
@@ -187,6 +222,20 @@ NodePtr Parser::Cast() {
     Nodes arguments;
     arguments.push_back(std::move(value));
     return std::make_unique<CallNode>(*info, std::move(arguments));
+}
+
+// TypeOf value Is type, TypeOf value IsNot type.
+NodePtr Parser::TypeTest() {
+    NodePtr value = Expression(AboveComparison);
+    const bool negated = Peek().IsWord("isnot");
+    if (!negated && !Peek().IsWord("is")) {
+        Fail("\"Is\" was expected behind \"TypeOf\"");
+    }
+    Take();
+    const std::string type = TypeName();
+    return MakeChange(std::move(value), [type, negated](Machine&, const Value& v) {
+        return Value::Boolean(IsOfType(v, type) != negated);
+    });
 }
 
 NodePtr Parser::Scope(bool level) {

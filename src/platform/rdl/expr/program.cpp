@@ -15,7 +15,11 @@ Program::~Program() = default;
 
 Value Program::Evaluate(Environment& environment) const {
     Machine machine{environment};
-    return m_root->Run(machine);
+    const Machine fresh{environment};
+    Value value = m_root->Run(machine);
+    constexpr std::int64_t Least = 50, BytesInStep = 64;
+    environment.Spend(Least + fresh.steps - machine.steps + (fresh.bytes - machine.bytes) / BytesInStep);
+    return value;
 }
 
 std::shared_ptr<Program> Compiler::Finish(NodePtr root, Facts facts) {

@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view DateLetters = "dfFghHKmMstyz:/%";
 
 // Dates carry no zone: z tells the machine's at that moment.
-int ZoneMinutes(const DateTimeParts& parts) {
+int MinutesFromUtc(const DateTimeParts& parts) {
     std::tm local{};
     local.tm_year = parts.year - 1900;
     local.tm_mon = parts.month - 1;
@@ -164,7 +164,7 @@ class PatternWriter {
     }
 
     void WriteZone(int count) {
-        const int minutes = ZoneMinutes(m_parts);
+        const int minutes = MinutesFromUtc(m_parts);
         m_out += minutes < 0 ? '-' : '+';
         AppendPadded(std::abs(minutes) / 60, std::min(count, 2), m_out);
         if (count >= 3) {
@@ -202,8 +202,63 @@ bool LooksNumeric(std::string_view format) {
     return places;
 }
 
-// The pattern that a standard letter stands for; false: none. `invariant` patterns take no culture.
-bool StandardPattern(char letter, const Culture& culture, std::string& pattern, bool& invariant) {
+}  // namespace
+
+int ZoneMinutes(std::int64_t ticks) {
+    return MinutesFromUtc(SplitTicks(ticks));
+}
+
+void AppendPadded(std::int64_t value, int width, std::string& out) {
+    char buffer[24];
+    const auto written = std::to_chars(buffer, buffer + sizeof buffer, value);
+    for (auto length = written.ptr - buffer; length < width; ++length) {
+        out += '0';
+    }
+    out.append(buffer, written.ptr);
+}
+
+void AppendFraction(int fraction, int digits, bool trim, std::string& out) {
+    char buffer[7];
+    for (int i = 6; i >= 0; --i) {
+        buffer[i] = static_cast<char>('0' + fraction % 10);
+        fraction /= 10;
+    }
+    while (trim && digits > 0 && buffer[digits - 1] == '0') {
+        --digits;
+    }
+    out.append(buffer, static_cast<std::size_t>(digits));
+}
+
+std::size_t AppendPatternLiteral(std::string_view pattern, std::size_t i, std::string& out) {
+    const char c = pattern[i];
+    if (c == '\\') {
+        out += pattern.substr(std::min(i + 1, pattern.size()), 1);
+        return std::min<std::size_t>(2, pattern.size() - i);
+    }
+    if (c != '"' && c != '\'') {
+        return 0;
+    }
+    std::size_t j = i + 1;
+    for (; j < pattern.size() && pattern[j] != c; ++j) {
+        if (pattern[j] == '\\' && j + 1 < pattern.size()) {
+            ++j;
+        }
+        out += pattern[j];
+    }
+    return std::min(j + 1, pattern.size()) - i;
+}
+
+std::size_t RepeatCount(std::string_view pattern, std::size_t i) {
+    const std::size_t end = pattern.find_first_not_of(pattern[i], i);
+    return (end == std::string_view::npos ? pattern.size() : end) - i;
+}
+
+void AppendDatePattern(std::int64_t ticks, std::string_view pattern, const Culture& culture,
+                       std::string& out) {
+    PatternWriter(ticks, pattern, culture, out).Write();
+}
+
+bool StandardDatePattern(char letter, const Culture& culture, std::string& pattern, bool& invariant) {
     invariant = false;
     switch (letter) {
         case 'd':
@@ -263,63 +318,11 @@ bool StandardPattern(char letter, const Culture& culture, std::string& pattern, 
     }
 }
 
-}  // namespace
-
-void AppendPadded(std::int64_t value, int width, std::string& out) {
-    char buffer[24];
-    const auto written = std::to_chars(buffer, buffer + sizeof buffer, value);
-    for (auto length = written.ptr - buffer; length < width; ++length) {
-        out += '0';
-    }
-    out.append(buffer, written.ptr);
-}
-
-void AppendFraction(int fraction, int digits, bool trim, std::string& out) {
-    char buffer[7];
-    for (int i = 6; i >= 0; --i) {
-        buffer[i] = static_cast<char>('0' + fraction % 10);
-        fraction /= 10;
-    }
-    while (trim && digits > 0 && buffer[digits - 1] == '0') {
-        --digits;
-    }
-    out.append(buffer, static_cast<std::size_t>(digits));
-}
-
-std::size_t AppendPatternLiteral(std::string_view pattern, std::size_t i, std::string& out) {
-    const char c = pattern[i];
-    if (c == '\\') {
-        out += pattern.substr(std::min(i + 1, pattern.size()), 1);
-        return std::min<std::size_t>(2, pattern.size() - i);
-    }
-    if (c != '"' && c != '\'') {
-        return 0;
-    }
-    std::size_t j = i + 1;
-    for (; j < pattern.size() && pattern[j] != c; ++j) {
-        if (pattern[j] == '\\' && j + 1 < pattern.size()) {
-            ++j;
-        }
-        out += pattern[j];
-    }
-    return std::min(j + 1, pattern.size()) - i;
-}
-
-std::size_t RepeatCount(std::string_view pattern, std::size_t i) {
-    const std::size_t end = pattern.find_first_not_of(pattern[i], i);
-    return (end == std::string_view::npos ? pattern.size() : end) - i;
-}
-
-void AppendDatePattern(std::int64_t ticks, std::string_view pattern, const Culture& culture,
-                       std::string& out) {
-    PatternWriter(ticks, pattern, culture, out).Write();
-}
-
 bool FormatDateTime(std::int64_t ticks, std::string_view format, const Culture& culture, std::string& out) {
     if (format.size() == 1) {
         std::string pattern;
         bool invariant = false;
-        if (!StandardPattern(format[0], culture, pattern, invariant)) {
+        if (!StandardDatePattern(format[0], culture, pattern, invariant)) {
             return false;
         }
         AppendDatePattern(ticks, pattern, invariant ? FindCulture("") : culture, out);

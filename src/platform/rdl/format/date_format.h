@@ -14,6 +14,9 @@ bool FormatDateTime(std::int64_t ticks, std::string_view format, const Culture& 
 void AppendDatePattern(std::int64_t ticks, std::string_view pattern, const Culture& culture,
                        std::string& out);
 
+// The pattern that a standard letter stands for; false: none. `invariant` patterns take no culture.
+bool StandardDatePattern(char letter, const Culture& culture, std::string& pattern, bool& invariant);
+
 // False likewise.
 bool FormatTimeSpan(std::int64_t ticks, std::string_view format, const Culture& culture, std::string& out);
 

@@ -61,6 +61,9 @@ void AppendText(const Value& value, const Culture& culture, int depth, std::stri
         case Kind::Error:
             out += "#Error";
             break;
+        case Kind::Object:
+            out += value.AsObject().TypeName();
+            break;
     }
 }
 

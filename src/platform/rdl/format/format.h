@@ -54,6 +54,13 @@ int DaysInMonth(int year, int month);
 // the first day of the calendar; a zone is read over, the clock time stands as written; two-digit years up to
 // 29 are of this century.
 bool ParseDateTime(std::string_view text, const Culture& culture, std::int64_t& ticks);
+// By a format string, standard or custom; every character must fit.
+bool ParseDateTimeExact(std::string_view text, std::string_view format, const Culture& culture,
+                        std::int64_t& ticks);
+// [-][d.]hh:mm[:ss[.fffffff]], or days alone. False when it is none.
+bool ParseTimeSpan(std::string_view text, std::int64_t& ticks);
+// How far the machine's zone is from UTC at that local moment.
+int ZoneMinutes(std::int64_t ticks);
 // Reads a number with the culture's separators, currency symbol, parentheses; False when it is none.
 bool ParseNumber(std::string_view text, const Culture& culture, double& number);
 

@@ -123,4 +123,72 @@ bool FormatTimeSpan(std::int64_t ticks, std::string_view format, const Culture& 
     return true;
 }
 
+namespace {
+
+// Digits at the front of the text; false when there are none, or more than `most` of them.
+bool TakeDigits(std::string_view& text, std::size_t most, std::int64_t& number, std::size_t& digits) {
+    digits = std::min(text.find_first_not_of("0123456789"), text.size());
+    if (digits == 0 || digits > most) {
+        return false;
+    }
+    number = 0;
+    for (const char c : text.substr(0, digits)) {
+        number = number * 10 + (c - '0');
+    }
+    text.remove_prefix(digits);
+    return true;
+}
+
+bool TakeMark(std::string_view& text, char mark) {
+    if (!text.starts_with(mark)) {
+        return false;
+    }
+    text.remove_prefix(1);
+    return true;
+}
+
+}  // namespace
+
+bool ParseTimeSpan(std::string_view text, std::int64_t& ticks) {
+    while (!text.empty() && text.front() == ' ') {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && text.back() == ' ') {
+        text.remove_suffix(1);
+    }
+    const bool negative = TakeMark(text, '-');
+    std::int64_t days = 0, hours = 0, minutes = 0, seconds = 0, fraction = 0;
+    std::size_t digits = 0;
+    if (!TakeDigits(text, 8, hours, digits)) {
+        return false;
+    }
+    if (text.empty()) {
+        days = hours;
+        hours = 0;
+    } else {
+        if (TakeMark(text, '.')) {
+            days = hours;
+            if (!TakeDigits(text, 2, hours, digits)) {
+                return false;
+            }
+        }
+        const bool clock = TakeMark(text, ':') && TakeDigits(text, 2, minutes, digits) &&
+                           (!TakeMark(text, ':') || TakeDigits(text, 2, seconds, digits)) &&
+                           (!TakeMark(text, '.') || TakeDigits(text, 7, fraction, digits));
+        if (!clock || !text.empty()) {
+            return false;
+        }
+        for (; fraction > 0 && digits < 7; ++digits) {
+            fraction *= 10;
+        }
+    }
+    if (days > 10'675'198 || hours > 23 || minutes > 59 || seconds > 59) {
+        return false;
+    }
+    const std::int64_t total =
+        days * TicksPerDay + ((hours * 60 + minutes) * 60 + seconds) * TicksPerSecond + fraction;
+    ticks = negative ? -total : total;
+    return true;
+}
+
 }  // namespace rdl
