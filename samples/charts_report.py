@@ -7,7 +7,7 @@ REVENUE = "sum(l.quantity * l.unit_price * (1 - l.discount)) as revenue"
 AMBER, TEAL = "#E9A23B", "#38A3A5"
 
 
-def _letters(size, colour=SLATE, **more):
+def letters(size, colour=SLATE, **more):
     return element("Style", *[text(name, value) for name, value in more.items()], text("FontFamily", "Arial"),
                    text("FontSize", size), text("Color", colour))
 
@@ -32,8 +32,8 @@ def _label(source, form="", colour=""):
 
 
 def _axis(name, *content, title="", form=""):
-    caption = element("ChartAxisTitle", text("Caption", title), _letters("8pt")) if title else ""
-    return element("ChartAxis", _letters("8pt", **({"Format": form} if form else {})), caption, *content, Name=name)
+    caption = element("ChartAxisTitle", text("Caption", title), letters("8pt")) if title else ""
+    return element("ChartAxis", letters("8pt", **({"Format": form} if form else {})), caption, *content, Name=name)
 
 
 def _chart(name, data_name, title, categories, series_members, series, axes, legend, where):
@@ -44,12 +44,12 @@ def _chart(name, data_name, title, categories, series_members, series, axes, leg
         "Chart", element("ChartCategoryHierarchy", element("ChartMembers", categories)),
         element("ChartSeriesHierarchy", element("ChartMembers", *series_members)),
         element("ChartData", element("ChartSeriesCollection", *series)), element("ChartAreas", area),
-        element("ChartLegends", element("ChartLegend", _letters("8pt"), text("Position", legend), Name="Legend"))
+        element("ChartLegends", element("ChartLegend", letters("8pt"), text("Position", legend), Name="Legend"))
         if legend else "",
         element("ChartTitles", element("ChartTitle", text("Caption", title),
-                                       _letters("11pt", NAVY, FontWeight="Bold"), Name="Title")),
+                                       letters("11pt", NAVY, FontWeight="Bold"), Name="Title")),
         text("Palette", "Pacific"),
-        element("ChartNoDataMessage", text("Caption", "No orders in this year"), _letters("10pt"), Name="NoData"),
+        element("ChartNoDataMessage", text("Caption", "No orders in this year"), letters("10pt"), Name="NoData"),
         text("DataSetName", data_name), where, Name=name)
 
 

@@ -13,6 +13,7 @@ import invoice_report  # noqa: E402
 import list_reports  # noqa: E402
 import sales_database  # noqa: E402
 import summary_report  # noqa: E402
+import targets_report  # noqa: E402
 
 
 def main():
@@ -25,6 +26,7 @@ def main():
         "summary.rpt": summary_report.summary(),
         "sales_charts.rpt": charts_report.charts(),
         "invoice.rpt": invoice_report.invoice(),
+        "targets.rpt": targets_report.targets(),
     }
     for name, text in reports.items():
         (folder / name).write_text(text, encoding="utf-8", newline="\n")

@@ -5,6 +5,8 @@
 #include <numbers>
 #include <sstream>
 
+#include "platform/rdl/layout/image_size.h"
+
 namespace rdl::layout {
 namespace {
 
@@ -98,6 +100,21 @@ void Canvas::Circle(Spot center, double radius, Color fill, const Border& border
     AppendArc(center, radius, 0, 2 * Pi, false, segments);
     segments.push_back(To(Segment::Close, {}));
     Path(std::move(segments), fill, border);
+}
+
+void Canvas::Picture(const std::shared_ptr<const std::string>& bytes, const Rect& area,
+                     const std::string& name) {
+    if (!bytes) {
+        return;
+    }
+    const ImageSize size = SizeOfImage(*bytes);
+    Rect place = area;
+    if (size.width > 0 && size.height > 0) {
+        const double scale = std::min(area.width / size.width, area.height / size.height);
+        place = {area.x + (area.width - size.width * scale) / 2,
+                 area.y + (area.height - size.height * scale) / 2, size.width * scale, size.height * scale};
+    }
+    m_page.ops.emplace_back(ImageOp{place.x, place.y, place.width, place.height, bytes, name});
 }
 
 double Canvas::LineHeight(const CharStyle& style) {

@@ -38,6 +38,9 @@ class Canvas {
     void Path(std::vector<PathOp::Segment> segments, Color fill, const Border& border);
     void Circle(Spot center, double radius, Color fill, const Border& border);
 
+    // In the middle of the area, in its own proportions; nothing when null.
+    void Picture(const std::shared_ptr<const std::string>& bytes, const Rect& area, const std::string& name);
+
     // Line feeds begin new lines. Degrees are clockwise about the spot.
     void Text(const std::string& text, const CharStyle& style, Spot spot, Anchor anchor, double degrees = 0);
     static Extents Measure(const std::string& text, const CharStyle& style);

@@ -42,6 +42,7 @@ class Evaluator final : public expr::Environment {
     void EnterRow(const Region& region,
                   std::uint32_t tableRow);  // one row of a region that is not grouped yet
     const Scope& Current() const { return m_place.scope; }
+    const Programs& Compiled() const { return m_programs; }
     const Table& TableOf(const std::string& dataSet) const;  // an empty one for a data set without rows
 
     void SetPage(const SectionInstance::PageFacts* facts) { m_page = facts; }

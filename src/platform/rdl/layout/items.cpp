@@ -4,6 +4,7 @@
 
 #include "platform/rdl/error.h"
 #include "platform/rdl/layout/chart_draw.h"
+#include "platform/rdl/layout/gauge_draw.h"
 #include "platform/rdl/layout/grouping.h"
 #include "platform/rdl/layout/links.h"
 #include "platform/rdl/layout/markup.h"
@@ -118,7 +119,8 @@ bool ItemBuilder::Fill(ItemPlan& plan, Instance& out) {
             ChartOf(plan, out);
             break;
         case ItemKind::Gauge:
-            throw Error("\"" + plan.definition->name + "\" cannot be drawn");
+            GaugeOf(plan, out);
+            break;
     }
     if (out.kind != InstanceKind::Text) {
         out.paragraphs.clear();
@@ -294,21 +296,33 @@ BoxStylePtr ItemBuilder::BoxOf(BoxStylePlan& plan, BackgroundPlan* background, c
 }
 
 void ItemBuilder::ChartOf(ItemPlan& plan, Instance& out) {
-    const auto drawing = DrawChart(EvaluateChart(*plan.chart, *this), out.width, out.height);
+    Show(DrawChart(EvaluateChart(*plan.chart, *this), out.width, out.height), false, out);
+}
+
+void ItemBuilder::GaugeOf(ItemPlan& plan, Instance& out) {
+    Show(DrawGaugePanel(*plan.gauge, *this, out.width, out.height), true, out);
+}
+
+void ItemBuilder::Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out) {
     drawing->background = out.box->background;
-    out.drawing = drawing;
-    out.kind = InstanceKind::Drawing;
     if (!m_input.paint) {
+        out.kind = InstanceKind::Drawing;
+        out.drawing = drawing;
         return;
     }
     out.kind = InstanceKind::Image;
     out.sizing = Instance::Sizing::Fit;
-    out.imageBytes = m_input.paint(*out.drawing);
+    out.imageBytes = mayRepeat ? m_pictures.Of(*drawing, m_input.paint) : m_input.paint(*drawing);
     out.mimeType = "image/png";
     if (out.toolTip.empty()) {
-        out.toolTip = out.drawing->description;
+        out.toolTip = drawing->description;
     }
-    out.drawing.reset();
+}
+
+ImageBytes ItemBuilder::PictureOf(const GaugeImage& image, const std::string& item) {
+    std::string mimeType;
+    return m_images.Load(image.source, Property(image.value, m_evaluator.Compiled()).Get(m_evaluator), item,
+                         mimeType);
 }
 
 void ItemBuilder::SubreportOf(ItemPlan& plan, Instance& out) {

@@ -7,6 +7,7 @@
 
 #include "platform/rdl/layout/evaluator.h"
 #include "platform/rdl/layout/item_images.h"
+#include "platform/rdl/layout/pictures.h"
 
 namespace rdl::layout {
 
@@ -24,6 +25,7 @@ class ItemBuilder {
     bool IsTrue(const Property& property);
     std::string Text(const Property& property);  // "" for Null and errors
     Evaluator& Place() { return m_evaluator; }
+    ImageBytes PictureOf(const GaugeImage& image, const std::string& item);  // null when it says none
 
  private:
     void Common(ItemPlan& plan, Instance& out);
@@ -37,11 +39,15 @@ class ItemBuilder {
     float Size(const Property& property);
     void ImageOf(ItemPlan& plan, Instance& out);
     void ChartOf(ItemPlan& plan, Instance& out);
+    void GaugeOf(ItemPlan& plan, Instance& out);
+    // A drawing, or the picture of it where there are no vectors.
+    void Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out);
     void SubreportOf(ItemPlan& plan, Instance& out);
 
     const ReportInput& m_input;
     Evaluator& m_evaluator;
     ItemImages m_images;
+    Pictures m_pictures;
     int m_depth = 0;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/rdl/error.h"
+#include "platform/rdl/layout/gauge_plan.h"
 
 namespace rdl::layout {
 namespace {
@@ -159,7 +160,8 @@ void Planner::Kinds(const ReportItem& item, ItemPlan& plan) {
             break;
         }
         case ItemKind::Gauge:
-            throw Error("Gauge \"" + item.name + "\" cannot be drawn");
+            Gauge(static_cast<const GaugePanel&>(item), plan);
+            break;
     }
 }
 

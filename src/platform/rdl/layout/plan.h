@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/rdl/definition/chart.h"
+#include "platform/rdl/definition/gauge.h"
 #include "platform/rdl/expr/filter.h"
 #include "platform/rdl/layout/property.h"
 #include "platform/rdl/layout/style_plan.h"
@@ -17,6 +18,7 @@ namespace rdl::layout {
 
 struct TablixPlan;
 struct ChartPlan;
+struct GaugePlan;
 struct ItemPlan;
 
 struct FilterPlan {
@@ -79,6 +81,7 @@ struct ItemPlan {
     std::vector<std::unique_ptr<ItemPlan>> children;  // Rectangle
     std::unique_ptr<TablixPlan> tablix;
     std::unique_ptr<ChartPlan> chart;
+    std::unique_ptr<GaugePlan> gauge;
     Property value, mimeType;                                  // Image
     std::vector<std::pair<std::string, Property>> parameters;  // Subreport
 
@@ -165,6 +168,7 @@ class Planner {
     ParagraphPlan ParagraphOf(const Paragraph& paragraph, const Style& boxStyle) const;
     void Kinds(const ReportItem& item, ItemPlan& plan);
     std::unique_ptr<TablixPlan> Region(const Tablix& tablix);
+    void Gauge(const GaugePanel& panel, ItemPlan& plan);
     void Hierarchy(const std::vector<TablixMember>& members, bool isRows, HierarchyPlan& plan);
     std::vector<int> Members(const std::vector<TablixMember>& members, bool isRows, int group, double begin,
                              std::vector<double>& begins, HierarchyPlan& plan);

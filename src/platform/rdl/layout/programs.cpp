@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "platform/rdl/definition/chart.h"
+#include "platform/rdl/definition/gauge.h"
 #include "platform/rdl/error.h"
 #include "platform/rdl/expr/code.h"
 
@@ -227,8 +228,10 @@ class Programs::Walker {
             case ItemKind::Chart:
                 ChartOf(static_cast<const Chart&>(item));
                 break;
-            case ItemKind::Line:
             case ItemKind::Gauge:
+                GaugeOf(static_cast<const GaugePanel&>(item));
+                break;
+            case ItemKind::Line:
                 break;
         }
     }
@@ -288,6 +291,19 @@ class Programs::Walker {
         m_context.dataSet = m_programs.m_dataSets[&chart.data];
         const auto add = [this](const Expr& source) { Add(source); };
         ChartWalk(add).Go(chart);
+        m_context.dataSet = outer;
+    }
+
+    // A panel that names no data set may do without one: its expressions can name theirs.
+    void GaugeOf(const GaugePanel& panel) {
+        const std::string outer = m_context.dataSet;
+        if (panel.data.dataSetName.empty() && outer.empty()) {
+            m_programs.m_dataSets[&panel.data] = outer;
+        } else {
+            Region(panel.data);
+            m_context.dataSet = m_programs.m_dataSets[&panel.data];
+        }
+        WalkGauge(panel, [this](const Expr& source) { Add(source); });
         m_context.dataSet = outer;
     }
 

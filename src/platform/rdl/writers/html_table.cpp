@@ -163,7 +163,9 @@ void HtmlBody::CellContent(const Instance& item, const CharStylePtr& own) {
     if (item.kind != InstanceKind::Text) {
         Instance inner = item;
         inner.bookmark.clear();  // the cell bears them
-        inner.toolTip.clear();
+        if (item.kind != InstanceKind::Image) {  // it tells what is in the picture
+            inner.toolTip.clear();
+        }
         Item(inner, m_styles.Class(""));
         return;
     }

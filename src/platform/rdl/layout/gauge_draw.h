@@ -1,0 +1,25 @@
+// A gauge panel as a drawing.
+#pragma once
+
+#include <memory>
+
+#include "platform/rdl/layout/drawing.h"
+#include "platform/rdl/layout/gauge_kit.h"
+
+namespace rdl::layout {
+
+// At the builder's current place, which is left as it was.
+std::shared_ptr<DrawingInstance> DrawGaugePanel(GaugePlan& plan, ItemBuilder& builder, double width,
+                                                double height);
+
+// The parts of it. Each draws one item within its area and gives its words for those who cannot see it.
+std::string DrawGauge(const GaugeItem& gauge, const Rect& area, const GaugeKit& kit);
+void DrawFrame(const GaugeFrame& frame, const Rect& area, bool round, const GaugeKit& kit);
+std::string DrawStateIndicator(const GaugeItem& indicator, std::optional<double> value, const Rect& area,
+                               const GaugeKit& kit, ItemBuilder& builder);
+std::string DrawNumericIndicator(const GaugeItem& indicator, const Rect& area, const GaugeKit& kit);
+
+// Where each of the panel's items lies: where it says, or beside the others.
+std::vector<Rect> ArrangeGauges(const GaugePanel& panel, double width, double height, const GaugeKit& kit);
+
+}  // namespace rdl::layout
