@@ -89,6 +89,24 @@ Flow RunBlock(const Block& block, Frame& frame) {
     return Flow::Next;
 }
 
+TryParseNode::TryParseNode(const FunctionInfo& how, const FunctionInfo* type, NodePtr value)
+    : parse(how), conversion(type), text(std::move(value)) {
+    Deepen(*text);
+}
+
+Value TryParseNode::Run(Machine& machine) const {
+    const Value source = text->Run(machine);
+    if (source.IsError()) {
+        return source;
+    }
+    const Value read = parse.function(Call(&source, 1, machine.environment));
+    if (target) {
+        const Value value = ConvertTo(conversion, read.IsError() ? Value() : read, machine);
+        target->In(machine) = ConvertTo(target->conversion, value, machine);
+    }
+    return Value::Boolean(!read.IsError());
+}
+
 CodeCallNode::CodeCallNode(CodeModule& owner, const CodeFunction& what, std::vector<NodePtr> values)
     : module(owner), function(what), arguments(std::move(values)) {
     for (const NodePtr& argument : arguments) {

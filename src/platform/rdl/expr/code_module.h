@@ -3,6 +3,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,16 @@ struct VariableNode final : Node {
     explicit VariableNode(const Variable& which) : variable(which) {}
     Value Run(Machine& machine) const override { return variable.In(machine); }
     Variable variable;
+};
+
+// Whether a text can be read as a type; the variable then holds what was read.
+struct TryParseNode final : Node {
+    TryParseNode(const FunctionInfo& how, const FunctionInfo* type, NodePtr value);
+    Value Run(Machine& machine) const override;
+    const FunctionInfo& parse;
+    const FunctionInfo* conversion;
+    NodePtr text;
+    std::optional<Variable> target;
 };
 
 struct CodeParameter {

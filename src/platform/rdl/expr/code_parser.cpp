@@ -155,7 +155,7 @@ void CodeParser::ParameterList(CodeFunction& function) {
     m_parser.Expect(")");
 }
 
-// As Type, As Type(), As New is not known.
+// As Type, As Type(), As New Type(...).
 void CodeParser::AsType(Declared& declared, bool& given) {
     given = m_parser.TakeWord("as");
     if (!given) {
@@ -163,7 +163,8 @@ void CodeParser::AsType(Declared& declared, bool& given) {
     }
     const Token& token = m_parser.Peek();
     if (token.IsWord("new")) {
-        m_parser.Fail("objects cannot be made in the code of a report");
+        declared.made = Expression();
+        return;
     }
     bool known = false;
     declared.variable.conversion = Parser::Conversion(m_parser.TypeName(), known);
@@ -219,7 +220,9 @@ CodeParser::Declared CodeParser::Declare(bool module, bool constant) {
     }
     bool given = false;
     AsType(declared, given);
-    NodePtr value = m_parser.TakeSymbol("=") ? Expression() : nullptr;
+    NodePtr value = declared.made              ? std::move(declared.made)
+                    : m_parser.TakeSymbol("=") ? Expression()
+                                               : nullptr;
     if (constant && !value) {
         m_parser.Fail("a constant needs its value");
     }
@@ -283,6 +286,10 @@ NodePtr CodeParser::Function(std::string_view lower, std::vector<NodePtr> argume
     auto call = std::make_unique<CodeCallNode>(m_module, *found->second, std::move(arguments));
     m_calls.emplace_back(call.get(), m_parser.Peek());
     return call;
+}
+
+NodePtr CodeParser::WithObject() {
+    return m_with.empty() ? nullptr : std::make_unique<VariableNode>(m_with.back());
 }
 
 NodePtr CodeParser::Expression() {

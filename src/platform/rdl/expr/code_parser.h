@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/rdl/expr/code_module.h"
+#include "platform/rdl/expr/operators.h"
 #include "platform/rdl/expr/parser.h"
 
 namespace rdl::expr {
@@ -21,6 +22,7 @@ class CodeParser final : public CodeNames {
     NodePtr Variable(std::string_view lower) override;
     bool HasFunction(std::string_view lower) const override;
     NodePtr Function(std::string_view lower, std::vector<NodePtr> arguments) override;
+    NodePtr WithObject() override;
 
  private:
     using Words = std::initializer_list<std::string_view>;
@@ -28,6 +30,7 @@ class CodeParser final : public CodeNames {
         expr::Variable variable;
         bool list = false;
         NodePtr upper;  // Dim a(upper)
+        NodePtr made;   // As New Type(...)
     };
 
     // Declarations: code_parser.cpp.
@@ -60,7 +63,12 @@ class CodeParser final : public CodeNames {
     std::unique_ptr<Statement> Do();
     std::unique_ptr<Statement> Try();
     std::unique_ptr<Statement> Jump();
+    std::unique_ptr<Statement> With();
     std::unique_ptr<Statement> AssignOrCall();
+    std::unique_ptr<Statement> ToVariable(const expr::Variable& variable);
+    std::unique_ptr<Statement> ToMember();
+    std::unique_ptr<Statement> ArrayStatement();
+    Operator AssignmentSign();
     NodePtr Expression();
 
     Parser m_parser;
@@ -69,7 +77,8 @@ class CodeParser final : public CodeNames {
     std::vector<std::map<std::string, expr::Variable>> m_scopes;  // its variables, inner blocks last
     std::vector<std::pair<const CodeCallNode*, Token>> m_calls;   // whose arguments are checked at the end
     int m_depth = 1;                                              // of the deepest expression so far
-    Block m_pending;  // statements that a declaration in a function came to
+    Block m_pending;                     // statements that a declaration in a function came to
+    std::vector<expr::Variable> m_with;  // the objects of the With blocks around
     int m_nesting = 0;
 };
 

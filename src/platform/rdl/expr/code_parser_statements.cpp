@@ -9,19 +9,6 @@ namespace {
 
 constexpr int MaxNesting = 50;
 
-Operator AssignmentOperator(const std::string& symbol) {
-    static constexpr std::pair<std::string_view, Operator> operators[] = {
-        {"+=", Add},          {"-=", Subtract}, {"*=", Multiply},    {"/=", Divide},
-        {"\\=", DivideWhole}, {"^=", Power},    {"&=", Concatenate},
-    };
-    for (const auto& [written, operation] : operators) {
-        if (written == symbol) {
-            return operation;
-        }
-    }
-    return nullptr;
-}
-
 }  // namespace
 
 bool CodeParser::AtWords(Words words) const {
@@ -122,6 +109,9 @@ std::unique_ptr<Statement> CodeParser::Known() {
     }
     if (m_parser.TakeWord("try")) {
         return Try();
+    }
+    if (m_parser.TakeWord("with")) {
+        return With();
     }
     if (AtWords({"exit"}) || AtWords({"continue"})) {
         return Jump();
@@ -345,7 +335,7 @@ std::unique_ptr<Statement> CodeParser::Try() {
         if (!AtEndOfStatement()) {
             const Token& name = m_parser.Peek();
             m_parser.Name("the name of a variable");
-            if (m_parser.TakeWord("as") && m_parser.TypeName() != "exception") {
+            if (m_parser.TakeWord("as") && !m_parser.TypeName().ends_with("exception")) {
                 m_parser.Fail("only an Exception can be caught");
             }
             statement->message = NewVariable(name.lower, false, nullptr, name);
@@ -384,46 +374,6 @@ std::unique_ptr<Statement> CodeParser::Jump() {
     }
     m_parser.Take();
     return std::make_unique<JumpStatement>(found->second);
-}
-
-std::unique_ptr<Statement> CodeParser::AssignOrCall() {
-    m_parser.TakeWord("call");
-    const Token& name = m_parser.Peek();
-    const Token& next = m_parser.Peek(1);
-    const expr::Variable* variable = name.type == Token::Type::Word ? Lookup(name.lower) : nullptr;
-    const bool assigned = next.Is("=") || AssignmentOperator(next.text) ||
-                          (next.Is("(") && variable && variable->slot + (variable->module ? 1 : 0) > 0);
-    if (variable && assigned) {
-        if (variable->constant) {
-            m_parser.Fail("the constant \"" + name.text + "\" cannot change");
-        }
-        auto statement = std::make_unique<AssignStatement>();
-        statement->target = *variable;
-        m_parser.Take();
-        if (m_parser.TakeSymbol("(")) {
-            statement->index = Expression();
-            m_parser.Expect(")");
-        }
-        statement->operation = AssignmentOperator(m_parser.Peek().text);
-        if (statement->operation) {
-            m_parser.Take();
-        } else {
-            m_parser.Expect("=");
-        }
-        statement->value = Expression();
-        return statement;
-    }
-    if (name.type != Token::Type::Word || !HasFunction(name.lower)) {
-        m_parser.Fail(
-            "\"" + name.text +
-            "\" is no statement that the code of a report can use, and no variable or function of it");
-    }
-    m_parser.Take();
-    auto statement = std::make_unique<CallStatement>();
-    std::vector<NodePtr> arguments = m_parser.Peek().Is("(") ? m_parser.Arguments() : std::vector<NodePtr>();
-    statement->call = Function(name.lower, std::move(arguments));
-    m_depth = std::max(m_depth, statement->call->depth);
-    return statement;
 }
 
 }  // namespace rdl::expr

@@ -1,5 +1,9 @@
 #include "platform/rdl/expr/code_statements.h"
 
+#include <algorithm>
+
+#include "platform/rdl/expr/objects.h"
+
 namespace rdl::expr {
 namespace {
 
@@ -46,16 +50,61 @@ bool Place(const Node& node, Frame& frame, std::int64_t& index) {
     return true;
 }
 
+// Through the object, whose growth counts like text that is made.
+Flow StoreMember(const Value& target, std::string_view member, const Value& index, Operator operation,
+                 Value result, Frame& frame) {
+    const Culture& culture = frame.machine.culture();
+    if (target.kind() != Kind::Object) {
+        return Fail(frame, target.IsError() ? target : NoConversion(target, "an object"));
+    }
+    ScriptObject& object = AsScriptObject(target);
+    const std::size_t before = object.Weight();
+    if (operation) {
+        const Value held[] = {target, index};
+        const Value old =
+            object.Invoke(member, Call(held, index.IsNull() ? 1 : 2, frame.machine.environment));
+        result = frame.machine.Charged(operation(old, result, culture));
+    }
+    Value fault = result.IsError() ? result : object.Store(member, index, result, culture);
+    frame.machine.bytes -= static_cast<std::int64_t>(std::max(before, object.Weight()) - before);
+    return fault.IsError() ? Fail(frame, std::move(fault)) : Flow::Next;
+}
+
 }  // namespace
+
+Flow MemberStatement::Run(Frame& frame) const {
+    const Value target = object->Run(frame.machine);
+    Value at = index ? index->Run(frame.machine) : Value();
+    if (at.IsError()) {
+        return Fail(frame, std::move(at));
+    }
+    return StoreMember(target, member, at, operation, value->Run(frame.machine), frame);
+}
+
+Flow WithStatement::Run(Frame& frame) const {
+    Value with = object->Run(frame.machine);
+    if (with.IsError()) {
+        return Fail(frame, std::move(with));
+    }
+    target.In(frame.machine) = std::move(with);
+    return RunBlock(body, frame);
+}
 
 Flow AssignStatement::Run(Frame& frame) const {
     Machine& machine = frame.machine;
-    std::int64_t place = 0;
-    if (index && !Place(*index, frame, place)) {
-        return Flow::Fault;
+    Value at = index ? index->Run(machine) : Value();
+    if (at.IsError()) {
+        return Fail(frame, std::move(at));
     }
     Value result = value ? value->Run(machine) : Value();
     Value& variable = target.In(machine);
+    if (index && variable.kind() == Kind::Object) {
+        return StoreMember(variable, ".item", at, operation, result, frame);
+    }
+    std::int64_t place = 0;
+    if (index && !ToInteger(at, machine.culture(), place)) {
+        return Fail(frame, NoConversion(at, "a number"));
+    }
     if (index && (variable.kind() != Kind::List || place < 0 ||
                   static_cast<std::size_t>(place) >= variable.AsList().size())) {
         return Fail(frame, Value::Error("An index lies outside its list"));
@@ -68,15 +117,22 @@ Flow AssignStatement::Run(Frame& frame) const {
     if (result.IsError()) {
         return Fail(frame, result);
     }
-    if (!index) {
-        return Store(std::move(result), frame);
+    return index ? StoreElement(std::move(result), place, frame) : Store(std::move(result), frame);
+}
+
+Flow AssignStatement::StoreElement(Value result, std::int64_t place, Frame& frame) const {
+    if (result.kind() == Kind::List || result.kind() == Kind::Object) {
+        return Fail(frame, Value::Error("A list can hold neither lists nor objects"));
     }
-    if (result.kind() == Kind::List) {
-        return Fail(frame, Value::Error("A list cannot hold lists"));
+    Value& variable = target.In(frame.machine);
+    // In place when nobody else sees the list; only texts make it larger.
+    if (ValueList* own = variable.OwnList(); own && (!target.module || !result.IsText())) {
+        (*own)[static_cast<std::size_t>(place)] = std::move(result);
+        return Flow::Next;
     }
     ValueList values = variable.AsList();
     values[static_cast<std::size_t>(place)] = std::move(result);
-    return Store(machine.Charged(Value::List(std::move(values))), frame);
+    return Store(frame.machine.Charged(Value::List(std::move(values))), frame);
 }
 
 Flow AssignStatement::Store(Value result, Frame& frame) const {
@@ -219,7 +275,10 @@ Flow ForStatement::Run(Frame& frame) const {
 }
 
 Flow ForEachStatement::Run(Frame& frame) const {
-    const Value values = list->Run(frame.machine);
+    Value values = list->Run(frame.machine);
+    if (values.kind() == Kind::Object) {
+        values = frame.machine.Charged(AsScriptObject(values).Elements());
+    }
     if (values.IsError()) {
         return Fail(frame, values);
     }

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -22,6 +23,25 @@ struct AssignStatement final : Statement {
 
  private:
     Flow Store(Value result, Frame& frame) const;
+    Flow StoreElement(Value result, std::int64_t place, Frame& frame) const;
+};
+
+// object.Member = value, object.Item(index) = value
+struct MemberStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    NodePtr object;
+    std::string_view member;       // as FindFunction has it
+    NodePtr index;                 // null: none
+    Operator operation = nullptr;  // of += and its like
+    NodePtr value;
+};
+
+// With: the object is worked out once, and the names with a leading point belong to it.
+struct WithStatement final : Statement {
+    Flow Run(Frame& frame) const override;
+    Variable target;
+    NodePtr object;
+    Block body;
 };
 
 // Dim a(n), ReDim [Preserve] a(n)

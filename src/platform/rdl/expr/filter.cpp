@@ -1,8 +1,13 @@
 #include "platform/rdl/expr/filter.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 
+#include "platform/rdl/error.h"
 #include "platform/rdl/expr/characters.h"
+#include "platform/rdl/expr/expression.h"
+#include "platform/rdl/expr/operators.h"
 
 namespace rdl::expr {
 namespace {
@@ -30,6 +35,60 @@ constexpr OperatorName Operators[] = {
     {"BottomPercent", Op::BottomPercent},
 };
 
+constexpr std::size_t MostOperands = 100'000;
+
+// As the schema writes it: a point, no separators.
+bool ReadPlainNumber(std::string_view text, double& number) {
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return failure == std::errc() && end == text.data() + text.size();
+}
+
+// The text as a value of the kind of `model`; as it stands when it is none.
+Value ReadAs(const Value& operand, Kind model, const Culture& culture) {
+    const std::string_view text = operand.AsText();
+    double number = 0;
+    std::int64_t ticks = 0;
+    bool truth = false;
+    switch (model) {
+        case Kind::Integer:
+        case Kind::Real:
+            return ReadPlainNumber(text, number) || ToDouble(operand, culture, number) ? Value::Real(number)
+                                                                                       : operand;
+        case Kind::DateTime:
+            return ParseDateTime(text, FindCulture(""), ticks) || ParseDateTime(text, culture, ticks)
+                       ? Value::DateTime(ticks)
+                       : operand;
+        case Kind::Boolean:
+            return ToBoolean(operand, truth) ? Value::Boolean(truth) : operand;
+        default:
+            return operand;
+    }
+}
+
+bool IsOneOf(const FilterRules& rules, const Value& value, const Value& operand) {
+    if (operand.kind() != Kind::List) {
+        return rules.Order(value, operand) == 0;
+    }
+    return std::any_of(operand.AsList().begin(), operand.AsList().end(),
+                       [&](const Value& one) { return rules.Order(value, one) == 0; });
+}
+
+// Marks the `count` first values; equal ones at the border all stay.
+std::vector<bool> MarkFirst(const std::vector<Value>& values, std::size_t count,
+                            const std::function<bool(const Value&, const Value&)>& before) {
+    std::vector<bool> marks(values.size());
+    if (count == 0) {
+        return marks;
+    }
+    std::vector<Value> ranked = values;
+    const auto border = ranked.begin() + static_cast<std::ptrdiff_t>(count - 1);
+    std::nth_element(ranked.begin(), border, ranked.end(), before);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        marks[i] = !before(*border, values[i]);
+    }
+    return marks;
+}
+
 }  // namespace
 
 std::optional<FilterOperator> FindFilterOperator(std::string_view name) {
@@ -41,61 +100,83 @@ std::optional<FilterOperator> FindFilterOperator(std::string_view name) {
     return std::nullopt;
 }
 
-bool FilterTest::IsOneOf(const Value& value, const Value& operand) {
-    if (operand.kind() != Kind::List) {
-        return Order(value, operand) == 0;
+int FilterRules::Order(const Value& value, const Value& operand) const {
+    if (value.IsText() && operand.IsText()) {
+        return caseSensitive ? value.AsText().compare(operand.AsText()) : Compare(value, operand);
     }
-    return std::any_of(operand.AsList().begin(), operand.AsList().end(),
-                       [&](const Value& one) { return Order(value, one) == 0; });
+    return Compare(value, operand.IsText() ? ReadAs(operand, value.kind(), *culture) : operand);
 }
 
-bool FilterTest::Passes(FilterOperator op, const Value& value, std::size_t operands) {
-    const Value operand = Operand(0);
+bool FilterRules::IsLike(const Value& value, const Value& pattern) const {
+    const std::string text = ToText(value, *culture), form = ToText(pattern, *culture);
+    bool valid = true;
+    const bool matches =
+        caseSensitive ? MatchesPattern(text, form, valid) : MatchesPattern(Lower(text), Lower(form), valid);
+    if (!valid) {
+        throw Error("the pattern of a filter lacks a closing bracket");
+    }
+    return matches && !value.IsNull();
+}
+
+FilterOperator CheckedFilterOperator(const std::string& name, std::size_t operands) {
+    const auto op = FindFilterOperator(name);
+    if (!op) {
+        throw Error("a filter has the unknown operator \"" + name + "\"");
+    }
+    const std::size_t least = op == Op::Between ? 2 : 1;
+    if (operands < least || operands > (op == Op::In ? MostOperands : least)) {
+        throw Error("a filter with " + name + " has " + std::to_string(operands) + " values");
+    }
+    return *op;
+}
+
+bool PassesFilter(FilterOperator op, const FilterRules& rules, const Value& value, std::size_t operands,
+                  const std::function<Value(std::size_t)>& operand) {
+    const Value first = operand(0);
     switch (op) {
         case Op::Equal:
-            return Order(value, operand) == 0;
+            return rules.Order(value, first) == 0;
         case Op::NotEqual:
-            return Order(value, operand) != 0;
+            return rules.Order(value, first) != 0;
         case Op::Less:
-            return Order(value, operand) < 0;
+            return rules.Order(value, first) < 0;
         case Op::LessOrEqual:
-            return Order(value, operand) <= 0;
+            return rules.Order(value, first) <= 0;
         case Op::Greater:
-            return Order(value, operand) > 0;
+            return rules.Order(value, first) > 0;
         case Op::GreaterOrEqual:
-            return Order(value, operand) >= 0;
+            return rules.Order(value, first) >= 0;
         case Op::Like:
-            return IsLike(value, operand);
+            return rules.IsLike(value, first);
         case Op::In: {
-            bool found = IsOneOf(value, operand);
+            bool found = IsOneOf(rules, value, first);
             for (std::size_t i = 1; i < operands && !found; ++i) {
-                found = IsOneOf(value, Operand(i));
+                found = IsOneOf(rules, value, operand(i));
             }
             return found;
         }
         case Op::Between:
-            return Order(value, operand) >= 0 && Order(value, Operand(1)) <= 0;
+            return rules.Order(value, first) >= 0 && rules.Order(value, operand(1)) <= 0;
         default:
             return true;
     }
 }
 
-std::vector<bool> MarkExtremes(const std::vector<Value>& values, std::size_t count, bool largest,
-                               const ValueOrder& order) {
-    std::vector<bool> marks(values.size());
-    if (count == 0) {
-        return marks;
+std::vector<bool> RankFilter(FilterOperator op, const FilterRules& rules, const std::vector<Value>& values,
+                             const Value& wanted) {
+    double number = 0;
+    const bool isNumber = wanted.IsText() && ReadPlainNumber(wanted.AsText(), number);
+    if ((!isNumber && !ToDouble(wanted, *rules.culture, number)) || !(number >= 0)) {
+        throw Error("a filter by the first or last few needs a number that is not negative");
     }
-    const auto before = [&](const Value& left, const Value& right) {
-        return largest ? order(left, right) > 0 : order(left, right) < 0;
-    };
-    std::vector<Value> ranked = values;
-    const auto border = ranked.begin() + static_cast<std::ptrdiff_t>(count - 1);
-    std::nth_element(ranked.begin(), border, ranked.end(), before);
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        marks[i] = !before(*border, values[i]);
-    }
-    return marks;
+    const auto all = static_cast<double>(values.size());
+    // 7 in a hundred of 100 are 7, whatever the division leaves behind the point.
+    number = RanksByPercent(op) ? std::ceil(all * number / 100 - 1e-9) : std::floor(number);
+    const std::size_t count = number >= all ? values.size() : static_cast<std::size_t>(number);
+    const bool fromTop = RanksFromTop(op);
+    return MarkFirst(values, count, [&](const Value& left, const Value& right) {
+        return fromTop ? rules.Order(left, right) > 0 : rules.Order(left, right) < 0;
+    });
 }
 
 }  // namespace rdl::expr

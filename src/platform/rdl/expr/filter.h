@@ -1,13 +1,15 @@
-// What the filters of data sets and of data regions have in common: the operators and what each lets through.
-// How values are reached and compared is the caller's affair.
+// What the filters of data sets, data regions and groups are: the operators, how values are compared, and
+// what each lets through. How values are reached is the caller's affair.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/rdl/format/format.h"
 #include "platform/rdl/value.h"
 
 namespace rdl::expr {
@@ -40,29 +42,28 @@ inline bool RanksByPercent(FilterOperator op) {
     return op == FilterOperator::TopPercent || op == FilterOperator::BottomPercent;
 }
 
-// A filter that looks at one candidate at a time. Operands are asked for one by one and only as far as they
-// are needed.
-class FilterTest {
- public:
-    virtual ~FilterTest() = default;
-    // For an operator that does not rank; `operands`: how many the filter has, two for Between, else at least
-    // one.
-    bool Passes(FilterOperator op, const Value& value, std::size_t operands);
-
- protected:
-    virtual Value Operand(std::size_t index) = 0;
-    virtual int Order(const Value& value, const Value& operand) = 0;  // as Compare
-    virtual bool IsLike(const Value& value, const Value& pattern) = 0;
-
- private:
-    bool IsOneOf(const Value& value, const Value& operand);
+// How the values of one filter are compared.
+struct FilterRules {
+    const Culture* culture = nullptr;
+    bool caseSensitive = false;
+    // As Compare. A constant in a report is a text: it is compared as what the other side is, read as the
+    // schema writes numbers and dates, else as the language does.
+    int Order(const Value& value, const Value& operand) const;
+    // Null is like nothing. Raises rdl::Error for a pattern without its closing bracket.
+    bool IsLike(const Value& value, const Value& pattern) const;
 };
 
-using ValueOrder = std::function<int(const Value& left, const Value& right)>;
+// Raises rdl::Error naming the operator when it does not exist or has another number of values.
+FilterOperator CheckedFilterOperator(const std::string& name, std::size_t operands);
 
-// Marks the `count` largest (smallest) values, which are no more than there are; equal ones at the border all
-// stay.
-std::vector<bool> MarkExtremes(const std::vector<Value>& values, std::size_t count, bool largest,
-                               const ValueOrder& order);
+// A filter that looks at one candidate at a time. Operands are asked for one by one and only as far as they
+// are needed; `operands`: how many the filter has.
+bool PassesFilter(FilterOperator op, const FilterRules& rules, const Value& value, std::size_t operands,
+                  const std::function<Value(std::size_t)>& operand);
+
+// A filter that ranks: marks the largest (smallest) `wanted` values, or so many in a hundred; equal ones at
+// the border all stay. Raises rdl::Error when `wanted` is no number or below 0.
+std::vector<bool> RankFilter(FilterOperator op, const FilterRules& rules, const std::vector<Value>& values,
+                             const Value& wanted);
 
 }  // namespace rdl::expr

@@ -2,6 +2,7 @@
 
 #include <unordered_map>
 
+#include "platform/rdl/expr/collections.h"
 #include "platform/rdl/expr/convert.h"
 #include "platform/rdl/expr/objects.h"
 
@@ -16,7 +17,7 @@ Table MakeTable() {
          {TextFunctions(), SearchFunctions(), FormatFunctions(), DateFunctions(), DateTypeFunctions(),
           MathFunctions(), ConvertFunctions(), FinancialFunctions(), TextMembers(), DateMembers(),
           ListFunctions(), InspectFunctions(), TypeFunctions(), PatternFunctions(), EscapeFunctions(),
-          ObjectFunctions()}) {
+          ObjectFunctions(), CollectionFunctions()}) {
         for (const FunctionInfo& info : functions) {
             table.emplace(info.name, &info);
         }

@@ -42,6 +42,7 @@ struct FunctionInfo {
     int least, most;        // arguments
     Function function;
     bool takesErrors = false;  // otherwise an argument that is an error is the result
+    bool goesThrough = false;  // a member whose work grows with the size of its object
 };
 
 inline constexpr int Any = 4000;  // arguments without limit but that of the source

@@ -89,6 +89,9 @@ Value DayOfWeekName(const Call& call) {
 }
 
 Value AddSpan(const Call& call) {
+    if (call.count() > 2) {
+        return Value::Error("Only one value is added to a date");
+    }
     return Add(call[0], call[1], call.culture());
 }
 Value SubtractSpan(const Call& call) {
@@ -147,7 +150,7 @@ constexpr FunctionInfo functions[] = {
     {".addticks", 2, 2, AddUnit<1>},
     {".addmonths", 2, 2, AddMonth<1>},
     {".addyears", 2, 2, AddMonth<12>},
-    {".add", 2, 2, AddSpan},
+    {".add", 2, 3, AddSpan},
     {".subtract", 2, 2, SubtractSpan},
     {".days", 1, 1, Days},
     {".hours", 1, 1, SharedPart<TicksPerHour, TicksPerDay, &DateTimeParts::hour>},

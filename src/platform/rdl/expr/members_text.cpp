@@ -422,7 +422,7 @@ Value OrDefault(const Call& call) {
 }
 
 constexpr FunctionInfo functions[] = {
-    {".tostring", 1, 3, ToStringMember},
+    {".tostring", 1, 3, ToStringMember, false, true},
     {".length", 1, 1, Length},
     {".count", 1, 1, Count},
     {".toupper", 1, 1, ToUpper},
@@ -433,13 +433,13 @@ constexpr FunctionInfo functions[] = {
     {".trimstart", 1, Any, TrimStart},
     {".trimend", 1, Any, TrimEnd},
     {".substring", 2, 3, Substring},
-    {".remove", 2, 3, Remove},
-    {".insert", 3, 3, Insert},
-    {".replace", 3, 3, Replace},
-    {".contains", 2, 3, Contains},
+    {".remove", 2, 3, Remove, false, true},
+    {".insert", 3, 3, Insert, false, true},
+    {".replace", 3, 3, Replace, false, true},
+    {".contains", 2, 3, Contains, false, true},
     {".startswith", 2, 4, StartsWith},
     {".endswith", 2, 4, EndsWith},
-    {".indexof", 2, 5, IndexOf},
+    {".indexof", 2, 5, IndexOf, false, true},
     {".lastindexof", 2, 4, LastIndexOf},
     {".indexofany", 2, 2, IndexOfAny},
     {".tochararray", 1, 1, ToCharArray},
@@ -457,13 +457,30 @@ constexpr FunctionInfo functions[] = {
     {".compareto", 2, 2, CompareTo},
     {".hasvalue", 1, 1, HasValue},
     {".value", 1, 1, Itself},
+    {".message", 1, 1, Itself},
     {".getvalueordefault", 1, 2, OrDefault},
 };
 
+// A copy in order, or in the other order: code gives it back to its variable.
+Value ArraySort(const Call& call) {
+    if (call[0].kind() != Kind::List) {
+        return NoConversion(call[0], "a list");
+    }
+    ValueList values = call[0].AsList();
+    std::stable_sort(values.begin(), values.end(),
+                     [](const Value& left, const Value& right) { return Compare(left, right) < 0; });
+    return Value::List(std::move(values));
+}
+
+Value ArrayReverse(const Call& call) {
+    return call[0].kind() == Kind::List
+               ? Value::List(ValueList(call[0].AsList().rbegin(), call[0].AsList().rend()))
+               : NoConversion(call[0], "a list");
+}
+
 constexpr FunctionInfo listFunctions[] = {
-    {"ubound", 1, 2, GetUpperBound},
-    {"lbound", 1, 2, LBound},
-    {"array.indexof", 2, 2, ArrayIndexOf},
+    {"array.sort", 1, 1, ArraySort}, {"array.reverse", 1, 1, ArrayReverse}, {"ubound", 1, 2, GetUpperBound},
+    {"lbound", 1, 2, LBound},        {"array.indexof", 2, 2, ArrayIndexOf},
 };
 
 }  // namespace

@@ -186,6 +186,8 @@ Value CallNode::Run(Machine& machine) const {
         const std::size_t before = object.Weight();
         Value result = object.Invoke(info.name, call);
         machine.bytes -= static_cast<std::int64_t>(std::max(before, object.Weight()) - before);
+        // What goes through a whole object must not be had for the price of one step.
+        machine.steps -= info.goesThrough ? static_cast<std::int64_t>(before / 32) : 0;
         return machine.Charged(std::move(result));
     }
     return machine.Charged(info.function(call));

@@ -28,6 +28,11 @@ Value InvariantCulture(const Call&) {
     return MakeCulture("");
 }
 
+// What Throw gives up with is its message.
+Value NewException(const Call& call) {
+    return call.Has(0) ? MakeText(call.Text(0)) : Value::Text("The code of the report gave up");
+}
+
 // A member that only objects have, asked of something else.
 Value OnlyOfObjects(const Call& call) {
     return call[0].IsNull() ? Value::Error("Nothing has no members")
@@ -35,6 +40,10 @@ Value OnlyOfObjects(const Call& call) {
 }
 
 constexpr FunctionInfo functions[] = {
+    {"new.exception", 0, 2, NewException},
+    {"new.applicationexception", 0, 2, NewException},
+    {"new.argumentexception", 0, 2, NewException},
+    {"new.invalidoperationexception", 0, 2, NewException},
     {"new.cultureinfo", 1, 2, NewCulture},
     {"cultureinfo.getcultureinfo", 1, 1, NewCulture},
     {"cultureinfo.createspecificculture", 1, 1, NewCulture},
@@ -46,16 +55,16 @@ constexpr FunctionInfo functions[] = {
     {".success", 1, 1, OnlyOfObjects},
     {".index", 1, 1, OnlyOfObjects},
     {".key", 1, 1, OnlyOfObjects},
-    {".keys", 1, 1, OnlyOfObjects},
-    {".values", 1, 1, OnlyOfObjects},
+    {".keys", 1, 1, OnlyOfObjects, false, true},
+    {".values", 1, 1, OnlyOfObjects, false, true},
     {".containskey", 2, 2, OnlyOfObjects},
-    {".containsvalue", 2, 2, OnlyOfObjects},
+    {".containsvalue", 2, 2, OnlyOfObjects, false, true},
     {".clear", 1, 1, OnlyOfObjects},
     {".addrange", 2, 2, OnlyOfObjects},
-    {".removeat", 2, 2, OnlyOfObjects},
-    {".sort", 1, 1, OnlyOfObjects},
-    {".reverse", 1, 1, OnlyOfObjects},
-    {".toarray", 1, 1, OnlyOfObjects},
+    {".removeat", 2, 2, OnlyOfObjects, false, true},
+    {".sort", 1, 1, OnlyOfObjects, false, true},
+    {".reverse", 1, 1, OnlyOfObjects, false, true},
+    {".toarray", 1, 1, OnlyOfObjects, false, true},
     {".append", 2, 2, OnlyOfObjects},
     {".appendline", 1, 2, OnlyOfObjects},
     {".appendformat", 2, Any, OnlyOfObjects},

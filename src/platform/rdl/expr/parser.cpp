@@ -249,6 +249,11 @@ NodePtr Parser::Primary() {
     if (token.type == Token::Type::Word) {
         return FromWord();
     }
+    if (m_code && token.Is(".")) {
+        if (NodePtr object = m_code->WithObject()) {
+            return object;
+        }
+    }
     Fail("a value was expected instead of " + Shown(token));
 }
 
@@ -344,13 +349,49 @@ std::string Parser::TypeName() {
 
 const FunctionInfo* Parser::Conversion(const std::string& type, bool& known) {
     static constexpr std::pair<std::string_view, std::string_view> types[] = {
-        {"integer", "cint"},   {"int32", "cint"},     {"long", "clng"},    {"int64", "clng"},
-        {"short", "cshort"},   {"int16", "cshort"},   {"byte", "cbyte"},   {"double", "cdbl"},
-        {"single", "csng"},    {"decimal", "cdec"},   {"string", "cstr"},  {"boolean", "cbool"},
-        {"date", "cdate"},     {"datetime", "cdate"}, {"char", "cchar"},   {"uinteger", "cuint"},
-        {"uint32", "cuint"},   {"ulong", "culng"},    {"uint64", "culng"}, {"sbyte", "csbyte"},
-        {"ushort", "cushort"}, {"uint16", "cushort"}, {"object", ""},      {"timespan", ""},
-        {"array", ""},         {"variant", ""},
+        {"integer", "cint"},
+        {"int32", "cint"},
+        {"long", "clng"},
+        {"int64", "clng"},
+        {"short", "cshort"},
+        {"int16", "cshort"},
+        {"byte", "cbyte"},
+        {"double", "cdbl"},
+        {"single", "csng"},
+        {"decimal", "cdec"},
+        {"string", "cstr"},
+        {"boolean", "cbool"},
+        {"date", "cdate"},
+        {"datetime", "cdate"},
+        {"char", "cchar"},
+        {"uinteger", "cuint"},
+        {"uint32", "cuint"},
+        {"ulong", "culng"},
+        {"uint64", "culng"},
+        {"sbyte", "csbyte"},
+        {"ushort", "cushort"},
+        {"uint16", "cushort"},
+        {"object", ""},
+        {"timespan", ""},
+        {"array", ""},
+        {"variant", ""},
+        {"stringbuilder", ""},
+        {"arraylist", ""},
+        {"list", ""},
+        {"stack", ""},
+        {"queue", ""},
+        {"hashtable", ""},
+        {"dictionary", ""},
+        {"sortedlist", ""},
+        {"sorteddictionary", ""},
+        {"dictionaryentry", ""},
+        {"keyvaluepair", ""},
+        {"cultureinfo", ""},
+        {"match", ""},
+        {"ienumerable", ""},
+        {"ilist", ""},
+        {"idictionary", ""},
+        {"exception", ""},
     };
     for (const auto& [name, function] : types) {
         if (name == type) {

@@ -25,6 +25,7 @@ struct CodeNames {
     virtual NodePtr Variable(std::string_view lower) = 0;  // null when there is none
     virtual bool HasFunction(std::string_view lower) const = 0;
     virtual NodePtr Function(std::string_view lower, std::vector<NodePtr> arguments) = 0;
+    virtual NodePtr WithObject() = 0;  // what a leading . belongs to; null outside With
 };
 
 class Parser {
@@ -35,6 +36,8 @@ class Parser {
         : m_tokens(std::move(tokens)), m_where(std::move(where)), m_context(context), m_code(codeNames) {}
 
     NodePtr Expression(int least = 0);
+    // A value with its members and indices, no operators: what can be assigned to or called.
+    NodePtr Target() { return Postfix(Primary()); }
     std::vector<NodePtr> Arguments();
 
     const Token& Peek(std::size_t ahead = 0) const;
@@ -91,6 +94,7 @@ class Parser {
     NodePtr Scope(bool level);
     NodePtr Cast();
     NodePtr TypeTest();
+    NodePtr TryParse(const std::string& type);
     NodePtr Switch(const Token& name);
     std::string ScopeName();
     std::string DataSetOf(const std::string& scope, const Token& token);

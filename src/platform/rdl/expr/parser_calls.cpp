@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/rdl/expr/characters.h"
+#include "platform/rdl/expr/code_module.h"
 #include "platform/rdl/expr/nodes.h"
 #include "platform/rdl/expr/parser.h"
 #include "platform/rdl/expr/reach.h"
@@ -96,6 +97,9 @@ NodePtr Parser::NamedCall(std::string name) {
         Take();
         name = Take().text;
         lower = Lower(name);
+    }
+    if (Peek().Is(".") && Peek(1).IsWord("tryparse")) {
+        return TryParse(lower);
     }
     if (Peek().Is(".") && Peek(1).type == Token::Type::Word) {
         const std::string qualified = lower + "." + Peek(1).lower;
@@ -236,6 +240,29 @@ NodePtr Parser::TypeTest() {
     return MakeChange(std::move(value), [type, negated](Machine&, const Value& v) {
         return Value::Boolean(IsOfType(v, type) != negated);
     });
+}
+
+// Integer.TryParse(text, variable): the last argument takes the value, or the first value of its type.
+NodePtr Parser::TryParse(const std::string& type) {
+    const FunctionInfo* parse = FindFunction(type + ".parse");
+    bool known = false;
+    const FunctionInfo* conversion = Conversion(type, known);
+    const Token& name = Peek(1);
+    if (!parse) {
+        FailAt(name, "the type \"" + type + "\" cannot be parsed");
+    }
+    Take();
+    Take();
+    Nodes arguments = Arguments();
+    if (arguments.size() < 2) {
+        FailAt(name, "\"TryParse\" takes a text and a variable");
+    }
+    auto node = std::make_unique<TryParseNode>(*parse, conversion, std::move(arguments[0]));
+    if (const auto* variable = dynamic_cast<const VariableNode*>(arguments.back().get());
+        variable && !variable->variable.constant) {
+        node->target = variable->variable;
+    }
+    return node;
 }
 
 NodePtr Parser::Scope(bool level) {
