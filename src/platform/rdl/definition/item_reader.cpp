@@ -25,8 +25,7 @@ ItemPtr ReadRectangle(Context& context, const XmlElement& element, Extent contai
     auto rectangle = std::make_unique<Rectangle>();
     ReadBasics(context, element, *rectangle, container);
     rectangle->keepTogether = context.Flag(element, "KeepTogether", PlaceOf(element));
-    rectangle->pageBreakAtStart = rectangle->pageBreak.AtStart();
-    rectangle->pageBreakAtEnd = rectangle->pageBreak.AtEnd();
+    rectangle->omitBorderOnPageBreak = context.Flag(element, "OmitBorderOnPageBreak", PlaceOf(element));
     rectangle->items = ReadItems(context, element, {rectangle->width, rectangle->height});
     return rectangle;
 }
@@ -93,6 +92,8 @@ ItemPtr ReadSubreport(Context& context, const XmlElement& element, Extent contai
     subreport->noRows =
         context.ChildExpr(element, element.Child("NoRowsMessage") ? "NoRowsMessage" : "NoRows", where);
     subreport->mergeTransactions = context.Flag(element, "MergeTransactions", where);
+    subreport->keepTogether = context.Flag(element, "KeepTogether", where);
+    subreport->omitBorderOnPageBreak = context.Flag(element, "OmitBorderOnPageBreak", where);
     return subreport;
 }
 

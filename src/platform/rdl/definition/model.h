@@ -174,8 +174,7 @@ struct Line : ReportItem {
 struct Rectangle : ReportItem {
     Rectangle() : ReportItem(ItemKind::Rectangle) {}
     std::vector<ItemPtr> items;
-    bool keepTogether = false;
-    bool pageBreakAtStart = false, pageBreakAtEnd = false;
+    bool keepTogether = false, omitBorderOnPageBreak = false;
 };
 
 struct Image : ReportItem {
@@ -191,7 +190,7 @@ struct Subreport : ReportItem {
     std::string reportName;
     std::vector<std::pair<std::string, Expr>> parameters;
     Expr noRows;
-    bool mergeTransactions = false;
+    bool mergeTransactions = false, keepTogether = false, omitBorderOnPageBreak = false;
 };
 
 struct TablixMember {

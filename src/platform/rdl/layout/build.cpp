@@ -189,10 +189,14 @@ class BuiltReport final : public ReportInstance {
           m_evaluator(m_input, m_programs),
           m_builder(m_input, m_evaluator) {
         const Definition& definition = *m_input.definition;
+        watch = m_input.watch;
         title = definition.title.empty() ? m_input.reportName : definition.title;
         author = definition.author;
         description = definition.description;
         language = m_evaluator.ReportCulture().name;
+        hasRows = m_input.tables.empty() ||
+                  std::any_of(m_input.tables.begin(), m_input.tables.end(),
+                              [](const auto& entry) { return entry.second.RowCount() > 0; });
         Planner planner(m_programs);
         std::vector<BuiltSection*> built;
         for (const Section& section : definition.sections) {

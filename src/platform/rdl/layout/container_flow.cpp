@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace rdl::layout {
 namespace {
@@ -23,6 +24,11 @@ void ContainerFlow::Adopt(const std::vector<Instance>& items) {
     m_children.resize(items.size());
     for (std::size_t i = 0; i < items.size(); ++i) {
         const Instance& item = items[i];
+        for (std::size_t j = 0; j < items.size() && !item.repeatWith.empty(); ++j) {
+            if (items[j].kind == InstanceKind::Table && items[j].name == item.repeatWith) {
+                m_children[j].companions.push_back(i);
+            }
+        }
         Child& child = m_children[i];
         child.item = &item;
         child.top = std::min(item.y, item.y + item.height);
@@ -37,7 +43,9 @@ void ContainerFlow::Adopt(const std::vector<Instance>& items) {
         }
         for (std::size_t j = 0; j < i; ++j) {
             const Child& other = m_children[j];
-            if (other.bottom <= child.top + Tolerance && other.bottom > nearest + Tolerance) {
+            // A line ends where it begins: it does not stand above itself.
+            const bool acts = other.bottom > nearest + Tolerance || other.top > nearest - Tolerance;
+            if (other.bottom <= child.top + Tolerance && acts) {
                 child.above.push_back(j);
             }
         }
@@ -83,7 +91,7 @@ double ContainerFlow::FinishedHeight(double reached, double available) const {
     if (!m_item) {
         return reached;
     }
-    const double below = std::max(0.0, m_item->height - m_definedBottom);
+    const double below = m_item->consumeSpace ? 0 : std::max(0.0, m_item->height - m_definedBottom);
     const double height = std::max(m_origin + m_item->height, m_children.empty() ? 0 : reached + below);
     return std::clamp(height, 0.0, std::max(available, reached));
 }
@@ -102,31 +110,90 @@ bool ContainerFlow::Waits(double y, double available) {
     return height > available + Tolerance && height <= m_context.pageHeight + Tolerance;
 }
 
-void ContainerFlow::PlaceChild(Child& child, double x, double y, double available, double& breakAt,
-                               double& reached) {
+ContainerFlow::Side ContainerFlow::SideOf(const Child& companion, const Child& table) const {
+    if (companion.bottom <= table.top + Tolerance) {
+        return Side::Above;
+    }
+    return companion.top >= table.bottom - Tolerance ? Side::Below : Side::Beside;
+}
+
+// The room that companions need besides the table's.
+double ContainerFlow::HeightOf(const Child& table, Side side) const {
+    double height = 0;
+    for (const std::size_t index : table.companions) {
+        const Child& companion = m_children[index];
+        if (SideOf(companion, table) == side) {
+            height = std::max(
+                height, side == Side::Above ? table.top - companion.top : companion.bottom - table.bottom);
+        }
+    }
+    return height;
+}
+
+void ContainerFlow::PlaceCompanions(const Child& table, Side side, double x, double top) {
+    for (const std::size_t index : table.companions) {
+        const Child& companion = m_children[index];
+        if (SideOf(companion, table) == side) {
+            const double distance = companion.top - (side == Side::Below ? table.bottom : table.top);
+            MakeFlow(*companion.item, m_context)
+                ->Place(x + companion.item->x, top + distance, m_context.pageHeight);
+        }
+    }
+}
+
+void ContainerFlow::BeginChild(const Instance& item) {
+    Painter& painter = m_context.painter;
+    if (!item.pageName.empty() && (!painter.HasContent() || painter.facts.name.empty())) {
+        painter.facts.name = item.pageName;
+    }
+    if (item.breakBefore && item.resetPageNumber) {
+        painter.resetPageNumber = true;
+    }
+}
+
+void ContainerFlow::PlaceChild(Child& child, double x, double y, double available, Progress& progress) {
     double top = 0;
-    if (child.state == State::Done || !TopOf(child, top) || top > breakAt - Tolerance ||
+    if (child.state == State::Done || !TopOf(child, top) || top > progress.breakAt - Tolerance ||
         top > available - Tolerance) {
         return;
     }
-    if (child.state == State::Waiting && child.item->breakBefore && m_context.painter.HasContent()) {
-        breakAt = std::min(breakAt, top);
+    const bool begins = child.state == State::Waiting;
+    if (begins && child.item->breakBefore && m_context.painter.HasContent()) {
+        progress.breakAt = std::min(progress.breakAt, top);
         return;
     }
     if (!child.flow) {
         child.flow = MakeFlow(*child.item, m_context);
     }
-    const Outcome outcome = child.flow->Place(x + child.item->x, y + top, available - top);
-    reached = std::max(reached, top + outcome.used);
+    const double above = begins ? 0 : HeightOf(child, Side::Above);
+    const double below = HeightOf(child, Side::Below);
+    // Companions that fill half of a page leave no room for what they go with.
+    const bool hasCompanions = !child.companions.empty() && above + below < m_context.pageHeight / 2;
+    if (hasCompanions && !begins) {
+        top += above;
+        PlaceCompanions(child, Side::Above, x, y + top);
+        PlaceCompanions(child, Side::Beside, x, y + top);
+    }
+    if (begins) {
+        BeginChild(*child.item);
+    }
+    const double room = available - top - (hasCompanions ? below : 0);
+    const Outcome outcome = child.flow->Place(x + child.item->x, y + top, room);
+    progress.reached = std::max(progress.reached, top + outcome.used);
     if (!outcome.done) {
         child.state = State::Going;
+        if (hasCompanions && outcome.used > 0) {
+            PlaceCompanions(child, Side::Below, x, y + top + outcome.used);
+            progress.reached += below;
+        }
         return;
     }
     child.state = State::Done;
     child.actualBottom = top + outcome.used;
     child.flow.reset();
     if (child.item->breakAfter || outcome.breakAfter) {
-        breakAt = std::min(breakAt, child.actualBottom);
+        progress.breakAt = std::min(progress.breakAt, child.actualBottom);
+        m_resetNext = outcome.resetNext || (child.item->breakAfter && child.item->resetPageNumber);
     }
 }
 
@@ -139,7 +206,7 @@ void ContainerFlow::TurnPage(double used) {
 
 Flow::Outcome ContainerFlow::Place(double x, double y, double available) {
     if (Waits(y, available)) {
-        return {0, false, false};
+        return {0, false};
     }
     Painter& painter = m_context.painter;
     const bool hasBox = m_item && m_item->box;
@@ -147,24 +214,32 @@ Flow::Outcome ContainerFlow::Place(double x, double y, double available) {
     if (m_item && !m_begun) {
         painter.Marks({x, y, m_item->width, std::min(m_item->height, available)}, *m_item);
     }
-    m_begun = true;
-    double breakAt = Nowhere;
-    double reached = 0;
-    for (Child& child : m_children) {
-        PlaceChild(child, x, y, available, breakAt, reached);
+    const bool wasBegun = std::exchange(m_begun, true);
+    if (std::exchange(m_resetNext, false)) {
+        painter.resetPageNumber = true;
     }
+    Progress progress{Nowhere, 0};
+    m_stretches.clear();
+    for (Child& child : m_children) {
+        const std::size_t before = painter.Drawn();
+        PlaceChild(child, x, y, available, progress);
+        if (painter.Drawn() > before) {
+            m_stretches.push_back({child.item->layer, before, painter.Drawn()});
+        }
+    }
+    painter.Restack(m_stretches);
     const bool done = std::all_of(m_children.begin(), m_children.end(),
                                   [](const Child& child) { return child.state == State::Done; });
     const bool goesOn = std::any_of(m_children.begin(), m_children.end(),
                                     [](const Child& child) { return child.state == State::Going; });
-    double used = done ? FinishedHeight(reached, available) : available;
-    if (!done && !goesOn && breakAt < available) {
-        used = std::max(breakAt, reached);
+    double used = done ? FinishedHeight(progress.reached, available) : available;
+    if (!done && !goesOn && progress.breakAt < available) {
+        used = std::max(progress.breakAt, progress.reached);
     }
     if (hasBox) {
         const Rect area{x, y, m_item->width, done ? used : std::min(used, available)};
         painter.FillReserved(background, area, *m_item->box);
-        painter.Borders(area, *m_item->box);
+        painter.Borders(area, *m_item->box, SidesOf(*m_item, wasBegun, !done));
         if (m_item->box->HasBackground()) {
             painter.SetContent();
         }
@@ -172,7 +247,8 @@ Flow::Outcome ContainerFlow::Place(double x, double y, double available) {
     if (!done) {
         TurnPage(used);
     }
-    return {used, done, done && breakAt < Nowhere};
+    const bool breaks = done && progress.breakAt < Nowhere;
+    return {used, done, breaks, breaks && m_resetNext};
 }
 
 }  // namespace rdl::layout

@@ -22,13 +22,24 @@ class ContainerFlow final : public Flow {
         const Instance* item = nullptr;
         double top = 0, bottom = 0;  // as defined
         State state = State::Waiting;
-        double actualBottom = 0;         // from the container's place on the current page
-        std::vector<std::size_t> above;  // children right above
+        double actualBottom = 0;              // from the container's place on the current page
+        std::vector<std::size_t> above;       // children right above
+        std::vector<std::size_t> companions;  // those that a table takes along to its further pages
         std::unique_ptr<Flow> flow;
     };
     void Adopt(const std::vector<Instance>& items);
     bool TopOf(const Child& child, double& top) const;  // false while one above goes on
-    void PlaceChild(Child& child, double x, double y, double available, double& breakAt, double& reached);
+    // Where a page stands: how far down it is full, and where it has to end.
+    struct Progress {
+        double breakAt, reached;
+    };
+    void PlaceChild(Child& child, double x, double y, double available, Progress& progress);
+    void BeginChild(const Instance& item);
+    // The companions above the table, beside it or below it, the table's part beginning at `top`.
+    enum class Side { Above, Beside, Below };
+    Side SideOf(const Child& companion, const Child& table) const;
+    double HeightOf(const Child& table, Side side) const;
+    void PlaceCompanions(const Child& table, Side side, double x, double top);
     double FinishedHeight(double reached, double available) const;
     void TurnPage(double used);
     bool Waits(double y, double available);
@@ -38,6 +49,8 @@ class ContainerFlow final : public Flow {
     double m_origin = 0;         // the container's top, from its place on the current page
     double m_definedBottom = 0;  // of the lowest child
     bool m_begun = false;
+    bool m_resetNext = false;  // the page break that is due begins to count pages anew
+    std::vector<Painter::Stretch> m_stretches;
 };
 
 }  // namespace rdl::layout

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/rdl/expr/globals.h"
+
 namespace rdl::layout {
 namespace {
 
@@ -93,32 +95,24 @@ Value Evaluator::Global(expr::GlobalName name) {
             return pageNumber(page.overallTotal, OverallTotalPagesMark);
         case GlobalName::PageName:
             return Value::Text(page.name);
-        case GlobalName::ExecutionTime:
-            return Value::DateTime(m_input.nowTicks);
-        case GlobalName::ReportName:
-            return Value::Text(m_input.reportName);
-        case GlobalName::ReportFolder:
-            return Value::Text(m_input.reportFolder);
-        case GlobalName::ReportServerUrl:
-            return Value::Text("");
-        case GlobalName::RenderFormatName:
-            return Value::Text(m_input.renderFormat);
-        case GlobalName::RenderFormatIsInteractive:
-            return Value::Boolean(false);
-        case GlobalName::UserID:
-            return Value::Text(m_input.userName);
-        case GlobalName::Language:
-            return Value::Text(m_reportCulture->name);
+        default:
+            return expr::GlobalOf({m_input.nowTicks, m_input.reportName, m_input.reportFolder,
+                                   m_input.userName, m_input.renderFormat, m_reportCulture->name},
+                                  name);
     }
-    return {};
 }
 
 Value Evaluator::ReportItem(const std::string& name) {
     if (m_page) {
+        std::size_t skipped = 0;
         for (const auto& [known, value] : m_page->reportItems) {
-            if (known == name) {
+            if (known == name && skipped++ == m_nthItem) {
+                m_nthItemFound = true;
                 return value;
             }
+        }
+        if (m_nthItem > 0) {
+            return {};
         }
     }
     const auto found = m_items.find(name);

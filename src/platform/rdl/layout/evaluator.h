@@ -45,6 +45,9 @@ class Evaluator final : public expr::Environment {
     const Programs& Compiled() const { return m_programs; }
     const Table& TableOf(const std::string& dataSet) const;  // an empty one for a data set without rows
 
+    // Whether the data set of the current row says that a and A differ.
+    bool ComparesByCase() const { return m_place.table && m_place.table->caseSensitive; }
+
     void SetPage(const SectionInstance::PageFacts* facts) { m_page = facts; }
     void SetCulture(const Culture& culture) { m_culture = &culture; }
     const Culture& ReportCulture() const { return *m_reportCulture; }
@@ -70,6 +73,11 @@ class Evaluator final : public expr::Environment {
     std::int64_t DataSetRowCount(const std::string& dataSet) override;
     const Culture& CurrentCulture() override { return *m_culture; }
     std::int64_t NowTicks() override { return m_input.nowTicks; }
+    void Look() override {
+        if (m_input.watch) {
+            m_input.watch->Look();
+        }
+    }
 
  private:
     // The scope that an aggregate is over: a place in a region, or a whole data set.
@@ -100,6 +108,7 @@ class Evaluator final : public expr::Environment {
     void AddRows(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
     bool AddInstances(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
     void AddTable(const expr::AggregateCall& call, const Table& table, expr::Accumulator& sum);
+    Value OverReportItems(const expr::AggregateCall& call);
     Value RunningOver(const expr::AggregateCall& call);
     Value PreviousOf(const expr::AggregateCall& call);
     Value GroupVariable(const std::string& name, bool& found);
@@ -108,6 +117,8 @@ class Evaluator final : public expr::Environment {
     const Programs& m_programs;
     Place m_place;
     const SectionInstance::PageFacts* m_page = nullptr;
+    std::size_t m_nthItem = 0;  // of the page's items of one name: which one is meant
+    bool m_nthItemFound = false;
     const Culture* m_culture;
     const Culture* m_reportCulture;
     std::unordered_map<std::string, const ItemPlan*> m_items;

@@ -170,6 +170,25 @@ Value Evaluator::OverTarget(const expr::AggregateCall& call, const Target& targe
     return sum.Result();
 }
 
+// In a page's header or footer: over the text boxes of that name on the page.
+Value Evaluator::OverReportItems(const expr::AggregateCall& call) {
+    expr::Accumulator sum(call.kind, *m_culture);
+    for (m_nthItem = 0;; ++m_nthItem) {
+        m_nthItemFound = false;
+        const Value value = call.argument->Evaluate(*this);
+        if (!m_nthItemFound && m_nthItem > 0) {
+            break;
+        }
+        if (NeedsValue(call.kind)) {
+            sum.Add(value);
+        } else {
+            sum.AddRow();
+        }
+    }
+    m_nthItem = 0;
+    return sum.Result();
+}
+
 Value Evaluator::Aggregate(const expr::AggregateCall& call) {
     if (call.kind == expr::AggregateKind::Previous) {
         return PreviousOf(call);
@@ -178,7 +197,7 @@ Value Evaluator::Aggregate(const expr::AggregateCall& call) {
         return RunningOver(call);
     }
     if (m_page && call.argument && call.argument->UsesReportItems()) {
-        return call.argument->Evaluate(*this);
+        return OverReportItems(call);
     }
     Target target;
     if (call.scope.empty()) {

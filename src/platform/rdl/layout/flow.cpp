@@ -43,6 +43,17 @@ double LineWidth(const Instance& item, double width, double height) {
     return IsTurned(item) ? inside.height : inside.width;
 }
 
+unsigned SidesOf(const Instance& item, bool beganBefore, bool goesOn) {
+    unsigned sides = Painter::All;
+    if (item.omitBorder && beganBefore) {
+        sides &= ~static_cast<unsigned>(Painter::Top);
+    }
+    if (item.omitBorder && goesOn) {
+        sides &= ~static_cast<unsigned>(Painter::Bottom);
+    }
+    return sides;
+}
+
 double ClearOfPageEdges(const FlowContext& context, double x, double width) {
     if (!std::isfinite(context.pageWidth) || width > context.pageWidth) {
         return x;
@@ -86,7 +97,7 @@ Flow::Outcome TextFlow::Place(double x, double y, double available) {
     bool done = true;
     if (height > available + Tolerance && !IsTurned(m_item)) {
         if (m_next == 0 && MayWait(y)) {
-            return {0, false, false};
+            return {0, false};
         }
         if (m_item.canGrow || m_next > 0) {
             const double room = top + available - VerticalPadding(m_item) + Tolerance;
@@ -109,7 +120,7 @@ Flow::Outcome TextFlow::Place(double x, double y, double available) {
         painter.SetContent();
     }
     m_next = last;
-    return {area.height, done, false};
+    return {area.height, done};
 }
 
 BlockFlow::BlockFlow(const Instance& item, FlowContext& context) : Flow(context), m_item(item) {}
@@ -125,15 +136,32 @@ double BlockFlow::Measure(double) {
 
 Flow::Outcome BlockFlow::Place(double x, double y, double available) {
     const double height = Measure(0);
-    if (height > available + Tolerance && MayWait(y)) {
-        return {0, false, false};
+    if (m_drawn == 0 && height > available + Tolerance && MayWait(y)) {
+        return {0, false};
     }
+    const double left = height - m_drawn;
+    // Whatever is but a little too high is better drawn past the edge than on a page of its own.
+    const bool isSliced = m_drawn > 0 || height > m_context.pageHeight + Tolerance;
+    const double part = isSliced ? std::min(left, std::max(available, 1.0)) : left;
+    if (isSliced) {
+        constexpr double Everywhere = 1e5;
+        m_context.painter.BeginClip({x - Everywhere, y, 2 * Everywhere, part});
+    }
+    Draw(x, y - m_drawn, height);
+    if (isSliced) {
+        m_context.painter.EndClip();
+    }
+    m_drawn += part;
+    return {part, m_drawn >= height - Tolerance};
+}
+
+void BlockFlow::Draw(double x, double y, double height) {
     Painter& painter = m_context.painter;
     if (m_item.kind == InstanceKind::Line) {
+        painter.SetContent();
         const double from = m_item.height < 0 ? y - m_item.height : y;
         painter.Line(x, from, x + m_item.width, from + m_item.height, BoxOf(m_item).top);
-        painter.SetContent();
-        return {height, true, false};
+        return;
     }
     Rect area{x, y, m_item.width, height};
     if (m_item.sizing == Instance::Sizing::AutoSize && m_item.imageBytes) {
@@ -148,8 +176,9 @@ Flow::Outcome BlockFlow::Place(double x, double y, double available) {
     }
     painter.Image(area, m_item);
     painter.Borders(area, BoxOf(m_item));
-    painter.Marks(area, m_item);
-    return {height, true, false};
+    if (m_drawn == 0) {
+        painter.Marks(area, m_item);
+    }
 }
 
 }  // namespace rdl::layout

@@ -21,7 +21,8 @@ class Flow {
     struct Outcome {
         double used = 0;  // height on this page
         bool done = true;
-        bool breakAfter = false;  // what is below belongs on a new page
+        bool breakAfter = false;  // what is below belongs on a new page ...
+        bool resetNext = false;   // ... whose number is 1
     };
     explicit Flow(FlowContext& context) : m_context(context) {}
     virtual ~Flow() = default;
@@ -46,6 +47,8 @@ std::unique_ptr<Flow> MakeFlow(const Instance& item, FlowContext& context);
 double GrownHeight(const Instance& item, const LaidText& laid);
 // The width that the text of a box of this size has for its lines.
 double LineWidth(const Instance& item, double width, double height);
+// The sides of an item's box that are drawn on a page, when its beginning or its end stands on another one.
+unsigned SidesOf(const Instance& item, bool beganBefore, bool goesOn);
 // The left edge that an item of this width gets, so that no page's right edge cuts it.
 double ClearOfPageEdges(const FlowContext& context, double x, double width);
 
@@ -61,7 +64,7 @@ class TextFlow final : public Flow {
     std::size_t m_next = 0;  // line
 };
 
-// Images and lines: whole or not at all.
+// Images, drawings and lines: whole, or in slices when they are higher than a page.
 class BlockFlow final : public Flow {
  public:
     BlockFlow(const Instance& item, FlowContext& context);
@@ -69,7 +72,10 @@ class BlockFlow final : public Flow {
     double Measure(double limit) override;
 
  private:
+    void Draw(double x, double y, double height);
+
     const Instance& m_item;
+    double m_drawn = 0;  // on the pages before
 };
 
 }  // namespace rdl::layout

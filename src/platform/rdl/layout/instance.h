@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/rdl/layout/style.h"
+#include "platform/rdl/run/run_watch.h"
 #include "platform/rdl/value.h"
 
 namespace rdl::layout {
@@ -68,6 +69,12 @@ struct Instance {
     std::vector<Instance> children;
     bool keepTogether = false;
     bool breakBefore = false, breakAfter = false;
+    bool resetPageNumber = false;  // at those breaks
+    std::string pageName;          // of the page that it begins on
+    std::string repeatWith;        // the table beside it that takes it along to its further pages
+    bool omitBorder = false;       // where a page ends within it
+    bool consumeSpace = false;     // room below its last child is not kept when children grow
+    int layer = 0;                 // among its siblings: higher ones lie above lower ones
 
     // Table
     std::shared_ptr<TableInstance> table;
@@ -103,12 +110,16 @@ struct TableInstance {
     int headerColumns = 0;             // columns of the row headers; repeated when columns break over pages
     bool rightToLeft = false;
     bool repeatColumnHeaders = false;
+    bool repeatRowHeaders = false;  // on the pages to the right
     bool keepTogether = false;
-    bool omitBorderOnPageBreak = false;
-    std::string noRowsMessage;  // set when there are no rows to show and a message instead
+    bool hidesDuplicates = false;  // RowOnTop may say more than Row
+    std::string noRowsMessage;     // set when there are no rows to show and a message instead
+    CharStylePtr noRowsStyle;
     virtual std::size_t RowCount() const = 0;
     // Row from 0, made anew into `row`. Rows may be asked for in any order; forward is fastest.
     virtual void Row(std::size_t index, TableRow& row) = 0;
+    // The same at the top of a page, where a value stands even if the row before it says the same.
+    virtual void RowOnTop(std::size_t index, TableRow& row) { Row(index, row); }
     // Rows to draw again at the top of a page that begins with row `index` (headers of the table and of the
     // groups that go on), outermost first.
     virtual std::vector<std::size_t> RepeatedRows(std::size_t index) = 0;
@@ -136,7 +147,7 @@ struct SectionInstance {
     struct PageFacts {
         int number = 0, total = 0, overallNumber = 0, overallTotal = 0;
         std::string name;
-        // Text boxes seen on the page, by name, for ReportItems in header and footer: first instance.
+        // Text boxes seen on the page, by name, for ReportItems in header and footer, in their order.
         std::vector<std::pair<std::string, Value>> reportItems;
     };
     virtual std::vector<Instance> Header(const PageFacts& page) = 0;
@@ -152,6 +163,8 @@ struct SectionInstance {
 struct ReportInstance {
     virtual ~ReportInstance() = default;
     std::string title, author, description, language;
+    std::shared_ptr<RunWatch> watch;  // of the run that goes on while rows and pages are made; may be null
+    bool hasRows = true;  // of data, in any of its data sets; true as well when it has no data sets
     std::vector<std::unique_ptr<SectionInstance>> sections;
 };
 

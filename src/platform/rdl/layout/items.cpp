@@ -30,7 +30,10 @@ void Clear(Instance& out) {
     out.imageBytes.reset();
     out.mimeType.clear();
     out.children.clear();
-    out.keepTogether = out.breakBefore = out.breakAfter = false;
+    out.keepTogether = out.breakBefore = out.breakAfter = out.resetPageNumber = false;
+    out.omitBorder = out.consumeSpace = false;
+    out.pageName.clear();
+    out.repeatWith.clear();
     out.table.reset();
     out.drawing.reset();
 }
@@ -98,8 +101,8 @@ bool ItemBuilder::Fill(ItemPlan& plan, Instance& out) {
             const auto& rectangle = static_cast<const Rectangle&>(*plan.definition);
             out.kind = InstanceKind::Container;
             out.keepTogether = rectangle.keepTogether;
-            out.breakBefore = out.breakBefore || rectangle.pageBreakAtStart;
-            out.breakAfter = out.breakAfter || rectangle.pageBreakAtEnd;
+            out.omitBorder = rectangle.omitBorderOnPageBreak;
+            out.consumeSpace = m_input.definition->consumeContainerWhitespace;
             out.children = FillAll(plan.children);
             break;
         }
@@ -109,6 +112,7 @@ bool ItemBuilder::Fill(ItemPlan& plan, Instance& out) {
             break;
         case ItemKind::Tablix:
             out.kind = InstanceKind::Table;
+            out.omitBorder = static_cast<const Tablix&>(*plan.definition).omitBorderOnPageBreak;
             out.table = MakeTable(*plan.tablix, m_evaluator.Current(), *this, out);
             break;
         case ItemKind::Subreport:
@@ -149,7 +153,13 @@ void ItemBuilder::Common(ItemPlan& plan, Instance& out) {
     if (plan.pageBreak.location != PageBreak::Location::None && !IsTrue(plan.pageBreak.disabled)) {
         out.breakBefore = plan.pageBreak.AtStart();
         out.breakAfter = plan.pageBreak.AtEnd();
+        out.resetPageNumber = IsTrue(plan.pageBreak.resetPageNumber);
     }
+    if (plan.pageBreak.pageName.isSet) {
+        out.pageName = Text(plan.pageBreak.pageName);
+    }
+    out.repeatWith = item.repeatWith;
+    out.layer = plan.layer;
 }
 
 std::vector<Instance> ItemBuilder::FillAll(std::vector<std::unique_ptr<ItemPlan>>& plans) {
@@ -166,7 +176,7 @@ std::vector<Instance> ItemBuilder::FillAll(std::vector<std::unique_ptr<ItemPlan>
 
 bool ItemBuilder::IsDuplicate(ItemPlan& plan, const Value& value) {
     Scope before;
-    if (!m_evaluator.PlaceBefore(plan.hideDuplicates, before)) {
+    if (m_showsDuplicates || !m_evaluator.PlaceBefore(plan.hideDuplicates, before)) {
         return false;
     }
     const Evaluator::Stay stay(m_evaluator);
@@ -334,6 +344,19 @@ void ItemBuilder::SubreportOf(ItemPlan& plan, Instance& out) {
     const auto report = m_input.openSubreport ? m_input.openSubreport(subreport, parameters) : nullptr;
     if (!report) {
         throw Error("Subreport \"" + subreport.name + "\" cannot be opened");
+    }
+    out.keepTogether = subreport.keepTogether;
+    out.omitBorder = subreport.omitBorderOnPageBreak;
+    out.consumeSpace = m_input.definition->consumeContainerWhitespace;
+    const std::string message = report->hasRows ? std::string() : Text(plan.noRows);
+    if (!message.empty()) {
+        Instance& text = out.children.emplace_back();
+        text.width = out.width;
+        text.height = out.height;
+        text.canGrow = true;
+        text.paragraphs.resize(1);
+        text.paragraphs.front().runs.push_back({message, plan.messageStyle.Get(m_evaluator), {}});
+        return;
     }
     double below = 0;
     for (const auto& section : report->sections) {

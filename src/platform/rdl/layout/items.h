@@ -22,6 +22,8 @@ class ItemBuilder {
     std::vector<Instance> FillAll(std::vector<std::unique_ptr<ItemPlan>>& plans);
     // A style with the picture that belongs to it; `background` may be null.
     BoxStylePtr BoxOf(BoxStylePlan& plan, BackgroundPlan* background, const std::string& item);
+    // Values that the row before says as well are not left out, at the top of a page.
+    void ShowDuplicates(bool shows) { m_showsDuplicates = shows; }
     bool IsTrue(const Property& property);
     std::string Text(const Property& property);  // "" for Null and errors
     Evaluator& Place() { return m_evaluator; }
@@ -48,6 +50,7 @@ class ItemBuilder {
     Evaluator& m_evaluator;
     ItemImages m_images;
     Pictures m_pictures;
+    bool m_showsDuplicates = false;
     int m_depth = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace rdl::layout {
 namespace {
@@ -14,18 +15,13 @@ class Cutter {
         : m_wide(wide), m_width(width), m_from(left + index * width), m_index(index), m_out(out) {}
 
     void operator()(const TextOp& op) {
-        if (!BeginsHere(op.x)) {
-            return;
+        double right = op.x;
+        if (op.rotation == 0) {
+            for (std::uint32_t i = op.firstGlyph; i < op.firstGlyph + op.glyphCount; ++i) {
+                right += static_cast<double>(m_wide.glyphs[i].advance);
+            }
         }
-        TextOp moved = op;
-        moved.x -= Shift();
-        moved.firstGlyph = static_cast<std::uint32_t>(m_out.glyphs.size());
-        const auto first = m_wide.glyphs.begin() + op.firstGlyph;
-        m_out.glyphs.insert(m_out.glyphs.end(), first, first + op.glyphCount);
-        moved.textBegin = static_cast<std::uint32_t>(m_out.text.size());
-        m_out.text.append(m_wide.text, op.textBegin, op.textEnd - op.textBegin);
-        moved.textEnd = static_cast<std::uint32_t>(m_out.text.size());
-        m_out.ops.emplace_back(moved);
+        Cut(op.x, right, [&] { Text(op); });
     }
     void operator()(const LineOp& op) {
         LineOp moved = op;
@@ -56,26 +52,71 @@ class Cutter {
         m_out.ops.emplace_back(moved);
     }
     void operator()(const UnclipOp& op) { m_out.ops.emplace_back(op); }
-    void operator()(const ImageOp& op) { Whole(op); }
+    void operator()(const ImageOp& op) {
+        Cut(op.x, op.x + op.width, [&] {
+            ImageOp moved = op;
+            moved.x -= Shift();
+            m_out.ops.emplace_back(std::move(moved));
+        });
+    }
     void operator()(const LinkOp& op) { Whole(op); }
     void operator()(const AnchorOp& op) { Whole(op); }
     void operator()(const PathOp& op) {
-        if (op.segments.empty() || !BeginsHere(op.segments.front().x[0])) {
-            return;
-        }
-        PathOp moved = op;
-        for (PathOp::Segment& segment : moved.segments) {
-            for (double& x : segment.x) {
-                x -= Shift();
+        double left = std::numeric_limits<double>::infinity();
+        double right = -left;
+        for (const PathOp::Segment& segment : op.segments) {
+            if (segment.kind != PathOp::Segment::Close) {
+                const int points = segment.kind == PathOp::Segment::CurveTo ? 3 : 1;
+                left = std::min(left, *std::min_element(segment.x, segment.x + points));
+                right = std::max(right, *std::max_element(segment.x, segment.x + points));
             }
         }
-        m_out.ops.emplace_back(std::move(moved));
+        Cut(left, right, [&] {
+            PathOp moved = op;
+            for (PathOp::Segment& segment : moved.segments) {
+                for (double& x : segment.x) {
+                    x -= Shift();
+                }
+            }
+            m_out.ops.emplace_back(std::move(moved));
+        });
     }
 
  private:
     double Shift() const { return m_index * m_width; }
     bool BeginsHere(double x) const {
         return (m_index == 0 || x >= m_from - Tolerance) && x < m_from + m_width - Tolerance;
+    }
+    // What crosses an edge of the page by more than a letter's overhang stands on both sides of it in part.
+    template <typename Put>
+    void Cut(double left, double right, const Put& put) {
+        constexpr double Overhang = 1;
+        const double to = m_from + m_width;
+        const bool goesOn = right > to + Overhang && left < to - Tolerance;
+        const bool cameOver = m_index > 0 && left < m_from - Tolerance && right > m_from + Overhang;
+        if (!goesOn && !cameOver) {
+            if (BeginsHere(left)) {
+                put();
+            }
+            return;
+        }
+        if (right <= m_from || left >= to) {
+            return;
+        }
+        m_out.ops.emplace_back(ClipOp{m_from - Shift(), 0, m_width, m_wide.height});
+        put();
+        m_out.ops.emplace_back(UnclipOp{});
+    }
+    void Text(const TextOp& op) {
+        TextOp moved = op;
+        moved.x -= Shift();
+        moved.firstGlyph = static_cast<std::uint32_t>(m_out.glyphs.size());
+        const auto first = m_wide.glyphs.begin() + op.firstGlyph;
+        m_out.glyphs.insert(m_out.glyphs.end(), first, first + op.glyphCount);
+        moved.textBegin = static_cast<std::uint32_t>(m_out.text.size());
+        m_out.text.append(m_wide.text, op.textBegin, op.textEnd - op.textBegin);
+        moved.textEnd = static_cast<std::uint32_t>(m_out.text.size());
+        m_out.ops.emplace_back(moved);
     }
     template <typename Op>
     void Whole(const Op& op) {

@@ -7,8 +7,8 @@
 
 namespace rdl::layout {
 
-// Cuts `wide` at multiples of `width` to the right of `left` and adds the pages to `pages`. Texts and images
-// go where they begin; areas and lines are cut.
+// Cuts `wide` at multiples of `width` to the right of `left` and adds the pages to `pages`. What crosses an
+// edge is cut; links and anchors go where they begin.
 void CutPages(const Page& wide, double left, double width, int count, std::deque<Page>& pages);
 
 }  // namespace rdl::layout

@@ -12,6 +12,8 @@ namespace {
 
 using PageFacts = SectionInstance::PageFacts;
 
+constexpr int MostAcross = 1000;  // pages side by side
+
 // What a page needs to be known for its header and footer.
 struct PageRecord {
     std::size_t section = 0;
@@ -26,6 +28,9 @@ class Pages final : public PageStream {
         : m_report(report), m_limits(limits), m_knownTotal(knownTotal), m_context{m_painter} {}
 
     bool NextBody(Page& content) override {
+        if (m_report.watch) {
+            m_report.watch->Look();
+        }
         if (m_waiting.empty() && !FillPage()) {
             return false;
         }
@@ -156,7 +161,10 @@ class Pages final : public PageStream {
         m_current.facts.name = m_painter.facts.name;
         m_current.facts.reportItems = m_painter.TakeSeen();
         const double extent = m_painter.Extent() - area.x;
-        const int across = static_cast<int>(std::clamp(std::ceil((extent - 0.5) / area.width), 1.0, 1000.0));
+        const int across = static_cast<int>(std::max(std::ceil((extent - 0.5) / area.width), 1.0));
+        if (across > MostAcross) {
+            throw Error("The report is wider than " + std::to_string(MostAcross) + " pages");
+        }
         if (across > 1 && std::isfinite(m_context.pageWidth)) {
             CutPages(page, area.x, area.width, across, m_waiting);
         } else {
@@ -169,6 +177,13 @@ class Pages final : public PageStream {
         return true;
     }
 
+    // Those that a page has room for: what would stand beside it is lost to a reader.
+    static int ColumnsOf(const SectionInstance& section, const Rect& area) {
+        const double spacing = section.page.columnSpacing;
+        const double fitting = (area.width + spacing + 0.5) / std::max(section.bodyWidth + spacing, 1.0);
+        return std::clamp(static_cast<int>(std::min(fitting, 1000.0)), 1, section.page.columns);
+    }
+
     bool FillColumns(SectionInstance& section, const Rect& area, Page& page) {
         bool done = false;
         const PageSetup& setup = section.page;
@@ -177,8 +192,11 @@ class Pages final : public PageStream {
             m_painter.Fill({0, 0, setup.width, setup.height}, *setup.style);
             m_painter.ClearExtent();
         }
-        for (int column = 0; column < setup.columns && !done; ++column) {
-            const double x = area.x + column * (section.bodyWidth + setup.columnSpacing);
+        const int columns = ColumnsOf(section, area);
+        const double shared = (area.width - setup.columnSpacing * (columns - 1)) / columns;
+        const double step = std::max(shared, section.bodyWidth) + setup.columnSpacing;
+        for (int column = 0; column < columns && !done; ++column) {
+            const double x = area.x + column * step;
             m_painter.Begin(page, area.y);
             const std::size_t background = m_painter.ReserveFill();
             const Flow::Outcome outcome = m_flow->Place(x, area.y, area.height);

@@ -14,6 +14,16 @@ bool IsVisible(const Border& border) {
     return border.style != LineStyle::None && border.width > 0 && border.color >> 24;
 }
 
+// One of the two colours of a relief.
+Color Shaded(Color color, bool isDark) {
+    Color shaded = color & 0xFF000000;
+    for (int shift = 0; shift < 24; shift += 8) {
+        const Color part = color >> shift & 0xFF;
+        shaded |= (isDark ? part / 2 : part + (0xFF - part) / 2) << shift;
+    }
+    return shaded;
+}
+
 bool HasBackdrop(const BoxStyle& box) {
     return box.gradient != Gradient::None || box.picture;
 }
@@ -90,27 +100,70 @@ void Painter::Line(double x1, double y1, double x2, double y2, const Border& bor
     if (!IsVisible(border)) {
         return;
     }
-    LineStyle style = border.style;
-    if (style > LineStyle::DashDotDot) {
-        style = LineStyle::Solid;  // reliefs are drawn flat
-    }
-    m_page->ops.emplace_back(LineOp{x1, y1, x2, y2, border.width, border.color, style});
+    m_page->ops.emplace_back(LineOp{x1, y1, x2, y2, border.width, border.color, border.style});
     Reach(std::max(x1, x2));
+}
+
+void Painter::Edge(Sides side, double x1, double y1, double x2, double y2, const Border& border) {
+    if (border.style <= LineStyle::DashDotDot) {
+        Line(x1, y1, x2, y2, border);
+        return;
+    }
+    const bool isLit = side == Top || side == Left;
+    const bool isSunk = border.style != LineStyle::Outset && border.style != LineStyle::Ridge;
+    const Color colors[] = {Shaded(border.color, isLit == isSunk), Shaded(border.color, isLit != isSunk)};
+    const bool isDouble = border.style == LineStyle::Groove || border.style == LineStyle::Ridge;
+    const double step = isDouble ? static_cast<double>(border.width) / 4 : 0;
+    const double inwards = isLit ? step : -step;
+    for (int half = 0; half < (isDouble ? 2 : 1); ++half) {
+        const double shift = half == 0 ? -inwards : inwards;
+        const bool isLevel = y1 == y2;
+        Line(x1 + (isLevel ? 0 : shift), y1 + (isLevel ? shift : 0), x2 + (isLevel ? 0 : shift),
+             y2 + (isLevel ? shift : 0),
+             {LineStyle::Solid, colors[half], isDouble ? border.width / 2 : border.width});
+    }
 }
 
 void Painter::Borders(const Rect& area, const BoxStyle& box, unsigned sides) {
     if (sides & Top) {
-        Line(area.x, area.y, area.Right(), area.y, box.top);
+        Edge(Top, area.x, area.y, area.Right(), area.y, box.top);
     }
     if (sides & Bottom) {
-        Line(area.x, area.Bottom(), area.Right(), area.Bottom(), box.bottom);
+        Edge(Bottom, area.x, area.Bottom(), area.Right(), area.Bottom(), box.bottom);
     }
     if (sides & Left) {
-        Line(area.x, area.y, area.x, area.Bottom(), box.left);
+        Edge(Left, area.x, area.y, area.x, area.Bottom(), box.left);
     }
     if (sides & Right) {
-        Line(area.Right(), area.y, area.Right(), area.Bottom(), box.right);
+        Edge(Right, area.Right(), area.y, area.Right(), area.Bottom(), box.right);
     }
+}
+
+void Painter::BeginClip(const Rect& area) {
+    m_page->ops.emplace_back(ClipOp{area.x, area.y, area.width, area.height});
+}
+
+void Painter::EndClip() {
+    m_page->ops.emplace_back(UnclipOp{});
+}
+
+void Painter::Restack(std::vector<Stretch>& stretches) {
+    const auto below = [](const Stretch& left, const Stretch& right) { return left.layer < right.layer; };
+    if (std::is_sorted(stretches.begin(), stretches.end(), below)) {
+        return;
+    }
+    const auto at = [this](std::size_t place) {
+        return m_page->ops.begin() + static_cast<std::ptrdiff_t>(place);
+    };
+    const std::size_t begin = stretches.front().begin;
+    std::vector<Op> ordered;
+    ordered.reserve(stretches.back().end - begin);
+    std::stable_sort(stretches.begin(), stretches.end(), below);
+    for (const Stretch& stretch : stretches) {
+        ordered.insert(ordered.end(), std::make_move_iterator(at(stretch.begin)),
+                       std::make_move_iterator(at(stretch.end)));
+    }
+    std::move(ordered.begin(), ordered.end(), at(begin));
 }
 
 double Painter::Turn::X(double along, double across) const {
@@ -287,11 +340,6 @@ void Painter::See(const Instance& item) {
     if (!m_wanted || m_wanted->empty() ||
         std::find(m_wanted->begin(), m_wanted->end(), item.name) == m_wanted->end()) {
         return;
-    }
-    for (const auto& [name, value] : m_seen) {
-        if (name == item.name) {
-            return;
-        }
     }
     m_seen.emplace_back(item.name, item.value.IsNull() ? Value::Text(item.PlainText()) : item.value);
 }

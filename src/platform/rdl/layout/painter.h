@@ -31,6 +31,17 @@ class Painter {
     void FillReserved(std::size_t place, const Rect& area, const BoxStyle& box);
     enum Sides : unsigned { Left = 1, Top = 2, Right = 4, Bottom = 8, All = 15 };
     void Borders(const Rect& area, const BoxStyle& box, unsigned sides = All);
+    // One side of a box; reliefs are lit from the top left.
+    void Edge(Sides side, double x1, double y1, double x2, double y2, const Border& border);
+    void BeginClip(const Rect& area);
+    void EndClip();
+    // What was put onto the page from `begin` on, one stretch after the other, drawn in the order of layers.
+    struct Stretch {
+        int layer;
+        std::size_t begin, end;  // as Drawn() told
+    };
+    std::size_t Drawn() const { return m_page->ops.size(); }
+    void Restack(std::vector<Stretch>& stretches);
     void Line(double x1, double y1, double x2, double y2, const Border& border);
     // Lines [first, last) of a text, the first of them at the top of the area's inside as vAlign says.
     void Text(const Rect& area, const Instance& item, const LaidText& laid, std::size_t first,

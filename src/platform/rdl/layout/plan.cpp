@@ -6,20 +6,8 @@
 #include "platform/rdl/layout/gauge_plan.h"
 
 namespace rdl::layout {
-namespace {
-
-expr::FilterOperator ParseOperator(const std::string& name) {
-    const auto op = expr::FindFilterOperator(name);
-    if (!op) {
-        throw Error("A filter has the unknown operator \"" + name + "\"");
-    }
-    return *op;
-}
-
-}  // namespace
-
 std::unique_ptr<BackgroundPlan> BackgroundPlan::Of(const Style& style, const Programs& programs,
-                                                   bool isChart) {
+                                                   bool forChart) {
     if (!style.Find(StyleProperty::BackgroundImageValue)) {
         return nullptr;
     }
@@ -33,7 +21,7 @@ std::unique_ptr<BackgroundPlan> BackgroundPlan::Of(const Style& style, const Pro
     plan->type = part(StyleProperty::BackgroundImageType);
     plan->repeat = part(StyleProperty::BackgroundRepeat);
     plan->position = part(StyleProperty::BackgroundPosition);
-    plan->isChart = isChart;
+    plan->isChart = forChart;
     return plan;
 }
 
@@ -47,13 +35,10 @@ PageBreakPlan Planner::Break(const PageBreak& source) const {
 std::vector<FilterPlan> Planner::Filters(const std::vector<Filter>& filters) const {
     std::vector<FilterPlan> plans;
     for (const Filter& filter : filters) {
-        FilterPlan plan{Of(filter.expression), ParseOperator(filter.op), {}};
+        FilterPlan plan{
+            Of(filter.expression), expr::CheckedFilterOperator(filter.op, filter.values.size()), {}};
         for (const Expr& value : filter.values) {
             plan.values.push_back(Of(value));
-        }
-        const std::size_t needed = plan.op == expr::FilterOperator::Between ? 2 : 1;
-        if (plan.values.size() < needed) {
-            throw Error("A filter with the operator \"" + filter.op + "\" has too few values");
         }
         plans.push_back(std::move(plan));
     }
@@ -135,6 +120,7 @@ void Planner::Kinds(const ReportItem& item, ItemPlan& plan) {
                                                                [](const TextRun& run) { return run.html; });
             }
             plan.hideDuplicates = box.hideDuplicates;
+            m_hidesDuplicates = m_hidesDuplicates || !box.hideDuplicates.empty();
             break;
         }
         case ItemKind::Rectangle:
@@ -148,6 +134,8 @@ void Planner::Kinds(const ReportItem& item, ItemPlan& plan) {
             for (const auto& [name, value] : static_cast<const Subreport&>(item).parameters) {
                 plan.parameters.emplace_back(name, Of(value));
             }
+            plan.noRows = Of(static_cast<const Subreport&>(item).noRows);
+            plan.messageStyle.Compile({&item.style}, m_programs);
             break;
         case ItemKind::Tablix:
             plan.tablix = Region(static_cast<const Tablix&>(item));
@@ -166,18 +154,29 @@ void Planner::Kinds(const ReportItem& item, ItemPlan& plan) {
 }
 
 std::vector<std::unique_ptr<ItemPlan>> Planner::Items(const std::vector<ItemPtr>& items) {
-    std::vector<const ReportItem*> sorted;
-    sorted.reserve(items.size());
+    std::vector<const ReportItem*> layers;
+    layers.reserve(items.size());
     for (const ItemPtr& item : items) {
-        sorted.push_back(item.get());
+        layers.push_back(item.get());
     }
-    std::stable_sort(sorted.begin(), sorted.end(), [](const ReportItem* left, const ReportItem* right) {
-        return left->top != right->top ? left->top < right->top : left->left < right->left;
+    // Of two with the same index the later one lies above.
+    std::stable_sort(layers.begin(), layers.end(), [](const ReportItem* left, const ReportItem* right) {
+        return left->zIndex < right->zIndex;
+    });
+    std::vector<std::pair<const ReportItem*, int>> sorted;
+    sorted.reserve(items.size());
+    for (const ReportItem* item : layers) {
+        sorted.emplace_back(item, static_cast<int>(sorted.size()));
+    }
+    std::stable_sort(sorted.begin(), sorted.end(), [](const auto& left, const auto& right) {
+        return left.first->top != right.first->top ? left.first->top < right.first->top
+                                                   : left.first->left < right.first->left;
     });
     std::vector<std::unique_ptr<ItemPlan>> plans;
     plans.reserve(sorted.size());
-    for (const ReportItem* item : sorted) {
+    for (const auto& [item, layer] : sorted) {
         plans.push_back(Item(*item));
+        plans.back()->layer = layer;
     }
     return plans;
 }

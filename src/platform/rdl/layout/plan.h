@@ -65,7 +65,7 @@ struct BackgroundPlan {
     BoxStylePtr madeOf, made;
     std::string madePlace;
     // Null when the style has none.
-    static std::unique_ptr<BackgroundPlan> Of(const Style& style, const Programs& programs, bool isChart);
+    static std::unique_ptr<BackgroundPlan> Of(const Style& style, const Programs& programs, bool forChart);
 };
 
 struct ItemPlan {
@@ -74,6 +74,7 @@ struct ItemPlan {
     std::unique_ptr<BackgroundPlan> background;
     Property hidden, hyperlink, bookmarkLink, toolTip, bookmark, documentMapLabel;
     PageBreakPlan pageBreak;
+    int layer = 0;       // among its siblings
     bool plain = false;  // no link, bookmark, label or tool tip: nothing of it to work out
 
     std::vector<ParagraphPlan> paragraphs;            // Textbox
@@ -83,7 +84,9 @@ struct ItemPlan {
     std::unique_ptr<ChartPlan> chart;
     std::unique_ptr<GaugePlan> gauge;
     Property value, mimeType;                                  // Image
-    std::vector<std::pair<std::string, Property>> parameters;  // Subreport
+    std::vector<std::pair<std::string, Property>> parameters;  // Subreport ...
+    Property noRows;
+    CharStylePlan messageStyle;  // ... and its message
 
     // Where the item stands: the region and the groups that its scope is.
     const TablixPlan* region = nullptr;
@@ -143,7 +146,8 @@ struct TablixPlan {
     std::vector<FilterPlan> filters;
     std::vector<SortPlan> sorts;
     Property noRowsMessage;
-    BoxStylePlan box;
+    CharStylePlan messageStyle;
+    bool hidesDuplicates = false;  // one of its text boxes does
 };
 
 // A chart's properties are compiled when it is drawn: each serves once for an instance.
@@ -178,6 +182,7 @@ class Planner {
     const Programs& m_programs;
     const TablixPlan* m_region = nullptr;
     int m_rowGroup = -1, m_columnGroup = -1;
+    bool m_hidesDuplicates = false;  // seen in the region that is being planned
 };
 
 }  // namespace rdl::layout

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/rdl/error.h"
 #include "platform/rdl/layout/plan.h"
@@ -158,11 +159,12 @@ std::unique_ptr<TablixPlan> Planner::Region(const Tablix& tablix) {
     plan->filters = Filters(tablix.filters);
     plan->sorts = Sorts(tablix.sorts);
     plan->noRowsMessage = Of(tablix.noRowsMessage);
-    plan->box.Compile({&tablix.style}, m_programs);
+    plan->messageStyle.Compile({&tablix.style}, m_programs);
 
     const TablixPlan* const outerRegion = m_region;
     const int outerRow = m_rowGroup;
     const int outerColumn = m_columnGroup;
+    const bool outerHides = std::exchange(m_hidesDuplicates, false);
     m_region = plan.get();
     m_rowGroup = m_columnGroup = -1;
     Hierarchy(tablix.rowMembers, true, plan->rows);
@@ -179,6 +181,7 @@ std::unique_ptr<TablixPlan> Planner::Region(const Tablix& tablix) {
     m_region = outerRegion;
     m_rowGroup = outerRow;
     m_columnGroup = outerColumn;
+    plan->hidesDuplicates = std::exchange(m_hidesDuplicates, outerHides);
     return plan;
 }
 

@@ -1,6 +1,7 @@
 #include "platform/rdl/layout/table_flow.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace rdl::layout {
 namespace {
@@ -24,9 +25,13 @@ TableFlow::TableFlow(const Instance& item, FlowContext& context)
         m_messageItem->name = item.name;
         m_messageItem->canGrow = true;
         m_messageItem->paragraphs.resize(1);
-        m_messageItem->paragraphs.front().runs.push_back({m_table.noRowsMessage, nullptr, {}});
+        m_messageItem->paragraphs.front().runs.push_back({m_table.noRowsMessage, m_table.noRowsStyle, {}});
         m_message = MakeFlow(*m_messageItem, context);
     }
+}
+
+double TableFlow::TotalWidth() const {
+    return std::accumulate(m_table.columnWidths.begin(), m_table.columnWidths.end(), 0.0);
 }
 
 // Where columns stand: one that the right edge of a page would cut begins the next page, behind the row
@@ -38,6 +43,14 @@ void TableFlow::PlaceColumns(double x) {
     m_columnsFor = x;
     m_columnX.clear();
     m_furtherPages.clear();
+    if (m_table.rightToLeft) {
+        double right = x + TotalWidth();
+        for (const double width : m_table.columnWidths) {
+            right -= width;
+            m_columnX.push_back(right);
+        }
+        return;
+    }
     double headers = 0;
     double at = x;
     for (std::size_t i = 0; i < m_table.columnWidths.size(); ++i) {
@@ -46,8 +59,11 @@ void TableFlow::PlaceColumns(double x) {
         const double clear =
             isHeader || headers + width > m_context.pageWidth ? at : ClearOfPageEdges(m_context, at, width);
         if (clear > at + Tolerance) {
-            m_furtherPages.push_back(clear - x);
-            at = clear + headers;
+            at = clear;
+            if (m_table.repeatRowHeaders) {
+                m_furtherPages.push_back(clear - x);
+                at += headers;
+            }
         }
         m_columnX.push_back(at);
         at += width;
@@ -59,9 +75,14 @@ Rect TableFlow::CellArea(int column, int columns, double y, double height) const
     if (At(column) >= m_columnX.size()) {
         return {m_columnX.empty() ? 0 : m_columnX.back(), y, 0, height};
     }
+    const std::size_t end = std::min(At(column + columns), m_columnX.size());
+    if (m_table.rightToLeft) {
+        const double left = m_columnX[end - 1];
+        return {left, y, m_columnX[At(column)] + m_table.columnWidths[At(column)] - left, height};
+    }
     const double x = m_columnX[At(column)];
     double right = x;
-    for (std::size_t i = At(column); i < At(column + columns) && i < m_columnX.size(); ++i) {
+    for (std::size_t i = At(column); i < end; ++i) {
         if (m_columnX[i] > right + Tolerance) {
             break;  // the rest stands on a further page
         }
@@ -243,6 +264,17 @@ bool TableFlow::PlaceSplit(Prepared& prepared, double y, double bottom, double& 
     return done;
 }
 
+// The row that begins a page says again what the last one on the page before said.
+void TableFlow::ShowDuplicatesOnTop() {
+    if (!m_begun || !m_table.hidesDuplicates || m_next >= m_table.RowCount() || Ahead(0).begun) {
+        return;
+    }
+    Prepared& first = Ahead(0);
+    m_table.RowOnTop(first.index, first.row);
+    first.flows = false;
+    Prepare(first);
+}
+
 double TableFlow::PlaceRepeated(double y) {
     if (m_next == 0 || m_next >= m_table.RowCount()) {
         return y;
@@ -314,7 +346,7 @@ Flow::Outcome TableFlow::Place(double x, double y, double available) {
     if (!m_begun && m_table.keepTogether && MayWait(y)) {
         const double height = Measure(m_context.pageHeight);
         if (height > available + Tolerance && height <= m_context.pageHeight + Tolerance) {
-            return {0, false, false};
+            return {0, false};
         }
     }
     PlaceColumns(x);
@@ -328,26 +360,30 @@ Flow::Outcome TableFlow::Place(double x, double y, double available) {
     }
     const std::size_t background = m_item.box ? m_context.painter.ReserveFill() : 0;
     double at = m_begun ? PlaceRepeated(y) : y;
+    ShowDuplicatesOnTop();
     for (const auto& span : m_spans) {
         span->top = at;
     }
     bool breakAfter = false;
+    const bool wasBegun = m_begun;
     const bool nothingBegun = m_next == 0 && !m_begun;
     const bool done = PlaceRows(at, y + available, breakAfter);
-    DrawEdges(m_bottoms, at);
+    DrawEdges(m_bottoms, at, Painter::Bottom);
     for (const auto& span : m_spans) {
         if (at > span->top + Tolerance) {
             DrawSpan(*span, at);
         }
     }
     if (!done && nothingBegun && m_rowsOnPage == 0) {
-        return {0, false, false};
+        return {0, false};
     }
     m_begun = true;
     if (m_item.box && !m_columnX.empty()) {
-        const Rect area{x, y, m_columnX.back() + m_table.columnWidths.back() - x, at - y};
+        const double right =
+            m_table.rightToLeft ? x + TotalWidth() : m_columnX.back() + m_table.columnWidths.back();
+        const Rect area{x, y, right - x, at - y};
         m_context.painter.FillReserved(background, area, *m_item.box);
-        m_context.painter.Borders(area, *m_item.box);
+        m_context.painter.Borders(area, *m_item.box, SidesOf(m_item, wasBegun, !done));
     }
     return {at - y, done, done && breakAfter};
 }

@@ -44,6 +44,7 @@ class TableFlow final : public Flow {
         bool operator==(const Edge&) const = default;
     };
 
+    double TotalWidth() const;
     void PlaceColumns(double x);
     Rect CellArea(int column, int columns, double y, double height) const;
     std::unique_ptr<Prepared> Make(std::size_t index);
@@ -53,6 +54,7 @@ class TableFlow final : public Flow {
     double BlockHeight();
     double RowHeight(const Prepared& prepared, double y) const;
     bool EndsPageBefore(const Prepared& prepared, double y, double bottom);
+    void ShowDuplicatesOnTop();
     double PlaceRepeated(double y);
     void PlaceRow(Prepared& prepared, double y, double height);
     bool PlaceSplit(Prepared& prepared, double y, double bottom, double& used);
@@ -63,7 +65,7 @@ class TableFlow final : public Flow {
     void DrawContents(Prepared& prepared, double y, double height);
     void DrawContent(const Instance& content, Cell& cell, const Rect& area);
     static void AddEdge(std::vector<Edge>& edges, double x1, double x2, const Border& border);
-    void DrawEdges(const std::vector<Edge>& edges, double y);
+    void DrawEdges(const std::vector<Edge>& edges, double y, Painter::Sides side);
     void BeginSpans(Prepared& prepared, double y);
     void EndSpans(std::size_t row, double bottom);  // those whose last row this is
     void DrawSpan(Span& span, double bottom);

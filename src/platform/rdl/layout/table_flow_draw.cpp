@@ -25,9 +25,9 @@ void TableFlow::AddEdge(std::vector<Edge>& edges, double x1, double x2, const Bo
     }
 }
 
-void TableFlow::DrawEdges(const std::vector<Edge>& edges, double y) {
+void TableFlow::DrawEdges(const std::vector<Edge>& edges, double y, Painter::Sides side) {
     for (const Edge& edge : edges) {
-        m_context.painter.Line(edge.x1, y, edge.x2, y, edge.border);
+        m_context.painter.Edge(side, edge.x1, y, edge.x2, y, edge.border);
     }
 }
 
@@ -46,9 +46,9 @@ void TableFlow::DrawBoxes(const Prepared& prepared, double y, double height) {
         AddEdge(m_newBottoms, area.x, area.Right(), box.bottom);
     }
     if (m_bottoms != m_tops) {
-        DrawEdges(m_bottoms, y);
+        DrawEdges(m_bottoms, y, Painter::Bottom);
     }
-    DrawEdges(m_tops, y);
+    DrawEdges(m_tops, y, Painter::Top);
     m_bottoms.swap(m_newBottoms);
     DrawVerticals(prepared, y, height);
 }
@@ -65,9 +65,9 @@ void TableFlow::DrawVerticals(const Prepared& prepared, double y, double height)
         const Rect area = CellArea(cell.column, cell.columnSpan, y, height);
         const BoxStyle& box = *cell.content.box;
         if (!lastBorder || std::abs(lastRight - area.x) > Tolerance || !(*lastBorder == box.left)) {
-            painter.Line(area.x, y, area.x, y + height, box.left);
+            painter.Edge(Painter::Left, area.x, y, area.x, y + height, box.left);
         }
-        painter.Line(area.Right(), y, area.Right(), y + height, box.right);
+        painter.Edge(Painter::Right, area.Right(), y, area.Right(), y + height, box.right);
         lastRight = area.Right();
         lastBorder = &box.right;
     }
@@ -82,6 +82,9 @@ void TableFlow::DrawContent(const Instance& content, Cell& cell, const Rect& are
             break;
         case InstanceKind::Image:
             painter.Image(area, content);
+            break;
+        case InstanceKind::Drawing:
+            painter.Drawing(area, *content.drawing);
             break;
         case InstanceKind::Line:
             if (content.box) {

@@ -14,6 +14,7 @@ std::size_t At(int index) {
 }  // namespace
 
 void TablixTable::Row(std::size_t index, TableRow& row) {
+    m_builder.Place().Look();
     const PlannedRow& planned = m_rows[index];
     const Evaluator::Stay stay(m_builder.Place());
     row.columnHeader = (planned.flags & ColumnHeader) != 0;
@@ -30,6 +31,7 @@ void TablixTable::Row(std::size_t index, TableRow& row) {
     row.documentMapLabel.clear();
     if (planned.leaf < 0) {
         FillHeaderRow(-1 - planned.leaf, row);
+        SortCells(row);
         return;
     }
     row.height = m_plan.definition->rows[At(planned.leaf)].height;
@@ -40,6 +42,21 @@ void TablixTable::Row(std::size_t index, TableRow& row) {
     FillRowHeaders(index, row, used);
     FillBody(planned, index, row, used);
     row.cells.resize(used);
+    SortCells(row);
+}
+
+void TablixTable::RowOnTop(std::size_t index, TableRow& row) {
+    m_builder.ShowDuplicates(true);
+    Row(index, row);
+    m_builder.ShowDuplicates(false);
+}
+
+// They are made with the row headers first, wherever those stand.
+void TablixTable::SortCells(TableRow& row) const {
+    if (m_columnsBefore > 0) {
+        std::sort(row.cells.begin(), row.cells.end(),
+                  [](const TableCell& left, const TableCell& right) { return left.column < right.column; });
+    }
 }
 
 bool TablixTable::AddCell(ItemPlan& item, const Scope& scope, int column, int columnSpan, int rowSpan,
@@ -53,14 +70,14 @@ bool TablixTable::AddCell(ItemPlan& item, const Scope& scope, int column, int co
         return false;
     }
     ++used;
-    cell.column = column;
+    cell.column = PlaceOf(column);
     cell.columnSpan = columnSpan;
     cell.rowSpan = rowSpan;
     Instance& content = cell.content;
     content.x = content.y = 0;
     content.width = 0;
     for (int i = 0; i < columnSpan; ++i) {
-        content.width += columnWidths[At(column + i)];
+        content.width += columnWidths[At(cell.column + i)];
     }
     if (content.kind != InstanceKind::Line) {
         content.height = row.height;
@@ -91,19 +108,23 @@ void TablixTable::FillHeaderRow(int header, TableRow& row) {
     row.height = m_plan.columns.headerSizes[At(header)];
     if (At(header) < m_plan.corner.size()) {
         auto& cells = m_plan.corner[At(header)];
-        for (int column = 0; column < headerColumns && At(column) < cells.size(); ++column) {
+        for (int column = 0; column < m_headerCount && At(column) < cells.size(); ++column) {
             CellPlan& cell = cells[At(column)];
             if (cell.item) {
                 AddCell(*cell.item, Scope{m_region.get()}, column,
-                        std::min(cell.columnSpan, headerColumns - column), cell.rowSpan, row, used);
+                        std::min(cell.columnSpan, m_headerCount - column), cell.rowSpan, row, used);
             }
         }
     }
     for (const ColumnHeaderCell& cell : m_columnHeaders) {
         const MemberPlan& member = m_plan.columns.members[At(cell.member)];
         if (member.headerBegin == header && cell.span > 0 && member.headerSpan > 0) {
+            const Column& below = m_columns[At(cell.column - m_headerCount)];
+            const bool reachesDown = below.collapsed && below.group == member.scopeGroup;
+            const int rows = reachesDown ? static_cast<int>(m_plan.columns.headerSizes.size()) - header
+                                         : member.headerSpan;
             AddCell(*member.header, Scope{m_region.get(), -1, member.scopeGroup, 0, cell.instance},
-                    cell.column, cell.span, member.headerSpan, row, used);
+                    cell.column, cell.span, rows, row, used);
         }
     }
     row.cells.resize(used);
@@ -116,11 +137,20 @@ void TablixTable::FillRowHeaders(std::size_t index, TableRow& row, std::size_t& 
     auto header =
         std::lower_bound(m_headers.begin(), m_headers.end(), index,
                          [](const RowHeader& known, std::size_t wanted) { return known.row < wanted; });
+    const int collapsed = (m_rows[index].flags & Collapsed) ? CollapsedGroup(index) : -1;
     for (; header != m_headers.end() && header->row == index; ++header) {
         const MemberPlan& member = m_plan.rows.members[At(header->member)];
+        const bool reachesOver = collapsed >= 0 && member.scopeGroup == collapsed;
         AddCell(*member.header, Scope{m_region.get(), member.scopeGroup, -1, header->instance, 0},
-                member.headerBegin, member.headerSpan, static_cast<int>(header->span), row, used);
+                member.headerBegin, reachesOver ? m_headerCount - member.headerBegin : member.headerSpan,
+                static_cast<int>(header->span), row, used);
     }
+}
+
+int TablixTable::CollapsedGroup(std::size_t index) const {
+    return std::lower_bound(m_collapsed.begin(), m_collapsed.end(), index,
+                            [](const CollapsedRow& known, std::size_t wanted) { return known.row < wanted; })
+        ->group;
 }
 
 // How many of the columns that a cell spans in the definition there are.
@@ -148,7 +178,8 @@ int TablixTable::BodyRowSpan(std::size_t index, int defined) const {
 
 void TablixTable::FillBody(const PlannedRow& planned, std::size_t index, TableRow& row, std::size_t& used) {
     auto& cells = m_plan.cells[At(planned.leaf)];
-    const int rowGroup = m_rowGroupOfLeaf[At(planned.leaf)];
+    const int rowGroup =
+        (planned.flags & Collapsed) ? CollapsedGroup(index) : m_rowGroupOfLeaf[At(planned.leaf)];
     for (std::size_t i = 0; i < m_columns.size();) {
         const Column& column = m_columns[i];
         CellPlan& cell = cells[At(column.leaf)];
@@ -157,10 +188,9 @@ void TablixTable::FillBody(const PlannedRow& planned, std::size_t index, TableRo
             continue;
         }
         const int span = cell.columnSpan == 1 ? 1 : BodyColumnSpan(i, cell.columnSpan);
-        const int columnGroup = m_columnGroupOfLeaf[At(column.leaf)];
-        const Scope scope{m_region.get(), rowGroup, columnGroup, planned.instance,
-                          columnGroup < 0 ? 0 : column.instance};
-        AddCell(*cell.item, scope, headerColumns + static_cast<int>(i), span,
+        const Scope scope{m_region.get(), rowGroup, column.group, planned.instance,
+                          column.group < 0 ? 0 : column.instance};
+        AddCell(*cell.item, scope, m_headerCount + static_cast<int>(i), span,
                 cell.rowSpan == 1 ? 1 : BodyRowSpan(index, cell.rowSpan), row, used);
         i += At(span);
     }

@@ -26,25 +26,43 @@ std::vector<int> GroupsOfLeaves(const HierarchyPlan& plan) {
     return groups;
 }
 
+// A group whose members are hidden until it is toggled shows its own header and totals instead; without that
+// nothing of it would be left to toggle. Members that are merely hidden take their group with them.
+bool Collapses(const HierarchyPlan& plan, const MemberPlan& member) {
+    return member.group >= 0 && member.header &&
+           std::any_of(member.children.begin(), member.children.end(), [&plan](int child) {
+               return !plan.members[At(child)].definition->visibility.toggleItem.empty();
+           });
+}
+
+int FirstLeaf(const HierarchyPlan& plan, const MemberPlan& member) {
+    const MemberPlan* at = &member;
+    while (at->leaf < 0) {
+        at = &plan.members[At(at->children.front())];
+    }
+    return at->leaf;
+}
+
 }  // namespace
 
 TablixTable::TablixTable(TablixPlan& plan, std::shared_ptr<Region> region, ItemBuilder& builder)
     : m_plan(plan),
       m_region(std::move(region)),
       m_builder(builder),
-      m_rowGroupOfLeaf(GroupsOfLeaves(plan.rows)),
-      m_columnGroupOfLeaf(GroupsOfLeaves(plan.columns)) {
+      m_rowGroupOfLeaf(GroupsOfLeaves(plan.rows)) {
     const Tablix& tablix = *plan.definition;
     rightToLeft = tablix.rightToLeft;
     repeatColumnHeaders = tablix.repeatColumnHeaders;
     keepTogether = tablix.keepTogether;
-    omitBorderOnPageBreak = tablix.omitBorderOnPageBreak;
-    headerColumns = static_cast<int>(plan.rows.headerSizes.size());
+    repeatRowHeaders = tablix.repeatRowHeaders;
+    hidesDuplicates = plan.hidesDuplicates;
+    headerColumns = m_headerCount = static_cast<int>(plan.rows.headerSizes.size());
     columnWidths = plan.rows.headerSizes;
     const Evaluator::Stay stay(builder.Place());
     Enter(Scope{m_region.get()});
     if (m_region->rows.empty() && plan.noRowsMessage.isSet) {
         noRowsMessage = builder.Text(plan.noRowsMessage);
+        noRowsStyle = plan.messageStyle.Get(builder.Place());
         if (!noRowsMessage.empty()) {
             return;
         }
@@ -53,6 +71,7 @@ TablixTable::TablixTable(TablixPlan& plan, std::shared_ptr<Region> region, ItemB
     for (const Column& column : m_columns) {
         columnWidths.push_back(tablix.columnWidths[At(column.leaf)]);
     }
+    MoveHeadersInside();
     for (std::size_t i = 0; i < plan.columns.headerSizes.size(); ++i) {
         m_rows.push_back({-1 - static_cast<std::int32_t>(i), 0, ColumnHeader | KeepWithNext, 0});
     }
@@ -99,6 +118,40 @@ void TablixTable::ExpandColumns(const std::vector<int>& members, std::uint32_t i
     }
 }
 
+// GroupsBeforeRowHeaders: so many instances of the first member stand before the row headers.
+void TablixTable::MoveHeadersInside() {
+    const int wanted = m_plan.definition->groupsBeforeRowHeaders;
+    const HierarchyPlan& columns = m_plan.columns;
+    const int first = columns.roots.empty() ? -1 : columns.roots.front();
+    if (wanted <= 0 || first < 0 || m_headerCount == 0 || columns.members[At(first)].group < 0) {
+        return;
+    }
+    const int group = columns.members[At(first)].group;
+    std::size_t before = 0;
+    for (; before < m_columns.size(); ++before) {
+        const Column& column = m_columns[before];
+        const int own = column.group;
+        if (own < 0 || !m_region->IsAround(false, group, own) ||
+            m_region->Ancestor(false, own, column.instance, group) >= static_cast<std::uint32_t>(wanted)) {
+            break;
+        }
+    }
+    m_columnsBefore = static_cast<int>(before);
+    if (before > 0) {
+        const auto begin = columnWidths.begin();
+        std::rotate(begin, begin + m_headerCount, begin + m_headerCount + m_columnsBefore);
+        headerColumns = 0;
+    }
+}
+
+// Where a column stands that is counted from the row headers on.
+int TablixTable::PlaceOf(int column) const {
+    if (column < m_headerCount) {
+        return column + m_columnsBefore;
+    }
+    return column - m_headerCount < m_columnsBefore ? column - m_headerCount : column;
+}
+
 void TablixTable::ExpandColumn(int index, std::uint32_t instance) {
     const MemberPlan& member = m_plan.columns.members[At(index)];
     if (IsHidden(member, false, instance)) {
@@ -111,12 +164,15 @@ void TablixTable::ExpandColumn(int index, std::uint32_t instance) {
     const std::size_t begin = m_columns.size();
     const std::size_t slot = m_columnHeaders.size();
     if (member.header) {
-        m_columnHeaders.push_back({index, instance, headerColumns + static_cast<int>(begin), 0});
+        m_columnHeaders.push_back({index, instance, m_headerCount + static_cast<int>(begin), 0});
     }
     if (member.leaf >= 0) {
-        m_columns.push_back({member.leaf, instance});
+        m_columns.push_back({member.leaf, instance, member.scopeGroup, false});
     } else {
         ExpandColumns(member.children, instance);
+        if (m_columns.size() == begin && Collapses(m_plan.columns, member)) {
+            m_columns.push_back({FirstLeaf(m_plan.columns, member), instance, member.scopeGroup, true});
+        }
     }
     if (member.header) {
         m_columnHeaders[slot].span = static_cast<int>(m_columns.size() - begin);
@@ -170,11 +226,16 @@ void TablixTable::ExpandRow(int index, std::uint32_t instance) {
     if (member.header && member.headerSpan > 0) {
         m_headers.push_back({static_cast<std::uint32_t>(begin), 0, index, instance});
     }
+    const int level = member.scopeGroup < 0 ? 0 : m_plan.rows.groups[At(member.scopeGroup)].level;
     if (member.leaf >= 0) {
-        const int level = member.scopeGroup < 0 ? 0 : m_plan.rows.groups[At(member.scopeGroup)].level;
         m_rows.push_back({member.leaf, instance, 0, static_cast<std::uint16_t>(level)});
     } else {
         ExpandRows(member.children, instance);
+        if (m_rows.size() == begin && Collapses(m_plan.rows, member)) {
+            m_collapsed.push_back({static_cast<std::uint32_t>(begin), member.scopeGroup});
+            m_rows.push_back(
+                {FirstLeaf(m_plan.rows, member), instance, Collapsed, static_cast<std::uint16_t>(level)});
+        }
     }
     const std::size_t count = m_rows.size() - begin;
     if (member.header && member.headerSpan > 0) {

@@ -19,6 +19,7 @@ class TablixTable final : public TableInstance {
     TablixTable(TablixPlan& plan, std::shared_ptr<Region> region, ItemBuilder& builder);
     std::size_t RowCount() const override { return m_rows.size(); }
     void Row(std::size_t index, TableRow& row) override;
+    void RowOnTop(std::size_t index, TableRow& row) override;
     std::vector<std::size_t> RepeatedRows(std::size_t index) override;
 
  private:
@@ -32,6 +33,7 @@ class TablixTable final : public TableInstance {
         KeepWithPrevious = 64,
         ResetPageNumber = 128,
         StartsGroup = 256,  // of a group with a page name or a label
+        Collapsed = 512,    // stands for a group whose members wait to be toggled
     };
     struct PlannedRow {
         std::int32_t leaf;       // body row; -1 - n: row n of the column headers
@@ -52,9 +54,15 @@ class TablixTable final : public TableInstance {
         std::uint32_t row, end;
         std::int32_t outer;  // the one whose rows include this one's; -1: none
     };
+    struct CollapsedRow {
+        std::uint32_t row;
+        std::int32_t group;
+    };
     struct Column {
         std::int32_t leaf;
         std::uint32_t instance;
+        std::int32_t group;  // innermost group around it, or the one that it stands for
+        bool collapsed;
     };
     struct ColumnHeaderCell {
         std::int32_t member;
@@ -64,6 +72,8 @@ class TablixTable final : public TableInstance {
 
     void ExpandColumns(const std::vector<int>& members, std::uint32_t instance);
     void ExpandColumn(int index, std::uint32_t instance);
+    void MoveHeadersInside();
+    int PlaceOf(int column) const;
     void ExpandRows(const std::vector<int>& members, std::uint32_t instance);
     void ExpandRow(int index, std::uint32_t instance);
     void ExpandInstances(int index, std::uint32_t parent);
@@ -75,6 +85,7 @@ class TablixTable final : public TableInstance {
     void LinkRepeats();
     bool IsHidden(const MemberPlan& member, bool isRows, std::uint32_t instance);
 
+    void SortCells(TableRow& row) const;
     void FillHeaderRow(int header, TableRow& row);
     void FillRowHeaders(std::size_t index, TableRow& row, std::size_t& used);
     void FillBody(const PlannedRow& planned, std::size_t index, TableRow& row, std::size_t& used);
@@ -83,18 +94,21 @@ class TablixTable final : public TableInstance {
                  std::size_t& used);
     int BodyColumnSpan(std::size_t column, int defined) const;
     int BodyRowSpan(std::size_t index, int defined) const;
+    int CollapsedGroup(std::size_t index) const;
     void Enter(const Scope& scope);
 
     TablixPlan& m_plan;
     std::shared_ptr<Region> m_region;
     ItemBuilder& m_builder;
+    int m_headerCount = 0, m_columnsBefore = 0;  // columns of row headers, and body columns before them
     std::vector<PlannedRow> m_rows;
     std::vector<RowHeader> m_headers;
     std::vector<GroupStart> m_starts;
     std::vector<Repeat> m_repeats;
+    std::vector<CollapsedRow> m_collapsed;
     std::vector<Column> m_columns;
     std::vector<ColumnHeaderCell> m_columnHeaders;
-    std::vector<int> m_rowGroupOfLeaf, m_columnGroupOfLeaf;
+    std::vector<int> m_rowGroupOfLeaf;
 };
 
 }  // namespace rdl::layout

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "platform/rdl/layout/report_kit.h"
 
 namespace rdl::layout {
@@ -165,6 +167,100 @@ TEST(Matrix, AMissingCombinationIsEmpty) {
     const auto kit = BuildKit(Report(MatrixOf("=Sum(Fields!Amount.Value)")),
                               Sales({{"North", "Pen", 1}, {"South", "Ink", 2}}));
     EXPECT_THAT(Rows(kit.Table()), ElementsAre("Sales|Pen|Ink|Total", "North|1||1", "South||2|2"));
+}
+
+std::string Insert(std::string report, const std::string& before, const std::string& what) {
+    return report.insert(report.find(before), what);
+}
+
+TEST(Matrix, GroupsBeforeRowHeadersStandBeforeThem) {
+    const auto report = Insert(Report(MatrixOf("=Sum(Fields!Amount.Value)")), "</Tablix>",
+                               "<GroupsBeforeRowHeaders>1</GroupsBeforeRowHeaders>");
+    const auto kit = BuildKit(report, Sales(FourSales));
+    EXPECT_THAT(Rows(kit.Table()), ElementsAre("Pen|Sales|Ink|Total", "10|North|30|40", "5|South|20|25"));
+    EXPECT_THAT(kit.Table().columnWidths, ElementsAre(100, 50, 100, 100));
+}
+
+TEST(Matrix, GroupsBeforeRowHeadersAreNoMoreThanThereAre) {
+    const auto report = Insert(Report(MatrixOf("=Sum(Fields!Amount.Value)")), "</Tablix>",
+                               "<GroupsBeforeRowHeaders>9</GroupsBeforeRowHeaders>");
+    EXPECT_EQ(Rows(BuildKit(report, Sales(FourSales)).Table()).front(), "Pen|Ink|Sales|Total");
+}
+
+// Where the words of the first row stand.
+std::map<std::string, double> PlacesOfHeaders(const std::string& more) {
+    const auto report = Insert(Report(MatrixOf("=Sum(Fields!Amount.Value)")), "</Tablix>", more);
+    const auto sink = PagesOf(BuildKit(report, Sales(FourSales)));
+    std::map<std::string, double> places;
+    const Page& page = sink.pages.front();
+    for (const Op& op : page.ops) {
+        if (const auto* text = std::get_if<TextOp>(&op)) {
+            places.emplace(page.text.substr(text->textBegin, text->textEnd - text->textBegin), text->x);
+        }
+    }
+    return places;
+}
+
+TEST(Matrix, FromRightToLeftBeginsAtTheRight) {
+    const auto places = PlacesOfHeaders("<LayoutDirection>RTL</LayoutDirection>");
+    EXPECT_NEAR(places.at("Sales"), 300, 0.01);  // widths 50, 100, 100, 100
+    EXPECT_NEAR(places.at("Pen"), 200, 0.01);
+    EXPECT_NEAR(places.at("Ink"), 100, 0.01);
+    EXPECT_NEAR(places.at("Total"), 0, 0.01);
+}
+
+TEST(Matrix, RowHeadersAreRepeatedToTheRightOnlyWhenTold) {
+    for (const bool repeats : {false, true}) {
+        // Ten products of 100 points each need three pages of 400.
+        std::vector<SaleRow> sales;
+        static const char* const Products[] = {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"};
+        for (const char* product : Products) {
+            sales.push_back({"North", product, 1});
+        }
+        const auto report = Insert(Report(MatrixOf("=Sum(Fields!Amount.Value)")), "</Tablix>",
+                                   repeats ? "<RepeatRowHeaders>true</RepeatRowHeaders>" : "");
+        const auto sink = PagesOf(BuildKit(report, Sales(sales)));
+        ASSERT_EQ(sink.bodies.size(), repeats ? 4U : 3U);
+        EXPECT_EQ(sink.bodies[1].front() == "Sales", repeats);
+    }
+}
+
+struct SubreportKit {
+    std::unique_ptr<Definition> outer, inner;
+    std::unique_ptr<ReportInstance> report;
+};
+
+SubreportKit WithSubreport(const std::vector<SaleRow>& rows) {
+    SubreportKit kit;
+    kit.outer = std::make_unique<Definition>(ParseDefinition(
+        Report("<Subreport Name=\"S\"><ReportName>inner</ReportName><NoRowsMessage>=\"no\" &amp; \"thing\""
+               "</NoRowsMessage><Top>0pt</Top><Left>0pt</Left><Height>20pt</Height><Width>100pt</Width>"
+               "</Subreport>"),
+        "outer.rdl"));
+    kit.inner = std::make_unique<Definition>(
+        ParseDefinition(Report(Box("Title", "Title") + DetailTable("=Fields!Amount.Value")), "inner.rdl"));
+    ReportInput input;
+    input.definition = kit.outer.get();
+    input.openSubreport = [&kit, rows](const Subreport&, const std::vector<Value>&) {
+        ReportInput subInput;
+        subInput.definition = kit.inner.get();
+        subInput.tables.emplace("Data", Sales(rows));
+        return std::shared_ptr<ReportInstance>(Build(std::move(subInput)));
+    };
+    kit.report = Build(std::move(input));
+    return kit;
+}
+
+TEST(Subreport, WithoutRowsSaysSo) {
+    TextSink sink;
+    Paginate(*WithSubreport({}).report, sink);
+    EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("nothing")));
+}
+
+TEST(Subreport, WithRowsShowsItsItems) {
+    TextSink sink;
+    Paginate(*WithSubreport({{"North", "Pen", 7}}).report, sink);
+    EXPECT_THAT(sink.bodies.at(0), testing::UnorderedElementsAre("Title", "7"));
 }
 
 }  // namespace
