@@ -1,6 +1,7 @@
 #include "platform/rdl/writers/pdf_content.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace rdl::writers {
@@ -37,17 +38,22 @@ void PutColor(std::string& out, Color color, const char* op) {
     out += op;
 }
 
-void PutGlyph(std::string& out, std::uint16_t glyph) {
+constexpr std::size_t MostBytesOfGlyph = 4;
+
+// Returns the end of what it put.
+char* PutGlyph(char* out, std::uint16_t glyph) {
     for (const int byte : {glyph >> 8, glyph & 0xFF}) {
         if (byte == '(' || byte == ')' || byte == '\\') {
-            out += '\\';
-            out += static_cast<char>(byte);
+            *out++ = '\\';
+            *out++ = static_cast<char>(byte);
         } else if (byte == '\r') {
-            out += "\\r";  // a bare one would be read as a line feed
+            *out++ = '\\';  // a bare one would be read as a line feed
+            *out++ = 'r';
         } else {
-            out += static_cast<char>(byte);
+            *out++ = static_cast<char>(byte);
         }
     }
+    return out;
 }
 
 }  // namespace
@@ -123,12 +129,21 @@ void PdfContent::StrokeWith(Color color, double width, LineStyle style) {
         PutColor(m_out, color, "RG ");
     }
     m_state.stroke = color;
-    Number(width);
-    m_out += "w [";
-    for (const char part : DashesOf(style)) {
-        Number((part - '0') * std::max(width, 0.25));
+    const bool isNewWidth = width != m_state.width;
+    if (isNewWidth) {
+        Number(width);
+        m_out += "w ";
+        m_state.width = width;
     }
-    m_out += "] 0 d ";
+    const std::string_view dashes = DashesOf(style);
+    if (dashes != m_state.dashes || (isNewWidth && !dashes.empty())) {
+        m_out += '[';
+        for (const char part : dashes) {
+            Number((part - '0') * std::max(width, 0.25));
+        }
+        m_out += "] 0 d ";
+        m_state.dashes = dashes;
+    }
 }
 
 bool PdfContent::NoteGlyphs(const layout::Page& page, const layout::TextOp& op, PdfFonts::Font& font) {
@@ -140,9 +155,15 @@ bool PdfContent::NoteGlyphs(const layout::Page& page, const layout::TextOp& op, 
         const std::size_t begin = std::min<std::size_t>(glyphs[i].cluster, text.size());
         const bool last = backwards ? i == 0 : i + 1 == op.glyphCount;
         const std::size_t end = last ? text.size() : glyphs[backwards ? i - 1 : i + 1].cluster;
+        // By far the most glyphs are a letter of one byte that was seen before.
+        const std::uint16_t id = glyphs[i].id;
+        if (end == begin + 1 && id < font.says.size() && text[begin] > 0 &&
+            font.says[id] == static_cast<char32_t>(text[begin])) {
+            continue;
+        }
         // Glyphs of one cluster share its text, which no table from glyphs to characters can tell.
         const std::string_view says = end > begin ? text.substr(begin, end - begin) : std::string_view();
-        clear = PdfFonts::Note(font, op.font, glyphs[i].id, says) && !says.empty() && clear;
+        clear = PdfFonts::Note(font, op.font, id, says) && !says.empty() && clear;
     }
     return clear;
 }
@@ -201,27 +222,51 @@ void PdfContent::Glyphs(const layout::Page& page, const layout::TextOp& op) {
     const double toUnits = 1000.0 / op.size;
     double behind = 0;  // of where the next glyph belongs, in thousandths of the size
     float rise = 0;
-    m_out += "[(";
+    std::size_t begin = m_out.size();
+    bool isArray = false;
+    const auto end = [&] { m_out += isArray ? ")]TJ " : ")Tj "; };
+    m_out += '(';
+    // Appended by the piece: most of a document is glyphs.
+    std::array<char, 64 * MostBytesOfGlyph> bytes;
+    char* put = bytes.data();
+    const auto flush = [&] {
+        m_out.append(bytes.data(), put);
+        put = bytes.data();
+    };
     for (std::uint32_t i = 0; i < op.glyphCount; ++i) {
         const text::Glyph& glyph = page.glyphs[op.firstGlyph + i];
         if (glyph.dy != rise) {
+            flush();
             rise = glyph.dy;
-            m_out += ")]TJ ";
+            end();
             Number(rise);
-            m_out += "Ts [(";
+            m_out += "Ts ";
+            begin = m_out.size();
+            isArray = false;
+            m_out += '(';
         }
         const double shift = behind + glyph.dx * toUnits;
         double moved = 0;
         if (std::abs(shift) >= 1) {
+            flush();
+            if (!isArray) {
+                m_out.insert(begin, 1, '[');
+                isArray = true;
+            }
             moved = std::round(shift);
             m_out += ')';
             PdfNumber(m_out, -moved);
             m_out += '(';
         }
-        PutGlyph(m_out, glyph.id);
+        if (put + MostBytesOfGlyph > bytes.data() + bytes.size()) {
+            flush();
+        }
+        put = PutGlyph(put, glyph.id);
         behind += glyph.advance * toUnits - static_cast<double>(font.widths[glyph.id]) - moved;
     }
-    m_out += rise != 0 ? ")]TJ 0 Ts " : ")]TJ ";
+    flush();
+    end();
+    m_out += rise != 0 ? "0 Ts " : "";
 }
 
 void PdfContent::Stroke(double x1, double y1, double x2, double y2) {

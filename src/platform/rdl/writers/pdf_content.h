@@ -3,6 +3,7 @@
 
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/rdl/layout/page.h"
@@ -44,6 +45,8 @@ class PdfContent {
         text::FontId font = -1;
         float size = 0;
         unsigned alpha = 255;
+        double width = 1;
+        std::string_view dashes;
     };
     PdfFonts& m_fonts;
     PdfImages& m_images;

@@ -2,21 +2,21 @@
 // go out as they are made; nothing but their places is kept.
 #pragma once
 
-#include <zlib.h>
-
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/rdl/writers/writers.h"
 
+struct libdeflate_compressor;
+
 namespace rdl::writers {
 
 class PdfFile {
  public:
     explicit PdfFile(Output& output);
-    ~PdfFile();
     PdfFile(const PdfFile&) = delete;
     PdfFile& operator=(const PdfFile&) = delete;
 
@@ -38,7 +38,10 @@ class PdfFile {
     Output& m_output;
     std::uint64_t m_position = 0;
     std::vector<std::uint64_t> m_places;  // by number - 1; 0: not written
-    z_stream m_deflate{};
+    struct FreeCompressor {
+        void operator()(libdeflate_compressor* compressor) const;
+    };
+    std::unique_ptr<libdeflate_compressor, FreeCompressor> m_compressor;
     std::string m_packed;
 };
 

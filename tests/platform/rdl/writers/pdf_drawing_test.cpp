@@ -45,7 +45,16 @@ layout::LineOp LineOf(LineStyle style, layout::Color color = layout::Black) {
 
 TEST_F(PdfDrawing, YIsMeasuredFromTheBottom) {
     EXPECT_THAT(Draw({layout::RectOp{10, 20, 30, 5, 0xFF00FF00}}), HasSubstr("0 1 0 rg 10 75 30 5 re f"));
-    EXPECT_THAT(Draw({LineOf(LineStyle::Solid)}), HasSubstr("2 w [] 0 d 10 80 m 60 80 l S"));
+    EXPECT_THAT(Draw({LineOf(LineStyle::Solid)}), HasSubstr("2 w 10 80 m 60 80 l S"));
+}
+
+TEST_F(PdfDrawing, LinesAlikeSayOnceHowTheyAreDrawn) {
+    const auto solid = LineOf(LineStyle::Solid), dotted = LineOf(LineStyle::Dotted);
+    const std::string out = Draw({solid, solid, dotted, dotted, solid});
+    EXPECT_EQ(CountOf("2 w ", out), 1u);
+    EXPECT_EQ(CountOf("[2 2 ] 0 d ", out), 1u);
+    EXPECT_EQ(CountOf("[] 0 d ", out), 1u);
+    EXPECT_EQ(CountOf(" S\n", out), 5u);
 }
 
 TEST_F(PdfDrawing, DashesGoWithTheWidth) {
