@@ -10,7 +10,9 @@ std::string Subset(FontId font, const std::vector<std::uint16_t>& glyphs) {
     if (input == nullptr) {
         throw Error("Out of memory");
     }
-    hb_subset_input_set_flags(input, HB_SUBSET_FLAGS_RETAIN_GIDS | HB_SUBSET_FLAGS_NO_HINTING);
+    // A character that no font has shows as the font's empty box, as it does on the screen.
+    hb_subset_input_set_flags(
+        input, HB_SUBSET_FLAGS_RETAIN_GIDS | HB_SUBSET_FLAGS_NO_HINTING | HB_SUBSET_FLAGS_NOTDEF_OUTLINE);
     hb_set_t* set = hb_subset_input_glyph_set(input);
     for (const std::uint16_t glyph : glyphs) {
         hb_set_add(set, glyph);

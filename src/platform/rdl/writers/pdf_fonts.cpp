@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "platform/rdl/text/cff.h"
 #include "platform/rdl/writers/utf8.h"
 
 namespace rdl::writers {
@@ -105,8 +106,10 @@ int Descriptor(PdfFile& file, text::FontId id, const std::string& name,
     const text::FontFile& font = text::File(id);
     const text::FontMetrics& metrics = text::Metrics(id);
     const std::string program = text::Subset(id, glyphs);
-    const int stream = font.isCff ? file.Stream("/Subtype/OpenType", program)
-                                  : file.Stream("/Length1 " + std::to_string(program.size()), program);
+    const std::string cid = font.isCff ? text::CidProgram(program) : std::string();
+    const int stream = !cid.empty() ? file.Stream("/Subtype/CIDFontType0C", cid)
+                       : font.isCff ? file.Stream("/Subtype/OpenType", program)
+                                    : file.Stream("/Length1 " + std::to_string(program.size()), program);
     constexpr int Symbolic = 4, Italic = 64;
     std::string out = "<</Type/FontDescriptor/FontName/" + name + "/Flags " +
                       std::to_string(Symbolic | (font.italic ? Italic : 0)) + "/FontBBox[";
