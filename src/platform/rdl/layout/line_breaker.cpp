@@ -6,6 +6,8 @@
 namespace rdl::layout {
 namespace {
 
+constexpr char32_t SoftHyphen = 0xAD;
+
 bool IsSpace(char32_t c) {
     return c == ' ' || c == '\t' || c == 0x3000 || (c >= 0x2000 && c <= 0x200B && c != 0x2007);
 }
@@ -40,6 +42,9 @@ bool MayBreakBetween(char32_t left, char32_t right) {
     if (IsIdeograph(left) || IsIdeograph(right)) {
         return true;
     }
+    if (left == SoftHyphen) {
+        return true;
+    }
     const bool isHyphen = left == '-' || left == 0x2010 || left == 0x2013 || left == 0x2014;
     return isHyphen && right != '-' && !(right >= '0' && right <= '9');
 }
@@ -67,6 +72,10 @@ std::size_t DecodeCharacter(std::string_view text, std::size_t at, char32_t& cod
     }
     code = value;
     return length;
+}
+
+bool EndsWithSoftHyphen(std::string_view text) {
+    return text.ends_with("\xC2\xAD");
 }
 
 void FindBreaks(std::string_view text, std::vector<BreakUnit>& units) {

@@ -18,8 +18,11 @@ struct BreakUnit {
 // malformed.
 std::size_t DecodeCharacter(std::string_view text, std::size_t at, char32_t& code);
 
-// Units in order; line feeds and carriage returns belong to no unit. After spaces and hyphens and around
-// ideographs, but not before closing punctuation.
+// A line that ends so shows a hyphen there; within a line it shows nothing.
+bool EndsWithSoftHyphen(std::string_view text);
+
+// Units in order; line feeds and carriage returns belong to no unit. After spaces and hyphens, soft ones too,
+// and around ideographs, but not before closing punctuation.
 void FindBreaks(std::string_view text, std::vector<BreakUnit>& units);
 
 }  // namespace rdl::layout

@@ -149,6 +149,18 @@ double TextLayout::Width(std::size_t begin, std::size_t end) const {
     return width;
 }
 
+// Room for the hyphen that shows should the line end behind the unit.
+double TextLayout::HyphenWidth(const BreakUnit& unit) const {
+    const std::string_view text = std::string_view(m_text).substr(unit.begin, unit.visibleEnd - unit.begin);
+    if (!EndsWithSoftHyphen(text)) {
+        return 0;
+    }
+    const auto range = std::partition_point(m_ranges.begin(), m_ranges.end(), [&unit](const Range& before) {
+        return before.end < unit.visibleEnd;
+    });
+    return text::TextWidth("-", range->font, static_cast<double>(StyleOf(*range->run).size));
+}
+
 // How much of a word that is wider than a line fits: at least one character.
 std::size_t TextLayout::FittingEnd(std::size_t begin, std::size_t end, double width) const {
     double used = 0;
@@ -196,7 +208,7 @@ void TextLayout::LayParagraph(const Instance& item, const ParagraphInstance& par
     for (const BreakUnit& unit : m_units) {
         std::size_t begin = unit.begin;
         double visible = Width(begin, unit.visibleEnd);
-        if (used + visible > m_available + Tolerance && lineEnd > lineBegin) {
+        if (used + visible + HyphenWidth(unit) > m_available + Tolerance && lineEnd > lineBegin) {
             endLine(lineEnd, begin, false);
         }
         while (visible > m_available + Tolerance) {
@@ -221,7 +233,8 @@ void TextLayout::LayParagraph(const Instance& item, const ParagraphInstance& par
     out.height += static_cast<double>(paragraph.spaceAfter);
 }
 
-void TextLayout::AddPieces(std::size_t begin, std::size_t end, double& x, LaidText& out) {
+void TextLayout::AddPieces(std::size_t begin, std::size_t end, bool rightToLeft, bool isLast, double& x,
+                           LaidText& out) {
     const auto first = std::partition_point(m_ranges.begin(), m_ranges.end(),
                                             [begin](const Range& range) { return range.end <= begin; });
     for (auto at = first; at != m_ranges.end() && at->begin < end; ++at) {
@@ -239,16 +252,28 @@ void TextLayout::AddPieces(std::size_t begin, std::size_t end, double& x, LaidTe
                         0,
                         static_cast<std::uint32_t>(out.runs.size()),
                         0};
-        const std::string_view part = std::string_view(m_text).substr(from, to - from);
+        std::string part = m_text.substr(from, to - from);
+        if (!isLast && to == end && EndsWithSoftHyphen(part)) {
+            part.replace(part.size() - 2, 2, "-");
+        }
         out.text += part;
         piece.end = static_cast<std::uint32_t>(out.text.size());
-        text::Shape(part, range.font, static_cast<double>(StyleOf(*range.run).size), false, out.runs);
+        text::Shape(part, range.font, static_cast<double>(StyleOf(*range.run).size), rightToLeft, out.runs);
         for (std::size_t i = piece.firstRun; i < out.runs.size(); ++i) {
             piece.width += out.runs[i].width;
         }
         piece.runCount = static_cast<std::uint32_t>(out.runs.size()) - piece.firstRun;
         x += piece.width;
         out.pieces.push_back(piece);
+    }
+}
+
+// The first piece of the text stands at the right.
+void TextLayout::PlaceBackwards(const TextLine& line, LaidText& out) {
+    double x = 0;
+    for (std::size_t p = out.pieces.size(); p > line.firstPiece; --p) {
+        out.pieces[p - 1].x = x;
+        x += out.pieces[p - 1].width;
     }
 }
 
@@ -309,7 +334,11 @@ void TextLayout::EndLine(const Instance& item, const ParagraphInstance& paragrap
     TextLine line;
     line.firstPiece = static_cast<std::uint32_t>(out.pieces.size());
     double width = 0;
-    AddPieces(begin, end, width, out);
+    const bool rightToLeft = item.box && item.box->rightToLeft;
+    AddPieces(begin, end, rightToLeft, isLast, width, out);
+    if (rightToLeft) {
+        PlaceBackwards(line, out);
+    }
     line.pieceCount = static_cast<std::uint32_t>(out.pieces.size()) - line.firstPiece;
     double ascent = 0, descent = 0, gap = 0;
     const auto include = [&](text::FontId font, const CharStyle& style) {
@@ -339,6 +368,9 @@ void TextLayout::EndLine(const Instance& item, const ParagraphInstance& paragrap
         case HAlign::Justify:
             if (!isLast) {
                 Justify(line, extra, out);
+                if (rightToLeft) {
+                    PlaceBackwards(line, out);
+                }
             }
             break;
         default:

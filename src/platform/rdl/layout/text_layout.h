@@ -59,10 +59,13 @@ class TextLayout {
     void LayParagraph(const Instance& item, const ParagraphInstance& paragraph, double width, LaidText& out);
     void Gather(const ParagraphInstance& paragraph);
     double Width(std::size_t begin, std::size_t end) const;
+    double HyphenWidth(const BreakUnit& unit) const;
     std::size_t FittingEnd(std::size_t begin, std::size_t end, double width) const;
     void EndLine(const Instance& item, const ParagraphInstance& paragraph, std::size_t begin, std::size_t end,
                  bool isLast, LaidText& out);
-    void AddPieces(std::size_t begin, std::size_t end, double& x, LaidText& out);
+    void AddPieces(std::size_t begin, std::size_t end, bool rightToLeft, bool isLast, double& x,
+                   LaidText& out);
+    static void PlaceBackwards(const TextLine& line, LaidText& out);
     void AddListMark(const ParagraphInstance& paragraph, double indent, TextLine& line, LaidText& out);
     static void Justify(const TextLine& line, double extra, LaidText& out);
     text::FontId FontOf(const CharStyle& style);

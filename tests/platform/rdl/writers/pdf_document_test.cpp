@@ -107,6 +107,26 @@ TEST_F(PdfDocument, ArabicIsReadInItsOrder) {
     EXPECT_THAT(pdf.Text(), HasSubstr(word));
 }
 
+TEST_F(PdfDocument, ASoftHyphenShowsWhereALineEndsAndOnlyThere) {
+    const std::string word = "Donau\u00ADdampf\u00ADschiff";
+    const PdfOnDisk broken(PdfOf({TextItem(word, 0, 0, 62)}));
+    EXPECT_THAT(broken.Run("pdftotext -raw {} -").said, HasSubstr("dampf-\nschiff"));
+    const PdfOnDisk whole(PdfOf({TextItem(word, 0, 0, 300)}));
+    EXPECT_THAT(whole.Run("pdftotext -raw {} -").said, Not(HasSubstr("-")));
+}
+
+TEST_F(PdfDocument, LinesOfRightToLeftTextBeginAtTheRight) {
+    if (!HasFont("DejaVu Sans")) {
+        GTEST_SKIP() << "this machine has no font with Hebrew letters";
+    }
+    auto item = TextItem("\u05D0\u05D1\u05D2\u05D3 \u05D4\u05D5\u05D6 abc.", 0, 0, 40);
+    auto box = std::make_shared<layout::BoxStyle>(*item.box);
+    box->rightToLeft = true;
+    item.box = box;
+    // The full stop behind Latin letters stands to the left of them.
+    EXPECT_THAT(PdfOnDisk(PdfOf({item})).Text(), HasSubstr(".abc"));
+}
+
 TEST_F(PdfDocument, SignsOfAnotherFontAreRead) {
     if (!HasFont("DejaVu Sans")) {
         GTEST_SKIP() << "this machine has no font with signs";
