@@ -91,6 +91,7 @@ Table ReadRows(const LoadRequest& request, const DataSet& dataSet, Cursor& curso
     const std::vector<Slot> slots = MakeSlots(dataSet, cursor, table);
     Budget budget(request.limits);
     while (cursor.Next()) {
+        request.Look();
         budget.AddRow(slots.size());
         for (const Slot& slot : slots) {
             if (slot.column < 0) {
@@ -172,9 +173,12 @@ Table ReadSet(const LoadRequest& request, const DataSet& dataSet) {
                : ReadShared(request, dataSet);
 }
 
+// Raises with the data set's name, and counts as the part of the run that waits for data.
 template <typename Work>
-auto Named(const DataSet& dataSet, Work work) {
+auto Named(const LoadRequest& request, const DataSet& dataSet, Work work) {
+    const RunWatch::Data waiting(request.watch);
     try {
+        request.Look();
         return work();
     } catch (const Error& error) {
         throw Error(Place(dataSet) + ": " + error.what());
@@ -199,7 +203,7 @@ std::map<std::string, Table> LoadTables(const LoadRequest& request) {
     const RecordSelection selection(*request.definition, request.formula);
     std::map<std::string, Table> tables;
     for (const DataSet& dataSet : request.definition->dataSets) {
-        tables[dataSet.name] = Named(dataSet, [&] {
+        tables[dataSet.name] = Named(request, dataSet, [&] {
             Table table = ReadSet(request, dataSet);
             selection.Apply(request, dataSet, table);
             ApplyFilters(request, dataSet, table);
@@ -214,7 +218,7 @@ Table LoadTable(const LoadRequest& request, const std::string& dataSet) {
     if (!found) {
         throw Error("The report has no data set \"" + CleanText(dataSet) + "\"");
     }
-    return Named(*found, [&] {
+    return Named(request, *found, [&] {
         Table table = ReadSet(request, *found);
         ApplyFilters(request, *found, table);
         return table;

@@ -7,12 +7,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/rdl/data/table.h"
 #include "platform/rdl/definition/model.h"
 #include "platform/rdl/error.h"
+#include "platform/rdl/run/run_watch.h"
 #include "platform/rdl/value.h"
 
 namespace rdl::data {
@@ -52,6 +54,13 @@ struct LoadRequest {
     std::map<std::string, SourceOverride> overrides;  // by data source name
     std::string formula;                              // record selection formula; empty: every row
     Limits limits;
+    std::shared_ptr<RunWatch> watch;  // of the whole run; null: unbounded
+
+    void Look() const {
+        if (watch) {
+            watch->Look();
+        }
+    }
 
     // Where relative names are looked for, in this order.
     std::vector<std::string> SearchFolders() const {

@@ -2,6 +2,8 @@
 
 #include <sys/stat.h>
 
+#include "platform/rdl/error.h"
+
 namespace rdl::engine {
 namespace {
 
@@ -15,11 +17,16 @@ mode_t FileMode() {
 
 }  // namespace
 
-FileOutput::FileOutput(std::filesystem::path target) : m_target(std::move(target)), m_file(m_target) {
+FileOutput::FileOutput(std::filesystem::path target, std::uint64_t most)
+    : m_target(std::move(target)), m_file(m_target), m_most(most) {
     m_buffer.reserve(BufferSize);
 }
 
 void FileOutput::Write(const char* data, std::size_t size) {
+    m_size += size;
+    if (m_size > m_most) {
+        throw Error("The document is larger than " + std::to_string(m_most >> 20) + " MB");
+    }
     if (m_buffer.size() + size > BufferSize) {
         m_file.Write(m_buffer);
         m_buffer.clear();

@@ -1,6 +1,7 @@
 // A writer's output into a file that appears whole or not at all.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -9,11 +10,14 @@
 
 namespace rdl::engine {
 
-// Raises RuntimeError 76, 61 and 75 as AtomicFile does. An export is for others to read: once it is there it
-// has the mode that the user's file mask gives.
+// A report is not trusted: it may not fill the disk that the system runs on.
+inline constexpr std::uint64_t LargestDocument = std::uint64_t{8} << 30;
+
+// Raises RuntimeError 76, 61 and 75 as AtomicFile does, and rdl::Error when more than `most` bytes are
+// written. An export is for others to read: once it is there it has the mode that the user's file mask gives.
 class FileOutput : public writers::Output {
  public:
-    explicit FileOutput(std::filesystem::path target);
+    explicit FileOutput(std::filesystem::path target, std::uint64_t most = LargestDocument);
     using Output::Write;
     void Write(const char* data, std::size_t size) override;
     void Commit();
@@ -22,6 +26,8 @@ class FileOutput : public writers::Output {
     std::filesystem::path m_target;
     AtomicFile m_file;
     std::string m_buffer;
+    std::uint64_t m_size = 0;
+    const std::uint64_t m_most;
 };
 
 }  // namespace rdl::engine

@@ -40,6 +40,7 @@ void DropPageMarks(layout::Page& page) {
 }  // namespace
 
 RdlPageView::RdlPageView(std::shared_ptr<layout::ReportInstance> instance) : m_instance(std::move(instance)) {
+    const RunWatch::Work work(m_instance->watch);
     Stage(RunFailed, [&] { m_stream = layout::OpenPages(*m_instance); });
     m_usesTotals = m_stream->UsesTotals();
 }
@@ -67,6 +68,7 @@ bool RdlPageView::Reach(int n) {
 }
 
 void RdlPageView::MakePage() {
+    const RunWatch::Work work(m_instance->watch);
     layout::Page page;
     if (!m_stream->NextBody(page)) {
         m_allMade = true;

@@ -136,6 +136,8 @@ void RdlReport::SetDataSource(const std::string& name, const std::string& provid
 
 std::shared_ptr<layout::ReportInstance> RdlReport::Run(const std::string& renderFormat, bool hasVectors) {
     data::LoadRequest request = Request(renderFormat);
+    request.watch = std::make_shared<RunWatch>(m_bounds);
+    const RunWatch::Work work(request.watch);
     Stage(InvalidFormula, [&] { data::CheckFormula(m_definition, m_formula); });
     Stage(InvalidParameter, [&] { ResolveParameters(request, m_fields); });
     std::shared_ptr<layout::ReportInstance> instance = RunReport(request, m_file, !hasVectors);
@@ -167,6 +169,7 @@ void RdlReport::ExportToFile(const ExportFormat& format, const std::filesystem::
     // Opened before the report runs: a folder that is missing is told at once.
     FileOutput output(target);
     const std::shared_ptr<layout::ReportInstance> instance = Run(format.renderName, format.hasVectors);
+    const RunWatch::Work work(instance->watch);
     writers::Options options;
     options.nowTicks = TicksOf(Now());
     Stage(RunFailed, [&] { format.write(*instance, output, options); });

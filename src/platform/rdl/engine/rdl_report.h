@@ -11,6 +11,7 @@
 #include "platform/rdl/definition/model.h"
 #include "platform/rdl/engine/parameter_field.h"
 #include "platform/rdl/layout/instance.h"
+#include "platform/rdl/run/run_watch.h"
 #include "platform/report_engine.h"
 
 namespace rdl::engine {
@@ -55,6 +56,8 @@ class RdlReport : public report::Report {
     // Replaces provider and connect string of a data source; 5 when the report has none of the name.
     void SetDataSource(const std::string& name, const std::string& provider,
                        const std::string& connectString);
+    // What a run may take; as the system runs reports unless this is told.
+    void SetRunBounds(const RunBounds& bounds) { m_bounds = bounds; }
     // The report with its data, ready for pages; `renderFormat` is what Globals!RenderFormat.Name says.
     std::shared_ptr<layout::ReportInstance> Run(const std::string& renderFormat, bool hasVectors);
 
@@ -76,6 +79,7 @@ class RdlReport : public report::Report {
     int m_format = 0;
     std::string m_diskFile, m_htmlFile;
     std::string m_toList, m_subject, m_message;
+    RunBounds m_bounds;
 };
 
 }  // namespace rdl::engine

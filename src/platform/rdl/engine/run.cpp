@@ -126,6 +126,7 @@ std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, 
     input.reportFolder = request.folder;
     input.userName = request.userName;
     input.renderFormat = request.renderFormat;
+    input.watch = request.watch;
     input.loadImage = [shared](const std::string& source, std::string& why) {
         return shared->images.Load(source, why);
     };

@@ -13,6 +13,7 @@
 #include "platform/rdl/definition/model.h"
 #include "platform/rdl/expr/expression.h"
 #include "platform/rdl/layout/instance.h"
+#include "platform/rdl/run/run_watch.h"
 
 namespace rdl::layout {
 
@@ -29,6 +30,7 @@ struct ReportInput {
     std::vector<ParameterState> parameters;  // in the definition's order
     std::int64_t nowTicks = 0;
     std::string reportName, reportFolder, userName, renderFormat;
+    std::shared_ptr<RunWatch> watch;  // of the whole run; null: unbounded
     // Bytes of an external image by the text that the report gives; empty with an error in `why`.
     std::function<std::shared_ptr<const std::string>(const std::string& source, std::string& why)> loadImage;
     // The instance of a subreport's body with its parameters; null when it cannot be had, which is an error.

@@ -1,0 +1,75 @@
+// What a report may take of the machine that it runs on.
+#include "platform/rdl/engine/failure.h"
+#include "platform/rdl/engine/file_output.h"
+#include "platform/rdl/engine/report_folder.h"
+#include "platform/report_view.h"
+
+namespace rdl::engine {
+namespace {
+
+using std::chrono::seconds;
+using test::ErrorOf;
+
+class Limits : public test::ReportFolder {
+ protected:
+    RuntimeError ExportError(RdlReport& report) const {
+        report.SetExportDestination(report::DestinationDisk);
+        report.SetExportFormat(report::FormatPdf);
+        report.SetDiskFileName(paths::FromMachine(Path("out.pdf")));
+        return ErrorOf([&] { report.Export(false); });
+    }
+};
+
+TEST_F(Limits, AnExportThatTakesTooMuchOfTheProcessorEndsWithAnErrorAndNoFile) {
+    const auto report = OpenPeople();
+    report->SetRunBounds({seconds(0), seconds(60), 4096});
+    EXPECT_EQ(ExportError(*report).Description(),
+              "Data set \"People\": The report takes more than 0 minutes of the processor");
+    EXPECT_FALSE(std::filesystem::exists(Path("out.pdf")));
+}
+
+TEST_F(Limits, AnExportWhoseDataTakesTooLongEndsWithAnError) {
+    const auto report = OpenPeople();
+    report->SetRunBounds({seconds(60), seconds(0), 4096});
+    const RuntimeError error = ExportError(*report);
+    EXPECT_EQ(error.Description(),
+              "Data set \"People\": The data of the report takes longer than 0 minutes");
+    EXPECT_EQ(error.Number(), DataFailed);
+}
+
+TEST_F(Limits, PagesForTheScreenAreBoundedInTheSameWay) {
+    const auto report = OpenPeople();
+    report->SetRunBounds({seconds(0), seconds(60), 4096});
+    EXPECT_EQ(ErrorOf([&] { report->OpenPages(); }).Description(),
+              "Data set \"People\": The report takes more than 0 minutes of the processor");
+}
+
+TEST_F(Limits, ARunEndsInTheMiddleOfItsExpressions) {
+    const auto report = OpenPeople(
+        "<Code>Function Slow(x)\nFor i = 1 To 1000000\nx = x + 1\nNext\nReturn x\nEnd Function</Code>"
+        "<PageHeader><Height>1in</Height><PrintOnFirstPage>true</PrintOnFirstPage><ReportItems>"
+        "<Textbox Name=\"a\"><Value>=Code.Slow(1) + Code.Slow(2)</Value></Textbox></ReportItems></PageHeader>");
+    report->SetRunBounds({seconds(0), seconds(60), 4096});
+    const auto instance = ErrorOf([&] { report->Run("PDF", true); });
+    EXPECT_NE(instance.Description().find("The report takes more than 0 minutes of the processor"),
+              std::string::npos);
+}
+
+TEST_F(Limits, ADocumentMayNotGrowPastItsBound) {
+    const std::string path = Path("large.html");
+    FileOutput output(path, 3u << 20);
+    const std::string piece(1u << 20, 'x');
+    for (int i = 0; i < 3; ++i) {
+        output.Write(piece);
+    }
+    try {
+        output.Write("x");
+        FAIL() << "it grew";
+    } catch (const Error& error) {
+        EXPECT_STREQ(error.what(), "The document is larger than 3 MB");
+    }
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+}  // namespace
+}  // namespace rdl::engine
