@@ -3,6 +3,7 @@
 #include <QXmlStreamReader>
 
 #include "platform/rdl/data/message.h"
+#include "platform/rdl/definition/attribute_count.h"
 #include "platform/rdl/error.h"
 
 namespace rdl::data {
@@ -10,6 +11,7 @@ namespace {
 
 constexpr std::size_t DeepestElement = 100;
 constexpr std::size_t MostElements = 5'000'000;
+constexpr std::size_t MostAttributes = 4'096;  // of an element: the columns of a row
 
 [[noreturn]] void Fail(const QXmlStreamReader& reader, const std::string& what) {
     throw Error("the XML is not usable at line " + std::to_string(reader.lineNumber()) + ", column " +
@@ -44,6 +46,10 @@ std::string XmlDocument::ChildText(const XmlNode& parent, std::string_view name)
 }
 
 XmlDocument ParseXml(std::string_view bytes) {
+    if (const std::size_t line = LineOfTooManyAttributes(bytes, MostAttributes)) {
+        throw Error("the XML is not usable at line " + std::to_string(line) + ": an element has more than " +
+                    std::to_string(MostAttributes) + " attributes");
+    }
     XmlDocument document;
     std::vector<std::size_t> open;
     QXmlStreamReader reader(QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())));

@@ -16,6 +16,7 @@ struct DefinitionLimits {
     std::size_t bytes = 64u << 20;
     int depth = 200;  // of nested elements
     int elements = 1'000'000;
+    std::size_t attributes = 256;  // of one element
     int items = 200'000;  // report items, those made of a matrix's totals included
 };
 

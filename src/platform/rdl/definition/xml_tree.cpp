@@ -3,6 +3,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QXmlStreamReader>
 
+#include "platform/rdl/definition/attribute_count.h"
 #include "platform/rdl/definition/sniff.h"
 #include "platform/runtime.h"
 
@@ -206,6 +207,10 @@ XmlElement ReadXmlTree(std::string_view bytes, const std::string& fileName, cons
     }
     if (bytes.size() > limits.bytes) {
         throw Error(name + " is larger than a report may be (" + std::to_string(limits.bytes >> 20) + " MB)");
+    }
+    if (const std::size_t line = LineOfTooManyAttributes(bytes, limits.attributes)) {
+        throw Error(name + ", line " + std::to_string(line) + ": an element has more than " +
+                    std::to_string(limits.attributes) + " attributes");
     }
     return TreeReader(bytes, name, limits).Read();
 }

@@ -74,6 +74,9 @@ TEST_F(InlineData, DamagedDataIsAnErrorWithItsPlace) {
     }
     set.commandText = ExprOf("<Query>" + deep);
     EXPECT_NE(Failure().find("nested too deeply"), std::string::npos);
+    set.commandText = ExprOf("<Query><XmlData>\n<D " + std::string(4'097, '=') + "/></XmlData></Query>");
+    EXPECT_NE(Failure().find("not usable at line 2: an element has more than 4096 attributes"),
+              std::string::npos);
     set.commandText = ExprOf("<Query><XmlData><D/></XmlData><ElementPath>D{a</ElementPath></Query>");
     EXPECT_NE(Failure().find("closing brace"), std::string::npos);
 }

@@ -116,6 +116,39 @@ TEST(BadReportFile, TooManyElements) {
     EXPECT_THAT(ErrorOf(Report(many), limits), HasSubstr("more than 100 elements"));
 }
 
+std::string WithAttributes(int count) {
+    std::string attributes;
+    for (int i = 0; i < count; ++i) {
+        attributes += " a" + std::to_string(i) + "='= \"='";
+    }
+    return WithItems("<Textbox\nName=\"a\"" + attributes + "><Value>x</Value></Textbox>");
+}
+
+TEST(BadReportFile, TooManyAttributesOfAnElementNameTheLine) {
+    EXPECT_EQ(ErrorOf(WithAttributes(255)), "");
+    EXPECT_EQ(ErrorOf(WithAttributes(256)), "sales.rpt, line 3: an element has more than 256 attributes");
+    EXPECT_THAT(ErrorOf("<Report xmlns='' " + std::string(300'000, '=')),
+                HasSubstr("more than 256 attributes"));
+}
+
+TEST(BadReportFile, TooManyAttributesAreSeenInUtf16AsWell) {
+    const std::string text = WithAttributes(256);
+    std::string little = "\xFF\xFE", big = "\xFE\xFF";
+    for (const char c : text) {
+        little += {c, '\0'};
+        big += {'\0', c};
+    }
+    EXPECT_THAT(ErrorOf(little), HasSubstr("line 3: an element has more than 256 attributes"));
+    EXPECT_THAT(ErrorOf(big), HasSubstr("line 3: an element has more than 256 attributes"));
+}
+
+TEST(BadReportFile, EqualSignsOutsideOfTagsAreNoAttributes) {
+    const std::string many(1000, '=');
+    EXPECT_EQ(ErrorOf(WithItems("<!-- <a " + many + " \" -->" + "<Textbox Name=\"a\"><Value><![CDATA[<a " +
+                                many + "']]>" + many + "</Value></Textbox>")),
+              "");
+}
+
 TEST(BadReportFile, TotalsOfAMatrixCountAsItems) {
     // Each level with a subtotal adds a row and a column: 50 by 50 cells out of one.
     const auto levels = [](const std::string& side, const std::string& size) {
