@@ -1,5 +1,6 @@
 #include "platform/rdl/data/connect_string.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "platform/rdl/data/message.h"
@@ -48,8 +49,10 @@ std::string ReadValue(std::string_view text, std::size_t& at) {
 
 // Server=tcp:host,1433 and Server=host:port both carry the port with them.
 void SplitPort(ServerAddress& address, std::string& port) {
-    if (LowerAscii(address.host).starts_with("tcp:")) {
-        address.host.erase(0, 4);
+    for (const std::string_view protocol : {"tcp:", "lpc:", "np:"}) {
+        if (LowerAscii(address.host).starts_with(protocol)) {
+            address.host.erase(0, protocol.size());
+        }
     }
     std::size_t mark = address.host.find(',');
     if (mark == std::string::npos && address.host.find(':') == address.host.rfind(':')) {
@@ -124,8 +127,11 @@ ServerAddress ReadServerAddress(const ConnectString& text) {
             throw Error("the port \"" + CleanText(port) + "\" of the connect string is no port number");
         }
     }
-    if (address.host.empty() || address.host == "." || EqualNoCase(address.host, "(local)")) {
-        address.host = "localhost";
+    // This machine, in front of an instance or alone.
+    const std::size_t name = std::min(address.host.find('\\'), address.host.size());
+    const std::string machine = LowerAscii(address.host.substr(0, name));
+    if (machine.empty() || machine == "." || machine == "(local)") {
+        address.host.replace(0, name, "localhost");
     }
     return address;
 }

@@ -1,75 +1,39 @@
 #include "platform/rdl/data/filter.h"
 
 #include <algorithm>
-#include <cmath>
 
-#include "platform/rdl/data/field_type.h"
 #include "platform/rdl/data/message.h"
 #include "platform/rdl/data/row_environment.h"
-#include "platform/rdl/expr/characters.h"
 #include "platform/rdl/expr/filter.h"
-#include "platform/rdl/expr/operators.h"
 
 namespace rdl::data {
 namespace {
 
-using expr::FilterOperator;
-
-constexpr std::size_t Many = 100'000;
-
-FilterOperator OperatorOf(const Filter& filter) {
-    const auto op = expr::FindFilterOperator(filter.op);
-    if (!op) {
-        throw Error("a filter has the unknown operator \"" + CleanText(filter.op) + "\"");
-    }
-    const std::size_t least = op == FilterOperator::Between ? 2 : 1;
-    const std::size_t most = op == FilterOperator::In ? Many : least;
-    if (filter.values.size() < least || filter.values.size() > most) {
-        throw Error("a filter with " + filter.op + " has " + std::to_string(filter.values.size()) +
-                    " values");
-    }
-    return *op;
-}
-
-// A constant has no type of its own: it is read as the kind of what it is compared with.
-Value Fitted(const Value& value, const Value& model) {
-    switch (model.kind()) {
-        case Kind::Boolean:
-            return ConvertValue(value, FieldType::Boolean);
-        case Kind::Integer:
-            return ConvertValue(value, FieldType::Integer);
-        case Kind::Real:
-            return ConvertValue(value, FieldType::Real);
-        case Kind::DateTime:
-            return ConvertValue(value, FieldType::DateTime);
-        default:
-            return value;
-    }
-}
-
-class FilterRun final : public expr::FilterTest {
+class FilterRun {
  public:
     FilterRun(const LoadRequest& request, const DataSet& dataSet, const Filter& filter, Table& table)
-        : m_filter(filter),
-          m_dataSet(dataSet),
+        : m_dataSet(dataSet),
           m_table(table),
           m_context(*request.definition, dataSet.name, &table),
           m_environment(request, &table),
           m_expression(Compile(filter.expression)),
-          m_op(OperatorOf(filter)) {
+          m_op(expr::CheckedFilterOperator(CleanText(filter.op), filter.values.size())) {
         for (const Expr& value : filter.values) {
             m_values.push_back(Compile(value));
         }
     }
 
     std::vector<bool> Run() {
-        if (expr::Ranks(m_op)) {
-            return RankRows();
+        const std::size_t rows = m_table.RowCount();
+        const expr::FilterRules rules{&m_environment.CurrentCulture(), m_dataSet.caseSensitive};
+        if (rows > 0 && expr::Ranks(m_op)) {
+            return RankRows(rules);
         }
-        std::vector<bool> keep(m_table.RowCount());
-        for (std::size_t row = 0; row < keep.size(); ++row) {
+        std::vector<bool> keep(rows);
+        const auto operand = [this](std::size_t index) { return Evaluate(m_values[index]); };
+        for (std::size_t row = 0; row < rows; ++row) {
             m_environment.SetRow(row);
-            keep[row] = Passes(m_op, Evaluate(m_expression), m_values.size());
+            keep[row] = expr::PassesFilter(m_op, rules, Evaluate(m_expression), m_values.size(), operand);
         }
         return keep;
     }
@@ -97,63 +61,22 @@ class FilterRun final : public expr::FilterTest {
         return value;
     }
 
-    Value Operand(std::size_t index) override { return Evaluate(m_values[index]); }
-
-    int Order(const Value& left, const Value& right) override {
-        if (m_dataSet.caseSensitive && left.IsText() && right.IsText()) {
-            return left.AsText().compare(right.AsText());
-        }
-        return expr::Compare(left, Fitted(right, left));
-    }
-
-    bool IsLike(const Value& left, const Value& right) override {
-        const Culture& culture = m_environment.CurrentCulture();
-        bool valid = true;
-        const bool matches = expr::MatchesPattern(LikeText(left, culture), LikeText(right, culture), valid);
-        if (!valid) {
-            throw Error("the pattern \"" + CleanText(ToText(right, culture)) +
-                        "\" of a filter lacks a closing bracket");
-        }
-        return matches && !left.IsNull();
-    }
-
-    std::string LikeText(const Value& value, const Culture& culture) const {
-        const std::string text = ToText(value, culture);
-        return m_dataSet.caseSensitive ? text : expr::Lower(text);
-    }
-
-    std::size_t RankedCount(std::size_t rows) {
-        m_environment.SetRow(0);
-        const Value value = ConvertValue(Evaluate(m_values.front()), FieldType::Real);
-        double number = 0;
-        if (!expr::ToDouble(value, m_environment.CurrentCulture(), number) || !(number >= 0)) {
-            throw Error("the filter " + m_filter.op + " needs a number that is not negative");
-        }
-        number = expr::RanksByPercent(m_op) ? std::ceil(static_cast<double>(rows) * number / 100)
-                                            : std::floor(number);
-        return number >= static_cast<double>(rows) ? rows : static_cast<std::size_t>(number);
-    }
-
-    std::vector<bool> RankRows() {
-        const std::size_t rows = m_table.RowCount();
-        std::vector<Value> values(rows);
-        for (std::size_t row = 0; row < rows; ++row) {
+    std::vector<bool> RankRows(const expr::FilterRules& rules) {
+        std::vector<Value> values(m_table.RowCount());
+        for (std::size_t row = 0; row < values.size(); ++row) {
             m_environment.SetRow(row);
             values[row] = Evaluate(m_expression);
         }
-        const std::size_t count = rows == 0 ? 0 : RankedCount(rows);
-        return expr::MarkExtremes(
-            values, count, expr::RanksFromTop(m_op),
-            [this](const Value& left, const Value& right) { return Order(left, right); });
+        m_environment.SetRow(0);
+        return expr::RankFilter(m_op, rules, values, Evaluate(m_values.front()));
     }
 
-    const Filter& m_filter;
     const DataSet& m_dataSet;
     Table& m_table;
     DataContext m_context;
     RowEnvironment m_environment;
     Source m_expression;
-    FilterOperator m_op;
+    expr::FilterOperator m_op;
     std::vector<Source> m_values;
 };
 

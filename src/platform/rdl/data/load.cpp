@@ -88,6 +88,7 @@ class Budget {
 
 Table ReadRows(const LoadRequest& request, const DataSet& dataSet, Cursor& cursor) {
     Table table;
+    table.caseSensitive = dataSet.caseSensitive;
     const std::vector<Slot> slots = MakeSlots(dataSet, cursor, table);
     Budget budget(request.limits);
     while (cursor.Next()) {

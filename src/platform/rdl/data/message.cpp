@@ -21,6 +21,11 @@ void CutAtCharacter(std::string& text, std::size_t length) {
 
 }  // namespace
 
+std::string TookTooLong(int seconds) {
+    return "the query took longer than " + std::to_string(seconds) + (seconds == 1 ? " second" : " seconds") +
+           " and was given up";
+}
+
 std::string LowerAscii(std::string_view text) {
     std::string lower(text);
     std::transform(lower.begin(), lower.end(), lower.begin(), Lower);

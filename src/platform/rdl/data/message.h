@@ -11,6 +11,9 @@ std::string CleanText(std::string_view text);
 // The same with every occurrence of a secret struck out; a driver may quote the whole connect string.
 std::string CleanText(std::string_view text, std::string_view secret);
 
+// What is said of a query that was given up.
+std::string TookTooLong(int seconds);
+
 std::string LowerAscii(std::string_view text);
 bool EqualNoCase(std::string_view left, std::string_view right);  // ASCII letters only
 std::string_view Trimmed(std::string_view text);

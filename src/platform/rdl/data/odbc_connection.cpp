@@ -1,9 +1,7 @@
 #include "platform/rdl/data/odbc_connection.h"
 
-#include <cstdlib>
-#include <fstream>
-
 #include "platform/rdl/data/message.h"
+#include "platform/rdl/data/odbc_drivers.h"
 #include "platform/rdl/error.h"
 
 namespace rdl::data {
@@ -30,94 +28,141 @@ bool IsOneOf(std::string_view key, std::initializer_list<std::string_view> keys)
     return false;
 }
 
-// The drivers' list of the machine has a section [name] for each.
-bool IsInstalled(const std::string& driver) {
-    const char* folder = std::getenv("ODBCSYSINI");
-    std::ifstream list(std::string(folder && *folder ? folder : "/etc") + "/odbcinst.ini");
-    for (std::string line; std::getline(list, line);) {
-        if (EqualNoCase(Trimmed(line), "[" + driver + "]")) {
-            return true;
-        }
-    }
-    return false;
-}
-
-std::string SqlServerDriver() {
-    for (const char* driver : {"ODBC Driver 18 for SQL Server", "ODBC Driver 17 for SQL Server", "FreeTDS"}) {
-        if (IsInstalled(driver)) {
-            return driver;
-        }
-    }
-    throw Error("no ODBC driver for SQL Server is installed (FreeTDS is one)");
-}
-
-// A driver's path would load any library of the machine, and a data source file could be anywhere.
+// Some drivers load libraries or write logs where a connect string tells them to, and a data source file
+// could be anywhere.
 void CheckTrusted(const ConnectString& pairs) {
     for (const auto& [key, value] : pairs.Pairs()) {
         if (IsOneOf(key, {"savefile", "filedsn"}) || value.find(".dsn") != std::string::npos) {
             throw Error("a data source file (\"" + CleanText(key) +
                         "\") is not read; give a driver or a DSN");
         }
-        if (EqualNoCase(key, "driver") && value.find_first_of("/\\;{}") != std::string::npos) {
-            throw Error("the ODBC driver \"" + CleanText(value) + "\" is to be given by its name");
+        if (IsOneOf(key, {"loadext", "plugin_dir", "default_auth", "dumpfile", "tracefile", "logdir",
+                          "logfile", "initstmt"})) {
+            throw Error("\"" + CleanText(key) + "\" of the connect string is not for a report");
         }
     }
 }
 
-std::string SqlServerConnection(const ConnectString& pairs, const ServerAddress& address) {
-    const std::string named = pairs.Get({"driver"});
-    const std::string driver = named.empty() ? SqlServerDriver() : named;
-    const bool freeTds = EqualNoCase(driver, "FreeTDS");
-    std::string text = Pair("DRIVER", driver);
-    if (freeTds) {
-        text += Pair("SERVER", address.host) +
-                Pair("PORT", std::to_string(address.port ? address.port : 1433)) +
-                Pair("TDS_Version", "7.4") + Pair("ClientCharset", "UTF-8");
+std::string YesOrNo(std::string_view value) {
+    return IsOneOf(value, {"true", "yes", "1", "mandatory", "sspi"}) ? "yes" : "no";
+}
+
+// SqlClient and OLE DB may say true, yes and mandatory; strict is of its own.
+std::string Encryption(std::string_view value) {
+    return EqualNoCase(value, "strict") ? "strict" : YesOrNo(value);
+}
+
+// host\instance with a port is found by the port.
+std::string HostAlone(const std::string& host) {
+    return host.substr(0, host.find('\\'));
+}
+
+std::string FreeTdsPairs(const ConnectString& pairs, const ServerAddress& address) {
+    std::string text;
+    if (address.port || address.host.find('\\') == std::string::npos) {
+        text = Pair("SERVER", HostAlone(address.host)) +
+               Pair("PORT", std::to_string(address.port ? address.port : 1433));
     } else {
-        text +=
-            Pair("SERVER", address.port ? address.host + "," + std::to_string(address.port) : address.host);
-        for (const char* key : {"Encrypt", "TrustServerCertificate"}) {
-            const std::string value = LowerAscii(pairs.Get({key}));
-            if (!value.empty()) {
-                text += Pair(key, value == "true" || value == "yes" ? "yes" : "no");
-            }
+        text = Pair("SERVER", address.host);  // the server's browser tells the instance's port
+    }
+    text += Pair("TDS_Version", "7.4") + Pair("ClientCharset", "UTF-8");
+    const std::string encrypt = pairs.Get({"encrypt", "use encryption for data"});
+    if (!encrypt.empty()) {
+        const std::string level = Encryption(encrypt);
+        text += Pair("Encryption", level == "yes" ? "require" : level == "no" ? "off" : level);
+    }
+    return text;
+}
+
+std::string MicrosoftPairs(const ConnectString& pairs, const ServerAddress& address) {
+    std::string text = Pair(
+        "SERVER", address.port ? HostAlone(address.host) + "," + std::to_string(address.port) : address.host);
+    const std::string encrypt = pairs.Get({"encrypt", "use encryption for data"});
+    if (!encrypt.empty()) {
+        text += Pair("Encrypt", Encryption(encrypt));
+    }
+    for (const char* key : {"TrustServerCertificate", "MultiSubnetFailover"}) {
+        if (pairs.Has({key})) {
+            text += Pair(key, YesOrNo(pairs.Get({key})));
         }
     }
-    text += address.database.empty() ? "" : Pair("DATABASE", address.database);
-    if (address.user.empty()) {
-        return text + (freeTds ? "" : Pair("Trusted_Connection", "yes"));
+    return text;
+}
+
+OdbcTarget SqlServerTarget(const ConnectString& pairs, const ServerAddress& address) {
+    const std::string named = pairs.Get({"driver"});
+    const std::string driver = named.empty() ? SqlServerDriver() : FindOdbcDriver(named);
+    const bool isFreeTds = EqualNoCase(driver, "FreeTDS");
+    OdbcTarget target;
+    target.place = "the server \"" + CleanText(address.host) + "\" by the ODBC driver \"" + driver + "\"";
+    target.text =
+        Pair("DRIVER", driver) + (isFreeTds ? FreeTdsPairs(pairs, address) : MicrosoftPairs(pairs, address));
+    target.text += address.database.empty() ? "" : Pair("DATABASE", address.database);
+    const std::string intent = pairs.Get({"application intent"});
+    target.text += intent.empty() ? "" : Pair("ApplicationIntent", intent);
+    // Integrated security goes before a user in the same text; without both there is nobody else to be.
+    if (address.integrated || address.user.empty()) {
+        target.text += Pair("Trusted_Connection", "yes");
+    } else {
+        target.text += Pair("UID", address.user) + Pair("PWD", address.password);
     }
-    return text + Pair("UID", address.user) + Pair("PWD", address.password);
+    return target;
+}
+
+bool IsLogonOrName(std::string_view key) {
+    return IsOneOf(key, {"uid", "user id", "user", "username", "pwd", "password", "dsn", "data source",
+                         "driver", "provider"});
+}
+
+// Qt puts DSN= in front of a text in which it sees neither a driver nor a server, wherever that stands, and
+// takes one with .dsn in it for a file's name.
+std::string WithDsn(const std::string& dsn, const std::string& rest) {
+    const std::string text = dsn + ";" + rest;
+    const std::string lower = LowerAscii(text);
+    if (lower.find(".dsn") != std::string::npos) {
+        throw Error("a data source file is not read; neither name nor password may have .dsn in it");
+    }
+    const bool isWhole =
+        lower.find("driver=") != std::string::npos || lower.find("server=") != std::string::npos;
+    return isWhole ? "DSN=" + text : text;
 }
 
 }  // namespace
 
-std::string OdbcConnection(ProviderKind provider, const ConnectString& pairs, const ServerAddress& address) {
+OdbcTarget OdbcConnection(ProviderKind provider, const ConnectString& pairs, const ServerAddress& address) {
     CheckTrusted(pairs);
     if (provider == ProviderKind::SqlServer) {
-        return SqlServerConnection(pairs, address);
+        return SqlServerTarget(pairs, address);
     }
     const std::string dsn = pairs.Get({"dsn", "data source"});
     if (dsn.find_first_of(";{}=") != std::string::npos) {
         throw Error("the ODBC data source \"" + CleanText(dsn) + "\" is no name of one");
     }
-    // Qt puts DSN= in front of a text that has neither a driver nor a server.
-    std::string text;
-    if (!dsn.empty()) {
-        text = (pairs.Has({"driver", "server"}) ? "DSN=" : "") + dsn + ";";
+    OdbcTarget target;
+    const std::string named = pairs.Get({"driver"});
+    if (!named.empty()) {
+        const std::string driver = FindOdbcDriver(named);
+        target.text = Pair("DRIVER", driver);
+        target.place = (pairs.Has({"server", "host"}) ? "the server \"" + CleanText(address.host) + "\""
+                                                      : std::string("the database")) +
+                       " by the ODBC driver \"" + driver + "\"";
+    } else if (dsn.empty()) {
+        throw Error("the connect string names neither a DSN nor a driver");
+    } else {
+        target.place = "the ODBC data source \"" + CleanText(dsn) + "\"";
     }
     for (const auto& [key, value] : pairs.Pairs()) {
-        if (EqualNoCase(key, "driver")) {
-            text += "DRIVER={" + value + "};";
-        } else if (!IsOneOf(key, {"uid", "user id", "user", "username", "pwd", "password", "dsn",
-                                  "data source"})) {
-            text += Pair(key, value);
+        if (!IsLogonOrName(key)) {
+            target.text += Pair(key, value);
         }
     }
     if (!address.user.empty()) {
-        text += Pair("UID", address.user) + Pair("PWD", address.password);
+        target.text += Pair("UID", address.user) + Pair("PWD", address.password);
     }
-    return text;
+    if (named.empty()) {
+        target.text = WithDsn(dsn, target.text);
+    }
+    return target;
 }
 
 }  // namespace rdl::data

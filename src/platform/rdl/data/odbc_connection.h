@@ -8,9 +8,15 @@
 
 namespace rdl::data {
 
-// ODBC: the report's own pairs, user and password replaced. SQL Server: a text for the driver that is
-// installed (or named by Driver=). Values are quoted, so none can add a pair. Raises rdl::Error when no
-// driver for SQL Server is installed.
-std::string OdbcConnection(ProviderKind provider, const ConnectString& pairs, const ServerAddress& address);
+struct OdbcTarget {
+    std::string text;   // for the driver manager
+    std::string place;  // for people: the server "db" by the ODBC driver "FreeTDS"
+};
+
+// ODBC: the report's own pairs, user and password replaced. SQL Server: what the pairs of SqlClient and OLE
+// DB mean to the driver that is installed (or named by Driver=). Values are quoted, so none can add a pair.
+// Raises rdl::Error when the driver is not installed, is given as a library's path, or would be told to load
+// or write files.
+OdbcTarget OdbcConnection(ProviderKind provider, const ConnectString& pairs, const ServerAddress& address);
 
 }  // namespace rdl::data

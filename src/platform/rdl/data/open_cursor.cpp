@@ -69,13 +69,8 @@ BoundQuery QueryOf(const LoadRequest& request, const DataSet& dataSet, ProviderK
         throw Error("the query is empty");
     }
     switch (dataSet.commandType) {
-        case DataSet::CommandType::StoredProcedure: {
-            BoundQuery query{ProcedureCall(command, values, provider), {}};
-            for (const NamedValue& value : values) {
-                query.binds.push_back(value.value);
-            }
-            return query;
-        }
+        case DataSet::CommandType::StoredProcedure:
+            return ProcedureCall(command, values, provider);
         case DataSet::CommandType::TableDirect:
             return {TableQuery(command, provider), {}};
         default:
@@ -143,18 +138,21 @@ std::unique_ptr<Cursor> OpenCsvSet(const LoadRequest& request, const DataSet& da
 
 OpenSource ResolveSource(const LoadRequest& request, const DataSource& source) {
     SourceOverride used;
+    bool isIntegrated = false;
     if (const auto found = request.overrides.find(source.name); found != request.overrides.end()) {
         used = found->second;
     }
     if (!source.reference.empty() && (used.provider.empty() || used.connectString.empty())) {
         const SharedSource shared = ReadSharedSource(source.reference, request.SearchFolders());
+        isIntegrated = used.connectString.empty() && shared.integrated;
         used.provider = used.provider.empty() ? shared.provider : used.provider;
         used.connectString = used.connectString.empty() ? shared.connectString : used.connectString;
     }
     OpenSource open;
-    open.provider = FindProvider(used.provider.empty() ? source.provider : used.provider);
     open.connectString = used.connectString.empty() ? TextOf(request, source.connectString, "connect string")
                                                     : used.connectString;
+    open.provider = FindProvider(used.provider.empty() ? source.provider : used.provider, open.connectString);
+    open.integrated = used.connectString.empty() ? source.integratedSecurity : isIntegrated;
     if (const auto found = request.logons.find(source.name); found != request.logons.end()) {
         open.logon = found->second;
     }
@@ -188,7 +186,8 @@ std::unique_ptr<Cursor> OpenCursor(const LoadRequest& request, const DataSet& da
         case ProviderKind::Csv:
             return OpenCsvSet(request, dataSet, open);
         default:
-            return OpenSql({open.provider, open.connectString, open.logon.user, open.logon.password, seconds},
+            return OpenSql({open.provider, open.connectString, open.logon.user, open.logon.password, seconds,
+                            open.integrated},
                            QueryOf(request, dataSet, open.provider));
     }
 }

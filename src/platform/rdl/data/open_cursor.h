@@ -14,6 +14,7 @@ struct OpenSource {
     ProviderKind provider = ProviderKind::Sqlite;
     std::string connectString;
     Logon logon;
+    bool integrated = false;  // the report asks for the operating system's user
 };
 OpenSource ResolveSource(const LoadRequest& request, const DataSource& source);
 

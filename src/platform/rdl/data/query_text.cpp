@@ -5,6 +5,7 @@
 
 #include "platform/rdl/data/message.h"
 #include "platform/rdl/error.h"
+#include "platform/rdl/format/format.h"
 
 namespace rdl::data {
 namespace {
@@ -25,12 +26,20 @@ class Binder {
  public:
     Binder(std::string_view text, const std::vector<NamedValue>& values, ProviderKind provider,
            bool positional)
-        : m_text(text), m_values(values), m_provider(provider), m_positional(positional) {}
+        : m_text(text),
+          m_values(values),
+          m_provider(provider),
+          m_positional(positional),
+          m_known(values.size()),
+          m_isMySqlCall(provider == ProviderKind::MySql && IsCall(text)) {}
 
     BoundQuery Run() {
         while (m_at < m_text.size()) {
             const std::size_t quoted = QuotedEnd();
-            if (quoted > m_at) {
+            if (quoted > m_at && IsComment()) {
+                m_result.text.push_back(' ');
+                m_at = quoted;
+            } else if (quoted > m_at) {
                 Copy(quoted);
             } else if (m_positional && m_text[m_at] == '?') {
                 ++m_at;
@@ -47,12 +56,16 @@ class Binder {
         return std::move(m_result);
     }
 
+    bool HasNames() const {
+        return std::any_of(m_known.begin(), m_known.end(), [](std::size_t first) { return first != 0; });
+    }
+
     bool IsOneStatement() {
         bool ended = false;
         while (m_at < m_text.size()) {
             const char c = m_text[m_at];
             const std::size_t quoted = QuotedEnd();
-            const bool comment = quoted > m_at && (c == '-' || c == '/' || c == '#');
+            const bool comment = quoted > m_at && IsComment();
             if (ended && !comment && std::string_view("; \t\r\n").find(c) == std::string_view::npos) {
                 return false;
             }
@@ -73,9 +86,25 @@ class Binder {
         return at == std::string_view::npos ? m_text.size() : at + mark.size();
     }
 
+    // What begins here is known to be a text, a quoted name or a comment. Hints and what MySQL runs out of
+    // comments are none.
+    bool IsComment() const {
+        const std::string_view rest = m_text.substr(m_at);
+        return rest.front() == '-' || rest.front() == '#' ||
+               (rest.starts_with("/*") && !rest.starts_with("/*+") && !rest.starts_with("/*!") &&
+                !rest.starts_with("/*M!"));
+    }
+
+    // E'it\'s' of PostgreSQL.
+    bool HasEscapeMark() const {
+        return m_at > 0 && (m_text[m_at - 1] == 'e' || m_text[m_at - 1] == 'E') &&
+               (m_at == 1 || !IsNameChar(m_text[m_at - 2]));
+    }
+
     // The end of a string or quoted name; the closing mark doubled is a part of it.
     std::size_t StringEnd(char close) const {
-        const bool escapes = m_provider == ProviderKind::MySql && close != '`';
+        const bool escapes = (m_provider == ProviderKind::MySql && close != '`') ||
+                             (m_provider == ProviderKind::PostgreSql && close == '\'' && HasEscapeMark());
         for (std::size_t at = m_at + 1; at < m_text.size(); ++at) {
             if (escapes && m_text[at] == '\\') {
                 ++at;
@@ -101,7 +130,7 @@ class Binder {
             case '[':
                 return brackets ? StringEnd(']') : m_at;
             case '-':
-                return rest.starts_with("--") ? After("\n", m_at) : m_at;
+                return rest.starts_with("--") && !IsDoubleMinus(rest) ? After("\n", m_at) : m_at;
             case '#':
                 return m_provider == ProviderKind::MySql ? After("\n", m_at) : m_at;
             case '/':
@@ -115,6 +144,12 @@ class Binder {
             default:
                 return m_at;
         }
+    }
+
+    // MySQL's comment needs a blank behind the marks: 5--1 is 6 there.
+    bool IsDoubleMinus(std::string_view rest) const {
+        return m_provider == ProviderKind::MySql && rest.size() > 2 &&
+               static_cast<unsigned char>(rest[2]) > ' ';
     }
 
     // $$ ... $$ and $tag$ ... $tag$.
@@ -140,10 +175,10 @@ class Binder {
             ++end;
         }
         const std::string_view name = m_text.substr(m_at + 1, end - m_at - 1);
-        for (const NamedValue& value : m_values) {
-            if (!name.empty() && EqualNoCase(WithoutMark(value.name), name)) {
+        for (std::size_t i = 0; i < m_values.size(); ++i) {
+            if (!name.empty() && EqualNoCase(WithoutMark(m_values[i].name), name)) {
                 m_at = end;
-                Put(value.value);
+                Put(i);
                 return true;
             }
         }
@@ -156,13 +191,21 @@ class Binder {
             throw Error("the query has more parameter marks than the data set has parameters (" +
                         std::to_string(m_values.size()) + ")");
         }
-        Put(m_values[m_nextValue++].value);
+        Put(m_nextValue++);
     }
 
-    void Put(const Value& value) {
+    void Put(std::size_t index) {
+        const Value& value = m_values[index].value;
+        // PostgreSQL's marks have numbers: the same one again means the same value.
+        std::size_t& first = m_known[index];
+        std::size_t number = m_result.binds.size() + 1;
+        const bool again = m_provider == ProviderKind::PostgreSql && first != 0;
+        if (again) {
+            number = first;
+        }
+        first = number;
         if (value.kind() != Kind::List) {
-            m_result.text.push_back('?');
-            Bind(value);
+            PutOne(value, number, again);
             return;
         }
         const std::size_t before = m_result.text.find_last_not_of(" \t\r\n");
@@ -172,16 +215,24 @@ class Binder {
         if (value.AsList().empty()) {
             m_result.text.append("NULL");  // in an empty list is nothing
         }
-        bool first = true;
         for (const Value& one : value.AsList()) {
-            m_result.text.append(first ? "?" : ", ?");
-            first = false;
-            Bind(one);
+            m_result.text.append(number == first ? "" : ", ");
+            PutOne(one, number++, again);
         }
         m_result.text.append(inside ? "" : ")");
     }
 
-    void Bind(const Value& value) {
+    void PutOne(const Value& value, std::size_t number, bool isBound) {
+        if (m_provider == ProviderKind::PostgreSql) {
+            m_result.text.append("$").append(std::to_string(number));
+        } else if (m_isMySqlCall) {
+            m_result.text.append(VariableMark).append(std::to_string(number));
+        } else {
+            m_result.text.push_back('?');
+        }
+        if (isBound) {
+            return;
+        }
         if (m_result.binds.size() >= MostBinds) {
             throw Error("the query has more than " + std::to_string(MostBinds) + " parameter values");
         }
@@ -193,8 +244,51 @@ class Binder {
     ProviderKind m_provider;
     bool m_positional;
     std::size_t m_at = 0, m_nextValue = 0;
+    std::vector<std::size_t> m_known;  // by parameter: the number of its first mark, 0: none yet
+    bool m_isMySqlCall;
     BoundQuery m_result;
 };
+
+// A procedure takes several values as one text with commas between them.
+Value JoinedList(const Value& value) {
+    if (value.kind() != Kind::List) {
+        return value;
+    }
+    std::string text;
+    for (const Value& one : value.AsList()) {
+        text.append(&one == value.AsList().data() ? "" : ",").append(ToText(one, FindCulture("")));
+    }
+    return Value::Text(text);
+}
+
+// Schema and table of a server; each may be quoted already. A SQLite file has one schema only.
+std::vector<std::string> NamePieces(std::string_view name, ProviderKind provider) {
+    if (provider == ProviderKind::Sqlite) {
+        return {std::string(name)};
+    }
+    std::vector<std::string> pieces(1);
+    char close = '\0';
+    for (const char c : name) {
+        if (close == '\0' && c == '.') {
+            pieces.emplace_back();
+        } else if (close == '\0' && pieces.back().empty() && (c == '[' || c == '"' || c == '`')) {
+            close = c == '[' ? ']' : c;
+        } else if (c == close) {
+            close = '\0';
+        } else {
+            pieces.back().push_back(c);
+        }
+    }
+    return pieces;
+}
+
+void CheckProcedureName(std::string_view name) {
+    for (const char c : name) {
+        if (!IsNameChar(c) && std::string_view(".[]\"` $#").find(c) == std::string_view::npos) {
+            throw Error("\"" + CleanText(name) + "\" is no name of a stored procedure");
+        }
+    }
+}
 
 }  // namespace
 
@@ -203,64 +297,78 @@ BoundQuery BindParameters(std::string_view text, const std::vector<NamedValue>& 
     if (values.empty()) {
         return {std::string(text), {}};
     }
-    BoundQuery named = Binder(text, values, provider, false).Run();
-    if (!named.binds.empty() || named.text != text) {
-        return named;
-    }
+    Binder named(text, values, provider, false);
+    BoundQuery query = named.Run();
     // No name occurs: the parameters are marks, or the query leaves them alone.
-    Binder positional(text, values, provider, true);
-    const bool namesOnly = text.find('?') == std::string_view::npos;
-    return namesOnly ? named : positional.Run();
+    const bool hasMarks = !named.HasNames() && query.text.find('?') != std::string::npos;
+    return hasMarks ? Binder(text, values, provider, true).Run() : query;
 }
 
 bool IsOneStatement(std::string_view text, ProviderKind provider) {
     return Binder(text, {}, provider, false).IsOneStatement();
 }
 
-std::string ProcedureCall(std::string_view name, const std::vector<NamedValue>& values,
-                          ProviderKind provider) {
+bool IsCall(std::string_view text) {
+    text = Trimmed(text);
+    return text.size() > 4 && EqualNoCase(text.substr(0, 4), "call") && !IsNameChar(text[4]);
+}
+
+BoundQuery ProcedureCall(std::string_view name, const std::vector<NamedValue>& values,
+                         ProviderKind provider) {
     name = Trimmed(name);
-    for (const char c : name) {
-        if (!IsNameChar(c) && std::string_view(".[]\" ").find(c) == std::string_view::npos) {
-            throw Error("\"" + CleanText(name) + "\" is no name of a stored procedure");
-        }
-    }
+    CheckProcedureName(name);
     if (provider == ProviderKind::Sqlite) {
         throw Error("a SQLite database has no stored procedures (\"" + CleanText(name) + "\")");
     }
+    BoundQuery query;
     std::string arguments;
     for (const NamedValue& value : values) {
         const std::string_view parameter = WithoutMark(value.name);
         arguments.append(arguments.empty() ? "" : ", ");
         if (provider == ProviderKind::SqlServer && !parameter.empty()) {
-            for (const char c : parameter) {
-                if (!IsNameChar(c)) {
-                    throw Error("\"" + CleanText(value.name) + "\" is no name of a parameter");
-                }
+            if (!std::all_of(parameter.begin(), parameter.end(), IsNameChar)) {
+                throw Error("\"" + CleanText(value.name) + "\" is no name of a parameter");
             }
             arguments.append("@").append(parameter).append(" = ");
         }
-        arguments.append("?");
+        query.binds.push_back(JoinedList(value.value));
+        const std::string number = std::to_string(query.binds.size());
+        if (provider == ProviderKind::PostgreSql) {
+            arguments.append("$").append(number);
+        } else if (provider == ProviderKind::MySql) {
+            arguments.append(VariableMark).append(number);
+        } else {
+            arguments.append("?");
+        }
     }
     switch (provider) {
         case ProviderKind::SqlServer:
-            return "EXEC " + std::string(name) + " " + arguments;
+            query.text = "EXEC " + std::string(name) + " " + arguments;
+            break;
         case ProviderKind::PostgreSql:
-            return "SELECT * FROM " + std::string(name) + "(" + arguments + ")";
+            query.text = "SELECT * FROM " + std::string(name) + "(" + arguments + ")";
+            break;
         case ProviderKind::MySql:
-            return "CALL " + std::string(name) + "(" + arguments + ")";
+            query.text = "CALL " + std::string(name) + "(" + arguments + ")";
+            break;
         default:
-            return "{CALL " + std::string(name) + "(" + arguments + ")}";
+            query.text = "{CALL " + std::string(name) + "(" + arguments + ")}";
+            break;
     }
+    return query;
 }
 
 std::string TableQuery(std::string_view name, ProviderKind provider) {
     const char quote = provider == ProviderKind::MySql ? '`' : '"';
-    std::string quoted(1, quote);
-    for (const char c : Trimmed(name)) {
-        quoted.append(c == quote ? 2 : 1, c);
+    std::string quoted;
+    for (const std::string& piece : NamePieces(Trimmed(name), provider)) {
+        quoted.append(quoted.empty() ? "" : ".").push_back(quote);
+        for (const char c : piece) {
+            quoted.append(c == quote ? 2 : 1, c);
+        }
+        quoted.push_back(quote);
     }
-    return "SELECT * FROM " + quoted + quote;
+    return "SELECT * FROM " + quoted;
 }
 
 }  // namespace rdl::data

@@ -1,7 +1,8 @@
 #include "platform/rdl/data/row_environment.h"
 
-#include "platform/rdl/data/aggregate.h"
 #include "platform/rdl/data/message.h"
+#include "platform/rdl/expr/accumulator.h"
+#include "platform/rdl/expr/globals.h"
 
 namespace rdl::data {
 namespace {
@@ -113,26 +114,10 @@ Value RowEnvironment::ParameterLabel(int index) {
 }
 
 Value RowEnvironment::Global(expr::GlobalName name) {
-    switch (name) {
-        case expr::GlobalName::ExecutionTime:
-            return Value::DateTime(m_request.nowTicks);
-        case expr::GlobalName::ReportName:
-            return Value::Text(m_request.reportName);
-        case expr::GlobalName::ReportFolder:
-            return Value::Text(m_request.folder);
-        case expr::GlobalName::ReportServerUrl:
-            return Value::Text("");
-        case expr::GlobalName::RenderFormatName:
-            return Value::Text(m_request.renderFormat);
-        case expr::GlobalName::RenderFormatIsInteractive:
-            return Value::Boolean(false);
-        case expr::GlobalName::UserID:
-            return Value::Text(m_request.userName);
-        case expr::GlobalName::Language:
-            return Value::Text(m_culture.name);
-        default:
-            return Value::Error("there are no pages in a data set");
-    }
+    const Value value = expr::GlobalOf({m_request.nowTicks, m_request.reportName, m_request.folder,
+                                        m_request.userName, m_request.renderFormat, m_culture.name},
+                                       name);
+    return value.IsNull() ? Value::Error("there are no pages in a data set") : value;
 }
 
 Value RowEnvironment::ReportItem(const std::string& name) {
@@ -151,18 +136,24 @@ Value RowEnvironment::Aggregate(const expr::AggregateCall& call) {
     if (known != m_aggregates.end()) {
         return known->second;
     }
+    using expr::AggregateKind;
+    if (call.kind == AggregateKind::RunningValue || call.kind == AggregateKind::RowNumber ||
+        call.kind == AggregateKind::Previous) {
+        return Value::Error("this aggregate cannot be used in a data set");
+    }
+    expr::Accumulator sum(call.kind, m_culture);
     const std::size_t row = m_row;
     m_aggregating = true;
-    Value result = data::Aggregate(
-        call.kind, m_table->RowCount(),
-        [&](std::size_t at) {
-            m_row = at;
-            return call.argument ? call.argument->Evaluate(*this) : Value();
-        },
-        m_culture);
+    for (m_row = 0; m_row < m_table->RowCount(); ++m_row) {
+        if (call.argument) {
+            sum.Add(call.argument->Evaluate(*this));
+        } else {
+            sum.AddRow();
+        }
+    }
     m_aggregating = false;
     m_row = row;
-    return m_aggregates[call.id] = std::move(result);
+    return m_aggregates[call.id] = sum.Result();
 }
 
 Value RowEnvironment::Lookup(const expr::LookupCall&) {

@@ -92,7 +92,8 @@ SharedSource ReadSharedSource(const std::string& reference, const std::vector<st
     const XmlDocument document = ReadBeside(reference, ".rds", folders);
     const XmlNode* properties = document.Child(document.Root(), "ConnectionProperties");
     const XmlNode& holder = properties ? *properties : document.Root();
-    SharedSource source{document.ChildText(holder, "Extension"), document.ChildText(holder, "ConnectString")};
+    SharedSource source{document.ChildText(holder, "Extension"), document.ChildText(holder, "ConnectString"),
+                        EqualNoCase(document.ChildText(holder, "IntegratedSecurity"), "true")};
     if (source.provider.empty()) {
         throw Error("the shared data source \"" + CleanText(reference) + "\" names no data provider");
     }

@@ -10,6 +10,7 @@ namespace rdl::data {
 
 struct SharedSource {
     std::string provider, connectString;
+    bool integrated = false;
 };
 
 // `reference` is a name or a path of a report server; its last piece names the file in the run's folders.

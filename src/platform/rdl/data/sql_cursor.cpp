@@ -1,153 +1,55 @@
 #include "platform/rdl/data/sql_cursor.h"
 
-#include <QDateTime>
-#include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QUuid>
-#include <QVariant>
-#include <atomic>
-#include <limits>
+#include <chrono>
 #include <optional>
 
 #include "platform/rdl/data/message.h"
-#include "platform/rdl/data/odbc_connection.h"
+#include "platform/rdl/data/sql_connection.h"
+#include "platform/rdl/data/sql_values.h"
 #include "platform/rdl/error.h"
-#include "platform/rdl/format/format.h"
 
 namespace rdl::data {
 namespace {
 
-constexpr int ConnectSeconds = 20;
+using Clock = std::chrono::steady_clock;
 
-QString DriverName(ProviderKind provider) {
-    switch (provider) {
-        case ProviderKind::PostgreSql:
-            return QStringLiteral("QPSQL");
-        case ProviderKind::MySql:
-            return QStringLiteral("QMYSQL");
-        default:
-            return QStringLiteral("QODBC");
+bool IsOneOf(std::string_view code, std::initializer_list<std::string_view> codes) {
+    for (const std::string_view one : codes) {
+        if (code == one) {
+            return true;
+        }
     }
+    return false;
 }
 
-// One connection of Qt's list, taken out again when it goes.
-class Connection {
- public:
-    explicit Connection(const QString& driver) {
-        static std::atomic<unsigned> count{0};
-        m_name = QStringLiteral("report-data-%1").arg(++count);
-        if (!QSqlDatabase::isDriverAvailable(driver)) {
-            throw Error("the database driver " + driver.toStdString() + " is not installed");
+bool HasWord(std::string_view text, std::initializer_list<std::string_view> words) {
+    for (const std::string_view word : words) {
+        if (text.find(word) != std::string_view::npos) {
+            return true;
         }
-        m_database = QSqlDatabase::addDatabase(driver, m_name);
     }
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-    ~Connection() {
-        m_database.close();
-        m_database = QSqlDatabase();
-        QSqlDatabase::removeDatabase(m_name);
-    }
-    QSqlDatabase& Database() { return m_database; }
-
- private:
-    QString m_name;
-    QSqlDatabase m_database;
-};
-
-QVariant ToVariant(const Value& value) {
-    switch (value.kind()) {
-        case Kind::Boolean:
-            return value.AsBoolean();
-        case Kind::Integer:
-            return QVariant::fromValue<qlonglong>(value.AsInteger());
-        case Kind::Real:
-            return value.AsReal();
-        case Kind::DateTime: {
-            const DateTimeParts parts = SplitTicks(value.AsTicks());
-            // A moment without a zone: what the server stores must not depend on where this runs.
-            return QDateTime(QDate(parts.year, parts.month, parts.day),
-                             QTime(parts.hour, parts.minute, parts.second, parts.fraction / 10'000));
-        }
-        case Kind::Text:
-            return QString::fromUtf8(value.AsText().data(), static_cast<qsizetype>(value.AsText().size()));
-        case Kind::Bytes:
-            return QByteArray(value.AsText().data(), static_cast<qsizetype>(value.AsText().size()));
-        default:
-            return {};
-    }
-}
-
-Value OfDateTime(const QDateTime& moment) {
-    if (!moment.isValid() || moment.date().year() < 1 || moment.date().year() > 9999) {
-        return {};
-    }
-    const QDate day = moment.date();
-    const QTime time = moment.time();
-    return Value::DateTime(
-        MakeTicks(day.year(), day.month(), day.day(), time.hour(), time.minute(), time.second()) +
-        time.msec() * (TicksPerSecond / 1000));
-}
-
-Value OfVariant(const QVariant& variant) {
-    if (variant.isNull()) {
-        return {};
-    }
-    switch (variant.typeId()) {
-        case QMetaType::Bool:
-            return Value::Boolean(variant.toBool());
-        case QMetaType::Char:
-        case QMetaType::SChar:
-        case QMetaType::UChar:
-        case QMetaType::Short:
-        case QMetaType::UShort:
-        case QMetaType::Int:
-        case QMetaType::UInt:
-        case QMetaType::Long:
-        case QMetaType::LongLong:
-            return Value::Integer(variant.toLongLong());
-        case QMetaType::ULong:
-        case QMetaType::ULongLong: {
-            const qulonglong number = variant.toULongLong();
-            return number <= static_cast<qulonglong>(std::numeric_limits<qlonglong>::max())
-                       ? Value::Integer(static_cast<std::int64_t>(number))
-                       : Value::Real(static_cast<double>(number));
-        }
-        case QMetaType::Float:
-        case QMetaType::Double:
-            return Value::Real(variant.toDouble());
-        case QMetaType::QDate:
-        case QMetaType::QDateTime:
-            return OfDateTime(variant.toDateTime());
-        case QMetaType::QTime:
-            return Value::TimeSpan(static_cast<std::int64_t>(variant.toTime().msecsSinceStartOfDay()) *
-                                   10'000);
-        case QMetaType::QByteArray: {
-            const QByteArray bytes = variant.toByteArray();
-            return Value::Bytes({bytes.constData(), static_cast<std::size_t>(bytes.size())});
-        }
-        default:
-            return Value::Text(variant.toString().toStdString());
-    }
+    return false;
 }
 
 class SqlCursor : public Cursor {
  public:
-    SqlCursor(const SqlSource& source, const BoundQuery& query) : m_connection(DriverName(source.provider)) {
-        Open(source);
+    SqlCursor(const SqlSource& source, const BoundQuery& query)
+        : m_provider(source.provider), m_seconds(source.querySeconds), m_connection(source) {
         m_query.emplace(m_connection.Database());
         m_query->setForwardOnly(true);
-        m_query->setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
-        Run(source, query);
-        const QSqlRecord record = m_query->record();
-        for (int column = 0; column < record.count(); ++column) {
-            m_columns.push_back(record.fieldName(column).toStdString());
+        // SQL Server runs whole batches: variables are declared and set before the rows are asked for.
+        const bool isBatch = m_provider == ProviderKind::SqlServer || m_provider == ProviderKind::Odbc;
+        if (!isBatch && !IsOneStatement(query.text, m_provider)) {
+            throw Error("the query is more than one statement");
         }
-        if (m_columns.empty()) {
-            throw Error("the query gives no rows");
+        Run(query);
+        // What a procedure or a batch says before its rows.
+        while (!m_query->isSelect() && m_query->nextResult()) {
         }
+        ReadColumns();
     }
 
     bool Next() override {
@@ -160,107 +62,86 @@ class SqlCursor : public Cursor {
         return false;
     }
 
-    Value Cell(std::size_t column) override { return OfVariant(m_query->value(static_cast<int>(column))); }
+    Value Cell(std::size_t column) override {
+        // Only decimal columns may have more digits than a double.
+        m_query->setNumericalPrecisionPolicy(m_isDecimal[column] ? QSql::HighPrecision
+                                                                 : QSql::LowPrecisionDouble);
+        return OfVariant(m_query->value(static_cast<int>(column)), m_isDecimal[column]);
+    }
 
  private:
-    void Open(const SqlSource& source) {
-        const ConnectString pairs(source.connectString);
-        ServerAddress address = ReadServerAddress(pairs);
-        if (!source.user.empty()) {
-            address.user = source.user;
-            address.password = source.password;
-        } else if (!source.password.empty()) {
-            address.password = source.password;
-        }
-        m_secret = address.password;
-        QSqlDatabase& database = m_connection.Database();
-        if (source.provider == ProviderKind::PostgreSql || source.provider == ProviderKind::MySql) {
-            database.setHostName(QString::fromStdString(address.host));
-            database.setDatabaseName(QString::fromStdString(address.database));
-            database.setUserName(QString::fromStdString(address.user));
-            database.setPassword(QString::fromStdString(address.password));
-            if (address.port) {
-                database.setPort(address.port);
-            }
-        } else {
-            database.setDatabaseName(QString::fromStdString(OdbcConnection(source.provider, pairs, address)));
-        }
-        database.setConnectOptions(ConnectOptions(source));
-        if (!database.open()) {
-            Refused(database.lastError(), address);
-        }
-    }
-
-    static QString ConnectOptions(const SqlSource& source) {
-        switch (source.provider) {
-            case ProviderKind::PostgreSql:
-                return QStringLiteral("connect_timeout=%1").arg(ConnectSeconds);
-            case ProviderKind::MySql:
-                return QStringLiteral("MYSQL_OPT_CONNECT_TIMEOUT=%1;MYSQL_OPT_READ_TIMEOUT=%2")
-                    .arg(ConnectSeconds)
-                    .arg(std::max(source.querySeconds, 1));
-            default:
-                return QStringLiteral("SQL_ATTR_LOGIN_TIMEOUT=%1;SQL_ATTR_ACCESS_MODE=SQL_MODE_READ_ONLY")
-                    .arg(ConnectSeconds);
-        }
-    }
-
-    // Drivers tell a wrong logon and a missing server by text only.
-    [[noreturn]] void Refused(const QSqlError& error, const ServerAddress& address) const {
-        const std::string text = CleanText(error.text().toStdString(), m_secret);
-        const std::string lower = LowerAscii(text);
-        for (const char* word :
-             {"password", "authentication", "access denied", "login failed", "role \"", "28000"}) {
-            if (lower.find(word) != std::string::npos) {
-                throw Error("the logon of the user \"" + CleanText(address.user) + "\" was refused: " + text);
-            }
-        }
-        throw Error("the server \"" + CleanText(address.host) +
-                    "\" cannot be reached or has no such database: " + text);
-    }
-
-    void Run(const SqlSource& source, const BoundQuery& query) {
-        if (source.provider == ProviderKind::PostgreSql) {
-            QSqlQuery settings(m_connection.Database());
-            // A report reads. A second statement could lift that, so there is none.
-            if (!IsOneStatement(query.text, source.provider)) {
-                throw Error("the query is more than one statement");
-            }
-            settings.exec(QStringLiteral("SET default_transaction_read_only = on"));
-            settings.exec(QStringLiteral("SET statement_timeout = '%1s'").arg(source.querySeconds));
-        }
-        const QString text = QString::fromStdString(query.text);
+    void Run(const BoundQuery& query) {
         if (query.binds.empty()) {
-            if (!m_query->exec(text)) {
-                Fail("the query is wrong: ");
+            Execute(query.text);
+        } else if (m_provider == ProviderKind::MySql && IsCall(query.text)) {
+            for (std::size_t i = 0; i < query.binds.size(); ++i) {
+                Prepare("SET " + std::string(VariableMark) + std::to_string(i + 1) + " = ?",
+                        {query.binds[i]});
             }
-            return;
+            Execute(query.text);
+        } else {
+            Prepare(query.text, query.binds);
         }
-        if (!m_query->prepare(text)) {
+    }
+
+    void Execute(const std::string& text) {
+        if (!m_query->exec(QString::fromStdString(text))) {
             Fail("the query is wrong: ");
         }
-        for (const Value& value : query.binds) {
-            m_query->addBindValue(ToVariant(value));
+    }
+
+    void Prepare(const std::string& text, const std::vector<Value>& binds) {
+        if (!m_query->prepare(QString::fromStdString(text))) {
+            Fail("the query is wrong: ");
+        }
+        for (const Value& value : binds) {
+            m_query->addBindValue(ToVariant(value, m_provider));
         }
         if (!m_query->exec()) {
             Fail("the query is wrong: ");
         }
     }
 
-    [[noreturn]] void Fail(const std::string& what) const {
-        const QSqlError error = m_query->lastError();
-        const std::string text = CleanText(error.text().toStdString(), m_secret);
-        const std::string code = error.nativeErrorCode().toStdString();
-        const std::string lower = LowerAscii(text);
-        const bool noTable = code == "42P01" || code == "1146" || code == "208" ||
-                             lower.find("invalid object name") != std::string::npos ||
-                             lower.find("no such table") != std::string::npos;
-        throw Error((noTable ? "a table is missing: " : what) + text);
+    void ReadColumns() {
+        const QSqlRecord record = m_query->record();
+        for (int column = 0; column < record.count(); ++column) {
+            m_columns.push_back(record.fieldName(column).toStdString());
+            m_isDecimal.push_back(IsDecimalColumn(record.field(column), m_provider));
+        }
+        if (m_columns.empty()) {
+            throw Error("the query gives no rows");
+        }
     }
 
-    Connection m_connection;
+    [[noreturn]] void Fail(const std::string& what) const {
+        const QSqlError error = m_query->lastError();
+        const std::string text = CleanText(error.text().toStdString(), m_connection.Secret());
+        const std::string code = error.nativeErrorCode().toStdString();
+        const std::string lower = LowerAscii(text);
+        // The same codes stand for a query that somebody stopped.
+        const bool isLate = Clock::now() - m_start >= std::chrono::seconds(m_seconds);
+        if (isLate &&
+            (IsOneOf(code, {"57014", "1969", "3024", "2013"}) || HasWord(lower, {"timeout", "hyt0"}))) {
+            throw Error(TookTooLong(m_seconds));
+        }
+        if (IsOneOf(code, {"57P01", "57P02", "57P03", "1053", "1927", "2006", "2013"}) ||
+            code.starts_with("08") ||
+            HasWord(lower, {"server closed the connection", "communication link"})) {
+            throw Error("the connection to the server was lost: " + text);
+        }
+        if (IsOneOf(code, {"42P01", "1146", "208"}) ||
+            HasWord(lower, {"invalid object name", "no such table", "42s02"})) {
+            throw Error("a table is missing: " + text);
+        }
+        throw Error(what + text);
+    }
+
+    ProviderKind m_provider;
+    int m_seconds;
+    Clock::time_point m_start = Clock::now();
+    SqlConnection m_connection;
     std::optional<QSqlQuery> m_query;  // goes before the connection
-    std::string m_secret;
+    std::vector<bool> m_isDecimal;     // by column
 };
 
 }  // namespace

@@ -14,7 +14,8 @@ struct SqlSource {
     ProviderKind provider = ProviderKind::Odbc;
     std::string connectString;
     std::string user, password;  // instead of those in the connect string; empty: those
-    int querySeconds = 0;        // asked of the server where the driver can; 0: its own
+    int querySeconds = 0;        // asked of the server where the driver can
+    bool integrated = false;     // as the operating system's user, unless one is given
 };
 
 // Opens the connection, runs the query and keeps both until the cursor goes. Raises rdl::Error, telling a

@@ -41,7 +41,9 @@ struct Finalize {
 class SqliteCursor : public Cursor {
  public:
     SqliteCursor(const SqliteSource& source, const BoundQuery& query)
-        : m_file(source.file), m_deadline(Clock::now() + std::chrono::seconds(source.querySeconds)) {
+        : m_file(source.file),
+          m_seconds(source.querySeconds),
+          m_deadline(Clock::now() + std::chrono::seconds(source.querySeconds)) {
         Open();
         sqlite3_progress_handler(m_database.get(), StepsBetweenLooks, &SqliteCursor::TimeIsUp, this);
         Prepare(query.text);
@@ -198,7 +200,7 @@ class SqliteCursor : public Cursor {
             case SQLITE_PERM:
                 throw Error("the database file \"" + CleanText(m_file) + "\" cannot be opened: " + text);
             case SQLITE_INTERRUPT:
-                throw Error("the query took longer than it may and was given up");
+                throw Error(TookTooLong(m_seconds));
             case SQLITE_AUTH:
                 throw Error("the query does more than read, which a report may not (" + text + ")");
             case SQLITE_BUSY:
@@ -217,6 +219,7 @@ class SqliteCursor : public Cursor {
     }
 
     std::string m_file;
+    int m_seconds;
     Clock::time_point m_deadline;
     std::unique_ptr<sqlite3, CloseDatabase> m_database;
     std::unique_ptr<sqlite3_stmt, Finalize> m_statement;  // behind the database: it goes first

@@ -1,12 +1,10 @@
 #include "platform/rdl/layout/filter.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 
 #include "platform/rdl/error.h"
-#include "platform/rdl/expr/characters.h"
-#include "platform/rdl/expr/operators.h"
+#include "platform/rdl/expr/filter.h"
 
 namespace rdl::layout {
 namespace {
@@ -19,57 +17,12 @@ Value Checked(const Property& property, Evaluator& evaluator) {
     return value;
 }
 
-// A constant in the report is text; it is compared as what the other side is.
-int CompareAs(const Value& value, const Value& operand, const Culture& culture) {
-    double number = 0;
-    std::int64_t ticks = 0;
-    if (value.IsNumber() && operand.IsText() && expr::ToDouble(operand, culture, number)) {
-        return expr::Compare(value, Value::Real(number));
-    }
-    if (value.kind() == Kind::DateTime && operand.IsText() &&
-        ParseDateTime(operand.AsText(), culture, ticks)) {
-        return expr::Compare(value, Value::DateTime(ticks));
-    }
-    bool truth = false;
-    if (value.kind() == Kind::Boolean && operand.IsText() && expr::ToBoolean(operand, truth)) {
-        return expr::Compare(value, Value::Boolean(truth));
-    }
-    return expr::Compare(value, operand);
+expr::FilterRules RulesOf(Evaluator& evaluator) {
+    return {&evaluator.CurrentCulture(), evaluator.ComparesByCase()};
 }
 
-class CandidateTest final : public expr::FilterTest {
- public:
-    CandidateTest(const FilterPlan& filter, Evaluator& evaluator)
-        : m_filter(filter), m_evaluator(evaluator) {}
-
-    bool Passes() {
-        const Value value = Checked(m_filter.expression, m_evaluator);
-        return FilterTest::Passes(m_filter.op, value, m_filter.values.size());
-    }
-
- private:
-    Value Operand(std::size_t index) override { return Checked(m_filter.values[index], m_evaluator); }
-    int Order(const Value& value, const Value& operand) override {
-        return CompareAs(value, operand, m_evaluator.CurrentCulture());
-    }
-    bool IsLike(const Value& value, const Value& pattern) override {
-        const Culture& culture = m_evaluator.CurrentCulture();
-        bool valid = true;
-        const bool matches = expr::MatchesPattern(expr::Lower(ToText(value, culture)),
-                                                  expr::Lower(ToText(pattern, culture)), valid);
-        if (!valid) {
-            throw Error("The pattern of a filter lacks a closing bracket");
-        }
-        return matches && !value.IsNull();
-    }
-
-    const FilterPlan& m_filter;
-    Evaluator& m_evaluator;
-};
-
-// Those with the largest (smallest) values; ties with the last of them stay as well.
-void KeepExtremes(const FilterPlan& filter, std::vector<std::uint32_t>& candidates, Evaluator& evaluator,
-                  const std::function<void(std::uint32_t)>& enter) {
+void KeepRanked(const FilterPlan& filter, std::vector<std::uint32_t>& candidates, Evaluator& evaluator,
+                const std::function<void(std::uint32_t)>& enter) {
     if (candidates.empty()) {
         return;
     }
@@ -79,17 +32,8 @@ void KeepExtremes(const FilterPlan& filter, std::vector<std::uint32_t>& candidat
         enter(candidate);
         values.push_back(Checked(filter.expression, evaluator));
     }
-    double wanted = 0;
-    if (!expr::ToDouble(Checked(filter.values.front(), evaluator), evaluator.CurrentCulture(), wanted)) {
-        throw Error("A filter by the first or last few needs a number");
-    }
-    if (expr::RanksByPercent(filter.op)) {
-        wanted = std::ceil(static_cast<double>(candidates.size()) * wanted / 100 - 1e-9);
-    }
-    const auto count =
-        static_cast<std::size_t>(std::clamp(wanted, 0.0, static_cast<double>(candidates.size())));
     const std::vector<bool> keep =
-        expr::MarkExtremes(values, count, expr::RanksFromTop(filter.op), expr::Compare);
+        expr::RankFilter(filter.op, RulesOf(evaluator), values, Checked(filter.values.front(), evaluator));
     std::size_t kept = 0;
     for (std::size_t i = 0; i < candidates.size(); ++i) {
         if (keep[i]) {
@@ -104,13 +48,14 @@ void KeepExtremes(const FilterPlan& filter, std::vector<std::uint32_t>& candidat
 void ApplyFilter(const FilterPlan& filter, std::vector<std::uint32_t>& candidates, Evaluator& evaluator,
                  const std::function<void(std::uint32_t)>& enter) {
     if (expr::Ranks(filter.op)) {
-        KeepExtremes(filter, candidates, evaluator, enter);
+        KeepRanked(filter, candidates, evaluator, enter);
         return;
     }
-    CandidateTest test(filter, evaluator);
+    const auto operand = [&](std::size_t index) { return Checked(filter.values[index], evaluator); };
     std::erase_if(candidates, [&](std::uint32_t candidate) {
         enter(candidate);
-        return !test.Passes();
+        return !expr::PassesFilter(filter.op, RulesOf(evaluator), Checked(filter.expression, evaluator),
+                                   filter.values.size(), operand);
     });
 }
 

@@ -1,0 +1,37 @@
+// A connection to a database server through Qt Sql, for as long as a query of a report runs.
+#pragma once
+
+#include <QSqlDatabase>
+#include <string>
+
+#include "platform/rdl/data/connect_string.h"
+#include "platform/rdl/data/sql_cursor.h"
+
+namespace rdl::data {
+
+class SqlConnection {
+ public:
+    // Raises rdl::Error, telling a missing driver, a refused logon and an unreachable server apart; never
+    // with the password.
+    explicit SqlConnection(const SqlSource& source);
+    SqlConnection(const SqlConnection&) = delete;
+    SqlConnection& operator=(const SqlConnection&) = delete;
+    ~SqlConnection();
+
+    QSqlDatabase& Database() { return m_database; }
+    // To be struck out of every text.
+    const std::string& Secret() const { return m_secret; }
+
+ private:
+    void Open(const SqlSource& source);
+    void Close();
+    [[noreturn]] void Refuse(const ServerAddress& address) const;
+    void ReadOnly(const SqlSource& source, const ConnectString& pairs);
+
+    QString m_name;  // in Qt's list of connections
+    QSqlDatabase m_database;
+    std::string m_secret;
+    std::string m_place;  // for people
+};
+
+}  // namespace rdl::data
