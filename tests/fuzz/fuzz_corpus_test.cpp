@@ -1,0 +1,52 @@
+// The inputs that once broke something, and the fuzzers' seeds: each is fed again.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "fuzz/targets.h"
+
+namespace fuzz {
+namespace {
+
+std::vector<std::filesystem::path> FilesOf(std::string_view folder, std::string_view target) {
+    std::vector<std::filesystem::path> files;
+    const auto place = std::filesystem::path(OXC_SOURCE_DIR) / "tests" / "fuzz" / folder / target;
+    std::error_code missing;
+    for (const auto& entry : std::filesystem::directory_iterator(place, missing)) {
+        files.push_back(entry.path());
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+class FuzzCorpus : public testing::TestWithParam<Target> {
+ protected:
+    void RunAll(std::string_view folder) {
+        for (const auto& file : FilesOf(folder, GetParam().name)) {
+            SCOPED_TRACE(file.string());
+            std::ifstream stream(file, std::ios::binary);
+            const std::string bytes((std::istreambuf_iterator<char>(stream)), {});
+            EXPECT_NO_THROW(GetParam().run(bytes));
+        }
+    }
+};
+
+TEST_P(FuzzCorpus, WhatOnceBrokeSomethingIsReadOrRefused) {
+    RunAll("crashes");
+}
+
+TEST_P(FuzzCorpus, SeedsAreThereAndRunToTheirEnd) {
+    EXPECT_FALSE(FilesOf("corpus", GetParam().name).empty());
+    RunAll("corpus");
+}
+
+INSTANTIATE_TEST_SUITE_P(Targets, FuzzCorpus, testing::ValuesIn(Targets),
+                         [](const auto& target) { return std::string(target.param.name); });
+
+}  // namespace
+}  // namespace fuzz
