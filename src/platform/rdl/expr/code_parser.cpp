@@ -15,7 +15,7 @@ constexpr int MaxVariables = 200;  // of a function, and of the module
 bool IsModifier(const Token& token) {
     return token.IsWord("public") || token.IsWord("private") || token.IsWord("friend") ||
            token.IsWord("protected") || token.IsWord("shared") || token.IsWord("overloads") ||
-           token.IsWord("readonly");
+           token.IsWord("readonly") || token.IsWord("overrides");
 }
 
 }  // namespace
@@ -26,6 +26,13 @@ CodeParser::CodeParser(std::vector<Token> tokens, CompileContext& context, CodeM
 void CodeParser::Run() {
     FindFunctions();
     Members();
+    // What reports may override to set their variables up.
+    if (HasFunction("oninit")) {
+        auto statement = std::make_unique<CallStatement>();
+        statement->call = Function("oninit", {});
+        m_module.startDepth = std::max(m_module.startDepth, statement->call->depth);
+        m_module.start.push_back(std::move(statement));
+    }
     m_module.pageGlobals = m_parser.facts().pageGlobals;
     m_module.reportItems = m_parser.facts().reportItems;
     for (const auto& [call, token] : m_calls) {
@@ -62,7 +69,11 @@ void CodeParser::Members() {
             modified = true;
         }
         const bool constant = m_parser.TakeWord("const");
-        if (constant || m_parser.TakeWord("dim") || (modified && m_parser.Peek(1).IsWord("as"))) {
+        const bool dim = m_parser.TakeWord("dim");
+        while (dim && IsModifier(m_parser.Peek())) {
+            m_parser.Take();
+        }
+        if (constant || dim || (modified && m_parser.Peek(1).IsWord("as"))) {
             do {
                 Declare(true, constant);
             } while (m_parser.TakeSymbol(","));
@@ -213,8 +224,11 @@ CodeParser::Declared CodeParser::Declare(bool module, bool constant) {
     }
     if (m_parser.TakeSymbol("(")) {
         declared.list = true;
-        if (!m_parser.Peek().Is(")")) {
+        if (!m_parser.Peek().Is(")") && !m_parser.Peek().Is(",")) {
             declared.upper = Expression();
+        }
+        if (m_parser.Peek().Is(",")) {
+            m_parser.Fail("arrays of several dimensions are not known");
         }
         m_parser.Expect(")");
     }

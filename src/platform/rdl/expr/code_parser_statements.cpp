@@ -329,18 +329,19 @@ std::unique_ptr<Statement> CodeParser::Try() {
     auto statement = std::make_unique<TryStatement>();
     EndStatement();
     statement->body = BlockUntil({{"end", "try"}, {"catch"}, {"finally"}});
-    if (m_parser.TakeWord("catch")) {
-        statement->catches = true;
+    while (m_parser.TakeWord("catch")) {
+        CatchClause& clause = statement->clauses.emplace_back();
         m_scopes.emplace_back();
-        if (!AtEndOfStatement()) {
+        if (!AtEndOfStatement() && !m_parser.Peek().IsWord("when")) {
             const Token& name = m_parser.Peek();
             m_parser.Name("the name of a variable");
             if (m_parser.TakeWord("as") && !m_parser.TypeName().ends_with("exception")) {
                 m_parser.Fail("only an Exception can be caught");
             }
-            statement->message = NewVariable(name.lower, false, nullptr, name);
+            clause.message = NewVariable(name.lower, false, nullptr, name);
         }
-        statement->caught = BlockUntil({{"end", "try"}, {"finally"}});
+        clause.condition = m_parser.TakeWord("when") ? Expression() : nullptr;
+        clause.body = BlockUntil({{"end", "try"}, {"catch"}, {"finally"}});
         m_scopes.pop_back();
     }
     if (m_parser.TakeWord("finally")) {

@@ -322,15 +322,28 @@ Flow LoopStatement::Run(Frame& frame) const {
     }
 }
 
+Flow TryStatement::Catch(Frame& frame) const {
+    const Value why = std::exchange(frame.fault, Value());
+    for (const CatchClause& clause : clauses) {
+        bool holds = true;
+        if (clause.message) {
+            clause.message->In(frame.machine) = Value::Text(why.AsText());
+        }
+        if (clause.condition && !Decide(*clause.condition, frame, holds)) {
+            return Flow::Fault;
+        }
+        if (holds) {
+            return RunBlock(clause.body, frame);
+        }
+    }
+    return Fail(frame, why);
+}
+
 Flow TryStatement::Run(Frame& frame) const {
     Flow flow = RunBlock(body, frame);
     // Too many steps or too much memory is not for the report to catch.
-    if (flow == Flow::Fault && catches && frame.machine.steps >= 0 && frame.machine.bytes >= 0) {
-        const Value why = std::exchange(frame.fault, Value());
-        if (message) {
-            message->In(frame.machine) = Value::Text(why.AsText());
-        }
-        flow = RunBlock(caught, frame);
+    if (flow == Flow::Fault && frame.machine.steps >= 0 && frame.machine.bytes >= 0) {
+        flow = Catch(frame);
     }
     const Value fault = std::exchange(frame.fault, Value());
     const Flow last = RunBlock(finally, frame);

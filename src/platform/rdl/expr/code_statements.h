@@ -116,11 +116,20 @@ struct LoopStatement final : Statement {
     Block body;
 };
 
+// The first clause whose condition holds takes a fault, of whatever kind it is.
+struct CatchClause {
+    std::optional<Variable> message;  // holds why, while it is caught
+    NodePtr condition;                // Catch When; null: always
+    Block body;
+};
+
 struct TryStatement final : Statement {
     Flow Run(Frame& frame) const override;
-    Block body, caught, finally;
-    bool catches = false;
-    std::optional<Variable> message;  // holds why, while it is caught
+    Block body, finally;
+    std::vector<CatchClause> clauses;
+
+ private:
+    Flow Catch(Frame& frame) const;
 };
 
 struct ThrowStatement final : Statement {

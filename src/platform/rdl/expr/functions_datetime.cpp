@@ -27,6 +27,9 @@ Value NewDateTime(const Call& call) {
             return call.error;
         }
     }
+    if (call.count() == 0) {
+        return Value::DateTime(0);
+    }
     if (call.count() == 1) {
         return parts[0] >= 0 && parts[0] <= MaxTicks ? Value::DateTime(parts[0]) : OutOfRange();
     }
@@ -183,9 +186,9 @@ Value ParseSpan(const Call& call) {
 }
 
 constexpr FunctionInfo functions[] = {
-    {"new.datetime", 1, 7, NewDateTime},
-    {"new.date", 1, 7, NewDateTime},
-    {"new.timespan", 1, 5, NewTimeSpan},
+    {"new.datetime", 0, 7, NewDateTime},
+    {"new.date", 0, 7, NewDateTime},
+    {"new.timespan", 0, 5, NewTimeSpan},
     {"datetime.parse", 1, 3, ParseDate},
     {"date.parse", 1, 3, ParseDate},
     {"convert.todatetime", 1, 2, ToDate},

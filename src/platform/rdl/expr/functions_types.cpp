@@ -243,7 +243,7 @@ constexpr FunctionInfo functions[] = {
     {"decimal.toint32", 1, 1, CutTo<std::int32_t>},
     {"decimal.toint64", 1, 1, CutTo<std::int64_t>},
     {"decimal.todouble", 1, 1, ToReal},
-    {"new.decimal", 1, 1, ToReal},
+    {"new.decimal", 0, 1, ToReal},
     {"datetime.compare", 2, 2, CompareNumbers},
     {"date.compare", 2, 2, CompareNumbers},
     {"timespan.compare", 2, 2, CompareNumbers},

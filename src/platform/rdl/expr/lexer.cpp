@@ -116,7 +116,7 @@ class Lexer {
     void LineEnd() {
         const bool open = m_depth > 0 || (!m_tokens.empty() && m_tokens.back().type == Token::Type::Symbol &&
                                           m_tokens.back().text != ")" && m_tokens.back().text != "}" &&
-                                          m_tokens.back().text != ":");
+                                          m_tokens.back().text != ":" && m_tokens.back().text != "?");
         if (m_mode == LexMode::Code && !open && !m_tokens.empty() &&
             m_tokens.back().type != Token::Type::NewLine) {
             Push(Token::Type::NewLine, "", m_at);
@@ -156,6 +156,8 @@ class Lexer {
             Number();
         } else if (c == '&' && ValueDue() && Based()) {
             return;
+        } else if (c == '#' && StartsDirective()) {
+            SkipLine();
         } else if (c == '#') {
             Date();
         } else if (c == '[') {
@@ -294,6 +296,12 @@ class Lexer {
                                           : static_cast<std::int64_t>(number)),
                     start);
         return true;
+    }
+
+    // #Region and its like at the start of a line of code.
+    bool StartsDirective() const {
+        return m_mode == LexMode::Code && IsWordStart(Peek(1)) &&
+               (m_tokens.empty() || m_tokens.back().type == Token::Type::NewLine);
     }
 
     void Date() {

@@ -417,6 +417,10 @@ Value HasValue(const Call& call) {
 Value Itself(const Call& call) {
     return call[0];
 }
+// Of a parameter that code was given as a whole.
+Value IsMultiValue(const Call& call) {
+    return Value::Boolean(call[0].kind() == Kind::List);
+}
 Value OrDefault(const Call& call) {
     return call[0].IsNull() ? call[1] : call[0];
 }
@@ -458,6 +462,7 @@ constexpr FunctionInfo functions[] = {
     {".hasvalue", 1, 1, HasValue},
     {".value", 1, 1, Itself},
     {".message", 1, 1, Itself},
+    {".ismultivalue", 1, 1, IsMultiValue},
     {".getvalueordefault", 1, 2, OrDefault},
 };
 

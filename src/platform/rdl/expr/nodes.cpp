@@ -32,6 +32,17 @@ bool Decide(Value& value, const Culture& culture, bool& truth) {
     return true;
 }
 
+// The growth of an object counts like text that is made.
+Value CallMember(Machine& machine, const FunctionInfo& info, const Call& call) {
+    ScriptObject& object = AsScriptObject(call[0]);
+    const std::size_t before = object.Weight();
+    Value result = object.Invoke(info.name, call);
+    machine.bytes -= static_cast<std::int64_t>(std::max(before, object.Weight()) - before);
+    // What goes through a whole object must not be had for the price of one step.
+    machine.steps -= info.goesThrough ? static_cast<std::int64_t>(before / 32) : 0;
+    return machine.Charged(std::move(result));
+}
+
 }  // namespace
 
 BinaryNode::BinaryNode(Operator op, NodePtr l, NodePtr r)
@@ -182,15 +193,37 @@ Value CallNode::Run(Machine& machine) const {
     }
     const Call call(values, static_cast<int>(arguments.size()), machine.environment);
     if (values->kind() == Kind::Object && info.name[0] == '.' && !arguments.empty()) {
-        ScriptObject& object = AsScriptObject(*values);
-        const std::size_t before = object.Weight();
-        Value result = object.Invoke(info.name, call);
-        machine.bytes -= static_cast<std::int64_t>(std::max(before, object.Weight()) - before);
-        // What goes through a whole object must not be had for the price of one step.
-        machine.steps -= info.goesThrough ? static_cast<std::int64_t>(before / 32) : 0;
-        return machine.Charged(std::move(result));
+        return CallMember(machine, info, call);
     }
     return machine.Charged(info.function(call));
+}
+
+FillNode::FillNode(NodePtr object, const FunctionInfo& how) : made(std::move(object)), add(how) {
+    Deepen(*made);
+}
+
+void FillNode::Add(std::vector<NodePtr> values) {
+    DeepenAll(*this, values);
+    rows.push_back(std::move(values));
+}
+
+Value FillNode::Run(Machine& machine) const {
+    const Value object = made->Run(machine);
+    if (object.kind() != Kind::Object) {
+        return object.IsError() ? object : NoConversion(object, "an object that can be filled");
+    }
+    for (const auto& row : rows) {
+        ValueList values = {object};
+        for (const NodePtr& part : row) {
+            values.push_back(part->Run(machine));
+        }
+        const Value result = CallMember(
+            machine, add, Call(values.data(), static_cast<int>(values.size()), machine.environment));
+        if (result.IsError()) {
+            return result;
+        }
+    }
+    return object;
 }
 
 ListNode::ListNode(std::vector<NodePtr> values) : parts(std::move(values)) {

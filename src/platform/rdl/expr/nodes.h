@@ -88,6 +88,16 @@ struct CallNode final : Node {
     std::vector<NodePtr> arguments;
 };
 
+// A new object with its first values, each given to its Add.
+struct FillNode final : Node {
+    FillNode(NodePtr object, const FunctionInfo& how);
+    void Add(std::vector<NodePtr> values);
+    Value Run(Machine& machine) const override;
+    NodePtr made;
+    const FunctionInfo& add;
+    std::vector<std::vector<NodePtr>> rows;
+};
+
 // { a, b, c }
 struct ListNode final : Node {
     explicit ListNode(std::vector<NodePtr> values);

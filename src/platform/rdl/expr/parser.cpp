@@ -326,11 +326,40 @@ NodePtr Parser::New() {
     if (count < info->least || count > info->most) {
         FailAt(token, "\"" + token.text + "\" does not take " + std::to_string(count) + " arguments");
     }
-    return Checked(std::make_unique<CallNode>(*info, std::move(arguments)));
+    NodePtr made = Checked(std::make_unique<CallNode>(*info, std::move(arguments)));
+    return Peek().IsWord("from") && Peek(1).Is("{") ? From(std::move(made)) : std::move(made);
+}
+
+// New List(Of String) From {"a", "b"}, New Dictionary(Of K, V) From {{"a", 1}}.
+NodePtr Parser::From(NodePtr made) {
+    Take();
+    Take();
+    auto filled = std::make_unique<FillNode>(std::move(made), *FindFunction(".add"));
+    while (!Peek().Is("}")) {
+        Nodes values;
+        if (TakeSymbol("{")) {
+            do {
+                values.push_back(Expression());
+            } while (TakeSymbol(","));
+            Expect("}");
+        } else {
+            values.push_back(Expression());
+        }
+        if (values.size() > 2) {
+            Fail("a key and a value were expected");
+        }
+        filled->Add(std::move(values));
+        if (!TakeSymbol(",")) {
+            break;
+        }
+    }
+    Expect("}");
+    return Checked(std::move(filled));
 }
 
 std::string Parser::TypeName() {
     Name("a type");
+
     std::string lower = m_tokens[m_at - 1].lower;
     while (Peek().Is(".") && Peek(1).type == Token::Type::Word) {
         Take();
@@ -343,8 +372,9 @@ std::string Parser::TypeName() {
         }
         Expect(")");
     }
-    TakeSymbol("?");
-    return lower;
+    // What may be Nothing stays Nothing: no conversion makes a 0 of it.
+    const bool nullable = TakeSymbol("?") || lower == "nullable";
+    return nullable ? "object" : lower;
 }
 
 const FunctionInfo* Parser::Conversion(const std::string& type, bool& known) {
@@ -392,6 +422,9 @@ const FunctionInfo* Parser::Conversion(const std::string& type, bool& known) {
         {"ilist", ""},
         {"idictionary", ""},
         {"exception", ""},
+        {"parameter", ""},
+        {"field", ""},
+        {"reportitem", ""},
     };
     for (const auto& [name, function] : types) {
         if (name == type) {

@@ -68,6 +68,7 @@ class Parser {
     NodePtr Primary();
     NodePtr FromWord();
     NodePtr New();
+    NodePtr From(NodePtr made);
     NodePtr List();
     NodePtr Checked(NodePtr node) const;
 

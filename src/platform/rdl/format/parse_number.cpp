@@ -8,6 +8,7 @@ namespace rdl {
 namespace {
 
 constexpr std::size_t MaxLength = 400;
+constexpr std::string_view NoBreak = "\xC2\xA0", NarrowNoBreak = "\xE2\x80\xAF";
 
 bool IsSpace(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
@@ -44,8 +45,10 @@ class NumberReader {
     }
 
     void SkipSpaces() {
-        while (!m_rest.empty() && (IsSpace(m_rest[0]) || m_rest.substr(0, 2) == "\xC2\xA0")) {
-            m_rest.remove_prefix(IsSpace(m_rest[0]) ? 1 : 2);
+        while (!m_rest.empty() && (IsSpace(m_rest[0]) || Take(NoBreak) || Take(NarrowNoBreak))) {
+            if (!m_rest.empty() && IsSpace(m_rest[0])) {
+                m_rest.remove_prefix(1);
+            }
         }
     }
 
@@ -87,8 +90,10 @@ class NumberReader {
         if (Take(group)) {
             return true;
         }
-        return group == "\xC2\xA0" && m_rest.size() > 1 &&
-               std::isdigit(static_cast<unsigned char>(m_rest[1])) && Take(" ");
+        const bool narrow = m_rest.starts_with(NarrowNoBreak);
+        const std::size_t length = narrow ? NarrowNoBreak.size() : 1;
+        return group == NoBreak && m_rest.size() > length &&
+               std::isdigit(static_cast<unsigned char>(m_rest[length])) && Take(narrow ? NarrowNoBreak : " ");
     }
 
     bool ReadDigits() {

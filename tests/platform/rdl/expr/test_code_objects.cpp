@@ -216,5 +216,73 @@ TEST(CodeStatements, CatchSeesTheMessageThatWasThrown) {
               "too much");
 }
 
+TEST(CodeStatements, CatchTakesTheFirstClauseThatHolds) {
+    const std::string code = R"(Function F(x)
+        Try
+            Return CInt(x)
+        Catch ex As Exception When x = "b"
+            Return "b: "
+        Catch ex As InvalidCastException
+            Return "other"
+        Finally
+            x = 0
+        End Try
+        End Function)";
+    EXPECT_EQ(ShowWith(code, "=Code.F(5) & Code.F(\"b\") & Code.F(\"c\")"), "5b: other");
+    EXPECT_EQ(
+        ShowWith("Function F()\nTry\nThrow \"x\"\nCatch When False\nEnd Try\nEnd Function", "=Code.F()"),
+        "#Error x");
+}
+
+TEST(CodeStatements, AParameterOfTheReportCanBeGivenAsAWhole) {
+    const std::string code = R"(Public Function Shown(ByVal parameter As Parameter) As String
+        If parameter.IsMultiValue Then
+            Shown = "Multivalue:"
+            For i As Integer = 0 To parameter.Count - 1
+                Shown &= " " & parameter.Value(i)
+            Next
+        Else
+            Shown = "Single value: " & parameter.Value
+        End If
+        End Function)";
+    EXPECT_EQ(ShowWith(code, "=Code.Shown(Parameters!Years)"), "Multivalue: 2023 2024");
+    EXPECT_EQ(ShowWith(code, "=Code.Shown(Parameters!Region)"), "Single value: North");
+}
+
+TEST(CodeStatements, OnInitSetsTheVariablesUp) {
+    EXPECT_EQ(ShowWith(R"(Dim Public start As Integer
+        Protected Overrides Sub OnInit()
+            start = 7
+        End Sub)",
+                       "=Code.start"),
+              "7");
+}
+
+TEST(CodeStatements, NullableVariablesKeepNothing) {
+    EXPECT_EQ(Body("Dim x As Integer?\nDim y As Nullable(Of Date)\nReturn x.HasValue & (y Is Nothing)"),
+              "FalseTrue");
+    EXPECT_EQ(Body("Dim x As Integer? = 5\nReturn x.HasValue & x.Value"), "True5");
+}
+
+TEST(CodeStatements, NewObjectsMayBeginFilled) {
+    EXPECT_EQ(Body("Dim l As New List(Of String) From {\"a\", \"b\"}\nReturn Join(l.ToArray(), \"+\")"),
+              "a+b");
+    EXPECT_EQ(
+        Body("Dim d = New Dictionary(Of String, Integer) From {{\"a\", 1}, {\"b\", 2}}\nReturn d(\"b\")"),
+        "2");
+    EXPECT_EQ(Body("Dim d = New Hashtable From {{1, 2}, {1, 3}}"), "#Error The key is there already");
+    EXPECT_NE(CodeRefusal("Dim d As New Hashtable From {{1, 2, 3}}"), "accepted");
+}
+
+TEST(CodeStatements, WhatIsNotKnownIsRefusedWithItsLine) {
+    EXPECT_EQ(CodeRefusal("Function F()\nDim a(2, 3) As Integer\nEnd Function"),
+              "Code, line 2: arrays of several dimensions are not known");
+    EXPECT_EQ(CodeRefusal("\nClass A\nEnd Class"),
+              "Code, line 2: only functions, variables and constants can stand here, not \"Class\"");
+    EXPECT_EQ(CodeRefusal("Function F()\nReturn System.IO.File.Exists(\"x\")\nEnd Function"),
+              "Code, line 2: the name \"IO\" is not known");
+    EXPECT_EQ(CodeRefusal("#Region \"x\"\nFunction F()\nEnd Function\n#End Region"), "accepted");
+}
+
 }  // namespace
 }  // namespace rdl::expr

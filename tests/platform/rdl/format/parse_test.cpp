@@ -78,6 +78,53 @@ TEST(ParseDate, WhatIsWrittenIsReadBackInEveryCulture) {
     }
 }
 
+std::optional<std::int64_t> Exact(std::string_view text, std::string_view format, const char* culture = "") {
+    std::int64_t ticks = 0;
+    return ParseDateTimeExact(text, format, FindCulture(culture), ticks) ? std::optional(ticks)
+                                                                         : std::nullopt;
+}
+
+TEST(ParseDateExact, EveryCharacterMustFitTheFormat) {
+    EXPECT_EQ(Exact("20090615", "yyyyMMdd"), MakeTicks(2009, 6, 15));
+    EXPECT_EQ(Exact("15/06/2009 13:45:30", "dd/MM/yyyy HH:mm:ss"), MakeTicks(2009, 6, 15, 13, 45, 30));
+    EXPECT_EQ(Exact("15.06.2009", "dd/MM/yyyy", "de-DE"), MakeTicks(2009, 6, 15));
+    EXPECT_EQ(Exact("6/5/09 1:05 PM", "M/d/yy h:mm tt", "en-US"), MakeTicks(2009, 6, 5, 13, 5));
+    EXPECT_EQ(Exact("12:05 A", "h:mm t", "en-US"), MakeTicks(1, 1, 1, 0, 5));
+    EXPECT_EQ(Exact("Mon, 15 Jun 2009 13:45:30 GMT", "r"), MakeTicks(2009, 6, 15, 13, 45, 30));
+    EXPECT_EQ(Exact("2009-06-15T13:45:30.1234567", "o"), MakeTicks(2009, 6, 15, 13, 45, 30) + 1'234'567);
+    EXPECT_EQ(Exact("15 juin 2009", "d MMMM yyyy", "fr-FR"), MakeTicks(2009, 6, 15));
+    EXPECT_EQ(Exact("am 15. Juni", "'am 'd. MMMM", "de-DE"), MakeTicks(1, 6, 15));
+    EXPECT_EQ(Exact("30.5", "s.FF"), MakeTicks(1, 1, 1, 0, 0, 30) + 5'000'000);
+    EXPECT_EQ(Exact("2009-06-15 +02:00", "yyyy-MM-dd zzz"), MakeTicks(2009, 6, 15));
+}
+
+TEST(ParseDateExact, RefusesWhatDoesNotFit) {
+    EXPECT_EQ(Exact("2009615", "yyyyMMdd"), std::nullopt);
+    EXPECT_EQ(Exact("20090615 ", "yyyyMMdd"), std::nullopt);
+    EXPECT_EQ(Exact("20090631", "yyyyMMdd"), std::nullopt);
+    EXPECT_EQ(Exact("13:00 PM", "h:mm tt", "en-US"), std::nullopt);
+    EXPECT_EQ(Exact("25:00", "H:mm"), std::nullopt);
+    EXPECT_EQ(Exact("Tue 15 Jun 2009", "ddd d MMM yyyy"), std::nullopt);
+    EXPECT_EQ(Exact("x", "q"), std::nullopt);
+    EXPECT_EQ(Exact("", "yyyy"), std::nullopt);
+    EXPECT_EQ(Exact("2009", ""), std::nullopt);
+}
+
+TEST(ParseTimeSpan, ReadsDaysAndClock) {
+    const auto span = [](std::string_view text) {
+        std::int64_t ticks = 0;
+        return ParseTimeSpan(text, ticks) ? std::optional(ticks) : std::nullopt;
+    };
+    EXPECT_EQ(span("6"), 6 * TicksPerDay);
+    EXPECT_EQ(span("6:12"), 6 * 36'000'000'000 + 12 * 600'000'000ll);
+    EXPECT_EQ(span("6:12:14"), 223'340'000'000);
+    EXPECT_EQ(span("6.12:14:45"), 6 * TicksPerDay + 440'850'000'000);
+    EXPECT_EQ(span("-6.12:14:45.3448"), -(6 * TicksPerDay + 440'853'448'000));
+    for (const char* text : {"", "x", "24:00", "1:60", "1.2", "1:2:3:4:5", "1:", "99999999", "1.24:00"}) {
+        EXPECT_EQ(span(text), std::nullopt) << text;
+    }
+}
+
 TEST(ParseNumber, ReadsTheCulturesMarks) {
     EXPECT_EQ(Number("1,234.5"), 1234.5);
     EXPECT_EQ(Number("1.234,5", "de-DE"), 1234.5);
@@ -86,6 +133,7 @@ TEST(ParseNumber, ReadsTheCulturesMarks) {
                      "fr-FR"),
               1234.5);
     EXPECT_EQ(Number("1 234,5", "fr-FR"), 1234.5);
+    EXPECT_EQ(Number("1\u202F234,5\u202F€", "fr-FR"), 1234.5);
     EXPECT_EQ(Number("$1,234.50"), 1234.5);
     EXPECT_EQ(Number("1.234,50 €", "de-DE"), 1234.5);
     EXPECT_EQ(Number(" -7 "), -7.0);

@@ -56,6 +56,23 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{0.1, "R", "en-US", "0.1"}, Case{42, "D5", "en-US", "00042"},
                     Case{255, "X4", "en-US", "00FF"}));
 
+INSTANTIATE_TEST_SUITE_P(
+    NegativeMoney, StandardNumber,
+    testing::Values(Case{-16325.62, "C", "", "(¤16,325.62)"}, Case{-16325.62, "C", "de-CH", "CHF-16’325.62"},
+                    Case{-16325.62, "C", "pt-BR", "-R$ 16.325,62"},
+                    Case{-16325.62, "C", "es-ES", "-16.325,62 €"},
+                    Case{-16325.62, "C", "it-IT", "-16.325,62 €"},
+                    Case{-16325.62, "C", "da-DK", "-16.325,62 kr."},
+                    Case{-16325.62, "C", "zh-CN", "¥-16,325.62"}, Case{-16325.62, "C", "ko-KR", "-₩16,326"},
+                    Case{-16325.62, "C", "en-CA", "-$16,325.62"},
+                    Case{-16325.62, "C", "pl-PL",
+                         "-16\u00A0"
+                         "325,62 zł"},
+                    Case{-16325.62, "C", "sv-SE",
+                         "-16\u00A0"
+                         "325,62 kr"},
+                    Case{-0.1234, "P1", "de-DE", "-12,3 %"}, Case{0.1234, "P", "fr-FR", "12,34 %"}));
+
 TEST(NumberFormat, GroupsByCulture) {
     EXPECT_EQ(Real(1234567.891, "N2", "de-DE"), "1.234.567,89");
     EXPECT_EQ(Real(1234567.891, "N2", "fr-FR"),
