@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::string_view CommonSheet =
     "*{box-sizing:border-box}\n"
-    "body{margin:12pt}\n"
+    "body{margin:12pt;text-rendering:geometricPrecision}\n"  // letters as wide as the boxes were made for
     "table{border-collapse:collapse;table-layout:fixed}\n"
     "th{font-weight:normal}\n"
     "td,th,.t{overflow-wrap:anywhere}\n"

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <numeric>
 #include <string>
+#include <vector>
 
 #include "platform/rdl/format/format.h"
 #include "platform/rdl/writers/rtf_body.h"
@@ -54,12 +56,37 @@ void AppendPage(const PageSetup& page, const PageWords& words, std::string& out)
     out += page.width > page.height ? words.landscape : "";
 }
 
+// A table is as wide as its columns came out.
+double RightOf(const layout::Instance& item) {
+    if (!item.table) {
+        return item.x + item.width;
+    }
+    const std::vector<double>& columns = item.table->columnWidths;
+    return item.x + std::accumulate(columns.begin(), columns.end(), 0.0);
+}
+
+// A document that flows does not go on at the right of its pages: what stood there could not be read. So the
+// paper is as wide as its content needs, up to the widest that word processors know.
+PageSetup PaperOf(const layout::SectionInstance& section) {
+    constexpr double WidestPaper = 1584, Tolerance = 2;
+    PageSetup page = section.page;
+    double right = 0;
+    for (const layout::Instance& item : section.items) {
+        right = std::max(right, RightOf(item));
+    }
+    const double wanted = page.marginLeft + right + page.marginRight;
+    if (page.columns <= 1 && wanted > page.width + Tolerance) {
+        page.width = std::max(page.width, std::min(wanted, WidestPaper));
+    }
+    return page;
+}
+
 // Everything before the text; `tables` are the fonts and colours that it uses.
 std::string Head(const layout::ReportInstance& report, const Options& options, const std::string& tables) {
     std::string head = "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0\n" + tables + Info(report, options);
     head += "\\viewkind1\\nouicompat\\htmautsp";
     if (!report.sections.empty()) {
-        AppendPage(report.sections.front()->page, DocumentWords, head);
+        AppendPage(PaperOf(*report.sections.front()), DocumentWords, head);
     }
     return head + "\n";
 }
@@ -102,7 +129,7 @@ void WriteMargins(layout::SectionInstance& section, bool titlePage, RtfBody& bod
 }
 
 void WriteSection(layout::SectionInstance& section, RtfBody& body) {
-    const PageSetup& page = section.page;
+    const PageSetup page = PaperOf(section);
     const bool titlePage =
         (page.headerHeight > 0 && !page.headerOnFirst) || (page.footerHeight > 0 && !page.footerOnFirst);
     std::string words;

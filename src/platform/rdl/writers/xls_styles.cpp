@@ -16,7 +16,7 @@ using layout::LineStyle;
 constexpr std::uint16_t FontRecord = 0x0031, FormatRecord = 0x041E, XfRecord = 0x00E0, StyleRecord = 0x0293,
                         PaletteRecord = 0x0092;
 constexpr std::uint16_t FirstOwnXf = 16, FirstOwnFormat = 164;
-constexpr std::size_t MostXfs = 4000, MostFonts = 500, MostKnown = 8192, PaletteSize = 56;
+constexpr std::size_t MostXfs = 3900, MostPlainXfs = 100, MostFonts = 500, MostKnown = 8192, PaletteSize = 56;
 constexpr unsigned FirstPaletteIndex = 8;
 
 unsigned BorderCode(const Border& border) {
@@ -150,6 +150,18 @@ std::string XlsStyles::CellRecord(const BoxStyle& box, std::uint16_t font, HAlig
     return data.bytes();
 }
 
+// DefaultCell when it is new and there are `most` already.
+std::uint16_t XlsStyles::Record(const std::string& data, std::size_t most) {
+    if (const auto found = m_xfIndexes.find(data); found != m_xfIndexes.end()) {
+        return found->second;
+    }
+    if (m_xfs.size() >= most) {
+        return DefaultCell;
+    }
+    m_xfs.push_back(data);
+    return m_xfIndexes.emplace(data, static_cast<std::uint16_t>(FirstOwnXf + m_xfs.size() - 1)).first->second;
+}
+
 std::uint16_t XlsStyles::Cell(const layout::BoxStylePtr& box, const layout::CharStylePtr& text, HAlign align,
                               std::uint16_t format, bool wrap) {
     const Key key{box.get(), text.get(),
@@ -159,12 +171,11 @@ std::uint16_t XlsStyles::Cell(const layout::BoxStylePtr& box, const layout::Char
     }
     const std::string data =
         CellRecord(box ? *box : BoxStyle(), text ? Font(*text) : std::uint16_t{0}, align, format, wrap);
-    auto index = m_xfIndexes.find(data);
-    if (index == m_xfIndexes.end() && m_xfs.size() < MostXfs) {
-        index = m_xfIndexes.emplace(data, static_cast<std::uint16_t>(FirstOwnXf + m_xfs.size())).first;
-        m_xfs.push_back(data);
+    std::uint16_t xf = Record(data, MostXfs);
+    if (xf == DefaultCell && format != 0) {
+        // The look is given up, but a date must not show as a number.
+        xf = Record(CellRecord(BoxStyle(), 0, HAlign::General, format, false), MostXfs + MostPlainXfs);
     }
-    const std::uint16_t xf = index == m_xfIndexes.end() ? DefaultCell : index->second;
     if (m_known.size() >= MostKnown) {
         m_known.clear();
     }

@@ -45,6 +45,7 @@ class XlsStyles {
 
     std::uint16_t Font(const layout::CharStyle& style);
     unsigned ColorIndex(layout::Color color);
+    std::uint16_t Record(const std::string& data, std::size_t most);
     std::string CellRecord(const layout::BoxStyle& box, std::uint16_t font, layout::HAlign align,
                            std::uint16_t format, bool wrap);
 

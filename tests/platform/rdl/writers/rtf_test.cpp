@@ -22,6 +22,7 @@ using namespace test;
 using layout::Instance;
 using layout::InstanceKind;
 using layout::TableRow;
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -201,6 +202,20 @@ TEST(Rtf, PageMarksAreFieldsOfTheHeader) {
         rtf, HasSubstr("Page {\\field{\\*\\fldinst PAGE}{\\fldrslt 1}} of {\\field{\\*\\fldinst NUMPAGES}"));
     EXPECT_THAT(rtf, HasSubstr("{\\header "));
     EXPECT_THAT(rtf, Not(HasSubstr("\\u-8192")));
+}
+
+TEST(Rtf, PaperIsAsWideAsItsContentNeeds) {
+    auto table = Rows(2);
+    table->columnWidths = {300, 400};
+    const auto report = SampleReport({TableItem(table, 20)});
+    layout::PageSetup& page = report->sections[0]->page;
+    page.width = 595;
+    page.marginLeft = page.marginRight = 50;
+    EXPECT_THAT(Rtf(report), AllOf(HasSubstr("\\paperw16400"), HasSubstr("\\pgwsxn16400")));
+    table->columnWidths = {1000, 1000};  // past the widest paper of word processors
+    EXPECT_THAT(Rtf(report), HasSubstr("\\paperw31680"));
+    table->columnWidths = {200, 200};
+    EXPECT_THAT(Rtf(report), HasSubstr("\\paperw11900"));
 }
 
 TEST(Rtf, PageSetupIsInTwips) {

@@ -89,6 +89,37 @@ TEST(Xls, NumbersAndDatesAreTyped) {
               "Name 2 1.5 3 45322.0\n#,##0.00 yyyy-mm-dd\n");
 }
 
+TEST(Xls, PastTheFormatsOfAWorkbookDatesStayDates) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80};
+    table->rows = 8 * 8 * 8 * 8 + 1;
+    table->make = [](std::size_t i, TableRow& row) {
+        auto item =
+            ValueItem(Value::DateTime(MakeTicks(2024, 1, 31)), "x", i % 2 == 0 ? "yyyy-MM-dd" : "dd.MM.yyyy");
+        auto box = std::make_shared<layout::BoxStyle>();
+        constexpr float Widths[] = {0.25F, 1, 1.5F, 3};
+        std::size_t digits = i;
+        for (layout::Border* border : {&box->left, &box->right, &box->top, &box->bottom}) {
+            border->style = digits % 8 < 4 ? layout::LineStyle::Solid : layout::LineStyle::Dashed;
+            border->width = Widths[digits % 4];
+            border->style = digits % 8 == 7 ? layout::LineStyle::Double : border->style;
+            border->style = digits % 8 == 4 ? layout::LineStyle::Dotted : border->style;
+            border->style = digits % 8 == 5 ? layout::LineStyle::DashDot : border->style;
+            digits /= 8;
+        }
+        item.box = box;
+        AddCell(row, item);
+    };
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})),
+                  "print({s.cell(i, 0).ctype for i in range(s.nrows)}, s.nrows, len(b.xf_list) < 4050)\n"
+                  "f = lambda r: b.format_map[b.xf_list[s.cell_xf_index(r, 0)].format_key].format_str\n"
+                  "print(f(4096), f(4095))"),
+              "{3} 4097 True\nyyyy-mm-dd dd.mm.yyyy\n");
+}
+
 TEST(Xls, TextThatLooksLikeAFormulaStaysText) {
     if (!HasReader()) {
         GTEST_SKIP();
