@@ -1,0 +1,122 @@
+"""What oxc-report writes, read by other people's programs: they take it without a complaint and see the same."""
+
+import collections
+import pathlib
+import re
+import sqlite3
+import subprocess
+import tempfile
+import unicodedata
+import unittest
+
+import html5lib
+import xlrd
+
+from harness import STAGE
+
+SAMPLES = ("invoice", "order_list", "sales_by_region", "sales_charts", "summary")
+
+
+def run(*words):
+    return subprocess.run([str(word) for word in words], capture_output=True, text=True)
+
+
+def words_of(pdf):
+    text = unicodedata.normalize("NFKC", run("pdftotext", "-layout", pdf, "-").stdout)
+    return collections.Counter(text.split())
+
+
+class Readers(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.keeper = tempfile.TemporaryDirectory(prefix="oxc-readers-")
+        cls.folder = pathlib.Path(cls.keeper.name)
+        for sample in SAMPLES:
+            for format in ("pdf", "rtf", "xls", "html"):
+                done = run(STAGE / "oxc-report", "export", STAGE / "samples" / (sample + ".rpt"), "-f", format, "-o",
+                           cls.folder / (sample + "." + format))
+                assert done.returncode == 0, done.stderr
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.keeper.cleanup()
+
+    def each(self, format, check):
+        for sample in SAMPLES:
+            with self.subTest(sample):
+                check(self.folder / (sample + "." + format))
+
+    def test_pdf_is_sound_and_has_its_fonts_in_it(self):
+        def check(pdf):
+            checked = run("qpdf", "--check", pdf)
+            self.assertEqual(checked.returncode, 0, checked.stdout + checked.stderr)
+            self.assertNotIn("WARNING", checked.stdout + checked.stderr)
+            fonts = run("pdffonts", pdf).stdout.splitlines()[2:]
+            self.assertTrue(fonts)
+            for font in fonts:
+                self.assertRegex(font, r"^[A-Z]{6}\+.* yes yes yes ")
+        self.each("pdf", check)
+
+    def test_pdf_is_titled(self):
+        self.each("pdf", lambda pdf: self.assertRegex(run("pdfinfo", pdf).stdout, r"Title: +\S"))
+
+    def test_html_is_valid(self):
+        def check(page):
+            checked = run("tidy", "-quiet", "-errors", "--drop-empty-elements", "no", page)
+            self.assertEqual((checked.returncode, checked.stderr), (0, ""))
+            parser = html5lib.HTMLParser()
+            parser.parse(page.read_bytes())
+            self.assertEqual(parser.errors, [])
+        self.each("html", check)
+
+    def test_html_is_one_file_that_runs_nothing(self):
+        def check(page):
+            tree = html5lib.parse(page.read_bytes(), namespaceHTMLElements=False)
+            self.assertTrue(tree.get("lang"))
+            self.assertTrue(tree.findtext("head/title"))
+            self.assertEqual([*tree.iter("script"), *tree.iter("link"), *tree.iter("iframe")], [])
+            for element in tree.iter():
+                self.assertEqual([name for name in element.attrib if str(name).startswith("on")], [])
+                if element.tag == "img":
+                    self.assertTrue(element.get("src").startswith("data:image/"))
+                    self.assertIsNotNone(element.get("alt"))
+        self.each("html", check)
+
+    def test_html_tables_tell_their_headings(self):
+        tree = html5lib.parse((self.folder / "order_list.html").read_bytes(), namespaceHTMLElements=False)
+        headings = ["".join(cell.itertext()).strip() for cell in tree.iter("th") if cell.get("scope") == "col"]
+        self.assertEqual(headings, ["Order", "Date", "Customer", "City, country", "Lines", "Total EUR"])
+
+    def test_a_word_processor_reads_rtf_as_the_pdf_says(self):
+        read = self.folder / "read"
+        done = run("soffice", "--headless", "-env:UserInstallation=file://" + str(self.folder / "profile"),
+                   "--convert-to", "pdf", "--outdir", read, *[self.folder / (s + ".rtf") for s in SAMPLES])
+        self.assertEqual(done.returncode, 0, done.stderr)
+        for sample in ("invoice", "sales_by_region", "summary"):
+            with self.subTest(sample):
+                self.assertEqual(words_of(read / (sample + ".pdf")), words_of(self.folder / (sample + ".pdf")))
+        # Pages break elsewhere, and so the texts of their margins and headings are not as many.
+        amounts = [collections.Counter({word: count for word, count in words_of(pdf).items()
+                                        if re.fullmatch(r"[\d,]+\.\d\d", word)})
+                   for pdf in (read / "order_list.pdf", self.folder / "order_list.pdf")]
+        self.assertGreater(len(amounts[0]), 1000)
+        self.assertEqual(*amounts)
+
+    def test_workbook_has_the_orders_as_numbers_and_dates(self):
+        book = xlrd.open_workbook(str(self.folder / "order_list.xls"), formatting_info=True)
+        orders = {}
+        for sheet in book.sheets():
+            for row in range(sheet.nrows):
+                cells = [cell for cell in sheet.row(row) if cell.ctype not in (xlrd.XL_CELL_EMPTY, xlrd.XL_CELL_BLANK)]
+                if len(cells) == 6 and cells[0].ctype == xlrd.XL_CELL_NUMBER:
+                    self.assertEqual(cells[1].ctype, xlrd.XL_CELL_DATE)
+                    orders[int(cells[0].value)] = (xlrd.xldate_as_datetime(cells[1].value, book.datemode).date(),
+                                                   cells[4].value)
+        database = sqlite3.connect(STAGE / "samples" / "sales.db")
+        wanted = {key: (date[:10], lines) for key, date, lines in database.execute(
+            "select order_id, order_date, count(*) from orders join order_lines using (order_id) group by order_id")}
+        self.assertEqual({key: (str(date), lines) for key, (date, lines) in orders.items()}, wanted)
+
+
+if __name__ == "__main__":
+    unittest.main()
