@@ -148,51 +148,108 @@ Value Choose(Arguments arguments, Inputs&) {
     return arguments[!arguments[0].IsNull() && arguments[0].AsBoolean() ? 1 : 2];
 }
 
-Value CurrentDate(Arguments, Inputs& inputs) {
-    return Value::DateTime(inputs.NowTicks() / TicksPerDay * TicksPerDay);
+double Exponential(double number) {
+    return std::exp(number);
+}
+double Logarithm(double number) {
+    return std::log(number);
+}
+double Sine(double number) {
+    return std::sin(number);
+}
+double Cosine(double number) {
+    return std::cos(number);
+}
+double Tangent(double number) {
+    return std::tan(number);
+}
+double ArcTangent(double number) {
+    return std::atan(number);
+}
+double Ceiling(double number) {
+    return std::ceil(number);
+}
+double AwayFromZero(double number) {
+    return number < 0 ? std::floor(number) : std::ceil(number);
 }
 
-Value CurrentDateTime(Arguments, Inputs& inputs) {
-    return Value::DateTime(inputs.NowTicks());
+Value Pi(Arguments, Inputs&) {
+    return Value::Real(3.141592653589793);
 }
 
-Value NoDate(const Value& value, Inputs& inputs) {
-    return Value::Error("\"" + expr::TextOf(value, inputs.CurrentCulture()).substr(0, 40) + "\" is no date");
+Value ReplicateString(Arguments arguments, Inputs& inputs) {
+    const std::string text = expr::TextOf(arguments[0], inputs.CurrentCulture());
+    double count = 0;
+    if (!NumberOf(arguments[1], inputs, count)) {
+        return NoNumber(arguments[1], inputs);
+    }
+    if (count < 0 || count * static_cast<double>(text.size()) > static_cast<double>(expr::MaxText)) {
+        return Value::Error("a text becomes too long");
+    }
+    std::string result;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(count) && !text.empty(); ++i) {
+        result += text;
+    }
+    return Value::Text(result);
 }
 
-Value DateOf(Arguments arguments, Inputs& inputs, bool withTime) {
-    std::int64_t ticks = 0;
-    if (arguments.size() == 1) {
-        if (!expr::ToDateTime(arguments[0], inputs.CurrentCulture(), ticks)) {
-            return NoDate(arguments[0], inputs);
+Value ProperCase(Arguments arguments, Inputs& inputs) {
+    const Value both[] = {arguments[0], Value::Integer(3)};
+    SharedPlace place(inputs);
+    return expr::FindFunction("strconv")->function(expr::Call(both, 2, place));
+}
+
+// Switch(condition, value, ...): the value behind the first condition that is true, else Null.
+Value Switch(Arguments arguments, Inputs&) {
+    for (std::size_t i = 0; i + 1 < arguments.size(); i += 2) {
+        const Value& condition = arguments[i];
+        if (condition.kind() != Kind::Boolean && !condition.IsNull()) {
+            return Value::Error("a condition of switch is neither true nor false");
         }
-        return Value::DateTime(withTime ? ticks : ticks / TicksPerDay * TicksPerDay);
-    }
-    std::int64_t parts[6] = {0, 1, 1, 0, 0, 0};
-    for (std::size_t i = 0; i < std::min<std::size_t>(arguments.size(), 6); ++i) {
-        double number = 0;
-        if (!NumberOf(arguments[i], inputs, number) || std::abs(number) > 1e6) {
-            return NoNumber(arguments[i], inputs);
+        if (!condition.IsNull() && condition.AsBoolean()) {
+            return arguments[i + 1];
         }
-        parts[i] = static_cast<std::int64_t>(number);
     }
-    const std::int64_t seconds = parts[3] * 3600 + parts[4] * 60 + parts[5];
-    if (arguments.size() == 2 || !expr::SerialDate(parts[0], parts[1], parts[2], ticks) ||
-        !expr::AddTicks(ticks, seconds * TicksPerSecond, ticks)) {
-        return Value::Error("a date lies outside the calendar");
-    }
-    return Value::DateTime(ticks);
+    return {};
 }
 
-Value Date(Arguments arguments, Inputs& inputs) {
-    return DateOf(arguments, inputs, false);
-}
-
-Value DateTime(Arguments arguments, Inputs& inputs) {
-    return DateOf(arguments, inputs, true);
+// Choose(index, first, second, ...), from 1.
+Value ChooseOne(Arguments arguments, Inputs& inputs) {
+    double index = 0;
+    if (arguments[0].IsNull()) {
+        return {};
+    }
+    if (!NumberOf(arguments[0], inputs, index)) {
+        return NoNumber(arguments[0], inputs);
+    }
+    return index >= 1 && index < static_cast<double>(arguments.size())
+               ? arguments[static_cast<std::size_t>(index)]
+               : Value();
 }
 
 constexpr FunctionInfo Functions[] = {
+    {"instrrev", 2, 3, nullptr, "instrrev"},
+    {"chr", 1, 1, nullptr, "chr"},
+    {"chrw", 1, 1, nullptr, "chrw"},
+    {"asc", 1, 1, nullptr, "asc"},
+    {"ascw", 1, 1, nullptr, "ascw"},
+    {"strcmp", 2, 3, nullptr, "strcomp"},
+    {"split", 1, 3, nullptr, "split"},
+    {"join", 1, 2, nullptr, "join"},
+    {"replicatestring", 2, 2, &ReplicateString, ""},
+    {"propercase", 1, 1, &ProperCase, ""},
+    {"exp", 1, 1, &OneNumber<Exponential>, ""},
+    {"log", 1, 1, &OneNumber<Logarithm>, ""},
+    {"sin", 1, 1, &OneNumber<Sine>, ""},
+    {"cos", 1, 1, &OneNumber<Cosine>, ""},
+    {"tan", 1, 1, &OneNumber<Tangent>, ""},
+    {"atn", 1, 1, &OneNumber<ArcTangent>, ""},
+    {"pi", 0, 0, &Pi, ""},
+    {"ceiling", 1, 1, &OneNumber<Ceiling>, ""},
+    {"floor", 1, 1, &OneNumber<Floor>, ""},
+    {"roundup", 1, 2, &ToDecimals<AwayFromZero>, ""},
+    {"choose", 2, 100, &ChooseOne, "", true},
+    {"switch", 2, 200, &Switch, "", true},
     {"uppercase", 1, 1, nullptr, "ucase"},
     {"ucase", 1, 1, nullptr, "ucase"},
     {"lowercase", 1, 1, nullptr, "lcase"},
@@ -226,28 +283,6 @@ constexpr FunctionInfo Functions[] = {
     {"remainder", 2, 2, &Remainder, ""},
     {"sgn", 1, 1, &OneNumber<SignOf>, ""},
     {"sqr", 1, 1, &OneNumber<Root>, ""},
-    {"year", 1, 1, nullptr, "year"},
-    {"month", 1, 1, nullptr, "month"},
-    {"day", 1, 1, nullptr, "day"},
-    {"hour", 1, 1, nullptr, "hour"},
-    {"minute", 1, 1, nullptr, "minute"},
-    {"second", 1, 1, nullptr, "second"},
-    {"dayofweek", 1, 2, nullptr, "weekday"},
-    {"weekday", 1, 2, nullptr, "weekday"},
-    {"dateadd", 3, 3, nullptr, "dateadd"},
-    {"datediff", 3, 3, nullptr, "datediff"},
-    {"datepart", 2, 2, nullptr, "datepart"},
-    {"date", 1, 3, &Date, ""},
-    {"cdate", 1, 3, &Date, ""},
-    {"datevalue", 1, 3, &Date, ""},
-    {"dateserial", 3, 3, &Date, ""},
-    {"datetime", 1, 6, &DateTime, ""},
-    {"cdatetime", 1, 6, &DateTime, ""},
-    {"datetimevalue", 1, 6, &DateTime, ""},
-    {"currentdate", 0, 0, &CurrentDate, ""},
-    {"today", 0, 0, &CurrentDate, ""},
-    {"currentdatetime", 0, 0, &CurrentDateTime, ""},
-    {"now", 0, 0, &CurrentDateTime, ""},
     {"isnull", 1, 1, &IsNull, "", true},
     {"iif", 3, 3, &Choose, "", true},
 };
@@ -255,9 +290,12 @@ constexpr FunctionInfo Functions[] = {
 }  // namespace
 
 const FunctionInfo* FindFunction(std::string_view name) {
-    for (const FunctionInfo& info : Functions) {
-        if (info.name == name) {
-            return &info;
+    for (const std::span<const FunctionInfo> functions :
+         {std::span<const FunctionInfo>(Functions), DateFunctions()}) {
+        for (const FunctionInfo& info : functions) {
+            if (info.name == name) {
+                return &info;
+            }
         }
     }
     return nullptr;

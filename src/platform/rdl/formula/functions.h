@@ -22,6 +22,8 @@ struct FunctionInfo {
 };
 
 const FunctionInfo* FindFunction(std::string_view name);
+// The table of those for dates and times.
+std::span<const FunctionInfo> DateFunctions();
 Value CallFunction(const FunctionInfo& info, std::span<const Value> arguments, Inputs& inputs);
 
 // The pattern of like: * and % for any run, ? and _ for one character; without regard to case.

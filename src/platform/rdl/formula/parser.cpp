@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/rdl/expr/characters.h"
+#include "platform/rdl/formula/periods.h"
 
 namespace rdl::formula {
 namespace {
@@ -201,8 +202,20 @@ NodePtr Parser::Choice() {
 }
 
 NodePtr Parser::Element() {
+    if (const auto period = m_token.kind == TokenKind::Word ? FindPeriod(m_token.text) : std::nullopt) {
+        Advance();
+        return Make(NodeKind::Range, PeriodCall(PeriodStart(), *period), PeriodCall(PeriodEnd(), *period));
+    }
     NodePtr from = Binary(0);
     return Take("to") ? Make(NodeKind::Range, std::move(from), Binary(0)) : std::move(from);
+}
+
+NodePtr Parser::PeriodCall(const FunctionInfo& function, int period) const {
+    auto number = std::make_unique<Node>();
+    number->value = Value::Integer(period);
+    NodePtr node = Make(NodeKind::Call, std::move(number));
+    node->function = &function;
+    return node;
 }
 
 NodePtr Parser::Binary(int level) {
@@ -320,6 +333,9 @@ NodePtr Parser::Call(const Token& name) {
             if (name.Is(word)) {
                 Unexpected();
             }
+        }
+        if (FindPeriod(name.text)) {
+            FailAt(name.position, "\"" + name.text + "\" can only stand behind in");
         }
         FailAt(name.position, "\"" + name.text + "\" is not known");
     }

@@ -36,6 +36,7 @@ class Parser {
     NodePtr Call(const Token& name);
     NodePtr Choice();
     NodePtr Element();
+    NodePtr PeriodCall(const FunctionInfo& function, int period) const;
     NodePtr FieldOrParameter();
     bool Suffix(NodePtr& left);  // in, like, startswith, is null
     NodePtr Negated(NodePtr node, bool negated) const;

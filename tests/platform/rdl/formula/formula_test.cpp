@@ -182,6 +182,128 @@ TEST(RecordSelectionFormula, HasNumberFunctions) {
     EXPECT_DOUBLE_EQ(ValueOf("Remainder(7.5, 2)").AsDouble(), 1.5);
 }
 
+std::string TextOf(std::string_view text) {
+    const Value value = ValueOf(text);
+    return value.IsError() ? "error" : ToText(value, FindCulture("en-US"));
+}
+
+TEST(RecordSelectionFormula, EveryTextFunction) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"TrimLeft('  a') & TrimRight('b  ') & '|'", "ab|"},
+        {"LTrim(' a') & RTrim('b ')", "ab"},
+        {"InStrRev('abcb', 'b')", "4"},
+        {"InStr('abc', 'z')", "0"},
+        {"ReplicateString('ab', 3)", "ababab"},
+        {"ReplicateString('ab', 0)", ""},
+        {"ReplicateString('ab', -1)", "error"},
+        {"ReplicateString('ab', 1000000000)", "error"},
+        {"ProperCase('john SMITH')", "John Smith"},
+        {"StrCmp('a', 'b') & StrCmp('b', 'a') & StrCmp('a', 'a')", "-110"},
+        {"StrCmp('a', 'A', 1)", "0"},
+        {"Chr(65) & ChrW(8364) & Asc('A') & AscW('€')", "A€658364"},
+        {"Join(Split('a,b', ','), '-')", "a-b"},
+        {"Space(2) & '|'", "  |"},
+        {"Mid('abc', 0)", "error"},
+        {"Left('abc', -1)", "error"},
+        {"ToNumber('x')", "error"},
+        {"IsNumeric('12') & NumericText('1x')", "TrueFalse"},
+        {"CStr(1.5, 1)", "1.5"},
+    };
+    for (const auto& [source, expected] : cases) {
+        EXPECT_EQ(TextOf(source), expected) << source;
+    }
+    EXPECT_TRUE(Selects("{City} in Split('Bonn,Rome', ',')", {{"City", Rome}}));
+}
+
+TEST(RecordSelectionFormula, EveryNumberFunction) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"Exp(0) + Log(1) + Sin(0) + Cos(0) + Tan(0) + Atn(0)", "2"},
+        {"Round(Pi, 4)", "3.1416"},
+        {"Ceiling(1.2) & Floor(-1.2) & Int(-1.2) & Fix(-1.7)", "2-2-2-1"},
+        {"RoundUp(1.21, 1) & ' ' & RoundUp(-1.2)", "1.3 -2"},
+        {"Truncate(1.567, 2)", "1.56"},
+        {"Sqr(-1)", "error"},
+        {"Log(0)", "error"},
+        {"Remainder(1, 0)", "error"},
+        {"Abs('x')", "error"},
+        {"Sgn(0)", "0"},
+    };
+    for (const auto& [source, expected] : cases) {
+        EXPECT_EQ(TextOf(source), expected) << source;
+    }
+}
+
+TEST(RecordSelectionFormula, EveryDateFunction) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"Hour(Now) & Minute(Now) & Second(Now)", "13300"},
+        {"Time(13, 30, 0) = CurrentTime", "True"},
+        {"TimeValue('1:30 PM') = TimeSerial(13, 30, 0)", "True"},
+        {"CTime(Now) = Time(13, 30, 0)", "True"},
+        {"Time(24, 0, 0)", "error"},
+        {"MonthName(6) & WeekdayName(1, true)", "JuneSun"},
+        {"DatePart('q', Date(2024, 5, 1))", "2"},
+        {"DateDiff('ww', Date(2024, 1, 6), Date(2024, 1, 7))", "1"},
+        {"DateSerial(2024, 3, 0) = Date(2024, 2, 29)", "True"},
+        {"IsDate('2024-02-30') & IsDate('2024-02-29')", "FalseTrue"},
+        {"CDateTime('2024-02-29 10:15') = DateTime(2024, 2, 29, 10, 15, 0)", "True"},
+        {"DateValue('2024-02-29 10:15') = Date(2024, 2, 29)", "True"},
+        {"Date('x')", "error"},
+        {"Weekday(Date(2024, 2, 29), 2)", "4"},
+        {"Year('x')", "error"},
+    };
+    for (const auto& [source, expected] : cases) {
+        EXPECT_EQ(TextOf(source), expected) << source;
+    }
+}
+
+TEST(RecordSelectionFormula, NamedPeriodsCountFromTheDayOfTheRun) {
+    // The run is on Sunday, 2025-06-15.
+    struct Case {
+        const char* period;
+        std::int64_t first, last;
+    };
+    const Case cases[] = {
+        {"MonthToDate", MakeTicks(2025, 6, 1), MakeTicks(2025, 6, 15)},
+        {"YearToDate", MakeTicks(2025, 1, 1), MakeTicks(2025, 6, 15)},
+        {"WeekToDateFromSun", MakeTicks(2025, 6, 15), MakeTicks(2025, 6, 15)},
+        {"Last7Days", MakeTicks(2025, 6, 9), MakeTicks(2025, 6, 15)},
+        {"LastFullWeek", MakeTicks(2025, 6, 8), MakeTicks(2025, 6, 14)},
+        {"LastFullMonth", MakeTicks(2025, 5, 1), MakeTicks(2025, 5, 31)},
+        {"Last4WeeksToSun", MakeTicks(2025, 5, 19), MakeTicks(2025, 6, 15)},
+        {"LastYearMTD", MakeTicks(2024, 6, 1), MakeTicks(2024, 6, 15)},
+        {"LastYearYTD", MakeTicks(2024, 1, 1), MakeTicks(2024, 6, 15)},
+        {"Aged0To30Days", MakeTicks(2025, 5, 16), MakeTicks(2025, 6, 15)},
+        {"Aged31To60Days", MakeTicks(2025, 4, 16), MakeTicks(2025, 5, 15)},
+        {"Next30Days", MakeTicks(2025, 6, 15), MakeTicks(2025, 7, 15)},
+        {"Calendar1stQtr", MakeTicks(2025, 1, 1), MakeTicks(2025, 3, 31)},
+        {"Calendar4thQtr", MakeTicks(2025, 10, 1), MakeTicks(2025, 12, 31)},
+        {"Calendar1stHalf", MakeTicks(2025, 1, 1), MakeTicks(2025, 6, 30)},
+        {"AllDatesToToday", 0, MakeTicks(2025, 6, 15)},
+        {"AllDatesFromTomorrow", MakeTicks(2025, 6, 16), MakeTicks(9999, 12, 31)},
+        {"Over90Days", 0, MakeTicks(2025, 3, 16)},
+    };
+    for (const auto& [period, first, last] : cases) {
+        const std::string formula = "{D} in " + std::string(period);
+        EXPECT_TRUE(Selects(formula, {{"D", Value::DateTime(first)}})) << period;
+        EXPECT_TRUE(Selects(formula, {{"D", Value::DateTime(last + TicksPerDay - 1)}})) << period;
+        EXPECT_FALSE(first > 0 && Selects(formula, {{"D", Value::DateTime(first - 1)}})) << period;
+        EXPECT_FALSE(Selects(formula, {{"D", Value::DateTime(last + TicksPerDay)}}) && last < MaxTicks / 2)
+            << period;
+    }
+    EXPECT_TRUE(
+        Selects("not ({D} in [LastFullMonth, Next30Days])", {{"D", Value::DateTime(MakeTicks(2025, 6, 5))}}));
+    EXPECT_FALSE(Selects("{D} in MonthToDate"));
+    EXPECT_EQ(CompileError("{D} = LastFullMonth"),
+              "Record selection formula: \"lastfullmonth\" can only stand behind in, at character 7");
+}
+
+TEST(RecordSelectionFormula, ChooseAndSwitchPickAValue) {
+    EXPECT_EQ(TextOf("Choose(2, 'a', 'b')"), "b");
+    EXPECT_EQ(TextOf("Choose(3, 'a', 'b')"), "");
+    EXPECT_EQ(TextOf("Switch({X} = 1, 'a', true, 'b')"), "b");
+    EXPECT_EQ(TextOf("Switch(1, 'a')"), "error");
+}
+
 TEST(RecordSelectionFormula, IfChooses) {
     const std::string_view text = "if {N} > 5 then {City} = 'Rome' else {City} = 'Bonn'";
     EXPECT_TRUE(Selects(text, {{"N", Value::Integer(6)}, {"City", Rome}}));
