@@ -2,14 +2,42 @@
 
 #include <fontconfig/fontconfig.h>
 
+#include <string_view>
+
 namespace rdl::text {
 
 namespace {
 
+const FcChar8* Name(const std::string& family) {
+    return reinterpret_cast<const FcChar8*>(family.c_str());
+}
+
+// What fontconfig takes a family for: the first of its generic names, sans-serif when it knows nothing of it.
+bool IsSans(const std::string& family) {
+    const std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)> pattern(FcPatternCreate(),
+                                                                          FcPatternDestroy);
+    FcPatternAddString(pattern.get(), FC_FAMILY, Name(family));
+    FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
+    FcChar8* name = nullptr;
+    for (int i = 0; FcPatternGetString(pattern.get(), FC_FAMILY, i, &name) == FcResultMatch; ++i) {
+        const std::string_view known = reinterpret_cast<const char*>(name);
+        if (known == "serif" || known == "monospace" || known == "sans-serif" || known == "cursive" ||
+            known == "fantasy" || known == "emoji") {
+            return known == "sans-serif";
+        }
+    }
+    return true;
+}
+
 FcPattern* PatternOf(const FontRequest& request) {
     FcPattern* pattern = FcPatternCreate();
     const std::string family = request.family.empty() ? "Arial" : request.family;
-    FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    FcPatternAddString(pattern, FC_FAMILY, Name(family));
+    // The usual sans font of a machine is as wide as Verdana; a report that was laid out in another one,
+    // Segoe UI or Tahoma, would break its lines early. Arial's width is nearer to theirs.
+    if (FcStrCmpIgnoreCase(Name(family), Name("Verdana")) != 0 && IsSans(family)) {
+        FcPatternAddString(pattern, FC_FAMILY, Name("Arial"));
+    }
     FcPatternAddInteger(pattern, FC_WEIGHT, request.bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
     FcPatternAddInteger(pattern, FC_SLANT, request.italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
     FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);

@@ -42,6 +42,20 @@ TEST(FindFont, TheSameRequestIsTheSameFont) {
     EXPECT_NE(FindFont({"Times New Roman", false, false}), first);
 }
 
+TEST(FindFont, SansFontsThatAreMissingAreAsWideAsArial) {
+    NEEDS_FONT("Liberation Sans");
+    EXPECT_EQ(File(FindFont({"No Such Sans"})).family, "Liberation Sans");
+    EXPECT_EQ(File(FindFont({"No Such Sans", true})).family, "Liberation Sans");
+    NEEDS_FONT("DejaVu Sans");
+    EXPECT_THAT(File(FindFont({"Verdana"})).family, testing::AnyOf("Verdana", "DejaVu Sans"));
+}
+
+TEST(FindFont, SerifAndFixedFontsThatAreMissingStayOfTheirKind) {
+    EXPECT_NE(FindFont({"Georgia"}), FindFont({"Arial"}));
+    EXPECT_NE(FindFont({"Consolas"}), FindFont({"Arial"}));
+    EXPECT_EQ(FindFont({"Courier New"}), FindFont({"courier new"}));
+}
+
 TEST(FindFont, NoFamilyIsArial) {
     EXPECT_EQ(FindFont({""}), FindFont({"Arial"}));
 }
