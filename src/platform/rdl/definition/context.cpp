@@ -42,6 +42,7 @@ Context::Context(const std::string& fileName, const DefinitionLimits& limits)
 Expr Context::MakeExpr(const XmlElement& element, const std::string& where) {
     Expr expr;
     expr.where = where;
+    expr.line = element.line;
     const std::string_view trimmed = Trimmed(element.text);
     if (trimmed.starts_with('=')) {
         expr.source = trimmed;

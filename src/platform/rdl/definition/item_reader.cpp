@@ -138,6 +138,8 @@ ItemPtr ReadItem(Context& context, const XmlElement& element, Extent container) 
 void ReadBasics(Context& context, const XmlElement& element, ReportItem& item, Extent container) {
     const std::string where = PlaceOf(element);
     item.name = element.nameAttribute;
+    item.place = where;
+    item.line = element.line;
     item.left = context.Size(element, "Left", where);
     item.top = context.Size(element, "Top", where);
     if (item.kind != ItemKind::Line) {

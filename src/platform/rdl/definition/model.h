@@ -14,6 +14,7 @@ namespace rdl {
 struct Expr {
     std::string source;  // begins with = when it is an expression; constants as written
     std::string where;   // for errors: "Textbox Total, Value"
+    int line = 0;        // of the file, for errors too
     int id = -1;         // expressions only: numbers from 0 in reading order, unique within the report
     bool IsSet() const { return !source.empty(); }
     bool IsExpression() const { return id >= 0; }
@@ -132,6 +133,8 @@ struct ReportItem {
     virtual ~ReportItem() = default;
     ItemKind kind;
     std::string name;
+    std::string place;  // for errors: "List Orders", as the file calls it
+    int line = 0;
     double left = 0, top = 0, width = 0, height = 0;  // a Line's width and height may be negative
     int zIndex = 0;
     Style style;
@@ -318,6 +321,7 @@ struct EmbeddedImage {
 };
 
 struct Definition {
+    std::string fileName;                       // without its folder, for errors
     std::string description, author, language;  // language may be an expression's source: see languageExpr
     Expr languageExpr;
     std::string title;                   // custom property Title; may be empty

@@ -158,7 +158,9 @@ Definition ParseDefinition(std::string_view bytes, const std::string& fileName,
                            const DefinitionLimits& limits) {
     const XmlElement report = ReadXmlTree(bytes, fileName, limits);
     Context context(fileName, limits);
-    return ReportReader(context, report).Read();
+    Definition definition = ReportReader(context, report).Read();
+    definition.fileName = WithoutMarks(fileName);
+    return definition;
 }
 
 Definition ParseDefinitionFile(const std::filesystem::path& path, const DefinitionLimits& limits) {

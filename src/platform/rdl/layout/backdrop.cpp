@@ -68,6 +68,28 @@ PathOp Polygon(const std::vector<Point>& corners, Color color) {
     return op;
 }
 
+PathOp Ellipse(const Rect& area, Color color) {
+    constexpr double Bulge = 0.5522847498;  // of a quarter of a circle, as a curve
+    const double rx = area.width / 2;
+    const double ry = area.height / 2;
+    const double x = area.x + rx;
+    const double y = area.y + ry;
+    using Segment = PathOp::Segment;
+    PathOp op{{}, color, Transparent, 0, LineStyle::None};
+    op.segments.push_back({Segment::Move, {x + rx, 0, 0}, {y, 0, 0}});
+    const Point turns[] = {{1, 0}, {0, 1}, {-1, 0}, {0, -1}, {1, 0}};
+    for (int i = 0; i < 4; ++i) {
+        const Point& from = turns[i];
+        const Point& to = turns[i + 1];
+        op.segments.push_back(
+            {Segment::CurveTo,
+             {x + (from.x + to.x * Bulge) * rx, x + (to.x + from.x * Bulge) * rx, x + to.x * rx},
+             {y + (from.y + to.y * Bulge) * ry, y + (to.y + from.y * Bulge) * ry, y + to.y * ry}});
+    }
+    op.segments.push_back({Segment::Close, {}, {}});
+    return op;
+}
+
 // Steps lie upon one another, so that no seam shows between them.
 class GradientPainter {
  public:
@@ -88,11 +110,11 @@ class GradientPainter {
             case Gradient::DiagonalRight:
                 return Straight({-m_area.height, m_area.width});
             case Gradient::Center:
-                return Inwards(true, true);
+                return Outwards(true, true);
             case Gradient::HorizontalCenter:
-                return Inwards(false, true);
+                return Outwards(false, true);
             case Gradient::VerticalCenter:
-                return Inwards(true, false);
+                return Outwards(true, false);
             case Gradient::None:
                 break;
         }
@@ -126,16 +148,21 @@ class GradientPainter {
         }
     }
 
-    // From the edges to the middle.
-    void Inwards(bool acrossX, bool acrossY) {
+    // From the middle to the edges, painted from the edges inwards.
+    void Outwards(bool acrossX, bool acrossY) {
         const double half = std::max(acrossX ? m_area.width / 2 : 0, acrossY ? m_area.height / 2 : 0);
         const int steps = StepsOf(m_from, m_to, half);
         for (int i = 0; i < steps; ++i) {
             const double share = static_cast<double>(i) / steps / 2;
             const double x = acrossX ? m_area.width * share : 0;
             const double y = acrossY ? m_area.height * share : 0;
-            Area({m_area.x + x, m_area.y + y, m_area.width - 2 * x, m_area.height - 2 * y},
-                 ColorOf(i, steps));
+            const Rect part{m_area.x + x, m_area.y + y, m_area.width - 2 * x, m_area.height - 2 * y};
+            const Color color = ColorOf(steps - 1 - i, steps);
+            if (acrossX && acrossY && i > 0) {
+                m_ops.emplace_back(Ellipse(part, color));
+            } else {
+                Area(part, color);
+            }
         }
     }
 

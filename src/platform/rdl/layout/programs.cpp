@@ -151,7 +151,15 @@ class Programs::Walker {
         if (id >= m_programs.m_programs.size()) {
             m_programs.m_programs.resize(id + 1);
         }
-        m_programs.m_programs[id] = expr::Compile(source.source, source.where, m_context);
+        try {
+            m_programs.m_programs[id] = expr::Compile(source.source, source.where, m_context);
+        } catch (const Error& error) {
+            Fail(source.line, error.what());
+        }
+    }
+
+    [[noreturn]] void Fail(int line, const std::string& what) const {
+        throw Error(m_definition.fileName + ", line " + std::to_string(line) + ": " + what);
     }
 
     void Styles(const Style& style) {
@@ -191,7 +199,7 @@ class Programs::Walker {
             return;
         }
         if (++m_depth > MaxNesting) {
-            throw Error("Items are nested too deeply at \"" + item->name + "\"");
+            Fail(item->line, item->place + ": items are nested too deeply");
         }
         Styles(item->style);
         Add(item->visibility.hidden);
@@ -255,13 +263,13 @@ class Programs::Walker {
     std::string RegionDataSet(const Tablix& tablix) const {
         if (!tablix.dataSetName.empty()) {
             if (!m_definition.FindDataSet(tablix.dataSetName)) {
-                throw Error("Tablix \"" + tablix.name + "\" names the data set \"" + tablix.dataSetName +
-                            "\", which the report does not have");
+                Fail(tablix.line,
+                     tablix.place + ": the report has no data set \"" + tablix.dataSetName + "\"");
             }
             return tablix.dataSetName;
         }
         if (m_context.dataSet.empty() && !m_definition.dataSets.empty()) {
-            throw Error("Tablix \"" + tablix.name + "\" names no data set, and the report has several");
+            Fail(tablix.line, tablix.place + ": it names no data set, and the report has several");
         }
         return m_context.dataSet;
     }

@@ -45,7 +45,8 @@ enum class VAlign : std::uint8_t { Top, Middle, Bottom };
 enum class Decoration : std::uint8_t { None, Underline, Overline, LineThrough };
 enum class WritingMode : std::uint8_t { Horizontal, Vertical, Rotate270 };
 
-// From the background colour to gradientEnd; the Centers run from the edges to the middle.
+// From the background colour to gradientEnd; the Centers run from the middle to the edges, HorizontalCenter
+// up and down from a level line.
 enum class Gradient : std::uint8_t {
     None,
     LeftRight,
@@ -76,9 +77,7 @@ struct BoxStyle {
     VAlign vAlign = VAlign::Top;
     WritingMode writingMode = WritingMode::Horizontal;
     bool rightToLeft = false;
-    bool HasBackground() const {
-        return background >> 24 || gradient != Gradient::None || picture;
-    }
+    bool HasBackground() const { return background >> 24 || gradient != Gradient::None || picture; }
     std::string format, language;  // of the box's own value; for cells with typed values
 };
 using BoxStylePtr = std::shared_ptr<const BoxStyle>;

@@ -131,11 +131,11 @@ void AppendGradient(const BoxStyle& box, std::string& css) {
     static constexpr const char* Kinds[] = {"",
                                             "linear-gradient(to right,<,>)",
                                             "linear-gradient(to bottom,<,>)",
-                                            "radial-gradient(farthest-side,>,<)",
+                                            "radial-gradient(farthest-side,<,>)",
                                             "linear-gradient(to bottom right,<,>)",
                                             "linear-gradient(to bottom left,<,>)",
-                                            "linear-gradient(to bottom,<,>,<)",
-                                            "linear-gradient(to right,<,>,<)"};
+                                            "linear-gradient(to bottom,>,<,>)",
+                                            "linear-gradient(to right,>,<,>)"};
     css += "background-image:";
     for (const char* at = Kinds[static_cast<int>(box.gradient)]; *at; ++at) {
         if (*at == '<') {

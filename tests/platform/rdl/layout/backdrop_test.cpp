@@ -165,11 +165,29 @@ TEST(BackgroundGradient, RunsFromTheBackgroundColorToTheEndColor) {
     EXPECT_GT(down.back().y, 17);
 }
 
-TEST(BackgroundGradient, OfTheCenterEndsInTheMiddle) {
-    const auto areas = GradientOf("Center");
-    EXPECT_NEAR(areas.back().x + areas.back().width / 2, 22, 0.01);
-    EXPECT_NEAR(areas.back().y + areas.back().height / 2, 9, 0.01);
-    EXPECT_LT(areas.back().width, 2);
+TEST(BackgroundGradient, OfACenterLineRunsToBothSides) {
+    const auto up = GradientOf("HorizontalCenter");
+    EXPECT_EQ(up[2].color, 0xFF0000FF);  // the edge
+    EXPECT_EQ(up.back().color, 0xFF000000);
+    EXPECT_NEAR(up.back().y + up.back().height / 2, 9, 0.01);
+    EXPECT_NEAR(up.back().width, 24, 0.01);
+    const auto aside = GradientOf("VerticalCenter");
+    EXPECT_NEAR(aside.back().x + aside.back().width / 2, 22, 0.01);
+    EXPECT_NEAR(aside.back().height, 18, 0.01);
+}
+
+TEST(BackgroundGradient, OfTheCenterIsRound) {
+    const auto page =
+        PagesOf(BuildKit(Report(Box("T", "x",
+                                    Place + "<Style><BackgroundColor>Red</BackgroundColor>"
+                                            "<BackgroundGradientType>Center</BackgroundGradientType>"
+                                            "<BackgroundGradientEndColor>Blue"
+                                            "</BackgroundGradientEndColor></Style>")),
+                         Sales({})))
+            .pages.at(0);
+    EXPECT_EQ(Of<RectOp>(page).back().color, 0xFF0000FF);
+    EXPECT_EQ(Of<PathOp>(page).back().fill, 0xFFFF0000);
+    EXPECT_EQ(Of<PathOp>(page).back().segments.at(1).kind, PathOp::Segment::CurveTo);
 }
 
 TEST(BackgroundGradient, OfADiagonalBeginsInOneCornerAndEndsInTheOther) {

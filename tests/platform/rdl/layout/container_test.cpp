@@ -243,5 +243,14 @@ TEST(Container, ThatIsKeptTogetherWaitsForThePageThatHoldsIt) {
     EXPECT_THAT(parted.bodies, ElementsAre(SizeIs(8), SizeIs(3)));
 }
 
+TEST(Container, WhatStandsBelowALineMovesWithTheTableAboveIt) {
+    const auto baseline = [](int rows) {
+        const auto items = NumberedRows(At(0, 20, 100, 20)) + "<Line Name=\"L\">" + At(0, 100, 100, 0) +
+                           "</Line>" + Box("B", "below", At(0, 110, 100, 20));
+        return Of<TextOp>(PagesOf(BuildKit(Report(items), Sales(Many(rows)))).pages.at(0)).back().baseline;
+    };
+    EXPECT_NEAR(baseline(3) - baseline(1), 40, 0.01);
+}
+
 }  // namespace
 }  // namespace rdl::layout
