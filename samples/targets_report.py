@@ -115,13 +115,14 @@ def _dial():
 
 def _shipping():
     tube = element("LinearPointer", _fill(TEAL), _value("GaugeInputValue", "=Sum(Fields!days.Value)"),
-                   text("Type", "Thermometer"), text("Width", "16"), Name="Days")
+                   element("Thermometer", text("BulbSize", "40"), text("BulbOffset", "2")), text("Type", "Thermometer"),
+                   text("Width", "10"), Name="Days")
     scale = element(
         "LinearScale", element("GaugePointers", tube),
         element("ScaleLabels", letters("8pt"), text("Placement", "Inside"), text("DistanceFromScale", "3")),
-        element("GaugeMajorTickMarks", _fill(SLATE), text("Length", "8"), text("Width", "1"),
-                text("Placement", "Inside"), text("DistanceFromScale", "8")), _hidden("GaugeMinorTickMarks"),
-        _value("MaximumValue", "10"), text("Interval", "2"), text("StartMargin", "18"), text("EndMargin", "6"),
+        element("GaugeMajorTickMarks", _fill(SLATE), text("Length", "4"), text("Width", "0.4"),
+                text("Placement", "Inside"), text("DistanceFromScale", "6")), _hidden("GaugeMinorTickMarks"),
+        _value("MaximumValue", "10"), text("Interval", "2"), text("StartMargin", "24"), text("EndMargin", "6"),
         text("Position", "55"), text("Width", "0"), Name="Scale")
     gauge = element("LinearGauge", element("GaugeScales", scale), text("Orientation", "Vertical"), text("Top", "0"),
                     text("Height", "90"), text("Width", "100"), Name="Shipping")

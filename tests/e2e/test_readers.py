@@ -14,7 +14,7 @@ import xlrd
 
 from harness import STAGE
 
-SAMPLES = ("invoice", "order_list", "sales_by_region", "sales_charts", "summary")
+SAMPLES = ("invoice", "order_list", "sales_by_region", "sales_charts", "summary", "targets")
 
 
 def run(*words):
