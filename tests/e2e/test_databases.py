@@ -85,12 +85,14 @@ class ServerTests:
                                    "Which=Emma", "-p", "Which=Ulysses",
                                    parameters=[("@Which", "Which", "String", True)]), ["Emma", "Ulysses"])
 
+    NO_DAY = "@Day is null"
+
     def test_dates_booleans_and_nulls_are_bound(self):
         self.assertEqual(self.rows("select word from kinds where day = @Day and yes = @Yes", ["word"], "-p",
                                    "Day=2024-02-29", "-p", "Yes=True",
                                    parameters=[("@Day", "Day", "DateTime", False), ("@Yes", "Yes", "Boolean", False)]),
                          ["Zoë 東京 🙂"])
-        self.assertEqual(self.rows("select id from kinds where day = @Day or (@Day is null and day is null)", ["id"],
+        self.assertEqual(self.rows("select id from kinds where day = @Day or (%s and day is null)" % self.NO_DAY, ["id"],
                                    parameters=[("@Day", "Day", "DateTime", False)]), ["2"])
 
     def test_values_have_their_types(self):
@@ -269,7 +271,10 @@ class OnOdbcServer(OnPostgres):
 
     @staticmethod
     def connect_to(port):
-        return "Driver={PostgreSQL Unicode};Server=127.0.0.1;Port=%d;Database=postgres;ReadOnly=0" % port
+        return "Driver={PostgreSQL Unicode};Server=127.0.0.1;Port=%d;Database=postgres" % port
+
+    # Each mark is a parameter of its own there, and this one has no type but what it is told.
+    NO_DAY = "cast(@Day as date) is null"
 
     def test_server_that_is_down_is_named(self):
         said = self.failure("select title from titles", connect=self.connect_to(free_port()))
@@ -302,6 +307,9 @@ class OnOdbcFile(DatabaseTest):
         self.assertEqual(self.rows("select title from titles order by 1", ["title"], password=None), ["Emma", "Zoë"])
         said = self.failure("select title from titles", connect="DSN=Nowhere", password=None)
         self.assertIn('the ODBC data source "Nowhere" cannot be reached', said)
+
+    def test_report_only_reads(self):
+        self.assertIn("readonly", self.failure("delete from titles", password=None))
 
     def test_driver_that_is_not_installed_is_named_with_those_that_are(self):
         said = self.failure("select 1", connect="Driver={Wonder};Server=db", password=None)

@@ -1,5 +1,8 @@
 #include "platform/rdl/data/load.h"
 
+#include <algorithm>
+#include <cctype>
+
 #include "platform/rdl/data/field_type.h"
 #include "platform/rdl/data/filter.h"
 #include "platform/rdl/data/message.h"
@@ -141,19 +144,55 @@ Table ReadCalculated(const LoadRequest& request, const DataSet& dataSet, const D
     return table;
 }
 
-// The shared data set's own rows are the source of the report's data set; its parameters are given by name.
+// What a shared data set's parameter is in this report: what the report gives, else its own default.
+Value SharedValue(const LoadRequest& request, const DataSet& dataSet, const SharedParameter& own) {
+    for (const QueryParameter& given : dataSet.parameters) {
+        if (!own.readOnly && EqualNoCase(own.name, given.name)) {
+            return EvaluateAlone(request, given.value);
+        }
+    }
+    if (!own.defaultValue.IsSet() && !own.nullable) {
+        throw Error("the parameter \"" + CleanText(own.name) + "\" of the shared data set has no value");
+    }
+    return EvaluateAlone(request, own.defaultValue);
+}
+
+// Parameters of drivers that count them may be called ? and cannot be asked for by that.
+std::string NameInExpressions(const SharedParameter& parameter, std::size_t index) {
+    const std::string name = parameter.name.substr(parameter.name.starts_with('@') ? 1 : 0);
+    const bool isName = !name.empty() && std::all_of(name.begin(), name.end(), [](unsigned char c) {
+        return std::isalnum(c) || c == '_' || c >= 0x80;
+    });
+    return isName ? name : "Parameter" + std::to_string(index + 1);
+}
+
+// The shared data set's own rows are the source of the report's data set. Its expressions know its own
+// parameters and nothing of the report's.
 Table ReadShared(const LoadRequest& request, const DataSet& dataSet) {
     SharedDataSet shared = ReadSharedDataSet(dataSet.sharedDataSet, request.SearchFolders());
-    for (const QueryParameter& given : dataSet.parameters) {
-        for (QueryParameter& own : shared.dataSet.parameters) {
-            if (EqualNoCase(own.name, given.name)) {
-                own.value = given.value;
-            }
+    Definition definition;
+    definition.language = request.definition->language;
+    LoadRequest own = request;
+    own.definition = &definition;
+    own.parameters.clear();
+    for (const SharedParameter& parameter : shared.parameters) {
+        const std::string name = NameInExpressions(parameter, own.parameters.size());
+        const Value value = SharedValue(request, dataSet, parameter);
+        if (value.IsError()) {
+            throw Error("the parameter \"" + CleanText(parameter.name) +
+                        "\" fails: " + CleanText(value.AsText()));
+        }
+        definition.parameters.emplace_back().name = name;
+        own.parameters.push_back({value, value});
+        if (!parameter.omitFromQuery) {
+            shared.dataSet.parameters.push_back(
+                {parameter.name,
+                 {.source = "=Parameters!" + name + ".Value", .where = "Parameter " + name, .id = 0}});
         }
     }
     const DataSource* named = FindSource(*request.definition, shared.source.name);
-    Table inner = ReadCalculated(request, shared.dataSet, named ? named : &shared.source);
-    ApplyFilters(request, shared.dataSet, inner);
+    Table inner = ReadCalculated(own, shared.dataSet, named ? named : &shared.source);
+    ApplyFilters(own, shared.dataSet, inner);
     MemoryCursor cursor(std::move(inner.fieldNames), std::move(inner.cells));
     Table table = ReadRows(request, dataSet, cursor);
     Calculate(request, dataSet, table);

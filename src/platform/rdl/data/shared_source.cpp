@@ -1,5 +1,7 @@
 #include "platform/rdl/data/shared_source.h"
 
+#include <cstdlib>
+
 #include "platform/rdl/data/data_file.h"
 #include "platform/rdl/data/message.h"
 #include "platform/rdl/data/xml_document.h"
@@ -22,7 +24,7 @@ XmlDocument ReadBeside(const std::string& reference, const std::string& extensio
 }
 
 Expr ExprOf(const std::string& text, const std::string& where) {
-    return {text, where, text.starts_with('=') ? 0 : -1};
+    return {.source = text, .where = where, .id = text.starts_with('=') ? 0 : -1};
 }
 
 std::string AttributeOf(const XmlNode& node, std::string_view name) {
@@ -68,21 +70,35 @@ std::vector<Filter> FiltersOf(const XmlDocument& document, const XmlNode& set) {
     return filters;
 }
 
+bool FlagOf(const XmlDocument& document, const XmlNode& node, std::string_view name) {
+    return EqualNoCase(document.ChildText(node, name), "true");
+}
+
+std::vector<SharedParameter> ParametersOf(const XmlDocument& document, const XmlNode& query) {
+    std::vector<SharedParameter> parameters;
+    const XmlNode* list = document.Child(query, "DataSetParameters");
+    for (const std::size_t child : list ? list->children : std::vector<std::size_t>()) {
+        const XmlNode& node = document.nodes[child];
+        const std::string name = AttributeOf(node, "Name");
+        const XmlNode* value = document.Child(node, "DefaultValue");
+        parameters.push_back(
+            {name,
+             value && !value->nil ? ExprOf(std::string(Trimmed(value->text)), "Parameter " + name) : Expr(),
+             FlagOf(document, node, "Nullable"), FlagOf(document, node, "ReadOnly"),
+             FlagOf(document, node, "OmitFromQuery")});
+    }
+    return parameters;
+}
+
 void ReadQuery(const XmlDocument& document, const XmlNode& query, DataSet& set) {
     set.dataSourceName = document.ChildText(query, "DataSourceReference");
     set.commandText = ExprOf(document.ChildText(query, "CommandText"), "CommandText");
+    set.timeoutSeconds = std::atoi(document.ChildText(query, "Timeout").c_str());
     const std::string type = document.ChildText(query, "CommandType");
-    if (type == "StoredProcedure") {
+    if (EqualNoCase(type, "StoredProcedure")) {
         set.commandType = DataSet::CommandType::StoredProcedure;
-    } else if (type == "TableDirect") {
+    } else if (EqualNoCase(type, "TableDirect")) {
         set.commandType = DataSet::CommandType::TableDirect;
-    }
-    const XmlNode* parameters = document.Child(query, "DataSetParameters");
-    for (const std::size_t child : parameters ? parameters->children : std::vector<std::size_t>()) {
-        const XmlNode& node = document.nodes[child];
-        const std::string name = AttributeOf(node, "Name");
-        set.parameters.push_back(
-            {name, ExprOf(document.ChildText(node, "DefaultValue"), "Parameter " + name)});
     }
 }
 
@@ -93,7 +109,7 @@ SharedSource ReadSharedSource(const std::string& reference, const std::vector<st
     const XmlNode* properties = document.Child(document.Root(), "ConnectionProperties");
     const XmlNode& holder = properties ? *properties : document.Root();
     SharedSource source{document.ChildText(holder, "Extension"), document.ChildText(holder, "ConnectString"),
-                        EqualNoCase(document.ChildText(holder, "IntegratedSecurity"), "true")};
+                        FlagOf(document, holder, "IntegratedSecurity")};
     if (source.provider.empty()) {
         throw Error("the shared data source \"" + CleanText(reference) + "\" names no data provider");
     }
@@ -110,6 +126,8 @@ SharedDataSet ReadSharedDataSet(const std::string& reference, const std::vector<
     SharedDataSet shared;
     shared.dataSet.name = AttributeOf(*set, "Name");
     ReadQuery(document, *query, shared.dataSet);
+    shared.parameters = ParametersOf(document, *query);
+    shared.dataSet.caseSensitive = FlagOf(document, *set, "CaseSensitivity");
     shared.dataSet.fields = FieldsOf(document, *set);
     shared.dataSet.filters = FiltersOf(document, *set);
     shared.source.name = shared.dataSet.dataSourceName;

@@ -1,5 +1,6 @@
 #include "platform/rdl/data/sql_connection.h"
 
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <algorithm>
@@ -149,7 +150,25 @@ void SqlConnection::Open(const SqlSource& source) {
     if (!m_database.open()) {
         Refuse(address);
     }
+    FindDialect(source.provider);
     ReadOnly(source, pairs);
+}
+
+void SqlConnection::FindDialect(ProviderKind provider) {
+    switch (m_database.driver()->dbmsType()) {
+        case QSqlDriver::PostgreSQL:
+            m_dialect = ProviderKind::PostgreSql;
+            break;
+        case QSqlDriver::MySqlServer:
+            m_dialect = ProviderKind::MySql;
+            break;
+        case QSqlDriver::MSSqlServer:
+        case QSqlDriver::Sybase:
+            m_dialect = ProviderKind::SqlServer;
+            break;
+        default:
+            m_dialect = provider;
+    }
 }
 
 // Drivers tell a wrong logon and a missing server by text only.
@@ -170,11 +189,13 @@ void SqlConnection::Refuse(const ServerAddress& address) const {
 void SqlConnection::ReadOnly(const SqlSource& source, const ConnectString& pairs) {
     QSqlQuery settings(m_database);
     const int seconds = SecondsOf(source);
-    if (source.provider == ProviderKind::MySql) {
+    if (m_dialect == ProviderKind::Odbc) {
+        settings.exec(QStringLiteral("PRAGMA query_only = 1"));  // SQLite, which Qt does not know behind ODBC
+    } else if (m_dialect == ProviderKind::MySql) {
         settings.exec(QStringLiteral("SET SESSION TRANSACTION READ ONLY"));
         settings.exec(QStringLiteral("SET SESSION max_statement_time = %1").arg(seconds));
         settings.exec(QStringLiteral("SET SESSION max_execution_time = %1").arg(seconds * 1000LL));
-    } else if (source.provider == ProviderKind::PostgreSql) {
+    } else if (m_dialect == ProviderKind::PostgreSql) {
         settings.exec(QStringLiteral("SET default_transaction_read_only = on"));
         settings.exec(QStringLiteral("SET statement_timeout = '%1s'").arg(seconds));
         const std::string path = pairs.Get({"search path"});

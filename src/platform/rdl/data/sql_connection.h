@@ -19,6 +19,8 @@ class SqlConnection {
     ~SqlConnection();
 
     QSqlDatabase& Database() { return m_database; }
+    // What the server speaks, which behind ODBC only it can tell; Odbc when it is none that is known.
+    ProviderKind Dialect() const { return m_dialect; }
     // To be struck out of every text.
     const std::string& Secret() const { return m_secret; }
 
@@ -26,10 +28,12 @@ class SqlConnection {
     void Open(const SqlSource& source);
     void Close();
     [[noreturn]] void Refuse(const ServerAddress& address) const;
+    void FindDialect(ProviderKind provider);
     void ReadOnly(const SqlSource& source, const ConnectString& pairs);
 
     QString m_name;  // in Qt's list of connections
     QSqlDatabase m_database;
+    ProviderKind m_dialect = ProviderKind::Odbc;
     std::string m_secret;
     std::string m_place;  // for people
 };

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "platform/rdl/data/message.h"
+#include "platform/rdl/data/odbc_time.h"
 #include "platform/rdl/data/sql_connection.h"
 #include "platform/rdl/data/sql_values.h"
 #include "platform/rdl/error.h"
@@ -41,8 +42,8 @@ class SqlCursor : public Cursor {
         m_query.emplace(m_connection.Database());
         m_query->setForwardOnly(true);
         // SQL Server runs whole batches: variables are declared and set before the rows are asked for.
-        const bool isBatch = m_provider == ProviderKind::SqlServer || m_provider == ProviderKind::Odbc;
-        if (!isBatch && !IsOneStatement(query.text, m_provider)) {
+        const ProviderKind dialect = m_connection.Dialect();
+        if (dialect != ProviderKind::SqlServer && !IsOneStatement(query.text, dialect)) {
             throw Error("the query is more than one statement");
         }
         Run(query);
@@ -71,7 +72,8 @@ class SqlCursor : public Cursor {
 
  private:
     void Run(const BoundQuery& query) {
-        if (query.binds.empty()) {
+        const bool isOdbc = m_provider == ProviderKind::Odbc || m_provider == ProviderKind::SqlServer;
+        if (query.binds.empty() && !isOdbc) {
             Execute(query.text);
         } else if (m_provider == ProviderKind::MySql && IsCall(query.text)) {
             for (std::size_t i = 0; i < query.binds.size(); ++i) {
@@ -94,6 +96,7 @@ class SqlCursor : public Cursor {
         if (!m_query->prepare(QString::fromStdString(text))) {
             Fail("the query is wrong: ");
         }
+        LimitOdbcTime(*m_query, m_seconds);
         for (const Value& value : binds) {
             m_query->addBindValue(ToVariant(value, m_provider));
         }
@@ -120,17 +123,19 @@ class SqlCursor : public Cursor {
         const std::string lower = LowerAscii(text);
         // The same codes stand for a query that somebody stopped.
         const bool isLate = Clock::now() - m_start >= std::chrono::seconds(m_seconds);
-        if (isLate &&
-            (IsOneOf(code, {"57014", "1969", "3024", "2013"}) || HasWord(lower, {"timeout", "hyt0"}))) {
+        if (isLate && (IsOneOf(code, {"57014", "1969", "3024", "2013"}) ||
+                       HasWord(lower, {"timeout", "hyt0", "canceling statement"}))) {
             throw Error(TookTooLong(m_seconds));
         }
         if (IsOneOf(code, {"57P01", "57P02", "57P03", "1053", "1927", "2006", "2013"}) ||
             code.starts_with("08") ||
-            HasWord(lower, {"server closed the connection", "communication link"})) {
+            HasWord(lower, {"server closed the connection", "communication link", "connection has been lost",
+                            "terminating connection"})) {
             throw Error("the connection to the server was lost: " + text);
         }
         if (IsOneOf(code, {"42P01", "1146", "208"}) ||
-            HasWord(lower, {"invalid object name", "no such table", "42s02"})) {
+            HasWord(lower, {"invalid object name", "no such table"}) ||
+            (HasWord(lower, {"relation \""}) && HasWord(lower, {"does not exist"}))) {
             throw Error("a table is missing: " + text);
         }
         throw Error(what + text);

@@ -210,6 +210,9 @@ Value ConvertToType(const ReportParameter& parameter, const Value& value) {
     if (value.IsNull()) {
         return value;
     }
+    if (value.IsError()) {
+        throw Error(Place(parameter) + ": " + std::string(value.AsText()));
+    }
     switch (parameter.type) {
         case ParameterType::Boolean:
             return ToBooleanValue(parameter, value);

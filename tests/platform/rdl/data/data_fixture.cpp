@@ -37,7 +37,7 @@ void DataFixture::Write(const std::string& name, const std::string& bytes) {
 }
 
 Expr DataFixture::ExprOf(const std::string& text) {
-    return {text, "here", text.starts_with('=') ? 0 : -1};
+    return {.source = text, .where = "here", .id = text.starts_with('=') ? 0 : -1};
 }
 
 DataSource& DataFixture::AddSource(const std::string& provider, const std::string& connectString) {

@@ -79,6 +79,15 @@ TEST_F(DataSetFilter, AggregatesSpanTheWholeTable) {
     EXPECT_EQ(Ids("=Fields!id.Value", "LessThanOrEqual", {"=CountDistinct(Fields!v.Value)"}), "123");
 }
 
+TEST_F(DataSetFilter, SumOfTextsIsAnErrorAsInEveryOtherScope) {
+    for (const char* function : {"Sum", "Avg", "Var", "StDev"}) {
+        definition.dataSets[0].filters.clear();
+        AddFilter(definition.dataSets[0], "=Fields!id.Value", "LessThan",
+                  {"=" + std::string(function) + "(Fields!name.Value)"});
+        EXPECT_NE(Failure().find("fails: A value that is no number"), std::string::npos) << Failure();
+    }
+}
+
 TEST_F(DataSetFilter, MistakesAreErrors) {
     AddFilter(definition.dataSets[0], "=Fields!v.Value", "Resembles", {"1"});
     EXPECT_NE(Failure().find("unknown operator \"Resembles\""), std::string::npos);

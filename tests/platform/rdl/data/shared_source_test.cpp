@@ -40,5 +40,71 @@ TEST_F(SharedData, DataSetIsAskedWithTheReportsParameters) {
     EXPECT_EQ(Rows(), "Bonn|BONN");
 }
 
+TEST_F(SharedData, SourceMayHaveTheFormOfAReportServer) {
+    Write("Warehouse.rds",
+          "<DataSourceDefinition xmlns='urn:x'><Extension>SQLITE</Extension>"
+          "<ConnectString>sales.db</ConnectString></DataSourceDefinition>");
+    AddSource("", "").reference = "/Data Sources/Warehouse.rds";
+    AddSet("select city from t where id = 2", {"city"});
+    EXPECT_EQ(Rows(), "Bonn");
+    Write("Warehouse.rds", "<RptDataSource><ConnectionProperties/></RptDataSource>");
+    EXPECT_NE(Failure().find("names no data provider"), std::string::npos);
+}
+
+class SharedDataSets : public SharedData {
+ protected:
+    void WriteSet(const std::string& parameters, const std::string& query, const std::string& rest = "") {
+        Write("Cities.rsd",
+              "<SharedDataSet><DataSet Name='D'><Query><DataSourceReference>Warehouse</DataSourceReference>"
+              "<DataSetParameters>" +
+                  parameters + "</DataSetParameters><CommandText>" + query +
+                  "</CommandText></Query><Fields><Field Name='city'><DataField>city</DataField></Field>"
+                  "<Field Name='id'><DataField>id</DataField></Field></Fields>" +
+                  rest + "</DataSet></SharedDataSet>");
+        DataSet& set = AddSet("", {"city"});
+        set.sharedDataSet = "/Shared/Cities";
+        set.dataSourceName.clear();
+    }
+};
+
+TEST_F(SharedDataSets, ExpressionsKnowTheirOwnParametersAndNotTheReports) {
+    AddParameter("Least", Value::Integer(0));
+    WriteSet(
+        "<DataSetParameter Name='@Least'><DefaultValue>2</DefaultValue><OmitFromQuery>true</OmitFromQuery>"
+        "</DataSetParameter>",
+        "select * from t order by id",
+        "<Filters><Filter><FilterExpression>=Fields!id.Value</FilterExpression>"
+        "<Operator>GreaterThanOrEqual</Operator><FilterValues><FilterValue>=CInt(Parameters!Least.Value)"
+        "</FilterValue></FilterValues></Filter></Filters>");
+    EXPECT_EQ(Rows(), "Bonn");
+    definition.dataSets[0].parameters = {{"@Least", ExprOf("=Parameters!Least.Value")}};
+    EXPECT_EQ(Rows(), "Rome Bonn");
+}
+
+TEST_F(SharedDataSets, ReadOnlyParameterKeepsItsValue) {
+    WriteSet(
+        "<DataSetParameter "
+        "Name='@Id'><DefaultValue>1</DefaultValue><ReadOnly>true</ReadOnly></DataSetParameter>",
+        "select * from t where id = @Id");
+    definition.dataSets[0].parameters = {{"@Id", ExprOf("2")}};
+    EXPECT_EQ(Rows(), "Rome");
+}
+
+TEST_F(SharedDataSets, ParameterWithoutAValueIsAnErrorUnlessItMayBeNull) {
+    WriteSet("<DataSetParameter Name='@Id'/>", "select * from t where id = @Id or @Id is null order by id");
+    EXPECT_NE(Failure().find("the parameter \"@Id\" of the shared data set has no value"), std::string::npos);
+    WriteSet("<DataSetParameter Name='@Id'><Nullable>true</Nullable></DataSetParameter>",
+             "select * from t where id = @Id or @Id is null order by id");
+    EXPECT_EQ(Rows(), "Rome Bonn");
+}
+
+TEST_F(SharedDataSets, MarksWithoutNamesAreParametersToo) {
+    WriteSet(
+        "<DataSetParameter Name='?'><DefaultValue>1</DefaultValue></DataSetParameter>"
+        "<DataSetParameter Name='?'><DefaultValue>2</DefaultValue></DataSetParameter>",
+        "select * from t where id between ? and ? order by id desc");
+    EXPECT_EQ(Rows(), "Bonn Rome");
+}
+
 }  // namespace
 }  // namespace rdl::data

@@ -130,6 +130,41 @@ TEST_F(ReportParameterField, DefaultsAndOffersComeFromAQueryToo) {
     EXPECT_THAT(RunError(*report).Description(), HasSubstr("\"Zoe\""));
 }
 
+TEST_F(ReportParameterField, LaterParametersOffersMayDependOnEarlierOnes) {
+    const std::string reference =
+        "<DataSetReference><DataSetName>People</DataSetName><ValueField>Name</ValueField></DataSetReference>";
+    std::string text =
+        PeopleReport(Parameters(Parameter("Least", "Integer") +
+                                Parameter("who", "String",
+                                          "<DefaultValue>" + reference + "</DefaultValue><ValidValues>" +
+                                              reference + "</ValidValues>")));
+    const std::string filter =
+        "<Filters><Filter><FilterExpression>=Fields!Number.Value</FilterExpression>"
+        "<Operator>GreaterThan</Operator><FilterValues><FilterValue>=Parameters!Least.Value</FilterValue>"
+        "</FilterValues></Filter></Filters></DataSet>";
+    text.replace(text.find("</DataSet>"), 10, filter);
+    const auto report = OpenRdlReport(Write("people.rpt", text));
+    report->Parameter(1).AddCurrentValue(1.0);
+    report->Parameter(2).AddCurrentValue(std::string("Bob"));
+    EXPECT_EQ(RunError(*report).Number(), 0);
+    report->Parameter(1).AddCurrentValue(2.0);
+    EXPECT_THAT(RunError(*report).Description(),
+                HasSubstr("Parameter \"who\": \"Bob\" is not one of the values that the report allows"));
+    const auto unasked = OpenRdlReport(Write("people.rpt", text));
+    unasked->Parameter(1).AddCurrentValue(3.0);
+    EXPECT_THAT(RunError(*unasked).Description(), HasSubstr("Parameter \"who\" has no value and no default"));
+}
+
+TEST_F(ReportParameterField, OfferThatFailsIsAnErrorThatNamesTheParameter) {
+    const auto report =
+        Open(Parameter("a", "String",
+                       Default("x") + "<ValidValues><ParameterValues><ParameterValue><Value>"
+                                      "=CInt(\"y\")</Value></ParameterValue></ParameterValues>"
+                                      "</ValidValues>"));
+    EXPECT_THAT(RunError(*report).Description(), HasSubstr("Parameter \"a\": "));
+    EXPECT_EQ(RunError(*report).Number(), InvalidParameter);
+}
+
 TEST_F(ReportParameterField, DefaultOutsideOfTheOffersRuns) {
     const auto report =
         Open(Parameter("a", "Integer",
