@@ -42,8 +42,13 @@ void FileOutput::Commit() {
     m_file.Write(m_buffer);
     m_buffer.clear();
     m_file.Commit();
-    // Best effort: the file is there and whole, only others may not be able to read it.
-    [[maybe_unused]] const int result = chmod(m_target.c_str(), FileMode());
+    // A pipe or a device, /dev/null for one, keeps its mode: it was there before, and others need it as it
+    // is.
+    std::error_code ignored;
+    if (std::filesystem::is_regular_file(m_target, ignored)) {
+        // Best effort: the file is there and whole, only others may not be able to read it.
+        [[maybe_unused]] const int result = chmod(m_target.c_str(), FileMode());
+    }
 }
 
 }  // namespace rdl::engine
