@@ -1,6 +1,7 @@
 #include "platform/rdl/writers/flow.h"
 
 #include <algorithm>
+#include <cstdio>
 
 #include "platform/rdl/error.h"
 
@@ -65,6 +66,23 @@ ImageType TypeOfImage(std::string_view bytes, const std::string& name) {
     throw Error("Image \"" + name + "\" is none of PNG, JPEG, GIF and BMP");
 }
 
+std::string WebAddress(const std::string& link) {
+    std::string out;
+    for (const char c : SafeLink(link)) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool isPlain =
+            byte > 0x20 && byte < 0x7F && std::string_view("\"<>\\^`{|}").find(c) == std::string_view::npos;
+        if (isPlain) {
+            out += c;
+        } else {
+            char escape[4];
+            std::snprintf(escape, sizeof escape, "%%%02X", static_cast<unsigned>(byte));
+            out += escape;
+        }
+    }
+    return out;
+}
+
 layout::HAlign AlignmentOf(const layout::Instance& item, layout::HAlign paragraph) {
     layout::HAlign align = paragraph;
     if (align == layout::HAlign::General && item.box) {
@@ -73,9 +91,9 @@ layout::HAlign AlignmentOf(const layout::Instance& item, layout::HAlign paragrap
     if (align != layout::HAlign::General) {
         return align;
     }
-    return item.isNumeric || item.value.IsNumber() || item.value.kind() == Kind::DateTime
-               ? layout::HAlign::Right
-               : layout::HAlign::Left;
+    const bool isNumeric = item.isNumeric || item.value.IsNumber() || item.value.kind() == Kind::DateTime;
+    const bool rightToLeft = item.box && item.box->rightToLeft;
+    return isNumeric != rightToLeft ? layout::HAlign::Right : layout::HAlign::Left;
 }
 
 }  // namespace rdl::writers

@@ -16,6 +16,8 @@ std::string WithoutPageMarks(std::string_view text);
 // A link that may stand in a document: web, mail and file transfer addresses and places relative to the
 // document; never script. Empty when it may not.
 std::string SafeLink(const std::string& link);
+// The same in the letters that addresses are made of.
+std::string WebAddress(const std::string& link);
 
 // PNG, JPEG, GIF or BMP by the bytes themselves; raises rdl::Error naming the item when they are none.
 enum class ImageType { Png, Jpeg, Gif, Bmp };

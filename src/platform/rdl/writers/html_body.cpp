@@ -38,6 +38,9 @@ CharStylePtr CommonStyle(const Instance& item) {
     return common;
 }
 
+// As pages have it.
+constexpr double ListIndent = 18, ListHang = 13.5;
+
 HAlign BoxAlign(const Instance& item) {
     return AlignmentOf(item, item.paragraphs.empty() ? HAlign::General : item.paragraphs.front().align);
 }
@@ -191,17 +194,31 @@ void HtmlBody::OpenTag(const char* element, const Instance& item, const std::str
     m_out += '<';
     m_out += element;
     m_out += " class=\"" + classes + "\"";
-    if (!item.bookmark.empty() && !m_anchorUsed[item.bookmark]) {
-        m_anchorUsed[item.bookmark] = true;  // an id is there once
-        Attribute("id", AnchorOf(item.bookmark));
-    }
+    Identify(item);
     if (!item.toolTip.empty()) {
         Attribute("title", item.toolTip);
     }
 }
 
+// What leads to the item finds it by this.
+void HtmlBody::Identify(const Instance& item) {
+    std::string id;
+    if (!item.bookmark.empty() && !m_anchorUsed[item.bookmark]) {
+        m_anchorUsed[item.bookmark] = true;  // an id is there once
+        id = AnchorOf(item.bookmark);
+    } else if (!item.documentMapLabel.empty()) {
+        id = m_map.NextId();
+    }
+    if (!id.empty()) {
+        Attribute("id", id);
+    }
+    if (!item.documentMapLabel.empty()) {
+        m_map.Add(item.documentMapLabel, 0, id);
+    }
+}
+
 bool HtmlBody::OpenLink(const std::string& link) {
-    const std::string safe = SafeLink(link);
+    const std::string safe = WebAddress(link);
     if (safe.empty()) {
         return false;
     }
@@ -244,10 +261,14 @@ void HtmlBody::Paragraphs(const Instance& item, const CharStylePtr& own) {
 
 void HtmlBody::Paragraph(const Instance& item, const ParagraphInstance& paragraph, const CharStylePtr& own) {
     std::string css;
+    // Lines behind the first stand further in, in lists behind the mark.
+    const bool listed = paragraph.bulleted || paragraph.listNumber > 0;
+    const double list = listed ? ListIndent * (1 + std::clamp(paragraph.listLevel - 1, 0, 9)) : 0;
+    const double hanging = listed ? ListHang : static_cast<double>(paragraph.hangingIndent);
     const std::pair<const char*, double> lengths[] = {
-        {"margin-left:", paragraph.leftIndent + paragraph.listLevel * 18.0},
+        {"margin-left:", paragraph.leftIndent + list + (listed ? 0 : std::max(hanging, 0.0))},
         {"margin-right:", paragraph.rightIndent},
-        {"text-indent:", paragraph.hangingIndent},
+        {"text-indent:", -hanging},
         {"margin-top:", paragraph.spaceBefore},
         {"margin-bottom:", paragraph.spaceAfter},
         {"line-height:", paragraph.lineHeight}};
@@ -274,11 +295,14 @@ void HtmlBody::Paragraph(const Instance& item, const ParagraphInstance& paragrap
 }
 
 void HtmlBody::ListMark(const ParagraphInstance& paragraph) {
-    if (paragraph.bulleted) {
-        m_out += "\xE2\x80\xA2 ";
-    } else if (paragraph.listNumber > 0) {
-        m_out += std::to_string(paragraph.listNumber) + ". ";
+    if (!paragraph.bulleted && paragraph.listNumber <= 0) {
+        return;
     }
+    std::string css = "display:inline-block;text-indent:0;min-width:";
+    AppendPoints(ListHang, css);
+    m_out += "<span class=\"" + m_styles.Class(css + ";") + "\">";
+    m_out += paragraph.bulleted ? "\xE2\x80\xA2 " : std::to_string(paragraph.listNumber) + ". ";
+    m_out += "</span>";
 }
 
 void HtmlBody::Run(const layout::RunInstance& run, const CharStylePtr& own) {

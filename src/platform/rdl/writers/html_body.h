@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/rdl/layout/instance.h"
+#include "platform/rdl/writers/html_map.h"
 #include "platform/rdl/writers/html_styles.h"
 #include "platform/rdl/writers/spool.h"
 
@@ -23,6 +24,7 @@ class HtmlBody {
     void Items(const std::vector<layout::Instance>& items, double width, double height);
     // Hands what is pending to the spool.
     void Flush();
+    const HtmlMap& Map() const { return m_map; }
 
  private:
     void Item(const layout::Instance& item, const std::string& placeClass);
@@ -41,6 +43,7 @@ class HtmlBody {
     void CloseLink(bool open);
     void Attribute(const char* name, std::string_view value);
     const std::string& AnchorOf(const std::string& bookmark);
+    void Identify(const layout::Instance& item);
 
     void Table(const layout::Instance& item, const std::string& placeClass);
     void TableRows(layout::TableInstance& table, bool heads);
@@ -53,6 +56,7 @@ class HtmlBody {
     std::string m_out;
     std::map<std::string, std::string> m_anchors;  // ids by bookmark
     std::map<std::string, bool> m_anchorUsed;
+    HtmlMap m_map;
     int m_depth = 0;
 };
 

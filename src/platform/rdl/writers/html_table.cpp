@@ -49,7 +49,7 @@ void HtmlBody::Table(const Instance& item, const std::string& placeClass) {
     OpenTag("div", item, placeClass + " " + box + (table.keepTogether ? " k" : ""));
     m_out += ">\n";
     if (!table.noRowsMessage.empty()) {
-        m_out += "<p>";
+        m_out += table.noRowsStyle ? "<p class=\"" + m_styles.Text(table.noRowsStyle) + "\">" : "<p>";
         AppendHtml(table.noRowsMessage, m_out);
         m_out += "</p></div>\n";
         --m_depth;
@@ -113,8 +113,13 @@ void HtmlBody::Row(const TableInstance& table, const TableRow& row, bool head) {
     AppendPoints(row.height, css);
     m_out += "<tr class=\"" + m_styles.Class(css + ";");
     m_out += row.breakBefore ? " bb" : "";
-    m_out += row.breakAfter ? " ba" : "";
-    m_out += "\">";
+    m_out += row.breakAfter ? " ba\"" : "\"";
+    if (!row.documentMapLabel.empty()) {
+        const std::string id = m_map.NextId();
+        Attribute("id", id);
+        m_map.Add(row.documentMapLabel, row.level, id);
+    }
+    m_out += ">";
     for (const TableCell& cell : row.cells) {
         Cell(table, cell, head);
     }
@@ -162,7 +167,7 @@ void HtmlBody::Cell(const TableInstance& table, const TableCell& cell, bool head
 void HtmlBody::CellContent(const Instance& item, const CharStylePtr& own) {
     if (item.kind != InstanceKind::Text) {
         Instance inner = item;
-        inner.bookmark.clear();  // the cell bears them
+        inner.bookmark.clear();                  // the cell bears them
         if (item.kind != InstanceKind::Image) {  // it tells what is in the picture
             inner.toolTip.clear();
         }

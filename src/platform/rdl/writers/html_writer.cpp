@@ -18,7 +18,7 @@ constexpr std::string_view CommonSheet =
     ".ba{break-after:page}\n"
     "thead{display:table-header-group}\n"
     "tr,img{break-inside:avoid}\n"
-    "@media print{body{margin:0}*{print-color-adjust:exact}}\n";
+    "@media print{body{margin:0}nav{display:none}*{print-color-adjust:exact}}\n";
 
 // A language tag has letters, digits and hyphens only.
 std::string LanguageTag(const std::string& language) {
@@ -81,6 +81,7 @@ void WriteHtml(layout::ReportInstance& report, Output& output, const Options& /*
     }
     body.Flush();
     output.Write(Head(report, styles));
+    output.Write(body.Map().Navigation());
     spool.Read([&](std::string_view piece) { output.Write(piece); });
     output.Write(std::string_view("</body>\n</html>\n"));
 }

@@ -73,22 +73,6 @@ class PdfPages : public layout::PageSink {
     std::vector<BookmarkLink> m_bookmarkLinks;
 };
 
-// An address in the letters that addresses are made of.
-std::string Address(const std::string& uri) {
-    std::string out;
-    for (const char c : uri) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte > 0x20 && byte < 0x7F) {
-            out += c;
-        } else {
-            char escape[4];
-            std::snprintf(escape, sizeof escape, "%%%02X", static_cast<unsigned>(byte));
-            out += escape;
-        }
-    }
-    return out;
-}
-
 void PdfPages::AddLink(std::size_t page, const layout::LinkOp& link) {
     const double height = m_sheets[page].height;
     std::string area = "[";
@@ -99,8 +83,8 @@ void PdfPages::AddLink(std::size_t page, const layout::LinkOp& link) {
     area += ']';
     if (!link.bookmark.empty()) {
         m_bookmarkLinks.push_back({page, std::move(area), link.bookmark});
-    } else if (const std::string uri = SafeLink(link.uri); !uri.empty()) {
-        PutLink(page, area, "/A<</S/URI/URI" + PdfLiteral(Address(uri)) + ">>");
+    } else if (const std::string uri = WebAddress(link.uri); !uri.empty()) {
+        PutLink(page, area, "/A<</S/URI/URI" + PdfLiteral(uri) + ">>");
     }
 }
 

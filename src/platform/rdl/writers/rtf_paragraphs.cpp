@@ -74,11 +74,11 @@ void RtfParagraphs::Blank(double height, const Place& place, std::string& out) {
     out += "\\slmult0 ";
 }
 
-void RtfParagraphs::Message(const std::string& text, const Place& place, std::string& out) {
+void RtfParagraphs::Message(const layout::TableInstance& table, const Place& place, std::string& out) {
     AppendPlace(place, out);
-    m_styles.AppendLetters(nullptr, out);
+    m_styles.AppendLetters(table.noRowsStyle.get(), out);
     out += ' ';
-    AppendRtf(text, out);
+    AppendRtf(table.noRowsMessage, out);
 }
 
 void RtfParagraphs::Picture(const Instance& item, const Place& place, std::string& out) {

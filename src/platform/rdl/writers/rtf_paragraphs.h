@@ -26,7 +26,7 @@ class RtfParagraphs {
     // One paragraph with the picture, likewise.
     void Picture(const layout::Instance& item, const Place& place, std::string& out);
     // One paragraph in the default letters, likewise.
-    void Message(const std::string& text, const Place& place, std::string& out);
+    void Message(const layout::TableInstance& table, const Place& place, std::string& out);
     // A paragraph of nothing, exactly so high, likewise.
     static void Blank(double height, const Place& place, std::string& out);
     // The item's bookmark, where it has one, at what follows.

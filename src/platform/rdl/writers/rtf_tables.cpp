@@ -12,7 +12,7 @@ void RtfBody::Table(const Instance& item, const Place& place) {
         return;
     }
     if (!item.table->noRowsMessage.empty()) {
-        m_paragraphs.Message(item.table->noRowsMessage, {place.level, false}, m_out);
+        m_paragraphs.Message(*item.table, {place.level, false}, m_out);
         m_out += "\\par\n";
         m_last = Last::Paragraph;
         m_hasContent = true;

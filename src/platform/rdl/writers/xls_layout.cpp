@@ -140,6 +140,11 @@ std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std
             bottom = std::max(bottom, Bottom(*sorted[i]));
         }
         const bool breaks = top && (m_breakPending || band.front()->breakBefore) && !m_sheet->IsEmpty();
+        const std::string& name = band.front()->pageName;
+        if (top && !name.empty() && (breaks || m_sheet->name.empty())) {
+            m_pageName = name;
+            m_sheet->name = breaks ? m_sheet->name : name;
+        }
         if (breaks) {
             BeginSheet();
             row = 0;

@@ -55,6 +55,90 @@ TEST(Html, IsADocumentWithLanguageAndTitle) {
     EXPECT_TRUE(Has(html, "<title>Profit &amp; &lt;Loss&gt;</title>"));
 }
 
+TEST(Html, DocumentMapLeadsToItsPlaces) {
+    auto title = TextItem("Title");
+    title.documentMapLabel = "Start & end";
+    title.bookmark = "top";
+    auto table = Rows(3);
+    table->make = [](std::size_t i, TableRow& row) {
+        row.documentMapLabel = "Row " + std::to_string(i);
+        row.level = i == 0 ? 0 : 2;
+        AddCell(row, TextItem("x"));
+        AddCell(row, TextItem("y"));
+    };
+    const std::string html = Html(SampleReport({title, TableItem(table, 0, 20)}));
+    const std::size_t map = html.find("<nav><details>");
+    ASSERT_NE(map, std::string::npos);
+    EXPECT_LT(map, html.find("<section"));
+    EXPECT_EQ(html.substr(map, html.find("</nav>") - map),
+              "<nav><details>\n<summary>Contents</summary>\n<ul>\n"
+              "<li><a href=\"#b1\">Start &amp; end</a></li>\n"
+              "<li><a href=\"#m1\">Row 0</a><ul>\n"
+              "<li><a href=\"#m2\">Row 1</a></li>\n"
+              "<li><a href=\"#m3\">Row 2</a></li></ul>\n"
+              "</li></ul>\n</details>");
+    for (const char* id : {"id=\"b1\"", "id=\"m1\"", "id=\"m2\"", "id=\"m3\""}) {
+        EXPECT_EQ(Count(html, id), 1u) << id;
+    }
+    EXPECT_FALSE(Has(Html(SampleReport({TextItem("body")})), "<nav>"));
+}
+
+TEST(Html, DocumentMapComesBackFromAnyDepth) {
+    auto table = Rows(4);
+    table->make = [](std::size_t i, TableRow& row) {
+        constexpr int Levels[] = {0, 1, 2, 0};
+        row.documentMapLabel = std::to_string(i);
+        row.level = Levels[i];
+        AddCell(row, TextItem("x"));
+    };
+    const std::string html = Html(SampleReport({TableItem(table)}));
+    EXPECT_TRUE(
+        Has(html, "2</a></li></ul>\n</li></ul>\n</li>\n<li><a href=\"#m4\">3</a></li></ul>\n</details>"));
+}
+
+TEST(Html, AddressesAreInTheLettersOfAddresses) {
+    auto item = TextItem("words");
+    item.hyperlink = "https://example.com/a b?x=\u00FC&y={1}#z";
+    EXPECT_TRUE(
+        Has(Html(SampleReport({item})), "href=\"https://example.com/a%20b?x=%C3%BC&amp;y=%7B1%7D#z\""));
+}
+
+TEST(Html, HangingIndentsMoveTheLinesBehindTheFirst) {
+    auto item = TextItem("words");
+    item.paragraphs[0].hangingIndent = 20;
+    EXPECT_TRUE(Has(Html(SampleReport({item})), "margin-left:20pt;text-indent:-20pt;"));
+    item.paragraphs[0].hangingIndent = -20;
+    EXPECT_TRUE(Has(Html(SampleReport({item})), "{text-indent:20pt;"));
+}
+
+TEST(Html, LinesOfListsGoOnBehindTheMark) {
+    auto item = TextItem("words");
+    item.paragraphs[0].bulleted = true;
+    item.paragraphs[0].listLevel = 2;
+    const std::string html = Html(SampleReport({item}));
+    EXPECT_TRUE(Has(html, "margin-left:36pt;text-indent:-13.5pt;"));
+    EXPECT_TRUE(Has(html, "\u2022 </span>words"));
+}
+
+TEST(Html, TextsOfRightToLeftBoxesStandAtTheRight) {
+    auto item = TextItem("words");
+    auto box = std::make_shared<layout::BoxStyle>();
+    box->rightToLeft = true;
+    item.box = box;
+    EXPECT_TRUE(Has(Html(SampleReport({item})), "text-align:right"));
+}
+
+TEST(Html, MessageOfATableWithoutRowsHasItsLetters) {
+    auto table = Rows(0);
+    table->noRowsMessage = "Nothing <sold>";
+    auto letters = std::make_shared<layout::CharStyle>();
+    letters->bold = true;
+    table->noRowsStyle = letters;
+    const std::string html = Html(SampleReport({TableItem(table)}));
+    EXPECT_TRUE(Has(html, "\">Nothing &lt;sold&gt;</p>"));
+    EXPECT_TRUE(Has(html, "font-weight:"));
+}
+
 TEST(Html, HostileTextIsOnlyText) {
     const std::string html = Html(SampleReport({TextItem("<script>alert(\"1\")</script>&'\x01\xFF")}));
     EXPECT_FALSE(Has(html, "<script"));
@@ -78,7 +162,7 @@ TEST(Html, LinksAreWebAddressesOrNothing) {
     }
     Instance item = TextItem("click");
     item.hyperlink = "https://example.com/?a=1&b=\"2\"";
-    EXPECT_TRUE(Has(Html(SampleReport({item})), "<a href=\"https://example.com/?a=1&amp;b=&quot;2&quot;\""));
+    EXPECT_TRUE(Has(Html(SampleReport({item})), "<a href=\"https://example.com/?a=1&amp;b=%222%22\""));
 }
 
 TEST(Html, BookmarksLeadToTheirItem) {

@@ -204,6 +204,15 @@ TEST(Rtf, PageMarksAreFieldsOfTheHeader) {
     EXPECT_THAT(rtf, Not(HasSubstr("\\u-8192")));
 }
 
+TEST(Rtf, MessageOfATableWithoutRowsHasItsLetters) {
+    auto table = Rows(0);
+    table->noRowsMessage = "Nothing";
+    auto letters = std::make_shared<layout::CharStyle>();
+    letters->bold = true;
+    table->noRowsStyle = letters;
+    EXPECT_THAT(Rtf(SampleReport({TableItem(table)})), HasSubstr("\\b\\cf1 Nothing\\par"));
+}
+
 TEST(Rtf, PaperIsAsWideAsItsContentNeeds) {
     auto table = Rows(2);
     table->columnWidths = {300, 400};

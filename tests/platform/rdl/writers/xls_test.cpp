@@ -186,6 +186,18 @@ TEST(Xls, PageBreaksBeginSheetsNamedByPage) {
               "['North', 'So_uth_a very long name of a pa'] 3 ['Name', 'Row 3', 'Row 4']\n");
 }
 
+TEST(Xls, ItemsThatBeginPagesNameTheirSheets) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    Instance first = TextItem("one"), second = TextItem("two", 0, 20), third = TextItem("three", 0, 40);
+    first.pageName = "Start";
+    second.breakBefore = third.breakBefore = true;
+    second.pageName = "Middle";
+    EXPECT_EQ(Ask(Workbook(SampleReport({first, second, third})), "print(b.sheet_names())"),
+              "['Start', 'Middle', 'Middle (2)']\n");
+}
+
 TEST(Xls, ItemsBesideEachOtherShareRowsAndColumns) {
     if (!HasReader()) {
         GTEST_SKIP();
