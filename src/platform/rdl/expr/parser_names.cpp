@@ -148,6 +148,12 @@ NodePtr Parser::Fields() {
         return DynamicField(std::move(computed));
     }
     const auto slot = m_context.FieldSlot(m_context.dataSet, name);
+    // Whether there is such a field may be asked of any name.
+    if (!slot && Peek().Is(".") && Peek(1).IsWord("ismissing")) {
+        Take();
+        Take();
+        return std::make_unique<LiteralNode>(Value::Boolean(true));
+    }
     if (!slot) {
         FailAt(token, m_context.dataSet.empty()
                           ? "the field \"" + name + "\" stands outside every data set"

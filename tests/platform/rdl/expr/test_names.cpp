@@ -12,6 +12,7 @@ TEST(ExpressionNames, FieldsAreReachedInEveryForm) {
     EXPECT_EQ(Show("=Fields!Name"), "Smith");
     EXPECT_EQ(Show("=\"Dear \" & {Name}"), "Dear Smith");
     EXPECT_EQ(Show("=Fields!Gone.IsMissing & Fields!Name.IsMissing"), "TrueFalse");
+    EXPECT_EQ(Show("=Fields!Undeclared.IsMissing"), "True");
     EXPECT_EQ(Show("=Fields(\"Na\" & \"me\").Value"), "Smith");
     EXPECT_EQ(Show("=Fields(\"No\" & \"ne\").Value"), "#Error");
     EXPECT_EQ(Show("=Fields!Name.Value.ToUpper().Length"), "5");
