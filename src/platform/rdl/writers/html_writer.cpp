@@ -53,18 +53,19 @@ std::string Head(const layout::ReportInstance& report, const HtmlStyles& styles)
 
 void WriteSection(layout::SectionInstance& section, bool first, bool last, HtmlStyles& styles,
                   HtmlBody& body) {
+    const auto boxOf = [&](const layout::BoxStylePtr& style) {
+        return styles.Box(style, HtmlStyles::Place::Block, nullptr, layout::HAlign::Left);
+    };
     if (first && section.page.headerHeight > 0) {
-        body.Raw("<header>\n");
+        body.Raw("<header class=\"" + boxOf(section.page.headerStyle) + "\">\n");
         body.Items(section.Header({}), section.bodyWidth, section.page.headerHeight);
         body.Raw("</header>\n");
     }
-    const std::string& box =
-        styles.Box(section.bodyStyle, HtmlStyles::Place::Block, nullptr, layout::HAlign::Left);
-    body.Raw("<section class=\"" + box + (first ? "" : " bb") + "\">\n");
+    body.Raw("<section class=\"" + boxOf(section.bodyStyle) + (first ? "" : " bb") + "\">\n");
     body.Items(section.items, section.bodyWidth, section.bodyHeight);
     body.Raw("</section>\n");
     if (last && section.page.footerHeight > 0) {
-        body.Raw("<footer>\n");
+        body.Raw("<footer class=\"" + boxOf(section.page.footerStyle) + "\">\n");
         body.Items(section.Footer({}), section.bodyWidth, section.page.footerHeight);
         body.Raw("</footer>\n");
     }

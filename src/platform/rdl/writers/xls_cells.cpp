@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/rdl/error.h"
 #include "platform/rdl/format/format.h"
 #include "platform/rdl/writers/xls_layout.h"
 #include "platform/rdl/writers/xls_number_format.h"
@@ -59,7 +60,7 @@ bool AsNumber(const Value& value, double& number) {
     switch (value.kind()) {
         case Kind::Integer:
             number = static_cast<double>(value.AsInteger());
-            return std::llabs(value.AsInteger()) <= MostExactInteger;
+            return value.AsInteger() >= -MostExactInteger && value.AsInteger() <= MostExactInteger;
         case Kind::Real:
             number = value.AsReal();
             return std::isfinite(number);
@@ -68,6 +69,15 @@ bool AsNumber(const Value& value, double& number) {
             return number >= FirstSafeDay;
         default:
             return false;
+    }
+}
+
+// What a cell cannot hold would be missing from the workbook without a word.
+void CheckLength(const std::string& text, const std::string& name) {
+    constexpr std::size_t Most = 32767;
+    if (text.size() > Most && ToUtf16(text, Most + 1).size() > Most) {
+        throw Error("Text box \"" + name +
+                    "\" has more than the 32,767 characters that a cell of an Excel workbook holds");
     }
 }
 
@@ -100,6 +110,7 @@ XlsCell XlsLayout::CellOf(const Instance& item) {
     std::uint16_t format = 0;
     const std::string shown = TextOf(item);
     if (!TypedCell(item, shown, cell, format) && !shown.empty()) {
+        CheckLength(shown, item.name);
         cell.kind = XlsCell::Text;
         cell.text = m_book.strings.Index(WithoutPageMarks(shown));
     }

@@ -193,8 +193,19 @@ TEST(Html, EqualStylesShareAClass) {
 TEST(Html, HeaderStandsOnceWithPageOne) {
     const std::string html =
         Html(SampleReport({TextItem("body")}, {TextItem("Page \xEE\x80\x80 of \xEE\x80\x81")}));
-    EXPECT_EQ(Count(html, "<header>"), 1u);
+    EXPECT_EQ(Count(html, "<header "), 1u);
     EXPECT_TRUE(Has(html, "Page 1 of 1"));
+}
+
+TEST(Html, HeaderAndFooterHaveTheirBackground) {
+    auto report = SampleReport({TextItem("body")}, {TextItem("head")});
+    auto box = std::make_shared<layout::BoxStyle>();
+    box->background = 0xFF102030;
+    report->sections[0]->page.headerStyle = box;
+    const std::string html = Html(report);
+    const std::size_t at = html.find("<header class=\"") + 15;
+    EXPECT_TRUE(Has(html, "." + html.substr(at, html.find('"', at) - at) + "{background-color:#102030"))
+        << html;
 }
 
 TEST(Html, ImagesAreWithinTheFile) {

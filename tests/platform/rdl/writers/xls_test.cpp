@@ -276,6 +276,24 @@ TEST(Xls, AGifBecomesAPng) {
     }
 }
 
+TEST(Xls, ATextLongerThanACellHoldsIsAnError) {
+    std::string text(32767, 'x');
+    EXPECT_NO_THROW(Workbook(SampleReport({TextItem(text)})));
+    try {
+        Workbook(SampleReport({TextItem(text + "y")}));
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_STREQ(
+            error.what(),
+            "Text box \"Box\" has more than the 32,767 characters that a cell of an Excel workbook holds");
+    }
+    std::string wide;  // counted in characters, not in bytes
+    for (int i = 0; i < 32767; ++i) {
+        wide += "\u00E9";
+    }
+    EXPECT_NO_THROW(Workbook(SampleReport({TextItem(wide)})));
+}
+
 TEST(Xls, MoreColumnsThanASheetHasAreAnError) {
     std::vector<Instance> items;
     for (int i = 0; i < 300; ++i) {
