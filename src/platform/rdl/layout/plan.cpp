@@ -12,8 +12,8 @@ std::unique_ptr<BackgroundPlan> BackgroundPlan::Of(const Style& style, const Pro
         return nullptr;
     }
     const auto part = [&](StyleProperty name) {
-        const Expr* source = style.Find(name);
-        return source ? Property(*source, programs) : Property();
+        const Expr* found = style.Find(name);
+        return found ? Property(*found, programs) : Property();
     };
     auto plan = std::make_unique<BackgroundPlan>();
     plan->source = part(StyleProperty::BackgroundImageSource);
