@@ -93,6 +93,7 @@ XlsLayout::Columns XlsLayout::ColumnsAt(double from, double to) const {
 void XlsLayout::BeginSheet() {
     m_sheet = &m_book.AddSheet(m_widths, *m_page);
     m_sheet->name = m_pageName;
+    m_sheet->rightToLeft = m_rightToLeft;
     m_breakPending = false;
 }
 
@@ -108,6 +109,8 @@ void XlsLayout::Section(layout::SectionInstance& section, bool first, bool last)
             Gather(item, 0, 0);
         }
     }
+    m_rightToLeft = std::any_of(section.items.begin(), section.items.end(),
+                                [](const Instance& item) { return item.table && item.table->rightToLeft; });
     SettleColumns();
     m_pageName.clear();
     BeginSheet();

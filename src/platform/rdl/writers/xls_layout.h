@@ -65,6 +65,7 @@ class XlsLayout {
     XlsSheet* m_sheet = nullptr;
     std::vector<OpenSpan>* m_spans = nullptr;  // of the table whose row is placed
     bool m_breakPending = false;
+    bool m_rightToLeft = false;  // of the section's sheets, for its tables
     std::string m_pageName;
     int m_depth = 0;
 };

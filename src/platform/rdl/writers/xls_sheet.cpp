@@ -215,7 +215,7 @@ void XlsSheet::WriteSetup() {
 void XlsSheet::WriteView(bool selected) {
     const bool frozen = HasHeading() && m_headingEnd <= LastFrozenRow && m_headingEnd < m_usedRows;
     m_tail.Begin(Window2);
-    m_tail.U16(0x00B4u | (selected ? 0x600u : 0u) | (frozen ? 0x108u : 0u));
+    m_tail.U16(0x00B4u | (selected ? 0x600u : 0u) | (frozen ? 0x108u : 0u) | (rightToLeft ? 0x40u : 0u));
     m_tail.U16(0);
     m_tail.U16(0);
     m_tail.U32(0x40);

@@ -59,6 +59,7 @@ class XlsSheet {
     bool IsEmpty() const { return m_usedRows == 0 && m_rows.empty(); }
 
     std::string name;
+    bool rightToLeft = false;  // column A stands at the right
     // After the last row.
     void Finish(bool selected, const std::string& drawing);
     std::size_t Length() const { return m_head.bytes().size() + m_length + m_tail.bytes().size(); }

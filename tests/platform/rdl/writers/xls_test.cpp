@@ -186,6 +186,16 @@ TEST(Xls, PageBreaksBeginSheetsNamedByPage) {
               "['North', 'So_uth_a very long name of a pa'] 3 ['Name', 'Row 3', 'Row 4']\n");
 }
 
+TEST(Xls, TablesFromRightToLeftTurnTheirSheet) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    auto table = Rows(3);
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})), "print(s.columns_from_right_to_left)"), "0\n");
+    table->rightToLeft = true;
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})), "print(s.columns_from_right_to_left)"), "1\n");
+}
+
 TEST(Xls, ItemsThatBeginPagesNameTheirSheets) {
     if (!HasReader()) {
         GTEST_SKIP();
