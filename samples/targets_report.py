@@ -52,7 +52,7 @@ def _share():
               for i, name in enumerate(names)]
     return _panel("Share", element("StateIndicators", element(
         "StateIndicator", _value("GaugeInputValue", "=Fields!revenue.Value"),
-        text("TransformationType", "Percentage"), text("TransformationScope", "Regions"),
+        text("TransformationType", "Percentage"), text("TransformationScope", "TargetTable"),
         element("IndicatorStates", *states), Name="ShareIndicator")))
 
 
@@ -73,7 +73,7 @@ def _bullet():
 
 
 def _table():
-    head = {"FontWeight": "Bold", "Color": "#FFFFFF", "BackgroundColor": NAVY}
+    head = {"FontWeight": "Bold", "Color": "#FFFFFF", "BackgroundColor": NAVY, "VerticalAlign": "Middle"}
     body = {"VerticalAlign": "Middle", "grow": False}
     right = {**body, "TextAlign": "Right"}
     titles = [("Region", "Left"), ("Revenue", "Right"), ("Target", "Right"), ("Achieved", "Right"), ("", "Center"),
@@ -109,7 +109,7 @@ def _dial():
                     text("ResizeMode", "None"), text("Top", "90"), text("Left", "0"), text("Height", "10"),
                     text("Width", "100"), Name="DialLabel")
     return _panel("DialPanel", element("RadialGauges", gauge) + element("GaugeLabels", label),
-                  place(9.4, 0, 8, 8), text("DataSetName", "Targets"),
+                  place(5, 0, 8, 8), text("DataSetName", "Targets"),
                   text("ToolTip", ALL_ACHIEVED.replace("=", '="Of the target: " & FormatNumber(', 1) + ', 0) & " %"'))
 
 
@@ -132,7 +132,7 @@ def _shipping():
                     text("ResizeMode", "None"), text("Top", "90"), text("Left", "0"), text("Height", "10"),
                     text("Width", "100"), Name="ShippingLabel")
     return _panel("ShippingPanel", element("LinearGauges", gauge) + element("GaugeLabels", label),
-                  place(9.4, 9, 8, 8), text("DataSetName", "Shipping"))
+                  place(5, 9, 8, 8), text("DataSetName", "Shipping"))
 
 
 def targets():
@@ -151,9 +151,9 @@ from orders o where o.ship_date is not null and {OF_THE_YEAR}"""
                      FontWeight="Bold", Color=NAVY, PaddingLeft="0pt"),
              textbox("Slogan", "Each region against the year before and five percent more", place(1.3, 0, 0.7, 17),
                      FontSize="10pt", Color=SLATE, PaddingLeft="0pt"),
-             line("HeadingRule", 2.2, 0, 17, NAVY, "1.5pt"), _table(), line("GaugeRule", 9.1, 0, 17, RULE), _dial(),
+             line("HeadingRule", 2.2, 0, 17, NAVY, "1.5pt"), _table(), line("GaugeRule", 4.6, 0, 17, RULE), _dial(),
              _shipping()]
-    body = element("Body", element("ReportItems", *items), text("Height", "17.6cm"))
+    body = element("Body", element("ReportItems", *items), text("Height", "13.2cm"))
     years = [(str(year), str(year)) for year in (2025, 2026)]
     return report(
         "2016/01", text("Description", "Revenue against targets"), text("Author", "Norvale Trading"), data_source(),

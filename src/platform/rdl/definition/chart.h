@@ -32,7 +32,7 @@ struct ChartMarker {
 };
 
 struct ChartPoint {
-    Expr x, y, size, axisLabel;
+    Expr x, y, low, size, axisLabel;
     Style style;
     ChartLabel label;
     ChartMarker marker;
@@ -45,6 +45,7 @@ struct ChartSeries {  // one of the definition; grouping makes several of it
     ChartCurve curve = ChartCurve::Straight;
     bool exploded = false;           // Pie and Doughnut
     bool joined = false;             // Scatter: a line from point to point
+    bool range = false;              // Column, Bar and Area: from a low value to a high one
     std::vector<ChartPoint> points;  // one for each leaf of the categories
     Style style;                     // of points that do not say otherwise
     ChartLabel label;
@@ -161,7 +162,7 @@ class ChartWalk {
     }
     void Series(const ChartSeries& series) {
         for (const ChartPoint& point : series.points) {
-            All(point.x, point.y, point.size, point.axisLabel);
+            All(point.x, point.y, point.low, point.size, point.axisLabel);
             Styles(point.style);
             Label(point.label);
             Marker(point.marker);

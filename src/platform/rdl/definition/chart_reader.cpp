@@ -14,6 +14,7 @@ struct Type {
     ChartStack stack;
     ChartCurve curve;
     bool exploded, joined;
+    bool range = false;
 };
 
 constexpr auto None = ChartStack::None;
@@ -50,6 +51,10 @@ constexpr Type Types[] = {
     {"Scatter", "SmoothLine", ChartKind::Scatter, None, Smooth, false, true},
     {"Scatter", "Bubble", ChartKind::Bubble, None, Straight, false, false},
     {"Bubble", "Plain", ChartKind::Bubble, None, Straight, false, false},
+    {"Range", "Plain", ChartKind::Area, None, Straight, false, false, true},
+    {"Range", "Smooth", ChartKind::Area, None, Smooth, false, false, true},
+    {"Range", "Column", ChartKind::Column, None, Straight, false, false, true},
+    {"Range", "Bar", ChartKind::Bar, None, Straight, false, false, true},
 };
 
 bool IsRound(const ChartSeries& series) {
@@ -156,6 +161,7 @@ void SetChartType(Context& context, const XmlElement& element, const std::string
             series.curve = row.curve;
             series.exploded = row.exploded;
             series.joined = row.joined;
+            series.range = row.range;
             return;
         }
     }

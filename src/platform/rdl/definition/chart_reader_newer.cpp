@@ -106,7 +106,8 @@ class NewerReader {
         ChartPoint point;
         if (const XmlElement* values = element.Child("ChartDataPointValues")) {
             point.x = Of(*values, "X");
-            point.y = Of(*values, "Y");
+            point.y = Of(*values, values->Child("Y") ? "Y" : "High");
+            point.low = Of(*values, "Low");
             point.size = Of(*values, "Size");
         }
         point.axisLabel = Of(element, "AxisLabel");

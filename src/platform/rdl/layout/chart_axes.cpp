@@ -100,7 +100,7 @@ std::vector<std::vector<ChartReach>> StackRows(const ChartAreaData& area) {
         std::vector<ChartReach>& made = reaches.emplace_back();
         for (std::size_t i = 0; i < row.marks.size(); ++i) {
             const ChartMark& mark = row.marks[i];
-            ChartReach reach{0, mark.y, mark.hasY};
+            ChartReach reach{row.definition->range ? mark.low : 0, mark.y, mark.hasY};
             const auto together = [&](const ChartRow& other) {
                 return other.definition->kind == row.definition->kind && other.valueAxis == row.valueAxis &&
                        other.definition->stack == row.definition->stack && other.marks[i].hasY;
@@ -143,7 +143,8 @@ Scale ValueScale(const ChartAreaData& area, std::size_t axis,
             continue;
         }
         needsZero =
-            needsZero || kind == ChartKind::Column || kind == ChartKind::Bar || kind == ChartKind::Area;
+            needsZero || (!row.definition->range &&
+                          (kind == ChartKind::Column || kind == ChartKind::Bar || kind == ChartKind::Area));
         const bool labelled = std::any_of(row.marks.begin(), row.marks.end(), [&](const ChartMark& mark) {
             return !mark.label.empty() && row.definition->stack == ChartStack::None;
         });
@@ -156,10 +157,12 @@ Scale ValueScale(const ChartAreaData& area, std::size_t axis,
             if (!reach.isSet || (data.logarithmic && reach.to <= 0)) {
                 continue;
             }
-            request.low = request.any ? std::min(request.low, reach.to) : reach.to;
-            request.high = request.any ? std::max(request.high, reach.to) : reach.to;
-            request.any = true;
-            request.whole = request.whole && reach.to == std::round(reach.to);
+            for (const double end : {row.definition->range ? reach.from : reach.to, reach.to}) {
+                request.low = request.any ? std::min(request.low, end) : end;
+                request.high = request.any ? std::max(request.high, end) : end;
+                request.any = true;
+                request.whole = request.whole && end == std::round(end);
+            }
         }
     }
     request.includeZero = data.includeZero.value_or(true) || needsZero;

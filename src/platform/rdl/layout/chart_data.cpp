@@ -292,6 +292,9 @@ class ChartEvaluator {
         const ChartSeries& series = *row.definition;
         mark.value = m_styles.Get(point.y);
         mark.hasY = NumberOf(mark.value, mark.y);
+        if (series.range) {
+            mark.hasY = NumberOf(m_styles.Get(point.low), mark.low) && mark.hasY;
+        }
         const Value x = m_styles.Get(point.x);
         mark.hasX = NumberOf(x, mark.x);
         mark.isDate = x.kind() == Kind::DateTime;

@@ -25,6 +25,7 @@ enum class ChartShape { None, Square, Circle, Diamond, Triangle, Cross, Star };
 struct ChartMark {  // a data point
     Value value;    // of y; Null: a gap
     double x = 0, y = 0, size = 0;
+    double low = 0;  // of a range: where it begins
     bool hasX = false, hasY = false;
     bool isDate = false;  // x counts days
     Color color = Transparent;

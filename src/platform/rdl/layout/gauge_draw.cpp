@@ -82,8 +82,8 @@ void DrawPicture(const GaugeItem& item, const Rect& area, ItemBuilder& builder, 
 std::string DrawGauge(const GaugeItem& gauge, const Rect& area, const GaugeKit& kit) {
     const bool round = gauge.kind == GaugeItemKind::Radial;
     const Rect body = round ? SquareIn(area) : area;
-    DrawFrame(gauge.frame, body, round, kit);
     std::string words;
+    FrameShape around{round, {}, 0, 0, 0};
     std::vector<GaugeAxis> axes;
     for (const GaugeScale& scale : gauge.scales) {
         GaugeTrack track =
@@ -92,8 +92,12 @@ std::string DrawGauge(const GaugeItem& gauge, const Rect& area, const GaugeKit& 
         track.reversed = kit.Flag(scale, "Reversed", false);
         if (track.unit > 0 && track.Length() > 0) {
             axes.push_back(MakeAxis(scale, track, kit));
+            if (track.radius > around.radius) {
+                around = {round, track.center, track.radius, track.first, track.sweep};
+            }
         }
     }
+    DrawFrame(gauge.frame, body, around, kit);
     for (const GaugeAxis& axis : axes) {
         DrawScale(axis, kit);
     }
@@ -115,7 +119,7 @@ std::shared_ptr<DrawingInstance> DrawGaugePanel(GaugePlan& plan, ItemBuilder& bu
     drawing->content.height = height;
     Canvas canvas(drawing->content);
     const GaugeKit kit(values, canvas, builder.Place().CurrentCulture());
-    DrawFrame(panel.frame, {0, 0, width, height}, false, kit);
+    DrawFrame(panel.frame, {0, 0, width, height}, FrameShape(), kit);
     const std::vector<Rect> areas = ArrangeGauges(panel, width, height, kit);
     std::vector<std::size_t> order(panel.items.size());
     std::iota(order.begin(), order.end(), std::size_t{0});

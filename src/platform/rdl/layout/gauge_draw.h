@@ -14,7 +14,13 @@ std::shared_ptr<DrawingInstance> DrawGaugePanel(GaugePlan& plan, ItemBuilder& bu
 
 // The parts of it. Each draws one item within its area and gives its words for those who cannot see it.
 std::string DrawGauge(const GaugeItem& gauge, const Rect& area, const GaugeKit& kit);
-void DrawFrame(const GaugeFrame& frame, const Rect& area, bool round, const GaugeKit& kit);
+// What a frame is around: a dial's widest scale, for frames that are cut as it is.
+struct FrameShape {
+    bool round = false;
+    Spot pivot;
+    double radius = 0, first = 0, sweep = 0;  // 0: no scale
+};
+void DrawFrame(const GaugeFrame& frame, const Rect& area, const FrameShape& around, const GaugeKit& kit);
 std::string DrawStateIndicator(const GaugeItem& indicator, std::optional<double> value, const Rect& area,
                                const GaugeKit& kit, ItemBuilder& builder);
 std::string DrawNumericIndicator(const GaugeItem& indicator, const Rect& area, const GaugeKit& kit);

@@ -1,6 +1,7 @@
 // The frames of gauges and where gauges lie in their panel.
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "platform/rdl/definition/context.h"
 #include "platform/rdl/layout/gauge_draw.h"
@@ -49,9 +50,23 @@ Rect Within(const GaugeItem& item, const Rect& parent, const GaugeKit& kit) {
             parent.height * kit.Number(item, "Height", 100 - top) * Percent};
 }
 
+// The part of a dial that its scale goes around, with the pivot's surroundings.
+void Sector(const FrameShape& around, double wider, Color fill, Canvas& paper) {
+    constexpr double Hub = 0.3, Room = 1.12;  // of the radius
+    const double radius = around.radius * Room + wider, hub = around.radius * Hub + wider;
+    const double aside = std::asin(std::min(1.0, hub / radius));
+    std::vector<PathOp::Segment> segments;
+    AppendArc(around.pivot, radius, around.first - aside, around.first + around.sweep + aside, false,
+              segments);
+    AppendArc(around.pivot, hub, around.first + around.sweep + std::numbers::pi / 2,
+              around.first - std::numbers::pi / 2 + 2 * std::numbers::pi, true, segments);
+    segments.push_back({PathOp::Segment::Close, {}, {}});
+    paper.Path(std::move(segments), fill, Border());
+}
+
 }  // namespace
 
-void DrawFrame(const GaugeFrame& frame, const Rect& area, bool round, const GaugeKit& kit) {
+void DrawFrame(const GaugeFrame& frame, const Rect& area, const FrameShape& around, const GaugeKit& kit) {
     const std::string style = kit.Text(frame, "FrameStyle");
     if (style.empty() || SameWord(style, "None")) {
         return;
@@ -60,23 +75,28 @@ void DrawFrame(const GaugeFrame& frame, const Rect& area, bool round, const Gaug
     const double wide =
         kit.Number(frame, "FrameWidth", UsualWidth) * Percent * std::min(area.width, area.height) / 2;
     const std::string shape = kit.Text(frame, "FrameShape");
-    // Half circles and the like are the whole of what they are cut from.
     const bool circle =
         shape.find("Circular") != std::string::npos ||
-        (round && (shape.empty() || SameWord(shape, "Default") || SameWord(shape, "AutoShape")));
+        (around.round && (shape.empty() || SameWord(shape, "Default") || SameWord(shape, "AutoShape")));
     const Color outer = kit.Fill(frame.style, FrameGray), inner = kit.Fill(frame.background, FaceGray);
     const Border line = kit.Outline(frame.style);
     Canvas& paper = kit.Paper();
-    if (circle) {
+    const bool cut =
+        shape.find("SemiCircular") != std::string::npos || shape.find("QuarterCircular") != std::string::npos;
+    // More than half a circle is cut nowhere.
+    if (cut && around.radius > 0 && around.sweep < std::numbers::pi + 0.01) {
+        Sector(around, wide, outer, paper);
+        Sector(around, 0, inner, paper);
+    } else if (circle) {
         const Spot center{area.x + area.width / 2, area.y + area.height / 2};
         const double radius = std::min(area.width, area.height) / 2;
         paper.Circle(center, radius, outer, line);
         paper.Circle(center, std::max(radius - wide, 0.0), inner, Border());
-        return;
+    } else {
+        paper.Rectangle(area, outer, line);
+        paper.Rectangle({area.x + wide, area.y + wide, area.width - 2 * wide, area.height - 2 * wide}, inner,
+                        Border());
     }
-    paper.Rectangle(area, outer, line);
-    paper.Rectangle({area.x + wide, area.y + wide, area.width - 2 * wide, area.height - 2 * wide}, inner,
-                    Border());
 }
 
 std::vector<Rect> ArrangeGauges(const GaugePanel& panel, double width, double height, const GaugeKit& kit) {

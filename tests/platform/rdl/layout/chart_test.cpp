@@ -74,6 +74,49 @@ TEST(Chart, NegativeColumnsHangBelowZero) {
     EXPECT_NEAR(columns[0].y + columns[0].height, columns[1].y, 0.01);
 }
 
+TEST(Chart, RangeColumnsReachFromTheLowValueToTheHighOne) {
+    ChartParts parts;
+    parts.type = "Range";
+    parts.subtype = "Column";
+    parts.values = "<High>=Sum(Fields!Amount.Value)</High><Low>=Sum(Fields!Amount.Value) - 10</Low>";
+    parts.valueAxis = "<Minimum>0</Minimum><Maximum>100</Maximum>";
+    const auto columns = Draw(parts, Sales({{"North", "", 100}, {"South", "", 50}})).Rects();
+    ASSERT_EQ(columns.size(), 2U);
+    EXPECT_NEAR(columns[0].height, columns[1].height, 0.01);
+    EXPECT_NEAR(columns[1].y - columns[0].y, 5 * columns[0].height, 0.01);
+}
+
+TEST(Chart, RangeBarsLieBesideTheLowValue) {
+    ChartParts parts;
+    parts.type = "Range";
+    parts.subtype = "Bar";
+    parts.values = "<High>30</High><Low>20</Low>";
+    parts.valueAxis = "<Minimum>0</Minimum><Maximum>100</Maximum>";
+    const Drawn drawn = Draw(parts, Sales({{"North", "", 1}, {"South", "", 1}}));
+    const auto bars = drawn.Rects();
+    ASSERT_EQ(bars.size(), 2U);
+    EXPECT_DOUBLE_EQ(bars[0].x, bars[1].x);
+    EXPECT_LT(bars[0].width * 2, bars[0].x);
+}
+
+TEST(Chart, RangeWithoutALowValueIsAGap) {
+    ChartParts parts;
+    parts.type = "Range";
+    parts.subtype = "Column";
+    parts.values = "<High>30</High><Low>=Nothing</Low>";
+    EXPECT_TRUE(Draw(parts, Regions()).Rects().empty());
+}
+
+TEST(Chart, ScaleOfARangeReachesFromItsLowestToItsHighestValue) {
+    ChartParts parts;
+    parts.type = "Range";
+    parts.values = "<High>1900</High><Low>1100</Low>";
+    parts.valueAxis = "<IncludeZero>false</IncludeZero>";
+    const std::vector<std::string> texts = Draw(parts, Regions()).Texts();
+    EXPECT_THAT(texts, testing::Not(testing::Contains("0")));
+    EXPECT_THAT(texts, IsSupersetOf({"1,200", "1,800"}));
+}
+
 TEST(Chart, BarsGoToTheRightFromTheBottomUpwards) {
     ChartParts parts;
     parts.type = "Bar";

@@ -184,6 +184,19 @@ TEST(RadialGauge, FrameIsAnOutlineWithAFaceInIt) {
     EXPECT_NEAR(inner.right - inner.left, 92, 0.5);
 }
 
+TEST(RadialGauge, FrameThatIsCutGoesAroundTheScale) {
+    const DrawnGauges drawn = DrawGauges(Panel(RadialGauge(
+        "", BareScale + Half + "<Radius>54</Radius>",
+        "<PivotY>75</PivotY><BackFrame><FrameStyle>Edged</FrameStyle><FrameShape>CustomSemiCircularN1"
+        "</FrameShape><FrameWidth>0</FrameWidth><FrameBackground>" +
+            Colored("Red") + "</FrameBackground></BackFrame>")));
+    const Reach face = ReachOf(drawn.Filled(Red).at(0));
+    EXPECT_LT(face.left, 150 - 54);
+    EXPECT_GT(face.right, 150 + 54);
+    EXPECT_LT(face.top, 75 - 54);
+    EXPECT_NEAR(face.bottom, 75 + 0.3 * 54, 0.01);
+}
+
 TEST(LinearGauge, BarReachesFromTheScalesBeginningToTheValue) {
     const DrawnGauges drawn = DrawGauges(Panel(
         LinearGauge(Pointer("Linear", "=Sum(Fields!Amount.Value)",
