@@ -124,6 +124,13 @@ struct CompileContext {
     virtual std::optional<std::string> DataSetOfScope(const std::string& scope) const = 0;
     // Names that a field worked out by an expression may have: Fields(Parameters!P.Value).Value.
     virtual std::vector<std::string> FieldNames(const std::string& /*dataSet*/) const { return {}; }
+    // DataSets!X.CommandText, DataSources!X.Type and the like, both names in small letters; nullopt when it
+    // is not known.
+    virtual std::optional<std::string> SourceProperty(std::string_view /*collection*/,
+                                                      std::string_view /*name*/,
+                                                      std::string_view /*property*/) const {
+        return std::nullopt;
+    }
     std::string dataSet;  // of the expression itself; empty outside every data region
     const CodeLibrary* code = nullptr;
     int nextAggregateId = 0;  // counted up by Compile

@@ -79,7 +79,7 @@ class Parser {
     NodePtr Globals(bool user);
     NodePtr ReportItems();
     NodePtr Variables();
-    NodePtr DataSets();
+    NodePtr DataSets(const std::string& collection);
     NodePtr Code();
     NodePtr DynamicField(NodePtr name);
     // The item behind a collection's name: a constant name, or a node when it must be worked out.

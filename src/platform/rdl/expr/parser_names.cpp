@@ -25,8 +25,8 @@ constexpr std::pair<std::string_view, GlobalName> GlobalNames[] = {
     {"language", GlobalName::Language},
 };
 
-constexpr std::string_view Collections[] = {"fields",      "parameters", "globals", "user",
-                                            "reportitems", "variables",  "datasets"};
+constexpr std::string_view Collections[] = {"fields",      "parameters", "globals",  "user",
+                                            "reportitems", "variables",  "datasets", "datasources"};
 
 // What data providers of some kinds say about a field besides its value; ours never do.
 constexpr std::string_view ExtendedProperties[] = {
@@ -92,8 +92,8 @@ NodePtr Parser::Collection(const std::string& lower) {
     if (lower == "variables") {
         return Variables();
     }
-    if (lower == "datasets") {
-        return DataSets();
+    if (lower == "datasets" || lower == "datasources") {
+        return DataSets(lower);
     }
     if (lower == "code") {
         return Code();
@@ -290,20 +290,29 @@ NodePtr Parser::Variables() {
     return MakeAsk([name](Machine& machine) { return machine.environment.Variable(name); });
 }
 
-NodePtr Parser::DataSets() {
+// DataSets!X.RowCount changes while the report runs; the other properties stand in its definition.
+NodePtr Parser::DataSets(const std::string& collection) {
     NodePtr computed;
     const Token& token = Peek(1);
     const std::string name = ItemName(computed);
     if (computed) {
-        FailAt(token, "the name of a data set must be a constant");
+        FailAt(token, "the name of a data set or data source must be a constant");
     }
-    DataSetOf(name, token);
+    if (collection == "datasets") {
+        DataSetOf(name, token);
+    }
     Expect(".");
-    if (!TakeWord("rowcount")) {
-        Fail("a data set has no \"" + Peek().text + "\"");
+    if (collection == "datasets" && TakeWord("rowcount")) {
+        return MakeAsk(
+            [name](Machine& machine) { return Value::Integer(machine.environment.DataSetRowCount(name)); });
     }
-    return MakeAsk(
-        [name](Machine& machine) { return Value::Integer(machine.environment.DataSetRowCount(name)); });
+    const Token& property = Peek();
+    const auto text = m_context.SourceProperty(collection, Lower(name), property.lower);
+    if (!text) {
+        FailAt(property, "\"" + name + "\" has no \"" + property.text + "\" that could be asked for");
+    }
+    Take();
+    return std::make_unique<LiteralNode>(Value::Text(*text));
 }
 
 NodePtr Parser::Code() {

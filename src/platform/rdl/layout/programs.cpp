@@ -77,6 +77,28 @@ class Programs::Context : public expr::CompileContext {
         return names;
     }
 
+    // A command text that is an expression is not known before the data is read.
+    std::optional<std::string> SourceProperty(std::string_view collection, std::string_view name,
+                                              std::string_view property) const override {
+        if (collection == "datasets" && (property == "commandtext" || property == "rewrittencommandtext")) {
+            for (const DataSet& set : m_definition.dataSets) {
+                if (Lower(set.name) == name && !set.commandText.IsExpression()) {
+                    return set.commandText.source;
+                }
+            }
+        }
+        for (const DataSource& source : m_definition.dataSources) {
+            if (collection == "datasources" && Lower(source.name) == name && property == "type") {
+                return source.provider;
+            }
+            if (collection == "datasources" && Lower(source.name) == name &&
+                property == "datasourcereference") {
+                return source.reference;
+            }
+        }
+        return std::nullopt;
+    }
+
     std::unordered_map<std::string, std::string> scopes;  // scope -> data set
     std::unique_ptr<expr::CodeLibrary> library;
 
@@ -97,6 +119,7 @@ class Programs::Walker {
     void Report() {
         m_context.dataSet = m_programs.m_onlyDataSet;
         Add(m_definition.languageExpr);
+        Add(m_definition.initialPageName);
         for (const Variable& variable : m_definition.variables) {
             Add(variable.value);
         }

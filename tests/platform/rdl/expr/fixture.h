@@ -43,6 +43,12 @@ struct TestContext : CompileContext {
         const auto found = fields.find(set);
         return found == fields.end() ? std::vector<std::string>() : found->second;
     }
+    std::optional<std::string> SourceProperty(std::string_view collection, std::string_view name,
+                                              std::string_view property) const override {
+        return collection == "datasources" && name == "db" && property == "type"
+                   ? std::optional<std::string>("SQLITE")
+                   : std::nullopt;
+    }
     std::map<std::string, std::vector<std::string>> fields = {
         {"Sales", {"Name", "Amount", "Day", "Gone", "Empty"}}, {"Other", {"Id", "Label"}}};
 };

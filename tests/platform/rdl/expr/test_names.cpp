@@ -39,6 +39,9 @@ TEST(ExpressionNames, GlobalsAndTheOtherCollections) {
     EXPECT_EQ(Show("=ReportItems!Total.Value"), "item Total");
     EXPECT_EQ(Show("=Variables!Rate.Value"), "variable Rate");
     EXPECT_EQ(Show("=DataSets!Other.RowCount"), "7");
+    EXPECT_EQ(Show("=DataSources!Db.Type"), "SQLITE");
+    EXPECT_EQ(Refusal("=DataSources!Db.Password"),
+              "Here: \"Db\" has no \"Password\" that could be asked for, at character 17");
     EXPECT_EQ(Show("=Me.Value & Value"), "meme");
     EXPECT_EQ(Show("=InScope(\"ByYear\") & InScope(\"x\")"), "TrueFalse");
     EXPECT_EQ(Show("=Level()"), "2");
