@@ -7,7 +7,13 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double Margin = 6, Gap = 4;  // points
+constexpr double Gap = 4;  // points
+
+// A small chart, one in the cell of a table, keeps nearly all of its room.
+double MarginOf(double width, double height) {
+    constexpr double Usual = 6, Part = 1.0 / 16;
+    return std::min(Usual, std::min(width, height) * Part);
+}
 
 enum class Side { Top, Bottom, Left, Right };
 
@@ -90,7 +96,8 @@ std::shared_ptr<DrawingInstance> DrawChart(const ChartData& data, double width, 
     drawing->content.width = width;
     drawing->content.height = height;
     Canvas canvas(drawing->content);
-    Rect room{Margin, Margin, width - 2 * Margin, height - 2 * Margin};
+    const double margin = MarginOf(width, height);
+    Rect room{margin, margin, width - 2 * margin, height - 2 * margin};
     for (const ChartCaption& title : data.titles) {
         drawing->description += (drawing->description.empty() || title.text.empty() ? "" : ", ") + title.text;
         DrawTitle(title, room, canvas);

@@ -138,6 +138,16 @@ bool IsUsed(const ChartAreaData& area, std::size_t axis) {
                        [axis](const ChartRow& row) { return row.valueAxis == axis; });
 }
 
+// Half a line of the axes' texts, by which those at the ends reach beyond the plot; a sparkline has none.
+double HalfLine(const ChartPlot& plot) {
+    const ChartAxisData& category = plot.area.categoryAxes.front();
+    bool texts = category.visible && category.labels;
+    for (std::size_t i = 0; i < plot.area.valueAxes.size(); ++i) {
+        texts = texts || (plot.IsShown(i) && plot.area.valueAxes[i].labels);
+    }
+    return texts ? Canvas::LineHeight(*category.style) / 2 : 0;
+}
+
 }  // namespace
 
 bool ChartPlot::IsShown(std::size_t valueAxis) const {
@@ -175,8 +185,7 @@ void PlaceAxes(ChartPlot& plot, const Rect& room) {
         }
         const double* level = sides[plot.swapped ? 1 : 0];
         const double* upright = sides[plot.swapped ? 0 : 1];
-        // Texts at the ends of an axis reach half beyond it.
-        const double half = Canvas::LineHeight(*category.style) / 2;
+        const double half = HalfLine(plot);
         const double right = std::max(upright[1], plot.swapped || plot.scattered ? 2 * half : half);
         const double top = std::max(level[1], half);
         plot.inside = {room.x + std::max(upright[0], half), room.y + top,

@@ -427,6 +427,23 @@ TEST(Chart, SecondValueAxisStandsAcrossWithItsOwnScale) {
     EXPECT_GT(drawn.Letters().at(3).x, drawn.Rects().at(1).x);
 }
 
+TEST(Chart, InACellWithoutAxesItKeepsNearlyAllOfItsRoom) {
+    ChartParts parts;
+    parts.type = "Bar";
+    parts.categoryGroup.clear();
+    parts.categoryAxis = parts.valueAxis = "<Visible>False</Visible>";
+    parts.valueAxis += "<Minimum>0</Minimum><Maximum>60</Maximum>";
+    std::string report = ChartReport(parts);
+    const std::string size = "<Width>300pt</Width><Height>200pt</Height>";
+    report.replace(report.find(size), size.size(), "<Width>100pt</Width><Height>20pt</Height>");
+    const Drawn drawn{BuildKit(report, Sales({{"North", "Pen", 60}}))};
+    ASSERT_FALSE(drawn.Rects().empty());
+    const RectOp& bar = drawn.Rects().back();
+    EXPECT_GT(bar.height, 12);
+    EXPECT_GT(bar.width, 90);
+    EXPECT_TRUE(drawn.Texts().empty());
+}
+
 TEST(Chart, IsAPictureForFormatsWithoutVectors) {
     const Definition definition = ParseDefinition(ChartReport({}), "test.rdl");
     ReportInput input;
