@@ -38,19 +38,22 @@ using SharedPtr = std::shared_ptr<Shared>;
 std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, const fs::path& file,
                                               const SharedPtr& shared, int depth);
 
-// A subreport's file: by its name as it stands, else with the extension of the report or the usual one.
+// A subreport's file: by its name as it stands, else with the extension of the report or the usual one. A
+// server's folders count where there are such, else the file beside the report is meant.
 fs::path FindSubreport(const data::LoadRequest& parentRequest, const fs::path& parent,
                        const std::string& reportName) {
     std::string name = reportName;
     std::replace(name.begin(), name.end(), '\\', '/');
     name.erase(0, name.find_first_not_of('/'));  // from a server's root; here the report's folder
-    for (const std::string& folder : parentRequest.SearchFolders()) {
-        for (const std::string& extension :
-             {std::string(), parent.extension().string(), std::string(".rdl"), std::string(".rpt")}) {
-            fs::path candidate = data::ResolveDataPath(name + extension, {folder});
-            std::error_code failure;
-            if (fs::is_regular_file(candidate, failure)) {
-                return candidate;
+    for (const std::string& wanted : {name, name.substr(name.rfind('/') + 1)}) {
+        for (const std::string& folder : parentRequest.SearchFolders()) {
+            for (const std::string& extension :
+                 {std::string(), parent.extension().string(), std::string(".rdl"), std::string(".rpt")}) {
+                fs::path candidate = data::ResolveDataPath(wanted + extension, {folder});
+                std::error_code failure;
+                if (fs::is_regular_file(candidate, failure)) {
+                    return candidate;
+                }
             }
         }
     }

@@ -210,6 +210,19 @@ TEST_F(ReportEngine, SubreportRunsWithItsParameters) {
     EXPECT_THAT(ErrorOf([&] { report->Export(false); }).Description(), HasSubstr("Subreport s"));
 }
 
+TEST_F(ReportEngine, SubreportOfAServersFolderIsTheFileBesideTheReport) {
+    Write("child.rdl", PeopleReport());
+    std::string parent = PeopleReport();
+    parent.insert(parent.find("<Table "),
+                  "<Subreport Name=\"s\"><Top>1in</Top><Height>1in</Height><ReportName>/Sales/Monthly/child"
+                  "</ReportName></Subreport>");
+    const auto report = OpenRdlReport(Write("parent.rpt", parent));
+    Aim(*report, report::FormatHtml, Path("out.htm"));
+    report->Export(false);
+    const std::string html = Read("out.htm");
+    EXPECT_NE(html.find("Ann"), html.rfind("Ann"));
+}
+
 TEST_F(ReportEngine, CopiedReportFindsItsFilesInTheApplicationsFolders) {
     for (const char* folder : {"app/Cache", "app/samples"}) {
         std::filesystem::create_directories(m_folder / folder);
