@@ -35,7 +35,7 @@ class Parser {
             Fail("lacks an element name");
         }
         if (Take('(')) {
-            Fail("asks for an encoding, which is not read");
+            level.encoding = Encoding();
         }
         if (Take('{')) {
             level.hasList = true;
@@ -47,6 +47,18 @@ class Parser {
             }
         }
         return level;
+    }
+
+    PathEncoding Encoding() {
+        const std::string name = Name();
+        const bool isHtml = EqualNoCase(name, "HTMLEncoded");
+        if (!isHtml && !EqualNoCase(name, "Base64Encoded")) {
+            Fail("asks for an encoding that is not known");
+        }
+        if (!Take(')')) {
+            Fail("lacks a closing parenthesis");
+        }
+        return isHtml ? PathEncoding::Html : PathEncoding::Base64;
     }
 
     PathField OneField() {

@@ -15,10 +15,14 @@ struct PathField {
     FieldType type = FieldType::Text;
 };
 
+// How a whole document stands in an element's text.
+enum class PathEncoding { None, Html, Base64 };
+
 struct PathLevel {
     std::string element;
     bool hasList = false;
     std::vector<PathField> fields;
+    PathEncoding encoding = PathEncoding::None;
 };
 
 // Raises rdl::Error naming the position. An empty text and * give no level: the document's own shape decides.

@@ -46,6 +46,10 @@ std::string SslMode(const ConnectString& pairs) {
     throw Error("the SSL mode \"" + CleanText(pairs.Get({"ssl mode"})) + "\" cannot be used here");
 }
 
+bool IsRequired(const std::string& mode) {
+    return mode == "required" || mode == "require";
+}
+
 QString PostgresSsl(const ConnectString& pairs) {
     const std::string mode = SslMode(pairs);
     if (mode.empty()) {
@@ -65,7 +69,7 @@ QString PostgresSsl(const ConnectString& pairs) {
 // The driver cannot be told to check the server's certificate: who asks for that must not go without it.
 QString MySqlSsl(const ConnectString& pairs) {
     const std::string mode = SslMode(pairs);
-    if (mode == "required" || mode == "require") {
+    if (IsRequired(mode)) {
         return QStringLiteral(";CLIENT_SSL=1");
     }
     if (!mode.empty() && mode != "preferred" && mode != "prefer" && mode != "none" && mode != "disabled") {
@@ -189,6 +193,13 @@ void SqlConnection::Refuse(const ServerAddress& address) const {
 void SqlConnection::ReadOnly(const SqlSource& source, const ConnectString& pairs) {
     QSqlQuery settings(m_database);
     const int seconds = SecondsOf(source);
+    if (source.provider == ProviderKind::MySql && IsRequired(SslMode(pairs))) {
+        // The driver goes on without when the server cannot.
+        settings.exec(QStringLiteral("SHOW SESSION STATUS LIKE 'Ssl_cipher'"));
+        if (!settings.next() || settings.value(1).toString().isEmpty()) {
+            throw Error(m_place + " does not encrypt (SSL), which the connect string asks for");
+        }
+    }
     if (m_dialect == ProviderKind::Odbc) {
         settings.exec(QStringLiteral("PRAGMA query_only = 1"));  // SQLite, which Qt does not know behind ODBC
     } else if (m_dialect == ProviderKind::MySql) {

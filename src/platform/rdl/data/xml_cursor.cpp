@@ -1,5 +1,6 @@
 #include "platform/rdl/data/xml_cursor.h"
 
+#include <QByteArray>
 #include <algorithm>
 
 #include "platform/rdl/data/data_file.h"
@@ -142,20 +143,66 @@ class RowReader {
     std::vector<Value> m_cells;
 };
 
-std::unique_ptr<Cursor> ReadRows(const XmlDocument& document, const XmlNode& root, std::string_view path) {
+// The document in an element's text becomes the element's only child. The reader has undone what HTML needs.
+void Unpack(XmlDocument& document, std::size_t node, PathEncoding encoding) {
+    std::string text(Trimmed(document.nodes[node].text));
+    if (encoding == PathEncoding::Base64) {
+        const auto bytes =
+            QByteArray::fromBase64Encoding(QByteArray::fromStdString(text).simplified().replace(' ', ""),
+                                           QByteArray::AbortOnBase64DecodingErrors);
+        if (!bytes) {
+            throw Error("the text of the element \"" + CleanText(document.nodes[node].name) +
+                        "\" is not base64");
+        }
+        text = (*bytes).toStdString();
+    }
+    if (text.empty()) {
+        return;
+    }
+    XmlDocument inner = ParseXml(text);
+    const std::size_t first = document.nodes.size();
+    for (XmlNode& one : inner.nodes) {
+        for (std::size_t& child : one.children) {
+            child += first;
+        }
+        document.nodes.push_back(std::move(one));
+    }
+    document.nodes[node].text.clear();
+    document.nodes[node].children = {first};
+}
+
+// The path bounds how deep this goes.
+void UnpackLevels(XmlDocument& document, std::size_t node, const std::vector<PathLevel>& levels,
+                  std::size_t level) {
+    if (level >= levels.size() || document.nodes[node].name != levels[level].element) {
+        return;
+    }
+    if (levels[level].encoding != PathEncoding::None) {
+        Unpack(document, node, levels[level].encoding);
+    }
+    const std::vector<std::size_t> children = document.nodes[node].children;
+    for (const std::size_t child : children) {
+        UnpackLevels(document, child, levels, level + 1);
+    }
+}
+
+std::unique_ptr<Cursor> ReadRows(XmlDocument& document, std::size_t root, std::string_view path) {
     std::vector<PathLevel> levels = ParseElementPath(path);
     if (levels.empty()) {
-        levels = DefaultPath(document, root);
+        levels = DefaultPath(document, document.nodes[root]);
+    } else if (std::any_of(levels.begin(), levels.end(),
+                           [](const PathLevel& level) { return level.encoding != PathEncoding::None; })) {
+        UnpackLevels(document, root, levels, 0);
     }
-    return RowReader(document, root, std::move(levels)).Run();
+    return RowReader(document, document.nodes[root], std::move(levels)).Run();
 }
 
 std::unique_ptr<Cursor> ReadFile(const std::string& file, std::string_view path) {
     if (file.empty()) {
         throw Error("the query holds no data and the data source names no file");
     }
-    const XmlDocument document = ParseXml(ReadDataFile(file));
-    return ReadRows(document, document.Root(), path);
+    XmlDocument document = ParseXml(ReadDataFile(file));
+    return ReadRows(document, 0, path);
 }
 
 }  // namespace
@@ -164,7 +211,7 @@ std::unique_ptr<Cursor> OpenXml(std::string_view query, const std::string& file)
     if (!Trimmed(query).starts_with('<')) {
         return ReadFile(file, query);
     }
-    const XmlDocument document = ParseXml(Trimmed(query));
+    XmlDocument document = ParseXml(Trimmed(query));
     if (document.Root().name != "Query") {
         throw Error("the query is the element \"" + CleanText(document.Root().name) + "\" instead of Query");
     }
@@ -179,7 +226,7 @@ std::unique_ptr<Cursor> OpenXml(std::string_view query, const std::string& file)
     if (data->children.empty()) {
         throw Error("the XmlData of the query is empty");
     }
-    return ReadRows(document, document.nodes[data->children.front()], path);
+    return ReadRows(document, data->children.front(), path);
 }
 
 std::unique_ptr<Cursor> OpenXmlRows(const std::string& file) {

@@ -18,6 +18,36 @@ TEST_F(FileData, XmlPathJoinsLevels) {
     EXPECT_NE(Failure().find("begins with the element \"C\""), std::string::npos);
 }
 
+TEST_F(FileData, DocumentInTheTextOfAnElementIsRead) {
+    const std::string inner = "&lt;List&gt;&lt;Item n='1'/&gt;&lt;Item n='2'/&gt;&lt;/List&gt;";
+    Write("e.xml", "<s:E xmlns:s='urn:s'><B><R>" + inner +
+                       "</R><Q>PExpc3Q+PEl0ZW0gbj0nMycvPjwvTGlzdD4=</Q></B></s:E>");
+    AddSource("XML", "e.xml");
+    DataSet& set = AddSet("s:E{}/B{}/R(HTMLEncoded){}/List{}/Item{@n(Integer)}", {"n"});
+    EXPECT_EQ(Rows(), "1 2");
+    set.commandText = ExprOf("E{}/B{}/Q(Base64Encoded){}/List{}/Item{@n}");
+    EXPECT_EQ(Rows(), "3");
+    set.commandText = ExprOf("E{}/B{}/R(Base64Encoded){}/List{}/Item{@n}");
+    EXPECT_NE(Failure().find("the text of the element \"R\" is not base64"), std::string::npos) << Failure();
+    set.commandText = ExprOf("E{}/B{}/R(Zipped){}/List");
+    EXPECT_NE(Failure().find("asks for an encoding that is not known"), std::string::npos) << Failure();
+}
+
+TEST_F(FileData, QueryElementHoldsPathAndNamespaces) {
+    Write("c.xml", "<C xmlns='urn:c'><K><Name>Ann</Name><Born>1990-02-03</Born><Fit>true</Fit></K></C>");
+    AddSource("XML", "c.xml");
+    AddSet(
+        "<Query xmlns:ns='urn:c'><ElementPath IgnoreNamespaces='true'>ns:C{}/ns:K{ns:Name, Born(Date), "
+        "Fit(Boolean)}</ElementPath></Query>",
+        {"Name", "Born", "Fit"});
+    const Table table = Load();
+    EXPECT_EQ(table.At(0, 0).AsText(), "Ann");
+    EXPECT_EQ(table.At(0, 1).kind(), Kind::DateTime);
+    EXPECT_EQ(table.At(0, 2).kind(), Kind::Boolean);
+    definition.dataSets[0].commandText = ExprOf("<Query><Method Name='Get' Namespace='urn:x'/></Query>");
+    EXPECT_NE(Failure().find("asks a web service, which is not read"), std::string::npos);
+}
+
 TEST_F(FileData, JsonPathGivesRows) {
     Write("c.json", R"({"list": [{"n": 1, "a": {"city": "Rome"}, "ok": true}, {"n": 2.5, "t": "x"}]})");
     AddSource("JSON", "file=c.json");
