@@ -333,6 +333,7 @@ struct Definition {
     std::vector<Section> sections;
     std::vector<EmbeddedImage> images;
     std::vector<Variable> variables;
+    Expr initialPageName;
     bool consumeContainerWhitespace = false;
     int expressionCount = 0;  // Expr::id runs from 0 to this
     const DataSet* FindDataSet(const std::string& name) const {

@@ -41,6 +41,7 @@ class ReportReader {
         m_definition.author = m_report.ChildText("Author");
         m_definition.languageExpr = m_context.ChildExpr(m_report, "Language", "Report");
         m_definition.language = m_definition.languageExpr.source;
+        m_definition.initialPageName = m_context.ChildExpr(m_report, "InitialPageName", "Report");
         if (const XmlElement* code = m_report.Child("Code")) {
             m_definition.code = code->text;
         }

@@ -159,12 +159,16 @@ class BuiltSection final : public SectionInstance {
                 NoteReportItems(source, names);
             });
         }
-        wantedReportItems.assign(names.begin(), names.end());
         ForEachText(m_body, [this](const std::string& source) {
             bodyUsesTotalPages = bodyUsesTotalPages || Mentions(source, "totalpages");
         });
         for (const PlanList* plans : {&m_body, &m_header, &m_footer}) {
             ForEachItem(*plans, [this](const ItemPlan& item) { m_evaluator.Announce(item); });
+        }
+        for (const std::string& name : names) {
+            if (const ItemPlan* item = m_evaluator.FindItem(name)) {
+                wantedReportItems.push_back(item->definition->name);
+            }
         }
     }
 
@@ -194,6 +198,8 @@ class BuiltReport final : public ReportInstance {
         author = definition.author;
         description = definition.description;
         language = m_evaluator.ReportCulture().name;
+        m_evaluator.Enter({});
+        pageName = m_builder.Text(Property(definition.initialPageName, m_programs));
         hasRows = m_input.tables.empty() ||
                   std::any_of(m_input.tables.begin(), m_input.tables.end(),
                               [](const auto& entry) { return entry.second.RowCount() > 0; });

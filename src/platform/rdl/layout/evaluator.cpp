@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/rdl/definition/context.h"
 #include "platform/rdl/expr/globals.h"
 
 namespace rdl::layout {
@@ -19,6 +20,12 @@ struct Deeper {
     ~Deeper() { --m_depth; }
     int& m_depth;
 };
+
+std::string Lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    return text;
+}
 
 }  // namespace
 
@@ -102,11 +109,24 @@ Value Evaluator::Global(expr::GlobalName name) {
     }
 }
 
+void Evaluator::Announce(const ItemPlan& item) {
+    m_items.emplace(Lower(item.definition->name), &item);
+}
+
+const ItemPlan* Evaluator::FindItem(const std::string& name) const {
+    const auto found = m_items.find(Lower(name));
+    return found == m_items.end() ? nullptr : found->second;
+}
+
 Value Evaluator::ReportItem(const std::string& name) {
+    const ItemPlan* const found = FindItem(name);
+    if (!found) {
+        return Value::Error("There is no report item " + name);
+    }
     if (m_page) {
         std::size_t skipped = 0;
         for (const auto& [known, value] : m_page->reportItems) {
-            if (known == name && skipped++ == m_nthItem) {
+            if (known == found->definition->name && skipped++ == m_nthItem) {
                 m_nthItemFound = true;
                 return value;
             }
@@ -115,16 +135,14 @@ Value Evaluator::ReportItem(const std::string& name) {
             return {};
         }
     }
-    const auto found = m_items.find(name);
-    if (found == m_items.end() || found->second->paragraphs.empty() ||
-        found->second->paragraphs.front().runs.empty()) {
+    if (found->paragraphs.empty() || found->paragraphs.front().runs.empty()) {
         return {};
     }
     const Deeper deeper(m_depth);
     if (m_depth > MaxDepth) {
         return Value::Error("Items refer to each other in a circle");
     }
-    const ItemPlan& item = *found->second;
+    const ItemPlan& item = *found;
     Scope scope = m_place.scope;
     while (scope.region && &scope.region->plan != item.region) {
         scope = scope.region->outer;
@@ -155,7 +173,7 @@ Value Evaluator::GroupVariable(const std::string& name, bool& found) {
                 const GroupPlan& plan = groups[At(group)];
                 const auto& variables = plan.definition->variables;
                 for (std::size_t i = 0; i < variables.size(); ++i) {
-                    if (variables[i].name != name) {
+                    if (!SameWord(variables[i].name, name)) {
                         continue;
                     }
                     found = true;
@@ -191,7 +209,7 @@ Value Evaluator::Variable(const std::string& name) {
         return known->second;
     }
     for (const auto& variable : m_input.definition->variables) {
-        if (variable.name == name) {
+        if (SameWord(variable.name, name)) {
             const Stay stay(*this);
             Enter({});
             value = Property(variable.value, m_programs).Get(*this);

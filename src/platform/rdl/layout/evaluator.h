@@ -52,7 +52,9 @@ class Evaluator final : public expr::Environment {
     void SetCulture(const Culture& culture) { m_culture = &culture; }
     const Culture& ReportCulture() const { return *m_reportCulture; }
     // Items that others may ask for by ReportItems.
-    void Announce(const ItemPlan& item) { m_items.emplace(item.definition->name, &item); }
+    void Announce(const ItemPlan& item);
+    // Without regard to case; null when there is none.
+    const ItemPlan* FindItem(const std::string& name) const;
     // The place of the instance before the current one within a scope; false when it is the first there, or
     // there is no such scope. An empty scope is the region.
     bool PlaceBefore(const std::string& scope, Scope& before) const;
@@ -121,7 +123,7 @@ class Evaluator final : public expr::Environment {
     bool m_nthItemFound = false;
     const Culture* m_culture;
     const Culture* m_reportCulture;
-    std::unordered_map<std::string, const ItemPlan*> m_items;
+    std::unordered_map<std::string, const ItemPlan*> m_items;  // by name in lower case
     std::unordered_map<CacheKey, Value, HashKey> m_cache;
     std::unordered_map<std::uint64_t, Running> m_running;  // by call and instance of the fixed side
     std::unordered_map<std::string, Value> m_variables;

@@ -25,7 +25,9 @@ struct PageRecord {
 class Pages final : public PageStream {
  public:
     Pages(ReportInstance& report, const Limits& limits, int knownTotal)
-        : m_report(report), m_limits(limits), m_knownTotal(knownTotal), m_context{m_painter} {}
+        : m_report(report), m_limits(limits), m_knownTotal(knownTotal), m_context{m_painter} {
+        m_painter.facts.name = report.pageName;
+    }
 
     bool NextBody(Page& content) override {
         if (m_report.watch) {
@@ -190,6 +192,9 @@ class Pages final : public PageStream {
         if (section.page.style) {
             m_painter.Begin(page, 0);
             m_painter.Fill({0, 0, setup.width, setup.height}, *setup.style);
+            m_painter.Borders({setup.marginLeft, setup.marginTop, area.width,
+                               setup.height - setup.marginTop - setup.marginBottom},
+                              *setup.style);
             m_painter.ClearExtent();
         }
         const int columns = ColumnsOf(section, area);

@@ -200,6 +200,44 @@ TEST(ReportItems, AggregatesInAFooterGoOverThePage) {
     EXPECT_THAT(sink.margins, ElementsAre(ElementsAre("1-14 105 14"), ElementsAre("15-16 31 2")));
 }
 
+TEST(ReportItems, AreFoundWithoutRegardToCase) {
+    const auto items =
+        Box("Total", "7", At(0, 0, 100, 20)) +
+        Box("Twice", "=ReportItems!TOTAL.Value &amp; ReportItems(\"total\").Value", At(0, 30, 100, 20));
+    const auto sink = PagesOf(BuildKit(Report(items, Footer("=ReportItems!total.Value")), Sales({})));
+    EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("7", "77")));
+    EXPECT_THAT(sink.margins, ElementsAre(ElementsAre("7")));
+}
+
+TEST(ReportItems, OneThatThereIsNotShowsAsAnError) {
+    const auto sink =
+        PagesOf(BuildKit(Report(Box("T", "=ReportItems!Moon.Value", At(0, 0, 100, 20))), Sales({})));
+    EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("#Error")));
+}
+
+TEST(PageName, OfTheReportIsThatOfItsFirstPages) {
+    std::string report = Report(BrokenBefore("A", 0, "") + BrokenBefore("B", 30, "<PageName>Two</PageName>"),
+                                Footer("=Globals!PageName"));
+    report.insert(report.find("<DataSources>"), "<InitialPageName>=\"O\" &amp; \"ne\"</InitialPageName>");
+    EXPECT_THAT(PagesOf(BuildKit(report, Sales({}))).margins,
+                ElementsAre(ElementsAre("One"), ElementsAre("Two")));
+}
+
+TEST(Borders, OfThePageStandAtItsMargins) {
+    const auto sink = PagesOf(BuildKit(
+        Report("",
+               Framed +
+                   "<LeftMargin>10pt</LeftMargin><RightMargin>20pt</RightMargin><TopMargin>30pt</TopMargin>"
+                   "<BottomMargin>40pt</BottomMargin>"),
+        Sales({})));
+    ASSERT_EQ(LevelLines(sink.pages.at(0)), 2U);
+    const auto lines = Of<LineOp>(sink.pages[0]);
+    EXPECT_EQ(lines[0].x1, 10);
+    EXPECT_EQ(lines[0].x2, 380);
+    EXPECT_EQ(lines[0].y1, 30);
+    EXPECT_EQ(lines[1].y1, 260);
+}
+
 std::string HidingRows() {
     return Tablix(1, RowOf(Cell("V", "=Fields!Region.Value", "<HideDuplicates>Data</HideDuplicates>")),
                   "<TablixMember><Group Name=\"D\"/></TablixMember>");

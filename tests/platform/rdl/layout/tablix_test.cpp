@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 
 #include "platform/rdl/layout/report_kit.h"
@@ -261,6 +262,45 @@ TEST(Subreport, WithRowsShowsItsItems) {
     TextSink sink;
     Paginate(*WithSubreport({{"North", "Pen", 7}}).report, sink);
     EXPECT_THAT(sink.bodies.at(0), testing::UnorderedElementsAre("Title", "7"));
+}
+
+// A report whose rows each hold a subreport, which holds another one.
+TEST(Subreport, StandsInCellsAndInOtherSubreports) {
+    const auto place = [](const std::string& name, const std::string& parameter) {
+        return "<Subreport Name=\"" + name + "\"><ReportName>" + name +
+               "</ReportName><Parameters><Parameter Name=\"P\"><Value>" + parameter +
+               "</Value></Parameter></Parameters><Height>20pt</Height><Width>100pt</Width></Subreport>";
+    };
+    const std::string parameter =
+        "<ReportParameters><ReportParameter Name=\"P\"><DataType>String</DataType></ReportParameter>"
+        "</ReportParameters>";
+    const auto outer = ParseDefinition(
+        Report(Tablix(1,
+                      RowOf("<TablixCell><CellContents>" + place("middle", "=Fields!Product.Value") +
+                            "</CellContents></TablixCell>"),
+                      Details)),
+        "outer.rdl");
+    const auto withParameter = [&parameter](const std::string& items) {
+        return ParseDefinition(Insert(Report(items), "<ReportSections>", parameter), "inner.rdl");
+    };
+    const auto middle = withParameter(place("inner", "=Parameters!P.Value &amp; \"!\""));
+    const auto inner =
+        withParameter(Box("T", "=Parameters!P.Value", "<Height>20pt</Height><Width>100pt</Width>"));
+    std::function<std::shared_ptr<ReportInstance>(const Subreport&, const std::vector<Value>&)> open;
+    open = [&](const Subreport& subreport, const std::vector<Value>& values) {
+        ReportInput input;
+        input.definition = subreport.reportName == "middle" ? &middle : &inner;
+        input.parameters.push_back({values.at(0), values.at(0)});
+        input.openSubreport = open;
+        return std::shared_ptr<ReportInstance>(Build(std::move(input)));
+    };
+    ReportInput input;
+    input.definition = &outer;
+    input.tables.emplace("Data", Sales({{"", "Pen", 1}, {"", "Ink", 2}}));
+    input.openSubreport = open;
+    TextSink sink;
+    Paginate(*Build(std::move(input)), sink);
+    EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("Pen!", "Ink!")));
 }
 
 }  // namespace
