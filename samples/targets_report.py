@@ -158,7 +158,8 @@ from orders o where o.ship_date is not null and {OF_THE_YEAR}"""
     return report(
         "2016/01", text("Description", "Revenue against targets"), text("Author", "Norvale Trading"), data_source(),
         element("DataSets",
-                data_set("Targets", regions, [("region", "String"), ("revenue", "Double"), ("target", "Double")], given),
+                data_set("Targets", regions, [("region", "String"), ("revenue", "Double"), ("target", "Double")],
+                         given),
                 data_set("Shipping", shipping, [("days", "Double")], given)),
         element("ReportSections",
                 element("ReportSection", body, text("Width", "17cm"), page("", footer_with_pages()))),
