@@ -153,6 +153,39 @@ TEST(ReportData, SourcesSetsFieldsAndRows) {
     EXPECT_EQ(inlined.inlineRows.at(0).at(1), (std::pair<std::string, std::string>{"y", "two"}));
 }
 
+TEST(ReportData, SourcesMayBeExpressionsAndSharedAndAskForTheSystemsUser) {
+    const Definition report = Parse(Report(
+        Body +
+        "<DataSources><DataSource Name=\"s\"><Transaction>true</Transaction><ConnectionProperties>"
+        "<DataProvider>SQL</DataProvider><ConnectString>=\"Server=\" &amp; Parameters!s.Value</ConnectString>"
+        "<IntegratedSecurity>true</IntegratedSecurity><Prompt>Who?</Prompt></ConnectionProperties></"
+        "DataSource>"
+        "</DataSources>"));
+    EXPECT_TRUE(report.dataSources.at(0).connectString.IsExpression());
+    EXPECT_TRUE(report.dataSources.at(0).integratedSecurity);
+    EXPECT_THAT(ErrorOf(Report(Body + "<DataSources><DataSource Name=\"s\"/></DataSources>")),
+                HasSubstr("DataSource s: it has neither a connection nor a reference"));
+}
+
+TEST(ReportData, SetsKnowTheirCommandTypeAndWhatComparesTexts) {
+    const auto set = [](const std::string& type, const std::string& rest) {
+        return Report(
+            Body + "<DataSets><DataSet Name=\"d\"><Query><CommandType>" + type +
+                "</CommandType><CommandText>p</CommandText></Query>" + rest +
+                "<Collation>Latin1_General</Collation><AccentSensitivity>Auto</AccentSensitivity>"
+                "<KanatypeSensitivity>False</KanatypeSensitivity>"
+                "<InterpretSubtotalsAsDetails>True</InterpretSubtotalsAsDetails></DataSet></DataSets>",
+            Ns2008);
+    };
+    const Definition procedure = Parse(set("StoredProcedure", "<CaseSensitivity>True</CaseSensitivity>"));
+    EXPECT_EQ(procedure.dataSets.at(0).commandType, DataSet::CommandType::StoredProcedure);
+    EXPECT_TRUE(procedure.dataSets.at(0).caseSensitive);
+    const Definition table = Parse(set("TableDirect", "<CaseSensitivity>Auto</CaseSensitivity>"));
+    EXPECT_EQ(table.dataSets.at(0).commandType, DataSet::CommandType::TableDirect);
+    EXPECT_FALSE(table.dataSets.at(0).caseSensitive);
+    EXPECT_THAT(ErrorOf(set("Cube", "")), HasSubstr("CommandType: \"Cube\" is not known"));
+}
+
 TEST(ReportFiles, OtherPeoplesReportsAreRead) {
     const std::filesystem::path folder = std::string(OXC_SOURCE_DIR) + "/../shared/rdl";
     if (!std::filesystem::exists(folder)) {
