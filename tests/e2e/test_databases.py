@@ -136,6 +136,13 @@ class ServerTests:
         said = self.failure("select title from titles", connect=self.connect_to(free_port()))
         self.assertIn('the server "127.0.0.1" cannot be reached', said)
 
+    def test_encryption_that_is_asked_for_is_not_given_up(self):
+        for mode in self.SSL_MODES:
+            said = self.failure("select title from titles", connect=self.connect + ";SSL Mode=" + mode)
+            self.assertRegex(said, "(?i)ssl", mode)
+        self.assertIn('the SSL mode "Sometimes" cannot be used here',
+                      self.failure("select title from titles", connect=self.connect + ";SslMode=Sometimes"))
+
     def test_missing_table_and_wrong_statement_are_told_apart(self):
         self.assertIn("a table is missing: ", self.failure("select title from nowhere"))
         self.assertIn("the query is wrong: ", self.failure("selekt title from titles"))
@@ -162,6 +169,7 @@ class OnPostgres(ServerTests, DatabaseTest):
     provider = "PostgreSQL"
     grantee = ("titles", "clerk")
     SLOW = "select 1 as id, pg_sleep(%d)"
+    SSL_MODES = ("Require", "VerifyFull", "verify-ca")
 
     @classmethod
     def setUpClass(cls):
@@ -200,6 +208,13 @@ class OnPostgres(ServerTests, DatabaseTest):
         said = self.failure("select 1 as id, pg_sleep(0.1) from generate_series(1, 300)", ["id"])
         self.assertIn("the connection to the server was lost: ", said)
 
+    def test_search_path_of_the_connect_string_is_used(self):
+        self.server.sql("create schema if not exists other; create table if not exists other.only_there(title text);"
+                        "grant usage on schema other to clerk; grant select on other.only_there to clerk")
+        self.assertIn("a table is missing", self.failure("select title from only_there"))
+        self.connect = self.connect + ";Search Path=other"
+        self.assertEqual(self.rows("select count(*) as title from only_there", ["title"]), ["0"])
+
     def test_logon_in_the_connect_string_serves_as_well(self):
         connect = self.connect + ";Username=clerk;Password=" + PASSWORD
         done = self.export(report(self.provider, connect, "select title from titles order by 1", ["title"]), password=None)
@@ -211,6 +226,7 @@ class OnMariaDb(ServerTests, DatabaseTest):
     provider = "MySQL"
     grantee = ("shop.titles", "clerk@'127.0.0.1'")
     SLOW = "select 1 as id, sleep(%d) from titles"
+    SSL_MODES = ("Required", "VerifyFull")
 
     @classmethod
     def setUpClass(cls):
@@ -273,8 +289,15 @@ class OnOdbcServer(OnPostgres):
     def connect_to(port):
         return "Driver={PostgreSQL Unicode};Server=127.0.0.1;Port=%d;Database=postgres" % port
 
+    def test_search_path_of_the_connect_string_is_used(self):
+        self.skipTest("a word of the other provider")
+
     # Each mark is a parameter of its own there, and this one has no type but what it is told.
     NO_DAY = "cast(@Day as date) is null"
+
+    def test_encryption_that_is_asked_for_is_not_given_up(self):
+        said = self.failure("select title from titles", connect=self.connect + ";SSLmode=require")
+        self.assertRegex(said, "(?i)ssl")
 
     def test_server_that_is_down_is_named(self):
         said = self.failure("select title from titles", connect=self.connect_to(free_port()))
