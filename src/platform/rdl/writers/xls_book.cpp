@@ -103,17 +103,18 @@ void XlsBook::NameSheets() {
     }
 }
 
-void XlsBook::WritePrintTitles(XlsRecords& records) const {
+void XlsBook::WriteNames(XlsRecords& records) const {
     const auto count = static_cast<unsigned>(m_sheets.size());
-    if (std::none_of(m_sheets.begin(), m_sheets.end(),
-                     [](const auto& sheet) { return sheet->HasHeading(); })) {
+    if (bookmarks.IsEmpty() && std::none_of(m_sheets.begin(), m_sheets.end(),
+                                            [](const auto& sheet) { return sheet->HasHeading(); })) {
         return;
     }
     records.Begin(SupBook);
     records.U16(count);
     records.U16(0x0401);  // this workbook itself
     records.End();
-    const unsigned most = std::min(count, 1300u);  // as many as one record holds
+    const unsigned most =
+        std::min(count, static_cast<unsigned>(XlsBookmarks::MostSheets));  // as many as one record holds
     records.Begin(ExternSheet);
     records.U16(most);
     for (unsigned i = 0; i < most; ++i) {
@@ -122,7 +123,12 @@ void XlsBook::WritePrintTitles(XlsRecords& records) const {
         records.U16(i);
     }
     records.End();
-    for (unsigned i = 0; i < most; ++i) {
+    WritePrintTitles(records, most);
+    bookmarks.Write(records);
+}
+
+void XlsBook::WritePrintTitles(XlsRecords& records, unsigned sheets) const {
+    for (unsigned i = 0; i < sheets; ++i) {
         const XlsSheet& sheet = *m_sheets[i];
         if (!sheet.HasHeading()) {
             continue;
@@ -173,7 +179,7 @@ std::string XlsBook::Globals(const std::vector<std::size_t>& offsets) const {
         records.Bytes(m_sheets[i]->name);
         records.End();
     }
-    WritePrintTitles(records);
+    WriteNames(records);
     records.Bytes(DrawingGroup());
     records.Bytes(strings.Records());
     records.Begin(Eof);
@@ -193,6 +199,9 @@ std::string XlsBook::GlobalsAt(std::size_t sheetsBegin) const {
 
 void XlsBook::Write(Output& output) {
     m_sheets.back()->Finish(m_sheets.size() == 1, SheetDrawing(m_sheets.size() - 1));
+    for (const auto& sheet : m_sheets) {
+        sheet->Seal(bookmarks);
+    }
     NameSheets();
     const std::string globals = GlobalsAt(GlobalsAt(0).size());
     XlsFile file;

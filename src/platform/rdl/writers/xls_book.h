@@ -10,6 +10,7 @@
 #include "platform/rdl/writers/flow.h"
 #include "platform/rdl/writers/spool.h"
 #include "platform/rdl/writers/writers.h"
+#include "platform/rdl/writers/xls_bookmarks.h"
 #include "platform/rdl/writers/xls_sheet.h"
 #include "platform/rdl/writers/xls_strings.h"
 #include "platform/rdl/writers/xls_styles.h"
@@ -26,17 +27,19 @@ class XlsBook {
     // and rdl::Error is raised when it cannot be read.
     std::size_t Image(const std::shared_ptr<const std::string>& bytes, ImageType type,
                       const std::string& item);
+    std::size_t SheetCount() const { return m_sheets.size(); }
     // Everything into the output. At least one sheet.
     void Write(Output& output);
 
     XlsStyles styles;
     XlsStrings strings;
+    XlsBookmarks bookmarks;
 
  private:
-    std::string UniqueName(const std::string& wanted);
     void NameSheets();
     std::string Globals(const std::vector<std::size_t>& offsets) const;
-    void WritePrintTitles(XlsRecords& records) const;
+    void WriteNames(XlsRecords& records) const;
+    void WritePrintTitles(XlsRecords& records, unsigned sheets) const;
     std::string GlobalsAt(std::size_t sheetsBegin) const;
 
     struct StoredImage {

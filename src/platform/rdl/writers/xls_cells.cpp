@@ -121,6 +121,13 @@ XlsCell XlsLayout::CellOf(const Instance& item) {
     return cell;
 }
 
+// What leads to the item leads to this cell.
+void XlsLayout::Mark(const Instance& item, std::uint32_t row, std::uint16_t column) {
+    if (!item.bookmark.empty()) {
+        m_book.bookmarks.Place(item.bookmark, m_book.SheetCount() - 1, row, column);
+    }
+}
+
 void XlsLayout::PlaceText(const Instance& item, XlsRange range) {
     while (range.lastColumn > range.firstColumn && !m_sheet->IsFree(range)) {
         --range.lastColumn;
@@ -144,9 +151,12 @@ void XlsLayout::PlaceText(const Instance& item, XlsRange range) {
     if (range.lastRow > range.firstRow || range.lastColumn > range.firstColumn) {
         m_sheet->Merge(range);
     }
-    if (const std::string link = LinkOf(item); !link.empty()) {
+    if (!item.bookmarkLink.empty()) {
+        m_sheet->LinkToName(range, m_book.bookmarks.NameOf(item.bookmarkLink));
+    } else if (const std::string link = LinkOf(item); !link.empty()) {
         m_sheet->Link(range, link);
     }
+    Mark(item, range.firstRow, range.firstColumn);
 }
 
 }  // namespace rdl::writers

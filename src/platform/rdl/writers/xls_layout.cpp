@@ -203,6 +203,9 @@ std::uint32_t XlsLayout::PlaceBand(const Items& band, double x, std::uint32_t ro
 }
 
 std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t row, bool top) {
+    if (!IsText(item)) {
+        Mark(item, row, ColumnsAt(x + Left(item), x + Right(item)).first);
+    }
     switch (item.kind) {
         case InstanceKind::Text: {
             const Columns columns = ColumnsAt(x + item.x, x + item.x + item.width);

@@ -41,6 +41,7 @@ class XlsLayout {
                            std::uint32_t row);
     std::uint32_t BreakSheet(layout::TableInstance& table, std::size_t index, double x);
     void PlaceText(const layout::Instance& item, XlsRange range);
+    void Mark(const layout::Instance& item, std::uint32_t row, std::uint16_t column);
     void PlaceLine(const layout::Instance& item, double x, std::uint32_t row);
     std::uint32_t PlaceImage(const layout::Instance& item, double x, std::uint32_t row);
     XlsCell CellOf(const layout::Instance& item);

@@ -126,12 +126,7 @@ void XlsSheet::FlushBlock() {
     m_blockCount = 0;
 }
 
-// A web address by the moniker that stands for one.
-void XlsSheet::Link(const XlsRange& range, const std::string& link) {
-    const std::u16string address = ToUtf16(link, LongestLink + 1);
-    if (address.size() > LongestLink || address.empty()) {
-        return;
-    }
+void XlsSheet::BeginLink(const XlsRange& range, unsigned what) {
     m_links.Begin(HLink);
     m_links.U16(range.firstRow);
     m_links.U16(range.lastRow);
@@ -139,7 +134,17 @@ void XlsSheet::Link(const XlsRange& range, const std::string& link) {
     m_links.U16(range.lastColumn);
     m_links.Bytes(std::string_view("\xD0\xC9\xEA\x79\xF9\xBA\xCE\x11\x8C\x82\x00\xAA\x00\x4B\xA9\x0B", 16));
     m_links.U32(2);
-    m_links.U32(3);
+    m_links.U32(what);
+}
+
+// A web address by the moniker that stands for one.
+void XlsSheet::Link(const XlsRange& range, const std::string& link) {
+    const std::u16string address = ToUtf16(link, LongestLink + 1);
+    if (address.size() > LongestLink || address.empty()) {
+        return;
+    }
+    constexpr unsigned WebAddressFollows = 3;
+    BeginLink(range, WebAddressFollows);
     m_links.Bytes(std::string_view("\xE0\xC9\xEA\x79\xF9\xBA\xCE\x11\x8C\x82\x00\xAA\x00\x4B\xA9\x0B", 16));
     m_links.U32(static_cast<std::uint32_t>((address.size() + 1) * 2));
     for (const char16_t c : address) {
@@ -265,6 +270,21 @@ void XlsSheet::Finish(bool selected, const std::string& drawing) {
     m_tail.Bytes(drawing);
     WriteView(selected);
     WriteMerges();
+}
+
+void XlsSheet::Seal(const XlsBookmarks& bookmarks) {
+    constexpr unsigned PlaceFollows = 8;
+    for (const auto& [range, target] : m_nameLinks) {
+        if (bookmarks.IsPlaced(target)) {
+            BeginLink(range, PlaceFollows);
+            m_links.U32(static_cast<std::uint32_t>(target.size() + 1));
+            for (const char c : target) {
+                m_links.U16(static_cast<unsigned char>(c));
+            }
+            m_links.U16(0);
+            m_links.End();
+        }
+    }
     m_tail.Bytes(m_links.bytes());
     m_tail.Begin(Eof);
     m_tail.End();

@@ -5,10 +5,12 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/rdl/layout/instance.h"
 #include "platform/rdl/writers/spool.h"
+#include "platform/rdl/writers/xls_bookmarks.h"
 #include "platform/rdl/writers/xls_record.h"
 
 namespace rdl::writers {
@@ -51,6 +53,10 @@ class XlsSheet {
     void Height(std::uint32_t row, double points, bool fixed);
     void Merge(const XlsRange& range) { m_merges.push_back(range); }
     void Link(const XlsRange& range, const std::string& link);
+    // To a cell by its defined name; left out when nothing has the name in the end.
+    void LinkToName(const XlsRange& range, const std::string& target) {
+        m_nameLinks.emplace_back(range, target);
+    }
     void Picture(const XlsPicture& picture) { m_pictures.push_back(picture); }
     // Rows that stay in view and are printed on each page again; the first call counts, then what follows on.
     void Heading(std::uint32_t row);
@@ -62,6 +68,8 @@ class XlsSheet {
     bool rightToLeft = false;  // column A stands at the right
     // After the last row.
     void Finish(bool selected, const std::string& drawing);
+    // When every bookmark is placed.
+    void Seal(const XlsBookmarks& bookmarks);
     std::size_t Length() const { return m_head.bytes().size() + m_length + m_tail.bytes().size(); }
     void Write(const Spool::Take& take);
     bool HasHeading() const { return m_headingEnd > m_headingBegin; }
@@ -84,6 +92,7 @@ class XlsSheet {
     void WriteSetup();
     void WriteView(bool selected);
     void WriteMerges();
+    void BeginLink(const XlsRange& range, unsigned what);
 
     Spool& m_spool;
     std::vector<double> m_columnWidths;
@@ -97,6 +106,7 @@ class XlsSheet {
     std::uint32_t m_headingBegin = 0, m_headingEnd = 0;
     std::vector<XlsRange> m_merges;
     std::vector<XlsPicture> m_pictures;
+    std::vector<std::pair<XlsRange, std::string>> m_nameLinks;
 };
 
 }  // namespace rdl::writers

@@ -186,6 +186,22 @@ TEST(Xls, PageBreaksBeginSheetsNamedByPage) {
               "['North', 'So_uth_a very long name of a pa'] 3 ['Name', 'Row 3', 'Row 4']\n");
 }
 
+TEST(Xls, BookmarksLeadToTheirCell) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    Instance from = TextItem("from"), lost = TextItem("lost", 0, 20), to = TextItem("to", 0, 40);
+    from.bookmarkLink = to.bookmark = "a \u00FC b";
+    lost.bookmarkLink = "nowhere";
+    to.breakBefore = true;
+    EXPECT_EQ(Ask(Workbook(SampleReport({from, lost, to})),
+                  "print([(h.frowx, h.fcolx, h.type, h.textmark) for h in s.hyperlink_list])\n"
+                  "n = b.name_map['bookmark_1'][0]\nsheet, row, column = n.area2d()[0], n.area2d()[1], "
+                  "n.area2d()[3]\n"
+                  "print(sheet.number, row, column, sheet.cell_value(row, column))"),
+              "[(0, 0, 'workbook', 'Bookmark_1')]\n1 0 0 to\n");
+}
+
 TEST(Xls, TablesFromRightToLeftTurnTheirSheet) {
     if (!HasReader()) {
         GTEST_SKIP();
