@@ -17,7 +17,7 @@ struct DefinitionLimits {
     int depth = 200;  // of nested elements
     int elements = 1'000'000;
     std::size_t attributes = 256;  // of one element
-    int items = 200'000;  // report items, those made of a matrix's totals included
+    int items = 200'000;           // report items, those made of a matrix's totals included
 };
 
 // `fileName` is for error texts. Raises rdl::Error naming file, line, element and item: when the file is no

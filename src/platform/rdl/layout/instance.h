@@ -164,7 +164,7 @@ struct ReportInstance {
     virtual ~ReportInstance() = default;
     std::string title, author, description, language;
     std::shared_ptr<RunWatch> watch;  // of the run that goes on while rows and pages are made; may be null
-    std::string pageName;  // of the first page, until another name begins
+    std::string pageName;             // of the first page, until another name begins
     bool hasRows = true;  // of data, in any of its data sets; true as well when it has no data sets
     std::vector<std::unique_ptr<SectionInstance>> sections;
 };
