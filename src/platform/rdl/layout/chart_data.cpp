@@ -228,7 +228,22 @@ class ChartEvaluator {
         ChartAreaData& area = AreaOf(series, row);
         row.border = IsLine(series) ? LineIn(series.style, row.color) : m_styles.BorderOf(series.style);
         Marks(leaf, row);
+        ColourAsPoints(row);
         area.rows.push_back(std::move(row));
+    }
+
+    // One stroke for all points: their colour, where they agree on one, goes before the series'.
+    static void ColourAsPoints(ChartRow& row) {
+        const auto& marks = row.marks;
+        if (marks.empty() || !(IsLine(*row.definition) || row.definition->kind == ChartKind::Area) ||
+            std::any_of(marks.begin(), marks.end(),
+                        [&marks](const ChartMark& mark) { return mark.color != marks.front().color; })) {
+            return;
+        }
+        row.color = marks.front().color;
+        if (IsLine(*row.definition)) {
+            row.border = marks.front().border;
+        }
     }
 
     ChartAreaData& AreaOf(const ChartSeries& series, ChartRow& row) {

@@ -256,6 +256,19 @@ TEST(Chart, ColourOfAPointMayBeAnExpression) {
     EXPECT_EQ(columns[1].color, 0xFF00FF00);
 }
 
+TEST(Chart, LineAndAreaHaveTheColourOnWhichTheirPointsAgree) {
+    for (const char* type : {"Line", "Area"}) {
+        ChartParts parts;
+        parts.type = type;
+        parts.point =
+            "<Style><Color>=IIf(Sum(Fields!Amount.Value, &quot;Data&quot;) &gt; 5, &quot;#00ff00&quot;, "
+            "&quot;#ff0000&quot;)</Color></Style>";
+        const Drawn drawn = Draw(parts, Sales({{"North", "Pen", 10}, {"South", "Pen", 20}}));
+        ASSERT_FALSE(drawn.Paths().empty()) << type;
+        EXPECT_EQ(drawn.Paths().back().stroke & 0xFFFFFF, 0x00FF00U) << type;
+    }
+}
+
 TEST(Chart, CustomPaletteIsUsedInItsOrder) {
     ChartParts parts;
     parts.seriesGroup = "=Fields!Product.Value";
