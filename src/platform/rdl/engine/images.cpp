@@ -9,6 +9,7 @@ namespace rdl::engine {
 namespace {
 
 constexpr std::uintmax_t LargestImage = 32u << 20;
+constexpr std::uintmax_t MostKept = 256u << 20;
 
 }  // namespace
 
@@ -50,6 +51,11 @@ std::shared_ptr<const std::string> ImageFiles::Load(const std::string& source, s
     if (!stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
         why = "the image file \"" + source + "\" cannot be read";
         return nullptr;
+    }
+    m_size += size;
+    if (m_size > MostKept) {  // read anew what is wanted again
+        m_loaded.clear();
+        m_size = size;
     }
     return m_loaded[source] = std::make_shared<const std::string>(std::move(bytes));
 }

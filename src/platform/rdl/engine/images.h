@@ -1,6 +1,7 @@
 // Images that stand in files beside the report or in the other folders of its run.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -9,7 +10,8 @@
 
 namespace rdl::engine {
 
-// Reads each image once. Only regular files are read, of a bounded size; nothing is fetched from a network.
+// Reads each image once, unless there are very many. Only regular files are read, of a bounded size; nothing
+// is fetched from a network.
 class ImageFiles {
  public:
     explicit ImageFiles(std::vector<std::string> folders) : m_folders(std::move(folders)) {}
@@ -22,6 +24,7 @@ class ImageFiles {
 
     std::vector<std::string> m_folders;
     std::map<std::string, std::shared_ptr<const std::string>> m_loaded;
+    std::uintmax_t m_size = 0;  // of those
 };
 
 }  // namespace rdl::engine

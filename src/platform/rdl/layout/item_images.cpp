@@ -8,6 +8,8 @@
 namespace rdl::layout {
 namespace {
 
+constexpr double MostPixels = 64e6, PointsPerPixel = 0.75;
+
 [[noreturn]] void Fail(const std::string& item, const std::string& what) {
     throw Error("Image \"" + item + "\": " + what);
 }
@@ -81,6 +83,17 @@ ImageBytes ItemImages::Embedded(const std::string& name, std::string& mimeType) 
 }
 
 ImageBytes ItemImages::Load(Image::Source source, const Value& value, const std::string& item,
+                            std::string& mimeType) {
+    ImageBytes bytes = Find(source, value, item, mimeType);
+    // Some formats take it along as it is: whoever opens the document would have to unpack it.
+    const ImageSize size = bytes ? SizeOfImage(*bytes) : ImageSize();
+    if (size.width * size.height > MostPixels * PointsPerPixel * PointsPerPixel) {
+        throw Error("Image \"" + item + "\" has more than 64 million pixels");
+    }
+    return bytes;
+}
+
+ImageBytes ItemImages::Find(Image::Source source, const Value& value, const std::string& item,
                             std::string& mimeType) {
     if (value.IsError()) {
         Fail(item, std::string(value.AsText()));

@@ -12,9 +12,9 @@ using test::ErrorOf;
 
 class Limits : public test::ReportFolder {
  protected:
-    RuntimeError ExportError(RdlReport& report) const {
+    RuntimeError ExportError(RdlReport& report, int format = report::FormatPdf) const {
         report.SetExportDestination(report::DestinationDisk);
-        report.SetExportFormat(report::FormatPdf);
+        report.SetExportFormat(format);
         report.SetDiskFileName(paths::FromMachine(Path("out.pdf")));
         return ErrorOf([&] { report.Export(false); });
     }
@@ -32,8 +32,7 @@ TEST_F(Limits, AnExportWhoseDataTakesTooLongEndsWithAnError) {
     const auto report = OpenPeople();
     report->SetRunBounds({seconds(60), seconds(0), 4096});
     const RuntimeError error = ExportError(*report);
-    EXPECT_EQ(error.Description(),
-              "Data set \"People\": The data of the report takes longer than 0 minutes");
+    EXPECT_EQ(error.Description(), "Data set \"People\": The data of the report takes longer than 0 minutes");
     EXPECT_EQ(error.Number(), DataFailed);
 }
 
@@ -48,11 +47,27 @@ TEST_F(Limits, ARunEndsInTheMiddleOfItsExpressions) {
     const auto report = OpenPeople(
         "<Code>Function Slow(x)\nFor i = 1 To 1000000\nx = x + 1\nNext\nReturn x\nEnd Function</Code>"
         "<PageHeader><Height>1in</Height><PrintOnFirstPage>true</PrintOnFirstPage><ReportItems>"
-        "<Textbox Name=\"a\"><Value>=Code.Slow(1) + Code.Slow(2)</Value></Textbox></ReportItems></PageHeader>");
+        "<Textbox Name=\"a\"><Value>=Code.Slow(1) + "
+        "Code.Slow(2)</Value></Textbox></ReportItems></PageHeader>");
     report->SetRunBounds({seconds(0), seconds(60), 4096});
     const auto instance = ErrorOf([&] { report->Run("PDF", true); });
     EXPECT_NE(instance.Description().find("The report takes more than 0 minutes of the processor"),
               std::string::npos);
+}
+
+TEST_F(Limits, AnImageOfTooManyPixelsIsRefusedInEveryFormat) {
+    // The header of a PNG of 40,000 by 40,000 pixels.
+    const auto report = OpenPeople(
+        "<EmbeddedImages><EmbeddedImage "
+        "Name=\"huge\"><MIMEType>image/png</MIMEType><ImageData>iVBORw0KGgoAAAANSUhEUgAAnEAAAJxACAIAAAA="
+        "</ImageData></EmbeddedImage></EmbeddedImages><PageHeader><Height>1in</Height>"
+        "<PrintOnFirstPage>true</PrintOnFirstPage><ReportItems><Image Name=\"logo\"><Source>Embedded</Source>"
+        "<Value>huge</Value></Image></ReportItems></PageHeader>");
+    for (const int format : {report::FormatPdf, report::FormatRtf, report::FormatExcel, report::FormatHtml}) {
+        report->SetHtmlFileName(paths::FromMachine(Path("out.pdf")));
+        EXPECT_EQ(ExportError(*report, format).Description(),
+                  "Image \"logo\" has more than 64 million pixels");
+    }
 }
 
 TEST_F(Limits, ADocumentMayNotGrowPastItsBound) {
