@@ -93,6 +93,42 @@ TEST_F(FileData, CsvFolderTakesTheFileFromTheQuery) {
     EXPECT_EQ(Rows(), "1|Ann 2|Müller");
 }
 
+TEST_F(FileData, CsvLineWithMoreValuesThanColumnsIsAnErrorThatShowsIt) {
+    Write("c.csv", "id,name,sum\n1,A,5,,\n2,B\n3,C,1,234\n");
+    AddSource("CSV", "c.csv");
+    AddSet("", {"id", "name", "sum"});
+    EXPECT_NE(Failure().find("the file has 3 columns, but 4 values in the line that begins \"3,C,1,234\""),
+              std::string::npos)
+        << Failure();
+    Write("c.csv", "id,name,sum\n1,A,5,,\n2,B\n");
+    EXPECT_EQ(Rows(), "1|A|5 2|B|");
+}
+
+TEST_F(FileData, CsvQuoteThatIsNotClosedIsAnErrorInsteadOfLostRows) {
+    Write("c.csv", "id,name\n1,\"A\"\n2,\"B\n3,C\n");
+    AddSource("CSV", "c.csv");
+    AddSet("", {"id", "name"});
+    EXPECT_NE(Failure().find("a text in quotes that does not end, in the line that begins \"2,"),
+              std::string::npos)
+        << Failure();
+}
+
+TEST_F(FileData, CsvThatIsNoUtf8IsReadInTheLettersOfWindows) {
+    Write("c.csv", "id;name\n1;M\xFCller\n2;5 \x80\n");
+    AddSource("CSV", "c.csv");
+    AddSet("", {"id", "name"});
+    EXPECT_EQ(Rows(), "1|Müller 2|5 €");
+    Write("c.csv", "id;name\n1;Łódź\n");
+    EXPECT_EQ(Rows(), "1|Łódź");
+}
+
+TEST_F(FileData, CsvLineThatTellsTheSeparatorIsNoData) {
+    Write("c.csv", "sep=|\r\nid|name, first\r\n1|A;B\r\n");
+    AddSource("CSV", "c.csv");
+    AddSet("", {"id", "name, first"});
+    EXPECT_EQ(Rows(), "1|A;B");
+}
+
 TEST_F(FileData, MissingFilesAndWebAddressesAreErrors) {
     AddSource("CSV", "Data Source=gone.csv");
     AddSet("", {"a"});
