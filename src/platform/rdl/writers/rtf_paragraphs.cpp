@@ -161,7 +161,7 @@ void RtfParagraphs::Run(const RunInstance& run, bool asParagraph, bool linked, s
     if (asParagraph) {
         AppendWithFields(run.text, out);
     } else {
-        out += "{";
+        out += "{\\plain";  // the first run's weight and lines end with it
         m_styles.AppendLetters(run.style.get(), out);
         out += ' ';
         AppendWithFields(run.text, out);

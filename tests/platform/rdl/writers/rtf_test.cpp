@@ -133,6 +133,19 @@ TEST(Rtf, LettersAreFontsColorsAndWeights) {
     EXPECT_THAT(rtf, HasSubstr("{\\f1\\fnil\\fcharset0 Courier New;}"));
 }
 
+TEST(Rtf, LooksOfTheFirstRunEndWithIt) {
+    Instance item = TextItem("Bold");
+    layout::CharStyle bold;
+    bold.bold = true;
+    bold.decoration = layout::Decoration::Underline;
+    item.paragraphs[0].runs[0].style = std::make_shared<const layout::CharStyle>(bold);
+    layout::RunInstance plain;
+    plain.text = "plain";
+    plain.style = std::make_shared<const layout::CharStyle>();
+    item.paragraphs[0].runs.push_back(plain);
+    EXPECT_THAT(Rtf(SampleReport({item})), HasSubstr(" Bold{\\plain\\f0\\fs20\\cf1 plain}"));
+}
+
 TEST(Rtf, NumbersGoRightAndTextLeft) {
     EXPECT_EQ(Document({ValueItem(Value::Integer(7), "7", "")}).Count("qr"), 1);
     EXPECT_EQ(Document({TextItem("7")}).Count("qr"), 0);
