@@ -17,7 +17,8 @@ void AppendLiteral(std::string_view text, std::string& out) {
     }
     if (text.find('"') != std::string_view::npos) {
         for (const char c : text) {
-            out += c == '"' ? "\\\"" : std::string(1, c);
+            out += static_cast<unsigned char>(c) < 0x80 ? "\\" : "";
+            out += c;
         }
         return;
     }
@@ -84,12 +85,15 @@ std::string PercentFormat(int decimals, const Culture& culture) {
     return FillPattern(Positive[culture.percentPositivePattern & 3], digits, "%");
 }
 
-std::optional<std::string> StandardNumber(char letter, int precision, const Culture& culture) {
+std::optional<std::string> StandardNumber(char letter, int precision, const Culture& culture, bool integer) {
     const int decimals = precision < 0 ? culture.numberDecimals : precision;
     switch (std::tolower(static_cast<unsigned char>(letter))) {
         case 'c':
             return CurrencyFormat(precision, culture);
         case 'd':
+            if (!integer) {
+                return "General";  // a format of whole numbers; others are shown as they are
+            }
             return std::string(static_cast<std::size_t>(std::clamp(precision, 1, MostDecimals)), '0');
         case 'e':
             return Digits(precision < 0 ? 6 : precision, false) + "E+000";
@@ -162,7 +166,9 @@ class NumberSection {
                 }
                 m_point = true;
                 return true;
-            case ',':
+            case ',':  // behind the point it says nothing in .NET; Excel would divide by a thousand
+                m_out += m_point ? "" : ",";
+                return true;
             case '%':
                 m_out += c;
                 return true;
@@ -377,7 +383,7 @@ std::optional<std::string> DatePattern(std::string_view pattern, const Culture& 
     return names ? "[$-" + std::string(LanguageNumber(culture)) + "]" + out : out;
 }
 
-std::optional<std::string> NumberFormat(std::string_view format, const Culture& culture,
+std::optional<std::string> NumberFormat(const Value& value, std::string_view format, const Culture& culture,
                                         std::string_view shown) {
     if (format.empty()) {
         return "General";
@@ -391,7 +397,7 @@ std::optional<std::string> NumberFormat(std::string_view format, const Culture& 
     for (const char c : format.substr(1)) {
         precision = precision * 10 + (c - '0');
     }
-    return StandardNumber(format[0], precision, culture);
+    return StandardNumber(format[0], precision, culture, value.kind() == Kind::Integer);
 }
 
 }  // namespace
@@ -405,7 +411,7 @@ std::optional<std::string> ExcelFormat(const Value& value, std::string_view form
                                        std::string_view shown) {
     std::optional<std::string> excel;
     if (value.IsNumber()) {
-        excel = NumberFormat(format, culture, shown);
+        excel = NumberFormat(value, format, culture, shown);
     } else if (value.kind() == Kind::DateTime) {
         const std::string pattern = format.size() > 1
                                         ? std::string(format)
