@@ -103,14 +103,20 @@ bool RowEnvironment::FieldMissing(int slot) {
     return !m_table || at >= m_table->missing.size() || m_table->missing[at];
 }
 
+// Parameters get their values one after the other, and what they need is read on the way.
+Value RowEnvironment::NotYetKnown(std::size_t parameter) const {
+    return Value::Error("the parameter " + m_request.definition->parameters[parameter].name +
+                        " is used before it has a value: it must stand before the parameter that needs it");
+}
+
 Value RowEnvironment::Parameter(int index) {
     const auto at = static_cast<std::size_t>(index);
-    return at < m_request.parameters.size() ? m_request.parameters[at].value : Value();
+    return at < m_request.parameters.size() ? m_request.parameters[at].value : NotYetKnown(at);
 }
 
 Value RowEnvironment::ParameterLabel(int index) {
     const auto at = static_cast<std::size_t>(index);
-    return at < m_request.parameters.size() ? m_request.parameters[at].label : Value();
+    return at < m_request.parameters.size() ? m_request.parameters[at].label : NotYetKnown(at);
 }
 
 Value RowEnvironment::Global(expr::GlobalName name) {

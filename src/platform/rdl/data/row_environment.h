@@ -63,6 +63,7 @@ class RowEnvironment : public expr::Environment {
  private:
     enum class State : unsigned char { Stored, Open, Busy };
     Value& Cell(std::size_t slot);
+    Value NotYetKnown(std::size_t parameter) const;
 
     const LoadRequest& m_request;
     const Culture& m_culture;

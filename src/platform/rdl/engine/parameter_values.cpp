@@ -1,6 +1,7 @@
 #include "platform/rdl/engine/parameter_values.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 
 #include "platform/rdl/data/row_environment.h"
@@ -27,12 +28,44 @@ std::string Place(const ReportParameter& parameter) {
     throw Error(Place(parameter) + ": \"" + ParameterText(value) + "\" is not " + what);
 }
 
+// Commas part thousands. Where they do not stand so, a comma is somebody's decimal point, and without it the
+// number would be another one.
+bool HasStrayComma(std::string_view text) {
+    const std::size_t first = text.find(',');
+    if (first == std::string_view::npos) {
+        return false;
+    }
+    for (std::size_t comma = first; comma != std::string_view::npos; comma = text.find(',', comma + 1)) {
+        const std::size_t end = std::min(text.find_first_not_of("0123456789", comma + 1), text.size());
+        if (end - comma != 4) {
+            return true;
+        }
+    }
+    const std::size_t begin = std::min(text.find_first_of("0123456789"), first);
+    return first - begin > 3 || text.find('.') < first;
+}
+
 bool ToNumber(const Value& value, double& number) {
     if (value.IsNumber()) {
         number = value.AsDouble();
         return true;
     }
-    return value.IsText() && ParseNumber(value.AsText(), Invariant(), number);
+    return value.IsText() && !HasStrayComma(value.AsText()) &&
+           ParseNumber(value.AsText(), Invariant(), number);
+}
+
+// Whole numbers are exact up to 64 bits, which a double is not.
+bool ToWholeNumber(const Value& value, std::int64_t& whole) {
+    if (value.kind() == Kind::Integer) {
+        whole = value.AsInteger();
+        return true;
+    }
+    if (!value.IsText()) {
+        return false;
+    }
+    const std::string_view digits = Trimmed(value.AsText());
+    const auto [end, failure] = std::from_chars(digits.data(), digits.data() + digits.size(), whole);
+    return failure == std::errc() && end == digits.data() + digits.size();
 }
 
 Value ToBooleanValue(const ReportParameter& parameter, const Value& value) {
@@ -53,6 +86,10 @@ Value ToBooleanValue(const ReportParameter& parameter, const Value& value) {
 }
 
 Value ToIntegerValue(const ReportParameter& parameter, const Value& value) {
+    std::int64_t whole = 0;
+    if (ToWholeNumber(value, whole)) {
+        return Value::Integer(whole);
+    }
     double number = 0;
     if (!ToNumber(value, number) || number != std::floor(number) || std::fabs(number) > LargestInteger) {
         Refuse(parameter, value, "a whole number");
@@ -261,7 +298,12 @@ std::string PromptOf(const data::LoadRequest& request, const ReportParameter& pa
                                            : parameter.prompt.source;
 }
 
-data::ParameterInput InputOf(const ReportParameter& parameter, const ValueList& values) {
+data::ParameterInput InputBeforeRun(const ReportParameter& parameter, const ValueList& values) {
+    const bool isNull = parameter.nullable && parameter.defaultValues.empty() && !parameter.defaultQuery;
+    if (values.empty() && !isNull) {
+        const Value unknown = Value::Error("the value of " + parameter.name + " is not known yet");
+        return {unknown, unknown};
+    }
     ValueList labels;
     for (const Value& value : values) {
         labels.push_back(Value::Text(ParameterText(value)));

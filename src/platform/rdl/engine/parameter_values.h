@@ -25,8 +25,9 @@ std::string ParameterText(const Value& value);
 ValueList ConstantDefaults(const data::LoadRequest& request, const ReportParameter& parameter);
 std::string PromptOf(const data::LoadRequest& request, const ReportParameter& parameter);
 
-// One value, or a list for a multi-value parameter, with the label that the report has for it.
-data::ParameterInput InputOf(const ReportParameter& parameter, const ValueList& values);
+// What defaults behind this one see of it before the report runs: its own defaults, or an error while its
+// value comes from a query or from whoever runs the report.
+data::ParameterInput InputBeforeRun(const ReportParameter& parameter, const ValueList& values);
 
 // Fills request.parameters in order: what each field was given, else its defaults, else Null where the
 // parameter allows it. Raises rdl::Error naming the parameter that has no value or one that is not valid.

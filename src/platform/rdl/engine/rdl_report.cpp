@@ -63,7 +63,7 @@ void RdlReport::ReadDefaults() {
         const ValueList values = ConstantDefaults(request, field->Definition());
         field->SetDefaults(values);
         field->SetPrompt(PromptOf(request, field->Definition()));
-        request.parameters.push_back(InputOf(field->Definition(), values));
+        request.parameters.push_back(InputBeforeRun(field->Definition(), values));
     }
 }
 

@@ -57,6 +57,52 @@ TEST_F(ReportParameterField, DefaultsAreTexts) {
     EXPECT_THAT(report->Parameter(6).DefaultValues(), IsEmpty());
 }
 
+TEST_F(ReportParameterField, DefaultThatBuildsOnAnUnknownValueIsNotShownBeforeTheRun) {
+    const std::string query =
+        "<DefaultValue><DataSetReference><DataSetName>People</DataSetName><ValueField>Number</ValueField>"
+        "</DataSetReference></DefaultValue>";
+    const std::string next = Default("=Parameters!a.Value + 1");
+    const auto queried = Open(Parameter("a", "Integer", query) + Parameter("b", "Integer", next));
+    EXPECT_THAT(queried->Parameter(2).DefaultValues(), IsEmpty());
+    EXPECT_EQ(RunError(*queried).Number(), 0);
+    const auto asked = Open(Parameter("a", "Integer") + Parameter("b", "Integer", next));
+    EXPECT_THAT(asked->Parameter(2).DefaultValues(), IsEmpty());
+    const auto null =
+        Open(Parameter("a", "Integer", "<Nullable>true</Nullable>") + Parameter("b", "Integer", next));
+    EXPECT_THAT(null->Parameter(2).DefaultValues(), ElementsAre("1"));
+}
+
+TEST_F(ReportParameterField, DefaultThatNeedsALaterParameterIsAnError) {
+    const auto report = Open(Parameter("a", "Integer", Default("=Parameters!b.Value + 1")) +
+                             Parameter("b", "Integer", Default("5")));
+    EXPECT_THAT(report->Parameter(1).DefaultValues(), IsEmpty());
+    EXPECT_THAT(RunError(*report).Description(), HasSubstr("the parameter b is used before it has a value"));
+    report->Parameter(1).AddCurrentValue(1.0);
+    EXPECT_EQ(RunError(*report).Number(), 0);
+}
+
+TEST_F(ReportParameterField, WholeNumbersAreExact) {
+    const auto report = Open(Parameter("a", "Integer"));
+    auto& field = dynamic_cast<RdlParameterField&>(report->Parameter(1));
+    field.AddCurrentValue(std::string("9007199254740993"));
+    EXPECT_EQ(field.Current()[0].AsInteger(), 9007199254740993);
+    field.AddCurrentValue(Variant(std::int64_t{-9223372036854775807}));
+    EXPECT_EQ(field.Current()[0].AsInteger(), -9223372036854775807);
+    EXPECT_EQ(ErrorOf([&] { field.AddCurrentValue(std::string("9223372036854775808")); }).Number(),
+              err::TypeMismatch);
+}
+
+TEST_F(ReportParameterField, CommaThatPartsNoThousandsIsAnErrorInsteadOfAnotherNumber) {
+    const auto report = Open(Parameter("a", "Float"));
+    auto& field = dynamic_cast<RdlParameterField&>(report->Parameter(1));
+    for (const char* text : {"1,5", "1,50", "1234,567", "1,2345", "1.234,567", "1,234,5"}) {
+        EXPECT_EQ(ErrorOf([&] { field.AddCurrentValue(std::string(text)); }).Number(), err::TypeMismatch)
+            << text;
+    }
+    field.AddCurrentValue(std::string("-1,234,567.5"));
+    EXPECT_DOUBLE_EQ(field.Current()[0].AsDouble(), -1234567.5);
+}
+
 TEST_F(ReportParameterField, ValueOfAnotherTypeIsATypeMismatchThatNamesIt) {
     const auto report =
         Open(Parameter("Year", "Integer") + Parameter("From", "DateTime") + Parameter("On", "Boolean"));
