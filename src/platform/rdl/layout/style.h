@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace rdl::layout {
 
@@ -26,6 +27,22 @@ enum class LineStyle : std::uint8_t {
     WindowInset,
     Outset
 };
+
+// Lengths of dashes and gaps, one digit each, in line widths; empty for lines without gaps.
+constexpr std::string_view DashesOf(LineStyle style) {
+    switch (style) {
+        case LineStyle::Dotted:
+            return "11";
+        case LineStyle::Dashed:
+            return "32";
+        case LineStyle::DashDot:
+            return "3212";
+        case LineStyle::DashDotDot:
+            return "321212";
+        default:
+            return "";
+    }
+}
 
 struct Border {
     LineStyle style = LineStyle::None;

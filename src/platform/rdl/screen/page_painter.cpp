@@ -17,29 +17,14 @@ QColor ColorOf(layout::Color color) {
     return QColor::fromRgba(color);
 }
 
-// Lengths of dashes and gaps in line widths.
-QList<qreal> DashesOf(LineStyle style) {
-    switch (style) {
-        case LineStyle::Dotted:
-            return {1, 1};
-        case LineStyle::Dashed:
-            return {3, 2};
-        case LineStyle::DashDot:
-            return {3, 2, 1, 2};
-        case LineStyle::DashDotDot:
-            return {3, 2, 1, 2, 1, 2};
-        default:
-            return {};
-    }
-}
-
 // Dashes are as long as the line's own width asks, whatever the pixels make of it.
 QPen PenOf(layout::Color color, double width, LineStyle style, double ownWidth) {
     QPen pen(ColorOf(color), width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
-    if (QList<qreal> dashes = DashesOf(style); !dashes.isEmpty() && width > 0) {
+    if (const std::string_view lengths = layout::DashesOf(style); !lengths.empty() && width > 0) {
         constexpr double Least = 0.25;
-        for (qreal& dash : dashes) {
-            dash *= std::max(ownWidth, Least) / width;
+        QList<qreal> dashes;
+        for (const char length : lengths) {
+            dashes.push_back((length - '0') * std::max(ownWidth, Least) / width);
         }
         pen.setDashPattern(dashes);
     }
@@ -151,7 +136,7 @@ void PagePainter::Stroke(const Target& target, QPointF from, QPointF to, const l
         return;
     }
     const QRectF area = target.grid.Stroke(from, to, width);
-    if (DashesOf(op.style).isEmpty()) {
+    if (layout::DashesOf(op.style).empty()) {
         painter.fillRect(area, ColorOf(op.color));
         return;
     }

@@ -356,13 +356,11 @@ void HtmlBody::Line(const Instance& item, const std::string& placeClass) {
     const double width = std::fabs(item.width), height = std::fabs(item.height);
     if (width > EdgeTolerance && height > EdgeTolerance) {  // aslant
         const bool up = (item.height < 0) != (item.width < 0);
-        char color[8];
-        std::snprintf(color, sizeof color, "#%06x", static_cast<unsigned>(style.top.color & 0xFFFFFF));
         m_out += "<svg class=\"" + placeClass +
                  "\" aria-hidden=\"true\" width=\"100%\" height=\"100%\" viewBox=\"0 0 100 100\""
-                 " preserveAspectRatio=\"none\"><line x1=\"0\" x2=\"100\" y1=\"" +
-                 (up ? "100" : "0") + "\" y2=\"" + (up ? "0" : "100") +
-                 "\" vector-effect=\"non-scaling-stroke\" stroke=\"" + color + "\"></line></svg>\n";
+                 " preserveAspectRatio=\"none\"><line class=\"" +
+                 m_styles.Stroke(style.top) + "\" x1=\"0\" x2=\"100\" y1=\"" + (up ? "100" : "0") +
+                 "\" y2=\"" + (up ? "0" : "100") + "\" vector-effect=\"non-scaling-stroke\"></line></svg>\n";
         return;
     }
     if (width <= EdgeTolerance) {

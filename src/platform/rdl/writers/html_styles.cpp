@@ -269,6 +269,22 @@ const std::string& HtmlStyles::Class(const std::string& declarations) {
     return entry->second;
 }
 
+const std::string& HtmlStyles::Stroke(const Border& line) {
+    std::string css = "stroke:";
+    AppendColor(line.color, css);
+    css += ";stroke-width:";
+    AppendPoints(line.width, css);
+    if (const std::string_view dashes = layout::DashesOf(line.style); !dashes.empty()) {
+        css += ";stroke-dasharray:";
+        for (const char length : dashes) {
+            AppendPoints((length - '0') * line.width, css);
+            css += ' ';
+        }
+        css.pop_back();
+    }
+    return Class(css + ";");
+}
+
 std::string HtmlStyles::Sheet() const {
     std::string sheet;
     for (const auto& [picture, name] : m_pictures) {

@@ -22,6 +22,8 @@ class HtmlStyles {
     const std::string& Text(const layout::CharStylePtr& text);
     // The class with exactly these declarations.
     const std::string& Class(const std::string& declarations);
+    // Of a line that is drawn, not the border of a box.
+    const std::string& Stroke(const layout::Border& line);
     // The style sheet.
     std::string Sheet() const;
 

@@ -14,22 +14,6 @@ unsigned AlphaOf(Color color) {
     return color >> 24;
 }
 
-// Lengths of dashes and gaps, one digit each, in line widths.
-std::string_view DashesOf(LineStyle style) {
-    switch (style) {
-        case LineStyle::Dotted:
-            return "11";
-        case LineStyle::Dashed:
-            return "32";
-        case LineStyle::DashDot:
-            return "3212";
-        case LineStyle::DashDotDot:
-            return "321212";
-        default:
-            return "";
-    }
-}
-
 void PutColor(std::string& out, Color color, const char* op) {
     for (const int shift : {16, 8, 0}) {
         PdfNumber(out, static_cast<double>(color >> shift & 0xFF) / 255);
@@ -135,7 +119,7 @@ void PdfContent::StrokeWith(Color color, double width, LineStyle style) {
         m_out += "w ";
         m_state.width = width;
     }
-    const std::string_view dashes = DashesOf(style);
+    const std::string_view dashes = layout::DashesOf(style);
     if (dashes != m_state.dashes || (isNewWidth && !dashes.empty())) {
         m_out += '[';
         for (const char part : dashes) {

@@ -208,6 +208,17 @@ TEST(Html, HeaderAndFooterHaveTheirBackground) {
         << html;
 }
 
+TEST(Html, SlantedLinesHaveTheirWidthColourAndDashes) {
+    Instance line;
+    line.kind = layout::InstanceKind::Line;
+    line.width = line.height = 50;
+    auto box = std::make_shared<layout::BoxStyle>();
+    box->top = {layout::LineStyle::Dashed, 0xFF000080, 3};
+    line.box = box;
+    EXPECT_TRUE(
+        Has(Html(SampleReport({line})), "{stroke:#000080;stroke-width:3pt;stroke-dasharray:9pt 6pt;}"));
+}
+
 TEST(Html, ImagesAreWithinTheFile) {
     Instance image;
     image.kind = layout::InstanceKind::Image;
