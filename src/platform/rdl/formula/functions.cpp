@@ -142,6 +142,9 @@ Value IsNull(Arguments arguments, Inputs&) {
 }
 
 Value Choose(Arguments arguments, Inputs&) {
+    if (arguments[0].IsError()) {
+        return arguments[0];
+    }
     if (arguments[0].kind() != Kind::Boolean && !arguments[0].IsNull()) {
         return Value::Error("the condition of iif is neither true nor false");
     }
@@ -203,6 +206,9 @@ Value ProperCase(Arguments arguments, Inputs& inputs) {
 Value Switch(Arguments arguments, Inputs&) {
     for (std::size_t i = 0; i + 1 < arguments.size(); i += 2) {
         const Value& condition = arguments[i];
+        if (condition.IsError()) {
+            return condition;
+        }
         if (condition.kind() != Kind::Boolean && !condition.IsNull()) {
             return Value::Error("a condition of switch is neither true nor false");
         }
@@ -216,8 +222,8 @@ Value Switch(Arguments arguments, Inputs&) {
 // Choose(index, first, second, ...), from 1.
 Value ChooseOne(Arguments arguments, Inputs& inputs) {
     double index = 0;
-    if (arguments[0].IsNull()) {
-        return {};
+    if (arguments[0].IsNull() || arguments[0].IsError()) {
+        return arguments[0];
     }
     if (!NumberOf(arguments[0], inputs, index)) {
         return NoNumber(arguments[0], inputs);
@@ -248,8 +254,8 @@ constexpr FunctionInfo Functions[] = {
     {"ceiling", 1, 1, &OneNumber<Ceiling>, ""},
     {"floor", 1, 1, &OneNumber<Floor>, ""},
     {"roundup", 1, 2, &ToDecimals<AwayFromZero>, ""},
-    {"choose", 2, 100, &ChooseOne, "", true},
-    {"switch", 2, 200, &Switch, "", true},
+    {"choose", 2, 100, &ChooseOne, "", true, true},
+    {"switch", 2, 200, &Switch, "", true, true},
     {"uppercase", 1, 1, nullptr, "ucase"},
     {"ucase", 1, 1, nullptr, "ucase"},
     {"lowercase", 1, 1, nullptr, "lcase"},
@@ -284,7 +290,7 @@ constexpr FunctionInfo Functions[] = {
     {"sgn", 1, 1, &OneNumber<SignOf>, ""},
     {"sqr", 1, 1, &OneNumber<Root>, ""},
     {"isnull", 1, 1, &IsNull, "", true},
-    {"iif", 3, 3, &Choose, "", true},
+    {"iif", 3, 3, &Choose, "", true, true},
 };
 
 }  // namespace
@@ -303,7 +309,7 @@ const FunctionInfo* FindFunction(std::string_view name) {
 
 Value CallFunction(const FunctionInfo& info, Arguments arguments, Inputs& inputs) {
     for (const Value& argument : arguments) {
-        if (argument.IsError()) {
+        if (argument.IsError() && !info.picks) {
             return argument;
         }
     }

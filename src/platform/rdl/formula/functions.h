@@ -10,7 +10,7 @@ namespace rdl::formula {
 
 class Inputs;
 
-// An argument is never an error; it is Null only for a function that takes Null.
+// An argument is an error only for a function that picks one of them, and Null only for one that takes Null.
 using Function = Value (*)(std::span<const Value> arguments, Inputs& inputs);
 
 struct FunctionInfo {
@@ -19,6 +19,7 @@ struct FunctionInfo {
     Function function;      // null: the report language's function of the name `shared`
     std::string_view shared;
     bool takesNull = false;
+    bool picks = false;  // what it does not pick may fail: iif({N} = 0, 0, 1 / {N})
 };
 
 const FunctionInfo* FindFunction(std::string_view name);

@@ -47,6 +47,13 @@ void FailAt(std::size_t position, const std::string& what) {
     throw Error(text);
 }
 
+// Counted on from the word before, so that a long formula is gone through once.
+std::size_t Lexer::Position() {
+    m_characters += expr::CharacterCount(m_text.substr(m_counted, m_at - m_counted));
+    m_counted = m_at;
+    return m_characters;
+}
+
 void Lexer::SkipBlanks() {
     while (m_at < m_text.size()) {
         if (IsBlank(m_text[m_at])) {
@@ -62,7 +69,7 @@ void Lexer::SkipBlanks() {
 Token Lexer::Next() {
     SkipBlanks();
     if (m_at >= m_text.size()) {
-        return {TokenKind::End, "", {}, m_text.size()};
+        return {TokenKind::End, "", {}, Position()};
     }
     const char c = m_text[m_at];
     if (c == '"' || c == '\'') {
@@ -80,7 +87,7 @@ Token Lexer::Next() {
     if (!IsWordChar(c)) {
         return Mark();
     }
-    Token token{TokenKind::Word, "", {}, m_at};
+    Token token{TokenKind::Word, "", {}, Position()};
     while (m_at < m_text.size() && IsWordChar(m_text[m_at])) {
         token.text.push_back(expr::AsciiLower(m_text[m_at++]));
     }
@@ -88,7 +95,7 @@ Token Lexer::Next() {
 }
 
 Token Lexer::TextConstant() {
-    Token token{TokenKind::Constant, "", {}, m_at};
+    Token token{TokenKind::Constant, "", {}, Position()};
     const char close = m_text[m_at++];
     std::string text;
     for (; m_at < m_text.size(); ++m_at) {
@@ -107,7 +114,7 @@ Token Lexer::TextConstant() {
 }
 
 Token Lexer::DateConstant() {
-    Token token{TokenKind::Constant, "", {}, m_at};
+    Token token{TokenKind::Constant, "", {}, Position()};
     const std::size_t end = m_text.find('#', m_at + 1);
     if (end == std::string_view::npos) {
         FailAt(token.position, "a date has no closing #");
@@ -123,7 +130,7 @@ Token Lexer::DateConstant() {
 }
 
 Token Lexer::Number() {
-    Token token{TokenKind::Constant, "", {}, m_at};
+    Token token{TokenKind::Constant, "", {}, Position()};
     const char* begin = m_text.data() + m_at;
     const char* end = m_text.data() + m_text.size();
     std::int64_t whole = 0;
@@ -138,13 +145,14 @@ Token Lexer::Number() {
     token.text.assign(begin, number.ptr);
     m_at += token.text.size();
     if (m_at < m_text.size() && IsWordChar(m_text[m_at])) {
-        FailAt(token.position, "\"" + token.text + m_text[m_at] + "\" is no number");
+        FailAt(token.position,
+               "\"" + token.text + std::string(expr::Slice(m_text.substr(m_at), 0, 1)) + "\" is no number");
     }
     return token;
 }
 
 Token Lexer::Braces() {
-    Token token{TokenKind::Field, "", {}, m_at};
+    Token token{TokenKind::Field, "", {}, Position()};
     const std::size_t end = m_text.find('}', m_at);
     if (end == std::string_view::npos) {
         FailAt(token.position, "a field has no closing }");
@@ -166,7 +174,7 @@ Token Lexer::Braces() {
 }
 
 Token Lexer::Mark() {
-    Token token{TokenKind::Mark, "", {}, m_at};
+    Token token{TokenKind::Mark, "", {}, Position()};
     for (const std::string_view mark :
          {"<>", "<=", ">=", "<", ">", "=", "+", "-", "*", "/", "\\", "^", "&", "(", ")", "[", "]", ","}) {
         if (m_text.substr(m_at).starts_with(mark)) {

@@ -16,7 +16,7 @@ struct Token {
     TokenKind kind = TokenKind::End;
     std::string text;          // Word in small letters; what stands in the braces; the mark: <= ( ...
     Value value;               // Constant: text, number, date
-    std::size_t position = 0;  // of its first character, from 0
+    std::size_t position = 0;  // of its first character, from 0, in characters
     bool Is(std::string_view what) const {
         return (kind == TokenKind::Word || kind == TokenKind::Mark) && text == what;
     }
@@ -32,6 +32,7 @@ class Lexer {
 
  private:
     void SkipBlanks();
+    std::size_t Position();
     Token TextConstant();
     Token DateConstant();
     Token Number();
@@ -40,6 +41,7 @@ class Lexer {
 
     std::string_view m_text;
     std::size_t m_at = 0;
+    std::size_t m_counted = 0, m_characters = 0;  // up to this byte there are so many
 };
 
 }  // namespace rdl::formula

@@ -1,6 +1,7 @@
 // A formula as a tree. Chains of and, or and list elements are one node, so that long ones are not deep.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -50,6 +51,7 @@ struct Node {
     const FunctionInfo* function = nullptr;
     std::vector<std::unique_ptr<Node>> children;
     int depth = 1;
+    std::size_t position = 0;  // of the character that it begins at, from 0
 };
 using NodePtr = std::unique_ptr<Node>;
 

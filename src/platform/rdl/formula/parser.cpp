@@ -84,6 +84,9 @@ void Parser::Adopt(Node& parent, NodePtr child) const {
     if (parent.depth > DeepestTree) {
         FailAt(m_token.position, "it is nested too deeply");
     }
+    if (parent.children.empty() && parent.kind != NodeKind::Call) {
+        parent.position = child->position;
+    }
     parent.children.push_back(std::move(child));
 }
 
@@ -261,6 +264,7 @@ NodePtr Parser::Primary() {
     if (m_token.kind == TokenKind::Constant) {
         NodePtr node = std::make_unique<Node>();
         node->value = m_token.value;
+        node->position = m_token.position;
         Advance();
         return node;
     }
@@ -282,6 +286,7 @@ NodePtr Parser::FieldOrParameter() {
     const Token token = m_token;
     Advance();
     NodePtr node = std::make_unique<Node>();
+    node->position = token.position;
     if (token.kind == TokenKind::Parameter) {
         node->kind = NodeKind::Parameter;
         const auto known = std::find_if(parameters.begin(), parameters.end(), [&](const ParameterName& one) {
@@ -319,6 +324,7 @@ NodePtr Parser::Word() {
         Advance();
         NodePtr node = std::make_unique<Node>();
         node->value = name.Is("null") ? Value() : Value::Boolean(name.Is("true"));
+        node->position = name.position;
         return node;
     }
     return Call(name);
@@ -326,6 +332,7 @@ NodePtr Parser::Word() {
 
 NodePtr Parser::Call(const Token& name) {
     NodePtr node = Make(NodeKind::Call);
+    node->position = name.position;
     node->function = FindFunction(name.text);
     if (!node->function) {
         for (const std::string_view word :

@@ -374,6 +374,43 @@ TEST(RecordSelectionFormula, ErrorsNamePositionAndWord) {
     EXPECT_EQ(CompileError("{A} = 'it''s' 'x'").find('\''), std::string::npos);
 }
 
+TEST(RecordSelectionFormula, PositionsCountCharacters) {
+    EXPECT_EQ(CompileError("{Straße} = 'Köln' andd true"),
+              "Record selection formula: \"andd\" is not expected here, at character 19");
+    EXPECT_EQ(CompileError("{Ä} = 5ü"), "Record selection formula: \"5ü\" is no number, at character 7");
+    EXPECT_EQ(Formula("'ä' = {?Ö}").Parameters()[0].position, 7u);
+}
+
+std::string RunError(std::string_view text, const std::map<std::string, Value>& fields) {
+    try {
+        Selects(text, fields);
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return "";
+}
+
+TEST(RecordSelectionFormula, ErrorsOfARowNameTheirPlaceToo) {
+    const std::map<std::string, Value> row{{"N", Value::Integer(0)}, {"City", Rome}};
+    EXPECT_EQ(RunError("{City} = 'Rome' and 1 / {N} > 2", row),
+              "Record selection formula: it divides by zero, at character 21");
+    EXPECT_EQ(RunError("{N} = 5 or {City} in [1, 2 to tonumber({City})]", row),
+              "Record selection formula: \"Rome\" cannot be compared with \"1\", at character 12");
+    EXPECT_EQ(RunError("if {N} = 0 then tonumber({City}) = 1 else 1 / {N} = 1", row),
+              "Record selection formula: \"Rome\" is no number, at character 17");
+}
+
+TEST(RecordSelectionFormula, WhatAChoiceDoesNotPickMayFail) {
+    const std::map<std::string, Value> zero{{"N", Value::Integer(0)}};
+    EXPECT_TRUE(Selects("iif({N} = 0, 0, 1 / {N}) = 0", zero));
+    EXPECT_TRUE(Selects("switch({N} = 0, 0, true, 1 / {N}) = 0", zero));
+    EXPECT_TRUE(Selects("choose(2, 1 / {N}, 7) = 7", zero));
+    EXPECT_EQ(RunError("iif({N} = 0, 1 / {N}, 0) = 0", zero),
+              "Record selection formula: it divides by zero, at character 1");
+    EXPECT_EQ(RunError("iif(1 / {N} = 1, 1, 0) = 0", zero),
+              "Record selection formula: it divides by zero, at character 5");
+}
+
 TEST(RecordSelectionFormula, MixedKindsAreAnErrorOfTheRow) {
     EXPECT_EQ(ValueOf("{City} > 5", {{"City", Rome}}).kind(), Kind::Error);
     EXPECT_THROW(Selects("{City}", {{"City", Rome}}), Error);
