@@ -1,6 +1,7 @@
 #include "platform/rdl/writers/flow.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 #include "platform/rdl/error.h"
@@ -94,6 +95,21 @@ layout::HAlign AlignmentOf(const layout::Instance& item, layout::HAlign paragrap
     const bool isNumeric = item.isNumeric || item.value.IsNumber() || item.value.kind() == Kind::DateTime;
     const bool rightToLeft = item.box && item.box->rightToLeft;
     return isNumeric != rightToLeft ? layout::HAlign::Right : layout::HAlign::Left;
+}
+
+layout::ImageSize ShownSize(const layout::Instance& item, const layout::ImageSize& natural) {
+    constexpr double LeastSide = 0.5;  // points
+    using Sizing = layout::Instance::Sizing;
+    const layout::ImageSize box{std::max(std::fabs(item.width), LeastSide),
+                                std::max(std::fabs(item.height), LeastSide)};
+    if (natural.width <= 0 || natural.height <= 0 || item.sizing == Sizing::Fit) {
+        return box;
+    }
+    if (item.sizing != Sizing::FitProportional) {
+        return natural;
+    }
+    const double scale = std::min(box.width / natural.width, box.height / natural.height);
+    return {natural.width * scale, natural.height * scale};
 }
 
 }  // namespace rdl::writers

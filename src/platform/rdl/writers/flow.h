@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/rdl/layout/image_size.h"
 #include "platform/rdl/layout/instance.h"
 
 namespace rdl::writers {
@@ -23,6 +24,9 @@ std::string WebAddress(const std::string& link);
 enum class ImageType { Png, Jpeg, Gif, Bmp };
 ImageType TypeOfImage(const layout::Instance& image);
 ImageType TypeOfImage(std::string_view bytes, const std::string& name);
+
+// The size that a picture is shown in by its item's sizing, before what Clip cuts away.
+layout::ImageSize ShownSize(const layout::Instance& item, const layout::ImageSize& natural);
 
 // The paragraph's or box's alignment, General worked out.
 layout::HAlign AlignmentOf(const layout::Instance& item, layout::HAlign paragraph);

@@ -16,7 +16,6 @@ using layout::Instance;
 
 constexpr std::size_t BytesInLine = 64;
 constexpr double PixelsPerPoint = 96.0 / 72;
-constexpr double LeastSide = 0.5;  // points
 
 void AppendHex(const std::string& bytes, std::string& out) {
     static constexpr char Digits[] = "0123456789abcdef";
@@ -31,22 +30,8 @@ void AppendHex(const std::string& bytes, std::string& out) {
     }
 }
 
-// The size that the picture is shown in, before what is cut away.
-ImageSize Shown(const Instance& item, const ImageSize& natural) {
-    const ImageSize box{std::max(std::fabs(item.width), LeastSide),
-                        std::max(std::fabs(item.height), LeastSide)};
-    if (natural.width <= 0 || natural.height <= 0 || item.sizing == Instance::Sizing::Fit) {
-        return box;
-    }
-    if (item.sizing != Instance::Sizing::FitProportional) {
-        return natural;
-    }
-    const double scale = std::min(box.width / natural.width, box.height / natural.height);
-    return {natural.width * scale, natural.height * scale};
-}
-
 void AppendSize(const Instance& item, const ImageSize& natural, std::string& out) {
-    const ImageSize shown = Shown(item, natural);
+    const ImageSize shown = ShownSize(item, natural);
     AppendWord("\\picw", static_cast<int>(std::lround(std::min(natural.width, 1e6) * PixelsPerPoint)), out);
     AppendWord("\\pich", static_cast<int>(std::lround(std::min(natural.height, 1e6) * PixelsPerPoint)), out);
     AppendTwips("\\picwgoal", shown.width, out);

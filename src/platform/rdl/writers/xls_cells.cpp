@@ -128,6 +128,30 @@ void XlsLayout::Mark(const Instance& item, std::uint32_t row, std::uint16_t colu
     }
 }
 
+// Programs fit the height of rows to their texts, but not to those of merged cells: such a row says its
+// height.
+void XlsLayout::Grow(const Instance& item, const XlsRange& range) {
+    constexpr double Edge = 4;      // points that a program keeps free on the left and right together
+    constexpr double Letter = 0.5;  // widths of a text's letters on average, of its size
+    const bool merged = range.lastColumn > range.firstColumn;
+    if (!item.canGrow || range.lastRow > range.firstRow ||
+        (item.box && item.box->writingMode != layout::WritingMode::Horizontal)) {
+        return;
+    }
+    const std::string shown = TextOf(item);
+    double width = -Edge;
+    for (std::size_t i = range.firstColumn; i <= range.lastColumn && i < m_widths.size(); ++i) {
+        width += m_widths[i];
+    }
+    const layout::CharStylePtr style = FirstStyle(item);
+    const double length = Letter * (style ? style->size : 10) * static_cast<double>(shown.size());
+    if (!merged && length < width && shown.find('\n') == std::string::npos) {
+        return;
+    }
+    m_textLayout.Lay(item, std::max(width, 1.0), m_laid);
+    m_sheet->Height(range.firstRow, m_laid.height, merged);
+}
+
 void XlsLayout::PlaceText(const Instance& item, XlsRange range) {
     while (range.lastColumn > range.firstColumn && !m_sheet->IsFree(range)) {
         --range.lastColumn;
@@ -141,6 +165,9 @@ void XlsLayout::PlaceText(const Instance& item, XlsRange range) {
         }
     }
     XlsCell cell = CellOf(item);
+    if (cell.kind == XlsCell::Text) {
+        Grow(item, range);
+    }
     for (std::uint32_t row = range.firstRow; row <= range.lastRow; ++row) {
         for (std::uint16_t column = range.firstColumn; column <= range.lastColumn; ++column) {
             cell.column = column;

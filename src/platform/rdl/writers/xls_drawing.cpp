@@ -83,14 +83,22 @@ std::string Anchor(const XlsSheet& sheet, const XlsPicture& picture) {
     return Piece(0, 0, ClientAnchor, anchor.bytes());
 }
 
+std::uint32_t Fraction(double part) {
+    return static_cast<std::uint32_t>(std::lround(std::clamp(part, 0.0, 1.0) * 65536));
+}
+
 std::string Shape(const XlsSheet& sheet, const XlsPicture& picture, std::uint32_t id) {
     XlsRecords shape, properties;
     shape.U32(id);
     shape.U32(0xA00);        // has an anchor and a type
+    properties.U16(0x0101);  // cut away below and on the right, in parts of 65,536
+    properties.U32(Fraction(picture.cutBottom));
+    properties.U16(0x0103);
+    properties.U32(Fraction(picture.cutRight));
     properties.U16(0x4104);  // the picture by its number
     properties.U32(static_cast<std::uint32_t>(picture.image + 1));
     return Piece(15, 0, SpContainer,
-                 Piece(2, 75, Sp, shape.bytes()) + Piece(3, 1, Opt, properties.bytes()) +
+                 Piece(2, 75, Sp, shape.bytes()) + Piece(3, 3, Opt, properties.bytes()) +
                      Anchor(sheet, picture) + Piece(0, 0, ClientData, {}));
 }
 

@@ -254,8 +254,13 @@ std::uint32_t XlsLayout::PlaceImage(const Instance& item, double x, std::uint32_
     const ImageType type = TypeOfImage(item);
     const Columns columns = ColumnsAt(x + item.x, x + item.x + item.width);
     try {
-        m_sheet->Picture({row, columns.first, std::max(item.width, 1.0), std::max(item.height, 1.0),
-                          m_book.Image(item.imageBytes, type, item.name)});
+        const layout::ImageSize shown = ShownSize(item, layout::SizeOfImage(*item.imageBytes));
+        const bool clip = item.sizing == Instance::Sizing::Clip;
+        const double width = clip ? std::min(shown.width, item.width) : shown.width;
+        const double height = clip ? std::min(shown.height, item.height) : shown.height;
+        m_sheet->Picture({row, columns.first, std::max(width, 1.0), std::max(height, 1.0),
+                          m_book.Image(item.imageBytes, type, item.name), 1 - width / shown.width,
+                          1 - height / shown.height});
     } catch (const Error& error) {
         throw Error("Image \"" + item.name + "\": " + error.what());
     }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/rdl/layout/instance.h"
+#include "platform/rdl/layout/text_layout.h"
 #include "platform/rdl/writers/edges.h"
 #include "platform/rdl/writers/xls_book.h"
 
@@ -44,6 +45,7 @@ class XlsLayout {
     void Mark(const layout::Instance& item, std::uint32_t row, std::uint16_t column);
     void PlaceLine(const layout::Instance& item, double x, std::uint32_t row);
     std::uint32_t PlaceImage(const layout::Instance& item, double x, std::uint32_t row);
+    void Grow(const layout::Instance& item, const XlsRange& range);
     XlsCell CellOf(const layout::Instance& item);
     bool TypedCell(const layout::Instance& item, const std::string& shown, XlsCell& cell,
                    std::uint16_t& format);
@@ -68,6 +70,8 @@ class XlsLayout {
     bool m_breakPending = false;
     bool m_rightToLeft = false;  // of the section's sheets, for its tables
     std::string m_pageName;
+    layout::TextLayout m_textLayout;
+    layout::LaidText m_laid;
     int m_depth = 0;
 };
 

@@ -33,8 +33,9 @@ struct XlsRange {
 struct XlsPicture {
     std::uint32_t row;
     std::uint16_t column;
-    double width, height;  // points
-    std::size_t image;     // index in the book
+    double width, height;                // points
+    std::size_t image;                   // index in the book
+    double cutRight = 0, cutBottom = 0;  // parts of the picture that are not shown, 0 to 1
 };
 
 struct XlsPage {

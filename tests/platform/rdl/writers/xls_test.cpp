@@ -253,6 +253,46 @@ TEST(Xls, SpansOfRowsAreMerged) {
               "[(0, 2, 0, 1), (2, 4, 0, 1)] ['detail 0', 'detail 1', 'detail 2', 'detail 3']\n");
 }
 
+TEST(Xls, RowsAreAsHighAsTheTextOfTheirMergedCells) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {100, 100, 100};
+    table->rows = 3;
+    table->make = [](std::size_t i, TableRow& row) {
+        row.canGrow = true;
+        AddCell(row, TextItem("one\ntwo\nthree\nfour"), i == 0 ? 2 : 1);
+        row.cells[0].content.canGrow = i < 2;
+        AddCell(row, TextItem("edge"), i == 0 ? 1 : 2);
+    };
+    // Four lines of 10 points are more than 44 points high; rows without merged text are the programs' to
+    // fit.
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})),
+                  "for r in range(3): i = s.rowinfo_map[r]; print(i.height > 880, bool(i.height_mismatch))"),
+              "True True\nTrue False\nFalse False\n");
+}
+
+TEST(Xls, PicturesKeepTheSizeThatTheirSizingGives) {
+    Instance image;
+    image.kind = layout::InstanceKind::Image;
+    image.name = "Logo";
+    image.width = 100;
+    image.height = 50;
+    image.imageBytes = std::make_shared<const std::string>(
+        std::string("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\0\x40\0\0\0\x40\x08\x02\0\0\0\0\0\0\0", 33));
+    const auto anchorOf = [&image](Instance::Sizing sizing) {
+        image.sizing = sizing;
+        const std::string book = Workbook(SampleReport({image}));
+        const std::size_t at = book.find(std::string("\x00\x00\x10\xF0\x12\x00\x00\x00\x02\x00", 10));
+        return at == std::string::npos ? std::string() : book.substr(at + 18, 8);
+    };
+    // 64 pixels are 48 points: at their own size, and 50 points at the height of the box.
+    EXPECT_EQ(anchorOf(Instance::Sizing::Fit), std::string("\x01\0\0\0\x01\0\0\0", 8));
+    EXPECT_EQ(anchorOf(Instance::Sizing::FitProportional), std::string("\0\0\xFF\x01\x01\0\0\0", 8));
+    EXPECT_EQ(anchorOf(Instance::Sizing::Clip), std::string("\0\0\xEB\x01\0\0\xF4\0", 8));
+}
+
 TEST(Xls, OverlappingItemsAreBothThere) {
     if (!HasReader()) {
         GTEST_SKIP();
