@@ -1,5 +1,8 @@
 #include "platform/rdl/writers/image_decoder.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QBuffer>
 #include <QByteArray>
 #include <QImageReader>
@@ -11,6 +14,32 @@ namespace rdl::writers {
 namespace {
 
 constexpr std::int64_t MostPixels = 64'000'000;
+
+// The PNG library tells of a damaged picture on standard error by itself; programs have one line there, their
+// own.
+class NothingOnStandardError {
+ public:
+    NothingOnStandardError() : m_kept(dup(STDERR_FILENO)) {
+        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+        if (m_kept >= 0 && nowhere >= 0) {
+            dup2(nowhere, STDERR_FILENO);
+        }
+        if (nowhere >= 0) {
+            close(nowhere);
+        }
+    }
+    ~NothingOnStandardError() {
+        if (m_kept >= 0) {
+            dup2(m_kept, STDERR_FILENO);
+            close(m_kept);
+        }
+    }
+    NothingOnStandardError(const NothingOnStandardError&) = delete;
+    NothingOnStandardError& operator=(const NothingOnStandardError&) = delete;
+
+ private:
+    const int m_kept;
+};
 
 const char* FormatOf(ImageType type) {
     switch (type) {
@@ -34,6 +63,7 @@ void CheckImageSize(std::int64_t width, std::int64_t height, const std::string& 
 }
 
 QImage DecodeImage(const std::string& bytes, const std::string& item) {
+    const NothingOnStandardError quiet;
     QByteArray raw = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
     QBuffer buffer(&raw);
     buffer.open(QIODevice::ReadOnly);

@@ -72,6 +72,19 @@ TEST_F(Limits, AnImageOfTooManyPixelsIsRefusedInEveryFormat) {
     }
 }
 
+TEST_F(Limits, ADamagedImageIsToldOfByTheErrorAlone) {
+    const auto report = OpenPeople(
+        "<EmbeddedImages><EmbeddedImage Name=\"cut\"><MIMEType>image/png</MIMEType><ImageData>"
+        "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAABklEQVR4nGNgZGIAGGFnAAAAAElFTkSuQmCC"
+        "</ImageData></EmbeddedImage></EmbeddedImages><PageHeader><Height>1in</Height>"
+        "<PrintOnFirstPage>true</PrintOnFirstPage><ReportItems><Image Name=\"logo\"><Source>Embedded</Source>"
+        "<Value>cut</Value></Image></ReportItems></PageHeader>");
+    testing::internal::CaptureStderr();
+    const RuntimeError error = ExportError(*report);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(error.Description(), "Image \"logo\" is damaged and cannot be read");
+}
+
 TEST_F(Limits, ARunHasNoMoreThan20000Subreports) {
     Write("part.rpt", "<Report><Width>1in</Width><Body><Height>1in</Height></Body></Report>");
     std::string rows, parts;
