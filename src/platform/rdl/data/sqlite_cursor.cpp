@@ -138,11 +138,27 @@ class SqliteCursor : public Cursor {
             throw Error("the query is empty");
         }
         const std::string_view rest(tail, static_cast<std::size_t>(text.data() + text.size() - tail));
-        if (rest.find_first_not_of(" \t\r\n;") != std::string_view::npos &&
-            !Trimmed(rest).starts_with("--")) {
+        if (HoldsStatement(rest)) {
             throw Error("the query is more than one statement, near \"" + CleanText(rest.substr(0, 40)) +
                         "\"");
         }
+    }
+
+    // Comments and further semicolons are none.
+    bool HoldsStatement(std::string_view text) const {
+        while (text.find_first_not_of(" \t\r\n;") != std::string_view::npos) {
+            sqlite3_stmt* statement = nullptr;
+            const char* tail = nullptr;
+            const int state = sqlite3_prepare_v2(m_database.get(), text.data(), static_cast<int>(text.size()),
+                                                 &statement, &tail);
+            sqlite3_finalize(statement);
+            // A NUL is where reading ends, whatever stands behind it.
+            if (state != SQLITE_OK || statement || tail == text.data()) {
+                return true;
+            }
+            text.remove_prefix(static_cast<std::size_t>(tail - text.data()));
+        }
+        return false;
     }
 
     void Bind(const std::vector<Value>& binds) {

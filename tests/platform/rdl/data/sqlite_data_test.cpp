@@ -133,6 +133,12 @@ TEST_F(SqliteData, QueryOnlyReadsThisFile) {
     EXPECT_NE(Failure().find("more than one statement"), std::string::npos);
     set.commandText = ExprOf("select count(*) as id from orders; -- all");
     EXPECT_EQ(Rows(), "3");
+    set.commandText = ExprOf("select count(*) as id from orders; ; /* all; */ -- of them\n;");
+    EXPECT_EQ(Rows(), "3");
+    set.commandText = ExprOf("select id from orders; -- a\n delete from orders");
+    EXPECT_NE(Failure().find("more than one statement"), std::string::npos);
+    set.commandText = ExprOf("=\"select id from orders;\" & Chr(0) & \"x\"");
+    EXPECT_NE(Failure().find("more than one statement"), std::string::npos);
 }
 
 TEST_F(SqliteData, EndlessQueryIsBounded) {
