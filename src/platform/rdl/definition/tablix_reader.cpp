@@ -43,10 +43,33 @@ class TablixReader {
         tablix->rowMembers = ReadHierarchy("TablixRowHierarchy", false);
         CheckLeaves(tablix->columnMembers, tablix->columnWidths.size(), "columns");
         CheckLeaves(tablix->rowMembers, tablix->rows.size(), "rows");
+        DeriveSize(*tablix);
         return tablix;
     }
 
  private:
+    // A size that is not given is that of the parts; what stands below is moved by how much they grow.
+    void DeriveSize(Tablix& tablix) const {
+        if (!m_element.Child("Width")) {
+            tablix.width =
+                SumOf(tablix.columnWidths, 0, tablix.columnWidths.size()) + HeaderSize(tablix.rowMembers);
+        }
+        if (!m_element.Child("Height")) {
+            tablix.height = HeaderSize(tablix.columnMembers);
+            for (const TablixRow& row : tablix.rows) {
+                tablix.height += row.height;
+            }
+        }
+    }
+
+    static double HeaderSize(const std::vector<TablixMember>& members) {
+        double size = 0;
+        for (const TablixMember& member : members) {
+            size = std::max(size, member.headerSize + HeaderSize(member.members));
+        }
+        return size;
+    }
+
     void ReadCorner(Tablix& tablix) {
         for (const XmlElement* row :
              Entries(m_element.Find({"TablixCorner", "TablixCornerRows"}), "TablixCornerRow")) {

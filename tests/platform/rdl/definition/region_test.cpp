@@ -229,6 +229,15 @@ TEST(ReportTablix, MembersWithHeadersGroupsAndSorts) {
     EXPECT_TRUE(member.repeatOnNewPage);
 }
 
+TEST(ReportTablix, ASizeThatIsNotGivenIsThatOfItsParts) {
+    const std::string header =
+        "<TablixHeader><Size>3cm</Size><CellContents><Textbox Name=\"h\"/></CellContents></TablixHeader>";
+    const Definition report =
+        Parse(WithItems(TablixOf("<TablixMember>" + header + "</TablixMember>"), Ns2008));
+    EXPECT_NEAR(OnlyItem<Tablix>(report).height, 28.35, 0.01);
+    EXPECT_NEAR(OnlyItem<Tablix>(report).width, 72 + 85.04, 0.01);
+}
+
 TEST(ReportTablix, MembersThatDoNotFitTheBodyAreAnError) {
     EXPECT_THAT(ErrorOf(WithItems(TablixOf("<TablixMember/><TablixMember/>"), Ns2008)),
                 HasSubstr("Tablix t: its body has 1 rows, its members ask for 2"));

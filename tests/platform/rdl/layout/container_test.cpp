@@ -50,6 +50,16 @@ std::size_t LevelLines(const Page& page) {
     return count;
 }
 
+TEST(Places, WhatStandsBelowATableWithoutAHeightIsMovedDown) {
+    const auto items = NumberedRows("<Top>10pt</Top>") + Box("Below", "below", At(0, 60, 50, 20));
+    EXPECT_THAT(PagesOf(BuildKit(Report(items), Sales(Many(3)))).bodies,
+                ElementsAre(ElementsAre("1", "2", "3", "below")));
+    const Page page = PagesOf(BuildKit(Report(items), Sales(Many(9)))).pages.at(0);
+    const auto texts = Of<TextOp>(page);
+    ASSERT_EQ(texts.size(), 10u);
+    EXPECT_GT(texts[9].baseline, texts[8].baseline);
+}
+
 TEST(Layers, TheHigherIndexLiesAbove) {
     const auto items = Box("Above", "above", At(0, 0, 50, 20, "<ZIndex>2</ZIndex>")) +
                        Box("Below", "below", At(10, 5, 50, 20, "<ZIndex>1</ZIndex>"));
