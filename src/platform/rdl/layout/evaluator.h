@@ -106,6 +106,12 @@ class Evaluator final : public expr::Environment {
     bool Resolve(const std::string& name, Target& target) const;
     static bool ResolveIn(const Scope& scope, const std::string& name, Scope& found);
     bool InstanceRange(const std::string& name, bool& alongRows, std::uint32_t& first) const;
+    bool IsInnermost(const std::string& name, bool& isRows) const;
+    bool RunningRange(const std::string& name, bool& alongRows, std::uint32_t& first) const;
+    bool PreviousGroups(const expr::AggregateCall& call, Scope& named, Scope& own) const;
+    bool PreviousPlace(const expr::AggregateCall& call, Scope& before);
+    ValueList KeysOf(const Scope& scope);
+    bool SameWithin(const Scope& scope, std::uint32_t parent, std::uint32_t& found);
     Value OverTarget(const expr::AggregateCall& call, const Target& target);
     void AddRows(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
     bool AddInstances(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);

@@ -258,6 +258,33 @@ bool Evaluator::InstanceRange(const std::string& name, bool& alongRows, std::uin
     return true;
 }
 
+// Whether a name is that of the innermost group on one side of the current place.
+bool Evaluator::IsInnermost(const std::string& name, bool& isRows) const {
+    const Scope& here = m_place.scope;
+    Target target;
+    if (name.empty() || !here.region || !Resolve(name, target) || target.scope.region != here.region) {
+        return false;
+    }
+    isRows = target.scope.rowGroup >= 0;
+    return isRows ? target.scope.rowGroup == here.rowGroup
+                  : target.scope.columnGroup >= 0 && target.scope.columnGroup == here.columnGroup;
+}
+
+// As InstanceRange; a total that begins anew in each instance of a cell's own group goes along the groups of
+// the other side.
+bool Evaluator::RunningRange(const std::string& name, bool& alongRows, std::uint32_t& first) const {
+    if (!InstanceRange(name, alongRows, first)) {
+        return false;
+    }
+    const Scope& here = m_place.scope;
+    bool ofRows = true;
+    if (IsInnermost(name, ofRows) && (ofRows ? here.columnGroup : here.rowGroup) >= 0) {
+        alongRows = !ofRows;
+        first = 0;
+    }
+    return true;
+}
+
 Value Evaluator::RunningOver(const expr::AggregateCall& call) {
     const bool counts = call.kind == expr::AggregateKind::RowNumber;
     const expr::AggregateKind kind = counts ? expr::AggregateKind::CountRows : call.running;
@@ -267,7 +294,7 @@ Value Evaluator::RunningOver(const expr::AggregateCall& call) {
     expr::AggregateCall plain;
     plain.kind = kind;
     plain.argument = counts ? nullptr : call.argument;
-    if (!InstanceRange(call.scope, alongRows, first)) {
+    if (!RunningRange(call.scope, alongRows, first)) {
         Target target{here, m_place.table};
         if (!call.scope.empty() && !Resolve(call.scope, target)) {
             return Value::Error("There is no scope " + call.scope + " around this expression");
@@ -311,9 +338,99 @@ bool Evaluator::PlaceBefore(const std::string& scope, Scope& before) const {
     return true;
 }
 
+// Which group's instance before a Previous of an aggregate asks for, and the group within it that the
+// aggregate is over: Previous(Sum(X, "Day"), "Year") is the same day's of the year before.
+bool Evaluator::PreviousGroups(const expr::AggregateCall& call, Scope& named, Scope& own) const {
+    const auto& inner = call.argument->Aggregates();
+    bool isRows = true;
+    Target target;
+    if (inner.empty() || call.scope.empty() || !Resolve(call.scope, target) ||
+        target.scope.region != m_place.scope.region) {
+        return false;
+    }
+    named = target.scope;
+    if (inner.front()->scope.empty()) {
+        own = named;
+        return IsInnermost(call.scope, isRows);
+    }
+    if (!Resolve(inner.front()->scope, target) || target.scope.region != named.region) {
+        return false;
+    }
+    own = target.scope;
+    isRows = named.rowGroup >= 0;
+    const int outer = isRows ? named.rowGroup : named.columnGroup;
+    const int group = isRows ? own.rowGroup : own.columnGroup;
+    return outer >= 0 && group >= 0 && named.region->IsAround(isRows, outer, group);
+}
+
+ValueList Evaluator::KeysOf(const Scope& scope) {
+    const bool isRows = scope.rowGroup >= 0;
+    const Stay stay(*this);
+    Enter(scope);
+    ValueList keys;
+    for (const Property& key :
+         scope.region->Plan(isRows).groups[At(isRows ? scope.rowGroup : scope.columnGroup)].keys) {
+        keys.push_back(key.Get(*this));
+    }
+    return keys;
+}
+
+// The instance of a scope's group, within an instance of the group around it, that has the scope's keys.
+bool Evaluator::SameWithin(const Scope& scope, std::uint32_t parent, std::uint32_t& found) {
+    const bool isRows = scope.rowGroup >= 0;
+    const int group = isRows ? scope.rowGroup : scope.columnGroup;
+    const auto& instances = scope.region->Groups(isRows)[At(group)].instances;
+    const ValueList wanted = KeysOf(scope);
+    Scope candidate = scope;
+    std::uint32_t& instance = isRows ? candidate.row : candidate.column;
+    instance =
+        scope.region->FirstWithin(isRows, group, scope.region->Plan(isRows).groups[At(group)].parent, parent);
+    for (; instance < instances.size() && instances[instance].parent == parent; ++instance) {
+        const ValueList keys = KeysOf(candidate);
+        if (std::equal(keys.begin(), keys.end(), wanted.begin(), wanted.end(),
+                       [](const Value& a, const Value& b) { return expr::Compare(a, b) == 0; })) {
+            found = instance;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool Evaluator::PreviousPlace(const expr::AggregateCall& call, Scope& before) {
+    Scope named, own;
+    if (!PreviousGroups(call, named, own)) {
+        return PlaceBefore(call.scope, before);
+    }
+    const bool isRows = named.rowGroup >= 0;
+    const int outer = isRows ? named.rowGroup : named.columnGroup;
+    const int group = isRows ? own.rowGroup : own.columnGroup;
+    std::uint32_t instance = isRows ? named.row : named.column;
+    if (instance == 0) {
+        return false;
+    }
+    --instance;
+    const auto& plans = named.region->Plan(isRows).groups;
+    std::vector<int> path;
+    for (int step = group; step != outer; step = plans[At(step)].parent) {
+        path.insert(path.begin(), step);
+    }
+    for (const int step : path) {
+        const std::uint32_t here = named.region->Ancestor(isRows, group, isRows ? own.row : own.column, step);
+        const Scope same =
+            isRows ? Scope{named.region, step, -1, here, 0} : Scope{named.region, -1, step, 0, here};
+        if (!SameWithin(same, instance, instance)) {
+            return false;
+        }
+    }
+    before = m_place.scope;
+    (isRows ? before.rowGroup : before.columnGroup) = group;
+    (isRows ? before.row : before.column) = instance;
+    return true;
+}
+
 Value Evaluator::PreviousOf(const expr::AggregateCall& call) {
     Scope before;
-    if (!call.argument || !PlaceBefore(call.scope, before)) {
+    if (!call.argument || !PreviousPlace(call, before)) {
         return {};
     }
     ++m_depth;

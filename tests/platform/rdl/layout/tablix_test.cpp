@@ -170,6 +170,46 @@ TEST(Matrix, AMissingCombinationIsEmpty) {
     EXPECT_THAT(Rows(kit.Table()), ElementsAre("Sales|Pen|Ink|Total", "North|1||1", "South||2|2"));
 }
 
+TEST(Tablix, PreviousOfAnOuterGroupIsTheSameInnerGroupOfTheInstanceBefore) {
+    const auto group = [](const std::string& name, const std::string& key, const std::string& inner) {
+        return "<TablixMember><Group Name=\"" + name + "\"><GroupExpressions><GroupExpression>" + key +
+               "</GroupExpression></GroupExpressions></Group>" + inner + "</TablixMember>";
+    };
+    const auto kit = BuildKit(
+        Report(Tablix(
+            2,
+            RowOf(Cell("A", "=Sum(Fields!Amount.Value)") +
+                  Cell("B", "=Previous(Sum(Fields!Amount.Value, \"ByProduct\"), \"ByRegion\")")),
+            group("ByRegion", "=Fields!Region.Value",
+                  "<TablixMembers>" + group("ByProduct", "=Fields!Product.Value", "") + "</TablixMembers>"))),
+        Sales({{"North", "Pen", 1}, {"North", "Ink", 2}, {"South", "Ink", 3}, {"South", "Pad", 4}}));
+    EXPECT_THAT(Rows(kit.Table()), ElementsAre("1|", "2|", "3|2", "4|"));
+}
+
+TEST(Matrix, ARunningTotalOfTheRowsGroupGoesAlongTheColumns) {
+    const auto kit =
+        BuildKit(Report(MatrixOf("=RunningValue(Fields!Amount.Value, Sum, \"ByRegion\")")), Sales(FourSales));
+    EXPECT_THAT(Rows(kit.Table()), ElementsAre("Sales|Pen|Ink|Total", "North|10|40|40", "South|5|25|25"));
+}
+
+TEST(Matrix, ARunningTotalOfTheColumnsGroupGoesDownTheRows) {
+    const auto kit = BuildKit(Report(MatrixOf("=RunningValue(Fields!Amount.Value, Sum, \"ByProduct\")")),
+                              Sales(FourSales));
+    EXPECT_THAT(Rows(kit.Table()), ElementsAre("Sales|Pen|Ink|Total", "North|10|30|40", "South|15|50|25"));
+}
+
+TEST(Matrix, PreviousOfTheColumnsGroupIsTheColumnBefore) {
+    const auto kit =
+        BuildKit(Report(MatrixOf("=Previous(Sum(Fields!Amount.Value), \"ByProduct\")")), Sales(FourSales));
+    EXPECT_THAT(Rows(kit.Table()), ElementsAre("Sales|Pen|Ink|Total", "North||10|40", "South||5|25"));
+}
+
+TEST(Matrix, PreviousOfTheRowsGroupIsTheRowBefore) {
+    const auto kit =
+        BuildKit(Report(MatrixOf("=Previous(Sum(Fields!Amount.Value), \"ByRegion\")")), Sales(FourSales));
+    EXPECT_THAT(Rows(kit.Table()), ElementsAre("Sales|Pen|Ink|Total", "North|||40", "South|10|30|25"));
+}
+
 std::string Insert(std::string report, const std::string& before, const std::string& what) {
     return report.insert(report.find(before), what);
 }
