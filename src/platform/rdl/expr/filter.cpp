@@ -104,6 +104,9 @@ int FilterRules::Order(const Value& value, const Value& operand) const {
     if (value.IsText() && operand.IsText()) {
         return caseSensitive ? value.AsText().compare(operand.AsText()) : Compare(value, operand);
     }
+    if (value.IsText()) {  // as JSON, XML and SQLite have dates
+        return Compare(ReadAs(value, operand.kind(), *culture), operand);
+    }
     return Compare(value, operand.IsText() ? ReadAs(operand, value.kind(), *culture) : operand);
 }
 

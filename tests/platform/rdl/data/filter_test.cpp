@@ -40,6 +40,17 @@ TEST_F(DataSetFilter, ComparesByValue) {
     EXPECT_EQ(Ids("=Fields!id.Value", "Between", {"2", "=4"}), "234");
 }
 
+TEST_F(DataSetFilter, TextBesideANumberOrDateIsReadAsOne) {
+    const char* const number = "=CStr(5 + Fields!id.Value)";  // 6 to 10: as texts 10 would come first
+    EXPECT_EQ(Ids(number, "GreaterThan", {"=8"}), "45");
+    EXPECT_EQ(Ids(number, "LessThan", {"=8"}), "12");
+    EXPECT_EQ(Ids(number, "In", {"=6", "=10"}), "15");
+    const char* const day = "=\"2025-01-0\" & Fields!id.Value";
+    EXPECT_EQ(Ids(day, "GreaterThanOrEqual", {"=DateSerial(2025, 1, 4)"}), "45");
+    EXPECT_EQ(Ids(day, "Between", {"=DateSerial(2025, 1, 2)", "=DateSerial(2025, 1, 3)"}), "23");
+    EXPECT_EQ(Ids("=CStr(Fields!id.Value = 2)", "Equal", {"=True"}), "2");
+}
+
 TEST_F(DataSetFilter, TextsCompareByCaseOnlyWhenTheDataSetSaysSo) {
     EXPECT_EQ(Ids("=Fields!name.Value", "Equal", {"BOB"}), "2");
     EXPECT_EQ(Ids("=Fields!name.Value", "Like", {"?A*"}), "4");
