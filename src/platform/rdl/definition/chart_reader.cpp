@@ -175,6 +175,7 @@ ItemPtr ReadChart(Context& context, const XmlElement& element, Extent container)
     const std::string where = PlaceOf(element);
     Tablix& data = chart->data;
     data.name = chart->name;
+    data.place = chart->place;
     data.dataSetName = element.ChildText("DataSetName");
     data.filters = ReadFilters(context, element, where);
     data.sorts = ReadSorts(context, element, where);

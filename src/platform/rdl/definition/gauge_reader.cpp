@@ -42,6 +42,7 @@ class GaugeReader {
     void Read() {
         Tablix& data = m_panel.data;
         data.name = m_panel.name;
+        data.place = m_panel.place;
         data.dataSetName = m_element.ChildText("DataSetName");
         data.filters = ReadFilters(m_context, m_element, m_where);
         data.sorts = ReadSorts(m_context, m_element, m_where);

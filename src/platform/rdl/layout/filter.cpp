@@ -9,10 +9,10 @@
 namespace rdl::layout {
 namespace {
 
-Value Checked(const Property& property, Evaluator& evaluator) {
+Value Checked(const Property& property, const std::string& owner, Evaluator& evaluator) {
     Value value = property.Get(evaluator);
     if (value.IsError()) {
-        throw Error("A filter cannot be worked out: " + std::string(value.AsText()));
+        throw Error(owner + ": a filter cannot be worked out: " + std::string(value.AsText()));
     }
     return value;
 }
@@ -21,8 +21,8 @@ expr::FilterRules RulesOf(Evaluator& evaluator) {
     return {&evaluator.CurrentCulture(), evaluator.ComparesByCase()};
 }
 
-void KeepRanked(const FilterPlan& filter, std::vector<std::uint32_t>& candidates, Evaluator& evaluator,
-                const std::function<void(std::uint32_t)>& enter) {
+void KeepRanked(const FilterPlan& filter, const std::string& owner, std::vector<std::uint32_t>& candidates,
+                Evaluator& evaluator, const std::function<void(std::uint32_t)>& enter) {
     if (candidates.empty()) {
         return;
     }
@@ -30,10 +30,10 @@ void KeepRanked(const FilterPlan& filter, std::vector<std::uint32_t>& candidates
     values.reserve(candidates.size());
     for (const std::uint32_t candidate : candidates) {
         enter(candidate);
-        values.push_back(Checked(filter.expression, evaluator));
+        values.push_back(Checked(filter.expression, owner, evaluator));
     }
-    const std::vector<bool> keep =
-        expr::RankFilter(filter.op, RulesOf(evaluator), values, Checked(filter.values.front(), evaluator));
+    const std::vector<bool> keep = expr::RankFilter(filter.op, RulesOf(evaluator), values,
+                                                    Checked(filter.values.front(), owner, evaluator));
     std::size_t kept = 0;
     for (std::size_t i = 0; i < candidates.size(); ++i) {
         if (keep[i]) {
@@ -45,17 +45,18 @@ void KeepRanked(const FilterPlan& filter, std::vector<std::uint32_t>& candidates
 
 }  // namespace
 
-void ApplyFilter(const FilterPlan& filter, std::vector<std::uint32_t>& candidates, Evaluator& evaluator,
-                 const std::function<void(std::uint32_t)>& enter) {
+void ApplyFilter(const FilterPlan& filter, const std::string& owner, std::vector<std::uint32_t>& candidates,
+                 Evaluator& evaluator, const std::function<void(std::uint32_t)>& enter) {
     if (expr::Ranks(filter.op)) {
-        KeepRanked(filter, candidates, evaluator, enter);
+        KeepRanked(filter, owner, candidates, evaluator, enter);
         return;
     }
-    const auto operand = [&](std::size_t index) { return Checked(filter.values[index], evaluator); };
+    const auto operand = [&](std::size_t index) { return Checked(filter.values[index], owner, evaluator); };
     std::erase_if(candidates, [&](std::uint32_t candidate) {
         enter(candidate);
-        return !expr::PassesFilter(filter.op, RulesOf(evaluator), Checked(filter.expression, evaluator),
-                                   filter.values.size(), operand);
+        return !expr::PassesFilter(filter.op, RulesOf(evaluator),
+                                   Checked(filter.expression, owner, evaluator), filter.values.size(),
+                                   operand);
     });
 }
 

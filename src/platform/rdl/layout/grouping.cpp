@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "platform/rdl/error.h"
 #include "platform/rdl/layout/filter.h"
 
 namespace rdl::layout {
@@ -10,6 +11,10 @@ namespace {
 
 std::size_t At(int index) {
     return static_cast<std::size_t>(index);
+}
+
+std::string OwnerOf(const GroupPlan& plan) {
+    return "Group " + plan.definition->name;
 }
 
 // Splits the rows of one parent instance by key; remembers nothing between parents.
@@ -28,6 +33,11 @@ class KeySplitter {
             m_evaluator.EnterRow(m_region, m_region.rows[local]);
             for (std::size_t i = 0; i < key.size(); ++i) {
                 key[i] = m_plan.keys[i].Get(m_evaluator);
+                if (key[i].IsError()) {
+                    // Rows of all kinds would stand in one group, and its sums would look right.
+                    throw Error(OwnerOf(m_plan) +
+                                ": its expression cannot be worked out: " + std::string(key[i].AsText()));
+                }
             }
             groupOf.push_back(NumberOf(key));
         }
@@ -108,7 +118,7 @@ class Grouper {
             m_evaluator.EnterRow(m_region, m_region.rows[local]);
         };
         for (const FilterPlan& filter : plan.filters) {
-            ApplyFilter(filter, locals, m_evaluator, enter);
+            ApplyFilter(filter, OwnerOf(plan), locals, m_evaluator, enter);
         }
         ApplySort(plan.sorts, locals, m_evaluator, enter);
         for (const std::uint32_t local : locals) {
@@ -133,7 +143,7 @@ class Grouper {
             m_evaluator.Enter(ScopeOf(isRows, group, instance));
         };
         for (const FilterPlan& filter : plan.filters) {
-            ApplyFilter(filter, kept, m_evaluator, enter);
+            ApplyFilter(filter, OwnerOf(plan), kept, m_evaluator, enter);
         }
         ApplySort(plan.sorts, kept, m_evaluator, enter);
         std::vector<std::uint32_t> levels, subtrees;
@@ -265,7 +275,7 @@ std::shared_ptr<Region> BuildRegion(const TablixPlan& plan, const Scope& outer, 
     }
     const auto enter = [&](std::uint32_t row) { evaluator.EnterRow(*region, row); };
     for (const FilterPlan& filter : plan.filters) {
-        ApplyFilter(filter, region->rows, evaluator, enter);
+        ApplyFilter(filter, plan.definition->place, region->rows, evaluator, enter);
     }
     ApplySort(plan.sorts, region->rows, evaluator, enter);
     Grouper grouper(*region, evaluator);

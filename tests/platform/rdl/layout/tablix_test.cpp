@@ -77,6 +77,32 @@ TEST(Tablix, AGroupFilterSeesTheGroupsAggregates) {
     EXPECT_THAT(Rows(kit.Table()), ElementsAre("North", "10", "30", "40"));
 }
 
+std::string ErrorOf(const std::string& report) {
+    try {
+        BuildKit(report, Sales(FourSales));
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return {};
+}
+
+TEST(Tablix, AGroupThatCannotBeWorkedOutEndsTheRun) {
+    EXPECT_EQ(ErrorOf(Report(Tablix(1, RowOf(Cell("V", "x")),
+                                    "<TablixMember><Group Name=\"G\"><GroupExpressions><GroupExpression>"
+                                    "=CInt(Fields!Region.Value)</GroupExpression></GroupExpressions></Group>"
+                                    "</TablixMember>"))),
+              "Group G: its expression cannot be worked out: Conversion from text \"North\" to a number is "
+              "not possible");
+}
+
+TEST(Tablix, AFilterThatCannotBeWorkedOutNamesItsOwner) {
+    EXPECT_EQ(ErrorOf(Report(Grouped(
+                  "x",
+                  "<Filters><Filter><FilterExpression>=1\\0</FilterExpression><Operator>Equal</Operator>"
+                  "<FilterValues><FilterValue>1</FilterValue></FilterValues></Filter></Filters>"))),
+              "Group ByRegion: a filter cannot be worked out: Division by zero");
+}
+
 TEST(Tablix, ANamedScopeReachesPastTheGroup) {
     const auto kit =
         BuildKit(Report(Grouped("=Sum(Fields!Amount.Value) / Sum(Fields!Amount.Value, \"Sales\") * 65")),
