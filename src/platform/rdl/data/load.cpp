@@ -66,6 +66,28 @@ std::vector<Slot> MakeSlots(const DataSet& dataSet, const Cursor& cursor, Table&
     return slots;
 }
 
+// Fields may be missing, but where not one is found the rows are those of something else, and would go out
+// as blank lines.
+void CheckSlots(const std::vector<Slot>& slots, const DataSet& dataSet, const Cursor& cursor) {
+    const bool asksForColumns = std::any_of(dataSet.fields.begin(), dataSet.fields.end(),
+                                            [](const Field& field) { return !IsCalculated(field); });
+    const bool hasOne =
+        std::any_of(slots.begin(), slots.end(), [](const Slot& slot) { return slot.column >= 0; });
+    if (!asksForColumns || hasOne || cursor.Columns().empty()) {
+        return;
+    }
+    std::string columns;
+    for (const std::string& column : cursor.Columns()) {
+        constexpr std::size_t Enough = 200;
+        if (columns.size() > Enough) {
+            columns += " ...";
+            break;
+        }
+        columns += (columns.empty() ? "\"" : ", \"") + column + "\"";
+    }
+    throw Error("the query gives none of the fields; it gives " + columns);
+}
+
 class Budget {
  public:
     explicit Budget(const Limits& limits) : m_limits(limits) {}
@@ -94,7 +116,10 @@ Table ReadRows(const LoadRequest& request, const DataSet& dataSet, Cursor& curso
     table.caseSensitive = dataSet.caseSensitive;
     const std::vector<Slot> slots = MakeSlots(dataSet, cursor, table);
     Budget budget(request.limits);
-    while (cursor.Next()) {
+    for (bool first = true; cursor.Next(); first = false) {
+        if (first) {
+            CheckSlots(slots, dataSet, cursor);
+        }
         request.Look();
         budget.AddRow(slots.size());
         for (const Slot& slot : slots) {

@@ -67,6 +67,15 @@ TEST_F(SqliteData, ColumnsAreFoundWithoutRegardToCaseAndMissingOnesAreNull) {
     EXPECT_EQ(Rows(), "1||Ann");
 }
 
+TEST_F(SqliteData, RowsWithNoneOfTheFieldsAreAnError) {
+    AddSet("select id, customer from orders", {"order", "name"});
+    EXPECT_EQ(Failure(),
+              "Data set \"Set1\", data source \"Main\": the query gives none of the fields; it gives \"id\", "
+              "\"customer\"");
+    definition.dataSets[0].commandText = ExprOf("select id, customer from orders where id < 0");
+    EXPECT_EQ(Rows(), "") << "without rows nothing goes out wrong";
+}
+
 TEST_F(SqliteData, CalculatedFieldsStandBehindTheOthersAndMayBuildOnEachOther) {
     DataSet& set = AddSet("select id from orders order by id", {});
     AddCalculated(set, "Twice", "=Fields!Next.Value * 2");
