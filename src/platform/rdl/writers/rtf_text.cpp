@@ -10,6 +10,7 @@
 namespace rdl::writers {
 namespace {
 
+constexpr char32_t LineSeparator = 0x2028, ParagraphSeparator = 0x2029;
 constexpr double LongestLength = 1584;  // points: 22 inches, the largest page of a word processor
 
 void AppendUnit(unsigned unit, std::string& out) {
@@ -39,8 +40,8 @@ void AppendEscaped(std::string_view text, bool oneLine, std::string& out) {
             out += static_cast<char>(code);
         } else if (code < 0x7F && IsPlain(static_cast<unsigned char>(code))) {
             out += static_cast<char>(code);
-        } else if (code == '\n' || code == '\t') {
-            out += oneLine ? " " : code == '\n' ? "\\line " : "\\tab ";
+        } else if (code == '\n' || code == '\t' || code == LineSeparator || code == ParagraphSeparator) {
+            out += oneLine ? " " : code == '\t' ? "\\tab " : "\\line ";
         } else {
             AppendCode(code, out);
         }

@@ -116,6 +116,7 @@ TEST(Rtf, CharactersBeyondAsciiAreUnits) {
 
 TEST(Rtf, LineFeedsAndTabsAreKept) {
     EXPECT_THAT(Document({TextItem("a\r\nb\tc")}).rows.at(0).texts, ElementsAre("a|b\tc"));
+    EXPECT_THAT(Document({TextItem("a\u2028b\u2029c")}).rows.at(0).texts, ElementsAre("a|b|c"));
 }
 
 TEST(Rtf, LettersAreFontsColorsAndWeights) {

@@ -293,6 +293,18 @@ TEST(Xls, PicturesKeepTheSizeThatTheirSizingGives) {
     EXPECT_EQ(anchorOf(Instance::Sizing::Clip), std::string("\0\0\xEB\x01\0\0\xF4\0", 8));
 }
 
+TEST(Xls, TheInitialPageNameNamesSheetsWithoutAnother) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    Instance second = TextItem("two", 0, 50);
+    second.breakBefore = true;
+    second.pageName = "Second";
+    const auto report = SampleReport({TextItem("one"), second});
+    report->pageName = "Start";
+    EXPECT_EQ(Ask(Workbook(report), "print(b.sheet_names())"), "['Start', 'Second']\n");
+}
+
 TEST(Xls, OverlappingItemsAreBothThere) {
     if (!HasReader()) {
         GTEST_SKIP();
