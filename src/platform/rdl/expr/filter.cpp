@@ -65,6 +65,23 @@ Value ReadAs(const Value& operand, Kind model, const Culture& culture) {
     }
 }
 
+std::string Shown(const Value& value, const Culture& culture) {
+    return value.IsText() ? "\"" + std::string(value.AsText()) + "\"" : ToText(value, culture);
+}
+
+// Which of the two is larger. Raises rdl::Error for a text that is no number beside a number and the like:
+// every row would pass, or none. A value that is missing is the least.
+int Larger(const FilterRules& rules, const Value& value, const Value& operand) {
+    const Value& text = value.IsText() ? value : operand;
+    const Value& model = value.IsText() ? operand : value;
+    if (text.IsText() && !text.AsText().empty() && !model.IsText() && !model.IsNull() &&
+        ReadAs(text, model.kind(), *rules.culture).IsText()) {
+        throw Error("a filter cannot compare " + Shown(value, *rules.culture) + " with " +
+                    Shown(operand, *rules.culture));
+    }
+    return rules.Order(value, operand);
+}
+
 bool IsOneOf(const FilterRules& rules, const Value& value, const Value& operand) {
     if (operand.kind() != Kind::List) {
         return rules.Order(value, operand) == 0;
@@ -142,13 +159,13 @@ bool PassesFilter(FilterOperator op, const FilterRules& rules, const Value& valu
         case Op::NotEqual:
             return rules.Order(value, first) != 0;
         case Op::Less:
-            return rules.Order(value, first) < 0;
+            return Larger(rules, value, first) < 0;
         case Op::LessOrEqual:
-            return rules.Order(value, first) <= 0;
+            return Larger(rules, value, first) <= 0;
         case Op::Greater:
-            return rules.Order(value, first) > 0;
+            return Larger(rules, value, first) > 0;
         case Op::GreaterOrEqual:
-            return rules.Order(value, first) >= 0;
+            return Larger(rules, value, first) >= 0;
         case Op::Like:
             return rules.IsLike(value, first);
         case Op::In: {
@@ -159,7 +176,7 @@ bool PassesFilter(FilterOperator op, const FilterRules& rules, const Value& valu
             return found;
         }
         case Op::Between:
-            return rules.Order(value, first) >= 0 && rules.Order(value, operand(1)) <= 0;
+            return Larger(rules, value, first) >= 0 && Larger(rules, value, operand(1)) <= 0;
         default:
             return true;
     }

@@ -9,10 +9,11 @@
 namespace rdl::layout {
 namespace {
 
-Value Checked(const Property& property, const std::string& owner, Evaluator& evaluator) {
+Value Checked(const Property& property, const std::string& owner, Evaluator& evaluator,
+              const char* what = "a filter") {
     Value value = property.Get(evaluator);
     if (value.IsError()) {
-        throw Error(owner + ": a filter cannot be worked out: " + std::string(value.AsText()));
+        throw Error(owner + ": " + what + " cannot be worked out: " + std::string(value.AsText()));
     }
     return value;
 }
@@ -60,8 +61,9 @@ void ApplyFilter(const FilterPlan& filter, const std::string& owner, std::vector
     });
 }
 
-void ApplySort(const std::vector<SortPlan>& sorts, std::vector<std::uint32_t>& candidates,
-               Evaluator& evaluator, const std::function<void(std::uint32_t)>& enter) {
+void ApplySort(const std::vector<SortPlan>& sorts, const std::string& owner,
+               std::vector<std::uint32_t>& candidates, Evaluator& evaluator,
+               const std::function<void(std::uint32_t)>& enter) {
     if (sorts.empty() || candidates.size() < 2) {
         return;
     }
@@ -71,7 +73,7 @@ void ApplySort(const std::vector<SortPlan>& sorts, std::vector<std::uint32_t>& c
     for (const std::uint32_t candidate : candidates) {
         enter(candidate);
         for (const SortPlan& sort : sorts) {
-            keys.push_back(sort.value.Get(evaluator));
+            keys.push_back(Checked(sort.value, owner, evaluator, "a sort"));
         }
     }
     std::vector<std::uint32_t> order(candidates.size());

@@ -1,4 +1,4 @@
-// Filters of data regions and groups.
+// Filters and sorts of data regions and groups.
 #pragma once
 
 #include <cstdint>
@@ -15,8 +15,9 @@ namespace rdl::layout {
 void ApplyFilter(const FilterPlan& filter, const std::string& owner, std::vector<std::uint32_t>& candidates,
                  Evaluator& evaluator, const std::function<void(std::uint32_t)>& enter);
 
-// Puts the candidates in order; equal ones keep theirs.
-void ApplySort(const std::vector<SortPlan>& sorts, std::vector<std::uint32_t>& candidates,
-               Evaluator& evaluator, const std::function<void(std::uint32_t)>& enter);
+// Puts the candidates in order; equal ones keep theirs. Raises rdl::Error when an expression fails.
+void ApplySort(const std::vector<SortPlan>& sorts, const std::string& owner,
+               std::vector<std::uint32_t>& candidates, Evaluator& evaluator,
+               const std::function<void(std::uint32_t)>& enter);
 
 }  // namespace rdl::layout

@@ -120,7 +120,7 @@ class Grouper {
         for (const FilterPlan& filter : plan.filters) {
             ApplyFilter(filter, OwnerOf(plan), locals, m_evaluator, enter);
         }
-        ApplySort(plan.sorts, locals, m_evaluator, enter);
+        ApplySort(plan.sorts, OwnerOf(plan), locals, m_evaluator, enter);
         for (const std::uint32_t local : locals) {
             const auto begin = static_cast<std::uint32_t>(made.order.size());
             made.order.push_back(local);
@@ -145,7 +145,7 @@ class Grouper {
         for (const FilterPlan& filter : plan.filters) {
             ApplyFilter(filter, OwnerOf(plan), kept, m_evaluator, enter);
         }
-        ApplySort(plan.sorts, kept, m_evaluator, enter);
+        ApplySort(plan.sorts, OwnerOf(plan), kept, m_evaluator, enter);
         std::vector<std::uint32_t> levels, subtrees;
         if (plan.parentKey.isSet) {
             kept = AsTree(plan, first, kept, splitter, enter, levels, subtrees);
@@ -277,7 +277,7 @@ std::shared_ptr<Region> BuildRegion(const TablixPlan& plan, const Scope& outer, 
     for (const FilterPlan& filter : plan.filters) {
         ApplyFilter(filter, plan.definition->place, region->rows, evaluator, enter);
     }
-    ApplySort(plan.sorts, region->rows, evaluator, enter);
+    ApplySort(plan.sorts, plan.definition->place, region->rows, evaluator, enter);
     Grouper grouper(*region, evaluator);
     grouper.Hierarchy(true);
     grouper.Hierarchy(false);

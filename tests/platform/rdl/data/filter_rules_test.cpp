@@ -41,6 +41,23 @@ TEST_F(FilterRule, ConstantIsWrittenAsTheSchemaDoesInEveryLanguage) {
         Passes("Equal", Value::DateTime(MakeTicks(2024, 12, 31)), {Text("31.12.2024")}, Rules("de-DE")));
 }
 
+TEST_F(FilterRule, WhatCannotBeComparedIsAnError) {
+    const auto failure = [](const std::string& op, const Value& value, const std::vector<Value>& operands) {
+        try {
+            Passes(op, value, operands);
+        } catch (const Error& error) {
+            return std::string(error.what());
+        }
+        return std::string();
+    };
+    EXPECT_EQ(failure("GreaterThan", Value::Integer(10), {Text("many")}),
+              "a filter cannot compare 10 with \"many\"");
+    EXPECT_EQ(failure("Between", Text("n/a"), {Value::Integer(1), Value::Integer(5)}),
+              "a filter cannot compare \"n/a\" with 1");
+    EXPECT_FALSE(Passes("Equal", Value::Integer(10), {Text("many")}));
+    EXPECT_FALSE(Passes("GreaterThan", Value(), {Text("5")})) << "what is missing is the least";
+}
+
 TEST_F(FilterRule, TextsAreTextsEvenIfTheyAreFigures) {
     EXPECT_TRUE(Passes("LessThan", Text("10"), {Text("9")}));
     EXPECT_FALSE(Passes("Equal", Text("1.0"), {Text("1")}));

@@ -103,6 +103,15 @@ TEST(Tablix, AFilterThatCannotBeWorkedOutNamesItsOwner) {
               "Group ByRegion: a filter cannot be worked out: Division by zero");
 }
 
+TEST(Tablix, ASortThatCannotBeWorkedOutNamesItsOwner) {
+    EXPECT_EQ(ErrorOf(Report(Tablix(1, RowOf(Cell("V", "x")),
+                                    "<TablixMember><Group Name=\"G\"><GroupExpressions><GroupExpression>"
+                                    "=Fields!Region.Value</GroupExpression></GroupExpressions></Group>"
+                                    "<SortExpressions><SortExpression><Value>=1\\0</Value></SortExpression>"
+                                    "</SortExpressions></TablixMember>"))),
+              "Group G: a sort cannot be worked out: Division by zero");
+}
+
 TEST(Tablix, ANamedScopeReachesPastTheGroup) {
     const auto kit =
         BuildKit(Report(Grouped("=Sum(Fields!Amount.Value) / Sum(Fields!Amount.Value, \"Sales\") * 65")),
