@@ -23,8 +23,10 @@ void LimitOdbcTime(const QSqlQuery& query, int seconds) {
     }
     if (void* found = dlsym(manager, "SQLSetStmtAttr")) {
         void* statement = *static_cast<void* const*>(handle.constData());
-        reinterpret_cast<SetStatementAttribute>(found)(
-            statement, QueryTimeout, reinterpret_cast<void*>(static_cast<std::uintptr_t>(seconds)), 0);
+        // The interface takes numbers in the place of pointers.
+        // NOLINTNEXTLINE(performance-no-int-to-ptr)
+        auto* value = reinterpret_cast<void*>(static_cast<std::uintptr_t>(seconds));
+        reinterpret_cast<SetStatementAttribute>(found)(statement, QueryTimeout, value, 0);
     }
     dlclose(manager);
 }

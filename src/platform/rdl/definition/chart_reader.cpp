@@ -150,7 +150,7 @@ std::vector<const XmlElement*> ChildrenNamed(const XmlElement* collection, std::
 }
 
 void SetChartType(Context& context, const XmlElement& element, const std::string& where, std::string type,
-                  std::string subtype, ChartSeries& series) {
+                  const std::string& subtype, ChartSeries& series) {
     if (type.empty()) {
         type = "Column";
     }

@@ -14,7 +14,7 @@ void ReadOlderChart(Context& context, const XmlElement& element, Chart& chart); 
 
 // The series of a type and subtype of the newer schemas. Fails for what cannot be drawn.
 void SetChartType(Context& context, const XmlElement& element, const std::string& where, std::string type,
-                  std::string subtype, ChartSeries& series);
+                  const std::string& subtype, ChartSeries& series);
 
 // The children of that name of a collection element, which may be missing.
 std::vector<const XmlElement*> ChildrenNamed(const XmlElement* collection, std::string_view name);

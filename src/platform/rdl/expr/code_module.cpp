@@ -95,7 +95,7 @@ TryParseNode::TryParseNode(const FunctionInfo& how, const FunctionInfo* type, No
 }
 
 Value TryParseNode::Run(Machine& machine) const {
-    const Value source = text->Run(machine);
+    Value source = text->Run(machine);
     if (source.IsError()) {
         return source;
     }

@@ -79,7 +79,7 @@ class StringBuilder final : public ScriptObject {
         for (int i = 1; i < call.count(); ++i) {
             arguments.push_back(call[i]);
         }
-        const Value text = FindFunction(member)->function(
+        Value text = FindFunction(member)->function(
             Call(arguments.data(), static_cast<int>(arguments.size()), call.environment));
         if (text.IsError() || member == ".chars") {
             return text;

@@ -193,7 +193,7 @@ Value CutTo(const Call& call) {
 }
 
 Value CompareNumbers(const Call& call) {
-    const Value less = Less(call[0], call[1], call.culture());
+    Value less = Less(call[0], call[1], call.culture());
     const Value more = Greater(call[0], call[1], call.culture());
     if (less.IsError()) {
         return less;

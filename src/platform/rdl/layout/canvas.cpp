@@ -213,12 +213,13 @@ std::string Wrapped(const std::string& text, const CharStyle& style, double widt
         std::string current;
         std::istringstream words(line);
         for (std::string word; words >> word;) {
-            const std::string longer = current.empty() ? word : current + " " + word;
+            std::string longer = current;
+            longer.append(current.empty() ? "" : " ").append(word);
             if (!current.empty() && Canvas::Measure(longer, style).width > width) {
                 wrapped += (wrapped.empty() ? "" : "\n") + current;
                 current = word;
             } else {
-                current = longer;
+                current = std::move(longer);
             }
         }
         wrapped += (wrapped.empty() ? "" : "\n") + current;
@@ -238,7 +239,7 @@ std::string Shortened(const std::string& text, const CharStyle& style, double wi
         if (!shorter.empty() && (shorter.back() & 0xC0) == 0xC0) {
             shorter.pop_back();
         }
-        const std::string candidate = shorter + "\xE2\x80\xA6";
+        std::string candidate = shorter + "\xE2\x80\xA6";
         if (Canvas::Measure(candidate, style).width <= width) {
             return candidate;
         }

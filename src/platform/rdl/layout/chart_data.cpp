@@ -90,7 +90,8 @@ class ChartEvaluator {
         for (ChartMark& mark : all.marks) {
             mark.label = ChartKeywords(mark.labelSource, all, &mark, mark.name, *m_data.culture);
         }
-        area.rows.assign(1, std::move(all));
+        area.rows.clear();
+        area.rows.push_back(std::move(all));
     }
 
     // A logarithmic axis has no place for zero and less: such points are gaps.

@@ -149,6 +149,7 @@ void DrawShape(ChartShape shape, Spot center, double size, Color color, Canvas& 
         case ChartShape::Star: {
             constexpr int Corners = 10;
             std::vector<Spot> corners;
+            corners.reserve(Corners);
             for (int i = 0; i < Corners; ++i) {
                 corners.push_back(OnCircle(center, i % 2 == 0 ? half : half * 0.4, i * 6.2831853 / Corners));
             }

@@ -61,7 +61,7 @@ Rect SquareIn(const Rect& area) {
 }
 
 std::string DrawLabelItem(const GaugeItem& label, const Rect& area, const GaugeKit& kit) {
-    const std::string text = Readable(kit.Text(label, "Text"));
+    std::string text = Readable(kit.Text(label, "Text"));
     CharStyle letters = *kit.Styles().Letters(label.style, 10);
     if (kit.Flag(label, "UseFontPercent", false)) {
         letters.size = static_cast<float>(static_cast<double>(letters.size) * Percent * area.height);

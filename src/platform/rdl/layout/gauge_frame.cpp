@@ -37,8 +37,8 @@ std::vector<Rect> Grid(std::size_t count, double width, double height) {
     std::vector<Rect> cells;
     for (std::size_t i = 0; i < count; ++i) {
         const double wide = width / static_cast<double>(columns), high = height / static_cast<double>(rows);
-        cells.push_back(
-            {wide * static_cast<double>(i % columns), high * static_cast<double>(i / columns), wide, high});
+        const std::size_t row = i / columns, column = i % columns;
+        cells.push_back({wide * static_cast<double>(column), high * static_cast<double>(row), wide, high});
     }
     return cells;
 }

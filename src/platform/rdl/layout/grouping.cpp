@@ -151,6 +151,7 @@ class Grouper {
             kept = AsTree(plan, first, kept, splitter, enter, levels, subtrees);
         }
         std::vector<GroupInstance> instances;
+        instances.reserve(kept.size());
         for (const std::uint32_t index : kept) {
             instances.push_back(made.instances[index]);
         }

@@ -37,6 +37,7 @@ struct Sheet {
     }
     void Stroke(const std::vector<Spot>& points, double width, Color ink) const {
         std::vector<Spot> placed;
+        placed.reserve(points.size());
         for (const Spot& point : points) {
             placed.push_back(At(point.x, point.y));
         }

@@ -7,7 +7,7 @@
 namespace rdl::layout {
 namespace {
 
-constexpr std::size_t MostKept = 256, MostBytes = 64 * 1024;  // of what is drawn
+constexpr std::size_t MostKept = 256, MostBytes = 64u << 10;  // of what is drawn
 
 // Everything that makes a drawing look as it does, as text.
 class Fingerprint {
@@ -80,7 +80,7 @@ class Fingerprint {
     template <typename Value>
     void Put(const Value& value) {
         static_assert(std::is_trivially_copyable_v<Value>);
-        m_text.append(reinterpret_cast<const char*>(&value), sizeof value);
+        m_text.append(reinterpret_cast<const char*>(&value), sizeof(Value));
     }
     template <typename Placed>
     void Area(const Placed& op) {

@@ -95,8 +95,8 @@ Scale Logarithmic(const ScaleRequest& request) {
     scale.low = request.minimum && *request.minimum > 0 ? low : std::pow(scale.base, first);
     scale.high = request.maximum && *request.maximum > low ? high : std::pow(scale.base, last);
     scale.step = std::max(1.0, std::ceil((last - first) / std::max(1, request.mostTicks)));
-    for (double tick = first; tick <= last + Rounding; tick += scale.step) {
-        const double value = std::pow(scale.base, tick);
+    for (int i = 0; first + i * scale.step <= last + Rounding; ++i) {
+        const double value = std::pow(scale.base, first + i * scale.step);
         if (value >= scale.low * (1 - Rounding) && value <= scale.high * (1 + Rounding)) {
             scale.ticks.push_back(value);
         }

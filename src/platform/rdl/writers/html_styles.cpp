@@ -288,7 +288,7 @@ const std::string& HtmlStyles::Stroke(const Border& line) {
 std::string HtmlStyles::Sheet() const {
     std::string sheet;
     for (const auto& [picture, name] : m_pictures) {
-        sheet += ":root{--" + name + ":" + picture + "}\n";
+        sheet.append(":root{--").append(name).append(":").append(picture).append("}\n");
     }
     for (std::size_t i = 0; i < m_order.size(); ++i) {
         sheet += ".s" + std::to_string(i + 1) + "{" + *m_order[i] + "}\n";

@@ -162,7 +162,7 @@ void PdfNumber(std::string& out, double number) {
     constexpr double Bound = 1e6;
     const double held = std::isnan(number) ? 0 : std::clamp(number, -Bound, Bound);
     const bool isNegative = held < 0;
-    // Not by lround, which costs more than the digits.
+    // Not by lround, which costs more than the digits. NOLINTNEXTLINE(bugprone-incorrect-roundings)
     const auto thousandths = static_cast<unsigned>(std::abs(held) * 1000 + 0.5);
     // From the end, in one piece: a page has thousands of numbers.
     char digits[24];
