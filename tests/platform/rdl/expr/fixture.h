@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+
 #include <algorithm>
 #include <map>
 #include <string>
@@ -115,6 +117,18 @@ inline std::string Show(const std::string& source, const char* culture = "en-US"
         return text + "]";
     }
     return ToText(value, FindCulture(culture));
+}
+
+struct Case {
+    const char* source;
+    const char* shown;
+};
+
+// A table of expressions and what each shows.
+inline void Expect(std::initializer_list<Case> cases) {
+    for (const auto& [source, shown] : cases) {
+        EXPECT_EQ(Show(source), shown) << source;
+    }
 }
 
 // Why an expression does not compile.

@@ -1,28 +1,7 @@
-#include "platform/rdl/expr/code.h"
-#include "platform/rdl/expr/fixture.h"
+#include "platform/rdl/expr/code_fixture.h"
 
 namespace rdl::expr {
 namespace {
-
-// What an expression shows that calls the code.
-std::string ShowWith(const std::string& code, const std::string& source) {
-    TestContext context;
-    const CodeLibrary library(code, context);
-    context.code = &library;
-    TestEnvironment environment;
-    const Value value = Compile(source, "Here", context)->Evaluate(environment);
-    return value.IsError() ? "#Error " + std::string(value.AsText()) : ToText(value, *environment.culture);
-}
-
-std::string CodeRefusal(const std::string& code) {
-    TestContext context;
-    try {
-        const CodeLibrary library(code, context);
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return "accepted";
-}
 
 TEST(ReportCode, FunctionsTakeArgumentsAndReturn) {
     const std::string code = R"(

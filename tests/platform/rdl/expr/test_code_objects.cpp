@@ -1,32 +1,11 @@
-#include "platform/rdl/expr/code.h"
-#include "platform/rdl/expr/fixture.h"
+#include "platform/rdl/expr/code_fixture.h"
 
 namespace rdl::expr {
 namespace {
 
-// What an expression shows that calls the code.
-std::string ShowWith(const std::string& code, const std::string& source) {
-    TestContext context;
-    const CodeLibrary library(code, context);
-    context.code = &library;
-    TestEnvironment environment;
-    const Value value = Compile(source, "Here", context)->Evaluate(environment);
-    return value.IsError() ? "#Error " + std::string(value.AsText()) : ToText(value, *environment.culture);
-}
-
 // The result of a function F with this body.
 std::string Body(const std::string& body) {
     return ShowWith("Function F()\n" + body + "\nEnd Function", "=Code.F()");
-}
-
-std::string CodeRefusal(const std::string& code) {
-    TestContext context;
-    try {
-        const CodeLibrary library(code, context);
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return "accepted";
 }
 
 TEST(CodeObjects, StringBuilderGathersText) {

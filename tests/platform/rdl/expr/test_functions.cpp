@@ -3,17 +3,6 @@
 namespace rdl::expr {
 namespace {
 
-struct Case {
-    const char* source;
-    const char* shown;
-};
-
-void Expect(std::initializer_list<Case> cases) {
-    for (const auto& [source, shown] : cases) {
-        EXPECT_EQ(Show(source), shown) << source;
-    }
-}
-
 TEST(TextFunctions, CutAndChange) {
     Expect({
         {"=Left(\"Hello\", 3)", "Hel"},

@@ -5,17 +5,6 @@
 namespace rdl::expr {
 namespace {
 
-struct Case {
-    const char* source;
-    const char* shown;
-};
-
-void Expect(std::initializer_list<Case> cases) {
-    for (const auto& [source, shown] : cases) {
-        EXPECT_EQ(Show(source), shown) << source;
-    }
-}
-
 TEST(InspectionFunctions, NameKindsOfValues) {
     Expect({
         {"=VarType(\"a\") = VariantType.String", "True"},

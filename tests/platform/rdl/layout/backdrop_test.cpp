@@ -29,17 +29,6 @@ std::string Background(const std::string& more, const std::string& value = "tile
            "</BackgroundImage></Style>";
 }
 
-template <typename Kind>
-std::vector<Kind> Of(const Page& page) {
-    std::vector<Kind> found;
-    for (const Op& op : page.ops) {
-        if (const auto* kind = std::get_if<Kind>(&op)) {
-            found.push_back(*kind);
-        }
-    }
-    return found;
-}
-
 std::vector<ImageOp> TilesBehind(const std::string& item) {
     return Of<ImageOp>(PagesOf(BuildKit(WithImages(Report(item)), Sales({}))).pages.at(0));
 }

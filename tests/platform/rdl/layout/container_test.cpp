@@ -28,17 +28,6 @@ std::string NumberedRows(const std::string& place, const std::string& more = {})
                   "<TablixMember><Group Name=\"D\"/></TablixMember>", {}, place + more);
 }
 
-template <typename Kind>
-std::vector<Kind> Of(const Page& page) {
-    std::vector<Kind> found;
-    for (const Op& op : page.ops) {
-        if (const auto* kind = std::get_if<Kind>(&op)) {
-            found.push_back(*kind);
-        }
-    }
-    return found;
-}
-
 const std::string Framed = "<Style><Border><Style>Solid</Style><Width>2pt</Width></Border></Style>";
 
 // Lines of the frame that are level, on a page.

@@ -11,17 +11,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;
 
-template <typename Kind>
-std::vector<Kind> Of(const Page& page) {
-    std::vector<Kind> found;
-    for (const Op& op : page.ops) {
-        if (const auto* kind = std::get_if<Kind>(&op)) {
-            found.push_back(*kind);
-        }
-    }
-    return found;
-}
-
 std::vector<SaleRow> Many(int count) {
     return std::vector<SaleRow>(static_cast<std::size_t>(count), SaleRow{"North", "Pen", 1});
 }

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "platform/rdl/definition/parse.h"
@@ -132,6 +133,18 @@ inline TextSink PagesOf(const BuiltKit& kit) {
     TextSink sink;
     Paginate(*kit.report, sink);
     return sink;
+}
+
+// What of a kind is drawn on a page, in its order.
+template <typename Kind>
+std::vector<Kind> Of(const Page& page) {
+    std::vector<Kind> found;
+    for (const Op& op : page.ops) {
+        if (const auto* kind = std::get_if<Kind>(&op)) {
+            found.push_back(*kind);
+        }
+    }
+    return found;
 }
 
 }  // namespace rdl::layout
