@@ -3,9 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-
 #include <algorithm>
+#include <initializer_list>
 #include <map>
 #include <string>
 #include <vector>
