@@ -5,12 +5,19 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <ostream>
 #include <string>
 #include <vector>
 
 #include "fuzz/targets.h"
 
 namespace fuzz {
+
+// The tests' names hold it.
+static void PrintTo(const Target& target, std::ostream* stream) {
+    *stream << target.name;
+}
+
 namespace {
 
 std::vector<std::filesystem::path> FilesOf(std::string_view folder, std::string_view target) {
