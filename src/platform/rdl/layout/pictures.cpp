@@ -1,5 +1,6 @@
 #include "platform/rdl/layout/pictures.h"
 
+#include <cstdint>
 #include <type_traits>
 
 #include "platform/rdl/layout/drawing.h"
@@ -29,6 +30,7 @@ class Fingerprint {
     }
 
     std::string Take() { return std::move(m_text); }
+    std::vector<Pictures::Bytes> TakeImages() { return std::move(m_images); }
 
     void operator()(const TextOp& op) {
         Put(op.x);
@@ -69,7 +71,8 @@ class Fingerprint {
     }
     void operator()(const ImageOp& op) {
         Area(op);
-        Put(op.bytes.get());
+        Put(reinterpret_cast<std::uintptr_t>(op.bytes.get()));
+        m_images.push_back(op.bytes);
     }
     void operator()(const ClipOp& op) { Area(op); }
     void operator()(const UnclipOp&) {}
@@ -90,23 +93,26 @@ class Fingerprint {
     }
 
     std::string m_text;
+    std::vector<Pictures::Bytes> m_images;
 };
 
 }  // namespace
 
 Pictures::Bytes Pictures::Of(const DrawingInstance& drawing,
                              const std::function<Bytes(const DrawingInstance&)>& paint) {
-    std::string key = Fingerprint(drawing).Take();
+    Fingerprint fingerprint(drawing);
+    std::string key = fingerprint.Take();
     if (key.size() > MostBytes) {
         return paint(drawing);
     }
     if (const auto known = m_made.find(key); known != m_made.end()) {
-        return known->second;
+        return known->second.picture;
     }
     if (m_made.size() >= MostKept) {
         m_made.clear();
     }
-    return m_made.emplace(std::move(key), paint(drawing)).first->second;
+    Made made{paint(drawing), fingerprint.TakeImages()};
+    return m_made.emplace(std::move(key), std::move(made)).first->second.picture;
 }
 
 }  // namespace rdl::layout

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace rdl::layout {
 
@@ -18,7 +19,11 @@ class Pictures {
     Bytes Of(const DrawingInstance& drawing, const std::function<Bytes(const DrawingInstance&)>& paint);
 
  private:
-    std::unordered_map<std::string, Bytes> m_made;  // by all that is drawn
+    struct Made {
+        Bytes picture;
+        std::vector<Bytes> images;  // in it: told apart by address, so they are kept alive
+    };
+    std::unordered_map<std::string, Made> m_made;  // by all that is drawn
 };
 
 }  // namespace rdl::layout
