@@ -1,5 +1,5 @@
-// Message boxes and input boxes. With no display and nobody there, a box is a line on standard error and is
-// answered at once with its default.
+// Message boxes and input boxes. With no display and nobody there, a box is a dated line on standard
+// error (journal.h) and is answered at once with its default.
 #pragma once
 
 #include <string>

@@ -1,8 +1,9 @@
 // What stands behind the small services until a program or a test sets its own.
 #include <unistd.h>
 
-#include <iostream>
+#include <string>
 
+#include "platform/journal.h"
 #include "platform/loop.h"
 #include "platform/mapi.h"
 #include "platform/process.h"
@@ -31,15 +32,6 @@ class ExitingProcess : public Process {
     void End(int exitCode) override { _exit(exitCode); }
 };
 
-std::string OneLine(std::string text) {
-    for (char& letter : text) {
-        if (static_cast<unsigned char>(letter) < ' ') {
-            letter = ' ';
-        }
-    }
-    return text;
-}
-
 class StandardErrorPrompts : public Prompts {
  public:
     int Box(const std::string& text, int flags, const std::string& title) override {
@@ -55,8 +47,7 @@ class StandardErrorPrompts : public Prompts {
 
  private:
     static void Say(const std::string& text, const std::string& title) {
-        const std::string line = (title.empty() ? std::string(AppTitle) : title) + ": " + text;
-        std::cerr << OneLine(line) << std::endl;
+        Journal((title.empty() ? std::string(AppTitle) : title) + ": " + text);
     }
 };
 

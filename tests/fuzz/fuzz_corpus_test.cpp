@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "fuzz/targets.h"
+#include "support/source_dir.h"
 
 namespace fuzz {
 
@@ -22,7 +23,7 @@ namespace {
 
 std::vector<std::filesystem::path> FilesOf(std::string_view folder, std::string_view target) {
     std::vector<std::filesystem::path> files;
-    const auto place = std::filesystem::path(OXC_SOURCE_DIR) / "tests" / "fuzz" / folder / target;
+    const auto place = std::filesystem::path(SourceDir()) / "tests" / "fuzz" / folder / target;
     std::error_code missing;
     for (const auto& entry : std::filesystem::directory_iterator(place, missing)) {
         files.push_back(entry.path());

@@ -10,6 +10,7 @@
 #include "app/Global.h"
 #include "platform/adodb.h"
 #include "platform/paths.h"
+#include "support/source_dir.h"
 
 namespace fakes {
 
@@ -43,7 +44,7 @@ std::filesystem::path NewFolder() {
 }
 
 std::string Schema() {
-    std::ifstream file(OXC_SOURCE_DIR "/src/store/schema.sql");
+    std::ifstream file(SourceDir() + "/src/store/schema.sql");
     std::stringstream text;
     text << file.rdbuf();
     return text.str();

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "support/source_dir.h"
 #include "support/temporary_folder.h"
 
 class SmtpServer {
@@ -23,9 +24,8 @@ class SmtpServer {
         if (pipe(input) != 0 || pipe(output) != 0) {
             throw std::runtime_error("no pipes");
         }
-        arguments.insert(
-            arguments.begin(),
-            {"/usr/bin/python3", OXC_SOURCE_DIR "/tests/support/smtp_server.py", m_folder.Path()});
+        arguments.insert(arguments.begin(), {"/usr/bin/python3",
+                                             SourceDir() + "/tests/support/smtp_server.py", m_folder.Path()});
         m_child = fork();
         if (m_child == 0) {
             std::vector<char*> pointers;

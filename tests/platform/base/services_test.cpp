@@ -34,12 +34,16 @@ TEST(Services, OnesThatOnlyTheProgramCanGiveAreNotSet) {
 }
 
 TEST(Services, BoxWithNobodyThereIsOneLineAndIsAnswered) {
+    const FixedClock fixed;
+    SetClock(&fixed);
     testing::internal::CaptureStderr();
     EXPECT_EQ(MsgBox("Two\nlines", vbCritical), vbOK);
     EXPECT_EQ(MsgBox("Sure?", vbYesNo + vbQuestion, ""), vbYes);
     EXPECT_EQ(InputBox("Name", "Title", "preset"), "preset");
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "Oxbow Courier: Two lines\nOxbow Courier: Sure?\nTitle: Name\n");
+              "2002-03-07 12:00:00 Oxbow Courier: Two lines\n2002-03-07 12:00:00 Oxbow Courier: Sure?\n"
+              "2002-03-07 12:00:00 Title: Name\n");
+    SetClock(nullptr);
 }
 
 TEST(Services, LoopWithoutAProgramReturns) {

@@ -7,6 +7,7 @@
 #include "data_fixture.h"
 #include "platform/rdl/definition/parse.h"
 #include "platform/rdl/format/format.h"
+#include "support/source_dir.h"
 
 namespace rdl::data {
 namespace {
@@ -17,7 +18,7 @@ class SampleReports : public DataFixture {
     static void SetUpTestSuite() {
         samples = std::filesystem::temp_directory_path() / ("sample-reports-" + std::to_string(getpid()));
         const std::string command =
-            "python3 \"" OXC_SOURCE_DIR "/samples/make_samples.py\" \"" + samples.string() + "\"";
+            "python3 \"" + SourceDir() + "/samples/make_samples.py\" \"" + samples.string() + "\"";
         ASSERT_EQ(std::system(command.c_str()), 0);
     }
     static void TearDownTestSuite() { std::filesystem::remove_all(samples); }
@@ -80,7 +81,7 @@ TEST_F(SampleReports, InvoiceIsOfOneOrder) {
 class OtherPeoplesReports : public DataFixture {
  protected:
     std::map<std::string, Table> LoadReport(const std::string& name) {
-        const std::filesystem::path reports = OXC_SOURCE_DIR "/../shared/rdl";
+        const std::filesystem::path reports = SourceDir() + "/../shared/rdl";
         definition = ParseDefinitionFile(reports / name);
         request.folder = reports.string();
         for (const DataSource& source : definition.dataSources) {
@@ -91,7 +92,7 @@ class OtherPeoplesReports : public DataFixture {
         return LoadTables(request);
     }
     void SetUp() override {
-        if (!std::filesystem::exists(OXC_SOURCE_DIR "/../shared/rdl")) {
+        if (!std::filesystem::exists(SourceDir() + "/../shared/rdl")) {
             GTEST_SKIP() << "these reports are not here";
         }
     }

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "platform/rdl/definition/rdl_text.h"
+#include "support/source_dir.h"
 
 namespace rdl::test {
 namespace {
@@ -187,7 +188,7 @@ TEST(ReportData, SetsKnowTheirCommandTypeAndWhatComparesTexts) {
 }
 
 TEST(ReportFiles, OtherPeoplesReportsAreRead) {
-    const std::filesystem::path folder = std::string(OXC_SOURCE_DIR) + "/../shared/rdl";
+    const std::filesystem::path folder = SourceDir() + "/../shared/rdl";
     if (!std::filesystem::exists(folder)) {
         GTEST_SKIP() << "no folder of report files";
     }

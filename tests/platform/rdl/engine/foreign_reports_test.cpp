@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/rdl/engine/report_folder.h"
+#include "support/source_dir.h"
 
 namespace rdl::engine::test {
 namespace {
@@ -13,7 +14,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-const std::filesystem::path Folder = std::string(OXC_SOURCE_DIR) + "/../shared/rdl";
+const std::filesystem::path Folder = SourceDir() + "/../shared/rdl";
 
 struct Foreign {
     const char* file;

@@ -6,13 +6,14 @@
 #include "platform/rdl/expr/characters.h"
 #include "platform/rdl/expr/fixture.h"
 #include "platform/rdl/expr/functions.h"
+#include "support/source_dir.h"
 
 namespace rdl::expr {
 namespace {
 
 std::string Guide() {
     std::stringstream content;
-    content << std::ifstream(std::string(OXC_SOURCE_DIR) + "/docs/report-files.md").rdbuf();
+    content << std::ifstream(SourceDir() + "/docs/report-files.md").rdbuf();
     return content.str();
 }
 

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "platform/rdl/expr/fixture.h"
+#include "support/source_dir.h"
 
 namespace rdl::expr {
 namespace {
@@ -28,7 +29,7 @@ std::string Decoded(std::string text) {
 }
 
 TEST(SampleExpressions, Compile) {
-    const std::filesystem::path folder = std::filesystem::path(OXC_SOURCE_DIR) / "../shared/rdl";
+    const std::filesystem::path folder = std::filesystem::path(SourceDir()) / "../shared/rdl";
     if (!std::filesystem::exists(folder)) {
         GTEST_SKIP() << "no report files beside the sources";
     }

@@ -1,4 +1,5 @@
 #include "platform/rdl/formula/formula.h"
+#include "support/source_dir.h"
 
 #include <gtest/gtest.h>
 
@@ -308,7 +309,7 @@ TEST(RecordSelectionFormula, ChooseAndSwitchPickAValue) {
 
 TEST(RecordSelectionFormula, KnowsEveryFunctionOfTheGuide) {
     std::stringstream content;
-    content << std::ifstream(std::string(OXC_SOURCE_DIR) + "/docs/report-files.md").rdbuf();
+    content << std::ifstream(SourceDir() + "/docs/report-files.md").rdbuf();
     std::string line;
     int count = 0;
     while (std::getline(content, line)) {

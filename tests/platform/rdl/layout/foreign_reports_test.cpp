@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "platform/rdl/layout/report_kit.h"
+#include "support/source_dir.h"
 
 namespace rdl::layout {
 namespace {
@@ -24,7 +25,7 @@ Table MadeUpRows(const DataSet& set) {
 }
 
 TEST(ForeignReports, AreLaidOut) {
-    const std::filesystem::path folder = std::string(OXC_SOURCE_DIR) + "/../shared/rdl";
+    const std::filesystem::path folder = SourceDir() + "/../shared/rdl";
     if (!std::filesystem::exists(folder)) {
         GTEST_SKIP() << "no reports of other people here";
     }

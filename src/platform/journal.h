@@ -1,0 +1,8 @@
+// Dated lines on standard error, for every outcome that the system shows nowhere else: no row, no box, no mail.
+#pragma once
+
+#include <string_view>
+
+// Writes "2026-11-22 07:00:03 " by the clock, the text and a line end, in one piece, so that lines of two
+// processes do not mix. Control characters become blanks: a text is one line. Never fails.
+void Journal(std::string_view text);

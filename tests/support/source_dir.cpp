@@ -1,0 +1,5 @@
+#include "support/source_dir.h"
+
+std::string SourceDir() {
+    return OXC_SOURCE_DIR;
+}
