@@ -81,6 +81,7 @@ frmAddReport::frmAddReport(QWidget* parent)
     ListFormats(*m_ui->cmbFormat);
     // A path that was typed would be scheduled without having been opened.
     m_ui->txtBrowse->Locked(true);
+    m_ui->txtBrowse->ShowsPaths(true);
     m_ui->lsvPar->View(ListView::ReportView);
     qobject_cast<QTreeView*>(m_ui->lsvPar->CurrentView())
         ->header()

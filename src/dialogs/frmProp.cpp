@@ -77,6 +77,7 @@ frmProp::frmProp(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::f
         ->setSectionResizeMode(QHeaderView::Stretch);
     // They are shown and not saved.
     m_ui->txtPath->Locked(true);
+    m_ui->txtPath->ShowsPaths(true);
     m_ui->txtDesc->Locked(true);
     m_ui->txtID->Locked(true);
     Check1_Click();

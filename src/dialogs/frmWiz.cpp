@@ -84,6 +84,7 @@ void frmWiz::FillControls() {
         m_ui->cmbFormat1->AddItem(format);
     }
     m_ui->filList->Pattern("*.rpt");
+    m_ui->txtReport1->ShowsPaths(true);
     m_ui->lsvReports->AcceptFiles(true);
     m_ui->cmbBrowse1->setIcon(style()->standardIcon(QStyle::SP_ArrowRight, nullptr, this));
     m_ui->Command1->setIcon(style()->standardIcon(QStyle::SP_ArrowLeft, nullptr, this));
@@ -362,7 +363,8 @@ void frmWiz::cmbBrowse1_Click() {
     ++Global::PackageCounter;
     Global::ParReportName = std::to_string(Global::PackageCounter) + ">" + file;
     m_ui->lsvReports->AddItem(Global::ParReportName);
-    m_ui->lsvReports->item(m_ui->lsvReports->ListCount() - 1)->setToolTip(QString::fromStdString(path));
+    m_ui->lsvReports->item(m_ui->lsvReports->ListCount() - 1)
+        ->setToolTip(QString::fromStdString(paths::ForUser(path)));
     m_ui->lsvPaths->AddItem(path);
     bool opened = false;
     ResumeNext([&path, &opened] {

@@ -51,7 +51,7 @@ TEST_F(PackageWizard, LoadThatFailsSaysSoAndLeavesTheRest) {
     form->cmdCancel_Click();
     Global::DefPath = "Z:\\nowhere";
     Show();
-    EXPECT_EQ(TakeBoxes(), (Boxes{Warning("An error occured. Path not found: \"Z:\\nowhere\" [76]")}));
+    EXPECT_EQ(TakeBoxes(), (Boxes{Warning("An error occured. Path not found: \"/nowhere\" [76]")}));
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(Global::ParCaller, "frmWiz");
     EXPECT_EQ(TextOf("txtReport1"), "");
@@ -192,10 +192,11 @@ TEST_F(PackageWizard, TitleLosesItsMarksWithTheFocus) {
 
 TEST_F(PackageWizard, DestinationEndsInABackslash) {
     GoToSchedule();
-    for (const char* typed : {"Z:\\srv\\new", "Z:\\srv\\new\\"}) {
+    for (const char* typed : {"Z:\\srv\\new", "Z:\\srv\\new\\", "/srv/new", "/srv/new/"}) {
         Type("txtReport1", typed);
         TabOut();
         EXPECT_EQ(TextOf("txtReport1"), "Z:\\srv\\new\\");
+        EXPECT_EQ(The<TextBox>("txtReport1").text(), "/srv/new/");
     }
     Type("txtReport1", "");
     TabOut();

@@ -4,6 +4,7 @@
 #include <QStackedWidget>
 
 #include "dialogs/properties_test.h"
+#include "platform/paths.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -87,6 +88,7 @@ TEST_F(PropertiesLoad, FieldsShowTheRecord) {
     Open();
     EXPECT_EQ(Text("txtTitle"), "Week");
     EXPECT_EQ(Text("txtPath"), file);
+    EXPECT_EQ(Get<TextBox>("txtPath").text().toStdString(), paths::ToMachine(file).string());
     EXPECT_EQ(Text("txtDesc"), "Sales of a year");
     EXPECT_EQ(Text("cmbFormat"), "MS Excel");
     EXPECT_EQ(Text("msExec"), "07:30");

@@ -27,11 +27,11 @@ std::shared_ptr<RdlReport> OpenRdlReport(const std::string& path) {
     const std::filesystem::path file = std::filesystem::absolute(paths::ToMachine(path), failure);
     // An empty path, as an empty column gives it, has no absolute form.
     if (failure || !std::filesystem::exists(file, failure)) {
-        throw RuntimeError(err::FileNotFound,
-                           RuntimeError(err::FileNotFound).Description() + ": \"" + path + "\"");
+        throw RuntimeError(err::FileNotFound, RuntimeError(err::FileNotFound).Description() + ": \"" +
+                                                  paths::ForUser(path) + "\"");
     }
     if (!std::filesystem::is_regular_file(file, failure)) {
-        throw RuntimeError(err::PathFileAccess, "\"" + path + "\" is not a file");
+        throw RuntimeError(err::PathFileAccess, "\"" + paths::ForUser(path) + "\" is not a file");
     }
     return Stage(InvalidReport, [&] {
         Definition definition = ParseDefinitionFile(file);
