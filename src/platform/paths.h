@@ -28,7 +28,9 @@ const std::string& AppPath();
 // For tests: an empty text returns to the rule above.
 void SetAppPath(const std::string& path);
 
-// ${XDG_CONFIG_HOME:-~/.config}/oxbow-courier as a machine path, made with mode 0700 when it is missing.
+// ${XDG_CONFIG_HOME:-~/.config}/oxbow-courier as a machine path; not made.
+std::filesystem::path ConfigPlace();
+// The same, made with mode 0700 when it is missing.
 std::filesystem::path ConfigFolder();
 // ${XDG_DATA_HOME:-~/.local/share} as a machine path; not made.
 std::filesystem::path DataHome();

@@ -86,7 +86,9 @@ QString ConnectOptions(const SqlSource& source, const ConnectString& pairs) {
         case ProviderKind::PostgreSql:
             return QStringLiteral("connect_timeout=%1").arg(ConnectSeconds) + PostgresSsl(pairs);
         case ProviderKind::MySql:
-            return QStringLiteral("MYSQL_OPT_CONNECT_TIMEOUT=%1").arg(ConnectSeconds) + MySqlSsl(pairs);
+            return QStringLiteral("MYSQL_OPT_CONNECT_TIMEOUT=%1;MYSQL_OPT_LOCAL_INFILE=0")
+                       .arg(ConnectSeconds) +
+                   MySqlSsl(pairs);
         default:
             return QStringLiteral(
                        "SQL_ATTR_LOGIN_TIMEOUT=%1;SQL_ATTR_CONNECTION_TIMEOUT=%2;"

@@ -8,6 +8,7 @@
 
 #include "platform/rdl/data/message.h"
 #include "platform/rdl/data/odbc_time.h"
+#include "platform/rdl/data/reading_statement.h"
 #include "platform/rdl/data/sql_connection.h"
 #include "platform/rdl/data/sql_values.h"
 #include "platform/rdl/error.h"
@@ -49,6 +50,7 @@ class SqlCursor : public Cursor {
         if (dialect != ProviderKind::SqlServer && !IsOneStatement(query.text, dialect)) {
             throw Error("the query is more than one statement");
         }
+        CheckReads(query.text, dialect);
         const ConnectionWatch::Limit limit = Limit();
         Run(query);
         // What a procedure or a batch says before its rows.
