@@ -121,6 +121,19 @@ TEST_F(Delivery, OtherErrorsAreAlertedUnderOneRoutineName) {
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
+// A name that nobody knows is told before a file is looked at.
+TEST_F(Delivery, NamesAreResolvedBeforeFilesAreAttached) {
+    mail.resolveErrors = {RuntimeError(500, "nobody")};
+    EXPECT_FALSE(SendMailBatch("b", "s", 1, 21, 1));
+    ASSERT_EQ(mail.sent.size(), 1U);
+    EXPECT_EQ(mail.sent[0].text, "An error occured in SendMailBatch. nobody [500]");
+    EXPECT_TRUE(SendMailBatch("b", "s", 2, 2, 1));
+    EXPECT_TRUE(SendMailSingle("b", "s", "a;b;", "f", 1));
+    ASSERT_EQ(mail.sent.size(), 3U);
+    EXPECT_EQ(mail.sent[1].atResolve, (std::pair<std::size_t, std::size_t>{2, 0}));
+    EXPECT_EQ(mail.sent[2].atResolve, (std::pair<std::size_t, std::size_t>{2, 0}));
+}
+
 TEST_F(Delivery, FailedAlertIsNotAlerted) {
     mail.sendErrors = {RuntimeError(500, "refused")};
     EXPECT_FALSE(SendAlertMail("b", "a", "s", 1));

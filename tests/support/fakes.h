@@ -166,6 +166,8 @@ struct SentMessage {
     std::vector<std::string> recipients;
     std::vector<std::pair<int, std::string>> attachments;  // position, source
     bool resolvedWithDialog = false;
+    std::pair<std::size_t, std::size_t> atResolve = {0,
+                                                     0};  // how many recipients and attachments it had then
 };
 
 class FakeMailSystem : public MAPI::System {
