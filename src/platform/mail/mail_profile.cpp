@@ -34,6 +34,7 @@ class ProfileReader {
         profile.addressBook = Path("AddressBook", "VCard");
         profile.stallSeconds = Number("Timeout", profile.stallSeconds, 1, 3600);
         profile.connectSeconds = std::min(profile.connectSeconds, profile.stallSeconds);
+        profile.acceptSeconds = std::max(profile.acceptSeconds, profile.stallSeconds);
         switch (profile.transport) {
             case TransportKind::Outbox:
                 profile.outboxFolder = Path("Profile", "OutboxFolder");

@@ -33,6 +33,9 @@ struct MailProfile {
 
     int connectSeconds = 15;  // until the server is ready for a message
     int stallSeconds = 60;    // without a sign of life from then on
+    // smtp: without an answer to a whole message. A message that was given up too early is sent again though
+    // the server may have it, so this is as long as mail servers are granted.
+    int acceptSeconds = 600;
 };
 
 // ${XDG_CONFIG_HOME:-~/.config}/oxbow-courier/mail.ini

@@ -114,8 +114,12 @@ class MailMessage : public MAPI::Message {
         mail.subject = Subject;
         mail.text = Text;
         mail.highImportance = Importance == MAPI::ImportanceHigh;
+        mail.identity = Identity;
         mail.attachments = m_attachments.Open();
-        m_office->transport->Deliver(mail);
+        const Refusals refusals = m_office->transport->Deliver(mail);
+        if (!refusals.empty()) {
+            MAPI::TellRefusals(Subject, refusals);
+        }
     }
 
  private:
