@@ -156,9 +156,11 @@ class FakeMessage : public MAPI::Message {
     MAPI::Recipients& Recipients() override { return m_recipients; }
     MAPI::Attachments& Attachments() override { return m_attachments; }
     void Send() override {
+        m_system.identities.push_back(Identity);
         RaiseNext(m_system.sendErrors);
         SentMessage message{
-            Subject, Text, Importance, {}, {}, m_recipients.resolvedWithDialog, m_recipients.atResolve};
+            Subject, Text, Importance, {}, {}, m_recipients.resolvedWithDialog, m_recipients.atResolve,
+            Identity};
         for (const MAPI::Recipient& recipient : m_recipients.names) {
             message.recipients.push_back(recipient.Name);
         }

@@ -28,7 +28,7 @@ std::string Url(const MailProfile& profile) {
     const bool isIpv6 = profile.host.find(':') != std::string::npos;
     const std::string host = isIpv6 ? "[" + profile.host + "]" : profile.host;
     return (profile.security == Security::Tls ? "smtps://" : "smtp://") + host + ":" +
-           std::to_string(profile.port);
+           std::to_string(profile.port) + (profile.hello.empty() ? "" : "/" + profile.hello);
 }
 
 }  // namespace

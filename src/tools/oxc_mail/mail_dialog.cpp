@@ -9,6 +9,7 @@
 #include "platform/mail/mail_check.h"
 #include "platform/mail/profile_editor.h"
 #include "platform/runtime.h"
+#include "tools/oxc_mail/alert_setting.h"
 #include "ui_mail_dialog.h"
 
 namespace {
@@ -252,13 +253,15 @@ void MailDialog::Start(const std::string& announcement, MailJob::Work work) {
 
 void MailDialog::cmdCheck_Click() {
     try {
-        Start("Checking ...", [profile = ShownProfile()](const std::stop_token& stop) {
-            std::string text;
-            for (const mailer::Finding& finding : CheckMail(profile, stop)) {
-                text += (text.empty() ? "" : "\n") + TextOf(finding);
-            }
-            return text;
-        });
+        // The settings are read here: they are not for the thread that talks to the server.
+        Start("Checking ...",
+              [profile = ShownProfile(), alertWho = tools::AlertSetting()](const std::stop_token& stop) {
+                  std::string text;
+                  for (const mailer::Finding& finding : CheckMail(profile, stop)) {
+                      text += TextOf(finding) + "\n";
+                  }
+                  return text + TextOf(CheckAlertAddress(profile, alertWho));
+              });
     } catch (const RuntimeError& error) {
         ShowResult("Failed: " + error.Description() + ".");
     }

@@ -59,7 +59,7 @@ std::string From(const std::string& name, const std::string& address) {
         return address;
     }
     std::string plain = name + " <" + address + ">";
-    if (SenderOf(plain) == mailer::Mailbox{name, address}) {
+    if (SenderOf(plain) == mailer::Mailbox{name, mailer::MachineAddress(address)}) {
         return plain;
     }
     std::string quoted;
@@ -101,7 +101,7 @@ void FillForm(const Ui::MailDialog& ui, const ProfileValues& values) {
     ui.cboTransport->setCurrentIndex(PlaceOf(Transports, values.at("Transport")));
     const mailer::Mailbox sender = SenderOf(values.at("From"));
     ui.txtName->setText(QString::fromStdString(sender.name));
-    ui.txtAddress->setText(QString::fromStdString(sender.address));
+    ui.txtAddress->setText(QString::fromStdString(mailer::ReadableAddress(sender.address)));
     Put(ui.txtHost, values, "Host");
     ui.cboSecurity->setCurrentIndex(PlaceOf(Securities, values.at("Security")));
     const bool hasPort = !values.at("Port").empty() && CanBeShown("Port", values.at("Port"));
@@ -110,6 +110,7 @@ void FillForm(const Ui::MailDialog& ui, const ProfileValues& values) {
     Put(ui.txtCAFile, values, "CAFile");
     Put(ui.txtUser, values, "User");
     Put(ui.txtPasswordCommand, values, "PasswordCommand");
+    Put(ui.txtHello, values, "Hello");
     const bool hasTimeout = !values.at("Timeout").empty() && CanBeShown("Timeout", values.at("Timeout"));
     ui.spnTimeout->setValue(hasTimeout ? NumberOf(values.at("Timeout")) : UsualTimeout);
     Put(ui.txtOutboxFolder, values, "OutboxFolder");
@@ -130,6 +131,7 @@ ProfileValues FormValues(const Ui::MailDialog& ui) {
         {"CAFile", TextOf(ui.txtCAFile)},
         {"User", TextOf(ui.txtUser)},
         {"PasswordCommand", TextOf(ui.txtPasswordCommand)},
+        {"Hello", TextOf(ui.txtHello)},
         {"Timeout", timeout == UsualTimeout ? "" : std::to_string(timeout)},
         {"OutboxFolder", TextOf(ui.txtOutboxFolder)},
         {"Sendmail", TextOf(ui.txtSendmail)},

@@ -22,6 +22,16 @@ class FixedClock : public Clock {
     }
 };
 
+class ZonedClock : public Clock {
+ public:
+    DateValue Now() const override {
+        const DateValue day = DateSerial(2026, 10, 25);
+        return DateValue::FromSeconds(day.Seconds() + TimeSerial(2, 30, 0).Seconds());
+    }
+    ZonedMoment Moment() const override { return InMachineZone(seconds); }
+    std::int64_t seconds = 0;  // since 1970
+};
+
 class ParsedMessage {
  public:
     explicit ParsedMessage(const std::string& bytes) {
@@ -171,6 +181,43 @@ TEST_F(MailContent, DateIsTheClocksInTheMachinesZone) {
     tzset();
     SetClock(nullptr);
     EXPECT_NE(bytes.find("Date: Thu, 29 Feb 2024 13:05:07 +0200\r\n"), std::string::npos) << bytes;
+}
+
+// In the night of 25 October 2026 the hour from two to three comes twice.
+TEST_F(MailContent, DateOfADoubledHourHasTheOffsetOfItsMoment) {
+    setenv("TZ", "Europe/Berlin", 1);
+    tzset();
+    ZonedClock clock;
+    SetClock(&clock);
+    clock.seconds = 1792888200;
+    const std::string first = SentBytes();
+    std::filesystem::remove_all(Outbox());
+    clock.seconds += 3600;
+    const std::string second = SentBytes();
+    SetClock(nullptr);
+    setenv("TZ", "Etc/UTC", 1);
+    tzset();
+    EXPECT_NE(first.find("Date: Sun, 25 Oct 2026 02:30:00 +0200\r\n"), std::string::npos) << first;
+    EXPECT_NE(second.find("Date: Sun, 25 Oct 2026 02:30:00 +0100\r\n"), std::string::npos) << second;
+}
+
+// Message-ID
+
+TEST_F(MailContent, MessagesOfOneIdentityBearOneMessageId) {
+    const auto idOf = [this](const std::string& identity) {
+        std::filesystem::remove_all(Outbox());
+        m_message->Identity = identity;
+        return ParsedMessage(SentBytes()).Header("Message-Id");
+    };
+    const std::string id = idOf("/home/ann/store\nschedule\n7\n2026-11-22 07:00");
+    EXPECT_EQ(id.size(), std::string("<>@example.com").size() + 32);
+    EXPECT_EQ(idOf("/home/ann/store\nschedule\n7\n2026-11-22 07:00"), id);
+    EXPECT_NE(idOf("/home/ann/store\nschedule\n7\n2026-11-23 07:00"), id);
+    EXPECT_NE(idOf("/home/ann/store\nschedule\n8\n2026-11-22 07:00"), id);
+    EXPECT_NE(idOf("/home/bob/store\nschedule\n7\n2026-11-22 07:00"), id);
+    EXPECT_EQ(id.find("ann"), std::string::npos);
+    const std::string first = idOf("");
+    EXPECT_NE(idOf(""), first);
 }
 
 TEST_F(MailContent, SubjectAndBodyOfAnyLanguageSurvive) {

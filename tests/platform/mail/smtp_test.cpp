@@ -60,6 +60,15 @@ TEST_F(Smtp, DeliversOnceToAllRecipients) {
     EXPECT_NE(messages[0].find("\r\nSubject: Sales\r\n"), std::string::npos);
 }
 
+TEST_F(Smtp, GreetsTheServerByTheNameOfTheProfile) {
+    const SmtpServer server({});
+    UseServer(server.Port(), "Security=none\nHello=reports.example.com\n");
+    TwoRecipients()->Send();
+    ASSERT_EQ(server.Messages().size(), 1u);
+    EXPECT_TRUE(server.Messages()[0].starts_with("X-Envelope-Hello: reports.example.com\r\n"))
+        << server.Messages()[0];
+}
+
 TEST_F(Smtp, LinesThatBeginWithADotArriveAsTheyWere) {
     const SmtpServer server({});
     UseServer(server.Port());
