@@ -30,6 +30,7 @@ MODES = {
     "hang": "accepts the connection and never says a word",
     "hang-data": "never answers the content",
     "late-data": "takes the content and says 250 after --delay seconds",
+    "lose-answer": "takes the content and closes without an answer",
     "hang-quit": "takes the content, says 250 and never answers QUIT",
     "greet-421": "greets with 421",
     "greet-554": "greets with 554",
@@ -87,6 +88,8 @@ class Handler:
         if mode == "late-data":
             await asyncio.sleep(self.options.delay)
         self.mailbox.store(session, envelope)
+        if mode == "lose-answer":
+            server.transport.abort()
         return "250 OK"
 
 
