@@ -86,7 +86,7 @@ std::string CheckTransport(const MailProfile& profile, const std::stop_token& st
             OutboxTransport(profile.outboxFolder).CheckWritable();
             return "The outbox \"" + profile.outboxFolder.string() + "\" can be written.";
         case TransportKind::Sendmail:
-            SendmailTransport(profile.sendmail, profile.stallSeconds).CheckProgram();
+            SendmailTransport(profile.sendmail, profile.sendmailSeconds).CheckProgram();
             return "The mail program \"" + profile.sendmail + "\" is there.";
         case TransportKind::Smtp:
             break;

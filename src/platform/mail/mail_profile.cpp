@@ -25,6 +25,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr int LongestTimeout = 3600;  // in seconds
+
 class ProfileReader {
  public:
     ProfileReader(const fs::path& file, const std::string& text) : m_file(file), m_text(text) {}
@@ -35,7 +37,7 @@ class ProfileReader {
         profile.transport = ReadTransport();
         profile.from = ReadFrom();
         profile.addressBook = Path("AddressBook", "VCard");
-        profile.stallSeconds = Number("Timeout", profile.stallSeconds, 1, 3600);
+        profile.stallSeconds = Number("Timeout", profile.stallSeconds, 1, LongestTimeout);
         profile.connectSeconds = std::min(profile.connectSeconds, profile.stallSeconds);
         profile.acceptSeconds = std::max(profile.acceptSeconds, profile.stallSeconds);
         switch (profile.transport) {
@@ -49,6 +51,7 @@ class ProfileReader {
                 ReadServer(profile);
                 break;
             case TransportKind::Sendmail:
+                profile.sendmailSeconds = Number("Timeout", profile.sendmailSeconds, 1, LongestTimeout);
                 profile.sendmail = Text("Sendmail");
                 if (profile.sendmail.empty()) {
                     profile.sendmail = "/usr/sbin/sendmail";

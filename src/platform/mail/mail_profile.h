@@ -31,7 +31,8 @@ struct MailProfile {
     bool verify = true;            // the server's certificate
     std::filesystem::path caFile;  // empty: the machine's own
 
-    std::string sendmail;  // sendmail: the program
+    std::string sendmail;       // sendmail: the program
+    int sendmailSeconds = 600;  // that it may take: it may wait for a server itself
 
     int connectSeconds = 15;  // until the server is ready for a message
     int stallSeconds = 60;    // without a sign of life from then on

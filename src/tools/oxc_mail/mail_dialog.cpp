@@ -104,6 +104,7 @@ void MailDialog::Load() {
     }
     m_loaded = FormValues(*m_ui);
     m_usualPort = UsualPort(*m_ui);
+    m_usualTimeout = UsualTimeout(*m_ui);
     cboTransport_Click();
     txtVCard_Change();
     ShowPasswordState();
@@ -166,8 +167,13 @@ void MailDialog::reject() {
     QDialog::reject();
 }
 
+// A time that was chosen by hand stays.
 void MailDialog::cboTransport_Click() {
     const int index = m_ui->cboTransport->currentIndex();
+    if (m_ui->spnTimeout->value() == m_usualTimeout) {
+        m_ui->spnTimeout->setValue(UsualTimeout(*m_ui));
+    }
+    m_usualTimeout = UsualTimeout(*m_ui);
     m_ui->stkTransport->setCurrentIndex(index);
     m_ui->pagTimeout->setVisible(m_ui->stkTransport->currentWidget() != m_ui->pagOutbox);
 }

@@ -18,7 +18,7 @@ const std::vector<std::string> YesWords{"yes", "true", "1"};
 const std::vector<std::string> NoWords{"no", "false", "0"};
 
 constexpr int UsualPorts[] = {587, 465, 25};
-constexpr int UsualTimeout = 60;
+constexpr int UsualTimeouts[] = {60, 600, 60};
 
 bool IsOneOf(const std::vector<std::string>& words, const std::string& word) {
     return std::find(words.begin(), words.end(), mailer::ToLower(word)) != words.end();
@@ -75,6 +75,10 @@ int UsualPort(const Ui::MailDialog& ui) {
     return UsualPorts[std::max(ui.cboSecurity->currentIndex(), 0)];
 }
 
+int UsualTimeout(const Ui::MailDialog& ui) {
+    return UsualTimeouts[std::max(ui.cboTransport->currentIndex(), 0)];
+}
+
 bool CanBeShown(const std::string& key, const std::string& value) {
     if (key == "Transport") {
         return IsOneOf(Transports, value);
@@ -112,7 +116,7 @@ void FillForm(const Ui::MailDialog& ui, const ProfileValues& values) {
     Put(ui.txtPasswordCommand, values, "PasswordCommand");
     Put(ui.txtHello, values, "Hello");
     const bool hasTimeout = !values.at("Timeout").empty() && CanBeShown("Timeout", values.at("Timeout"));
-    ui.spnTimeout->setValue(hasTimeout ? NumberOf(values.at("Timeout")) : UsualTimeout);
+    ui.spnTimeout->setValue(hasTimeout ? NumberOf(values.at("Timeout")) : UsualTimeout(ui));
     Put(ui.txtOutboxFolder, values, "OutboxFolder");
     Put(ui.txtSendmail, values, "Sendmail");
     Put(ui.txtVCard, values, "VCard");
@@ -132,7 +136,7 @@ ProfileValues FormValues(const Ui::MailDialog& ui) {
         {"User", TextOf(ui.txtUser)},
         {"PasswordCommand", TextOf(ui.txtPasswordCommand)},
         {"Hello", TextOf(ui.txtHello)},
-        {"Timeout", timeout == UsualTimeout ? "" : std::to_string(timeout)},
+        {"Timeout", timeout == UsualTimeout(ui) ? "" : std::to_string(timeout)},
         {"OutboxFolder", TextOf(ui.txtOutboxFolder)},
         {"Sendmail", TextOf(ui.txtSendmail)},
         {"VCard", TextOf(ui.txtVCard)},

@@ -130,3 +130,9 @@ TEST_F(Profile, PasswordCommandThatLeavesAChildBehindIsNotWaitedFor) {
     EXPECT_EQ(PasswordOf(profile), "s3cret");
     EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::seconds(2));
 }
+
+TEST_F(Profile, MailProgramHasTenMinutesUnlessToldOtherwise) {
+    const std::string program = "Transport=sendmail\nFrom=a@example.com\n";
+    EXPECT_EQ(Read(program).sendmailSeconds, 600);
+    EXPECT_EQ(Read(program + "Timeout=45\n").sendmailSeconds, 45);
+}

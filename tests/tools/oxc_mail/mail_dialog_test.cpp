@@ -162,6 +162,23 @@ TEST_F(MailWindow, PortFollowsTheEncryptionUnlessItWasChosen) {
     EXPECT_THAT(Profile(), HasSubstr("Port=2525\nSecurity=tls\n"));
 }
 
+TEST_F(MailWindow, TimeoutFollowsTheTransportUnlessItWasChosen) {
+    WriteProfile("Transport=smtp\nHost=h\n");
+    Open();
+    auto* transport = Find<QComboBox>("cboTransport");
+    auto* timeout = Find<QSpinBox>("spnTimeout");
+    EXPECT_EQ(timeout->value(), 60);
+    QTest::keyClick(transport, Qt::Key_Down);
+    EXPECT_EQ(timeout->value(), 600);
+    Click("cmdSave");
+    EXPECT_THAT(Profile(), Not(HasSubstr("Timeout")));
+    timeout->setValue(30);
+    QTest::keyClick(transport, Qt::Key_Up);
+    EXPECT_EQ(timeout->value(), 30);
+    Click("cmdSave");
+    EXPECT_THAT(Profile(), HasSubstr("Timeout=30\n"));
+}
+
 TEST_F(MailWindow, BrokenProfileOpensWithWhatCanBeReadAndIsRepairedBySaving) {
     WriteProfile("Transport=smtp\nHost=mail.example.com\nSecurity=maybe\n");
     Open();
