@@ -40,7 +40,7 @@ void Show() {
         if (key == "Password") {
             lines += value.empty() ? "; Password: not set\n" : "; Password: set\n";
         } else if (!value.empty()) {
-            lines += key + "=" + value + "\n";
+            lines.append(key).append("=").append(value).append("\n");
         }
     }
     Print(lines);
