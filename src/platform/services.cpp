@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <string>
+#include <utility>
 
 #include "platform/journal.h"
 #include "platform/loop.h"
@@ -128,6 +129,30 @@ System& TheMailSystem() {
 }
 void SetMailSystem(System* system) {
     Current<System>() = system;
+}
+
+namespace {
+
+RefusalHandler& TheRefusalHandler() {
+    static RefusalHandler handler;
+    return handler;
+}
+
+}  // namespace
+
+void SetRefusalHandler(RefusalHandler handler) {
+    TheRefusalHandler() = std::move(handler);
+}
+
+void TellRefusals(const std::string& subject, const std::vector<Refusal>& refusals) {
+    if (TheRefusalHandler()) {
+        TheRefusalHandler()(subject, refusals);
+        return;
+    }
+    for (const Refusal& refusal : refusals) {
+        Journal("The mail server refuses the recipient \"" + refusal.Address + "\" of \"" + subject +
+                "\": " + refusal.Answer);
+    }
 }
 
 }  // namespace MAPI

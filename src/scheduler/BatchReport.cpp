@@ -5,6 +5,7 @@
 #include "platform/adodb.h"
 #include "platform/clock.h"
 #include "platform/convert.h"
+#include "platform/due_run.h"
 #include "scheduler/Due.h"
 #include "scheduler/NextRun.h"
 #include "scheduler/PollTimer.h"
@@ -37,10 +38,13 @@ bool PollPackages(std::string& lastKey) {
         if (!IsDue(packages.Fields("NextRunDate").Value, packages.Fields("RunTime").Value)) {
             continue;
         }
+        const std::string reportID = packages.Fields("ReportID").Value.Text();
+        const MAPI::DueRun run(
+            ConnectionString, "package", reportID,
+            packages.Fields("NextRunDate").Value.Text() + " " + packages.Fields("RunTime").Value.Text());
         if (!RunPackage(packages, Runner::PackagePoll)) {
             return false;
         }
-        const std::string reportID = packages.Fields("ReportID").Value.Text();
         const DateValue next = NextPackageRun(packages.Fields("Frequency").Value.Text(),
                                               CDate(packages.Fields("NextRunDate").Value));
         lastKey = reportID;

@@ -5,6 +5,7 @@
 #include "platform/adodb.h"
 #include "platform/clock.h"
 #include "platform/convert.h"
+#include "platform/due_run.h"
 #include "scheduler/Due.h"
 #include "scheduler/NextRun.h"
 #include "scheduler/PollTimer.h"
@@ -34,6 +35,8 @@ void PollSchedules(const std::string& RunStamp, std::string& reportID) {
         ConnectionString);
     for (; !rows.EOF_(); rows.MoveNext()) {
         reportID = rows.Fields("ReportID").Value.Text();
+        const MAPI::DueRun run(ConnectionString, "schedule", reportID,
+                               rows.Fields("NextRun").Value.Text() + " " + rows.Fields("RunAt").Value.Text());
         if (!IsDue(rows.Fields("NextRun").Value, rows.Fields("RunAt").Value) || !RunStoredSchedule(rows)) {
             continue;
         }

@@ -384,3 +384,18 @@ TEST_F(BatchReport, NeitherLogonNorFormulaIsSet) {
     EXPECT_TRUE(CallsWith("logon").empty());
     EXPECT_TRUE(CallsWith("formula").empty());
 }
+
+TEST_F(BatchReport, PackageThatIsTriedAgainKeepsItsIdentityAndTheNextHasAnother) {
+    Package("T", "ann;", "2026-11-20");
+    mail.sendErrors = {RuntimeError(err::MailboxOrServer, "gone"), std::nullopt};
+    Global::BatchReport();  // the mail, then the alert
+    Global::BatchReport();
+    Global::BatchReport();
+    const std::vector<std::string>& made = mail.identities;
+    ASSERT_EQ(made.size(), 4U);
+    EXPECT_NE(made[0], "");
+    EXPECT_EQ(made[1], "");
+    EXPECT_EQ(made[2], made[0]);
+    EXPECT_NE(made[3], made[0]);
+    EXPECT_NE(made[3], "");
+}

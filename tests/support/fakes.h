@@ -166,6 +166,9 @@ struct SentMessage {
     std::vector<std::string> recipients;
     std::vector<std::pair<int, std::string>> attachments;  // position, source
     bool resolvedWithDialog = false;
+    std::pair<std::size_t, std::size_t> atResolve = {0,
+                                                     0};  // how many recipients and attachments it had then
+    std::string identity = {};
 };
 
 class FakeMailSystem : public MAPI::System {
@@ -174,6 +177,7 @@ class FakeMailSystem : public MAPI::System {
     ~FakeMailSystem() override { MAPI::SetMailSystem(nullptr); }
     std::unique_ptr<MAPI::Session> CreateSession() override;
     std::vector<SentMessage> sent;
+    std::vector<std::string> identities;  // of every message whose sending was begun
     // Raised by the nth logon, resolve or send from now (front of the queue; nullopt: succeeds).
     std::deque<std::optional<RuntimeError>> logonErrors, resolveErrors, sendErrors;
     // Likewise by the nth new message and the nth showing of the address book.
