@@ -11,8 +11,8 @@
 // missing; column or value missing; syntax; constraint. A missing file is never created. A busy database is
 // waited for, 10 seconds; windows repaint themselves meanwhile, and nothing else runs.
 //
-// `order by LastRun` compares moments, in whatever form of date the text holds them; texts that are no moments
-// count as older than all others.
+// `order by LastRun` compares moments, in whatever form of date the text holds them; texts that are no
+// moments count as older than all others.
 #pragma once
 
 #include <cstddef>
@@ -40,8 +40,8 @@ class Connection {
     // Runs one statement to its end.
     void Execute(const std::string& statement);
     // Raises what a write would fail with now: the data is write-protected, has no room left (a quarter of a
-    // megabyte is asked for), or stays busy. Nothing is changed and nothing waits for the disk. The room is kept
-    // for this connection's next write as long as it stays open.
+    // megabyte is asked for), or stays busy. Nothing is changed and nothing waits for the disk. The room is
+    // kept for this connection's next write as long as it stays open.
     void ProveWritable();
     // What is executed between BeginTrans and CommitTrans reaches the disk together or not at all. Other
     // programs cannot write meanwhile. A connection that is closed first has changed nothing.

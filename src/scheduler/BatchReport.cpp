@@ -17,11 +17,12 @@ namespace Global {
 namespace {
 
 DueRun RunOf(const ADODB::Recordset& package) {
-    return {RunKind::Package, package.Fields("ReportID").Value.Text(), package.Fields("NextRunDate").Value.Text(),
-            package.Fields("RunTime").Value.Text()};
+    return {RunKind::Package, package.Fields("ReportID").Value.Text(),
+            package.Fields("NextRunDate").Value.Text(), package.Fields("RunTime").Value.Text()};
 }
 
-// The run of this package when it was delivered before and its record failed: it is recorded now and not run again.
+// The run of this package when it was delivered before and its record failed: it is recorded now and not run
+// again.
 bool RecordAgain(ADODB::Connection& connection, const ADODB::Recordset& package) {
     Deliveries& deliveries = Deliveries::Instance();
     const Delivery* delivery = deliveries.IsEmpty() ? nullptr : deliveries.Find(RunOf(package));
@@ -42,8 +43,8 @@ bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& packag
     if (!RunPackage(package, Runner::PackagePoll)) {
         return false;
     }
-    const DateValue next = NextPackageRun(package.Fields("Frequency").Value.Text(),
-                                          CDate(package.Fields("NextRunDate").Value));
+    const DateValue next =
+        NextPackageRun(package.Fields("Frequency").Value.Text(), CDate(package.Fields("NextRunDate").Value));
     const DueRun run = RunOf(package);
     lastKey = run.reportID;
     Deliveries::Instance().Record(connection, {run, cmFunc::FormatDateText(next), PackageHistoryMoment()});

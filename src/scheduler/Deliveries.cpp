@@ -28,11 +28,10 @@ std::string_view WordOf(RunKind kind) {
 }
 
 std::string DateStatement(const Delivery& delivery) {
-    return delivery.run.kind == RunKind::Schedule
-               ? "update ReportScheduler set NextRun = '" + delivery.next +
-                     "' Where ReportID = " + delivery.run.reportID
-               : "update ReportBatch Set NextRundate = '" + delivery.next +
-                     "' Where ReportID = " + delivery.run.reportID;
+    return delivery.run.kind == RunKind::Schedule ? "update ReportScheduler set NextRun = '" + delivery.next +
+                                                        "' Where ReportID = " + delivery.run.reportID
+                                                  : "update ReportBatch Set NextRundate = '" + delivery.next +
+                                                        "' Where ReportID = " + delivery.run.reportID;
 }
 
 std::string HistoryStatement(const Delivery& delivery) {
@@ -78,8 +77,8 @@ std::filesystem::path FileBeside(const std::string& folder) {
 // One line a delivery, its parts between tabulators. A line that is cut off lacks its last word.
 std::string LineOf(const Delivery& delivery) {
     std::string line(WordOf(delivery.run.kind));
-    for (const std::string& part : {delivery.run.reportID, delivery.run.date, delivery.run.time, delivery.next,
-                                    delivery.moment, std::string(EndWord)}) {
+    for (const std::string& part : {delivery.run.reportID, delivery.run.date, delivery.run.time,
+                                    delivery.next, delivery.moment, std::string(EndWord)}) {
         line += '\t' + part;
     }
     return line + '\n';
@@ -92,7 +91,8 @@ std::optional<Delivery> DeliveryOf(const std::string& line) {
         parts.push_back(part);
     }
     constexpr std::size_t Parts = 7;
-    if (parts.size() != Parts || (parts[0] != ScheduleWord && parts[0] != PackageWord) || parts[6] != EndWord) {
+    if (parts.size() != Parts || (parts[0] != ScheduleWord && parts[0] != PackageWord) ||
+        parts[6] != EndWord) {
         return std::nullopt;
     }
     const RunKind kind = parts[0] == ScheduleWord ? RunKind::Schedule : RunKind::Package;
@@ -117,11 +117,13 @@ void WhileBusy(const std::function<void()>& body) {
     }
 }
 
-void WriteFailureRow(const std::string& routine, const RuntimeError& error, const std::function<void()>& write) {
+void WriteFailureRow(const std::string& routine, const RuntimeError& error,
+                     const std::function<void()>& write) {
     try {
         WhileBusy(write);
     } catch (...) {
-        Journal(ErrorText("An error occured in " + routine + ", and its history row cannot be written. ", error));
+        Journal(
+            ErrorText("An error occured in " + routine + ", and its history row cannot be written. ", error));
         throw;
     }
 }

@@ -1,5 +1,5 @@
-// What a poll has delivered, until the database has taken it: a run whose mail is out is recorded again when that
-// failed, never mailed again.
+// What a poll has delivered, until the database has taken it: a run whose mail is out is recorded again when
+// that failed, never mailed again.
 #pragma once
 
 #include <filesystem>
@@ -27,16 +27,18 @@ struct Delivery {
     std::string moment;  // of the history row, as it is stored
 };
 
-// One object for both polls. It remembers in memory and in a small file beside the database, as a process that
-// ends between a delivery and its record must not cost the recipients a second mail. The file is written without
-// waiting for the disk: it is for a killed process. What it holds of an item that has moved on means nothing.
+// One object for both polls. It remembers in memory and in a small file beside the database, as a process
+// that ends between a delivery and its record must not cost the recipients a second mail. The file is written
+// without waiting for the disk: it is for a killed process. What it holds of an item that has moved on means
+// nothing.
 class Deliveries {
  public:
     static Deliveries& Instance();
 
-    // Stores the item's next date and its history row, both or neither, on an open connection. A database that
-    // is busy is waited for, for minutes. When it fails, the delivery is kept for Find and the error raised. A
-    // history row that cannot be written does not hold back the date: then only its error is raised.
+    // Stores the item's next date and its history row, both or neither, on an open connection. A database
+    // that is busy is waited for, for minutes. When it fails, the delivery is kept for Find and the error
+    // raised. A history row that cannot be written does not hold back the date: then only its error is
+    // raised.
     void Record(ADODB::Connection& connection, const Delivery& delivery);
 
     bool IsEmpty() const { return m_kept.empty(); }
@@ -55,12 +57,13 @@ class Deliveries {
     std::vector<Delivery> m_kept;
 };
 
-// Writes the row of a failed poll by `write`. A busy database is waited for, for minutes; when the row cannot be
-// written at all, the poll's own error is told on standard error, as the one that is raised is another.
-void WriteFailureRow(const std::string& routine, const RuntimeError& error, const std::function<void()>& write);
+// Writes the row of a failed poll by `write`. A busy database is waited for, for minutes; when the row cannot
+// be written at all, the poll's own error is told on standard error, as the one that is raised is another.
+void WriteFailureRow(const std::string& routine, const RuntimeError& error,
+                     const std::function<void()>& write);
 
-// Runs `body` again and again while the database is busy, for some minutes in all; events run in between. Raises
-// what it fails with at last, and any other error at once.
+// Runs `body` again and again while the database is busy, for some minutes in all; events run in between.
+// Raises what it fails with at last, and any other error at once.
 void WhileBusy(const std::function<void()>& body);
 
 }  // namespace Global

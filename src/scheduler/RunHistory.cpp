@@ -22,8 +22,8 @@ void Execute(const std::string& statement) {
 
 std::string RunHistoryStatement(const Variant& reportID, const Variant& lastRun, const Variant& status,
                                 const Variant& errMsg) {
-    return "insert into ReportHistory(ReportID, LastRun, Status, ErrMsg) values(" + reportID + ",'" + lastRun +
-           "','" + status + "','" + errMsg + "')";
+    return "insert into ReportHistory(ReportID, LastRun, Status, ErrMsg) values(" + reportID + ",'" +
+           lastRun + "','" + status + "','" + errMsg + "')";
 }
 
 void WriteRunHistory(const Variant& reportID, const Variant& lastRun, const Variant& status,

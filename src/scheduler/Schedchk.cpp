@@ -21,7 +21,8 @@ DueRun RunOf(const ADODB::Recordset& row) {
             row.Fields("RunAt").Value.Text()};
 }
 
-// The run of this row when it was delivered before and its record failed: it is recorded now and not run again.
+// The run of this row when it was delivered before and its record failed: it is recorded now and not run
+// again.
 bool RecordAgain(const ADODB::Recordset& row, DateValue& NextDate) {
     Deliveries& deliveries = Deliveries::Instance();
     const Delivery* delivery = deliveries.IsEmpty() ? nullptr : deliveries.Find(RunOf(row));

@@ -178,8 +178,8 @@ void Database::Rollback() {
 }
 
 void Database::ProveWritable() {
-    // With a cache of next to nothing the rows of an open transaction go to the log at once. What is taken back
-    // leaves the log as long as it was: its room is there for the write that follows.
+    // With a cache of next to nothing the rows of an open transaction go to the log at once. What is taken
+    // back leaves the log as long as it was: its room is there for the write that follows.
     Run("pragma cache_size=2");
     Begin();
     try {

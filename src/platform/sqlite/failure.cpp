@@ -41,17 +41,19 @@ bool IsOnReadOnlyFileSystem(const std::string& file) {
     }
 }
 
-// What is wrong with the machine and not with the file: raised by what the system said, if it is one of these.
+// What is wrong with the machine and not with the file: raised by what the system said, if it is one of
+// these.
 void RaiseLack(int systemCode, const std::string& quoted) {
     switch (systemCode) {
         case EMFILE:
         case ENFILE:
-            throw RuntimeError(TooManyFiles, "Too many open files: the data file " + quoted + " cannot be opened");
+            throw RuntimeError(TooManyFiles,
+                               "Too many open files: the data file " + quoted + " cannot be opened");
         case ENOMEM:
             throw RuntimeError(err::OutOfMemory);
         case EROFS:
-            throw RuntimeError(err::DataReadOnly,
-                               "The data file " + quoted + " is write-protected; its file system is read-only");
+            throw RuntimeError(err::DataReadOnly, "The data file " + quoted +
+                                                      " is write-protected; its file system is read-only");
         default:
             break;
     }

@@ -179,7 +179,8 @@ int RegisterDialect(sqlite3* handle, std::optional<RuntimeError>* failure) {
             return code;
         }
     }
-    const int code = sqlite3_create_collation_v2(handle, "nocase", SQLITE_UTF8, nullptr, CompareNoCase, nullptr);
+    const int code =
+        sqlite3_create_collation_v2(handle, "nocase", SQLITE_UTF8, nullptr, CompareNoCase, nullptr);
     return code != SQLITE_OK
                ? code
                : sqlite3_create_collation_v2(handle, "moment", SQLITE_UTF8, nullptr, CompareMoments, nullptr);
