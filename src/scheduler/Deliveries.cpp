@@ -111,7 +111,9 @@ void WhileBusy(const std::function<void()>& body) {
             if (error.Number() != err::DataTimeout || attempt == BusyAttempts) {
                 throw error;
             }
-            Journal("The scheduler waits for its database. " + error.Description());
+            if (attempt == 1) {
+                Journal("The scheduler waits for its database. " + error.Description());
+            }
         }
         DoEvents();
     }
@@ -124,6 +126,11 @@ void WriteFailureRow(const std::string& routine, const RuntimeError& error,
     } catch (...) {
         Journal(
             ErrorText("An error occured in " + routine + ", and its history row cannot be written. ", error));
+        // Of a database that was busy for the poll's first statement no row can be written: its insert lacks
+        // a key. What is wrong is that it was busy.
+        if (error.Number() == err::DataTimeout) {
+            throw error;
+        }
         throw;
     }
 }

@@ -57,8 +57,9 @@ class Deliveries {
     std::vector<Delivery> m_kept;
 };
 
-// Writes the row of a failed poll by `write`. A busy database is waited for, for minutes; when the row cannot
-// be written at all, the poll's own error is told on standard error, as the one that is raised is another.
+// Writes the row of a failed poll by `write`. A busy database is waited for, for minutes. When the row cannot
+// be written at all, the poll's own error is told on standard error, as the one that is raised is that of the
+// write; but a poll that failed on a busy database raises that.
 void WriteFailureRow(const std::string& routine, const RuntimeError& error,
                      const std::function<void()>& write);
 
