@@ -70,10 +70,6 @@ std::optional<RuntimeError> Store(ADODB::Connection& connection, const Delivery&
     }
 }
 
-std::filesystem::path FileBeside(const std::string& folder) {
-    return paths::ToMachine(folder + "\\PressroomLive.delivered");
-}
-
 // One line a delivery, its parts between tabulators. A line that is cut off lacks its last word.
 std::string LineOf(const Delivery& delivery) {
     std::string line(WordOf(delivery.run.kind));
@@ -176,8 +172,10 @@ void Deliveries::Load() {
         return;
     }
     m_folder = AppPath();
+    // Here and not when it is written: nothing that can wait stands between a delivery and its line.
+    m_file = paths::ToMachine(m_folder) / "PressroomLive.delivered";
     m_kept.clear();
-    std::ifstream file(FileBeside(m_folder));
+    std::ifstream file(m_file);
     for (std::string line; std::getline(file, line);) {
         if (const auto delivery = DeliveryOf(line)) {
             m_kept.push_back(*delivery);
@@ -187,17 +185,16 @@ void Deliveries::Load() {
 
 // Failures are not told: what counts is that the database takes the record, and its failures are.
 void Deliveries::Save() const {
-    const std::filesystem::path path = FileBeside(m_folder);
     if (m_kept.empty()) {
         std::error_code ignored;
-        std::filesystem::remove(path, ignored);
+        std::filesystem::remove(m_file, ignored);
         return;
     }
     std::string text;
     for (const Delivery& delivery : m_kept) {
         text += LineOf(delivery);
     }
-    std::ofstream(path, std::ios::binary | std::ios::trunc) << text;
+    std::ofstream(m_file, std::ios::binary | std::ios::trunc) << text;
 }
 
 }  // namespace Global

@@ -54,6 +54,7 @@ class Deliveries {
     void RemoveIf(Condition condition);
 
     std::string m_folder;  // whose deliveries these are
+    std::filesystem::path m_file;
     std::vector<Delivery> m_kept;
 };
 
