@@ -1,14 +1,12 @@
 """Another program keeps the database locked for longer than it is waited for."""
 
-import os
 import sqlite3
+import subprocess
 import time
 import unittest
 
 from editor import EditorTest, write_program
 from harness import CourierTest
-
-LONG = bool(os.environ.get("OXC_LONG_TESTS"))
 
 
 class Lock:
@@ -85,17 +83,28 @@ class LockedScheduler(CourierTest):
 
 
 class LockedEditor(EditorTest):
-    def test_window_paints_itself_while_it_waits_and_takes_no_click(self):
-        """A window that lay before it goes away: what it hid is painted, and a click on it has no effect until later."""
-        window = self.open_editor()
-        time.sleep(1)
-        before = self.courier.folder / "before.png"
-        self.display.screenshot(before)
-        lock = Lock(self.courier, "begin immediate")
+    def picture(self, name):
+        path = self.courier.folder / (name + ".png")
+        self.display.screenshot(path)
+        return path
+
+    def differ(self, one, other):
+        return subprocess.run(["compare", "-metric", "AE", one, other, "null:"], capture_output=True).returncode != 0
+
+    def test_window_is_painted_while_its_start_waits_and_clicks_wait_too(self):
+        lock = Lock(self.courier)
         self.addCleanup(lock.release)
-        self.courier.process  # still there
-        self.display.run("xdotool", "windowunmap", "--sync", str(window))
-        self.display.run("xdotool", "windowmap", "--sync", str(window))
+        window = self.open_editor()  # shown; now it clears the history of old rows
+        time.sleep(3)
+        waiting = self.picture("waiting")
+        colours = int(subprocess.run(["identify", "-format", "%k", waiting], capture_output=True, check=True).stdout)
+        self.assertGreater(colours, 100)
+        self.display.click(window, 20, 10)  # the menu "File"
+        time.sleep(1)
+        self.assertFalse(self.differ(waiting, self.picture("clicked")))
+        lock.release()
+        time.sleep(2)
+        self.assertTrue(self.differ(waiting, self.picture("free")))
         self.assertIsNone(self.courier.process.poll())
 
 
