@@ -40,6 +40,7 @@ class Holder {
 class DeliveryRecords : public fakes::PackageRunFixture {
  protected:
     DeliveryRecords() : PackageRunFixture(fakes::At(2026, 11, 21, 14, 0, 0)) {
+        SetRegional({});
         SetCommand("-sched");
         engine.reports["Z:\\reports\\sales.rpt"] = {};
         ADODB::SetBusyWait(0.01);
