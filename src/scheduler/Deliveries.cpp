@@ -40,7 +40,7 @@ std::string HistoryStatement(const Delivery& delivery) {
                : PackageRunStatement(delivery.run.reportID, delivery.moment);
 }
 
-// Statements of which all reach the disk or none.
+// Statements that reach the disk together or not at all.
 void ExecuteTogether(ADODB::Connection& connection, const std::vector<std::string>& statements) {
     connection.BeginTrans();
     try {
@@ -183,7 +183,8 @@ void Deliveries::Load() {
     }
 }
 
-// Failures are not told: what counts is that the database takes the record, and its failures are.
+// A failure is not reported: what counts is that the database takes the record, and its failures are
+// reported.
 void Deliveries::Save() const {
     if (m_kept.empty()) {
         std::error_code ignored;

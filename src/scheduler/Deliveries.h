@@ -42,9 +42,9 @@ class Deliveries {
     void Record(ADODB::Connection& connection, const Delivery& delivery);
 
     bool IsEmpty() const { return m_kept.empty(); }
-    // A delivery of this very run that is not recorded yet; nullptr when there is none.
+    // A delivery of this very run that is not recorded yet; nullptr when there is no such delivery.
     const Delivery* Find(const DueRun& run) const;
-    // A poll has seen every item of a kind: what is still kept of that kind belongs to none.
+    // A poll has seen every item of a kind: what is still kept of that kind belongs to no item.
     void Clear(RunKind kind);
 
  private:
@@ -59,8 +59,8 @@ class Deliveries {
 };
 
 // Writes the row of a failed poll by `write`. A busy database is waited for, for minutes. When the row cannot
-// be written at all, the poll's own error is told on standard error, as the one that is raised is that of the
-// write; but a poll that failed on a busy database raises that.
+// be written at all, the poll's own error is a line on standard error, as the one that is raised is that of
+// the write; but a poll that failed on a busy database raises that.
 void WriteFailureRow(const std::string& routine, const RuntimeError& error,
                      const std::function<void()>& write);
 

@@ -86,7 +86,7 @@ class Kills(MailTest):
                 counter = whole
         return before, whole
 
-    def test_kill_at_the_calls_behind_the_delivery(self):
+    def test_kill_at_the_calls_after_the_delivery(self):
         before, whole = self.calls_of_a_run()
         points = [(call, number) for call in CALLS for number in range(before[call] + 1, whole[call] + 1)]
         self.assertGreater(len(points), 60)

@@ -60,7 +60,7 @@ class DeliveryRecords : public fakes::PackageRunFixture {
         SetAppPath(app);
     }
     // From the end of the next export on the database is busy.
-    void HoldBehindTheExport() {
+    void HoldAfterTheExport() {
         engine.onExport = [this](const std::string&) { holder.Take(LiveFile()); };
     }
     void ReleaseAtYield(int yield) {
@@ -145,7 +145,7 @@ TEST_F(DeliveryRecords, DatabaseThatCannotEvenBeReadIsCalledBusyAndNotAMistakeOf
 
 TEST_F(DeliveryRecords, BusyDatabaseIsWaitedForOnceTheMailIsOut) {
     Schedule();
-    HoldBehindTheExport();
+    HoldAfterTheExport();
     ReleaseAtYield(20);
     Said([] { Global::Schedchk(); });
     EXPECT_EQ(Exports(), 1U);
@@ -159,7 +159,7 @@ TEST_F(DeliveryRecords, BusyDatabaseIsWaitedForOnceTheMailIsOut) {
 TEST_F(DeliveryRecords, BusyDatabaseIsWaitedForOnceAPackageIsOut) {
     Package();
     Detail(1, "1>a.rpt", "Acrobat");
-    HoldBehindTheExport();
+    HoldAfterTheExport();
     ReleaseAtYield(20);
     Said([] { Global::BatchReport(); });
     EXPECT_EQ(NextDates(), Rows{"2026-11-22"});
@@ -169,7 +169,7 @@ TEST_F(DeliveryRecords, BusyDatabaseIsWaitedForOnceAPackageIsOut) {
 
 TEST_F(DeliveryRecords, ScheduleThatCouldNotBeRecordedIsRecordedByTheNextPollAndNotMailedAgain) {
     Schedule();
-    HoldBehindTheExport();
+    HoldAfterTheExport();
     const std::string said = Said([] { EXPECT_THROW(Global::Schedchk(), RuntimeError); });
     EXPECT_NE(
         said.find("2026-11-21 14:00:00 An error occured in Schedchk, and its history row cannot be written. "
@@ -197,7 +197,7 @@ TEST_F(DeliveryRecords, RestartRecordsWhatTheFormerProcessDelivered) {
     Schedule();
     Package();
     Detail(1, "1>a.rpt", "Acrobat");
-    HoldBehindTheExport();
+    HoldAfterTheExport();
     Said([] {
         EXPECT_THROW(Global::Schedchk(), RuntimeError);
         EXPECT_THROW(Global::BatchReport(), RuntimeError);
@@ -255,7 +255,7 @@ TEST_F(DeliveryRecords, DateThatTheTableRefusesIsTriedAgainInsteadOfTheMail) {
     EXPECT_EQ(History(), Rows{"1|2026-11-21,14:00:00|T|null"});
 }
 
-TEST_F(DeliveryRecords, RowsBehindOneThatIsRecordedAgainAreRun) {
+TEST_F(DeliveryRecords, RowsAfterOneThatIsRecordedAgainAreRun) {
     Schedule();
     Schedule();
     database.Run(
@@ -348,7 +348,7 @@ TEST_F(DeliveryRecords, LinesThatAreCutOffOrNotUnderstoodSuppressNoRun) {
     EXPECT_EQ(Exports(), 1U);
 }
 
-TEST_F(DeliveryRecords, NextDateOfARecordedRowIsWhatAnUnknownWordBehindItTakes) {
+TEST_F(DeliveryRecords, NextDateOfARecordedRowIsWhatAnUnknownWordAfterItTakes) {
     fakes::Insert(database, {.nextRun = "2026-11-20"});
     fakes::Insert(database, {.frequency = "WeekDays", .nextRun = "2026-11-02"});
     std::ofstream(database.Folder() / "PressroomLive.delivered")

@@ -24,7 +24,7 @@ class WatchedLog {
 
     int syncs = 0;
     sqlite3_int64 length = 0;    // that the log has reached
-    sqlite3_int64 fullAt = -1;   // no byte behind this one is taken; -1: the disk is never full
+    sqlite3_int64 fullAt = -1;   // no byte after this one is taken; -1: the disk is never full
     int fullCode = SQLITE_FULL;  // what the write says then
 
  private:

@@ -6,7 +6,7 @@
 
 namespace {
 
-// Timers that come due while it lives are not told; those that repeat come again.
+// Timers that come due while it lives do not run; those that repeat come again.
 class TimersHeld : public QObject {
  public:
     TimersHeld() { QCoreApplication::instance()->installEventFilter(this); }

@@ -54,7 +54,7 @@ class Translator {
     // What is known of one pair of parentheses, or of the statement outside them.
     struct Level {
         std::string_view limit;  // empty: no `top` in it
-        bool orders = false;     // behind its `order by`
+        bool orders = false;     // after its `order by`
     };
 
     // The first token from `index` on that is no blank.

@@ -152,7 +152,7 @@ int CompareNoCase(void* /*unused*/, int leftBytes, const void* left, int rightBy
                           {static_cast<const char*>(right), static_cast<std::size_t>(rightBytes)});
 }
 
-// Texts as the moments that they tell. Those that tell none are alike, and older than all that do.
+// Texts as the moments that they hold. Those that hold no moment are equal, and older than all others.
 int CompareMoments(void* /*unused*/, int leftBytes, const void* left, int rightBytes, const void* right) {
     const auto moment = [](const void* text, int bytes) {
         return ReadDateText({static_cast<const char*>(text), static_cast<std::size_t>(bytes)}, Regional());

@@ -1,4 +1,4 @@
-// What the machine lacks is told as that, and not as a fault of the data file.
+// What the machine lacks is reported as that, and not as a fault of the data file.
 #include <fcntl.h>
 #include <sched.h>
 #include <sys/mount.h>
