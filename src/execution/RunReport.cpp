@@ -4,6 +4,7 @@
 #include "execution/ExportFormat.h"
 #include "mail/Delivery.h"
 #include "platform/convert.h"
+#include "platform/journal.h"
 #include "platform/loop.h"
 #include "platform/process.h"
 #include "store/TextConventions.h"
@@ -108,6 +109,7 @@ bool RunReport(const Variant& reportID, const std::string& reportPath, const Var
     const ExportKind kind = RecogniseFormat(Runner::Single, format.Text());
     switch (kind) {
         case ExportKind::None:
+            Journal("Schedule " + reportID + " is not run: its format \"" + format + "\" is not known");
             return false;
         case ExportKind::Html:
             return ExportHtmlAndMail(report, envelope);

@@ -36,19 +36,14 @@ class ExitingProcess : public Process {
 class StandardErrorPrompts : public Prompts {
  public:
     int Box(const std::string& text, int flags, const std::string& title) override {
-        Say(text, title);
+        JournalBox(text, title);
         constexpr int ButtonsMask = 15;
         return (flags & ButtonsMask) == vbYesNo ? vbYes : vbOK;
     }
     std::string Input(const std::string& prompt, const std::string& title,
                       const std::string& preset) override {
-        Say(prompt, title);
+        JournalBox(prompt, title);
         return preset;
-    }
-
- private:
-    static void Say(const std::string& text, const std::string& title) {
-        Journal((title.empty() ? std::string(AppTitle) : title) + ": " + text);
     }
 };
 
@@ -99,6 +94,10 @@ Process& TheProcess() {
 }
 void SetProcess(Process* process) {
     Current<Process>() = process;
+}
+
+void JournalBox(const std::string& text, const std::string& title) {
+    Journal((title.empty() ? std::string(AppTitle) : title) + ": " + text);
 }
 
 Prompts& ThePrompts() {

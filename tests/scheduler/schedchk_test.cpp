@@ -237,7 +237,10 @@ TEST_F(Schedchk, MissingTableFailsTheHandlerTooAndLeavesTheTimerOff) {
 
 TEST_F(Schedchk, UnknownFormatWritesNoRowAndStaysDue) {
     Row({.nextRun = "2026-11-21", .format = "Text"});
+    testing::internal::CaptureStderr();
     Global::Schedchk();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "2026-11-21 14:00:00 Schedule 1 is not run: its format \"Text\" is not known\n");
     EXPECT_TRUE(History().empty());
     EXPECT_EQ(NextRuns(), Rows{"2026-11-21"});
 }

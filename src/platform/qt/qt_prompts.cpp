@@ -4,6 +4,8 @@
 #include <QInputDialog>
 #include <QMessageBox>
 
+#include "platform/process.h"
+
 namespace {
 
 QMessageBox::Icon IconOf(int flags) {
@@ -26,9 +28,17 @@ QString TitleOf(const std::string& title) {
     return QString::fromStdString(title.empty() ? AppTitle : title);
 }
 
+// Nobody may be at the scheduler's screen: what its boxes say stands on standard error as well.
+void JournalOfScheduler(const std::string& text, const std::string& title) {
+    if (!Command().empty()) {
+        JournalBox(text, title);
+    }
+}
+
 }  // namespace
 
 int QtPrompts::Box(const std::string& text, int flags, const std::string& title) {
+    JournalOfScheduler(text, title);
     constexpr int ButtonBits = 0x0F;
     const bool question = (flags & ButtonBits) == vbYesNo;
     QMessageBox box(QApplication::activeWindow());
@@ -46,6 +56,7 @@ int QtPrompts::Box(const std::string& text, int flags, const std::string& title)
 }
 
 std::string QtPrompts::Input(const std::string& prompt, const std::string& title, const std::string& preset) {
+    JournalOfScheduler(prompt, title);
     bool accepted = false;
     const QString text =
         QInputDialog::getText(QApplication::activeWindow(), TitleOf(title), QString::fromStdString(prompt),
