@@ -117,6 +117,7 @@ void frmAddReport::ConnectPages() {
 
 void frmAddReport::ConnectLostFocus() {
     connect(m_ui->txtBrowse, &TextBox::textEdited, this, [this] { m_pathTyped = true; });
+    connect(m_ui->txtTitle, &TextBox::textEdited, this, [this] { m_titleTyped = true; });
     connect(m_ui->txtBrowse, &TextBox::LostFocus, this, &frmAddReport::txtBrowse_LostFocus);
     connect(m_ui->txtTitle, &TextBox::LostFocus, this, &frmAddReport::txtTitle_LostFocus);
     connect(m_ui->txtRecipient, &TextBox::LostFocus, this, &frmAddReport::txtRecipient_LostFocus);
@@ -338,7 +339,7 @@ void frmAddReport::cmdBrowse_Click() {
 }
 
 void frmAddReport::OpenPickedReport() {
-    m_pathTyped = false;
+    m_pathTyped = m_titleTyped = false;
     ResumeNext([this] { Global::OpenReport(m_ui->txtBrowse->Text()); });
     TakeReportIn();
     ResumeNext([this] { m_ui->txtTitle->Text(Global::OpenedReport().Title()); });
@@ -361,7 +362,7 @@ void frmAddReport::OpenTypedReport() {
     m_ui->txtBrowse->Text(path);
     m_pathTyped = false;
     TakeReportIn();
-    if (!m_ui->txtTitle->isModified()) {
+    if (!m_titleTyped) {
         m_ui->txtTitle->Text(Global::OpenedReport().Title());
     }
 }

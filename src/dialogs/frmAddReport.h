@@ -75,6 +75,7 @@ class frmAddReport : public QDialog {
     std::string LoginRequired;  // "T" or "F"
     bool m_unloaded = false;
     bool m_pathTyped = false;  // and not opened yet
+    bool m_titleTyped = false;
 };
 
 // As the toolbar's "New Report" of the active Desktop window.

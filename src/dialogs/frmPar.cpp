@@ -66,9 +66,8 @@ std::string KindOf(int valueType) {
 std::string Refusal(const report::ParameterField& parameter, const std::string& text,
                     const RuntimeError& error) {
     const std::string name = "parameter \"" + parameter.Name() + "\"";
-    const std::string what = text.empty()
-                                 ? "The " + name + " is empty, which is not "
-                                 : "The value \"" + text + "\" of the " + name + " is not ";
+    const std::string what = text.empty() ? "The " + name + " is empty, which is not "
+                                          : "The value \"" + text + "\" of the " + name + " is not ";
     return Global::ErrorText(what + KindOf(parameter.ValueType()) + ". ", error);
 }
 

@@ -6,8 +6,8 @@
 //   "frmViewer"               nothing but ParNames and ParValues, which the others get as well
 //
 // Nothing is checked while it is typed. A text that the report cannot take is told, with its parameter, when
-// the dialog is left: it closes then as if it had been cancelled, and the caller has nothing of it. Beside the
-// box of a number or a date stands how its text is understood here.
+// the dialog is left: it closes then as if it had been cancelled, and the caller has nothing of it. Beside
+// the box of a number or a date stands how its text is understood here.
 #pragma once
 
 #include <QDialog>
@@ -28,7 +28,8 @@ class frmPar : public QDialog {
     Q_OBJECT
  public:
     // Shows the dialog until it is left. Cancel, the close box and a value that is refused set ParCancelled,
-    // which the caller clears before. The list is the one that "frmAddReport" and "frmPar" get filled; others need none.
+    // which the caller clears before. The list is the one that "frmAddReport" and "frmPar" get filled; others
+    // need none.
     static void ShowModal(ListView* lsvPar = nullptr);
 
     explicit frmPar(ListView* lsvPar = nullptr, QWidget* parent = nullptr);

@@ -103,10 +103,8 @@ void frmWiz::ConnectReports() {
     connect(m_ui->filList, &FileListBox::DblClick, this, &frmWiz::filList_DblClick);
     connect(m_ui->cmbBrowse1, &QPushButton::clicked, this, &frmWiz::cmbBrowse1_Click);
     connect(m_ui->Command1, &QPushButton::clicked, this, &frmWiz::Command1_Click);
-    // Without a line to remove it would end the program.
-    m_ui->Command1->setEnabled(false);
-    connect(m_ui->lsvReports, &QListWidget::itemSelectionChanged, this,
-            [this] { m_ui->Command1->setEnabled(m_ui->lsvReports->ListIndex() >= 0); });
+    connect(m_ui->lsvReports, &QListWidget::itemSelectionChanged, this, &frmWiz::EnableRemove);
+    EnableRemove();
     connect(m_ui->lsvReports, &ListBox::OLEDragDrop, this, &frmWiz::lsvReports_OLEDragDrop);
 }
 
@@ -402,6 +400,12 @@ void frmWiz::TakeBackLastReport() {
     const int last = m_ui->lsvReports->ListCount() - 1;
     m_ui->lsvPaths->RemoveItem(last);
     m_ui->lsvReports->RemoveItem(last);
+    EnableRemove();
+}
+
+// Without a line to remove it would end the program.
+void frmWiz::EnableRemove() {
+    m_ui->Command1->setEnabled(m_ui->lsvReports->ListIndex() >= 0);
 }
 
 void frmWiz::Command1_Click() {
@@ -412,6 +416,7 @@ void frmWiz::Command1_Click() {
     const int line = m_ui->lsvReports->ListIndex();
     m_ui->lsvPaths->RemoveItem(line);
     m_ui->lsvReports->RemoveItem(line);
+    EnableRemove();
 }
 
 void frmWiz::cmdTo_Click() {

@@ -60,6 +60,7 @@ class frmWiz : public QDialog {
     bool BrowseForFolder();
     void EmptyWorkTable();
     void TakeBackLastReport();
+    void EnableRemove();
     void Unload();
 
     // One for each page: whether and how it is left by Next.

@@ -26,7 +26,7 @@ class PackageFinish : public PackageWizard {
     }
     // As the database says it.
     static std::string TableMissing(const std::string& table) {
-        return "X0 " + table + " [-2147217865]";
+        return "The data has no table of that name; no such table: " + table + " [-2147217865]";
     }
     // Null while the form of the wait is not on the screen.
     static const frmWizDone* Done() {
@@ -303,7 +303,8 @@ TEST_F(PackageFinish, MarkInTheDestinationBreaksTheFirstStatement) {
     Click("cmdSave");
     Type("txtRecipient", "ann@example.com");
     Click("cmdSave");
-    EXPECT_EQ(TakeBoxes(), (Boxes{Warning("X1")}));
+    EXPECT_EQ(TakeBoxes(),
+              (Boxes{Warning("The statement is not understood; near \"s\": syntax error [-2147217900]")}));
     EXPECT_EQ(Packages(), Texts{});
     EXPECT_FALSE(form->isVisible());
 }
@@ -330,7 +331,8 @@ TEST_F(PackageFinish, FailureBehindTheFirstStatementLeavesAHalfMadePackage) {
     Click("cmdSave");
     Type("txtRecipient", "ann@example.com");
     Click("cmdSave");
-    EXPECT_EQ(TakeBoxes().back(), Warning("X2"));
+    EXPECT_EQ(TakeBoxes().back(),
+              Warning("The statement is not understood; near \"s\": syntax error [-2147217900]"));
     EXPECT_EQ(Packages().size(), 1U);
     EXPECT_EQ(database.Rows("select ReportTitle from ReportBatchDtls"), (Texts{"1>sales.rpt"}));
     EXPECT_EQ(Global::PackageCounter, 2);

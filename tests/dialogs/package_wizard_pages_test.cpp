@@ -248,6 +248,18 @@ TEST_F(PackageWizard, CancelledBrowseByAFileGoesOnWithTheFileChosenBefore) {
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
+TEST_F(PackageWizard, TabGoesThroughThePageAndThenTheCommandsAsTheyStand) {
+    GoToEmail();
+    The<QWidget>("chkMail").setFocus();
+    Texts order;
+    for (int i = 0; i < 8; ++i) {
+        order.push_back(QApplication::focusWidget()->objectName().toStdString());
+        TabOut();
+    }
+    EXPECT_EQ(order, (Texts{"chkMail", "txtRecipient", "cmdTo", "txtSubject", "txtMsg", "cmdBack",
+                            "cmdCancel", "cmdSave"}));
+}
+
 TEST_F(PackageWizard, CancelEmptiesTheWorkTable) {
     database.Run("insert into tmpPar values('1>sales.rpt', 'Region', 'North')");
     Click("cmdCancel");

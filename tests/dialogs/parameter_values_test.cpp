@@ -63,7 +63,8 @@ TEST_P(ParameterFormLists, TextThatDoesNotConvertIsToldByItsParameterAndNothingI
         Click(form, "cmdOK");
         EXPECT_FALSE(form.isVisible());
     });
-    EXPECT_EQ(prompts.boxes, (Boxes{Refusal("The value \"many\" of the parameter \"Count\" is not a number.")}));
+    EXPECT_EQ(prompts.boxes,
+              (Boxes{Refusal("The value \"many\" of the parameter \"Count\" is not a number.")}));
     EXPECT_TRUE(process.ends.empty());
     EXPECT_EQ(Lines(), (Texts{"Region1|Region|South", "Count2|Count|7"}));
     EXPECT_EQ(engine.calls, (Texts{"clear 1", "clear 2", "clear 3", "value 1 text North"}));
@@ -91,8 +92,9 @@ TEST_F(ParameterFormValues, EmptyBoxOfANumberABooleanOrADateIsTold) {
         prompts.boxes.clear();
         Open({{"Value", type}});
         Show([](frmPar& form) { Click(form, "cmdOK"); });
-        EXPECT_EQ(prompts.boxes, (Boxes{Refusal("The parameter \"Value\" is empty, which is not " +
-                                                std::string(what) + ".")}));
+        EXPECT_EQ(
+            prompts.boxes,
+            (Boxes{Refusal("The parameter \"Value\" is empty, which is not " + std::string(what) + ".")}));
         EXPECT_TRUE(process.ends.empty()) << type;
     }
 }
@@ -103,8 +105,9 @@ TEST_F(ParameterFormValues, InvalidDateIsTold) {
         Type(form, "cmbFrom", "2002-02-30x");
         Click(form, "cmdOK");
     });
-    EXPECT_EQ(prompts.boxes, (Boxes{Refusal("The value \"2002-02-30x\" of the parameter \"From\" is not a date "
-                                            "or a time.")}));
+    EXPECT_EQ(prompts.boxes,
+              (Boxes{Refusal("The value \"2002-02-30x\" of the parameter \"From\" is not a date "
+                             "or a time.")}));
     EXPECT_TRUE(process.ends.empty());
 }
 
@@ -146,7 +149,8 @@ TEST_F(ParameterFormValues, QuoteInANumberFails) {
         Type(form, "cmbCount", "'7");
         Click(form, "cmdOK");
     });
-    EXPECT_EQ(prompts.boxes, (Boxes{Refusal("The value \"'7\" of the parameter \"Count\" is not a number.")}));
+    EXPECT_EQ(prompts.boxes,
+              (Boxes{Refusal("The value \"'7\" of the parameter \"Count\" is not a number.")}));
 }
 
 TEST_F(ParameterFormValues, PackageWizardsValuesWaitInTheWorkTable) {
@@ -173,7 +177,8 @@ TEST_F(ParameterFormValues, RefusedValueLeavesNoWaitingRowsOfItsReport) {
         Type(form, "cmbOpen", "perhaps");
         Click(form, "cmdOK");
     });
-    EXPECT_EQ(prompts.boxes, (Boxes{Refusal("The value \"perhaps\" of the parameter \"Open\" is not True or False.")}));
+    EXPECT_EQ(prompts.boxes,
+              (Boxes{Refusal("The value \"perhaps\" of the parameter \"Open\" is not True or False.")}));
     EXPECT_EQ(WaitingRows(), Texts{"0>stock.rpt|Region|West"});
     EXPECT_TRUE(Global::ParCancelled);
 }

@@ -224,8 +224,9 @@ void ListView::FitColumns() {
         m_table->resizeColumnToContents(column);
         // A long name leaves the columns beside it in sight.
         const int least = unit * (column == 0 ? FirstLeast : OthersLeast);
-        const int most = column == 0 ? std::clamp(m_table->viewport()->width() - others, least, unit * FirstMost)
-                                     : unit * OthersMost;
+        const int most = column == 0
+                             ? std::clamp(m_table->viewport()->width() - others, least, unit * FirstMost)
+                             : unit * OthersMost;
         headings.resizeSection(column, std::clamp(headings.sectionSize(column), least, most));
         others += headings.sectionSize(column);
     }
@@ -246,7 +247,8 @@ void ListView::StartLabelEdit() {
 
 void ListView::LabelEdit(bool on) {
     m_labelEdit = on;
-    for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(m_icons), static_cast<QAbstractItemView*>(m_table)}) {
+    for (QAbstractItemView* view :
+         {static_cast<QAbstractItemView*>(m_icons), static_cast<QAbstractItemView*>(m_table)}) {
         view->setEditTriggers(on ? QAbstractItemView::SelectedClicked : QAbstractItemView::NoEditTriggers);
     }
 }

@@ -150,9 +150,8 @@ void WriteAutostart(const fs::path& folder, const std::string& name, std::string
     fs::create_directories(folder, error);
     AtomicFile file(folder / (name + ".desktop"));
     file.Write("[Desktop Entry]\nType=Application\nName=" + std::string(AppTitle) +
-               "\nComment=Runs the scheduled reports\nExec=" +
-               RegionForExec(commandLine) + HomeForExec(commandLine, InstalledProgram()) +
-               DesktopExec(commandLine, InstalledProgram()) +
+               "\nComment=Runs the scheduled reports\nExec=" + RegionForExec(commandLine) +
+               HomeForExec(commandLine, InstalledProgram()) + DesktopExec(commandLine, InstalledProgram()) +
                "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n");
     file.Commit();
 }

@@ -211,7 +211,8 @@ class Labels : public LabelDelegate {
 
 TEST_F(LabelEdit, NameBelowItsPictureBreaksBetweenItsWords) {
     Labels labels;
-    for (const char* name : {"quarterly_figures", "Quarterly-Figures", "QuarterlyFigures", "Quarterly Figures"}) {
+    for (const char* name :
+         {"quarterly_figures", "Quarterly-Figures", "QuarterlyFigures", "Quarterly Figures"}) {
         list.ListItems()(1).Text(name);
         QStyleOptionViewItem option;
         option.initFrom(&list);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFontMetrics>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -38,7 +39,7 @@ TEST(MessageBox, IsWideEnoughForItsTitle) {
     for (const char* title : {"Oxbow Courier", "A title that is a good deal longer than the text"}) {
         const Seen seen = Shown("No.", vbExclamation, title, answer);
         EXPECT_EQ(seen.title, title);
-        EXPECT_GE(seen.width, QApplication::fontMetrics().horizontalAdvance(seen.title) + 60) << title;
+        EXPECT_GE(seen.width, QFontMetrics(QApplication::font()).horizontalAdvance(seen.title) + 60) << title;
         EXPECT_EQ(answer, vbOK);
     }
 }

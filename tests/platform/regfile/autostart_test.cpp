@@ -84,8 +84,7 @@ TEST(Autostart, SchedulerStartsInTheRegionOfTheEditor) {
     EXPECT_EQ(exec(nullptr, "de_DE.UTF-8", "tr_TR.UTF-8"), "env LC_TIME=de_DE.UTF-8 LANG=tr_TR.UTF-8 ");
     EXPECT_EQ(exec("", nullptr, "de_DE@euro"), "env LANG=de_DE@euro ");
     EXPECT_EQ(exec(nullptr, nullptr, nullptr), "env LC_ALL=C.UTF-8 ");
-    EXPECT_EQ(exec("x y\"$z\nTerminal=true", nullptr, nullptr),
-              R"(env "LC_ALL=x y\\"\\$z Terminal=true" )");
+    EXPECT_EQ(exec("x y\"$z\nTerminal=true", nullptr, nullptr), R"(env "LC_ALL=x y\\"\\$z Terminal=true" )");
 }
 
 TEST(Autostart, RegionIsTheSystemsOwnProgramsOnly) {

@@ -65,10 +65,10 @@ TEST_F(ReportParameterField, ValidValuesAreTextsInTheReportsOrder) {
         return "<ParameterValue><Value>" + text + "</Value><Label>Label of " + text +
                "</Label></ParameterValue>";
     };
-    const auto report = Open(Parameter("a", "Integer", valid(value("2026") + value("2025"))) +
-                             Parameter("b", "DateTime", valid(value("2025-03-01"))) +
-                             Parameter("c", "String", valid(value("=Parameters!d.Value"))) +
-                             Parameter("d", "String"));
+    const auto report =
+        Open(Parameter("a", "Integer", valid(value("2026") + value("2025"))) +
+             Parameter("b", "DateTime", valid(value("2025-03-01"))) +
+             Parameter("c", "String", valid(value("=Parameters!d.Value"))) + Parameter("d", "String"));
     EXPECT_THAT(report->Parameter(1).ValidValues(), ElementsAre("2026", "2025"));
     EXPECT_THAT(report->Parameter(2).ValidValues(), ElementsAre("2025-03-01"));
     EXPECT_THAT(report->Parameter(3).ValidValues(), IsEmpty());
