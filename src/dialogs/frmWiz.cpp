@@ -1,6 +1,7 @@
 #include "dialogs/frmWiz.h"
 
 #include <QPointer>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QStyle>
 #include <algorithm>
@@ -262,15 +263,18 @@ void frmWiz::Finish() {
     // Events run while the rows are written.
     const QScopedValueRollback writing(m_writing, true);
     WritePackage();
+    // Whatever comes now: another Finish would make a second package.
+    const auto done = qScopeGuard([this] {
+        frmWizDone::Unload();
+        Unload();
+        Global::PackageCounter = 0;
+        Global::BusyCursor(false);
+    });
     // With the history in front there is none.
     if (DeskWindow* const desk = Global::FindActiveDesk(); desk != nullptr && desk->Caption() == "Desktop") {
         desk->AddBatches();
     }
     MsgBox("Report package created successfully", vbInformation);
-    frmWizDone::Unload();
-    Unload();
-    Global::PackageCounter = 0;
-    Global::BusyCursor(false);
 }
 
 // The pauses let the rows that were written be seen by the reader behind them.

@@ -381,6 +381,25 @@ TEST_F(PackageFinish, EndsWellWithoutADesktopWindowInFront) {
     EXPECT_EQ(desk.batches, 0);
 }
 
+// All is written by then: another Finish would make a second package.
+TEST_F(PackageFinish, WizardIsDoneThoughTheDesktopCannotShowThePackage) {
+    class BrokenDesk : public fakes::FakeDesk {
+        void AddBatches() override { throw RuntimeError(err::ObjectRequired); }
+    } broken;
+    broken.caption = "Desktop";
+    Global::DeskWindows = {nullptr, &broken};
+    Prepare();
+    const QPointer<frmWiz> first = form;
+    Click("cmdSave");
+    EXPECT_EQ(TakeBoxes().back(), Warning("Object required [424]"));
+    EXPECT_EQ(Packages().size(), 1U);
+    EXPECT_EQ(Global::PackageCounter, 0);
+    EXPECT_EQ(frame.pointers.back(), 0);
+    Show();
+    EXPECT_NE(form, first);
+    EXPECT_EQ(Page(), "Step1");
+}
+
 TEST_F(PackageFinish, MissingRecipientIsAskedForWhenTheWizardComesBack) {
     GoToEmail();
     Click("cmdSave");
