@@ -144,9 +144,8 @@ void BusyCursor(bool busy) {
     if (Frame != nullptr) {
         Frame->ScreenMousePointer(pointer);
     }
-    const auto desk = static_cast<std::size_t>(DeskIndex);
-    if (DeskIndex > 0 && desk < DeskWindows.size() && DeskWindows[desk] != nullptr) {
-        DeskWindows[desk]->ListMousePointer(pointer);
+    if (DeskWindow* const desk = FindActiveDesk()) {
+        desk->ListMousePointer(pointer);
     }
 }
 

@@ -1,11 +1,16 @@
 #include "support/fakes.h"
 
+#include <ostream>
 #include <sstream>
 
 #include "app/Global.h"
 #include "platform/convert.h"
 
 namespace fakes {
+
+void PrintTo(const Box& box, std::ostream* out) {
+    *out << box.title << " (" << box.flags << "): " << box.text;
+}
 
 DateValue At(int year, int month, int day, int hour, int minute, int second) {
     return DateValue::FromSeconds(DateSerial(year, month, day).Seconds() +
@@ -255,6 +260,9 @@ class FakeField : public report::ParameterField {
     std::string Prompt() const override { return ValueAt(m_spec.parameterPrompts, m_number, std::string()); }
     std::vector<std::string> DefaultValues() const override {
         return ValueAt(m_spec.defaultValues, m_number, {});
+    }
+    std::vector<std::string> ValidValues() const override {
+        return ValueAt(m_spec.validValues, m_number, {});
     }
     void ClearCurrentValueAndRange() override { m_calls.push_back("clear " + std::to_string(m_number)); }
     void AddCurrentValue(const report::ParameterValue& value) override {

@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <functional>
+#include <iosfwd>
 #include <map>
 #include <memory>
 #include <optional>
@@ -53,6 +54,8 @@ struct Box {
     std::string title;
     bool operator==(const Box&) const = default;
 };
+// For the messages of tests.
+void PrintTo(const Box& box, std::ostream* out);
 
 class FakePrompts : public Prompts {
  public:
@@ -196,7 +199,7 @@ struct FakeReportSpec {
     std::vector<int> parameterTypes;
     // By position. One that is left out is called by its number, P1, and has no prompt and no default.
     std::vector<std::string> parameterNames, parameterPrompts;
-    std::vector<std::vector<std::string>> defaultValues;
+    std::vector<std::vector<std::string>> defaultValues, validValues;
     std::optional<RuntimeError> exportError;
     FakePages pages;  // for the screen
 };

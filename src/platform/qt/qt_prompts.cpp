@@ -1,6 +1,8 @@
 #include "platform/qt/qt_prompts.h"
 
 #include <QApplication>
+#include <QFontMetrics>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
 
@@ -24,6 +26,19 @@ QMessageBox::Icon IconOf(int flags) {
     }
 }
 
+// A box is as wide as its text, and the window manager cuts a title that does not fit.
+void MakeRoomForTitle(QMessageBox& box) {
+    auto* layout = qobject_cast<QGridLayout*>(box.layout());
+    if (layout == nullptr) {
+        return;
+    }
+    constexpr int FrameLetters = 12;  // its icon and buttons
+    const QFontMetrics metrics(QApplication::font("QMdiSubWindowTitleBar"));
+    const int width =
+        metrics.horizontalAdvance(box.windowTitle()) + FrameLetters * metrics.averageCharWidth();
+    layout->addItem(new QSpacerItem(width, 0), layout->rowCount(), 0, 1, layout->columnCount());
+}
+
 QString TitleOf(const std::string& title) {
     return QString::fromStdString(title.empty() ? AppTitle : title);
 }
@@ -45,9 +60,10 @@ int QtPrompts::Box(const std::string& text, int flags, const std::string& title)
     box.setTextFormat(Qt::PlainText);
     box.setWindowTitle(TitleOf(title));
     box.setText(QString::fromStdString(text));
-    box.setIcon(IconOf(flags));
+    box.setIcon(question && IconOf(flags) == QMessageBox::NoIcon ? QMessageBox::Question : IconOf(flags));
     box.setStandardButtons(question ? QMessageBox::Yes | QMessageBox::No
                                     : QMessageBox::StandardButtons(QMessageBox::Ok));
+    MakeRoomForTitle(box);
     const int button = box.exec();
     if (!question) {
         return vbOK;

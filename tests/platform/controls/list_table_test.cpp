@@ -136,6 +136,18 @@ TEST_F(ListAsATable, GivesTheFirstColumnTheMostRoomAndFillsTheRestWithTheLast) {
     EXPECT_GT(Headings().sectionSize(1), before);
 }
 
+TEST_F(ListAsATable, LongNameLeavesTheOtherColumnsInSight) {
+    list.resize(list.fontMetrics().averageCharWidth() * 70, list.height());
+    QApplication::processEvents();
+    list.ListItems()(1).Text(std::string(200, 'n'));
+    list.ColumnHeaders().Add("Recipients");
+    QApplication::processEvents();
+    QApplication::processEvents();
+    const int last = Headings().count() - 1;
+    EXPECT_LT(Headings().sectionViewportPosition(last), Headings().viewport()->width());
+    EXPECT_GE(Headings().sectionSize(0), 24 * list.fontMetrics().averageCharWidth());
+}
+
 TEST_F(ListAsATable, IsRefilledWithOtherColumns) {
     list.ListItems().Clear();
     list.ColumnHeaders().Clear();
