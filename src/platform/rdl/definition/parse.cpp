@@ -18,6 +18,12 @@ namespace {
 
 constexpr double DefaultColumnSpacing = 36;  // half an inch, by the schema
 
+std::string InOneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    return text;
+}
+
 class ReportReader {
  public:
     ReportReader(Context& context, const XmlElement& report) : m_context(context), m_report(report) {}
@@ -56,7 +62,7 @@ class ReportReader {
 
     void TakeCustomProperty(const std::string& name, const std::string& value) {
         if (name == "Title") {
-            m_definition.title = value;
+            m_definition.title = InOneLine(value);
         } else if (name == "RecordSelectionFormula") {
             m_definition.recordSelectionFormula = value;
         }
