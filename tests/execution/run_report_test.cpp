@@ -128,7 +128,8 @@ TEST_F(RunReport, EveryStepComesInItsOrder) {
 
 TEST_F(RunReport, DatabaseIsReadBeforeTheReportIsOpened) {
     std::filesystem::remove(database.Folder() / "PressroomLive.dat");
-    EXPECT_EQ(ErrorOf([&] { Run("PDF"); }), "DB");
+    EXPECT_EQ(ErrorOf([&] { Run("PDF"); }),
+              "-2147467259: Could not find the data file \"" + AppPath() + "\\PressroomLive.dat\"");
     EXPECT_TRUE(engine.calls.empty());
 }
 
@@ -223,7 +224,7 @@ TEST_F(RunReport, MoreValuesThanFieldsFailTheRun) {
     engine.reports[Path].parameterTypes = {12};
     Parameter("'a'");
     Parameter("'b'");
-    EXPECT_EQ(ErrorOf([&] { Run("PDF"); }), "MORE");
+    EXPECT_EQ(ErrorOf([&] { Run("PDF"); }), "9: Subscript out of range");
     EXPECT_TRUE(CallsWith("export").empty());
 }
 
@@ -231,12 +232,14 @@ TEST_F(RunReport, MissingFileLeavesTheReportBefore) {
     EXPECT_TRUE(Run("PDF"));
     const auto before = Global::CurrentReport;
     ASSERT_NE(before, nullptr);
-    EXPECT_EQ(ErrorOf([] { Global::RunReport(7, "Z:\\none.rpt", "", "", "", "PDF", "", "", ""); }), "NONE");
+    EXPECT_EQ(ErrorOf([] { Global::RunReport(7, "Z:\\none.rpt", "", "", "", "PDF", "", "", ""); }),
+              "53: File not found: Z:\\none.rpt");
     EXPECT_EQ(Global::CurrentReport, before);
 }
 
 TEST_F(RunReport, KeyThatIsNoNumberFails) {
-    EXPECT_EQ(ErrorOf([] { Global::RunReport("x y", Path, "", "", "", "PDF", "", "", ""); }), "KEY");
+    EXPECT_EQ(ErrorOf([] { Global::RunReport("x y", Path, "", "", "", "PDF", "", "", ""); }),
+              "-2147217900: The statement is not understood; near \"y\": syntax error");
     EXPECT_TRUE(engine.calls.empty());
 }
 
