@@ -48,15 +48,6 @@ bool EqualNoCase(std::string_view left, std::string_view right) {
                                                      [](char a, char b) { return Lower(a) == Lower(b); });
 }
 
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view Blank = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(Blank);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(Blank) - first + 1);
-}
-
 std::string CleanText(std::string_view text) {
     std::string clean;
     clean.reserve(std::min(text.size(), LongestText + 4));

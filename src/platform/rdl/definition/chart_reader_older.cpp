@@ -34,7 +34,7 @@ class OlderReader {
 
  private:
     Expr Of(const XmlElement& element, std::string_view name) {
-        return m_context.ChildExpr(element, name, m_where + ", " + element.name);
+        return m_context.ChildExpr(element, name, PropertyOf(m_where, element.name));
     }
 
     // Groupings stand in a list, each within the one before it.
@@ -122,7 +122,7 @@ class OlderReader {
         ChartText text;
         text.caption = Of(element, "Caption");
         text.position = Of(element, "Position");
-        text.style = ReadStyle(m_context, element, m_where + ", " + element.name);
+        text.style = ReadStyle(m_context, element, PropertyOf(m_where, element.name));
         return text;
     }
 
@@ -176,7 +176,7 @@ class OlderReader {
             if (const Expr shown = Of(*element, "ShowGridLines"); shown.IsSet()) {
                 lines.enabled = shown;
             }
-            lines.style = ReadStyle(m_context, *element, m_where + ", " + element->name);
+            lines.style = ReadStyle(m_context, *element, PropertyOf(m_where, element->name));
         }
         return lines;
     }

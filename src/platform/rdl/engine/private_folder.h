@@ -2,8 +2,6 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
-#include <string_view>
 
 namespace rdl::engine {
 
@@ -20,9 +18,5 @@ class PrivateFolder {
  private:
     std::filesystem::path m_path;
 };
-
-// A title as the name of a file: separators, marks that other systems refuse and control characters become _,
-// and its length is bounded. Never empty.
-std::string SafeFileName(std::string_view title);
 
 }  // namespace rdl::engine

@@ -194,7 +194,7 @@ class BuiltReport final : public ReportInstance {
           m_builder(m_input, m_evaluator) {
         const Definition& definition = *m_input.definition;
         watch = m_input.watch;
-        title = definition.title.empty() ? m_input.reportName : definition.title;
+        title = definition.title.value_or(m_input.reportName);
         author = definition.author;
         description = definition.description;
         language = m_evaluator.ReportCulture().name;
