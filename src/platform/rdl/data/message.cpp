@@ -7,10 +7,6 @@ namespace {
 
 constexpr std::size_t LongestText = 400;
 
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
-
 // A cut must not leave half a character behind.
 void CutAtCharacter(std::string& text, std::size_t length) {
     while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) {
@@ -24,17 +20,6 @@ void CutAtCharacter(std::string& text, std::size_t length) {
 std::string TookTooLong(int seconds) {
     return "the query took longer than " + std::to_string(seconds) + (seconds == 1 ? " second" : " seconds") +
            " and was given up";
-}
-
-std::string LowerAscii(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), Lower);
-    return lower;
-}
-
-bool EqualNoCase(std::string_view left, std::string_view right) {
-    return left.size() == right.size() && std::equal(left.begin(), left.end(), right.begin(),
-                                                     [](char a, char b) { return Lower(a) == Lower(b); });
 }
 
 std::string_view Trimmed(std::string_view text) {

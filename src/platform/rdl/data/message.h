@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/rdl/ascii.h"
+
 namespace rdl::data {
 
 // One line without ', without control characters and a full stop at its end, at most 400 bytes.
@@ -14,8 +16,6 @@ std::string CleanText(std::string_view text, std::string_view secret);
 // What is said of a query that was given up.
 std::string TookTooLong(int seconds);
 
-std::string LowerAscii(std::string_view text);
-bool EqualNoCase(std::string_view left, std::string_view right);  // ASCII letters only
 std::string_view Trimmed(std::string_view text);
 
 }  // namespace rdl::data

@@ -1,8 +1,8 @@
 #include "platform/rdl/data/query_text.h"
 
 #include <algorithm>
-#include <cctype>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/data/message.h"
 #include "platform/rdl/error.h"
 #include "platform/rdl/format/format.h"
@@ -11,10 +11,6 @@ namespace rdl::data {
 namespace {
 
 constexpr std::size_t MostBinds = 30'000;  // SQLite takes 32,766, SQL Server less and says so itself
-
-bool IsNameChar(char c) {
-    return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
-}
 
 std::string_view WithoutMark(std::string_view name) {
     return !name.empty() && std::string_view("@:$?").find(name.front()) != std::string_view::npos
@@ -98,7 +94,7 @@ class Binder {
     // E'it\'s' of PostgreSQL.
     bool HasEscapeMark() const {
         return m_at > 0 && (m_text[m_at - 1] == 'e' || m_text[m_at - 1] == 'E') &&
-               (m_at == 1 || !IsNameChar(m_text[m_at - 2]));
+               (m_at == 1 || !IsNameByte(m_text[m_at - 2]));
     }
 
     // The end of a string or quoted name; the closing mark doubled is a part of it.
@@ -155,7 +151,7 @@ class Binder {
     // $$ ... $$ and $tag$ ... $tag$.
     std::size_t DollarEnd() const {
         std::size_t at = m_at + 1;
-        while (at < m_text.size() && IsNameChar(m_text[at])) {
+        while (at < m_text.size() && IsNameByte(m_text[at])) {
             ++at;
         }
         if (at >= m_text.size() || m_text[at] != '$') {
@@ -167,11 +163,11 @@ class Binder {
 
     bool TakeNamed() {
         const char mark = m_text[m_at];
-        if ((mark != '@' && mark != ':' && mark != '$') || (m_at > 0 && IsNameChar(m_text[m_at - 1]))) {
+        if ((mark != '@' && mark != ':' && mark != '$') || (m_at > 0 && IsNameByte(m_text[m_at - 1]))) {
             return false;
         }
         std::size_t end = m_at + 1;
-        while (end < m_text.size() && IsNameChar(m_text[end])) {
+        while (end < m_text.size() && IsNameByte(m_text[end])) {
             ++end;
         }
         const std::string_view name = m_text.substr(m_at + 1, end - m_at - 1);
@@ -284,7 +280,7 @@ std::vector<std::string> NamePieces(std::string_view name, ProviderKind provider
 
 void CheckProcedureName(std::string_view name) {
     for (const char c : name) {
-        if (!IsNameChar(c) && std::string_view(".[]\"` $#").find(c) == std::string_view::npos) {
+        if (!IsNameByte(c) && std::string_view(".[]\"` $#").find(c) == std::string_view::npos) {
             throw Error("\"" + CleanText(name) + "\" is no name of a stored procedure");
         }
     }
@@ -310,7 +306,7 @@ bool IsOneStatement(std::string_view text, ProviderKind provider) {
 
 bool IsCall(std::string_view text) {
     text = Trimmed(text);
-    return text.size() > 4 && EqualNoCase(text.substr(0, 4), "call") && !IsNameChar(text[4]);
+    return text.size() > 4 && EqualNoCase(text.substr(0, 4), "call") && !IsNameByte(text[4]);
 }
 
 BoundQuery ProcedureCall(std::string_view name, const std::vector<NamedValue>& values,
@@ -326,7 +322,7 @@ BoundQuery ProcedureCall(std::string_view name, const std::vector<NamedValue>& v
         const std::string_view parameter = WithoutMark(value.name);
         arguments.append(arguments.empty() ? "" : ", ");
         if (provider == ProviderKind::SqlServer && !parameter.empty()) {
-            if (!std::all_of(parameter.begin(), parameter.end(), IsNameChar)) {
+            if (!std::all_of(parameter.begin(), parameter.end(), IsNameByte)) {
                 throw Error("\"" + CleanText(value.name) + "\" is no name of a parameter");
             }
             arguments.append("@").append(parameter).append(" = ");

@@ -1,9 +1,10 @@
 #include "platform/rdl/writers/xls_number_format.h"
 
 #include <algorithm>
-#include <cctype>
 #include <utility>
 #include <vector>
+
+#include "platform/rdl/ascii.h"
 
 namespace rdl::writers {
 namespace {
@@ -87,7 +88,7 @@ std::string PercentFormat(int decimals, const Culture& culture) {
 
 std::optional<std::string> StandardNumber(char letter, int precision, const Culture& culture, bool integer) {
     const int decimals = precision < 0 ? culture.numberDecimals : precision;
-    switch (std::tolower(static_cast<unsigned char>(letter))) {
+    switch (AsciiLower(letter)) {
         case 'c':
             return CurrencyFormat(precision, culture);
         case 'd':
@@ -239,8 +240,8 @@ int DecimalsShown(std::string_view shown, const Culture& culture) {
         return 0;
     }
     int count = 0;
-    for (std::size_t i = at + culture.decimalSeparator.size();
-         i < shown.size() && std::isdigit(static_cast<unsigned char>(shown[i])); ++i) {
+    for (std::size_t i = at + culture.decimalSeparator.size(); i < shown.size() && IsAsciiDigit(shown[i]);
+         ++i) {
         ++count;
     }
     return count;
@@ -388,7 +389,7 @@ std::optional<std::string> NumberFormat(const Value& value, std::string_view for
     if (format.empty()) {
         return "General";
     }
-    const bool standard = std::isalpha(static_cast<unsigned char>(format[0])) && format.size() <= 3 &&
+    const bool standard = IsAsciiLetter(format[0]) && format.size() <= 3 &&
                           format.find_first_not_of("0123456789", 1) == std::string_view::npos;
     if (!standard) {
         return CustomNumber(format, culture, shown);
