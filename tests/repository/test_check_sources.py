@@ -26,6 +26,7 @@ ALLOWED = """// std::tolower of a Turkish I is no i
 std::snprintf(text, sizeof text, "%04d-%02d", year, month);
 text = std::to_string(lines.size()) + " of 1.5 pages";
 letter = towupper_l(letter, letters);
+std::setlocale(LC_NUMERIC, "C");
 const QString lower = text.toLower();
 """
 

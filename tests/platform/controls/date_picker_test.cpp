@@ -10,6 +10,7 @@
 class Date : public testing::Test {
  protected:
     void SetUp() override {
+        SetRegional({DateOrder::YearMonthDay, '-'});
         picker = std::make_unique<DTPicker>();
         form.Show(picker.get());
         picker->setFocus();
