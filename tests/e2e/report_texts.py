@@ -2,6 +2,7 @@
 
 import csv
 import html.parser
+import os
 import pathlib
 import re
 import subprocess
