@@ -1,5 +1,5 @@
-// Keywords, names and file formats are compared and cut by these: the C library's functions ask the region that
-// the process runs in, and in the Turkish one I is no i.
+// Keywords, names and file formats are compared and cut by these: the C library's functions ask the region
+// that the process runs in, and in the Turkish one I is no i.
 #pragma once
 
 #include <algorithm>
