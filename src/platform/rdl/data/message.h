@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/xml/element.h"
 
 namespace rdl::data {
@@ -16,8 +17,6 @@ std::string CleanText(std::string_view text, std::string_view secret);
 // What is said of a query that was given up.
 std::string TookTooLong(int seconds);
 
-std::string LowerAscii(std::string_view text);
-bool EqualNoCase(std::string_view left, std::string_view right);  // ASCII letters only
 using xml::Trimmed;
 
 }  // namespace rdl::data
