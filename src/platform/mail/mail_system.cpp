@@ -86,9 +86,9 @@ class AttachmentList : public MAPI::Attachments {
         OutgoingAttachment attachment{source, path.filename().string(), OpenRegularFile(path), 0};
         if (attachment.file.Get() < 0) {
             const bool missing = errno == ENOENT || errno == ENOTDIR;
-            throw RuntimeError(
-                missing ? err::FileNotFound : err::PathFileAccess,
-                "The attachment \"" + Shown(source) + "\" " + (missing ? "is missing" : "cannot be read"));
+            throw RuntimeError(missing ? err::FileNotFound : err::PathFileAccess,
+                               "The attachment \"" + Shown(paths::ForUser(source)) + "\" " +
+                                   (missing ? "is missing" : "cannot be read"));
         }
         struct stat status {};
         fstat(attachment.file.Get(), &status);
