@@ -370,7 +370,8 @@ TEST_F(DeliveryRecords, NothingRunsOnADiskWithHardlyAnyRoom) {
     EXPECT_EQ(NextDates(), (Rows{"2026-11-21", "2026-11-21"}));
     ASSERT_EQ(mail.sent.size(), 2U);
     EXPECT_EQ(mail.sent[0].text, "An error occured in Schedchk. The disk is full: the data file \"" +
-                                     AppPath() + "\\PressroomLive.dat\" cannot be written [61]");
+                                     paths::ForUser(AppPath()) +
+                                     "/PressroomLive.dat\" cannot be written [61]");
 }
 
 TEST_F(DeliveryRecords, DiskThatFillsUpDuringARunDoesNotCostItsRecord) {
