@@ -1,6 +1,4 @@
 // Commands of the frame itself: its windows and its end.
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPointer>
 #include <QTimer>
 
@@ -37,21 +35,13 @@ void mnuDesktop_Click() {
 }
 
 void mnuCasc_Click() {
-    frmMain::Instance().Children().cascadeSubWindows();
+    frmMain::Instance().Children().Cascade();
 }
 
 void mnuTile_Click() {
     frmMain::Instance().Children().tileSubWindows();
 }
 
-// Lines the minimised windows up along the bottom edge.
 void mnuArr_Click() {
-    QMdiArea& area = frmMain::Instance().Children();
-    int left = 0;
-    for (QMdiSubWindow* window : area.subWindowList()) {
-        if (window->isMinimized()) {
-            window->move(left, area.viewport()->height() - window->height());
-            left += window->width();
-        }
-    }
+    frmMain::Instance().Children().ArrangeIcons();
 }

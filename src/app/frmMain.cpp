@@ -6,7 +6,6 @@
 #include <QFontMetrics>
 #include <QIcon>
 #include <QLabel>
-#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -44,7 +43,7 @@ frmMain& frmMain::Instance() {
 frmMain::frmMain()
     : Timer1(new QTimer(this)),
       TrayIcon1(new TrayIcon(this)),
-      m_children(new QMdiArea(this)),
+      m_children(new ChildArea(this)),
       m_cd(new CommonDialog(this)),
       m_panels{} {
     RegisterImages();
@@ -53,8 +52,6 @@ frmMain::frmMain()
     Timer1->setInterval(TimerInterval);
     TrayIcon1->setObjectName("TrayIcon1");
     m_cd->setObjectName("cd");
-    m_children->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_children->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(m_children);
     statusBar()->setObjectName("Status");
     for (QLabel*& panel : m_panels) {
@@ -133,11 +130,8 @@ void frmMain::ListChildWindows() {
         QAction* entry = menu.addAction((number < 10 ? "&" : "") + QString::number(number) + " " + title);
         entry->setCheckable(true);
         entry->setChecked(window == m_children->currentSubWindow());
-        connect(entry, &QAction::triggered, window, [this, window] {
-            if (window->isMinimized()) {
-                window->showNormal();
-            }
-            m_children->setActiveSubWindow(window);
+        connect(entry, &QAction::triggered, window, [window] {
+            ChildArea::Activate(*window->widget());
         });
         m_windowEntries.push_back(entry);
     }
@@ -190,7 +184,7 @@ void frmMain::ScreenMousePointer(int pointer) {
 }
 
 void frmMain::AddChild(QWidget& form) {
-    m_children->addSubWindow(&form)->setAttribute(Qt::WA_DeleteOnClose);
+    m_children->Add(form);
 }
 
 void frmMain::SetStatusPanel(int panel, const std::string& text) {
