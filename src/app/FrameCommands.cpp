@@ -22,11 +22,12 @@ void mnutbExit_Click() {
 void mnuAbout_Click() {
     static QPointer<frmSplash> about;
     if (!about) {
-        about = new frmSplash;
+        about = new frmSplash(&frmMain::Instance());
         about->setAttribute(Qt::WA_DeleteOnClose);
     }
     about->show();
     about->raise();
+    about->activateWindow();
 }
 
 void mnuDesktop_Click() {

@@ -61,6 +61,9 @@ frmMain::frmMain()
     }
     BuildMenus();
     connect(m_menus.at("mnuWin"), &QMenu::aboutToShow, this, &frmMain::ListChildWindows);
+    for (const char* menu : {"mnuTools", "mnuViewType"}) {
+        connect(m_menus.at(menu), &QMenu::aboutToShow, this, &frmMain::ShowWhatIsOpen);
+    }
     const QIcon icon(":/images/logo.svg");
     setWindowIcon(icon);
     TrayIcon1->SetIcon(icon);
@@ -134,6 +137,16 @@ void frmMain::ListChildWindows() {
             ChildArea::Activate(*window->widget());
         });
         m_windowEntries.push_back(entry);
+    }
+}
+
+// Entries that act on the active Desktop window are grey without one: all that they could do is to end the
+// editor with an error.
+void frmMain::ShowWhatIsOpen() {
+    const auto slot = static_cast<std::size_t>(Global::DeskIndex);
+    const bool desk = slot < Global::DeskWindows.size() && Global::DeskWindows[slot] != nullptr;
+    for (const char* entry : {"mnuAdd", "mnuIcons", "mnuViewList", "mnuDetails"}) {
+        EntryEnabled(entry, desk);
     }
 }
 

@@ -134,17 +134,21 @@ TEST_F(PageViewTest, LinksLeadOutAndToPlacesThatAreThere) {
     EXPECT_EQ(inside->Links(1)[0].uri, "");
 }
 
-TEST_F(PageViewTest, LinksOfOtherKindsAreHandedOnAsTheyAreForTheReaderToBeTold) {
-    for (const std::string link : {"javascript:x()", "file:///etc/passwd", " FILE:///etc/passwd"}) {
-        const auto pages = Open(Rows(1, Number + "<Action><Hyperlink>=\"" + link + "\"</Hyperlink></Action>"));
-        pages->Reach(1);
-        ASSERT_EQ(pages->Links(1).size(), 1U) << link;
-        EXPECT_EQ(pages->Links(1)[0].uri, link);
-    }
+TEST_F(PageViewTest, LinksThatRunSomethingAreNone) {
+    const auto pages = Open(Rows(1, Number + "<Action><Hyperlink>javascript:x()</Hyperlink></Action>"));
+    pages->Reach(1);
+    EXPECT_TRUE(pages->Links(1).empty());
+}
+
+TEST_F(PageViewTest, LinksToFilesAreHandedOnAsTheyAreForTheReaderToBeTold) {
+    const auto pages = Open(Rows(1, Number + "<Action><Hyperlink>FILE:///etc/passwd</Hyperlink></Action>"));
+    pages->Reach(1);
+    ASSERT_EQ(pages->Links(1).size(), 1U);
+    EXPECT_EQ(pages->Links(1)[0].uri, "FILE:///etc/passwd");
 }
 
 TEST_F(PageViewTest, PagesAreWrittenAsAPdfDocumentWithTheirLettersAndWithoutOutlines) {
-    const auto pages = Open(Rows(12, Number));
+    const auto pages = Open(Rows(22, Number));
     pages->Reach(100);
     ASSERT_GT(pages->PagesMade(), 3);
     const std::string file = (m_folder / "out.pdf").string();
@@ -167,14 +171,14 @@ TEST_F(PageViewTest, PagesAreWrittenAsAPdfDocumentWithTheirLettersAndWithoutOutl
     const std::string text = said("pdftotext");
     for (int page : {2, 3}) {
         std::string first = Text(*pages, page);
-        first = first.substr(0, first.find('\n'));
+        first = first.substr(0, first.find('|'));
         EXPECT_NE(text.find(first), std::string::npos) << text;
     }
     EXPECT_LT(std::filesystem::file_size(file), 40000U);
 }
 
 TEST_F(PageViewTest, ADocumentThatIsGivenUpLeavesNoFile) {
-    const auto pages = Open(Rows(12, Number));
+    const auto pages = Open(Rows(22, Number));
     pages->Reach(100);
     const std::filesystem::path file = m_folder / "out.pdf";
     EXPECT_FALSE(pages->WritePdf(file.string(), 1, 3, [](int page) { return page < 2; }));
