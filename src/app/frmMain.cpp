@@ -66,6 +66,7 @@ frmMain::frmMain()
     }
     const QIcon icon(":/images/logo.svg");
     setWindowIcon(icon);
+    QApplication::setWindowIcon(icon);  // of boxes that stand before no window
     TrayIcon1->SetIcon(icon);
     connect(Timer1, &QTimer::timeout, this, &frmMain::Timer1_Timer);
     for (const auto event : {&TrayIcon::MouseUp, &TrayIcon::DoubleClick}) {

@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
+#include <map>
 #include <string>
 
 #include "platform/mail/message_writer.h"
@@ -93,6 +94,19 @@ void RemoveUnfinished(int folder, const fs::path& path) {
     }
 }
 
+// Leftovers are rare and folders may be large: each is searched at its first message, and then now and then.
+bool IsSearchDue(const fs::path& folder) {
+    using namespace std::chrono;
+    static std::map<fs::path, steady_clock::time_point> searched;
+    constexpr hours Pause{6};
+    const auto [place, isNew] = searched.try_emplace(folder, steady_clock::now());
+    if (isNew || steady_clock::now() - place->second < Pause) {
+        return isNew;
+    }
+    place->second = steady_clock::now();
+    return true;
+}
+
 // The file of a message that is being written; removed unless it is published.
 class UnfinishedFile {
  public:
@@ -150,9 +164,11 @@ void OutboxTransport::CheckWritable() const {
     }
 }
 
-void OutboxTransport::Deliver(const OutgoingMail& mail) {
+Refusals OutboxTransport::Deliver(const OutgoingMail& mail) {
     const UniqueFd folder = OpenFolder(m_folder);
-    RemoveUnfinished(folder.Get(), m_folder);
+    if (IsSearchDue(m_folder)) {
+        RemoveUnfinished(folder.Get(), m_folder);
+    }
     const std::string stem = UniqueStem();
     UnfinishedFile file(folder.Get(), stem);
     int code = file.Code();
@@ -165,6 +181,7 @@ void OutboxTransport::Deliver(const OutgoingMail& mail) {
     if (code != 0) {
         Raise(m_folder, code);
     }
+    return {};
 }
 
 }  // namespace mailer

@@ -2,8 +2,11 @@
 
 #include <sqlite3.h>
 
+#include <sys/statvfs.h>
+
 #include <cerrno>
 
+#include "platform/paths.h"
 #include "platform/runtime.h"
 
 namespace {
@@ -28,11 +31,43 @@ bool Contains(std::string_view text, std::string_view piece) {
     throw RuntimeError(err::DataSyntax, "The statement is not understood; " + message);
 }
 
+// SQLite calls the lack of a log that it cannot make there "unable to open".
+bool IsOnReadOnlyFileSystem(const std::string& file) {
+    try {
+        struct statvfs system {};
+        return statvfs(paths::ToMachine(file).c_str(), &system) == 0 && (system.f_flag & ST_RDONLY) != 0;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+// What is wrong with the machine and not with the file: raised by what the system said, if it is one of
+// these.
+void RaiseLack(int systemCode, const std::string& quoted) {
+    switch (systemCode) {
+        case EMFILE:
+        case ENFILE:
+            throw RuntimeError(TooManyFiles,
+                               "Too many open files: the data file " + quoted + " cannot be opened");
+        case ENOMEM:
+            throw RuntimeError(err::OutOfMemory);
+        case EROFS:
+            throw RuntimeError(err::DataReadOnly, "The data file " + quoted +
+                                                      " is write-protected; its file system is read-only");
+        default:
+            break;
+    }
+}
+
 [[noreturn]] void RaiseInputOutputError(int extended, int systemCode, const std::string& message,
                                         const std::string& quoted) {
     if (systemCode == ENOSPC || systemCode == EDQUOT) {
         throw RuntimeError(err::DiskFull, "The disk is full: the data file " + quoted + " cannot be written");
     }
+    if (extended == SQLITE_IOERR_NOMEM) {
+        throw RuntimeError(err::OutOfMemory);
+    }
+    RaiseLack(systemCode, quoted);
     if (extended == SQLITE_IOERR_SHORT_READ) {
         throw RuntimeError(err::DataUnavailable, "The data file " + quoted + " is damaged; " + message);
     }
@@ -41,7 +76,7 @@ bool Contains(std::string_view text, std::string_view piece) {
 
 }  // namespace
 
-void RaiseDataError(sqlite3* handle, int code, const std::string& file) {
+void RaiseDataError(sqlite3* handle, int code, const std::string& file, double waited) {
     const std::string message = handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
     const int extended = handle != nullptr ? sqlite3_extended_errcode(handle) : code;
     const int systemCode = handle != nullptr ? sqlite3_system_errno(handle) : 0;
@@ -56,6 +91,8 @@ void RaiseDataError(sqlite3* handle, int code, const std::string& file) {
         case SQLITE_CORRUPT:
             throw RuntimeError(err::DataUnavailable, "The data file " + quoted + " is damaged; " + message);
         case SQLITE_CANTOPEN:
+            RaiseLack(IsOnReadOnlyFileSystem(file) ? EROFS : systemCode, quoted);
+            [[fallthrough]];
         case SQLITE_PERM:
         case SQLITE_AUTH:
             throw RuntimeError(err::DataUnavailable,
@@ -72,7 +109,8 @@ void RaiseDataError(sqlite3* handle, int code, const std::string& file) {
         case SQLITE_LOCKED:
         case SQLITE_PROTOCOL:
             throw RuntimeError(err::DataTimeout, "The data file " + quoted +
-                                                     " is still in use by another program after 10 seconds");
+                                                     " is still in use by another program after " +
+                                                     Variant(waited).Text() + " seconds");
         case SQLITE_NOMEM:
             throw RuntimeError(err::OutOfMemory);
         case SQLITE_TOOBIG:

@@ -1,14 +1,17 @@
 // SQLite's failures as the numbered errors of the data layer.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 struct sqlite3;
 
+inline constexpr std::int32_t TooManyFiles = 67;  // the process or the machine has no descriptor left
+
 // Raises the error for a result code of SQLite on `handle` (which may be nullptr). `file` is the data file as
-// the system writes paths.
-[[noreturn]] void RaiseDataError(sqlite3* handle, int code, const std::string& file);
+// the system writes paths, `waited` how many seconds a busy file is waited for.
+[[noreturn]] void RaiseDataError(sqlite3* handle, int code, const std::string& file, double waited = 0);
 
 // Raises "not a statement" for a statement that SQLite never gets to see.
 [[noreturn]] void RaiseSyntaxError(std::string_view reason);
