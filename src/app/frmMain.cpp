@@ -14,6 +14,8 @@
 #include "app/Global.h"
 #include "app/MenuHandlers.h"
 #include "app/Menus.h"
+#include "desktop/DeskWindows.h"
+#include "desktop/frmDesk.h"
 #include "platform/clock.h"
 #include "platform/controls/common_dialog.h"
 #include "platform/convert.h"
@@ -134,21 +136,19 @@ void frmMain::ListChildWindows() {
         QAction* entry = menu.addAction((number < 10 ? "&" : "") + QString::number(number) + " " + title);
         entry->setCheckable(true);
         entry->setChecked(window == m_children->currentSubWindow());
-        connect(entry, &QAction::triggered, window, [window] {
-            ChildArea::Activate(*window->widget());
-        });
+        connect(entry, &QAction::triggered, window, [window] { ChildArea::Activate(*window->widget()); });
         m_windowEntries.push_back(entry);
     }
 }
 
-// Entries that act on the active Desktop window are grey without one: all that they could do is to end the
-// editor with an error.
+// Entries that act on the active Desktop window, or on what is selected there, are grey while that is
+// missing: all that they could do is to end in an error.
 void frmMain::ShowWhatIsOpen() {
-    const auto slot = static_cast<std::size_t>(Global::DeskIndex);
-    const bool desk = slot < Global::DeskWindows.size() && Global::DeskWindows[slot] != nullptr;
+    const frmDesk* desk = FindDesk(Global::DeskIndex);
     for (const char* entry : {"mnuAdd", "mnuIcons", "mnuViewList", "mnuDetails"}) {
-        EntryEnabled(entry, desk);
+        EntryEnabled(entry, desk != nullptr);
     }
+    EntryEnabled("mnuDesign", desk != nullptr && desk->lsvDesk->HasSelection());
 }
 
 void frmMain::MDIForm_Load() {

@@ -16,7 +16,8 @@ QString VersionText() {
 }
 
 frmSplash::frmSplash(QWidget* parent)
-    : QWidget(parent, (parent == nullptr ? Qt::SplashScreen : Qt::Dialog) | Qt::FramelessWindowHint), m_ui(std::make_unique<Ui::frmSplash>()) {
+    : QWidget(parent, (parent == nullptr ? Qt::SplashScreen : Qt::Dialog) | Qt::FramelessWindowHint),
+      m_ui(std::make_unique<Ui::frmSplash>()) {
     m_ui->setupUi(this);
     Form_Load();
 }
