@@ -59,6 +59,10 @@ TEST_F(DeskMenus, EntriesThatNeedAWindowOrASelectionAreGreyWithoutIt) {
     EXPECT_THAT(grey(), IsEmpty());
     Close(window);
     EXPECT_THAT(grey(), needWindow);
+    frmDesk& next = OpenRoot();
+    ClickNode(next, "Desktop");
+    ClickItem(next, "Week");
+    EXPECT_THAT(grey(), IsEmpty());
 }
 
 TEST_F(DeskMenus, FolderHasItsMenu) {

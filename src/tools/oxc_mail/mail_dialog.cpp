@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <algorithm>
+#include <vector>
 
 #include "platform/mail/address_book.h"
 #include "platform/mail/mail_check.h"
