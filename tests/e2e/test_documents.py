@@ -32,7 +32,7 @@ class Documents(EditorTest):
             # Blue as in every page; the text of a page's source is black. The viewer's pictures are small.
             return sum(sum(blue > 180 and red < 80 and green < 80 for red, green, blue in self.display.pixels(window))
                        for window in self.display.run(*search).split())
-        self.courier.wait(lambda: links() > 300, 20, "a page with its links")
+        self.courier.wait(lambda: links() > 60, 20, "a page with its links")
 
     def test_support_opens_the_page_in_the_browser(self):
         note = self.associate("x-scheme-handler/https")
