@@ -1,6 +1,4 @@
 // Commands of the frame itself: its windows and its end.
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPointer>
 #include <QTimer>
 
@@ -24,11 +22,12 @@ void mnutbExit_Click() {
 void mnuAbout_Click() {
     static QPointer<frmSplash> about;
     if (!about) {
-        about = new frmSplash;
+        about = new frmSplash(&frmMain::Instance());
         about->setAttribute(Qt::WA_DeleteOnClose);
     }
     about->show();
     about->raise();
+    about->activateWindow();
 }
 
 void mnuDesktop_Click() {
@@ -37,21 +36,13 @@ void mnuDesktop_Click() {
 }
 
 void mnuCasc_Click() {
-    frmMain::Instance().Children().cascadeSubWindows();
+    frmMain::Instance().Children().Cascade();
 }
 
 void mnuTile_Click() {
     frmMain::Instance().Children().tileSubWindows();
 }
 
-// Lines the minimised windows up along the bottom edge.
 void mnuArr_Click() {
-    QMdiArea& area = frmMain::Instance().Children();
-    int left = 0;
-    for (QMdiSubWindow* window : area.subWindowList()) {
-        if (window->isMinimized()) {
-            window->move(left, area.viewport()->height() - window->height());
-            left += window->width();
-        }
-    }
+    frmMain::Instance().Children().ArrangeIcons();
 }

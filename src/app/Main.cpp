@@ -70,7 +70,7 @@ void ReadSettings() {
 
 void ShowSplash() {
     frmSplash splash;
-    splash.show();
+    splash.ShowPainted();
     DoEvents();
     QThread::msleep(SplashMilliseconds);
 }

@@ -6,7 +6,6 @@
 #include <QFontMetrics>
 #include <QIcon>
 #include <QLabel>
-#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -15,6 +14,8 @@
 #include "app/Global.h"
 #include "app/MenuHandlers.h"
 #include "app/Menus.h"
+#include "desktop/DeskWindows.h"
+#include "desktop/frmDesk.h"
 #include "platform/clock.h"
 #include "platform/controls/common_dialog.h"
 #include "platform/convert.h"
@@ -44,7 +45,7 @@ frmMain& frmMain::Instance() {
 frmMain::frmMain()
     : Timer1(new QTimer(this)),
       TrayIcon1(new TrayIcon(this)),
-      m_children(new QMdiArea(this)),
+      m_children(new ChildArea(this)),
       m_cd(new CommonDialog(this)),
       m_panels{} {
     RegisterImages();
@@ -53,8 +54,6 @@ frmMain::frmMain()
     Timer1->setInterval(TimerInterval);
     TrayIcon1->setObjectName("TrayIcon1");
     m_cd->setObjectName("cd");
-    m_children->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_children->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(m_children);
     statusBar()->setObjectName("Status");
     for (QLabel*& panel : m_panels) {
@@ -64,6 +63,9 @@ frmMain::frmMain()
     }
     BuildMenus();
     connect(m_menus.at("mnuWin"), &QMenu::aboutToShow, this, &frmMain::ListChildWindows);
+    for (const char* menu : {"mnuTools", "mnuViewType"}) {
+        connect(m_menus.at(menu), &QMenu::aboutToShow, this, &frmMain::ShowWhatIsOpen);
+    }
     const QIcon icon(":/images/logo.svg");
     setWindowIcon(icon);
     QApplication::setWindowIcon(icon);  // of boxes that stand before no window
@@ -134,14 +136,19 @@ void frmMain::ListChildWindows() {
         QAction* entry = menu.addAction((number < 10 ? "&" : "") + QString::number(number) + " " + title);
         entry->setCheckable(true);
         entry->setChecked(window == m_children->currentSubWindow());
-        connect(entry, &QAction::triggered, window, [this, window] {
-            if (window->isMinimized()) {
-                window->showNormal();
-            }
-            m_children->setActiveSubWindow(window);
-        });
+        connect(entry, &QAction::triggered, window, [window] { ChildArea::Activate(*window->widget()); });
         m_windowEntries.push_back(entry);
     }
+}
+
+// Entries that act on the active Desktop window, or on what is selected there, are grey while that is
+// missing: all that they could do is to end in an error.
+void frmMain::ShowWhatIsOpen() {
+    const frmDesk* desk = FindDesk(Global::DeskIndex);
+    for (const char* entry : {"mnuAdd", "mnuIcons", "mnuViewList", "mnuDetails"}) {
+        EntryEnabled(entry, desk != nullptr);
+    }
+    EntryEnabled("mnuDesign", desk != nullptr && desk->lsvDesk->HasSelection());
 }
 
 void frmMain::MDIForm_Load() {
@@ -191,7 +198,7 @@ void frmMain::ScreenMousePointer(int pointer) {
 }
 
 void frmMain::AddChild(QWidget& form) {
-    m_children->addSubWindow(&form)->setAttribute(Qt::WA_DeleteOnClose);
+    m_children->Add(form);
 }
 
 void frmMain::SetStatusPanel(int panel, const std::string& text) {

@@ -11,13 +11,12 @@
 #include <vector>
 
 #include "app/Frame.h"
+#include "platform/controls/child_area.h"
 #include "platform/qt/tray_icon.h"
 
 class CommonDialog;
 class QAction;
 class QLabel;
-class QMdiArea;
-class QMdiSubWindow;
 class QMenu;
 
 class frmMain : public QMainWindow, public MainFrame {
@@ -43,7 +42,7 @@ class frmMain : public QMainWindow, public MainFrame {
 
     void SetStatusPanel(int panel, const std::string& text);  // 1 or 2
     std::string StatusPanel(int panel) const;
-    QMdiArea& Children() { return *m_children; }
+    ChildArea& Children() { return *m_children; }
     QMenu* Menu(const std::string& name) const;  // null: no such menu
     QAction* Entry(const std::string& name) const;
     bool BusyShown() const { return m_busy; }
@@ -63,7 +62,8 @@ class frmMain : public QMainWindow, public MainFrame {
     void BuildMenus();
     void AddMenu(const struct MenuRow& row);
     void ListChildWindows();
-    QMdiArea* m_children;
+    void ShowWhatIsOpen();
+    ChildArea* m_children;
     CommonDialog* m_cd;
     QLabel* m_panels[2];
     std::map<std::string, QMenu*> m_menus;

@@ -1,9 +1,12 @@
 #include "app/frmSplash.h"
 
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QThread>
+#include <QWindow>
 
 #include "app/version.h"
 #include "ui_frmSplash.h"
@@ -13,7 +16,8 @@ QString VersionText() {
 }
 
 frmSplash::frmSplash(QWidget* parent)
-    : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint), m_ui(std::make_unique<Ui::frmSplash>()) {
+    : QWidget(parent, (parent == nullptr ? Qt::SplashScreen : Qt::Dialog) | Qt::FramelessWindowHint),
+      m_ui(std::make_unique<Ui::frmSplash>()) {
     m_ui->setupUi(this);
     Form_Load();
 }
@@ -27,6 +31,20 @@ void frmSplash::Form_Load() {
         const QRect area = screen->availableGeometry();
         move(area.center() - rect().center());
     }
+}
+
+// A window manager looks at a window before it lets it appear: what is drawn until then is lost.
+void frmSplash::ShowPainted() {
+    constexpr qint64 MostMilliseconds = 1000;
+    constexpr unsigned long Slice = 5;
+    show();
+    QElapsedTimer clock;
+    clock.start();
+    while (!windowHandle()->isExposed() && clock.elapsed() < MostMilliseconds) {
+        QThread::msleep(Slice);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+    repaint();
 }
 
 void frmSplash::Form_Click() {

@@ -11,8 +11,12 @@ class frmSplash;
 class frmSplash : public QWidget {
     Q_OBJECT
  public:
+    // The splash window; before a parent the About box, which takes the keyboard.
     explicit frmSplash(QWidget* parent = nullptr);
     ~frmSplash() override;
+
+    // Shows it and returns when it is painted, or when the window system has not shown it for a second.
+    void ShowPainted();
 
     void Form_Load();
     void Form_Click();

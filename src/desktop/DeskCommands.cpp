@@ -15,6 +15,19 @@
 
 namespace {
 
+// The folder's own row goes first, so that the second statement finds no name and deletes nothing: the
+// schedules of the folder stay and go on running.
+void DeleteFolderRows(const std::string& id) {
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    connection.Execute("delete from folders where folderid =" + id);
+    connection.Execute(
+        "delete from reportscheduler where parent =(select foldername from folders where folderid =" + id +
+        ")");
+    connection.Execute("delete from folders where parent = " + id);
+    connection.Close();
+}
+
 bool Confirmed(const std::string& question) {
     return MsgBox(question, vbYesNo) == vbYes;
 }
@@ -138,21 +151,15 @@ bool frmDesk::Delete() {
     return true;
 }
 
-// The folder's own row goes first, so that the second statement finds no name and deletes nothing: the
-// schedules of the folder stay and go on running.
+// One whose row is gone, or was never there, only leaves the list.
 void frmDesk::DeleteFolder(ListItem& item) {
     if (!Confirmed("Delete the '" + item.Text() + "' folder and all its contents?")) {
         return;
     }
-    const std::string id = std::to_string(Global::GetFolderID(item.Text()));
-    ADODB::Connection connection;
-    connection.Open(Global::ConnectionString);
-    connection.Execute("delete from folders where folderid =" + id);
-    connection.Execute(
-        "delete from reportscheduler where parent =(select foldername from folders where folderid =" + id +
-        ")");
-    connection.Execute("delete from folders where parent = " + id);
-    connection.Close();
+    const std::int16_t folder = Global::GetFolderID(item.Text());
+    if (folder != 0) {  // 0 is none: the folders of the first level would go along
+        DeleteFolderRows(std::to_string(folder));
+    }
     lsvDesk->ListItems().Remove(item.Index());
 }
 

@@ -76,7 +76,7 @@ void frmDesk::AddBatches() {
 
 void frmDesk::OpenPackage(const std::string& key) {
     ADODB::Recordset rows;
-    rows.Open("select * from reportbatchdtls where  reportid = " + cmFunc::GetDelimitedField(key, 2, ":"),
+    rows.Open("select * from reportbatchdtls where  reportid = " + cmFunc::PackageOfKey(key),
               Global::ConnectionString);
     ListView& list = *DeskAt(Global::DeskCount).lsvDesk;
     for (; !rows.EOF_(); rows.MoveNext()) {

@@ -1,12 +1,11 @@
 // What happens on the items of a Desktop window's list: opening, renaming, context menus.
-#include <QMdiSubWindow>
-
 #include "app/Global.h"
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/frmDesk.h"
 #include "dialogs/ScheduleRecords.h"
 #include "execution/RunReport.h"
+#include "platform/controls/child_area.h"
 #include "platform/adodb.h"
 #include "platform/convert.h"
 #include "platform/prompts.h"
@@ -91,7 +90,7 @@ void frmDesk::lsvDesk_DblClick() {
 }
 
 frmDesk& frmDesk::OpenNext() {
-    return *OpenDeskWindow(*qobject_cast<QMdiSubWindow*>(parentWidget())->mdiArea());
+    return *OpenDeskWindow(*ChildArea::Of(*this));
 }
 
 void frmDesk::OpenFolder(const ListItem& item) {
@@ -116,7 +115,11 @@ void frmDesk::OpenPackageWindow(const ListItem& item) {
 // The menu opens at the item when a key asks for it, wherever the pointer is.
 void frmDesk::lsvDesk_MouseUp(int button, QPoint place) {
     constexpr int RightButton = 2;
-    if (button != RightButton || lsvDesk->ListItems().Count() == 0 || !lsvDesk->HasSelection() ||
+    if (button != RightButton) {
+        return;
+    }
+    lsvDesk_Click();  // it has selected as the left one does
+    if (lsvDesk->ListItems().Count() == 0 || !lsvDesk->HasSelection() ||
         lsvDesk->SelectedItem().Text().empty()) {
         return;
     }

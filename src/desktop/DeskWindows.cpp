@@ -1,27 +1,12 @@
 #include "desktop/DeskWindows.h"
 
-#include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QStyle>
 
 #include "app/Global.h"
 #include "desktop/frmDesk.h"
+#include "platform/controls/child_area.h"
 
-namespace {
-
-// One title bar below and beside the one before, so that every title is seen, and never out of the frame,
-// which chose a place before the window had its size.
-void Cascade(QMdiSubWindow& window, const QMdiArea& area) {
-    const QSize room = area.viewport()->size() - window.size();
-    const int step = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const int before = static_cast<int>(area.subWindowList().size()) - 1;
-    const auto place = [&](int length) { return length < step ? 0 : before % (length / step + 1) * step; };
-    window.move(place(room.width()), place(room.height()));
-}
-
-}  // namespace
-
-frmDesk* OpenDeskWindow(QMdiArea& area) {
+frmDesk* OpenDeskWindow(ChildArea& area) {
     const auto slot = static_cast<std::size_t>(++Global::DeskCount);
     if (Global::DeskWindows.size() <= slot) {
         Global::DeskWindows.resize(slot + 1);  // never shrinks: windows in higher slots stay reachable
@@ -29,12 +14,10 @@ frmDesk* OpenDeskWindow(QMdiArea& area) {
     auto* window = new frmDesk;
     Global::DeskWindows[slot] = window;
     window->Tag = std::to_string(slot);
-    QMdiSubWindow* frame = area.addSubWindow(window);
-    frame->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(frame, &QMdiSubWindow::aboutToActivate, window, &frmDesk::Form_Activate);
+    QObject::connect(&area.Add(*window), &QMdiSubWindow::aboutToActivate, window, &frmDesk::Form_Activate);
     window->Form_Load();
     if (slot > 1) {
-        Cascade(*frame, area);
+        ChildArea::PlaceFree(*window);
     }
     window->show();
     window->lsvDesk

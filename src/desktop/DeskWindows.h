@@ -4,14 +4,14 @@
 #include <QPointer>
 #include <vector>
 
-class QMdiArea;
+class ChildArea;
 class QMdiSubWindow;
 class frmDesk;
 
 // A new Desktop window of the place CurrentFolderID, in the slot behind the highest in use. The slot's number
 // is the window's Tag. When a window in the middle was closed before, the new one takes the slot of a window
 // that is still open; that one stays on the screen and is no longer reached through the slots.
-frmDesk* OpenDeskWindow(QMdiArea& area);
+frmDesk* OpenDeskWindow(ChildArea& area);
 
 // The window in a slot: 9 "Subscript out of range" when there is no such slot, 91 when it is empty.
 frmDesk& DeskAt(int slot);

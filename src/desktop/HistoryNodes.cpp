@@ -17,6 +17,9 @@ const Node& ParentOf(const Node& node) {
 std::string ScheduleText(const Node& node) {
     static const std::regex number("[0-9]:"), time("[0-9]:[0-9][0-9]:");
     const std::string text = node.Text();
+    if (node.Image() == ReportNode) {
+        return text;  // also of a title that holds a time
+    }
     const bool namesSchedule = std::regex_search(text, number) && !std::regex_search(text, time);
     return namesSchedule ? text : ParentOf(node).Text();
 }

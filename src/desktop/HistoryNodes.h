@@ -20,8 +20,8 @@ inline constexpr int PackageNode = 12;
 // 91 for a node at the root.
 const Node& ParentOf(const Node& node);
 
-// The text that names the schedule of a node: its own when it holds a number with a colon but no time,
-// "5: Sales"; else its parent's, 91 when there is none.
+// The text that names the schedule of a node: its own when it is a schedule, or when it holds a number with a
+// colon but no time, "5: Sales"; else its parent's, 91 when there is none.
 std::string ScheduleText(const Node& node);
 
 }  // namespace history

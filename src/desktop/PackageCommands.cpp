@@ -11,11 +11,7 @@
 
 namespace {
 
-// The keys that an item's key holds: of a package the second piece, of a report of a package the first.
-std::string PackageOf(const std::string& key) {
-    return cmFunc::GetDelimitedField(key, 2, ":");
-}
-
+// Of a report of a package: the first piece of its item's key.
 std::string DetailOf(const std::string& key) {
     return cmFunc::GetDelimitedField(key, 1, ":");
 }
@@ -93,7 +89,7 @@ void DeleteSelected() {
         return;
     }
     if (icon == desk::PackageItem) {
-        DeletePackage(PackageOf(key));
+        DeletePackage(cmFunc::PackageOfKey(key));
     } else {
         RemoveReport(DetailOf(key), title);
     }

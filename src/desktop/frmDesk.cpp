@@ -2,7 +2,6 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QMdiSubWindow>
 #include <algorithm>
 #include <functional>
 #include <iterator>
@@ -12,6 +11,7 @@
 #include "desktop/DeskItems.h"
 #include "desktop/Images.h"
 #include "execution/RunReport.h"
+#include "platform/controls/child_area.h"
 #include "platform/controls/key_codes.h"
 #include "platform/controls/twips.h"
 #include "platform/convert.h"
@@ -143,13 +143,10 @@ void frmDesk::Form_Load() {
 }
 
 void frmDesk::SetFirstSize() {
-    QWidget* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
-    if (frame == nullptr) {
-        frame = this;
-    }
-    frame->resize(Pixels(WindowWidth), Pixels(WindowHeight));
+    QWidget& window = ChildArea::WindowOf(*this);
+    window.resize(Pixels(WindowWidth), Pixels(WindowHeight));
     if (Global::DeskCount == 1) {
-        frame->move(Pixels(1), Pixels(1));
+        window.move(Pixels(1), Pixels(1));
     }
 }
 
@@ -232,8 +229,7 @@ void frmDesk::EnableForm(bool enabled) {
     if (!enabled && isEnabled()) {
         m_focus = focusWidget();
     }
-    auto* window = qobject_cast<QMdiSubWindow*>(parentWidget());
-    (window != nullptr ? static_cast<QWidget*>(window) : this)->setEnabled(enabled);
+    ChildArea::WindowOf(*this).setEnabled(enabled);
     if (enabled && m_focus) {
         m_focus->setFocus();
     }

@@ -2,16 +2,15 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
-#include <algorithm>
 #include <functional>
 
 #include "app/Global.h"
 #include "desktop/HistoryNodes.h"
 #include "desktop/Images.h"
 #include "execution/RunReport.h"
+#include "platform/controls/child_area.h"
 #include "platform/controls/key_codes.h"
 #include "platform/controls/twips.h"
 #include "platform/loop.h"
@@ -115,10 +114,7 @@ void frmViewer::ShowFirst() {
     if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()); window != nullptr) {
         connect(window, &QMdiSubWindow::aboutToActivate, this, &frmViewer::Form_Activate);
         window->resize(Pixels(WindowWidth), Pixels(WindowHeight));
-        // The frame gave it a place before it had its size.
-        const QSize room = window->parentWidget()->size() - window->size();
-        window->move(std::max(0, std::min(window->x(), room.width())),
-                     std::max(0, std::min(window->y(), room.height())));
+        ChildArea::PlaceFree(*this);
     }
     show();
     ShowForm();
@@ -126,12 +122,7 @@ void frmViewer::ShowFirst() {
 }
 
 void frmViewer::ShowForm() {
-    if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()); window != nullptr) {
-        if (window->isMinimized()) {
-            window->showNormal();
-        }
-        window->mdiArea()->setActiveSubWindow(window);
-    }
+    ChildArea::Activate(*this);
     Form_Activate();
 }
 

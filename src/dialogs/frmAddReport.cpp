@@ -419,7 +419,7 @@ void frmAddReport::cmdTest_Click() {
     if (!m_ui->txtUserName->Text().empty() && !m_ui->txtPassword->Text().empty()) {
         Global::LogTablesOn(Global::OpenedReport(), m_ui->txtUserName->Text(), m_ui->txtPassword->Text());
     }
-    Global::ShowPreview();
+    Global::ShowPreview(this);
     m_ui->cmdNext->setEnabled(true);
 }
 

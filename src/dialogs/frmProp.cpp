@@ -327,7 +327,7 @@ void frmProp::cmdTest_Click() {
         });
     }
     ResumeNext([this] { Global::OpenedReport().SetRecordSelectionFormula(m_ui->txtRecForm->Text()); });
-    ResumeNext([] { Global::ShowPreview(); });
+    ResumeNext([this] { Global::ShowPreview(this); });
 }
 
 void frmProp::cmdOk_Click() {

@@ -23,7 +23,7 @@ void mnuDeskExec_Click() {
 }
 
 void mnubtcExec_Click() {
-    const std::string key = cmFunc::GetDelimitedField(Global::ActiveDesk().SelectedKey(), 2, ":");
+    const std::string key = cmFunc::PackageOfKey(Global::ActiveDesk().SelectedKey());
     ADODB::Recordset packages;
     packages.Open("select * from reportbatch where reportid = " + key, Global::ConnectionString);
     std::string lastKey;  // as in the poll: the key of a failure's row is that of the package before

@@ -7,14 +7,35 @@
 
 namespace Global {
 
-void ShowPreview() {
-    static QPointer<frmTest> form;
-    // One that was closed a moment ago may wait for its end.
-    if (!form || form->IsClosed()) {
-        form = new frmTest;
+namespace {
+
+frmTest* MakeWindow(QWidget* dialog) {
+    if (dialog == nullptr) {
+        auto* form = new frmTest;
         if (Frame != nullptr) {
             Frame->AddChild(*form);
         }
+        return form;
+    }
+    // It outlives the dialog.
+    auto* form = new frmTest(dialog->parentWidget());
+    form->setWindowFlag(Qt::Window);
+    form->setAttribute(Qt::WA_DeleteOnClose);
+    return form;
+}
+
+}  // namespace
+
+void ShowPreview(QWidget* dialog) {
+    static QPointer<frmTest> form;
+    static bool isOnItsOwn = false;
+    if (form && !form->IsClosed() && isOnItsOwn != (dialog != nullptr)) {
+        form->CloseWindow();
+    }
+    // One that was closed a moment ago may wait for its end.
+    if (!form || form->IsClosed()) {
+        form = MakeWindow(dialog);
+        isOnItsOwn = dialog != nullptr;
     }
     form->Form_Load();
 }

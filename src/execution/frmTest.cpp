@@ -1,12 +1,10 @@
 #include "execution/frmTest.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPointer>
-#include <algorithm>
 
 #include "app/Global.h"
 #include "execution/RunReport.h"
+#include "platform/controls/child_area.h"
 #include "platform/controls/twips.h"
 #include "platform/convert.h"
 #include "platform/loop.h"
@@ -39,11 +37,6 @@ frmTest::frmTest(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::f
 
 frmTest::~frmTest() = default;
 
-QWidget& frmTest::Window() {
-    auto* child = qobject_cast<QMdiSubWindow*>(parentWidget());
-    return child != nullptr ? *child : static_cast<QWidget&>(*this);
-}
-
 void frmTest::Form_Load() {
     const QPointer<frmTest> form(this);
     try {
@@ -67,19 +60,14 @@ void frmTest::Form_Load() {
 
 // It stands on the screen while the report works.
 void frmTest::ShowWindow() {
-    QWidget& window = Window();
+    QWidget& window = ChildArea::WindowOf(*this);
     if (window.isMinimized() || window.isMaximized()) {
         window.showNormal();
     }
     window.resize(Pixels(WindowWidth), Pixels(WindowHeight));
-    // The frame gave it a place before it had its size.
-    const int room = window.parentWidget() != nullptr ? window.parentWidget()->width() : window.width();
-    window.move(std::max(0, std::min(window.x(), room - window.width())), 0);
+    ChildArea::PlaceAtTop(*this);
     show();
-    if (auto* child = qobject_cast<QMdiSubWindow*>(&window);
-        child != nullptr && child->mdiArea() != nullptr) {
-        child->mdiArea()->setActiveSubWindow(child);
-    }
+    ChildArea::Activate(*this);
     // Keys are the report's at once; the frame would offer them to buttons that wait for pages.
     setFocus();
 }
@@ -100,11 +88,11 @@ void frmTest::PlaceReport() {
 }
 
 void frmTest::SetReportWidth() {
-    m_ui->crp->resize(Size(Twips(Window().width()) - AroundWidth), m_ui->crp->height());
+    m_ui->crp->resize(Size(Twips(ChildArea::WindowOf(*this).width()) - AroundWidth), m_ui->crp->height());
 }
 
 void frmTest::SetReportHeight() {
-    m_ui->crp->resize(m_ui->crp->width(), Size(Twips(Window().height()) - AroundHeight));
+    m_ui->crp->resize(m_ui->crp->width(), Size(Twips(ChildArea::WindowOf(*this).height()) - AroundHeight));
 }
 
 void frmTest::Form_Resize() {
@@ -112,6 +100,10 @@ void frmTest::Form_Resize() {
     ResumeNext([this] { SetReportWidth(); });
     ResumeNext([this] { SetReportHeight(); });
     ResumeNext([this] { update(); });
+}
+
+void frmTest::CloseWindow() {
+    ChildArea::WindowOf(*this).close();
 }
 
 void frmTest::closeEvent(QCloseEvent* event) {

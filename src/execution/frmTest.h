@@ -17,6 +17,7 @@ class frmTest : public QWidget {
     // Shows itself before the report runs. Loading it once more shows the report that is open then.
     void Form_Load();
     void Form_Resize();
+    void CloseWindow();  // with the child window that it stands in
     // Closed, and gone as soon as events run.
     bool IsClosed() const { return m_closed; }
 
@@ -25,9 +26,6 @@ class frmTest : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
 
  private:
-    // The child window of the frame that the form stands in, with its title bar and borders; the form itself
-    // where there is none.
-    QWidget& Window();
     void ShowWindow();
     void ViewCurrentReport();
     // The layout in its statements. 380 "Invalid property value" for a size below nothing.

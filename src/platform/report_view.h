@@ -2,6 +2,7 @@
 // the first page of a long report shows at once. All fail by raising RuntimeError.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,7 +24,7 @@ struct Letter {
 
 struct Link {
     Area area;
-    std::string uri;  // of a kind that is safe to open; or, when empty, a place in the report:
+    std::string uri;  // as the report has it, of any kind; or, when empty, a place in the report:
     int page = 0;     // from 1
     double y = 0;     // on it
 };
@@ -53,6 +54,11 @@ class PageView {
     // One point of the page is one unit of the painter. Only what the painter's device and clip show is
     // drawn, and nothing outside of the page.
     virtual void Draw(int n, QPainter& painter) = 0;
+    // Writes pages `first` to `last`, which are made, as a PDF document; the file, a path of the machine, is
+    // there whole or not at all. `goOn` is asked before each page: false stops, and there is no file. Whether
+    // there is one.
+    virtual bool WritePdf(const std::string& file, int first, int last,
+                          const std::function<bool(int page)>& goOn) = 0;
     virtual std::vector<Letter> Letters(int n) = 0;  // in reading order
     // Those whose place is on a page that is not made yet are left out.
     virtual std::vector<Link> Links(int n) = 0;

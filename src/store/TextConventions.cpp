@@ -59,6 +59,10 @@ std::string GetDelimitedField(const std::string& text, int number, const std::st
     return text.substr(start - 1, end - start + 1);
 }
 
+std::string PackageOfKey(const std::string& key) {
+    return key.substr(key.rfind(':') + 1);  // all of it without one
+}
+
 int CountRecipients(const std::string& list) {
     const auto separators = std::count(list.begin(), list.end(), ';');
     return separators == 0 ? 1 : static_cast<int>(separators);

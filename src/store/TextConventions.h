@@ -18,6 +18,10 @@ void StripQuotes(EditableText& box);
 // again at the first: field 3 of a:b is a. Empty on any error.
 std::string GetDelimitedField(const std::string& text, int number, const std::string& delimiter);
 
+// The package's number in the key of its item, of whichever view: what stands after the last ":". Names may
+// hold that character.
+std::string PackageOfKey(const std::string& key);
+
 // How many names a ";"-separated list holds: one for each ";", at least one.
 int CountRecipients(const std::string& list);
 

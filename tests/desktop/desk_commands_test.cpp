@@ -306,6 +306,21 @@ TEST_F(DeskCommands, ButtonsFollowTheSelection) {
     EXPECT_FALSE(Enabled(Window(2), "Design"));
 }
 
+TEST_F(DeskCommands, ButtonsFollowASelectionByTheRightButton) {
+    AddFolder("Sales");
+    AddSchedule("Week", "Desktop");
+    frmDesk& window = OpenRoot();
+    ClickNode(window, "Desktop");
+    ClickItem(window, "Week", Qt::RightButton);
+    frame.Menu("mnuDeskRpt")->close();
+    EXPECT_TRUE(Enabled(window, "Preview"));
+    EXPECT_TRUE(Enabled(window, "Design"));
+    ClickItem(window, "Sales", Qt::RightButton);
+    frame.Menu("mnuDeskFld")->close();
+    EXPECT_FALSE(Enabled(window, "Preview"));
+    EXPECT_FALSE(Enabled(window, "Design"));
+}
+
 TEST_F(DeskCommands, CommandLeavesTheButtonsAsTheyAre) {
     AddSchedule("Week", "Desktop");
     frmDesk& window = OpenRoot();

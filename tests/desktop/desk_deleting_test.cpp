@@ -81,8 +81,8 @@ TEST_F(DeskDeleting, SubfoldersGoButNotTheirSubfolders) {
     EXPECT_THAT(database.Rows("select ReportTitle, Parent from ReportScheduler"), ElementsAre("Week|A1"));
 }
 
-// Its key is 0, which is the root's: the third statement takes all folders there.
-TEST_F(DeskDeleting, FolderThatIsNoLongerStoredTakesTheFoldersOfTheRootAlong) {
+// Its key is 0, which is no folder's.
+TEST_F(DeskDeleting, FolderThatIsNoLongerStoredLeavesTheListAndNothingElse) {
     AddFolder("Sales");
     AddFolder("Stock");
     AddSchedule("Week", "Stock");
@@ -93,13 +93,22 @@ TEST_F(DeskDeleting, FolderThatIsNoLongerStoredTakesTheFoldersOfTheRootAlong) {
     prompts.answers = {vbYes};
     ClickButton(window, "Delete");
     EXPECT_THAT(database.TakeStatements(),
-                ElementsAre("select folderid  from folders where foldername = 'Sales'",
-                            "delete from folders where folderid =0",
-                            "delete from reportscheduler where parent =(select foldername from folders where "
-                            "folderid =0)",
-                            "delete from folders where parent = 0"));
-    EXPECT_THAT(database.Rows("select FolderName from Folders"), IsEmpty());
+                ElementsAre("select folderid  from folders where foldername = 'Sales'"));
+    EXPECT_THAT(Listed(window), ElementsAre("Stock"));
+    EXPECT_THAT(database.Rows("select FolderName from Folders"), ElementsAre("Stock"));
     EXPECT_THAT(database.Rows("select ReportTitle from ReportScheduler"), ElementsAre("Week"));
+    EXPECT_FALSE(Hourglass(window));
+}
+
+TEST_F(DeskDeleting, ItemOfTheMenusNewFolderLeavesTheListAndNothingElse) {
+    AddFolder("Sales");
+    frmDesk& window = OpenRoot();
+    ClickEntry("mnuDeskNew");
+    ClickItem(window, "New Folder");
+    prompts.answers = {vbYes};
+    ClickButton(window, "Delete");
+    EXPECT_THAT(Listed(window), ElementsAre("Sales"));
+    EXPECT_THAT(database.Rows("select FolderName from Folders"), ElementsAre("Sales"));
 }
 
 TEST_F(DeskDeleting, AnythingButYesKeepsTheFolder) {

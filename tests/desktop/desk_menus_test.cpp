@@ -32,6 +32,39 @@ class DeskMenus : public DeskTest {
 
 }  // namespace
 
+TEST_F(DeskMenus, EntriesThatNeedAWindowOrASelectionAreGreyWithoutIt) {
+    const auto grey = [this] {
+        Texts entries;
+        for (const char* menu : {"mnuTools", "mnuViewType"}) {
+            emit frame.Menu(menu)->aboutToShow();
+            for (const QAction* entry : frame.Menu(menu)->actions()) {
+                if (!entry->isEnabled() && entry->objectName() != "mnuRefHis") {
+                    entries.push_back(entry->objectName().toStdString());
+                }
+            }
+        }
+        return entries;
+    };
+    const auto needWindow = ElementsAre("mnuAdd", "mnuDesign", "mnuIcons", "mnuViewList", "mnuDetails");
+    EXPECT_THAT(grey(), needWindow);
+    AddSchedule("Week", "Desktop");
+    frmDesk& window = OpenRoot();
+    ClickNode(window, "Desktop");
+    EXPECT_THAT(grey(), ElementsAre("mnuDesign"));
+    ClickItem(window, "Week");
+    EXPECT_THAT(grey(), IsEmpty());
+    Global::DeskIndex = 9999;  // the Schedule History is in front
+    EXPECT_THAT(grey(), needWindow);
+    window.Form_Activate();
+    EXPECT_THAT(grey(), IsEmpty());
+    Close(window);
+    EXPECT_THAT(grey(), needWindow);
+    frmDesk& next = OpenRoot();
+    ClickNode(next, "Desktop");
+    ClickItem(next, "Week");
+    EXPECT_THAT(grey(), IsEmpty());
+}
+
 TEST_F(DeskMenus, FolderHasItsMenu) {
     AddFolder("Sales");
     frmDesk& window = OpenRoot();

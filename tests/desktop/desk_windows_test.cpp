@@ -1,4 +1,7 @@
 // The Desktop windows, their slots and what Esc does in them.
+#include <algorithm>
+#include <cstdlib>
+
 #include "desk_test.h"
 
 using testing::ElementsAre;
@@ -110,19 +113,125 @@ TEST_F(DeskWindows, EscWhileATextIsEditedGivesTheEditUpAndRemovesNothing) {
     EXPECT_THAT(Listed(window), ElementsAre("New Folder"));
 }
 
+namespace {
+
+std::vector<QRect> Places(const std::vector<frmDesk*>& windows) {
+    std::vector<QRect> places;
+    for (frmDesk* window : windows) {
+        places.push_back(window->parentWidget()->geometry());
+    }
+    return places;
+}
+
+// No title lies on another's: the corners are a title bar apart.
+void ExpectEveryTitleSeen(const std::vector<QRect>& places) {
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        for (std::size_t k = 0; k < i; ++k) {
+            const QPoint apart = places[i].topLeft() - places[k].topLeft();
+            EXPECT_GE(std::max(std::abs(apart.x()), std::abs(apart.y())), 15) << i << " on " << k;
+        }
+    }
+}
+
+}  // namespace
+
 TEST_F(DeskWindows, EveryWindowIsSeenWholeWithTheTitlesOfThoseBefore) {
     AddFolder("Sales");
     frmDesk& root = OpenRoot();
     DoubleClickItem(root, "Sales");
     OpenRoot();
     OpenRoot();
-    QPoint before(-1, -1);
-    for (frmDesk* window : OnScreen()) {
-        const QRect place = window->parentWidget()->geometry();
-        EXPECT_TRUE(frame.Children().viewport()->rect().contains(place)) << window->Tag;
-        EXPECT_NE(place.topLeft(), before) << window->Tag;
-        before = place.topLeft();
+    const std::vector<QRect> places = Places(OnScreen());
+    ExpectEveryTitleSeen(places);
+    EXPECT_EQ(places[0].topLeft(), QPoint(0, 0));
+    for (const QRect& place : places) {
+        EXPECT_TRUE(frame.Children().viewport()->rect().contains(place));
+        EXPECT_EQ(place.size(), places[0].size());
     }
+}
+
+TEST_F(DeskWindows, NewWindowLiesOnNoOtherWhicheverWereClosed) {
+    for (int i = 0; i < 4; ++i) {
+        OpenRoot();
+    }
+    Close(Window(2));
+    OpenRoot();
+    OpenRoot();
+    ExpectEveryTitleSeen(Places(OnScreen()));
+}
+
+TEST_F(DeskWindows, NewWindowLiesOnNoOtherInAFrameThatIsTooSmallAndWhenThereAreMany) {
+    for (const QSize size : {QSize(500, 300), QSize(760, 700)}) {
+        frame.resize(size);
+        QApplication::processEvents();
+        for (int i = 0; i < 30; ++i) {
+            OpenRoot();
+        }
+        ExpectEveryTitleSeen(Places(OnScreen()));
+        frame.Children().closeAllSubWindows();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+TEST_F(DeskWindows, CascadeKeepsTheSizesAndShowsEveryTitleTheTopmostWhole) {
+    for (int i = 0; i < 3; ++i) {
+        OpenRoot();
+    }
+    const QSize size = Window(1).parentWidget()->size();
+    EXPECT_GT(size.width(), 600);
+    for (frmDesk* window : OnScreen()) {
+        window->parentWidget()->move(40, 40);
+    }
+    Window(3).parentWidget()->showMaximized();
+    Window(1).Form_Activate();
+    frame.Children().setActiveSubWindow(qobject_cast<QMdiSubWindow*>(Window(1).parentWidget()));
+    ClickEntry("mnuCasc");
+    QApplication::processEvents();
+    const std::vector<QRect> places = Places(OnScreen());
+    ExpectEveryTitleSeen(places);
+    for (const QRect& place : places) {
+        EXPECT_EQ(place.size(), size);
+        EXPECT_TRUE(frame.Children().viewport()->rect().contains(place));
+    }
+    // Window 1 is in front of the others, as it was, and below them on the screen.
+    EXPECT_EQ(Global::DeskIndex, 1);
+    EXPECT_GT(places[0].top(), places[1].top());
+    EXPECT_GT(places[0].top(), places[2].top());
+}
+
+TEST_F(DeskWindows, CascadeBringsAWindowThatIsLargerThanTheFrameIntoIt) {
+    OpenRoot().parentWidget()->resize(3000, 2000);
+    ClickEntry("mnuCasc");
+    EXPECT_EQ(Window(1).parentWidget()->geometry(), frame.Children().viewport()->rect());
+}
+
+TEST_F(DeskWindows, TiledWindowsShareTheFrameAndCascadeLeavesIcons) {
+    OpenRoot();
+    OpenRoot();
+    ClickEntry("mnuTile");
+    QApplication::processEvents();
+    for (const QRect& place : Places(OnScreen())) {
+        EXPECT_GT(place.width() * place.height(), frame.Children().viewport()->width() * 200);
+    }
+    Window(2).parentWidget()->showMinimized();
+    ClickEntry("mnuCasc");
+    EXPECT_TRUE(Window(2).parentWidget()->isMinimized());
+}
+
+TEST_F(DeskWindows, ClosingAWindowBringsTheOneThatWasUsedBeforeItToTheFront) {
+    for (int i = 0; i < 3; ++i) {
+        OpenRoot();
+    }
+    ClickNode(Window(2), "Desktop");
+    auto* other = new QWidget;
+    frame.AddChild(*other);
+    other->show();
+    frame.Children().setActiveSubWindow(qobject_cast<QMdiSubWindow*>(other->parentWidget()));
+    other->parentWidget()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QApplication::processEvents();
+    EXPECT_EQ(Global::DeskIndex, 2);
+    EXPECT_EQ(frame.Children().activeSubWindow(), Window(2).parentWidget());
 }
 
 TEST_F(DeskWindows, KeysWalkThroughTheListOfAWindowThatWasOpened) {

@@ -72,19 +72,22 @@ TEST_F(PackageDeleting, PackageGoesFromTheTableOfDetailsAsWell) {
     EXPECT_THAT(database.Rows("select BatchName from ReportBatch"), ElementsAre("Week"));
 }
 
-// In the table view a package's item is known by its name and number, and the number is taken from behind the
-// first colon.
+// In the table view a package's item is known by its name and number, which stands after the last colon.
 TEST_F(PackageDeleting, ColonInANameOfTheTableViewDeletesThePackageThatItNames) {
-    AddPackage("a:1");
+    AddPackage("Other");
+    AddPackage("a:1", {"1>x.rpt"});
     frmDesk& window = OpenRoot();
     ClickNode(window, "Desktop");
     ClickEntry("mnuDetails");
     QApplication::processEvents();
+    DoubleClickItem(window, "a:1");
+    EXPECT_EQ(Listed(Window(2)), Texts{"1>x.rpt"});
+    Close(Window(2));
     database.TakeStatements();
     prompts.answers = {vbYes};
     ChooseOf(window, "a:1", "mnubtcDelSel");
-    EXPECT_EQ(database.TakeStatements()[0], "delete from reportbatch where reportid = 1");
-    EXPECT_THAT(database.Rows("select BatchName from ReportBatch"), ElementsAre("Week", "a:1"));
+    EXPECT_EQ(database.TakeStatements()[0], "delete from reportbatch where reportid = 3");
+    EXPECT_THAT(database.Rows("select BatchName from ReportBatch"), ElementsAre("Week", "Other"));
 }
 
 TEST_F(PackageDeleting, AnyAnswerButYesDeletesNothing) {

@@ -6,6 +6,7 @@ import os
 import re
 import shutil
 import subprocess
+import time
 
 from harness import CourierTest
 
@@ -62,6 +63,27 @@ class Display:
 
     def screenshot(self, path):
         self.run("import", "-silent", "-window", "root", str(path))
+
+    def start_window_manager(self):
+        """Windows get frames and the keyboard as on a user's desktop. Returns the process."""
+        manager = subprocess.Popen(["openbox", "--sm-disable"], env=self.environment(), stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL)
+        for _ in range(100):
+            if self.run("xdotool", "get_num_desktops").strip() not in ("", "0"):  # as the first one says
+                return manager
+            time.sleep(0.1)
+        raise AssertionError("the window manager did not start")
+
+    def pixels(self, window):
+        """What the screen shows where the window is: (red, green, blue) by pixel."""
+        place = self.run("xdotool", "getwindowgeometry", str(window))
+        left, top = re.search(r"Position: (-?\d+),(-?\d+)", place).groups()
+        width, height = re.search(r"Geometry: (\d+)x(\d+)", place).groups()
+        # Not of the window itself: the program would wait for a click when it is gone.
+        colours = subprocess.run(["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}",
+                                  "-depth", "8", "rgb:-"], env=self.environment(), capture_output=True,
+                                 timeout=20).stdout
+        return list(zip(colours[::3], colours[1::3], colours[2::3]))
 
     def close_box(self, window):
         """What a window manager sends when its close box is clicked."""

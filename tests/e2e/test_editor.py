@@ -5,6 +5,7 @@ import re
 import time
 import unittest
 
+from desk_session import PICTURES
 from editor import EditorTest
 from harness import system_path
 
@@ -80,6 +81,47 @@ class FirstStart(EditorTest):
         process = self.courier.start(arguments=())
         self.assertEqual(process.wait(10), 1)
         self.assertIn("the editor needs a display", self.courier.said())
+
+
+class UnderAWindowManager(EditorTest):
+    def setUp(self):
+        super().setUp()
+        manager = self.display.start_window_manager()
+        self.addCleanup(manager.wait)
+        self.addCleanup(manager.terminate)
+
+    def windows(self):
+        return self.display.windows(self.courier.process.pid)
+
+    def test_splash_is_painted_while_it_stands(self):
+        self.courier.start(arguments=())
+        self.courier.wait(self.windows, 10, "the splash")
+        (splash,) = self.windows()
+        most = 0
+        for _ in range(100):
+            colours = len(set(self.display.pixels(splash)))
+            if self.windows() != [splash]:
+                break
+            most = max(most, colours)
+        self.assertGreater(most, 50, "colours")
+
+    def open_about(self):
+        window = self.open_editor()
+        self.courier.wait(lambda: self.windows() == [window], 10, "the end of the splash")
+        time.sleep(0.5)
+        self.display.key("alt+h")
+        self.courier.wait(lambda: len(self.windows()) == 2, 5, "the menu")
+        self.display.key("Return")
+        time.sleep(0.5)
+        if PICTURES:
+            self.display.screenshot(PICTURES + "/about.png")
+        self.assertEqual(len(self.windows()), 2, "the main window and the box")
+
+    def test_a_key_closes_the_about_box(self):
+        self.open_about()
+        self.display.key("x")
+        self.courier.wait(lambda: len(self.windows()) == 1, 5, "the end of the box")
+        self.assertIsNone(self.courier.process.poll())
 
 
 class Purge(EditorTest):

@@ -97,6 +97,10 @@ class History(DeskSession):
         self.answer("third-success", "Return")
         self.assertEqual(len(self.courier.history(self.sales)), 6)
 
+    def heading(self):
+        """How much is seen of the report's heading: no window or picture has its colour."""
+        return self.display.pixels(self.main).count((0x1f, 0x3a, 0x5f))
+
     def show_packages(self):
         self.press("ctrl+Tab")
         self.picture("history-packages-closed")
@@ -106,8 +110,9 @@ class History(DeskSession):
         self.press("Down", "Down", "Menu")
         self.next_window("menu of the package's report")
         self.picture("history-package-menu")
+        self.assertEqual(self.heading(), 0)
         self.press("Down", "Return")  # Run Report...
-        time.sleep(2)
+        self.courier.wait(lambda: self.heading() > 3000, 30, "the report on the screen")
         self.picture("history-preview")
         self.assertEqual(self.others(), [])
 

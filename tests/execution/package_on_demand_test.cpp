@@ -283,7 +283,7 @@ TEST_F(PackageOnDemand, ColonInANameOfTheTableViewRunsThePackageThatItNames) {
     Package("F");
     desk.selected = {"a:1", "a:1:2"};
     mnubtcExec_Click();
-    EXPECT_EQ(History(), Rows{"1|2026-11-21,13:05:09|T|null"});
+    EXPECT_EQ(History(), Rows{"2|2026-11-21,13:05:09|T|null"});
 }
 
 TEST_F(PackageOnDemand, PackageThatIsGoneIsToldAsExecuted) {

@@ -1,9 +1,12 @@
 // The preview window, on a frame with real child windows.
 #include <gtest/gtest.h>
 
+#include <QDialog>
 #include <QLineEdit>
+#include <QPointer>
 #include <QTest>
 #include <QTreeWidget>
+#include <algorithm>
 
 #include "app/Global.h"
 #include "execution/Preview.h"
@@ -77,8 +80,36 @@ TEST_F(PreviewForm, WindowIsSeenWholeBesideOthers) {
     other->parentWidget()->resize(700, 500);
     other->show();
     const frmTest& form = Show();
-    EXPECT_GE(WindowOf(form).x(), 0);
-    EXPECT_LE(WindowOf(form).geometry().right(), frame.area.viewport()->width());
+    const QRect place = WindowOf(form).geometry();
+    EXPECT_EQ(place.top(), 0);
+    EXPECT_GT(place.left(), other->parentWidget()->x()) << "the title of the other is seen";
+    EXPECT_TRUE(frame.area.viewport()->rect().contains(place));
+}
+
+TEST_F(PreviewForm, WindowBeginsAtTheLeftEdgeOfAFrameThatIsNarrower) {
+    frame.area.resize(600, 500);
+    QApplication::processEvents();
+    EXPECT_EQ(WindowOf(Show()).geometry(), QRect(0, 0, 960, 587));
+}
+
+TEST_F(PreviewForm, ForADialogItIsAWindowOfItsOwnAndGoesBackIntoTheFrameForTheNext) {
+    QDialog dialog;
+    dialog.setModal(true);
+    dialog.show();
+    Global::ShowPreview(&dialog);
+    EXPECT_TRUE(frame.Shown<frmTest>().empty());
+    const auto windows = QApplication::topLevelWidgets();
+    const auto own = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+        return qobject_cast<const frmTest*>(window) != nullptr && window->isVisible();
+    });
+    ASSERT_NE(own, windows.end());
+    EXPECT_EQ(Caption(**own), "REPORT VIEWER - SALES 2026");
+    EXPECT_EQ(Crp(**own).CurrentPage(), 1);
+    const QPointer<QWidget> before(*own);
+    dialog.hide();
+    Show();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(before.isNull());
 }
 
 TEST_F(PreviewForm, ReportLeavesItsMargins) {

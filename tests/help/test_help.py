@@ -77,7 +77,7 @@ class Help(unittest.TestCase):
         cls.folder = tempfile.TemporaryDirectory()
         subprocess.run(["extract_chmLib", str(BOOK), cls.folder.name], check=True, stdout=subprocess.DEVNULL)
         cls.book = pathlib.Path(cls.folder.name)
-        cls.pages = {path.name: Page(path.read_text()) for path in cls.book.glob("*.htm")}
+        cls.pages = {path.name: Page(path.read_text()) for path in cls.book.glob("*.html")}
 
     @classmethod
     def tearDownClass(cls):
@@ -88,7 +88,7 @@ class Help(unittest.TestCase):
 
     def test_it_holds_every_page_as_it_was_written(self):
         written = {path.name: path.read_bytes() for path in PAGES.iterdir()}
-        held = {path.name: path.read_bytes() for path in self.book.iterdir() if path.suffix in (".htm", ".css")}
+        held = {path.name: path.read_bytes() for path in self.book.iterdir() if path.suffix in (".html", ".css")}
         self.assertEqual(held, written)
 
     def test_every_link_leads_to_a_page_and_an_anchor_of_the_book(self):
@@ -111,7 +111,7 @@ class Help(unittest.TestCase):
                          {name: page.title for name, page in self.pages.items()})
 
     def test_every_page_is_linked_from_another(self):
-        for name in set(self.pages) - {"welcome.htm"}:
+        for name in set(self.pages) - {"welcome.html"}:
             linked = [link for other, page in self.pages.items() if other != name
                       for link in page.links if link.split("#")[0] == name]
             self.assertTrue(linked, name)
@@ -127,11 +127,11 @@ class Help(unittest.TestCase):
             self.assertEqual([text for text in page.captions["menu"] if text not in known], [], name)
 
     def test_the_menu_page_tells_of_every_entry_of_the_menu_bar(self):
-        told = set(self.pages["main_window.htm"].captions["menu"])
+        told = set(self.pages["main_window.html"].captions["menu"])
         self.assertEqual({text for _, _, text, popup in menu_rows() if not popup} - told, set())
 
     def test_the_tray_page_tells_of_every_entry_of_the_icons_menu(self):
-        told = set(self.pages["tray.htm"].captions["menu"])
+        told = set(self.pages["tray.html"].captions["menu"])
         self.assertEqual({text for menu, entry, text, _ in menu_rows() if menu == "mnutb" and entry} - told, set())
 
     def test_controls_are_spelled_as_in_their_windows(self):

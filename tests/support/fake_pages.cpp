@@ -1,5 +1,7 @@
 #include "support/fake_pages.h"
 
+#include <fstream>
+
 namespace fakes {
 
 FakePageView::FakePageView(FakePages script, std::vector<std::string>& calls)
@@ -34,6 +36,18 @@ void FakePageView::Draw(int n, QPainter& painter) {
     if (m_script.onDraw) {
         m_script.onDraw(n, painter);
     }
+}
+
+bool FakePageView::WritePdf(const std::string& file, int first, int last,
+                            const std::function<bool(int page)>& goOn) {
+    for (int page = first; page <= last; ++page) {
+        if (!goOn(page)) {
+            return false;
+        }
+    }
+    m_calls.push_back("pdf " + std::to_string(first) + " to " + std::to_string(last));
+    std::ofstream(file) << "%PDF";
+    return true;
 }
 
 std::vector<report::Letter> FakePageView::Letters(int n) {

@@ -38,6 +38,9 @@ class FakePageView : public report::PageView {
     double Height(int n) const override { return At(n).height; }
     bool WaitsForTotal() const override { return m_script.waitsForTotal && !m_allMade; }
     void Draw(int n, QPainter& painter) override;
+    // Notes "pdf FIRST to LAST" and leaves "%PDF" in the file.
+    bool WritePdf(const std::string& file, int first, int last,
+                  const std::function<bool(int page)>& goOn) override;
     std::vector<report::Letter> Letters(int n) override;
     std::vector<report::Link> Links(int n) override { return At(n).links; }
     const std::vector<report::MapEntry>& DocumentMap() const override { return m_map; }

@@ -1,9 +1,9 @@
 // A frame on the screen, with room for child windows.
 #pragma once
 
-#include <QMdiArea>
 #include <QMdiSubWindow>
 
+#include "platform/controls/child_area.h"
 #include "support/fakes.h"
 
 namespace fakes {
@@ -16,7 +16,7 @@ class MdiFrame : public FakeFrame {
     }
     void AddChild(QWidget& form) override {
         FakeFrame::AddChild(form);
-        area.addSubWindow(&form)->setAttribute(Qt::WA_DeleteOnClose);
+        area.Add(form);
     }
     // The child windows whose form is of the kind, in the order of their making.
     template <typename Form>
@@ -30,7 +30,7 @@ class MdiFrame : public FakeFrame {
         }
         return forms;
     }
-    QMdiArea area;
+    ChildArea area;
 };
 
 }  // namespace fakes

@@ -10,6 +10,7 @@
 #include <QPersistentModelIndex>
 #include <QPointer>
 
+#include "platform/controls/focus_look.h"
 #include "platform/controls/item_events.h"
 #include "platform/controls/key_codes.h"
 
@@ -19,6 +20,7 @@ class ItemView : public View {
     ItemView(ItemEvents& events, QWidget* parent) : View(parent), m_events(events) {
         this->setSelectionMode(QAbstractItemView::SingleSelection);
         this->setDragEnabled(false);
+        ShowFocusAsLine(*this);
         // The menus of items come with MouseUp; Qt's own would reach the frame behind the view.
         this->setContextMenuPolicy(Qt::PreventContextMenu);
         QObject::connect(this, &QAbstractItemView::doubleClicked, this, [this] { m_doubled = true; });

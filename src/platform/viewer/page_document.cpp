@@ -26,6 +26,22 @@ void PageDocument::MakeSome() {
     }
 }
 
+int PageDocument::WritePdf(const QString& file, int first, int last,
+                           const std::function<bool(int page)>& goOn) {
+    // Pages that say how many there are need them all.
+    while (!IsComplete() && (Count() < last || m_pages->WaitsForTotal())) {
+        if (!goOn(Count() + 1)) {
+            return 0;
+        }
+        Require(Count() + 1);
+    }
+    if (first < 1 || first > Count()) {
+        throw RuntimeError(err::SubscriptOutOfRange, "The report has no page " + std::to_string(first));
+    }
+    last = std::min(last, Count());
+    return m_pages->WritePdf(file.toStdString(), first, last, goOn) ? last - first + 1 : 0;
+}
+
 bool PageDocument::Require(int n) {
     if (n <= Count()) {
         return true;

@@ -1,34 +1,53 @@
 #include "platform/viewer/report_printer.h"
 
 #include <QPageLayout>
-#include <QPainter>
+#include <QPrintEngine>
 #include <QPrinter>
-#include <algorithm>
+#include <QProcess>
+
+#include "platform/runtime.h"
 
 namespace viewer {
 namespace {
 
-constexpr double PointsPerInch = 72;
-
-// From points of the page to dots of the printer, with the page turned and shrunk where the paper asks.
-QTransform ToPaper(const QPrinter& printer, QSizeF page, Paper paper) {
-    const double dots = printer.resolution() / PointsPerInch;
-    QTransform transform = QTransform::fromScale(dots, dots);
-    if (paper == Paper::OfThePage) {
-        return transform;
+// What the dialog's own pages of the printing system hold (pages a sheet, which pages, when, a cover): names
+// and values in turns.
+QStringList SystemOptions(const QPrinter& printer) {
+    constexpr auto SystemOptionsKey = static_cast<QPrintEngine::PrintEnginePropertyKey>(0xfe00);
+    const QStringList pairs = printer.printEngine()->property(SystemOptionsKey).toStringList();
+    QStringList options;
+    for (qsizetype i = 0; i + 1 < pairs.size(); i += 2) {
+        options << pairs[i] + "=" + pairs[i + 1];
     }
-    const QSizeF sheet = printer.pageLayout().fullRect(QPageLayout::Point).size();
-    if ((page.width() > page.height()) != (sheet.width() > sheet.height())) {
-        transform.translate(sheet.width(), 0);
-        transform.rotate(90);
-        page.transpose();
-    }
-    const double shrink = std::min({1.0, sheet.width() / page.width(), sheet.height() / page.height()});
-    return transform.scale(shrink, shrink);
+    return options;
 }
 
-[[noreturn]] void Refuse() {
-    throw RuntimeError(err::DeviceIo, "The printer does not take the job");
+QString MediaOf(const QPageSize& size) {
+    if (size.id() != QPageSize::Custom) {
+        return size.key();
+    }
+    const QSize points = size.sizePoints();
+    return QString("Custom.%1x%2").arg(points.width()).arg(points.height());
+}
+
+QString SidesOf(const QPrinter& printer, bool wide) {
+    switch (printer.duplex()) {
+        case QPrinter::DuplexAuto:
+            return wide ? "two-sided-short-edge" : "two-sided-long-edge";
+        case QPrinter::DuplexLongSide:
+            return "two-sided-long-edge";
+        case QPrinter::DuplexShortSide:
+            return "two-sided-short-edge";
+        case QPrinter::DuplexNone:
+            break;
+    }
+    return "one-sided";
+}
+
+[[noreturn]] void Refuse(const QString& why) {
+    QString plain = why.simplified();
+    plain.replace(QChar(0x27), QChar(0x22));
+    throw RuntimeError(err::DeviceIo, "The printer does not take the job: " + plain.toStdString());
 }
 
 }  // namespace
@@ -40,34 +59,50 @@ void SetPaper(QPrinter& printer, QSizeF points) {
                                       QMarginsF(), QPageLayout::Point));
 }
 
-int PrintPages(PageDocument& document, QPrinter& printer, int first, int last, Paper paper,
-               const std::function<bool(int page)>& goOn) {
-    if (!document.Require(first)) {
-        throw RuntimeError(err::SubscriptOutOfRange, "The report has no page " + std::to_string(first));
+PrintJob JobOf(const QPrinter& printer, const QString& title, bool paperChosen) {
+    PrintJob job;
+    job.file = printer.outputFileName();
+    job.printer = job.file.isEmpty() ? printer.printerName() : QString();
+    job.title = title;
+    job.copies = printer.copyCount();
+    const QPageLayout layout = printer.pageLayout();
+    job.options << "media=" + MediaOf(layout.pageSize());
+    if (paperChosen) {
+        job.options << "fit-to-page";
     }
-    printer.setFullPage(true);
-    QPainter painter;
-    int printed = 0;
-    for (int page = first; page <= last && document.Require(page); ++page) {
-        if (!goOn(page)) {
-            printer.abort();
-            return printed;
-        }
-        if (paper == Paper::OfThePage) {
-            SetPaper(printer, document.Size(page));
-        }
-        if (printed == 0 ? !painter.begin(&printer) : !printer.newPage()) {
-            Refuse();
-        }
-        painter.setWorldTransform(ToPaper(printer, document.Size(page), paper));
-        document.Draw(page, painter);
-        painter.resetTransform();
-        ++printed;
+    job.options << "sides=" + SidesOf(printer, layout.orientation() == QPageLayout::Landscape)
+                << (printer.collateCopies() ? "collate=true" : "collate=false");
+    if (printer.colorMode() == QPrinter::GrayScale) {
+        job.options << "print-color-mode=monochrome";
     }
-    if (printed > 0 && !painter.end()) {
-        Refuse();
+    if (printer.pageOrder() == QPrinter::LastPageFirst) {
+        job.options << "outputorder=reverse";
     }
-    return printed;
+    job.options << SystemOptions(printer);
+    return job;
+}
+
+void SendToPrinter(const PrintJob& job, const QString& document) {
+    constexpr int MostMilliseconds = 60000;
+    QStringList arguments{"-d", job.printer, "-t", job.title.simplified(), "-n", QString::number(job.copies)};
+    for (const QString& option : job.options) {
+        arguments << "-o" << option;
+    }
+    arguments << "--" << document;
+    QProcess lp;
+    lp.setStandardInputFile(QProcess::nullDevice());
+    lp.start("lp", arguments);
+    if (!lp.waitForStarted()) {
+        Refuse("the program \"lp\" is missing");
+    }
+    if (!lp.waitForFinished(MostMilliseconds)) {
+        lp.kill();
+        lp.waitForFinished();
+        Refuse("the program \"lp\" does not answer");
+    }
+    if (lp.exitStatus() != QProcess::NormalExit || lp.exitCode() != 0) {
+        Refuse(QString::fromLocal8Bit(lp.readAllStandardError()));
+    }
 }
 
 }  // namespace viewer

@@ -1,26 +1,32 @@
-// Pages on paper.
+// Pages on paper: the printing system is given them as the PDF document that an export makes, with their
+// letters and fonts, and scales and turns them where the paper asks.
 #pragma once
 
-#include <functional>
-
-#include "platform/viewer/page_document.h"
+#include <QSizeF>
+#include <QString>
+#include <QStringList>
 
 class QPrinter;
 
 namespace viewer {
 
-// Whether pages choose their paper, or are brought onto the printer's: turned where that fits better, and
-// made smaller, never larger.
-enum class Paper { OfThePage, OfThePrinter };
+// What was chosen in the print dialog.
+struct PrintJob {
+    QString printer;     // empty: a file
+    QString file;        // to print to, when there is no printer
+    QString title;       // in the printer's list of jobs
+    int copies = 1;
+    QStringList options;  // of the printing system: "name" or "name=value"
+};
 
-// Gives the printer the paper of page n.
+// Gives the printer the paper of a page.
 void SetPaper(QPrinter& printer, QSizeF points);
 
-// Prints pages `first` to `last` as they are drawn, as vectors; they are made as they are needed, and there
-// may be fewer, but not none. `goOn` is asked before each page; false stops and gives the job up. Returns the
-// number of pages. Raises RuntimeError when the first does not come, a page cannot be drawn or the printer
-// does not take the job.
-int PrintPages(PageDocument& document, QPrinter& printer, int first, int last, Paper paper,
-               const std::function<bool(int page)>& goOn);
+// `paperChosen`: the pages are brought onto the printer's paper; otherwise they ask for their own.
+PrintJob JobOf(const QPrinter& printer, const QString& title, bool paperChosen);
+
+// Hands a PDF document over to the printing system, by its command lp. Raises RuntimeError 57, which says what
+// the command said.
+void SendToPrinter(const PrintJob& job, const QString& document);
 
 }  // namespace viewer

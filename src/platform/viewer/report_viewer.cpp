@@ -2,7 +2,7 @@
 
 #include <QAction>
 #include <QDesktopServices>
-#include <QLabel>
+#include <QKeyEvent>
 #include <QShortcut>
 #include <QSplitter>
 #include <QUrl>
@@ -11,6 +11,8 @@
 
 #include "platform/viewer/document_map.h"
 #include "platform/viewer/find_bar.h"
+#include "platform/viewer/message_bar.h"
+#include "platform/viewer/outside_link.h"
 #include "platform/viewer/viewer_bar.h"
 
 using namespace viewer;
@@ -31,13 +33,7 @@ ReportViewer::~ReportViewer() {
 
 void ReportViewer::BuildParts() {
     m_bar = new ViewerBar(this);
-    m_message = new QLabel(this);
-    m_message->setObjectName("lblMessage");
-    m_message->setWordWrap(true);
-    m_message->setMargin(6);
-    m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_message->setFrameShape(QFrame::StyledPanel);
-    m_message->setTextFormat(Qt::PlainText);
+    m_message = new MessageBar(this);
     m_splitter = new QSplitter(this);
     m_splitter->setObjectName("splMap");
     m_splitter->setChildrenCollapsible(false);
@@ -74,6 +70,7 @@ void ReportViewer::ConnectBar() {
     connect(m_bar, &ViewerBar::PrintWanted, this, &ReportViewer::AskAndPrint);
     connect(m_bar, &ViewerBar::SaveWanted, this, &ReportViewer::AskAndSave);
     connect(m_bar, &ViewerBar::MapToggled, m_map, &QWidget::setVisible);
+    connect(m_message, &MessageBar::CloseWanted, this, &ReportViewer::CloseMessage);
     connect(m_bar, &ViewerBar::Done, m_canvas, [this] { m_canvas->setFocus(); });
     connect(m_map, &DocumentMap::Chosen, this, [this](int page, double y) { m_canvas->GoTo(page, y); });
     connect(m_canvas, &PageCanvas::PageChanged, this, &ReportViewer::ShowState);
@@ -190,14 +187,22 @@ void ReportViewer::ShowMap() {
 }
 
 void ReportViewer::ShowMessage(const QString& text) {
-    m_message->setText(text);
-    m_message->show();
+    m_message->ShowText(text);
+}
+
+void ReportViewer::CloseMessage() {
+    const bool hadKeyboard = m_message->isAncestorOf(focusWidget());
+    m_message->hide();
+    if (hadKeyboard) {
+        m_canvas->setFocus();
+    }
 }
 
 void ReportViewer::GoToPage(int page) {
     if (!m_document) {
         return;
     }
+    m_message->hide();
     const bool isMade = page <= m_document->Count() || m_document->IsComplete();
     m_wantedPage = isMade ? 0 : page;
     if (isMade) {
@@ -229,6 +234,7 @@ void ReportViewer::Find(bool forwards, bool fromHere) {
     if (!m_document) {
         return;
     }
+    m_message->hide();
     const QString words = m_findBar->Words();
     if (words.isEmpty()) {
         m_finder.Stop();
@@ -257,14 +263,27 @@ void ReportViewer::OnFound(int page, const LetterRange& range, bool wrapped) {
 }
 
 void ReportViewer::FollowLink(const report::Link& link) {
+    m_message->hide();
     if (link.uri.empty()) {
         m_canvas->GoTo(link.page, link.y);
         return;
     }
-    const QUrl url(QString::fromStdString(link.uri));
-    if (url.isRelative() || !QDesktopServices::openUrl(url)) {
-        ShowMessage(tr("The link %1 cannot be opened").arg(QString::fromStdString(link.uri)));
+    const QString text = QString::fromStdString(link.uri);
+    const QUrl url = OutsideLink(text);
+    if (url.isEmpty()) {
+        ShowMessage(tr("The link %1 is not opened: it does not lead to the web or to mail").arg(text));
+    } else if (!QDesktopServices::openUrl(url)) {
+        ShowMessage(tr("The link %1 cannot be opened").arg(text));
     }
+}
+
+// What has the keyboard did nothing about the key.
+void ReportViewer::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && m_message->isVisible()) {
+        CloseMessage();
+        return;
+    }
+    QWidget::keyPressEvent(event);
 }
 
 // A narrow window keeps the pages: the map gives way first.

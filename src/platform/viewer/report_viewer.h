@@ -10,13 +10,13 @@
 #include "platform/viewer/page_canvas.h"
 #include "platform/viewer/page_document.h"
 
-class QLabel;
-class QPrinter;
 class QSplitter;
 
 namespace viewer {
 class DocumentMap;
 class FindBar;
+class MessageBar;
+struct PrintJob;
 class ViewerBar;
 }  // namespace viewer
 
@@ -40,11 +40,13 @@ class ReportViewer : public QWidget {
     int CurrentPage() const { return m_canvas->CurrentPage(); }  // from 1; 0: nothing is shown
     // Writes a file as the report's export does, by its extension. Raises what the export raises.
     void SaveAs(const std::string& machinePath);
-    // Prints pages of what is shown; the number of pages printed.
-    int Print(QPrinter& printer, int first, int last, bool onPrintersPaper);
+    // Prints pages of what is shown: the PDF document of them goes to the printer, or is the file that is
+    // printed to. The number of pages; 0 when it was given up.
+    int Print(const viewer::PrintJob& job, int first, int last);
 
  protected:
     void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
  private:
     void BuildParts();
@@ -55,6 +57,7 @@ class ReportViewer : public QWidget {
     void ShowState();
     void ShowMap();
     void ShowMessage(const QString& text);
+    void CloseMessage();
 
     void GoToPage(int page);
     void OpenFind();
@@ -71,7 +74,7 @@ class ReportViewer : public QWidget {
     int m_wantedPage = 0;  // asked for before it was made; 0: none
 
     viewer::ViewerBar* m_bar = nullptr;
-    QLabel* m_message = nullptr;
+    viewer::MessageBar* m_message = nullptr;
     QSplitter* m_splitter = nullptr;
     viewer::DocumentMap* m_map = nullptr;
     viewer::PageCanvas* m_canvas = nullptr;

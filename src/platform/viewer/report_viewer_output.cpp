@@ -4,8 +4,10 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QProgressDialog>
+#include <QTemporaryDir>
 #include <limits>
 
+#include "platform/viewer/message_bar.h"
 #include "platform/viewer/report_printer.h"
 #include "platform/viewer/report_saver.h"
 #include "platform/viewer/report_viewer.h"
@@ -25,11 +27,10 @@ class WaitCursor {
 
 }  // namespace
 
-int ReportViewer::Print(QPrinter& printer, int first, int last, bool onPrintersPaper) {
+int ReportViewer::Print(const PrintJob& job, int first, int last) {
     if (!m_document) {
         throw RuntimeError(err::ObjectNotSet);
     }
-    printer.setDocName(QString::fromStdString(m_report->Title()));
     QProgressDialog progress(this);
     progress.setObjectName("dlgPrinting");
     progress.setWindowTitle(tr("Print"));
@@ -40,14 +41,24 @@ int ReportViewer::Print(QPrinter& printer, int first, int last, bool onPrintersP
         progress.setValue(page - first);  // lets the window answer, and the button be pressed
         return !progress.wasCanceled();
     };
-    return PrintPages(*m_document, printer, first, last,
-                      onPrintersPaper ? Paper::OfThePrinter : Paper::OfThePage, goOn);
+    if (job.printer.isEmpty()) {
+        return m_document->WritePdf(job.file, first, last, goOn);
+    }
+    const QTemporaryDir folder;
+    const QString document = folder.filePath(NameFor(job.title.toStdString()) + ".pdf");
+    const int pages = m_document->WritePdf(document, first, last, goOn);
+    if (pages > 0) {
+        const WaitCursor waiting;
+        SendToPrinter(job, document);
+    }
+    return pages;
 }
 
 void ReportViewer::AskAndPrint() {
     if (!m_document) {
         return;
     }
+    m_message->hide();
     QPrinter printer(QPrinter::HighResolution);
     SetPaper(printer, m_document->Size(1));
     const QPageLayout offered = printer.pageLayout();
@@ -69,7 +80,7 @@ void ReportViewer::AskAndPrint() {
     }
     const bool otherPaper = !printer.pageLayout().pageSize().isEquivalentTo(offered.pageSize());
     try {
-        Print(printer, first, last, otherPaper);
+        Print(JobOf(printer, QString::fromStdString(m_report->Title()), otherPaper), first, last);
     } catch (const RuntimeError& error) {
         ShowMessage(tr("The report cannot be printed: %1").arg(ErrorText(error)));
     }
@@ -87,6 +98,7 @@ void ReportViewer::AskAndSave() {
     if (!m_report) {
         return;
     }
+    m_message->hide();
     QFileDialog dialog(this, tr("Save as"));
     dialog.setObjectName("dlgSave");
     dialog.setAcceptMode(QFileDialog::AcceptSave);

@@ -1,9 +1,14 @@
 #include "tools/oxc_mail/mail_dialog.h"
 
 #include <QFileDialog>
+#include <QFormLayout>
+#include <QIcon>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QScreen>
+#include <algorithm>
+#include <vector>
 
 #include "platform/mail/address_book.h"
 #include "platform/mail/mail_check.h"
@@ -11,6 +16,11 @@
 #include "platform/runtime.h"
 #include "tools/oxc_mail/alert_setting.h"
 #include "ui_mail_dialog.h"
+
+// The picture lies in a static library: nothing else would register it. Must stand outside every namespace.
+static void RegisterPicture() {
+    Q_INIT_RESOURCE(mail_window);
+}
 
 namespace {
 
@@ -33,7 +43,10 @@ QString EntriesOf(const std::string& file) {
 
 MailDialog::MailDialog(QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::MailDialog>()), m_job(nullptr) {
+    RegisterPicture();
     m_ui->setupUi(this);
+    setWindowIcon(QIcon(":/images/mail-logo.svg"));
+    LineUpFields();
     Connect();
     ShowBusy(false);
     Load();
@@ -41,6 +54,25 @@ MailDialog::MailDialog(QWidget* parent)
 }
 
 MailDialog::~MailDialog() = default;
+
+// The groups are layouts of their own, which know nothing of one another's labels.
+void MailDialog::LineUpFields() {
+    std::vector<QWidget*> labels;
+    for (const QFormLayout* layout : findChildren<QFormLayout*>()) {
+        for (int row = 0; row < layout->rowCount(); ++row) {
+            if (const QLayoutItem* label = layout->itemAt(row, QFormLayout::LabelRole); label != nullptr) {
+                labels.push_back(label->widget());
+            }
+        }
+    }
+    int widest = 0;
+    for (const QWidget* label : labels) {
+        widest = std::max(widest, label->sizeHint().width());
+    }
+    for (QWidget* label : labels) {
+        label->setMinimumWidth(widest);
+    }
+}
 
 // As large as everything needs, if the screen has that much; the rest is scrolled to.
 void MailDialog::FitToScreen() {

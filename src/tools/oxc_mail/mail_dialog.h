@@ -43,6 +43,7 @@ class MailDialog : public QDialog {
 
  private:
     void Connect();
+    void LineUpFields();
     void FitToScreen();
     void Load();
     bool Save();

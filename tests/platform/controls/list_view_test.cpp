@@ -170,6 +170,37 @@ TEST_F(ListOnAWindow, KeepsTheFocusNearAnItemThatIsRemoved) {
     EXPECT_EQ(SelectedText(), "Gamma");
 }
 
+// Commands act on the selected item: one that merely has the keyboard must not be taken for it.
+TEST_F(ListOnAWindow, ItemThatIsNotSelectedDoesNotLookSelected) {
+    const auto picture = [this] {
+        const auto* view = list.CurrentView();
+        const QRect item = view->visualRect(view->indexAt(PlaceOfItem(2)));
+        return Viewport()->grab(item).toImage();
+    };
+    const auto changed = [](const QImage& from, const QImage& to) {
+        int pixels = 0;
+        for (int y = 0; y < from.height(); ++y) {
+            for (int x = 0; x < from.width(); ++x) {
+                pixels += from.pixel(x, y) != to.pixel(x, y) ? 1 : 0;
+            }
+        }
+        return pixels;
+    };
+    for (const int view : {ListView::IconView, ListView::SmallIconView, ListView::ReportView}) {
+        list.View(view);
+        QApplication::processEvents();
+        ClickItem(1);
+        const QImage plain = picture();
+        ClickItem(2);
+        const QImage selected = picture();
+        list.SelectedItem().Selected(false);
+        ASSERT_EQ(list.CurrentView()->currentIndex().row(), 1);
+        const QImage focused = picture();
+        EXPECT_GT(changed(plain, selected), 300) << view;
+        EXPECT_LT(changed(plain, focused), changed(plain, selected) / 3) << view;
+    }
+}
+
 TEST_F(ListOnAWindow, ShowsTheHourglassOnDemand) {
     list.MousePointer(11);
     EXPECT_EQ(Viewport()->cursor().shape(), Qt::WaitCursor);

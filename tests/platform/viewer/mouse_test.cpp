@@ -78,7 +78,66 @@ TEST_F(ViewerMouse, ALinkOutIsOpenedByTheDesktop) {
     EXPECT_EQ(opener.opened.size(), 1);
     QDesktopServices::unsetUrlHandler("http");
     QTest::mouseClick(Canvas().viewport(), Qt::LeftButton, {}, At(1, 50, 206));
-    EXPECT_EQ(Message(), "The link other.html cannot be opened");
+    EXPECT_EQ(Message(), "The link other.html is not opened: it does not lead to the web or to mail");
+}
+
+TEST_F(ViewerMouse, NothingButTheWebAndMailIsOpened) {
+    Opener opener;
+    const char* const schemes[] = {"file", "ftp", "javascript", "smb", "tel", "http", "https", "mailto"};
+    for (const char* scheme : schemes) {
+        QDesktopServices::setUrlHandler(scheme, &opener, "Open");
+    }
+    for (const std::string link :
+         {"file:///etc/passwd", "FILE:///etc/passwd", " \t file:///etc/passwd", "fi\nle:///etc/passwd", "/etc/passwd",
+          "//host/share/a.desktop", "ftp://host/a", "javascript:x()", "smb://host/a", "tel:5", "http:///etc/passwd",
+          "http:a", "mailto:a@example.com?attach=/etc/passwd", "mailto:a@example.com?ATTACHMENT=%2Fetc%2Fpasswd"}) {
+        fakes::FakePages pages = Pages(1);
+        pages.pages[0].links = {{{36, 100, 60, 12}, link}};
+        Show(std::move(pages));
+        QTest::mouseClick(Canvas().viewport(), Qt::LeftButton, {}, At(1, 50, 106));
+        EXPECT_EQ(opener.opened, QStringList()) << link;
+        EXPECT_EQ(Message(), "The link " + link + " is not opened: it does not lead to the web or to mail");
+    }
+    for (const std::string link :
+         {"HTTP://example.com/a b", " https://example.com/", "mailto:a@example.com?subject=x&cc=b@example.com"}) {
+        fakes::FakePages pages = Pages(1);
+        pages.pages[0].links = {{{36, 100, 60, 12}, link}};
+        Show(std::move(pages));
+        QTest::mouseClick(Canvas().viewport(), Qt::LeftButton, {}, At(1, 50, 106));
+        EXPECT_EQ(Message(), "") << link;
+    }
+    EXPECT_EQ(opener.opened, QStringList({"http://example.com/a b", "https://example.com/",
+                                          "mailto:a@example.com?subject=x&cc=b@example.com"}));
+    for (const char* scheme : schemes) {
+        QDesktopServices::unsetUrlHandler(scheme);
+    }
+}
+
+TEST_F(ViewerMouse, AMessageGoesByItsButtonByEscAndWithTheNextThingThatIsDone) {
+    fakes::FakePages pages = Pages(3);
+    pages.pages[0].links = {{{36, 100, 60, 12}, "other.html"}, {{36, 200, 60, 12}, "", 2, 0}};
+    const auto fail = [&] {
+        Canvas().GoTo(1);
+        Settle();
+        QTest::mouseClick(Canvas().viewport(), Qt::LeftButton, {}, At(1, 50, 106));
+        Settle();
+        ASSERT_NE(Message(), "");
+    };
+    Show(std::move(pages));
+    fail();
+    Find("cmdMessageClose").setFocus();
+    Click("cmdMessageClose");
+    EXPECT_EQ(Message(), "");
+    EXPECT_EQ(m_viewer.focusWidget(), &Canvas());
+    fail();
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(Message(), "");
+    fail();
+    QTest::mouseClick(Canvas().viewport(), Qt::LeftButton, {}, At(1, 50, 206));
+    EXPECT_EQ(Message(), "");
+    fail();
+    Click("cmdNext");
+    EXPECT_EQ(Message(), "");
 }
 
 TEST_F(ViewerMouse, ThePointerTellsWhatIsUnderIt) {

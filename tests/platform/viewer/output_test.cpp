@@ -1,10 +1,11 @@
 #include <QDialog>
 #include <QFileDialog>
-#include <QPainter>
 #include <QPrinter>
 #include <QTimer>
 #include <filesystem>
+#include <fstream>
 
+#include "platform/viewer/report_printer.h"
 #include "platform/viewer/report_saver.h"
 #include "platform/viewer/viewer_fixture.h"
 #include "support/temporary_folder.h"
@@ -38,6 +39,17 @@ class ViewerOutput : public ViewerTest {
         return said;
     }
 
+    // A program of that name, which is found before all others until the test's end.
+    void WriteProgram(const std::string& name, const std::string& text) {
+        const std::filesystem::path file = m_folder.Path() / "bin" / name;
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file) << "#!/bin/sh\n" << text << "\n";
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+        qputenv("PATH", QByteArray::fromStdString(file.parent_path().string()) + ":" + m_path);
+    }
+    ~ViewerOutput() override { qputenv("PATH", m_path); }
+
+    const QByteArray m_path = qgetenv("PATH");
     TemporaryFolder m_folder;
 };
 
@@ -108,61 +120,93 @@ TEST_F(ViewerOutput, FileNamesComeFromTitlesThatMayHoldAnything) {
     EXPECT_EQ(NameFor("  "), "report");
 }
 
-TEST_F(ViewerOutput, PagesArePrintedInTheirOwnSizesAsVectors) {
-    fakes::FakePages pages = Pages(4);
-    pages.pages[2].width = 842;
-    pages.pages[2].height = 595;
-    pages.onDraw = [](int, QPainter& painter) { painter.fillRect(QRectF(0, 0, 72, 72), Qt::black); };
-    Show(std::move(pages));
-    const std::string file = (m_folder.Path() / "out.pdf").string();
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(QString::fromStdString(file));
-    EXPECT_EQ(m_viewer.Print(printer, 2, 3, false), 2);
-    if (std::system("command -v pdfinfo >/dev/null 2>&1") != 0) {
-        GTEST_SKIP() << "this machine has no program pdfinfo";
-    }
-    const std::string info = Run("pdfinfo -f 1 -l 2 " + file);
-    EXPECT_NE(info.find("Pages:           2"), std::string::npos) << info;
-    EXPECT_NE(info.find("612 x 792"), std::string::npos) << info;
-    EXPECT_NE(info.find("842 x 595"), std::string::npos) << info;
-    EXPECT_EQ(Run("pdfimages -list " + file + " | tail -n +3"), "");
+TEST_F(ViewerOutput, PrintingToAFileMakesTheDocumentOfThePages) {
+    Show(4);
+    m_engine.calls.clear();
+    PrintJob job;
+    job.file = QString::fromStdString((m_folder.Path() / "out.pdf").string());
+    EXPECT_EQ(m_viewer.Print(job, 2, 3), 2);
+    EXPECT_EQ(m_engine.calls, std::vector<std::string>{"pdf 2 to 3"}) << "nothing is drawn";
+    EXPECT_TRUE(std::filesystem::exists(job.file.toStdString()));
 }
 
-TEST_F(ViewerOutput, OnOtherPaperAPageIsTurnedAndMadeSmaller) {
-    fakes::FakePages pages = Pages(1);
-    pages.pages[0].width = 1684;
-    pages.pages[0].height = 1190;
-    QTransform used;
-    pages.onDraw = [&used](int, QPainter& painter) { used = painter.worldTransform(); };
-    Show(std::move(pages));
+TEST_F(ViewerOutput, PrintersAreGivenTheDocumentByTheCommandLp) {
+    const std::string note = (m_folder.Path() / "note").string();
+    WriteProgram("lp", "printf '%s\\n' \"$@\" > " + note + "; for file; do :; done; cat \"$file\" >> " + note);
+    Show(4);
+    PrintJob job;
+    job.printer = "Office";
+    job.title = "Sales \"North\"";
+    job.copies = 3;
+    job.options = QStringList{"media=A4", "fit-to-page"};
+    EXPECT_EQ(m_viewer.Print(job, 1, 1000), 4);
+    const std::string said = Run("cat " + note);
+    EXPECT_EQ(said.substr(0, said.find("--\n")),
+              "-d\nOffice\n-t\nSales \"North\"\n-n\n3\n-o\nmedia=A4\n-o\nfit-to-page\n");
+    EXPECT_TRUE(said.ends_with("Sales _North_.pdf\n%PDF")) << said;
+    EXPECT_EQ(Calls("pdf 1 to 4"), 1);
+}
+
+TEST_F(ViewerOutput, APrinterThatRefusesIsAnErrorThatSaysWhy) {
+    WriteProgram("lp", "echo \"lp: The printer 'x' does not exist.\" >&2; exit 1");
+    Show(1);
+    PrintJob job;
+    job.printer = "x";
+    try {
+        m_viewer.Print(job, 1, 1);
+        FAIL() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 57);
+        EXPECT_EQ(error.Description(),
+                  "The printer does not take the job: lp: The printer \"x\" does not exist.");
+    }
+}
+
+TEST_F(ViewerOutput, WithoutThePrintingSystemsCommandTheErrorNamesIt) {
+    std::filesystem::create_directory(m_folder.Path() / "bin");
+    qputenv("PATH", QByteArray::fromStdString((m_folder.Path() / "bin").string()));
+    Show(1);
+    PrintJob job;
+    job.printer = "Office";
+    try {
+        m_viewer.Print(job, 1, 1);
+        FAIL() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Description(), "The printer does not take the job: the program \"lp\" is missing");
+    }
+}
+
+TEST_F(ViewerOutput, WhatTheDialogHoldsIsToldToThePrintingSystem) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(QString::fromStdString((m_folder.Path() / "out.pdf").string()));
-    printer.setPageSize(QPageSize(QPageSize::A4));
-    EXPECT_EQ(m_viewer.Print(printer, 1, 1, true), 1);
-    const QRectF area = used.mapRect(QRectF(0, 0, 1684, 1190));
-    const QRectF sheet = printer.pageLayout().fullRectPixels(printer.resolution());
-    EXPECT_TRUE(sheet.adjusted(-20, -20, 20, 20).contains(area));
-    EXPECT_GT(area.height(), sheet.height() * 0.95);
-    EXPECT_NE(used.m12(), 0) << "turned";
+    SetPaper(printer, {842, 595});
+    PrintJob job = JobOf(printer, "Sales", false);
+    EXPECT_EQ(job.options.join(" ").toStdString(), "media=A4 sides=one-sided collate=true");
+    SetPaper(printer, {200, 300});
+    printer.setCopyCount(2);
+    printer.setCollateCopies(false);
+    printer.setColorMode(QPrinter::GrayScale);
+    printer.setPageOrder(QPrinter::LastPageFirst);
+    job = JobOf(printer, "Sales", true);
+    EXPECT_EQ(job.copies, 2);
+    EXPECT_EQ(job.options.join(" ").toStdString(),
+              "media=Custom.200x300 fit-to-page sides=one-sided collate=false "
+              "print-color-mode=monochrome outputorder=reverse");
 }
 
 TEST_F(ViewerOutput, PagesBehindTheLastAreAnErrorAndNoEmptyJob) {
     Show(3);
-    const std::string file = (m_folder.Path() / "out.pdf").string();
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(QString::fromStdString(file));
+    PrintJob job;
+    job.file = QString::fromStdString((m_folder.Path() / "out.pdf").string());
     try {
-        m_viewer.Print(printer, 7, 9, false);
+        m_viewer.Print(job, 7, 9);
         FAIL() << "no error";
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.Number(), 9);
         EXPECT_EQ(error.Description(), "The report has no page 7");
     }
-    EXPECT_FALSE(std::filesystem::exists(file));
-    EXPECT_EQ(m_viewer.Print(printer, 3, 9, false), 1);
+    EXPECT_FALSE(std::filesystem::exists(job.file.toStdString()));
+    EXPECT_EQ(m_viewer.Print(job, 3, 9), 1);
 }
 
 TEST_F(ViewerOutput, APrintDialogThatIsGivenUpPrintsNothing) {

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QImage>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -423,4 +424,29 @@ int main(int argc, char** argv) {
     }
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
+}
+
+TEST_F(MailWindow, FieldsOfAllGroupsBeginAtOneEdge) {
+    for (const int transport : {0, 1, 2}) {
+        Open();
+        Find<QComboBox>("cboTransport")->setCurrentIndex(transport);
+        QApplication::processEvents();
+        std::map<int, std::string> edges;
+        for (const char* name :
+             {"txtName", "txtAddress", "cboTransport", "txtHost", "cboSecurity", "chkVerify", "txtUser",
+              "txtSendmail", "txtOutboxFolder", "spnTimeout", "txtVCard", "lblEntries"}) {
+            const auto* field = Find<QWidget>(name);
+            if (field->isVisible()) {
+                edges[field->mapTo(m_dialog.get(), QPoint(0, 0)).x()] += std::string(" ") + name;
+            }
+        }
+        EXPECT_EQ(edges.size(), 1U) << testing::PrintToString(edges);
+    }
+}
+
+TEST_F(MailWindow, WindowBearsThePictureOfTheProgram) {
+    Open();
+    const QImage picture = m_dialog->windowIcon().pixmap(32, 32).toImage();
+    ASSERT_FALSE(picture.isNull());
+    EXPECT_GT(picture.pixelColor(picture.rect().center()).alpha(), 0);
 }

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "platform/clock.h"
 #include "platform/rdl/engine/failure.h"
+#include "platform/rdl/engine/file_output.h"
+#include "platform/rdl/engine/parameter_values.h"
 #include "platform/rdl/screen/letters.h"
 #include "platform/rdl/screen/page_codec.h"
-#include "platform/rdl/writers/flow.h"
 
 namespace rdl::engine {
 namespace {
@@ -39,7 +41,8 @@ void DropPageMarks(layout::Page& page) {
 
 }  // namespace
 
-RdlPageView::RdlPageView(std::shared_ptr<layout::ReportInstance> instance) : m_instance(std::move(instance)) {
+RdlPageView::RdlPageView(std::shared_ptr<layout::ReportInstance> instance)
+    : m_instance(std::move(instance)), m_info(writers::InfoOf(*m_instance)) {
     const RunWatch::Work work(m_instance->watch);
     Stage(RunFailed, [&] { m_stream = layout::OpenPages(*m_instance); });
     m_usesTotals = m_stream->UsesTotals();
@@ -133,6 +136,26 @@ void RdlPageView::Draw(int n, QPainter& painter) {
     Stage(RunFailed, [&] { m_painter.Draw(*Content(n), painter); });
 }
 
+bool RdlPageView::WritePdf(const std::string& file, int first, int last,
+                           const std::function<bool(int page)>& goOn) {
+    Index(first);
+    Index(last);
+    writers::Options options;
+    options.nowTicks = TicksOf(Now());
+    bool stopped = false;
+    int page = first;
+    const auto next = [&]() -> std::shared_ptr<const layout::Page> {
+        stopped = page <= last && !goOn(page);
+        return stopped || page > last ? nullptr : Content(page++);
+    };
+    FileOutput output(file);
+    Stage(RunFailed, [&] { writers::WritePdf(m_info, next, output, options); });
+    if (!stopped) {
+        output.Commit();
+    }
+    return !stopped;
+}
+
 std::vector<report::Letter> RdlPageView::Letters(int n) {
     return Stage(RunFailed, [&] { return screen::LettersOf(*Content(n)); });
 }
@@ -148,8 +171,8 @@ std::vector<report::Link> RdlPageView::Links(int n) {
             const report::Area area{link->x, link->y, link->width, link->height};
             if (const auto place = m_bookmarks.find(link->bookmark); place != m_bookmarks.end()) {
                 links.push_back({area, {}, place->second.page, place->second.y});
-            } else if (std::string uri = writers::SafeLink(link->uri); !uri.empty()) {
-                links.push_back({area, std::move(uri)});
+            } else if (!link->uri.empty()) {
+                links.push_back({area, link->uri});
             }
         }
         return links;

@@ -12,6 +12,7 @@
 #include "platform/rdl/layout/page.h"
 #include "platform/rdl/screen/page_archive.h"
 #include "platform/rdl/screen/page_painter.h"
+#include "platform/rdl/writers/writers.h"
 #include "platform/report_view.h"
 #include "platform/runtime.h"
 
@@ -28,6 +29,8 @@ class RdlPageView : public report::PageView {
     double Height(int n) const override { return m_archive.Height(Index(n)); }
     bool WaitsForTotal() const override { return m_usesTotals && !m_allMade; }
     void Draw(int n, QPainter& painter) override;
+    bool WritePdf(const std::string& file, int first, int last,
+                  const std::function<bool(int page)>& goOn) override;
     std::vector<report::Letter> Letters(int n) override;
     std::vector<report::Link> Links(int n) override;
     const std::vector<report::MapEntry>& DocumentMap() const override { return m_map; }
@@ -49,6 +52,7 @@ class RdlPageView : public report::PageView {
     void AddMarginsOf(int index, int total, layout::Page& page);
 
     std::shared_ptr<layout::ReportInstance> m_instance;
+    const writers::DocumentInfo m_info;
     std::unique_ptr<layout::PageStream> m_stream;  // as long as it is needed
     bool m_usesTotals = false, m_allMade = false;
     std::optional<RuntimeError> m_failure;

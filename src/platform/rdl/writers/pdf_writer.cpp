@@ -16,7 +16,8 @@ class PdfPages : public layout::PageSink {
  public:
     explicit PdfPages(PdfFile& file) : m_file(file), m_images(file), m_content(m_fonts, m_images) {}
 
-    void Body(int page, layout::Page& content) override {
+    void Body(int page, layout::Page& content) override { Whole(page, content); }
+    void Whole(int page, const layout::Page& content) {
         Sheet& sheet = At(page);
         sheet.width = content.width;
         sheet.height = content.height;
@@ -146,37 +147,55 @@ std::string Date(std::int64_t ticks) {
     return text;
 }
 
-std::string Info(const layout::ReportInstance& report, const Options& options) {
+std::string Info(const DocumentInfo& document, const Options& options) {
     std::string info = "<</Producer(Oxbow Courier)";
     const auto add = [&](const char* key, const std::string& text) {
         if (!text.empty()) {
             info += key + PdfText(text);
         }
     };
-    add("/Title", report.title);
-    add("/Author", report.author);
-    add("/Subject", report.description);
+    add("/Title", document.title);
+    add("/Author", document.author);
+    add("/Subject", document.description);
     const std::string date = Date(options.nowTicks);
     return info + "/CreationDate" + date + "/ModDate" + date + ">>";
 }
 
+void Finish(PdfFile& file, PdfPages& pages, const DocumentInfo& document, const Options& options) {
+    const int tree = pages.Finish();
+    std::string catalog = "<</Type/Catalog/Pages " + PdfReference(tree) + pages.Outline();
+    if (!document.language.empty()) {
+        catalog += "/Lang" + PdfText(document.language);
+    }
+    if (!document.title.empty()) {
+        catalog += "/ViewerPreferences<</DisplayDocTitle true>>";
+    }
+    const int root = file.Object(catalog + ">>");
+    const std::string info = Info(document, options);
+    file.Finish(root, file.Object(info), info);
+}
+
 }  // namespace
+
+DocumentInfo InfoOf(const layout::ReportInstance& report) {
+    return {report.title, report.author, report.description, report.language};
+}
 
 void WritePdf(layout::ReportInstance& report, Output& output, const Options& options) {
     PdfFile file(output);
     PdfPages pages(file);
     layout::Paginate(report, pages);
-    const int tree = pages.Finish();
-    std::string catalog = "<</Type/Catalog/Pages " + PdfReference(tree) + pages.Outline();
-    if (!report.language.empty()) {
-        catalog += "/Lang" + PdfText(report.language);
+    Finish(file, pages, InfoOf(report), options);
+}
+
+void WritePdf(const DocumentInfo& info, const std::function<std::shared_ptr<const layout::Page>()>& next,
+              Output& output, const Options& options) {
+    PdfFile file(output);
+    PdfPages pages(file);
+    for (int page = 0; const auto content = next(); ++page) {
+        pages.Whole(page, *content);
     }
-    if (!report.title.empty()) {
-        catalog += "/ViewerPreferences<</DisplayDocTitle true>>";
-    }
-    const int root = file.Object(catalog + ">>");
-    const std::string info = Info(report, options);
-    file.Finish(root, file.Object(info), info);
+    Finish(file, pages, info, options);
 }
 
 }  // namespace rdl::writers

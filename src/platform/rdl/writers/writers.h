@@ -4,9 +4,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
 #include <string_view>
 
 #include "platform/rdl/layout/instance.h"
+#include "platform/rdl/layout/page.h"
 
 namespace rdl::writers {
 
@@ -22,6 +26,16 @@ struct Options {
 };
 
 void WritePdf(layout::ReportInstance& report, Output& output, const Options& options);
+
+// What a document says about itself; what is empty is left out.
+struct DocumentInfo {
+    std::string title, author, description, language;
+};
+DocumentInfo InfoOf(const layout::ReportInstance& report);
+// Pages that are laid out already, as `next` gives them; null behind the last.
+void WritePdf(const DocumentInfo& info, const std::function<std::shared_ptr<const layout::Page>()>& next,
+              Output& output, const Options& options);
+
 void WriteRtf(layout::ReportInstance& report, Output& output,
               const Options& options);  // .rtf, and .doc for Word
 void WriteHtml(layout::ReportInstance& report, Output& output,

@@ -140,6 +140,52 @@ TEST_F(PageViewTest, LinksThatRunSomethingAreNone) {
     EXPECT_TRUE(pages->Links(1).empty());
 }
 
+TEST_F(PageViewTest, LinksToFilesAreHandedOnAsTheyAreForTheReaderToBeTold) {
+    const auto pages = Open(Rows(1, Number + "<Action><Hyperlink>FILE:///etc/passwd</Hyperlink></Action>"));
+    pages->Reach(1);
+    ASSERT_EQ(pages->Links(1).size(), 1U);
+    EXPECT_EQ(pages->Links(1)[0].uri, "FILE:///etc/passwd");
+}
+
+TEST_F(PageViewTest, PagesAreWrittenAsAPdfDocumentWithTheirLettersAndWithoutOutlines) {
+    const auto pages = Open(Rows(22, Number));
+    pages->Reach(100);
+    ASSERT_GT(pages->PagesMade(), 3);
+    const std::string file = (m_folder / "out.pdf").string();
+    std::vector<int> asked;
+    EXPECT_TRUE(pages->WritePdf(file, 2, 3, [&](int page) {
+        asked.push_back(page);
+        return true;
+    }));
+    EXPECT_EQ(asked, (std::vector<int>{2, 3}));
+    const auto said = [&](const std::string& command) {
+        std::string text;
+        std::FILE* pipe = popen((command + " " + file + " -").c_str(), "r");
+        char piece[4096];
+        while (std::fgets(piece, sizeof piece, pipe)) {
+            text += piece;
+        }
+        pclose(pipe);
+        return text;
+    };
+    const std::string text = said("pdftotext");
+    for (int page : {2, 3}) {
+        std::string first = Text(*pages, page);
+        first = first.substr(0, first.find('|'));
+        EXPECT_NE(text.find(first), std::string::npos) << text;
+    }
+    EXPECT_LT(std::filesystem::file_size(file), 40000U);
+}
+
+TEST_F(PageViewTest, ADocumentThatIsGivenUpLeavesNoFile) {
+    const auto pages = Open(Rows(22, Number));
+    pages->Reach(100);
+    const std::filesystem::path file = m_folder / "out.pdf";
+    EXPECT_FALSE(pages->WritePdf(file.string(), 1, 3, [](int page) { return page < 2; }));
+    EXPECT_FALSE(std::filesystem::exists(file));
+    EXPECT_THROW(pages->WritePdf(file.string(), 1, 1000, [](int) { return true; }), RuntimeError);
+}
+
 TEST_F(PageViewTest, ParametersOfTheReportHold) {
     m_report = OpenPeople(
         "<ReportParameters><ReportParameter Name=\"p\"><DataType>Integer</DataType>"
