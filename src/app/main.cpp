@@ -9,6 +9,7 @@
 #include "platform/mail_dialogs/address_book_dialog.h"
 #include "platform/mapi.h"
 #include "platform/process.h"
+#include "platform/program.h"
 #include "platform/qt/application.h"
 #include "platform/qt/qt_loop.h"
 #include "platform/qt/qt_prompts.h"
@@ -32,6 +33,7 @@ std::string CommandLine(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    PrepareProgram();
     SetCommand(CommandLine(argc, argv));
     if (!Command().empty()) {
         FallBackToOffscreen();

@@ -14,6 +14,7 @@
 #include "platform/mail/transport.h"
 #include "platform/paths.h"
 #include "platform/runtime.h"
+#include "platform/system_error.h"
 
 namespace mailer {
 namespace {
@@ -83,10 +84,12 @@ class AttachmentList : public MAPI::Attachments {
         const std::filesystem::path path = paths::ToMachine(source);
         OutgoingAttachment attachment{source, path.filename().string(), OpenRegularFile(path), 0};
         if (attachment.file.Get() < 0) {
-            const bool missing = errno == ENOENT || errno == ENOTDIR;
+            const int code = errno;
+            const bool missing = code == ENOENT || code == ENOTDIR;
             throw RuntimeError(
-                missing ? err::FileNotFound : err::PathFileAccess,
-                "The attachment \"" + Shown(source) + "\" " + (missing ? "is missing" : "cannot be read"));
+                missing ? err::FileNotFound : NumberOfSystemError(code, err::PathFileAccess),
+                "The attachment \"" + Shown(source) + "\" " +
+                    (missing ? "is missing" : "cannot be read: " + SystemErrorText(code)));
         }
         struct stat status {};
         fstat(attachment.file.Get(), &status);

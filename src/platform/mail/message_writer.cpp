@@ -12,6 +12,7 @@
 #include "platform/clock.h"
 #include "platform/mail/ascii.h"
 #include "platform/runtime.h"
+#include "platform/system_error.h"
 
 namespace mailer {
 namespace {
@@ -231,7 +232,7 @@ int WriteMessage(const OutgoingMail& mail, int file, LineEnds ends) {
     const bool written = g_mime_object_write_to_stream(object, nullptr, target.get()) >= 0 &&
                          g_mime_stream_flush(target.get()) == 0;
     const int code = errno;
-    if (!written && (code == ENOSPC || code == EDQUOT || code == EFBIG)) {
+    if (!written && IsDiskFull(code)) {
         return code;
     }
     for (const OutgoingAttachment& attachment : mail.attachments) {

@@ -9,6 +9,8 @@ class MachineClock : public Clock {
     DateValue Now() const override {
         const std::time_t now = std::time(nullptr);
         std::tm local{};
+        // The machine's zone may have been changed since the last call.
+        tzset();
         localtime_r(&now, &local);
         const DateValue day = DateSerial(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
         return DateValue::FromSeconds(day.Seconds() +

@@ -67,8 +67,6 @@ void FallBackToOffscreen() {
 }
 
 void EndOnSignals() {
-    // A reader of the messages that has gone must not take the process with it.
-    std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGTERM, EndNow);
     std::signal(SIGINT, EndNow);
 }

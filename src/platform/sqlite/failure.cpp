@@ -2,9 +2,8 @@
 
 #include <sqlite3.h>
 
-#include <cerrno>
-
 #include "platform/runtime.h"
+#include "platform/system_error.h"
 
 namespace {
 
@@ -28,10 +27,23 @@ bool Contains(std::string_view text, std::string_view piece) {
     throw RuntimeError(err::DataSyntax, "The statement is not understood; " + message);
 }
 
+// What the machine has none left of is no fault of the file.
+void RaiseIfMachineIsShort(int systemCode, const std::string& quoted) {
+    if (IsDiskFull(systemCode)) {
+        throw RuntimeError(err::DiskFull, "The disk is full: the data file " + quoted + " cannot be written");
+    }
+    const std::int32_t number = NumberOfSystemError(systemCode, 0);
+    if (number != 0) {
+        throw RuntimeError(number, RuntimeError(number).Description() + ": the data file " + quoted +
+                                       " cannot be opened; " + SystemErrorText(systemCode));
+    }
+}
+
 [[noreturn]] void RaiseInputOutputError(int extended, int systemCode, const std::string& message,
                                         const std::string& quoted) {
-    if (systemCode == ENOSPC || systemCode == EDQUOT) {
-        throw RuntimeError(err::DiskFull, "The disk is full: the data file " + quoted + " cannot be written");
+    RaiseIfMachineIsShort(systemCode, quoted);
+    if (extended == SQLITE_IOERR_NOMEM) {
+        throw RuntimeError(err::OutOfMemory);
     }
     if (extended == SQLITE_IOERR_SHORT_READ) {
         throw RuntimeError(err::DataUnavailable, "The data file " + quoted + " is damaged; " + message);
@@ -56,6 +68,8 @@ void RaiseDataError(sqlite3* handle, int code, const std::string& file) {
         case SQLITE_CORRUPT:
             throw RuntimeError(err::DataUnavailable, "The data file " + quoted + " is damaged; " + message);
         case SQLITE_CANTOPEN:
+            RaiseIfMachineIsShort(systemCode, quoted);
+            [[fallthrough]];
         case SQLITE_PERM:
         case SQLITE_AUTH:
             throw RuntimeError(err::DataUnavailable,

@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "platform/mail/ascii.h"
+#include "platform/program.h"
 #include "platform/runtime.h"
 #include "tools/oxc_mail/mail_commands.h"
 #include "tools/oxc_mail/mail_window.h"
@@ -16,6 +17,7 @@ void Complain(const std::string& text) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    PrepareProgram();
     try {
         const tools::MailArguments arguments = tools::ParseMailArguments({argv + 1, argv + argc});
         if (arguments.command == tools::MailCommand::Window) {
