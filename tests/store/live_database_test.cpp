@@ -102,6 +102,23 @@ TEST_F(LiveDatabase, MissingBlankIsShownAndTheCallerGoesOn) {
     EXPECT_EQ(prompts.boxes[0].title, "Oxbow Courier");
 }
 
+TEST_F(LiveDatabase, ApplicationFolderMayBeNamedAsItLikes) {
+    for (const char* name : {"a;b", "a;b=c", "a;Mode=x", "a; Data Source", "50% off", "it's", "say \"hi\"", "a=b",
+                             " blanks ", "\xC3\xBCmlaut", "-x"}) {
+        const std::filesystem::path folder = database.Folder() / name;
+        std::filesystem::create_directory(folder);
+        std::filesystem::copy_file(database.Folder() / "PressroomLive.dat", folder / "Pressroom.dat");
+        SetAppPath(paths::FromMachine(folder));
+        Global::EnsureLiveDatabase();
+        ADODB::Connection connection;
+        connection.Open("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
+                        "\\PressroomLive.dat;Persist Security Info=False");
+        connection.Execute("insert into Folders(FolderName, Parent) values('here', 0)");
+        EXPECT_TRUE(std::filesystem::exists(folder / "PressroomLive.dat")) << name;
+        EXPECT_TRUE(prompts.boxes.empty()) << name;
+    }
+}
+
 TEST_F(LiveDatabase, CopyDoesNotMeetTheLogOfTheOneBefore) {
     database.Run("insert into Folders(FolderName, Parent) values('old', 0)");
     std::filesystem::copy_file(database.Folder() / "PressroomLive.dat", database.Folder() / "Pressroom.dat");
