@@ -62,6 +62,11 @@ DeskWindow& ActiveDesk() {
     return DeskSlot(DeskIndex);
 }
 
+DeskWindow* FindActiveDesk() {
+    const auto slot = static_cast<std::size_t>(DeskIndex);
+    return DeskIndex > 0 && slot < DeskWindows.size() ? DeskWindows[slot] : nullptr;
+}
+
 std::string& AttachmentSlot(int index) {
     if (index < 0 || index >= static_cast<int>(AttachmentList.size())) {
         throw RuntimeError(err::SubscriptOutOfRange);

@@ -32,6 +32,8 @@ extern std::int16_t DeskIndex;
 DeskWindow& DeskSlot(int slot);
 // The window that commands act on, DeskWindows(DeskIndex).
 DeskWindow& ActiveDesk();
+// The same, null when there is none.
+DeskWindow* FindActiveDesk();
 extern std::string CurrentFolderID;
 extern std::string CurrentFolder;
 extern std::int16_t FolderClicks;  // on the folder tree of the Desktop windows

@@ -12,6 +12,7 @@
 #include "app/frmSplash.h"
 #include "desktop/DeskWindows.h"
 #include "platform/convert.h"
+#include "platform/journal.h"
 #include "platform/loop.h"
 #include "platform/paths.h"
 #include "platform/process.h"
@@ -141,8 +142,18 @@ bool Run(const Steps& steps) {
 }  // namespace
 
 void Main() {
-    if (Run(CommonSteps())) {
-        Run(Command().empty() ? EditorSteps() : SchedulerSteps());
+    const bool isEditor = Command().empty();
+    const bool started = Run(CommonSteps()) && Run(isEditor ? EditorSteps() : SchedulerSteps());
+    if (isEditor) {
+        return;
+    }
+    // The process lives on without a poll, and nothing on the screen tells.
+    if (!started) {
+        Journal("The start of the scheduler failed: nothing is polled until it is started again");
+    } else if (!frmMain::Instance().Timer1->isActive()) {
+        Journal(
+            "Polling has stopped, as the first poll of the packages failed: nothing is polled until the "
+            "scheduler is started again");
     }
 }
 

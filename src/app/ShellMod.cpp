@@ -1,6 +1,7 @@
 #include "app/ShellMod.h"
 
 #include "platform/convert.h"
+#include "platform/journal.h"
 #include "platform/letters.h"
 #include "platform/registry.h"
 
@@ -77,9 +78,13 @@ void WriteSetting(std::uint32_t root, const std::string& key, const std::string&
                   const std::string& value) {
     Registry& registry = TheRegistry();
     Registry::Handle handle = 0;
-    if (registry.RegCreateKeyA(root, key, handle) == 0) {
-        registry.RegSetValueExA(handle, name, REG_SZ, value);
+    long code = registry.RegCreateKeyA(root, key, handle);
+    if (code == 0) {
+        code = registry.RegSetValueExA(handle, name, REG_SZ, value);
         registry.RegCloseKey(handle);
+    }
+    if (code != 0) {
+        Journal("The setting \"" + name + "\" is not stored: error " + std::to_string(code));
     }
 }
 

@@ -16,7 +16,7 @@ inline constexpr const char* AutostartKey = "Software\\Microsoft\\Windows\\Curre
 // The value's text; the default when the key or value is missing or is no string. Reports nothing.
 std::string ReadSetting(std::uint32_t root, const std::string& key, const std::string& name,
                         const std::string& defaultText);
-// Makes the key if need be. Failures are not tested.
+// Makes the key if need be. A failure is a line on standard error and nothing else.
 void WriteSetting(std::uint32_t root, const std::string& key, const std::string& name,
                   const std::string& value);
 void CreateSettingsKey(std::uint32_t root, const std::string& key);

@@ -66,6 +66,7 @@ frmMain::frmMain()
     connect(m_menus.at("mnuWin"), &QMenu::aboutToShow, this, &frmMain::ListChildWindows);
     const QIcon icon(":/images/logo.svg");
     setWindowIcon(icon);
+    QApplication::setWindowIcon(icon);  // of boxes that stand before no window
     TrayIcon1->SetIcon(icon);
     connect(Timer1, &QTimer::timeout, this, &frmMain::Timer1_Timer);
     for (const auto event : {&TrayIcon::MouseUp, &TrayIcon::DoubleClick}) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/Main.h"
+#include "mail/Delivery.h"
 #include "platform/mail/address_book.h"
 #include "platform/mail/mail_system.h"
 #include "platform/mail_dialogs/address_book_dialog.h"
@@ -55,6 +56,7 @@ int main(int argc, char** argv) {
     }
     SetRegistry(&SettingsFile());
     MAPI::SetMailSystem(&MAPI::MailSystem());
+    MAPI::SetRefusalHandler(&Global::ReportRefusals);
     DesktopShell shell;
     SetShell(&shell);
     report::SetEngineFactory(&rdl::engine::CreateRdlEngine);

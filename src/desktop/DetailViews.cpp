@@ -100,6 +100,7 @@ void bldDetails(const std::string& folderName) {
 
 void batchDetails(const std::string& batchName) {
     ListView& list = PrepareTable({"Report Name", "Path", "Output Format", "Frequency", "Next Run"});
+    list.ColumnHeaders().ShowPaths(2);
     ADODB::Recordset package;
     package.Open(
         "select ReportID, frequency, nextrundate from reportbatch where batchname = '" + batchName + "'",

@@ -22,6 +22,7 @@
 #include "platform/clock.h"
 #include "platform/controls/room.h"
 #include "platform/convert.h"
+#include "platform/paths.h"
 #include "platform/prompts.h"
 #include "platform/registry.h"
 #include "platform/resume_next.h"
@@ -79,9 +80,9 @@ frmAddReport::frmAddReport(QWidget* parent)
     m_ui->setupUi(this);
     cd.setObjectName("cd");
     ListFormats(*m_ui->cmbFormat);
-    // A path that was typed would be scheduled without having been opened.
-    m_ui->txtBrowse->Locked(true);
+    m_ui->txtBrowse->ShowsPaths(true);
     m_ui->lsvPar->View(ListView::ReportView);
+    m_ui->lsvPar->LabelEdit(false);  // names come from the report
     qobject_cast<QTreeView*>(m_ui->lsvPar->CurrentView())
         ->header()
         ->setSectionResizeMode(QHeaderView::Stretch);
@@ -116,6 +117,9 @@ void frmAddReport::ConnectPages() {
 }
 
 void frmAddReport::ConnectLostFocus() {
+    connect(m_ui->txtBrowse, &TextBox::textEdited, this, [this] { m_pathTyped = true; });
+    connect(m_ui->txtTitle, &TextBox::textEdited, this, [this] { m_titleTyped = true; });
+    connect(m_ui->txtBrowse, &TextBox::LostFocus, this, &frmAddReport::txtBrowse_LostFocus);
     connect(m_ui->txtTitle, &TextBox::LostFocus, this, &frmAddReport::txtTitle_LostFocus);
     connect(m_ui->txtRecipient, &TextBox::LostFocus, this, &frmAddReport::txtRecipient_LostFocus);
     connect(m_ui->txtSubject, &TextBox::LostFocus, this, &frmAddReport::txtSubject_LostFocus);
@@ -142,6 +146,8 @@ void frmAddReport::Form_Load() {
 
 void frmAddReport::ShowPage(QWidget* page) {
     m_ui->pages->setCurrentWidget(page);
+    // Without any report it would end the program.
+    m_ui->cmdPar->setEnabled(Global::CurrentReport != nullptr);
     m_ui->cmdBack->setEnabled(page != m_ui->Frame1);
     m_ui->cmdNext->setText(page == m_ui->Step5 ? "&Finish" : "&Next >");
     FirstControl(page)->setFocus();
@@ -202,6 +208,10 @@ void frmAddReport::LeaveSetup() {
     } else if (m_ui->cmbFolder->Text().empty()) {
         Refuse(FieldsMissing, m_ui->cmbFolder);
     } else {
+        if (m_pathTyped) {
+            m_ui->txtBrowse->setFocus();  // what is wrong with it is put right in it
+            OpenTypedReport();
+        }
         ShowPage(m_ui->Step2);
     }
 }
@@ -258,7 +268,9 @@ void frmAddReport::ShowSummary() {
     };
     show(*m_ui->lblFormat, "- Format: " + m_ui->cmbFormat->Text());
     show(*m_ui->lblFreq, "- Frequency: " + FrequencyWord);
-    show(*m_ui->lblSendTo, "- Send To: " + m_ui->txtRecipient->Text());
+    // Names without blanks between them are parted at the end of a line all the same.
+    constexpr const char* MayBreak = ";\u200b";
+    show(*m_ui->lblSendTo, "- Send To: " + Replace(m_ui->txtRecipient->Text(), ";", MayBreak));
 }
 
 // A failure behind the insert leaves the row, and another Finish inserts another.
@@ -328,13 +340,32 @@ void frmAddReport::cmdBrowse_Click() {
 }
 
 void frmAddReport::OpenPickedReport() {
+    m_pathTyped = m_titleTyped = false;
     ResumeNext([this] { Global::OpenReport(m_ui->txtBrowse->Text()); });
-    ResumeNext([this] { ListParameters(); });
-    ResumeNext([this] { m_ui->txtSelForm->Text(Global::OpenedReport().RecordSelectionFormula()); });
+    TakeReportIn();
     ResumeNext([this] { m_ui->txtTitle->Text(Global::OpenedReport().Title()); });
     m_ui->txtTitle->selectAll();
     m_ui->txtTitle->setFocus();
+}
+
+void frmAddReport::TakeReportIn() {
+    ResumeNext([this] { ListParameters(); });
+    ResumeNext([this] { m_ui->txtSelForm->Text(Global::OpenedReport().RecordSelectionFormula()); });
     txtSelForm_LostFocus();
+}
+
+// As a picked one, but the focus stays where it went, and so does a title that was typed. Raises as
+// OpenReport.
+void frmAddReport::OpenTypedReport() {
+    const std::string typed = m_ui->txtBrowse->Text();
+    const std::string path = typed.starts_with('/') ? paths::FromMachine(typed) : typed;
+    Global::OpenReport(path);
+    m_ui->txtBrowse->Text(path);
+    m_pathTyped = false;
+    TakeReportIn();
+    if (!m_titleTyped) {
+        m_ui->txtTitle->Text(Global::OpenedReport().Title());
+    }
 }
 
 // Behind those of the reports picked before. A line that has the key of another is left out.
@@ -390,6 +421,13 @@ void frmAddReport::cmdTest_Click() {
     }
     Global::ShowPreview();
     m_ui->cmdNext->setEnabled(true);
+}
+
+// One that does not open is told when the page is left by Next.
+void frmAddReport::txtBrowse_LostFocus() {
+    if (m_pathTyped && !m_ui->txtBrowse->Text().empty()) {
+        ResumeNext([this] { OpenTypedReport(); });
+    }
 }
 
 void frmAddReport::txtTitle_LostFocus() {

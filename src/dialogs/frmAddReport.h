@@ -31,6 +31,7 @@ class frmAddReport : public QDialog {
     void cmbFolder_Click();
     void optFreq_Click(int index);  // from 1
     void cmdAd_Click();
+    void txtBrowse_LostFocus();
     void Check1_Click();
     void cmdPar_Click();
     void cmdAdvance_Click();
@@ -54,6 +55,8 @@ class frmAddReport : public QDialog {
     void Refuse(const std::string& why, QWidget* missing);
 
     void OpenPickedReport();
+    void OpenTypedReport();
+    void TakeReportIn();
     void ListParameters();
 
     // One for each page: whether and how it is left by Next.
@@ -71,6 +74,8 @@ class frmAddReport : public QDialog {
     std::string FrequencyWord;
     std::string LoginRequired;  // "T" or "F"
     bool m_unloaded = false;
+    bool m_pathTyped = false;  // and not opened yet
+    bool m_titleTyped = false;
 };
 
 // As the toolbar's "New Report" of the active Desktop window.

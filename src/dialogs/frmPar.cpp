@@ -8,6 +8,7 @@
 
 #include "app/Global.h"
 #include "dialogs/ModalForm.h"
+#include "dialogs/ValueReading.h"
 #include "execution/RunReport.h"
 #include "platform/adodb.h"
 #include "platform/controls/combo_box.h"
@@ -15,6 +16,7 @@
 #include "platform/controls/twips.h"
 #include "platform/convert.h"
 #include "platform/loop.h"
+#include "platform/prompts.h"
 #include "ui_frmPar.h"
 
 namespace {
@@ -45,6 +47,28 @@ Control& Shown(Control* control) {
         throw RuntimeError(err::ObjectNotSet);
     }
     return *control;
+}
+
+// What a person calls a value that such a field takes.
+std::string KindOf(int valueType) {
+    switch (valueType) {
+        case report::NumberField:
+            return "a number";
+        case report::BooleanField:
+            return "True or False";
+        case report::DateTimeField:
+            return "a date or a time";
+        default:
+            return "a value that the report takes";
+    }
+}
+
+std::string Refusal(const report::ParameterField& parameter, const std::string& text,
+                    const RuntimeError& error) {
+    const std::string name = "parameter \"" + parameter.Name() + "\"";
+    const std::string what = text.empty() ? "The " + name + " is empty, which is not "
+                                          : "The value \"" + text + "\" of the " + name + " is not ";
+    return Global::ErrorText(what + KindOf(parameter.ValueType()) + ". ", error);
 }
 
 std::string& Slot(std::vector<std::string>& list, int index) {
@@ -142,6 +166,11 @@ void frmPar::FillCombo(report::ParameterField& parameter, int index) {
     for (const std::string& value : defaults) {
         combo.AddItem(value);
     }
+    for (const std::string& value : parameter.ValidValues()) {
+        if (std::find(defaults.begin(), defaults.end(), value) == defaults.end()) {
+            combo.AddItem(value);
+        }
+    }
     if (!defaults.empty()) {
         combo.ListIndex(0);  // the text as well, so that the arrow keys go on from there
     }
@@ -151,6 +180,27 @@ void frmPar::FillCombo(report::ParameterField& parameter, int index) {
     } else if (Global::ParCaller == PackageWizard) {
         HideCancel();
     }
+    ShowReading(parameter.ValueType(), index);
+}
+
+// A date in figures is another day in another region: it is seen here, not at the run.
+void frmPar::ShowReading(int valueType, int index) {
+    if (valueType != report::NumberField && valueType != report::DateTimeField) {
+        return;
+    }
+    auto* reading = new QLabel(m_ui->rows);
+    reading->setObjectName("iReading" + QString::number(index));
+    reading->setTextFormat(Qt::PlainText);
+    reading->setMinimumWidth(fontMetrics().horizontalAdvance("30 September 2000, 00:00:00"));
+    m_ui->grid->addWidget(reading, 2 * index - 1, 1);
+    ComboBox& combo = *ComboSlot(index);
+    const auto show = [reading, valueType, &combo] {
+        const QString text = QString::fromStdString(ReadingOf(valueType, combo.Text()));
+        reading->setText(text);
+        combo.setAccessibleDescription(text);
+    };
+    connect(&combo, &QComboBox::editTextChanged, reading, show);
+    show();
 }
 
 void frmPar::HideCancel() {
@@ -177,25 +227,50 @@ void frmPar::KeepScrolledTo(QWidget* control) {
 
 void frmPar::cmdOK_Click() {
     Global::ClearReportParameters();
+    const int count = Global::OpenedReport().ParameterFieldCount();
+    for (int i = 1; i <= count; ++i) {
+        if (!TakeValue(i)) {
+            GiveUp(count);
+            return;
+        }
+    }
     if (FillsList()) {
         Shown(m_lsvPar).ListItems().Clear();
     }
-    const int count = Global::OpenedReport().ParameterFieldCount();
     for (int i = 1; i <= count; ++i) {
-        TakeValue(i);
+        HandOn(i);
     }
     accept();
 }
 
-// The report gets the text as it stands; what statements are made of has no ' in it.
-void frmPar::TakeValue(int index) {
+// The report gets the text as it stands; what statements are made of has no ' in it. False after the box that
+// tells of a value that the report cannot take.
+bool frmPar::TakeValue(int index) {
     report::Report& report = Global::OpenedReport();
     const std::string text = Shown(ComboSlot(index)).Text();
-    std::string& name = Slot(Global::ParNames, index);
-    std::string& value = Slot(Global::ParValues, index);
-    name = report.Parameter(index).Name();
-    value = Replace(text, "'", "");
-    Global::HandOverParameter(report, index, text, Global::OtherFieldRule::HandOver);
+    report::ParameterField& parameter = report.Parameter(index);
+    Slot(Global::ParNames, index) = parameter.Name();
+    Slot(Global::ParValues, index) = Replace(text, "'", "");
+    try {
+        Global::HandOverParameter(report, index, text, Global::OtherFieldRule::HandOver);
+        return true;
+    } catch (const RuntimeError& error) {
+        MsgBox(Refusal(parameter, text, error), vbExclamation);
+        return false;
+    }
+}
+
+// Nothing of a half-taken set is left to the caller: it would be stored and fail at every run.
+void frmPar::GiveUp(int count) {
+    Global::ParNames.assign(static_cast<std::size_t>(count) + 1, {});
+    Global::ParValues.assign(static_cast<std::size_t>(count) + 1, {});
+    Global::ParCancelled = true;
+    QDialog::reject();
+}
+
+void frmPar::HandOn(int index) {
+    const std::string& name = Slot(Global::ParNames, index);
+    const std::string& value = Slot(Global::ParValues, index);
     if (FillsList()) {
         Shown(m_lsvPar).ListItems().Add(name + std::to_string(index), name).SubItems(1, value);
     } else if (Global::ParCaller == PackageWizard) {

@@ -5,7 +5,9 @@
 //   "frmWiz"                  rows of tmpPar under ParReportName; there is no Cancel, and no way around it
 //   "frmViewer"               nothing but ParNames and ParValues, which the others get as well
 //
-// Nothing is checked: a text that the report cannot take ends the process with the run time's error box.
+// Nothing is checked while it is typed. A text that the report cannot take is told, with its parameter, when
+// the dialog is left: it closes then as if it had been cancelled, and the caller has nothing of it. Beside
+// the box of a number or a date stands how its text is understood here.
 #pragma once
 
 #include <QDialog>
@@ -25,8 +27,9 @@ class frmPar;
 class frmPar : public QDialog {
     Q_OBJECT
  public:
-    // Shows the dialog until it is left. Cancel and the close box set ParCancelled, which the caller clears
-    // before. The list is the one that "frmAddReport" and "frmPar" get filled; others need none.
+    // Shows the dialog until it is left. Cancel, the close box and a value that is refused set ParCancelled,
+    // which the caller clears before. The list is the one that "frmAddReport" and "frmPar" get filled; others
+    // need none.
     static void ShowModal(ListView* lsvPar = nullptr);
 
     explicit frmPar(ListView* lsvPar = nullptr, QWidget* parent = nullptr);
@@ -44,9 +47,12 @@ class frmPar : public QDialog {
     void AddLabel(const std::string& caption, int row);
     ComboBox*& ComboSlot(int index);
     void FillCombo(report::ParameterField& parameter, int index);
+    void ShowReading(int valueType, int index);
     void HideCancel();
     void FitSize(int count);
-    void TakeValue(int index);
+    bool TakeValue(int index);
+    void GiveUp(int count);
+    void HandOn(int index);
     void KeepScrolledTo(QWidget* control);
 
     std::unique_ptr<Ui::frmPar> m_ui;

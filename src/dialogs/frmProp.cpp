@@ -72,11 +72,13 @@ frmProp::frmProp(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::f
     }
     ListFormats(*m_ui->cmbFormat);
     m_ui->lsvPar->View(ListView::ReportView);
+    m_ui->lsvPar->LabelEdit(false);  // names come from the report
     qobject_cast<QTreeView*>(m_ui->lsvPar->CurrentView())
         ->header()
         ->setSectionResizeMode(QHeaderView::Stretch);
     // They are shown and not saved.
     m_ui->txtPath->Locked(true);
+    m_ui->txtPath->ShowsPaths(true);
     m_ui->txtDesc->Locked(true);
     m_ui->txtID->Locked(true);
     Check1_Click();
@@ -106,7 +108,6 @@ void frmProp::ConnectCommands() {
     for (QPushButton* command : {m_ui->cmdOk, m_ui->cmdTest}) {
         connect(command, &QPushButton::pressed, command, [command] { command->setFocus(); });
     }
-    connect(m_ui->lsvPar, &ListView::AfterLabelEdit, this, &frmProp::lsvPar_AfterLabelEdit);
 }
 
 void frmProp::ConnectLostFocus() {
@@ -126,8 +127,17 @@ void frmProp::Form_Load() {
     } catch (...) {
         const RuntimeError error = CurrentError();
         Global::BusyCursor(false);
+        LeaveOnlyCancel();
         Global::ShowError(error);
     }
+}
+
+// What was not filled would be written over the record, and the report that is open may be another one.
+void frmProp::LeaveOnlyCancel() {
+    m_ui->strips->setEnabled(false);
+    m_ui->cmdOk->setEnabled(false);
+    m_ui->cmdCancel->setDefault(true);
+    m_ui->cmdCancel->setFocus();
 }
 
 void frmProp::TakeDesktop() {
@@ -288,11 +298,6 @@ void frmProp::cmdSet_Click() {
 void frmProp::cmdClear_Click() {
     Global::ClearReportParameters();
     m_ui->lsvPar->ListItems().Clear();
-}
-
-// Names come from the report: a name that was edited in the list would not be kept.
-void frmProp::lsvPar_AfterLabelEdit(int& cancel) {
-    cancel = 1;
 }
 
 // The statement lacks its last mark: once the copy is renewed the database refuses it, which nothing catches.

@@ -26,7 +26,8 @@ class frmProp : public QDialog {
     explicit frmProp(QWidget* parent = nullptr);
     ~frmProp() override;
 
-    // Shows its errors itself. Behind one the form is up, as far as it had been filled.
+    // Shows its errors itself. After one the form is up, as far as it had been filled, and can only be
+    // cancelled.
     void Form_Load();
     void Form_Unload();
     void TabStrip1_Click();
@@ -40,7 +41,6 @@ class frmProp : public QDialog {
     void cmdTest_Click();
     void cmdOk_Click();
     void cmdCancel_Click();
-    void lsvPar_AfterLabelEdit(int& cancel);
     void txtTitle_LostFocus();
     void txtSendTo_LostFocus();
     void txtSubject_LostFocus();
@@ -56,6 +56,7 @@ class frmProp : public QDialog {
     void ConnectCommands();
     void ConnectLostFocus();
     void TakeDesktop();
+    void LeaveOnlyCancel();
     void LoadSchedule();
     void FillFields(const ADODB::Recordset& row);
     void FillLogon(const ADODB::Recordset& row);

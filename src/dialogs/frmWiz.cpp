@@ -1,6 +1,7 @@
 #include "dialogs/frmWiz.h"
 
 #include <QPointer>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QStyle>
 #include <algorithm>
@@ -84,6 +85,7 @@ void frmWiz::FillControls() {
         m_ui->cmbFormat1->AddItem(format);
     }
     m_ui->filList->Pattern("*.rpt");
+    m_ui->txtReport1->ShowsPaths(true);
     m_ui->lsvReports->AcceptFiles(true);
     m_ui->cmbBrowse1->setIcon(style()->standardIcon(QStyle::SP_ArrowRight, nullptr, this));
     m_ui->Command1->setIcon(style()->standardIcon(QStyle::SP_ArrowLeft, nullptr, this));
@@ -103,6 +105,8 @@ void frmWiz::ConnectReports() {
     connect(m_ui->filList, &FileListBox::DblClick, this, &frmWiz::filList_DblClick);
     connect(m_ui->cmbBrowse1, &QPushButton::clicked, this, &frmWiz::cmbBrowse1_Click);
     connect(m_ui->Command1, &QPushButton::clicked, this, &frmWiz::Command1_Click);
+    connect(m_ui->lsvReports, &QListWidget::itemSelectionChanged, this, &frmWiz::EnableRemove);
+    EnableRemove();
     connect(m_ui->lsvReports, &ListBox::OLEDragDrop, this, &frmWiz::lsvReports_OLEDragDrop);
 }
 
@@ -122,12 +126,14 @@ void frmWiz::Form_Load() {
         show();
         DoEvents();
         Global::ParCaller = "frmWiz";
-        m_ui->dirList->Path(Global::DefPath);
         m_ui->txtReport1->Text(Global::OutputPath);
         constexpr std::size_t HoursAndMinutes = 5;
         m_ui->msTime->Text(TimeText(Now()).substr(0, HoursAndMinutes));
         m_ui->stDate1->Value(Today());
         m_ui->enDate1->Value(CDate("31/12/3000"));
+        EmptyWorkTable();
+        // Last: the folder of the time before may be gone.
+        m_ui->dirList->Path(Global::DefPath);
     } catch (...) {
         MsgBox(Global::ErrorText("An error occured. ", CurrentError()), vbExclamation);
     }
@@ -161,11 +167,16 @@ void frmWiz::cmdBack_Click() {
     }
 }
 
-void frmWiz::cmdCancel_Click() {
+// A wizard that ended with the process has left its values, and lines of the same text would take them over.
+void frmWiz::EmptyWorkTable() {
     ADODB::Connection connection;
     connection.Open(Global::ConnectionString);
     Global::DeleteWaitingParameters(connection);
     connection.Close();
+}
+
+void frmWiz::cmdCancel_Click() {
+    EmptyWorkTable();
     Unload();
 }
 
@@ -194,7 +205,9 @@ void frmWiz::cmdSave_Click() {
             LeaveReports();
         }
     } catch (...) {
-        MsgBox(Global::ErrorText("", CurrentError()), vbExclamation);
+        const RuntimeError error = CurrentError();
+        frmWizDone::Unload();
+        MsgBox(Global::ErrorText("", error), vbExclamation);
     }
 }
 
@@ -244,20 +257,25 @@ void frmWiz::Finish() {
     hide();
     constexpr qsizetype ShortestRecipient = 2;
     if (m_ui->chkMail->Value() && m_ui->txtRecipient->text().size() < ShortestRecipient) {
+        m_ui->txtRecipient->setFocus();  // where it is put right when the wizard is shown again
         MsgBox("You must enter the recipient's email address", vbExclamation);
         return;
     }
     // Events run while the rows are written.
     const QScopedValueRollback writing(m_writing, true);
     WritePackage();
-    if (Global::ActiveDesk().Caption() == "Desktop") {
-        Global::ActiveDesk().AddBatches();
+    // Whatever comes now: another Finish would make a second package.
+    const auto done = qScopeGuard([this] {
+        frmWizDone::Unload();
+        Unload();
+        Global::PackageCounter = 0;
+        Global::BusyCursor(false);
+    });
+    // With the history in front there is none.
+    if (DeskWindow* const desk = Global::FindActiveDesk(); desk != nullptr && desk->Caption() == "Desktop") {
+        desk->AddBatches();
     }
     MsgBox("Report package created successfully", vbInformation);
-    frmWizDone::Unload();
-    Unload();
-    Global::PackageCounter = 0;
-    Global::BusyCursor(false);
 }
 
 // The pauses let the rows that were written be seen by the reader behind them.
@@ -362,7 +380,8 @@ void frmWiz::cmbBrowse1_Click() {
     ++Global::PackageCounter;
     Global::ParReportName = std::to_string(Global::PackageCounter) + ">" + file;
     m_ui->lsvReports->AddItem(Global::ParReportName);
-    m_ui->lsvReports->item(m_ui->lsvReports->ListCount() - 1)->setToolTip(QString::fromStdString(path));
+    m_ui->lsvReports->item(m_ui->lsvReports->ListCount() - 1)
+        ->setToolTip(QString::fromStdString(paths::ForUser(path)));
     m_ui->lsvPaths->AddItem(path);
     bool opened = false;
     ResumeNext([&path, &opened] {
@@ -374,8 +393,25 @@ void frmWiz::cmbBrowse1_Click() {
     if (opened && Global::OpenedReport().ParameterFieldCount() > 0) {
         // Another form may have asked for values since this one was loaded.
         Global::ParCaller = "frmWiz";
+        Global::ParCancelled = false;
         frmPar::ShowModal();
+        if (Global::ParCancelled) {
+            TakeBackLastReport();
+        }
     }
+}
+
+// Without its values it would fail at every run of the package.
+void frmWiz::TakeBackLastReport() {
+    const int last = m_ui->lsvReports->ListCount() - 1;
+    m_ui->lsvPaths->RemoveItem(last);
+    m_ui->lsvReports->RemoveItem(last);
+    EnableRemove();
+}
+
+// Without a line to remove it would end the program.
+void frmWiz::EnableRemove() {
+    m_ui->Command1->setEnabled(m_ui->lsvReports->ListIndex() >= 0);
 }
 
 void frmWiz::Command1_Click() {
@@ -386,6 +422,7 @@ void frmWiz::Command1_Click() {
     const int line = m_ui->lsvReports->ListIndex();
     m_ui->lsvPaths->RemoveItem(line);
     m_ui->lsvReports->RemoveItem(line);
+    EnableRemove();
 }
 
 void frmWiz::cmdTo_Click() {

@@ -38,7 +38,7 @@ class frmWiz : public QDialog {
     void filList_MouseMove();
     void filList_DblClick();
     void cmbBrowse1_Click();
-    void Command1_Click();  // 5 with no line selected
+    void Command1_Click();
     void lsvReports_OLEDragDrop();
     void cmdTo_Click();
     void chkMail_Click();
@@ -58,7 +58,9 @@ class frmWiz : public QDialog {
     void ShowPage(QWidget* page);
     void Refuse(const std::string& why, QWidget* missing);
     bool BrowseForFolder();
-    void AskParameters();
+    void EmptyWorkTable();
+    void TakeBackLastReport();
+    void EnableRemove();
     void Unload();
 
     // One for each page: whether and how it is left by Next.

@@ -3,6 +3,7 @@
 #include "app/Global.h"
 #include "execution/RunReport.h"
 #include "mail/Delivery.h"
+#include "platform/journal.h"
 #include "store/TextConventions.h"
 
 namespace Global {
@@ -63,6 +64,10 @@ int RunPackageReports(const std::string& reportID, const std::string& destinatio
             AttachmentSlot(slot) =
                 PackageOutputFile(kind, destination, details.Fields("ReportTitle").Value.Text());
             ExportPackageReport(report, kind, AttachmentSlot(slot));
+        } else {
+            Journal("Package " + reportID + " goes without its report \"" +
+                    details.Fields("ReportTitle").Value + "\", as the format \"" +
+                    details.Fields("ReportFormat").Value + "\" is not known");
         }
     }
     details.Close();

@@ -4,6 +4,7 @@
 #include "execution/ExportFormat.h"
 #include "mail/Delivery.h"
 #include "platform/convert.h"
+#include "platform/journal.h"
 #include "platform/loop.h"
 #include "platform/process.h"
 #include "store/TextConventions.h"
@@ -108,6 +109,7 @@ bool RunReport(const Variant& reportID, const std::string& reportPath, const Var
     const ExportKind kind = RecogniseFormat(Runner::Single, format.Text());
     switch (kind) {
         case ExportKind::None:
+            Journal("Schedule " + reportID + " is not run: its format \"" + format + "\" is not known");
             return false;
         case ExportKind::Html:
             return ExportHtmlAndMail(report, envelope);
@@ -142,9 +144,8 @@ void BusyCursor(bool busy) {
     if (Frame != nullptr) {
         Frame->ScreenMousePointer(pointer);
     }
-    const auto desk = static_cast<std::size_t>(DeskIndex);
-    if (DeskIndex > 0 && desk < DeskWindows.size() && DeskWindows[desk] != nullptr) {
-        DeskWindows[desk]->ListMousePointer(pointer);
+    if (DeskWindow* const desk = FindActiveDesk()) {
+        desk->ListMousePointer(pointer);
     }
 }
 

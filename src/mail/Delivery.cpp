@@ -4,6 +4,8 @@
 #include <memory>
 
 #include "app/Global.h"
+#include "platform/due_run.h"
+#include "platform/journal.h"
 #include "platform/mapi.h"
 #include "platform/prompts.h"
 #include "store/TextConventions.h"
@@ -20,14 +22,20 @@ void ShowMailboxError() {
     MsgBox("Your mailbox is over the limit or the Exchange Server is down! Sending mail failed");
 }
 
-// What becomes of an error behind the logon in a mail that carries reports.
-bool FailReportMail(const RuntimeError& error) {
+// What becomes of an error behind the logon in a mail that carries reports. No row tells of it.
+bool FailReportMail(const std::string& subject, const RuntimeError& error) {
+    Journal(ErrorText("The mail \"" + subject + "\" did not go out: ", error));
     if (IsMailboxError(error)) {
         ShowMailboxError();
     } else {
         SendAlertMail(ErrorText("An error occured in SendMailBatch. ", error), AlertWho, AlertSubject, 1);
     }
     return false;
+}
+
+void TellLostAlert(const std::string& recipient, const std::string& body, const RuntimeError& error) {
+    const std::string to = recipient.empty() ? "as no alert address is set" : "to \"" + recipient + "\"";
+    Journal(ErrorText("An alert did not go out " + to + ": ", error) + " It says: " + body);
 }
 
 std::unique_ptr<MAPI::Session> LoggedOnSession() {
@@ -67,6 +75,7 @@ bool SendMailBatch(const Variant& body, const Variant& subject, int recipients, 
             return false;
         }
         const std::unique_ptr<MAPI::Message> message = NewMessage(*session, subject.Text(), body.Text());
+        message->Identity = MAPI::DueRun::Identity();
         for (int i = 1; i <= recipients; ++i) {
             message->Recipients().Add(RecipientSlot(i));
         }
@@ -77,7 +86,7 @@ bool SendMailBatch(const Variant& body, const Variant& subject, int recipients, 
         message->Send();
         return true;
     } catch (...) {
-        return FailReportMail(CurrentError());
+        return FailReportMail(subject.Text(), CurrentError());
     }
 }
 
@@ -89,6 +98,7 @@ bool SendMailSingle(const Variant& body, const Variant& subject, const std::stri
             return false;
         }
         const std::unique_ptr<MAPI::Message> message = NewMessage(*session, subject.Text(), body.Text());
+        message->Identity = MAPI::DueRun::Identity();
         const int count = cmFunc::CountRecipients(recipients);
         for (int i = 1; i <= count; ++i) {
             message->Recipients().Add(cmFunc::GetDelimitedField(recipients, i, ";"));
@@ -98,7 +108,7 @@ bool SendMailSingle(const Variant& body, const Variant& subject, const std::stri
         message->Send();
         return true;
     } catch (...) {
-        return FailReportMail(CurrentError());
+        return FailReportMail(subject.Text(), CurrentError());
     }
 }
 
@@ -119,10 +129,25 @@ bool SendAlertMail(const std::string& body, const std::string& recipient, const 
         return true;
     } catch (...) {
         // An alert that fails is not alerted.
-        if (IsMailboxError(CurrentError())) {
+        const RuntimeError error = CurrentError();
+        TellLostAlert(recipient, body, error);
+        if (IsMailboxError(error)) {
             ShowMailboxError();
         }
         return false;
+    }
+}
+
+void ReportRefusals(const std::string& subject, const std::vector<MAPI::Refusal>& refusals) {
+    std::string text = "The mail \"" + subject + "\" has gone out, but not to everybody: the server refuses ";
+    for (const MAPI::Refusal& refusal : refusals) {
+        text += (&refusal == refusals.data() ? "" : ", ") + refusal.Address + " (" + refusal.Answer + ")";
+    }
+    Journal(text);
+    try {
+        SendAlertMail(text, AlertWho, AlertSubject, 1);
+    } catch (...) {
+        TellLostAlert(AlertWho, text, CurrentError());
     }
 }
 

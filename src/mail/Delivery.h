@@ -3,11 +3,14 @@
 // Each joins the mail session first; a failure there passes to the caller as a run-time error. After that an
 // error is dealt with here and the result is false: the two numbers of a lost server and a full mailbox bring
 // up one box and nothing else, since no alert could go out; any other error of a package's or a file's mail
-// sends an alert. Nothing is retried.
+// sends an alert. Nothing is retried. A mail or an alert that did not go out is a dated line on standard
+// error.
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "platform/mapi.h"
 #include "platform/runtime.h"
 
 namespace Global {
@@ -26,5 +29,9 @@ bool SendMailSingle(const Variant& body, const Variant& subject, const std::stri
 // One plain mail to one name, unsplit. A marker other than the empty text asks for high importance.
 bool SendAlertMail(const std::string& body, const std::string& recipient, const std::string& subject,
                    const Variant& marker);
+
+// Tells AlertWho, and standard error, whom the server does not take mail for, of a mail that the others have
+// got. Raises nothing: that mail is sent. The mail system's refusal handler.
+void ReportRefusals(const std::string& subject, const std::vector<MAPI::Refusal>& refusals);
 
 }  // namespace Global

@@ -9,7 +9,10 @@
 //
 // Errors are RuntimeError with the numbers err::Data*: file missing, unreadable or no database; table
 // missing; column or value missing; syntax; constraint. A missing file is never created. A busy database is
-// waited for, 10 seconds.
+// waited for, 10 seconds; windows repaint themselves meanwhile, and nothing else runs.
+//
+// `order by LastRun` compares moments, in whatever form of date the text holds them; texts that are no
+// moments count as older than all others.
 #pragma once
 
 #include <cstddef>
@@ -36,10 +39,20 @@ class Connection {
               const std::string& password = {});
     // Runs one statement to its end.
     void Execute(const std::string& statement);
+    // Raises what a write would fail with now: the data is write-protected, has no room left (a quarter of a
+    // megabyte is asked for), or stays busy. Nothing is changed and nothing waits for the disk. The room is
+    // kept for this connection's next write as long as it stays open.
+    void ProveWritable();
+    // What is executed between BeginTrans and CommitTrans reaches the disk together or not at all. Other
+    // programs cannot write meanwhile. A connection that is closed first has changed nothing.
+    void BeginTrans();
+    void CommitTrans();  // an error leaves the transaction open, for RollbackTrans
+    void RollbackTrans();
     void Close();  // 3704 when it is not open
 
  private:
     struct Impl;
+    Impl& Opened() const;  // 3704 when it is not open
     std::unique_ptr<Impl> m_impl;
 };
 
@@ -84,5 +97,8 @@ class Recordset {
 
 // Called with every statement exactly as the system gave it, before it runs. For tests; empty turns it off.
 void SetStatementTrace(std::function<void(const std::string&)> trace);
+
+// How long a busy database is waited for, in seconds. For tests; 0 or less returns to 10.
+void SetBusyWait(double seconds);
 
 }  // namespace ADODB

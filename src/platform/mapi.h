@@ -2,10 +2,11 @@
 //
 // Failures raise RuntimeError. Two numbers mean that no mail can go out at all and are told apart by the
 // system: err::MailboxOrServer (the server cannot be reached, refuses, drops or hangs) and err::MailboxFull
-// (452, 552 or a full outbox disk). Any other failure (a recipient that is refused or cannot be resolved, an
-// attachment that cannot be read, a profile that makes no sense) has another number.
+// (452, 552 or a full outbox disk). Any other failure (recipients that are all refused or one that cannot be
+// resolved, an attachment that cannot be read, a profile that makes no sense) has another number.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,12 +50,29 @@ class Message {
     std::string Subject;
     std::string Text;
     int Importance = 1;
+    // What the message is a copy of, see DueRun::Identity: messages of one identity bear one Message-ID.
+    // Empty: it is the only one of its kind.
+    std::string Identity;
     virtual MAPI::Recipients& Recipients() = 0;
     virtual MAPI::Attachments& Attachments() = 0;
-    // Returns when the transport has taken the whole message for every recipient; otherwise raises and
-    // nobody has got it.
+    // Returns when the transport has taken the whole message, for every recipient but those that the server
+    // will never take: those are told to the refusal handler. Otherwise raises and nobody has got it.
     virtual void Send() = 0;
 };
+
+// A recipient that the server does not take mail for, though it took the message for others.
+struct Refusal {
+    std::string Address;
+    std::string Answer;  // of the server, one line
+    bool operator==(const Refusal&) const = default;
+};
+
+// Hears of a message that has gone out without some of its recipients, once for each. Must not raise: the
+// message is sent.
+using RefusalHandler = std::function<void(const std::string& subject, const std::vector<Refusal>& refusals)>;
+// Without one they are a dated line on standard error. Empty takes the handler away.
+void SetRefusalHandler(RefusalHandler handler);
+void TellRefusals(const std::string& subject, const std::vector<Refusal>& refusals);
 
 class Folder {
  public:

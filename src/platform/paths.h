@@ -13,6 +13,12 @@ namespace paths {
 std::filesystem::path ToMachine(std::string_view path);
 // Z:\home\ann\sales.rpt for /home/ann/sales.rpt; relative paths are made absolute first.
 std::string FromMachine(const std::filesystem::path& path);
+// How people write a path of the system on this machine: /home/ann/sales.rpt for Z:\home\ann\sales.rpt. Any
+// other text, such as one of another drive or one that FromUser would not give back, is returned unchanged.
+std::string ForUser(std::string_view path);
+// The reverse: Z:\home\ann\sales.rpt for /home/ann/sales.rpt; a text that does not begin with / is returned
+// unchanged.
+std::string FromUser(std::string_view text);
 }  // namespace paths
 
 // The application's folder as the system writes it, without a backslash at its end: $OXC_HOME; else the
@@ -22,7 +28,9 @@ const std::string& AppPath();
 // For tests: an empty text returns to the rule above.
 void SetAppPath(const std::string& path);
 
-// ${XDG_CONFIG_HOME:-~/.config}/oxbow-courier as a machine path, made with mode 0700 when it is missing.
+// ${XDG_CONFIG_HOME:-~/.config}/oxbow-courier as a machine path; not made.
+std::filesystem::path ConfigPlace();
+// The same, made with mode 0700 when it is missing.
 std::filesystem::path ConfigFolder();
 // ${XDG_DATA_HOME:-~/.local/share} as a machine path; not made.
 std::filesystem::path DataHome();

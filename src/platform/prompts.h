@@ -25,6 +25,9 @@ class Prompts {
                               const std::string& preset) = 0;
 };
 
+// What a box says as a dated line on standard error.
+void JournalBox(const std::string& text, const std::string& title);
+
 Prompts& ThePrompts();  // lines on standard error until a program or a test sets its own
 void SetPrompts(Prompts* prompts);
 

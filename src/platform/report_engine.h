@@ -39,6 +39,8 @@ class ParameterField {
     virtual std::string Name() const = 0;
     virtual std::string Prompt() const = 0;
     virtual std::vector<std::string> DefaultValues() const = 0;  // as texts; empty when there are none
+    // The values that the report allows, as texts; empty when it allows any, or when a query gives them.
+    virtual std::vector<std::string> ValidValues() const = 0;
     virtual void ClearCurrentValueAndRange() = 0;
     virtual void AddCurrentValue(const ParameterValue& value) = 0;
 };

@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <string>
+#include <utility>
 
 #include "platform/journal.h"
 #include "platform/loop.h"
@@ -35,19 +36,14 @@ class ExitingProcess : public Process {
 class StandardErrorPrompts : public Prompts {
  public:
     int Box(const std::string& text, int flags, const std::string& title) override {
-        Say(text, title);
+        JournalBox(text, title);
         constexpr int ButtonsMask = 15;
         return (flags & ButtonsMask) == vbYesNo ? vbYes : vbOK;
     }
     std::string Input(const std::string& prompt, const std::string& title,
                       const std::string& preset) override {
-        Say(prompt, title);
+        JournalBox(prompt, title);
         return preset;
-    }
-
- private:
-    static void Say(const std::string& text, const std::string& title) {
-        Journal((title.empty() ? std::string(AppTitle) : title) + ": " + text);
     }
 };
 
@@ -100,6 +96,10 @@ void SetProcess(Process* process) {
     Current<Process>() = process;
 }
 
+void JournalBox(const std::string& text, const std::string& title) {
+    Journal((title.empty() ? std::string(AppTitle) : title) + ": " + text);
+}
+
 Prompts& ThePrompts() {
     return GivenOr<Prompts, StandardErrorPrompts>();
 }
@@ -128,6 +128,30 @@ System& TheMailSystem() {
 }
 void SetMailSystem(System* system) {
     Current<System>() = system;
+}
+
+namespace {
+
+RefusalHandler& TheRefusalHandler() {
+    static RefusalHandler handler;
+    return handler;
+}
+
+}  // namespace
+
+void SetRefusalHandler(RefusalHandler handler) {
+    TheRefusalHandler() = std::move(handler);
+}
+
+void TellRefusals(const std::string& subject, const std::vector<Refusal>& refusals) {
+    if (TheRefusalHandler()) {
+        TheRefusalHandler()(subject, refusals);
+        return;
+    }
+    for (const Refusal& refusal : refusals) {
+        Journal("The mail server refuses the recipient \"" + refusal.Address + "\" of \"" + subject +
+                "\": " + refusal.Answer);
+    }
 }
 
 }  // namespace MAPI

@@ -5,6 +5,8 @@
 #include "platform/adodb.h"
 #include "platform/clock.h"
 #include "platform/convert.h"
+#include "platform/due_run.h"
+#include "scheduler/Deliveries.h"
 #include "scheduler/Due.h"
 #include "scheduler/NextRun.h"
 #include "scheduler/PollTimer.h"
@@ -15,14 +17,41 @@ namespace Global {
 
 namespace {
 
-void RecordDelivery(ADODB::Connection& connection, const std::string& reportID, DateValue next) {
-    const std::string update = "update ReportBatch Set NextRundate = '" + cmFunc::FormatDateText(next) +
-                               "' Where ReportID = " + reportID;
-    const std::string insert = PackageRunStatement(reportID);
+DueRun RunOf(const ADODB::Recordset& package) {
+    return {RunKind::Package, package.Fields("ReportID").Value.Text(),
+            package.Fields("NextRunDate").Value.Text(), package.Fields("RunTime").Value.Text()};
+}
+
+// The run of this package when it was delivered before and its record failed: it is recorded now and not run
+// again.
+bool RecordAgain(ADODB::Connection& connection, const ADODB::Recordset& package) {
+    Deliveries& deliveries = Deliveries::Instance();
+    const Delivery* delivery = deliveries.IsEmpty() ? nullptr : deliveries.Find(RunOf(package));
+    if (delivery == nullptr) {
+        return false;
+    }
     connection.Open(ConnectionString);
-    connection.Execute(update);
-    connection.Execute(insert);
+    deliveries.Record(connection, *delivery);
     connection.Close();
+    return true;
+}
+
+// Nothing is run that could not be recorded: the connection that stores the date proves first that it can.
+// `lastKey` is set once the package is delivered. False: its mail failed.
+bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& package, std::string& lastKey) {
+    connection.Open(ConnectionString);
+    connection.ProveWritable();
+    const DueRun run = RunOf(package);
+    const MAPI::DueRun mails(ConnectionString, "package", run.reportID, run.date + " " + run.time);
+    if (!RunPackage(package, Runner::PackagePoll)) {
+        return false;
+    }
+    const DateValue next =
+        NextPackageRun(package.Fields("Frequency").Value.Text(), CDate(package.Fields("NextRunDate").Value));
+    lastKey = run.reportID;
+    Deliveries::Instance().Record(connection, {run, cmFunc::FormatDateText(next), PackageHistoryMoment()});
+    connection.Close();
+    return true;
 }
 
 // `lastKey` is the last package that was delivered. False: a mail failed, and the packages behind wait.
@@ -34,19 +63,15 @@ bool PollPackages(std::string& lastKey) {
         "select * from reportbatch where startdate <= '" + today + "' and enddate >= '" + today + "'",
         ConnectionString);
     for (; !packages.EOF_(); packages.MoveNext()) {
-        if (!IsDue(packages.Fields("NextRunDate").Value, packages.Fields("RunTime").Value)) {
-            continue;
-        }
-        if (!RunPackage(packages, Runner::PackagePoll)) {
+        if (RecordAgain(connection, packages)) {
+            lastKey = packages.Fields("ReportID").Value.Text();
+        } else if (IsDue(packages.Fields("NextRunDate").Value, packages.Fields("RunTime").Value) &&
+                   !RunDuePackage(connection, packages, lastKey)) {
             return false;
         }
-        const std::string reportID = packages.Fields("ReportID").Value.Text();
-        const DateValue next = NextPackageRun(packages.Fields("Frequency").Value.Text(),
-                                              CDate(packages.Fields("NextRunDate").Value));
-        lastKey = reportID;
-        RecordDelivery(connection, reportID, next);
     }
     packages.Close();
+    Deliveries::Instance().Clear(RunKind::Package);
     return true;
 }
 
@@ -64,7 +89,7 @@ void BatchReport() {
     } catch (...) {
         failure = CurrentError();
     }
-    WritePackageFailure(lastKey, failure.Description());
+    WriteFailureRow("BatchReport", failure, [&] { WritePackageFailure(lastKey, failure.Description()); });
     AlertPollFailure("BatchReport", failure);
 }
 

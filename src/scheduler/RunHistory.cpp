@@ -18,27 +18,31 @@ void Execute(const std::string& statement) {
     connection.Close();
 }
 
-// The moment as the package history holds it.
+}  // namespace
+
+std::string RunHistoryStatement(const Variant& reportID, const Variant& lastRun, const Variant& status,
+                                const Variant& errMsg) {
+    return "insert into ReportHistory(ReportID, LastRun, Status, ErrMsg) values(" + reportID + ",'" +
+           lastRun + "','" + status + "','" + errMsg + "')";
+}
+
+void WriteRunHistory(const Variant& reportID, const Variant& lastRun, const Variant& status,
+                     const Variant& errMsg) {
+    Execute(RunHistoryStatement(reportID, lastRun, status, errMsg));
+}
+
 std::string PackageHistoryMoment() {
     const DateValue now = Now();
     return DateText(now) + "," + TimeText(now);
 }
 
-}  // namespace
-
-void WriteRunHistory(const Variant& reportID, const Variant& lastRun, const Variant& status,
-                     const Variant& errMsg) {
-    Execute("insert into ReportHistory(ReportID, LastRun, Status, ErrMsg) values(" + reportID + ",'" +
-            lastRun + "','" + status + "','" + errMsg + "')");
-}
-
-std::string PackageRunStatement(const std::string& reportID) {
-    return "insert into ReportBatchHstry(ReportID, LastRun, Success)Values('" + reportID + "','" +
-           PackageHistoryMoment() + "','T')";
+std::string PackageRunStatement(const std::string& reportID, const std::string& moment) {
+    return "insert into ReportBatchHstry(ReportID, LastRun, Success)Values('" + reportID + "','" + moment +
+           "','T')";
 }
 
 void WritePackageRun(const std::string& reportID) {
-    Execute(PackageRunStatement(reportID));
+    Execute(PackageRunStatement(reportID, PackageHistoryMoment()));
 }
 
 void WritePackageFailure(const std::string& reportID, const std::string& description) {

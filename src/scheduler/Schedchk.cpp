@@ -5,6 +5,8 @@
 #include "platform/adodb.h"
 #include "platform/clock.h"
 #include "platform/convert.h"
+#include "platform/due_run.h"
+#include "scheduler/Deliveries.h"
 #include "scheduler/Due.h"
 #include "scheduler/NextRun.h"
 #include "scheduler/PollTimer.h"
@@ -15,11 +17,39 @@ namespace Global {
 
 namespace {
 
-void StoreNextRun(const std::string& reportID, DateValue NextDate) {
+DueRun RunOf(const ADODB::Recordset& row) {
+    return {RunKind::Schedule, row.Fields("ReportID").Value.Text(), row.Fields("NextRun").Value.Text(),
+            row.Fields("RunAt").Value.Text()};
+}
+
+// The run of this row when it was delivered before and its record failed: it is recorded now and not run
+// again.
+bool RecordAgain(const ADODB::Recordset& row, DateValue& NextDate) {
+    Deliveries& deliveries = Deliveries::Instance();
+    const Delivery* delivery = deliveries.IsEmpty() ? nullptr : deliveries.Find(RunOf(row));
+    if (delivery == nullptr) {
+        return false;
+    }
+    NextDate = CDate(delivery->next);
     ADODB::Connection connection;
     connection.Open(ConnectionString);
-    connection.Execute("update ReportScheduler set NextRun = '" + cmFunc::FormatDateText(NextDate) +
-                       "' Where ReportID = " + reportID);
+    deliveries.Record(connection, *delivery);
+    connection.Close();
+    return true;
+}
+
+// Nothing is run that could not be recorded: the connection that stores the date proves first that it can.
+void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, DateValue& NextDate) {
+    ADODB::Connection connection;
+    connection.Open(ConnectionString);
+    connection.ProveWritable();
+    const DueRun due = RunOf(row);
+    const MAPI::DueRun mails(ConnectionString, "schedule", due.reportID, due.date + " " + due.time);
+    if (!RunStoredSchedule(row)) {
+        return;
+    }
+    NextSingleRun(row.Fields("Frequency").Value.Text(), CDate(row.Fields("NextRun").Value), NextDate);
+    Deliveries::Instance().Record(connection, {due, cmFunc::FormatDateText(NextDate), RunStamp});
     connection.Close();
 }
 
@@ -34,14 +64,12 @@ void PollSchedules(const std::string& RunStamp, std::string& reportID) {
         ConnectionString);
     for (; !rows.EOF_(); rows.MoveNext()) {
         reportID = rows.Fields("ReportID").Value.Text();
-        if (!IsDue(rows.Fields("NextRun").Value, rows.Fields("RunAt").Value) || !RunStoredSchedule(rows)) {
-            continue;
+        if (!RecordAgain(rows, NextDate) && IsDue(rows.Fields("NextRun").Value, rows.Fields("RunAt").Value)) {
+            RunDueSchedule(rows, RunStamp, NextDate);
         }
-        NextSingleRun(rows.Fields("Frequency").Value.Text(), CDate(rows.Fields("NextRun").Value), NextDate);
-        StoreNextRun(reportID, NextDate);
-        WriteRunHistory(reportID, RunStamp, "Success", "None");
     }
     rows.Close();
+    Deliveries::Instance().Clear(RunKind::Schedule);
 }
 
 }  // namespace
@@ -55,7 +83,8 @@ void Schedchk() {
         PollSchedules(RunStamp, reportID);
     } catch (...) {
         const RuntimeError error = CurrentError();
-        WriteRunHistory(reportID, RunStamp, "Failure", error.Description());
+        WriteFailureRow("Schedchk", error,
+                        [&] { WriteRunHistory(reportID, RunStamp, "Failure", error.Description()); });
         AlertPollFailure("Schedchk", error);
     }
     EnableTimer1(true);

@@ -55,6 +55,29 @@ TEST(SettingsAccess, WritingMakesTheKeyAndClosesIt) {
     EXPECT_EQ(registry.opened, registry.closed);
 }
 
+TEST(SettingsAccess, SettingThatCannotBeStoredIsALineOnStandardError) {
+    class Refusing : public fakes::FakeRegistry {
+     public:
+        long RegCreateKeyA(std::uint32_t root, const std::string& key, Handle& handle) override {
+            return makes ? FakeRegistry::RegCreateKeyA(root, key, handle) : 5;
+        }
+        long RegSetValueExA(Handle, const std::string&, std::uint32_t, const std::string&) override {
+            return 112;
+        }
+        bool makes = false;
+    };
+    const fakes::FakeClock clock(fakes::At(2026, 11, 21, 14, 0, 0));
+    Refusing registry;
+    testing::internal::CaptureStderr();
+    ShellMod::WriteSetting(Root, Key, "Poll", "15");
+    registry.makes = true;
+    ShellMod::WriteSetting(Root, Key, "AlertWho", "ann@example.com");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "2026-11-21 14:00:00 The setting \"Poll\" is not stored: error 5\n"
+              "2026-11-21 14:00:00 The setting \"AlertWho\" is not stored: error 112\n");
+    EXPECT_EQ(registry.opened, registry.closed);
+}
+
 TEST(SettingsAccess, KeyCanBeMadeEmpty) {
     fakes::FakeRegistry registry;
     ShellMod::CreateSettingsKey(Root, Key);

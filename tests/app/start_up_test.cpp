@@ -1,5 +1,8 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QMdiArea>
 #include <filesystem>
 #include <fstream>
@@ -9,6 +12,7 @@
 #include "app/ShellMod.h"
 #include "app/frmMain.h"
 #include "desktop/frmDesk.h"
+#include "platform/adodb.h"
 #include "platform/paths.h"
 #include "support/database.h"
 #include "support/fakes.h"
@@ -16,6 +20,41 @@
 namespace {
 
 using Texts = std::vector<std::string>;
+
+// What the start shows, in the order in which it does: windows and statements.
+class Order : public QObject {
+ public:
+    Order() {
+        QCoreApplication::instance()->installEventFilter(this);
+        ADODB::SetStatementTrace([this](const std::string& statement) { Add(statement); });
+    }
+    ~Order() override { ADODB::SetStatementTrace({}); }
+    Texts events;
+
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const std::string name = watched->objectName().toStdString();
+        if (event->spontaneous() || (name != "frmSplash" && name != "frmMain" && name != "frmDesk")) {
+            return false;
+        }
+        if (event->type() == QEvent::Show) {
+            Add(name + " shows" + (frmMain::Instance().Timer1->isActive() ? " with the timer on" : "") +
+                ", " + frmMain::Instance().StatusPanel(2));
+        } else if (event->type() == QEvent::Hide) {
+            Add(name + " goes");
+        } else if (event->type() == QEvent::WindowStateChange && frmMain::Instance().isMaximized()) {
+            Add(name + " is maximised");
+        }
+        return false;
+    }
+
+ private:
+    void Add(const std::string& event) {
+        if (events.empty() || events.back() != event) {
+            events.push_back(event);
+        }
+    }
+};
 
 class StartUp : public testing::Test {
  protected:
@@ -160,7 +199,9 @@ TEST_F(StartUp, AnyWordOnTheCommandLineStartsTheScheduler) {
 TEST_F(StartUp, EditorShowsItsWindowsAndPurges) {
     NoFirstRun();
     SetCommand({});
+    testing::internal::CaptureStderr();
     Global::Main();
+    EXPECT_EQ(testing::internal::GetCapturedStderr().find("poll"), std::string::npos);
     EXPECT_FALSE(TimerOn());
     EXPECT_TRUE(frmMain::Instance().isVisible());
     EXPECT_TRUE(frmMain::Instance().isMaximized());
@@ -172,6 +213,24 @@ TEST_F(StartUp, EditorShowsItsWindowsAndPurges) {
               (Texts{"select foldername, folderid from folders where parent = 0",  // the list
                      "select foldername, folderid from folders where parent = 0",  // the tree
                      "select * from reportbatch",
+                     "delete from reporthistory where datediff('d',lastrun, Now()) > 30",
+                     "delete from reportbatchhstry where datediff('d',left(lastrun,10),Now()) > 30"}));
+}
+
+TEST_F(StartUp, EditorTakesItsStepsInOrder) {
+    NoFirstRun();
+    SetCommand({});
+    frmMain::Instance().setWindowState(Qt::WindowNoState);
+    QCoreApplication::processEvents();
+    frmMain::Instance().SetStatusPanel(2, "none yet");
+    frmMain::Instance().EnableTimer1(true);
+    Order order;
+    Global::Main();
+    const std::string line = "Oxbow Courier - On Demand...On Time...";
+    EXPECT_EQ(order.events,
+              (Texts{"frmSplash shows with the timer on, none yet", "frmSplash goes",
+                     "frmMain shows, " + line, "select foldername, folderid from folders where parent = 0",
+                     "select * from reportbatch", "frmDesk shows, " + line, "frmMain is maximised",
                      "delete from reporthistory where datediff('d',lastrun, Now()) > 30",
                      "delete from reportbatchhstry where datediff('d',left(lastrun,10),Now()) > 30"}));
 }
@@ -249,7 +308,13 @@ TEST_F(StartUp, EditorAsksAboutADamagedLiveFileAgainAndAgain) {
 TEST_F(StartUp, WordInPollEndsStartUpWithItsBox) {
     NoFirstRun();
     Setting("Poll", "often");
+    testing::internal::CaptureStderr();
     Global::Main();
+    EXPECT_THAT(
+        testing::internal::GetCapturedStderr(),
+        testing::EndsWith(
+            "2026-11-21 14:00:00 The start of the scheduler failed: nothing is polled until it is started "
+            "again\n"));
     EXPECT_EQ(prompts.boxes,
               (std::vector<fakes::Box>{
                   {"Oxbow Courier encountred an error. Type mismatch [13]", 48, "Oxbow Courier"}}));
@@ -280,10 +345,17 @@ TEST_F(StartUp, FailedPackagePollAtStartLeavesTheTimerOff) {
         "insert into "
         "ReportBatch(BatchName,Recipients,Frequency,RunTime,StartDate,EndDate,NextRunDate,MailBatch) "
         "values('p','a;','Daily','00:00','2000-01-01','3000-12-31','soon','F')");
+    testing::internal::CaptureStderr();
     Global::Main();
     EXPECT_FALSE(TimerOn());
     EXPECT_EQ(database.Rows("select ReportID, Success, ErrMsg from ReportBatchHstry"),
               Texts{"|T|Type mismatch"});
+    EXPECT_THAT(
+        testing::internal::GetCapturedStderr(),
+        testing::EndsWith(
+            "2026-11-21 14:00:00 Polling has stopped, as the first poll of the packages failed: nothing is "
+            "polled "
+            "until the scheduler is started again\n"));
     ASSERT_EQ(mail.sent.size(), 1U);
     EXPECT_EQ(mail.sent[0].text, "An error occured in BatchReport. Type mismatch [13]");
 }

@@ -1,6 +1,7 @@
 // The three views of the list.
 #include "desk_test.h"
 
+#include <QAbstractItemView>
 #include <QHeaderView>
 #include <QTreeView>
 
@@ -124,6 +125,7 @@ TEST_F(DetailViews, TableOfAPackageHasOtherColumnsAndThePathsOfItsReports) {
     EXPECT_THAT(Cells(window, 5),
                 ElementsAre("1>Sales|Z:\\reports\\1>Sales.rpt|Acrobat Format (PDF)|Weekly|2026-11-30",
                             "2>Stock|Z:\\reports\\2>Stock.rpt|Acrobat Format (PDF)|Weekly|2026-11-30"));
+    EXPECT_EQ(window.lsvDesk->CurrentView()->model()->index(0, 1).data().toString(), "/reports/1>Sales.rpt");
     EXPECT_THAT(ListedWithIcons(window), ElementsAre("10 10 2:bk=1>Sales", "10 10 3:bk=2>Stock"));
     EXPECT_THAT(
         database.TakeStatements(),

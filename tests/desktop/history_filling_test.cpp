@@ -4,6 +4,7 @@
 #include "desktop/HistoryNodes.h"
 #include "desktop/Images.h"
 #include "history_test.h"
+#include "platform/regional.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -120,6 +121,24 @@ TEST_F(HistoryFilling, TenOrMoreRunsShowTheTenNewestNewestFirst) {
                            " 06:30:00 [Success]");
     }
     EXPECT_EQ(Nodes(*viewer.tvReports), expected);
+}
+
+TEST_F(HistoryFilling, RunsOnDemandStandAmongThoseOfThePollWhateverTheRegionsDatesLookLike) {
+    SetRegional({DateOrder::DayMonthYear, '.'});
+    const int sales = Schedule("Sales");
+    for (int day = 1; day <= 10; ++day) {
+        Run(sales, "2026-11-" + std::string(day < 10 ? "0" : "") + std::to_string(day) + " 06:30:00");
+    }
+    Run(sales, "10.11.2026 08:15:00", "");
+    Run(sales, "09.11.2026 05:00:00", "");
+    frmViewer& viewer = Open();
+    Texts nodes = Nodes(*viewer.tvReports);
+    ASSERT_EQ(nodes.size(), 13U);
+    nodes.resize(7);
+    EXPECT_THAT(nodes, ElementsAre("Daily", ".1: Sales", "..Reccurring 2002-03-07 06:30",
+                                   "..10.11.2026 08:15:00 []", "..2026-11-10 06:30:00 [Success]",
+                                   "..2026-11-09 06:30:00 [Success]", "..09.11.2026 05:00:00 []"));
+    SetRegional({});
 }
 
 TEST_F(HistoryFilling, ScheduleThatNeverRanIsABareNodeWithoutANextRun) {

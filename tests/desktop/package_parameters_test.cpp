@@ -102,6 +102,20 @@ TEST_F(PackageParameters, CancelLeavesTheStoredValuesUntouched) {
     EXPECT_FALSE(frame.BusyShown());
 }
 
+TEST_F(PackageParameters, RefusedValueLeavesTheStoredValuesUntouched) {
+    engine.reports[Path].parameterTypes = {report::StringField, report::NumberField};
+    frmDesk& window = OpenPackage("Month end");
+    ClickItem(window, "1>sales.rpt");
+    WhileAsked("mnubtcPar", [](frmPar& form) { Answer(form, {"West", "soon"}); });
+    EXPECT_THAT(prompts.boxes,
+                ElementsAre(fakes::Box{"The value \"soon\" of the parameter \"Year\" is not a number. Type "
+                                       "mismatch [13]",
+                                       vbExclamation, "Oxbow Courier"}));
+    EXPECT_EQ(Stored(), before);
+    EXPECT_THAT(process.ends, IsEmpty());
+    EXPECT_FALSE(Hourglass(window));
+}
+
 TEST_F(PackageParameters, CancelOfTheTimeBeforeIsForgotten) {
     frmDesk& window = OpenPackage("Month end");
     ClickItem(window, "1>sales.rpt");

@@ -47,15 +47,17 @@ TEST_F(PackageWizard, OffersItsFrequenciesAndFormats) {
               (Texts{"Acrobat Format (PDF)", "HTML", "MS Excel", "MS Word", "Rich Text"}));
 }
 
-TEST_F(PackageWizard, LoadThatFailsSaysSoAndLeavesTheRest) {
+TEST_F(PackageWizard, StartFolderThatIsGoneIsToldAndTheRestIsFilledIn) {
     form->cmdCancel_Click();
     Global::DefPath = "Z:\\nowhere";
     Show();
-    EXPECT_EQ(TakeBoxes(), (Boxes{Warning("An error occured. Path not found: \"Z:\\nowhere\" [76]")}));
+    EXPECT_EQ(TakeBoxes(), (Boxes{Warning("An error occured. Path not found: \"/nowhere\" [76]")}));
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(Global::ParCaller, "frmWiz");
-    EXPECT_EQ(TextOf("txtReport1"), "");
-    EXPECT_EQ(The<MaskEdBox>("msTime").Text(), "__:__");
+    EXPECT_EQ(TextOf("txtReport1"), "Z:\\srv\\out\\");
+    EXPECT_EQ(The<MaskEdBox>("msTime").Text(), "09:05");
+    EXPECT_EQ(The<DTPicker>("stDate1").Value(), DateSerial(2026, 11, 21));
+    EXPECT_EQ(The<DTPicker>("enDate1").Value(), DateSerial(3000, 12, 31));
 }
 
 TEST_F(PackageWizard, PageMovesForthAndBack) {
@@ -192,10 +194,11 @@ TEST_F(PackageWizard, TitleLosesItsMarksWithTheFocus) {
 
 TEST_F(PackageWizard, DestinationEndsInABackslash) {
     GoToSchedule();
-    for (const char* typed : {"Z:\\srv\\new", "Z:\\srv\\new\\"}) {
+    for (const char* typed : {"Z:\\srv\\new", "Z:\\srv\\new\\", "/srv/new", "/srv/new/"}) {
         Type("txtReport1", typed);
         TabOut();
         EXPECT_EQ(TextOf("txtReport1"), "Z:\\srv\\new\\");
+        EXPECT_EQ(The<TextBox>("txtReport1").text(), "/srv/new/");
     }
     Type("txtReport1", "");
     TabOut();
@@ -246,12 +249,43 @@ TEST_F(PackageWizard, CancelledBrowseByAFileGoesOnWithTheFileChosenBefore) {
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
+TEST_F(PackageWizard, TabGoesThroughThePageAndThenTheCommandsAsTheyStand) {
+    GoToEmail();
+    The<QWidget>("chkMail").setFocus();
+    Texts order;
+    for (int i = 0; i < 8; ++i) {
+        order.push_back(QApplication::focusWidget()->objectName().toStdString());
+        TabOut();
+    }
+    EXPECT_EQ(order, (Texts{"chkMail", "txtRecipient", "cmdTo", "txtSubject", "txtMsg", "cmdBack",
+                            "cmdCancel", "cmdSave"}));
+}
+
 TEST_F(PackageWizard, CancelEmptiesTheWorkTable) {
     database.Run("insert into tmpPar values('1>sales.rpt', 'Region', 'North')");
     Click("cmdCancel");
     EXPECT_EQ(database.TakeStatements(), (Texts{"delete from tmpPar"}));
     EXPECT_EQ(WaitingRows(), Texts{});
     EXPECT_FALSE(form->isVisible());
+}
+
+// A wizard that ended with the editor, by its close box or by an error, has left its values.
+TEST_F(PackageWizard, OpensWithAnEmptyWorkTable) {
+    Click("cmdCancel");
+    database.Run("insert into tmpPar values('1>stock.rpt', 'Region', 'old')");
+    Show();
+    EXPECT_EQ(WaitingRows(), Texts{});
+    GoToReports();
+    AddWithValues("stock.rpt", "North", "2026");
+    EXPECT_EQ(WaitingRows(), (Texts{"1>stock.rpt|Region|North", "1>stock.rpt|Year|2026"}));
+}
+
+TEST_F(PackageWizard, WizardThatComesBackKeepsItsValues) {
+    GoToReports();
+    AddWithValues("stock.rpt", "North", "2026");
+    form->hide();
+    Show();
+    EXPECT_EQ(WaitingRows().size(), 2U);
 }
 
 TEST_F(PackageWizard, CloseBoxIsCancel) {

@@ -204,17 +204,44 @@ TEST_F(PackageWizard, NumbersGoOnAcrossWizardsThatWereCancelled) {
     EXPECT_EQ(Lines("lsvReports"), (Texts{"2>sales.rpt"}));
 }
 
-TEST_F(PackageWizard, RemovingWithNothingSelectedEndsTheProcess) {
+TEST_F(PackageWizard, RemoveIsOpenWhileALineIsSelected) {
     GoToReports();
+    const auto& remove = The<QPushButton>("Command1");
+    EXPECT_FALSE(remove.isEnabled());
     Add("sales.rpt");
-    database.TakeStatements();
+    Add("sales.rpt");
+    EXPECT_FALSE(remove.isEnabled());
+    auto& lines = The<ListBox>("lsvReports");
+    const auto click = [&lines](int line) {
+        QTest::mouseClick(lines.viewport(), Qt::LeftButton, {},
+                          lines.visualItemRect(lines.item(line)).center());
+    };
+    click(1);
+    EXPECT_TRUE(remove.isEnabled());
     Click("Command1");
-    EXPECT_EQ(database.TakeStatements(), (Texts{"delete from tmpPar Where rptName = ''"}));
-    EXPECT_EQ(TakeBoxes(), (Boxes{{"Run-time error \"5\":\n\nInvalid procedure call or argument", vbCritical,
-                                   "Oxbow Courier"}}));
-    EXPECT_EQ(process.ends, (std::vector<int>{1}));
     EXPECT_EQ(Lines("lsvReports"), (Texts{"1>sales.rpt"}));
-    EXPECT_EQ(Lines("lsvPaths").size(), 1U);
+    EXPECT_FALSE(remove.isEnabled());
+    click(0);
+    Click("Command1");
+    EXPECT_EQ(Lines("lsvReports"), Texts{});
+    EXPECT_FALSE(remove.isEnabled());
+    EXPECT_TRUE(process.ends.empty());
+}
+
+TEST_F(PackageWizard, ReportWhoseValueIsRefusedIsNotAdded) {
+    GoToReports();
+    engine.reports[PathOf("stock.rpt")].parameterTypes = {report::StringField, report::NumberField};
+    Add("sales.rpt");
+    AddWithValues("stock.rpt", "North", "many");
+    EXPECT_EQ(TakeBoxes(), (Boxes{Warning("The value \"many\" of the parameter \"Year\" is not a number. "
+                                          "Type mismatch [13]")}));
+    EXPECT_TRUE(process.ends.empty());
+    EXPECT_EQ(Lines("lsvReports"), (Texts{"1>sales.rpt"}));
+    EXPECT_EQ(Lines("lsvPaths"), (Texts{PathOf("sales.rpt")}));
+    EXPECT_EQ(WaitingRows(), Texts{});
+    AddWithValues("stock.rpt", "North", "2026");
+    EXPECT_EQ(Lines("lsvReports"), (Texts{"1>sales.rpt", "3>stock.rpt"}));
+    EXPECT_EQ(WaitingRows().size(), 2U);
 }
 
 TEST_F(PackageWizard, PictureButtonsSayWhatTheyDo) {

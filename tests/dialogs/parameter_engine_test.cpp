@@ -96,7 +96,9 @@ TEST_F(ParametersOfFiles, FractionForAWholeNumberFailsInTheEngine) {
         ClickOK(form);
     });
     ASSERT_EQ(prompts.boxes.size(), 1U);
-    EXPECT_EQ(prompts.boxes[0].text,
-              "Run-time error \"13\":\n\nType mismatch: Parameter \"Year\": \"2.5\" is not a whole number");
-    EXPECT_EQ(process.ends, std::vector<int>{1});
+    EXPECT_EQ(
+        prompts.boxes[0].text,
+        "The value \"2.5\" of the parameter \"Year\" is not a number. Type mismatch: Parameter \"Year\": "
+        "\"2.5\" is not a whole number [13]");
+    EXPECT_TRUE(process.ends.empty());
 }

@@ -6,6 +6,8 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
+#include "platform/regional.h"
+
 namespace {
 
 class ParameterFormLooks : public ParameterForm {
@@ -73,6 +75,57 @@ TEST_F(ParameterFormLooks, DefaultIsChosenWithTheKeyboard) {
         EXPECT_FALSE(form.isVisible());
     });
     EXPECT_EQ(Global::ParValues, (Texts{"", "South"}));
+}
+
+TEST_F(ParameterFormLooks, FirstDefaultIsTheChosenEntryOfItsList) {
+    Open({{"Region", report::StringField, {"North", "South"}}, {"Size"}});
+    Show([](frmPar& form) {
+        EXPECT_EQ(Combo(form, "cmbRegion").ListIndex(), 0);
+        EXPECT_EQ(Combo(form, "cmbSize").ListIndex(), -1);
+        EXPECT_EQ(Combo(form, "cmbSize").Text(), "");
+        QTest::keyClick(&Combo(form, "cmbRegion"), Qt::Key_Up);
+        EXPECT_EQ(Combo(form, "cmbRegion").Text(), "North");
+    });
+}
+
+TEST_F(ParameterFormLooks, ValidValuesAreListedAfterTheDefaultsAndChooseNothing) {
+    Open({{"Region", report::StringField, {"South"}, {}, {"North", "South", "West"}},
+          {"Year", report::NumberField, {}, {}, {"2025", "2026"}}});
+    Show([](frmPar& form) {
+        const ComboBox &region = Combo(form, "cmbRegion"), &year = Combo(form, "cmbYear");
+        EXPECT_EQ(region.ListCount(), 3);
+        EXPECT_EQ(region.List(0) + "," + region.List(1) + "," + region.List(2), "South,North,West");
+        EXPECT_EQ(region.Text(), "South");
+        EXPECT_EQ(year.ListCount(), 2);
+        EXPECT_EQ(year.Text(), "");
+        EXPECT_EQ(year.ListIndex(), -1);
+        QTest::keyClick(&Combo(form, "cmbYear"), Qt::Key_Down);
+        EXPECT_EQ(year.Text(), "2025");
+    });
+}
+
+TEST_F(ParameterFormLooks, ReadingOfADateOrANumberFollowsWhatIsTyped) {
+    SetRegional({DateOrder::MonthDayYear, '/'});
+    Open({{"From", report::DateTimeField, {"2026-01-02"}}, {"Least", report::NumberField}, {"Region"}});
+    Show([](frmPar& form) {
+        const auto& from = *form.findChild<QLabel*>("iReading1");
+        const auto& least = *form.findChild<QLabel*>("iReading2");
+        EXPECT_EQ(form.findChild<QLabel*>("iReading3"), nullptr);
+        EXPECT_TRUE(from.isVisible());
+        EXPECT_EQ(from.text(), "2 January 2026");
+        EXPECT_EQ(least.text(), "");
+        Type(form, "cmbFrom", "07/03/2026");
+        EXPECT_EQ(from.text(), "3 July 2026");
+        EXPECT_EQ(Combo(form, "cmbFrom").accessibleDescription(), "3 July 2026");
+        Type(form, "cmbFrom", "soon");
+        EXPECT_EQ(from.text(), "not a date");
+        Type(form, "cmbLeast", "12.50");
+        EXPECT_EQ(least.text(), "12.5");
+        EXPECT_GE(from.x(), Combo(form, "cmbFrom").geometry().right());
+        EXPECT_TRUE(form.rect().contains(QRect(from.mapTo(&form, QPoint()), from.size())));
+    });
+    SetRegional({DateOrder::YearMonthDay, '-'});
+    EXPECT_TRUE(prompts.boxes.empty());
 }
 
 TEST_F(ParameterFormLooks, EveryTypeGetsTheSameBoxThatTakesAnyText) {

@@ -33,6 +33,7 @@ class ParameterForm : public testing::Test {
         int type = report::StringField;
         Texts defaults = {};
         std::string prompt = {};
+        Texts valid = {};
     };
     void Open(const std::vector<Parameter>& parameters) {
         fakes::FakeReportSpec spec;
@@ -41,6 +42,7 @@ class ParameterForm : public testing::Test {
             spec.parameterTypes.push_back(parameter.type);
             spec.defaultValues.push_back(parameter.defaults);
             spec.parameterPrompts.push_back(parameter.prompt);
+            spec.validValues.push_back(parameter.valid);
         }
         engine.reports["sales"] = spec;
         Global::OpenReport("sales");

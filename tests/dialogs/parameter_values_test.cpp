@@ -5,7 +5,9 @@ namespace {
 
 class ParameterFormValues : public ParameterForm {
  protected:
-    static constexpr const char* Mismatch = "Run-time error \"13\":\n\nType mismatch";
+    static fakes::Box Refusal(const std::string& what) {
+        return {what + " Type mismatch [13]", vbExclamation, "Oxbow Courier"};
+    }
 };
 
 }  // namespace
@@ -49,24 +51,26 @@ TEST_P(ParameterFormLists, ListOfTheCallerIsFilledAnew) {
     EXPECT_TRUE(database.TakeStatements().empty());
 }
 
-// The clearing and what came before the bad value is done, and nothing behind it.
-TEST_P(ParameterFormLists, TextThatDoesNotConvertEndsTheProcessWithTheRunTimeBox) {
+TEST_P(ParameterFormLists, TextThatDoesNotConvertIsToldByItsParameterAndNothingIsTaken) {
     Global::ParCaller = GetParam();
     Open({{"Region"}, {"Count", 7}, {"Size"}});
-    lsvPar.ListItems().Add("Region1", "Region");
+    lsvPar.ListItems().Add("Region1", "Region").SubItems(1, "South");
+    lsvPar.ListItems().Add("Count2", "Count").SubItems(1, "7");
     Show([](frmPar& form) {
         Type(form, "cmbRegion", "North");
         Type(form, "cmbCount", "many");
         Type(form, "cmbSize", "L");
         Click(form, "cmdOK");
-        EXPECT_TRUE(form.isVisible());
+        EXPECT_FALSE(form.isVisible());
     });
-    EXPECT_EQ(prompts.boxes, (Boxes{{Mismatch, 16, "Oxbow Courier"}}));
-    EXPECT_EQ(process.ends, std::vector<int>{1});
-    EXPECT_EQ(Lines(), Texts{"Region1|Region|North"});
+    EXPECT_EQ(prompts.boxes,
+              (Boxes{Refusal("The value \"many\" of the parameter \"Count\" is not a number.")}));
+    EXPECT_TRUE(process.ends.empty());
+    EXPECT_EQ(Lines(), (Texts{"Region1|Region|South", "Count2|Count|7"}));
     EXPECT_EQ(engine.calls, (Texts{"clear 1", "clear 2", "clear 3", "value 1 text North"}));
-    EXPECT_EQ(Global::ParNames, (Texts{"", "Region", "Count", ""}));
-    EXPECT_EQ(Global::ParValues, (Texts{"", "North", "many", ""}));
+    EXPECT_EQ(Global::ParNames, Texts(4));
+    EXPECT_EQ(Global::ParValues, Texts(4));
+    EXPECT_TRUE(Global::ParCancelled);
 }
 
 INSTANTIATE_TEST_SUITE_P(WizardAndProperties, ParameterFormLists, testing::Values("frmAddReport", "frmPar"));
@@ -82,24 +86,45 @@ TEST_F(ParameterFormValues, EmptyBoxOfAStringParameterGivesAnEmptyValue) {
     EXPECT_TRUE(process.ends.empty());
 }
 
-TEST_F(ParameterFormValues, EmptyBoxOfANumberABooleanOrADateFails) {
-    for (const int type : {7, 9, 16}) {
+TEST_F(ParameterFormValues, EmptyBoxOfANumberABooleanOrADateIsTold) {
+    for (const auto& [type, what] :
+         {std::pair(7, "a number"), {9, "True or False"}, {16, "a date or a time"}}) {
         prompts.boxes.clear();
-        process.ends.clear();
         Open({{"Value", type}});
         Show([](frmPar& form) { Click(form, "cmdOK"); });
-        EXPECT_EQ(prompts.boxes, (Boxes{{Mismatch, 16, "Oxbow Courier"}})) << type;
-        EXPECT_EQ(process.ends, std::vector<int>{1}) << type;
+        EXPECT_EQ(
+            prompts.boxes,
+            (Boxes{Refusal("The parameter \"Value\" is empty, which is not " + std::string(what) + ".")}));
+        EXPECT_TRUE(process.ends.empty()) << type;
     }
 }
 
-TEST_F(ParameterFormValues, InvalidDateFails) {
+TEST_F(ParameterFormValues, InvalidDateIsTold) {
     Open({{"From", 16}});
     Show([](frmPar& form) {
         Type(form, "cmbFrom", "2002-02-30x");
         Click(form, "cmdOK");
     });
-    EXPECT_EQ(prompts.boxes, (Boxes{{Mismatch, 16, "Oxbow Courier"}}));
+    EXPECT_EQ(prompts.boxes,
+              (Boxes{Refusal("The value \"2002-02-30x\" of the parameter \"From\" is not a date "
+                             "or a time.")}));
+    EXPECT_TRUE(process.ends.empty());
+}
+
+TEST_F(ParameterFormValues, SecondVisitAfterARefusalGoesThrough) {
+    Open({{"Count", 7}});
+    Show([](frmPar& form) {
+        Type(form, "cmbCount", "many");
+        Click(form, "cmdOK");
+    });
+    Global::ParCancelled = false;
+    Show([](frmPar& form) {
+        Type(form, "cmbCount", "7");
+        Click(form, "cmdOK");
+    });
+    EXPECT_EQ(Lines(), Texts{"Count1|Count|7"});
+    EXPECT_EQ(Global::ParValues, (Texts{"", "7"}));
+    EXPECT_FALSE(Global::ParCancelled);
 }
 
 TEST_F(ParameterFormValues, QuoteReachesTheEngineButNotTheListsNorTheTables) {
@@ -124,7 +149,8 @@ TEST_F(ParameterFormValues, QuoteInANumberFails) {
         Type(form, "cmbCount", "'7");
         Click(form, "cmdOK");
     });
-    EXPECT_EQ(prompts.boxes, (Boxes{{Mismatch, 16, "Oxbow Courier"}}));
+    EXPECT_EQ(prompts.boxes,
+              (Boxes{Refusal("The value \"'7\" of the parameter \"Count\" is not a number.")}));
 }
 
 TEST_F(ParameterFormValues, PackageWizardsValuesWaitInTheWorkTable) {
@@ -143,15 +169,18 @@ TEST_F(ParameterFormValues, PackageWizardsValuesWaitInTheWorkTable) {
     EXPECT_TRUE(Lines().empty());
 }
 
-TEST_F(ParameterFormValues, FailureLeavesTheWaitingRowsBeforeIt) {
+TEST_F(ParameterFormValues, RefusedValueLeavesNoWaitingRowsOfItsReport) {
     Global::ParCaller = "frmWiz";
+    database.Run("insert into tmpPar values('0>stock.rpt', 'Region', 'West')");
     Open({{"Region"}, {"Open", 9}, {"Size"}});
     Show([](frmPar& form) {
         Type(form, "cmbOpen", "perhaps");
         Click(form, "cmdOK");
     });
-    EXPECT_EQ(prompts.boxes, (Boxes{{Mismatch, 16, "Oxbow Courier"}}));
-    EXPECT_EQ(WaitingRows(), Texts{"1>sales.rpt|Region|"});
+    EXPECT_EQ(prompts.boxes,
+              (Boxes{Refusal("The value \"perhaps\" of the parameter \"Open\" is not True or False.")}));
+    EXPECT_EQ(WaitingRows(), Texts{"0>stock.rpt|Region|West"});
+    EXPECT_TRUE(Global::ParCancelled);
 }
 
 TEST_F(ParameterFormValues, DatabaseErrorLeavesTheHandlerAsWell) {

@@ -186,9 +186,8 @@ TEST_F(PropertiesCommands, ClearTakesTheValuesOfTheReportAndTheLinesAway) {
 }
 
 TEST_F(PropertiesCommands, ClearWithoutAReportEndsTheProcessWithItsBox) {
-    engine.reports.clear();
     Open();
-    prompts.boxes.clear();
+    Global::CurrentReport.reset();
     Turn(Parameters);
     Click("cmdClear");
     EXPECT_EQ(prompts.boxes, Boxes{EndBox(91, "Object variable or With block variable not set")});
@@ -201,10 +200,7 @@ TEST_F(PropertiesCommands, NamesInTheListCannotBeEdited) {
     auto& list = Get<ListView>("lsvPar");
     list.ListItems()(1).Selected(true);
     QTest::keyClick(list.CurrentView(), Qt::Key_F2);
-    auto* editor = list.findChild<QLineEdit*>("LabelEdit");
-    ASSERT_NE(editor, nullptr);
-    QTest::keyClicks(editor, "Other");
-    QTest::keyClick(editor, Qt::Key_Return);
+    EXPECT_EQ(list.findChild<QLineEdit*>("LabelEdit"), nullptr);
     EXPECT_THAT(Lines(), ElementsAre("Region1|Region|North", "Year2|Year|2025"));
 }
 

@@ -4,6 +4,7 @@
 #include <QStackedWidget>
 
 #include "dialogs/properties_test.h"
+#include "platform/paths.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -87,6 +88,7 @@ TEST_F(PropertiesLoad, FieldsShowTheRecord) {
     Open();
     EXPECT_EQ(Text("txtTitle"), "Week");
     EXPECT_EQ(Text("txtPath"), file);
+    EXPECT_EQ(Get<TextBox>("txtPath").text().toStdString(), paths::ToMachine(file).string());
     EXPECT_EQ(Text("txtDesc"), "Sales of a year");
     EXPECT_EQ(Text("cmbFormat"), "MS Excel");
     EXPECT_EQ(Text("msExec"), "07:30");
@@ -338,6 +340,34 @@ TEST_F(PropertiesLoad, ReportFileThatIsGoneIsToldAndWhatCameBeforeIsShown) {
     EXPECT_THAT(Lines(), IsEmpty());
     EXPECT_EQ(Get<ListView>("lsvPar").ColumnHeaders().Count(), 0);
     EXPECT_THAT(process.ends, IsEmpty());
+}
+
+// What was not filled would be written over the record, and the report that is open is another one.
+TEST_F(PropertiesLoad, OnlyCancelIsOpenAfterALoadThatFailed) {
+    engine.reports["Z:\\other.rpt"].parameterTypes = {report::StringField};
+    Global::OpenReport("Z:\\other.rpt");
+    engine.reports.erase(file);
+    Open();
+    prompts.boxes.clear();
+    database.TakeStatements();
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmdCancel");
+    for (const Tab tab : {Schedule, Parameters, Formula, Logon, Email, General}) {
+        Turn(tab);
+        for (const auto* button : Shown()->findChildren<QAbstractButton*>()) {
+            if (button->isVisible() && qobject_cast<const QPushButton*>(button) != nullptr) {
+                EXPECT_EQ(button->isEnabled(), button->objectName() == "cmdCancel")
+                    << button->objectName().toStdString();
+            }
+        }
+    }
+    Click("cmdOk");
+    QTest::keyClick(Shown(), Qt::Key_O, Qt::AltModifier);
+    EXPECT_THAT(database.TakeStatements(), IsEmpty());
+    EXPECT_THAT(prompts.boxes, IsEmpty());
+    EXPECT_EQ(Stored("ReportTitle, Frequency"), "Week|Weekly");
+    QTest::keyClick(Shown(), Qt::Key_Return);
+    EXPECT_EQ(Shown(), nullptr);
+    EXPECT_TRUE(desk.isEnabled());
 }
 
 TEST_F(PropertiesLoad, RunTimeOfAnotherShapeThanTheMaskStopsTheLoad) {

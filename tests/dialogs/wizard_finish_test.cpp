@@ -177,7 +177,8 @@ TEST_F(WizardFinish, ReportFileThatIsGoneIsAnErrorBoxAndWritesNothing) {
     GoTo("Step5");
     std::filesystem::remove(database.Folder() / "sales.rpt");
     Click("cmdNext");
-    EXPECT_EQ(prompts.boxes, Exclamation("An error was detected. File not found: \"" + sales + "\" [53]"));
+    EXPECT_EQ(prompts.boxes, Exclamation("An error was detected. File not found: \"" +
+                                         (database.Folder() / "sales.rpt").string() + "\" [53]"));
     EXPECT_TRUE(Stored("ReportID").empty());
     EXPECT_EQ(Page(), "Step5");
 }

@@ -272,7 +272,26 @@ TEST_F(WizardPages, FinishPageTellsOfFormatFrequencyAndRecipients) {
     GoTo("Step5");
     EXPECT_EQ(The<QLabel>("lblFormat").text().toStdString(), "- Format: Acrobat Format (PDF)");
     EXPECT_EQ(The<QLabel>("lblFreq").text().toStdString(), "- Frequency: Weekdays");
-    EXPECT_EQ(The<QLabel>("lblSendTo").text().toStdString(), "- Send To: ann@example.com;");
+    EXPECT_EQ(The<QLabel>("lblSendTo").text().remove(QChar(0x200B)), "- Send To: ann@example.com;");
+}
+
+TEST_F(WizardPages, RecipientsWithoutBlanksAreSeenWholeOnTheFinishPage) {
+    GoTo("Step3");
+    QString many;
+    for (int i = 0; i < 12; ++i) {
+        many += "recipient" + QString::number(i) + "@example.com;";
+    }
+    Type("txtRecipient", many.toUtf8().constData());
+    Click("cmdNext");
+    Click("cmdNext");
+    EXPECT_EQ(Page(), "Step5");
+    QCoreApplication::processEvents();
+    const auto& label = The<QLabel>("lblSendTo");
+    const QRect text = label.fontMetrics().boundingRect(QRect(0, 0, label.width(), 10000),
+                                                        static_cast<int>(Qt::TextWordWrap), label.text());
+    EXPECT_LE(text.width(), label.width());
+    EXPECT_LE(text.height(), label.height());
+    EXPECT_GT(text.height(), 2 * label.fontMetrics().height());
 }
 
 TEST_F(WizardPages, FormulaIsGivenToTheReportWhenTheLastStepIsLeft) {

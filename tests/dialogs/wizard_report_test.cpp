@@ -31,11 +31,51 @@ TEST_F(WizardReport, PickedReportIsOpenedAndItsTitleSelected) {
     EXPECT_EQ(frame.pointers, (std::vector<int>{11, 0}));
 }
 
-TEST_F(WizardReport, PathIsPickedAndNotTyped) {
+TEST_F(WizardReport, TypedPathIsOpenedWhenItIsLeft) {
+    fakes::FakeReportSpec spec = WithParameters({"Region"});
+    spec.title = "Regions";
+    spec.formula = "{region} = 'West'";
+    const std::string regions = AddReport("regions.rpt", spec);
     GoTo("Step1");
+    Type("txtBrowse", (database.Folder() / "regions.rpt").c_str());
+    TabOut();
+    EXPECT_EQ(engine.calls, Texts{"open " + regions});
+    EXPECT_EQ(Box("txtBrowse").Text(), regions);
+    EXPECT_EQ(Box("txtTitle").Text(), "Regions");
+    EXPECT_EQ(The<MultiLineTextBox>("txtSelForm").Text(), "{region} = \"West\"");
+    EXPECT_EQ(Lines(), Texts{"Region1|Region|"});
+    EXPECT_EQ(FocusedName(), "cmdBrowse");
+    The<TextBox>("txtBrowse").setFocus();
+    TabOut();
+    EXPECT_EQ(engine.calls.size(), 1U);
+}
+
+TEST_F(WizardReport, TypedPathKeepsATypedTitleAndEnterGoesOn) {
+    GoTo("Step1");
+    ChooseFolder(0);
+    Type("txtTitle", "Mine");
+    Type("txtBrowse", sales.c_str());
+    QTest::keyClick(&Box("txtBrowse"), Qt::Key_Return);
+    EXPECT_EQ(Page(), "Step2");
+    EXPECT_EQ(engine.calls, Texts{"open " + sales});
+    EXPECT_EQ(Box("txtTitle").Text(), "Mine");
+    EXPECT_TRUE(prompts.boxes.empty());
+}
+
+TEST_F(WizardReport, TypedPathThatDoesNotOpenIsToldAndKeepsThePage) {
+    GoTo("Step1");
+    ChooseFolder(0);
     Browse(sales);
-    Type("txtBrowse", "Z:\\other.rpt");
-    EXPECT_EQ(Box("txtBrowse").Text(), sales);
+    Type("txtBrowse", "Z:\\no\\such.rpt");
+    Click("cmdNext");
+    EXPECT_EQ(prompts.boxes, Exclamation("An error was detected. File not found: Z:\\no\\such.rpt [53]"));
+    EXPECT_EQ(Page(), "Step1");
+    EXPECT_EQ(FocusedName(), "txtBrowse");
+    prompts.boxes.clear();
+    Browse(sales);
+    Click("cmdNext");
+    EXPECT_EQ(Page(), "Step2");
+    EXPECT_TRUE(prompts.boxes.empty());
 }
 
 struct DefaultFolder {
@@ -140,14 +180,26 @@ TEST_F(WizardReport, SetParametersNamesTheWizardAsTheCaller) {
     EXPECT_EQ(Global::ParCaller, "frmAddReport");
 }
 
-TEST_F(WizardReport, SetParametersWithoutAReportEndsTheProcess) {
-    GoTo("Step4");
+TEST_F(WizardReport, SetParametersIsOpenWhileThereIsAReport) {
+    GoTo("Step3");
     Global::CurrentReport.reset();
+    GoTo("Step4");
+    EXPECT_FALSE(The<QPushButton>("cmdPar").isEnabled());
     Click("cmdPar");
-    EXPECT_EQ(prompts.boxes,
-              (Boxes{{"Run-time error \"91\":\n\nObject variable or With block variable not set", 16,
-                      "Oxbow Courier"}}));
-    EXPECT_EQ(process.ends, std::vector<int>{1});
+    EXPECT_TRUE(process.ends.empty());
+    Click("cmdBack");
+    Global::OpenReport(sales);
+    GoTo("Step4");
+    EXPECT_TRUE(The<QPushButton>("cmdPar").isEnabled());
+}
+
+TEST_F(WizardReport, NamesInTheListCannotBeEdited) {
+    GoTo("Step4", AddReport("regions.rpt", WithParameters({"Region"})));
+    auto& list = The<ListView>("lsvPar");
+    list.ListItems()(1).Selected(true);
+    list.CurrentView()->setFocus();
+    QTest::keyClick(list.CurrentView(), Qt::Key_F2);
+    EXPECT_EQ(list.findChild<QLineEdit*>("LabelEdit"), nullptr);
 }
 
 TEST_F(WizardReport, FormulaIsEditedInTheAdvancedBoxAndTakenOverByApply) {

@@ -77,10 +77,21 @@ class PackageMail(MailTest):
         self.assertEqual(alert_texts(server), [POLL_ALERT])
         self.assertEqual(server.alerts()[0]["X-Envelope-To"], "boss@example.com")
 
-    def test_refused_recipient_is_alerted_by_the_mail_and_by_the_poll(self):
+    def test_refused_recipient_does_not_stop_the_others_and_is_alerted_once(self):
         server = self.serve("--mode", "reject-recipient", "--recipient", "bob@example.com")
         self.use(server.port)
         key = self.courier.package(REPORTS)
+        self.courier.run_until_package_history()
+        self.assertEqual(self.courier.package_next_run(key), TOMORROW)
+        self.assertEqual([m["X-Envelope-To"] for m in packages(server)], ["ann@example.com"])
+        (text,) = alert_texts(server)
+        self.assertEqual(text, 'The mail "Package" has gone out, but not to everybody: the server refuses '
+                               "bob@example.com (550 5.1.1 nobody's here by that name)")
+
+    def test_package_that_nobody_may_get_is_alerted_by_the_mail_and_by_the_poll(self):
+        server = self.serve("--mode", "reject-recipient", "--recipient", "bob@example.com")
+        self.use(server.port)
+        key = self.courier.package(REPORTS, Recipients="bob@example.com;")
         self.courier.start()
         self.fails(key)
         self.courier.wait(lambda: len(server.alerts()) == 2, what="alerts")

@@ -55,7 +55,7 @@ class PackageWizard(DialogTest):
         self.add_report("i", "10017")
         self.add_report("s")
         self.picture("package-wizard-3")
-        self.display.key(*["Tab"] * 5, "Return")
+        self.display.key(*["Tab"] * 6, "Return")
 
     def fill_email(self):
         self.type("ann@example.com;bob@example.com")

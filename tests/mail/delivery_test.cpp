@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string_view>
+
 #include "app/Global.h"
+#include "platform/due_run.h"
 #include "support/fakes.h"
 
 using Global::SendAlertMail;
@@ -10,6 +13,8 @@ using Global::SendMailBatch;
 using Global::SendMailSingle;
 
 namespace {
+
+constexpr std::size_t StampLength = std::string_view("2026-11-22 07:00:03 ").size();
 
 const char* const MailboxText =
     "Your mailbox is over the limit or the Exchange Server is down! Sending mail failed";
@@ -121,6 +126,19 @@ TEST_F(Delivery, OtherErrorsAreAlertedUnderOneRoutineName) {
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
+// A name that nobody knows is told before a file is looked at.
+TEST_F(Delivery, NamesAreResolvedBeforeFilesAreAttached) {
+    mail.resolveErrors = {RuntimeError(500, "nobody")};
+    EXPECT_FALSE(SendMailBatch("b", "s", 1, 21, 1));
+    ASSERT_EQ(mail.sent.size(), 1U);
+    EXPECT_EQ(mail.sent[0].text, "An error occured in SendMailBatch. nobody [500]");
+    EXPECT_TRUE(SendMailBatch("b", "s", 2, 2, 1));
+    EXPECT_TRUE(SendMailSingle("b", "s", "a;b;", "f", 1));
+    ASSERT_EQ(mail.sent.size(), 3U);
+    EXPECT_EQ(mail.sent[1].atResolve, (std::pair<std::size_t, std::size_t>{2, 0}));
+    EXPECT_EQ(mail.sent[2].atResolve, (std::pair<std::size_t, std::size_t>{2, 0}));
+}
+
 TEST_F(Delivery, FailedAlertIsNotAlerted) {
     mail.sendErrors = {RuntimeError(500, "refused")};
     EXPECT_FALSE(SendAlertMail("b", "a", "s", 1));
@@ -153,4 +171,77 @@ TEST_F(Delivery, NoSessionIsNoMail) {
     EXPECT_FALSE(SendMailBatch("b", "s", 1, 0, 1));
     EXPECT_FALSE(SendMailSingle("b", "s", "a", "f", 1));
     EXPECT_FALSE(SendAlertMail("b", "a", "s", 1));
+}
+
+// What is told nowhere else
+
+TEST_F(Delivery, AlertThatDoesNotGoOutIsADatedLine) {
+    mail.resolveErrors = {RuntimeError(500, "\"boss\" is nobody")};
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(SendAlertMail("All is lost. [7]", "boss;chief;", "Pressroom Error", 1));
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr().substr(StampLength),
+        "An alert did not go out to \"boss;chief;\": \"boss\" is nobody [500] It says: All is lost. [7]\n");
+}
+
+TEST_F(Delivery, AlertThatHasNoAddressIsADatedLine) {
+    mail.resolveErrors = {RuntimeError(500, "A recipient has no name")};
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(SendAlertMail("All is lost. [7]", "", "Pressroom Error", 1));
+    EXPECT_EQ(testing::internal::GetCapturedStderr().substr(StampLength),
+              "An alert did not go out as no alert address is set: A recipient has no name [500] It says: "
+              "All is lost. "
+              "[7]\n");
+}
+
+TEST_F(Delivery, MailThatDoesNotGoOutIsADatedLine) {
+    mail.sendErrors = {RuntimeError(500, "refused")};
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(SendMailSingle("b", "Figures", "a", "f", 1));
+    EXPECT_EQ(testing::internal::GetCapturedStderr().substr(StampLength),
+              "The mail \"Figures\" did not go out: refused [500]\n");
+}
+
+// A mail that the server takes for some
+
+TEST_F(Delivery, RefusedRecipientsAreAlertedAndOneDatedLine) {
+    testing::internal::CaptureStderr();
+    Global::ReportRefusals("Figures",
+                           {{"bob@example.com", "550 unknown"}, {"eve@example.com", "554 unwanted"}});
+    const std::string text =
+        "The mail \"Figures\" has gone out, but not to everybody: the server refuses bob@example.com (550 "
+        "unknown), "
+        "eve@example.com (554 unwanted)";
+    EXPECT_EQ(testing::internal::GetCapturedStderr().substr(StampLength), text + "\n");
+    ASSERT_EQ(mail.sent.size(), 1U);
+    EXPECT_EQ(mail.sent[0].text, text);
+    EXPECT_EQ(mail.sent[0].subject, "Pressroom Error");
+    EXPECT_EQ(mail.sent[0].importance, 2);
+    EXPECT_EQ(mail.sent[0].recipients, std::vector<std::string>{"boss@example.com"});
+}
+
+TEST_F(Delivery, AlertOfARefusalThatCannotLogOnRaisesNothing) {
+    mail.logonErrors = {RuntimeError(77, "no profile")};
+    testing::internal::CaptureStderr();
+    EXPECT_NO_THROW(Global::ReportRefusals("Figures", {{"bob@example.com", "550 unknown"}}));
+    EXPECT_NE(testing::internal::GetCapturedStderr().find(
+                  "An alert did not go out to \"boss@example.com\": no profile [77]"),
+              std::string::npos);
+}
+
+// Copies of one run
+
+TEST_F(Delivery, MailsOfADueRunBearItsIdentityAndAlertsDoNot) {
+    {
+        const MAPI::DueRun run("store", "schedule", "7", "2026-11-22 07:00");
+        EXPECT_TRUE(SendMailBatch("b", "s", 1, 0, 1));
+        EXPECT_TRUE(SendMailSingle("b", "s", "a", "f", 1));
+        EXPECT_TRUE(SendAlertMail("b", "a", "s", 1));
+    }
+    EXPECT_TRUE(SendMailSingle("b", "s", "a", "f", 1));
+    ASSERT_EQ(mail.sent.size(), 4U);
+    EXPECT_NE(mail.sent[0].identity, "");
+    EXPECT_EQ(mail.sent[0].identity, mail.sent[1].identity);
+    EXPECT_EQ(mail.sent[2].identity, "");
+    EXPECT_EQ(mail.sent[3].identity, "");
 }

@@ -134,7 +134,12 @@ TEST_F(BatchReport, UnknownFormatIsMailedAsAnEmptySlot) {
     Package();
     Detail(1, "1>a.rpt", "Acrobat Format (PDF)");
     Detail(1, "2>b.rpt", "MS Word", "b");
+    testing::internal::CaptureStderr();
     Global::BatchReport();
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(),
+        "2026-11-21 14:00:00 Package 1 goes without its report \"1>a.rpt\", as the format \"Acrobat Format "
+        "(PDF)\" is not known\n");
     EXPECT_EQ(mail.sent.at(0).attachments,
               (std::vector<std::pair<int, std::string>>{{5, ""}, {6, "Z:\\out\\2>b.rpt.doc"}}));
     EXPECT_TRUE(prompts.boxes.empty());
@@ -383,4 +388,19 @@ TEST_F(BatchReport, NeitherLogonNorFormulaIsSet) {
     Global::BatchReport();
     EXPECT_TRUE(CallsWith("logon").empty());
     EXPECT_TRUE(CallsWith("formula").empty());
+}
+
+TEST_F(BatchReport, PackageThatIsTriedAgainKeepsItsIdentityAndTheNextHasAnother) {
+    Package("T", "ann;", "2026-11-20");
+    mail.sendErrors = {RuntimeError(err::MailboxOrServer, "gone"), std::nullopt};
+    Global::BatchReport();  // the mail, then the alert
+    Global::BatchReport();
+    Global::BatchReport();
+    const std::vector<std::string>& made = mail.identities;
+    ASSERT_EQ(made.size(), 4U);
+    EXPECT_NE(made[0], "");
+    EXPECT_EQ(made[1], "");
+    EXPECT_EQ(made[2], made[0]);
+    EXPECT_NE(made[3], made[0]);
+    EXPECT_NE(made[3], "");
 }

@@ -237,7 +237,10 @@ TEST_F(Schedchk, MissingTableFailsTheHandlerTooAndLeavesTheTimerOff) {
 
 TEST_F(Schedchk, UnknownFormatWritesNoRowAndStaysDue) {
     Row({.nextRun = "2026-11-21", .format = "Text"});
+    testing::internal::CaptureStderr();
     Global::Schedchk();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "2026-11-21 14:00:00 Schedule 1 is not run: its format \"Text\" is not known\n");
     EXPECT_TRUE(History().empty());
     EXPECT_EQ(NextRuns(), Rows{"2026-11-21"});
 }
@@ -254,4 +257,36 @@ TEST_F(Schedchk, MarkInADescriptionCostsTheRowAndTheAlert) {
     // The platform makes no such description; a caller's own text may hold one.
     EXPECT_THROW(Global::WriteRunHistory(1, "2026-11-21 14:00:00", "Failure", "can't"), RuntimeError);
     EXPECT_TRUE(History().empty());
+}
+
+// A server or a reader can tell copies of one run by it.
+TEST_F(Schedchk, RunThatIsTriedAgainKeepsItsIdentityAndTheNextHasAnother) {
+    Row({.nextRun = "2026-11-20", .format = "DHTML"});
+    Row({.nextRun = "2026-11-21", .format = "DHTML"});
+    mail.sendErrors = {RuntimeError(err::MailboxOrServer, "gone"),
+                       RuntimeError(err::MailboxOrServer, "gone")};
+    Global::Schedchk();
+    Global::Schedchk();
+    Global::Schedchk();
+    const std::vector<std::string>& made = mail.identities;
+    ASSERT_EQ(made.size(), 5U);
+    EXPECT_EQ(made[2], made[0]);
+    EXPECT_EQ(made[3], made[1]);
+    EXPECT_NE(made[1], made[0]);
+    EXPECT_NE(made[4], made[0]);
+    EXPECT_NE(made[4], made[1]);
+    EXPECT_NE(made[0].find("2026-11-20"), std::string::npos);
+}
+
+TEST_F(Schedchk, AlertOfAFailedRunIsNoCopyOfIt) {
+    Row({.nextRun = "2026-11-21", .format = "DHTML"});
+    mail.sendErrors = {RuntimeError(500, "refused")};
+    Global::Schedchk();
+    ASSERT_EQ(mail.identities.size(), 2U);
+    EXPECT_NE(mail.identities[0], "");
+    EXPECT_EQ(mail.identities[1], "");
+    engine.reports.clear();
+    Global::Schedchk();
+    ASSERT_EQ(mail.identities.size(), 3U);
+    EXPECT_EQ(mail.identities[2], "");
 }

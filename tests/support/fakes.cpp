@@ -1,11 +1,16 @@
 #include "support/fakes.h"
 
+#include <ostream>
 #include <sstream>
 
 #include "app/Global.h"
 #include "platform/convert.h"
 
 namespace fakes {
+
+void PrintTo(const Box& box, std::ostream* out) {
+    *out << box.title << " (" << box.flags << "): " << box.text;
+}
 
 DateValue At(int year, int month, int day, int hour, int minute, int second) {
     return DateValue::FromSeconds(DateSerial(year, month, day).Seconds() +
@@ -119,25 +124,6 @@ void RaiseNext(std::deque<std::optional<RuntimeError>>& errors) {
     }
 }
 
-class FakeRecipients : public MAPI::Recipients {
- public:
-    explicit FakeRecipients(FakeMailSystem& system) : m_system(system) {}
-    void Add(const std::string& name) override { names.push_back({name}); }
-    void Resolve(bool showDialog) override {
-        resolvedWithDialog = showDialog;
-        RaiseNext(m_system.resolveErrors);
-    }
-    int Count() const override { return static_cast<int>(names.size()); }
-    const MAPI::Recipient& Item(int index) const override {
-        return names.at(static_cast<std::size_t>(index) - 1);
-    }
-    std::vector<MAPI::Recipient> names;
-    bool resolvedWithDialog = false;
-
- private:
-    FakeMailSystem& m_system;
-};
-
 class FakeAttachment : public MAPI::Attachment {};
 
 class FakeAttachments : public MAPI::Attachments {
@@ -146,14 +132,40 @@ class FakeAttachments : public MAPI::Attachments {
     std::deque<FakeAttachment> items;
 };
 
+class FakeRecipients : public MAPI::Recipients {
+ public:
+    FakeRecipients(FakeMailSystem& system, const FakeAttachments& attachments)
+        : m_system(system), m_attachments(attachments) {}
+    void Add(const std::string& name) override { names.push_back({name}); }
+    void Resolve(bool showDialog) override {
+        resolvedWithDialog = showDialog;
+        atResolve = {names.size(), m_attachments.items.size()};
+        RaiseNext(m_system.resolveErrors);
+    }
+    int Count() const override { return static_cast<int>(names.size()); }
+    const MAPI::Recipient& Item(int index) const override {
+        return names.at(static_cast<std::size_t>(index) - 1);
+    }
+    std::vector<MAPI::Recipient> names;
+    bool resolvedWithDialog = false;
+    std::pair<std::size_t, std::size_t> atResolve = {0, 0};
+
+ private:
+    FakeMailSystem& m_system;
+    const FakeAttachments& m_attachments;
+};
+
 class FakeMessage : public MAPI::Message {
  public:
-    explicit FakeMessage(FakeMailSystem& system) : m_system(system), m_recipients(system) {}
+    explicit FakeMessage(FakeMailSystem& system) : m_system(system), m_recipients(system, m_attachments) {}
     MAPI::Recipients& Recipients() override { return m_recipients; }
     MAPI::Attachments& Attachments() override { return m_attachments; }
     void Send() override {
+        m_system.identities.push_back(Identity);
         RaiseNext(m_system.sendErrors);
-        SentMessage message{Subject, Text, Importance, {}, {}, m_recipients.resolvedWithDialog};
+        SentMessage message{
+            Subject, Text, Importance, {}, {}, m_recipients.resolvedWithDialog, m_recipients.atResolve,
+            Identity};
         for (const MAPI::Recipient& recipient : m_recipients.names) {
             message.recipients.push_back(recipient.Name);
         }
@@ -165,8 +177,8 @@ class FakeMessage : public MAPI::Message {
 
  private:
     FakeMailSystem& m_system;
-    FakeRecipients m_recipients;
     FakeAttachments m_attachments;
+    FakeRecipients m_recipients;
 };
 
 class FakeFolder : public MAPI::Folder {
@@ -248,6 +260,9 @@ class FakeField : public report::ParameterField {
     std::string Prompt() const override { return ValueAt(m_spec.parameterPrompts, m_number, std::string()); }
     std::vector<std::string> DefaultValues() const override {
         return ValueAt(m_spec.defaultValues, m_number, {});
+    }
+    std::vector<std::string> ValidValues() const override {
+        return ValueAt(m_spec.validValues, m_number, {});
     }
     void ClearCurrentValueAndRange() override { m_calls.push_back("clear " + std::to_string(m_number)); }
     void AddCurrentValue(const report::ParameterValue& value) override {

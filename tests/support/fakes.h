@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <functional>
+#include <iosfwd>
 #include <map>
 #include <memory>
 #include <optional>
@@ -53,6 +54,8 @@ struct Box {
     std::string title;
     bool operator==(const Box&) const = default;
 };
+// For the messages of tests.
+void PrintTo(const Box& box, std::ostream* out);
 
 class FakePrompts : public Prompts {
  public:
@@ -166,6 +169,9 @@ struct SentMessage {
     std::vector<std::string> recipients;
     std::vector<std::pair<int, std::string>> attachments;  // position, source
     bool resolvedWithDialog = false;
+    std::pair<std::size_t, std::size_t> atResolve = {0,
+                                                     0};  // how many recipients and attachments it had then
+    std::string identity = {};
 };
 
 class FakeMailSystem : public MAPI::System {
@@ -174,6 +180,7 @@ class FakeMailSystem : public MAPI::System {
     ~FakeMailSystem() override { MAPI::SetMailSystem(nullptr); }
     std::unique_ptr<MAPI::Session> CreateSession() override;
     std::vector<SentMessage> sent;
+    std::vector<std::string> identities;  // of every message whose sending was begun
     // Raised by the nth logon, resolve or send from now (front of the queue; nullopt: succeeds).
     std::deque<std::optional<RuntimeError>> logonErrors, resolveErrors, sendErrors;
     // Likewise by the nth new message and the nth showing of the address book.
@@ -192,7 +199,7 @@ struct FakeReportSpec {
     std::vector<int> parameterTypes;
     // By position. One that is left out is called by its number, P1, and has no prompt and no default.
     std::vector<std::string> parameterNames, parameterPrompts;
-    std::vector<std::vector<std::string>> defaultValues;
+    std::vector<std::vector<std::string>> defaultValues, validValues;
     std::optional<RuntimeError> exportError;
     FakePages pages;  // for the screen
 };

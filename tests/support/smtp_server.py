@@ -16,18 +16,21 @@ from aiosmtpd.smtp import SMTP, AuthResult
 
 MODES = {
     "accept": "takes every message",
-    "reject-recipient": "550 to the recipient given by --recipient",
+    "reject-recipient": "550 to every recipient, or to the one given by --recipient",
+    "defer-recipient": "450 to every recipient, or to the one given by --recipient",
     "full-recipient": "452 to every recipient, or to the one given by --recipient",
     "full-message": "552 to the content",
     "dangerous-message": "552 5.7.0 to the content, which is no word on the mailbox",
     "reject-sender": "550 to MAIL FROM",
-    "reject-message": "554 to the content",
+    "reject-message": "554 in two lines to the content",
     "later": "451 to the content",
     "drop-greeting": "closes instead of a greeting",
     "drop-data": "closes after the first line of the content",
     "drop-after-data": "takes the content, says 250 and closes at QUIT without an answer",
     "hang": "accepts the connection and never says a word",
     "hang-data": "never answers the content",
+    "late-data": "takes the content and says 250 after --delay seconds",
+    "lose-answer": "takes the content and closes without an answer",
     "hang-quit": "takes the content, says 250 and never answers QUIT",
     "greet-421": "greets with 421",
     "greet-554": "greets with 554",
@@ -40,11 +43,11 @@ class Mailbox:
         self.count = 0
         self.log = open(os.path.join(options.folder, "talk.log"), "a", buffering=1)
 
-    def store(self, envelope):
+    def store(self, session, envelope):
         self.count += 1
         name = os.path.join(self.options.folder, "%04d.eml" % self.count)
-        head = "X-Envelope-From: %s\r\nX-Envelope-To: %s\r\n" % (
-            envelope.mail_from, ", ".join(envelope.rcpt_tos))
+        head = "X-Envelope-Hello: %s\r\nX-Envelope-From: %s\r\nX-Envelope-To: %s\r\n" % (
+            session.host_name, envelope.mail_from, ", ".join(envelope.rcpt_tos))
         with open(name + ".part", "wb") as file:
             file.write(head.encode() + envelope.original_content)
         os.rename(name + ".part", name)
@@ -62,10 +65,11 @@ class Handler:
         return "250 OK"
 
     async def handle_RCPT(self, server, session, envelope, address, rcpt_options):
-        if self.options.mode == "reject-recipient" and address == self.options.recipient:
-            return "550 5.1.1 nobody's here by that name"
-        if self.options.mode == "full-recipient" and self.options.recipient in ("", address):
-            return "452 4.2.2 mailbox is full"
+        answers = {"reject-recipient": "550 5.1.1 nobody's here by that name",
+                   "defer-recipient": "450 4.7.1 greylisted",
+                   "full-recipient": "452 4.2.2 mailbox is full"}
+        if self.options.mode in answers and self.options.recipient in ("", address):
+            return answers[self.options.mode]
         envelope.rcpt_tos.append(address)
         return "250 OK"
 
@@ -76,12 +80,16 @@ class Handler:
         if mode == "dangerous-message":
             return "552 5.7.0 blocked"
         if mode == "reject-message":
-            return "554 5.6.0 content refused"
+            return "554-5.6.0 content\r\n554 5.6.0 refused"
         if mode == "later":
             return "451 4.3.0 try later"
         if mode == "hang-data":
             await asyncio.sleep(3600)
-        self.mailbox.store(envelope)
+        if mode == "late-data":
+            await asyncio.sleep(self.options.delay)
+        self.mailbox.store(session, envelope)
+        if mode == "lose-answer":
+            server.transport.abort()
         return "250 OK"
 
 
@@ -170,6 +178,7 @@ def read_options():
     parser.add_argument("--mode", choices=MODES, default="accept", metavar="MODE", help="see below")
     parser.add_argument("--port", type=int, default=0, help="0 (the default): a free one")
     parser.add_argument("--recipient", default="", help="the one that is refused")
+    parser.add_argument("--delay", type=float, default=0, help="seconds, for late-data")
     parser.add_argument("--security", choices=("none", "starttls", "tls"), default="none")
     parser.add_argument("--certificate-name", default="127.0.0.1",
                         help="what the certificate is for; its authority is ca.pem in the folder")

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 std::string BytesOf(const std::string& path) {
     constexpr std::uintmax_t LargestFile = 64 << 20;
     const fs::path file = paths::ToMachine(path);
-    const std::string named = ": \"" + path + "\"";
+    const std::string named = ": \"" + paths::ForUser(path) + "\"";
     std::error_code error;
     if (!fs::is_regular_file(file, error)) {
         const bool folder = fs::is_directory(fs::absolute(file, error).parent_path(), error);

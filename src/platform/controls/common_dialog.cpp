@@ -24,17 +24,17 @@ QString MachinePath(const std::string& path) {
     }
 }
 
-// The nearest folder that exists; empty, which is the current one, when nothing is left of the path.
+// The nearest folder that exists; the user's own when nothing is left of the path.
 QString StartFolder(const std::string& path) {
     if (path.empty()) {
-        return {};
+        return QDir::homePath();
     }
     QString folder = QDir::cleanPath(MachinePath(path));
     while (!folder.isEmpty() && !QFileInfo(folder).isDir()) {
         const qsizetype end = folder.lastIndexOf('/');
         folder = end > 0 ? folder.left(end) : (folder == "/" || end < 0 ? QString() : QString("/"));
     }
-    return folder;
+    return folder.isEmpty() ? QDir::homePath() : folder;
 }
 
 // Qt reads the patterns from the brackets at the end of a filter's name.

@@ -4,17 +4,23 @@
 #include <QClipboard>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMouseEvent>
+#include <QSignalBlocker>
 #include <QStyle>
 #include <QStyleOptionComboBox>
+#include <algorithm>
+#include <array>
+#include <utility>
 
 #include "platform/convert.h"
 #include "platform/regional.h"
 
 namespace {
 
-constexpr int FirstYear = 100, LastYear = 9999;
+constexpr int FirstYear = 100, LastYear = 9999, Months = 12, LongestMonth = 31;
 constexpr std::int32_t InvalidPropertyValue = 380;
+const QString Separators = "-/. ";
 
 QString RegionalFormat() {
     const RegionalSettings& region = Regional();
@@ -30,17 +36,68 @@ QString RegionalFormat() {
     return QStringList{"yyyy", "MM", "dd"}.join(separator);
 }
 
+bool IsDigit(QChar letter) {
+    return letter >= '0' && letter <= '9';
+}
+
+int PlacesOf(QDateTimeEdit::Section section) {
+    return section == QDateTimeEdit::YearSection ? 4 : 2;
+}
+
+int LargestOf(QDateTimeEdit::Section section) {
+    return section == QDateTimeEdit::YearSection    ? LastYear
+           : section == QDateTimeEdit::MonthSection ? Months
+                                                    : LongestMonth;
+}
+
+// A year of one or two digits lies in the century that conversions take it for.
+int NumberOf(QDateTimeEdit::Section section, const QString& digits) {
+    constexpr int ShortYear = 2, FirstOfLastCentury = 30, LastCentury = 1900, ThisCentury = 2000;
+    const int number = digits.toInt();
+    if (section != QDateTimeEdit::YearSection || digits.isEmpty() || digits.size() > ShortYear) {
+        return number;
+    }
+    return number + (number < FirstOfLastCentury ? ThisCentury : LastCentury);
+}
+
+bool Fits(QDateTimeEdit::Section section, int number) {
+    return number >= (section == QDateTimeEdit::YearSection ? FirstYear : 1) && number <= LargestOf(section);
+}
+
+// Whether no further digit can follow.
+bool IsFull(QDateTimeEdit::Section section, const QString& digits) {
+    constexpr int Ten = 10;
+    return digits.size() >= PlacesOf(section) ||
+           (section != QDateTimeEdit::YearSection && digits.toInt() * Ten > LargestOf(section));
+}
+
+template <typename Held>
+auto& PartOf(Held& parts, QDateTimeEdit::Section section) {
+    return section == QDateTimeEdit::YearSection    ? parts.year
+           : section == QDateTimeEdit::MonthSection ? parts.month
+                                                    : parts.day;
+}
+
+// The last day of a month that is too short.
+QDate DayOf(int year, int month, int day) {
+    return {year, month, std::min(day, QDate(year, month, 1).daysInMonth())};
+}
+
 }  // namespace
 
 DTPicker::DTPicker(QWidget* parent) : QDateEdit(parent) {
-    setDateRange(QDate(FirstYear, 1, 1), QDate(LastYear, 12, 31));
+    setDateRange(QDate(FirstYear, 1, 1), QDate(LastYear, Months, LongestMonth));
     setCalendarPopup(true);
     setDisplayFormat(RegionalFormat());
+    lineEdit()->installEventFilter(this);
+    lineEdit()->setAcceptDrops(false);
     connect(this, &QDateEdit::dateChanged, this, &DTPicker::Change);
 }
 
 DateValue DTPicker::Value() const {
-    return DateSerial(date().year(), date().month(), date().day());
+    const Parts parts = m_typing ? With(*m_typing, PartsNow()) : PartsNow();
+    const QDate day = DayOf(parts.year, parts.month, parts.day);
+    return DateSerial(day.year(), day.month(), day.day());
 }
 
 void DTPicker::Value(DateValue value) {
@@ -48,7 +105,29 @@ void DTPicker::Value(DateValue value) {
     if (parts.year < FirstYear || parts.year > LastYear) {
         throw RuntimeError(InvalidPropertyValue, "Invalid property value");
     }
+    m_typing.reset();
+    m_parts.reset();
     setDate(QDate(parts.year, parts.month, parts.day));
+}
+
+DTPicker::Parts DTPicker::PartsNow() const {
+    return m_parts.value_or(Parts{date().year(), date().month(), date().day()});
+}
+
+// Digits that make no number of their part leave it as it was.
+DTPicker::Parts DTPicker::With(const Typing& typing, Parts parts) const {
+    const Section section = sectionAt(typing.part);
+    if (const int number = NumberOf(section, typing.digits); Fits(section, number)) {
+        PartOf(parts, section) = number;
+    }
+    return parts;
+}
+
+// Where the selection begins, or the cursor stands.
+int DTPicker::PartOfSelection() const {
+    const QLineEdit& edit = *lineEdit();
+    const int place = edit.hasSelectedText() ? edit.selectionStart() : edit.cursorPosition();
+    return static_cast<int>(edit.text().left(place).count(displayFormat().at(PlacesOf(sectionAt(0)))));
 }
 
 void DTPicker::keyPressEvent(QKeyEvent* event) {
@@ -57,25 +136,232 @@ void DTPicker::keyPressEvent(QKeyEvent* event) {
         OpenCalendar();
         return;
     }
-    // A part that is full hands on to the next by itself; the separator typed then would skip that one.
-    const bool separator = event->text().size() == 1 && QString("-/.").contains(event->text());
-    if (separator && lineEdit()->selectedText() == sectionText(currentSection())) {
+    if (AnswerKey(*event)) {
         return;
     }
-    if (event->matches(QKeySequence::Paste)) {
-        // A date in any form that the system reads, not only in the one that is shown.
-        try {
-            Value(CDate(QApplication::clipboard()->text().trimmed().toStdString()));
+    m_handedOn = false;
+    ClosePart();
+    QDateEdit::keyPressEvent(event);
+}
+
+// Whether the key is one of those that change the text, which all are answered here.
+bool DTPicker::AnswerKey(const QKeyEvent& event) {
+    const QString text = event.text();
+    const bool plain = (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
+    if (event.matches(QKeySequence::Paste)) {
+        Paste(QApplication::clipboard()->text());
+    } else if (event.matches(QKeySequence::Cut)) {
+        lineEdit()->copy();
+        Erase(true);
+    } else if (event.key() == Qt::Key_Backspace || event.key() == Qt::Key_Delete) {
+        Erase(event.key() == Qt::Key_Backspace);
+    } else if (plain && text.size() == 1 && IsDigit(text[0])) {
+        TypeDigit(text[0]);
+    } else if (plain && text.size() == 1 && Separators.contains(text)) {
+        TypeSeparator();
+    } else {
+        return plain && text.size() == 1 && text[0].isPrint();
+    }
+    return true;
+}
+
+void DTPicker::TypeDigit(QChar digit) {
+    m_handedOn = false;
+    if (!m_typing) {
+        m_typing = Typing{PartOfSelection(), {}, 0};
+    }
+    m_typing->digits.insert(m_typing->cursor++, digit);
+    const int part = m_typing->part;
+    const Section section = sectionAt(part);
+    if (!IsFull(section, m_typing->digits)) {
+        ShowTyping();
+        return;
+    }
+    const bool fits = Fits(section, NumberOf(section, m_typing->digits));
+    ClosePart();
+    const bool next = fits && part + 1 < sectionCount();
+    SelectPart(next ? part + 1 : part);
+    m_handedOn = next;
+}
+
+void DTPicker::TypeSeparator() {
+    if (std::exchange(m_handedOn, false)) {
+        return;
+    }
+    const int part = m_typing ? m_typing->part : PartOfSelection();
+    ClosePart();
+    SelectPart(std::min(part + 1, sectionCount() - 1));
+}
+
+// A selected part is emptied, and what is typed then takes its place; left empty, it is as it was.
+void DTPicker::Erase(bool before) {
+    m_handedOn = false;
+    if (!m_typing) {
+        const int part = PartOfSelection();
+        const int cursor = lineEdit()->cursorPosition();
+        const bool selected = lineEdit()->hasSelectedText();
+        SelectPart(part);
+        const QString digits = lineEdit()->selectedText();
+        const int inPart = cursor - lineEdit()->selectionStart();
+        m_typing = selected ? Typing{part, {}, 0} : Typing{part, digits, inPart};
+        if (selected) {
+            ShowTyping();
             return;
-        } catch (const RuntimeError&) {
-            // No date: whatever the field makes of it.
         }
     }
-    QDateEdit::keyPressEvent(event);
+    const qsizetype place = m_typing->cursor - (before ? 1 : 0);
+    if (place >= 0 && place < m_typing->digits.size()) {
+        m_typing->digits.remove(place, 1);
+        m_typing->cursor = place;
+    }
+    ShowTyping();
+}
+
+// A date in any form that the system reads, not only in the one that is shown; digits as if they were typed.
+void DTPicker::Paste(const QString& text) {
+    const QString given = text.trimmed();
+    const bool digitsOnly = std::all_of(given.begin(), given.end(), IsDigit);
+    if (digitsOnly && given.size() <= PlacesOf(YearSection)) {
+        for (const QChar digit : given) {
+            TypeDigit(digit);
+        }
+        return;
+    }
+    try {
+        if (!digitsOnly) {
+            Value(CDate(given.toStdString()));
+            return;
+        }
+    } catch (const RuntimeError&) {
+        // No date, which is told below.
+    }
+    QApplication::beep();
+}
+
+// The digits become the part. The date follows at once; the text shows what was typed until the box is left.
+void DTPicker::ClosePart() {
+    if (!m_typing) {
+        return;
+    }
+    const Typing typing = *std::exchange(m_typing, {});
+    const Section section = sectionAt(typing.part);
+    if (!typing.digits.isEmpty() && !Fits(section, NumberOf(section, typing.digits))) {
+        QApplication::beep();
+    }
+    m_parts = With(typing, PartsNow());
+    setDate(DayOf(m_parts->year, m_parts->month, m_parts->day));
+    SelectPart(typing.part);
+}
+
+void DTPicker::Settle() {
+    ClosePart();
+    if (std::exchange(m_parts, {})) {
+        setDate(date());
+        const QSignalBlocker silent(lineEdit());
+        lineEdit()->setText(textFromDateTime(dateTime()));
+    }
+    m_handedOn = false;
+}
+
+void DTPicker::SelectPart(int part) {
+    setSelectedSection(sectionAt(part));
+    ShowTyping();
+    int first = 0;
+    for (int before = 0; before < part; ++before) {
+        first += PlacesOf(sectionAt(before)) + 1;
+    }
+    const QSignalBlocker silent(lineEdit());
+    lineEdit()->setSelection(first, PlacesOf(sectionAt(part)));
+}
+
+// Past the base class, which would read the text.
+void DTPicker::ShowTyping() {
+    const Parts parts = PartsNow();
+    QStringList texts;
+    qsizetype cursor = 0;
+    for (int part = 0; part < sectionCount(); ++part) {
+        const Section section = sectionAt(part);
+        const bool typed = m_typing && m_typing->part == part;
+        if (typed) {
+            cursor = texts.join('-').size() + (part > 0 ? 1 : 0) + m_typing->cursor;
+        }
+        texts << (typed ? m_typing->digits
+                        : QString::number(PartOf(parts, section)).rightJustified(PlacesOf(section), '0'));
+    }
+    const QSignalBlocker silent(lineEdit());
+    lineEdit()->setText(texts.join(displayFormat().at(PlacesOf(sectionAt(0)))));
+    lineEdit()->setCursorPosition(static_cast<int>(cursor));
+}
+
+// The base class would put right what is only half typed.
+QValidator::State DTPicker::validate(QString& text, int& place) const {
+    return m_typing || m_parts ? QValidator::Acceptable : QDateEdit::validate(text, place);
+}
+
+void DTPicker::stepBy(int steps) {
+    const int part = PartOfSelection();
+    Settle();
+    SelectPart(part);
+    QDateEdit::stepBy(steps);
+}
+
+bool DTPicker::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != lineEdit()) {
+        return QDateEdit::eventFilter(watched, event);
+    }
+    const auto mouse = [event] { return static_cast<QMouseEvent*>(event); };
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+            m_handedOn = false;
+            ClosePart();
+            break;
+        case QEvent::MouseButtonDblClick:
+            lineEdit()->setCursorPosition(lineEdit()->cursorPositionAt(mouse()->pos()));
+            SelectPart(PartOfSelection());
+            return true;
+        case QEvent::MouseButtonRelease:
+            if (mouse()->button() == Qt::MiddleButton) {
+                Paste(QApplication::clipboard()->text(QClipboard::Selection));
+                return true;
+            }
+            if (mouse()->button() == Qt::LeftButton && !lineEdit()->hasSelectedText()) {
+                SelectPart(PartOfSelection());
+            }
+            break;
+        default:
+            break;
+    }
+    return QDateEdit::eventFilter(watched, event);
+}
+
+void DTPicker::mousePressEvent(QMouseEvent* event) {
+    Settle();
+    QDateEdit::mousePressEvent(event);
+}
+
+void DTPicker::focusOutEvent(QFocusEvent* event) {
+    Settle();
+    QDateEdit::focusOutEvent(event);
+}
+
+bool DTPicker::focusNextPrevChild(bool next) {
+    ClosePart();
+    return QDateEdit::focusNextPrevChild(next);
+}
+
+// The text's own menu would change it past the parts.
+void DTPicker::contextMenuEvent(QContextMenuEvent* event) {
+    ClosePart();
+    QMenu menu(this);
+    menu.addAction(tr("&Copy"), lineEdit(), &QLineEdit::copy)->setEnabled(lineEdit()->hasSelectedText());
+    menu.addAction(tr("&Paste"), this, [this] { Paste(QApplication::clipboard()->text()); });
+    menu.addAction(tr("Select All"), lineEdit(), &QLineEdit::selectAll);
+    menu.exec(event->globalPos());
 }
 
 // Qt opens its calendar by a press on the arrow only.
 void DTPicker::OpenCalendar() {
+    Settle();
     QStyleOptionComboBox arrow;
     arrow.initFrom(this);
     arrow.editable = true;

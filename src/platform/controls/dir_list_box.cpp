@@ -74,8 +74,7 @@ void DirListBox::Fill(const std::string& folder, const QStringList& below) {
     int depth = 0;
     for (const std::filesystem::path& piece : std::filesystem::path(folder)) {
         known /= piece;
-        const std::string name = depth == 0 ? paths::FromMachine(known) : piece.string();
-        AddFolder(QString::fromStdString(name), known.string(), depth++, true);
+        AddFolder(QString::fromStdString(piece.string()), known.string(), depth++, true);
     }
     const int own = count() - 1;
     for (const QString& name : below) {

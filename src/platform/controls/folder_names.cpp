@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 [[noreturn]] void RaiseNotFound(const std::string& path) {
     throw RuntimeError(err::PathNotFound,
-                       RuntimeError(err::PathNotFound).Description() + ": \"" + path + "\"");
+                       RuntimeError(err::PathNotFound).Description() + ": \"" + paths::ForUser(path) + "\"");
 }
 
 bool Earlier(const QString& left, const QString& right) {

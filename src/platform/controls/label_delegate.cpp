@@ -21,9 +21,26 @@ constexpr int EditorChars = 18;  // least width of the editor
 constexpr int EditorMost = 44;   // and the most that it takes from the items beside it
 constexpr int LinesBelow = 2;
 
+// With a place to break after the marks that join words in names, and between their capitals.
+QString Breakable(const QString& text) {
+    const QChar mayBreak(0x200B);
+    QString result;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (i > 0 && text[i].isUpper() && text[i - 1].isLower()) {
+            result += mayBreak;
+        }
+        result += text[i];
+        if (QString("_-.,;+&@").contains(text[i])) {
+            result += mayBreak;
+        }
+    }
+    return result;
+}
+
 // As much of the text as stands in the lines below a picture. Words that are too long are broken anywhere:
 // styles would cut them at the first line's end, and show a part of a line too many.
-QString LinesOf(const QString& text, const QFont& font, int width) {
+QString LinesOf(const QString& name, const QFont& font, int width) {
+    const QString text = Breakable(name);
     QTextLayout layout(text, font);
     QTextOption wrapped;
     wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -43,7 +60,7 @@ QString LinesOf(const QString& text, const QFont& font, int width) {
                       : text.mid(line.textStart(), line.textLength()).trimmed();
     }
     layout.endLayout();
-    return lines;
+    return lines.remove(QChar(0x200B));
 }
 
 }  // namespace

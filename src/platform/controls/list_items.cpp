@@ -85,6 +85,10 @@ std::string ColumnHeaders::operator()(int index) const {
     return m_model.Columns()[PlaceOf(index, m_model.Columns().size())];
 }
 
+void ColumnHeaders::ShowPaths(int index) {
+    m_model.ShowPathsIn(static_cast<int>(PlaceOf(index, m_model.Columns().size())));
+}
+
 void ColumnHeaders::Clear() {
     m_model.ClearColumns();
 }

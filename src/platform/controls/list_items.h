@@ -58,6 +58,9 @@ class ColumnHeaders {
     void Add(const std::string& text);
     int Count() const;
     std::string operator()(int index) const;  // its text; 35600
+    // The cells of this column, after the first, are paths and are shown as people write them; see
+    // paths::ForUser. 35600
+    void ShowPaths(int index);
     void Clear();
 
  private:

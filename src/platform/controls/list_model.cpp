@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/controls/image_list.h"
+#include "platform/paths.h"
 #include "platform/runtime.h"
 
 ListModel::ListModel() : m_selection(this) {}
@@ -116,6 +117,7 @@ void ListModel::ClearColumns() {
         beginRemoveColumns({}, 1, last);
     }
     m_columns.clear();
+    m_pathColumn = -1;
     if (last > 0) {
         endRemoveColumns();
     }
@@ -215,7 +217,8 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     }
     const ListItem& item = *m_items[static_cast<std::size_t>(index.row())];
     if (role == Qt::DisplayRole || role == Qt::EditRole) {
-        return QString::fromStdString(item.Cell(index.column()));
+        const std::string& cell = item.Cell(index.column());
+        return QString::fromStdString(index.column() == m_pathColumn ? paths::ForUser(cell) : cell);
     }
     const bool picture = role == Qt::DecorationRole || role == LargeIconRole;
     if (!picture || index.column() > 0 || m_images == nullptr) {

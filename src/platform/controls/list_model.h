@@ -31,6 +31,8 @@ class ListModel : public QAbstractTableModel {
     const std::vector<std::string>& Columns() const { return m_columns; }
     void AddColumn(const std::string& text);
     void ClearColumns();
+    // The cells of this column, from 0, are paths of the system and are shown as people write them.
+    void ShowPathsIn(int column) { m_pathColumn = column; }
 
     void Icons(const ImageList* images);
     // Whether a click on any cell of a row selects the item.
@@ -63,6 +65,7 @@ class ListModel : public QAbstractTableModel {
     std::vector<std::string> m_columns;
     const ImageList* m_images = nullptr;
     bool m_wholeRows = true;
+    int m_pathColumn = -1;
     int m_sortKey = 0;
     bool m_sorted = false, m_disordered = false;
     QItemSelectionModel m_selection;

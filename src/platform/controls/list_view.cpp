@@ -219,12 +219,16 @@ void ListView::FitColumns() {
     m_fitting = false;
     const int unit = m_table->fontMetrics().averageCharWidth();
     QHeaderView& headings = *m_table->header();
-    for (int column = 0; column < m_model->columnCount(); ++column) {
+    int others = 0;
+    for (int column = m_model->columnCount() - 1; column >= 0; --column) {
         m_table->resizeColumnToContents(column);
-        const bool first = column == 0;
-        headings.resizeSection(
-            column, std::clamp(headings.sectionSize(column), unit * (first ? FirstLeast : OthersLeast),
-                               unit * (first ? FirstMost : OthersMost)));
+        // A long name leaves the columns beside it in sight.
+        const int least = unit * (column == 0 ? FirstLeast : OthersLeast);
+        const int most = column == 0
+                             ? std::clamp(m_table->viewport()->width() - others, least, unit * FirstMost)
+                             : unit * OthersMost;
+        headings.resizeSection(column, std::clamp(headings.sectionSize(column), least, most));
+        others += headings.sectionSize(column);
     }
 }
 
@@ -238,6 +242,14 @@ void ListView::StartLabelEdit() {
         m_editNext = item;
     } else {
         OpenEditor(item);
+    }
+}
+
+void ListView::LabelEdit(bool on) {
+    m_labelEdit = on;
+    for (QAbstractItemView* view :
+         {static_cast<QAbstractItemView*>(m_icons), static_cast<QAbstractItemView*>(m_table)}) {
+        view->setEditTriggers(on ? QAbstractItemView::SelectedClicked : QAbstractItemView::NoEditTriggers);
     }
 }
 
@@ -290,7 +302,9 @@ void ListView::KeyPressed(int keyCode) {
 }
 
 void ListView::EditAsked() {
-    StartLabelEdit();
+    if (m_labelEdit) {
+        StartLabelEdit();
+    }
 }
 
 ListView::Filling::Filling(ListView& list) : m_list(list), m_drawn(list.updatesEnabled()) {

@@ -55,6 +55,8 @@ class ListView : public QWidget, private ItemEvents {
     // Opens the editor on the selected item's text; nothing when none is selected. Within AfterLabelEdit it
     // opens when the handlers are done.
     void StartLabelEdit();
+    // Whether a click on the selected text and F2 open the editor as well; on from the start.
+    void LabelEdit(bool on);
     void MousePointer(int pointer);  // 0 the default, 11 the hourglass
 
     // Of the view that is shown, for tests and for focus.
@@ -115,7 +117,7 @@ class ListView : public QWidget, private ItemEvents {
     QListView* m_icons;
     QTreeView* m_table;
     int m_view = IconView, m_arrange = ArrangeTop;
-    bool m_hideHeaders = false, m_fitting = false;
+    bool m_hideHeaders = false, m_fitting = false, m_labelEdit = true;
     bool m_telling = false;  // AfterLabelEdit is under way
     QPersistentModelIndex m_editNext;
 };

@@ -4,9 +4,20 @@
 
 #include "platform/controls/focus.h"
 #include "platform/controls/locked_look.h"
+#include "platform/paths.h"
 
 TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {
     setMaxLength(std::numeric_limits<int>::max());
+}
+
+std::string TextBox::Text() const {
+    const std::string shown = text().toStdString();
+    return m_showsPaths ? paths::FromUser(shown) : shown;
+}
+
+void TextBox::Text(const std::string& text) {
+    setText(QString::fromStdString(m_showsPaths ? paths::ForUser(text) : text));
+    setCursorPosition(0);
 }
 
 void TextBox::Locked(bool locked) {

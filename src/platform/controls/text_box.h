@@ -11,12 +11,13 @@ class TextBox : public QLineEdit, public EditableText {
     // Holds a text of any length: a list of recipients must not lose its end.
     explicit TextBox(QWidget* parent = nullptr);
 
-    std::string Text() const override { return text().toStdString(); }
+    std::string Text() const override;
     // A text that is longer than the box shows its beginning.
-    void Text(const std::string& text) override {
-        setText(QString::fromStdString(text));
-        setCursorPosition(0);
-    }
+    void Text(const std::string& text) override;
+
+    // Whether the box holds a path: it shows it as people write paths on this machine and gives it as the
+    // system does; see paths::ForUser. Off at first. To be set before the text.
+    void ShowsPaths(bool on) { m_showsPaths = on; }
 
     // A locked text can be read and copied, not changed; it stands on the colour of a button.
     bool Locked() const { return isReadOnly(); }
@@ -28,4 +29,7 @@ class TextBox : public QLineEdit, public EditableText {
  protected:
     void dropEvent(QDropEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+    bool m_showsPaths = false;
 };

@@ -24,6 +24,12 @@ inline bool IsAsciiLetterOrDigit(char letter) {
            (letter >= '0' && letter <= '9');
 }
 
+// What may stand unquoted in a name or an address.
+inline bool IsAtomCharacter(char letter) {
+    constexpr std::string_view Marks = "!#$%&'*+-/=?^_`{|}~";
+    return IsAsciiLetterOrDigit(letter) || Marks.find(letter) != std::string_view::npos;
+}
+
 inline std::string ToLower(std::string_view text) {
     std::string lower(text);
     for (char& letter : lower) {

@@ -4,6 +4,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,14 +29,14 @@ struct Limit {
     const std::stop_token& stop;
 
     bool IsOver() const { return stop.stop_requested() || std::chrono::steady_clock::now() >= end; }
-    // How long to wait for news before looking again.
+    // How long to wait for news before looking again whether the child has ended: streams that somebody else
+    // holds tell nothing of it.
     int Milliseconds() const {
-        constexpr std::int64_t Glance = 100;
+        constexpr std::int64_t Glance = 20;
         const std::int64_t left =
             std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now())
                 .count();
-        return static_cast<int>(
-            std::max<std::int64_t>(0, stop.stop_possible() ? std::min(left, Glance) : left));
+        return static_cast<int>(std::clamp<std::int64_t>(left, 0, Glance));
     }
 };
 
@@ -88,64 +89,97 @@ pid_t Spawn(const std::vector<std::string>& arguments, int input, const Pipe& ou
     return failure == 0 ? child : -1;
 }
 
-// Reads what is there. Returns false at the end of the stream.
-bool Drain(int file, std::string& text) {
-    std::array<char, 4096> buffer;
-    const ssize_t count = read(file, buffer.data(), buffer.size());
-    if (count > 0) {
-        text.append(buffer.data(), static_cast<std::size_t>(count));
-        return true;
-    }
-    return count < 0 && (errno == EINTR || errno == EAGAIN);
-}
+// What a child writes, on its two streams.
+class Streams {
+ public:
+    Streams(const Pipe& out, const Pipe& complaints, std::size_t longestOutput, ChildResult& result)
+        : m_files{pollfd{out.read.Get(), POLLIN, 0}, pollfd{complaints.read.Get(), POLLIN, 0}},
+          m_longestOutput(longestOutput),
+          m_result(result) {}
 
-void ReadStreams(Pipe& out, Pipe& complaints, const Limit& limit, std::size_t longestOutput,
-                 ChildResult& result) {
-    std::array<pollfd, 2> files{pollfd{out.read.Get(), POLLIN, 0}, pollfd{complaints.read.Get(), POLLIN, 0}};
-    std::string overflow;
-    while (files[0].fd >= 0 || files[1].fd >= 0) {
-        const int ready = poll(files.data(), files.size(), limit.Milliseconds());
-        if ((ready == 0 && limit.IsOver()) || (ready < 0 && errno != EINTR)) {
-            result.timedOut = true;
-            return;
-        }
-        if (ready <= 0) {
-            continue;
-        }
-        if (files[0].revents != 0 && !Drain(files[0].fd, result.output)) {
-            files[0].fd = -1;
-        }
+    bool IsTooMuch() const { return m_result.output.size() > m_longestOutput; }
+
+    // Waits for news and reads one piece of each stream that has some.
+    void Read(int milliseconds) {
         // A chatty program must not block on a full pipe: what is too long is read and dropped.
-        const bool room = result.complaint.size() < LongestComplaint;
-        if (files[1].revents != 0 && !Drain(files[1].fd, room ? result.complaint : overflow)) {
-            files[1].fd = -1;
+        std::string overflow;
+        const bool room = m_result.complaint.size() < LongestComplaint;
+        if (poll(m_files.data(), m_files.size(), milliseconds) > 0) {
+            ReadPiece(m_files[0], m_result.output);
+            ReadPiece(m_files[1], room ? m_result.complaint : overflow);
         }
-        overflow.clear();
-        if (result.output.size() > longestOutput) {
-            result.tooMuch = true;
+    }
+
+    // Reads what is there by now and no more: who else holds the streams may go on writing for ever.
+    void ReadRest() {
+        for (pollfd& file : m_files) {
+            int left = 0;
+            if (file.fd < 0 || ioctl(file.fd, FIONREAD, &left) != 0) {
+                continue;
+            }
+            std::string rest;
+            while (file.fd >= 0 && rest.size() < static_cast<std::size_t>(left)) {
+                file.revents = POLLIN;
+                ReadPiece(file, rest);
+            }
+            (&file == m_files.data() ? m_result.output : m_result.complaint) += rest;
+        }
+    }
+
+ private:
+    // At its end a stream is looked at no more.
+    static void ReadPiece(pollfd& file, std::string& text) {
+        std::array<char, 4096> buffer;
+        if (file.fd < 0 || file.revents == 0) {
             return;
         }
+        const ssize_t count = read(file.fd, buffer.data(), buffer.size());
+        if (count > 0) {
+            text.append(buffer.data(), static_cast<std::size_t>(count));
+        } else if (count == 0 || (errno != EINTR && errno != EAGAIN)) {
+            file.fd = -1;
+        }
+    }
+
+    std::array<pollfd, 2> m_files;
+    std::size_t m_longestOutput;
+    ChildResult& m_result;
+};
+
+int ExitCode(int status) {
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+void EndGroup(pid_t child) {
+    int status = 0;
+    kill(-child, SIGKILL);
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
 }
 
-// Waits for the end of the child itself, which may outlive its streams.
-int ExitCode(pid_t child, const Limit& limit, ChildResult& result) {
+// The end of the child itself counts, not that of its streams: it may close them early, and a child of its
+// own may hold them for as long as it lives.
+void WaitForEnd(pid_t child, const Limit& limit, Streams& streams, ChildResult& result) {
     int status = 0;
-    pid_t ended = 0;
-    while ((ended = waitpid(child, &status, WNOHANG)) <= 0) {
+    while (true) {
+        const pid_t ended = waitpid(child, &status, WNOHANG);
+        if (ended > 0) {
+            streams.ReadRest();
+            result.tooMuch = streams.IsTooMuch();
+            result.exitCode = ExitCode(status);
+            return;
+        }
         if (ended < 0 && errno != EINTR) {
-            return -1;
+            return;
         }
-        if (result.timedOut || result.tooMuch || limit.IsOver()) {
-            result.timedOut = result.timedOut || !result.tooMuch;
-            kill(-child, SIGKILL);
-            while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-            }
-            return -1;
+        result.tooMuch = streams.IsTooMuch();
+        result.timedOut = !result.tooMuch && limit.IsOver();
+        if (result.tooMuch || result.timedOut) {
+            EndGroup(child);
+            return;
         }
-        poll(nullptr, 0, 5);
+        streams.Read(limit.Milliseconds());
     }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 }  // namespace
@@ -166,11 +200,8 @@ ChildResult RunChild(const std::vector<std::string>& arguments, int input, int s
     result.started = true;
     out.write.Close();
     complaints.write.Close();
-    ReadStreams(out, complaints, limit, longestOutput, result);
-    if (result.timedOut || result.tooMuch) {
-        kill(-child, SIGKILL);
-    }
-    result.exitCode = ExitCode(child, limit, result);
+    Streams streams(out, complaints, longestOutput, result);
+    WaitForEnd(child, limit, streams, result);
     return result;
 }
 

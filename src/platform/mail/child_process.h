@@ -17,8 +17,9 @@ struct ChildResult {
 };
 
 // `arguments` begins with the program, found on PATH. `input` is a file that becomes standard input, -1 for
-// none. The program runs in a process group of its own, which is killed when `seconds` are over or a stop is
-// asked for; both count as timed out.
+// none. The end of the program itself is what is waited for: what it leaves running goes on, and what that
+// writes later is not read. The program runs in a process group of its own, which is killed when `seconds`
+// are over or a stop is asked for before that end; both count as timed out.
 ChildResult RunChild(const std::vector<std::string>& arguments, int input, int seconds,
                      std::size_t longestOutput, const std::stop_token& stop = {});
 

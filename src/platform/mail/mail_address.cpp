@@ -1,6 +1,7 @@
 #include "platform/mail/mail_address.h"
 
 #include "platform/mail/ascii.h"
+#include "platform/mail/domain_name.h"
 #include "platform/mail/mail_errors.h"
 #include "platform/runtime.h"
 
@@ -10,11 +11,6 @@ namespace {
 constexpr std::size_t LongestLocalPart = 64;
 constexpr std::size_t LongestAddress = 254;
 constexpr std::size_t LongestLabel = 63;
-
-bool IsAtomLetter(char letter) {
-    constexpr std::string_view Marks = "!#$%&'*+-/=?^_`{|}~";
-    return IsAsciiLetterOrDigit(letter) || Marks.find(letter) != std::string_view::npos;
-}
 
 // Runs of letters that `accepts` takes, one dot between each two.
 template <typename Accepts>
@@ -92,7 +88,7 @@ bool IsAddress(std::string_view text) {
         return false;
     }
     const std::string_view local = text.substr(0, at);
-    return (IsDotted(local, LongestLocalPart, IsAtomLetter) || IsQuotedLocalPart(local)) &&
+    return (IsDotted(local, LongestLocalPart, IsAtomCharacter) || IsQuotedLocalPart(local)) &&
            IsDomain(text.substr(at + 1));
 }
 
@@ -113,10 +109,21 @@ Mailbox ParseMailbox(std::string_view text) {
     } else {
         mailbox.address = trimmed;
     }
+    mailbox.address = MachineAddress(mailbox.address);
     if (!IsAddress(mailbox.address)) {
         Refuse(text);
     }
     return mailbox;
+}
+
+std::string MachineAddress(const std::string& address) {
+    const std::size_t domain = address.rfind('@') + 1;
+    return address.substr(0, domain) + AsciiDomain(address.substr(domain));
+}
+
+std::string ReadableAddress(const std::string& address) {
+    const std::size_t domain = address.rfind('@') + 1;
+    return address.substr(0, domain) + ReadableDomain(address.substr(domain));
 }
 
 bool SameAddress(std::string_view left, std::string_view right) {

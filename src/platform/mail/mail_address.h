@@ -22,8 +22,14 @@ inline bool LooksLikeAddress(std::string_view text) {
 // an address literal.
 bool IsAddress(std::string_view text);
 
+// The address with its domain as the domain name system has it; the part before it stays, and so does what is
+// no address. ReadableAddress is the other way.
+std::string MachineAddress(const std::string& address);
+std::string ReadableAddress(const std::string& address);
+
 // Reads one "address", "Name <address>" or "\"Name\" <address>". Raises ErrUnknownRecipient with the text in
-// it for anything else: two addresses, control characters, letters outside ASCII in the address.
+// it for anything else: two addresses, control characters, characters outside ASCII before the @. The domain
+// may have any, and becomes ASCII.
 Mailbox ParseMailbox(std::string_view text);
 
 // The same address for delivery: the domain is read without regard to case, the part before it as it stands.

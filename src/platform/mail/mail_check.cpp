@@ -86,7 +86,7 @@ std::string CheckTransport(const MailProfile& profile, const std::stop_token& st
             OutboxTransport(profile.outboxFolder).CheckWritable();
             return "The outbox \"" + profile.outboxFolder.string() + "\" can be written.";
         case TransportKind::Sendmail:
-            SendmailTransport(profile.sendmail, profile.stallSeconds).CheckProgram();
+            SendmailTransport(profile.sendmail, profile.sendmailSeconds).CheckProgram();
             return "The mail program \"" + profile.sendmail + "\" is there.";
         case TransportKind::Smtp:
             break;
@@ -120,11 +120,26 @@ std::string Advise(const RuntimeError& error, const MailProfile& profile) {
 
 std::vector<Finding> CheckMail(const MailProfile& profile, const std::stop_token& stop) {
     std::vector<Finding> findings;
+    if (profile.isExposed) {
+        findings.push_back({false, "Password: " + ExposureText(profile) + "."});
+    }
     if (!profile.addressBook.empty()) {
         Take([&] { return CheckAddressBook(profile); }, profile, findings);
     }
     Take([&] { return CheckTransport(profile, stop); }, profile, findings);
     return findings;
+}
+
+Finding CheckAlertAddress(const MailProfile& profile, const std::string& alertWho) {
+    if (alertWho.empty()) {
+        return {true, "No alert address is set in Options: nobody is told when a report fails."};
+    }
+    try {
+        return {true, "Alerts go to " + AddressBook(profile.addressBook).Resolve(alertWho).address + "."};
+    } catch (const RuntimeError& error) {
+        return {false, "On error alert, in Options: Alerts cannot go out. " + Sentence(error.Description()) +
+                           " Give one address, or one name of the address book."};
+    }
 }
 
 std::string SendTestMessage(const MailProfile& profile, const std::string& recipient,

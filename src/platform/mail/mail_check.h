@@ -16,9 +16,13 @@ struct Finding {
         text;  // whole sentences of one line; of a failure: the keys to look at, what it is, what to do
 };
 
-// Looks at everything that a mail leans on: the address book, and the server, the folder or the program.
-// Nothing is sent. Failures are findings; raises only err::MailUserCancel when it was stopped.
+// Looks at everything that a mail leans on: who can read the profile, the address book, and the server, the
+// folder or the program. Nothing is sent. Failures are findings; raises only err::MailUserCancel when it was
+// stopped.
 std::vector<Finding> CheckMail(const MailProfile& profile, const std::stop_token& stop = {});
+
+// Whether alerts can reach somebody. `alertWho` is the setting as it is stored: one name or address.
+Finding CheckAlertAddress(const MailProfile& profile, const std::string& alertWho);
 
 // Sends a short message to an address or a name of the address book. Returns what happened, as a sentence.
 // Raises as MAPI::Message::Send does.

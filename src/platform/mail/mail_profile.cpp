@@ -1,5 +1,7 @@
 #include "platform/mail/mail_profile.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
@@ -7,6 +9,7 @@
 
 #include "platform/mail/ascii.h"
 #include "platform/mail/child_process.h"
+#include "platform/mail/domain_name.h"
 #include "platform/mail/ini_text.h"
 #include "platform/mail/mail_errors.h"
 #include "platform/mail/small_file.h"
@@ -22,6 +25,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr int LongestTimeout = 3600;  // in seconds
+
 class ProfileReader {
  public:
     ProfileReader(const fs::path& file, const std::string& text) : m_file(file), m_text(text) {}
@@ -32,8 +37,9 @@ class ProfileReader {
         profile.transport = ReadTransport();
         profile.from = ReadFrom();
         profile.addressBook = Path("AddressBook", "VCard");
-        profile.stallSeconds = Number("Timeout", profile.stallSeconds, 1, 3600);
+        profile.stallSeconds = Number("Timeout", profile.stallSeconds, 1, LongestTimeout);
         profile.connectSeconds = std::min(profile.connectSeconds, profile.stallSeconds);
+        profile.acceptSeconds = std::max(profile.acceptSeconds, profile.stallSeconds);
         switch (profile.transport) {
             case TransportKind::Outbox:
                 profile.outboxFolder = Path("Profile", "OutboxFolder");
@@ -45,6 +51,7 @@ class ProfileReader {
                 ReadServer(profile);
                 break;
             case TransportKind::Sendmail:
+                profile.sendmailSeconds = Number("Timeout", profile.sendmailSeconds, 1, LongestTimeout);
                 profile.sendmail = Text("Sendmail");
                 if (profile.sendmail.empty()) {
                     profile.sendmail = "/usr/sbin/sendmail";
@@ -136,23 +143,33 @@ class ProfileReader {
         Refuse("Security is \"" + Shown(text) + "\", not none, starttls or tls");
     }
 
-    // The host becomes part of an address of its own, which nothing in it may break out of.
+    // The host becomes part of an address of its own, which nothing in it may break out of; so does the name
+    // for the greeting.
+    std::string HostName(std::string_view key, std::string_view marks, const std::string& what) const {
+        std::string name = AsciiDomain(Text(key));
+        for (const char letter : name) {
+            if (!IsAsciiLetterOrDigit(letter) && marks.find(letter) == std::string_view::npos) {
+                name.clear();
+                break;
+            }
+        }
+        if (name.empty() && !Text(key).empty()) {
+            Refuse(std::string(key) + " is \"" + Shown(Text(key)) + "\", not " + what);
+        }
+        return name;
+    }
+
     std::string ReadHost() const {
-        std::string host = Text("Host");
+        std::string host = HostName("Host", ".-_:", "the name or the address of a server");
         if (host.empty()) {
             Refuse("Host is missing");
-        }
-        for (const char letter : host) {
-            if (!IsAsciiLetterOrDigit(letter) &&
-                std::string_view(".-_:").find(letter) == std::string_view::npos) {
-                Refuse("Host is \"" + Shown(host) + "\", not the name or the address of a server");
-            }
         }
         return host;
     }
 
     void ReadServer(MailProfile& profile) const {
         profile.host = ReadHost();
+        profile.hello = HostName("Hello", ".-_:[]", "the name or the address of a machine");
         profile.security = ReadSecurity();
         const int usualPort = profile.security == Security::Tls        ? 465
                               : profile.security == Security::StartTls ? 587
@@ -219,7 +236,20 @@ MailProfile ReadMailProfile(const fs::path& file) {
         throw RuntimeError(ErrNoProfile, "There is no mail profile: the file \"" + file.string() +
                                              "\" is missing or cannot be read");
     }
-    return ParseMailProfile(file, *text);
+    MailProfile profile = ParseMailProfile(file, *text);
+    profile.isExposed = IsExposed(file, *text);
+    return profile;
+}
+
+bool IsExposed(const fs::path& file, const std::string& text) {
+    struct stat status {};
+    return !IniText(text).Find("Profile", "Password").value_or("").empty() &&
+           stat(file.c_str(), &status) == 0 && (status.st_mode & (S_IRWXG | S_IRWXO)) != 0;
+}
+
+std::string ExposureText(const MailProfile& profile) {
+    return "The mail profile \"" + profile.file.string() +
+           "\" has a password in it, and others may read it; make it readable for you only (chmod 600)";
 }
 
 MailProfile ParseMailProfile(const fs::path& file, const std::string& text) {

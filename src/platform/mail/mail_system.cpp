@@ -6,7 +6,9 @@
 #include <cerrno>
 #include <deque>
 #include <optional>
+#include <set>
 
+#include "platform/journal.h"
 #include "platform/mail/address_book.h"
 #include "platform/mail/mail_errors.h"
 #include "platform/mail/mail_profile.h"
@@ -117,8 +119,12 @@ class MailMessage : public MAPI::Message {
         mail.subject = Subject;
         mail.text = Text;
         mail.highImportance = Importance == MAPI::ImportanceHigh;
+        mail.identity = Identity;
         mail.attachments = m_attachments.Open();
-        m_office->transport->Deliver(mail);
+        const Refusals refusals = m_office->transport->Deliver(mail);
+        if (!refusals.empty()) {
+            MAPI::TellRefusals(Subject, refusals);
+        }
     }
 
  private:
@@ -151,6 +157,14 @@ std::string PickedName(AddressBook& book, const AddressEntry& entry) {
     return entry.address;
 }
 
+// Once for each file of this process: mail goes out nevertheless, and would say it each time.
+void TellExposure(const MailProfile& profile) {
+    static std::set<std::filesystem::path> told;
+    if (told.insert(profile.file).second) {
+        Journal(ExposureText(profile));
+    }
+}
+
 class MailSession : public MAPI::Session {
  public:
     explicit MailSession(std::filesystem::path profile) : m_profile(std::move(profile)) {}
@@ -158,6 +172,9 @@ class MailSession : public MAPI::Session {
     void Logon() override {
         const auto office =
             std::make_shared<Office>(ReadMailProfile(m_profile.empty() ? MailProfilePath() : m_profile));
+        if (office->profile.isExposed) {
+            TellExposure(office->profile);
+        }
         m_outbox = std::make_unique<OutboxFolder>(office);
         m_office = office;
     }

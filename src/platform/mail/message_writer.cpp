@@ -1,16 +1,19 @@
 #include "platform/mail/message_writer.h"
 
 #include <gmime/gmime.h>
-#include <sys/random.h>
 #include <sys/stat.h>
 
 #include <array>
 #include <cerrno>
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/clock.h"
 #include "platform/mail/ascii.h"
+#include "platform/mail/header_text.h"
+#include "platform/mail/message_id.h"
 #include "platform/runtime.h"
 #include "platform/system_error.h"
 
@@ -86,54 +89,47 @@ FileKind KindOf(std::string_view name) {
     return {"", "application", "octet-stream"};
 }
 
-// The clock's wall time in the machine's zone.
-Owned<GDateTime>::pointer LocalDate() {
-    const DateParts now = Split(Now());
-    return g_date_time_new_local(now.year, now.month, now.day, now.hour, now.minute, now.second);
+std::string DateLine() {
+    const ZonedMoment now = TheClock().Moment();
+    constexpr int Minute = 60;
+    const std::unique_ptr<GTimeZone, decltype(&g_time_zone_unref)> zone(
+        g_time_zone_new_offset(now.offset / Minute * Minute), &g_time_zone_unref);
+    const std::unique_ptr<GDateTime, decltype(&g_date_time_unref)> moment(
+        g_date_time_new_from_unix_utc(now.seconds), &g_date_time_unref);
+    const std::unique_ptr<GDateTime, decltype(&g_date_time_unref)> local(
+        g_date_time_to_timezone(moment.get(), zone.get()), &g_date_time_unref);
+    const std::unique_ptr<char, decltype(&g_free)> text(g_mime_utils_header_format_date(local.get()),
+                                                        &g_free);
+    return std::string("Date: ") + text.get() + "\n";
 }
 
-void SetDate(GMimeMessage* message) {
-    GDateTime* date = LocalDate();
-    if (date == nullptr) {
-        date = g_date_time_new_now_local();
-    }
-    g_mime_message_set_date(message, date);
-    g_date_time_unref(date);
+std::string MessageIdLine(const OutgoingMail& mail) {
+    const std::string id = mail.identity.empty() ? RandomMark() : MarkOf(mail.identity);
+    return WordHeader("Message-ID", "<" + id + mail.from.address.substr(mail.from.address.rfind('@')) + ">");
 }
 
-void SetMessageId(GMimeMessage* message, const std::string& sender) {
-    std::array<unsigned char, 16> random{};
-    // A short read would need a signal within sixteen bytes; the kernel gives so few whole.
-    if (getrandom(random.data(), random.size(), 0) != static_cast<ssize_t>(random.size())) {
-        throw RuntimeError(err::PathFileAccess, "The machine gives no random numbers for the message");
-    }
-    std::string id;
-    for (const unsigned char byte : random) {
-        constexpr std::string_view Digits = "0123456789abcdef";
-        id += Digits[byte >> 4];
-        id += Digits[byte & 15];
-    }
-    id += sender.substr(sender.rfind('@'));
-    g_mime_message_set_message_id(message, id.c_str());
+Mailbox HeaderMailbox(const Mailbox& mailbox) {
+    return {HeaderText(mailbox.name), mailbox.address};
 }
 
-void SetHeaders(GMimeMessage* message, const OutgoingMail& mail) {
-    g_mime_message_add_mailbox(message, GMIME_ADDRESS_TYPE_FROM, HeaderText(mail.from.name).c_str(),
-                               mail.from.address.c_str());
+// Everything above what GMime says of the content.
+std::string HeaderLines(const OutgoingMail& mail) {
+    std::vector<Mailbox> recipients;
     for (const Mailbox& recipient : mail.recipients) {
-        g_mime_message_add_mailbox(message, GMIME_ADDRESS_TYPE_TO, HeaderText(recipient.name).c_str(),
-                                   recipient.address.c_str());
+        recipients.push_back(HeaderMailbox(recipient));
     }
-    g_mime_message_set_subject(message, HeaderText(mail.subject).c_str(), "utf-8");
-    SetDate(message);
-    SetMessageId(message, mail.from.address);
-    auto* object = reinterpret_cast<GMimeObject*>(message);
-    g_mime_object_append_header(object, "User-Agent", "Oxbow Courier", "utf-8");
+    std::string lines = DateLine();
+    lines += MailboxHeader("From", {HeaderMailbox(mail.from)});
+    lines += MailboxHeader("To", recipients);
+    lines += TextHeader("Subject", HeaderText(mail.subject));
+    lines += MessageIdLine(mail);
+    // Nobody is there to read what an absent reader's program would answer.
+    lines += "Auto-Submitted: auto-generated\n";
+    lines += "User-Agent: Oxbow Courier\n";
     if (mail.highImportance) {
-        g_mime_object_append_header(object, "Importance", "high", "utf-8");
-        g_mime_object_append_header(object, "X-Priority", "1", "utf-8");
-        g_mime_object_append_header(object, "Priority", "urgent", "utf-8");
+        lines += "Importance: high\nX-Priority: 1\nPriority: urgent\n";
     }
+    return lines + "MIME-Version: 1.0\n";
 }
 
 // Whether every mail program on the way takes the text as it stands.
@@ -160,6 +156,15 @@ Owned<GMimeTextPart> MakeBody(const std::string& text) {
     return part;
 }
 
+// `line` as it is written, in the place of what GMime would write of that name.
+void SetHeaderLine(GMimeObject* object, const std::string& line) {
+    const std::size_t colon = line.find(':');
+    const std::string name = line.substr(0, colon);
+    g_mime_object_set_header(object, name.c_str(), "", nullptr);
+    GMimeHeader* header = g_mime_header_list_get_header(g_mime_object_get_header_list(object), name.c_str());
+    g_mime_header_set_raw_value(header, line.c_str() + colon + 1);
+}
+
 Owned<GMimePart> MakeAttachment(const OutgoingAttachment& attachment) {
     const FileKind kind = KindOf(attachment.name);
     Owned<GMimePart> part(g_mime_part_new_with_type(kind.type, kind.subtype));
@@ -171,28 +176,26 @@ Owned<GMimePart> MakeAttachment(const OutgoingAttachment& attachment) {
     g_mime_part_set_content(part.get(), content.get());
     g_mime_part_set_content_encoding(part.get(), GMIME_CONTENT_ENCODING_BASE64);
     auto* object = reinterpret_cast<GMimeObject*>(part.get());
-    g_mime_object_set_disposition(object, GMIME_DISPOSITION_ATTACHMENT);
-    g_mime_part_set_filename(part.get(), HeaderText(attachment.name).c_str());
+    const std::string name = HeaderText(attachment.name);
+    SetHeaderLine(object,
+                  ParameterHeader("Content-Type", std::string(kind.type) + "/" + kind.subtype, "name", name));
+    SetHeaderLine(object, ParameterHeader("Content-Disposition", "attachment", "filename", name));
     return part;
 }
 
-Owned<GMimeMessage> MakeMessage(const OutgoingMail& mail) {
-    Owned<GMimeMessage> message(g_mime_message_new(FALSE));
-    SetHeaders(message.get(), mail);
-    const Owned<GMimeTextPart> body = MakeBody(mail.text);
-    auto* content = reinterpret_cast<GMimeObject*>(body.get());
-    Owned<GMimeMultipart> multipart;
-    if (!mail.attachments.empty()) {
-        multipart.reset(g_mime_multipart_new_with_subtype("mixed"));
-        g_mime_multipart_add(multipart.get(), content);
-        for (const OutgoingAttachment& attachment : mail.attachments) {
-            const Owned<GMimePart> part = MakeAttachment(attachment);
-            g_mime_multipart_add(multipart.get(), reinterpret_cast<GMimeObject*>(part.get()));
-        }
-        content = reinterpret_cast<GMimeObject*>(multipart.get());
+// The text, or a multipart of it and the attachments.
+Owned<GMimeObject> MakeContent(const OutgoingMail& mail) {
+    Owned<GMimeTextPart> body = MakeBody(mail.text);
+    if (mail.attachments.empty()) {
+        return Owned<GMimeObject>(reinterpret_cast<GMimeObject*>(body.release()));
     }
-    g_mime_message_set_mime_part(message.get(), content);
-    return message;
+    Owned<GMimeMultipart> multipart(g_mime_multipart_new_with_subtype("mixed"));
+    g_mime_multipart_add(multipart.get(), reinterpret_cast<GMimeObject*>(body.get()));
+    for (const OutgoingAttachment& attachment : mail.attachments) {
+        const Owned<GMimePart> part = MakeAttachment(attachment);
+        g_mime_multipart_add(multipart.get(), reinterpret_cast<GMimeObject*>(part.get()));
+    }
+    return Owned<GMimeObject>(reinterpret_cast<GMimeObject*>(multipart.release()));
 }
 
 void EnsureStarted() {
@@ -225,11 +228,12 @@ Owned<GMimeStream> MakeTarget(int file, LineEnds ends) {
 
 int WriteMessage(const OutgoingMail& mail, int file, LineEnds ends) {
     EnsureStarted();
-    const Owned<GMimeMessage> message = MakeMessage(mail);
+    const std::string headers = HeaderLines(mail);
+    const Owned<GMimeObject> content = MakeContent(mail);
     const Owned<GMimeStream> target = MakeTarget(file, ends);
     errno = 0;
-    auto* object = reinterpret_cast<GMimeObject*>(message.get());
-    const bool written = g_mime_object_write_to_stream(object, nullptr, target.get()) >= 0 &&
+    const bool written = g_mime_stream_write(target.get(), headers.data(), headers.size()) >= 0 &&
+                         g_mime_object_write_to_stream(content.get(), nullptr, target.get()) >= 0 &&
                          g_mime_stream_flush(target.get()) == 0;
     const int code = errno;
     if (!written && IsDiskFull(code)) {

@@ -132,7 +132,7 @@ void OutboxTransport::CheckWritable() const {
     }
 }
 
-void OutboxTransport::Deliver(const OutgoingMail& mail) {
+Refusals OutboxTransport::Deliver(const OutgoingMail& mail) {
     const UniqueFd folder = OpenFolder(m_folder);
     RemoveLeftovers(m_folder, UnfinishedPrefix);
     UnfinishedFile file(folder.Get());
@@ -146,6 +146,7 @@ void OutboxTransport::Deliver(const OutgoingMail& mail) {
     if (code != 0) {
         Raise(m_folder, code);
     }
+    return {};
 }
 
 }  // namespace mailer

@@ -17,7 +17,7 @@ class OutboxTransport : public Transport {
     explicit OutboxTransport(std::filesystem::path folder) : m_folder(std::move(folder)) {}
     // Makes the folder when it is missing, as the first message would, and tries to write there.
     void CheckWritable() const;
-    void Deliver(const OutgoingMail& mail) override;
+    Refusals Deliver(const OutgoingMail& mail) override;
 
  private:
     std::filesystem::path m_folder;

@@ -23,6 +23,7 @@ struct OutgoingMail {
     std::string subject;
     std::string text;  // any line ends
     bool highImportance = false;
+    std::string identity;  // as MAPI::Message::Identity
     std::vector<OutgoingAttachment> attachments;
 };
 

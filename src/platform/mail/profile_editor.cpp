@@ -35,9 +35,9 @@ std::string TextOf(const fs::path& file) {
 
 const std::vector<std::string>& ProfileKeys() {
     static const std::vector<std::string> keys{
-        "Transport", "From",         "Host",     "Port",     "Security",
-        "Verify",    "CAFile",       "User",     "Password", "PasswordCommand",
-        "Timeout",   "OutboxFolder", "Sendmail", "VCard"};
+        "Transport", "From",    "Host",         "Port",     "Security",
+        "Verify",    "CAFile",  "User",         "Password", "PasswordCommand",
+        "Hello",     "Timeout", "OutboxFolder", "Sendmail", "VCard"};
     return keys;
 }
 
@@ -63,7 +63,9 @@ void ProfileEditor::Set(std::string_view key, std::string_view value) {
 }
 
 MailProfile ProfileEditor::Profile() const {
-    return ParseMailProfile(m_file, m_text.Text());
+    MailProfile profile = ParseMailProfile(m_file, m_text.Text());
+    profile.isExposed = IsExposed(m_file, m_text.Text());
+    return profile;
 }
 
 void ProfileEditor::Save() {

@@ -56,7 +56,7 @@ void SendmailTransport::CheckProgram() const {
     RefuseProgram(m_program);
 }
 
-void SendmailTransport::Deliver(const OutgoingMail& mail) {
+Refusals SendmailTransport::Deliver(const OutgoingMail& mail) {
     std::vector<std::string> arguments{m_program, "-i", "-f", mail.from.address, "--"};
     for (const Mailbox& recipient : mail.recipients) {
         arguments.push_back(recipient.address);
@@ -81,6 +81,7 @@ void SendmailTransport::Deliver(const OutgoingMail& mail) {
                                                           : ErrMessageRefused,
                            program + "refused the message: " + Reason(result));
     }
+    return {};
 }
 
 }  // namespace mailer

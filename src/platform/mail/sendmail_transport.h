@@ -17,7 +17,7 @@ class SendmailTransport : public Transport {
         : m_program(std::move(program)), m_seconds(seconds), m_stop(std::move(stop)) {}
     // Raises ErrBadProfile when the program is missing or may not be run.
     void CheckProgram() const;
-    void Deliver(const OutgoingMail& mail) override;
+    Refusals Deliver(const OutgoingMail& mail) override;
 
  private:
     std::string m_program;

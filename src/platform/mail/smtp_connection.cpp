@@ -8,16 +8,6 @@
 namespace mailer {
 namespace {
 
-int Listen(CURL*, curl_infotype kind, char* data, std::size_t size, void* context) {
-    auto& talk = *static_cast<SmtpTalk*>(context);
-    if (kind == CURLINFO_HEADER_OUT) {
-        talk.Said({data, size});
-    } else if (kind == CURLINFO_HEADER_IN) {
-        talk.Heard({data, size});
-    }
-    return 0;
-}
-
 // What a server says is for Listen alone; without a taker the library would print it.
 std::size_t Drop(char*, std::size_t size, std::size_t count, void*) {
     return size * count;
@@ -38,7 +28,7 @@ std::string Url(const MailProfile& profile) {
     const bool isIpv6 = profile.host.find(':') != std::string::npos;
     const std::string host = isIpv6 ? "[" + profile.host + "]" : profile.host;
     return (profile.security == Security::Tls ? "smtps://" : "smtp://") + host + ":" +
-           std::to_string(profile.port);
+           std::to_string(profile.port) + (profile.hello.empty() ? "" : "/" + profile.hello);
 }
 
 }  // namespace
@@ -72,11 +62,40 @@ void SmtpConnection::SetServer() {
         curl_easy_setopt(curl, CURLOPT_CAINFO, profile.caFile.c_str());
     }
     curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, static_cast<long>(profile.connectSeconds));
-    curl_easy_setopt(curl, CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(profile.stallSeconds));
     curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
-    curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, static_cast<long>(profile.stallSeconds));
+    SetPatience(profile.stallSeconds);
     // The goodbye belongs to this call, within the same limits of time.
     curl_easy_setopt(curl, CURLOPT_FORBID_REUSE, 1L);
+}
+
+// How long the server may be silent.
+void SmtpConnection::SetPatience(int seconds) {
+    curl_easy_setopt(m_curl.get(), CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(seconds));
+    curl_easy_setopt(m_curl.get(), CURLOPT_LOW_SPEED_TIME, static_cast<long>(seconds));
+}
+
+void SmtpConnection::AwaitFinalAnswer() {
+    m_talk.ContentGiven();
+    SetPatience(m_profile.acceptSeconds);
+}
+
+int SmtpConnection::Listen(CURL* curl, curl_infotype kind, char* data, std::size_t size, void* context) {
+    auto& connection = *static_cast<SmtpConnection*>(context);
+    if (kind == CURLINFO_HEADER_OUT) {
+        connection.m_talk.Said({data, size});
+    } else if (kind == CURLINFO_HEADER_IN) {
+        connection.m_talk.Heard({data, size});
+        if (connection.m_talk.IsPutOff()) {
+            connection.m_isPutOff = true;
+            // A refused recipient is passed over, but this one ends the talk here.
+            curl_easy_setopt(curl, CURLOPT_MAIL_RCPT_ALLLOWFAILS, 0L);
+        }
+        if (connection.m_talk.Accepted()) {
+            // The goodbye is not worth a long wait.
+            connection.SetPatience(connection.m_profile.stallSeconds);
+        }
+    }
+    return 0;
 }
 
 void SmtpConnection::SetLogin() {
@@ -94,7 +113,7 @@ void SmtpConnection::SetListener() {
     curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, Drop);
     curl_easy_setopt(curl, CURLOPT_VERBOSE, 1L);
     curl_easy_setopt(curl, CURLOPT_DEBUGFUNCTION, Listen);
-    curl_easy_setopt(curl, CURLOPT_DEBUGDATA, &m_talk);
+    curl_easy_setopt(curl, CURLOPT_DEBUGDATA, this);
     curl_easy_setopt(curl, CURLOPT_ERRORBUFFER, m_detail);
     if (m_stop.stop_possible()) {
         curl_easy_setopt(curl, CURLOPT_NOPROGRESS, 0L);

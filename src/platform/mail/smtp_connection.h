@@ -23,7 +23,12 @@ class SmtpConnection {
     SmtpConnection& operator=(const SmtpConnection&) = delete;
 
     CURL* Handle() { return m_curl.get(); }
-    SmtpTalk& Talk() { return m_talk; }
+    const SmtpTalk& Talk() const { return m_talk; }
+    // A recipient is not taken now, but may be later: the message goes to nobody.
+    bool IsPutOff() const { return m_isPutOff; }
+    // The whole message has been given: from here on the server has acceptSeconds to answer, as a message
+    // that was given up too early would go out again. Called while the connection is at work.
+    void AwaitFinalAnswer();
     // Returns libcurl's code. Raises err::MailUserCancel when it was stopped, unless the server has taken a
     // message by then.
     CURLcode Perform();
@@ -31,6 +36,9 @@ class SmtpConnection {
     [[noreturn]] void RaiseFailure(CURLcode code) const;
 
  private:
+    static int Listen(CURL* curl, curl_infotype kind, char* data, std::size_t size, void* context);
+
+    void SetPatience(int seconds);
     void SetServer();
     void SetLogin();
     void SetListener();
@@ -38,6 +46,7 @@ class SmtpConnection {
     const MailProfile& m_profile;
     std::stop_token m_stop;
     SmtpTalk m_talk;
+    bool m_isPutOff = false;
     char m_detail[CURL_ERROR_SIZE] = "";
     std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> m_curl;
 };

@@ -40,10 +40,8 @@ bool IsFull(const SmtpTalk& talk) {
     }
     // With another enhanced code the number alone says nothing: 552 5.7.0 is content that was found
     // dangerous.
-    const std::string code = std::to_string(talk.Code()) + " ";
-    const std::size_t last = reply.rfind(code);  // behind the answers that led here
-    const std::string status =
-        last == std::string::npos ? std::string() : reply.substr(last + code.size(), 2);
+    constexpr std::size_t CodeLength = 3;
+    const std::string status = reply.size() > CodeLength ? reply.substr(CodeLength + 1, 2) : std::string();
     const bool enhanced = status == "4." || status == "5.";
     return !enhanced && (talk.Code() == 452 || talk.Code() == 552);
 }
@@ -56,6 +54,15 @@ std::string Answer(const SmtpTalk& talk) {
     return talk.Reply().empty() ? std::string() : " It answered: " + Shown(talk.Reply());
 }
 
+// Everybody who was refused, as the message went to nobody.
+std::string Refused(const SmtpTalk& talk) {
+    std::string names;
+    for (const MAPI::Refusal& refusal : talk.Refusals()) {
+        names += (names.empty() ? "\"" : ", \"") + refusal.Address + "\"";
+    }
+    return (talk.Refusals().size() == 1 ? "the recipient " : "the recipients ") + Shown(names);
+}
+
 RuntimeError ExplainRefusal(const SmtpTalk& talk, const std::string& server) {
     constexpr int Unavailable = 421;
     const bool later = talk.Code() < 500;
@@ -63,8 +70,11 @@ RuntimeError ExplainRefusal(const SmtpTalk& talk, const std::string& server) {
         return {err::MailboxOrServer, server + " turns mail away." + Answer(talk)};
     }
     if (talk.At() == Stage::Recipient && !IsFull(talk) && !IsLoginAnswer(talk.Code())) {
-        return {ErrRecipientRefused, server + " refuses the recipient \"" + Shown(talk.Recipient()) +
-                                         "\"; nobody has got the message." + Answer(talk)};
+        return {ErrRecipientRefused,
+                server +
+                    (later ? " does not take mail for \"" + Shown(talk.Recipient()) + "\" now"
+                           : " refuses " + Refused(talk)) +
+                    "; nobody has got the message." + Answer(talk)};
     }
     if (IsFull(talk)) {
         const std::string whose =
@@ -87,15 +97,23 @@ RuntimeError ExplainRefusal(const SmtpTalk& talk, const std::string& server) {
     return {ErrMessageRefused, server + " refuses the message." + Answer(talk)};
 }
 
-std::string LostText(int code, const std::string& server, const MailProfile& profile) {
+std::string LateText(const std::string& server, const SmtpTalk& talk, const MailProfile& profile) {
+    if (talk.IsContentGiven()) {
+        return server + " was given the whole message and has not answered within " +
+               std::to_string(profile.acceptSeconds) + " seconds; nobody knows whether it has taken it.";
+    }
+    return server + " does not answer in time (" + std::to_string(profile.connectSeconds) +
+           " seconds to connect, " + std::to_string(profile.stallSeconds) + " while sending).";
+}
+
+std::string LostText(int code, const std::string& server, const SmtpTalk& talk, const MailProfile& profile) {
     switch (code) {
         case CURLE_COULDNT_RESOLVE_HOST:
             return server + " cannot be found: there is no such name, or no name service.";
         case CURLE_COULDNT_CONNECT:
             return server + " cannot be reached: nothing answers there.";
         case CURLE_OPERATION_TIMEDOUT:
-            return server + " does not answer in time (" + std::to_string(profile.connectSeconds) +
-                   " seconds to connect, " + std::to_string(profile.stallSeconds) + " while sending).";
+            return LateText(server, talk, profile);
         default:
             return server + " dropped the connection before it took the message.";
     }
@@ -131,7 +149,7 @@ RuntimeError ExplainSmtpFailure(int code, const SmtpTalk& talk, const MailProfil
     if (code == CURLE_URL_MALFORMAT || code == CURLE_UNSUPPORTED_PROTOCOL) {
         return {ErrBadProfile, server + " cannot be spoken to" + said};
     }
-    return {err::MailboxOrServer, LostText(code, server, profile)};
+    return {err::MailboxOrServer, LostText(code, server, talk, profile)};
 }
 
 }  // namespace mailer

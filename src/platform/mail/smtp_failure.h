@@ -15,7 +15,7 @@ namespace mailer {
 //   err::MailboxFull      452, 552 or an answer that says so (x.2.2)
 //   ErrNotSecure          TLS missing, or a certificate that is not trusted
 //   ErrLoginRefused       user or password refused, or a login wanted
-//   ErrRecipientRefused   a recipient is not accepted; the text names it
+//   ErrRecipientRefused   no recipient is accepted, or one is put off; the text names them
 //   ErrMessageRefused     sender or content is not accepted
 RuntimeError ExplainSmtpFailure(int code, const SmtpTalk& talk, const MailProfile& profile,
                                 const std::string& detail);

@@ -4,6 +4,9 @@
 #include <charconv>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "platform/mapi.h"
 
 namespace mailer {
 
@@ -19,6 +22,7 @@ class SmtpTalk {
         }
         m_code = 0;
         m_reply.clear();
+        m_isWhole = false;
         if (verb == "EHLO" || verb == "HELO") {
             m_stage = Stage::Hello;
         } else if (verb == "STAR") {
@@ -37,26 +41,40 @@ class SmtpTalk {
         }
     }
 
-    // One line of an answer.
+    // One line of an answer. A command may have several answers, as the content has, and the last one counts.
     void Heard(std::string_view line) {
         if (m_over) {
             return;
         }
         constexpr std::size_t LongestReply = 500;
+        constexpr std::size_t CodeLength = 3;
+        if (m_isWhole) {
+            m_reply.clear();
+        }
         std::from_chars(line.data(), line.data() + line.size(), m_code);
-        const std::size_t end = line.find_last_not_of("\r\n") + 1;
+        const std::string_view text = line.substr(0, line.find_last_not_of("\r\n") + 1);
+        m_isWhole = text.size() <= CodeLength || text[CodeLength] != '-';
         if (m_reply.size() < LongestReply) {
-            m_reply += (m_reply.empty() ? "" : " ") + std::string(line.substr(0, end));
+            m_reply.append(m_reply.empty() ? "" : " ").append(text);
         }
         m_accepted = m_accepted || (m_stage == Stage::Content && m_contentGiven && m_code == 250);
+        if (m_isWhole && m_stage == Stage::Recipient && m_code / 100 == 5) {
+            m_refusals.push_back({m_recipient, m_reply});
+        }
     }
 
     void ContentGiven() { m_contentGiven = true; }
 
     Stage At() const { return m_stage; }
-    int Code() const { return m_code; }  // of the answer to the last command; 0 when there was none
-    const std::string& Reply() const { return m_reply; }
+    int Code() const { return m_code; }  // of the last answer to the last command; 0 when there was none
+    const std::string& Reply() const { return m_reply; }  // that answer, its lines joined by blanks
     const std::string& Recipient() const { return m_recipient; }
+    // The recipients that the server will never take, each with its answer.
+    const std::vector<MAPI::Refusal>& Refusals() const { return m_refusals; }
+    // The server does not take the recipient that was named last now, but may at another time.
+    bool IsPutOff() const { return m_stage == Stage::Recipient && m_isWhole && m_code / 100 == 4; }
+    // The whole message has been given, and its answer is not there yet.
+    bool IsContentGiven() const { return m_contentGiven; }
     // The server has taken the message: whatever goes wrong from here, it must not be sent again.
     bool Accepted() const { return m_accepted; }
 
@@ -64,7 +82,9 @@ class SmtpTalk {
     Stage m_stage = Stage::Greeting;
     int m_code = 0;
     std::string m_reply;
+    bool m_isWhole = false;  // the last line of the answer has been heard
     std::string m_recipient;
+    std::vector<MAPI::Refusal> m_refusals;
     bool m_contentGiven = false;
     bool m_accepted = false;
     bool m_over = false;

@@ -16,17 +16,23 @@ namespace {
 
 struct Upload {
     UniqueFd message;
-    SmtpTalk& talk;
+    curl_off_t left = 0;  // in bytes
+    SmtpConnection& server;
 };
 
 std::size_t GiveContent(char* buffer, std::size_t size, std::size_t count, void* context) {
     auto& upload = *static_cast<Upload*>(context);
+    // The library stops at such an answer; here nothing is given even if it did not.
+    if (upload.server.IsPutOff()) {
+        return CURL_READFUNC_ABORT;
+    }
     ssize_t got = 0;
     do {
         got = read(upload.message.Get(), buffer, size * count);
     } while (got < 0 && errno == EINTR);
-    if (got == 0) {
-        upload.talk.ContentGiven();
+    upload.left -= got > 0 ? got : 0;
+    if (got == 0 || upload.left <= 0) {
+        upload.server.AwaitFinalAnswer();
     }
     return got < 0 ? CURL_READFUNC_ABORT : static_cast<std::size_t>(got);
 }
@@ -36,6 +42,7 @@ void SetUpload(CURL* curl, Upload& upload) {
     if (fstat(upload.message.Get(), &status) != 0) {
         throw RuntimeError(err::PathFileAccess, "The message cannot be read back");
     }
+    upload.left = status.st_size;
     curl_easy_setopt(curl, CURLOPT_UPLOAD, 1L);
     curl_easy_setopt(curl, CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(status.st_size));
     curl_easy_setopt(curl, CURLOPT_READFUNCTION, GiveContent);
@@ -59,20 +66,21 @@ List AllRecipients(const OutgoingMail& mail) {
 
 }  // namespace
 
-void SmtpTransport::Deliver(const OutgoingMail& mail) {
+Refusals SmtpTransport::Deliver(const OutgoingMail& mail) {
     UniqueFd message = SpoolMessage(mail, LineEnds::CrLf);
     SmtpConnection server(m_profile, m_stop);
-    Upload upload{std::move(message), server.Talk()};
+    Upload upload{std::move(message), 0, server};
     const List recipients = AllRecipients(mail);
     const std::string sender = "<" + mail.from.address + ">";
     SetUpload(server.Handle(), upload);
     curl_easy_setopt(server.Handle(), CURLOPT_MAIL_FROM, sender.c_str());
     curl_easy_setopt(server.Handle(), CURLOPT_MAIL_RCPT, recipients.get());
+    curl_easy_setopt(server.Handle(), CURLOPT_MAIL_RCPT_ALLLOWFAILS, 1L);
     const CURLcode code = server.Perform();
     if (code == CURLE_OK || server.Talk().Accepted()) {
-        return;
+        return server.Talk().Refusals();
     }
-    if (code == CURLE_ABORTED_BY_CALLBACK || code == CURLE_READ_ERROR) {
+    if ((code == CURLE_ABORTED_BY_CALLBACK || code == CURLE_READ_ERROR) && !server.IsPutOff()) {
         throw RuntimeError(err::PathFileAccess, "The message cannot be read back");
     }
     server.RaiseFailure(code);

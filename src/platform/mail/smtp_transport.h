@@ -7,13 +7,14 @@
 
 namespace mailer {
 
-// Hands each message to the profile's server in a connection of its own. Every recipient is accepted before
-// the first byte of the message is sent. Raises as told in smtp_failure.h, and as SpoolMessage.
+// Hands each message to the profile's server in a connection of its own. Every recipient is named before the
+// first byte of the message is sent; those that the server refuses for good are returned, and the message
+// goes to the others. Raises as told in smtp_failure.h, and as SpoolMessage.
 class SmtpTransport : public Transport {
  public:
     explicit SmtpTransport(MailProfile profile, std::stop_token stop = {})
         : m_profile(std::move(profile)), m_stop(std::move(stop)) {}
-    void Deliver(const OutgoingMail& mail) override;
+    Refusals Deliver(const OutgoingMail& mail) override;
 
  private:
     MailProfile m_profile;

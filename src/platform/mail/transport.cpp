@@ -11,7 +11,7 @@ std::unique_ptr<Transport> MakeTransport(const MailProfile& profile, const std::
         case TransportKind::Smtp:
             return std::make_unique<SmtpTransport>(profile, stop);
         case TransportKind::Sendmail:
-            return std::make_unique<SendmailTransport>(profile.sendmail, profile.stallSeconds, stop);
+            return std::make_unique<SendmailTransport>(profile.sendmail, profile.sendmailSeconds, stop);
         case TransportKind::Outbox:
             break;
     }

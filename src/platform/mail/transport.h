@@ -3,17 +3,22 @@
 
 #include <memory>
 #include <stop_token>
+#include <vector>
 
 #include "platform/mail/mail_profile.h"
 #include "platform/mail/outgoing_mail.h"
+#include "platform/mapi.h"
 
 namespace mailer {
+
+using Refusals = std::vector<MAPI::Refusal>;
 
 class Transport {
  public:
     virtual ~Transport() = default;
-    // Returns when the whole message is taken for every recipient. Otherwise raises, and nobody has got it.
-    virtual void Deliver(const OutgoingMail& mail) = 0;
+    // Returns when the whole message is taken, with the recipients that the server does not take and never
+    // will. Otherwise raises, and nobody has got it: when every recipient is refused, or one is put off.
+    virtual Refusals Deliver(const OutgoingMail& mail) = 0;
 };
 
 // A stop that is asked for ends a delivery that waits for a server or a program: err::MailUserCancel.

@@ -80,6 +80,7 @@ class CardReader {
         if (ToLower(address).starts_with("mailto:")) {
             address.erase(0, std::string_view("mailto:").size());
         }
+        address = MachineAddress(address);
         const int preference = Preference(line);
         if (IsAddress(address) && preference < m_preference) {
             m_entry.address = address;

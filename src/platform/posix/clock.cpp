@@ -16,6 +16,7 @@ class MachineClock : public Clock {
         return DateValue::FromSeconds(day.Seconds() +
                                       TimeSerial(local.tm_hour, local.tm_min, local.tm_sec).Seconds());
     }
+    ZonedMoment Moment() const override { return InMachineZone(std::time(nullptr)); }
 };
 
 const Clock& MachineTime() {
@@ -29,6 +30,26 @@ const Clock*& Current() {
 }
 
 }  // namespace
+
+ZonedMoment InMachineZone(std::int64_t seconds) {
+    const std::time_t moment = seconds;
+    std::tm local{};
+    localtime_r(&moment, &local);
+    return {seconds, static_cast<int>(local.tm_gmtoff)};
+}
+
+ZonedMoment Clock::Moment() const {
+    const DateParts now = Split(Now());
+    std::tm local{};
+    local.tm_year = now.year - 1900;
+    local.tm_mon = now.month - 1;
+    local.tm_mday = now.day;
+    local.tm_hour = now.hour;
+    local.tm_min = now.minute;
+    local.tm_sec = now.second;
+    local.tm_isdst = -1;
+    return InMachineZone(std::mktime(&local));
+}
 
 const Clock& TheClock() {
     return *Current();

@@ -24,8 +24,8 @@ bool FileSystemObject::FileExists(const std::string& path) const {
 
 File FileSystemObject::GetFile(const std::string& path) const {
     if (!FileExists(path)) {
-        throw RuntimeError(err::FileNotFound,
-                           RuntimeError(err::FileNotFound).Description() + ": \"" + path + "\"");
+        throw RuntimeError(err::FileNotFound, RuntimeError(err::FileNotFound).Description() + ": \"" +
+                                                  paths::ForUser(path) + "\"");
     }
     return File(path);
 }

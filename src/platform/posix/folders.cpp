@@ -140,8 +140,12 @@ fs::path DataHome() {
     return BaseFolder("XDG_DATA_HOME", ".local/share");
 }
 
+fs::path ConfigPlace() {
+    return BaseFolder("XDG_CONFIG_HOME", ".config") / FolderName;
+}
+
 fs::path ConfigFolder() {
-    fs::path folder = BaseFolder("XDG_CONFIG_HOME", ".config") / FolderName;
+    fs::path folder = ConfigPlace();
     MakePrivateFolder(folder);
     return folder;
 }

@@ -11,7 +11,7 @@ namespace {
 namespace fs = std::filesystem;
 
 [[noreturn]] void RaiseNotFound(std::string_view path) {
-    std::string shown(path.substr(0, path.find('\0')));
+    const std::string shown = paths::ForUser(path.substr(0, path.find('\0')));
     throw RuntimeError(err::PathNotFound,
                        RuntimeError(err::PathNotFound).Description() + ": \"" + shown + "\"");
 }
@@ -90,6 +90,25 @@ std::string FromMachine(const fs::path& path) {
     std::string text = (error ? path : whole).lexically_normal().string();
     std::replace(text.begin(), text.end(), '/', '\\');
     return "Z:" + text;
+}
+
+std::string ForUser(std::string_view path) {
+    std::string text(path);
+    if (!path.starts_with("Z:\\") || path.find('/') != std::string_view::npos) {
+        return text;
+    }
+    text.erase(0, 2);
+    std::replace(text.begin(), text.end(), '\\', '/');
+    return text;
+}
+
+std::string FromUser(std::string_view text) {
+    if (!text.starts_with('/')) {
+        return std::string(text);
+    }
+    std::string path = "Z:" + std::string(text);
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return path;
 }
 
 }  // namespace paths

@@ -1,7 +1,26 @@
 #include "platform/qt/qt_loop.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QTimer>
+
+namespace {
+
+// Timers that come due while it lives do not run; those that repeat come again.
+class TimersHeld : public QObject {
+ public:
+    TimersHeld() { QCoreApplication::instance()->installEventFilter(this); }
+
+ protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override { return event->type() == QEvent::Timer; }
+};
+
+}  // namespace
+
+void QtLoop::Repaint() {
+    const TimersHeld held;
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
 
 void QtLoop::Yield() {
     QCoreApplication::processEvents();

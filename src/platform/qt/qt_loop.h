@@ -7,4 +7,5 @@ class QtLoop : public MessageLoop {
  public:
     void Yield() override;
     void YieldFor(double seconds) override;
+    void Repaint() override;
 };

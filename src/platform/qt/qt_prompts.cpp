@@ -1,8 +1,12 @@
 #include "platform/qt/qt_prompts.h"
 
 #include <QApplication>
+#include <QFontMetrics>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
+
+#include "platform/process.h"
 
 namespace {
 
@@ -22,22 +26,44 @@ QMessageBox::Icon IconOf(int flags) {
     }
 }
 
+// A box is as wide as its text, and the window manager cuts a title that does not fit.
+void MakeRoomForTitle(QMessageBox& box) {
+    auto* layout = qobject_cast<QGridLayout*>(box.layout());
+    if (layout == nullptr) {
+        return;
+    }
+    constexpr int FrameLetters = 12;  // its icon and buttons
+    const QFontMetrics metrics(QApplication::font("QMdiSubWindowTitleBar"));
+    const int width =
+        metrics.horizontalAdvance(box.windowTitle()) + FrameLetters * metrics.averageCharWidth();
+    layout->addItem(new QSpacerItem(width, 0), layout->rowCount(), 0, 1, layout->columnCount());
+}
+
 QString TitleOf(const std::string& title) {
     return QString::fromStdString(title.empty() ? AppTitle : title);
+}
+
+// Nobody may be at the scheduler's screen: what its boxes say stands on standard error as well.
+void JournalOfScheduler(const std::string& text, const std::string& title) {
+    if (!Command().empty()) {
+        JournalBox(text, title);
+    }
 }
 
 }  // namespace
 
 int QtPrompts::Box(const std::string& text, int flags, const std::string& title) {
+    JournalOfScheduler(text, title);
     constexpr int ButtonBits = 0x0F;
     const bool question = (flags & ButtonBits) == vbYesNo;
     QMessageBox box(QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     box.setWindowTitle(TitleOf(title));
     box.setText(QString::fromStdString(text));
-    box.setIcon(IconOf(flags));
+    box.setIcon(question && IconOf(flags) == QMessageBox::NoIcon ? QMessageBox::Question : IconOf(flags));
     box.setStandardButtons(question ? QMessageBox::Yes | QMessageBox::No
                                     : QMessageBox::StandardButtons(QMessageBox::Ok));
+    MakeRoomForTitle(box);
     const int button = box.exec();
     if (!question) {
         return vbOK;
@@ -46,6 +72,7 @@ int QtPrompts::Box(const std::string& text, int flags, const std::string& title)
 }
 
 std::string QtPrompts::Input(const std::string& prompt, const std::string& title, const std::string& preset) {
+    JournalOfScheduler(prompt, title);
     bool accepted = false;
     const QString text =
         QInputDialog::getText(QApplication::activeWindow(), TitleOf(title), QString::fromStdString(prompt),

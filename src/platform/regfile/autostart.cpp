@@ -131,13 +131,31 @@ std::string HomeForExec(std::string_view commandLine, const fs::path& ownProgram
     return found ? std::string() : "env " + QuotedForEntry("OXC_HOME=" + home.string()) + " ";
 }
 
+std::string RegionForExec(std::string_view commandLine) {
+    const std::vector<std::string> pieces = Pieces(commandLine);
+    if (pieces.empty() || !SameLetters(FileName(pieces.front()), "oxc.exe")) {
+        return {};
+    }
+    std::string exec = "env ";
+    for (const char* name : {"LC_ALL", "LC_TIME", "LANG"}) {
+        const char* region = std::getenv(name);
+        if (region != nullptr && *region != '\0') {
+            exec += QuotedForEntry(std::string(name) + "=" + region) + " ";
+            if (std::string_view(name) == "LC_ALL") {
+                return exec;  // it decides alone
+            }
+        }
+    }
+    return exec == "env " ? "env LC_ALL=C.UTF-8 " : exec;
+}
+
 void WriteAutostart(const fs::path& folder, const std::string& name, std::string_view commandLine) {
     std::error_code error;
     fs::create_directories(folder, error);
     AtomicFile file(folder / (name + ".desktop"));
     file.Write("[Desktop Entry]\nType=Application\nName=" + std::string(AppTitle) +
-               "\nComment=Runs the scheduled reports\nExec=" + HomeForExec(commandLine, InstalledProgram()) +
-               DesktopExec(commandLine, InstalledProgram()) +
+               "\nComment=Runs the scheduled reports\nExec=" + RegionForExec(commandLine) +
+               HomeForExec(commandLine, InstalledProgram()) + DesktopExec(commandLine, InstalledProgram()) +
                "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n");
     file.Commit();
 }

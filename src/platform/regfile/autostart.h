@@ -14,6 +14,11 @@ std::string DesktopExec(std::string_view commandLine, const std::filesystem::pat
 // for the application's by itself; else empty.
 std::string HomeForExec(std::string_view commandLine, const std::filesystem::path& ownProgram);
 
+// "env LANG=<region> " and the like: what names the region of this process, for a command line of oxc.exe.
+// Dates of stored values are read in it, whatever region the desktop starts programs in. Empty for other
+// programs.
+std::string RegionForExec(std::string_view commandLine);
+
 // Makes <folder>/<name>.desktop, which starts the command line at login. Raises as AtomicFile.
 void WriteAutostart(const std::filesystem::path& folder, const std::string& name,
                     std::string_view commandLine);

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QProcess>
 #include <cerrno>
@@ -177,7 +178,12 @@ int DesktopShell::Open(const fs::path& file, const std::string& parameters, cons
 }
 
 std::string DesktopShell::BrowseForFolder(WindowHandle owner, const std::string& title) {
+    const QString start = IsFolder(m_browsed) ? QString::fromStdString(m_browsed.string()) : QDir::homePath();
     const QString chosen =
-        QFileDialog::getExistingDirectory(OwnerOf(owner), QString::fromStdString(title), QString());
-    return chosen.isEmpty() ? std::string() : paths::FromMachine(chosen.toStdString());
+        QFileDialog::getExistingDirectory(OwnerOf(owner), QString::fromStdString(title), start);
+    if (chosen.isEmpty()) {
+        return {};
+    }
+    m_browsed = chosen.toStdString();
+    return paths::FromMachine(chosen.toStdString());
 }

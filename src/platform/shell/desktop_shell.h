@@ -15,6 +15,7 @@ class DesktopShell : public Shell {
     // that was started then shows the document is its own affair.
     int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& parameters,
                       const std::string& directory, int showMode) override;
+    // Begins in the folder that was chosen last, at first in the user's own.
     std::string BrowseForFolder(WindowHandle owner, const std::string& title) override;
 
     // The file oxc beside the executable of this process.
@@ -23,5 +24,5 @@ class DesktopShell : public Shell {
  private:
     int Open(const std::filesystem::path& file, const std::string& parameters,
              const std::filesystem::path& folder) const;
-    std::filesystem::path m_program;
+    std::filesystem::path m_program, m_browsed;
 };

@@ -37,21 +37,39 @@ void Connection::Open(const std::string& connectionString, const std::string& /*
     m_impl->database = std::make_unique<Database>(connectionString);
 }
 
-void Connection::Execute(const std::string& statement) {
+Connection::Impl& Connection::Opened() const {
     if (m_impl->database == nullptr) {
         throw RuntimeError(err::DataClosed);
     }
+    return *m_impl;
+}
+
+void Connection::Execute(const std::string& statement) {
+    Database& database = *Opened().database;
     TraceStatement(statement);
-    Statement running(*m_impl->database, statement);
+    Statement running(database, statement);
     while (running.Step()) {
     }
 }
 
+void Connection::ProveWritable() {
+    Opened().database->ProveWritable();
+}
+
+void Connection::BeginTrans() {
+    Opened().database->Begin();
+}
+
+void Connection::CommitTrans() {
+    Opened().database->Commit();
+}
+
+void Connection::RollbackTrans() {
+    Opened().database->Rollback();
+}
+
 void Connection::Close() {
-    if (m_impl->database == nullptr) {
-        throw RuntimeError(err::DataClosed);
-    }
-    m_impl->database.reset();
+    Opened().database.reset();
 }
 
 void SetStatementTrace(std::function<void(const std::string&)> trace) {

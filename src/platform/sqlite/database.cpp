@@ -7,6 +7,8 @@
 #include <system_error>
 #include <thread>
 
+#include "platform/adodb.h"
+#include "platform/loop.h"
 #include "platform/paths.h"
 #include "platform/sqlite/connection_string.h"
 #include "platform/sqlite/dialect.h"
@@ -17,25 +19,56 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto LongestWait = 10s;
+using Clock = std::chrono::steady_clock;
+
 // SQLite's own waiting grows to 100 ms a turn, so that two programs that write in turns can starve one
 // another.
 constexpr auto Turn = 2ms;
+// A wait that nobody notices needs no repainting.
+constexpr auto NoticedWait = 200ms;
+constexpr auto RepaintInterval = 50ms;
+
+constexpr std::chrono::duration<double> UsualWait = 10s;
+
+std::chrono::duration<double>& LongestWait() {
+    static std::chrono::duration<double> wait = UsualWait;
+    return wait;
+}
+
+// One turn of a wait that began at `since`. Called out of SQLite, which is C: nothing may be raised.
+void WaitOneTurn(Clock::time_point since) noexcept {
+    static Clock::time_point lastRepaint;
+    std::this_thread::sleep_for(Turn);
+    const auto now = Clock::now();
+    if (now - since < NoticedWait || now - lastRepaint < RepaintInterval) {
+        return;
+    }
+    try {
+        TheLoop().Repaint();
+    } catch (...) {
+        // A window that cannot be painted does not end the wait.
+    }
+    lastRepaint = Clock::now();
+}
 
 // SQLite waits by itself for a lock, but not where it sees a race between a start and an end of the
 // write-ahead log: there it says "busy" at once, and the call is to be made again.
 template <typename Call>
 int UntilNotBusy(Call call) {
-    const auto deadline = std::chrono::steady_clock::now() + LongestWait;
+    const auto start = Clock::now();
     int code = call();
-    while (IsBusyCode(code) && std::chrono::steady_clock::now() < deadline) {
-        std::this_thread::sleep_for(Turn);
+    while (IsBusyCode(code) && Clock::now() - start < LongestWait()) {
+        WaitOneTurn(start);
         code = call();
     }
     return code;
 }
 
 }  // namespace
+
+void ADODB::SetBusyWait(double seconds) {
+    LongestWait() = seconds > 0 ? std::chrono::duration<double>(seconds) : UsualWait;
+}
 
 void Database::Closer::operator()(sqlite3* handle) const {
     sqlite3_close_v2(handle);
@@ -110,15 +143,54 @@ void Database::UseWriteAheadLog() {
 
 int Database::WaitWhileBusy(void* database, int calls) {
     auto& busySince = static_cast<Database*>(database)->m_busySince;
-    const auto now = std::chrono::steady_clock::now();
+    const auto now = Clock::now();
     if (calls == 0) {
         busySince = now;
     }
-    if (now - busySince >= LongestWait) {
+    if (now - busySince >= LongestWait()) {
         return 0;
     }
-    std::this_thread::sleep_for(Turn);
+    WaitOneTurn(busySince);
     return 1;
+}
+
+void Database::Run(const char* statement) {
+    const int code =
+        UntilNotBusy([&] { return sqlite3_exec(Handle(), statement, nullptr, nullptr, nullptr); });
+    if (code != SQLITE_OK) {
+        Raise(code);
+    }
+}
+
+void Database::Begin() {
+    Run("begin immediate");
+}
+
+void Database::Commit() {
+    Run("commit");
+}
+
+void Database::Rollback() {
+    // A full disk and some other failures have rolled it back already.
+    if (sqlite3_get_autocommit(Handle()) == 0) {
+        Run("rollback");
+    }
+}
+
+void Database::ProveWritable() {
+    // With a cache of next to nothing the rows of an open transaction go to the log at once. What is taken
+    // back leaves the log as long as it was: its room is there for the write that follows.
+    Run("pragma cache_size=2");
+    Begin();
+    try {
+        Run("create table \"room for a write\"(bytes)");
+        Run("insert into \"room for a write\" values(zeroblob(262144))");
+    } catch (...) {
+        Rollback();
+        throw;
+    }
+    Rollback();
+    Run("pragma cache_size=-2000");
 }
 
 void Database::Raise(int code) {
@@ -127,7 +199,7 @@ void Database::Raise(int code) {
         m_functionError.reset();
         throw error;
     }
-    RaiseDataError(Handle(), code, m_file);
+    RaiseDataError(Handle(), code, m_file, LongestWait().count());
 }
 
 void Statement::Finalizer::operator()(sqlite3_stmt* statement) const {

@@ -24,6 +24,12 @@ class Database {
     // Raises what the last call on the handle failed with.
     [[noreturn]] void Raise(int code);
 
+    void Begin();   // a transaction that may write: from here on it cannot meet a busy file
+    void Commit();  // raises with the transaction still open
+    void Rollback();
+    // Raises what a write fails with, and changes nothing: writes pages to the log and takes them back.
+    void ProveWritable();
+
  private:
     struct Closer {
         void operator()(sqlite3* handle) const;
@@ -32,6 +38,7 @@ class Database {
     void OpenFile();
     void Configure();
     void UseWriteAheadLog();
+    void Run(const char* statement);
     static int WaitWhileBusy(void* database, int calls);
 
     std::string m_file;  // as the system writes paths

@@ -10,6 +10,9 @@
 
 namespace {
 
+// The column that holds moments as texts in several forms of date.
+constexpr std::string_view MomentColumn = "lastrun";
+
 bool IsWord(const Token* token, std::initializer_list<std::string_view> words) {
     return token != nullptr && token->kind == TokenKind::Word &&
            std::any_of(words.begin(), words.end(),
@@ -28,7 +31,7 @@ bool IsWholeNumber(const Token* token) {
 
 class Translator {
  public:
-    explicit Translator(std::string_view statement) : m_tokens(Tokenize(statement)), m_limits(1) {}
+    explicit Translator(std::string_view statement) : m_tokens(Tokenize(statement)), m_levels(1) {}
 
     std::string Translate() {
         m_comparesTexts = IsWord(Next(0), {"select", "insert", "update", "delete", "replace", "with"});
@@ -48,6 +51,12 @@ class Translator {
     }
 
  private:
+    // What is known of one pair of parentheses, or of the statement outside them.
+    struct Level {
+        std::string_view limit;  // empty: no `top` in it
+        bool orders = false;     // after its `order by`
+    };
+
     // The first token from `index` on that is no blank.
     const Token* Next(std::size_t index) const {
         while (index < m_tokens.size() && m_tokens[index].kind == TokenKind::Blank) {
@@ -59,12 +68,14 @@ class Translator {
     void Take(const Token& token) {
         const Token* next = Next(m_index + 1);
         if (IsMark(&token, {"("})) {
-            m_limits.emplace_back();
+            m_levels.emplace_back();
         } else if (IsMark(&token, {")", ";"})) {
             EndSelect();
-            if (token.text == ")" && m_limits.size() > 1) {
-                m_limits.pop_back();
+            if (token.text == ")" && m_levels.size() > 1) {
+                m_levels.pop_back();
             }
+        } else if (IsWord(&token, {"by"})) {
+            m_levels.back().orders = IsWord(m_previous, {"order"});
         }
         if (IsWord(&token, {"left"}) && IsMark(next, {"("})) {
             m_result += "\"left\"";
@@ -75,7 +86,24 @@ class Translator {
             m_result += " collate nocase";
         } else if (IsWord(&token, {"select", "distinct", "all"}) && IsWord(next, {"top"})) {
             SkipTop();
+        } else if (m_levels.back().orders && HoldsMoments(token) && EndsTerm(next)) {
+            m_result += " collate moment";
         }
+    }
+
+    static bool HoldsMoments(const Token& token) {
+        std::string_view name = token.text;
+        if (token.kind == TokenKind::Name && name.size() > 2) {
+            name = name.substr(1, name.size() - 2);
+        } else if (token.kind != TokenKind::Word) {
+            return false;
+        }
+        return SameLetters(name, MomentColumn);
+    }
+
+    static bool EndsTerm(const Token* next) {
+        return next == nullptr || IsMark(next, {",", ")", ";"}) ||
+               IsWord(next, {"asc", "desc", "nulls", "limit", "union", "except", "intersect"});
     }
 
     bool IsCompared(const Token* next) const {
@@ -90,22 +118,22 @@ class Translator {
         const Token* top = Next(m_index + 1);
         const Token* number = Next(static_cast<std::size_t>(top - m_tokens.data()) + 1);
         if (IsWholeNumber(number)) {
-            m_limits.back() = number->text;
+            m_levels.back().limit = number->text;
             m_index = static_cast<std::size_t>(number - m_tokens.data());
         }
     }
 
     // The limit belongs behind the last word of its select, in front of a comment that may follow.
     void EndSelect() {
-        std::string_view& limit = m_limits.back();
-        if (!limit.empty()) {
-            m_result.insert(m_lastEnd, " limit " + std::string(limit));
-            limit = {};
+        Level& level = m_levels.back();
+        if (!level.limit.empty()) {
+            m_result.insert(m_lastEnd, " limit " + std::string(level.limit));
         }
+        level = {};
     }
 
     std::vector<Token> m_tokens;
-    std::vector<std::string_view> m_limits;  // one for each open parenthesis; empty: no `top` in it
+    std::vector<Level> m_levels;  // of the statement and of each open parenthesis
     std::string m_result;
     std::size_t m_index = 0;
     std::size_t m_lastEnd = 0;  // behind the last token of the result that is no blank

@@ -2,6 +2,11 @@
 
 #include <sqlite3.h>
 
+#include <sys/statvfs.h>
+
+#include <cerrno>
+
+#include "platform/paths.h"
 #include "platform/runtime.h"
 #include "platform/system_error.h"
 
@@ -27,24 +32,41 @@ bool Contains(std::string_view text, std::string_view piece) {
     throw RuntimeError(err::DataSyntax, "The statement is not understood; " + message);
 }
 
-// What the machine has none left of is no fault of the file.
-void RaiseIfMachineIsShort(int systemCode, const std::string& quoted) {
-    if (IsDiskFull(systemCode)) {
-        throw RuntimeError(err::DiskFull, "The disk is full: the data file " + quoted + " cannot be written");
+// SQLite calls the lack of a log that it cannot make there "unable to open".
+bool IsOnReadOnlyFileSystem(const std::string& file) {
+    try {
+        struct statvfs system {};
+        return statvfs(paths::ToMachine(file).c_str(), &system) == 0 && (system.f_flag & ST_RDONLY) != 0;
+    } catch (const RuntimeError&) {
+        return false;
     }
-    const std::int32_t number = NumberOfSystemError(systemCode, 0);
-    if (number != 0) {
-        throw RuntimeError(number, RuntimeError(number).Description() + ": the data file " + quoted +
-                                       " cannot be opened; " + SystemErrorText(systemCode));
+}
+
+// What is wrong with the machine and not with the file: raised by what the system said, if it is one of
+// these.
+void RaiseLack(int systemCode, const std::string& quoted) {
+    if (systemCode == EROFS) {
+        throw RuntimeError(err::DataReadOnly,
+                           "The data file " + quoted + " is write-protected; its file system is read-only");
+    }
+    switch (const std::int32_t number = NumberOfSystemError(systemCode, 0)) {
+        case 0:
+            return;
+        case err::DiskFull:
+            throw RuntimeError(number, "The disk is full: the data file " + quoted + " cannot be written");
+        case err::TooManyFiles:
+            throw RuntimeError(number, "Too many open files: the data file " + quoted + " cannot be opened");
+        default:
+            throw RuntimeError(number);
     }
 }
 
 [[noreturn]] void RaiseInputOutputError(int extended, int systemCode, const std::string& message,
                                         const std::string& quoted) {
-    RaiseIfMachineIsShort(systemCode, quoted);
     if (extended == SQLITE_IOERR_NOMEM) {
         throw RuntimeError(err::OutOfMemory);
     }
+    RaiseLack(systemCode, quoted);
     if (extended == SQLITE_IOERR_SHORT_READ) {
         throw RuntimeError(err::DataUnavailable, "The data file " + quoted + " is damaged; " + message);
     }
@@ -53,7 +75,7 @@ void RaiseIfMachineIsShort(int systemCode, const std::string& quoted) {
 
 }  // namespace
 
-void RaiseDataError(sqlite3* handle, int code, const std::string& file) {
+void RaiseDataError(sqlite3* handle, int code, const std::string& file, double waited) {
     const std::string message = handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
     const int extended = handle != nullptr ? sqlite3_extended_errcode(handle) : code;
     const int systemCode = handle != nullptr ? sqlite3_system_errno(handle) : 0;
@@ -68,7 +90,7 @@ void RaiseDataError(sqlite3* handle, int code, const std::string& file) {
         case SQLITE_CORRUPT:
             throw RuntimeError(err::DataUnavailable, "The data file " + quoted + " is damaged; " + message);
         case SQLITE_CANTOPEN:
-            RaiseIfMachineIsShort(systemCode, quoted);
+            RaiseLack(IsOnReadOnlyFileSystem(file) ? EROFS : systemCode, quoted);
             [[fallthrough]];
         case SQLITE_PERM:
         case SQLITE_AUTH:
@@ -86,7 +108,8 @@ void RaiseDataError(sqlite3* handle, int code, const std::string& file) {
         case SQLITE_LOCKED:
         case SQLITE_PROTOCOL:
             throw RuntimeError(err::DataTimeout, "The data file " + quoted +
-                                                     " is still in use by another program after 10 seconds");
+                                                     " is still in use by another program after " +
+                                                     Variant(waited).Text() + " seconds");
         case SQLITE_NOMEM:
             throw RuntimeError(err::OutOfMemory);
         case SQLITE_TOOBIG:

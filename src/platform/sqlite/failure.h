@@ -7,8 +7,8 @@
 struct sqlite3;
 
 // Raises the error for a result code of SQLite on `handle` (which may be nullptr). `file` is the data file as
-// the system writes paths.
-[[noreturn]] void RaiseDataError(sqlite3* handle, int code, const std::string& file);
+// the system writes paths, `waited` how many seconds a busy file is waited for.
+[[noreturn]] void RaiseDataError(sqlite3* handle, int code, const std::string& file, double waited = 0);
 
 // Raises "not a statement" for a statement that SQLite never gets to see.
 [[noreturn]] void RaiseSyntaxError(std::string_view reason);

@@ -9,8 +9,10 @@
 
 #include "platform/clock.h"
 #include "platform/convert.h"
+#include "platform/date_reader.h"
 #include "platform/dates.h"
 #include "platform/letters.h"
+#include "platform/regional.h"
 
 namespace {
 
@@ -150,6 +152,16 @@ int CompareNoCase(void* /*unused*/, int leftBytes, const void* left, int rightBy
                           {static_cast<const char*>(right), static_cast<std::size_t>(rightBytes)});
 }
 
+// Texts as the moments that they hold. Those that hold no moment are equal, and older than all others.
+int CompareMoments(void* /*unused*/, int leftBytes, const void* left, int rightBytes, const void* right) {
+    const auto moment = [](const void* text, int bytes) {
+        return ReadDateText({static_cast<const char*>(text), static_cast<std::size_t>(bytes)}, Regional());
+    };
+    const auto first = moment(left, leftBytes);
+    const auto second = moment(right, rightBytes);
+    return static_cast<int>(second < first) - static_cast<int>(first < second);
+}
+
 }  // namespace
 
 int RegisterDialect(sqlite3* handle, std::optional<RuntimeError>* failure) {
@@ -167,5 +179,9 @@ int RegisterDialect(sqlite3* handle, std::optional<RuntimeError>* failure) {
             return code;
         }
     }
-    return sqlite3_create_collation_v2(handle, "nocase", SQLITE_UTF8, nullptr, CompareNoCase, nullptr);
+    const int code =
+        sqlite3_create_collation_v2(handle, "nocase", SQLITE_UTF8, nullptr, CompareNoCase, nullptr);
+    return code != SQLITE_OK
+               ? code
+               : sqlite3_create_collation_v2(handle, "moment", SQLITE_UTF8, nullptr, CompareMoments, nullptr);
 }

@@ -7,7 +7,8 @@
 
 struct sqlite3;
 
-// Registers left(text,n), datediff('d',a,b) and Now(), and makes like and NOCASE know the letters of every
-// script. A function that fails leaves its error in `failure`, because SQLite carries only a text. `failure`
-// must live as long as the connection. Gives SQLite's result code.
+// Registers left(text,n), datediff('d',a,b) and Now(), makes like and NOCASE know the letters of every
+// script, and adds the collation MOMENT, which compares texts as the moments that they hold. A function that
+// fails leaves its error in `failure`, because SQLite carries only a text. `failure` must live as long as the
+// connection. Gives SQLite's result code.
 int RegisterDialect(sqlite3* handle, std::optional<RuntimeError>* failure);

@@ -1,11 +1,13 @@
 #include "tools/oxc_mail/mail_commands.h"
 
 #include <iostream>
+#include <vector>
 
 #include "platform/mail/ascii.h"
 #include "platform/mail/mail_check.h"
 #include "platform/mail/mail_errors.h"
 #include "platform/mail/profile_editor.h"
+#include "tools/oxc_mail/alert_setting.h"
 #include "tools/oxc_mail/secret_input.h"
 
 namespace tools {
@@ -38,7 +40,7 @@ void Show() {
         if (key == "Password") {
             lines += value.empty() ? "; Password: not set\n" : "; Password: set\n";
         } else if (!value.empty()) {
-            lines += key + "=" + value + "\n";
+            lines.append(key).append("=").append(value).append("\n");
         }
     }
     Print(lines);
@@ -64,8 +66,11 @@ void AskPassword() {
 }
 
 void Check() {
+    const mailer::MailProfile profile = Profile();
+    std::vector<mailer::Finding> findings = mailer::CheckMail(profile);
+    findings.push_back(mailer::CheckAlertAddress(profile, AlertSetting()));
     std::string failures;
-    for (const mailer::Finding& finding : mailer::CheckMail(Profile())) {
+    for (const mailer::Finding& finding : findings) {
         if (finding.isFine) {
             Print(finding.text + "\n");
         } else {

@@ -9,6 +9,7 @@
 #include "platform/mail/mail_check.h"
 #include "platform/mail/profile_editor.h"
 #include "platform/runtime.h"
+#include "tools/oxc_mail/alert_setting.h"
 #include "ui_mail_dialog.h"
 
 namespace {
@@ -103,6 +104,7 @@ void MailDialog::Load() {
     }
     m_loaded = FormValues(*m_ui);
     m_usualPort = UsualPort(*m_ui);
+    m_usualTimeout = UsualTimeout(*m_ui);
     cboTransport_Click();
     txtVCard_Change();
     ShowPasswordState();
@@ -165,8 +167,13 @@ void MailDialog::reject() {
     QDialog::reject();
 }
 
+// A time that was chosen by hand stays.
 void MailDialog::cboTransport_Click() {
     const int index = m_ui->cboTransport->currentIndex();
+    if (m_ui->spnTimeout->value() == m_usualTimeout) {
+        m_ui->spnTimeout->setValue(UsualTimeout(*m_ui));
+    }
+    m_usualTimeout = UsualTimeout(*m_ui);
     m_ui->stkTransport->setCurrentIndex(index);
     m_ui->pagTimeout->setVisible(m_ui->stkTransport->currentWidget() != m_ui->pagOutbox);
 }
@@ -252,13 +259,15 @@ void MailDialog::Start(const std::string& announcement, MailJob::Work work) {
 
 void MailDialog::cmdCheck_Click() {
     try {
-        Start("Checking ...", [profile = ShownProfile()](const std::stop_token& stop) {
-            std::string text;
-            for (const mailer::Finding& finding : CheckMail(profile, stop)) {
-                text += (text.empty() ? "" : "\n") + TextOf(finding);
-            }
-            return text;
-        });
+        // The settings are read here: they are not for the thread that talks to the server.
+        Start("Checking ...",
+              [profile = ShownProfile(), alertWho = tools::AlertSetting()](const std::stop_token& stop) {
+                  std::string text;
+                  for (const mailer::Finding& finding : CheckMail(profile, stop)) {
+                      text += TextOf(finding) + "\n";
+                  }
+                  return text + TextOf(CheckAlertAddress(profile, alertWho));
+              });
     } catch (const RuntimeError& error) {
         ShowResult("Failed: " + error.Description() + ".");
     }

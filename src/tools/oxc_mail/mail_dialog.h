@@ -61,6 +61,7 @@ class MailDialog : public QDialog {
     ProfileValues m_broken;  // those of the file that the form cannot show
     bool m_hasPassword = false;
     bool m_forgetPassword = false;
-    int m_usualPort = 0;  // of the encryption chosen last
+    int m_usualPort = 0;     // of the encryption chosen last
+    int m_usualTimeout = 0;  // of the transport that is shown
     MailJob m_job;
 };

@@ -3,6 +3,7 @@
 
 #include "platform/mail/ascii.h"
 #include "platform/program.h"
+#include "platform/regfile/registry_file.h"
 #include "platform/runtime.h"
 #include "tools/oxc_mail/mail_commands.h"
 #include "tools/oxc_mail/mail_window.h"
@@ -19,6 +20,7 @@ void Complain(const std::string& text) {
 int main(int argc, char** argv) {
     PrepareProgram();
     try {
+        SetRegistry(&SettingsFile());
         const tools::MailArguments arguments = tools::ParseMailArguments({argv + 1, argv + argc});
         if (arguments.command == tools::MailCommand::Window) {
             return tools::ShowMailWindow(argc, argv);

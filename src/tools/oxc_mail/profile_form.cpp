@@ -18,7 +18,7 @@ const std::vector<std::string> YesWords{"yes", "true", "1"};
 const std::vector<std::string> NoWords{"no", "false", "0"};
 
 constexpr int UsualPorts[] = {587, 465, 25};
-constexpr int UsualTimeout = 60;
+constexpr int UsualTimeouts[] = {60, 600, 60};
 
 bool IsOneOf(const std::vector<std::string>& words, const std::string& word) {
     return std::find(words.begin(), words.end(), mailer::ToLower(word)) != words.end();
@@ -59,7 +59,7 @@ std::string From(const std::string& name, const std::string& address) {
         return address;
     }
     std::string plain = name + " <" + address + ">";
-    if (SenderOf(plain) == mailer::Mailbox{name, address}) {
+    if (SenderOf(plain) == mailer::Mailbox{name, mailer::MachineAddress(address)}) {
         return plain;
     }
     std::string quoted;
@@ -73,6 +73,10 @@ std::string From(const std::string& name, const std::string& address) {
 
 int UsualPort(const Ui::MailDialog& ui) {
     return UsualPorts[std::max(ui.cboSecurity->currentIndex(), 0)];
+}
+
+int UsualTimeout(const Ui::MailDialog& ui) {
+    return UsualTimeouts[std::max(ui.cboTransport->currentIndex(), 0)];
 }
 
 bool CanBeShown(const std::string& key, const std::string& value) {
@@ -101,7 +105,7 @@ void FillForm(const Ui::MailDialog& ui, const ProfileValues& values) {
     ui.cboTransport->setCurrentIndex(PlaceOf(Transports, values.at("Transport")));
     const mailer::Mailbox sender = SenderOf(values.at("From"));
     ui.txtName->setText(QString::fromStdString(sender.name));
-    ui.txtAddress->setText(QString::fromStdString(sender.address));
+    ui.txtAddress->setText(QString::fromStdString(mailer::ReadableAddress(sender.address)));
     Put(ui.txtHost, values, "Host");
     ui.cboSecurity->setCurrentIndex(PlaceOf(Securities, values.at("Security")));
     const bool hasPort = !values.at("Port").empty() && CanBeShown("Port", values.at("Port"));
@@ -110,8 +114,9 @@ void FillForm(const Ui::MailDialog& ui, const ProfileValues& values) {
     Put(ui.txtCAFile, values, "CAFile");
     Put(ui.txtUser, values, "User");
     Put(ui.txtPasswordCommand, values, "PasswordCommand");
+    Put(ui.txtHello, values, "Hello");
     const bool hasTimeout = !values.at("Timeout").empty() && CanBeShown("Timeout", values.at("Timeout"));
-    ui.spnTimeout->setValue(hasTimeout ? NumberOf(values.at("Timeout")) : UsualTimeout);
+    ui.spnTimeout->setValue(hasTimeout ? NumberOf(values.at("Timeout")) : UsualTimeout(ui));
     Put(ui.txtOutboxFolder, values, "OutboxFolder");
     Put(ui.txtSendmail, values, "Sendmail");
     Put(ui.txtVCard, values, "VCard");
@@ -130,7 +135,8 @@ ProfileValues FormValues(const Ui::MailDialog& ui) {
         {"CAFile", TextOf(ui.txtCAFile)},
         {"User", TextOf(ui.txtUser)},
         {"PasswordCommand", TextOf(ui.txtPasswordCommand)},
-        {"Timeout", timeout == UsualTimeout ? "" : std::to_string(timeout)},
+        {"Hello", TextOf(ui.txtHello)},
+        {"Timeout", timeout == UsualTimeout(ui) ? "" : std::to_string(timeout)},
         {"OutboxFolder", TextOf(ui.txtOutboxFolder)},
         {"Sendmail", TextOf(ui.txtSendmail)},
         {"VCard", TextOf(ui.txtVCard)},

@@ -57,6 +57,22 @@ TEST(Paths, MachinePathsBecomeTheSystems) {
     EXPECT_EQ(paths::FromMachine("a.rpt"), paths::FromMachine(fs::current_path() / "a.rpt"));
 }
 
+TEST(Paths, PeopleReadAndWriteThemAsTheMachineDoes) {
+    EXPECT_EQ(paths::ForUser("Z:\\home\\ann\\sales.rpt"), "/home/ann/sales.rpt");
+    EXPECT_EQ(paths::ForUser("Z:\\srv\\out\\"), "/srv/out/");
+    EXPECT_EQ(paths::ForUser("Z:\\"), "/");
+    EXPECT_EQ(paths::FromUser("/home/ann/sales.rpt"), "Z:\\home\\ann\\sales.rpt");
+    EXPECT_EQ(paths::FromUser("/"), "Z:\\");
+}
+
+TEST(Paths, TextsThatWouldNotComeBackAsTheyWereAreShownUnchanged) {
+    for (const char* text :
+         {"", "Z:", "z:\\a", "\\srv\\out\\", "C:\\Reports\\a.rpt", "Z:\\a/b", "Cache\\a.rpt"}) {
+        EXPECT_EQ(paths::ForUser(text), text);
+        EXPECT_EQ(paths::FromUser(text), text);
+    }
+}
+
 class Environment : public testing::Test {
  protected:
     Environment() {

@@ -3,6 +3,7 @@
 
 #include <QLineEdit>
 
+#include "platform/controls/label_delegate.h"
 #include "shown_controls.h"
 
 using testing::ElementsAre;
@@ -196,4 +197,30 @@ TEST_F(LabelEdit, AWindowThatIsClosedTakesAnOpenEditorAlong) {
     other.StartLabelEdit();
     QApplication::processEvents();
     EXPECT_NE(other.findChild<QLineEdit*>("LabelEdit"), nullptr);
+}
+
+namespace {
+
+// What stands below an item's picture, line by line.
+class Labels : public LabelDelegate {
+ public:
+    using LabelDelegate::initStyleOption;
+};
+
+}  // namespace
+
+TEST_F(LabelEdit, NameBelowItsPictureBreaksBetweenItsWords) {
+    Labels labels;
+    for (const char* name :
+         {"quarterly_figures", "Quarterly-Figures", "QuarterlyFigures", "Quarterly Figures"}) {
+        list.ListItems()(1).Text(name);
+        QStyleOptionViewItem option;
+        option.initFrom(&list);
+        option.font = list.font();
+        labels.initStyleOption(&option, list.CurrentView()->model()->index(0, 0));
+        const QStringList lines = option.text.split(QChar(QChar::LineSeparator));
+        ASSERT_EQ(lines.size(), 2) << name;
+        EXPECT_EQ(lines[1].toLower().toStdString(), "figures") << name;
+        EXPECT_FALSE(option.text.contains(QChar(0x200B)));
+    }
 }

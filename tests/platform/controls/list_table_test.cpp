@@ -42,6 +42,20 @@ TEST_F(ListAsATable, ShowsHeadingsAndCells) {
     EXPECT_EQ(Shown(3, 1), "");
 }
 
+TEST_F(ListAsATable, ColumnOfPathsShowsThemAsPeopleWriteThem) {
+    list.ColumnHeaders().ShowPaths(2);
+    list.ListItems()(1).SubItems(1, "Z:\\srv\\a.rpt");
+    list.ListItems()(1).SubItems(2, "Z:\\srv\\a.rpt");
+    EXPECT_EQ(Shown(1, 1), "/srv/a.rpt");
+    EXPECT_EQ(Shown(1, 2), "Z:\\srv\\a.rpt");
+    EXPECT_EQ(list.ListItems()(1).SubItems(1), "Z:\\srv\\a.rpt");
+    list.ColumnHeaders().Clear();
+    for (const char* heading : {"Report Name", "Frequency"}) {
+        list.ColumnHeaders().Add(heading);
+    }
+    EXPECT_EQ(Shown(1, 1), "Z:\\srv\\a.rpt");
+}
+
 TEST_F(ListAsATable, TellsTheHeadingThatIsClickedFromOne) {
     std::vector<int> clicked;
     QObject::connect(&list, &ListView::ColumnClick, [&](int heading) { clicked.push_back(heading); });
@@ -120,6 +134,18 @@ TEST_F(ListAsATable, GivesTheFirstColumnTheMostRoomAndFillsTheRestWithTheLast) {
     }
     QApplication::processEvents();
     EXPECT_GT(Headings().sectionSize(1), before);
+}
+
+TEST_F(ListAsATable, LongNameLeavesTheOtherColumnsInSight) {
+    list.resize(list.fontMetrics().averageCharWidth() * 70, list.height());
+    QApplication::processEvents();
+    list.ListItems()(1).Text(std::string(200, 'n'));
+    list.ColumnHeaders().Add("Recipients");
+    QApplication::processEvents();
+    QApplication::processEvents();
+    const int last = Headings().count() - 1;
+    EXPECT_LT(Headings().sectionViewportPosition(last), Headings().viewport()->width());
+    EXPECT_GE(Headings().sectionSize(0), 24 * list.fontMetrics().averageCharWidth());
 }
 
 TEST_F(ListAsATable, IsRefilledWithOtherColumns) {

@@ -135,6 +135,15 @@ TEST_F(TimeBox, ArrowsUpAndDownCountThePartOfTheCursor) {
     EXPECT_EQ(box.Text(), "00:__");
 }
 
+TEST_F(TimeBox, ArrowDownInAnEmptyPartBeginsWithItsLastValue) {
+    box.Text("");
+    Press(Qt::Key_Down);
+    EXPECT_EQ(box.Text(), "23:__");
+    box.setCursorPosition(3);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(box.Text(), "23:59");
+}
+
 TEST_F(TimeBox, ArrowsCountNothingWithoutAFormat) {
     box.Format("");
     box.Text("08:30");

@@ -80,6 +80,20 @@ TYPED_TEST(TextBoxes, TextIsUtf8) {
     EXPECT_EQ(this->box.Text(), "");
 }
 
+TEST(TextBoxOfAPath, ShowsItAsPeopleWriteItAndGivesItAsTheSystemDoes) {
+    TextBox box;
+    box.ShowsPaths(true);
+    box.Text("Z:\\home\\ann\\sales.rpt");
+    EXPECT_EQ(box.text(), "/home/ann/sales.rpt");
+    EXPECT_EQ(box.Text(), "Z:\\home\\ann\\sales.rpt");
+    box.clear();
+    QTest::keyClicks(&box, "/srv/out/");
+    EXPECT_EQ(box.Text(), "Z:\\srv\\out\\");
+    box.Text("C:\\Reports");
+    EXPECT_EQ(box.text(), "C:\\Reports");
+    EXPECT_EQ(box.Text(), "C:\\Reports");
+}
+
 TEST(TextBoxOfSeveralLines, EndsLinesInOneWay) {
     MultiLineTextBox box;
     box.Text("Dear all,\r\nthe figures.\n");

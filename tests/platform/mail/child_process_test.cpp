@@ -3,6 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
+#include <string>
+#include <thread>
+
+#include "support/temporary_folder.h"
 
 using mailer::RunChild;
 
@@ -30,4 +35,38 @@ TEST(ChildProcess, LongComplaintsDoNotBlockIt) {
     const auto result = RunChild({"/bin/sh", "-c", "head -c 500000 /dev/zero >&2; exit 0"}, -1, 10, 100);
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_LT(result.complaint.size(), 20000u);
+}
+
+TEST(ChildProcess, ItsEndCountsThoughAChildOfItsOwnHoldsItsOutput) {
+    const auto start = std::chrono::steady_clock::now();
+    const auto taken =
+        RunChild({"/bin/sh", "-c", "echo taken; echo noted >&2; sleep 4 & exit 0"}, -1, 2, 100);
+    EXPECT_FALSE(taken.timedOut);
+    EXPECT_EQ(taken.exitCode, 0);
+    EXPECT_EQ(taken.output, "taken\n");
+    EXPECT_EQ(taken.complaint, "noted\n");
+    const auto refused = RunChild({"/bin/sh", "-c", "sleep 4 & exit 3"}, -1, 2, 100);
+    EXPECT_FALSE(refused.timedOut);
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+}
+
+TEST(ChildProcess, WhatItLeftRunningGoesOn) {
+    const TemporaryFolder folder;
+    const std::string mark = (folder / "mark").string();
+    EXPECT_EQ(
+        RunChild({"/bin/sh", "-c", "(sleep 0.2; echo done > '" + mark + "') & exit 0"}, -1, 5, 100).exitCode,
+        0);
+    for (int glance = 0; glance < 100 && !std::filesystem::exists(mark); ++glance) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    EXPECT_TRUE(std::filesystem::exists(mark));
+}
+
+TEST(ChildProcess, AllThatItWroteBeforeItsEndIsThere) {
+    for (int run = 0; run < 20; ++run) {
+        const auto result =
+            RunChild({"/bin/sh", "-c", "head -c 60000 /dev/zero; sleep 1 & exit 0"}, -1, 5, 100000);
+        ASSERT_EQ(result.output.size(), 60000u);
+    }
 }

@@ -20,7 +20,10 @@ class MailTest : public testing::Test {
     std::filesystem::path Profile() const { return m_folder / "mail.ini"; }
     std::filesystem::path Outbox() const { return m_folder / "outbox"; }
 
-    void WriteProfile(const std::string& lines) { WriteBytes(Profile(), "[Profile]\n" + lines); }
+    void WriteProfile(const std::string& lines) {
+        WriteBytes(Profile(), "[Profile]\n" + lines);
+        std::filesystem::permissions(Profile(), std::filesystem::perms(0600));
+    }
 
     void WriteOutboxProfile(const std::string& more = {}) {
         WriteProfile("Transport=outbox\nFrom=Reports <reports@example.com>\nOutboxFolder=" +

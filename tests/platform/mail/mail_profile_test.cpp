@@ -1,6 +1,8 @@
 // Profiles that make sense and those that do not.
 #include "platform/mail/mail_profile.h"
 
+#include <chrono>
+
 #include "mail_fixture.h"
 
 namespace {
@@ -109,4 +111,28 @@ TEST_F(Profile, UsersProfileLiesWithTheUsersSettings) {
     const auto path = mailer::MailProfilePath();
     unsetenv("XDG_CONFIG_HOME");
     EXPECT_EQ(path, m_folder.Path() / "oxbow-courier" / "mail.ini");
+}
+
+TEST_F(Profile, GreetingNameAndServerAreNamesOfMachines) {
+    EXPECT_EQ(Read(Server).hello, "");
+    EXPECT_EQ(Read(std::string(Server) + "Hello=reports.example.com\n").hello, "reports.example.com");
+    EXPECT_EQ(Read(std::string(Server) + "Hello=[192.0.2.7]\n").hello, "[192.0.2.7]");
+    EXPECT_EQ(NumberOf(std::string(Server) + "Hello=a/b\n"), mailer::ErrBadProfile);
+    EXPECT_NE(m_text.find("Hello is \"a/b\", not the name or the address of a machine"), std::string::npos)
+        << m_text;
+    EXPECT_EQ(Read("Transport=smtp\nFrom=a@example.com\nHost=mail.bücher.example\n").host,
+              "mail.xn--bcher-kva.example");
+}
+
+TEST_F(Profile, PasswordCommandThatLeavesAChildBehindIsNotWaitedFor) {
+    const auto profile = Read(std::string(Server) + "PasswordCommand=echo s3cret; sleep 3 & exit 0\n");
+    const auto begun = std::chrono::steady_clock::now();
+    EXPECT_EQ(PasswordOf(profile), "s3cret");
+    EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::seconds(2));
+}
+
+TEST_F(Profile, MailProgramHasTenMinutesUnlessToldOtherwise) {
+    const std::string program = "Transport=sendmail\nFrom=a@example.com\n";
+    EXPECT_EQ(Read(program).sendmailSeconds, 600);
+    EXPECT_EQ(Read(program + "Timeout=45\n").sendmailSeconds, 45);
 }

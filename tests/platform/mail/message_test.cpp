@@ -1,8 +1,12 @@
 // Messages as a mail reader sees them: written to an outbox and parsed again.
+#include <fcntl.h>
 #include <gmime/gmime.h>
+
+#include <regex>
 
 #include "mail_fixture.h"
 #include "platform/clock.h"
+#include "platform/mail/message_writer.h"
 
 namespace {
 
@@ -16,6 +20,16 @@ class FixedClock : public Clock {
         const DateValue day = DateSerial(2024, 2, 29);
         return DateValue::FromSeconds(day.Seconds() + TimeSerial(13, 5, 7).Seconds());
     }
+};
+
+class ZonedClock : public Clock {
+ public:
+    DateValue Now() const override {
+        const DateValue day = DateSerial(2026, 10, 25);
+        return DateValue::FromSeconds(day.Seconds() + TimeSerial(2, 30, 0).Seconds());
+    }
+    ZonedMoment Moment() const override { return InMachineZone(seconds); }
+    std::int64_t seconds = 0;  // since 1970
 };
 
 class ParsedMessage {
@@ -71,6 +85,55 @@ class ParsedMessage {
     GMimeMessage* m_message = nullptr;
 };
 
+std::string Repeated(const std::string& text, int times) {
+    std::string all;
+    for (; times > 0; --times) {
+        all += text;
+    }
+    return all;
+}
+
+std::vector<std::string> Lines(const std::string& bytes) {
+    std::vector<std::string> lines;
+    for (std::size_t start = 0, end = 0; (end = bytes.find("\r\n", start)) != std::string::npos;
+         start = end + 2) {
+        lines.push_back(bytes.substr(start, end - start));
+    }
+    return lines;
+}
+
+std::string NameOf(InternetAddressList* list, int index) {
+    return Text(internet_address_get_name(internet_address_list_get_address(list, index)));
+}
+
+// What the encoded words and the encoded parts of a file name on one line stand for, each by itself.
+std::vector<std::string> EncodedPieces(const std::string& line) {
+    static const std::regex word("=\\?utf-8\\?([bq])\\?([^?]*)\\?=|name\\*[0-9]*\\*?=(?:utf-8'')?([^;]*)",
+                                 std::regex::icase);
+    std::vector<std::string> pieces;
+    for (std::sregex_iterator at(line.begin(), line.end(), word), end; at != end; ++at) {
+        const bool isBase64 = at->str(1) == "b" || at->str(1) == "B";
+        std::string text = at->str(2) + at->str(3);
+        if (isBase64) {
+            gsize length = 0;
+            guchar* bytes = g_base64_decode(text.c_str(), &length);
+            text.assign(reinterpret_cast<char*>(bytes), length);
+            g_free(bytes);
+        } else {
+            const char mark = at->str(1).empty() ? '%' : '=';
+            std::string decoded;
+            for (std::size_t i = 0; i < text.size(); ++i) {
+                decoded += text[i] == mark ? static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16))
+                                           : text[i];
+                i += text[i] == mark ? 2 : 0;
+            }
+            text = decoded;
+        }
+        pieces.push_back(text);
+    }
+    return pieces;
+}
+
 class MailContent : public MailTest {
  public:
     void SetUp() override {
@@ -118,6 +181,43 @@ TEST_F(MailContent, DateIsTheClocksInTheMachinesZone) {
     tzset();
     SetClock(nullptr);
     EXPECT_NE(bytes.find("Date: Thu, 29 Feb 2024 13:05:07 +0200\r\n"), std::string::npos) << bytes;
+}
+
+// In the night of 25 October 2026 the hour from two to three comes twice.
+TEST_F(MailContent, DateOfADoubledHourHasTheOffsetOfItsMoment) {
+    setenv("TZ", "Europe/Berlin", 1);
+    tzset();
+    ZonedClock clock;
+    SetClock(&clock);
+    clock.seconds = 1792888200;
+    const std::string first = SentBytes();
+    std::filesystem::remove_all(Outbox());
+    clock.seconds += 3600;
+    const std::string second = SentBytes();
+    SetClock(nullptr);
+    setenv("TZ", "Etc/UTC", 1);
+    tzset();
+    EXPECT_NE(first.find("Date: Sun, 25 Oct 2026 02:30:00 +0200\r\n"), std::string::npos) << first;
+    EXPECT_NE(second.find("Date: Sun, 25 Oct 2026 02:30:00 +0100\r\n"), std::string::npos) << second;
+}
+
+// Message-ID
+
+TEST_F(MailContent, MessagesOfOneIdentityBearOneMessageId) {
+    const auto idOf = [this](const std::string& identity) {
+        std::filesystem::remove_all(Outbox());
+        m_message->Identity = identity;
+        return ParsedMessage(SentBytes()).Header("Message-Id");
+    };
+    const std::string id = idOf("/home/ann/store\nschedule\n7\n2026-11-22 07:00");
+    EXPECT_EQ(id.size(), std::string("<>@example.com").size() + 32);
+    EXPECT_EQ(idOf("/home/ann/store\nschedule\n7\n2026-11-22 07:00"), id);
+    EXPECT_NE(idOf("/home/ann/store\nschedule\n7\n2026-11-23 07:00"), id);
+    EXPECT_NE(idOf("/home/ann/store\nschedule\n8\n2026-11-22 07:00"), id);
+    EXPECT_NE(idOf("/home/bob/store\nschedule\n7\n2026-11-22 07:00"), id);
+    EXPECT_EQ(id.find("ann"), std::string::npos);
+    const std::string first = idOf("");
+    EXPECT_NE(idOf(""), first);
 }
 
 TEST_F(MailContent, SubjectAndBodyOfAnyLanguageSurvive) {
@@ -180,6 +280,91 @@ TEST_F(MailContent, NoLineIsLongerThanMailAllows) {
     }
     const ParsedMessage sent(bytes);
     EXPECT_EQ(sent.Content(0), std::string(5000, 'w') + "\r\n");
+}
+
+// The lines of the headers of the message and of its parts.
+TEST_F(MailContent, HeaderLinesHaveSeventyEightCharactersAtMost) {
+    m_message->Subject = "Gr\u00fc\u00dfe " + std::string(200, 's') + " \u65e5\u672c\u8a9e " +
+                         Repeated("\u65e5\u672c\u8a9e", 20) +
+                         " and a rather long end of it, so that it is folded where there are blanks";
+    for (const std::string& name :
+         {std::string("B\u00fcrgermeisterin der Stadt M\u00f6nchengladbach und Umgebung, Abteilung f\u00fcr "
+                      "\u00d6ffentlichkeit"),
+          Repeated("\u65e5\u672c\u8a9e", 20), std::string(120, 'n'),
+          std::string("A long name of somebody who has a long name, of somebody who has a long name")}) {
+        m_message->Recipients().Add("\"" + name + "\" <" + std::to_string(name.size()) + "@example.com>");
+    }
+    m_message->Attachments().Add().Source =
+        WriteFile("\u00dcbersicht " + Repeated("\u65e5\u672c\u8a9e", 15) + ".xlsx", "x");
+    m_message->Attachments().Add().Source = WriteFile(std::string(200, 'n') + ".docx", "x");
+    const std::string bytes = SentBytes();
+    for (const std::string& line : Lines(bytes)) {
+        EXPECT_LE(line.size(), 78u) << line;
+    }
+    const ParsedMessage sent(bytes);
+    EXPECT_EQ(sent.Subject(), m_message->Subject);
+    EXPECT_EQ(sent.FileName(1), "\u00dcbersicht " + Repeated("\u65e5\u672c\u8a9e", 15) + ".xlsx");
+    EXPECT_EQ(sent.FileName(2), std::string(200, 'n') + ".docx");
+    ASSERT_EQ(internet_address_list_length(sent.To()), 5);
+    EXPECT_EQ(NameOf(sent.To(), 1),
+              "B\u00fcrgermeisterin der Stadt M\u00f6nchengladbach und Umgebung, Abteilung f\u00fcr "
+              "\u00d6ffentlichkeit");
+    EXPECT_EQ(NameOf(sent.To(), 2), Repeated("\u65e5\u672c\u8a9e", 20));
+    EXPECT_EQ(NameOf(sent.To(), 3), std::string(120, 'n'));
+    EXPECT_EQ(NameOf(sent.To(), 4),
+              "A long name of somebody who has a long name, of somebody who has a long name");
+}
+
+// Each encoded word and each piece of a file name can be read by itself.
+TEST_F(MailContent, NothingIsSplitInsideACharacter) {
+    for (int shift = 0; shift < 4; ++shift) {
+        std::filesystem::remove_all(Outbox());
+        const std::string text =
+            std::string(static_cast<std::size_t>(shift), 'x') + Repeated("\u65e5\u00fc\U0001F600", 25);
+        m_message = MakeMessage({text + " <ann@example.com>"});
+        m_message->Subject = text;
+        m_message->Attachments().Add().Source =
+            WriteFile(text.substr(0, 200 + static_cast<std::size_t>(shift)) + ".pdf", "x");
+        const std::string bytes = SentBytes();
+        int pieces = 0;
+        for (const std::string& line : Lines(bytes)) {
+            for (const std::string& piece : EncodedPieces(line)) {
+                EXPECT_TRUE(g_utf8_validate(piece.data(), static_cast<gssize>(piece.size()), nullptr))
+                    << line;
+                ++pieces;
+            }
+        }
+        EXPECT_GT(pieces, 10);
+        EXPECT_EQ(ParsedMessage(bytes).Subject(), text);
+    }
+}
+
+TEST_F(MailContent, AnswersOfMachinesAreNotAskedFor) {
+    EXPECT_EQ(ParsedMessage(SentBytes()).Header("Auto-Submitted"), "auto-generated");
+}
+
+TEST_F(MailContent, BlanksOfTheSubjectStayAndWhatLooksEncodedIsNotRead) {
+    for (const char* subject :
+         {"two  blanks   three", " first and last ", "=?utf-8?q?not_meant?=", "a =?utf-8?q?x?= b"}) {
+        std::filesystem::remove_all(Outbox());
+        m_message->Subject = subject;
+        EXPECT_EQ(ParsedMessage(SentBytes()).Subject(), subject);
+    }
+}
+
+// What is read is what was measured when the message was begun, or nothing is sent.
+TEST_F(MailContent, FileThatGrewMeanwhileIsNotSentInPart) {
+    WriteBytes(m_folder / "live.csv", "one\n");
+    mailer::OutgoingMail mail;
+    mail.from = {"", "reports@example.com"};
+    mail.recipients = {{"", "ann@example.com"}};
+    mail.attachments.push_back(
+        {"Z:\\live.csv", "live.csv", mailer::UniqueFd(open((m_folder / "live.csv").c_str(), O_RDONLY)), 4});
+    WriteBytes(m_folder / "live.csv", "one\ntwo\n");
+    const mailer::UniqueFd target(open((m_folder / "message").c_str(), O_RDWR | O_CREAT, 0600));
+    const auto write = [&] { mailer::WriteMessage(mail, target.Get(), mailer::LineEnds::CrLf); };
+    EXPECT_EQ(NumberRaisedBy(write), err::PathFileAccess);
+    EXPECT_EQ(DescriptionRaisedBy(write), "The attachment \"Z:\\live.csv\" changed while it was read");
 }
 
 TEST_F(MailContent, EmptySourceAttachesNothing) {

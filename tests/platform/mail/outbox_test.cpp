@@ -96,3 +96,11 @@ TEST_F(OutboxFolder, FolderThatCannotBeMadeIsNamed) {
     EXPECT_EQ(NumberRaisedBy([&] { message->Send(); }), err::PathFileAccess);
     EXPECT_NE(DescriptionRaisedBy([&] { message->Send(); }).find(Outbox().string()), std::string::npos);
 }
+
+// A folder with thousands of messages is not read for each new one.
+TEST_F(OutboxFolder, IsSearchedForWhatWasLeftOnceAndNotForEachMessage) {
+    MakeMessage({"ann@example.com"})->Send();
+    WriteBytes(Outbox() / ".oxc-dead.part", "half");
+    MakeMessage({"ann@example.com"})->Send();
+    EXPECT_TRUE(std::filesystem::exists(Outbox() / ".oxc-dead.part"));
+}

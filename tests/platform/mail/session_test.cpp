@@ -119,3 +119,22 @@ TEST_F(MailSession, WholeBookIsPickedWithoutAWait) {
     EXPECT_EQ(session->AddressBook(false).size(), 10000u);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }
+
+TEST_F(MailSession, PasswordThatOthersCanReadIsADatedLineOnce) {
+    WriteOutboxProfile("Password=s3cret\n");
+    std::filesystem::permissions(Profile(), std::filesystem::perms(0644));
+    testing::internal::CaptureStderr();
+    Logon();
+    Logon();
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(
+        said.substr(std::string("2026-11-22 07:00:03 ").size()),
+        "The mail profile \"" + Profile().string() +
+            "\" has a password in it, and others may read it; make it readable for you only (chmod 600)\n");
+    std::filesystem::permissions(Profile(), std::filesystem::perms(0600));
+    WriteBytes(m_folder / "private.ini", ReadBytes(Profile()));
+    std::filesystem::permissions(m_folder / "private.ini", std::filesystem::perms(0600));
+    testing::internal::CaptureStderr();
+    mailer::ProfileMailSystem(m_folder / "private.ini").CreateSession()->Logon();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}

@@ -69,3 +69,9 @@ TEST(VCard, CardsWithoutNameOrUsableAddressAreNoEntries) {
     EXPECT_TRUE(ReadCards("FN:Loose\nEMAIL:a@b.c\n").empty());
     EXPECT_TRUE(ReadCards("BEGIN:VCARD\nFN:Open\nEMAIL:a@b.c\n").empty());
 }
+
+TEST(Vcard, UmlautDomainsAreAddresses) {
+    const auto entries = mailer::ReadCards("BEGIN:VCARD\nFN:Zoë\nEMAIL:zoe@bücher.example\nEND:VCARD\n");
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries[0].address, "zoe@xn--bcher-kva.example");
+}

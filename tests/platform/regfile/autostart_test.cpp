@@ -4,7 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
+#include <optional>
+#include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "platform/paths.h"
 #include "support/temporary_folder.h"
@@ -23,8 +28,9 @@ std::string StartedByTheDesktop(const std::string& folderName) {
     std::filesystem::permissions(programs / "oxc", std::filesystem::perms::owner_all);
     const std::string command = "\"" + paths::FromMachine(programs / "oxc.exe") + "\" -sched";
     const std::string entry = (folder / "OXC.desktop").string();
-    WriteBytes(entry, "[Desktop Entry]\nType=Application\nName=x\nExec=" +
-                          HomeForExec(command, programs / "oxc") + DesktopExec(command, programs / "oxc") + "\n");
+    WriteBytes(entry,
+               "[Desktop Entry]\nType=Application\nName=x\nExec=" + HomeForExec(command, programs / "oxc") +
+                   DesktopExec(command, programs / "oxc") + "\n");
     GDesktopAppInfo* const info = g_desktop_app_info_new_from_filename(entry.c_str());
     if (info == nullptr) {
         return "not loaded: " + ReadBytes(entry);
@@ -44,8 +50,8 @@ std::string StartedByTheDesktop(const std::string& folderName) {
 }
 
 TEST(Autostart, DesktopStartsTheProgramInAFolderOfAnyName) {
-    for (const char* name : {"plain", "50% off", "100%", "%f%u%%", "a=b", "a;b c", "it's", "$HOME `id`", "\xC3\xBC",
-                             "-x", "%= $x"}) {
+    for (const char* name : {"plain", "50% off", "100%", "%f%u%%", "a=b", "a;b c", "it's", "$HOME `id`",
+                             "\xC3\xBC", "-x", "%= $x"}) {
         EXPECT_EQ(StartedByTheDesktop(name), "FOLDER\nPROGRAM\n-sched\n") << name;
     }
 }
@@ -79,6 +85,64 @@ TEST(Autostart, EntryIsWholeAndReplaced) {
 }
 
 }  // namespace
+
+namespace {
+
+// The region of the process, and nothing of it afterwards.
+class Region {
+ public:
+    Region(const char* all, const char* time, const char* lang) {
+        Set("LC_ALL", all);
+        Set("LC_TIME", time);
+        Set("LANG", lang);
+    }
+    ~Region() {
+        for (const auto& [name, value] : m_before) {
+            value ? setenv(name, value->c_str(), 1) : unsetenv(name);
+        }
+    }
+    Region(const Region&) = delete;
+    Region& operator=(const Region&) = delete;
+
+ private:
+    void Set(const char* name, const char* value) {
+        const char* before = std::getenv(name);
+        m_before.emplace_back(name, before == nullptr ? std::nullopt : std::optional<std::string>(before));
+        value == nullptr ? unsetenv(name) : setenv(name, value, 1);
+    }
+    std::vector<std::pair<const char*, std::optional<std::string>>> m_before;
+};
+
+constexpr const char* Own = R"("Z:\app\oxc.exe" -sched)";
+
+}  // namespace
+
+TEST(Autostart, SchedulerStartsInTheRegionOfTheEditor) {
+    const auto exec = [](const char* all, const char* time, const char* lang) {
+        const Region region(all, time, lang);
+        return RegionForExec(Own);
+    };
+    EXPECT_EQ(exec("en_US.UTF-8", "de_DE.UTF-8", "tr_TR.UTF-8"), "env LC_ALL=en_US.UTF-8 ");
+    EXPECT_EQ(exec(nullptr, "de_DE.UTF-8", "tr_TR.UTF-8"), "env LC_TIME=de_DE.UTF-8 LANG=tr_TR.UTF-8 ");
+    EXPECT_EQ(exec("", nullptr, "de_DE@euro"), "env LANG=de_DE@euro ");
+    EXPECT_EQ(exec(nullptr, nullptr, nullptr), "env LC_ALL=C.UTF-8 ");
+    EXPECT_EQ(exec("x y\"$z\nTerminal=true", nullptr, nullptr), R"(env "LC_ALL=x y\\"\\$z Terminal=true" )");
+}
+
+TEST(Autostart, RegionIsTheSystemsOwnProgramsOnly) {
+    const Region region("en_US.UTF-8", nullptr, nullptr);
+    EXPECT_EQ(RegionForExec(R"(Z:\bin\other -x)"), "");
+    EXPECT_EQ(RegionForExec(""), "");
+}
+
+TEST(Autostart, EntryNamesTheRegion) {
+    const Region region(nullptr, nullptr, "en_US.UTF-8");
+    const TemporaryFolder folder;
+    WriteAutostart(folder / "autostart", "OXC", Own);
+    const std::string entry = ReadBytes(folder / "autostart/OXC.desktop");
+    EXPECT_NE(entry.find("\nExec=env LANG=en_US.UTF-8 "), std::string::npos) << entry;
+    EXPECT_NE(entry.find("oxc -sched\n"), std::string::npos) << entry;
+}
 
 TEST(Autostart, FolderThatTheProgramWouldNotFindIsNamed) {
     EXPECT_EQ(HomeForExec(R"("Z:\srv\press room\oxc.exe" -sched)", "/opt/oxc/bin/oxc"),

@@ -2,11 +2,13 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <vector>
 
 #include "platform/paths.h"
 #include "platform/shell/desktop_shell.h"
@@ -45,6 +47,31 @@ TEST(FolderDialog, GivesTheFolderAsTheSystemWritesIt) {
             std::replace(path.begin(), path.end(), '/', '\\');
             return path;
         }());
+}
+
+TEST(FolderDialog, BeginsInTheUsersFolderAndThenWhereOneWasChosenLast) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "out");
+    DesktopShell shell;
+    std::vector<std::string> begins;
+    const auto note = [&begins](const QFileDialog& dialog) {
+        begins.push_back(dialog.directory().absolutePath().toStdString());
+    };
+    WhenShown([&](QFileDialog& dialog) {
+        note(dialog);
+        Choose(dialog, folder / "out");
+    });
+    shell.BrowseForFolder({}, "Pick");
+    for (int time = 0; time < 2; ++time) {
+        WhenShown([&](QFileDialog& dialog) {
+            note(dialog);
+            dialog.reject();
+        });
+        shell.BrowseForFolder({}, "Pick");
+        std::filesystem::remove(folder / "out");
+    }
+    EXPECT_EQ(begins, (std::vector<std::string>{QDir::homePath().toStdString(), (folder / "out").string(),
+                                                QDir::homePath().toStdString()}));
 }
 
 TEST(FolderDialog, GivesAnEmptyTextWhenCancelled) {

@@ -40,6 +40,26 @@ INSTANTIATE_TEST_SUITE_P(
         Translation{"insert into t values('select top 5 a')", "insert into t values('select top 5 a')"}));
 
 INSTANTIATE_TEST_SUITE_P(
+    Moments, DialectText,
+    testing::Values(
+        Translation{"select top 10 a from t order by lastrun desc",
+                    "select a from t order by lastrun collate moment desc limit 10"},
+        Translation{"select a from t ORDER  BY r.LastRun",
+                    "select a from t ORDER  BY r.LastRun collate moment"},
+        Translation{"select a from t order by a, [LastRun] asc, \"lastrun\"; ",
+                    "select a from t order by a, [LastRun] collate moment asc, \"lastrun\" collate moment; "},
+        Translation{"select a from (select top 1 lastrun from t order by lastrun) where lastrun > 1",
+                    "select a from (select lastrun from t order by lastrun collate moment limit 1) where "
+                    "lastrun > 1"},
+        Translation{"select lastrun from t group by lastrun", "select lastrun from t group by lastrun"},
+        Translation{"select a from t order by left(lastrun, 4)",
+                    "select a from t order by \"left\"(lastrun, 4)"},
+        Translation{"select a from t order by lastrun collate nocase",
+                    "select a from t order by lastrun collate nocase"},
+        Translation{"select a from t order by 'lastrun', lastrun + 1",
+                    "select a from t order by 'lastrun', lastrun + 1"}));
+
+INSTANTIATE_TEST_SUITE_P(
     Left, DialectText,
     testing::Values(Translation{"select left(a,3) from t", "select \"left\"(a,3) from t"},
                     Translation{"select Left (a,3) from t", "select \"left\" (a,3) from t"},
@@ -143,6 +163,34 @@ TEST_F(Dialect, NowIsTheClockOfThePlatform) {
     SetClock(&clock);
     EXPECT_EQ(Single("select Now()"), "2002-03-07 12:00:00");
     EXPECT_EQ(Single("select datediff('d', '2002-02-05', Now())"), "30");
+}
+
+TEST_F(Dialect, HistoryComesNewestFirstInWhateverFormItsMomentsStand) {
+    struct Region {
+        RegionalSettings settings;
+        std::vector<const char*> onDemand;  // of 8 and 9 March, a row of the poll between them
+    };
+    for (const Region& region :
+         {Region{{DateOrder::MonthDayYear, '/'}, {"03/08/2002 09:00:00", "03/09/2002 07:30:00"}},
+          Region{{DateOrder::DayMonthYear, '/'}, {"08/03/2002 09:00:00", "09/03/2002 07:30:00"}},
+          Region{{DateOrder::DayMonthYear, '.'}, {"08.03.2002 09:00:00", "09.03.2002 07:30:00"}},
+          Region{{}, {"2002-03-08 09:00:00", "2002-03-09 07:30:00"}}}) {
+        SetRegional(region.settings);
+        Execute("delete from History");
+        int key = 0;
+        for (const char* moment :
+             {"2002-02-28 23:59:59", region.onDemand[1], "no moment", "2002-03-08 14:00:00",
+              "2001-12-31 08:00:00", "", region.onDemand[0], "2002-03-08 09:00:00"}) {
+            Execute("insert into History(ReportID, LastRun) values(" + std::to_string(++key) + ",'" + moment +
+                    "')");
+        }
+        Execute("insert into History(ReportID) values(9)");
+        EXPECT_EQ(Column("select top 10 ReportID from History order by lastrun desc"),
+                  (std::vector<std::string>{"2", "4", "7", "8", "1", "5", "3", "6", "9"}))
+            << region.onDemand[0];
+        EXPECT_EQ(Column("select top 3 ReportID from History order by lastrun desc"),
+                  (std::vector<std::string>{"2", "4", "7"}));
+    }
 }
 
 TEST_F(Dialect, HistoryOlderThanThirtyDaysGoes) {

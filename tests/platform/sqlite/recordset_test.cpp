@@ -71,6 +71,18 @@ TEST_F(Recordset, FailedOpenLeavesItClosed) {
     EXPECT_FALSE(m_rows.IsOpen());
 }
 
+TEST_F(Recordset, EndsWhenAStepRaises) {
+    for (const char* moment : {"2002-03-07", "no date", "2002-03-08"}) {
+        Execute(std::string("insert into History(LastRun) values('") + moment + "')");
+    }
+    m_rows.Open("select datediff('d', LastRun, '2002-03-07') from History order by rowid", m_data);
+    ASSERT_FALSE(m_rows.EOF_());
+    EXPECT_EQ(NumberRaisedBy([this] { m_rows.MoveNext(); }), err::DataTypeMismatch);
+    EXPECT_TRUE(m_rows.EOF_());
+    EXPECT_EQ(NumberRaisedBy([this] { m_rows.Fields(0); }), err::NoCurrentRecord);
+    EXPECT_EQ(NumberRaisedBy([this] { m_rows.MoveNext(); }), err::NoCurrentRecord);
+}
+
 TEST_F(Recordset, CountsAreFieldZero) {
     m_rows.Open("select count(*) from Schedule", m_data);
     EXPECT_EQ(m_rows.Fields(0).Value, Variant(2));

@@ -107,6 +107,27 @@ TEST_F(Sharing, BusyFileIsWaitedFor) {
     EXPECT_EQ(Single("select count(*) from History"), "1");
 }
 
+TEST_F(Sharing, LockedFileIsCalledBusyInWhateverWayItIsLocked) {
+    ADODB::SetBusyWait(0.05);
+    for (const char* lock :
+         {"pragma journal_mode=delete; begin immediate", "pragma journal_mode=delete; begin exclusive",
+          "pragma journal_mode=wal; begin immediate; insert into History(ReportID) values(1)",
+          "pragma journal_mode=wal; pragma locking_mode=exclusive; begin exclusive; insert into "
+          "History(ReportID) "
+          "values(1)"}) {
+        sqlite3* holder = nullptr;
+        ASSERT_EQ(sqlite3_open((m_folder / "live.dat").c_str(), &holder), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(holder, lock, nullptr, nullptr, nullptr), SQLITE_OK) << lock;
+        EXPECT_EQ(NumberRaisedBy([this] { Execute("insert into History(ReportID) values(2)"); }),
+                  err::DataTimeout)
+            << lock;
+        const int read = NumberRaisedBy([this] { Column("select * from History"); });
+        EXPECT_TRUE(read == 0 || read == err::DataTimeout) << lock << ": " << read;
+        sqlite3_close(holder);
+    }
+    ADODB::SetBusyWait(0);
+}
+
 TEST_F(Sharing, FileThatStaysBusyIsGivenUpAfterTenSeconds) {
     if (std::getenv("OXC_LONG_TESTS") == nullptr) {
         GTEST_SKIP() << "takes ten seconds; OXC_LONG_TESTS=1 runs it";

@@ -15,24 +15,31 @@
 #include <QTimer>
 #include <map>
 
+#include "platform/regfile/registry_file.h"
 #include "support/smtp_server.h"
 #include "tools/oxc_mail/mail_dialog.h"
 
 namespace {
 
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
 class MailWindow : public testing::Test {
  public:
-    void SetUp() override { setenv("XDG_CONFIG_HOME", (m_folder / "config").c_str(), 1); }
+    void SetUp() override {
+        setenv("XDG_CONFIG_HOME", (m_folder / "config").c_str(), 1);
+        SetRegistry(&SettingsFile());
+    }
+    void TearDown() override { SetRegistry(nullptr); }
 
     std::filesystem::path File() const { return m_folder / "config" / "oxbow-courier" / "mail.ini"; }
     std::string Profile() const { return ReadBytes(File()); }
     void WriteProfile(const std::string& lines) {
         std::filesystem::create_directories(File().parent_path());
         WriteBytes(File(), "[Profile]\nFrom=Reports <r@example.com>\n" + lines);
+        std::filesystem::permissions(File(), std::filesystem::perms(0600));
     }
     void Open() {
         m_dialog = std::make_unique<MailDialog>();
@@ -155,6 +162,23 @@ TEST_F(MailWindow, PortFollowsTheEncryptionUnlessItWasChosen) {
     EXPECT_THAT(Profile(), HasSubstr("Port=2525\nSecurity=tls\n"));
 }
 
+TEST_F(MailWindow, TimeoutFollowsTheTransportUnlessItWasChosen) {
+    WriteProfile("Transport=smtp\nHost=h\n");
+    Open();
+    auto* transport = Find<QComboBox>("cboTransport");
+    auto* timeout = Find<QSpinBox>("spnTimeout");
+    EXPECT_EQ(timeout->value(), 60);
+    QTest::keyClick(transport, Qt::Key_Down);
+    EXPECT_EQ(timeout->value(), 600);
+    Click("cmdSave");
+    EXPECT_THAT(Profile(), Not(HasSubstr("Timeout")));
+    timeout->setValue(30);
+    QTest::keyClick(transport, Qt::Key_Up);
+    EXPECT_EQ(timeout->value(), 30);
+    Click("cmdSave");
+    EXPECT_THAT(Profile(), HasSubstr("Timeout=30\n"));
+}
+
 TEST_F(MailWindow, BrokenProfileOpensWithWhatCanBeReadAndIsRepairedBySaving) {
     WriteProfile("Transport=smtp\nHost=mail.example.com\nSecurity=maybe\n");
     Open();
@@ -229,6 +253,47 @@ TEST_F(MailWindow, CheckTriesWhatStandsInTheWindow) {
     EXPECT_THAT(ResultOfWork(), StartsWith("OK: The mail server \"127.0.0.1\""));
     EXPECT_TRUE(server.Messages().empty());
     EXPECT_THAT(Profile(), HasSubstr("wr0ng"));
+}
+
+TEST_F(MailWindow, CheckTellsWhoGetsAlerts) {
+    WriteProfile("Transport=outbox\nOutboxFolder=" + (m_folder / "out").string() + "\n");
+    Open();
+    Click("cmdCheck");
+    EXPECT_THAT(ResultOfWork(),
+                EndsWith("\nOK: No alert address is set in Options: nobody is told when a report fails."));
+    WriteBytes(
+        File().parent_path() / "settings.reg",
+        "Windows Registry Editor Version 5.00\n\n[HKEY_LOCAL_MACHINE\\Software\\Norvale\\Oxbow Courier]\n"
+        "\"AlertWho\"=\"a@example.com;b@example.com;\"\n");
+    Click("cmdCheck");
+    EXPECT_THAT(
+        ResultOfWork(),
+        EndsWith(
+            "\nFailed: On error alert, in Options: Alerts cannot go out. \"a@example.com;b@example.com\" "
+            "is not a mail address. Give one address, or one name of the address book."));
+}
+
+TEST_F(MailWindow, OwnNameForTheServerIsKept) {
+    const SmtpServer server({});
+    WriteProfile(At(server, "Hello=old.example.com\n"));
+    Open();
+    EXPECT_EQ(Edit("txtHello")->text(), "old.example.com");
+    Type("txtHello", "reports.example.com");
+    Click("cmdSave");
+    EXPECT_THAT(Profile(), HasSubstr("Hello=reports.example.com\n"));
+    Type("txtHello", "a/b");
+    Click("cmdSave");
+    EXPECT_THAT(Result(), HasSubstr("Hello is \"a/b\", not the name or the address of a machine"));
+}
+
+TEST_F(MailWindow, UmlautDomainIsShownAndStoredAsItWasTyped) {
+    WriteProfile("Transport=outbox\n");
+    Open();
+    Edit("txtAddress")->setText("post@bücher.example");
+    Click("cmdSave");
+    EXPECT_THAT(Profile(), HasSubstr("From=Reports <post@bücher.example>\n"));
+    Open();
+    EXPECT_EQ(Edit("txtAddress")->text(), "post@bücher.example");
 }
 
 TEST_F(MailWindow, TestMessageAsksForTheRecipient) {

@@ -129,3 +129,50 @@ TEST_F(MailProgram, TestToNobodyIsOneLine) {
     EXPECT_EQ(outcome.complaint,
               "oxc-mail: The recipient \"Bob\" is no mail address and not in the address book.\n");
 }
+
+class MailCheckProgram : public MailProgram {
+ public:
+    void SetUp() override {
+        MailProgram::SetUp();
+        Run("set Transport=outbox From=r@example.com OutboxFolder=" + (m_folder / "out").string());
+    }
+    MailOutcome CheckWithAlertAddress(const std::string& alertWho) {
+        WriteBytes(File().parent_path() / "settings.reg",
+                   "Windows Registry Editor Version 5.00\n\n[HKEY_LOCAL_MACHINE\\Software\\Norvale\\Oxbow "
+                   "Courier]\n\"AlertWho\"=\"" +
+                       alertWho + "\"\n");
+        return Run("check");
+    }
+};
+
+TEST_F(MailCheckProgram, TellsWhoGetsAlerts) {
+    const MailOutcome good = CheckWithAlertAddress("Boss <boss@example.com>;");
+    EXPECT_EQ(good.code, 0) << good.complaint;
+    EXPECT_THAT(good.output, HasSubstr("\nAlerts go to boss@example.com.\n"));
+    const MailOutcome none = CheckWithAlertAddress("");
+    EXPECT_EQ(none.code, 0) << none.complaint;
+    EXPECT_THAT(none.output,
+                HasSubstr("\nNo alert address is set in Options: nobody is told when a report fails.\n"));
+}
+
+// Picking twice from the address book leaves two names, and they are read as one.
+TEST_F(MailCheckProgram, AlertAddressOfTwoNamesIsNone) {
+    const MailOutcome two = CheckWithAlertAddress("ann@example.com;boss@example.com;");
+    EXPECT_EQ(two.code, 1);
+    EXPECT_EQ(two.complaint,
+              "oxc-mail: On error alert, in Options: Alerts cannot go out. "
+              "\"ann@example.com;boss@example.com\" is not "
+              "a mail address. Give one address, or one name of the address book.\n");
+}
+
+TEST_F(MailCheckProgram, PasswordThatOthersCanReadIsToldOnce) {
+    Run("password", "s3cret\n");
+    EXPECT_EQ(Run("check").code, 0);
+    std::filesystem::permissions(File(), std::filesystem::perms(0640));
+    const MailOutcome open = Run("check");
+    EXPECT_EQ(open.code, 1);
+    EXPECT_EQ(open.complaint,
+              "oxc-mail: Password: The mail profile \"" + File().string() +
+                  "\" has a password in it, and others may read it; make it readable for you only "
+                  "(chmod 600).\n");
+}

@@ -5,6 +5,7 @@
 
 #include "platform/paths.h"
 #include "platform/rdl/data/message.h"
+#include "platform/rdl/data/own_files.h"
 #include "platform/rdl/error.h"
 #include "platform/runtime.h"
 
@@ -21,9 +22,7 @@ std::filesystem::path InFolder(const std::string& folder, const std::string& nam
     return paths::ToMachine(paths::FromMachine(folder.empty() ? "." : folder) + "\\" + name);
 }
 
-}  // namespace
-
-std::string ResolveDataPath(std::string_view name, const std::vector<std::string>& folders) {
+std::string FindDataPath(std::string_view name, const std::vector<std::string>& folders) {
     constexpr std::string_view DataDirectory = "|datadirectory|";
     std::string path(Trimmed(name));
     if (LowerAscii(path).starts_with(DataDirectory)) {
@@ -51,6 +50,14 @@ std::string ResolveDataPath(std::string_view name, const std::vector<std::string
     } catch (const RuntimeError& error) {
         throw Error("the file \"" + CleanText(path) + "\" does not exist: " + CleanText(error.what()));
     }
+}
+
+}  // namespace
+
+std::string ResolveDataPath(std::string_view name, const std::vector<std::string>& folders) {
+    std::string path = FindDataPath(name, folders);
+    CheckReadable(path);
+    return path;
 }
 
 std::string ReadDataFile(const std::string& path) {

@@ -11,6 +11,17 @@ char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
+bool IsWordCharacter(char c) {
+    return (c >= '0' && c <= '9') || c == '_' || (Lower(c) >= 'a' && Lower(c) <= 'z') ||
+           static_cast<unsigned char>(c) >= 0x80;
+}
+
+// Whether a word goes on across the place. A password "p" that is struck out of "password" would spoil the
+// text and tell what it is.
+bool ContinuesWord(std::string_view text, std::size_t at) {
+    return at > 0 && at < text.size() && IsWordCharacter(text[at - 1]) && IsWordCharacter(text[at]);
+}
+
 // A cut must not leave half a character behind.
 void CutAtCharacter(std::string& text, std::size_t length) {
     while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) {
@@ -74,9 +85,12 @@ std::string CleanText(std::string_view text, std::string_view secret) {
     if (secret.empty()) {
         return CleanText(text);
     }
+    constexpr std::string_view Mask = "***";
     std::string open(text);
-    for (std::size_t at = open.find(secret); at != std::string::npos; at = open.find(secret, at + 3)) {
-        open.replace(at, secret.size(), "***");
+    for (std::size_t at = open.find(secret); at != std::string::npos;) {
+        const bool isWhole = !ContinuesWord(open, at) && !ContinuesWord(open, at + secret.size());
+        open.replace(at, isWhole ? secret.size() : 0, isWhole ? Mask : "");
+        at = open.find(secret, at + (isWhole ? Mask.size() : 1));
     }
     return CleanText(open);
 }

@@ -2,6 +2,7 @@
 
 #include "platform/rdl/data/message.h"
 #include "platform/rdl/data/odbc_drivers.h"
+#include "platform/rdl/data/own_files.h"
 #include "platform/rdl/error.h"
 
 namespace rdl::data {
@@ -28,18 +29,113 @@ bool IsOneOf(std::string_view key, std::initializer_list<std::string_view> keys)
     return false;
 }
 
-// Some drivers load libraries or write logs where a connect string tells them to, and a data source file
-// could be anywhere.
+// What says where the data is and how it is written, in the drivers of Microsoft, FreeTDS, PostgreSQL, MySQL,
+// MariaDB, SQLite and Access. All else is refused: some drivers load libraries, write logs, run statements or
+// hand files of this machine to the server where a connect string tells them to.
+bool IsKnown(std::string_view key) {
+    return IsOneOf(key, {"driver",
+                         "dsn",
+                         "provider",
+                         "data source",
+                         "server",
+                         "servername",
+                         "host",
+                         "hostname",
+                         "address",
+                         "addr",
+                         "port",
+                         "database",
+                         "initial catalog",
+                         "db",
+                         "dbq",
+                         "dbname",
+                         "schema",
+                         "uid",
+                         "user",
+                         "user id",
+                         "username",
+                         "pwd",
+                         "password",
+                         "trusted_connection",
+                         "integrated security",
+                         "charset",
+                         "clientcharset",
+                         "encoding",
+                         "language",
+                         "sslmode",
+                         "ssl mode",
+                         "encrypt",
+                         "encryption",
+                         "trustservercertificate",
+                         "tds_version",
+                         "tdsversion",
+                         "applicationintent",
+                         "application intent",
+                         "multisubnetfailover",
+                         "app",
+                         "application name",
+                         "wsid",
+                         "workstation id",
+                         "protocol",
+                         "readonly",
+                         "read only",
+                         "timeout",
+                         "connect timeout",
+                         "connection timeout",
+                         "connect_timeout",
+                         "conn_timeout",
+                         "logintimeout",
+                         "login timeout",
+                         "bytea as longvarbinary",
+                         "byteaaslongvarbinary",
+                         "boolsaschar",
+                         "textaslongvarchar",
+                         "maxvarcharsize",
+                         "maxlongvarcharsize",
+                         "fetch",
+                         "usedeclarefetch",
+                         "rowversioning",
+                         "showsystemtables",
+                         "unknownsizes",
+                         "lowercaseidentifier",
+                         "shortnames",
+                         "longnames",
+                         "nocreat",
+                         "nowchar",
+                         "stepapi",
+                         "fksupport",
+                         "bigint",
+                         "quoted_id",
+                         "quotedid",
+                         "ansinpw",
+                         "mars_connection",
+                         "exclusive",
+                         "no_prompt",
+                         "compression"});
+}
+
+// A data source file could be anywhere, and a driver that reads files must not be led to those of the
+// program.
 void CheckTrusted(const ConnectString& pairs) {
     for (const auto& [key, value] : pairs.Pairs()) {
         if (IsOneOf(key, {"savefile", "filedsn"}) || value.find(".dsn") != std::string::npos) {
             throw Error("a data source file (\"" + CleanText(key) +
                         "\") is not read; give a driver or a DSN");
         }
-        if (IsOneOf(key, {"loadext", "plugin_dir", "default_auth", "dumpfile", "tracefile", "logdir",
-                          "logfile", "initstmt"})) {
-            throw Error("\"" + CleanText(key) + "\" of the connect string is not for a report");
-        }
+    }
+}
+
+// What is handed to a driver as it stands.
+void CheckHandedOn(std::string_view key, const std::string& value) {
+    if (!IsKnown(key)) {
+        throw Error("\"" + CleanText(key) + "\" of the connect string is not for a report");
+    }
+    if (LowerAscii(value).starts_with("file:")) {
+        throw Error("\"" + CleanText(key) + "\" of the connect string is an address; give the file");
+    }
+    // A driver that reads files must not be led to those of the program.
+    if (value.find('\0') == std::string::npos) {
+        CheckReadable(value);
     }
 }
 
@@ -153,6 +249,7 @@ OdbcTarget OdbcConnection(ProviderKind provider, const ConnectString& pairs, con
     }
     for (const auto& [key, value] : pairs.Pairs()) {
         if (!IsLogonOrName(key)) {
+            CheckHandedOn(key, value);
             target.text += Pair(key, value);
         }
     }

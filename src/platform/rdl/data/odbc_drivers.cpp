@@ -1,8 +1,8 @@
 #include "platform/rdl/data/odbc_drivers.h"
 
+#include <dlfcn.h>
+
 #include <charconv>
-#include <cstdlib>
-#include <fstream>
 
 #include "platform/rdl/data/message.h"
 #include "platform/rdl/error.h"
@@ -10,11 +10,25 @@
 namespace rdl::data {
 namespace {
 
-std::string DriverList() {
-    const char* folder = std::getenv("ODBCSYSINI");
-    const char* name = std::getenv("ODBCINSTINI");
-    const std::string file = name && *name ? name : "odbcinst.ini";
-    return file.starts_with('/') ? file : std::string(folder && *folder ? folder : "/etc") + "/" + file;
+// The driver manager's own answer: the names of all sections of the machine's and the user's lists, each
+// ended by a zero. It is loaded and not linked, as reports without ODBC need none of it. Empty when it is not
+// there.
+std::string SectionNames() {
+    using GetProfileString = int (*)(const char* section, const char* entry, const char* fallback,
+                                     char* buffer, int size, const char* file);
+    void* manager = dlopen("libodbcinst.so.2", RTLD_LAZY);
+    if (manager == nullptr) {
+        return {};
+    }
+    std::string names(1 << 16, '\0');
+    int size = 0;
+    if (void* found = dlsym(manager, "SQLGetPrivateProfileString")) {
+        size = reinterpret_cast<GetProfileString>(found)(nullptr, nullptr, "", names.data(),
+                                                         static_cast<int>(names.size()), "odbcinst.ini");
+    }
+    dlclose(manager);
+    names.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+    return names;
 }
 
 // 18 for "ODBC Driver 18 for SQL Server"; 0 for any other.
@@ -31,14 +45,12 @@ int MicrosoftVersion(std::string_view name) {
 
 std::vector<std::string> InstalledOdbcDrivers() {
     std::vector<std::string> names;
-    std::ifstream list(DriverList());
-    for (std::string line; std::getline(list, line);) {
-        const std::string_view text = Trimmed(line);
-        if (text.size() > 2 && text.front() == '[' && text.back() == ']') {
-            const std::string_view name = Trimmed(text.substr(1, text.size() - 2));
-            if (!EqualNoCase(name, "ODBC")) {  // settings of the driver manager itself
-                names.emplace_back(name);
-            }
+    const std::string sections = SectionNames();
+    for (std::size_t at = 0; at < sections.size();) {
+        const std::string name = sections.c_str() + at;
+        at += name.size() + 1;
+        if (!name.empty() && !EqualNoCase(name, "ODBC")) {  // settings of the driver manager itself
+            names.push_back(name);
         }
     }
     return names;

@@ -1,4 +1,4 @@
-// The ODBC drivers of the machine: the sections of odbcinst.ini.
+// The ODBC drivers of the machine and of the user, as the driver manager knows them.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace rdl::data {
 
-// In the order of the file; none when there is no file.
+// In the order of the lists; empty when there is no driver manager.
 std::vector<std::string> InstalledOdbcDrivers();
 
 // The name as the list has it, found without regard to case. Raises rdl::Error naming what is installed: the

@@ -1,9 +1,9 @@
 #include "platform/rdl/data/query_text.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "platform/rdl/data/message.h"
+#include "platform/rdl/data/sql_scanner.h"
 #include "platform/rdl/error.h"
 #include "platform/rdl/format/format.h"
 
@@ -11,10 +11,6 @@ namespace rdl::data {
 namespace {
 
 constexpr std::size_t MostBinds = 30'000;  // SQLite takes 32,766, SQL Server less and says so itself
-
-bool IsNameChar(char c) {
-    return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
-}
 
 std::string_view WithoutMark(std::string_view name) {
     return !name.empty() && std::string_view("@:$?").find(name.front()) != std::string_view::npos
@@ -27,6 +23,7 @@ class Binder {
     Binder(std::string_view text, const std::vector<NamedValue>& values, ProviderKind provider,
            bool positional)
         : m_text(text),
+          m_scanner(text, provider),
           m_values(values),
           m_provider(provider),
           m_positional(positional),
@@ -81,89 +78,8 @@ class Binder {
         m_at = end;
     }
 
-    std::size_t After(std::string_view mark, std::size_t from) const {
-        const std::size_t at = m_text.find(mark, from);
-        return at == std::string_view::npos ? m_text.size() : at + mark.size();
-    }
-
-    // What begins here is known to be a text, a quoted name or a comment. Hints and what MySQL runs out of
-    // comments are none.
-    bool IsComment() const {
-        const std::string_view rest = m_text.substr(m_at);
-        return rest.front() == '-' || rest.front() == '#' ||
-               (rest.starts_with("/*") && !rest.starts_with("/*+") && !rest.starts_with("/*!") &&
-                !rest.starts_with("/*M!"));
-    }
-
-    // E'it\'s' of PostgreSQL.
-    bool HasEscapeMark() const {
-        return m_at > 0 && (m_text[m_at - 1] == 'e' || m_text[m_at - 1] == 'E') &&
-               (m_at == 1 || !IsNameChar(m_text[m_at - 2]));
-    }
-
-    // The end of a string or quoted name; the closing mark doubled is a part of it.
-    std::size_t StringEnd(char close) const {
-        const bool escapes = (m_provider == ProviderKind::MySql && close != '`') ||
-                             (m_provider == ProviderKind::PostgreSql && close == '\'' && HasEscapeMark());
-        for (std::size_t at = m_at + 1; at < m_text.size(); ++at) {
-            if (escapes && m_text[at] == '\\') {
-                ++at;
-            } else if (m_text[at] == close) {
-                if (at + 1 >= m_text.size() || m_text[at + 1] != close) {
-                    return at + 1;
-                }
-                ++at;
-            }
-        }
-        return m_text.size();
-    }
-
-    // The end of the string, name or comment that begins here; m_at when none does.
-    std::size_t QuotedEnd() const {
-        const std::string_view rest = m_text.substr(m_at);
-        const bool brackets = m_provider != ProviderKind::PostgreSql && m_provider != ProviderKind::MySql;
-        switch (rest.front()) {
-            case '\'':
-            case '"':
-            case '`':
-                return StringEnd(rest.front());
-            case '[':
-                return brackets ? StringEnd(']') : m_at;
-            case '-':
-                return rest.starts_with("--") && !IsDoubleMinus(rest) ? After("\n", m_at) : m_at;
-            case '#':
-                return m_provider == ProviderKind::MySql ? After("\n", m_at) : m_at;
-            case '/':
-                return rest.starts_with("/*") ? After("*/", m_at + 2) : m_at;
-            case '$':
-                return m_provider == ProviderKind::PostgreSql ? DollarEnd() : m_at;
-            case ':':
-                return rest.starts_with("::") ? m_at + 2 : m_at;
-            case '@':
-                return rest.starts_with("@@") ? m_at + 2 : m_at;
-            default:
-                return m_at;
-        }
-    }
-
-    // MySQL's comment needs a blank behind the marks: 5--1 is 6 there.
-    bool IsDoubleMinus(std::string_view rest) const {
-        return m_provider == ProviderKind::MySql && rest.size() > 2 &&
-               static_cast<unsigned char>(rest[2]) > ' ';
-    }
-
-    // $$ ... $$ and $tag$ ... $tag$.
-    std::size_t DollarEnd() const {
-        std::size_t at = m_at + 1;
-        while (at < m_text.size() && IsNameChar(m_text[at])) {
-            ++at;
-        }
-        if (at >= m_text.size() || m_text[at] != '$') {
-            return m_at;
-        }
-        const std::string_view tag = m_text.substr(m_at, at + 1 - m_at);
-        return After(tag, at + 1);
-    }
+    std::size_t QuotedEnd() const { return m_scanner.QuotedEnd(m_at); }
+    bool IsComment() const { return m_scanner.IsComment(m_at); }
 
     bool TakeNamed() {
         const char mark = m_text[m_at];
@@ -240,6 +156,7 @@ class Binder {
     }
 
     std::string_view m_text;
+    SqlScanner m_scanner;
     const std::vector<NamedValue>& m_values;
     ProviderKind m_provider;
     bool m_positional;

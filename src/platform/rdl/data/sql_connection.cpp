@@ -15,8 +15,11 @@ namespace {
 
 constexpr int ConnectSeconds = 20;
 constexpr int MostSeconds = 1'000'000;
-// How much later than its own time a server that says nothing is given up.
-constexpr int Patience = 30;
+// A server that says nothing is given up this much later than its own time, so that what it says itself is
+// shown.
+constexpr int Patience = 5;
+// What closing a connection may take.
+constexpr std::chrono::seconds CloseTime(5);
 
 QString DriverName(ProviderKind provider) {
     switch (provider) {
@@ -83,9 +86,8 @@ QString ConnectOptions(const SqlSource& source, const ConnectString& pairs) {
         case ProviderKind::PostgreSql:
             return QStringLiteral("connect_timeout=%1").arg(ConnectSeconds) + PostgresSsl(pairs);
         case ProviderKind::MySql:
-            return QStringLiteral("MYSQL_OPT_CONNECT_TIMEOUT=%1;MYSQL_OPT_READ_TIMEOUT=%2")
-                       .arg(ConnectSeconds)
-                       .arg(SecondsOf(source) + Patience) +
+            return QStringLiteral("MYSQL_OPT_CONNECT_TIMEOUT=%1;MYSQL_OPT_LOCAL_INFILE=0")
+                       .arg(ConnectSeconds) +
                    MySqlSsl(pairs);
         default:
             return QStringLiteral(
@@ -115,6 +117,7 @@ SqlConnection::SqlConnection(const SqlSource& source) {
 }
 
 SqlConnection::~SqlConnection() {
+    const ConnectionWatch::Limit limit(m_watch, CloseTime);
     Close();
 }
 
@@ -150,12 +153,22 @@ void SqlConnection::Open(const SqlSource& source) {
         m_place = target.place;
         m_database.setDatabaseName(QString::fromStdString(target.text));
     }
+    Connect(source, pairs, address);
+}
+
+void SqlConnection::Connect(const SqlSource& source, const ConnectString& pairs,
+                            const ServerAddress& address) {
+    const ConnectionWatch::Limit limit(m_watch, std::chrono::seconds(ConnectSeconds + Patience));
     m_database.setConnectOptions(ConnectOptions(source, pairs));
     if (!m_database.open()) {
         Refuse(address);
     }
+    m_watch.KeepAlive();
     FindDialect(source.provider);
     ReadOnly(source, pairs);
+    if (m_watch.HasExpired()) {
+        throw Error(m_place + " does not answer any more");
+    }
 }
 
 void SqlConnection::FindDialect(ProviderKind provider) {
@@ -177,6 +190,9 @@ void SqlConnection::FindDialect(ProviderKind provider) {
 
 // Drivers tell a wrong logon and a missing server by text only.
 void SqlConnection::Refuse(const ServerAddress& address) const {
+    if (m_watch.HasExpired()) {
+        throw Error(m_place + " cannot be reached or has no such database: it does not answer");
+    }
     const std::string text = CleanText(m_database.lastError().text().toStdString(), m_secret);
     const std::string lower = LowerAscii(text);
     for (const char* word :

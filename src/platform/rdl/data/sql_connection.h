@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/rdl/data/connect_string.h"
+#include "platform/rdl/data/connection_watch.h"
 #include "platform/rdl/data/sql_cursor.h"
 
 namespace rdl::data {
@@ -21,17 +22,22 @@ class SqlConnection {
     QSqlDatabase& Database() { return m_database; }
     // What the server speaks, which behind ODBC only it can tell; Odbc when it is none that is known.
     ProviderKind Dialect() const { return m_dialect; }
+    // For the calls that follow; those of the constructor and the destructor are bounded already.
+    ConnectionWatch& Watch() { return m_watch; }
+    const ConnectionWatch& Watch() const { return m_watch; }
     // To be struck out of every text.
     const std::string& Secret() const { return m_secret; }
 
  private:
     void Open(const SqlSource& source);
+    void Connect(const SqlSource& source, const ConnectString& pairs, const ServerAddress& address);
     void Close();
     [[noreturn]] void Refuse(const ServerAddress& address) const;
     void FindDialect(ProviderKind provider);
     void ReadOnly(const SqlSource& source, const ConnectString& pairs);
 
-    QString m_name;  // in Qt's list of connections
+    ConnectionWatch m_watch;  // from before the connection is made until after it is closed
+    QString m_name;           // in Qt's list of connections
     QSqlDatabase m_database;
     ProviderKind m_dialect = ProviderKind::Odbc;
     std::string m_secret;

@@ -8,6 +8,7 @@
 
 #include "platform/rdl/data/message.h"
 #include "platform/rdl/data/odbc_time.h"
+#include "platform/rdl/data/reading_statement.h"
 #include "platform/rdl/data/sql_connection.h"
 #include "platform/rdl/data/sql_values.h"
 #include "platform/rdl/error.h"
@@ -35,6 +36,9 @@ bool HasWord(std::string_view text, std::initializer_list<std::string_view> word
     return false;
 }
 
+// The server has this much longer than the query, so that its own word of the time comes first.
+constexpr std::chrono::seconds Patience(5);
+
 class SqlCursor : public Cursor {
  public:
     SqlCursor(const SqlSource& source, const BoundQuery& query)
@@ -46,6 +50,8 @@ class SqlCursor : public Cursor {
         if (dialect != ProviderKind::SqlServer && !IsOneStatement(query.text, dialect)) {
             throw Error("the query is more than one statement");
         }
+        CheckReads(query.text, dialect);
+        const ConnectionWatch::Limit limit = Limit();
         Run(query);
         // What a procedure or a batch says before its rows.
         while (!m_query->isSelect() && m_query->nextResult()) {
@@ -53,7 +59,16 @@ class SqlCursor : public Cursor {
         ReadColumns();
     }
 
+    // What the driver has still to read of the rows is not waited for when the report has had enough of them.
+    ~SqlCursor() override {
+        const ConnectionWatch::Limit limit(m_connection.Watch(), Patience);
+        m_query.reset();
+    }
+    SqlCursor(const SqlCursor&) = delete;
+    SqlCursor& operator=(const SqlCursor&) = delete;
+
     bool Next() override {
+        const ConnectionWatch::Limit limit = Limit();
         if (m_query->next()) {
             return true;
         }
@@ -71,6 +86,10 @@ class SqlCursor : public Cursor {
     }
 
  private:
+    ConnectionWatch::Limit Limit() {
+        return {m_connection.Watch(), std::chrono::seconds(m_seconds) + Patience};
+    }
+
     void Run(const BoundQuery& query) {
         const bool isOdbc = m_provider == ProviderKind::Odbc || m_provider == ProviderKind::SqlServer;
         if (query.binds.empty() && !isOdbc) {
@@ -112,11 +131,27 @@ class SqlCursor : public Cursor {
             m_isDecimal.push_back(IsDecimalColumn(record.field(column), m_provider));
         }
         if (m_columns.empty()) {
+            CheckConnection();
             throw Error("the query gives no rows");
         }
     }
 
+    // Of a connection that was lost within the rows the driver of MySQL says that there are none.
+    void CheckConnection() {
+        if (m_provider != ProviderKind::MySql) {
+            return;
+        }
+        QSqlQuery question(m_connection.Database());
+        if (!question.exec(QStringLiteral("DO 0"))) {
+            m_query = std::move(question);
+            Fail("the query broke off: ");
+        }
+    }
+
     [[noreturn]] void Fail(const std::string& what) const {
+        if (m_connection.Watch().HasExpired()) {
+            throw Error(TookTooLong(m_seconds));
+        }
         const QSqlError error = m_query->lastError();
         const std::string text = CleanText(error.text().toStdString(), m_connection.Secret());
         const std::string code = error.nativeErrorCode().toStdString();

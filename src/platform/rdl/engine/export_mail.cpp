@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/due_run.h"
 #include "platform/mapi.h"
 #include "platform/paths.h"
 #include "platform/rdl/definition/xml_tree.h"
@@ -35,6 +36,7 @@ void MailFile(const std::string& toList, const std::string& subject, const std::
     const std::unique_ptr<MAPI::Message> mail = session->Outbox().AddMessage();
     mail->Subject = subject;
     mail->Text = message;
+    mail->Identity = MAPI::DueRun::Identity();
     AddRecipients(mail->Recipients(), toList);
     mail->Recipients().Resolve(false);
     MAPI::Attachment& attachment = mail->Attachments().Add();

@@ -14,13 +14,9 @@ constexpr std::uintmax_t MostKept = 256u << 20;
 }  // namespace
 
 std::filesystem::path ImageFiles::Find(const std::string& name) const {
-    try {
-        const std::filesystem::path file = data::ResolveDataPath(name, m_folders);
-        std::error_code failure;
-        return std::filesystem::is_regular_file(file, failure) ? file : std::filesystem::path();
-    } catch (const Error&) {
-        return {};  // no path of this machine
-    }
+    const std::filesystem::path file = data::ResolveDataPath(name, m_folders);
+    std::error_code failure;
+    return std::filesystem::is_regular_file(file, failure) ? file : std::filesystem::path();
 }
 
 std::shared_ptr<const std::string> ImageFiles::Load(const std::string& source, std::string& why) {
@@ -35,7 +31,13 @@ std::shared_ptr<const std::string> ImageFiles::Load(const std::string& source, s
         why = "images are not fetched from the network: \"" + source + "\"";
         return nullptr;
     }
-    const std::filesystem::path file = Find(name);
+    std::filesystem::path file;
+    try {
+        file = Find(name);
+    } catch (const Error& error) {
+        why = error.what();
+        return nullptr;
+    }
     std::error_code failure;
     if (file.empty()) {
         why = "there is no image file \"" + source + "\"";

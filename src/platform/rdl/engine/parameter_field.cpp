@@ -52,6 +52,16 @@ std::vector<Value> PiecesOf(const ReportParameter& definition, const Value& valu
     return pieces.empty() ? std::vector<Value>{value} : pieces;
 }
 
+std::vector<std::string> TextsOf(const ValueList& values) {
+    std::vector<std::string> texts;
+    for (const Value& value : values) {
+        if (!value.IsNull()) {
+            texts.push_back(ParameterText(value));
+        }
+    }
+    return texts;
+}
+
 }  // namespace
 
 int RdlParameterField::ValueType() const {
@@ -73,13 +83,11 @@ int RdlParameterField::ValueType() const {
 }
 
 std::vector<std::string> RdlParameterField::DefaultValues() const {
-    std::vector<std::string> texts;
-    for (const Value& value : m_defaults) {
-        if (!value.IsNull()) {
-            texts.push_back(ParameterText(value));
-        }
-    }
-    return texts;
+    return TextsOf(m_defaults);
+}
+
+std::vector<std::string> RdlParameterField::ValidValues() const {
+    return TextsOf(m_valid);
 }
 
 void RdlParameterField::SetCurrent(const Value& value) {

@@ -20,6 +20,7 @@ class RdlParameterField : public report::ParameterField {
     std::string Prompt() const override { return m_prompt; }
     // Those that the report itself holds; defaults that a query gives are known when the report runs.
     std::vector<std::string> DefaultValues() const override;
+    std::vector<std::string> ValidValues() const override;
     void ClearCurrentValueAndRange() override { m_current.clear(); }
     // Raises 13 naming the parameter when the value is not of its type. A parameter of one value keeps the
     // last.
@@ -30,12 +31,13 @@ class RdlParameterField : public report::ParameterField {
     // A value of an expression; a list gives several.
     void SetCurrent(const Value& value);
     void SetDefaults(ValueList values) { m_defaults = std::move(values); }
+    void SetValid(ValueList values) { m_valid = std::move(values); }
     void SetPrompt(std::string prompt) { m_prompt = std::move(prompt); }
 
  private:
     const ReportParameter& m_definition;
     std::string m_prompt;
-    ValueList m_defaults, m_current;
+    ValueList m_defaults, m_valid, m_current;
 };
 
 }  // namespace rdl::engine

@@ -162,12 +162,18 @@ struct ValidValue {
     Value value, label;
 };
 
-std::vector<ValidValue> ValidValues(const data::LoadRequest& request, const ReportParameter& parameter) {
+std::vector<ValidValue> ListedValidValues(const data::LoadRequest& request,
+                                          const ReportParameter& parameter) {
     std::vector<ValidValue> valid;
     for (const ParameterValueDef& entry : parameter.validValues) {
         const Value value = data::EvaluateAlone(request, entry.value);
         valid.push_back({ConvertToType(parameter, value), data::EvaluateAlone(request, entry.label)});
     }
+    return valid;
+}
+
+std::vector<ValidValue> ValidValues(const data::LoadRequest& request, const ReportParameter& parameter) {
+    std::vector<ValidValue> valid = ListedValidValues(request, parameter);
     if (parameter.validQuery) {
         const DataSetReference& reference = *parameter.validQuery;
         const Table table = data::LoadTable(request, reference.dataSet);
@@ -288,6 +294,18 @@ std::string ParameterText(const Value& value) {
 ValueList ConstantDefaults(const data::LoadRequest& request, const ReportParameter& parameter) {
     try {
         return Defaults(request, parameter);
+    } catch (const Error&) {
+        return {};
+    }
+}
+
+ValueList ConstantValidValues(const data::LoadRequest& request, const ReportParameter& parameter) {
+    try {
+        ValueList values;
+        for (ValidValue& valid : ListedValidValues(request, parameter)) {
+            values.push_back(std::move(valid.value));
+        }
+        return values;
     } catch (const Error&) {
         return {};
     }

@@ -23,6 +23,8 @@ std::string ParameterText(const Value& value);
 
 // The defaults that stand in the report; those that fail to evaluate are left out until the report runs.
 ValueList ConstantDefaults(const data::LoadRequest& request, const ReportParameter& parameter);
+// The values that the report itself allows; none while one of them fails to evaluate, and none of a query.
+ValueList ConstantValidValues(const data::LoadRequest& request, const ReportParameter& parameter);
 std::string PromptOf(const data::LoadRequest& request, const ReportParameter& parameter);
 
 // What defaults behind this one see of it before the report runs: its own defaults, or an error while its

@@ -62,6 +62,7 @@ void RdlReport::ReadDefaults() {
     for (const std::unique_ptr<RdlParameterField>& field : m_fields) {
         const ValueList values = ConstantDefaults(request, field->Definition());
         field->SetDefaults(values);
+        field->SetValid(ConstantValidValues(request, field->Definition()));
         field->SetPrompt(PromptOf(request, field->Definition()));
         request.parameters.push_back(InputBeforeRun(field->Definition(), values));
     }

@@ -68,6 +68,7 @@ class OdbcConnections : public testing::Test {
             list << "[" << driver << "]\nDriver=x.so\n";
         }
     }
+    const std::filesystem::path& Folder() const { return m_folder; }
     static OdbcTarget Target(const std::string& text, ProviderKind provider = ProviderKind::Odbc) {
         const ConnectString pairs(text);
         return OdbcConnection(provider, pairs, ReadServerAddress(pairs));
@@ -120,7 +121,21 @@ TEST_F(OdbcConnections, ValuesCannotAddPairs) {
               FreeTdsStart + std::string("DATABASE=s;UID=ann;PWD={x;SERVER=evil}}};"));
 }
 
+TEST_F(OdbcConnections, DriversOfTheUserAreKnown) {
+    const std::string home = std::getenv("HOME");
+    ::setenv("HOME", Folder().c_str(), 1);
+    std::ofstream(Folder() / ".odbcinst.ini") << "[Mine]\nDriver=/usr/lib/mine.so\n";
+    EXPECT_EQ(Odbc("Driver={mine};Database=a"), "DRIVER=Mine;Database=a;");
+    ::setenv("HOME", home.c_str(), 1);
+}
+
 TEST_F(OdbcConnections, NeitherLibrariesNorFilesAreNamedByAReport) {
+    EXPECT_EQ(Failure("Driver=SQLite3;Enable_Local_Infile=1"),
+              "\"Enable_Local_Infile\" of the connect string is not for a report");
+    EXPECT_EQ(Failure("dsn=world;ConnSettings=delete from a"),
+              "\"ConnSettings\" of the connect string is not for a report");
+    EXPECT_EQ(Failure("Driver=SQLite3;Database=FILE:/tmp/a.db?mode=rwc"),
+              "\"Database\" of the connect string is an address; give the file");
     for (const char* text : {"Driver=/tmp/x.so;Server=db", "FILEDSN=/tmp/x.dsn", "dsn=world;SAVEFILE=/tmp/x",
                              "dsn=a.dsn", "dsn=world;UID=u;PWD=a.dsn", "Driver=SQLite3;LoadExt=/tmp/x.so",
                              "Driver=FreeTDS;DumpFile=/tmp/x"}) {

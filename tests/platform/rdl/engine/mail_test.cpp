@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/due_run.h"
 #include "platform/mapi.h"
 #include "platform/paths.h"
 #include "platform/rdl/engine/private_folder.h"
@@ -19,7 +20,7 @@ using testing::HasSubstr;
 // What the mail system has been given, and how it fails.
 struct Post {
     std::vector<std::string> recipients;
-    std::string subject, text, source, bytes;
+    std::string subject, text, source, bytes, identity;
     int position = 0;
     bool resolved = false, sent = false, loggedOn = false;
     int failure = 0;  // of Send
@@ -52,6 +53,7 @@ class FakeMessage : public MAPI::Message {
     void Send() override {
         m_post.subject = Subject;
         m_post.text = Text;
+        m_post.identity = Identity;
         m_post.position = m_attachments.one.Position;
         m_post.source = m_attachments.one.Source;
         std::ifstream file(paths::ToMachine(m_post.source), std::ios::binary);
@@ -129,6 +131,20 @@ TEST_F(ReportMail, CarriesTheExportNamedByTheTitle) {
     EXPECT_THAT(m_post.source, EndsWith("\\sales 2025.htm"));
     EXPECT_THAT(m_post.bytes, HasSubstr("Cleo"));
     EXPECT_TRUE(TemporaryFolderIsEmpty());
+}
+
+TEST_F(ReportMail, BearsTheIdentityOfTheDueRun) {
+    const auto report = OpenPeople();
+    std::string identity;
+    {
+        const MAPI::DueRun run("store", "schedule", "7", "2026-11-22 07:00");
+        identity = MAPI::DueRun::Identity();
+        Mail(*report, report::FormatHtml);
+    }
+    EXPECT_FALSE(identity.empty());
+    EXPECT_EQ(m_post.identity, identity);
+    Mail(*report, report::FormatHtml);
+    EXPECT_EQ(m_post.identity, "");
 }
 
 TEST_F(ReportMail, EveryFormatHasItsExtension) {

@@ -57,6 +57,25 @@ TEST_F(ReportParameterField, DefaultsAreTexts) {
     EXPECT_THAT(report->Parameter(6).DefaultValues(), IsEmpty());
 }
 
+TEST_F(ReportParameterField, ValidValuesAreTextsInTheReportsOrder) {
+    const auto valid = [](const std::string& values) {
+        return "<ValidValues><ParameterValues>" + values + "</ParameterValues></ValidValues>";
+    };
+    const auto value = [](const std::string& text) {
+        return "<ParameterValue><Value>" + text + "</Value><Label>Label of " + text +
+               "</Label></ParameterValue>";
+    };
+    const auto report =
+        Open(Parameter("a", "Integer", valid(value("2026") + value("2025"))) +
+             Parameter("b", "DateTime", valid(value("2025-03-01"))) +
+             Parameter("c", "String", valid(value("=Parameters!d.Value"))) + Parameter("d", "String"));
+    EXPECT_THAT(report->Parameter(1).ValidValues(), ElementsAre("2026", "2025"));
+    EXPECT_THAT(report->Parameter(2).ValidValues(), ElementsAre("2025-03-01"));
+    EXPECT_THAT(report->Parameter(3).ValidValues(), IsEmpty());
+    EXPECT_THAT(report->Parameter(4).ValidValues(), IsEmpty());
+    EXPECT_THAT(report->Parameter(1).DefaultValues(), IsEmpty());
+}
+
 TEST_F(ReportParameterField, DefaultThatBuildsOnAnUnknownValueIsNotShownBeforeTheRun) {
     const std::string query =
         "<DefaultValue><DataSetReference><DataSetName>People</DataSetName><ValueField>Number</ValueField>"

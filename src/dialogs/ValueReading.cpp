@@ -1,0 +1,42 @@
+#include "dialogs/ValueReading.h"
+
+#include <array>
+
+#include "platform/convert.h"
+#include "platform/report_engine.h"
+
+namespace {
+
+constexpr std::array<const char*, 12> Months = {"January",   "February", "March",    "April",
+                                                "May",       "June",     "July",     "August",
+                                                "September", "October",  "November", "December"};
+
+std::string DayInWords(DateValue value) {
+    const DateParts parts = Split(value);
+    return std::to_string(parts.day) + " " + Months.at(static_cast<std::size_t>(parts.month) - 1) + " " +
+           std::to_string(parts.year);
+}
+
+// The zero day stands for a time alone.
+std::string MomentInWords(DateValue value) {
+    if (value.SecondOfDay() == 0) {
+        return DayInWords(value);
+    }
+    return (value.DayNumber() == 0 ? "" : DayInWords(value) + ", ") + TimeText(value);
+}
+
+}  // namespace
+
+std::string ReadingOf(int valueType, const std::string& text) {
+    if (text.find_first_not_of(' ') == std::string::npos) {
+        return {};
+    }
+    const bool isDate = valueType == report::DateTimeField;
+    try {
+        return isDate                             ? MomentInWords(CDate(text))
+               : valueType == report::NumberField ? Variant(CDbl(text)).Text()
+                                                  : std::string();
+    } catch (const RuntimeError&) {
+        return isDate ? "not a date" : "not a number";
+    }
+}

@@ -1,0 +1,201 @@
+#include "scheduler/Deliveries.h"
+
+#include <algorithm>
+#include <fstream>
+#include <optional>
+#include <sstream>
+#include <string_view>
+#include <system_error>
+
+#include "app/Global.h"
+#include "platform/journal.h"
+#include "platform/loop.h"
+#include "platform/paths.h"
+#include "scheduler/RunHistory.h"
+
+namespace Global {
+
+namespace {
+
+constexpr int BusyAttempts = 30;  // each of them waits for ten seconds
+
+constexpr std::string_view ScheduleWord = "schedule";
+constexpr std::string_view PackageWord = "package";
+constexpr std::string_view EndWord = "end";
+
+std::string_view WordOf(RunKind kind) {
+    return kind == RunKind::Schedule ? ScheduleWord : PackageWord;
+}
+
+std::string DateStatement(const Delivery& delivery) {
+    return delivery.run.kind == RunKind::Schedule ? "update ReportScheduler set NextRun = '" + delivery.next +
+                                                        "' Where ReportID = " + delivery.run.reportID
+                                                  : "update ReportBatch Set NextRundate = '" + delivery.next +
+                                                        "' Where ReportID = " + delivery.run.reportID;
+}
+
+std::string HistoryStatement(const Delivery& delivery) {
+    return delivery.run.kind == RunKind::Schedule
+               ? RunHistoryStatement(delivery.run.reportID, delivery.moment, "Success", "None")
+               : PackageRunStatement(delivery.run.reportID, delivery.moment);
+}
+
+// Statements that reach the disk together or not at all.
+void ExecuteTogether(ADODB::Connection& connection, const std::vector<std::string>& statements) {
+    connection.BeginTrans();
+    try {
+        for (const std::string& statement : statements) {
+            connection.Execute(statement);
+        }
+        connection.CommitTrans();
+    } catch (...) {
+        connection.RollbackTrans();
+        throw;
+    }
+}
+
+// Gives what the history row failed with. The date is stored in any case, or its error raised.
+std::optional<RuntimeError> Store(ADODB::Connection& connection, const Delivery& delivery) {
+    const std::string date = DateStatement(delivery);
+    try {
+        ExecuteTogether(connection, {date, HistoryStatement(delivery)});
+        return std::nullopt;
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        if (error.Number() == err::DataTimeout) {
+            throw error;
+        }
+        ExecuteTogether(connection, {date});
+        return error;
+    }
+}
+
+// One line a delivery, its parts between tabulators. A line that is cut off lacks its last word.
+std::string LineOf(const Delivery& delivery) {
+    std::string line(WordOf(delivery.run.kind));
+    for (const std::string& part : {delivery.run.reportID, delivery.run.date, delivery.run.time,
+                                    delivery.next, delivery.moment, std::string(EndWord)}) {
+        line += '\t' + part;
+    }
+    return line + '\n';
+}
+
+std::optional<Delivery> DeliveryOf(const std::string& line) {
+    std::vector<std::string> parts;
+    std::istringstream stream(line);
+    for (std::string part; std::getline(stream, part, '\t');) {
+        parts.push_back(part);
+    }
+    constexpr std::size_t Parts = 7;
+    if (parts.size() != Parts || (parts[0] != ScheduleWord && parts[0] != PackageWord) ||
+        parts[6] != EndWord) {
+        return std::nullopt;
+    }
+    const RunKind kind = parts[0] == ScheduleWord ? RunKind::Schedule : RunKind::Package;
+    return Delivery{{kind, parts[1], parts[2], parts[3]}, parts[4], parts[5]};
+}
+
+}  // namespace
+
+void WhileBusy(const std::function<void()>& body) {
+    for (int attempt = 1;; ++attempt) {
+        try {
+            body();
+            return;
+        } catch (...) {
+            const RuntimeError error = CurrentError();
+            if (error.Number() != err::DataTimeout || attempt == BusyAttempts) {
+                throw error;
+            }
+            if (attempt == 1) {
+                Journal("The scheduler waits for its database. " + error.Description());
+            }
+        }
+        DoEvents();
+    }
+}
+
+void WriteFailureRow(const std::string& routine, const RuntimeError& error,
+                     const std::function<void()>& write) {
+    try {
+        WhileBusy(write);
+    } catch (...) {
+        Journal(
+            ErrorText("An error occured in " + routine + ", and its history row cannot be written. ", error));
+        // Of a database that was busy for the poll's first statement no row can be written: its insert lacks
+        // a key. What is wrong is that it was busy.
+        if (error.Number() == err::DataTimeout) {
+            throw error;
+        }
+        throw;
+    }
+}
+
+Deliveries& Deliveries::Instance() {
+    static Deliveries deliveries;
+    deliveries.Load();
+    return deliveries;
+}
+
+void Deliveries::Record(ADODB::Connection& connection, const Delivery& delivery) {
+    if (Find(delivery.run) == nullptr) {
+        m_kept.push_back(delivery);
+        Save();
+    }
+    std::optional<RuntimeError> rowFailure;
+    WhileBusy([&] { rowFailure = Store(connection, delivery); });
+    RemoveIf([run = delivery.run](const Delivery& kept) { return kept.run == run; });
+    if (rowFailure) {
+        throw *rowFailure;
+    }
+}
+
+const Delivery* Deliveries::Find(const DueRun& run) const {
+    const auto found = std::find_if(m_kept.begin(), m_kept.end(),
+                                    [&run](const Delivery& delivery) { return delivery.run == run; });
+    return found == m_kept.end() ? nullptr : &*found;
+}
+
+void Deliveries::Clear(RunKind kind) {
+    RemoveIf([kind](const Delivery& delivery) { return delivery.run.kind == kind; });
+}
+
+template <typename Condition>
+void Deliveries::RemoveIf(Condition condition) {
+    if (std::erase_if(m_kept, condition) > 0) {
+        Save();
+    }
+}
+
+void Deliveries::Load() {
+    if (m_folder == AppPath()) {
+        return;
+    }
+    m_folder = AppPath();
+    // Here and not when it is written: nothing that can wait stands between a delivery and its line.
+    m_file = paths::ToMachine(m_folder) / "PressroomLive.delivered";
+    m_kept.clear();
+    std::ifstream file(m_file);
+    for (std::string line; std::getline(file, line);) {
+        if (const auto delivery = DeliveryOf(line)) {
+            m_kept.push_back(*delivery);
+        }
+    }
+}
+
+// A failure is not reported: what counts is that the database takes the record, and its failures are
+// reported.
+void Deliveries::Save() const {
+    if (m_kept.empty()) {
+        std::error_code ignored;
+        std::filesystem::remove(m_file, ignored);
+        return;
+    }
+    std::string text;
+    for (const Delivery& delivery : m_kept) {
+        text += LineOf(delivery);
+    }
+    std::ofstream(m_file, std::ios::binary | std::ios::trunc) << text;
+}
+
+}  // namespace Global

@@ -1,0 +1,89 @@
+// A wait that lets the windows repaint themselves and nothing else.
+#include "platform/qt/qt_loop.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <QPaintEvent>
+#include <QTest>
+#include <QTimer>
+#include <QWidget>
+#include <chrono>
+#include <thread>
+
+#include "app/Global.h"
+#include "platform/adodb.h"
+#include "support/database.h"
+
+namespace {
+
+class Window : public QWidget {
+ public:
+    int paints = 0;
+
+ protected:
+    void paintEvent(QPaintEvent* /*event*/) override { ++paints; }
+};
+
+class QtLoopRepaint : public testing::Test {
+ protected:
+    void SetUp() override {
+        window.resize(200, 100);
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        QCoreApplication::processEvents();
+        window.paints = 0;
+        SetLoop(&loop);
+    }
+    void TearDown() override { SetLoop(nullptr); }
+
+    QtLoop loop;
+    Window window;
+};
+
+}  // namespace
+
+TEST_F(QtLoopRepaint, PaintsAndTakesNoTimer) {
+    int ticks = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&ticks] { ++ticks; });
+    timer.start(1);
+    window.update();
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    loop.Repaint();
+    EXPECT_EQ(window.paints, 1);
+    EXPECT_EQ(ticks, 0);
+    loop.Yield();
+    QTest::qWait(20);
+    EXPECT_GT(ticks, 0);
+}
+
+TEST_F(QtLoopRepaint, WindowPaintsItselfWhileALockedDatabaseIsWaitedFor) {
+    const fakes::TestDatabase database;
+    sqlite3* holder = nullptr;
+    ASSERT_EQ(sqlite3_open((database.Folder() / "PressroomLive.dat").c_str(), &holder), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(holder, "begin immediate", nullptr, nullptr, nullptr), SQLITE_OK);
+    ADODB::SetBusyWait(0.5);
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    window.update();
+    EXPECT_THROW(connection.Execute("delete from Folders"), RuntimeError);
+    EXPECT_EQ(window.paints, 1);
+    ADODB::SetBusyWait(0);
+    sqlite3_close(holder);
+}
+
+TEST_F(QtLoopRepaint, ShortWaitRunsNoEvent) {
+    const fakes::TestDatabase database;
+    sqlite3* holder = nullptr;
+    ASSERT_EQ(sqlite3_open((database.Folder() / "PressroomLive.dat").c_str(), &holder), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(holder, "begin immediate", nullptr, nullptr, nullptr), SQLITE_OK);
+    ADODB::SetBusyWait(0.1);
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    window.update();
+    EXPECT_THROW(connection.Execute("delete from Folders"), RuntimeError);
+    EXPECT_EQ(window.paints, 0);
+    ADODB::SetBusyWait(0);
+    sqlite3_close(holder);
+}
