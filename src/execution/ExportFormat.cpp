@@ -2,6 +2,7 @@
 
 #include "platform/clock.h"
 #include "platform/convert.h"
+#include "platform/file_name.h"
 #include "platform/paths.h"
 #include "store/TextConventions.h"
 
@@ -60,13 +61,12 @@ int EngineFormatCode(ExportKind kind) {
 }
 
 std::string HtmlOutputFile(const std::string& reportTitle) {
-    // The title comes out of the report file, which is not trusted to leave the folder.
-    if (reportTitle.find("..\\") != std::string::npos || reportTitle.find("../") != std::string::npos) {
-        throw RuntimeError(err::PathNotFound);
-    }
     // The hours make a name that differs from one hour to the next.
     const std::int64_t hours = DiffHours(DateSerial(2002, 1, 1), Now());
-    return AppPath() + "\\output\\" + WithoutBlanks(reportTitle) + std::to_string(hours) + ".htm";
+    const std::string name = WithoutBlanks(reportTitle) + std::to_string(hours) + ".htm";
+    // The title comes out of the report file, which is not trusted to leave the folder.
+    RequireFileName(name);
+    return AppPath() + "\\output\\" + name;
 }
 
 std::string PackageOutputFile(ExportKind kind, const std::string& destination,

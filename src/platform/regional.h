@@ -18,5 +18,8 @@ struct RegionalSettings {
 const RegionalSettings& Regional();
 // The settings that a date pattern of strftime stands for, for example "%d.%m.%Y".
 RegionalSettings RegionalFromPattern(std::string_view pattern);
+// Qt's application object gives the whole process the region of the environment; database drivers would then
+// write 0.3 as 0,3. To be called after it is made: numbers have a point again, for every library.
+void KeepNumbersPlain();
 // For tests.
 void SetRegional(const RegionalSettings& settings);

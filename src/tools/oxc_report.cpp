@@ -10,6 +10,7 @@
 #include "platform/rdl/definition/context.h"
 #include "platform/rdl/engine/engine.h"
 #include "platform/rdl/engine/rdl_report.h"
+#include "platform/regional.h"
 #include "tools/report_arguments.h"
 
 namespace {
@@ -118,6 +119,7 @@ int main(int argc, char** argv) {
     // Qt's own warnings would be further lines.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QCoreApplication application(argc, argv);
+    KeepNumbersPlain();
     try {
         Run(tools::ParseArguments({argv + 1, argv + argc}));
         return 0;

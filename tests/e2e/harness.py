@@ -65,6 +65,10 @@ class Courier:
         environment.update(self.extra_environment)
         return environment
 
+    def write_days_year_first(self):
+        """Whatever region the tests run in."""
+        self.extra_environment["LC_ALL"] = "C.UTF-8"
+
     def start(self, prefix=(), arguments=("-sched",)):
         self.process = subprocess.Popen([*prefix, str(self.app / "oxc"), *arguments], stdout=self.log,
                                         stderr=subprocess.STDOUT, env=self.environment())

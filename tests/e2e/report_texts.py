@@ -2,6 +2,7 @@
 
 import csv
 import html.parser
+import os
 import pathlib
 import re
 import subprocess
@@ -76,7 +77,7 @@ def xls_rows(path):
     rows = []
     with tempfile.TemporaryDirectory() as folder:
         subprocess.run(["ssconvert", "-S", "-T", "Gnumeric_stf:stf_csv", str(path), folder + "/%n.csv"], check=True,
-                       capture_output=True)
+                       capture_output=True, env={**os.environ, "LC_ALL": "C.UTF-8"})
         for sheet in sorted(pathlib.Path(folder).iterdir(), key=lambda file: int(file.stem)):
             with open(sheet, newline="", encoding="utf-8") as file:
                 rows += [[" ".join(cell.split()) for cell in row if cell.strip()] for row in csv.reader(file)]

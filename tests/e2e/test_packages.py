@@ -79,6 +79,7 @@ class Contents(PackageTest):
         self.assertIn("Sales summary", files["4summary.rpt.htm"].decode())
 
     def test_history_moment_is_date_comma_time(self):
+        self.courier.write_days_year_first()
         self.courier.package()
         self.courier.run_until_package_history()
         self.assertRegex(self.courier.package_history()[0][1], r"^%s,\d\d:\d\d:\d\d$" % TODAY)

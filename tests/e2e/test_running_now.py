@@ -37,6 +37,7 @@ class RunningNow(DeskSession):
         self.back_to_main()
 
     def open_desktop(self):
+        self.courier.write_days_year_first()
         self.start_session()
         self.click(*self.ROOT)
 

@@ -71,10 +71,44 @@ TEST(HtmlOutput, OfAnEmptyTitleIsTheCountAlone) {
     SetAppPath({});
 }
 
+// Where the machine would write; of an error its number and description.
+std::string OutputOf(const std::string& title) {
+    try {
+        return paths::ToMachine(Global::HtmlOutputFile(title)).lexically_normal().string();
+    } catch (const RuntimeError& error) {
+        return std::to_string(error.Number()) + ": " + error.Description();
+    }
+}
+
 TEST(HtmlOutput, NeverLeavesItsFolder) {
-    EXPECT_THROW(Global::HtmlOutputFile("..\\..\\evil"), RuntimeError);
-    EXPECT_THROW(Global::HtmlOutputFile("../evil"), RuntimeError);
-    EXPECT_NO_THROW(Global::HtmlOutputFile("a.. b"));
+    SetAppPath("Z:\\c");
+    const fakes::FakeClock clock(fakes::At(2002, 1, 1, 5));
+    const auto refused = [](const std::string& name) {
+        return "76: Path not found: \"" + name + "\" is not a file name";
+    };
+    EXPECT_EQ(OutputOf("../evil"), refused("../evil5.htm"));
+    EXPECT_EQ(OutputOf("..\\..\\evil"), refused("..\\..\\evil5.htm"));
+    EXPECT_EQ(OutputOf(". ./evil"), refused("../evil5.htm"));
+    EXPECT_EQ(OutputOf(". ./. ./evil"), refused("../../evil5.htm"));
+    EXPECT_EQ(OutputOf(" . .\\evil"), refused("..\\evil5.htm"));
+    EXPECT_EQ(OutputOf("a/. . /b"), refused("a/../b5.htm"));
+    EXPECT_EQ(OutputOf("/etc/evil"), refused("/etc/evil5.htm"));
+    EXPECT_EQ(OutputOf("Z :\\evil"), refused("Z:\\evil5.htm"));
+    EXPECT_EQ(OutputOf("evil\n"), refused("evil?5.htm"));
+    EXPECT_EQ(OutputOf(std::string("evil\0/../x", 10)), refused("evil?/../x5.htm"));
+    EXPECT_EQ(OutputOf("a.. b"), "/c/output/a..b5.htm");
+    EXPECT_EQ(OutputOf(". . ."), "/c/output/...5.htm");
+    EXPECT_EQ(OutputOf("A: all of it"), "/c/output/A:allofit5.htm");
+    SetAppPath({});
+}
+
+TEST(HtmlOutput, LongTitlesAreRefusedByTheirName) {
+    SetAppPath("Z:\\c");
+    const fakes::FakeClock clock(fakes::At(2002, 1, 1, 5));
+    EXPECT_EQ(OutputOf(std::string(250, 'a')), "/c/output/" + std::string(250, 'a') + "5.htm");
+    EXPECT_EQ(OutputOf(std::string(251, 'a')),
+              "76: Path not found: \"" + std::string(80, 'a') + "...\" is not a file name");
+    SetAppPath({});
 }
 
 TEST(PackageOutput, IsNamedByKind) {

@@ -26,6 +26,16 @@ class RunReport : public testing::Test {
              const std::string& password = {}) {
         return Global::RunReport(7, Path, "Body", "Subject", "ann;bob;", format, formula, user, password);
     }
+    // "number: description" of the error that the call raises; empty when it raises none.
+    template <typename Call>
+    static std::string ErrorOf(Call call) {
+        try {
+            call();
+        } catch (const RuntimeError& error) {
+            return std::to_string(error.Number()) + ": " + error.Description();
+        }
+        return {};
+    }
     void Parameter(const std::string& value) {
         database.Run("insert into ReportParameter values(7, 'P', " + value + ")");
     }
@@ -86,6 +96,13 @@ TEST_F(RunReport, HtmlGoesToAFileAndIsMailedAfterASecond) {
     EXPECT_EQ(mail.sent[0].attachments, (std::vector<std::pair<int, std::string>>{{5, file}}));
 }
 
+TEST_F(RunReport, HtmlOfATitleThatLeavesTheFolderFailsTheRun) {
+    engine.reports[Path].title = ". ./. ./evil";
+    EXPECT_EQ(ErrorOf([&] { Run("HTML"); }), "76: Path not found: \"../../evil5.htm\" is not a file name");
+    EXPECT_TRUE(CallsWith("export").empty());
+    EXPECT_TRUE(mail.sent.empty());
+}
+
 TEST_F(RunReport, HtmlGivesTheMailsResult) {
     mail.sendErrors = {RuntimeError(500, "refused")};
     EXPECT_FALSE(Run("HTML"));
@@ -111,7 +128,8 @@ TEST_F(RunReport, EveryStepComesInItsOrder) {
 
 TEST_F(RunReport, DatabaseIsReadBeforeTheReportIsOpened) {
     std::filesystem::remove(database.Folder() / "PressroomLive.dat");
-    EXPECT_THROW(Run("PDF"), RuntimeError);
+    EXPECT_EQ(ErrorOf([&] { Run("PDF"); }),
+              "-2147467259: Could not find the data file \"" + AppPath() + "\\PressroomLive.dat\"");
     EXPECT_TRUE(engine.calls.empty());
 }
 
@@ -192,45 +210,37 @@ TEST_F(RunReport, RowOfAnotherTypeIsConsumedWithoutAValue) {
 TEST_F(RunReport, WordForANumberFailsTheRun) {
     engine.reports[Path].parameterTypes = {7};
     Parameter("'abc'");
-    try {
-        Run("PDF");
-        FAIL() << "no error";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 13);
-        EXPECT_EQ(error.Description(), "Type mismatch");
-    }
+    EXPECT_EQ(ErrorOf([&] { Run("PDF"); }), "13: Type mismatch");
     EXPECT_TRUE(CallsWith("export").empty());
 }
 
 TEST_F(RunReport, NullForADateFailsTheRun) {
     engine.reports[Path].parameterTypes = {16};
     Parameter("null");
-    try {
-        Run("PDF");
-        FAIL() << "no error";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 94);
-        EXPECT_EQ(error.Description(), "Invalid use of Null");
-    }
+    EXPECT_EQ(ErrorOf([&] { Run("PDF"); }), "94: Invalid use of Null");
 }
 
 TEST_F(RunReport, MoreValuesThanFieldsFailTheRun) {
     engine.reports[Path].parameterTypes = {12};
     Parameter("'a'");
     Parameter("'b'");
-    EXPECT_THROW(Run("PDF"), RuntimeError);
+    EXPECT_EQ(ErrorOf([&] { Run("PDF"); }), "9: Subscript out of range");
+    EXPECT_TRUE(CallsWith("export").empty());
 }
 
 TEST_F(RunReport, MissingFileLeavesTheReportBefore) {
     EXPECT_TRUE(Run("PDF"));
     const auto before = Global::CurrentReport;
     ASSERT_NE(before, nullptr);
-    EXPECT_THROW(Global::RunReport(7, "Z:\\none.rpt", "", "", "", "PDF", "", "", ""), RuntimeError);
+    EXPECT_EQ(ErrorOf([] { Global::RunReport(7, "Z:\\none.rpt", "", "", "", "PDF", "", "", ""); }),
+              "53: File not found: Z:\\none.rpt");
     EXPECT_EQ(Global::CurrentReport, before);
 }
 
 TEST_F(RunReport, KeyThatIsNoNumberFails) {
-    EXPECT_THROW(Global::RunReport("x y", Path, "", "", "", "PDF", "", "", ""), RuntimeError);
+    EXPECT_EQ(ErrorOf([] { Global::RunReport("x y", Path, "", "", "", "PDF", "", "", ""); }),
+              "-2147217900: The statement is not understood; near \"y\": syntax error");
+    EXPECT_TRUE(engine.calls.empty());
 }
 
 TEST_F(RunReport, HidesTheMainWindowInTheSchedulerOnly) {
@@ -243,7 +253,9 @@ TEST_F(RunReport, HidesTheMainWindowInTheSchedulerOnly) {
 
 TEST_F(RunReport, ErrorOfTheExportPassesToTheCaller) {
     engine.reports[Path].exportError = RuntimeError(1000, "cannot");
-    EXPECT_THROW(Run("PDF"), RuntimeError);
+    EXPECT_EQ(ErrorOf([&] { Run("PDF"); }), "1000: cannot");
+    EXPECT_TRUE(mail.sent.empty());
+    EXPECT_TRUE(prompts.boxes.empty());
 }
 
 TEST_F(RunReport, TheEngineIsMadeOnceAndTheReportStays) {
@@ -258,13 +270,8 @@ TEST_F(RunReport, TheEngineIsMadeOnceAndTheReportStays) {
 TEST_F(RunReport, OtherKindOfFieldCanBeRefused) {
     engine.reports[Path].parameterTypes = {22};
     report::Report& report = Global::OpenReport(Path);
-    try {
-        Global::HandOverParameter(report, 1, "x", Global::OtherFieldRule::Fail);
-        FAIL() << "no error";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 424);
-        EXPECT_EQ(error.Description(), "Object required");
-    }
+    EXPECT_EQ(ErrorOf([&] { Global::HandOverParameter(report, 1, "x", Global::OtherFieldRule::Fail); }),
+              "424: Object required");
 }
 
 TEST_F(RunReport, BusyCursorSetsTheScreenPointer) {

@@ -10,6 +10,7 @@
 #include "app/Global.h"
 #include "platform/adodb.h"
 #include "platform/paths.h"
+#include "platform/regional.h"
 #include "support/source_dir.h"
 
 namespace fakes {
@@ -53,6 +54,7 @@ std::string Schema() {
 }  // namespace
 
 TestDatabase::TestDatabase() : m_folder(NewFolder()) {
+    SetRegional({});  // rows and statements have days year first, whatever region the tests run in
     std::filesystem::create_directories(m_folder / "output");
     std::filesystem::create_directories(m_folder / "Cache");
     SetAppPath(paths::FromMachine(m_folder));

@@ -84,6 +84,10 @@ const RegionalSettings& Regional() {
     return *Chosen();
 }
 
+void KeepNumbersPlain() {
+    std::setlocale(LC_NUMERIC, "C");
+}
+
 void SetRegional(const RegionalSettings& settings) {
     Chosen() = settings;
 }

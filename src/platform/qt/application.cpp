@@ -5,6 +5,7 @@
 
 #include "platform/process.h"
 #include "platform/prompts.h"
+#include "platform/regional.h"
 
 namespace {
 
@@ -21,6 +22,7 @@ void EndNow(int /*signal*/) {
 }  // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    KeepNumbersPlain();
     // Made for this process alone: an editor that it starts must show its windows.
     if (platformChosen) {
         qunsetenv("QT_QPA_PLATFORM");

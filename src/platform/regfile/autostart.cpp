@@ -3,13 +3,13 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cstddef>
 #include <cstdlib>
 #include <system_error>
 #include <vector>
 
 #include "platform/letters.h"
+#include "platform/mail/ascii.h"
 #include "platform/paths.h"
 #include "platform/posix/atomic_file.h"
 #include "platform/prompts.h"
@@ -50,8 +50,7 @@ std::string_view FileName(std::string_view path) {
 // Line breaks would start another key.
 std::string QuotedForEntry(std::string_view argument) {
     const bool isPlain = !argument.empty() && std::all_of(argument.begin(), argument.end(), [](char letter) {
-        const auto byte = static_cast<unsigned char>(letter);
-        return std::isalnum(byte) != 0 || byte >= 0x80 ||
+        return mailer::IsAsciiLetterOrDigit(letter) || static_cast<unsigned char>(letter) >= 0x80 ||
                std::string_view("/-_.,:+=@").find(letter) != std::string_view::npos;
     });
     if (isPlain) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <cstddef>
 #include <cstdio>
@@ -39,10 +38,9 @@ std::string BytesOfNumber(std::uint32_t number) {
 
 std::optional<std::string> ReadHexBytes(std::string_view text) {
     std::string digits(text);
-    digits.erase(
-        std::remove_if(digits.begin(), digits.end(),
-                       [](unsigned char letter) { return std::isspace(letter) != 0 || letter == '\\'; }),
-        digits.end());
+    std::erase_if(digits, [](char letter) {
+        return std::string_view(" \t\r\n\v\f\\").find(letter) != std::string_view::npos;
+    });
     std::string bytes;
     for (std::string_view rest = digits; !rest.empty();) {
         const std::string_view piece = rest.substr(0, rest.find(','));

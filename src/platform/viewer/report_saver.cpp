@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/file_name.h"
 #include "platform/paths.h"
 
 namespace viewer {
@@ -40,13 +41,7 @@ QString ExtensionOf(const QString& filter) {
 }
 
 QString NameFor(const std::string& title) {
-    QString name = QString::fromStdString(title).trimmed();
-    for (QChar& c : name) {
-        if (QString("/\\:*?\"<>|").contains(c) || c < QChar(' ')) {
-            c = '_';
-        }
-    }
-    return name.isEmpty() ? QString("report") : name;
+    return QString::fromStdString(SafeFileName(title, "report"));
 }
 
 void SaveReport(report::Report& report, const QString& file) {

@@ -1,6 +1,7 @@
 #include "platform/regional.h"
 
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
 namespace {
 
@@ -27,8 +28,9 @@ TEST(Regional, PatternWithoutTenCharactersGivesYearMonthDay) {
     }
 }
 
-// The tests run under the C locale, whose own pattern is American.
+// The C locale's own pattern is American.
 TEST(Regional, EnvironmentWithoutARegionGivesYearMonthDay) {
+    setenv("LC_ALL", "C.UTF-8", 1);
     EXPECT_EQ(Regional().order, DateOrder::YearMonthDay);
     EXPECT_EQ(Regional().dateSeparator, '-');
 }

@@ -12,6 +12,7 @@
 class Date : public testing::Test {
  protected:
     void SetUp() override {
+        SetRegional({DateOrder::YearMonthDay, '-'});
         picker = std::make_unique<DTPicker>();
         form.Show(&other, picker.get());
         picker->setFocus();

@@ -1,8 +1,8 @@
 #include "platform/rdl/data/load.h"
 
 #include <algorithm>
-#include <cctype>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/data/field_type.h"
 #include "platform/rdl/data/filter.h"
 #include "platform/rdl/data/message.h"
@@ -185,9 +185,7 @@ Value SharedValue(const LoadRequest& request, const DataSet& dataSet, const Shar
 // Parameters of drivers that count them may be called ? and cannot be asked for by that.
 std::string NameInExpressions(const SharedParameter& parameter, std::size_t index) {
     const std::string name = parameter.name.substr(parameter.name.starts_with('@') ? 1 : 0);
-    const bool isName = !name.empty() && std::all_of(name.begin(), name.end(), [](unsigned char c) {
-        return std::isalnum(c) || c == '_' || c >= 0x80;
-    });
+    const bool isName = !name.empty() && std::all_of(name.begin(), name.end(), IsNameByte);
     return isName ? name : "Parameter" + std::to_string(index + 1);
 }
 

@@ -7,19 +7,10 @@ namespace {
 
 constexpr std::size_t LongestText = 400;
 
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
-
-bool IsWordCharacter(char c) {
-    return (c >= '0' && c <= '9') || c == '_' || (Lower(c) >= 'a' && Lower(c) <= 'z') ||
-           static_cast<unsigned char>(c) >= 0x80;
-}
-
 // Whether a word goes on across the place. A password "p" that is struck out of "password" would spoil the
 // text and tell what it is.
 bool ContinuesWord(std::string_view text, std::size_t at) {
-    return at > 0 && at < text.size() && IsWordCharacter(text[at - 1]) && IsWordCharacter(text[at]);
+    return at > 0 && at < text.size() && IsNameByte(text[at - 1]) && IsNameByte(text[at]);
 }
 
 // A cut must not leave half a character behind.
@@ -35,26 +26,6 @@ void CutAtCharacter(std::string& text, std::size_t length) {
 std::string TookTooLong(int seconds) {
     return "the query took longer than " + std::to_string(seconds) + (seconds == 1 ? " second" : " seconds") +
            " and was given up";
-}
-
-std::string LowerAscii(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), Lower);
-    return lower;
-}
-
-bool EqualNoCase(std::string_view left, std::string_view right) {
-    return left.size() == right.size() && std::equal(left.begin(), left.end(), right.begin(),
-                                                     [](char a, char b) { return Lower(a) == Lower(b); });
-}
-
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view Blank = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(Blank);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(Blank) - first + 1);
 }
 
 std::string CleanText(std::string_view text) {

@@ -4,6 +4,9 @@
 #include <string>
 #include <string_view>
 
+#include "platform/rdl/ascii.h"
+#include "platform/rdl/xml/element.h"
+
 namespace rdl::data {
 
 // One line without ', without control characters and a full stop at its end, at most 400 bytes.
@@ -14,8 +17,6 @@ std::string CleanText(std::string_view text, std::string_view secret);
 // What is said of a query that was given up.
 std::string TookTooLong(int seconds);
 
-std::string LowerAscii(std::string_view text);
-bool EqualNoCase(std::string_view left, std::string_view right);  // ASCII letters only
-std::string_view Trimmed(std::string_view text);
+using xml::Trimmed;
 
 }  // namespace rdl::data

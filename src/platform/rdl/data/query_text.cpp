@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/data/message.h"
 #include "platform/rdl/data/sql_scanner.h"
 #include "platform/rdl/error.h"
@@ -83,11 +84,11 @@ class Binder {
 
     bool TakeNamed() {
         const char mark = m_text[m_at];
-        if ((mark != '@' && mark != ':' && mark != '$') || (m_at > 0 && IsNameChar(m_text[m_at - 1]))) {
+        if ((mark != '@' && mark != ':' && mark != '$') || (m_at > 0 && IsNameByte(m_text[m_at - 1]))) {
             return false;
         }
         std::size_t end = m_at + 1;
-        while (end < m_text.size() && IsNameChar(m_text[end])) {
+        while (end < m_text.size() && IsNameByte(m_text[end])) {
             ++end;
         }
         const std::string_view name = m_text.substr(m_at + 1, end - m_at - 1);
@@ -201,7 +202,7 @@ std::vector<std::string> NamePieces(std::string_view name, ProviderKind provider
 
 void CheckProcedureName(std::string_view name) {
     for (const char c : name) {
-        if (!IsNameChar(c) && std::string_view(".[]\"` $#").find(c) == std::string_view::npos) {
+        if (!IsNameByte(c) && std::string_view(".[]\"` $#").find(c) == std::string_view::npos) {
             throw Error("\"" + CleanText(name) + "\" is no name of a stored procedure");
         }
     }
@@ -227,7 +228,7 @@ bool IsOneStatement(std::string_view text, ProviderKind provider) {
 
 bool IsCall(std::string_view text) {
     text = Trimmed(text);
-    return text.size() > 4 && EqualNoCase(text.substr(0, 4), "call") && !IsNameChar(text[4]);
+    return text.size() > 4 && EqualNoCase(text.substr(0, 4), "call") && !IsNameByte(text[4]);
 }
 
 BoundQuery ProcedureCall(std::string_view name, const std::vector<NamedValue>& values,
@@ -243,7 +244,7 @@ BoundQuery ProcedureCall(std::string_view name, const std::vector<NamedValue>& v
         const std::string_view parameter = WithoutMark(value.name);
         arguments.append(arguments.empty() ? "" : ", ");
         if (provider == ProviderKind::SqlServer && !parameter.empty()) {
-            if (!std::all_of(parameter.begin(), parameter.end(), IsNameChar)) {
+            if (!std::all_of(parameter.begin(), parameter.end(), IsNameByte)) {
                 throw Error("\"" + CleanText(value.name) + "\" is no name of a parameter");
             }
             arguments.append("@").append(parameter).append(" = ");

@@ -27,7 +27,7 @@ bool IsOneOf(std::string_view word, std::initializer_list<std::string_view> word
 }
 
 bool BeginsName(char c) {
-    return c == '#' || c == '@' || IsNameChar(c);
+    return c == '#' || c == '@' || IsNameByte(c);
 }
 
 // Words, quoted names and marks, without texts and comments.
@@ -49,7 +49,7 @@ std::vector<Token> TokensOf(std::string_view text, ProviderKind dialect) {
         }
         std::size_t end = at + 1;
         if (BeginsName(text[at])) {
-            while (end < text.size() && (IsNameChar(text[end]) || text[end] == '#')) {
+            while (end < text.size() && (IsNameByte(text[end]) || text[end] == '#')) {
                 ++end;
             }
             tokens.push_back({LowerAscii(text.substr(at, end - at)), true, false});

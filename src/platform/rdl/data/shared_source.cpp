@@ -5,13 +5,16 @@
 #include "platform/rdl/data/data_file.h"
 #include "platform/rdl/data/message.h"
 #include "platform/rdl/data/xml_document.h"
+#include "platform/rdl/definition/identifier.h"
 #include "platform/rdl/error.h"
 
 namespace rdl::data {
 namespace {
 
-XmlDocument ReadBeside(const std::string& reference, const std::string& extension,
-                       const std::vector<std::string>& folders) {
+using xml::Element;
+
+xml::Document ReadBeside(const std::string& reference, const std::string& extension,
+                         const std::vector<std::string>& folders) {
     std::string name = reference.substr(reference.find_last_of("/\\") + 1);
     if (!LowerAscii(name).ends_with(extension)) {
         name += extension;
@@ -27,74 +30,70 @@ Expr ExprOf(const std::string& text, const std::string& where) {
     return {.source = text, .where = where, .id = text.starts_with('=') ? 0 : -1};
 }
 
-std::string AttributeOf(const XmlNode& node, std::string_view name) {
-    for (const auto& [key, value] : node.attributes) {
-        if (key == name) {
-            return value;
-        }
-    }
-    return {};
+const std::vector<Element>& ChildrenOf(const Element* element) {
+    static const std::vector<Element> nothing;
+    return element ? element->children : nothing;
 }
 
-std::vector<Field> FieldsOf(const XmlDocument& document, const XmlNode& set) {
+std::vector<Field> FieldsOf(const Element& set) {
     std::vector<Field> fields;
-    const XmlNode* list = document.Child(set, "Fields");
-    for (const std::size_t child : list ? list->children : std::vector<std::size_t>()) {
-        const XmlNode& node = document.nodes[child];
+    const Element* list = set.Child("Fields");
+    for (const Element& node : ChildrenOf(list)) {
         Field field;
-        field.name = AttributeOf(node, "Name");
-        field.dataField = document.ChildText(node, "DataField");
-        field.typeName = document.ChildText(node, "TypeName");
+        field.name = node.AttributeOf("Name");
+        if (!field.name.empty() && !IsIdentifier(field.name)) {
+            throw Error(NotAnIdentifier("Field", field.name));
+        }
+        field.dataField = node.ChildText("DataField");
+        field.typeName = node.ChildText("TypeName");
         if (field.dataField.empty()) {
-            field.value = ExprOf(document.ChildText(node, "Value"), "Field " + field.name);
+            field.value = ExprOf(node.ChildText("Value"), "Field " + field.name);
         }
         fields.push_back(std::move(field));
     }
     return fields;
 }
 
-std::vector<Filter> FiltersOf(const XmlDocument& document, const XmlNode& set) {
+std::vector<Filter> FiltersOf(const Element& set) {
     std::vector<Filter> filters;
-    const XmlNode* list = document.Child(set, "Filters");
-    for (const std::size_t child : list ? list->children : std::vector<std::size_t>()) {
-        const XmlNode& node = document.nodes[child];
+    const Element* list = set.Child("Filters");
+    for (const Element& node : ChildrenOf(list)) {
         Filter filter;
-        filter.expression = ExprOf(document.ChildText(node, "FilterExpression"), "Filter");
-        filter.op = document.ChildText(node, "Operator");
-        const XmlNode* values = document.Child(node, "FilterValues");
-        for (const std::size_t value : values ? values->children : std::vector<std::size_t>()) {
-            filter.values.push_back(ExprOf(std::string(Trimmed(document.nodes[value].text)), "Filter value"));
+        filter.expression = ExprOf(node.ChildText("FilterExpression"), "Filter");
+        filter.op = node.ChildText("Operator");
+        const Element* values = node.Child("FilterValues");
+        for (const Element& value : ChildrenOf(values)) {
+            filter.values.push_back(ExprOf(std::string(Trimmed(value.text)), "Filter value"));
         }
         filters.push_back(std::move(filter));
     }
     return filters;
 }
 
-bool FlagOf(const XmlDocument& document, const XmlNode& node, std::string_view name) {
-    return EqualNoCase(document.ChildText(node, name), "true");
+bool FlagOf(const Element& node, std::string_view name) {
+    return EqualNoCase(node.ChildText(name), "true");
 }
 
-std::vector<SharedParameter> ParametersOf(const XmlDocument& document, const XmlNode& query) {
+std::vector<SharedParameter> ParametersOf(const Element& query) {
     std::vector<SharedParameter> parameters;
-    const XmlNode* list = document.Child(query, "DataSetParameters");
-    for (const std::size_t child : list ? list->children : std::vector<std::size_t>()) {
-        const XmlNode& node = document.nodes[child];
-        const std::string name = AttributeOf(node, "Name");
-        const XmlNode* value = document.Child(node, "DefaultValue");
+    const Element* list = query.Child("DataSetParameters");
+    for (const Element& node : ChildrenOf(list)) {
+        const std::string name(node.AttributeOf("Name"));
+        const Element* value = node.Child("DefaultValue");
         parameters.push_back(
             {name,
-             value && !value->nil ? ExprOf(std::string(Trimmed(value->text)), "Parameter " + name) : Expr(),
-             FlagOf(document, node, "Nullable"), FlagOf(document, node, "ReadOnly"),
-             FlagOf(document, node, "OmitFromQuery")});
+             value && !value->IsNil() ? ExprOf(std::string(Trimmed(value->text)), "Parameter " + name)
+                                      : Expr(),
+             FlagOf(node, "Nullable"), FlagOf(node, "ReadOnly"), FlagOf(node, "OmitFromQuery")});
     }
     return parameters;
 }
 
-void ReadQuery(const XmlDocument& document, const XmlNode& query, DataSet& set) {
-    set.dataSourceName = document.ChildText(query, "DataSourceReference");
-    set.commandText = ExprOf(document.ChildText(query, "CommandText"), "CommandText");
-    set.timeoutSeconds = std::atoi(document.ChildText(query, "Timeout").c_str());
-    const std::string type = document.ChildText(query, "CommandType");
+void ReadQuery(const Element& query, DataSet& set) {
+    set.dataSourceName = query.ChildText("DataSourceReference");
+    set.commandText = ExprOf(query.ChildText("CommandText"), "CommandText");
+    set.timeoutSeconds = std::atoi(query.ChildText("Timeout").c_str());
+    const std::string type = query.ChildText("CommandType");
     if (EqualNoCase(type, "StoredProcedure")) {
         set.commandType = DataSet::CommandType::StoredProcedure;
     } else if (EqualNoCase(type, "TableDirect")) {
@@ -105,11 +104,11 @@ void ReadQuery(const XmlDocument& document, const XmlNode& query, DataSet& set) 
 }  // namespace
 
 SharedSource ReadSharedSource(const std::string& reference, const std::vector<std::string>& folders) {
-    const XmlDocument document = ReadBeside(reference, ".rds", folders);
-    const XmlNode* properties = document.Child(document.Root(), "ConnectionProperties");
-    const XmlNode& holder = properties ? *properties : document.Root();
-    SharedSource source{document.ChildText(holder, "Extension"), document.ChildText(holder, "ConnectString"),
-                        FlagOf(document, holder, "IntegratedSecurity")};
+    const xml::Document document = ReadBeside(reference, ".rds", folders);
+    const Element* properties = document.root.Child("ConnectionProperties");
+    const Element& holder = properties ? *properties : document.root;
+    SharedSource source{holder.ChildText("Extension"), holder.ChildText("ConnectString"),
+                        FlagOf(holder, "IntegratedSecurity")};
     if (source.provider.empty()) {
         throw Error("the shared data source \"" + CleanText(reference) + "\" names no data provider");
     }
@@ -117,19 +116,19 @@ SharedSource ReadSharedSource(const std::string& reference, const std::vector<st
 }
 
 SharedDataSet ReadSharedDataSet(const std::string& reference, const std::vector<std::string>& folders) {
-    const XmlDocument document = ReadBeside(reference, ".rsd", folders);
-    const XmlNode* set = document.Child(document.Root(), "DataSet");
-    const XmlNode* query = set ? document.Child(*set, "Query") : nullptr;
+    const xml::Document document = ReadBeside(reference, ".rsd", folders);
+    const Element* set = document.root.Child("DataSet");
+    const Element* query = set ? set->Child("Query") : nullptr;
     if (!query) {
         throw Error("the shared data set \"" + CleanText(reference) + "\" has no query");
     }
     SharedDataSet shared;
-    shared.dataSet.name = AttributeOf(*set, "Name");
-    ReadQuery(document, *query, shared.dataSet);
-    shared.parameters = ParametersOf(document, *query);
-    shared.dataSet.caseSensitive = FlagOf(document, *set, "CaseSensitivity");
-    shared.dataSet.fields = FieldsOf(document, *set);
-    shared.dataSet.filters = FiltersOf(document, *set);
+    shared.dataSet.name = set->AttributeOf("Name");
+    ReadQuery(*query, shared.dataSet);
+    shared.parameters = ParametersOf(*query);
+    shared.dataSet.caseSensitive = FlagOf(*set, "CaseSensitivity");
+    shared.dataSet.fields = FieldsOf(*set);
+    shared.dataSet.filters = FiltersOf(*set);
     shared.source.name = shared.dataSet.dataSourceName;
     shared.source.reference = shared.dataSet.dataSourceName;
     return shared;

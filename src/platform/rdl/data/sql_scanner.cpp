@@ -1,13 +1,8 @@
 #include "platform/rdl/data/sql_scanner.h"
 
-#include <algorithm>
+#include "platform/rdl/ascii.h"
 
 namespace rdl::data {
-
-bool IsNameChar(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-           static_cast<unsigned char>(c) >= 0x80;
-}
 
 bool SqlScanner::IsComment(std::size_t at) const {
     const std::string_view rest = m_text.substr(at);
@@ -18,7 +13,7 @@ bool SqlScanner::IsComment(std::size_t at) const {
 
 bool SqlScanner::HasEscapeMark(std::size_t at) const {
     return at > 0 && (m_text[at - 1] == 'e' || m_text[at - 1] == 'E') &&
-           (at == 1 || !IsNameChar(m_text[at - 2]));
+           (at == 1 || !IsNameByte(m_text[at - 2]));
 }
 
 std::size_t SqlScanner::QuotedEnd(std::size_t at) const {
@@ -98,14 +93,14 @@ bool SqlScanner::IsDoubleMinus(std::string_view rest) const {
 // $$ ... $$ and $tag$ ... $tag$.
 std::size_t SqlScanner::DollarEnd(std::size_t begin) const {
     // Within a name it is a character of it, and a tag is a name.
-    if (begin > 0 && IsNameChar(m_text[begin - 1])) {
+    if (begin > 0 && IsNameByte(m_text[begin - 1])) {
         return begin;
     }
     std::size_t at = begin + 1;
     if (at < m_text.size() && m_text[at] >= '0' && m_text[at] <= '9') {
         return begin;
     }
-    while (at < m_text.size() && IsNameChar(m_text[at])) {
+    while (at < m_text.size() && IsNameByte(m_text[at])) {
         ++at;
     }
     if (at >= m_text.size() || m_text[at] != '$') {

@@ -8,9 +8,6 @@
 
 namespace rdl::data {
 
-// A letter, a digit, _ or any byte of a character beyond ASCII.
-bool IsNameChar(char c);
-
 class SqlScanner {
  public:
     SqlScanner(std::string_view text, ProviderKind dialect) : m_text(text), m_dialect(dialect) {}

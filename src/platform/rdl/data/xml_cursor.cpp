@@ -15,24 +15,32 @@ namespace {
 constexpr std::size_t MostColumns = 4'096;
 constexpr std::size_t MostCells = 50'000'000;
 
+using xml::Document;
+using xml::Element;
+
 struct Column {
     std::size_t level;
     PathField field;
 };
 
+// xsi:nil says something of the element and is no value of it.
+bool IsNilMark(const xml::Attribute& attribute) {
+    return attribute.name == "nil" && attribute.space != xml::NoSpace;
+}
+
 // The path to the first elements that hold nothing but leaves.
-std::vector<PathLevel> DefaultPath(const XmlDocument& document, const XmlNode& root) {
+std::vector<PathLevel> DefaultPath(const Element& root) {
     std::vector<PathLevel> levels;
-    const XmlNode* node = &root;
+    const Element* node = &root;
     while (true) {
-        levels.push_back({node->name, false, {}});
+        levels.push_back({std::string(node->name), false, {}});
         const auto inner = std::find_if(node->children.begin(), node->children.end(),
-                                        [&](std::size_t child) { return !document.nodes[child].IsLeaf(); });
+                                        [](const Element& child) { return !child.IsLeaf(); });
         if (inner != node->children.end()) {
-            node = &document.nodes[*inner];
+            node = &*inner;
         } else if (node == &root && !node->children.empty() && node->attributes.empty() &&
-                   !document.nodes[node->children.front()].attributes.empty()) {
-            node = &document.nodes[node->children.front()];  // rows that are nothing but attributes
+                   !node->children.front().attributes.empty()) {
+            node = &node->children.front();  // rows that are nothing but attributes
         } else {
             return levels;
         }
@@ -41,8 +49,8 @@ std::vector<PathLevel> DefaultPath(const XmlDocument& document, const XmlNode& r
 
 class RowReader {
  public:
-    RowReader(const XmlDocument& document, const XmlNode& root, std::vector<PathLevel> levels)
-        : m_document(document), m_root(root), m_levels(std::move(levels)), m_current(m_levels.size()) {}
+    RowReader(const Element& root, std::vector<PathLevel> levels)
+        : m_root(root), m_levels(std::move(levels)), m_current(m_levels.size()) {}
 
     std::unique_ptr<Cursor> Run() {
         if (m_root.name != m_levels.front().element) {
@@ -63,7 +71,7 @@ class RowReader {
 
  private:
     // The path bounds how deep this goes.
-    void Visit(const XmlNode& node, std::size_t level, void (RowReader::*what)(std::size_t)) {
+    void Visit(const Element& node, std::size_t level, void (RowReader::*what)(std::size_t)) {
         m_current[level] = &node;
         if (what == &RowReader::CollectColumns || level + 1 == m_levels.size()) {
             (this->*what)(level);
@@ -71,9 +79,9 @@ class RowReader {
         if (level + 1 == m_levels.size()) {
             return;
         }
-        for (const std::size_t child : node.children) {
-            if (m_document.nodes[child].name == m_levels[level + 1].element) {
-                Visit(m_document.nodes[child], level + 1, what);
+        for (const Element& child : node.children) {
+            if (child.name == m_levels[level + 1].element) {
+                Visit(child, level + 1, what);
             }
         }
     }
@@ -97,15 +105,16 @@ class RowReader {
             }
             return;
         }
-        const XmlNode& node = *m_current[level];
-        for (const auto& attribute : node.attributes) {
-            AddColumn(level, {attribute.first, true, FieldType::Text});
+        const Element& node = *m_current[level];
+        for (const xml::Attribute& attribute : node.attributes) {
+            if (!IsNilMark(attribute)) {
+                AddColumn(level, {std::string(attribute.name), true, FieldType::Text});
+            }
         }
-        for (const std::size_t child : node.children) {
-            const XmlNode& leaf = m_document.nodes[child];
+        for (const Element& leaf : node.children) {
             const bool next = level + 1 < m_levels.size() && leaf.name == m_levels[level + 1].element;
             if (leaf.IsLeaf() && !next) {
-                AddColumn(level, {leaf.name, false, FieldType::Text});
+                AddColumn(level, {std::string(leaf.name), false, FieldType::Text});
             }
         }
         if (level + 1 == m_levels.size() && node.IsLeaf() && !Trimmed(node.text).empty()) {
@@ -122,87 +131,78 @@ class RowReader {
         }
     }
 
-    Value Cell(const XmlNode& node, const PathField& field) const {
+    static Value Cell(const Element& node, const PathField& field) {
         if (field.attribute) {
-            for (const auto& [name, value] : node.attributes) {
-                if (name == field.name) {
-                    return Value::Text(value);
+            for (const xml::Attribute& attribute : node.attributes) {
+                if (attribute.name == field.name && !IsNilMark(attribute)) {
+                    return Value::Text(std::string(attribute.value));
                 }
             }
             return {};
         }
-        const XmlNode* element = field.name.empty() ? &node : m_document.Child(node, field.name);
-        return !element || element->nil ? Value() : Value::Text(element->text);
+        const Element* element = field.name.empty() ? &node : node.Child(field.name);
+        return !element || element->IsNil() ? Value() : Value::Text(std::string(element->text));
     }
 
-    const XmlDocument& m_document;
-    const XmlNode& m_root;
+    const Element& m_root;
     std::vector<PathLevel> m_levels;
-    std::vector<const XmlNode*> m_current;
+    std::vector<const Element*> m_current;
     std::vector<Column> m_columns;
     std::vector<Value> m_cells;
 };
 
 // The document in an element's text becomes the element's only child. The reader has undone what HTML needs.
-void Unpack(XmlDocument& document, std::size_t node, PathEncoding encoding) {
-    std::string text(Trimmed(document.nodes[node].text));
+void Unpack(Document& document, Element& node, PathEncoding encoding) {
+    std::string text(Trimmed(node.text));
     if (encoding == PathEncoding::Base64) {
         const auto bytes =
             QByteArray::fromBase64Encoding(QByteArray::fromStdString(text).simplified().replace(' ', ""),
                                            QByteArray::AbortOnBase64DecodingErrors);
         if (!bytes) {
-            throw Error("the text of the element \"" + CleanText(document.nodes[node].name) +
-                        "\" is not base64");
+            throw Error("the text of the element \"" + CleanText(node.name) + "\" is not base64");
         }
         text = (*bytes).toStdString();
     }
     if (text.empty()) {
         return;
     }
-    XmlDocument inner = ParseXml(text);
-    const std::size_t first = document.nodes.size();
-    for (XmlNode& one : inner.nodes) {
-        for (std::size_t& child : one.children) {
-            child += first;
-        }
-        document.nodes.push_back(std::move(one));
-    }
-    document.nodes[node].text.clear();
-    document.nodes[node].children = {first};
+    Element root = document.Adopt(ParseXml(text));
+    node.text = {};
+    node.children.clear();
+    node.children.push_back(std::move(root));
 }
 
 // The path bounds how deep this goes.
-void UnpackLevels(XmlDocument& document, std::size_t node, const std::vector<PathLevel>& levels,
+void UnpackLevels(Document& document, Element& node, const std::vector<PathLevel>& levels,
                   std::size_t level) {
-    if (level >= levels.size() || document.nodes[node].name != levels[level].element) {
+    if (level >= levels.size() || node.name != levels[level].element) {
         return;
     }
     if (levels[level].encoding != PathEncoding::None) {
         Unpack(document, node, levels[level].encoding);
     }
-    const std::vector<std::size_t> children = document.nodes[node].children;
-    for (const std::size_t child : children) {
+    for (Element& child : node.children) {
         UnpackLevels(document, child, levels, level + 1);
     }
 }
 
-std::unique_ptr<Cursor> ReadRows(XmlDocument& document, std::size_t root, std::string_view path) {
+std::unique_ptr<Cursor> ReadRows(Document& document, Element& root, std::string_view path) {
     std::vector<PathLevel> levels = ParseElementPath(path);
     if (levels.empty()) {
-        levels = DefaultPath(document, document.nodes[root]);
+        levels = DefaultPath(root);
     } else if (std::any_of(levels.begin(), levels.end(),
                            [](const PathLevel& level) { return level.encoding != PathEncoding::None; })) {
         UnpackLevels(document, root, levels, 0);
     }
-    return RowReader(document, document.nodes[root], std::move(levels)).Run();
+    return RowReader(root, std::move(levels)).Run();
 }
 
 std::unique_ptr<Cursor> ReadFile(const std::string& file, std::string_view path) {
     if (file.empty()) {
         throw Error("the query holds no data and the data source names no file");
     }
-    XmlDocument document = ParseXml(ReadDataFile(file));
-    return ReadRows(document, 0, path);
+    Document document = ParseXml(ReadDataFile(file));
+    return ReadRows(document, document.root, path);
 }
 
 }  // namespace
@@ -211,16 +211,18 @@ std::unique_ptr<Cursor> OpenXml(std::string_view query, const std::string& file)
     if (!Trimmed(query).starts_with('<')) {
         return ReadFile(file, query);
     }
-    XmlDocument document = ParseXml(Trimmed(query));
-    if (document.Root().name != "Query") {
-        throw Error("the query is the element \"" + CleanText(document.Root().name) + "\" instead of Query");
+    Document document = ParseXml(Trimmed(query));
+    Element& root = document.root;
+    if (root.name != "Query") {
+        throw Error("the query is the element \"" + CleanText(root.name) + "\" instead of Query");
     }
-    if (document.Child(document.Root(), "Method") || document.Child(document.Root(), "SoapAction")) {
+    if (root.Child("Method") || root.Child("SoapAction")) {
         throw Error("the query asks a web service, which is not read");
     }
-    const std::string path = document.ChildText(document.Root(), "ElementPath");
-    const XmlNode* data = document.Child(document.Root(), "XmlData");
-    if (!data) {
+    const std::string path = root.ChildText("ElementPath");
+    const auto data = std::find_if(root.children.begin(), root.children.end(),
+                                   [](const Element& child) { return child.name == "XmlData"; });
+    if (data == root.children.end()) {
         return ReadFile(file, path);
     }
     if (data->children.empty()) {
@@ -230,13 +232,14 @@ std::unique_ptr<Cursor> OpenXml(std::string_view query, const std::string& file)
 }
 
 std::unique_ptr<Cursor> OpenXmlRows(const std::string& file) {
-    const XmlDocument document = ParseXml(ReadDataFile(file));
-    const XmlNode& root = document.Root();
+    const Document document = ParseXml(ReadDataFile(file));
+    const Element& root = document.root;
     if (root.children.empty()) {
         return std::make_unique<MemoryCursor>(std::vector<std::string>(), std::vector<Value>());
     }
-    const std::string& row = document.nodes[root.children.front()].name;
-    return RowReader(document, root, {{root.name, true, {}}, {row, false, {}}}).Run();
+    return RowReader(root, {{std::string(root.name), true, {}},
+                            {std::string(root.children.front().name), false, {}}})
+        .Run();
 }
 
 }  // namespace rdl::data

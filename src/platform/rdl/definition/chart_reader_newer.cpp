@@ -36,7 +36,7 @@ class NewerReader {
 
  private:
     Expr Of(const XmlElement& element, std::string_view name) {
-        return m_context.ChildExpr(element, name, m_where + ", " + element.name);
+        return m_context.ChildExpr(element, name, PropertyOf(m_where, element.name));
     }
 
     std::vector<TablixMember> Members(const XmlElement* collection, std::vector<Expr>& labels) {
@@ -67,7 +67,7 @@ class NewerReader {
 
     ChartSeries Series(const XmlElement& element) {
         ChartSeries series;
-        series.name = element.nameAttribute;
+        series.name = element.AttributeOf("Name");
         SetChartType(m_context, element, m_where + ", " + PlaceOf(element), element.ChildText("Type"),
                      element.ChildText("Subtype"), series);
         const XmlElement* points = element.Child("ChartDataPoints");
@@ -164,7 +164,7 @@ class NewerReader {
 
     ChartArea Area(const XmlElement& element) {
         ChartArea area;
-        area.name = element.nameAttribute;
+        area.name = element.AttributeOf("Name");
         area.hidden = Of(element, "Hidden");
         area.style = ReadStyle(m_context, element, m_where + ", " + PlaceOf(element));
         for (const XmlElement* axis : ChildrenNamed(element.Child("ChartCategoryAxes"), "ChartAxis")) {
@@ -178,7 +178,7 @@ class NewerReader {
 
     ChartAxis Axis(const XmlElement& element) {
         ChartAxis axis;
-        axis.name = element.nameAttribute;
+        axis.name = element.AttributeOf("Name");
         axis.visible = Of(element, "Visible");
         axis.hideLabels = Of(element, "HideLabels");
         axis.minimum = Of(element, "Minimum");
@@ -212,7 +212,7 @@ class NewerReader {
             lines.enabled = Of(*element, "Enabled");
             lines.interval = Of(*element, "Interval");
             lines.type = element->ChildText("Type");
-            lines.style = ReadStyle(m_context, *element, m_where + ", " + element->name);
+            lines.style = ReadStyle(m_context, *element, PropertyOf(m_where, element->name));
         }
         return lines;
     }

@@ -34,7 +34,7 @@ class OlderReader {
 
  private:
     Expr Of(const XmlElement& element, std::string_view name) {
-        return m_context.ChildExpr(element, name, m_where + ", " + element.name);
+        return m_context.ChildExpr(element, name, PropertyOf(m_where, element.name));
     }
 
     // Groupings stand in a list, each within the one before it.
@@ -79,7 +79,10 @@ class OlderReader {
         }
         const int width = m_context.Number(m_element, "PointWidth", m_where, 0, 10'000, 0);
         if (width > 0) {
-            series.pointWidth = Constant(std::to_string(std::min(width, 200) / 100.0));
+            const int hundredths = std::min(width, 200);
+            series.pointWidth =
+                Constant(std::to_string(hundredths / 100) + (hundredths % 100 < 10 ? ".0" : ".") +
+                         std::to_string(hundredths % 100));
         }
         return series;
     }
@@ -122,7 +125,7 @@ class OlderReader {
         ChartText text;
         text.caption = Of(element, "Caption");
         text.position = Of(element, "Position");
-        text.style = ReadStyle(m_context, element, m_where + ", " + element.name);
+        text.style = ReadStyle(m_context, element, PropertyOf(m_where, element.name));
         return text;
     }
 
@@ -176,7 +179,7 @@ class OlderReader {
             if (const Expr shown = Of(*element, "ShowGridLines"); shown.IsSet()) {
                 lines.enabled = shown;
             }
-            lines.style = ReadStyle(m_context, *element, m_where + ", " + element->name);
+            lines.style = ReadStyle(m_context, *element, PropertyOf(m_where, element->name));
         }
         return lines;
     }

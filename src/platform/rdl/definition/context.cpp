@@ -1,8 +1,8 @@
 #include "platform/rdl/definition/context.h"
 
-#include <algorithm>
 #include <charconv>
 
+#include "platform/rdl/definition/identifier.h"
 #include "platform/rdl/definition/size.h"
 #include "platform/runtime.h"
 
@@ -11,10 +11,6 @@ namespace {
 
 char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-std::string Property(const std::string& where, std::string_view name) {
-    return where + ", " + std::string(name);
 }
 
 }  // namespace
@@ -32,12 +28,25 @@ bool SameWord(std::string_view left, std::string_view right) {
 }
 
 std::string PlaceOf(const XmlElement& element) {
-    return element.nameAttribute.empty() ? element.name
-                                         : element.name + " " + WithoutMarks(element.nameAttribute);
+    const std::string_view name = element.AttributeOf("Name");
+    return name.empty() ? std::string(element.name) : std::string(element.name) + " " + WithoutMarks(name);
+}
+
+std::string PropertyOf(const std::string& where, std::string_view name) {
+    return where + ", " + std::string(name);
 }
 
 Context::Context(const std::string& fileName, const DefinitionLimits& limits)
     : m_fileName(WithoutMarks(fileName)), m_limits(limits) {}
+
+std::string Context::NameOf(const XmlElement& element) const {
+    const std::string_view name = element.AttributeOf("Name");
+    if (!name.empty() && !IsIdentifier(name)) {
+        throw Error(m_fileName + ", line " + std::to_string(element.line) + ": " +
+                    NotAnIdentifier(element.name, name));
+    }
+    return std::string(name);
+}
 
 Expr Context::MakeExpr(const XmlElement& element, const std::string& where) {
     Expr expr;
@@ -55,7 +64,7 @@ Expr Context::MakeExpr(const XmlElement& element, const std::string& where) {
 
 Expr Context::ChildExpr(const XmlElement& parent, std::string_view name, const std::string& where) {
     const XmlElement* child = parent.Child(name);
-    return child ? MakeExpr(*child, Property(where, name)) : Expr{};
+    return child ? MakeExpr(*child, PropertyOf(where, name)) : Expr{};
 }
 
 double Context::Size(const XmlElement& parent, std::string_view name, const std::string& where,
@@ -67,11 +76,11 @@ double Context::Size(const XmlElement& parent, std::string_view name, const std:
     const std::string text(Trimmed(child->text));
     const std::optional<double> points = ParseSize(text);
     if (!points) {
-        Fail(*child, Property(where, name),
+        Fail(*child, PropertyOf(where, name),
              "\"" + text + "\" is not a size (a number with in, cm, mm, pt or pc)");
     }
     if (*points > MaxSize || *points < (negative ? -MaxSize : 0)) {
-        Fail(*child, Property(where, name), "\"" + text + "\" is out of range");
+        Fail(*child, PropertyOf(where, name), "\"" + text + "\" is out of range");
     }
     return *points;
 }
@@ -85,7 +94,7 @@ bool Context::Flag(const XmlElement& parent, std::string_view name, const std::s
     }
     const bool yes = SameWord(text, "true") || text == "1";
     if (!yes && !SameWord(text, "false") && text != "0") {
-        Fail(*child, Property(where, name), "\"" + std::string(text) + "\" is neither true nor false");
+        Fail(*child, PropertyOf(where, name), "\"" + std::string(text) + "\" is neither true nor false");
     }
     return yes;
 }
@@ -100,7 +109,7 @@ int Context::Number(const XmlElement& parent, std::string_view name, const std::
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size() || number < least || number > most) {
-        Fail(*child, Property(where, name),
+        Fail(*child, PropertyOf(where, name),
              "\"" + std::string(text) + "\" is not a whole number from " + std::to_string(least) + " to " +
                  std::to_string(most));
     }
@@ -108,8 +117,7 @@ int Context::Number(const XmlElement& parent, std::string_view name, const std::
 }
 
 void Context::RequireImage(const XmlElement& element, const std::string& where, const Expr& name) const {
-    if (name.IsSet() && !name.IsExpression() &&
-        std::find(m_images.begin(), m_images.end(), name.source) == m_images.end()) {
+    if (name.IsSet() && !name.IsExpression() && !m_images.contains(name.source)) {
         Fail(element, where, "the report has no embedded image \"" + name.source + "\"");
     }
 }

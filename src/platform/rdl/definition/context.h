@@ -3,8 +3,7 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
+#include <unordered_set>
 
 #include "platform/rdl/definition/model.h"
 #include "platform/rdl/definition/xml_tree.h"
@@ -16,6 +15,8 @@ class Context {
  public:
     Context(const std::string& fileName, const DefinitionLimits& limits);
 
+    // The attribute Name, empty when there is none. An error unless it is an identifier.
+    std::string NameOf(const XmlElement& element) const;
     // The element's text as a constant or, beginning with =, as an expression with the next number.
     Expr MakeExpr(const XmlElement& element, const std::string& where);
     // The same for a child; not set when there is none.
@@ -29,7 +30,7 @@ class Context {
                int missing) const;
     // An error unless the report has an embedded image of this name, or `name` is worked out later.
     void RequireImage(const XmlElement& element, const std::string& where, const Expr& name) const;
-    void TellImages(std::vector<std::string> names) { m_images = std::move(names); }
+    void TellImage(const std::string& name) { m_images.insert(name); }
     // Images are read from files and from the report itself, never fetched from the network.
     void RefuseAddress(const XmlElement& element, const std::string& where, const Expr& source) const;
     // To be called for each item that is made.
@@ -42,13 +43,15 @@ class Context {
  private:
     std::string m_fileName;
     const DefinitionLimits& m_limits;
-    std::vector<std::string> m_images;
+    std::unordered_set<std::string> m_images;
     int m_expressions = 0;
     int m_items = 0;
 };
 
 // "Textbox Total"; without a name "Textbox".
 std::string PlaceOf(const XmlElement& element);
+// "Textbox Total, Width"
+std::string PropertyOf(const std::string& where, std::string_view name);
 bool SameWord(std::string_view left, std::string_view right);  // ASCII, without regard to case
 
 }  // namespace rdl

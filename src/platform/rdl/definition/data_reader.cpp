@@ -1,6 +1,6 @@
 #include "platform/rdl/definition/data_reader.h"
 
-#include <algorithm>
+#include <unordered_set>
 
 #include "platform/rdl/definition/group_reader.h"
 
@@ -12,22 +12,21 @@ template <typename Entry, typename ReadOne>
 std::vector<Entry> ReadCollection(Context& context, const XmlElement& report, std::string_view name,
                                   ReadOne readOne) {
     std::vector<Entry> entries;
+    std::unordered_set<std::string> names;
     const XmlElement* collection = report.Child(name);
     if (!collection) {
         return entries;
     }
     for (const XmlElement& element : collection->children) {
-        if (element.nameAttribute.empty()) {
+        const std::string entryName = context.NameOf(element);
+        if (entryName.empty()) {
             context.Fail(element, PlaceOf(element), "it has no name");
         }
-        const bool twice = std::any_of(entries.begin(), entries.end(), [&](const Entry& other) {
-            return other.name == element.nameAttribute;
-        });
-        if (twice) {
+        if (!names.insert(entryName).second) {
             context.Fail(element, PlaceOf(element), "there are two of this name");
         }
         entries.push_back(readOne(context, element));
-        entries.back().name = element.nameAttribute;
+        entries.back().name = entryName;
     }
     return entries;
 }
@@ -50,7 +49,7 @@ std::vector<QueryParameter> ReadQueryParameters(Context& context, const XmlEleme
     std::vector<QueryParameter> parameters;
     if (const XmlElement* collection = query.Child("QueryParameters")) {
         for (const XmlElement& element : collection->children) {
-            parameters.push_back({element.nameAttribute,
+            parameters.push_back({std::string(element.AttributeOf("Name")),
                                   context.ChildExpr(element, "Value", where + ", " + PlaceOf(element))});
         }
     }
@@ -94,12 +93,18 @@ std::vector<Field> ReadFields(Context& context, const XmlElement& element) {
     }
     for (const XmlElement& child : collection->children) {
         Field& field = fields.emplace_back();
-        field.name = child.nameAttribute;
+        field.name = context.NameOf(child);
         field.dataField = child.ChildText("DataField");
         field.value = context.ChildExpr(child, "Value", PlaceOf(element) + ", " + PlaceOf(child));
         field.typeName = child.ChildText("TypeName");
     }
     return fields;
+}
+
+// Who writes a report by hand may leave the prefix out.
+bool IsNull(const XmlElement& value) {
+    const std::string_view word = value.AttributeOf("nil");
+    return value.IsNil() || word == "true" || word == "1";
 }
 
 // Rows that stand in the report itself: a Row element each, with an element for each value; or in a file of
@@ -110,14 +115,14 @@ void ReadRows(const XmlElement& element, DataSet& set) {
         return;
     }
     if (rows->children.empty()) {
-        set.rowsFile = Trimmed(rows->fileAttribute);
+        set.rowsFile = Trimmed(rows->AttributeOf("File"));
         return;
     }
     set.hasInlineRows = true;
     for (const XmlElement& row : rows->children) {
         auto& values = set.inlineRows.emplace_back();
         for (const XmlElement& value : row.children) {
-            if (!value.nil) {
+            if (!IsNull(value)) {
                 values.emplace_back(value.name, value.text);
             }
         }
@@ -175,7 +180,7 @@ void ReadDefaults(Context& context, const XmlElement& element, ReportParameter& 
     if (const XmlElement* values = defaults->Child("Values")) {
         for (const XmlElement& value : values->children) {
             parameter.defaultValues.push_back(context.MakeExpr(value, PlaceOf(element) + ", DefaultValue"));
-            parameter.defaultIsNull.push_back(value.nil);
+            parameter.defaultIsNull.push_back(IsNull(value));
         }
     }
 }

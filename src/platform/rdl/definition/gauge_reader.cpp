@@ -78,8 +78,8 @@ class GaugeReader {
             }
             if (made.size() == MostParts) {
                 m_context.Fail(child, m_where,
-                               "it has more than " + std::to_string(MostParts) + " elements " + child.name +
-                                   " in one place");
+                               "it has more than " + std::to_string(MostParts) + " elements " +
+                                   std::string(child.name) + " in one place");
             }
             made.push_back(read(child));
         }
@@ -140,10 +140,10 @@ class GaugeReader {
     // Every child that is nothing but a text, and the style.
     void Part(const XmlElement& element, const std::string& where, GaugePart& part) {
         part.isSet = true;
-        part.name = element.nameAttribute;
+        part.name = element.AttributeOf("Name");
         for (const XmlElement& child : element.children) {
             if (child.children.empty() && child.name != "Style") {
-                Expr value = m_context.MakeExpr(child, where + ", " + child.name);
+                Expr value = m_context.MakeExpr(child, PropertyOf(where, child.name));
                 if (value.IsSet()) {
                     part.properties.emplace_back(child.name, std::move(value));
                 }
@@ -155,7 +155,7 @@ class GaugeReader {
     GaugePart Child(const XmlElement& element, std::string_view name, const std::string& where) {
         GaugePart part;
         if (const XmlElement* child = element.Child(name)) {
-            Part(*child, where + ", " + child->name, part);
+            Part(*child, PropertyOf(where, child->name), part);
         }
         return part;
     }
@@ -170,7 +170,7 @@ class GaugeReader {
         if (!child) {
             return number;
         }
-        const std::string place = where + ", " + child->name;
+        const std::string place = PropertyOf(where, child->name);
         number.value = m_context.ChildExpr(*child, "Value", place);
         number.multiplier = m_context.ChildExpr(*child, "Multiplier", place);
         number.addConstant = m_context.ChildExpr(*child, "AddConstant", place);

@@ -113,8 +113,8 @@ std::vector<Variable> ReadVariables(Context& context, const XmlElement& owner, c
     if (const XmlElement* element = owner.Child("Variables")) {
         for (const XmlElement& child : element->children) {
             if (child.name == "Variable") {
-                variables.push_back(
-                    {child.nameAttribute, context.ChildExpr(child, "Value", where + ", " + PlaceOf(child))});
+                variables.push_back({context.NameOf(child),
+                                     context.ChildExpr(child, "Value", where + ", " + PlaceOf(child))});
             }
         }
     }
@@ -123,11 +123,8 @@ std::vector<Variable> ReadVariables(Context& context, const XmlElement& owner, c
 
 Group ReadGroup(Context& context, const XmlElement& element) {
     Group group;
-    group.name = element.nameAttribute;
-    XmlElement named;
-    named.name = "Group";
-    named.nameAttribute = element.nameAttribute;
-    const std::string where = PlaceOf(named);
+    group.name = context.NameOf(element);
+    const std::string where = group.name.empty() ? "Group" : "Group " + group.name;
     if (const XmlElement* expressions = element.Child("GroupExpressions")) {
         for (const XmlElement& child : expressions->children) {
             Expr expr = context.MakeExpr(child, where + ", GroupExpression");

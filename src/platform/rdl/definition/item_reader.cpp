@@ -86,7 +86,8 @@ ItemPtr ReadSubreport(Context& context, const XmlElement& element, Extent contai
     if (const XmlElement* parameters = element.Child("Parameters")) {
         for (const XmlElement& child : parameters->children) {
             subreport->parameters.emplace_back(
-                child.nameAttribute, context.ChildExpr(child, "Value", where + ", " + PlaceOf(child)));
+                std::string(child.AttributeOf("Name")),
+                context.ChildExpr(child, "Value", where + ", " + PlaceOf(child)));
         }
     }
     subreport->noRows =
@@ -137,7 +138,7 @@ ItemPtr ReadItem(Context& context, const XmlElement& element, Extent container) 
 
 void ReadBasics(Context& context, const XmlElement& element, ReportItem& item, Extent container) {
     const std::string where = PlaceOf(element);
-    item.name = element.nameAttribute;
+    item.name = context.NameOf(element);
     item.place = where;
     item.line = element.line;
     item.left = context.Size(element, "Left", where);

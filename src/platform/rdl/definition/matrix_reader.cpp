@@ -50,7 +50,8 @@ class Side {
  private:
     void AddLevel(const XmlElement& grouping) {
         Level level;
-        level.size = m_context.Size(grouping, m_columns ? "Height" : "Width", m_where + ", " + grouping.name);
+        level.size =
+            m_context.Size(grouping, m_columns ? "Height" : "Width", PropertyOf(m_where, grouping.name));
         level.dynamic = grouping.Child(m_columns ? "DynamicColumns" : "DynamicRows");
         level.statics = grouping.Child(m_columns ? "StaticColumns" : "StaticRows");
         if (!level.dynamic && !level.statics) {
@@ -112,11 +113,11 @@ class Side {
         TablixMember& member = members.emplace_back();
         const XmlElement* grouping = element.Child("Grouping");
         if (!grouping) {
-            m_context.Fail(element, m_where, element.name + " has no Grouping");
+            m_context.Fail(element, m_where, std::string(element.name) + " has no Grouping");
         }
         member.group = ReadGroup(m_context, *grouping);
         member.sorts = ReadSorts(m_context, element, m_where);
-        member.visibility = ReadVisibility(m_context, element, m_where + ", " + element.name);
+        member.visibility = ReadVisibility(m_context, element, PropertyOf(m_where, element.name));
         SetHeader(member, element, level, 1);
         member.members = Members(level + 1, leaf);
         if (subtotal && !before) {

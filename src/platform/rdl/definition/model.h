@@ -324,7 +324,7 @@ struct Definition {
     std::string fileName;                       // without its folder, for errors
     std::string description, author, language;  // language may be an expression's source: see languageExpr
     Expr languageExpr;
-    std::string title;                   // custom property Title; may be empty
+    std::optional<std::string> title;    // custom property Title, in one line; may be empty
     std::string recordSelectionFormula;  // custom property RecordSelectionFormula
     std::string code;                    // report-level functions
     std::vector<DataSource> dataSources;

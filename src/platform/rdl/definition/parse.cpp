@@ -18,6 +18,12 @@ namespace {
 
 constexpr double DefaultColumnSpacing = 36;  // half an inch, by the schema
 
+std::string InOneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    return text;
+}
+
 class ReportReader {
  public:
     ReportReader(Context& context, const XmlElement& report) : m_context(context), m_report(report) {}
@@ -56,7 +62,7 @@ class ReportReader {
 
     void TakeCustomProperty(const std::string& name, const std::string& value) {
         if (name == "Title") {
-            m_definition.title = value;
+            m_definition.title = InOneLine(value);
         } else if (name == "RecordSelectionFormula") {
             m_definition.recordSelectionFormula = value;
         }
@@ -67,11 +73,10 @@ class ReportReader {
         if (!images) {
             return;
         }
-        std::vector<std::string> names;
         for (const XmlElement& element : images->children) {
-            names.push_back(element.nameAttribute);
             EmbeddedImage& image = m_definition.images.emplace_back();
-            image.name = element.nameAttribute;
+            image.name = m_context.NameOf(element);
+            m_context.TellImage(image.name);
             image.mimeType = element.ChildText("MIMEType");
             std::optional<std::string> decoded = FromBase64(element.ChildText("ImageData"));
             if (!decoded) {
@@ -79,7 +84,6 @@ class ReportReader {
             }
             image.bytes = std::move(*decoded);
         }
-        m_context.TellImages(std::move(names));
     }
 
     // From 2010 on there are sections; before, the report itself is the only one.
@@ -100,10 +104,10 @@ class ReportReader {
     void ReadSection(const XmlElement& element) {
         const XmlElement* body = element.Child("Body");
         if (!body) {
-            m_context.Fail(element, element.name, "it has no Body");
+            m_context.Fail(element, std::string(element.name), "it has no Body");
         }
         Section& section = m_definition.sections.emplace_back();
-        section.width = m_context.Size(element, "Width", element.name);
+        section.width = m_context.Size(element, "Width", std::string(element.name));
         section.bodyHeight = m_context.Size(*body, "Height", "Body");
         const XmlElement* page = element.Child("Page");
         ReadPage(page ? *page : element, *body, section);
@@ -157,9 +161,9 @@ class ReportReader {
 
 Definition ParseDefinition(std::string_view bytes, const std::string& fileName,
                            const DefinitionLimits& limits) {
-    const XmlElement report = ReadXmlTree(bytes, fileName, limits);
+    const xml::Document tree = ReadXmlTree(bytes, fileName, limits);
     Context context(fileName, limits);
-    Definition definition = ReportReader(context, report).Read();
+    Definition definition = ReportReader(context, tree.root).Read();
     definition.fileName = WithoutMarks(fileName);
     return definition;
 }

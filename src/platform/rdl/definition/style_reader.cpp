@@ -78,7 +78,7 @@ void Set(Style& style, P property, Expr value) {
 }
 
 void Add(Context& context, Style& style, P property, const XmlElement& element, const std::string& where) {
-    Expr value = context.MakeExpr(element, where + ", " + element.name);
+    Expr value = context.MakeExpr(element, PropertyOf(where, element.name));
     if (value.IsSet()) {
         Set(style, property, std::move(value));
     }
@@ -96,7 +96,7 @@ void ReadOlderBorder(Context& context, Style& style, const XmlElement& element, 
     for (const XmlElement& child : element.children) {
         for (const Side& side : Sides) {
             if (child.name == side.older) {
-                Add(context, style, side.properties[aspect], child, where + ", " + element.name);
+                Add(context, style, side.properties[aspect], child, PropertyOf(where, element.name));
             }
         }
     }
@@ -107,7 +107,7 @@ void ReadNewerBorder(Context& context, Style& style, const XmlElement& element, 
     for (const XmlElement& child : element.children) {
         for (std::size_t aspect = 0; aspect < std::size(NewerAspects); ++aspect) {
             if (child.name == NewerAspects[aspect]) {
-                Add(context, style, side.properties[aspect], child, where + ", " + element.name);
+                Add(context, style, side.properties[aspect], child, PropertyOf(where, element.name));
             }
         }
     }

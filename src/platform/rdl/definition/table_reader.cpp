@@ -53,7 +53,7 @@ class TableReader {
         if (!band) {
             return;
         }
-        const bool repeat = m_context.Flag(*band, "RepeatOnNewPage", m_where + ", " + band->name);
+        const bool repeat = m_context.Flag(*band, "RepeatOnNewPage", PropertyOf(m_where, band->name));
         const std::size_t first = members.size();
         AddRows(*band, members);
         for (std::size_t i = first; i < members.size(); ++i) {
@@ -106,7 +106,7 @@ class TableReader {
         const XmlElement* grouping = element.Child("Grouping");
         member.group = grouping ? ReadGroup(m_context, *grouping) : Group{};
         member.sorts = ReadSorts(m_context, element, m_where);
-        member.visibility = ReadVisibility(m_context, element, m_where + ", " + element.name);
+        member.visibility = ReadVisibility(m_context, element, PropertyOf(m_where, element.name));
     }
 
     void AddRows(const XmlElement& band, std::vector<TablixMember>& members) {

@@ -4,33 +4,18 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/rdl/definition/parse.h"
+#include "platform/rdl/xml/element.h"
 
 namespace rdl {
 
-struct XmlElement {
-    std::string name;           // without prefix
-    std::string nameAttribute;  // Name="..."
-    std::string fileAttribute;  // File="..."
-    std::string text;           // empty when it is nothing but blanks that nobody asked to keep
-    std::vector<XmlElement> children;
-    int line = 0;
-    bool nil = false;  // xsi:nil="true"
+using XmlElement = xml::Element;
+using xml::Trimmed;
 
-    // The first child of that name; null when there is none.
-    const XmlElement* Child(std::string_view childName) const;
-    // Along a path of children: Find({"Query", "CommandText"}).
-    const XmlElement* Find(std::initializer_list<std::string_view> path) const;
-    // The child's text without blanks around it; empty when there is none.
-    std::string ChildText(std::string_view childName) const;
-};
-
-// The root element, which is a Report of a known namespace. Raises rdl::Error as ParseDefinition does.
-// Document types are refused as such: no entity is ever declared, so none can be expanded.
-XmlElement ReadXmlTree(std::string_view bytes, const std::string& fileName, const DefinitionLimits& limits);
-
-std::string_view Trimmed(std::string_view text);
+// The root element is a Report of a known namespace. A text is empty when it is nothing but blanks that
+// nobody asked to keep. Raises rdl::Error as ParseDefinition does.
+xml::Document ReadXmlTree(std::string_view bytes, const std::string& fileName,
+                          const DefinitionLimits& limits);
 
 }  // namespace rdl

@@ -2,8 +2,6 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
-#include <string_view>
 
 #include "platform/posix/atomic_file.h"
 
@@ -18,9 +16,5 @@ class PrivateFolder {
  private:
     HeldFolder m_folder;
 };
-
-// A title as the name of a file: separators, marks that other systems refuse and control characters become _,
-// and its length is bounded. Never empty.
-std::string SafeFileName(std::string_view title);
 
 }  // namespace rdl::engine

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/clock.h"
+#include "platform/file_name.h"
 #include "platform/paths.h"
 #include "platform/rdl/definition/context.h"
 #include "platform/rdl/engine/export_format.h"
@@ -13,6 +14,7 @@
 #include "platform/rdl/engine/parameter_values.h"
 #include "platform/rdl/engine/private_folder.h"
 #include "platform/rdl/engine/run.h"
+#include "platform/rdl/formula/marks.h"
 
 namespace rdl::engine {
 namespace {
@@ -44,7 +46,7 @@ std::size_t Slot(int n, std::size_t count) {
 RdlReport::RdlReport(std::filesystem::path file, Definition definition)
     : m_file(std::move(file)),
       m_definition(std::move(definition)),
-      m_formula(m_definition.recordSelectionFormula) {
+      m_formula(formula::WithoutSingleMarks(m_definition.recordSelectionFormula)) {
     for (const DataSet& dataSet : m_definition.dataSets) {
         if (HasQuery(dataSet)) {
             m_tables.push_back(&dataSet);
@@ -115,7 +117,7 @@ report::ParameterField& RdlReport::Parameter(int n) {
 }
 
 std::string RdlReport::Title() const {
-    return m_definition.title.empty() ? m_file.stem().string() : m_definition.title;
+    return m_definition.title.value_or(m_file.stem().string());
 }
 
 void RdlReport::SetMail(const std::string& toList, const std::string& subject, const std::string& message) {

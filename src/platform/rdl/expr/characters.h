@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/rdl/ascii.h"
+
 namespace rdl::expr {
 
 bool IsAscii(std::string_view text);
@@ -30,8 +32,5 @@ std::string Lower(std::string_view text);
 
 // Less than, equal to or greater than 0: by character, without regard to case.
 int CompareNoCase(std::string_view left, std::string_view right);
-inline char AsciiLower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
 
 }  // namespace rdl::expr

@@ -1,24 +1,29 @@
 #include <algorithm>
+#include <map>
+#include <mutex>
 #include <vector>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/format/culture_table.h"
 #include "platform/rdl/format/format.h"
+#include "platform/rdl/format/locale_culture.h"
 
 namespace rdl {
 namespace {
 
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
-
 // Without regard to case; _ counts as -.
 bool SameName(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return Lower(x == '_' ? '-' : x) == Lower(y == '_' ? '-' : y); });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+        return AsciiLower(x == '_' ? '-' : x) == AsciiLower(y == '_' ? '-' : y);
+    });
 }
 
 std::string_view LanguageOf(std::string_view name) {
     return name.substr(0, name.find_first_of("-_"));
+}
+
+std::string_view RegionOf(std::string_view name) {
+    return name.substr(name.rfind('-') + 1);
 }
 
 void SplitList(const char* list, std::string* items, std::size_t count) {
@@ -85,18 +90,78 @@ const std::vector<Culture>& Cultures() {
     return all;
 }
 
-const Culture& Search(std::string_view name) {
-    const Culture* main = nullptr;
-    const std::string_view language = LanguageOf(name);
+const Culture* FindRow(std::string_view name) {
     for (const Culture& culture : Cultures()) {
         if (SameName(culture.name, name)) {
-            return culture;
-        }
-        if (!main && !language.empty() && SameName(LanguageOf(culture.name), language)) {
-            main = &culture;
+            return &culture;
         }
     }
-    return main ? *main : Cultures().front();
+    return nullptr;
+}
+
+// The main region of the language; null when there is no row of it.
+const Culture* FindMainRow(std::string_view language) {
+    for (const Culture& culture : Cultures()) {
+        if (!language.empty() && SameName(LanguageOf(culture.name), language)) {
+            return &culture;
+        }
+    }
+    return nullptr;
+}
+
+// The region's first row; null when there is none.
+const Culture* FindRegionRow(std::string_view region) {
+    for (const Culture& culture : Cultures()) {
+        if (culture.name.size() > region.size() && SameName(RegionOf(culture.name), region)) {
+            return &culture;
+        }
+    }
+    return nullptr;
+}
+
+// A language in a region that does not write it: its own words and dates, and the money of the region.
+Culture AbroadCulture(const std::string& fullName) {
+    const std::string_view language = LanguageOf(fullName);
+    const Culture* row = FindMainRow(language);
+    Culture culture = row ? *row : LocaleCulture(FullCultureName(language)).value_or(Cultures().front());
+    culture.name = fullName;
+    if (const Culture* home = FindRegionRow(RegionOf(fullName))) {
+        culture.currencySymbol = home->currencySymbol;
+        culture.currencyDecimals = home->currencyDecimals;
+    } else {
+        TakeRegionCurrency(fullName, culture);
+    }
+    return culture;
+}
+
+// Made once and never moved: callers hold on to them. There are no more than languages times regions.
+const Culture& MadeCulture(const std::string& fullName) {
+    static std::mutex lock;
+    static std::map<std::string, Culture, std::less<>> made;
+    const std::lock_guard guard(lock);
+    auto found = made.find(fullName);
+    if (found == made.end()) {
+        std::optional<Culture> culture = LocaleCulture(fullName);
+        found = made.emplace(fullName, culture ? *std::move(culture) : AbroadCulture(fullName)).first;
+    }
+    return found->second;
+}
+
+const Culture& Search(std::string_view name) {
+    if (const Culture* row = FindRow(name)) {
+        return *row;
+    }
+    const std::string_view language = LanguageOf(name);
+    const Culture* main = FindMainRow(language);
+    if (main && language.size() == name.size()) {
+        return *main;
+    }
+    const std::string fullName = FullCultureName(name);
+    if (fullName.empty()) {
+        return main ? *main : Cultures().front();
+    }
+    const Culture* row = FindRow(fullName);
+    return row ? *row : MadeCulture(fullName);
 }
 
 }  // namespace

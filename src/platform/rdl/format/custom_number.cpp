@@ -238,7 +238,7 @@ class SectionWriter {
 
     void WriteDigit(char digit) {
         m_out += digit;
-        if (m_section.grouped && m_place > 1 && (m_place - 1) % 3 == 0) {
+        if (m_section.grouped && IsGroupEnd(m_place - 1, m_culture)) {
             m_out += m_culture.groupSeparator;
         }
         --m_place;

@@ -8,7 +8,7 @@
 
 namespace rdl {
 
-// What a culture says; by name (en-US, de-DE ...), unknown names give the invariant culture.
+// What a culture says; by name (en-US, de-DE ...).
 struct Culture {
     std::string name;
     std::string decimalSeparator = ".", groupSeparator = ",", negativeSign = "-", percentSymbol = "%";
@@ -16,6 +16,7 @@ struct Culture {
     int currencyDecimals = 2, numberDecimals = 2, percentDecimals = 2;
     int currencyPositivePattern = 0, currencyNegativePattern = 0, percentPositivePattern = 0,
         percentNegativePattern = 0, numberNegativePattern = 1;
+    int groupSize = 3, higherGroupSize = 3;  // digits of the group at the point, and of those before it
     std::string shortDate, longDate, shortTime, longTime, monthDay, yearMonth;  // custom patterns
     std::string dateSeparator = "/", timeSeparator = ":", am = "AM", pm = "PM";
     std::string months[12], shortMonths[12], days[7], shortDays[7];  // days from Sunday
@@ -23,8 +24,8 @@ struct Culture {
     std::string era = "A.D.";
     int firstDayOfWeek = 0;  // 0 Sunday
 };
-// A bare language or an unknown region of a known language gives the language's main region; case does not
-// count.
+// A bare language or an unknown region of a known language gives the language's main region, an unknown
+// language the invariant culture; case does not count.
 const Culture& FindCulture(std::string_view name);
 
 // The text of a value by a format string (standard: C2, N0, P1, d, D, g ...; or custom: #,##0.00;(0),

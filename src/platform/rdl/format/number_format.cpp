@@ -26,15 +26,16 @@ struct Separators {
     std::string_view decimal, group;  // no grouping when group is empty
 };
 
-// Rounded to `decimals` before; groups of three.
-void AppendFixed(const Decimal& number, int decimals, const Separators& separators, std::string& out) {
+// Rounded to `decimals` before.
+void AppendFixed(const Decimal& number, int decimals, const Separators& separators, const Culture& culture,
+                 std::string& out) {
     if (number.scale <= 0) {
         out += '0';
     }
     for (int i = 0; i < number.scale; ++i) {
         out += number.At(i);
         const int left = number.scale - i - 1;
-        if (left > 0 && left % 3 == 0) {
+        if (IsGroupEnd(left, culture)) {
             out += separators.group;
         }
     }
@@ -51,7 +52,7 @@ void AppendPattern(const char* pattern, const Decimal& number, int decimals, con
     for (const char* p = pattern; *p; ++p) {
         switch (*p) {
             case 'n':
-                AppendFixed(number, decimals, separators, out);
+                AppendFixed(number, decimals, separators, culture, out);
                 break;
             case '$':
                 out += symbol;
@@ -108,7 +109,7 @@ void AppendGeneral(Decimal number, int digits, char letter, const Culture& cultu
         return;
     }
     const int decimals = number.count > number.scale ? number.count - number.scale : 0;
-    AppendFixed(number, number.IsZero() ? 0 : decimals, {culture.decimalSeparator, {}}, out);
+    AppendFixed(number, number.IsZero() ? 0 : decimals, {culture.decimalSeparator, {}}, culture, out);
 }
 
 void AppendRoundTrip(const Value& value, char letter, const Culture& culture, std::string& out) {
@@ -152,7 +153,7 @@ bool AppendWhole(const Value& value, int precision, const Culture& culture, std:
     for (int i = length; i < precision; ++i) {
         out += '0';
     }
-    AppendFixed(number, 0, {}, out);
+    AppendFixed(number, 0, {}, culture, out);
     return true;
 }
 
@@ -209,7 +210,7 @@ void AppendNumber(Decimal number, int precision, bool grouped, const Culture& cu
     const Separators separators{culture.decimalSeparator,
                                 grouped ? std::string_view(culture.groupSeparator) : ""};
     if (!number.negative) {
-        AppendFixed(number, decimals, separators, out);
+        AppendFixed(number, decimals, separators, culture, out);
     } else {
         const char* pattern = grouped ? Pattern(NumberNegative, culture.numberNegativePattern) : "-n";
         AppendPattern(pattern, number, decimals, separators, {}, culture, out);
@@ -240,6 +241,11 @@ bool ReadStandardFormat(std::string_view format, StandardFormat& standard) {
     }
     standard = {letter, precision};
     return true;
+}
+
+bool IsGroupEnd(int left, const Culture& culture) {
+    const int higher = left - culture.groupSize;
+    return higher == 0 || (higher > 0 && higher % culture.higherGroupSize == 0);
 }
 
 bool AppendNotFinite(double number, const Culture& culture, std::string& out) {

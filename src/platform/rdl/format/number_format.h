@@ -23,6 +23,8 @@ void FormatCustomNumber(const Value& number, std::string_view format, const Cult
                         std::string& out);
 // The shortest form, 15 digits at most.
 void AppendShortest(double number, const Culture& culture, std::string& out);
+// Whether a group ends where `left` digits follow before the point.
+bool IsGroupEnd(int left, const Culture& culture);
 // NaN and the infinities, which no format changes. False when the number is finite.
 bool AppendNotFinite(double number, const Culture& culture, std::string& out);
 

@@ -1,9 +1,9 @@
 // Dates as people and databases write them. The text is cut into numbers, words and marks; what they mean
 // depends on the order of day, month and year in the culture's short date.
 #include <algorithm>
-#include <cctype>
 #include <vector>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/format/format.h"
 
 namespace rdl {
@@ -17,21 +17,15 @@ struct Token {
     int number = 0;
 };
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 bool IsSpace(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 bool IsWordByte(char c) {
-    return std::isalpha(static_cast<unsigned char>(c)) || static_cast<unsigned char>(c) >= 0x80;
+    return IsAsciiLetter(c) || static_cast<unsigned char>(c) >= 0x80;
 }
 
 std::string Lowered(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-    }
+    std::string lower = LowerAscii(text);
     while (!lower.empty() && lower.back() == '.') {
         lower.pop_back();  // "janv." and "janv" alike
     }
@@ -47,9 +41,9 @@ bool Cut(std::string_view text, std::vector<Token>& tokens) {
             i += 2;
         } else if (IsSpace(text[i])) {
             ++i;
-        } else if (IsDigit(text[i])) {
+        } else if (IsAsciiDigit(text[i])) {
             int number = 0;
-            for (; i < text.size() && IsDigit(text[i]); ++i) {
+            for (; i < text.size() && IsAsciiDigit(text[i]); ++i) {
                 if (i - begin >= 9) {
                     return false;
                 }

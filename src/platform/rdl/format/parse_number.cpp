@@ -1,7 +1,7 @@
-#include <cctype>
 #include <charconv>
 #include <cmath>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/format/format.h"
 
 namespace rdl {
@@ -92,8 +92,8 @@ class NumberReader {
         }
         const bool narrow = m_rest.starts_with(NarrowNoBreak);
         const std::size_t length = narrow ? NarrowNoBreak.size() : 1;
-        return group == NoBreak && m_rest.size() > length &&
-               std::isdigit(static_cast<unsigned char>(m_rest[length])) && Take(narrow ? NarrowNoBreak : " ");
+        return group == NoBreak && m_rest.size() > length && IsAsciiDigit(m_rest[length]) &&
+               Take(narrow ? NarrowNoBreak : " ");
     }
 
     bool ReadDigits() {

@@ -89,7 +89,7 @@ Token Lexer::Next() {
     }
     Token token{TokenKind::Word, "", {}, Position()};
     while (m_at < m_text.size() && IsWordChar(m_text[m_at])) {
-        token.text.push_back(expr::AsciiLower(m_text[m_at++]));
+        token.text.push_back(AsciiLower(m_text[m_at++]));
     }
     return token;
 }

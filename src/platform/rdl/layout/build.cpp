@@ -1,9 +1,9 @@
 #include "platform/rdl/layout/build.h"
 
 #include <algorithm>
-#include <cctype>
 #include <set>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/layout/items.h"
 
 namespace rdl::layout {
@@ -12,9 +12,8 @@ namespace {
 using PlanList = std::vector<std::unique_ptr<ItemPlan>>;
 
 bool Mentions(const std::string& source, std::string_view lowerWord) {
-    const auto found =
-        std::search(source.begin(), source.end(), lowerWord.begin(), lowerWord.end(),
-                    [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; });
+    const auto found = std::search(source.begin(), source.end(), lowerWord.begin(), lowerWord.end(),
+                                   [](char a, char b) { return AsciiLower(a) == b; });
     return found != source.end();
 }
 
@@ -24,7 +23,7 @@ void NoteReportItems(const std::string& source, std::set<std::string>& names) {
     auto at = source.begin();
     while (true) {
         at = std::search(at, source.end(), Word.begin(), Word.end(),
-                         [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; });
+                         [](char a, char b) { return AsciiLower(a) == b; });
         if (at == source.end()) {
             return;
         }
@@ -33,8 +32,7 @@ void NoteReportItems(const std::string& source, std::set<std::string>& names) {
             ++at;
         }
         const auto begin = at;
-        while (at != source.end() &&
-               (std::isalnum(static_cast<unsigned char>(*at)) || *at == '_' || (*at & 0x80))) {
+        while (at != source.end() && IsNameByte(*at)) {
             ++at;
         }
         names.emplace(begin, at);
@@ -194,7 +192,7 @@ class BuiltReport final : public ReportInstance {
           m_builder(m_input, m_evaluator) {
         const Definition& definition = *m_input.definition;
         watch = m_input.watch;
-        title = definition.title.empty() ? m_input.reportName : definition.title;
+        title = definition.title.value_or(m_input.reportName);
         author = definition.author;
         description = definition.description;
         language = m_evaluator.ReportCulture().name;

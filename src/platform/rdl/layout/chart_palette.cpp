@@ -1,7 +1,7 @@
 #include <algorithm>
-#include <cctype>
 #include <string_view>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/layout/chart_data.h"
 
 namespace rdl::layout {
@@ -80,9 +80,7 @@ const std::vector<Color>& Named(std::string_view name) {
 
 std::vector<Color> PaletteOf(const std::string& name) {
     constexpr Color SeeThrough = 0x96, Full = 0xFF;
-    std::string lower = name;
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string lower = LowerAscii(name);
     if (lower == "semitransparent") {
         return WithAlpha(Named("brightpastel"), SeeThrough);
     }

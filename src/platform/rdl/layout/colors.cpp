@@ -1,9 +1,10 @@
 #include "platform/rdl/layout/colors.h"
 
 #include <algorithm>
-#include <cctype>
 #include <iterator>
 #include <string>
+
+#include "platform/rdl/ascii.h"
 
 namespace rdl::layout {
 namespace {
@@ -167,10 +168,11 @@ constexpr NamedColor Names[] = {
 bool ParseHex(std::string_view digits, Color& color) {
     std::uint32_t value = 0;
     for (const char c : digits) {
-        if (!std::isxdigit(static_cast<unsigned char>(c))) {
+        const char letter = AsciiLower(c);
+        if (!IsAsciiDigit(c) && (letter < 'a' || letter > 'f')) {
             return false;
         }
-        const int digit = c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10;
+        const int digit = IsAsciiDigit(c) ? c - '0' : letter - 'a' + 10;
         value = value << 4 | static_cast<std::uint32_t>(digit);
     }
     switch (digits.size()) {
@@ -203,9 +205,7 @@ bool ParseColor(std::string_view text, Color& color) {
     if (text.empty() || text.size() > 24) {
         return false;
     }
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string lower = LowerAscii(text);
     if (lower == "transparent") {
         color = Transparent;
         return true;

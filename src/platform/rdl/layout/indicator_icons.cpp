@@ -1,9 +1,10 @@
 #include "platform/rdl/layout/indicator_icons.h"
 
-#include <cctype>
 #include <cmath>
 #include <iterator>
 #include <numbers>
+
+#include "platform/rdl/ascii.h"
 
 namespace rdl::layout {
 namespace {
@@ -251,11 +252,10 @@ void DrawIcon(const std::string& word, const Rect& area, Color color, Canvas& ca
 std::string WordsOf(const std::string& icon) {
     std::string words;
     for (const char letter : icon) {
-        const auto byte = static_cast<unsigned char>(letter);
-        if (std::isupper(byte) && !words.empty()) {
+        if (IsAsciiUpper(letter) && !words.empty()) {
             words += ' ';
         }
-        words += static_cast<char>(std::tolower(byte));
+        words += AsciiLower(letter);
     }
     return words;
 }

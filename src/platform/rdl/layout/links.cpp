@@ -1,8 +1,9 @@
 #include "platform/rdl/layout/links.h"
 
 #include <algorithm>
-#include <cctype>
 #include <string>
+
+#include "platform/rdl/ascii.h"
 
 namespace rdl::layout {
 
@@ -11,9 +12,7 @@ bool IsHarmlessLink(std::string_view uri) {
     if (colon == std::string_view::npos || uri.find_first_of("/?#") < colon) {
         return true;
     }
-    std::string scheme(uri.substr(0, colon));
-    std::transform(scheme.begin(), scheme.end(), scheme.begin(),
-                   [](unsigned char c) { return std::tolower(c); });
+    const std::string scheme = LowerAscii(uri.substr(0, colon));
     return scheme == "http" || scheme == "https" || scheme == "mailto" || scheme == "ftp" ||
            scheme == "tel" || scheme == "file";
 }

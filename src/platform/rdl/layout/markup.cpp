@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/layout/colors.h"
 
 namespace rdl::layout {
@@ -13,10 +13,6 @@ namespace {
 constexpr std::size_t DeepestTag = 100;  // tags within each other beyond it change nothing
 constexpr int DeepestList = 9;
 constexpr std::size_t MostParagraphs = 10'000;  // of one text; what follows runs on in the last
-
-char Lower(char c) {
-    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-}
 
 bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f';
@@ -60,7 +56,7 @@ constexpr Entity Entities[] = {
 std::uint32_t CodeOf(std::string_view name) {
     if (name.starts_with('#')) {
         name.remove_prefix(1);
-        const bool isHex = !name.empty() && Lower(name.front()) == 'x';
+        const bool isHex = !name.empty() && AsciiLower(name.front()) == 'x';
         name.remove_prefix(isHex ? 1 : 0);
         std::uint32_t code = 0;
         const auto [end, error] =
@@ -108,8 +104,8 @@ Tag ReadTag(std::string_view inside) {
     Tag tag;
     tag.closes = inside.starts_with('/');
     std::size_t at = tag.closes ? 1 : 0;
-    while (at < inside.size() && std::isalnum(static_cast<unsigned char>(inside[at]))) {
-        tag.name += Lower(inside[at++]);
+    while (at < inside.size() && IsAsciiLetterOrDigit(inside[at])) {
+        tag.name += AsciiLower(inside[at++]);
     }
     while (at < inside.size()) {
         std::string name;
@@ -117,7 +113,7 @@ Tag ReadTag(std::string_view inside) {
             ++at;
         }
         while (at < inside.size() && !IsBlank(inside[at]) && inside[at] != '=') {
-            name += Lower(inside[at++]);
+            name += AsciiLower(inside[at++]);
         }
         if (at >= inside.size() || inside[at] != '=') {
             continue;
@@ -170,7 +166,7 @@ class MarkupReader {
 
     bool IsTagAt(std::size_t at) const {
         const char next = at < m_lastTagEnd ? m_html[at + 1] : ' ';
-        return std::isalpha(static_cast<unsigned char>(next)) || next == '/' || next == '!' || next == '?';
+        return IsAsciiLetter(next) || next == '/' || next == '!' || next == '?';
     }
 
     // Behind the tag; a comment that never ends takes the rest with it.
@@ -192,7 +188,7 @@ class MarkupReader {
         for (at = m_html.find("</", at); at != std::string_view::npos; at = m_html.find("</", at + 2)) {
             const std::string_view found = m_html.substr(at + 2, name.size());
             if (std::equal(found.begin(), found.end(), name.begin(), name.end(),
-                           [](char a, char b) { return Lower(a) == b; })) {
+                           [](char a, char b) { return AsciiLower(a) == b; })) {
                 const std::size_t end = m_html.find('>', at);
                 return end == std::string_view::npos ? m_html.size() : end + 1;
             }

@@ -1,8 +1,9 @@
 #include "platform/rdl/layout/part_styles.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdlib>
+#include <string_view>
 
 #include "platform/rdl/definition/context.h"
 #include "platform/rdl/layout/colors.h"
@@ -14,6 +15,19 @@ namespace {
 
 constexpr double MostBorder = 50;  // points
 
+// The number that the text begins with, as report files write it: with a point. What follows it stays in
+// `text`; nullopt when there is none.
+std::optional<double> TakeNumber(std::string_view& text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-') {
+        text.remove_prefix(1);
+    }
+    double number = 0;
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    return failure == std::errc() && std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+
 }  // namespace
 
 bool NumberOf(const Value& value, double& number) {
@@ -22,10 +36,10 @@ bool NumberOf(const Value& value, double& number) {
     } else if (value.kind() == Kind::DateTime || value.kind() == Kind::TimeSpan) {
         number = static_cast<double>(value.AsTicks()) / static_cast<double>(TicksPerDay);
     } else if (value.IsText()) {  // constants, and files whose columns have no types
-        const std::string text(value.AsText());
-        char* end = nullptr;
-        number = std::strtod(text.c_str(), &end);
-        return end != text.c_str() && *end == 0 && std::isfinite(number);
+        std::string_view text = value.AsText();
+        const std::optional<double> read = TakeNumber(text);
+        number = read.value_or(0);
+        return read && text.empty();
     } else {
         return false;
     }
@@ -48,10 +62,8 @@ std::optional<double> PartStyles::Number(const Expr& source) const {
     if (!value.IsText()) {
         return std::nullopt;
     }
-    const std::string text(value.AsText());
-    char* end = nullptr;
-    const double number = std::strtod(text.c_str(), &end);
-    return end != text.c_str() && std::isfinite(number) ? std::optional(number) : std::nullopt;
+    std::string_view text = value.AsText();
+    return TakeNumber(text);
 }
 
 std::optional<bool> PartStyles::Flag(const Expr& source) const {

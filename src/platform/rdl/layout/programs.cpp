@@ -1,8 +1,8 @@
 #include "platform/rdl/layout/programs.h"
 
 #include <algorithm>
-#include <cctype>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/definition/chart.h"
 #include "platform/rdl/definition/gauge.h"
 #include "platform/rdl/error.h"
@@ -10,13 +10,6 @@
 
 namespace rdl::layout {
 namespace {
-
-std::string Lower(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return lower;
-}
 
 constexpr int MaxNesting = 64;
 
@@ -33,11 +26,11 @@ class Programs::Context : public expr::CompileContext {
             if (tables && table != tables->end()) {
                 const auto& names = table->second.fieldNames;
                 for (std::size_t i = 0; i < names.size(); ++i) {
-                    slots.emplace(Lower(names[i]), static_cast<int>(i));
+                    slots.emplace(LowerAscii(names[i]), static_cast<int>(i));
                 }
             } else {
                 for (std::size_t i = 0; i < set.fields.size(); ++i) {
-                    slots.emplace(Lower(set.fields[i].name), static_cast<int>(i));
+                    slots.emplace(LowerAscii(set.fields[i].name), static_cast<int>(i));
                 }
             }
         }
@@ -48,14 +41,14 @@ class Programs::Context : public expr::CompileContext {
         if (slots == m_slots.end()) {
             return std::nullopt;
         }
-        const auto slot = slots->second.find(Lower(field));
+        const auto slot = slots->second.find(LowerAscii(field));
         return slot == slots->second.end() ? std::nullopt : std::optional<int>(slot->second);
     }
 
     std::optional<int> ParameterIndex(std::string_view name) const override {
-        const std::string wanted = Lower(name);
+        const std::string wanted = LowerAscii(name);
         for (std::size_t i = 0; i < m_definition.parameters.size(); ++i) {
-            if (Lower(m_definition.parameters[i].name) == wanted) {
+            if (LowerAscii(m_definition.parameters[i].name) == wanted) {
                 return static_cast<int>(i);
             }
         }
@@ -82,16 +75,16 @@ class Programs::Context : public expr::CompileContext {
                                               std::string_view property) const override {
         if (collection == "datasets" && (property == "commandtext" || property == "rewrittencommandtext")) {
             for (const DataSet& set : m_definition.dataSets) {
-                if (Lower(set.name) == name && !set.commandText.IsExpression()) {
+                if (LowerAscii(set.name) == name && !set.commandText.IsExpression()) {
                     return set.commandText.source;
                 }
             }
         }
         for (const DataSource& source : m_definition.dataSources) {
-            if (collection == "datasources" && Lower(source.name) == name && property == "type") {
+            if (collection == "datasources" && LowerAscii(source.name) == name && property == "type") {
                 return source.provider;
             }
-            if (collection == "datasources" && Lower(source.name) == name &&
+            if (collection == "datasources" && LowerAscii(source.name) == name &&
                 property == "datasourcereference") {
                 return source.reference;
             }

@@ -2,27 +2,19 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/layout/colors.h"
 #include "platform/rdl/layout/units.h"
 
 namespace rdl::layout {
 namespace {
 
-bool Is(std::string_view text, std::string_view word) {
-    return text.size() == word.size() &&
-           std::equal(text.begin(), text.end(), word.begin(), [](char a, char b) {
-               return std::tolower(static_cast<unsigned char>(a)) ==
-                      std::tolower(static_cast<unsigned char>(b));
-           });
-}
-
 template <typename E, std::size_t N>
 E Choose(std::string_view text, const std::array<std::pair<std::string_view, E>, N>& words, E otherwise) {
     for (const auto& [word, value] : words) {
-        if (Is(text, word)) {
+        if (EqualNoCase(text, word)) {
             return value;
         }
     }
@@ -153,7 +145,7 @@ void Apply(BoxStyle& style, StyleProperty property, std::string_view text) {
             style.writingMode = Choose(text, WritingModes, WritingMode::Horizontal);
             break;
         case StyleProperty::Direction:
-            style.rightToLeft = Is(text, "RTL");
+            style.rightToLeft = EqualNoCase(text, "RTL");
             break;
         case StyleProperty::Format:
             style.format = text;
@@ -188,7 +180,7 @@ void Apply(CharStyle& style, StyleProperty property, std::string_view text) {
             style.size = std::max(style.size, 0.5F);
             break;
         case StyleProperty::FontStyle:
-            style.italic = Is(text, "Italic") || Is(text, "Oblique");
+            style.italic = EqualNoCase(text, "Italic") || EqualNoCase(text, "Oblique");
             break;
         case StyleProperty::FontWeight:
             style.weight = ParseWeight(text);

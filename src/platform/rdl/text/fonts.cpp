@@ -1,11 +1,11 @@
 #include "platform/rdl/text/fonts.h"
 
 #include <algorithm>
-#include <cctype>
 #include <map>
 #include <optional>
 #include <tuple>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/error.h"
 #include "platform/rdl/text/font_table.h"
 #include "platform/rdl/text/matching.h"
@@ -94,12 +94,6 @@ FontId Substitute(FontId font, char32_t character) {
     return font;
 }
 
-std::string LowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
-
 }  // namespace
 
 Face& FaceOf(FontId font) {
@@ -107,7 +101,7 @@ Face& FaceOf(FontId font) {
 }
 
 FontId FindFont(const FontRequest& request) {
-    auto key = std::make_tuple(LowerCase(request.family), request.bold, request.italic);
+    auto key = std::make_tuple(LowerAscii(request.family), request.bold, request.italic);
     auto& found = Table().found;
     const auto known = found.find(key);
     if (known != found.end()) {

@@ -1,10 +1,10 @@
 #include "platform/rdl/writers/html_styles.h"
 
-#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <string_view>
 
+#include "platform/rdl/ascii.h"
 #include "platform/rdl/writers/flow.h"
 #include "platform/rdl/writers/html_text.h"
 
@@ -180,8 +180,7 @@ void AppendBox(const BoxStyle& box, HtmlStyles::Place place, std::string& css) {
 void AppendFamily(const std::string& family, std::string& css) {
     css += "font-family:\"";
     for (const char c : family) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte >= 0x80 || std::isalnum(byte) || c == ' ' || c == '-' || c == '_') {
+        if (IsNameByte(c) || c == ' ' || c == '-') {
             css += c;
         }
     }

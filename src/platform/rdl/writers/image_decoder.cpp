@@ -1,50 +1,39 @@
 #include "platform/rdl/writers/image_decoder.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <QBuffer>
 #include <QByteArray>
 #include <QImageReader>
+#include <QLoggingCategory>
+#include <string_view>
 
 #include "platform/rdl/error.h"
 #include "platform/rdl/writers/flow.h"
+#include "platform/rdl/writers/png_decoder.h"
 
 namespace rdl::writers {
 namespace {
 
 constexpr std::int64_t MostPixels = 64'000'000;
 
-// The PNG library tells of a damaged picture on standard error by itself; programs have one line there, their
-// own.
-class NothingOnStandardError {
- public:
-    NothingOnStandardError() : m_kept(dup(STDERR_FILENO)) {
-        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-        if (m_kept >= 0 && nowhere >= 0) {
-            dup2(nowhere, STDERR_FILENO);
-        }
-        if (nowhere >= 0) {
-            close(nowhere);
-        }
-    }
-    ~NothingOnStandardError() {
-        if (m_kept >= 0) {
-            dup2(m_kept, STDERR_FILENO);
-            close(m_kept);
-        }
-    }
-    NothingOnStandardError(const NothingOnStandardError&) = delete;
-    NothingOnStandardError& operator=(const NothingOnStandardError&) = delete;
-
- private:
-    const int m_kept;
-};
+// Qt's plug-ins report a damaged picture in a line of their own each; programs have one line, theirs.
+void KeepPluginsQuiet() {
+    static QLoggingCategory::CategoryFilter others = nullptr;
+    static const bool done = [] {
+        others = QLoggingCategory::installFilter([](QLoggingCategory* category) {
+            if (others) {
+                others(category);
+            }
+            if (std::string_view(category->categoryName()).starts_with("qt.gui.imageio")) {
+                category->setEnabled(QtWarningMsg, false);
+            }
+        });
+        return true;
+    }();
+    static_cast<void>(done);
+}
 
 const char* FormatOf(ImageType type) {
     switch (type) {
-        case ImageType::Png:
-            return "png";
         case ImageType::Jpeg:
             return "jpeg";
         case ImageType::Gif:
@@ -52,6 +41,32 @@ const char* FormatOf(ImageType type) {
         default:
             return "bmp";
     }
+}
+
+QImage DecodePng(const std::string& bytes, const std::string& item) {
+    PngDecoder decoder(bytes);
+    if (!decoder.ReadHead()) {
+        return {};
+    }
+    CheckImageSize(decoder.Width(), decoder.Height(), item);
+    return decoder.ReadPixels();
+}
+
+// By its own first bytes: the library would guess at formats that reach for other files.
+QImage DecodeByPlugin(ImageType type, const std::string& bytes, const std::string& item) {
+    KeepPluginsQuiet();
+    QByteArray raw = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    QBuffer buffer(&raw);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, FormatOf(type));
+    reader.setAutoDetectImageFormat(false);
+    const QSize size = reader.size();
+    if (size.isValid()) {
+        CheckImageSize(size.width(), size.height(), item);
+    }
+    constexpr int Megabytes = static_cast<int>(MostPixels * 4 >> 20) + 1;
+    QImageReader::setAllocationLimit(Megabytes);  // holds where the size is not told beforehand
+    return reader.read();
 }
 
 }  // namespace
@@ -63,20 +78,8 @@ void CheckImageSize(std::int64_t width, std::int64_t height, const std::string& 
 }
 
 QImage DecodeImage(const std::string& bytes, const std::string& item) {
-    const NothingOnStandardError quiet;
-    QByteArray raw = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
-    QBuffer buffer(&raw);
-    buffer.open(QIODevice::ReadOnly);
-    // By its own first bytes: the library would guess at formats that reach for other files.
-    QImageReader reader(&buffer, FormatOf(TypeOfImage(bytes, item)));
-    reader.setAutoDetectImageFormat(false);
-    const QSize size = reader.size();
-    if (size.isValid()) {
-        CheckImageSize(size.width(), size.height(), item);
-    }
-    constexpr int Megabytes = static_cast<int>(MostPixels * 4 >> 20) + 1;
-    QImageReader::setAllocationLimit(Megabytes);  // holds where the size is not told beforehand
-    QImage image = reader.read();
+    const ImageType type = TypeOfImage(bytes, item);
+    const QImage image = type == ImageType::Png ? DecodePng(bytes, item) : DecodeByPlugin(type, bytes, item);
     if (image.isNull()) {
         throw Error("Image \"" + item + "\" is damaged and cannot be read");
     }

@@ -1,9 +1,10 @@
 #include "platform/rdl/writers/xls_number_format.h"
 
 #include <algorithm>
-#include <cctype>
 #include <utility>
 #include <vector>
+
+#include "platform/rdl/ascii.h"
 
 namespace rdl::writers {
 namespace {
@@ -87,7 +88,7 @@ std::string PercentFormat(int decimals, const Culture& culture) {
 
 std::optional<std::string> StandardNumber(char letter, int precision, const Culture& culture, bool integer) {
     const int decimals = precision < 0 ? culture.numberDecimals : precision;
-    switch (std::tolower(static_cast<unsigned char>(letter))) {
+    switch (AsciiLower(letter)) {
         case 'c':
             return CurrencyFormat(precision, culture);
         case 'd':
@@ -239,8 +240,8 @@ int DecimalsShown(std::string_view shown, const Culture& culture) {
         return 0;
     }
     int count = 0;
-    for (std::size_t i = at + culture.decimalSeparator.size();
-         i < shown.size() && std::isdigit(static_cast<unsigned char>(shown[i])); ++i) {
+    for (std::size_t i = at + culture.decimalSeparator.size(); i < shown.size() && IsAsciiDigit(shown[i]);
+         ++i) {
         ++count;
     }
     return count;
@@ -268,19 +269,28 @@ std::optional<std::string> CustomNumber(std::string_view format, const Culture& 
 // Windows' numbers of languages, so that names of months and days are those of the report.
 const char* LanguageNumber(const Culture& culture) {
     static constexpr std::pair<std::string_view, const char*> Numbers[] = {
-        {"en-US", "409"},  {"en-GB", "809"},  {"en-CA", "1009"}, {"en-AU", "C09"}, {"en-NZ", "1409"},
-        {"en-IE", "1809"}, {"de-DE", "407"},  {"de-AT", "C07"},  {"de-CH", "807"}, {"fr-FR", "40C"},
-        {"fr-CA", "C0C"},  {"fr-CH", "100C"}, {"fr-BE", "80C"},  {"es-ES", "C0A"}, {"es-MX", "80A"},
-        {"it-IT", "410"},  {"nl-NL", "413"},  {"nl-BE", "813"},  {"pt-BR", "416"}, {"pt-PT", "816"},
-        {"sv-SE", "41D"},  {"da-DK", "406"},  {"nb-NO", "414"},  {"fi-FI", "40B"}, {"pl-PL", "415"},
-        {"cs-CZ", "405"},  {"ru-RU", "419"},  {"tr-TR", "41F"},  {"ja-JP", "411"}, {"zh-CN", "804"},
-        {"ko-KR", "412"}};
+        {"en-US", "409"},  {"en-GB", "809"},  {"en-CA", "1009"}, {"en-AU", "C09"},  {"en-NZ", "1409"},
+        {"en-IE", "1809"}, {"de-DE", "407"},  {"de-AT", "C07"},  {"de-CH", "807"},  {"fr-FR", "40C"},
+        {"fr-CA", "C0C"},  {"fr-CH", "100C"}, {"fr-BE", "80C"},  {"es-ES", "C0A"},  {"es-MX", "80A"},
+        {"it-IT", "410"},  {"nl-NL", "413"},  {"nl-BE", "813"},  {"pt-BR", "416"},  {"pt-PT", "816"},
+        {"sv-SE", "41D"},  {"da-DK", "406"},  {"nb-NO", "414"},  {"fi-FI", "40B"},  {"pl-PL", "415"},
+        {"cs-CZ", "405"},  {"ru-RU", "419"},  {"tr-TR", "41F"},  {"ja-JP", "411"},  {"zh-CN", "804"},
+        {"ko-KR", "412"},  {"en-IN", "4009"}, {"en-ZA", "1C09"}, {"es-AR", "2C0A"}, {"zh-TW", "404"},
+        {"zh-HK", "C04"},  {"nn-NO", "814"},  {"ar-SA", "401"},  {"bg-BG", "402"},  {"el-GR", "408"},
+        {"et-EE", "425"},  {"fa-IR", "429"},  {"he-IL", "40D"},  {"hi-IN", "439"},  {"hr-HR", "41A"},
+        {"hu-HU", "40E"},  {"id-ID", "421"},  {"lt-LT", "427"},  {"lv-LV", "426"},  {"ro-RO", "418"},
+        {"sk-SK", "41B"},  {"sl-SI", "424"},  {"th-TH", "41E"},  {"uk-UA", "422"},  {"vi-VN", "42A"}};
+    const std::string_view language = std::string_view(culture.name).substr(0, culture.name.find('-') + 1);
+    const char* ofLanguage = nullptr;
     for (const auto& [name, number] : Numbers) {
         if (name == culture.name) {
             return number;
         }
+        if (!ofLanguage && !language.empty() && name.starts_with(language)) {
+            ofLanguage = number;
+        }
     }
-    return "409";
+    return ofLanguage ? ofLanguage : "409";
 }
 
 std::string StandardDatePattern(char letter, const Culture& culture) {
@@ -388,7 +398,7 @@ std::optional<std::string> NumberFormat(const Value& value, std::string_view for
     if (format.empty()) {
         return "General";
     }
-    const bool standard = std::isalpha(static_cast<unsigned char>(format[0])) && format.size() <= 3 &&
+    const bool standard = IsAsciiLetter(format[0]) && format.size() <= 3 &&
                           format.find_first_not_of("0123456789", 1) == std::string_view::npos;
     if (!standard) {
         return CustomNumber(format, culture, shown);

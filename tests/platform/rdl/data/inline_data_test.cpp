@@ -73,8 +73,12 @@ TEST_F(InlineData, DamagedDataIsAnErrorWithItsPlace) {
         deep += "<a>";
     }
     set.commandText = ExprOf("<Query>" + deep);
-    EXPECT_NE(Failure().find("nested too deeply"), std::string::npos);
-    set.commandText = ExprOf("<Query><XmlData>\n<D " + std::string(4'097, '=') + "/></XmlData></Query>");
+    EXPECT_NE(Failure().find("nested more than 100 deep"), std::string::npos);
+    std::string attributes;
+    for (int i = 0; i < 4'097; ++i) {
+        attributes += " a" + std::to_string(i) + "=\"\"";
+    }
+    set.commandText = ExprOf("<Query><?x '?><XmlData>\n<D" + attributes + "/></XmlData></Query>");
     EXPECT_NE(Failure().find("not usable at line 2: an element has more than 4096 attributes"),
               std::string::npos);
     set.commandText = ExprOf("<Query><XmlData><D/></XmlData><ElementPath>D{a</ElementPath></Query>");

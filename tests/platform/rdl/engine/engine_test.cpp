@@ -70,6 +70,30 @@ TEST_F(ReportEngine, TitleIsThePropertyElseTheFileName) {
         "All sales");
 }
 
+TEST_F(ReportEngine, TitleOfAnEmptyPropertyIsEmpty) {
+    const std::string before = "<CustomProperties><CustomProperty><Name>Title</Name>";
+    const std::string after = "</CustomProperty></CustomProperties>";
+    EXPECT_EQ(OpenPeople(before + "<Value/>" + after)->Title(), "");
+    EXPECT_EQ(OpenPeople(before + "<Value>  </Value>" + after)->Title(), "");
+    EXPECT_EQ(OpenPeople(before + after)->Title(), "");
+    EXPECT_EQ(OpenPeople("<CustomProperties/>", "sales.rpt")->Title(), "sales");
+}
+
+TEST_F(ReportEngine, TitleIsOneLine) {
+    EXPECT_EQ(
+        OpenPeople("<CustomProperties><CustomProperty><Name>Title</Name><Value>\n  All\n\tsales\n</Value>"
+                   "</CustomProperty></CustomProperties>")
+            ->Title(),
+        "All  sales");
+}
+
+TEST_F(ReportEngine, FormulaOfTheFileHoldsNoSingleMark) {
+    EXPECT_EQ(OpenPeople("<CustomProperties><CustomProperty><Name>RecordSelectionFormula</Name>"
+                         "<Value>{Name} = 'Ann'</Value></CustomProperty></CustomProperties>")
+                  ->RecordSelectionFormula(),
+              "{Name} = \"Ann\"");
+}
+
 TEST_F(ReportEngine, DescriptionIsThatOfTheDefinition) {
     EXPECT_EQ(OpenPeople("<Description>All of them, by age</Description>")->Description(),
               "All of them, by age");

@@ -201,27 +201,5 @@ TEST_F(ReportMail, FoldersOfLivingProcessesStay) {
     EXPECT_TRUE(std::filesystem::exists(first.Path()));
 }
 
-TEST(SafeFileName, LeavesNothingThatAFileSystemRefuses) {
-    EXPECT_EQ(SafeFileName("Sales 2025"), "Sales 2025");
-    EXPECT_EQ(SafeFileName("../../etc/passwd"), "_.._etc_passwd");
-    EXPECT_EQ(SafeFileName("a\\b:c*d?e\"f<g>h|i\n"), "a_b_c_d_e_f_g_h_i_");
-    EXPECT_EQ(SafeFileName("Umsatz \xC3\xBC"
-                           "ber alles."),
-              "Umsatz \xC3\xBC"
-              "ber alles");
-    EXPECT_EQ(SafeFileName(""), "Report");
-    EXPECT_EQ(SafeFileName(" .. "), "Report");
-}
-
-TEST(SafeFileName, LongTitlesEndBetweenCharacters) {
-    std::string title;
-    for (int i = 0; i < 200; ++i) {
-        title += "\xE2\x82\xAC";
-    }
-    const std::string name = SafeFileName("a" + title);
-    EXPECT_LE(name.size(), 120u);
-    EXPECT_EQ((name.size() - 1) % 3, 0u);
-}
-
 }  // namespace
 }  // namespace rdl::engine::test
