@@ -50,9 +50,8 @@ TEST_F(LiveDatabase, FolderOfItsNameIsAnErrorThatIsShown) {
     std::filesystem::create_directory(database.Folder() / "PressroomLive.dat");
     Global::EnsureLiveDatabase();
     ASSERT_EQ(prompts.boxes.size(), 1U);
-    EXPECT_EQ(prompts.boxes[0].text,
-              "Oxbow Courier encountred an error. File already exists: \"" +
-                  (database.Folder() / "PressroomLive.dat").string() + "\" [58]");
+    EXPECT_EQ(prompts.boxes[0].text, "Oxbow Courier encountred an error. File already exists: \"" +
+                                         (database.Folder() / "PressroomLive.dat").string() + "\" [58]");
     EXPECT_TRUE(std::filesystem::is_directory(database.Folder() / "PressroomLive.dat"));
 }
 
@@ -100,6 +99,23 @@ TEST_F(LiveDatabase, MissingBlankIsShownAndTheCallerGoesOn) {
     EXPECT_NE(prompts.boxes[0].text.find("[53]"), std::string::npos) << prompts.boxes[0].text;
     EXPECT_EQ(prompts.boxes[0].flags, 48);
     EXPECT_EQ(prompts.boxes[0].title, "Oxbow Courier");
+}
+
+TEST_F(LiveDatabase, ApplicationFolderMayBeNamedAsItLikes) {
+    for (const char* name : {"a;b", "a;b=c", "a;Mode=x", "a; Data Source", "50% off", "it's", "say \"hi\"",
+                             "a=b", " blanks ", "\xC3\xBCmlaut", "-x"}) {
+        const std::filesystem::path folder = database.Folder() / name;
+        std::filesystem::create_directory(folder);
+        std::filesystem::copy_file(database.Folder() / "PressroomLive.dat", folder / "Pressroom.dat");
+        SetAppPath(paths::FromMachine(folder));
+        Global::EnsureLiveDatabase();
+        ADODB::Connection connection;
+        connection.Open("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
+                        "\\PressroomLive.dat;Persist Security Info=False");
+        connection.Execute("insert into Folders(FolderName, Parent) values('here', 0)");
+        EXPECT_TRUE(std::filesystem::exists(folder / "PressroomLive.dat")) << name;
+        EXPECT_TRUE(prompts.boxes.empty()) << name;
+    }
 }
 
 TEST_F(LiveDatabase, CopyDoesNotMeetTheLogOfTheOneBefore) {

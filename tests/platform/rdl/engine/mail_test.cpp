@@ -1,4 +1,6 @@
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -168,7 +170,7 @@ TEST_F(ReportMail, FoldersOfDeadProcessesAreRemoved) {
 
 TEST_F(ReportMail, FolderThatAnotherMachinesProcessHoldsStays) {
     // A number that no process of this machine has.
-    const std::filesystem::path held = m_temporary / "oxbow-courier-export-999999999-abcdef";
+    const std::filesystem::path held = m_folder / "tmp" / "oxbow-courier-export-999999999-abcdef";
     std::filesystem::create_directory(held);
     const int holder = open(held.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     ASSERT_EQ(flock(holder, LOCK_EX), 0);
