@@ -50,9 +50,8 @@ TEST_F(LiveDatabase, FolderOfItsNameIsAnErrorThatIsShown) {
     std::filesystem::create_directory(database.Folder() / "PressroomLive.dat");
     Global::EnsureLiveDatabase();
     ASSERT_EQ(prompts.boxes.size(), 1U);
-    EXPECT_EQ(prompts.boxes[0].text,
-              "Oxbow Courier encountred an error. File already exists: \"" +
-                  (database.Folder() / "PressroomLive.dat").string() + "\" [58]");
+    EXPECT_EQ(prompts.boxes[0].text, "Oxbow Courier encountred an error. File already exists: \"" +
+                                         (database.Folder() / "PressroomLive.dat").string() + "\" [58]");
     EXPECT_TRUE(std::filesystem::is_directory(database.Folder() / "PressroomLive.dat"));
 }
 
@@ -103,8 +102,8 @@ TEST_F(LiveDatabase, MissingBlankIsShownAndTheCallerGoesOn) {
 }
 
 TEST_F(LiveDatabase, ApplicationFolderMayBeNamedAsItLikes) {
-    for (const char* name : {"a;b", "a;b=c", "a;Mode=x", "a; Data Source", "50% off", "it's", "say \"hi\"", "a=b",
-                             " blanks ", "\xC3\xBCmlaut", "-x"}) {
+    for (const char* name : {"a;b", "a;b=c", "a;Mode=x", "a; Data Source", "50% off", "it's", "say \"hi\"",
+                             "a=b", " blanks ", "\xC3\xBCmlaut", "-x"}) {
         const std::filesystem::path folder = database.Folder() / name;
         std::filesystem::create_directory(folder);
         std::filesystem::copy_file(database.Folder() / "PressroomLive.dat", folder / "Pressroom.dat");

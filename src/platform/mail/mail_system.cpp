@@ -88,10 +88,9 @@ class AttachmentList : public MAPI::Attachments {
         if (attachment.file.Get() < 0) {
             const int code = errno;
             const bool missing = code == ENOENT || code == ENOTDIR;
-            throw RuntimeError(
-                missing ? err::FileNotFound : NumberOfSystemError(code, err::PathFileAccess),
-                "The attachment \"" + Shown(source) + "\" " +
-                    (missing ? "is missing" : "cannot be read: " + SystemErrorText(code)));
+            throw RuntimeError(missing ? err::FileNotFound : NumberOfSystemError(code, err::PathFileAccess),
+                               "The attachment \"" + Shown(source) + "\" " +
+                                   (missing ? "is missing" : "cannot be read: " + SystemErrorText(code)));
         }
         struct stat status {};
         fstat(attachment.file.Get(), &status);

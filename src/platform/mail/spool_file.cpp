@@ -18,9 +18,9 @@ UniqueFd SpoolMessage(const OutgoingMail& mail, LineEnds ends) {
         return file;
     }
     code = code != 0 ? code : errno;
-    throw RuntimeError(IsDiskFull(code) ? ErrDiskFull : err::PathFileAccess,
-                       "The message cannot be built in \"" + TemporaryPlace().string() +
-                           "\": " + SystemErrorText(code));
+    throw RuntimeError(
+        IsDiskFull(code) ? ErrDiskFull : err::PathFileAccess,
+        "The message cannot be built in \"" + TemporaryPlace().string() + "\": " + SystemErrorText(code));
 }
 
 }  // namespace mailer

@@ -93,9 +93,16 @@ bool IsOfSeveralMachines(int handle) {
     constexpr std::int64_t Ceph = 0x00C36400;
     constexpr std::int64_t Lustre = 0x0BD00BD0;
     constexpr std::int64_t VirtualBox = 0x786F4256;
-    constexpr std::array<std::int64_t, 10> Shared{
-        NFS_SUPER_MAGIC, SMB_SUPER_MAGIC, SMB2_SUPER_MAGIC, FUSE_SUPER_MAGIC, V9FS_MAGIC,
-        AFS_SUPER_MAGIC, Cifs,            Ceph,             Lustre,           VirtualBox};
+    constexpr std::array<std::int64_t, 10> Shared{NFS_SUPER_MAGIC,
+                                                  SMB_SUPER_MAGIC,
+                                                  SMB2_SUPER_MAGIC,
+                                                  FUSE_SUPER_MAGIC,
+                                                  V9FS_MAGIC,
+                                                  AFS_SUPER_MAGIC,
+                                                  Cifs,
+                                                  Ceph,
+                                                  Lustre,
+                                                  VirtualBox};
     struct statfs facts {};
     return fstatfs(handle, &facts) != 0 ||
            std::find(Shared.begin(), Shared.end(), static_cast<std::int64_t>(facts.f_type)) != Shared.end();

@@ -28,9 +28,9 @@ int CodeOfWriting(const fs::path& folder) {
 }
 
 [[noreturn]] void RaiseFor(const fs::path& folder, int code, const std::string& more = {}) {
-    throw RuntimeError(NumberOfSystemError(code, err::PathFileAccess),
-                       "No temporary file can be made in \"" + folder.string() +
-                           "\": " + SystemErrorText(code) + more);
+    throw RuntimeError(
+        NumberOfSystemError(code, err::PathFileAccess),
+        "No temporary file can be made in \"" + folder.string() + "\": " + SystemErrorText(code) + more);
 }
 
 }  // namespace

@@ -25,8 +25,8 @@ TEST(ConnectionString, QuotedValueMayHoldAnything) {
 
 TEST(ConnectionString, SemicolonThatBeginsNoOtherKeyBelongsToTheValue) {
     const std::string end = ";Persist Security Info=False";
-    for (const std::string file : {"Z:\\a;b\\Live.dat", "Z:\\a;b=c\\Live.dat", "Z:\\;;\\Live.dat", "Z:\\a; =\\Live.dat",
-                                   "Z:\\a;Persist\\Live.dat"}) {
+    for (const std::string file : {"Z:\\a;b\\Live.dat", "Z:\\a;b=c\\Live.dat", "Z:\\;;\\Live.dat",
+                                   "Z:\\a; =\\Live.dat", "Z:\\a;Persist\\Live.dat"}) {
         EXPECT_EQ(SourceOf("Provider=X.4.0;Data Source=" + file + end), file);
     }
     EXPECT_EQ(SourceOf("Data Source=a;"), "a");

@@ -100,12 +100,12 @@ TEST_F(OutputFile, GroupThatCannotBeKeptIsNotReplacedByAnother) {
 // Two users by name, of whom one may write: in the form of the file system.
 TEST_F(OutputFile, KeepsTheAccessListOfTheFileThatItReplaces) {
     constexpr unsigned char List[] = {
-        2,    0, 0, 0,                            // version
-        0x01, 0, 6, 0, 0xFF, 0xFF, 0xFF, 0xFF,    // owner rw
-        0x02, 0, 6, 0, 0xD2, 0x04, 0x00, 0x00,    // user 1234 rw
-        0x04, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF,    // group nothing
-        0x10, 0, 6, 0, 0xFF, 0xFF, 0xFF, 0xFF,    // mask rw
-        0x20, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF,    // others nothing
+        2,    0, 0, 0,                          // version
+        0x01, 0, 6, 0, 0xFF, 0xFF, 0xFF, 0xFF,  // owner rw
+        0x02, 0, 6, 0, 0xD2, 0x04, 0x00, 0x00,  // user 1234 rw
+        0x04, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF,  // group nothing
+        0x10, 0, 6, 0, 0xFF, 0xFF, 0xFF, 0xFF,  // mask rw
+        0x20, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF,  // others nothing
     };
     constexpr const char* Attribute = "system.posix_acl_access";
     Write("out.pdf", "former");
