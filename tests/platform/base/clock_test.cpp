@@ -40,4 +40,11 @@ TEST_F(MachineClock, ChangedTimeZoneIsSeenAtTheNextLook) {
     EXPECT_NEAR(MinutesAhead(), -420, 0.1);
 }
 
+TEST_F(MachineClock, MomentsAreInTheZoneThatHolds) {
+    setenv("TZ", "UTC0", 1);
+    EXPECT_EQ(InMachineZone(0).offset, 0);
+    setenv("TZ", "Asia/Kolkata", 1);
+    EXPECT_EQ(InMachineZone(0).offset, 330 * 60);
+}
+
 }  // namespace
