@@ -22,7 +22,10 @@ class OxcReportSecrets : public testing::Test {
  protected:
     void SetUp() override {
         WriteBytes(m_folder / "x.rpt",
-                   "<Report><Width>4in</Width><Body><Height>1in</Height><ReportItems><Textbox Name=\"t\">"
+                   "<Report><DataSources><DataSource Name=\"d\"><ConnectionProperties><DataProvider>SQLITE"
+                   "</DataProvider><ConnectString>Data Source=none.db</ConnectString></ConnectionProperties>"
+                   "</DataSource></DataSources><Width>4in</Width><Body><Height>1in</"
+                   "Height><ReportItems><Textbox Name=\"t\">"
                    "<Value>here</Value></Textbox></ReportItems></Body></Report>");
         // Nobody reads it: the program waits for a reader when it opens its output.
         ASSERT_EQ(mkfifo((m_folder / "out.htm").c_str(), 0600), 0);
@@ -69,11 +72,12 @@ class OxcReportSecrets : public testing::Test {
 };
 
 TEST_F(OxcReportSecrets, ListOfProcessesDoesNotShowThem) {
-    Start({"--user", "ann", "--password", "s3cret", "--data-source", "d=PG;Pwd=s3cret"});
+    Start({"--user", "ann", "--password", "s3cret", "--data-source",
+           "d=SQLITE;Data Source=none.db;Pwd=s3cret"});
     const std::string line = HiddenLine();
     EXPECT_TRUE(IsRunning());
     EXPECT_THAT(line, HasSubstr("ann"));
-    EXPECT_THAT(line, HasSubstr("d=PG;Pwd=*"));
+    EXPECT_THAT(line, HasSubstr("d=SQLITE;Data Source=none.db;Pwd=*"));
     EXPECT_THAT(line, Not(HasSubstr("s3cret")));
 }
 
