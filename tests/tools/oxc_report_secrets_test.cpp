@@ -1,5 +1,6 @@
 // What a running oxc-report lets others see of the passwords it was given.
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -48,6 +49,8 @@ class OxcReportSecrets : public testing::Test {
         pointers.push_back(nullptr);
         m_process = fork();
         if (m_process == 0) {
+            const rlimit all{RLIM_INFINITY, RLIM_INFINITY};
+            setrlimit(RLIMIT_CORE, &all);
             execv(pointers[0], pointers.data());
             _exit(99);
         }
