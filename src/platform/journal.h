@@ -1,4 +1,5 @@
-// Dated lines on standard error, for every outcome that the system shows nowhere else: no row, no box, no mail.
+// Dated lines on standard error, for every outcome that the system shows nowhere else: no row, no box, no
+// mail.
 #pragma once
 
 #include <string_view>

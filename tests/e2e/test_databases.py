@@ -145,13 +145,12 @@ class ServerTests:
 
     def test_missing_table_and_wrong_statement_are_told_apart(self):
         self.assertIn("a table is missing: ", self.failure("select title from nowhere"))
-        self.assertIn("the query is wrong: ", self.failure("selekt title from titles"))
+        self.assertIn("the query is wrong: ", self.failure("select title frm titles where"))
 
     def test_report_only_reads(self):
         self.server.sql("grant insert on %s to %s" % self.grantee)
         said = self.failure("insert into titles values('Mine', 1)")
-        self.assertIn("the query is wrong: ", said)
-        self.assertIn("read", said.lower())
+        self.assertIn('a report only reads: the query begins with "insert"', said)
         self.assertEqual(len(self.rows("select title from titles", ["title"])), 3)
 
     def test_second_statement_is_refused(self):
@@ -332,7 +331,8 @@ class OnOdbcFile(DatabaseTest):
         self.assertIn('the ODBC data source "Nowhere" cannot be reached', said)
 
     def test_report_only_reads(self):
-        self.assertIn("readonly", self.failure("delete from titles", password=None))
+        self.assertIn('a report only reads: the query begins with "delete"',
+                      self.failure("delete from titles", password=None))
 
     def test_driver_that_is_not_installed_is_named_with_those_that_are(self):
         said = self.failure("select 1", connect="Driver={Wonder};Server=db", password=None)

@@ -128,8 +128,8 @@ TEST_F(RunReport, EveryStepComesInItsOrder) {
 
 TEST_F(RunReport, DatabaseIsReadBeforeTheReportIsOpened) {
     std::filesystem::remove(database.Folder() / "PressroomLive.dat");
-    EXPECT_EQ(ErrorOf([&] { Run("PDF"); }),
-              "-2147467259: Could not find the data file \"" + AppPath() + "\\PressroomLive.dat\"");
+    EXPECT_EQ(ErrorOf([&] { Run("PDF"); }), "-2147467259: Could not find the data file \"" +
+                                                paths::ForUser(AppPath() + "\\PressroomLive.dat") + "\"");
     EXPECT_TRUE(engine.calls.empty());
 }
 

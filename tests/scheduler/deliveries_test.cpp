@@ -113,8 +113,8 @@ TEST_F(DeliveryRecords, PollOfABusyDatabaseFailsWithItsRowOnceItIsFree) {
     holder.Take(LiveFile());
     ReleaseAtYield(3);
     const std::string said = Said([] { Global::Schedchk(); });
-    const std::string reason = "The data file \"" + AppPath() +
-                               "\\PressroomLive.dat\" is still in use by another program after 0.01 seconds";
+    const std::string reason = "The data file \"" + paths::ForUser(AppPath()) +
+                               "/PressroomLive.dat\" is still in use by another program after 0.01 seconds";
     EXPECT_EQ(ScheduleHistory(), Rows{"1|2026-11-21 14:00:00|Failure|" + reason});
     ASSERT_EQ(mail.sent.size(), 1U);
     EXPECT_EQ(mail.sent[0].text, "An error occured in Schedchk. " + reason + " [-2147217871]");

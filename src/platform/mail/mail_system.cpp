@@ -89,7 +89,7 @@ class AttachmentList : public MAPI::Attachments {
             const int code = errno;
             const bool missing = code == ENOENT || code == ENOTDIR;
             throw RuntimeError(missing ? err::FileNotFound : NumberOfSystemError(code, err::PathFileAccess),
-                               "The attachment \"" + Shown(source) + "\" " +
+                               "The attachment \"" + Shown(paths::ForUser(source)) + "\" " +
                                    (missing ? "is missing" : "cannot be read: " + SystemErrorText(code)));
         }
         struct stat status {};

@@ -14,6 +14,7 @@
 #include "platform/mail/ascii.h"
 #include "platform/mail/header_text.h"
 #include "platform/mail/message_id.h"
+#include "platform/paths.h"
 #include "platform/runtime.h"
 #include "platform/system_error.h"
 
@@ -207,8 +208,8 @@ void EnsureStarted() {
 void CheckUnchanged(const OutgoingAttachment& attachment) {
     struct stat status {};
     if (fstat(attachment.file.Get(), &status) != 0 || attachment.size != status.st_size) {
-        throw RuntimeError(err::PathFileAccess,
-                           "The attachment \"" + attachment.path + "\" changed while it was read");
+        throw RuntimeError(err::PathFileAccess, "The attachment \"" + paths::ForUser(attachment.path) +
+                                                    "\" changed while it was read");
     }
 }
 

@@ -94,7 +94,8 @@ void Database::OpenFile() {
         throw RuntimeError(err::DataUnavailable, notAPath.Description());
     }
     if (!fs::exists(path, error)) {
-        throw RuntimeError(err::DataUnavailable, "Could not find the data file \"" + m_file + "\"");
+        throw RuntimeError(err::DataUnavailable,
+                           "Could not find the data file \"" + paths::ForUser(m_file) + "\"");
     }
     // To SQLite an empty file is a database without tables; here it is the remains of a failed copy.
     if (fs::is_regular_file(path, error) && fs::file_size(path, error) == 0 && !error) {

@@ -79,7 +79,7 @@ void RaiseDataError(sqlite3* handle, int code, const std::string& file, double w
     const std::string message = handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
     const int extended = handle != nullptr ? sqlite3_extended_errcode(handle) : code;
     const int systemCode = handle != nullptr ? sqlite3_system_errno(handle) : 0;
-    const std::string quoted = "\"" + file + "\"";
+    const std::string quoted = "\"" + paths::ForUser(file) + "\"";
     switch (code & 0xFF) {
         case SQLITE_ERROR:
             RaiseStatementError(message);

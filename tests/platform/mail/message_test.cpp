@@ -364,7 +364,7 @@ TEST_F(MailContent, FileThatGrewMeanwhileIsNotSentInPart) {
     const mailer::UniqueFd target(open((m_folder / "message").c_str(), O_RDWR | O_CREAT, 0600));
     const auto write = [&] { mailer::WriteMessage(mail, target.Get(), mailer::LineEnds::CrLf); };
     EXPECT_EQ(NumberRaisedBy(write), err::PathFileAccess);
-    EXPECT_EQ(DescriptionRaisedBy(write), "The attachment \"Z:\\live.csv\" changed while it was read");
+    EXPECT_EQ(DescriptionRaisedBy(write), "The attachment \"/live.csv\" changed while it was read");
 }
 
 TEST_F(MailContent, EmptySourceAttachesNothing) {

@@ -46,7 +46,7 @@ class MachineLacks : public DataFixture {
             throw RuntimeError(0, "no mount");
         }
     }
-    std::string Quoted() const { return "\"" + paths::FromMachine(m_folder / "live.dat") + "\""; }
+    std::string Quoted() const { return "\"" + (m_folder / "live.dat").string() + "\""; }
 };
 
 TEST_F(MachineLacks, DescriptorsAreToldAsTooManyOpenFiles) {

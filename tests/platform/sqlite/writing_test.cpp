@@ -120,7 +120,7 @@ TEST_F(Writing, ProofFailsOnBusyDataAfterItsTime) {
     connection.Open(m_data);
     const Holder holder(m_folder / "live.dat");
     const std::string description = DescriptionRaisedBy([&] { connection.ProveWritable(); });
-    EXPECT_EQ(description, "The data file \"" + paths::FromMachine(m_folder / "live.dat") +
+    EXPECT_EQ(description, "The data file \"" + (m_folder / "live.dat").string() +
                                "\" is still in use by another program after 0.25 seconds");
     EXPECT_EQ(NumberRaisedBy([&] { connection.ProveWritable(); }), err::DataTimeout);
 }

@@ -12,148 +12,261 @@
 namespace rdl::data {
 namespace {
 
+enum class TokenKind { Word, Name, Text, Mark };
+
 struct Token {
-    std::string text;     // words in small letters; a mark as it is
-    bool isWord = false;  // neither quoted nor a mark
-    bool isName = false;  // quoted
+    TokenKind kind = TokenKind::Mark;
+    std::string text;  // words in lower case, names without their quotes, one mark
 };
+
+[[noreturn]] void Refuse(const std::string& why) {
+    throw Error("a report only reads: " + why);
+}
 
 bool IsOneOf(std::string_view word, std::initializer_list<std::string_view> words) {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-[[noreturn]] void Refuse(const std::string& word) {
-    throw Error("a report only reads, and its query has the word \"" + CleanText(word) + "\"");
-}
-
-bool BeginsName(char c) {
-    return c == '#' || c == '@' || IsNameByte(c);
-}
-
-// Words, quoted names and marks, without texts and comments.
-std::vector<Token> TokensOf(std::string_view text, ProviderKind dialect) {
-    const SqlScanner scanner(text, dialect);
-    std::vector<Token> tokens;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t quoted = scanner.QuotedEnd(at);
-        if (text.substr(at).starts_with("/*!") || text.substr(at).starts_with("/*M!")) {
-            throw Error("a report only reads, and its query has a comment that the server runs");
+// A statement without its comments. Raises for what a server could read otherwise than it is read here.
+class Tokens {
+ public:
+    Tokens(std::string_view text, ProviderKind dialect)
+        : m_text(text), m_dialect(dialect), m_scanner(text, dialect) {
+        if (text.find('\0') != std::string_view::npos) {
+            Refuse("the query has a NUL in it");
         }
-        if (quoted > at) {
-            const bool isName = IsOneOf(text.substr(at, 1), {"\"", "`", "["});
-            if (isName) {
-                tokens.push_back({std::string(text.substr(at + 1, quoted - at - 2)), false, true});
+        while (m_at < m_text.size()) {
+            const std::size_t end = m_scanner.QuotedEnd(m_at);
+            if (end > m_at) {
+                TakeQuoted(end);
+            } else if (IsWordBegin()) {
+                TakeWord();
+            } else {
+                TakeMark();
             }
-            at = quoted;
-            continue;
         }
-        std::size_t end = at + 1;
-        if (BeginsName(text[at])) {
-            while (end < text.size() && (IsNameByte(text[end]) || text[end] == '#')) {
-                ++end;
+    }
+    std::vector<Token> Take() { return std::move(m_tokens); }
+
+ private:
+    // SQL Server's own variables and tables of the session are words with their first mark.
+    bool IsWordBegin() const {
+        const char c = m_text[m_at];
+        return IsNameByte(c) || (m_dialect == ProviderKind::SqlServer && (c == '@' || c == '#'));
+    }
+
+    void TakeWord() {
+        std::size_t end = m_at + 1;
+        while (end < m_text.size() &&
+               (IsNameByte(m_text[end]) || m_text[end] == '$' ||
+                (m_dialect == ProviderKind::SqlServer && (m_text[end] == '@' || m_text[end] == '#')))) {
+            ++end;
+        }
+        m_tokens.push_back({TokenKind::Word, LowerAscii(m_text.substr(m_at, end - m_at))});
+        m_at = end;
+    }
+
+    void TakeMark() {
+        if (static_cast<unsigned char>(m_text[m_at]) > ' ') {
+            m_tokens.push_back({TokenKind::Mark, std::string(1, m_text[m_at])});
+        }
+        ++m_at;
+    }
+
+    void TakeQuoted(std::size_t end) {
+        const std::string_view quoted = m_text.substr(m_at, end - m_at);
+        if (quoted.starts_with("/*!") || quoted.starts_with("/*M!")) {
+            if (m_dialect == ProviderKind::MySql || m_dialect == ProviderKind::Odbc) {
+                Refuse("the query has a comment that the server runs (/*!)");
             }
-            tokens.push_back({LowerAscii(text.substr(at, end - at)), true, false});
-        } else if (static_cast<unsigned char>(text[at]) > ' ') {
-            tokens.push_back({std::string(1, text[at]), false, false});
+        } else if (quoted.starts_with("/*")) {
+            if (m_dialect == ProviderKind::Odbc && quoted.find("/*", 2) != std::string_view::npos) {
+                Refuse("the query has a comment within a comment");
+            }
+        } else if (m_scanner.IsComment(m_at)) {
+            const std::size_t line = quoted.find('\r');
+            if (m_dialect != ProviderKind::PostgreSql && line != std::string_view::npos &&
+                line + 2 != quoted.size()) {
+                Refuse("the query has a comment with a carriage return in it");
+            }
+        } else if (quoted == "::" || quoted == "@@") {
+            m_tokens.push_back({TokenKind::Mark, std::string(quoted)});
+        } else {
+            TakeText(quoted);
         }
-        at = end;
+        m_at = end;
     }
-    return tokens;
-}
 
-const Token& At(const std::vector<Token>& tokens, std::size_t index) {
-    static const Token End;
-    return index < tokens.size() ? tokens[index] : End;
-}
-
-// #rows and @rows are the batch's own and gone with it.
-bool IsOwnTable(const Token& name) {
-    return (name.isWord || name.isName) && (name.text.starts_with('#') || name.text.starts_with('@'));
-}
-
-// Where the name of the table stands that a writing word at `index` writes to; `index` itself when it does
-// not write.
-std::size_t TargetOf(const std::vector<Token>& tokens, std::size_t index) {
-    const std::string& word = tokens[index].text;
-    const std::string& next = At(tokens, index + 1).text;
-    if (word == "into") {
-        return index + 1;
-    }
-    if (IsOneOf(word, {"insert", "merge"}) && next != "join") {
-        return next == "into" ? index + 2 : index + 1;
-    }
-    if (word == "delete") {
-        return next == "from" ? index + 2 : index + 1;
-    }
-    // An index of a table that may not be written to cannot be had either: the server refuses it to a reader.
-    if (word == "create" && IsOneOf(next, {"index", "unique", "clustered", "nonclustered"})) {
-        return index;
-    }
-    if (IsOneOf(word, {"create", "drop", "alter", "truncate"})) {
-        return next == "table" ? index + (At(tokens, index + 2).text == "if" ? 4 : 2) : index + 1;
-    }
-    if (word == "update" && next != "(" && next != "of") {
-        return index + 1;
-    }
-    return index;
-}
-
-// `SELECT ... FOR UPDATE` locks rows and does not write.
-bool IsForUpdate(const std::vector<Token>& tokens, std::size_t index) {
-    return tokens[index].text == "update" && index > 0 && tokens[index - 1].text == "for";
-}
-
-void CheckBatch(const std::vector<Token>& tokens) {
-    for (std::size_t i = 0; i < tokens.size(); ++i) {
-        const Token& token = tokens[i];
-        if (!token.isWord || IsForUpdate(tokens, i)) {
-            continue;
+    void TakeText(std::string_view quoted) {
+        const char open = quoted.front();
+        if (m_dialect == ProviderKind::PostgreSql && open == '\'' && !m_scanner.HasEscapeMark(m_at) &&
+            m_at > 0 && IsNameByte(m_text[m_at - 1]) && quoted.find('\\') != std::string_view::npos) {
+            Refuse("the query has a text whose beginning is not clear");
         }
-        if (IsOneOf(token.text,
-                    {"grant", "revoke", "deny", "backup", "restore", "bulk", "openrowset", "opendatasource",
-                     "shutdown", "kill", "reconfigure", "dbcc", "xp_cmdshell", "sp_configure"})) {
-            Refuse(token.text);
+        const bool isName = open == '"' || open == '[' || open == '`';
+        const std::string inner(quoted.substr(1, quoted.size() < 2 ? 0 : quoted.size() - 2));
+        m_tokens.push_back({isName ? TokenKind::Name : TokenKind::Text, isName ? LowerAscii(inner) : inner});
+    }
+
+    std::string_view m_text;
+    ProviderKind m_dialect;
+    SqlScanner m_scanner;
+    std::size_t m_at = 0;
+    std::vector<Token> m_tokens;
+};
+
+class Statement {
+ public:
+    explicit Statement(std::vector<Token> tokens) : m_tokens(std::move(tokens)) {}
+
+    // Brackets, and the {?= of a procedure's call, may stand before it.
+    const Token& First() const {
+        static const Token Nothing;
+        for (const Token& token : m_tokens) {
+            if (token.kind != TokenKind::Mark || !IsOneOf(token.text, {"(", "{", "?", "="})) {
+                return token;
+            }
         }
-        const std::size_t target = TargetOf(tokens, i);
-        if (target > i && !IsOwnTable(At(tokens, target))) {
-            Refuse(token.text);
+        return Nothing;
+    }
+
+    void CheckFirst(std::initializer_list<std::string_view> allowed) const {
+        const Token& first = First();
+        if (first.kind == TokenKind::Mark && first.text.empty()) {
+            throw Error("the query is empty");
+        }
+        if (first.kind != TokenKind::Word || !IsOneOf(first.text, allowed)) {
+            Refuse("the query begins with \"" + CleanText(first.text) + "\"");
         }
     }
-}
 
-void CheckStatement(const std::vector<Token>& tokens, ProviderKind dialect) {
-    const auto first = std::find_if(tokens.begin(), tokens.end(), [](const Token& token) {
-        return !IsOneOf(token.text, {"(", "{", "?", "="});  // {? = call name} of ODBC
-    });
-    if (first == tokens.end()) {
-        return;  // the server says what it thinks of an empty query
-    }
-    const bool calls = first->isWord && dialect != ProviderKind::Sqlite && first->text == "call";
-    if (!calls && (!first->isWord || !IsOneOf(first->text, {"select", "with", "values", "table", "show",
-                                                            "describe", "desc", "explain"}))) {
-        Refuse(first->text);
-    }
-    for (std::size_t i = 0; i < tokens.size(); ++i) {
-        const Token& token = tokens[i];
-        const std::string& next = At(tokens, i + 1).text;
-        if (token.isWord &&
-            (token.text == "into" || (token.text == "delete" && next == "from") ||
-             (token.text == "update" && At(tokens, i + 2).text == "set") ||
-             (token.text == "explain" && next == "analyze") || (token.text == "load_file" && next == "("))) {
-            Refuse(token.text);
+    // Of a server that refuses by itself what is missed here.
+    void CheckStatement() const {
+        for (std::size_t i = 0; i < m_tokens.size(); ++i) {
+            if (IsWord(i, {"into"})) {
+                Refuse("the query has the word INTO");
+            }
+            const bool mayBegin =
+                i > 0 && m_tokens[i - 1].kind == TokenKind::Mark && IsOneOf(m_tokens[i - 1].text, {"(", ")"});
+            const bool goesOn = i + 1 < m_tokens.size() && (m_tokens[i + 1].kind == TokenKind::Word ||
+                                                            m_tokens[i + 1].kind == TokenKind::Name);
+            if (mayBegin && goesOn && IsWord(i, {"insert", "update", "delete", "merge", "replace"})) {
+                RefuseWord(i);
+            }
         }
     }
-}
+
+    void CheckBatch() const {
+        for (std::size_t i = 0; i < m_tokens.size(); ++i) {
+            if (IsWord(i, {"grant",          "revoke",     "deny",
+                           "backup",         "restore",    "bulk",
+                           "dbcc",           "shutdown",   "kill",
+                           "reconfigure",    "openrowset", "openquery",
+                           "opendatasource", "writetext",  "updatetext",
+                           "commit",         "rollback",   "implicit_transactions",
+                           "save",           "checkpoint", "setuser",
+                           "trigger",        "dump",       "load"})) {
+                RefuseWord(i);
+            } else if (IsWord(i, {"insert", "update", "delete", "merge", "into", "truncate", "create", "drop",
+                                  "alter"})) {
+                CheckTarget(i);
+            } else if (IsWord(i, {"exec", "execute", "call"})) {
+                CheckCall(i);
+            }
+        }
+    }
+
+ private:
+    bool IsWord(std::size_t at, std::initializer_list<std::string_view> words) const {
+        return at < m_tokens.size() && m_tokens[at].kind == TokenKind::Word &&
+               IsOneOf(m_tokens[at].text, words);
+    }
+    bool IsMark(std::size_t at, std::string_view mark) const {
+        return at < m_tokens.size() && m_tokens[at].kind == TokenKind::Mark && m_tokens[at].text == mark;
+    }
+
+    [[noreturn]] void RefuseWord(std::size_t at) const {
+        std::string word = m_tokens[at].text;
+        std::transform(word.begin(), word.end(), word.begin(),
+                       [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+        Refuse("the query has the word " + word);
+    }
+
+    // Only what ends with the session is written to: #table and @table.
+    void CheckTarget(std::size_t verb) const {
+        std::size_t at = verb + 1;
+        if (IsWord(verb, {"create"}) && IsWord(at, {"index", "unique", "clustered", "nonclustered"})) {
+            while (at < m_tokens.size() && !IsWord(at, {"on"})) {
+                ++at;
+            }
+            ++at;
+        } else if (IsWord(verb, {"create", "drop", "alter", "truncate"})) {
+            at += IsWord(at, {"table"}) ? 1 : m_tokens.size();
+        }
+        while (IsWord(at, {"into", "from", "if", "exists"})) {
+            ++at;
+        }
+        if (at >= m_tokens.size() || IsMark(at + 1, ".") ||
+            (m_tokens[at].kind != TokenKind::Word && m_tokens[at].kind != TokenKind::Name) ||
+            !(m_tokens[at].text.starts_with('#') ||
+              (m_tokens[at].kind == TokenKind::Word && m_tokens[at].text.starts_with('@')))) {
+            RefuseWord(verb);
+        }
+    }
+
+    void CheckCall(std::size_t verb) const {
+        std::size_t at = verb + 1;
+        if (at < m_tokens.size() && m_tokens[at].text.starts_with('@') && IsMark(at + 1, "=")) {
+            at += 2;
+        }
+        std::size_t last = m_tokens.size();
+        for (; at < m_tokens.size(); at += 2) {
+            while (IsMark(at, ".")) {
+                ++at;
+            }
+            if (at >= m_tokens.size() ||
+                (m_tokens[at].kind != TokenKind::Word && m_tokens[at].kind != TokenKind::Name)) {
+                break;
+            }
+            last = at;
+            if (!IsMark(at + 1, ".")) {
+                break;
+            }
+        }
+        if (last == m_tokens.size() || m_tokens[last].text.starts_with('@') || IsWord(last, {"as"})) {
+            Refuse("the query calls something that is no procedure's name");
+        }
+        const std::string& name = m_tokens[last].text;
+        if (name.starts_with("sp_") || name.starts_with("xp_")) {
+            Refuse("the query calls \"" + CleanText(name) + "\", a procedure of the server's own");
+        }
+    }
+
+    std::vector<Token> m_tokens;
+};
 
 }  // namespace
 
 void CheckReads(std::string_view text, ProviderKind dialect) {
-    const std::vector<Token> tokens = TokensOf(text, dialect);
-    if (dialect == ProviderKind::SqlServer) {
-        CheckBatch(tokens);
-    } else {
-        CheckStatement(tokens, dialect);
+    const Statement statement(Tokens(text, dialect).Take());
+    switch (dialect) {
+        case ProviderKind::SqlServer:
+            statement.CheckFirst({"select", "with", "declare", "set", "if", "while", "begin", "exec",
+                                  "execute", "call", "create", "insert", "update", "delete", "drop",
+                                  "truncate", "print", "use"});
+            statement.CheckBatch();
+            return;
+        case ProviderKind::MySql:
+            statement.CheckFirst({"select", "with", "values", "table", "show", "describe", "desc", "call"});
+            break;
+        case ProviderKind::PostgreSql:
+            statement.CheckFirst({"select", "with", "values", "table", "show", "call"});
+            break;
+        default:
+            statement.CheckFirst({"select", "with", "values", "table", "call"});
+            break;
     }
+    statement.CheckStatement();
 }
 
 }  // namespace rdl::data

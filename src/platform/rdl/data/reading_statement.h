@@ -1,5 +1,5 @@
-// Whether a report's own statement only reads. The server's read-only session stands behind this; here it is
-// what no such session holds back: files of either machine, settings, other databases.
+// Whether a report's own query only reads. What a server refuses by itself (a session that is read-only) is
+// the second lock; this one is before anything is sent.
 #pragma once
 
 #include <string_view>
@@ -8,10 +8,13 @@
 
 namespace rdl::data {
 
-// Raises rdl::Error, naming the word, when the statement does not begin with one that reads (SELECT, WITH,
-// VALUES, TABLE, SHOW, DESCRIBE, EXPLAIN) or calls a procedure, or holds one that writes. A batch of SQL
-// Server may also declare, set and branch, and may fill tables of its own (#name, @name). Texts, quoted names
-// and comments do not count; a comment that the server runs (/*! */) is refused.
+// For the text as it goes to the server, by what the server speaks. Raises rdl::Error, "a report only reads:
+// ...", for
+// - a statement that begins with another word than one that reads or calls a procedure,
+// - INTO and data-changing parts of WITH,
+// - what servers read in different ways, and could be hidden so: comments that MySQL runs, a NUL.
+// SQL Server runs batches: there tables whose names begin with # or @ may be made and filled, as they end
+// with the session, and a procedure is called by its name; sp_ and xp_ are the server's own and refused.
 void CheckReads(std::string_view text, ProviderKind dialect);
 
 }  // namespace rdl::data

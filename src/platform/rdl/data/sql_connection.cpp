@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <atomic>
 
+#include "platform/rdl/data/driver_handle.h"
 #include "platform/rdl/data/message.h"
 #include "platform/rdl/data/odbc_connection.h"
 #include "platform/rdl/error.h"
@@ -86,9 +87,7 @@ QString ConnectOptions(const SqlSource& source, const ConnectString& pairs) {
         case ProviderKind::PostgreSql:
             return QStringLiteral("connect_timeout=%1").arg(ConnectSeconds) + PostgresSsl(pairs);
         case ProviderKind::MySql:
-            return QStringLiteral("MYSQL_OPT_CONNECT_TIMEOUT=%1;MYSQL_OPT_LOCAL_INFILE=0")
-                       .arg(ConnectSeconds) +
-                   MySqlSsl(pairs);
+            return QStringLiteral("MYSQL_OPT_CONNECT_TIMEOUT=%1").arg(ConnectSeconds) + MySqlSsl(pairs);
         default:
             return QStringLiteral(
                        "SQL_ATTR_LOGIN_TIMEOUT=%1;SQL_ATTR_CONNECTION_TIMEOUT=%2;"
@@ -164,6 +163,10 @@ void SqlConnection::Connect(const SqlSource& source, const ConnectString& pairs,
         Refuse(address);
     }
     m_watch.KeepAlive();
+    if (source.provider == ProviderKind::MySql && !RestrictMySql(*m_database.driver())) {
+        throw Error(m_place +
+                    " cannot be asked: the driver cannot be told to keep the files of this machine");
+    }
     FindDialect(source.provider);
     ReadOnly(source, pairs);
     if (m_watch.HasExpired()) {

@@ -6,8 +6,8 @@
 #include <chrono>
 #include <optional>
 
+#include "platform/rdl/data/driver_handle.h"
 #include "platform/rdl/data/message.h"
-#include "platform/rdl/data/odbc_time.h"
 #include "platform/rdl/data/reading_statement.h"
 #include "platform/rdl/data/sql_connection.h"
 #include "platform/rdl/data/sql_values.h"
