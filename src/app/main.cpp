@@ -10,7 +10,9 @@
 #include "platform/mail_dialogs/address_book_dialog.h"
 #include "platform/mapi.h"
 #include "platform/process.h"
+#include "platform/program.h"
 #include "platform/qt/application.h"
+#include "platform/qt/messages.h"
 #include "platform/qt/qt_loop.h"
 #include "platform/qt/qt_prompts.h"
 #include "platform/rdl/engine/engine.h"
@@ -19,6 +21,8 @@
 #include "platform/shell/desktop_shell.h"
 
 namespace {
+
+constexpr const char* Advice = "the scheduler (oxc -sched) runs without one";
 
 // An empty argument is written as "", so that a line of such is not empty.
 std::string CommandLine(int argc, char** argv) {
@@ -33,14 +37,16 @@ std::string CommandLine(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    PrepareProgram();
     SetCommand(CommandLine(argc, argv));
     if (!Command().empty()) {
         FallBackToOffscreen();
     } else if (!MayHaveDisplay()) {
         std::cerr << "oxc: the editor needs a display, and neither DISPLAY nor WAYLAND_DISPLAY is set; "
-                     "the scheduler (oxc -sched) runs without one\n";
+                  << Advice << "\n";
         return 1;
     }
+    TakeQtMessages("oxc", Advice);
     // Whatever stands on the command line means the scheduler; Qt takes its options from the environment.
     int qtArgc = 1;
     Application application(qtArgc, argv);

@@ -6,6 +6,8 @@
 #include <new>
 #include <utility>
 
+#include "platform/system_error.h"
+
 namespace {
 
 struct KnownText {
@@ -24,6 +26,7 @@ constexpr std::array KnownTexts{
     KnownText{err::FileExists, "File already exists"},
     KnownText{err::DeviceIo, "Device I/O error"},
     KnownText{err::DiskFull, "Disk full"},
+    KnownText{err::TooManyFiles, "Too many files"},
     KnownText{70, "Permission denied"},
     KnownText{err::PathFileAccess, "Path/File access error"},
     KnownText{err::PathNotFound, "Path not found"},

@@ -7,16 +7,17 @@
 namespace Global {
 
 void EnsureLiveDatabase() {
+    const Scripting::FileSystemObject files;
+    const std::string live = AppPath() + "\\PressroomLive.dat";
     try {
-        const Scripting::FileSystemObject files;
-        const std::string live = AppPath() + "\\PressroomLive.dat";
         if (!files.FileExists(live)) {
             // Another process may make it at the same moment: its file may hold rows already.
             files.GetFile(AppPath() + "\\Pressroom.dat").Copy(live, false);
         }
     } catch (...) {
         const RuntimeError error = CurrentError();
-        if (error.Number() != err::FileExists) {
+        // Only a file is the live one: a folder of its name is an error like any other.
+        if (error.Number() != err::FileExists || !files.FileExists(live)) {
             ShowError(error);
         }
     }

@@ -3,15 +3,20 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
-#include <cstdio>
+#include <cstdlib>
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "platform/paths.h"
+#include "platform/program.h"
 #include "platform/rdl/definition/context.h"
 #include "platform/rdl/engine/engine.h"
 #include "platform/rdl/engine/rdl_report.h"
 #include "platform/regional.h"
+#include "tools/hidden_arguments.h"
 #include "tools/report_arguments.h"
+#include "tools/secret_input.h"
 
 namespace {
 
@@ -70,6 +75,23 @@ report::ParameterField& FindParameter(RdlReport& report, const std::string& name
     throw RuntimeError(err::SubscriptOutOfRange, "The report has no parameter \"" + name + "\"");
 }
 
+std::string PasswordOf(const ReportArguments& arguments) {
+    switch (arguments.passwordSource) {
+        case tools::PasswordSource::StandardInput:
+            return tools::ReadSecret("Password of " + arguments.user + ": ");
+        case tools::PasswordSource::Argument:
+            return arguments.password;
+        default:
+            break;
+    }
+    constexpr const char* Variable = "OXC_REPORT_PASSWORD";
+    if (std::getenv(Variable) == nullptr) {
+        throw tools::UsageError("--user wants a password: --password-stdin or the variable " +
+                                std::string(Variable));
+    }
+    return tools::TakeFromEnvironment(Variable);
+}
+
 void Export(RdlReport& report, const ReportArguments& arguments) {
     for (const auto& [name, value] : arguments.parameters) {
         FindParameter(report, name).AddCurrentValue(value);
@@ -80,8 +102,11 @@ void Export(RdlReport& report, const ReportArguments& arguments) {
     for (const tools::DataSourceArgument& source : arguments.dataSources) {
         report.SetDataSource(source.name, source.provider, source.connectString);
     }
-    for (int n = 1; n <= report.TableCount() && !arguments.user.empty(); ++n) {
-        report.SetTableLogon(n, "", "", arguments.user, arguments.password);
+    if (!arguments.user.empty()) {
+        const std::string password = PasswordOf(arguments);
+        for (int n = 1; n <= report.TableCount(); ++n) {
+            report.SetTableLogon(n, "", "", arguments.user, password);
+        }
     }
     report.SetExportDestination(report::DestinationDisk);
     report.SetExportFormat(arguments.format);
@@ -116,12 +141,15 @@ void Complain(std::string text) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    PrepareProgram();
+    const std::vector<std::string> given(argv + 1, argv + argc);
+    tools::HideSecrets(argc, argv);
     // Qt's own warnings would be further lines.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QCoreApplication application(argc, argv);
     KeepNumbersPlain();
     try {
-        Run(tools::ParseArguments({argv + 1, argv + argc}));
+        Run(tools::ParseArguments(given));
         return 0;
     } catch (const tools::UsageError& error) {
         Complain(std::string(error.what()) + " (oxc-report --help tells more)");

@@ -92,12 +92,22 @@ class Parser {
             m_hasUser = true;
         } else if (option == "--password") {
             m_result.password = ValueOf(option);
-            m_hasPassword = true;
+            TakePasswordFrom(PasswordSource::Argument);
+        } else if (option == "--password-stdin") {
+            TakePasswordFrom(PasswordSource::StandardInput);
         } else if (option == "--data-source") {
             m_result.dataSources.push_back(DataSourceOf(ValueOf(option)));
         } else {
             throw UsageError("there is no option \"" + option + "\"");
         }
+    }
+
+    void TakePasswordFrom(PasswordSource source) {
+        if (m_hasPassword && source != m_result.passwordSource) {
+            throw UsageError("--password and --password-stdin exclude each other");
+        }
+        m_result.passwordSource = source;
+        m_hasPassword = true;
     }
 
     const std::string& ValueOf(const std::string& option) {
@@ -120,8 +130,8 @@ class Parser {
         if (m_result.output.empty()) {
             throw UsageError("no output file is given (-o)");
         }
-        if (m_hasUser != m_hasPassword) {
-            throw UsageError("--user and --password go together");
+        if (m_hasPassword && !m_hasUser) {
+            throw UsageError("a password without --user");
         }
     }
 
@@ -136,7 +146,12 @@ class Parser {
 const char* const Usage =
     "oxc-report info FILE\n"
     "oxc-report export FILE -f pdf|rtf|xls|html|doc -o OUT [-p NAME=VALUE]... [--formula TEXT]\n"
-    "           [--user U --password P] [--data-source NAME=PROVIDER;CONNECT STRING]...\n";
+    "           [--user U [--password-stdin | --password P]] [--data-source NAME=PROVIDER;CONNECT "
+    "STRING]...\n"
+    "The password that belongs to --user is read from standard input (--password-stdin) or from the "
+    "variable\n"
+    "OXC_REPORT_PASSWORD. What stands on the command line itself is seen in lists of processes for a "
+    "moment.\n";
 
 ReportArguments ParseArguments(const std::vector<std::string>& arguments) {
     return Parser(arguments).Parse();

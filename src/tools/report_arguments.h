@@ -14,6 +14,9 @@ struct DataSourceArgument {
     std::string name, provider, connectString;
 };
 
+// Where the password that belongs to --user is read from.
+enum class PasswordSource { Argument, StandardInput, Environment };
+
 struct ReportArguments {
     Command command = Command::Help;
     std::string file;
@@ -22,7 +25,9 @@ struct ReportArguments {
     std::vector<std::pair<std::string, std::string>> parameters;  // in the order given; a name may come again
     bool hasFormula = false;
     std::string formula;
-    std::string user, password;
+    std::string user;
+    PasswordSource passwordSource = PasswordSource::Environment;
+    std::string password;  // when it is an argument
     std::vector<DataSourceArgument> dataSources;
 };
 

@@ -22,23 +22,6 @@ TEST(SettingsAccess, ValueOfAnotherTypeReadsAsTheDefault) {
     EXPECT_EQ(ShellMod::ReadSetting(Root, Key, "Poll", "15"), "15");
 }
 
-TEST(SettingsAccess, EveryValueReadsAsItsDefaultWithoutAKeyAndWithAnotherType) {
-    fakes::FakeRegistry registry;
-    const std::pair<const char*, const char*> defaults[] = {
-        {"FirstRun", "True"}, {"Poll", "15"},  {"Path", ""},  {"Output", "Z:\\app\\Output\\"},
-        {"AlertWho", ""},     {"CRWPath", ""}, {"View", "0"}, {"DefPath", "Z:\\app"},
-    };
-    for (const auto& [name, text] : defaults) {
-        EXPECT_EQ(ShellMod::ReadSetting(Root, Key, name, text), text) << name;
-    }
-    EXPECT_TRUE(registry.keys.empty());
-    for (const auto& [name, text] : defaults) {
-        registry.keys[Key][name] = {4, std::string("\x01\0\0\0", 4)};
-        EXPECT_EQ(ShellMod::ReadSetting(Root, Key, name, text), text) << name;
-    }
-    EXPECT_TRUE(registry.writes.empty());
-}
-
 TEST(SettingsAccess, TextIsCutAtItsFirstZero) {
     fakes::FakeRegistry registry;
     registry.keys[Key]["Poll"] = {REG_SZ, std::string("30\0junk", 7)};

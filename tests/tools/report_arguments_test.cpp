@@ -25,6 +25,17 @@ TEST(ReportArguments, ExportTakesEveryOption) {
     EXPECT_EQ(arguments.dataSources[0].connectString, "Data Source=/x.db;Mode=ro");
 }
 
+TEST(ReportArguments, PasswordComesFromTheArgumentTheInputOrTheEnvironment) {
+    const auto sourceOf = [](const std::vector<std::string>& options) {
+        std::vector<std::string> arguments{"export", "a.rpt", "-f", "pdf", "-o", "x", "--user", "ann"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return ParseArguments(arguments).passwordSource;
+    };
+    EXPECT_EQ(sourceOf({"--password", "p"}), PasswordSource::Argument);
+    EXPECT_EQ(sourceOf({"--password-stdin"}), PasswordSource::StandardInput);
+    EXPECT_EQ(sourceOf({}), PasswordSource::Environment);
+}
+
 TEST(ReportArguments, FileMayBeginWithAHyphenBehindTwo) {
     EXPECT_EQ(ParseArguments({"info", "--", "-f"}).file, "-f");
 }
@@ -42,7 +53,9 @@ TEST(ReportArguments, WhatMakesNoSenseIsAUsageError) {
         {"export", "a.rpt", "-f", "docx", "-o", "x"},
         {"export", "a.rpt", "-f", "pdf", "-o"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "-p", "novalue"},
-        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--user", "ann"},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--password", "p"},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--password-stdin"},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--user", "ann", "--password", "p", "--password-stdin"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--data-source", "db=SQLITE"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--colour"},
     };

@@ -16,6 +16,7 @@
 #include "platform/mail/transport.h"
 #include "platform/paths.h"
 #include "platform/runtime.h"
+#include "platform/system_error.h"
 
 namespace mailer {
 namespace {
@@ -85,10 +86,11 @@ class AttachmentList : public MAPI::Attachments {
         const std::filesystem::path path = paths::ToMachine(source);
         OutgoingAttachment attachment{source, path.filename().string(), OpenRegularFile(path), 0};
         if (attachment.file.Get() < 0) {
-            const bool missing = errno == ENOENT || errno == ENOTDIR;
-            throw RuntimeError(missing ? err::FileNotFound : err::PathFileAccess,
+            const int code = errno;
+            const bool missing = code == ENOENT || code == ENOTDIR;
+            throw RuntimeError(missing ? err::FileNotFound : NumberOfSystemError(code, err::PathFileAccess),
                                "The attachment \"" + Shown(paths::ForUser(source)) + "\" " +
-                                   (missing ? "is missing" : "cannot be read"));
+                                   (missing ? "is missing" : "cannot be read: " + SystemErrorText(code)));
         }
         struct stat status {};
         fstat(attachment.file.Get(), &status);

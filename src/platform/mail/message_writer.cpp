@@ -16,6 +16,7 @@
 #include "platform/mail/message_id.h"
 #include "platform/paths.h"
 #include "platform/runtime.h"
+#include "platform/system_error.h"
 
 namespace mailer {
 namespace {
@@ -236,7 +237,7 @@ int WriteMessage(const OutgoingMail& mail, int file, LineEnds ends) {
                          g_mime_object_write_to_stream(content.get(), nullptr, target.get()) >= 0 &&
                          g_mime_stream_flush(target.get()) == 0;
     const int code = errno;
-    if (!written && (code == ENOSPC || code == EDQUOT || code == EFBIG)) {
+    if (!written && IsDiskFull(code)) {
         return code;
     }
     for (const OutgoingAttachment& attachment : mail.attachments) {

@@ -1,7 +1,6 @@
 #include "platform/mail/outbox_transport.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,14 +9,15 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <ctime>
-#include <map>
 #include <string>
+#include <utility>
 
 #include "platform/mail/message_writer.h"
 #include "platform/mail/unique_fd.h"
+#include "platform/posix/held_name.h"
 #include "platform/runtime.h"
+#include "platform/system_error.h"
 
 namespace mailer {
 namespace {
@@ -25,14 +25,13 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* UnfinishedPrefix = ".oxc-";
-constexpr const char* UnfinishedSuffix = ".part";
 
 [[noreturn]] void Raise(const fs::path& folder, int code) {
-    const bool full = code == ENOSPC || code == EDQUOT || code == EFBIG;
-    throw RuntimeError(full ? err::MailboxFull : err::PathFileAccess,
+    const bool full = IsDiskFull(code);
+    throw RuntimeError(full ? err::MailboxFull : NumberOfSystemError(code, err::PathFileAccess),
                        (full ? "The outbox \"" + folder.string() + "\" is full: "
                              : "The outbox \"" + folder.string() + "\" cannot be written: ") +
-                           std::strerror(code));
+                           SystemErrorText(code));
 }
 
 void MakeFolder(const fs::path& folder) {
@@ -79,47 +78,16 @@ std::string UniqueStem() {
     return text.data();
 }
 
-// A writer holds a lock on its unfinished file until it has its final name, so a free one has no writer.
-void RemoveUnfinished(int folder, const fs::path& path) {
-    std::error_code error;
-    for (fs::directory_iterator entry(path, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string name = entry->path().filename();
-        if (!name.starts_with(UnfinishedPrefix) || !name.ends_with(UnfinishedSuffix)) {
-            continue;
-        }
-        const UniqueFd file(openat(folder, name.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-        if (file.Get() >= 0 && flock(file.Get(), LOCK_EX | LOCK_NB) == 0) {
-            unlinkat(folder, name.c_str(), 0);
-        }
-    }
-}
-
-// Leftovers are rare and folders may be large: each is searched at its first message, and then now and then.
-bool IsSearchDue(const fs::path& folder) {
-    using namespace std::chrono;
-    static std::map<fs::path, steady_clock::time_point> searched;
-    constexpr hours Pause{6};
-    const auto [place, isNew] = searched.try_emplace(folder, steady_clock::now());
-    if (isNew || steady_clock::now() - place->second < Pause) {
-        return isNew;
-    }
-    place->second = steady_clock::now();
-    return true;
-}
-
 // The file of a message that is being written; removed unless it is published.
 class UnfinishedFile {
  public:
-    UnfinishedFile(int folder, const std::string& stem)
-        : m_folder(folder), m_name(UnfinishedPrefix + stem + UnfinishedSuffix) {
-        // Between making and locking it another process may take it for a left one: then it is made anew.
-        struct stat status {};
-        do {
-            m_file = UniqueFd(openat(folder, m_name.c_str(),
-                                     O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
-        } while (m_file.Get() >= 0 && flock(m_file.Get(), LOCK_EX) == 0 &&
-                 fstat(m_file.Get(), &status) == 0 && status.st_nlink == 0);
-        m_code = m_file.Get() < 0 ? errno : 0;
+    explicit UnfinishedFile(int folder) : m_folder(folder) {
+        HeldName held = MakeHeldFile(folder, UnfinishedPrefix, S_IRUSR | S_IWUSR);
+        m_file = UniqueFd(held.handle);
+        m_code = held.code;
+        if (m_code == 0) {
+            m_name = std::move(held.name);
+        }
     }
     ~UnfinishedFile() {
         if (!m_name.empty()) {
@@ -158,7 +126,7 @@ class UnfinishedFile {
 
 void OutboxTransport::CheckWritable() const {
     const UniqueFd folder = OpenFolder(m_folder);
-    const UnfinishedFile file(folder.Get(), UniqueStem());
+    const UnfinishedFile file(folder.Get());
     if (file.Code() != 0) {
         Raise(m_folder, file.Code());
     }
@@ -166,17 +134,14 @@ void OutboxTransport::CheckWritable() const {
 
 Refusals OutboxTransport::Deliver(const OutgoingMail& mail) {
     const UniqueFd folder = OpenFolder(m_folder);
-    if (IsSearchDue(m_folder)) {
-        RemoveUnfinished(folder.Get(), m_folder);
-    }
-    const std::string stem = UniqueStem();
-    UnfinishedFile file(folder.Get(), stem);
+    RemoveLeftovers(m_folder, UnfinishedPrefix);
+    UnfinishedFile file(folder.Get());
     int code = file.Code();
     if (code == 0) {
         code = WriteMessage(mail, file.Get(), LineEnds::CrLf);
     }
     if (code == 0) {
-        code = file.Publish(stem + ".eml");
+        code = file.Publish(UniqueStem() + ".eml");
     }
     if (code != 0) {
         Raise(m_folder, code);

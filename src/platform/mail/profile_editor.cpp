@@ -70,9 +70,13 @@ MailProfile ProfileEditor::Profile() const {
 
 void ProfileEditor::Save() {
     Profile();
-    // An older folder may have been made by hand. When it is somebody else's, the file's own mode must do.
+    // A folder made by hand may be open to all; one that is shared with a group by intent stays so. When it
+    // is somebody else's, the file's own mode must do.
     std::error_code ignored;
-    fs::permissions(m_file.parent_path(), fs::perms::owner_all, ignored);
+    const fs::path folder = m_file.parent_path();
+    if ((fs::status(folder, ignored).permissions() & fs::perms::others_all) != fs::perms::none) {
+        fs::permissions(folder, fs::perms::owner_all, ignored);
+    }
     AtomicFile file(m_file);
     file.Write(m_text.Text());
     file.Commit();

@@ -6,13 +6,15 @@
 
 #include <array>
 #include <cerrno>
-#include <charconv>
-#include <csignal>
+#include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <system_error>
+#include <utility>
 
+#include "platform/posix/file_access.h"
+#include "platform/posix/held_name.h"
 #include "platform/runtime.h"
+#include "platform/system_error.h"
 
 namespace {
 
@@ -23,41 +25,54 @@ std::int32_t NumberOf(int code) {
         case ENOENT:
         case ENOTDIR:
             return err::PathNotFound;
-        case ENOSPC:
-        case EDQUOT:
-        case EFBIG:
-            return err::DiskFull;
         case EEXIST:
             return err::FileExists;
         default:
-            return err::PathFileAccess;
+            return NumberOfSystemError(code, err::PathFileAccess);
     }
 }
 
 [[noreturn]] void RaiseFor(std::int32_t number, const fs::path& path, int code) {
-    std::string text = RuntimeError(number).Description() + ": \"" + path.string() + "\"";
-    if (number == err::PathFileAccess && code != 0) {
-        text += ", " + std::generic_category().message(code);
-    }
-    throw RuntimeError(number, text);
+    const bool isTold = number != err::PathFileAccess && number != err::TooManyFiles;
+    throw RuntimeError(number, RuntimeError(number).Description() + ": \"" + path.string() + "\"" +
+                                   (isTold || code == 0 ? "" : ", " + SystemErrorText(code)));
 }
 
-// A rename is lost in a power cut until its folder is on the disk too.
-void SyncFolder(const fs::path& folder) {
-    const int handle = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (handle >= 0) {
-        fsync(handle);
-        close(handle);
-    }
+fs::path FolderOf(const fs::path& file) {
+    return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
+
+// -1 and errno when there is none. Files can be made in a folder that may be written but not read.
+int OpenFolder(const fs::path& folder) {
+    constexpr int Flags = O_DIRECTORY | O_CLOEXEC;
+    const int handle = open(folder.c_str(), O_RDONLY | Flags);
+    return handle < 0 && errno == EACCES ? open(folder.c_str(), O_PATH | Flags) : handle;
+}
+
+// Whoever makes or replaces a database in the folder holds it: nobody's log is taken for a former one's.
+class FolderLock {
+ public:
+    explicit FolderLock(const fs::path& folder) : m_handle(OpenFolder(folder)) {
+        // A file system without locks is no reason to have no database.
+        WaitForLock(m_handle, std::chrono::seconds(10));
+    }
+    ~FolderLock() { close(m_handle); }
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
+
+ private:
+    int m_handle;
+};
 
 class OpenSource {
  public:
     explicit OpenSource(const fs::path& path)
         : m_path(path), m_file(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
         if (m_file < 0) {
-            RaiseFor(errno == ENOENT || errno == ENOTDIR ? err::FileNotFound : err::PathFileAccess, path,
-                     errno);
+            const int code = errno;
+            RaiseFor(code == ENOENT || code == ENOTDIR ? err::FileNotFound
+                                                       : NumberOfSystemError(code, err::PathFileAccess),
+                     path, code);
         }
     }
     ~OpenSource() { close(m_file); }
@@ -90,29 +105,7 @@ void RemoveLogsOfFormerDatabase(const fs::path& target) {
     fs::remove(target.string() + "-shm", ignored);
 }
 
-// Temporary names: the mark, the process and some letters. They are short, so that any name that the file
-// system takes can be made, and tell who is writing.
 constexpr std::string_view TemporaryMark = ".oxc-part-";
-
-bool IsOfDeadProcess(const std::string& name) {
-    if (name.compare(0, TemporaryMark.size(), TemporaryMark) != 0) {
-        return false;
-    }
-    pid_t process = 0;
-    const char* const begin = name.data() + TemporaryMark.size();
-    const auto read = std::from_chars(begin, name.data() + name.size(), process);
-    return read.ec == std::errc() && process > 0 && kill(process, 0) != 0 && errno == ESRCH;
-}
-
-void RemoveLeftovers(const fs::path& folder) {
-    std::error_code ignored;
-    for (fs::directory_iterator entry(folder.empty() ? "." : folder, ignored), end; !ignored && entry != end;
-         entry.increment(ignored)) {
-        if (IsOfDeadProcess(entry->path().filename().string())) {
-            fs::remove(entry->path(), ignored);
-        }
-    }
-}
 
 fs::path BehindLinks(fs::path target) {
     std::error_code error;
@@ -132,26 +125,47 @@ bool IsDeviceOrPipe(const fs::path& target) {
 
 }  // namespace
 
-AtomicFile::AtomicFile(fs::path target, IfThere ifThere) : m_target(std::move(target)), m_ifThere(ifThere) {
-    if (IsDeviceOrPipe(m_target)) {
-        m_file = open(m_target.c_str(), O_WRONLY | O_CLOEXEC);
+AtomicFile::AtomicFile(fs::path target, IfThere ifThere, Readers readers)
+    : m_target(std::move(target)), m_ifThere(ifThere), m_readers(readers) {
+    if (!IsDeviceOrPipe(m_target)) {
+        MakeTemporary();
+    } else if (m_ifThere == IfThere::Fail) {
+        Raise(EEXIST);
     } else {
-        m_target = BehindLinks(std::move(m_target));
-        const fs::path folder = m_target.parent_path();
-        RemoveLeftovers(folder);
-        m_temporary = (folder / (std::string(TemporaryMark) + std::to_string(getpid()) + "-XXXXXX")).string();
-        m_file = mkostemp(m_temporary.data(), O_CLOEXEC);
-    }
-    if (m_file < 0) {
-        Raise(errno);
+        m_file = open(m_target.c_str(), O_WRONLY | O_CLOEXEC);
+        if (m_file < 0) {
+            Raise(errno);
+        }
     }
 }
 
+void AtomicFile::MakeTemporary() {
+    m_target = BehindLinks(std::move(m_target));
+    const fs::path folder = FolderOf(m_target);
+    RemoveLeftovers(folder, TemporaryMark);
+    m_folder = OpenFolder(folder);
+    if (m_folder < 0) {
+        Raise(errno);
+    }
+    // The bytes that take the place of a file are no more readable than that is, from the first one on.
+    std::error_code ignored;
+    const bool isForAll = m_readers == Readers::Mask && !fs::exists(m_target, ignored);
+    const HeldName held = MakeHeldFile(m_folder, TemporaryMark, isForAll ? 0666 : 0600);
+    if (held.handle < 0) {
+        close(m_folder);
+        Raise(held.code);
+    }
+    m_temporary = held.name;
+    m_file = held.handle;
+}
+
 AtomicFile::~AtomicFile() {
-    if (m_file >= 0) {
-        close(m_file);
-        if (!m_temporary.empty()) {
-            unlink(m_temporary.c_str());
+    if (m_file >= 0 && !m_temporary.empty()) {
+        unlinkat(m_folder, m_temporary.c_str(), 0);
+    }
+    for (const int handle : {m_file, m_folder}) {
+        if (handle >= 0) {
+            close(handle);
         }
     }
 }
@@ -170,14 +184,31 @@ void AtomicFile::Write(std::string_view bytes) {
     }
 }
 
+// 0, or -1 and errno.
+int AtomicFile::GiveName() const {
+    const char* const temporary = m_temporary.c_str();
+    if (m_ifThere == IfThere::Replace) {
+        return renameat(m_folder, temporary, AT_FDCWD, m_target.c_str());
+    }
+    const int result = renameat2(m_folder, temporary, AT_FDCWD, m_target.c_str(), RENAME_NOREPLACE);
+    if (result == 0 || (errno != EINVAL && errno != ENOSYS)) {
+        return result;
+    }
+    // Some file systems of networks can only be asked in two steps.
+    return linkat(m_folder, temporary, AT_FDCWD, m_target.c_str(), 0) == 0 ? unlinkat(m_folder, temporary, 0)
+                                                                           : -1;
+}
+
 void AtomicFile::Commit() {
     if (!m_temporary.empty()) {
-        const unsigned flags = m_ifThere == IfThere::Fail ? RENAME_NOREPLACE : 0;
-        if (fsync(m_file) != 0 ||
-            renameat2(AT_FDCWD, m_temporary.c_str(), AT_FDCWD, m_target.c_str(), flags) != 0) {
+        if (m_ifThere == IfThere::Replace) {
+            TakeAccessOver(m_file, m_target, m_readers == Readers::Owner);
+        }
+        if (fsync(m_file) != 0 || GiveName() != 0) {
             Raise(errno);
         }
-        SyncFolder(m_target.parent_path());
+        // A rename is lost in a power cut until its folder is on the disk too.
+        fsync(m_folder);
     }
     close(m_file);
     m_file = -1;
@@ -198,8 +229,13 @@ void CopyFileWhole(const fs::path& source, const fs::path& target, AtomicFile::I
         isStart = false;
         copy.Write(bytes);
     }
-    if (isDatabase && !fs::exists(target, ignored)) {
-        RemoveLogsOfFormerDatabase(target);
+    if (!isDatabase) {
+        return copy.Commit();
+    }
+    const fs::path place = BehindLinks(target);
+    const FolderLock lock(FolderOf(place));
+    if (!fs::exists(place, ignored)) {
+        RemoveLogsOfFormerDatabase(place);
     }
     copy.Commit();
 }

@@ -4,12 +4,18 @@
 
 namespace {
 
+// The machine's zone may have been changed since the last call.
+void ReadLocal(std::time_t moment, std::tm& local) {
+    tzset();
+    localtime_r(&moment, &local);
+}
+
 class MachineClock : public Clock {
  public:
     DateValue Now() const override {
         const std::time_t now = std::time(nullptr);
         std::tm local{};
-        localtime_r(&now, &local);
+        ReadLocal(now, local);
         const DateValue day = DateSerial(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
         return DateValue::FromSeconds(day.Seconds() +
                                       TimeSerial(local.tm_hour, local.tm_min, local.tm_sec).Seconds());
@@ -30,9 +36,8 @@ const Clock*& Current() {
 }  // namespace
 
 ZonedMoment InMachineZone(std::int64_t seconds) {
-    const std::time_t moment = seconds;
     std::tm local{};
-    localtime_r(&moment, &local);
+    ReadLocal(seconds, local);
     return {seconds, static_cast<int>(local.tm_gmtoff)};
 }
 

@@ -1,15 +1,20 @@
 #include "platform/qt/application.h"
 
 #include <unistd.h>
+
 #include <csignal>
+#include <optional>
 
 #include "platform/process.h"
 #include "platform/prompts.h"
+#include "platform/qt/messages.h"
 #include "platform/regional.h"
 
 namespace {
 
-bool platformChosen = false;  // by FallBackToOffscreen, not by the user
+constexpr const char* PlatformVariable = "QT_QPA_PLATFORM";
+// What the user had set (perhaps nothing, which is empty) when FallBackToOffscreen put its choice there.
+std::optional<QByteArray> formerPlatform;
 
 bool IsSet(const char* name) {
     return !qEnvironmentVariableIsEmpty(name);
@@ -24,10 +29,13 @@ void EndNow(int /*signal*/) {
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     KeepNumbersPlain();
     // Made for this process alone: an editor that it starts must show its windows.
-    if (platformChosen) {
-        qunsetenv("QT_QPA_PLATFORM");
-        platformChosen = false;
+    if (formerPlatform && formerPlatform->isEmpty()) {
+        qunsetenv(PlatformVariable);
+    } else if (formerPlatform) {
+        qputenv(PlatformVariable, *formerPlatform);
     }
+    formerPlatform.reset();
+    DisplayHasAnswered();
     setApplicationName(AppTitle);
     setQuitOnLastWindowClosed(false);
 }
@@ -48,7 +56,7 @@ void EndByRuntimeError(const RuntimeError& error) {
 }
 
 bool MayHaveDisplay() {
-    return IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY") || IsSet("QT_QPA_PLATFORM");
+    return IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY") || IsSet(PlatformVariable);
 }
 
 bool HasDisplay() {
@@ -57,20 +65,16 @@ bool HasDisplay() {
 }
 
 void FallBackToOffscreen() {
-    if (IsSet("QT_QPA_PLATFORM")) {
-        return;
+    const QByteArray former = qgetenv(PlatformVariable);
+    QByteArray chosen = former;
+    if (former.isEmpty()) {
+        chosen = IsSet("WAYLAND_DISPLAY") ? "wayland;xcb" : IsSet("DISPLAY") ? "xcb" : "";
     }
-    platformChosen = true;
-    if (IsSet("WAYLAND_DISPLAY")) {
-        qputenv("QT_QPA_PLATFORM", "wayland;xcb;offscreen");
-    } else {
-        qputenv("QT_QPA_PLATFORM", IsSet("DISPLAY") ? "xcb;offscreen" : "offscreen");
-    }
+    formerPlatform = former;
+    qputenv(PlatformVariable, chosen.isEmpty() ? "offscreen" : chosen + ";offscreen");
 }
 
 void EndOnSignals() {
-    // A reader of the messages that has gone must not take the process with it.
-    std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGTERM, EndNow);
     std::signal(SIGINT, EndNow);
 }

@@ -105,7 +105,11 @@ std::string DesktopExec(std::string_view commandLine, const fs::path& ownProgram
     }
     const bool isOwn = SameLetters(FileName(pieces.front()), "oxc.exe");
     pieces.front() = isOwn ? ownProgram.string() : paths::ToMachine(pieces.front()).string();
-    std::string exec;
+    // The desktop looks for the program under the name as it is written, where % stands twice, and takes = in
+    // it for no program's name: the shell is found, and starts the rest.
+    std::string exec = pieces.front().find_first_of("%=") == std::string::npos
+                           ? ""
+                           : "sh -c " + QuotedForEntry("exec \"$0\" \"$@\"");
     for (const std::string& piece : pieces) {
         exec += (exec.empty() ? "" : " ") + QuotedForEntry(piece);
     }

@@ -7,7 +7,7 @@
 
 // The Exec line of a desktop entry for a command line of the system: a program (in double quotes if its path
 // holds blanks) and its arguments. The system's own program, oxc.exe, becomes `ownProgram`; any other path is
-// translated.
+// translated. A program with % or = in its path is started through sh, as desktops find it by no other way.
 std::string DesktopExec(std::string_view commandLine, const std::filesystem::path& ownProgram);
 
 // "env OXC_HOME=<folder> " when the command line names oxc.exe in a folder that `ownProgram` would not take

@@ -42,7 +42,7 @@ void CloseAllBut(int kept) {
 }
 
 void ResetSignals() {
-    for (const int number : {SIGPIPE, SIGTERM, SIGINT, SIGHUP, SIGCHLD}) {
+    for (const int number : {SIGPIPE, SIGXFSZ, SIGTERM, SIGINT, SIGHUP, SIGCHLD}) {
         signal(number, SIG_DFL);
     }
     sigset_t none;

@@ -1,5 +1,7 @@
 #include "platform/sqlite/connection_string.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 
 #include "platform/letters.h"
@@ -12,12 +14,37 @@ std::string_view Trimmed(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
+// Whether a value may end before this text. The names of folders hold semicolons, too: only the keys that
+// the system's own strings have begin another piece.
+bool IsNextPiece(std::string_view text) {
+    const std::size_t start = text.find_first_not_of("; \t");
+    if (start == std::string_view::npos) {
+        return true;
+    }
+    text.remove_prefix(start);
+    const std::size_t sign = text.find('=');
+    const std::string_view name = Trimmed(text.substr(0, sign));
+    constexpr std::array<std::string_view, 3> Keys{"Provider", "Data Source", "Persist Security Info"};
+    return sign != std::string_view::npos &&
+           std::any_of(Keys.begin(), Keys.end(),
+                       [name](std::string_view key) { return SameLetters(name, key); });
+}
+
+// Up to the semicolon that ends it.
+std::string_view PlainValue(std::string_view text) {
+    std::size_t end = text.find(';');
+    while (end != std::string_view::npos && !IsNextPiece(text.substr(end))) {
+        end = text.find(';', end + 1);
+    }
+    return text.substr(0, end);
+}
+
 // Takes the value at the front of the text off it, up to the semicolon.
 std::string TakeValue(std::string_view& text) {
     const std::size_t start = text.find_first_not_of(" \t");
     const char mark = start == std::string_view::npos ? '\0' : text[start];
     if (mark != '"' && mark != '\'') {
-        const std::string_view plain = text.substr(0, text.find(';'));
+        const std::string_view plain = PlainValue(text);
         text.remove_prefix(plain.size());
         return std::string(Trimmed(plain));
     }

@@ -8,6 +8,7 @@
 
 #include "platform/paths.h"
 #include "platform/runtime.h"
+#include "platform/system_error.h"
 
 namespace {
 
@@ -44,26 +45,24 @@ bool IsOnReadOnlyFileSystem(const std::string& file) {
 // What is wrong with the machine and not with the file: raised by what the system said, if it is one of
 // these.
 void RaiseLack(int systemCode, const std::string& quoted) {
-    switch (systemCode) {
-        case EMFILE:
-        case ENFILE:
-            throw RuntimeError(TooManyFiles,
-                               "Too many open files: the data file " + quoted + " cannot be opened");
-        case ENOMEM:
-            throw RuntimeError(err::OutOfMemory);
-        case EROFS:
-            throw RuntimeError(err::DataReadOnly, "The data file " + quoted +
-                                                      " is write-protected; its file system is read-only");
+    if (systemCode == EROFS) {
+        throw RuntimeError(err::DataReadOnly,
+                           "The data file " + quoted + " is write-protected; its file system is read-only");
+    }
+    switch (const std::int32_t number = NumberOfSystemError(systemCode, 0)) {
+        case 0:
+            return;
+        case err::DiskFull:
+            throw RuntimeError(number, "The disk is full: the data file " + quoted + " cannot be written");
+        case err::TooManyFiles:
+            throw RuntimeError(number, "Too many open files: the data file " + quoted + " cannot be opened");
         default:
-            break;
+            throw RuntimeError(number);
     }
 }
 
 [[noreturn]] void RaiseInputOutputError(int extended, int systemCode, const std::string& message,
                                         const std::string& quoted) {
-    if (systemCode == ENOSPC || systemCode == EDQUOT) {
-        throw RuntimeError(err::DiskFull, "The disk is full: the data file " + quoted + " cannot be written");
-    }
     if (extended == SQLITE_IOERR_NOMEM) {
         throw RuntimeError(err::OutOfMemory);
     }

@@ -1,13 +1,10 @@
 // SQLite's failures as the numbered errors of the data layer.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
 struct sqlite3;
-
-inline constexpr std::int32_t TooManyFiles = 67;  // the process or the machine has no descriptor left
 
 // Raises the error for a result code of SQLite on `handle` (which may be nullptr). `file` is the data file as
 // the system writes paths, `waited` how many seconds a busy file is waited for.

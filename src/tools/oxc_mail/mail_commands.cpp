@@ -8,7 +8,7 @@
 #include "platform/mail/mail_errors.h"
 #include "platform/mail/profile_editor.h"
 #include "tools/oxc_mail/alert_setting.h"
-#include "tools/oxc_mail/secret_input.h"
+#include "tools/secret_input.h"
 
 namespace tools {
 namespace {

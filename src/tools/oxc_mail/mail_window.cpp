@@ -1,30 +1,21 @@
 #include "tools/oxc_mail/mail_window.h"
 
+#include <string>
+
 #include "platform/qt/application.h"
+#include "platform/qt/messages.h"
 #include "platform/qt/qt_prompts.h"
 #include "tools/oxc_mail/mail_dialog.h"
 
 namespace tools {
-namespace {
-
-[[noreturn]] void RefuseWithoutDisplay() {
-    throw RuntimeError(err::DeviceIo,
-                       "The window needs a display; oxc-mail --help tells the commands, which need none");
-}
-
-}  // namespace
 
 int ShowMailWindow(int argc, char** argv) {
+    const std::string advice = "oxc-mail --help tells the commands, which need none";
     if (!MayHaveDisplay()) {
-        RefuseWithoutDisplay();
+        throw RuntimeError(err::DeviceIo, "The window needs a display; " + advice);
     }
-    // A display that does not answer must not end the process by force.
-    const bool isPlatformChosen = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-    FallBackToOffscreen();
+    TakeQtMessages("oxc-mail", advice);
     Application application(argc, argv);
-    if (!HasDisplay() && !isPlatformChosen) {
-        RefuseWithoutDisplay();
-    }
     QtPrompts prompts;
     SetPrompts(&prompts);
     MailDialog dialog;

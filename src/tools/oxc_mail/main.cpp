@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "platform/mail/ascii.h"
+#include "platform/program.h"
 #include "platform/regfile/registry_file.h"
 #include "platform/runtime.h"
 #include "tools/oxc_mail/mail_commands.h"
@@ -17,6 +18,7 @@ void Complain(const std::string& text) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    PrepareProgram();
     try {
         SetRegistry(&SettingsFile());
         const tools::MailArguments arguments = tools::ParseMailArguments({argv + 1, argv + argc});

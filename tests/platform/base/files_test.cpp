@@ -2,16 +2,18 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdlib>
 #include <iterator>
 #include <string>
 
 #include "platform/paths.h"
+#include "platform/posix/atomic_file.h"
+#include "platform/program.h"
 #include "support/raises.h"
 #include "support/temporary_folder.h"
 
@@ -24,6 +26,11 @@ class Files : public testing::Test {
     std::string Name(const std::string& name) const { return paths::FromMachine(m_folder / name); }
     void Copy(const std::string& from, const std::string& to) const {
         Scripting::FileSystemObject().GetFile(Name(from)).Copy(Name(to));
+    }
+    unsigned Mode(const std::string& name) const {
+        struct stat status {};
+        EXPECT_EQ(stat((m_folder / name).c_str(), &status), 0);
+        return status.st_mode & 0777;
     }
     std::size_t Entries() const {
         return static_cast<std::size_t>(std::distance(fs::directory_iterator(m_folder.Path()), {}));
@@ -56,10 +63,17 @@ TEST_F(Files, CopyReplacesAndIsForItsOwnerOnly) {
     WriteBytes(m_folder / "b", "old");
     Copy("a", "b");
     EXPECT_EQ(ReadBytes(m_folder / "b"), bytes);
-    struct stat status {};
-    ASSERT_EQ(stat((m_folder / "b").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0600U);
+    EXPECT_EQ(Mode("b"), 0600U);
     EXPECT_EQ(Entries(), 2U);
+}
+
+TEST_F(Files, CopyKeepsWhatTheFormerFileGaveItsGroup) {
+    WriteBytes(m_folder / "a", "new");
+    WriteBytes(m_folder / "b", "old");
+    ASSERT_EQ(chmod((m_folder / "b").c_str(), 0640), 0);
+    Copy("a", "b");
+    EXPECT_EQ(ReadBytes(m_folder / "b"), "new");
+    EXPECT_EQ(Mode("b"), 0640U);
 }
 
 TEST_F(Files, CopyIntoAMissingFolderIsPathNotFound) {
@@ -75,11 +89,23 @@ TEST_F(Files, CopyThatFailsLeavesNothingBehind) {
     EXPECT_EQ(Entries(), 2U);
 }
 
+TEST_F(Files, TooManyOpenFilesAreNotAMissingFile) {
+    WriteBytes(m_folder / "a", "x");
+    const auto copyWithoutFreeHandles = [this] {
+        const rlimit few{3, 3};
+        setrlimit(RLIMIT_NOFILE, &few);
+        const std::string said = DescriptionRaisedBy([this] { Copy("a", "b"); });
+        const std::string start = "Too many files: \"" + (m_folder / "a").string() + "\"";
+        std::_Exit(said.rfind(start, 0) == 0 ? NumberRaisedBy([this] { Copy("a", "b"); }) : 1);
+    };
+    EXPECT_EXIT(copyWithoutFreeHandles(), testing::ExitedWithCode(67), "");
+}
+
 TEST_F(Files, CopyThatFillsTheDiskKeepsTheFormerFile) {
     WriteBytes(m_folder / "a", std::string(200'000, 'x'));
     WriteBytes(m_folder / "b", "former");
     const auto copyWithLittleRoom = [this] {
-        signal(SIGXFSZ, SIG_IGN);
+        PrepareProgram();
         const rlimit room{100'000, 100'000};
         setrlimit(RLIMIT_FSIZE, &room);
         std::_Exit(NumberRaisedBy([this] { Copy("a", "b"); }));
@@ -117,6 +143,25 @@ TEST_F(Files, CopyThatMustNotOverwriteLeavesWhatIsThere) {
     EXPECT_EQ(Entries(), 2U);
 }
 
+TEST_F(Files, CopyThatMustNotOverwriteLeavesTheLogOfWhatIsThere) {
+    WriteBytes(m_folder / "blank", std::string("SQLite format 3\0", 16) + "blank");
+    WriteBytes(m_folder / "live", std::string("SQLite format 3\0", 16) + "rows");
+    WriteBytes(m_folder / "live-wal", "more rows");
+    WriteBytes(m_folder / "live-shm", "their index");
+    EXPECT_EQ(NumberRaisedBy([this] { m_files.GetFile(Name("blank")).Copy(Name("live"), false); }), 58);
+    EXPECT_EQ(ReadBytes(m_folder / "live-wal"), "more rows");
+    EXPECT_EQ(ReadBytes(m_folder / "live-shm"), "their index");
+    EXPECT_EQ(Entries(), 4U);
+}
+
+TEST_F(Files, CopyThatMustNotOverwriteWaitsForNoReaderOfAPipe) {
+    WriteBytes(m_folder / "a", "x");
+    ASSERT_EQ(mkfifo((m_folder / "pipe").c_str(), 0600), 0);
+    alarm(10);
+    EXPECT_EQ(NumberRaisedBy([this] { m_files.GetFile(Name("a")).Copy(Name("pipe"), false); }), 58);
+    alarm(0);
+}
+
 TEST_F(Files, LinkIsFollowedAndStays) {
     WriteBytes(m_folder / "a", "new");
     WriteBytes(m_folder / "real", "old");
@@ -146,13 +191,52 @@ TEST_F(Files, LongestNameThatTheFileSystemTakesCanBeMade) {
     EXPECT_TRUE(fs::exists(m_folder / name));
 }
 
-TEST_F(Files, PartsOfDeadProcessesGoWithTheNextFile) {
+TEST_F(Files, PartThatNobodyWritesGoesWithTheNextFile) {
     WriteBytes(m_folder / "a", "x");
-    WriteBytes(m_folder / ".oxc-part-999999999-abcdef", "half");
-    WriteBytes(m_folder / (".oxc-part-" + std::to_string(getpid()) + "-abcdef"), "under way");
+    // The process of the first one lives, as far as this machine knows.
+    const std::string ofALiveNumber = ".oxc-part-" + std::to_string(getpid()) + "-abcdef";
+    WriteBytes(m_folder / ofALiveNumber, "half");
+    WriteBytes(m_folder / ".oxc-part-0123456789abcdef", "half");
     Copy("a", "b");
-    EXPECT_FALSE(fs::exists(m_folder / ".oxc-part-999999999-abcdef"));
-    EXPECT_TRUE(fs::exists(m_folder / (".oxc-part-" + std::to_string(getpid()) + "-abcdef")));
+    EXPECT_FALSE(fs::exists(m_folder / ofALiveNumber));
+    EXPECT_FALSE(fs::exists(m_folder / ".oxc-part-0123456789abcdef"));
+}
+
+TEST_F(Files, PartThatAnotherMachinesProcessWritesStays) {
+    WriteBytes(m_folder / "a", "x");
+    // A number that no process of this machine has.
+    const fs::path part = m_folder / ".oxc-part-999999999-abcdef";
+    WriteBytes(part, "under way");
+    const int writer = open(part.c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(flock(writer, LOCK_EX), 0);
+    Copy("a", "b");
+    EXPECT_EQ(ReadBytes(part), "under way");
+    close(writer);
+}
+
+TEST_F(Files, PartIsLockedWhileItIsWritten) {
+    AtomicFile file(m_folder / "target");
+    file.Write("half");
+    ASSERT_EQ(Entries(), 1U);
+    const fs::path part = fs::directory_iterator(m_folder.Path())->path();
+    EXPECT_EQ(part.filename().string().rfind(".oxc-part-", 0), 0U) << part;
+    const int other = open(part.c_str(), O_RDWR | O_CLOEXEC);
+    EXPECT_NE(flock(other, LOCK_EX | LOCK_NB), 0);
+    file.Commit();
+    EXPECT_EQ(flock(other, LOCK_EX | LOCK_NB), 0);
+    close(other);
+    EXPECT_EQ(ReadBytes(m_folder / "target"), "half");
+}
+
+TEST_F(Files, LinkAndPipeWithAPartsNameStay) {
+    WriteBytes(m_folder / "a", "x");
+    WriteBytes(m_folder / "mine", "kept");
+    fs::create_symlink(m_folder / "mine", m_folder / ".oxc-part-link");
+    ASSERT_EQ(mkfifo((m_folder / ".oxc-part-pipe").c_str(), 0600), 0);
+    Copy("a", "b");
+    EXPECT_EQ(ReadBytes(m_folder / "mine"), "kept");
+    EXPECT_TRUE(fs::is_symlink(m_folder / ".oxc-part-link"));
+    EXPECT_TRUE(fs::is_fifo(m_folder / ".oxc-part-pipe"));
 }
 
 TEST_F(Files, CopyOfAnotherFileTouchesNoNeighbour) {

@@ -1,6 +1,5 @@
 // The outbox folder: whole messages, nothing else.
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -8,6 +7,7 @@
 #include <unistd.h>
 
 #include "mail_fixture.h"
+#include "platform/program.h"
 
 namespace {
 
@@ -25,7 +25,7 @@ template <typename Body>
 int InSmallProcess(Body body) {
     const pid_t child = fork();
     if (child == 0) {
-        signal(SIGXFSZ, SIG_IGN);
+        PrepareProgram();
         const rlimit limit{16384, 16384};
         setrlimit(RLIMIT_FSIZE, &limit);
         _exit(body());

@@ -23,6 +23,17 @@ TEST(ConnectionString, QuotedValueMayHoldAnything) {
     EXPECT_EQ(SourceOf("Data Source=\"open"), "open");
 }
 
+TEST(ConnectionString, SemicolonThatBeginsNoOtherKeyBelongsToTheValue) {
+    const std::string end = ";Persist Security Info=False";
+    for (const std::string file : {"Z:\\a;b\\Live.dat", "Z:\\a;b=c\\Live.dat", "Z:\\;;\\Live.dat",
+                                   "Z:\\a; =\\Live.dat", "Z:\\a;Persist\\Live.dat"}) {
+        EXPECT_EQ(SourceOf("Provider=X.4.0;Data Source=" + file + end), file);
+    }
+    EXPECT_EQ(SourceOf("Data Source=a;"), "a");
+    EXPECT_EQ(SourceOf("Data Source=a;;Provider=X"), "a");
+    EXPECT_EQ(ConnectionValue("Provider=X;y;Data Source=a", "Provider"), "X;y");
+}
+
 TEST(ConnectionString, ValueMayBeMissing) {
     for (const char* text :
          {"", ";", "=", "Provider=X", "Data Source", "Data Source=", "Data Source;X=1", ";;=;="}) {

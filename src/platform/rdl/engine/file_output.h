@@ -14,7 +14,8 @@ namespace rdl::engine {
 inline constexpr std::uint64_t LargestDocument = std::uint64_t{8} << 30;
 
 // Raises RuntimeError 76, 61 and 75 as AtomicFile does, and rdl::Error when more than `most` bytes are
-// written. An export is for others to read: once it is there it has the mode that the user's file mask gives.
+// written. An export is for others to read: a new file has the mode that the user's file mask gives, one that
+// is replaced keeps its own.
 class FileOutput : public writers::Output {
  public:
     explicit FileOutput(std::filesystem::path target, std::uint64_t most = LargestDocument);
@@ -23,7 +24,6 @@ class FileOutput : public writers::Output {
     void Commit();
 
  private:
-    std::filesystem::path m_target;
     AtomicFile m_file;
     std::string m_buffer;
     std::uint64_t m_size = 0;

@@ -3,20 +3,18 @@
 
 #include <filesystem>
 
+#include "platform/posix/atomic_file.h"
+
 namespace rdl::engine {
 
-// Made with mode 0700 under the machine's folder for temporary files and removed with everything in it. Those
-// of processes that died before they could do so are removed when a new one is made. Raises RuntimeError 75.
+// A HeldFolder with the prefix of exports. Raises as that does.
 class PrivateFolder {
  public:
     PrivateFolder();
-    ~PrivateFolder();
-    PrivateFolder(const PrivateFolder&) = delete;
-    PrivateFolder& operator=(const PrivateFolder&) = delete;
-    const std::filesystem::path& Path() const { return m_path; }
+    const std::filesystem::path& Path() const { return m_folder.Path(); }
 
  private:
-    std::filesystem::path m_path;
+    HeldFolder m_folder;
 };
 
 }  // namespace rdl::engine

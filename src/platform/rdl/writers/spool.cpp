@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/posix/atomic_file.h"
 #include "platform/rdl/error.h"
 
 namespace rdl::writers {
@@ -22,7 +23,7 @@ void Spool::Append(std::string_view bytes) {
 
 void Spool::Flush() {
     if (!m_file) {
-        m_file.reset(std::tmpfile());
+        m_file.reset(fdopen(OpenTemporaryFile(), "w+b"));
         if (!m_file) {
             throw Error("No temporary file can be made for the export");
         }

@@ -13,7 +13,7 @@ namespace rdl::writers {
 
 class Spool {
  public:
-    // Raises rdl::Error when the temporary file cannot be made or is full.
+    // Raises rdl::Error when the temporary file is full, RuntimeError as OpenTemporaryFile when there is none.
     void Append(std::string_view bytes);
     std::size_t size() const { return m_size; }
     using Take = std::function<void(std::string_view)>;

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <string>
 
+#include "platform/posix/atomic_file.h"
 #include "platform/rdl/error.h"
 
 namespace rdl::writers {
@@ -45,7 +46,7 @@ struct XlsFile::Parts {
 };
 
 XlsFile::XlsFile() : m_parts(std::make_unique<Parts>()) {
-    m_parts->file = std::tmpfile();
+    m_parts->file = fdopen(OpenTemporaryFile(), "w+b");
     if (!m_parts->file) {
         throw Error("No temporary file can be made for the Excel workbook");
     }

@@ -1,4 +1,6 @@
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -180,6 +182,17 @@ TEST_F(ReportMail, FoldersOfDeadProcessesAreRemoved) {
     ASSERT_FALSE(TemporaryFolderIsEmpty());
     { const PrivateFolder mine; }
     EXPECT_TRUE(TemporaryFolderIsEmpty());
+}
+
+TEST_F(ReportMail, FolderThatAnotherMachinesProcessHoldsStays) {
+    // A number that no process of this machine has.
+    const std::filesystem::path held = m_folder / "tmp" / "oxbow-courier-export-999999999-abcdef";
+    std::filesystem::create_directory(held);
+    const int holder = open(held.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ASSERT_EQ(flock(holder, LOCK_EX), 0);
+    { const PrivateFolder mine; }
+    EXPECT_TRUE(std::filesystem::exists(held));
+    close(holder);
 }
 
 TEST_F(ReportMail, FoldersOfLivingProcessesStay) {

@@ -1,4 +1,4 @@
-#include "tools/oxc_mail/secret_input.h"
+#include "tools/secret_input.h"
 
 #include <poll.h>
 #include <termios.h>

@@ -1,0 +1,207 @@
+#include "platform/posix/held_name.h"
+
+#include <fcntl.h>
+#include <linux/magic.h>
+#include <sys/file.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <ctime>
+#include <map>
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+enum class Lock { Taken, Refused, Unknown };
+
+Lock TryLock(int handle) {
+    int result = 0;
+    do {
+        result = flock(handle, LOCK_EX | LOCK_NB);
+    } while (result != 0 && errno == EINTR);
+    if (result == 0) {
+        return Lock::Taken;
+    }
+    return errno == EWOULDBLOCK ? Lock::Refused : Lock::Unknown;
+}
+
+bool StandsFor(int folder, const std::string& name, int handle) {
+    struct stat named {};
+    struct stat opened {};
+    return fstatat(folder, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 && fstat(handle, &opened) == 0 &&
+           named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
+}
+
+std::string WithChance(std::string_view prefix) {
+    std::uint64_t chance = 0;
+    if (getrandom(&chance, sizeof chance, 0) != sizeof chance) {
+        chance = (static_cast<std::uint64_t>(getpid()) << 32) ^
+                 static_cast<std::uint64_t>(Clock::now().time_since_epoch().count());
+    }
+    constexpr std::string_view Digits = "0123456789abcdef";
+    std::string name(prefix);
+    for (int digit = 0; digit < 16; ++digit) {
+        name += Digits[(chance >> (4 * digit)) & 0xF];
+    }
+    return name;
+}
+
+// Makes names until one is held. Between making and locking another process may take it for a left one; it
+// then removes it, and the next name is tried.
+template <typename Make, typename Remove>
+HeldName MakeHeld(int folder, std::string_view prefix, Make make, Remove remove) {
+    constexpr int MostTries = 100;
+    HeldName held;
+    for (int tries = 0; tries < MostTries; ++tries) {
+        held.name = WithChance(prefix);
+        held.handle = make(held.name.c_str());
+        if (held.handle < 0) {
+            held.code = errno;
+            if (held.code == EEXIST || held.code == ENOENT) {
+                continue;
+            }
+            return held;
+        }
+        const Lock lock = TryLock(held.handle);
+        if (lock == Lock::Unknown || (lock == Lock::Taken && StandsFor(folder, held.name, held.handle))) {
+            held.code = 0;
+            return held;
+        }
+        remove(held.name.c_str());
+        close(held.handle);
+        held.handle = -1;
+        held.code = EBUSY;
+    }
+    return held;
+}
+
+// Several machines write there, and a lock that one of them grants may not be known to the others: it hangs
+// on how the file system was mounted.
+bool IsOfSeveralMachines(int handle) {
+    constexpr std::int64_t Cifs = 0xFF534D42;
+    constexpr std::int64_t Ceph = 0x00C36400;
+    constexpr std::int64_t Lustre = 0x0BD00BD0;
+    constexpr std::int64_t VirtualBox = 0x786F4256;
+    constexpr std::array<std::int64_t, 10> Shared{NFS_SUPER_MAGIC,
+                                                  SMB_SUPER_MAGIC,
+                                                  SMB2_SUPER_MAGIC,
+                                                  FUSE_SUPER_MAGIC,
+                                                  V9FS_MAGIC,
+                                                  AFS_SUPER_MAGIC,
+                                                  Cifs,
+                                                  Ceph,
+                                                  Lustre,
+                                                  VirtualBox};
+    struct statfs facts {};
+    return fstatfs(handle, &facts) != 0 ||
+           std::find(Shared.begin(), Shared.end(), static_cast<std::int64_t>(facts.f_type)) != Shared.end();
+}
+
+// Nobody writes for a day without a byte.
+bool IsOld(const struct stat& facts) {
+    constexpr std::time_t Day = 86400;
+    return std::time(nullptr) - facts.st_mtime > Day;
+}
+
+void RemoveIfLeft(int folder, const fs::path& path) {
+    const std::string name = path.filename().string();
+    struct stat facts {};
+    if (fstatat(folder, name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) != 0) {
+        return;
+    }
+    const bool isFolder = S_ISDIR(facts.st_mode);
+    if (isFolder ? facts.st_uid != geteuid() : !S_ISREG(facts.st_mode)) {
+        return;
+    }
+    const int access = isFolder ? O_RDONLY | O_DIRECTORY : O_RDWR | O_NONBLOCK;
+    const int handle = openat(folder, name.c_str(), access | O_CLOEXEC | O_NOFOLLOW);
+    if (handle < 0) {
+        return;
+    }
+    const bool isLeft = (!IsOfSeveralMachines(handle) || IsOld(facts)) && TryLock(handle) == Lock::Taken &&
+                        StandsFor(folder, name, handle);
+    if (isLeft && isFolder) {
+        std::error_code ignored;
+        fs::remove_all(path, ignored);
+    } else if (isLeft) {
+        unlinkat(folder, name.c_str(), 0);
+    }
+    close(handle);
+}
+
+// Folders with many files are not read for each file that is made there.
+bool IsTimeToLook(const fs::path& folder, std::string_view prefix) {
+    static std::mutex mutex;
+    static std::map<std::string, Clock::time_point> looked;
+    const std::lock_guard guard(mutex);
+    const auto now = Clock::now();
+    const auto [place, isNew] = looked.emplace(folder.string() + "/" + std::string(prefix), now);
+    if (!isNew && now - place->second < std::chrono::hours(1)) {
+        return false;
+    }
+    place->second = now;
+    return true;
+}
+
+}  // namespace
+
+HeldName MakeHeldFile(int folder, std::string_view prefix, mode_t mode) {
+    return MakeHeld(
+        folder, prefix,
+        [&](const char* name) {
+            return openat(folder, name, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
+        },
+        [&](const char* name) { unlinkat(folder, name, 0); });
+}
+
+HeldName MakeHeldFolder(int folder, std::string_view prefix) {
+    return MakeHeld(
+        folder, prefix,
+        [&](const char* name) {
+            return mkdirat(folder, name, S_IRWXU) == 0
+                       ? openat(folder, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW)
+                       : -1;
+        },
+        [&](const char* name) { unlinkat(folder, name, AT_REMOVEDIR); });
+}
+
+void RemoveLeftovers(const fs::path& folder, std::string_view prefix) {
+    const fs::path listed = folder.empty() ? fs::path(".") : folder;
+    if (!IsTimeToLook(listed, prefix)) {
+        return;
+    }
+    const int handle = open(listed.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0) {
+        return;
+    }
+    std::error_code failure;
+    for (fs::directory_iterator entry(listed, failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        if (entry->path().filename().string().starts_with(prefix)) {
+            RemoveIfLeft(handle, entry->path());
+        }
+    }
+    close(handle);
+}
+
+bool WaitForLock(int handle, std::chrono::milliseconds longest) {
+    constexpr std::chrono::milliseconds Turn(2);
+    const auto deadline = Clock::now() + longest;
+    Lock lock = TryLock(handle);
+    while (lock == Lock::Refused && Clock::now() < deadline) {
+        std::this_thread::sleep_for(Turn);
+        lock = TryLock(handle);
+    }
+    return lock == Lock::Taken;
+}

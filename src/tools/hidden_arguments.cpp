@@ -1,0 +1,60 @@
+#include "tools/hidden_arguments.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+#include "platform/letters.h"
+
+namespace tools {
+namespace {
+
+void Hide(char* text) {
+    std::fill_n(text, std::strlen(text), '*');
+}
+
+bool EndsWithKey(std::string_view text) {
+    text = text.substr(0, text.find_last_not_of(" \t") + 1);
+    constexpr std::array<std::string_view, 2> Keys{"Password", "Pwd"};
+    return std::any_of(Keys.begin(), Keys.end(), [text](std::string_view key) {
+        return text.size() >= key.size() && SameLetters(text.substr(text.size() - key.size()), key);
+    });
+}
+
+// To the end of the argument: where a value ends is not the same for all providers.
+void HidePassword(char* connectString) {
+    const std::string_view text(connectString);
+    for (std::size_t sign = text.find('='); sign != std::string_view::npos; sign = text.find('=', sign + 1)) {
+        if (EndsWithKey(text.substr(0, sign))) {
+            return Hide(connectString + sign + 1);
+        }
+    }
+}
+
+}  // namespace
+
+void HideSecrets(int argc, char** argv) {
+    for (int n = 1; n + 1 < argc; ++n) {
+        const std::string_view option(argv[n]);
+        if (option == "--password") {
+            Hide(argv[n + 1]);
+        } else if (option == "--data-source") {
+            HidePassword(argv[n + 1]);
+        }
+    }
+}
+
+std::string TakeFromEnvironment(const char* name) {
+    char* const value = std::getenv(name);
+    if (value == nullptr) {
+        return {};
+    }
+    std::string taken(value);
+    Hide(value);
+    unsetenv(name);
+    return taken;
+}
+
+}  // namespace tools
