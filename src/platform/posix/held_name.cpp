@@ -49,7 +49,9 @@ std::string WithChance(std::string_view prefix) {
         chance = (static_cast<std::uint64_t>(getpid()) << 32) ^
                  static_cast<std::uint64_t>(Clock::now().time_since_epoch().count());
     }
-    constexpr std::string_view Digits = "0123456789abcdef";
+    // No decimal digits: programs before this one took a number in such a name for that of a process, and
+    // removed what belonged to none that was alive.
+    constexpr std::string_view Digits = "abcdefghijklmnop";
     std::string name(prefix);
     for (int digit = 0; digit < 16; ++digit) {
         name += Digits[(chance >> (4 * digit)) & 0xF];
