@@ -330,6 +330,6 @@ TEST_F(HistoryWindow, ScheduleIsNamedByItsOwnTextOrByThatOfItsParent) {
     EXPECT_EQ(text("2026-11-20 06:30:05 [Success]"), "1: Sales");
     EXPECT_EQ(text("Reccurring 2002-03-07 06:30"), "Reccurring 2002-03-07 06:30");
     EXPECT_EQ(text("2026-11-20 07:30:05 [Success]"), "2: At 06:30:00");
-    EXPECT_EQ(text("2: At 06:30:00"), "Daily");
+    EXPECT_EQ(text("2: At 06:30:00"), "2: At 06:30:00");
     EXPECT_EQ(NumberRaisedBy([&] { text("Daily"); }), err::ObjectNotSet);
 }

@@ -11,7 +11,9 @@ namespace {
 class Corners {
  public:
     Corners(QSize room, int step)
-        : m_step(step), m_across(std::max(0, room.width()) / step), m_down(std::max(0, room.height()) / step) {}
+        : m_step(step),
+          m_across(std::max(0, room.width()) / step),
+          m_down(std::max(0, room.height()) / step) {}
 
     QPoint Next() {
         const int furthest = std::max(m_across, m_down);

@@ -15,12 +15,12 @@ class ChildArea : public QMdiArea {
     // Makes a form a child window, not on the screen yet. It is destroyed when it is closed.
     QMdiSubWindow& Add(QWidget& form);
     static ChildArea* Of(const QWidget& form);  // null: the form is no child window of one
-    // The child window that the form stands in, with its title bar and borders; the form itself where there is
-    // none.
+    // The child window that the form stands in, with its title bar and borders; the form itself where there
+    // is none.
     static QWidget& WindowOf(QWidget& form);
 
-    // Move the form's window, which has its size already. A form that is no child window, and a maximised one, stay
-    // where they are.
+    // Move the form's window, which has its size already. A form that is no child window, and a maximised
+    // one, stay where they are.
     static void PlaceFree(QWidget& form);
     static void PlaceAtTop(QWidget& form);  // beside the titles of others where there is room
     // Bring the form's window before the others, out of its icon if it is one.

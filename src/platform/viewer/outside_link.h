@@ -7,8 +7,8 @@
 
 namespace viewer {
 
-// The address of a web page (http, https) or of a mail to write (mailto), to be handed to the desktop as it is;
-// empty for everything else, and for a mail that would take a file along.
+// The address of a web page (http, https) or of a mail to write (mailto), to be handed to the desktop as it
+// is; empty for everything else, and for a mail that would take a file along.
 QUrl OutsideLink(const QString& text);
 
 }  // namespace viewer

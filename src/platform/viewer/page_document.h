@@ -32,9 +32,9 @@ class PageDocument : public QObject {
     // Of page n from 1, which is made. Sizes in points.
     QSizeF Size(int n) const { return {m_pages->Width(n), m_pages->Height(n)}; }
     void Draw(int n, QPainter& painter) { m_pages->Draw(n, painter); }
-    // Makes pages until `last` is there and writes them from `first` on as a PDF document; there may be fewer,
-    // but not none: 9 "Subscript out of range". `goOn` is asked before each page, also while pages are made.
-    // The number of pages; 0 and no file when it said false.
+    // Makes pages until `last` is there and writes them from `first` on as a PDF document; there may be
+    // fewer, but not none: 9 "Subscript out of range". `goOn` is asked before each page, also while pages are
+    // made. The number of pages; 0 and no file when it said false.
     int WritePdf(const QString& file, int first, int last, const std::function<bool(int page)>& goOn);
     // Without letters when they cannot be read: a page that cannot be drawn says so itself.
     std::shared_ptr<const PageText> Text(int n);

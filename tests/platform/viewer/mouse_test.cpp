@@ -88,9 +88,10 @@ TEST_F(ViewerMouse, NothingButTheWebAndMailIsOpened) {
         QDesktopServices::setUrlHandler(scheme, &opener, "Open");
     }
     for (const std::string link :
-         {"file:///etc/passwd", "FILE:///etc/passwd", " \t file:///etc/passwd", "fi\nle:///etc/passwd", "/etc/passwd",
-          "//host/share/a.desktop", "ftp://host/a", "javascript:x()", "smb://host/a", "tel:5", "http:///etc/passwd",
-          "http:a", "mailto:a@example.com?attach=/etc/passwd", "mailto:a@example.com?ATTACHMENT=%2Fetc%2Fpasswd"}) {
+         {"file:///etc/passwd", "FILE:///etc/passwd", " \t file:///etc/passwd", "fi\nle:///etc/passwd",
+          "/etc/passwd", "//host/share/a.desktop", "ftp://host/a", "javascript:x()", "smb://host/a", "tel:5",
+          "http:///etc/passwd", "http:a", "mailto:a@example.com?attach=/etc/passwd",
+          "mailto:a@example.com?ATTACHMENT=%2Fetc%2Fpasswd"}) {
         fakes::FakePages pages = Pages(1);
         pages.pages[0].links = {{{36, 100, 60, 12}, link}};
         Show(std::move(pages));
@@ -98,8 +99,8 @@ TEST_F(ViewerMouse, NothingButTheWebAndMailIsOpened) {
         EXPECT_EQ(opener.opened, QStringList()) << link;
         EXPECT_EQ(Message(), "The link " + link + " is not opened: it does not lead to the web or to mail");
     }
-    for (const std::string link :
-         {"HTTP://example.com/a b", " https://example.com/", "mailto:a@example.com?subject=x&cc=b@example.com"}) {
+    for (const std::string link : {"HTTP://example.com/a b", " https://example.com/",
+                                   "mailto:a@example.com?subject=x&cc=b@example.com"}) {
         fakes::FakePages pages = Pages(1);
         pages.pages[0].links = {{{36, 100, 60, 12}, link}};
         Show(std::move(pages));

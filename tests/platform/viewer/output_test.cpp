@@ -132,7 +132,8 @@ TEST_F(ViewerOutput, PrintingToAFileMakesTheDocumentOfThePages) {
 
 TEST_F(ViewerOutput, PrintersAreGivenTheDocumentByTheCommandLp) {
     const std::string note = (m_folder.Path() / "note").string();
-    WriteProgram("lp", "printf '%s\\n' \"$@\" > " + note + "; for file; do :; done; cat \"$file\" >> " + note);
+    WriteProgram("lp",
+                 "printf '%s\\n' \"$@\" > " + note + "; for file; do :; done; cat \"$file\" >> " + note);
     Show(4);
     PrintJob job;
     job.printer = "Office";
