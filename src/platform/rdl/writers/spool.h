@@ -13,7 +13,8 @@ namespace rdl::writers {
 
 class Spool {
  public:
-    // Raises rdl::Error when the temporary file is full, RuntimeError as OpenTemporaryFile when there is none.
+    // Raises rdl::Error when the temporary file is full, RuntimeError as OpenTemporaryFile when there is
+    // none.
     void Append(std::string_view bytes);
     std::size_t size() const { return m_size; }
     using Take = std::function<void(std::string_view)>;
