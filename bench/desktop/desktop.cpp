@@ -3,7 +3,6 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
-#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <algorithm>
 #include <chrono>
@@ -19,6 +18,7 @@
 #include "desktop/DeskWindows.h"
 #include "desktop/DetailViews.h"
 #include "desktop/frmDesk.h"
+#include "platform/controls/child_area.h"
 #include "platform/paths.h"
 #include "platform/qt/application.h"
 #include "platform/regfile/registry_file.h"
@@ -107,7 +107,7 @@ int main(int argc, char** argv) {
     SetRegistry(&settings);
     Global::ConnectionString = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
                                "\\PressroomLive.dat;Persist Security Info=False";
-    QMdiArea area;
+    ChildArea area;
     area.resize(1200, 800);
     area.show();
     Global::CurrentFolderID = "0";
