@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "app/Global.h"
 #include "platform/due_run.h"
@@ -138,16 +139,51 @@ bool SendAlertMail(const std::string& body, const std::string& recipient, const 
     }
 }
 
+namespace {
+
+// Alerts that wait for their run to be recorded.
+struct WaitingAlerts {
+    int holders = 0;
+    std::vector<std::string> alerts;
+};
+
+WaitingAlerts& Waiting() {
+    static WaitingAlerts waiting;
+    return waiting;
+}
+
+void AlertRefusals(const std::string& text) {
+    try {
+        SendAlertMail(text, AlertWho, AlertSubject, 1);
+    } catch (...) {
+        TellLostAlert(AlertWho, text, CurrentError());
+    }
+}
+
+}  // namespace
+
 void ReportRefusals(const std::string& subject, const std::vector<MAPI::Refusal>& refusals) {
     std::string text = "The mail \"" + subject + "\" has gone out, but not to everybody: the server refuses ";
     for (const MAPI::Refusal& refusal : refusals) {
         text += (&refusal == refusals.data() ? "" : ", ") + refusal.Address + " (" + refusal.Answer + ")";
     }
     Journal(text);
-    try {
-        SendAlertMail(text, AlertWho, AlertSubject, 1);
-    } catch (...) {
-        TellLostAlert(AlertWho, text, CurrentError());
+    if (Waiting().holders > 0) {
+        Waiting().alerts.push_back(text);
+    } else {
+        AlertRefusals(text);
+    }
+}
+
+AlertsWait::AlertsWait() {
+    ++Waiting().holders;
+}
+
+AlertsWait::~AlertsWait() {
+    if (--Waiting().holders == 0) {
+        for (const std::string& text : std::exchange(Waiting().alerts, {})) {
+            AlertRefusals(text);
+        }
     }
 }
 

@@ -30,6 +30,17 @@ bool SendMailSingle(const Variant& body, const Variant& subject, const std::stri
 bool SendAlertMail(const std::string& body, const std::string& recipient, const std::string& subject,
                    const Variant& marker);
 
+// While one stands, alerts about refused recipients wait; they go out when the outermost one ends. A poll's
+// run has to be recorded first: a process that ends during a slow alert must not cost the others a second
+// mail.
+class AlertsWait {
+ public:
+    AlertsWait();
+    ~AlertsWait();
+    AlertsWait(const AlertsWait&) = delete;
+    AlertsWait& operator=(const AlertsWait&) = delete;
+};
+
 // Tells AlertWho, and standard error, whom the server does not take mail for, of a mail that the others have
 // got. Raises nothing: that mail is sent. The mail system's refusal handler.
 void ReportRefusals(const std::string& subject, const std::vector<MAPI::Refusal>& refusals);

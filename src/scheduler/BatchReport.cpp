@@ -2,6 +2,7 @@
 
 #include "app/Global.h"
 #include "execution/PackageRun.h"
+#include "mail/Delivery.h"
 #include "platform/adodb.h"
 #include "platform/clock.h"
 #include "platform/convert.h"
@@ -42,6 +43,7 @@ bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& packag
     connection.Open(ConnectionString);
     connection.ProveWritable();
     const DueRun run = RunOf(package);
+    const AlertsWait untilRecorded;
     const MAPI::DueRun mails(ConnectionString, "package", run.reportID, run.date + " " + run.time);
     if (!RunPackage(package, Runner::PackagePoll)) {
         return false;

@@ -11,6 +11,7 @@
 #include "platform/journal.h"
 #include "platform/loop.h"
 #include "platform/paths.h"
+#include "platform/system_error.h"
 #include "scheduler/RunHistory.h"
 
 namespace Global {
@@ -122,9 +123,10 @@ void WriteFailureRow(const std::string& routine, const RuntimeError& error,
     } catch (...) {
         Journal(
             ErrorText("An error occured in " + routine + ", and its history row cannot be written. ", error));
-        // Of a database that was busy for the poll's first statement no row can be written: its insert lacks
-        // a key. What is wrong is that it was busy.
-        if (error.Number() == err::DataTimeout) {
+        // Of a database that failed at the poll's first statement no row can be written: its insert lacks a
+        // key. What is wrong is what that statement failed with.
+        if (error.Number() == err::DataTimeout || error.Number() == err::DataReadOnly ||
+            error.Number() == err::DiskFull || error.Number() == err::TooManyFiles) {
             throw error;
         }
         throw;

@@ -1,7 +1,10 @@
 #include "scheduler/Schedchk.h"
 
+#include <optional>
+
 #include "app/Global.h"
 #include "execution/RunReport.h"
+#include "mail/Delivery.h"
 #include "platform/adodb.h"
 #include "platform/clock.h"
 #include "platform/convert.h"
@@ -38,17 +41,30 @@ bool RecordAgain(const ADODB::Recordset& row, DateValue& NextDate) {
     return true;
 }
 
+// A word that is not known stores the same date again and again: each of its runs is one of its own.
+bool MovesOn(const std::string& frequency) {
+    const DateValue stored = Today();
+    DateValue next = stored;
+    NextSingleRun(frequency, stored, next);
+    return next != stored;
+}
+
 // Nothing is run that could not be recorded: the connection that stores the date proves first that it can.
 void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, DateValue& NextDate) {
     ADODB::Connection connection;
     connection.Open(ConnectionString);
     connection.ProveWritable();
     const DueRun due = RunOf(row);
-    const MAPI::DueRun mails(ConnectionString, "schedule", due.reportID, due.date + " " + due.time);
+    const std::string frequency = row.Fields("Frequency").Value.Text();
+    const AlertsWait untilRecorded;
+    std::optional<MAPI::DueRun> mails;
+    if (MovesOn(frequency)) {
+        mails.emplace(ConnectionString, "schedule", due.reportID, due.date + " " + due.time);
+    }
     if (!RunStoredSchedule(row)) {
         return;
     }
-    NextSingleRun(row.Fields("Frequency").Value.Text(), CDate(row.Fields("NextRun").Value), NextDate);
+    NextSingleRun(frequency, CDate(row.Fields("NextRun").Value), NextDate);
     Deliveries::Instance().Record(connection, {due, cmFunc::FormatDateText(NextDate), RunStamp});
     connection.Close();
 }

@@ -75,10 +75,14 @@ class Display:
         raise AssertionError("the window manager did not start")
 
     def pixels(self, window):
-        """What the screen shows where the window is: (red, green, blue) by pixel."""
+        """What the screen shows where the window is: (red, green, blue) by pixel. Of a window that is gone, nothing."""
         place = self.run("xdotool", "getwindowgeometry", str(window))
-        left, top = re.search(r"Position: (-?\d+),(-?\d+)", place).groups()
-        width, height = re.search(r"Geometry: (\d+)x(\d+)", place).groups()
+        position = re.search(r"Position: (-?\d+),(-?\d+)", place)
+        size = re.search(r"Geometry: (\d+)x(\d+)", place)
+        if not position or not size:
+            return []
+        left, top = position.groups()
+        width, height = size.groups()
         # Not of the window itself: the program would wait for a click when it is gone.
         colours = subprocess.run(["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}",
                                   "-depth", "8", "rgb:-"], env=self.environment(), capture_output=True,

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QRegularExpression>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QStyleOptionComboBox>
@@ -140,6 +141,10 @@ void DTPicker::keyPressEvent(QKeyEvent* event) {
         return;
     }
     m_handedOn = false;
+    if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        TakeWhole();
+    }
+    m_whole.clear();
     ClosePart();
     QDateEdit::keyPressEvent(event);
 }
@@ -165,7 +170,37 @@ bool DTPicker::AnswerKey(const QKeyEvent& event) {
     return true;
 }
 
+// A date with the year first, typed over a whole one, is that day in every region: part by part its year
+// would be taken for a day and a month.
+void DTPicker::KeepWhole(QChar character) {
+    if (!m_typing && lineEdit()->hasSelectedText() && lineEdit()->selectedText() == lineEdit()->text()) {
+        m_whole = character;
+    } else if (!m_whole.isEmpty()) {
+        m_whole += character;
+    }
+}
+
+// Whether what was typed is such a date; it is taken then.
+bool DTPicker::TakeWhole() {
+    static const QRegularExpression YearFirst(QStringLiteral("^[0-9]{4}-[0-9]{1,2}-[0-9]{1,2}$"));
+    if (sectionAt(0) == YearSection || !YearFirst.match(m_whole).hasMatch()) {
+        return false;
+    }
+    try {
+        Value(CDate(std::exchange(m_whole, {}).toStdString()));
+        return true;
+    } catch (const RuntimeError&) {
+        return false;  // a month or day that there is not: the parts hold what could be read
+    }
+}
+
 void DTPicker::TypeDigit(QChar digit) {
+    KeepWhole(digit);
+    constexpr int WholeLength = 10;
+    if (m_whole.size() == WholeLength && TakeWhole()) {
+        m_handedOn = false;
+        return;
+    }
     m_handedOn = false;
     if (!m_typing) {
         m_typing = Typing{PartOfSelection(), {}, 0};
@@ -185,6 +220,9 @@ void DTPicker::TypeDigit(QChar digit) {
 }
 
 void DTPicker::TypeSeparator() {
+    if (!m_whole.isEmpty()) {
+        m_whole += '-';
+    }
     if (std::exchange(m_handedOn, false)) {
         return;
     }
@@ -195,6 +233,7 @@ void DTPicker::TypeSeparator() {
 
 // A selected part is emptied, and what is typed then takes its place; left empty, it is as it was.
 void DTPicker::Erase(bool before) {
+    m_whole.clear();
     m_handedOn = false;
     if (!m_typing) {
         const int part = PartOfSelection();
@@ -254,6 +293,8 @@ void DTPicker::ClosePart() {
 }
 
 void DTPicker::Settle() {
+    TakeWhole();
+    m_whole.clear();
     ClosePart();
     if (std::exchange(m_parts, {})) {
         setDate(date());
@@ -312,6 +353,7 @@ bool DTPicker::eventFilter(QObject* watched, QEvent* event) {
     const auto mouse = [event] { return static_cast<QMouseEvent*>(event); };
     switch (event->type()) {
         case QEvent::MouseButtonPress:
+            m_whole.clear();
             m_handedOn = false;
             ClosePart();
             break;

@@ -52,6 +52,8 @@ class DTPicker : public QDateEdit {
     Parts With(const Typing& typing, Parts parts) const;
     bool AnswerKey(const QKeyEvent& event);
     void TypeDigit(QChar digit);
+    void KeepWhole(QChar character);
+    bool TakeWhole();
     void TypeSeparator();
     void Erase(bool before);
     void Paste(const QString& text);
@@ -63,5 +65,6 @@ class DTPicker : public QDateEdit {
 
     std::optional<Parts> m_parts;    // from the first digit until the box is left
     std::optional<Typing> m_typing;  // until the part is closed
+    QString m_whole;                 // what is typed over a whole selection
     bool m_handedOn = false;         // the separator behind a full part has been taken care of
 };

@@ -92,12 +92,19 @@ pid_t Spawn(const std::vector<std::string>& arguments, int input, const Pipe& ou
 // What a child writes, on its two streams.
 class Streams {
  public:
-    Streams(const Pipe& out, const Pipe& complaints, std::size_t longestOutput, ChildResult& result)
+    Streams(const Pipe& out, const Pipe& complaints, std::size_t longestOutput, Excess excess,
+            ChildResult& result)
         : m_files{pollfd{out.read.Get(), POLLIN, 0}, pollfd{complaints.read.Get(), POLLIN, 0}},
           m_longestOutput(longestOutput),
+          m_excess(excess),
           m_result(result) {}
 
     bool IsTooMuch() const { return m_result.output.size() > m_longestOutput; }
+    void DropExcess() {
+        if (m_excess == Excess::IsDropped && IsTooMuch()) {
+            m_result.output.resize(m_longestOutput);
+        }
+    }
 
     // Waits for news and reads one piece of each stream that has some.
     void Read(int milliseconds) {
@@ -107,6 +114,7 @@ class Streams {
         if (poll(m_files.data(), m_files.size(), milliseconds) > 0) {
             ReadPiece(m_files[0], m_result.output);
             ReadPiece(m_files[1], room ? m_result.complaint : overflow);
+            DropExcess();
         }
     }
 
@@ -124,6 +132,7 @@ class Streams {
             }
             (&file == m_files.data() ? m_result.output : m_result.complaint) += rest;
         }
+        DropExcess();
     }
 
  private:
@@ -143,6 +152,7 @@ class Streams {
 
     std::array<pollfd, 2> m_files;
     std::size_t m_longestOutput;
+    Excess m_excess;
     ChildResult& m_result;
 };
 
@@ -185,7 +195,7 @@ void WaitForEnd(pid_t child, const Limit& limit, Streams& streams, ChildResult& 
 }  // namespace
 
 ChildResult RunChild(const std::vector<std::string>& arguments, int input, int seconds,
-                     std::size_t longestOutput, const std::stop_token& stop) {
+                     std::size_t longestOutput, const std::stop_token& stop, Excess excess) {
     const Limit limit{std::chrono::steady_clock::now() + std::chrono::seconds(seconds), stop};
     ChildResult result;
     Pipe out;
@@ -200,7 +210,7 @@ ChildResult RunChild(const std::vector<std::string>& arguments, int input, int s
     result.started = true;
     out.write.Close();
     complaints.write.Close();
-    Streams streams(out, complaints, longestOutput, result);
+    Streams streams(out, complaints, longestOutput, excess, result);
     WaitForEnd(child, limit, streams, result);
     return result;
 }

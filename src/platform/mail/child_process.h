@@ -7,6 +7,9 @@
 
 namespace mailer {
 
+// What becomes of standard output beyond its limit.
+enum class Excess { Ends, IsDropped };  // ends the program; is read and forgotten
+
 struct ChildResult {
     bool started = false;   // false: the program is missing or may not be run
     bool timedOut = false;  // it and its children were ended
@@ -21,6 +24,7 @@ struct ChildResult {
 // writes later is not read. The program runs in a process group of its own, which is killed when `seconds`
 // are over or a stop is asked for before that end; both count as timed out.
 ChildResult RunChild(const std::vector<std::string>& arguments, int input, int seconds,
-                     std::size_t longestOutput, const std::stop_token& stop = {});
+                     std::size_t longestOutput, const std::stop_token& stop = {},
+                     Excess excess = Excess::Ends);
 
 }  // namespace mailer

@@ -62,8 +62,9 @@ Refusals SendmailTransport::Deliver(const OutgoingMail& mail) {
         arguments.push_back(recipient.address);
     }
     const UniqueFd message = SpoolMessage(mail, LineEnds::Lf);
-    constexpr std::size_t LongestOutput = 1 << 20;
-    const ChildResult result = RunChild(arguments, message.Get(), m_seconds, LongestOutput, m_stop);
+    constexpr std::size_t LongestOutput = 1 << 14;  // of what is quoted when it refuses
+    const ChildResult result =
+        RunChild(arguments, message.Get(), m_seconds, LongestOutput, m_stop, Excess::IsDropped);
     const std::string program = "The mail program \"" + m_program + "\" ";
     if (!result.started) {
         RefuseProgram(m_program);

@@ -1,5 +1,6 @@
 #include "platform/mail/smtp_connection.h"
 
+#include <algorithm>
 #include <new>
 
 #include "platform/mail/smtp_failure.h"
@@ -7,6 +8,8 @@
 
 namespace mailer {
 namespace {
+
+constexpr int GoodbyeSeconds = 2;
 
 // What a server says is for Listen alone; without a taker the library would print it.
 std::size_t Drop(char*, std::size_t size, std::size_t count, void*) {
@@ -91,8 +94,9 @@ int SmtpConnection::Listen(CURL* curl, curl_infotype kind, char* data, std::size
             curl_easy_setopt(curl, CURLOPT_MAIL_RCPT_ALLLOWFAILS, 0L);
         }
         if (connection.m_talk.Accepted()) {
-            // The goodbye is not worth a long wait.
-            connection.SetPatience(connection.m_profile.stallSeconds);
+            // The message is taken: until the run is recorded a process that ends costs a second copy, and
+            // the goodbye is not worth that.
+            connection.SetPatience(std::min(GoodbyeSeconds, connection.m_profile.stallSeconds));
         }
     }
     return 0;

@@ -84,6 +84,8 @@ TEST_F(Date, IsTypedOverEverythingInEveryRegionsForm) {
         {american, DateSerial(2026, 11, 22), "07/03/2026", DateSerial(2026, 7, 3)},
         {american, DateSerial(2026, 5, 10), "02/29/2028", DateSerial(2028, 2, 29)},
         {american, DateSerial(2026, 5, 10), "1/3/2028", DateSerial(2028, 1, 3)},
+        {american, DateSerial(2026, 11, 22), "2028-01-02", DateSerial(2028, 1, 2)},
+        {german, DateSerial(2026, 11, 22), "2028-12-24", DateSerial(2028, 12, 24)},
         {german, DateSerial(2026, 11, 22), "24.12.2028", DateSerial(2028, 12, 24)},
         {german, DateSerial(2026, 2, 10), "31.12.2028", DateSerial(2028, 12, 31)},
         {german, DateSerial(2026, 5, 31), "29.02.2028", DateSerial(2028, 2, 29)},

@@ -28,6 +28,10 @@ TEST(ChildProcess, SilentOrEndlessProgramsAreEnded) {
     EXPECT_TRUE(RunChild({"/bin/sh", "-c", "sleep 30 & sleep 30"}, -1, 1, 100).timedOut);
     EXPECT_TRUE(RunChild({"/bin/sh", "-c", "exec >&- 2>&-; sleep 30"}, -1, 1, 100).timedOut);
     EXPECT_TRUE(RunChild({"yes"}, -1, 10, 1000).tooMuch);
+    const auto chatty = RunChild({"/bin/sh", "-c", "yes | head -c 1200000; exit 0"}, -1, 10, 1000, {},
+                                 mailer::Excess::IsDropped);
+    EXPECT_EQ(chatty.exitCode, 0);
+    EXPECT_EQ(chatty.output.size(), 1000U);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 

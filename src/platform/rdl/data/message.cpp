@@ -7,10 +7,16 @@ namespace {
 
 constexpr std::size_t LongestText = 400;
 
-// Whether a word goes on across the place. A password "p" that is struck out of "password" would spoil the
-// text and tell what it is.
-bool ContinuesWord(std::string_view text, std::size_t at) {
-    return at > 0 && at < text.size() && IsNameByte(text[at - 1]) && IsNameByte(text[at]);
+// Whether what stands at the place is the value of a password: after Pwd= or Password=, or between : and @ of
+// an address. Anywhere else the same word is a word of the message, and to strike it out would tell what it
+// is.
+bool IsPasswordValue(std::string_view text, std::size_t at, std::size_t size) {
+    std::string before = LowerAscii(text.substr(0, at));
+    while (!before.empty() && std::string_view(" {\"'").find(before.back()) != std::string_view::npos) {
+        before.pop_back();
+    }
+    const bool isAddress = before.ends_with(':') && at + size < text.size() && text[at + size] == '@';
+    return isAddress || before.ends_with("pwd=") || before.ends_with("password=");
 }
 
 // A cut must not leave half a character behind.
@@ -59,9 +65,9 @@ std::string CleanText(std::string_view text, std::string_view secret) {
     constexpr std::string_view Mask = "***";
     std::string open(text);
     for (std::size_t at = open.find(secret); at != std::string::npos;) {
-        const bool isWhole = !ContinuesWord(open, at) && !ContinuesWord(open, at + secret.size());
-        open.replace(at, isWhole ? secret.size() : 0, isWhole ? Mask : "");
-        at = open.find(secret, at + (isWhole ? Mask.size() : 1));
+        const bool isValue = IsPasswordValue(open, at, secret.size());
+        open.replace(at, isValue ? secret.size() : 0, isValue ? Mask : "");
+        at = open.find(secret, at + (isValue ? Mask.size() : 1));
     }
     return CleanText(open);
 }

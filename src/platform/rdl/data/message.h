@@ -11,7 +11,8 @@ namespace rdl::data {
 
 // One line without ', without control characters and a full stop at its end, at most 400 bytes.
 std::string CleanText(std::string_view text);
-// The same with every occurrence of a secret struck out; a driver may quote the whole connect string.
+// The same with a password struck out where it stands as a value; a driver may quote the whole connect
+// string.
 std::string CleanText(std::string_view text, std::string_view secret);
 
 // What is said of a query that was given up.

@@ -247,12 +247,15 @@ OdbcTarget OdbcConnection(ProviderKind provider, const ConnectString& pairs, con
     } else {
         target.place = "the ODBC data source \"" + CleanText(dsn) + "\"";
     }
+    const bool isSqlite = LowerAscii(named).find("sqlite") != std::string::npos;
     for (const auto& [key, value] : pairs.Pairs()) {
-        if (!IsLogonOrName(key)) {
+        if (!IsLogonOrName(key) && !(isSqlite && EqualNoCase(key, "nocreat"))) {
             CheckHandedOn(key, value);
             target.text += Pair(key, value);
         }
     }
+    // Its driver would make a database that is missing.
+    target.text += isSqlite ? Pair("NoCreat", "1") : std::string();
     if (!address.user.empty()) {
         target.text += Pair("UID", address.user) + Pair("PWD", address.password);
     }

@@ -64,7 +64,8 @@ std::string FindOdbcDriver(std::string_view name) {
         }
         known.append(known.empty() ? "" : ", ").append(installed);
     }
-    throw Error("the ODBC driver \"" + CleanText(name) + "\" is not installed; " +
+    // A brace that is not closed makes the rest of the connect string a part of it, with the password.
+    throw Error("the ODBC driver \"" + CleanText(name.substr(0, name.find(';'))) + "\" is not installed; " +
                 (known.empty() ? "there is none" : "there are: " + CleanText(known)));
 }
 

@@ -143,6 +143,7 @@ class Statement {
     // Of a server that refuses by itself what is missed here.
     void CheckStatement() const {
         for (std::size_t i = 0; i < m_tokens.size(); ++i) {
+            CheckFunction(i);
             if (IsWord(i, {"into"})) {
                 Refuse("the query has the word INTO");
             }
@@ -165,7 +166,8 @@ class Statement {
                            "opendatasource", "writetext",  "updatetext",
                            "commit",         "rollback",   "implicit_transactions",
                            "save",           "checkpoint", "setuser",
-                           "trigger",        "dump",       "load"})) {
+                           "trigger",        "dump",       "load",
+                           "receive"})) {
                 RefuseWord(i);
             } else if (IsWord(i, {"insert", "update", "delete", "merge", "into", "truncate", "create", "drop",
                                   "alter"})) {
@@ -192,6 +194,19 @@ class Statement {
         Refuse("the query has the word " + word);
     }
 
+    // Functions that load a library into this process (SQLite by ODBC), or write in spite of a session that
+    // reads (large objects of PostgreSQL). A quoted name is the same function.
+    void CheckFunction(std::size_t at) const {
+        const Token& token = m_tokens[at];
+        if ((token.kind == TokenKind::Word || token.kind == TokenKind::Name) &&
+            (IsOneOf(token.text, {"load_extension", "fts3_tokenizer", "readfile", "writefile", "load_file",
+                                  "lowrite", "pg_read_file", "pg_read_binary_file"}) ||
+             IsOneOf(token.text.substr(0, 6),
+                     {"lo_cre", "lo_fro", "lo_imp", "lo_exp", "lo_put", "lo_unl", "lo_tru"}))) {
+            RefuseWord(at);
+        }
+    }
+
     // Only what ends with the session is written to: #table and @table.
     void CheckTarget(std::size_t verb) const {
         std::size_t at = verb + 1;
@@ -208,6 +223,7 @@ class Statement {
         }
         if (at >= m_tokens.size() || IsMark(at + 1, ".") ||
             (m_tokens[at].kind != TokenKind::Word && m_tokens[at].kind != TokenKind::Name) ||
+            m_tokens[at].text.starts_with("##") ||
             !(m_tokens[at].text.starts_with('#') ||
               (m_tokens[at].kind == TokenKind::Word && m_tokens[at].text.starts_with('@')))) {
             RefuseWord(verb);

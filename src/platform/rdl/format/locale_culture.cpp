@@ -221,8 +221,13 @@ std::optional<Culture> LocaleCulture(std::string_view fullName) {
 }
 
 void TakeRegionCurrency(std::string_view fullName, Culture& culture) {
-    const QLocale region = RegionLocale(ReadTags(fullName).territory);
-    TakeCurrency(region, culture);
+    const QLocale::Territory territory = ReadTags(fullName).territory;
+    // A part of the world (150) has no money of its own, and what Qt finds for it is that of some state
+    // there.
+    const QString code = QLocale::territoryToCode(territory);
+    if (!code.isEmpty() && !code.front().isDigit()) {
+        TakeCurrency(RegionLocale(territory), culture);
+    }
     if (culture.currencySymbol.empty()) {
         culture.currencySymbol = NoCurrency;
     }

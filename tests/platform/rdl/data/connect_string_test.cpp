@@ -102,7 +102,7 @@ TEST_F(OdbcConnections, DsnGoesFirstAndLogonLast) {
 }
 
 TEST_F(OdbcConnections, DriverIsOneOfTheMachines) {
-    EXPECT_EQ(Odbc("Driver={sqlite3};Database=/srv/a.db"), "DRIVER=SQLite3;Database=/srv/a.db;");
+    EXPECT_EQ(Odbc("Driver={sqlite3};Database=/srv/a.db"), "DRIVER=SQLite3;Database=/srv/a.db;NoCreat=1;");
     EXPECT_EQ(Target("Driver={SQLite3};Database=a").place, "the database by the ODBC driver \"SQLite3\"");
     EXPECT_EQ(Failure("Driver={Wonder};Server=db"),
               "the ODBC driver \"Wonder\" is not installed; there are: SQLite3, FreeTDS");

@@ -67,6 +67,12 @@ TEST(ReadingStatement, WhatAReadingWordHidesIsFound) {
         EXPECT_EQ(Refusal(std::string("select 1\0; delete", 18), dialect),
                   "a report only reads: the query has a NUL in it");
     }
+    EXPECT_EQ(Refusal("select load_extension('/tmp/x')", ProviderKind::Odbc),
+              "a report only reads: the query has the word LOAD_EXTENSION");
+    EXPECT_EQ(Refusal("select \"Load_Extension\"('/tmp/x')", ProviderKind::Odbc),
+              "a report only reads: the query has the word LOAD_EXTENSION");
+    EXPECT_EQ(Refusal("select lo_from_bytea(0, 'x')", ProviderKind::PostgreSql),
+              "a report only reads: the query has the word LO_FROM_BYTEA");
     for (const char* text : {"/*!load data local infile 'a' into table t*/", "select 1 /*!50000 into @a */",
                              "select 1 /*M!100000 , 2 */"}) {
         EXPECT_EQ(Refusal(text, ProviderKind::MySql),
@@ -114,6 +120,8 @@ TEST(ReadingStatement, BatchWritesToNothingElse) {
         {"with a as (select 1) update a set b = 1", "the query has the word UPDATE"},
         {"create procedure #p as select 1", "the query has the word CREATE"},
         {"merge into t using u on 1 = 1 when matched then delete;", "the query begins with \"merge\""},
+        {"insert into ##t select 1", "the query has the word INSERT"},
+        {"select 1; receive * from q", "the query has the word RECEIVE"},
         {"create index i on t(a)", "the query has the word CREATE"},
         {"select 1; truncate table t", "the query has the word TRUNCATE"},
         {"drop table [t]", "the query has the word DROP"},
