@@ -86,8 +86,9 @@ TEST_F(PackageDeleting, ColonInANameOfTheTableViewDeletesThePackageThatItNames) 
     database.TakeStatements();
     prompts.answers = {vbYes};
     ChooseOf(window, "a:1", "mnubtcDelSel");
-    EXPECT_EQ(database.TakeStatements()[0], "delete from reportbatch where reportid = 3");
-    EXPECT_THAT(database.Rows("select BatchName from ReportBatch"), ElementsAre("Week", "Other"));
+    EXPECT_EQ(database.TakeStatements()[0], "delete from reportbatch where reportid = 4");
+    EXPECT_THAT(database.Rows("select BatchName from ReportBatch"),
+                ElementsAre("Month end", "Week", "Other"));
 }
 
 TEST_F(PackageDeleting, AnyAnswerButYesDeletesNothing) {

@@ -256,7 +256,7 @@ TEST_F(PropertiesCommands, TestShowsTheUsersFileWithValuesAndFormulaOfTheForm) {
     ASSERT_GE(asked.size(), 3U);
     EXPECT_THAT(Texts(asked.begin(), asked.begin() + 3),
                 ElementsAre("value 1 text North", "value 2 double 2025", "formula 1 = 1"));
-    EXPECT_EQ(frame.Shown<frmTest>().size(), 1U);
+    EXPECT_EQ(frame.ShownBesideIt<frmTest>().size(), 1U);
     EXPECT_NE(Shown(), nullptr);
     EXPECT_EQ(Stored("SelectionForm"), "{Sales.Region} = \"N\"");
 }
@@ -274,7 +274,7 @@ TEST_F(PropertiesCommands, TestHandsEachValueOverByItsTypeAndPassesOverWhatItCan
     EXPECT_THAT(Texts(asked.begin(), asked.begin() + 5),
                 ElementsAre("value 1 boolean True", "value 3 date 2026-11-21 00:00:00", "value 4 field x",
                             "value 6 text z", "formula {Sales.Region} = \"N\""));
-    EXPECT_EQ(frame.Shown<frmTest>().size(), 1U);
+    EXPECT_EQ(frame.ShownBesideIt<frmTest>().size(), 1U);
     EXPECT_THAT(prompts.boxes, IsEmpty());
     EXPECT_THAT(process.ends, IsEmpty());
 }

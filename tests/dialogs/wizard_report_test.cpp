@@ -322,7 +322,7 @@ TEST_F(WizardReport, TestShowsTheReportWithoutALogon) {
     GoTo("Step5");
     engine.calls.clear();
     Click("cmdTest");
-    EXPECT_EQ(frame.Shown<frmTest>().size(), 1U);
+    EXPECT_EQ(frame.ShownBesideIt<frmTest>().size(), 1U);
     EXPECT_EQ(engine.calls.front(), "open pages");
     EXPECT_TRUE(The<QPushButton>("cmdNext").isEnabled());
     EXPECT_EQ(Page(), "Step5");

@@ -14,6 +14,7 @@ import time
 import unittest
 
 STAGE = pathlib.Path(os.environ.get("OXC_STAGE", "build/release/stage")).resolve()
+FAKETIME = "/usr/lib/x86_64-linux-gnu/faketime/libfaketime.so.1"
 SUPPORT = pathlib.Path(__file__).resolve().parent.parent / "support"
 
 MIME_TYPES = {

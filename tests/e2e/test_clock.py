@@ -3,15 +3,13 @@
 import time
 import unittest
 
-from harness import CourierTest
-
-PRELOAD = "/usr/lib/x86_64-linux-gnu/faketime/libfaketime.so.1"
+from harness import FAKETIME, CourierTest
 
 
 class Clock(CourierTest):
     def fake(self, moment):
         # Only the wall clock is another: timers keep their pace.
-        self.courier.extra_environment = {"LD_PRELOAD": PRELOAD, "FAKETIME": "@" + moment, "TZ": "Etc/UTC",
+        self.courier.extra_environment = {"LD_PRELOAD": FAKETIME, "FAKETIME": "@" + moment, "TZ": "Etc/UTC",
                                           "FAKETIME_DONT_FAKE_MONOTONIC": "1", "DONT_FAKE_MONOTONIC": "1"}
 
     def test_fires_at_its_minute_and_not_before(self):

@@ -1,7 +1,9 @@
 // A frame on the screen, with room for child windows.
 #pragma once
 
+#include <QApplication>
 #include <QMdiSubWindow>
+#include <algorithm>
 
 #include "platform/controls/child_area.h"
 #include "support/fakes.h"
@@ -29,6 +31,27 @@ class MdiFrame : public FakeFrame {
             }
         }
         return forms;
+    }
+    // The same of windows of their own.
+    template <typename Form>
+    static std::vector<Form*> ShownBesideIt() {
+        std::vector<Form*> forms;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            auto* form = qobject_cast<Form*>(window);
+            if (form != nullptr && window->isVisible()) {
+                forms.push_back(form);
+            }
+        }
+        return forms;
+    }
+    // A preview before a dialog belongs to the real main window, which this frame is not.
+    ~MdiFrame() override {
+        const QWidgetList windows = QApplication::topLevelWidgets();  // its own lists among them
+        const auto preview = std::find_if(windows.begin(), windows.end(),
+                                          [](const QWidget* window) { return window->inherits("frmTest"); });
+        if (preview != windows.end()) {
+            delete *preview;
+        }
     }
     ChildArea area;
 };
