@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "app/Global.h"
+#include "mail/Delivery.h"
 #include "platform/process.h"
 #include "scheduler/RunHistory.h"
 #include "support/database.h"
@@ -276,6 +277,32 @@ TEST_F(Schedchk, RunThatIsTriedAgainKeepsItsIdentityAndTheNextHasAnother) {
     EXPECT_NE(made[4], made[0]);
     EXPECT_NE(made[4], made[1]);
     EXPECT_NE(made[0].find("2026-11-20"), std::string::npos);
+}
+
+// Its date does not move, so that each of its runs would pass for a copy of the one before.
+TEST_F(Schedchk, RunsOfAnUnknownFrequencyWordBearNoIdentity) {
+    Row({.frequency = "WeekDays", .nextRun = "2026-11-21", .format = "DHTML"});
+    Global::Schedchk();
+    EXPECT_EQ(mail.identities, std::vector<std::string>{""});
+}
+
+TEST_F(Schedchk, AlertOfARefusalWaitsUntilTheRunIsRecorded) {
+    Row({.nextRun = "2026-11-21"});
+    std::size_t before = 99;
+    engine.onExport = [&](const std::string&) {
+        Global::ReportRefusals("Figures", {{"bob@example.com", "550 unknown"}});
+        before = mail.sent.size();
+    };
+    testing::internal::CaptureStderr();
+    Global::Schedchk();
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(before, 0U);
+    EXPECT_EQ(NextRuns(), Rows{"2026-11-22"});
+    ASSERT_EQ(mail.sent.size(), 1U);
+    EXPECT_EQ(
+        mail.sent[0].text,
+        "The mail \"Figures\" has gone out, but not to everybody: the server refuses bob@example.com (550 "
+        "unknown)");
 }
 
 TEST_F(Schedchk, AlertOfAFailedRunIsNoCopyOfIt) {
