@@ -57,7 +57,7 @@ TEST(LocaleCulture, LanguageOfAnotherRegionHasTheMoneyOfTheRegion) {
 
 TEST(LocaleCulture, RegionsOfSeveralCountriesHaveNoMoneyOfOne) {
     EXPECT_EQ(Number(1.5, "C", "es-419"), "¤1.50");
-    EXPECT_EQ(Number(1.5, "C", "en-150"), "¤1.50");
+    EXPECT_EQ(Number(1.5, "C", "en-150"), "1.50 ¤");
 }
 
 TEST(LocaleCulture, GroupsAreThoseOfTheRegionInEveryFormat) {
