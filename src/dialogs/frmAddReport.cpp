@@ -22,7 +22,6 @@
 #include "platform/clock.h"
 #include "platform/controls/room.h"
 #include "platform/convert.h"
-#include "platform/paths.h"
 #include "platform/prompts.h"
 #include "platform/registry.h"
 #include "platform/resume_next.h"
@@ -357,8 +356,7 @@ void frmAddReport::TakeReportIn() {
 // As a picked one, but the focus stays where it went, and so does a title that was typed. Raises as
 // OpenReport.
 void frmAddReport::OpenTypedReport() {
-    const std::string typed = m_ui->txtBrowse->Text();
-    const std::string path = typed.starts_with('/') ? paths::FromMachine(typed) : typed;
+    const std::string path = m_ui->txtBrowse->Text();
     Global::OpenReport(path);
     m_ui->txtBrowse->Text(path);
     m_pathTyped = false;

@@ -19,7 +19,7 @@ void WriteRunHistory(const Variant& reportID, const Variant& lastRun, const Vari
 std::string PackageHistoryMoment();
 std::string PackageRunStatement(const std::string& reportID, const std::string& moment);
 // That row at the present moment, and the row of a failed package, written on a connection of their own. The
-// success word of a failure is "T" as well; what marks it is the text behind. Nothing is escaped; an error
+// success word of a failure is "T" as well; what marks it is the text after it. Nothing is escaped; an error
 // passes on.
 void WritePackageRun(const std::string& reportID);
 void WritePackageFailure(const std::string& reportID, const std::string& description);

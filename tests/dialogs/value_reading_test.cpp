@@ -1,4 +1,4 @@
-// How typed values are told in words.
+// How typed values are shown in words.
 #include "dialogs/ValueReading.h"
 
 #include <gtest/gtest.h>

@@ -86,7 +86,7 @@ class Mail(MailTest):
 
     # Other failures: the alert, no row for an HTML report, a failure row for the engine's own mail
 
-    # A recipient that the server refuses for good does not stop the others, and is told once
+    # A recipient that the server refuses for good does not stop the others, and is reported once
 
     def check_refused_recipient(self, **columns):
         server = self.serve("--mode", "reject-recipient", "--recipient", "bob@example.com")

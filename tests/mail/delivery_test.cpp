@@ -126,7 +126,7 @@ TEST_F(Delivery, OtherErrorsAreAlertedUnderOneRoutineName) {
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
-// A name that nobody knows is told before a file is looked at.
+// An unknown name is reported before a file is opened.
 TEST_F(Delivery, NamesAreResolvedBeforeFilesAreAttached) {
     mail.resolveErrors = {RuntimeError(500, "nobody")};
     EXPECT_FALSE(SendMailBatch("b", "s", 1, 21, 1));
@@ -173,7 +173,7 @@ TEST_F(Delivery, NoSessionIsNoMail) {
     EXPECT_FALSE(SendAlertMail("b", "a", "s", 1));
 }
 
-// What is told nowhere else
+// What is shown nowhere else
 
 TEST_F(Delivery, AlertThatDoesNotGoOutIsADatedLine) {
     mail.resolveErrors = {RuntimeError(500, "\"boss\" is nobody")};

@@ -21,5 +21,5 @@ bool CanBeShown(const std::string& key, const std::string& value);
 
 // The port that servers use for the encryption that is chosen.
 int UsualPort(const Ui::MailDialog& ui);
-// Likewise, in seconds, for the transport.
+// The same in seconds, for the transport.
 int UsualTimeout(const Ui::MailDialog& ui);

@@ -10,6 +10,10 @@
 
 namespace rdl::data {
 
+// A server that says nothing is given up this much later than its own time, so that what it says itself is
+// shown.
+inline constexpr std::chrono::seconds Patience(5);
+
 // Watches the sockets that the process opens while one of these lives. A call that is not back at its time
 // finds them shut down, and so its driver sees a connection that has ended.
 class ConnectionWatch {

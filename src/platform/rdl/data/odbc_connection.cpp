@@ -33,11 +33,7 @@ bool IsOneOf(std::string_view key, std::initializer_list<std::string_view> keys)
 // MariaDB, SQLite and Access. All else is refused: some drivers load libraries, write logs, run statements or
 // hand files of this machine to the server where a connect string tells them to.
 bool IsKnown(std::string_view key) {
-    return IsOneOf(key, {"driver",
-                         "dsn",
-                         "provider",
-                         "data source",
-                         "server",
+    return IsOneOf(key, {"server",
                          "servername",
                          "host",
                          "hostname",
@@ -50,12 +46,6 @@ bool IsKnown(std::string_view key) {
                          "dbq",
                          "dbname",
                          "schema",
-                         "uid",
-                         "user",
-                         "user id",
-                         "username",
-                         "pwd",
-                         "password",
                          "trusted_connection",
                          "integrated security",
                          "charset",

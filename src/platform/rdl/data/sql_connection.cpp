@@ -16,11 +16,6 @@ namespace {
 
 constexpr int ConnectSeconds = 20;
 constexpr int MostSeconds = 1'000'000;
-// A server that says nothing is given up this much later than its own time, so that what it says itself is
-// shown.
-constexpr int Patience = 5;
-// What closing a connection may take.
-constexpr std::chrono::seconds CloseTime(5);
 
 QString DriverName(ProviderKind provider) {
     switch (provider) {
@@ -116,7 +111,7 @@ SqlConnection::SqlConnection(const SqlSource& source) {
 }
 
 SqlConnection::~SqlConnection() {
-    const ConnectionWatch::Limit limit(m_watch, CloseTime);
+    const ConnectionWatch::Limit limit(m_watch, Patience);
     Close();
 }
 
@@ -157,7 +152,7 @@ void SqlConnection::Open(const SqlSource& source) {
 
 void SqlConnection::Connect(const SqlSource& source, const ConnectString& pairs,
                             const ServerAddress& address) {
-    const ConnectionWatch::Limit limit(m_watch, std::chrono::seconds(ConnectSeconds + Patience));
+    const ConnectionWatch::Limit limit(m_watch, std::chrono::seconds(ConnectSeconds) + Patience);
     m_database.setConnectOptions(ConnectOptions(source, pairs));
     if (!m_database.open()) {
         Refuse(address);

@@ -36,9 +36,6 @@ bool HasWord(std::string_view text, std::initializer_list<std::string_view> word
     return false;
 }
 
-// The server has this much longer than the query, so that its own word of the time comes first.
-constexpr std::chrono::seconds Patience(5);
-
 class SqlCursor : public Cursor {
  public:
     SqlCursor(const SqlSource& source, const BoundQuery& query)

@@ -61,7 +61,7 @@ DateTokens TokensOf(const QString& pattern) {
     return ReadDateTokens(Utf8(Plain(pattern, u' ')));
 }
 
-// The marks between the first two letters, `usual` where there are words.
+// The marks between the first two characters, `usual` where there are words.
 std::string SeparatorOf(const DateTokens& tokens, const char* usual) {
     const auto isLetter = [](const DateToken& token) { return token.letter != 0; };
     const auto first = std::find_if(tokens.begin(), tokens.end(), isLetter);
@@ -114,7 +114,7 @@ void TakeDates(const QLocale& locale, Culture& culture) {
     }
 }
 
-// Read off a long number, as its sizes are told nowhere.
+// Read from a long number, as Qt does not report the sizes.
 void TakeGroups(const QLocale& locale, Culture& culture) {
     const QString number = locale.toString(1e15, 'f', 0);
     const QStringList groups = number.split(locale.groupSeparator());
@@ -136,7 +136,7 @@ void TakeNumbers(const QLocale& locale, Culture& culture) {
     TakeGroups(locale, culture);
 }
 
-// The place of the percent sign is told nowhere either. A number without a language's entry has it right
+// Qt does not report the place of the percent sign either. A number without a language's entry has it right
 // after it.
 void TakePercentPattern(std::string_view language, Culture& culture) {
     constexpr std::array WithBlank = {"be", "bs", "ca", "cs", "da",  "de", "dsb", "es", "fi",

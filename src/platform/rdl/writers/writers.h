@@ -32,7 +32,7 @@ struct DocumentInfo {
     std::string title, author, description, language;
 };
 DocumentInfo InfoOf(const layout::ReportInstance& report);
-// Pages that are laid out already, as `next` gives them; null behind the last.
+// Pages that are laid out already, as `next` gives them; null after the last.
 void WritePdf(const DocumentInfo& info, const std::function<std::shared_ptr<const layout::Page>()>& next,
               Output& output, const Options& options);
 

@@ -366,7 +366,7 @@ class TreeBuilder {
             }
             at += length + 1;
         }
-        *to = '\0';  // resolved once, whoever asks again
+        *to = '\0';  // a second call finds it resolved
         return {begin, static_cast<std::size_t>(to - begin)};
     }
 
