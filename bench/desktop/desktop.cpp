@@ -14,14 +14,14 @@
 #include <iterator>
 #include <string>
 
-#include "app/Global.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/DetailViews.h"
 #include "desktop/frmDesk.h"
+#include "platform/base/paths.h"
 #include "platform/controls/child_area.h"
-#include "platform/paths.h"
 #include "platform/qt/application.h"
 #include "platform/regfile/registry_file.h"
+#include "shared/Global.h"
 
 namespace {
 

@@ -16,11 +16,11 @@
 #include <string>
 #include <vector>
 
-#include "app/Global.h"
 #include "app/frmMain.h"
 #include "desktop/HistoryCommands.h"
 #include "desktop/frmViewer.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "shared/Global.h"
 
 namespace {
 

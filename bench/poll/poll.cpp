@@ -16,10 +16,10 @@
 #include <string>
 #include <vector>
 
-#include "app/Global.h"
-#include "platform/clock.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/clock.h"
 #include "scheduler/Schedchk.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 
 namespace {

@@ -11,12 +11,12 @@
 #include <functional>
 #include <string>
 
-#include "app/Global.h"
 #include "bench/run/timed_engine.h"
 #include "bench/run/timed_mail.h"
-#include "platform/clock.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/clock.h"
 #include "scheduler/Schedchk.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 #include "support/database.h"
 

@@ -1,6 +1,6 @@
 #include "bench/run/timed_engine.h"
 
-#include "platform/rdl/engine/engine.h"
+#include "platform/reports/rdl_engine.h"
 
 Stopwatch g_opening, g_exporting;
 
@@ -52,7 +52,7 @@ class TimedEngine : public report::Engine {
     }
 
  private:
-    std::shared_ptr<report::Engine> m_engine = rdl::engine::CreateRdlEngine();
+    std::shared_ptr<report::Engine> m_engine = reports::CreateRdlEngine();
 };
 
 }  // namespace

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bench/run/stopwatch.h"
-#include "platform/report_engine.h"
+#include "platform/contracts/report_engine.h"
 
 extern Stopwatch g_opening, g_exporting;  // exporting holds the engine's own mailing as well
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bench/run/stopwatch.h"
-#include "platform/mapi.h"
+#include "platform/contracts/mapi.h"
 
 extern Stopwatch g_mailing;
 

@@ -12,9 +12,9 @@
 #include <string>
 
 #include "bench/long_report.h"
-#include "platform/paths.h"
-#include "platform/rdl/engine/engine.h"
-#include "platform/rdl/engine/rdl_report.h"
+#include "platform/base/paths.h"
+#include "platform/reports/rdl_engine.h"
+#include "platform/reports/rdl_report.h"
 #include "platform/viewer/report_viewer.h"
 
 namespace {
@@ -52,7 +52,7 @@ void Run(const char* name, const std::filesystem::path& folder, const std::files
     viewer.resize(960, 580);
     viewer.show();
     QApplication::processEvents();
-    viewer.ReportSource(rdl::engine::OpenRdlReport(paths::FromMachine(file)));
+    viewer.ReportSource(reports::OpenRdlReport(paths::FromMachine(file)));
     auto* const pages = viewer.findChild<viewer::PageCanvas*>("pages");
     const double first = MillisecondsOf([&] {
         viewer.ViewReport();

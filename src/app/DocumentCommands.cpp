@@ -3,11 +3,11 @@
 #include <cstdint>
 #include <string>
 
-#include "app/Global.h"
-#include "app/ShellMod.h"
 #include "dialogs/ScheduleRecords.h"
-#include "platform/adodb.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/adodb.h"
+#include "shared/Global.h"
+#include "shared/ShellMod.h"
 
 namespace {
 

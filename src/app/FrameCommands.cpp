@@ -2,11 +2,11 @@
 #include <QPointer>
 #include <QTimer>
 
-#include "app/Global.h"
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
 #include "desktop/DeskWindows.h"
-#include "platform/process.h"
+#include "platform/contracts/process.h"
+#include "shared/Global.h"
 
 void mnuEnd_Click() {
     for (std::size_t slot = 1; slot < Global::DeskWindows.size(); ++slot) {

@@ -6,19 +6,19 @@
 #include <functional>
 #include <vector>
 
-#include "app/Global.h"
-#include "app/ShellMod.h"
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
 #include "desktop/DeskWindows.h"
-#include "platform/convert.h"
-#include "platform/journal.h"
-#include "platform/loop.h"
-#include "platform/paths.h"
-#include "platform/process.h"
-#include "platform/registry.h"
+#include "platform/base/convert.h"
+#include "platform/base/journal.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/loop.h"
+#include "platform/contracts/process.h"
+#include "platform/contracts/registry.h"
 #include "scheduler/BatchReport.h"
 #include "scheduler/Schedchk.h"
+#include "shared/Global.h"
+#include "shared/ShellMod.h"
 #include "store/LiveDatabase.h"
 #include "store/Upkeep.h"
 

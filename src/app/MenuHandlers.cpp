@@ -12,8 +12,8 @@
 #include "desktop/PackageNodeCommands.h"
 #include "dialogs/frmAddReport.h"
 #include "dialogs/frmWiz.h"
-#include "execution/DemandCommands.h"
 #include "execution/PreviewCommands.h"
+#include "execution/on_demand/DemandCommands.h"
 
 std::function<void()> FindMenuHandler(const std::string& entry) {
     static const std::map<std::string, std::function<void()>> handlers = {

@@ -2,15 +2,15 @@
 
 #include <QPointer>
 
-#include "app/Global.h"
-#include "app/ShellMod.h"
 #include "app/frmMain.h"
 #include "mail/PickRecipients.h"
-#include "platform/controls/common_dialog.h"
-#include "platform/controls/room.h"
-#include "platform/convert.h"
-#include "platform/registry.h"
-#include "platform/resume_next.h"
+#include "platform/base/convert.h"
+#include "platform/base/resume_next.h"
+#include "platform/contracts/registry.h"
+#include "platform/controls/folders/common_dialog.h"
+#include "platform/controls/kit/room.h"
+#include "shared/Global.h"
+#include "shared/ShellMod.h"
 #include "ui_frmConfig.h"
 
 namespace {

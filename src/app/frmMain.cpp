@@ -11,17 +11,17 @@
 #include <QMenuBar>
 #include <QStatusBar>
 
-#include "app/Global.h"
 #include "app/MenuHandlers.h"
 #include "app/Menus.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/frmDesk.h"
-#include "platform/clock.h"
-#include "platform/controls/common_dialog.h"
-#include "platform/convert.h"
-#include "platform/loop.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/clock.h"
+#include "platform/contracts/loop.h"
+#include "platform/controls/folders/common_dialog.h"
 #include "scheduler/BatchReport.h"
 #include "scheduler/Schedchk.h"
+#include "shared/Global.h"
 
 namespace {
 

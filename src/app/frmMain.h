@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "app/Frame.h"
 #include "platform/controls/child_area.h"
 #include "platform/qt/tray_icon.h"
+#include "shared/Frame.h"
 
 class CommonDialog;
 class QAction;

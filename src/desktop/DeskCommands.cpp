@@ -1,5 +1,4 @@
 // The commands of the toolbar.
-#include "app/Global.h"
 #include "desktop/DeskItems.h"
 #include "desktop/frmDesk.h"
 #include "dialogs/PreviewSchedule.h"
@@ -7,10 +6,11 @@
 #include "dialogs/frmAddReport.h"
 #include "dialogs/frmWiz.h"
 #include "execution/RunReport.h"
-#include "platform/adodb.h"
-#include "platform/clock.h"
-#include "platform/convert.h"
-#include "platform/prompts.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/clock.h"
+#include "platform/contracts/prompts.h"
+#include "shared/Global.h"
 #include "store/Upkeep.h"
 
 namespace {

@@ -1,13 +1,13 @@
 // How a Desktop window is filled: its tree, its folders, schedules and packages.
-#include "app/Global.h"
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/DetailViews.h"
 #include "desktop/frmDesk.h"
 #include "dialogs/ScheduleRecords.h"
 #include "execution/RunReport.h"
-#include "platform/adodb.h"
-#include "platform/convert.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/adodb.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 
 namespace {

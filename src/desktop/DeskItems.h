@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "platform/controls/list_view.h"
-#include "platform/dates.h"
+#include "platform/contracts/dates.h"
+#include "platform/controls/items/list_view.h"
 
 // What an item is, by its Icon.
 namespace desk {

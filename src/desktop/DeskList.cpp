@@ -1,14 +1,14 @@
 // What happens on the items of a Desktop window's list: opening, renaming, context menus.
-#include "app/Global.h"
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/frmDesk.h"
 #include "dialogs/ScheduleRecords.h"
 #include "execution/RunReport.h"
-#include "platform/adodb.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/prompts.h"
 #include "platform/controls/child_area.h"
-#include "platform/convert.h"
-#include "platform/prompts.h"
+#include "shared/Global.h"
 #include "store/Upkeep.h"
 
 namespace {

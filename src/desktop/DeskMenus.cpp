@@ -1,13 +1,13 @@
 #include "desktop/DeskMenus.h"
 
-#include "app/Global.h"
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/frmDesk.h"
 #include "dialogs/ScheduleRecords.h"
 #include "dialogs/frmProp.h"
 #include "execution/RunReport.h"
-#include "platform/clock.h"
+#include "platform/contracts/clock.h"
+#include "shared/Global.h"
 
 void mnuDeskNew_Click() {
     // The key is the same all day long: a second item while the first is listed is an error.

@@ -2,9 +2,9 @@
 
 #include <QMdiSubWindow>
 
-#include "app/Global.h"
 #include "desktop/frmDesk.h"
 #include "platform/controls/child_area.h"
+#include "shared/Global.h"
 
 frmDesk* OpenDeskWindow(ChildArea& area) {
     const auto slot = static_cast<std::size_t>(++Global::DeskCount);

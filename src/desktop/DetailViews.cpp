@@ -1,14 +1,14 @@
 #include "desktop/DetailViews.h"
 
-#include "app/Global.h"
-#include "app/ShellMod.h"
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/frmDesk.h"
 #include "dialogs/ScheduleRecords.h"
-#include "platform/adodb.h"
-#include "platform/convert.h"
-#include "platform/registry.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/registry.h"
+#include "shared/Global.h"
+#include "shared/ShellMod.h"
 
 namespace {
 

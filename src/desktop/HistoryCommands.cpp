@@ -1,13 +1,13 @@
 #include "desktop/HistoryCommands.h"
 
-#include "app/Global.h"
 #include "desktop/HistoryNodes.h"
 #include "desktop/frmViewer.h"
 #include "execution/PackagePreview.h"
-#include "execution/RunOnDemand.h"
 #include "execution/RunReport.h"
-#include "platform/adodb.h"
-#include "platform/prompts.h"
+#include "execution/on_demand/RunOnDemand.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/prompts.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 
 namespace {

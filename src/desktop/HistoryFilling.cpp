@@ -1,8 +1,8 @@
 // How the Schedule History window is filled.
-#include "app/Global.h"
 #include "desktop/HistoryNodes.h"
 #include "desktop/frmViewer.h"
-#include "platform/adodb.h"
+#include "platform/contracts/adodb.h"
+#include "shared/Global.h"
 
 namespace {
 

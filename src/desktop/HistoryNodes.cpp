@@ -2,8 +2,8 @@
 
 #include <regex>
 
-#include "platform/controls/tree_view.h"
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
+#include "platform/controls/items/tree_view.h"
 
 namespace history {
 

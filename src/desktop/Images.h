@@ -1,7 +1,7 @@
 // The pictures of the Desktop windows, by the numbers that tell what an item is.
 #pragma once
 
-#include "platform/controls/image_list.h"
+#include "platform/controls/items/image_list.h"
 
 // Items and nodes of the Desktop: 1 folder, 2 report, 3 root of the tree, 4 folder of the tree, 9 package,
 // 10 report of a package.

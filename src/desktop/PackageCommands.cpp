@@ -1,12 +1,12 @@
 #include "desktop/PackageCommands.h"
 
-#include "app/Global.h"
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/PackageJobs.h"
 #include "desktop/frmDesk.h"
-#include "platform/convert.h"
-#include "platform/prompts.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/prompts.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 
 namespace {

@@ -2,11 +2,11 @@
 
 #include <map>
 
-#include "app/Global.h"
-#include "app/ShellMod.h"
 #include "dialogs/frmPar.h"
 #include "execution/RunReport.h"
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
+#include "shared/Global.h"
+#include "shared/ShellMod.h"
 #include "store/TextConventions.h"
 
 namespace package {

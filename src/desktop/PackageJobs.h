@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/adodb.h"
-#include "platform/report_engine.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/report_engine.h"
 
 namespace package {
 

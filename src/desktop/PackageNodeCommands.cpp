@@ -1,10 +1,10 @@
 #include "desktop/PackageNodeCommands.h"
 
-#include "app/Global.h"
 #include "desktop/HistoryNodes.h"
 #include "desktop/PackageJobs.h"
 #include "desktop/frmViewer.h"
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 
 namespace {

@@ -6,17 +6,17 @@
 #include <functional>
 #include <iterator>
 
-#include "app/Global.h"
-#include "app/ShellMod.h"
 #include "desktop/DeskItems.h"
 #include "desktop/Images.h"
 #include "execution/RunReport.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/prompts.h"
+#include "platform/contracts/registry.h"
 #include "platform/controls/child_area.h"
-#include "platform/controls/key_codes.h"
-#include "platform/controls/twips.h"
-#include "platform/convert.h"
-#include "platform/prompts.h"
-#include "platform/registry.h"
+#include "platform/controls/kit/key_codes.h"
+#include "platform/controls/kit/twips.h"
+#include "shared/Global.h"
+#include "shared/ShellMod.h"
 #include "store/LiveDatabase.h"
 #include "ui_frmDesk.h"
 

@@ -10,10 +10,10 @@
 #include <memory>
 #include <string>
 
-#include "app/Frame.h"
-#include "platform/controls/list_view.h"
+#include "platform/controls/items/list_view.h"
+#include "platform/controls/items/tree_view.h"
 #include "platform/controls/toolbar.h"
-#include "platform/controls/tree_view.h"
+#include "shared/Frame.h"
 
 namespace Ui {
 class frmDesk;

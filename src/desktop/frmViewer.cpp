@@ -6,16 +6,16 @@
 #include <QPointer>
 #include <functional>
 
-#include "app/Global.h"
 #include "desktop/HistoryNodes.h"
 #include "desktop/Images.h"
 #include "execution/RunReport.h"
+#include "platform/base/resume_next.h"
+#include "platform/contracts/loop.h"
+#include "platform/contracts/prompts.h"
 #include "platform/controls/child_area.h"
-#include "platform/controls/key_codes.h"
-#include "platform/controls/twips.h"
-#include "platform/loop.h"
-#include "platform/prompts.h"
-#include "platform/resume_next.h"
+#include "platform/controls/kit/key_codes.h"
+#include "platform/controls/kit/twips.h"
+#include "shared/Global.h"
 #include "ui_frmViewer.h"
 
 namespace {

@@ -9,8 +9,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/controls/items/tree_view.h"
 #include "platform/controls/tab_strip.h"
-#include "platform/controls/tree_view.h"
 
 namespace Ui {
 class frmViewer;

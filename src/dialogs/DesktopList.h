@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "app/Frame.h"
+#include "shared/Frame.h"
 
 namespace Global {
 

@@ -3,8 +3,8 @@
 #include <QApplication>
 #include <QWidget>
 
-#include "app/Global.h"
 #include "platform/qt/application.h"
+#include "shared/Global.h"
 
 QWidget* OwnerWindow() {
     if (QWidget* modal = QApplication::activeModalWidget()) {

@@ -1,7 +1,7 @@
 #include "dialogs/PackageRecords.h"
 
-#include "app/Global.h"
-#include "platform/convert.h"
+#include "platform/base/convert.h"
+#include "shared/Global.h"
 
 namespace Global {
 

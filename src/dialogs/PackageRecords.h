@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/adodb.h"
+#include "platform/contracts/adodb.h"
 
 namespace Global {
 

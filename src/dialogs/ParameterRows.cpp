@@ -1,7 +1,7 @@
 #include "dialogs/ParameterRows.h"
 
-#include "app/Global.h"
-#include "platform/adodb.h"
+#include "platform/contracts/adodb.h"
+#include "shared/Global.h"
 
 namespace Global {
 

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 namespace Global {
 

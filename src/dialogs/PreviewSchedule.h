@@ -1,7 +1,7 @@
 // A single schedule on the screen.
 #pragma once
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 namespace Global {
 

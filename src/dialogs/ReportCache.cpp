@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/files.h"
 #include "store/TextConventions.h"
 
 namespace Global {

@@ -1,8 +1,8 @@
 #include "dialogs/ScheduleFields.h"
 
-#include "app/Global.h"
-#include "platform/adodb.h"
+#include "platform/contracts/adodb.h"
 #include "platform/controls/combo_box.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 
 void ListFolders(ComboBox& cmbFolder) {

@@ -1,8 +1,8 @@
 #include "dialogs/ScheduleRecords.h"
 
-#include "app/Global.h"
-#include "platform/adodb.h"
-#include "platform/convert.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/adodb.h"
+#include "shared/Global.h"
 
 namespace Global {
 

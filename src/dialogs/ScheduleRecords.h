@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 namespace Global {
 

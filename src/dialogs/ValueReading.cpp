@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "platform/convert.h"
-#include "platform/report_engine.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/report_engine.h"
 
 namespace {
 

@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <array>
 
-#include "app/Global.h"
-#include "app/ShellMod.h"
 #include "dialogs/DesktopList.h"
 #include "dialogs/ModalForm.h"
 #include "dialogs/ParameterRows.h"
@@ -18,13 +16,15 @@
 #include "execution/Preview.h"
 #include "execution/RunReport.h"
 #include "mail/PickRecipients.h"
-#include "platform/adodb.h"
-#include "platform/clock.h"
-#include "platform/controls/room.h"
-#include "platform/convert.h"
-#include "platform/prompts.h"
-#include "platform/registry.h"
-#include "platform/resume_next.h"
+#include "platform/base/convert.h"
+#include "platform/base/resume_next.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/clock.h"
+#include "platform/contracts/prompts.h"
+#include "platform/contracts/registry.h"
+#include "platform/controls/kit/room.h"
+#include "shared/Global.h"
+#include "shared/ShellMod.h"
 #include "store/TextConventions.h"
 #include "ui_frmAddReport.h"
 

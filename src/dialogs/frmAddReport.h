@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/controls/common_dialog.h"
+#include "platform/controls/folders/common_dialog.h"
 
 namespace Ui {
 class frmAddReport;

@@ -4,8 +4,8 @@
 #include <QFontInfo>
 
 #include "dialogs/ModalForm.h"
-#include "platform/controls/room.h"
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
+#include "platform/controls/kit/room.h"
 #include "ui_frmAdvanced.h"
 
 void frmAdvanced::ShowModal(EditableText& txtSelForm) {

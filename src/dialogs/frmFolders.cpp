@@ -2,11 +2,11 @@
 
 #include <vector>
 
-#include "app/Global.h"
 #include "dialogs/ModalForm.h"
-#include "platform/adodb.h"
-#include "platform/controls/image_list.h"
-#include "platform/controls/room.h"
+#include "platform/contracts/adodb.h"
+#include "platform/controls/items/image_list.h"
+#include "platform/controls/kit/room.h"
+#include "shared/Global.h"
 #include "ui_frmFolders.h"
 
 // The picture lies in a static library: nothing else would register it. Must stand outside every namespace.

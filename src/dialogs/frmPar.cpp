@@ -6,17 +6,17 @@
 #include <QStyle>
 #include <algorithm>
 
-#include "app/Global.h"
 #include "dialogs/ModalForm.h"
 #include "dialogs/ValueReading.h"
 #include "execution/RunReport.h"
-#include "platform/adodb.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/loop.h"
+#include "platform/contracts/prompts.h"
 #include "platform/controls/combo_box.h"
-#include "platform/controls/list_view.h"
-#include "platform/controls/twips.h"
-#include "platform/convert.h"
-#include "platform/loop.h"
-#include "platform/prompts.h"
+#include "platform/controls/items/list_view.h"
+#include "platform/controls/kit/twips.h"
+#include "shared/Global.h"
 #include "ui_frmPar.h"
 
 namespace {

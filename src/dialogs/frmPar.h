@@ -15,7 +15,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/report_engine.h"
+#include "platform/contracts/report_engine.h"
 
 class ComboBox;
 class ListView;

@@ -4,7 +4,6 @@
 #include <QTreeView>
 #include <array>
 
-#include "app/Global.h"
 #include "dialogs/ModalForm.h"
 #include "dialogs/ParameterRows.h"
 #include "dialogs/ReportCache.h"
@@ -15,9 +14,10 @@
 #include "execution/Preview.h"
 #include "execution/RunReport.h"
 #include "mail/PickRecipients.h"
-#include "platform/adodb.h"
-#include "platform/controls/room.h"
-#include "platform/resume_next.h"
+#include "platform/base/resume_next.h"
+#include "platform/contracts/adodb.h"
+#include "platform/controls/kit/room.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 #include "ui_frmProp.h"
 

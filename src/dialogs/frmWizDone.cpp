@@ -2,10 +2,10 @@
 
 #include <QPointer>
 
-#include "app/Global.h"
-#include "platform/controls/room.h"
-#include "platform/paths.h"
-#include "platform/prompts.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/prompts.h"
+#include "platform/controls/kit/room.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 #include "ui_frmWizDone.h"
 

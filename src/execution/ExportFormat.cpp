@@ -1,9 +1,9 @@
 #include "execution/ExportFormat.h"
 
-#include "platform/clock.h"
-#include "platform/convert.h"
-#include "platform/file_name.h"
-#include "platform/paths.h"
+#include "platform/base/convert.h"
+#include "platform/base/file_name.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/clock.h"
 #include "store/TextConventions.h"
 
 namespace Global {

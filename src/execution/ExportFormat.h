@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/report_engine.h"
+#include "platform/contracts/report_engine.h"
 
 namespace Global {
 

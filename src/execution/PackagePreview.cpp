@@ -1,9 +1,9 @@
 #include "execution/PackagePreview.h"
 
-#include "app/Global.h"
 #include "execution/Preview.h"
 #include "execution/RunReport.h"
-#include "platform/adodb.h"
+#include "platform/contracts/adodb.h"
+#include "shared/Global.h"
 
 namespace Global {
 

@@ -1,9 +1,9 @@
 #include "execution/PackageRun.h"
 
-#include "app/Global.h"
 #include "execution/RunReport.h"
 #include "mail/Delivery.h"
-#include "platform/journal.h"
+#include "platform/base/journal.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 
 namespace Global {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "execution/ExportFormat.h"
-#include "platform/adodb.h"
+#include "platform/contracts/adodb.h"
 
 namespace Global {
 

@@ -2,8 +2,8 @@
 
 #include <QPointer>
 
-#include "app/Global.h"
 #include "execution/frmTest.h"
+#include "shared/Global.h"
 
 namespace Global {
 

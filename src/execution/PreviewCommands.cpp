@@ -1,7 +1,7 @@
 #include "execution/PreviewCommands.h"
 
-#include "app/Global.h"
 #include "execution/PackagePreview.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 
 namespace {

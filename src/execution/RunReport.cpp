@@ -1,12 +1,12 @@
 #include "execution/RunReport.h"
 
-#include "app/Global.h"
 #include "execution/ExportFormat.h"
 #include "mail/Delivery.h"
-#include "platform/convert.h"
-#include "platform/journal.h"
-#include "platform/loop.h"
-#include "platform/process.h"
+#include "platform/base/convert.h"
+#include "platform/base/journal.h"
+#include "platform/contracts/loop.h"
+#include "platform/contracts/process.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 
 namespace Global {

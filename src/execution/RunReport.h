@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "platform/adodb.h"
-#include "platform/report_engine.h"
-#include "platform/runtime.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/report_engine.h"
+#include "platform/contracts/runtime.h"
 
 namespace Global {
 

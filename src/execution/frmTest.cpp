@@ -2,15 +2,15 @@
 
 #include <QPointer>
 
-#include "app/Global.h"
 #include "execution/RunReport.h"
+#include "platform/base/convert.h"
+#include "platform/base/resume_next.h"
+#include "platform/contracts/loop.h"
+#include "platform/contracts/prompts.h"
 #include "platform/controls/child_area.h"
-#include "platform/controls/twips.h"
-#include "platform/convert.h"
-#include "platform/loop.h"
-#include "platform/prompts.h"
-#include "platform/resume_next.h"
+#include "platform/controls/kit/twips.h"
 #include "platform/viewer/report_viewer.h"
+#include "shared/Global.h"
 #include "ui_frmTest.h"
 
 namespace {

@@ -4,11 +4,11 @@
 #include <memory>
 #include <utility>
 
-#include "app/Global.h"
-#include "platform/due_run.h"
-#include "platform/journal.h"
-#include "platform/mapi.h"
-#include "platform/prompts.h"
+#include "platform/base/due_run.h"
+#include "platform/base/journal.h"
+#include "platform/contracts/mapi.h"
+#include "platform/contracts/prompts.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 
 namespace Global {

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/mapi.h"
-#include "platform/runtime.h"
+#include "platform/contracts/mapi.h"
+#include "platform/contracts/runtime.h"
 
 namespace Global {
 

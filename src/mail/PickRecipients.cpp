@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "app/Global.h"
-#include "platform/mapi.h"
-#include "platform/prompts.h"
+#include "platform/contracts/mapi.h"
+#include "platform/contracts/prompts.h"
+#include "shared/Global.h"
 
 namespace Global {
 

@@ -7,12 +7,12 @@
 #include <string_view>
 #include <system_error>
 
-#include "app/Global.h"
-#include "platform/journal.h"
-#include "platform/loop.h"
-#include "platform/paths.h"
-#include "platform/system_error.h"
+#include "platform/base/journal.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/loop.h"
+#include "platform/contracts/system_error.h"
 #include "scheduler/RunHistory.h"
+#include "shared/Global.h"
 
 namespace Global {
 

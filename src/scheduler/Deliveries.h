@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/adodb.h"
+#include "platform/contracts/adodb.h"
 
 namespace Global {
 

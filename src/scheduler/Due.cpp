@@ -1,7 +1,7 @@
 #include "scheduler/Due.h"
 
-#include "platform/clock.h"
-#include "platform/convert.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/clock.h"
 
 namespace Global {
 

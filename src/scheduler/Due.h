@@ -1,7 +1,7 @@
 // Whether an item is due.
 #pragma once
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 namespace Global {
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "platform/dates.h"
+#include "platform/contracts/dates.h"
 
 namespace Global {
 

@@ -1,7 +1,7 @@
 // The polls' hold on the timer of the main window.
 #pragma once
 
-#include "app/Global.h"
+#include "shared/Global.h"
 
 namespace Global {
 

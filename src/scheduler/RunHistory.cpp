@@ -1,10 +1,10 @@
 #include "scheduler/RunHistory.h"
 
-#include "app/Global.h"
 #include "mail/Delivery.h"
-#include "platform/adodb.h"
-#include "platform/clock.h"
-#include "platform/convert.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/clock.h"
+#include "shared/Global.h"
 
 namespace Global {
 

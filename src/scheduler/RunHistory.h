@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 namespace Global {
 

@@ -2,18 +2,18 @@
 
 #include <optional>
 
-#include "app/Global.h"
 #include "execution/RunReport.h"
 #include "mail/Delivery.h"
-#include "platform/adodb.h"
-#include "platform/clock.h"
-#include "platform/convert.h"
-#include "platform/due_run.h"
+#include "platform/base/convert.h"
+#include "platform/base/due_run.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/clock.h"
 #include "scheduler/Deliveries.h"
 #include "scheduler/Due.h"
 #include "scheduler/NextRun.h"
 #include "scheduler/PollTimer.h"
 #include "scheduler/RunHistory.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 
 namespace Global {

@@ -1,8 +1,8 @@
 #include "store/LiveDatabase.h"
 
-#include "app/Global.h"
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/files.h"
+#include "shared/Global.h"
 
 namespace Global {
 

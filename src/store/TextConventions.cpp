@@ -4,9 +4,9 @@
 #include <chrono>
 #include <cmath>
 
-#include "platform/clock.h"
-#include "platform/convert.h"
-#include "platform/loop.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/clock.h"
+#include "platform/contracts/loop.h"
 
 namespace cmFunc {
 

@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "platform/contracts/dates.h"
 #include "platform/controls/editable_text.h"
-#include "platform/dates.h"
 
 namespace cmFunc {
 

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "platform/letters.h"
+#include "platform/base/text.h"
 
 namespace tools {
 namespace {

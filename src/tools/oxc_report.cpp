@@ -8,19 +8,19 @@
 #include <string>
 #include <vector>
 
-#include "platform/paths.h"
-#include "platform/program.h"
-#include "platform/rdl/definition/context.h"
-#include "platform/rdl/engine/engine.h"
-#include "platform/rdl/engine/rdl_report.h"
-#include "platform/regional.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/regional.h"
+#include "platform/posix/program.h"
+#include "platform/reports/rdl_engine.h"
+#include "platform/reports/rdl_report.h"
+#include "rdl/definition/context.h"
 #include "tools/hidden_arguments.h"
 #include "tools/report_arguments.h"
 #include "tools/secret_input.h"
 
 namespace {
 
-using rdl::engine::RdlReport;
+using reports::RdlReport;
 using tools::ReportArguments;
 
 void Print(const std::string& text) {
@@ -53,13 +53,13 @@ QJsonObject DescribeParameter(const report::ParameterField& field) {
 void PrintInfo(RdlReport& report) {
     QJsonArray tables, parameters;
     for (int n = 1; n <= report.TableCount(); ++n) {
-        tables.append(Text(report.TableDataSet(n).name));
+        tables.append(Text(report.TableName(n)));
     }
     for (int n = 1; n <= report.ParameterFieldCount(); ++n) {
         parameters.append(DescribeParameter(report.Parameter(n)));
     }
     const QJsonObject info{{"title", Text(report.Title())},
-                           {"description", Text(report.TheDefinition().description)},
+                           {"description", Text(report.Description())},
                            {"tables", tables},
                            {"parameters", parameters},
                            {"formula", Text(report.RecordSelectionFormula())}};
@@ -120,7 +120,7 @@ void Run(const ReportArguments& arguments) {
         Print(tools::Usage);
         return;
     }
-    const std::shared_ptr<RdlReport> report = rdl::engine::OpenRdlReport(SystemPath(arguments.file));
+    const std::shared_ptr<RdlReport> report = reports::OpenRdlReport(SystemPath(arguments.file));
     if (arguments.command == tools::Command::Info) {
         PrintInfo(*report);
     } else {

@@ -1,6 +1,6 @@
 #include "tools/report_arguments.h"
 
-#include "platform/report_engine.h"
+#include "platform/contracts/report_engine.h"
 
 namespace tools {
 namespace {

@@ -9,7 +9,7 @@
 #include <csignal>
 #include <iostream>
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 namespace tools {
 namespace {

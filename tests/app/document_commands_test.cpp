@@ -4,10 +4,10 @@
 
 #include <QAction>
 
-#include "app/Global.h"
 #include "app/frmMain.h"
-#include "platform/adodb.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/adodb.h"
+#include "shared/Global.h"
 #include "support/database.h"
 #include "support/fake_shell.h"
 #include "support/fakes.h"

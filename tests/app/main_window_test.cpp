@@ -7,13 +7,13 @@
 #include <QMenu>
 #include <QTest>
 
-#include "app/Global.h"
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
 #include "desktop/frmDesk.h"
-#include "platform/convert.h"
+#include "platform/base/convert.h"
 #include "platform/qt/application.h"
 #include "platform/qt/qt_loop.h"
+#include "shared/Global.h"
 #include "support/database.h"
 #include "support/fakes.h"
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/ShellMod.h"
+#include "shared/ShellMod.h"
 #include "support/fake_shell.h"
 
 namespace {

@@ -8,12 +8,12 @@
 #include <QTest>
 #include <optional>
 
-#include "app/Global.h"
-#include "app/ShellMod.h"
 #include "app/frmConfig.h"
 #include "app/frmMain.h"
-#include "platform/controls/common_dialog.h"
+#include "platform/controls/folders/common_dialog.h"
 #include "platform/controls/text_box.h"
+#include "shared/Global.h"
+#include "shared/ShellMod.h"
 #include "support/fakes.h"
 
 namespace {

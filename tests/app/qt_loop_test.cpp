@@ -11,8 +11,8 @@
 #include <chrono>
 #include <thread>
 
-#include "app/Global.h"
-#include "platform/adodb.h"
+#include "platform/contracts/adodb.h"
+#include "shared/Global.h"
 #include "support/database.h"
 
 namespace {

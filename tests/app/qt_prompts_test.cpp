@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <sstream>
 
-#include "platform/process.h"
+#include "platform/contracts/process.h"
 #include "support/fakes.h"
 #include "support/modal.h"
 

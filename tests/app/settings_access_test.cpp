@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "app/ShellMod.h"
+#include "shared/ShellMod.h"
 #include "support/fakes.h"
 
 namespace {

@@ -7,13 +7,13 @@
 #include <filesystem>
 #include <fstream>
 
-#include "app/Global.h"
 #include "app/Main.h"
-#include "app/ShellMod.h"
 #include "app/frmMain.h"
 #include "desktop/frmDesk.h"
-#include "platform/adodb.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/adodb.h"
+#include "shared/Global.h"
+#include "shared/ShellMod.h"
 #include "support/database.h"
 #include "support/fakes.h"
 

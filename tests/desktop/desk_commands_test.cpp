@@ -5,7 +5,7 @@
 #include <climits>
 
 #include "execution/frmTest.h"
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
 #include "support/fake_shell.h"
 
 using testing::ElementsAre;

@@ -1,6 +1,6 @@
 // Deleting folders and reports, and what stays.
 #include "desk_test.h"
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -3,8 +3,8 @@
 
 #include "desk_test.h"
 #include "desktop/DeskWindows.h"
-#include "platform/controls/twips.h"
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
+#include "platform/controls/kit/twips.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -2,7 +2,7 @@
 #include <QElapsedTimer>
 
 #include "desk_test.h"
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;

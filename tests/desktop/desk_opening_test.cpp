@@ -1,6 +1,6 @@
 // Double clicks on every kind of item.
 #include "desk_test.h"
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

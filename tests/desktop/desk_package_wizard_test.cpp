@@ -3,10 +3,10 @@
 
 #include "desk_test.h"
 #include "dialogs/frmWiz.h"
+#include "platform/base/paths.h"
 #include "platform/controls/combo_box.h"
-#include "platform/controls/file_list_box.h"
+#include "platform/controls/folders/file_list_box.h"
 #include "platform/controls/text_box.h"
-#include "platform/paths.h"
 #include "support/temporary_folder.h"
 
 using testing::Contains;

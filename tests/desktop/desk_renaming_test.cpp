@@ -1,7 +1,7 @@
 // Texts edited in place.
 #include "desk_test.h"
 
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

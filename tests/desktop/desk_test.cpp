@@ -4,8 +4,8 @@
 #include <QLineEdit>
 #include <QToolButton>
 
-#include "platform/convert.h"
-#include "platform/prompts.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/prompts.h"
 
 std::string DeskPrompts::Input(const std::string& prompt, const std::string& title,
                                const std::string& preset) {

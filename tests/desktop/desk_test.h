@@ -12,9 +12,9 @@
 #include <string>
 #include <vector>
 
-#include "app/Global.h"
 #include "app/frmMain.h"
 #include "desktop/frmDesk.h"
+#include "shared/Global.h"
 #include "support/database.h"
 #include "support/fakes.h"
 

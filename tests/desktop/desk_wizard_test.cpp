@@ -4,9 +4,9 @@
 
 #include "desk_test.h"
 #include "dialogs/frmAddReport.h"
-#include "platform/controls/common_dialog.h"
+#include "platform/base/paths.h"
+#include "platform/controls/folders/common_dialog.h"
 #include "platform/controls/text_box.h"
-#include "platform/paths.h"
 #include "support/temporary_folder.h"
 
 using testing::ElementsAre;

@@ -6,7 +6,7 @@
 #include <QTreeView>
 
 #include "desktop/DetailViews.h"
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

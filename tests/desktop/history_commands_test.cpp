@@ -1,7 +1,7 @@
 // The menus of the Schedule History window's nodes and what their entries do.
 #include "execution/frmTest.h"
 #include "history_test.h"
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
 
 using testing::Contains;
 using testing::ElementsAre;

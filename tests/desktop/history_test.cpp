@@ -1,6 +1,6 @@
 #include "history_test.h"
 
-#include "platform/convert.h"
+#include "platform/base/convert.h"
 
 // A test may have put a frame of its own before it.
 void HistoryTest::TearDown() {

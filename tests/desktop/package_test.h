@@ -3,7 +3,7 @@
 
 #include "dialogs/frmPar.h"
 #include "history_test.h"
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
 #include "support/fake_shell.h"
 
 class PackageTest : public HistoryTest {

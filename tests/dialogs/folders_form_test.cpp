@@ -6,7 +6,7 @@
 
 #include "dialogs/frmFolders.h"
 #include "platform/controls/combo_box.h"
-#include "platform/controls/tree_view.h"
+#include "platform/controls/items/tree_view.h"
 #include "support/database.h"
 #include "support/fakes.h"
 #include "support/modal.h"

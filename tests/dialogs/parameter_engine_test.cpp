@@ -3,10 +3,10 @@
 
 #include <QPushButton>
 
-#include "app/Global.h"
 #include "dialogs/frmPar.h"
 #include "platform/controls/combo_box.h"
-#include "platform/rdl/engine/report_folder.h"
+#include "platform/reports/report_folder.h"
+#include "shared/Global.h"
 #include "support/fakes.h"
 #include "support/modal.h"
 
@@ -18,11 +18,11 @@ std::string Default(const std::string& values) {
     return "<DefaultValue><Values>" + values + "</Values></DefaultValue>";
 }
 
-class ParametersOfFiles : public rdl::engine::test::ReportFolder {
+class ParametersOfFiles : public reports::test::ReportFolder {
  protected:
     void SetUp() override {
         ReportFolder::SetUp();
-        report::SetEngineFactory(&rdl::engine::CreateRdlEngine);
+        report::SetEngineFactory(&reports::CreateRdlEngine);
         Global::ReportEngine.reset();
         Global::ParCaller = "frmViewer";
     }

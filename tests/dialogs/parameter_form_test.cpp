@@ -6,7 +6,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
-#include "platform/regional.h"
+#include "platform/contracts/regional.h"
 
 namespace {
 

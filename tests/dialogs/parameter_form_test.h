@@ -6,11 +6,11 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "app/Global.h"
 #include "dialogs/frmPar.h"
+#include "platform/base/convert.h"
 #include "platform/controls/combo_box.h"
-#include "platform/controls/list_view.h"
-#include "platform/convert.h"
+#include "platform/controls/items/list_view.h"
+#include "shared/Global.h"
 #include "support/database.h"
 #include "support/fakes.h"
 #include "support/modal.h"

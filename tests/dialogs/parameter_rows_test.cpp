@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/Global.h"
+#include "shared/Global.h"
 #include "support/database.h"
 #include "support/fakes.h"
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "app/Global.h"
 #include "execution/frmTest.h"
+#include "shared/Global.h"
 #include "support/database.h"
 #include "support/mdi_frame.h"
 

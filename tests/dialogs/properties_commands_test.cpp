@@ -5,7 +5,7 @@
 #include "dialogs/frmPar.h"
 #include "dialogs/properties_test.h"
 #include "execution/frmTest.h"
-#include "platform/controls/tree_view.h"
+#include "platform/controls/items/tree_view.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -4,7 +4,7 @@
 #include <QStackedWidget>
 
 #include "dialogs/properties_test.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

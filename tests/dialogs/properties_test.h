@@ -8,18 +8,18 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "app/Global.h"
 #include "dialogs/frmProp.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/prompts.h"
 #include "platform/controls/check_box.h"
 #include "platform/controls/combo_box.h"
-#include "platform/controls/list_view.h"
+#include "platform/controls/items/list_view.h"
 #include "platform/controls/masked_edit.h"
 #include "platform/controls/multi_line_text_box.h"
 #include "platform/controls/option_button.h"
 #include "platform/controls/tab_strip.h"
 #include "platform/controls/text_box.h"
-#include "platform/paths.h"
-#include "platform/prompts.h"
+#include "shared/Global.h"
 #include "support/database.h"
 #include "support/mdi_frame.h"
 #include "support/modal.h"

@@ -5,7 +5,7 @@
 #include <fstream>
 
 #include "dialogs/ScheduleRecords.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
 #include "support/database.h"
 #include "support/fakes.h"
 #include "support/raises.h"

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/regional.h"
-#include "platform/report_engine.h"
+#include "platform/contracts/regional.h"
+#include "platform/contracts/report_engine.h"
 
 namespace {
 

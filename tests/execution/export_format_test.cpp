@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/paths.h"
+#include "platform/base/paths.h"
 #include "support/fakes.h"
 
 using Global::ExportKind;

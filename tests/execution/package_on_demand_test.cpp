@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <QTimer>
 
-#include "execution/DemandCommands.h"
+#include "execution/on_demand/DemandCommands.h"
 #include "scheduler/BatchReport.h"
 #include "support/raises.h"
 #include "support/run_fixture.h"

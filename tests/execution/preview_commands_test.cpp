@@ -5,8 +5,8 @@
 #include <QCoreApplication>
 #include <QTimer>
 
-#include "app/Global.h"
 #include "execution/frmTest.h"
+#include "shared/Global.h"
 #include "support/database.h"
 #include "support/mdi_frame.h"
 #include "support/raises.h"

@@ -8,11 +8,11 @@
 #include <QTreeWidget>
 #include <algorithm>
 
-#include "app/Global.h"
 #include "execution/Preview.h"
 #include "execution/frmTest.h"
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
 #include "platform/viewer/report_viewer.h"
+#include "shared/Global.h"
 #include "support/mdi_frame.h"
 
 namespace {

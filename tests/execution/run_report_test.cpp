@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "app/Global.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "shared/Global.h"
 #include "support/database.h"
 #include "support/fakes.h"
 

@@ -3,9 +3,9 @@
 #include <QCoreApplication>
 #include <QTimer>
 
-#include "execution/DemandCommands.h"
-#include "execution/RunOnDemand.h"
-#include "platform/convert.h"
+#include "execution/on_demand/DemandCommands.h"
+#include "execution/on_demand/RunOnDemand.h"
+#include "platform/base/convert.h"
 #include "scheduler/Schedchk.h"
 #include "support/raises.h"
 #include "support/run_fixture.h"

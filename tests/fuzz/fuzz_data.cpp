@@ -1,12 +1,12 @@
 #include <string>
 
 #include "fuzz/targets.h"
-#include "platform/rdl/data/csv_cursor.h"
-#include "platform/rdl/data/json_cursor.h"
-#include "platform/rdl/data/query_text.h"
-#include "platform/rdl/data/xml_cursor.h"
-#include "platform/rdl/error.h"
-#include "platform/rdl/value.h"
+#include "rdl/data/files/csv_cursor.h"
+#include "rdl/data/files/json_cursor.h"
+#include "rdl/data/files/xml_cursor.h"
+#include "rdl/data/sql/query_text.h"
+#include "rdl/values/error.h"
+#include "rdl/values/value.h"
 
 namespace fuzz {
 namespace {

@@ -1,6 +1,6 @@
 #include "fuzz/targets.h"
-#include "platform/rdl/expr/code.h"
-#include "platform/rdl/expr/fixture.h"
+#include "rdl/expr/code/code.h"
+#include "rdl/expr/fixture.h"
 
 namespace fuzz {
 namespace {

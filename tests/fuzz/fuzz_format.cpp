@@ -2,8 +2,8 @@
 #include <string>
 
 #include "fuzz/targets.h"
-#include "platform/rdl/error.h"
-#include "platform/rdl/format/format.h"
+#include "rdl/format/format.h"
+#include "rdl/values/error.h"
 
 namespace fuzz {
 namespace {

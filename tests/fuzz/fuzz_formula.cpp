@@ -1,6 +1,6 @@
 #include "fuzz/targets.h"
-#include "platform/rdl/error.h"
-#include "platform/rdl/formula/formula.h"
+#include "rdl/formula/formula.h"
+#include "rdl/values/error.h"
 
 namespace fuzz {
 namespace {

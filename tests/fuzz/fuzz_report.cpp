@@ -1,21 +1,19 @@
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 
 #include "fuzz/targets.h"
-#include "platform/rdl/data/provider.h"
-#include "platform/rdl/definition/parse.h"
-#include "platform/rdl/engine/export_format.h"
-#include "platform/rdl/engine/rdl_report.h"
-#include "platform/rdl/layout/build.h"
-#include "platform/report_engine.h"
-#include "platform/runtime.h"
+#include "rdl/data/common/provider.h"
+#include "rdl/definition/parse.h"
+#include "rdl/engine/loaded_report.h"
+#include "rdl/layout/build.h"
 
 namespace fuzz {
 namespace {
 
 constexpr const char* Nowhere = "/nonexistent/fuzz.rdl";
 
-class Counted final : public rdl::writers::Output {
+class Counted final : public rdl::Output {
  public:
     using Output::Write;
     void Write(const char*, std::size_t size) override {
@@ -49,10 +47,11 @@ bool HoldsItsRows(const rdl::Definition& definition) {
            });
 }
 
-// The same bytes are always written in the same format; 0 is the screen.
-int FormatOf(std::string_view input) {
-    constexpr int Formats[] = {0, report::FormatPdf, report::FormatRtf, report::FormatExcel,
-                               report::FormatHtml};
+// The same bytes are always written in the same format; nullopt is the screen.
+std::optional<rdl::DocumentFormat> FormatOf(std::string_view input) {
+    constexpr std::optional<rdl::DocumentFormat> Formats[] = {
+        std::nullopt, rdl::DocumentFormat::Pdf, rdl::DocumentFormat::Rtf, rdl::DocumentFormat::Excel,
+        rdl::DocumentFormat::Html};
     std::size_t sum = 0;
     for (const char c : input) {
         sum = sum * 31 + static_cast<unsigned char>(c);
@@ -60,10 +59,10 @@ int FormatOf(std::string_view input) {
     return Formats[sum % std::size(Formats)];
 }
 
-void Leaf(report::PageView& pages) {
+void Leaf(rdl::Pages& pages) {
     constexpr int Enough = 20;
     for (int n = 1; n <= Enough && pages.Reach(n); ++n) {
-        pages.Letters(n);
+        pages.Characters(n);
         pages.Links(n);
     }
 }
@@ -74,15 +73,13 @@ void Raising(Work work) {
         work();
     } catch (const rdl::Error&) {
         return;
-    } catch (const RuntimeError&) {
-        return;
     }
 }
 
 }  // namespace
 
 void RunDefinition(std::string_view input) {
-    Raising([&] { rdl::engine::RdlReport(Nowhere, Open(input)); });
+    Raising([&] { rdl::engine::LoadedReport(Nowhere, Open(input)); });
 }
 
 void RunReport(std::string_view input) {
@@ -91,18 +88,16 @@ void RunReport(std::string_view input) {
         if (!HoldsItsRows(definition)) {
             return;
         }
-        rdl::engine::RdlReport report(Nowhere, std::move(definition));
+        rdl::engine::LoadedReport report(Nowhere, std::move(definition));
         // A mutation may well ask for a hundred thousand pages.
-        report.SetRunBounds({std::chrono::seconds(5), std::chrono::seconds(5), 0});
-        const int code = FormatOf(input);
-        if (code == 0) {
+        report.SetBounds({std::chrono::seconds(5), std::chrono::seconds(5), 0});
+        const std::optional<rdl::DocumentFormat> format = FormatOf(input);
+        if (!format) {
             Leaf(*report.OpenPages());
             return;
         }
-        const rdl::engine::ExportFormat& format = rdl::engine::FindFormat(code);
-        const auto instance = report.Run(format.renderName, format.hasVectors);
         Counted output;
-        format.write(*instance, output, {});
+        report.Write(*format, output);
     });
 }
 

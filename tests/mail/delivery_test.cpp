@@ -4,8 +4,8 @@
 
 #include <string_view>
 
-#include "app/Global.h"
-#include "platform/due_run.h"
+#include "platform/base/due_run.h"
+#include "shared/Global.h"
 #include "support/fakes.h"
 
 using Global::SendAlertMail;

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/mail/address_book.h"
+#include "platform/mail/book/address_book.h"
 #include "platform/mail/mail_system.h"
 #include "support/fakes.h"
 #include "support/temporary_folder.h"

@@ -8,18 +8,18 @@ import unittest
 
 SOURCES = pathlib.Path(os.environ["OXC_SOURCES"])
 FORBIDDEN = {
-    "#include <cctype>": "platform/rdl/ascii.h",
-    "return std::tolower(static_cast<unsigned char>(letter));": "platform/letters.h",
-    "if (isalnum(byte)) {": "platform/mail/ascii.h",
+    "#include <cctype>": "rdl/values/ascii.h",
+    "return std::tolower(static_cast<unsigned char>(letter));": "platform/base/text.h",
+    "if (isalnum(byte)) {": "platform/base/ascii.h",
     "#include <locale>": "newlocale",
     'std::setlocale(LC_ALL, "C");': "newlocale",
-    "code = towupper(code);": "platform/letters.h",
+    "code = towupper(code);": "platform/base/text.h",
     "number = std::strtod(text.c_str(), &end);": "std::from_chars",
     "return std::stod(text);": "std::from_chars",
     "text = std::to_string(width / 100.0);": "std::to_chars",
     "text = std::to_string(static_cast<double>(width));": "std::to_chars",
     'std::snprintf(text, sizeof text, "%d %.2f", count, share);': "std::to_chars",
-    'std::strftime(text, sizeof text, "%x", &parts);': "platform/dates.h",
+    'std::strftime(text, sizeof text, "%x", &parts);': "platform/contracts/dates.h",
     "if (strcasecmp(left, right) == 0) {": "EqualNoCase",
 }
 ALLOWED = """// std::tolower of a Turkish I is no i

@@ -7,8 +7,8 @@
 
 #include <fstream>
 
-#include "platform/paths.h"
-#include "platform/process.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/process.h"
 #include "scheduler/BatchReport.h"
 #include "scheduler/Schedchk.h"
 #include "support/raises.h"

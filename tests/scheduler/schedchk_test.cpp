@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "app/Global.h"
 #include "mail/Delivery.h"
-#include "platform/process.h"
+#include "platform/contracts/process.h"
 #include "scheduler/RunHistory.h"
+#include "shared/Global.h"
 #include "support/database.h"
 #include "support/fakes.h"
 

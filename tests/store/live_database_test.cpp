@@ -8,9 +8,9 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "app/Global.h"
-#include "platform/adodb.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/adodb.h"
+#include "shared/Global.h"
 #include "support/database.h"
 #include "support/fakes.h"
 

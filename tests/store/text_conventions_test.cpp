@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/convert.h"
-#include "platform/regional.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/regional.h"
 #include "support/fakes.h"
 
 using cmFunc::FormatDateText;

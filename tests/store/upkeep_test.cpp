@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/convert.h"
-#include "platform/regional.h"
-#include "platform/runtime.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/regional.h"
+#include "platform/contracts/runtime.h"
 #include "support/database.h"
 #include "support/fakes.h"
 #include "support/raises.h"

@@ -7,10 +7,10 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "app/Global.h"
-#include "platform/adodb.h"
-#include "platform/paths.h"
-#include "platform/regional.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/regional.h"
+#include "shared/Global.h"
 #include "support/source_dir.h"
 
 namespace fakes {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/report_view.h"
-#include "platform/runtime.h"
+#include "platform/contracts/report_view.h"
+#include "platform/contracts/runtime.h"
 
 namespace fakes {
 

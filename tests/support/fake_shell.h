@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/runtime.h"
-#include "platform/shell.h"
+#include "platform/contracts/runtime.h"
+#include "platform/contracts/shell.h"
 
 namespace fakes {
 

@@ -3,8 +3,8 @@
 #include <ostream>
 #include <sstream>
 
-#include "app/Global.h"
-#include "platform/convert.h"
+#include "platform/base/convert.h"
+#include "shared/Global.h"
 
 namespace fakes {
 

@@ -11,14 +11,14 @@
 #include <string>
 #include <vector>
 
-#include "app/Frame.h"
-#include "platform/clock.h"
-#include "platform/loop.h"
-#include "platform/mapi.h"
-#include "platform/process.h"
-#include "platform/prompts.h"
-#include "platform/registry.h"
-#include "platform/report_engine.h"
+#include "platform/contracts/clock.h"
+#include "platform/contracts/loop.h"
+#include "platform/contracts/mapi.h"
+#include "platform/contracts/process.h"
+#include "platform/contracts/prompts.h"
+#include "platform/contracts/registry.h"
+#include "platform/contracts/report_engine.h"
+#include "shared/Frame.h"
 #include "support/fake_pages.h"
 
 namespace fakes {

@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <functional>
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 namespace fakes {
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 // The number that `body` raises, 0 if it does not.
 template <typename Body>

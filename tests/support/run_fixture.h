@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-#include "app/Global.h"
-#include "platform/regional.h"
+#include "platform/contracts/regional.h"
+#include "shared/Global.h"
 #include "support/database.h"
 #include "support/fakes.h"
 

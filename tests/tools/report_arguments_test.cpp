@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/report_engine.h"
+#include "platform/contracts/report_engine.h"
 
 namespace tools {
 namespace {

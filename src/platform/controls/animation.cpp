@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/paths.h"
-#include "platform/runtime.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/runtime.h"
 
 namespace {
 

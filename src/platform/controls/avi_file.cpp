@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
-#include "platform/controls/focus.h"
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
+#include "platform/controls/kit/focus.h"
 
 namespace {
 

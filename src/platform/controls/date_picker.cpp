@@ -14,8 +14,8 @@
 #include <array>
 #include <utility>
 
-#include "platform/convert.h"
-#include "platform/regional.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/regional.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <QDateEdit>
 #include <optional>
 
-#include "platform/dates.h"
+#include "platform/contracts/dates.h"
 
 class DTPicker : public QDateEdit {
     Q_OBJECT

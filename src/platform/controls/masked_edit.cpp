@@ -5,8 +5,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
-#include "platform/controls/focus.h"
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
+#include "platform/controls/kit/focus.h"
 
 namespace {
 

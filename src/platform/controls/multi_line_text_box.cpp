@@ -1,7 +1,7 @@
 #include "platform/controls/multi_line_text_box.h"
 
-#include "platform/controls/focus.h"
-#include "platform/controls/locked_look.h"
+#include "platform/controls/kit/focus.h"
+#include "platform/controls/kit/locked_look.h"
 
 MultiLineTextBox::MultiLineTextBox(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);

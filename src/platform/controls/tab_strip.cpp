@@ -3,7 +3,7 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 
-#include "platform/controls/collections.h"
+#include "platform/controls/kit/collections.h"
 
 TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
     setExpanding(false);

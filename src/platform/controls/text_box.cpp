@@ -2,9 +2,9 @@
 
 #include <limits>
 
-#include "platform/controls/focus.h"
-#include "platform/controls/locked_look.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/controls/kit/focus.h"
+#include "platform/controls/kit/locked_look.h"
 
 TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {
     setMaxLength(std::numeric_limits<int>::max());

@@ -5,7 +5,7 @@
 #include <QToolButton>
 #include <algorithm>
 
-#include "platform/controls/collections.h"
+#include "platform/controls/kit/collections.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <deque>
 #include <string>
 
-#include "platform/controls/image_list.h"
+#include "platform/controls/items/image_list.h"
 
 class ToolBar;
 

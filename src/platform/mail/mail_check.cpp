@@ -1,11 +1,11 @@
 #include "platform/mail/mail_check.h"
 
-#include "platform/mail/address_book.h"
-#include "platform/mail/mail_errors.h"
-#include "platform/mail/outbox_transport.h"
-#include "platform/mail/sendmail_transport.h"
-#include "platform/mail/smtp_check.h"
-#include "platform/mail/transport.h"
+#include "platform/mail/base/mail_errors.h"
+#include "platform/mail/book/address_book.h"
+#include "platform/mail/transport/outbox_transport.h"
+#include "platform/mail/transport/sendmail_transport.h"
+#include "platform/mail/transport/smtp_check.h"
+#include "platform/mail/transport/transport.h"
 
 namespace mailer {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/mail/mail_profile.h"
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
+#include "platform/mail/profile/mail_profile.h"
 
 namespace mailer {
 

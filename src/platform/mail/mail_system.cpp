@@ -8,15 +8,15 @@
 #include <optional>
 #include <set>
 
-#include "platform/journal.h"
-#include "platform/mail/address_book.h"
-#include "platform/mail/mail_errors.h"
-#include "platform/mail/mail_profile.h"
-#include "platform/mail/small_file.h"
-#include "platform/mail/transport.h"
-#include "platform/paths.h"
-#include "platform/runtime.h"
-#include "platform/system_error.h"
+#include "platform/base/journal.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/runtime.h"
+#include "platform/contracts/system_error.h"
+#include "platform/mail/base/mail_errors.h"
+#include "platform/mail/base/small_file.h"
+#include "platform/mail/book/address_book.h"
+#include "platform/mail/profile/mail_profile.h"
+#include "platform/mail/transport/transport.h"
 
 namespace mailer {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "platform/mapi.h"
+#include "platform/contracts/mapi.h"
 
 namespace mailer {
 

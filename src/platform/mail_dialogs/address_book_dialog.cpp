@@ -5,7 +5,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 
-#include "platform/controls/room.h"
+#include "platform/controls/kit/room.h"
 #include "platform/mail_dialogs/address_list_model.h"
 #include "ui_address_book_dialog.h"
 

@@ -10,7 +10,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/mail/vcard.h"
+#include "platform/mail/book/vcard.h"
 
 class AddressListModel;
 

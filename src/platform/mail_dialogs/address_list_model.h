@@ -5,7 +5,7 @@
 #include <QString>
 #include <vector>
 
-#include "platform/mail/vcard.h"
+#include "platform/mail/book/vcard.h"
 
 class AddressListModel : public QAbstractTableModel {
     Q_OBJECT

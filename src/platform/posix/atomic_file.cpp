@@ -11,10 +11,10 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/contracts/runtime.h"
+#include "platform/contracts/system_error.h"
 #include "platform/posix/file_access.h"
 #include "platform/posix/held_name.h"
-#include "platform/runtime.h"
-#include "platform/system_error.h"
 
 namespace {
 

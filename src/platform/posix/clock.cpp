@@ -1,4 +1,4 @@
-#include "platform/clock.h"
+#include "platform/contracts/clock.h"
 
 #include <ctime>
 

@@ -1,10 +1,10 @@
-#include "platform/files.h"
+#include "platform/contracts/files.h"
 
 #include <system_error>
 
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/runtime.h"
 #include "platform/posix/atomic_file.h"
-#include "platform/runtime.h"
 
 namespace Scripting {
 

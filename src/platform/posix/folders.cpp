@@ -7,9 +7,9 @@
 #include <cstdlib>
 #include <system_error>
 
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/runtime.h"
 #include "platform/posix/atomic_file.h"
-#include "platform/runtime.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/program.h"
+#include "platform/posix/program.h"
 
 #include <sys/prctl.h>
 #include <sys/resource.h>

@@ -6,10 +6,10 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "platform/contracts/runtime.h"
+#include "platform/contracts/system_error.h"
 #include "platform/posix/atomic_file.h"
 #include "platform/posix/held_name.h"
-#include "platform/runtime.h"
-#include "platform/system_error.h"
 
 namespace {
 

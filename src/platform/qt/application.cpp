@@ -5,10 +5,10 @@
 #include <csignal>
 #include <optional>
 
-#include "platform/process.h"
-#include "platform/prompts.h"
+#include "platform/contracts/process.h"
+#include "platform/contracts/prompts.h"
+#include "platform/contracts/regional.h"
 #include "platform/qt/messages.h"
-#include "platform/regional.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <QApplication>
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 class Application : public QApplication {
     Q_OBJECT

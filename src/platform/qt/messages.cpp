@@ -10,7 +10,7 @@
 #include <iostream>
 #include <string_view>
 
-#include "platform/journal.h"
+#include "platform/base/journal.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The message loop is Qt's.
 #pragma once
 
-#include "platform/loop.h"
+#include "platform/contracts/loop.h"
 
 class QtLoop : public MessageLoop {
  public:

@@ -6,7 +6,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 
-#include "platform/process.h"
+#include "platform/contracts/process.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Message boxes and input boxes on the screen.
 #pragma once
 
-#include "platform/prompts.h"
+#include "platform/contracts/prompts.h"
 
 class QtPrompts : public Prompts {
  public:

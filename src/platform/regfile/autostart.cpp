@@ -8,11 +8,11 @@
 #include <system_error>
 #include <vector>
 
-#include "platform/letters.h"
-#include "platform/mail/ascii.h"
-#include "platform/paths.h"
+#include "platform/base/ascii.h"
+#include "platform/base/paths.h"
+#include "platform/base/text.h"
+#include "platform/contracts/prompts.h"
 #include "platform/posix/atomic_file.h"
-#include "platform/prompts.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 
 #include <chrono>
 
+#include "platform/contracts/runtime.h"
 #include "platform/posix/held_name.h"
-#include "platform/runtime.h"
 
 FileLock::FileLock(const std::filesystem::path& path)
     : m_file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR)) {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/letters.h"
+#include "platform/base/text.h"
 #include "platform/regfile/utf16.h"
 
 namespace {

@@ -6,12 +6,12 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/letters.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/base/text.h"
+#include "platform/contracts/runtime.h"
 #include "platform/posix/atomic_file.h"
 #include "platform/regfile/autostart.h"
 #include "platform/regfile/file_lock.h"
-#include "platform/runtime.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <map>
 #include <string>
 
+#include "platform/contracts/registry.h"
 #include "platform/regfile/reg_document.h"
-#include "platform/registry.h"
 
 // settings.reg in a folder. A write reads the file anew under a lock between processes and replaces it whole,
 // so that two programs that write different values lose none. A damaged file is read as far as it can be; the

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "platform/letters.h"
+#include "platform/base/text.h"
 
 namespace {
 

@@ -14,9 +14,9 @@
 #include <system_error>
 #include <vector>
 
-#include "platform/letters.h"
-#include "platform/paths.h"
-#include "platform/runtime.h"
+#include "platform/base/paths.h"
+#include "platform/base/text.h"
+#include "platform/contracts/runtime.h"
 #include "platform/shell/associations.h"
 #include "platform/shell/detached_process.h"
 #include "platform/shell/window_handle.h"

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "platform/shell.h"
+#include "platform/contracts/shell.h"
 
 class DesktopShell : public Shell {
  public:

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-#include "platform/shell.h"
+#include "platform/contracts/shell.h"
 
 // By QWidget, whatever else the form is made of: OwnerOf turns the pointer back.
 inline WindowHandle HandleOf(QWidget& form) {

@@ -1,7 +1,7 @@
 #include <functional>
 #include <utility>
 
-#include "platform/adodb.h"
+#include "platform/contracts/adodb.h"
 #include "platform/sqlite/database.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-#include "platform/letters.h"
+#include "platform/base/text.h"
 
 namespace {
 

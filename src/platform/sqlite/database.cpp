@@ -7,9 +7,9 @@
 #include <system_error>
 #include <thread>
 
-#include "platform/adodb.h"
-#include "platform/loop.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/loop.h"
 #include "platform/sqlite/connection_string.h"
 #include "platform/sqlite/dialect.h"
 #include "platform/sqlite/failure.h"

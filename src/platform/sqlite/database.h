@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 struct sqlite3;
 struct sqlite3_stmt;

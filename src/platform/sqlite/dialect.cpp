@@ -5,7 +5,7 @@
 #include <initializer_list>
 #include <vector>
 
-#include "platform/letters.h"
+#include "platform/base/text.h"
 #include "platform/sqlite/tokens.h"
 
 namespace {

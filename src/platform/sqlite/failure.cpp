@@ -6,9 +6,9 @@
 
 #include <cerrno>
 
-#include "platform/paths.h"
-#include "platform/runtime.h"
-#include "platform/system_error.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/runtime.h"
+#include "platform/contracts/system_error.h"
 
 namespace {
 

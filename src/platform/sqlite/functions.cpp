@@ -7,12 +7,12 @@
 #include <string>
 #include <string_view>
 
-#include "platform/clock.h"
-#include "platform/convert.h"
-#include "platform/date_reader.h"
-#include "platform/dates.h"
-#include "platform/letters.h"
-#include "platform/regional.h"
+#include "platform/base/convert.h"
+#include "platform/base/date_reader.h"
+#include "platform/base/text.h"
+#include "platform/contracts/clock.h"
+#include "platform/contracts/dates.h"
+#include "platform/contracts/regional.h"
 
 namespace {
 

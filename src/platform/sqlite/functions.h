@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 struct sqlite3;
 

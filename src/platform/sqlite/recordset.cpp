@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/adodb.h"
-#include "platform/letters.h"
+#include "platform/base/text.h"
+#include "platform/contracts/adodb.h"
 #include "platform/sqlite/database.h"
 
 namespace ADODB {

@@ -1,6 +1,6 @@
 #include "platform/viewer/document_map.h"
 
-#include "platform/controls/plain_tip.h"
+#include "platform/controls/kit/plain_tip.h"
 
 namespace viewer {
 namespace {

@@ -4,7 +4,7 @@
 #include <QTreeWidget>
 #include <vector>
 
-#include "platform/report_view.h"
+#include "platform/contracts/report_view.h"
 
 namespace viewer {
 

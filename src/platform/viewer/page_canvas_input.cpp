@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/controls/plain_tip.h"
+#include "platform/controls/kit/plain_tip.h"
 #include "platform/viewer/page_canvas.h"
 
 namespace viewer {

@@ -11,8 +11,8 @@
 #include <memory>
 #include <vector>
 
-#include "platform/report_view.h"
-#include "platform/runtime.h"
+#include "platform/contracts/report_view.h"
+#include "platform/contracts/runtime.h"
 #include "platform/viewer/page_text.h"
 
 namespace viewer {

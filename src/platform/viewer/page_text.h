@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/report_view.h"
+#include "platform/contracts/report_view.h"
 
 namespace viewer {
 

@@ -5,7 +5,7 @@
 #include <QPrinter>
 #include <QProcess>
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 namespace viewer {
 namespace {

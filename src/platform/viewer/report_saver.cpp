@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/file_name.h"
-#include "platform/paths.h"
+#include "platform/base/file_name.h"
+#include "platform/base/paths.h"
 
 namespace viewer {
 namespace {

@@ -5,7 +5,7 @@
 #include <QStringList>
 #include <string>
 
-#include "platform/report_engine.h"
+#include "platform/contracts/report_engine.h"
 
 namespace viewer {
 

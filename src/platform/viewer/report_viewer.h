@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <memory>
 
-#include "platform/report_engine.h"
+#include "platform/contracts/report_engine.h"
 #include "platform/viewer/finder.h"
 #include "platform/viewer/page_canvas.h"
 #include "platform/viewer/page_document.h"

@@ -1,7 +1,7 @@
 #include "tools/oxc_mail/alert_setting.h"
 
-#include "app/ShellMod.h"
-#include "platform/registry.h"
+#include "platform/contracts/registry.h"
+#include "shared/ShellMod.h"
 
 namespace tools {
 

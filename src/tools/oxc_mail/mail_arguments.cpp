@@ -1,6 +1,6 @@
 #include "tools/oxc_mail/mail_arguments.h"
 
-#include "platform/mail/profile_editor.h"
+#include "platform/mail/profile/profile_editor.h"
 
 namespace tools {
 namespace {

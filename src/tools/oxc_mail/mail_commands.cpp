@@ -3,10 +3,10 @@
 #include <iostream>
 #include <vector>
 
-#include "platform/mail/ascii.h"
+#include "platform/base/ascii.h"
+#include "platform/mail/base/mail_errors.h"
 #include "platform/mail/mail_check.h"
-#include "platform/mail/mail_errors.h"
-#include "platform/mail/profile_editor.h"
+#include "platform/mail/profile/profile_editor.h"
 #include "tools/oxc_mail/alert_setting.h"
 #include "tools/secret_input.h"
 

@@ -10,10 +10,10 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/mail/address_book.h"
+#include "platform/contracts/runtime.h"
+#include "platform/mail/book/address_book.h"
 #include "platform/mail/mail_check.h"
-#include "platform/mail/profile_editor.h"
-#include "platform/runtime.h"
+#include "platform/mail/profile/profile_editor.h"
 #include "tools/oxc_mail/alert_setting.h"
 #include "ui_mail_dialog.h"
 

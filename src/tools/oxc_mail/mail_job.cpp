@@ -1,6 +1,6 @@
 #include "tools/oxc_mail/mail_job.h"
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // oxc-mail: sets the mail profile up, in a window or by commands.
 #include <iostream>
 
-#include "platform/mail/ascii.h"
-#include "platform/program.h"
+#include "platform/base/ascii.h"
+#include "platform/contracts/runtime.h"
+#include "platform/posix/program.h"
 #include "platform/regfile/registry_file.h"
-#include "platform/runtime.h"
 #include "tools/oxc_mail/mail_commands.h"
 #include "tools/oxc_mail/mail_window.h"
 

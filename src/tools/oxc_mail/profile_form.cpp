@@ -4,9 +4,9 @@
 #include <charconv>
 #include <vector>
 
-#include "platform/mail/ascii.h"
-#include "platform/mail/mail_address.h"
-#include "platform/runtime.h"
+#include "platform/base/ascii.h"
+#include "platform/contracts/runtime.h"
+#include "platform/mail/base/mail_address.h"
 #include "ui_mail_dialog.h"
 
 namespace {

@@ -1,10 +1,10 @@
-#include "platform/convert.h"
+#include "platform/base/convert.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "platform/regional.h"
+#include "platform/contracts/regional.h"
 #include "support/raises.h"
 
 namespace {

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/convert.h"
-#include "platform/regional.h"
+#include "platform/base/convert.h"
+#include "platform/contracts/regional.h"
 #include "support/raises.h"
 
 namespace {

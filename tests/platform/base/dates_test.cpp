@@ -1,4 +1,4 @@
-#include "platform/dates.h"
+#include "platform/contracts/dates.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "platform/file_name.h"
+#include "platform/base/file_name.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/runtime.h"
+#include "platform/contracts/runtime.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/files.h"
+#include "platform/contracts/files.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -11,9 +11,9 @@
 #include <iterator>
 #include <string>
 
-#include "platform/paths.h"
+#include "platform/base/paths.h"
 #include "platform/posix/atomic_file.h"
-#include "platform/program.h"
+#include "platform/posix/program.h"
 #include "support/raises.h"
 #include "support/temporary_folder.h"
 

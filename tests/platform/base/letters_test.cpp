@@ -1,4 +1,4 @@
-#include "platform/letters.h"
+#include "platform/base/text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/paths.h"
+#include "platform/base/paths.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "platform/convert.h"
+#include "platform/base/convert.h"
 #include "support/raises.h"
 #include "support/temporary_folder.h"
 

@@ -1,4 +1,4 @@
-#include "platform/regional.h"
+#include "platform/contracts/regional.h"
 
 #include <gtest/gtest.h>
 #include <stdlib.h>

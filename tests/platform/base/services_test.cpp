@@ -2,13 +2,13 @@
 
 #include <string>
 
-#include "platform/clock.h"
-#include "platform/loop.h"
-#include "platform/mapi.h"
-#include "platform/process.h"
-#include "platform/prompts.h"
-#include "platform/registry.h"
-#include "platform/shell.h"
+#include "platform/contracts/clock.h"
+#include "platform/contracts/loop.h"
+#include "platform/contracts/mapi.h"
+#include "platform/contracts/process.h"
+#include "platform/contracts/prompts.h"
+#include "platform/contracts/registry.h"
+#include "platform/contracts/shell.h"
 #include "support/raises.h"
 
 namespace {

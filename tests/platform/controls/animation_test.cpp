@@ -1,6 +1,6 @@
 #include "platform/controls/animation.h"
 
-#include "platform/paths.h"
+#include "platform/base/paths.h"
 #include "shown_form.h"
 #include "support/raises.h"
 #include "support/temporary_folder.h"

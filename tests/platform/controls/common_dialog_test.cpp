@@ -1,4 +1,4 @@
-#include "platform/controls/common_dialog.h"
+#include "platform/controls/folders/common_dialog.h"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@
 #include <QTimer>
 #include <filesystem>
 
-#include "platform/paths.h"
-#include "platform/runtime.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/runtime.h"
 #include "support/raises.h"
 #include "support/temporary_folder.h"
 

@@ -5,7 +5,7 @@
 #include <QLineEdit>
 #include <tuple>
 
-#include "platform/regional.h"
+#include "platform/contracts/regional.h"
 #include "shown_form.h"
 #include "support/raises.h"
 

@@ -3,9 +3,9 @@
 #include <QMimeData>
 #include <QUrl>
 
-#include "platform/controls/dir_list_box.h"
-#include "platform/controls/file_list_box.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/controls/folders/dir_list_box.h"
+#include "platform/controls/folders/file_list_box.h"
 #include "shown_form.h"
 #include "support/raises.h"
 #include "support/temporary_folder.h"

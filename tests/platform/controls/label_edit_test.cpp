@@ -3,7 +3,7 @@
 
 #include <QLineEdit>
 
-#include "platform/controls/label_delegate.h"
+#include "platform/controls/items/label_delegate.h"
 #include "shown_controls.h"
 
 using testing::ElementsAre;

@@ -1,4 +1,4 @@
-#include "platform/controls/list_box.h"
+#include "platform/controls/items/list_box.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "platform/controls/list_items.h"
+#include "platform/controls/items/list_items.h"
 
 #include <gmock/gmock.h>
 

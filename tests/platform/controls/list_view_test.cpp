@@ -1,5 +1,5 @@
 // What a list does with mouse and keys.
-#include "platform/controls/list_view.h"
+#include "platform/controls/items/list_view.h"
 
 #include <gmock/gmock.h>
 

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/controls/list_view.h"
-#include "platform/controls/tree_view.h"
+#include "platform/controls/items/list_view.h"
+#include "platform/controls/items/tree_view.h"
 
 inline std::vector<std::string> TextsOf(ListView& list) {
     std::vector<std::string> texts;

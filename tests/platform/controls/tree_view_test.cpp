@@ -1,4 +1,4 @@
-#include "platform/controls/tree_view.h"
+#include "platform/controls/items/tree_view.h"
 
 #include <gmock/gmock.h>
 

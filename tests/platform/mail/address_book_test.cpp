@@ -1,8 +1,8 @@
-#include "platform/mail/address_book.h"
+#include "platform/mail/book/address_book.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/mail/mail_errors.h"
+#include "platform/mail/base/mail_errors.h"
 #include "support/raises.h"
 #include "support/temporary_folder.h"
 

@@ -1,4 +1,4 @@
-#include "platform/mail/child_process.h"
+#include "platform/mail/base/child_process.h"
 
 #include <gtest/gtest.h>
 

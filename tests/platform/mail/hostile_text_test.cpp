@@ -5,9 +5,9 @@
 #include <chrono>
 #include <random>
 
-#include "platform/mail/ini_text.h"
-#include "platform/mail/vcard.h"
-#include "platform/mail/vcard_lines.h"
+#include "platform/mail/book/vcard.h"
+#include "platform/mail/book/vcard_lines.h"
+#include "platform/mail/profile/ini_text.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // Changes that leave the rest of a profile as a person wrote it.
-#include "platform/mail/ini_editor.h"
+#include "platform/mail/profile/ini_editor.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/mail/ini_text.h"
+#include "platform/mail/profile/ini_text.h"
 #include "support/raises.h"
 
 namespace {

@@ -1,8 +1,8 @@
-#include "platform/mail/mail_address.h"
+#include "platform/mail/base/mail_address.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/mail/mail_errors.h"
+#include "platform/mail/base/mail_errors.h"
 #include "support/raises.h"
 
 using mailer::IsAddress;

@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/mail/mail_errors.h"
+#include "platform/base/paths.h"
+#include "platform/mail/base/mail_errors.h"
 #include "platform/mail/mail_system.h"
-#include "platform/paths.h"
 #include "support/raises.h"
 #include "support/temporary_folder.h"
 

@@ -1,5 +1,5 @@
 // Profiles that make sense and those that do not.
-#include "platform/mail/mail_profile.h"
+#include "platform/mail/profile/mail_profile.h"
 
 #include <chrono>
 

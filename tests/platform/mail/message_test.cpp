@@ -5,8 +5,8 @@
 #include <regex>
 
 #include "mail_fixture.h"
-#include "platform/clock.h"
-#include "platform/mail/message_writer.h"
+#include "platform/contracts/clock.h"
+#include "platform/mail/message/message_writer.h"
 
 namespace {
 

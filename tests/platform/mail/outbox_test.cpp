@@ -7,7 +7,7 @@
 #include <unistd.h>
 
 #include "mail_fixture.h"
-#include "platform/program.h"
+#include "platform/posix/program.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The profile's file as it is written: whole, private, and never a broken one over a good one.
-#include "platform/mail/profile_editor.h"
+#include "platform/mail/profile/profile_editor.h"
 
 #include <sys/stat.h>
 

@@ -2,7 +2,7 @@
 #include <chrono>
 
 #include "mail_fixture.h"
-#include "platform/mail/address_book.h"
+#include "platform/mail/book/address_book.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <sys/socket.h>
 
 #include "mail_fixture.h"
-#include "platform/mail/smtp_transport.h"
+#include "platform/mail/transport/smtp_transport.h"
 #include "support/smtp_server.h"
 
 namespace {

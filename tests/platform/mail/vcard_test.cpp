@@ -1,4 +1,4 @@
-#include "platform/mail/vcard.h"
+#include "platform/mail/book/vcard.h"
 
 #include <gtest/gtest.h>
 

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/paths.h"
+#include "platform/base/paths.h"
 #include "support/temporary_folder.h"
 
 namespace {

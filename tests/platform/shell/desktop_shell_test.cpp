@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <thread>
 
-#include "platform/paths.h"
+#include "platform/base/paths.h"
 #include "support/temporary_folder.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include <QTimer>
 #include <vector>
 
-#include "platform/paths.h"
+#include "platform/base/paths.h"
 #include "platform/shell/desktop_shell.h"
 #include "platform/shell/window_handle.h"
 #include "support/temporary_folder.h"

@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "data_fixture.h"
-#include "platform/files.h"
+#include "platform/contracts/files.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/adodb.h"
-#include "platform/paths.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/adodb.h"
 #include "support/raises.h"
 #include "support/temporary_folder.h"
 

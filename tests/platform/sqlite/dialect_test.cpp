@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "data_fixture.h"
-#include "platform/clock.h"
-#include "platform/regional.h"
+#include "platform/contracts/clock.h"
+#include "platform/contracts/regional.h"
 #include "platform/sqlite/tokens.h"
 
 namespace {

@@ -1,0 +1,70 @@
+// The process's entry: puts the real parts behind the platform's interfaces, starts up and lives in the
+// message loop.
+#include <iostream>
+#include <string>
+
+#include "app/Main.h"
+#include "mail/Delivery.h"
+#include "platform/contracts/mapi.h"
+#include "platform/contracts/process.h"
+#include "platform/contracts/report_engine.h"
+#include "platform/mail/book/address_book.h"
+#include "platform/mail/mail_system.h"
+#include "platform/mail_dialogs/address_book_dialog.h"
+#include "platform/posix/program.h"
+#include "platform/qt/application.h"
+#include "platform/qt/messages.h"
+#include "platform/qt/qt_loop.h"
+#include "platform/qt/qt_prompts.h"
+#include "platform/regfile/registry_file.h"
+#include "platform/reports/rdl_engine.h"
+#include "platform/shell/desktop_shell.h"
+
+namespace {
+
+constexpr const char* Advice = "the scheduler (oxc -sched) runs without one";
+
+// An empty argument is written as "", so that a line of such is not empty.
+std::string CommandLine(int argc, char** argv) {
+    std::string line;
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        line += (i > 1 ? " " : "") + (argument.empty() ? "\"\"" : argument);
+    }
+    return line;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    PrepareProgram();
+    SetCommand(CommandLine(argc, argv));
+    if (!Command().empty()) {
+        FallBackToOffscreen();
+    } else if (!MayHaveDisplay()) {
+        std::cerr << "oxc: the editor needs a display, and neither DISPLAY nor WAYLAND_DISPLAY is set; "
+                  << Advice << "\n";
+        return 1;
+    }
+    TakeQtMessages("oxc", Advice);
+    // Whatever stands on the command line means the scheduler; Qt takes its options from the environment.
+    int qtArgc = 1;
+    Application application(qtArgc, argv);
+    EndOnSignals();
+    QtLoop loop;
+    SetLoop(&loop);
+    QtPrompts prompts;
+    if (HasDisplay()) {
+        SetPrompts(&prompts);
+        mailer::SetAddressChooser(&ChooseAddresses);
+    }
+    SetRegistry(&SettingsFile());
+    MAPI::SetMailSystem(&MAPI::MailSystem());
+    MAPI::SetRefusalHandler(&Global::ReportRefusals);
+    DesktopShell shell;
+    SetShell(&shell);
+    report::SetEngineFactory(&reports::CreateRdlEngine);
+
+    Global::Main();
+    return QApplication::exec();
+}

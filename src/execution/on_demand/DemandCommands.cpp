@@ -1,0 +1,41 @@
+#include "execution/on_demand/DemandCommands.h"
+
+#include "dialogs/ScheduleRecords.h"
+#include "execution/PackageRun.h"
+#include "execution/on_demand/RunOnDemand.h"
+#include "platform/contracts/adodb.h"
+#include "platform/contracts/prompts.h"
+#include "scheduler/RunHistory.h"
+#include "shared/Global.h"
+#include "store/TextConventions.h"
+
+void mnuDeskExec_Click() {
+    std::int16_t key = 0;
+    try {
+        const DeskWindow& desk = Global::ActiveDesk();
+        key = Global::GetScheduleID(desk.SelectedText(), desk.Caption());
+        Global::ExecuteSchedule(key);
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        Global::RecordFailedExecution(key, error);
+        Global::ShowFailedExecution("An error was encountered. ", error);
+    }
+}
+
+void mnubtcExec_Click() {
+    const std::string key = cmFunc::PackageOfKey(Global::ActiveDesk().SelectedKey());
+    ADODB::Recordset packages;
+    packages.Open("select * from reportbatch where reportid = " + key, Global::ConnectionString);
+    std::string lastKey;  // as in the poll: the key of a failure's row is that of the package before
+    for (; !packages.EOF_(); packages.MoveNext()) {
+        if (!Global::RunPackage(packages, Global::Runner::PackageDemand)) {
+            Global::WritePackageFailure(lastKey, "");
+            Global::AlertPollFailure("BatchReport", RuntimeError(0, ""));
+            return;
+        }
+        lastKey = packages.Fields("ReportID").Value.Text();
+        Global::WritePackageRun(lastKey);
+    }
+    packages.Close();
+    MsgBox("Package executed successfully!", vbInformation);
+}

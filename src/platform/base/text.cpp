@@ -1,0 +1,178 @@
+#include "platform/base/text.h"
+
+#include <clocale>
+#include <cstddef>
+#include <cstdint>
+#include <cwctype>
+
+namespace {
+
+bool IsTrail(std::string_view text, std::size_t at) {
+    return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
+}
+
+// The letters of every script, which the locale that the process runs under may not know.
+locale_t AllLetters() {
+    static const locale_t letters = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    return letters;
+}
+
+char32_t Upper(char32_t code) {
+    if (code < 0x80) {
+        return code >= 'a' && code <= 'z' ? code - ('a' - 'A') : code;
+    }
+    if (code >= NoLetter || AllLetters() == nullptr) {
+        return code;
+    }
+    return static_cast<char32_t>(towupper_l(static_cast<wint_t>(code), AllLetters()));
+}
+
+char32_t Lower(char32_t code) {
+    if (code < 0x80) {
+        return code >= 'A' && code <= 'Z' ? code + ('a' - 'A') : code;
+    }
+    if (code >= NoLetter || AllLetters() == nullptr) {
+        return code;
+    }
+    return static_cast<char32_t>(towlower_l(static_cast<wint_t>(code), AllLetters()));
+}
+
+}  // namespace
+
+Letter LetterAt(std::string_view text, std::size_t at) {
+    const auto byte = [&](std::size_t offset) { return static_cast<unsigned char>(text[at + offset]); };
+    const unsigned char first = byte(0);
+    if (first < 0x80) {
+        return {first, 1};
+    }
+    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    bool whole = first >= 0xC2 && first <= 0xF4;
+    for (std::size_t offset = 1; whole && offset < length; ++offset) {
+        whole = IsTrail(text, at + offset);
+    }
+    if (!whole) {
+        return {NoLetter + first, 1};
+    }
+    char32_t code = first & (0x7FU >> length);
+    for (std::size_t offset = 1; offset < length; ++offset) {
+        code = code << 6U | (byte(offset) & 0x3FU);
+    }
+    constexpr char32_t Smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+    if (code < Smallest[length] || code > 0x10FFFF || surrogate) {
+        return {NoLetter + first, 1};
+    }
+    return {code, length};
+}
+
+void AppendLetter(std::string& text, char32_t code) {
+    if (code < 0x80) {
+        text += static_cast<char>(code);
+    } else if (code < 0x800) {
+        text += static_cast<char>(0xC0U | code >> 6U);
+        text += static_cast<char>(0x80U | (code & 0x3FU));
+    } else if (code < 0x10000) {
+        text += static_cast<char>(0xE0U | code >> 12U);
+        text += static_cast<char>(0x80U | (code >> 6U & 0x3FU));
+        text += static_cast<char>(0x80U | (code & 0x3FU));
+    } else if (code < NoLetter) {
+        text += static_cast<char>(0xF0U | code >> 18U);
+        text += static_cast<char>(0x80U | (code >> 12U & 0x3FU));
+        text += static_cast<char>(0x80U | (code >> 6U & 0x3FU));
+        text += static_cast<char>(0x80U | (code & 0x3FU));
+    } else {
+        text += static_cast<char>(code - NoLetter);
+    }
+}
+
+std::string UpperLetters(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const Letter letter = LetterAt(text, at);
+        AppendLetter(result, Upper(letter.code));
+        at += letter.length;
+    }
+    return result;
+}
+
+int CompareLetters(std::string_view left, std::string_view right) {
+    std::size_t leftAt = 0;
+    std::size_t rightAt = 0;
+    while (leftAt < left.size() && rightAt < right.size()) {
+        if (left[leftAt] == right[rightAt] && static_cast<unsigned char>(left[leftAt]) < 0x80) {
+            ++leftAt;
+            ++rightAt;
+            continue;
+        }
+        const Letter one = LetterAt(left, leftAt);
+        const Letter other = LetterAt(right, rightAt);
+        const char32_t oneLower = Lower(one.code);
+        const char32_t otherLower = Lower(other.code);
+        if (oneLower != otherLower) {
+            return oneLower < otherLower ? -1 : 1;
+        }
+        leftAt += one.length;
+        rightAt += other.length;
+    }
+    const bool leftEnded = leftAt >= left.size();
+    const bool rightEnded = rightAt >= right.size();
+    return static_cast<int>(rightEnded) - static_cast<int>(leftEnded);
+}
+
+namespace {
+
+// One piece of a pattern, as it stands at a place.
+struct PatternPiece {
+    enum Kind { Letters, OneLetter, Exactly } kind;
+    char32_t code;
+    std::size_t length;
+};
+
+PatternPiece PieceAt(std::string_view pattern, std::size_t at, char32_t escape) {
+    const Letter letter = LetterAt(pattern, at);
+    if (letter.code == escape && at + letter.length < pattern.size()) {
+        const Letter escaped = LetterAt(pattern, at + letter.length);
+        return {PatternPiece::Exactly, Lower(escaped.code), letter.length + escaped.length};
+    }
+    const auto kind = letter.code == '%'   ? PatternPiece::Letters
+                      : letter.code == '_' ? PatternPiece::OneLetter
+                                           : PatternPiece::Exactly;
+    return {kind, Lower(letter.code), letter.length};
+}
+
+}  // namespace
+
+// A mismatch goes back to the last % only, as an earlier one could match nothing that the last one cannot: no
+// pattern takes longer than its length times that of the text.
+bool LikeLetters(std::string_view text, std::string_view pattern, char32_t escape) {
+    std::size_t textAt = 0;
+    std::size_t patternAt = 0;
+    std::size_t behindWildcard = std::string_view::npos;
+    std::size_t wildcardText = 0;
+    while (true) {
+        const bool hasPiece = patternAt < pattern.size();
+        const PatternPiece piece =
+            hasPiece ? PieceAt(pattern, patternAt, escape) : PatternPiece{PatternPiece::Exactly, NoLetter, 0};
+        if (hasPiece && piece.kind == PatternPiece::Letters) {
+            patternAt += piece.length;
+            behindWildcard = patternAt;
+            wildcardText = textAt;
+            continue;
+        }
+        if (textAt >= text.size()) {
+            return !hasPiece;
+        }
+        const Letter letter = LetterAt(text, textAt);
+        if (hasPiece && (piece.kind == PatternPiece::OneLetter || piece.code == Lower(letter.code))) {
+            textAt += letter.length;
+            patternAt += piece.length;
+        } else if (behindWildcard != std::string_view::npos) {
+            wildcardText += LetterAt(text, wildcardText).length;
+            textAt = wildcardText;
+            patternAt = behindWildcard;
+        } else {
+            return false;
+        }
+    }
+}

@@ -1,0 +1,27 @@
+#include "platform/contracts/report_engine.h"
+
+namespace report {
+namespace {
+
+using Factory = std::shared_ptr<Engine> (*)();
+
+Factory& TheFactory() {
+    static Factory factory = nullptr;
+    return factory;
+}
+
+}  // namespace
+
+std::shared_ptr<Engine> CreateEngine() {
+    if (TheFactory() == nullptr) {
+        throw RuntimeError(err::ObjectNotSet,
+                           RuntimeError(err::ObjectNotSet).Description() + ": the report engine");
+    }
+    return TheFactory()();
+}
+
+void SetEngineFactory(Factory factory) {
+    TheFactory() = factory;
+}
+
+}  // namespace report

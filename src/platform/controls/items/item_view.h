@@ -1,0 +1,150 @@
+// How the lists and trees of the forms answer mouse and keys: what is common to all of them, whichever of
+// Qt's views shows the items. One item at most is selected, and only by what the user or the code does to it.
+#pragma once
+
+#include <QAbstractItemView>
+#include <QContextMenuEvent>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPersistentModelIndex>
+#include <QPointer>
+
+#include "platform/controls/items/item_events.h"
+#include "platform/controls/kit/focus_look.h"
+#include "platform/controls/kit/key_codes.h"
+
+template <typename View>
+class ItemView : public View {
+ public:
+    ItemView(ItemEvents& events, QWidget* parent) : View(parent), m_events(events) {
+        this->setSelectionMode(QAbstractItemView::SingleSelection);
+        this->setDragEnabled(false);
+        ShowFocusAsLine(*this);
+        // The menus of items come with MouseUp; Qt's own would reach the frame behind the view.
+        this->setContextMenuPolicy(Qt::PreventContextMenu);
+        QObject::connect(this, &QAbstractItemView::doubleClicked, this, [this] { m_doubled = true; });
+    }
+
+    // An invalid index when nothing is selected.
+    QModelIndex SelectedIndex() const {
+        if (this->selectionModel() == nullptr) {
+            return {};
+        }
+        const QModelIndexList selected = this->selectionModel()->selectedIndexes();
+        return selected.isEmpty() ? QModelIndex() : selected.first().siblingAtColumn(0);
+    }
+
+ protected:
+    // A click beside all items takes the selection away.
+    void ClickBesideDeselects(bool on) { m_besideDeselects = on; }
+    // The press under way is one that opens or closes a branch: no click.
+    void PressToggledBranch() { m_toggled = true; }
+
+    void mousePressEvent(QMouseEvent* event) override {
+        m_pressed = this->indexAt(event->pos());
+        m_toggled = false;
+        if (!m_pressed.isValid() && m_besideDeselects) {
+            this->clearSelection();
+        }
+        View::mousePressEvent(event);
+    }
+
+    // The selection does not follow a button that is held down, and nothing is dragged.
+    void mouseMoveEvent(QMouseEvent* event) override {
+        if (event->buttons() == Qt::NoButton) {
+            View::mouseMoveEvent(event);
+        }
+    }
+
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        const QPoint place = event->pos();
+        const QPointer<QWidget> alive(this);
+        View::mouseReleaseEvent(event);
+        const bool click = event->button() == Qt::LeftButton && m_pressed.isValid() && !m_toggled &&
+                           SelectedIndex() == m_pressed.sibling(m_pressed.row(), 0) &&
+                           this->indexAt(place).siblingAtColumn(0) == SelectedIndex();
+        m_pressed = QModelIndex();
+        if (click) {
+            m_events.ItemClicked();
+        }
+        if (alive) {
+            m_events.ButtonReleased(MouseButtonNumber(event->button()), place);
+        }
+    }
+
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        m_doubled = false;
+        View::mouseDoubleClickEvent(event);
+        if (m_doubled && event->button() == Qt::LeftButton) {
+            m_pressed = QModelIndex();
+            m_events.ItemActivated();
+        }
+    }
+
+    void contextMenuEvent(QContextMenuEvent* event) override { event->accept(); }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        const QPointer<QWidget> alive(this);
+        m_events.KeyPressed(KeyCode(*event));
+        if (!alive) {
+            return;
+        }
+        const QPersistentModelIndex before = SelectedIndex();
+        if (!AnsweredHere(*event)) {
+            View::keyPressEvent(event);
+            if (alive && SelectedIndex().isValid() && SelectedIndex() != before) {
+                m_events.ItemClicked();
+            }
+        }
+    }
+
+    // With Ctrl held, too, a click selects: an item is not taken out of a selection of one. Views on their
+    // own would take the selection away by a press beside all items.
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override {
+        if (!index.isValid() && !m_besideDeselects) {
+            return QItemSelectionModel::NoUpdate;
+        }
+        const QItemSelectionModel::SelectionFlags command = View::selectionCommand(index, event);
+        if ((command & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle)) != 0) {
+            return QItemSelectionModel::ClearAndSelect |
+                   (command & (QItemSelectionModel::Rows | QItemSelectionModel::Columns));
+        }
+        return command;
+    }
+
+ private:
+    // Keys that mean the same in every view.
+    bool AnsweredHere(QKeyEvent& event) {
+        const QModelIndex selected = SelectedIndex();
+        switch (event.key()) {
+            case Qt::Key_F2:
+                m_events.EditAsked();
+                return true;
+            case Qt::Key_Return:
+            case Qt::Key_Enter:
+                if (selected.isValid()) {
+                    m_events.ItemActivated();
+                }
+                return selected.isValid();
+            case Qt::Key_F10:
+            case Qt::Key_Menu:
+                if (event.key() == Qt::Key_F10 && event.modifiers() != Qt::ShiftModifier) {
+                    return false;
+                }
+                if (selected.isValid()) {
+                    this->scrollTo(selected);
+                    m_events.ButtonReleased(MouseButtonNumber(Qt::RightButton),
+                                            this->visualRect(selected).center());
+                }
+                return true;
+            default:
+                return false;
+        }
+    }
+
+    ItemEvents& m_events;
+    QPersistentModelIndex m_pressed;
+    bool m_besideDeselects = false, m_toggled = false, m_doubled = false;
+};

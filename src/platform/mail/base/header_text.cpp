@@ -1,0 +1,288 @@
+#include "platform/mail/base/header_text.h"
+
+#include <algorithm>
+
+#include "platform/base/ascii.h"
+
+namespace mailer {
+namespace {
+
+constexpr std::size_t LongestLine = 78;
+// A longer one is encoded, as it could not be folded.
+constexpr std::size_t LongestPlainWord = 60;
+constexpr std::string_view WordBegin = "=?utf-8?";
+constexpr std::string_view WordEnd = "?=";
+// Between the marks of an encoded word: with them it still fits behind the name of its header.
+constexpr std::size_t LongestEncoding = 52;
+
+// A header line that grows by words. A blank before a word is where it may be folded.
+class HeaderLine {
+ public:
+    explicit HeaderLine(std::string_view name) : m_text(std::string(name) + ":"), m_length(m_text.size()) {}
+
+    // `word` with the blanks in front of it, which stay whether it is folded there or not.
+    void Add(std::string_view blanks, std::string_view word) {
+        if (m_length + blanks.size() + word.size() > LongestLine) {
+            m_text += '\n';
+            m_length = 0;
+        }
+        m_text.append(blanks).append(word);
+        m_length += blanks.size() + word.size();
+    }
+
+    std::string Text() const { return m_text + "\n"; }
+
+ private:
+    std::string m_text;
+    std::size_t m_length;  // of the last line
+};
+
+bool IsContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+// The bytes of the character at the front.
+std::string_view FirstCharacter(std::string_view text) {
+    std::size_t length = 1;
+    while (length < text.size() && IsContinuation(text[length])) {
+        ++length;
+    }
+    return text.substr(0, length);
+}
+
+std::string Escaped(char mark, char byte) {
+    constexpr std::string_view Digits = "0123456789ABCDEF";
+    const auto code = static_cast<unsigned char>(byte);
+    return {mark, Digits[code >> 4U], Digits[code & 15U]};
+}
+
+// Every byte that `stays` does not take becomes `mark` and two digits.
+template <typename Stays>
+std::string WithEscapes(std::string_view text, char mark, Stays stays) {
+    std::string escaped;
+    for (const char byte : text) {
+        escaped += stays(byte) ? std::string(1, byte) : Escaped(mark, byte);
+    }
+    return escaped;
+}
+
+// The Q encoding as it may stand in a name.
+std::string Quoted(std::string_view text) {
+    std::string quoted = WithEscapes(
+        text, '=', [](char byte) { return IsAsciiLetterOrDigit(byte) || byte == ' ' || byte == '-'; });
+    std::replace(quoted.begin(), quoted.end(), ' ', '_');
+    return quoted;
+}
+
+std::string Base64(std::string_view text) {
+    constexpr std::string_view Digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string encoded;
+    for (std::size_t at = 0; at < text.size(); at += 3) {
+        unsigned group = 0;
+        for (std::size_t byte = 0; byte < 3; ++byte) {
+            const bool isThere = at + byte < text.size();
+            group = group << 8U | (isThere ? static_cast<unsigned char>(text[at + byte]) : 0U);
+        }
+        for (std::size_t digit = 0; digit < 4; ++digit) {
+            encoded += at + digit > text.size() ? '=' : Digits[group >> (18U - 6U * digit) & 63U];
+        }
+    }
+    return encoded;
+}
+
+// The encoded pieces of the text, none of which ends inside a character. A cut is made where `isGood` takes
+// the length of a piece in bytes, if there is such a place.
+template <typename Encode, typename IsGood>
+std::vector<std::string> Pieces(std::string_view text, Encode encode, IsGood isGood) {
+    std::vector<std::string> pieces;
+    while (!text.empty()) {
+        std::size_t fits = 0;
+        std::size_t good = 0;
+        for (std::size_t end = 0; end < text.size();) {
+            end += FirstCharacter(text.substr(end)).size();
+            if (encode(text.substr(0, end)).size() > LongestEncoding) {
+                break;
+            }
+            fits = end;
+            good = isGood(end) || end == text.size() ? end : good;
+        }
+        const std::size_t length = good != 0 ? good : fits;
+        pieces.push_back(encode(text.substr(0, length)));
+        text.remove_prefix(length);
+    }
+    return pieces;
+}
+
+// The words that stand for the text, by the shorter of the two encodings. Some readers take the base64 of
+// words that follow each other for one text, which ends at the first padding: only the last word may have it.
+std::vector<std::string> EncodedWords(std::string_view text) {
+    std::vector<std::string> words = Pieces(text, Base64, [](std::size_t length) { return length % 3 == 0; });
+    const bool isPadded = std::any_of(words.begin(), words.end() - 1,
+                                      [](const std::string& word) { return word.ends_with('='); });
+    const bool isQuoted = isPadded || Quoted(text).size() <= Base64(text).size();
+    if (isQuoted) {
+        words = Pieces(text, Quoted, [](std::size_t) { return true; });
+    }
+    for (std::string& word : words) {
+        word = std::string(WordBegin).append(isQuoted ? "q?" : "b?").append(word).append(WordEnd);
+    }
+    return words;
+}
+
+void AddEncoded(HeaderLine& line, std::string_view blanks, std::string_view text) {
+    for (const std::string& word : EncodedWords(text)) {
+        line.Add(blanks, word);
+        blanks = " ";
+    }
+}
+
+bool IsPlainWord(std::string_view word) {
+    return !word.empty() && word.size() <= LongestPlainWord && word.find("=?") == std::string_view::npos &&
+           std::all_of(word.begin(), word.end(), [](char byte) { return byte > ' ' && byte <= '~'; });
+}
+
+struct Word {
+    std::size_t begin, end;  // without the blanks in front of it
+};
+
+std::vector<Word> WordsOf(std::string_view text) {
+    std::vector<Word> words;
+    std::size_t at = 0;
+    do {
+        const std::size_t begin = std::min(text.find_first_not_of(' ', at), text.size());
+        at = std::min(text.find(' ', begin), text.size());
+        words.push_back({begin, at});
+    } while (at < text.size());
+    return words;
+}
+
+bool IsAtom(std::string_view word) {
+    return IsPlainWord(word) && std::all_of(word.begin(), word.end(), IsAtomCharacter);
+}
+
+std::string InQuotes(std::string_view text) {
+    std::string quoted = "\"";
+    for (const char byte : text) {
+        quoted.append(byte == '"' || byte == '\\' ? "\\" : "").append(1, byte);
+    }
+    return quoted + '"';
+}
+
+bool CanBeQuoted(std::string_view text) {
+    return InQuotes(text).size() <= LongestPlainWord && text.find("=?") == std::string_view::npos &&
+           std::all_of(text.begin(), text.end(), [](char byte) { return byte >= ' ' && byte <= '~'; });
+}
+
+// A name before an address: words, one quoted text, or encoded.
+void AddName(HeaderLine& line, const std::string& name) {
+    const std::vector<Word> words = WordsOf(name);
+    const bool areAtoms = std::all_of(words.begin(), words.end(), [&name](const Word& word) {
+        return IsAtom(std::string_view(name).substr(word.begin, word.end - word.begin));
+    });
+    if (areAtoms && name.find("  ") == std::string::npos) {
+        for (const Word& word : words) {
+            line.Add(" ", std::string_view(name).substr(word.begin, word.end - word.begin));
+        }
+    } else if (CanBeQuoted(name)) {
+        line.Add(" ", InQuotes(name));
+    } else {
+        AddEncoded(line, " ", name);
+    }
+}
+
+bool IsParameterByte(char byte) {
+    return IsAsciiLetterOrDigit(byte) || byte == '-' || byte == '.' || byte == '_';
+}
+
+// "; name*0*=utf-8''...; name*1*=..."
+void AddPieces(HeaderLine& line, std::string_view parameter, std::string_view text) {
+    constexpr std::size_t LongestPiece = 50;
+    std::string piece = "utf-8''";
+    int number = 0;
+    const auto add = [&](bool isLast) {
+        line.Add(" ", std::string(parameter) + "*" + std::to_string(number++) + "*=" + piece +
+                          (isLast ? "" : ";"));
+        piece.clear();
+    };
+    while (!text.empty()) {
+        const std::string_view character = FirstCharacter(text);
+        const std::string escaped = WithEscapes(character, '%', IsParameterByte);
+        if (piece.size() + escaped.size() > LongestPiece) {
+            add(false);
+        }
+        piece += escaped;
+        text.remove_prefix(character.size());
+    }
+    add(true);
+}
+
+}  // namespace
+
+std::string TextHeader(std::string_view name, std::string_view text) {
+    HeaderLine line(name);
+    if (text.empty()) {
+        return line.Text();
+    }
+    // Blanks at an end would be lost.
+    if (text.front() == ' ' || text.back() == ' ') {
+        AddEncoded(line, " ", text);
+        return line.Text();
+    }
+    // From the first word that cannot stand as it is to the last one all is encoded, with the blanks between.
+    const std::vector<Word> words = WordsOf(text);
+    const auto isPlain = [text](const Word& word) {
+        return IsPlainWord(text.substr(word.begin, word.end - word.begin));
+    };
+    const auto first = std::find_if_not(words.begin(), words.end(), isPlain);
+    const auto last = std::find_if_not(words.rbegin(), words.rend(), isPlain).base();
+    std::size_t before = 0;
+    for (auto word = words.begin(); word != words.end(); ++word) {
+        const bool isEncoded = word == first && first < last;
+        const bool isFront = word == words.begin();
+        // Of the blanks in front of an encoded text all but one belong to it.
+        const std::size_t begin = isFront ? 0 : isEncoded ? before + 1 : word->begin;
+        const std::string_view blanks = isFront ? " " : text.substr(before, begin - before);
+        if (isEncoded) {
+            word = last - 1;
+            AddEncoded(line, blanks, text.substr(begin, word->end - begin));
+        } else {
+            line.Add(blanks, text.substr(begin, word->end - begin));
+        }
+        before = word->end;
+    }
+    return line.Text();
+}
+
+std::string WordHeader(std::string_view name, std::string_view word) {
+    HeaderLine line(name);
+    line.Add(" ", word);
+    return line.Text();
+}
+
+std::string MailboxHeader(std::string_view name, const std::vector<Mailbox>& mailboxes) {
+    HeaderLine line(name);
+    for (const Mailbox& mailbox : mailboxes) {
+        const std::string comma = &mailbox == &mailboxes.back() ? "" : ",";
+        if (mailbox.name.empty()) {
+            line.Add(" ", mailbox.address + comma);
+        } else {
+            AddName(line, mailbox.name);
+            line.Add(" ", "<" + mailbox.address + ">" + comma);
+        }
+    }
+    return line.Text();
+}
+
+std::string ParameterHeader(std::string_view name, std::string_view value, std::string_view parameter,
+                            std::string_view text) {
+    HeaderLine line(name);
+    line.Add(" ", std::string(value) + ";");
+    if (CanBeQuoted(text)) {
+        line.Add(" ", std::string(parameter) + "=" + InQuotes(text));
+    } else {
+        AddPieces(line, parameter, text);
+    }
+    return line.Text();
+}
+
+}  // namespace mailer

@@ -1,0 +1,55 @@
+#include "platform/mail/message/message_id.h"
+
+#include <glib.h>
+#include <sys/random.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "platform/contracts/runtime.h"
+#include "platform/mail/base/small_file.h"
+
+namespace mailer {
+namespace {
+
+constexpr std::size_t MarkLength = 32;
+
+// Two machines may have stores of one path with schedules of one number, whose mails are no copies of each
+// other. Containers made of one image have one id, but names of their own.
+std::string ThisMachine() {
+    constexpr std::size_t LongestId = 128;
+    std::array<char, 256> name{};
+    gethostname(name.data(), name.size() - 1);
+    return ReadSmallFile("/etc/machine-id", LongestId).value_or("") + name.data();
+}
+
+}  // namespace
+
+std::string RandomMark() {
+    std::array<unsigned char, MarkLength / 2> random{};
+    // A short read would need a signal within sixteen bytes; the kernel gives so few whole.
+    if (getrandom(random.data(), random.size(), 0) != static_cast<ssize_t>(random.size())) {
+        throw RuntimeError(err::PathFileAccess, "The machine gives no random numbers for the message");
+    }
+    std::string mark;
+    for (const unsigned char byte : random) {
+        constexpr std::string_view Digits = "0123456789abcdef";
+        mark += Digits[byte >> 4U];
+        mark += Digits[byte & 15U];
+    }
+    return mark;
+}
+
+std::string MarkOf(const std::string& identity) {
+    const std::string whole = ThisMachine() + '\n' + identity;
+    const std::unique_ptr<char, decltype(&g_free)> sum(
+        g_compute_checksum_for_string(G_CHECKSUM_SHA256, whole.data(), static_cast<gssize>(whole.size())),
+        &g_free);
+    return std::string(sum.get()).substr(0, MarkLength);
+}
+
+}  // namespace mailer

@@ -1,0 +1,23 @@
+// What a failed talk with a mail server means.
+#pragma once
+
+#include <string>
+
+#include "platform/contracts/runtime.h"
+#include "platform/mail/profile/mail_profile.h"
+#include "platform/mail/transport/smtp_talk.h"
+
+namespace mailer {
+
+// `code` is libcurl's (CURLcode), `detail` its own words. The text says which server, what it refused and
+// with which answer:
+//   err::MailboxOrServer  not reached, no such name, silent, dropped, or turning mail away for now
+//   err::MailboxFull      452, 552 or an answer that says so (x.2.2)
+//   ErrNotSecure          TLS missing, or a certificate that is not trusted
+//   ErrLoginRefused       user or password refused, or a login wanted
+//   ErrRecipientRefused   no recipient is accepted, or one is put off; the text names them
+//   ErrMessageRefused     sender or content is not accepted
+RuntimeError ExplainSmtpFailure(int code, const SmtpTalk& talk, const MailProfile& profile,
+                                const std::string& detail);
+
+}  // namespace mailer

@@ -1,0 +1,93 @@
+// What was said between this machine and a mail server, as far as a failure needs it.
+#pragma once
+
+#include <charconv>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/contracts/mapi.h"
+
+namespace mailer {
+
+class SmtpTalk {
+ public:
+    enum class Stage { Greeting, Hello, StartTls, Login, Sender, Recipient, Content };
+
+    void Said(std::string_view command) {
+        const std::string_view verb = command.substr(0, 4);
+        if (verb == "QUIT") {
+            m_over = true;  // said after a failure too: the answer before it is the one that tells
+            return;
+        }
+        m_code = 0;
+        m_reply.clear();
+        m_isWhole = false;
+        if (verb == "EHLO" || verb == "HELO") {
+            m_stage = Stage::Hello;
+        } else if (verb == "STAR") {
+            m_stage = Stage::StartTls;
+        } else if (verb == "AUTH") {
+            m_stage = Stage::Login;
+        } else if (verb == "MAIL") {
+            m_stage = Stage::Sender;
+        } else if (verb == "RCPT") {
+            m_stage = Stage::Recipient;
+            const std::size_t open = command.find('<');
+            const std::size_t close = command.rfind('>');
+            m_recipient = open < close ? command.substr(open + 1, close - open - 1) : command;
+        } else if (verb == "DATA") {
+            m_stage = Stage::Content;
+        }
+    }
+
+    // One line of an answer. A command may have several answers, as the content has, and the last one counts.
+    void Heard(std::string_view line) {
+        if (m_over) {
+            return;
+        }
+        constexpr std::size_t LongestReply = 500;
+        constexpr std::size_t CodeLength = 3;
+        if (m_isWhole) {
+            m_reply.clear();
+        }
+        std::from_chars(line.data(), line.data() + line.size(), m_code);
+        const std::string_view text = line.substr(0, line.find_last_not_of("\r\n") + 1);
+        m_isWhole = text.size() <= CodeLength || text[CodeLength] != '-';
+        if (m_reply.size() < LongestReply) {
+            m_reply.append(m_reply.empty() ? "" : " ").append(text);
+        }
+        m_accepted = m_accepted || (m_stage == Stage::Content && m_contentGiven && m_code == 250);
+        if (m_isWhole && m_stage == Stage::Recipient && m_code / 100 == 5) {
+            m_refusals.push_back({m_recipient, m_reply});
+        }
+    }
+
+    void ContentGiven() { m_contentGiven = true; }
+
+    Stage At() const { return m_stage; }
+    int Code() const { return m_code; }  // of the last answer to the last command; 0 when there was none
+    const std::string& Reply() const { return m_reply; }  // that answer, its lines joined by blanks
+    const std::string& Recipient() const { return m_recipient; }
+    // The recipients that the server will never take, each with its answer.
+    const std::vector<MAPI::Refusal>& Refusals() const { return m_refusals; }
+    // The server does not take the recipient that was named last now, but may at another time.
+    bool IsPutOff() const { return m_stage == Stage::Recipient && m_isWhole && m_code / 100 == 4; }
+    // The whole message has been given, and its answer is not there yet.
+    bool IsContentGiven() const { return m_contentGiven; }
+    // The server has taken the message: whatever goes wrong from here, it must not be sent again.
+    bool Accepted() const { return m_accepted; }
+
+ private:
+    Stage m_stage = Stage::Greeting;
+    int m_code = 0;
+    std::string m_reply;
+    bool m_isWhole = false;  // the last line of the answer has been heard
+    std::string m_recipient;
+    std::vector<MAPI::Refusal> m_refusals;
+    bool m_contentGiven = false;
+    bool m_accepted = false;
+    bool m_over = false;
+};
+
+}  // namespace mailer

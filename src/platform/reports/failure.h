@@ -1,0 +1,54 @@
+// The numbers that errors of the report engine have for the system. The texts say what is wrong; the numbers
+// tell the stages apart.
+#pragma once
+
+#include <cstdint>
+#include <new>
+#include <utility>
+
+#include "platform/contracts/runtime.h"
+#include "rdl/api/failure.h"
+
+namespace reports {
+
+inline constexpr std::int32_t InvalidReport = -2147206461;     // the file is no report, or cannot be drawn
+inline constexpr std::int32_t InvalidParameter = -2147206460;  // a value is missing or does not fit
+inline constexpr std::int32_t InvalidFormula = -2147206459;    // the record selection formula
+inline constexpr std::int32_t DataFailed = -2147206458;        // a data source or query
+inline constexpr std::int32_t RunFailed = -2147206457;         // layout and writing
+inline constexpr std::int32_t InvalidOption = 5;               // "Invalid procedure call or argument"
+
+inline std::int32_t NumberOf(rdl::Stage stage) {
+    switch (stage) {
+        case rdl::Stage::Open:
+            return InvalidReport;
+        case rdl::Stage::Parameter:
+            return InvalidParameter;
+        case rdl::Stage::Formula:
+            return InvalidFormula;
+        case rdl::Stage::Data:
+            return DataFailed;
+        case rdl::Stage::Run:
+            break;
+    }
+    return RunFailed;
+}
+
+// Runs `work` and returns what it returns. Every error of it comes out as a RuntimeError: those that are one
+// already as they are, out of memory as 7, any other with the number of its stage.
+template <typename Work>
+auto Translated(Work&& work) {
+    try {
+        return std::forward<Work>(work)();
+    } catch (const RuntimeError&) {
+        throw;
+    } catch (const rdl::Failure& failure) {
+        throw RuntimeError(NumberOf(failure.stage()), failure.what());
+    } catch (const std::bad_alloc&) {
+        throw RuntimeError(err::OutOfMemory);
+    } catch (const std::exception& error) {
+        throw RuntimeError(RunFailed, error.what());
+    }
+}
+
+}  // namespace reports

@@ -1,0 +1,33 @@
+// A writer's output into a file that appears whole or not at all.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "platform/posix/atomic_file.h"
+#include "rdl/api/output.h"
+
+namespace reports {
+
+// A report is not trusted: it may not fill the disk that the system runs on.
+inline constexpr std::uint64_t LargestDocument = std::uint64_t{8} << 30;
+
+// Raises RuntimeError 76, 61 and 75 as AtomicFile does, and rdl::Error when more than `most` bytes are
+// written. An export is for others to read: a new file has the mode that the user's file mask gives, one that
+// is replaced keeps its own.
+class FileOutput : public rdl::Output {
+ public:
+    explicit FileOutput(std::filesystem::path target, std::uint64_t most = LargestDocument);
+    using rdl::Output::Write;
+    void Write(const char* data, std::size_t size) override;
+    void Commit();
+
+ private:
+    AtomicFile m_file;
+    std::string m_buffer;
+    std::uint64_t m_size = 0;
+    const std::uint64_t m_most;
+};
+
+}  // namespace reports

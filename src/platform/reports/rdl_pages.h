@@ -1,0 +1,37 @@
+// The pages of an RDL report behind the contract.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/contracts/report_view.h"
+#include "rdl/api/pages.h"
+
+namespace reports {
+
+class RdlPages : public report::PageView {
+ public:
+    explicit RdlPages(std::unique_ptr<rdl::Pages> pages) : m_pages(std::move(pages)) {}
+
+    bool Reach(int n) override;
+    int PagesMade() const override { return m_pages->Made(); }
+    bool AllMade() const override { return m_pages->AllMade(); }
+    double Width(int n) const override;
+    double Height(int n) const override;
+    bool WaitsForTotal() const override { return m_pages->WaitsForTotal(); }
+    void Draw(int n, QPainter& painter) override;
+    bool WritePdf(const std::string& file, int first, int last,
+                  const std::function<bool(int page)>& goOn) override;
+    std::vector<report::Letter> Letters(int n) override;
+    std::vector<report::Link> Links(int n) override;
+    const std::vector<report::MapEntry>& DocumentMap() const override;
+
+ private:
+    void Check(int n) const;
+
+    std::unique_ptr<rdl::Pages> m_pages;
+    mutable std::vector<report::MapEntry> m_map;  // as many of the engine's as were asked for
+};
+
+}  // namespace reports

@@ -1,0 +1,27 @@
+// A parameter of an RDL report behind the contract.
+#pragma once
+
+#include "platform/contracts/report_engine.h"
+#include "rdl/api/report.h"
+
+namespace reports {
+
+class RdlParameter : public report::ParameterField {
+ public:
+    // `parameter` outlives the object.
+    explicit RdlParameter(rdl::Parameter& parameter) : m_parameter(parameter) {}
+
+    int ValueType() const override;
+    std::string Name() const override { return m_parameter.Name(); }
+    std::string Prompt() const override { return m_parameter.Prompt(); }
+    std::vector<std::string> DefaultValues() const override { return m_parameter.DefaultValues(); }
+    std::vector<std::string> ValidValues() const override { return m_parameter.ValidValues(); }
+    void ClearCurrentValueAndRange() override { m_parameter.Clear(); }
+    // Raises 13 naming the parameter when the value is not of its type.
+    void AddCurrentValue(const report::ParameterValue& value) override;
+
+ private:
+    rdl::Parameter& m_parameter;
+};
+
+}  // namespace reports

@@ -1,0 +1,117 @@
+#include "platform/reports/rdl_report.h"
+
+#include "platform/base/file_name.h"
+#include "platform/base/paths.h"
+#include "platform/reports/export_mail.h"
+#include "platform/reports/failure.h"
+#include "platform/reports/file_output.h"
+#include "platform/reports/private_folder.h"
+#include "platform/reports/rdl_pages.h"
+
+namespace reports {
+namespace {
+
+std::size_t Slot(int n, std::size_t count) {
+    if (n < 1 || static_cast<std::size_t>(n) > count) {
+        throw RuntimeError(err::SubscriptOutOfRange);
+    }
+    return static_cast<std::size_t>(n) - 1;
+}
+
+}  // namespace
+
+struct RdlReport::Format {
+    int code;
+    const char* extension;  // of a file that the engine names itself
+    rdl::DocumentFormat document;
+};
+
+const RdlReport::Format& RdlReport::FindFormat(int code) {
+    static constexpr Format Formats[] = {
+        {report::FormatPdf, ".pdf", rdl::DocumentFormat::Pdf},
+        {report::FormatRtf, ".rtf", rdl::DocumentFormat::Rtf},
+        {report::FormatExcel, ".xls", rdl::DocumentFormat::Excel},
+        {report::FormatHtml, ".htm", rdl::DocumentFormat::Html},
+        {report::FormatWord, ".doc", rdl::DocumentFormat::Word},
+    };
+    for (const Format& format : Formats) {
+        if (format.code == code) {
+            return format;
+        }
+    }
+    throw RuntimeError(InvalidOption, "There is no export format " + std::to_string(code));
+}
+
+RdlReport::RdlReport(std::shared_ptr<rdl::Report> report) : m_report(std::move(report)) {
+    for (std::size_t i = 0; i < m_report->ParameterCount(); ++i) {
+        m_parameters.push_back(std::make_unique<RdlParameter>(m_report->ParameterAt(i)));
+    }
+}
+
+void RdlReport::SetTableLogon(int n, const std::string& server, const std::string& database,
+                              const std::string& user, const std::string& password) {
+    const std::size_t table = Slot(n, m_report->TableCount());
+    if (!server.empty() || !database.empty()) {
+        throw RuntimeError(InvalidOption,
+                           "Data source \"" + m_report->SourceName(table) +
+                               "\": a logon can set user and password only, not server and database");
+    }
+    m_report->SetLogon(table, user, password);
+}
+
+report::ParameterField& RdlReport::Parameter(int n) {
+    return *m_parameters[Slot(n, m_parameters.size())];
+}
+
+std::string RdlReport::TableName(int n) const {
+    return m_report->TableName(Slot(n, m_report->TableCount()));
+}
+
+void RdlReport::SetMail(const std::string& toList, const std::string& subject, const std::string& message) {
+    m_toList = toList;
+    m_subject = subject;
+    m_message = message;
+}
+
+void RdlReport::SetDataSource(const std::string& name, const std::string& provider,
+                              const std::string& connectString) {
+    if (!m_report->SetDataSource(name, provider, connectString)) {
+        throw RuntimeError(InvalidOption, "The report has no data source \"" + name + "\"");
+    }
+}
+
+void RdlReport::Export(bool) {
+    const Format& format = FindFormat(m_format);
+    if (m_destination == report::DestinationMail) {
+        ExportToMail(format);
+        return;
+    }
+    if (m_destination != report::DestinationDisk) {
+        throw RuntimeError(InvalidOption, "There is no export destination " + std::to_string(m_destination));
+    }
+    const std::string& name = m_format == report::FormatHtml ? m_htmlFile : m_diskFile;
+    if (name.empty()) {
+        throw RuntimeError(InvalidOption, "The export has no file name");
+    }
+    ExportToFile(format, paths::ToMachine(name));
+}
+
+std::unique_ptr<report::PageView> RdlReport::OpenPages() {
+    return Translated([&] { return std::make_unique<RdlPages>(m_report->OpenPages()); });
+}
+
+void RdlReport::ExportToFile(const Format& format, const std::filesystem::path& target) {
+    // Opened before the report runs: a folder that is missing is reported at once.
+    FileOutput output(target);
+    Translated([&] { m_report->Write(format.document, output); });
+    output.Commit();
+}
+
+void RdlReport::ExportToMail(const Format& format) {
+    const PrivateFolder folder;
+    const std::filesystem::path file = folder.Path() / (SafeFileName(Title()) + format.extension);
+    ExportToFile(format, file);
+    MailFile(m_toList, m_subject, m_message, file);
+}
+
+}  // namespace reports

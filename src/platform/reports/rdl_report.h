@@ -1,0 +1,65 @@
+// An RDL report behind the contract.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/contracts/report_engine.h"
+#include "platform/reports/rdl_parameter.h"
+#include "rdl/api/report.h"
+
+namespace reports {
+
+class RdlReport : public report::Report {
+ public:
+    explicit RdlReport(std::shared_ptr<rdl::Report> report);
+
+    int TableCount() const override { return static_cast<int>(m_report->TableCount()); }
+    // Only user and password can be set: another server or database is another data source.
+    void SetTableLogon(int n, const std::string& server, const std::string& database, const std::string& user,
+                       const std::string& password) override;
+
+    int ParameterFieldCount() const override { return static_cast<int>(m_parameters.size()); }
+    report::ParameterField& Parameter(int n) override;
+
+    // Nobody is ever asked and no progress shown, whatever the switches say.
+    void SetRunSwitches(bool, bool) override {}
+    std::string RecordSelectionFormula() const override { return m_report->Formula(); }
+    void SetRecordSelectionFormula(const std::string& text) override { m_report->SetFormula(text); }
+    std::string Title() const override { return m_report->Title(); }
+    std::string Description() const override { return m_report->Description(); }
+
+    void SetExportDestination(int code) override { m_destination = code; }
+    void SetExportFormat(int code) override { m_format = code; }
+    void SetDiskFileName(const std::string& path) override { m_diskFile = path; }
+    void SetHtmlFileName(const std::string& path) override { m_htmlFile = path; }
+    void SetMail(const std::string& toList, const std::string& subject, const std::string& message) override;
+    // The writers have one form each: types, widths and headers are always kept.
+    void SetExcelOptions(bool, bool, bool, bool, int) override {}
+    void SetHtmlOptions(bool, bool) override {}
+    void Export(bool prompt) override;
+    std::unique_ptr<report::PageView> OpenPages() override;
+
+    // Beyond the contract.
+    std::string TableName(int n) const;  // from 1
+    // Replaces provider and connect string of a data source; 5 when the report has none of the name.
+    void SetDataSource(const std::string& name, const std::string& provider,
+                       const std::string& connectString);
+    void SetRunBounds(const rdl::RunBounds& bounds) { m_report->SetBounds(bounds); }
+
+ private:
+    struct Format;
+    static const Format& FindFormat(int code);
+    void ExportToFile(const Format& format, const std::filesystem::path& target);
+    void ExportToMail(const Format& format);
+
+    std::shared_ptr<rdl::Report> m_report;
+    std::vector<std::unique_ptr<RdlParameter>> m_parameters;
+    int m_destination = report::DestinationDisk;
+    int m_format = 0;
+    std::string m_diskFile, m_htmlFile;
+    std::string m_toList, m_subject, m_message;
+};
+
+}  // namespace reports

@@ -1,0 +1,62 @@
+#include "rdl/api/host.h"
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <ctime>
+#include <system_error>
+
+namespace rdl {
+namespace {
+
+constexpr std::int64_t TicksPerSecond = 10'000'000;
+constexpr std::int64_t SecondsToEpoch = 62'135'596'800;  // from 0001-01-01 to 1970-01-01
+
+const Host* chosen = nullptr;
+
+}  // namespace
+
+std::int64_t Host::NowTicks() const {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    return (static_cast<std::int64_t>(now) + local.tm_gmtoff + SecondsToEpoch) * TicksPerSecond;
+}
+
+std::string Host::UserName() const {
+    const passwd* user = getpwuid(geteuid());
+    return user ? user->pw_name : std::to_string(geteuid());
+}
+
+std::filesystem::path Host::PathOf(std::string_view name, const std::string& folder) const {
+    std::string path(name);
+    std::replace(path.begin(), path.end(), '\\', '/');
+    return std::filesystem::absolute(std::filesystem::path(folder) / path);
+}
+
+std::vector<std::string> Host::DataFolders() const {
+    return {};
+}
+
+int Host::OpenTemporaryFile() const {
+    const std::filesystem::path folder = std::filesystem::temp_directory_path();
+    const int handle = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+    if (handle < 0) {
+        throw std::system_error(errno, std::generic_category(), folder.string());
+    }
+    return handle;
+}
+
+const Host& TheHost() {
+    static const Host machine;
+    return chosen ? *chosen : machine;
+}
+
+void SetHost(const Host* host) {
+    chosen = host;
+}
+
+}  // namespace rdl

@@ -1,0 +1,158 @@
+#include "rdl/data/common/field_type.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+
+#include "rdl/data/common/message.h"
+#include "rdl/format/format.h"
+
+namespace rdl::data {
+namespace {
+
+struct TypeName {
+    std::string_view name;  // lower case, without System.
+    FieldType type;
+};
+
+constexpr TypeName TypeNames[] = {
+    {"boolean", FieldType::Boolean}, {"bool", FieldType::Boolean},
+    {"int16", FieldType::Integer},   {"int32", FieldType::Integer},
+    {"int64", FieldType::Integer},   {"byte", FieldType::Integer},
+    {"sbyte", FieldType::Integer},   {"uint16", FieldType::Integer},
+    {"uint32", FieldType::Integer},  {"uint64", FieldType::Integer},
+    {"integer", FieldType::Integer}, {"int", FieldType::Integer},
+    {"decimal", FieldType::Real},    {"double", FieldType::Real},
+    {"single", FieldType::Real},     {"float", FieldType::Real},
+    {"numeric", FieldType::Real},    {"datetime", FieldType::DateTime},
+    {"date", FieldType::DateTime},   {"datetimeoffset", FieldType::DateTime},
+    {"string", FieldType::Text},     {"char", FieldType::Text},
+    {"guid", FieldType::Text},       {"byte[]", FieldType::Bytes},
+};
+
+constexpr std::int64_t MaxTicks = 3'652'059 * TicksPerDay;  // the end of the year 9999
+
+std::string_view InvariantText(const Value& value) {
+    return Trimmed(value.AsText());
+}
+
+bool ReadInteger(std::string_view text, std::int64_t& number) {
+    if (!text.empty() && text.front() == '+') {
+        text.remove_prefix(1);
+    }
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return failure == std::errc() && end == text.data() + text.size();
+}
+
+bool ReadReal(std::string_view text, double& number) {
+    if (!text.empty() && text.front() == '+') {
+        text.remove_prefix(1);
+    }
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return failure == std::errc() && end == text.data() + text.size() && std::isfinite(number);
+}
+
+Value NumberOfText(std::string_view text, FieldType type, const Value& original) {
+    std::int64_t whole = 0;
+    if (ReadInteger(text, whole)) {
+        return type == FieldType::Integer ? Value::Integer(whole) : Value::Real(static_cast<double>(whole));
+    }
+    double real = 0;
+    return ReadReal(text, real) ? Value::Real(real) : original;
+}
+
+Value BooleanOfText(std::string_view text, const Value& original) {
+    if (EqualNoCase(text, "true") || text == "1") {
+        return Value::Boolean(true);
+    }
+    if (EqualNoCase(text, "false") || text == "0") {
+        return Value::Boolean(false);
+    }
+    return original;
+}
+
+Value DateOfText(std::string_view text, const Value& original) {
+    std::int64_t ticks = 0;
+    return ParseDateTime(text, FindCulture(""), ticks) ? Value::DateTime(ticks) : original;
+}
+
+}  // namespace
+
+FieldType FieldTypeOfName(std::string_view typeName) {
+    std::string name = LowerAscii(Trimmed(typeName));
+    if (name.starts_with("system.")) {
+        name.erase(0, 7);
+    }
+    for (const TypeName& known : TypeNames) {
+        if (known.name == name) {
+            return known.type;
+        }
+    }
+    return FieldType::Untyped;
+}
+
+FieldType FieldTypeOfColumn(std::string_view declared) {
+    const std::string name = LowerAscii(Trimmed(declared));
+    if (name.starts_with("date") || name.starts_with("timestamp") || name.starts_with("smalldatetime")) {
+        return FieldType::DateTime;
+    }
+    return name.starts_with("bool") || name == "bit" ? FieldType::Boolean : FieldType::Untyped;
+}
+
+Value ConvertValue(const Value& value, FieldType type) {
+    if (value.kind() == Kind::Integer) {
+        if (type == FieldType::Boolean) {
+            return Value::Boolean(value.AsInteger() != 0);
+        }
+        return type == FieldType::Real ? Value::Real(static_cast<double>(value.AsInteger())) : value;
+    }
+    if (!value.IsText()) {
+        return value;
+    }
+    const std::string_view text = InvariantText(value);
+    if (text.empty()) {
+        return type == FieldType::Untyped || type == FieldType::Text || type == FieldType::Bytes ? value
+                                                                                                 : Value();
+    }
+    switch (type) {
+        case FieldType::Boolean:
+            return BooleanOfText(text, value);
+        case FieldType::Integer:
+        case FieldType::Real:
+            return NumberOfText(text, type, value);
+        case FieldType::DateTime:
+            return DateOfText(text, value);
+        default:
+            return value;
+    }
+}
+
+Value ConvertStored(const Value& value, FieldType type) {
+    if (type == FieldType::DateTime && value.IsNumber()) {
+        const bool julian = value.kind() == Kind::Real;
+        const double days = julian ? value.AsReal() - 1'721'425.5 : value.AsDouble() / 86'400 + 719'162;
+        const double seconds = std::round(days * 86'400);
+        if (!(seconds >= 0) || seconds >= static_cast<double>(MaxTicks / TicksPerSecond)) {
+            return value;
+        }
+        return Value::DateTime(static_cast<std::int64_t>(seconds) * TicksPerSecond);
+    }
+    return ConvertValue(value, type);
+}
+
+std::string IsoText(std::int64_t ticks) {
+    const DateTimeParts parts = SplitTicks(ticks);
+    char text[48];
+    int length = std::snprintf(text, sizeof text, "%04d-%02d-%02d", parts.year, parts.month, parts.day);
+    if (ticks % TicksPerDay != 0) {
+        length += std::snprintf(text + length, sizeof text - static_cast<std::size_t>(length),
+                                " %02d:%02d:%02d", parts.hour, parts.minute, parts.second);
+    }
+    if (parts.fraction != 0) {
+        length += std::snprintf(text + length, sizeof text - static_cast<std::size_t>(length), ".%07d",
+                                parts.fraction);
+    }
+    return {text, static_cast<std::size_t>(length)};
+}
+
+}  // namespace rdl::data

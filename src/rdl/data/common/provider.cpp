@@ -1,0 +1,101 @@
+#include "rdl/data/common/provider.h"
+
+#include "rdl/data/common/connect_string.h"
+#include "rdl/data/common/message.h"
+#include "rdl/values/error.h"
+
+namespace rdl::data {
+namespace {
+
+struct Alias {
+    std::string_view name;  // lower case
+    ProviderKind kind;
+};
+
+constexpr Alias Aliases[] = {
+    {"sqlite", ProviderKind::Sqlite},
+    {"sqlite3", ProviderKind::Sqlite},
+    {"qsqlite", ProviderKind::Sqlite},
+    {"sqlite.net", ProviderKind::Sqlite},
+    {"microsoft.data.sqlite", ProviderKind::Sqlite},
+    {"system.data.sqlite", ProviderKind::Sqlite},
+    {"postgresql", ProviderKind::PostgreSql},
+    {"postgres", ProviderKind::PostgreSql},
+    {"npgsql", ProviderKind::PostgreSql},
+    {"npgsql.net", ProviderKind::PostgreSql},
+    {"pgsql", ProviderKind::PostgreSql},
+    {"qpsql", ProviderKind::PostgreSql},
+    {"mysql", ProviderKind::MySql},
+    {"mysql.net", ProviderKind::MySql},
+    {"mysql.data.mysqlclient", ProviderKind::MySql},
+    {"mysqlconnector", ProviderKind::MySql},
+    {"mariadb", ProviderKind::MySql},
+    {"qmysql", ProviderKind::MySql},
+    {"qmariadb", ProviderKind::MySql},
+    {"sql", ProviderKind::SqlServer},
+    {"mssql", ProviderKind::SqlServer},
+    {"sqlserver", ProviderKind::SqlServer},
+    {"sqlazure", ProviderKind::SqlServer},
+    {"sqlpdw", ProviderKind::SqlServer},
+    {"microsoft sql server", ProviderKind::SqlServer},
+    {"system.data.sqlclient", ProviderKind::SqlServer},
+    {"microsoft.data.sqlclient", ProviderKind::SqlServer},
+    {"odbc", ProviderKind::Odbc},
+    {"odbc.net", ProviderKind::Odbc},
+    {"qodbc", ProviderKind::Odbc},
+    {"system.data.odbc", ProviderKind::Odbc},
+    {"enterdata", ProviderKind::EnterData},
+    {"xml", ProviderKind::Xml},
+    {"json", ProviderKind::Json},
+    {"csv", ProviderKind::Csv},
+    {"txt", ProviderKind::Csv},
+    {"text", ProviderKind::Csv},
+    {"filedirectory", ProviderKind::Csv},
+};
+
+// What Provider= of an OLE DB connect string begins with.
+constexpr Alias OleDbAliases[] = {
+    {"sqloledb", ProviderKind::SqlServer},
+    {"sqlncli", ProviderKind::SqlServer},
+    {"msoledbsql", ProviderKind::SqlServer},
+    {"msdasql", ProviderKind::Odbc},
+};
+
+ProviderKind FindOleDb(std::string_view connectString) {
+    const std::string provider = ConnectString(connectString).Get({"provider"});
+    const std::string wanted = LowerAscii(provider);
+    for (const Alias& alias : OleDbAliases) {
+        if (wanted.starts_with(alias.name)) {
+            return alias.kind;
+        }
+    }
+    if (wanted.empty()) {
+        throw Error("the connect string names no OLE DB provider (Provider=)");
+    }
+    throw Error("the OLE DB provider \"" + CleanText(provider) +
+                "\" cannot be used here; SQLOLEDB, SQLNCLI, MSOLEDBSQL and MSDASQL can, or give another data "
+                "source, for example by ODBC");
+}
+
+}  // namespace
+
+ProviderKind FindProvider(std::string_view name, std::string_view connectString) {
+    const std::string wanted = LowerAscii(Trimmed(name));
+    for (const Alias& alias : Aliases) {
+        if (alias.name == wanted) {
+            return alias.kind;
+        }
+    }
+    if (wanted == "oledb" || wanted == "system.data.oledb") {
+        return FindOleDb(connectString);
+    }
+    if (wanted.empty()) {
+        throw Error("the data source names no data provider");
+    }
+    throw Error(
+        "the data provider \"" + CleanText(name) +
+        "\" cannot be used here; known are SQLITE, PostgreSQL, MySQL, MariaDB, SQL, SQLAZURE, OLEDB, ODBC, "
+        "XML, JSON, CSV and ENTERDATA");
+}
+
+}  // namespace rdl::data

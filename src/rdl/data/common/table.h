@@ -1,0 +1,23 @@
+// The rows of a data set, in memory.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "rdl/values/value.h"
+
+namespace rdl {
+
+struct Table {
+    std::vector<std::string> fieldNames;  // the data set's fields, calculated ones behind the others
+    std::vector<bool> missing;            // fields that the query did not give
+    std::vector<Value> cells;             // row after row
+    bool caseSensitive = false;           // filters tell a from A
+    std::size_t RowCount() const { return fieldNames.empty() ? 0 : cells.size() / fieldNames.size(); }
+    const Value& At(std::size_t row, std::size_t field) const {
+        return cells[row * fieldNames.size() + field];
+    }
+};
+
+}  // namespace rdl

@@ -1,0 +1,137 @@
+#include "rdl/data/shared_source.h"
+
+#include <cstdlib>
+
+#include "rdl/data/common/message.h"
+#include "rdl/data/files/data_file.h"
+#include "rdl/data/files/xml_document.h"
+#include "rdl/definition/identifier.h"
+#include "rdl/values/error.h"
+
+namespace rdl::data {
+namespace {
+
+using xml::Element;
+
+xml::Document ReadBeside(const std::string& reference, const std::string& extension,
+                         const std::vector<std::string>& folders) {
+    std::string name = reference.substr(reference.find_last_of("/\\") + 1);
+    if (!LowerAscii(name).ends_with(extension)) {
+        name += extension;
+    }
+    try {
+        return ParseXml(ReadDataFile(ResolveDataPath(name, folders)));
+    } catch (const Error& error) {
+        throw Error("the shared file \"" + CleanText(name) + "\": " + error.what());
+    }
+}
+
+Expr ExprOf(const std::string& text, const std::string& where) {
+    return {.source = text, .where = where, .id = text.starts_with('=') ? 0 : -1};
+}
+
+const std::vector<Element>& ChildrenOf(const Element* element) {
+    static const std::vector<Element> nothing;
+    return element ? element->children : nothing;
+}
+
+std::vector<Field> FieldsOf(const Element& set) {
+    std::vector<Field> fields;
+    const Element* list = set.Child("Fields");
+    for (const Element& node : ChildrenOf(list)) {
+        Field field;
+        field.name = node.AttributeOf("Name");
+        if (!field.name.empty() && !IsIdentifier(field.name)) {
+            throw Error(NotAnIdentifier("Field", field.name));
+        }
+        field.dataField = node.ChildText("DataField");
+        field.typeName = node.ChildText("TypeName");
+        if (field.dataField.empty()) {
+            field.value = ExprOf(node.ChildText("Value"), "Field " + field.name);
+        }
+        fields.push_back(std::move(field));
+    }
+    return fields;
+}
+
+std::vector<Filter> FiltersOf(const Element& set) {
+    std::vector<Filter> filters;
+    const Element* list = set.Child("Filters");
+    for (const Element& node : ChildrenOf(list)) {
+        Filter filter;
+        filter.expression = ExprOf(node.ChildText("FilterExpression"), "Filter");
+        filter.op = node.ChildText("Operator");
+        const Element* values = node.Child("FilterValues");
+        for (const Element& value : ChildrenOf(values)) {
+            filter.values.push_back(ExprOf(std::string(Trimmed(value.text)), "Filter value"));
+        }
+        filters.push_back(std::move(filter));
+    }
+    return filters;
+}
+
+bool FlagOf(const Element& node, std::string_view name) {
+    return EqualNoCase(node.ChildText(name), "true");
+}
+
+std::vector<SharedParameter> ParametersOf(const Element& query) {
+    std::vector<SharedParameter> parameters;
+    const Element* list = query.Child("DataSetParameters");
+    for (const Element& node : ChildrenOf(list)) {
+        const std::string name(node.AttributeOf("Name"));
+        const Element* value = node.Child("DefaultValue");
+        parameters.push_back(
+            {name,
+             value && !value->IsNil() ? ExprOf(std::string(Trimmed(value->text)), "Parameter " + name)
+                                      : Expr(),
+             FlagOf(node, "Nullable"), FlagOf(node, "ReadOnly"), FlagOf(node, "OmitFromQuery")});
+    }
+    return parameters;
+}
+
+void ReadQuery(const Element& query, DataSet& set) {
+    set.dataSourceName = query.ChildText("DataSourceReference");
+    set.commandText = ExprOf(query.ChildText("CommandText"), "CommandText");
+    set.timeoutSeconds = std::atoi(query.ChildText("Timeout").c_str());
+    const std::string type = query.ChildText("CommandType");
+    if (EqualNoCase(type, "StoredProcedure")) {
+        set.commandType = DataSet::CommandType::StoredProcedure;
+    } else if (EqualNoCase(type, "TableDirect")) {
+        set.commandType = DataSet::CommandType::TableDirect;
+    }
+}
+
+}  // namespace
+
+SharedSource ReadSharedSource(const std::string& reference, const std::vector<std::string>& folders) {
+    const xml::Document document = ReadBeside(reference, ".rds", folders);
+    const Element* properties = document.root.Child("ConnectionProperties");
+    const Element& holder = properties ? *properties : document.root;
+    SharedSource source{holder.ChildText("Extension"), holder.ChildText("ConnectString"),
+                        FlagOf(holder, "IntegratedSecurity")};
+    if (source.provider.empty()) {
+        throw Error("the shared data source \"" + CleanText(reference) + "\" names no data provider");
+    }
+    return source;
+}
+
+SharedDataSet ReadSharedDataSet(const std::string& reference, const std::vector<std::string>& folders) {
+    const xml::Document document = ReadBeside(reference, ".rsd", folders);
+    const Element* set = document.root.Child("DataSet");
+    const Element* query = set ? set->Child("Query") : nullptr;
+    if (!query) {
+        throw Error("the shared data set \"" + CleanText(reference) + "\" has no query");
+    }
+    SharedDataSet shared;
+    shared.dataSet.name = set->AttributeOf("Name");
+    ReadQuery(*query, shared.dataSet);
+    shared.parameters = ParametersOf(*query);
+    shared.dataSet.caseSensitive = FlagOf(*set, "CaseSensitivity");
+    shared.dataSet.fields = FieldsOf(*set);
+    shared.dataSet.filters = FiltersOf(*set);
+    shared.source.name = shared.dataSet.dataSourceName;
+    shared.source.reference = shared.dataSet.dataSourceName;
+    return shared;
+}
+
+}  // namespace rdl::data

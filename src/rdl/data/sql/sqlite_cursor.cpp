@@ -1,0 +1,251 @@
+#include "rdl/data/sql/sqlite_cursor.h"
+
+#include <sqlite3.h>
+
+#include <chrono>
+#include <filesystem>
+#include <string_view>
+
+#include "rdl/data/common/field_type.h"
+#include "rdl/data/common/message.h"
+#include "rdl/values/error.h"
+
+namespace rdl::data {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int LongestValue = 256 << 20;
+constexpr int StepsBetweenLooks = 20'000;
+
+// A report's query reads; it neither reaches for other files nor changes how the connection behaves.
+int Authorize(void*, int action, const char*, const char*, const char*, const char*) {
+    switch (action) {
+        case SQLITE_SELECT:
+        case SQLITE_READ:
+        case SQLITE_FUNCTION:
+        case SQLITE_RECURSIVE:
+            return SQLITE_OK;
+        default:
+            return SQLITE_DENY;
+    }
+}
+
+struct CloseDatabase {
+    void operator()(sqlite3* database) const { sqlite3_close(database); }
+};
+struct Finalize {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+
+class SqliteCursor : public Cursor {
+ public:
+    SqliteCursor(const SqliteSource& source, const BoundQuery& query)
+        : m_file(source.file),
+          m_seconds(source.querySeconds),
+          m_deadline(Clock::now() + std::chrono::seconds(source.querySeconds)) {
+        Open();
+        sqlite3_progress_handler(m_database.get(), StepsBetweenLooks, &SqliteCursor::TimeIsUp, this);
+        Prepare(query.text);
+        Bind(query.binds);
+        const int count = sqlite3_column_count(m_statement.get());
+        if (count == 0) {
+            throw Error("the query gives no rows");
+        }
+        for (int column = 0; column < count; ++column) {
+            const char* name = sqlite3_column_name(m_statement.get(), column);
+            const char* type = sqlite3_column_decltype(m_statement.get(), column);
+            m_columns.emplace_back(name ? name : "");
+            m_types.push_back(FieldTypeOfColumn(type ? type : ""));
+        }
+    }
+
+    bool Next() override {
+        const int state = sqlite3_step(m_statement.get());
+        if (state == SQLITE_ROW) {
+            return true;
+        }
+        if (state != SQLITE_DONE) {
+            Fail(state);
+        }
+        return false;
+    }
+
+    Value Cell(std::size_t column) override {
+        Value value = Stored(static_cast<int>(column));
+        return m_types[column] == FieldType::Untyped ? value : ConvertStored(value, m_types[column]);
+    }
+
+ private:
+    Value Stored(int column) {
+        sqlite3_stmt* row = m_statement.get();
+        switch (sqlite3_column_type(row, column)) {
+            case SQLITE_INTEGER:
+                return Value::Integer(sqlite3_column_int64(row, column));
+            case SQLITE_FLOAT:
+                return Value::Real(sqlite3_column_double(row, column));
+            case SQLITE_TEXT: {
+                const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
+                return Value::Text({text, static_cast<std::size_t>(sqlite3_column_bytes(row, column))});
+            }
+            case SQLITE_BLOB: {
+                const auto* bytes = static_cast<const char*>(sqlite3_column_blob(row, column));
+                return Value::Bytes(
+                    {bytes ? bytes : "", static_cast<std::size_t>(sqlite3_column_bytes(row, column))});
+            }
+            default:
+                return {};
+        }
+    }
+
+    void Open() {
+        std::error_code ignored;
+        if (!std::filesystem::is_regular_file(m_file, ignored)) {
+            throw Error("the database file \"" + CleanText(m_file) + "\" does not exist");
+        }
+        sqlite3* database = nullptr;
+        const int state =
+            sqlite3_open_v2(m_file.c_str(), &database, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+        m_database.reset(database);
+        if (state != SQLITE_OK) {
+            Fail(state);
+        }
+        sqlite3_busy_timeout(database, 10'000);
+        sqlite3_limit(database, SQLITE_LIMIT_LENGTH, LongestValue);
+        sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+        sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    }
+
+    void Prepare(const std::string& text) {
+        // The schema is read by statements of SQLite's own, which the guard must not meet.
+        char* ignored = nullptr;
+        const int readable =
+            sqlite3_exec(m_database.get(), "select count(*) from sqlite_master", nullptr, nullptr, &ignored);
+        sqlite3_free(ignored);
+        if (readable != SQLITE_OK) {
+            Fail(readable);
+        }
+        sqlite3_set_authorizer(m_database.get(), &Authorize, nullptr);
+        sqlite3_stmt* statement = nullptr;
+        const char* tail = nullptr;
+        const int state = sqlite3_prepare_v2(m_database.get(), text.data(), static_cast<int>(text.size()),
+                                             &statement, &tail);
+        m_statement.reset(statement);
+        if (state != SQLITE_OK) {
+            Fail(state);
+        }
+        if (!statement) {
+            throw Error("the query is empty");
+        }
+        const std::string_view rest(tail, static_cast<std::size_t>(text.data() + text.size() - tail));
+        if (HoldsStatement(rest)) {
+            throw Error("the query is more than one statement, near \"" + CleanText(rest.substr(0, 40)) +
+                        "\"");
+        }
+    }
+
+    // Comments and further semicolons are none.
+    bool HoldsStatement(std::string_view text) const {
+        while (text.find_first_not_of(" \t\r\n;") != std::string_view::npos) {
+            sqlite3_stmt* statement = nullptr;
+            const char* tail = nullptr;
+            const int state = sqlite3_prepare_v2(m_database.get(), text.data(), static_cast<int>(text.size()),
+                                                 &statement, &tail);
+            sqlite3_finalize(statement);
+            // A NUL is where reading ends, whatever stands behind it.
+            if (state != SQLITE_OK || statement || tail == text.data()) {
+                return true;
+            }
+            text.remove_prefix(static_cast<std::size_t>(tail - text.data()));
+        }
+        return false;
+    }
+
+    void Bind(const std::vector<Value>& binds) {
+        sqlite3_stmt* statement = m_statement.get();
+        const int wanted = sqlite3_bind_parameter_count(statement);
+        if (wanted != static_cast<int>(binds.size())) {
+            const char* name = sqlite3_bind_parameter_name(statement, wanted);
+            throw Error("the query uses the parameter \"" + CleanText(name ? name : "?") +
+                        "\", which the data set does not have");
+        }
+        for (int i = 0; i < wanted; ++i) {
+            BindOne(i + 1, binds[static_cast<std::size_t>(i)]);
+        }
+    }
+
+    void BindOne(int index, const Value& value) {
+        sqlite3_stmt* statement = m_statement.get();
+        switch (value.kind()) {
+            case Kind::Boolean:
+                sqlite3_bind_int(statement, index, value.AsBoolean() ? 1 : 0);
+                return;
+            case Kind::Integer:
+                sqlite3_bind_int64(statement, index, value.AsInteger());
+                return;
+            case Kind::Real:
+                sqlite3_bind_double(statement, index, value.AsReal());
+                return;
+            case Kind::Text:
+                BindText(index, value.AsText());
+                return;
+            case Kind::DateTime:
+                BindText(index, IsoText(value.AsTicks()));
+                return;
+            case Kind::Bytes:
+                sqlite3_bind_blob64(statement, index, value.AsText().data(), value.AsText().size(),
+                                    SQLITE_TRANSIENT);
+                return;
+            default:
+                sqlite3_bind_null(statement, index);
+        }
+    }
+
+    void BindText(int index, std::string_view text) {
+        sqlite3_bind_text64(m_statement.get(), index, text.data(), text.size(), SQLITE_TRANSIENT,
+                            SQLITE_UTF8);
+    }
+
+    [[noreturn]] void Fail(int state) const {
+        const std::string text = CleanText(sqlite3_errmsg(m_database.get()));
+        switch (state & 0xFF) {
+            case SQLITE_NOTADB:
+            case SQLITE_CORRUPT:
+                throw Error("the file \"" + CleanText(m_file) + "\" is no database or is damaged: " + text);
+            case SQLITE_CANTOPEN:
+            case SQLITE_PERM:
+                throw Error("the database file \"" + CleanText(m_file) + "\" cannot be opened: " + text);
+            case SQLITE_INTERRUPT:
+                throw Error(TookTooLong(m_seconds));
+            case SQLITE_AUTH:
+                throw Error("the query does more than read, which a report may not (" + text + ")");
+            case SQLITE_BUSY:
+                throw Error("the database file \"" + CleanText(m_file) + "\" stayed locked: " + text);
+            default:
+                break;
+        }
+        if (text.starts_with("no such table")) {
+            throw Error("a table is missing: " + text);
+        }
+        throw Error("the query is wrong: " + text);
+    }
+
+    static int TimeIsUp(void* self) {
+        return Clock::now() > static_cast<SqliteCursor*>(self)->m_deadline ? 1 : 0;
+    }
+
+    std::string m_file;
+    int m_seconds;
+    Clock::time_point m_deadline;
+    std::unique_ptr<sqlite3, CloseDatabase> m_database;
+    std::unique_ptr<sqlite3_stmt, Finalize> m_statement;  // behind the database: it goes first
+    std::vector<FieldType> m_types;
+};
+
+}  // namespace
+
+std::unique_ptr<Cursor> OpenSqlite(const SqliteSource& source, const BoundQuery& query) {
+    return std::make_unique<SqliteCursor>(source, query);
+}
+
+}  // namespace rdl::data

@@ -1,0 +1,16 @@
+#include "rdl/definition/base64.h"
+
+#include <QtCore/QByteArray>
+
+namespace rdl {
+
+std::optional<std::string> FromBase64(std::string_view text) {
+    const auto decoded = QByteArray::fromBase64Encoding(
+        QByteArray::fromRawData(text.data(), static_cast<qsizetype>(text.size()))
+            .simplified()
+            .replace(' ', ""),
+        QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
+    return decoded ? std::optional((*decoded).toStdString()) : std::nullopt;
+}
+
+}  // namespace rdl

@@ -1,0 +1,195 @@
+// A chart's definition. Series and categories are the rows and columns of a data region, so that grouping,
+// sorting, filters and scopes are those of every region; its cells are the data points. Both forms of the
+// schema (2003 and 2005, 2008 and later) are brought to this one.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "rdl/definition/model.h"
+
+namespace rdl {
+
+enum class ChartKind { Column, Bar, Line, Area, Pie, Doughnut, Scatter, Bubble };
+enum class ChartStack { None, Stacked, Percent };
+enum class ChartCurve { Straight, Smooth, Stepped };
+
+struct ChartText {  // a title of the chart, an axis or a legend
+    Expr caption, position, hidden;
+    Style style;
+};
+
+struct ChartLabel {
+    Expr visible, text, useValue, position;
+    Expr rotation;  // degrees clockwise
+    Style style;
+    bool isSet = false;
+};
+
+struct ChartMarker {
+    Expr type, size;
+    Style style;
+};
+
+struct ChartPoint {
+    Expr x, y, low, size, axisLabel;
+    Style style;
+    ChartLabel label;
+    ChartMarker marker;
+};
+
+struct ChartSeries {  // one of the definition; grouping makes several of it
+    std::string name;
+    ChartKind kind = ChartKind::Column;
+    ChartStack stack = ChartStack::None;
+    ChartCurve curve = ChartCurve::Straight;
+    bool exploded = false;           // Pie and Doughnut
+    bool joined = false;             // Scatter: a line from point to point
+    bool range = false;              // Column, Bar and Area: from a low value to a high one
+    std::vector<ChartPoint> points;  // one for each leaf of the categories
+    Style style;                     // of points that do not say otherwise
+    ChartLabel label;
+    ChartMarker marker;
+    Expr hidden, legendText, hiddenInLegend;
+    std::string area, valueAxis;     // by name
+    Expr pointWidth;                 // share of the category's room, 0 to 2
+    Expr pieLabels, doughnutRadius;  // Inside, Outside, Disabled; percent
+};
+
+struct ChartLines {  // grid lines or tick marks
+    Expr enabled, interval;
+    std::string type;  // of tick marks: None, Inside, Outside, Cross
+    Style style;
+    bool isSet = false;
+};
+
+struct ChartAxis {
+    std::string name;
+    Expr visible, hideLabels, minimum, maximum, interval, crossAt, logScale, logBase, reverse, margin,
+        includeZero, angle, interlaced, interlacedColor, location;
+    ChartText title;
+    ChartLines majorGrid, minorGrid, majorTicks, minorTicks;
+    Style style;
+};
+
+struct ChartArea {
+    std::string name;
+    std::vector<ChartAxis> categoryAxes, valueAxes;  // the primary one first; at least one of each
+    Style style;
+    Expr hidden;
+};
+
+struct ChartLegend {
+    Expr hidden, position, layout;
+    ChartText title;
+    Style style;
+};
+
+struct Chart : ReportItem {
+    Chart() : ReportItem(ItemKind::Chart) {}
+    // Rows are the series' hierarchy, columns the categories'.
+    Tablix data;
+    std::vector<Expr> seriesLabels, categoryLabels;  // by member, a parent before its children
+    std::vector<ChartSeries> series;                 // one for each leaf of the rows
+    std::vector<ChartArea> areas;                    // at least one
+    std::vector<ChartLegend> legends;
+    std::vector<ChartText> titles;
+    ChartText noData;
+    Expr palette;
+    std::vector<Expr> customColors;
+};
+
+// Every property of a chart that may be an expression, those of its data region excepted.
+template <typename Visit>
+class ChartWalk {
+ public:
+    explicit ChartWalk(const Visit& visit) : m_visit(visit) {}
+
+    void Go(const Chart& chart) {
+        Each(chart.seriesLabels);
+        Each(chart.categoryLabels);
+        for (const ChartSeries& series : chart.series) {
+            Series(series);
+        }
+        for (const ChartArea& area : chart.areas) {
+            Styles(area.style);
+            m_visit(area.hidden);
+            for (const auto* axes : {&area.categoryAxes, &area.valueAxes}) {
+                for (const ChartAxis& axis : *axes) {
+                    Axis(axis);
+                }
+            }
+        }
+        for (const ChartLegend& legend : chart.legends) {
+            All(legend.hidden, legend.position, legend.layout);
+            Text(legend.title);
+            Styles(legend.style);
+        }
+        for (const ChartText& title : chart.titles) {
+            Text(title);
+        }
+        Text(chart.noData);
+        m_visit(chart.palette);
+        Each(chart.customColors);
+    }
+
+ private:
+    template <typename... Rest>
+    void All(const Rest&... values) {
+        (m_visit(values), ...);
+    }
+    void Each(const std::vector<Expr>& values) {
+        for (const Expr& value : values) {
+            m_visit(value);
+        }
+    }
+    void Styles(const Style& style) {
+        for (const auto& [name, value] : style.properties) {
+            m_visit(value);
+        }
+    }
+    void Text(const ChartText& text) {
+        All(text.caption, text.position, text.hidden);
+        Styles(text.style);
+    }
+    void Label(const ChartLabel& label) {
+        All(label.visible, label.text, label.useValue, label.position, label.rotation);
+        Styles(label.style);
+    }
+    void Marker(const ChartMarker& marker) {
+        All(marker.type, marker.size);
+        Styles(marker.style);
+    }
+    void Series(const ChartSeries& series) {
+        for (const ChartPoint& point : series.points) {
+            All(point.x, point.y, point.low, point.size, point.axisLabel);
+            Styles(point.style);
+            Label(point.label);
+            Marker(point.marker);
+        }
+        Styles(series.style);
+        Label(series.label);
+        Marker(series.marker);
+        All(series.hidden, series.legendText, series.hiddenInLegend, series.pointWidth, series.pieLabels,
+            series.doughnutRadius);
+    }
+    void Lines(const ChartLines& lines) {
+        All(lines.enabled, lines.interval);
+        Styles(lines.style);
+    }
+    void Axis(const ChartAxis& axis) {
+        All(axis.visible, axis.hideLabels, axis.minimum, axis.maximum, axis.interval, axis.crossAt,
+            axis.logScale, axis.logBase, axis.reverse, axis.margin, axis.includeZero, axis.angle,
+            axis.interlaced, axis.interlacedColor, axis.location);
+        Text(axis.title);
+        Lines(axis.majorGrid);
+        Lines(axis.minorGrid);
+        Lines(axis.majorTicks);
+        Lines(axis.minorTicks);
+        Styles(axis.style);
+    }
+
+    const Visit& m_visit;
+};
+
+}  // namespace rdl

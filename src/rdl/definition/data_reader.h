@@ -1,0 +1,12 @@
+// Data sources, data sets and parameters.
+#pragma once
+
+#include "rdl/definition/context.h"
+
+namespace rdl {
+
+std::vector<DataSource> ReadDataSources(Context& context, const XmlElement& report);
+std::vector<DataSet> ReadDataSets(Context& context, const XmlElement& report);
+std::vector<ReportParameter> ReadParameters(Context& context, const XmlElement& report);
+
+}  // namespace rdl

@@ -1,0 +1,11 @@
+// Gauge panels: the schemas of 2008 and later.
+#pragma once
+
+#include "rdl/definition/gauge.h"
+#include "rdl/definition/item_reader.h"
+
+namespace rdl {
+
+ItemPtr ReadGaugePanel(Context& context, const XmlElement& element, Extent container);
+
+}  // namespace rdl

@@ -1,0 +1,65 @@
+#include "rdl/definition/identifier.h"
+
+#include <QtCore/QChar>
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+namespace rdl {
+namespace {
+
+constexpr qsizetype LongestShown = 60;
+
+bool IsLetter(char32_t character) {
+    switch (QChar::category(character)) {
+        case QChar::Letter_Uppercase:
+        case QChar::Letter_Lowercase:
+        case QChar::Letter_Titlecase:
+        case QChar::Letter_Modifier:
+        case QChar::Letter_Other:
+        case QChar::Number_Letter:
+            return true;
+        default:
+            return character == '_';
+    }
+}
+
+bool IsMark(char32_t character) {
+    switch (QChar::category(character)) {
+        case QChar::Number_DecimalDigit:
+        case QChar::Punctuation_Connector:
+        case QChar::Mark_NonSpacing:
+        case QChar::Mark_SpacingCombining:
+            return true;
+        default:
+            return false;
+    }
+}
+
+QString Decoded(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+}  // namespace
+
+bool IsIdentifier(std::string_view name) {
+    bool isFirst = true;
+    for (const uint character : Decoded(name).toUcs4()) {
+        if (!IsLetter(character) && (isFirst || !IsMark(character))) {
+            return false;
+        }
+        isFirst = false;
+    }
+    return !isFirst;
+}
+
+std::string NotAnIdentifier(std::string_view kind, std::string_view name) {
+    QString shown = Decoded(name);
+    if (shown.size() > LongestShown) {
+        shown = shown.left(LongestShown) + "...";
+    }
+    shown.replace('\'', '"');
+    return std::string(kind) + " \"" + shown.toStdString() +
+           "\": this is not a name: a letter or _ must come first, then letters, digits and _";
+}
+
+}  // namespace rdl

@@ -1,0 +1,40 @@
+#include "rdl/definition/size.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "rdl/definition/context.h"
+
+namespace rdl {
+namespace {
+
+struct Unit {
+    std::string_view name;
+    double points;
+};
+
+constexpr Unit Units[] = {{"in", 72}, {"cm", 72 / 2.54}, {"mm", 72 / 25.4}, {"pt", 1}, {"pc", 12}};
+
+}  // namespace
+
+std::optional<double> ParseSize(std::string_view text) {
+    text = Trimmed(text);
+    if (text.starts_with('+')) {
+        text.remove_prefix(1);
+    }
+    double number = 0;
+    const auto [end, error] =
+        std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
+    if (error != std::errc() || !std::isfinite(number)) {
+        return std::nullopt;
+    }
+    const std::string_view unit = Trimmed(text.substr(static_cast<std::size_t>(end - text.data())));
+    for (const Unit& candidate : Units) {
+        if (SameWord(unit, candidate.name)) {
+            return number * candidate.points;
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace rdl

@@ -1,0 +1,60 @@
+#include "rdl/definition/sniff.h"
+
+#include <algorithm>
+
+namespace rdl {
+namespace {
+
+struct Signature {
+    std::string_view bytes;
+    const char* what;
+};
+
+constexpr Signature Signatures[] = {
+    {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1", "is a compound binary document, not an RDL report"},
+    {"PK\x03\x04", "is a zip archive, not an RDL report"},
+    {"PK\x05\x06", "is a zip archive, not an RDL report"},
+    {"%PDF-", "is a PDF document, not an RDL report"},
+    {"{\\rtf", "is an RTF document, not an RDL report"},
+    {"SQLite format 3", "is an SQLite database, not an RDL report"},
+};
+
+bool IsUtf16(std::string_view bytes) {
+    return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF") ||
+           bytes.starts_with(std::string_view("<\0", 2)) || bytes.starts_with(std::string_view("\0<", 2));
+}
+
+bool IsControl(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte < 0x20 && c != '\t' && c != '\n' && c != '\r' && c != '\f';
+}
+
+}  // namespace
+
+std::string DescribeIfNotXml(std::string_view bytes) {
+    if (bytes.empty()) {
+        return "is empty";
+    }
+    for (const Signature& signature : Signatures) {
+        if (bytes.starts_with(signature.bytes)) {
+            return signature.what;
+        }
+    }
+    if (IsUtf16(bytes)) {
+        return {};
+    }
+    if (bytes.starts_with("\xEF\xBB\xBF")) {
+        bytes.remove_prefix(3);
+    }
+    const std::string_view head = bytes.substr(0, 4096);
+    if (std::any_of(head.begin(), head.end(), IsControl)) {
+        return "is a binary file, not an RDL report";
+    }
+    const std::size_t first = head.find_first_not_of(" \t\r\n\f");
+    if (first == std::string_view::npos) {
+        return bytes.size() <= head.size() ? "holds nothing but blanks" : "is plain text, not an RDL report";
+    }
+    return head[first] == '<' ? "" : "is plain text, not an RDL report";
+}
+
+}  // namespace rdl

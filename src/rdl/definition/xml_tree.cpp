@@ -1,0 +1,80 @@
+#include "rdl/definition/xml_tree.h"
+
+#include "rdl/values/error_text.h"
+#include "rdl/definition/context.h"
+#include "rdl/definition/sniff.h"
+#include "rdl/xml/parse.h"
+
+namespace rdl {
+namespace {
+
+constexpr std::string_view NamespaceBegin = "http://schemas.microsoft.com/sqlserver/reporting/";
+constexpr std::string_view NamespaceEnd = "/reportdefinition";
+
+bool IsReportNamespace(std::string_view uri) {
+    return uri.empty() || (uri.size() > NamespaceBegin.size() + NamespaceEnd.size() &&
+                           SameWord(uri.substr(0, NamespaceBegin.size()), NamespaceBegin) &&
+                           SameWord(uri.substr(uri.size() - NamespaceEnd.size()), NamespaceEnd));
+}
+
+// A field's type and the report's font are written by designers under names of their own.
+bool IsKeptFromOthers(std::string_view name) {
+    return name == "TypeName" || name == "DefaultFontFamily";
+}
+
+bool KeepsBlanks(const XmlElement& element, bool parentKeeps) {
+    for (const xml::Attribute& attribute : element.attributes) {
+        if (attribute.space == xml::XmlSpace && attribute.name == "space") {
+            return attribute.value == "preserve";
+        }
+    }
+    return parentKeeps;
+}
+
+// The parser has bounded how deep this goes.
+void KeepWhatIsOfTheReport(XmlElement& element, int space, bool parentKeepsBlanks) {
+    const bool keepsBlanks = KeepsBlanks(element, parentKeepsBlanks);
+    if (!keepsBlanks && Trimmed(element.text).empty()) {
+        element.text = {};
+    }
+    std::erase_if(element.children, [space](const XmlElement& child) {
+        return child.space != space && !IsKeptFromOthers(child.name);
+    });
+    for (XmlElement& child : element.children) {
+        KeepWhatIsOfTheReport(child, space, keepsBlanks);
+    }
+}
+
+void CheckRoot(const xml::Document& document, const std::string& fileName) {
+    const std::string other = fileName + " is XML of another kind, not an RDL report: its root element ";
+    if (document.root.name != "Report") {
+        throw Error(other + "is \"" + WithoutMarks(std::string(document.root.name)) + "\"");
+    }
+    const std::string_view uri = document.spaces[static_cast<std::size_t>(document.root.space)];
+    if (!IsReportNamespace(uri)) {
+        throw Error(other + "belongs to \"" + WithoutMarks(std::string(uri)) + "\"");
+    }
+}
+
+}  // namespace
+
+xml::Document ReadXmlTree(std::string_view bytes, const std::string& fileName,
+                          const DefinitionLimits& limits) {
+    const std::string name = WithoutMarks(fileName);
+    if (const std::string what = DescribeIfNotXml(bytes); !what.empty()) {
+        throw Error(name + " " + what);
+    }
+    if (bytes.size() > limits.bytes) {
+        throw Error(name + " is larger than a report may be (" + std::to_string(limits.bytes >> 20) + " MB)");
+    }
+    try {
+        xml::Document document = xml::Parse(bytes, {limits.depth, limits.elements, limits.attributes});
+        CheckRoot(document, name);
+        KeepWhatIsOfTheReport(document.root, document.root.space, false);
+        return document;
+    } catch (const xml::Flaw& flaw) {
+        throw Error(name + ", line " + std::to_string(flaw.Line()) + ": " + flaw.what());
+    }
+}
+
+}  // namespace rdl

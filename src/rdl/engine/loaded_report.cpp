@@ -1,0 +1,134 @@
+#include "rdl/engine/loaded_report.h"
+
+#include <algorithm>
+
+#include "rdl/api/host.h"
+#include "rdl/definition/context.h"
+#include "rdl/definition/parse.h"
+#include "rdl/engine/in_stage.h"
+#include "rdl/engine/parameter_values.h"
+#include "rdl/engine/report_pages.h"
+#include "rdl/engine/run.h"
+#include "rdl/formula/marks.h"
+#include "rdl/layout/build.h"
+#include "rdl/writers/formats.h"
+
+namespace rdl {
+namespace engine {
+namespace {
+
+bool HasQuery(const DataSet& dataSet) {
+    return !dataSet.hasInlineRows && dataSet.rowsFile.empty() &&
+           (dataSet.commandText.IsSet() || !dataSet.sharedDataSet.empty());
+}
+
+}  // namespace
+
+LoadedReport::LoadedReport(std::filesystem::path file, Definition definition)
+    : m_file(std::move(file)),
+      m_definition(std::move(definition)),
+      m_formula(formula::WithoutSingleMarks(m_definition.recordSelectionFormula)) {
+    for (const DataSet& dataSet : m_definition.dataSets) {
+        if (HasQuery(dataSet)) {
+            m_tables.push_back(&dataSet);
+        }
+    }
+    for (const ReportParameter& parameter : m_definition.parameters) {
+        m_parameters.push_back(std::make_unique<ReportParameterState>(parameter));
+    }
+    ReadDefaults();
+}
+
+// Defaults may build on the parameters before them, so they are computed in order.
+void LoadedReport::ReadDefaults() {
+    data::LoadRequest request = Request("");
+    for (const std::unique_ptr<ReportParameterState>& field : m_parameters) {
+        const ValueList values = ConstantDefaults(request, field->Definition());
+        field->SetDefaults(values);
+        field->SetValid(ConstantValidValues(request, field->Definition()));
+        field->SetPrompt(PromptOf(request, field->Definition()));
+        request.parameters.push_back(InputBeforeRun(field->Definition(), values));
+    }
+}
+
+data::LoadRequest LoadedReport::Request(const std::string& renderName) const {
+    data::LoadRequest request;
+    request.definition = &m_definition;
+    request.folder = m_file.parent_path().string();
+    request.folders = TheHost().DataFolders();
+    request.reportName = m_file.stem().string();
+    request.userName = TheHost().UserName();
+    request.renderFormat = renderName;
+    request.nowTicks = TheHost().NowTicks();
+    request.logons = m_logons;
+    request.overrides = m_overrides;
+    request.formula = m_formula;
+    return request;
+}
+
+std::string LoadedReport::Title() const {
+    return m_definition.title.value_or(m_file.stem().string());
+}
+
+std::string LoadedReport::SourceName(std::size_t index) const {
+    const DataSet& table = *m_tables.at(index);
+    const std::vector<DataSource>& sources = m_definition.dataSources;
+    if (table.dataSourceName.empty() && sources.size() == 1) {
+        return sources.front().name;
+    }
+    const auto found = std::find_if(sources.begin(), sources.end(), [&](const DataSource& source) {
+        return SameWord(source.name, table.dataSourceName);
+    });
+    return found == sources.end() ? table.dataSourceName : found->name;
+}
+
+void LoadedReport::SetLogon(std::size_t table, const std::string& user, const std::string& password) {
+    m_logons[SourceName(table)] = {user, password};
+}
+
+bool LoadedReport::SetDataSource(const std::string& name, const std::string& provider,
+                                 const std::string& connectString) {
+    for (const DataSource& source : m_definition.dataSources) {
+        if (SameWord(source.name, name)) {
+            m_overrides[source.name] = {provider, connectString};
+            return true;
+        }
+    }
+    return false;
+}
+
+std::shared_ptr<layout::ReportInstance> LoadedReport::Run(const std::string& renderName, bool hasVectors) {
+    data::LoadRequest request = Request(renderName);
+    request.watch = std::make_shared<RunWatch>(m_bounds);
+    const RunWatch::Work work(request.watch);
+    InStage(Stage::Formula, [&] { data::CheckFormula(m_definition, m_formula); });
+    InStage(Stage::Parameter, [&] { ResolveParameters(request, m_parameters); });
+    std::shared_ptr<layout::ReportInstance> instance = RunReport(request, m_file, !hasVectors);
+    instance->title = Title();
+    return instance;
+}
+
+void LoadedReport::Write(DocumentFormat id, Output& output) {
+    const writers::Format& format = writers::FormatOf(id);
+    const std::shared_ptr<layout::ReportInstance> instance = Run(format.renderName, format.hasVectors);
+    const RunWatch::Work work(instance->watch);
+    writers::Options options;
+    options.nowTicks = TheHost().NowTicks();
+    InStage(Stage::Run, [&] { format.write(*instance, output, options); });
+}
+
+std::unique_ptr<Pages> LoadedReport::OpenPages() {
+    return std::make_unique<ReportPages>(Run("RPL", true));
+}
+
+}  // namespace engine
+
+std::shared_ptr<Report> OpenReport(const std::filesystem::path& file) {
+    return engine::InStage(Stage::Open, [&] {
+        Definition definition = ParseDefinitionFile(file);
+        layout::CheckExpressions(definition);
+        return std::make_shared<engine::LoadedReport>(std::filesystem::absolute(file), std::move(definition));
+    });
+}
+
+}  // namespace rdl

@@ -1,0 +1,57 @@
+// A report file that is open: its definition with the values, logons and formula that it has been given.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "rdl/api/report.h"
+#include "rdl/data/load.h"
+#include "rdl/definition/model.h"
+#include "rdl/engine/report_parameter.h"
+#include "rdl/layout/model/instance.h"
+
+namespace rdl::engine {
+
+class LoadedReport : public Report {
+ public:
+    // `file` is absolute; relative names in the report start at its folder.
+    LoadedReport(std::filesystem::path file, Definition definition);
+
+    std::string Title() const override;
+    std::string Description() const override { return m_definition.description; }
+    std::size_t ParameterCount() const override { return m_parameters.size(); }
+    Parameter& ParameterAt(std::size_t index) override { return *m_parameters.at(index); }
+    std::size_t TableCount() const override { return m_tables.size(); }
+    std::string TableName(std::size_t table) const override { return m_tables.at(table)->name; }
+    std::string SourceName(std::size_t table) const override;
+    void SetLogon(std::size_t table, const std::string& user, const std::string& password) override;
+    bool SetDataSource(const std::string& name, const std::string& provider,
+                       const std::string& connectString) override;
+    std::string Formula() const override { return m_formula; }
+    void SetFormula(const std::string& text) override { m_formula = text; }
+    void SetBounds(const RunBounds& bounds) override { m_bounds = bounds; }
+    void Write(DocumentFormat format, Output& output) override;
+    std::unique_ptr<Pages> OpenPages() override;
+
+    // The report with its data, ready for pages. `renderName` is what Globals!RenderFormat.Name gives;
+    // without vectors charts and gauges come as pictures.
+    std::shared_ptr<layout::ReportInstance> Run(const std::string& renderName, bool hasVectors);
+
+ private:
+    void ReadDefaults();
+    data::LoadRequest Request(const std::string& renderName) const;
+
+    std::filesystem::path m_file;
+    Definition m_definition;
+    std::vector<const DataSet*> m_tables;
+    std::vector<std::unique_ptr<ReportParameterState>> m_parameters;  // in the definition's order
+    std::map<std::string, data::Logon> m_logons;
+    std::map<std::string, data::SourceOverride> m_overrides;
+    std::string m_formula;
+    RunBounds m_bounds;
+};
+
+}  // namespace rdl::engine

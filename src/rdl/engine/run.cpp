@@ -1,0 +1,154 @@
+#include "rdl/engine/run.h"
+
+#include <algorithm>
+#include <map>
+#include <vector>
+
+#include "rdl/data/files/data_file.h"
+#include "rdl/definition/context.h"
+#include "rdl/definition/parse.h"
+#include "rdl/engine/images.h"
+#include "rdl/engine/in_stage.h"
+#include "rdl/engine/parameter_values.h"
+#include "rdl/layout/build.h"
+#include "rdl/screen/picture.h"
+
+namespace rdl::engine {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int DeepestSubreport = 10;
+constexpr int MostSubreports = 20'000;  // of one run: each loads its data anew
+
+// What a run and the subreports in it share: files are read and parsed once.
+struct Shared {
+    Shared(std::vector<std::string> folders, bool paint) : images(std::move(folders)), pictures(paint) {}
+    ImageFiles images;
+    std::map<fs::path, std::shared_ptr<const Definition>> definitions;
+    int subreports = 0;
+    const bool pictures;  // charts come out as images
+};
+
+using SharedPtr = std::shared_ptr<Shared>;
+
+std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, const fs::path& file,
+                                              const SharedPtr& shared, int depth);
+
+// A subreport's file: by its name as it stands, else with the extension of the report or the usual one. A
+// server's folders count where there are such, else the file beside the report is meant.
+fs::path FindSubreport(const data::LoadRequest& parentRequest, const fs::path& parent,
+                       const std::string& reportName) {
+    std::string name = reportName;
+    std::replace(name.begin(), name.end(), '\\', '/');
+    name.erase(0, name.find_first_not_of('/'));  // from a server's root; here the report's folder
+    for (const std::string& wanted : {name, name.substr(name.rfind('/') + 1)}) {
+        for (const std::string& folder : parentRequest.SearchFolders()) {
+            for (const std::string& extension :
+                 {std::string(), parent.extension().string(), std::string(".rdl"), std::string(".rpt")}) {
+                fs::path candidate = data::ResolveDataPath(wanted + extension, {folder});
+                std::error_code failure;
+                if (fs::is_regular_file(candidate, failure)) {
+                    return candidate;
+                }
+            }
+        }
+    }
+    throw Error("there is no report \"" + reportName + "\" beside this one");
+}
+
+std::shared_ptr<const Definition> DefinitionOf(Shared& shared, const fs::path& file) {
+    std::shared_ptr<const Definition>& known = shared.definitions[file];
+    if (!known) {
+        known = std::make_shared<const Definition>(ParseDefinitionFile(file));
+    }
+    return known;
+}
+
+// The parameters that the subreport's definition has, with what the report gives by name.
+std::vector<std::unique_ptr<ReportParameterState>> FieldsOf(const Definition& definition,
+                                                            const Subreport& subreport,
+                                                            const std::vector<Value>& values) {
+    std::vector<std::unique_ptr<ReportParameterState>> fields;
+    for (const ReportParameter& parameter : definition.parameters) {
+        auto field = std::make_unique<ReportParameterState>(parameter);
+        for (std::size_t i = 0; i < std::min(subreport.parameters.size(), values.size()); ++i) {
+            if (SameWord(subreport.parameters[i].first, parameter.name)) {
+                field->SetCurrent(values[i]);
+            }
+        }
+        fields.push_back(std::move(field));
+    }
+    return fields;
+}
+
+std::shared_ptr<layout::ReportInstance> OpenSubreport(const data::LoadRequest& parent,
+                                                      const fs::path& parentFile, const SharedPtr& shared,
+                                                      int depth, const Subreport& subreport,
+                                                      const std::vector<Value>& values) {
+    try {
+        if (depth >= DeepestSubreport) {
+            throw Error("reports are nested more than " + std::to_string(DeepestSubreport) + " deep");
+        }
+        if (++shared->subreports > MostSubreports) {
+            throw Error("there are more than " + std::to_string(MostSubreports) + " subreports");
+        }
+        const fs::path file = FindSubreport(parent, parentFile, subreport.reportName);
+        const std::shared_ptr<const Definition> definition = DefinitionOf(*shared, file);
+        data::LoadRequest request = parent;
+        request.definition = definition.get();
+        request.reportName = file.stem().string();
+        request.folder = file.parent_path().string();
+        request.formula = definition->recordSelectionFormula;
+        ResolveParameters(request, FieldsOf(*definition, subreport, values));
+        return Build(request, file, shared, depth + 1);
+    } catch (const std::exception& error) {
+        throw Error("Subreport " + subreport.name + ": " + error.what());
+    }
+}
+
+// The instance keeps everything that it reads from alive.
+struct Running {
+    SharedPtr shared;
+    std::unique_ptr<layout::ReportInstance> instance;
+};
+
+std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, const fs::path& file,
+                                              const SharedPtr& shared, int depth) {
+    layout::ReportInput input;
+    input.definition = request.definition;
+    input.tables = InStage(Stage::Data, [&] { return data::LoadTables(request); });
+    for (const data::ParameterInput& parameter : request.parameters) {
+        input.parameters.push_back({parameter.value, parameter.label});
+    }
+    input.nowTicks = request.nowTicks;
+    input.reportName = request.reportName;
+    input.reportFolder = request.folder;
+    input.userName = request.userName;
+    input.renderFormat = request.renderFormat;
+    input.watch = request.watch;
+    input.loadImage = [shared](const std::string& source, std::string& why) {
+        return shared->images.Load(source, why);
+    };
+    input.openSubreport = [request, file, shared, depth](const Subreport& subreport,
+                                                         const std::vector<Value>& values) {
+        return OpenSubreport(request, file, shared, depth, subreport, values);
+    };
+    if (shared->pictures) {
+        input.paint = screen::PictureOf;
+    }
+    auto running = std::make_shared<Running>();
+    running->shared = shared;
+    running->instance = InStage(Stage::Run, [&] { return layout::Build(std::move(input)); });
+    layout::ReportInstance* instance = running->instance.get();
+    return {std::move(running), instance};
+}
+
+}  // namespace
+
+std::shared_ptr<layout::ReportInstance> RunReport(const data::LoadRequest& request, const fs::path& file,
+                                                  bool pictures) {
+    return Build(request, file, std::make_shared<Shared>(request.SearchFolders(), pictures), 0);
+}
+
+}  // namespace rdl::engine

@@ -1,0 +1,85 @@
+// Reads report-level code into a CodeModule.
+#pragma once
+
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "rdl/expr/code/code_module.h"
+#include "rdl/expr/language/parser.h"
+#include "rdl/expr/operations/operators.h"
+
+namespace rdl::expr {
+
+class CodeParser final : public CodeNames {
+ public:
+    CodeParser(std::vector<Token> tokens, CompileContext& context, CodeModule& module);
+    // Raises rdl::Error.
+    void Run();
+
+    NodePtr Variable(std::string_view lower) override;
+    bool HasFunction(std::string_view lower) const override;
+    NodePtr Function(std::string_view lower, std::vector<NodePtr> arguments) override;
+    NodePtr WithObject() override;
+
+ private:
+    using Words = std::initializer_list<std::string_view>;
+    struct Declared {
+        expr::Variable variable;
+        bool list = false;
+        NodePtr upper;  // Dim a(upper)
+        NodePtr made;   // As New Type(...)
+    };
+
+    // Declarations: code_parser.cpp.
+    void FindFunctions();
+    void Members();
+    void FunctionBody(bool sub);
+    void ParameterList(CodeFunction& function);
+    Declared Declare(bool module, bool constant);
+    void First(Declared& declared, NodePtr value, Block& block);
+    void AsType(Declared& declared, bool& given);
+    expr::Variable NewVariable(const std::string& lower, bool module, const FunctionInfo* conversion,
+                               const Token& token);
+    const expr::Variable* Lookup(std::string_view lower) const;
+
+    // Statements: code_parser_statements.cpp.
+    bool AtWords(Words words) const;
+    bool AtEndOfStatement() const;
+    void EndStatement();
+    void SkipEnds();
+    Block BlockUntil(std::initializer_list<Words> ends);
+    Block SingleLine();
+    void One(Block& block);
+    std::unique_ptr<Statement> Known();
+    void Declarations(Block& block);
+    void ReDim(Block& block);
+    std::unique_ptr<Statement> If();
+    std::unique_ptr<Statement> Select();
+    std::unique_ptr<Statement> For();
+    std::unique_ptr<Statement> While();
+    std::unique_ptr<Statement> Do();
+    std::unique_ptr<Statement> Try();
+    std::unique_ptr<Statement> Jump();
+    std::unique_ptr<Statement> With();
+    std::unique_ptr<Statement> AssignOrCall();
+    std::unique_ptr<Statement> ToVariable(const expr::Variable& variable);
+    std::unique_ptr<Statement> ToMember();
+    std::unique_ptr<Statement> ArrayStatement();
+    Operator AssignmentSign();
+    NodePtr Expression();
+
+    Parser m_parser;
+    CodeModule& m_module;
+    CodeFunction* m_function = nullptr;                           // whose body is read
+    std::vector<std::map<std::string, expr::Variable>> m_scopes;  // its variables, inner blocks last
+    std::vector<std::pair<const CodeCallNode*, Token>> m_calls;   // whose arguments are checked at the end
+    int m_depth = 1;                                              // of the deepest expression so far
+    Block m_pending;                     // statements that a declaration in a function came to
+    std::vector<expr::Variable> m_with;  // the objects of the With blocks around
+    int m_nesting = 0;
+};
+
+}  // namespace rdl::expr

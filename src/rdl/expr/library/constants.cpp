@@ -1,0 +1,246 @@
+// Named constants of the language and of its library.
+#include <cstdint>
+#include <initializer_list>
+#include <limits>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "rdl/expr/library/functions.h"
+#include "rdl/expr/operations/convert.h"
+
+namespace rdl::expr {
+namespace {
+
+using Table = std::unordered_map<std::string_view, Value>;
+
+struct Number {
+    std::string_view name;
+    int value;
+};
+
+constexpr Number Numbers[] = {
+    {"dateinterval.year", 0},
+    {"dateinterval.quarter", 1},
+    {"dateinterval.month", 2},
+    {"dateinterval.dayofyear", 3},
+    {"dateinterval.day", 4},
+    {"dateinterval.weekofyear", 5},
+    {"dateinterval.weekday", 6},
+    {"dateinterval.hour", 7},
+    {"dateinterval.minute", 8},
+    {"dateinterval.second", 9},
+    {"dateformat.generaldate", 0},
+    {"dateformat.longdate", 1},
+    {"dateformat.shortdate", 2},
+    {"dateformat.longtime", 3},
+    {"dateformat.shorttime", 4},
+    {"vbgeneraldate", 0},
+    {"vblongdate", 1},
+    {"vbshortdate", 2},
+    {"vblongtime", 3},
+    {"vbshorttime", 4},
+    {"comparemethod.binary", 0},
+    {"comparemethod.text", 1},
+    {"vbbinarycompare", 0},
+    {"vbtextcompare", 1},
+    {"firstdayofweek.system", 0},
+    {"firstdayofweek.sunday", 1},
+    {"firstdayofweek.monday", 2},
+    {"firstdayofweek.tuesday", 3},
+    {"firstdayofweek.wednesday", 4},
+    {"firstdayofweek.thursday", 5},
+    {"firstdayofweek.friday", 6},
+    {"firstdayofweek.saturday", 7},
+    {"vbusesystem", 0},
+    {"vbusesystemdayofweek", 0},
+    {"vbsunday", 1},
+    {"vbmonday", 2},
+    {"vbtuesday", 3},
+    {"vbwednesday", 4},
+    {"vbthursday", 5},
+    {"vbfriday", 6},
+    {"vbsaturday", 7},
+    {"firstweekofyear.system", 0},
+    {"firstweekofyear.jan1", 1},
+    {"firstweekofyear.firstfourdays", 2},
+    {"firstweekofyear.firstfullweek", 3},
+    {"vbfirstjan1", 1},
+    {"vbfirstfourdays", 2},
+    {"vbfirstfullweek", 3},
+    {"tristate.usedefault", -2},
+    {"tristate.true", -1},
+    {"tristate.false", 0},
+    {"vbusedefault", -2},
+    {"vbtrue", -1},
+    {"vbfalse", 0},
+    {"vbstrconv.none", 0},
+    {"vbstrconv.uppercase", 1},
+    {"vbstrconv.lowercase", 2},
+    {"vbstrconv.propercase", 3},
+    {"vbuppercase", 1},
+    {"vblowercase", 2},
+    {"vbpropercase", 3},
+    {"duedate.endofperiod", 0},
+    {"duedate.begofperiod", 1},
+    {"varianttype.empty", 0},
+    {"varianttype.null", 1},
+    {"varianttype.short", 2},
+    {"varianttype.integer", 3},
+    {"varianttype.single", 4},
+    {"varianttype.double", 5},
+    {"varianttype.currency", 6},
+    {"varianttype.date", 7},
+    {"varianttype.string", 8},
+    {"varianttype.object", 9},
+    {"varianttype.error", 10},
+    {"varianttype.boolean", 11},
+    {"varianttype.decimal", 14},
+    {"varianttype.byte", 17},
+    {"varianttype.char", 18},
+    {"varianttype.long", 20},
+    {"varianttype.userdefinedtype", 36},
+    {"varianttype.array", 8192},
+    {"vbempty", 0},
+    {"vbnull", 1},
+    {"vbinteger", 3},
+    {"vbsingle", 4},
+    {"vbdouble", 5},
+    {"vbcurrency", 6},
+    {"vbdate", 7},
+    {"vbstring", 8},
+    {"vbobject", 9},
+    {"vbboolean", 11},
+    {"vbdecimal", 14},
+    {"vbbyte", 17},
+    {"vblong", 20},
+    {"vbarray", 8192},
+    {"vbobjecterror", -2147221504},
+    {"regexoptions.none", 0},
+    {"regexoptions.ignorecase", 1},
+    {"regexoptions.multiline", 2},
+    {"regexoptions.singleline", 16},
+    {"regexoptions.ignorepatternwhitespace", 32},
+    {"numberstyles.any", 511},
+    {"numberstyles.number", 111},
+    {"numberstyles.integer", 7},
+    {"numberstyles.float", 167},
+    {"numberstyles.currency", 383},
+    {"datetimestyles.none", 0},
+    {"dayofweek.sunday", 0},
+    {"dayofweek.monday", 1},
+    {"dayofweek.tuesday", 2},
+    {"dayofweek.wednesday", 3},
+    {"dayofweek.thursday", 4},
+    {"dayofweek.friday", 5},
+    {"dayofweek.saturday", 6},
+};
+
+struct Text {
+    std::string_view name, value;
+};
+
+constexpr Text Texts[] = {
+    {"vbcrlf", "\r\n"},
+    {"vbnewline", "\r\n"},
+    {"vbcr", "\r"},
+    {"vblf", "\n"},
+    {"vbtab", "\t"},
+    {"vbback", "\b"},
+    {"vbformfeed", "\f"},
+    {"vbverticaltab", "\v"},
+    {"vbnullstring", ""},
+    {"controlchars.crlf", "\r\n"},
+    {"controlchars.newline", "\r\n"},
+    {"controlchars.cr", "\r"},
+    {"controlchars.lf", "\n"},
+    {"controlchars.tab", "\t"},
+    {"controlchars.back", "\b"},
+    {"controlchars.formfeed", "\f"},
+    {"controlchars.verticaltab", "\v"},
+    {"controlchars.quote", "\""},
+    {"environment.newline", "\r\n"},
+    {"string.empty", ""},
+    {"midpointrounding.awayfromzero", "AwayFromZero"},
+    {"midpointrounding.toeven", "ToEven"},
+    {"stringcomparison.currentculture", "CurrentCulture"},
+    {"stringcomparison.currentcultureignorecase", "CurrentCultureIgnoreCase"},
+    {"stringcomparison.invariantculture", "InvariantCulture"},
+    {"stringcomparison.invariantcultureignorecase", "InvariantCultureIgnoreCase"},
+    {"stringcomparison.ordinal", "Ordinal"},
+    {"stringcomparison.ordinalignorecase", "OrdinalIgnoreCase"},
+    {"stringsplitoptions.none", ""},
+    {"stringsplitoptions.removeemptyentries", "RemoveEmptyEntries"},
+    {"boolean.truestring", "True"},
+    {"boolean.falsestring", "False"},
+};
+
+template <typename T>
+void AddLimits(Table& table, std::initializer_list<std::pair<std::string_view, std::string_view>> names) {
+    for (const auto& [least, most] : names) {
+        table.emplace(least, Value::Integer(static_cast<std::int64_t>(std::numeric_limits<T>::min())));
+        table.emplace(most, Value::Integer(static_cast<std::int64_t>(std::numeric_limits<T>::max())));
+    }
+}
+
+Table MakeTable() {
+    Table table;
+    for (const Number& number : Numbers) {
+        table.emplace(number.name, Value::Integer(number.value));
+    }
+    for (const Text& text : Texts) {
+        table.emplace(text.name, Value::Text(text.value));
+    }
+    constexpr std::string_view nul("\0", 1);
+    table.emplace("vbnullchar", Value::Text(nul));
+    table.emplace("controlchars.nullchar", Value::Text(nul));
+    table.emplace("dbnull.value", Value());
+    table.emplace("math.pi", Value::Real(3.141592653589793));
+    table.emplace("math.e", Value::Real(2.718281828459045));
+    AddLimits<std::int32_t>(table,
+                            {{"integer.minvalue", "integer.maxvalue"}, {"int32.minvalue", "int32.maxvalue"}});
+    AddLimits<std::int64_t>(table,
+                            {{"long.minvalue", "long.maxvalue"}, {"int64.minvalue", "int64.maxvalue"}});
+    AddLimits<std::int16_t>(table,
+                            {{"short.minvalue", "short.maxvalue"}, {"int16.minvalue", "int16.maxvalue"}});
+    AddLimits<std::uint8_t>(table, {{"byte.minvalue", "byte.maxvalue"}});
+    AddLimits<std::int8_t>(table, {{"sbyte.minvalue", "sbyte.maxvalue"}});
+    AddLimits<std::uint16_t>(table, {{"ushort.minvalue", "ushort.maxvalue"}});
+    AddLimits<std::uint32_t>(table, {{"uinteger.minvalue", "uinteger.maxvalue"}});
+    table.emplace("single.maxvalue", Value::Real(std::numeric_limits<float>::max()));
+    table.emplace("single.minvalue", Value::Real(std::numeric_limits<float>::lowest()));
+    table.emplace("decimal.maxvalue", Value::Real(79228162514264337593543950335.0));
+    table.emplace("decimal.minvalue", Value::Real(-79228162514264337593543950335.0));
+    table.emplace("decimal.zero", Value::Integer(0));
+    table.emplace("decimal.one", Value::Integer(1));
+    table.emplace("decimal.minusone", Value::Integer(-1));
+    table.emplace("double.epsilon", Value::Real(std::numeric_limits<double>::denorm_min()));
+    table.emplace("double.maxvalue", Value::Real(std::numeric_limits<double>::max()));
+    table.emplace("double.minvalue", Value::Real(std::numeric_limits<double>::lowest()));
+    table.emplace("double.nan", Value::Real(std::numeric_limits<double>::quiet_NaN()));
+    table.emplace("double.positiveinfinity", Value::Real(std::numeric_limits<double>::infinity()));
+    table.emplace("double.negativeinfinity", Value::Real(-std::numeric_limits<double>::infinity()));
+    table.emplace("datetime.minvalue", Value::DateTime(0));
+    table.emplace("date.minvalue", Value::DateTime(0));
+    table.emplace("datetime.maxvalue", Value::DateTime(MaxTicks));
+    table.emplace("date.maxvalue", Value::DateTime(MaxTicks));
+    table.emplace("timespan.zero", Value::TimeSpan(0));
+    table.emplace("timespan.maxvalue", Value::TimeSpan(std::numeric_limits<std::int64_t>::max()));
+    table.emplace("timespan.minvalue", Value::TimeSpan(std::numeric_limits<std::int64_t>::min()));
+    table.emplace("timespan.ticksperday", Value::Integer(TicksPerDay));
+    table.emplace("timespan.ticksperhour", Value::Integer(TicksPerDay / 24));
+    table.emplace("timespan.ticksperminute", Value::Integer(TicksPerSecond * 60));
+    table.emplace("timespan.tickspersecond", Value::Integer(TicksPerSecond));
+    table.emplace("timespan.tickspermillisecond", Value::Integer(TicksPerSecond / 1000));
+    return table;
+}
+
+}  // namespace
+
+const Value* FindConstant(std::string_view name) {
+    static const Table table = MakeTable();
+    const auto found = table.find(name);
+    return found == table.end() ? nullptr : &found->second;
+}
+
+}  // namespace rdl::expr

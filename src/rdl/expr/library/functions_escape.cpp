@@ -1,0 +1,173 @@
+// Text for addresses and markup, and bytes as text: System.Uri, HttpUtility, Convert.FromBase64String.
+#include <string>
+
+#include "rdl/expr/library/functions.h"
+#include "rdl/expr/operations/characters.h"
+#include "rdl/expr/operations/convert.h"
+
+namespace rdl::expr {
+namespace {
+
+bool IsAsciiWord(unsigned char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
+// Bytes that are neither letters and digits nor in `kept` become %XX.
+std::string PercentEncoded(std::string_view text, std::string_view kept, bool small) {
+    const char* digits = small ? "0123456789abcdef" : "0123456789ABCDEF";
+    std::string result;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (IsAsciiWord(byte) || (c != '\0' && kept.find(c) != std::string_view::npos)) {
+            result += c;
+        } else {
+            result += '%';
+            result += digits[byte >> 4];
+            result += digits[byte & 15];
+        }
+    }
+    return result;
+}
+
+Value EscapeDataString(const Call& call) {
+    return MakeText(PercentEncoded(call.Text(0), "-_.~", false));
+}
+Value EscapeUriString(const Call& call) {
+    return MakeText(PercentEncoded(call.Text(0), "-_.~!*'();:@&=+$,/?#[]", false));
+}
+
+// As forms are sent: a blank is +.
+Value UrlEncode(const Call& call) {
+    std::string text = PercentEncoded(call.Text(0), "-_.!*() ", true);
+    for (char& c : text) {
+        c = c == ' ' ? '+' : c;
+    }
+    return MakeText(text);
+}
+
+int DigitOf(char c) {
+    const char l = AsciiLower(c);
+    return c >= '0' && c <= '9' ? c - '0' : l >= 'a' && l <= 'f' ? l - 'a' + 10 : -1;
+}
+
+std::string PercentDecoded(std::string_view text, bool plusIsBlank) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const int high = text[i] == '%' && i + 2 < text.size() ? DigitOf(text[i + 1]) : -1;
+        const int low = high >= 0 ? DigitOf(text[i + 2]) : -1;
+        if (low >= 0) {
+            result += static_cast<char>(high * 16 + low);
+            i += 2;
+        } else {
+            result += plusIsBlank && text[i] == '+' ? ' ' : text[i];
+        }
+    }
+    // What was encoded by another charset must not become text that is none.
+    return Encode(Decode(result));
+}
+
+Value UnescapeDataString(const Call& call) {
+    return MakeText(PercentDecoded(call.Text(0), false));
+}
+Value UrlDecode(const Call& call) {
+    return MakeText(PercentDecoded(call.Text(0), true));
+}
+
+constexpr std::pair<std::string_view, std::string_view> Entities[] = {
+    {"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&#39;", "'"}, {"&nbsp;", "\xC2\xA0"}, {"&amp;", "&"}};
+
+Value HtmlEncode(const Call& call) {
+    std::string result;
+    for (const char c : call.Text(0)) {
+        std::string_view shown(&c, 1);
+        for (const auto& [entity, character] : Entities) {
+            shown = character.size() == 1 && character[0] == c ? entity : shown;
+        }
+        result += shown;
+    }
+    return MakeText(result);
+}
+
+Value HtmlDecode(const Call& call) {
+    const std::string text = call.Text(0);
+    std::string result;
+    for (std::size_t i = 0; i < text.size();) {
+        std::size_t taken = 1;
+        std::string_view shown = std::string_view(text).substr(i, 1);
+        for (const auto& [entity, character] : Entities) {
+            if (std::string_view(text).substr(i, entity.size()) == entity) {
+                taken = entity.size();
+                shown = character;
+            }
+        }
+        result += shown;
+        i += taken;
+    }
+    return MakeText(result);
+}
+
+constexpr std::string_view Base64 = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+Value FromBase64(const Call& call) {
+    std::string bytes;
+    std::uint32_t bits = 0;
+    int count = 0;
+    int padding = 0;
+    for (const char c : call.Text(0)) {
+        if (c == ' ' || (c >= '\t' && c <= '\r')) {
+            continue;
+        }
+        const std::size_t value = Base64.find(c);
+        padding += c == '=' ? 1 : 0;
+        if ((c != '=' && (c == '\0' || value == std::string_view::npos || padding > 0)) || padding > 2) {
+            return NoConversion(call[0], "binary data");
+        }
+        bits = bits << 6 | (c == '=' ? 0u : static_cast<std::uint32_t>(value));
+        if (++count == 4) {
+            for (int shift = 16; shift >= padding * 8; shift -= 8) {
+                bytes += static_cast<char>(bits >> shift & 0xFF);
+            }
+            bits = 0;
+            count = 0;
+        }
+    }
+    return count == 0 ? Value::Bytes(bytes) : NoConversion(call[0], "binary data");
+}
+
+Value ToBase64(const Call& call) {
+    if (call[0].kind() != Kind::Bytes) {
+        return NoConversion(call[0], "binary data");
+    }
+    const std::string_view bytes = call[0].AsText();
+    if (bytes.size() > MaxText / 4 * 3) {
+        return Value::Error("A text becomes too long");
+    }
+    std::string text;
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        std::uint32_t bits = 0;
+        for (std::size_t j = 0; j < 3; ++j) {
+            bits = bits << 8 | (i + j < bytes.size() ? static_cast<unsigned char>(bytes[i + j]) : 0u);
+        }
+        for (std::size_t j = 0; j < 4; ++j) {
+            text += i + j <= bytes.size() ? Base64[bits >> (18 - 6 * j) & 63] : '=';
+        }
+    }
+    return Value::Text(text);
+}
+
+constexpr FunctionInfo functions[] = {
+    {"uri.escapedatastring", 1, 1, EscapeDataString},     {"uri.escapeuristring", 1, 1, EscapeUriString},
+    {"uri.unescapedatastring", 1, 1, UnescapeDataString}, {"httputility.urlencode", 1, 1, UrlEncode},
+    {"httputility.urldecode", 1, 1, UrlDecode},           {"httputility.htmlencode", 1, 1, HtmlEncode},
+    {"httputility.htmldecode", 1, 1, HtmlDecode},         {"webutility.htmlencode", 1, 1, HtmlEncode},
+    {"webutility.htmldecode", 1, 1, HtmlDecode},          {"convert.frombase64string", 1, 1, FromBase64},
+    {"convert.tobase64string", 1, 1, ToBase64},
+};
+
+}  // namespace
+
+std::span<const FunctionInfo> EscapeFunctions() {
+    return functions;
+}
+
+}  // namespace rdl::expr

@@ -1,0 +1,260 @@
+// Static members of the number types: Integer.Parse, Decimal.Round, Convert.ToInt32 with a base ...
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "rdl/expr/library/functions.h"
+#include "rdl/expr/library/objects.h"
+#include "rdl/expr/operations/characters.h"
+#include "rdl/expr/operations/convert.h"
+#include "rdl/expr/operations/operators.h"
+
+namespace rdl::expr {
+namespace {
+
+Value TooLarge() {
+    return Value::Error("A number is too large for its type");
+}
+
+std::string_view Trimmed(std::string_view text) {
+    const auto blank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    while (!text.empty() && blank(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && blank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+// Digits with a sign in front and nothing else, unlike what CInt reads.
+Value ParseWhole(std::string_view text, std::int64_t least, double most) {
+    const std::string_view whole = Trimmed(text);
+    const std::string_view digits = whole.substr(!whole.empty() && whole[0] == '+' ? 1 : 0);
+    std::int64_t number = 0;
+    const auto [end, fault] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (fault == std::errc::result_out_of_range) {
+        return TooLarge();
+    }
+    if (fault != std::errc() || end != digits.data() + digits.size() || (digits != whole && number < 0)) {
+        return NoConversion(Value::Text(text), "a whole number");
+    }
+    return number < least || static_cast<double>(number) > most ? TooLarge() : Value::Integer(number);
+}
+
+template <typename T>
+constexpr std::int64_t Least() {
+    return std::is_signed_v<T> ? static_cast<std::int64_t>(std::numeric_limits<T>::min()) : 0;
+}
+template <typename T>
+constexpr double Most() {
+    return static_cast<double>(std::numeric_limits<T>::max());
+}
+
+Value Missing() {
+    return Value::Error("Nothing cannot be parsed");
+}
+
+template <typename T>
+Value Parse(const Call& call) {
+    return call[0].IsNull() ? Missing() : ParseWhole(call.Text(0), Least<T>(), Most<T>());
+}
+
+Value ParseReal(const Call& call) {
+    double number = 0;
+    if (call[0].IsNull()) {
+        return Missing();
+    }
+    const Culture& culture = CultureOf(call, call.count() - 1);
+    return ParseNumber(call.Text(0), culture, number) ? Value::Real(number)
+                                                      : NoConversion(call[0], "a number");
+}
+
+Value ParseBoolean(const Call& call) {
+    const std::string text = Lower(std::string(Trimmed(call.Text(0))));
+    return text == "true" || text == "false" ? Value::Boolean(text == "true")
+                                             : NoConversion(Value::Text(call.Text(0)), "a Boolean");
+}
+
+// Convert.ToX(value), (text, base): True counts as 1 where CInt counts it as -1, and a text holds digits
+// only.
+template <typename T>
+Value ToWhole(const Call& call) {
+    if (call[0].kind() == Kind::Boolean) {
+        return Value::Integer(call[0].AsBoolean() ? 1 : 0);
+    }
+    if (call[0].IsText() && call.count() > 1 && call[1].IsNumber()) {
+        std::int64_t base = 0;
+        call.Integer(1, base);
+        if (base != 2 && base != 8 && base != 10 && base != 16) {
+            return Value::Error("Numbers are written to the base 2, 8, 10 or 16");
+        }
+        std::string_view text = call[0].AsText();
+        if (base == 16 && text.size() > 2 && text[0] == '0' && AsciiLower(text[1]) == 'x') {
+            text.remove_prefix(2);
+        }
+        std::uint64_t number = 0;
+        const auto [end, fault] =
+            std::from_chars(text.data(), text.data() + text.size(), number, static_cast<int>(base));
+        if (fault != std::errc() || end != text.data() + text.size()) {
+            return NoConversion(call[0], "a whole number");
+        }
+        if (number > std::numeric_limits<std::make_unsigned_t<T>>::max()) {
+            return TooLarge();
+        }
+        return Value::Integer(static_cast<std::int64_t>(static_cast<T>(number)));
+    }
+    if (call[0].IsText()) {
+        return ParseWhole(call[0].AsText(), Least<T>(), Most<T>());
+    }
+    std::int64_t number = 0;
+    if (!call.Integer(0, number)) {
+        return call.error;
+    }
+    return number < Least<T>() || static_cast<double>(number) > Most<T>() ? TooLarge()
+                                                                          : Value::Integer(number);
+}
+
+Value ToReal(const Call& call) {
+    if (call[0].kind() == Kind::Boolean) {
+        return Value::Real(call[0].AsBoolean() ? 1 : 0);
+    }
+    if (call[0].IsText()) {
+        return ParseReal(call);
+    }
+    double number = 0;
+    return call.Number(0, number) ? Value::Real(number) : call.error;
+}
+
+// A code gives its character; a text must be one.
+Value ToChar(const Call& call) {
+    if (call[0].IsNumber()) {
+        return FindFunction("chrw")->function(call);
+    }
+    const std::string text = call.Text(0);
+    return CharacterCount(text) == 1 ? Value::Text(text) : NoConversion(call[0], "a character");
+}
+
+// Convert.ToString(value [, base or culture])
+Value ToStringOf(const Call& call) {
+    if (call[0].kind() == Kind::List) {
+        return NoConversion(call[0], "text");
+    }
+    std::int64_t base = 0;
+    if (!call[0].IsNumber() || !call[1].IsNumber()) {
+        const Culture& culture = CultureOf(call, 1);
+        return MakeText(call[0].kind() == Kind::DateTime ? FormatValue(call[0], "G", culture)
+                                                         : TextOf(call[0], culture));
+    }
+    call.Integer(1, base);
+    if (base == 10) {
+        return MakeText(call.Text(0));
+    }
+    if (base == 8 || base == 16) {
+        const Value text =
+            FindFunction(base == 8 ? "oct" : "hex")->function(Call(&call[0], 1, call.environment));
+        return text.IsText() ? Value::Text(Lower(text.AsText())) : text;
+    }
+    std::int64_t number = 0;
+    if (base != 2 || !call.Integer(0, number)) {
+        return base == 2 ? call.error : Value::Error("Numbers are written to the base 2, 8, 10 or 16");
+    }
+    const bool narrow = number < 0 && number >= std::numeric_limits<std::int32_t>::min();
+    auto rest = narrow ? static_cast<std::uint64_t>(static_cast<std::uint32_t>(number))
+                       : static_cast<std::uint64_t>(number);
+    std::string text;
+    do {
+        text.insert(text.begin(), static_cast<char>('0' + (rest & 1)));
+        rest >>= 1;
+    } while (rest != 0);
+    return Value::Text(text);
+}
+
+template <Operator Operation>
+Value Apply(const Call& call) {
+    return Operation(call[0], call[1], call.culture());
+}
+Value NegateNumber(const Call& call) {
+    return Negate(call[0], call.culture());
+}
+
+// Toward zero, unlike CInt.
+template <typename T>
+Value CutTo(const Call& call) {
+    double number = 0;
+    if (!call.Number(0, number)) {
+        return call.error;
+    }
+    number = std::trunc(number);
+    return number >= static_cast<double>(Least<T>()) && number <= Most<T>() && std::fabs(number) < 9.2e18
+               ? Value::Integer(static_cast<std::int64_t>(number))
+               : TooLarge();
+}
+
+Value CompareNumbers(const Call& call) {
+    Value less = Less(call[0], call[1], call.culture());
+    const Value more = Greater(call[0], call[1], call.culture());
+    if (less.IsError()) {
+        return less;
+    }
+    return Value::Integer(less.AsBoolean() ? -1 : more.AsBoolean() ? 1 : 0);
+}
+
+Value AreEqual(const Call& call) {
+    if (call[0].IsNull() != call[1].IsNull()) {
+        return Value::Boolean(false);
+    }
+    return Equal(call[0], call[1], call.culture());
+}
+
+constexpr FunctionInfo functions[] = {
+    {"integer.parse", 1, 3, Parse<std::int32_t>},
+    {"int32.parse", 1, 3, Parse<std::int32_t>},
+    {"long.parse", 1, 3, Parse<std::int64_t>},
+    {"int64.parse", 1, 3, Parse<std::int64_t>},
+    {"short.parse", 1, 3, Parse<std::int16_t>},
+    {"int16.parse", 1, 3, Parse<std::int16_t>},
+    {"byte.parse", 1, 3, Parse<std::uint8_t>},
+    {"double.parse", 1, 3, ParseReal},
+    {"single.parse", 1, 3, ParseReal},
+    {"decimal.parse", 1, 3, ParseReal},
+    {"boolean.parse", 1, 1, ParseBoolean},
+    {"convert.toint16", 1, 2, ToWhole<std::int16_t>},
+    {"convert.toint32", 1, 2, ToWhole<std::int32_t>},
+    {"convert.toint64", 1, 2, ToWhole<std::int64_t>},
+    {"convert.touint16", 1, 2, ToWhole<std::uint16_t>},
+    {"convert.touint32", 1, 2, ToWhole<std::uint32_t>},
+    {"convert.touint64", 1, 2, ToWhole<std::uint64_t>},
+    {"convert.tobyte", 1, 2, ToWhole<std::uint8_t>},
+    {"convert.tosbyte", 1, 2, ToWhole<std::int8_t>},
+    {"convert.todouble", 1, 2, ToReal},
+    {"convert.tosingle", 1, 2, ToReal},
+    {"convert.todecimal", 1, 2, ToReal},
+    {"convert.tochar", 1, 1, ToChar},
+    {"convert.tostring", 1, 2, ToStringOf},
+    {"decimal.add", 2, 2, Apply<Add>},
+    {"decimal.subtract", 2, 2, Apply<Subtract>},
+    {"decimal.multiply", 2, 2, Apply<Multiply>},
+    {"decimal.divide", 2, 2, Apply<Divide>},
+    {"decimal.remainder", 2, 2, Apply<Modulo>},
+    {"decimal.negate", 1, 1, NegateNumber},
+    {"decimal.compare", 2, 2, CompareNumbers},
+    {"decimal.toint32", 1, 1, CutTo<std::int32_t>},
+    {"decimal.toint64", 1, 1, CutTo<std::int64_t>},
+    {"decimal.todouble", 1, 1, ToReal},
+    {"new.decimal", 0, 1, ToReal},
+    {"datetime.compare", 2, 2, CompareNumbers},
+    {"date.compare", 2, 2, CompareNumbers},
+    {"timespan.compare", 2, 2, CompareNumbers},
+    {"datetime.equals", 2, 2, AreEqual},
+    {"object.equals", 2, 2, AreEqual},
+};
+
+}  // namespace
+
+std::span<const FunctionInfo> TypeFunctions() {
+    return functions;
+}
+
+}  // namespace rdl::expr

@@ -1,0 +1,63 @@
+// One aggregate function over values, fed one at a time.
+#pragma once
+
+#include <cstdint>
+#include <unordered_set>
+
+#include "rdl/expr/operations/compare.h"
+#include "rdl/format/format.h"
+#include "rdl/values/value.h"
+
+namespace rdl::expr {
+
+enum class AggregateKind : std::uint8_t {
+    Sum,
+    Avg,
+    Count,
+    CountDistinct,
+    CountRows,
+    Min,
+    Max,
+    First,
+    Last,
+    StDev,
+    StDevP,
+    Var,
+    VarP,
+    RunningValue,
+    RowNumber,
+    Previous,
+    Aggregate,
+};
+
+class Accumulator {
+ public:
+    Accumulator(AggregateKind kind, const Culture& culture) : m_kind(kind), m_culture(&culture) {}
+    void Add(const Value& value);
+    void AddRow() { ++m_count; }  // CountRows: no value
+    // The result so far; a sum of nothing is Null, a count of nothing 0.
+    Value Result() const;
+
+ private:
+    void AddNumber(const Value& value);
+    void AddReal(double number);
+    double Variance(bool population) const;
+
+    struct HashValue {
+        std::size_t operator()(const Value& value) const { return Hash(value); }
+    };
+    struct SameValue {
+        bool operator()(const Value& left, const Value& right) const { return Compare(left, right) == 0; }
+    };
+    AggregateKind m_kind;
+    const Culture* m_culture;
+    std::int64_t m_count = 0;
+    bool m_integers = true;  // the sum is exact in m_integerSum so far
+    std::int64_t m_integerSum = 0;
+    double m_sum = 0, m_lost = 0;  // compensated: many small amounts add up to what a person gets
+    double m_mean = 0, m_squares = 0;
+    Value m_value;  // Min, Max, First, Last, or the error that was met
+    std::unordered_set<Value, HashValue, SameValue> m_distinct;
+};
+
+}  // namespace rdl::expr

@@ -1,0 +1,43 @@
+// The operators of the language on values. Errors go through; what does not fit is an error.
+#pragma once
+
+#include <string_view>
+
+#include "rdl/format/format.h"
+#include "rdl/values/value.h"
+
+namespace rdl::expr {
+
+using Operator = Value (*)(const Value& left, const Value& right, const Culture& culture);
+
+// Numbers are added; two texts are joined, and so is a text that is no number with anything.
+Value Add(const Value& left, const Value& right, const Culture& culture);
+Value Subtract(const Value& left, const Value& right, const Culture& culture);
+Value Multiply(const Value& left, const Value& right, const Culture& culture);
+Value Divide(const Value& left, const Value& right, const Culture& culture);  // always a Real
+Value DivideWhole(const Value& left, const Value& right, const Culture& culture);
+Value Modulo(const Value& left, const Value& right, const Culture& culture);
+Value Power(const Value& left, const Value& right, const Culture& culture);
+Value Concatenate(const Value& left, const Value& right, const Culture& culture);
+Value ShiftLeft(const Value& left, const Value& right, const Culture& culture);
+Value ShiftRight(const Value& left, const Value& right, const Culture& culture);
+// Of Booleans; of anything else bit by bit.
+Value And(const Value& left, const Value& right, const Culture& culture);
+Value Or(const Value& left, const Value& right, const Culture& culture);
+Value Xor(const Value& left, const Value& right, const Culture& culture);
+Value Not(const Value& value, const Culture& culture);
+Value Negate(const Value& value, const Culture& culture);
+Value Like(const Value& left, const Value& right, const Culture& culture);
+Value Is(const Value& left, const Value& right, const Culture& culture);
+Value IsNot(const Value& left, const Value& right, const Culture& culture);
+Value Equal(const Value& left, const Value& right, const Culture& culture);
+Value NotEqual(const Value& left, const Value& right, const Culture& culture);
+Value Less(const Value& left, const Value& right, const Culture& culture);
+Value LessEqual(const Value& left, const Value& right, const Culture& culture);
+Value Greater(const Value& left, const Value& right, const Culture& culture);
+Value GreaterEqual(const Value& left, const Value& right, const Culture& culture);
+
+// The pattern of Like: * ? # [list] [!list]. False in `valid` for a pattern without its closing bracket.
+bool MatchesPattern(std::string_view text, std::string_view pattern, bool& valid);
+
+}  // namespace rdl::expr

@@ -1,0 +1,100 @@
+#include "rdl/image/image_decoder.h"
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QImageReader>
+#include <QLoggingCategory>
+#include <string_view>
+
+#include "rdl/image/png_decoder.h"
+#include "rdl/values/error.h"
+#include "rdl/image/image_type.h"
+
+namespace rdl::image {
+namespace {
+
+constexpr std::int64_t MostPixels = 64'000'000;
+
+// Qt's plug-ins report a damaged picture in a line of their own each; programs have one line, theirs.
+void KeepPluginsQuiet() {
+    static QLoggingCategory::CategoryFilter others = nullptr;
+    static const bool done = [] {
+        others = QLoggingCategory::installFilter([](QLoggingCategory* category) {
+            if (others) {
+                others(category);
+            }
+            if (std::string_view(category->categoryName()).starts_with("qt.gui.imageio")) {
+                category->setEnabled(QtWarningMsg, false);
+            }
+        });
+        return true;
+    }();
+    static_cast<void>(done);
+}
+
+const char* FormatOf(Type type) {
+    switch (type) {
+        case Type::Jpeg:
+            return "jpeg";
+        case Type::Gif:
+            return "gif";
+        default:
+            return "bmp";
+    }
+}
+
+QImage DecodePng(const std::string& bytes, const std::string& item) {
+    PngDecoder decoder(bytes);
+    if (!decoder.ReadHead()) {
+        return {};
+    }
+    CheckImageSize(decoder.Width(), decoder.Height(), item);
+    return decoder.ReadPixels();
+}
+
+// By its own first bytes: the library would guess at formats that reach for other files.
+QImage DecodeByPlugin(Type type, const std::string& bytes, const std::string& item) {
+    KeepPluginsQuiet();
+    QByteArray raw = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    QBuffer buffer(&raw);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, FormatOf(type));
+    reader.setAutoDetectImageFormat(false);
+    const QSize size = reader.size();
+    if (size.isValid()) {
+        CheckImageSize(size.width(), size.height(), item);
+    }
+    constexpr int Megabytes = static_cast<int>(MostPixels * 4 >> 20) + 1;
+    QImageReader::setAllocationLimit(Megabytes);  // holds where the size is not told beforehand
+    return reader.read();
+}
+
+}  // namespace
+
+void CheckImageSize(std::int64_t width, std::int64_t height, const std::string& item) {
+    if (width * height > MostPixels) {
+        throw Error("Image \"" + item + "\" has more than 64 million pixels");
+    }
+}
+
+QImage DecodeImage(const std::string& bytes, const std::string& item) {
+    const Type type = TypeOf(bytes, item);
+    const QImage image = type == Type::Png ? DecodePng(bytes, item) : DecodeByPlugin(type, bytes, item);
+    if (image.isNull()) {
+        throw Error("Image \"" + item + "\" is damaged and cannot be read");
+    }
+    CheckImageSize(image.width(), image.height(), item);
+    return image;
+}
+
+std::string AsPng(const std::string& bytes, const std::string& item) {
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    if (!DecodeImage(bytes, item).save(&buffer, "PNG")) {
+        throw Error("Image \"" + item + "\" cannot be written as a PNG");
+    }
+    return png.toStdString();
+}
+
+}  // namespace rdl::image

@@ -1,0 +1,16 @@
+// A text with a style of its own in a chart or gauge: a title, the name of an axis.
+#pragma once
+
+#include <string>
+
+#include "rdl/layout/model/style.h"
+
+namespace rdl::layout {
+
+struct ChartCaption {
+    std::string text, position;
+    CharStylePtr style;
+    BoxStylePtr box;
+};
+
+}  // namespace rdl::layout

@@ -1,0 +1,392 @@
+#include "rdl/layout/drawing/chart/data.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "rdl/definition/context.h"
+#include "rdl/layout/drawing/chart/axes.h"
+#include "rdl/layout/drawing/chart/keywords.h"
+#include "rdl/layout/drawing/part_styles.h"
+#include "rdl/layout/model/colors.h"
+#include "rdl/layout/region/grouping.h"
+#include "rdl/layout/region/leaves.h"
+#include "rdl/values/error.h"
+
+namespace rdl::layout {
+namespace {
+
+constexpr std::size_t MostSeries = 500, MostCategories = 20'000, MostPoints = 100'000;
+constexpr float LineWidth = 1.5F;
+
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+ChartShape ShapeOf(const std::string& name, ChartShape otherwise) {
+    constexpr std::pair<std::string_view, ChartShape> Shapes[] = {
+        {"None", ChartShape::None},       {"Square", ChartShape::Square},     {"Circle", ChartShape::Circle},
+        {"Diamond", ChartShape::Diamond}, {"Triangle", ChartShape::Triangle}, {"Cross", ChartShape::Cross},
+        {"Auto", ChartShape::Circle}};
+    for (const auto& [word, shape] : Shapes) {
+        if (SameWord(word, name)) {
+            return shape;
+        }
+    }
+    return name.starts_with("Star") ? ChartShape::Star : otherwise;
+}
+
+class ChartEvaluator {
+ public:
+    ChartEvaluator(const ChartPlan& plan, PropertyReader& reader)
+        : m_chart(*plan.definition),
+          m_reader(reader),
+          m_styles(*plan.programs, reader),
+          m_region(BuildRegion(*plan.data, reader.Place().Current(), reader.Place())) {}
+
+    ChartData Evaluate() {
+        const Evaluator::Stay stay(m_reader.Place());
+        m_data.name = m_chart.name;
+        m_data.culture = &m_reader.Place().CurrentCulture();
+        m_reader.Place().Enter({m_region.get(), -1, -1, 0, 0});
+        Palette();
+        Frame();
+        m_rows = LeavesOf(*m_region, true);
+        m_columns = LeavesOf(*m_region, false);
+        CheckSizes();
+        if (m_rows.empty() || m_columns.empty() || m_region->rows.empty()) {
+            ChartCaption message = m_styles.Caption(m_chart.noData, 10);
+            if (!m_chart.noData.caption.IsSet()) {
+                message.text = "No Data Available";
+            }
+            m_data.message = std::move(message);
+            return std::move(m_data);
+        }
+        Categories();
+        for (std::size_t i = 0; i < m_rows.size(); ++i) {
+            Row(i);
+        }
+        for (ChartAreaData& area : m_data.areas) {
+            MakeSlices(area);
+            DropBelowZero(area);
+        }
+        return std::move(m_data);
+    }
+
+ private:
+    // A pie of series without categories: each series is a slice.
+    void MakeSlices(ChartAreaData& area) const {
+        if (m_data.categories.size() != 1 || area.rows.size() < 2 ||
+            !IsRound(*area.rows.front().definition)) {
+            return;
+        }
+        ChartRow all = area.rows.front();
+        all.marks.clear();
+        for (ChartRow& row : area.rows) {
+            ChartMark& mark = all.marks.emplace_back(std::move(row.marks.front()));
+            mark.name = row.name;
+        }
+        all.name.clear();
+        for (ChartMark& mark : all.marks) {
+            mark.label = ChartKeywords(mark.labelSource, all, &mark, mark.name, *m_data.culture);
+        }
+        area.rows.clear();
+        area.rows.push_back(std::move(all));
+    }
+
+    // A logarithmic axis has no place for zero and less: such points are gaps.
+    static void DropBelowZero(ChartAreaData& area) {
+        const bool scattered = IsScattered(area);
+        for (ChartRow& row : area.rows) {
+            for (ChartMark& mark : row.marks) {
+                if ((area.valueAxes[row.valueAxis].logarithmic && mark.y <= 0) ||
+                    (scattered && area.categoryAxes.front().logarithmic && mark.x <= 0)) {
+                    mark.hasY = false;
+                }
+            }
+        }
+    }
+
+    void Palette() {
+        for (const Expr& source : m_chart.customColors) {
+            Color color = Black;
+            if (ParseColor(m_styles.Text(source), color)) {
+                m_data.palette.push_back(color);
+            }
+        }
+        const std::string name = m_styles.Text(m_chart.palette);
+        if (m_data.palette.empty() || !SameWord(name, "Custom")) {
+            m_data.palette = PaletteOf(name);
+        }
+    }
+
+    void Frame() {
+        for (const ChartArea& area : m_chart.areas) {
+            m_data.areas.push_back(EvaluateArea(area, m_styles));
+        }
+        for (const ChartText& title : m_chart.titles) {
+            m_data.titles.push_back(m_styles.Caption(title, 12));
+        }
+        for (const ChartLegend& legend : m_chart.legends) {
+            if (!m_styles.Flag(legend.hidden).value_or(false)) {
+                m_data.legends.push_back({m_styles.Text(legend.position), m_styles.Text(legend.layout),
+                                          m_styles.Caption(legend.title, 8), m_styles.Letters(legend.style),
+                                          m_styles.Box(legend.style)});
+            }
+        }
+    }
+
+    void CheckSizes() const {
+        if (m_rows.size() > MostSeries || m_columns.size() > MostCategories ||
+            m_rows.size() * m_columns.size() > MostPoints) {
+            throw Error("Chart \"" + m_chart.name + "\" has " + std::to_string(m_rows.size()) +
+                        " series and " + std::to_string(m_columns.size()) + " categories: more than " +
+                        std::to_string(MostSeries) + ", " + std::to_string(MostCategories) + " or " +
+                        std::to_string(MostPoints) + " points cannot be drawn");
+        }
+    }
+
+    // What a member is called: its label, else what it is grouped by.
+    Value Called(bool isRows, const Leaf::Step& step) {
+        const Expr& label = (isRows ? m_chart.seriesLabels : m_chart.categoryLabels)[At(step.member)];
+        const HierarchyPlan& plan = m_region->Plan(isRows);
+        const MemberPlan& member = plan.members[At(step.member)];
+        Scope scope{m_region.get(), -1, -1, 0, 0};
+        (isRows ? scope.rowGroup : scope.columnGroup) = step.group;
+        (isRows ? scope.row : scope.column) = step.instance;
+        m_reader.Place().Enter(scope);
+        if (label.IsSet()) {
+            return m_styles.Get(label);
+        }
+        if (member.group >= 0 && !plan.groups[At(member.group)].keys.empty()) {
+            return plan.groups[At(member.group)].keys.front().Get(m_reader.Place());
+        }
+        return {};
+    }
+
+    void Categories() {
+        const std::string format =
+            m_data.areas.empty() ? std::string() : m_data.areas.front().categoryAxes.front().format;
+        for (const Leaf& leaf : m_columns) {
+            const Value value = Called(false, leaf.path.back());
+            m_data.categoryValues.push_back(value);
+            m_data.categories.push_back(ChartNumber(value, format, *m_data.culture));
+            Outer(leaf, format);
+        }
+    }
+
+    void Outer(const Leaf& leaf, const std::string& format) {
+        m_data.outer.resize(std::max(m_data.outer.size(), leaf.path.size() - 1));
+        const std::size_t place = m_data.categories.size() - 1;
+        for (std::size_t i = 0; i + 1 < leaf.path.size(); ++i) {
+            const Leaf* before = place > 0 ? &m_columns[place - 1] : nullptr;
+            const bool same = before && i < before->path.size() &&
+                              before->path[i].member == leaf.path[i].member &&
+                              before->path[i].instance == leaf.path[i].instance;
+            std::vector<ChartSpan>& spans = m_data.outer[i];
+            if (same && !spans.empty()) {
+                ++spans.back().count;
+            } else {
+                spans.push_back(
+                    {ChartNumber(Called(false, leaf.path[i]), format, *m_data.culture), place, 1});
+            }
+        }
+    }
+
+    std::string NameOf(const Leaf& leaf, const ChartSeries& series) {
+        std::string name;
+        for (const Leaf::Step& step : leaf.path) {
+            if (step.alone && leaf.path.size() > 1) {
+                continue;
+            }
+            const std::string part = ChartNumber(Called(true, step), "", *m_data.culture);
+            name += (name.empty() || part.empty() ? "" : " - ") + part;
+        }
+        return name.empty() && leaf.group < 0 ? series.name : name;
+    }
+
+    void Row(std::size_t index) {
+        const Leaf& leaf = m_rows[index];
+        const ChartSeries& series = m_chart.series[At(leaf.leaf)];
+        ChartRow row;
+        row.definition = &series;
+        row.name = NameOf(leaf, series);
+        m_reader.Place().Enter({m_region.get(), leaf.group, -1, leaf.instance, 0});
+        if (m_styles.Flag(series.hidden).value_or(false)) {
+            return;
+        }
+        row.inLegend = !m_styles.Flag(series.hiddenInLegend).value_or(false);
+        if (const std::string text = m_styles.Text(series.legendText); !text.empty()) {
+            row.name = ChartKeywords(text, row, nullptr, {}, *m_data.culture);
+        }
+        row.color = m_styles.ColorOf(series.style, {StyleProperty::Color, StyleProperty::BackgroundColor});
+        if (!(row.color >> 24)) {
+            row.color = m_data.PaletteColor(index);
+        }
+        row.pointWidth = std::clamp(m_styles.Number(series.pointWidth).value_or(0.8), 0.05, 2.0);
+        row.labelsOutside = SameWord(m_styles.Text(series.pieLabels), "Outside");
+        row.hole = 1 - std::clamp(m_styles.Number(series.doughnutRadius).value_or(40), 5.0, 95.0) / 100;
+        ChartAreaData& area = AreaOf(series, row);
+        row.border = IsLine(series) ? LineIn(series.style, row.color) : m_styles.BorderOf(series.style);
+        Marks(leaf, row);
+        ColourAsPoints(row);
+        area.rows.push_back(std::move(row));
+    }
+
+    // One stroke for all points: their colour, where they agree on one, goes before the series'.
+    static void ColourAsPoints(ChartRow& row) {
+        const auto& marks = row.marks;
+        if (marks.empty() || !(IsLine(*row.definition) || row.definition->kind == ChartKind::Area) ||
+            std::any_of(marks.begin(), marks.end(),
+                        [&marks](const ChartMark& mark) { return mark.color != marks.front().color; })) {
+            return;
+        }
+        row.color = marks.front().color;
+        if (IsLine(*row.definition)) {
+            row.border = marks.front().border;
+        }
+    }
+
+    ChartAreaData& AreaOf(const ChartSeries& series, ChartRow& row) {
+        std::size_t place = 0;
+        while (m_chart.areas[place].name != series.area) {
+            ++place;
+        }
+        const auto& axes = m_chart.areas[place].valueAxes;
+        for (std::size_t i = 0; i < axes.size(); ++i) {
+            if (!series.valueAxis.empty() && axes[i].name == series.valueAxis) {
+                row.valueAxis = i;
+            }
+        }
+        return m_data.areas[place];
+    }
+
+    static bool IsRound(const ChartSeries& series) {
+        return series.kind == ChartKind::Pie || series.kind == ChartKind::Doughnut;
+    }
+
+    static bool IsLine(const ChartSeries& series) { return series.kind == ChartKind::Line || series.joined; }
+
+    // A line has its series' colour, whatever colour borders have.
+    Border LineIn(const Style& style, Color color) const {
+        Border line = m_styles.LineOf(style, color, LineWidth);
+        line.color = color;
+        if (line.style == LineStyle::None) {
+            line.style = LineStyle::Solid;
+        }
+        return line;
+    }
+
+    void Marks(const Leaf& leaf, ChartRow& row) {
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            const Leaf& column = m_columns[i];
+            m_reader.Place().Enter(
+                {m_region.get(), leaf.group, column.group, leaf.instance, column.instance});
+            row.marks.push_back(Mark(row, row.definition->points[At(column.leaf)], i));
+        }
+        const bool bySlice = IsRound(*row.definition) && m_columns.size() > 1 && !OwnColor(*row.definition);
+        for (std::size_t i = 0; i < row.marks.size(); ++i) {
+            ChartMark& mark = row.marks[i];
+            if (!(mark.color >> 24)) {
+                mark.color = bySlice ? m_data.PaletteColor(i) : row.color;
+            }
+            if (!(mark.shapeColor >> 24)) {
+                mark.shapeColor = mark.color;
+            }
+            mark.name = m_data.categories[i];
+            mark.labelSource = mark.label;
+            mark.label = ChartKeywords(mark.label, row, &mark, m_data.categories[i], *m_data.culture);
+        }
+    }
+
+    bool OwnColor(const ChartSeries& series) const {
+        return m_styles.ColorOf(series.style, {StyleProperty::Color, StyleProperty::BackgroundColor}) >> 24;
+    }
+
+    ChartMark Mark(const ChartRow& row, const ChartPoint& point, std::size_t place) {
+        ChartMark mark;
+        const ChartSeries& series = *row.definition;
+        mark.value = m_styles.Get(point.y);
+        mark.hasY = NumberOf(mark.value, mark.y);
+        if (series.range) {
+            mark.hasY = NumberOf(m_styles.Get(point.low), mark.low) && mark.hasY;
+        }
+        const Value x = m_styles.Get(point.x);
+        mark.hasX = NumberOf(x, mark.x);
+        mark.isDate = x.kind() == Kind::DateTime;
+        double size = 0;
+        mark.size = NumberOf(m_styles.Get(point.size), size) ? size : 0;
+        if (!mark.hasX) {
+            mark.x = static_cast<double>(place + 1);
+        }
+        mark.color = m_styles.ColorOf(point.style, {StyleProperty::Color, StyleProperty::BackgroundColor});
+        mark.border = row.border;
+        if (!point.style.properties.empty()) {
+            mark.border = IsLine(series) ? LineIn(point.style, mark.color >> 24 ? mark.color : row.color)
+                                         : m_styles.BorderOf(point.style);
+        }
+        Shape(series, point, mark);
+        Label(point.label.isSet ? point.label : series.label, mark);
+        mark.axisLabel = m_styles.Text(point.axisLabel);
+        if (!mark.axisLabel.empty() && m_data.categories[place].empty()) {
+            m_data.categories[place] = mark.axisLabel;
+        }
+        return mark;
+    }
+
+    void Shape(const ChartSeries& series, const ChartPoint& point, ChartMark& mark) const {
+        const ChartMarker& marker = point.marker.type.IsSet() ? point.marker : series.marker;
+        const bool needed = series.kind == ChartKind::Scatter && !series.joined;
+        const ChartShape usual = needed ? ChartShape::Circle : ChartShape::None;
+        mark.shape = ShapeOf(m_styles.Text(marker.type), usual);
+        if (needed && mark.shape == ChartShape::None) {
+            mark.shape = ChartShape::Circle;  // there would be nothing to see
+        }
+        mark.shapeSize = m_styles.Points(marker.size, mark.shapeSize);
+        mark.shapeColor =
+            m_styles.ColorOf(marker.style, {StyleProperty::Color, StyleProperty::BackgroundColor});
+    }
+
+    void Label(const ChartLabel& label, ChartMark& mark) const {
+        if (!label.isSet || !m_styles.Flag(label.visible).value_or(false) || !mark.hasY) {
+            return;
+        }
+        const std::string format = m_styles.Format(label.style);
+        if (m_styles.Flag(label.useValue).value_or(false) || !label.text.IsSet()) {
+            mark.label = ChartNumber(mark.value, format, *m_data.culture);
+        } else {
+            mark.label = ChartNumber(m_styles.Get(label.text), format, *m_data.culture);
+        }
+        mark.labelPosition = m_styles.Text(label.position);
+        mark.labelTurn = m_styles.Number(label.rotation).value_or(0);
+        mark.labelStyle = m_styles.Letters(label.style);
+        mark.ownLabelColor = label.style.Find(StyleProperty::Color) != nullptr;
+        mark.labelBox = m_styles.Box(label.style);
+    }
+
+    const Chart& m_chart;
+    PropertyReader& m_reader;
+    PartStyles m_styles;
+    const std::shared_ptr<Region> m_region;
+    ChartData m_data;
+    std::vector<Leaf> m_rows, m_columns;
+};
+
+}  // namespace
+
+ChartData EvaluateChart(const ChartPlan& plan, PropertyReader& reader) {
+    return ChartEvaluator(plan, reader).Evaluate();
+}
+
+std::string ChartNumber(const Value& value, const std::string& format, const Culture& culture) {
+    if (value.IsNull() || value.IsError()) {
+        return {};
+    }
+    if (value.kind() == Kind::DateTime && format.empty() && value.AsTicks() % TicksPerDay == 0) {
+        return FormatValue(value, "d", culture);
+    }
+    return ReadableText(format.empty() || value.IsText() ? ToText(value, culture)
+                                                         : FormatValue(value, format, culture));
+}
+
+}  // namespace rdl::layout

@@ -1,0 +1,14 @@
+// Words in labels that stand for something of the point: #VALY, #PERCENT{P1}, #SERIESNAME ...
+#pragma once
+
+#include <string>
+
+#include "rdl/layout/drawing/chart/data.h"
+
+namespace rdl::layout {
+
+// `mark` may be null: then the words about a point stay.
+std::string ChartKeywords(const std::string& text, const ChartRow& row, const ChartMark* mark,
+                          const std::string& category, const Culture& culture);
+
+}  // namespace rdl::layout

@@ -1,0 +1,193 @@
+#include <algorithm>
+#include <cmath>
+
+#include "rdl/definition/context.h"
+#include "rdl/layout/drawing/chart/draw.h"
+#include "rdl/layout/drawing/chart/keywords.h"
+
+namespace rdl::layout {
+namespace {
+
+constexpr double Gap = 4, SymbolGap = 3, LargestShare = 0.45;  // points; of the chart
+
+struct Entry {
+    std::string text;
+    Color color;
+    const ChartRow* row;
+    const ChartMark* mark;  // of a pie; else null
+};
+
+std::vector<Entry> EntriesOf(const ChartData& data) {
+    std::vector<Entry> entries;
+    for (const ChartAreaData& area : data.areas) {
+        for (const ChartRow& row : area.rows) {
+            if (!row.inLegend) {
+                continue;
+            }
+            if (!IsRound(area)) {
+                entries.push_back({row.name, row.color, &row, nullptr});
+                continue;
+            }
+            // One ring more has the same categories.
+            for (std::size_t i = 0; i < row.marks.size() && &row == &area.rows.front(); ++i) {
+                const ChartMark& mark = row.marks[i];
+                const std::string& own = row.definition->legendText.source;
+                entries.push_back({own.find('#') == std::string::npos
+                                       ? mark.name
+                                       : ChartKeywords(own, row, &mark, mark.name, *data.culture),
+                                   mark.color, &row, &mark});
+            }
+        }
+    }
+    return entries;
+}
+
+void Symbol(const Entry& entry, Spot center, double size, Canvas& canvas) {
+    const ChartKind kind = entry.row->definition->kind;
+    if (kind == ChartKind::Line || entry.row->definition->joined) {
+        canvas.Line({center.x - size, center.y}, {center.x + size, center.y}, entry.row->border);
+    }
+    const ChartMark* first = entry.row->marks.empty() ? nullptr : &entry.row->marks.front();
+    if (kind == ChartKind::Line || kind == ChartKind::Scatter) {
+        if (first && first->shape != ChartShape::None) {
+            DrawShape(first->shape, center, std::min(first->shapeSize, size), first->shapeColor, canvas);
+        }
+    } else if (kind == ChartKind::Bubble) {
+        DrawShape(ChartShape::Circle, center, size, entry.color, canvas);
+    } else {
+        canvas.Rectangle({center.x - size / 2, center.y - size / 2, size, size}, entry.color,
+                         entry.mark ? entry.mark->border : entry.row->border);
+    }
+}
+
+// Entries in a table of so many columns, all cells alike.
+struct Grid {
+    std::size_t columns = 1, rows = 1, shown = 0;
+    double cellWidth = 0, cellHeight = 0, symbol = 0, titleHeight = 0;
+    double Width() const { return static_cast<double>(columns) * cellWidth + Gap; }
+    double Height() const { return static_cast<double>(rows) * cellHeight + titleHeight + Gap; }
+};
+
+Grid GridOf(const ChartLegendData& legend, const std::vector<Entry>& entries, const Rect& room, bool beside) {
+    Grid grid;
+    const CharStyle& style = *legend.style;
+    grid.symbol = static_cast<double>(style.size) * 0.8;
+    grid.cellHeight = Canvas::LineHeight(style) * 1.15;
+    grid.titleHeight = legend.title.text.empty() ? 0 : Canvas::LineHeight(*legend.title.style);
+    for (const Entry& entry : entries) {
+        grid.cellWidth = std::max(grid.cellWidth, Canvas::Measure(entry.text, style).width);
+    }
+    const double most = room.width * (beside ? LargestShare : 1) - Gap;
+    grid.cellWidth = std::min(grid.cellWidth + 2 * grid.symbol + SymbolGap + Gap, most);
+    const auto fitting =
+        static_cast<std::size_t>(std::max(1.0, std::floor(most / std::max(grid.cellWidth, 1.0))));
+    const auto high = static_cast<std::size_t>(std::max(
+        1.0,
+        std::floor((room.height * (beside ? 1 : LargestShare) - grid.titleHeight - Gap) / grid.cellHeight)));
+    const std::size_t count = std::max<std::size_t>(entries.size(), 1);
+    grid.columns = beside ? std::min(fitting, (count + high - 1) / high) : std::min(fitting, count);
+    if (!beside && SameWord(legend.layout, "Column")) {
+        grid.columns = std::min(grid.columns, (count + high - 1) / high);
+    }
+    grid.rows = std::min(high, (count + grid.columns - 1) / grid.columns);
+    grid.shown = std::min(entries.size(), grid.rows * grid.columns);
+    return grid;
+}
+
+// The legend's rectangle at the side that its position begins with; `room` shrinks.
+Rect PlaceOf(const std::string& wanted, const Grid& grid, Rect& room) {
+    const std::string position = wanted.empty() ? "RightTop" : wanted;
+    const auto begins = [&](std::string_view word) {
+        return SameWord(position.substr(0, word.size()), word);
+    };
+    const auto ends = [&](std::string_view word) {
+        return position.size() > word.size() &&
+               SameWord(position.substr(position.size() - word.size()), word);
+    };
+    Rect area{room.x, room.y, grid.Width(), grid.Height()};
+    if (begins("Top") || begins("Bottom")) {
+        area.x += (room.width - area.width) * (ends("Left") ? 0 : ends("Right") ? 1 : 0.5);
+        area.y = begins("Top") ? room.y : room.Bottom() - area.height;
+        room.y += begins("Top") ? area.height + Gap : 0;
+        room.height -= area.height + Gap;
+    } else {
+        area.x = begins("Left") ? room.x : room.Right() - area.width;
+        area.y += (room.height - area.height) * (ends("Bottom") ? 1 : ends("Center") ? 0.5 : 0);
+        room.x += begins("Left") ? area.width + Gap : 0;
+        room.width -= area.width + Gap;
+    }
+    return area;
+}
+
+}  // namespace
+
+void DrawShape(ChartShape shape, Spot center, double size, Color color, Canvas& canvas) {
+    const double half = size / 2;
+    const Border none;
+    const auto [x, y] = center;
+    switch (shape) {
+        case ChartShape::None:
+            break;
+        case ChartShape::Square:
+            canvas.Rectangle({x - half, y - half, size, size}, color, none);
+            break;
+        case ChartShape::Circle:
+            canvas.Circle(center, half, color, none);
+            break;
+        case ChartShape::Diamond:
+            canvas.Polygon({{x, y - half}, {x + half, y}, {x, y + half}, {x - half, y}}, color, none);
+            break;
+        case ChartShape::Triangle:
+            canvas.Polygon({{x, y - half}, {x + half, y + half}, {x - half, y + half}}, color, none);
+            break;
+        case ChartShape::Cross: {
+            const Border stroke{LineStyle::Solid, color, static_cast<float>(size / 4)};
+            canvas.Line({x - half, y - half}, {x + half, y + half}, stroke);
+            canvas.Line({x - half, y + half}, {x + half, y - half}, stroke);
+            break;
+        }
+        case ChartShape::Star: {
+            constexpr int Corners = 10;
+            std::vector<Spot> corners;
+            corners.reserve(Corners);
+            for (int i = 0; i < Corners; ++i) {
+                corners.push_back(OnCircle(center, i % 2 == 0 ? half : half * 0.4, i * 6.2831853 / Corners));
+            }
+            canvas.Polygon(corners, color, none);
+            break;
+        }
+    }
+}
+
+void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room, Canvas& canvas) {
+    const std::vector<Entry> entries = EntriesOf(data);
+    if (entries.empty()) {
+        return;
+    }
+    const auto begins = [&](std::string_view word) {
+        return SameWord(legend.position.substr(0, word.size()), word);
+    };
+    const Grid grid = GridOf(legend, entries, room, !begins("Top") && !begins("Bottom"));
+    const Rect area = PlaceOf(legend.position, grid, room);
+    canvas.Box(area, legend.box.get());
+    if (!legend.title.text.empty()) {
+        canvas.Text(Shortened(legend.title.text, *legend.title.style, area.width), *legend.title.style,
+                    {area.x + area.width / 2, area.y + Gap / 2}, {0.5, 0});
+    }
+    for (std::size_t i = 0; i < grid.shown; ++i) {
+        // What there is no room for is told of.
+        const bool more = i + 1 == grid.shown && grid.shown < entries.size();
+        const std::size_t column = i % grid.columns, row = i / grid.columns;
+        const double x = area.x + Gap / 2 + static_cast<double>(column) * grid.cellWidth;
+        const double y =
+            area.y + Gap / 2 + grid.titleHeight + (static_cast<double>(row) + 0.5) * grid.cellHeight;
+        if (!more) {
+            Symbol(entries[i], {x + grid.symbol, y}, grid.symbol, canvas);
+        }
+        const double textRoom = grid.cellWidth - 2 * grid.symbol - SymbolGap;
+        canvas.Text(more ? "\xE2\x80\xA6" : Shortened(entries[i].text, *legend.style, textRoom),
+                    *legend.style, {x + 2 * grid.symbol + SymbolGap, y}, {0, 0.5});
+    }
+}
+
+}  // namespace rdl::layout

@@ -1,0 +1,114 @@
+// The rows of a data region: which leaf row of the definition with which group instance stands where is
+// planned at once, in a few bytes a row; cells are made when a row is asked for.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "rdl/layout/items/items.h"
+
+namespace rdl::layout {
+
+// Groups the region's rows within `outer` and plans its rows. `owner` gets the size that the definition gives
+// it and its page breaks. The builder must outlive the table.
+std::shared_ptr<TableInstance> MakeTable(TablixPlan& plan, const Scope& outer, ItemBuilder& builder,
+                                         Instance& owner);
+
+class TablixTable final : public TableInstance {
+ public:
+    TablixTable(TablixPlan& plan, std::shared_ptr<Region> region, ItemBuilder& builder);
+    std::size_t RowCount() const override { return m_rows.size(); }
+    void Row(std::size_t index, TableRow& row) override;
+    void RowOnTop(std::size_t index, TableRow& row) override;
+    std::vector<std::size_t> RepeatedRows(std::size_t index) override;
+
+ private:
+    enum Flag : std::uint16_t {
+        ColumnHeader = 1,
+        GroupHeader = 2,
+        GroupFooter = 4,
+        BreakBefore = 8,
+        BreakAfter = 16,
+        KeepWithNext = 32,
+        KeepWithPrevious = 64,
+        ResetPageNumber = 128,
+        StartsGroup = 256,  // of a group with a page name or a label
+        Collapsed = 512,    // stands for a group whose members wait to be toggled
+    };
+    struct PlannedRow {
+        std::int32_t leaf;       // body row; -1 - n: row n of the column headers
+        std::uint32_t instance;  // of the innermost group around the leaf
+        std::uint16_t flags, level;
+    };
+    struct RowHeader {
+        std::uint32_t row, span;
+        std::int32_t member;
+        std::uint32_t instance;
+    };
+    struct GroupStart {
+        std::uint32_t row;
+        std::int32_t group;
+        std::uint32_t instance;
+    };
+    struct Repeat {  // a row that stands again on top of pages that begin behind it and before `end`
+        std::uint32_t row, end;
+        std::int32_t outer;  // the one whose rows include this one's; -1: none
+    };
+    struct CollapsedRow {
+        std::uint32_t row;
+        std::int32_t group;
+    };
+    struct Column {
+        std::int32_t leaf;
+        std::uint32_t instance;
+        std::int32_t group;  // innermost group around it, or the one that it stands for
+        bool collapsed;
+    };
+    struct ColumnHeaderCell {
+        std::int32_t member;
+        std::uint32_t instance;
+        int column, span;
+    };
+
+    void ExpandColumns(const std::vector<int>& members, std::uint32_t instance);
+    void ExpandColumn(int index, std::uint32_t instance);
+    void MoveHeadersInside();
+    int PlaceOf(int column) const;
+    void ExpandRows(const std::vector<int>& members, std::uint32_t instance);
+    void ExpandRow(int index, std::uint32_t instance);
+    void ExpandInstances(int index, std::uint32_t parent);
+    void MarkStatic(const MemberPlan& member, std::size_t begin, bool before, bool behind);
+    void MarkBreaks(const GroupPlan& group, int groupIndex, std::uint32_t instance, std::uint32_t first,
+                    std::size_t begin);
+    void NoteRepeats(const std::vector<int>& members, const std::vector<std::size_t>& ends,
+                     std::size_t begin);
+    void LinkRepeats();
+    bool IsHidden(const MemberPlan& member, bool isRows, std::uint32_t instance);
+
+    void SortCells(TableRow& row) const;
+    void FillHeaderRow(int header, TableRow& row);
+    void FillRowHeaders(std::size_t index, TableRow& row, std::size_t& used);
+    void FillBody(const PlannedRow& planned, std::size_t index, TableRow& row, std::size_t& used);
+    void FillGroupStart(std::size_t index, TableRow& row);
+    bool AddCell(ItemPlan& item, const Scope& scope, int column, int columnSpan, int rowSpan, TableRow& row,
+                 std::size_t& used);
+    int BodyColumnSpan(std::size_t column, int defined) const;
+    int BodyRowSpan(std::size_t index, int defined) const;
+    int CollapsedGroup(std::size_t index) const;
+    void Enter(const Scope& scope);
+
+    TablixPlan& m_plan;
+    std::shared_ptr<Region> m_region;
+    ItemBuilder& m_builder;
+    int m_headerCount = 0, m_columnsBefore = 0;  // columns of row headers, and body columns before them
+    std::vector<PlannedRow> m_rows;
+    std::vector<RowHeader> m_headers;
+    std::vector<GroupStart> m_starts;
+    std::vector<Repeat> m_repeats;
+    std::vector<CollapsedRow> m_collapsed;
+    std::vector<Column> m_columns;
+    std::vector<ColumnHeaderCell> m_columnHeaders;
+    std::vector<int> m_rowGroupOfLeaf;
+};
+
+}  // namespace rdl::layout

@@ -1,0 +1,117 @@
+#include "rdl/layout/pages/line_breaker.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace rdl::layout {
+namespace {
+
+constexpr char32_t SoftHyphen = 0xAD;
+
+bool IsSpace(char32_t c) {
+    return c == ' ' || c == '\t' || c == 0x3000 || (c >= 0x2000 && c <= 0x200B && c != 0x2007);
+}
+
+bool IsIdeograph(char32_t c) {
+    return (c >= 0x2E80 && c <= 0xA4CF && c != 0x3000) || (c >= 0xAC00 && c <= 0xD7AF) ||
+           (c >= 0xF900 && c <= 0xFAFF) || (c >= 0xFF01 && c <= 0xFF60) || (c >= 0x20000 && c <= 0x3FFFF);
+}
+
+// Never first in a line.
+bool IsClosing(char32_t c) {
+    static constexpr char32_t Marks[] = {'!',    ')',    ',',    '.',    ':',    ';',    '?',
+                                         ']',    '}',    0x3001, 0x3002, 0x3009, 0x300B, 0x300D,
+                                         0x300F, 0x3011, 0x3015, 0x3017, 0x30FC, 0xFF01, 0xFF09,
+                                         0xFF0C, 0xFF0E, 0xFF1A, 0xFF1B, 0xFF1F};
+    return std::find(std::begin(Marks), std::end(Marks), c) != std::end(Marks);
+}
+
+// Never last in a line.
+bool IsOpening(char32_t c) {
+    return c == '(' || c == '[' || c == '{' || c == 0x3008 || c == 0x300A || c == 0x300C || c == 0x300E ||
+           c == 0x3010 || c == 0xFF08;
+}
+
+bool MayBreakBetween(char32_t left, char32_t right) {
+    if (IsSpace(left)) {
+        return !IsSpace(right);
+    }
+    if (IsSpace(right) || IsClosing(right) || IsOpening(left)) {
+        return false;
+    }
+    if (IsIdeograph(left) || IsIdeograph(right)) {
+        return true;
+    }
+    if (left == SoftHyphen) {
+        return true;
+    }
+    const bool isHyphen = left == '-' || left == 0x2010 || left == 0x2013 || left == 0x2014;
+    return isHyphen && right != '-' && !(right >= '0' && right <= '9');
+}
+
+}  // namespace
+
+std::size_t DecodeCharacter(std::string_view text, std::size_t at, char32_t& code) {
+    const auto lead = static_cast<unsigned char>(text[at]);
+    code = lead;
+    if (lead < 0x80) {
+        return 1;
+    }
+    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
+    code = 0xFFFD;
+    if (length == 1 || at + length > text.size()) {
+        return 1;
+    }
+    char32_t value = lead & (0xFF >> (length + 1));
+    for (std::size_t i = 1; i < length; ++i) {
+        const auto next = static_cast<unsigned char>(text[at + i]);
+        if ((next & 0xC0) != 0x80) {
+            return 1;
+        }
+        value = value << 6 | (next & 0x3F);
+    }
+    code = value;
+    return length;
+}
+
+bool EndsWithSoftHyphen(std::string_view text) {
+    return text.ends_with("\xC2\xAD");
+}
+
+void FindBreaks(std::string_view text, std::vector<BreakUnit>& units) {
+    units.clear();
+    BreakUnit unit;
+    char32_t last = 0;
+    const auto finish = [&](std::size_t end, bool hard) {
+        unit.end = end;
+        unit.hardBreak = hard;
+        units.push_back(unit);
+    };
+    std::size_t at = 0;
+    while (at < text.size()) {
+        char32_t code = 0;
+        const std::size_t length = DecodeCharacter(text, at, code);
+        if (code == '\n' || code == '\r' || code == 0x2028 || code == 0x2029) {
+            finish(at, true);
+            at += length;
+            if (code == '\r' && at < text.size() && text[at] == '\n') {
+                ++at;
+            }
+            unit = {at, at, at, false};
+            last = 0;
+            continue;
+        }
+        if (last != 0 && MayBreakBetween(last, code)) {
+            finish(at, false);
+            unit = {at, at, at, false};
+        }
+        at += length;
+        if (!IsSpace(code)) {
+            unit.visibleEnd = at;
+        }
+        last = code;
+    }
+    finish(text.size(), false);
+}
+
+}  // namespace rdl::layout

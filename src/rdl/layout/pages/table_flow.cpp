@@ -1,0 +1,411 @@
+#include "rdl/layout/pages/table_flow.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace rdl::layout {
+namespace {
+
+constexpr double Tolerance = 0.01;
+constexpr std::size_t MaxBlock = 200;  // rows kept together: more are a table's own affair
+
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+}  // namespace
+
+TableFlow::TableFlow(const Instance& item, FlowContext& context)
+    : Flow(context), m_item(item), m_table(*item.table) {
+    if (!m_table.noRowsMessage.empty()) {
+        m_messageItem = std::make_unique<Instance>();
+        m_messageItem->width = item.width;
+        m_messageItem->height = item.height;
+        m_messageItem->box = item.box;
+        m_messageItem->name = item.name;
+        m_messageItem->canGrow = true;
+        m_messageItem->paragraphs.resize(1);
+        m_messageItem->paragraphs.front().runs.push_back({m_table.noRowsMessage, m_table.noRowsStyle, {}});
+        m_message = MakeFlow(*m_messageItem, context);
+    }
+}
+
+double TableFlow::TotalWidth() const {
+    return std::accumulate(m_table.columnWidths.begin(), m_table.columnWidths.end(), 0.0);
+}
+
+// Where columns stand: one that the right edge of a page would cut begins the next page, behind the row
+// headers.
+void TableFlow::PlaceColumns(double x) {
+    if (m_columnsFor == x && !m_columnX.empty()) {
+        return;
+    }
+    m_columnsFor = x;
+    m_columnX.clear();
+    m_furtherPages.clear();
+    if (m_table.rightToLeft) {
+        double right = x + TotalWidth();
+        for (const double width : m_table.columnWidths) {
+            right -= width;
+            m_columnX.push_back(right);
+        }
+        return;
+    }
+    double headers = 0;
+    double at = x;
+    for (std::size_t i = 0; i < m_table.columnWidths.size(); ++i) {
+        const double width = m_table.columnWidths[i];
+        const bool isHeader = static_cast<int>(i) < m_table.headerColumns;
+        const double clear =
+            isHeader || headers + width > m_context.pageWidth ? at : ClearOfPageEdges(m_context, at, width);
+        if (clear > at + Tolerance) {
+            at = clear;
+            if (m_table.repeatRowHeaders) {
+                m_furtherPages.push_back(clear - x);
+                at += headers;
+            }
+        }
+        m_columnX.push_back(at);
+        at += width;
+        headers += isHeader ? width : 0;
+    }
+}
+
+Rect TableFlow::CellArea(int column, int columns, double y, double height) const {
+    if (At(column) >= m_columnX.size()) {
+        return {m_columnX.empty() ? 0 : m_columnX.back(), y, 0, height};
+    }
+    const std::size_t end = std::min(At(column + columns), m_columnX.size());
+    if (m_table.rightToLeft) {
+        const double left = m_columnX[end - 1];
+        return {left, y, m_columnX[At(column)] + m_table.columnWidths[At(column)] - left, height};
+    }
+    const double x = m_columnX[At(column)];
+    double right = x;
+    for (std::size_t i = At(column); i < end; ++i) {
+        if (m_columnX[i] > right + Tolerance) {
+            break;  // the rest stands on a further page
+        }
+        right = m_columnX[i] + m_table.columnWidths[i];
+    }
+    return {x, y, right - x, height};
+}
+
+std::unique_ptr<TableFlow::Prepared> TableFlow::Make(std::size_t index) {
+    std::unique_ptr<Prepared> prepared;
+    if (m_spare.empty()) {
+        prepared = std::make_unique<Prepared>();
+    } else {
+        prepared = std::move(m_spare.back());
+        m_spare.pop_back();
+    }
+    prepared->index = index;
+    prepared->begun = prepared->flows = false;
+    m_table.Row(index, prepared->row);
+    Prepare(*prepared);
+    return prepared;
+}
+
+void TableFlow::Prepare(Prepared& prepared) {
+    TableRow& row = prepared.row;
+    if (prepared.cells.size() < row.cells.size()) {
+        prepared.cells.resize(row.cells.size());
+    }
+    double height = 0;
+    bool mayShrink = !row.cells.empty();
+    for (std::size_t i = 0; i < row.cells.size(); ++i) {
+        Instance& content = row.cells[i].content;
+        Cell& cell = prepared.cells[i];
+        cell.nextLine = 0;
+        cell.flow.reset();
+        if (content.kind == InstanceKind::Text) {
+            m_context.painter.Layout().Lay(content, LineWidth(content, content.width, row.height), cell.laid);
+            if (row.cells[i].rowSpan == 1) {
+                height = std::max(height, GrownHeight(content, cell.laid));
+            }
+            mayShrink = mayShrink && content.canShrink;
+            continue;
+        }
+        cell.laid.Clear();
+        mayShrink = false;
+        if (content.kind == InstanceKind::Container || content.kind == InstanceKind::Table) {
+            cell.flow = MakeFlow(content, m_context);
+            prepared.flows = true;
+        } else if (content.kind == InstanceKind::Image && content.sizing == Instance::Sizing::AutoSize) {
+            height = std::max(height, BlockFlow(content, m_context).Measure(0));
+        }
+    }
+    prepared.height = mayShrink ? height : std::max(height, row.height);
+}
+
+TableFlow::Prepared& TableFlow::Ahead(std::size_t offset) {
+    while (m_queue.size() <= offset) {
+        m_queue.push_back(Make(m_next + m_queue.size()));
+    }
+    return *m_queue[offset];
+}
+
+void TableFlow::DropFirst() {
+    m_spare.push_back(std::move(m_queue.front()));
+    m_queue.pop_front();
+    ++m_next;
+}
+
+// The height of the next row with those that must not be parted from it.
+double TableFlow::BlockHeight() {
+    double height = Ahead(0).height;
+    for (std::size_t i = 0; i < MaxBlock && m_next + i + 1 < m_table.RowCount(); ++i) {
+        const Prepared& row = Ahead(i);
+        const bool keepsNext = row.row.keepWithNext && !row.row.breakAfter;
+        const Prepared& next = Ahead(i + 1);
+        if ((!keepsNext && !next.row.keepWithPrevious) || next.row.breakBefore) {
+            break;
+        }
+        height += next.height;
+        if (height > m_context.pageHeight) {
+            break;
+        }
+    }
+    return height;
+}
+
+// A cell over several rows that needs more than they have makes the last of them higher.
+double TableFlow::RowHeight(const Prepared& prepared, double y) const {
+    double height = prepared.height;
+    for (const auto& span : m_spans) {
+        if (span->lastRow == prepared.index) {
+            height = std::max(height, span->top + span->needed - y);
+        }
+    }
+    return height;
+}
+
+bool TableFlow::EndsPageBefore(const Prepared& prepared, double y, double bottom) {
+    const bool hasAbove = m_rowsOnPage > 0 || m_waitsForRoom;
+    if (prepared.begun) {
+        return false;
+    }
+    if (prepared.row.breakBefore && (m_rowsOnPage > 0 || m_contentBefore) &&
+        m_brokenBefore != prepared.index) {
+        m_brokenBefore = prepared.index;
+        return true;
+    }
+    if (!hasAbove) {
+        return false;
+    }
+    const double height = RowHeight(prepared, y);
+    if (y + height > bottom + Tolerance) {
+        return !prepared.flows || y + prepared.row.height > bottom + Tolerance;
+    }
+    const double block = BlockHeight();
+    return y + block > bottom + Tolerance && block <= m_context.pageHeight + Tolerance;
+}
+
+// Part of a text that is higher than the room; true when it is all there.
+bool TableFlow::SplitText(const Instance& content, Cell& cell, const Rect& area) {
+    const auto& lines = cell.laid.lines;
+    if (cell.nextLine >= lines.size()) {
+        return true;
+    }
+    const double padding = content.box ? static_cast<double>(content.box->paddingTop) +
+                                             static_cast<double>(content.box->paddingBottom)
+                                       : 0;
+    const double room = lines[cell.nextLine].top + area.height - padding + Tolerance;
+    std::size_t last = cell.nextLine + 1;
+    while (last < lines.size() && lines[last].top + lines[last].height <= room) {
+        ++last;
+    }
+    m_context.painter.Text(area, content, cell.laid, cell.nextLine, content.canGrow ? last : lines.size());
+    cell.nextLine = content.canGrow ? last : lines.size();
+    return cell.nextLine >= lines.size();
+}
+
+// A row with items that may be split, or one higher than a page: as much as there is room for.
+bool TableFlow::PlaceSplit(Prepared& prepared, double y, double bottom, double& used) {
+    const double available = bottom - y;
+    bool done = true;
+    used = prepared.begun ? 0 : std::min(prepared.row.height, available);
+    for (std::size_t i = 0; i < prepared.row.cells.size(); ++i) {
+        Cell& cell = prepared.cells[i];
+        if (!cell.flow) {
+            continue;
+        }
+        const TableCell& where = prepared.row.cells[i];
+        const Rect area = CellArea(where.column, where.columnSpan, y, available);
+        const Outcome outcome = cell.flow->Place(area.x, y, available);
+        used = std::max(used, outcome.used);
+        if (outcome.done) {
+            cell.flow.reset();
+        } else {
+            used = std::max(used, available);
+            done = false;
+        }
+    }
+    if (!prepared.begun) {
+        used = std::max(used, std::min(RowHeight(prepared, y), available));
+    }
+    const bool textFits = !prepared.begun && RowHeight(prepared, y) <= available + Tolerance;
+    if (textFits) {
+        PlaceRow(prepared, y, used);
+        for (Cell& cell : prepared.cells) {
+            cell.nextLine = cell.laid.lines.size();
+        }
+    } else {
+        DrawBoxes(prepared, y, used);
+        for (std::size_t i = 0; i < prepared.row.cells.size(); ++i) {
+            const TableCell& where = prepared.row.cells[i];
+            if (where.content.kind == InstanceKind::Text && where.rowSpan == 1) {
+                const Rect area = CellArea(where.column, where.columnSpan, y, available);
+                done = SplitText(where.content, prepared.cells[i], area) && done;
+            }
+        }
+    }
+    prepared.begun = true;
+    return done;
+}
+
+// The row that begins a page says again what the last one on the page before said.
+void TableFlow::ShowDuplicatesOnTop() {
+    if (!m_begun || !m_table.hidesDuplicates || m_next >= m_table.RowCount() || Ahead(0).begun) {
+        return;
+    }
+    Prepared& first = Ahead(0);
+    m_table.RowOnTop(first.index, first.row);
+    first.flows = false;
+    Prepare(first);
+}
+
+double TableFlow::PlaceRepeated(double y) {
+    if (m_next == 0 || m_next >= m_table.RowCount()) {
+        return y;
+    }
+    for (const std::size_t index : m_table.RepeatedRows(m_next)) {
+        auto prepared = Make(index);
+        // Headers that fill half of a page leave no room for what they head.
+        if (prepared->height < m_context.pageHeight / 2) {
+            BeginSpans(*prepared, y);
+            const double height = RowHeight(*prepared, y);
+            if (prepared->flows) {
+                double used = 0;
+                PlaceSplit(*prepared, y, y + m_context.pageHeight / 2, used);
+                y += used;
+            } else {
+                PlaceRow(*prepared, y, height);
+                y += height;
+            }
+            EndSpans(index, y);
+        }
+        m_spare.push_back(std::move(prepared));
+    }
+    return y;
+}
+
+// Rows until the page is full; true when there are none left.
+bool TableFlow::PlaceRows(double& y, double bottom, bool& breakAfter) {
+    while (m_next < m_table.RowCount()) {
+        Prepared& row = Ahead(0);
+        if (EndsPageBefore(row, y, bottom)) {
+            return false;
+        }
+        if (row.row.resetPageNumber && m_rowsOnPage == 0) {
+            m_context.painter.resetPageNumber = true;
+        }
+        if (!row.row.pageName.empty() && (m_rowsOnPage == 0 || m_context.painter.facts.name.empty())) {
+            m_context.painter.facts.name = row.row.pageName;
+        }
+        if (!row.begun) {
+            BeginSpans(row, y);
+        }
+        double used = RowHeight(row, y);
+        const bool isSplit = row.flows || row.begun || y + used > bottom + Tolerance;
+        if (isSplit && !PlaceSplit(row, y, bottom, used)) {
+            y += used;
+            ++m_rowsOnPage;
+            return false;
+        }
+        if (!isSplit) {
+            PlaceRow(row, y, used);
+        }
+        y += used;
+        ++m_rowsOnPage;
+        const bool breaks = row.row.breakAfter;
+        EndSpans(row.index, y);
+        DropFirst();
+        if (breaks) {
+            breakAfter = true;
+            return m_next >= m_table.RowCount();
+        }
+    }
+    return true;
+}
+
+Flow::Outcome TableFlow::Place(double x, double y, double available) {
+    if (m_message) {
+        return m_message->Place(x, y, available);
+    }
+    if (!m_begun && m_table.keepTogether && MayWait(y)) {
+        const double height = Measure(m_context.pageHeight);
+        if (height > available + Tolerance && height <= m_context.pageHeight + Tolerance) {
+            return {0, false};
+        }
+    }
+    PlaceColumns(x);
+    m_bottoms.clear();
+    m_rowsOnPage = 0;
+    // Asked before headers are repeated: those are no reason to wait for another page, which has them too.
+    m_waitsForRoom = MayWait(y);
+    m_contentBefore = m_context.painter.HasContent();
+    if (!m_begun) {
+        m_context.painter.Marks({x, y, m_item.width, 0}, m_item);
+    }
+    const std::size_t background = m_item.box ? m_context.painter.ReserveFill() : 0;
+    double at = m_begun ? PlaceRepeated(y) : y;
+    ShowDuplicatesOnTop();
+    for (const auto& span : m_spans) {
+        span->top = at;
+    }
+    bool breakAfter = false;
+    const bool wasBegun = m_begun;
+    const bool nothingBegun = m_next == 0 && !m_begun;
+    const bool done = PlaceRows(at, y + available, breakAfter);
+    DrawEdges(m_bottoms, at, Painter::Bottom);
+    for (const auto& span : m_spans) {
+        if (at > span->top + Tolerance) {
+            DrawSpan(*span, at);
+        }
+    }
+    if (!done && nothingBegun && m_rowsOnPage == 0) {
+        return {0, false};
+    }
+    m_begun = true;
+    if (m_item.box && !m_columnX.empty()) {
+        const double right =
+            m_table.rightToLeft ? x + TotalWidth() : m_columnX.back() + m_table.columnWidths.back();
+        const Rect area{x, y, right - x, at - y};
+        m_context.painter.FillReserved(background, area, *m_item.box);
+        m_context.painter.Borders(area, *m_item.box, SidesOf(m_item, wasBegun, !done));
+    }
+    return {at - y, done, done && breakAfter};
+}
+
+double TableFlow::Measure(double limit) {
+    if (m_message) {
+        return m_message->Measure(limit);
+    }
+    double height = 0;
+    for (std::size_t i = 0; i < m_table.RowCount() && height <= limit; ++i) {
+        auto prepared = Make(i);
+        double row = prepared->height;
+        for (const Cell& cell : prepared->cells) {
+            row = std::max(row, cell.flow ? cell.flow->Measure(limit - height) : 0);
+        }
+        height += row;
+        for (Cell& cell : prepared->cells) {
+            cell.flow.reset();
+        }
+        m_spare.push_back(std::move(prepared));
+    }
+    return height;
+}
+
+}  // namespace rdl::layout

@@ -1,0 +1,189 @@
+// Tables: boxes, contents and cells over several rows, drawn where the flow has put their rows.
+#include <cmath>
+
+#include "rdl/layout/pages/table_flow.h"
+
+namespace rdl::layout {
+namespace {
+
+constexpr double Tolerance = 0.01;
+
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+}  // namespace
+
+void TableFlow::AddEdge(std::vector<Edge>& edges, double x1, double x2, const Border& border) {
+    if (border.style == LineStyle::None) {
+        return;
+    }
+    if (!edges.empty() && edges.back().border == border && std::abs(edges.back().x2 - x1) < Tolerance) {
+        edges.back().x2 = x2;
+    } else {
+        edges.push_back({x1, x2, border});
+    }
+}
+
+void TableFlow::DrawEdges(const std::vector<Edge>& edges, double y, Painter::Sides side) {
+    for (const Edge& edge : edges) {
+        m_context.painter.Edge(side, edge.x1, y, edge.x2, y, edge.border);
+    }
+}
+
+void TableFlow::DrawBoxes(const Prepared& prepared, double y, double height) {
+    m_tops.clear();
+    m_newBottoms.clear();
+    for (const TableCell& cell : prepared.row.cells) {
+        if (cell.rowSpan > 1 || !cell.content.box || cell.content.kind == InstanceKind::Container ||
+            cell.content.kind == InstanceKind::Line) {
+            continue;
+        }
+        const Rect area = CellArea(cell.column, cell.columnSpan, y, height);
+        const BoxStyle& box = *cell.content.box;
+        m_context.painter.Fill(area, box);
+        AddEdge(m_tops, area.x, area.Right(), box.top);
+        AddEdge(m_newBottoms, area.x, area.Right(), box.bottom);
+    }
+    if (m_bottoms != m_tops) {
+        DrawEdges(m_bottoms, y, Painter::Bottom);
+    }
+    DrawEdges(m_tops, y, Painter::Top);
+    m_bottoms.swap(m_newBottoms);
+    DrawVerticals(prepared, y, height);
+}
+
+void TableFlow::DrawVerticals(const Prepared& prepared, double y, double height) {
+    double lastRight = -1;
+    const Border* lastBorder = nullptr;
+    Painter& painter = m_context.painter;
+    for (const TableCell& cell : prepared.row.cells) {
+        if (cell.rowSpan > 1 || !cell.content.box || cell.content.kind == InstanceKind::Container ||
+            cell.content.kind == InstanceKind::Line) {
+            continue;
+        }
+        const Rect area = CellArea(cell.column, cell.columnSpan, y, height);
+        const BoxStyle& box = *cell.content.box;
+        if (!lastBorder || std::abs(lastRight - area.x) > Tolerance || !(*lastBorder == box.left)) {
+            painter.Edge(Painter::Left, area.x, y, area.x, y + height, box.left);
+        }
+        painter.Edge(Painter::Right, area.Right(), y, area.Right(), y + height, box.right);
+        lastRight = area.Right();
+        lastBorder = &box.right;
+    }
+}
+
+void TableFlow::DrawContent(const Instance& content, Cell& cell, const Rect& area) {
+    Painter& painter = m_context.painter;
+    switch (content.kind) {
+        case InstanceKind::Text:
+            painter.Text(area, content, cell.laid, 0, cell.laid.lines.size());
+            painter.See(content);
+            break;
+        case InstanceKind::Image:
+            painter.Image(area, content);
+            break;
+        case InstanceKind::Drawing:
+            painter.Drawing(area, *content.drawing);
+            break;
+        case InstanceKind::Line:
+            if (content.box) {
+                painter.Line(area.x, area.y, area.x + content.width, area.y + content.height,
+                             content.box->top);
+            }
+            break;
+        default:
+            if (cell.flow) {
+                cell.flow->Place(area.x, area.y, area.height);
+            }
+            return;
+    }
+    painter.Marks(area, content);
+}
+
+void TableFlow::DrawContents(Prepared& prepared, double y, double height) {
+    for (std::size_t i = 0; i < prepared.row.cells.size(); ++i) {
+        const TableCell& cell = prepared.row.cells[i];
+        if (cell.rowSpan > 1 || prepared.cells[i].flow) {
+            continue;
+        }
+        Rect area = CellArea(cell.column, cell.columnSpan, y, height);
+        DrawContent(cell.content, prepared.cells[i], area);
+        if (cell.column < m_table.headerColumns) {
+            const double x = area.x;
+            for (const double distance : m_furtherPages) {
+                area.x = x + distance;
+                if (cell.content.box) {
+                    m_context.painter.Fill(area, *cell.content.box);
+                }
+                DrawContent(cell.content, prepared.cells[i], area);
+                if (cell.content.box) {
+                    m_context.painter.Borders(area, *cell.content.box);
+                }
+            }
+        }
+    }
+}
+
+void TableFlow::BeginSpans(Prepared& prepared, double y) {
+    for (std::size_t i = 0; i < prepared.row.cells.size(); ++i) {
+        TableCell& cell = prepared.row.cells[i];
+        if (cell.rowSpan <= 1 || cell.content.kind == InstanceKind::Table ||
+            cell.content.kind == InstanceKind::Container) {
+            continue;
+        }
+        // Laid texts point into their instance, so it must not move any more.
+        Span& span = *m_spans.emplace_back(std::make_unique<Span>());
+        span.content = cell.content;
+        span.column = cell.column;
+        span.columns = cell.columnSpan;
+        span.lastRow = prepared.index + At(cell.rowSpan) - 1;
+        span.top = y;
+        m_context.painter.Layout().Lay(
+            span.content, LineWidth(span.content, span.content.width, span.content.height), span.laid);
+        span.needed = span.content.kind == InstanceKind::Text ? GrownHeight(span.content, span.laid) : 0;
+    }
+}
+
+void TableFlow::DrawSpan(Span& span, double bottom) {
+    Rect area = CellArea(span.column, span.columns, span.top, bottom - span.top);
+    Painter& painter = m_context.painter;
+    Cell cell;
+    cell.laid = span.laid;
+    std::vector<double> places{0};
+    if (span.column < m_table.headerColumns) {
+        places.insert(places.end(), m_furtherPages.begin(), m_furtherPages.end());
+    }
+    const double x = area.x;
+    for (const double distance : places) {
+        area.x = x + distance;
+        if (span.content.box) {
+            painter.Fill(area, *span.content.box);
+        }
+        DrawContent(span.content, cell, area);
+        if (span.content.box) {
+            painter.Borders(area, *span.content.box);
+        }
+    }
+}
+
+void TableFlow::EndSpans(std::size_t row, double bottom) {
+    std::erase_if(m_spans, [&](const std::unique_ptr<Span>& span) {
+        if (span->lastRow == row) {
+            DrawSpan(*span, bottom);
+        }
+        return span->lastRow == row;
+    });
+}
+
+void TableFlow::PlaceRow(Prepared& prepared, double y, double height) {
+    DrawBoxes(prepared, y, height);
+    DrawContents(prepared, y, height);
+    if (!prepared.row.documentMapLabel.empty()) {
+        m_context.painter.Label(m_columnX.empty() ? 0 : m_columnX.front(), y, prepared.row.documentMapLabel,
+                                prepared.row.level);
+    }
+    m_context.painter.SetContent();
+}
+
+}  // namespace rdl::layout

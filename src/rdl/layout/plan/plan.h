@@ -1,0 +1,188 @@
+// The definition made ready for running: every property compiled, the members of data regions numbered.
+// Nothing here depends on data; one plan serves all instances of an item.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "rdl/definition/chart.h"
+#include "rdl/definition/gauge.h"
+#include "rdl/expr/operations/filter_operator.h"
+#include "rdl/layout/plan/property.h"
+#include "rdl/layout/plan/style_plan.h"
+
+namespace rdl::layout {
+
+struct TablixPlan;
+struct ChartPlan;
+struct GaugePlan;
+struct ItemPlan;
+
+struct FilterPlan {
+    Property expression;
+    expr::FilterOperator op = expr::FilterOperator::Equal;
+    std::vector<Property> values;
+};
+
+struct SortPlan {
+    Property value;
+    bool descending = false;
+};
+
+struct PageBreakPlan {
+    PageBreak::Location location = PageBreak::Location::None;
+    Property disabled, resetPageNumber, pageName;
+    bool AtStart() const {
+        return location == PageBreak::Location::Start || location == PageBreak::Location::StartAndEnd;
+    }
+    bool AtEnd() const {
+        return location == PageBreak::Location::End || location == PageBreak::Location::StartAndEnd;
+    }
+};
+
+struct RunPlan {
+    Property value, hyperlink, bookmarkLink;
+    CharStylePlan style;
+    std::string format;    // constant ...
+    Property formatValue;  // ... or worked out
+    Property language;
+    bool html = false;
+};
+
+struct ParagraphPlan {
+    std::vector<RunPlan> runs;
+    Property align, lineHeight, leftIndent, rightIndent, hangingIndent, spaceBefore, spaceAfter;
+    const Paragraph* definition = nullptr;
+};
+
+// The picture behind an item, and the last style that it was put into.
+struct BackgroundPlan {
+    Property source, value, type, repeat, position;
+    bool isChart = false;
+    BoxStylePtr madeOf, made;
+    std::string madePlace;
+    // Null when the style has none.
+    static std::unique_ptr<BackgroundPlan> Of(const Style& style, const Programs& programs, bool forChart);
+};
+
+struct ItemPlan {
+    const ReportItem* definition = nullptr;
+    BoxStylePlan box;
+    std::unique_ptr<BackgroundPlan> background;
+    Property hidden, hyperlink, bookmarkLink, toolTip, bookmark, documentMapLabel;
+    PageBreakPlan pageBreak;
+    int layer = 0;       // among its siblings
+    bool plain = false;  // no link, bookmark, label or tool tip: nothing of it to work out
+
+    std::vector<ParagraphPlan> paragraphs;            // Textbox
+    bool hasMarkup = false;                           // one of its runs is HTML
+    std::vector<std::unique_ptr<ItemPlan>> children;  // Rectangle
+    std::unique_ptr<TablixPlan> tablix;
+    std::unique_ptr<ChartPlan> chart;
+    std::unique_ptr<GaugePlan> gauge;
+    Property value, mimeType;                                  // Image
+    std::vector<std::pair<std::string, Property>> parameters;  // Subreport ...
+    Property noRows;
+    CharStylePlan messageStyle;  // ... and its message
+
+    // Where the item stands: the region and the groups that its scope is.
+    const TablixPlan* region = nullptr;
+    int rowGroup = -1, columnGroup = -1;
+    // HideDuplicates: whether its scope is any group or region around it.
+    std::string hideDuplicates;
+
+    ItemPlan();
+    ~ItemPlan();
+    ItemPlan(const ItemPlan&) = delete;
+    ItemPlan& operator=(const ItemPlan&) = delete;
+};
+
+struct GroupPlan {
+    const Group* definition = nullptr;
+    int parent = -1;  // the innermost group around it, of the same hierarchy
+    int level = 0;    // how many are around it
+    std::vector<Property> keys;
+    std::vector<FilterPlan> filters;
+    std::vector<SortPlan> sorts;
+    std::vector<Property> variables;
+    Property parentKey, documentMapLabel;
+    PageBreakPlan pageBreak;
+};
+
+struct MemberPlan {
+    const TablixMember* definition = nullptr;
+    int group = -1;       // its own, when it has one
+    int scopeGroup = -1;  // its own or the innermost around it
+    std::vector<int> children;
+    int leaf = -1;  // body row or column; -1: not a leaf
+    std::unique_ptr<ItemPlan> header;
+    int headerBegin = 0, headerSpan = 0;  // header columns (rows) that the header cell covers
+    Property hidden;
+};
+
+// Rows or columns.
+struct HierarchyPlan {
+    std::vector<MemberPlan> members;  // those of one parent in order
+    std::vector<int> roots;
+    std::vector<GroupPlan> groups;  // a parent before its children
+    std::vector<double> headerSizes;
+    int leafCount = 0;
+};
+
+struct CellPlan {
+    std::unique_ptr<ItemPlan> item;  // null: empty or covered
+    int columnSpan = 1, rowSpan = 1;
+};
+
+struct TablixPlan {
+    const Tablix* definition = nullptr;
+    std::string dataSet;
+    HierarchyPlan rows, columns;
+    std::vector<std::vector<CellPlan>> cells;  // by leaf row, leaf column
+    std::vector<std::vector<CellPlan>> corner;
+    std::vector<FilterPlan> filters;
+    std::vector<SortPlan> sorts;
+    Property noRowsMessage;
+    CharStylePlan messageStyle;
+    bool hidesDuplicates = false;  // one of its text boxes does
+};
+
+// A chart's properties are compiled when it is drawn: each serves once for an instance.
+struct ChartPlan {
+    const Chart* definition = nullptr;
+    std::unique_ptr<TablixPlan> data;
+    const Programs* programs = nullptr;
+};
+
+// Makes plans. Raises rdl::Error for what cannot be drawn.
+class Planner {
+ public:
+    explicit Planner(const Programs& programs) : m_programs(programs) {}
+    std::unique_ptr<ItemPlan> Item(const ReportItem& item);
+    std::vector<std::unique_ptr<ItemPlan>> Items(const std::vector<ItemPtr>& items);
+
+ private:
+    Property Of(const Expr& source) const { return {source, m_programs}; }
+    PageBreakPlan Break(const PageBreak& source) const;
+    std::vector<FilterPlan> Filters(const std::vector<Filter>& filters) const;
+    std::vector<SortPlan> Sorts(const std::vector<Sort>& sorts) const;
+    ParagraphPlan ParagraphOf(const Paragraph& paragraph, const Style& boxStyle) const;
+    void Kinds(const ReportItem& item, ItemPlan& plan);
+    std::unique_ptr<TablixPlan> Region(const Tablix& tablix);
+    void Gauge(const GaugePanel& panel, ItemPlan& plan);
+    void Hierarchy(const std::vector<TablixMember>& members, bool isRows, HierarchyPlan& plan);
+    std::vector<int> Members(const std::vector<TablixMember>& members, bool isRows, int group, double begin,
+                             std::vector<double>& begins, HierarchyPlan& plan);
+    GroupPlan GroupOf(const TablixMember& member, int parent, const HierarchyPlan& plan) const;
+    void Cells(const Tablix& tablix, TablixPlan& plan);
+
+    const Programs& m_programs;
+    const TablixPlan* m_region = nullptr;
+    int m_rowGroup = -1, m_columnGroup = -1;
+    bool m_hidesDuplicates = false;  // seen in the region that is being planned
+};
+
+}  // namespace rdl::layout

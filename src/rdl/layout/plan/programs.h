@@ -1,0 +1,46 @@
+// Every expression of a report, compiled with the data set that its place belongs to.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "rdl/data/common/table.h"
+#include "rdl/definition/model.h"
+#include "rdl/expr/language/expression.h"
+
+namespace rdl::layout {
+
+class Programs {
+ public:
+    // Raises rdl::Error for what does not compile. Field slots are those of the tables where they are given,
+    // else of the definition. `everything` adds what other stages evaluate (parameters, queries, calculated
+    // fields), so that opening a report finds their mistakes too.
+    Programs(const Definition& definition, const std::map<std::string, Table>* tables, bool everything);
+    ~Programs();
+    Programs(const Programs&) = delete;
+    Programs& operator=(const Programs&) = delete;
+
+    // Null for a constant.
+    const expr::Program* Of(const Expr& source) const {
+        return source.id >= 0 && static_cast<std::size_t>(source.id) < m_programs.size()
+                   ? m_programs[static_cast<std::size_t>(source.id)].get()
+                   : nullptr;
+    }
+    // The data set of a region's rows.
+    const std::string& DataSetOf(const Tablix& tablix) const { return m_dataSets.at(&tablix); }
+    // The report's only data set; empty when there are none or several.
+    const std::string& OnlyDataSet() const { return m_onlyDataSet; }
+
+ private:
+    class Context;
+    class Walker;
+    std::unique_ptr<Context> m_context;
+    std::vector<std::shared_ptr<expr::Program>> m_programs;  // by Expr::id
+    std::unordered_map<const Tablix*, std::string> m_dataSets;
+    std::string m_onlyDataSet;
+};
+
+}  // namespace rdl::layout

@@ -1,0 +1,19 @@
+// A place in the groups of a data region.
+#pragma once
+
+#include <cstdint>
+
+namespace rdl::layout {
+
+class Region;
+
+// Where an expression stands: in an instance of a row group, of a column group, of both (a cell of a matrix),
+// of none (the region itself), or outside all regions.
+struct Scope {
+    const Region* region = nullptr;
+    int rowGroup = -1, columnGroup = -1;
+    std::uint32_t row = 0, column = 0;  // instances
+    bool operator==(const Scope&) const = default;
+};
+
+}  // namespace rdl::layout

@@ -1,0 +1,145 @@
+// What expressions can reach while a report is built: the current scope's row, parameters, aggregates over
+// other scopes, other items. Aggregates of a group instance are worked out once.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "rdl/expr/operations/accumulator.h"
+#include "rdl/layout/model/report_input.h"
+#include "rdl/layout/region/lookups.h"
+#include "rdl/layout/region/region.h"
+
+namespace rdl::layout {
+
+class Evaluator final : public expr::Environment {
+ public:
+    // A place in the data, and the row that stands for it.
+    struct Place {
+        Scope scope;
+        const Table* table = nullptr;
+        std::size_t row = 0;
+        bool hasRow = false;
+    };
+    // Puts the place back when it goes.
+    class Stay {
+     public:
+        explicit Stay(Evaluator& evaluator) : m_evaluator(evaluator), m_place(evaluator.m_place) {}
+        ~Stay() { m_evaluator.m_place = m_place; }
+        Stay(const Stay&) = delete;
+        Stay& operator=(const Stay&) = delete;
+
+     private:
+        Evaluator& m_evaluator;
+        const Place m_place;
+    };
+
+    Evaluator(const ReportInput& input, const Programs& programs);
+
+    void Enter(const Scope& scope);
+    void EnterRow(const Region& region,
+                  std::uint32_t tableRow);  // one row of a region that is not grouped yet
+    const Scope& Current() const { return m_place.scope; }
+    const Programs& Compiled() const { return m_programs; }
+    const Table& TableOf(const std::string& dataSet) const;  // an empty one for a data set without rows
+
+    // Whether the data set of the current row says that a and A differ.
+    bool ComparesByCase() const { return m_place.table && m_place.table->caseSensitive; }
+
+    void SetPage(const SectionInstance::PageFacts* facts) { m_page = facts; }
+    void SetCulture(const Culture& culture) { m_culture = &culture; }
+    const Culture& ReportCulture() const { return *m_reportCulture; }
+    // Items that others may ask for by ReportItems.
+    void Announce(const ItemPlan& item);
+    // Without regard to case; null when there is none.
+    const ItemPlan* FindItem(const std::string& name) const;
+    // The place of the instance before the current one within a scope; false when it is the first there, or
+    // there is no such scope. An empty scope is the region.
+    bool PlaceBefore(const std::string& scope, Scope& before) const;
+
+    Value Field(int slot) override {
+        return m_place.hasRow ? m_place.table->At(m_place.row, static_cast<std::size_t>(slot)) : Value();
+    }
+    bool FieldMissing(int slot) override;
+    Value Parameter(int index) override;
+    Value ParameterLabel(int index) override;
+    Value Global(expr::GlobalName name) override;
+    Value ReportItem(const std::string& name) override;
+    Value Variable(const std::string& name) override;
+    Value Aggregate(const expr::AggregateCall& call) override;
+    Value Lookup(const expr::LookupCall& call) override;
+    bool InScope(const std::string& scope) override;
+    int Level(const std::string& scope) override;
+    std::int64_t DataSetRowCount(const std::string& dataSet) override;
+    const Culture& CurrentCulture() override { return *m_culture; }
+    std::int64_t NowTicks() override { return m_input.nowTicks; }
+    void Look() override {
+        if (m_input.watch) {
+            m_input.watch->Look();
+        }
+    }
+
+ private:
+    // The scope that an aggregate is over: a place in a region, or a whole data set.
+    struct Target {
+        Scope scope;
+        const Table* whole = nullptr;
+    };
+    struct CacheKey {
+        std::uint32_t call, region;
+        std::int32_t rowGroup, columnGroup;
+        std::uint32_t row, column;
+        bool operator==(const CacheKey&) const = default;
+    };
+    struct HashKey {
+        std::size_t operator()(const CacheKey& key) const;
+    };
+    struct Running {
+        Scope start;  // the first instance and the fixed side
+        std::uint32_t region = 0;
+        std::uint32_t next = 0;
+        expr::Accumulator sum;
+    };
+
+    bool Resolve(const std::string& name, Target& target) const;
+    static bool ResolveIn(const Scope& scope, const std::string& name, Scope& found);
+    bool InstanceRange(const std::string& name, bool& alongRows, std::uint32_t& first) const;
+    bool IsInnermost(const std::string& name, bool& isRows) const;
+    bool RunningRange(const std::string& name, bool& alongRows, std::uint32_t& first) const;
+    bool PreviousGroups(const expr::AggregateCall& call, Scope& named, Scope& own) const;
+    bool PreviousPlace(const expr::AggregateCall& call, Scope& before);
+    ValueList KeysOf(const Scope& scope);
+    bool SameWithin(const Scope& scope, std::uint32_t parent, std::uint32_t& found);
+    Value OverTarget(const expr::AggregateCall& call, const Target& target);
+    void AddRows(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
+    bool AddInstances(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
+    void AddTable(const expr::AggregateCall& call, const Table& table, expr::Accumulator& sum);
+    Value OverReportItems(const expr::AggregateCall& call);
+    Value RunningOver(const expr::AggregateCall& call);
+    Value PreviousOf(const expr::AggregateCall& call);
+    Value GroupVariable(const std::string& name, bool& found);
+
+    const ReportInput& m_input;
+    const Programs& m_programs;
+    Place m_place;
+    const SectionInstance::PageFacts* m_page = nullptr;
+    std::size_t m_nthItem = 0;  // of the page's items of one name: which one is meant
+    bool m_nthItemFound = false;
+    const Culture* m_culture;
+    const Culture* m_reportCulture;
+    std::unordered_map<std::string, const ItemPlan*> m_items;  // by name in lower case
+    std::unordered_map<CacheKey, Value, HashKey> m_cache;
+    std::unordered_map<std::uint64_t, Running> m_running;  // by call and instance of the fixed side
+    std::unordered_map<std::string, Value> m_variables;
+    struct GroupVariableValue {
+        std::uint32_t region = 0, instance = 0;
+        Value value;
+    };
+    std::unordered_map<const Property*, GroupVariableValue> m_groupVariables;
+    Lookups m_lookups;
+    int m_depth = 0;  // of items asking for items and aggregates within aggregates
+};
+
+}  // namespace rdl::layout

@@ -1,0 +1,448 @@
+// Aggregates of the evaluator: finding the scope, going through its rows, keeping the results.
+#include <algorithm>
+
+#include "rdl/expr/operations/compare.h"
+#include "rdl/layout/region/evaluator.h"
+
+namespace rdl::layout {
+namespace {
+
+constexpr std::size_t MaxCached = 100'000;
+constexpr int MaxDepth = 24;
+
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+bool NeedsValue(expr::AggregateKind kind) {
+    return kind != expr::AggregateKind::CountRows;
+}
+
+}  // namespace
+
+std::size_t Evaluator::HashKey::operator()(const CacheKey& key) const {
+    std::uint64_t hash = key.call;
+    for (const std::uint64_t part :
+         {static_cast<std::uint64_t>(key.region), static_cast<std::uint64_t>(key.row),
+          static_cast<std::uint64_t>(key.column), static_cast<std::uint64_t>(key.rowGroup + 1),
+          static_cast<std::uint64_t>(key.columnGroup + 1)}) {
+        hash = (hash ^ part) * 0x9E3779B97F4A7C15ULL;
+        hash ^= hash >> 29;
+    }
+    return static_cast<std::size_t>(hash);
+}
+
+bool Evaluator::ResolveIn(const Scope& scope, const std::string& name, Scope& found) {
+    const Region& region = *scope.region;
+    if (region.plan.definition->name == name) {
+        found = Scope{&region};
+        return true;
+    }
+    for (const bool isRows : {true, false}) {
+        const auto& plans = region.Plan(isRows).groups;
+        int group = isRows ? scope.rowGroup : scope.columnGroup;
+        std::uint32_t instance = isRows ? scope.row : scope.column;
+        while (group >= 0) {
+            if (plans[At(group)].definition->name == name) {
+                found =
+                    isRows ? Scope{&region, group, -1, instance, 0} : Scope{&region, -1, group, 0, instance};
+                return true;
+            }
+            instance = region.Groups(isRows)[At(group)].instances[instance].parent;
+            group = plans[At(group)].parent;
+        }
+    }
+    return false;
+}
+
+bool Evaluator::Resolve(const std::string& name, Target& target) const {
+    for (Scope scope = m_place.scope; scope.region; scope = scope.region->outer) {
+        if (ResolveIn(scope, name, target.scope)) {
+            return true;
+        }
+    }
+    const auto table = m_input.tables.find(name);
+    if (table != m_input.tables.end()) {
+        target.whole = &table->second;
+        return true;
+    }
+    if (m_input.definition->FindDataSet(name)) {
+        target.whole = &TableOf(name);
+        return true;
+    }
+    return false;
+}
+
+void Evaluator::AddTable(const expr::AggregateCall& call, const Table& table, expr::Accumulator& sum) {
+    const Stay stay(*this);
+    m_place = {Scope{}, &table, 0, true};
+    const int field = call.argument ? call.argument->PlainField() : -1;
+    for (std::size_t row = 0; row < table.RowCount(); ++row) {
+        m_place.row = row;
+        if (!NeedsValue(call.kind) || !call.argument) {
+            sum.AddRow();
+        } else {
+            sum.Add(field >= 0 ? table.At(row, At(field)) : call.argument->Evaluate(*this));
+        }
+    }
+}
+
+void Evaluator::AddRows(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum) {
+    const Region& region = *scope.region;
+    const auto locals = region.Rows(scope);
+    const int field = call.argument ? call.argument->PlainField() : -1;
+    if (!call.argument) {
+        for (std::size_t i = 0; i < locals.size(); ++i) {
+            sum.AddRow();
+        }
+        return;
+    }
+    if (field >= 0) {
+        for (const std::uint32_t local : locals) {
+            sum.Add(region.table->At(region.rows[local], At(field)));
+        }
+        return;
+    }
+    if (!call.argument->Aggregates().empty() && AddInstances(call, scope, sum)) {
+        return;
+    }
+    const Stay stay(*this);
+    m_place = {scope, region.table, 0, true};
+    // Rows of a crossing may be replaced while arguments are evaluated.
+    const std::vector<std::uint32_t> own(locals.begin(), locals.end());
+    for (const std::uint32_t local : own) {
+        m_place.row = region.rows[local];
+        sum.Add(call.argument->Evaluate(*this));
+    }
+}
+
+// An aggregate of an aggregate: one value for each instance of the inner one's group.
+bool Evaluator::AddInstances(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum) {
+    const Region& region = *scope.region;
+    for (const expr::AggregateCall* inner : call.argument->Aggregates()) {
+        for (const bool isRows : {true, false}) {
+            const auto& plans = region.Plan(isRows).groups;
+            const int outer = isRows ? scope.rowGroup : scope.columnGroup;
+            const auto plan = std::find_if(plans.begin(), plans.end(), [inner](const GroupPlan& candidate) {
+                return candidate.definition->name == inner->scope;
+            });
+            if (plan == plans.end() || inner->scope.empty()) {
+                continue;
+            }
+            const int group = static_cast<int>(plan - plans.begin());
+            if (outer >= 0 && (group == outer || !region.IsAround(isRows, outer, group))) {
+                continue;
+            }
+            const std::uint32_t within = isRows ? scope.row : scope.column;
+            const auto count = static_cast<std::uint32_t>(region.Groups(isRows)[At(group)].instances.size());
+            const Stay stay(*this);
+            for (std::uint32_t i = region.FirstWithin(isRows, group, outer, within);
+                 i < count && (outer < 0 || region.Ancestor(isRows, group, i, outer) == within); ++i) {
+                Scope instance = scope;
+                (isRows ? instance.rowGroup : instance.columnGroup) = group;
+                (isRows ? instance.row : instance.column) = i;
+                Enter(instance);
+                sum.Add(call.argument->Evaluate(*this));
+            }
+            return true;
+        }
+    }
+    return false;
+}
+
+Value Evaluator::OverTarget(const expr::AggregateCall& call, const Target& target) {
+    expr::Accumulator sum(call.kind, *m_culture);
+    if (!target.scope.region) {
+        AddTable(call, *target.whole, sum);
+        return sum.Result();
+    }
+    const Scope& scope = target.scope;
+    if (call.recursive && scope.rowGroup >= 0) {
+        const GroupRows& group = scope.region->rowGroups[At(scope.rowGroup)];
+        if (!group.subtreeEnd.empty()) {
+            Scope part = scope;
+            for (part.row = scope.row; part.row < group.subtreeEnd[scope.row]; ++part.row) {
+                AddRows(call, part, sum);
+            }
+            return sum.Result();
+        }
+    }
+    AddRows(call, scope, sum);
+    return sum.Result();
+}
+
+// In a page's header or footer: over the text boxes of that name on the page.
+Value Evaluator::OverReportItems(const expr::AggregateCall& call) {
+    expr::Accumulator sum(call.kind, *m_culture);
+    for (m_nthItem = 0;; ++m_nthItem) {
+        m_nthItemFound = false;
+        const Value value = call.argument->Evaluate(*this);
+        if (!m_nthItemFound && m_nthItem > 0) {
+            break;
+        }
+        if (NeedsValue(call.kind)) {
+            sum.Add(value);
+        } else {
+            sum.AddRow();
+        }
+    }
+    m_nthItem = 0;
+    return sum.Result();
+}
+
+Value Evaluator::Aggregate(const expr::AggregateCall& call) {
+    if (call.kind == expr::AggregateKind::Previous) {
+        return PreviousOf(call);
+    }
+    if (call.kind == expr::AggregateKind::RunningValue || call.kind == expr::AggregateKind::RowNumber) {
+        return RunningOver(call);
+    }
+    if (m_page && call.argument && call.argument->UsesReportItems()) {
+        return OverReportItems(call);
+    }
+    Target target;
+    if (call.scope.empty()) {
+        target.scope = m_place.scope;
+        target.whole = m_place.table;
+    } else if (!Resolve(call.scope, target)) {
+        return Value::Error("There is no scope " + call.scope + " around this expression");
+    }
+    const Scope& scope = target.scope;
+    const CacheKey key{static_cast<std::uint32_t>(call.id),
+                       scope.region ? scope.region->id : 0,
+                       scope.rowGroup,
+                       scope.columnGroup,
+                       scope.row,
+                       scope.column};
+    const auto known = m_cache.find(key);
+    if (known != m_cache.end()) {
+        return known->second;
+    }
+    ++m_depth;
+    Value value =
+        m_depth > MaxDepth ? Value::Error("Aggregates are nested too deeply") : OverTarget(call, target);
+    --m_depth;
+    if (m_cache.size() >= MaxCached) {
+        m_cache.clear();
+    }
+    m_cache.emplace(key, value);
+    return value;
+}
+
+// Which way the running goes from a scope's first instance to the current one. False when the current place
+// is no instance of a group within the scope.
+bool Evaluator::InstanceRange(const std::string& name, bool& alongRows, std::uint32_t& first) const {
+    const Scope& here = m_place.scope;
+    if (!here.region) {
+        return false;
+    }
+    Scope outer{here.region};
+    if (!name.empty()) {
+        Target target;
+        if (!Resolve(name, target)) {
+            return false;
+        }
+        if (target.scope.region == here.region) {
+            outer = target.scope;
+        }
+    }
+    alongRows = outer.columnGroup < 0 && here.rowGroup >= 0;
+    const int group = alongRows ? here.rowGroup : here.columnGroup;
+    if (group < 0) {
+        return false;
+    }
+    const int outerGroup = alongRows ? outer.rowGroup : outer.columnGroup;
+    const std::uint32_t instance = alongRows ? here.row : here.column;
+    first = outerGroup == group ? instance
+                                : here.region->FirstWithin(alongRows, group, outerGroup,
+                                                           alongRows ? outer.row : outer.column);
+    return true;
+}
+
+// Whether a name is that of the innermost group on one side of the current place.
+bool Evaluator::IsInnermost(const std::string& name, bool& isRows) const {
+    const Scope& here = m_place.scope;
+    Target target;
+    if (name.empty() || !here.region || !Resolve(name, target) || target.scope.region != here.region) {
+        return false;
+    }
+    isRows = target.scope.rowGroup >= 0;
+    return isRows ? target.scope.rowGroup == here.rowGroup
+                  : target.scope.columnGroup >= 0 && target.scope.columnGroup == here.columnGroup;
+}
+
+// As InstanceRange; a total that begins anew in each instance of a cell's own group goes along the groups of
+// the other side.
+bool Evaluator::RunningRange(const std::string& name, bool& alongRows, std::uint32_t& first) const {
+    if (!InstanceRange(name, alongRows, first)) {
+        return false;
+    }
+    const Scope& here = m_place.scope;
+    bool ofRows = true;
+    if (IsInnermost(name, ofRows) && (ofRows ? here.columnGroup : here.rowGroup) >= 0) {
+        alongRows = !ofRows;
+        first = 0;
+    }
+    return true;
+}
+
+Value Evaluator::RunningOver(const expr::AggregateCall& call) {
+    const bool counts = call.kind == expr::AggregateKind::RowNumber;
+    const expr::AggregateKind kind = counts ? expr::AggregateKind::CountRows : call.running;
+    bool alongRows = true;
+    std::uint32_t first = 0;
+    const Scope here = m_place.scope;
+    expr::AggregateCall plain;
+    plain.kind = kind;
+    plain.argument = counts ? nullptr : call.argument;
+    if (!RunningRange(call.scope, alongRows, first)) {
+        Target target{here, m_place.table};
+        if (!call.scope.empty() && !Resolve(call.scope, target)) {
+            return Value::Error("There is no scope " + call.scope + " around this expression");
+        }
+        return OverTarget(plain, target);
+    }
+    const std::uint32_t last = alongRows ? here.row : here.column;
+    Scope start = here;
+    (alongRows ? start.row : start.column) = first;
+    if (m_running.size() >= MaxCached) {
+        m_running.clear();
+    }
+    const std::uint64_t key =
+        static_cast<std::uint64_t>(call.id) << 32 | (alongRows ? here.column : here.row);
+    const auto entry = m_running.find(key);
+    const bool goesOn = entry != m_running.end() && entry->second.start == start &&
+                        entry->second.region == here.region->id && entry->second.next <= last + 1;
+    Running fresh{start, here.region->id, first, expr::Accumulator(kind, *m_culture)};
+    Running& running =
+        goesOn ? entry->second : m_running.insert_or_assign(key, std::move(fresh)).first->second;
+    Scope instance = here;
+    while (running.next <= last) {
+        (alongRows ? instance.row : instance.column) = running.next++;
+        AddRows(plain, instance, running.sum);
+    }
+    return running.sum.Result();
+}
+
+bool Evaluator::PlaceBefore(const std::string& scope, Scope& before) const {
+    bool alongRows = true;
+    std::uint32_t first = 0;
+    if (!InstanceRange(scope, alongRows, first)) {
+        return false;
+    }
+    before = m_place.scope;
+    std::uint32_t& instance = alongRows ? before.row : before.column;
+    if (instance <= first) {
+        return false;
+    }
+    --instance;
+    return true;
+}
+
+// Which group's instance before a Previous of an aggregate asks for, and the group within it that the
+// aggregate is over: Previous(Sum(X, "Day"), "Year") is the same day's of the year before.
+bool Evaluator::PreviousGroups(const expr::AggregateCall& call, Scope& named, Scope& own) const {
+    const auto& inner = call.argument->Aggregates();
+    bool isRows = true;
+    Target target;
+    if (inner.empty() || call.scope.empty() || !Resolve(call.scope, target) ||
+        target.scope.region != m_place.scope.region) {
+        return false;
+    }
+    named = target.scope;
+    if (inner.front()->scope.empty()) {
+        own = named;
+        return IsInnermost(call.scope, isRows);
+    }
+    if (!Resolve(inner.front()->scope, target) || target.scope.region != named.region) {
+        return false;
+    }
+    own = target.scope;
+    isRows = named.rowGroup >= 0;
+    const int outer = isRows ? named.rowGroup : named.columnGroup;
+    const int group = isRows ? own.rowGroup : own.columnGroup;
+    return outer >= 0 && group >= 0 && named.region->IsAround(isRows, outer, group);
+}
+
+ValueList Evaluator::KeysOf(const Scope& scope) {
+    const bool isRows = scope.rowGroup >= 0;
+    const Stay stay(*this);
+    Enter(scope);
+    ValueList keys;
+    for (const Property& key :
+         scope.region->Plan(isRows).groups[At(isRows ? scope.rowGroup : scope.columnGroup)].keys) {
+        keys.push_back(key.Get(*this));
+    }
+    return keys;
+}
+
+// The instance of a scope's group, within an instance of the group around it, that has the scope's keys.
+bool Evaluator::SameWithin(const Scope& scope, std::uint32_t parent, std::uint32_t& found) {
+    const bool isRows = scope.rowGroup >= 0;
+    const int group = isRows ? scope.rowGroup : scope.columnGroup;
+    const auto& instances = scope.region->Groups(isRows)[At(group)].instances;
+    const ValueList wanted = KeysOf(scope);
+    Scope candidate = scope;
+    std::uint32_t& instance = isRows ? candidate.row : candidate.column;
+    instance =
+        scope.region->FirstWithin(isRows, group, scope.region->Plan(isRows).groups[At(group)].parent, parent);
+    for (; instance < instances.size() && instances[instance].parent == parent; ++instance) {
+        const ValueList keys = KeysOf(candidate);
+        if (std::equal(keys.begin(), keys.end(), wanted.begin(), wanted.end(),
+                       [](const Value& a, const Value& b) { return expr::Compare(a, b) == 0; })) {
+            found = instance;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool Evaluator::PreviousPlace(const expr::AggregateCall& call, Scope& before) {
+    Scope named, own;
+    if (!PreviousGroups(call, named, own)) {
+        return PlaceBefore(call.scope, before);
+    }
+    const bool isRows = named.rowGroup >= 0;
+    const int outer = isRows ? named.rowGroup : named.columnGroup;
+    const int group = isRows ? own.rowGroup : own.columnGroup;
+    std::uint32_t instance = isRows ? named.row : named.column;
+    if (instance == 0) {
+        return false;
+    }
+    --instance;
+    const auto& plans = named.region->Plan(isRows).groups;
+    std::vector<int> path;
+    for (int step = group; step != outer; step = plans[At(step)].parent) {
+        path.insert(path.begin(), step);
+    }
+    for (const int step : path) {
+        const std::uint32_t here = named.region->Ancestor(isRows, group, isRows ? own.row : own.column, step);
+        const Scope same =
+            isRows ? Scope{named.region, step, -1, here, 0} : Scope{named.region, -1, step, 0, here};
+        if (!SameWithin(same, instance, instance)) {
+            return false;
+        }
+    }
+    before = m_place.scope;
+    (isRows ? before.rowGroup : before.columnGroup) = group;
+    (isRows ? before.row : before.column) = instance;
+    return true;
+}
+
+Value Evaluator::PreviousOf(const expr::AggregateCall& call) {
+    Scope before;
+    if (!call.argument || !PreviousPlace(call, before)) {
+        return {};
+    }
+    ++m_depth;
+    Value value = Value::Error("Previous is nested too deeply");
+    if (m_depth <= MaxDepth) {
+        const Stay stay(*this);
+        Enter(before);
+        value = call.argument->Evaluate(*this);
+    }
+    --m_depth;
+    return value;
+}
+
+}  // namespace rdl::layout

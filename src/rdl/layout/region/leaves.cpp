@@ -1,0 +1,64 @@
+#include "rdl/layout/region/leaves.h"
+
+namespace rdl::layout {
+namespace {
+
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+class Leaves {
+ public:
+    Leaves(const Region& region, bool isRows)
+        : m_region(region), m_plan(region.Plan(isRows)), m_isRows(isRows) {}
+
+    std::vector<Leaf> Find() {
+        Members(m_plan.roots, -1, 0);
+        return std::move(m_found);
+    }
+
+ private:
+    void Members(const std::vector<int>& members, int group, std::uint32_t instance) {
+        for (const int index : members) {
+            const MemberPlan& member = m_plan.members[At(index)];
+            const bool alone = members.size() == 1 && member.group < 0;
+            if (member.group < 0) {
+                Member(index, group, instance, alone);
+                continue;
+            }
+            const auto& instances = m_region.Groups(m_isRows)[At(member.group)].instances;
+            for (std::uint32_t i = m_region.FirstWithin(m_isRows, member.group, group, instance);
+                 i < instances.size(); ++i) {
+                if (group >= 0 && m_region.Ancestor(m_isRows, member.group, i, group) != instance) {
+                    break;
+                }
+                Member(index, member.group, i, false);
+            }
+        }
+    }
+
+    void Member(int index, int group, std::uint32_t instance, bool alone) {
+        const MemberPlan& member = m_plan.members[At(index)];
+        m_path.push_back({index, instance, group, alone});
+        if (member.leaf >= 0) {
+            m_found.push_back({member.leaf, group, instance, m_path});
+        } else {
+            Members(member.children, group, instance);
+        }
+        m_path.pop_back();
+    }
+
+    const Region& m_region;
+    const HierarchyPlan& m_plan;
+    const bool m_isRows;
+    std::vector<Leaf::Step> m_path;
+    std::vector<Leaf> m_found;
+};
+
+}  // namespace
+
+std::vector<Leaf> LeavesOf(const Region& region, bool isRows) {
+    return Leaves(region, isRows).Find();
+}
+
+}  // namespace rdl::layout

@@ -1,0 +1,31 @@
+#include "rdl/layout/region/property_reader.h"
+
+#include "rdl/expr/operations/convert.h"
+
+namespace rdl::layout {
+
+bool PropertyReader::IsTrue(const Property& property) {
+    bool result = false;
+    return property.isSet && expr::ToBoolean(property.Get(m_evaluator), result) && result;
+}
+
+std::string PropertyReader::Text(const Property& property) {
+    const Value value = property.Get(m_evaluator);
+    if (value.IsText()) {
+        return std::string(value.AsText());
+    }
+    return value.IsError() ? std::string() : ToText(value, m_evaluator.CurrentCulture());
+}
+
+BoxStylePtr PropertyReader::BoxOf(BoxStylePlan& plan, BackgroundPlan* background, const std::string& item) {
+    const BoxStylePtr& style = plan.Get(m_evaluator);
+    return background ? m_images.WithPicture(style, *background, item) : style;
+}
+
+ImageBytes PropertyReader::PictureOf(const GaugeImage& image, const std::string& item) {
+    std::string mimeType;
+    return m_images.Load(image.source, Property(image.value, m_evaluator.Compiled()).Get(m_evaluator), item,
+                         mimeType);
+}
+
+}  // namespace rdl::layout

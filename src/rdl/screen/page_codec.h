@@ -1,0 +1,18 @@
+// A page as bytes, to be put by and read again in the same process.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "rdl/layout/model/page.h"
+#include "rdl/screen/page_images.h"
+
+namespace rdl::screen {
+
+std::string PackPage(const layout::Page& page, PageImages& images);
+layout::Page UnpackPage(std::string_view bytes, PageImages& images);
+
+// Puts the objects of `from` behind those of `page`.
+void AppendPage(layout::Page& page, const layout::Page& from);
+
+}  // namespace rdl::screen

@@ -1,0 +1,44 @@
+// Draws the objects of a page: the same as in the PDF document, with edges on whole pixels.
+#pragma once
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include "rdl/layout/model/page.h"
+#include "rdl/screen/glyph_outlines.h"
+#include "rdl/screen/image_cache.h"
+#include "rdl/screen/pixel_grid.h"
+
+namespace rdl::screen {
+
+class PagePainter {
+ public:
+    // One point of the page is one unit of the painter. Nothing is drawn outside of the page, and what the
+    // painter does not show is passed over. Raises rdl::Error for an image that cannot be read.
+    void Draw(const layout::Page& page, QPainter& painter);
+
+ private:
+    struct Target {
+        const layout::Page& page;
+        QPainter& painter;
+        PixelGrid grid;
+        QRectF shown;  // in points
+    };
+    void Op(Target& target, const layout::TextOp& op);
+    void Op(Target& target, const layout::LineOp& op);
+    void Op(Target& target, const layout::RectOp& op);
+    void Op(Target& target, const layout::PathOp& op);
+    void Op(Target& target, const layout::ImageOp& op);
+    void Op(Target& target, const layout::ClipOp& op);
+    void Op(Target& target, const layout::UnclipOp& op);
+    void Op(Target&, const layout::LinkOp&) {}
+    void Op(Target&, const layout::AnchorOp&) {}
+    void Stroke(const Target& target, QPointF from, QPointF to, const layout::LineOp& op, double width);
+    QPainterPath Letters(const Target& target, const layout::TextOp& op);
+
+    GlyphOutlines m_outlines;
+    ImageCache m_images;
+    int m_clips = 0;
+};
+
+}  // namespace rdl::screen

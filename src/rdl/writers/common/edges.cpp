@@ -1,0 +1,24 @@
+#include "rdl/writers/common/edges.h"
+
+#include <algorithm>
+
+namespace rdl::writers {
+
+void Edges::Settle() {
+    std::sort(m_lines.begin(), m_lines.end());
+    std::size_t kept = 0;
+    for (const double position : m_lines) {
+        if (kept == 0 || position - m_lines[kept - 1] > m_tolerance) {
+            m_lines[kept++] = position;
+        }
+    }
+    m_lines.resize(kept);
+}
+
+std::size_t Edges::Line(double position) const {
+    // Merging keeps the smallest of a cluster: the line is the last one not behind the position.
+    const auto behind = std::upper_bound(m_lines.begin(), m_lines.end(), position);
+    return behind == m_lines.begin() ? 0 : static_cast<std::size_t>(behind - m_lines.begin()) - 1;
+}
+
+}  // namespace rdl::writers

@@ -1,0 +1,58 @@
+#include "rdl/writers/common/spool.h"
+
+#include <algorithm>
+
+#include "rdl/api/host.h"
+#include "rdl/values/error.h"
+
+namespace rdl::writers {
+namespace {
+
+constexpr std::size_t MemoryLimit = 16u << 20;
+constexpr std::size_t PieceSize = 256u << 10;
+
+}  // namespace
+
+void Spool::Append(std::string_view bytes) {
+    m_pending += bytes;
+    m_size += bytes.size();
+    if (m_pending.size() >= MemoryLimit) {
+        Flush();
+    }
+}
+
+void Spool::Flush() {
+    if (!m_file) {
+        m_file.reset(fdopen(TheHost().OpenTemporaryFile(), "w+b"));
+        if (!m_file) {
+            throw Error("No temporary file can be made for the export");
+        }
+    }
+    if (std::fwrite(m_pending.data(), 1, m_pending.size(), m_file.get()) != m_pending.size()) {
+        throw Error("The temporary file of the export cannot be written: the disk is full");
+    }
+    m_filed += m_pending.size();
+    m_pending.clear();
+}
+
+void Spool::Read(std::size_t from, std::size_t length, const Take& take) {
+    if (from < m_filed) {
+        std::fseek(m_file.get(), static_cast<long>(from), SEEK_SET);
+        std::string piece(PieceSize, '\0');
+        while (length > 0 && from < m_filed) {
+            const std::size_t wanted = std::min({piece.size(), length, m_filed - from});
+            if (std::fread(piece.data(), 1, wanted, m_file.get()) != wanted) {
+                throw Error("The temporary file of the export cannot be read");
+            }
+            take(std::string_view(piece).substr(0, wanted));
+            from += wanted;
+            length -= wanted;
+        }
+        std::fseek(m_file.get(), 0, SEEK_END);
+    }
+    if (length > 0) {
+        take(std::string_view(m_pending).substr(from - m_filed, length));
+    }
+}
+
+}  // namespace rdl::writers

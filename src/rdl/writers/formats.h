@@ -1,0 +1,18 @@
+// The formats of documents in one table.
+#pragma once
+
+#include "rdl/api/report.h"
+#include "rdl/writers/common/writers.h"
+
+namespace rdl::writers {
+
+struct Format {
+    DocumentFormat id;
+    const char* renderName;  // Globals!RenderFormat.Name
+    bool hasVectors;         // else charts and gauges are pictures
+    void (*write)(layout::ReportInstance&, Output&, const Options&);
+};
+
+const Format& FormatOf(DocumentFormat id);
+
+}  // namespace rdl::writers

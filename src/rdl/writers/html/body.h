@@ -1,0 +1,63 @@
+// The items of a report as HTML elements. Free-standing items lie in a grid whose lines are their edges, so
+// that the page looks as designed and what grows pushes down what is below it.
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "rdl/layout/model/instance.h"
+#include "rdl/writers/common/spool.h"
+#include "rdl/writers/html/map.h"
+#include "rdl/writers/html/styles.h"
+
+namespace rdl::writers {
+
+class HtmlBody {
+ public:
+    HtmlBody(HtmlStyles& styles, Spool& spool) : m_styles(styles), m_spool(spool) {}
+
+    // Start and end tags and the like, made by this system.
+    void Raw(std::string_view html);
+    // Items of one container, which is so wide and high at least.
+    void Items(const std::vector<layout::Instance>& items, double width, double height);
+    // Hands what is pending to the spool.
+    void Flush();
+    const HtmlMap& Map() const { return m_map; }
+
+ private:
+    void Item(const layout::Instance& item, const std::string& placeClass);
+    void OpenTag(const char* element, const layout::Instance& item, const std::string& classes);
+    void TextBlock(const layout::Instance& item, const std::string& placeClass);
+    void Paragraphs(const layout::Instance& item, const layout::CharStylePtr& own);
+    void Paragraph(const layout::Instance& item, const layout::ParagraphInstance& paragraph,
+                   const layout::CharStylePtr& own);
+    void ListMark(const layout::ParagraphInstance& paragraph);
+    void Run(const layout::RunInstance& run, const layout::CharStylePtr& own);
+    void Image(const layout::Instance& item, const std::string& placeClass);
+    void Line(const layout::Instance& item, const std::string& placeClass);
+    void Container(const layout::Instance& item, const std::string& placeClass);
+    bool OpenLink(const layout::Instance& item);
+    bool OpenLink(const std::string& link);
+    void CloseLink(bool open);
+    void Attribute(const char* name, std::string_view value);
+    const std::string& AnchorOf(const std::string& bookmark);
+    void Identify(const layout::Instance& item);
+
+    void Table(const layout::Instance& item, const std::string& placeClass);
+    void TableRows(layout::TableInstance& table, bool heads);
+    void Row(const layout::TableInstance& table, const layout::TableRow& row, bool head);
+    void Cell(const layout::TableInstance& table, const layout::TableCell& cell, bool head);
+    void CellContent(const layout::Instance& item, const layout::CharStylePtr& own);
+
+    HtmlStyles& m_styles;
+    Spool& m_spool;
+    std::string m_out;
+    std::map<std::string, std::string> m_anchors;  // ids by bookmark
+    std::map<std::string, bool> m_anchorUsed;
+    HtmlMap m_map;
+    int m_depth = 0;
+};
+
+}  // namespace rdl::writers

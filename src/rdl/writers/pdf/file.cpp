@@ -1,0 +1,191 @@
+#include "rdl/writers/pdf/file.h"
+
+#include <libdeflate.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+#include "rdl/values/error.h"
+#include "rdl/writers/common/utf8.h"
+
+namespace rdl::writers {
+namespace {
+
+constexpr int DeflateLevel = 1;  // pages are many and short: time counts for more than the last tenth of size
+
+std::uint64_t Mix(std::uint64_t hash, std::string_view bytes) {
+    for (const char c : bytes) {
+        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ull;
+    }
+    return hash;
+}
+
+}  // namespace
+
+void PdfFile::FreeCompressor::operator()(libdeflate_compressor* compressor) const {
+    libdeflate_free_compressor(compressor);
+}
+
+PdfFile::PdfFile(Output& output) : m_output(output), m_compressor(libdeflate_alloc_compressor(DeflateLevel)) {
+    if (!m_compressor) {
+        throw Error("PDF: no memory to compress with");
+    }
+    // The second line tells transfer programs that the file is binary.
+    Put("%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
+}
+
+void PdfFile::Put(std::string_view bytes) {
+    m_output.Write(bytes);
+    m_position += bytes.size();
+}
+
+int PdfFile::Reserve() {
+    m_places.push_back(0);
+    return static_cast<int>(m_places.size());
+}
+
+void PdfFile::Begin(int number) {
+    m_places[static_cast<std::size_t>(number) - 1] = m_position;
+    Put(std::to_string(number) + " 0 obj\n");
+}
+
+void PdfFile::Object(int number, std::string_view body) {
+    Begin(number);
+    Put(body);
+    Put("\nendobj\n");
+}
+
+int PdfFile::Object(std::string_view body) {
+    const int number = Reserve();
+    Object(number, body);
+    return number;
+}
+
+std::string_view PdfFile::Deflate(std::string_view data) {
+    const std::size_t bound = libdeflate_zlib_compress_bound(m_compressor.get(), data.size());
+    if (m_packed.size() < bound) {
+        m_packed.resize(bound);
+    }
+    const std::size_t size = libdeflate_zlib_compress(m_compressor.get(), data.data(), data.size(),
+                                                      m_packed.data(), m_packed.size());
+    if (size == 0) {
+        throw Error("PDF: a stream could not be compressed");
+    }
+    return {m_packed.data(), size};
+}
+
+void PdfFile::Stream(int number, std::string_view entries, std::string_view data, bool compress) {
+    const std::string_view bytes = compress ? Deflate(data) : data;
+    Begin(number);
+    std::string head = "<<";
+    head += entries;
+    head += "/Length " + std::to_string(bytes.size());
+    head += compress ? "/Filter/FlateDecode>>\nstream\n" : ">>\nstream\n";
+    Put(head);
+    Put(bytes);
+    Put("\nendstream\nendobj\n");
+}
+
+int PdfFile::Stream(std::string_view entries, std::string_view data, bool compress) {
+    const int number = Reserve();
+    Stream(number, entries, data, compress);
+    return number;
+}
+
+void PdfFile::Finish(int catalog, int info, std::string_view seed) {
+    const std::uint64_t start = m_position;
+    std::uint64_t first = Mix(14695981039346656037ull, seed), second = Mix(7809847782465536322ull, seed);
+    std::string table = "xref\n0 " + std::to_string(m_places.size() + 1) + "\n0000000000 65535 f \n";
+    char line[32];
+    for (const std::uint64_t place : m_places) {
+        std::snprintf(line, sizeof line, "%010llu %05d %c \n", static_cast<unsigned long long>(place),
+                      place ? 0 : 65535, place ? 'n' : 'f');
+        table += line;
+        first = Mix(first, line);
+        second = Mix(second, line);
+    }
+    char id[40];
+    std::snprintf(id, sizeof id, "<%016llX%016llX>", static_cast<unsigned long long>(first),
+                  static_cast<unsigned long long>(second));
+    table += "trailer\n<</Size " + std::to_string(m_places.size() + 1) + "/Root " + PdfReference(catalog) +
+             "/Info " + PdfReference(info) + "/ID[" + id + id + "]>>\nstartxref\n" + std::to_string(start) +
+             "\n%%EOF\n";
+    Put(table);
+}
+
+std::string PdfReference(int number) {
+    return std::to_string(number) + " 0 R";
+}
+
+std::string PdfHexUtf16(std::string_view utf8) {
+    std::string hex;
+    char unit[8];
+    const auto put = [&](unsigned value) {
+        std::snprintf(unit, sizeof unit, "%04X", value);
+        hex += unit;
+    };
+    for (std::size_t i = 0; i < utf8.size();) {
+        const char32_t code = NextCodePoint(utf8, i);
+        if (code < 0x10000) {
+            put(static_cast<unsigned>(code));
+        } else {
+            put(0xD800u + static_cast<unsigned>((code - 0x10000) >> 10));
+            put(0xDC00u + static_cast<unsigned>((code - 0x10000) & 0x3FF));
+        }
+    }
+    return hex;
+}
+
+std::string PdfText(std::string_view utf8) {
+    const bool plain = std::all_of(utf8.begin(), utf8.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
+    return plain ? PdfLiteral(utf8) : "<FEFF" + PdfHexUtf16(utf8) + ">";
+}
+
+std::string PdfLiteral(std::string_view bytes) {
+    std::string out = "(";
+    for (const char c : bytes) {
+        if (c == '(' || c == ')' || c == '\\') {
+            out += '\\';
+        }
+        if (c == '\r') {
+            out += "\\r";
+        } else {
+            out += c;
+        }
+    }
+    return out + ")";
+}
+
+void PdfNumber(std::string& out, double number) {
+    constexpr double Bound = 1e6;
+    const double held = std::isnan(number) ? 0 : std::clamp(number, -Bound, Bound);
+    const bool isNegative = held < 0;
+    // Not by lround, which costs more than the digits. NOLINTNEXTLINE(bugprone-incorrect-roundings)
+    const auto thousandths = static_cast<unsigned>(std::abs(held) * 1000 + 0.5);
+    // From the end, in one piece: a page has thousands of numbers.
+    char digits[24];
+    char* const end = digits + sizeof digits;
+    char* begin = end;
+    unsigned rest = thousandths % 1000;
+    if (rest) {
+        for (int place = 0; place < 3; ++place, rest /= 10) {
+            if (begin != end || rest % 10) {
+                *--begin = static_cast<char>('0' + rest % 10);
+            }
+        }
+        *--begin = '.';
+    }
+    unsigned whole = thousandths / 1000;
+    do {
+        *--begin = static_cast<char>('0' + whole % 10);
+        whole /= 10;
+    } while (whole);
+    if (isNegative && thousandths) {
+        *--begin = '-';
+    }
+    out.append(begin, end);
+}
+
+}  // namespace rdl::writers

@@ -1,0 +1,142 @@
+#include "rdl/writers/pdf/images.h"
+
+#include <QByteArray>
+#include <QCryptographicHash>
+#include <QImage>
+#include <optional>
+
+#include "rdl/image/image_decoder.h"
+#include "rdl/values/error.h"
+
+namespace rdl::writers {
+namespace {
+
+struct Jpeg {
+    unsigned width = 0, height = 0, components = 0;
+    bool inverted = false;   // Adobe's CMYK
+    std::size_t header = 0;  // where the frame header is
+};
+
+// What the frame header of a JPEG says; nothing when the format cannot pass through.
+std::optional<Jpeg> ReadJpeg(const std::string& bytes) {
+    const auto at = [&](std::size_t i) {
+        return static_cast<unsigned>(static_cast<unsigned char>(bytes[i]));
+    };
+    if (bytes.size() < 4 || at(0) != 0xFF || at(1) != 0xD8) {
+        return std::nullopt;
+    }
+    Jpeg jpeg;
+    for (std::size_t i = 2; i + 10 < bytes.size();) {
+        if (at(i) != 0xFF) {
+            return std::nullopt;
+        }
+        const unsigned marker = at(i + 1);
+        if (marker == 0xFF) {
+            ++i;
+            continue;
+        }
+        const std::size_t length = at(i + 2) << 8 | at(i + 3);
+        if (marker == 0xEE && bytes.compare(i + 4, 5, "Adobe") == 0) {
+            jpeg.inverted = true;
+        }
+        if (marker >= 0xC0 && marker <= 0xC2) {
+            jpeg.height = at(i + 5) << 8 | at(i + 6);
+            jpeg.width = at(i + 7) << 8 | at(i + 8);
+            jpeg.components = at(i + 9);
+            jpeg.header = i;
+            const bool usable = at(i + 4) == 8 && jpeg.width && jpeg.height &&
+                                (jpeg.components == 1 || jpeg.components == 3 || jpeg.components == 4);
+            return usable ? std::optional(jpeg) : std::nullopt;
+        }
+        i += 2 + length;
+    }
+    return std::nullopt;
+}
+
+// One that is cut short would be half a picture in one viewer and none in another.
+bool IsWhole(const Jpeg& jpeg, const std::string& bytes) {
+    const std::size_t scan = bytes.find("\xFF\xDA", jpeg.header);
+    return scan != std::string::npos && bytes.find("\xFF\xD9", scan + 2) != std::string::npos;
+}
+
+std::string Entries(qint64 width, qint64 height, const char* space) {
+    return "/Type/XObject/Subtype/Image/Width " + std::to_string(width) + "/Height " +
+           std::to_string(height) + "/BitsPerComponent 8/ColorSpace/" + space;
+}
+
+int WriteJpeg(PdfFile& file, const Jpeg& jpeg, const std::string& bytes) {
+    const char* space = jpeg.components == 1   ? "DeviceGray"
+                        : jpeg.components == 3 ? "DeviceRGB"
+                                               : "DeviceCMYK";
+    std::string entries = Entries(jpeg.width, jpeg.height, space) + "/Filter/DCTDecode";
+    if (jpeg.components == 4 && jpeg.inverted) {
+        entries += "/Decode[1 0 1 0 1 0 1 0]";
+    }
+    return file.Stream(entries, bytes, false);
+}
+
+int WritePixels(PdfFile& file, const QImage& decoded) {
+    const bool alpha = decoded.hasAlphaChannel();
+    const QImage image = decoded.convertToFormat(alpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
+    const int step = alpha ? 4 : 3;
+    std::string colors, opacity;
+    colors.reserve(static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()) * 3);
+    for (int y = 0; y < image.height(); ++y) {
+        const char* line = reinterpret_cast<const char*>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x, line += step) {
+            colors.append(line, 3);
+            if (alpha) {
+                opacity += line[3];
+            }
+        }
+    }
+    std::string entries = Entries(image.width(), image.height(), "DeviceRGB");
+    if (alpha) {
+        const int mask = file.Stream(Entries(image.width(), image.height(), "DeviceGray"), opacity);
+        entries += "/SMask " + PdfReference(mask);
+    }
+    return file.Stream(entries, colors);
+}
+
+int WriteImage(PdfFile& file, const std::string& bytes, const std::string& item) {
+    const std::optional<Jpeg> jpeg = ReadJpeg(bytes);
+    if (!jpeg) {
+        return WritePixels(file, image::DecodeImage(bytes, item));
+    }
+    image::CheckImageSize(jpeg->width, jpeg->height, item);
+    if (!IsWhole(*jpeg, bytes)) {
+        throw Error("Image \"" + item + "\" is damaged and cannot be read");
+    }
+    return WriteJpeg(file, *jpeg, bytes);
+}
+
+}  // namespace
+
+int PdfImages::Use(const std::shared_ptr<const std::string>& bytes, const std::string& item) {
+    if (const auto known = m_byAddress.find(bytes.get());
+        known != m_byAddress.end() && known->second.bytes.lock() == bytes) {
+        return known->second.number;
+    }
+    const QByteArray digest = QCryptographicHash::hash(
+        QByteArrayView(bytes->data(), static_cast<qsizetype>(bytes->size())), QCryptographicHash::Sha256);
+    const auto [place, isNew] = m_byDigest.try_emplace(digest.toStdString(), 0);
+    if (isNew) {
+        place->second = WriteImage(m_file, *bytes, item);
+    }
+    m_byAddress[bytes.get()] = {bytes, place->second};
+    return place->second;
+}
+
+std::string PdfImages::Resources() const {
+    std::map<int, int> numbers;
+    for (const auto& [digest, number] : m_byDigest) {
+        numbers[number] = number;
+    }
+    std::string out;
+    for (const auto& [number, same] : numbers) {
+        out += "/I" + std::to_string(number) + " " + PdfReference(same);
+    }
+    return out;
+}
+
+}  // namespace rdl::writers

@@ -1,0 +1,69 @@
+// The items of a report as paragraphs and tables, one row after another.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "rdl/layout/model/instance.h"
+#include "rdl/writers/common/spool.h"
+#include "rdl/writers/rtf/paragraphs.h"
+#include "rdl/writers/rtf/row.h"
+#include "rdl/writers/rtf/styles.h"
+
+namespace rdl::writers {
+
+class RtfTablix;
+
+class RtfBody {
+ public:
+    RtfBody(RtfStyles& styles, Spool& spool) : m_styles(styles), m_paragraphs(styles), m_spool(spool) {}
+
+    // Control words made by this system.
+    void Raw(std::string_view rtf) { m_out += rtf; }
+    // The body of a section: page breaks are kept. Raises rdl::Error naming an item that cannot be shown.
+    void Body(const std::vector<layout::Instance>& items);
+    // A header or footer, so high.
+    void Margin(const std::vector<layout::Instance>& items, double height);
+    // Hands what is pending to the spool.
+    void Flush();
+
+ private:
+    using Items = std::vector<const layout::Instance*>;
+    // Where things stand: within so many cells, so far from their left edge.
+    struct Place {
+        int level = 0;
+        double x = 0;
+    };
+    // What was written last at the current level: tables that touch are one to a reader.
+    enum class Last { Nothing, Paragraph, Grid, Table };
+
+    // Returns where the last item ends.
+    double Block(const std::vector<layout::Instance>& items, const Place& place);
+    double Band(const Items& band, const Place& place, double bottom);
+    void Grid(const Items& band, const Place& place);
+    double Gap(double height, bool table, const Place& place);
+    void BreakPage();
+    bool Breaks(const Place& place) const { return place.level == 0 && m_breaks && m_hasContent; }
+
+    void Table(const layout::Instance& item, const Place& place);
+    void TableRow(const layout::Instance& item, RtfTablix& rows, std::size_t index, const Place& place);
+    void RepeatRows(const layout::Instance& item, std::size_t index, const Place& place);
+    void Row(const RtfRow& row, const Place& place);
+    void Cell(const RtfCell& cell, const RtfRow& row, int level, bool& nested);
+    void Nested(const layout::Instance& item, int level);
+    void FlushWhenLarge();
+
+    RtfStyles& m_styles;
+    RtfParagraphs m_paragraphs;
+    Spool& m_spool;
+    std::string m_out;
+    Last m_last = Last::Nothing;
+    bool m_breaks = false;      // pages break here
+    bool m_hasContent = false;  // there is something to break from
+    bool m_breakPending = false;
+    int m_depth = 0;
+};
+
+}  // namespace rdl::writers

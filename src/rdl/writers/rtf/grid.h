@@ -1,0 +1,82 @@
+// Free-standing items beside each other as rows of one table: its lines are the edges of the items, what lies
+// in between is empty cells. Rectangles become the look of the cells within them.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "rdl/layout/model/instance.h"
+#include "rdl/writers/common/edges.h"
+#include "rdl/writers/rtf/row.h"
+
+namespace rdl::writers {
+
+// The edges of an item, however far a report file puts it.
+struct RtfExtent {
+    double left, top, right, bottom;
+    explicit RtfExtent(const layout::Instance& item, double x = 0, double y = 0);
+};
+
+// A rectangle that only holds others has no look of its own.
+bool HasLook(const layout::Instance& item);
+// A data region is in the item somewhere: it cannot be one row. Raises rdl::Error when nested too deeply.
+bool HoldsTable(const layout::Instance& item, int depth = 0);
+// What is in the item may need more room than it has.
+bool MayGrow(const layout::Instance& item);
+
+class RtfGrid {
+ public:
+    // `x` is where the items' container begins. There is an item, and they outlive the grid. Raises
+    // rdl::Error when there are far too many of them.
+    RtfGrid(const std::vector<const layout::Instance*>& items, double x);
+    std::size_t RowCount() const { return m_rows.TrackCount(); }
+    RtfRow Row(std::size_t index) const;
+
+ private:
+    struct Piece {  // an item with cells of its own
+        const layout::Instance* item;
+        RtfExtent extent;
+        std::size_t firstRow = 0, endRow = 0, firstColumn = 0, endColumn = 0;
+        std::vector<const layout::Instance*> content;
+    };
+    struct Stroke {  // a straight line, or a rectangle
+        const layout::Instance* item;
+        RtfExtent extent;
+    };
+    enum Side { Left, Top, Right, Bottom, SideCount };
+    struct Unit {  // where a row and a column meet
+        int piece = -1;
+        layout::Color background = layout::Transparent;
+        const layout::Border* sides[SideCount] = {};
+        bool LooksLike(const Unit& other) const;
+    };
+
+    void Gather(const layout::Instance& item, double x, double y);
+    void Settle();
+    void PlaceFrame(const Stroke& frame);
+    void PlaceLine(const Stroke& line);
+    void PlacePiece(std::size_t index);
+    void Mark(Piece& piece, std::size_t index);
+    Unit& At(std::size_t row, std::size_t column) { return m_units[row * m_columns.TrackCount() + column]; }
+    const Unit& At(std::size_t row, std::size_t column) const {
+        return m_units[row * m_columns.TrackCount() + column];
+    }
+    struct Span {
+        std::size_t first, end;
+    };
+    static Span TracksOf(const Edges& edges, double from, double to);
+    RtfCell PieceCell(const Piece& piece, std::size_t row) const;
+    RtfCell EmptyCell(std::size_t row, std::size_t column) const;
+    const layout::Border* Along(std::size_t row, Span columns, Side side) const;
+
+    std::string m_name;  // of the first item, for errors
+    static constexpr double Tolerance = 0.5;
+    Edges m_columns{Tolerance}, m_rows{Tolerance};
+    std::vector<Piece> m_pieces;
+    std::vector<Stroke> m_frames, m_lines;
+    std::vector<Unit> m_units;
+    bool m_keepTogether = false;
+};
+
+}  // namespace rdl::writers

@@ -1,0 +1,107 @@
+#include "rdl/writers/rtf/styles.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+#include "rdl/writers/rtf/text.h"
+
+namespace rdl::writers {
+namespace {
+
+using layout::CharStyle;
+using layout::Decoration;
+
+constexpr std::size_t MostFonts = 1000, MostColors = 30000;
+constexpr int SemiBold = 600;
+
+// A colour that lets what is below it through, on white paper.
+layout::Color OnPaper(layout::Color color) {
+    const unsigned alpha = color >> 24;
+    layout::Color opaque = 0;
+    for (const int shift : {16, 8, 0}) {
+        const unsigned part = color >> shift & 0xFF;
+        opaque |= ((part * alpha + 255 * (255 - alpha) + 127) / 255) << shift;
+    }
+    return opaque;
+}
+
+// What separates the fonts of the table is no part of a name.
+std::string FontName(const std::string& family) {
+    std::string name = family;
+    std::erase(name, ';');
+    return name.empty() ? "Arial" : name;
+}
+
+}  // namespace
+
+RtfStyles::RtfStyles() {
+    Font(CharStyle().family);
+}
+
+int RtfStyles::Font(const std::string& family) {
+    const std::string name = FontName(family);
+    const auto known = m_fonts.find(name);
+    if (known != m_fonts.end()) {
+        return known->second;
+    }
+    if (m_families.size() >= MostFonts) {
+        return 0;
+    }
+    const int number = static_cast<int>(m_families.size());
+    m_families.push_back(name);
+    m_fonts.emplace(name, number);
+    return number;
+}
+
+int RtfStyles::Color(layout::Color color) {
+    if (color >> 24 == 0) {
+        return 0;
+    }
+    const layout::Color opaque = OnPaper(color);
+    const auto known = m_colors.find(opaque);
+    if (known != m_colors.end()) {
+        return known->second;
+    }
+    if (m_palette.size() >= MostColors) {
+        return 0;
+    }
+    m_palette.push_back(opaque);
+    const int number = static_cast<int>(m_palette.size());
+    m_colors.emplace(opaque, number);
+    return number;
+}
+
+void RtfStyles::AppendLetters(const CharStyle* style, std::string& out) {
+    static const CharStyle Default;
+    const CharStyle& letters = style ? *style : Default;
+    AppendWord("\\f", Font(letters.family), out);
+    const float size = std::isfinite(letters.size) ? std::clamp(letters.size, 1.0F, 1638.0F) : 10.0F;
+    AppendWord("\\fs", static_cast<int>(std::lround(size * 2)), out);
+    out += letters.bold || letters.weight >= SemiBold ? "\\b" : "";
+    out += letters.italic ? "\\i" : "";
+    out += letters.decoration == Decoration::Underline     ? "\\ul"
+           : letters.decoration == Decoration::LineThrough ? "\\strike"
+                                                           : "";
+    AppendWord("\\cf", Color(letters.color), out);
+}
+
+std::string RtfStyles::Tables() const {
+    std::string tables = "{\\fonttbl";
+    for (std::size_t i = 0; i < m_families.size(); ++i) {
+        AppendWord("{\\f", static_cast<int>(i), tables);
+        tables += "\\fnil\\fcharset0 ";
+        AppendRtfName(m_families[i], tables);
+        tables += ";}";
+    }
+    tables += "}\n{\\colortbl;";
+    for (const layout::Color color : m_palette) {
+        AppendWord("\\red", static_cast<int>(color >> 16 & 0xFF), tables);
+        AppendWord("\\green", static_cast<int>(color >> 8 & 0xFF), tables);
+        AppendWord("\\blue", static_cast<int>(color & 0xFF), tables);
+        tables += ';';
+    }
+    return tables + "}\n";
+}
+
+}  // namespace rdl::writers

@@ -1,0 +1,162 @@
+#include "rdl/writers/rtf/tablix.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "rdl/writers/rtf/grid.h"
+
+namespace rdl::writers {
+namespace {
+
+using layout::Instance;
+using layout::InstanceKind;
+using layout::LineStyle;
+using layout::TableCell;
+
+RtfCell LookOf(const Instance& item) {
+    RtfCell cell;
+    if (item.kind == InstanceKind::Line) {
+        cell.topBorder = item.box ? item.box->top : layout::Border();
+    } else if (item.box) {
+        cell.Take(*item.box);
+    }
+    return cell;
+}
+
+}  // namespace
+
+RtfTablix::RtfTablix(const Instance& item, double x)
+    : m_item(item), m_table(*item.table), m_count(item.table->RowCount()), m_lefts{x} {
+    for (const double width : m_table.columnWidths) {
+        m_lefts.push_back(m_lefts.back() + (std::isfinite(width) ? std::max(width, 0.0) : 0.0));
+    }
+    CountHeadings();
+}
+
+void RtfTablix::CountHeadings() {
+    std::size_t leading = 0;
+    for (; leading < m_count; ++leading) {
+        m_table.Row(leading, m_source);
+        if (!m_source.columnHeader) {
+            break;
+        }
+    }
+    if (leading == m_count) {
+        return;
+    }
+    const std::vector<std::size_t> repeated = m_table.RepeatedRows(leading);
+    while (m_headings < leading &&
+           std::find(repeated.begin(), repeated.end(), m_headings) != repeated.end()) {
+        ++m_headings;
+    }
+}
+
+const layout::TableRow& RtfTablix::Fetch(std::size_t index) {
+    m_index = index;
+    m_table.Row(index, m_source);
+    return m_source;
+}
+
+RtfRow RtfTablix::Make(bool behindBreak) {
+    m_row = RtfRow();
+    m_row.item = m_item.name;
+    m_row.height = m_source.height;
+    m_row.heading = m_index < m_headings;
+    m_row.keepNext = m_source.keepWithNext && m_index + 1 < m_count;
+    m_row.rightToLeft = m_table.rightToLeft;
+    m_reached = 0;
+    m_next.clear();
+    std::size_t next = 0;
+    for (const TableCell& cell : m_source.cells) {
+        for (; next < m_spans.size() && std::cmp_less_equal(m_spans[next].column, cell.column); ++next) {
+            Continue(m_spans[next], behindBreak);
+        }
+        Place(cell);
+    }
+    for (; next < m_spans.size(); ++next) {
+        Continue(m_spans[next], behindBreak);
+    }
+    Fill(m_lefts.size() - 1);
+    std::swap(m_spans, m_next);
+    EdgesOfTable();
+    m_row.exact = IsExact();
+    return std::move(m_row);
+}
+
+// What no cell covers is empty.
+void RtfTablix::Fill(std::size_t column) {
+    if (column > m_reached) {
+        RtfCell& cell = m_row.cells.emplace_back();
+        cell.left = m_lefts[m_reached];
+        cell.right = m_lefts[column];
+        m_reached = column;
+    }
+}
+
+void RtfTablix::Continue(Span& span, bool anew) {
+    if (span.column < m_reached) {
+        return;
+    }
+    Fill(span.column);
+    RtfCell& cell = m_row.cells.emplace_back(span.look);
+    cell.merge = anew ? RtfCell::Merge::First : RtfCell::Merge::Continued;
+    m_reached = span.endColumn;
+    if (--span.rowsLeft > 0) {
+        m_next.push_back(span);
+    }
+}
+
+void RtfTablix::Place(const TableCell& cell) {
+    const std::size_t last = m_lefts.size() - 1;
+    const auto column = static_cast<std::size_t>(std::max(cell.column, 0));
+    if (column < m_reached || column >= last) {
+        return;
+    }
+    Fill(column);
+    const std::size_t end = std::min(column + static_cast<std::size_t>(std::max(cell.columnSpan, 1)), last);
+    RtfCell placed = LookOf(cell.content);
+    placed.left = m_lefts[column];
+    placed.right = m_lefts[end];
+    m_reached = end;
+    if (cell.rowSpan > 1) {
+        placed.merge = RtfCell::Merge::First;
+        m_next.push_back({column, end, cell.rowSpan - 1, placed});
+    }
+    if (cell.content.kind != InstanceKind::Line) {
+        placed.content.push_back(&cell.content);
+        m_row.keep = m_row.keep && !HoldsTable(cell.content);
+    }
+    m_row.cells.push_back(std::move(placed));
+}
+
+// The region's own box lies behind its cells and around them.
+void RtfTablix::EdgesOfTable() {
+    if (!HasLook(m_item) || m_row.cells.empty()) {
+        return;
+    }
+    const auto fill = [](layout::Border& own, const layout::Border& other) {
+        if (own.style == LineStyle::None) {
+            own = other;
+        }
+    };
+    const layout::BoxStyle& box = *m_item.box;
+    for (RtfCell& cell : m_row.cells) {
+        cell.background = cell.background >> 24 ? cell.background : box.background;
+        if (m_index == 0) {
+            fill(cell.topBorder, box.top);
+        }
+        if (m_index + 1 == m_count) {
+            fill(cell.bottomBorder, box.bottom);
+        }
+    }
+    fill(m_row.cells.front().leftBorder, box.left);
+    fill(m_row.cells.back().rightBorder, box.right);
+}
+
+bool RtfTablix::IsExact() const {
+    return std::none_of(m_source.cells.begin(), m_source.cells.end(),
+                        [](const TableCell& cell) { return MayGrow(cell.content); });
+}
+
+}  // namespace rdl::writers

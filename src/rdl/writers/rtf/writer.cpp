@@ -1,0 +1,158 @@
+#include <algorithm>
+#include <numeric>
+#include <string>
+#include <vector>
+
+#include "rdl/format/format.h"
+#include "rdl/writers/common/writers.h"
+#include "rdl/writers/rtf/body.h"
+#include "rdl/writers/rtf/text.h"
+
+namespace rdl::writers {
+namespace {
+
+using layout::PageSetup;
+
+void AppendInfoText(const char* word, const std::string& text, std::string& out) {
+    if (!text.empty()) {
+        out += std::string("{") + word + " ";
+        AppendRtfName(text, out);
+        out += '}';
+    }
+}
+
+std::string Info(const layout::ReportInstance& report, const Options& options) {
+    std::string info = "{\\info";
+    AppendInfoText("\\title", report.title, info);
+    AppendInfoText("\\author", report.author, info);
+    AppendInfoText("\\doccomm", report.description, info);
+    const DateTimeParts at = SplitTicks(options.nowTicks);
+    info += "{\\creatim";
+    AppendWord("\\yr", at.year, info);
+    AppendWord("\\mo", at.month, info);
+    AppendWord("\\dy", at.day, info);
+    AppendWord("\\hr", at.hour, info);
+    AppendWord("\\min", at.minute, info);
+    AppendWord("\\sec", at.second, info);
+    return info + "}}\n";
+}
+
+// Sizes as the document and, with other words, each of its sections tells them.
+struct PageWords {
+    const char *width, *height, *left, *right, *top, *bottom, *landscape;
+};
+constexpr PageWords DocumentWords{"\\paperw", "\\paperh", "\\margl",    "\\margr",
+                                  "\\margt",  "\\margb",  "\\landscape"};
+constexpr PageWords SectionWords{"\\pgwsxn",   "\\pghsxn",   "\\marglsxn", "\\margrsxn",
+                                 "\\margtsxn", "\\margbsxn", "\\lndscpsxn"};
+
+void AppendPage(const PageSetup& page, const PageWords& words, std::string& out) {
+    AppendTwips(words.width, page.width, out);
+    AppendTwips(words.height, page.height, out);
+    AppendTwips(words.left, page.marginLeft, out);
+    AppendTwips(words.right, page.marginRight, out);
+    AppendTwips(words.top, page.marginTop + page.headerHeight, out);
+    AppendTwips(words.bottom, page.marginBottom + page.footerHeight, out);
+    out += page.width > page.height ? words.landscape : "";
+}
+
+// A table is as wide as its columns came out.
+double RightOf(const layout::Instance& item) {
+    if (!item.table) {
+        return item.x + item.width;
+    }
+    const std::vector<double>& columns = item.table->columnWidths;
+    return item.x + std::accumulate(columns.begin(), columns.end(), 0.0);
+}
+
+// A document that flows does not go on at the right of its pages: what stood there could not be read. So the
+// paper is as wide as its content needs, up to the widest that word processors know.
+PageSetup PaperOf(const layout::SectionInstance& section) {
+    constexpr double WidestPaper = 1584, Tolerance = 2;
+    PageSetup page = section.page;
+    double right = 0;
+    for (const layout::Instance& item : section.items) {
+        right = std::max(right, RightOf(item));
+    }
+    const double wanted = page.marginLeft + right + page.marginRight;
+    if (page.columns <= 1 && wanted > page.width + Tolerance) {
+        page.width = std::max(page.width, std::min(wanted, WidestPaper));
+    }
+    return page;
+}
+
+// Everything before the text; `tables` are the fonts and colours that it uses.
+std::string Head(const layout::ReportInstance& report, const Options& options, const std::string& tables) {
+    std::string head = "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0\n" + tables + Info(report, options);
+    head += "\\viewkind1\\nouicompat\\htmautsp";
+    if (!report.sections.empty()) {
+        AppendPage(PaperOf(*report.sections.front()), DocumentWords, head);
+    }
+    return head + "\n";
+}
+
+void AppendSection(const PageSetup& page, bool titlePage, std::string& out) {
+    out += "\\sectd\\sbkpage";
+    AppendPage(page, SectionWords, out);
+    AppendTwips("\\headery", page.marginTop, out);
+    AppendTwips("\\footery", page.marginBottom, out);
+    if (page.columns > 1) {
+        AppendWord("\\cols", std::min(page.columns, 45), out);
+        AppendTwips("\\colsx", page.columnSpacing, out);
+    }
+    out += titlePage ? "\\titlepg\n" : "\n";
+}
+
+void WriteMargin(const std::string& word, const std::vector<layout::Instance>& items, double height,
+                 RtfBody& body) {
+    body.Raw("{" + word + " ");
+    body.Margin(items, height);
+    body.Raw("}\n");
+}
+
+void WriteMargins(layout::SectionInstance& section, bool titlePage, RtfBody& body) {
+    const PageSetup& page = section.page;
+    if (page.headerHeight > 0) {
+        const std::vector<layout::Instance> header = section.Header({});
+        WriteMargin("\\header", header, page.headerHeight, body);
+        if (titlePage && page.headerOnFirst) {
+            WriteMargin("\\headerf", header, page.headerHeight, body);
+        }
+    }
+    if (page.footerHeight > 0) {
+        const std::vector<layout::Instance> footer = section.Footer({});
+        WriteMargin("\\footer", footer, page.footerHeight, body);
+        if (titlePage && page.footerOnFirst) {
+            WriteMargin("\\footerf", footer, page.footerHeight, body);
+        }
+    }
+}
+
+void WriteSection(layout::SectionInstance& section, RtfBody& body) {
+    const PageSetup page = PaperOf(section);
+    const bool titlePage =
+        (page.headerHeight > 0 && !page.headerOnFirst) || (page.footerHeight > 0 && !page.footerOnFirst);
+    std::string words;
+    AppendSection(page, titlePage, words);
+    body.Raw(words);
+    WriteMargins(section, titlePage, body);
+    body.Body(section.items);
+}
+
+}  // namespace
+
+void WriteRtf(layout::ReportInstance& report, Output& output, const Options& options) {
+    RtfStyles styles;
+    Spool spool;
+    RtfBody body(styles, spool);
+    for (const auto& section : report.sections) {
+        body.Raw(section == report.sections.front() ? "" : "\\sect\n");
+        WriteSection(*section, body);
+    }
+    body.Flush();
+    output.Write(Head(report, options, styles.Tables()));
+    spool.Read([&](std::string_view piece) { output.Write(piece); });
+    output.Write(std::string_view("\\par}\n"));
+}
+
+}  // namespace rdl::writers

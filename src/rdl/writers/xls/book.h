@@ -1,0 +1,61 @@
+// A workbook: sheets, what they share, and the compound file around it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "rdl/writers/common/content.h"
+#include "rdl/writers/common/spool.h"
+#include "rdl/writers/common/writers.h"
+#include "rdl/writers/xls/bookmarks.h"
+#include "rdl/writers/xls/sheet.h"
+#include "rdl/writers/xls/strings.h"
+#include "rdl/writers/xls/styles.h"
+
+namespace rdl::writers {
+
+class XlsBook {
+ public:
+    explicit XlsBook(const std::string& title) : m_title(title) {}
+
+    // The sheet before is complete with it.
+    XlsSheet& AddSheet(const std::vector<double>& columnWidths, const layout::PageSetup& page);
+    // The index of a picture's bytes, the same for the same bytes. A workbook has no GIF: one becomes a PNG,
+    // and rdl::Error is raised when it cannot be read.
+    std::size_t Image(const std::shared_ptr<const std::string>& bytes, image::Type type,
+                      const std::string& item);
+    std::size_t SheetCount() const { return m_sheets.size(); }
+    // Everything into the output. At least one sheet.
+    void Write(Output& output);
+
+    XlsStyles styles;
+    XlsStrings strings;
+    XlsBookmarks bookmarks;
+
+ private:
+    void NameSheets();
+    std::string Globals(const std::vector<std::size_t>& offsets) const;
+    void WriteNames(XlsRecords& records) const;
+    void WritePrintTitles(XlsRecords& records, unsigned sheets) const;
+    std::string GlobalsAt(std::size_t sheetsBegin) const;
+
+    struct StoredImage {
+        std::shared_ptr<const std::string> bytes;  // as the report has them, to find them again
+        std::shared_ptr<const std::string> stored;
+        image::Type type;
+        unsigned uses;
+    };
+    std::string DrawingGroup() const;
+    std::string SheetDrawing(std::size_t sheet);
+
+    std::string m_title;
+    Spool m_spool;
+    std::vector<std::unique_ptr<XlsSheet>> m_sheets;
+    std::vector<StoredImage> m_images;
+    std::set<std::u16string> m_usedNames;
+};
+
+}  // namespace rdl::writers

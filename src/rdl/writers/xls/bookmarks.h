@@ -1,0 +1,36 @@
+// The bookmarks of a workbook: each is a defined name of the cell that it marks, as links within a workbook
+// lead to names whose place need not be known yet.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "rdl/writers/xls/record.h"
+
+namespace rdl::writers {
+
+class XlsBookmarks {
+ public:
+    // Sheets that names can lead to.
+    static constexpr std::size_t MostSheets = 1300;
+
+    // The defined name of a bookmark, which may be placed later.
+    std::string NameOf(const std::string& bookmark);
+    // The first place of a bookmark counts.
+    void Place(const std::string& bookmark, std::size_t sheet, std::uint32_t row, std::uint16_t column);
+    bool IsPlaced(const std::string& name) const { return m_places.count(name) != 0; }
+    bool IsEmpty() const { return m_places.empty(); }
+    void Write(XlsRecords& records) const;
+
+ private:
+    struct Cell {
+        std::size_t sheet;
+        std::uint32_t row;
+        std::uint16_t column;
+    };
+    std::map<std::string, std::string> m_names;  // by bookmark
+    std::map<std::string, Cell> m_places;        // by name
+};
+
+}  // namespace rdl::writers

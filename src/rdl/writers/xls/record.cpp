@@ -1,0 +1,51 @@
+#include "rdl/writers/xls/record.h"
+
+#include <algorithm>
+
+#include "rdl/writers/common/utf8.h"
+
+namespace rdl::writers {
+
+void XlsRecords::Text(std::u16string_view text, bool longLength) {
+    text = text.substr(0, longLength ? 0xFFFF : 0xFF);
+    const bool narrow = IsNarrow(text);
+    if (longLength) {
+        U16(static_cast<unsigned>(text.size()));
+    } else {
+        U8(static_cast<unsigned>(text.size()));
+    }
+    U8(narrow ? 0 : 1);
+    for (const char16_t c : text) {
+        if (narrow) {
+            U8(c);
+        } else {
+            U16(c);
+        }
+    }
+}
+
+std::u16string ToUtf16(std::string_view utf8, std::size_t limit) {
+    std::u16string text;
+    text.reserve(std::min(utf8.size(), limit));
+    std::size_t i = 0;
+    while (i < utf8.size()) {
+        const char32_t code = NextCodePoint(utf8, i);
+        const std::size_t units = code > 0xFFFF ? 2 : 1;
+        if (text.size() + units > limit) {
+            break;
+        }
+        if (units == 2) {
+            text += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
+            text += static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
+        } else if (code >= 0x20 || code == '\n' || code == '\t') {
+            text += static_cast<char16_t>(code);
+        }
+    }
+    return text;
+}
+
+bool IsNarrow(std::u16string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char16_t c) { return c < 0x100; });
+}
+
+}  // namespace rdl::writers

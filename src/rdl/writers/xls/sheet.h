@@ -1,0 +1,113 @@
+// One sheet of a workbook while its rows are made. Rows that are complete leave the memory.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "rdl/layout/model/instance.h"
+#include "rdl/writers/common/spool.h"
+#include "rdl/writers/xls/bookmarks.h"
+#include "rdl/writers/xls/record.h"
+
+namespace rdl::writers {
+
+inline constexpr std::uint32_t XlsMostRows = 65536;
+inline constexpr std::size_t XlsMostColumns = 256;
+
+struct XlsCell {
+    enum Kind : std::uint8_t { Blank, Number, Text, Boolean } kind = Blank;
+    std::uint16_t column = 0, xf = 0;
+    double number = 0;       // Boolean: 0 or 1
+    std::uint32_t text = 0;  // index of the shared text
+};
+
+struct XlsRange {
+    std::uint32_t firstRow, lastRow;
+    std::uint16_t firstColumn, lastColumn;
+};
+
+struct XlsPicture {
+    std::uint32_t row;
+    std::uint16_t column;
+    double width, height;                // points
+    std::size_t image;                   // index in the book
+    double cutRight = 0, cutBottom = 0;  // parts of the picture that are not shown, 0 to 1
+};
+
+struct XlsPage {
+    double width = 612, height = 792;
+    double marginLeft = 0, marginRight = 0, marginTop = 0, marginBottom = 0;
+};
+
+class XlsSheet {
+ public:
+    XlsSheet(Spool& spool, std::vector<double> columnWidths, const layout::PageSetup& page);
+
+    // In a row that has not left yet; raises rdl::Error past the last row of a sheet.
+    void Put(std::uint32_t row, const XlsCell& cell);
+    bool IsFree(const XlsRange& range) const;
+    // At least so high; the highest wish counts. Not `fixed`: Excel may fit the row to its text.
+    void Height(std::uint32_t row, double points, bool fixed);
+    void Merge(const XlsRange& range) { m_merges.push_back(range); }
+    void Link(const XlsRange& range, const std::string& link);
+    // To a cell by its defined name; left out when nothing has the name in the end.
+    void LinkToName(const XlsRange& range, const std::string& target) {
+        m_nameLinks.emplace_back(range, target);
+    }
+    void Picture(const XlsPicture& picture) { m_pictures.push_back(picture); }
+    // Rows that stay in view and are printed on each page again; the first call counts, then what follows on.
+    void Heading(std::uint32_t row);
+    // Every row before this one is complete.
+    void Complete(std::uint32_t row);
+    bool IsEmpty() const { return m_usedRows == 0 && m_rows.empty(); }
+
+    std::string name;
+    bool rightToLeft = false;  // column A stands at the right
+    // After the last row.
+    void Finish(bool selected, const std::string& drawing);
+    // When every bookmark is placed.
+    void Seal(const XlsBookmarks& bookmarks);
+    std::size_t Length() const { return m_head.bytes().size() + m_length + m_tail.bytes().size(); }
+    void Write(const Spool::Take& take);
+    bool HasHeading() const { return m_headingEnd > m_headingBegin; }
+    std::uint32_t HeadingBegin() const { return m_headingBegin; }
+    std::uint32_t HeadingEnd() const { return m_headingEnd; }
+    const std::vector<XlsPicture>& pictures() const { return m_pictures; }
+    double RowHeight(std::uint32_t row) const { return row < m_heights.size() ? m_heights[row] : 12.75; }
+    const std::vector<double>& columnWidths() const { return m_columnWidths; }
+
+ private:
+    struct Row {
+        std::vector<XlsCell> cells;
+        double height = 0;
+        bool fixed = false;
+    };
+    void WriteRow(std::uint32_t index, Row& row);
+    void WriteCell(std::uint32_t row, const XlsCell& cell);
+    void FlushBlock();
+    void WriteHead();
+    void WriteSetup();
+    void WriteView(bool selected);
+    void WriteMerges();
+    void BeginLink(const XlsRange& range, unsigned what);
+
+    Spool& m_spool;
+    std::vector<double> m_columnWidths;
+    XlsPage m_page;
+    std::map<std::uint32_t, Row> m_rows;
+    std::vector<float> m_heights;  // of rows that have left, where pictures are to be placed
+    XlsRecords m_blockRows, m_blockCells, m_head, m_tail, m_links;
+    unsigned m_blockCount = 0;
+    std::size_t m_begin = 0, m_length = 0;  // in the spool
+    std::uint32_t m_usedRows = 0;
+    std::uint32_t m_headingBegin = 0, m_headingEnd = 0;
+    std::vector<XlsRange> m_merges;
+    std::vector<XlsPicture> m_pictures;
+    std::vector<std::pair<XlsRange, std::string>> m_nameLinks;
+};
+
+}  // namespace rdl::writers

@@ -1,0 +1,58 @@
+// Fonts, number formats, colours and cell formats of a workbook, each once.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "rdl/layout/model/style.h"
+#include "rdl/writers/xls/record.h"
+
+namespace rdl::writers {
+
+class XlsStyles {
+ public:
+    static constexpr std::uint16_t DefaultCell = 15;
+
+    XlsStyles();
+    // The cell format for a box, its letters, and Excel's number format by its index from Format().
+    std::uint16_t Cell(const layout::BoxStylePtr& box, const layout::CharStylePtr& text, layout::HAlign align,
+                       std::uint16_t format, bool wrap);
+    std::uint16_t Format(const std::string& excelFormat);
+    // FONT, FORMAT, XF, STYLE and PALETTE in their order.
+    void Write(XlsRecords& records) const;
+
+ private:
+    struct Key {
+        const void* box;
+        const void* text;
+        std::uint32_t rest;
+        bool operator==(const Key&) const = default;
+    };
+    struct KeyHash {
+        std::size_t operator()(const Key& key) const {
+            const std::hash<const void*> hash;
+            return hash(key.box) * 31 + hash(key.text) * 7 + key.rest;
+        }
+    };
+    struct Known {  // keeps alive what the key tells apart by address
+        layout::BoxStylePtr box;
+        layout::CharStylePtr text;
+        std::uint16_t xf;
+    };
+
+    std::uint16_t Font(const layout::CharStyle& style);
+    unsigned ColorIndex(layout::Color color);
+    std::uint16_t Record(const std::string& data, std::size_t most);
+    std::string CellRecord(const layout::BoxStyle& box, std::uint16_t font, layout::HAlign align,
+                           std::uint16_t format, bool wrap);
+
+    std::vector<std::string> m_fonts, m_xfs;  // record data
+    std::map<std::string, std::uint16_t> m_fontIndexes, m_xfIndexes, m_formats;
+    std::vector<layout::Color> m_palette;
+    std::unordered_map<Key, Known, KeyHash> m_known;
+};
+
+}  // namespace rdl::writers

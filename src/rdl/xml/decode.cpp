@@ -1,0 +1,141 @@
+#include "rdl/xml/decode.h"
+
+#include <QtCore/QByteArrayView>
+#include <QtCore/QStringConverter>
+#include <algorithm>
+#include <pugixml.hpp>
+
+#include "rdl/xml/parse.h"
+
+namespace rdl::xml {
+namespace {
+
+constexpr std::size_t LongestDeclaration = 1024;
+constexpr std::size_t ChunkSize = std::size_t{1} << 20;
+
+std::size_t LineAt(std::string_view text, std::size_t at) {
+    return 1 + static_cast<std::size_t>(std::count(text.begin(), text.begin() + static_cast<long>(at), '\n'));
+}
+
+// The encoding that the declaration names; empty: there is none.
+std::string DeclaredEncoding(std::string_view bytes) {
+    const std::size_t end = bytes.substr(0, LongestDeclaration).find("?>");
+    if (!bytes.starts_with("<?xml") || end == std::string_view::npos) {
+        return {};
+    }
+    pugi::xml_document declaration;
+    declaration.load_buffer(bytes.data(), end + 2, pugi::parse_declaration | pugi::parse_fragment,
+                            pugi::encoding_utf8);
+    return declaration.first_child().attribute("encoding").value();
+}
+
+// Begun as `bytes` are, a text is in units of one byte whatever its declaration says.
+bool IsOfWiderUnits(const std::string& encoding) {
+    const QString name = QString::fromStdString(encoding).toLower();
+    return name.startsWith("utf-16") || name.startsWith("utf-32") || name.startsWith("ucs-") ||
+           name.startsWith("iso-10646-ucs-") || name == "unicode";
+}
+
+std::string Quoted(const std::string& name) {
+    std::string text = name.substr(0, 40);
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c <= ' ' || c > '~' || c == '\''; }, '?');
+    return "\"" + text + "\"";
+}
+
+// In pieces: a text of QString's would be in memory as well.
+std::string Converted(std::string_view bytes, QStringDecoder& decoder, const std::string& encoding) {
+    QStringEncoder encoder(QStringEncoder::Utf8);
+    std::string text;
+    text.reserve(bytes.size());
+    for (; !bytes.empty(); bytes.remove_prefix(std::min(ChunkSize, bytes.size()))) {
+        const std::string_view chunk = bytes.substr(0, ChunkSize);
+        const QString decoded = decoder(QByteArrayView(chunk.data(), static_cast<qsizetype>(chunk.size())));
+        const QByteArray utf8 = encoder(decoded);
+        text.append(utf8.constData(), static_cast<std::size_t>(utf8.size()));
+        if (decoder.hasError() || encoder.hasError()) {
+            throw Flaw(LineAt(text, text.size()),
+                       "this is not well-formed XML: bytes that are no text in " + encoding);
+        }
+    }
+    return text;
+}
+
+// The character at `at`, which moves past it. A malformed one gives a value that XML does not have.
+char32_t NextCharacter(std::string_view text, std::size_t& at) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const unsigned char first = byte(at++);
+    if (first < 0x80) {
+        return first;
+    }
+    const std::size_t more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
+    if (first < 0xC2 || first > 0xF4 || at + more > text.size()) {
+        return 0;
+    }
+    char32_t character = first & (0x3Fu >> more);
+    for (std::size_t i = 0; i < more; ++i, ++at) {
+        if ((byte(at) & 0xC0) != 0x80) {
+            return 0;
+        }
+        character = character << 6 | (byte(at) & 0x3Fu);
+    }
+    const char32_t smallest = more == 3 ? 0x10000 : more == 2 ? 0x800 : 0x80;
+    const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
+    return character < smallest || isSurrogate || character > 0x10FFFF ? 0 : character;
+}
+
+void CheckCharacters(std::string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t begin = at;
+        const char32_t character = NextCharacter(text, at);
+        if (!IsXmlCharacter(character)) {
+            const bool isByte = static_cast<unsigned char>(text[begin]) >= 0x80 && character == 0;
+            throw Flaw(LineAt(text, begin), std::string("this is not well-formed XML: ") +
+                                                (isByte ? "bytes that are no text in UTF-8"
+                                                        : "a character that XML does not have"));
+        }
+    }
+}
+
+std::string_view WithoutMark(std::string_view text) {
+    constexpr std::string_view Mark = "\xEF\xBB\xBF";
+    return text.starts_with(Mark) ? text.substr(Mark.size()) : text;
+}
+
+}  // namespace
+
+bool IsXmlCharacter(char32_t character) {
+    return character >= 0x20 ? character < 0xD800 || (character >= 0xE000 && character < 0xFFFE) ||
+                                   (character >= 0x10000 && character <= 0x10FFFF)
+                             : character == '\t' || character == '\n' || character == '\r';
+}
+
+std::string_view Utf8Of(std::string_view bytes, std::string& storage) {
+    std::string name = "UTF-8";
+    QStringDecoder decoder;
+    const auto marked = QStringConverter::encodingForData(
+        QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())), u'<');
+    if (marked && *marked != QStringConverter::Utf8) {
+        name = QStringConverter::nameForEncoding(*marked);
+        decoder = QStringDecoder(*marked);
+    } else if (!marked) {
+        const std::string declared = DeclaredEncoding(bytes);
+        if (!declared.empty() && !IsOfWiderUnits(declared)) {
+            name = declared;
+            decoder = QStringDecoder(declared.c_str());
+            if (!decoder.isValid()) {
+                throw Flaw(1, "its encoding " + Quoted(declared) + " is not known");
+            }
+        }
+    }
+    std::string_view text = bytes;
+    if (decoder.isValid() && QString::fromStdString(name).compare("UTF-8", Qt::CaseInsensitive) != 0) {
+        storage = Converted(bytes, decoder, Quoted(name));
+        text = storage;
+    }
+    text = WithoutMark(text);
+    CheckCharacters(text);
+    return text;
+}
+
+}  // namespace rdl::xml

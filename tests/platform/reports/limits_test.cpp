@@ -1,0 +1,123 @@
+// What a report may take of the machine that it runs on.
+#include "platform/contracts/report_view.h"
+#include "platform/reports/failure.h"
+#include "platform/reports/file_output.h"
+#include "platform/reports/report_folder.h"
+
+namespace reports {
+namespace {
+
+using std::chrono::seconds;
+using test::ErrorOf;
+
+class Limits : public test::ReportFolder {
+ protected:
+    RuntimeError ExportError(RdlReport& report, int format = report::FormatPdf) const {
+        report.SetExportDestination(report::DestinationDisk);
+        report.SetExportFormat(format);
+        report.SetDiskFileName(paths::FromMachine(Path("out.pdf")));
+        return ErrorOf([&] { report.Export(false); });
+    }
+};
+
+TEST_F(Limits, AnExportThatTakesTooMuchOfTheProcessorEndsWithAnErrorAndNoFile) {
+    const auto report = OpenPeople();
+    report->SetRunBounds({seconds(0), seconds(60), 4096});
+    EXPECT_EQ(ExportError(*report).Description(),
+              "Data set \"People\": The report takes more than 0 minutes of the processor");
+    EXPECT_FALSE(std::filesystem::exists(Path("out.pdf")));
+}
+
+TEST_F(Limits, AnExportWhoseDataTakesTooLongEndsWithAnError) {
+    const auto report = OpenPeople();
+    report->SetRunBounds({seconds(60), seconds(0), 4096});
+    const RuntimeError error = ExportError(*report);
+    EXPECT_EQ(error.Description(), "Data set \"People\": The data of the report takes longer than 0 minutes");
+    EXPECT_EQ(error.Number(), DataFailed);
+}
+
+TEST_F(Limits, PagesForTheScreenAreBoundedInTheSameWay) {
+    const auto report = OpenPeople();
+    report->SetRunBounds({seconds(0), seconds(60), 4096});
+    EXPECT_EQ(ErrorOf([&] { report->OpenPages(); }).Description(),
+              "Data set \"People\": The report takes more than 0 minutes of the processor");
+}
+
+TEST_F(Limits, ARunEndsInTheMiddleOfItsExpressions) {
+    std::string boxes;
+    for (int i = 0; i < 20; ++i) {
+        boxes += "<Textbox Name=\"b" + std::to_string(i) + "\"><Value>=Code.Slow(1)</Value></Textbox>";
+    }
+    const auto report = OpenPeople(
+        "<Code>Function Slow(x)\nFor i = 1 To 1500000\nx = x + 1\nNext\nReturn x\nEnd Function</Code>"
+        "<PageHeader><Height>1in</Height><PrintOnFirstPage>true</PrintOnFirstPage><ReportItems>" +
+        boxes + "</ReportItems></PageHeader>");
+    report->SetRunBounds({std::chrono::milliseconds(200), seconds(60), 4096});
+    EXPECT_EQ(ExportError(*report).Description(),
+              "The report takes more than 200 milliseconds of the processor");
+}
+
+TEST_F(Limits, AnImageOfTooManyPixelsIsRefusedInEveryFormat) {
+    // The header of a PNG of 40,000 by 40,000 pixels.
+    const auto report = OpenPeople(
+        "<EmbeddedImages><EmbeddedImage "
+        "Name=\"huge\"><MIMEType>image/png</MIMEType><ImageData>iVBORw0KGgoAAAANSUhEUgAAnEAAAJxACAIAAAA="
+        "</ImageData></EmbeddedImage></EmbeddedImages><PageHeader><Height>1in</Height>"
+        "<PrintOnFirstPage>true</PrintOnFirstPage><ReportItems><Image Name=\"logo\"><Source>Embedded</Source>"
+        "<Value>huge</Value></Image></ReportItems></PageHeader>");
+    for (const int format : {report::FormatPdf, report::FormatRtf, report::FormatExcel, report::FormatHtml}) {
+        report->SetHtmlFileName(paths::FromMachine(Path("out.pdf")));
+        EXPECT_EQ(ExportError(*report, format).Description(),
+                  "Image \"logo\" has more than 64 million pixels");
+    }
+}
+
+TEST_F(Limits, ADamagedImageIsToldOfByTheErrorAlone) {
+    const auto report = OpenPeople(
+        "<EmbeddedImages><EmbeddedImage Name=\"cut\"><MIMEType>image/png</MIMEType><ImageData>"
+        "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAABklEQVR4nGNgZGIAGGFnAAAAAElFTkSuQmCC"
+        "</ImageData></EmbeddedImage></EmbeddedImages><PageHeader><Height>1in</Height>"
+        "<PrintOnFirstPage>true</PrintOnFirstPage><ReportItems><Image Name=\"logo\"><Source>Embedded</Source>"
+        "<Value>cut</Value></Image></ReportItems></PageHeader>");
+    testing::internal::CaptureStderr();
+    const RuntimeError error = ExportError(*report);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(error.Description(), "Image \"logo\" is damaged and cannot be read");
+}
+
+TEST_F(Limits, ARunHasNoMoreThan20000Subreports) {
+    Write("part.rpt", "<Report><Width>1in</Width><Body><Height>1in</Height></Body></Report>");
+    std::string rows, parts;
+    for (int i = 0; i < 150; ++i) {
+        rows += "<Row><Name>a</Name></Row>";
+        parts += "<Subreport Name=\"s" + std::to_string(i) + "\"><ReportName>part</ReportName></Subreport>";
+    }
+    const auto report = OpenRdlReport(Write(
+        "whole.rpt",
+        "<Report><Width>6in</Width><DataSets><DataSet Name=\"Rows\"><Query/><Fields><Field Name=\"Name\">"
+        "<DataField>Name</DataField></Field></Fields><Rows>" +
+            rows +
+            "</Rows></DataSet></DataSets><Body><Height>1in</Height><ReportItems><List Name=\"l\">"
+            "<DataSetName>Rows</DataSetName><Height>1in</Height><ReportItems>" +
+            parts + "</ReportItems></List></ReportItems></Body></Report>"));
+    EXPECT_EQ(ExportError(*report).Description(), "Subreport s50: there are more than 20000 subreports");
+}
+
+TEST_F(Limits, ADocumentMayNotGrowPastItsBound) {
+    const std::string path = Path("large.html");
+    FileOutput output(path, 3u << 20);
+    const std::string piece(1u << 20, 'x');
+    for (int i = 0; i < 3; ++i) {
+        output.Write(piece);
+    }
+    try {
+        output.Write("x");
+        FAIL() << "it grew";
+    } catch (const Error& error) {
+        EXPECT_STREQ(error.what(), "The document is larger than 3 MB");
+    }
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+}  // namespace
+}  // namespace reports

@@ -1,0 +1,205 @@
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/file.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/base/due_run.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/mapi.h"
+#include "platform/reports/private_folder.h"
+#include "platform/reports/report_folder.h"
+
+namespace reports::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+
+// What the mail system has been given, and how it fails.
+struct Post {
+    std::vector<std::string> recipients;
+    std::string subject, text, source, bytes, identity;
+    int position = 0;
+    bool resolved = false, sent = false, loggedOn = false;
+    int failure = 0;  // of Send
+};
+
+class FakeRecipients : public MAPI::Recipients {
+ public:
+    explicit FakeRecipients(Post& post) : m_post(post) {}
+    void Add(const std::string& name) override { m_post.recipients.push_back(name); }
+    void Resolve(bool showDialog) override { m_post.resolved = !showDialog; }
+    int Count() const override { return static_cast<int>(m_post.recipients.size()); }
+    const MAPI::Recipient& Item(int) const override { return m_none; }
+
+ private:
+    Post& m_post;
+    MAPI::Recipient m_none;
+};
+
+class FakeAttachments : public MAPI::Attachments {
+ public:
+    MAPI::Attachment& Add() override { return one; }
+    MAPI::Attachment one;
+};
+
+class FakeMessage : public MAPI::Message {
+ public:
+    explicit FakeMessage(Post& post) : m_post(post), m_recipients(post) {}
+    MAPI::Recipients& Recipients() override { return m_recipients; }
+    MAPI::Attachments& Attachments() override { return m_attachments; }
+    void Send() override {
+        m_post.subject = Subject;
+        m_post.text = Text;
+        m_post.identity = Identity;
+        m_post.position = m_attachments.one.Position;
+        m_post.source = m_attachments.one.Source;
+        std::ifstream file(paths::ToMachine(m_post.source), std::ios::binary);
+        m_post.bytes.assign(std::istreambuf_iterator<char>(file), {});
+        if (m_post.failure) {
+            throw RuntimeError(m_post.failure, "no server");
+        }
+        m_post.sent = true;
+    }
+
+ private:
+    Post& m_post;
+    FakeRecipients m_recipients;
+    FakeAttachments m_attachments;
+};
+
+class FakeSession : public MAPI::Session, public MAPI::Folder {
+ public:
+    explicit FakeSession(Post& post) : m_post(post) {}
+    void Logon() override { m_post.loggedOn = true; }
+    MAPI::Folder& Outbox() override { return *this; }
+    std::vector<MAPI::Recipient> AddressBook(bool) override { return {}; }
+    std::unique_ptr<MAPI::Message> AddMessage() override { return std::make_unique<FakeMessage>(m_post); }
+
+ private:
+    Post& m_post;
+};
+
+class FakeSystem : public MAPI::System {
+ public:
+    explicit FakeSystem(Post& post) : m_post(post) {}
+    std::unique_ptr<MAPI::Session> CreateSession() override { return std::make_unique<FakeSession>(m_post); }
+
+ private:
+    Post& m_post;
+};
+
+class ReportMail : public ReportFolder {
+ protected:
+    void SetUp() override {
+        ReportFolder::SetUp();
+        MAPI::SetMailSystem(&m_system);
+        const char* before = getenv("TMPDIR");
+        m_tmpBefore = before ? before : "";
+        std::filesystem::create_directory(m_folder / "tmp");
+        setenv("TMPDIR", Path("tmp").c_str(), 1);
+    }
+    void TearDown() override {
+        MAPI::SetMailSystem(nullptr);
+        m_tmpBefore.empty() ? unsetenv("TMPDIR") : setenv("TMPDIR", m_tmpBefore.c_str(), 1);
+        ReportFolder::TearDown();
+    }
+    void Mail(report::Report& report, int format) {
+        report.SetExportDestination(report::DestinationMail);
+        report.SetExportFormat(format);
+        report.SetMail("ann@example.com; ;Bob;", "Sales",
+                       "Gr\xC3\xBC\xC3\x9F"
+                       "e");
+        report.Export(false);
+    }
+    bool TemporaryFolderIsEmpty() const { return std::filesystem::is_empty(m_folder / "tmp"); }
+
+    Post m_post;
+    FakeSystem m_system{m_post};
+    std::string m_tmpBefore;
+};
+
+TEST_F(ReportMail, CarriesTheExportNamedByTheTitle) {
+    const auto report = OpenPeople("", "sales 2025.rpt");
+    Mail(*report, report::FormatHtml);
+    EXPECT_TRUE(m_post.loggedOn && m_post.resolved && m_post.sent);
+    EXPECT_THAT(m_post.recipients, ElementsAre("ann@example.com", "Bob"));
+    EXPECT_EQ(m_post.subject, "Sales");
+    EXPECT_EQ(m_post.position, 6);
+    EXPECT_THAT(m_post.source, EndsWith("\\sales 2025.htm"));
+    EXPECT_THAT(m_post.bytes, HasSubstr("Cleo"));
+    EXPECT_TRUE(TemporaryFolderIsEmpty());
+}
+
+TEST_F(ReportMail, BearsTheIdentityOfTheDueRun) {
+    const auto report = OpenPeople();
+    std::string identity;
+    {
+        const MAPI::DueRun run("store", "schedule", "7", "2026-11-22 07:00");
+        identity = MAPI::DueRun::Identity();
+        Mail(*report, report::FormatHtml);
+    }
+    EXPECT_FALSE(identity.empty());
+    EXPECT_EQ(m_post.identity, identity);
+    Mail(*report, report::FormatHtml);
+    EXPECT_EQ(m_post.identity, "");
+}
+
+TEST_F(ReportMail, EveryFormatHasItsExtension) {
+    const auto report = OpenPeople();
+    for (const auto& [format, extension] : {std::pair{report::FormatPdf, ".pdf"},
+                                            {report::FormatRtf, ".rtf"},
+                                            {report::FormatExcel, ".xls"},
+                                            {report::FormatWord, ".doc"}}) {
+        Mail(*report, format);
+        EXPECT_THAT(m_post.source, EndsWith(extension));
+    }
+}
+
+TEST_F(ReportMail, FailurePassesWithItsNumberAndLeavesNothing) {
+    m_post.failure = err::MailboxFull;
+    const auto report = OpenPeople();
+    EXPECT_EQ(ErrorOf([&] { Mail(*report, report::FormatHtml); }).Number(), err::MailboxFull);
+    EXPECT_TRUE(TemporaryFolderIsEmpty());
+}
+
+TEST_F(ReportMail, NothingIsSentWhenTheRunFails) {
+    const auto report = OpenPeople(Parameters(Parameter("must", "String")));
+    EXPECT_NE(ErrorOf([&] { Mail(*report, report::FormatHtml); }).Number(), 0);
+    EXPECT_FALSE(m_post.loggedOn);
+    EXPECT_TRUE(TemporaryFolderIsEmpty());
+}
+
+TEST_F(ReportMail, FoldersOfDeadProcessesAreRemoved) {
+    const pid_t child = fork();
+    if (child == 0) {
+        new PrivateFolder();  // dies without removing it
+        _exit(0);
+    }
+    waitpid(child, nullptr, 0);
+    ASSERT_FALSE(TemporaryFolderIsEmpty());
+    { const PrivateFolder mine; }
+    EXPECT_TRUE(TemporaryFolderIsEmpty());
+}
+
+TEST_F(ReportMail, FolderThatAnotherMachinesProcessHoldsStays) {
+    // A number that no process of this machine has.
+    const std::filesystem::path held = m_folder / "tmp" / "oxbow-courier-export-999999999-abcdef";
+    std::filesystem::create_directory(held);
+    const int holder = open(held.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ASSERT_EQ(flock(holder, LOCK_EX), 0);
+    { const PrivateFolder mine; }
+    EXPECT_TRUE(std::filesystem::exists(held));
+    close(holder);
+}
+
+TEST_F(ReportMail, FoldersOfLivingProcessesStay) {
+    const PrivateFolder first;
+    { const PrivateFolder second; }
+    EXPECT_TRUE(std::filesystem::exists(first.Path()));
+}
+
+}  // namespace
+}  // namespace reports::test

@@ -1,0 +1,133 @@
+// Charts of both forms of the schema, and what cannot be drawn.
+#include <gmock/gmock.h>
+
+#include "rdl/definition/chart.h"
+#include "rdl/definition/rdl_text.h"
+
+namespace rdl::test {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+
+std::string NewerSeries(const std::string& type, const std::string& subtype, const std::string& more = {}) {
+    return "<ChartSeries Name=\"" + type + subtype +
+           "\"><ChartDataPoints><ChartDataPoint><ChartDataPointValues>"
+           "<Y>=Sum(Fields!Total.Value)</Y></ChartDataPointValues></ChartDataPoint></ChartDataPoints><Type>" +
+           type + "</Type><Subtype>" + subtype + "</Subtype>" + more + "</ChartSeries>";
+}
+
+std::string Newer(const std::string& series, const std::string& more = {},
+                  const std::string& seriesMembers = "<ChartMember/>") {
+    return WithItems(
+        "<Chart Name=\"Turnover\"><ChartCategoryHierarchy><ChartMembers><ChartMember><Group Name=\"Month\">"
+        "<GroupExpressions><GroupExpression>=Fields!Month.Value</GroupExpression></GroupExpressions></Group>"
+        "<Label>=Fields!Name.Value</Label></ChartMember></ChartMembers></ChartCategoryHierarchy>"
+        "<ChartSeriesHierarchy><ChartMembers>" +
+            seriesMembers + "</ChartMembers></ChartSeriesHierarchy><ChartData><ChartSeriesCollection>" +
+            series + "</ChartSeriesCollection></ChartData>" + more + "</Chart>",
+        Ns2008);
+}
+
+std::string Older(const std::string& type, const std::string& subtype, const std::string& more = {}) {
+    return WithItems(
+        "<Chart Name=\"Turnover\"><Type>" + type + "</Type><Subtype>" + subtype +
+        "</Subtype><CategoryGroupings><CategoryGrouping><DynamicCategories><Grouping Name=\"Year\">"
+        "<GroupExpressions><GroupExpression>=Fields!Year.Value</GroupExpression></GroupExpressions></"
+        "Grouping>"
+        "</DynamicCategories></CategoryGrouping><CategoryGrouping><DynamicCategories><Grouping "
+        "Name=\"Month\"><GroupExpressions><GroupExpression>=Fields!Month.Value</GroupExpression>"
+        "</GroupExpressions></Grouping><Label>=Fields!Name.Value</Label></DynamicCategories>"
+        "</CategoryGrouping></CategoryGroupings><ChartData><ChartSeries><DataPoints><DataPoint><DataValues>"
+        "<DataValue><Value>=Sum(Fields!Total.Value)</Value></DataValue><DataValue><Value>2</Value></"
+        "DataValue>"
+        "</DataValues></DataPoint></DataPoints></ChartSeries></ChartData>" +
+        more + "</Chart>");
+}
+
+const Chart& ChartOf(const Definition& report) {
+    return OnlyItem<Chart>(report);
+}
+
+TEST(ChartDefinition, CategoriesAndSeriesAreColumnsAndRowsOfARegion) {
+    const Definition report = Parse(Newer(NewerSeries("Column", "Stacked")));
+    const Chart& chart = ChartOf(report);
+    ASSERT_EQ(chart.data.columnMembers.size(), 1U);
+    EXPECT_EQ(chart.data.columnMembers[0].group->name, "Month");
+    EXPECT_EQ(chart.categoryLabels.at(0).source, "=Fields!Name.Value");
+    ASSERT_EQ(chart.series.size(), 1U);
+    EXPECT_EQ(chart.series[0].kind, ChartKind::Column);
+    EXPECT_EQ(chart.series[0].stack, ChartStack::Stacked);
+    EXPECT_EQ(chart.series[0].points.at(0).y.source, "=Sum(Fields!Total.Value)");
+    EXPECT_EQ(chart.areas.size(), 1U);
+}
+
+TEST(ChartDefinition, OlderGroupingsStandWithinEachOther) {
+    const Definition report = Parse(Older("Bar", "PercentStacked"));
+    const Chart& chart = ChartOf(report);
+    ASSERT_EQ(chart.data.columnMembers.size(), 1U);
+    EXPECT_EQ(chart.data.columnMembers[0].group->name, "Year");
+    EXPECT_EQ(chart.data.columnMembers[0].members.at(0).group->name, "Month");
+    ASSERT_EQ(chart.categoryLabels.size(), 2U);
+    EXPECT_FALSE(chart.categoryLabels[0].IsSet());
+    EXPECT_EQ(chart.categoryLabels[1].source, "=Fields!Name.Value");
+    EXPECT_EQ(chart.series.at(0).kind, ChartKind::Bar);
+    EXPECT_EQ(chart.series.at(0).stack, ChartStack::Percent);
+}
+
+TEST(ChartDefinition, OlderScatterHasItsXFirst) {
+    const Definition report = Parse(Older("Scatter", "Line"));
+    const ChartSeries& series = ChartOf(report).series.at(0);
+    EXPECT_TRUE(series.joined);
+    EXPECT_EQ(series.points.at(0).x.source, "=Sum(Fields!Total.Value)");
+    EXPECT_EQ(series.points.at(0).y.source, "2");
+}
+
+TEST(ChartDefinition, OlderAxesAndLegendAreHiddenUnlessSaid) {
+    const Definition hidden = Parse(Older("Column", "Plain"));
+    EXPECT_EQ(ChartOf(hidden).areas.at(0).valueAxes.at(0).visible.source, "false");
+    EXPECT_TRUE(ChartOf(hidden).legends.empty());
+    const Definition shown =
+        Parse(Older("Column", "Plain",
+                    "<ValueAxis><Axis><Visible>true</Visible><Min>5</Min></Axis></ValueAxis>"
+                    "<Legend><Visible>true</Visible><Position>TopLeft</Position></Legend>"));
+    EXPECT_EQ(ChartOf(shown).areas.at(0).valueAxes.at(0).visible.source, "true");
+    EXPECT_EQ(ChartOf(shown).areas.at(0).valueAxes.at(0).minimum.source, "5");
+    EXPECT_EQ(ChartOf(shown).legends.at(0).position.source, "TopLeft");
+}
+
+TEST(ChartDefinition, TypeThatCannotBeDrawnIsNamedWithChartAndSeries) {
+    EXPECT_THAT(ErrorOf(Newer(NewerSeries("Range", "Candlestick"))),
+                AllOf(HasSubstr("Chart Turnover, ChartSeries RangeCandlestick"),
+                      HasSubstr("a chart of the type Range Candlestick cannot be drawn")));
+    EXPECT_THAT(ErrorOf(Older("Stock", "HighLowClose")),
+                AllOf(HasSubstr("Chart Turnover"), HasSubstr("Stock HighLowClose cannot be drawn")));
+}
+
+TEST(ChartDefinition, DerivedSeriesIsNamed) {
+    const std::string source =
+        "<Chart Name=\"Turnover\"><ChartSeriesHierarchy/><ChartData>"
+        "<ChartDerivedSeriesCollection/></ChartData></Chart>";
+    EXPECT_THAT(ErrorOf(WithItems(source, Ns2008)),
+                AllOf(HasSubstr("Chart Turnover"), HasSubstr("derived from another cannot be drawn")));
+}
+
+TEST(ChartDefinition, PieAndColumnInOneAreaIsAnError) {
+    const std::string both = NewerSeries("Column", "Plain") + NewerSeries("Shape", "Pie");
+    EXPECT_THAT(ErrorOf(Newer(both, "", "<ChartMember/><ChartMember/>")),
+                HasSubstr("its series \"ColumnPlain\" and \"ShapePie\" cannot be drawn in one area"));
+}
+
+TEST(ChartDefinition, SeriesThatFitNoGroupAreAnError) {
+    const std::string both = NewerSeries("Column", "Plain") + NewerSeries("Line", "Plain");
+    EXPECT_THAT(ErrorOf(Newer(both)), HasSubstr("its data has 2 series, but its series groups have 1"));
+}
+
+TEST(ChartDefinition, AreaThatIsMissingIsAnError) {
+    const std::string series = NewerSeries("Column", "Plain", "<ChartAreaName>Upper</ChartAreaName>");
+    EXPECT_THAT(ErrorOf(Newer(series, "<ChartAreas><ChartArea Name=\"Lower\"/></ChartAreas>")),
+                HasSubstr("names the area \"Upper\", which it does not have"));
+}
+
+}  // namespace
+}  // namespace rdl::test

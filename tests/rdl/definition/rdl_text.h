@@ -1,0 +1,54 @@
+// Report files for tests, put together from the parts that a case is about.
+#pragma once
+
+#include <string>
+
+#include "rdl/definition/parse.h"
+
+namespace rdl::test {
+
+inline const std::string Ns2005 = "http://schemas.microsoft.com/sqlserver/reporting/2005/01/reportdefinition";
+inline const std::string Ns2008 = "http://schemas.microsoft.com/sqlserver/reporting/2008/01/reportdefinition";
+inline const std::string Ns2016 = "http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition";
+
+inline std::string Report(const std::string& inner, const std::string& uri = Ns2005) {
+    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<Report xmlns=\"" + uri + "\">" + inner + "</Report>";
+}
+
+// A report whose body holds `items`.
+inline std::string WithItems(const std::string& items, const std::string& uri = Ns2005) {
+    return Report(
+        "<Width>6in</Width><Body><Height>3in</Height><ReportItems>" + items + "</ReportItems></Body>", uri);
+}
+
+inline Definition Parse(const std::string& bytes) {
+    return ParseDefinition(bytes, "sales.rpt");
+}
+
+// What the error says; empty when there is none.
+inline std::string ErrorOf(const std::string& bytes, const DefinitionLimits& limits = {}) {
+    try {
+        ParseDefinition(bytes, "sales.rpt", limits);
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return {};
+}
+
+template <typename Item>
+const Item& Only(const std::vector<ItemPtr>& items) {
+    return dynamic_cast<const Item&>(*items.at(0));
+}
+
+template <typename Item>
+const Item& OnlyItem(const Definition& definition) {
+    return Only<Item>(definition.sections.at(0).items);
+}
+
+// The constant or expression of the cell's first run.
+inline std::string TextOf(const ReportItem* item) {
+    const auto* textbox = dynamic_cast<const Textbox*>(item);
+    return textbox ? textbox->paragraphs.at(0).runs.at(0).value.source : "(none)";
+}
+
+}  // namespace rdl::test

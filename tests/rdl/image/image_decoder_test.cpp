@@ -1,0 +1,101 @@
+#include "rdl/image/image_decoder.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QBuffer>
+#include <algorithm>
+#include <atomic>
+#include <string>
+#include <thread>
+
+#include "rdl/values/error.h"
+
+namespace rdl::image {
+namespace {
+
+std::string Stored(const QImage& image, const char* format) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    EXPECT_TRUE(image.save(&buffer, format));
+    return bytes.toStdString();
+}
+
+// Colours, and a slope of transparency from the left to the right.
+QImage Picture() {
+    QImage image(37, 19, QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            image.setPixel(x, y, qRgba(x * 6, y * 13, (x * y) % 256, x * 7 % 256));
+        }
+    }
+    return image;
+}
+
+std::string Complaint(const std::string& bytes) {
+    try {
+        DecodeImage(bytes, "Logo");
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return {};
+}
+
+TEST(ImageDecoder, EveryKindOfPngHasItsPixels) {
+    QImage seeThrough = Picture().convertToFormat(QImage::Format_Indexed8);
+    seeThrough.setColor(3, qRgba(10, 20, 30, 0));
+    for (const QImage& image :
+         {Picture(), Picture().convertToFormat(QImage::Format_RGB32),
+          Picture().convertToFormat(QImage::Format_RGB32).convertToFormat(QImage::Format_Indexed8),
+          seeThrough, Picture().convertToFormat(QImage::Format_Grayscale8),
+          Picture().convertToFormat(QImage::Format_Mono),
+          Picture().convertToFormat(QImage::Format_Grayscale16),
+          Picture().convertToFormat(QImage::Format_RGBA64)}) {
+        const std::string bytes = Stored(image, "PNG");
+        const QImage expected = QImage::fromData(QByteArray::fromStdString(bytes));
+        const QImage decoded = DecodeImage(bytes, "Logo");
+        EXPECT_EQ(decoded.hasAlphaChannel(), expected.hasAlphaChannel()) << image.format();
+        EXPECT_EQ(decoded.convertToFormat(QImage::Format_ARGB32),
+                  expected.convertToFormat(QImage::Format_ARGB32))
+            << image.format();
+    }
+}
+
+TEST(ImageDecoder, DamagedPicturesAreTheErrorAndNothingElse) {
+    const QImage picture = Picture().convertToFormat(QImage::Format_RGB32);
+    testing::internal::CaptureStderr();
+    for (const char* format : {"PNG", "JPEG", "BMP"}) {
+        const std::string whole = Stored(picture, format);
+        EXPECT_EQ(Complaint(whole), "") << format;
+        EXPECT_EQ(Complaint(whole.substr(0, 20)), "Image \"Logo\" is damaged and cannot be read") << format;
+        Complaint(whole.substr(0, whole.size() / 2));  // some show their upper half
+        std::string changed = whole;
+        std::fill(changed.begin() + 60, changed.begin() + 90, '\x55');
+        Complaint(changed);
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(ImageDecoder, LinesOfOthersReachStandardErrorMeanwhile) {
+    const std::string whole = Stored(Picture(), "PNG");
+    const std::string cut = whole.substr(0, whole.size() / 2);
+    std::atomic<bool> done = false;
+    int written = 0;
+    testing::internal::CaptureStderr();
+    std::thread journal([&] {
+        while (!done) {
+            written += write(STDERR_FILENO, "a line\n", 7) == 7 ? 1 : 0;
+        }
+    });
+    for (int i = 0; i < 2000; ++i) {
+        EXPECT_EQ(Complaint(cut), "Image \"Logo\" is damaged and cannot be read");
+    }
+    done = true;
+    journal.join();
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), written);
+}
+
+}  // namespace
+}  // namespace rdl::image

@@ -1,0 +1,47 @@
+#include "rdl/layout/drawing/pictures.h"
+
+#include <gtest/gtest.h>
+
+#include "rdl/layout/drawing/drawing.h"
+
+namespace rdl::layout {
+namespace {
+
+DrawingInstance DrawingOf(Pictures::Bytes image) {
+    DrawingInstance drawing;
+    drawing.content.ops.emplace_back(ImageOp{0, 0, 10, 10, std::move(image), "Gauge"});
+    return drawing;
+}
+
+// Paints the bytes of the one image, and counts.
+struct Painter {
+    int painted = 0;
+    Pictures::Bytes operator()(const DrawingInstance& drawing) {
+        ++painted;
+        return std::get<ImageOp>(drawing.content.ops.front()).bytes;
+    }
+};
+
+TEST(Pictures, AreMadeOnceForDrawingsThatLookTheSame) {
+    Pictures pictures;
+    Painter painter;
+    const auto paint = [&](const DrawingInstance& drawing) { return painter(drawing); };
+    const auto image = std::make_shared<const std::string>("tile");
+    EXPECT_EQ(pictures.Of(DrawingOf(image), paint), pictures.Of(DrawingOf(image), paint));
+    EXPECT_EQ(painter.painted, 1);
+    pictures.Of(DrawingOf(std::make_shared<const std::string>("other")), paint);
+    EXPECT_EQ(painter.painted, 2);
+}
+
+TEST(Pictures, ImagesAreKeptSoThatNoOtherTakesTheirPlace) {
+    Pictures pictures;
+    auto image = std::make_shared<const std::string>("a picture of the data, gone with its row");
+    const std::weak_ptr<const std::string> seen = image;
+    pictures.Of(DrawingOf(image),
+                [](const DrawingInstance&) { return std::make_shared<const std::string>("painted"); });
+    image.reset();
+    EXPECT_FALSE(seen.expired());
+}
+
+}  // namespace
+}  // namespace rdl::layout

@@ -1,0 +1,143 @@
+// Where a text stands in its box, and how the box fits its text.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "rdl/layout/report_kit.h"
+
+namespace rdl::layout {
+namespace {
+
+using testing::ElementsAre;
+using testing::SizeIs;
+
+const std::string Place = "<Top>0pt</Top><Left>0pt</Left><Height>100pt</Height><Width>100pt</Width>";
+
+std::vector<TextOp> TextsOf(const std::string& items) {
+    std::vector<TextOp> texts;
+    for (const Op& op : PagesOf(BuildKit(Report(items), Sales({}))).pages.at(0).ops) {
+        if (const auto* text = std::get_if<TextOp>(&op)) {
+            texts.push_back(*text);
+        }
+    }
+    return texts;
+}
+
+TextOp Only(const std::string& style, const std::string& more = {}) {
+    return TextsOf(Box("T", "x", Place + "<Style>" + style + "</Style>" + more)).at(0);
+}
+
+TEST(Textbox, VerticalAlignMovesTheText) {
+    const double top = Only("").baseline;
+    const double middle = Only("<VerticalAlign>Middle</VerticalAlign>").baseline;
+    const double bottom = Only("<VerticalAlign>Bottom</VerticalAlign>").baseline;
+    EXPECT_NEAR(middle - top, bottom - middle, 0.01);
+    EXPECT_GT(bottom, 90);
+    EXPECT_LT(top, 12);
+}
+
+TEST(Textbox, PaddingIsLeftFreeOnEachSide) {
+    const std::string padding = "<PaddingLeft>7pt</PaddingLeft><PaddingTop>5pt</PaddingTop>";
+    EXPECT_NEAR(Only(padding).x, 7, 0.01);
+    EXPECT_NEAR(Only(padding).baseline - Only("").baseline, 5, 0.01);
+    EXPECT_NEAR(Only("<VerticalAlign>Bottom</VerticalAlign>").baseline -
+                    Only("<VerticalAlign>Bottom</VerticalAlign><PaddingBottom>9pt</PaddingBottom>").baseline,
+                9, 0.01);
+}
+
+TEST(Textbox, TextRunsDownOrUpByItsWritingMode) {
+    EXPECT_EQ(Only("<WritingMode>Vertical</WritingMode>").rotation, 90);
+    EXPECT_EQ(Only("<WritingMode>Rotate270</WritingMode>").rotation, 270);
+    EXPECT_EQ(Only("<WritingMode>tb-rl</WritingMode>").rotation, 90);
+    EXPECT_EQ(Only("<WritingMode>Horizontal</WritingMode>").rotation, 0);
+}
+
+TEST(Textbox, FromRightToLeftBeginsAtTheRight) {
+    EXPECT_GT(Only("<Direction>RTL</Direction>").x, 90);
+    EXPECT_NEAR(Only("<Direction>RTL</Direction><TextAlign>Left</TextAlign>").x, 0, 0.01);
+}
+
+std::string Below(const std::string& more) {
+    return Box("T", "", "<Top>0pt</Top><Left>0pt</Left><Height>40pt</Height><Width>100pt</Width>" + more) +
+           Box("B", "below", "<Top>50pt</Top><Left>0pt</Left><Height>20pt</Height><Width>100pt</Width>");
+}
+
+TEST(Textbox, ThatShrinksPullsUpWhatIsBelow) {
+    const double fixed = TextsOf(Below("")).at(0).baseline;
+    const double shrunk = TextsOf(Below("<CanShrink>true</CanShrink>")).at(0).baseline;
+    EXPECT_NEAR(fixed - shrunk, 40, 0.01);
+}
+
+TEST(Textbox, ThatCannotGrowHidesWhatDoesNotFit) {
+    const auto page =
+        PagesOf(BuildKit(Report(Box("T", "one two three four five six seven eight nine ten",
+                                    "<Top>0pt</Top><Left>0pt</Left><Height>15pt</Height><Width>60pt"
+                                    "</Width>")),
+                         Sales({})))
+            .pages.at(0);
+    std::vector<ClipOp> clips;
+    for (const Op& op : page.ops) {
+        if (const auto* clip = std::get_if<ClipOp>(&op)) {
+            clips.push_back(*clip);
+        }
+    }
+    ASSERT_THAT(clips, SizeIs(1));
+    EXPECT_NEAR(clips[0].height, 15, 0.01);
+}
+
+std::string Paragraphs(const std::string& first, const std::string& second) {
+    const auto paragraph = [](const std::string& more) {
+        return "<Paragraph><TextRuns><TextRun><Value>a b</Value></TextRun></TextRuns>" + more +
+               "</Paragraph>";
+    };
+    return "<Textbox Name=\"T\"><CanGrow>true</CanGrow><Paragraphs>" + paragraph(first) + paragraph(second) +
+           "</Paragraphs>" + Place + "</Textbox>";
+}
+
+TEST(Paragraph, SpacesAndIndentsAreKept) {
+    const auto plain = TextsOf(Paragraphs("", ""));
+    const auto spaced = TextsOf(Paragraphs("<SpaceAfter>8pt</SpaceAfter>",
+                                           "<SpaceBefore>4pt</SpaceBefore><LeftIndent>15pt</LeftIndent>"));
+    EXPECT_NEAR(spaced.at(1).baseline - plain.at(1).baseline, 12, 0.01);
+    EXPECT_NEAR(spaced.at(1).x, 15, 0.01);
+}
+
+TEST(Paragraph, LineHeightIsTheDistanceOfLines) {
+    const std::string style = "<Style><LineHeight>30pt</LineHeight></Style>";
+    const auto texts = TextsOf(Paragraphs(style, style));
+    EXPECT_NEAR(texts.at(1).baseline - texts.at(0).baseline, 30, 0.01);
+}
+
+TEST(Paragraph, ListsAreNumberedAndMarked) {
+    const std::string numbered = "<ListStyle>Numbered</ListStyle><ListLevel>1</ListLevel>";
+    const auto sink = PagesOf(BuildKit(Report(Paragraphs(numbered, numbered)), Sales({})));
+    EXPECT_THAT(sink.bodies.at(0), ElementsAre("a b", "1.", "a b", "2."));
+    const auto marked =
+        PagesOf(BuildKit(Report(Paragraphs("<ListStyle>Bulleted</ListStyle>", "")), Sales({})));
+    EXPECT_THAT(marked.bodies.at(0), ElementsAre("a b", "\xE2\x80\xA2", "a b"));
+}
+
+TEST(Paragraph, AHangingIndentMovesTheLinesBehindTheFirst) {
+    const auto texts = TextsOf(
+        "<Textbox Name=\"T\"><CanGrow>true</CanGrow><Paragraphs><Paragraph><TextRuns><TextRun>"
+        "<Value>one two three four five six seven</Value></TextRun></TextRuns><HangingIndent>"
+        "20pt</HangingIndent></Paragraph></Paragraphs>" +
+        Place + "</Textbox>");
+    ASSERT_GT(texts.size(), 1U);
+    EXPECT_NEAR(texts[0].x, 0, 0.01);
+    EXPECT_NEAR(texts[1].x, 20, 0.01);
+}
+
+TEST(Body, KnowsTheNumberOfPages) {
+    const auto sink = PagesOf(BuildKit(
+        Report(
+            Box("T", "=Globals!PageNumber &amp; \" of \" &amp; Globals!TotalPages",
+                "<Top>0pt</Top><Left>0pt</Left><Height>20pt</Height><Width>100pt</Width>") +
+            "<Rectangle Name=\"R\"><Top>30pt</Top><Left>0pt</Left><Height>20pt</Height><Width>100pt</Width>"
+            "<PageBreak><BreakLocation>Start</BreakLocation></PageBreak><ReportItems>" +
+            Box("U", "x", "<Height>20pt</Height><Width>100pt</Width>") + "</ReportItems></Rectangle>"),
+        Sales({})));
+    EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("1 of 2"), ElementsAre("x")));
+}
+
+}  // namespace
+}  // namespace rdl::layout

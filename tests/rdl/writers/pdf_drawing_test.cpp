@@ -1,0 +1,251 @@
+// Lines, areas, clips and images of PDF pages.
+#include <gmock/gmock.h>
+#include <zlib.h>
+
+#include <QBuffer>
+#include <QImage>
+
+#include "rdl/values/error.h"
+#include "rdl/writers/pdf/content.h"
+#include "rdl/writers/pdf_kit.h"
+
+namespace rdl::writers::test {
+namespace {
+
+using layout::LineStyle;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+std::size_t CountOf(const std::string& part, const std::string& text) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += part.size()) {
+        ++count;
+    }
+    return count;
+}
+
+class PdfDrawing : public testing::Test {
+ protected:
+    std::string Draw(std::vector<layout::Op> ops) {
+        layout::Page page;
+        page.ops = std::move(ops);
+        return m_content.Draw(page, 100);
+    }
+    StringOutput m_output;
+    PdfFile m_file{m_output};
+    PdfFonts m_fonts;
+    PdfImages m_images{m_file};
+    PdfContent m_content{m_fonts, m_images};
+};
+
+layout::LineOp LineOf(LineStyle style, layout::Color color = layout::Black) {
+    return {10, 20, 60, 20, 2, color, style};
+}
+
+TEST_F(PdfDrawing, YIsMeasuredFromTheBottom) {
+    EXPECT_THAT(Draw({layout::RectOp{10, 20, 30, 5, 0xFF00FF00}}), HasSubstr("0 1 0 rg 10 75 30 5 re f"));
+    EXPECT_THAT(Draw({LineOf(LineStyle::Solid)}), HasSubstr("2 w 10 80 m 60 80 l S"));
+}
+
+TEST_F(PdfDrawing, LinesAlikeSayOnceHowTheyAreDrawn) {
+    const auto solid = LineOf(LineStyle::Solid), dotted = LineOf(LineStyle::Dotted);
+    const std::string out = Draw({solid, solid, dotted, dotted, solid});
+    EXPECT_EQ(CountOf("2 w ", out), 1u);
+    EXPECT_EQ(CountOf("[2 2 ] 0 d ", out), 1u);
+    EXPECT_EQ(CountOf("[] 0 d ", out), 1u);
+    EXPECT_EQ(CountOf(" S\n", out), 5u);
+}
+
+TEST_F(PdfDrawing, DashesGoWithTheWidth) {
+    EXPECT_THAT(Draw({LineOf(LineStyle::Dotted)}), HasSubstr("[2 2 ] 0 d"));
+    EXPECT_THAT(Draw({LineOf(LineStyle::Dashed)}), HasSubstr("[6 4 ] 0 d"));
+    EXPECT_THAT(Draw({LineOf(LineStyle::DashDot)}), HasSubstr("[6 4 2 4 ] 0 d"));
+    EXPECT_THAT(Draw({LineOf(LineStyle::DashDotDot)}), HasSubstr("[6 4 2 4 2 4 ] 0 d"));
+    EXPECT_THAT(Draw({LineOf(LineStyle::None)}), Not(HasSubstr(" S")));
+}
+
+TEST_F(PdfDrawing, ADoubleLineIsTwoOfAThird) {
+    const std::string out = Draw({LineOf(LineStyle::Double)});
+    EXPECT_EQ(CountOf(" S\n", out), 2u);
+    EXPECT_THAT(out, AllOf(HasSubstr("0.667 w"), HasSubstr("79.333 m"), HasSubstr("80.667 m")));
+}
+
+TEST_F(PdfDrawing, SeeThroughColoursAreStatesOfTheirOwn) {
+    const std::string out =
+        Draw({layout::RectOp{0, 0, 9, 9, 0x80FF0000}, layout::RectOp{0, 0, 9, 9, 0xFFFF0000},
+              layout::RectOp{0, 0, 8, 8, 0x00FF0000}});
+    EXPECT_LT(out.find("/A128 gs"), out.find("/A255 gs"));
+    EXPECT_THAT(m_content.Resources(), HasSubstr("/A128<</ca 0.502/CA 0.502>>"));
+    EXPECT_THAT(out, Not(HasSubstr("8 8 re")));  // not there at all
+}
+
+TEST_F(PdfDrawing, FillAndOutlineMayBeSeeThroughDifferently) {
+    layout::PathOp path;
+    using Segment = layout::PathOp::Segment;
+    path.segments = {{Segment::Move, {0}, {0}},
+                     {Segment::LineTo, {9}, {0}},
+                     {Segment::LineTo, {9}, {9}},
+                     {Segment::Close, {}, {}}};
+    path.fill = 0x40FF0000;
+    path.stroke = layout::Black;
+    path.strokeWidth = 1;
+    path.strokeStyle = LineStyle::Solid;
+    const std::string out = Draw({path});
+    EXPECT_LT(out.find("/A64 gs"), out.find("h f\n"));
+    EXPECT_LT(out.find("h f\n"), out.find("/A255 gs"));
+    EXPECT_LT(out.find("/A255 gs"), out.find("h S\n"));
+}
+
+TEST_F(PdfDrawing, ClipsAlwaysEnd) {
+    const layout::ClipOp clip{0, 0, 5, 5};
+    for (const std::vector<layout::Op>& ops : {std::vector<layout::Op>{clip},
+                                               {clip, clip, layout::UnclipOp{}},
+                                               {layout::UnclipOp{}, clip},
+                                               {clip, layout::UnclipOp{}, layout::UnclipOp{}},
+                                               {}}) {
+        const std::string out = Draw(ops);
+        EXPECT_EQ(CountOf("q ", out) + CountOf("q\n", out), CountOf("Q\n", out)) << out;
+        EXPECT_EQ(out.substr(0, 2), "q\n");
+        EXPECT_TRUE(out.ends_with("Q\n"));
+    }
+}
+
+TEST_F(PdfDrawing, ColoursBehindAClipAreTheOnesBeforeIt) {
+    const std::string out = Draw({layout::ClipOp{0, 0, 5, 5}, layout::RectOp{0, 0, 9, 9, 0xFFFF0000},
+                                  layout::UnclipOp{}, layout::RectOp{0, 0, 7, 7, 0xFFFF0000}});
+    EXPECT_EQ(CountOf("1 0 0 rg", out), 2u);
+}
+
+std::shared_ptr<const std::string> Stored(const QImage& image, const char* format) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, format);
+    return std::make_shared<const std::string>(bytes.toStdString());
+}
+
+QImage Picture(bool alpha = false) {
+    QImage image(20, 10, alpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    image.fill(alpha ? QColor(255, 0, 0, 128) : QColor(0, 0, 255));
+    return image;
+}
+
+layout::ImageOp ImageOf(std::shared_ptr<const std::string> bytes) {
+    return {10, 20, 40, 30, std::move(bytes), "Logo"};
+}
+
+TEST_F(PdfDrawing, AJpegGoesInAsItIs) {
+    const auto jpeg = Stored(Picture(), "JPEG");
+    const std::string out = Draw({ImageOf(jpeg)});
+    EXPECT_THAT(out, HasSubstr("40 0 0 30 10 50 cm /I"));
+    EXPECT_THAT(m_output.bytes,
+                AllOf(HasSubstr(*jpeg), HasSubstr("/DCTDecode"), HasSubstr("/Width 20/Height 10")));
+}
+
+TEST_F(PdfDrawing, AGreyJpegIsGrey) {
+    Draw({ImageOf(Stored(Picture().convertToFormat(QImage::Format_Grayscale8), "JPEG"))});
+    EXPECT_THAT(m_output.bytes, HasSubstr("/DeviceGray"));
+}
+
+TEST_F(PdfDrawing, TransparencyOfAPngIsAMask) {
+    Draw({ImageOf(Stored(Picture(true), "PNG"))});
+    EXPECT_THAT(m_output.bytes, AllOf(HasSubstr("/SMask"), HasSubstr("/DeviceGray")));
+}
+
+TEST_F(PdfDrawing, APngWithoutTransparencyHasNoMask) {
+    Draw({ImageOf(Stored(Picture(), "PNG"))});
+    EXPECT_THAT(m_output.bytes, AllOf(Not(HasSubstr("/SMask")), HasSubstr("/DeviceRGB")));
+}
+
+TEST_F(PdfDrawing, TheSameImageIsWrittenOnce) {
+    const auto one = Stored(Picture(), "PNG");
+    const auto loadedAgain = std::make_shared<const std::string>(*one);
+    Draw({ImageOf(one), ImageOf(one), ImageOf(loadedAgain)});
+    EXPECT_EQ(CountOf("/Subtype/Image", m_output.bytes), 1u);
+    Draw({ImageOf(Stored(Picture(true), "BMP"))});
+    EXPECT_GT(CountOf("/Subtype/Image", m_output.bytes), 1u);
+}
+
+std::string ErrorOf(const std::function<void()>& act) {
+    try {
+        act();
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+TEST_F(PdfDrawing, ADamagedImageIsAnErrorThatNamesTheItem) {
+    const std::string png = *Stored(Picture(), "PNG"), jpeg = *Stored(Picture(), "JPEG");
+    const std::string noPicture =
+        "<svg xmlns=\"http://www.w3.org/2000/svg\"><image href=\"/etc/passwd\"/></svg>";
+    for (const std::string& bytes :
+         {png.substr(0, png.size() / 2), png.substr(0, 20), jpeg.substr(0, jpeg.size() - 2),
+          jpeg.substr(0, 30), std::string("GIF89a"), std::string("BM"), noPicture}) {
+        const auto stored = std::make_shared<const std::string>(bytes);
+        EXPECT_THAT(ErrorOf([&] { Draw({ImageOf(stored)}); }), testing::StartsWith("Image \"Logo\" is "))
+            << bytes;
+    }
+}
+
+// A PNG up to where its pixels begin, of any size.
+std::string PngHeader(std::uint32_t width, std::uint32_t height) {
+    std::string chunk = "IHDR";
+    for (const std::uint32_t number : {width, height}) {
+        for (const int shift : {24, 16, 8, 0}) {
+            chunk += static_cast<char>(number >> shift);
+        }
+    }
+    chunk += std::string("\x08\x02\0\0\0", 5);
+    const auto sum = static_cast<std::uint32_t>(
+        crc32(0, reinterpret_cast<const Bytef*>(chunk.data()), static_cast<uInt>(chunk.size())));
+    std::string png = std::string("\x89PNG\r\n\x1A\n\0\0\0\x0D", 12) + chunk;
+    for (const int shift : {24, 16, 8, 0}) {
+        png += static_cast<char>(sum >> shift);
+    }
+    return png + std::string("\0\0\0\x10IDAT", 8);
+}
+
+TEST_F(PdfDrawing, ABombIsRefusedBeforeItIsUnpacked) {
+    const auto png = std::make_shared<const std::string>(PngHeader(60'000, 60'000));
+    EXPECT_EQ(ErrorOf([&] { Draw({ImageOf(png)}); }), "Image \"Logo\" has more than 64 million pixels");
+    std::string jpeg = *Stored(Picture(), "JPEG");
+    const std::size_t frame = jpeg.find("\xFF\xC0");
+    ASSERT_NE(frame, std::string::npos);
+    jpeg.replace(frame + 5, 4, "\xFF\xFF\xFF\xFF");
+    EXPECT_EQ(ErrorOf([&] { Draw({ImageOf(std::make_shared<const std::string>(jpeg))}); }),
+              "Image \"Logo\" has more than 64 million pixels");
+}
+
+TEST_F(PdfDrawing, RandomlyChangedImagesAreReadOrRefused) {
+    std::uint32_t seed = 7;
+    const auto next = [&seed] { return (seed = seed * 1664525u + 1013904223u) >> 8; };
+    for (const char* format : {"PNG", "JPEG", "BMP"}) {
+        const std::string whole = *Stored(Picture(), format);
+        for (int round = 0; round < 40; ++round) {
+            std::string bytes = whole;
+            for (int change = 0; change < 3; ++change) {
+                bytes[2 + next() % (bytes.size() - 2)] = static_cast<char>(next());
+            }
+            const std::string said =
+                ErrorOf([&] { Draw({ImageOf(std::make_shared<const std::string>(bytes))}); });
+            EXPECT_TRUE(said == "no error" || said.rfind("Image \"Logo\" ", 0) == 0) << said;
+        }
+    }
+}
+
+TEST_F(PdfDrawing, PagesWithImagesAreSound) {
+    NEEDS_PROGRAM("qpdf");
+    layout::Instance image = TextItem("");
+    image.kind = layout::InstanceKind::Image;
+    image.paragraphs.clear();
+    image.imageBytes = Stored(Picture(true), "PNG");
+    layout::Instance photo = image;
+    photo.y = 50;
+    photo.imageBytes = Stored(Picture(), "JPEG");
+    ExpectSound(PdfOf({image, photo}));
+}
+
+}  // namespace
+}  // namespace rdl::writers::test

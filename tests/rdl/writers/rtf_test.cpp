@@ -1,0 +1,505 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QImage>
+#include <algorithm>
+#include <cstdio>
+#include <limits>
+#include <memory>
+#include <string>
+
+#include "rdl/format/format.h"
+#include "rdl/values/error.h"
+#include "rdl/writers/rtf_reader.h"
+#include "rdl/writers/sample_report.h"
+
+namespace rdl::writers {
+namespace {
+
+using namespace test;
+using layout::Instance;
+using layout::InstanceKind;
+using layout::TableRow;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+std::string Rtf(const std::unique_ptr<layout::ReportInstance>& report) {
+    StringOutput output;
+    Options options;
+    options.nowTicks = MakeTicks(2024, 2, 29) + 13 * TicksPerSecond * 3600;
+    WriteRtf(*report, output, options);
+    return output.bytes;
+}
+
+RtfDocument Document(std::vector<Instance> items, std::vector<Instance> header = {}) {
+    RtfDocument document = RtfReader::Read(Rtf(SampleReport(std::move(items), std::move(header))));
+    EXPECT_TRUE(document.balanced);
+    for (const RtfRowRead& row : document.rows) {
+        EXPECT_EQ(row.texts.size(), row.edges.size());
+        EXPECT_TRUE(std::is_sorted(row.edges.begin(), row.edges.end()));
+    }
+    return document;
+}
+
+std::shared_ptr<SampleTable> Rows(std::size_t count) {
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80, 60};
+    table->rows = count;
+    table->make = [](std::size_t i, TableRow& row) {
+        row.columnHeader = i == 0;
+        AddCell(row, TextItem(i == 0 ? "Name" : "Row " + std::to_string(i)));
+        AddCell(row, TextItem(i == 0 ? "Sum" : "1"));
+    };
+    table->repeated = {0};
+    return table;
+}
+
+Instance Picture(const std::string& bytes) {
+    Instance image;
+    image.kind = InstanceKind::Image;
+    image.name = "Logo";
+    image.width = 50;
+    image.height = 25;
+    image.imageBytes = std::make_shared<const std::string>(bytes);
+    return image;
+}
+
+std::string Encoded(const char* format) {
+    QImage image(8, 4, QImage::Format_RGB32);
+    image.fill(0x336699);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, format);
+    return bytes.toStdString();
+}
+
+TEST(Rtf, IsADocumentWithTitleAuthorAndTime) {
+    const auto report = SampleReport({TextItem("body")});
+    report->title = "Profit {and} Loss\\";
+    report->author = "Ann";
+    const std::string rtf = Rtf(report);
+    EXPECT_EQ(rtf.substr(0, 6), "{\\rtf1");
+    const RtfDocument document = RtfReader::Read(rtf);
+    EXPECT_TRUE(document.balanced);
+    EXPECT_EQ(document.Hidden("title"), "Profit {and} Loss\\");
+    EXPECT_EQ(document.Hidden("author"), "Ann");
+    EXPECT_THAT(rtf, HasSubstr("\\creatim\\yr2024\\mo2\\dy29\\hr13\\min0"));
+}
+
+TEST(Rtf, HostileTextIsOnlyText) {
+    const RtfDocument document = Document({TextItem("}}{\\object\\objdata 00}\\par\x01\x7F{\\*")});
+    ASSERT_EQ(document.rows.size(), 1u);
+    EXPECT_THAT(document.rows[0].texts, ElementsAre("}}{\\object\\objdata 00}\\par{\\*"));
+    EXPECT_EQ(document.Count("object"), 0);
+}
+
+TEST(Rtf, HostileFontNamesStayInTheFontTable) {
+    Instance item = TextItem("x");
+    auto style = std::make_shared<layout::CharStyle>();
+    style->family = "A;}{\\object\n";
+    item.paragraphs[0].runs[0].style = style;
+    const RtfDocument document = Document({item});
+    EXPECT_EQ(document.Count("object"), 0);
+    EXPECT_THAT(document.Hidden("fonttbl"), HasSubstr("A}{\\object"));
+}
+
+TEST(Rtf, CharactersBeyondAsciiAreUnits) {
+    // U+00E9, U+20AC, U+FB01 above 32767, U+1F600 in two units; what is no UTF-8 is U+FFFD.
+    const RtfDocument document = Document({TextItem("\u00E9\u20AC\uFB01\U0001F600\xFF")});
+    EXPECT_THAT(document.rows.at(0).texts, ElementsAre("<233><8364><-1279><-10179><-8704><-3>"));
+}
+
+TEST(Rtf, LineFeedsAndTabsAreKept) {
+    EXPECT_THAT(Document({TextItem("a\r\nb\tc")}).rows.at(0).texts, ElementsAre("a|b\tc"));
+    EXPECT_THAT(Document({TextItem("a\u2028b\u2029c")}).rows.at(0).texts, ElementsAre("a|b|c"));
+}
+
+TEST(Rtf, LettersAreFontsColorsAndWeights) {
+    Instance item = TextItem("x");
+    layout::CharStyle style;
+    style.family = "Courier New";
+    style.size = 11.5F;
+    style.bold = style.italic = true;
+    style.decoration = layout::Decoration::Underline;
+    style.color = 0xFF336699;
+    item.paragraphs[0].runs[0].style = std::make_shared<const layout::CharStyle>(style);
+    const std::string rtf = Rtf(SampleReport({item}));
+    EXPECT_THAT(rtf, HasSubstr("{\\colortbl;\\red51\\green102\\blue153;}"));
+    EXPECT_THAT(rtf, HasSubstr("\\f1\\fs23\\b\\i\\ul\\cf1 x"));
+    EXPECT_THAT(rtf, HasSubstr("{\\f1\\fnil\\fcharset0 Courier New;}"));
+}
+
+TEST(Rtf, LooksOfTheFirstRunEndWithIt) {
+    Instance item = TextItem("Bold");
+    layout::CharStyle bold;
+    bold.bold = true;
+    bold.decoration = layout::Decoration::Underline;
+    item.paragraphs[0].runs[0].style = std::make_shared<const layout::CharStyle>(bold);
+    layout::RunInstance plain;
+    plain.text = "plain";
+    plain.style = std::make_shared<const layout::CharStyle>();
+    item.paragraphs[0].runs.push_back(plain);
+    EXPECT_THAT(Rtf(SampleReport({item})), HasSubstr(" Bold{\\plain\\f0\\fs20\\cf1 plain}"));
+}
+
+TEST(Rtf, NumbersGoRightAndTextLeft) {
+    EXPECT_EQ(Document({ValueItem(Value::Integer(7), "7", "")}).Count("qr"), 1);
+    EXPECT_EQ(Document({TextItem("7")}).Count("qr"), 0);
+}
+
+TEST(Rtf, PaddingAndIndentsAddUp) {
+    Instance item = TextItem("x");
+    layout::BoxStyle box;
+    box.paddingLeft = 2;
+    box.paddingTop = 3;
+    item.box = std::make_shared<const layout::BoxStyle>(box);
+    item.paragraphs[0].leftIndent = 10;
+    item.paragraphs[0].hangingIndent = 5;
+    item.paragraphs[0].spaceBefore = 1;
+    const RtfDocument document = Document({item});
+    EXPECT_EQ(document.Count("li340"), 1);
+    EXPECT_EQ(document.Count("fi-100"), 1);
+    EXPECT_EQ(document.Count("sb80"), 1);
+}
+
+TEST(Rtf, ListsHaveTheirMarks) {
+    Instance item = TextItem("one");
+    item.paragraphs.push_back(item.paragraphs[0]);
+    item.paragraphs[0].bulleted = true;
+    item.paragraphs[1].listNumber = 2;
+    EXPECT_THAT(Document({item}).rows.at(0).texts, ElementsAre("<8226>\tone|2.\tone"));
+}
+
+TEST(Rtf, LinksAreWebAddressesOrNothing) {
+    for (const char* bad : {"javascript:alert(1)", "file:///etc/passwd", "\\\\server\\share", "tel:1",
+                            "x.doc", " data:text/html,x", "ftps:x"}) {
+        Instance item = TextItem("click");
+        item.hyperlink = bad;
+        EXPECT_EQ(Document({item}).Count("fldinst"), 0) << bad;
+    }
+    Instance item = TextItem("click");
+    item.hyperlink = "https://example.com/?a=\"}\\b \u00E9";
+    const RtfDocument document = Document({item});
+    EXPECT_EQ(document.Hidden("fldinst"), "HYPERLINK \"https://example.com/?a=%22%7D%5Cb%20%C3%A9\"");
+    EXPECT_THAT(document.rows.at(0).texts, ElementsAre("click"));
+}
+
+TEST(Rtf, BookmarksLeadToTheirItem) {
+    Instance from = TextItem("from"), to = TextItem("to", 0, 20);
+    from.bookmarkLink = to.bookmark = "a b}";
+    const RtfDocument document = Document({from, to, to});
+    EXPECT_EQ(document.Hidden("fldinst"), "HYPERLINK \\l \"b1\"");
+    EXPECT_EQ(document.Hidden("bkmkstart"), "b1");
+    EXPECT_EQ(document.Count("bkmkstart"), 1);
+}
+
+TEST(Rtf, TablesAndRectanglesHaveBookmarksToo) {
+    Instance table = TableItem(Rows(2));
+    table.bookmark = "here";
+    Instance frame;
+    frame.kind = InstanceKind::Container;
+    frame.y = 50;
+    frame.width = frame.height = 50;
+    frame.bookmark = "there";
+    frame.children.push_back(TextItem("x"));
+    EXPECT_EQ(Document({table, frame}).Count("bkmkstart"), 2);
+}
+
+TEST(Rtf, PageMarksAreFieldsOfTheHeader) {
+    const std::string rtf = Rtf(SampleReport({TextItem("body")}, {TextItem("Page \uE000 of \uE001")}));
+    EXPECT_THAT(
+        rtf, HasSubstr("Page {\\field{\\*\\fldinst PAGE}{\\fldrslt 1}} of {\\field{\\*\\fldinst NUMPAGES}"));
+    EXPECT_THAT(rtf, HasSubstr("{\\header "));
+    EXPECT_THAT(rtf, Not(HasSubstr("\\u-8192")));
+}
+
+TEST(Rtf, MessageOfATableWithoutRowsHasItsLetters) {
+    auto table = Rows(0);
+    table->noRowsMessage = "Nothing";
+    auto letters = std::make_shared<layout::CharStyle>();
+    letters->bold = true;
+    table->noRowsStyle = letters;
+    EXPECT_THAT(Rtf(SampleReport({TableItem(table)})), HasSubstr("\\b\\cf1 Nothing\\par"));
+}
+
+TEST(Rtf, PaperIsAsWideAsItsContentNeeds) {
+    auto table = Rows(2);
+    table->columnWidths = {300, 400};
+    const auto report = SampleReport({TableItem(table, 20)});
+    layout::PageSetup& page = report->sections[0]->page;
+    page.width = 595;
+    page.marginLeft = page.marginRight = 50;
+    EXPECT_THAT(Rtf(report), AllOf(HasSubstr("\\paperw16400"), HasSubstr("\\pgwsxn16400")));
+    table->columnWidths = {1000, 1000};  // past the widest paper of word processors
+    EXPECT_THAT(Rtf(report), HasSubstr("\\paperw31680"));
+    table->columnWidths = {200, 200};
+    EXPECT_THAT(Rtf(report), HasSubstr("\\paperw11900"));
+}
+
+TEST(Rtf, PageSetupIsInTwips) {
+    const auto report = SampleReport({TextItem("body")}, {TextItem("head")});
+    layout::PageSetup& page = report->sections[0]->page;
+    page.width = 842;
+    page.height = 595;
+    page.marginLeft = 36;
+    page.marginTop = 30;
+    page.headerOnFirst = false;
+    const RtfDocument document = RtfReader::Read(Rtf(report));
+    for (const char* word : {"pgwsxn16840", "pghsxn11900", "marglsxn720", "margtsxn1000", "headery600",
+                             "lndscpsxn", "titlepg"}) {
+        EXPECT_EQ(document.Count(word), 1) << word;
+    }
+    EXPECT_EQ(document.Count("headerf"), 0);  // the first page has none
+}
+
+TEST(Rtf, TablesRepeatTheirHeading) {
+    const RtfDocument document = Document({TableItem(Rows(3), 10)});
+    ASSERT_EQ(document.rows.size(), 3u);
+    EXPECT_THAT(document.rows[0].texts, ElementsAre("Name", "Sum"));
+    EXPECT_THAT(document.rows[2].texts, ElementsAre("Row 2", "1"));
+    EXPECT_THAT(document.rows[2].edges, ElementsAre(1800, 3000));
+    EXPECT_TRUE(document.rows[0].heading);
+    EXPECT_FALSE(document.rows[1].heading);
+    EXPECT_EQ(document.Count("trleft200"), 3);
+}
+
+TEST(Rtf, HeightsAreExactUnlessTextMayGrow) {
+    auto table = Rows(3);
+    const auto make = table->make;
+    table->make = [make](std::size_t i, TableRow& row) {
+        make(i, row);
+        row.cells[0].content.height = row.cells[1].content.height = row.height;
+        row.cells[0].content.canGrow = i >= 1;
+        row.cells[0].content.paragraphs[0].runs[0].text = i < 2 ? "text" : "";
+    };
+    const RtfDocument document = Document({TableItem(table)});
+    EXPECT_EQ(document.rows.at(0).height, -300);
+    EXPECT_EQ(document.rows.at(1).height, 300);
+    EXPECT_EQ(document.rows.at(2).height, 300);  // room for a line
+}
+
+TEST(Rtf, PagesBreakBeforeRowsAndHeadingsAreThereAgain) {
+    auto table = Rows(4);
+    const auto make = table->make;
+    table->make = [make](std::size_t i, TableRow& row) {
+        make(i, row);
+        row.breakBefore = i == 2;
+    };
+    const RtfDocument document = Document({TableItem(table)});
+    EXPECT_EQ(document.Count("pagebb"), 1);
+    ASSERT_EQ(document.rows.size(), 5u);
+    EXPECT_EQ(document.rows[2].texts[0], "Name");
+    EXPECT_TRUE(document.rows[2].heading);
+    EXPECT_EQ(document.rows[3].texts[0], "Row 2");
+}
+
+TEST(Rtf, PagesDoNotBreakBeforeAnythingIsThere) {
+    Instance item = TextItem("first");
+    item.breakBefore = true;
+    EXPECT_EQ(Document({item}).Count("pagebb"), 0);
+    Instance second = TextItem("second", 0, 40);
+    second.breakBefore = true;
+    EXPECT_EQ(Document({item, second}).Count("pagebb"), 1);
+}
+
+TEST(Rtf, CellsOverSeveralRowsAreMerged) {
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80, 60, 20};
+    table->rows = 4;
+    table->make = [](std::size_t i, TableRow& row) {
+        if (i % 2 == 0) {
+            AddCell(row, TextItem("group"), 1, 2);
+        }
+        AddCell(row, TextItem("detail " + std::to_string(i)), 2);
+        row.cells.back().column = 1;
+        row.breakBefore = i == 3;
+    };
+    const RtfDocument document = Document({TableItem(table)});
+    ASSERT_EQ(document.rows.size(), 4u);
+    EXPECT_THAT(document.rows[0].merges, ElementsAre("clvmgf", ""));
+    EXPECT_THAT(document.rows[1].merges, ElementsAre("clvmrg", ""));
+    EXPECT_THAT(document.rows[1].texts, ElementsAre("", "detail 1"));
+    EXPECT_THAT(document.rows[0].edges, ElementsAre(1600, 3200));
+    EXPECT_THAT(document.rows[3].merges, ElementsAre("clvmgf", ""));  // anew on its page
+}
+
+TEST(Rtf, PlacesThatNoCellCoversAreEmptyCells) {
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {10, 20, 30};
+    table->rows = 1;
+    table->make = [](std::size_t, TableRow& row) {
+        AddCell(row, TextItem("x"));
+        row.cells[0].column = 1;
+    };
+    const RtfDocument document = Document({TableItem(table)});
+    EXPECT_THAT(document.rows.at(0).texts, ElementsAre("", "x", ""));
+}
+
+TEST(Rtf, BordersAndBackgroundsAreTheCells) {
+    Instance item = TextItem("x");
+    layout::BoxStyle box;
+    box.top = {layout::LineStyle::Dashed, 0xFFFF0000, 1.5F};
+    box.right = {layout::LineStyle::Solid, 0xFFFF0000, 1};
+    box.background = 0xFF00FF00;
+    box.vAlign = layout::VAlign::Bottom;
+    item.box = std::make_shared<const layout::BoxStyle>(box);
+    const std::string rtf = Rtf(SampleReport({item}));
+    EXPECT_THAT(rtf, HasSubstr("\\clbrdrt\\brdrdash\\brdrw30\\brdrcf1\\clbrdrr\\brdrs\\brdrw20\\brdrcf1"));
+    EXPECT_THAT(rtf, HasSubstr("\\clvertalb\\clcbpat2"));
+    EXPECT_THAT(rtf, HasSubstr("{\\colortbl;\\red255\\green0\\blue0;\\red0\\green255\\blue0;"));
+}
+
+TEST(Rtf, ItemsBesideEachOtherShareRows) {
+    const RtfDocument document =
+        Document({TextItem("tall", 0, 0, 100, 40), TextItem("upper", 120, 0, 100, 20),
+                  TextItem("lower", 120.3, 20, 100, 20)});
+    ASSERT_EQ(document.rows.size(), 2u);
+    EXPECT_THAT(document.rows[0].texts, ElementsAre("tall", "", "upper"));
+    EXPECT_THAT(document.rows[0].merges, ElementsAre("clvmgf", "", ""));
+    EXPECT_THAT(document.rows[1].texts, ElementsAre("", "", "lower"));
+    EXPECT_THAT(document.rows[1].merges, ElementsAre("clvmrg", "", ""));
+    EXPECT_EQ(document.rows[0].edges[1], 2400);
+}
+
+TEST(Rtf, OverlappingItemsAreAllThere) {
+    const RtfDocument document = Document({TextItem("one"), TextItem("two"), TextItem("three", 50, 0, 100)});
+    EXPECT_THAT(document.rows.at(0).texts, ElementsAre("one|two", "three"));
+}
+
+TEST(Rtf, RectanglesBecomeTheLookOfTheirCells) {
+    Instance frame;
+    frame.kind = InstanceKind::Container;
+    frame.x = 10;
+    frame.width = 100;
+    frame.height = 50;
+    layout::BoxStyle box;
+    box.background = 0xFF0000FF;
+    box.left = {layout::LineStyle::Solid, layout::Black, 1};
+    frame.box = std::make_shared<const layout::BoxStyle>(box);
+    frame.children.push_back(TextItem("inner", 20, 10, 40, 20));
+    const RtfDocument document = Document({frame});
+    ASSERT_EQ(document.rows.size(), 3u);
+    EXPECT_THAT(document.rows[1].texts, ElementsAre("", "inner", ""));
+    EXPECT_THAT(document.rows[1].edges, ElementsAre(600, 1400, 2200));
+    EXPECT_EQ(document.Count("clbrdrl"), 3);
+    EXPECT_EQ(document.Count("clcbpat2"), 7);  // one beside another like it is one cell
+}
+
+TEST(Rtf, LinesAreBordersWithoutCellsOfTheirOwn) {
+    Instance line;
+    line.kind = InstanceKind::Line;
+    line.width = 200;
+    line.y = 30;
+    layout::BoxStyle box;
+    box.top = {layout::LineStyle::Solid, layout::Black, 2};
+    line.box = std::make_shared<const layout::BoxStyle>(box);
+    const RtfDocument alone = Document({line});
+    ASSERT_EQ(alone.rows.size(), 1u);
+    EXPECT_EQ(alone.Count("clbrdrt"), 1);
+    Instance upright = line;
+    upright.width = 0;
+    upright.x = 50;
+    upright.y = 0;
+    upright.height = 12;
+    const RtfDocument beside = Document({TextItem("a", 0, 0, 50), TextItem("b", 50, 0, 50), upright});
+    EXPECT_THAT(beside.rows.at(0).texts, ElementsAre("a", "b"));
+    EXPECT_EQ(beside.Count("clbrdrl"), 1);
+}
+
+TEST(Rtf, TablesBesideTextAreNested) {
+    Instance beside = TextItem("beside", 200, 0, 100, 30);
+    const RtfDocument document = Document({TableItem(Rows(2)), beside});
+    ASSERT_EQ(document.rows.size(), 1u);
+    EXPECT_THAT(document.rows[0].texts, ElementsAre("Name|Sum|Row 1|1|", "", "beside"));
+    EXPECT_EQ(document.Count("nestrow"), 2);
+}
+
+TEST(Rtf, ImagesAreInTheFile) {
+    const std::string png = Encoded("PNG");
+    const RtfDocument document = Document({Picture(png)});
+    std::string hex;
+    for (const char c : png) {
+        char digits[3];
+        std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned char>(c));
+        hex += digits;
+    }
+    EXPECT_EQ(document.Hidden("pict"), hex);
+    EXPECT_EQ(document.Count("pngblip"), 1);
+    EXPECT_EQ(document.Count("picwgoal1000"), 1);
+    EXPECT_EQ(document.Count("pichgoal500"), 1);
+    EXPECT_EQ(Document({Picture(Encoded("JPG"))}).Count("jpegblip"), 1);
+}
+
+TEST(Rtf, ImagesOfOtherKindsBecomePng) {
+    const RtfDocument document = Document({Picture(Encoded("BMP"))});
+    EXPECT_EQ(document.Count("pngblip"), 1);
+    EXPECT_EQ(document.Hidden("pict").substr(0, 16), "89504e470d0a1a0a");
+    EXPECT_THROW(Document({Picture("BM is not enough")}), Error);
+    EXPECT_THROW(Document({Picture("<svg>")}), Error);
+}
+
+TEST(Rtf, ClippedImagesAreCropped) {
+    Instance image = Picture(Encoded("PNG"));  // 8 by 4 pixels: 6 by 3 points
+    image.sizing = Instance::Sizing::Clip;
+    image.width = 4;
+    const RtfDocument document = Document({image});
+    EXPECT_EQ(document.Count("picwgoal120"), 1);
+    EXPECT_EQ(document.Count("piccropr40"), 1);
+    EXPECT_EQ(document.Count("piccropb0"), 1);
+}
+
+TEST(Rtf, DrawingsAreAnErrorThatNamesThem) {
+    Instance chart;
+    chart.kind = InstanceKind::Drawing;
+    chart.name = "Chart1";
+    chart.width = chart.height = 10;
+    try {
+        Rtf(SampleReport({chart}));
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_THAT(error.what(), HasSubstr("\"Chart1\""));
+    }
+}
+
+TEST(Rtf, MoreCellsThanARowMayHaveAreAnError) {
+    std::vector<Instance> items;
+    for (int i = 0; i < 70; ++i) {
+        items.push_back(TextItem("x", i * 10.0, 0, 10));
+    }
+    items.front().name = "First";
+    try {
+        Rtf(SampleReport(items));
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_THAT(error.what(), HasSubstr("\"First\""));
+    }
+}
+
+TEST(Rtf, NestingHasAnEnd) {
+    Instance inner = TextItem("x");
+    for (int i = 0; i < 200; ++i) {
+        Instance outer;
+        outer.kind = InstanceKind::Container;
+        outer.children.push_back(inner);
+        inner = outer;
+    }
+    EXPECT_THROW(Rtf(SampleReport({inner})), Error);
+}
+
+TEST(Rtf, PlacesThatAreNoNumbersAreBounded) {
+    Instance item = TextItem("x", std::numeric_limits<double>::quiet_NaN(), 0,
+                             std::numeric_limits<double>::infinity(), 1e300);
+    EXPECT_THAT(Document({item}).rows.at(0).texts, ElementsAre("x"));
+}
+
+TEST(Rtf, IsTheSameEveryTime) {
+    EXPECT_EQ(Rtf(SampleReport({TableItem(Rows(20))})), Rtf(SampleReport({TableItem(Rows(20))})));
+}
+
+}  // namespace
+}  // namespace rdl::writers

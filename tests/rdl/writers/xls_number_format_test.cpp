@@ -1,0 +1,33 @@
+#include "rdl/writers/xls/number_format.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace rdl::writers {
+namespace {
+
+std::string Excel(const Value& value, const std::string& format, const std::string& language = "en-US") {
+    return ExcelFormat(value, format, FindCulture(language), "").value_or("none");
+}
+
+TEST(XlsNumberFormat, CommasBeforeThePointDivideAndThoseBehindItSayNothing) {
+    EXPECT_EQ(Excel(Value::Real(1234567), "0,,.0"), "0,,.0");
+    EXPECT_EQ(Excel(Value::Real(1234567), "#,##0,"), "#,##0,");
+    EXPECT_EQ(Excel(Value::Real(1234567), "0.0,,"), "0.0");
+    EXPECT_EQ(Excel(Value::Real(1234567), "0.00,;(0.00,)"), "0.00;(0.00)");
+}
+
+TEST(XlsNumberFormat, ADecimalFormatPadsWholeNumbersAndLeavesOthersAlone) {
+    EXPECT_EQ(Excel(Value::Integer(7), "D3"), "000");
+    EXPECT_EQ(Excel(Value::Real(0.256), "D"), "General");
+    EXPECT_EQ(Excel(Value::Real(0.256), "D3"), "General");
+}
+
+TEST(XlsNumberFormat, LettersBesideAQuotationMarkAreNoFormat) {
+    EXPECT_EQ(Excel(Value::Real(5), "0' d\"m'"), "0\\ \\d\\\"\\m");
+    EXPECT_EQ(Excel(Value::Real(5), "0'\"'"), "0\\\"");
+}
+
+}  // namespace
+}  // namespace rdl::writers

@@ -1,0 +1,384 @@
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+
+#include "rdl/format/format.h"
+#include "rdl/values/error.h"
+#include "rdl/writers/sample_report.h"
+
+namespace rdl::writers {
+namespace {
+
+using namespace test;
+using layout::Instance;
+using layout::TableRow;
+
+std::string Workbook(const std::unique_ptr<layout::ReportInstance>& report) {
+    StringOutput output;
+    WriteXls(*report, output, {});
+    return output.bytes;
+}
+
+bool HasReader() {
+    return std::system("/usr/bin/python3 -c 'import xlrd' 2>/dev/null") == 0;
+}
+
+// What a reader of workbooks prints for a script that has the book as `b`.
+std::string Ask(const std::string& workbook, const std::string& script) {
+    const std::filesystem::path path =
+        std::filesystem::temp_directory_path() / ("oxc-xls-" + std::to_string(getpid()) + ".xls");
+    std::ofstream(path, std::ios::binary) << workbook;
+    const std::string command = "/usr/bin/python3 -c \"import xlrd\nb = xlrd.open_workbook('" +
+                                path.string() + "', formatting_info=True)\ns = b.sheet_by_index(0)\n" +
+                                script + "\" 2>&1";
+    std::string answer;
+    if (std::FILE* pipe = popen(command.c_str(), "r")) {
+        char buffer[4096];
+        std::size_t read = 0;
+        while ((read = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) {
+            answer.append(buffer, read);
+        }
+        pclose(pipe);
+    }
+    std::filesystem::remove(path);
+    return answer;
+}
+
+std::shared_ptr<SampleTable> Rows(std::size_t count) {
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80, 60, 60};
+    table->rows = count;
+    table->make = [](std::size_t i, TableRow& row) {
+        if (i == 0) {
+            row.columnHeader = true;
+            for (const char* name : {"Name", "Amount", "Day"}) {
+                AddCell(row, TextItem(name));
+            }
+            return;
+        }
+        AddCell(row, TextItem("Row " + std::to_string(i)));
+        AddCell(row, ValueItem(Value::Real(1.5 * static_cast<double>(i)), "x", "#,##0.00"));
+        AddCell(row, ValueItem(Value::DateTime(MakeTicks(2024, 1, 31)), "x", "yyyy-MM-dd"));
+    };
+    table->repeated = {0};
+    return table;
+}
+
+TEST(Xls, IsACompoundFileTheSameEveryTime) {
+    const std::string one = Workbook(SampleReport({TableItem(Rows(50))}));
+    EXPECT_EQ(one.substr(0, 8), "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1");
+    EXPECT_EQ(one, Workbook(SampleReport({TableItem(Rows(50))})));
+}
+
+TEST(Xls, NumbersAndDatesAreTyped) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(Rows(3))})),
+                  "print(s.cell_value(0,0), s.cell(1,1).ctype, s.cell_value(1,1), s.cell(1,2).ctype, "
+                  "s.cell_value(1,2))\n"
+                  "f = lambda r, c: b.format_map[b.xf_list[s.cell_xf_index(r, c)].format_key].format_str\n"
+                  "print(f(1,1), f(1,2))"),
+              "Name 2 1.5 3 45322.0\n#,##0.00 yyyy-mm-dd\n");
+}
+
+TEST(Xls, PastTheFormatsOfAWorkbookDatesStayDates) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80};
+    table->rows = 8 * 8 * 8 * 8 + 1;
+    table->make = [](std::size_t i, TableRow& row) {
+        auto item =
+            ValueItem(Value::DateTime(MakeTicks(2024, 1, 31)), "x", i % 2 == 0 ? "yyyy-MM-dd" : "dd.MM.yyyy");
+        auto box = std::make_shared<layout::BoxStyle>();
+        constexpr float Widths[] = {0.25F, 1, 1.5F, 3};
+        std::size_t digits = i;
+        for (layout::Border* border : {&box->left, &box->right, &box->top, &box->bottom}) {
+            border->style = digits % 8 < 4 ? layout::LineStyle::Solid : layout::LineStyle::Dashed;
+            border->width = Widths[digits % 4];
+            border->style = digits % 8 == 7 ? layout::LineStyle::Double : border->style;
+            border->style = digits % 8 == 4 ? layout::LineStyle::Dotted : border->style;
+            border->style = digits % 8 == 5 ? layout::LineStyle::DashDot : border->style;
+            digits /= 8;
+        }
+        item.box = box;
+        AddCell(row, item);
+    };
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})),
+                  "print({s.cell(i, 0).ctype for i in range(s.nrows)}, s.nrows, len(b.xf_list) < 4050)\n"
+                  "f = lambda r: b.format_map[b.xf_list[s.cell_xf_index(r, 0)].format_key].format_str\n"
+                  "print(f(4096), f(4095))"),
+              "{3} 4097 True\nyyyy-mm-dd dd.mm.yyyy\n");
+}
+
+TEST(Xls, TextThatLooksLikeAFormulaStaysText) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    EXPECT_EQ(Ask(Workbook(SampleReport({TextItem("=1+1"), TextItem("12", 0, 20)})),
+                  "print(s.cell(0,0).ctype, s.cell_value(0,0)); print(s.cell(2,0).ctype, s.cell_value(2,0))"),
+              "1 =1+1\n1 12\n");
+}
+
+TEST(Xls, LongTextsGoOnInFurtherRecords) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80};
+    table->rows = 300;
+    table->make = [](std::size_t i, TableRow& row) {
+        const std::string unit = i % 3 == 0 ? "ab" : i % 3 == 1 ? "\u00E9" : "\u20AC\U0001F600";
+        std::string text = std::to_string(i);
+        for (std::size_t k = 0; k < i * 7; ++k) {
+            text += unit;
+        }
+        AddCell(row, TextItem(text));
+    };
+    EXPECT_EQ(
+        Ask(Workbook(SampleReport({TableItem(table)})),
+            "u = ['ab', chr(0xe9), chr(0x20ac) + chr(0x1f600)]\n"
+            "print(all(s.cell_value(i, 0) == str(i) + u[i % 3] * (i * 7) for i in range(300)), s.nrows)"),
+        "True 300\n");
+}
+
+TEST(Xls, MoreRowsThanASheetHoldsGoOnWithTheirHeading) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80};
+    table->rows = 66'000;
+    table->repeated = {0};
+    table->make = [](std::size_t i, TableRow& row) {
+        row.columnHeader = i == 0;
+        AddCell(row, ValueItem(Value::Integer(static_cast<std::int64_t>(i)), "x", ""));
+    };
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})),
+                  "t = b.sheet_by_index(1)\n"
+                  "print(b.nsheets, b.sheet_names(), s.nrows + t.nrows, t.cell_value(0, 0), t.cell_value(1, "
+                  "0) == s.nrows)"),
+              "2 ['Sales', 'Sales (2)'] 66001 0.0 True\n");
+}
+
+TEST(Xls, PageBreaksBeginSheetsNamedByPage) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    auto table = Rows(5);
+    const auto make = table->make;
+    table->make = [make](std::size_t i, TableRow& row) {
+        make(i, row);
+        row.breakBefore = i == 3;
+        row.pageName = i < 3 ? "North" : "So/uth:a very long name of a page that does not fit";
+    };
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})),
+                  "print(b.sheet_names(), s.nrows, b.sheet_by_index(1).col_values(0))"),
+              "['North', 'So_uth_a very long name of a pa'] 3 ['Name', 'Row 3', 'Row 4']\n");
+}
+
+TEST(Xls, BookmarksLeadToTheirCell) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    Instance from = TextItem("from"), lost = TextItem("lost", 0, 20), to = TextItem("to", 0, 40);
+    from.bookmarkLink = to.bookmark = "a \u00FC b";
+    lost.bookmarkLink = "nowhere";
+    to.breakBefore = true;
+    EXPECT_EQ(Ask(Workbook(SampleReport({from, lost, to})),
+                  "print([(h.frowx, h.fcolx, h.type, h.textmark) for h in s.hyperlink_list])\n"
+                  "n = b.name_map['bookmark_1'][0]\nsheet, row, column = n.area2d()[0], n.area2d()[1], "
+                  "n.area2d()[3]\n"
+                  "print(sheet.number, row, column, sheet.cell_value(row, column))"),
+              "[(0, 0, 'workbook', 'Bookmark_1')]\n1 0 0 to\n");
+}
+
+TEST(Xls, TablesFromRightToLeftTurnTheirSheet) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    auto table = Rows(3);
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})), "print(s.columns_from_right_to_left)"), "0\n");
+    table->rightToLeft = true;
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})), "print(s.columns_from_right_to_left)"), "1\n");
+}
+
+TEST(Xls, ItemsThatBeginPagesNameTheirSheets) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    Instance first = TextItem("one"), second = TextItem("two", 0, 20), third = TextItem("three", 0, 40);
+    first.pageName = "Start";
+    second.breakBefore = third.breakBefore = true;
+    second.pageName = "Middle";
+    EXPECT_EQ(Ask(Workbook(SampleReport({first, second, third})), "print(b.sheet_names())"),
+              "['Start', 'Middle', 'Middle (2)']\n");
+}
+
+TEST(Xls, ItemsBesideEachOtherShareRowsAndColumns) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    EXPECT_EQ(Ask(Workbook(SampleReport({TextItem("tall", 0, 0, 100, 40), TextItem("upper", 100, 0, 100, 20),
+                                         TextItem("lower", 100.4, 20, 100, 20)},
+                                        {TextItem("Page \xEE\x80\x80")})),
+                  "print(s.col_values(0), s.col_values(1), s.merged_cells)"),
+              "['Page 1', 'tall', ''] ['', 'upper', 'lower'] [(1, 3, 0, 1)]\n");
+}
+
+TEST(Xls, SpansOfRowsAreMerged) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {50, 50};
+    table->rows = 4;
+    table->make = [](std::size_t i, TableRow& row) {
+        if (i % 2 == 0) {
+            AddCell(row, TextItem("group"), 1, 2);
+        }
+        AddCell(row, TextItem("detail " + std::to_string(i)));
+        row.cells.back().column = 1;
+    };
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})), "print(s.merged_cells, s.col_values(1))"),
+              "[(0, 2, 0, 1), (2, 4, 0, 1)] ['detail 0', 'detail 1', 'detail 2', 'detail 3']\n");
+}
+
+TEST(Xls, RowsAreAsHighAsTheTextOfTheirMergedCells) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {100, 100, 100};
+    table->rows = 3;
+    table->make = [](std::size_t i, TableRow& row) {
+        row.canGrow = true;
+        AddCell(row, TextItem("one\ntwo\nthree\nfour"), i == 0 ? 2 : 1);
+        row.cells[0].content.canGrow = i < 2;
+        AddCell(row, TextItem("edge"), i == 0 ? 1 : 2);
+    };
+    // Four lines of 10 points are more than 44 points high; rows without merged text are the programs' to
+    // fit.
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})),
+                  "for r in range(3): i = s.rowinfo_map[r]; print(i.height > 880, bool(i.height_mismatch))"),
+              "True True\nTrue False\nFalse False\n");
+}
+
+TEST(Xls, PicturesKeepTheSizeThatTheirSizingGives) {
+    Instance image;
+    image.kind = layout::InstanceKind::Image;
+    image.name = "Logo";
+    image.width = 100;
+    image.height = 50;
+    image.imageBytes = std::make_shared<const std::string>(
+        std::string("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\0\x40\0\0\0\x40\x08\x02\0\0\0\0\0\0\0", 33));
+    const auto anchorOf = [&image](Instance::Sizing sizing) {
+        image.sizing = sizing;
+        const std::string book = Workbook(SampleReport({image}));
+        const std::size_t at = book.find(std::string("\x00\x00\x10\xF0\x12\x00\x00\x00\x02\x00", 10));
+        return at == std::string::npos ? std::string() : book.substr(at + 18, 8);
+    };
+    // 64 pixels are 48 points: at their own size, and 50 points at the height of the box.
+    EXPECT_EQ(anchorOf(Instance::Sizing::Fit), std::string("\x01\0\0\0\x01\0\0\0", 8));
+    EXPECT_EQ(anchorOf(Instance::Sizing::FitProportional), std::string("\0\0\xFF\x01\x01\0\0\0", 8));
+    EXPECT_EQ(anchorOf(Instance::Sizing::Clip), std::string("\0\0\xEB\x01\0\0\xF4\0", 8));
+}
+
+TEST(Xls, TheInitialPageNameNamesSheetsWithoutAnother) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    Instance second = TextItem("two", 0, 50);
+    second.breakBefore = true;
+    second.pageName = "Second";
+    const auto report = SampleReport({TextItem("one"), second});
+    report->pageName = "Start";
+    EXPECT_EQ(Ask(Workbook(report), "print(b.sheet_names())"), "['Start', 'Second']\n");
+}
+
+TEST(Xls, OverlappingItemsAreBothThere) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    EXPECT_EQ(Ask(Workbook(SampleReport({TextItem("one"), TextItem("two")})), "print(s.row_values(0))"),
+              "['one', 'two']\n");
+}
+
+TEST(Xls, PicturesAreInTheFileOnce) {
+    std::string png = "\x89PNG\r\n\x1A\n";
+    png += "not decoded by the writer, only carried";
+    Instance image;
+    image.kind = layout::InstanceKind::Image;
+    image.name = "Logo";
+    image.width = image.height = 50;
+    image.imageBytes = std::make_shared<const std::string>(png);
+    Instance second = image;
+    second.y = 100;
+    const std::string book = Workbook(SampleReport({image, second}));
+    const std::size_t at = book.find(png);
+    ASSERT_NE(at, std::string::npos);
+    EXPECT_EQ(book.find(png, at + 1), std::string::npos);
+    image.imageBytes = std::make_shared<const std::string>("<svg>");
+    EXPECT_THROW(Workbook(SampleReport({image})), Error);
+}
+
+TEST(Xls, AGifBecomesAPng) {
+    constexpr unsigned char RedPixel[] = {0x47, 0x49, 0x46, 0x38, 0x39, 0x61, 0x01, 0x00, 0x01,
+                                          0x00, 0x80, 0x00, 0x00, 0xFF, 0x00, 0x00, 0x00, 0x00,
+                                          0x00, 0x2C, 0x00, 0x00, 0x00, 0x00, 0x01, 0x00, 0x01,
+                                          0x00, 0x00, 0x02, 0x02, 0x44, 0x01, 0x00, 0x3B};
+    Instance image;
+    image.kind = layout::InstanceKind::Image;
+    image.name = "Logo";
+    image.width = image.height = 50;
+    image.imageBytes = std::make_shared<const std::string>(RedPixel, RedPixel + sizeof RedPixel);
+    const std::string book = Workbook(SampleReport({image}));
+    EXPECT_EQ(book.find("GIF89a"), std::string::npos);
+    EXPECT_NE(book.find("\x89PNG\r\n\x1A\n"), std::string::npos);
+
+    image.imageBytes = std::make_shared<const std::string>("GIF89a and nothing behind it");
+    try {
+        Workbook(SampleReport({image}));
+        FAIL() << "the damaged picture was taken";
+    } catch (const Error& error) {
+        EXPECT_NE(std::string(error.what()).find("Image \"Logo\""), std::string::npos) << error.what();
+    }
+}
+
+TEST(Xls, ATextLongerThanACellHoldsIsAnError) {
+    std::string text(32767, 'x');
+    EXPECT_NO_THROW(Workbook(SampleReport({TextItem(text)})));
+    try {
+        Workbook(SampleReport({TextItem(text + "y")}));
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_STREQ(
+            error.what(),
+            "Text box \"Box\" has more than the 32,767 characters that a cell of an Excel workbook holds");
+    }
+    std::string wide;  // counted in characters, not in bytes
+    for (int i = 0; i < 32767; ++i) {
+        wide += "\u00E9";
+    }
+    EXPECT_NO_THROW(Workbook(SampleReport({TextItem(wide)})));
+}
+
+TEST(Xls, MoreColumnsThanASheetHasAreAnError) {
+    std::vector<Instance> items;
+    for (int i = 0; i < 300; ++i) {
+        items.push_back(TextItem("x", i * 10.0, 0, 10));
+    }
+    EXPECT_THROW(Workbook(SampleReport(items)), Error);
+}
+
+}  // namespace
+}  // namespace rdl::writers

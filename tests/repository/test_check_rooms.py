@@ -1,0 +1,58 @@
+"""The check of the rooms names includes that run back up, files in no room and folders that are too large."""
+
+import os
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+SOURCES = pathlib.Path(os.environ["OXC_SOURCES"])
+
+
+class CheckRooms(unittest.TestCase):
+    def check(self, files, rooms="low\nlow/inner\nhigh\n"):
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder)
+            (root / "rooms.txt").write_text(rooms)
+            for name in ("low/inner", "high"):
+                (root / name).mkdir(parents=True)
+            for name, text in files.items():
+                (root / name).parent.mkdir(parents=True, exist_ok=True)
+                (root / name).write_text(text)
+            done = subprocess.run([SOURCES / "tests" / "check_rooms", folder], capture_output=True, text=True)
+            return done.returncode, done.stdout + done.stderr
+
+    def test_an_include_of_a_lower_room_or_its_own_passes(self):
+        files = {"low/a.h": "", "low/inner/b.h": '#include "low/a.h"\n',
+                 "high/c.cpp": '#include "low/inner/b.h"\n#include "d.h"\n#include <vector>\n', "high/d.h": ""}
+        self.assertEqual(self.check(files), (0, ""))
+
+    def test_an_include_of_a_higher_room_is_named(self):
+        files = {"low/a.h": '#include "high/c.h"\n', "high/c.h": ""}
+        self.assertEqual(self.check(files),
+                         (1, "low/a.h: includes high/c.h, which is above it: low is below high\n"))
+
+    def test_a_folder_that_is_not_listed_belongs_to_the_one_around_it(self):
+        files = {"low/deep/a.h": '#include "high/c.h"\n', "high/c.h": ""}
+        self.assertEqual(self.check(files)[0], 1)
+
+    def test_a_file_in_no_room_is_named(self):
+        self.assertEqual(self.check({"lost/a.h": ""}), (1, "lost/a.h: stands in no room\n"))
+
+    def test_a_folder_of_more_than_25_modules_is_named(self):
+        files = {f"high/m{n}.{kind}": "" for n in range(25) for kind in ("h", "cpp")}
+        self.assertEqual(self.check(files), (0, ""))
+        files["high/one_more.h"] = ""
+        self.assertEqual(self.check(files), (1, "high: 26 modules, at most 25\n"))
+
+    def test_a_listed_room_without_a_folder_ends_the_check(self):
+        code, said = self.check({}, rooms="low\ngone\n")
+        self.assertEqual((code, said), (1, "rooms.txt: there is no folder gone\n"))
+
+    def test_the_sources_of_the_programs_pass(self):
+        done = subprocess.run([SOURCES / "tests" / "check_rooms"], capture_output=True, text=True)
+        self.assertEqual((done.returncode, done.stdout), (0, ""))
+
+
+if __name__ == "__main__":
+    unittest.main()
