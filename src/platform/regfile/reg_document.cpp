@@ -163,7 +163,8 @@ void RegDocument::SetValue(std::string_view key, std::string_view name, const Re
 }
 
 std::string RegDocument::Text() const {
-    std::string text = std::string(FirstLine) + "\n\n";
+    std::string text(FirstLine);
+    text += "\n\n";
     for (const Line& line : m_lines) {
         text += line.text + "\n";
     }

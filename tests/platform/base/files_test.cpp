@@ -15,6 +15,7 @@
 #include "platform/posix/atomic_file.h"
 #include "platform/posix/program.h"
 #include "support/raises.h"
+#include "support/sanitizer.h"
 #include "support/temporary_folder.h"
 
 namespace {
@@ -90,6 +91,9 @@ TEST_F(Files, CopyThatFailsLeavesNothingBehind) {
 }
 
 TEST_F(Files, TooManyOpenFilesAreNotAMissingFile) {
+    if (ChecksNeedDescriptors) {
+        GTEST_SKIP() << "the sanitizers need file descriptors of their own";
+    }
     WriteBytes(m_folder / "a", "x");
     const auto copyWithoutFreeHandles = [this] {
         const rlimit few{3, 3};
