@@ -31,9 +31,11 @@ function(oxc_precompiled name)
     target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
 endfunction()
 
-# oxc_precompile(TARGET FROM): TARGET reads the headers of oxc_precompiled(FROM).
+# oxc_precompile(TARGET FROM): TARGET reads the headers of oxc_precompiled(FROM), unless it links to a library that brings
+# definitions (_REENTRANT, _LARGEFILE64_SOURCE) which these headers are made without.
 function(oxc_precompile target from)
-    if(OXC_PRECOMPILE AND TARGET ${from})
+    get_target_property(libraries ${target} LINK_LIBRARIES)
+    if(OXC_PRECOMPILE AND TARGET ${from} AND NOT libraries MATCHES "PkgConfig::(CURL|GIO|GMIME)")
         target_precompile_headers(${target} REUSE_FROM ${from})
     endif()
 endfunction()

@@ -8,25 +8,15 @@
 #include "platform/base/convert.h"
 #include "platform/contracts/adodb.h"
 #include "shared/Global.h"
+#include "store/Folders.h"
 #include "store/TextConventions.h"
 
 namespace {
 
-struct Folder {
-    std::string id, name;
-    std::string Key() const { return id + "^" + name; }
-};
+using Global::StoredFolder;
 
-std::vector<Folder> FoldersBelow(const std::string& parentID) {
-    ADODB::Recordset rows;
-    rows.Open("select foldername, folderid from folders where parent = " + parentID,
-              Global::ConnectionString);
-    std::vector<Folder> folders;
-    for (; !rows.EOF_(); rows.MoveNext()) {
-        folders.push_back({rows.Fields("FolderID").Value.Text(), rows.Fields("FolderName").Value.Text()});
-    }
-    rows.Close();
-    return folders;
+std::string KeyOf(const StoredFolder& folder) {
+    return folder.id + "^" + folder.name;
 }
 
 }  // namespace
@@ -35,11 +25,11 @@ void frmDesk::BuildTree() {
     Global::BusyCursor(true);
     Nodes& nodes = tvwFolder->Nodes();
     nodes.Add("", "Desktop", "Desktop", desk::TreeRoot);
-    for (const Folder& folder : FoldersBelow("0")) {
-        nodes.Add("Desktop", folder.Key(), folder.name, desk::TreeFolder);
-        for (const Folder& child : FoldersBelow(folder.id)) {
-            nodes.Add(folder.Key(), child.Key(), child.name, desk::TreeFolder);
-            AddChildren(child.id, child.Key());
+    for (const StoredFolder& folder : Global::FoldersBelow("0")) {
+        nodes.Add("Desktop", KeyOf(folder), folder.name, desk::TreeFolder);
+        for (const StoredFolder& child : Global::FoldersBelow(folder.id)) {
+            nodes.Add(KeyOf(folder), KeyOf(child), child.name, desk::TreeFolder);
+            AddChildren(child.id, KeyOf(child));
         }
     }
     Global::BusyCursor(false);
@@ -47,8 +37,8 @@ void frmDesk::BuildTree() {
 
 // Its own children are where the tree ends: deeper folders are reached through the list.
 void frmDesk::AddChildren(const std::string& parentID, const std::string& parentKey) {
-    for (const Folder& folder : FoldersBelow(parentID)) {
-        tvwFolder->Nodes().Add(parentKey, folder.Key(), folder.name, desk::TreeFolder);
+    for (const StoredFolder& folder : Global::FoldersBelow(parentID)) {
+        tvwFolder->Nodes().Add(parentKey, KeyOf(folder), folder.name, desk::TreeFolder);
     }
 }
 

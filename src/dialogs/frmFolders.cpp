@@ -1,12 +1,10 @@
 #include "dialogs/frmFolders.h"
 
-#include <vector>
-
 #include "dialogs/ModalForm.h"
-#include "platform/contracts/adodb.h"
 #include "platform/controls/items/image_list.h"
 #include "platform/controls/kit/room.h"
 #include "shared/Global.h"
+#include "store/Folders.h"
 #include "ui_frmFolders.h"
 
 // The picture lies in a static library: nothing else would register it. Must stand outside every namespace.
@@ -18,22 +16,14 @@ namespace {
 
 constexpr int FolderImage = 1;
 
-struct Folder {
-    std::string id, name;
-    std::string TopKey() const { return id + name; }
-    std::string ChildKey() const { return name + id; }
-};
+using Global::StoredFolder;
 
-std::vector<Folder> FoldersBelow(const std::string& parentID) {
-    ADODB::Recordset rows;
-    rows.Open("select foldername, folderid from folders where parent = " + parentID,
-              Global::ConnectionString);
-    std::vector<Folder> folders;
-    for (; !rows.EOF_(); rows.MoveNext()) {
-        folders.push_back({rows.Fields("folderid").Value.Text(), rows.Fields("foldername").Value.Text()});
-    }
-    rows.Close();
-    return folders;
+std::string TopKey(const StoredFolder& folder) {
+    return folder.id + folder.name;
+}
+
+std::string ChildKey(const StoredFolder& folder) {
+    return folder.name + folder.id;
 }
 
 const ImageList& ImageList1() {
@@ -72,11 +62,11 @@ frmFolders::~frmFolders() = default;
 
 void frmFolders::Form_Load() {
     Nodes& nodes = m_ui->tvwFolder->Nodes();
-    for (const Folder& folder : FoldersBelow("0")) {
-        nodes.Add("", folder.TopKey(), folder.name, FolderImage);
-        for (const Folder& child : FoldersBelow(folder.id)) {
-            nodes.Add(folder.TopKey(), child.ChildKey(), child.name, FolderImage);
-            AddChildren(child.id, child.ChildKey());
+    for (const StoredFolder& folder : Global::FoldersBelow("0")) {
+        nodes.Add("", TopKey(folder), folder.name, FolderImage);
+        for (const StoredFolder& child : Global::FoldersBelow(folder.id)) {
+            nodes.Add(TopKey(folder), ChildKey(child), child.name, FolderImage);
+            AddChildren(child.id, ChildKey(child));
         }
     }
     // A double click chooses: nothing must wait behind one to be opened.
@@ -84,8 +74,8 @@ void frmFolders::Form_Load() {
 }
 
 void frmFolders::AddChildren(const std::string& parentID, const std::string& parentKey) {
-    for (const Folder& folder : FoldersBelow(parentID)) {
-        m_ui->tvwFolder->Nodes().Add(parentKey, folder.ChildKey(), folder.name, FolderImage);
+    for (const StoredFolder& folder : Global::FoldersBelow(parentID)) {
+        m_ui->tvwFolder->Nodes().Add(parentKey, ChildKey(folder), folder.name, FolderImage);
     }
 }
 

@@ -16,17 +16,11 @@ std::string ResultOf(const MailJob::Work& work, const std::stop_token& stop) {
 }  // namespace
 
 void MailJob::Start(Work work) {
-    m_isRunning = true;
     m_thread = std::jthread([this, work = std::move(work)](const std::stop_token& stop) {
         QString text = QString::fromStdString(ResultOf(work, stop));
         // Delivered in the thread of this object, and not at all when it is gone by then.
         QMetaObject::invokeMethod(
-            this,
-            [this, text = std::move(text)] {
-                m_isRunning = false;
-                emit Ended(text);
-            },
-            Qt::QueuedConnection);
+            this, [this, text = std::move(text)] { emit Ended(text); }, Qt::QueuedConnection);
     });
 }
 

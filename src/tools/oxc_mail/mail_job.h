@@ -17,7 +17,6 @@ class MailJob : public QObject {
 
     explicit MailJob(QObject* parent) : QObject(parent) {}
 
-    bool IsRunning() const { return m_isRunning; }
     void Start(Work work);
     void Stop();
 
@@ -26,5 +25,4 @@ class MailJob : public QObject {
 
  private:
     std::jthread m_thread;
-    bool m_isRunning = false;
 };

@@ -1,6 +1,6 @@
 // Lines, areas, clips and images of PDF pages.
 #include <gmock/gmock.h>
-#include <zlib.h>
+#include <libdeflate.h>
 
 #include <QBuffer>
 #include <QImage>
@@ -198,8 +198,7 @@ std::string PngHeader(std::uint32_t width, std::uint32_t height) {
         }
     }
     chunk += std::string("\x08\x02\0\0\0", 5);
-    const auto sum = static_cast<std::uint32_t>(
-        crc32(0, reinterpret_cast<const Bytef*>(chunk.data()), static_cast<uInt>(chunk.size())));
+    const auto sum = static_cast<std::uint32_t>(libdeflate_crc32(0, chunk.data(), chunk.size()));
     std::string png = std::string("\x89PNG\r\n\x1A\n\0\0\0\x0D", 12) + chunk;
     for (const int shift : {24, 16, 8, 0}) {
         png += static_cast<char>(sum >> shift);

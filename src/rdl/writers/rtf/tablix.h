@@ -15,7 +15,6 @@ class RtfTablix {
     RtfTablix(const layout::Instance& item, double x);
     std::size_t RowCount() const { return m_count; }
     // So many rows at the beginning stand again on each page.
-    std::size_t HeadingCount() const { return m_headings; }
     // The row that Make makes next. Rows follow each other in their order.
     const layout::TableRow& Fetch(std::size_t index);
     // The result points into what was fetched. Behind a page break cells over several rows begin anew.
