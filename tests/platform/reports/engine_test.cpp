@@ -112,7 +112,7 @@ TEST_F(ReportEngine, TablesAreTheDataSetsWithAQuery) {
                 "</Query><Fields><Field Name=\"a\"><DataField>a</DataField></Field></Fields></DataSet>");
     const auto report = OpenRdlReport(Write("a.rpt", text));
     EXPECT_EQ(report->TableCount(), 1);
-    EXPECT_EQ(report->TableDataSet(1).name, "Orders");
+    EXPECT_EQ(report->TableName(1), "Orders");
     EXPECT_EQ(ErrorOf([&] { report->SetTableLogon(1, "", "", "ann", "secret"); }).Number(), 0);
     EXPECT_EQ(ErrorOf([&] { report->SetTableLogon(2, "", "", "ann", "secret"); }).Number(),
               err::SubscriptOutOfRange);

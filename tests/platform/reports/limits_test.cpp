@@ -113,7 +113,7 @@ TEST_F(Limits, ADocumentMayNotGrowPastItsBound) {
     try {
         output.Write("x");
         FAIL() << "it grew";
-    } catch (const Error& error) {
+    } catch (const rdl::Error& error) {
         EXPECT_STREQ(error.what(), "The document is larger than 3 MB");
     }
     EXPECT_FALSE(std::filesystem::exists(path));

@@ -1,4 +1,3 @@
-#include "rdl/engine/report_pages.h"
 
 #include <gtest/gtest.h>
 
@@ -78,7 +77,7 @@ TEST_F(PageViewTest, APageThatWasPutByIsDrawnLikeANewOne) {
         return image;
     };
     const QImage before = draw();
-    EXPECT_GT(screen::test::DarkPixels(before), 100);
+    EXPECT_GT(rdl::screen::test::DarkPixels(before), 100);
     pages->Reach(1000);
     for (int n = 1; n <= pages->PagesMade(); ++n) {
         pages->Letters(n);

@@ -100,28 +100,6 @@ TEST_F(ReportParameterField, DefaultThatNeedsALaterParameterIsAnError) {
     EXPECT_EQ(RunError(*report).Number(), 0);
 }
 
-TEST_F(ReportParameterField, WholeNumbersAreExact) {
-    const auto report = Open(Parameter("a", "Integer"));
-    auto& field = dynamic_cast<RdlParameterField&>(report->Parameter(1));
-    field.AddCurrentValue(std::string("9007199254740993"));
-    EXPECT_EQ(field.Current()[0].AsInteger(), 9007199254740993);
-    field.AddCurrentValue(Variant(std::int64_t{-9223372036854775807}));
-    EXPECT_EQ(field.Current()[0].AsInteger(), -9223372036854775807);
-    EXPECT_EQ(ErrorOf([&] { field.AddCurrentValue(std::string("9223372036854775808")); }).Number(),
-              err::TypeMismatch);
-}
-
-TEST_F(ReportParameterField, CommaThatPartsNoThousandsIsAnErrorInsteadOfAnotherNumber) {
-    const auto report = Open(Parameter("a", "Float"));
-    auto& field = dynamic_cast<RdlParameterField&>(report->Parameter(1));
-    for (const char* text : {"1,5", "1,50", "1234,567", "1,2345", "1.234,567", "1,234,5"}) {
-        EXPECT_EQ(ErrorOf([&] { field.AddCurrentValue(std::string(text)); }).Number(), err::TypeMismatch)
-            << text;
-    }
-    field.AddCurrentValue(std::string("-1,234,567.5"));
-    EXPECT_DOUBLE_EQ(field.Current()[0].AsDouble(), -1234567.5);
-}
-
 TEST_F(ReportParameterField, ValueOfAnotherTypeIsATypeMismatchThatNamesIt) {
     const auto report =
         Open(Parameter("Year", "Integer") + Parameter("From", "DateTime") + Parameter("On", "Boolean"));
