@@ -34,8 +34,8 @@ inline constexpr std::int32_t DataOpen = 3705;
 inline constexpr std::int32_t ItemNotFound = 3265;
 inline constexpr std::int32_t ElementNotFound = 35601;
 inline constexpr std::int32_t KeyNotUnique = 35602;
-inline constexpr std::int32_t DataUnavailable =
-    -2147467259;  // 80004005: file missing, unreadable, no database
+// 80004005: file missing, unreadable or not a database.
+inline constexpr std::int32_t DataUnavailable = -2147467259;
 inline constexpr std::int32_t DataTableMissing = -2147217865;   // 80040E37
 inline constexpr std::int32_t DataColumnMissing = -2147217904;  // 80040E10
 inline constexpr std::int32_t DataSyntax = -2147217900;         // 80040E14
