@@ -10,7 +10,7 @@
 #include "shared/Global.h"
 
 void mnuDeskNew_Click() {
-    // The key is the same all day long: a second item while the first is listed is an error.
+    // The key is the same for the whole day: a second item while the first is listed is an error (sic).
     const std::string key = "New Folder" + std::to_string(desk::SecondsOfKey(Today()));
     ActiveDeskForm().lsvDesk->ListItems().Add(key, "New Folder", desk::FolderItem, desk::FolderItem);
 }

@@ -12,8 +12,8 @@ namespace mailer {
 
 struct Finding {
     bool isFine;
-    std::string
-        text;  // whole sentences on one line. For a failure: the keys to check, the cause, and what to do.
+    // Whole sentences on one line. For a failure: the keys to check, the cause, and what to do.
+    std::string text;
 };
 
 // Checks everything that mail depends on: who can read the profile, the address book, and the server, the

@@ -19,7 +19,7 @@ void MailJob::Start(Work work) {
     m_isRunning = true;
     m_thread = std::jthread([this, work = std::move(work)](const std::stop_token& stop) {
         QString text = QString::fromStdString(ResultOf(work, stop));
-        // Delivered in the thread of this object, and not at all when it is gone by then.
+        // Runs in the thread of this object, and never after the object is destroyed.
         QMetaObject::invokeMethod(
             this,
             [this, text = std::move(text)] {
