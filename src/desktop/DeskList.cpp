@@ -74,7 +74,7 @@ void frmDesk::lsvDesk_DblClick() {
                 OpenFolder(item);
                 break;
             case desk::ScheduleItem:
-                ComAction(4);
+                ComAction(4);  // sic: "New Package"
                 break;
             case desk::PackageItem:
                 OpenPackageWindow(item);

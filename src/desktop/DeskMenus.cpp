@@ -27,11 +27,11 @@ void mnuRename_Click() {
 }
 
 void mnuDeskDelfld_Click() {
-    ActiveDeskForm().ComAction(7);
+    ActiveDeskForm().ComAction(7);  // "Delete"
 }
 
 void mnuDeskDel_Click() {
-    ActiveDeskForm().ComAction(5);
+    ActiveDeskForm().ComAction(5);  // sic: no command has this number
 }
 
 void mnuDeskProp_Click() {

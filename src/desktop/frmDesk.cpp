@@ -1,3 +1,5 @@
+// Members of frmDesk: its load, events and size. Others are in DeskCommands.cpp, DeskFilling.cpp,
+// DeskList.cpp.
 #include "desktop/frmDesk.h"
 
 #include <QCloseEvent>

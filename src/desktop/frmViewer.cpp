@@ -1,3 +1,4 @@
+// Members of frmViewer: its load and events. HistoryFilling.cpp fills its trees.
 #include "desktop/frmViewer.h"
 
 #include <QCloseEvent>
