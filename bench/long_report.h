@@ -1,4 +1,4 @@
-// A plain table with a repeated header and page numbers over rows of 6 columns in a database file: some 200
+// A plain table with a repeated header and page numbers over rows of 6 columns in a database file: about 200
 // pages for 10,000 rows.
 #pragma once
 

@@ -1,5 +1,5 @@
-// A Desktop window that is filled with a folder of many schedules, as icons and as the table, against a bare
-// loop of the SQLite library over the same query. Prints both and the ratio.
+// Measures how long a Desktop window takes to fill with a folder of many schedules, as icons and as the
+// table, against a bare loop of the SQLite library over the same query. Prints both times and their ratio.
 #include <sqlite3.h>
 #include <unistd.h>
 
@@ -75,7 +75,7 @@ void BareQuery(const fs::path& path) {
     }
 }
 
-// The median of some runs, in milliseconds.
+// Returns the median of several runs, in milliseconds.
 double Milliseconds(const std::function<void()>& work) {
     std::vector<double> times;
     for (int i = 0; i < Repeats; ++i) {

@@ -8,8 +8,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// LibreOffice gets a profile of its own: the user's may be open, and the first start, which makes it, does
-// not count.
+// LibreOffice gets a profile of its own: the user's may be in use, and the first start, which makes the
+// profile, does not count.
 Contender LibreOffice(const fs::path& input, const std::string& format, const std::string& filter,
                       const fs::path& folder) {
     const fs::path output = folder / "libreoffice";
@@ -74,7 +74,7 @@ std::vector<Contender> PeersOf(const std::string& format, const fs::path& folder
     if (format == "html") {
         return {LibreOffice(csv, "html", "", folder)};
     }
-    // Calc has no way to RTF, Writer has: from the same table as a page.
+    // Calc cannot write RTF, but Writer can: it gets the same table as an HTML page.
     const fs::path page = folder / "orders.html";
     WriteHtmlTable(LongReportData(folder), page);
     Contender writer = LibreOffice(page, "rtf", "", folder);

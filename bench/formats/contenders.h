@@ -1,4 +1,4 @@
-// Who makes which format from the same rows, and how far oxc-report is to be from them.
+// The programs that write each format from the same rows, and the ratio to oxc-report that each must reach.
 #pragma once
 
 #include <filesystem>
@@ -12,21 +12,21 @@ namespace bench {
 struct Contender {
     std::string name;
     Command command;
-    double target;  // a peer takes at least so many times as long as oxc-report
+    double target;  // a peer must take at least this many times as long as oxc-report
 };
 
 inline constexpr double MostMegabytes = 64;
-// Over a million rows.
+// For a report of more than a million rows.
 inline constexpr double MostMegabytesLong = 1024;
-// libharu draws the cells and lays nothing out: oxc-report may take so many times as long.
+// libharu draws the cells without any layout: oxc-report may take this many times as long.
 inline constexpr double MostTimesFloor = 4;
 
 Contender OxcReport(const std::filesystem::path& report, const std::string& format);
 
-// The floor of PDF.
+// The least work for a PDF.
 Contender Libharu(const std::filesystem::path& folder);
 
-// Writes the peers' input into the folder.
+// Writes the peers' input files into the folder and returns the peers.
 std::vector<Contender> PeersOf(const std::string& format, const std::filesystem::path& folder);
 
 }  // namespace bench

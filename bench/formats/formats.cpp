@@ -1,6 +1,6 @@
-// oxc-report against the programs that others make such files with, over the same rows in one run: whole
-// processes, by wall time, processor time and memory. Then longer reports, which shall take time in
-// proportion and no more memory than is told here.
+// Compares oxc-report with other programs that write such files, over the same rows in one run: whole
+// processes, by wall time, processor time and memory. Then runs longer reports, whose time must grow in
+// proportion and whose memory must stay below the limits given here.
 //
 // usage: bench_formats [--runs N] [--long]
 #include <unistd.h>
@@ -50,7 +50,7 @@ void PrintOwn(const std::string& format, const Usage& own, double mostMegabytes)
     std::printf("   memory: at most %.0f MB: %s\n", mostMegabytes, Verdict(own.megabytes <= mostMegabytes));
 }
 
-// Other work on the machine stretches the wall time of some runs more, so the processor's decides too.
+// Other work on the machine stretches the wall time of some runs, so the processor time decides too.
 void PrintPeer(const bench::Contender& peer, const std::optional<Usage>& usage, const Usage& own) {
     if (!usage) {
         std::printf("  %-20s %s\n", peer.name.c_str(),
@@ -64,7 +64,7 @@ void PrintPeer(const bench::Contender& peer, const std::optional<Usage>& usage, 
                 Verdict(byWall >= peer.target && byProcessor >= peer.target));
 }
 
-// oxc-report and its peers, in turns; what oxc-report took.
+// Runs oxc-report and its peers by turns. Returns the usage of oxc-report.
 std::optional<Usage> Compare(const fs::path& report, const std::string& format,
                              const std::vector<bench::Contender>& peers, int runs, double mostMegabytes) {
     std::vector<bench::Command> commands = {bench::OxcReport(report, format).command};
@@ -84,7 +84,7 @@ std::optional<Usage> Compare(const fs::path& report, const std::string& format,
     return usages[0];
 }
 
-// Makes LibreOffice's profile, and brings every program's files into memory.
+// Makes LibreOffice's profile and loads every program's files into the disk cache.
 void WarmUp(const fs::path& folder) {
     bench::WriteLongReport(folder, 10);
     for (const char* format : Formats) {

@@ -1,5 +1,5 @@
-// The least that a PDF of the rows can cost: each cell is a rectangle and a text at a place known beforehand,
-// with nothing measured, evaluated or laid out.
+// The least work for a PDF of the rows: each cell is a rectangle and a text at a known position, without
+// measuring, evaluation or layout.
 //
 // usage: bench_libharu_table DATABASE OUT
 #include <hpdf.h>
@@ -23,7 +23,7 @@ constexpr std::array Widths = {2 * Centimetre, 2.7F * Centimetre, 2.3F * Centime
                                4 * Centimetre, 2.2F * Centimetre, 3 * Centimetre};
 constexpr float RowHeight = 0.48F * Centimetre;
 
-// Embedded as oxc-report embeds it; without the font a built-in one, which is less work still.
+// Embeds the font as oxc-report does. Without the font file it uses a built-in font, which is less work.
 HPDF_Font FontOf(HPDF_Doc document) {
     const char* const file = "/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf";
     if (!std::filesystem::exists(file)) {

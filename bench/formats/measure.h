@@ -1,5 +1,5 @@
-// What a whole process took, as the system accounts for it: start-up, work and exit, with the processes that
-// it started and waited for.
+// Measures a whole process from the system's accounting: start-up, work and exit, with the child processes
+// that it waited for.
 #pragma once
 
 #include <filesystem>
@@ -12,21 +12,20 @@ namespace bench {
 struct Usage {
     double wall = 0;       // seconds
     double cpu = 0;        // seconds, user and system
-    double megabytes = 0;  // the most memory that one of its processes held
+    double megabytes = 0;  // peak memory of its largest process
 };
 
 struct Command {
-    std::vector<std::string> words;  // none: the program is missing
+    std::vector<std::string> words;  // empty: the program is missing
     std::filesystem::path output;
 };
 
-// For each command the best wall time and the best processor time of so many runs, and the most memory of
-// all. The commands take turns, so that other work on the machine falls on all of them; one that takes long
-// runs once. Nothing for a command that is missing, fails or leaves no output. What the programs say is not
-// shown.
+// Returns for each command the best wall time, the best processor time and the highest memory of `runs` runs.
+// The commands take turns, so that other work on the machine affects all of them; a long one runs once.
+// Returns nullopt for a command that is missing, fails or leaves no output. Their messages are not shown.
 std::vector<std::optional<Usage>> BestOf(int runs, const std::vector<Command>& commands);
 
-// A program of PATH, or nothing.
+// Returns the path of a program on PATH, or nullopt.
 std::optional<std::filesystem::path> FindProgram(const std::string& name);
 
 bool Succeeds(const std::vector<std::string>& words);

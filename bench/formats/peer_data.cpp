@@ -10,7 +10,7 @@
 namespace bench {
 namespace {
 
-// The marks around and between the cells of a row.
+// The separators around and between the cells of a row.
 struct RowForm {
     const char* begin;
     const char* between;
@@ -27,7 +27,7 @@ void WriteRow(std::ofstream& out, const RowForm& form, int columns, const TextOf
     out << form.end;
 }
 
-// The names of the columns, then the rows. No value has a character that either form would have to escape.
+// Writes the names of the columns and then the rows. No value needs escaping in either form.
 void WriteRows(std::ofstream& out, const std::filesystem::path& database, const RowForm& form) {
     sqlite3* connection = nullptr;
     sqlite3_stmt* rows = nullptr;

@@ -1,6 +1,6 @@
-// The Schedule History window over many schedules with many runs: from the command to the painted window,
-// once with the index of the blank database and once as in databases that were made without it, against the
-// floor: the same queries on one connection of the bare SQLite library. Exit code 1 when a goal is missed.
+// Measures the Schedule History window over many schedules with many runs, from the command to the painted
+// window: with the index of the blank database, and without it, as in databases made elsewhere. The floor is
+// the same queries on one connection of the bare SQLite library. The exit code is 1 if a goal is missed.
 #include <sqlite3.h>
 #include <unistd.h>
 
@@ -50,7 +50,7 @@ class BareDatabase {
     void Run(const std::string& statements) {
         Check(sqlite3_exec(m_handle, statements.c_str(), nullptr, nullptr, nullptr), m_handle);
     }
-    // The texts of column `column`; every other column is read, too.
+    // Returns the texts of column `column`. Reads every other column, too.
     std::vector<std::string> Read(const std::string& select, int column) {
         sqlite3_stmt* statement = nullptr;
         Check(sqlite3_prepare_v2(m_handle, select.c_str(), -1, &statement, nullptr), m_handle);
@@ -91,7 +91,7 @@ void MakeDatabase(const fs::path& path) {
         "else 'None' end from n");
 }
 
-// What the window asks, in one connection.
+// Runs the window's queries on one connection.
 int BareQueries(const fs::path& path) {
     BareDatabase database(path);
     int nodes = 0;
@@ -115,7 +115,7 @@ int BareQueries(const fs::path& path) {
     return nodes;
 }
 
-// Opens the window, paints it and takes it away.
+// Opens the window, paints it and closes it.
 int Open() {
     mnuView_Click();
     QApplication::processEvents();

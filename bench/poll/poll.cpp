@@ -1,6 +1,6 @@
-// The poll over many schedules of which none is due, against a bare loop of the SQLite library that reads the
-// same columns of the same rows. Tells how much the data access above the library costs, and that memory does
-// not grow with the number of rows. Exit code 1 when a goal is missed.
+// Measures the poll over many schedules of which none is due, against a bare loop of the SQLite library over
+// the same columns and rows: the cost of the data access above the library, and that memory does not grow
+// with the rows. The exit code is 1 if a goal is missed.
 #include <sqlite3.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -63,7 +63,7 @@ void MakeDatabase(const fs::path& path, int rows) {
     Check(sqlite3_close(handle), handle);
 }
 
-// What the poll reads of a row that is not due.
+// Reads what the poll reads of a row that is not due.
 int BareLoop(const fs::path& path) {
     sqlite3* handle = nullptr;
     Check(sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr), handle);
@@ -113,7 +113,7 @@ double Median(std::vector<double> values) {
     return values[Repeats / 2];
 }
 
-// In a process of its own, so that no run's memory hides another's.
+// Runs in a process of its own, so that each run's memory is measured alone.
 template <typename Body>
 long InOwnProcess(Body body) {
     int ends[2];

@@ -1,5 +1,5 @@
-// Schedules run and mailed to the outbox per second, where the time goes, and the floor that the disk sets:
-// the same number of files of the same size, each made safe before it gets its name.
+// Measures how many schedules are run and mailed to the outbox per second, where the time goes, and the floor
+// of the disk: the same number of files of the same size, each synced before it is renamed.
 #include <fcntl.h>
 #include <unistd.h>
 

@@ -1,4 +1,4 @@
-// Adds up the time that passes inside of scopes.
+// Sums up the time spent inside scopes.
 #pragma once
 
 #include <chrono>

@@ -4,6 +4,6 @@
 #include "bench/run/stopwatch.h"
 #include "platform/contracts/report_engine.h"
 
-extern Stopwatch g_opening, g_exporting;  // exporting holds the engine's own mailing as well
+extern Stopwatch g_opening, g_exporting;  // exporting includes the engine's own mailing
 
 std::shared_ptr<report::Engine> CreateTimedEngine();

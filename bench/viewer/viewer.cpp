@@ -1,5 +1,5 @@
-// From ViewReport to the painted first page of a report of 200 pages, the time that all of its pages take,
-// and the floor: the same rows read through the database library alone.
+// Measures the time from ViewReport to the painted first page of a report of 200 pages, the time for all
+// pages, and the floor: the same rows read by the database library alone.
 #include <sqlite3.h>
 #include <unistd.h>
 
@@ -25,7 +25,7 @@ double MillisecondsOf(const std::function<void()>& work) {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
 }
 
-// Touches every value, as whoever shows them must.
+// Reads every value, as any program that shows them must.
 long ReadAll(const std::filesystem::path& file) {
     sqlite3* database = nullptr;
     sqlite3_stmt* rows = nullptr;

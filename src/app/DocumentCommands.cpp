@@ -41,7 +41,7 @@ std::string PathOfSelected() {
             throw;
         }
     }
-    // The one second try: whatever it raises is shown.
+    // This is the second and last attempt: its error is shown.
     return OriginalPath(Global::GetScheduleID(title, folder));
 }
 

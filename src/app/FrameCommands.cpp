@@ -1,4 +1,4 @@
-// Commands of the frame itself: its windows and its end.
+// Commands of the main window frmMain: its windows and its end.
 #include <QPointer>
 #include <QTimer>
 

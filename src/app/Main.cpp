@@ -121,8 +121,8 @@ Steps SchedulerSteps() {
     };
 }
 
-// False: an error ended start-up. In the editor a database that cannot be opened does not: the statement
-// behind the one that failed is next, and the Desktop deals with the file itself.
+// Returns false if an error ended start-up. In the editor a database that cannot be opened does not end it:
+// the next statement runs, and the Desktop handles the file itself.
 bool Run(const Steps& steps) {
     for (const auto& step : steps) {
         try {
@@ -147,7 +147,7 @@ void Main() {
     if (isEditor) {
         return;
     }
-    // The process lives on without a poll, and nothing on the screen tells.
+    // The process would live on without polls, and nothing on the screen would show it.
     if (!started) {
         Journal("The start of the scheduler failed: nothing is polled until it is started again");
     } else if (!frmMain::Instance().Timer1->isActive()) {

@@ -1,11 +1,11 @@
-// Start-up of both programs.
+// Start-up of the editor and of the scheduler.
 #pragma once
 
 namespace Global {
 
-// The first-run steps when they are due, the settings, then by the command line: empty, the editor shows its
-// windows; anything else, the scheduler hides the main window, turns the timer and the tray icon on and polls
-// once. Errors are dealt with here. Afterwards the process lives in the message loop.
+// Takes the first-run steps if they are due and reads the settings. Then the command line decides. Empty: the
+// editor shows its windows. Any other text: the scheduler hides the main window, turns on the timer and the
+// tray icon and polls once. Errors are handled here. After the return the process lives in the message loop.
 void Main();
 
 }  // namespace Global

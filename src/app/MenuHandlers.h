@@ -1,8 +1,8 @@
-// Which function a menu entry runs.
+// The function that a menu entry runs.
 #pragma once
 
 #include <functional>
 #include <string>
 
-// Empty for an entry that only closes its menu.
+// Returns the handler of the entry with this name, or an empty function if the entry has none.
 std::function<void()> FindMenuHandler(const std::string& entry);

@@ -13,14 +13,14 @@ constexpr MenuRow Rows[] = {
     {"mnuTools", "mnuDesign", "Design Current"},
     {"mnuTools", "mnuView", "Schedule History"},
     {"mnuViewType", nullptr, "&View"},
-    {"mnuViewType", "mnuIcons", "&Icons                  "},
+    {"mnuViewType", "mnuIcons", "&Icons                  "},  // sic: the blanks widen the menu
     {"mnuViewType", "mnuViewList", "&List"},
     {"mnuViewType", "mnuDetails", "&Details"},
     {"mnuViewType", "mnuRefHis", "Refresh History"},
     {"mnuWin", nullptr, "&Windows"},
     {"mnuWin", "mnuCasc", "&Cascade"},
     {"mnuWin", "mnuTile", "&Tile"},
-    {"mnuWin", "mnuArr", "&Arrange Icnons"},
+    {"mnuWin", "mnuArr", "&Arrange Icnons"},  // sic
     {"mnuHelpTop", nullptr, "&Help"},
     {"mnuHelpTop", "mnuAbout", "About Oxbow Courier..."},
     {"mnuHelpTop", "mnuHelp", "Help..."},

@@ -7,8 +7,8 @@ struct MenuRow {
     const char* menu;     // the name of the menu that holds the entry
     const char* name;     // the entry; null in the row of a menu itself
     const char* caption;  // "-" is a separator
-    bool popup = false;   // the menu is never shown in the menu bar
+    bool popup = false;   // a context menu: not shown in the menu bar
 };
 
-// In the order in which they are shown; a menu's own row stands before those of its entries.
+// The rows in the order in which they are shown. A menu's own row stands before the rows of its entries.
 std::span<const MenuRow> MenuTable();

@@ -54,7 +54,7 @@ void frmConfig::Command1_Click() {
     cd.Filter = "Crystal Reports (crw32.exe)|crw32.exe|";
     cd.InitDir = Global::DefPath;
     ResumeNext([&cd] { cd.ShowOpen(); });
-    // Behind a cancel this is the file chosen the time before.
+    // After a cancel this is the file chosen before.
     if (!cd.FileName.empty()) {
         m_ui->txtcrwpath->Text(cd.FileName);
     }
@@ -64,12 +64,12 @@ void frmConfig::cmdAddress_Click() {
     Global::PickRecipients(*m_ui->txtAl);
 }
 
-// The data source cannot be changed: the database stands in the application's folder.
+// The data source cannot be changed: the database is in the application's folder.
 void frmConfig::cmdDSN_Click() {
     m_ui->txtDSN->Text(Global::ConnectionString);
 }
 
-// The interval is written before it is known to be a number. The poll under way keeps its countdown.
+// The interval is stored before it is known to be a number. The current countdown is not changed.
 void frmConfig::cmdSave_Click() {
     Save("Poll", m_ui->txtPolling->Text());
     Global::PollSeconds = CInt(m_ui->txtPolling->Text());
@@ -86,7 +86,7 @@ void frmConfig::cmdCancel_Click() {
 
 void mnuPollInt_Click() {
     static QPointer<frmConfig> form;
-    // One that was closed a moment ago may wait for its end.
+    // A form that was just closed may not be destroyed yet.
     if (!form || !form->isVisible()) {
         form = new frmConfig(&frmMain::Instance());
         form->setAttribute(Qt::WA_DeleteOnClose);

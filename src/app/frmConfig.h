@@ -1,5 +1,5 @@
-// The Options dialog. What it saves reaches the settings and the variables of this process; another process
-// reads them when it is started.
+// The Options dialog. A save changes the settings and the variables of this process. Another process reads
+// the settings when it starts.
 #pragma once
 
 #include <QDialog>
@@ -29,5 +29,5 @@ class frmConfig : public QDialog {
     std::unique_ptr<Ui::frmConfig> m_ui;
 };
 
-// Shows the Options dialog, with the poll interval as the settings have it now.
+// Shows the Options dialog with the poll interval that the settings hold now.
 void mnuPollInt_Click();

@@ -31,7 +31,8 @@ constexpr int LongestTitle = 60;  // of a window in the menu, in average charact
 
 }  // namespace
 
-// The images lie in a static library: nothing else would register them. Must stand outside every namespace.
+// The images are in a static library, so that only this call registers them. It must be outside every
+// namespace.
 static void RegisterImages() {
     Q_INIT_RESOURCE(app);
 }
@@ -68,7 +69,7 @@ frmMain::frmMain()
     }
     const QIcon icon(":/images/logo.svg");
     setWindowIcon(icon);
-    QApplication::setWindowIcon(icon);  // of boxes that stand before no window
+    QApplication::setWindowIcon(icon);  // of boxes without a parent window
     TrayIcon1->SetIcon(icon);
     connect(Timer1, &QTimer::timeout, this, &frmMain::Timer1_Timer);
     for (const auto event : {&TrayIcon::MouseUp, &TrayIcon::DoubleClick}) {
@@ -94,7 +95,7 @@ void frmMain::BuildMenus() {
         entry->setObjectName(row.name);
         m_entries[row.name] = entry;
         if (entry->text() == "-") {
-            entry->setText({});  // else it stands beside the line
+            entry->setText({});  // else Qt shows it next to the separator
             entry->setSeparator(true);
             continue;
         }
@@ -114,7 +115,7 @@ void frmMain::AddMenu(const MenuRow& row) {
     }
 }
 
-// The first nine have their number as mnemonic; the active one is checked.
+// The first nine have their number as mnemonic. The active one is checked.
 void frmMain::ListChildWindows() {
     QMenu& menu = *m_menus.at("mnuWin");
     for (QAction* entry : m_windowEntries) {
@@ -141,8 +142,8 @@ void frmMain::ListChildWindows() {
     }
 }
 
-// Entries that act on the active Desktop window, or on what is selected there, are grey while that is
-// missing: all that they could do is to end in an error.
+// Greys out the entries that act on the active Desktop window or its selection while that is missing: they
+// could only end in an error.
 void frmMain::ShowWhatIsOpen() {
     const frmDesk* desk = FindDesk(Global::DeskIndex);
     for (const char* entry : {"mnuAdd", "mnuIcons", "mnuViewList", "mnuDetails"}) {
@@ -220,7 +221,7 @@ QAction* frmMain::Entry(const std::string& name) const {
 }
 
 void frmMain::ClickEntry(const std::string& entry) {
-    // Also when the entry is hidden, which would keep its action from being triggered.
+    // Also for a hidden entry, whose action cannot be triggered.
     if (const auto handler = FindMenuHandler(entry)) {
         handler();
     }
@@ -252,7 +253,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-// The close cannot be cancelled and waits for nothing.
+// The close cannot be cancelled and waits for no operation.
 void frmMain::MDIForm_QueryUnload() {
     MDIForm_Unload();
 }

@@ -1,6 +1,6 @@
-// The frame of the application. It owns the menus, the status bar, the poll timer and the tray icon. In the
-// editor it is the visible frame with the timer off; in the scheduler it stays hidden and only timer and tray
-// icon live.
+// The main window. It owns the menus, the status bar, the poll timer and the tray icon. In the editor it is
+// visible and its timer is off. In the scheduler it stays hidden and only the timer and the tray icon are in
+// use.
 #pragma once
 
 #include <QMainWindow>
@@ -22,7 +22,7 @@ class QMenu;
 class frmMain : public QMainWindow, public MainFrame {
     Q_OBJECT
  public:
-    // The one main window; the first touch loads it.
+    // Returns the one main window. The first call makes and loads it.
     static frmMain& Instance();
     frmMain();
     ~frmMain() override;
@@ -40,10 +40,10 @@ class frmMain : public QMainWindow, public MainFrame {
     void PopupMenu(const std::string& menu) override;
     void PopupMenu(const std::string& menu, int x, int y) override;
 
-    void SetStatusPanel(int panel, const std::string& text);  // 1 or 2
+    void SetStatusPanel(int panel, const std::string& text);  // panel 1 or 2
     std::string StatusPanel(int panel) const;
     ChildArea& Children() { return *m_children; }
-    QMenu* Menu(const std::string& name) const;  // null: no such menu
+    QMenu* Menu(const std::string& name) const;  // null if there is no such menu
     QAction* Entry(const std::string& name) const;
     bool BusyShown() const { return m_busy; }
 
@@ -68,17 +68,18 @@ class frmMain : public QMainWindow, public MainFrame {
     QLabel* m_panels[2];
     std::map<std::string, QMenu*> m_menus;
     std::map<std::string, QAction*> m_entries;
-    std::vector<QAction*> m_windowEntries;  // behind the commands of mnuWin, made anew whenever it opens
+    // listed after the commands of mnuWin; made again whenever it opens
+    std::vector<QAction*> m_windowEntries;
     bool m_busy = false;
 };
 
-// Ends the process at once; every Desktop window's reference is released first.
+// Releases the reference of every Desktop window and ends the process at once.
 void mnuEnd_Click();
 // Ends the process at once.
 void mnutbExit_Click();
-// The splash window as About box.
+// Shows the splash window as About box.
 void mnuAbout_Click();
-// One more Desktop window.
+// Opens a further Desktop window.
 void mnuDesktop_Click();
 void mnuCasc_Click();
 void mnuTile_Click();

@@ -33,7 +33,7 @@ void frmSplash::Form_Load() {
     }
 }
 
-// A window manager looks at a window before it lets it appear: what is drawn until then is lost.
+// A window manager may delay a new window: what is painted before the window appears is lost.
 void frmSplash::ShowPainted() {
     constexpr qint64 MostMilliseconds = 1000;
     constexpr unsigned long Slice = 5;

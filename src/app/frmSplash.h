@@ -11,11 +11,12 @@ class frmSplash;
 class frmSplash : public QWidget {
     Q_OBJECT
  public:
-    // The splash window; before a parent the About box, which takes the keyboard.
+    // Without a parent it is the splash window. With a parent it is the About box, which takes the keyboard
+    // focus.
     explicit frmSplash(QWidget* parent = nullptr);
     ~frmSplash() override;
 
-    // Shows it and returns when it is painted, or when the window system has not shown it for a second.
+    // Shows the window and returns once it is painted, after a second at the latest.
     void ShowPainted();
 
     void Form_Load();
@@ -33,5 +34,6 @@ class frmSplash : public QWidget {
     std::unique_ptr<Ui::frmSplash> m_ui;
 };
 
-// "Version " and major, ".", minor and revision run together: 2.0.2 reads Version 2.02.
+// Returns "Version " followed by major, ".", minor and revision without a separator: 2.0.2 gives "Version
+// 2.02".
 QString VersionText();

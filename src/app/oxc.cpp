@@ -1,4 +1,4 @@
-// The process's entry: puts the real parts behind the platform's interfaces, starts up and lives in the
+// The process's entry: sets the real implementations of the platform's interfaces, starts up and runs the
 // message loop.
 #include <iostream>
 #include <string>
@@ -24,7 +24,7 @@ namespace {
 
 constexpr const char* Advice = "the scheduler (oxc -sched) runs without one";
 
-// An empty argument is written as "", so that a line of such is not empty.
+// An empty argument becomes "", so that a command line with only empty arguments is not empty.
 std::string CommandLine(int argc, char** argv) {
     std::string line;
     for (int i = 1; i < argc; ++i) {
@@ -47,7 +47,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     TakeQtMessages("oxc", Advice);
-    // Whatever stands on the command line means the scheduler; Qt takes its options from the environment.
+    // Any argument means the scheduler. Qt takes its options from the environment.
     int qtArgc = 1;
     Application application(qtArgc, argv);
     EndOnSignals();

@@ -1,4 +1,4 @@
-// The commands of the toolbar.
+// Members of frmDesk: the commands of its toolbar.
 #include "desktop/DeskItems.h"
 #include "desktop/frmDesk.h"
 #include "dialogs/PreviewSchedule.h"
@@ -15,8 +15,8 @@
 
 namespace {
 
-// The folder's own row goes first, so that the second statement finds no name and deletes nothing: the
-// schedules of the folder stay and go on running.
+// The folder's own row is deleted first, so that the second statement finds no name and deletes no row (sic):
+// the schedules of the folder stay and continue to run.
 void DeleteFolderRows(const std::string& id) {
     ADODB::Connection connection;
     connection.Open(Global::ConnectionString);
@@ -50,9 +50,11 @@ void frmDesk::ComAction(int command) {
     }
 }
 
+// A command has the number of its toolbar button plus 1 (frmDesk.cpp has the table); 5 and 8 would be the
+// separators.
 bool frmDesk::RunCommand(int command) {
     switch (command) {
-        case 1:
+        case 1:  // no button: back to the Desktop's root
             if (Global::FolderClicks == 1) {
                 Global::FolderClicks = 0;
                 lsvDesk->ListItems().Clear();
@@ -61,29 +63,29 @@ bool frmDesk::RunCommand(int command) {
                 Toolbar1->Buttons()(NewPackageButton).Enabled(false);
             }
             return true;
-        case 2:
+        case 2:  // "New Folder"
             return NewFolder();
-        case 3:
+        case 3:  // "New Report"
             frmAddReport::Instance().ShowForm();
             return true;
-        case 4:
+        case 4:  // "New Package"
             frmWiz::Instance().ShowForm();
             return true;
-        case 6:
+        case 6:  // "Preview"
             return Preview();
-        case 7:
+        case 7:  // "Delete"
             return Delete();
-        case 9:
+        case 9:  // "History"
             Global::Frame->ClickEntry("mnuView");
             return true;
-        case 10:
+        case 10:  // "Design"
             MsgBox("Remember to refresh the report for changes to be carried through", vbInformation);
             Global::Frame->ClickEntry("mnuDesign");
             return true;
-        case 11:
+        case 11:  // "Options"
             Global::Frame->ClickEntry("mnuPollInt");
             return true;
-        case 12:
+        case 12:  // "Help"
             Global::Frame->ClickEntry("mnuHelp");
             return true;
         default:
@@ -102,8 +104,8 @@ bool frmDesk::NewFolder() {
     const std::string name = Replace(InputBox("Please provide a name for the folder"), "'", "");
     if (!Global::FolderNameFree(name)) {
         MsgBox("The name '" + name + "' already exists in the system. Please specify a new name.",
-               vbExclamation, "Error renaming file");
-        lsvDesk->SelectedItem();  // none: there is nothing to give another name
+               vbExclamation, "Error renaming file");  // sic: the same box as RenameFolder (DeskList.cpp)
+        lsvDesk->SelectedItem();  // raises 91 without a selected item: there is no text to edit
         lsvDesk->StartLabelEdit();
         return false;
     }
@@ -151,13 +153,13 @@ bool frmDesk::Delete() {
     return true;
 }
 
-// One whose row is gone, or was never there, only leaves the list.
+// An item without a row only leaves the list.
 void frmDesk::DeleteFolder(ListItem& item) {
     if (!Confirmed("Delete the '" + item.Text() + "' folder and all its contents?")) {
         return;
     }
     const std::int16_t folder = Global::GetFolderID(item.Text());
-    if (folder != 0) {  // 0 is none: the folders of the first level would go along
+    if (folder != 0) {  // 0 would delete the folders of the first level too
         DeleteFolderRows(std::to_string(folder));
     }
     lsvDesk->ListItems().Remove(item.Index());

@@ -1,4 +1,4 @@
-// How a Desktop window is filled: its tree, its folders, schedules and packages.
+// Members of frmDesk: they fill its tree and its list of folders, schedules and packages.
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/DetailViews.h"
@@ -35,7 +35,7 @@ void frmDesk::BuildTree() {
     Global::BusyCursor(false);
 }
 
-// Its own children are where the tree ends: deeper folders are reached through the list.
+// The children of this node are the last level of the tree: deeper folders are reached through the list.
 void frmDesk::AddChildren(const std::string& parentID, const std::string& parentKey) {
     for (const StoredFolder& folder : Global::FoldersBelow(parentID)) {
         tvwFolder->Nodes().Add(parentKey, KeyOf(folder), folder.name, desk::TreeFolder);
@@ -53,7 +53,7 @@ void frmDesk::AddBatches() {
                                          rows.Fields("BatchName").Value.Text(), desk::PackageItem,
                                          desk::PackageItem);
             } catch (const RuntimeError& error) {
-                if (error.Number() != err::KeyNotUnique) {  // the package is listed already
+                if (error.Number() != err::KeyNotUnique) {  // the package is already listed
                     throw;
                 }
             }
@@ -98,8 +98,8 @@ void frmDesk::RefreshList(const std::string& folderName, const std::string& fold
     desk::ShowSchedules(*lsvDesk, folderName, desk::ScheduleItem);
     desk::AddFolders(*lsvDesk, folderID, desk::FolderItem);
     if (CInt(folderID) == 0) {
-        // The packages go to the form's own instance, not to this window: it shows none until it is filled
-        // again.
+        // Sic: the packages go to the form's own instance and not to this window, which shows none until it
+        // is filled again.
         DefaultInstance().AddBatches();
     }
 }

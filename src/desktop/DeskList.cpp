@@ -1,4 +1,4 @@
-// What happens on the items of a Desktop window's list: opening, renaming, context menus.
+// Members of frmDesk: they open and rename the items of its list and show their context menus.
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/frmDesk.h"
@@ -13,7 +13,7 @@
 
 namespace {
 
-// The place is the newest folder when a statement finds a value missing; then the statement is repeated,
+// If a statement finds a value missing, the place becomes the newest folder, and the statement is repeated
 // once.
 template <typename Statement>
 void WithPlace(const Statement& statement) {
@@ -74,7 +74,7 @@ void frmDesk::lsvDesk_DblClick() {
                 OpenFolder(item);
                 break;
             case desk::ScheduleItem:
-                ComAction(4);
+                ComAction(4);  // sic: "New Package"
                 break;
             case desk::PackageItem:
                 OpenPackageWindow(item);
@@ -105,20 +105,20 @@ void frmDesk::OpenFolder(const ListItem& item) {
 }
 
 void frmDesk::OpenPackageWindow(const ListItem& item) {
-    Global::CurrentFolderID = "999";
+    Global::CurrentFolderID = "999";  // sic: no folder has this key
     frmDesk& window = OpenNext();
     window.setWindowTitle(QString::fromStdString("Package - " + item.Text()));
     window.lsvDesk->ListItems().Clear();
     WithPlace([&] { OpenPackage(item.Key); });
 }
 
-// The menu opens at the item when a key asks for it, wherever the pointer is.
+// If a key asks for the menu, it opens at the item, wherever the pointer is.
 void frmDesk::lsvDesk_MouseUp(int button, QPoint place) {
     constexpr int RightButton = 2;
     if (button != RightButton) {
         return;
     }
-    lsvDesk_Click();  // it has selected as the left one does
+    lsvDesk_Click();  // the right button has selected the item as the left one does
     if (lsvDesk->ListItems().Count() == 0 || !lsvDesk->HasSelection() ||
         lsvDesk->SelectedItem().Text().empty()) {
         return;
@@ -162,7 +162,7 @@ void frmDesk::lsvDesk_AfterLabelEdit(int& cancel, std::string& newString) {
             lsvDesk->ListItems().Remove(item.Key);
             return;
         }
-        // The list shows the marks until it is filled again.
+        // The list shows the removed marks until it is filled again.
         const std::string newName = Replace(newString, "'", "");
         if (item.Icon != desk::FolderItem) {
             RenameSchedule(item.Text(), newName);
@@ -177,7 +177,8 @@ void frmDesk::lsvDesk_AfterLabelEdit(int& cancel, std::string& newString) {
     }
 }
 
-// False: the name is taken.
+// Returns false if the name is taken. The same box as in NewFolder (DeskCommands.cpp), "Error renaming file"
+// included.
 bool frmDesk::RenameFolder(const std::string& oldName, const std::string& newName) {
     if (!Global::FolderNameFree(newName)) {
         MsgBox("The name '" + newName + "' already exists in the system. Please specify a new name.",
@@ -194,7 +195,7 @@ bool frmDesk::RenameFolder(const std::string& oldName, const std::string& newNam
     return true;
 }
 
-// A package comes this way too: no schedule has its name, and nothing of it changes.
+// Packages come here too: no schedule has their name, so no row of theirs changes.
 void frmDesk::RenameSchedule(const std::string& oldTitle, const std::string& newTitle) {
     const int id = Global::GetScheduleID(oldTitle, Global::ActiveDesk().Caption());
     ADODB::Connection connection;

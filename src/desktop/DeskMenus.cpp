@@ -10,7 +10,7 @@
 #include "shared/Global.h"
 
 void mnuDeskNew_Click() {
-    // The key is the same all day long: a second item while the first is listed is an error.
+    // The key is the same for the whole day: a second item while the first is listed is an error (sic).
     const std::string key = "New Folder" + std::to_string(desk::SecondsOfKey(Today()));
     ActiveDeskForm().lsvDesk->ListItems().Add(key, "New Folder", desk::FolderItem, desk::FolderItem);
 }
@@ -27,11 +27,11 @@ void mnuRename_Click() {
 }
 
 void mnuDeskDelfld_Click() {
-    ActiveDeskForm().ComAction(7);
+    ActiveDeskForm().ComAction(7);  // "Delete"
 }
 
 void mnuDeskDel_Click() {
-    ActiveDeskForm().ComAction(5);
+    ActiveDeskForm().ComAction(5);  // sic: no command has this number
 }
 
 void mnuDeskProp_Click() {

@@ -1,10 +1,10 @@
 // Entries of the context menus of a Desktop window's list. All act on the window that was activated last.
 #pragma once
 
-void mnuDeskNew_Click();     // an item for a folder, on the screen only
-void mnuDeskOpen_Click();    // as a double click
+void mnuDeskNew_Click();     // adds an item for a new folder, on the screen only
+void mnuDeskOpen_Click();    // acts as a double click
 void mnuRename_Click();      // edits the item's text
 void mnuDeskDelfld_Click();  // deletes the folder
-void mnuDeskDel_Click();     // nothing: reports are deleted by the toolbar
-void mnuDeskProp_Click();    // Report Properties of the schedule; shows its errors, but for 91
-void mnuDeskRpt_Click();     // whenever the menu of a report opens
+void mnuDeskDel_Click();     // does nothing: the toolbar deletes reports
+void mnuDeskProp_Click();    // opens Report Properties of the schedule; shows every error but 91
+void mnuDeskRpt_Click();     // runs whenever the context menu of a report opens

@@ -20,8 +20,7 @@ frmDesk* OpenDeskWindow(ChildArea& area) {
         ChildArea::PlaceFree(*window);
     }
     window->show();
-    window->lsvDesk
-        ->setFocus();  // and not the toolbar's first button: what was opened is walked on with keys
+    window->lsvDesk->setFocus();  // not the toolbar's first button: users move through the list with keys
     window->Form_Activate();
     return window;
 }
@@ -39,7 +38,7 @@ frmDesk& ActiveDeskForm() {
     return dynamic_cast<frmDesk&>(Global::ActiveDesk());
 }
 
-// A command inside another finds the windows kept already and leaves them to the outer one.
+// A nested command finds the windows already kept and leaves them to the outer one.
 KeptWindows::KeptWindows(const frmDesk& any) {
     const auto* frame = qobject_cast<QMdiSubWindow*>(any.parentWidget());
     for (QMdiSubWindow* window : frame->mdiArea()->subWindowList()) {

@@ -16,7 +16,7 @@ void WriteView(const char* value) {
     ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, "View", value);
 }
 
-// The list emptied, as a table with these columns.
+// Empties the list and makes it a table with these columns.
 ListView& PrepareTable(std::initializer_list<const char*> columns) {
     ListView& list = *ActiveDeskForm().lsvDesk;
     list.ListItems().Clear();

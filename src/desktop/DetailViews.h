@@ -1,5 +1,5 @@
-// The three views of the current Desktop window's list. The table is not a mere change of view: the list is
-// filled anew, with columns.
+// The three views of the current Desktop window's list. The table view is more than another display: it fills
+// the list again, with columns.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@ void mnuIcons_Click();
 void mnuViewList_Click();
 void mnuDetails_Click();
 
-// The current window's list as table of a folder. Errors pass to the caller.
+// Shows the current window's list as a table of a folder. Errors pass to the caller.
 void bldDetails(const std::string& folderName);
-// The same of a package; 3021 when there is none of that name.
+// Shows it as a table of a package. Raises 3021 if there is no package of that name.
 void batchDetails(const std::string& batchName);

@@ -24,7 +24,7 @@ void mnuRefHis_Click() {
     frmViewer::Instance().Form_KeyDown(RefreshKey);
 }
 
-// Narrower than the deletion of a schedule on the Desktop, which takes its history as well.
+// Deletes less than the Desktop does: the history of the schedule stays (sic).
 void mnuDel_Click() {
     try {
         const Node& node = frmViewer::Instance().tvReports->SelectedItem();

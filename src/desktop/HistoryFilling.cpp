@@ -1,4 +1,4 @@
-// How the Schedule History window is filled.
+// Members of frmViewer: they fill its trees of schedules and packages.
 #include "desktop/HistoryNodes.h"
 #include "desktop/frmViewer.h"
 #include "platform/contracts/adodb.h"
@@ -8,7 +8,7 @@ namespace {
 
 using history::ReportNode;
 
-// The trees are drawn once, when all of their nodes are there.
+// Lets a tree be drawn once, after all its nodes are added.
 class Filling {
  public:
     explicit Filling(TreeView& tree) : m_tree(tree) { m_tree.setUpdatesEnabled(false); }
@@ -24,7 +24,7 @@ void AddFrequency(Nodes& nodes, const std::string& key, const std::string& frequ
     nodes.Add("", key, frequency, history::FrequencyNode, history::SelectedFrequency);
 }
 
-// The packages of one frequency after another; every key ends in a number of its own.
+// Adds the packages of one frequency after another. Each key ends in a number of its own.
 class PackageTree {
  public:
     explicit PackageTree(Nodes& nodes) : m_nodes(nodes) {}

@@ -18,7 +18,7 @@ std::string ScheduleText(const Node& node) {
     static const std::regex number("[0-9]:"), time("[0-9]:[0-9][0-9]:");
     const std::string text = node.Text();
     if (node.Image() == ReportNode) {
-        return text;  // also of a title that holds a time
+        return text;  // also for a title that holds a time
     }
     const bool namesSchedule = std::regex_search(text, number) && !std::regex_search(text, time);
     return namesSchedule ? text : ParentOf(node).Text();

@@ -1,5 +1,5 @@
-// The nodes of the Schedule History window. A node's image says what it is, and the number at the start of a
-// text names its row.
+// The nodes of the Schedule History window. A node's image gives its kind; the number at the start of its
+// text is the key of its row.
 #pragma once
 
 #include <string>
@@ -17,11 +17,12 @@ inline constexpr int FrequencyNode = 10;
 inline constexpr int SelectedFrequency = 11;  // the picture of a frequency while it is selected
 inline constexpr int PackageNode = 12;
 
-// 91 for a node at the root.
+// Returns the parent of a node. Raises 91 for a node at the root.
 const Node& ParentOf(const Node& node);
 
-// The text that names the schedule of a node: its own when it is a schedule, or when it holds a number with a
-// colon but no time, "5: Sales"; else its parent's, 91 when there is none.
+// Returns the text that names the schedule of a node. That is its own text if the node is a schedule, or if
+// the text holds a number and a colon that is not part of a time ("5: Sales"). Otherwise it is the parent's
+// text; raises 91 if there is no parent.
 std::string ScheduleText(const Node& node);
 
 }  // namespace history

@@ -3,7 +3,8 @@
 #include <initializer_list>
 #include <utility>
 
-// The pictures lie in a static library: nothing else would register them. Must stand outside every namespace.
+// The pictures are in a static library, so that only this call registers them. It must be outside every
+// namespace.
 static void RegisterPictures() {
     Q_INIT_RESOURCE(desktop);
 }

@@ -11,7 +11,7 @@
 
 namespace {
 
-// Of a report of a package: the first piece of its item's key.
+// Returns the key of a package report: the first field of its item's key.
 std::string DetailOf(const std::string& key) {
     return cmFunc::GetDelimitedField(key, 1, ":");
 }
@@ -45,8 +45,8 @@ bool IsEmptyPackage(const std::string& reportID) {
     return empty;
 }
 
-// The window in the slot before is taken for the one that the package was opened from, with the package still
-// selected in it.
+// Takes the window in the slot before for the one from which the package was opened, with the package still
+// selected in it (sic).
 void RemoveFromWindowBefore() {
     if (const frmDesk* before = FindDesk(Global::DeskIndex - 1); before != nullptr) {
         before->lsvDesk->ListItems().Remove(before->lsvDesk->SelectedItem().Key);
@@ -60,7 +60,7 @@ void DeletePackage(const std::string& reportID) {
     connection.Close();
 }
 
-// Events run in the pause: windows may be gone behind it.
+// Events run during the pause: windows may be gone after it.
 void RemoveReport(const std::string& detailID, const std::string& title) {
     constexpr double UntilReadsCatchUp = 3;  // seconds
     const std::string reportID = std::to_string(

@@ -1,11 +1,11 @@
-// Commands of the Desktop on the selected item when that is a package or a report of one. Errors are shown;
-// nothing that was done before is taken back.
+// Commands of the Desktop on the selected package or package report. Errors are shown; what was done before
+// an error stays done.
 #pragma once
 
-// Deletes the package, or takes the report out of its package; a package that becomes empty goes, too. Both
-// ask first.
+// Deletes the selected package, or removes the selected report from its package. A package without reports is
+// deleted too. Both ask first.
 void mnubtcDelSel_Click();
-// Opens the file that the report's last run left.
+// Opens the output file of the report's last run.
 void mnubtcOutput_Click();
-// Asks for the report's parameter values anew.
+// Asks for the report's parameter values again and stores them.
 void mnubtcPar_Click();

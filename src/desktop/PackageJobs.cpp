@@ -13,8 +13,8 @@ namespace package {
 
 namespace {
 
-// ".MS Word" is the word that the stored data hold for documents here. A word that is not in the table gives
-// none.
+// ".MS Word" (sic) is the word for documents in the stored data here. Returns an empty text for a word that
+// is not in the table.
 std::string ExtensionOf(const std::string& format) {
     static const std::map<std::string, std::string> extensions = {
         {"Acrobat", ".pdf"},  {"PDF", ".pdf"},      {"Acrobat Format (PDF)", ".pdf"},

@@ -24,7 +24,7 @@ std::string TitleOf(const Node& node) {
 bool Confirmed(const Node& node) {
     switch (node.Image()) {
         case history::PackageNode:
-            // The node of the next run counts as well.
+            // The node of the next run is counted as well (sic).
             return MsgBox("Delete the current batch? All " + std::to_string(node.Children()) +
                               " scheduled reports will be deleted.",
                           vbYesNo) == vbYes;

@@ -1,14 +1,14 @@
-// Commands of the Schedule History window on the selected node of tvBatch when that is a package or a report
-// of one. Errors are shown; nothing that was done before is taken back.
+// Commands of the Schedule History window on the selected package or package report in tvBatch. Errors are
+// shown; what was done before an error stays done.
 //
-// They are no copies of the Desktop's: a report that is taken out here takes the parameter values of all
-// reports of its package along, and leaves an empty package where it is.
+// They differ from the commands of the Desktop: removing a report here also deletes the parameter values of
+// all reports of its package and keeps a package that becomes empty.
 #pragma once
 
-// Deletes the package, or takes the report out of its package. Both ask first. The node stays in the tree
-// until a click on its tab.
+// Deletes the selected package, or removes the selected report from its package. Both ask first. The node
+// stays in the tree until the user clicks its tab.
 void mnuDir_Click();
-// Opens the file that the report's last run left.
+// Opens the output file of the report's last run.
 void mnuOutput_Click();
-// Asks for the report's parameter values anew.
+// Asks for the report's parameter values again and stores them.
 void mnuEditPar_Click();

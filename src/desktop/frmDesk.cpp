@@ -1,3 +1,5 @@
+// Members of frmDesk: its load, events and size. Others are in DeskCommands.cpp, DeskFilling.cpp,
+// DeskList.cpp.
 #include "desktop/frmDesk.h"
 
 #include <QCloseEvent>
@@ -28,7 +30,7 @@ constexpr int EscapeKey = 27;
 constexpr int BottomMargin = 4, BetweenTreeAndList = 4;  // pixels
 
 struct Button {
-    const char* caption;  // null: a separator
+    const char* caption;  // null for a separator
     const char* tip;
 };
 constexpr Button Buttons[] = {
@@ -91,7 +93,7 @@ void frmDesk::BuildToolbar() {
         const int image = static_cast<int>(&button - Buttons) + 1;
         Toolbar1->Buttons().Add(button.caption, button.tip, image);
     }
-    // They act on an item, and nothing is selected yet.
+    // They act on an item, and no item is selected yet.
     Toolbar1->Buttons()(PreviewButton).Enabled(false);
     Toolbar1->Buttons()(DesignButton).Enabled(false);
 }
@@ -99,8 +101,7 @@ void frmDesk::BuildToolbar() {
 void frmDesk::Form_Load() {
     const std::function<void()> steps[] = {
         [] {
-            // Kept by the commands of the View menu; every window opens in the view of its design all the
-            // same.
+            // The commands of the View menu store it, but every window opens in the view of its design (sic).
             CInt(ShellMod::ReadSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, "View", "0"));
         },
         [] { Global::BusyCursor(true); },
@@ -162,8 +163,8 @@ void frmDesk::Form_Unload() {
     }
 }
 
-// A window that is too small keeps tree and list as they are. The toolbar takes more room than it is given
-// where the user's font is large.
+// A window that is too small leaves tree and list unchanged. The toolbar needs more space than its design if
+// the user's font is large.
 void frmDesk::Form_Resize() {
     const int bar = std::max(Toolbar1->sizeHint().height(), Pixels(AboveList) - BottomMargin);
     Toolbar1->setGeometry(0, 0, width(), bar);
@@ -224,7 +225,7 @@ void frmDesk::EnableButton(int index, bool enabled) {
     Toolbar1->Buttons()(index).Enabled(enabled);
 }
 
-// With its title bar: a window that waits is not closed either. What had the focus gets it back.
+// Includes the title bar: a window that waits cannot be closed either. The former focus is restored.
 void frmDesk::EnableForm(bool enabled) {
     if (!enabled && isEnabled()) {
         m_focus = focusWidget();

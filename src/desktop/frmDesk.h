@@ -1,8 +1,8 @@
 // A Desktop window: the tree of all folders on the left, the folders, schedules and packages of one place on
-// the right, the toolbar above. The caption is the name of the place and is used as data: it is the folder
-// that a schedule is looked for in.
+// the right, the toolbar at the top. The caption is the name of the place and is also data: schedules are
+// looked up in the folder that it names.
 //
-// Items are tied to their rows by text and key alone; their Icon says what they are (DeskItems.h).
+// Items and rows are connected by text and key only. The Icon gives the kind of an item (DeskItems.h).
 #pragma once
 
 #include <QPointer>
@@ -19,7 +19,7 @@ namespace Ui {
 class frmDesk;
 }
 
-// Numbers of toolbar buttons that are switched on and off.
+// Numbers of toolbar buttons that are enabled and disabled.
 inline constexpr int NewPackageButton = 3, PreviewButton = 5, DesignButton = 9;
 
 class frmDesk : public QWidget, public DeskWindow {
@@ -27,7 +27,7 @@ class frmDesk : public QWidget, public DeskWindow {
  public:
     explicit frmDesk(QWidget* parent = nullptr);
     ~frmDesk() override;
-    // One more window that is never shown and has no slot; made and loaded at its first use.
+    // Returns a further window that is never shown and has no slot. The first call makes and loads it.
     static frmDesk& DefaultInstance();
 
     ToolBar* Toolbar1;
@@ -35,9 +35,9 @@ class frmDesk : public QWidget, public DeskWindow {
     ListView* lsvDesk;
     std::string Tag;  // the number of the window's slot
 
-    // Shows the place CurrentFolderID. A database that cannot be read is told in a box, a fresh one is made
-    // if the file is missing, and the reading begins again, however often. Other errors are shown; the load
-    // goes on behind them.
+    // Shows the place CurrentFolderID. If the database cannot be read, a box says so, a missing file is made
+    // from the blank database, and reading starts again, without a limit. Other errors are shown and the load
+    // continues after them.
     void Form_Load();
     void Form_Activate();
     void Form_Unload();
@@ -46,7 +46,7 @@ class frmDesk : public QWidget, public DeskWindow {
 
     void BuildTree();  // three levels of folders below the root
     void AddChildren(const std::string& parentID, const std::string& parentKey);
-    // Fills the newest window with the reports of the package that the key names.
+    // Fills the newest window with the reports of the package that `key` names.
     void OpenPackage(const std::string& key);
 
     // DeskWindow
@@ -78,7 +78,7 @@ class frmDesk : public QWidget, public DeskWindow {
  private:
     void BuildToolbar();
     void SetFirstSize();
-    bool RunCommand(int command);  // false: the command was left early, and the hourglass stays
+    bool RunCommand(int command);  // returns false if the command stopped early; the hourglass then stays
     bool NewFolder();
     bool Preview();
     bool Delete();
@@ -86,10 +86,10 @@ class frmDesk : public QWidget, public DeskWindow {
     void DeleteReport(ListItem& item);
     bool RenameFolder(const std::string& oldName, const std::string& newName);
     void RenameSchedule(const std::string& oldTitle, const std::string& newTitle);
-    frmDesk& OpenNext();  // one more window in the frame of this one
+    frmDesk& OpenNext();  // opens one more window in the frame of this one
     void OpenFolder(const ListItem& item);
     void OpenPackageWindow(const ListItem& item);
 
     std::unique_ptr<Ui::frmDesk> m_ui;
-    QPointer<QWidget> m_focus;  // while the form is disabled: what it is to go back to
+    QPointer<QWidget> m_focus;  // the focus to restore when the disabled form is enabled
 };

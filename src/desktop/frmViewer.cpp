@@ -1,3 +1,4 @@
+// Members of frmViewer: its load and events. HistoryFilling.cpp fills its trees.
 #include "desktop/frmViewer.h"
 
 #include <QCloseEvent>
@@ -21,7 +22,7 @@
 namespace {
 
 constexpr int WindowWidth = 9600, WindowHeight = 7200;  // twips
-constexpr std::int16_t NoDesk = 9999;                   // no Desktop window has this number
+constexpr std::int16_t NoDesk = 9999;                   // no Desktop window has this number (sic)
 constexpr int RefreshKey = 116;
 constexpr int RightButton = 2;
 
@@ -34,7 +35,7 @@ void PopupAt(const TreeView& tree, QPoint place, const std::string& menu) {
 
 frmViewer& frmViewer::Instance() {
     static QPointer<frmViewer> form;
-    // One that was closed a moment ago may wait for its end, and it can be closed while it loads.
+    // A window that was just closed may not be destroyed yet, and it can be closed while it loads.
     while (!form || form->m_closed) {
         form = new frmViewer;
         Global::Frame->AddChild(*form);
@@ -59,7 +60,7 @@ frmViewer::~frmViewer() = default;
 
 void frmViewer::ConnectControls() {
     connect(vwTab, &TabStrip::Click, this, &frmViewer::vwTab_Click);
-    // A click on the tab that is shown reads it again, too.
+    // A click on the current tab reads its data again, too.
     connect(vwTab, &TabStrip::tabBarClicked, this, [this](int tab) {
         if (tab == vwTab->currentIndex()) {
             vwTab_Click();
@@ -105,7 +106,7 @@ void frmViewer::ExpandShown() {
     }
 }
 
-// It stands on the screen while it is filled.
+// The window is on the screen while it is filled.
 void frmViewer::ShowFirst() {
     if (m_shown) {
         return;
@@ -130,7 +131,7 @@ TreeView& frmViewer::ShownTree() {
     return vwTab->SelectedItem() == 1 ? *tvReports : *tvBatch;
 }
 
-// Commands of the menus that act on a Desktop window must not reach one that stands behind this window.
+// Menu commands for a Desktop window must not reach one that is covered by this window.
 void frmViewer::Form_Activate() {
     Global::DeskIndex = NoDesk;
 }
@@ -169,7 +170,7 @@ void frmViewer::vwTab_Click() {
     }
 }
 
-// Shows nothing but the hourglass for a moment: schedules are opened on the Desktop.
+// Only shows the hourglass for a moment (sic): schedules are opened on the Desktop.
 void frmViewer::tvReports_DblClick() {
     try {
         const Node& node = tvReports->SelectedItem();
@@ -225,7 +226,7 @@ void frmViewer::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-// A key that a tree has had comes up here as well. The window may be gone behind its handler.
+// Keys that a tree has handled arrive here as well. The window may be gone after its handler.
 void frmViewer::keyPressEvent(QKeyEvent* event) {
     QWidget::keyPressEvent(event);
     if (!tvReports->hasFocus() && !tvBatch->hasFocus()) {

@@ -1,8 +1,8 @@
-// The Schedule History window: all schedules by their frequency, each with its next run and its last ten
-// runs, and on a second tab the packages with their reports. It shows what it read when it was filled: nobody
-// tells it of changes.
+// The Schedule History window. Its first tab lists all schedules by frequency, each with its next run and its
+// last ten runs. Its second tab lists the packages with their reports. The window shows what it read when it
+// was filled; later changes do not appear.
 //
-// What the nodes are is told by HistoryNodes.h. The key of a package's report is "<ReportTitle>^<number>".
+// HistoryNodes.h gives the kinds of nodes. The key of a package's report is "<ReportTitle>^<number>".
 #pragma once
 
 #include <QWidget>
@@ -19,23 +19,24 @@ class frmViewer;
 class frmViewer : public QWidget {
     Q_OBJECT
  public:
-    // The one window, a child window of the frame. The first touch makes, loads and shows it; so does the
-    // first one behind its end.
+    // Returns the one window, a child window of the frame. The first call, and the first call after the
+    // window was closed, makes, loads and shows it.
     static frmViewer& Instance();
     ~frmViewer() override;
 
     TabStrip* vwTab;  // 1 the schedules, 2 the packages
     TreeView* tvReports;
-    TreeView* tvBatch;  // filled by a click on its tab only
+    TreeView* tvBatch;  // filled only by a click on its tab
 
-    void ShowForm();  // in front of the others, as it stands
+    void ShowForm();  // brings the window to the front, unchanged
 
-    // Fills tvReports, now or anew. Errors are shown and end it; what was read until then stands.
+    // Fills tvReports, replacing what it holds. An error is shown and ends the filling; the nodes made before
+    // it stay.
     void Form_Load();
     void Form_Activate();
     void Form_Unload();
     void Form_KeyDown(int keyCode);
-    static void ExpandNode(Node& node);  // with all below it
+    static void ExpandNode(Node& node);  // with all nodes below it
 
     // Fills tvBatch when its tab is shown. Errors pass to the caller.
     void vwTab_Click();

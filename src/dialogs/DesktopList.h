@@ -1,4 +1,4 @@
-// What dialogs change of the Desktop's lists.
+// Updates the Desktop's lists after a dialog has saved.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace Global {
 
-// Shows a folder in the Desktop window: what has just been saved in it is seen at once.
+// Lists a folder in the Desktop window, so that what has just been saved appears at once.
 void RefreshDesktopList(const std::string& folderName, DeskWindow& window, const std::string& folderID);
 
 }  // namespace Global

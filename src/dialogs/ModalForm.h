@@ -5,10 +5,10 @@
 
 class QWidget;
 
-// The window that a modal form stands before: the one that is being worked with, else the frame; null when
-// there is none.
+// Returns the window that a modal form opens in front of: the active modal window, else the active window,
+// else the frame. Returns null if there is none.
 QWidget* OwnerWindow();
 
-// A form's load is an event of its own: an error that leaves it does not pass to who shows the form but ends
-// the process with the run time's error box. False behind such an error.
+// Runs a form's load as an event of its own: an error does not pass to the caller that shows the form but
+// ends the process with the error box of run-time errors. Returns false after such an error.
 bool LoadForm(const std::function<void()>& load);

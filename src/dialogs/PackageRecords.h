@@ -1,7 +1,7 @@
-// The rows of a new package: its own, one for each report, and their parameter values, which wait in tmpPar
-// until then under the texts of the wizard's report lines.
+// Writes the rows of a new package: the package, its reports, and their parameter values. Until then the
+// values wait in the table tmpPar; their key is the text of the wizard's report line.
 //
-// Values are put between ' marks as they stand.
+// Values stand between ' marks and are not escaped. Errors pass to the caller.
 #pragma once
 
 #include <cstdint>
@@ -17,17 +17,17 @@ struct NewPackage {
     std::string runTime;             // HH:MM
     std::string startDate, endDate;  // date texts; the first run is on the start date
     std::string subject, message;
-    std::string destination;  // folder, with its backslash
+    std::string destination;  // folder, ends in a backslash
     std::string name;
     std::string mailBatch;  // "T" or "F"
 };
 
 void InsertPackage(ADODB::Connection& connection, const NewPackage& package);
-// Of the package inserted last. 6 "Overflow" above 32767.
+// Returns the key of the package inserted last. Raises 6 "Overflow" for a key above 32767.
 std::int16_t NewestPackageID();
 void InsertPackageReport(ADODB::Connection& connection, std::int16_t packageID, const std::string& title,
                          const std::string& path, const std::string& format);
-// The waiting values of every report of the package, in the order in which they were entered.
+// Inserts the waiting values of every report of the package, in the order in which they were entered.
 void InsertPackageParameters(ADODB::Connection& connection, std::int16_t packageID);
 
 void DeleteWaitingParameters(ADODB::Connection& connection);

@@ -8,16 +8,16 @@
 
 namespace Global {
 
-// Stores ParNames and ParValues, 1 to `count`, for the schedule with the highest key, which is taken to be
-// the one that the caller has just inserted. An error shows the error box; rows stored before it stay.
+// Stores ParNames and ParValues, 1 to `count`, for the schedule with the highest key. The caller has just
+// inserted that schedule. An error is shown; rows stored before it stay.
 void AddParameterRows(int count);
 
-// Gives the value of line n (from 1) of a list of parameters; raises when there is no such line.
+// Returns the value of line `n` (from 1) of a list of parameters. Raises an error if there is no such line.
 using ParameterLine = std::function<std::string(int n)>;
 
-// Replaces the stored rows of a schedule: names as CurrentReport has them, values from the lines, matched by
-// position. A report without parameters leaves the stored rows as they are. False after an error box; what
-// was done before the error stays done.
+// Replaces the stored rows of a schedule. The names are those of CurrentReport, the values come from the
+// lines by position. If the report has no parameters, the stored rows stay unchanged. An error is shown and
+// gives false; what was done before it stays done.
 bool ReplaceParameterRows(const Variant& reportID, const ParameterLine& line);
 
 }  // namespace Global

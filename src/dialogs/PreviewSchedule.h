@@ -1,12 +1,12 @@
-// A single schedule on the screen.
+// The preview of a single schedule.
 #pragma once
 
 #include "platform/contracts/runtime.h"
 
 namespace Global {
 
-// Opens the schedule's report as it would run, with logon, formula and stored values, and shows it in the
-// preview window. Any error shows the error box instead.
+// Opens the schedule's report with its logon, formula and stored values, as a run would, and shows it in the
+// preview window. An error is shown in the error box.
 void PreviewSchedule(const Variant& reportID);
 
 }  // namespace Global

@@ -1,14 +1,15 @@
-// The report cache: the system runs copies of the users' report files, so that a user's own file may move or
-// change without touching a schedule.
+// The report cache. The system runs copies of the users' report files, so that a user can move or change a
+// file without an effect on its schedules.
 #pragma once
 
 #include <string>
 
 namespace Global {
 
-// Copies a report file into the folder Cache of the application and returns the copy's path. The cache is
-// flat and goes by the bare file name, what follows the last backslash: a file of the same name from another
-// folder replaces the copy. Errors pass to the caller: 53 when the file is gone, 76 when there is no Cache.
+// Copies a report file into the folder Cache of the application and returns the path of the copy. The cache
+// has no subfolders; the copy's name is the text after the last backslash, so a file of the same name from
+// another folder replaces the copy. Errors pass to the caller: 53 if the file is missing, 76 if there is no
+// folder Cache.
 std::string CopyToCache(const std::string& filePath);
 
 }  // namespace Global

@@ -1,14 +1,14 @@
-// What the forms of schedules fill and clean alike.
+// Controls that the forms of schedules fill and clean in the same way.
 #pragma once
 
 class ComboBox;
 class EditableText;
 
-// Adds the names of all folders, unless the list has been filled before. Errors pass to the caller.
+// Adds the names of all folders to the list if it is empty. Errors pass to the caller.
 void ListFolders(ComboBox& cmbFolder);
 
-// The format words of single schedules.
+// Adds the format words of single schedules.
 void ListFormats(ComboBox& cmbFormat);
 
-// Ends a list of recipients in ";" and takes every ' out of it.
+// Appends ";" to a list of recipients that does not end in one, and removes every '.
 void CleanRecipients(EditableText& recipients);

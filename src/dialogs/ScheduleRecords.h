@@ -1,4 +1,4 @@
-// Operations on the record of a single schedule and on what hangs on it.
+// Operations on the record of a single schedule and on the rows that depend on it.
 #pragma once
 
 #include <cstdint>
@@ -9,13 +9,14 @@
 
 namespace Global {
 
-// Keys by name; 0 when nothing bears it, the first row when several do. Values are concatenated as they are.
-// Errors pass to the caller, 6 "Overflow" for a key that 16 bits do not hold.
+// Return the key of a folder or schedule by its name: 0 if there is no such row, the first row if there are
+// several. Values are concatenated without escaping. Errors pass to the caller: 6 "Overflow" for a key above
+// 32767.
 std::int16_t GetFolderID(const std::string& folderName);
 // `parent` is the name of the folder that holds the schedule.
 std::int16_t GetScheduleID(const std::string& title, const std::string& parent);
 
-// What a change of a schedule writes. Dates, next run and paths are not among it.
+// The fields that a change of a schedule writes. Dates, next run and paths are not among them.
 struct ScheduleChange {
     std::string title;
     std::string sendTo;
@@ -27,16 +28,16 @@ struct ScheduleChange {
     std::string selectionForm;
     std::string parent;    // the folder's name
     std::string loginReq;  // "T" or "F"
-    // The statement holds both: without one of them it cannot be built, and the change fails with 13.
+    // The statement holds both. If one is missing, it cannot be built and the change fails with 13.
     std::optional<std::string> userName;
     std::optional<std::string> password;
 };
 
-// False after an error box, and nothing is changed.
+// Writes the change. An error is shown, gives false and leaves the row unchanged.
 bool UpdateSchedule(const Variant& reportID, const ScheduleChange& change);
 
-// Removes a schedule, its parameter values and its history. The report's copy stays in the cache: another
-// schedule may run it. Errors pass to the caller; what was removed before them stays removed.
+// Deletes a schedule, its parameter values and its history. The copy of its report stays in the cache,
+// because another schedule may run it. Errors pass to the caller; rows deleted before an error stay deleted.
 void DeleteSchedule(const Variant& reportID);
 
 }  // namespace Global

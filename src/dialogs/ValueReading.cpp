@@ -17,7 +17,7 @@ std::string DayInWords(DateValue value) {
            std::to_string(parts.year);
 }
 
-// The zero day stands for a time alone.
+// A moment on the zero day, 1899-12-30, is a time without a date.
 std::string MomentInWords(DateValue value) {
     if (value.SecondOfDay() == 0) {
         return DayInWords(value);

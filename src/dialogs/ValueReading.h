@@ -1,9 +1,10 @@
-// How a typed parameter value is understood on this machine, in words that read alike in every region.
+// Shows how a typed parameter value is understood on this machine, in words that are the same in every
+// region.
 #pragma once
 
 #include <string>
 
-// "7 March 2026", "7 March 2026, 14:30:00", "14:30:00" or "1234.5" for a field of a date or a number; what is
-// neither is told as "not a date" or "not a number". Empty for an empty text and for every other type of
-// field (see report::NumberField).
+// Returns "7 March 2026", "7 March 2026, 14:30:00", "14:30:00" or "1234.5" for a date or number field, and
+// "not a date" or "not a number" for a text that cannot be converted. Returns an empty text for an empty
+// `text` and for fields of any other type (`valueType` is a code such as report::NumberField).
 std::string ReadingOf(int valueType, const std::string& text);

@@ -30,7 +30,7 @@
 
 namespace {
 
-// By the numbers of optFreq, from 1.
+// Indexed by the numbers of optFreq, from 1.
 constexpr std::array<const char*, 5> FrequencyWords = {"", "Daily", "Weekdays", "Weekly", "Monthly"};
 constexpr const char* FieldsMissing = "Please fill in all the fields";
 
@@ -39,8 +39,8 @@ std::ptrdiff_t Letters(std::string_view text) {
                          [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; });
 }
 
-// The text before the nth backslash, where n is the place of the first: three folders deep on a drive, none
-// for a path that begins with one.
+// Returns the text before the nth backslash, where n is the position of the first one (sic): three levels of
+// folders on a drive, an empty text for a path that begins with a backslash.
 std::string FolderOf(const std::string& file) {
     const std::size_t first = file.find('\\');
     if (first == std::string::npos) {
@@ -59,7 +59,7 @@ std::string FolderOf(const std::string& file) {
 
 frmAddReport& frmAddReport::Instance() {
     static QPointer<frmAddReport> form;
-    // One that was unloaded a moment ago may wait for its end.
+    // A form that was just unloaded may not be destroyed yet.
     if (!form || form->m_unloaded) {
         form = new frmAddReport(dynamic_cast<QWidget*>(Global::Frame));
         form->setAttribute(Qt::WA_DeleteOnClose);
@@ -81,7 +81,7 @@ frmAddReport::frmAddReport(QWidget* parent)
     ListFormats(*m_ui->cmbFormat);
     m_ui->txtBrowse->ShowsPaths(true);
     m_ui->lsvPar->View(ListView::ReportView);
-    m_ui->lsvPar->LabelEdit(false);  // names come from the report
+    m_ui->lsvPar->LabelEdit(false);  // the names come from the report
     qobject_cast<QTreeView*>(m_ui->lsvPar->CurrentView())
         ->header()
         ->setSectionResizeMode(QHeaderView::Stretch);
@@ -108,8 +108,8 @@ void frmAddReport::ConnectPages() {
     connect(m_ui->cmdPar, &QPushButton::clicked, this, &frmAddReport::cmdPar_Click);
     connect(m_ui->cmdAdvance, &QPushButton::clicked, this, &frmAddReport::cmdAdvance_Click);
     connect(m_ui->cmdTest, &QPushButton::clicked, this, &frmAddReport::cmdTest_Click);
-    // Enter and mnemonics do not move the focus by themselves: what was typed last is cleaned before it is
-    // looked at or hidden.
+    // Enter and mnemonics do not move the focus. These buttons take it, so that the last box is cleaned
+    // before its text is read or hidden.
     for (QPushButton* command : {m_ui->cmdBack, m_ui->cmdNext, m_ui->cmdPar}) {
         connect(command, &QPushButton::pressed, command, [command] { command->setFocus(); });
     }
@@ -127,7 +127,7 @@ void frmAddReport::ConnectLostFocus() {
 }
 
 void frmAddReport::Form_Load() {
-    // Sized while Frame4 is still there, which ticking Check1 brings back.
+    // The size is computed while Frame4 is visible; ticking Check1 shows it again.
     constexpr int LettersWide = 85, FormulaLines = 4;
     m_ui->txtSelForm->setFixedHeight(fontMetrics().lineSpacing() * FormulaLines);
     resize(RoomFor(*this, LettersWide, 0));
@@ -145,7 +145,7 @@ void frmAddReport::Form_Load() {
 
 void frmAddReport::ShowPage(QWidget* page) {
     m_ui->pages->setCurrentWidget(page);
-    // Without any report it would end the program.
+    // Without a report the command would end the program.
     m_ui->cmdPar->setEnabled(Global::CurrentReport != nullptr);
     m_ui->cmdBack->setEnabled(page != m_ui->Frame1);
     m_ui->cmdNext->setText(page == m_ui->Step5 ? "&Finish" : "&Next >");
@@ -154,7 +154,7 @@ void frmAddReport::ShowPage(QWidget* page) {
 
 QWidget* frmAddReport::FirstControl(const QWidget* page) const {
     if (page == m_ui->Step1) {
-        // The picked report brings its title along.
+        // A picked report sets the title as well.
         return m_ui->txtBrowse->Text().empty() ? static_cast<QWidget*>(m_ui->cmdBrowse) : m_ui->txtTitle;
     }
     return page == m_ui->Step2   ? static_cast<QWidget*>(m_ui->dtStart)
@@ -163,7 +163,7 @@ QWidget* frmAddReport::FirstControl(const QWidget* page) const {
                                  : m_ui->cmdNext;
 }
 
-// The box, and then the control that it speaks of.
+// Shows the box and then moves the focus to the control that it names.
 void frmAddReport::Refuse(const std::string& why, QWidget* missing) {
     MsgBox(why, vbExclamation);
     missing->setFocus();
@@ -208,7 +208,7 @@ void frmAddReport::LeaveSetup() {
         Refuse(FieldsMissing, m_ui->cmbFolder);
     } else {
         if (m_pathTyped) {
-            m_ui->txtBrowse->setFocus();  // what is wrong with it is put right in it
+            m_ui->txtBrowse->setFocus();  // the user corrects the path there
             OpenTypedReport();
         }
         ShowPage(m_ui->Step2);
@@ -220,7 +220,7 @@ void frmAddReport::LeaveSchedule() {
         Refuse("", m_ui->dtEnd);
         return;
     }
-    m_ui->msTime->setFocus();  // what is wrong with it is put right in it
+    m_ui->msTime->setFocus();  // the user corrects the time there
     CDate(m_ui->msTime->Text());
     ShowPage(m_ui->Step3);
 }
@@ -247,10 +247,10 @@ void frmAddReport::LeaveProperties() {
     Global::OpenedReport().SetRecordSelectionFormula(m_ui->txtSelForm->Text());
 }
 
-// A report without parameters is not asked for its format either.
+// A report without parameters needs no format either (sic).
 bool frmAddReport::ParametersAreSet() {
     for (int i = 1; i <= Global::OpenedReport().ParameterFieldCount(); ++i) {
-        m_ui->cmdPar->setFocus();  // names that are not there are got by it
+        m_ui->cmdPar->setFocus();  // this button gets the missing names
         const bool unnamed = Global::ParNameSlot(i).empty();
         if (unnamed || m_ui->cmbFormat->Text().empty()) {
             Refuse("Please set up the report parameters and specify the format of the report output.",
@@ -267,12 +267,12 @@ void frmAddReport::ShowSummary() {
     };
     show(*m_ui->lblFormat, "- Format: " + m_ui->cmbFormat->Text());
     show(*m_ui->lblFreq, "- Frequency: " + FrequencyWord);
-    // Names without blanks between them are parted at the end of a line all the same.
+    // A zero-width space after each ";" lets a list without blanks wrap.
     constexpr const char* MayBreak = ";\u200b";
     show(*m_ui->lblSendTo, "- Send To: " + Replace(m_ui->txtRecipient->Text(), ";", MayBreak));
 }
 
-// A failure behind the insert leaves the row, and another Finish inserts another.
+// An error after the insert leaves the row, and a second Finish inserts another one (sic).
 void frmAddReport::Finish() {
     if (Global::CurrentFolder.empty()) {
         throw RuntimeError(err::ObjectRequired);
@@ -288,7 +288,7 @@ void frmAddReport::Finish() {
     close();
 }
 
-// The first run is on the start date, whatever frequency and time of day say.
+// The first run is on the start date, whatever the frequency and the time of day are.
 void frmAddReport::InsertSchedule(const std::string& cachePath) {
     const std::string start = cmFunc::FormatDateText(m_ui->dtStart->Value());
     ADODB::Connection connection;
@@ -316,12 +316,12 @@ void frmAddReport::reject() {
 
 void frmAddReport::closeEvent(QCloseEvent* event) {
     m_unloaded = true;
-    // QDialog's would call reject, which is the Cancel button here.
+    // QDialog's closeEvent would call reject, which is the Cancel button here.
     // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QWidget::closeEvent(event);
 }
 
-// Each step goes on behind a failed one. A cancel is one: the file picked the time before is opened again.
+// After a failed step the next one runs, also after a cancel: the file picked before is opened again (sic).
 void frmAddReport::cmdBrowse_Click() {
     cd.DialogTitle = "Select the report to schedule...";
     cd.Filter = "Crystal Reports (*.rpt)|*.rpt|";
@@ -353,8 +353,7 @@ void frmAddReport::TakeReportIn() {
     txtSelForm_LostFocus();
 }
 
-// As a picked one, but the focus stays where it went, and so does a title that was typed. Raises as
-// OpenReport.
+// As for a picked report, but the focus stays where it is and a typed title is kept. Raises as OpenReport.
 void frmAddReport::OpenTypedReport() {
     const std::string path = m_ui->txtBrowse->Text();
     Global::OpenReport(path);
@@ -366,7 +365,7 @@ void frmAddReport::OpenTypedReport() {
     }
 }
 
-// Behind those of the reports picked before. A line that has the key of another is left out.
+// Adds the parameters after those of the reports picked before. Leaves out a line whose key is already there.
 void frmAddReport::ListParameters() {
     report::Report& report = Global::OpenedReport();
     for (int i = 1; i <= report.ParameterFieldCount(); ++i) {
@@ -391,7 +390,7 @@ void frmAddReport::optFreq_Click(int index) {
 
 void frmAddReport::cmdAd_Click() {
     Global::PickRecipients(*m_ui->txtRecipient);
-    // On its way out of the box the focus cleans what was picked as well.
+    // The focus change cleans the picked names as well.
     m_ui->txtRecipient->setFocus();
 }
 
@@ -421,7 +420,7 @@ void frmAddReport::cmdTest_Click() {
     m_ui->cmdNext->setEnabled(true);
 }
 
-// One that does not open is told when the page is left by Next.
+// A file that does not open is reported when Next leaves the page.
 void frmAddReport::txtBrowse_LostFocus() {
     if (m_pathTyped && !m_ui->txtBrowse->Text().empty()) {
         ResumeNext([this] { OpenTypedReport(); });

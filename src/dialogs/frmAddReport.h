@@ -1,5 +1,5 @@
-// "Schedule Report Wizard": makes a single schedule of a report file. The page that is shown is the wizard's
-// state; nothing is written before Finish.
+// "Schedule Report Wizard": makes a single schedule of a report file. The visible page is the wizard's state.
+// Nothing is written before Finish.
 #pragma once
 
 #include <QDialog>
@@ -15,7 +15,7 @@ class frmAddReport;
 class frmAddReport : public QDialog {
     Q_OBJECT
  public:
-    // Made and loaded at the first use and at the first one behind an unload.
+    // Returns the one wizard. The first call, and the first call after an unload, makes and loads it.
     static frmAddReport& Instance();
     void ShowForm();
 
@@ -59,7 +59,7 @@ class frmAddReport : public QDialog {
     void TakeReportIn();
     void ListParameters();
 
-    // One for each page: whether and how it is left by Next.
+    // One for each page: checks the page and leaves it for the next one.
     void LeaveSetup();
     void LeaveSchedule();
     void LeaveEmail();
@@ -74,9 +74,9 @@ class frmAddReport : public QDialog {
     std::string FrequencyWord;
     std::string LoginRequired;  // "T" or "F"
     bool m_unloaded = false;
-    bool m_pathTyped = false;  // and not opened yet
+    bool m_pathTyped = false;  // the typed path is not opened yet
     bool m_titleTyped = false;
 };
 
-// As the toolbar's "New Report" of the active Desktop window.
+// Acts as the toolbar's "New Report" of the active Desktop window.
 void mnuAdd_Click();

@@ -16,9 +16,9 @@ void frmAdvanced::ShowModal(EditableText& txtSelForm) {
 frmAdvanced::frmAdvanced(EditableText& txtSelForm, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmAdvanced>()), m_txtSelForm(txtSelForm) {
     m_ui->setupUi(this);
-    // Brackets and quotes are told apart best where every letter has the same width.
+    // In a font of fixed width brackets and quotes are easy to distinguish.
     QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    fixed.setPixelSize(QFontInfo(font()).pixelSize());  // as large as all else
+    fixed.setPixelSize(QFontInfo(font()).pixelSize());  // the same size as the other text
     m_ui->txtForm->setFont(fixed);
     connect(m_ui->txtForm, &MultiLineTextBox::LostFocus, this, &frmAdvanced::txtForm_LostFocus);
     connect(m_ui->cmdOk, &QPushButton::clicked, this, &frmAdvanced::cmdOk_Click);
@@ -30,8 +30,8 @@ frmAdvanced::frmAdvanced(EditableText& txtSelForm, QWidget* parent)
 
 frmAdvanced::~frmAdvanced() = default;
 
-// Statements put the formula between ' marks. A text without them is left alone: what was typed can be
-// undone.
+// Statements put the formula between ' marks. A text without them is not set again, so that typing can still
+// be undone.
 void frmAdvanced::txtForm_LostFocus() {
     const std::string text = m_ui->txtForm->Text();
     if (const std::string clean = WithoutMarks(text); clean != text) {

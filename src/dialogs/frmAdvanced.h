@@ -1,4 +1,4 @@
-// "Advanced Properties": a selection formula in a box that is large enough to write it in.
+// "Advanced Properties": a selection formula in a large box.
 #pragma once
 
 #include <QDialog>
@@ -13,7 +13,7 @@ class frmAdvanced;
 class frmAdvanced : public QDialog {
     Q_OBJECT
  public:
-    // Shows the formula until it is applied, which writes it back, or cancelled.
+    // Shows the formula until the user applies it, which writes it back to `txtSelForm`, or cancels.
     static void ShowModal(EditableText& txtSelForm);
 
     explicit frmAdvanced(EditableText& txtSelForm, QWidget* parent = nullptr);

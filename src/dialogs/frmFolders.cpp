@@ -7,7 +7,8 @@
 #include "store/Folders.h"
 #include "ui_frmFolders.h"
 
-// The picture lies in a static library: nothing else would register it. Must stand outside every namespace.
+// The picture is in a static library, so that only this call registers it. It must be outside every
+// namespace.
 static void RegisterPictures() {
     Q_INIT_RESOURCE(dialogs);
 }
@@ -50,7 +51,7 @@ frmFolders::frmFolders(EditableText& cmbFolder, QWidget* parent)
     m_ui->setupUi(this);
     m_ui->tvwFolder->Icons(&ImageList1());
     connect(m_ui->tvwFolder, &TreeView::Click, this, &frmFolders::tvwFolder_Click);
-    // Enter on a folder, too, which the tree does not pass on to the default button.
+    // Also for Enter on a folder, which the tree does not pass on to the default button.
     connect(m_ui->tvwFolder, &TreeView::DblClick, m_ui->cmdOK, &QPushButton::click);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmFolders::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmFolders::cmdCancel_Click);
@@ -69,7 +70,7 @@ void frmFolders::Form_Load() {
             AddChildren(child.id, ChildKey(child));
         }
     }
-    // A double click chooses: nothing must wait behind one to be opened.
+    // A double click chooses a folder and cannot open one, so all levels are open.
     m_ui->tvwFolder->expandAll();
 }
 

@@ -1,4 +1,5 @@
-// "Browse for Folder...": one of the Desktop's folders is chosen by its name. The Desktop itself is none.
+// "Browse for Folder...": the user chooses one of the Desktop's folders by its name. The Desktop itself
+// cannot be chosen.
 #pragma once
 
 #include <QDialog>
@@ -14,13 +15,13 @@ class frmFolders;
 class frmFolders : public QDialog {
     Q_OBJECT
  public:
-    // Shows the folders until one is chosen, whose name is written to the box, or the choice is cancelled.
+    // Shows the folders until the user chooses one, which writes its name to `cmbFolder`, or cancels.
     static void ShowModal(EditableText& cmbFolder);
 
     explicit frmFolders(EditableText& cmbFolder, QWidget* parent = nullptr);
     ~frmFolders() override;
 
-    void Form_Load();  // three levels of folders, and no more
+    void Form_Load();  // shows three levels of folders
     void AddChildren(const std::string& parentID, const std::string& parentKey);
     void tvwFolder_Click();
     void cmdOK_Click();

@@ -39,8 +39,7 @@ void InsertWaitingRow(const std::string& name, const std::string& value) {
     connection.Close();
 }
 
-// 91 for a box or a list that is not there: another report may be open by now than the one that was asked
-// for.
+// Raises 91 for a box or a list that does not exist: another report may be open by now.
 template <typename Control>
 Control& Shown(Control* control) {
     if (control == nullptr) {
@@ -49,7 +48,7 @@ Control& Shown(Control* control) {
     return *control;
 }
 
-// What a person calls a value that such a field takes.
+// Returns the user's word for the values of such a field.
 std::string KindOf(int valueType) {
     switch (valueType) {
         case report::NumberField:
@@ -102,7 +101,8 @@ void frmPar::Form_Load() {
     DoEvents();
     const int count = Global::OpenedReport().ParameterFieldCount();
     for (int i = 1; i <= count; ++i) {
-        // Anew in every pass: what a caller has put there is gone before it is read.
+        // Every pass clears the list again, so that values set by the caller are lost before they are read
+        // (sic).
         Global::ParNames.assign(static_cast<std::size_t>(count) + 1, {});
         Global::ParValues.assign(static_cast<std::size_t>(count) + 1, {});
         report::ParameterField& parameter = Global::OpenedReport().Parameter(i);
@@ -112,7 +112,7 @@ void frmPar::Form_Load() {
         FillCombo(parameter, i);
     }
     if (count > 0) {
-        ComboSlot(1)->setFocus();  // behind the last one Tab comes to the buttons
+        ComboSlot(1)->setFocus();  // Tab goes from the last box to the buttons
     }
     FitSize(count);
 }
@@ -139,13 +139,13 @@ ComboBox& frmPar::AddCombo(const std::string& parameter, int row) {
     return *combo;
 }
 
-// A caption is shown as it is: nothing in a parameter's name is markup or a mnemonic.
+// Shows a caption unchanged: a parameter's name has no markup and no mnemonic.
 void frmPar::AddLabel(const std::string& caption, int row) {
     auto* label = new QLabel(m_ui->rows);
     label->setObjectName("iLabel" + QString::number(row));
     label->setTextFormat(Qt::PlainText);
     label->setText(QString::fromStdString(caption));
-    constexpr int Apart = 6;  // from the box above, which is another parameter's
+    constexpr int Apart = 6;  // from the box above, which belongs to another parameter
     label->setContentsMargins(0, row > 1 ? Apart : 0, 0, 0);
     m_ui->grid->addWidget(label, 2 * row - 2, 0);
 }
@@ -172,7 +172,7 @@ void frmPar::FillCombo(report::ParameterField& parameter, int index) {
         }
     }
     if (!defaults.empty()) {
-        combo.ListIndex(0);  // the text as well, so that the arrow keys go on from there
+        combo.ListIndex(0);  // sets the index too, so that the arrow keys start there
     }
     if (Global::ParCaller == PackageReport) {
         combo.ListIndex(-1);
@@ -183,7 +183,7 @@ void frmPar::FillCombo(report::ParameterField& parameter, int index) {
     ShowReading(parameter.ValueType(), index);
 }
 
-// A date in figures is another day in another region: it is seen here, not at the run.
+// A date in digits is a different day in another region: the user sees that here and not at the run.
 void frmPar::ShowReading(int valueType, int index) {
     if (valueType != report::NumberField && valueType != report::DateTimeField) {
         return;
@@ -208,7 +208,7 @@ void frmPar::HideCancel() {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
 }
 
-// As high as the boxes ask for; more than the screen holds is scrolled.
+// As high as the boxes need; a dialog higher than the screen scrolls.
 void frmPar::FitSize(int count) {
     const int lastTop = ComboTop + (count > 1 ? (count - 1) * RowHeight : 0);
     const QSize boxes = m_ui->rows->sizeHint();
@@ -243,8 +243,8 @@ void frmPar::cmdOK_Click() {
     accept();
 }
 
-// The report gets the text as it stands; what statements are made of has no ' in it. False after the box that
-// tells of a value that the report cannot take.
+// The report gets the text unchanged; statements get it without '. Returns false after a box about a value
+// that the report cannot take.
 bool frmPar::TakeValue(int index) {
     report::Report& report = Global::OpenedReport();
     const std::string text = Shown(ComboSlot(index)).Text();
@@ -260,7 +260,7 @@ bool frmPar::TakeValue(int index) {
     }
 }
 
-// Nothing of a half-taken set is left to the caller: it would be stored and fail at every run.
+// Clears all values: the caller would store an incomplete set that fails at every run.
 void frmPar::GiveUp(int count) {
     Global::ParNames.assign(static_cast<std::size_t>(count) + 1, {});
     Global::ParValues.assign(static_cast<std::size_t>(count) + 1, {});
@@ -283,7 +283,7 @@ void frmPar::cmdCancel_Click() {
     QDialog::reject();
 }
 
-// Where there is no Cancel the report of the package would be left without its values.
+// Without a Cancel button, closing the dialog would leave the package's report without values.
 void frmPar::reject() {
     if (!m_ui->cmdCancel->isHidden()) {
         cmdCancel_Click();

@@ -1,13 +1,13 @@
-// "Add Report Parameters": the one dialog through which parameter values enter the system. It asks for every
-// parameter of CurrentReport in a box of its own; what becomes of the values hangs on ParCaller:
+// "Add Report Parameters": the only dialog through which parameter values enter the system. It has one box
+// for each parameter of CurrentReport. ParCaller decides what receives the values:
 //
 //   "frmAddReport", "frmPar"  lines of the caller's list: the name, and the value as first sub-item
-//   "frmWiz"                  rows of tmpPar under ParReportName; there is no Cancel, and no way around it
-//   "frmViewer"               nothing but ParNames and ParValues, which the others get as well
+//   "frmWiz"                  rows of tmpPar under ParReportName; there is no Cancel, and it must be answered
+//   "frmViewer"               only ParNames and ParValues, which the other callers get as well
 //
-// Nothing is checked while it is typed. A text that the report cannot take is told, with its parameter, when
-// the dialog is left: it closes then as if it had been cancelled, and the caller has nothing of it. Beside
-// the box of a number or a date stands how its text is understood here.
+// Nothing is checked while the user types. When the dialog is left, a value that the report cannot take is
+// shown in a box with the name of its parameter; the dialog then closes as if cancelled, and the caller gets
+// no values. Next to the box of a number or a date stands how its text is understood.
 #pragma once
 
 #include <QDialog>
@@ -27,15 +27,14 @@ class frmPar;
 class frmPar : public QDialog {
     Q_OBJECT
  public:
-    // Shows the dialog until it is left. Cancel, the close box and a value that is refused set ParCancelled,
-    // which the caller clears before. The list is the one that "frmAddReport" and "frmPar" get filled; others
-    // need none.
+    // Shows the dialog until it is left. Cancel, the close box and a refused value set ParCancelled, which
+    // the caller resets first. "frmAddReport" and "frmPar" pass the list to fill; other callers pass null.
     static void ShowModal(ListView* lsvPar = nullptr);
 
     explicit frmPar(ListView* lsvPar = nullptr, QWidget* parent = nullptr);
     ~frmPar() override;
 
-    // Raises 727 for two parameters whose names differ in nothing but blanks and case, 9 for the 51st.
+    // Raises 727 if two parameter names differ only in blanks and case, 9 for the 51st parameter.
     void Form_Load();
     void cmdOK_Click();
     void cmdCancel_Click();

@@ -33,12 +33,12 @@ struct Frequency {
 std::array<Frequency, 4> Frequencies(const Ui::frmProp& form) {
     return {{{form.optDaily, "Daily"},
              {form.optWeekly, "Weekly"},
-             {form.optWeekDays, "WeekDays"},
+             {form.optWeekDays, "WeekDays"},  // sic: the wizard writes "Weekdays"
              {form.optMonthly, "Monthly"}}};
 }
 
 void ShowFormat(ComboBox& cmbFormat, const std::string& word) {
-    // The runner knows more words than are offered: one of those is kept.
+    // The runner knows more words than the form offers: a stored one is kept.
     if (!word.empty() &&
         cmbFormat.findText(QString::fromStdString(word), Qt::MatchExactly | Qt::MatchCaseSensitive) < 0) {
         cmbFormat.AddItem(word);
@@ -50,7 +50,7 @@ void ShowFormat(ComboBox& cmbFormat, const std::string& word) {
 
 frmProp& frmProp::Instance() {
     static QPointer<frmProp> form;
-    // One that was unloaded a moment ago may wait for its end.
+    // A form that was just unloaded may not be destroyed yet.
     if (!form || form->m_unloaded) {
         form = new frmProp(dynamic_cast<QWidget*>(Global::Frame));
         form->setAttribute(Qt::WA_DeleteOnClose);
@@ -72,11 +72,11 @@ frmProp::frmProp(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::f
     }
     ListFormats(*m_ui->cmbFormat);
     m_ui->lsvPar->View(ListView::ReportView);
-    m_ui->lsvPar->LabelEdit(false);  // names come from the report
+    m_ui->lsvPar->LabelEdit(false);  // the names come from the report
     qobject_cast<QTreeView*>(m_ui->lsvPar->CurrentView())
         ->header()
         ->setSectionResizeMode(QHeaderView::Stretch);
-    // They are shown and not saved.
+    // These are shown and never saved.
     m_ui->txtPath->Locked(true);
     m_ui->txtPath->ShowsPaths(true);
     m_ui->txtDesc->Locked(true);
@@ -103,8 +103,8 @@ void frmProp::ConnectCommands() {
     connect(m_ui->cmdTest, &QPushButton::clicked, this, &frmProp::cmdTest_Click);
     connect(m_ui->cmdOk, &QPushButton::clicked, this, &frmProp::cmdOk_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmProp::cmdCancel_Click);
-    // Enter and mnemonics do not move the focus by themselves: what was typed last is cleaned before it is
-    // used.
+    // Enter and mnemonics do not move the focus. These buttons take it, so that the last box is cleaned
+    // before its text is used.
     for (QPushButton* command : {m_ui->cmdOk, m_ui->cmdTest}) {
         connect(command, &QPushButton::pressed, command, [command] { command->setFocus(); });
     }
@@ -132,7 +132,7 @@ void frmProp::Form_Load() {
     }
 }
 
-// What was not filled would be written over the record, and the report that is open may be another one.
+// A save would overwrite the record with empty fields, and the open report may be another one.
 void frmProp::LeaveOnlyCancel() {
     m_ui->strips->setEnabled(false);
     m_ui->cmdOk->setEnabled(false);
@@ -199,7 +199,8 @@ void frmProp::OpenUsersFile(const ADODB::Recordset& row) {
     }
 }
 
-// Exactly the words that this form writes: the "Weekdays" of the wizard is none of them.
+// Matches exactly the words that this form writes. "Weekdays", which the wizard writes, matches no button
+// (sic).
 void frmProp::TickFrequency(const std::string& word) {
     for (const auto& [option, itsWord] : Frequencies(*m_ui)) {
         if (word == itsWord) {
@@ -208,7 +209,7 @@ void frmProp::TickFrequency(const std::string& word) {
     }
 }
 
-// Empty when none is ticked.
+// Returns an empty text if no button is ticked.
 std::string frmProp::FrequencyWord() const {
     for (const auto& [option, word] : Frequencies(*m_ui)) {
         if (option->Value()) {
@@ -218,7 +219,7 @@ std::string frmProp::FrequencyWord() const {
     return {};
 }
 
-// A schedule without stored values has one joined row, and no name in it.
+// For a schedule without stored values the join gives one row without a name.
 void frmProp::ListParameters(ADODB::Recordset& rows) {
     m_ui->lsvPar->ColumnHeaders().Add("Parameter Name");
     m_ui->lsvPar->ColumnHeaders().Add("Parameter Value");
@@ -245,7 +246,7 @@ void frmProp::closeEvent(QCloseEvent* event) {
         m_unloaded = true;
         Form_Unload();
     }
-    // QDialog's would call reject, which is the Cancel button here.
+    // QDialog's closeEvent would call reject, which is the Cancel button here.
     // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QWidget::closeEvent(event);
 }
@@ -262,7 +263,7 @@ void frmProp::TabStrip1_Click() {
     const bool onStrip = m_ui->TabStrip1->hasFocus();
     const int tab = m_ui->TabStrip1->SelectedItem();
     m_ui->strips->setCurrentIndex(tab - 1);
-    // Whoever walks along the tabs stays on them; else the page can be worked with at once.
+    // If the user moves along the tabs with keys, the focus stays there; else it goes to the page.
     if (!onStrip) {
         const std::array<QWidget*, 6> firstControls = {m_ui->txtTitle,   m_ui->msExec, m_ui->lsvPar,
                                                        m_ui->txtRecForm, m_ui->Check1, m_ui->txtSendTo};
@@ -286,7 +287,7 @@ void frmProp::cmdFolder_Click() {
 
 void frmProp::cmdBrowse_Click() {
     Global::PickRecipients(*m_ui->txtSendTo);
-    // On its way out of the box the focus cleans what was picked as well.
+    // The focus change cleans the picked names as well.
     m_ui->txtSendTo->setFocus();
 }
 
@@ -300,7 +301,8 @@ void frmProp::cmdClear_Click() {
     m_ui->lsvPar->ListItems().Clear();
 }
 
-// The statement lacks its last mark: once the copy is renewed the database refuses it, which nothing catches.
+// The statement lacks its closing mark (sic): after the copy is renewed, the database refuses the statement,
+// and no handler catches the error.
 void frmProp::cmdRefresh_Click() {
     Global::BusyCursor(true);
     const std::string reportID = m_ui->txtID->Text();
@@ -317,7 +319,7 @@ void frmProp::cmdRefresh_Click() {
     Global::BusyCursor(false);
 }
 
-// A value that the report cannot take leaves its parameter as it was.
+// A value that the report cannot take leaves its parameter unchanged.
 void frmProp::cmdTest_Click() {
     ListItems& lines = m_ui->lsvPar->ListItems();
     for (int i = 1; i <= lines.Count(); ++i) {
@@ -337,7 +339,7 @@ void frmProp::cmdOk_Click() {
     }
 }
 
-// Without the tick the statement lacks user and password and cannot be built: nothing is saved.
+// Without the tick the statement has no user and password and cannot be built: nothing is saved.
 bool frmProp::WriteSchedule() {
     Global::ScheduleChange change{
         .title = m_ui->txtTitle->Text(),

@@ -1,6 +1,6 @@
-// "Report Properties": one single schedule on six tabs. It works on the user's own report file and not on the
-// copy in the cache, and CurrentReport is that file from the load on. The Desktop window that was active then
-// is disabled until the unload.
+// "Report Properties": one single schedule on six tabs. It works on the user's own report file, not on the
+// copy in the cache; from the load on CurrentReport is that file. The Desktop window that is active at the
+// load stays disabled until the unload.
 #pragma once
 
 #include <QDialog>
@@ -18,15 +18,15 @@ class frmProp;
 class frmProp : public QDialog {
     Q_OBJECT
  public:
-    // Made and loaded with the schedule SelectedReportID, at the first use and at the first one behind an
-    // unload. One that is up stays with its schedule.
+    // Returns the one form. The first call, and the first call after an unload, makes it and loads the
+    // schedule SelectedReportID. A form that is open keeps its schedule.
     static frmProp& Instance();
     void ShowForm();
 
     explicit frmProp(QWidget* parent = nullptr);
     ~frmProp() override;
 
-    // Shows its errors itself. After one the form is up, as far as it had been filled, and can only be
+    // Shows its errors itself. After an error the form stays open, filled up to the error, and can only be
     // cancelled.
     void Form_Load();
     void Form_Unload();
@@ -67,6 +67,6 @@ class frmProp : public QDialog {
     bool WriteSchedule();
 
     std::unique_ptr<Ui::frmProp> m_ui;
-    QPointer<QWidget> m_desk;  // the window to be enabled again; it may be closed meanwhile
+    QPointer<QWidget> m_desk;  // the window to enable again; null once it is closed
     bool m_unloaded = false;
 };

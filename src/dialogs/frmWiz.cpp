@@ -35,7 +35,7 @@ std::string WithBackslash(const std::string& folder) {
     return folder.ends_with('\\') ? folder : folder + "\\";
 }
 
-// The name without its last piece: the folder, with its backslash.
+// Returns the folder of a file, with its backslash.
 std::string FolderOf(const std::string& file) {
     const auto backslashes = static_cast<int>(std::count(file.begin(), file.end(), '\\'));
     const std::string piece = cmFunc::GetDelimitedField(file, backslashes + 1, "\\");
@@ -46,7 +46,7 @@ std::string FolderOf(const std::string& file) {
 
 frmWiz& frmWiz::Instance() {
     static QPointer<frmWiz> form;
-    // One that was unloaded a moment ago may wait for its end.
+    // A form that was just unloaded may not be destroyed yet.
     if (!form || form->m_unloaded) {
         form = new frmWiz(dynamic_cast<QWidget*>(Global::Frame));
         form->Form_Load();
@@ -78,7 +78,7 @@ frmWiz::frmWiz(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frm
 frmWiz::~frmWiz() = default;
 
 void frmWiz::FillControls() {
-    for (const char* frequency : {"Daily", "Monthly", "Quartely", "Weekly"}) {
+    for (const char* frequency : {"Daily", "Monthly", "Quartely", "Weekly"}) {  // "Quartely": sic
         m_ui->cmbFreq1->AddItem(frequency);
     }
     for (const char* format : {"Acrobat Format (PDF)", "HTML", "MS Excel", "MS Word", "Rich Text"}) {
@@ -120,7 +120,7 @@ void frmWiz::ConnectEmail() {
 
 void frmWiz::Form_Load() {
     try {
-        // Before it is shown: its place goes by its size.
+        // Before it is shown: its position depends on its size.
         constexpr int LettersWide = 80, LinesHigh = 26;
         resize(RoomFor(*this, LettersWide, LinesHigh));
         show();
@@ -132,9 +132,10 @@ void frmWiz::Form_Load() {
         m_ui->stDate1->Value(Today());
         m_ui->enDate1->Value(CDate("31/12/3000"));
         EmptyWorkTable();
-        // Last: the folder of the time before may be gone.
+        // Last, because the folder used before may be missing.
         m_ui->dirList->Path(Global::DefPath);
     } catch (...) {
+        // "occured": sic
         MsgBox(Global::ErrorText("An error occured. ", CurrentError()), vbExclamation);
     }
 }
@@ -148,7 +149,7 @@ void frmWiz::ShowPage(QWidget* page) {
     (first->isEnabled() ? first : m_ui->chkMail)->setFocus();
 }
 
-// The box, and then the control that it speaks of.
+// Shows the box and then moves the focus to the control that it names.
 void frmWiz::Refuse(const std::string& why, QWidget* missing) {
     MsgBox(why, vbExclamation);
     missing->setFocus();
@@ -167,7 +168,8 @@ void frmWiz::cmdBack_Click() {
     }
 }
 
-// A wizard that ended with the process has left its values, and lines of the same text would take them over.
+// A wizard that ended with its process has left its values, and report lines with the same text would take
+// them.
 void frmWiz::EmptyWorkTable() {
     ADODB::Connection connection;
     connection.Open(Global::ConnectionString);
@@ -191,7 +193,8 @@ void frmWiz::Unload() {
 }
 
 void frmWiz::cmdSave_Click() {
-    // Enter does not move the focus by itself: what was typed last is cleaned before it is looked at.
+    // Enter does not move the focus. The button takes it, so that the last box is cleaned before its text is
+    // read.
     m_ui->cmdSave->setFocus();
     try {
         const QWidget* page = m_ui->pages->currentWidget();
@@ -220,7 +223,8 @@ void frmWiz::LeaveSetup() {
     m_ui->cmdBack->setEnabled(true);
 }
 
-// The first control that is empty, or the end of a range that holds less than two days; null: none.
+// Returns the first empty control, or the end date of a range of less than two days. Returns null if the page
+// is complete.
 QWidget* frmWiz::MissingOfSchedule() const {
     return m_ui->cmbFreq1->Text().empty()                     ? static_cast<QWidget*>(m_ui->cmbFreq1)
            : m_ui->msTime->Text().empty()                     ? m_ui->msTime
@@ -235,7 +239,7 @@ void frmWiz::LeaveSchedule() {
         Refuse(FieldsMissing, missing);
         return;
     }
-    m_ui->msTime->setFocus();  // which the error speaks of
+    m_ui->msTime->setFocus();  // the error names this box
     CDate(m_ui->msTime->Text());
     ShowPage(m_ui->Step3);
 }
@@ -250,35 +254,35 @@ void frmWiz::LeaveReports() {
     Global::PackageFormat = m_ui->cmbFormat1->Text();
 }
 
-// Hidden before anything is looked at, and not shown again by a refusal or an error: a later show brings the
-// wizard back as it was.
+// Hidden before the input is checked, and not shown again after a refusal or an error (sic): the next show
+// brings the wizard back as it was.
 void frmWiz::Finish() {
     Global::BusyCursor(true);
     hide();
     constexpr qsizetype ShortestRecipient = 2;
     if (m_ui->chkMail->Value() && m_ui->txtRecipient->text().size() < ShortestRecipient) {
-        m_ui->txtRecipient->setFocus();  // where it is put right when the wizard is shown again
+        m_ui->txtRecipient->setFocus();  // the user corrects it here when the wizard is shown again
         MsgBox("You must enter the recipient's email address", vbExclamation);
         return;
     }
     // Events run while the rows are written.
     const QScopedValueRollback writing(m_writing, true);
     WritePackage();
-    // Whatever comes now: another Finish would make a second package.
+    // Whatever happens now, a second Finish would make a second package.
     const auto done = qScopeGuard([this] {
         frmWizDone::Unload();
         Unload();
         Global::PackageCounter = 0;
         Global::BusyCursor(false);
     });
-    // With the history in front there is none.
+    // There is no active Desktop window while the history is in front.
     if (DeskWindow* const desk = Global::FindActiveDesk(); desk != nullptr && desk->Caption() == "Desktop") {
         desk->AddBatches();
     }
     MsgBox("Report package created successfully", vbInformation);
 }
 
-// The pauses let the rows that were written be seen by the reader behind them.
+// The pauses give readers on other connections time to see the written rows.
 void frmWiz::WritePackage() {
     constexpr double Pause = 4;  // seconds
     ADODB::Connection connection;
@@ -317,7 +321,7 @@ void frmWiz::cmdBrowse_Click() {
     }
 }
 
-// Behind a cancel the name is the file chosen the time before, by whichever form.
+// After a cancel the name is the file chosen before, by whichever form.
 void frmWiz::cmdBrowse1_Click() {
     ResumeNext([this] {
         CommonDialog& cd = *Global::Frame->cd();
@@ -346,7 +350,7 @@ bool frmWiz::BrowseForFolder() {
 }
 
 void frmWiz::dirList_KeyDown(int keyCode) {
-    constexpr int Escape = 27;  // is Cancel's
+    constexpr int Escape = 27;  // handled by Cancel
     if (keyCode != Escape) {
         BrowseForFolder();
     }
@@ -368,7 +372,7 @@ void frmWiz::filList_DblClick() {
     cmbBrowse1_Click();
 }
 
-// Whatever was dropped: it is the selected file that is added.
+// Whatever was dropped, the selected file is added.
 void frmWiz::lsvReports_OLEDragDrop() {
     cmbBrowse1_Click();
 }
@@ -389,9 +393,9 @@ void frmWiz::cmbBrowse1_Click() {
         opened = true;
     });
     Global::BusyCursor(false);
-    // A file that did not open leaves CurrentReport at another report, which nobody must be asked about.
+    // If the file did not open, CurrentReport is another report, and its parameters must not be asked for.
     if (opened && Global::OpenedReport().ParameterFieldCount() > 0) {
-        // Another form may have asked for values since this one was loaded.
+        // Another form may have set ParCaller since this one was loaded.
         Global::ParCaller = "frmWiz";
         Global::ParCancelled = false;
         frmPar::ShowModal();
@@ -401,7 +405,7 @@ void frmWiz::cmbBrowse1_Click() {
     }
 }
 
-// Without its values it would fail at every run of the package.
+// A report without its values would fail at every run of the package.
 void frmWiz::TakeBackLastReport() {
     const int last = m_ui->lsvReports->ListCount() - 1;
     m_ui->lsvPaths->RemoveItem(last);
@@ -409,7 +413,7 @@ void frmWiz::TakeBackLastReport() {
     EnableRemove();
 }
 
-// Without a line to remove it would end the program.
+// Without a line to remove the command would end the program.
 void frmWiz::EnableRemove() {
     m_ui->Command1->setEnabled(m_ui->lsvReports->ListIndex() >= 0);
 }
@@ -426,16 +430,16 @@ void frmWiz::Command1_Click() {
 }
 
 void frmWiz::cmdTo_Click() {
-    // A mnemonic does not move the focus by itself: names are added behind a ";".
+    // A mnemonic does not move the focus. The button takes it: names are appended after a ";".
     m_ui->cmdTo->setFocus();
     Global::PickRecipients(*m_ui->txtRecipient);
-    // On its way out of the box the focus cleans what was picked as well.
+    // The focus change cleans the picked names as well.
     m_ui->txtRecipient->setFocus();
 }
 
 void frmWiz::chkMail_Click() {
     const bool mail = m_ui->chkMail->Value();
-    // First of all: a box that loses the focus with this still changes its text.
+    // First: a box that loses the focus because of this still changes its text.
     m_ui->txtRecipient->setEnabled(mail);
     m_ui->txtRecipient->Text(mail ? "" : "N/A");
     m_ui->txtSubject->setEnabled(mail);

@@ -1,5 +1,5 @@
-// "Multiple Reports Wizard": makes a package, a named set of reports that run on one schedule and go out
-// together. Four pages, one visible at a time; the caption of cmdSave tells Next from Finish.
+// "Multiple Reports Wizard": makes a package, a named set of reports that run and are mailed together. It has
+// four pages, one of them visible. The caption of cmdSave distinguishes Next from Finish.
 //
 // lsvReports and lsvPaths are parallel: "<number>><file name>" and the full path. The line is the report's
 // title in the package and the key of its values in tmpPar, where they wait for Finish.
@@ -18,9 +18,9 @@ class frmWiz;
 class frmWiz : public QDialog {
     Q_OBJECT
  public:
-    // Made, loaded and on the screen at the first use and at the first one behind an unload.
+    // Returns the one wizard. The first call, and the first call after an unload, makes, loads and shows it.
     static frmWiz& Instance();
-    // A wizard that has hidden itself comes back as it was, but not while its package is being written.
+    // Shows a hidden wizard as it was, but not while its package is being written.
     void ShowForm();
 
     explicit frmWiz(QWidget* parent = nullptr);
@@ -63,7 +63,7 @@ class frmWiz : public QDialog {
     void EnableRemove();
     void Unload();
 
-    // One for each page: whether and how it is left by Next.
+    // One for each page: checks the page and leaves it for the next one.
     void LeaveSetup();
     void LeaveSchedule();
     void LeaveReports();

@@ -24,7 +24,7 @@ void frmWizDone::ShowForm() {
     g_form->Form_Load();
 }
 
-// It may be closed while its load still waits: the end comes later.
+// The form may be closed while its load still waits; it is destroyed later.
 void frmWizDone::Unload() {
     if (g_form) {
         g_form->hide();

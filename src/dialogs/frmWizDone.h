@@ -1,4 +1,4 @@
-// "Creating Report package....Please wait": stands on the screen while the rows of a package are written.
+// "Creating Report package....Please wait": shown while the rows of a package are written.
 #pragma once
 
 #include <QDialog>
@@ -11,15 +11,15 @@ class frmWizDone;
 class frmWizDone : public QDialog {
     Q_OBJECT
  public:
-    // Made and loaded at the first use and at the first one behind an unload. Loading takes a second.
+    // Shows the form; makes and loads it first if it is not loaded. Loading takes a second.
     static void ShowForm();
-    // Nothing when it is not loaded.
+    // Does nothing if the form is not loaded.
     static void Unload();
 
     explicit frmWizDone(QWidget* parent = nullptr);
     ~frmWizDone() override;
 
-    // Without its film the form hides itself behind a box.
+    // If the film is missing, the form hides itself after a box.
     void Form_Load();
 
  private:

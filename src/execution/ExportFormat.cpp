@@ -61,10 +61,10 @@ int EngineFormatCode(ExportKind kind) {
 }
 
 std::string HtmlOutputFile(const std::string& reportTitle) {
-    // The hours make a name that differs from one hour to the next.
+    // The number of hours gives a new name every hour.
     const std::int64_t hours = DiffHours(DateSerial(2002, 1, 1), Now());
     const std::string name = WithoutBlanks(reportTitle) + std::to_string(hours) + ".htm";
-    // The title comes out of the report file, which is not trusted to leave the folder.
+    // The title comes from the report file, which must not lead out of the folder.
     RequireFileName(name);
     return AppPath() + "\\output\\" + name;
 }

@@ -1,5 +1,5 @@
-// Format words, and what the output of a run is called. The runners differ from one another in the words that
-// they know and in the names that they give; those differences are kept.
+// The format words of schedules and packages, and the names of output files. The runners know different words
+// and give different names. These differences are kept on purpose.
 #pragma once
 
 #include <string>
@@ -16,18 +16,20 @@ enum class Runner {
     PackageDemand,  // a package run on demand
 };
 
-// Exact words, case included. A word that nobody knows is None: nothing is exported and nothing is said.
+// Compares exact words, case included. Returns None for an unknown word; the caller then exports nothing and
+// shows nothing.
 ExportKind RecogniseFormat(Runner runner, const std::string& word);
 
-// The engine's code for a kind other than None.
+// Returns the engine's format code (report::FormatPdf ...). Returns 0 for None.
 int EngineFormatCode(ExportKind kind);
 
-// An HTML single schedule's file: the folder "output" of the application's folder, the title without blanks,
-// the hours since 2002-01-01, ".htm". The folder is not made. Raises 76 for a title that leads out of the
-// folder.
+// Returns the path of a single schedule's HTML file: the folder "output" in the application's folder, the
+// title without blanks, the hours since 2002-01-01, ".htm". Does not make the folder. Raises 76 if the title
+// leads out of the folder.
 std::string HtmlOutputFile(const std::string& reportTitle);
 
-// A package report's file in the package's folder, by kind.
+// Returns the path of a package report's file: `destination`, which ends in a backslash, a name made of the
+// title, and the extension of the kind. Returns an empty text for None.
 std::string PackageOutputFile(ExportKind kind, const std::string& destination,
                               const std::string& reportTitle);
 

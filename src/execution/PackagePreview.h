@@ -1,14 +1,14 @@
-// A package's report on the screen.
+// The preview of a report that belongs to a package.
 #pragma once
 
 #include <string>
 
 namespace Global {
 
-// Opens the report that `condition` finds among those of the packages, hands it its stored values in the
-// order of the rows and shows it. No logon is made, no formula is set, and values saved in the report are not
-// cleared. `condition` is the end of the statement, behind "Where ", an ordering clause included.
-// Errors pass to the caller: 3021 when the report has more parameters than there are rows.
+// Opens the report that `condition` finds among the reports of packages, hands over its stored values in the
+// order of the rows and shows it in the preview window. Logs on to no table, sets no formula and keeps the
+// values that are saved in the report. `condition` is the part of the statement after "Where ", an ordering
+// clause included. Errors pass to the caller: 3021 if the report has more parameters than stored rows.
 void PreviewPackageReport(const std::string& condition);
 
 }  // namespace Global

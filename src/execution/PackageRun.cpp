@@ -10,7 +10,8 @@ namespace Global {
 
 namespace {
 
-// Returns how many recipients the package's list gives.
+// Returns the number of recipients. The last name of a list that does not end in ";" is lost: see
+// cmFunc::CountRecipients.
 int FillRecipientList(const std::string& recipients) {
     const int count = cmFunc::CountRecipients(recipients);
     RecipientList.assign(static_cast<std::size_t>(count) + 1, {});
@@ -48,7 +49,7 @@ void ExportPackageReport(report::Report& report, ExportKind kind, const std::str
     report.Export(false);
 }
 
-// Runs every report of the package into its slot. Returns the number of reports.
+// Runs every report of the package and puts its file into a slot. Returns the number of reports.
 int RunPackageReports(const std::string& reportID, const std::string& destination, Runner runner) {
     int slot = 1;
     ADODB::Recordset details;
@@ -60,7 +61,7 @@ int RunPackageReports(const std::string& reportID, const std::string& destinatio
         report.SetRunSwitches(false, false);
         const ExportKind kind = RecogniseFormat(runner, details.Fields("ReportFormat").Value.Text());
         if (kind != ExportKind::None) {
-            // Named before the engine is called: a report that does not get that far leaves its slot empty.
+            // The slot is set before the engine is called: an error before this line leaves it empty.
             AttachmentSlot(slot) =
                 PackageOutputFile(kind, destination, details.Fields("ReportTitle").Value.Text());
             ExportPackageReport(report, kind, AttachmentSlot(slot));

@@ -17,7 +17,7 @@ frmTest* MakeWindow(QWidget* dialog) {
         }
         return form;
     }
-    // It outlives the dialog.
+    // The window outlives the dialog.
     auto* form = new frmTest(dialog->parentWidget());
     form->setWindowFlag(Qt::Window);
     form->setAttribute(Qt::WA_DeleteOnClose);
@@ -32,7 +32,7 @@ void ShowPreview(QWidget* dialog) {
     if (form && !form->IsClosed() && isOnItsOwn != (dialog != nullptr)) {
         form->CloseWindow();
     }
-    // One that was closed a moment ago may wait for its end.
+    // A window that was just closed may not be destroyed yet.
     if (!form || form->IsClosed()) {
         form = MakeWindow(dialog);
         isOnItsOwn = dialog != nullptr;

@@ -5,9 +5,10 @@ class QWidget;
 
 namespace Global {
 
-// Shows CurrentReport in the preview window frmTest, not modally: a child window of the frame or, when a
-// dialog asks, which stands before the frame, a window of its own before that dialog. There is one such
-// window: it leaves the report that it showed before. It reports its errors itself and stays up, empty.
+// Shows CurrentReport in the preview window frmTest, which is not modal. Without `dialog` the preview is a
+// child window of the frame; with `dialog` it is a window of its own in front of that dialog. There is one
+// preview window: a new report replaces the one shown before. The preview shows its errors itself and stays
+// on the screen, empty.
 void ShowPreview(QWidget* dialog = nullptr);
 
 }  // namespace Global

@@ -1,7 +1,8 @@
 // Commands that show a report on the screen.
 #pragma once
 
-// The report of a package that is selected in the Desktop window. No handler: an error ends the process.
+// Previews the package report that is selected in the Desktop window. It has no error handler: an error ends
+// the process.
 void mnubtcRun_Click();
-// The schedule that is selected in the Desktop window.
+// Previews the schedule that is selected in the Desktop window. Errors are shown.
 void mnuDeskView_Click();

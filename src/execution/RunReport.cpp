@@ -86,9 +86,9 @@ bool RunReport(const Variant& reportID, const std::string& reportPath, const Var
     parameters.Open("select * from ReportParameter where ReportID = " + reportID, ConnectionString,
                     ADODB::adOpenStatic, ADODB::adLockReadOnly);
     report::Report& report = OpenReport(reportPath);
-    // Held here as well: a yield may let other code open a report in its place.
+    // A second owner: a yield may let other code open another report.
     const std::shared_ptr<report::Report> held = CurrentReport;
-    // A user without a password means no logon at all.
+    // A user without a password means no logon (sic).
     if (!userName.empty() && !password.empty()) {
         LogTablesOn(report, userName, password);
     }

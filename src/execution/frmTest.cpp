@@ -16,8 +16,8 @@
 namespace {
 
 constexpr int WindowHeight = 8800, WindowWidth = 14400;  // twips
-constexpr int Margin = 120;                              // left of and above the report
-// What the window's own size has more than the report's: margins, borders and, in height, the title bar.
+constexpr int Margin = 120;                              // twips, left of and above the report
+// The difference between the sizes of window and report: margins, borders and, in height, the title bar.
 constexpr int AroundWidth = 300, AroundHeight = 600;
 constexpr int PageZoom = 81;  // percent
 
@@ -58,7 +58,7 @@ void frmTest::Form_Load() {
     }
 }
 
-// It stands on the screen while the report works.
+// Shows the window while the report runs.
 void frmTest::ShowWindow() {
     QWidget& window = ChildArea::WindowOf(*this);
     if (window.isMinimized() || window.isMaximized()) {
@@ -68,7 +68,8 @@ void frmTest::ShowWindow() {
     ChildArea::PlaceAtTop(*this);
     show();
     ChildArea::Activate(*this);
-    // Keys are the report's at once; the frame would offer them to buttons that wait for pages.
+    // The report gets the keys at once; the frame would offer them to buttons that are disabled until there
+    // are pages.
     setFocus();
 }
 

@@ -1,4 +1,4 @@
-// The report preview: shows the report that is open when it is loaded, and keeps it.
+// The report preview. It shows the report that is CurrentReport at its load, and keeps that report alive.
 #pragma once
 
 #include <QWidget>
@@ -14,11 +14,11 @@ class frmTest : public QWidget {
     explicit frmTest(QWidget* parent = nullptr);
     ~frmTest() override;
 
-    // Shows itself before the report runs. Loading it once more shows the report that is open then.
+    // Shows the window before the report runs. A second load shows the report that is open then.
     void Form_Load();
     void Form_Resize();
-    void CloseWindow();  // with the child window that it stands in
-    // Closed, and gone as soon as events run.
+    void CloseWindow();  // also closes the child window that holds it
+    // Closed windows are destroyed when events run.
     bool IsClosed() const { return m_closed; }
 
  protected:
@@ -28,7 +28,7 @@ class frmTest : public QWidget {
  private:
     void ShowWindow();
     void ViewCurrentReport();
-    // The layout in its statements. 380 "Invalid property value" for a size below nothing.
+    // Sizes the viewer to the window. Raises 380 "Invalid property value" for a negative size.
     void PlaceReport();
     void SetReportWidth();
     void SetReportHeight();

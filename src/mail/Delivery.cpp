@@ -23,12 +23,13 @@ void ShowMailboxError() {
     MsgBox("Your mailbox is over the limit or the Exchange Server is down! Sending mail failed");
 }
 
-// What becomes of an error behind the logon in a mail that carries reports. No row tells of it.
+// Handles an error after the logon in a mail with reports. No history row records it.
 bool FailReportMail(const std::string& subject, const RuntimeError& error) {
     Journal(ErrorText("The mail \"" + subject + "\" did not go out: ", error));
     if (IsMailboxError(error)) {
         ShowMailboxError();
     } else {
+        // Sic: "occured", and "SendMailBatch" also for SendMailSingle.
         SendAlertMail(ErrorText("An error occured in SendMailBatch. ", error), AlertWho, AlertSubject, 1);
     }
     return false;
@@ -60,7 +61,7 @@ int LengthInCharacters(const std::string& text) {
         text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
 }
 
-// The file's place is behind the body's last character, the first file's one behind it.
+// The attachment's position is after the last character of the body, at `number` characters from it.
 void Attach(MAPI::Message& message, int number, const std::string& file) {
     MAPI::Attachment& attachment = message.Attachments().Add();
     attachment.Position = LengthInCharacters(message.Text) + number;
@@ -129,7 +130,7 @@ bool SendAlertMail(const std::string& body, const std::string& recipient, const 
         message->Send();
         return true;
     } catch (...) {
-        // An alert that fails is not alerted.
+        // A failed alert sends no alert.
         const RuntimeError error = CurrentError();
         TellLostAlert(recipient, body, error);
         if (IsMailboxError(error)) {
@@ -141,7 +142,7 @@ bool SendAlertMail(const std::string& body, const std::string& recipient, const 
 
 namespace {
 
-// Alerts that wait for their run to be recorded.
+// Alerts that wait until their run is recorded.
 struct WaitingAlerts {
     int holders = 0;
     std::vector<std::string> alerts;

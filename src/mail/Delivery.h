@@ -1,10 +1,10 @@
 // The three mails of the system: a package's files, one file, an alert.
 //
-// Each joins the mail session first; a failure there passes to the caller as a run-time error. After that an
-// error is dealt with here and the result is false: the two numbers of a lost server and a full mailbox bring
-// up one box and nothing else, since no alert could go out; any other error of a package's or a file's mail
-// sends an alert. Nothing is retried. A mail or an alert that did not go out is a dated line on standard
-// error.
+// Each function joins the mail session first; a failure there passes to the caller as a run-time error. Any
+// later error is handled here, and the function returns false. The numbers err::MailboxOrServer and
+// err::MailboxFull show one box and nothing else, because no alert could go out. Any other error in a mail
+// with reports sends an alert. Nothing is retried. A mail or an alert that did not go out is also a dated
+// line on standard error.
 #pragma once
 
 #include <string>
@@ -17,22 +17,24 @@ namespace Global {
 
 inline constexpr const char* AlertSubject = "Pressroom Error";
 
-// One mail to RecipientList(1..recipients) with AttachmentList(1..files); an empty slot is handed over as it
-// is.
+// Sends one mail to RecipientList(1..recipients) with the files AttachmentList(1..files). An empty slot is
+// handed over as an empty name. `unused` has no effect. Raises 9 outside the lists.
 bool SendMailBatch(const Variant& body, const Variant& subject, int recipients, int files, int unused);
 
-// One mail to the names of a ";"-separated list, with one file. A list of n ";" gives n names, so that the
-// last name of a list that does not end in ";" is lost; a list without any gives its one name.
+// Sends one mail with one file to the names of a ";"-separated list. A list with n ";" gives n names: the
+// last name of a list that does not end in ";" is lost. A list without ";" gives its one name
+// (cmFunc::CountRecipients). `unused` has no effect.
 bool SendMailSingle(const Variant& body, const Variant& subject, const std::string& recipients,
                     const std::string& file, int unused);
 
-// One plain mail to one name, unsplit. A marker other than the empty text asks for high importance.
+// Sends one plain mail to one name, which is not split at ";". A `marker` other than the empty text sets high
+// importance.
 bool SendAlertMail(const std::string& body, const std::string& recipient, const std::string& subject,
                    const Variant& marker);
 
-// While one stands, alerts about refused recipients wait; they go out when the outermost one ends. A poll's
-// run has to be recorded first: a process that ends during a slow alert must not cost the others a second
-// mail.
+// While an object of this class lives, alerts about refused recipients wait. They go out when the last object
+// is destroyed. A poll records its run first: if the process ends during a slow alert, the other recipients
+// must not get a second mail.
 class AlertsWait {
  public:
     AlertsWait();
@@ -41,8 +43,8 @@ class AlertsWait {
     AlertsWait& operator=(const AlertsWait&) = delete;
 };
 
-// Tells AlertWho, and standard error, whom the server does not take mail for, of a mail that the others have
-// got. Raises nothing: that mail is sent. The mail system's refusal handler.
+// Alerts AlertWho, and writes to standard error, which recipients the server refused although the mail went
+// out to the others. Throws no error, because the mail is sent. Serves as the mail system's refusal handler.
 void ReportRefusals(const std::string& subject, const std::vector<MAPI::Refusal>& refusals);
 
 }  // namespace Global

@@ -18,7 +18,8 @@ Object& Set(const std::unique_ptr<Object>& object) {
     return *object;
 }
 
-// What the statements of one choice share. The message only holds the recipients and is never sent.
+// The state that the statements of one choice share. The message only collects the recipients and is never
+// sent.
 struct Choice {
     explicit Choice(EditableText& target) : box(target) {}
 
@@ -52,7 +53,7 @@ void PickRecipients(EditableText& box) {
         try {
             (choice.*statement)();
         } catch (...) {
-            // Behind a cancel the next statement is due, and finds a message without recipients.
+            // After a cancel the next statement runs and finds a message without recipients.
             const RuntimeError error = CurrentError();
             if (error.Number() != err::MailUserCancel) {
                 MsgBox(ErrorText("AN ERROR OCCURED. ", error), vbExclamation);

@@ -1,12 +1,12 @@
-// The choice of recipients from the mail system's address book.
+// Chooses recipients from the address book of the mail system.
 #pragma once
 
 #include "platform/controls/editable_text.h"
 
 namespace Global {
 
-// Shows the address book and adds each chosen name and a ";" to what the box holds. A cancel leaves the box
-// as it is; any other failure, a missing mail profile among them, is shown in a box.
+// Shows the address book and appends each chosen name and a ";" to the box. A cancel leaves the box
+// unchanged. Any other failure, such as a missing mail profile, is shown in a box.
 void PickRecipients(EditableText& box);
 
 }  // namespace Global

@@ -23,7 +23,7 @@ DueRun RunOf(const ADODB::Recordset& package) {
             package.Fields("NextRunDate").Value.Text(), package.Fields("RunTime").Value.Text()};
 }
 
-// The run of this package when it was delivered before and its record failed: it is recorded now and not run
+// If this run was delivered before and its record failed, records it now and returns true. It is not run
 // again.
 bool RecordAgain(ADODB::Connection& connection, const ADODB::Recordset& package) {
     Deliveries& deliveries = Deliveries::Instance();
@@ -37,8 +37,8 @@ bool RecordAgain(ADODB::Connection& connection, const ADODB::Recordset& package)
     return true;
 }
 
-// Nothing is run that could not be recorded: the connection that stores the date proves first that it can.
-// `lastKey` is set once the package is delivered. False: its mail failed.
+// A run starts only if it can be recorded: the connection that will store the date proves that first. Sets
+// `lastKey` once the package is delivered. Returns false if its mail failed.
 bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& package, std::string& lastKey) {
     connection.Open(ConnectionString);
     connection.ProveWritable();
@@ -56,7 +56,7 @@ bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& packag
     return true;
 }
 
-// `lastKey` is the last package that was delivered. False: a mail failed, and the packages behind wait.
+// Sets `lastKey` to the last delivered package. Returns false if a mail failed; the packages after it wait.
 bool PollPackages(std::string& lastKey) {
     const std::string today = cmFunc::FormatDateText(Today());
     ADODB::Connection connection;

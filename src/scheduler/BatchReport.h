@@ -3,10 +3,10 @@
 
 namespace Global {
 
-// Finds the packages that are due, exports every report of each into the package's folder, mails the files
-// once when the package asks for it, moves its next run on and writes its history row. Timer1 is off
-// meanwhile. A failure leaves a row and an alert, leaves the packages behind it for the next poll and leaves
-// Timer1 off: the single-schedule poll that follows in a tick turns it on.
+// Finds the due packages, exports every report of each into the package's folder, mails the files once if the
+// package asks for it, stores the next run and writes the history row. Timer1 is off meanwhile. A failure
+// writes a failure row, sends an alert, leaves the packages after it for the next poll and leaves Timer1 off:
+// Schedchk, which follows in the same tick, turns it on.
 void BatchReport();
 
 }  // namespace Global

@@ -18,7 +18,7 @@ namespace Global {
 
 namespace {
 
-constexpr int BusyAttempts = 30;  // each of them waits for ten seconds
+constexpr int BusyAttempts = 30;  // each attempt waits up to ten seconds
 
 constexpr std::string_view ScheduleWord = "schedule";
 constexpr std::string_view PackageWord = "package";
@@ -41,7 +41,7 @@ std::string HistoryStatement(const Delivery& delivery) {
                : PackageRunStatement(delivery.run.reportID, delivery.moment);
 }
 
-// Statements that reach the disk together or not at all.
+// Runs the statements in one transaction.
 void ExecuteTogether(ADODB::Connection& connection, const std::vector<std::string>& statements) {
     connection.BeginTrans();
     try {
@@ -55,7 +55,7 @@ void ExecuteTogether(ADODB::Connection& connection, const std::vector<std::strin
     }
 }
 
-// Gives what the history row failed with. The date is stored in any case, or its error raised.
+// Returns the error of the history row, or nullopt. The date is stored in both cases; its error is raised.
 std::optional<RuntimeError> Store(ADODB::Connection& connection, const Delivery& delivery) {
     const std::string date = DateStatement(delivery);
     try {
@@ -71,7 +71,7 @@ std::optional<RuntimeError> Store(ADODB::Connection& connection, const Delivery&
     }
 }
 
-// One line a delivery, its parts between tabulators. A line that is cut off lacks its last word.
+// Returns one line for a delivery, its parts between tabs. A line that was cut off lacks its last word.
 std::string LineOf(const Delivery& delivery) {
     std::string line(WordOf(delivery.run.kind));
     for (const std::string& part : {delivery.run.reportID, delivery.run.date, delivery.run.time,
@@ -122,9 +122,10 @@ void WriteFailureRow(const std::string& routine, const RuntimeError& error,
         WhileBusy(write);
     } catch (...) {
         Journal(
+            // "occured": sic
             ErrorText("An error occured in " + routine + ", and its history row cannot be written. ", error));
-        // Of a database that failed at the poll's first statement no row can be written: its insert lacks a
-        // key. What is wrong is what that statement failed with.
+        // If the database failed at the poll's first statement, the insert has no key and cannot succeed. The
+        // error of that statement names the cause.
         if (error.Number() == err::DataTimeout || error.Number() == err::DataReadOnly ||
             error.Number() == err::DiskFull || error.Number() == err::TooManyFiles) {
             throw error;
@@ -174,7 +175,7 @@ void Deliveries::Load() {
         return;
     }
     m_folder = AppPath();
-    // Here and not when it is written: nothing that can wait stands between a delivery and its line.
+    // Computed here and not in Save, to keep the time between a delivery and its line short.
     m_file = paths::ToMachine(m_folder) / "PressroomLive.delivered";
     m_kept.clear();
     std::ifstream file(m_file);
@@ -185,8 +186,7 @@ void Deliveries::Load() {
     }
 }
 
-// A failure is not reported: what counts is that the database takes the record, and its failures are
-// reported.
+// A failure is not reported: the database has to take the record, and its failures are reported.
 void Deliveries::Save() const {
     if (m_kept.empty()) {
         std::error_code ignored;

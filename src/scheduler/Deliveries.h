@@ -1,5 +1,5 @@
-// What a poll has delivered, until the database has taken it: a run whose mail is out is recorded again when
-// that failed, never mailed again.
+// Keeps the runs that are mailed but not yet recorded. If recording a run fails, a later poll records it
+// again; the run is never mailed again.
 #pragma once
 
 #include <filesystem>
@@ -13,7 +13,7 @@ namespace Global {
 
 enum class RunKind { Schedule, Package };
 
-// One run of an item: when its date or its time is changed, it is another one.
+// One run of an item. A changed date or time makes it a different run.
 struct DueRun {
     RunKind kind = RunKind::Schedule;
     std::string reportID;
@@ -23,32 +23,33 @@ struct DueRun {
 
 struct Delivery {
     DueRun run;
-    std::string next;    // the date text that the item moves on to
-    std::string moment;  // of the history row, as it is stored
+    std::string next;    // the item's next date, as FormatDateText writes it
+    std::string moment;  // the history row's time, as it is stored
 };
 
-// One object for both polls. It remembers in memory and in a small file beside the database, as a process
-// that ends between a delivery and its record must not cost the recipients a second mail. The file is written
-// without waiting for the disk: it is for a killed process. What it holds of an item that has moved on means
-// nothing.
+// The one object for both polls. It keeps deliveries in memory and in the small file PressroomLive.delivered
+// beside the database, because a process that ends between a delivery and its record must not send a second
+// mail. The file is written without waiting for the disk: it protects against a killed process, not against a
+// power failure. An entry whose item has moved on has no effect.
 class Deliveries {
  public:
     static Deliveries& Instance();
 
-    // Stores the item's next date and its history row, both or neither, on an open connection. A database
-    // that is busy is waited for, for minutes. When it fails, the delivery is kept for Find and the error
-    // raised. A history row that cannot be written does not hold back the date: then only its error is
-    // raised.
+    // Stores the item's next date and its history row in one transaction on an open connection. Waits for a
+    // busy database, five minutes in all. If storing fails, the delivery stays for Find and the error is
+    // raised. If only the history row cannot be written, the date is stored and the row's error is raised.
     void Record(ADODB::Connection& connection, const Delivery& delivery);
 
     bool IsEmpty() const { return m_kept.empty(); }
-    // A delivery of this very run that is not recorded yet; nullptr when there is no such delivery.
+    // Returns the delivery of exactly this run that is not recorded yet, or null. The object owns it; the
+    // next change of the list ends its life.
     const Delivery* Find(const DueRun& run) const;
-    // A poll has seen every item of a kind: what is still kept of that kind belongs to no item.
+    // Removes all deliveries of a kind. A poll calls it after it has seen every item: what is left belongs to
+    // no item.
     void Clear(RunKind kind);
 
  private:
-    void Load();  // when the application's folder is another one than before
+    void Load();  // reads the file if the application's folder has changed
     void Save() const;
     template <typename Condition>
     void RemoveIf(Condition condition);
@@ -58,14 +59,15 @@ class Deliveries {
     std::vector<Delivery> m_kept;
 };
 
-// Writes the row of a failed poll by `write`. A busy database is waited for, for minutes. When the row cannot
-// be written at all, the poll's own error is a line on standard error, as the one that is raised is that of
-// the write; but a poll that failed on a busy database raises that.
+// Writes the history row of a failed poll through `write` and waits for a busy database, five minutes in all.
+// If the row cannot be written, the poll's own error becomes a line on standard error and the error of the
+// write is raised. The poll's own error is raised instead if it says that the database is busy, read-only,
+// out of disk space or out of files.
 void WriteFailureRow(const std::string& routine, const RuntimeError& error,
                      const std::function<void()>& write);
 
-// Runs `body` again and again while the database is busy, for some minutes in all; events run in between.
-// Raises what it fails with at last, and any other error at once.
+// Runs `body` until the database is not busy, at most 30 times (each attempt waits up to ten seconds). Events
+// run between attempts. Raises the last error, and any other error at once.
 void WhileBusy(const std::function<void()>& body);
 
 }  // namespace Global

@@ -1,12 +1,13 @@
-// Whether an item is due.
+// Tests whether a schedule or a package is due.
 #pragma once
 
 #include "platform/contracts/runtime.h"
 
 namespace Global {
 
-// The stored date has come and, tested by itself, the stored time of day has passed: an item of yesterday at
-// 14:00 is not due at 13:59 today. Raises what the conversions raise.
+// Returns true if the stored date has come and the stored time of day has passed. The two are tested
+// separately: an item of yesterday, 14:00, is not due at 13:59 today. Raises 13 for a text that is no date or
+// time.
 bool IsDue(const Variant& nextRun, const Variant& runAt);
 
 }  // namespace Global

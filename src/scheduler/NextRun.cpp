@@ -48,7 +48,7 @@ DateValue NextPackageRun(const std::string& frequency, DateValue stored) {
     if (frequency == "Daily") {
         return AddDays(stored, 1);
     }
-    if (frequency == "Quartely") {
+    if (frequency == "Quartely") {  // sic, as the wizard writes it
         return AddMonths(stored, 3);
     }
     return AddMonths(stored, 1);

@@ -1,5 +1,5 @@
-// When a schedule or a package runs next. Two sets of rules with different words, and different rules for the
-// same word. The step is always from the stored date, never from today: missed runs are caught up one a poll.
+// Computes when a schedule or a package runs next. The two have different words, and different rules for the
+// same word. The step starts at the stored date, never at today: missed runs are made up, one in each poll.
 // Words are compared exactly, case included.
 #pragma once
 
@@ -9,11 +9,12 @@
 
 namespace Global {
 
-// Moves `NextDate` to the date after `stored`. A word that is not known ("WeekDays" and "Quartely" are none
-// for a single schedule) leaves it as it is.
+// Sets `NextDate` to the date after `stored`. An unknown word leaves `NextDate` unchanged; "WeekDays" and
+// "Quartely" are unknown here.
 void NextSingleRun(const std::string& frequency, DateValue stored, DateValue& NextDate);
 
-// "Monthly" is the first Monday of the next month; a word that is not known moves on by a month.
+// "Monthly" is the first Monday of the next month. "Quartely" (sic) adds three months. An unknown word adds
+// one month.
 DateValue NextPackageRun(const std::string& frequency, DateValue stored);
 
 }  // namespace Global

@@ -1,4 +1,4 @@
-// The polls' hold on the timer of the main window.
+// Turns the poll timer of the main window on and off.
 #pragma once
 
 #include "shared/Global.h"

@@ -10,7 +10,7 @@ namespace Global {
 
 namespace {
 
-// On a connection of its own.
+// Uses a connection of its own.
 void Execute(const std::string& statement) {
     ADODB::Connection connection;
     connection.Open(ConnectionString);
@@ -51,6 +51,7 @@ void WritePackageFailure(const std::string& reportID, const std::string& descrip
 }
 
 void AlertPollFailure(const std::string& routine, const RuntimeError& error) {
+    // "occured": sic
     SendAlertMail(ErrorText("An error occured in " + routine + ". ", error), AlertWho, AlertSubject, 1);
 }
 

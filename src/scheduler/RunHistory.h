@@ -1,4 +1,4 @@
-// The history of runs, and the alert that a failed run sends.
+// Writes the history of runs and alerts failed ones.
 #pragma once
 
 #include <string>
@@ -7,24 +7,24 @@
 
 namespace Global {
 
-// The insert of one row of ReportHistory. The key stands in the statement as it is, the others between '
-// marks without any escaping.
+// Returns the statement that inserts one row of ReportHistory. The key stands in the statement unquoted, the
+// other values between ' marks. Nothing is escaped.
 std::string RunHistoryStatement(const Variant& reportID, const Variant& lastRun, const Variant& status,
                                 const Variant& errMsg);
-// Writes that row; an error passes to the caller.
+// Writes that row on a connection of its own. An error passes to the caller.
 void WriteRunHistory(const Variant& reportID, const Variant& lastRun, const Variant& status,
                      const Variant& errMsg);
 
-// The present moment as ReportBatchHstry holds it, and the insert of a delivered package's row with a moment.
+// Returns the present time as ReportBatchHstry holds it, date and time with a comma between them.
 std::string PackageHistoryMoment();
 std::string PackageRunStatement(const std::string& reportID, const std::string& moment);
-// That row at the present moment, and the row of a failed package, written on a connection of their own. The
-// success word of a failure is "T" as well; what marks it is the text after it. Nothing is escaped; an error
-// passes on.
+// Write the row of a delivered and of a failed package, at the present time, on a connection of their own. A
+// failure has the success word "T" as well (sic); its error text marks it. Nothing is escaped. An error
+// passes to the caller.
 void WritePackageRun(const std::string& reportID);
 void WritePackageFailure(const std::string& reportID, const std::string& description);
 
-// Tells AlertWho that a routine failed: "An error occured in <routine>. <description> [<number>]".
+// Alerts AlertWho that a routine failed: "An error occured in <routine>. <description> [<number>]" (sic).
 void AlertPollFailure(const std::string& routine, const RuntimeError& error);
 
 }  // namespace Global

@@ -25,7 +25,7 @@ DueRun RunOf(const ADODB::Recordset& row) {
             row.Fields("RunAt").Value.Text()};
 }
 
-// The run of this row when it was delivered before and its record failed: it is recorded now and not run
+// If this run was delivered before and its record failed, records it now and returns true. It is not run
 // again.
 bool RecordAgain(const ADODB::Recordset& row, DateValue& NextDate) {
     Deliveries& deliveries = Deliveries::Instance();
@@ -41,7 +41,7 @@ bool RecordAgain(const ADODB::Recordset& row, DateValue& NextDate) {
     return true;
 }
 
-// A word that is not known stores the same date again and again: each of its runs is one of its own.
+// Returns false for a word that stores the same date again: each of its runs then has an identity of its own.
 bool MovesOn(const std::string& frequency) {
     const DateValue stored = Today();
     DateValue next = stored;
@@ -49,7 +49,7 @@ bool MovesOn(const std::string& frequency) {
     return next != stored;
 }
 
-// Nothing is run that could not be recorded: the connection that stores the date proves first that it can.
+// A run starts only if it can be recorded: the connection that will store the date proves that first.
 void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, DateValue& NextDate) {
     ADODB::Connection connection;
     connection.Open(ConnectionString);
@@ -71,7 +71,7 @@ void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, Da
 
 void PollSchedules(const std::string& RunStamp, std::string& reportID) {
     const std::string today = cmFunc::FormatDateText(Today());
-    DateValue NextDate;  // keeps its value from row to row: a word that is not known takes the row before's
+    DateValue NextDate;  // sic: not reset for each row; an unknown word stores the date of the row before
     ADODB::Recordset rows;
     rows.CacheSize = 50;
     rows.CursorLocation = ADODB::adUseClient;
@@ -91,7 +91,7 @@ void PollSchedules(const std::string& RunStamp, std::string& reportID) {
 }  // namespace
 
 void Schedchk() {
-    const DateValue now = Now();  // read once: at midnight two readings would be of two days
+    const DateValue now = Now();  // read once: two readings around midnight would give two days
     const std::string RunStamp = cmFunc::FormatDateText(now) + " " + TimeText(now);
     std::string reportID;
     try {

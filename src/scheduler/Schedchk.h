@@ -3,9 +3,9 @@
 
 namespace Global {
 
-// Finds the single schedules that are due, runs each through RunReport, moves its next run on and writes its
-// history row. Timer1 is off meanwhile. The first error ends the poll: it leaves a failure row and an alert;
-// an error of that handling passes to the caller with the timer off.
+// Finds the due single schedules, runs each with RunReport, stores its next run and writes its history row.
+// Timer1 is off meanwhile. The first error ends the poll, writes a failure row and sends an alert. An error
+// while that is done passes to the caller and leaves the timer off.
 void Schedchk();
 
 }  // namespace Global

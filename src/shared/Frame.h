@@ -1,4 +1,4 @@
-// What lower rooms ask of the windows above them, so that none of them includes a form.
+// The interfaces of windows that lower rooms call, so that none of them includes a form.
 #pragma once
 
 #include <string>
@@ -12,20 +12,22 @@ class MainFrame {
     virtual ~MainFrame() = default;
     virtual void EnableTimer1(bool enabled) = 0;
     virtual void HideWindow() = 0;
-    // The pointer over all windows: 0 the default, 11 the hourglass.
+    // Sets the pointer over all windows: 0 is the default, 11 the hourglass.
     virtual void ScreenMousePointer(int pointer) = 0;
-    // The common dialog that the forms share: what one of them sets the next one finds.
+    // Returns the common dialog that the forms share: a value that one form sets is still there for the next.
+    // The frame owns it.
     virtual CommonDialog* cd() = 0;
-    // Makes a form a child window, not on the screen yet. It is destroyed when it is closed.
+    // Wraps a form in a child window and does not show it yet. The child window owns the form and is
+    // destroyed when it is closed.
     virtual void AddChild(QWidget& form) = 0;
 
-    // Its menus, by the names of menus and entries.
-    virtual void ClickEntry(const std::string& entry) = 0;  // runs its handler; nothing when it has none
+    // Its menus, by the names of menus and entries. An unknown name is ignored.
+    virtual void ClickEntry(const std::string& entry) = 0;  // runs its handler, if it has one
     virtual void EntryCaption(const std::string& entry, const std::string& caption) = 0;
     virtual void EntryVisible(const std::string& entry, bool visible) = 0;
     virtual void EntryEnabled(const std::string& entry, bool enabled) = 0;
     virtual void PopupMenu(const std::string& menu) = 0;                // at the pointer
-    virtual void PopupMenu(const std::string& menu, int x, int y) = 0;  // at a place of the screen
+    virtual void PopupMenu(const std::string& menu, int x, int y) = 0;  // in pixels of the screen
 };
 
 // A Desktop window.
@@ -33,15 +35,15 @@ class DeskWindow {
  public:
     virtual ~DeskWindow() = default;
     virtual std::string Caption() const = 0;
-    virtual void ListMousePointer(int pointer) = 0;  // of lsvDesk
-    // Of the item that is selected in lsvDesk; 91 when none is.
+    virtual void ListMousePointer(int pointer) = 0;  // pointer of lsvDesk, as ScreenMousePointer
+    // Text and key of the item that is selected in lsvDesk. Raise 91 if no item is selected.
     virtual std::string SelectedText() const = 0;
     virtual std::string SelectedKey() const = 0;
-    // The command of toolbar button `command` - 1.
+    // Runs the command of toolbar button `command` - 1 (commands 1 to 12, see DeskCommands.cpp).
     virtual void ComAction(int command) = 0;
-    // Shows a folder: its name becomes the caption. The packages of the root are left out.
+    // Lists a folder. Its name becomes the window's caption. Packages are not listed: AddBatches adds them.
     virtual void RefreshList(const std::string& folderName, const std::string& folderID) = 0;
-    virtual void AddBatches() = 0;                           // every package, behind what is listed
-    virtual void EnableButton(int index, bool enabled) = 0;  // of Toolbar1, from 1
+    virtual void AddBatches() = 0;                           // appends every package to the list
+    virtual void EnableButton(int index, bool enabled) = 0;  // button of Toolbar1, from 1
     virtual void EnableForm(bool enabled) = 0;
 };

@@ -106,6 +106,7 @@ std::string ErrorText(const std::string& words, const RuntimeError& error) {
 }
 
 void ShowError(const std::string& description, std::int32_t number) {
+    // "encountred": sic
     MsgBox("Oxbow Courier encountred an error. " + description + " [" + std::to_string(number) + "]",
            vbExclamation);
 }

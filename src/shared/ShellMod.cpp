@@ -12,7 +12,7 @@ std::string ShellErrorText;
 namespace {
 
 constexpr int HighestFailure = 32;
-constexpr std::size_t PathBuffer = 260;  // letters, the closing zero character among them
+constexpr std::size_t PathBuffer = 260;  // characters, with the closing zero character
 
 const char* FailureText(int code) {
     switch (code) {
@@ -28,7 +28,7 @@ const char* FailureText(int code) {
         case 11:
             return "The executable is invalid or corrupt";
         case 26:
-            return "A sharing violation occured";
+            return "A sharing violation occured";  // sic
         case 27:
             return "This file does not have a valid association";
         case 28:
@@ -101,7 +101,7 @@ bool OpenDocument(const std::string& file, int showMode, const std::string& para
     if (UCase(file).find(".EXE") != std::string::npos) {
         showMode = 0;
     }
-    int code = 0;  // what is left of the result when the call itself fails
+    int code = 0;  // 0 if the call itself fails
     try {
         code = TheShell().ShellExecuteA(verb, file, parameters, directory, showMode);
     } catch (...) {
@@ -118,7 +118,7 @@ std::string BrowseForFolderDialog(WindowHandle owner, const std::string& title) 
     try {
         const std::string path = TheShell().BrowseForFolder(owner, title);
         const std::string chosen = path.substr(0, path.find('\0'));
-        // A path that the buffer cannot hold is no answer: a piece of it would be another folder.
+        // A path that does not fit in the buffer is not returned: a part of it would be another folder.
         return CountLetters(chosen) < PathBuffer ? chosen : std::string();
     } catch (...) {
         return {};

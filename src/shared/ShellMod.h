@@ -1,4 +1,4 @@
-// Settings access, and the two services of the desktop: opening a document and browsing for a folder.
+// Access to the settings, and two services of the desktop: opening a document and browsing for a folder.
 #pragma once
 
 #include <cstdint>
@@ -8,34 +8,36 @@
 
 namespace ShellMod {
 
-// The settings key, under HKEY_LOCAL_MACHINE.
+// The key of the system's settings, under HKEY_LOCAL_MACHINE.
 inline constexpr const char* SettingsKey = "Software\\Norvale\\Oxbow Courier";
-// Programs that the desktop starts by itself.
+// The key whose values name the programs that start with the desktop.
 inline constexpr const char* AutostartKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 
-// The value's text; the default when the key or value is missing or is no string. Reports nothing.
+// Returns the text of a value, or the default if the key or value is missing or is not a string. Raises no
+// error.
 std::string ReadSetting(std::uint32_t root, const std::string& key, const std::string& name,
                         const std::string& defaultText);
-// Makes the key if need be. A failure is a line on standard error and nothing else.
+// Makes the key if it is missing. A failure is only a line on standard error.
 void WriteSetting(std::uint32_t root, const std::string& key, const std::string& name,
                   const std::string& value);
 void CreateSettingsKey(std::uint32_t root, const std::string& key);
 
-// What the last failure of OpenDocument was. A success leaves it as it is.
+// The text of the last failure of OpenDocument. A success leaves it unchanged.
 extern std::string ShellErrorText;
 
-// How the first window of what is opened shows itself.
+// Show modes: how the first window of the opened program appears.
 inline constexpr int ShowNormal = 1;
 inline constexpr int ShowMaximized = 3;
 inline constexpr int ShowDefault = 10;
 
-// Opens a file with the program that the machine associates with it. A file with ".exe" anywhere in its path,
-// in any case, is opened with show mode 0. Shows nothing and raises nothing: false says that it failed, and
-// ShellErrorText why.
+// Opens a file with the program that the desktop associates with it. A file with ".exe" anywhere in its path,
+// in any case, is opened with show mode 0. Shows no box and raises no error. Returns false on a failure and
+// sets ShellErrorText. `verb` is only read.
 bool OpenDocument(const std::string& file, int showMode, const std::string& parameters,
                   const std::string& directory, std::string& verb, WindowHandle owner);
 
-// The folder that the user picks; empty when there is none: cancelled, or a path of 260 letters and more.
+// Returns the folder that the user picks. Returns an empty text after a cancel and for a path of 260
+// characters or more.
 std::string BrowseForFolderDialog(WindowHandle owner, const std::string& title);
 
 }  // namespace ShellMod

@@ -11,12 +11,12 @@ void EnsureLiveDatabase() {
     const std::string live = AppPath() + "\\PressroomLive.dat";
     try {
         if (!files.FileExists(live)) {
-            // Another process may make it at the same moment: its file may hold rows already.
+            // Another process may make the file at the same moment, and its file may already hold rows.
             files.GetFile(AppPath() + "\\Pressroom.dat").Copy(live, false);
         }
     } catch (...) {
         const RuntimeError error = CurrentError();
-        // Only a file is the live one: a folder of its name is an error like any other.
+        // Only a file counts as the live database; a folder of that name is an error.
         if (error.Number() != err::FileExists || !files.FileExists(live)) {
             ShowError(error);
         }

@@ -1,10 +1,10 @@
-// The live database file in the application's folder.
+// Makes the live database file in the application's folder.
 #pragma once
 
 namespace Global {
 
-// Copies the blank Pressroom.dat to PressroomLive.dat if there is no live file. Never replaces a file. An
-// error is shown by ShowError, and the caller goes on.
+// Copies the blank Pressroom.dat to PressroomLive.dat if that file is missing. Never replaces a file. An
+// error is shown with ShowError, and the caller continues.
 void EnsureLiveDatabase();
 
 }  // namespace Global

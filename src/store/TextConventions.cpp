@@ -16,7 +16,7 @@ std::string TwoDigits(int number) {
     return number < 10 ? "0" + std::to_string(number) : std::to_string(number);
 }
 
-// Position from 1 of `find` at or after `start`; 0 when there is none.
+// Returns the position (from 1) of `find` at or after `start`, or 0.
 std::size_t InStr(std::size_t start, const std::string& text, const std::string& find) {
     if (start > text.size()) {
         return 0;
@@ -51,7 +51,7 @@ std::string GetDelimitedField(const std::string& text, int number, const std::st
         start = found == 0 ? 1 : found + step;
     }
     const std::size_t found = InStr(start, text, delimiter);
-    // A delimiter in the first place does not end the field.
+    // A delimiter at the very start of the text does not end the field (sic).
     const std::size_t end = found <= 1 ? text.size() : found - 1;
     if (start > end) {
         return {};
@@ -60,7 +60,7 @@ std::string GetDelimitedField(const std::string& text, int number, const std::st
 }
 
 std::string PackageOfKey(const std::string& key) {
-    return key.substr(key.rfind(':') + 1);  // all of it without one
+    return key.substr(key.rfind(':') + 1);  // the whole key if it has no ":"
 }
 
 int CountRecipients(const std::string& list) {
@@ -72,7 +72,7 @@ void PauseSeconds(double seconds) {
     constexpr double Slice = 0.05;
     const DateValue target =
         DateValue::FromSeconds(Now().Seconds() + static_cast<std::int64_t>(std::ceil(seconds)));
-    // A clock that is set back meanwhile does not make the pause longer.
+    // If the clock is set back meanwhile, the pause does not get longer.
     const auto latest =
         std::chrono::steady_clock::now() + std::chrono::duration<double>(std::ceil(seconds) + 1);
     while (target > Now() && std::chrono::steady_clock::now() < latest) {

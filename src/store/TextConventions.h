@@ -1,4 +1,4 @@
-// The texts that statements are made of: dates, quotes kept out, fields picked out of a text.
+// Text conventions of statements and stored lists: dates, quotes, delimited fields.
 #pragma once
 
 #include <string>
@@ -8,24 +8,28 @@
 
 namespace cmFunc {
 
-// year-month-day, whatever the regional settings: 2002-03-07. Dates stored so compare as texts.
+// Returns year-month-day, 2002-03-07, in every region. Stored in this form, dates compare as texts.
 std::string FormatDateText(DateValue value);
 
-// Takes every ' out of the box's text, silently: statements put values between these marks and double none.
+// Removes every ' from the box's text without a message: statements put values between these marks and do not
+// double them.
 void StripQuotes(EditableText& box);
 
-// Field `number` (from 1) of a text cut by a one-character delimiter. Beyond the last field the count begins
-// again at the first: field 3 of a:b is a. Empty on any error.
+// Returns field `number` (from 1) of a text cut at a one-character delimiter. After the last field the count
+// starts again at the first: field 3 of a:b is a. A delimiter at the very start of the text does not end a
+// field. Never fails; an empty field gives an empty text.
 std::string GetDelimitedField(const std::string& text, int number, const std::string& delimiter);
 
-// The package's number in the key of its item, of whichever view: what stands after the last ":". Names may
-// hold that character.
+// Returns the package's number from the key of its item in any view: the text after the last ":". Names may
+// contain ":".
 std::string PackageOfKey(const std::string& key);
 
-// How many names a ";"-separated list holds: one for each ";", at least one.
+// Returns how many names a ";"-separated list holds: as many as it has ";", at least one. The name after the
+// last ";" does not count. Mail that the engine sends itself splits the list in another way:
+// platform/reports/export_mail keeps the last name.
 int CountRecipients(const std::string& list);
 
-// Lets events run until that many seconds have passed.
+// Lets events run until this many seconds, rounded up, have passed.
 void PauseSeconds(double seconds);
 
 }  // namespace cmFunc

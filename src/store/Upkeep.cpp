@@ -10,7 +10,7 @@ void PurgeOldHistory() {
     ADODB::Connection connection;
     connection.Open(ConnectionString);
     connection.Execute("delete from reporthistory where datediff('d',lastrun, Now()) > 30");
-    // The package history holds date,time: only its first ten characters are a date.
+    // The package history holds "date,time": only its first ten characters are a date.
     connection.Execute("delete from reportbatchhstry where datediff('d',left(lastrun,10),Now()) > 30");
     connection.Close();
 }

@@ -1,14 +1,14 @@
-// Upkeep of the database: what keeps it short and its folder names apart.
+// Upkeep of the database: deletes old history and keeps folder names unique.
 #pragma once
 
 #include <string>
 
 namespace Global {
 
-// Deletes history rows that are 31 calendar days old or more. Errors pass to the caller.
+// Deletes history rows that are 31 calendar days old or older. Errors pass to the caller.
 void PurgeOldHistory();
 
-// Whether a folder may have this name: no folder anywhere has it, and it is not the root's.
+// Returns true if no folder at any level has this name and it is not the name of the root.
 bool FolderNameFree(const std::string& name);
 
 }  // namespace Global

@@ -23,7 +23,7 @@ bool EndsWithKey(std::string_view text) {
     });
 }
 
-// To the end of the argument: where a value ends is not the same for all providers.
+// Hides the rest of the argument: providers differ on where a value ends.
 void HidePassword(char* connectString) {
     const std::string_view text(connectString);
     for (std::size_t sign = text.find('='); sign != std::string_view::npos; sign = text.find('=', sign + 1)) {

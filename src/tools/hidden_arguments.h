@@ -1,17 +1,17 @@
-// What no list of processes may show.
+// Keeps secrets out of lists of processes.
 #pragma once
 
 #include <string>
 
 namespace tools {
 
-// Writes asterisks over the secrets in the program's own arguments, where lists of processes read them: the
-// value of --password, and in that of --data-source everything from the value of Password= or Pwd= on. Copy
-// the arguments before.
+// Overwrites the secrets in the program's own arguments with asterisks, where lists of processes read them:
+// the value of --password, and in the value of --data-source everything after Password= or Pwd=. Copy the
+// arguments before the call.
 void HideSecrets(int argc, char** argv);
 
-// The value of an environment variable, which is hidden alike and taken out of the environment: programs that
-// are started do not get it. Empty when there is none.
+// Returns the value of an environment variable, overwrites it and removes it from the environment, so that
+// child programs do not get it. Returns an empty text if the variable is not set.
 std::string TakeFromEnvironment(const char* name);
 
 }  // namespace tools

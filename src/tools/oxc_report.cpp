@@ -1,4 +1,4 @@
-// oxc-report: looks into a report file or exports it, without a display and without the rest of the system.
+// oxc-report: inspects a report file or exports it, without a display and without the rest of the system.
 #include <QtCore/QCoreApplication>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
@@ -30,7 +30,7 @@ void Print(const std::string& text) {
     }
 }
 
-// An argument is a path of the machine, whatever letters it is made of.
+// An argument is a path of the machine, whatever characters it holds.
 std::string SystemPath(const std::string& argument) {
     return paths::FromMachine(argument);
 }
@@ -128,7 +128,7 @@ void Run(const ReportArguments& arguments) {
     }
 }
 
-// One line, whatever the message holds: scripts read it.
+// Writes one line, whatever the message holds, because scripts read it.
 void Complain(std::string text) {
     for (char& c : text) {
         if (static_cast<unsigned char>(c) < ' ') {
@@ -144,7 +144,7 @@ int main(int argc, char** argv) {
     PrepareProgram();
     const std::vector<std::string> given(argv + 1, argv + argc);
     tools::HideSecrets(argc, argv);
-    // Qt's own warnings would be further lines.
+    // Qt's own warnings would add lines.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QCoreApplication application(argc, argv);
     KeepNumbersPlain();

@@ -14,30 +14,31 @@ struct DataSourceArgument {
     std::string name, provider, connectString;
 };
 
-// Where the password that belongs to --user is read from.
+// The source of the password that belongs to --user.
 enum class PasswordSource { Argument, StandardInput, Environment };
 
 struct ReportArguments {
     Command command = Command::Help;
-    std::string file;
-    int format = 0;  // the report engine's code
+    std::string file;  // format code of platform/contracts/report_engine.h
+    int format = 0;    // the report engine's code
     std::string output;
-    std::vector<std::pair<std::string, std::string>> parameters;  // in the order given; a name may come again
+    // in the given order; a name may be repeated
+    std::vector<std::pair<std::string, std::string>> parameters;
     bool hasFormula = false;
     std::string formula;
     std::string user;
     PasswordSource passwordSource = PasswordSource::Environment;
-    std::string password;  // when it is an argument
+    std::string password;  // only for PasswordSource::Argument
     std::vector<DataSourceArgument> dataSources;
 };
 
-// What was typed makes no sense; the text says what.
+// The arguments cannot be used. The text says why.
 class UsageError : public std::runtime_error {
  public:
     using std::runtime_error::runtime_error;
 };
 
-// The arguments without the program's name. Raises UsageError.
+// `arguments` does not hold the program's name. Raises UsageError.
 ReportArguments ParseArguments(const std::vector<std::string>& arguments);
 
 extern const char* const Usage;

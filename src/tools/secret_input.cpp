@@ -23,8 +23,8 @@ void Note(int number) {
     g_signal = number;
 }
 
-// While it lives the signals that end or suspend the program are only noted, and only while it waits: there
-// is no moment in which one is lost or meets a terminal without echo.
+// While an object of this class lives, the signals that end or suspend the program are blocked, and only Wait
+// lets them in: no signal is lost or meets a terminal without echo.
 class HeldSignals {
  public:
     HeldSignals() {
@@ -50,7 +50,7 @@ class HeldSignals {
     HeldSignals(const HeldSignals&) = delete;
     HeldSignals& operator=(const HeldSignals&) = delete;
 
-    // Waits for input. Returns the signal that came instead, or 0.
+    // Waits for input. Returns the signal that arrived instead, or 0.
     int Wait() const {
         g_signal = 0;
         pollfd input{STDIN_FILENO, POLLIN, 0};
@@ -81,7 +81,7 @@ class EchoOff {
     termios m_former{};
 };
 
-// Appends what is there, at most up to the longest secret. Returns false at the end of the input.
+// Appends the available input, up to the longest secret. Returns false at the end of the input.
 bool ReadSome(std::string& text) {
     std::array<char, LongestSecret + 2> buffer;
     const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
@@ -91,7 +91,7 @@ bool ReadSome(std::string& text) {
     return count > 0 || (count < 0 && errno == EINTR);
 }
 
-// A line, or the signal that came before it was typed.
+// Reads a line. Returns the signal that interrupted it, or 0.
 int ReadTyped(const std::string& prompt, std::string& line) {
     const HeldSignals signals;
     const EchoOff echoOff;
@@ -100,7 +100,7 @@ int ReadTyped(const std::string& prompt, std::string& line) {
     if (signal == 0) {
         ReadSome(line);
     }
-    // The typed line feed was not shown either.
+    // The typed line feed was not echoed either.
     std::cerr << std::endl;
     return signal;
 }
@@ -132,7 +132,7 @@ std::string ReadSecret(const std::string& prompt) {
         }
         return OneLine(text);
     }
-    // Whoever suspends the program and comes back is asked again.
+    // A user who suspends the program and resumes it is asked again.
     while (const int signal = ReadTyped(prompt, text)) {
         raise(signal);
         if (signal != SIGTSTP) {

@@ -32,7 +32,7 @@ class DocumentCommands : public testing::Test {
         Global::DeskWindows.clear();
         Global::DeskIndex = 0;
     }
-    // The box that an error with this text and number brings up.
+    // The box for an error with this text and number.
     static std::vector<fakes::Box> ErrorBox(const std::string& description, std::int32_t number) {
         return {{"Oxbow Courier encountred an error. " + description + " [" + std::to_string(number) + "]",
                  vbExclamation, "Oxbow Courier"}};

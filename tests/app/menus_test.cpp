@@ -114,7 +114,7 @@ class Menus : public testing::Test {
     frmMain form;
 };
 
-// For a look at it: a folder in OXC_PICTURES gets the picture.
+// Saves the picture in the folder OXC_PICTURES, if it is set.
 void Keep(const QPixmap& picture, const std::string& name) {
     const QString folder = qEnvironmentVariable("OXC_PICTURES");
     if (!folder.isEmpty()) {

@@ -49,7 +49,7 @@ class Options : public testing::Test {
         frame.Entry("mnuPollInt")->trigger();
         return *Shown();
     }
-    // Null when no Options dialog is on the screen.
+    // Returns null if no Options dialog is shown.
     static frmConfig* Shown() {
         for (QWidget* window : QApplication::topLevelWidgets()) {
             auto* form = qobject_cast<frmConfig*>(window);
@@ -218,7 +218,7 @@ TEST_F(Options, SetOnlyShowsTheConnectionStringAgain) {
 
 class OptionsWithBadInterval : public Options, public testing::WithParamInterface<const char*> {};
 
-// The value is stored before it is converted, and nothing behind the conversion is.
+// The value is stored before it is converted; the settings after the failed conversion are not.
 TEST_P(OptionsWithBadInterval, IsStoredAndEndsTheProcessWithTheRunTimeBox) {
     const std::string typed = GetParam();
     Open();

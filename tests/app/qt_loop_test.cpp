@@ -1,4 +1,4 @@
-// A wait that lets the windows repaint themselves and nothing else.
+// A wait that only lets the windows repaint themselves.
 #include "platform/qt/qt_loop.h"
 
 #include <gtest/gtest.h>

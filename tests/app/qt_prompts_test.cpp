@@ -1,4 +1,4 @@
-// Boxes on the screen, and what they leave on standard error.
+// Boxes on the screen, and their lines on standard error.
 #include "platform/qt/qt_prompts.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ class QtPromptsJournal : public testing::Test {
         SetPrompts(nullptr);
         SetCommand({});
     }
-    // The dated lines of one box and one input box, both answered.
+    // Returns the dated lines of one message box and one input box, both answered.
     std::string Lines() {
         testing::internal::CaptureStderr();
         fakes::WhileModal<QMessageBox>([] { MsgBox("Sending mail failed", vbExclamation); },

@@ -13,7 +13,7 @@ const char* const Key = ShellMod::SettingsKey;
 TEST(SettingsAccess, MissingKeyReadsAsTheDefault) {
     const fakes::FakeRegistry registry;
     EXPECT_EQ(ShellMod::ReadSetting(Root, Key, "Poll", "15"), "15");
-    EXPECT_EQ(registry.closeCalls, 1);  // whether or not it was opened
+    EXPECT_EQ(registry.closeCalls, 1);  // whether or not the key was opened
 }
 
 TEST(SettingsAccess, ValueOfAnotherTypeReadsAsTheDefault) {

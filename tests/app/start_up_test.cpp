@@ -21,7 +21,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// What the start shows, in the order in which it does: windows and statements.
+// Records the windows and statements of the start in their order.
 class Order : public QObject {
  public:
     Order() {
@@ -161,7 +161,7 @@ TEST_F(StartUp, IntervalSavedInTheEditorDoesNotReachARunningScheduler) {
     }
     EXPECT_EQ(tips, (Texts{"Time to poll: 1", "Time to poll: 0", "Time to poll: 2", "Time to poll: 1"}));
     EXPECT_EQ(Global::PollSeconds, 2);
-    Global::Main();  // the next start reads it
+    Global::Main();  // the next start reads the setting
     EXPECT_EQ(Global::PollSeconds, 60);
 }
 
@@ -291,7 +291,7 @@ TEST_F(StartUp, EditorAsksAboutADamagedLiveFileAgainAndAgain) {
     SetCommand({});
     const std::filesystem::path live = database.Folder() / "PressroomLive.dat";
     std::ofstream(live, std::ios::trunc) << "no database at all";
-    // Nothing but the file's end ends the questions: here somebody takes it away behind the fourth.
+    // Only the file's removal ends the questions: another program removes it after the fourth.
     prompts.onBox = [&] {
         if (prompts.boxes.size() == 4) {
             std::filesystem::remove(live);

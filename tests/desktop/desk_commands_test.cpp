@@ -1,4 +1,4 @@
-// The toolbar's commands but the deletions.
+// The commands of the toolbar except the deletions.
 #include "desk_test.h"
 
 #include <QToolButton>
@@ -104,7 +104,7 @@ TEST_F(DeskCommands, NewFolderAsksNothingWhileAnItemBearsThatNameAndLeavesTheHou
     ClickButton(window, "New Folder");
     EXPECT_THAT(prompts.asked, IsEmpty());
     EXPECT_TRUE(Hourglass(window));
-    Global::DeskWindows[1]->ComAction(5);  // any command that ends as usual
+    Global::DeskWindows[1]->ComAction(5);  // any command that ends normally
     EXPECT_FALSE(Hourglass(window));
 }
 
@@ -294,7 +294,7 @@ TEST_F(DeskCommands, ButtonsFollowTheSelection) {
     ClickItem(window, "Week");
     EXPECT_TRUE(Enabled(window, "Preview"));
     EXPECT_TRUE(Enabled(window, "Design"));
-    ClickItem(window, "Monthly");  // leaves them as they are
+    ClickItem(window, "Monthly");  // leaves the buttons unchanged
     EXPECT_TRUE(Enabled(window, "Preview"));
     EXPECT_TRUE(Enabled(window, "Design"));
     ClickItem(window, "Sales");

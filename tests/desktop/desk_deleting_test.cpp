@@ -81,7 +81,7 @@ TEST_F(DeskDeleting, SubfoldersGoButNotTheirSubfolders) {
     EXPECT_THAT(database.Rows("select ReportTitle, Parent from ReportScheduler"), ElementsAre("Week|A1"));
 }
 
-// Its key is 0, which is no folder's.
+// Its key is 0, which no folder has.
 TEST_F(DeskDeleting, FolderThatIsNoLongerStoredLeavesTheListAndNothingElse) {
     AddFolder("Sales");
     AddFolder("Stock");

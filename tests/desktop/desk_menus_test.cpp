@@ -10,7 +10,7 @@ namespace {
 
 class DeskMenus : public DeskTest {
  protected:
-    // The popup that is on the screen; empty: none.
+    // Returns the popup that is shown, or an empty text.
     std::string Popup() {
         for (const QMenu* menu : frame.findChildren<QMenu*>()) {
             if (menu->isVisible()) {
@@ -139,7 +139,7 @@ TEST_F(DeskMenus, NewFolderOfTheMenuIsAnItemOnTheScreenOnly) {
     frmDesk& window = OpenRoot();
     database.TakeStatements();
     ClickEntry("mnuDeskNew");
-    // 18164 days, to the midnight before
+    // 18164 days, up to the last midnight
     EXPECT_THAT(ListedWithIcons(window), ElementsAre("1 1 New Folder1569369600=New Folder"));
     EXPECT_THAT(database.TakeStatements(), IsEmpty());
     EXPECT_EQ(Editor(window), nullptr);

@@ -1,4 +1,4 @@
-// Names that only the clumsy and the hostile choose, and what is done in the wrong moment.
+// Odd and hostile names, and commands at the wrong moment.
 #include <QElapsedTimer>
 
 #include "desk_test.h"
@@ -77,7 +77,7 @@ TEST_F(DeskOddNames, FolderThatIsDeletedWhileItsNameIsEditedGoesUnderItsNewName)
     Editor(window)->selectAll();
     QTest::keyClicks(Editor(window), "Trade");
     prompts.answers = {vbYes};
-    // As the question takes the focus away.
+    // The question takes the focus.
     prompts.onBox = [&] {
         if (QLineEdit* editor = Editor(window)) {
             editor->clearFocus();

@@ -120,7 +120,7 @@ Texts DeskTest::Tree(frmDesk& window) {
 
 namespace {
 
-// Where the item is on the screen, which shows it first.
+// Scrolls to the item and returns its position on the screen.
 QPoint PlaceOf(frmDesk& window, const std::string& text) {
     QAbstractItemView& view = *window.lsvDesk->CurrentView();
     for (int row = 0; row < view.model()->rowCount(); ++row) {

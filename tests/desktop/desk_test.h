@@ -20,7 +20,7 @@
 
 using Texts = std::vector<std::string>;
 
-// Notes what an input box asked for.
+// Records the questions of input boxes.
 class DeskPrompts : public fakes::FakePrompts {
  public:
     std::string Input(const std::string& prompt, const std::string& title,
@@ -33,10 +33,10 @@ class DeskTest : public testing::Test {
     void SetUp() override;
     void TearDown() override;
 
-    // A new window of the root, as the menu opens it.
+    // Opens a window of the root, as the menu does.
     frmDesk& OpenRoot();
     frmDesk& Window(int slot);
-    // The windows on the screen, in the order of their making, whether in a slot or not.
+    // Returns the windows on the screen in the order in which they were made, in a slot or not.
     std::vector<frmDesk*> OnScreen();
     static void Close(frmDesk& window);
 
@@ -44,7 +44,7 @@ class DeskTest : public testing::Test {
     static Texts ListedWithIcons(frmDesk& window);     // "Icon SmallIcon Key=Text"
     static Texts Cells(frmDesk& window, int columns);  // "Text|SubItem 1|..."
     static Texts Headings(frmDesk& window);
-    // "Text" of every node behind as many dots as it is levels deep.
+    // "Text" of every node after one dot for each level.
     static Texts Tree(frmDesk& window);
 
     static void ClickItem(frmDesk& window, const std::string& text, Qt::MouseButton button = Qt::LeftButton);
@@ -53,8 +53,8 @@ class DeskTest : public testing::Test {
     static void ClickBesideAll(frmDesk& window);
     static void ClickButton(frmDesk& window, const char* caption);
     static void Key(QWidget& widget, Qt::Key key);
-    static QLineEdit* Editor(frmDesk& window);  // of the label that is edited; null: none
-    // Edits the selected item's text, from F2 to Enter.
+    static QLineEdit* Editor(frmDesk& window);  // of the edited label; null: none
+    // Edits the selected item's text: F2, the text, Enter.
     static void Rename(frmDesk& window, const std::string& text, const std::string& newText);
     static bool Hourglass(frmDesk& window);
     void ClickEntry(const char* name);
@@ -73,7 +73,7 @@ class DeskTest : public testing::Test {
     frmMain& frame = frmMain::Instance();
 };
 
-// The box of an error that leaves a handler.
+// The box of an error that leaves an event handler.
 fakes::Box EndBox(int number, const std::string& description);
 // The application's error box.
 fakes::Box ErrorBox(int number, const std::string& description);

@@ -123,7 +123,7 @@ std::vector<QRect> Places(const std::vector<frmDesk*>& windows) {
     return places;
 }
 
-// No title lies on another's: the corners are a title bar apart.
+// No title bar covers another: the corners are at least a title bar apart.
 void ExpectEveryTitleSeen(const std::vector<QRect>& places) {
     for (std::size_t i = 0; i < places.size(); ++i) {
         for (std::size_t k = 0; k < i; ++k) {
@@ -193,7 +193,7 @@ TEST_F(DeskWindows, CascadeKeepsTheSizesAndShowsEveryTitleTheTopmostWhole) {
         EXPECT_EQ(place.size(), size);
         EXPECT_TRUE(frame.Children().viewport()->rect().contains(place));
     }
-    // Window 1 is in front of the others, as it was, and below them on the screen.
+    // Window 1 is still in front of the others, and below them on the screen.
     EXPECT_EQ(Global::DeskIndex, 1);
     EXPECT_GT(places[0].top(), places[1].top());
     EXPECT_GT(places[0].top(), places[2].top());

@@ -36,7 +36,7 @@ class DeskWizard : public DeskTest {
     static void Click(const char* name) {
         QTest::mouseClick(Shown()->findChild<QPushButton*>(name), Qt::LeftButton);
     }
-    // From the welcome page to the last button, for the file and the second folder of the list.
+    // Goes from the welcome page to Finish, for the file and the second folder of the list.
     static void Finish(const std::string& file) {
         SetFileChooser([&file](const CommonDialog&) { return file; });
         Click("cmdNext");

@@ -181,7 +181,7 @@ TEST_F(HistoryCommands, DeletionThatFailsIsTold) {
               (std::vector<fakes::Box>{
                   Question, ErrorBox(-2147217865,
                                      "The data has no table of that name; no such table: reportparameter")}));
-    // Nothing is taken back, and the window was not filled anew.
+    // What was done stays done, and the window was not filled again.
     EXPECT_THAT(database.Rows("select ReportTitle from ReportScheduler"), IsEmpty());
     EXPECT_THAT(Nodes(*viewer.tvReports), ElementsAre("Daily", ".1: Sales"));
 }

@@ -1,4 +1,4 @@
-// What the Schedule History window shows, and what it reads to know it.
+// The contents of the Schedule History window, and the queries behind them.
 #include <QLabel>
 
 #include "desktop/HistoryNodes.h"

@@ -1,5 +1,4 @@
-// Names that only the clumsy and the hostile choose, and what is done in the wrong moment, in the Schedule
-// History window.
+// Odd and hostile names, and commands at the wrong moment, in the Schedule History window.
 #include "package_test.h"
 
 using testing::ElementsAre;
@@ -139,7 +138,7 @@ TEST_F(HistoryOddNames, ScheduleThatIsGoneMeanwhileFailsUnderItsNumberAndLeavesT
     EXPECT_THAT(Nodes(*viewer.tvReports), ElementsAre("Daily", ".2: Stock"));
 }
 
-// The number behind the title begins at the mark, so that what stands behind one in the title is lost.
+// The key's number starts after the first ^, so the part of a title after a ^ of its own is lost.
 TEST_F(HistoryOddNames, TitleOfAPackagesReportEndsAtItsFirstMark) {
     AddPackage("Month end", {"1>a^b.rpt"});
     Store(1, 1, {"North"});

@@ -2,7 +2,7 @@
 
 #include "platform/base/convert.h"
 
-// A test may have put a frame of its own before it.
+// A test may have set a frame of its own before this one.
 void HistoryTest::TearDown() {
     Global::Frame = &frame;
     DeskTest::TearDown();

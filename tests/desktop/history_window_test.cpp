@@ -1,4 +1,4 @@
-// The Schedule History window among the others: its opening and its end, its tabs, its keys.
+// The Schedule History window as a child window: opening, closing, tabs and keys.
 #include <QLabel>
 #include <QPointer>
 #include <QScrollBar>
@@ -17,7 +17,7 @@ const char* const Groups = "select distinct frequency from reportscheduler";
 
 class HistoryWindow : public HistoryTest {
  protected:
-    // How often the schedules were read since the last call.
+    // Returns how often the schedules were read since the last call.
     int Loads() {
         const Texts statements = database.TakeStatements();
         return static_cast<int>(std::count(statements.begin(), statements.end(), Groups));
@@ -141,7 +141,7 @@ TEST_F(HistoryWindow, OneThatIsClosedWhileItWaitsForItsEndIsNotUsedAgain) {
 TEST_F(HistoryWindow, WindowClosedWhileItIsFilledAgainReadsNoMore) {
     const std::function<void()> closings[] = {
         [&] { CloseViewer(*OnScreen()); },
-        [&] { OnScreen()->parentWidget()->close(); },  // it waits for its end
+        [&] { OnScreen()->parentWidget()->close(); },  // the window waits until it can be destroyed
     };
     for (const std::function<void()>& close : closings) {
         Open();
@@ -320,7 +320,7 @@ TEST_F(HistoryWindow, DoubleClickThatFailsIsToldInAPlainBox) {
     EXPECT_EQ(prompts.boxes, (std::vector<fakes::Box>{{"Overflow", 0, "Oxbow Courier"}}));
 }
 
-// What names a schedule is a number with a colon behind it that is not part of a time.
+// A number with a colon after it that is not part of a time names a schedule.
 TEST_F(HistoryWindow, ScheduleIsNamedByItsOwnTextOrByThatOfItsParent) {
     Run(Schedule("Sales"), "2026-11-20 06:30:05");
     Run(Schedule("At 06:30:00"), "2026-11-20 07:30:05");

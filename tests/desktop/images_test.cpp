@@ -1,5 +1,4 @@
-// The pictures of the Desktop and of the history window, drawn at the sizes and scales that they are shown
-// at.
+// The pictures of the Desktop and of the history window, at the sizes and scales that are used.
 #include "desktop/Images.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +8,7 @@
 
 namespace {
 
-// How much of the picture is covered, from 0 to 1.
+// Returns the covered part of the picture, from 0 to 1.
 double CoverOf(const QIcon& icon, int size, qreal scale) {
     const QPixmap pixels = icon.pixmap(QSize(size, size), scale);
     EXPECT_EQ(pixels.width(), qRound(size * scale));

@@ -72,7 +72,7 @@ TEST_F(PackageDeleting, PackageGoesFromTheTableOfDetailsAsWell) {
     EXPECT_THAT(database.Rows("select BatchName from ReportBatch"), ElementsAre("Week"));
 }
 
-// In the table view a package's item is known by its name and number, which stands after the last colon.
+// In the table view the number of a package is the text after the last colon of its item's key.
 TEST_F(PackageDeleting, ColonInANameOfTheTableViewDeletesThePackageThatItNames) {
     AddPackage("Other");
     AddPackage("a:1", {"1>x.rpt"});
@@ -175,7 +175,7 @@ TEST_F(PackageDeleting, WindowBeforeIsTakenForTheOneThatThePackageCameFrom) {
     DoubleClickItem(root, "Week");
     prompts.answers = {vbYes};
     ChooseOf(Window(3), "1>week", "mnubtcDelSel");
-    // What is selected there goes from the screen, whatever it is; the package's own item stays.
+    // The selected item there disappears, whatever it is; the package's own item stays.
     EXPECT_THAT(Listed(other), ElementsAre("Month end", "Week"));
     EXPECT_THAT(Listed(root), ElementsAre("Sales", "Month end", "Week"));
     EXPECT_THAT(database.Rows("select FolderName from Folders"), ElementsAre("Sales"));
@@ -196,7 +196,7 @@ TEST_F(PackageDeleting, FirstWindowHasNoneBeforeIt) {
     Close(Window(1));
     Close(Window(2));
     Global::CurrentFolderID = "999";
-    frmDesk& window = OpenRoot();  // in the first slot again
+    frmDesk& window = OpenRoot();  // in the first slot
     window.lsvDesk->ListItems().Clear();
     window.OpenPackage("Pckg:2");
     ASSERT_EQ(Global::DeskIndex, 1);
@@ -285,7 +285,7 @@ TEST_F(PackageDeleting, ReportDeletedTwiceInThePauseIsToldOfTheSecondTime) {
     EXPECT_THAT(Reports(), ElementsAre("1|1>sales", "1|3>staff", "2|1>week"));
 }
 
-// Behind the pause the list loses what is selected in it then.
+// After the pause the list loses the item that is selected then.
 TEST_F(PackageDeleting, OtherReportDeletedInThePauseGoesAndTheFirstStaysInTheList) {
     frmDesk& window = OpenPackage("Month end");
     prompts.answers = {vbYes, vbYes};

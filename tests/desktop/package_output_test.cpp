@@ -24,7 +24,7 @@ class PackageOutput : public PackageTest {
     void Format(const std::string& word) {
         database.Run("update ReportBatchDtls set ReportFormat='" + word + "'");
     }
-    // What the entry opens.
+    // Returns what the entry opens.
     std::string Opened(const char* entry) {
         shell.openings.clear();
         ClickEntry(entry);

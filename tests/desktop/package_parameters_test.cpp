@@ -201,7 +201,7 @@ TEST_F(PackageParameters, ReportThatCannotBeOpenedIsToldBehindTheHourglass) {
 TEST_F(PackageParameters, ReportThatIsNotFoundByItsTitleIsNotTakenForTheOneThatIsOpen) {
     frmDesk& window = OpenPackage("Month end");
     ClickItem(window, "1>sales.rpt");
-    Global::OpenReport(Path);  // another one, as far as this command knows
+    Global::OpenReport(Path);  // for this command a different report
     database.Run("update ReportBatchDtls set ReportTitle='1>other.rpt' where DetailID=1");
     ClickEntry("mnubtcPar");
     frmViewer& viewer = OpenHistory();

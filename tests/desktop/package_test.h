@@ -11,23 +11,23 @@ class PackageTest : public HistoryTest {
     using Boxes = std::vector<fakes::Box>;
 
     void SetUp() override;
-    // Its reports opened in a window of their own, behind that of the root.
+    // Opens its reports in a window of their own, after that of the root.
     frmDesk& OpenPackage(const std::string& name);
-    // The tree of packages, with all of its nodes to be seen.
+    // Opens the tree of packages and expands all nodes.
     frmViewer& OpenHistory();
 
-    // Stores values of a report of a package, in order.
+    // Stores values of a package's report, in order.
     void Store(int package, int report, const Texts& values);
     Texts Stored();   // "ReportID|DetailID|ParValue" in the order of the rows
     Texts Reports();  // "ReportID|ReportTitle"
-    // The reports of all packages are this one, with parameters of type text.
+    // Makes all packages use this report, with parameters of type text.
     void GiveParameters(const Texts& names, const std::vector<Texts>& defaults = {});
 
-    // Chooses an entry of the menu that an item of the list has.
+    // Chooses an entry of the item's context menu.
     void ChooseOf(frmDesk& window, const std::string& text, const char* entry);
-    // Chooses an entry for an item that is selected, and drives the parameter dialog that it brings up.
+    // Chooses an entry for the selected item and drives the parameter dialog that it opens.
     void WhileAsked(const char* entry, const std::function<void(frmPar&)>& act);
-    // Types into the boxes of the parameters, one after the other, and leaves the dialog by a button.
+    // Types into the boxes of the parameters in order and leaves the dialog with a button.
     static void Answer(frmPar& form, const Texts& values, const char* button = "cmdOK");
 
     fakes::FakeLoop loop{clock};

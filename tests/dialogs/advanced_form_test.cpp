@@ -1,4 +1,4 @@
-// The box that a selection formula is written in at leisure.
+// The large box for a selection formula.
 #include <gtest/gtest.h>
 
 #include <QFontInfo>

@@ -22,7 +22,7 @@ class FoldersForm : public testing::Test {
         cmbFolder.setEditable(true);
         cmbFolder.Text("Desktop");
     }
-    // Four levels: Sales > North > Cities > Streets, and Stock beside Sales.
+    // Four levels: Sales > North > Cities > Streets, and Stock next to Sales.
     void AddFolders() const {
         database.Run(
             "insert into Folders(FolderID, FolderName, Parent) values"
@@ -201,7 +201,7 @@ TEST_F(FoldersForm, DatabaseWithoutFoldersShowsAnEmptyTree) {
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
-// Nothing stands between number and name in a key: 1 and 23 make the key of 12 and 3.
+// A key has no separator between number and name: 1 and 23 give the same key as 12 and 3.
 TEST_F(FoldersForm, KeysThatComeOutAlikeEndTheProcessWithTheRunTimeBox) {
     database.Run("insert into Folders(FolderID, FolderName, Parent) values(1,'23',0), (12,'3',0)");
     EXPECT_FALSE(ComesUp());

@@ -6,7 +6,7 @@ namespace {
 
 class PackageFinish : public PackageWizard {
  protected:
-    // At the last page with two reports, of which the second has values.
+    // Goes to the last page with two reports, the second of which has values.
     void Prepare() {
         GoToReports();
         Add("sales.rpt");
@@ -24,11 +24,11 @@ class PackageFinish : public PackageWizard {
             "Message,"
             " Destination, NextRunDate, BatchName, MailBatch from ReportBatch");
     }
-    // As the database says it.
+    // The text of the database's error.
     static std::string TableMissing(const std::string& table) {
         return "The data has no table of that name; no such table: " + table + " [-2147217865]";
     }
-    // Null while the form of the wait is not on the screen.
+    // Returns null if the waiting form is not shown.
     static const frmWizDone* Done() {
         for (const QWidget* window : QApplication::topLevelWidgets()) {
             if (qobject_cast<const frmWizDone*>(window) != nullptr && window->isVisible()) {
@@ -83,7 +83,7 @@ TEST_F(PackageFinish, WritesThePackageColumnByColumn) {
 TEST_F(PackageFinish, SaysSoAndShowsThePackageOnTheDesktop) {
     Prepare();
     Click("cmdSave");
-    // Without its film the box of the wait says its word as well.
+    // Without its film the waiting form shows its error box as well.
     EXPECT_EQ(TakeBoxes(), (Boxes{Information("Batch Created Successfully."),
                                   Information("Report package created successfully")}));
     EXPECT_EQ(desk.batches, 1);
@@ -272,7 +272,7 @@ TEST_F(PackageFinish, NamesPickedByTheMnemonicAreAddedBehindWhatWasTyped) {
     mail.picks = {{"Ann"}};
     Type("txtRecipient", "bob@example.com");
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_T, Qt::AltModifier);
-    QTest::qWait(150);  // a button that a key pressed stays down for a moment
+    QTest::qWait(150);  // a button pressed by a key stays down for a moment
     EXPECT_EQ(TextOf("txtRecipient"), "bob@example.com;Ann;");
 }
 
@@ -357,7 +357,7 @@ TEST_F(PackageFinish, PackageNumber32767IsTheLastOne) {
     EXPECT_EQ(database.Rows("select distinct ReportID from ReportBatchDtls"), (Texts{"32767"}));
 }
 
-// With the history in front there is no current Desktop window, though one is open.
+// While the history is in front there is no current Desktop window, though one is open.
 TEST_F(PackageFinish, EndsWellWithoutADesktopWindowInFront) {
     Prepare();
     for (const auto& [windows, index] :
@@ -381,7 +381,7 @@ TEST_F(PackageFinish, EndsWellWithoutADesktopWindowInFront) {
     EXPECT_EQ(desk.batches, 0);
 }
 
-// All is written by then: another Finish would make a second package.
+// All rows are written by then: a second Finish would make a second package.
 TEST_F(PackageFinish, WizardIsDoneThoughTheDesktopCannotShowThePackage) {
     class BrokenDesk : public fakes::FakeDesk {
         void AddBatches() override { throw RuntimeError(err::ObjectRequired); }

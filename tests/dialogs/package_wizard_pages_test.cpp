@@ -1,4 +1,4 @@
-// The package wizard's pages: what they open with, how they are left, and what their boxes become.
+// The pages of the package wizard: their first contents, how they are left, and how their texts are cleaned.
 #include "dialogs/package_wizard_test.h"
 
 TEST_F(PackageWizard, OpensOnItsFirstPage) {
@@ -269,7 +269,7 @@ TEST_F(PackageWizard, CancelEmptiesTheWorkTable) {
     EXPECT_FALSE(form->isVisible());
 }
 
-// A wizard that ended with the editor, by its close box or by an error, has left its values.
+// A wizard that ended with the editor, by its close box or an error, leaves its values in the work table.
 TEST_F(PackageWizard, OpensWithAnEmptyWorkTable) {
     Click("cmdCancel");
     database.Run("insert into tmpPar values('1>stock.rpt', 'Region', 'old')");

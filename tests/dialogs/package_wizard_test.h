@@ -78,14 +78,14 @@ class PackageWizard : public testing::Test, public fakes::FormDriver {
         Activate();
         database.TakeStatements();
     }
-    // As a window manager does behind a dialog that is gone.
+    // Activates the form as a window manager does after a dialog is closed.
     void Activate() const {
         QCoreApplication::processEvents();
         form->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(form));
-        QApplication::setActiveWindow(form);  // the test's platform forgets to tell after a hide
+        QApplication::setActiveWindow(form);  // the test platform does not report it after a hide
     }
-    // A file of the folder that the wizard begins in.
+    // Adds a file of the wizard's first folder.
     void AddReport(const std::string& name, const Texts& parameters = {}) {
         WriteBytes(reports / name, name);
         fakes::FakeReportSpec spec;
@@ -167,6 +167,6 @@ class PackageWizard : public testing::Test, public fakes::FormDriver {
     CommonDialog commonDialog;
     TemporaryFolder reports;
     Texts askedOf;                    // title, cancel raises an error, folder
-    std::optional<std::string> pick;  // in the file dialog; none: cancelled
-    QPointer<frmWiz> form;            // gone when events have run behind its unload
+    std::optional<std::string> pick;  // chosen in the file dialog; nullopt: cancelled
+    QPointer<frmWiz> form;            // null once events have run after its unload
 };

@@ -88,7 +88,7 @@ TEST_F(ParametersOfFiles, ValuesReachTheRun) {
     EXPECT_NE(html.find("Cleo"), std::string::npos);
 }
 
-// The engine's own words stand behind those of the run time.
+// The engine's text follows the text of the run-time error.
 TEST_F(ParametersOfFiles, FractionForAWholeNumberFailsInTheEngine) {
     Open(Parameter("Year", "Integer"));
     Show([](frmPar& form) {

@@ -1,4 +1,4 @@
-// What the parameter dialog shows, and how it is worked with.
+// The contents of the parameter dialog, and its handling.
 #include "dialogs/parameter_form_test.h"
 
 #include <QLabel>
@@ -227,7 +227,7 @@ TEST_F(ParameterFormLooks, MoreBoxesThanTheScreenHoldsAreScrolledAndTheButtonsSt
             const QPushButton& button = Button(form, name);
             EXPECT_TRUE(form.rect().contains(QRect(button.mapTo(&form, QPoint()), button.size()))) << name;
         }
-        // From the last button round to the first box, and back to the last box: seen whole each time.
+        // Tab from the last button to the first box, and back to the last box: each is completely visible.
         const auto seen = [&area](const ComboBox& box) {
             const QRect place(box.mapTo(area.viewport(), QPoint()), box.size());
             return area.viewport()->rect().contains(place);

@@ -29,7 +29,7 @@ class ParameterRows : public testing::Test {
         database.Run("insert into ReportScheduler(ReportID) values(" + std::to_string(key) + ")");
     }
     static std::string Line(int n) { return "line " + std::to_string(n); }
-    // A list that has one line.
+    // A list with one line.
     static std::string OnlyLine(int n) {
         if (n > 1) {
             throw RuntimeError(35600, "Index out of bounds");
@@ -59,8 +59,8 @@ TEST_F(ParameterRows, AreAddedToTheNewestSchedule) {
 }
 
 TEST_F(ParameterRows, GoToAnotherProcessesScheduleWhenItsKeyIsHigher) {
-    Schedule(3);  // the caller's
-    Schedule(4);  // another process's, meanwhile
+    Schedule(3);  // the caller's schedule
+    Schedule(4);  // one of another process, in between
     Global::ParNames = {"", "Region"};
     Global::ParValues = {"", "West"};
     Global::AddParameterRows(1);

@@ -1,4 +1,4 @@
-// What becomes of the values that the parameter dialog is given.
+// What the parameter dialog does with the typed values.
 #include "dialogs/parameter_form_test.h"
 
 namespace {
@@ -142,7 +142,7 @@ TEST_F(ParameterFormValues, QuoteReachesTheEngineButNotTheListsNorTheTables) {
     EXPECT_EQ(WaitingRows(), Texts{"1>sales.rpt|Name|OHaras"});
 }
 
-// The conversion sees the quote as well.
+// The conversion gets the quote as well.
 TEST_F(ParameterFormValues, QuoteInANumberFails) {
     Open({{"Count", 7}});
     Show([](frmPar& form) {

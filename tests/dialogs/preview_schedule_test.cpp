@@ -22,7 +22,7 @@ class PreviewSchedule : public testing::Test {
         database.Run("insert into ReportParameter values(1, 'P', " + value + ")");
     }
     bool IsShown() const { return !frame.Shown<frmTest>().empty(); }
-    // Of the engine, up to the run for the screen.
+    // Returns the engine's calls up to the run for the screen.
     Texts Preparations() const {
         return {engine.calls.begin(), std::find(engine.calls.begin(), engine.calls.end(), "open pages")};
     }

@@ -1,4 +1,4 @@
-// The commands on the tabs, and what becomes of a text when its box is left.
+// The commands on the tabs, and the cleaning of a text when its box loses the focus.
 #include <fstream>
 
 #include "dialogs/frmFolders.h"
@@ -18,7 +18,7 @@ class PropertiesCommands : public PropertiesTest {
         std::ifstream cached(database.Folder() / "Cache" / "sales.rpt");
         return {std::istreambuf_iterator<char>(cached), {}};
     }
-    // What the engine was asked behind the load.
+    // Returns the engine's calls after the load.
     Texts AskedBy(const char* command) {
         engine.calls.clear();
         Click(command);
@@ -204,7 +204,7 @@ TEST_F(PropertiesCommands, NamesInTheListCannotBeEdited) {
     EXPECT_THAT(Lines(), ElementsAre("Region1|Region|North", "Year2|Year|2025"));
 }
 
-// The statement lacks its last mark, and nothing catches what the database says to it.
+// The statement lacks its closing mark, and no handler catches the database's error.
 TEST_F(PropertiesCommands, RefreshRenewsTheCopyAndThenEndsTheProcessWithItsBox) {
     std::ofstream(database.Folder() / "Cache" / "sales.rpt") << "as it was";
     const std::string all = "*";
@@ -285,6 +285,6 @@ TEST_F(PropertiesCommands, TestByItsMnemonicTakesTheFormulaWithoutItsMarks) {
     Type("txtRecForm", "'1' = 1");
     engine.calls.clear();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_T, Qt::AltModifier);
-    QTest::qWait(150);  // a button that a key pressed stays down for a moment
+    QTest::qWait(150);  // a button pressed by a key stays down for a moment
     EXPECT_THAT(engine.calls, testing::Contains("formula 1 = 1"));
 }

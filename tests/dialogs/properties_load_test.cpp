@@ -1,4 +1,4 @@
-// What Report Properties shows when it comes up, and what it does to the Desktop meanwhile.
+// What Report Properties shows after its load, and its effect on the Desktop.
 #include <QGroupBox>
 #include <QLabel>
 #include <QStackedWidget>
@@ -342,7 +342,7 @@ TEST_F(PropertiesLoad, ReportFileThatIsGoneIsToldAndWhatCameBeforeIsShown) {
     EXPECT_THAT(process.ends, IsEmpty());
 }
 
-// What was not filled would be written over the record, and the report that is open is another one.
+// A save would overwrite the record with empty fields, and the open report is another one.
 TEST_F(PropertiesLoad, OnlyCancelIsOpenAfterALoadThatFailed) {
     engine.reports["Z:\\other.rpt"].parameterTypes = {report::StringField};
     Global::OpenReport("Z:\\other.rpt");

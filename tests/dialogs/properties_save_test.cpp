@@ -1,4 +1,4 @@
-// What OK writes, and what it leaves behind when it fails.
+// What OK writes, and what stays written when it fails.
 #include "dialogs/properties_test.h"
 
 using testing::ElementsAre;
@@ -246,7 +246,7 @@ TEST_F(PropertiesSave, OkByItsMnemonicSavesWhatWasTypedLastWithoutItsMarks) {
     Turn(Email);
     Type("txtMsg", "It's here");
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_O, Qt::AltModifier);
-    QTest::qWait(150);  // a button that a key pressed stays down for a moment
+    QTest::qWait(150);  // a button pressed by a key stays down for a moment
     EXPECT_EQ(Stored("Message"), "Its here");
     Open();
     Turn(Email);

@@ -24,7 +24,7 @@
 #include "support/mdi_frame.h"
 #include "support/modal.h"
 
-// A Desktop window that is one.
+// A Desktop window that is a real widget.
 class DeskForm : public QWidget, public fakes::FakeDesk {
  public:
     void EnableForm(bool enabled) override {
@@ -43,7 +43,7 @@ class PropertiesTest : public testing::Test {
     void SetUp() override;
     void TearDown() override;
 
-    // A schedule with logon and with values for the parameters Region and Year of its report.
+    // Adds a schedule with a logon and with values for the parameters Region and Year of its report.
     void AddSchedule(const fakes::ScheduleRow& row);
     static fakes::ScheduleRow UsualRow();
     void Set(const std::string& column, const std::string& value) const;
@@ -51,18 +51,18 @@ class PropertiesTest : public testing::Test {
     Texts StoredParameters() const;
 
     frmProp& Open(const std::string& reportID = "1");
-    frmProp* Shown() const;  // null: none is on the screen
-    static void LetGo();     // of forms that were unloaded
+    frmProp* Shown() const;  // null: not shown
+    static void LetGo();     // destroys forms that were unloaded
 
     template <typename Control>
     Control& Get(const char* name) const {
         return *Shown()->findChild<Control*>(name);
     }
     std::string Text(const char* name) const;
-    void Turn(Tab tab) const;  // by a click on the tab
+    void Turn(Tab tab) const;  // clicks the tab
     void Click(const char* name) const;
-    void Tick(const char* name) const;  // an option or a box, or takes its tick away
-    // Puts the focus into the box and types in the place of its text.
+    void Tick(const char* name) const;  // clicks an option or a check box
+    // Moves the focus to the box and replaces its text.
     void Type(const char* name, const char* text) const;
     void TabOut() const;
     Texts Lines() const;  // "Key|Text|SubItem 1" of lsvPar
@@ -80,5 +80,5 @@ class PropertiesTest : public testing::Test {
     fakes::TestDatabase database;
     fakes::MdiFrame frame;
     DeskForm desk;
-    std::string file;  // the user's own, which the schedule was made of
+    std::string file;  // the user's own file, from which the schedule was made
 };

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 class ReportCache : public testing::Test {
  protected:
-    // A report file in a folder of its own; returns its path as the system writes it.
+    // Writes a report file into a folder of its own. Returns its path as a path of the system.
     std::string Report(const std::string& folder, const std::string& name, const std::string& content) const {
         fs::create_directories(database.Folder() / folder);
         std::ofstream(database.Folder() / folder / name) << content;

@@ -1,4 +1,4 @@
-// What Finish writes, and what a failure of it leaves behind.
+// What Finish writes, and what stays written when it fails.
 #include "dialogs/wizard_test.h"
 
 namespace {
@@ -119,7 +119,7 @@ TEST_F(WizardFinish, EndDateLeftAtItsDefaultIsStoredLikeAnyOther) {
 }
 
 TEST_F(WizardFinish, FirstRunIsTheStartDateWhateverWeekdayAndTimeOfDaySay) {
-    GoTo("Step2");  // a Saturday, and half past six has passed
+    GoTo("Step2");  // a Saturday, after half past six
     Click("optFreq2");
     TypeTime("0630");
     GoTo("Step5");
@@ -218,7 +218,7 @@ TEST_F(WizardFinish, NoDesktopWindowIsAnErrorBehindTheInsert) {
     EXPECT_FALSE(Unloaded());
 }
 
-// The names and passwords are not cleaned: a mark in one breaks the statement.
+// Names and passwords are not cleaned: a mark ' in one breaks the statement.
 TEST_F(WizardFinish, MarkInTheUserNameBreaksTheStatement) {
     GoTo("Step4");
     Click("Check1");

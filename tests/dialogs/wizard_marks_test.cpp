@@ -1,4 +1,4 @@
-// The mark ' on every road to the statement: statements put values between these marks and double none.
+// The mark ' on its ways into a statement: statements put values between these marks and do not double them.
 #include <QDropEvent>
 #include <QMimeData>
 
@@ -8,14 +8,14 @@ namespace {
 
 class WizardMarks : public Wizard {
  protected:
-    // A list that was open a moment ago may still be in front.
+    // A list that was just open may still be in front.
     void Press(Qt::Key key, Qt::KeyboardModifiers with = {}) const {
         QCoreApplication::processEvents();
         form->activateWindow();
         ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == form; }));
         QTest::keyClick(QApplication::focusWidget(), key, with);
     }
-    // A button that is pressed by its mnemonic acts a moment later.
+    // A button pressed by its mnemonic acts a moment later.
     void Mnemonic(Qt::Key letter, const std::string& page) {
         Press(letter, Qt::AltModifier);
         ASSERT_TRUE(QTest::qWaitFor([this, &page] { return Page() == page; }));
@@ -105,7 +105,7 @@ TEST_F(WizardMarks, OfATextDroppedOnABoxAreOut) {
     EXPECT_EQ(The<MultiLineTextBox>("txtMessage").Text(), "Pat OHara");
 }
 
-// The path must stay the file's.
+// The path must stay that of the file.
 TEST_F(WizardMarks, OfAPathBreakTheStatementAndNothingIsStored) {
     const std::string marked = AddReport("ann's.rpt", {});
     GoTo("Step1");

@@ -1,4 +1,4 @@
-// The wizard's pages: what they show, and how one gets from one to the next.
+// The pages of the wizard: their contents, and the way from one to the next.
 #include <QAbstractItemView>
 
 #include "dialogs/wizard_test.h"
@@ -202,7 +202,7 @@ TEST_F(WizardPages, ParametersThatWereNeverSetAreASubscriptErrorInItsOwnWords) {
 TEST_F(WizardPages, ReportWithParametersNeedsAFormat) {
     GoTo("Step4", AddReport("regions.rpt", WithParameters({"Region"})));
     SetParameters({"West"});
-    Click("Check1");  // whose name and password are asked for behind the format
+    Click("Check1");  // it asks for name and password after the format
     Click("cmdNext");
     EXPECT_EQ(
         prompts.boxes,
@@ -367,7 +367,7 @@ TEST_F(WizardPages, EveryControlIsReachedByTab) {
         TabOut();
         Texts order;
         for (int i = 0; FocusedName() != "cmdBack" && i < 20; ++i) {
-            // The parts of a date are stops of their own.
+            // The parts of a date are separate tab stops.
             if (order.empty() || order.back() != FocusedName()) {
                 order.push_back(FocusedName());
             }

@@ -1,4 +1,4 @@
-// The wizard and its report: picked, asked for parameters, tried, and the texts that go with it.
+// The wizard and its report: choosing it, its parameters, its preview, and the texts about it.
 #include "dialogs/wizard_test.h"
 
 namespace {
@@ -157,7 +157,7 @@ TEST_F(WizardReport, SecondPickAppendsItsParametersAndKeepsParNamesUntilTheyAreS
     }
     const std::string products = AddReport("products.rpt", WithParameters({"Product", "Year"}));
     Browse(products);
-    // The second report's Year2 has the key of a line that is there.
+    // The second report's Year2 has the key of an existing line.
     EXPECT_EQ(Lines(), (Texts{"Region1|Region|West", "Year2|Year|2026", "Product1|Product|"}));
     EXPECT_EQ(Global::ParNames, (Texts{"", "Region", "Year"}));
     EXPECT_EQ(Global::ParValues, (Texts{"", "West", "2026"}));

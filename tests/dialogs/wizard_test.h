@@ -71,7 +71,7 @@ class Wizard : public testing::Test, public fakes::FormDriver {
         form->ShowForm();
         ASSERT_TRUE(QTest::qWaitForWindowActive(form));
     }
-    // A file that the engine opens as the report; returns its path.
+    // Makes a file that the engine opens as the report. Returns its path.
     std::string AddReport(const std::string& name, const fakes::FakeReportSpec& spec) {
         const std::filesystem::path file = database.Folder() / name;
         std::filesystem::create_directories(file.parent_path());
@@ -97,7 +97,8 @@ class Wizard : public testing::Test, public fakes::FormDriver {
         time.setCursorPosition(0);
         QTest::keyClicks(&time, digits);
     }
-    // Of the form, whichever window is in front; a part of a control answers with the control's name.
+    // Returns the focused control of the form, whichever window is in front; for a part of a control its
+    // name.
     std::string FocusedName() const {
         const QWidget* focused = form->focusWidget();
         while (focused != nullptr &&
@@ -106,7 +107,7 @@ class Wizard : public testing::Test, public fakes::FormDriver {
         }
         return focused == nullptr ? std::string() : focused->objectName().toStdString();
     }
-    // The one page that can be seen.
+    // Returns the visible page.
     std::string Page() const {
         Texts shown;
         for (const char* name : {"Frame1", "Step1", "Step2", "Step3", "Step4", "Step5"}) {
@@ -121,7 +122,7 @@ class Wizard : public testing::Test, public fakes::FormDriver {
         pick = path;
         Click("cmdBrowse");
     }
-    // Opens the list and chooses by keys.
+    // Opens the list and chooses with keys.
     void ChooseFolder(int line) {
         auto& folders = The<ComboBox>("cmbFolder");
         folders.showPopup();
@@ -142,7 +143,7 @@ class Wizard : public testing::Test, public fakes::FormDriver {
                                                         Qt::LeftButton);
                                   });
     }
-    // From the page that is shown: fills each up to this one with what passes it, for the report.
+    // Goes on from the current page: fills each page before this one so that it can be left, for the report.
     void GoTo(const std::string& page, const std::string& path) {
         const std::vector<std::pair<std::string, std::function<void()>>> fillings = {
             {"Frame1", [] {}},
@@ -180,7 +181,7 @@ class Wizard : public testing::Test, public fakes::FormDriver {
         }
         return lines;
     }
-    // Unloaded, and gone from the screen.
+    // Unloaded, and not on the screen.
     bool Unloaded() const { return !form->isVisible(); }
 
     fakes::FakeClock clock{fakes::At(2026, 11, 21, 10, 47, 14)};
@@ -195,6 +196,6 @@ class Wizard : public testing::Test, public fakes::FormDriver {
     fakes::FakeDesk desk;
     frmAddReport* form = nullptr;
     std::string sales;                // a report without parameters
-    std::optional<std::string> pick;  // what the open dialog is answered with; nothing: a cancel
+    std::optional<std::string> pick;  // the answer of the open dialog; nullopt: cancelled
     Texts askedOf;                    // the open dialog: title, filter, cancel as error, folder
 };

@@ -106,7 +106,7 @@ class MariaDb(Server):
 
     def stop(self):
         if self.process.poll() is None:
-            # As root the server stands behind runuser, which hands the signal on.
+            # As root the server runs below runuser, which passes the signal on.
             self.process.terminate()
             self.process.wait(30)
 

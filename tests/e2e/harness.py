@@ -78,7 +78,7 @@ class Courier:
     def start_ticking(self):
         """A scheduler that is behind its start-up, where a failed package would have ended all polling."""
         self.start()
-        # The first may be the start-up's own; what is put in behind it waits for a tick.
+        # The first poll may be that of the start-up; rows inserted after it wait for a tick.
         for _ in range(2):
             key = self.package(MailBatch="F")
             self.wait(lambda: str(key) in [row[0] for row in self.package_history()], what="tick")

@@ -291,7 +291,7 @@ class OnOdbcServer(OnPostgres):
     def test_search_path_of_the_connect_string_is_used(self):
         self.skipTest("a word of the other provider")
 
-    # Each mark is a parameter of its own there, and this one has no type but what it is told.
+    # Each mark is a parameter of its own there, and this one has no type unless it is cast.
     NO_DAY = "cast(@Day as date) is null"
 
     def test_encryption_that_is_asked_for_is_not_given_up(self):

@@ -47,7 +47,7 @@ class Menus(EditorTest):
         frame = heights["File"] - entry * ENTRIES["File"]
         self.assertGreater(entry, 8)
         self.assertEqual(heights, {name: entry * count + frame for name, count in ENTRIES.items()})
-        # The three commands, and the windows that are open behind them.
+        # The three commands, and after them the open windows.
         self.assertGreaterEqual(self.height("Windows"), entry * 3 + frame)
 
     def test_exit_ends_the_process(self):

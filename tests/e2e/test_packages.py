@@ -89,7 +89,7 @@ class Contents(PackageTest):
         self.courier.run_until_package_history()
         self.assertEqual(list(self.courier.package_files()), ["2>summary.rpt.doc"])
         self.assertEqual(self.subjects(), ["Package"])
-        # What has no file behind it leaves nothing in the mail.
+        # A report without a file has no attachment.
         names = [part.get_filename() for part in self.courier.mails()[0].iter_attachments()]
         self.assertEqual(names, ["2>summary.rpt.doc"])
         self.assertEqual(self.courier.package_next_run(key), TOMORROW)
@@ -176,7 +176,7 @@ class Failures(PackageTest):
         third = self.courier.package(FIVE[:1])
         self.run_failing()
         rows = self.courier.package_history()
-        # The failure's row bears the key of the package before it.
+        # The row of the failure has the key of the package before it.
         self.assertEqual([row[0] for row in rows], [str(first), str(first)])
         self.assertIsNone(rows[0][3])
         self.assertIn("gone.rpt", rows[1][3])

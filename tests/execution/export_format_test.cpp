@@ -71,7 +71,7 @@ TEST(HtmlOutput, OfAnEmptyTitleIsTheCountAlone) {
     SetAppPath({});
 }
 
-// Where the machine would write; of an error its number and description.
+// Returns the machine's path of the output, or number and description of an error.
 std::string OutputOf(const std::string& title) {
     try {
         return paths::ToMachine(Global::HtmlOutputFile(title)).lexically_normal().string();

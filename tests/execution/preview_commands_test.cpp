@@ -40,7 +40,7 @@ class PreviewCommands : public testing::Test {
                      std::to_string(detail) + "," + value + ")");
     }
     bool IsShown() const { return !frame.Shown<frmTest>().empty(); }
-    // Of the engine, up to the run for the screen.
+    // Returns the engine's calls up to the run for the screen.
     Texts Preparations() const {
         return {engine.calls.begin(), std::find(engine.calls.begin(), engine.calls.end(), "open pages")};
     }

@@ -27,7 +27,7 @@ class PreviewForm : public testing::Test {
         Global::OpenReport("sales");
         engine.calls.clear();
     }
-    // Of the report file `path`.
+    // The script of the report file `path`.
     fakes::FakeReportSpec& Spec(const std::string& path) { return engine.reports[path]; }
 
     // Shows CurrentReport and returns the window.

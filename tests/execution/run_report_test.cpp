@@ -26,7 +26,7 @@ class RunReport : public testing::Test {
              const std::string& password = {}) {
         return Global::RunReport(7, Path, "Body", "Subject", "ann;bob;", format, formula, user, password);
     }
-    // "number: description" of the error that the call raises; empty when it raises none.
+    // Returns "number: description" of the error that the call raises, or an empty text.
     template <typename Call>
     static std::string ErrorOf(Call call) {
         try {

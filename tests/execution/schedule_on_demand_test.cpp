@@ -25,7 +25,7 @@ fakes::Box ErrorBox(const std::string& text) {
     return {"An error was encountered. " + text, vbExclamation, "Oxbow Courier"};
 }
 
-// A window of the root in which "Sales" is selected.
+// A window of the root with "Sales" selected.
 class ScheduleOnDemand : public fakes::RunFixture {
  protected:
     ScheduleOnDemand() : RunFixture(fakes::At(2026, 11, 21, 14, 5, 9)) {
@@ -45,7 +45,7 @@ class ScheduleOnDemand : public fakes::RunFixture {
         EXPECT_EQ(prompts.boxes, Boxes{ErrorBox(box)});
         EXPECT_TRUE(mail.sent.empty());
     }
-    // The box that the process ends with when the command is a click.
+    // Returns the box that ends the process when the command is a click.
     Boxes EndOfTheProcess() {
         fakes::FakeProcess process;
         QTimer::singleShot(0, mnuDeskExec_Click);

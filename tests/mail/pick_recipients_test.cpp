@@ -131,7 +131,7 @@ TEST_F(RecipientPicker, CancelNumberOfAnEarlierStepGoesOnAtTheNextStatement) {
     EXPECT_EQ(box.Text(), "Ann;");
     EXPECT_TRUE(prompts.boxes.empty());
 
-    // Without a message the next statements have nothing to work on.
+    // Without a message the next statements fail.
     mail.messageErrors = {RuntimeError(err::MailUserCancel)};
     mail.picks = {{"Bob"}};
     PickRecipients(box);

@@ -1,5 +1,5 @@
-// A run that cannot be recorded is not begun, and one that is delivered is recorded, however long that takes,
-// and not mailed again.
+// A run that cannot be recorded does not start. A delivered run is recorded, however long that takes, and not
+// mailed again.
 #include "scheduler/Deliveries.h"
 
 #include <gtest/gtest.h>
@@ -52,14 +52,14 @@ class DeliveryRecords : public fakes::PackageRunFixture {
     void Schedule() { fakes::Insert(database, {.nextRun = "2026-11-21"}); }
     std::filesystem::path LiveFile() const { return database.Folder() / "PressroomLive.dat"; }
     bool IsKept() const { return std::filesystem::exists(database.Folder() / "PressroomLive.delivered"); }
-    // What a process knows that is started now.
+    // What a process knows that starts now.
     static void StartAgain() {
         const std::string app = AppPath();
         SetAppPath("Z:\\nowhere");
         Global::Deliveries::Instance();
         SetAppPath(app);
     }
-    // From the end of the next export on the database is busy.
+    // Keeps the database busy from the end of the next export.
     void HoldAfterTheExport() {
         engine.onExport = [this](const std::string&) { holder.Take(LiveFile()); };
     }
@@ -82,7 +82,7 @@ class DeliveryRecords : public fakes::PackageRunFixture {
     Holder holder;
 };
 
-// What the body says on standard error.
+// Returns what the body writes to standard error.
 template <typename Body>
 std::string Said(Body body) {
     testing::internal::CaptureStderr();
@@ -202,7 +202,7 @@ TEST_F(DeliveryRecords, RestartRecordsWhatTheFormerProcessDelivered) {
         EXPECT_THROW(Global::Schedchk(), RuntimeError);
         EXPECT_THROW(Global::BatchReport(), RuntimeError);
     });
-    // Packages were not run: the database was busy by then.
+    // Packages were not run: the database was already busy.
     EXPECT_EQ(Exports(), 1U);
     holder.Release();
     StartAgain();
@@ -239,7 +239,7 @@ TEST_F(DeliveryRecords, DateThatTheTableRefusesIsTriedAgainInsteadOfTheMail) {
         Global::Schedchk();
     }
     EXPECT_EQ(Exports(), 1U);
-    ASSERT_EQ(mail.sent.size(), 7U);  // the package, and two alerts a poll
+    ASSERT_EQ(mail.sent.size(), 7U);  // the package, and two alerts for each poll
     EXPECT_EQ(mail.sent[0].subject, "Subject");
     for (std::size_t alert = 1; alert < mail.sent.size(); ++alert) {
         EXPECT_EQ(mail.sent[alert].subject, "Pressroom Error");
@@ -332,7 +332,7 @@ TEST_F(DeliveryRecords, DeliveryOfAnItemThatIsGoneIsForgotten) {
     Global::BatchReport();
     database.Run("delete from ReportScheduler; delete from ReportBatch");
     Global::Schedchk();
-    EXPECT_TRUE(IsKept());  // the package's
+    EXPECT_TRUE(IsKept());  // the package's delivery
     Global::BatchReport();
     EXPECT_FALSE(IsKept());
 }

@@ -255,12 +255,12 @@ TEST_F(Schedchk, AlertThatCannotLogOnPassesOutWithTheRowWritten) {
 }
 
 TEST_F(Schedchk, MarkInADescriptionCostsTheRowAndTheAlert) {
-    // The platform makes no such description; a caller's own text may hold one.
+    // The platform makes no such description; a caller's own text may.
     EXPECT_THROW(Global::WriteRunHistory(1, "2026-11-21 14:00:00", "Failure", "can't"), RuntimeError);
     EXPECT_TRUE(History().empty());
 }
 
-// A server or a reader can tell copies of one run by it.
+// It lets a server or a reader recognize copies of one run.
 TEST_F(Schedchk, RunThatIsTriedAgainKeepsItsIdentityAndTheNextHasAnother) {
     Row({.nextRun = "2026-11-20", .format = "DHTML"});
     Row({.nextRun = "2026-11-21", .format = "DHTML"});
@@ -279,7 +279,7 @@ TEST_F(Schedchk, RunThatIsTriedAgainKeepsItsIdentityAndTheNextHasAnother) {
     EXPECT_NE(made[0].find("2026-11-20"), std::string::npos);
 }
 
-// Its date does not move, so that each of its runs would pass for a copy of the one before.
+// Its date does not move, so all its runs would look like copies.
 TEST_F(Schedchk, RunsOfAnUnknownFrequencyWordBearNoIdentity) {
     Row({.frequency = "WeekDays", .nextRun = "2026-11-21", .format = "DHTML"});
     Global::Schedchk();

@@ -55,7 +55,7 @@ TEST_F(LiveDatabase, FolderOfItsNameIsAnErrorThatIsShown) {
     EXPECT_TRUE(std::filesystem::is_directory(database.Folder() / "PressroomLive.dat"));
 }
 
-// Each process makes the file if it is missing and puts a row in. The log of a former database lies there.
+// Each process makes the file if it is missing and inserts a row. The log of a former database is beside it.
 TEST_F(LiveDatabase, ProcessesThatStartAtOnceLoseNoRow) {
     constexpr int Processes = 6;
     std::filesystem::copy_file(database.Folder() / "PressroomLive.dat", database.Folder() / "Pressroom.dat");

@@ -24,7 +24,7 @@ class Handle {
             throw std::runtime_error("cannot open " + file.string());
         }
         sqlite3_busy_timeout(m_db, 10'000);
-        // Nothing of a test outlives it: waiting for the disk fifty times a database is time for nothing.
+        // No test needs the database afterwards: fifty syncs for each database would waste time.
         sqlite3_exec(m_db, "pragma synchronous=off", nullptr, nullptr, nullptr);
     }
     ~Handle() { sqlite3_close(m_db); }
@@ -54,7 +54,7 @@ std::string Schema() {
 }  // namespace
 
 TestDatabase::TestDatabase() : m_folder(NewFolder()) {
-    SetRegional({});  // rows and statements have days year first, whatever region the tests run in
+    SetRegional({});  // rows and statements have dates with the year first, whatever region the tests run in
     std::filesystem::create_directories(m_folder / "output");
     std::filesystem::create_directories(m_folder / "Cache");
     SetAppPath(paths::FromMachine(m_folder));

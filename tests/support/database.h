@@ -1,4 +1,4 @@
-// A live database of its own for a test, in a folder that goes with it. It is the application's folder
+// A live database for one test, in a folder that is removed with it. The folder is the application's folder
 // meanwhile.
 #pragma once
 
@@ -16,11 +16,12 @@ class TestDatabase {
     TestDatabase& operator=(const TestDatabase&) = delete;
 
     const std::filesystem::path& Folder() const { return m_folder; }
-    // Runs statements by the bare SQLite library, as another program would.
+    // Runs statements with the bare SQLite library, as another program would.
     void Run(const std::string& statements) const;
-    // Rows as texts joined by "|", Null as "null".
+    // Returns rows as texts joined by "
+    // ", Null as "null".
     std::vector<std::string> Rows(const std::string& select) const;
-    // Every statement the system has run since the last call, in order.
+    // Returns every statement that the system has run since the last call, in order.
     std::vector<std::string> TakeStatements();
 
  private:
@@ -28,7 +29,7 @@ class TestDatabase {
     std::vector<std::string> m_statements;
 };
 
-// A due schedule's row; what a test does not name has a usual value.
+// The row of a due schedule; a field that a test does not set has a usual value.
 struct ScheduleRow {
     std::string title = "Sales";
     std::string path = "Z:\\reports\\sales.rpt";

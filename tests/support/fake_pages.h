@@ -1,4 +1,4 @@
-// Pages as a test wants them. Every character is 6 points wide and 12 high, lines begin at (36, 36).
+// Pages for tests. Every character is 6 points wide and 12 high; lines begin at (36, 36).
 #pragma once
 
 #include <functional>
@@ -22,7 +22,7 @@ struct FakePages {
     std::vector<FakePage> pages = {FakePage{}};
     std::vector<report::MapEntry> map;  // in order of pages
     std::optional<RuntimeError> openError;
-    std::optional<RuntimeError> makeError;  // behind the last of them
+    std::optional<RuntimeError> makeError;  // raised after the last page
     bool waitsForTotal = false;
     std::function<void(int page, QPainter& painter)> onDraw;
 };
@@ -38,7 +38,7 @@ class FakePageView : public report::PageView {
     double Height(int n) const override { return At(n).height; }
     bool WaitsForTotal() const override { return m_script.waitsForTotal && !m_allMade; }
     void Draw(int n, QPainter& painter) override;
-    // Notes "pdf FIRST to LAST" and leaves "%PDF" in the file.
+    // Records "pdf FIRST to LAST" and writes "%PDF" to the file.
     bool WritePdf(const std::string& file, int first, int last,
                   const std::function<bool(int page)>& goOn) override;
     std::vector<report::Letter> Letters(int n) override;

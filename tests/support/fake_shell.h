@@ -1,4 +1,4 @@
-// A stand-in for the desktop: notes what was opened and gives the answers that a test sets.
+// A fake desktop: records what was opened and returns the answers that a test sets.
 #pragma once
 
 #include <optional>
@@ -33,7 +33,7 @@ class FakeShell : public Shell {
         return folder;
     }
     int code = 33;       // of ShellExecuteA
-    std::string folder;  // the folder that is picked; empty: cancelled
+    std::string folder;  // the chosen folder; empty: cancelled
     std::optional<RuntimeError> error;
     std::vector<Opening> openings;
     std::vector<WindowHandle> owners;

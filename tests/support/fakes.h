@@ -1,5 +1,5 @@
-// Stand-ins for what a test must hold in its hand: the clock, the loop, the prompts, the process, the
-// settings, the main window, the mail system and the report engine. Each notes what was asked of it.
+// Fakes for what a test must control: the clock, the loop, the prompts, the process, the settings, the main
+// window, the mail system and the report engine. Each records the calls that it gets.
 #pragma once
 
 #include <deque>
@@ -33,7 +33,7 @@ class FakeClock : public Clock {
 
 DateValue At(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
 
-// A yield that may wait lets a second pass on the fake clock.
+// A yield that may wait moves the fake clock on by a second.
 class FakeLoop : public MessageLoop {
  public:
     explicit FakeLoop(FakeClock& clock) : m_clock(clock) { SetLoop(this); }
@@ -42,7 +42,7 @@ class FakeLoop : public MessageLoop {
     void YieldFor(double seconds) override;
     int yields = 0;
     int waits = 0;
-    std::function<void()> onYield, onWait;  // in a yield; in one that may wait
+    std::function<void()> onYield, onWait;  // called in a yield; in one that may wait
 
  private:
     FakeClock& m_clock;
@@ -65,8 +65,8 @@ class FakePrompts : public Prompts {
     std::string Input(const std::string& prompt, const std::string& title,
                       const std::string& preset) override;
     std::vector<fakes::Box> boxes;
-    std::function<void()> onBox;  // while the box is up
-    std::deque<int> answers;      // used up one a box; none left: vbOK
+    std::function<void()> onBox;  // called while the box is shown
+    std::deque<int> answers;      // one for each box; then vbOK
     std::deque<std::string> inputs;
 };
 
@@ -97,7 +97,7 @@ class FakeRegistry : public Registry {
     std::map<std::string, std::map<std::string, Entry>> keys;
     std::vector<std::string> writes;  // key\name=value, in order
     int opened = 0, closed = 0;
-    int closeCalls = 0;  // of keys that were never opened as well
+    int closeCalls = 0;  // also of keys that were never opened
 
  private:
     std::vector<std::string> m_handles;
@@ -162,7 +162,7 @@ class FakeDesk : public DeskWindow {
     }
 };
 
-// What a message was when it was sent.
+// A message as it was when it was sent.
 struct SentMessage {
     std::string subject, text;
     int importance = 1;
@@ -180,24 +180,24 @@ class FakeMailSystem : public MAPI::System {
     ~FakeMailSystem() override { MAPI::SetMailSystem(nullptr); }
     std::unique_ptr<MAPI::Session> CreateSession() override;
     std::vector<SentMessage> sent;
-    std::vector<std::string> identities;  // of every message whose sending was begun
-    // Raised by the nth logon, resolve or send from now (front of the queue; nullopt: succeeds).
+    std::vector<std::string> identities;  // of every message whose sending was started
+    // Raised by the nth logon, resolve or send from now (the front is the next one; nullopt: succeeds).
     std::deque<std::optional<RuntimeError>> logonErrors, resolveErrors, sendErrors;
-    // Likewise by the nth new message and the nth showing of the address book.
+    // In the same way for the nth new message and the nth showing of the address book.
     std::deque<std::optional<RuntimeError>> messageErrors, bookErrors;
-    std::deque<std::vector<std::string>> picks;  // from the address book; none left: the user cancels
-    std::vector<bool> booksShown;                // with which OneAddress
+    std::deque<std::vector<std::string>> picks;  // from the address book; empty: the user cancels
+    std::vector<bool> booksShown;                // the value of OneAddress
     bool noSession = false;
     int logons = 0;
 };
 
-// The engine: reports by path, and a list of every operation in order as text.
+// The engine: reports by path, and all calls in order as text.
 struct FakeReportSpec {
     std::string title = "Sales";
     std::string formula = {}, description = {};
     int tables = 1;
     std::vector<int> parameterTypes;
-    // By position. One that is left out is called by its number, P1, and has no prompt and no default.
+    // By position. A missing one has a name like P1, and no prompt and no default.
     std::vector<std::string> parameterNames, parameterPrompts;
     std::vector<std::vector<std::string>> defaultValues, validValues;
     std::optional<RuntimeError> exportError;

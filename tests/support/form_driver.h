@@ -1,4 +1,4 @@
-// Drives a form as a user does: its controls by name, by mouse and keys.
+// Drives a form as a user does: controls by name, with mouse and keys.
 #pragma once
 
 #include <QAbstractButton>
@@ -17,7 +17,7 @@ class FormDriver {
  protected:
     virtual QWidget* Form() const = 0;
 
-    // Raises where there is none of the name.
+    // Raises an error if there is no control of the name.
     template <typename Control>
     Control& The(const char* name) const {
         Control* control = Form()->findChild<Control*>(name);
@@ -26,14 +26,14 @@ class FormDriver {
         }
         return *control;
     }
-    // On the mark of a box or an option: beside its caption a click does nothing.
+    // Clicks the mark of a check box or an option: a click next to its caption does nothing.
     void Click(const char* name) const {
         auto& button = The<QAbstractButton>(name);
         const bool marked = qobject_cast<QPushButton*>(&button) == nullptr;
         QTest::mouseClick(&button, Qt::LeftButton, {},
                           marked ? QPoint(8, button.height() / 2) : button.rect().center());
     }
-    // In the place of what stands there.
+    // Replaces the text of the control.
     void Type(const char* name, const char* text) const {
         auto& box = The<QWidget>(name);
         box.setFocus();

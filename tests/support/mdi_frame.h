@@ -1,4 +1,4 @@
-// A frame on the screen, with room for child windows.
+// A frame on the screen, with space for child windows.
 #pragma once
 
 #include <QApplication>
@@ -20,7 +20,7 @@ class MdiFrame : public FakeFrame {
         FakeFrame::AddChild(form);
         area.Add(form);
     }
-    // The child windows whose form is of the kind, in the order of their making.
+    // Returns the child windows with a form of this type, in the order in which they were made.
     template <typename Form>
     std::vector<Form*> Shown() const {
         std::vector<Form*> forms;
@@ -32,7 +32,7 @@ class MdiFrame : public FakeFrame {
         }
         return forms;
     }
-    // The same of windows of their own.
+    // Returns top-level windows in the same way.
     template <typename Form>
     static std::vector<Form*> ShownBesideIt() {
         std::vector<Form*> forms;
@@ -44,9 +44,9 @@ class MdiFrame : public FakeFrame {
         }
         return forms;
     }
-    // A preview before a dialog belongs to the real main window, which this frame is not.
+    // A preview in front of a dialog belongs to the real main window, and not to this frame.
     ~MdiFrame() override {
-        const QWidgetList windows = QApplication::topLevelWidgets();  // its own lists among them
+        const QWidgetList windows = QApplication::topLevelWidgets();  // the lists of its boxes are among them
         const auto preview = std::find_if(windows.begin(), windows.end(),
                                           [](const QWidget* window) { return window->inherits("frmTest"); });
         if (preview != windows.end()) {

@@ -1,4 +1,4 @@
-// Modal forms, driven while they are up.
+// Drives modal forms while they are shown.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,8 +13,8 @@
 
 namespace fakes {
 
-// Runs `show`, which shows a modal form of the kind, and `act` on the form as soon as it is up. A form that
-// `act` leaves on the screen is taken away behind it. False when none came up.
+// Runs `show`, which shows a modal form of the type, and `act` on the form as soon as it is shown. Closes the
+// form after `act` if it is still shown. Returns false if no form appeared.
 template <typename Form>
 bool ComesUp(const std::function<void()>& show, const std::function<void(Form&)>& act) {
     bool met = false;
@@ -35,12 +35,12 @@ bool ComesUp(const std::function<void()>& show, const std::function<void(Form&)>
         }
     });
     show();
-    // None came up: the timer must not outlive what it holds.
+    // No form appeared: the timer must not outlive what it refers to.
     QCoreApplication::processEvents();
     return met;
 }
 
-// The same for a form that must come up.
+// The same for a form that must appear.
 template <typename Form>
 void WhileModal(const std::function<void()>& show, const std::function<void(Form&)>& act) {
     EXPECT_TRUE(ComesUp<Form>(show, act)) << "the form did not come up";

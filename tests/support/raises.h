@@ -5,7 +5,7 @@
 
 #include "platform/contracts/runtime.h"
 
-// The number that `body` raises, 0 if it does not.
+// Returns the number that `body` raises, or 0.
 template <typename Body>
 std::int32_t NumberRaisedBy(Body body) {
     try {
@@ -18,7 +18,7 @@ std::int32_t NumberRaisedBy(Body body) {
     return 0;
 }
 
-// The description that `body` raises, empty if it does not.
+// Returns the description that `body` raises, or an empty text.
 template <typename Body>
 std::string DescriptionRaisedBy(Body body) {
     try {

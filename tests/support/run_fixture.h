@@ -1,4 +1,4 @@
-// Runs of schedules and packages: real database, everything else a fake.
+// Runs of schedules and packages: a real database, fakes for everything else.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -23,13 +23,13 @@ class RunFixture : public testing::Test {
         Global::DeskIndex = 0;
         SetRegional({});
     }
-    // The entry of the fake Desktop window, which is the current one.
+    // Selects an item of the fake Desktop window, which is the current one.
     void Select(const std::string& text, const std::string& key) {
         Global::DeskWindows = {nullptr, &desk};
         Global::DeskIndex = 1;
         desk.selected = {text, key};
     }
-    // What the engine was asked that begins with the word.
+    // Returns the engine's calls that begin with the word.
     Rows CallsWith(const std::string& word) const {
         Rows found;
         std::copy_if(engine.calls.begin(), engine.calls.end(), std::back_inserter(found),
@@ -47,7 +47,7 @@ class RunFixture : public testing::Test {
     FakeDesk desk;
 };
 
-// The engine knows the reports a and b of Z:\\r.
+// The engine knows the reports a and b in Z:\r.
 class PackageRunFixture : public RunFixture {
  protected:
     explicit PackageRunFixture(DateValue now) : RunFixture(now) {

@@ -1,4 +1,4 @@
-// The mail server of smtp_server.py as a child of the test.
+// The mail server of smtp_server.py as a child process of the test.
 #pragma once
 
 #include <signal.h>
@@ -17,7 +17,7 @@
 
 class SmtpServer {
  public:
-    // Arguments as smtp_server.py --help tells them, without the folder.
+    // `arguments` as in smtp_server.py --help, without the folder.
     explicit SmtpServer(std::vector<std::string> arguments) {
         int input[2];
         int output[2];
@@ -63,7 +63,7 @@ class SmtpServer {
     std::filesystem::path Authority() const { return m_folder / "ca.pem"; }
     std::string Talk() const { return ReadBytes(m_folder / "talk.log"); }
 
-    // What the server has taken, in order.
+    // Returns the messages that the server has accepted, in order.
     std::vector<std::string> Messages() const {
         std::vector<std::filesystem::path> files;
         for (const auto& entry : std::filesystem::directory_iterator(m_folder.Path())) {

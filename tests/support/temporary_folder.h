@@ -1,4 +1,4 @@
-// A folder of a test's own, gone with it.
+// A folder for one test, removed with the object.
 #pragma once
 
 #include <cstdlib>

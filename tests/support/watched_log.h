@@ -1,5 +1,5 @@
-// The write-ahead logs of every data file while an object lives: how often they are brought to the disk, and
-// a disk that is full at a length of the log.
+// Watches the write-ahead logs of every data file while an object lives: how often they are synced. Can make
+// the disk full at a length of the log.
 #pragma once
 
 #include <sqlite3.h>
@@ -23,12 +23,12 @@ class WatchedLog {
     WatchedLog& operator=(const WatchedLog&) = delete;
 
     int syncs = 0;
-    sqlite3_int64 length = 0;    // that the log has reached
-    sqlite3_int64 fullAt = -1;   // no byte after this one is taken; -1: the disk is never full
-    int fullCode = SQLITE_FULL;  // what the write says then
+    sqlite3_int64 length = 0;    // the length that the log has reached
+    sqlite3_int64 fullAt = -1;   // no byte after this one is written; -1: the disk is never full
+    int fullCode = SQLITE_FULL;  // the code that the write returns then
 
  private:
-    // SQLite's own calls of a log, but for these two.
+    // SQLite's own functions for a log, except these two.
     static int Open(sqlite3_vfs* vfs, const char* name, sqlite3_file* file, int flags, int* outFlags) {
         const int code = s_watched->m_former->xOpen(vfs, name, file, flags, outFlags);
         if (code == SQLITE_OK && (flags & SQLITE_OPEN_WAL) != 0) {

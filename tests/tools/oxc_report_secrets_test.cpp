@@ -1,4 +1,4 @@
-// What a running oxc-report lets others see of the passwords it was given.
+// What other processes see of the passwords of a running oxc-report.
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -28,7 +28,7 @@ class OxcReportSecrets : public testing::Test {
                    "</DataSource></DataSources><Width>4in</Width><Body><Height>1in</"
                    "Height><ReportItems><Textbox Name=\"t\">"
                    "<Value>here</Value></Textbox></ReportItems></Body></Report>");
-        // Nobody reads it: the program waits for a reader when it opens its output.
+        // No process reads it: the program waits for a reader when it opens its output.
         ASSERT_EQ(mkfifo((m_folder / "out.htm").c_str(), 0600), 0);
     }
     void TearDown() override {
@@ -58,7 +58,7 @@ class OxcReportSecrets : public testing::Test {
     std::string Told(const std::string& name) const {
         return ReadBytes("/proc/" + std::to_string(m_process) + "/" + name);
     }
-    // The list of arguments once it holds asterisks; what it holds after ten seconds otherwise.
+    // Returns the arguments once they hold asterisks, or after ten seconds.
     std::string HiddenLine() const {
         std::string line = Told("cmdline");
         for (int turn = 0; turn < 1000 && line.find("***") == std::string::npos; ++turn) {

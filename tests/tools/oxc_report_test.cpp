@@ -1,4 +1,4 @@
-// The program as scripts use it: exit codes, one line of complaint, files.
+// The program as scripts use it: exit codes, one line for an error, files.
 #include <gmock/gmock.h>
 #include <stdlib.h>
 #include <sys/wait.h>
@@ -43,7 +43,7 @@ class OxcReport : public testing::Test {
         text << std::ifstream(Path(name), std::ios::binary).rdbuf();
         return text.str();
     }
-    // `arguments` as typed in a shell whose folder is the test's.
+    // `arguments` as in a shell in the folder of the test.
     Outcome Run(const std::string& arguments) const {
         const std::string line =
             "cd '" + m_folder.string() +

@@ -26,7 +26,7 @@ void mnubtcExec_Click() {
     const std::string key = cmFunc::PackageOfKey(Global::ActiveDesk().SelectedKey());
     ADODB::Recordset packages;
     packages.Open("select * from reportbatch where reportid = " + key, Global::ConnectionString);
-    std::string lastKey;  // as in the poll: the key of a failure's row is that of the package before
+    std::string lastKey;  // as in the poll: the row of a failure has the key of the package before (sic)
     for (; !packages.EOF_(); packages.MoveNext()) {
         if (!Global::RunPackage(packages, Global::Runner::PackageDemand)) {
             Global::WritePackageFailure(lastKey, "");

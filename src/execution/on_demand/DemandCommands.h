@@ -1,9 +1,9 @@
-// Commands of the Desktop that run the selected item at once, whatever its dates say. Neither moves a next
-// run.
+// Commands of the Desktop that run the selected item at once, whatever its dates say. The next run stays
+// where it is.
 #pragma once
 
-// A single schedule. An error leaves a history row without a status, and a box.
+// Runs the selected schedule. An error leaves a history row without a status and shows a box.
 void mnuDeskExec_Click();
-// A package. No handler: an error ends the process. A mail that fails leaves the row and the alert of a
-// failed poll, and the user is told nothing here.
+// Runs the selected package. It has no error handler: an error ends the process. A mail that fails leaves the
+// history row and the alert of a failed poll; no box is shown.
 void mnubtcExec_Click();

@@ -12,7 +12,7 @@ namespace Global {
 
 namespace {
 
-// Under the regional settings, unlike that of a poll.
+// In the form of the region, unlike the moment that a poll writes.
 std::string HistoryMoment() {
     const DateValue now = Now();
     return DateText(now) + " " + TimeText(now);

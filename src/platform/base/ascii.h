@@ -1,4 +1,4 @@
-// Small steps on texts whose syntax is ASCII.
+// Helpers for texts whose syntax is ASCII.
 #pragma once
 
 #include <string>
@@ -24,7 +24,8 @@ inline bool IsAsciiLetterOrDigit(char letter) {
            (letter >= '0' && letter <= '9');
 }
 
-// What may stand unquoted in a name or an address.
+// Returns true for a character of atext (RFC 5322, section 3.2.3), which names and addresses may hold
+// unquoted.
 inline bool IsAtomCharacter(char letter) {
     constexpr std::string_view Marks = "!#$%&'*+-/=?^_`{|}~";
     return IsAsciiLetterOrDigit(letter) || Marks.find(letter) != std::string_view::npos;
@@ -47,7 +48,7 @@ inline std::string_view Trim(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(Blanks) - first + 1);
 }
 
-// Control characters become blanks, so that a text stays within its line.
+// Replaces control characters with blanks, so that a text stays on one line.
 inline std::string WithoutControls(std::string_view text) {
     std::string clean(text);
     for (char& letter : clean) {

@@ -22,8 +22,8 @@ std::string_view Trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
 }
 
-// Decimal text with a point, whatever the region: numbers are stored so. Infinity and the like are no
-// numbers.
+// Reads decimal text with a point, in every region: numbers are stored in this form. Returns nullopt for
+// infinity and not-a-number.
 std::optional<double> DecimalOf(std::string_view text) {
     std::string_view digits = Trimmed(text);
     if (digits.size() > 1 && digits.front() == '+' && digits[1] != '-') {
@@ -48,7 +48,7 @@ std::optional<double> DecimalOf(std::string_view text) {
     return value;
 }
 
-// &H and &O texts. They tell the bits of a whole number of the wanted size, so that &HFFFF is -1 in 16 bits.
+// Reads &H and &O texts as the bits of a whole number of this size, so that &HFFFF is -1 in 16 bits.
 template <typename Whole>
 std::optional<Whole> BitsOf(std::string_view text) {
     const std::string_view trimmed = Trimmed(text);

@@ -1,5 +1,5 @@
-// The run time's conversions. Each raises RuntimeError 13 "Type mismatch" on what it cannot read,
-// 6 "Overflow" on what does not fit, 94 "Invalid use of Null" on Null.
+// The run time's conversions. Each raises RuntimeError 13 "Type mismatch" for a value that it cannot read, 6
+// "Overflow" for a value outside the range, 94 "Invalid use of Null" for Null.
 #pragma once
 
 #include <cstdint>
@@ -13,13 +13,16 @@ std::int16_t CInt(const Variant& value);  // rounds halves to even; -32768 to 32
 std::int32_t CLng(const Variant& value);
 double CDbl(const Variant& value);
 bool CBool(const Variant& value);  // "True"/"False" in any case, or a number
-// Reads year-month-day under any regional setting, the regional day/month/year order, times, both
-// together, and a number as days.
+// Reads year-month-day in every region, the region's order of day, month and year, times, date and time
+// together, and a number as days since 1899-12-30. The report engine converts the texts of a report's data
+// with rules of its own (rdl/engine/parameter_values, ToDateValue): its values come from report files and not
+// from users.
 DateValue CDate(const Variant& value);
 
-// Texts that the run time makes of dates under the machine's regional settings (platform/regional.h).
+// Texts of dates in the machine's region (platform/contracts/regional.h): 2026-03-07 and 09:05:00, in the
+// region's order.
 std::string DateText(DateValue value);
 std::string TimeText(DateValue value);
 std::string UCase(std::string_view text);
-// All occurrences, binary comparison.
+// Replaces all occurrences, by binary comparison.
 std::string Replace(std::string_view text, std::string_view find, std::string_view with);

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::size_t LongestText = 64;  // no date is longer; what a field holds may be
+constexpr std::size_t LongestText = 64;  // no date is longer, but a field may hold any text
 
 struct Number {
     int value = 0;
@@ -21,7 +21,7 @@ bool IsWordLetter(char letter) {
     return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z');
 }
 
-// The year that two digits stand for.
+// Returns the full year for a year of two digits.
 int FullYear(const Number& number) {
     if (number.digits > 2) {
         return number.value;
@@ -48,7 +48,7 @@ std::optional<DateValue> DateInOrder(const std::array<Number, 3>& part, DateOrde
     return std::nullopt;
 }
 
-// The region's order first; a date that is none in it is tried in the others, day before month.
+// Tries the region's order first, then the others, with the day before the month.
 std::optional<DateValue> DateOfThree(const std::array<Number, 3>& part, DateOrder order) {
     if (part[0].digits > 2) {
         return DateInOrder(part, DateOrder::YearMonthDay);
@@ -141,7 +141,8 @@ class Reader {
         return m_text.substr(start, m_at - start);
     }
 
-    // What `part` reads, if it reaches the end of the text; otherwise nothing is taken.
+    // Returns what `part` reads if it reaches the end of the text. Otherwise reads nothing and returns
+    // nullopt.
     std::optional<DateValue> Whole(std::optional<DateValue> (Reader::*part)()) {
         const std::size_t start = m_at;
         const auto value = (this->*part)();

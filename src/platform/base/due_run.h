@@ -1,16 +1,16 @@
-// Which due run the mails of this process belong to.
+// The due run that the mails of this process belong to.
 #pragma once
 
 #include <string>
 
 namespace MAPI {
 
-// Stands around one run of a schedule or package that was due. A run that is tried again has the same
-// identity, so that a server or a reader can tell that two messages are copies of each other; the next due
-// moment, another schedule and another store have other ones.
+// Marks the run of one due schedule or package while it lives. A run that is tried again has the same
+// identity, so that a server or a reader recognizes two messages as copies. Another due time, schedule or
+// database gives another identity.
 class DueRun {
  public:
-    // `due` is the moment that the run stands for, in any form that does not change from try to try.
+    // `due` is the time at which the run was due, in any form that is the same in every attempt.
     DueRun(const std::string& store, const std::string& kind, const std::string& key, const std::string& due)
         : m_before(Current()) {
         Current() = store + '\n' + kind + '\n' + key + '\n' + due;
@@ -19,7 +19,8 @@ class DueRun {
     DueRun(const DueRun&) = delete;
     DueRun& operator=(const DueRun&) = delete;
 
-    // For Message::Identity. Empty outside of a due run: a run on demand and an alert are each the only one.
+    // Returns the identity for Message::Identity. Returns an empty text outside a due run: each run on demand
+    // and each alert is unique.
     static const std::string& Identity() { return Current(); }
 
  private:

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::size_t LongestTitle = 120;  // bytes; leaves room for the extension everywhere
+constexpr std::size_t LongestTitle = 120;  // bytes; every file system leaves space for the extension
 constexpr std::size_t LongestShown = 80;
 
 bool IsControl(char c) {
@@ -17,7 +17,7 @@ bool IsLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-// Never within a character.
+// Never cuts inside a character.
 std::string_view Cut(std::string_view text, std::size_t length) {
     if (text.size() <= length) {
         return text;

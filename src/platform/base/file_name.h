@@ -1,5 +1,5 @@
-// Names of files that are made of texts out of reports. Such a text is not trusted: it names a file, never a
-// place.
+// File names made of texts from reports. Such a text is not trusted: it may name a file, but never another
+// folder.
 #pragma once
 
 #include <string>
@@ -8,12 +8,12 @@
 // The longest name of a file or folder, in bytes.
 inline constexpr std::size_t LongestFileName = 255;
 
-// The text as the name of a file: separators, marks that other systems refuse and control characters become
-// _, blanks and dots go from both ends, and its length leaves room for an extension. `nameless` when nothing
-// is left.
+// Returns the text as a file name. Separators, characters that other systems refuse and control characters
+// become _; blanks and dots at both ends are removed; the length leaves space for an extension. Returns
+// `nameless` if no character is left.
 std::string SafeFileName(std::string_view text, std::string_view nameless = "Report");
 
-// For a name that is taken as it stands. Raises 76 "Path not found" unless each of its pieces, between / and
-// \, names something in the folder before it: no dots alone, no drive, no control character, nothing empty or
-// too long.
+// Checks a name that is used unchanged. Raises 76 "Path not found" unless each part between / and \ names an
+// entry of the folder before it: it is not empty, not only dots, not a drive, has no control character and at
+// most LongestFileName bytes.
 void RequireFileName(std::string_view name);

@@ -29,6 +29,6 @@ void Journal(std::string_view text) {
         }
     }
     line += '\n';
-    // Nobody can be told that standard error is closed.
+    // A closed standard error cannot be reported.
     [[maybe_unused]] const auto written = ::write(STDERR_FILENO, line.data(), line.size());
 }

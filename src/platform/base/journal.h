@@ -4,6 +4,6 @@
 
 #include <string_view>
 
-// Writes "2026-11-22 07:00:03 " by the clock, the text and a line end, in one piece, so that lines of two
+// Writes "2026-11-22 07:00:03 " (local time), the text and a line feed in one call, so that lines of two
 // processes do not mix. Control characters become blanks: a text is one line. Never fails.
 void Journal(std::string_view text);

@@ -25,8 +25,8 @@ bool Exists(const fs::path& path) {
     return fs::exists(path, error);
 }
 
-// The entry of `folder` that is `name` but for case. Of several the first in the order of their bytes, so
-// that the answer does not hang on how the file system lists them. Empty if there is none.
+// Returns the entry of `folder` that is `name` without regard to case, or an empty text. Of several it
+// returns the first in byte order, so that the result does not depend on the order of the file system.
 std::string EntryLike(const fs::path& folder, const std::string& name) {
     std::string found;
     std::error_code error;
@@ -56,7 +56,7 @@ fs::path AsSpelledOnDisk(const fs::path& wanted) {
     return known;
 }
 
-// No folder's name is empty: several slashes in a row are one.
+// Several slashes in a row count as one.
 std::string WithSingleSlashes(std::string path) {
     const auto last = std::unique(path.begin(), path.end(),
                                   [](char left, char right) { return left == '/' && right == '/'; });

@@ -1,5 +1,5 @@
-// Path rules. Inside the system a path is backslash-separated text (Z:\srv\out\); the machine's paths are
-// met only here and in what is built on it.
+// Path rules. Inside the system a path is text with backslashes (Z:\srv\out\). Only this header and what is
+// built on it uses the machine's paths.
 #pragma once
 
 #include <filesystem>
@@ -7,30 +7,32 @@
 #include <string_view>
 
 namespace paths {
-// The machine's path for a path of the system: \ becomes /, a leading "Z:" or none is the root, pieces that
-// do not exist as spelled are looked for without regard to case. A relative path is taken from the current
-// folder. Raises 76 "Path not found" for another drive letter and for a path with a NUL in it.
+// Returns the machine's path for a path of the system. \ becomes /; a leading "Z:", or no drive, is the root.
+// Parts that do not exist in the given spelling are searched without regard to case. A relative path starts
+// at the current folder. Raises 76 "Path not found" for another drive letter and for a path with a NUL.
 std::filesystem::path ToMachine(std::string_view path);
-// Z:\home\ann\sales.rpt for /home/ann/sales.rpt; relative paths are made absolute first.
+// Returns the system's path: Z:\home\ann\sales.rpt for /home/ann/sales.rpt. A relative path is made absolute
+// first.
 std::string FromMachine(const std::filesystem::path& path);
-// How people write a path of the system on this machine: /home/ann/sales.rpt for Z:\home\ann\sales.rpt. Any
-// other text, such as one of another drive or one that FromUser would not give back, is returned unchanged.
+// Returns a path of the system as users write it: /home/ann/sales.rpt for Z:\home\ann\sales.rpt. Any other
+// text, such as a path on another drive or one that FromUser would not restore, is returned unchanged.
 std::string ForUser(std::string_view path);
-// The reverse: Z:\home\ann\sales.rpt for /home/ann/sales.rpt; a text that does not begin with / is returned
-// unchanged.
+// The reverse: returns Z:\home\ann\sales.rpt for /home/ann/sales.rpt. A text that does not begin with / is
+// returned unchanged.
 std::string FromUser(std::string_view text);
 }  // namespace paths
 
-// The application's folder as the system writes it, without a backslash at its end: $OXC_HOME; else the
-// folder of the executable if it holds Pressroom.dat; else ${XDG_DATA_HOME:-~/.local/share}/oxbow-courier,
-// made on first use from the installed share/oxbow-courier.
+// Returns the application's folder as a path of the system, without a backslash at its end. It is $OXC_HOME;
+// else the folder of the executable if it holds Pressroom.dat; else
+// ${XDG_DATA_HOME:-~/.local/share}/oxbow-courier, made at the first use from the installed
+// share/oxbow-courier.
 const std::string& AppPath();
-// For tests: an empty text returns to the rule above.
+// For tests. An empty text restores the rule above.
 void SetAppPath(const std::string& path);
 
-// ${XDG_CONFIG_HOME:-~/.config}/oxbow-courier as a machine path; not made.
+// Returns ${XDG_CONFIG_HOME:-~/.config}/oxbow-courier as a machine path. Does not make it.
 std::filesystem::path ConfigPlace();
-// The same, made with mode 0700 when it is missing.
+// Returns the same path and makes the folder with mode 0700 if it is missing.
 std::filesystem::path ConfigFolder();
-// ${XDG_DATA_HOME:-~/.local/share} as a machine path; not made.
+// Returns ${XDG_DATA_HOME:-~/.local/share} as a machine path. Does not make it.
 std::filesystem::path DataHome();

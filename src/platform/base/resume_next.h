@@ -1,5 +1,5 @@
-// For routines that ignore errors statement by statement: each statement is run, and the one behind a failed
-// one is next.
+// For routines that ignore errors statement by statement: each statement runs, and after a failed one the
+// next one runs.
 #pragma once
 
 #include <exception>
@@ -9,6 +9,6 @@ void ResumeNext(Statement&& statement) {
     try {
         statement();
     } catch (const std::exception&) {
-        // What the statement would have changed is left as it was.
+        // What the failed statement would have changed stays unchanged.
     }
 }

@@ -1,4 +1,4 @@
-// What stands behind the small services until a program or a test sets its own.
+// The default implementations of the small services, used until a program or a test sets its own.
 #include <unistd.h>
 
 #include <string>
@@ -18,7 +18,7 @@ namespace {
 class IdleLoop : public MessageLoop {
  public:
     void Yield() override {}
-    // Without a loop there is no event that could come: a waiter must still not spin.
+    // Without a loop there are no events, but a waiting caller must not spin.
     void YieldFor(double seconds) override {
         constexpr double Longest = 0.05;
         const double wait = seconds < Longest ? seconds : Longest;
@@ -52,7 +52,7 @@ std::string& CommandLine() {
     return command;
 }
 
-// One service of a kind: the set one, else the default.
+// One service: the one that was set, else the default.
 template <typename Service>
 Service*& Current() {
     static Service* current = nullptr;

@@ -11,7 +11,7 @@ bool IsTrail(std::string_view text, std::size_t at) {
     return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
 }
 
-// The letters of every script, which the locale that the process runs under may not know.
+// A locale that knows the characters of every script; the locale of the process may not.
 locale_t AllLetters() {
     static const locale_t letters = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     return letters;
@@ -122,7 +122,7 @@ int CompareLetters(std::string_view left, std::string_view right) {
 
 namespace {
 
-// One piece of a pattern, as it stands at a place.
+// One element of a pattern at a position.
 struct PatternPiece {
     enum Kind { Letters, OneLetter, Exactly } kind;
     char32_t code;
@@ -143,8 +143,8 @@ PatternPiece PieceAt(std::string_view pattern, std::size_t at, char32_t escape) 
 
 }  // namespace
 
-// A mismatch goes back to the last % only, as an earlier one could match nothing that the last one cannot: no
-// pattern takes longer than its length times that of the text.
+// A mismatch returns only to the last %: an earlier one could match nothing that the last one cannot. So the
+// time is bounded by the product of the two lengths.
 bool LikeLetters(std::string_view text, std::string_view pattern, char32_t escape) {
     std::size_t textAt = 0;
     std::size_t patternAt = 0;

@@ -1,18 +1,18 @@
 // Data access: connections, recordsets, fields by name, numbered errors.
 //
-// The data is one SQLite 3 file in WAL mode, named by the "Data Source=" of the connection string as a path
-// of the system. Statements are in the system's own dialect, which is SQLite's plus `top N`, `left(text,n)`,
-// `datediff('d',a,b)`, `Now()` and names in square brackets. Texts compare without regard to case, names of
-// columns and tables likewise. One Execute or Open is one statement: anything but blanks, comments and one
-// semicolon behind it is an error, so that no value can smuggle in a second one. Double-quoted literals are
-// identifiers, never texts.
+// The data is one SQLite 3 file in WAL mode. "Data Source=" of the connection string names it as a path of
+// the system. Statements are in the system's own dialect: SQLite's plus `top N`, `left(text,n)`,
+// `datediff('d',a,b)`, `Now()` and names in square brackets. Texts and names of columns and tables compare
+// without regard to case. One Execute or Open runs one statement: anything after it but blanks, comments and
+// one semicolon is an error, so that a value cannot add a second statement. Double quotes mark identifiers,
+// never texts.
 //
-// Errors are RuntimeError with the numbers err::Data*: file missing, unreadable or no database; table
+// Errors are RuntimeErrors with the numbers err::Data*: file missing, unreadable or not a database; table
 // missing; column or value missing; syntax; constraint. A missing file is never created. A busy database is
-// waited for, 10 seconds; windows repaint themselves meanwhile, and nothing else runs.
+// waited for, up to 10 seconds; meanwhile windows repaint themselves and no other event runs.
 //
-// `order by LastRun` compares moments, in whatever form of date the text holds them; texts that are no
-// moments count as older than all others.
+// `order by LastRun` compares the moments that the texts hold, in any form of date. A text that holds no
+// moment is older than all others.
 #pragma once
 
 #include <cstddef>
@@ -39,20 +39,20 @@ class Connection {
               const std::string& password = {});
     // Runs one statement to its end.
     void Execute(const std::string& statement);
-    // Raises what a write would fail with now: the data is write-protected, has no room left (a quarter of a
-    // megabyte is asked for), or stays busy. Nothing is changed and nothing waits for the disk. The room is
-    // kept for this connection's next write as long as it stays open.
+    // Raises the error with which a write would fail now: the data is write-protected, has no space left (a
+    // quarter of a megabyte is needed) or stays busy. Changes nothing and does not wait for the disk. The
+    // space stays reserved for the next write of this connection until it is closed.
     void ProveWritable();
-    // What is executed between BeginTrans and CommitTrans reaches the disk together or not at all. Other
-    // programs cannot write meanwhile. A connection that is closed first has changed nothing.
+    // The statements between BeginTrans and CommitTrans reach the disk together or not at all. Other programs
+    // cannot write meanwhile. A connection that is closed before CommitTrans has changed nothing.
     void BeginTrans();
     void CommitTrans();  // an error leaves the transaction open, for RollbackTrans
     void RollbackTrans();
-    void Close();  // 3704 when it is not open
+    void Close();  // 3704 if it is not open
 
  private:
     struct Impl;
-    Impl& Opened() const;  // 3704 when it is not open
+    Impl& Opened() const;  // 3704 if it is not open
     std::unique_ptr<Impl> m_impl;
 };
 
@@ -62,8 +62,8 @@ class Field {
     Variant Value;
 };
 
-// Rows of one select, read forward one at a time: memory does not grow with the number of rows. A recordset
-// that stays open sees the rows as they stood when it was opened, while other connections write.
+// The rows of one select, read forward one at a time: memory does not grow with the number of rows. An open
+// recordset sees the rows as they were when it was opened, while other connections write.
 class Recordset {
  public:
     Recordset();
@@ -71,34 +71,35 @@ class Recordset {
     Recordset(Recordset&&) noexcept;
     Recordset& operator=(Recordset&&) noexcept;
 
-    int CacheSize = 1;                 // a hint; kept for its callers
-    int CursorLocation = adUseServer;  // likewise
+    int CacheSize = 1;                 // a hint, without effect
+    int CursorLocation = adUseServer;  // a hint, without effect
 
-    // Opens on a connection of its own made from the connection string. A statement that gives no rows of
-    // columns (an update) is run and leaves the recordset closed.
+    // Opens a connection of its own from the connection string. A statement that returns no columns (an
+    // update) is run and leaves the recordset closed.
     void Open(const std::string& statement, const std::string& activeConnection,
               CursorTypeEnum cursorType = adOpenForwardOnly, LockTypeEnum lockType = adLockReadOnly);
-    bool EOF_() const;  // true behind the last row; EOF is a macro of the C library
-    void MoveNext();    // 3021 behind the last row
-    void Close();       // 3704 when it is not open
+    bool EOF_() const;  // true after the last row; EOF is a macro of the C library
+    void MoveNext();    // 3021 after the last row
+    void Close();       // 3704 if it is not open
     bool IsOpen() const;
 
-    // By name without regard to case, or by number from 0. 3265 when there is no such field, 3021 behind the
-    // last row. The reference is good until the next move.
+    // Returns a field by name, without regard to case, or by number from 0. Raises 3265 if there is no such
+    // field, 3021 after the last row. The reference is valid until the next move.
     const Field& Fields(const std::string& name) const;
     const Field& Fields(std::size_t index) const;
     std::size_t FieldCount() const;
 
  private:
     struct Impl;
-    Impl& Opened() const;  // 3704 when it is not open
+    Impl& Opened() const;  // 3704 if it is not open
     std::unique_ptr<Impl> m_impl;
 };
 
-// Called with every statement exactly as the system gave it, before it runs. For tests; empty turns it off.
+// Calls `trace` with every statement exactly as the system gave it, before it runs. For tests; an empty
+// function turns it off.
 void SetStatementTrace(std::function<void(const std::string&)> trace);
 
-// How long a busy database is waited for, in seconds. For tests; 0 or less returns to 10.
+// Sets how long a busy database is waited for, in seconds. For tests; 0 or less restores 10.
 void SetBusyWait(double seconds);
 
 }  // namespace ADODB

@@ -1,29 +1,29 @@
-// The clock on the wall.
+// The wall clock.
 #pragma once
 
 #include <cstdint>
 
 #include "platform/contracts/dates.h"
 
-// A moment that no clock change makes ambiguous.
+// A moment that stays unique when the clock is changed for summer time.
 struct ZonedMoment {
     std::int64_t seconds = 0;  // since 1970-01-01 00:00 UTC
-    int offset = 0;            // of the local time at that moment from UTC, in seconds
+    int offset = 0;            // of local time from UTC at that moment, in seconds
 };
-// With the offset that the machine's zone has then.
+// Returns the moment with the offset of the machine's time zone.
 ZonedMoment InMachineZone(std::int64_t seconds);
 
 class Clock {
  public:
     virtual ~Clock() = default;
     virtual DateValue Now() const = 0;  // local time, whole seconds
-    // The same moment. Of a clock that knows local time only it is what the machine takes that time for.
+    // Returns the moment of Now. A clock that knows only local time converts it in the machine's time zone.
     virtual ZonedMoment Moment() const;
 };
 
-// The machine's clock, unless a test has put another in its place.
+// Returns the machine's clock, unless a test has set another one.
 const Clock& TheClock();
-// nullptr restores the machine's clock. The clock must outlive its use.
+// Null restores the machine's clock. The caller owns the clock, which must outlive its use.
 void SetClock(const Clock* clock);
 
 inline DateValue Now() {

@@ -27,7 +27,7 @@ int DaysInMonth(std::int64_t year, int month) {
     return month == 2 && IsLeapYear(year) ? 29 : Days[static_cast<std::size_t>(month - 1)];
 }
 
-// Years are counted from March here, so that the leap day is the last of its year.
+// Years start in March here, so that the leap day is the last day of its year.
 std::int64_t DaysFromZero(std::int64_t year, int month, std::int64_t day) {
     const std::int64_t marchYear = month <= 2 ? year - 1 : year;
     const std::int64_t era = FloorDivide(marchYear, 400);
@@ -105,7 +105,7 @@ int Day(DateValue value) {
 
 int WeekdayFromMonday(DateValue value) {
     const std::int64_t fromSaturday = value.DayNumber() - FloorDivide(value.DayNumber(), 7) * 7;
-    return static_cast<int>((fromSaturday + 5) % 7) + 1;  // the zero day is a Saturday
+    return static_cast<int>((fromSaturday + 5) % 7) + 1;  // 1899-12-30 is a Saturday
 }
 
 DateValue DatePart(DateValue value) {

@@ -1,10 +1,11 @@
-// Date values: local wall-clock moments counted in days from 1899-12-30, as the data has always held them.
+// Date values: local time in days since 1899-12-30, as the database holds them.
 #pragma once
 
 #include <compare>
 #include <cstdint>
 
-// A moment to the second. The zero value is 1899-12-30 00:00:00. No time zone: local wall-clock time.
+// A moment with a resolution of one second, in local time without a time zone. The default is 1899-12-30
+// 00:00:00.
 class DateValue {
  public:
     constexpr DateValue() = default;
@@ -13,7 +14,8 @@ class DateValue {
         value.m_seconds = seconds;
         return value;
     }
-    // Days and fraction, rounded to the second.
+    // `days` are days since 1899-12-30 with a fraction, rounded to the second. Raises 6 outside the range of
+    // dates.
     static DateValue FromDays(double days);
 
     double Days() const;
@@ -40,12 +42,12 @@ int Month(DateValue value);
 int Day(DateValue value);
 int WeekdayFromMonday(DateValue value);  // Monday 1 ... Sunday 7
 DateValue DatePart(DateValue value);     // the day at midnight
-DateValue TimePart(DateValue value);     // the time on the zero day
+DateValue TimePart(DateValue value);     // the time of day, on 1899-12-30
 bool IsValidDate(int year, int month, int day);
 
 DateValue AddDays(DateValue value, std::int64_t days);
-// The same day of the month, or the last day of a shorter month.
+// Returns the same day of a later month, or the last day of a shorter month.
 DateValue AddMonths(DateValue value, int months);
-// Boundaries crossed, whole numbers, negative when `to` lies before `from`.
+// Return the number of hour or day boundaries between two moments, negative if `to` is before `from`.
 std::int64_t DiffHours(DateValue from, DateValue to);
 std::int64_t DiffDays(DateValue from, DateValue to);

@@ -1,4 +1,4 @@
-// The file operations that the system asks for. Paths are the system's (platform/paths.h).
+// The file operations that the system needs. Paths are those of the system (platform/base/paths.h).
 #pragma once
 
 #include <string>
@@ -6,12 +6,13 @@
 
 namespace Scripting {
 
-// A file that exists.
+// An existing file.
 class File {
  public:
     explicit File(std::string path) : m_path(std::move(path)) {}
-    // Copies to the full path. The copy appears whole or not at all. Raises 58 "File already exists" when it
-    // must not overwrite, 76 when the folder is missing, 75 when it cannot be written, 61 "Disk full".
+    // Copies the file to a full path. The copy appears complete or not at all. Raises 58 "File already
+    // exists" if it may not overwrite, 76 if the folder is missing, 75 if it cannot be written, 61 "Disk
+    // full".
     void Copy(const std::string& destination, bool overWriteFiles = true) const;
 
  private:

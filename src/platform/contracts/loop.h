@@ -1,4 +1,4 @@
-// The message loop and the yields to it.
+// The message loop, and the calls that let it run.
 #pragma once
 
 #include <functional>
@@ -8,14 +8,14 @@ class MessageLoop {
     virtual ~MessageLoop() = default;
     // Lets every pending event run once.
     virtual void Yield() = 0;
-    // As Yield, but may wait for the next event, `seconds` at most.
+    // As Yield, but may wait up to `seconds` for the next event.
     virtual void YieldFor(double seconds) = 0;
-    // Lets the windows repaint themselves. No key, click or timer is taken meanwhile: the caller is in the
-    // middle of something.
+    // Lets the windows repaint themselves. Keys, clicks and timers wait, because the caller is in the middle
+    // of an operation.
     virtual void Repaint() {}
 };
 
-MessageLoop& TheLoop();  // one that does nothing until a program or a test sets its own
+MessageLoop& TheLoop();  // does nothing until a program or a test sets a loop; the caller owns it
 void SetLoop(MessageLoop* loop);
 
 inline void DoEvents() {

@@ -1,9 +1,10 @@
 // The mail session: outbox, recipients, attachments, sending, address book.
 //
-// Failures raise RuntimeError. Two numbers mean that no mail can go out at all and are told apart by the
-// system: err::MailboxOrServer (the server cannot be reached, refuses, drops or hangs) and err::MailboxFull
-// (452, 552 or a full outbox disk). Any other failure (recipients that are all refused or one that cannot be
-// resolved, an attachment that cannot be read, a profile that makes no sense) has another number.
+// Failures raise RuntimeError. Two numbers mean that no mail can be sent at all, and the system handles them
+// separately: err::MailboxOrServer (the server cannot be reached, refuses, drops the connection or does not
+// answer) and err::MailboxFull (452, 552 or a full outbox disk). Any other failure has another number: all
+// recipients refused, a recipient that cannot be resolved, an attachment that cannot be read, an invalid
+// profile (platform/mail/base/mail_errors.h).
 #pragma once
 
 #include <functional>
@@ -24,8 +25,9 @@ class Recipients {
  public:
     virtual ~Recipients() = default;
     virtual void Add(const std::string& name) = 0;
-    // Turns every name into an address by the address book; a name that is no address, not in the book or
-    // there more than once raises an error that names it. Nobody is asked.
+    // Replaces every name with its address from the address book. Raises an error with the name if a name is
+    // not an address and not in the book, or is there more than once. Asks no user, whatever `showDialog`
+    // says.
     virtual void Resolve(bool showDialog) = 0;
     virtual int Count() const = 0;
     virtual const Recipient& Item(int index) const = 0;  // from 1
@@ -34,14 +36,14 @@ class Recipients {
 class Attachment {
  public:
     virtual ~Attachment() = default;
-    int Position = 0;    // the place in the body, in characters
-    std::string Source;  // full path of the file, as the system writes paths; empty: nothing is attached
+    int Position = 0;    // position in the body, in characters
+    std::string Source;  // full path of the system; empty: no attachment
 };
 
 class Attachments {
  public:
     virtual ~Attachments() = default;
-    virtual Attachment& Add() = 0;  // good as long as the message
+    virtual Attachment& Add() = 0;  // the message owns it
 };
 
 class Message {
@@ -50,44 +52,46 @@ class Message {
     std::string Subject;
     std::string Text;
     int Importance = 1;
-    // What the message is a copy of, see DueRun::Identity: messages of one identity bear one Message-ID.
-    // Empty: it is the only one of its kind.
+    // The identity of the run that the message belongs to, see DueRun::Identity. Messages with the same
+    // identity have the same Message-ID. Empty: the message is unique.
     std::string Identity;
     virtual MAPI::Recipients& Recipients() = 0;
     virtual MAPI::Attachments& Attachments() = 0;
-    // Returns when the transport has taken the whole message, for every recipient but those that the server
-    // will never take: those are told to the refusal handler. Otherwise raises and nobody has got it.
+    // Returns after the transport has accepted the whole message for every recipient but those that the
+    // server refuses permanently; the refusal handler gets these. On any other failure it raises an error,
+    // and no recipient gets the message.
     virtual void Send() = 0;
 };
 
-// A recipient that the server does not take mail for, though it took the message for others.
+// A recipient that the server refused although it accepted the message for others.
 struct Refusal {
     std::string Address;
-    std::string Answer;  // of the server, one line
+    std::string Answer;  // the server's answer, on one line
     bool operator==(const Refusal&) const = default;
 };
 
-// Hears of a message that has gone out without some of its recipients, once for each. Must not raise: the
-// message is sent.
+// Called once for each message that was sent without some of its recipients. Must not throw: the message is
+// sent.
 using RefusalHandler = std::function<void(const std::string& subject, const std::vector<Refusal>& refusals)>;
-// Without one they are a dated line on standard error. Empty takes the handler away.
+// Without a handler the refusals become a dated line on standard error. An empty function removes the
+// handler.
 void SetRefusalHandler(RefusalHandler handler);
 void TellRefusals(const std::string& subject, const std::vector<Refusal>& refusals);
 
 class Folder {
  public:
     virtual ~Folder() = default;
-    // Messages.Add: a new message of this folder.
+    // Messages.Add: returns a new message of this folder, owned by the caller.
     virtual std::unique_ptr<Message> AddMessage() = 0;
 };
 
 class Session {
  public:
     virtual ~Session() = default;
-    // Joins the user's mail profile. Raises when there is none or it makes no sense.
+    // Reads the user's mail profile. Raises an error if it is missing or invalid.
     virtual void Logon() = 0;
     virtual Folder& Outbox() = 0;
-    // Shows the address book; raises err::MailUserCancel when the user cancels.
+    // Shows the address book and returns the chosen names. Raises err::MailUserCancel after a cancel.
     virtual std::vector<Recipient> AddressBook(bool oneAddress) = 0;
 };
 
@@ -97,7 +101,7 @@ class System {
     virtual std::unique_ptr<Session> CreateSession() = 0;
 };
 
-// The mail system of platform/mail, unless a test has put another in its place.
+// Returns the mail system of platform/mail, unless a test has set another one.
 System& TheMailSystem();
 void SetMailSystem(System* system);
 

@@ -3,18 +3,18 @@
 
 #include <string>
 
-// What stood behind the program's name on the command line, pieces joined by one blank; empty for the editor.
+// Returns the arguments after the program's name, joined by one blank. Empty for the editor.
 const std::string& Command();
 void SetCommand(const std::string& command);
 
 class Process {
  public:
     virtual ~Process() = default;
-    // Ends the process at once: no open work is finished, no destructor runs.
+    // Ends the process at once: no pending work is finished and no destructor runs.
     virtual void End(int exitCode) = 0;
 };
 
-Process& TheProcess();  // ends the process by _exit unless a test has put another in its place
+Process& TheProcess();  // ends the process with _exit, unless a test has set another one
 void SetProcess(Process* process);
 
 inline void EndProcess() {

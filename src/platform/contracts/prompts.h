@@ -1,10 +1,10 @@
-// Message boxes and input boxes. With no display and nobody there, a box is a dated line on standard
-// error (journal.h) and is answered at once with its default.
+// Message boxes and input boxes. Without a display a box becomes a dated line on standard error
+// (platform/base/journal.h) and is answered at once with its default.
 #pragma once
 
 #include <string>
 
-// Flags of a box, added up; the answers of a box.
+// Flags of a box, to be added, and the answers of a box.
 inline constexpr int vbOKOnly = 0;
 inline constexpr int vbYesNo = 4;
 inline constexpr int vbCritical = 16;
@@ -18,17 +18,18 @@ inline constexpr int vbNo = 7;
 class Prompts {
  public:
     virtual ~Prompts() = default;
-    // Blocks until it is answered. An empty title is the application's.
+    // Shows a box, waits for the answer and returns it (vbOK, vbYes, vbNo). An empty title means the
+    // application's title.
     virtual int Box(const std::string& text, int flags, const std::string& title) = 0;
-    // Empty when cancelled.
+    // Returns the typed text, or an empty text after a cancel.
     virtual std::string Input(const std::string& prompt, const std::string& title,
                               const std::string& preset) = 0;
 };
 
-// What a box says as a dated line on standard error.
+// Writes the text of a box as a dated line on standard error.
 void JournalBox(const std::string& text, const std::string& title);
 
-Prompts& ThePrompts();  // lines on standard error until a program or a test sets its own
+Prompts& ThePrompts();  // writes to standard error until a program or a test sets another one
 void SetPrompts(Prompts* prompts);
 
 inline constexpr const char* AppTitle = "Oxbow Courier";

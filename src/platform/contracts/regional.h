@@ -1,7 +1,7 @@
-// The machine's regional settings for dates: from LC_ALL, LC_TIME or LANG.
+// The machine's regional settings for dates, from LC_ALL, LC_TIME or LANG.
 //
-// The date text always has ten characters and the time text always has a leading zero and 24 hours, so that
-// stored moments sort; the order of day, month and year and the separator are the region's.
+// The date text always has ten characters; the time text always has 24 hours and a leading zero: stored
+// moments compare as texts. The order of day, month and year and the separator are those of the region.
 #pragma once
 
 #include <string_view>
@@ -13,13 +13,13 @@ struct RegionalSettings {
     char dateSeparator = '-';
 };
 
-// Read from the environment once, at the first call. Regions that write dates in no ten-character form, and
-// the C locale, give year-month-day.
+// Returns the settings, read from the environment at the first call. A region whose dates have no form with
+// ten characters, and the C locale, give year-month-day.
 const RegionalSettings& Regional();
-// The settings that a date pattern of strftime stands for, for example "%d.%m.%Y".
+// Returns the settings for a date pattern of strftime such as "%d.%m.%Y".
 RegionalSettings RegionalFromPattern(std::string_view pattern);
-// Qt's application object gives the whole process the region of the environment; database drivers would then
-// write 0.3 as 0,3. To be called after it is made: numbers have a point again, for every library.
+// Qt's application object sets the region of the environment for the whole process; database drivers would
+// then write 0.3 as 0,3. Call this after the object is made: it restores the decimal point for every library.
 void KeepNumbersPlain();
 // For tests.
 void SetRegional(const RegionalSettings& settings);

@@ -1,4 +1,5 @@
-// The settings store: the five registry operations. Result codes: 0 success, 2 not found, 5 access denied.
+// The settings store: the five registry operations. They return 0 for success, 2 for not found, 5 for access
+// denied.
 #pragma once
 
 #include <cstdint>
@@ -13,16 +14,16 @@ class Registry {
     virtual ~Registry() = default;
     // Opens an existing key for reading.
     virtual long RegOpenKeyA(std::uint32_t root, const std::string& key, Handle& handle) = 0;
-    // Type and bytes of a value; a string's bytes end with one zero character.
+    // Returns type and bytes of a value. The bytes of a string end with one zero character.
     virtual long RegQueryValueExA(Handle handle, const std::string& name, std::uint32_t& type,
                                   std::string& bytes) = 0;
-    // Opens a key, making it and those above it.
+    // Opens a key; makes it and the keys above it if they are missing.
     virtual long RegCreateKeyA(std::uint32_t root, const std::string& key, Handle& handle) = 0;
     virtual long RegSetValueExA(Handle handle, const std::string& name, std::uint32_t type,
                                 const std::string& bytes) = 0;
     virtual long RegCloseKey(Handle handle) = 0;
 };
 
-// The settings file of platform/regfile, unless a test has put another in its place.
+// Returns the settings file of platform/regfile, unless a test has set another store.
 Registry& TheRegistry();
 void SetRegistry(Registry* registry);

@@ -1,5 +1,5 @@
-// What the system asks of a report engine: its operations, each named by its role. All fail by raising
-// RuntimeError, and none ever asks a person anything. Paths are the system's (platform/paths.h).
+// The operations that the system needs from a report engine. All raise RuntimeError on a failure, and none
+// asks the user. Paths are those of the system (platform/base/paths.h).
 #pragma once
 
 #include <memory>
@@ -13,7 +13,7 @@
 
 namespace report {
 
-// A value for a parameter, typed by the field's value type; Variant is handed over unconverted.
+// The value of a parameter, in the field's value type. A Variant is passed without a conversion.
 using ParameterValue = std::variant<double, bool, std::string, DateValue, Variant>;
 
 // Value type codes of parameter fields.
@@ -38,8 +38,9 @@ class ParameterField {
     virtual int ValueType() const = 0;
     virtual std::string Name() const = 0;
     virtual std::string Prompt() const = 0;
-    virtual std::vector<std::string> DefaultValues() const = 0;  // as texts; empty when there are none
-    // The values that the report allows, as texts; empty when it allows any, or when a query gives them.
+    virtual std::vector<std::string> DefaultValues() const = 0;  // as texts; may be empty
+    // Returns the values that the report allows, as texts. Empty if it allows any value, or if a query gives
+    // them.
     virtual std::vector<std::string> ValidValues() const = 0;
     virtual void ClearCurrentValueAndRange() = 0;
     virtual void AddCurrentValue(const ParameterValue& value) = 0;
@@ -50,44 +51,46 @@ class Report {
     virtual ~Report() = default;
 
     virtual int TableCount() const = 0;
-    // Table n from 1. Server and database empty: as the report has them.
+    // `n` counts from 1. Empty server and database: as the report has them.
     virtual void SetTableLogon(int n, const std::string& server, const std::string& database,
                                const std::string& user, const std::string& password) = 0;
 
     virtual int ParameterFieldCount() const = 0;
-    virtual ParameterField& Parameter(int n) = 0;  // from 1; 9 "Subscript out of range"
+    virtual ParameterField& Parameter(int n) = 0;  // from 1; raises 9 "Subscript out of range"
 
     virtual void SetRunSwitches(bool first, bool second) = 0;
     virtual std::string RecordSelectionFormula() const = 0;
-    virtual void SetRecordSelectionFormula(const std::string& text) = 0;  // checked when the report runs
+    virtual void SetRecordSelectionFormula(const std::string& text) = 0;  // is checked when the report runs
     virtual std::string Title() const = 0;
-    virtual std::string Description() const = 0;  // what the file says about itself; may be empty
+    virtual std::string Description() const = 0;  // the description in the file; may be empty
 
     virtual void SetExportDestination(int code) = 0;
     virtual void SetExportFormat(int code) = 0;
     virtual void SetDiskFileName(const std::string& path) = 0;
     virtual void SetHtmlFileName(const std::string& path) = 0;
-    // Used with DestinationMail: the engine mails the export itself, named by the title.
+    // For DestinationMail: the engine mails the export itself; the report's title names the attachment.
     virtual void SetMail(const std::string& toList, const std::string& subject,
                          const std::string& message) = 0;
-    // Excel: whether fields keep their types and widths, page headers, page breaks, gridlines, base area.
+    // For Excel, in this order: fields keep their types and widths, page headers, page breaks, gridlines,
+    // base area.
     virtual void SetExcelOptions(bool o1, bool o2, bool o3, bool o4, int o5) = 0;
     virtual void SetHtmlOptions(bool o1, bool o2) = 0;
-    // Runs the report and writes or mails it; returns when done. A file appears whole or not at all.
+    // Runs the report and writes or mails it; returns when this is done. A file appears complete or not at
+    // all.
     virtual void Export(bool prompt) = 0;
-    // Runs the report for the screen, with its parameters, logon and formula as they are now. The report
-    // outlives its pages.
+    // Runs the report for the screen with its current parameters, logon and formula. The caller owns the
+    // pages; the report must outlive them.
     virtual std::unique_ptr<PageView> OpenPages() = 0;
 };
 
 class Engine {
  public:
     virtual ~Engine() = default;
-    // Raises 53 when the file is missing, and an error that says what the file is when it is no report.
+    // Raises 53 if the file is missing, and an error that describes the file if it is not a report.
     virtual std::shared_ptr<Report> OpenReport(const std::string& path) = 0;
 };
 
-// Makes the engine; set by the program that links one, or by a test.
+// Makes the engine through the factory that a program or a test has set. Raises 91 without a factory.
 std::shared_ptr<Engine> CreateEngine();
 void SetEngineFactory(std::shared_ptr<Engine> (*factory)());
 

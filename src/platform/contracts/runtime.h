@@ -1,8 +1,8 @@
 // Run-time errors and the value that a database field holds.
 //
-// The numbers and texts are part of the system's behaviour: they end up in history rows, alerts and
-// message boxes. A description made here never contains the mark ' because descriptions are put into
-// statements as they stand; see Description().
+// The numbers and texts are part of the system's behaviour: they appear in history rows, alerts and message
+// boxes. A description never contains the mark ', because descriptions are put into statements unchanged; see
+// Description().
 #pragma once
 
 #include <cstdint>
@@ -34,8 +34,8 @@ inline constexpr std::int32_t DataOpen = 3705;
 inline constexpr std::int32_t ItemNotFound = 3265;
 inline constexpr std::int32_t ElementNotFound = 35601;
 inline constexpr std::int32_t KeyNotUnique = 35602;
-inline constexpr std::int32_t DataUnavailable =
-    -2147467259;  // 80004005: file missing, unreadable, no database
+// 80004005: file missing, unreadable or not a database.
+inline constexpr std::int32_t DataUnavailable = -2147467259;
 inline constexpr std::int32_t DataTableMissing = -2147217865;   // 80040E37
 inline constexpr std::int32_t DataColumnMissing = -2147217904;  // 80040E10
 inline constexpr std::int32_t DataSyntax = -2147217900;         // 80040E14
@@ -48,12 +48,12 @@ inline constexpr std::int32_t MailboxFull = -2147221219;       // 8004011D: mail
 inline constexpr std::int32_t MailUserCancel = -2147221229;    // 80040113
 }  // namespace err
 
-// An error of the run time: a number and a description.
+// A run-time error: a number and a description.
 class RuntimeError : public std::exception {
  public:
-    // The description is kept with every ' turned into ".
+    // Replaces every ' in the description with ".
     RuntimeError(std::int32_t number, std::string_view description);
-    // The run time's own text for the number, for example "Type mismatch" for 13.
+    // Uses the standard text of the number, for example "Type mismatch" for 13.
     explicit RuntimeError(std::int32_t number);
 
     std::int32_t Number() const { return m_number; }
@@ -65,11 +65,11 @@ class RuntimeError : public std::exception {
     std::string m_description;
 };
 
-// What an exception of any kind is to a handler: RuntimeError as it stands, out of memory as 7, any other
-// as 440 with its text. Call inside a catch block.
+// Returns the current exception as a RuntimeError: a RuntimeError unchanged, out of memory as 7, any other
+// exception as 440 with its text. Call it inside a catch block.
 RuntimeError CurrentError();
 
-// Every ' replaced by ": for texts of libraries and of paths that go into a description.
+// Replaces every ' with ", for texts of libraries and paths that go into a description.
 std::string WithoutMarks(std::string_view text);
 
 // The value of a field: Null, a whole number, a real number or a text (UTF-8).
@@ -86,9 +86,9 @@ class Variant {
     const std::int64_t* Integer() const { return std::get_if<std::int64_t>(&m_value); }
     const double* Real() const { return std::get_if<double>(&m_value); }
     const std::string* TextOrNull() const { return std::get_if<std::string>(&m_value); }
-    // Makes the value a text and reuses the room of the text it held: readers of many rows allocate once.
+    // Sets a text and reuses the memory of the former text: readers of many rows allocate once.
     void SetText(std::string_view text);
-    // The value as it is concatenated: Null gives an empty text, a number its shortest form.
+    // Returns the value as text for concatenation: Null gives an empty text, a number its shortest form.
     std::string Text() const;
     bool operator==(const Variant&) const = default;
 

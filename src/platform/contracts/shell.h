@@ -1,10 +1,10 @@
-// Opening documents with the program that the machine associates with them, and browsing for a folder.
+// Opens documents with the program that the desktop associates with them, and browses for folders.
 #pragma once
 
 #include <string>
 
-// The window that a dialog belongs to, as rooms without windows of their own hand it on. It is made from a
-// form by HandleOf (platform/shell/window_handle.h); none means the active window.
+// The window that a dialog belongs to, for rooms that have no windows. HandleOf
+// (platform/shell/window_handle.h) makes it from a form. Null means the active window.
 struct WindowHandle {
     void* window = nullptr;
     bool operator==(const WindowHandle&) const = default;
@@ -13,13 +13,14 @@ struct WindowHandle {
 class Shell {
  public:
     virtual ~Shell() = default;
-    // Opens `file`, a path of the system or an address (http, https, mailto). A program (.exe) is started
-    // with the parameters, in `directory` if one is given. Above 32 on success, else a failure code: 2 no
-    // file, 3 no folder, 5 no permission, 8 no memory, 11 a program that cannot be run, 31 no association.
-    // `showMode` says how the first window is shown; desktops without that notion pass over it.
+    // Opens `file`, a path of the system or an address (http, https, mailto). A program (.exe) starts with
+    // the parameters, in `directory` if that is not empty. Returns a number above 32 on success, else a
+    // failure code: 2 file missing, 3 folder missing, 5 no permission, 8 out of memory, 11 a program that
+    // cannot be run, 31 no association. `showMode` is the state of the first window; desktops that do not
+    // support it ignore it.
     virtual int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& parameters,
                               const std::string& directory, int showMode) = 0;
-    // The chosen folder as the system writes paths; empty when cancelled.
+    // Returns the chosen folder as a path of the system, or an empty text after a cancel.
     virtual std::string BrowseForFolder(WindowHandle owner, const std::string& title) = 0;
 };
 

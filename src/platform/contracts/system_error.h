@@ -1,4 +1,4 @@
-// Error codes of the machine (errno) as errors of the run time.
+// Converts error codes of the machine (errno) to run-time errors.
 #pragma once
 
 #include <cstdint>
@@ -8,12 +8,12 @@ namespace err {
 inline constexpr std::int32_t TooManyFiles = 67;
 }
 
-// No room on the disk, none left of the user's share, or a file that may not grow any further.
+// Returns true for a full disk, an exhausted quota and a file that has reached its size limit.
 bool IsDiskFull(int code);
 
-// 61 when IsDiskFull, 67 for too many open files, 7 when there is no memory; these say nothing about the file
-// that was asked for. Any other code is `otherwise`.
+// Returns 61 if IsDiskFull, 67 for too many open files, 7 for out of memory: these do not depend on the file
+// that was used. Returns `otherwise` for any other code.
 std::int32_t NumberOfSystemError(int code, std::int32_t otherwise);
 
-// The machine's own words, for example "No space left on device".
+// Returns the machine's text, for example "No space left on device".
 std::string SystemErrorText(int code);

@@ -1,4 +1,4 @@
-// Plays a film of uncompressed pictures, over and over.
+// Plays a film of uncompressed pictures in a loop.
 #pragma once
 
 #include <QImage>
@@ -9,24 +9,24 @@
 
 #include "platform/controls/avi_file.h"
 
-// The picture stands in the middle, as many whole times enlarged as there is room for; smaller only where
-// there is not room enough for it.
+// The picture is centred and enlarged by the largest whole factor that fits. It is reduced only if it does
+// not fit at its own size.
 class Animation : public QWidget {
     Q_OBJECT
     Q_PROPERTY(bool AutoPlay READ AutoPlay WRITE AutoPlay)
  public:
     explicit Animation(QWidget* parent = nullptr);
 
-    // Whether a film plays as soon as it is opened.
+    // If true, a film starts to play when it is opened.
     bool AutoPlay() const { return m_autoPlay; }
     void AutoPlay(bool on) { m_autoPlay = on; }
 
-    // Shows the first picture. The path is the system's. 53 "File not found", 76 for a drive or folder that
-    // is not there, 75 for a file that cannot be read, 35752 for one that is no such film; what was open is
-    // closed then.
+    // Shows the first picture. `path` is a path of the system. Raises 53 "File not found", 76 for a missing
+    // drive or folder, 75 for a file that cannot be read, 35752 for a file that is not such a film. After an
+    // error no film is open.
     void Open(const std::string& path);
-    void Play();  // 91 while nothing is open
-    void Stop();  // stays at the picture that is shown
+    void Play();  // raises 91 if no film is open
+    void Stop();  // keeps showing the current picture
     void Close();
 
     QSize sizeHint() const override;

@@ -15,7 +15,7 @@ constexpr std::uint32_t Opaque = 0xff000000;
     throw RuntimeError(err::NoAnimation, why);
 }
 
-// A number of `size` bytes, the lowest first. Raises when the block is too short to hold it.
+// Returns a number of `size` bytes, lowest byte first. Raises 35752 if the block is too short.
 std::uint32_t NumberAt(std::string_view block, std::size_t place, int size) {
     if (place + static_cast<std::size_t>(size) > block.size()) {
         Refuse("The animation is damaged: one of its headers is cut off");
@@ -29,10 +29,10 @@ std::uint32_t NumberAt(std::string_view block, std::size_t place, int size) {
 
 struct Chunk {
     std::string_view kind, data;
-    std::size_t place;  // of the data, from where the walk counts
+    std::size_t place;  // offset of the data in the walked block
 };
 
-// Calls `visit` with every chunk of the block, which begins at `place`.
+// Calls `visit` for every chunk of the block, which begins at `place`.
 template <typename Visit>
 void ForEachChunk(std::string_view block, std::size_t place, Visit visit) {
     while (block.size() >= ChunkHead) {
@@ -51,7 +51,7 @@ bool IsList(const Chunk& chunk, std::string_view kind) {
     return chunk.kind == "LIST" && chunk.data.substr(0, KindSize) == kind;
 }
 
-// Calls `visit` with every chunk of a list.
+// Calls `visit` for every chunk of a list.
 template <typename Visit>
 void ForEachChunkOf(const Chunk& list, Visit visit) {
     ForEachChunk(list.data.substr(KindSize), list.place + KindSize, visit);
@@ -180,7 +180,7 @@ class AviReader {
 
     AviFile& m_file;
     int m_streams = 0, m_number = 0;
-    bool m_pictures = false;  // the stream being read is the one to show
+    bool m_pictures = false;  // the current stream is the one to show
 };
 
 AviFile::AviFile(std::string bytes) : m_bytes(std::move(bytes)), m_frameTime(std::chrono::milliseconds(100)) {

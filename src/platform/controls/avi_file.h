@@ -1,5 +1,5 @@
-// A film of uncompressed pictures, as AVI files hold it. The file is not trusted: every length in it is held
-// against what is there, and its size and that of its pictures are limited.
+// A film of uncompressed pictures in an AVI file (RIFF). The file is not trusted: every length is checked
+// against the data, and the sizes of the file and of its pictures are limited.
 #pragma once
 
 #include <array>
@@ -10,15 +10,15 @@
 
 class AviFile {
  public:
-    // The first picture stream: 8 bits with a palette, 24 or 32 bits. Raises 35752 with a description that
-    // says what is wrong for anything else.
+    // Reads the first video stream: 8 bits with a palette, 24 or 32 bits. Raises 35752 with a description of
+    // the fault for anything else.
     explicit AviFile(std::string bytes);
 
     int Width() const { return m_width; }
     int Height() const { return m_height; }
     int FrameCount() const { return static_cast<int>(m_frames.size()); }  // at least 1
     std::chrono::microseconds FrameTime() const { return m_frameTime; }   // 10 ms to 10 s
-    // The pixels of frame `number`, from 0, by rows from the top left: 0xffRRGGBB.
+    // Returns the pixels of frame `number` (from 0) by rows from the top left, as 0xffRRGGBB.
     std::vector<std::uint32_t> Frame(int number) const;
 
  private:
@@ -29,7 +29,8 @@ class AviFile {
     bool m_topDown = false;
     std::chrono::microseconds m_frameTime{};
     std::array<std::uint32_t, 256> m_palette{};
-    std::vector<std::size_t> m_frames;  // where each begins; one that repeats the last is there again
+    // offset of each frame; a repeated frame has the offset of the one before
+    std::vector<std::size_t> m_frames;
 };
 
 namespace err {

@@ -1,4 +1,4 @@
-// A box to tick.
+// A check box.
 #pragma once
 
 #include <QCheckBox>
@@ -12,7 +12,6 @@ class CheckBox : public QCheckBox {
     void Value(bool ticked) { setChecked(ticked); }
 
  signals:
-    // The box has been ticked or cleared, by a person or by code. Code that leaves it as it was raises
-    // nothing.
+    // The box was ticked or cleared, by the user or by code. Setting the value that it has emits no signal.
     void Click();
 };

@@ -6,8 +6,8 @@
 
 namespace {
 
-// Corners of windows, one after another, of which none covers the title of one before: down the diagonal,
-// then down the diagonals beside it, and when the room is used up on along the first one, out of the frame.
+// Corners of windows, none of which covers the title bar of an earlier one: along the diagonal, then along
+// the diagonals next to it, and once the space is used up, along the first one beyond the frame.
 class Corners {
  public:
     Corners(QSize room, int step)
@@ -28,7 +28,7 @@ class Corners {
     }
 
  private:
-    // Diagonals lie below and beside the first one in turns.
+    // The diagonals lie below and to the right of the first one by turns.
     QPoint Place() const {
         const int off = (m_diagonal + 1) / 2;
         return m_diagonal % 2 == 1 ? QPoint(m_along, m_along + off) : QPoint(m_along + off, m_along);

@@ -1,6 +1,6 @@
-// The child windows of a frame, and who gives them their places: no new window covers the title of another,
-// and all of it is seen where the frame has the room. When a window is closed the one that was used before it
-// comes to the front.
+// The child windows of a frame and their positions: no new window covers the title bar of another, and the
+// whole window is visible if the frame has the space. When a window closes, the one used before it comes to
+// the front.
 #pragma once
 
 #include <QMdiArea>
@@ -12,28 +12,29 @@ class ChildArea : public QMdiArea {
  public:
     explicit ChildArea(QWidget* parent = nullptr);
 
-    // Makes a form a child window, not on the screen yet. It is destroyed when it is closed.
+    // Wraps a form in a child window and does not show it yet. The child window owns the form and is
+    // destroyed when it is closed.
     QMdiSubWindow& Add(QWidget& form);
-    static ChildArea* Of(const QWidget& form);  // null: the form is no child window of one
-    // The child window that the form stands in, with its title bar and borders; the form itself where there
-    // is none.
+    static ChildArea* Of(const QWidget& form);  // null if the form is not in a child window
+    // Returns the child window that holds the form, with its title bar and borders. Returns the form itself
+    // if there is none.
     static QWidget& WindowOf(QWidget& form);
 
-    // Move the form's window, which has its size already. A form that is no child window, and a maximised
-    // one, stay where they are.
+    // Move the form's window, which must have its size. A form without a child window and a maximised one
+    // stay where they are.
     static void PlaceFree(QWidget& form);
-    static void PlaceAtTop(QWidget& form);  // beside the titles of others where there is room
-    // Bring the form's window before the others, out of its icon if it is one.
+    static void PlaceAtTop(QWidget& form);  // next to the title bars of other windows, if there is space
+    // Brings the form's window to the front and restores it if it is minimised.
     static void Activate(QWidget& form);
 
-    // One title bar below and beside the one before, the topmost last. The windows keep their sizes as far as
-    // the frame has the room; icons stay.
+    // Places each window one title bar below and to the right of the one before; the topmost window comes
+    // last. Windows keep their sizes as far as the frame has the space. Minimised windows stay.
     void Cascade();
-    // Lines the minimised windows up along the bottom edge.
+    // Lines up the minimised windows along the bottom edge.
     void ArrangeIcons();
 
  private:
-    static QMdiSubWindow* ChildOf(const QWidget& form);  // null: none
+    static QMdiSubWindow* ChildOf(const QWidget& form);  // null if there is none
     QSize Room(const QMdiSubWindow& window) const;
     bool IsFree(QPoint corner, const QMdiSubWindow& window) const;
 };

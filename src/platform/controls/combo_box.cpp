@@ -31,7 +31,7 @@ void ComboBox::Text(const std::string& text) {
     ListIndex(index);
 }
 
-// A list that was empty would choose its first entry by itself.
+// A list that was empty would choose its first entry.
 void ComboBox::AddItem(const std::string& text) {
     const int chosen = currentIndex();
     const QString stood = currentText();
@@ -73,7 +73,7 @@ void ComboBox::setEditable(bool editable) {
     if (editable) {
         setInsertPolicy(QComboBox::NoInsert);
         setCompleter(nullptr);
-        // Qt would choose an entry that is the typed text but for its case, when the focus leaves.
+        // When the focus leaves, Qt would choose an entry that differs from the typed text only in case.
         disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
     }
 }
@@ -90,7 +90,7 @@ void ComboBox::focusOutEvent(QFocusEvent* event) {
     }
 }
 
-// The wheel turns the page that the box stands on, unless the box is the one that is being worked with.
+// The wheel scrolls the page below the box, unless the box has the focus.
 void ComboBox::wheelEvent(QWheelEvent* event) {
     if (hasFocus()) {
         QComboBox::wheelEvent(event);

@@ -1,8 +1,8 @@
-// A text with a list to choose from. Editable, any text may stand in it, and it stays as it was typed: it is
-// neither completed nor exchanged for an entry that is like it. Not editable, it holds an entry or nothing.
+// A text with a list to choose from. If it is editable, it holds any text, unchanged: no completion and no
+// replacement by a similar entry. Otherwise it holds an entry or is empty.
 //
-// Entries count from 0. They are added by AddItem, not in the form's design: there the first entry would put
-// itself in the text.
+// Entries count from 0. AddItem adds them, not the form's design: there the first entry would also become the
+// text.
 #pragma once
 
 #include <QComboBox>
@@ -15,24 +15,24 @@ class ComboBox : public QComboBox, public EditableText {
     explicit ComboBox(QWidget* parent = nullptr);
 
     std::string Text() const override { return currentText().toStdString(); }
-    // Not editable: the entry of exactly this text is chosen; 383 when there is none.
+    // If the box is not editable, chooses the entry with exactly this text; raises 383 if there is none.
     void Text(const std::string& text) override;
 
-    void AddItem(const std::string& text);  // leaves the text as it is
-    std::string List(int index) const;      // empty when there is none of that number
+    void AddItem(const std::string& text);  // does not change the text
+    std::string List(int index) const;      // empty for an unknown index
     int ListCount() const { return count(); }
-    void Clear();               // the entries and the text
-    int ListIndex() const;      // -1: what stands in the text is not the entry chosen last
-    void ListIndex(int index);  // -1 takes the choice away; 380 when there is none of that number
+    void Clear();               // removes the entries and the text
+    int ListIndex() const;      // -1 if the text is not the entry chosen last
+    void ListIndex(int index);  // -1 clears the choice; raises 380 for an unknown index
 
-    // Instead of the one of Qt, which brings completion with it.
+    // Hides Qt's setEditable, which turns completion on.
     void setEditable(bool editable);
     void showPopup() override;
 
  signals:
-    void DropDown();  // before the list opens: the last moment to fill it
-    void
-    Click();  // an entry has been chosen, by a person (the same again, too) or by ListIndex; not by typing
+    void DropDown();  // emitted before the list opens: the last chance to fill it
+    // An entry was chosen, by the user (also the same entry again) or by ListIndex, not by typing.
+    void Click();
     void LostFocus();  // see FocusHasLeft
 
  protected:

@@ -51,7 +51,7 @@ int LargestOf(QDateTimeEdit::Section section) {
                                                     : LongestMonth;
 }
 
-// A year of one or two digits lies in the century that conversions take it for.
+// A year of one or two digits belongs to the century that conversions choose.
 int NumberOf(QDateTimeEdit::Section section, const QString& digits) {
     constexpr int ShortYear = 2, FirstOfLastCentury = 30, LastCentury = 1900, ThisCentury = 2000;
     const int number = digits.toInt();
@@ -65,7 +65,7 @@ bool Fits(QDateTimeEdit::Section section, int number) {
     return number >= (section == QDateTimeEdit::YearSection ? FirstYear : 1) && number <= LargestOf(section);
 }
 
-// Whether no further digit can follow.
+// Returns true if no further digit can follow.
 bool IsFull(QDateTimeEdit::Section section, const QString& digits) {
     constexpr int Ten = 10;
     return digits.size() >= PlacesOf(section) ||
@@ -79,7 +79,7 @@ auto& PartOf(Held& parts, QDateTimeEdit::Section section) {
                                                     : parts.day;
 }
 
-// The last day of a month that is too short.
+// A day beyond the end of the month becomes the last day of the month.
 QDate DayOf(int year, int month, int day) {
     return {year, month, std::min(day, QDate(year, month, 1).daysInMonth())};
 }
@@ -115,7 +115,7 @@ DTPicker::Parts DTPicker::PartsNow() const {
     return m_parts.value_or(Parts{date().year(), date().month(), date().day()});
 }
 
-// Digits that make no number of their part leave it as it was.
+// Digits that are no number of their part leave the part unchanged.
 DTPicker::Parts DTPicker::With(const Typing& typing, Parts parts) const {
     const Section section = sectionAt(typing.part);
     if (const int number = NumberOf(section, typing.digits); Fits(section, number)) {
@@ -124,7 +124,7 @@ DTPicker::Parts DTPicker::With(const Typing& typing, Parts parts) const {
     return parts;
 }
 
-// Where the selection begins, or the cursor stands.
+// Returns the part at the start of the selection or at the cursor.
 int DTPicker::PartOfSelection() const {
     const QLineEdit& edit = *lineEdit();
     const int place = edit.hasSelectedText() ? edit.selectionStart() : edit.cursorPosition();
@@ -149,7 +149,7 @@ void DTPicker::keyPressEvent(QKeyEvent* event) {
     QDateEdit::keyPressEvent(event);
 }
 
-// Whether the key is one of those that change the text, which all are answered here.
+// Handles every key that changes the text, and returns true for these.
 bool DTPicker::AnswerKey(const QKeyEvent& event) {
     const QString text = event.text();
     const bool plain = (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
@@ -170,8 +170,8 @@ bool DTPicker::AnswerKey(const QKeyEvent& event) {
     return true;
 }
 
-// A date with the year first, typed over a whole one, is that day in every region: part by part its year
-// would be taken for a day and a month.
+// A date with the year first that is typed over a whole selection is that day in every region: part by part
+// its year would be read as a day and a month.
 void DTPicker::KeepWhole(QChar character) {
     if (!m_typing && lineEdit()->hasSelectedText() && lineEdit()->selectedText() == lineEdit()->text()) {
         m_whole = character;
@@ -180,7 +180,7 @@ void DTPicker::KeepWhole(QChar character) {
     }
 }
 
-// Whether what was typed is such a date; it is taken then.
+// If the typed text is such a date, takes it and returns true.
 bool DTPicker::TakeWhole() {
     static const QRegularExpression YearFirst(QStringLiteral("^[0-9]{4}-[0-9]{1,2}-[0-9]{1,2}$"));
     if (sectionAt(0) == YearSection || !YearFirst.match(m_whole).hasMatch()) {
@@ -190,7 +190,7 @@ bool DTPicker::TakeWhole() {
         Value(CDate(std::exchange(m_whole, {}).toStdString()));
         return true;
     } catch (const RuntimeError&) {
-        return false;  // a month or day that there is not: the parts hold what could be read
+        return false;  // there is no such month or day: the parts keep what could be read
     }
 }
 
@@ -231,7 +231,7 @@ void DTPicker::TypeSeparator() {
     SelectPart(std::min(part + 1, sectionCount() - 1));
 }
 
-// A selected part is emptied, and what is typed then takes its place; left empty, it is as it was.
+// Empties a selected part; typed digits then fill it. A part that stays empty gets its former value back.
 void DTPicker::Erase(bool before) {
     m_whole.clear();
     m_handedOn = false;
@@ -256,7 +256,8 @@ void DTPicker::Erase(bool before) {
     ShowTyping();
 }
 
-// A date in any form that the system reads, not only in the one that is shown; digits as if they were typed.
+// Accepts a date in any form that the system reads, not only in the form that is shown. Other digits act as
+// if they were typed.
 void DTPicker::Paste(const QString& text) {
     const QString given = text.trimmed();
     const bool digitsOnly = std::all_of(given.begin(), given.end(), IsDigit);
@@ -272,12 +273,13 @@ void DTPicker::Paste(const QString& text) {
             return;
         }
     } catch (const RuntimeError&) {
-        // No date, which is told below.
+        // The text is not a date; handled below.
     }
     QApplication::beep();
 }
 
-// The digits become the part. The date follows at once; the text shows what was typed until the box is left.
+// The digits become the part, and the date changes at once. The text shows the typed digits until the box
+// loses the focus.
 void DTPicker::ClosePart() {
     if (!m_typing) {
         return;
@@ -315,7 +317,7 @@ void DTPicker::SelectPart(int part) {
     lineEdit()->setSelection(first, PlacesOf(sectionAt(part)));
 }
 
-// Past the base class, which would read the text.
+// Bypasses the base class, which would read the text.
 void DTPicker::ShowTyping() {
     const Parts parts = PartsNow();
     QStringList texts;
@@ -334,7 +336,7 @@ void DTPicker::ShowTyping() {
     lineEdit()->setCursorPosition(static_cast<int>(cursor));
 }
 
-// The base class would put right what is only half typed.
+// The base class would correct text that is only half typed.
 QValidator::State DTPicker::validate(QString& text, int& place) const {
     return m_typing || m_parts ? QValidator::Acceptable : QDateEdit::validate(text, place);
 }
@@ -391,7 +393,7 @@ bool DTPicker::focusNextPrevChild(bool next) {
     return QDateEdit::focusNextPrevChild(next);
 }
 
-// The text's own menu would change it past the parts.
+// The context menu of the text would change it without the parts.
 void DTPicker::contextMenuEvent(QContextMenuEvent* event) {
     ClosePart();
     QMenu menu(this);
@@ -401,7 +403,7 @@ void DTPicker::contextMenuEvent(QContextMenuEvent* event) {
     menu.exec(event->globalPos());
 }
 
-// Qt opens its calendar by a press on the arrow only.
+// Qt opens its calendar only on a press on the arrow.
 void DTPicker::OpenCalendar() {
     Settle();
     QStyleOptionComboBox arrow;

@@ -1,9 +1,9 @@
-// A date with a calendar to choose it from, shown as the region writes dates.
+// A date box with a calendar. It shows the date as the region writes it.
 //
-// It is typed part by part. A click selects its part, and what is typed takes the place of what is selected;
-// with everything selected that begins at the first part. A part that is full hands on to the next one. A day
-// that the month does not have stands while the other parts may still change, and becomes the month's last
-// day when the box is left. A year of two digits is read as everywhere else.
+// The date is typed part by part. A click selects a part, and typed digits replace the selection; if
+// everything is selected, they begin with the first part. A full part passes on to the next one. A day that
+// the month does not have stays while the other parts can still change; when the box loses the focus it
+// becomes the last day of the month. A year with two digits is read as everywhere else.
 #pragma once
 
 #include <QDateEdit>
@@ -16,16 +16,16 @@ class DTPicker : public QDateEdit {
  public:
     explicit DTPicker(QWidget* parent = nullptr);
 
-    // A day at midnight; with digits still being typed, the day that they make.
+    // Returns a day at midnight. While digits are typed, it is the day that they make.
     DateValue Value() const;
-    // The day of `value`. The years 100 to 9999; 380 "Invalid property value" for another.
+    // Sets the day of `value`. Raises 380 "Invalid property value" for a year outside 100 to 9999.
     void Value(DateValue value);
 
     void stepBy(int steps) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  signals:
-    void Change();  // the date is another now, by a person or by code
+    void Change();  // the date has changed, by the user or by code
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -36,11 +36,11 @@ class DTPicker : public QDateEdit {
     QValidator::State validate(QString& text, int& place) const override;
 
  private:
-    // What the parts hold while the box is typed in; not always a day of the calendar.
+    // The values of the parts while the user types; they need not be a day of the calendar.
     struct Parts {
         int year, month, day;
     };
-    // The digits of the part that is being typed, and the place of the cursor among them.
+    // The digits of the part that is being typed, and the cursor position among them.
     struct Typing {
         int part;  // from 0, in the order of the region
         QString digits;
@@ -63,8 +63,8 @@ class DTPicker : public QDateEdit {
     void ShowTyping();
     void OpenCalendar();
 
-    std::optional<Parts> m_parts;    // from the first digit until the box is left
+    std::optional<Parts> m_parts;    // from the first digit until the box loses the focus
     std::optional<Typing> m_typing;  // until the part is closed
-    QString m_whole;                 // what is typed over a whole selection
-    bool m_handedOn = false;         // the separator behind a full part has been taken care of
+    QString m_whole;                 // text typed over a whole selection
+    bool m_handedOn = false;         // a separator after the full part is to be ignored
 };

@@ -1,4 +1,4 @@
-// A text box of a form, as far as the rooms below the forms touch one.
+// The interface of a text box for the rooms below the forms.
 #pragma once
 
 #include <string>

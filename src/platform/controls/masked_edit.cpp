@@ -17,7 +17,7 @@ bool IsDigit(QChar letter) {
     return letter >= '0' && letter <= '9';
 }
 
-// How many values the part of a format counts through; 0: it is not counted.
+// Returns how many values the part of a format has; 0 for a part that is not counted.
 int ValuesOf(QChar letter) {
     constexpr int Hours = 24, Sixty = 60;
     const QChar lower = letter.toLower();
@@ -61,7 +61,7 @@ MaskEdBox::Part MaskEdBox::PartAt(int cursor) const {
     return {first, end};
 }
 
-// The text with every part at its full length; a null text when it is of another shape than the mask.
+// Returns the text with every part at its full length; a null text if its form differs from the mask.
 QString MaskEdBox::Shaped(const QString& text) const {
     QString shaped;
     qsizetype next = 0;
@@ -101,7 +101,7 @@ void MaskEdBox::Text(const std::string& text) {
 void MaskEdBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     m_selectOnRelease = event->reason() == Qt::MouseFocusReason;
-    if (FocusHasLeft(*event)) {  // and has come here
+    if (FocusHasLeft(*event)) {  // the focus comes from another control
         selectAll();
     }
 }
@@ -113,7 +113,7 @@ void MaskEdBox::focusOutEvent(QFocusEvent* event) {
     }
 }
 
-// The click that brings the focus selects all; the next one sets the cursor.
+// The click that brings the focus selects the whole text; the next click sets the cursor.
 void MaskEdBox::mouseReleaseEvent(QMouseEvent* event) {
     QLineEdit::mouseReleaseEvent(event);
     if (m_selectOnRelease && !hasSelectedText()) {
@@ -142,7 +142,7 @@ void MaskEdBox::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// The separator typed after fewer digits than there are places ends the part: "8:" is "08:".
+// A separator typed after too few digits ends the part: "8:" becomes "08:".
 bool MaskEdBox::ClosePart(const QString& typed) {
     const Part part = PartAt(cursorPosition());
     if (hasSelectedText() || part.end >= m_mask.size() || typed != m_mask.mid(part.end, 1)) {

@@ -1,4 +1,4 @@
-// A text box whose text keeps the shape of a mask, such as "##:##" for a time of day.
+// A text box whose text has the form of a mask, such as "##:##" for a time of day.
 #pragma once
 
 #include <QLineEdit>
@@ -6,9 +6,9 @@
 
 #include "platform/controls/editable_text.h"
 
-// In the mask # stands for a digit, all else for itself. A place that holds no digit shows the prompt
-// character. With a format, such as "hh:mm", the arrow keys up and down count the part that the cursor is in:
-// h to 23, m and s to 59.
+// In the mask # stands for a digit and any other character for itself. A place without a digit shows the
+// prompt character. With a format such as "hh:mm", the up and down arrow keys count the part at the cursor: h
+// up to 23, m and s up to 59.
 class MaskEdBox : public QLineEdit, public EditableText {
     Q_OBJECT
     Q_PROPERTY(QString Mask READ Mask WRITE Mask)
@@ -24,10 +24,10 @@ class MaskEdBox : public QLineEdit, public EditableText {
     QString PromptChar() const { return m_prompt; }
     void PromptChar(const QString& prompt);  // one character
 
-    // As it is shown, prompt characters and all: "__:__" when nothing has been typed.
+    // Returns the text as it is shown, with prompt characters: "__:__" if nothing was typed.
     std::string Text() const override { return displayText().toStdString(); }
-    // Empty clears it. Parts that are too short get leading zeros, and what is longer than the mask is cut
-    // off. 380 "Invalid property value" for a text of another shape, which changes nothing.
+    // An empty text clears the box. Parts that are too short get leading zeros; text beyond the mask is cut
+    // off. Raises 380 "Invalid property value" for a text of another form and then changes nothing.
     void Text(const std::string& text) override;
 
  signals:
@@ -40,7 +40,7 @@ class MaskEdBox : public QLineEdit, public EditableText {
     void keyPressEvent(QKeyEvent* event) override;
 
  private:
-    // The places from `first` up to `end` that the cursor's part takes.
+    // The part at the cursor: the positions from `first` up to, but not including, `end`.
     struct Part {
         int first, end;
     };

@@ -8,7 +8,7 @@ MultiLineTextBox::MultiLineTextBox(QWidget* parent) : QPlainTextEdit(parent) {
 }
 
 std::string MultiLineTextBox::Text() const {
-    // The plain text of a document would have blanks in the place of its no-break spaces.
+    // The document's plain text would have blanks in place of no-break spaces.
     QString text = document()->toRawText();
     text.replace(QChar::ParagraphSeparator, '\n');
     text.replace(QChar::LineSeparator, '\n');
@@ -26,7 +26,7 @@ void MultiLineTextBox::Locked(bool locked) {
     ShowLocked(*this, locked);
 }
 
-// What was dropped is the box's to clean when it is left.
+// The box takes the focus, so that the dropped text is cleaned when the focus leaves it.
 void MultiLineTextBox::dropEvent(QDropEvent* event) {
     setFocus(Qt::MouseFocusReason);
     QPlainTextEdit::dropEvent(event);

@@ -1,5 +1,4 @@
-// A text box of several lines. Tab moves on to the next control; lines end in "\n", whatever ended them
-// before.
+// A text box with several lines. Tab moves to the next control. Every line end becomes "\n".
 #pragma once
 
 #include <QPlainTextEdit>
@@ -12,10 +11,10 @@ class MultiLineTextBox : public QPlainTextEdit, public EditableText {
     explicit MultiLineTextBox(QWidget* parent = nullptr);
 
     std::string Text() const override;
-    // The text that stands in it already leaves it as it is, cursor and all: what was typed can be undone.
+    // Setting the current text changes nothing, the cursor included, so that typing can still be undone.
     void Text(const std::string& text) override;
 
-    // A locked text can be read and copied, not changed; it stands on the colour of a button.
+    // A locked text can be read and copied but not changed. It has the background of a button.
     bool Locked() const { return isReadOnly(); }
     void Locked(bool locked);
 

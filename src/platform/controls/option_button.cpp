@@ -9,7 +9,7 @@ OptionButton::OptionButton(QWidget* parent) : QRadioButton(parent) {
     });
 }
 
-// Tab goes to the ticked option; from there the arrow keys tick the others.
+// Tab goes to the ticked option; the arrow keys tick the others.
 void OptionButton::TakeTab() {
     for (auto* option : parent() != nullptr
                             ? parent()->findChildren<OptionButton*>(QString(), Qt::FindDirectChildrenOnly)
@@ -20,7 +20,7 @@ void OptionButton::TakeTab() {
 }
 
 void OptionButton::Value(bool ticked) {
-    // Among options that exclude each other the ticked one cannot be cleared.
+    // An option of an exclusive group cannot be cleared.
     setAutoExclusive(ticked);
     setChecked(ticked);
     setAutoExclusive(true);

@@ -1,4 +1,4 @@
-// One of several options, of which one at most is ticked. Those with the same parent belong together.
+// One of several options with the same parent. At most one of them is ticked.
 #pragma once
 
 #include <QRadioButton>
@@ -9,11 +9,11 @@ class OptionButton : public QRadioButton {
     explicit OptionButton(QWidget* parent = nullptr);
 
     bool Value() const { return isChecked(); }
-    // Ticking it clears the others. Clearing it leaves none ticked.
+    // Ticking a button clears the others. Clearing it leaves no button ticked.
     void Value(bool ticked);
 
  signals:
-    void Click();  // it has been ticked, by a person or by code
+    void Click();  // the button was ticked, by the user or by code
 
  private:
     void TakeTab();

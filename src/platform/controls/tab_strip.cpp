@@ -12,7 +12,7 @@ TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
         const auto* shortcut = new QShortcut(QKeySequence(keys), this);
         connect(shortcut, &QShortcut::activated, this, [this, by] { Turn(by); });
     };
-    // Some keyboards send Shift+Tab as a key of its own, with Shift and without.
+    // Some keyboards send Shift+Tab as a key of its own, with or without Shift.
     turn(int(Qt::CTRL) | int(Qt::Key_Tab), 1);
     turn(int(Qt::CTRL) | int(Qt::SHIFT) | int(Qt::Key_Tab), -1);
     turn(int(Qt::CTRL) | int(Qt::SHIFT) | int(Qt::Key_Backtab), -1);

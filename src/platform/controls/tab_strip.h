@@ -1,4 +1,4 @@
-// A row of tabs, counted from 1. What a tab shows is the form's affair.
+// A row of tabs, counted from 1. The form shows the contents of a tab.
 #pragma once
 
 #include <QTabBar>
@@ -9,14 +9,14 @@ class TabStrip : public QTabBar {
  public:
     explicit TabStrip(QWidget* parent = nullptr);
 
-    // The first one is selected when it is added; that is no click.
+    // Adding the first tab selects it and emits no Click.
     void Add(const std::string& caption);
     int Count() const { return count(); }
-    int SelectedItem() const { return currentIndex() + 1; }  // 0 while there is none
-    void SelectedItem(int index);                            // 35600 "Index out of bounds"
+    int SelectedItem() const { return currentIndex() + 1; }  // 0 without tabs
+    void SelectedItem(int index);                            // raises 35600 "Index out of bounds"
 
  signals:
-    // Another tab is selected, by a person or by code. Ctrl+Tab and Ctrl+Shift+Tab do it from anywhere in the
+    // Another tab was selected, by the user or by code. Ctrl+Tab and Ctrl+Shift+Tab work anywhere in the
     // window.
     void Click();
 

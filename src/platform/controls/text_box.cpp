@@ -25,7 +25,7 @@ void TextBox::Locked(bool locked) {
     ShowLocked(*this, locked);
 }
 
-// What was dropped is the box's to clean when it is left.
+// The box takes the focus, so that the dropped text is cleaned when the focus leaves it.
 void TextBox::dropEvent(QDropEvent* event) {
     setFocus(Qt::MouseFocusReason);
     QLineEdit::dropEvent(event);

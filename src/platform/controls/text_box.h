@@ -1,4 +1,4 @@
-// A one-line text box. Its text is what stands in it, in UTF-8.
+// A one-line text box. Its text is UTF-8.
 #pragma once
 
 #include <QLineEdit>
@@ -8,18 +8,18 @@
 class TextBox : public QLineEdit, public EditableText {
     Q_OBJECT
  public:
-    // Holds a text of any length: a list of recipients must not lose its end.
+    // Accepts a text of any length: a list of recipients must not be cut off.
     explicit TextBox(QWidget* parent = nullptr);
 
     std::string Text() const override;
     // A text that is longer than the box shows its beginning.
     void Text(const std::string& text) override;
 
-    // Whether the box holds a path: it shows it as people write paths on this machine and gives it as the
-    // system does; see paths::ForUser. Off at first. To be set before the text.
+    // If on, the box holds a path: it shows it as users write paths and returns it as a path of the system
+    // (paths::ForUser). Off by default. Set it before the text.
     void ShowsPaths(bool on) { m_showsPaths = on; }
 
-    // A locked text can be read and copied, not changed; it stands on the colour of a button.
+    // A locked text can be read and copied but not changed. It has the background of a button.
     bool Locked() const { return isReadOnly(); }
     void Locked(bool locked);
 

@@ -26,7 +26,7 @@ ToolBarButton& ToolBarButtons::Add(const std::string& caption, const std::string
         action->setIcon(m_bar.Icons()->Image(image));
     }
     m_bar.addAction(action);
-    // Qt leaves the buttons of a toolbar out of the tab order.
+    // Qt leaves a toolbar's buttons out of the tab order.
     QWidget* button = m_bar.widgetForAction(action);
     button->setObjectName(text);
     button->setFocusPolicy(Qt::TabFocus);
@@ -62,7 +62,7 @@ ToolBar::ToolBar(QWidget* parent) : QToolBar(parent) {
     setContextMenuPolicy(Qt::PreventContextMenu);
 }
 
-// Where no tip was given, an action would show its caption as one.
+// A button without a tip would show its caption as one.
 bool ToolBar::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ToolTip && watched->property(NoTip).toBool()) {
         return true;

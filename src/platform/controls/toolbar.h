@@ -1,4 +1,4 @@
-// A toolbar of a form: buttons with a picture above their caption, counted from 1, separators included.
+// A form's toolbar: buttons with a picture above their caption, counted from 1, separators included.
 #pragma once
 
 #include <QToolBar>
@@ -13,7 +13,7 @@ class ToolBarButton {
  public:
     ToolBarButton(QAction& action, std::string key, std::string tip);
 
-    const std::string& Key() const { return m_key; }  // the caption as well; empty: a separator
+    const std::string& Key() const { return m_key; }  // also the caption; empty for a separator
     const std::string& ToolTipText() const { return m_tip; }
     bool Enabled() const { return m_action.isEnabled(); }
     void Enabled(bool enabled) { m_action.setEnabled(enabled); }
@@ -30,12 +30,12 @@ class ToolBarButtons {
     ToolBarButton& Add(const std::string& caption, const std::string& tip, int image);
     void AddSeparator();
     int Count() const { return static_cast<int>(m_buttons.size()); }
-    ToolBarButton& operator()(int index);               // 35600 "Index out of bounds"
-    ToolBarButton& operator()(const std::string& key);  // 35601 "Element not found"
+    ToolBarButton& operator()(int index);               // raises 35600 "Index out of bounds"
+    ToolBarButton& operator()(const std::string& key);  // raises 35601 "Element not found"
 
  private:
     ToolBar& m_bar;
-    std::deque<ToolBarButton> m_buttons;  // stay where they are
+    std::deque<ToolBarButton> m_buttons;  // a deque keeps references valid
 };
 
 class ToolBar : public QToolBar {
@@ -44,7 +44,8 @@ class ToolBar : public QToolBar {
     explicit ToolBar(QWidget* parent = nullptr);
 
     ToolBarButtons& Buttons() { return m_buttons; }
-    // Before the buttons are added.
+    // Set the images before the buttons are added. The caller owns the list of images, which must outlive the
+    // toolbar.
     void Icons(const ImageList* images) { m_images = images; }
     const ImageList* Icons() const { return m_images; }
 

@@ -47,7 +47,7 @@ Advice AdviceOnProgram(std::int32_t number) {
     }
 }
 
-// An error that is about a recipient says all there is to say.
+// An error about a recipient needs no further advice.
 Advice AdviceOn(std::int32_t number, const MailProfile& profile) {
     if (number == err::FileNotFound) {
         return {"VCard", "Name a vCard file that you may read, or none."};

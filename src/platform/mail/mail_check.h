@@ -1,4 +1,4 @@
-// What a person wants to know once the mail profile is set up: does it work?
+// Tests a mail profile after it is set up.
 #pragma once
 
 #include <stop_token>
@@ -12,24 +12,23 @@ namespace mailer {
 
 struct Finding {
     bool isFine;
-    std::string
-        text;  // whole sentences of one line; of a failure: the keys to look at, what it is, what to do
+    // Whole sentences on one line. For a failure: the keys to check, the cause, and what to do.
+    std::string text;
 };
 
-// Looks at everything that a mail leans on: who can read the profile, the address book, and the server, the
-// folder or the program. Nothing is sent. Failures are findings; raises only err::MailUserCancel when it was
-// stopped.
+// Checks everything that mail depends on: who can read the profile, the address book, and the server, the
+// folder or the program. Sends no mail. Failures are findings; raises only err::MailUserCancel, after a stop.
 std::vector<Finding> CheckMail(const MailProfile& profile, const std::stop_token& stop = {});
 
-// Whether alerts can reach somebody. `alertWho` is the setting as it is stored: one name or address.
+// Checks whether alerts can reach a recipient. `alertWho` is the stored setting: one name or address.
 Finding CheckAlertAddress(const MailProfile& profile, const std::string& alertWho);
 
-// Sends a short message to an address or a name of the address book. Returns what happened, as a sentence.
-// Raises as MAPI::Message::Send does.
+// Sends a short message to an address or a name of the address book. Returns the outcome as a sentence.
+// Raises as MAPI::Message::Send.
 std::string SendTestMessage(const MailProfile& profile, const std::string& recipient,
                             const std::stop_token& stop = {});
 
-// The keys of the profile that the error is about, what it says, and what to do about it.
+// Returns the keys of the profile that the error concerns, its text, and what to do.
 std::string Advise(const RuntimeError& error, const MailProfile& profile);
 
 }  // namespace mailer

@@ -21,7 +21,7 @@
 namespace mailer {
 namespace {
 
-// What the messages of a session share; it outlives the session with the last of them.
+// The state that a session and its messages share. It lives until the last of them is destroyed.
 struct Office {
     explicit Office(const MailProfile& read)
         : profile(read), book(read.addressBook), transport(MakeTransport(read)) {}
@@ -47,7 +47,7 @@ class RecipientList : public MAPI::Recipients {
         return m_items[static_cast<std::size_t>(index) - 1];
     }
 
-    // Every recipient once, however often it was added.
+    // Returns every recipient once, however often it was added.
     std::vector<Mailbox> Mailboxes() {
         std::vector<Mailbox> mailboxes;
         for (const MAPI::Recipient& item : m_items) {
@@ -98,7 +98,7 @@ class AttachmentList : public MAPI::Attachments {
         return attachment;
     }
 
-    std::deque<MAPI::Attachment> m_items;  // their places stay while others are added
+    std::deque<MAPI::Attachment> m_items;  // a deque keeps references valid
 };
 
 class MailMessage : public MAPI::Message {
@@ -141,7 +141,7 @@ class OutboxFolder : public MAPI::Folder {
     std::shared_ptr<Office> m_office;
 };
 
-// A name that a recipient list can hold: it means this entry and no other, and does not end the list.
+// Returns a name for a list of recipients: it identifies this entry only and does not contain the separator.
 std::string PickedName(AddressBook& book, const AddressEntry& entry) {
     try {
         if (entry.name.find(';') == std::string::npos &&
@@ -156,7 +156,7 @@ std::string PickedName(AddressBook& book, const AddressEntry& entry) {
     return entry.address;
 }
 
-// Once for each file of this process: mail goes out nevertheless, and would say it each time.
+// Once for each profile in this process: mail is sent nevertheless, and the warning would repeat.
 void TellExposure(const MailProfile& profile) {
     static std::set<std::filesystem::path> told;
     if (told.insert(profile.file).second) {

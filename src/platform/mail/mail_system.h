@@ -1,4 +1,5 @@
-// The real mail system behind platform/mapi.h: the mail profile, GMime, and the profile's transport.
+// The mail system that implements platform/contracts/mapi.h with the mail profile, GMime and the profile's
+// transport.
 #pragma once
 
 #include <filesystem>
@@ -7,10 +8,10 @@
 
 namespace mailer {
 
-// Sessions read the profile anew at each Logon, so that a change of it needs no restart.
+// Each Logon reads the profile again, so that a change needs no restart.
 class ProfileMailSystem : public MAPI::System {
  public:
-    // An empty path is the user's own profile (MailProfilePath).
+    // An empty path means the user's own profile (MailProfilePath).
     explicit ProfileMailSystem(std::filesystem::path profile = {}) : m_profile(std::move(profile)) {}
     std::unique_ptr<MAPI::Session> CreateSession() override;
 
@@ -21,6 +22,6 @@ class ProfileMailSystem : public MAPI::System {
 }  // namespace mailer
 
 namespace MAPI {
-// The one that a program sets by SetMailSystem(&MailSystem()).
+// Returns the mail system that a program sets with SetMailSystem(&MailSystem()).
 System& MailSystem();
 }  // namespace MAPI

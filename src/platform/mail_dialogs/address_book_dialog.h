@@ -1,8 +1,8 @@
-// The address book on the screen: a list that is searched while one types, and the names chosen so far.
+// The address book on the screen: a list with a search box, and the names chosen so far.
 //
-// Enter takes the highlighted names over to the chosen ones, and a second Enter is OK. OK gives the chosen
-// names and those still highlighted, in the order in which they were taken. Nothing is remembered from one
-// showing to the next.
+// Enter adds the highlighted names to the chosen ones; a second Enter is OK. OK returns the chosen names and
+// the highlighted ones in the order in which they were chosen. The dialog keeps no state between two
+// showings.
 #pragma once
 
 #include <QDialog>
@@ -21,8 +21,8 @@ class AddressBookDialog;
 class AddressBookDialog : public QDialog {
     Q_OBJECT
  public:
-    // The entries must outlive the dialog. With `oneAddress` there is no list of chosen names: the one that
-    // is highlighted is it.
+    // The entries must outlive the dialog. With `oneAddress` there is no list of chosen names: the
+    // highlighted entry is the choice.
     AddressBookDialog(const std::vector<mailer::AddressEntry>& entries, bool oneAddress,
                       QWidget* parent = nullptr);
     ~AddressBookDialog() override;
@@ -42,7 +42,7 @@ class AddressBookDialog : public QDialog {
     void ShowEmptyBook();
     void Connect();
     void Enter();
-    std::vector<std::size_t> Highlighted() const;  // entries that are not chosen yet
+    std::vector<std::size_t> Highlighted() const;  // indexes of entries that are not chosen yet
     void ShowChosen();
     void ShowState();
 
@@ -50,9 +50,10 @@ class AddressBookDialog : public QDialog {
     const std::vector<mailer::AddressEntry>& m_entries;
     const bool m_oneAddress;
     AddressListModel* m_model;
-    std::vector<std::size_t> m_chosen;  // entries
+    std::vector<std::size_t> m_chosen;  // indexes of entries
 };
 
-// A chooser for the mail system (platform/mail/address_book.h): shows the dialog over the active window.
+// A chooser for the mail system (platform/mail/book/address_book.h): shows the dialog over the active window.
+// Returns nullopt after a cancel.
 std::optional<std::vector<mailer::AddressEntry>> ChooseAddresses(
     const std::vector<mailer::AddressEntry>& entries, bool oneAddress);

@@ -5,7 +5,7 @@
 
 namespace {
 
-// Letters without their accents and case, so that "munoz" finds "Muñoz".
+// Returns the text without accents and case, so that "munoz" finds "Muñoz".
 QString Folded(const QString& text) {
     QString folded;
     for (const QChar letter : text.normalized(QString::NormalizationForm_KD)) {
@@ -16,7 +16,7 @@ QString Folded(const QString& text) {
     return folded.toCaseFolded();
 }
 
-// A line for each text: no word of a search reaches from one into the next.
+// Each text has a line of its own: no word of a search matches across two texts.
 QString Searched(const mailer::AddressEntry& entry) {
     std::string text = entry.name + '\n' + entry.address;
     for (const std::string& nickname : entry.nicknames) {
@@ -25,7 +25,7 @@ QString Searched(const mailer::AddressEntry& entry) {
     return Folded(QString::fromStdString(text));
 }
 
-// Plain text whatever stands in the address book: a tip would take tags for its own.
+// Plain text, whatever the address book holds: a tooltip would interpret tags.
 QString Tip(const mailer::AddressEntry& entry) {
     QString tip = QString::fromStdString(entry.name + " <" + entry.address + ">").toHtmlEscaped();
     for (const std::string& nickname : entry.nicknames) {

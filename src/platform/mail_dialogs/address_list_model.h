@@ -1,4 +1,4 @@
-// The entries of an address book as rows of a list, those that match a search.
+// The entries of an address book that match a search, as rows of a list.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -15,10 +15,10 @@ class AddressListModel : public QAbstractTableModel {
     // The entries must outlive the model.
     explicit AddressListModel(const std::vector<mailer::AddressEntry>& entries, QObject* parent = nullptr);
 
-    // Leaves the entries in whose name, address and nicknames each of the words is found, wherever it stands
-    // and without regard to case and accents. No words: all of them.
+    // Keeps the entries whose name, address and nicknames contain each of the words, at any position and
+    // without regard to case and accents. Without words it keeps all entries.
     void Search(const QString& words);
-    // The place in the book of the entry that a row shows.
+    // Returns the index in the book of the entry in a row.
     std::size_t EntryOfRow(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -28,6 +28,6 @@ class AddressListModel : public QAbstractTableModel {
 
  private:
     const std::vector<mailer::AddressEntry>& m_entries;
-    std::vector<QString> m_searched;  // what a search looks through, by entry
-    std::vector<std::size_t> m_rows;  // the entry of each row
+    std::vector<QString> m_searched;  // the text that a search examines, by entry
+    std::vector<std::size_t> m_rows;  // the entry index of each row
 };

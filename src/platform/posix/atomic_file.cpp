@@ -42,18 +42,20 @@ fs::path FolderOf(const fs::path& file) {
     return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
 
-// -1 and errno when there is none. Files can be made in a folder that may be written but not read.
+// Returns the handle of the folder, or -1 and sets errno. O_PATH: files can be made in a folder that may be
+// written but not read.
 int OpenFolder(const fs::path& folder) {
     constexpr int Flags = O_DIRECTORY | O_CLOEXEC;
     const int handle = open(folder.c_str(), O_RDONLY | Flags);
     return handle < 0 && errno == EACCES ? open(folder.c_str(), O_PATH | Flags) : handle;
 }
 
-// Whoever makes or replaces a database in the folder holds it: nobody's log is taken for a former one's.
+// Held by every process that makes or replaces a database in the folder: no process mistakes another one's
+// log for an old one.
 class FolderLock {
  public:
     explicit FolderLock(const fs::path& folder) : m_handle(OpenFolder(folder)) {
-        // A file system without locks is no reason to have no database.
+        // A database can also be made on a file system without locks.
         WaitForLock(m_handle, std::chrono::seconds(10));
     }
     ~FolderLock() { close(m_handle); }
@@ -79,7 +81,7 @@ class OpenSource {
     OpenSource(const OpenSource&) = delete;
     OpenSource& operator=(const OpenSource&) = delete;
 
-    // Empty at the end of the file.
+    // Returns an empty text at the end of the file.
     std::string_view Read() {
         ssize_t count = 0;
         do {
@@ -97,8 +99,8 @@ class OpenSource {
     std::array<char, 65536> m_buffer{};
 };
 
-// A database's write-ahead log that lies beside the target belongs to the file that was there before. The
-// copy must not meet it: the database would replay the old rows over the new file.
+// A database's write-ahead log beside the target belongs to the former file. It must be removed before the
+// copy appears: the database would apply the old rows to the new file.
 void RemoveLogsOfFormerDatabase(const fs::path& target) {
     std::error_code ignored;
     fs::remove(target.string() + "-wal", ignored);
@@ -116,7 +118,7 @@ fs::path BehindLinks(fs::path target) {
     return target;
 }
 
-// Something that is no file and no folder: its name must stay what it is.
+// Returns true for a target that is neither a file nor a folder: its name must stay what it is.
 bool IsDeviceOrPipe(const fs::path& target) {
     std::error_code error;
     const fs::file_status status = fs::status(target, error);
@@ -147,7 +149,7 @@ void AtomicFile::MakeTemporary() {
     if (m_folder < 0) {
         Raise(errno);
     }
-    // The bytes that take the place of a file are no more readable than that is, from the first one on.
+    // From the first byte on the new file is no more readable than the file that it replaces.
     std::error_code ignored;
     const bool isForAll = m_readers == Readers::Mask && !fs::exists(m_target, ignored);
     const HeldName held = MakeHeldFile(m_folder, TemporaryMark, isForAll ? 0666 : 0600);
@@ -184,7 +186,7 @@ void AtomicFile::Write(std::string_view bytes) {
     }
 }
 
-// 0, or -1 and errno.
+// Returns 0, or -1 and sets errno.
 int AtomicFile::GiveName() const {
     const char* const temporary = m_temporary.c_str();
     if (m_ifThere == IfThere::Replace) {
@@ -194,7 +196,7 @@ int AtomicFile::GiveName() const {
     if (result == 0 || (errno != EINVAL && errno != ENOSYS)) {
         return result;
     }
-    // Some file systems of networks can only be asked in two steps.
+    // Some network file systems need two steps.
     return linkat(m_folder, temporary, AT_FDCWD, m_target.c_str(), 0) == 0 ? unlinkat(m_folder, temporary, 0)
                                                                            : -1;
 }
@@ -207,7 +209,7 @@ void AtomicFile::Commit() {
         if (fsync(m_file) != 0 || GiveName() != 0) {
             Raise(errno);
         }
-        // A rename is lost in a power cut until its folder is on the disk too.
+        // A power failure can undo a rename until its folder is on the disk.
         fsync(m_folder);
     }
     close(m_file);

@@ -1,4 +1,4 @@
-// Files that appear whole or not at all, and temporary ones. Paths are the machine's.
+// Files that appear complete or not at all, and temporary files. Paths are those of the machine.
 #pragma once
 
 #include <cstdint>
@@ -6,17 +6,17 @@
 #include <string>
 #include <string_view>
 
-// A file under a temporary name in the folder of its target. Commit gives it the target's name once its bytes
-// are on the disk; without Commit it goes away. A link is followed; a device or a pipe cannot appear whole
-// and is written as the bytes come. What a killed process left in the folder goes with the next file that is
-// made there (held_name.h).
+// A file with a temporary name in the folder of its target. Commit renames it to the target once its bytes
+// are on the disk. Without Commit the destructor deletes it. A link is followed. A device or a pipe cannot
+// appear at once and is written directly. The leftovers of a killed process are deleted when the next file is
+// made in the folder (held_name.h).
 //
-// A file that is replaced hands its owner, group and mode over, as far as that is permitted. A new one is for
-// its owner only, or, for Readers::Mask, has the mode that the user's file mask gives. A file for its owner
-// that takes the place of one that everybody could read is readable by its owner only all the same.
+// A replaced file passes on its owner, group and mode, as far as permitted. A new file is for its owner only;
+// with Readers::Mask it has the mode that the user's file mask gives. A file for its owner that replaces one
+// that everybody could read is still readable by its owner only.
 //
-// Errors are RuntimeError 76 (no such folder), 61 (disk full), 58 (it is there and must not be replaced), 67
-// (too many open files), 7 (no memory), 75 (anything else), each with the target's path.
+// Errors are RuntimeError 76 (folder missing), 61 (disk full), 58 (the target exists and must not be
+// replaced), 67 (too many open files), 7 (out of memory), 75 (anything else), each with the target's path.
 class AtomicFile {
  public:
     enum class IfThere { Replace, Fail };
@@ -38,26 +38,26 @@ class AtomicFile {
     std::filesystem::path m_target;
     IfThere m_ifThere;
     Readers m_readers;
-    std::string m_temporary;  // its name in the folder; empty: the target itself is being written
+    std::string m_temporary;  // name in the folder; empty: the target is written directly
     int m_folder = -1;
     int m_file = -1;
 };
 
-// Copies a file to `target`. RuntimeError 53 or 75 when the source is missing or cannot be read, 75 when
-// both are the same file, otherwise as AtomicFile.
+// Copies a file to `target`. Raises RuntimeError 53 if the source is missing, 75 if it cannot be read or if
+// both are the same file, and otherwise as AtomicFile.
 void CopyFileWhole(const std::filesystem::path& source, const std::filesystem::path& target,
                    AtomicFile::IfThere ifThere = AtomicFile::IfThere::Replace);
 
-// TMPDIR where it is the whole path of a folder that can be written, else /tmp; never the working folder.
-// Raises RuntimeError 75, with both names, when that cannot be written either.
+// Returns TMPDIR if it is the absolute path of a folder that can be written, else /tmp; never the current
+// folder. Raises RuntimeError 75 with both names if /tmp cannot be written either.
 std::filesystem::path TemporaryPlace();
 
-// A file without a name in TemporaryPlace, for reading and writing, gone when the handle is closed: that is
-// the caller's. Raises RuntimeError 61, 67, 7 or 75 with the folder.
+// Returns the handle of an open file without a name in TemporaryPlace, for reading and writing. The caller
+// closes it; then the file is gone. Raises RuntimeError 61, 67, 7 or 75 with the folder's name.
 int OpenTemporaryFile();
 
-// A folder in TemporaryPlace, for its owner only, removed with everything in it. What killed processes left
-// under the same prefix goes when one is made. Raises as OpenTemporaryFile.
+// A folder in TemporaryPlace, for its owner only. The destructor removes it with its contents. The
+// constructor removes what killed processes left under the same prefix. Raises as OpenTemporaryFile.
 class HeldFolder {
  public:
     explicit HeldFolder(std::string_view prefix);

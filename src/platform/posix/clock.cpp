@@ -4,7 +4,7 @@
 
 namespace {
 
-// The machine's zone may have been changed since the last call.
+// The machine's time zone may have changed since the last call.
 void ReadLocal(std::time_t moment, std::tm& local) {
     tzset();
     localtime_r(&moment, &local);

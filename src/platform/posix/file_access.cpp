@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* AccessList = "system.posix_acl_access";
 
-// Empty when the mode says it all.
+// Returns an empty list if the mode says everything.
 std::string AccessListOf(const fs::path& path) {
     const ssize_t size = getxattr(path.c_str(), AccessList, nullptr, 0);
     if (size <= 0) {
@@ -24,7 +24,7 @@ std::string AccessListOf(const fs::path& path) {
     return getxattr(path.c_str(), AccessList, list.data(), list.size()) == size ? list : std::string();
 }
 
-// Whether the group is the former one's.
+// Returns true if the file has the group of the former one.
 bool TakeOwnership(int file, const struct stat& former) {
     if (fchown(file, former.st_uid, former.st_gid) == 0) {
         return true;
@@ -34,7 +34,7 @@ bool TakeOwnership(int file, const struct stat& former) {
            fchown(file, static_cast<uid_t>(-1), former.st_gid) == 0;
 }
 
-// Best effort: there are file systems without modes.
+// Ignores errors: some file systems have no modes.
 void SetMode(int file, mode_t mode) {
     [[maybe_unused]] const int result = fchmod(file, mode);
 }
@@ -53,7 +53,7 @@ void TakeAccessOver(int file, const fs::path& former, bool isPrivate) {
     }
     const std::string list = AccessListOf(former);
     if (list.empty()) {
-        // The folder may have given the file a list of its own.
+        // The folder may have given the file an access list.
         fremovexattr(file, AccessList);
         return SetMode(file, isGroupKept ? mode : (mode & ~S_IRWXG) | ((mode & S_IRWXO) << 3));
     }

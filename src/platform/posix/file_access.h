@@ -1,10 +1,10 @@
-// Who may read and write a file, handed from one file to the one that takes its place.
+// Passes the access rights of a file on to the file that replaces it.
 #pragma once
 
 #include <filesystem>
 
-// Gives the open file what `former`, if it is a regular file, has: owner and group as far as that is
-// permitted, access list or mode. A group that cannot be kept gets no more than others have. `isPrivate`: a
-// former file that others could read gives its owner and group only; the new one is for its owner alone.
-// Never fails: what the file system does not know is left as it is.
+// Gives the open file the rights of `former`, if that is a regular file: owner and group as far as permitted,
+// and access list or mode. If the group cannot be kept, the group gets the rights of others. `isPrivate`: if
+// others could read `former`, only owner and group are passed on, and the new file stays private to its
+// owner. Never fails: what the file system does not support is left out.
 void TakeAccessOver(int file, const std::filesystem::path& former, bool isPrivate);

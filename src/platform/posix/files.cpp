@@ -18,7 +18,7 @@ bool FileSystemObject::FileExists(const std::string& path) const {
         std::error_code error;
         return std::filesystem::is_regular_file(paths::ToMachine(path), error);
     } catch (const RuntimeError&) {
-        return false;  // a path that cannot be, such as one on another drive
+        return false;  // an impossible path, such as one on another drive
     }
 }
 

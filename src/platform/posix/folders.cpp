@@ -1,4 +1,4 @@
-// The folders that the program lives in.
+// The application's folders.
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -32,7 +32,7 @@ fs::path Home() {
     return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
 }
 
-// A base folder of the desktop's rules, where a relative path in the variable counts as none.
+// Returns a base folder of the XDG specification, which ignores a relative path in the variable.
 fs::path BaseFolder(const char* variable, const char* belowHome) {
     const fs::path given = Environment(variable);
     return given.is_absolute() ? given : Home() / belowHome;
@@ -48,7 +48,8 @@ fs::path ProgramFolder() {
     return fs::read_symlink("/proc/self/exe", error).parent_path();
 }
 
-// The folder and those above it that are missing, the last one for its owner only: it will hold passwords.
+// Makes the folder and its missing parents. The folder itself is for its owner only, because it will hold
+// passwords.
 void MakePrivateFolder(const fs::path& folder) {
     std::error_code error;
     if (fs::is_directory(folder, error)) {
@@ -74,7 +75,8 @@ fs::path InstalledShare() {
     return {};
 }
 
-// The blank database goes last: a folder that holds it is complete, whatever interrupted an earlier start.
+// Copies the blank database last: a folder that holds it is complete, even if an earlier start was
+// interrupted.
 void Furnish(const fs::path& folder) {
     MakePrivateFolder(folder);
     for (const char* name : {"Cache", "output"}) {

@@ -49,8 +49,8 @@ std::string WithChance(std::string_view prefix) {
         chance = (static_cast<std::uint64_t>(getpid()) << 32) ^
                  static_cast<std::uint64_t>(Clock::now().time_since_epoch().count());
     }
-    // No decimal digits: programs before this one took a number in such a name for that of a process, and
-    // removed what belonged to none that was alive.
+    // Without decimal digits: earlier versions read a number in such a name as a process number and removed
+    // files of dead processes.
     constexpr std::string_view Digits = "abcdefghijklmnop";
     std::string name(prefix);
     for (int digit = 0; digit < 16; ++digit) {
@@ -59,8 +59,8 @@ std::string WithChance(std::string_view prefix) {
     return name;
 }
 
-// Makes names until one is held. Between making and locking another process may take it for a left one; it
-// then removes it, and the next name is tried.
+// Makes names until it holds one. Between the making and the locking another process may take the name for a
+// leftover and remove it; then the next name is tried.
 template <typename Make, typename Remove>
 HeldName MakeHeld(int folder, std::string_view prefix, Make make, Remove remove) {
     constexpr int MostTries = 100;
@@ -88,8 +88,8 @@ HeldName MakeHeld(int folder, std::string_view prefix, Make make, Remove remove)
     return held;
 }
 
-// Several machines write there, and a lock that one of them grants may not be known to the others: it hangs
-// on how the file system was mounted.
+// Several machines may write there. Whether they see each other's locks depends on how the file system was
+// mounted.
 bool IsOfSeveralMachines(int handle) {
     constexpr std::int64_t Cifs = 0xFF534D42;
     constexpr std::int64_t Ceph = 0x00C36400;
@@ -110,7 +110,7 @@ bool IsOfSeveralMachines(int handle) {
            std::find(Shared.begin(), Shared.end(), static_cast<std::int64_t>(facts.f_type)) != Shared.end();
 }
 
-// Nobody writes for a day without a byte.
+// No process writes for a whole day without adding a byte.
 bool IsOld(const struct stat& facts) {
     constexpr std::time_t Day = 86400;
     return std::time(nullptr) - facts.st_mtime > Day;
@@ -142,7 +142,7 @@ void RemoveIfLeft(int folder, const fs::path& path) {
     close(handle);
 }
 
-// Folders with many files are not read for each file that is made there.
+// Folders with many files are not read for every new file.
 bool IsTimeToLook(const fs::path& folder, std::string_view prefix) {
     static std::mutex mutex;
     static std::map<std::string, Clock::time_point> looked;

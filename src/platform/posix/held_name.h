@@ -1,6 +1,6 @@
-// Names of what is not finished yet. The maker holds a lock on such a file or folder until it has its final
-// name or is gone, so that what a killed process left can be told from work under way: by any process of this
-// machine, in a container or not, and of other machines where the file system knows locks.
+// Names of unfinished files and folders. The maker holds a lock until the file has its final name or is
+// deleted. So any process of this machine, inside or outside a container, and other machines whose file
+// system supports locks, can distinguish what a killed process left from work in progress.
 #pragma once
 
 #include <sys/types.h>
@@ -13,20 +13,20 @@
 struct HeldName {
     std::string name;  // in its folder
     int handle = -1;   // open and locked; the caller closes it
-    int code = 0;      // when handle is -1: the machine's error code
+    int code = 0;      // the machine's error code if handle is -1
 };
 
-// Makes a file, open for reading and writing, in the open folder. Its name is the prefix and 16 characters of
-// chance. Where the file system has no locks the file is not locked.
+// Makes a file, open for reading and writing, in the open folder. Its name is the prefix and 16 random
+// characters. If the file system has no locks, the file is not locked.
 HeldName MakeHeldFile(int folder, std::string_view prefix, mode_t mode);
 
-// Likewise a folder, for its owner only.
+// Makes a folder in the same way, for its owner only.
 HeldName MakeHeldFolder(int folder, std::string_view prefix);
 
-// Removes the files and the user's own folders with this prefix that nobody holds a lock on. What cannot be
-// locked stays. A process looks into a folder once an hour at most. Never fails.
+// Removes the files, and the user's own folders, that have this prefix and that no process holds a lock on.
+// What cannot be locked stays. A process examines a folder at most once an hour. Never fails.
 void RemoveLeftovers(const std::filesystem::path& folder, std::string_view prefix);
 
-// Waits for the lock on an open file or folder. False when another process keeps it all that time, or when
-// the file system has no locks.
+// Waits for the lock on an open file or folder. Returns false if another process keeps it for `longest`, or
+// if the file system has no locks.
 bool WaitForLock(int handle, std::chrono::milliseconds longest);

@@ -9,7 +9,7 @@ void PrepareProgram() {
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);
     prctl(PR_SET_DUMPABLE, 0, 0, 0, 0);
-    // The soft bound only: programs that this one starts may raise theirs.
+    // Only the soft limit: child programs may raise theirs.
     rlimit core{};
     if (getrlimit(RLIMIT_CORE, &core) == 0) {
         core.rlim_cur = 0;

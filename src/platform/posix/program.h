@@ -1,7 +1,7 @@
-// What every program of the system does first of all.
+// The first call of every program of the system.
 #pragma once
 
-// A file that may not grow and a reader that has gone are errors of the call that meets them, and not the
-// end of the process without a word. The process's memory may hold passwords: no core dump is written, and
-// other processes of the user cannot look into it. Call before threads and libraries start.
+// Makes a file at its size limit and a closed pipe errors of the call that meets them, instead of signals
+// that end the process. Because memory may hold passwords, it turns core dumps off and keeps other processes
+// of the user from reading it. Call it before threads and libraries start.
 void PrepareProgram();

@@ -14,8 +14,8 @@ std::optional<RegionalSettings>& Chosen() {
     return chosen;
 }
 
-// Asked of the environment's locale by itself: the locale of the process stays the C one, so that numbers in
-// files keep their point.
+// Reads the environment's locale without setting it: the process keeps the C locale, so that numbers in files
+// keep their point.
 RegionalSettings FromEnvironment() {
     const locale_t region = newlocale(LC_TIME_MASK, "", nullptr);
     if (region == nullptr) {
@@ -29,7 +29,7 @@ RegionalSettings FromEnvironment() {
     return settings;
 }
 
-// The letter of the conversion at the front of the pattern ('\0' if there is none), which is taken off it.
+// Removes the conversion at the front of the pattern and returns its letter, or '\0'.
 char TakeConversion(std::string_view& pattern) {
     if (pattern.empty() || pattern.front() != '%') {
         return '\0';

@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// 0, or the machine's error code.
+// Returns 0, or the machine's error code.
 int CodeOfWriting(const fs::path& folder) {
     struct stat facts {};
     if (stat(folder.c_str(), &facts) != 0) {
@@ -52,7 +52,7 @@ fs::path TemporaryPlace() {
 int OpenTemporaryFile() {
     const fs::path place = TemporaryPlace();
     int file = open(place.c_str(), O_TMPFILE | O_RDWR | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    // Not every file system makes files without a name.
+    // Some file systems cannot make files without a name.
     if (file < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == ENOENT || errno == EINVAL)) {
         std::string name = (place / ".oxc-XXXXXX").string();
         file = mkostemp(name.data(), O_CLOEXEC);

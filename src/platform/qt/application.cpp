@@ -13,7 +13,7 @@
 namespace {
 
 constexpr const char* PlatformVariable = "QT_QPA_PLATFORM";
-// What the user had set (perhaps nothing, which is empty) when FallBackToOffscreen put its choice there.
+// The user's value (empty if unset) before FallBackToOffscreen replaced it.
 std::optional<QByteArray> formerPlatform;
 
 bool IsSet(const char* name) {
@@ -28,7 +28,7 @@ void EndNow(int /*signal*/) {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     KeepNumbersPlain();
-    // Made for this process alone: an editor that it starts must show its windows.
+    // Only for this process: an editor that it starts must show its windows.
     if (formerPlatform && formerPlatform->isEmpty()) {
         qunsetenv(PlatformVariable);
     } else if (formerPlatform) {

@@ -1,4 +1,4 @@
-// The process's Qt application: the one place where an error that left an event handler is met.
+// The process's Qt application. It catches every error that leaves an event handler.
 #pragma once
 
 #include <QApplication>
@@ -12,16 +12,16 @@ class Application : public QApplication {
     bool notify(QObject* receiver, QEvent* event) override;
 };
 
-// Shows the run time's error box, with the number and the description, and ends the process with code 1.
+// Shows the error box of run-time errors with number and description, and ends the process with code 1.
 void EndByRuntimeError(const RuntimeError& error);
 
-// Whether the environment names a display or a platform. The display may turn out not to answer.
+// Returns true if the environment names a display or a platform. The display may still not answer.
 bool MayHaveDisplay();
-// Whether boxes can be shown to somebody. Only once the application is made.
+// Returns true if a user can see boxes. Call it only after the application is made.
 bool HasDisplay();
-// Call before the application is made by a program that can do without windows: with no display, or one that
-// does not answer, Qt's offscreen platform is taken, whatever QT_QPA_PLATFORM wishes. Programs that this one
-// starts are not told.
+// Call it before the application is made, in a program that also works without windows. Without a display, or
+// with one that does not answer, it selects Qt's offscreen platform, whatever QT_QPA_PLATFORM says. Child
+// processes do not inherit this choice.
 void FallBackToOffscreen();
-// SIGTERM and SIGINT end the process at once with code 0, as the tray's Exit does.
+// Makes SIGTERM and SIGINT end the process at once with code 0, as the tray's Exit does.
 void EndOnSignals();

@@ -6,7 +6,7 @@
 
 namespace {
 
-// Timers that come due while it lives do not run; those that repeat come again.
+// While an object of this class lives, due timers do not run; repeating timers come again.
 class TimersHeld : public QObject {
  public:
     TimersHeld() { QCoreApplication::instance()->installEventFilter(this); }
@@ -27,7 +27,7 @@ void QtLoop::Yield() {
 }
 
 void QtLoop::YieldFor(double seconds) {
-    // The timer ends the wait when nothing else does.
+    // The timer ends the wait if there is no other event.
     QTimer::singleShot(static_cast<int>(seconds * 1000), [] {});
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }

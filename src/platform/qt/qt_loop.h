@@ -1,4 +1,4 @@
-// The message loop is Qt's.
+// The message loop of Qt.
 #pragma once
 
 #include "platform/contracts/loop.h"

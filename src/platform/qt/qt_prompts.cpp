@@ -26,13 +26,13 @@ QMessageBox::Icon IconOf(int flags) {
     }
 }
 
-// A box is as wide as its text, and the window manager cuts a title that does not fit.
+// Widens a box for its title: a box is as wide as its text, and the window manager cuts off a longer title.
 void MakeRoomForTitle(QMessageBox& box) {
     auto* layout = qobject_cast<QGridLayout*>(box.layout());
     if (layout == nullptr) {
         return;
     }
-    constexpr int FrameLetters = 12;  // its icon and buttons
+    constexpr int FrameLetters = 12;  // average characters for its icon and buttons
     const QFontMetrics metrics(QApplication::font("QMdiSubWindowTitleBar"));
     const int width =
         metrics.horizontalAdvance(box.windowTitle()) + FrameLetters * metrics.averageCharWidth();
@@ -43,7 +43,7 @@ QString TitleOf(const std::string& title) {
     return QString::fromStdString(title.empty() ? AppTitle : title);
 }
 
-// Nobody may be at the scheduler's screen: what its boxes say stands on standard error as well.
+// There may be no user at the scheduler's screen: its boxes are written to standard error as well.
 void JournalOfScheduler(const std::string& text, const std::string& title) {
     if (!Command().empty()) {
         JournalBox(text, title);

@@ -14,7 +14,7 @@ class TrayIcon : public QObject {
     void SetIcon(const QIcon& icon);
     void SetTip(const std::string& tip);
     const std::string& Tip() const { return m_tip; }
-    // The icon stands in the tray while both switches are on.
+    // The icon is shown while both switches are on.
     void SetEnabled(bool on);
     void SetVisible(bool on);
     bool IsShown() const { return m_enabled && m_visible; }

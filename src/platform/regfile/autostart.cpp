@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Pieces between blanks; blanks inside double quotes do not part.
+// Splits at blanks outside double quotes.
 std::vector<std::string> Pieces(std::string_view commandLine) {
     std::vector<std::string> pieces;
     bool isQuoted = false;
@@ -46,8 +46,8 @@ std::string_view FileName(std::string_view path) {
     return last == std::string_view::npos ? path : path.substr(last + 1);
 }
 
-// Quoted twice over, as the rules of desktop entries want it: once for the command line, once for the file.
-// Line breaks would start another key.
+// Quotes an argument twice, as desktop entries need it: for the command line and for the file. Line breaks
+// would start another key.
 std::string QuotedForEntry(std::string_view argument) {
     const bool isPlain = !argument.empty() && std::all_of(argument.begin(), argument.end(), [](char letter) {
         return mailer::IsAsciiLetterOrDigit(letter) || static_cast<unsigned char>(letter) >= 0x80 ||
@@ -76,7 +76,7 @@ bool IsProgram(const fs::path& path) {
     return fs::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
 }
 
-// The installed program: beside the running one, else where the shell finds it.
+// Returns the installed program: beside the running one, else where the shell finds it.
 fs::path InstalledProgram() {
     std::error_code error;
     fs::path beside = fs::read_symlink("/proc/self/exe", error).parent_path() / "oxc";
@@ -105,8 +105,8 @@ std::string DesktopExec(std::string_view commandLine, const fs::path& ownProgram
     }
     const bool isOwn = SameLetters(FileName(pieces.front()), "oxc.exe");
     pieces.front() = isOwn ? ownProgram.string() : paths::ToMachine(pieces.front()).string();
-    // The desktop looks for the program under the name as it is written, where % stands twice, and takes = in
-    // it for no program's name: the shell is found, and starts the rest.
+    // Desktops search for the program under the written name, where % is doubled, and do not accept = in it.
+    // The entry therefore starts the shell, which starts the program.
     std::string exec = pieces.front().find_first_of("%=") == std::string::npos
                            ? ""
                            : "sh -c " + QuotedForEntry("exec \"$0\" \"$@\"");
@@ -141,7 +141,7 @@ std::string RegionForExec(std::string_view commandLine) {
         if (region != nullptr && *region != '\0') {
             exec += QuotedForEntry(std::string(name) + "=" + region) + " ";
             if (std::string_view(name) == "LC_ALL") {
-                return exec;  // it decides alone
+                return exec;  // LC_ALL overrides the other variables
             }
         }
     }

@@ -5,20 +5,21 @@
 #include <string>
 #include <string_view>
 
-// The Exec line of a desktop entry for a command line of the system: a program (in double quotes if its path
-// holds blanks) and its arguments. The system's own program, oxc.exe, becomes `ownProgram`; any other path is
-// translated. A program with % or = in its path is started through sh, as desktops find it by no other way.
+// Returns the Exec line of a desktop entry for a command line of the system: a program, in double quotes if
+// its path holds blanks, and its arguments. The system's own program, oxc.exe, becomes `ownProgram`; any
+// other path is translated. A program with % or = in its path is started through sh, because desktops cannot
+// start it directly.
 std::string DesktopExec(std::string_view commandLine, const std::filesystem::path& ownProgram);
 
-// "env OXC_HOME=<folder> " when the command line names oxc.exe in a folder that `ownProgram` would not take
-// for the application's by itself; else empty.
+// Returns "env OXC_HOME=<folder> " if the command line names oxc.exe in a folder that `ownProgram` would not
+// use as the application's folder. Returns an empty text otherwise.
 std::string HomeForExec(std::string_view commandLine, const std::filesystem::path& ownProgram);
 
-// "env LANG=<region> " and the like: what names the region of this process, for a command line of oxc.exe.
-// Dates of stored values are read in it, whatever region the desktop starts programs in. Empty for other
-// programs.
+// Returns "env LANG=<region> " or the like, with the region of this process, for a command line of oxc.exe.
+// Stored dates are read in this region, whatever region the desktop gives its programs. Returns an empty text
+// for other programs.
 std::string RegionForExec(std::string_view commandLine);
 
-// Makes <folder>/<name>.desktop, which starts the command line at login. Raises as AtomicFile.
+// Writes <folder>/<name>.desktop, which starts the command line at login. Raises as AtomicFile.
 void WriteAutostart(const std::filesystem::path& folder, const std::string& name,
                     std::string_view commandLine);

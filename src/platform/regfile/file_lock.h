@@ -3,8 +3,8 @@
 
 #include <filesystem>
 
-// Holds the lock file while it lives; the file is made for its owner only and stays. RuntimeError 75 when it
-// cannot be made or another process does not give it back for 10 seconds.
+// Holds the lock file while it lives. The file is made for its owner only and is not deleted. Raises
+// RuntimeError 75 if the file cannot be made or another process holds the lock for 10 seconds.
 class FileLock {
  public:
     explicit FileLock(const std::filesystem::path& path);

@@ -24,7 +24,7 @@ std::string PlainText(std::string_view bytes) {
     return std::string(bytes.substr(0, 3) == "\xef\xbb\xbf" ? bytes.substr(3) : bytes);
 }
 
-// The line at the front, with those that continue a long value of bytes behind a backslash.
+// Removes and returns the first line, with the lines that continue a long value after a backslash.
 std::string TakeLine(std::string_view& rest) {
     std::string line;
     bool isBytes = false;
@@ -38,7 +38,7 @@ std::string TakeLine(std::string_view& rest) {
     return line;
 }
 
-// The name of a value line, which is taken off with its equals sign. The value without a name is @.
+// Removes and returns the name of a value line, with its equals sign. The default value has the name @.
 std::optional<std::string> TakeName(std::string_view& line) {
     std::optional<std::string> name;
     if (!line.empty() && line.front() == '@') {
@@ -106,7 +106,7 @@ bool RegDocument::ReadValueLine(const std::string& line) {
     return true;
 }
 
-// A key may stand in a file twice; the last place counts, as it does when the file is imported.
+// A key may occur twice in a file; the last occurrence counts, as in an import of the file.
 std::optional<std::size_t> RegDocument::KeyNumber(std::string_view key) const {
     for (std::size_t number = m_keys.size(); number-- > 1;) {
         if (SameLetters(m_keys[number], key)) {

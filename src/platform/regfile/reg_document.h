@@ -1,5 +1,5 @@
-// The text of a settings file, line by line, so that what is not changed stays as it was written: comments,
-// other programs' keys, the order.
+// The text of a settings file, line by line. Lines that are not changed stay as they were written: comments,
+// keys of other programs, the order.
 #pragma once
 
 #include <cstddef>
@@ -12,24 +12,25 @@
 
 class RegDocument {
  public:
-    // UTF-8, or UTF-16LE with its mark; any line ends. What cannot be read is left out and makes it damaged.
+    // Reads UTF-8, or UTF-16LE with a byte order mark, with any line ends. A line that cannot be read is left
+    // out and marks the document as damaged.
     explicit RegDocument(std::string_view bytes);
 
     bool IsDamaged() const { return m_damaged; }
-    // Keys with their root: HKEY_LOCAL_MACHINE\Software\X. A key above another one is there, too. Keys and
-    // names are looked for without regard to case.
+    // Keys include their root: HKEY_LOCAL_MACHINE\Software\X. A key above another key exists as well. Keys
+    // and names are compared without regard to case.
     bool HasKey(std::string_view key) const;
     std::optional<RegValue> Value(std::string_view key, std::string_view name) const;
     void AddKey(std::string_view key);
     void SetValue(std::string_view key, std::string_view name, const RegValue& value);
-    // UTF-8 with the file's first line.
+    // Returns UTF-8 with the file's first line.
     std::string Text() const;
 
  private:
     struct Line {
         std::string text;
-        std::size_t key;                  // number of the key that it stands under
-        std::optional<std::string> name;  // of a value
+        std::size_t key;                  // index of the key that the line belongs to
+        std::optional<std::string> name;  // of a line with a value
     };
 
     void ReadLine(const std::string& line);
@@ -37,7 +38,7 @@ class RegDocument {
     bool ReadValueLine(const std::string& line);
     std::optional<std::size_t> KeyNumber(std::string_view key) const;
 
-    std::vector<std::string> m_keys{""};  // the first stands for what is above every key
+    std::vector<std::string> m_keys{""};  // the first entry stands for the lines before the first key
     std::vector<Line> m_lines;
     bool m_damaged = false;
 };

@@ -54,7 +54,7 @@ std::optional<std::string> ReadHexBytes(std::string_view text) {
     return bytes;
 }
 
-// Type 1 in hexadecimal holds UTF-16 with a zero at its end.
+// Type 1 in hexadecimal is UTF-16 with a zero at its end.
 std::string TextOfUtf16(std::string_view bytes) {
     const std::string text = Utf8OfUtf16(bytes);
     return text.substr(0, text.find('\0')) + '\0';

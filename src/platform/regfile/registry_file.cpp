@@ -22,7 +22,8 @@ constexpr long NotFound = 2;
 constexpr long AccessDenied = 5;
 
 constexpr const char* FileName = "settings.reg";
-constexpr std::uintmax_t LargestFile = 16U << 20U;  // settings are a few lines; a larger file is none
+// bytes; settings have a few lines, so a larger file is not one
+constexpr std::uintmax_t LargestFile = 16U << 20U;
 constexpr std::string_view AutostartKey =
     "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 constexpr std::string_view AutostartName = "OXC";
@@ -31,8 +32,8 @@ bool IsOneLine(std::string_view text) {
     return std::none_of(text.begin(), text.end(), [](unsigned char letter) { return letter < ' '; });
 }
 
-// With the root in front and no backslash at an end; empty for a root that there is not, and for a key that
-// would break its line.
+// Returns the key with its root and without a backslash at its end. Returns an empty text for an unknown root
+// and for a key that would break its line.
 std::string WholeKey(std::uint32_t root, std::string_view key) {
     if (root != HKEY_LOCAL_MACHINE || !IsOneLine(key)) {
         return {};

@@ -8,13 +8,13 @@
 #include "platform/contracts/registry.h"
 #include "platform/regfile/reg_document.h"
 
-// settings.reg in a folder. A write reads the file anew under a lock between processes and replaces it whole,
-// so that two programs that write different values lose none. A damaged file is read as far as it can be; the
-// first write keeps it as settings.reg.bad. The value OXC of the key ...\CurrentVersion\Run also makes an
-// entry in the folder `autostart` beside the settings' folder. Not for several threads.
+// The file settings.reg in a folder. A write reads the file again under a lock between processes and replaces
+// it as a whole, so that two programs that write different values lose none. A damaged file is read as far as
+// possible; the first write keeps it as settings.reg.bad. The value OXC of the key ...\CurrentVersion\Run
+// also makes an entry in the folder `autostart` beside the settings' folder. Not thread-safe.
 class RegistryFile : public Registry {
  public:
-    // An empty folder means ConfigFolder(), asked at each use.
+    // An empty folder means ConfigFolder(), which is asked at each use.
     explicit RegistryFile(std::filesystem::path folder = {});
 
     long RegOpenKeyA(std::uint32_t root, const std::string& key, Handle& handle) override;
@@ -33,9 +33,9 @@ class RegistryFile : public Registry {
     Handle NewHandle(std::string key);
 
     std::filesystem::path m_folder;
-    std::map<Handle, std::string> m_keys;  // open handles and their keys with the root
+    std::map<Handle, std::string> m_keys;  // open handles, and their keys with the root
     Handle m_lastHandle = 0;
 };
 
-// The user's settings.
+// Returns the user's settings.
 Registry& SettingsFile();

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-// A lone surrogate or half a unit becomes U+FFFD.
+// A lone surrogate or half a code unit becomes U+FFFD.
 std::string Utf8OfUtf16(std::string_view bytes);
-// Bytes that are no UTF-8 become U+FFFD.
+// Bytes that are not UTF-8 become U+FFFD.
 std::string Utf16OfUtf8(std::string_view text);

@@ -1,4 +1,4 @@
-// The engine's own mail: one message with the export attached.
+// The mail that the engine sends itself: one message with the export attached.
 #pragma once
 
 #include <filesystem>
@@ -6,8 +6,10 @@
 
 namespace reports {
 
-// `toList` is names separated by semicolons; empty ones are skipped. Returns when the mail system has taken
-// the message; its errors pass as they are.
+// Sends the file to the names of a ";"-separated list. Blanks around names and empty names are dropped, and
+// the last name counts with or without a ";" after it. The system's own mails split the list in another way
+// (cmFunc::CountRecipients and GetDelimitedField in store/TextConventions.h): there a last name without ";"
+// is lost. Returns after the mail system has accepted the message; its errors pass to the caller.
 void MailFile(const std::string& toList, const std::string& subject, const std::string& message,
               const std::filesystem::path& file);
 

@@ -1,5 +1,5 @@
-// The numbers that errors of the report engine have for the system. The texts say what is wrong; the numbers
-// tell the stages apart.
+// The run-time error numbers of the report engine's errors. The text says what is wrong; the number gives the
+// stage.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace reports {
 
-inline constexpr std::int32_t InvalidReport = -2147206461;     // the file is no report, or cannot be drawn
+inline constexpr std::int32_t InvalidReport = -2147206461;     // the file is not a report, or cannot be drawn
 inline constexpr std::int32_t InvalidParameter = -2147206460;  // a value is missing or does not fit
 inline constexpr std::int32_t InvalidFormula = -2147206459;    // the record selection formula
 inline constexpr std::int32_t DataFailed = -2147206458;        // a data source or query
@@ -34,8 +34,8 @@ inline std::int32_t NumberOf(rdl::Stage stage) {
     return RunFailed;
 }
 
-// Runs `work` and returns what it returns. Every error of it comes out as a RuntimeError: those that are one
-// already as they are, out of memory as 7, any other with the number of its stage.
+// Runs `work` and returns its result. Every error leaves as a RuntimeError: a RuntimeError unchanged, out of
+// memory as 7, any other error with the number of its stage.
 template <typename Work>
 auto Translated(Work&& work) {
     try {

@@ -1,4 +1,4 @@
-// A writer's output into a file that appears whole or not at all.
+// Writes a writer's output to a file that appears complete or not at all.
 #pragma once
 
 #include <cstdint>
@@ -10,12 +10,12 @@
 
 namespace reports {
 
-// A report is not trusted: it may not fill the disk that the system runs on.
+// A report is not trusted: it must not fill the disk. In bytes.
 inline constexpr std::uint64_t LargestDocument = std::uint64_t{8} << 30;
 
-// Raises RuntimeError 76, 61 and 75 as AtomicFile does, and rdl::Error when more than `most` bytes are
-// written. An export is for others to read: a new file has the mode that the user's file mask gives, one that
-// is replaced keeps its own.
+// Raises RuntimeError 76, 61 and 75 as AtomicFile does, and rdl::Error if more than `most` bytes are written.
+// Others may read an export: a new file has the mode that the user's file mask gives, a replaced one keeps
+// its mode.
 class FileOutput : public rdl::Output {
  public:
     explicit FileOutput(std::filesystem::path target, std::uint64_t most = LargestDocument);

@@ -14,7 +14,7 @@ bool IsAbsolute(std::string_view name) {
     return name.starts_with('/') || name.starts_with('\\') || (name.size() > 1 && name[1] == ':');
 }
 
-// Settings and mail profile hold passwords, the database holds everybody's schedules.
+// Settings and mail profile hold passwords, and the database holds all users' schedules.
 void ProtectOwnFiles() {
     std::vector<std::filesystem::path> own{ConfigPlace()};
     try {
@@ -22,7 +22,7 @@ void ProtectOwnFiles() {
         own.push_back(application / "PressroomLive.dat");
         own.push_back(application / "Pressroom.dat");
     } catch (const RuntimeError&) {
-        // a report alone, without an application around it
+        // a report without an application
     }
     rdl::data::ProtectFiles(std::move(own));
 }
@@ -45,7 +45,7 @@ std::vector<std::string> MachineHost::DataFolders() const {
         const std::filesystem::path application = paths::ToMachine(AppPath());
         return {application.string(), (application / "samples").string()};
     } catch (const RuntimeError&) {
-        return {};  // a report alone, without an application around it
+        return {};  // a report without an application
     }
 }
 

@@ -1,4 +1,4 @@
-// Moments of the system as the report engine counts them.
+// Converts the system's moments to the report engine's.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace reports {
 
-// Ticks of 100 ns since 0001-01-01.
+// Returns ticks of 100 ns since 0001-01-01.
 inline std::int64_t TicksOf(DateValue moment) {
     constexpr std::int64_t ZeroDateDays = 693'593;  // from 0001-01-01 to 1899-12-30
     constexpr std::int64_t SecondsPerDay = 86'400;

@@ -1,4 +1,4 @@
-// A folder for one mail's attachment.
+// A temporary folder for the attachment of one mail.
 #pragma once
 
 #include <filesystem>
@@ -7,7 +7,7 @@
 
 namespace reports {
 
-// A HeldFolder with the prefix of exports. Raises as that does.
+// A HeldFolder with the prefix of exports. Raises as HeldFolder.
 class PrivateFolder {
  public:
     PrivateFolder();

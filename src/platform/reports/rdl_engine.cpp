@@ -27,7 +27,7 @@ std::shared_ptr<RdlReport> OpenRdlReport(const std::string& path) {
     UseMachineHost();
     std::error_code failure;
     const std::filesystem::path file = std::filesystem::absolute(paths::ToMachine(path), failure);
-    // An empty path, as an empty column gives it, has no absolute form.
+    // An empty path, from an empty column, has no absolute form.
     if (failure || !std::filesystem::exists(file, failure)) {
         throw RuntimeError(err::FileNotFound, RuntimeError(err::FileNotFound).Description() + ": \"" +
                                                   paths::ForUser(path) + "\"");

@@ -1,4 +1,4 @@
-// The report engine of the system for RDL files: the engine's own interface (rdl/api) behind the contract.
+// Adapts the report engine (rdl/api) to the contract report::Engine, for RDL files.
 #pragma once
 
 #include <memory>
@@ -10,10 +10,11 @@ namespace reports {
 
 class RdlReport;
 
-// For report::SetEngineFactory.
+// Makes the engine, for report::SetEngineFactory.
 std::shared_ptr<report::Engine> CreateRdlEngine();
 
-// What OpenReport of that engine does, for programs that need more of a report than the contract has.
+// Opens a report as that engine does, for programs that need more than the contract offers. Raises as
+// report::Engine::OpenReport.
 std::shared_ptr<RdlReport> OpenRdlReport(const std::string& path);
 
 }  // namespace reports

@@ -1,4 +1,4 @@
-// The pages of an RDL report behind the contract.
+// Adapts the pages of an RDL report to the contract report::PageView.
 #pragma once
 
 #include <memory>
@@ -31,7 +31,7 @@ class RdlPages : public report::PageView {
     void Check(int n) const;
 
     std::unique_ptr<rdl::Pages> m_pages;
-    mutable std::vector<report::MapEntry> m_map;  // as many of the engine's as were asked for
+    mutable std::vector<report::MapEntry> m_map;  // the engine's entries that were asked for so far
 };
 
 }  // namespace reports

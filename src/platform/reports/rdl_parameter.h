@@ -1,4 +1,4 @@
-// A parameter of an RDL report behind the contract.
+// Adapts a parameter of an RDL report to the contract report::ParameterField.
 #pragma once
 
 #include "platform/contracts/report_engine.h"
@@ -8,7 +8,7 @@ namespace reports {
 
 class RdlParameter : public report::ParameterField {
  public:
-    // `parameter` outlives the object.
+    // The report owns `parameter`, which must outlive the object.
     explicit RdlParameter(rdl::Parameter& parameter) : m_parameter(parameter) {}
 
     int ValueType() const override;
@@ -17,7 +17,7 @@ class RdlParameter : public report::ParameterField {
     std::vector<std::string> DefaultValues() const override { return m_parameter.DefaultValues(); }
     std::vector<std::string> ValidValues() const override { return m_parameter.ValidValues(); }
     void ClearCurrentValueAndRange() override { m_parameter.Clear(); }
-    // Raises 13 naming the parameter when the value is not of its type.
+    // Raises 13 with the parameter's name if the value does not have its type.
     void AddCurrentValue(const report::ParameterValue& value) override;
 
  private:

@@ -22,7 +22,7 @@ std::size_t Slot(int n, std::size_t count) {
 
 struct RdlReport::Format {
     int code;
-    const char* extension;  // of a file that the engine names itself
+    const char* extension;  // of a file that the engine names
     rdl::DocumentFormat document;
 };
 
@@ -101,7 +101,7 @@ std::unique_ptr<report::PageView> RdlReport::OpenPages() {
 }
 
 void RdlReport::ExportToFile(const Format& format, const std::filesystem::path& target) {
-    // Opened before the report runs: a folder that is missing is reported at once.
+    // Opened before the report runs: a missing folder is reported at once.
     FileOutput output(target);
     Translated([&] { m_report->Write(format.document, output); });
     output.Commit();

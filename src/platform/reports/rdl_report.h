@@ -1,4 +1,4 @@
-// An RDL report behind the contract.
+// Adapts an RDL report to the contract report::Report.
 #pragma once
 
 #include <memory>
@@ -16,14 +16,14 @@ class RdlReport : public report::Report {
     explicit RdlReport(std::shared_ptr<rdl::Report> report);
 
     int TableCount() const override { return static_cast<int>(m_report->TableCount()); }
-    // Only user and password can be set: another server or database is another data source.
+    // Only user and password can be set, because another server or database is another data source.
     void SetTableLogon(int n, const std::string& server, const std::string& database, const std::string& user,
                        const std::string& password) override;
 
     int ParameterFieldCount() const override { return static_cast<int>(m_parameters.size()); }
     report::ParameterField& Parameter(int n) override;
 
-    // Nobody is ever asked and no progress shown, whatever the switches say.
+    // Has no effect: the engine never asks the user and shows no progress.
     void SetRunSwitches(bool, bool) override {}
     std::string RecordSelectionFormula() const override { return m_report->Formula(); }
     void SetRecordSelectionFormula(const std::string& text) override { m_report->SetFormula(text); }
@@ -35,15 +35,16 @@ class RdlReport : public report::Report {
     void SetDiskFileName(const std::string& path) override { m_diskFile = path; }
     void SetHtmlFileName(const std::string& path) override { m_htmlFile = path; }
     void SetMail(const std::string& toList, const std::string& subject, const std::string& message) override;
-    // The writers have one form each: types, widths and headers are always kept.
+    // Have no effect: each writer has one form, and types, widths and headers are always kept.
     void SetExcelOptions(bool, bool, bool, bool, int) override {}
     void SetHtmlOptions(bool, bool) override {}
     void Export(bool prompt) override;
     std::unique_ptr<report::PageView> OpenPages() override;
 
-    // Beyond the contract.
+    // Functions beyond the contract.
     std::string TableName(int n) const;  // from 1
-    // Replaces provider and connect string of a data source; 5 when the report has none of the name.
+    // Replaces provider and connect string of a data source. Raises 5 if the report has no data source of the
+    // name.
     void SetDataSource(const std::string& name, const std::string& provider,
                        const std::string& connectString);
     void SetRunBounds(const rdl::RunBounds& bounds) { m_report->SetBounds(bounds); }

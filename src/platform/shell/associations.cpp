@@ -41,7 +41,7 @@ Outcome OutcomeOf(const GError& error) {
     }
 }
 
-// In the application's process, before it runs: a session of its own, and the folder that it starts in.
+// Runs in the child process before the application starts: makes a session and sets the current folder.
 void Detach(gpointer folder) {
     setsid();
     const char* const path = static_cast<const char*>(folder);
@@ -50,13 +50,13 @@ void Detach(gpointer folder) {
     }
 }
 
-// An entry with a command line of nothing: the launch would put the document in its place and run that.
+// Returns true for an entry with an empty command line: the launch would run the document itself.
 bool HasEmptyCommand(GAppInfo* application) {
     const char* const command = g_app_info_get_commandline(application);
     return command != nullptr && std::string_view(command).find_first_not_of(" \t") == std::string_view::npos;
 }
 
-// The application is no child of this process and has no file of it open but the null streams.
+// The application is not a child of this process and has no files of it open except /dev/null.
 Outcome Launch(GAppInfo* application, const std::string& uri, const std::filesystem::path& folder) {
     const Owned<GAppInfo> owned(application);
     if (application == nullptr || !G_IS_DESKTOP_APP_INFO(application) || HasEmptyCommand(application)) {

@@ -1,5 +1,5 @@
-// Which application the user's machine associates with a kind of file or address, by the desktop's own rules
-// (the MIME database, mimeapps.list and the .desktop files), and starting it.
+// Finds the application that the desktop associates with a kind of file or address, by the desktop's own
+// rules (the MIME database, mimeapps.list and the .desktop files), and starts it.
 #pragma once
 
 #include <filesystem>

@@ -69,7 +69,7 @@ int CodeOfStart(int failure) {
         case EPERM:
             return NoPermission;
         default:
-            // The program is there: what is missing is something in it, as the interpreter that it names.
+            // The program exists; something that it needs is missing, such as its interpreter.
             return NoProgram;
     }
 }
@@ -79,7 +79,7 @@ bool IsFolder(const fs::path& path) {
     return fs::is_directory(path, error);
 }
 
-// 0 when the file is there and may be read.
+// Returns 0 if the file exists and can be read, else a failure code.
 int CodeOfMissing(const fs::path& file) {
     if (faccessat(AT_FDCWD, file.c_str(), R_OK, AT_EACCESS) == 0) {
         return 0;
@@ -135,7 +135,7 @@ fs::path DesktopShell::InstalledProgram() {
 int DesktopShell::ShellExecuteA(const std::string& verb, const std::string& file,
                                 const std::string& parameters, const std::string& directory,
                                 int /*showMode*/) {
-    // Desktops know one verb.
+    // Desktops support only the verb "open".
     if (!verb.empty() && !SameLetters(verb, "open")) {
         return NoAssociation;
     }
@@ -156,7 +156,7 @@ int DesktopShell::ShellExecuteA(const std::string& verb, const std::string& file
         const bool inFolder = !folder.empty() && IsRelative(file);
         return Open(paths::ToMachine(inFolder ? folder.string() + "/" + file : file), parameters, folder);
     } catch (const RuntimeError&) {
-        return NoFolder;  // a drive that is not there, or a name that no file can have
+        return NoFolder;  // a missing drive, or an impossible name
     }
 }
 

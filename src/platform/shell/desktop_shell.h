@@ -1,4 +1,4 @@
-// The desktop of the user's machine: its associations, its programs, its folder dialog.
+// The user's desktop: its associations, its programs, its folder dialog.
 #pragma once
 
 #include <filesystem>
@@ -7,18 +7,18 @@
 
 class DesktopShell : public Shell {
  public:
-    // `program` is started for the name oxc.exe in the application's folder.
+    // `program` starts for the name oxc.exe in the application's folder.
     explicit DesktopShell(std::filesystem::path program = InstalledProgram());
 
-    // A program is a file whose name ends in .exe; one that the machine does not run by itself is opened with
-    // what is associated with it. Of the failure codes 2, 3, 5, 8, 11 and 31 are met. Whether an application
-    // that was started then shows the document is its own affair.
+    // A file whose name ends in .exe is a program; if the machine cannot run it, it is opened with its
+    // associated application. Returns only the failure codes 2, 3, 5, 8, 11 and 31. Success means that an
+    // application was started, not that it shows the document.
     int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& parameters,
                       const std::string& directory, int showMode) override;
-    // Begins in the folder that was chosen last, at first in the user's own.
+    // Starts in the folder that was chosen last, at first in the user's home folder.
     std::string BrowseForFolder(WindowHandle owner, const std::string& title) override;
 
-    // The file oxc beside the executable of this process.
+    // Returns the file oxc beside the executable of this process.
     static std::filesystem::path InstalledProgram();
 
  private:

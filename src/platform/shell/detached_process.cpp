@@ -10,8 +10,8 @@
 
 namespace {
 
-// Between fork and exec only calls that are safe in a signal handler are made: other threads of the parent
-// may have held any lock.
+// Between fork and exec only async-signal-safe calls are allowed: other threads of the parent may hold any
+// lock.
 
 void TakeNullStreams() {
     const int null = open("/dev/null", O_RDWR);
@@ -50,7 +50,7 @@ void ResetSignals() {
     sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
-// The grandchild, which nobody has to wait for.
+// The grandchild. No process has to wait for it.
 [[noreturn]] void Become(const char* program, char* const* arguments, const char* folder, int report) {
     TakeNullStreams();
     CloseAllBut(report);
@@ -82,7 +82,7 @@ int StartDetached(const std::filesystem::path& program, const std::vector<std::s
         pointers.push_back(copy.data());
     }
     pointers.push_back(nullptr);
-    // Closed by a successful exec: an end of file without a report is a success.
+    // exec closes it on success: an end of file without a report is a success.
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
         return errno;

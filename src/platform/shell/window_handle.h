@@ -5,10 +5,10 @@
 
 #include "platform/contracts/shell.h"
 
-// By QWidget, whatever else the form is made of: OwnerOf turns the pointer back.
+// The handle holds a QWidget pointer, whatever other base classes the form has: OwnerOf casts it back.
 inline WindowHandle HandleOf(QWidget& form) {
     return {&form};
 }
 
-// The form's window; without one the active window, null when there is none either.
+// Returns the form's window; for a null handle the active window, or null if there is none.
 QWidget* OwnerOf(WindowHandle handle);

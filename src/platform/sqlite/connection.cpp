@@ -22,13 +22,13 @@ void TraceStatement(const std::string& statement) {
 namespace ADODB {
 
 struct Connection::Impl {
-    std::unique_ptr<Database> database;  // nullptr while the connection is closed
+    std::unique_ptr<Database> database;  // null while the connection is closed
 };
 
 Connection::Connection() : m_impl(std::make_unique<Impl>()) {}
 Connection::~Connection() = default;
 
-// User and password are part of the interface; the data file knows neither.
+// User and password are part of the interface; the data file has neither.
 void Connection::Open(const std::string& connectionString, const std::string& /*user*/,
                       const std::string& /*password*/) {
     if (m_impl->database != nullptr) {

@@ -14,8 +14,8 @@ std::string_view Trimmed(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-// Whether a value may end before this text. The names of folders hold semicolons, too: only the keys that
-// the system's own strings have begin another piece.
+// Returns true if a value may end before this text. Names of folders may hold semicolons: only the keys of
+// the system's own strings begin another pair.
 bool IsNextPiece(std::string_view text) {
     const std::size_t start = text.find_first_not_of("; \t");
     if (start == std::string_view::npos) {
@@ -30,7 +30,7 @@ bool IsNextPiece(std::string_view text) {
                        [name](std::string_view key) { return SameLetters(name, key); });
 }
 
-// Up to the semicolon that ends it.
+// Returns the text up to the semicolon that ends it.
 std::string_view PlainValue(std::string_view text) {
     std::size_t end = text.find(';');
     while (end != std::string_view::npos && !IsNextPiece(text.substr(end))) {
@@ -39,7 +39,7 @@ std::string_view PlainValue(std::string_view text) {
     return text.substr(0, end);
 }
 
-// Takes the value at the front of the text off it, up to the semicolon.
+// Removes and returns the value at the front of the text, up to the semicolon.
 std::string TakeValue(std::string_view& text) {
     const std::size_t start = text.find_first_not_of(" \t");
     const char mark = start == std::string_view::npos ? '\0' : text[start];

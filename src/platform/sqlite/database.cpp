@@ -21,10 +21,9 @@ using namespace std::chrono_literals;
 
 using Clock = std::chrono::steady_clock;
 
-// SQLite's own waiting grows to 100 ms a turn, so that two programs that write in turns can starve one
-// another.
+// SQLite's own waits grow to 100 ms, so that two programs that write by turns can block each other for long.
 constexpr auto Turn = 2ms;
-// A wait that nobody notices needs no repainting.
+// Shorter waits need no repainting.
 constexpr auto NoticedWait = 200ms;
 constexpr auto RepaintInterval = 50ms;
 
@@ -35,7 +34,7 @@ std::chrono::duration<double>& LongestWait() {
     return wait;
 }
 
-// One turn of a wait that began at `since`. Called out of SQLite, which is C: nothing may be raised.
+// Waits one turn; the wait began at `since`. SQLite, which is C, calls it: it must not throw.
 void WaitOneTurn(Clock::time_point since) noexcept {
     static Clock::time_point lastRepaint;
     std::this_thread::sleep_for(Turn);
@@ -51,8 +50,8 @@ void WaitOneTurn(Clock::time_point since) noexcept {
     lastRepaint = Clock::now();
 }
 
-// SQLite waits by itself for a lock, but not where it sees a race between a start and an end of the
-// write-ahead log: there it says "busy" at once, and the call is to be made again.
+// SQLite waits for locks itself, but not if it sees a race at the start or end of the write-ahead log: then
+// it returns "busy" at once, and the call must be repeated.
 template <typename Call>
 int UntilNotBusy(Call call) {
     const auto start = Clock::now();
@@ -97,7 +96,7 @@ void Database::OpenFile() {
         throw RuntimeError(err::DataUnavailable,
                            "Could not find the data file \"" + paths::ForUser(m_file) + "\"");
     }
-    // To SQLite an empty file is a database without tables; here it is the remains of a failed copy.
+    // SQLite reads an empty file as a database without tables; here it is the rest of a failed copy.
     if (fs::is_regular_file(path, error) && fs::file_size(path, error) == 0 && !error) {
         RaiseDataError(nullptr, SQLITE_NOTADB, m_file);
     }
@@ -136,7 +135,7 @@ void Database::UseWriteAheadLog() {
         return sqlite3_exec(Handle(), "pragma journal_mode=wal; pragma synchronous=full", nullptr, nullptr,
                             nullptr);
     });
-    // A write-protected file can still be read as it is.
+    // A write-protected file can still be read.
     if (code != SQLITE_OK && (code & 0xFF) != SQLITE_READONLY) {
         Raise(code);
     }
@@ -172,15 +171,15 @@ void Database::Commit() {
 }
 
 void Database::Rollback() {
-    // A full disk and some other failures have rolled it back already.
+    // A full disk and some other failures have already rolled it back.
     if (sqlite3_get_autocommit(Handle()) == 0) {
         Run("rollback");
     }
 }
 
 void Database::ProveWritable() {
-    // With a cache of next to nothing the rows of an open transaction go to the log at once. What is taken
-    // back leaves the log as long as it was: its room is there for the write that follows.
+    // With a tiny cache the rows of an open transaction go to the log at once. A rollback keeps the length of
+    // the log: its space is there for the write that follows.
     Run("pragma cache_size=2");
     Begin();
     try {

@@ -1,5 +1,4 @@
-// One connection to the data file and one statement on it, as the recordset and the connection both need
-// them.
+// A connection to the data file and a statement on it, for Connection and Recordset.
 #pragma once
 
 #include <chrono>
@@ -12,8 +11,8 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-// An open data file. It must exist; it is put into WAL mode and every write is on the disk before its call
-// returns.
+// An open data file. The file must exist. It is put into WAL mode, and every write is on the disk before its
+// call returns.
 class Database {
  public:
     explicit Database(const std::string& connectionString);
@@ -21,13 +20,14 @@ class Database {
     Database& operator=(const Database&) = delete;
 
     sqlite3* Handle() const { return m_handle.get(); }
-    // Raises what the last call on the handle failed with.
+    // Raises the error of the last call on the handle.
     [[noreturn]] void Raise(int code);
 
-    void Begin();   // a transaction that may write: from here on it cannot meet a busy file
-    void Commit();  // raises with the transaction still open
+    void Begin();   // starts a transaction that may write: from here on the file cannot be busy
+    void Commit();  // an error leaves the transaction open
     void Rollback();
-    // Raises what a write fails with, and changes nothing: writes pages to the log and takes them back.
+    // Raises the error with which a write would fail, and changes nothing: writes pages to the log and rolls
+    // them back.
     void ProveWritable();
 
  private:
@@ -41,22 +41,22 @@ class Database {
     void Run(const char* statement);
     static int WaitWhileBusy(void* database, int calls);
 
-    std::string m_file;  // as the system writes paths
+    std::string m_file;  // a path of the system
     std::chrono::steady_clock::time_point m_busySince;
     std::optional<RuntimeError> m_functionError;
     std::unique_ptr<sqlite3, Closer> m_handle;
 };
 
-// One statement in the system's dialect, ready to step. Anything behind it is an error, and so is an empty
-// one.
+// One statement in the system's dialect, ready to step. Raises a syntax error for an empty statement and for
+// text after the statement.
 class Statement {
  public:
     Statement(Database& database, const std::string& text);
 
     sqlite3_stmt* Handle() const { return m_statement.get(); }
     bool HasColumns() const;
-    // Moves to the next row; false behind the last one. A busy file is waited for before the first row only,
-    // as nothing has happened until then.
+    // Moves to the next row. Returns false after the last one. Waits for a busy file only before the first
+    // row, when the statement has not had any effect yet.
     bool Step();
 
  private:
@@ -69,5 +69,5 @@ class Statement {
     bool m_started = false;
 };
 
-// Tells the statement trace, if there is one.
+// Calls the statement trace, if there is one.
 void TraceStatement(const std::string& statement);

@@ -10,7 +10,7 @@
 
 namespace {
 
-// The column that holds moments as texts in several forms of date.
+// The column that holds moments as texts in several forms.
 constexpr std::string_view MomentColumn = "lastrun";
 
 bool IsWord(const Token* token, std::initializer_list<std::string_view> words) {
@@ -51,13 +51,13 @@ class Translator {
     }
 
  private:
-    // What is known of one pair of parentheses, or of the statement outside them.
+    // The state of one pair of parentheses, or of the statement outside them.
     struct Level {
-        std::string_view limit;  // empty: no `top` in it
+        std::string_view limit;  // empty: no `top`
         bool orders = false;     // after its `order by`
     };
 
-    // The first token from `index` on that is no blank.
+    // Returns the first token from `index` on that is not blank, or null.
     const Token* Next(std::size_t index) const {
         while (index < m_tokens.size() && m_tokens[index].kind == TokenKind::Blank) {
             ++index;
@@ -113,7 +113,7 @@ class Translator {
                IsWord(next, {"in", "not", "between"});
     }
 
-    // `top` with a number behind it is kept for the end of its select; a column of that name stays.
+    // Keeps `top` and the number after it for the end of its select. A column named top stays.
     void SkipTop() {
         const Token* top = Next(m_index + 1);
         const Token* number = Next(static_cast<std::size_t>(top - m_tokens.data()) + 1);
@@ -123,7 +123,7 @@ class Translator {
         }
     }
 
-    // The limit belongs behind the last word of its select, in front of a comment that may follow.
+    // The limit goes after the last word of its select and before a comment that may follow.
     void EndSelect() {
         Level& level = m_levels.back();
         if (!level.limit.empty()) {
@@ -136,7 +136,7 @@ class Translator {
     std::vector<Level> m_levels;  // of the statement and of each open parenthesis
     std::string m_result;
     std::size_t m_index = 0;
-    std::size_t m_lastEnd = 0;  // behind the last token of the result that is no blank
+    std::size_t m_lastEnd = 0;  // after the last token of the result that is not blank
     const Token* m_previous = nullptr;
     bool m_comparesTexts = false;
 };

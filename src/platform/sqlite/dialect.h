@@ -1,4 +1,4 @@
-// The system's SQL dialect, told to SQLite.
+// Translates the system's SQL dialect to SQLite's.
 #pragma once
 
 #include <string>
@@ -7,12 +7,11 @@
 // The statement as SQLite understands it:
 //   select top 10 a from t order by a   ->  select a from t order by a limit 10, in subselects too
 //   left(a, 3)                          ->  "left"(a, 3), as left is a word of joins there
-//   left(a, 3) = 'Abc'                  ->  'Abc' collate nocase, so that texts compare without regard to
-//   case
-//   order by LastRun desc               ->  order by LastRun collate moment desc, as its texts hold dates in
-//   several forms
-// Texts, quoted names and comments stay as they are. datediff and Now are functions (functions.h).
+//   left(a, 3) = 'Abc'                  ->  'Abc' collate nocase: texts compare without regard to case
+//   order by LastRun desc               ->  order by LastRun collate moment desc: its texts hold dates in
+//                                           several forms
+// Texts, quoted names and comments stay unchanged. datediff and Now are functions (functions.h).
 std::string TranslateDialect(std::string_view statement);
 
-// Whether nothing but blanks, comments and semicolons is left.
+// Returns true if `rest` holds only blanks, comments and semicolons.
 bool IsBlankStatement(std::string_view rest);

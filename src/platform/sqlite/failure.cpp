@@ -20,7 +20,8 @@ bool Contains(std::string_view text, std::string_view piece) {
     return text.find(piece) != std::string_view::npos;
 }
 
-// What is wrong with the statement itself. SQLite gives all of these one code, so that only the text tells.
+// Raises the error of a faulty statement. SQLite has one code for all of them; only the text distinguishes
+// them.
 [[noreturn]] void RaiseStatementError(const std::string& message) {
     if (StartsWith(message, "no such table")) {
         throw RuntimeError(err::DataTableMissing, "The data has no table of that name; " + message);
@@ -32,7 +33,7 @@ bool Contains(std::string_view text, std::string_view piece) {
     throw RuntimeError(err::DataSyntax, "The statement is not understood; " + message);
 }
 
-// SQLite calls the lack of a log that it cannot make there "unable to open".
+// If a log cannot be made there, SQLite reports "unable to open".
 bool IsOnReadOnlyFileSystem(const std::string& file) {
     try {
         struct statvfs system {};
@@ -42,8 +43,7 @@ bool IsOnReadOnlyFileSystem(const std::string& file) {
     }
 }
 
-// What is wrong with the machine and not with the file: raised by what the system said, if it is one of
-// these.
+// Raises an error of the machine that does not depend on the file, if the system's code is one of these.
 void RaiseLack(int systemCode, const std::string& quoted) {
     if (systemCode == EROFS) {
         throw RuntimeError(err::DataReadOnly,

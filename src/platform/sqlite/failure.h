@@ -1,4 +1,4 @@
-// SQLite's failures as the numbered errors of the data layer.
+// Converts SQLite's failures to the numbered errors of the data layer.
 #pragma once
 
 #include <string>
@@ -6,12 +6,12 @@
 
 struct sqlite3;
 
-// Raises the error for a result code of SQLite on `handle` (which may be nullptr). `file` is the data file as
-// the system writes paths, `waited` how many seconds a busy file is waited for.
+// Raises the error for a result code of SQLite on `handle`, which may be null. `file` is the data file as a
+// path of the system; `waited` is the number of seconds for which a busy file was waited for.
 [[noreturn]] void RaiseDataError(sqlite3* handle, int code, const std::string& file, double waited = 0);
 
-// Raises "not a statement" for a statement that SQLite never gets to see.
+// Raises "not a statement" for a statement that is not passed to SQLite.
 [[noreturn]] void RaiseSyntaxError(std::string_view reason);
 
-// Whether the call may succeed when it is made again: another process holds the file for a moment.
+// Returns true if the call may succeed later, because another process holds the file for a moment.
 bool IsBusyCode(int code);

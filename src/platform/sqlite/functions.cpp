@@ -42,7 +42,7 @@ void Fail(sqlite3_context* context, const RuntimeError& error) {
     sqlite3_result_error(context, error.what(), -1);
 }
 
-// No exception may cross SQLite, which is C.
+// No exception may pass through SQLite, which is C.
 template <typename Body>
 void Guarded(sqlite3_context* context, Body body) {
     try {
@@ -65,7 +65,7 @@ void ReturnText(sqlite3_context* context, std::string_view text) {
     sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
-// The first `count` letters; a letter of UTF-8 is never cut.
+// Returns the first `count` characters; never cuts inside a character of UTF-8.
 std::string_view FirstLetters(std::string_view text, sqlite3_int64 count) {
     std::size_t end = 0;
     for (; count > 0 && end < text.size(); --count) {
@@ -123,7 +123,7 @@ void NowFunction(sqlite3_context* context, int /*count*/, sqlite3_value** /*valu
     });
 }
 
-// `text like pattern` calls this with the pattern first. SQLite's own knows the letters A to Z only.
+// `text like pattern` calls this with the pattern first. SQLite's own LIKE knows only A to Z.
 void Like(sqlite3_context* context, int count, sqlite3_value** values) {
     Guarded(context, [&] {
         if (AnyNull(count, values)) {
@@ -145,14 +145,14 @@ void Like(sqlite3_context* context, int count, sqlite3_value** values) {
     });
 }
 
-// The built-in NOCASE knows the letters A to Z only. This one sorts those alike, so an index made by another
-// program holds as long as no two texts differ in the case of another letter.
+// SQLite's NOCASE knows only A to Z. This one sorts A to Z in the same way, so an index made by another
+// program stays valid as long as no two texts differ in the case of another character.
 int CompareNoCase(void* /*unused*/, int leftBytes, const void* left, int rightBytes, const void* right) {
     return CompareLetters({static_cast<const char*>(left), static_cast<std::size_t>(leftBytes)},
                           {static_cast<const char*>(right), static_cast<std::size_t>(rightBytes)});
 }
 
-// Texts as the moments that they hold. Those that hold no moment are equal, and older than all others.
+// Compares texts as the moments that they hold. Texts without a moment are equal, and older than all others.
 int CompareMoments(void* /*unused*/, int leftBytes, const void* left, int rightBytes, const void* right) {
     const auto moment = [](const void* text, int bytes) {
         return ReadDateText({static_cast<const char*>(text), static_cast<std::size_t>(bytes)}, Regional());

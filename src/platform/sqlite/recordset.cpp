@@ -11,14 +11,14 @@
 
 namespace ADODB {
 
-// A row is not decoded when it is reached: a poll passes many rows and looks at few of their fields. Each
-// column remembers the row that its value is of, and its text keeps its room from row to row.
+// A row is decoded on access and not when it is reached: a poll passes many rows and reads few of their
+// fields. Each column stores the row that its value is from, and its text reuses its memory from row to row.
 struct Recordset::Impl {
     struct Column {
         Field field;
         std::uint64_t decodedRow = 0;
     };
-    // A name as a caller spells it. Callers ask for the same few names on every row.
+    // A name in a caller's spelling. Callers use the same few names on every row.
     struct Spelling {
         std::string name;
         std::size_t index;
@@ -126,7 +126,7 @@ void Recordset::MoveNext() {
         throw RuntimeError(err::NoCurrentRecord);
     }
     ++impl.row;
-    impl.atEnd = true;  // stays so if the step raises
+    impl.atEnd = true;  // stays true if the step raises an error
     impl.atEnd = !impl.running.Step();
 }
 

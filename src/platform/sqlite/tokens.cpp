@@ -18,13 +18,13 @@ bool IsWordLetter(char letter) {
     return IsWordStart(letter) || IsDigit(letter) || letter == '$';
 }
 
-// Behind the first place of `end` from `from` on, or the end of the text.
+// Returns the offset after the first `end` at or after `from`, or the end of the text.
 std::size_t Behind(std::string_view text, std::string_view end, std::size_t from) {
     const std::size_t at = text.find(end, from);
     return at == std::string_view::npos ? text.size() : at + end.size();
 }
 
-// Length of the quoted piece at the front, where the mark twice is the mark itself.
+// Returns the length of the quoted text at the front, where a doubled mark is the mark itself.
 std::size_t QuotedLength(std::string_view text) {
     const char mark = text.front();
     for (std::size_t at = 1; at < text.size(); ++at) {

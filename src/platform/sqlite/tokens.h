@@ -1,5 +1,5 @@
-// The pieces of a statement. They follow SQLite's own rules, so that what is a text or a comment here is one
-// there.
+// Splits a statement into tokens. It follows SQLite's own rules, so that both agree on what is a text or a
+// comment.
 #pragma once
 
 #include <string_view>
@@ -17,8 +17,8 @@ enum class TokenKind {
 struct Token {
     TokenKind kind;
     std::string_view text;  // of the statement, quotes included
-};
+};                          // part of the statement, quotes included
 
-// Every byte of the statement lies in exactly one token. A text, name or comment without an end runs to the
-// end.
+// Returns tokens that cover every byte of the statement. A text, name or comment without an end extends to
+// the end of the statement.
 std::vector<Token> Tokenize(std::string_view statement);

@@ -21,7 +21,7 @@ DocumentMap::DocumentMap(QWidget* parent) : QTreeWidget(parent) {
         }
     };
     connect(this, &QTreeWidget::currentItemChanged, this, choose);
-    connect(this, &QTreeWidget::itemClicked, this, choose);  // once more on the same
+    connect(this, &QTreeWidget::itemClicked, this, choose);  // a second click on the same entry
 }
 
 void DocumentMap::Empty() {

@@ -1,4 +1,4 @@
-// The document map of a report as a tree: a click leads to the place.
+// The document map of a report as a tree. A click goes to the place of an entry.
 #pragma once
 
 #include <QTreeWidget>
@@ -13,17 +13,18 @@ class DocumentMap : public QTreeWidget {
  public:
     explicit DocumentMap(QWidget* parent = nullptr);
 
-    // Takes the entries that are new since the last call. Fewer than before: a map anew.
+    // Adds the entries that are new since the last call. If there are fewer than before, builds the tree
+    // again.
     void Show(const std::vector<report::MapEntry>& entries);
     bool IsEmpty() const { return m_shown == 0; }
     void Empty();
 
  signals:
-    void Chosen(int page, double y);
+    void Chosen(int page, double y);  // page from 1, y in points
 
  private:
     std::size_t m_shown = 0;
-    std::vector<QTreeWidgetItem*> m_open;  // the last entry of each level that is still open
+    std::vector<QTreeWidgetItem*> m_open;  // the last entry on each level that can get children
     std::vector<int> m_levels;
 };
 

@@ -41,7 +41,7 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent), m_words(new QLineEdit(this)
     layout->addWidget(close);
     connect(m_words, &QLineEdit::textEdited, this, &FindBar::WordsChanged);
     connect(m_words, &QLineEdit::textChanged, this, [this](const QString& words) {
-        if (words.isEmpty()) {  // by the button in it, which is no edit
+        if (words.isEmpty()) {  // cleared by the button in it, which does not count as an edit
             emit WordsChanged(words);
         }
     });
@@ -71,7 +71,7 @@ void FindBar::ShowState(const QString& text, bool isMiss) {
     m_words->setPalette(colors);
 }
 
-// Enter belongs to the search and not to a default button of the window.
+// Enter goes to the search and not to the window's default button.
 bool FindBar::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_words && event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);

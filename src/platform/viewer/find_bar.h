@@ -1,4 +1,4 @@
-// The line in which words to look for are typed.
+// The search bar.
 #pragma once
 
 #include <QWidget>
@@ -13,7 +13,8 @@ class FindBar : public QWidget {
  public:
     explicit FindBar(QWidget* parent = nullptr);
 
-    void Open(const QString& words = {});  // takes the keyboard; empty: the words of before
+    // takes the keyboard focus; empty `words` keep the words of the last search
+    void Open(const QString& words = {});
     QString Words() const;
     void ShowState(const QString& text, bool isMiss = false);
 

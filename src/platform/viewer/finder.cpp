@@ -30,7 +30,7 @@ void Finder::LookOn() {
             Stop();
             emit NotFound();
         } else if (m_toEnd) {
-            // One page at a step, so that the way to the last page does not freeze the window.
+            // One page in each step, so that the way to the last page does not block the window.
             m_toEnd = m_document->Require(m_document->Count() + 1);
             m_page = m_document->Count();
         } else if (!LookAtPage()) {

@@ -1,4 +1,4 @@
-// Looks for words page by page, a little at a time, over pages that are not made yet as well.
+// Searches the pages one by one in small steps, including pages that are not made yet.
 #pragma once
 
 #include <QObject>
@@ -16,8 +16,9 @@ class Finder : public QObject {
     explicit Finder(QObject* parent = nullptr);
     void SetDocument(PageDocument* document);
 
-    // From a place on: forwards the first that begins at it or behind, backwards the last that begins before.
-    // The search goes on at the other end of the report and ends where it began.
+    // Starts at a place (page from 1, character from 0). Forwards it finds the first match that begins at the
+    // place or after it, backwards the last match that begins before it. The search continues at the other
+    // end of the report and stops where it started.
     void Start(const QString& words, bool forwards, int page, int place);
     void Stop() { m_timer.stop(); }
     bool IsBusy() const { return m_timer.isActive(); }
@@ -35,8 +36,8 @@ class Finder : public QObject {
     QTimer m_timer;
     QString m_words;
     bool m_forwards = true, m_wrapped = false;
-    bool m_toEnd = false;        // on the way backwards from the first page to the last
-    int m_page = 0, m_from = 0;  // where the search is: page, and place on it; -1: all of the page
+    bool m_toEnd = false;        // searches backwards and has to reach the last page first
+    int m_page = 0, m_from = 0;  // current page, and place on it; -1: the whole page
     int m_startPage = 0;
 };
 

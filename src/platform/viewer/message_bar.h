@@ -1,5 +1,4 @@
-// What went wrong, as a line above the pages that stays until it is closed or the reader goes on to something
-// else.
+// An error message in a bar above the pages. It stays until the user closes it or does something else.
 #pragma once
 
 #include <QFrame>

@@ -7,7 +7,7 @@
 namespace viewer {
 namespace {
 
-// Mail programs know attachments by several names: only what a letter consists of is let through.
+// Mail programs know attachments by several names: only the fields of a plain mail are allowed.
 bool HasLetterFieldsOnly(const QUrl& mail) {
     static const std::array fields = {"to", "cc", "bcc", "subject", "body"};
     const auto items = QUrlQuery(mail).queryItems(QUrl::FullyDecoded);
@@ -22,7 +22,7 @@ bool HasLetterFieldsOnly(const QUrl& mail) {
 
 QUrl OutsideLink(const QString& text) {
     QUrl url(text.trimmed(), QUrl::TolerantMode);
-    const QString scheme = url.scheme();  // in small letters
+    const QString scheme = url.scheme();  // in lower case
     const bool web = (scheme == "http" || scheme == "https") && !url.host().isEmpty();
     const bool mail = scheme == "mailto" && HasLetterFieldsOnly(url);
     return url.isValid() && (web || mail) ? url : QUrl();

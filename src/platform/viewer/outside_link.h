@@ -1,5 +1,5 @@
-// Links of a report that lead out of it. A report is not trusted: the desktop would open files, programs and
-// whatever else its address names.
+// Links of a report to addresses outside it. A report is not trusted: the desktop would open files and
+// programs that a link names.
 #pragma once
 
 #include <QString>
@@ -7,8 +7,8 @@
 
 namespace viewer {
 
-// The address of a web page (http, https) or of a mail to write (mailto), to be handed to the desktop as it
-// is; empty for everything else, and for a mail that would take a file along.
+// Returns the address if it is a web page (http, https) or a new mail (mailto), for the desktop. Returns an
+// empty address for any other scheme and for a mail that would attach a file.
 QUrl OutsideLink(const QString& text);
 
 }  // namespace viewer

@@ -1,3 +1,4 @@
+// Members of PageCanvas: pages, zoom and drawing. The input is in page_canvas_input.cpp.
 #include "platform/viewer/page_canvas.h"
 
 #include <QPaintEvent>
@@ -106,7 +107,7 @@ void PageCanvas::Arrange() {
     };
     set(horizontalScrollBar(), total.width(), view.width());
     set(verticalScrollBar(), total.height(), view.height());
-    // Two views of tiles, so that a page back is there at once.
+    // Tiles for two views, so that going back a page needs no drawing.
     const double pixels = devicePixelRatioF() * devicePixelRatioF() * view.width() * view.height();
     constexpr qsizetype LeastBudget = 64 << 20;
     m_tiles.SetBudget(std::max(LeastBudget, static_cast<qsizetype>(pixels) * 4 * 3));
@@ -170,7 +171,7 @@ int PageCanvas::CurrentPage() const {
     const double top = Origin().y(), bottom = top + viewport()->height();
     const auto [first, last] = m_layout.Between(top, bottom);
     const int scrolled = verticalScrollBar()->value();
-    // Several pages in sight: the one that was asked for, until the reader scrolls.
+    // If several pages are visible, the requested one counts until the user scrolls.
     if (m_target.page >= first && m_target.page <= last && m_target.scrolled == scrolled) {
         return m_target.page;
     }
@@ -203,7 +204,7 @@ void PageCanvas::GoTo(int page, double y) {
     }
     const int reached = std::clamp(page, 1, m_layout.Count());
     const double top = m_layout.Page(reached).top() + (reached == page ? y * m_layout.Scale() : 0);
-    // A little of the gap shows that the page begins here.
+    // Part of the gap shows that the page begins here.
     verticalScrollBar()->setValue(static_cast<int>(std::floor(top - PageLayout::Gap / 2)));
     m_followEnd = false;
     m_target = {reached, verticalScrollBar()->value()};
@@ -277,7 +278,7 @@ void PageCanvas::scrollContentsBy(int, int) {
 void PageCanvas::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     const QRectF exposed = event->rect();
-    if (m_tileRatio != devicePixelRatioF()) {  // the window went to another screen
+    if (m_tileRatio != devicePixelRatioF()) {  // the window has moved to another screen
         m_tileRatio = devicePixelRatioF();
         m_tiles.Clear();
     }
@@ -290,7 +291,7 @@ void PageCanvas::paintEvent(QPaintEvent* event) {
     }
 }
 
-// On a whole device pixel, so that tiles are copied as they are.
+// On a whole device pixel, so that tiles are copied unchanged.
 QPointF PageCanvas::SnappedCorner(int page) const {
     const double ratio = devicePixelRatioF();
     const QPointF corner = m_layout.Page(page).topLeft() - Origin();
@@ -313,7 +314,7 @@ void PageCanvas::PaintPage(QPainter& painter, int page, const QRectF& exposed) {
         painter.drawText(area.adjusted(20, 20, -20, -20), Qt::AlignCenter | Qt::TextWordWrap, message);
         if (message != m_failure) {
             m_failure = message;
-            // Not from within painting: what listens shows a line and so moves this widget.
+            // Not during painting: a handler shows a bar and so moves this widget.
             QMetaObject::invokeMethod(
                 this, [this, message] { emit DrawFailed(message); }, Qt::QueuedConnection);
         }
@@ -368,7 +369,7 @@ void PageCanvas::PaintMarks(QPainter& painter, int page, QPointF corner) {
         return;
     }
     const std::shared_ptr<const PageText> text = m_document->Text(page);
-    // Letters stay black under the colour of a marker.
+    // Text stays black under the colour of a marker.
     painter.setCompositionMode(QPainter::CompositionMode_Multiply);
     const auto mark = [&](const LetterRange& range, const QColor& color) {
         for (const QRectF& area : text->Areas(range)) {

@@ -1,4 +1,4 @@
-// Pages under each other, scrolled, zoomed, searched and marked. Only what is seen is drawn.
+// Shows pages below each other, with scrolling, zoom, search and selection. Draws only the visible part.
 #pragma once
 
 #include <QAbstractScrollArea>
@@ -20,37 +20,38 @@ class PageCanvas : public QAbstractScrollArea {
 
     explicit PageCanvas(QWidget* parent = nullptr);
 
-    // Null: nothing to show. The document outlives its use here.
+    // Null shows no pages. The caller owns the document, which must outlive its use here.
     void SetDocument(PageDocument* document);
 
-    // 100: as large as on paper. Out of bounds is brought within; the middle of the view stays where it is.
+    // In percent of the size on paper, limited to LeastZoom and MostZoom. The middle of the view keeps its
+    // place.
     void SetZoom(double percent);
     void SetZoomMode(ZoomMode mode);
     ZoomMode Mode() const { return m_mode; }
     double Zoom() const { return m_zoom; }
-    void StepZoom(int steps);  // to the next of the usual ones
+    void StepZoom(int steps);  // to the next of the usual zooms
 
-    // The page that takes most of the view; 0 when there is none.
+    // Returns the page that covers most of the view, or 0 without pages.
     int CurrentPage() const;
-    // To a place on a page, points from its top; as far as there are pages.
+    // Scrolls to a place: page from 1, `y` in points from its top. Stops at the last page.
     void GoTo(int page, double y = 0);
-    // To the last page, and on while more are made, until the reader scrolls.
+    // Scrolls to the last page, and follows while more pages are made, until the user scrolls.
     void GoToEnd();
     bool IsFollowingEnd() const { return m_followEnd; }
-    // Scrolls as little as shows the letters.
+    // Scrolls no further than needed to show the range.
     void Reveal(int page, const LetterRange& range);
 
-    // Words that are marked wherever they stand; empty: none. The current one stands out.
+    // Sets the words that are marked wherever they occur; empty: none. The current match stands out.
     void SetWords(const QString& words);
     void SetHit(int page, const LetterRange& range);
     void ClearHit();
-    // Where a search goes on: behind or before what was found last, else at the page that is seen.
+    // The place where a search starts: after or before the last match, else on the visible page.
     struct Place {
         int page = 0, letter = 0;
     };
     Place SearchStart(bool forwards) const;
 
-    // What is marked; else what was found; else the text of the page that is seen.
+    // Returns the selected text; else the found text; else the text of the visible page.
     QString TextToCopy() const;
     void Copy() const;
     void SelectPage();
@@ -74,7 +75,7 @@ class PageCanvas : public QAbstractScrollArea {
     bool viewportEvent(QEvent* event) override;
 
  private:
-    struct Selection {  // from where the mouse went down to where it is
+    struct Selection {  // from where the mouse button was pressed to where the pointer is
         Place anchor, end;
     };
     struct Hit {
@@ -82,16 +83,16 @@ class PageCanvas : public QAbstractScrollArea {
         LetterRange range;
     };
 
-    struct Target {  // the page that was gone to, and where that was
+    struct Target {  // the page of the last GoTo, and the scroll position that it gave
         int page = 0, scrolled = 0;
     };
 
     void TakePages();
     void Redraw();
-    void Arrange();  // scroll bars, and zoom where it depends on the window
+    void Arrange();  // sets the scroll bars, and the zoom if it depends on the window
     void SetScaleKeeping(double percent, QPointF viewPoint);
     double FittingZoom() const;
-    QPointF Origin() const;  // of the view within the content
+    QPointF Origin() const;  // of the view, in content coordinates
     void CheckPage();
 
     void PaintPage(QPainter& painter, int page, const QRectF& exposed);
@@ -114,7 +115,7 @@ class PageCanvas : public QAbstractScrollArea {
     int m_shownPage = 0;
     Target m_target;
     bool m_followEnd = false, m_arranging = false;
-    QString m_failure;  // of the last page that could not be drawn
+    QString m_failure;  // the last error of a page that could not be drawn
     QString m_words;
     Hit m_hit;
     std::optional<Selection> m_selection;

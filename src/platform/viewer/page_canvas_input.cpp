@@ -1,4 +1,4 @@
-// What keys, wheel and mouse do with the pages.
+// Members of PageCanvas: keys, wheel and mouse.
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
@@ -26,7 +26,7 @@ void PageCanvas::wheelEvent(QWheelEvent* event) {
 
 void PageCanvas::keyPressEvent(QKeyEvent* event) {
     QScrollBar* bar = verticalScrollBar();
-    const int page = viewport()->height() * 9 / 10;  // a line of the page before stays in sight
+    const int page = viewport()->height() * 9 / 10;  // a tenth of the view stays visible
     const auto scroll = [&](int by) { bar->setValue(bar->value() + by); };
     if (event == QKeySequence::Copy) {
         Copy();
@@ -74,7 +74,7 @@ std::optional<report::Link> PageCanvas::LinkAt(QPointF viewPoint) const {
     }
     const QPointF at = m_layout.ToPage(page, Origin() + viewPoint);
     const std::vector<report::Link> links = m_document->Links(page);
-    // What is drawn last lies on top.
+    // The link drawn last is on top.
     const auto found = std::find_if(links.rbegin(), links.rend(), [&](const report::Link& link) {
         return QRectF(link.area.x, link.area.y, link.area.width, link.area.height).contains(at);
     });
@@ -115,7 +115,7 @@ void PageCanvas::mouseMoveEvent(QMouseEvent* event) {
         return;
     }
     m_selection->end = PlaceAt(event->position());
-    // Beyond the edge the pages come along.
+    // Beyond the edge the pages scroll.
     const double above = event->position().y(), below = above - viewport()->height();
     if (above < 0 || below > 0) {
         verticalScrollBar()->setValue(verticalScrollBar()->value() +
@@ -150,7 +150,7 @@ void PageCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
     const std::shared_ptr<const PageText> text = m_document->Text(page);
     const QPointF at = m_layout.ToPage(page, Origin() + event->position());
     if (text->IsOnText(at)) {
-        // The place behind a letter whose right half was hit belongs to that letter.
+        // A point on the right half of a character gives the place after it, but belongs to the character.
         const int place = text->PlaceAt(at);
         const bool before = place > 0 && text->Areas({place - 1, 1}).front().contains(at);
         const LetterRange word = text->WordAt(before ? place - 1 : place);

@@ -13,7 +13,7 @@ PageDocument::PageDocument(std::unique_ptr<report::PageView> pages) : m_pages(st
     connect(&m_timer, &QTimer::timeout, this, &PageDocument::MakeSome);
 }
 
-// A slice is short enough for a wheel that turns meanwhile.
+// A slice is short, so that the wheel still reacts.
 void PageDocument::MakeSome() {
     constexpr qint64 SliceMilliseconds = 10;
     QElapsedTimer clock;
@@ -28,7 +28,7 @@ void PageDocument::MakeSome() {
 
 int PageDocument::WritePdf(const QString& file, int first, int last,
                            const std::function<bool(int page)>& goOn) {
-    // Pages that say how many there are need them all.
+    // Pages that show the total number need all pages.
     while (!IsComplete() && (Count() < last || m_pages->WaitsForTotal())) {
         if (!goOn(Count() + 1)) {
             return 0;

@@ -34,7 +34,7 @@ int PageLayout::Nearest(double y) const {
     if (m_pages.empty()) {
         return 0;
     }
-    // The first page that ends below; half of a gap belongs to either side.
+    // Finds the first page that ends below; each half of a gap belongs to the page next to it.
     int low = 1, high = Count();
     while (low < high) {
         const int middle = (low + high) / 2;

@@ -1,5 +1,5 @@
-// Where pages stand under each other at a zoom. Content coordinates: device-independent pixels from the top
-// left corner of what is scrolled.
+// The positions of pages below each other at a zoom. Content coordinates are device-independent pixels from
+// the top left corner of the scrolled area.
 #pragma once
 
 #include <QPointF>
@@ -17,24 +17,25 @@ class PageLayout {
     void Clear();
     void Add(QSizeF points);
     int Count() const { return static_cast<int>(m_pages.size()); }
-    // Pixels that a point takes, and the width that pages are centred in when they are narrower.
+    // `scale` is pixels in a point. `width` is the width in which narrower pages are centred, in pixels.
     void SetScale(double scale) { m_scale = scale; }
     double Scale() const { return m_scale; }
     void SetViewWidth(double width) { m_viewWidth = width; }
 
     QSizeF Total() const;
-    QSizeF Widest() const { return m_widest; }  // width of the widest page and height of the highest; points
-    // Page n from 1.
+    // width of the widest page and height of the highest, in points
+    QSizeF Widest() const { return m_widest; }
+    // Returns the area of page `n` (from 1).
     QRectF Page(int n) const;
-    // Pages that meet [top, bottom]; first > second when none does.
+    // Returns the first and the last page that intersect [top, bottom]; first > second if there is none.
     std::pair<int, int> Between(double top, double bottom) const;
-    // The page at a height, or the nearest one; 0 when there is none.
+    // Returns the page at a height, or the nearest page; 0 without pages.
     int Nearest(double y) const;
     QPointF ToPage(int n, QPointF content) const { return (content - Page(n).topLeft()) / m_scale; }
 
  private:
     struct Placed {
-        double top;  // sum of the heights above, points
+        double top;  // sum of the heights of the pages before it, in points
         QSizeF size;
     };
     std::vector<Placed> m_pages;

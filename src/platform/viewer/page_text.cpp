@@ -6,7 +6,8 @@
 namespace viewer {
 namespace {
 
-// How far a point is from an area; lines count for more than letters, so that the nearest line is found.
+// Returns the distance of a point from an area. Lines weigh more than characters, so that the nearest line is
+// found.
 double Distance(const QRectF& area, QPointF point) {
     const double across = std::max({area.top() - point.y(), point.y() - area.bottom(), 0.0});
     const double along = std::max({area.left() - point.x(), point.x() - area.right(), 0.0});

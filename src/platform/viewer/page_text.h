@@ -1,4 +1,4 @@
-// The text of a page, to be searched, marked and copied. A place in it is the number of a letter, from 0.
+// The text of a page, for search, selection and copying. A place is the index of a character, from 0.
 #pragma once
 
 #include <QPointF>
@@ -21,28 +21,28 @@ class PageText {
     explicit PageText(const std::vector<report::Letter>& letters);
 
     int Count() const { return static_cast<int>(m_letters.size()); }
-    // Where the words stand, without regard to case; they may go on in the next line.
+    // Returns the matches of the words, without regard to case; a match may continue on the next line.
     std::vector<LetterRange> Find(const QString& words) const;
-    // Lines end with a line feed.
+    // Returns the text of a range; lines end with a line feed.
     QString Text(const LetterRange& range) const;
-    // In points: one area for each line.
+    // Returns one area for each line of the range, in points.
     std::vector<QRectF> Areas(const LetterRange& range) const;
-    // The place before or behind a letter that is nearest to a point; 0 on a page without text.
+    // Returns the place before or after a character that is nearest to a point; 0 on a page without text.
     int PlaceAt(QPointF point) const;
     bool IsOnText(QPointF point) const;
-    // Letters around one of them up to blanks and the ends of the line.
+    // Returns the range of the word around a place, up to blanks and the ends of the line.
     LetterRange WordAt(int place) const;
 
  private:
     struct Letter {
         QRectF area;
-        int begin;  // in m_text
+        int begin;  // offset in m_text
         int line;
         bool blank;
     };
     int LetterOf(qsizetype position) const;
 
-    QString m_text;  // a blank instead of each line's end
+    QString m_text;  // with a blank in place of each line end
     std::vector<Letter> m_letters;
 };
 

@@ -10,8 +10,8 @@
 namespace viewer {
 namespace {
 
-// What the dialog's own pages of the printing system hold (pages a sheet, which pages, when, a cover): names
-// and values in turns.
+// Returns the options of the print dialog's own pages (pages per sheet, page set, time, cover): names and
+// values by turns.
 QStringList SystemOptions(const QPrinter& printer) {
     constexpr auto SystemOptionsKey = static_cast<QPrintEngine::PrintEnginePropertyKey>(0xfe00);
     const QStringList pairs = printer.printEngine()->property(SystemOptionsKey).toStringList();

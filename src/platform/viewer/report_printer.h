@@ -1,5 +1,5 @@
-// Pages on paper: the printing system is given them as the PDF document that an export makes, with their
-// letters and fonts, and scales and turns them where the paper asks.
+// Prints pages. The printing system gets the PDF document of an export, with its text and fonts, and scales
+// and rotates its pages to fit the paper.
 #pragma once
 
 #include <QSizeF>
@@ -10,23 +10,24 @@ class QPrinter;
 
 namespace viewer {
 
-// What was chosen in the print dialog.
+// The choices of the print dialog.
 struct PrintJob {
-    QString printer;  // empty: a file
-    QString file;     // to print to, when there is no printer
-    QString title;    // in the printer's list of jobs
+    QString printer;  // empty: print to a file
+    QString file;     // the file to print to, if there is no printer
+    QString title;    // in the list of print jobs
     int copies = 1;
     QStringList options;  // of the printing system: "name" or "name=value"
 };
 
-// Gives the printer the paper of a page.
+// Sets the printer's paper to the size of a page, in points.
 void SetPaper(QPrinter& printer, QSizeF points);
 
-// `paperChosen`: the pages are brought onto the printer's paper; otherwise they ask for their own.
+// `paperChosen`: the pages are fitted to the printer's paper; otherwise the job asks for the size of the
+// pages.
 PrintJob JobOf(const QPrinter& printer, const QString& title, bool paperChosen);
 
-// Hands a PDF document over to the printing system, by its command lp. Raises RuntimeError 57, which says
-// what the command said.
+// Hands a PDF document to the printing system with its command lp. Raises RuntimeError 57 with the command's
+// message.
 void SendToPrinter(const PrintJob& job, const QString& document);
 
 }  // namespace viewer

@@ -1,4 +1,4 @@
-// A report that is looked at, written to a file in one of the export formats.
+// Saves the report in the viewer to a file in one of the export formats.
 #pragma once
 
 #include <QString>
@@ -10,13 +10,13 @@
 namespace viewer {
 
 QStringList SaveFilters();
-// The extension of a filter of the dialog, without the point.
+// Returns the extension of a filter of the save dialog, without the dot.
 QString ExtensionOf(const QString& filter);
-// The title as the name of a file.
+// Returns a file name made of the title.
 QString NameFor(const std::string& title);
 
-// Exports the report with the parameters that it has, in the format of the file's extension. Raises 5 for an
-// extension that no format has, and what the export raises.
+// Exports the report with its current parameters in the format of the file's extension. Raises 5 for an
+// unknown extension, and the errors of the export.
 void SaveReport(report::Report& report, const QString& file);
 
 }  // namespace viewer

@@ -1,3 +1,4 @@
+// Members of ReportViewer: its parts, navigation and search. The output is in report_viewer_output.cpp.
 #include "platform/viewer/report_viewer.h"
 
 #include <QAction>
@@ -159,7 +160,7 @@ void ReportViewer::ViewReport() {
     m_bar->SetHasPages(true);
     m_finder.SetDocument(m_document.get());
     m_canvas->SetDocument(m_document.get());
-    // Behind the canvas, which knows of new pages first.
+    // Connected after the canvas, which must handle new pages first.
     connect(m_document.get(), &PageDocument::Grown, this, &ReportViewer::ShowState);
     connect(m_document.get(), &PageDocument::Finished, this, &ReportViewer::ShowState);
     ShowState();
@@ -229,7 +230,7 @@ void ReportViewer::CloseFind() {
     }
 }
 
-// While words are typed the search stays at the place where it began, so that it does not run away.
+// While the user types words, the search starts at the same place, so that the view does not move away.
 void ReportViewer::Find(bool forwards, bool fromHere) {
     if (!m_document) {
         return;
@@ -277,7 +278,7 @@ void ReportViewer::FollowLink(const report::Link& link) {
     }
 }
 
-// What has the keyboard did nothing about the key.
+// The focused control did not handle the key.
 void ReportViewer::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && m_message->isVisible()) {
         CloseMessage();
@@ -286,7 +287,7 @@ void ReportViewer::keyPressEvent(QKeyEvent* event) {
     QWidget::keyPressEvent(event);
 }
 
-// A narrow window keeps the pages: the map gives way first.
+// In a narrow window the pages keep their space: the map shrinks first.
 void ReportViewer::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     m_map->setMaximumWidth(std::max(width() / 2, m_map->minimumSizeHint().width()));

@@ -1,5 +1,5 @@
-// A report on the screen: its pages under each other, with what a reader needs to go about in them, to look
-// for words, to print and to save. Runs the report once; pages are made while they are looked at.
+// A report on the screen: its pages, with navigation, search, printing and saving. It runs the report once;
+// pages are made while the user looks at them.
 #pragma once
 
 #include <QWidget>
@@ -26,22 +26,23 @@ class ReportViewer : public QWidget {
     explicit ReportViewer(QWidget* parent = nullptr);
     ~ReportViewer() override;
 
-    // The report to show; the viewer keeps it. What is on the screen stays until ViewReport.
+    // Sets the report and shares its ownership. The screen does not change until ViewReport.
     void ReportSource(std::shared_ptr<report::Report> report);
-    // True: the document map, when the report has one, is open beside the pages from the start. False, as at
-    // first: it opens by its button.
+    // If true, the document map of a report that has one is open from the start. If false, the default, its
+    // button opens it.
     void DisplayOption(bool showMap) { m_showMap = showMap; }
-    // Runs the report and shows its first page. Raises RuntimeError 91 without a report, and what the engine
-    // raises; nothing is shown then. Errors in later pages are told by a line above the pages.
+    // Runs the report and shows its first page. Raises RuntimeError 91 without a report, and the errors of
+    // the engine; then no page is shown. Errors in later pages appear in a bar above the pages.
     void ViewReport();
-    // Percent of the size on paper, 1 to 400; what is beyond is brought within. 81 at first.
+    // Sets the zoom in percent of the size on paper, limited to 1 to 400. The default is 81.
     void Zoom(int percent) { m_canvas->SetZoom(percent); }
 
-    int CurrentPage() const { return m_canvas->CurrentPage(); }  // from 1; 0: nothing is shown
-    // Writes a file as the report's export does, by its extension. Raises what the export raises.
+    int CurrentPage() const { return m_canvas->CurrentPage(); }  // from 1; 0 without pages
+    // Writes a file as the report's export does, in the format of its extension. Raises the errors of the
+    // export.
     void SaveAs(const std::string& machinePath);
-    // Prints pages of what is shown: the PDF document of them goes to the printer, or is the file that is
-    // printed to. The number of pages; 0 when it was given up.
+    // Prints pages `first` to `last` of the shown report: their PDF document goes to the printer or to the
+    // file of the job. Returns the number of pages, or 0 after a cancel.
     int Print(const viewer::PrintJob& job, int first, int last);
 
  protected:
@@ -68,10 +69,11 @@ class ReportViewer : public QWidget {
     void AskAndPrint();
     void AskAndSave();
 
-    std::shared_ptr<report::Report> m_source, m_report;  // to show, and shown: it outlives its pages
+    // the next report, and the shown one, which must outlive its pages
+    std::shared_ptr<report::Report> m_source, m_report;
     std::unique_ptr<viewer::PageDocument> m_document;
     bool m_showMap = false;
-    int m_wantedPage = 0;  // asked for before it was made; 0: none
+    int m_wantedPage = 0;  // the page to show once it is made; 0: none
 
     viewer::ViewerBar* m_bar = nullptr;
     viewer::MessageBar* m_message = nullptr;

@@ -1,4 +1,4 @@
-// What leaves the viewer: paper and files, and the questions before them.
+// Members of ReportViewer: printing and saving, with their dialogs.
 #include <QApplication>
 #include <QFileDialog>
 #include <QPrintDialog>
@@ -16,7 +16,7 @@ using namespace viewer;
 
 namespace {
 
-// For as long as the window cannot answer.
+// Shows the wait cursor while the window cannot react.
 class WaitCursor {
  public:
     WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
@@ -38,7 +38,7 @@ int ReportViewer::Print(const PrintJob& job, int first, int last) {
     const auto goOn = [&](int page) {
         progress.setLabelText(tr("Page %1").arg(page));
         progress.setRange(0, std::min(last, m_document->Count()) - first + 1);
-        progress.setValue(page - first);  // lets the window answer, and the button be pressed
+        progress.setValue(page - first);  // lets events run, and so the button be pressed
         return !progress.wasCanceled();
     };
     if (job.printer.isEmpty()) {

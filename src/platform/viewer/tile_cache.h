@@ -1,4 +1,4 @@
-// Drawn pieces of pages, the last used ones kept within a budget of memory.
+// Caches drawn parts of pages, the most recently used ones within a memory budget.
 #pragma once
 
 #include <QPixmap>
@@ -13,11 +13,11 @@ struct TileKey {
 
 class TileCache {
  public:
-    static constexpr int TileWidth = 2048, TileHeight = 1024;  // device pixels, at most
+    static constexpr int TileWidth = 2048, TileHeight = 1024;  // largest tile, in device pixels
 
     void SetBudget(qsizetype bytes) { m_budget = bytes; }
     void Clear();
-    // Null when it is not there.
+    // Returns null if the tile is not in the cache. The cache owns the tile; the next Put may remove it.
     const QPixmap* Find(const TileKey& key);
     const QPixmap& Put(const TileKey& key, QPixmap tile);
     qsizetype Bytes() const { return m_bytes; }
@@ -29,8 +29,8 @@ class TileCache {
     };
     void Trim();
 
-    std::list<Entry> m_entries;  // last used first
-    qsizetype m_bytes = 0, m_budget = 64 << 20;
+    std::list<Entry> m_entries;                  // most recently used first
+    qsizetype m_bytes = 0, m_budget = 64 << 20;  // in bytes
 };
 
 }  // namespace viewer

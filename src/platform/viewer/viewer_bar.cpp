@@ -48,7 +48,7 @@ QAction* ViewerBar::AddButton(const char* name, Symbol symbol, const QString& ti
     QAction* action = addAction(IconOf(symbol, palette()), tip);
     action->setObjectName(name);
     action->setToolTip(tip);
-    // The button itself bears the name as well: it is what a person and a test click.
+    // The button has the name as well: users and tests click it.
     widgetForAction(action)->setObjectName(name);
     widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     m_buttons.append({action, symbol});
@@ -117,7 +117,7 @@ void ViewerBar::ReadZoom() {
     } else {
         bool isNumber = false;
         const double percent = locale().toDouble(text.remove('%').trimmed(), &isNumber);
-        if (isNumber && std::isfinite(percent)) {  // "nan" reads as a number
+        if (isNumber && std::isfinite(percent)) {  // "nan" is read as a number
             emit ZoomEntered(percent);
         }
     }
@@ -179,7 +179,7 @@ void ViewerBar::changeEvent(QEvent* event) {
     }
 }
 
-// Escape gives an entry up; so does leaving it.
+// Esc cancels an entry, and so does a lost focus.
 bool ViewerBar::eventFilter(QObject* watched, QEvent* event) {
     const bool escaped =
         event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;

@@ -18,14 +18,14 @@ class ViewerBar : public QToolBar {
  public:
     explicit ViewerBar(QWidget* parent = nullptr);
 
-    // Whether there is anything to show: without it the buttons rest.
+    // Enables the buttons while there are pages.
     void SetHasPages(bool has);
-    // "n of N", "n of N+" while more are made.
+    // Shows "n of N", or "n of N+" while more pages are made.
     void ShowPage(int page, int count, bool complete);
     void ShowZoom(double percent, ZoomMode mode);
     void SetHasMap(bool has);
     void ShowMapState(bool shown);
-    void EditPage();  // the keyboard goes to the page number
+    void EditPage();  // gives the page number the keyboard focus
 
  signals:
     void FirstPage();
@@ -40,7 +40,7 @@ class ViewerBar : public QToolBar {
     void PrintWanted();
     void SaveWanted();
     void MapToggled(bool shown);
-    void Done();  // an entry was made or given up: the keyboard belongs to the pages
+    void Done();  // an entry was confirmed or cancelled: the pages get the keyboard focus
 
  protected:
     void changeEvent(QEvent* event) override;

@@ -8,7 +8,7 @@
 namespace viewer {
 namespace {
 
-constexpr double Grid = 16;  // every symbol is drawn in a square of so many units
+constexpr double Grid = 16;  // every symbol is drawn in a square of this many units
 
 using Points = QList<QPointF>;
 
@@ -20,7 +20,7 @@ void AddLine(QPainterPath& path, const Points& points, bool closed = false) {
     }
 }
 
-// A triangle that points right, or left, its tip at x.
+// Adds a triangle that points right, or left, with its tip at x.
 void AddArrow(QPainterPath& path, double tip, bool right) {
     const double back = right ? tip - 6 : tip + 6;
     AddLine(path, {{back, 3}, {tip, 8}, {back, 13}}, true);

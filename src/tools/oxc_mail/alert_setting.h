@@ -1,11 +1,11 @@
-// The address of alerts, which Options has stored among the settings.
+// The address of failure alerts that Options stores among the settings.
 #pragma once
 
 #include <string>
 
 namespace tools {
 
-// Empty when there is none. The program sets the settings store before.
+// Returns an empty text if no address is set. The program must set the settings store first.
 std::string AlertSetting();
 
 }  // namespace tools

@@ -12,17 +12,17 @@ enum class MailCommand { Window, Help, Version, Show, Set, Password, Check, Test
 
 struct MailArguments {
     MailCommand command = MailCommand::Window;
-    std::vector<std::pair<std::string, std::string>> values;  // set: keys as docs write them
-    std::string recipient;                                    // test
+    std::vector<std::pair<std::string, std::string>> values;  // of Set: the keys in the guide's spelling
+    std::string recipient;                                    // of Test
 };
 
-// What was typed makes no sense; the text says what, and never repeats what may be a password.
+// The arguments cannot be used. The text says why, and never repeats what may be a password.
 class MailUsageError : public std::runtime_error {
  public:
     using std::runtime_error::runtime_error;
 };
 
-// The arguments without the program's name. Raises MailUsageError.
+// `arguments` does not hold the program's name. Raises MailUsageError.
 MailArguments ParseMailArguments(const std::vector<std::string>& arguments);
 
 extern const char* const MailUsage;

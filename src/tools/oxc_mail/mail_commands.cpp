@@ -57,7 +57,7 @@ void Set(const MailArguments& arguments) {
 
 void AskPassword() {
     mailer::ProfileEditor editor;
-    // Before somebody types in vain.
+    // Checks the profile before the user types a password in vain.
     editor.Profile();
     const std::string password = ReadSecret("Password: ");
     editor.Set("Password", password);

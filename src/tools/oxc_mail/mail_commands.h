@@ -1,4 +1,4 @@
-// What the commands of oxc-mail do; only text goes in and out.
+// Runs the commands of oxc-mail that need no window.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace tools {
 
-// Runs any command but the window. What is good news goes to standard output; raises RuntimeError with the
-// bad news. No text holds the password.
+// Runs any command except Window. Writes success to standard output; raises RuntimeError on a failure. No
+// text contains the password.
 void RunMailCommand(const MailArguments& arguments);
 
 }  // namespace tools

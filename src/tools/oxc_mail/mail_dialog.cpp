@@ -17,7 +17,8 @@
 #include "tools/oxc_mail/alert_setting.h"
 #include "ui_mail_dialog.h"
 
-// The picture lies in a static library: nothing else would register it. Must stand outside every namespace.
+// The picture is in a static library, so that only this call registers it. It must be outside every
+// namespace.
 static void RegisterPicture() {
     Q_INIT_RESOURCE(mail_window);
 }
@@ -28,7 +29,7 @@ std::string TextOf(const mailer::Finding& finding) {
     return (finding.isFine ? "OK: " : "Failed: ") + finding.text;
 }
 
-// A file that no person could have meant is not worth a wait of the window.
+// A file that cannot be an address book must not make the window wait.
 QString EntriesOf(const std::string& file) {
     try {
         mailer::AddressBook book(mailer::ProfilePath(file));
@@ -55,7 +56,7 @@ MailDialog::MailDialog(QWidget* parent)
 
 MailDialog::~MailDialog() = default;
 
-// The groups are layouts of their own, which know nothing of one another's labels.
+// Each group has a layout of its own, which does not know the labels of the others.
 void MailDialog::LineUpFields() {
     std::vector<QWidget*> labels;
     for (const QFormLayout* layout : findChildren<QFormLayout*>()) {
@@ -74,7 +75,7 @@ void MailDialog::LineUpFields() {
     }
 }
 
-// As large as everything needs, if the screen has that much; the rest is scrolled to.
+// The size that all controls need, limited to the screen; the rest scrolls.
 void MailDialog::FitToScreen() {
     constexpr int ResultLines = 5;
     constexpr int WidthInLetters = 84;
@@ -109,7 +110,7 @@ void MailDialog::Connect() {
     });
 }
 
-// What can be read is shown, whatever is wrong with the rest.
+// Shows every value that can be read, even if others are invalid.
 void MailDialog::Load() {
     try {
         const mailer::ProfileEditor editor;
@@ -199,7 +200,7 @@ void MailDialog::reject() {
     QDialog::reject();
 }
 
-// A time that was chosen by hand stays.
+// A time limit that the user has set is kept.
 void MailDialog::cboTransport_Click() {
     const int index = m_ui->cboTransport->currentIndex();
     if (m_ui->spnTimeout->value() == m_usualTimeout) {
@@ -210,7 +211,7 @@ void MailDialog::cboTransport_Click() {
     m_ui->pagTimeout->setVisible(m_ui->stkTransport->currentWidget() != m_ui->pagOutbox);
 }
 
-// A port that was chosen by hand stays.
+// A port that the user has set is kept.
 void MailDialog::cboSecurity_Click() {
     if (m_ui->spnPort->value() == m_usualPort) {
         m_ui->spnPort->setValue(UsualPort(*m_ui));
@@ -291,7 +292,7 @@ void MailDialog::Start(const std::string& announcement, MailJob::Work work) {
 
 void MailDialog::cmdCheck_Click() {
     try {
-        // The settings are read here: they are not for the thread that talks to the server.
+        // The settings are read here: the thread that works with the server must not use them.
         Start("Checking ...",
               [profile = ShownProfile(), alertWho = tools::AlertSetting()](const std::stop_token& stop) {
                   std::string text;

@@ -1,4 +1,4 @@
-// The mail profile in a window, as an account of a mail program is set up.
+// The window that edits the mail profile, like the account settings of a mail program.
 #pragma once
 
 #include <QDialog>
@@ -14,16 +14,16 @@ class MailDialog;
 }
 class QLineEdit;
 
-// Works on the user's profile. Saving changes the keys that were changed in the window and leaves the rest of
-// the file as it is on the disk by then. Check and Send Test try what stands in the window, saved or not. The
-// stored password never reaches a control.
+// Works on the user's profile. A save changes only the keys that were changed in the window; the rest of the
+// file stays as it is on the disk at that time. Check and Send Test use the values in the window, saved or
+// not. The stored password is never put into a control.
 class MailDialog : public QDialog {
     Q_OBJECT
  public:
     explicit MailDialog(QWidget* parent = nullptr);
     ~MailDialog() override;
 
-    // Close, Escape and the frame's button: asks about changes that are not saved.
+    // Runs for Close, Escape and the frame's close button. Asks about changes that are not saved.
     void reject() override;
 
  private slots:
@@ -48,7 +48,7 @@ class MailDialog : public QDialog {
     void Load();
     bool Save();
     bool IsChanged() const;
-    // The profile that the window shows. Raises as ProfileEditor does.
+    // Returns the profile that the window shows. Raises as ProfileEditor does.
     mailer::MailProfile ShownProfile() const;
     void PutInto(mailer::ProfileEditor& editor) const;
     void ShowPasswordState();
@@ -58,11 +58,11 @@ class MailDialog : public QDialog {
     void ChooseFile(QLineEdit* edit, const QString& title);
 
     std::unique_ptr<Ui::MailDialog> m_ui;
-    ProfileValues m_loaded;  // as the form showed them when they were read or saved
-    ProfileValues m_broken;  // those of the file that the form cannot show
+    ProfileValues m_loaded;  // the form's values when they were last read or saved
+    ProfileValues m_broken;  // values of the file that the form cannot show
     bool m_hasPassword = false;
     bool m_forgetPassword = false;
     int m_usualPort = 0;     // of the encryption chosen last
-    int m_usualTimeout = 0;  // of the transport that is shown
+    int m_usualTimeout = 0;  // in seconds, of the transport that is shown
     MailJob m_job;
 };

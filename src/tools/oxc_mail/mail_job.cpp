@@ -18,7 +18,7 @@ std::string ResultOf(const MailJob::Work& work, const std::stop_token& stop) {
 void MailJob::Start(Work work) {
     m_thread = std::jthread([this, work = std::move(work)](const std::stop_token& stop) {
         QString text = QString::fromStdString(ResultOf(work, stop));
-        // Delivered in the thread of this object, and not at all when it is gone by then.
+        // Runs in the thread of this object, and never after the object is destroyed.
         QMetaObject::invokeMethod(
             this, [this, text = std::move(text)] { emit Ended(text); }, Qt::QueuedConnection);
     });

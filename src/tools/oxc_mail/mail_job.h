@@ -1,4 +1,4 @@
-// Work with servers and programs, away from the window.
+// Runs work with servers and programs outside the thread of the window.
 #pragma once
 
 #include <QObject>
@@ -7,12 +7,12 @@
 #include <string>
 #include <thread>
 
-// One piece of work at a time, on a thread of its own. Its result comes back as a signal in the window's own
-// thread. Going away stops the work and waits for it, a second or so.
+// Runs one piece of work at a time, on a thread of its own. The signal with the result arrives in the
+// window's thread. The destructor requests a stop and waits for it, about a second.
 class MailJob : public QObject {
     Q_OBJECT
  public:
-    // What happened, as lines for a person; raises when it fails. It must not touch anything of the window.
+    // Returns the outcome as lines for the user; raises an error on a failure. Must not touch the window.
     using Work = std::function<std::string(const std::stop_token&)>;
 
     explicit MailJob(QObject* parent) : QObject(parent) {}

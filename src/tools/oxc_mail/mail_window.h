@@ -3,7 +3,7 @@
 
 namespace tools {
 
-// Shows the dialog until it is closed; returns the exit code. Raises 57 when there is no display.
+// Shows the dialog until it is closed and returns the exit code. Raises 57 if there is no display.
 int ShowMailWindow(int argc, char** argv);
 
 }  // namespace tools

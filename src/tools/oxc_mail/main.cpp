@@ -10,7 +10,7 @@
 
 namespace {
 
-// One line, whatever the message holds: scripts read it.
+// Writes one line, whatever the message holds, because scripts read it.
 void Complain(const std::string& text) {
     std::cerr << "oxc-mail: " << mailer::WithoutControls(text) << std::endl;
 }

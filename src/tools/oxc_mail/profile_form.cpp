@@ -11,7 +11,7 @@
 
 namespace {
 
-// In the order of the boxes in the form; the first is what holds when the key is missing.
+// In the order of the boxes in the form. The first value is the default of a missing key.
 const std::vector<std::string> Transports{"smtp", "sendmail", "outbox"};
 const std::vector<std::string> Securities{"starttls", "tls", "none"};
 const std::vector<std::string> YesWords{"yes", "true", "1"};
@@ -29,7 +29,7 @@ int PlaceOf(const std::vector<std::string>& words, const std::string& word) {
     return found == words.end() ? 0 : static_cast<int>(found - words.begin());
 }
 
-// 0 when it is none.
+// Returns 0 if the text is not a number.
 int NumberOf(const std::string& text) {
     int number = 0;
     const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -45,7 +45,7 @@ std::string TextOf(const QLineEdit* edit) {
     return edit->text().trimmed().toStdString();
 }
 
-// What makes no sense as a sender is shown as it stands, to be corrected.
+// A sender that cannot be read is shown unchanged, so that the user can correct it.
 mailer::Mailbox SenderOf(const std::string& from) {
     try {
         return mailer::ParseMailbox(from);

@@ -1,4 +1,4 @@
-// The values of a mail profile as the controls of the dialog show them.
+// The values of a mail profile in the form in which the controls of the dialog show them.
 #pragma once
 
 #include <map>
@@ -8,18 +8,19 @@ namespace Ui {
 class MailDialog;
 }
 
-// By the keys of the profile; without Password, which is never shown. An empty value is a missing key.
+// Values by the keys of the profile, without Password, which is never shown. An empty value means a missing
+// key.
 using ProfileValues = std::map<std::string, std::string>;
 
-// Puts the values into the controls. What a control cannot show (a port that is no number) is shown as what
-// holds when the key is missing.
+// Puts the values into the controls. For a value that a control cannot show, such as a port that is not a
+// number, it shows the default of a missing key.
 void FillForm(const Ui::MailDialog& ui, const ProfileValues& values);
 ProfileValues FormValues(const Ui::MailDialog& ui);
 
-// Whether a control can show the value as it stands: if not, saving repairs it.
+// Returns true if a control can show the value unchanged. Otherwise a save replaces the value.
 bool CanBeShown(const std::string& key, const std::string& value);
 
-// The port that servers use for the encryption that is chosen.
+// Returns the usual port for the chosen encryption.
 int UsualPort(const Ui::MailDialog& ui);
-// The same in seconds, for the transport.
+// Returns the usual time limit for the chosen transport, in seconds.
 int UsualTimeout(const Ui::MailDialog& ui);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The tests' own zone is put back.
+// Restores the time zone of the tests.
 class MachineClock : public testing::Test {
  protected:
     void SetUp() override {
@@ -20,7 +20,7 @@ class MachineClock : public testing::Test {
         m_hadZone ? setenv("TZ", m_zone.c_str(), 1) : unsetenv("TZ");
         tzset();
     }
-    // Minutes that the machine's clock is ahead of UTC.
+    // Returns by how many minutes the machine's clock is ahead of UTC.
     static double MinutesAhead() {
         const DateValue epoch = DateSerial(1970, 1, 1);
         return (Now().Seconds() - epoch.Seconds() - std::time(nullptr)) / 60.0;

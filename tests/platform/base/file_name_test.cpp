@@ -6,7 +6,7 @@
 
 namespace {
 
-// "number: description"; empty when the name is taken.
+// Returns "number: description", or an empty text if the name is accepted.
 std::string Refusal(std::string_view name) {
     try {
         RequireFileName(name);

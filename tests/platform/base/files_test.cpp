@@ -197,7 +197,7 @@ TEST_F(Files, LongestNameThatTheFileSystemTakesCanBeMade) {
 
 TEST_F(Files, PartThatNobodyWritesGoesWithTheNextFile) {
     WriteBytes(m_folder / "a", "x");
-    // The process of the first one lives, as far as this machine knows.
+    // For this machine the process of the first file is alive.
     const std::string ofALiveNumber = ".oxc-part-" + std::to_string(getpid()) + "-abcdef";
     WriteBytes(m_folder / ofALiveNumber, "half");
     WriteBytes(m_folder / ".oxc-part-0123456789abcdef", "half");
@@ -208,7 +208,7 @@ TEST_F(Files, PartThatNobodyWritesGoesWithTheNextFile) {
 
 TEST_F(Files, PartThatAnotherMachinesProcessWritesStays) {
     WriteBytes(m_folder / "a", "x");
-    // A number that no process of this machine has.
+    // No process of this machine has this number.
     const fs::path part = m_folder / ".oxc-part-999999999-abcdef";
     WriteBytes(part, "under way");
     const int writer = open(part.c_str(), O_RDWR | O_CLOEXEC);

@@ -28,7 +28,7 @@ TEST(Regional, PatternWithoutTenCharactersGivesYearMonthDay) {
     }
 }
 
-// The C locale's own pattern is American.
+// The C locale's own pattern has the American order.
 TEST(Regional, EnvironmentWithoutARegionGivesYearMonthDay) {
     setenv("LC_ALL", "C.UTF-8", 1);
     EXPECT_EQ(Regional().order, DateOrder::YearMonthDay);

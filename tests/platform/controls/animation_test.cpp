@@ -19,7 +19,7 @@ std::string Chunk(const std::string& kind, const std::string& data) {
     return kind + Number(static_cast<std::uint32_t>(data.size())) + data + std::string(data.size() % 2, '\0');
 }
 
-// A film of 2 x 1 pixels, each part of which a test may replace.
+// A film of 2 x 1 pixels. A test may replace each part.
 struct Film {
     std::uint32_t width = 2, height = 1, bits = 24, compression = 0, scale = 1, rate = 50;
     std::string palette{}, before{};
@@ -66,7 +66,7 @@ class PlayedFilm : public testing::Test {
     }
     std::string Of(const char* name) { return paths::FromMachine(m_folder / name); }
     QColor At(int x, int y) { return film.grab().toImage().pixelColor(x, y); }
-    // Whether the picture that begins with this colour comes within a second.
+    // Returns true if the picture that begins with this colour appears within a second.
     bool Comes(const QColor& colour) {
         return QTest::qWaitFor([&] { return At(1, 15) == colour; }, 1000);
     }

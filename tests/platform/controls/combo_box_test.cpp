@@ -28,7 +28,7 @@ class Combo : public testing::Test {
     void PressArrow() {
         QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(box.width() - 8, box.height() / 2));
     }
-    // A list that has just been opened by the mouse takes no click for as long as a double click may last.
+    // A list just opened by the mouse ignores clicks for the time of a double click.
     void ChooseInList(int index) {
         QTest::qWait(1);
         const QAbstractItemView* view = box.view();

@@ -19,7 +19,7 @@
 
 namespace {
 
-// What the dialog on the screen was like when it was answered.
+// The state of the dialog on the screen when it was answered.
 struct Seen {
     std::string title, folder, typed;
     QStringList filters;
@@ -34,7 +34,7 @@ class FileDialog : public testing::Test {
     }
     void TearDown() override { SetFileChooser({}); }
 
-    // Types a name and presses a button of the dialog that comes up next.
+    // Types a name into the next dialog and presses a button.
     void Answer(const QString& name, QDialogButtonBox::StandardButton button) {
         QTimer::singleShot(0, [this, name, button] {
             auto* shown = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());

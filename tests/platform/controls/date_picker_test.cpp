@@ -19,7 +19,7 @@ class Date : public testing::Test {
     }
     void TearDown() override { SetRegional({DateOrder::YearMonthDay, '-'}); }
 
-    // Another one, which shows dates as the region writes them.
+    // Makes another box, which shows dates as the region writes them.
     void Renew(const RegionalSettings& region) {
         SetRegional(region);
         picker = std::make_unique<DTPicker>();
@@ -28,7 +28,7 @@ class Date : public testing::Test {
     }
     QLineEdit& Edit() const { return *picker->findChild<QLineEdit*>(); }
     std::string Selected() const { return Edit().selectedText().toStdString(); }
-    // On the left edge of a letter.
+    // Returns the left edge of a character.
     QPoint PlaceOf(int letter) const {
         for (int x = 0; x < Edit().width(); ++x) {
             if (Edit().cursorPositionAt({x, Edit().height() / 2}) >= letter) {

@@ -21,7 +21,7 @@ class LabelEdit : public ShownList {
         ClickItem(2);
         QApplication::processEvents();
     }
-    // The editor on the screen; null when there is none.
+    // Returns the editor on the screen, or null.
     QLineEdit* Editor() {
         QApplication::processEvents();
         for (auto* editor : list.findChildren<QLineEdit*>("LabelEdit")) {
@@ -201,7 +201,7 @@ TEST_F(LabelEdit, AWindowThatIsClosedTakesAnOpenEditorAlong) {
 
 namespace {
 
-// What stands below an item's picture, line by line.
+// Returns the lines below an item's picture.
 class Labels : public LabelDelegate {
  public:
     using LabelDelegate::initStyleOption;

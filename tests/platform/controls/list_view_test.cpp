@@ -1,4 +1,4 @@
-// What a list does with mouse and keys.
+// Mouse and keys in a list.
 #include "platform/controls/items/list_view.h"
 
 #include <gmock/gmock.h>
@@ -170,7 +170,7 @@ TEST_F(ListOnAWindow, KeepsTheFocusNearAnItemThatIsRemoved) {
     EXPECT_EQ(SelectedText(), "Gamma");
 }
 
-// Commands act on the selected item: one that merely has the keyboard must not be taken for it.
+// Commands act on the selected item: one that only has the focus must not look selected.
 TEST_F(ListOnAWindow, ItemThatIsNotSelectedDoesNotLookSelected) {
     const auto picture = [this] {
         const auto* view = list.CurrentView();

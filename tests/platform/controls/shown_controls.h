@@ -20,7 +20,7 @@ inline std::vector<std::string> TextsOf(ListView& list) {
     return texts;
 }
 
-// A list with three items on a window that has the focus, and what it told.
+// A list with three items on a window with the focus, and the signals that it emitted.
 class ShownList : public testing::Test {
  protected:
     void SetUp() override {

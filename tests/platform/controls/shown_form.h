@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// A window with the focus in it. Controls are added by a fixture's members: `form.Add(&box)`.
+// A window that has the focus. A fixture's members add controls: `form.Add(&box)`.
 class ShownForm : public QWidget {
  public:
     ShownForm() : m_layout(this) {}
@@ -26,7 +26,7 @@ class ShownForm : public QWidget {
     QVBoxLayout m_layout;
 };
 
-// Types into what has the focus.
+// Types into the focused control.
 inline void Type(const char* text) {
     QTest::keyClicks(QApplication::focusWidget(), text);
 }

@@ -48,7 +48,7 @@ TEST_F(Book, SeparatorBehindASingleNameIsNoPartOfIt) {
     EXPECT_NE(NumberRaisedBy([&] { book.Resolve("a@b.c;d@b.c"); }), 0);
 }
 
-// Lists of recipients lose the mark ' before they are stored.
+// Lists of recipients lose the mark ' when they are stored.
 TEST_F(Book, NameWithAMarkIsFoundWithAndWithoutIt) {
     auto book = Read(Card("Sean O'Brien", "sean@b.c", "NICKNAME:D'Artagnan\n"));
     EXPECT_EQ(book.Resolve("Sean OBrien"), (mailer::Mailbox{"Sean O'Brien", "sean@b.c"}));

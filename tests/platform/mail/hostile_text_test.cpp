@@ -1,4 +1,4 @@
-// Address books and profiles that were damaged, or made to do damage.
+// Address books and profiles that are damaged or hostile.
 #include <gtest/gtest.h>
 
 #include <algorithm>

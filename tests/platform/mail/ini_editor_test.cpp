@@ -1,4 +1,4 @@
-// Changes that leave the rest of a profile as a person wrote it.
+// Changes that keep the rest of a profile as the user wrote it.
 #include "platform/mail/profile/ini_editor.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ constexpr const char* HostileValues[] = {
     "a\"b",  "#", "[box]", "a=b=c",  "=",      "\"half",    "half\"",  "\\",         "c:\\a\\",
     "%s%n",  "'", "   ",   "\" ; x", "x ;",    "p\xC3\xA4", "\xFF\xFE"};
 
-// Lines on which a value may stand already.
+// Lines that may already hold a value.
 constexpr const char* FormerTexts[] = {
     "",
     "[Profile]\nPassword=old\n",
@@ -43,7 +43,7 @@ TEST(IniEditor, HostileValuesAreReadBackAsTheyWereGiven) {
         for (const char* value : HostileValues) {
             const std::string text = After(former, "Password", value);
             EXPECT_EQ(IniText(text).Find("Profile", "Password"), value) << former << "\n---\n" << text;
-            // And once more, from the line that was just written.
+            // Once more, from the line just written.
             EXPECT_EQ(IniText(After(text, "Password", "new ; one")).Find("Profile", "Password"), "new ; one")
                 << text;
         }

@@ -1,4 +1,4 @@
-// Whether the profile works, found out without sending.
+// Checks whether the profile works, without sending.
 #include "platform/mail/mail_check.h"
 
 #include <gmock/gmock.h>
@@ -23,7 +23,7 @@ class MailCheck : public MailTest {
         WriteProfile("From=Reports <reports@example.com>\n" + lines);
         return CheckMail(ReadMailProfile(Profile()));
     }
-    // The one finding that there is.
+    // Returns the only finding.
     mailer::Finding CheckOne(const std::string& lines) {
         const auto findings = Check(lines);
         EXPECT_EQ(findings.size(), 1u);

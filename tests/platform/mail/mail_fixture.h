@@ -1,4 +1,4 @@
-// A profile of a test's own and a session on it.
+// A profile for one test and a session on it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -63,7 +63,7 @@ class MailTest : public testing::Test {
         return files;
     }
 
-    // The number that sending raises, 0 if it does not; its text is in m_text.
+    // Returns the number that sending raises, or 0; m_text is its text.
     std::int32_t SendingRaises(MAPI::Message& message) {
         m_text.clear();
         return NumberRaisedBy([&] {

@@ -1,4 +1,4 @@
-// Profiles that make sense and those that do not.
+// Valid and invalid profiles.
 #include "platform/mail/profile/mail_profile.h"
 
 #include <chrono>

@@ -1,4 +1,4 @@
-// Messages as a mail reader sees them: written to an outbox and parsed again.
+// Messages as a mail reader sees them: written to an outbox and parsed.
 #include <fcntl.h>
 #include <gmime/gmime.h>
 
@@ -106,7 +106,7 @@ std::string NameOf(InternetAddressList* list, int index) {
     return Text(internet_address_get_name(internet_address_list_get_address(list, index)));
 }
 
-// What the encoded words and the encoded parts of a file name on one line stand for, each by itself.
+// Returns the decoded text of each encoded word and each encoded part of a file name on a line.
 std::vector<std::string> EncodedPieces(const std::string& line) {
     static const std::regex word("=\\?utf-8\\?([bq])\\?([^?]*)\\?=|name\\*[0-9]*\\*?=(?:utf-8'')?([^;]*)",
                                  std::regex::icase);
@@ -183,7 +183,7 @@ TEST_F(MailContent, DateIsTheClocksInTheMachinesZone) {
     EXPECT_NE(bytes.find("Date: Thu, 29 Feb 2024 13:05:07 +0200\r\n"), std::string::npos) << bytes;
 }
 
-// In the night of 25 October 2026 the hour from two to three comes twice.
+// In the night of 25 October 2026 the hour from two to three occurs twice.
 TEST_F(MailContent, DateOfADoubledHourHasTheOffsetOfItsMoment) {
     setenv("TZ", "Europe/Berlin", 1);
     tzset();
@@ -282,7 +282,7 @@ TEST_F(MailContent, NoLineIsLongerThanMailAllows) {
     EXPECT_EQ(sent.Content(0), std::string(5000, 'w') + "\r\n");
 }
 
-// The lines of the headers of the message and of its parts.
+// The header lines of the message and of its parts.
 TEST_F(MailContent, HeaderLinesHaveSeventyEightCharactersAtMost) {
     m_message->Subject = "Gr\u00fc\u00dfe " + std::string(200, 's') + " \u65e5\u672c\u8a9e " +
                          Repeated("\u65e5\u672c\u8a9e", 20) +
@@ -315,7 +315,7 @@ TEST_F(MailContent, HeaderLinesHaveSeventyEightCharactersAtMost) {
               "A long name of somebody who has a long name, of somebody who has a long name");
 }
 
-// Each encoded word and each piece of a file name can be read by itself.
+// Each encoded word and each part of a file name can be read alone.
 TEST_F(MailContent, NothingIsSplitInsideACharacter) {
     for (int shift = 0; shift < 4; ++shift) {
         std::filesystem::remove_all(Outbox());
@@ -352,7 +352,7 @@ TEST_F(MailContent, BlanksOfTheSubjectStayAndWhatLooksEncodedIsNotRead) {
     }
 }
 
-// What is read is what was measured when the message was begun, or nothing is sent.
+// Sends the file as it was measured at the start, or nothing.
 TEST_F(MailContent, FileThatGrewMeanwhileIsNotSentInPart) {
     WriteBytes(m_folder / "live.csv", "one\n");
     mailer::OutgoingMail mail;

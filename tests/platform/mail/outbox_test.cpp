@@ -1,4 +1,4 @@
-// The outbox folder: whole messages, nothing else.
+// The outbox folder holds only whole messages.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/resource.h>
@@ -20,7 +20,7 @@ class OutboxFolder : public MailTest {
     }
 };
 
-// What `body` answers in a process that cannot write files beyond some kilobytes.
+// Returns the result of `body` in a process that cannot write files larger than some kilobytes.
 template <typename Body>
 int InSmallProcess(Body body) {
     const pid_t child = fork();

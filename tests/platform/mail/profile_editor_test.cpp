@@ -1,4 +1,4 @@
-// The profile's file as it is written: whole, private, and never a broken one over a good one.
+// The file of the profile: whole, private, and a bad one never replaces a good one.
 #include "platform/mail/profile/profile_editor.h"
 
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-// The machine's own mail program, played by a shell script.
+// The machine's mail program, played by a shell script.
 #include <sys/stat.h>
 
 #include "mail_fixture.h"

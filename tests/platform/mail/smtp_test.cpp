@@ -1,4 +1,4 @@
-// What becomes of a message with a server that behaves, and with those that do not.
+// Messages to servers that work and to servers that fail.
 #include <netinet/in.h>
 #include <sys/socket.h>
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-// A port that was free a moment ago: nothing listens there.
+// Returns a port that was just free: no server listens there.
 int DeadPort() {
     const int socketFile = socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in address{};
@@ -32,7 +32,7 @@ class Smtp : public MailTest {
         return MakeMessage({"Ann <ann@example.com>", "bob@example.com"});
     }
 
-    // The number that sending to a server of this kind raises; the server has got no message.
+    // Returns the number that sending to such a server raises. The server has accepted no message.
     std::int32_t FailureOf(const std::vector<std::string>& arguments) {
         const SmtpServer server(arguments);
         UseServer(server.Port());

@@ -116,7 +116,7 @@ TEST_F(AddressBookOnScreen, TypingAndEnterTakesTheBestMatchAndASecondEnterIsOk) 
     QTest::keyClick(&Search(), Qt::Key_Return);
     EXPECT_EQ(ChosenShown(), Texts{"Bob Bowman <bob@example.org>"});
     EXPECT_TRUE(m_dialog->isVisible());
-    QTest::keyClicks(&Search(), "ann");  // over what was searched before
+    QTest::keyClicks(&Search(), "ann");  // replaces the last search
     EXPECT_EQ(Listed(), Texts{"Ann Archer"});
     QTest::keyClick(&Search(), Qt::Key_Return);
     QTest::keyClick(&Search(), Qt::Key_Return);

@@ -18,7 +18,7 @@ struct Seen {
     QString title, text;
 };
 
-// What the box looks like, answered by its first button.
+// Returns the look of the box, which is answered with its first button.
 Seen Shown(const std::string& text, int flags, const std::string& title, int& answer) {
     Seen seen;
     QTimer::singleShot(0, [&seen] {

@@ -16,8 +16,8 @@
 
 namespace {
 
-// What a program in a folder of this name is given when the desktop starts its entry: the folder of the
-// application, and the arguments a line each. Empty when the desktop does not load the entry.
+// Returns what a program in a folder of this name gets when the desktop starts its entry: the application's
+// folder, then one argument on each line. Returns an empty text if the desktop does not load the entry.
 std::string StartedByTheDesktop(const std::string& folderName) {
     const TemporaryFolder folder;
     const std::filesystem::path programs = folder / folderName;
@@ -88,7 +88,7 @@ TEST(Autostart, EntryIsWholeAndReplaced) {
 
 namespace {
 
-// The region of the process, and nothing of it afterwards.
+// Sets the region of the process and removes it again.
 class Region {
  public:
     Region(const char* all, const char* time, const char* lang) {

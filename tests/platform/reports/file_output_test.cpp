@@ -97,7 +97,7 @@ TEST_F(OutputFile, GroupThatCannotBeKeptIsNotReplacedByAnother) {
     EXPECT_EQ(ModeOf(Path("out.pdf")), 0644U);
 }
 
-// Two users by name, of whom one may write: in the form of the file system.
+// An access list in the form of the file system: two users, one of whom may write.
 TEST_F(OutputFile, KeepsTheAccessListOfTheFileThatItReplaces) {
     constexpr unsigned char List[] = {
         2,    0, 0, 0,                          // version

@@ -1,4 +1,4 @@
-// Reports that other people wrote, from opening to the file: each comes out whole or says why not.
+// Reports made by other programs, from opening to the file: each is complete, or its error says why not.
 #include <gmock/gmock.h>
 
 #include <utility>
@@ -18,10 +18,10 @@ const std::filesystem::path Folder = SourceDir() + "/../shared/rdl";
 
 struct Foreign {
     const char* file;
-    const char* source;  // to be asked of the sample database instead; null: as it stands
+    const char* source;  // replaced by the sample database; null: unchanged
     std::vector<std::pair<std::string, std::string>> parameters;
-    const char* text;   // stands in the output ...
-    const char* error;  // ... or this in the error
+    const char* text;   // the output holds this text ...
+    const char* error;  // ... or the error holds this one
 };
 
 const std::vector<Foreign>& Reports() {

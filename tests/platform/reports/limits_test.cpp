@@ -1,4 +1,4 @@
-// What a report may take of the machine that it runs on.
+// Limits on what a report may use of its machine.
 #include "platform/contracts/report_view.h"
 #include "platform/reports/failure.h"
 #include "platform/reports/file_output.h"

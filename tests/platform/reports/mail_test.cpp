@@ -17,7 +17,7 @@ using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 
-// What the mail system has been given, and how it fails.
+// Records what the mail system gets, and sets its failures.
 struct Post {
     std::vector<std::string> recipients;
     std::string subject, text, source, bytes, identity;
@@ -175,7 +175,7 @@ TEST_F(ReportMail, NothingIsSentWhenTheRunFails) {
 TEST_F(ReportMail, FoldersOfDeadProcessesAreRemoved) {
     const pid_t child = fork();
     if (child == 0) {
-        new PrivateFolder();  // dies without removing it
+        new PrivateFolder();  // ends without removing the folder
         _exit(0);
     }
     waitpid(child, nullptr, 0);
@@ -185,7 +185,7 @@ TEST_F(ReportMail, FoldersOfDeadProcessesAreRemoved) {
 }
 
 TEST_F(ReportMail, FolderThatAnotherMachinesProcessHoldsStays) {
-    // A number that no process of this machine has.
+    // No process of this machine has this number.
     const std::filesystem::path held = m_folder / "tmp" / "oxbow-courier-export-999999999-abcdef";
     std::filesystem::create_directory(held);
     const int holder = open(held.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);

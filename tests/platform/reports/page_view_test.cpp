@@ -11,7 +11,7 @@ namespace {
 
 class PageViewTest : public ReportFolder {
  protected:
-    // Rows of 1 cm on pages of 6, with `cell` in each and `rest` in the report.
+    // Rows of 1 cm on pages of 6 cm, with `cell` in each row and `rest` in the report.
     static std::string Rows(int rows, const std::string& cell, const std::string& rest = "") {
         std::string data;
         for (int i = 1; i <= rows; ++i) {

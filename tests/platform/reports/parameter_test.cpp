@@ -15,7 +15,7 @@ class ReportParameterField : public ReportFolder {
     std::shared_ptr<RdlReport> Open(const std::string& parameters) const {
         return OpenPeople(Parameters(parameters));
     }
-    // What the run says of the parameters; 0 when it goes through.
+    // Returns the run's error about the parameters; number 0 if it succeeds.
     static RuntimeError RunError(RdlReport& report) {
         return ErrorOf([&] { report.Run("PDF", true); });
     }

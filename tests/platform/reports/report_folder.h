@@ -1,4 +1,4 @@
-// A folder of its own for a test, with report files made in it.
+// A folder for one test, and report files in it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ class ReportFolder : public testing::Test {
         std::string name = (std::filesystem::temp_directory_path() / "oxc-engine-test-XXXXXX").string();
         ASSERT_NE(mkdtemp(name.data()), nullptr);
         m_folder = name;
-        SetAppPath(paths::FromMachine(m_folder / "app"));  // the user's own stays as it is
+        SetAppPath(paths::FromMachine(m_folder / "app"));  // the user's own folder is not touched
     }
     void TearDown() override {
         SetAppPath("");
@@ -47,7 +47,7 @@ class ReportFolder : public testing::Test {
         return count;
     }
 
-    // A report over three rows that it holds itself: Ann 1, Bob 2, Cleo 3. `extra` stands in the report.
+    // A report over three rows of its own: Ann 1, Bob 2, Cleo 3. `extra` is inserted into the report.
     static std::string PeopleReport(const std::string& extra = "") {
         return "<Report xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2005/01/reportdefinition\">"
                "<Width>6in</Width><DataSets><DataSet Name=\"People\"><Query/><Fields><Field "
@@ -83,7 +83,7 @@ class ReportFolder : public testing::Test {
     std::filesystem::path m_folder;
 };
 
-// The error that the work raises; number 0 when there is none.
+// Returns the error that the work raises; number 0 without an error.
 template <typename Work>
 RuntimeError ErrorOf(Work work) {
     try {

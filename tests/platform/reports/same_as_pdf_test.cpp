@@ -1,4 +1,4 @@
-// What the screen shows is what the PDF document shows, told by a renderer of other people's.
+// The screen shows the same as the PDF document, compared with another project's renderer.
 #include <gtest/gtest.h>
 
 #include <QImage>
@@ -36,8 +36,8 @@ class SameAsPdf : public ReportFolder {
     }
 };
 
-// Renderers smooth edges each in their way, and lines on pixels, so areas of a millimetre are compared. The
-// largest difference in any colour of 0 to 255, and the mean of all.
+// Each renderer smooths edges and lines in its own way, so areas of a millimetre are compared. Gives the
+// largest difference of any colour (0 to 255) and the mean of all.
 struct Difference {
     int most = 0;
     double mean = 0;
@@ -107,7 +107,7 @@ TEST_F(SameAsPdf, APageOfEverythingLooksTheSame) {
     EXPECT_LT(same.mean, 1.5);
     EXPECT_LT(same.most, 90);
 
-    // The yardstick is a fine one: half a millimetre aside is told.
+    // The comparison is fine enough: it finds a shift of half a millimetre.
     const Difference moved = Compare(screen.copy(4, 4, screen.width() - 4, screen.height() - 4),
                                      pdf.copy(0, 0, pdf.width() - 4, pdf.height() - 4));
     EXPECT_GT(moved.mean, 1.5);

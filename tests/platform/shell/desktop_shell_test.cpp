@@ -37,7 +37,7 @@ class DesktopShellOpens : public testing::Test {
              const std::string& parameters = {}) const {
         return shell->ShellExecuteA("open", file, parameters, directory, 1);
     }
-    // The lines of what an opened program left: what it was given, where it ran ...
+    // Returns the lines that an opened program wrote: its arguments, its folder ...
     std::vector<std::string> Opened() const {
         for (int tries = 0; tries < 500 && !fs::exists(marker); ++tries) {
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -49,7 +49,7 @@ class DesktopShellOpens : public testing::Test {
         }
         return lines.empty() ? std::vector<std::string>{"nothing was opened", ""} : lines;
     }
-    // A program that leaves its arguments and its platform.
+    // A program that writes its arguments and its platform.
     std::string Marking() const {
         return "#!/bin/sh\necho \"$#:$*\" > " + marker.string() +
                ".part\necho \"${QT_QPA_PLATFORM-none}\" >> " + marker.string() + ".part\nmv " +
@@ -62,7 +62,7 @@ class DesktopShellOpens : public testing::Test {
     std::unique_ptr<Shell> shell = std::make_unique<DesktopShell>(folder / "programs/oxc");
 };
 
-// Root may read everything: for the length of a test it is nobody.
+// Root may read every file: acts as the user nobody while it lives.
 class AsNobody {
  public:
     AsNobody() {
@@ -226,7 +226,7 @@ TEST_F(DesktopShellOpens, NoProgramThatCannotBeRun) {
 }
 
 TEST_F(DesktopShellOpens, NoReportThatHappensToBeExecutable) {
-    // Shares of other systems mark every file as executable.
+    // Network shares of other systems mark every file as executable.
     const std::string file = Make("report.csv", Marking(), 0755);
     EXPECT_GT(Open(file), 32);
     EXPECT_NE(Opened()[0].find("report.csv"), std::string::npos);

@@ -22,14 +22,14 @@ class DetachedProcess : public testing::Test {
         fs::permissions(folder / "program", fs::perms(mode));
         return folder / "program";
     }
-    // What a program wrote into `out`, once it is there.
+    // Returns what a program wrote into `out`, once it exists.
     std::string Written() const {
         for (int tries = 0; tries < 500 && !fs::exists(folder / "out"); ++tries) {
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
         return ReadBytes(folder / "out");
     }
-    // A script that runs `commands` with its output in `out`, which appears whole.
+    // A script that runs `commands` with its output in `out`, which appears complete.
     fs::path Script(const std::string& commands) const {
         const std::string out = (folder / "out").string();
         return Program("#!/bin/sh\n{ " + commands + "; } > " + out + ".part 2>&1\nmv " + out + ".part " +
@@ -51,7 +51,7 @@ TEST_F(DetachedProcess, StartsInTheFolderGiven) {
 }
 
 TEST_F(DetachedProcess, HasASessionOfItsOwnAndNoFileOfItsParent) {
-    // Two files that would be inherited, as no CLOEXEC is set.
+    // Two files without CLOEXEC, which a child would inherit.
     const int low = open("/dev/null", O_RDONLY);
     const int high = fcntl(low, F_DUPFD, 200);
     ASSERT_EQ(StartDetached(Script("cut -d' ' -f6 /proc/$$/stat; readlink /proc/$$/fd/0; "

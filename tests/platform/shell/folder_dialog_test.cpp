@@ -17,7 +17,7 @@
 
 namespace {
 
-// Does what a person would with the dialog, as soon as it is there.
+// Acts on the dialog as a user would, as soon as it is shown.
 void WhenShown(const std::function<void(QFileDialog&)>& act) {
     QTimer::singleShot(0, qApp, [act] {
         auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());

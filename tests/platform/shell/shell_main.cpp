@@ -1,5 +1,5 @@
-// The tests' own desktop: applications and associations lie in folders that only they see. They are read once
-// in a process, so they are set before the first test.
+// The desktop of the tests: applications and associations in folders that only the tests see. A process reads
+// them once, so they are set before the first test.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -16,7 +16,7 @@ int main(int argc, char** argv) {
     setenv("XDG_DATA_HOME", (desktop / "data").c_str(), 1);
     setenv("XDG_CONFIG_HOME", (desktop / "config").c_str(), 1);
     setenv("XDG_CONFIG_DIRS", (desktop / "none").c_str(), 1);
-    // Of the machine's own data the kinds of files only, not its applications.
+    // Only the machine's file types, not its applications.
     setenv("XDG_DATA_DIRS", (desktop / "share").c_str(), 1);
     std::filesystem::create_directory(desktop / "share");
     std::filesystem::create_directory_symlink("/usr/share/mime", desktop / "share/mime");
@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
     const auto applications = desktop / "data/applications";
     std::filesystem::create_directories(applications);
     std::filesystem::create_directories(desktop / "config");
-    // Writes what it was opened with, where it runs and which files it was given, whole or not at all.
+    // Writes its arguments, its folder and the given files; the output appears complete or not at all.
     WriteBytes(
         desktop / "viewer",
         "#!/bin/sh\n"

@@ -41,8 +41,7 @@ TEST_F(DataFile, LogBesideItIsForItsOwnerOnlyAsItIs) {
     EXPECT_EQ(status.st_mode & 0777, 0600U);
 }
 
-// The process that was using the live file is killed, the file is deleted by hand, and a blank one is copied
-// anew.
+// The process that used the live file is killed, a user deletes the file, and a blank one is copied again.
 TEST_F(DataFile, FreshCopyDoesNotMeetTheRowsOfTheOneBefore) {
     MakeFile("blank.dat", "create table T(A text collate nocase)");
     CopyBlank("new.dat");

@@ -1,4 +1,4 @@
-// A data file of a test's own, with tables like the system's.
+// A data file for one test, with tables like the system's.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ class DataFixture : public testing::Test {
                  "nocase)");
     }
 
-    // Made by SQLite itself, as the blank file of the system is.
+    // Made by SQLite itself, as the system's blank file is.
     void MakeFile(const std::string& name, const std::string& schema) const {
         sqlite3* handle = nullptr;
         ASSERT_EQ(sqlite3_open((m_folder / name).c_str(), &handle), SQLITE_OK);

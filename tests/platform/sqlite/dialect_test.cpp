@@ -168,7 +168,7 @@ TEST_F(Dialect, NowIsTheClockOfThePlatform) {
 TEST_F(Dialect, HistoryComesNewestFirstInWhateverFormItsMomentsStand) {
     struct Region {
         RegionalSettings settings;
-        std::vector<const char*> onDemand;  // of 8 and 9 March, a row of the poll between them
+        std::vector<const char*> onDemand;  // of 8 and 9 March, with a row of the poll between them
     };
     for (const Region& region :
          {Region{{DateOrder::MonthDayYear, '/'}, {"03/08/2002 09:00:00", "03/09/2002 07:30:00"}},

@@ -1,4 +1,4 @@
-// What the machine lacks is reported as that, and not as a fault of the data file.
+// A lack of the machine is reported as such, and not as a fault of the data file.
 #include <fcntl.h>
 #include <sched.h>
 #include <sys/mount.h>
@@ -17,7 +17,7 @@ constexpr const char* NoMount = "0 no mount";
 
 class MachineLacks : public DataFixture {
  protected:
-    // Runs `body` in a process of its own and gives "<number> <description>" of what it raises.
+    // Runs `body` in a process of its own. Returns "<number> <description>" of its error.
     template <typename Body>
     std::string RaisedInOtherProcess(Body body) const {
         const std::filesystem::path told = m_folder / "told";
@@ -38,7 +38,7 @@ class MachineLacks : public DataFixture {
         EXPECT_EQ(status, 0);
         return ReadBytes(told);
     }
-    // For this process alone.
+    // Only for this process.
     void MountReadOnly() const {
         const char* folder = m_folder.Path().c_str();
         if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0 ||

@@ -1,4 +1,4 @@
-// Two programs at one data file.
+// Two programs that use one data file.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -36,7 +36,7 @@ class Sharing : public DataFixture {
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
-    // One row a connection, as the system writes; gives how many.
+    // Writes one row with each connection, as the system does. Returns their number.
     int WriteUntil(Moment end, const std::string& who) const {
         int written = 0;
         while (std::chrono::steady_clock::now() < end) {

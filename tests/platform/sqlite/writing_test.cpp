@@ -1,4 +1,4 @@
-// Proof that the data can be written, transactions, and what is on the disk when a call returns.
+// ProveWritable, transactions, and what is on the disk when a call returns.
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,7 +19,7 @@ class Writing : public DataFixture {
 
     std::vector<std::string> Statuses() const { return Column("select Status from History order by rowid"); }
 
-    // Another program that writes, until the object goes.
+    // Another program that writes, until the object is destroyed.
     class Holder {
      public:
         explicit Holder(const fs::path& file) {
@@ -34,7 +34,7 @@ class Writing : public DataFixture {
         sqlite3* m_handle = nullptr;
     };
 
-    // Runs `body` as a user for whom the mode of a file counts, and gives the number that it raises.
+    // Runs `body` as a user without root's rights. Returns the number that it raises.
     template <typename Body>
     static int AsNobody(Body body) {
         const pid_t child = fork();
@@ -75,7 +75,7 @@ TEST_F(Writing, ProofChangesNothingAndDoesNotWaitForTheDisk) {
     EXPECT_EQ(log.syncs, 0);
     EXPECT_EQ(Single("select group_concat(name) from sqlite_master"), tables);
     EXPECT_EQ(Statuses(), (std::vector<std::string>{"before", "opens the log"}));
-    Execute("insert into History(Status) values('another writer')");  // nothing is held
+    Execute("insert into History(Status) values('another writer')");  // no lock is held
     connection.Execute("insert into History(Status) values('after')");
     EXPECT_EQ(Single("pragma integrity_check"), "ok");
 }
@@ -105,7 +105,7 @@ TEST_F(Writing, RoomThatWasProvedIsThereForTheWriteThatFollows) {
     ADODB::Connection connection;
     connection.Open(m_data);
     connection.ProveWritable();
-    log.fullAt = log.length;  // somebody else takes the rest of the disk
+    log.fullAt = log.length;  // another program fills the disk
     connection.BeginTrans();
     connection.Execute("update History set Status = hex(zeroblob(40000))");
     connection.Execute("insert into History(Status) values('row')");
@@ -172,7 +172,7 @@ TEST_F(Writing, StatementThatFailsLeavesTheTransactionToItsCaller) {
     EXPECT_EQ(NumberRaisedBy([&] { connection.Execute("insert into Nowhere values(1)"); }),
               err::DataTableMissing);
     connection.RollbackTrans();
-    connection.RollbackTrans();  // there is none any more
+    connection.RollbackTrans();  // no transaction is open any more
     EXPECT_EQ(Statuses(), std::vector<std::string>{"before"});
     connection.Execute("insert into History(Status) values('by itself')");
     EXPECT_EQ(Single("select count(*) from History"), "2");

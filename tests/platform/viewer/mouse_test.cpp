@@ -22,7 +22,7 @@ class ViewerMouse : public ViewerTest {
 
 TEST_F(ViewerMouse, TextIsMarkedAndCopied) {
     Show(2);
-    // The second line, from behind "Te" to its end.
+    // The second line, from after "Te" to its end.
     Drag(At(1, 36 + 12, 54), At(1, 300, 54));
     EXPECT_EQ(Canvas().TextToCopy(), "xt of it");
     Key(Qt::Key_C, Qt::ControlModifier);

@@ -15,7 +15,7 @@ namespace {
 
 class ViewerOutput : public ViewerTest {
  protected:
-    // Waits for the dialog of that name and does something to it.
+    // Waits for the dialog of that name and acts on it.
     template <typename Dialog>
     static void OnDialog(const char* name, std::function<void(Dialog&)> work) {
         QTimer::singleShot(50, [name, work] {
@@ -39,7 +39,7 @@ class ViewerOutput : public ViewerTest {
         return said;
     }
 
-    // A program of that name, which is found before all others until the test's end.
+    // A program of that name, found before all others until the end of the test.
     void WriteProgram(const std::string& name, const std::string& text) {
         const std::filesystem::path file = m_folder.Path() / "bin" / name;
         std::filesystem::create_directories(file.parent_path());

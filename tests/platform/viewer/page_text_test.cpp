@@ -5,7 +5,7 @@
 namespace viewer::test {
 namespace {
 
-// Letters 6 wide, lines 12 high.
+// Characters are 6 points wide, lines 12 points high.
 PageText TextOf(const std::vector<std::string>& lines) {
     std::vector<report::Letter> letters;
     double y = 0;

@@ -1,4 +1,4 @@
-// A viewer in a window, over a report whose pages a test has made up.
+// A viewer in a window, over a report with the pages of the test.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -38,7 +38,7 @@ class ViewerTest : public testing::Test {
         m_engine.reports["sales.rpt"].pages = std::move(pages);
         m_viewer.ReportSource(m_engine.OpenReport("sales.rpt"));
     }
-    // All pages made.
+    // Shows the pages, all of them made.
     void Show(fakes::FakePages pages) {
         Source(std::move(pages));
         m_viewer.ViewReport();
@@ -78,7 +78,7 @@ class ViewerTest : public testing::Test {
     long Calls(const std::string& call) {
         return std::count(m_engine.calls.begin(), m_engine.calls.end(), call);
     }
-    // Where a point of a page is on the canvas; pages stand in the middle.
+    // Returns the position of a page's point on the canvas; pages are centred.
     QPoint At(int page, double x, double y) {
         const PageCanvas& canvas = Canvas();
         const double scale = canvas.Zoom() / 100 * canvas.logicalDpiY() / 72;

@@ -1,4 +1,4 @@
-// What may be typed behind oxc-mail, and what is said about the rest.
+// The arguments that oxc-mail accepts, and its errors for others.
 #include "tools/oxc_mail/mail_arguments.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The window, driven as a person does.
+// The window, driven as a user does.
 #include <gmock/gmock.h>
 
 #include <QApplication>
@@ -69,7 +69,7 @@ class MailWindow : public testing::Test {
         EXPECT_TRUE(QTest::qWaitFor([&] { return check->isEnabled() && !stop->isEnabled(); }, 10000));
         return Result();
     }
-    // Clicks the button of the box that the next step opens.
+    // Clicks a button of the box that the next step opens.
     void Answer(QMessageBox::StandardButton button) {
         QTimer::singleShot(0, m_dialog.get(), [this, button] {
             auto* box = m_dialog->findChild<QMessageBox*>();
@@ -212,7 +212,7 @@ TEST_F(MailWindow, AddressBookShowsItsNumberOfEntries) {
               "The address book \"/no/such.vcf\" is missing or cannot be read");
 }
 
-// Books of the drives of another system are typed in and come with profiles from there.
+// Paths on drives of another system are typed in and come with profiles from there.
 TEST_F(MailWindow, AddressBookOnADriveThatIsNotThereIsToldAndTheWindowStays) {
     WriteProfile("Transport=outbox\n[AddressBook]\nVCard=C:\\book.vcf\n");
     Open();
@@ -420,7 +420,7 @@ TEST_F(MailWindow, TabWalksThroughTheFieldsAsTheyStand) {
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");  // asked for its tests it has no display
+        qputenv("QT_QPA_PLATFORM", "offscreen");  // for its tests it has no display
     }
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();

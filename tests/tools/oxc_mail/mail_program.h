@@ -1,4 +1,4 @@
-// The program in a configuration folder of a test's own.
+// The program with a configuration folder for one test.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -27,7 +27,7 @@ class MailProgram : public testing::Test {
     std::filesystem::path File() const { return m_folder / "config" / "oxbow-courier" / "mail.ini"; }
     std::string Profile() const { return ReadBytes(File()); }
 
-    // `arguments` as typed in a shell, `input` on standard input.
+    // `arguments` as in a shell, `input` on standard input.
     MailOutcome Run(const std::string& arguments, const std::string& input = {}) const {
         WriteBytes(m_folder / "stdin", input);
         const std::string line = "cd '" + m_folder.Path().string() + "' && '" OXC_MAIL_PROGRAM "' " +

@@ -1,4 +1,4 @@
-// The program as people and scripts use it: exit codes, one line of complaint, no secret in any output.
+// The program as users and scripts use it: exit codes, one line for an error, no secret in any output.
 #include "mail_program.h"
 #include "support/smtp_server.h"
 
@@ -155,7 +155,7 @@ TEST_F(MailCheckProgram, TellsWhoGetsAlerts) {
                 HasSubstr("\nNo alert address is set in Options: nobody is told when a report fails.\n"));
 }
 
-// Picking twice from the address book leaves two names, and they are read as one.
+// Choosing twice from the address book leaves two names, which are read as one.
 TEST_F(MailCheckProgram, AlertAddressOfTwoNamesIsNone) {
     const MailOutcome two = CheckWithAlertAddress("ann@example.com;boss@example.com;");
     EXPECT_EQ(two.code, 1);

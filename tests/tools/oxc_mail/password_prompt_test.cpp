@@ -1,4 +1,4 @@
-// The password at a terminal: never shown, and the terminal is left as it was whatever happens.
+// The password prompt at a terminal: never echoed, and the terminal is always restored.
 #include <pty.h>
 #include <signal.h>
 #include <termios.h>
@@ -15,7 +15,7 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-// The program on a terminal of its own, `password` as its command.
+// The program on a terminal of its own, with `password` as its command.
 class Terminal {
  public:
     Terminal() {
@@ -61,7 +61,7 @@ class Terminal {
     void Type(const std::string& keys) const {
         ASSERT_EQ(write(m_master, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     }
-    // The status of waitpid, once the program has ended.
+    // Returns the status of waitpid, once the program has ended.
     int Wait() {
         int status = 0;
         while (waitpid(m_child, &status, WNOHANG) == 0) {
@@ -152,7 +152,8 @@ TEST_F(PasswordPrompt, EndOfInputIsNoPassword) {
 TEST_F(PasswordPrompt, PromptComesAgainAfterASuspension) {
     Terminal terminal;
     terminal.Expect("Password: ");
-    // Nobody could wake a program that is alone at its terminal, so the machine goes on with it at once.
+    // No process could resume a program that is alone at its terminal, so the kernel lets it continue at
+    // once.
     terminal.Send(SIGTSTP);
     terminal.Expect("Password: ");
     terminal.Type("s3cret\n");

@@ -20,11 +20,11 @@ QString MachinePath(const std::string& path) {
     try {
         return QString::fromStdString(paths::ToMachine(path).string());
     } catch (const RuntimeError&) {
-        return {};  // a drive that this machine has not got
+        return {};  // a drive that this machine does not have
     }
 }
 
-// The nearest folder that exists; the user's own when nothing is left of the path.
+// Returns the nearest existing folder of the path, or the user's home folder.
 QString StartFolder(const std::string& path) {
     if (path.empty()) {
         return QDir::homePath();
@@ -37,7 +37,7 @@ QString StartFolder(const std::string& path) {
     return folder.isEmpty() ? QDir::homePath() : folder;
 }
 
-// Qt reads the patterns from the brackets at the end of a filter's name.
+// Qt reads the patterns from the parentheses at the end of a filter's name.
 QStringList NameFilters(const std::string& filter) {
     const QStringList pieces = QString::fromStdString(filter).split('|');
     QStringList filters;

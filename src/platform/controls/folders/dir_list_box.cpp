@@ -13,9 +13,9 @@
 namespace {
 
 constexpr int DepthRole = Qt::UserRole;
-constexpr int FolderRole = Qt::UserRole + 1;  // the machine's path
+constexpr int FolderRole = Qt::UserRole + 1;  // a path of the machine
 
-// Moves a line to the right by the depth of its folder.
+// Indents a line by the depth of its folder.
 class IndentedLine : public QStyledItemDelegate {
  public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -51,7 +51,7 @@ DirListBox::DirListBox(QWidget* parent) : QListWidget(parent) {
     try {
         Path(".");
     } catch (const RuntimeError&) {
-        m_path.clear();  // the current folder is gone: an empty list until another is set
+        m_path.clear();  // the current folder is missing: an empty list until another is set
     }
 }
 
@@ -91,7 +91,7 @@ void DirListBox::AddFolder(const QString& name, const std::string& folder, int d
     line->setData(FolderRole, QString::fromStdString(folder));
 }
 
-// A folder may be gone since it was listed, or closed to this user: nothing to end the program for.
+// A listed folder may be gone or unreadable by now, which must not end the program.
 void DirListBox::Go(const QListWidgetItem* line) {
     try {
         Path(paths::FromMachine(line->data(FolderRole).toString().toStdString()));

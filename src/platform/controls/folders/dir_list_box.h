@@ -1,5 +1,5 @@
-// A folder among its like: the folders that it stands in, from the root on, itself, and the folders in it,
-// each indented below the one before. Double click or Enter goes to one of them.
+// A folder list: the folders above the current folder, from the root on, the folder itself, and its
+// subfolders, each level indented. A double click or Enter opens a folder.
 #pragma once
 
 #include <QListWidget>
@@ -11,15 +11,15 @@ class DirListBox : public QListWidget {
  public:
     explicit DirListBox(QWidget* parent = nullptr);
 
-    // As the system writes paths, without a backslash at its end except at the root. An empty path changes
-    // nothing. 76 "Path not found" when there is none or it may not be read; the list stays as it was.
+    // A path of the system, without a backslash at its end except at the root. An empty path changes nothing.
+    // Raises 76 "Path not found" if the folder is missing or cannot be read; the list then stays unchanged.
     const std::string& Path() const { return m_path; }
     void Path(const std::string& path);
 
  signals:
-    void Change();  // Path is another one now
-    // Any key but Tab and those that are only held with others (Shift, Ctrl, Alt); see KeyCode. A handler
-    // that sets another Path has the key to itself.
+    void Change();  // Path has changed
+    // Any key but Tab and modifier keys (Shift, Ctrl, Alt); see KeyCode. If a handler sets another Path, the
+    // list ignores the key.
     void KeyDown(int keyCode);
 
  protected:

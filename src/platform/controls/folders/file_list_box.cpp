@@ -17,7 +17,7 @@ FileListBox::FileListBox(QWidget* parent) : ListBox(parent) {
     try {
         Path(".");
     } catch (const RuntimeError&) {
-        m_path.clear();  // the current folder is gone: a list of nothing until another is set
+        m_path.clear();  // the current folder is missing: an empty list until another is set
     }
 }
 

@@ -1,15 +1,15 @@
-// What stands in a folder, as the lists of the forms show it: by name without regard to case, and nothing
-// that is hidden.
+// The contents of a folder for the lists of the forms: sorted by name without regard to case, without hidden
+// entries.
 #pragma once
 
 #include <QStringList>
 #include <filesystem>
 #include <string>
 
-// The machine's folder for a path of the system, without a slash at its end. 76 "Path not found" when there
-// is none, or none that may be read.
+// Returns the machine's folder for a path of the system, without a slash at its end. Raises 76 "Path not
+// found" if it is missing or cannot be read.
 std::filesystem::path FolderAt(const std::string& path);
 
 enum class FolderContent { Folders, Files };
-// 76 when the folder is gone.
+// Returns the names. Raises 76 if the folder is missing.
 QStringList NamesIn(const std::filesystem::path& folder, FolderContent wanted);

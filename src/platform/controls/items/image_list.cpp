@@ -5,8 +5,8 @@
 
 namespace {
 
-// Shows one picture for what is selected and another for all else, both in their own colours: styles would
-// wash the picture of a selected item over with the colour of the selection.
+// Shows one picture for selected items and another for the others, both in their own colours: styles would
+// tint the picture of a selected item with the selection's colour.
 class ItemPicture : public QIconEngine {
  public:
     ItemPicture(QIcon normal, QIcon selected)

@@ -1,5 +1,5 @@
-// Numbered images that lists, trees and toolbars share. Drawn from vector pictures, so that they are crisp at
-// every size and scale, and in colours that read on light and on dark backgrounds.
+// Numbered images that lists, trees and toolbars share. They are drawn from vector pictures, so that they are
+// sharp at every size, in colours that suit light and dark backgrounds.
 #pragma once
 
 #include <QIcon>
@@ -8,9 +8,10 @@
 
 class ImageList {
  public:
-    // `resource` is a picture's place among the program's resources, such as ":/images/folder.svg".
+    // `resource` is the path of a picture in the program's resources, such as ":/images/folder.svg".
     void Add(int number, const std::string& resource);
-    // Empty when there is none of that number. What is selected shows the image `selected`; 0: the same one.
+    // Returns an empty icon for an unknown number. A selected item shows the image `selected`; 0: the same
+    // image.
     QIcon Image(int number, int selected = 0) const;
 
  private:

@@ -1,4 +1,4 @@
-// What a view of items tells the control that it belongs to.
+// The events that a view of items reports to its control.
 #pragma once
 
 #include <QPoint>
@@ -8,10 +8,10 @@ class ItemEvents {
     virtual ~ItemEvents() = default;
     virtual void ItemClicked() = 0;
     virtual void ItemActivated() = 0;  // double click or Enter
-    virtual void ButtonReleased(int button,
-                                QPoint place) = 0;  // in the view's viewport; see MouseButtonNumber
-    virtual void KeyPressed(int keyCode) = 0;       // before the view does anything about it
-    virtual void EditAsked() {}                     // F2
+    // `place` is in the view's viewport; for `button` see MouseButtonNumber.
+    virtual void ButtonReleased(int button, QPoint place) = 0;
+    virtual void KeyPressed(int keyCode) = 0;  // before the view handles the key
+    virtual void EditAsked() {}                // F2 was pressed
 };
 
 // 1 left, 2 right, 4 middle.

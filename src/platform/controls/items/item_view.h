@@ -1,5 +1,5 @@
-// How the lists and trees of the forms answer mouse and keys: what is common to all of them, whichever of
-// Qt's views shows the items. One item at most is selected, and only by what the user or the code does to it.
+// Mouse and key handling that all lists and trees of the forms share, whichever view of Qt shows the items.
+// At most one item is selected, and only the user or code changes the selection.
 #pragma once
 
 #include <QAbstractItemView>
@@ -21,12 +21,12 @@ class ItemView : public View {
         this->setSelectionMode(QAbstractItemView::SingleSelection);
         this->setDragEnabled(false);
         ShowFocusAsLine(*this);
-        // The menus of items come with MouseUp; Qt's own would reach the frame behind the view.
+        // Context menus of items come with MouseUp. Qt's own would reach the frame below the view.
         this->setContextMenuPolicy(Qt::PreventContextMenu);
         QObject::connect(this, &QAbstractItemView::doubleClicked, this, [this] { m_doubled = true; });
     }
 
-    // An invalid index when nothing is selected.
+    // Returns an invalid index if no item is selected.
     QModelIndex SelectedIndex() const {
         if (this->selectionModel() == nullptr) {
             return {};
@@ -36,9 +36,9 @@ class ItemView : public View {
     }
 
  protected:
-    // A click beside all items takes the selection away.
+    // If on, a click outside all items clears the selection.
     void ClickBesideDeselects(bool on) { m_besideDeselects = on; }
-    // The press under way is one that opens or closes a branch: no click.
+    // Marks the current press as one that opens or closes a branch, so that it is not a click.
     void PressToggledBranch() { m_toggled = true; }
 
     void mousePressEvent(QMouseEvent* event) override {
@@ -50,7 +50,7 @@ class ItemView : public View {
         View::mousePressEvent(event);
     }
 
-    // The selection does not follow a button that is held down, and nothing is dragged.
+    // The selection does not follow a pressed button, and nothing is dragged.
     void mouseMoveEvent(QMouseEvent* event) override {
         if (event->buttons() == Qt::NoButton) {
             View::mouseMoveEvent(event);
@@ -99,8 +99,8 @@ class ItemView : public View {
         }
     }
 
-    // With Ctrl held, too, a click selects: an item is not taken out of a selection of one. Views on their
-    // own would take the selection away by a press beside all items.
+    // A click with Ctrl also selects: it does not deselect the only selected item. Qt's views would clear the
+    // selection when the user presses outside all items.
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override {
         if (!index.isValid() && !m_besideDeselects) {
@@ -115,7 +115,7 @@ class ItemView : public View {
     }
 
  private:
-    // Keys that mean the same in every view.
+    // Handles the keys that mean the same in every view.
     bool AnsweredHere(QKeyEvent& event) {
         const QModelIndex selected = SelectedIndex();
         switch (event.key()) {

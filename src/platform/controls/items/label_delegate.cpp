@@ -16,12 +16,12 @@ namespace {
 
 constexpr int Margin = 4;        // around an item
 constexpr int LargeChars = 15;   // width of an item below its picture, in average characters
-constexpr int SmallChars = 26;   // the same, beside its picture
-constexpr int EditorChars = 18;  // least width of the editor
-constexpr int EditorMost = 44;   // and the most that it takes from the items beside it
+constexpr int SmallChars = 26;   // width of an item beside its picture
+constexpr int EditorChars = 18;  // minimum width of the editor
+constexpr int EditorMost = 44;   // maximum width that it takes from the items next to it
 constexpr int LinesBelow = 2;
 
-// With a place to break after the marks that join words in names, and between their capitals.
+// Adds line breaks after the characters that join words in names, and between capitals.
 QString Breakable(const QString& text) {
     const QChar mayBreak(0x200B);
     QString result;
@@ -37,8 +37,8 @@ QString Breakable(const QString& text) {
     return result;
 }
 
-// As much of the text as stands in the lines below a picture. Words that are too long are broken anywhere:
-// styles would cut them at the first line's end, and show a part of a line too many.
+// Returns the part of the text that fits in the lines below a picture. Words that are too long are broken at
+// any character: styles would cut them at the end of the first line and show part of a line too many.
 QString LinesOf(const QString& name, const QFont& font, int width) {
     const QString text = Breakable(name);
     QTextLayout layout(text, font);
@@ -107,7 +107,7 @@ QWidget* LabelDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
     return editor;
 }
 
-// The view takes the editor away by itself when the item is removed.
+// The view removes the editor itself when the item is removed.
 void LabelDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const {
     if (editor == m_editor) {
         m_editor = nullptr;
@@ -115,7 +115,7 @@ void LabelDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) con
     QStyledItemDelegate::destroyEditor(editor, index);
 }
 
-// At the text's place, as wide as the text needs, and never out of the view.
+// At the position of the text, as wide as the text needs, and inside the view.
 void LabelDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                          const QModelIndex& index) const {
     QStyleOptionViewItem item = option;
@@ -137,7 +137,7 @@ void LabelDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionView
     editor->setGeometry(place);
 }
 
-// A text that is cut short is shown whole as a tip.
+// Shows a text that is cut off as a tooltip.
 bool LabelDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                               const QModelIndex& index) {
     if (event->type() != QEvent::ToolTip || !index.isValid() || TextFits(option, index)) {
@@ -160,10 +160,10 @@ bool LabelDelegate::TextFits(const QStyleOptionViewItem& option, const QModelInd
     return !item.text.endsWith(QChar(0x2026)) || index.data().toString().endsWith(QChar(0x2026));
 }
 
-// Enter and Tab take the text and so does the focus that goes elsewhere; Esc gives it up. The editor's own
-// menu and the windows above it leave it open.
+// Enter, Tab and a lost focus accept the text; Esc cancels the edit. The editor's own menu and windows in
+// front of it leave it open.
 bool LabelDelegate::eventFilter(QObject* watched, QEvent* event) {
-    // An editor that goes with its window is a line edit no more: its text goes with it.
+    // An editor that is destroyed with its window is no line edit any more: its text is lost.
     auto* editor = qobject_cast<QLineEdit*>(watched);
     if (editor == nullptr || editor != m_editor) {
         return false;
@@ -187,7 +187,7 @@ bool LabelDelegate::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-// The editor goes first: whoever hears of the new text may open boxes or the editor again.
+// The editor closes first: a handler of the new text may open boxes or the editor again.
 void LabelDelegate::Finish(QLineEdit& editor, bool take) {
     const QPersistentModelIndex item = m_edited;
     const QString text = editor.text();

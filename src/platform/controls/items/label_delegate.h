@@ -1,4 +1,4 @@
-// Draws the items of a list and lets their texts be edited in place.
+// Draws the items of a list and edits their texts in place.
 #pragma once
 
 #include <QPersistentModelIndex>
@@ -10,8 +10,8 @@ class QLineEdit;
 class LabelDelegate : public QStyledItemDelegate {
     Q_OBJECT
  public:
-    // A large picture with two lines of text below it, a small picture with one line beside it, or the cells
-    // of a table.
+    // A large picture with two lines of text below it, a small picture with one line beside it, or a row of
+    // cells.
     enum class Shape { Large, Small, Row };
     static constexpr int LargePicture = 48, SmallPicture = 16;  // pixels at scale 1
 
@@ -30,7 +30,7 @@ class LabelDelegate : public QStyledItemDelegate {
                    const QModelIndex& index) override;
 
  signals:
-    // The editor is closed and gone, and its text is taken: nothing has been changed yet.
+    // The editor is closed and its text is final. The item has not been changed yet.
     void Edited(const QPersistentModelIndex& item, const QString& text);
 
  protected:
@@ -42,7 +42,7 @@ class LabelDelegate : public QStyledItemDelegate {
     bool TextFits(const QStyleOptionViewItem& option, const QModelIndex& index) const;
 
     Shape m_shape = Shape::Large;
-    // One item at a time is edited; Qt's hooks that open the editor are const.
+    // One item at a time is edited. Mutable, because Qt's functions that open the editor are const.
     mutable QPointer<QWidget> m_editor;
     mutable QPersistentModelIndex m_edited;
 };

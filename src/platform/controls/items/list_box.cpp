@@ -55,7 +55,7 @@ void ListBox::RemoveItem(int index) {
     const int selected = ListIndex();
     const QSignalBlocker silent(this);
     delete takeItem(index);
-    // Qt selects a neighbour of the line that goes.
+    // Qt selects a neighbour of the removed line.
     Select(selected == index ? -1 : selected > index ? selected - 1 : selected);
 }
 

@@ -1,4 +1,4 @@
-// A list of lines in one column, of which one at most is selected. Lines count from 0.
+// A list of lines in one column. At most one line is selected. Lines count from 0.
 #pragma once
 
 #include <QListWidget>
@@ -11,23 +11,24 @@ class ListBox : public QListWidget {
     explicit ListBox(QWidget* parent = nullptr);
 
     void AddItem(const std::string& text);
-    // 5 "Invalid procedure call or argument" for -1 and for a number that no line has. The selected line
-    // stays selected; when it is the one removed, none is.
+    // Removes a line. Raises 5 "Invalid procedure call or argument" for -1 and for a number without a line.
+    // The selected line stays selected; if it is removed, no line is selected.
     void RemoveItem(int index);
-    std::string List(int index) const;  // empty when there is none of that number
+    std::string List(int index) const;  // empty for an unknown index
     int ListCount() const { return count(); }
-    int ListIndex() const;      // the selected line; -1: none
-    void ListIndex(int index);  // -1: none; 380 "Invalid property value" for a number that no line has
+    int ListIndex() const;  // the selected line, or -1
+    // -1 clears the selection; raises 380 "Invalid property value" for an unknown index
+    void ListIndex(int index);
     std::string Text() const { return List(ListIndex()); }
     void Clear();
-    // Whether files may be dropped on the list.
+    // If true, files can be dropped on the list.
     void AcceptFiles(bool accept);
 
  signals:
-    void Click();      // a line has been selected, by a person (the same again, too) or by code
+    void Click();      // a line was selected, by the user (also the same line again) or by code
     void DblClick();   // on a line
-    void MouseMove();  // over the list, with or without a button
-    // Files have been dropped; as the system writes paths. The list does nothing about them itself.
+    void MouseMove();  // over the list, with or without a button pressed
+    // Files were dropped; paths of the system. The list itself does not use them.
     void OLEDragDrop(const std::vector<std::string>& files);
 
  protected:
@@ -40,5 +41,5 @@ class ListBox : public QListWidget {
 
  private:
     void Select(int index);
-    bool m_told = false;  // the press under way has been told as a click
+    bool m_told = false;  // the current press has been reported as a click
 };

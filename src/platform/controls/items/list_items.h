@@ -6,23 +6,23 @@
 
 class ListModel;
 
-// Good until it is removed.
+// The list owns its items. A reference is valid until the item is removed.
 class ListItem {
  public:
     ListItem(ListModel& list, std::string key, std::string text, int icon, int smallIcon);
     ListItem(const ListItem&) = delete;
     ListItem& operator=(const ListItem&) = delete;
 
-    const std::string Key;  // empty: none; else no other item has it
+    const std::string Key;  // unique in the list, or empty
     const int Icon;         // number of the image in the list's ImageList; 0 none
     const int SmallIcon;    // the same, for small icons, lists and tables
 
     const std::string& Text() const { return m_cells[0]; }
     void Text(const std::string& text);
-    // Column `number` + 1 of the table, from 1; empty where none was set.
+    // Returns the cell in column `number` + 1 of the table (`number` from 1); empty if it was not set.
     std::string SubItems(int number) const;
     void SubItems(int number, const std::string& text);
-    int Index() const;  // where it stands now
+    int Index() const;  // current position
     void Selected(bool selected);
     bool Selected() const;
 
@@ -38,11 +38,12 @@ class ListItem {
 class ListItems {
  public:
     explicit ListItems(ListModel& model) : m_model(model) {}
-    // At the end, or at its place while the list is sorted. 35602 "Key is not unique in collection".
+    // Adds an item at the end, or at its place if the list is sorted. Raises 35602 "Key is not unique in
+    // collection".
     ListItem& Add(const std::string& key, const std::string& text, int icon = 0, int smallIcon = 0);
     int Count() const;
-    ListItem& operator()(int index);               // 35600 "Index out of bounds"
-    ListItem& operator()(const std::string& key);  // 35601 "Element not found"
+    ListItem& operator()(int index);               // raises 35600 "Index out of bounds"
+    ListItem& operator()(const std::string& key);  // raises 35601 "Element not found"
     bool Has(const std::string& key) const;
     void Remove(int index);
     void Remove(const std::string& key);
@@ -57,9 +58,9 @@ class ColumnHeaders {
     explicit ColumnHeaders(ListModel& model) : m_model(model) {}
     void Add(const std::string& text);
     int Count() const;
-    std::string operator()(int index) const;  // its text; 35600
-    // The cells of this column, after the first, are paths and are shown as people write them; see
-    // paths::ForUser. 35600
+    std::string operator()(int index) const;  // text of the column; raises 35600
+    // Marks a column after the first as one of paths, which are shown as users write them (paths::ForUser).
+    // Raises 35600.
     void ShowPaths(int index);
     void Clear();
 

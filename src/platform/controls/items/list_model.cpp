@@ -64,7 +64,7 @@ void ListModel::Clear() {
     endRemoveRows();
 }
 
-// Views select a neighbour of the selected item that is removed; here the neighbour only has the focus.
+// Views select a neighbour of a removed selected item; here the neighbour only gets the focus.
 void ListModel::MoveFocusFrom(int row) {
     const auto selected = m_selection.selectedIndexes();
     if (!selected.isEmpty() && selected.first().row() == row) {
@@ -99,7 +99,7 @@ void ListModel::SetCell(ListItem& item, int column, const std::string& text) {
 
 void ListModel::AddColumn(const std::string& text) {
     const int column = static_cast<int>(m_columns.size());
-    // The first heading belongs to the column that shows the texts, which is always there.
+    // The first header belongs to the column of the texts, which always exists.
     if (column > 0) {
         beginInsertColumns({}, column, column);
     }

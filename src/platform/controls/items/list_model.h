@@ -1,4 +1,4 @@
-// The items of a list, in the order in which they stand, with the one selection that all its views show.
+// The items of a list in their order, with the one selection that all its views share.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -15,7 +15,7 @@ class ImageList;
 class ListModel : public QAbstractTableModel {
     Q_OBJECT
  public:
-    static constexpr int LargeIconRole = Qt::UserRole;  // the decoration role has the small icon
+    static constexpr int LargeIconRole = Qt::UserRole;  // the decoration role holds the small icon
 
     ListModel();
 
@@ -31,22 +31,22 @@ class ListModel : public QAbstractTableModel {
     const std::vector<std::string>& Columns() const { return m_columns; }
     void AddColumn(const std::string& text);
     void ClearColumns();
-    // The cells of this column, from 0, are paths of the system and are shown as people write them.
+    // The cells of this column (from 0) are paths of the system and are shown as users write them.
     void ShowPathsIn(int column) { m_pathColumn = column; }
 
     void Icons(const ImageList* images);
-    // Whether a click on any cell of a row selects the item.
+    // If on, a click on any cell of a row selects the item.
     void WholeRows(bool on) { m_wholeRows = on; }
 
     int SortKey() const { return m_sortKey; }
     void SortKey(int column);
     bool Sorted() const { return m_sorted; }
     void Sorted(bool sorted);
-    // Items come in and change one by one: they are put in order when somebody looks.
+    // Items are added and changed one by one; sorting waits until a view needs the order.
     void PutInOrder();
 
     QItemSelectionModel& Selection() { return m_selection; }
-    ListItem* SelectedItem();  // null when none is selected
+    ListItem* SelectedItem();  // null if no item is selected
     void Select(ListItem& item, bool selected);
 
     int rowCount(const QModelIndex& parent = {}) const override;

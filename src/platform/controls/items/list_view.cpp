@@ -15,7 +15,7 @@
 
 namespace {
 
-// Widths of the columns of a table to begin with, in average characters.
+// Initial widths of a table's columns, in average characters.
 constexpr int FirstLeast = 24, FirstMost = 60, OthersLeast = 10, OthersMost = 40;
 constexpr int Spacing = 2;  // pixels between icons
 
@@ -69,7 +69,7 @@ void ListView::TakeIn(QAbstractItemView& view, LabelDelegate& delegate) {
     connect(&delegate, &LabelDelegate::Edited, this, &ListView::LabelEdited);
 }
 
-// The views look at the model until they are gone.
+// The views use the model until they are destroyed.
 ListView::~ListView() {
     delete m_icons;
     delete m_table;
@@ -99,7 +99,7 @@ void ListView::BuildTable() {
     headings.setStretchLastSection(true);
     connect(&headings, &QHeaderView::sectionClicked, this, [this](int section) {
         emit ColumnClick(section + 1);
-        ShowSorting();  // the header would turn its mark over at a second click
+        ShowSorting();  // the header would reverse its mark on a second click
     });
 }
 
@@ -207,7 +207,7 @@ void ListView::MousePointer(int pointer) {
     }
 }
 
-// Columns come before the items that they are to fit: what is there when events are read again counts.
+// Columns are added before the items that they should fit: the items that exist at the next event count.
 void ListView::FitColumnsSoon() {
     if (!m_fitting) {
         m_fitting = true;
@@ -222,7 +222,7 @@ void ListView::FitColumns() {
     int others = 0;
     for (int column = m_model->columnCount() - 1; column >= 0; --column) {
         m_table->resizeColumnToContents(column);
-        // A long name leaves the columns beside it in sight.
+        // A long name leaves the columns next to it visible.
         const int least = unit * (column == 0 ? FirstLeast : OthersLeast);
         const int most = column == 0
                              ? std::clamp(m_table->viewport()->width() - others, least, unit * FirstMost)
@@ -275,7 +275,7 @@ void ListView::LabelEdited(const QPersistentModelIndex& item, const QString& tex
             edited.Text(newString);
         }
     }
-    // Not at once: the view is still busy with the key or the focus that ended the edit.
+    // Delayed: the view still handles the key or the focus change that ended the edit.
     QTimer::singleShot(0, this, [this, next = std::exchange(m_editNext, {})] { OpenEditor(next); });
 }
 

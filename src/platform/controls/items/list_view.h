@@ -1,5 +1,5 @@
-// A list of items with keys, shown as icons, small icons, a list or a table with columns: four views of one
-// model. One item at most is selected. Items are counted from 1, in the order in which they stand.
+// A list of items with keys, shown as icons, small icons, a list or a table: four views of one model. At most
+// one item is selected. Items count from 1 in their order.
 #pragma once
 
 #include <QPersistentModelIndex>
@@ -23,7 +23,7 @@ class ListView : public QWidget, private ItemEvents {
  public:
     // Values of View.
     static constexpr int IconView = 0, SmallIconView = 1, ListMode = 2, ReportView = 3;
-    // Values of Arrange: nothing, along the left edge, along the top edge.
+    // Values of Arrange: free, along the left edge, along the top edge.
     static constexpr int ArrangeNone = 0, ArrangeLeft = 1, ArrangeTop = 2;
 
     explicit ListView(QWidget* parent = nullptr);
@@ -31,37 +31,38 @@ class ListView : public QWidget, private ItemEvents {
 
     ::ListItems& ListItems() { return m_items; }
     ::ColumnHeaders& ColumnHeaders() { return m_headers; }
-    // Shared by all items; without one there are no pictures. It must outlive the list.
+    // The images of all items; null: no pictures. The caller owns the list of images, which must outlive this
+    // list.
     void Icons(const ImageList* images);
 
     bool HasSelection() const;
-    ListItem& SelectedItem();  // 91 when none is selected
+    ListItem& SelectedItem();  // raises 91 if no item is selected
 
     int View() const { return m_view; }
-    void View(int view);  // the selection stays
+    void View(int view);  // keeps the selection
     int Arrange() const { return m_arrange; }
-    void Arrange(int arrange);  // of icons and small icons
+    void Arrange(int arrange);  // for icons and small icons
     bool HideColumnHeaders() const { return m_hideHeaders; }
     void HideColumnHeaders(bool hide);
-    // Whether the whole row of a table shows the selection and selects; on from the start.
+    // If on, the default, a whole row of a table shows the selection and can be clicked.
     void FullRowSelect(bool on);
-    void AllowColumnReorder(bool on);  // by dragging the headings
-    // The column that a sorted list goes by, from 0. Sorting is ascending, by text, without regard to case.
+    void AllowColumnReorder(bool on);  // by dragging the headers
+    // The column that a sorted list is sorted by, from 0: ascending, as text, without regard to case.
     int SortKey() const;
     void SortKey(int column);
     bool Sorted() const;
     void Sorted(bool sorted);
     void Refresh();
-    // Opens the editor on the selected item's text; nothing when none is selected. Within AfterLabelEdit it
-    // opens when the handlers are done.
+    // Opens the editor on the selected item's text; does nothing without a selection. Inside AfterLabelEdit
+    // it opens after the handlers.
     void StartLabelEdit();
-    // Whether a click on the selected text and F2 open the editor as well; on from the start.
+    // If on, the default, a click on the selected text and F2 also open the editor.
     void LabelEdit(bool on);
-    void MousePointer(int pointer);  // 0 the default, 11 the hourglass
+    void MousePointer(int pointer);  // 0 the default pointer, 11 the hourglass
 
-    // Of the view that is shown, for tests and for focus.
+    // Returns the visible view, for tests and for the focus.
     QAbstractItemView* CurrentView() const;
-    // While the list is filled with many items nothing is drawn.
+    // Turns drawing off while the list is filled with many items.
     class Filling {
      public:
         explicit Filling(ListView& list);
@@ -75,18 +76,17 @@ class ListView : public QWidget, private ItemEvents {
     };
 
  signals:
-    // On an item, by mouse, or by moving to it with the keyboard: one is selected then. A click beside all
-    // items takes the selection away and is no Click.
+    // An item was selected by the mouse or the keyboard. A click outside all items clears the selection and
+    // emits no Click.
     void Click();
-    void DblClick();  // on an item, or Enter
-    // Qt::MouseButton as 1 left, 2 right, 4 middle; place in the list's own coordinates. The item there is
-    // selected already; there may be none. Menu and Shift+F10 come as button 2 at the selected item.
+    void DblClick();  // a double click on an item, or Enter
+    // `button` is 1 left, 2 right, 4 middle; `place` is in the list's coordinates. The item there, if any, is
+    // already selected. The Menu key and Shift+F10 come as button 2 at the selected item.
     void MouseUp(int button, QPoint place);
     void ColumnClick(int header);  // from 1
-    void KeyDown(int keyCode);     // see KeyCode; before the list does anything about the key
-    // An item's text was edited, changed or not. A handler may set `newString` to something else and `cancel`
-    // to 1 to keep the old text. The text is taken over when the handlers are done, if the item is still
-    // there.
+    void KeyDown(int keyCode);     // see KeyCode; emitted before the list handles the key
+    // An item's text was edited, changed or not. A handler may change `newString`, or set `cancel` to 1 to
+    // keep the old text. The list takes the text after the handlers, if the item still exists.
     void AfterLabelEdit(int& cancel, std::string& newString);
 
  protected:
@@ -112,12 +112,12 @@ class ListView : public QWidget, private ItemEvents {
     std::unique_ptr<ListModel> m_model;
     ::ListItems m_items;
     ::ColumnHeaders m_headers;
-    LabelDelegate *m_labels, *m_cells;  // a delegate belongs to one view
+    LabelDelegate *m_labels, *m_cells;  // one delegate for each view
     QStackedLayout* m_stack;
     QListView* m_icons;
     QTreeView* m_table;
     int m_view = IconView, m_arrange = ArrangeTop;
     bool m_hideHeaders = false, m_fitting = false, m_labelEdit = true;
-    bool m_telling = false;  // AfterLabelEdit is under way
+    bool m_telling = false;  // handlers of AfterLabelEdit are running
     QPersistentModelIndex m_editNext;
 };

@@ -48,7 +48,7 @@ Node& Nodes::operator()(const std::string& key) {
 
 void Nodes::Remove(const std::string& key) {
     Node& node = (*this)(key);
-    // Qt would select a neighbour of a selected node that goes.
+    // Qt would select a neighbour of a removed selected node.
     const QTreeWidgetItem* selected = m_tree.HasSelection() ? &m_tree.SelectedItem() : nullptr;
     for (; selected != nullptr; selected = selected->parent()) {
         if (selected == &node) {
@@ -80,7 +80,7 @@ TreeView::TreeView(QWidget* parent) : ItemView(*this, parent) {
     setColumnCount(1);
     setUniformRowHeights(true);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
-    // Long texts are scrolled to, not cut.
+    // Long texts can be scrolled to and are not cut off.
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     header()->setStretchLastSection(false);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -88,7 +88,7 @@ TreeView::TreeView(QWidget* parent) : ItemView(*this, parent) {
     connect(this, &QTreeView::collapsed, this, [this] { PressToggledBranch(); });
 }
 
-// Short texts leave no part of the tree beside them that does not answer.
+// The column is at least as wide as the view, so that clicks next to short texts are handled too.
 void TreeView::resizeEvent(QResizeEvent* event) {
     ItemView::resizeEvent(event);
     header()->setMinimumSectionSize(viewport()->width());

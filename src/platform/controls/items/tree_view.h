@@ -1,4 +1,4 @@
-// A tree of nodes with keys. One node at most is selected; a click beside all nodes leaves it so.
+// A tree of nodes with keys. At most one node is selected; a click outside all nodes keeps the selection.
 #pragma once
 
 #include <QTreeWidget>
@@ -9,12 +9,12 @@
 #include "platform/controls/items/image_list.h"
 #include "platform/controls/items/item_view.h"
 
-// Good until its tree is cleared or it is removed.
+// The tree owns its nodes. A reference is valid until the node is removed or the tree is cleared.
 class Node : public QTreeWidgetItem {
  public:
     Node(std::string key, const std::string& text, int image);
 
-    const std::string Key;  // empty: none
+    const std::string Key;  // may be empty
     std::string Tag;
     std::string Text() const { return text(0).toStdString(); }
     void Text(const std::string& text) { setText(0, QString::fromStdString(text)); }
@@ -23,7 +23,7 @@ class Node : public QTreeWidgetItem {
     Node* Parent() const { return static_cast<Node*>(parent()); }  // null at the root
     bool Expanded() const { return isExpanded(); }
     void Expanded(bool expanded) { setExpanded(expanded); }
-    void Selected(bool selected);  // by code: no Click
+    void Selected(bool selected);  // by code: emits no Click
     bool Selected() const { return isSelected(); }
 
  private:
@@ -35,16 +35,16 @@ class TreeView;
 class Nodes {
  public:
     explicit Nodes(TreeView& tree) : m_tree(tree) {}
-    // Under the node `parentKey`, at the root when that is empty. 35602 "Key is not unique in collection";
-    // 35601 "Element not found" for the parent. `selectedImage` is shown while the node is selected; 0:
-    // `image`.
+    // Adds a node below the node `parentKey`, or at the root if that is empty. Raises 35602 "Key is not
+    // unique in collection", and 35601 "Element not found" for the parent. `selectedImage` is shown while the
+    // node is selected; 0 means `image`.
     Node& Add(const std::string& parentKey, const std::string& key, const std::string& text, int image = 0,
               int selectedImage = 0);
     int Count() const { return static_cast<int>(m_inOrder.size()); }
-    Node& operator()(int index);               // in the order in which they were added, from 1; 35600
-    Node& operator()(const std::string& key);  // 35601
+    Node& operator()(int index);               // in the order of adding, from 1; raises 35600
+    Node& operator()(const std::string& key);  // raises 35601
     bool Has(const std::string& key) const { return m_byKey.count(key) > 0; }
-    void Remove(const std::string& key);  // with all below it
+    void Remove(const std::string& key);  // with all nodes below it
     void Clear();
 
  private:
@@ -60,19 +60,19 @@ class TreeView : public ItemView<QTreeWidget>, private ItemEvents {
     explicit TreeView(QWidget* parent = nullptr);
 
     ::Nodes& Nodes() { return m_nodes; }
-    // For the nodes that are added from now on.
+    // Sets the images of nodes added later. The caller owns the list of images, which must outlive the tree.
     void Icons(const ImageList* images) { m_images = images; }
     const ImageList* Icons() const { return m_images; }
     bool HasSelection() const;
-    Node& SelectedItem();  // 91 when none is selected
+    Node& SelectedItem();  // raises 91 if no node is selected
     void Refresh() { viewport()->update(); }
 
  signals:
-    void Click();     // on a node, by mouse, or by moving to it with the keyboard
-    void DblClick();  // on a node, or Enter
-    // In the tree's own coordinates; see ListView. The node there is selected already.
+    void Click();     // a node was selected by the mouse or the keyboard
+    void DblClick();  // a double click on a node, or Enter
+    // As in ListView; `place` is in the tree's coordinates, and the node there is already selected.
     void MouseUp(int button, QPoint place);
-    void KeyDown(int keyCode);  // see KeyCode; before the tree does anything about the key
+    void KeyDown(int keyCode);  // see KeyCode; emitted before the tree handles the key
 
  protected:
     void resizeEvent(QResizeEvent* event) override;

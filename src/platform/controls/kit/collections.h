@@ -1,11 +1,11 @@
-// What the collections of the controls have in common: they count from 1, and keys are theirs alone.
+// What the collections of the controls share: they count from 1, and a key is unique in its collection.
 #pragma once
 
 #include <cstddef>
 
 #include "platform/contracts/runtime.h"
 
-// The place of member `index` of `count`, from 0. 35600 when there is none of that number.
+// Returns the index from 0 of member `index` (from 1) of `count`. Raises 35600 if there is no such member.
 inline std::size_t PlaceOf(int index, std::size_t count) {
     constexpr std::int32_t IndexOutOfBounds = 35600;
     if (index < 1 || static_cast<std::size_t>(index) > count) {

@@ -16,7 +16,7 @@ class FocusAsLine : public QProxyStyle {
             return;
         }
         if ((option->state & State_Selected) != 0) {
-            return;  // the selection shows it
+            return;  // the selection shows the focus
         }
         painter->save();
         QPen pen(option->palette.color(QPalette::Text), 0, Qt::DotLine);

@@ -1,5 +1,5 @@
-// How lists and trees show the item that has the keyboard while it is not selected: by a dotted line around
-// it. Some styles fill it nearly as they fill a selected one, and commands would be expected to act on it.
+// Draws a dotted line around the item of a list or tree that has the keyboard focus but is not selected. Some
+// styles fill it almost like a selected item, and users would expect commands to act on it.
 #pragma once
 
 class QWidget;

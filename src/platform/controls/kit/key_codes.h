@@ -1,8 +1,8 @@
-// Keys as the system's handlers know them.
+// The key codes that the system's handlers use.
 #pragma once
 
 class QKeyEvent;
 
-// The virtual key code: 13 Enter, 27 Esc, 46 Delete, 112 to 123 F1 to F12, letters and digits as their
-// capital ASCII codes; 0 for a key that has none.
+// Returns the virtual key code: 13 Enter, 27 Esc, 46 Delete, 112 to 123 F1 to F12, the ASCII code of the
+// capital letter or of the digit. Returns 0 for any other key.
 int KeyCode(const QKeyEvent& event);

@@ -7,7 +7,8 @@ void ShowLocked(QWidget& box, bool locked) {
     QPalette own;
     own.setResolveMask(0);
     if (locked) {
-        // The roles of the window's palette, not its colours: the text stays readable on dark desktops.
+        // Uses the roles of the window's palette and no fixed colours: the text stays readable on dark
+        // desktops.
         const QPalette around = box.parentWidget() != nullptr ? box.parentWidget()->palette() : own;
         own.setBrush(QPalette::Base, around.brush(QPalette::Button));
         own.setBrush(QPalette::Text, around.brush(QPalette::ButtonText));

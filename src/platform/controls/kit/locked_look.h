@@ -1,7 +1,7 @@
-// How a box looks whose text may be read but not changed.
+// The look of a box whose text can be read but not changed.
 #pragma once
 
 class QWidget;
 
-// The background of a button face while it is locked, that of the window's text boxes else.
+// Gives a locked box the background of a button, and any other box that of the window's text boxes.
 void ShowLocked(QWidget& box, bool locked);

@@ -1,4 +1,4 @@
-// Sizes that follow the font in use, so that large fonts get large windows.
+// Sizes that depend on the font in use, so that large fonts get large windows.
 #pragma once
 
 #include <QFontMetrics>
@@ -6,8 +6,8 @@
 #include <QSize>
 #include <QWidget>
 
-// A size for the window with room for so many letters and lines of text: no less than its controls need, no
-// more than the screen has.
+// Returns a size for the window, in pixels, with space for a text of that many characters and lines: at least
+// what its controls need, at most nine tenths of the screen.
 inline QSize RoomFor(const QWidget& window, int letters, int lines) {
     const QFontMetrics metrics = window.fontMetrics();
     const QSize room(metrics.averageCharWidth() * letters, metrics.lineSpacing() * lines);

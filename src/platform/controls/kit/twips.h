@@ -1,10 +1,10 @@
-// Places and sizes of the forms are counted in twips, of which 15 make a pixel at 96 dots an inch. Qt scales
-// its pixels for finer screens by itself.
+// Positions and sizes of the forms are in twips: 15 make a pixel at 96 dots per inch. Qt scales its pixels
+// for finer screens.
 #pragma once
 
 inline constexpr int TwipsPerPixel = 15;
 
-// The nearest whole pixel.
+// Returns the nearest whole number of pixels.
 constexpr int Pixels(int twips) {
     constexpr int Half = TwipsPerPixel / 2;
     return (twips + (twips < 0 ? -Half : Half)) / TwipsPerPixel;

@@ -23,14 +23,14 @@ namespace {
 
 using Moment = std::chrono::steady_clock::time_point;
 
-// When a child must have ended, by the clock or because nobody wants it any more.
+// When a child must end: at a time, or on a stop request.
 struct Limit {
     Moment end;
     const std::stop_token& stop;
 
     bool IsOver() const { return stop.stop_requested() || std::chrono::steady_clock::now() >= end; }
-    // How long to wait for news before looking again whether the child has ended: streams that somebody else
-    // holds tell nothing of it.
+    // Returns how long to wait before the next test for the child's end: streams that another process holds
+    // open do not show it.
     int Milliseconds() const {
         constexpr std::int64_t Glance = 20;
         const std::int64_t left =
@@ -89,7 +89,7 @@ pid_t Spawn(const std::vector<std::string>& arguments, int input, const Pipe& ou
     return failure == 0 ? child : -1;
 }
 
-// What a child writes, on its two streams.
+// Reads the two output streams of a child.
 class Streams {
  public:
     Streams(const Pipe& out, const Pipe& complaints, std::size_t longestOutput, Excess excess,
@@ -106,9 +106,10 @@ class Streams {
         }
     }
 
-    // Waits for news and reads one piece of each stream that has some.
+    // Waits for data and reads one block of each stream that has some.
     void Read(int milliseconds) {
-        // A chatty program must not block on a full pipe: what is too long is read and dropped.
+        // A program with much output must not block on a full pipe: output beyond the limit is read and
+        // discarded.
         std::string overflow;
         const bool room = m_result.complaint.size() < LongestComplaint;
         if (poll(m_files.data(), m_files.size(), milliseconds) > 0) {
@@ -118,7 +119,7 @@ class Streams {
         }
     }
 
-    // Reads what is there by now and no more: who else holds the streams may go on writing for ever.
+    // Reads only what is available now: another process that holds the streams may write for ever.
     void ReadRest() {
         for (pollfd& file : m_files) {
             int left = 0;
@@ -136,7 +137,7 @@ class Streams {
     }
 
  private:
-    // At its end a stream is looked at no more.
+    // A stream at its end is not polled again.
     static void ReadPiece(pollfd& file, std::string& text) {
         std::array<char, 4096> buffer;
         if (file.fd < 0 || file.revents == 0) {
@@ -167,8 +168,8 @@ void EndGroup(pid_t child) {
     }
 }
 
-// The end of the child itself counts, not that of its streams: it may close them early, and a child of its
-// own may hold them for as long as it lives.
+// Waits for the child itself and not for its streams: it may close them early, and a child of its own may
+// keep them open.
 void WaitForEnd(pid_t child, const Limit& limit, Streams& streams, ChildResult& result) {
     int status = 0;
     while (true) {

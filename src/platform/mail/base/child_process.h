@@ -1,4 +1,4 @@
-// Short-lived programs that mail leans on, run without a shell of their own and never waited for endlessly.
+// Short-lived child programs of mail. They run without a shell, and never longer than their time limit.
 #pragma once
 
 #include <stop_token>
@@ -7,22 +7,22 @@
 
 namespace mailer {
 
-// What becomes of standard output beyond its limit.
-enum class Excess { Ends, IsDropped };  // ends the program; is read and forgotten
+// What happens once standard output exceeds its limit.
+enum class Excess { Ends, IsDropped };  // kill the program; read and discard the rest
 
 struct ChildResult {
-    bool started = false;   // false: the program is missing or may not be run
-    bool timedOut = false;  // it and its children were ended
-    bool tooMuch = false;   // it wrote more than was asked for and was ended
-    int exitCode = -1;      // -1 when it ended by a signal
+    bool started = false;   // false: the program is missing or cannot be run
+    bool timedOut = false;  // the program and its children were killed
+    bool tooMuch = false;   // standard output exceeded its limit and the program was killed
+    int exitCode = -1;      // -1 if a signal ended it
     std::string output;     // standard output
-    std::string complaint;  // the first few kilobytes of standard error
+    std::string complaint;  // the first kilobytes of standard error
 };
 
-// `arguments` begins with the program, found on PATH. `input` is a file that becomes standard input, -1 for
-// none. The end of the program itself is what is waited for: what it leaves running goes on, and what that
-// writes later is not read. The program runs in a process group of its own, which is killed when `seconds`
-// are over or a stop is asked for before that end; both count as timed out.
+// Runs a program. `arguments` begins with the program, which is searched on PATH. `input` is an open file for
+// standard input, or -1. Waits only for the program itself: processes that it leaves running continue, and
+// their later output is not read. The program runs in a process group of its own, which is killed after
+// `seconds` or on a stop request; both count as timed out. Never raises an error.
 ChildResult RunChild(const std::vector<std::string>& arguments, int input, int seconds,
                      std::size_t longestOutput, const std::stop_token& stop = {},
                      Excess excess = Excess::Ends);

@@ -17,7 +17,7 @@ std::string AsciiDomain(const std::string& domain) {
         return domain;
     }
     char* ascii = nullptr;
-    // Not the rules of before, by which some letters become others: mail would go to somebody else's domain.
+    // The rules of IDNA 2003 replace some characters: mail would go to another owner's domain.
     const int code = idn2_to_ascii_8z(domain.c_str(), &ascii, IDN2_NFC_INPUT | IDN2_NONTRANSITIONAL);
     const Text owner(ascii, &idn2_free);
     return code == IDN2_OK ? ascii : "";

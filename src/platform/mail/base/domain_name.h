@@ -1,14 +1,15 @@
-// Domain names as people write them, and as the domain name system has them.
+// Domain names in UTF-8, as users write them, and in ASCII, as the domain name system needs them (IDNA 2008,
+// RFC 5891).
 #pragma once
 
 #include <string>
 
 namespace mailer {
 
-// The ASCII form of a domain in UTF-8 (IDNA 2008): "bücher.example" is xn--bcher-kva.example. A name in ASCII
-// stays as it is. Empty when there is no such form.
+// Returns the ASCII form: "bücher.example" is xn--bcher-kva.example. A name in ASCII stays unchanged. Returns
+// an empty text if there is no such form.
 std::string AsciiDomain(const std::string& domain);
-// The other way, for people to read. A name that stands for nothing else stays as it is.
+// The reverse, for display. A name without xn-- labels stays unchanged.
 std::string ReadableDomain(const std::string& domain);
 
 }  // namespace mailer

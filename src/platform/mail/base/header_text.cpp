@@ -8,19 +8,20 @@ namespace mailer {
 namespace {
 
 constexpr std::size_t LongestLine = 78;
-// A longer one is encoded, as it could not be folded.
+// A longer word is encoded, because it could not be folded.
 constexpr std::size_t LongestPlainWord = 60;
 constexpr std::string_view WordBegin = "=?utf-8?";
 constexpr std::string_view WordEnd = "?=";
-// Between the marks of an encoded word: with them it still fits behind the name of its header.
+// The longest text between the delimiters of an encoded word: the word then fits after the name of its header
+// (RFC 2047, section 2).
 constexpr std::size_t LongestEncoding = 52;
 
-// A header line that grows by words. A blank before a word is where it may be folded.
+// A header line to which words are added. It can be folded at a blank before a word.
 class HeaderLine {
  public:
     explicit HeaderLine(std::string_view name) : m_text(std::string(name) + ":"), m_length(m_text.size()) {}
 
-    // `word` with the blanks in front of it, which stay whether it is folded there or not.
+    // Adds `word` and the blanks before it, which stay even if the line is folded there.
     void Add(std::string_view blanks, std::string_view word) {
         if (m_length + blanks.size() + word.size() > LongestLine) {
             m_text += '\n';
@@ -41,7 +42,7 @@ bool IsContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-// The bytes of the character at the front.
+// Returns the bytes of the first character.
 std::string_view FirstCharacter(std::string_view text) {
     std::size_t length = 1;
     while (length < text.size() && IsContinuation(text[length])) {
@@ -56,7 +57,7 @@ std::string Escaped(char mark, char byte) {
     return {mark, Digits[code >> 4U], Digits[code & 15U]};
 }
 
-// Every byte that `stays` does not take becomes `mark` and two digits.
+// Replaces every byte that `stays` rejects with `mark` and two hexadecimal digits.
 template <typename Stays>
 std::string WithEscapes(std::string_view text, char mark, Stays stays) {
     std::string escaped;
@@ -66,7 +67,7 @@ std::string WithEscapes(std::string_view text, char mark, Stays stays) {
     return escaped;
 }
 
-// The Q encoding as it may stand in a name.
+// Returns the Q encoding for a phrase (RFC 2047, sections 4.2 and 5).
 std::string Quoted(std::string_view text) {
     std::string quoted = WithEscapes(
         text, '=', [](char byte) { return IsAsciiLetterOrDigit(byte) || byte == ' ' || byte == '-'; });
@@ -90,8 +91,8 @@ std::string Base64(std::string_view text) {
     return encoded;
 }
 
-// The encoded pieces of the text, none of which ends inside a character. A cut is made where `isGood` takes
-// the length of a piece in bytes, if there is such a place.
+// Returns the encoded parts of the text. No part ends inside a character. A cut is made at a length in bytes
+// that `isGood` accepts, if there is one.
 template <typename Encode, typename IsGood>
 std::vector<std::string> Pieces(std::string_view text, Encode encode, IsGood isGood) {
     std::vector<std::string> pieces;
@@ -113,8 +114,8 @@ std::vector<std::string> Pieces(std::string_view text, Encode encode, IsGood isG
     return pieces;
 }
 
-// The words that stand for the text, by the shorter of the two encodings. Some readers take the base64 of
-// words that follow each other for one text, which ends at the first padding: only the last word may have it.
+// Returns the encoded words of the text in the shorter of the two encodings. Some readers decode the base64
+// of adjacent words as one text that ends at the first padding: only the last word may have padding.
 std::vector<std::string> EncodedWords(std::string_view text) {
     std::vector<std::string> words = Pieces(text, Base64, [](std::size_t length) { return length % 3 == 0; });
     const bool isPadded = std::any_of(words.begin(), words.end() - 1,
@@ -142,7 +143,7 @@ bool IsPlainWord(std::string_view word) {
 }
 
 struct Word {
-    std::size_t begin, end;  // without the blanks in front of it
+    std::size_t begin, end;  // without the blanks before it
 };
 
 std::vector<Word> WordsOf(std::string_view text) {
@@ -173,7 +174,7 @@ bool CanBeQuoted(std::string_view text) {
            std::all_of(text.begin(), text.end(), [](char byte) { return byte >= ' ' && byte <= '~'; });
 }
 
-// A name before an address: words, one quoted text, or encoded.
+// Adds the name before an address: as words, as one quoted text, or encoded.
 void AddName(HeaderLine& line, const std::string& name) {
     const std::vector<Word> words = WordsOf(name);
     const bool areAtoms = std::all_of(words.begin(), words.end(), [&name](const Word& word) {
@@ -223,12 +224,13 @@ std::string TextHeader(std::string_view name, std::string_view text) {
     if (text.empty()) {
         return line.Text();
     }
-    // Blanks at an end would be lost.
+    // Blanks at either end would be lost.
     if (text.front() == ' ' || text.back() == ' ') {
         AddEncoded(line, " ", text);
         return line.Text();
     }
-    // From the first word that cannot stand as it is to the last one all is encoded, with the blanks between.
+    // Encodes everything from the first to the last word that cannot stay unchanged, with the blanks between
+    // them.
     const std::vector<Word> words = WordsOf(text);
     const auto isPlain = [text](const Word& word) {
         return IsPlainWord(text.substr(word.begin, word.end - word.begin));
@@ -239,7 +241,7 @@ std::string TextHeader(std::string_view name, std::string_view text) {
     for (auto word = words.begin(); word != words.end(); ++word) {
         const bool isEncoded = word == first && first < last;
         const bool isFront = word == words.begin();
-        // Of the blanks in front of an encoded text all but one belong to it.
+        // One blank before an encoded text separates the words; the others belong to the text.
         const std::size_t begin = isFront ? 0 : isEncoded ? before + 1 : word->begin;
         const std::string_view blanks = isFront ? " " : text.substr(before, begin - before);
         if (isEncoded) {

@@ -12,7 +12,7 @@ constexpr std::size_t LongestLocalPart = 64;
 constexpr std::size_t LongestAddress = 254;
 constexpr std::size_t LongestLabel = 63;
 
-// Runs of letters that `accepts` takes, one dot between each two.
+// Returns true for runs of characters that `accepts` takes, with one dot between two runs.
 template <typename Accepts>
 bool IsDotted(std::string_view text, std::size_t longestRun, Accepts accepts) {
     std::size_t run = 0;
@@ -70,7 +70,7 @@ std::string Unquoted(std::string_view name) {
     return plain;
 }
 
-// An unquoted name with a comma, an @ or a bracket is in truth a list of addresses.
+// An unquoted name with a comma, an @ or a bracket would be a list of addresses.
 bool IsName(std::string_view name) {
     const bool quoted = name.size() > 1 && name.front() == '"' && name.back() == '"';
     return quoted || name.find_first_of("@,;<>\"") == std::string_view::npos;

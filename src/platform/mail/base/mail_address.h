@@ -1,4 +1,4 @@
-// Mail addresses with the name that goes before them.
+// Mail addresses and the names before them.
 #pragma once
 
 #include <string>
@@ -12,30 +12,32 @@ struct Mailbox {
     bool operator==(const Mailbox&) const = default;
 };
 
-// Whether the text claims to be an address at all: a name of the address book has no @ in it.
+// Returns true if the text is meant to be an address. Names of the address book have no @.
 inline bool LooksLikeAddress(std::string_view text) {
     return text.find('@') != std::string_view::npos;
 }
 
-// local@domain in the form of RFC 5322, without comments and the obsolete forms: the local part dots and
-// atoms or a quoted text (without @ < > " and \ in it), the domain labels of letters, digits and hyphens, or
-// an address literal.
+// Returns true for local@domain (RFC 5322, section 3.4.1) without comments and obsolete forms. The local part
+// is atoms and dots or a quoted text without @ < > " and \, at most 64 bytes. The domain is labels of
+// letters, digits and hyphens, or an address literal (RFC 5321, sections 4.1.2 and 4.1.3). An address has at
+// most 254 bytes.
 bool IsAddress(std::string_view text);
 
-// The address with its domain as the domain name system has it; the part before it stays, and so does what is
-// no address. ReadableAddress is the other way.
+// Returns the address with its domain in ASCII (AsciiDomain). The local part, and a text that is no address,
+// stay unchanged. ReadableAddress is the reverse.
 std::string MachineAddress(const std::string& address);
 std::string ReadableAddress(const std::string& address);
 
-// Reads one "address", "Name <address>" or "\"Name\" <address>". Raises ErrUnknownRecipient with the text in
-// it for anything else: two addresses, control characters, characters outside ASCII before the @. The domain
-// may have any, and becomes ASCII.
+// Reads one "address", "Name <address>" or "\"Name\" <address>". Raises ErrUnknownRecipient with the text for
+// anything else, such as two addresses, control characters or characters outside ASCII before the @. The
+// domain may be in UTF-8 and becomes ASCII.
 Mailbox ParseMailbox(std::string_view text);
 
-// The same address for delivery: the domain is read without regard to case, the part before it as it stands.
+// Returns true for the same address: domains compare without regard to case, local parts with it (RFC 5321,
+// section 2.4).
 bool SameAddress(std::string_view left, std::string_view right);
 
-// The text as it may stand in an error: without control characters, and not endless.
+// Returns the text for an error message: without control characters and at most 200 bytes.
 std::string Shown(std::string_view text);
 
 }  // namespace mailer

@@ -1,4 +1,4 @@
-// Whole files of settings, with a bound.
+// Reads whole settings files up to a size limit.
 #pragma once
 
 #include <fcntl.h>
@@ -14,7 +14,8 @@
 
 namespace mailer {
 
-// Opens a regular file for reading. A pipe or a device, which could keep the caller waiting, is not opened.
+// Opens a regular file for reading. A pipe or a device could block the caller and is not opened: errno is
+// EACCES and the result is empty.
 inline UniqueFd OpenRegularFile(const std::filesystem::path& path) {
     UniqueFd file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status {};
@@ -25,7 +26,7 @@ inline UniqueFd OpenRegularFile(const std::filesystem::path& path) {
     return file;
 }
 
-// Nothing when the file is missing, cannot be read or is larger than `largest` bytes.
+// Returns nullopt if the file is missing, cannot be read or is larger than `largest` bytes.
 inline std::optional<std::string> ReadSmallFile(const std::filesystem::path& path, std::size_t largest) {
     const UniqueFd file = OpenRegularFile(path);
     std::string text;

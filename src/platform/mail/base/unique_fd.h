@@ -1,4 +1,4 @@
-// An open file of the machine, closed with its owner.
+// Owns a file descriptor and closes it.
 #pragma once
 
 #include <unistd.h>
@@ -23,7 +23,7 @@ class UniqueFd {
 
     int Get() const { return m_file; }
     int Release() { return std::exchange(m_file, -1); }
-    // The machine's answer to the closing: -1 when a late write failed.
+    // Returns the result of close: -1 if a delayed write failed.
     int Close() { return m_file < 0 ? 0 : ::close(std::exchange(m_file, -1)); }
 
  private:

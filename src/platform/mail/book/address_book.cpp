@@ -51,7 +51,7 @@ const std::vector<AddressEntry>& AddressBook::ListEntries() {
 
 Mailbox AddressBook::Resolve(const std::string& nameOrAddress) {
     std::string name(Trim(nameOrAddress));
-    // A name that was picked ends with the separator of lists, even where it stands alone.
+    // A chosen name ends with the separator of lists, even if it is the only one.
     while (!name.empty() && name.back() == ';') {
         name = std::string(Trim(name.substr(0, name.size() - 1)));
     }

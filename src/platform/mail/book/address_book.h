@@ -1,4 +1,4 @@
-// The address book of the mail profile, and who shows it to a person.
+// The address book of the mail profile, and the function that shows it to the user.
 #pragma once
 
 #include <filesystem>
@@ -16,16 +16,16 @@ namespace mailer {
 
 class AddressBook {
  public:
-    // The vCard file; an empty path is an empty book. It is read when a name is first looked for, so that
-    // mail to plain addresses goes out without it.
+    // Uses the vCard file; an empty path is an empty book. The file is read when a name is first looked up,
+    // so that mail to plain addresses does not need it.
     explicit AddressBook(std::filesystem::path file) : m_file(std::move(file)) {}
 
-    // All entries, sorted by name. Raises 53 when the file cannot be read or is too large.
+    // Returns all entries, sorted by name. Raises 53 if the file cannot be read or is larger than 32 MB.
     const std::vector<AddressEntry>& ListEntries();
 
-    // The mailbox that a name or an address stands for. Raises ErrUnknownRecipient or ErrAmbiguousRecipient,
-    // each with the name in its text. Names lose the mark ' where their list becomes part of a statement, so
-    // that it does not tell two names apart.
+    // Returns the mailbox for a name or an address. Raises ErrUnknownRecipient or ErrAmbiguousRecipient with
+    // the name in its text. The mark ' does not distinguish names, because it is removed from names where
+    // their list becomes part of a statement.
     Mailbox Resolve(const std::string& nameOrAddress);
 
  private:
@@ -37,16 +37,17 @@ class AddressBook {
 
     std::filesystem::path m_file;
     std::optional<std::vector<AddressEntry>> m_entries;
-    // The places of the entries by their names and nicknames, without the mark '.
+    // The indexes of the entries by their names and nicknames, without the mark '.
     std::multimap<std::string, std::size_t, LettersBefore> m_names;
 };
 
-// Shows the entries and returns those chosen, one at most when `oneAddress`; nothing when the user cancels.
+// Shows the entries and returns the chosen ones, at most one if `oneAddress`. Returns nullopt if the user
+// cancels.
 using AddressChooser = std::function<std::optional<std::vector<AddressEntry>>(
     const std::vector<AddressEntry>& entries, bool oneAddress)>;
 
-// Without a chooser (a server with nobody there) showing the address book is cancelled at once. Empty takes
-// the chooser away.
+// Sets the chooser; an empty function removes it. Without a chooser, as on a server without users, the
+// address book is cancelled at once.
 void SetAddressChooser(AddressChooser chooser);
 const AddressChooser& TheAddressChooser();
 

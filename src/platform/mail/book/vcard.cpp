@@ -10,9 +10,9 @@
 namespace mailer {
 namespace {
 
-constexpr int NotPreferred = 101;  // behind 1 to 100, the range of PREF
+constexpr int NotPreferred = 101;  // after 1 to 100, the range of PREF (RFC 6350, section 5.3)
 
-// Lower is preferred.
+// Returns the preference of an address: a lower number is preferred.
 int Preference(const CardLine& line) {
     int preference = NotPreferred;
     for (const CardLine::Parameter& parameter : line.parameters) {

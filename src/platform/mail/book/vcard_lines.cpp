@@ -49,7 +49,7 @@ bool IsUtf8(const std::string& text) {
     return g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) != FALSE;
 }
 
-// Old address books are in the code page of their Windows and do not say so.
+// Old address books use Windows-1252 without saying so.
 std::string ToUtf8(const std::string& text, const std::string& charset) {
     if (!charset.empty() && ToUpper(charset) != "UTF-8") {
         if (const auto converted = Converted(text, charset.c_str()); converted && IsUtf8(*converted)) {
@@ -62,7 +62,7 @@ std::string ToUtf8(const std::string& text, const std::string& charset) {
     return Converted(text, "WINDOWS-1252").value_or("");
 }
 
-// The first of `letters` outside double quotes.
+// Returns the position of the first of `letters` outside double quotes.
 std::size_t FindUnquoted(std::string_view text, std::string_view letters, std::size_t from) {
     bool quoted = false;
     for (std::size_t at = from; at < text.size(); ++at) {
@@ -140,7 +140,8 @@ std::vector<CardLine> ReadCardLines(std::string_view text, std::size_t longestLi
         std::string whole(TakeLine(text).substr(0, longestLine + 1));
         const bool quotedPrintable = SaysQuotedPrintable(whole);
         while (!text.empty()) {
-            // A line of quoted-printable goes on when it ends in =, whatever the next one begins with.
+            // A line in quoted-printable continues if it ends in =, whatever the next line begins with
+            // (version 2.1).
             const bool quoted = quotedPrintable && whole.ends_with('=');
             const bool folded = text.front() == ' ' || text.front() == '\t';
             if (!folded && !quoted) {

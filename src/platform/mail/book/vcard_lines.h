@@ -1,4 +1,4 @@
-// The lines of a vCard file: unfolded, decoded, taken apart.
+// The lines of a vCard file, unfolded, decoded and split into their parts (RFC 6350, sections 3.2 and 3.3).
 #pragma once
 
 #include <string>
@@ -10,19 +10,19 @@ namespace mailer {
 // One content line: [group.]NAME;PARAM=a,b;PARAM2=c:value
 struct CardLine {
     struct Parameter {
-        std::string name;   // upper case; TYPE for a bare word, as version 2.1 writes them
+        std::string name;   // upper case; TYPE for a bare word as in version 2.1
         std::string value;  // without quotes
     };
     std::string name;  // upper case, without its group
     std::vector<Parameter> parameters;
-    std::string value;  // UTF-8, transfer encoding undone, backslashes as they stand
+    std::string value;  // UTF-8, transfer encoding decoded, backslashes kept
 };
 
-// Every content line of the text in order; what is none is passed over. Bounded by `longestLine` bytes for a
-// line: a longer one is dropped.
+// Returns every content line of the text in order. Other lines, and lines longer than `longestLine` bytes,
+// are skipped.
 std::vector<CardLine> ReadCardLines(std::string_view text, std::size_t longestLine = 65536);
 
-// Splits at unescaped separators and undoes the backslashes of each piece.
+// Splits a value at unescaped separators and resolves the backslashes of each part (RFC 6350, section 3.4).
 std::vector<std::string> SplitCardValue(std::string_view value, char separator);
 std::string UnescapedCardValue(std::string_view value);
 

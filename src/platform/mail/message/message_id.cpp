@@ -18,8 +18,8 @@ namespace {
 
 constexpr std::size_t MarkLength = 32;
 
-// Two machines may have stores of one path with schedules of one number, whose mails are no copies of each
-// other. Containers made of one image have one id, but names of their own.
+// Distinguishes two machines whose databases have the same path and schedules with the same number.
+// Containers of one image share the machine's id, but have different host names.
 std::string ThisMachine() {
     constexpr std::size_t LongestId = 128;
     std::array<char, 256> name{};
@@ -31,7 +31,7 @@ std::string ThisMachine() {
 
 std::string RandomMark() {
     std::array<unsigned char, MarkLength / 2> random{};
-    // A short read would need a signal within sixteen bytes; the kernel gives so few whole.
+    // The kernel returns so few bytes as a whole: no signal can shorten the read.
     if (getrandom(random.data(), random.size(), 0) != static_cast<ssize_t>(random.size())) {
         throw RuntimeError(err::PathFileAccess, "The machine gives no random numbers for the message");
     }

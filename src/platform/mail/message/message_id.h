@@ -1,14 +1,14 @@
-// What tells messages apart.
+// The unique part of a Message-ID (RFC 5322, section 3.6.4).
 #pragma once
 
 #include <string>
 
 namespace mailer {
 
-// Thirty-two hexadecimal digits that no other message has.
+// Returns thirty-two random hexadecimal digits. Raises 75 if the machine gives no random numbers.
 std::string RandomMark();
-// Thirty-two hexadecimal digits that every message of this identity has, and no other: the same text on
-// another machine gives other ones. They tell nothing of the text.
+// Returns thirty-two hexadecimal digits that are the same for every message of this identity and for no other
+// one; another machine gives other digits. The text cannot be recovered from them.
 std::string MarkOf(const std::string& identity);
 
 }  // namespace mailer

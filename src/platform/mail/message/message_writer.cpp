@@ -37,7 +37,7 @@ std::string HeaderText(std::string_view text) {
     return ValidUtf8(WithoutControls(text));
 }
 
-// One kind of line end for the encoder to turn into the message's own.
+// Converts all line ends to LF; the encoder writes the message's own.
 std::string BodyText(std::string_view text) {
     std::string body;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -113,7 +113,7 @@ Mailbox HeaderMailbox(const Mailbox& mailbox) {
     return {HeaderText(mailbox.name), mailbox.address};
 }
 
-// Everything above what GMime says of the content.
+// Returns the header lines before those that GMime writes for the content.
 std::string HeaderLines(const OutgoingMail& mail) {
     std::vector<Mailbox> recipients;
     for (const Mailbox& recipient : mail.recipients) {
@@ -124,7 +124,7 @@ std::string HeaderLines(const OutgoingMail& mail) {
     lines += MailboxHeader("To", recipients);
     lines += TextHeader("Subject", HeaderText(mail.subject));
     lines += MessageIdLine(mail);
-    // Nobody is there to read what an absent reader's program would answer.
+    // No user reads this mailbox: automatic replies are not wanted (RFC 3834, section 5).
     lines += "Auto-Submitted: auto-generated\n";
     lines += "User-Agent: Oxbow Courier\n";
     if (mail.highImportance) {
@@ -133,7 +133,7 @@ std::string HeaderLines(const OutgoingMail& mail) {
     return lines + "MIME-Version: 1.0\n";
 }
 
-// Whether every mail program on the way takes the text as it stands.
+// Returns true if the text can be sent without an encoding: ASCII, with short lines.
 bool IsPlain(std::string_view body) {
     constexpr std::size_t LongestLine = 900;
     std::size_t length = 0;
@@ -157,7 +157,7 @@ Owned<GMimeTextPart> MakeBody(const std::string& text) {
     return part;
 }
 
-// `line` as it is written, in the place of what GMime would write of that name.
+// Writes `line` unchanged, in place of GMime's header of that name.
 void SetHeaderLine(GMimeObject* object, const std::string& line) {
     const std::size_t colon = line.find(':');
     const std::string name = line.substr(0, colon);
@@ -184,7 +184,7 @@ Owned<GMimePart> MakeAttachment(const OutgoingAttachment& attachment) {
     return part;
 }
 
-// The text, or a multipart of it and the attachments.
+// Returns the text, or a multipart with the text and the attachments.
 Owned<GMimeObject> MakeContent(const OutgoingMail& mail) {
     Owned<GMimeTextPart> body = MakeBody(mail.text);
     if (mail.attachments.empty()) {
@@ -204,7 +204,7 @@ void EnsureStarted() {
     (void)started;
 }
 
-// A file that grows or shrinks while it is read would give a message that nobody meant.
+// A file that grows or shrinks while it is read would give a damaged message.
 void CheckUnchanged(const OutgoingAttachment& attachment) {
     struct stat status {};
     if (fstat(attachment.file.Get(), &status) != 0 || attachment.size != status.st_size) {
@@ -213,7 +213,7 @@ void CheckUnchanged(const OutgoingAttachment& attachment) {
     }
 }
 
-// Buffered, and with the line ends that are asked for: encoders write their own.
+// Returns a buffered stream with the requested line ends: encoders write their own.
 Owned<GMimeStream> MakeTarget(int file, LineEnds ends) {
     const Owned<GMimeStream> plain(g_mime_stream_fs_new(file));
     g_mime_stream_fs_set_owner(reinterpret_cast<GMimeStreamFs*>(plain.get()), FALSE);

@@ -1,4 +1,4 @@
-// A message that is ready to go: everything resolved, every attachment open.
+// A message that is ready to be sent: all names are resolved and all attachments are open.
 #pragma once
 
 #include <cstdint>
@@ -11,17 +11,17 @@
 namespace mailer {
 
 struct OutgoingAttachment {
-    std::string path;  // for errors: as the system writes it
-    std::string name;  // of the file, without its folder
+    std::string path;  // a path of the system, for errors
+    std::string name;  // file name without its folder
     UniqueFd file;
-    std::int64_t size = 0;  // in bytes, as it was opened
+    std::int64_t size = 0;  // in bytes, when it was opened
 };
 
 struct OutgoingMail {
     Mailbox from;
     std::vector<Mailbox> recipients;  // at least one, no address twice
     std::string subject;
-    std::string text;  // any line ends
+    std::string text;  // with any line ends
     bool highImportance = false;
     std::string identity;  // as MAPI::Message::Identity
     std::vector<OutgoingAttachment> attachments;

@@ -1,4 +1,4 @@
-// A message on its way to a server or a program: a file without a name that is gone with its owner.
+// Keeps a message in an unnamed file on its way to a server or a program. Closing the file deletes it.
 #pragma once
 
 #include "platform/mail/base/unique_fd.h"
@@ -7,8 +7,8 @@
 
 namespace mailer {
 
-// The whole message, to be read from its start. Raises ErrDiskFull or 75 when there is no room for it, and as
-// WriteMessage. Nothing has been sent then.
+// Returns a file with the whole message, positioned at its start. Raises ErrDiskFull or 75 if there is no
+// space for it, and as WriteMessage. Nothing has been sent then.
 UniqueFd SpoolMessage(const OutgoingMail& mail, LineEnds ends);
 
 }  // namespace mailer

@@ -12,12 +12,12 @@ namespace {
 
 constexpr std::int32_t InvalidValue = 5;
 
-// What IniText makes of a line by itself.
+// Returns the value that IniText reads from the line.
 std::optional<std::string> ReadBack(const std::string& line, std::string_view key) {
     return IniText(line).Find("", key);
 }
 
-// The comment at the end of a line with its blanks, empty when there is none.
+// Returns the comment at the end of a line with the blanks before it, or an empty text.
 std::string_view CommentOf(std::string_view value) {
     const std::string_view start = Trim(value);
     std::size_t from = 0;
@@ -35,13 +35,13 @@ std::string_view CommentOf(std::string_view value) {
     return {};
 }
 
-// As plain as it may be: the marks are for values that need them.
+// Writes the value without quotes if IniText reads it back correctly.
 std::string Written(const std::string& before, std::string_view key, std::string_view value) {
     std::string plain = before + std::string(value);
     return ReadBack(plain, key) == value ? plain : before + "\"" + std::string(value) + "\"";
 }
 
-// The line with another value: what stands before it and the comment behind it stay.
+// Returns the line with another value; the text before the value and the comment after it stay.
 std::string Rewritten(const std::string& old, std::string_view key, std::string_view value,
                       const std::string& lineEnd) {
     const std::size_t behindSign = old.find('=') + 1;
@@ -52,7 +52,7 @@ std::string Rewritten(const std::string& old, std::string_view key, std::string_
     if (ReadBack(changed + comment, key) == value) {
         return changed.append(comment);
     }
-    // Behind this value the comment would be read as part of it.
+    // After this value the comment would be read as part of it.
     return std::string(Trim(comment)).append(lineEnd).append(changed);
 }
 
@@ -105,7 +105,7 @@ void IniEditor::Set(std::string_view section, std::string_view key, std::string_
     std::vector<Line> lines = Lines();
     std::erase_if(lines, [&](const Line& line) { return line.section != lowSection || line.key != lowKey; });
     const bool isNew = lines.empty();
-    // From the end, so that the places of the lines before stay true.
+    // From the end, so that the offsets of earlier lines stay valid.
     for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
         if (line != lines.rbegin() || value.empty()) {
             m_text.erase(line->begin, line->next - line->begin);

@@ -1,4 +1,4 @@
-// Changes to a text of sections and keys that leave everything else in it as a person wrote it.
+// Changes values in a text of sections and keys and keeps everything else as the user wrote it.
 #pragma once
 
 #include <string>
@@ -7,15 +7,15 @@
 
 namespace mailer {
 
-// Reads and writes the form of IniText: whatever is set here is found there, letter for letter. Comments,
-// order, unknown keys and line ends stay.
+// Reads and writes the form of IniText: IniText finds exactly the value that is set here. Comments, order,
+// unknown keys and line ends stay.
 class IniEditor {
  public:
     explicit IniEditor(std::string_view text);
 
-    // Puts the value on the line that counts, or on a new one at the end of the section, which is made when
-    // it is missing; further lines of the same key go. An empty value takes the key away. Raises 5 when the
-    // value holds a control character (a line feed, a tab), which no line can carry; the text names the key
+    // Writes the value on the line that counts, or on a new line at the end of the section, which is added if
+    // it is missing. Removes further lines of the same key. An empty value removes the key. Raises 5 for a
+    // value with a control character (a line feed, a tab), which a line cannot hold; the text names the key
     // and not the value.
     void Set(std::string_view section, std::string_view key, std::string_view value);
 
@@ -23,9 +23,10 @@ class IniEditor {
 
  private:
     struct Line {
-        std::size_t begin, end, next;  // places in the text: of the line, of its end mark, behind that
-        std::string section;           // in lower case
-        std::string key;               // in lower case; empty for a header, a comment or nothing
+        // offsets in the text: start of the line, its line end, start of the next line
+        std::size_t begin, end, next;
+        std::string section;  // in lower case
+        std::string key;      // in lower case; empty for a header, a comment or an empty line
         bool isHeader;
     };
 

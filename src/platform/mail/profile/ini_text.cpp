@@ -26,7 +26,7 @@ std::string Value(std::string_view raw) {
     const std::string_view start = Trim(raw);
     if (start.size() > 1 && start.front() == '"') {
         const std::size_t close = start.rfind('"');
-        // What stands behind the closing mark may only be a comment; otherwise the mark is part of the text.
+        // Only a comment may follow the closing quote; otherwise the quote is part of the text.
         if (close > 0 && Trim(WithoutComment(Trim(start.substr(close + 1)))).empty()) {
             return WithoutControls(start.substr(1, close - 1));
         }

@@ -1,4 +1,4 @@
-// Texts in sections of `key = value` lines.
+// Reads texts with sections of `key = value` lines.
 #pragma once
 
 #include <map>
@@ -8,15 +8,15 @@
 
 namespace mailer {
 
-// Sections and keys are found without regard to case; of a key that stands twice the last one counts. A `;`
-// at the start of a line or behind a blank begins a comment, a `#` at the start of a line too. A value
-// between double quotes is taken as it stands. Lines that are neither section nor key are passed over, and
-// control characters (but the tab) never reach a value.
+// Sections and keys are found without regard to case; the last of several lines with a key counts. A `;` at
+// the start of a line or after a blank begins a comment, and so does a `#` at the start of a line. A value in
+// double quotes is taken unchanged. Other lines are skipped. Values never hold control characters except the
+// tab.
 class IniText {
  public:
     explicit IniText(std::string_view text);  // UTF-8, with or without byte order mark, any line ends
 
-    // Nothing when the key is missing; an empty text when it has no value.
+    // Returns nullopt if the key is missing, and an empty text if it has no value.
     std::optional<std::string> Find(std::string_view section, std::string_view key) const;
 
  private:

@@ -143,8 +143,8 @@ class ProfileReader {
         Refuse("Security is \"" + Shown(text) + "\", not none, starttls or tls");
     }
 
-    // The host becomes part of an address of its own, which nothing in it may break out of; so does the name
-    // for the greeting.
+    // The host becomes part of a URL, and no character in it may end that part. The same holds for the name
+    // in the greeting.
     std::string HostName(std::string_view key, std::string_view marks, const std::string& what) const {
         std::string name = AsciiDomain(Text(key));
         for (const char letter : name) {

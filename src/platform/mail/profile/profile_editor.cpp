@@ -17,7 +17,7 @@ std::string_view SectionOf(std::string_view key) {
     return ToLower(key) == "vcard" ? "AddressBook" : "Profile";
 }
 
-// Not so when nobody can tell: behind a locked folder or a link that leads to itself.
+// Returns false if that cannot be determined, as inside a locked folder or for a link to itself.
 bool IsMissing(const fs::path& file) {
     std::error_code ignored;
     return fs::status(file, ignored).type() == fs::file_type::not_found;
@@ -70,8 +70,8 @@ MailProfile ProfileEditor::Profile() const {
 
 void ProfileEditor::Save() {
     Profile();
-    // A folder made by hand may be open to all; one that is shared with a group by intent stays so. When it
-    // is somebody else's, the file's own mode must do.
+    // A folder made by hand may be open to all users; one that is shared with a group on purpose stays
+    // shared. If another user owns it, the mode of the file must be enough.
     std::error_code ignored;
     const fs::path folder = m_file.parent_path();
     if ((fs::status(folder, ignored).permissions() & fs::perms::others_all) != fs::perms::none) {

@@ -1,4 +1,4 @@
-// The mail profile as a person sets it up: values by the names of their keys, and the file they are kept in.
+// The mail profile as the user edits it: values by the names of their keys, and the file that holds them.
 #pragma once
 
 #include <string>
@@ -10,27 +10,27 @@
 
 namespace mailer {
 
-// All keys that mean something, as docs write them, in the order in which people are asked for them.
+// Returns all keys in the guide's spelling, in the order in which the form asks for them.
 const std::vector<std::string>& ProfileKeys();
-// The key as docs write it, for any case of the letters; empty when there is none of that name.
+// Returns the key in the guide's spelling for a name in any case. Returns an empty text for an unknown name.
 std::string ProfileKey(std::string_view name);
 
 class ProfileEditor {
  public:
-    // The user's profile (MailProfilePath) as it is on the disk now. A missing file is an empty profile;
-    // raises 75 when there is one that cannot be read.
+    // Reads the user's profile (MailProfilePath) from the disk. A missing file is an empty profile. Raises 75
+    // if the file cannot be read.
     ProfileEditor();
 
     bool IsNew() const { return m_isNew; }
-    // Empty when the key is missing. The name must be one of ProfileKeys.
+    // Returns an empty text if the key is missing. `key` must be one of ProfileKeys.
     std::string Value(std::string_view key) const;
-    // As IniEditor::Set; the section is known.
+    // Sets the value as IniEditor::Set does, in the section of the key.
     void Set(std::string_view key, std::string_view value);
 
-    // The profile that these values make. Raises ErrBadProfile as ReadMailProfile does.
+    // Returns the profile with these values. Raises ErrBadProfile as ReadMailProfile does.
     MailProfile Profile() const;
-    // Checks the values as Profile does and then replaces the file, at once or not at all: readable by its
-    // owner only, in a folder for its owner only. Raises as AtomicFile does when it cannot be written.
+    // Checks the values as Profile does and replaces the file as a whole. File and folder are for their owner
+    // only. Raises as AtomicFile.
     void Save();
 
  private:

@@ -56,7 +56,8 @@ UniqueFd OpenFolder(const fs::path& path) {
     return folder;
 }
 
-// Time first, so that names sort as messages were made; chance last, so that no two processes meet.
+// Begins with the time, so that names sort by it, and ends with random characters, so that names of two
+// processes differ.
 std::string UniqueStem() {
     using namespace std::chrono;
     static std::int64_t last = 0;
@@ -78,7 +79,7 @@ std::string UniqueStem() {
     return text.data();
 }
 
-// The file of a message that is being written; removed unless it is published.
+// The file of a message that is being written. The destructor deletes it unless it was published.
 class UnfinishedFile {
  public:
     explicit UnfinishedFile(int folder) : m_folder(folder) {
@@ -100,14 +101,14 @@ class UnfinishedFile {
     int Code() const { return m_code; }
     int Get() const { return m_file.Get(); }
 
-    // 0, or the machine's error code.
+    // Returns 0, or the machine's error code.
     int Publish(const std::string& name) {
         if (fsync(m_file.Get()) != 0 || renameat(m_folder, m_name.c_str(), m_folder, name.c_str()) != 0) {
             return errno;
         }
         m_name.clear();
         if (fsync(m_folder) != 0 && errno != EINVAL) {
-            // Nobody can tell whether the name is on the disk: the message is taken back, as it is not sent.
+            // Whether the name is on the disk is unknown: the message is removed and counts as not sent.
             const int code = errno;
             unlinkat(m_folder, name.c_str(), 0);
             return code;

@@ -1,4 +1,4 @@
-// Messages as files in a folder, for another program to take from there.
+// Writes messages as files in a folder, where another program collects them.
 #pragma once
 
 #include <filesystem>
@@ -7,15 +7,15 @@
 
 namespace mailer {
 
-// One .eml for each message, readable by its owner only, its name sortable by time. A message appears whole
-// or not at all, and stays through a power cut once Deliver has returned. What a killed process left
-// unfinished (hidden names) is removed on the way.
+// Writes one .eml file for each message, readable by its owner only, with a name that sorts by time. A file
+// appears complete or not at all and survives a power failure once Deliver has returned. Unfinished files of
+// killed processes (hidden names) are removed.
 //
-// Raises err::MailboxFull when the disk is full, 75 when the folder cannot be made or written.
+// Raises err::MailboxFull if the disk is full, 75 if the folder cannot be made or written.
 class OutboxTransport : public Transport {
  public:
     explicit OutboxTransport(std::filesystem::path folder) : m_folder(std::move(folder)) {}
-    // Makes the folder when it is missing, as the first message would, and tries to write there.
+    // Makes the folder if it is missing, as the first message would, and tries to write in it.
     void CheckWritable() const;
     Refusals Deliver(const OutgoingMail& mail) override;
 

@@ -41,7 +41,7 @@ bool MayBeRun(const std::filesystem::path& file) {
 
 }  // namespace
 
-// Looks where running it would look.
+// Searches where running the program would search.
 void SendmailTransport::CheckProgram() const {
     if (m_program.find('/') != std::string::npos) {
         return MayBeRun(m_program) ? void() : RefuseProgram(m_program);
@@ -62,7 +62,7 @@ Refusals SendmailTransport::Deliver(const OutgoingMail& mail) {
         arguments.push_back(recipient.address);
     }
     const UniqueFd message = SpoolMessage(mail, LineEnds::Lf);
-    constexpr std::size_t LongestOutput = 1 << 14;  // of what is quoted when it refuses
+    constexpr std::size_t LongestOutput = 1 << 14;  // bytes of output that are kept for the error text
     const ChildResult result =
         RunChild(arguments, message.Get(), m_seconds, LongestOutput, m_stop, Excess::IsDropped);
     const std::string program = "The mail program \"" + m_program + "\" ";

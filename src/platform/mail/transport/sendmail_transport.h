@@ -1,4 +1,4 @@
-// The machine's own mail program.
+// Sends mail with the machine's mail program.
 #pragma once
 
 #include <stop_token>
@@ -8,14 +8,14 @@
 
 namespace mailer {
 
-// Runs PROGRAM -i -f SENDER -- RECIPIENTS with the message as its input. Raises ErrBadProfile when the
-// program is missing, err::MailboxOrServer when it does not end in time or asks to try later,
-// ErrMessageRefused with its own words otherwise.
+// Runs PROGRAM -i -f SENDER -- RECIPIENTS with the message as its input. Raises ErrBadProfile if the program
+// is missing, err::MailboxOrServer if it exceeds its time limit or asks to try later, ErrMessageRefused with
+// the program's own text otherwise.
 class SendmailTransport : public Transport {
  public:
     SendmailTransport(std::string program, int seconds, std::stop_token stop = {})
         : m_program(std::move(program)), m_seconds(seconds), m_stop(std::move(stop)) {}
-    // Raises ErrBadProfile when the program is missing or may not be run.
+    // Raises ErrBadProfile if the program is missing or cannot be run.
     void CheckProgram() const;
     Refusals Deliver(const OutgoingMail& mail) override;
 

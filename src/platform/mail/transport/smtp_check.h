@@ -1,4 +1,4 @@
-// Whether a mail server would take mail, without giving it any.
+// Tests whether a mail server would accept mail, without sending any.
 #pragma once
 
 #include <stop_token>
@@ -7,10 +7,10 @@
 
 namespace mailer {
 
-// Connects, encrypts and logs on as the profile says, names the sender and leaves before anybody is named who
-// would get something. Naming the sender finds what a mere login does not: a server that wants a login from a
-// profile without one, and a sender that this login may not use. Raises as told in smtp_failure.h, and
-// err::MailUserCancel when it was stopped.
+// Connects, encrypts and logs in as the profile says, names the sender (MAIL) and quits before it names a
+// recipient. MAIL finds what a login alone does not: a server that requires a login which the profile lacks,
+// and a sender that this login may not use. Raises the errors of smtp_failure.h, and err::MailUserCancel
+// after a stop.
 void CheckSmtp(const MailProfile& profile, const std::stop_token& stop = {});
 
 }  // namespace mailer

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int GoodbyeSeconds = 2;
 
-// What a server says is for Listen alone; without a taker the library would print it.
+// Listen reads the server's replies; without this function the library would print them.
 std::size_t Drop(char*, std::size_t size, std::size_t count, void*) {
     return size * count;
 }
@@ -53,7 +53,7 @@ void SmtpConnection::SetServer() {
     const MailProfile& profile = m_profile;
     curl_easy_setopt(curl, CURLOPT_URL, Url(profile).c_str());
     curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, profile.security == Security::Tls ? "smtps" : "smtp");
-    // The desktop's proxies are for browsing.
+    // The desktop's proxies are for web pages.
     curl_easy_setopt(curl, CURLOPT_PROXY, "");
     curl_easy_setopt(
         curl, CURLOPT_USE_SSL,
@@ -67,11 +67,11 @@ void SmtpConnection::SetServer() {
     curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, static_cast<long>(profile.connectSeconds));
     curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
     SetPatience(profile.stallSeconds);
-    // The goodbye belongs to this call, within the same limits of time.
+    // QUIT is part of this call, within the same time limits.
     curl_easy_setopt(curl, CURLOPT_FORBID_REUSE, 1L);
 }
 
-// How long the server may be silent.
+// Sets how long the server may be silent.
 void SmtpConnection::SetPatience(int seconds) {
     curl_easy_setopt(m_curl.get(), CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(seconds));
     curl_easy_setopt(m_curl.get(), CURLOPT_LOW_SPEED_TIME, static_cast<long>(seconds));
@@ -90,12 +90,12 @@ int SmtpConnection::Listen(CURL* curl, curl_infotype kind, char* data, std::size
         connection.m_talk.Heard({data, size});
         if (connection.m_talk.IsPutOff()) {
             connection.m_isPutOff = true;
-            // A refused recipient is passed over, but this one ends the talk here.
+            // The library skips a refused recipient; this setting ends the dialogue here.
             curl_easy_setopt(curl, CURLOPT_MAIL_RCPT_ALLLOWFAILS, 0L);
         }
         if (connection.m_talk.Accepted()) {
-            // The message is taken: until the run is recorded a process that ends costs a second copy, and
-            // the goodbye is not worth that.
+            // The message is accepted. A process that ends before the run is recorded causes a second copy,
+            // so the wait for the reply to QUIT is short.
             connection.SetPatience(std::min(GoodbyeSeconds, connection.m_profile.stallSeconds));
         }
     }
@@ -108,7 +108,7 @@ void SmtpConnection::SetLogin() {
     }
     curl_easy_setopt(m_curl.get(), CURLOPT_USERNAME, m_profile.user.c_str());
     curl_easy_setopt(m_curl.get(), CURLOPT_PASSWORD, PasswordOf(m_profile, m_stop).c_str());
-    // Only what a password is good for: a ticket of the network is not there unattended.
+    // Only mechanisms that use a password: a Kerberos ticket is not available without a user.
     curl_easy_setopt(m_curl.get(), CURLOPT_LOGIN_OPTIONS, "AUTH=PLAIN;AUTH=LOGIN;AUTH=CRAM-MD5");
 }
 
@@ -123,7 +123,7 @@ void SmtpConnection::SetListener() {
         curl_easy_setopt(curl, CURLOPT_NOPROGRESS, 0L);
         curl_easy_setopt(curl, CURLOPT_XFERINFOFUNCTION, GoOn);
         curl_easy_setopt(curl, CURLOPT_XFERINFODATA, &m_stop);
-        // Whoever stops does not wait for a name service that is silent.
+        // A stop request does not wait for a silent name service.
         curl_easy_setopt(curl, CURLOPT_QUICK_EXIT, 1L);
     }
 }

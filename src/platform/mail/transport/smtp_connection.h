@@ -1,4 +1,4 @@
-// One connection to the mail server of a profile, for whatever is done there.
+// One connection to the mail server of a profile (RFC 5321, section 3).
 #pragma once
 
 #include <curl/curl.h>
@@ -12,27 +12,29 @@
 
 namespace mailer {
 
-// Address, encryption, login and limits of time are set as the profile says; the caller adds what is to be
-// done. Only for files of this folder: it is the one place besides smtp_failure where libcurl is met.
+// Sets address, encryption, login and time limits as the profile says; the caller adds the operation. Only
+// files of this folder use it: only here and in smtp_failure libcurl is visible.
 class SmtpConnection {
  public:
-    // Asks for the password. Raises ErrBadProfile when there is none to be had, err::MailboxOrServer when
-    // the network library does not start. A stop that is asked for ends the talk within a second or so.
+    // Reads the password. Raises ErrBadProfile if it cannot be obtained, err::MailboxOrServer if the network
+    // library does not start. A stop request ends the connection within about a second. `profile` must
+    // outlive the object.
     SmtpConnection(const MailProfile& profile, std::stop_token stop);
     SmtpConnection(const SmtpConnection&) = delete;
     SmtpConnection& operator=(const SmtpConnection&) = delete;
 
     CURL* Handle() { return m_curl.get(); }
     const SmtpTalk& Talk() const { return m_talk; }
-    // A recipient is not taken now, but may be later: the message goes to nobody.
+    // Returns true if the server refused a recipient temporarily (4yz). The message is then sent to no
+    // recipient.
     bool IsPutOff() const { return m_isPutOff; }
-    // The whole message has been given: from here on the server has acceptSeconds to answer, as a message
-    // that was given up too early would go out again. Called while the connection is at work.
+    // Call it once the whole message is given, while the connection is at work: from then on the server has
+    // acceptSeconds to answer, because a message that is given up too early would be sent twice.
     void AwaitFinalAnswer();
-    // Returns libcurl's code. Raises err::MailUserCancel when it was stopped, unless the server has taken a
-    // message by then.
+    // Returns libcurl's code. Raises err::MailUserCancel after a stop, unless the server has accepted a
+    // message before it.
     CURLcode Perform();
-    // See ExplainSmtpFailure.
+    // Raises the error of ExplainSmtpFailure.
     [[noreturn]] void RaiseFailure(CURLcode code) const;
 
  private:

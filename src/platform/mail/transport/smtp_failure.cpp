@@ -21,7 +21,7 @@ bool IsTls(int code) {
            code == CURLE_SSL_INVALIDCERTSTATUS;
 }
 
-// A server that goes away in the middle of the handshake is lost, not distrusted.
+// A server that closes the connection during the TLS handshake counts as lost and not as untrusted.
 bool IsDroppedHandshake(int code, const std::string& detail) {
     return code == CURLE_SSL_CONNECT_ERROR &&
            (Contains(detail, "SYSCALL") || Contains(detail, "unexpected eof") || Contains(detail, "reset"));
@@ -29,7 +29,8 @@ bool IsDroppedHandshake(int code, const std::string& detail) {
 
 bool IsFull(const SmtpTalk& talk) {
     const std::string& reply = talk.Reply();
-    // 452 is also the answer to a long list of recipients, which says nothing of anybody's mailbox.
+    // 452 is also the reply to too many recipients (RFC 5321, section 4.5.3.1.10) and then concerns no
+    // mailbox.
     if (Contains(reply, " 4.5.3") || Contains(reply, " 5.5.3")) {
         return false;
     }
@@ -38,7 +39,7 @@ bool IsFull(const SmtpTalk& talk) {
             return true;
         }
     }
-    // With another enhanced code the number alone says nothing: 552 5.7.0 is content that was found
+    // With another enhanced code the number does not mean a full mailbox: 552 5.7.0 is content that was found
     // dangerous.
     constexpr std::size_t CodeLength = 3;
     const std::string status = reply.size() > CodeLength ? reply.substr(CodeLength + 1, 2) : std::string();
@@ -54,7 +55,7 @@ std::string Answer(const SmtpTalk& talk) {
     return talk.Reply().empty() ? std::string() : " It answered: " + Shown(talk.Reply());
 }
 
-// Everybody who was refused, as the message went to nobody.
+// Returns all refused recipients, because the message went to none of them.
 std::string Refused(const SmtpTalk& talk) {
     std::string names;
     for (const MAPI::Refusal& refusal : talk.Refusals()) {
@@ -130,7 +131,7 @@ RuntimeError ExplainSmtpFailure(int code, const SmtpTalk& talk, const MailProfil
     if (code == CURLE_SSL_CACERT_BADFILE) {
         return {ErrBadProfile, "CAFile of the mail profile cannot be read" + said};
     }
-    // The certificate is judged after the last answer, so that answer says nothing of it.
+    // The certificate is checked after the last reply, which therefore does not concern it.
     if (IsTls(code) && talk.Code() < FirstRefusal && !IsDroppedHandshake(code, detail)) {
         return {ErrNotSecure,
                 code == CURLE_PEER_FAILED_VERIFICATION

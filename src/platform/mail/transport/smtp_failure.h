@@ -1,4 +1,4 @@
-// What a failed talk with a mail server means.
+// Converts a failed SMTP dialogue to an error of the system.
 #pragma once
 
 #include <string>
@@ -9,8 +9,8 @@
 
 namespace mailer {
 
-// `code` is libcurl's (CURLcode), `detail` its own words. The text says which server, what it refused and
-// with which answer:
+// Returns the error. `code` is libcurl's (CURLcode), `detail` its text. The description names the server,
+// what it refused and its answer (reply codes of RFC 5321, section 4.2; enhanced codes of RFC 3463):
 //   err::MailboxOrServer  not reached, no such name, silent, dropped, or turning mail away for now
 //   err::MailboxFull      452, 552 or an answer that says so (x.2.2)
 //   ErrNotSecure          TLS missing, or a certificate that is not trusted

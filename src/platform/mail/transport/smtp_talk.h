@@ -1,4 +1,4 @@
-// What was said between this machine and a mail server, as far as a failure needs it.
+// Records the SMTP dialogue with a server, as far as a failure needs it (RFC 5321, section 4).
 #pragma once
 
 #include <charconv>
@@ -41,7 +41,8 @@ class SmtpTalk {
         }
     }
 
-    // One line of an answer. A command may have several answers, as the content has, and the last one counts.
+    // Takes one line of a reply (RFC 5321, section 4.2.1). A command may have several replies, as DATA has;
+    // the last one counts.
     void Heard(std::string_view line) {
         if (m_over) {
             return;
@@ -66,23 +67,24 @@ class SmtpTalk {
     void ContentGiven() { m_contentGiven = true; }
 
     Stage At() const { return m_stage; }
-    int Code() const { return m_code; }  // of the last answer to the last command; 0 when there was none
-    const std::string& Reply() const { return m_reply; }  // that answer, its lines joined by blanks
+    int Code() const { return m_code; }  // of the last reply to the last command; 0 without a reply
+    const std::string& Reply() const { return m_reply; }  // the last reply, its lines joined by blanks
     const std::string& Recipient() const { return m_recipient; }
-    // The recipients that the server will never take, each with its answer.
+    // Returns the recipients that the server refused permanently (5yz), each with the reply.
     const std::vector<MAPI::Refusal>& Refusals() const { return m_refusals; }
-    // The server does not take the recipient that was named last now, but may at another time.
+    // Returns true if the server refused the last recipient temporarily (4yz).
     bool IsPutOff() const { return m_stage == Stage::Recipient && m_isWhole && m_code / 100 == 4; }
-    // The whole message has been given, and its answer is not there yet.
+    // Returns true once the whole message is sent; its reply may not have arrived yet.
     bool IsContentGiven() const { return m_contentGiven; }
-    // The server has taken the message: whatever goes wrong from here, it must not be sent again.
+    // Returns true once the server has accepted the message: after that it must not be sent again, whatever
+    // fails.
     bool Accepted() const { return m_accepted; }
 
  private:
     Stage m_stage = Stage::Greeting;
     int m_code = 0;
     std::string m_reply;
-    bool m_isWhole = false;  // the last line of the answer has been heard
+    bool m_isWhole = false;  // the last line of the reply has arrived
     std::string m_recipient;
     std::vector<MAPI::Refusal> m_refusals;
     bool m_contentGiven = false;

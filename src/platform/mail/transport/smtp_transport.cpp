@@ -22,7 +22,7 @@ struct Upload {
 
 std::size_t GiveContent(char* buffer, std::size_t size, std::size_t count, void* context) {
     auto& upload = *static_cast<Upload*>(context);
-    // The library stops at such an answer; here nothing is given even if it did not.
+    // The library stops at such a reply; if it did not, no data is given here.
     if (upload.server.IsPutOff()) {
         return CURL_READFUNC_ABORT;
     }

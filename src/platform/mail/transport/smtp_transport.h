@@ -1,4 +1,4 @@
-// A mail server.
+// Sends mail through a mail server.
 #pragma once
 
 #include <stop_token>
@@ -7,9 +7,9 @@
 
 namespace mailer {
 
-// Hands each message to the profile's server in a connection of its own. Every recipient is named before the
-// first byte of the message is sent; those that the server refuses for good are returned, and the message
-// goes to the others. Raises as told in smtp_failure.h, and as SpoolMessage.
+// Sends each message over a connection of its own. Names every recipient before the first byte of the message
+// (RFC 5321, section 3.3). Returns the recipients that the server refused permanently; the message goes to
+// the others. Raises the errors of smtp_failure.h, and as SpoolMessage.
 class SmtpTransport : public Transport {
  public:
     explicit SmtpTransport(MailProfile profile, std::stop_token stop = {})

@@ -1,4 +1,4 @@
-// How a message leaves.
+// The interface for sending a message.
 #pragma once
 
 #include <memory>
@@ -16,12 +16,14 @@ using Refusals = std::vector<MAPI::Refusal>;
 class Transport {
  public:
     virtual ~Transport() = default;
-    // Returns when the whole message is taken, with the recipients that the server does not take and never
-    // will. Otherwise raises, and nobody has got it: when every recipient is refused, or one is put off.
+    // Returns after the whole message is accepted, with the recipients that were refused permanently. Raises
+    // an error if every recipient is refused, or one of them temporarily; then no recipient gets the message.
+    // The other errors depend on the transport.
     virtual Refusals Deliver(const OutgoingMail& mail) = 0;
 };
 
-// A stop that is asked for ends a delivery that waits for a server or a program: err::MailUserCancel.
+// Makes the transport of the profile. A stop request ends a delivery that waits for a server or a program: it
+// raises err::MailUserCancel.
 std::unique_ptr<Transport> MakeTransport(const MailProfile& profile, const std::stop_token& stop = {});
 
 }  // namespace mailer
