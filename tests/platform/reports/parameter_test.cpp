@@ -218,32 +218,5 @@ TEST_F(ReportParameterField, DefaultOutsideOfTheOffersRuns) {
     EXPECT_EQ(RunError(*report).Number(), InvalidParameter);
 }
 
-TEST_F(ReportParameterField, SeveralValuesOnlyWhereThereMayBe) {
-    const auto report =
-        Open(Parameter("many", "Integer", "<MultiValue>true</MultiValue>") + Parameter("one", "Integer"));
-    auto& many = dynamic_cast<RdlParameterField&>(report->Parameter(1));
-    auto& one = dynamic_cast<RdlParameterField&>(report->Parameter(2));
-    for (const double value : {1.0, 2.0}) {
-        many.AddCurrentValue(value);
-        one.AddCurrentValue(value);
-    }
-    EXPECT_EQ(many.Current().size(), 2u);
-    ASSERT_EQ(one.Current().size(), 1u);
-    EXPECT_EQ(one.Current()[0].AsInteger(), 2);
-}
-
-TEST_F(ReportParameterField, StoredTextMayHoldSeveralValues) {
-    const auto report = Open(Parameter("n", "Integer", "<MultiValue>true</MultiValue>") +
-                             Parameter("s", "String", "<MultiValue>true</MultiValue>"));
-    auto& numbers = dynamic_cast<RdlParameterField&>(report->Parameter(1));
-    auto& texts = dynamic_cast<RdlParameterField&>(report->Parameter(2));
-    numbers.AddCurrentValue(Variant("1, 2;30"));
-    ASSERT_EQ(numbers.Current().size(), 3u);
-    EXPECT_EQ(numbers.Current()[2].AsInteger(), 30);
-    texts.AddCurrentValue(Variant("Lima, Peru; Oslo"));
-    ASSERT_EQ(texts.Current().size(), 2u);
-    EXPECT_EQ(texts.Current()[0].AsText(), "Lima, Peru");
-}
-
 }  // namespace
 }  // namespace reports::test

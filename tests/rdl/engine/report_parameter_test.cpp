@@ -7,8 +7,9 @@
 namespace rdl::engine {
 namespace {
 
-ReportParameter Definition(ParameterType type) {
+ReportParameter Definition(ParameterType type, bool takesSeveral = false) {
     ReportParameter definition;
+    definition.multiValue = takesSeveral;
     definition.name = "a";
     definition.type = type;
     return definition;
@@ -43,6 +44,31 @@ TEST(ReportParameterState, CommaThatPartsNoThousandsIsAnErrorInsteadOfAnotherNum
     }
     parameter.Add(Value::Text("-1,234,567.5"));
     EXPECT_DOUBLE_EQ(parameter.Current()[0].AsDouble(), -1234567.5);
+}
+
+TEST(ReportParameterState, SeveralValuesOnlyWhereThereMayBe) {
+    const ReportParameter several = Definition(ParameterType::Integer, true);
+    const ReportParameter single = Definition(ParameterType::Integer);
+    ReportParameterState many(several), one(single);
+    for (const double value : {1.0, 2.0}) {
+        many.Add(Value::Real(value));
+        one.Add(Value::Real(value));
+    }
+    EXPECT_EQ(many.Current().size(), 2u);
+    ASSERT_EQ(one.Current().size(), 1u);
+    EXPECT_EQ(one.Current()[0].AsInteger(), 2);
+}
+
+TEST(ReportParameterState, StoredTextMayHoldSeveralValues) {
+    const ReportParameter integers = Definition(ParameterType::Integer, true);
+    const ReportParameter strings = Definition(ParameterType::String, true);
+    ReportParameterState numbers(integers), texts(strings);
+    numbers.Add(Value::Text("1, 2;30"));
+    ASSERT_EQ(numbers.Current().size(), 3u);
+    EXPECT_EQ(numbers.Current()[2].AsInteger(), 30);
+    texts.Add(Value::Text("Lima, Peru; Oslo"));
+    ASSERT_EQ(texts.Current().size(), 2u);
+    EXPECT_EQ(texts.Current()[0].AsText(), "Lima, Peru");
 }
 
 }  // namespace
