@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "app/Global.h"
 #include "platform/due_run.h"
 #include "platform/journal.h"
+#include "platform/letters.h"
 #include "platform/mapi.h"
 #include "platform/prompts.h"
 #include "store/TextConventions.h"
@@ -152,6 +154,18 @@ WaitingAlerts& Waiting() {
     return waiting;
 }
 
+// Answers are the server's to make, of any length and number; the alert and the line must stay readable.
+constexpr std::size_t MostRefusals = 10;
+
+std::string Cut(const std::string& answer) {
+    constexpr std::size_t Longest = 200;  // characters
+    std::size_t end = 0;
+    for (std::size_t count = 0; count < Longest && end < answer.size(); ++count) {
+        end += LetterAt(answer, end).length;
+    }
+    return answer.substr(0, end) + (end < answer.size() ? "..." : "");
+}
+
 void AlertRefusals(const std::string& text) {
     try {
         SendAlertMail(text, AlertWho, AlertSubject, 1);
@@ -164,8 +178,12 @@ void AlertRefusals(const std::string& text) {
 
 void ReportRefusals(const std::string& subject, const std::vector<MAPI::Refusal>& refusals) {
     std::string text = "The mail \"" + subject + "\" has gone out, but not to everybody: the server refuses ";
-    for (const MAPI::Refusal& refusal : refusals) {
-        text += (&refusal == refusals.data() ? "" : ", ") + refusal.Address + " (" + refusal.Answer + ")";
+    const std::size_t named = std::min(refusals.size(), MostRefusals);
+    for (std::size_t i = 0; i < named; ++i) {
+        text += (i == 0 ? "" : ", ") + refusals[i].Address + " (" + Cut(refusals[i].Answer) + ")";
+    }
+    if (named < refusals.size()) {
+        text += " and " + std::to_string(refusals.size() - named) + " more";
     }
     Journal(text);
     if (Waiting().holders > 0) {
