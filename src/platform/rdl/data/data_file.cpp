@@ -1,12 +1,12 @@
 #include "platform/rdl/data/data_file.h"
 
 #include <filesystem>
-#include <fstream>
 
 #include "platform/paths.h"
 #include "platform/rdl/data/message.h"
 #include "platform/rdl/data/own_files.h"
 #include "platform/rdl/error.h"
+#include "platform/rdl/whole_file.h"
 #include "platform/runtime.h"
 
 namespace rdl::data {
@@ -70,10 +70,10 @@ std::string ReadDataFile(const std::string& path) {
         throw Error("the file \"" + CleanText(path) + "\" is larger than " +
                     std::to_string(LargestFile >> 20) + " MB");
     }
-    std::string bytes(size, '\0');
-    std::ifstream file(path, std::ios::binary);
-    if (!file.read(bytes.data(), static_cast<std::streamsize>(size))) {
-        throw Error("the file \"" + CleanText(path) + "\" cannot be read");
+    std::string why;
+    std::string bytes = ReadBytes(path, size, why);
+    if (!why.empty()) {
+        throw Error("the file \"" + CleanText(path) + "\" cannot be read: " + why);
     }
     return bytes;
 }

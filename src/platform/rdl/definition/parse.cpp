@@ -1,7 +1,6 @@
 #include "platform/rdl/definition/parse.h"
 
 #include <algorithm>
-#include <fstream>
 
 #include "platform/rdl/definition/base64.h"
 #include "platform/rdl/definition/context.h"
@@ -11,6 +10,7 @@
 #include "platform/rdl/definition/item_reader.h"
 #include "platform/rdl/definition/style_reader.h"
 #include "platform/rdl/definition/xml_tree.h"
+#include "platform/rdl/whole_file.h"
 #include "platform/runtime.h"
 
 namespace rdl {
@@ -170,19 +170,12 @@ Definition ParseDefinition(std::string_view bytes, const std::string& fileName,
 
 Definition ParseDefinitionFile(const std::filesystem::path& path, const DefinitionLimits& limits) {
     const std::string name = path.filename().string();
-    std::error_code failure;
-    const std::uintmax_t size = std::filesystem::file_size(path, failure);
-    if (failure) {
-        throw Error(WithoutMarks(name) + " cannot be read: " + WithoutMarks(failure.message()));
-    }
+    std::string failure;
     // One byte more than allowed is enough to be refused.
-    std::string bytes(static_cast<std::size_t>(std::min<std::uintmax_t>(size, limits.bytes + 1)), '\0');
-    std::ifstream file(path, std::ios::binary);
-    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!file && !file.eof()) {
-        throw Error(WithoutMarks(name) + " cannot be read");
+    const std::string bytes = ReadBytes(path, limits.bytes + 1, failure);
+    if (!failure.empty()) {
+        throw Error(WithoutMarks(name) + " cannot be read: " + failure);
     }
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
     return ParseDefinition(bytes, name, limits);
 }
 
