@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "platform/base/due_run.h"
 #include "platform/base/journal.h"
+#include "platform/base/text.h"
 #include "platform/contracts/mapi.h"
 #include "platform/contracts/prompts.h"
 #include "shared/Global.h"
@@ -153,6 +155,18 @@ WaitingAlerts& Waiting() {
     return waiting;
 }
 
+// Answers are the server's to make, of any length and number; the alert and the line must stay readable.
+constexpr std::size_t MostRefusals = 10;
+
+std::string Cut(const std::string& answer) {
+    constexpr std::size_t Longest = 200;  // characters
+    std::size_t end = 0;
+    for (std::size_t count = 0; count < Longest && end < answer.size(); ++count) {
+        end += LetterAt(answer, end).length;
+    }
+    return answer.substr(0, end) + (end < answer.size() ? "..." : "");
+}
+
 void AlertRefusals(const std::string& text) {
     try {
         SendAlertMail(text, AlertWho, AlertSubject, 1);
@@ -165,8 +179,12 @@ void AlertRefusals(const std::string& text) {
 
 void ReportRefusals(const std::string& subject, const std::vector<MAPI::Refusal>& refusals) {
     std::string text = "The mail \"" + subject + "\" has gone out, but not to everybody: the server refuses ";
-    for (const MAPI::Refusal& refusal : refusals) {
-        text += (&refusal == refusals.data() ? "" : ", ") + refusal.Address + " (" + refusal.Answer + ")";
+    const std::size_t named = std::min(refusals.size(), MostRefusals);
+    for (std::size_t i = 0; i < named; ++i) {
+        text += (i == 0 ? "" : ", ") + refusals[i].Address + " (" + Cut(refusals[i].Answer) + ")";
+    }
+    if (named < refusals.size()) {
+        text += " and " + std::to_string(refusals.size() - named) + " more";
     }
     Journal(text);
     if (Waiting().holders > 0) {

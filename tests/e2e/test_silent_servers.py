@@ -82,9 +82,12 @@ LATE = "the query took longer than %d seconds and was given up\n" % SECONDS
 
 class SilentServers(CourierTest):
     def run_report(self, provider, connect, command, number):
+        return self.export(report(provider, connect, command, ["hush"], timeout=SECONDS), number)
+
+    def export(self, text, number):
         folder = self.courier.folder
         file, output = folder / ("%d.rpt" % number), folder / ("%d.pdf" % number)
-        file.write_text(report(provider, connect, command, ["hush"], timeout=SECONDS))
+        file.write_text(text)
         begin = time.monotonic()
         done = subprocess.run([str(self.courier.app / "oxc-report"), "export", str(file), "-f", "pdf", "-o", str(output),
                                "--user", "clerk", "--password", PASSWORD], capture_output=True, text=True, timeout=150,
@@ -132,6 +135,22 @@ class SilentServers(CourierTest):
             for provider, stage, run in runs:
                 with self.subTest(provider=provider, stage=stage):
                     self.expect(stage, *run.result())
+
+    @unittest.skipUnless(POSTGRES, "no PostgreSQL here")
+    def test_silence_behind_a_failed_question_ends_the_run_in_its_time(self):
+        """The driver tells the server of a prepared statement that it has done with it, and waits for the answer."""
+        server = Postgres()
+        self.addCleanup(server.close)
+        proxy = FallsSilent(server.port, rb"execute", more=1)
+        self.addCleanup(proxy.close)
+        text = report("PostgreSQL", "Host=127.0.0.1;Port=%d;Database=postgres" % proxy.port,
+                      "select 1 / cast(@none as integer) as hush", ["hush"], [("@none", "none", "Integer", False)],
+                      timeout=SECONDS)
+        text = text.replace("</DataType>", "</DataType><DefaultValue><Values><Value>0</Value></Values></DefaultValue>")
+        done, seconds, written = self.export(text, proxy.port)
+        self.assertEqual((done.returncode, written), (1, False))
+        self.assertIn("division by zero", done.stderr)
+        self.assertLess(seconds, LONGEST)
 
 
 if __name__ == "__main__":

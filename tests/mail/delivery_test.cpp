@@ -220,6 +220,34 @@ TEST_F(Delivery, RefusedRecipientsAreAlertedAndOneDatedLine) {
     EXPECT_EQ(mail.sent[0].recipients, std::vector<std::string>{"boss@example.com"});
 }
 
+TEST_F(Delivery, LongListOfRefusedRecipientsAndTheirAnswersAreCut) {
+    std::vector<MAPI::Refusal> refusals;
+    for (int i = 1; i <= 400; ++i) {
+        std::string longAnswer = "550 " + std::string(195, 'x') + "\xC3\xBC" + std::string(300, 'y');
+        refusals.push_back({"r" + std::to_string(i) + "@example.com", std::move(longAnswer)});
+    }
+    testing::internal::CaptureStderr();
+    Global::ReportRefusals("Figures", refusals);
+    const std::string line = testing::internal::GetCapturedStderr().substr(StampLength);
+    const std::string cutAnswer = " (550 " + std::string(195, 'x') + "\xC3\xBC...)";
+    std::string text = "The mail \"Figures\" has gone out, but not to everybody: the server refuses ";
+    for (int i = 1; i <= 10; ++i) {
+        text += "r" + std::to_string(i) + "@example.com" + cutAnswer + (i < 10 ? ", " : " and 390 more");
+    }
+    EXPECT_EQ(line, text + "\n");
+    ASSERT_EQ(mail.sent.size(), 1U);
+    EXPECT_EQ(mail.sent[0].text, text);
+}
+
+TEST_F(Delivery, TenRefusedRecipientsAreAllNamed) {
+    std::vector<MAPI::Refusal> refusals(10, {"bob@example.com", "550 unknown"});
+    refusals.back().Address = "last@example.com";
+    testing::internal::CaptureStderr();
+    Global::ReportRefusals("Figures", refusals);
+    const std::string line = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(line.ends_with(", last@example.com (550 unknown)\n")) << line;
+}
+
 TEST_F(Delivery, AlertOfARefusalThatCannotLogOnRaisesNothing) {
     mail.logonErrors = {RuntimeError(77, "no profile")};
     testing::internal::CaptureStderr();

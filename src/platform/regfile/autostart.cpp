@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "platform/base/ascii.h"
@@ -18,9 +19,28 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// The application's folder may have quotes in its name: up to the name of its program all is one path. Empty
+// for any other command line; else the quotes around the path are taken off the front with it.
+std::string TakeQuotedOwnProgram(std::string_view& commandLine) {
+    constexpr std::string_view End = "\\oxc.exe\"";
+    for (std::size_t at = 1; at + End.size() <= commandLine.size() && commandLine.front() == '"'; ++at) {
+        const std::size_t after = at + End.size();
+        const bool isWhole = after == commandLine.size() || commandLine[after] == ' ';
+        if (isWhole && SameLetters(commandLine.substr(at, End.size()), End)) {
+            std::string path(commandLine.substr(1, after - 2));
+            commandLine.remove_prefix(after);
+            return path;
+        }
+    }
+    return {};
+}
+
 // Splits at blanks outside double quotes.
 std::vector<std::string> Pieces(std::string_view commandLine) {
     std::vector<std::string> pieces;
+    if (std::string program = TakeQuotedOwnProgram(commandLine); !program.empty()) {
+        pieces.push_back(std::move(program));
+    }
     bool isQuoted = false;
     bool isOpen = false;
     for (const char letter : commandLine) {

@@ -1,14 +1,17 @@
 #include "platform/regfile/registry_file.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
-#include <fstream>
-#include <iterator>
-#include <system_error>
+#include <cerrno>
 #include <utility>
 
+#include "platform/base/journal.h"
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
+#include "platform/contracts/system_error.h"
 #include "platform/posix/atomic_file.h"
 #include "platform/regfile/autostart.h"
 #include "platform/regfile/file_lock.h"
@@ -23,7 +26,7 @@ constexpr long AccessDenied = 5;
 
 constexpr const char* FileName = "settings.reg";
 // bytes; settings have a few lines, so a larger file is not one
-constexpr std::uintmax_t LargestFile = 16U << 20U;
+constexpr std::size_t LargestFile = 16U << 20U;
 constexpr std::string_view AutostartKey =
     "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 constexpr std::string_view AutostartName = "OXC";
@@ -53,18 +56,31 @@ fs::path RegistryFile::Folder() const {
     return m_folder.empty() ? ConfigFolder() : m_folder;
 }
 
+// A missing file holds nothing. Any other that is not read whole is an error: what is taken for empty would
+// be replaced at the next write.
 std::string RegistryFile::ReadFile() const {
-    const fs::path path = Folder() / FileName;
-    std::error_code error;
-    const std::uintmax_t size = fs::file_size(path, error);
-    if (error == std::errc::no_such_file_or_directory) {
+    const fs::path path = (m_folder.empty() ? ConfigPlace() : m_folder) / FileName;
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (file < 0 && errno == ENOENT) {
         return {};
     }
-    std::ifstream file(path, std::ios::binary);
-    if (error || size > LargestFile || !file) {
-        throw RuntimeError(err::PathFileAccess, "The settings file \"" + path.string() + "\" cannot be read");
+    std::string text;
+    ssize_t count = file < 0 ? -1 : 1;
+    while (count > 0 && text.size() <= LargestFile) {
+        char buffer[16384];
+        count = read(file, buffer, sizeof buffer);
+        text.append(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
     }
-    return {std::istreambuf_iterator<char>(file), {}};
+    const int code = errno;
+    if (file >= 0) {
+        close(file);
+    }
+    if (count != 0) {
+        const std::string why = count > 0 ? "it is too large" : SystemErrorText(code);
+        throw RuntimeError(NumberOfSystemError(code, err::PathFileAccess),
+                           "The settings file \"" + path.string() + "\" cannot be read: " + why);
+    }
+    return text;
 }
 
 template <typename Change>
@@ -85,6 +101,16 @@ void RegistryFile::Rewrite(Change change) const {
     }
 }
 
+// The operations have codes and no texts: why one failed is a line on standard error, once for all that fail
+// alike in a row.
+long RegistryFile::Denied(const RuntimeError& error) {
+    if (m_complaint != error.Description()) {
+        m_complaint = error.Description();
+        Journal(m_complaint);
+    }
+    return AccessDenied;
+}
+
 Registry::Handle RegistryFile::NewHandle(std::string key) {
     m_keys.emplace(++m_lastHandle, std::move(key));
     return m_lastHandle;
@@ -98,8 +124,8 @@ long RegistryFile::RegOpenKeyA(std::uint32_t root, const std::string& key, Handl
         }
         handle = NewHandle(std::move(whole));
         return Success;
-    } catch (const RuntimeError&) {
-        return AccessDenied;
+    } catch (const RuntimeError& error) {
+        return Denied(error);
     }
 }
 
@@ -117,8 +143,8 @@ long RegistryFile::RegQueryValueExA(Handle handle, const std::string& name, std:
         type = value->type;
         bytes = std::move(value->bytes);
         return Success;
-    } catch (const RuntimeError&) {
-        return AccessDenied;
+    } catch (const RuntimeError& error) {
+        return Denied(error);
     }
 }
 
@@ -131,8 +157,8 @@ long RegistryFile::RegCreateKeyA(std::uint32_t root, const std::string& key, Han
         Rewrite([&whole](RegDocument& document) { document.AddKey(whole); });
         handle = NewHandle(std::move(whole));
         return Success;
-    } catch (const RuntimeError&) {
-        return AccessDenied;
+    } catch (const RuntimeError& error) {
+        return Denied(error);
     }
 }
 
@@ -149,8 +175,8 @@ long RegistryFile::RegSetValueExA(Handle handle, const std::string& name, std::u
                            std::string_view(bytes).substr(0, bytes.find('\0')));
         }
         return Success;
-    } catch (const RuntimeError&) {
-        return AccessDenied;
+    } catch (const RuntimeError& error) {
+        return Denied(error);
     }
 }
 

@@ -6,12 +6,14 @@
 #include <string>
 
 #include "platform/contracts/registry.h"
+#include "platform/contracts/runtime.h"
 #include "platform/regfile/reg_document.h"
 
 // The file settings.reg in a folder. A write reads the file again under a lock between processes and replaces
 // it as a whole, so that two programs that write different values lose none. A damaged file is read as far as
 // possible; the first write keeps it as settings.reg.bad. The value OXC of the key ...\CurrentVersion\Run
-// also makes an entry in the folder `autostart` beside the settings' folder. Not thread-safe.
+// also makes an entry in the folder `autostart` beside the settings' folder. A file that exists and cannot be
+// read denies access and stays as it is. Not thread-safe.
 class RegistryFile : public Registry {
  public:
     // An empty folder means ConfigFolder(), which is asked at each use.
@@ -30,11 +32,13 @@ class RegistryFile : public Registry {
     std::string ReadFile() const;
     template <typename Change>
     void Rewrite(Change change) const;
+    long Denied(const RuntimeError& error);
     Handle NewHandle(std::string key);
 
     std::filesystem::path m_folder;
     std::map<Handle, std::string> m_keys;  // open handles, and their keys with the root
     Handle m_lastHandle = 0;
+    std::string m_complaint;  // the last that standard error has
 };
 
 // Returns the user's settings.

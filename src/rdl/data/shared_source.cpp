@@ -37,12 +37,16 @@ const std::vector<Element>& ChildrenOf(const Element* element) {
 
 std::vector<Field> FieldsOf(const Element& set) {
     std::vector<Field> fields;
+    DistinctNames names;
     const Element* list = set.Child("Fields");
     for (const Element& node : ChildrenOf(list)) {
         Field field;
         field.name = node.AttributeOf("Name");
         if (!field.name.empty() && !IsIdentifier(field.name)) {
             throw Error(NotAnIdentifier("Field", field.name));
+        }
+        if (const std::string why = field.name.empty() ? "" : names.Add(field.name); !why.empty()) {
+            throw Error("Field " + field.name + ": " + why);
         }
         field.dataField = node.ChildText("DataField");
         field.typeName = node.ChildText("TypeName");

@@ -3,16 +3,24 @@
 #include <unordered_set>
 
 #include "rdl/definition/group_reader.h"
+#include "rdl/definition/identifier.h"
 
 namespace rdl {
 namespace {
+
+void RefuseSecond(Context& context, const XmlElement& element, DistinctNames& names,
+                  const std::string& name) {
+    if (const std::string why = names.Add(name); !why.empty()) {
+        context.Fail(element, PlaceOf(element), why);
+    }
+}
 
 // Reads each child of the collection `name`; a name that stands twice is an error.
 template <typename Entry, typename ReadOne>
 std::vector<Entry> ReadCollection(Context& context, const XmlElement& report, std::string_view name,
                                   ReadOne readOne) {
     std::vector<Entry> entries;
-    std::unordered_set<std::string> names;
+    DistinctNames names;
     const XmlElement* collection = report.Child(name);
     if (!collection) {
         return entries;
@@ -22,9 +30,7 @@ std::vector<Entry> ReadCollection(Context& context, const XmlElement& report, st
         if (entryName.empty()) {
             context.Fail(element, PlaceOf(element), "it has no name");
         }
-        if (!names.insert(entryName).second) {
-            context.Fail(element, PlaceOf(element), "there are two of this name");
-        }
+        RefuseSecond(context, element, names, entryName);
         entries.push_back(readOne(context, element));
         entries.back().name = entryName;
     }
@@ -87,6 +93,7 @@ void ReadQuery(Context& context, const XmlElement& element, DataSet& set) {
 
 std::vector<Field> ReadFields(Context& context, const XmlElement& element) {
     std::vector<Field> fields;
+    DistinctNames names;
     const XmlElement* collection = element.Child("Fields");
     if (!collection) {
         return fields;
@@ -94,6 +101,9 @@ std::vector<Field> ReadFields(Context& context, const XmlElement& element) {
     for (const XmlElement& child : collection->children) {
         Field& field = fields.emplace_back();
         field.name = context.NameOf(child);
+        if (!field.name.empty()) {
+            RefuseSecond(context, child, names, field.name);
+        }
         field.dataField = child.ChildText("DataField");
         field.value = context.ChildExpr(child, "Value", PlaceOf(element) + ", " + PlaceOf(child));
         field.typeName = child.ChildText("TypeName");

@@ -4,6 +4,8 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 
+#include "rdl/values/ascii.h"
+
 namespace rdl {
 namespace {
 
@@ -60,6 +62,16 @@ std::string NotAnIdentifier(std::string_view kind, std::string_view name) {
     shown.replace('\'', '"');
     return std::string(kind) + " \"" + shown.toStdString() +
            "\": this is not a name: a letter or _ must come first, then letters, digits and _";
+}
+
+std::string DistinctNames::Add(const std::string& name) {
+    const auto [known, isNew] = m_names.emplace(LowerAscii(name), name);
+    if (isNew) {
+        return {};
+    }
+    return known->second == name
+               ? "there are two of this name"
+               : "there is \"" + known->second + "\" as well, and names are compared without regard to case";
 }
 
 }  // namespace rdl

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace rdl {
 
@@ -13,5 +14,16 @@ bool IsIdentifier(std::string_view name);
 
 // What is said of a name that is none, for an error: its kind, the name, and the rule.
 std::string NotAnIdentifier(std::string_view kind, std::string_view name);
+
+// The names of one collection. Expressions find them without regard to case, so two that differ in nothing
+// else would be one.
+class DistinctNames {
+ public:
+    // Empty, or what is wrong with the name, for an error: there is one like it.
+    std::string Add(const std::string& name);
+
+ private:
+    std::unordered_map<std::string, std::string> m_names;  // in small letters, as it is written
+};
 
 }  // namespace rdl

@@ -1,9 +1,7 @@
 #include "rdl/definition/parse.h"
 
 #include <algorithm>
-#include <fstream>
 
-#include "rdl/values/error_text.h"
 #include "rdl/definition/base64.h"
 #include "rdl/definition/context.h"
 #include "rdl/definition/data_reader.h"
@@ -12,6 +10,8 @@
 #include "rdl/definition/item_reader.h"
 #include "rdl/definition/style_reader.h"
 #include "rdl/definition/xml_tree.h"
+#include "rdl/values/error_text.h"
+#include "rdl/values/whole_file.h"
 
 namespace rdl {
 namespace {
@@ -170,19 +170,12 @@ Definition ParseDefinition(std::string_view bytes, const std::string& fileName,
 
 Definition ParseDefinitionFile(const std::filesystem::path& path, const DefinitionLimits& limits) {
     const std::string name = path.filename().string();
-    std::error_code failure;
-    const std::uintmax_t size = std::filesystem::file_size(path, failure);
-    if (failure) {
-        throw Error(WithoutMarks(name) + " cannot be read: " + WithoutMarks(failure.message()));
-    }
+    std::string failure;
     // One byte more than allowed is enough to be refused.
-    std::string bytes(static_cast<std::size_t>(std::min<std::uintmax_t>(size, limits.bytes + 1)), '\0');
-    std::ifstream file(path, std::ios::binary);
-    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!file && !file.eof()) {
-        throw Error(WithoutMarks(name) + " cannot be read");
+    const std::string bytes = ReadBytes(path, limits.bytes + 1, failure);
+    if (!failure.empty()) {
+        throw Error(WithoutMarks(name) + " cannot be read: " + failure);
     }
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
     return ParseDefinition(bytes, name, limits);
 }
 

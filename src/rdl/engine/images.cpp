@@ -1,9 +1,8 @@
 #include "rdl/engine/images.h"
 
-#include <fstream>
-
 #include "rdl/data/files/data_file.h"
 #include "rdl/values/error.h"
+#include "rdl/values/whole_file.h"
 
 namespace rdl::engine {
 namespace {
@@ -48,10 +47,10 @@ std::shared_ptr<const std::string> ImageFiles::Load(const std::string& source, s
         why = "the image file \"" + source + "\" is too large";
         return nullptr;
     }
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
-        why = "the image file \"" + source + "\" cannot be read";
+    std::string reason;
+    std::string bytes = ReadBytes(file, size, reason);
+    if (!reason.empty()) {
+        why = "the image file \"" + source + "\" cannot be read: " + reason;
         return nullptr;
     }
     m_size += size;

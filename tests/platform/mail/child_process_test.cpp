@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <string>
@@ -20,7 +21,16 @@ TEST(ChildProcess, GivesOutputComplaintAndExitCode) {
 }
 
 TEST(ChildProcess, MissingProgramIsNotStarted) {
-    EXPECT_FALSE(RunChild({"/no/such/program"}, -1, 10, 100).started);
+    const auto result = RunChild({"/no/such/program"}, -1, 10, 100);
+    EXPECT_FALSE(result.started);
+    EXPECT_EQ(result.startError, ENOENT);
+}
+
+TEST(ChildProcess, SignalThatEndedItIsNamed) {
+    const auto killed = RunChild({"/bin/sh", "-c", "kill -9 $$"}, -1, 10, 100);
+    EXPECT_EQ(killed.exitCode, -1);
+    EXPECT_EQ(EndOf(killed), "was ended by signal 9 (Killed)");
+    EXPECT_EQ(EndOf(RunChild({"/bin/sh", "-c", "exit 7"}, -1, 10, 100)), "ended with exit code 7");
 }
 
 TEST(ChildProcess, SilentOrEndlessProgramsAreEnded) {

@@ -1,7 +1,12 @@
 // Valid and invalid profiles.
 #include "platform/mail/profile/mail_profile.h"
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <chrono>
+#include <cstdlib>
+#include <iostream>
 
 #include "mail_fixture.h"
 
@@ -80,14 +85,41 @@ TEST_F(Profile, PasswordCommandGivesItsLine) {
 }
 
 TEST_F(Profile, PasswordCommandThatFailsIsAnErrorWithoutItsOutput) {
-    for (const auto& [command, word] : {std::pair("echo hidden; exit 3", "exit code 3"),
-                                        std::pair("yes", "failed"), std::pair("true", "no password")}) {
+    for (const auto& [command, word] :
+         {std::pair("echo hidden; exit 3", "failed with exit code 3"),
+          std::pair("echo hidden; kill -9 $$", "PasswordCommand was ended by signal 9 (Killed)"),
+          std::pair("yes", "PasswordCommand wrote more than 4096 bytes"), std::pair("true", "no password")}) {
         const auto profile = Read(std::string(Server) + "User=ann\nPasswordCommand=" + command + "\n");
         EXPECT_EQ(NumberRaisedBy([&] { PasswordOf(profile); }), mailer::ErrBadProfile) << command;
         const std::string text = DescriptionRaisedBy([&] { PasswordOf(profile); });
         EXPECT_NE(text.find(word), std::string::npos) << text;
         EXPECT_EQ(text.find("hidden"), std::string::npos) << text;
     }
+}
+
+TEST_F(Profile, TooManyOpenFilesAreNotAFailureOfThePasswordCommand) {
+    const auto profile = Read(std::string(Server) + "User=ann\nPasswordCommand=echo s3cret\n");
+    const auto askWithFewHandles = [&profile] {
+        const int lowest = dup(0);
+        close(lowest);
+        const rlimit few{static_cast<rlim_t>(lowest + 1), 4096};
+        setrlimit(RLIMIT_NOFILE, &few);
+        const std::string text = DescriptionRaisedBy([&] { PasswordOf(profile); });
+        std::cerr << text;
+        std::_Exit(NumberRaisedBy([&] { PasswordOf(profile); }) == 67 ? 0 : 1);
+    };
+    EXPECT_EXIT(askWithFewHandles(), testing::ExitedWithCode(0), "PasswordCommand.*Too many open files");
+}
+
+TEST_F(Profile, TooManyOpenFilesAreNotAMissingProfile) {
+    WriteProfile(Server);
+    const auto readWithoutHandles = [this] {
+        const rlimit none{3, 3};
+        setrlimit(RLIMIT_NOFILE, &none);
+        std::cerr << DescriptionRaisedBy([this] { ReadMailProfile(MailTest::Profile()); });
+        std::_Exit(NumberRaisedBy([this] { ReadMailProfile(MailTest::Profile()); }) == 67 ? 0 : 1);
+    };
+    EXPECT_EXIT(readWithoutHandles(), testing::ExitedWithCode(0), "Too many open files");
 }
 
 TEST_F(Profile, PasswordCommandIsNotRunAtLogon) {

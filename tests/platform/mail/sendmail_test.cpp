@@ -1,7 +1,10 @@
 // The machine's mail program, played by a shell script.
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "mail_fixture.h"
+#include "platform/contracts/system_error.h"
 
 namespace {
 
@@ -54,4 +57,31 @@ TEST_F(Sendmail, ProgramThatLeavesAChildBehindHasTakenTheMessage) {
     EXPECT_EQ(NumberOf("cat > message; sleep 3 & exit 0"), 0) << m_text;
     EXPECT_EQ(NumberOf("sleep 3 & exit 75"), err::MailboxOrServer);
     EXPECT_NE(m_text.find("exit code 75"), std::string::npos) << m_text;
+}
+
+TEST_F(Sendmail, SignalThatEndsItIsNamed) {
+    EXPECT_EQ(NumberOf("kill -9 $$"), mailer::ErrMessageRefused);
+    EXPECT_NE(m_text.find("sendmail\" was ended by signal 9 (Killed)"), std::string::npos) << m_text;
+    EXPECT_EQ(m_text.find("refused"), std::string::npos) << m_text;
+    EXPECT_NE(NumberOf("echo \"out of room\" >&2; kill -9 $$"), 0);
+    EXPECT_NE(m_text.find("was ended by signal 9 (Killed): out of room"), std::string::npos) << m_text;
+}
+
+TEST_F(Sendmail, TooManyOpenFilesAreNotAMissingProgram) {
+    UseProgram("cat > message");
+    const auto message = MakeMessage({"ann@example.com"});
+    rlimit former{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &former), 0);
+    const int lowest = dup(0);
+    close(lowest);
+    constexpr int Needed = 5;  // the message and both ends of two pipes
+    for (int left = 0; left < Needed; ++left) {
+        const rlimit few{static_cast<rlim_t>(lowest + left), former.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &few);
+        const std::int32_t number = SendingRaises(*message);
+        setrlimit(RLIMIT_NOFILE, &former);
+        EXPECT_EQ(number, err::TooManyFiles) << left;
+        EXPECT_NE(m_text.find("Too many open files"), std::string::npos) << m_text;
+        EXPECT_EQ(m_text.find("missing"), std::string::npos) << m_text;
+    }
 }

@@ -51,7 +51,7 @@ std::string StartedByTheDesktop(const std::string& folderName) {
 
 TEST(Autostart, DesktopStartsTheProgramInAFolderOfAnyName) {
     for (const char* name : {"plain", "50% off", "100%", "%f%u%%", "a=b", "a;b c", "it's", "$HOME `id`",
-                             "\xC3\xBC", "-x", "%= $x"}) {
+                             "\xC3\xBC", "-x", "%= $x", "say \"x\"", "\"", "a\" -x \"b", "\"%\" `$`"}) {
         EXPECT_EQ(StartedByTheDesktop(name), "FOLDER\nPROGRAM\n-sched\n") << name;
     }
 }
@@ -67,6 +67,12 @@ TEST(Autostart, ArgumentsAreQuotedByTheRulesOfDesktopEntries) {
               R"("/my programs/oxc" "a b" "5%%" "\\$x" "\\`y\\`")");
     EXPECT_EQ(DesktopExec(R"(oxc.exe a\b)", "/oxc"), R"(/oxc "a\\\\b")");
     EXPECT_EQ(DesktopExec("oxc.exe a\nExec=evil", "/oxc"), "/oxc \"a Exec=evil\"");
+}
+
+TEST(Autostart, QuoteMarkInTheFolderEndsNoPath) {
+    EXPECT_EQ(DesktopExec(R"("Z:\a"b\oxc.exe" -sched)", "/opt/a\"b/oxc"), R"("/opt/a\\"b/oxc" -sched)");
+    EXPECT_EQ(DesktopExec(R"("Z:\a" b\OXC.exe" -sched "x y")", "/oxc"), R"(/oxc -sched "x y")");
+    EXPECT_EQ(HomeForExec(R"("Z:\no\a" b\oxc.exe" -sched)", "/oxc"), R"(env "OXC_HOME=/no/a\\" b" )");
 }
 
 TEST(Autostart, OtherProgramsKeepTheirPath) {

@@ -1,10 +1,12 @@
 #include "platform/regfile/registry_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 #include "support/temporary_folder.h"
@@ -118,6 +120,45 @@ TEST_F(Settings, FolderThatCannotBeWrittenDeniesAccess) {
     Registry::Handle handle = 0;
     EXPECT_EQ(elsewhere.RegCreateKeyA(HKEY_LOCAL_MACHINE, Key, handle), 5);
     EXPECT_EQ(elsewhere.RegOpenKeyA(HKEY_LOCAL_MACHINE, Key, handle), 2);
+}
+
+TEST_F(Settings, FileThatCannotBeReadDeniesAccessAndStaysAsItIs) {
+    ASSERT_EQ(Write(Key, "Poll", "20"), 0);
+    const std::string before = ReadBytes(Folder() / "settings.reg");
+    const auto useWithoutHandles = [this] {
+        const rlimit none{3, 3};
+        setrlimit(RLIMIT_NOFILE, &none);
+        Registry::Handle handle = 0;
+        const long opened = m_settings.RegOpenKeyA(HKEY_LOCAL_MACHINE, Key, handle);
+        const long created = m_settings.RegCreateKeyA(HKEY_LOCAL_MACHINE, Key, handle);
+        std::_Exit(opened == 5 && created == 5 ? 0 : 1);
+    };
+    EXPECT_EXIT(useWithoutHandles(), testing::ExitedWithCode(0),
+                "The settings file \".*settings.reg\" cannot be read: Too many open files");
+    EXPECT_EQ(ReadBytes(Folder() / "settings.reg"), before);
+}
+
+// A folder is opened, and then every read of it fails.
+TEST_F(Settings, FailureOfTheReadItselfIsNoEmptyFile) {
+    fs::create_directory(Folder() / "settings.reg");
+    Registry::Handle handle = 0;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(m_settings.RegOpenKeyA(HKEY_LOCAL_MACHINE, Key, handle), 5);
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_NE(said.find("settings.reg\" cannot be read: Is a directory\n"), std::string::npos) << said;
+    EXPECT_EQ(Write(Key, "Poll", "20"), 5);
+    EXPECT_TRUE(fs::is_directory(Folder() / "settings.reg"));
+}
+
+// Who has no home to write in runs with the defaults.
+TEST_F(Settings, FolderThatCannotBeMadeHoldsNoSettings) {
+    const std::string former = std::getenv("XDG_CONFIG_HOME") ? std::getenv("XDG_CONFIG_HOME") : "";
+    setenv("XDG_CONFIG_HOME", "/proc/none", 1);
+    RegistryFile nowhere;
+    Registry::Handle handle = 0;
+    EXPECT_EQ(nowhere.RegOpenKeyA(HKEY_LOCAL_MACHINE, Key, handle), 2);
+    EXPECT_EQ(nowhere.RegCreateKeyA(HKEY_LOCAL_MACHINE, Key, handle), 5);
+    former.empty() ? unsetenv("XDG_CONFIG_HOME") : setenv("XDG_CONFIG_HOME", former.c_str(), 1);
 }
 
 TEST_F(Settings, AutostartValueMakesADesktopEntry) {

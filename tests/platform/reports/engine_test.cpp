@@ -1,8 +1,13 @@
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+
+#include <cstdlib>
+#include <iostream>
 
 #include "platform/reports/failure.h"
 #include "platform/reports/report_folder.h"
+#include "rdl/engine/images.h"
 
 namespace reports::test {
 namespace {
@@ -287,6 +292,21 @@ TEST_F(ReportEngine, ImageFileIsFoundByTheSystemsRulesForPaths) {
     std::filesystem::remove(Path("pictures/Logo.bmp"));
     EXPECT_THAT(ErrorOf([&] { report->Export(false); }).Description(),
                 AllOf(HasSubstr("Image \"i\""), HasSubstr("no image file")));
+}
+
+TEST_F(ReportEngine, ImageFileThatCannotBeOpenedSaysWhy) {
+    Write("logo.bmp", "BM and the rest");
+    const auto loadWithoutHandles = [this] {
+        ImageFiles images({m_folder.string()});
+        std::string why;
+        const rlimit none{3, 3};
+        setrlimit(RLIMIT_NOFILE, &none);
+        const bool isLoaded = images.Load("logo.bmp", why) != nullptr;
+        std::cerr << why;
+        std::_Exit(isLoaded ? 1 : 0);
+    };
+    EXPECT_EXIT(loadWithoutHandles(), testing::ExitedWithCode(0),
+                "image file \"logo.bmp\" cannot be read: Too many open files$");
 }
 
 TEST_F(ReportEngine, ReportThatHoldsItselfEndsWithAnError) {

@@ -1,3 +1,8 @@
+#include <sys/resource.h>
+
+#include <cstdlib>
+#include <iostream>
+
 #include "data_fixture.h"
 #include "rdl/format/format.h"
 
@@ -101,6 +106,18 @@ TEST_F(SqliteData, DataSetWithoutFieldsHasThoseOfItsQuery) {
 TEST_F(SqliteData, TableDirectReadsTheTable) {
     AddSet("orders", {"id"}).commandType = DataSet::CommandType::TableDirect;
     EXPECT_EQ(Rows(), "1 2 3");
+}
+
+TEST_F(SqliteData, TooManyOpenFilesAreToldAsSuch) {
+    AddSet("select id from orders", {"id"});
+    const auto readWithoutHandles = [this] {
+        const rlimit none{3, 3};
+        setrlimit(RLIMIT_NOFILE, &none);
+        std::cerr << Failure();
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(readWithoutHandles(), testing::ExitedWithCode(0),
+                "sales.db\" cannot be opened: Too many open files$");
 }
 
 TEST_F(SqliteData, FailuresAreToldApart) {

@@ -1,3 +1,8 @@
+#include <sys/resource.h>
+
+#include <cstdlib>
+#include <iostream>
+
 #include "data_fixture.h"
 
 namespace rdl::data {
@@ -137,6 +142,20 @@ TEST_F(FileData, MissingFilesAndWebAddressesAreErrors) {
     EXPECT_NE(Failure().find("web address"), std::string::npos);
     definition.dataSources[0].connectString = ExprOf("Data Source=C:\\data\\a.csv");
     EXPECT_NE(Failure().find("does not exist"), std::string::npos);
+}
+
+TEST_F(FileData, TooManyOpenFilesAreToldAsSuch) {
+    Write("a.csv", "a\n1\n");
+    AddSource("CSV", "Data Source=a.csv");
+    AddSet("", {"a"});
+    const auto readWithoutHandles = [this] {
+        const rlimit none{3, 3};
+        setrlimit(RLIMIT_NOFILE, &none);
+        std::cerr << Failure();
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(readWithoutHandles(), testing::ExitedWithCode(0),
+                "a.csv\" cannot be read: Too many open files$");
 }
 
 TEST_F(FileData, WhatIsNotBesideTheReportIsLookedForInTheOtherFolders) {

@@ -1,4 +1,8 @@
 #include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include <cstdlib>
+#include <iostream>
 
 #include "rdl/definition/rdl_text.h"
 
@@ -192,6 +196,23 @@ TEST(BadReportFile, ErrorsNeverHoldAnApostrophe) {
 
 TEST(BadReportFile, MissingFileIsAnError) {
     EXPECT_THROW(ParseDefinitionFile("/nonexistent/nothing.rdl"), Error);
+}
+
+TEST(BadReportFile, TooManyOpenFilesAreToldAsSuch) {
+    const auto openWithoutHandles = [] {
+        const std::filesystem::path file = std::filesystem::canonical("/proc/self/exe");
+        const rlimit none{3, 3};
+        setrlimit(RLIMIT_NOFILE, &none);
+        try {
+            ParseDefinitionFile(file);
+        } catch (const Error& error) {
+            std::cerr << error.what();
+            std::_Exit(0);
+        }
+        std::_Exit(1);
+    };
+    EXPECT_EXIT(openWithoutHandles(), testing::ExitedWithCode(0),
+                "^rdl_definition_test cannot be read: Too many open files$");
 }
 
 TEST(BadReportFile, ReportWithoutBodyIsAnError) {

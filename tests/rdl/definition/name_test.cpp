@@ -47,6 +47,34 @@ TEST(ReportNames, ItemsGroupsVariablesAndImagesThatAreNoIdentifiersAreRefused) {
               Refused("EmbeddedImage"));
 }
 
+TEST(ReportNames, NamesThatDifferInCaseOnlyAreRefused) {
+    const auto two = [](const std::string& kind) {
+        return "sales.rpt, line 2: " + kind + " YEAR: there is \"Year\" as well, and names are compared " +
+               "without regard to case";
+    };
+    EXPECT_EQ(
+        ErrorOf(Report("<ReportParameters><ReportParameter Name=\"Year\"/><ReportParameter Name=\"YEAR\"/>"
+                       "</ReportParameters><Body/>")),
+        two("ReportParameter"));
+    EXPECT_EQ(ErrorOf(DataSetWith("<Fields><Field Name=\"Year\"><DataField>a</DataField></Field>"
+                                  "<Field Name=\"YEAR\"><DataField>b</DataField></Field></Fields>")),
+              two("Field"));
+    EXPECT_EQ(ErrorOf(Report("<DataSets><DataSet Name=\"Year\"/><DataSet Name=\"YEAR\"/></DataSets><Body/>")),
+              two("DataSet"));
+}
+
+TEST(ReportNames, NameThatStandsTwiceIsRefused) {
+    EXPECT_EQ(ErrorOf(Report("<ReportParameters><ReportParameter Name=\"a\"/><ReportParameter Name=\"a\"/>"
+                             "</ReportParameters><Body/>")),
+              "sales.rpt, line 2: ReportParameter a: there are two of this name");
+    EXPECT_EQ(ErrorOf(DataSetWith("<Fields><Field Name=\"a\"/><Field Name=\"a\"/></Fields>")),
+              "sales.rpt, line 2: Field a: there are two of this name");
+    EXPECT_EQ(ErrorOf(Report("<DataSets><DataSet Name=\"A\"><Fields><Field Name=\"a\"/></Fields></DataSet>"
+                             "<DataSet Name=\"B\"><Fields><Field Name=\"a\"/></Fields></DataSet></DataSets>"
+                             "<Body/>")),
+              "");
+}
+
 TEST(ReportNames, NamesOfColumnsAndQueryParametersAreFree) {
     EXPECT_EQ(
         ErrorOf(DataSetWith("<Fields><Field Name=\"First_Name\"><DataField>First Name's</DataField></Field>"

@@ -12,6 +12,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <cstring>
 #include <utility>
 
 #include "platform/mail/base/unique_fd.h"
@@ -48,12 +49,17 @@ struct Pipe {
         if (pipe2(ends.data(), O_CLOEXEC) == 0) {
             read = UniqueFd(ends[0]);
             write = UniqueFd(ends[1]);
+        } else {
+            error = errno;
         }
     }
     UniqueFd read, write;
+    int error = 0;  // errno when there is no pipe
 };
 
-pid_t Spawn(const std::vector<std::string>& arguments, int input, const Pipe& out, const Pipe& complaints) {
+// 0, or the machine's error code.
+int Spawn(const std::vector<std::string>& arguments, int input, const Pipe& out, const Pipe& complaints,
+          pid_t& child) {
     posix_spawn_file_actions_t files;
     posix_spawn_file_actions_init(&files);
     if (input >= 0) {
@@ -82,11 +88,10 @@ pid_t Spawn(const std::vector<std::string>& arguments, int input, const Pipe& ou
         pointers.push_back(copy.data());
     }
     pointers.push_back(nullptr);
-    pid_t child = -1;
     const int failure = posix_spawnp(&child, pointers[0], &files, &attributes, pointers.data(), environ);
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&files);
-    return failure == 0 ? child : -1;
+    return failure;
 }
 
 // Reads the two output streams of a child.
@@ -157,10 +162,6 @@ class Streams {
     ChildResult& m_result;
 };
 
-int ExitCode(int status) {
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
 void EndGroup(pid_t child) {
     int status = 0;
     kill(-child, SIGKILL);
@@ -177,7 +178,8 @@ void WaitForEnd(pid_t child, const Limit& limit, Streams& streams, ChildResult& 
         if (ended > 0) {
             streams.ReadRest();
             result.tooMuch = streams.IsTooMuch();
-            result.exitCode = ExitCode(status);
+            result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+            result.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
             return;
         }
         if (ended < 0 && errno != EINTR) {
@@ -195,20 +197,29 @@ void WaitForEnd(pid_t child, const Limit& limit, Streams& streams, ChildResult& 
 
 }  // namespace
 
+std::string EndOf(const ChildResult& result) {
+    if (result.signal == 0) {
+        return "ended with exit code " + std::to_string(result.exitCode);
+    }
+    const char* const words = sigdescr_np(result.signal);
+    return "was ended by signal " + std::to_string(result.signal) +
+           (words != nullptr ? " (" + std::string(words) + ")" : std::string());
+}
+
 ChildResult RunChild(const std::vector<std::string>& arguments, int input, int seconds,
                      std::size_t longestOutput, const std::stop_token& stop, Excess excess) {
     const Limit limit{std::chrono::steady_clock::now() + std::chrono::seconds(seconds), stop};
     ChildResult result;
     Pipe out;
     Pipe complaints;
-    if (out.read.Get() < 0 || complaints.read.Get() < 0) {
+    pid_t child = -1;
+    result.startError = out.error != 0          ? out.error
+                        : complaints.error != 0 ? complaints.error
+                                                : Spawn(arguments, input, out, complaints, child);
+    result.started = result.startError == 0;
+    if (!result.started) {
         return result;
     }
-    const pid_t child = Spawn(arguments, input, out, complaints);
-    if (child < 0) {
-        return result;
-    }
-    result.started = true;
     out.write.Close();
     complaints.write.Close();
     Streams streams(out, complaints, longestOutput, excess, result);

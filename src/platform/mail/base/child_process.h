@@ -11,10 +11,12 @@ namespace mailer {
 enum class Excess { Ends, IsDropped };  // kill the program; read and discard the rest
 
 struct ChildResult {
-    bool started = false;   // false: the program is missing or cannot be run
+    bool started = false;   // false: see startError
+    int startError = 0;     // errno: the program is missing or cannot be run, or the machine lacks something
     bool timedOut = false;  // the program and its children were killed
     bool tooMuch = false;   // standard output exceeded its limit and the program was killed
     int exitCode = -1;      // -1 if a signal ended it
+    int signal = 0;         // that ended it; 0 when it ended by itself
     std::string output;     // standard output
     std::string complaint;  // the first kilobytes of standard error
 };
@@ -26,5 +28,8 @@ struct ChildResult {
 ChildResult RunChild(const std::vector<std::string>& arguments, int input, int seconds,
                      std::size_t longestOutput, const std::stop_token& stop = {},
                      Excess excess = Excess::Ends);
+
+// Returns "ended with exit code 7" or "was ended by signal 9 (Killed)", for a program that has ended.
+std::string EndOf(const ChildResult& result);
 
 }  // namespace mailer

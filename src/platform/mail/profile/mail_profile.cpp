@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <cstdlib>
 #include <optional>
@@ -10,6 +11,7 @@
 #include "platform/base/ascii.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/runtime.h"
+#include "platform/contracts/system_error.h"
 #include "platform/mail/base/child_process.h"
 #include "platform/mail/base/domain_name.h"
 #include "platform/mail/base/mail_errors.h"
@@ -19,8 +21,12 @@
 namespace mailer {
 namespace {
 
+std::string ProfileText(const std::filesystem::path& file, const std::string& why) {
+    return "The mail profile \"" + file.string() + "\": " + why;
+}
+
 [[noreturn]] void RefuseProfile(const std::filesystem::path& file, const std::string& why) {
-    throw RuntimeError(ErrBadProfile, "The mail profile \"" + file.string() + "\": " + why);
+    throw RuntimeError(ErrBadProfile, ProfileText(file, why));
 }
 
 namespace fs = std::filesystem;
@@ -213,11 +219,21 @@ std::string PasswordOf(const MailProfile& profile, const std::stop_token& stop) 
     if (result.timedOut) {
         RefuseProfile(profile.file, "PasswordCommand did not end within 30 seconds");
     }
-    if (!result.started || result.tooMuch || result.exitCode != 0) {
-        RefuseProfile(
-            profile.file,
-            "PasswordCommand failed" +
-                (result.exitCode > 0 ? " with exit code " + std::to_string(result.exitCode) : std::string()));
+    if (!result.started) {
+        throw RuntimeError(NumberOfSystemError(result.startError, ErrBadProfile),
+                           ProfileText(profile.file, "PasswordCommand cannot be started: " +
+                                                         SystemErrorText(result.startError)));
+    }
+    if (result.tooMuch) {
+        RefuseProfile(profile.file,
+                      "PasswordCommand wrote more than " + std::to_string(LongestPassword) + " bytes");
+    }
+    if (result.signal != 0) {
+        RefuseProfile(profile.file, "PasswordCommand " + EndOf(result));
+    }
+    if (result.exitCode != 0) {
+        RefuseProfile(profile.file,
+                      "PasswordCommand failed with exit code " + std::to_string(result.exitCode));
     }
     std::string password = result.output.substr(0, result.output.find_last_not_of("\r\n") + 1);
     if (password.empty() || HasControls(password)) {
@@ -231,8 +247,14 @@ fs::path MailProfilePath() {
 }
 
 MailProfile ReadMailProfile(const fs::path& file) {
+    errno = 0;
     const std::optional<std::string> text = ReadSmallFile(file, LargestProfile);
     if (!text) {
+        // A machine that lacks something says nothing of the file.
+        const int code = errno;
+        if (const std::int32_t number = NumberOfSystemError(code, ErrNoProfile); number != ErrNoProfile) {
+            throw RuntimeError(number, ProfileText(file, "it cannot be read: " + SystemErrorText(code)));
+        }
         throw RuntimeError(ErrNoProfile, "There is no mail profile: the file \"" + file.string() +
                                              "\" is missing or cannot be read");
     }

@@ -3,12 +3,14 @@
 #include <sysexits.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
 
 #include "platform/base/ascii.h"
 #include "platform/contracts/runtime.h"
+#include "platform/contracts/system_error.h"
 #include "platform/mail/base/child_process.h"
 #include "platform/mail/base/mail_errors.h"
 #include "platform/mail/message/spool_file.h"
@@ -25,13 +27,26 @@ bool IsRecipient(int exitCode) {
     return exitCode == EX_NOUSER || exitCode == EX_NOHOST;
 }
 
+// What it said of the failure itself, else how it ended.
 std::string Reason(const ChildResult& result) {
     const std::string_view complaint = Trim(result.complaint.empty() ? result.output : result.complaint);
-    return complaint.empty() ? "exit code " + std::to_string(result.exitCode) : Shown(complaint);
+    const std::string words = complaint.empty() ? std::string() : ": " + Shown(complaint);
+    return result.signal != 0
+               ? EndOf(result) + words
+               : "refused the message" +
+                     (words.empty() ? ": exit code " + std::to_string(result.exitCode) : words);
 }
 
 [[noreturn]] void RefuseProgram(const std::string& program) {
     throw RuntimeError(ErrBadProfile, "The mail program \"" + program + "\" is missing or may not be run");
+}
+
+[[noreturn]] void RefuseStart(const std::string& program, int code) {
+    if (code == ENOENT || code == ENOTDIR || code == EACCES || code == ENOEXEC) {
+        RefuseProgram(program);
+    }
+    throw RuntimeError(NumberOfSystemError(code, ErrBadProfile),
+                       "The mail program \"" + program + "\" cannot be started: " + SystemErrorText(code));
 }
 
 bool MayBeRun(const std::filesystem::path& file) {
@@ -67,7 +82,7 @@ Refusals SendmailTransport::Deliver(const OutgoingMail& mail) {
         RunChild(arguments, message.Get(), m_seconds, LongestOutput, m_stop, Excess::IsDropped);
     const std::string program = "The mail program \"" + m_program + "\" ";
     if (!result.started) {
-        RefuseProgram(m_program);
+        RefuseStart(m_program, result.startError);
     }
     if (result.timedOut && m_stop.stop_requested()) {
         throw RuntimeError(err::MailUserCancel, program + "was ended before it had taken the message");
@@ -80,7 +95,7 @@ Refusals SendmailTransport::Deliver(const OutgoingMail& mail) {
         throw RuntimeError(IsLater(result.exitCode)       ? err::MailboxOrServer
                            : IsRecipient(result.exitCode) ? ErrRecipientRefused
                                                           : ErrMessageRefused,
-                           program + "refused the message: " + Reason(result));
+                           program + Reason(result));
     }
     return {};
 }

@@ -1,12 +1,12 @@
 #include "rdl/data/files/data_file.h"
 
 #include <filesystem>
-#include <fstream>
 
 #include "rdl/api/host.h"
 #include "rdl/data/common/message.h"
 #include "rdl/data/common/own_files.h"
 #include "rdl/values/error.h"
+#include "rdl/values/whole_file.h"
 
 namespace rdl::data {
 namespace {
@@ -65,10 +65,10 @@ std::string ReadDataFile(const std::string& path) {
         throw Error("the file \"" + CleanText(path) + "\" is larger than " +
                     std::to_string(LargestFile >> 20) + " MB");
     }
-    std::string bytes(size, '\0');
-    std::ifstream file(path, std::ios::binary);
-    if (!file.read(bytes.data(), static_cast<std::streamsize>(size))) {
-        throw Error("the file \"" + CleanText(path) + "\" cannot be read");
+    std::string why;
+    std::string bytes = ReadBytes(path, size, why);
+    if (!why.empty()) {
+        throw Error("the file \"" + CleanText(path) + "\" cannot be read: " + why);
     }
     return bytes;
 }

@@ -5,6 +5,7 @@
 #include <QSqlRecord>
 #include <chrono>
 #include <optional>
+#include <utility>
 
 #include "rdl/data/common/message.h"
 #include "rdl/data/sql/driver_handle.h"
@@ -36,11 +37,36 @@ bool HasWord(std::string_view text, std::initializer_list<std::string_view> word
     return false;
 }
 
+// A query of a connection. Its end has a time of its own, also that of one which failed: the driver may tell
+// the server, and wait for what it says; and what there is still to read of the rows is not waited for when
+// the report has had enough of them.
+class TimedQuery {
+ public:
+    explicit TimedQuery(SqlConnection& connection)
+        : m_connection(connection), m_query(std::in_place, connection.Database()) {}
+    ~TimedQuery() {
+        const ConnectionWatch::Limit limit(m_connection.Watch(), Patience);
+        m_query.reset();
+    }
+    TimedQuery(const TimedQuery&) = delete;
+    TimedQuery& operator=(const TimedQuery&) = delete;
+
+    QSqlQuery* operator->() { return &*m_query; }
+    const QSqlQuery* operator->() const { return &*m_query; }
+    QSqlQuery& operator*() { return *m_query; }
+
+ private:
+    SqlConnection& m_connection;
+    std::optional<QSqlQuery> m_query;
+};
+
 class SqlCursor : public Cursor {
  public:
     SqlCursor(const SqlSource& source, const BoundQuery& query)
-        : m_provider(source.provider), m_seconds(source.querySeconds), m_connection(source) {
-        m_query.emplace(m_connection.Database());
+        : m_provider(source.provider),
+          m_seconds(source.querySeconds),
+          m_connection(source),
+          m_query(m_connection) {
         m_query->setForwardOnly(true);
         // SQL Server runs whole batches: variables are declared and set before the rows are asked for.
         const ProviderKind dialect = m_connection.Dialect();
@@ -55,14 +81,6 @@ class SqlCursor : public Cursor {
         }
         ReadColumns();
     }
-
-    // What the driver has still to read of the rows is not waited for when the report has had enough of them.
-    ~SqlCursor() override {
-        const ConnectionWatch::Limit limit(m_connection.Watch(), Patience);
-        m_query.reset();
-    }
-    SqlCursor(const SqlCursor&) = delete;
-    SqlCursor& operator=(const SqlCursor&) = delete;
 
     bool Next() override {
         const ConnectionWatch::Limit limit = Limit();
@@ -140,7 +158,7 @@ class SqlCursor : public Cursor {
         }
         QSqlQuery question(m_connection.Database());
         if (!question.exec(QStringLiteral("DO 0"))) {
-            m_query = std::move(question);
+            *m_query = std::move(question);
             Fail("the query broke off: ");
         }
     }
@@ -177,8 +195,8 @@ class SqlCursor : public Cursor {
     int m_seconds;
     Clock::time_point m_start = Clock::now();
     SqlConnection m_connection;
-    std::optional<QSqlQuery> m_query;  // goes before the connection
-    std::vector<bool> m_isDecimal;     // by column
+    TimedQuery m_query;             // goes before the connection
+    std::vector<bool> m_isDecimal;  // by column
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <filesystem>
 #include <string_view>
+#include <system_error>
 
 #include "rdl/data/common/field_type.h"
 #include "rdl/data/common/message.h"
@@ -213,8 +214,11 @@ class SqliteCursor : public Cursor {
             case SQLITE_CORRUPT:
                 throw Error("the file \"" + CleanText(m_file) + "\" is no database or is damaged: " + text);
             case SQLITE_CANTOPEN:
-            case SQLITE_PERM:
-                throw Error("the database file \"" + CleanText(m_file) + "\" cannot be opened: " + text);
+            case SQLITE_PERM: {
+                const int code = sqlite3_system_errno(m_database.get());
+                throw Error("the database file \"" + CleanText(m_file) + "\" cannot be opened: " +
+                            (code != 0 ? CleanText(std::generic_category().message(code)) : text));
+            }
             case SQLITE_INTERRUPT:
                 throw Error(TookTooLong(m_seconds));
             case SQLITE_AUTH:
