@@ -33,7 +33,7 @@ constexpr MenuRow Rows[] = {
     {"mnuPop2", nullptr, "", true},
     {"mnuPop2", "mnubView", "Run Report..."},
     {"mnuPop2", "mnuOutput", "View Output..."},
-    {"mnuPop2", "dntes", "-"},
+    {"mnuPop2", "dntes", "-"},  // sic
     {"mnuPop2", "mnuEditPar", "Edit Parameters..."},
     {"mnuPop2", "mnuDir", "Delete selection..."},
     {"mnuDeskRpt", nullptr, "", true},
@@ -57,7 +57,7 @@ constexpr MenuRow Rows[] = {
     {"mnubtchPop2", nullptr, "", true},
     {"mnubtchPop2", "mnubtcRun", "Run Report..."},
     {"mnubtchPop2", "mnubtcOutput", "View Output..."},
-    {"mnubtchPop2", "mnuhash99", "-"},
+    {"mnubtchPop2", "mnuhash99", "-"},  // sic
     {"mnubtchPop2", "mnubtcPar", "Edit Parameters..."},
     {"mnubtchPop2", "mnubtcExec", "Execute Package..."},
     {"mnubtchPop2", "mnubtcDelSel", "Delete Selection..."},

@@ -22,6 +22,7 @@ struct NewPackage {
     std::string mailBatch;  // "T" or "F"
 };
 
+// Inserts the row of the package. Its next run is its start date.
 void InsertPackage(ADODB::Connection& connection, const NewPackage& package);
 // Returns the key of the package inserted last. Raises 6 "Overflow" for a key above 32767.
 std::int16_t NewestPackageID();
@@ -30,6 +31,7 @@ void InsertPackageReport(ADODB::Connection& connection, std::int16_t packageID, 
 // Inserts the waiting values of every report of the package, in the order in which they were entered.
 void InsertPackageParameters(ADODB::Connection& connection, std::int16_t packageID);
 
+// Empties tmpPar.
 void DeleteWaitingParameters(ADODB::Connection& connection);
 
 }  // namespace Global

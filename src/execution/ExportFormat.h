@@ -33,6 +33,7 @@ std::string HtmlOutputFile(const std::string& reportTitle);
 std::string PackageOutputFile(ExportKind kind, const std::string& destination,
                               const std::string& reportTitle);
 
+// The options that every runner gives to exports of these formats.
 void SetExcelOptions(report::Report& report);
 void SetPackageHtmlOptions(report::Report& report);
 

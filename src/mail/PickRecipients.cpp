@@ -56,7 +56,7 @@ void PickRecipients(EditableText& box) {
             // After a cancel the next statement runs and finds a message without recipients.
             const RuntimeError error = CurrentError();
             if (error.Number() != err::MailUserCancel) {
-                MsgBox(ErrorText("AN ERROR OCCURED. ", error), vbExclamation);
+                MsgBox(ErrorText("AN ERROR OCCURED. ", error), vbExclamation);  // sic
                 return;
             }
         }

@@ -5,6 +5,7 @@
 
 namespace Global {
 
+// Does nothing without a main window.
 inline void EnableTimer1(bool enabled) {
     if (Frame != nullptr) {
         Frame->EnableTimer1(enabled);

@@ -31,6 +31,7 @@ inline bool IsAtomCharacter(char letter) {
     return IsAsciiLetterOrDigit(letter) || Marks.find(letter) != std::string_view::npos;
 }
 
+// Changes only A to Z.
 inline std::string ToLower(std::string_view text) {
     std::string lower(text);
     for (char& letter : lower) {
@@ -41,6 +42,7 @@ inline std::string ToLower(std::string_view text) {
     return lower;
 }
 
+// Removes blanks, tabs and line ends at both ends.
 inline std::string_view Trim(std::string_view text) {
     constexpr std::string_view Blanks = " \t\r\n";
     const std::size_t first = text.find_first_not_of(Blanks);

@@ -10,7 +10,7 @@
 #include "platform/contracts/runtime.h"
 
 std::int16_t CInt(const Variant& value);  // rounds halves to even; -32768 to 32767
-std::int32_t CLng(const Variant& value);
+std::int32_t CLng(const Variant& value);  // rounds in the same way; the range of 32 bits
 double CDbl(const Variant& value);
 bool CBool(const Variant& value);  // "True"/"False" in any case, or a number
 // Reads year-month-day in every region, the region's order of day, month and year, times, date and time

@@ -14,6 +14,7 @@ struct Letter {
 };
 inline constexpr char32_t NoLetter = 0x110000;
 
+// Returns the character at the byte offset `at`, which must be less than the size of the text.
 Letter LetterAt(std::string_view text, std::size_t at);
 // The reverse of LetterAt, byte for byte.
 void AppendLetter(std::string& text, char32_t code);

@@ -43,6 +43,7 @@ int Day(DateValue value);
 int WeekdayFromMonday(DateValue value);  // Monday 1 ... Sunday 7
 DateValue DatePart(DateValue value);     // the day at midnight
 DateValue TimePart(DateValue value);     // the time of day, on 1899-12-30
+// Returns true if the calendar has this day.
 bool IsValidDate(int year, int month, int day);
 
 DateValue AddDays(DateValue value, std::int64_t days);

@@ -15,7 +15,9 @@ class MessageLoop {
     virtual void Repaint() {}
 };
 
-MessageLoop& TheLoop();  // does nothing until a program or a test sets a loop; the caller owns it
+// Returns the loop that a program or a test has set, else one without events.
+MessageLoop& TheLoop();
+// Null restores the default. The caller owns the loop, which must outlive its use.
 void SetLoop(MessageLoop* loop);
 
 inline void DoEvents() {

@@ -101,8 +101,9 @@ class System {
     virtual std::unique_ptr<Session> CreateSession() = 0;
 };
 
-// Returns the mail system of platform/mail, unless a test has set another one.
+// Returns the mail system that a program or a test has set. Raises 91 if none was set.
 System& TheMailSystem();
+// Null removes the mail system. The caller owns it, and it must outlive its use.
 void SetMailSystem(System* system);
 
 inline std::unique_ptr<Session> CreateSession() {

@@ -15,6 +15,7 @@ class Process {
 };
 
 Process& TheProcess();  // ends the process with _exit, unless a test has set another one
+// Null restores the default. The caller owns `process`, which must outlive its use.
 void SetProcess(Process* process);
 
 inline void EndProcess() {

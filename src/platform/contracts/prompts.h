@@ -30,10 +30,12 @@ class Prompts {
 void JournalBox(const std::string& text, const std::string& title);
 
 Prompts& ThePrompts();  // writes to standard error until a program or a test sets another one
+// Null restores the default. The caller owns `prompts`, which must outlive its use.
 void SetPrompts(Prompts* prompts);
 
 inline constexpr const char* AppTitle = "Oxbow Courier";
 
+// Show a box of the set prompts. Return as Prompts::Box and Prompts::Input.
 inline int MsgBox(const std::string& text, int flags = vbOKOnly, const std::string& title = AppTitle) {
     return ThePrompts().Box(text, flags, title);
 }

@@ -24,6 +24,7 @@ class Registry {
     virtual long RegCloseKey(Handle handle) = 0;
 };
 
-// Returns the settings file of platform/regfile, unless a test has set another store.
+// Returns the store that a program or a test has set. Raises 91 if none was set.
 Registry& TheRegistry();
+// Null removes the store. The caller owns it, and it must outlive its use.
 void SetRegistry(Registry* registry);

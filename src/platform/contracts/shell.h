@@ -24,5 +24,7 @@ class Shell {
     virtual std::string BrowseForFolder(WindowHandle owner, const std::string& title) = 0;
 };
 
+// Returns the shell that a program or a test has set. Raises 91 if none was set.
 Shell& TheShell();
+// Null removes the shell. The caller owns it, and it must outlive its use.
 void SetShell(Shell* shell);

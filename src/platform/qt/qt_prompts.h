@@ -1,4 +1,4 @@
-// Message boxes and input boxes on the screen.
+// Message boxes and input boxes on the screen. The scheduler also writes their texts to standard error.
 #pragma once
 
 #include "platform/contracts/prompts.h"

@@ -18,6 +18,7 @@ inline constexpr std::int32_t DataFailed = -2147206458;        // a data source 
 inline constexpr std::int32_t RunFailed = -2147206457;         // layout and writing
 inline constexpr std::int32_t InvalidOption = 5;               // "Invalid procedure call or argument"
 
+// Returns the number for a stage of the engine.
 inline std::int32_t NumberOf(rdl::Stage stage) {
     switch (stage) {
         case rdl::Stage::Open:

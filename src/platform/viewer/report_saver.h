@@ -9,6 +9,7 @@
 
 namespace viewer {
 
+// Returns the filters of the save dialog, one for each export format.
 QStringList SaveFilters();
 // Returns the extension of a filter of the save dialog, without the dot.
 QString ExtensionOf(const QString& filter);
