@@ -297,7 +297,7 @@ TEST_F(ReportEngine, ImageFileIsFoundByTheSystemsRulesForPaths) {
 TEST_F(ReportEngine, ImageFileThatCannotBeOpenedSaysWhy) {
     Write("logo.bmp", "BM and the rest");
     const auto loadWithoutHandles = [this] {
-        ImageFiles images({m_folder.string()});
+        rdl::engine::ImageFiles images({m_folder.string()});
         std::string why;
         const rlimit none{3, 3};
         setrlimit(RLIMIT_NOFILE, &none);

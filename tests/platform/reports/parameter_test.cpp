@@ -17,7 +17,7 @@ class ReportParameterField : public ReportFolder {
     }
     // Returns the run's error about the parameters; number 0 if it succeeds.
     static RuntimeError RunError(RdlReport& report) {
-        return ErrorOf([&] { report.Run("PDF", true); });
+        return ErrorOf([&] { report.OpenPages(); });
     }
     static std::string Default(const std::string& value) {
         return "<DefaultValue><Values><Value>" + value + "</Value></Values></DefaultValue>";
