@@ -6,8 +6,8 @@
 namespace Global {
 
 // Returns true if the stored date has come and the stored time of day has passed. The two are tested
-// separately: an item of yesterday, 14:00, is not due at 13:59 today. Raises 13 for a text that is no date or
-// time.
+// separately: an item of yesterday, 14:00, is not due at 13:59 today. Raises as CDate: 13 for a text that is
+// not a date or time, 94 for Null.
 bool IsDue(const Variant& nextRun, const Variant& runAt);
 
 }  // namespace Global

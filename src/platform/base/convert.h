@@ -14,9 +14,9 @@ std::int32_t CLng(const Variant& value);  // rounds in the same way; the range o
 double CDbl(const Variant& value);
 bool CBool(const Variant& value);  // "True"/"False" in any case, or a number
 // Reads year-month-day in every region, the region's order of day, month and year, times, date and time
-// together, and a number as days since 1899-12-30. The report engine converts the texts of a report's data
-// with rules of its own (rdl/engine/parameter_values, ToDateValue): its values come from report files and not
-// from users.
+// together, and a number as days since 1899-12-30. ToDateValue in rdl/engine/parameter_values reads dates for
+// the parameters of a report in another way: in the invariant culture and never in the region's order,
+// because it also reads the default values of report files, which mean the same everywhere.
 DateValue CDate(const Variant& value);
 
 // Texts of dates in the machine's region (platform/contracts/regional.h): 2026-03-07 and 09:05:00, in the

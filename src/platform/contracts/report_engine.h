@@ -58,15 +58,19 @@ class Report {
     virtual int ParameterFieldCount() const = 0;
     virtual ParameterField& Parameter(int n) = 0;  // from 1; raises 9 "Subscript out of range"
 
+    // Two switches for prompts and progress. Every runner passes false; an engine may ignore them.
     virtual void SetRunSwitches(bool first, bool second) = 0;
     virtual std::string RecordSelectionFormula() const = 0;
     virtual void SetRecordSelectionFormula(const std::string& text) = 0;  // is checked when the report runs
     virtual std::string Title() const = 0;
     virtual std::string Description() const = 0;  // the description in the file; may be empty
 
+    // `code` is DestinationDisk or DestinationMail. Export raises 5 for an unknown code.
     virtual void SetExportDestination(int code) = 0;
+    // `code` is one of the Format codes. Export raises 5 for an unknown code.
     virtual void SetExportFormat(int code) = 0;
     virtual void SetDiskFileName(const std::string& path) = 0;
+    // The file of an HTML export; SetDiskFileName sets that of the other formats.
     virtual void SetHtmlFileName(const std::string& path) = 0;
     // For DestinationMail: the engine mails the export itself; the report's title names the attachment.
     virtual void SetMail(const std::string& toList, const std::string& subject,
@@ -74,9 +78,10 @@ class Report {
     // For Excel, in this order: fields keep their types and widths, page headers, page breaks, gridlines,
     // base area.
     virtual void SetExcelOptions(bool o1, bool o2, bool o3, bool o4, int o5) = 0;
+    // Two switches for HTML that an engine may ignore.
     virtual void SetHtmlOptions(bool o1, bool o2) = 0;
     // Runs the report and writes or mails it; returns when this is done. A file appears complete or not at
-    // all.
+    // all. `prompt` would ask for the options on the screen; every runner passes false.
     virtual void Export(bool prompt) = 0;
     // Runs the report for the screen with its current parameters, logon and formula. The caller owns the
     // pages; the report must outlive them.

@@ -32,7 +32,7 @@ fs::path Home() {
     return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
 }
 
-// Returns a base folder of the XDG specification, which ignores a relative path in the variable.
+// Returns an XDG base folder; a relative path in the variable is ignored.
 fs::path BaseFolder(const char* variable, const char* belowHome) {
     const fs::path given = Environment(variable);
     return given.is_absolute() ? given : Home() / belowHome;

@@ -37,7 +37,7 @@ Mailbox ParseMailbox(std::string_view text);
 // section 2.4).
 bool SameAddress(std::string_view left, std::string_view right);
 
-// Returns the text for an error message: without control characters and at most 200 bytes.
+// Returns the text for an error message: without control characters, and cut off after 200 bytes.
 std::string Shown(std::string_view text);
 
 }  // namespace mailer
