@@ -16,6 +16,7 @@ class RdlParameterField : public report::ParameterField {
     explicit RdlParameterField(const ReportParameter& definition) : m_definition(definition) {}
 
     int ValueType() const override;
+    bool IsWholeNumber() const override { return m_definition.type == ParameterType::Integer; }
     std::string Name() const override { return m_definition.name; }
     std::string Prompt() const override { return m_prompt; }
     // Those that the report itself holds; defaults that a query gives are known when the report runs.
