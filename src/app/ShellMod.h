@@ -16,6 +16,10 @@ inline constexpr const char* AutostartKey = "Software\\Microsoft\\Windows\\Curre
 // The value's text; the default when the key or value is missing or is no string. Reports nothing.
 std::string ReadSetting(std::uint32_t root, const std::string& key, const std::string& name,
                         const std::string& defaultText);
+// The same, but raises 75 when there are settings that cannot be read: whoever took the defaults for them
+// would act on them, and store them.
+std::string RequireSetting(std::uint32_t root, const std::string& key, const std::string& name,
+                           const std::string& defaultText);
 // Makes the key if need be. A failure is a line on standard error and nothing else.
 void WriteSetting(std::uint32_t root, const std::string& key, const std::string& name,
                   const std::string& value);
