@@ -31,7 +31,7 @@ using Steps = std::vector<std::function<void()>>;
 constexpr unsigned long SplashMilliseconds = 2000;
 
 std::string Setting(const char* name, const std::string& defaultText) {
-    return ShellMod::ReadSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, defaultText);
+    return ShellMod::RequireSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, defaultText);
 }
 
 void WriteSetting(const char* name, const std::string& value) {

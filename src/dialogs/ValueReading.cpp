@@ -1,6 +1,7 @@
 #include "dialogs/ValueReading.h"
 
 #include <array>
+#include <cmath>
 
 #include "platform/base/convert.h"
 #include "platform/contracts/report_engine.h"
@@ -27,16 +28,19 @@ std::string MomentInWords(DateValue value) {
 
 }  // namespace
 
-std::string ReadingOf(int valueType, const std::string& text) {
-    if (text.find_first_not_of(' ') == std::string::npos) {
+std::string ReadingOf(int valueType, const std::string& text, bool wholeNumbersOnly) {
+    const bool isDate = valueType == report::DateTimeField;
+    if ((!isDate && valueType != report::NumberField) || text.find_first_not_of(' ') == std::string::npos) {
         return {};
     }
-    const bool isDate = valueType == report::DateTimeField;
+    const char* const noNumber = wholeNumbersOnly ? "not a whole number" : "not a number";
     try {
-        return isDate                             ? MomentInWords(CDate(text))
-               : valueType == report::NumberField ? Variant(CDbl(text)).Text()
-                                                  : std::string();
+        if (isDate) {
+            return MomentInWords(CDate(text));
+        }
+        const double number = CDbl(text);
+        return wholeNumbersOnly && number != std::floor(number) ? noNumber : Variant(number).Text();
     } catch (const RuntimeError&) {
-        return isDate ? "not a date" : "not a number";
+        return isDate ? "not a date" : noNumber;
     }
 }

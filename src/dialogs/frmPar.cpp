@@ -49,10 +49,10 @@ Control& Shown(Control* control) {
 }
 
 // Returns the user's word for the values of such a field.
-std::string KindOf(int valueType) {
-    switch (valueType) {
+std::string KindOf(const report::ParameterField& parameter) {
+    switch (parameter.ValueType()) {
         case report::NumberField:
-            return "a number";
+            return parameter.IsWholeNumber() ? "a whole number" : "a number";
         case report::BooleanField:
             return "True or False";
         case report::DateTimeField:
@@ -67,7 +67,7 @@ std::string Refusal(const report::ParameterField& parameter, const std::string& 
     const std::string name = "parameter \"" + parameter.Name() + "\"";
     const std::string what = text.empty() ? "The " + name + " is empty, which is not "
                                           : "The value \"" + text + "\" of the " + name + " is not ";
-    return Global::ErrorText(what + KindOf(parameter.ValueType()) + ". ", error);
+    return Global::ErrorText(what + KindOf(parameter) + ". ", error);
 }
 
 std::string& Slot(std::vector<std::string>& list, int index) {
@@ -180,11 +180,12 @@ void frmPar::FillCombo(report::ParameterField& parameter, int index) {
     } else if (Global::ParCaller == PackageWizard) {
         HideCancel();
     }
-    ShowReading(parameter.ValueType(), index);
+    ShowReading(parameter, index);
 }
 
 // A date in digits is a different day in another region: the user sees that here and not at the run.
-void frmPar::ShowReading(int valueType, int index) {
+void frmPar::ShowReading(const report::ParameterField& parameter, int index) {
+    const int valueType = parameter.ValueType();
     if (valueType != report::NumberField && valueType != report::DateTimeField) {
         return;
     }
@@ -194,8 +195,8 @@ void frmPar::ShowReading(int valueType, int index) {
     reading->setMinimumWidth(fontMetrics().horizontalAdvance("30 September 2000, 00:00:00"));
     m_ui->grid->addWidget(reading, 2 * index - 1, 1);
     ComboBox& combo = *ComboSlot(index);
-    const auto show = [reading, valueType, &combo] {
-        const QString text = QString::fromStdString(ReadingOf(valueType, combo.Text()));
+    const auto show = [reading, valueType, isWhole = parameter.IsWholeNumber(), &combo] {
+        const QString text = QString::fromStdString(ReadingOf(valueType, combo.Text(), isWhole));
         reading->setText(text);
         combo.setAccessibleDescription(text);
     };

@@ -46,7 +46,7 @@ class frmPar : public QDialog {
     void AddLabel(const std::string& caption, int row);
     ComboBox*& ComboSlot(int index);
     void FillCombo(report::ParameterField& parameter, int index);
-    void ShowReading(int valueType, int index);
+    void ShowReading(const report::ParameterField& parameter, int index);
     void HideCancel();
     void FitSize(int count);
     bool TakeValue(int index);

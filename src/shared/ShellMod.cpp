@@ -4,6 +4,7 @@
 #include "platform/base/journal.h"
 #include "platform/base/text.h"
 #include "platform/contracts/registry.h"
+#include "platform/contracts/runtime.h"
 
 namespace ShellMod {
 
@@ -11,6 +12,7 @@ std::string ShellErrorText;
 
 namespace {
 
+constexpr long AccessDenied = 5;  // of the registry
 constexpr int HighestFailure = 32;
 constexpr std::size_t PathBuffer = 260;  // characters, with the closing zero character
 
@@ -56,21 +58,38 @@ std::size_t CountLetters(const std::string& text) {
     return count;
 }
 
-}  // namespace
-
-std::string ReadSetting(std::uint32_t root, const std::string& key, const std::string& name,
-                        const std::string& defaultText) {
+// The registry's result code; `result` stays as it is unless there is a text.
+long Query(std::uint32_t root, const std::string& key, const std::string& name, std::string& result) {
     Registry& registry = TheRegistry();
-    std::string result = defaultText;
     Registry::Handle handle = 0;
-    if (registry.RegOpenKeyA(root, key, handle) == 0) {
+    long code = registry.RegOpenKeyA(root, key, handle);
+    if (code == 0) {
         std::uint32_t type = 0;
         std::string bytes;
-        if (registry.RegQueryValueExA(handle, name, type, bytes) == 0 && type == REG_SZ) {
+        code = registry.RegQueryValueExA(handle, name, type, bytes);
+        if (code == 0 && type == REG_SZ) {
             result = bytes.substr(0, bytes.find('\0'));
         }
     }
     registry.RegCloseKey(handle);
+    return code;
+}
+
+}  // namespace
+
+std::string ReadSetting(std::uint32_t root, const std::string& key, const std::string& name,
+                        const std::string& defaultText) {
+    std::string result = defaultText;
+    Query(root, key, name, result);
+    return result;
+}
+
+std::string RequireSetting(std::uint32_t root, const std::string& key, const std::string& name,
+                           const std::string& defaultText) {
+    std::string result = defaultText;
+    if (Query(root, key, name, result) == AccessDenied) {
+        throw RuntimeError(err::PathFileAccess, "The settings are there and cannot be read");
+    }
     return result;
 }
 

@@ -17,6 +17,10 @@ inline constexpr const char* AutostartKey = "Software\\Microsoft\\Windows\\Curre
 // error.
 std::string ReadSetting(std::uint32_t root, const std::string& key, const std::string& name,
                         const std::string& defaultText);
+// Returns the same, but raises 75 when there are settings that cannot be read: a caller that took the
+// defaults for them would act on them, and store them.
+std::string RequireSetting(std::uint32_t root, const std::string& key, const std::string& name,
+                           const std::string& defaultText);
 // Makes the key if it is missing. A failure is only a line on standard error.
 void WriteSetting(std::uint32_t root, const std::string& key, const std::string& name,
                   const std::string& value);

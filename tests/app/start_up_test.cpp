@@ -322,6 +322,28 @@ TEST_F(StartUp, WordInPollEndsStartUpWithItsBox) {
     EXPECT_TRUE(database.TakeStatements().empty());
 }
 
+TEST_F(StartUp, SettingsThatCannotBeReadEndStartUpAndAreNotOverwritten) {
+    const auto box = std::vector<fakes::Box>{
+        {"Oxbow Courier encountred an error. The settings are there and cannot be read [75]", 48,
+         "Oxbow Courier"}};
+    NoFirstRun();
+    registry.isUnreadable = true;
+    Global::Main();
+    EXPECT_EQ(prompts.boxes, box);
+    EXPECT_FALSE(TimerOn());
+    EXPECT_THAT(registry.writes, testing::IsEmpty());
+    for (int read = 1; read <= 6; ++read) {
+        prompts.boxes.clear();
+        registry.isUnreadable = false;
+        registry.openReads = read;
+        Global::Main();
+        EXPECT_EQ(prompts.boxes, box) << read;
+        EXPECT_THAT(registry.writes, testing::IsEmpty()) << read;
+    }
+    EXPECT_FALSE(TimerOn());
+    EXPECT_TRUE(database.TakeStatements().empty());
+}
+
 TEST_F(StartUp, PollAboveSixteenBitsEndsStartUp) {
     NoFirstRun();
     Setting("Poll", "40000");

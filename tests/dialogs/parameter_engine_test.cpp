@@ -1,6 +1,7 @@
 // The parameter dialog on report files of the real engine.
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QPushButton>
 
 #include "dialogs/frmPar.h"
@@ -96,9 +97,21 @@ TEST_F(ParametersOfFiles, FractionForAWholeNumberFailsInTheEngine) {
         ClickOK(form);
     });
     ASSERT_EQ(prompts.boxes.size(), 1U);
-    EXPECT_EQ(
-        prompts.boxes[0].text,
-        "The value \"2.5\" of the parameter \"Year\" is not a number. Type mismatch: Parameter \"Year\": "
-        "\"2.5\" is not a whole number [13]");
+    EXPECT_EQ(prompts.boxes[0].text,
+              "The value \"2.5\" of the parameter \"Year\" is not a whole number. Type mismatch: Parameter "
+              "\"Year\": \"2.5\" is not a whole number [13]");
     EXPECT_TRUE(process.ends.empty());
+}
+
+TEST_F(ParametersOfFiles, FractionIsReadAsANumberOnlyWhereTheReportTakesOne) {
+    Open(Parameter("Year", "Integer") + Parameter("Rate", "Float"));
+    Show([](frmPar& form) {
+        const auto& year = *form.findChild<QLabel*>("iReading1");
+        QTest::keyClicks(&Box(form, "cmbYear"), "12");
+        EXPECT_EQ(year.text(), "12");
+        QTest::keyClicks(&Box(form, "cmbYear"), ".5");
+        EXPECT_EQ(year.text(), "not a whole number");
+        QTest::keyClicks(&Box(form, "cmbRate"), "12.5");
+        EXPECT_EQ(form.findChild<QLabel*>("iReading2")->text(), "12.5");
+    });
 }

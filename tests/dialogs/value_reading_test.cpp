@@ -37,6 +37,13 @@ TEST_F(ValueReading, NumberIsToldWithAPoint) {
     EXPECT_EQ(ReadingOf(report::NumberField, "-3"), "-3");
 }
 
+TEST_F(ValueReading, FractionIsNoReadingWhereOnlyWholeNumbersAreTaken) {
+    EXPECT_EQ(ReadingOf(report::NumberField, "12.5", true), "not a whole number");
+    EXPECT_EQ(ReadingOf(report::NumberField, "many", true), "not a whole number");
+    EXPECT_EQ(ReadingOf(report::NumberField, "12.0", true), "12");
+    EXPECT_EQ(ReadingOf(report::NumberField, "-3", true), "-3");
+}
+
 TEST_F(ValueReading, WhatIsNeitherIsSaidSoAndEmptyIsNothing) {
     EXPECT_EQ(Date("soon"), "not a date");
     EXPECT_EQ(Date("2026-02-30x"), "not a date");

@@ -3,6 +3,7 @@
 import os
 import random
 import re
+import resource
 import sqlite3
 import subprocess
 import threading
@@ -24,6 +25,11 @@ def cpu_seconds(pid):
 def resident_megabytes(pid):
     with open("/proc/%d/status" % pid) as file:
         return int(re.search(r"VmRSS:\s+(\d+)", file.read()).group(1)) / 1024
+
+
+def core_bound(pid):
+    with open("/proc/%d/limits" % pid) as file:
+        return re.search(r"Max core file size +(\S+)", file.read()).group(1)
 
 
 class Process(CourierTest):
@@ -73,6 +79,27 @@ class Process(CourierTest):
         self.assertIsNone(process.poll())
         self.courier.profile("Transport=outbox\nOutboxFolder=%s\n" % self.courier.outbox)
         self.courier.wait(lambda: self.courier.history(key), what="history row")
+
+    @unittest.skipIf(resource.getrlimit(resource.RLIMIT_CORE)[1] == 0, "no process here may write a core dump")
+    def test_no_program_writes_a_core_dump(self):
+        """Passwords may be in the memory of each, and whoever starts it may want such files of other programs."""
+        hard = resource.getrlimit(resource.RLIMIT_CORE)[1]
+        self.courier.profile("Transport=smtp\nHost=127.0.0.1\nPort=1\nSecurity=none\nUser=ann\n"
+                             "PasswordCommand=sleep 60\n")
+        report, output = self.courier.app / "samples" / "sales_by_region.rpt", self.courier.folder / "out.pdf"
+        for line in (["oxc", "-sched"], ["oxc"], ["oxc-mail", "check"],
+                     ["oxc-report", "export", report, "-f", "pdf", "-o", output, "--user", "ann", "--password-stdin"]):
+            with self.subTest(line=line[:2]):
+                process = subprocess.Popen([self.courier.app / line[0], *line[1:]], stdin=subprocess.PIPE,
+                                           stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                                           env={**self.courier.environment(), "QT_QPA_PLATFORM": "offscreen"},
+                                           preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_CORE, (hard, hard)))
+                try:
+                    self.courier.wait(lambda: core_bound(process.pid) == "0", what="bound on core dumps")
+                    self.assertIsNone(process.poll())
+                finally:
+                    process.kill()
+                    process.communicate()
 
     def test_kill_in_an_export_leaves_nothing_for_good(self):
         part = self.courier.app / "output" / ".oxc-part-999999999-abcdef"

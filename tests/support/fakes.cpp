@@ -56,6 +56,9 @@ std::string FakePrompts::Input(const std::string& /*prompt*/, const std::string&
 }
 
 long FakeRegistry::RegOpenKeyA(std::uint32_t /*root*/, const std::string& key, Handle& handle) {
+    if (isUnreadable) {
+        return 5;
+    }
     if (keys.find(key) == keys.end()) {
         return 2;
     }
@@ -67,6 +70,10 @@ long FakeRegistry::RegOpenKeyA(std::uint32_t /*root*/, const std::string& key, H
 
 long FakeRegistry::RegQueryValueExA(Handle handle, const std::string& name, std::uint32_t& type,
                                     std::string& bytes) {
+    if (openReads > 0 && --openReads == 0) {
+        isUnreadable = true;
+        return 5;
+    }
     const auto& values = keys[m_handles.at(handle - 1)];
     const auto found = values.find(name);
     if (found == values.end()) {
@@ -254,6 +261,7 @@ class FakeField : public report::ParameterField {
     FakeField(int number, const FakeReportSpec& spec, std::vector<std::string>& calls)
         : m_number(number), m_spec(spec), m_calls(calls) {}
     int ValueType() const override { return ValueAt(m_spec.parameterTypes, m_number, 0); }
+    bool IsWholeNumber() const override { return false; }
     std::string Name() const override {
         return ValueAt(m_spec.parameterNames, m_number, "P" + std::to_string(m_number));
     }

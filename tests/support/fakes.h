@@ -96,6 +96,8 @@ class FakeRegistry : public Registry {
     };
     std::map<std::string, std::map<std::string, Entry>> keys;
     std::vector<std::string> writes;  // key\name=value, in order
+    bool isUnreadable = false;        // denies access to what is there
+    int openReads = 0;                // the read of this number is denied and makes it unreadable; 0: none
     int opened = 0, closed = 0;
     int closeCalls = 0;  // also of keys that were never opened
 

@@ -36,6 +36,8 @@ class ParameterField {
  public:
     virtual ~ParameterField() = default;
     virtual int ValueType() const = 0;
+    // Of a NumberField: a value with a fraction is refused.
+    virtual bool IsWholeNumber() const = 0;
     virtual std::string Name() const = 0;
     virtual std::string Prompt() const = 0;
     virtual std::vector<std::string> DefaultValues() const = 0;  // as texts; may be empty

@@ -12,6 +12,7 @@ class RdlParameter : public report::ParameterField {
     explicit RdlParameter(rdl::Parameter& parameter) : m_parameter(parameter) {}
 
     int ValueType() const override;
+    bool IsWholeNumber() const override { return m_parameter.Kind() == rdl::ParameterKind::Integer; }
     std::string Name() const override { return m_parameter.Name(); }
     std::string Prompt() const override { return m_parameter.Prompt(); }
     std::vector<std::string> DefaultValues() const override { return m_parameter.DefaultValues(); }

@@ -1,7 +1,12 @@
 #include "platform/contracts/clock.h"
 
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <ctime>
 #include <string>
@@ -38,6 +43,35 @@ TEST_F(MachineClock, ChangedTimeZoneIsSeenAtTheNextLook) {
     EXPECT_NEAR(MinutesAhead(), 330, 0.1);
     setenv("TZ", "America/Phoenix", 1);
     EXPECT_NEAR(MinutesAhead(), -420, 0.1);
+}
+
+// The machine's own zone is put in place of another for this test alone, in a file system of its own.
+TEST_F(MachineClock, ChangedZoneOfTheMachineIsSeenAtTheNextLook) {
+    constexpr int NoMount = 77;
+    const auto change = [] {
+        unsetenv("TZ");
+        const auto put = [](const char* zone) {
+            const std::string file = std::string("/usr/share/zoneinfo/") + zone;
+            return mount(file.c_str(), "/etc/localtime", nullptr, MS_BIND, nullptr) == 0;
+        };
+        if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0 || !put("Asia/Kolkata")) {
+            std::_Exit(NoMount);
+        }
+        const double before = MinutesAhead();
+        const bool isPut = put("America/Phoenix");
+        const double after = MinutesAhead();
+        std::_Exit(!isPut ? NoMount : std::lround(before) == 330 && std::lround(after) == -420 ? 0 : 1);
+    };
+    const pid_t child = fork();
+    if (child == 0) {
+        change();
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == NoMount) {
+        GTEST_SKIP() << "needs a mount of its own, which is not allowed here";
+    }
+    EXPECT_EQ(status, 0);
 }
 
 TEST_F(MachineClock, MomentsAreInTheZoneThatHolds) {

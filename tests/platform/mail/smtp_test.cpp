@@ -2,6 +2,8 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
+#include <chrono>
+
 #include "mail_fixture.h"
 #include "platform/mail/transport/smtp_transport.h"
 #include "support/smtp_server.h"
@@ -240,5 +242,19 @@ TEST_F(Smtp, SilenceAfterTheAcceptedContentIsSentAndNoError) {
     UseServer(server.Port());
     const auto message = TwoRecipients();
     EXPECT_EQ(NumberRaisedBy([&] { message->Send(); }), 0);
+    EXPECT_EQ(server.Messages().size(), 1u);
+}
+
+// However long a server may otherwise be silent.
+TEST_F(Smtp, AcceptedContentIsSentWithoutWaitingForTheGoodbye) {
+    const SmtpServer server({"--mode", "hang-quit"});
+    WriteProfile("Transport=smtp\nFrom=r@example.com\nHost=127.0.0.1\nSecurity=none\nTimeout=600\nPort=" +
+                 std::to_string(server.Port()) + "\n");
+    const mailer::MailProfile profile = mailer::ReadMailProfile(Profile());
+    ASSERT_EQ(profile.stallSeconds, 600);
+    const auto begun = std::chrono::steady_clock::now();
+    const auto message = TwoRecipients();
+    EXPECT_EQ(NumberRaisedBy([&] { message->Send(); }), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::seconds(120));
     EXPECT_EQ(server.Messages().size(), 1u);
 }
