@@ -57,13 +57,19 @@ class SmtpTalk {
         if (m_reply.size() < LongestReply) {
             m_reply.append(m_reply.empty() ? "" : " ").append(text);
         }
-        m_accepted = m_accepted || (m_stage == Stage::Content && m_contentGiven && m_code == 250);
+        m_accepted = m_accepted || (m_stage == Stage::Content && m_contentGiven && m_code / 100 == 2);
         if (m_isWhole && m_stage == Stage::Recipient && m_code / 100 == 5) {
             m_refusals.push_back({m_recipient, m_reply});
         }
     }
 
-    void ContentGiven() { m_contentGiven = true; }
+    void ContentGiven() {
+        m_contentGiven = true;
+        if (m_code == GoOn) {
+            m_code = 0;  // that was the answer to DATA; the one to the content is still to come
+            m_reply.clear();
+        }
+    }
 
     Stage At() const { return m_stage; }
     int Code() const { return m_code; }  // of the last answer to the last command; 0 when there was none
@@ -71,14 +77,31 @@ class SmtpTalk {
     const std::string& Recipient() const { return m_recipient; }
     // The recipients that the server will never take, each with its answer.
     const std::vector<MAPI::Refusal>& Refusals() const { return m_refusals; }
-    // The server does not take the recipient that was named last now, but may at another time.
-    bool IsPutOff() const { return m_stage == Stage::Recipient && m_isWhole && m_code / 100 == 4; }
+    // The server neither takes the recipient that was named last nor refuses it for ever: it may take it at
+    // another time, or its answer is none.
+    bool IsPutOff() const {
+        return m_stage == Stage::Recipient && m_isWhole && m_code / 100 != 2 && m_code / 100 != 5;
+    }
+    // The last answer neither refuses what was asked for nor is what the rules have there.
+    bool IsUnexpected() const {
+        constexpr int FirstRefusal = 400;
+        if (m_code == 0 || m_code >= FirstRefusal) {
+            return false;
+        }
+        if (m_stage == Stage::Login) {
+            return m_code / 100 != 2 && m_code != Challenge;
+        }
+        return m_stage == Stage::Content && !m_contentGiven ? m_code != GoOn : m_code / 100 != 2;
+    }
     // The whole message has been given, and its answer is not there yet.
     bool IsContentGiven() const { return m_contentGiven; }
     // The server has taken the message: whatever goes wrong from here, it must not be sent again.
     bool Accepted() const { return m_accepted; }
 
  private:
+    static constexpr int Challenge = 334;
+    static constexpr int GoOn = 354;
+
     Stage m_stage = Stage::Greeting;
     int m_code = 0;
     std::string m_reply;
