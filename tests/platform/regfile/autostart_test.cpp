@@ -3,6 +3,7 @@
 #include <gio/gdesktopappinfo.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <optional>
@@ -51,7 +52,7 @@ std::string StartedByTheDesktop(const std::string& folderName) {
 
 TEST(Autostart, DesktopStartsTheProgramInAFolderOfAnyName) {
     for (const char* name : {"plain", "50% off", "100%", "%f%u%%", "a=b", "a;b c", "it's", "$HOME `id`",
-                             "\xC3\xBC", "-x", "%= $x"}) {
+                             "\xC3\xBC", "-x", "%= $x", "\x7F"}) {
         EXPECT_EQ(StartedByTheDesktop(name), "FOLDER\nPROGRAM\n-sched\n") << name;
     }
 }
@@ -72,6 +73,18 @@ TEST(Autostart, ArgumentsAreQuotedByTheRulesOfDesktopEntries) {
 TEST(Autostart, OtherProgramsKeepTheirPath) {
     EXPECT_EQ(DesktopExec(R"(Z:\no-such\tool -x)", "/oxc"), "/no-such/tool -x");
     EXPECT_EQ(DesktopExec("", "/oxc"), "");
+}
+
+TEST(Autostart, FolderThatNoEntryCanHoldIsToldAndNoEntryIsWritten) {
+    for (const char* name : {"a\tb", "a\nb", "a\rb", "\x01", "\xE4"}) {
+        const TemporaryFolder folder;
+        testing::internal::CaptureStderr();
+        WriteAutostart(folder / "autostart", "OXC", "\"Z:\\" + std::string(name) + "\\oxc.exe\" -sched");
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_NE(said.find(" The scheduler will not start with the desktop: "), std::string::npos) << said;
+        EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+        EXPECT_FALSE(std::filesystem::exists(folder / "autostart/OXC.desktop")) << name;
+    }
 }
 
 TEST(Autostart, EntryIsWholeAndReplaced) {
