@@ -6,6 +6,7 @@
 
 #include "platform/rdl/data/connect_string.h"
 #include "platform/rdl/data/connection_watch.h"
+#include "platform/rdl/data/masking.h"
 #include "platform/rdl/data/sql_cursor.h"
 
 namespace rdl::data {
@@ -26,7 +27,7 @@ class SqlConnection {
     ConnectionWatch& Watch() { return m_watch; }
     const ConnectionWatch& Watch() const { return m_watch; }
     // To be struck out of every text.
-    const std::string& Secret() const { return m_secret; }
+    const Secret& Password() const { return m_secret; }
 
  private:
     void Open(const SqlSource& source);
@@ -40,7 +41,7 @@ class SqlConnection {
     QString m_name;           // in Qt's list of connections
     QSqlDatabase m_database;
     ProviderKind m_dialect = ProviderKind::Odbc;
-    std::string m_secret;
+    Secret m_secret;
     std::string m_place;  // for people
 };
 
