@@ -12,6 +12,7 @@
 #include "platform/process.h"
 #include "platform/program.h"
 #include "platform/qt/application.h"
+#include "platform/qt/display.h"
 #include "platform/qt/messages.h"
 #include "platform/qt/qt_loop.h"
 #include "platform/qt/qt_prompts.h"
@@ -46,7 +47,8 @@ int main(int argc, char** argv) {
                   << Advice << "\n";
         return 1;
     }
-    TakeQtMessages("oxc", Advice);
+    TakeQtMessages();
+    AwaitDisplay("oxc", Advice, argv);
     // Whatever stands on the command line means the scheduler; Qt takes its options from the environment.
     int qtArgc = 1;
     Application application(qtArgc, argv);
