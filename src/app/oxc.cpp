@@ -13,6 +13,7 @@
 #include "platform/mail_dialogs/address_book_dialog.h"
 #include "platform/posix/program.h"
 #include "platform/qt/application.h"
+#include "platform/qt/display.h"
 #include "platform/qt/messages.h"
 #include "platform/qt/qt_loop.h"
 #include "platform/qt/qt_prompts.h"
@@ -46,8 +47,9 @@ int main(int argc, char** argv) {
                   << Advice << "\n";
         return 1;
     }
-    TakeQtMessages("oxc", Advice);
-    // Any argument means the scheduler. Qt takes its options from the environment.
+    TakeQtMessages();
+    AwaitDisplay("oxc", Advice, argv);
+    // Whatever stands on the command line means the scheduler; Qt takes its options from the environment.
     int qtArgc = 1;
     Application application(qtArgc, argv);
     EndOnSignals();

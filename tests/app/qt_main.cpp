@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/qt/application.h"
+#include "platform/qt/display.h"
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);

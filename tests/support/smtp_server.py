@@ -24,6 +24,11 @@ MODES = {
     "reject-sender": "550 to MAIL FROM",
     "reject-message": "554 in two lines to the content",
     "later": "451 to the content",
+    "odd-greeting": "greets with 320",
+    "odd-recipient": "350 to every recipient, or to the one given by --recipient",
+    "odd-start": "250 instead of 354 to DATA",
+    "odd-message": "354 once more to the content",
+    "other-success": "takes the content and says 251",
     "drop-greeting": "closes instead of a greeting",
     "drop-data": "closes after the first line of the content",
     "drop-after-data": "takes the content, says 250 and closes at QUIT without an answer",
@@ -67,7 +72,8 @@ class Handler:
     async def handle_RCPT(self, server, session, envelope, address, rcpt_options):
         answers = {"reject-recipient": "550 5.1.1 nobody's here by that name",
                    "defer-recipient": "450 4.7.1 greylisted",
-                   "full-recipient": "452 4.2.2 mailbox is full"}
+                   "full-recipient": "452 4.2.2 mailbox is full",
+                   "odd-recipient": "350 what of it"}
         if self.options.mode in answers and self.options.recipient in ("", address):
             return answers[self.options.mode]
         envelope.rcpt_tos.append(address)
@@ -83,6 +89,8 @@ class Handler:
             return "554-5.6.0 content\r\n554 5.6.0 refused"
         if mode == "later":
             return "451 4.3.0 try later"
+        if mode == "odd-message":
+            return "354 go on"
         if mode == "hang-data":
             await asyncio.sleep(3600)
         if mode == "late-data":
@@ -90,7 +98,7 @@ class Handler:
         self.mailbox.store(session, envelope)
         if mode == "lose-answer":
             server.transport.abort()
-        return "250 OK"
+        return "251 OK" if mode == "other-success" else "250 OK"
 
 
 class Server(SMTP):
@@ -101,11 +109,13 @@ class Server(SMTP):
 
     def connection_made(self, transport):
         mode = self.options.mode
-        if mode in ("drop-greeting", "hang", "greet-421", "greet-554"):
+        if mode in ("drop-greeting", "hang", "greet-421", "greet-554", "odd-greeting"):
             if mode == "greet-421":
                 transport.write(b"421 4.3.2 closing for the night\r\n")
             elif mode == "greet-554":
                 transport.write(b"554 5.3.2 no mail here\r\n")
+            elif mode == "odd-greeting":
+                transport.write(b"320 who is there\r\n")
             if mode != "hang":
                 transport.close()
             self.transport = None
@@ -130,6 +140,9 @@ class Server(SMTP):
 
     async def smtp_DATA(self, arg):
         self.talk.write("DATA begun\n")
+        if self.options.mode == "odd-start":
+            await self.push("250 OK")
+            return
         if self.options.mode == "drop-data":
             await self.push("354 go on")
             await self._reader.readline()

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/base/ascii.h"
+#include "platform/base/journal.h"
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "platform/contracts/prompts.h"
@@ -91,6 +92,17 @@ std::string QuotedForEntry(std::string_view argument) {
     return quoted + '"';
 }
 
+bool CanStandInEntry(std::string_view path) {
+    for (std::size_t at = 0; at < path.size();) {
+        const Letter letter = LetterAt(path, at);
+        if (letter.code < U' ' || letter.code >= NoLetter) {
+            return false;
+        }
+        at += letter.length;
+    }
+    return true;
+}
+
 bool IsProgram(const fs::path& path) {
     std::error_code error;
     return fs::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
@@ -169,12 +181,18 @@ std::string RegionForExec(std::string_view commandLine) {
 }
 
 void WriteAutostart(const fs::path& folder, const std::string& name, std::string_view commandLine) {
+    const fs::path program = InstalledProgram();
+    if (!CanStandInEntry(commandLine) || !CanStandInEntry(program.string())) {
+        Journal("The scheduler will not start with the desktop: an entry of the desktop cannot hold \"" +
+                std::string(commandLine) + "\", as a control character or a byte that is no UTF-8 is in it");
+        return;
+    }
     std::error_code error;
     fs::create_directories(folder, error);
     AtomicFile file(folder / (name + ".desktop"));
     file.Write("[Desktop Entry]\nType=Application\nName=" + std::string(AppTitle) +
                "\nComment=Runs the scheduled reports\nExec=" + RegionForExec(commandLine) +
-               HomeForExec(commandLine, InstalledProgram()) + DesktopExec(commandLine, InstalledProgram()) +
+               HomeForExec(commandLine, program) + DesktopExec(commandLine, program) +
                "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n");
     file.Commit();
 }

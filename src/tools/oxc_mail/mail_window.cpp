@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/qt/application.h"
+#include "platform/qt/display.h"
 #include "platform/qt/messages.h"
 #include "platform/qt/qt_prompts.h"
 #include "tools/oxc_mail/mail_dialog.h"
@@ -14,7 +15,8 @@ int ShowMailWindow(int argc, char** argv) {
     if (!MayHaveDisplay()) {
         throw RuntimeError(err::DeviceIo, "The window needs a display; " + advice);
     }
-    TakeQtMessages("oxc-mail", advice);
+    TakeQtMessages();
+    AwaitDisplay("oxc-mail", advice, argv);
     Application application(argc, argv);
     QtPrompts prompts;
     SetPrompts(&prompts);

@@ -121,6 +121,42 @@ TEST_F(Smtp, NobodyGetsItWhileTheServerPutsOneRecipientOff) {
     }
 }
 
+TEST_F(Smtp, AnswerThatIsNoneIsQuoted) {
+    for (const char* recipient : {"ann@example.com", "bob@example.com"}) {
+        EXPECT_EQ(FailureOf({"--mode", "odd-recipient", "--recipient", recipient}), err::MailboxOrServer);
+        EXPECT_TRUE(m_text.ends_with(", gives an unexpected answer to the recipient \"" +
+                                     std::string(recipient) +
+                                     "\"; nobody has got the message. It answered: 350 what of it"))
+            << m_text;
+        EXPECT_EQ(m_talk.find("DATA begun"), std::string::npos) << m_talk;
+    }
+    EXPECT_EQ(FailureOf({"--mode", "odd-greeting"}), err::MailboxOrServer);
+    EXPECT_TRUE(m_text.ends_with(
+        ", gives an unexpected answer; nobody has got the message. It answered: 320 who is there"))
+        << m_text;
+    EXPECT_EQ(FailureOf({"--mode", "odd-start"}), err::MailboxOrServer);
+    EXPECT_TRUE(
+        m_text.ends_with(", gives an unexpected answer; nobody has got the message. It answered: 250 OK"))
+        << m_text;
+    EXPECT_EQ(FailureOf({"--mode", "odd-message"}), err::MailboxOrServer);
+    EXPECT_TRUE(
+        m_text.ends_with(", gives an unexpected answer to the whole message; nobody knows whether it has "
+                         "taken it. It answered: 354 go on"))
+        << m_text;
+}
+
+TEST_F(Smtp, DropInTheContentIsNoUnexpectedAnswer) {
+    EXPECT_EQ(FailureOf({"--mode", "drop-data"}), err::MailboxOrServer);
+    EXPECT_TRUE(m_text.ends_with(", dropped the connection before it took the message.")) << m_text;
+}
+
+TEST_F(Smtp, MessageThatIsTakenWithAnotherCodeIsSentAndNoError) {
+    const SmtpServer server({"--mode", "other-success"});
+    UseServer(server.Port());
+    EXPECT_EQ(SendingRaises(*TwoRecipients()), 0) << m_text;
+    EXPECT_EQ(server.Messages().size(), 1u);
+}
+
 TEST_F(Smtp, LateAnswerToTheWholeMessageIsWaitedFor) {
     const SmtpServer server({"--mode", "late-data", "--delay", "2.5"});
     UseServer(server.Port());

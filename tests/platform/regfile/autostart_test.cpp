@@ -3,6 +3,7 @@
 #include <gio/gdesktopappinfo.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <optional>
@@ -78,6 +79,19 @@ TEST(Autostart, QuoteMarkInTheFolderEndsNoPath) {
 TEST(Autostart, OtherProgramsKeepTheirPath) {
     EXPECT_EQ(DesktopExec(R"(Z:\no-such\tool -x)", "/oxc"), "/no-such/tool -x");
     EXPECT_EQ(DesktopExec("", "/oxc"), "");
+}
+
+TEST(Autostart, FolderThatNoEntryCanHoldIsToldAndNoEntryIsWritten) {
+    for (const char* name : {"a\tb", "a\nb", "a\rb", "\x01", "\xE4"}) {
+        const TemporaryFolder folder;
+        testing::internal::CaptureStderr();
+        WriteAutostart(folder / "autostart", "OXC", "\"Z:\\" + std::string(name) + "\\oxc.exe\" -sched");
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_NE(said.find(" The scheduler will not start with the desktop: "), std::string::npos) << said;
+        EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+        EXPECT_FALSE(std::filesystem::exists(folder / "autostart/OXC.desktop")) << name;
+    }
+    EXPECT_EQ(StartedByTheDesktop("\x7F"), "FOLDER\nPROGRAM\n-sched\n");
 }
 
 TEST(Autostart, EntryIsWholeAndReplaced) {

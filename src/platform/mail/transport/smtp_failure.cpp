@@ -98,6 +98,17 @@ RuntimeError ExplainRefusal(const SmtpTalk& talk, const std::string& server) {
     return {ErrMessageRefused, server + " refuses the message." + Answer(talk)};
 }
 
+std::string UnexpectedText(const std::string& server, const SmtpTalk& talk) {
+    std::string text = server + " gives an unexpected answer";
+    if (talk.At() == Stage::Recipient) {
+        text += " to the recipient \"" + Shown(talk.Recipient()) + "\"";
+    }
+    return text +
+           (talk.IsContentGiven() ? " to the whole message; nobody knows whether it has taken it."
+                                  : "; nobody has got the message.") +
+           Answer(talk);
+}
+
 std::string LateText(const std::string& server, const SmtpTalk& talk, const MailProfile& profile) {
     if (talk.IsContentGiven()) {
         return server + " was given the whole message and has not answered within " +
@@ -149,6 +160,9 @@ RuntimeError ExplainSmtpFailure(int code, const SmtpTalk& talk, const MailProfil
     }
     if (code == CURLE_URL_MALFORMAT || code == CURLE_UNSUPPORTED_PROTOCOL) {
         return {ErrBadProfile, server + " cannot be spoken to" + said};
+    }
+    if (talk.IsUnexpected() && code != CURLE_OPERATION_TIMEDOUT) {
+        return {err::MailboxOrServer, UnexpectedText(server, talk)};
     }
     return {err::MailboxOrServer, LostText(code, server, talk, profile)};
 }

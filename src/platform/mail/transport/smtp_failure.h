@@ -11,7 +11,8 @@ namespace mailer {
 
 // Returns the error. `code` is libcurl's (CURLcode), `detail` its text. The description names the server,
 // what it refused and its answer (reply codes of RFC 5321, section 4.2; enhanced codes of RFC 3463):
-//   err::MailboxOrServer  not reached, no such name, silent, dropped, or turning mail away for now
+//   err::MailboxOrServer  not reached, no such name, silent, dropped, turning mail away for now, or an
+//                         unexpected answer
 //   err::MailboxFull      452, 552 or an answer that says so (x.2.2)
 //   ErrNotSecure          TLS missing, or a certificate that is not trusted
 //   ErrLoginRefused       user or password refused, or a login wanted

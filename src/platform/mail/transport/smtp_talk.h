@@ -58,13 +58,19 @@ class SmtpTalk {
         if (m_reply.size() < LongestReply) {
             m_reply.append(m_reply.empty() ? "" : " ").append(text);
         }
-        m_accepted = m_accepted || (m_stage == Stage::Content && m_contentGiven && m_code == 250);
+        m_accepted = m_accepted || (m_stage == Stage::Content && m_contentGiven && m_code / 100 == 2);
         if (m_isWhole && m_stage == Stage::Recipient && m_code / 100 == 5) {
             m_refusals.push_back({m_recipient, m_reply});
         }
     }
 
-    void ContentGiven() { m_contentGiven = true; }
+    void ContentGiven() {
+        m_contentGiven = true;
+        if (m_code == GoOn) {
+            m_code = 0;  // that was the answer to DATA; the one to the content is still to come
+            m_reply.clear();
+        }
+    }
 
     Stage At() const { return m_stage; }
     int Code() const { return m_code; }  // of the last reply to the last command; 0 without a reply
@@ -72,15 +78,32 @@ class SmtpTalk {
     const std::string& Recipient() const { return m_recipient; }
     // Returns the recipients that the server refused permanently (5yz), each with the reply.
     const std::vector<MAPI::Refusal>& Refusals() const { return m_refusals; }
-    // Returns true if the server refused the last recipient temporarily (4yz).
-    bool IsPutOff() const { return m_stage == Stage::Recipient && m_isWhole && m_code / 100 == 4; }
-    // Returns true once the whole message is sent; its reply may not have arrived yet.
+    // The server neither takes the recipient that was named last nor refuses it for ever: it may take it at
+    // another time, or its answer is none.
+    bool IsPutOff() const {
+        return m_stage == Stage::Recipient && m_isWhole && m_code / 100 != 2 && m_code / 100 != 5;
+    }
+    // The last answer neither refuses what was asked for nor is what the rules have there.
+    bool IsUnexpected() const {
+        constexpr int FirstRefusal = 400;
+        if (m_code == 0 || m_code >= FirstRefusal) {
+            return false;
+        }
+        if (m_stage == Stage::Login) {
+            return m_code / 100 != 2 && m_code != Challenge;
+        }
+        return m_stage == Stage::Content && !m_contentGiven ? m_code != GoOn : m_code / 100 != 2;
+    }
+    // The whole message has been given, and its answer is not there yet.
     bool IsContentGiven() const { return m_contentGiven; }
     // Returns true once the server has accepted the message: after that it must not be sent again, whatever
     // fails.
     bool Accepted() const { return m_accepted; }
 
  private:
+    static constexpr int Challenge = 334;
+    static constexpr int GoOn = 354;
+
     Stage m_stage = Stage::Greeting;
     int m_code = 0;
     std::string m_reply;

@@ -7,18 +7,6 @@ namespace {
 
 constexpr std::size_t LongestText = 400;
 
-// Whether what stands at the place is the value of a password: after Pwd= or Password=, or between : and @ of
-// an address. Anywhere else the same word is a word of the message, and to strike it out would tell what it
-// is.
-bool IsPasswordValue(std::string_view text, std::size_t at, std::size_t size) {
-    std::string before = LowerAscii(text.substr(0, at));
-    while (!before.empty() && std::string_view(" {\"'").find(before.back()) != std::string_view::npos) {
-        before.pop_back();
-    }
-    const bool isAddress = before.ends_with(':') && at + size < text.size() && text[at + size] == '@';
-    return isAddress || before.ends_with("pwd=") || before.ends_with("password=");
-}
-
 // A cut must not leave half a character behind.
 void CutAtCharacter(std::string& text, std::size_t length) {
     while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) {
@@ -58,18 +46,8 @@ std::string CleanText(std::string_view text) {
     return clean;
 }
 
-std::string CleanText(std::string_view text, std::string_view secret) {
-    if (secret.empty()) {
-        return CleanText(text);
-    }
-    constexpr std::string_view Mask = "***";
-    std::string open(text);
-    for (std::size_t at = open.find(secret); at != std::string::npos;) {
-        const bool isValue = IsPasswordValue(open, at, secret.size());
-        open.replace(at, isValue ? secret.size() : 0, isValue ? Mask : "");
-        at = open.find(secret, at + (isValue ? Mask.size() : 1));
-    }
-    return CleanText(open);
+std::string CleanText(std::string_view text, const Secret& secret) {
+    return CleanText(Masked(text, secret));
 }
 
 }  // namespace rdl::data

@@ -132,7 +132,7 @@ void SqlConnection::Open(const SqlSource& source) {
         address.password = source.password;
     }
     address.integrated = address.integrated || (source.integrated && source.user.empty());
-    m_secret = address.password;
+    m_secret = {address.password, {address.user, address.database, address.host}};
     m_place = "the server \"" + CleanText(address.host) + "\"";
     if (source.provider == ProviderKind::PostgreSql || source.provider == ProviderKind::MySql) {
         m_database.setHostName(QString::fromStdString(address.host));

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "rdl/data/common/connect_string.h"
+#include "rdl/data/common/masking.h"
 #include "rdl/data/sql/connection_watch.h"
 #include "rdl/data/sql/sql_cursor.h"
 
@@ -26,7 +27,7 @@ class SqlConnection {
     ConnectionWatch& Watch() { return m_watch; }
     const ConnectionWatch& Watch() const { return m_watch; }
     // To be struck out of every text.
-    const std::string& Secret() const { return m_secret; }
+    const Secret& Password() const { return m_secret; }
 
  private:
     void Open(const SqlSource& source);
@@ -40,7 +41,7 @@ class SqlConnection {
     QString m_name;           // in Qt's list of connections
     QSqlDatabase m_database;
     ProviderKind m_dialect = ProviderKind::Odbc;
-    std::string m_secret;
+    Secret m_secret;
     std::string m_place;  // for people
 };
 

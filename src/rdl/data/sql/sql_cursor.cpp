@@ -168,7 +168,7 @@ class SqlCursor : public Cursor {
             throw Error(TookTooLong(m_seconds));
         }
         const QSqlError error = m_query->lastError();
-        const std::string text = CleanText(error.text().toStdString(), m_connection.Secret());
+        const std::string text = CleanText(error.text().toStdString(), m_connection.Password());
         const std::string code = error.nativeErrorCode().toStdString();
         const std::string lower = LowerAscii(text);
         // The same codes stand for a query that somebody stopped.

@@ -1,0 +1,28 @@
+// The display that the windows of a program are on: whether there is one, and what is done without.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+// How long a display that takes the connection may be silent while the application is made.
+inline constexpr std::chrono::seconds DisplayPatience{10};
+
+// Whether the environment names a display or a platform. The display may turn out not to answer.
+bool MayHaveDisplay();
+// Whether boxes can be shown to somebody. Only once the application is made.
+bool HasDisplay();
+// Call before the application is made by a program that can do without windows: with no display, or one that
+// does not answer, Qt's offscreen platform is taken, whatever QT_QPA_PLATFORM wishes. Programs that this one
+// starts are not told.
+void FallBackToOffscreen();
+
+// Call before the application is made, with the arguments of the process. From here until DisplayHasAnswered
+// a display that cannot be had, or that is silent for the patience, ends the process with code 1 and one
+// line: "<program>: the display ":7" does not answer; <advice>". After FallBackToOffscreen a silent display
+// is a dated line on standard error, and the program begins again without it, in the same process.
+void AwaitDisplay(const std::string& program, const std::string& advice, char** arguments,
+                  std::chrono::milliseconds patience = DisplayPatience);
+bool IsAwaitingDisplay();
+[[noreturn]] void EndWithoutDisplay();
+// Call when the application is made.
+void DisplayHasAnswered();
