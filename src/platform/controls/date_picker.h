@@ -1,9 +1,14 @@
 // A date with a calendar to choose it from, shown as the region writes dates.
 //
 // It is typed part by part. A click selects its part, and what is typed takes the place of what is selected;
-// with everything selected that begins at the first part. A part that is full hands on to the next one. A day
-// that the month does not have stands while the other parts may still change, and becomes the month's last
-// day when the box is left. A year of two digits is read as everywhere else.
+// with everything selected that begins at the first part. A part that has all its digits hands on to the next
+// one. A year of two digits is read as everywhere else.
+//
+// What is typed in one go is a date in the region's form, with the region's separator, or the rest of one
+// from the selected part on, or a whole one like 2028-12-24. The key that makes it neither is refused: text
+// and date are as before that typing, there is a beep and a tip, and what is typed on is passed over until
+// another key or a click comes or the box is left. A day that the month does not have stands while the other
+// parts may still change; when the box is left with it, the date is the one of before.
 #pragma once
 
 #include <QDateEdit>
@@ -16,7 +21,7 @@ class DTPicker : public QDateEdit {
  public:
     explicit DTPicker(QWidget* parent = nullptr);
 
-    // A day at midnight; with digits still being typed, the day that they make.
+    // A day at midnight; with digits still being typed, the day that they make, if there is such a day.
     DateValue Value() const;
     // The day of `value`. The years 100 to 9999; 380 "Invalid property value" for another.
     void Value(DateValue value);
@@ -34,6 +39,8 @@ class DTPicker : public QDateEdit {
     void contextMenuEvent(QContextMenuEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     QValidator::State validate(QString& text, int& place) const override;
+    QDateTime dateTimeFromText(const QString& text) const override;
+    QString textFromDateTime(const QDateTime& moment) const override;
 
  private:
     // What the parts hold while the box is typed in; not always a day of the calendar.
@@ -46,25 +53,47 @@ class DTPicker : public QDateEdit {
         QString digits;
         qsizetype cursor;
     };
+    // What is typed in one go.
+    struct Run {
+        std::optional<Parts> before;  // what the parts held
+        Typing begin;                 // with the digits that were there already
+        QString text;                 // digits and separators
+        int part;                     // that it has come to
+        bool yearFirst = false;       // its parts come in the order of 2028-12-24
+        bool handedOn = false;        // a part is full, and its separator has not been typed
+        bool complete = false;        // the last part is full
+        bool refused = false;
+    };
 
     int PartOfSelection() const;
+    int PartOf(Section section) const;
+    int FirstOf(int part) const;
     Parts PartsNow() const;
     Parts With(const Typing& typing, Parts parts) const;
+    QString TextOf(const Parts& parts) const;
     bool AnswerKey(const QKeyEvent& event);
+    void BeginRun(const Typing& begin);
+    bool BeginsWithAYear() const;
+    bool IsOpen() const;
+    bool IsImpossible() const;
+    void TakeYearFirst();
+    void TypeCharacter(QChar character);
     void TypeDigit(QChar digit);
-    void KeepWhole(QChar character);
-    bool TakeWhole();
-    void TypeSeparator();
+    void TypeSeparator(QChar separator);
+    void HandOn();
+    void Refuse();
+    bool EndRun();
+    bool Settle();
+    void Complain();
+    void TakeBack();
     void Erase(bool before);
     void Paste(const QString& text);
     void ClosePart();
-    void Settle();
     void SelectPart(int part);
     void ShowTyping();
     void OpenCalendar();
 
     std::optional<Parts> m_parts;    // from the first digit until the box is left
     std::optional<Typing> m_typing;  // until the part is closed
-    QString m_whole;                 // what is typed over a whole selection
-    bool m_handedOn = false;         // the separator behind a full part has been taken care of
+    std::optional<Run> m_run;        // until another key or a click comes or the box is left
 };
