@@ -14,8 +14,7 @@
 #include "app/Global.h"
 #include "app/MenuHandlers.h"
 #include "app/Menus.h"
-#include "desktop/DeskWindows.h"
-#include "desktop/frmDesk.h"
+#include "desktop/DeskMenus.h"
 #include "platform/clock.h"
 #include "platform/controls/common_dialog.h"
 #include "platform/convert.h"
@@ -64,7 +63,7 @@ frmMain::frmMain()
     BuildMenus();
     connect(m_menus.at("mnuWin"), &QMenu::aboutToShow, this, &frmMain::ListChildWindows);
     for (const char* menu : {"mnuTools", "mnuViewType"}) {
-        connect(m_menus.at(menu), &QMenu::aboutToShow, this, &frmMain::ShowWhatIsOpen);
+        connect(m_menus.at(menu), &QMenu::aboutToShow, this, &GreyDeskEntries);
     }
     const QIcon icon(":/images/logo.svg");
     setWindowIcon(icon);
@@ -139,16 +138,6 @@ void frmMain::ListChildWindows() {
         connect(entry, &QAction::triggered, window, [window] { ChildArea::Activate(*window->widget()); });
         m_windowEntries.push_back(entry);
     }
-}
-
-// Entries that act on the active Desktop window, or on what is selected there, are grey while that is
-// missing: all that they could do is to end in an error.
-void frmMain::ShowWhatIsOpen() {
-    const frmDesk* desk = FindDesk(Global::DeskIndex);
-    for (const char* entry : {"mnuAdd", "mnuIcons", "mnuViewList", "mnuDetails"}) {
-        EntryEnabled(entry, desk != nullptr);
-    }
-    EntryEnabled("mnuDesign", desk != nullptr && desk->lsvDesk->HasSelection());
 }
 
 void frmMain::MDIForm_Load() {
@@ -243,6 +232,7 @@ void frmMain::PopupMenu(const std::string& menu) {
 }
 
 void frmMain::PopupMenu(const std::string& menu, int x, int y) {
+    GreyDeskEntries();
     ClickEntry(menu);  // some menus have a handler of their own
     m_menus.at(menu)->popup({x, y});
 }

@@ -12,6 +12,7 @@ class ItemEvents {
                                 QPoint place) = 0;  // in the view's viewport; see MouseButtonNumber
     virtual void KeyPressed(int keyCode) = 0;       // before the view does anything about it
     virtual void EditAsked() {}                     // F2
+    virtual void ClickedBeside() {}                 // and the selection is gone, where that takes it away
 };
 
 // 1 left, 2 right, 4 middle.

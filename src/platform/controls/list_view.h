@@ -78,6 +78,8 @@ class ListView : public QWidget, private ItemEvents {
     // On an item, by mouse, or by moving to it with the keyboard: one is selected then. A click beside all
     // items takes the selection away and is no Click.
     void Click();
+    // A click beside all items has taken the selection away, or the list was emptied.
+    void Deselected();
     void DblClick();  // on an item, or Enter
     // Qt::MouseButton as 1 left, 2 right, 4 middle; place in the list's own coordinates. The item there is
     // selected already; there may be none. Menu and Shift+F10 come as button 2 at the selected item.
@@ -98,6 +100,7 @@ class ListView : public QWidget, private ItemEvents {
     void ButtonReleased(int button, QPoint place) override;
     void KeyPressed(int keyCode) override;
     void EditAsked() override;
+    void ClickedBeside() override;
 
     void BuildIcons();
     void BuildTable();
