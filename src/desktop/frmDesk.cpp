@@ -163,8 +163,7 @@ void frmDesk::Form_Load() {
 }
 
 void frmDesk::SetFirstSize() {
-    QWidget& window = ChildArea::WindowOf(*this);
-    window.resize(Pixels(WindowWidth), Pixels(WindowHeight));
+    ChildArea::GiveSize(*this, {Pixels(WindowWidth), Pixels(WindowHeight)});
     if (Global::DeskCount == 1) {
         ChildArea::WindowOf(*this).move(Pixels(1), Pixels(1));
     }
@@ -243,6 +242,12 @@ std::string frmDesk::SelectedKey() const {
 
 void frmDesk::EnableButton(int index, bool enabled) {
     Toolbar1->Buttons()(index).Enabled(enabled);
+    if (index == PreviewButton) {
+        m_preview = enabled;
+    } else if (index == DesignButton) {
+        m_design = enabled;
+    }
+    ShowButtons();
 }
 
 // With its title bar: a window that waits is not closed either. What had the focus gets it back.

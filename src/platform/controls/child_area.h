@@ -19,6 +19,8 @@ class ChildArea : public QMdiArea {
     // is none.
     static QWidget& WindowOf(QWidget& form);
 
+    // Gives the form's window its size, in pixels, and keeps that as its own.
+    static void GiveSize(QWidget& form, QSize size);
     // Move the form's window, which has its size already. A form that is no child window, and a maximised
     // one, stay where they are.
     static void PlaceFree(QWidget& form);
@@ -26,8 +28,8 @@ class ChildArea : public QMdiArea {
     // Bring the form's window before the others, out of its icon if it is one.
     static void Activate(QWidget& form);
 
-    // One title bar below and beside the one before, the topmost last. The windows keep their sizes as far as
-    // the frame has the room; icons stay.
+    // One title bar below and beside the one before, the topmost last. The windows have their own sizes again
+    // as far as the frame has the room; icons stay.
     void Cascade();
     // Lines the minimised windows up along the bottom edge.
     void ArrangeIcons();
@@ -35,5 +37,6 @@ class ChildArea : public QMdiArea {
  private:
     static QMdiSubWindow* ChildOf(const QWidget& form);  // null: none
     QSize Room(const QMdiSubWindow& window) const;
+    static QSize OwnSize(const QMdiSubWindow& window);  // what it has when it was given none
     bool IsFree(QPoint corner, const QMdiSubWindow& window) const;
 };
