@@ -13,6 +13,8 @@
 
 #include "app/MenuHandlers.h"
 #include "app/Menus.h"
+
+#include "desktop/DeskMenus.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/frmDesk.h"
 #include "platform/base/convert.h"
@@ -65,7 +67,7 @@ frmMain::frmMain()
     BuildMenus();
     connect(m_menus.at("mnuWin"), &QMenu::aboutToShow, this, &frmMain::ListChildWindows);
     for (const char* menu : {"mnuTools", "mnuViewType"}) {
-        connect(m_menus.at(menu), &QMenu::aboutToShow, this, &frmMain::ShowWhatIsOpen);
+        connect(m_menus.at(menu), &QMenu::aboutToShow, this, &GreyDeskEntries);
     }
     const QIcon icon(":/images/logo.svg");
     setWindowIcon(icon);
@@ -140,16 +142,6 @@ void frmMain::ListChildWindows() {
         connect(entry, &QAction::triggered, window, [window] { ChildArea::Activate(*window->widget()); });
         m_windowEntries.push_back(entry);
     }
-}
-
-// Greys out the entries that act on the active Desktop window or its selection while that is missing: they
-// could only end in an error.
-void frmMain::ShowWhatIsOpen() {
-    const frmDesk* desk = FindDesk(Global::DeskIndex);
-    for (const char* entry : {"mnuAdd", "mnuIcons", "mnuViewList", "mnuDetails"}) {
-        EntryEnabled(entry, desk != nullptr);
-    }
-    EntryEnabled("mnuDesign", desk != nullptr && desk->lsvDesk->HasSelection());
 }
 
 void frmMain::MDIForm_Load() {
@@ -244,6 +236,7 @@ void frmMain::PopupMenu(const std::string& menu) {
 }
 
 void frmMain::PopupMenu(const std::string& menu, int x, int y) {
+    GreyDeskEntries();
     ClickEntry(menu);  // some menus have a handler of their own
     m_menus.at(menu)->popup({x, y});
 }

@@ -62,7 +62,6 @@ class frmMain : public QMainWindow, public MainFrame {
     void BuildMenus();
     void AddMenu(const struct MenuRow& row);
     void ListChildWindows();
-    void ShowWhatIsOpen();
     ChildArea* m_children;
     CommonDialog* m_cd;
     QLabel* m_panels[2];

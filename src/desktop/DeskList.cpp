@@ -41,20 +41,24 @@ void frmDesk::lsvDesk_Click() {
     switch (item.Icon) {
         case desk::ScheduleItem:
             if (!item.Text().empty()) {
-                Toolbar1->Buttons()(DesignButton).Enabled(true);
-                Toolbar1->Buttons()(PreviewButton).Enabled(true);
+                m_design = m_preview = true;
             }
             break;
         case desk::FolderItem:
-            Toolbar1->Buttons()(DesignButton).Enabled(false);
-            Toolbar1->Buttons()(PreviewButton).Enabled(false);
+            m_design = m_preview = false;
             break;
         case desk::PackageReportItem:
-            Toolbar1->Buttons()(PreviewButton).Enabled(true);
+            m_preview = true;
             break;
         default:
             break;
     }
+    ShowButtons();
+}
+
+void frmDesk::lsvDesk_Deselected() {
+    m_design = m_preview = false;
+    ShowButtons();
 }
 
 void frmDesk::lsvDesk_DblClick() {

@@ -9,6 +9,27 @@
 #include "platform/contracts/clock.h"
 #include "shared/Global.h"
 
+namespace {
+
+// Entries that act on the window, and those that act on its selected item.
+constexpr const char* NeedWindow[] = {"mnuAdd",     "mnuIcons",   "mnuViewList",
+                                      "mnuDetails", "mnuDeskNew", "mnuDeskDel"};
+constexpr const char* NeedItem[] = {"mnuDesign",    "mnuDeskOpen", "mnuRename",   "mnuDeskDelfld",
+                                    "mnuDeskView",  "mnuDeskExec", "mnuDeskProp", "mnubtcRun",
+                                    "mnubtcOutput", "mnubtcPar",   "mnubtcExec",  "mnubtcDelSel"};
+
+}  // namespace
+
+void GreyDeskEntries() {
+    const frmDesk* desk = FindDesk(Global::DeskIndex);
+    for (const char* entry : NeedWindow) {
+        Global::Frame->EntryEnabled(entry, desk != nullptr);
+    }
+    for (const char* entry : NeedItem) {
+        Global::Frame->EntryEnabled(entry, desk != nullptr && desk->lsvDesk->HasSelection());
+    }
+}
+
 void mnuDeskNew_Click() {
     // The key is the same for the whole day: a second item while the first is listed is an error (sic).
     const std::string key = "New Folder" + std::to_string(desk::SecondsOfKey(Today()));
@@ -52,6 +73,10 @@ void mnuDeskProp_Click() {
     }
 }
 
+// Nobody asked for more than the menu: without a window or an item there is nothing to do.
 void mnuDeskRpt_Click() {
-    ActiveDeskForm().lsvDesk->SelectedItem().Selected(true);
+    const frmDesk* desk = FindDesk(Global::DeskIndex);
+    if (desk != nullptr && desk->lsvDesk->HasSelection()) {
+        desk->lsvDesk->SelectedItem().Selected(true);
+    }
 }

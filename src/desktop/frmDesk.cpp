@@ -9,6 +9,7 @@
 #include <iterator>
 
 #include "desktop/DeskItems.h"
+#include "desktop/DeskWindows.h"
 #include "desktop/Images.h"
 #include "execution/RunReport.h"
 #include "platform/base/convert.h"
@@ -66,6 +67,7 @@ frmDesk::frmDesk(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::f
     connect(tvwFolder, &TreeView::Click, this, &frmDesk::tvwFolder_Click);
     connect(tvwFolder, &TreeView::KeyDown, this, &frmDesk::tvwFolder_KeyDown);
     connect(lsvDesk, &ListView::Click, this, &frmDesk::lsvDesk_Click);
+    connect(lsvDesk, &ListView::Deselected, this, &frmDesk::lsvDesk_Deselected);
     connect(lsvDesk, &ListView::DblClick, this, &frmDesk::lsvDesk_DblClick);
     connect(lsvDesk, &ListView::MouseUp, this, &frmDesk::lsvDesk_MouseUp);
     connect(lsvDesk, &ListView::ColumnClick, this, &frmDesk::lsvDesk_ColumnClick);
@@ -93,9 +95,27 @@ void frmDesk::BuildToolbar() {
         const int image = static_cast<int>(&button - Buttons) + 1;
         Toolbar1->Buttons().Add(button.caption, button.tip, image);
     }
-    // They act on an item, and no item is selected yet.
-    Toolbar1->Buttons()(PreviewButton).Enabled(false);
-    Toolbar1->Buttons()(DesignButton).Enabled(false);
+    ShowButtons();
+}
+
+// The window that the handlers of the menus act on while this one is in front. Another one may have taken its
+// slot, or the slot may be empty.
+const frmDesk* frmDesk::ReachedByCommands() const {
+    return Tag.empty() ? this : FindDesk(CInt(Tag));
+}
+
+// Commands that the toolbar hands on to the menus' handlers are greyed as the menus are while these have no
+// window or item to act on.
+void frmDesk::ShowButtons() {
+    const frmDesk* reached = ReachedByCommands();
+    const bool window = reached != nullptr;
+    const bool item = reached == this || (window && reached->lsvDesk->HasSelection());
+    const int icon = lsvDesk->HasSelection() ? lsvDesk->SelectedItem().Icon : 0;
+    const bool ofPackage = icon == desk::PackageItem || icon == desk::PackageReportItem;
+    ToolBarButtons& buttons = Toolbar1->Buttons();
+    buttons(PreviewButton).Enabled(m_preview && (icon != desk::PackageReportItem || item));
+    buttons(DeleteButton).Enabled(ofPackage ? item : window || icon != desk::ScheduleItem);
+    buttons(DesignButton).Enabled(m_design && item);
 }
 
 void frmDesk::Form_Load() {
@@ -144,15 +164,15 @@ void frmDesk::Form_Load() {
 }
 
 void frmDesk::SetFirstSize() {
-    QWidget& window = ChildArea::WindowOf(*this);
-    window.resize(Pixels(WindowWidth), Pixels(WindowHeight));
+    ChildArea::GiveSize(*this, {Pixels(WindowWidth), Pixels(WindowHeight)});
     if (Global::DeskCount == 1) {
-        window.move(Pixels(1), Pixels(1));
+        ChildArea::WindowOf(*this).move(Pixels(1), Pixels(1));
     }
 }
 
 void frmDesk::Form_Activate() {
     Global::DeskIndex = CInt(Tag);
+    ShowButtons();
 }
 
 void frmDesk::Form_Unload() {
@@ -223,6 +243,12 @@ std::string frmDesk::SelectedKey() const {
 
 void frmDesk::EnableButton(int index, bool enabled) {
     Toolbar1->Buttons()(index).Enabled(enabled);
+    if (index == PreviewButton) {
+        m_preview = enabled;
+    } else if (index == DesignButton) {
+        m_design = enabled;
+    }
+    ShowButtons();
 }
 
 // Includes the title bar: a window that waits cannot be closed either. The former focus is restored.

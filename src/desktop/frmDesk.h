@@ -19,8 +19,8 @@ namespace Ui {
 class frmDesk;
 }
 
-// Numbers of toolbar buttons that are enabled and disabled.
-inline constexpr int NewPackageButton = 3, PreviewButton = 5, DesignButton = 9;
+// Numbers of toolbar buttons that are switched on and off.
+inline constexpr int NewPackageButton = 3, PreviewButton = 5, DeleteButton = 6, DesignButton = 9;
 
 class frmDesk : public QWidget, public DeskWindow {
     Q_OBJECT
@@ -63,6 +63,7 @@ class frmDesk : public QWidget, public DeskWindow {
     void tvwFolder_Click();
     void tvwFolder_KeyDown(int keyCode) { Form_KeyDown(keyCode); }
     void lsvDesk_Click();
+    void lsvDesk_Deselected();
     void lsvDesk_DblClick();
     void lsvDesk_MouseUp(int button, QPoint place);
     void lsvDesk_ColumnClick(int header);
@@ -77,6 +78,8 @@ class frmDesk : public QWidget, public DeskWindow {
 
  private:
     void BuildToolbar();
+    const frmDesk* ReachedByCommands() const;
+    void ShowButtons();
     void SetFirstSize();
     bool RunCommand(int command);  // returns false if the command stopped early; the hourglass then stays
     bool NewFolder();
@@ -91,5 +94,6 @@ class frmDesk : public QWidget, public DeskWindow {
     void OpenPackageWindow(const ListItem& item);
 
     std::unique_ptr<Ui::frmDesk> m_ui;
-    QPointer<QWidget> m_focus;  // the focus to restore when the disabled form is enabled
+    bool m_preview = false, m_design = false;  // whether the last selected item has made their buttons open
+    QPointer<QWidget> m_focus;                 // while the form is disabled: what it is to go back to
 };

@@ -114,7 +114,7 @@ void frmViewer::ShowFirst() {
     m_shown = true;
     if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()); window != nullptr) {
         connect(window, &QMdiSubWindow::aboutToActivate, this, &frmViewer::Form_Activate);
-        window->resize(Pixels(WindowWidth), Pixels(WindowHeight));
+        ChildArea::GiveSize(*this, {Pixels(WindowWidth), Pixels(WindowHeight)});
         ChildArea::PlaceFree(*this);
     }
     show();

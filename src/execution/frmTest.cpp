@@ -64,7 +64,7 @@ void frmTest::ShowWindow() {
     if (window.isMinimized() || window.isMaximized()) {
         window.showNormal();
     }
-    window.resize(Pixels(WindowWidth), Pixels(WindowHeight));
+    ChildArea::GiveSize(*this, {Pixels(WindowWidth), Pixels(WindowHeight)});
     ChildArea::PlaceAtTop(*this);
     show();
     ChildArea::Activate(*this);

@@ -15,9 +15,6 @@ namespace {
 
 class DeskCommands : public DeskTest {
  protected:
-    static bool Enabled(frmDesk& window, const char* caption) {
-        return window.Toolbar1->findChild<QToolButton*>(caption)->isEnabled();
-    }
     fakes::FakeShell shell;
 };
 
@@ -265,7 +262,7 @@ TEST_F(DeskCommands, FirstCommandLoadsTheListAnewAfterOneClickOnTheTree) {
     EXPECT_EQ(Global::FolderClicks, 0);
     EXPECT_THAT(ListedWithIcons(window), ElementsAre("1 1 Sales^1=Sales", "9 9 Pckg:1=Monthly"));
     EXPECT_EQ(window.Caption(), "Desktop");
-    EXPECT_FALSE(Enabled(window, "New Package"));
+    EXPECT_FALSE(ButtonEnabled(window, "New Package"));
     // The tree is not emptied before it is built again.
     EXPECT_EQ(prompts.boxes, (std::vector<fakes::Box>{ErrorBox(35602, "Key is not unique in collection")}));
 }
@@ -279,7 +276,7 @@ TEST_F(DeskCommands, FirstCommandDoesNothingAfterAnyOtherCountOfClicks) {
         window.ComAction(1);
         EXPECT_THAT(database.TakeStatements(), IsEmpty());
         EXPECT_EQ(Global::FolderClicks, clicks);
-        EXPECT_TRUE(Enabled(window, "New Package"));
+        EXPECT_TRUE(ButtonEnabled(window, "New Package"));
     }
 }
 
@@ -289,21 +286,21 @@ TEST_F(DeskCommands, ButtonsFollowTheSelection) {
     AddPackage("Monthly", {"1>Stock"});
     frmDesk& window = OpenRoot();
     ClickNode(window, "Desktop");
-    EXPECT_FALSE(Enabled(window, "Preview"));
-    EXPECT_FALSE(Enabled(window, "Design"));
+    EXPECT_FALSE(ButtonEnabled(window, "Preview"));
+    EXPECT_FALSE(ButtonEnabled(window, "Design"));
     ClickItem(window, "Week");
-    EXPECT_TRUE(Enabled(window, "Preview"));
-    EXPECT_TRUE(Enabled(window, "Design"));
-    ClickItem(window, "Monthly");  // leaves the buttons unchanged
-    EXPECT_TRUE(Enabled(window, "Preview"));
-    EXPECT_TRUE(Enabled(window, "Design"));
+    EXPECT_TRUE(ButtonEnabled(window, "Preview"));
+    EXPECT_TRUE(ButtonEnabled(window, "Design"));
+    ClickItem(window, "Monthly");  // leaves them as they are
+    EXPECT_TRUE(ButtonEnabled(window, "Preview"));
+    EXPECT_TRUE(ButtonEnabled(window, "Design"));
     ClickItem(window, "Sales");
-    EXPECT_FALSE(Enabled(window, "Preview"));
-    EXPECT_FALSE(Enabled(window, "Design"));
+    EXPECT_FALSE(ButtonEnabled(window, "Preview"));
+    EXPECT_FALSE(ButtonEnabled(window, "Design"));
     DoubleClickItem(window, "Monthly");
     ClickItem(Window(2), "1>Stock");
-    EXPECT_TRUE(Enabled(Window(2), "Preview"));
-    EXPECT_FALSE(Enabled(Window(2), "Design"));
+    EXPECT_TRUE(ButtonEnabled(Window(2), "Preview"));
+    EXPECT_FALSE(ButtonEnabled(Window(2), "Design"));
 }
 
 TEST_F(DeskCommands, ButtonsFollowASelectionByTheRightButton) {
@@ -313,12 +310,12 @@ TEST_F(DeskCommands, ButtonsFollowASelectionByTheRightButton) {
     ClickNode(window, "Desktop");
     ClickItem(window, "Week", Qt::RightButton);
     frame.Menu("mnuDeskRpt")->close();
-    EXPECT_TRUE(Enabled(window, "Preview"));
-    EXPECT_TRUE(Enabled(window, "Design"));
+    EXPECT_TRUE(ButtonEnabled(window, "Preview"));
+    EXPECT_TRUE(ButtonEnabled(window, "Design"));
     ClickItem(window, "Sales", Qt::RightButton);
     frame.Menu("mnuDeskFld")->close();
-    EXPECT_FALSE(Enabled(window, "Preview"));
-    EXPECT_FALSE(Enabled(window, "Design"));
+    EXPECT_FALSE(ButtonEnabled(window, "Preview"));
+    EXPECT_FALSE(ButtonEnabled(window, "Design"));
 }
 
 TEST_F(DeskCommands, CommandLeavesTheButtonsAsTheyAre) {
@@ -329,6 +326,6 @@ TEST_F(DeskCommands, CommandLeavesTheButtonsAsTheyAre) {
     prompts.answers = {vbYes};
     ClickButton(window, "Delete");
     EXPECT_THAT(Listed(window), IsEmpty());
-    EXPECT_TRUE(Enabled(window, "Preview"));
-    EXPECT_TRUE(Enabled(window, "Design"));
+    EXPECT_TRUE(ButtonEnabled(window, "Preview"));
+    EXPECT_TRUE(ButtonEnabled(window, "Design"));
 }

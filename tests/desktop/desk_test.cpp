@@ -52,6 +52,14 @@ frmDesk& DeskTest::OpenRoot() {
     return Window(Global::DeskCount);
 }
 
+frmDesk& DeskTest::OpenWithoutSlot() {
+    frmDesk& first = OpenRoot();
+    frmDesk& window = OpenRoot();
+    Close(first);
+    Close(OpenRoot());
+    return window;
+}
+
 frmDesk& DeskTest::Window(int slot) {
     return dynamic_cast<frmDesk&>(Global::DeskSlot(slot));
 }
@@ -171,6 +179,10 @@ void DeskTest::ClickButton(frmDesk& window, const char* caption) {
     auto* button = window.Toolbar1->findChild<QToolButton*>(caption);
     ASSERT_NE(button, nullptr) << caption;
     QTest::mouseClick(button, Qt::LeftButton);
+}
+
+bool DeskTest::ButtonEnabled(frmDesk& window, const char* caption) {
+    return window.Toolbar1->findChild<QToolButton*>(caption)->isEnabled();
 }
 
 void DeskTest::Key(QWidget& widget, Qt::Key key) {

@@ -35,6 +35,9 @@ class DeskTest : public testing::Test {
 
     // Opens a window of the root, as the menu does.
     frmDesk& OpenRoot();
+    // One that is on the screen and in front, while the slot of its Tag is empty: another window had taken
+    // the slot over and was closed.
+    frmDesk& OpenWithoutSlot();
     frmDesk& Window(int slot);
     // Returns the windows on the screen in the order in which they were made, in a slot or not.
     std::vector<frmDesk*> OnScreen();
@@ -52,6 +55,7 @@ class DeskTest : public testing::Test {
     static void ClickNode(frmDesk& window, const std::string& text);
     static void ClickBesideAll(frmDesk& window);
     static void ClickButton(frmDesk& window, const char* caption);
+    static bool ButtonEnabled(frmDesk& window, const char* caption);
     static void Key(QWidget& widget, Qt::Key key);
     static QLineEdit* Editor(frmDesk& window);  // of the edited label; null: none
     // Edits the selected item's text: F2, the text, Enter.

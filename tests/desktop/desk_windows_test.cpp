@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "desk_test.h"
+#include "execution/Preview.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -199,10 +200,57 @@ TEST_F(DeskWindows, CascadeKeepsTheSizesAndShowsEveryTitleTheTopmostWhole) {
     EXPECT_GT(places[0].top(), places[2].top());
 }
 
-TEST_F(DeskWindows, CascadeBringsAWindowThatIsLargerThanTheFrameIntoIt) {
-    OpenRoot().parentWidget()->resize(3000, 2000);
+TEST_F(DeskWindows, CascadeGivesEveryWindowItsOwnSizeAgain) {
+    OpenRoot();
+    OpenRoot();
+    ClickEntry("mnuView");
+    const auto sizes = [this] {
+        std::vector<QSize> found;
+        for (const QMdiSubWindow* window : frame.Children().subWindowList()) {
+            found.push_back(window->size());
+        }
+        return found;
+    };
+    const std::vector<QSize> own = sizes();
+    ASSERT_NE(own[0], own[2]);
+    ClickEntry("mnuTile");
+    QApplication::processEvents();
+    ASSERT_NE(sizes()[0], own[0]);
+    ClickEntry("mnuCasc");
+    QApplication::processEvents();
+    EXPECT_EQ(sizes(), own);
+    Window(1).parentWidget()->resize(3000, 2000);
+    ClickEntry("mnuCasc");
+    EXPECT_EQ(sizes(), own);
+}
+
+TEST_F(DeskWindows, CascadeFitsAWindowThatIsLargerThanTheFrameIntoIt) {
+    OpenRoot();
+    frame.resize(500, 400);
+    QApplication::processEvents();
     ClickEntry("mnuCasc");
     EXPECT_EQ(Window(1).parentWidget()->geometry(), frame.Children().viewport()->rect());
+}
+
+TEST_F(DeskWindows, KeysThatCloseAWindowCloseEveryKind) {
+    const auto close = [this](Qt::Key key) {
+        QApplication::processEvents();
+        const auto count = frame.Children().subWindowList().size();
+        QTest::keyClick(QApplication::focusWidget(), key, Qt::ControlModifier);
+        QApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return frame.Children().subWindowList().size() == count - 1;
+    };
+    for (const Qt::Key key : {Qt::Key_W, Qt::Key_F4}) {
+        OpenRoot();
+        EXPECT_TRUE(close(key)) << "Desktop";
+        ClickEntry("mnuView");
+        EXPECT_TRUE(close(key)) << "history";
+        engine.reports["sales"] = {};
+        Global::OpenReport("sales");
+        Global::ShowPreview();
+        EXPECT_TRUE(close(key)) << "preview";
+    }
 }
 
 TEST_F(DeskWindows, TiledWindowsShareTheFrameAndCascadeLeavesIcons) {

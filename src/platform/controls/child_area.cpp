@@ -6,8 +6,10 @@
 
 namespace {
 
-// Corners of windows, none of which covers the title bar of an earlier one: along the diagonal, then along
-// the diagonals next to it, and once the space is used up, along the first one beyond the frame.
+constexpr const char* OwnSizeProperty = "ownSize";
+
+// Corners of windows, one after another, of which none covers the title of one before: down the diagonal,
+// then down the diagonals beside it, and when the room is used up on along the first one, out of the frame.
 class Corners {
  public:
     Corners(QSize room, int step)
@@ -83,6 +85,17 @@ bool ChildArea::IsFree(QPoint corner, const QMdiSubWindow& window) const {
     });
 }
 
+void ChildArea::GiveSize(QWidget& form, QSize size) {
+    QWidget& window = WindowOf(form);
+    window.resize(size);
+    window.setProperty(OwnSizeProperty, size);
+}
+
+QSize ChildArea::OwnSize(const QMdiSubWindow& window) {
+    const QVariant own = window.property(OwnSizeProperty);
+    return own.isValid() ? own.toSize() : window.size();
+}
+
 void ChildArea::PlaceFree(QWidget& form) {
     QMdiSubWindow* window = ChildOf(form);
     const ChildArea* area = Of(form);
@@ -136,7 +149,7 @@ void ChildArea::Cascade() {
         if (window->isMaximized()) {
             window->showNormal();
         }
-        window->resize(window->size().boundedTo(viewport()->size()));
+        window->resize(OwnSize(*window).boundedTo(viewport()->size()));
         Corners corners(Room(*window), TitleHeight(*window));
         QPoint corner = corners.Next();
         for (int before = 0; before < number; ++before) {

@@ -20,15 +20,17 @@ class ChildArea : public QMdiArea {
     // if there is none.
     static QWidget& WindowOf(QWidget& form);
 
-    // Move the form's window, which must have its size. A form without a child window and a maximised one
-    // stay where they are.
+    // Gives the form's window its size, in pixels, and keeps that as its own.
+    static void GiveSize(QWidget& form, QSize size);
+    // Move the form's window, which has its size already. A form that is no child window, and a maximised
+    // one, stay where they are.
     static void PlaceFree(QWidget& form);
     static void PlaceAtTop(QWidget& form);  // next to the title bars of other windows, if there is space
     // Brings the form's window to the front and restores it if it is minimised.
     static void Activate(QWidget& form);
 
-    // Places each window one title bar below and to the right of the one before; the topmost window comes
-    // last. Windows keep their sizes as far as the frame has the space. Minimised windows stay.
+    // One title bar below and beside the one before, the topmost last. The windows have their own sizes again
+    // as far as the frame has the room; icons stay.
     void Cascade();
     // Lines up the minimised windows along the bottom edge.
     void ArrangeIcons();
@@ -36,5 +38,6 @@ class ChildArea : public QMdiArea {
  private:
     static QMdiSubWindow* ChildOf(const QWidget& form);  // null if there is none
     QSize Room(const QMdiSubWindow& window) const;
+    static QSize OwnSize(const QMdiSubWindow& window);  // what it has when it was given none
     bool IsFree(QPoint corner, const QMdiSubWindow& window) const;
 };

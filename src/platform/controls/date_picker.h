@@ -1,9 +1,14 @@
 // A date box with a calendar. It shows the date as the region writes it.
 //
-// The date is typed part by part. A click selects a part, and typed digits replace the selection; if
-// everything is selected, they begin with the first part. A full part passes on to the next one. A day that
-// the month does not have stays while the other parts can still change; when the box loses the focus it
-// becomes the last day of the month. A year with two digits is read as everywhere else.
+// It is typed part by part. A click selects its part, and what is typed takes the place of what is selected;
+// with everything selected that begins at the first part. A part that has all its digits hands on to the next
+// one. A year of two digits is read as everywhere else.
+//
+// What is typed in one go is a date in the region's form, with the region's separator, or the rest of one
+// from the selected part on, or a whole one like 2028-12-24. The key that makes it neither is refused: text
+// and date are as before that typing, there is a beep and a tip, and what is typed on is passed over until
+// another key or a click comes or the box is left. A day that the month does not have stands while the other
+// parts may still change; when the box is left with it, the date is the one of before.
 #pragma once
 
 #include <QDateEdit>
@@ -16,7 +21,7 @@ class DTPicker : public QDateEdit {
  public:
     explicit DTPicker(QWidget* parent = nullptr);
 
-    // Returns a day at midnight. While digits are typed, it is the day that they make.
+    // A day at midnight; with digits still being typed, the day that they make, if there is such a day.
     DateValue Value() const;
     // Sets the day of `value`. Raises 380 "Invalid property value" for a year outside 100 to 9999.
     void Value(DateValue value);
@@ -34,6 +39,8 @@ class DTPicker : public QDateEdit {
     void contextMenuEvent(QContextMenuEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     QValidator::State validate(QString& text, int& place) const override;
+    QDateTime dateTimeFromText(const QString& text) const override;
+    QString textFromDateTime(const QDateTime& moment) const override;
 
  private:
     // The values of the parts while the user types; they need not be a day of the calendar.
@@ -46,25 +53,47 @@ class DTPicker : public QDateEdit {
         QString digits;
         qsizetype cursor;
     };
+    // What is typed in one go.
+    struct Run {
+        std::optional<Parts> before;  // what the parts held
+        Typing begin;                 // with the digits that were there already
+        QString text;                 // digits and separators
+        int part;                     // that it has come to
+        bool yearFirst = false;       // its parts come in the order of 2028-12-24
+        bool handedOn = false;        // a part is full, and its separator has not been typed
+        bool complete = false;        // the last part is full
+        bool refused = false;
+    };
 
     int PartOfSelection() const;
+    int PartOf(Section section) const;
+    int FirstOf(int part) const;
     Parts PartsNow() const;
     Parts With(const Typing& typing, Parts parts) const;
+    QString TextOf(const Parts& parts) const;
     bool AnswerKey(const QKeyEvent& event);
+    void BeginRun(const Typing& begin);
+    bool BeginsWithAYear() const;
+    bool IsOpen() const;
+    bool IsImpossible() const;
+    void TakeYearFirst();
+    void TypeCharacter(QChar character);
     void TypeDigit(QChar digit);
-    void KeepWhole(QChar character);
-    bool TakeWhole();
-    void TypeSeparator();
+    void TypeSeparator(QChar separator);
+    void HandOn();
+    void Refuse();
+    bool EndRun();
+    bool Settle();
+    void Complain();
+    void TakeBack();
     void Erase(bool before);
     void Paste(const QString& text);
     void ClosePart();
-    void Settle();
     void SelectPart(int part);
     void ShowTyping();
     void OpenCalendar();
 
     std::optional<Parts> m_parts;    // from the first digit until the box loses the focus
     std::optional<Typing> m_typing;  // until the part is closed
-    QString m_whole;                 // text typed over a whole selection
-    bool m_handedOn = false;         // a separator after the full part is to be ignored
+    std::optional<Run> m_run;        // until another key or a click comes or the box is left
 };

@@ -2,12 +2,37 @@
 
 #include <QCalendarWidget>
 #include <QClipboard>
+#include <QDialog>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QToolTip>
 #include <tuple>
 
 #include "platform/contracts/regional.h"
 #include "shown_form.h"
 #include "support/raises.h"
+
+namespace {
+
+constexpr RegionalSettings Plain{DateOrder::YearMonthDay, '-'}, American{DateOrder::MonthDayYear, '/'},
+    German{DateOrder::DayMonthYear, '.'}, Dutch{DateOrder::DayMonthYear, '-'};
+
+// As a hand does it on a keyboard where the slash is a shifted key.
+void TypeByHand(const char* text) {
+    QWidget* box = QApplication::focusWidget();
+    for (const char* letter = text; *letter != '\0'; ++letter) {
+        const bool shifted = *letter == '/';
+        if (shifted) {
+            QTest::keyPress(box, Qt::Key_Shift, Qt::ShiftModifier);
+        }
+        QTest::keyClick(box, *letter, shifted ? Qt::ShiftModifier : Qt::NoModifier);
+        if (shifted) {
+            QTest::keyRelease(box, Qt::Key_Shift);
+        }
+    }
+}
+
+}  // namespace
 
 class Date : public testing::Test {
  protected:
@@ -24,6 +49,7 @@ class Date : public testing::Test {
         SetRegional(region);
         picker = std::make_unique<DTPicker>();
         form.Show(picker.get());
+        form.activateWindow();
         picker->setFocus();
     }
     QLineEdit& Edit() const { return *picker->findChild<QLineEdit*>(); }
@@ -39,6 +65,26 @@ class Date : public testing::Test {
     }
     void ClickAt(int letter) const {
         QTest::mouseClick(&Edit(), Qt::LeftButton, {}, PlaceOf(letter), 600);  // no double click
+    }
+
+    // The ways to begin at the first part.
+    void Begin(int way) const {
+        switch (way) {
+            case 0:
+                Press(Qt::Key_A, Qt::ControlModifier);
+                break;
+            case 1:
+                Press(Qt::Key_Home);
+                break;
+            default:
+                ClickAt(1);
+                break;
+        }
+    }
+    static constexpr int WaysToBegin = 3;
+    void Leave() {
+        other.setFocus();
+        QApplication::processEvents();
     }
 
     ShownForm form;
@@ -67,52 +113,147 @@ TEST_F(Date, OutsideItsRangeIsRefused) {
     EXPECT_EQ(picker->Value(), DateSerial(2003, 5, 1));
 }
 
-TEST_F(Date, IsTypedOverEverythingInEveryRegionsForm) {
+TEST_F(Date, IsTypedInTheRegionsFormOrYearFirstFromItsBeginning) {
     struct Case {
         RegionalSettings region;
         DateValue from;
         const char* typed;
         DateValue day;
     };
-    const RegionalSettings plain{DateOrder::YearMonthDay, '-'}, american{DateOrder::MonthDayYear, '/'},
-        german{DateOrder::DayMonthYear, '.'};
     const std::vector<Case> cases = {
-        {plain, DateSerial(2026, 11, 22), "2028-01-02", DateSerial(2028, 1, 2)},
-        {plain, DateSerial(2026, 5, 31), "2028-02-29", DateSerial(2028, 2, 29)},
-        {plain, DateSerial(2026, 5, 31), "28-2-9", DateSerial(2028, 2, 9)},
-        {plain, DateSerial(2003, 5, 1), "30001231", DateSerial(3000, 12, 31)},
-        {american, DateSerial(2026, 11, 22), "07/03/2026", DateSerial(2026, 7, 3)},
-        {american, DateSerial(2026, 5, 10), "02/29/2028", DateSerial(2028, 2, 29)},
-        {american, DateSerial(2026, 5, 10), "1/3/2028", DateSerial(2028, 1, 3)},
-        {american, DateSerial(2026, 11, 22), "2028-01-02", DateSerial(2028, 1, 2)},
-        {german, DateSerial(2026, 11, 22), "2028-12-24", DateSerial(2028, 12, 24)},
-        {german, DateSerial(2026, 11, 22), "24.12.2028", DateSerial(2028, 12, 24)},
-        {german, DateSerial(2026, 2, 10), "31.12.2028", DateSerial(2028, 12, 31)},
-        {german, DateSerial(2026, 5, 31), "29.02.2028", DateSerial(2028, 2, 29)},
-        {german, DateSerial(2026, 5, 31), "7.3.28", DateSerial(2028, 3, 7)},
-        {german, DateSerial(2026, 5, 31), "1/2/99", DateSerial(1999, 2, 1)},
+        {Plain, DateSerial(2026, 11, 22), "2028-01-02", DateSerial(2028, 1, 2)},
+        {Plain, DateSerial(2026, 5, 31), "2028-02-29", DateSerial(2028, 2, 29)},
+        {Plain, DateSerial(2026, 5, 31), "28-2-9", DateSerial(2028, 2, 9)},
+        {Plain, DateSerial(2003, 5, 1), "30001231", DateSerial(3000, 12, 31)},
+        {American, DateSerial(2026, 11, 22), "07/03/2026", DateSerial(2026, 7, 3)},
+        {American, DateSerial(2026, 5, 10), "02/29/2028", DateSerial(2028, 2, 29)},
+        {American, DateSerial(2026, 5, 10), "1/3/2028", DateSerial(2028, 1, 3)},
+        {American, DateSerial(2026, 11, 22), "2028-01-02", DateSerial(2028, 1, 2)},
+        {American, DateSerial(2026, 11, 22), "1228-1-2", DateSerial(1228, 1, 2)},
+        {German, DateSerial(2026, 11, 22), "2028-12-24", DateSerial(2028, 12, 24)},
+        {German, DateSerial(2026, 11, 22), "2012-01-02", DateSerial(2012, 1, 2)},
+        {German, DateSerial(2026, 11, 22), "2028-1-2", DateSerial(2028, 1, 2)},
+        {German, DateSerial(2026, 11, 22), "24.12.2028", DateSerial(2028, 12, 24)},
+        {German, DateSerial(2026, 11, 22), "24122028", DateSerial(2028, 12, 24)},
+        {German, DateSerial(2026, 2, 10), "31.12.2028", DateSerial(2028, 12, 31)},
+        {German, DateSerial(2026, 5, 31), "29.02.2028", DateSerial(2028, 2, 29)},
+        {German, DateSerial(2026, 5, 31), "7.3.28", DateSerial(2028, 3, 7)},
+        {German, DateSerial(2026, 5, 31), "24", DateSerial(2026, 5, 24)},
+        {Dutch, DateSerial(2026, 11, 22), "24-12-2028", DateSerial(2028, 12, 24)},
+        {Dutch, DateSerial(2026, 11, 22), "2012-01-02", DateSerial(2012, 1, 2)},
     };
     for (const auto& [region, from, typed, day] : cases) {
-        Renew(region);
-        picker->Value(from);
-        Press(Qt::Key_A, Qt::ControlModifier);
-        Type(typed);
-        EXPECT_EQ(picker->Value(), day) << typed;
-        other.setFocus();
-        EXPECT_EQ(picker->Value(), day) << typed;
-        EXPECT_EQ(picker->date(), QDate(Split(day).year, Split(day).month, Split(day).day)) << typed;
+        for (int way = 0; way < WaysToBegin; ++way) {
+            Renew(region);
+            picker->Value(from);
+            Begin(way);
+            TypeByHand(typed);
+            EXPECT_EQ(picker->Value(), day) << typed << " " << way;
+            Leave();
+            EXPECT_EQ(picker->Value(), day) << typed << " " << way;
+            EXPECT_EQ(picker->date(), QDate(Split(day).year, Split(day).month, Split(day).day)) << typed;
+        }
     }
 }
 
-TEST_F(Date, IsTypedFromItsBeginningAfterHome) {
-    for (const auto& [region, typed] :
-         {std::pair(RegionalSettings{DateOrder::DayMonthYear, '.'}, "24.12.2028"),
-          {RegionalSettings{DateOrder::YearMonthDay, '-'}, "2028-12-24"}}) {
-        Renew(region);
+TEST_F(Date, InAnotherFormOrThatThereIsNotIsRefused) {
+    const std::vector<std::pair<RegionalSettings, std::vector<const char*>>> cases = {
+        {Plain,
+         {"24.12.2028", "12/24/2028", "24/12/2028", "24-12-2028", "12-24-2028", "2028/12/24", "2028.12.24",
+          "1999-99-99", "2026-13-01", "2026-00-10", "2026-02-31", "0099-01-02", "2028-12-241",
+          "2028-12-24-"}},
+        {American,
+         {"24.12.2028", "12.24.2028", "24/12/2028", "13/01/2028", "12-24-2028", "2028/01/02", "2028.01.02",
+          "02/30/2028", "1999-99-99", "2028-13-01", "2028-02-30", "2028-01", "2028", "20281224"}},
+        {German,
+         {"12/24/2028", "24/12/2028", "1/2/99", "24-12-2028", "12.24.2028", "31.02.2027", "2028.12.24",
+          "2028/12/24", "1999-99-99", "2028-13-01", "2028-02-30", "2028-12", "2012-12", "2012-2012",
+          "24.12.20281", "00.12.2028", "24 12 2028"}},
+        {Dutch, {"24.12.2028", "12-24-2028", "2012-12.24", "31-02-2027"}},
+    };
+    const DateValue before = DateSerial(2026, 11, 22);
+    for (const auto& [region, texts] : cases) {
+        for (const char* typed : texts) {
+            for (int way = 0; way < WaysToBegin; ++way) {
+                Renew(region);
+                picker->Value(before);
+                const QString shown = picker->text();
+                Begin(way);
+                TypeByHand(typed);
+                Leave();
+                EXPECT_EQ(picker->Value(), before) << typed << " " << way;
+                EXPECT_EQ(picker->text(), shown) << typed << " " << way;
+            }
+        }
+    }
+}
+
+TEST_F(Date, RefusalShowsTheDateOfBeforeAtOnceAndSaysWhichFormsThereAre) {
+    Renew(German);
+    picker->Value(DateSerial(2026, 11, 22));
+    Press(Qt::Key_A, Qt::ControlModifier);
+    TypeByHand("12/");
+    QApplication::processEvents();
+    EXPECT_EQ(picker->text(), "22.11.2026");
+    EXPECT_EQ(picker->Value(), DateSerial(2026, 11, 22));
+    EXPECT_TRUE(QToolTip::isVisible());
+    EXPECT_TRUE(QToolTip::text().contains("22.11.2026"));
+    EXPECT_TRUE(QToolTip::text().contains("2026-11-22"));
+    QToolTip::hideText();
+}
+
+TEST_F(Date, IsTypedAnewAfterARefusalByAnyOtherKeyOrAClick) {
+    for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Backspace, Qt::Key_unknown}) {
+        Renew(German);
         picker->Value(DateSerial(2026, 11, 22));
         Press(Qt::Key_Home);
-        Type(typed);
-        EXPECT_EQ(picker->Value(), DateSerial(2028, 12, 24)) << typed;
+        TypeByHand("12/24/2028");
+        if (key == Qt::Key_unknown) {
+            ClickAt(1);
+        } else {
+            Press(key);
+        }
+        TypeByHand("24.12.2028");
+        EXPECT_EQ(picker->Value(), DateSerial(2028, 12, 24)) << key;
+    }
+}
+
+TEST_F(Date, BackspaceTakesBackWhatWasTypedAlsoInThePartBefore) {
+    for (const char* typed : {"2038", "3028", "2028-1", "2028-12-25"}) {
+        for (const RegionalSettings& region : {German, American}) {
+            Renew(region);
+            picker->Value(DateSerial(2026, 11, 22));
+            Press(Qt::Key_Home);
+            TypeByHand(typed);
+            for (const char* letter = typed; *letter != '\0'; ++letter) {
+                Press(Qt::Key_Backspace);
+            }
+            TypeByHand("2028-12-24");
+            EXPECT_EQ(picker->Value(), DateSerial(2028, 12, 24)) << typed;
+        }
+    }
+}
+
+TEST_F(Date, EnterOnOneThatIsRefusedDoesNotLeaveTheDialog) {
+    for (const char* typed : {"2026-02-31", "24.12.2028"}) {
+        QDialog dialog;
+        auto* box = new DTPicker(&dialog);
+        auto* accept = new QPushButton("OK", &dialog);
+        accept->setDefault(true);
+        QObject::connect(accept, &QPushButton::clicked, &dialog, &QDialog::accept);
+        box->Value(DateSerial(2026, 11, 22));
+        dialog.show();
+        dialog.activateWindow();
+        box->setFocus();
+        QApplication::processEvents();
+        Press(Qt::Key_Home);
+        TypeByHand(typed);
+        Press(Qt::Key_Return);
+        ASSERT_TRUE(dialog.isVisible()) << typed;
+        EXPECT_EQ(box->text(), "2026-11-22") << typed;
+        Press(Qt::Key_Return);
+        EXPECT_FALSE(dialog.isVisible()) << typed;
+        EXPECT_EQ(box->Value(), DateSerial(2026, 11, 22)) << typed;
     }
 }
 
@@ -142,7 +283,7 @@ TEST_F(Date, DoubleClickSelectsItsPartToo) {
     picker->Value(DateSerial(2026, 11, 22));
     QTest::mouseDClick(&Edit(), Qt::LeftButton, {}, PlaceOf(9));
     EXPECT_EQ(Selected(), "22");
-    Type("5.");
+    Type("5");
     EXPECT_EQ(picker->Value(), DateSerial(2026, 11, 5));
 }
 
@@ -199,15 +340,36 @@ TEST_F(Date, PartLeftEmptyOrImpossibleIsAsItWas) {
     EXPECT_EQ(picker->text(), "2026-11-22");
 }
 
-TEST_F(Date, DayThatTheMonthLacksBecomesItsLastOneWhenTheBoxIsLeft) {
+TEST_F(Date, DayThatTheMonthLacksMayStandWhileTheOthersChange) {
+    for (const Qt::Key key : {Qt::Key_unknown, Qt::Key_Left}) {
+        picker->setFocus();
+        picker->Value(DateSerial(2026, 2, 10));
+        ClickAt(9);
+        Type("31");
+        EXPECT_EQ(picker->text(), "2026-02-31");
+        EXPECT_EQ(picker->Value(), DateSerial(2026, 2, 10));
+        if (key == Qt::Key_unknown) {
+            ClickAt(6);
+        } else {
+            Press(key, Qt::ControlModifier);
+        }
+        EXPECT_EQ(picker->text(), "2026-02-31");
+        Type("12");
+        EXPECT_EQ(picker->text(), "2026-12-31");
+        EXPECT_EQ(picker->Value(), DateSerial(2026, 12, 31));
+        Leave();
+        EXPECT_EQ(picker->text(), "2026-12-31");
+    }
+}
+
+TEST_F(Date, DayThatTheMonthLacksLeavesTheDateAsItWas) {
     picker->Value(DateSerial(2026, 2, 10));
     ClickAt(9);
     Type("31");
-    EXPECT_EQ(picker->text(), "2026-02-31");
-    EXPECT_EQ(picker->Value(), DateSerial(2026, 2, 28));
-    other.setFocus();
-    EXPECT_EQ(picker->text(), "2026-02-28");
-    EXPECT_EQ(picker->Value(), DateSerial(2026, 2, 28));
+    EXPECT_EQ(picker->Value(), DateSerial(2026, 2, 10));
+    Leave();
+    EXPECT_EQ(picker->text(), "2026-02-10");
+    EXPECT_EQ(picker->Value(), DateSerial(2026, 2, 10));
 }
 
 TEST_F(Date, IsWhatWasTypedSoFarWithoutLeavingIt) {

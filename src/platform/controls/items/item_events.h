@@ -12,6 +12,7 @@ class ItemEvents {
     virtual void ButtonReleased(int button, QPoint place) = 0;
     virtual void KeyPressed(int keyCode) = 0;  // before the view handles the key
     virtual void EditAsked() {}                // F2 was pressed
+    virtual void ClickedBeside() {}  // a click on an empty place; the selection is gone where that clears it
 };
 
 // 1 left, 2 right, 4 middle.

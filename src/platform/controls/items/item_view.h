@@ -46,6 +46,7 @@ class ItemView : public View {
         m_toggled = false;
         if (!m_pressed.isValid() && m_besideDeselects) {
             this->clearSelection();
+            m_events.ClickedBeside();
         }
         View::mousePressEvent(event);
     }

@@ -53,15 +53,15 @@ void ListModel::Remove(ListItem& item) {
 }
 
 void ListModel::Clear() {
-    if (m_items.empty()) {
-        return;
+    if (!m_items.empty()) {
+        m_selection.setCurrentIndex({}, QItemSelectionModel::Clear);
+        beginRemoveRows({}, 0, Count() - 1);
+        m_byKey.clear();
+        m_items.clear();
+        m_disordered = false;
+        endRemoveRows();
     }
-    m_selection.setCurrentIndex({}, QItemSelectionModel::Clear);
-    beginRemoveRows({}, 0, Count() - 1);
-    m_byKey.clear();
-    m_items.clear();
-    m_disordered = false;
-    endRemoveRows();
+    emit Cleared();
 }
 
 // Views select a neighbour of a removed selected item; here the neighbour only gets the focus.

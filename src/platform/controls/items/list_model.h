@@ -55,6 +55,9 @@ class ListModel : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
+ signals:
+    void Cleared();  // empty or not before
+
  private:
     void OrderLost();
     void MoveFocusFrom(int row);

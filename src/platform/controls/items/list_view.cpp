@@ -53,6 +53,7 @@ ListView::ListView(QWidget* parent)
                 m_model->Selection().setCurrentIndex(now.siblingAtColumn(0), QItemSelectionModel::NoUpdate);
             }
         });
+    connect(m_model.get(), &ListModel::Cleared, this, &ListView::Deselected);
     connect(m_model.get(), &QAbstractItemModel::columnsInserted, this, &ListView::FitColumnsSoon);
     connect(m_model.get(), &QAbstractItemModel::headerDataChanged, this, &ListView::FitColumnsSoon);
     View(IconView);
@@ -299,6 +300,10 @@ void ListView::ButtonReleased(int button, QPoint place) {
 
 void ListView::KeyPressed(int keyCode) {
     emit KeyDown(keyCode);
+}
+
+void ListView::ClickedBeside() {
+    emit Deselected();
 }
 
 void ListView::EditAsked() {

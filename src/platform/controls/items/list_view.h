@@ -79,9 +79,11 @@ class ListView : public QWidget, private ItemEvents {
     // An item was selected by the mouse or the keyboard. A click outside all items clears the selection and
     // emits no Click.
     void Click();
-    void DblClick();  // a double click on an item, or Enter
-    // `button` is 1 left, 2 right, 4 middle; `place` is in the list's coordinates. The item there, if any, is
-    // already selected. The Menu key and Shift+F10 come as button 2 at the selected item.
+    // A click beside all items has taken the selection away, or the list was emptied.
+    void Deselected();
+    void DblClick();  // on an item, or Enter
+    // Qt::MouseButton as 1 left, 2 right, 4 middle; place in the list's own coordinates. The item there is
+    // selected already; there may be none. Menu and Shift+F10 come as button 2 at the selected item.
     void MouseUp(int button, QPoint place);
     void ColumnClick(int header);  // from 1
     void KeyDown(int keyCode);     // see KeyCode; emitted before the list handles the key
@@ -98,6 +100,7 @@ class ListView : public QWidget, private ItemEvents {
     void ButtonReleased(int button, QPoint place) override;
     void KeyPressed(int keyCode) override;
     void EditAsked() override;
+    void ClickedBeside() override;
 
     void BuildIcons();
     void BuildTable();

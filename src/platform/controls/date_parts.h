@@ -1,0 +1,52 @@
+// Year, month and day as they are typed.
+#pragma once
+
+#include <QDate>
+#include <QDateTimeEdit>
+#include <QString>
+
+namespace date_parts {
+
+inline constexpr int FirstYear = 100, LastYear = 9999, Months = 12, LongestMonth = 31;
+
+inline bool IsDigit(QChar letter) {
+    return letter >= '0' && letter <= '9';
+}
+
+inline int PlacesOf(QDateTimeEdit::Section section) {
+    return section == QDateTimeEdit::YearSection ? 4 : 2;
+}
+
+inline int LargestOf(QDateTimeEdit::Section section) {
+    return section == QDateTimeEdit::YearSection    ? LastYear
+           : section == QDateTimeEdit::MonthSection ? Months
+                                                    : LongestMonth;
+}
+
+// A year of one or two digits lies in the century that conversions take it for.
+inline int NumberOf(QDateTimeEdit::Section section, const QString& digits) {
+    constexpr int ShortYear = 2, FirstOfLastCentury = 30, LastCentury = 1900, ThisCentury = 2000;
+    const int number = digits.toInt();
+    if (section != QDateTimeEdit::YearSection || digits.isEmpty() || digits.size() > ShortYear) {
+        return number;
+    }
+    return number + (number < FirstOfLastCentury ? ThisCentury : LastCentury);
+}
+
+inline bool Fits(QDateTimeEdit::Section section, int number) {
+    return number >= (section == QDateTimeEdit::YearSection ? FirstYear : 1) && number <= LargestOf(section);
+}
+
+template <typename Held>
+auto& NumberIn(Held& parts, QDateTimeEdit::Section section) {
+    return section == QDateTimeEdit::YearSection    ? parts.year
+           : section == QDateTimeEdit::MonthSection ? parts.month
+                                                    : parts.day;
+}
+
+template <typename Held>
+QDate DayOf(const Held& parts) {
+    return {parts.year, parts.month, parts.day};  // an invalid one when there is no such day
+}
+
+}  // namespace date_parts
