@@ -8,7 +8,7 @@
 #include "platform/base/resume_next.h"
 #include "platform/contracts/registry.h"
 #include "platform/controls/folders/common_dialog.h"
-#include "platform/controls/kit/room.h"
+#include "platform/controls/kit/window_size.h"
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
 #include "ui_frmConfig.h"
@@ -30,7 +30,7 @@ frmConfig::frmConfig(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<U
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmConfig::cmdCancel_Click);
     m_ui->txtcrwpath->ShowsPaths(true);
     constexpr int Letters = 85;
-    resize(RoomFor(*this, Letters, 0));
+    resize(SizeForText(*this, Letters, 0));
     Form_Load();
 }
 

@@ -22,7 +22,7 @@
 #include "platform/contracts/clock.h"
 #include "platform/contracts/prompts.h"
 #include "platform/contracts/registry.h"
-#include "platform/controls/kit/room.h"
+#include "platform/controls/kit/window_size.h"
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
 #include "store/TextConventions.h"
@@ -130,7 +130,7 @@ void frmAddReport::Form_Load() {
     // The size is computed while Frame4 is visible; ticking Check1 shows it again.
     constexpr int LettersWide = 85, FormulaLines = 4;
     m_ui->txtSelForm->setFixedHeight(fontMetrics().lineSpacing() * FormulaLines);
-    resize(RoomFor(*this, LettersWide, 0));
+    resize(SizeForText(*this, LettersWide, 0));
     m_ui->Frame4->hide();
     constexpr std::size_t HoursAndMinutes = 5;
     m_ui->msTime->Text(TimeText(Now()).substr(0, HoursAndMinutes));

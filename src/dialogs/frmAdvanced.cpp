@@ -5,7 +5,7 @@
 
 #include "dialogs/ModalForm.h"
 #include "platform/contracts/runtime.h"
-#include "platform/controls/kit/room.h"
+#include "platform/controls/kit/window_size.h"
 #include "ui_frmAdvanced.h"
 
 void frmAdvanced::ShowModal(EditableText& txtSelForm) {
@@ -24,7 +24,7 @@ frmAdvanced::frmAdvanced(EditableText& txtSelForm, QWidget* parent)
     connect(m_ui->cmdOk, &QPushButton::clicked, this, &frmAdvanced::cmdOk_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmAdvanced::cmdCancel_Click);
     constexpr int Letters = 90, Lines = 20;
-    resize(RoomFor(*this, Letters, Lines));
+    resize(SizeForText(*this, Letters, Lines));
     m_ui->txtForm->Text(m_txtSelForm.Text());
 }
 

@@ -2,7 +2,7 @@
 
 #include "dialogs/ModalForm.h"
 #include "platform/controls/items/image_list.h"
-#include "platform/controls/kit/room.h"
+#include "platform/controls/kit/window_size.h"
 #include "shared/Global.h"
 #include "store/Folders.h"
 #include "ui_frmFolders.h"
@@ -56,7 +56,7 @@ frmFolders::frmFolders(EditableText& cmbFolder, QWidget* parent)
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmFolders::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmFolders::cmdCancel_Click);
     constexpr int Letters = 50, Lines = 20;
-    resize(RoomFor(*this, Letters, Lines));
+    resize(SizeForText(*this, Letters, Lines));
 }
 
 frmFolders::~frmFolders() = default;

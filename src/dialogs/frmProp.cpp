@@ -16,7 +16,7 @@
 #include "mail/PickRecipients.h"
 #include "platform/base/resume_next.h"
 #include "platform/contracts/adodb.h"
-#include "platform/controls/kit/room.h"
+#include "platform/controls/kit/window_size.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 #include "ui_frmProp.h"
@@ -86,7 +86,7 @@ frmProp::frmProp(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::f
     ConnectLostFocus();
     m_ui->txtTitle->setFocus();
     constexpr int Letters = 75, Lines = 24;
-    resize(RoomFor(*this, Letters, Lines));
+    resize(SizeForText(*this, Letters, Lines));
 }
 
 frmProp::~frmProp() = default;

@@ -18,7 +18,7 @@
 #include "platform/contracts/prompts.h"
 #include "platform/contracts/registry.h"
 #include "platform/controls/folders/common_dialog.h"
-#include "platform/controls/kit/room.h"
+#include "platform/controls/kit/window_size.h"
 #include "platform/shell/window_handle.h"
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
@@ -122,7 +122,7 @@ void frmWiz::Form_Load() {
     try {
         // Before it is shown: its position depends on its size.
         constexpr int LettersWide = 80, LinesHigh = 26;
-        resize(RoomFor(*this, LettersWide, LinesHigh));
+        resize(SizeForText(*this, LettersWide, LinesHigh));
         show();
         DoEvents();
         Global::ParCaller = "frmWiz";

@@ -4,7 +4,7 @@
 
 #include "platform/base/paths.h"
 #include "platform/contracts/prompts.h"
-#include "platform/controls/kit/room.h"
+#include "platform/controls/kit/window_size.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 #include "ui_frmWizDone.h"
@@ -42,7 +42,7 @@ frmWizDone::~frmWizDone() = default;
 void frmWizDone::Form_Load() {
     try {
         constexpr int Letters = 60, Lines = 8;
-        resize(RoomFor(*this, Letters, Lines));
+        resize(SizeForText(*this, Letters, Lines));
         show();
         cmFunc::PauseSeconds(1);
         m_ui->Anime->Open(AppPath() + "\\back.avi");

@@ -162,7 +162,7 @@ std::string Cut(const std::string& answer) {
     constexpr std::size_t Longest = 200;  // characters
     std::size_t end = 0;
     for (std::size_t count = 0; count < Longest && end < answer.size(); ++count) {
-        end += LetterAt(answer, end).length;
+        end += CharacterAt(answer, end).length;
     }
     return answer.substr(0, end) + (end < answer.size() ? "..." : "");
 }

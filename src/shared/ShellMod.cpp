@@ -52,7 +52,7 @@ const char* FailureText(int code) {
 
 std::size_t CountLetters(const std::string& text) {
     std::size_t count = 0;
-    for (std::size_t at = 0; at < text.size(); at += LetterAt(text, at).length) {
+    for (std::size_t at = 0; at < text.size(); at += CharacterAt(text, at).length) {
         ++count;
     }
     return count;

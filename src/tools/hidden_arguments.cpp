@@ -19,7 +19,7 @@ bool EndsWithKey(std::string_view text) {
     text = text.substr(0, text.find_last_not_of(" \t") + 1);
     constexpr std::array<std::string_view, 2> Keys{"Password", "Pwd"};
     return std::any_of(Keys.begin(), Keys.end(), [text](std::string_view key) {
-        return text.size() >= key.size() && SameLetters(text.substr(text.size() - key.size()), key);
+        return text.size() >= key.size() && SameText(text.substr(text.size() - key.size()), key);
     });
 }
 

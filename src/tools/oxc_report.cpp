@@ -13,7 +13,7 @@
 #include "platform/posix/program.h"
 #include "platform/reports/rdl_engine.h"
 #include "platform/reports/rdl_report.h"
-#include "rdl/definition/context.h"
+#include "rdl/values/ascii.h"
 #include "tools/hidden_arguments.h"
 #include "tools/report_arguments.h"
 #include "tools/secret_input.h"
@@ -68,7 +68,7 @@ void PrintInfo(RdlReport& report) {
 
 report::ParameterField& FindParameter(RdlReport& report, const std::string& name) {
     for (int n = 1; n <= report.ParameterFieldCount(); ++n) {
-        if (rdl::SameWord(report.Parameter(n).Name(), name)) {
+        if (rdl::EqualNoCase(report.Parameter(n).Name(), name)) {
             return report.Parameter(n);
         }
     }

@@ -50,21 +50,21 @@ bool FakePageView::WritePdf(const std::string& file, int first, int last,
     return true;
 }
 
-std::vector<report::Letter> FakePageView::Letters(int n) {
-    std::vector<report::Letter> letters;
+std::vector<report::Character> FakePageView::Characters(int n) {
+    std::vector<report::Character> characters;
     double y = 36;
     for (const std::string& line : At(n).lines) {
         double x = 36;
         for (const char c : line) {
-            letters.push_back({std::string(1, c), {x, y, 6, 12}, false});
+            characters.push_back({std::string(1, c), {x, y, 6, 12}, false});
             x += 6;
         }
         if (!line.empty()) {
-            letters.back().endsLine = true;
+            characters.back().endsLine = true;
         }
         y += 12;
     }
-    return letters;
+    return characters;
 }
 
 }  // namespace fakes

@@ -41,7 +41,7 @@ class FakePageView : public report::PageView {
     // Records "pdf FIRST to LAST" and writes "%PDF" to the file.
     bool WritePdf(const std::string& file, int first, int last,
                   const std::function<bool(int page)>& goOn) override;
-    std::vector<report::Letter> Letters(int n) override;
+    std::vector<report::Character> Characters(int n) override;
     std::vector<report::Link> Links(int n) override { return At(n).links; }
     const std::vector<report::MapEntry>& DocumentMap() const override { return m_map; }
 

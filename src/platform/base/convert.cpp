@@ -126,10 +126,10 @@ double CDbl(const Variant& value) {
 
 bool CBool(const Variant& value) {
     if (const auto* text = value.TextOrNull()) {
-        if (SameLetters(Trimmed(*text), "True")) {
+        if (SameText(Trimmed(*text), "True")) {
             return true;
         }
-        if (SameLetters(Trimmed(*text), "False")) {
+        if (SameText(Trimmed(*text), "False")) {
             return false;
         }
     }
@@ -179,7 +179,7 @@ std::string TimeText(DateValue value) {
 }
 
 std::string UCase(std::string_view text) {
-    return UpperLetters(text);
+    return UpperText(text);
 }
 
 std::string Replace(std::string_view text, std::string_view find, std::string_view with) {

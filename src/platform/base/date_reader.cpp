@@ -76,7 +76,7 @@ int MonthOfWord(std::string_view word) {
                                                      "May",       "June",     "July",     "August",
                                                      "September", "October",  "November", "December"};
     for (std::size_t month = 0; month < Names.size(); ++month) {
-        if (SameLetters(word, Names[month]) || SameLetters(word, Names[month].substr(0, 3))) {
+        if (SameText(word, Names[month]) || SameText(word, Names[month].substr(0, 3))) {
             return static_cast<int>(month) + 1;
         }
     }
@@ -176,9 +176,9 @@ class Reader {
         }
         SkipBlanks();
         const std::string_view half = TakeWord();
-        const bool isNoon = SameLetters(half, "PM");
+        const bool isNoon = SameText(half, "PM");
         if (!half.empty()) {
-            if ((!isNoon && !SameLetters(half, "AM")) || hour.value < 1 || hour.value > 12) {
+            if ((!isNoon && !SameText(half, "AM")) || hour.value < 1 || hour.value > 12) {
                 return std::nullopt;
             }
             hour.value = hour.value % 12 + (isNoon ? 12 : 0);

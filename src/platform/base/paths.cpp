@@ -33,7 +33,7 @@ std::string EntryLike(const fs::path& folder, const std::string& name) {
     const fs::path listed = folder.empty() ? fs::path(".") : folder;
     for (fs::directory_iterator entry(listed, error), end; !error && entry != end; entry.increment(error)) {
         std::string candidate = entry->path().filename().string();
-        if (SameLetters(candidate, name) && (found.empty() || candidate < found)) {
+        if (SameText(candidate, name) && (found.empty() || candidate < found)) {
             found = std::move(candidate);
         }
     }

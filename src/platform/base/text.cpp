@@ -12,34 +12,34 @@ bool IsTrail(std::string_view text, std::size_t at) {
 }
 
 // A locale that knows the characters of every script; the locale of the process may not.
-locale_t AllLetters() {
-    static const locale_t letters = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    return letters;
+locale_t AllCharacters() {
+    static const locale_t characters = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    return characters;
 }
 
 char32_t Upper(char32_t code) {
     if (code < 0x80) {
         return code >= 'a' && code <= 'z' ? code - ('a' - 'A') : code;
     }
-    if (code >= NoLetter || AllLetters() == nullptr) {
+    if (code >= NoCharacter || AllCharacters() == nullptr) {
         return code;
     }
-    return static_cast<char32_t>(towupper_l(static_cast<wint_t>(code), AllLetters()));
+    return static_cast<char32_t>(towupper_l(static_cast<wint_t>(code), AllCharacters()));
 }
 
 char32_t Lower(char32_t code) {
     if (code < 0x80) {
         return code >= 'A' && code <= 'Z' ? code + ('a' - 'A') : code;
     }
-    if (code >= NoLetter || AllLetters() == nullptr) {
+    if (code >= NoCharacter || AllCharacters() == nullptr) {
         return code;
     }
-    return static_cast<char32_t>(towlower_l(static_cast<wint_t>(code), AllLetters()));
+    return static_cast<char32_t>(towlower_l(static_cast<wint_t>(code), AllCharacters()));
 }
 
 }  // namespace
 
-Letter LetterAt(std::string_view text, std::size_t at) {
+Character CharacterAt(std::string_view text, std::size_t at) {
     const auto byte = [&](std::size_t offset) { return static_cast<unsigned char>(text[at + offset]); };
     const unsigned char first = byte(0);
     if (first < 0x80) {
@@ -51,7 +51,7 @@ Letter LetterAt(std::string_view text, std::size_t at) {
         whole = IsTrail(text, at + offset);
     }
     if (!whole) {
-        return {NoLetter + first, 1};
+        return {NoCharacter + first, 1};
     }
     char32_t code = first & (0x7FU >> length);
     for (std::size_t offset = 1; offset < length; ++offset) {
@@ -60,12 +60,12 @@ Letter LetterAt(std::string_view text, std::size_t at) {
     constexpr char32_t Smallest[] = {0, 0, 0x80, 0x800, 0x10000};
     const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
     if (code < Smallest[length] || code > 0x10FFFF || surrogate) {
-        return {NoLetter + first, 1};
+        return {NoCharacter + first, 1};
     }
     return {code, length};
 }
 
-void AppendLetter(std::string& text, char32_t code) {
+void AppendCharacter(std::string& text, char32_t code) {
     if (code < 0x80) {
         text += static_cast<char>(code);
     } else if (code < 0x800) {
@@ -75,28 +75,28 @@ void AppendLetter(std::string& text, char32_t code) {
         text += static_cast<char>(0xE0U | code >> 12U);
         text += static_cast<char>(0x80U | (code >> 6U & 0x3FU));
         text += static_cast<char>(0x80U | (code & 0x3FU));
-    } else if (code < NoLetter) {
+    } else if (code < NoCharacter) {
         text += static_cast<char>(0xF0U | code >> 18U);
         text += static_cast<char>(0x80U | (code >> 12U & 0x3FU));
         text += static_cast<char>(0x80U | (code >> 6U & 0x3FU));
         text += static_cast<char>(0x80U | (code & 0x3FU));
     } else {
-        text += static_cast<char>(code - NoLetter);
+        text += static_cast<char>(code - NoCharacter);
     }
 }
 
-std::string UpperLetters(std::string_view text) {
+std::string UpperText(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
-        const Letter letter = LetterAt(text, at);
-        AppendLetter(result, Upper(letter.code));
-        at += letter.length;
+        const Character character = CharacterAt(text, at);
+        AppendCharacter(result, Upper(character.code));
+        at += character.length;
     }
     return result;
 }
 
-int CompareLetters(std::string_view left, std::string_view right) {
+int CompareText(std::string_view left, std::string_view right) {
     std::size_t leftAt = 0;
     std::size_t rightAt = 0;
     while (leftAt < left.size() && rightAt < right.size()) {
@@ -105,8 +105,8 @@ int CompareLetters(std::string_view left, std::string_view right) {
             ++rightAt;
             continue;
         }
-        const Letter one = LetterAt(left, leftAt);
-        const Letter other = LetterAt(right, rightAt);
+        const Character one = CharacterAt(left, leftAt);
+        const Character other = CharacterAt(right, rightAt);
         const char32_t oneLower = Lower(one.code);
         const char32_t otherLower = Lower(other.code);
         if (oneLower != otherLower) {
@@ -124,37 +124,37 @@ namespace {
 
 // One element of a pattern at a position.
 struct PatternPiece {
-    enum Kind { Letters, OneLetter, Exactly } kind;
+    enum Kind { Any, One, Exactly } kind;
     char32_t code;
     std::size_t length;
 };
 
 PatternPiece PieceAt(std::string_view pattern, std::size_t at, char32_t escape) {
-    const Letter letter = LetterAt(pattern, at);
-    if (letter.code == escape && at + letter.length < pattern.size()) {
-        const Letter escaped = LetterAt(pattern, at + letter.length);
-        return {PatternPiece::Exactly, Lower(escaped.code), letter.length + escaped.length};
+    const Character character = CharacterAt(pattern, at);
+    if (character.code == escape && at + character.length < pattern.size()) {
+        const Character escaped = CharacterAt(pattern, at + character.length);
+        return {PatternPiece::Exactly, Lower(escaped.code), character.length + escaped.length};
     }
-    const auto kind = letter.code == '%'   ? PatternPiece::Letters
-                      : letter.code == '_' ? PatternPiece::OneLetter
-                                           : PatternPiece::Exactly;
-    return {kind, Lower(letter.code), letter.length};
+    const auto kind = character.code == '%'   ? PatternPiece::Any
+                      : character.code == '_' ? PatternPiece::One
+                                              : PatternPiece::Exactly;
+    return {kind, Lower(character.code), character.length};
 }
 
 }  // namespace
 
 // A mismatch returns only to the last %: an earlier one could match nothing that the last one cannot. So the
 // time is bounded by the product of the two lengths.
-bool LikeLetters(std::string_view text, std::string_view pattern, char32_t escape) {
+bool LikeText(std::string_view text, std::string_view pattern, char32_t escape) {
     std::size_t textAt = 0;
     std::size_t patternAt = 0;
     std::size_t behindWildcard = std::string_view::npos;
     std::size_t wildcardText = 0;
     while (true) {
         const bool hasPiece = patternAt < pattern.size();
-        const PatternPiece piece =
-            hasPiece ? PieceAt(pattern, patternAt, escape) : PatternPiece{PatternPiece::Exactly, NoLetter, 0};
-        if (hasPiece && piece.kind == PatternPiece::Letters) {
+        const PatternPiece piece = hasPiece ? PieceAt(pattern, patternAt, escape)
+                                            : PatternPiece{PatternPiece::Exactly, NoCharacter, 0};
+        if (hasPiece && piece.kind == PatternPiece::Any) {
             patternAt += piece.length;
             behindWildcard = patternAt;
             wildcardText = textAt;
@@ -163,12 +163,12 @@ bool LikeLetters(std::string_view text, std::string_view pattern, char32_t escap
         if (textAt >= text.size()) {
             return !hasPiece;
         }
-        const Letter letter = LetterAt(text, textAt);
-        if (hasPiece && (piece.kind == PatternPiece::OneLetter || piece.code == Lower(letter.code))) {
-            textAt += letter.length;
+        const Character character = CharacterAt(text, textAt);
+        if (hasPiece && (piece.kind == PatternPiece::One || piece.code == Lower(character.code))) {
+            textAt += character.length;
             patternAt += piece.length;
         } else if (behindWildcard != std::string_view::npos) {
-            wildcardText += LetterAt(text, wildcardText).length;
+            wildcardText += CharacterAt(text, wildcardText).length;
             textAt = wildcardText;
             patternAt = behindWildcard;
         } else {

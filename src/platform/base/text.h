@@ -7,31 +7,31 @@
 #include <string_view>
 
 // One character of a text and the number of its bytes. A byte that is not valid UTF-8 is a character of its
-// own with the code NoLetter plus the byte, which no character has.
-struct Letter {
+// own with the code NoCharacter plus the byte, which no character has.
+struct Character {
     char32_t code;
     std::size_t length;
 };
-inline constexpr char32_t NoLetter = 0x110000;
+inline constexpr char32_t NoCharacter = 0x110000;
 
 // Returns the character at the byte offset `at`, which must be less than the size of the text.
-Letter LetterAt(std::string_view text, std::size_t at);
-// The reverse of LetterAt, byte for byte.
-void AppendLetter(std::string& text, char32_t code);
+Character CharacterAt(std::string_view text, std::size_t at);
+// The reverse of CharacterAt, byte for byte.
+void AppendCharacter(std::string& text, char32_t code);
 
 // Returns the text in upper case. A character whose upper case is more than one character, and a byte that is
 // not UTF-8, stays unchanged.
-std::string UpperLetters(std::string_view text);
+std::string UpperText(std::string_view text);
 
 // Returns a number below, at or above zero as `left` sorts before, with or after `right`, without regard to
 // case.
-int CompareLetters(std::string_view left, std::string_view right);
+int CompareText(std::string_view left, std::string_view right);
 
-inline bool SameLetters(std::string_view left, std::string_view right) {
-    return CompareLetters(left, right) == 0;
+inline bool SameText(std::string_view left, std::string_view right) {
+    return CompareText(left, right) == 0;
 }
 
 // Returns true if the text matches the pattern, without regard to case: % stands for any number of
-// characters, _ for one. After the character `escape` a wildcard stands for itself; NoLetter means no escape
-// character.
-bool LikeLetters(std::string_view text, std::string_view pattern, char32_t escape = NoLetter);
+// characters, _ for one. After the character `escape` a wildcard stands for itself; NoCharacter means no
+// escape character.
+bool LikeText(std::string_view text, std::string_view pattern, char32_t escape = NoCharacter);

@@ -17,7 +17,7 @@ struct Area {
 };
 
 // The smallest unit that can be selected: one character as it is shown, with its combining characters.
-struct Letter {
+struct Character {
     std::string text;  // UTF-8
     Area area;
     bool endsLine = false;
@@ -60,7 +60,7 @@ class PageView {
     // and no file appears. Returns true if the file was written.
     virtual bool WritePdf(const std::string& file, int first, int last,
                           const std::function<bool(int page)>& goOn) = 0;
-    virtual std::vector<Letter> Letters(int n) = 0;  // in reading order
+    virtual std::vector<Character> Characters(int n) = 0;  // in reading order
     // Leaves out links to places on pages that are not made yet.
     virtual std::vector<Link> Links(int n) = 0;
     virtual const std::vector<MapEntry>& DocumentMap() const = 0;  // of the pages made so far

@@ -22,8 +22,8 @@ namespace mailer {
 namespace {
 
 // The state that a session and its messages share. It lives until the last of them is destroyed.
-struct Office {
-    explicit Office(const MailProfile& read)
+struct MailContext {
+    explicit MailContext(const MailProfile& read)
         : profile(read), book(read.addressBook), transport(MakeTransport(read)) {}
     MailProfile profile;
     AddressBook book;
@@ -32,7 +32,7 @@ struct Office {
 
 class RecipientList : public MAPI::Recipients {
  public:
-    explicit RecipientList(std::shared_ptr<Office> office) : m_office(std::move(office)) {}
+    explicit RecipientList(std::shared_ptr<MailContext> context) : m_context(std::move(context)) {}
 
     void Add(const std::string& name) override { m_items.push_back({name}); }
 
@@ -51,7 +51,7 @@ class RecipientList : public MAPI::Recipients {
     std::vector<Mailbox> Mailboxes() {
         std::vector<Mailbox> mailboxes;
         for (const MAPI::Recipient& item : m_items) {
-            Mailbox mailbox = m_office->book.Resolve(item.Name);
+            Mailbox mailbox = m_context->book.Resolve(item.Name);
             const bool known = std::any_of(
                 mailboxes.begin(), mailboxes.end(),
                 [&mailbox](const Mailbox& other) { return SameAddress(other.address, mailbox.address); });
@@ -63,7 +63,7 @@ class RecipientList : public MAPI::Recipients {
     }
 
  private:
-    std::shared_ptr<Office> m_office;
+    std::shared_ptr<MailContext> m_context;
     std::vector<MAPI::Recipient> m_items;
 };
 
@@ -103,14 +103,15 @@ class AttachmentList : public MAPI::Attachments {
 
 class MailMessage : public MAPI::Message {
  public:
-    explicit MailMessage(const std::shared_ptr<Office>& office) : m_office(office), m_recipients(office) {}
+    explicit MailMessage(const std::shared_ptr<MailContext>& context)
+        : m_context(context), m_recipients(context) {}
 
     MAPI::Recipients& Recipients() override { return m_recipients; }
     MAPI::Attachments& Attachments() override { return m_attachments; }
 
     void Send() override {
         OutgoingMail mail;
-        mail.from = m_office->profile.from;
+        mail.from = m_context->profile.from;
         mail.recipients = m_recipients.Mailboxes();
         if (mail.recipients.empty()) {
             throw RuntimeError(ErrNoRecipients, "The message has no recipients");
@@ -120,25 +121,25 @@ class MailMessage : public MAPI::Message {
         mail.highImportance = Importance == MAPI::ImportanceHigh;
         mail.identity = Identity;
         mail.attachments = m_attachments.Open();
-        const Refusals refusals = m_office->transport->Deliver(mail);
+        const Refusals refusals = m_context->transport->Deliver(mail);
         if (!refusals.empty()) {
             MAPI::TellRefusals(Subject, refusals);
         }
     }
 
  private:
-    std::shared_ptr<Office> m_office;
+    std::shared_ptr<MailContext> m_context;
     RecipientList m_recipients;
     AttachmentList m_attachments;
 };
 
 class OutboxFolder : public MAPI::Folder {
  public:
-    explicit OutboxFolder(std::shared_ptr<Office> office) : m_office(std::move(office)) {}
-    std::unique_ptr<MAPI::Message> AddMessage() override { return std::make_unique<MailMessage>(m_office); }
+    explicit OutboxFolder(std::shared_ptr<MailContext> context) : m_context(std::move(context)) {}
+    std::unique_ptr<MAPI::Message> AddMessage() override { return std::make_unique<MailMessage>(m_context); }
 
  private:
-    std::shared_ptr<Office> m_office;
+    std::shared_ptr<MailContext> m_context;
 };
 
 // Returns a name for a list of recipients: it identifies this entry only and does not contain the separator.
@@ -169,13 +170,13 @@ class MailSession : public MAPI::Session {
     explicit MailSession(std::filesystem::path profile) : m_profile(std::move(profile)) {}
 
     void Logon() override {
-        const auto office =
-            std::make_shared<Office>(ReadMailProfile(m_profile.empty() ? MailProfilePath() : m_profile));
-        if (office->profile.isExposed) {
-            TellExposure(office->profile);
+        const auto context =
+            std::make_shared<MailContext>(ReadMailProfile(m_profile.empty() ? MailProfilePath() : m_profile));
+        if (context->profile.isExposed) {
+            TellExposure(context->profile);
         }
-        m_outbox = std::make_unique<OutboxFolder>(office);
-        m_office = office;
+        m_outbox = std::make_unique<OutboxFolder>(context);
+        m_context = context;
     }
 
     MAPI::Folder& Outbox() override {
@@ -187,7 +188,7 @@ class MailSession : public MAPI::Session {
         RequireLogon();
         std::optional<std::vector<AddressEntry>> picked;
         if (TheAddressChooser()) {
-            picked = TheAddressChooser()(m_office->book.ListEntries(), oneAddress);
+            picked = TheAddressChooser()(m_context->book.ListEntries(), oneAddress);
         }
         if (!picked) {
             throw RuntimeError(err::MailUserCancel, "The choice of recipients was cancelled");
@@ -195,7 +196,7 @@ class MailSession : public MAPI::Session {
         std::vector<MAPI::Recipient> recipients;
         for (const AddressEntry& entry : *picked) {
             if (recipients.empty() || !oneAddress) {
-                recipients.push_back({PickedName(m_office->book, entry)});
+                recipients.push_back({PickedName(m_context->book, entry)});
             }
         }
         return recipients;
@@ -203,13 +204,13 @@ class MailSession : public MAPI::Session {
 
  private:
     void RequireLogon() const {
-        if (!m_office) {
+        if (!m_context) {
             throw RuntimeError(ErrNoProfile, "The mail session has not been logged on");
         }
     }
 
     std::filesystem::path m_profile;
-    std::shared_ptr<Office> m_office;
+    std::shared_ptr<MailContext> m_context;
     std::unique_ptr<OutboxFolder> m_outbox;
 };
 

@@ -5,7 +5,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 
-#include "platform/controls/kit/room.h"
+#include "platform/controls/kit/window_size.h"
 #include "platform/mail_dialogs/address_list_model.h"
 #include "ui_address_book_dialog.h"
 
@@ -34,7 +34,7 @@ AddressBookDialog::AddressBookDialog(const std::vector<mailer::AddressEntry>& en
     Connect();
     constexpr int Letters = 75;
     constexpr int Lines = 26;
-    resize(RoomFor(*this, Letters, entries.empty() ? 0 : Lines));
+    resize(SizeForText(*this, Letters, entries.empty() ? 0 : Lines));
     ShowState();
 }
 

@@ -27,7 +27,7 @@ std::string TakeQuotedOwnProgram(std::string_view& commandLine) {
     for (std::size_t at = 1; at + End.size() <= commandLine.size() && commandLine.front() == '"'; ++at) {
         const std::size_t after = at + End.size();
         const bool isWhole = after == commandLine.size() || commandLine[after] == ' ';
-        if (isWhole && SameLetters(commandLine.substr(at, End.size()), End)) {
+        if (isWhole && SameText(commandLine.substr(at, End.size()), End)) {
             std::string path(commandLine.substr(1, after - 2));
             commandLine.remove_prefix(after);
             return path;
@@ -44,8 +44,8 @@ std::vector<std::string> Pieces(std::string_view commandLine) {
     }
     bool isQuoted = false;
     bool isOpen = false;
-    for (const char letter : commandLine) {
-        if (letter == ' ' && !isQuoted) {
+    for (const char character : commandLine) {
+        if (character == ' ' && !isQuoted) {
             isOpen = false;
             continue;
         }
@@ -53,10 +53,10 @@ std::vector<std::string> Pieces(std::string_view commandLine) {
             pieces.emplace_back();
             isOpen = true;
         }
-        if (letter == '"') {
+        if (character == '"') {
             isQuoted = !isQuoted;
         } else {
-            pieces.back() += letter;
+            pieces.back() += character;
         }
     }
     return pieces;
@@ -70,23 +70,24 @@ std::string_view FileName(std::string_view path) {
 // Quotes an argument twice, as desktop entries need it: for the command line and for the file. Line breaks
 // would start another key.
 std::string QuotedForEntry(std::string_view argument) {
-    const bool isPlain = !argument.empty() && std::all_of(argument.begin(), argument.end(), [](char letter) {
-        return mailer::IsAsciiLetterOrDigit(letter) || static_cast<unsigned char>(letter) >= 0x80 ||
-               std::string_view("/-_.,:+=@").find(letter) != std::string_view::npos;
-    });
+    const bool isPlain =
+        !argument.empty() && std::all_of(argument.begin(), argument.end(), [](char character) {
+            return mailer::IsAsciiLetterOrDigit(character) || static_cast<unsigned char>(character) >= 0x80 ||
+                   std::string_view("/-_.,:+=@").find(character) != std::string_view::npos;
+        });
     if (isPlain) {
         return std::string(argument);
     }
     std::string quoted = "\"";
-    for (const char letter : argument) {
-        if (letter == '\\') {
+    for (const char character : argument) {
+        if (character == '\\') {
             quoted += "\\\\\\\\";
-        } else if (letter == '"' || letter == '`' || letter == '$') {
-            quoted += std::string("\\\\") + letter;
-        } else if (letter == '%') {
+        } else if (character == '"' || character == '`' || character == '$') {
+            quoted += std::string("\\\\") + character;
+        } else if (character == '%') {
             quoted += "%%";
         } else {
-            quoted += static_cast<unsigned char>(letter) < ' ' ? ' ' : letter;
+            quoted += static_cast<unsigned char>(character) < ' ' ? ' ' : character;
         }
     }
     return quoted + '"';
@@ -94,11 +95,11 @@ std::string QuotedForEntry(std::string_view argument) {
 
 bool CanStandInEntry(std::string_view path) {
     for (std::size_t at = 0; at < path.size();) {
-        const Letter letter = LetterAt(path, at);
-        if (letter.code < U' ' || letter.code >= NoLetter) {
+        const Character character = CharacterAt(path, at);
+        if (character.code < U' ' || character.code >= NoCharacter) {
             return false;
         }
-        at += letter.length;
+        at += character.length;
     }
     return true;
 }
@@ -135,7 +136,7 @@ std::string DesktopExec(std::string_view commandLine, const fs::path& ownProgram
     if (pieces.empty()) {
         return {};
     }
-    const bool isOwn = SameLetters(FileName(pieces.front()), "oxc.exe");
+    const bool isOwn = SameText(FileName(pieces.front()), "oxc.exe");
     pieces.front() = isOwn ? ownProgram.string() : paths::ToMachine(pieces.front()).string();
     // Desktops search for the program under the written name, where % is doubled, and do not accept = in it.
     // The entry therefore starts the shell, which starts the program.
@@ -150,7 +151,7 @@ std::string DesktopExec(std::string_view commandLine, const fs::path& ownProgram
 
 std::string HomeForExec(std::string_view commandLine, const fs::path& ownProgram) {
     const std::vector<std::string> pieces = Pieces(commandLine);
-    if (pieces.empty() || !SameLetters(FileName(pieces.front()), "oxc.exe") ||
+    if (pieces.empty() || !SameText(FileName(pieces.front()), "oxc.exe") ||
         FileName(pieces.front()).size() == pieces.front().size()) {
         return {};
     }
@@ -164,7 +165,7 @@ std::string HomeForExec(std::string_view commandLine, const fs::path& ownProgram
 
 std::string RegionForExec(std::string_view commandLine) {
     const std::vector<std::string> pieces = Pieces(commandLine);
-    if (pieces.empty() || !SameLetters(FileName(pieces.front()), "oxc.exe")) {
+    if (pieces.empty() || !SameText(FileName(pieces.front()), "oxc.exe")) {
         return {};
     }
     std::string exec = "env ";

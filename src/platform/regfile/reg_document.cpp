@@ -109,7 +109,7 @@ bool RegDocument::ReadValueLine(const std::string& line) {
 // A key may occur twice in a file; the last occurrence counts, as in an import of the file.
 std::optional<std::size_t> RegDocument::KeyNumber(std::string_view key) const {
     for (std::size_t number = m_keys.size(); number-- > 1;) {
-        if (SameLetters(m_keys[number], key)) {
+        if (SameText(m_keys[number], key)) {
             return number;
         }
     }
@@ -118,14 +118,14 @@ std::optional<std::size_t> RegDocument::KeyNumber(std::string_view key) const {
 
 bool RegDocument::HasKey(std::string_view key) const {
     return std::any_of(m_keys.begin() + 1, m_keys.end(), [key](std::string_view known) {
-        return SameLetters(known, key) || (known.size() > key.size() && known[key.size()] == '\\' &&
-                                           SameLetters(known.substr(0, key.size()), key));
+        return SameText(known, key) || (known.size() > key.size() && known[key.size()] == '\\' &&
+                                        SameText(known.substr(0, key.size()), key));
     });
 }
 
 std::optional<RegValue> RegDocument::Value(std::string_view key, std::string_view name) const {
     for (auto line = m_lines.rbegin(); line != m_lines.rend(); ++line) {
-        if (line->name && SameLetters(*line->name, name) && SameLetters(m_keys[line->key], key)) {
+        if (line->name && SameText(*line->name, name) && SameText(m_keys[line->key], key)) {
             std::string_view rest = line->text;
             TakeName(rest);
             return ReadRegValue(rest);
@@ -149,7 +149,7 @@ void RegDocument::SetValue(std::string_view key, std::string_view name, const Re
     AddKey(key);
     const std::string text = WriteRegValue(value);
     for (auto line = m_lines.rbegin(); line != m_lines.rend(); ++line) {
-        if (line->name && SameLetters(*line->name, name) && SameLetters(m_keys[line->key], key)) {
+        if (line->name && SameText(*line->name, name) && SameText(m_keys[line->key], key)) {
             line->text = (line->name->empty() ? "@" : QuoteReg(*line->name)) + "=" + text;
             return;
         }

@@ -170,7 +170,7 @@ long RegistryFile::RegSetValueExA(Handle handle, const std::string& name, std::u
     }
     try {
         Rewrite([&](RegDocument& document) { document.SetValue(key->second, name, {type, bytes}); });
-        if (type == REG_SZ && SameLetters(key->second, AutostartKey) && SameLetters(name, AutostartName)) {
+        if (type == REG_SZ && SameText(key->second, AutostartKey) && SameText(name, AutostartName)) {
             WriteAutostart(Folder().parent_path() / "autostart", std::string(AutostartName),
                            std::string_view(bytes).substr(0, bytes.find('\0')));
         }

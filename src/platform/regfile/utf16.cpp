@@ -39,10 +39,10 @@ std::string Utf8OfUtf16(std::string_view bytes) {
         } else if (IsHighSurrogate(code) || IsLowSurrogate(code)) {
             code = Replacement;
         }
-        AppendLetter(text, code);
+        AppendCharacter(text, code);
     }
     if (at < bytes.size()) {
-        AppendLetter(text, Replacement);
+        AppendCharacter(text, Replacement);
     }
     return text;
 }
@@ -50,15 +50,15 @@ std::string Utf8OfUtf16(std::string_view bytes) {
 std::string Utf16OfUtf8(std::string_view text) {
     std::string bytes;
     for (std::size_t at = 0; at < text.size();) {
-        const Letter letter = LetterAt(text, at);
-        const char32_t code = letter.code >= NoLetter ? Replacement : letter.code;
+        const Character character = CharacterAt(text, at);
+        const char32_t code = character.code >= NoCharacter ? Replacement : character.code;
         if (code >= 0x10000) {
             AppendUnit(bytes, 0xD800 + ((code - 0x10000) >> 10U));
             AppendUnit(bytes, 0xDC00 + ((code - 0x10000) & 0x3FFU));
         } else {
             AppendUnit(bytes, code);
         }
-        at += letter.length;
+        at += character.length;
     }
     return bytes;
 }

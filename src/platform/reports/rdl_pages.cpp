@@ -49,14 +49,14 @@ bool RdlPages::WritePdf(const std::string& file, int first, int last,
     return isWhole;
 }
 
-std::vector<report::Letter> RdlPages::Letters(int n) {
+std::vector<report::Character> RdlPages::Characters(int n) {
     Check(n);
     return Translated([&] {
-        std::vector<report::Letter> letters;
+        std::vector<report::Character> characters;
         for (rdl::PageCharacter& character : m_pages->Characters(n)) {
-            letters.push_back({std::move(character.text), AreaOf(character.area), character.endsLine});
+            characters.push_back({std::move(character.text), AreaOf(character.area), character.endsLine});
         }
-        return letters;
+        return characters;
     });
 }
 

@@ -23,7 +23,7 @@ class RdlPages : public report::PageView {
     void Draw(int n, QPainter& painter) override;
     bool WritePdf(const std::string& file, int first, int last,
                   const std::function<bool(int page)>& goOn) override;
-    std::vector<report::Letter> Letters(int n) override;
+    std::vector<report::Character> Characters(int n) override;
     std::vector<report::Link> Links(int n) override;
     const std::vector<report::MapEntry>& DocumentMap() const override;
 

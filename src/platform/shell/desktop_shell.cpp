@@ -35,7 +35,7 @@ constexpr int NoAssociation = 31;
 
 bool IsAddress(const std::string& file) {
     for (const std::string_view scheme : {"http://", "https://", "mailto:"}) {
-        if (SameLetters(std::string_view(file).substr(0, scheme.size()), scheme)) {
+        if (SameText(std::string_view(file).substr(0, scheme.size()), scheme)) {
             return true;
         }
     }
@@ -136,7 +136,7 @@ int DesktopShell::ShellExecuteA(const std::string& verb, const std::string& file
                                 const std::string& parameters, const std::string& directory,
                                 int /*showMode*/) {
     // Desktops support only the verb "open".
-    if (!verb.empty() && !SameLetters(verb, "open")) {
+    if (!verb.empty() && !SameText(verb, "open")) {
         return NoAssociation;
     }
     if (file.empty()) {
@@ -150,7 +150,7 @@ int DesktopShell::ShellExecuteA(const std::string& verb, const std::string& file
         if (!folder.empty() && !IsFolder(folder)) {
             return NoFolder;
         }
-        if (SameLetters(file, AppPath() + "\\oxc.exe")) {
+        if (SameText(file, AppPath() + "\\oxc.exe")) {
             return Open(m_program, parameters, folder);
         }
         const bool inFolder = !folder.empty() && IsRelative(file);
@@ -164,7 +164,7 @@ int DesktopShell::Open(const fs::path& file, const std::string& parameters, cons
     if (const int code = CodeOfMissing(file)) {
         return code;
     }
-    const bool program = file == m_program || SameLetters(file.extension().string(), ".exe");
+    const bool program = file == m_program || SameText(file.extension().string(), ".exe");
     if (!program || IsFolder(file)) {
         return CodeOf(associations::OpenFile(file, folder));
     }

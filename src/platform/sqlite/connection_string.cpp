@@ -27,7 +27,7 @@ bool IsNextPiece(std::string_view text) {
     constexpr std::array<std::string_view, 3> Keys{"Provider", "Data Source", "Persist Security Info"};
     return sign != std::string_view::npos &&
            std::any_of(Keys.begin(), Keys.end(),
-                       [name](std::string_view key) { return SameLetters(name, key); });
+                       [name](std::string_view key) { return SameText(name, key); });
 }
 
 // Returns the text up to the semicolon that ends it.
@@ -81,7 +81,7 @@ std::string ConnectionValue(std::string_view connectionString, std::string_view 
             continue;
         }
         std::string value = TakeValue(rest);
-        if (SameLetters(name, key)) {
+        if (SameText(name, key)) {
             found = std::move(value);
         }
         rest.remove_prefix(rest.empty() ? 0 : 1);

@@ -16,7 +16,7 @@ constexpr std::string_view MomentColumn = "lastrun";
 bool IsWord(const Token* token, std::initializer_list<std::string_view> words) {
     return token != nullptr && token->kind == TokenKind::Word &&
            std::any_of(words.begin(), words.end(),
-                       [token](std::string_view word) { return SameLetters(token->text, word); });
+                       [token](std::string_view word) { return SameText(token->text, word); });
 }
 
 bool IsMark(const Token* token, std::initializer_list<std::string_view> marks) {
@@ -98,7 +98,7 @@ class Translator {
         } else if (token.kind != TokenKind::Word) {
             return false;
         }
-        return SameLetters(name, MomentColumn);
+        return SameText(name, MomentColumn);
     }
 
     static bool EndsTerm(const Token* next) {

@@ -66,7 +66,7 @@ void ReturnText(sqlite3_context* context, std::string_view text) {
 }
 
 // Returns the first `count` characters; never cuts inside a character of UTF-8.
-std::string_view FirstLetters(std::string_view text, sqlite3_int64 count) {
+std::string_view FirstCharacters(std::string_view text, sqlite3_int64 count) {
     std::size_t end = 0;
     for (; count > 0 && end < text.size(); --count) {
         ++end;
@@ -86,7 +86,7 @@ void Left(sqlite3_context* context, int count, sqlite3_value** values) {
         if (letters < 0) {
             throw RuntimeError(err::DataSyntax, "The function left cannot take a negative number of letters");
         }
-        ReturnText(context, FirstLetters(TextOf(values[0]), letters));
+        ReturnText(context, FirstCharacters(TextOf(values[0]), letters));
     });
 }
 
@@ -104,7 +104,7 @@ void DateDiff(sqlite3_context* context, int count, sqlite3_value** values) {
         if (AnyNull(count, values)) {
             return;
         }
-        if (!SameLetters(TextOf(values[0]), "d")) {
+        if (!SameText(TextOf(values[0]), "d")) {
             throw RuntimeError(err::DataSyntax,
                                "The function datediff counts days only, by the interval \"d\"");
         }
@@ -129,27 +129,27 @@ void Like(sqlite3_context* context, int count, sqlite3_value** values) {
         if (AnyNull(count, values)) {
             return;
         }
-        char32_t escape = NoLetter;
+        char32_t escape = NoCharacter;
         if (count == 3) {
             const std::string_view text = TextOf(values[2]);
-            if (text.empty() || LetterAt(text, 0).length != text.size()) {
+            if (text.empty() || CharacterAt(text, 0).length != text.size()) {
                 throw RuntimeError(err::DataSyntax, "What stands behind escape must be one letter");
             }
-            escape = LetterAt(text, 0).code;
+            escape = CharacterAt(text, 0).code;
         }
         const std::string_view pattern = TextOf(values[0]);
         if (pattern.size() > LongestPattern) {
             throw RuntimeError(err::DataSyntax, "The pattern behind like is too long");
         }
-        sqlite3_result_int(context, LikeLetters(TextOf(values[1]), pattern, escape) ? 1 : 0);
+        sqlite3_result_int(context, LikeText(TextOf(values[1]), pattern, escape) ? 1 : 0);
     });
 }
 
 // SQLite's NOCASE knows only A to Z. This one sorts A to Z in the same way, so an index made by another
 // program stays valid as long as no two texts differ in the case of another character.
 int CompareNoCase(void* /*unused*/, int leftBytes, const void* left, int rightBytes, const void* right) {
-    return CompareLetters({static_cast<const char*>(left), static_cast<std::size_t>(leftBytes)},
-                          {static_cast<const char*>(right), static_cast<std::size_t>(rightBytes)});
+    return CompareText({static_cast<const char*>(left), static_cast<std::size_t>(leftBytes)},
+                       {static_cast<const char*>(right), static_cast<std::size_t>(rightBytes)});
 }
 
 // Compares texts as the moments that they hold. Texts without a moment are equal, and older than all others.

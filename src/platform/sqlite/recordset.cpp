@@ -42,7 +42,7 @@ struct Recordset::Impl {
             }
         }
         for (std::size_t index = 0; index < columns.size(); ++index) {
-            if (SameLetters(columns[index].field.Name, name)) {
+            if (SameText(columns[index].field.Name, name)) {
                 spellings.push_back({name, index});
                 return index;
             }

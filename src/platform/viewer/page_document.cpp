@@ -82,13 +82,13 @@ std::shared_ptr<const PageText> PageDocument::Text(int n) {
         m_texts.splice(m_texts.begin(), m_texts, known);
         return m_texts.front().text;
     }
-    std::vector<report::Letter> letters;
+    std::vector<report::Character> characters;
     try {
-        letters = m_pages->Letters(n);
+        characters = m_pages->Characters(n);
     } catch (const RuntimeError&) {
-        letters.clear();
+        characters.clear();
     }
-    m_texts.push_front({n, std::make_shared<const PageText>(letters)});
+    m_texts.push_front({n, std::make_shared<const PageText>(characters)});
     if (m_texts.size() > MostKept) {
         m_texts.pop_back();
     }

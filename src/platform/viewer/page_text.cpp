@@ -17,18 +17,18 @@ double Distance(const QRectF& area, QPointF point) {
 
 }  // namespace
 
-PageText::PageText(const std::vector<report::Letter>& letters) {
-    m_letters.reserve(letters.size());
+PageText::PageText(const std::vector<report::Character>& characters) {
+    m_characters.reserve(characters.size());
     int line = 0;
-    for (const report::Letter& letter : letters) {
-        const QString text = QString::fromStdString(letter.text);
-        const report::Area& area = letter.area;
-        m_letters.push_back({{area.x, area.y, area.width, area.height},
-                             static_cast<int>(m_text.size()),
-                             line,
-                             text.trimmed().isEmpty()});
+    for (const report::Character& character : characters) {
+        const QString text = QString::fromStdString(character.text);
+        const report::Area& area = character.area;
+        m_characters.push_back({{area.x, area.y, area.width, area.height},
+                                static_cast<int>(m_text.size()),
+                                line,
+                                text.trimmed().isEmpty()});
         m_text += text;
-        if (letter.endsLine) {
+        if (character.endsLine) {
             m_text += ' ';
             ++line;
         }
@@ -37,14 +37,14 @@ PageText::PageText(const std::vector<report::Letter>& letters) {
 
 int PageText::LetterOf(qsizetype position) const {
     const auto behind =
-        std::upper_bound(m_letters.begin(), m_letters.end(), position,
-                         [](qsizetype at, const Letter& letter) { return at < letter.begin; });
-    return static_cast<int>(behind - m_letters.begin()) - 1;
+        std::upper_bound(m_characters.begin(), m_characters.end(), position,
+                         [](qsizetype at, const Character& character) { return at < character.begin; });
+    return static_cast<int>(behind - m_characters.begin()) - 1;
 }
 
 std::vector<LetterRange> PageText::Find(const QString& words) const {
     std::vector<LetterRange> found;
-    if (words.isEmpty() || m_letters.empty()) {
+    if (words.isEmpty() || m_characters.empty()) {
         return found;
     }
     for (qsizetype at = 0; (at = m_text.indexOf(words, at, Qt::CaseInsensitive)) >= 0; at += words.size()) {
@@ -58,12 +58,12 @@ QString PageText::Text(const LetterRange& range) const {
     QString text;
     const int end = std::min(range.first + range.count, Count());
     for (int i = range.first; i < end; ++i) {
-        const Letter& letter = m_letters[static_cast<std::size_t>(i)];
+        const Character& character = m_characters[static_cast<std::size_t>(i)];
         const bool isLast = i + 1 == Count();
-        const Letter* next = isLast ? nullptr : &m_letters[static_cast<std::size_t>(i) + 1];
-        const bool endsLine = isLast || next->line != letter.line;
+        const Character* next = isLast ? nullptr : &m_characters[static_cast<std::size_t>(i) + 1];
+        const bool endsLine = isLast || next->line != character.line;
         const qsizetype behind = isLast ? m_text.size() : next->begin;
-        text += QStringView(m_text).mid(letter.begin, behind - letter.begin - (endsLine ? 1 : 0));
+        text += QStringView(m_text).mid(character.begin, behind - character.begin - (endsLine ? 1 : 0));
         if (endsLine && i + 1 < end) {
             text += '\n';
         }
@@ -76,38 +76,39 @@ std::vector<QRectF> PageText::Areas(const LetterRange& range) const {
     int line = -1;
     const int end = std::min(range.first + range.count, Count());
     for (int i = range.first; i < end; ++i) {
-        const Letter& letter = m_letters[static_cast<std::size_t>(i)];
-        if (letter.line != line) {
-            areas.push_back(letter.area);
-            line = letter.line;
+        const Character& character = m_characters[static_cast<std::size_t>(i)];
+        if (character.line != line) {
+            areas.push_back(character.area);
+            line = character.line;
         } else {
-            areas.back() |= letter.area;
+            areas.back() |= character.area;
         }
     }
     return areas;
 }
 
 int PageText::PlaceAt(QPointF point) const {
-    const auto nearest = std::min_element(
-        m_letters.begin(), m_letters.end(),
-        [&](const Letter& a, const Letter& b) { return Distance(a.area, point) < Distance(b.area, point); });
-    if (nearest == m_letters.end()) {
+    const auto nearest = std::min_element(m_characters.begin(), m_characters.end(),
+                                          [&](const Character& a, const Character& b) {
+                                              return Distance(a.area, point) < Distance(b.area, point);
+                                          });
+    if (nearest == m_characters.end()) {
         return 0;
     }
     const bool behind = point.x() > nearest->area.center().x();
-    return static_cast<int>(nearest - m_letters.begin()) + (behind ? 1 : 0);
+    return static_cast<int>(nearest - m_characters.begin()) + (behind ? 1 : 0);
 }
 
 bool PageText::IsOnText(QPointF point) const {
-    return std::any_of(m_letters.begin(), m_letters.end(),
-                       [&](const Letter& letter) { return letter.area.contains(point); });
+    return std::any_of(m_characters.begin(), m_characters.end(),
+                       [&](const Character& character) { return character.area.contains(point); });
 }
 
 LetterRange PageText::WordAt(int place) const {
-    if (m_letters.empty()) {
+    if (m_characters.empty()) {
         return {};
     }
-    const auto at = [&](int i) -> const Letter& { return m_letters[static_cast<std::size_t>(i)]; };
+    const auto at = [&](int i) -> const Character& { return m_characters[static_cast<std::size_t>(i)]; };
     const int middle = std::clamp(place, 0, Count() - 1);
     int first = middle, last = middle;
     const auto belongs = [&](int i) { return !at(i).blank && at(i).line == at(middle).line; };

@@ -18,9 +18,9 @@ struct LetterRange {
 
 class PageText {
  public:
-    explicit PageText(const std::vector<report::Letter>& letters);
+    explicit PageText(const std::vector<report::Character>& characters);
 
-    int Count() const { return static_cast<int>(m_letters.size()); }
+    int Count() const { return static_cast<int>(m_characters.size()); }
     // Returns the matches of the words, without regard to case; a match may continue on the next line.
     std::vector<LetterRange> Find(const QString& words) const;
     // Returns the text of a range; lines end with a line feed.
@@ -34,7 +34,7 @@ class PageText {
     LetterRange WordAt(int place) const;
 
  private:
-    struct Letter {
+    struct Character {
         QRectF area;
         int begin;  // offset in m_text
         int line;
@@ -43,7 +43,7 @@ class PageText {
     int LetterOf(qsizetype position) const;
 
     QString m_text;  // with a blank in place of each line end
-    std::vector<Letter> m_letters;
+    std::vector<Character> m_characters;
 };
 
 }  // namespace viewer

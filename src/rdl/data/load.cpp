@@ -120,7 +120,7 @@ Table ReadRows(const LoadRequest& request, const DataSet& dataSet, Cursor& curso
         if (first) {
             CheckSlots(slots, dataSet, cursor);
         }
-        request.Look();
+        request.CheckBounds();
         budget.AddRow(slots.size());
         for (const Slot& slot : slots) {
             if (slot.column < 0) {
@@ -241,7 +241,7 @@ template <typename Work>
 auto Named(const LoadRequest& request, const DataSet& dataSet, Work work) {
     const RunWatch::Data waiting(request.watch);
     try {
-        request.Look();
+        request.CheckBounds();
         return work();
     } catch (const Error& error) {
         throw Error(Place(dataSet) + ": " + error.what());

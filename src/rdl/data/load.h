@@ -56,9 +56,9 @@ struct LoadRequest {
     Limits limits;
     std::shared_ptr<RunWatch> watch;  // of the whole run; null: unbounded
 
-    void Look() const {
+    void CheckBounds() const {
         if (watch) {
-            watch->Look();
+            watch->CheckBounds();
         }
     }
 

@@ -58,7 +58,7 @@ class RowEnvironment : public expr::Environment {
     std::int64_t DataSetRowCount(const std::string& dataSet) override;
     const Culture& CurrentCulture() override { return m_culture; }
     std::int64_t NowTicks() override { return m_request.nowTicks; }
-    void Look() override { m_request.Look(); }
+    void CheckBounds() override { m_request.CheckBounds(); }
 
  private:
     enum class State : unsigned char { Stored, Open, Busy };

@@ -155,7 +155,7 @@ void SetChartType(Context& context, const XmlElement& element, const std::string
         type = "Column";
     }
     for (const Type& row : Types) {
-        if (SameWord(row.type, type) && (subtype.empty() || SameWord(row.subtype, subtype))) {
+        if (EqualNoCase(row.type, type) && (subtype.empty() || EqualNoCase(row.subtype, subtype))) {
             series.kind = row.kind;
             series.stack = row.stack;
             series.curve = row.curve;

@@ -70,8 +70,8 @@ class OlderReader {
     ChartSeries Series(const XmlElement& element) {
         ChartSeries series;
         series.name = "series " + std::to_string(m_chart.series.size() + 1);
-        const bool isLine = SameWord(element.ChildText("PlotType"), "Line") &&
-                            SameWord(m_element.ChildText("Type"), "Column");
+        const bool isLine = EqualNoCase(element.ChildText("PlotType"), "Line") &&
+                            EqualNoCase(m_element.ChildText("Type"), "Column");
         SetChartType(m_context, element, m_where, isLine ? "Line" : m_element.ChildText("Type"),
                      isLine ? "" : m_element.ChildText("Subtype"), series);
         for (const XmlElement* point : ChildrenNamed(element.Child("DataPoints"), "DataPoint")) {
@@ -188,13 +188,13 @@ class OlderReader {
         ChartLines ticks;
         ticks.isSet = true;
         ticks.type = axis.ChildText(name);
-        ticks.enabled = Constant(ticks.type.empty() || SameWord(ticks.type, "None") ? "false" : "true");
+        ticks.enabled = Constant(ticks.type.empty() || EqualNoCase(ticks.type, "None") ? "false" : "true");
         return ticks;
     }
 
     void ReadLegend() {
         const XmlElement* element = m_element.Child("Legend");
-        if (!element || !SameWord(element->ChildText("Visible"), "true")) {
+        if (!element || !EqualNoCase(element->ChildText("Visible"), "true")) {
             return;
         }
         ChartLegend& legend = m_chart.legends.emplace_back();

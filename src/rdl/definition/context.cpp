@@ -2,31 +2,11 @@
 
 #include <charconv>
 
-#include "rdl/values/error_text.h"
 #include "rdl/definition/identifier.h"
 #include "rdl/definition/size.h"
+#include "rdl/values/error_text.h"
 
 namespace rdl {
-namespace {
-
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-}  // namespace
-
-bool SameWord(std::string_view left, std::string_view right) {
-    if (left.size() != right.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < left.size(); ++i) {
-        if (Lower(left[i]) != Lower(right[i])) {
-            return false;
-        }
-    }
-    return true;
-}
-
 std::string PlaceOf(const XmlElement& element) {
     const std::string_view name = element.AttributeOf("Name");
     return name.empty() ? std::string(element.name) : std::string(element.name) + " " + WithoutMarks(name);
@@ -92,8 +72,8 @@ bool Context::Flag(const XmlElement& parent, std::string_view name, const std::s
     if (text.empty()) {
         return missing;
     }
-    const bool yes = SameWord(text, "true") || text == "1";
-    if (!yes && !SameWord(text, "false") && text != "0") {
+    const bool yes = EqualNoCase(text, "true") || text == "1";
+    if (!yes && !EqualNoCase(text, "false") && text != "0") {
         Fail(*child, PropertyOf(where, name), "\"" + std::string(text) + "\" is neither true nor false");
     }
     return yes;

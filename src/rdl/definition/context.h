@@ -7,6 +7,7 @@
 
 #include "rdl/definition/model.h"
 #include "rdl/definition/xml_tree.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl {
 
@@ -52,6 +53,5 @@ class Context {
 std::string PlaceOf(const XmlElement& element);
 // "Textbox Total, Width"
 std::string PropertyOf(const std::string& where, std::string_view name);
-bool SameWord(std::string_view left, std::string_view right);  // ASCII, without regard to case
 
 }  // namespace rdl

@@ -64,13 +64,13 @@ std::vector<QueryParameter> ReadQueryParameters(Context& context, const XmlEleme
 
 DataSet::CommandType ReadCommandType(Context& context, const XmlElement& query, const std::string& where) {
     const std::string word = query.ChildText("CommandType");
-    if (SameWord(word, "StoredProcedure")) {
+    if (EqualNoCase(word, "StoredProcedure")) {
         return DataSet::CommandType::StoredProcedure;
     }
-    if (SameWord(word, "TableDirect")) {
+    if (EqualNoCase(word, "TableDirect")) {
         return DataSet::CommandType::TableDirect;
     }
-    if (!word.empty() && !SameWord(word, "Text")) {
+    if (!word.empty() && !EqualNoCase(word, "Text")) {
         context.Fail(query, where + ", CommandType", "\"" + word + "\" is not known");
     }
     return DataSet::CommandType::Text;
@@ -144,7 +144,7 @@ DataSet ReadDataSet(Context& context, const XmlElement& element) {
     ReadQuery(context, element, set);
     set.fields = ReadFields(context, element);
     set.filters = ReadFilters(context, element, PlaceOf(element));
-    set.caseSensitive = SameWord(element.ChildText("CaseSensitivity"), "True");
+    set.caseSensitive = EqualNoCase(element.ChildText("CaseSensitivity"), "True");
     ReadRows(element, set);
     return set;
 }
@@ -162,7 +162,7 @@ constexpr TypeWord TypeWords[] = {
 ParameterType ReadType(Context& context, const XmlElement& element) {
     const std::string word = element.ChildText("DataType");
     for (const TypeWord& row : TypeWords) {
-        if (SameWord(row.name, word)) {
+        if (EqualNoCase(row.name, word)) {
             return row.type;
         }
     }

@@ -178,7 +178,7 @@ class GaugeReader {
             const std::string word(Trimmed(formula->text));
             bool known = word.empty();
             for (const auto& [candidate, meaning] : Formulas) {
-                if (SameWord(candidate, word)) {
+                if (EqualNoCase(candidate, word)) {
                     number.formula = meaning;
                     known = true;
                 }
@@ -198,7 +198,7 @@ class GaugeReader {
         }
         const std::string source = element->ChildText("Source");
         for (const auto& [word, meaning] : Sources) {
-            if (SameWord(word, source)) {
+            if (EqualNoCase(word, source)) {
                 image.source = meaning;
             }
         }

@@ -28,7 +28,7 @@ Filter ReadFilter(Context& context, const XmlElement& element, const std::string
     }
     const std::string word = element.ChildText("Operator");
     for (const std::string_view name : FilterOperators) {
-        if (SameWord(name, word)) {
+        if (EqualNoCase(name, word)) {
             filter.op = name;
         }
     }
@@ -53,7 +53,7 @@ Sort ReadSort(Context& context, const XmlElement& element, std::string_view valu
               const std::string& where) {
     Sort sort;
     sort.value = context.ChildExpr(element, valueName, where);
-    sort.descending = SameWord(element.ChildText("Direction"), "Descending");
+    sort.descending = EqualNoCase(element.ChildText("Direction"), "Descending");
     return sort;
 }
 
@@ -62,7 +62,7 @@ void ReadBreakElement(Context& context, const XmlElement& element, const std::st
     const std::string word = element.ChildText("BreakLocation");
     bool known = word.empty();
     for (const BreakName& candidate : BreakNames) {
-        if (SameWord(candidate.name, word)) {
+        if (EqualNoCase(candidate.name, word)) {
             pageBreak.location = candidate.location;
             known = true;
         }

@@ -52,7 +52,7 @@ Enum Choose(Context& context, const XmlElement& element, std::string_view name,
         return words[0].value;
     }
     for (const Word<Enum>& word : words) {
-        if (SameWord(word.name, text)) {
+        if (EqualNoCase(word.name, text)) {
             return word.value;
         }
     }

@@ -106,7 +106,7 @@ class Side {
     void AddDynamic(const XmlElement& element, std::size_t level, const Leaf& leaf,
                     std::vector<TablixMember>& members) {
         const XmlElement* subtotal = element.Child("Subtotal");
-        const bool before = subtotal && SameWord(subtotal->ChildText("Position"), "Before");
+        const bool before = subtotal && EqualNoCase(subtotal->ChildText("Position"), "Before");
         if (before) {
             AddSubtotal(*subtotal, level, leaf, members);
         }

@@ -15,7 +15,7 @@ void ReadRegion(Context& context, const XmlElement& element, Tablix& tablix, Ext
         context.ChildExpr(element, element.Child("NoRowsMessage") ? "NoRowsMessage" : "NoRows", where);
     tablix.keepTogether = context.Flag(element, "KeepTogether", where);
     tablix.omitBorderOnPageBreak = context.Flag(element, "OmitBorderOnPageBreak", where);
-    tablix.rightToLeft = SameWord(element.ChildText("LayoutDirection"), "RTL");
+    tablix.rightToLeft = EqualNoCase(element.ChildText("LayoutDirection"), "RTL");
     tablix.groupsBeforeRowHeaders = context.Number(element, "GroupsBeforeRowHeaders", where, 0, 10'000, 0);
 }
 

@@ -30,7 +30,7 @@ std::optional<double> ParseSize(std::string_view text) {
     }
     const std::string_view unit = Trimmed(text.substr(static_cast<std::size_t>(end - text.data())));
     for (const Unit& candidate : Units) {
-        if (SameWord(unit, candidate.name)) {
+        if (EqualNoCase(unit, candidate.name)) {
             return number * candidate.points;
         }
     }

@@ -128,11 +128,11 @@ void ReadBackgroundImage(Context& context, Style& style, const XmlElement& eleme
     const Expr* source = style.Find(P::BackgroundImageSource);
     const std::string word = source ? source->source : "External";
     const Expr& name = *style.Find(P::BackgroundImageValue);
-    if (SameWord(word, "Embedded")) {
+    if (EqualNoCase(word, "Embedded")) {
         context.RequireImage(*value, where, name);
-    } else if (SameWord(word, "External")) {
+    } else if (EqualNoCase(word, "External")) {
         context.RefuseAddress(*value, where, name);
-    } else if (!SameWord(word, "Database")) {
+    } else if (!EqualNoCase(word, "Database")) {
         context.Fail(element, where + ", Source", "\"" + word + "\" is not known");
     }
 }

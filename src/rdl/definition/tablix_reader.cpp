@@ -174,13 +174,13 @@ class TablixReader {
     TablixMember::KeepWithGroup ReadKeepWithGroup(const XmlElement& element) {
         using Keep = TablixMember::KeepWithGroup;
         const std::string word = element.ChildText("KeepWithGroup");
-        if (SameWord(word, "Before")) {
+        if (EqualNoCase(word, "Before")) {
             return Keep::Before;
         }
-        if (SameWord(word, "After")) {
+        if (EqualNoCase(word, "After")) {
             return Keep::After;
         }
-        if (!word.empty() && !SameWord(word, "None")) {
+        if (!word.empty() && !EqualNoCase(word, "None")) {
             m_context.Fail(element, m_where + ", KeepWithGroup", "\"" + word + "\" is not known");
         }
         return Keep::None;

@@ -12,19 +12,19 @@ TextRun ReadRun(Context& context, const XmlElement& element, const std::string& 
     run.style = ReadStyle(context, element, where);
     run.action = ReadAction(context, element, where);
     run.toolTip = context.ChildExpr(element, "ToolTip", where);
-    run.html = SameWord(element.ChildText("MarkupType"), "HTML");
+    run.html = EqualNoCase(element.ChildText("MarkupType"), "HTML");
     return run;
 }
 
 Paragraph::List ReadListStyle(Context& context, const XmlElement& element, const std::string& where) {
     const std::string word = element.ChildText("ListStyle");
-    if (SameWord(word, "Bulleted")) {
+    if (EqualNoCase(word, "Bulleted")) {
         return Paragraph::List::Bulleted;
     }
-    if (SameWord(word, "Numbered")) {
+    if (EqualNoCase(word, "Numbered")) {
         return Paragraph::List::Numbered;
     }
-    if (!word.empty() && !SameWord(word, "None")) {
+    if (!word.empty() && !EqualNoCase(word, "None")) {
         context.Fail(element, where, "\"" + word + "\" is no kind of list");
     }
     return Paragraph::List::None;

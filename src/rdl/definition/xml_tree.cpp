@@ -1,8 +1,8 @@
 #include "rdl/definition/xml_tree.h"
 
-#include "rdl/values/error_text.h"
 #include "rdl/definition/context.h"
 #include "rdl/definition/sniff.h"
+#include "rdl/values/error_text.h"
 #include "rdl/xml/parse.h"
 
 namespace rdl {
@@ -13,8 +13,8 @@ constexpr std::string_view NamespaceEnd = "/reportdefinition";
 
 bool IsReportNamespace(std::string_view uri) {
     return uri.empty() || (uri.size() > NamespaceBegin.size() + NamespaceEnd.size() &&
-                           SameWord(uri.substr(0, NamespaceBegin.size()), NamespaceBegin) &&
-                           SameWord(uri.substr(uri.size() - NamespaceEnd.size()), NamespaceEnd));
+                           EqualNoCase(uri.substr(0, NamespaceBegin.size()), NamespaceBegin) &&
+                           EqualNoCase(uri.substr(uri.size() - NamespaceEnd.size()), NamespaceEnd));
 }
 
 // A field's type and the report's font are written by designers under names of their own.

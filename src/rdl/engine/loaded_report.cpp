@@ -77,7 +77,7 @@ std::string LoadedReport::SourceName(std::size_t index) const {
         return sources.front().name;
     }
     const auto found = std::find_if(sources.begin(), sources.end(), [&](const DataSource& source) {
-        return SameWord(source.name, table.dataSourceName);
+        return EqualNoCase(source.name, table.dataSourceName);
     });
     return found == sources.end() ? table.dataSourceName : found->name;
 }
@@ -89,7 +89,7 @@ void LoadedReport::SetLogon(std::size_t table, const std::string& user, const st
 bool LoadedReport::SetDataSource(const std::string& name, const std::string& provider,
                                  const std::string& connectString) {
     for (const DataSource& source : m_definition.dataSources) {
-        if (SameWord(source.name, name)) {
+        if (EqualNoCase(source.name, name)) {
             m_overrides[source.name] = {provider, connectString};
             return true;
         }

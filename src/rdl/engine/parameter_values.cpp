@@ -72,10 +72,10 @@ Value ToBooleanValue(const ReportParameter& parameter, const Value& value) {
     if (value.kind() == Kind::Boolean) {
         return value;
     }
-    if (value.IsText() && SameWord(Trimmed(value.AsText()), "true")) {
+    if (value.IsText() && EqualNoCase(Trimmed(value.AsText()), "true")) {
         return Value::Boolean(true);
     }
-    if (value.IsText() && SameWord(Trimmed(value.AsText()), "false")) {
+    if (value.IsText() && EqualNoCase(Trimmed(value.AsText()), "false")) {
         return Value::Boolean(false);
     }
     double number = 0;
@@ -140,7 +140,7 @@ ValueList Defaults(const data::LoadRequest& request, const ReportParameter& para
 
 std::size_t FieldOf(const Table& table, const DataSetReference& reference, const std::string& field) {
     for (std::size_t i = 0; i < table.fieldNames.size(); ++i) {
-        if (SameWord(table.fieldNames[i], field)) {
+        if (EqualNoCase(table.fieldNames[i], field)) {
             return i;
         }
     }

@@ -73,7 +73,7 @@ std::vector<std::unique_ptr<ReportParameterState>> FieldsOf(const Definition& de
     for (const ReportParameter& parameter : definition.parameters) {
         auto field = std::make_unique<ReportParameterState>(parameter);
         for (std::size_t i = 0; i < std::min(subreport.parameters.size(), values.size()); ++i) {
-            if (SameWord(subreport.parameters[i].first, parameter.name)) {
+            if (EqualNoCase(subreport.parameters[i].first, parameter.name)) {
                 field->SetCurrent(values[i]);
             }
         }

@@ -68,20 +68,20 @@ class Environment {
     virtual Value* ItemValue() { return nullptr; }  // Me.Value / Value in Code and styles
     // Called every so often while expressions run; the one thing that may raise in them, to end the whole
     // run.
-    virtual void Look() {}
+    virtual void CheckBounds() {}
 
     // What an evaluation took, in the steps of code.
     void Spend(std::int64_t steps) {
-        m_untilLook -= steps;
-        if (m_untilLook < 0) {
-            m_untilLook = BetweenLooks;
-            Look();
+        m_untilCheck -= steps;
+        if (m_untilCheck < 0) {
+            m_untilCheck = BetweenChecks;
+            CheckBounds();
         }
     }
 
  private:
-    static constexpr std::int64_t BetweenLooks = 100'000;
-    std::int64_t m_untilLook = BetweenLooks;
+    static constexpr std::int64_t BetweenChecks = 100'000;
+    std::int64_t m_untilCheck = BetweenChecks;
 };
 
 }  // namespace rdl::expr

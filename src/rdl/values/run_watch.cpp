@@ -73,7 +73,7 @@ RunWatch::Data::~Data() {
     }
 }
 
-void RunWatch::Look() {
+void RunWatch::CheckBounds() {
     const Clock::time_point now = Clock::now();
     if (now < m_next) {
         return;

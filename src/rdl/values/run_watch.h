@@ -46,7 +46,7 @@ class RunWatch {
 
     // To be called where work repeats; it costs a look at the clock. Raises rdl::Error past a bound, and from
     // then on each time.
-    void Look();
+    void CheckBounds();
 
  private:
     using Clock = std::chrono::steady_clock;

@@ -7,42 +7,42 @@
 namespace {
 
 TEST(Letters, CompareWithoutRegardToCaseInEveryScript) {
-    EXPECT_TRUE(SameLetters("Übersicht", "üBERSICHT"));
-    EXPECT_TRUE(SameLetters("", ""));
-    EXPECT_FALSE(SameLetters("Ubersicht", "Übersicht"));
-    EXPECT_FALSE(SameLetters("a", "ab"));
+    EXPECT_TRUE(SameText("Übersicht", "üBERSICHT"));
+    EXPECT_TRUE(SameText("", ""));
+    EXPECT_FALSE(SameText("Ubersicht", "Übersicht"));
+    EXPECT_FALSE(SameText("a", "ab"));
 }
 
 TEST(Letters, SortLikeTheLettersThatEveryDatabaseKnows) {
-    EXPECT_LT(CompareLetters("a", "B"), 0);
-    EXPECT_GT(CompareLetters("ab", "A"), 0);
-    EXPECT_LT(CompareLetters("_", "A"), 0);
-    EXPECT_LT(CompareLetters("z", "ä"), 0);
-    EXPECT_LT(CompareLetters("Z", "Ä"), 0);
+    EXPECT_LT(CompareText("a", "B"), 0);
+    EXPECT_GT(CompareText("ab", "A"), 0);
+    EXPECT_LT(CompareText("_", "A"), 0);
+    EXPECT_LT(CompareText("z", "ä"), 0);
+    EXPECT_LT(CompareText("Z", "Ä"), 0);
 }
 
 TEST(Letters, BytesThatAreNoTextCompareByThemselves) {
-    EXPECT_TRUE(SameLetters("\xff", "\xff"));
-    EXPECT_FALSE(SameLetters("\xff", "\xfe"));
-    EXPECT_FALSE(SameLetters("\xc0\x80", std::string("\0", 1)));
-    EXPECT_FALSE(SameLetters("\xed\xa0\x80", "\xed\xa0\x81"));
-    EXPECT_EQ(UpperLetters("\xf4\x90\x80\x80\xe2\x82"), "\xf4\x90\x80\x80\xe2\x82");
+    EXPECT_TRUE(SameText("\xff", "\xff"));
+    EXPECT_FALSE(SameText("\xff", "\xfe"));
+    EXPECT_FALSE(SameText("\xc0\x80", std::string("\0", 1)));
+    EXPECT_FALSE(SameText("\xed\xa0\x80", "\xed\xa0\x81"));
+    EXPECT_EQ(UpperText("\xf4\x90\x80\x80\xe2\x82"), "\xf4\x90\x80\x80\xe2\x82");
 }
 
 TEST(Letters, PatternsHaveWildcards) {
-    EXPECT_TRUE(LikeLetters("Übersicht", "ÜBER%"));
-    EXPECT_TRUE(LikeLetters("Übersicht", "_bersich_"));
-    EXPECT_TRUE(LikeLetters("aXbXc", "a%x%c"));
-    EXPECT_TRUE(LikeLetters("mississippi", "m%iss%ippi"));
-    EXPECT_TRUE(LikeLetters("", "%%"));
-    EXPECT_TRUE(LikeLetters("a", "%a%"));
-    EXPECT_FALSE(LikeLetters("", "_"));
-    EXPECT_FALSE(LikeLetters("ab", "a"));
-    EXPECT_FALSE(LikeLetters("ab", "%a"));
-    EXPECT_FALSE(LikeLetters("a", ""));
-    EXPECT_TRUE(LikeLetters("100%", "100!%", U'!'));
-    EXPECT_FALSE(LikeLetters("1000", "100!%", U'!'));
-    EXPECT_FALSE(LikeLetters(std::string(20'000, 'a'), "%a%a%a%a%a%a%a%b"));
+    EXPECT_TRUE(LikeText("Übersicht", "ÜBER%"));
+    EXPECT_TRUE(LikeText("Übersicht", "_bersich_"));
+    EXPECT_TRUE(LikeText("aXbXc", "a%x%c"));
+    EXPECT_TRUE(LikeText("mississippi", "m%iss%ippi"));
+    EXPECT_TRUE(LikeText("", "%%"));
+    EXPECT_TRUE(LikeText("a", "%a%"));
+    EXPECT_FALSE(LikeText("", "_"));
+    EXPECT_FALSE(LikeText("ab", "a"));
+    EXPECT_FALSE(LikeText("ab", "%a"));
+    EXPECT_FALSE(LikeText("a", ""));
+    EXPECT_TRUE(LikeText("100%", "100!%", U'!'));
+    EXPECT_FALSE(LikeText("1000", "100!%", U'!'));
+    EXPECT_FALSE(LikeText(std::string(20'000, 'a'), "%a%a%a%a%a%a%a%b"));
 }
 
 }  // namespace

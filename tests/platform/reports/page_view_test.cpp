@@ -38,8 +38,8 @@ class PageViewTest : public ReportFolder {
     }
     static std::string Text(report::PageView& pages, int n) {
         std::string text;
-        for (const report::Letter& letter : pages.Letters(n)) {
-            text += letter.text + (letter.endsLine ? "|" : "");
+        for (const report::Character& character : pages.Characters(n)) {
+            text += character.text + (character.endsLine ? "|" : "");
         }
         return text;
     }
@@ -80,7 +80,7 @@ TEST_F(PageViewTest, APageThatWasPutByIsDrawnLikeANewOne) {
     EXPECT_GT(rdl::screen::test::DarkPixels(before), 100);
     pages->Reach(1000);
     for (int n = 1; n <= pages->PagesMade(); ++n) {
-        pages->Letters(n);
+        pages->Characters(n);
     }
     EXPECT_EQ(draw(), before);
 }
@@ -199,7 +199,7 @@ TEST_F(PageViewTest, ParametersOfTheReportHold) {
 
 TEST_F(PageViewTest, APageThatIsNotMadeIsOutOfRange) {
     const auto pages = Open(Rows(1, Number));
-    EXPECT_EQ(ErrorOf([&] { pages->Letters(1); }).Number(), err::SubscriptOutOfRange);
+    EXPECT_EQ(ErrorOf([&] { pages->Characters(1); }).Number(), err::SubscriptOutOfRange);
 }
 
 }  // namespace

@@ -7,18 +7,18 @@ namespace {
 
 // Characters are 6 points wide, lines 12 points high.
 PageText TextOf(const std::vector<std::string>& lines) {
-    std::vector<report::Letter> letters;
+    std::vector<report::Character> characters;
     double y = 0;
     for (const std::string& line : lines) {
         double x = 0;
         for (const char c : line) {
-            letters.push_back({std::string(1, c), {x, y, 6, 12}, false});
+            characters.push_back({std::string(1, c), {x, y, 6, 12}, false});
             x += 6;
         }
-        letters.back().endsLine = true;
+        characters.back().endsLine = true;
         y += 12;
     }
-    return PageText(letters);
+    return PageText(characters);
 }
 
 TEST(PageText, WordsAreFoundWithoutRegardToCase) {
@@ -37,9 +37,9 @@ TEST(PageText, WordsAreFoundOverTheEndOfALine) {
 }
 
 TEST(PageText, LettersOutsideOfTheBasicPlaneKeepTheirPlaces) {
-    std::vector<report::Letter> letters = {
+    std::vector<report::Character> characters = {
         {"\xF0\x9F\x98\x80", {0, 0, 6, 12}, false}, {"a", {6, 0, 6, 12}, false}, {"b", {12, 0, 6, 12}, true}};
-    const PageText text(letters);
+    const PageText text(characters);
     EXPECT_EQ(text.Find("ab"), (std::vector<LetterRange>{{1, 2}}));
     EXPECT_EQ(text.Text({0, 2}), QString::fromUtf8("\xF0\x9F\x98\x80"
                                                    "a"));

@@ -19,7 +19,7 @@ using std::chrono::seconds;
 std::string Said(RunWatch& watch) {
     std::this_thread::sleep_for(milliseconds(60));
     try {
-        watch.Look();
+        watch.CheckBounds();
     } catch (const Error& error) {
         return error.what();
     }

@@ -38,7 +38,7 @@ const std::vector<AddressEntry>& AddressBook::ListEntries() {
         entries = ReadCards(*text);
     }
     std::stable_sort(entries.begin(), entries.end(), [](const AddressEntry& left, const AddressEntry& right) {
-        return CompareLetters(left.name, right.name) < 0;
+        return CompareText(left.name, right.name) < 0;
     });
     for (std::size_t entry = 0; entry < entries.size(); ++entry) {
         m_names.emplace(WithoutMarks(entries[entry].name), entry);

@@ -31,7 +31,7 @@ class AddressBook {
  private:
     struct LettersBefore {
         bool operator()(std::string_view left, std::string_view right) const {
-            return CompareLetters(left, right) < 0;
+            return CompareText(left, right) < 0;
         }
     };
 

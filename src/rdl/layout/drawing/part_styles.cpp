@@ -127,7 +127,7 @@ Border PartStyles::LineOf(const Style& style, Color color, float width) const {
     const BoxStylePtr box = Box(style);
     Border border{LineStyle::Solid, color, width};
     const std::string wanted = Part(style, StyleProperty::BorderStyle);
-    if (!wanted.empty() && !SameWord(wanted, "Default")) {
+    if (!wanted.empty() && !EqualNoCase(wanted, "Default")) {
         border.style = box->left.style;
     }
     if (style.Find(StyleProperty::BorderWidth)) {

@@ -14,7 +14,7 @@ std::size_t At(int index) {
 }  // namespace
 
 void TablixTable::Row(std::size_t index, TableRow& row) {
-    m_builder.Place().Look();
+    m_builder.Place().CheckBounds();
     const PlannedRow& planned = m_rows[index];
     const Evaluator::Stay stay(m_builder.Place());
     row.columnHeader = (planned.flags & ColumnHeader) != 0;

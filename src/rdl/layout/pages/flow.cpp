@@ -114,7 +114,7 @@ Flow::Outcome TextFlow::Place(double x, double y, double available) {
     painter.Borders(area, BoxOf(m_item));
     if (m_next == 0) {
         painter.Marks(area, m_item);
-        painter.See(m_item);
+        painter.Collect(m_item);
     }
     if (BoxOf(m_item).HasBackground()) {
         painter.SetContent();

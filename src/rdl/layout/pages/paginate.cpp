@@ -31,7 +31,7 @@ class Pages final : public PageStream {
 
     bool NextBody(Page& content) override {
         if (m_report.watch) {
-            m_report.watch->Look();
+            m_report.watch->CheckBounds();
         }
         if (m_waiting.empty() && !FillPage()) {
             return false;
@@ -127,7 +127,7 @@ class Pages final : public PageStream {
         m_context.pageHeight = area.height;
         m_context.left = area.x;
         m_context.pageWidth = section.page.columns > 1 ? std::numeric_limits<double>::infinity() : area.width;
-        m_painter.Want(&section.wantedReportItems);
+        m_painter.CollectTexts(&section.wantedReportItems);
         m_flow = std::make_unique<ContainerFlow>(section.items, m_context);
     }
 
@@ -161,7 +161,7 @@ class Pages final : public PageStream {
         m_current.section = m_section;
         m_current.numberGroup = m_numberGroup;
         m_current.facts.name = m_painter.facts.name;
-        m_current.facts.reportItems = m_painter.TakeSeen();
+        m_current.facts.reportItems = m_painter.TakeCollected();
         const double extent = m_painter.Extent() - area.x;
         const int across = static_cast<int>(std::max(std::ceil((extent - 0.5) / area.width), 1.0));
         if (across > MostAcross) {

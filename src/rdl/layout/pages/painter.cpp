@@ -336,12 +336,12 @@ void Painter::Label(double x, double y, const std::string& label, int level) {
     m_page->ops.emplace_back(AnchorOp{x, y, {}, label, level});
 }
 
-void Painter::See(const Instance& item) {
+void Painter::Collect(const Instance& item) {
     if (!m_wanted || m_wanted->empty() ||
         std::find(m_wanted->begin(), m_wanted->end(), item.name) == m_wanted->end()) {
         return;
     }
-    m_seen.emplace_back(item.name, item.value.IsNull() ? Value::Text(item.PlainText()) : item.value);
+    m_collected.emplace_back(item.name, item.value.IsNull() ? Value::Text(item.PlainText()) : item.value);
 }
 
 }  // namespace rdl::layout

@@ -54,9 +54,9 @@ class Painter {
     TextLayout& Layout() { return m_layout; }
 
     // Texts that margins ask for.
-    void Want(const std::vector<std::string>* names) { m_wanted = names; }
-    std::vector<std::pair<std::string, Value>> TakeSeen() { return std::exchange(m_seen, {}); }
-    void See(const Instance& item);
+    void CollectTexts(const std::vector<std::string>* names) { m_wanted = names; }
+    std::vector<std::pair<std::string, Value>> TakeCollected() { return std::exchange(m_collected, {}); }
+    void Collect(const Instance& item);
     // What page number marks in texts of the body stand for.
     SectionInstance::PageFacts facts;
     // Told by rows that begin on the page.
@@ -79,7 +79,7 @@ class Painter {
     double m_top = 0, m_extent = 0;
     bool m_hasContent = false;
     const std::vector<std::string>* m_wanted = nullptr;
-    std::vector<std::pair<std::string, Value>> m_seen;
+    std::vector<std::pair<std::string, Value>> m_collected;
     TextLayout m_layout;
 };
 

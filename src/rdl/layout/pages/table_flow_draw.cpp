@@ -78,7 +78,7 @@ void TableFlow::DrawContent(const Instance& content, Cell& cell, const Rect& are
     switch (content.kind) {
         case InstanceKind::Text:
             painter.Text(area, content, cell.laid, 0, cell.laid.lines.size());
-            painter.See(content);
+            painter.Collect(content);
             break;
         case InstanceKind::Image:
             painter.Image(area, content);

@@ -173,7 +173,7 @@ Value Evaluator::GroupVariable(const std::string& name, bool& found) {
                 const GroupPlan& plan = groups[At(group)];
                 const auto& variables = plan.definition->variables;
                 for (std::size_t i = 0; i < variables.size(); ++i) {
-                    if (!SameWord(variables[i].name, name)) {
+                    if (!EqualNoCase(variables[i].name, name)) {
                         continue;
                     }
                     found = true;
@@ -209,7 +209,7 @@ Value Evaluator::Variable(const std::string& name) {
         return known->second;
     }
     for (const auto& variable : m_input.definition->variables) {
-        if (SameWord(variable.name, name)) {
+        if (EqualNoCase(variable.name, name)) {
             const Stay stay(*this);
             Enter({});
             value = Property(variable.value, m_programs).Get(*this);

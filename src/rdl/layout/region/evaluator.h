@@ -75,9 +75,9 @@ class Evaluator final : public expr::Environment {
     std::int64_t DataSetRowCount(const std::string& dataSet) override;
     const Culture& CurrentCulture() override { return *m_culture; }
     std::int64_t NowTicks() override { return m_input.nowTicks; }
-    void Look() override {
+    void CheckBounds() override {
         if (m_input.watch) {
-            m_input.watch->Look();
+            m_input.watch->CheckBounds();
         }
     }
 

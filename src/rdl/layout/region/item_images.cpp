@@ -25,22 +25,23 @@ ImageBytes FromText(std::string_view text, const std::string& item) {
 
 BackgroundPicture::Repeat ParseRepeat(std::string_view word, bool isChart) {
     using Repeat = BackgroundPicture::Repeat;
-    if (SameWord(word, "RepeatX")) {
+    if (EqualNoCase(word, "RepeatX")) {
         return Repeat::Across;
     }
-    if (SameWord(word, "RepeatY")) {
+    if (EqualNoCase(word, "RepeatY")) {
         return Repeat::Down;
     }
-    if (SameWord(word, "Clip") || SameWord(word, "NoRepeat")) {
+    if (EqualNoCase(word, "Clip") || EqualNoCase(word, "NoRepeat")) {
         return Repeat::None;
     }
-    return SameWord(word, "Fit") || (isChart && !SameWord(word, "Repeat")) ? Repeat::Stretch : Repeat::Both;
+    return EqualNoCase(word, "Fit") || (isChart && !EqualNoCase(word, "Repeat")) ? Repeat::Stretch
+                                                                                 : Repeat::Both;
 }
 
 // TopLeft, Bottom ... as shares of the room that is left.
 void SetPosition(std::string_view word, bool isChart, BackgroundPicture& picture) {
     const auto has = [word](std::string_view part) { return word.find(part) != std::string_view::npos; };
-    const bool isDefault = word.empty() || SameWord(word, "Default");
+    const bool isDefault = word.empty() || EqualNoCase(word, "Default");
     const float middle = isDefault && !isChart ? 0.0F : 0.5F;
     picture.alignX = has("Left") ? 0 : has("Right") ? 1 : middle;
     picture.alignY = has("Top") ? 0 : has("Bottom") ? 1 : middle;
@@ -123,9 +124,9 @@ ImageBytes ItemImages::Find(Image::Source source, const Value& value, const std:
 BoxStylePtr ItemImages::WithPicture(const BoxStylePtr& style, BackgroundPlan& plan, const std::string& item) {
     std::string type = Text(plan.type);
     const std::string source = Text(plan.source);
-    const auto kind = SameWord(source, "Embedded")   ? Image::Source::Embedded
-                      : SameWord(source, "Database") ? Image::Source::Database
-                                                     : Image::Source::External;
+    const auto kind = EqualNoCase(source, "Embedded")   ? Image::Source::Embedded
+                      : EqualNoCase(source, "Database") ? Image::Source::Database
+                                                        : Image::Source::External;
     ImageBytes bytes = Load(kind, plan.value.Get(m_evaluator), item, type);
     if (!bytes) {
         return style;

@@ -17,11 +17,11 @@ ChartLinesData LinesOf(const ChartLines& lines, bool usual, Color color, float w
     data.shown = styles.Flag(lines.enabled).value_or(usual);
     data.interval = styles.Number(lines.interval).value_or(0);
     data.border = styles.LineOf(lines.style, color, width);
-    if (SameWord(lines.type, "Inside")) {
+    if (EqualNoCase(lines.type, "Inside")) {
         data.ticks = ChartLinesData::Ticks::Inside;
-    } else if (SameWord(lines.type, "Cross")) {
+    } else if (EqualNoCase(lines.type, "Cross")) {
         data.ticks = ChartLinesData::Ticks::Cross;
-    } else if (SameWord(lines.type, "None")) {
+    } else if (EqualNoCase(lines.type, "None")) {
         data.shown = false;
     }
     return data;
@@ -39,7 +39,7 @@ ChartAxisData AxisOf(const ChartAxis& axis, const PartStyles& styles) {
     data.labels = !styles.Flag(axis.hideLabels).value_or(false);
     data.reverse = styles.Flag(axis.reverse).value_or(false);
     data.logarithmic = styles.Flag(axis.logScale).value_or(false);
-    data.opposite = SameWord(styles.Text(axis.location), "Opposite");
+    data.opposite = EqualNoCase(styles.Text(axis.location), "Opposite");
     data.margin = styles.Flag(axis.margin);
     data.includeZero = styles.Flag(axis.includeZero);
     data.minimum = styles.Number(axis.minimum);

@@ -29,7 +29,7 @@ ChartShape ShapeOf(const std::string& name, ChartShape otherwise) {
         {"Diamond", ChartShape::Diamond}, {"Triangle", ChartShape::Triangle}, {"Cross", ChartShape::Cross},
         {"Auto", ChartShape::Circle}};
     for (const auto& [word, shape] : Shapes) {
-        if (SameWord(word, name)) {
+        if (EqualNoCase(word, name)) {
             return shape;
         }
     }
@@ -115,7 +115,7 @@ class ChartEvaluator {
             }
         }
         const std::string name = m_styles.Text(m_chart.palette);
-        if (m_data.palette.empty() || !SameWord(name, "Custom")) {
+        if (m_data.palette.empty() || !EqualNoCase(name, "Custom")) {
             m_data.palette = PaletteOf(name);
         }
     }
@@ -224,7 +224,7 @@ class ChartEvaluator {
             row.color = m_data.PaletteColor(index);
         }
         row.pointWidth = std::clamp(m_styles.Number(series.pointWidth).value_or(0.8), 0.05, 2.0);
-        row.labelsOutside = SameWord(m_styles.Text(series.pieLabels), "Outside");
+        row.labelsOutside = EqualNoCase(m_styles.Text(series.pieLabels), "Outside");
         row.hole = 1 - std::clamp(m_styles.Number(series.doughnutRadius).value_or(40), 5.0, 95.0) / 100;
         ChartAreaData& area = AreaOf(series, row);
         row.border = IsLine(series) ? LineIn(series.style, row.color) : m_styles.BorderOf(series.style);

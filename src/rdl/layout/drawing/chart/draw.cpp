@@ -20,7 +20,7 @@ enum class Side { Top, Bottom, Left, Right };
 Side SideOf(const std::string& position) {
     for (const auto& [word, side] :
          {std::pair{"Bottom", Side::Bottom}, {"Left", Side::Left}, {"Right", Side::Right}}) {
-        if (SameWord(position.substr(0, std::string_view(word).size()), word)) {
+        if (EqualNoCase(position.substr(0, std::string_view(word).size()), word)) {
             return side;
         }
     }
@@ -31,7 +31,7 @@ Side SideOf(const std::string& position) {
 double PlaceOf(const std::string& position, Side side) {
     const auto ends = [&](std::string_view word) {
         return position.size() > word.size() &&
-               SameWord(position.substr(position.size() - word.size()), word);
+               EqualNoCase(position.substr(position.size() - word.size()), word);
     };
     if (side == Side::Top || side == Side::Bottom) {
         return ends("Left") ? 0 : ends("Right") ? 1 : 0.5;

@@ -86,7 +86,7 @@ Grid GridOf(const ChartLegendData& legend, const std::vector<Entry>& entries, co
         std::floor((room.height * (beside ? 1 : LargestShare) - grid.titleHeight - Gap) / grid.cellHeight)));
     const std::size_t count = std::max<std::size_t>(entries.size(), 1);
     grid.columns = beside ? std::min(fitting, (count + high - 1) / high) : std::min(fitting, count);
-    if (!beside && SameWord(legend.layout, "Column")) {
+    if (!beside && EqualNoCase(legend.layout, "Column")) {
         grid.columns = std::min(grid.columns, (count + high - 1) / high);
     }
     grid.rows = std::min(high, (count + grid.columns - 1) / grid.columns);
@@ -98,11 +98,11 @@ Grid GridOf(const ChartLegendData& legend, const std::vector<Entry>& entries, co
 Rect PlaceOf(const std::string& wanted, const Grid& grid, Rect& room) {
     const std::string position = wanted.empty() ? "RightTop" : wanted;
     const auto begins = [&](std::string_view word) {
-        return SameWord(position.substr(0, word.size()), word);
+        return EqualNoCase(position.substr(0, word.size()), word);
     };
     const auto ends = [&](std::string_view word) {
         return position.size() > word.size() &&
-               SameWord(position.substr(position.size() - word.size()), word);
+               EqualNoCase(position.substr(position.size() - word.size()), word);
     };
     Rect area{room.x, room.y, grid.Width(), grid.Height()};
     if (begins("Top") || begins("Bottom")) {
@@ -165,7 +165,7 @@ void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room
         return;
     }
     const auto begins = [&](std::string_view word) {
-        return SameWord(legend.position.substr(0, word.size()), word);
+        return EqualNoCase(legend.position.substr(0, word.size()), word);
     };
     const Grid grid = GridOf(legend, entries, room, !begins("Top") && !begins("Bottom"));
     const Rect area = PlaceOf(legend.position, grid, room);

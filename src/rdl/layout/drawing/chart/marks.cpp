@@ -148,9 +148,9 @@ void DrawBubbles(const ChartPlot& plot, std::size_t r) {
 
 Anchor AnchorOf(const std::string& position) {
     const auto has = [&](std::string_view word) {
-        return SameWord(position.substr(0, word.size()), word) ||
+        return EqualNoCase(position.substr(0, word.size()), word) ||
                (position.size() > word.size() &&
-                SameWord(position.substr(position.size() - word.size()), word));
+                EqualNoCase(position.substr(position.size() - word.size()), word));
     };
     // A label at the top has the point below it.
     return {has("Left")    ? 1.0
@@ -171,12 +171,12 @@ class LabelDrawer {
         if (mark.label.empty()) {
             return;
         }
-        const bool automatic = mark.labelPosition.empty() || SameWord(mark.labelPosition, "Auto");
+        const bool automatic = mark.labelPosition.empty() || EqualNoCase(mark.labelPosition, "Auto");
         Spot spot = SpotOf(m_plot, r, i);
         Anchor anchor = AnchorOf(automatic ? "Top" : mark.labelPosition);
         const bool negative = (mark.y < 0) != m_plot.area.valueAxes[row.valueAxis].reverse;
         const bool inside =
-            IsColumn(row) && ((automatic && IsStacked(row)) || SameWord(mark.labelPosition, "Center"));
+            IsColumn(row) && ((automatic && IsStacked(row)) || EqualNoCase(mark.labelPosition, "Center"));
         if (inside) {
             const Rect column = ColumnOf(m_plot, r, i);
             spot = {column.x + column.width / 2, column.y + column.height / 2};

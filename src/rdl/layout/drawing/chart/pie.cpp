@@ -19,7 +19,7 @@ struct Ring {
 
 bool LabelsOutside(const ChartRow& row) {
     return row.labelsOutside || std::any_of(row.marks.begin(), row.marks.end(), [](const ChartMark& mark) {
-               return SameWord(mark.labelPosition, "Outside") && !mark.label.empty();
+               return EqualNoCase(mark.labelPosition, "Outside") && !mark.label.empty();
            });
 }
 

@@ -34,8 +34,8 @@ GaugeTrack StraightTrack(const GaugeItem& gauge, const GaugeScale& scale, const 
                          const GaugeKit& kit) {
     constexpr double UsualMargin = 8, UsualPosition = 50;
     const std::string orientation = kit.Text(gauge, "Orientation");
-    const bool upright = SameWord(orientation, "Vertical") ||
-                         (!SameWord(orientation, "Horizontal") && area.height > area.width);
+    const bool upright = EqualNoCase(orientation, "Vertical") ||
+                         (!EqualNoCase(orientation, "Horizontal") && area.height > area.width);
     const double start = kit.Number(scale, "StartMargin", UsualMargin) * Percent;
     const double end = kit.Number(scale, "EndMargin", UsualMargin) * Percent;
     const double across = kit.Number(scale, "Position", UsualPosition) * Percent;

@@ -68,7 +68,7 @@ void Sector(const FrameShape& around, double wider, Color fill, Canvas& paper) {
 
 void DrawFrame(const GaugeFrame& frame, const Rect& area, const FrameShape& around, const GaugeKit& kit) {
     const std::string style = kit.Text(frame, "FrameStyle");
-    if (style.empty() || SameWord(style, "None")) {
+    if (style.empty() || EqualNoCase(style, "None")) {
         return;
     }
     constexpr double UsualWidth = 8;  // percent
@@ -77,7 +77,7 @@ void DrawFrame(const GaugeFrame& frame, const Rect& area, const FrameShape& arou
     const std::string shape = kit.Text(frame, "FrameShape");
     const bool circle =
         shape.find("Circular") != std::string::npos ||
-        (around.round && (shape.empty() || SameWord(shape, "Default") || SameWord(shape, "AutoShape")));
+        (around.round && (shape.empty() || EqualNoCase(shape, "Default") || EqualNoCase(shape, "AutoShape")));
     const Color outer = kit.Fill(frame.style, FrameGray), inner = kit.Fill(frame.background, FaceGray);
     const Border line = kit.Outline(frame.style);
     Canvas& paper = kit.Paper();

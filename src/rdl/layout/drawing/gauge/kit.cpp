@@ -26,7 +26,7 @@ std::vector<Spot> CornersOf(const std::string& shape) {
                                                           {"Star", 4},     {"Wedge", 5},   {"Pentagon", 6}};
     int which = 0;
     for (const auto& [word, number] : Words) {
-        which = SameWord(word, shape) ? number : which;
+        which = EqualNoCase(word, shape) ? number : which;
     }
     switch (which) {
         case 1:
@@ -73,15 +73,15 @@ std::string GaugeKit::Text(const GaugePart& part, std::string_view property) con
 }
 
 bool GaugeKit::Is(const GaugePart& part, std::string_view property, std::string_view word) const {
-    return SameWord(Text(part, property), word);
+    return EqualNoCase(Text(part, property), word);
 }
 
 GaugePlacement GaugeKit::Placement(const GaugePart& part, GaugePlacement otherwise) const {
     const std::string word = Text(part, "Placement");
-    return SameWord(word, "Inside")    ? GaugePlacement::Inside
-           : SameWord(word, "Outside") ? GaugePlacement::Outside
-           : SameWord(word, "Cross")   ? GaugePlacement::Cross
-                                       : otherwise;
+    return EqualNoCase(word, "Inside")    ? GaugePlacement::Inside
+           : EqualNoCase(word, "Outside") ? GaugePlacement::Outside
+           : EqualNoCase(word, "Cross")   ? GaugePlacement::Cross
+                                          : otherwise;
 }
 
 Color GaugeKit::ColorOf(const GaugePart& part, std::string_view property) const {
@@ -96,7 +96,7 @@ Color GaugeKit::Fill(const Style& style, Color otherwise) const {
     const Expr* type = style.Find(StyleProperty::BackgroundGradientType);
     const std::string word = type ? Styles().Text(*type) : std::string();
     const bool gradient =
-        !word.empty() && !SameWord(word, "None") && !SameWord(word, "Default") && end >> 24 != 0;
+        !word.empty() && !EqualNoCase(word, "None") && !EqualNoCase(word, "Default") && end >> 24 != 0;
     if (gradient) {
         return begin >> 24 ? Middle(begin, end) : end;
     }
@@ -104,7 +104,7 @@ Color GaugeKit::Fill(const Style& style, Color otherwise) const {
         return begin;
     }
     const Expr* source = style.Find(StyleProperty::BackgroundColor);
-    return source && SameWord(Styles().Text(*source), "Transparent") ? Transparent : otherwise;
+    return source && EqualNoCase(Styles().Text(*source), "Transparent") ? Transparent : otherwise;
 }
 
 void DrawTurned(const std::vector<Spot>& corners, Spot origin, double direction, Color fill,
@@ -121,10 +121,10 @@ void DrawTurned(const std::vector<Spot>& corners, Spot origin, double direction,
 void DrawMarker(const std::string& shape, const GaugeTrack& track, double share, GaugePlace place,
                 double thick, bool inwards, Color fill, const Border& border, Canvas& canvas) {
     const double length = place.outer - place.inner;
-    if (SameWord(shape, "None") || !(length > 0) || !(thick > 0)) {
+    if (EqualNoCase(shape, "None") || !(length > 0) || !(thick > 0)) {
         return;
     }
-    if (SameWord(shape, "Circle")) {
+    if (EqualNoCase(shape, "Circle")) {
         canvas.Circle(track.At(share, (place.inner + place.outer) / 2), std::min(length, thick) / 2, fill,
                       border);
         return;

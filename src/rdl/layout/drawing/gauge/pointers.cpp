@@ -123,10 +123,10 @@ double Snapped(const GaugePointer& pointer, double value, const GaugeKit& kit) {
 
 void DrawPointer(const Pointer& pointer) {
     const std::string type = pointer.kit.Text(pointer.definition, "Type");
-    if (SameWord(type, "Bar")) {
+    if (EqualNoCase(type, "Bar")) {
         const bool zero = pointer.kit.Is(pointer.definition, "BarStart", "Zero");
         DrawBar(pointer, zero ? pointer.axis.ShareOf(0) : 0);
-    } else if (pointer.axis.track.round && !SameWord(type, "Marker")) {
+    } else if (pointer.axis.track.round && !EqualNoCase(type, "Marker")) {
         const bool onTop = pointer.kit.Flag(pointer.definition.cap, "OnTop", true);
         if (!onTop) {
             DrawCap(pointer);
@@ -135,7 +135,7 @@ void DrawPointer(const Pointer& pointer) {
         if (onTop) {
             DrawCap(pointer);
         }
-    } else if (SameWord(type, "Thermometer")) {
+    } else if (EqualNoCase(type, "Thermometer")) {
         DrawThermometer(pointer);
     } else {
         DrawMark(pointer);

@@ -168,7 +168,7 @@ const GaugePlan::Reach& GaugeValues::ReachOf(std::size_t item) const {
 std::optional<double> GaugeValues::OfIndicator(std::size_t item) const {
     const GaugeItem& indicator = m_plan.definition->items[item];
     const std::optional<double> value = Of(indicator.value);
-    if (!value || SameWord(m_styles.Text(indicator["TransformationType"]), "None")) {
+    if (!value || EqualNoCase(m_styles.Text(indicator["TransformationType"]), "None")) {
         return value;
     }
     std::optional<double> low = Of(indicator.minimum), high = Of(indicator.maximum);
