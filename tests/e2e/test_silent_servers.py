@@ -137,7 +137,7 @@ class SilentServers(CourierTest):
                     self.expect(stage, *run.result())
 
     @unittest.skipUnless(POSTGRES, "no PostgreSQL here")
-    def test_silence_behind_a_failed_question_ends_the_run_in_its_time(self):
+    def test_silence_after_a_failed_query_ends_the_run_in_its_time(self):
         """The driver tells the server of a prepared statement that it has done with it, and waits for the answer."""
         server = Postgres()
         self.addCleanup(server.close)

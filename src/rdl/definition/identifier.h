@@ -23,7 +23,7 @@ class DistinctNames {
     std::string Add(const std::string& name);
 
  private:
-    std::unordered_map<std::string, std::string> m_names;  // in small letters, as it is written
+    std::unordered_map<std::string, std::string> m_names;  // in lower case, as it is written
 };
 
 }  // namespace rdl
