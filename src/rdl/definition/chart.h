@@ -45,7 +45,7 @@ struct ChartSeries {  // as defined; grouping creates several series from it
     ChartCurve curve = ChartCurve::Straight;
     bool exploded = false;           // Pie and Doughnut
     bool joined = false;             // Scatter: a line from point to point
-    bool range = false;              // Column, Bar and Area: from a low value to a high one
+    bool range = false;              // Column, Bar and Area: from a low to a high value
     std::vector<ChartPoint> points;  // one for each leaf of the categories
     Style style;                     // default of the points
     ChartLabel label;
