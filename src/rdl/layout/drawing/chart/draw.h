@@ -14,7 +14,8 @@ std::shared_ptr<DrawingInstance> DrawChart(const ChartData& data, double width, 
 // Each draws one part within its area.
 void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);
 void DrawPies(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);
-// Draws the legend at its side and subtracts its space from `room`. Omits the entries that do not fit.
+// Draws the legend at its side and subtracts its space from `room`. An ellipsis replaces the entries that do
+// not fit.
 void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room, Canvas& canvas);
 // Draws the symbol of a series, in the legend or at a point.
 void DrawShape(ChartShape shape, Spot center, double size, Color color, Canvas& canvas);
