@@ -19,7 +19,7 @@ bool IsPasswordValue(std::string_view text, std::size_t at, std::size_t size) {
     return isAddress || before.ends_with("pwd=") || before.ends_with("password=");
 }
 
-// A cut must not leave half a character behind.
+// Cuts at a character boundary.
 void CutAtCharacter(std::string& text, std::size_t length) {
     while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) {
         --length;

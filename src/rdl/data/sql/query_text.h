@@ -36,8 +36,8 @@ bool IsOneStatement(std::string_view text, ProviderKind provider);
 // Whether the statement starts with CALL.
 bool IsCall(std::string_view text);
 
-// Returns the call of a stored procedure. The name may contain letters, digits, . _ [ ] " ` and blanks; any
-// other raises rdl::Error.
+// Returns the call of a stored procedure. The name may contain ASCII letters, digits, . _ [ ] " ` and blanks;
+// any other raises rdl::Error.
 BoundQuery ProcedureCall(std::string_view name, const std::vector<NamedValue>& values, ProviderKind provider);
 // Returns the statement that reads a whole table.
 std::string TableQuery(std::string_view name, ProviderKind provider);

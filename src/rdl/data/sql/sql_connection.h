@@ -20,7 +20,7 @@ class SqlConnection {
     ~SqlConnection();
 
     QSqlDatabase& Database() { return m_database; }
-    // The SQL dialect of the server; behind ODBC it is asked of the server, Odbc if unknown.
+    // The SQL dialect of the server. Through ODBC the server is asked for it; Odbc if it is unknown.
     ProviderKind Dialect() const { return m_dialect; }
     // For later calls; those of the constructor and the destructor are limited already.
     ConnectionWatch& Watch() { return m_watch; }

@@ -41,8 +41,8 @@ class RtfParagraphs {
     void Run(const layout::RunInstance& run, bool asParagraph, bool linked, std::string& out);
     bool OpenLink(const layout::Instance& item, std::string& out);
     bool OpenLink(const std::string& link, std::string& out);
-    // Returns a numbered name for a bookmark: a report's bookmarks may be any text, RTF allows only ASCII
-    // letters and digits.
+    // Returns a numbered name for a bookmark: bookmarks of a report may be any text, RTF allows ASCII letters
+    // and digits only.
     std::string NameOf(const std::string& bookmark);
 
     RtfStyles& m_styles;
