@@ -22,7 +22,8 @@ class XmlMutator {
     std::string Cross(std::string_view xml, std::string_view other);
 
  private:
-    // Of an element: its first byte, the first of its content, the first of its end tag, the one behind it.
+    // Offsets of an element: its first byte, first byte of content, first byte of the end tag, the byte after
+    // it.
     struct Element {
         std::size_t begin = 0, content = 0, contentEnd = 0, end = 0;
         std::size_t nameEnd = 0;

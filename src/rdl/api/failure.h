@@ -1,4 +1,4 @@
-// An error of the engine with the stage of a report that it ended.
+// An engine error together with the stage that failed.
 #pragma once
 
 #include <string>
@@ -8,9 +8,9 @@
 namespace rdl {
 
 enum class Stage {
-    Open,       // the file is no report, or cannot be drawn
+    Open,       // the file is not a report, or contains something that cannot be drawn
     Parameter,  // a value is missing or does not fit
-    Formula,    // the record selection formula
+    Formula,    // compiling or evaluating the record selection formula
     Data,       // a data source or query
     Run,        // layout and writing
 };

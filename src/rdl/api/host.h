@@ -1,5 +1,5 @@
-// What the engine asks of the machine and of the application that it runs in. Every function has an answer of
-// its own, so that a program that only wants to run reports needs no host.
+// What the engine needs from the machine and the application around it. Every function has a default
+// implementation: a program that only runs reports needs no host of its own.
 #pragma once
 
 #include <cstdint>
@@ -14,23 +14,23 @@ class Host {
  public:
     virtual ~Host() = default;
 
-    // The moment by the clock on the wall, in ticks of 100 ns since 0001-01-01 00:00 local time.
+    // The current local time in ticks of 100 ns since 0001-01-01 00:00.
     virtual std::int64_t NowTicks() const;
-    // The name of the user, for User!UserID.
+    // Returns the user name for User!UserID, as UTF-8.
     virtual std::string UserName() const;
-    // The absolute path that a name in a report means in `folder`, which an absolute name leaves out. The
-    // file need not exist. Raises an error for a name that no file can have.
+    // Returns the absolute path of `name`; a relative name starts at `folder`. The file need not exist.
+    // Raises an error if no file can have this name.
     virtual std::filesystem::path PathOf(std::string_view name, const std::string& folder) const;
-    // Where data is looked for after the folder of the report itself: absolute paths, none by default.
+    // Returns absolute paths of folders to search for data after the report's own folder. Empty by default.
     virtual std::vector<std::string> DataFolders() const;
-    // A file without a name, for reading and writing, that is gone when the handle is closed; the handle is
-    // the caller's. Raises an error when there is no room for one.
+    // Opens an unnamed temporary file for reading and writing. Returns its descriptor, which the caller
+    // closes; the file is deleted with it. Raises an error if the file cannot be created.
     virtual int OpenTemporaryFile() const;
 };
 
-// The host that was set last, else one that answers as Host does.
+// Returns the host set last by SetHost, or the default host.
 const Host& TheHost();
-// Null restores the host that answers as Host does. `host` outlives its use.
+// Null restores the default host. The caller owns `host` and keeps it alive while reports run.
 void SetHost(const Host* host);
 
 }  // namespace rdl

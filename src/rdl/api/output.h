@@ -1,4 +1,4 @@
-// Where a document goes.
+// The destination of a document.
 #pragma once
 
 #include <cstddef>
@@ -9,8 +9,8 @@ namespace rdl {
 class Output {
  public:
     virtual ~Output() = default;
-    // Takes the next bytes of the document. Raises an error of its own when it cannot; the run ends with
-    // that.
+    // Receives the next `size` bytes of the document. May raise an error of its own; it ends the run and
+    // reaches the caller unchanged.
     virtual void Write(const char* data, std::size_t size) = 0;
     void Write(std::string_view text) { Write(text.data(), text.size()); }
 };

@@ -1,16 +1,16 @@
-// The filters of a data set.
+// Filters of a data set (MS-RDL, Filter).
 #pragma once
 
 #include "rdl/data/load.h"
 
 namespace rdl::data {
 
-// Drops the rows that a filter does not let through, filter by filter in their order: TopN sees what the
-// filters before it left. Equal values at the border of TopN and its like all stay. Raises rdl::Error for an
-// operator that does not exist, a wrong number of values, and an expression that gives an error.
+// Removes rows that do not pass, one filter after the other: TopN sees what the previous filters left. Ties
+// at the limit of TopN and similar all stay. Raises rdl::Error for an unknown operator, a wrong number of
+// values, or an expression that fails.
 void ApplyFilters(const LoadRequest& request, const DataSet& dataSet, Table& table);
 
-// Keeps the marked rows.
+// Removes the rows that are not marked.
 void KeepRows(Table& table, const std::vector<bool>& keep);
 
 }  // namespace rdl::data

@@ -1,7 +1,7 @@
-// The data stage: from a definition, its parameter values and logons to the rows of its data sets.
+// The data stage: loads the rows of a definition's data sets for parameter values and logons.
 //
-// Every failure is an rdl::Error that names the data set or data source and tells a missing file, a missing
-// table, a refused logon and a query's fault apart. No text holds a password.
+// Every failure is an rdl::Error that names the data set or data source and distinguishes a missing file, a
+// missing table, a refused logon and a faulty query. No text contains a password.
 #pragma once
 
 #include <cstddef>
@@ -21,32 +21,31 @@ namespace rdl::data {
 
 struct ParameterInput {
     Value value;  // a List for a multi-value parameter
-    Value label;  // text, or a list of texts
+    Value label;  // a Text, or a List of Texts
 };
 
-// Replaces the user and password that the report or its connect string has.
+// Replaces user and password of the report or its connect string.
 struct Logon {
     std::string user, password;
 };
 
 struct SourceOverride {
     std::string provider;       // SQLITE, PostgreSQL ...; empty: the report's own
-    std::string connectString;  // empty: the report's own
+    std::string connectString;  // empty: that of the report
 };
 
-// A report is not trusted: what it may put into memory is bounded.
+// Limits on untrusted reports: they bound memory and time.
 struct Limits {
     std::size_t rows = 5'000'000;              // of one data set
-    std::size_t bytes = std::size_t{1} << 30;  // of one data set, cells and their texts
-    int querySeconds = 600;                    // where the data set gives no time of its own
+    std::size_t bytes = std::size_t{1} << 30;  // of one data set, cells with their texts
+    int querySeconds = 600;                    // if the data set sets no timeout
 };
 
 struct LoadRequest {
     const Definition* definition = nullptr;
-    std::vector<ParameterInput> parameters;  // in the definition's order; fewer: the others are Null
-    std::string folder;  // machine path of the report's folder; relative names start there
-    // Machine paths of folders that hold what is not in the report's own: a report is copied to where it runs
-    // from without its data.
+    std::vector<ParameterInput> parameters;  // in the definition's order; missing ones are Null
+    std::string folder;  // machine path of the report's folder, where relative names start
+    // Machine paths of further folders: a report may be copied to where it runs without its data.
     std::vector<std::string> folders;
     std::string reportName, userName, renderFormat;
     std::int64_t nowTicks = 0;
@@ -54,7 +53,7 @@ struct LoadRequest {
     std::map<std::string, SourceOverride> overrides;  // by data source name
     std::string formula;                              // record selection formula; empty: every row
     Limits limits;
-    std::shared_ptr<RunWatch> watch;  // of the whole run; null: unbounded
+    std::shared_ptr<RunWatch> watch;  // limits of the whole run; null: no limits
 
     void CheckBounds() const {
         if (watch) {
@@ -62,7 +61,7 @@ struct LoadRequest {
         }
     }
 
-    // Where relative names are looked for, in this order.
+    // Folders to search for relative names, in this order.
     std::vector<std::string> SearchFolders() const {
         std::vector<std::string> all{folder};
         all.insert(all.end(), folders.begin(), folders.end());
@@ -70,18 +69,19 @@ struct LoadRequest {
     }
 };
 
-// Every data set of the report, by name: queries run, fields typed, calculated fields, the data sets' filters
-// and the record selection formula applied.
+// Returns every data set by name: queries run, fields converted, calculated fields computed, filters and the
+// record selection formula applied.
 std::map<std::string, Table> LoadTables(const LoadRequest& request);
 
-// One data set only and without the record selection formula: the values a parameter offers.
+// Loads one data set without the record selection formula, for a parameter's available values.
 Table LoadTable(const LoadRequest& request, const std::string& dataSet);
 
-// The slot order of a data set's fields: those of the query, then the calculated ones, each as defined.
+// Returns the fields in the order of their slots: query fields, then calculated ones, each as defined. The
+// data set owns them.
 std::vector<const Field*> FieldOrder(const DataSet& dataSet);
 
-// Whether a record selection formula can be run on the report; raises rdl::Error with the position, or
-// naming the field or parameter that the report does not have.
+// Checks a record selection formula. Raises rdl::Error with the position, or naming a field or parameter that
+// the report does not have.
 void CheckFormula(const Definition& definition, const std::string& formula);
 
 }  // namespace rdl::data

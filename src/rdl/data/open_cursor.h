@@ -1,4 +1,4 @@
-// From a data set to the rows of its data source.
+// Opens the rows of a data set.
 #pragma once
 
 #include <memory>
@@ -9,17 +9,17 @@
 
 namespace rdl::data {
 
-// A data source as it is used: shared ones read, overrides and logon put in, expressions worked out.
+// A data source ready for use: shared source read, overrides and logon applied, expressions evaluated.
 struct OpenSource {
     ProviderKind provider = ProviderKind::Sqlite;
     std::string connectString;
     Logon logon;
-    bool integrated = false;  // the report asks for the operating system's user
+    bool integrated = false;  // log on as the user of the operating system
 };
 OpenSource ResolveSource(const LoadRequest& request, const DataSource& source);
 
-// Runs the data set's query; inline rows are their own source. `source` may be null for those. Raises
-// rdl::Error without the names of data set and data source.
+// Runs the data set's query. `source` may be null for inline rows. Raises rdl::Error without the names of
+// data set and data source.
 std::unique_ptr<Cursor> OpenCursor(const LoadRequest& request, const DataSet& dataSet,
                                    const DataSource* source);
 

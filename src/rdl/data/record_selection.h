@@ -1,4 +1,4 @@
-// The record selection formula on the data sets of a report.
+// Applies the record selection formula to the data sets of a report.
 #pragma once
 
 #include <optional>
@@ -10,21 +10,21 @@
 
 namespace rdl::data {
 
-// A field may be written {DataSet.Field}, {Field}, or with any table name where only one data set has the
-// field. The formula rules the data sets that hold all its fields; one without fields rules them all.
+// A field is written {DataSet.Field}, {Field}, or with any table name if only one data set has the field. The
+// formula applies to the data sets that have all its fields; without fields it applies to all.
 class RecordSelection {
  public:
-    // Raises rdl::Error when the formula does not compile, names a field or parameter that the report does
-    // not have, or mixes fields of several data sets. An empty text selects everything.
+    // An empty text selects all rows. Raises rdl::Error if the formula does not compile, names an unknown
+    // field or parameter, or mixes fields of several data sets.
     RecordSelection(const Definition& definition, const std::string& text);
 
-    // Drops the rows that are not selected. Raises rdl::Error when the formula fails on one.
+    // Removes the rows that are not selected. Raises rdl::Error if the formula fails on a row.
     void Apply(const LoadRequest& request, const DataSet& dataSet, Table& table) const;
 
  private:
     std::optional<formula::Formula> m_formula;
-    std::vector<std::string> m_dataSets;  // that it rules
-    std::vector<int> m_parameters;        // index in the definition, by the formula's numbers
+    std::vector<std::string> m_dataSets;  // data sets that it applies to
+    std::vector<int> m_parameters;        // index in the definition, by the formula's parameter index
 };
 
 }  // namespace rdl::data

@@ -1,5 +1,5 @@
-// The expression language where a data set is read: fields of the row, parameters, the run's globals. There
-// are no report items, groups and pages yet; asking for one is an error value.
+// Expressions of data sets: fields of the row, parameters, globals. Report items, groups and pages do not
+// exist yet; reading one gives an error value.
 #pragma once
 
 #include <map>
@@ -15,11 +15,11 @@
 
 namespace rdl::data {
 
-// What names mean in the expressions of one data set, or of none (connect strings, query parameters). It must
-// outlive the programs that are compiled with it.
+// Resolves names in the expressions of one data set, or outside of data sets (connect strings, query
+// parameters). It must outlive the programs compiled with it.
 class DataContext : public expr::CompileContext {
  public:
-    // `table` may be null, or one whose names are known and whose rows are still to come.
+    // `table` may be null or still without rows; only its field names are read.
     DataContext(const Definition& definition, const std::string& dataSetName, const Table* table);
     std::optional<int> FieldSlot(const std::string& set, std::string_view field) const override;
     std::optional<int> ParameterIndex(std::string_view name) const override;
@@ -34,14 +34,14 @@ class DataContext : public expr::CompileContext {
 
 class RowEnvironment : public expr::Environment {
  public:
-    // `table` may be null: then there are no fields.
+    // `table` may be null: there are no fields then.
     RowEnvironment(const LoadRequest& request, Table* table);
 
     void SetRow(std::size_t row);
-    // A calculated field: its slot is worked out when it is first asked for in a row, so that fields may
-    // build on each other in any order.
+    // Sets the program of a calculated field. It is evaluated on first use in a row, so that fields may refer
+    // to each other in any order.
     void SetCalculation(std::size_t slot, std::shared_ptr<expr::Program> program);
-    // Stores every calculated field of the current row in the table.
+    // Evaluates and stores every calculated field of the current row.
     void CalculateRow();
 
     Value Field(int slot) override;
@@ -72,11 +72,11 @@ class RowEnvironment : public expr::Environment {
     int m_depth = 0;
     bool m_aggregating = false;
     std::map<std::size_t, std::shared_ptr<expr::Program>> m_calculations;
-    std::vector<State> m_states;  // by slot, of the current row
+    std::vector<State> m_states;  // by slot, for the current row
     std::map<int, Value> m_aggregates;
 };
 
-// The value of an expression that stands outside of every data set; a constant is a text.
+// Evaluates an expression outside of every data set; a constant gives a Text.
 Value EvaluateAlone(const LoadRequest& request, const Expr& source);
 
 }  // namespace rdl::data

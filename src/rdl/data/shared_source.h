@@ -1,4 +1,4 @@
-// Shared data sources (.rds) and shared data sets (.rsd) beside a report.
+// Reads shared data sources (.rds) and shared data sets (.rsd) from the folders of a run.
 #pragma once
 
 #include <string>
@@ -13,22 +13,22 @@ struct SharedSource {
     bool integrated = false;
 };
 
-// `reference` is a name or a path of a report server; its last piece names the file in the run's folders.
-// Raises rdl::Error when the file is missing or none of its kind.
+// `reference` is a name or a report server path; its last part names the file. Raises rdl::Error if the file
+// is missing or is not of this kind.
 SharedSource ReadSharedSource(const std::string& reference, const std::vector<std::string>& folders);
 
 struct SharedParameter {
-    std::string name;  // as its query writes it: @Year
+    std::string name;  // as in the query: @Year
     Expr defaultValue;
     bool nullable = false;
-    bool readOnly = false;       // reports cannot give it
+    bool readOnly = false;       // reports cannot set it
     bool omitFromQuery = false;  // for expressions only
 };
 
 struct SharedDataSet {
-    DataSet dataSet;  // its query, fields and filters; its data source's name is the reference
+    DataSet dataSet;  // query, fields and filters; its data source's name is the reference
     std::vector<SharedParameter> parameters;
-    DataSource source;  // the shared data source that it asks
+    DataSource source;  // the shared data source of its query
 };
 SharedDataSet ReadSharedDataSet(const std::string& reference, const std::vector<std::string>& folders);
 

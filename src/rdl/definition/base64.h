@@ -1,4 +1,4 @@
-// Bytes that stand in a report file or in its data as text.
+// Base64 of report files and their data (RFC 4648, section 4).
 #pragma once
 
 #include <optional>
@@ -7,7 +7,7 @@
 
 namespace rdl {
 
-// Blanks and line ends between the letters do not count. Nothing when the text is not base64.
+// Decodes base64; white space between the characters is ignored. Returns nullopt for any other text.
 std::optional<std::string> FromBase64(std::string_view text);
 
 }  // namespace rdl

@@ -1,6 +1,6 @@
-// A chart's definition. Series and categories are the rows and columns of a data region, so that grouping,
-// sorting, filters and scopes are those of every region; its cells are the data points. Both forms of the
-// schema (2003 and 2005, 2008 and later) are brought to this one.
+// A chart's definition (MS-RDL, Chart). Series and categories are the rows and columns of a data region, so
+// grouping, sorting, filters and scopes work as in every region; cells are the data points. Both forms of the
+// schema (2003 and 2005; 2008 and later) are converted to this one.
 #pragma once
 
 #include <string>
@@ -38,21 +38,21 @@ struct ChartPoint {
     ChartMarker marker;
 };
 
-struct ChartSeries {  // one of the definition; grouping makes several of it
+struct ChartSeries {  // as defined; grouping creates several series from it
     std::string name;
     ChartKind kind = ChartKind::Column;
     ChartStack stack = ChartStack::None;
     ChartCurve curve = ChartCurve::Straight;
     bool exploded = false;           // Pie and Doughnut
     bool joined = false;             // Scatter: a line from point to point
-    bool range = false;              // Column, Bar and Area: from a low value to a high one
+    bool range = false;              // Column, Bar and Area: from a low to a high value
     std::vector<ChartPoint> points;  // one for each leaf of the categories
-    Style style;                     // of points that do not say otherwise
+    Style style;                     // default of the points
     ChartLabel label;
     ChartMarker marker;
     Expr hidden, legendText, hiddenInLegend;
     std::string area, valueAxis;     // by name
-    Expr pointWidth;                 // share of the category's room, 0 to 2
+    Expr pointWidth;                 // fraction of the category's width, 0 to 2
     Expr pieLabels, doughnutRadius;  // Inside, Outside, Disabled; percent
 };
 
@@ -87,10 +87,10 @@ struct ChartLegend {
 
 struct Chart : ReportItem {
     Chart() : ReportItem(ItemKind::Chart) {}
-    // Rows are the series' hierarchy, columns the categories'.
+    // Rows are the series hierarchy, columns the category hierarchy.
     Tablix data;
-    std::vector<Expr> seriesLabels, categoryLabels;  // by member, a parent before its children
-    std::vector<ChartSeries> series;                 // one for each leaf of the rows
+    std::vector<Expr> seriesLabels, categoryLabels;  // by member in preorder
+    std::vector<ChartSeries> series;                 // one for each leaf row
     std::vector<ChartArea> areas;                    // at least one
     std::vector<ChartLegend> legends;
     std::vector<ChartText> titles;
@@ -99,7 +99,7 @@ struct Chart : ReportItem {
     std::vector<Expr> customColors;
 };
 
-// Every property of a chart that may be an expression, those of its data region excepted.
+// Visits every property of a chart that may be an expression, except those of its data region.
 template <typename Visit>
 class ChartWalk {
  public:

@@ -103,7 +103,7 @@ void CheckAreas(Context& context, const XmlElement& element, const std::string& 
     }
 }
 
-// The region behind the chart: nothing in its cells, but as many of them as its hierarchies have leaves.
+// Completes the chart's data region: empty cells, one for each pair of leaves of its hierarchies.
 void FinishRegion(Context& context, const XmlElement& element, const std::string& where, Chart& chart) {
     Tablix& data = chart.data;
     for (auto* members : {&data.rowMembers, &data.columnMembers}) {

@@ -1,4 +1,5 @@
-// Charts of both forms of the schema.
+// Reads the element Chart in both forms of the schema (MS-RDL, Chart). Raises rdl::Error for what cannot be
+// drawn.
 #pragma once
 
 #include "rdl/definition/chart.h"
@@ -8,15 +9,16 @@ namespace rdl {
 
 ItemPtr ReadChart(Context& context, const XmlElement& element, Extent container);
 
-// The parts that the forms have of their own: series, categories, points, areas, legends and titles.
+// The parts that differ between the forms: series, categories, points, areas, legends and titles.
 void ReadNewerChart(Context& context, const XmlElement& element, Chart& chart);
 void ReadOlderChart(Context& context, const XmlElement& element, Chart& chart);  // 2003 and 2005
 
-// The series of a type and subtype of the newer schemas. Fails for what cannot be drawn.
+// Sets the kind of a series from a type and subtype of the newer schemas. Raises rdl::Error for a type that
+// cannot be drawn.
 void SetChartType(Context& context, const XmlElement& element, const std::string& where, std::string type,
                   const std::string& subtype, ChartSeries& series);
 
-// The children of that name of a collection element, which may be missing.
+// Returns the children `name` of a collection element; empty if `collection` is null. The document owns them.
 std::vector<const XmlElement*> ChildrenNamed(const XmlElement* collection, std::string_view name);
 
 }  // namespace rdl

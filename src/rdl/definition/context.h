@@ -1,4 +1,5 @@
-// What every part of the reading shares: how values are made of elements, and how errors say where they are.
+// State shared by the readers of all elements: creates values from elements and reports errors with their
+// place.
 #pragma once
 
 #include <string>
@@ -11,30 +12,32 @@
 
 namespace rdl {
 
-// `where` names the item for people throughout: "Textbox Total"; a property is put behind it with a comma.
+// `where` names the item in error texts: "Textbox Total"; a property follows after a comma. Every function
+// raises rdl::Error through Fail for invalid values.
 class Context {
  public:
     Context(const std::string& fileName, const DefinitionLimits& limits);
 
-    // The attribute Name, empty when there is none. An error unless it is an identifier.
+    // Returns the attribute Name, or an empty text. Raises rdl::Error unless it is an identifier.
     std::string NameOf(const XmlElement& element) const;
-    // The element's text as a constant or, beginning with =, as an expression with the next number.
+    // Returns the element's text as a constant or, if it starts with =, as an expression with the next id.
     Expr MakeExpr(const XmlElement& element, const std::string& where);
-    // The same for a child; not set when there is none.
+    // The same for a child; not set if there is none.
     Expr ChildExpr(const XmlElement& parent, std::string_view name, const std::string& where);
-    // Points. A size that is missing gives `missing`; one below 0 is an error unless `negative` allows it.
+    // Returns a size in points; `missing` if the element is absent. A negative size is an error unless
+    // `negative` is true.
     double Size(const XmlElement& parent, std::string_view name, const std::string& where, double missing = 0,
                 bool negative = false) const;
     bool Flag(const XmlElement& parent, std::string_view name, const std::string& where,
               bool missing = false) const;
     int Number(const XmlElement& parent, std::string_view name, const std::string& where, int least, int most,
                int missing) const;
-    // An error unless the report has an embedded image of this name, or `name` is worked out later.
+    // Raises rdl::Error unless the report embeds an image of this name or `name` is an expression.
     void RequireImage(const XmlElement& element, const std::string& where, const Expr& name) const;
     void TellImage(const std::string& name) { m_images.insert(name); }
-    // Images are read from files and from the report itself, never fetched from the network.
+    // Refuses network addresses: images come from files and from the report itself.
     void RefuseAddress(const XmlElement& element, const std::string& where, const Expr& source) const;
-    // To be called for each item that is made.
+    // Call this for each new item. Raises rdl::Error past the limit on items.
     void CountItem(const XmlElement& element);
     [[noreturn]] void Fail(const XmlElement& element, const std::string& where,
                            const std::string& what) const;

@@ -1,4 +1,4 @@
-// Data sources, data sets and parameters.
+// Reads DataSources, DataSets and ReportParameters (MS-RDL, elements of these names). Raises rdl::Error.
 #pragma once
 
 #include "rdl/definition/context.h"

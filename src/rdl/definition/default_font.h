@@ -1,11 +1,11 @@
-// The font that a report names for all its text.
+// The report's default font family (MS-RDL, DefaultFontFamily).
 #pragma once
 
 #include "rdl/definition/model.h"
 
 namespace rdl {
 
-// Puts the family into every run that names none. Does nothing when it is not set or an expression.
+// Sets the family on every run without one. Does nothing if `font` is not set or is an expression.
 void ApplyDefaultFont(Definition& definition, const Expr& font);
 
 }  // namespace rdl

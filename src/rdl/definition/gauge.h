@@ -1,7 +1,7 @@
-// A gauge panel's definition: radial and linear gauges, indicators and labels. The panel is a data region
-// whose rows are the groups of its data; it has no cells, its gauges' values are worked out for each leaf of
-// the groups. Most of what a part says is a number, a word or an expression and is kept by its element's
-// name, as it stands; what is not said has its default where it is used.
+// A gauge panel's definition (MS-RDL, GaugePanel): radial and linear gauges, indicators and labels. The panel
+// is a data region without cells whose rows are the groups of its data; its values are computed for each leaf
+// of the groups. Most properties are numbers, words or expressions, stored under their element names;
+// consumers apply the defaults.
 #pragma once
 
 #include <functional>
@@ -19,13 +19,13 @@ struct GaugePart {
     std::string name;
     std::vector<std::pair<std::string, Expr>> properties;
     Style style;
-    // An expression that is not set when there is no such property.
+    // Returns the property, or an expression that is not set.
     const Expr& operator[](std::string_view property) const;
 };
 
 enum class GaugeFormula { None, Average, Linear, Max, Min, Median, Variance };
 
-// One number made of the values of all the panel's groups.
+// A number computed from the values of all the panel's groups.
 struct GaugeValue {
     Expr value, multiplier, addConstant;
     GaugeFormula formula = GaugeFormula::None;
@@ -52,7 +52,7 @@ struct GaugeFrame : GaugePart {
     Style background;  // inside the frame
 };
 
-struct GaugeImage {  // Source, Value and MIMEType; the value is empty in most files
+struct GaugeImage {  // Source, Value and MIMEType; the value is often empty
     Image::Source source = Image::Source::External;
     Expr value, mimeType;
 };
@@ -66,14 +66,14 @@ enum class GaugeItemKind { Radial, Linear, StateIndicator, NumericIndicator, Lab
 
 struct GaugeItem : GaugePart {
     GaugeItemKind kind = GaugeItemKind::Radial;
-    int parent = -1;  // the item of the panel that it lies in; -1: the panel
+    int parent = -1;  // index of the enclosing item; -1: the panel
     Action action;
     GaugeFrame frame;
     std::vector<GaugeScale> scales;
     // Indicators
     GaugeValue value, minimum, maximum;
-    std::vector<GaugeState> states;   // of a number: its colours by range
-    std::string transformationScope;  // what percentages are of; empty: the region around the panel
+    std::vector<GaugeState> states;   // of a numeric indicator: colours by range
+    std::string transformationScope;  // scope of percentages; empty: the region around the panel
     GaugeImage image;
 };
 
@@ -85,7 +85,7 @@ struct GaugePanel : ReportItem {
     std::vector<GaugeItem> items;
 };
 
-// Every property of a panel that may be an expression, those of its data region excepted.
+// Visits every property of a panel that may be an expression, except those of its data region.
 void WalkGauge(const GaugePanel& panel, const std::function<void(const Expr&)>& visit);
 
 }  // namespace rdl

@@ -1,4 +1,4 @@
-// Gauge panels: the schemas of 2008 and later.
+// Reads the element GaugePanel of the schemas of 2008 and later (MS-RDL, GaugePanel). Raises rdl::Error.
 #pragma once
 
 #include "rdl/definition/gauge.h"

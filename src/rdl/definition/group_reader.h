@@ -1,5 +1,5 @@
-// Groups, sorts, filters, page breaks, visibility and actions: the parts that items, regions and members
-// share.
+// Reads what items, regions and members share: groups, sorts, filters, page breaks, visibility, actions and
+// variables (MS-RDL, elements of these names). Raises rdl::Error.
 #pragma once
 
 #include "rdl/definition/context.h"
@@ -7,11 +7,11 @@
 namespace rdl {
 
 std::vector<Filter> ReadFilters(Context& context, const XmlElement& owner, const std::string& where);
-// SortExpressions, or Sorting of the older schemas.
+// Reads SortExpressions, or Sorting of the older schemas.
 std::vector<Sort> ReadSorts(Context& context, const XmlElement& owner, const std::string& where);
-// `element` is a Group or, in the older schemas, a Grouping.
+// `element` is a Group, or a Grouping of the older schemas.
 Group ReadGroup(Context& context, const XmlElement& element);
-// PageBreak and PageName, or PageBreakAtStart and PageBreakAtEnd of the older schemas.
+// Reads PageBreak and PageName, or PageBreakAtStart and PageBreakAtEnd of the older schemas.
 PageBreak ReadPageBreak(Context& context, const XmlElement& owner, const std::string& where);
 Visibility ReadVisibility(Context& context, const XmlElement& owner, const std::string& where);
 Action ReadAction(Context& context, const XmlElement& owner, const std::string& where);

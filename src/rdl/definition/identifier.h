@@ -1,4 +1,4 @@
-// The names that a report gives to its parts.
+// Names of the parts of a report.
 #pragma once
 
 #include <string>
@@ -7,12 +7,11 @@
 
 namespace rdl {
 
-// Whether the UTF-8 text is an identifier: a letter or _ first, then letters, digits, connectors and
-// combining marks of any script. Names end up in expressions, columns and statements, so nothing else is a
-// name.
+// Whether the UTF-8 text is an identifier: a letter or _, then letters, digits, connectors and combining
+// marks of any script. Names appear in expressions, columns and statements, so nothing else is allowed.
 bool IsIdentifier(std::string_view name);
 
-// What is said of a name that is none, for an error: its kind, the name, and the rule.
+// Returns the error text for an invalid name: its kind, the name, and the rule.
 std::string NotAnIdentifier(std::string_view kind, std::string_view name);
 
 // The names of one collection. Expressions find them without regard to case, so two that differ in nothing

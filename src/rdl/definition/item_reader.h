@@ -1,26 +1,25 @@
-// Report items of every kind, whatever the schema calls them.
+// Reads report items of every kind and schema (MS-RDL, ReportItems). Raises rdl::Error.
 #pragma once
 
 #include "rdl/definition/context.h"
 
 namespace rdl {
 
-// Of the container, in points: an item that does not say how wide or high it is reaches to the container's
-// edge.
+// The size of the container in points: an item without a width or height extends to the container's edge.
 struct Extent {
     double width = 0, height = 0;
 };
 
-// The items of `owner`'s child ReportItems.
+// Reads the child ReportItems of `owner`.
 std::vector<ItemPtr> ReadItems(Context& context, const XmlElement& owner, Extent container);
 
-// The one item of a cell (the child ReportItems or CellContents of `owner`), made to fill it; null when
-// empty.
+// Reads the single item of a cell (the child ReportItems or CellContents of `owner`), sized to the cell; null
+// if the cell is empty.
 ItemPtr ReadCellItem(Context& context, const XmlElement* owner, Extent cell);
-// Makes a cell's item fill a cell whose size became known only later.
+// Resizes a cell's item when the size of the cell becomes known later.
 void Fill(ReportItem& item, Extent cell);
 
-// What all kinds have in common: name, place, style, visibility, action, page break.
+// Reads what all kinds share: name, place, style, visibility, action, page break.
 void ReadBasics(Context& context, const XmlElement& element, ReportItem& item, Extent container);
 
 }  // namespace rdl

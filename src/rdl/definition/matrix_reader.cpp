@@ -1,8 +1,8 @@
 // Matrix of the older schemas: levels of groupings on two sides and one cell for each pair of static members.
 //
-// A subtotal is a static member beside its group. Its header reaches over the levels below it (headerSize is
-// their sum, the span their number), up to a level of static members, which it repeats; its cells are those
-// of the group, made anew.
+// A subtotal is a static member next to its group. Its header spans the levels below it (headerSize is their
+// sum, the span their number), up to a level of static members, which it repeats. Its cells are copies of the
+// group's cells.
 #include "rdl/definition/group_reader.h"
 #include "rdl/definition/regions.h"
 #include "rdl/definition/style_reader.h"

@@ -1,6 +1,6 @@
-// A report's definition as it was read: no data, nothing evaluated. Every older form is brought to one:
-// List, Table and Matrix become a Tablix, a Textbox's Value becomes one paragraph with one run, Grouping
-// becomes Group, margins and page sizes are in Page wherever they stood. All lengths are points (1/72 inch).
+// A report's definition as read (MS-RDL): no data, nothing evaluated. Older forms are converted: List, Table
+// and Matrix to Tablix, a Textbox's Value to one paragraph with one run, Grouping to Group; margins and page
+// sizes are always in Page. Lengths are points (1/72 inch). The structs own their parts.
 #pragma once
 
 #include <memory>
@@ -12,10 +12,10 @@ namespace rdl {
 
 // A property that may be a constant or an expression.
 struct Expr {
-    std::string source;  // begins with = when it is an expression; constants as written
+    std::string source;  // starts with = for an expression; constants as written
     std::string where;   // for errors: "Textbox Total, Value"
-    int line = 0;        // of the file, for errors too
-    int id = -1;         // expressions only: numbers from 0 in reading order, unique within the report
+    int line = 0;        // line of the file, for errors
+    int id = -1;         // expressions only: from 0 in document order, unique within the report
     bool IsSet() const { return !source.empty(); }
     bool IsExpression() const { return id >= 0; }
 };
@@ -67,7 +67,7 @@ enum class StyleProperty : unsigned char {
     WritingMode,
 };
 
-// Only what the report sets; defaults are the layout's affair.
+// Only what the report sets; the layout applies the defaults.
 struct Style {
     std::vector<std::pair<StyleProperty, Expr>> properties;
     const Expr* Find(StyleProperty property) const {
@@ -82,7 +82,7 @@ struct Style {
 
 struct Visibility {
     Expr hidden;             // not set: visible
-    std::string toggleItem;  // drawn in its initial state
+    std::string toggleItem;  // always drawn in its initial state
 };
 
 struct Action {
@@ -118,10 +118,10 @@ struct Variable {
 
 struct Group {
     std::string name;
-    std::vector<Expr> expressions;  // empty: a detail group, one instance a row
+    std::vector<Expr> expressions;  // empty: a detail group with one instance for each row
     std::vector<Filter> filters;
     std::vector<Variable> variables;
-    Expr parent;  // recursive hierarchies
+    Expr parent;  // for recursive hierarchies
     Expr documentMapLabel;
     PageBreak pageBreak;
 };
@@ -133,7 +133,7 @@ struct ReportItem {
     virtual ~ReportItem() = default;
     ItemKind kind;
     std::string name;
-    std::string place;  // for errors: "List Orders", as the file calls it
+    std::string place;  // for errors, with the element name of the file: "List Orders"
     int line = 0;
     double left = 0, top = 0, width = 0, height = 0;  // a Line's width and height may be negative
     int zIndex = 0;
@@ -184,7 +184,7 @@ struct Image : ReportItem {
     Image() : ReportItem(ItemKind::Image) {}
     enum class Source { External, Embedded, Database } source = Source::External;
     enum class Sizing { AutoSize, Fit, FitProportional, Clip } sizing = Sizing::AutoSize;
-    Expr value;  // path, name of an embedded image, or bytes
+    Expr value;  // path, name of an embedded image, or bytes (Database)
     Expr mimeType;
 };
 
@@ -209,18 +209,18 @@ struct TablixMember {
 };
 
 struct TablixCell {
-    ItemPtr item;  // null in a cell covered by a span, or an empty one
+    ItemPtr item;  // null in a cell that is empty or covered by a span
     int colSpan = 1, rowSpan = 1;
 };
 
 struct TablixRow {
     double height = 0;
-    std::vector<TablixCell> cells;  // one for each column, covered ones included
+    std::vector<TablixCell> cells;  // one for each column, including covered ones
 };
 
 struct Tablix : ReportItem {
     Tablix() : ReportItem(ItemKind::Tablix) {}
-    std::string dataSetName;  // empty: the enclosing region's, or the report's only data set
+    std::string dataSetName;  // empty: that of the enclosing region, or the report's only data set
     std::vector<std::vector<TablixCell>> corner;  // rows of cells
     std::vector<double> columnWidths;
     std::vector<TablixRow> rows;
@@ -249,7 +249,7 @@ struct Page {
     Style style;
 };
 
-struct Section {       // one in files before 2010
+struct Section {       // files before 2010 have one
     double width = 0;  // of the body
     double bodyHeight = 0;
     std::vector<ItemPtr> items;
@@ -263,7 +263,7 @@ struct ParameterValueDef {
     Expr value, label;
 };
 
-struct DataSetReference {  // values that a query gives
+struct DataSetReference {  // values from a query
     std::string dataSet, valueField, labelField;
 };
 
@@ -273,7 +273,7 @@ struct ReportParameter {
     bool nullable = false, allowBlank = false, multiValue = false, hidden = false;
     Expr prompt;
     std::vector<Expr> defaultValues;
-    std::vector<bool> defaultIsNull;  // beside them: the value is null, not an empty text
+    std::vector<bool> defaultIsNull;  // parallel to defaultValues: Null instead of an empty text
     std::optional<DataSetReference> defaultQuery, validQuery;
     std::vector<ParameterValueDef> validValues;
 };
@@ -282,7 +282,7 @@ struct DataSource {
     std::string name;
     std::string provider;  // SQL, SQLITE, ODBC, ENTERDATA, ... as written
     Expr connectString;
-    std::string reference;  // shared data source
+    std::string reference;  // name of a shared data source
     bool integratedSecurity = false;
 };
 
@@ -309,10 +309,10 @@ struct DataSet {
     std::vector<Field> fields;
     std::vector<Filter> filters;
     bool caseSensitive = false;
-    // Inline rows: values by data field name, where the report holds them itself.
+    // Inline rows: values by data field name, if the report contains its data.
     bool hasInlineRows = false;
     std::vector<std::vector<std::pair<std::string, std::string>>> inlineRows;
-    std::string rowsFile;  // an XML file with the rows, as the report names it; empty: none
+    std::string rowsFile;  // XML file with the rows, as the report names it; may be empty
 };
 
 struct EmbeddedImage {
@@ -322,9 +322,9 @@ struct EmbeddedImage {
 
 struct Definition {
     std::string fileName;                       // without its folder, for errors
-    std::string description, author, language;  // language may be an expression's source: see languageExpr
+    std::string description, author, language;  // `language` may be the source of languageExpr
     Expr languageExpr;
-    std::optional<std::string> title;    // custom property Title, in one line; may be empty
+    std::optional<std::string> title;    // custom property Title as one line; may be empty
     std::string recordSelectionFormula;  // custom property RecordSelectionFormula
     std::string code;                    // report-level functions
     std::vector<DataSource> dataSources;
@@ -335,7 +335,7 @@ struct Definition {
     std::vector<Variable> variables;
     Expr initialPageName;
     bool consumeContainerWhitespace = false;
-    int expressionCount = 0;  // Expr::id runs from 0 to this
+    int expressionCount = 0;  // Expr::id is below this
     const DataSet* FindDataSet(const std::string& name) const {
         for (const DataSet& set : dataSets) {
             if (set.name == name) {

@@ -1,4 +1,5 @@
-// Data regions. All four kinds become a Tablix.
+// Reads the data regions Tablix, Table, List and Matrix (MS-RDL, elements of these names) into a Tablix.
+// Raises rdl::Error.
 #pragma once
 
 #include "rdl/definition/item_reader.h"
@@ -10,10 +11,10 @@ ItemPtr ReadTable(Context& context, const XmlElement& element, Extent container)
 ItemPtr ReadList(Context& context, const XmlElement& element, Extent container);
 ItemPtr ReadMatrix(Context& context, const XmlElement& element, Extent container);
 
-// What the four have in common: data set, filters, sorts, message without rows, keeping together.
+// Reads what the four share: data set, filters, sorts, message without rows, keeping together.
 void ReadRegion(Context& context, const XmlElement& element, Tablix& tablix, Extent container);
 
-// `count` cells, of which the first holds the item and spans `span` of them.
+// Appends `span` cells; the first one holds the item and spans them all.
 void AddSpanned(std::vector<TablixCell>& cells, ItemPtr item, int span);
 double SumOf(const std::vector<double>& sizes, std::size_t first, std::size_t count);
 std::size_t LeafCount(const std::vector<TablixMember>& members);

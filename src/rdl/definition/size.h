@@ -1,4 +1,4 @@
-// Lengths as reports write them.
+// Sizes in reports (MS-RDL, Size).
 #pragma once
 
 #include <optional>
@@ -6,9 +6,11 @@
 
 namespace rdl {
 
-inline constexpr double MaxSize = 455 * 72.0;  // points; what designers let pass, and what keeps sums finite
+inline constexpr double MaxSize =
+    455 * 72.0;  // points; the limit of report designers, which also keeps sums finite
 
-// Points of a number with in, cm, mm, pt or pc, blanks between them allowed; nullopt when it is no size.
+// Returns the points of a number with a unit in, cm, mm, pt or pc; white space may separate them. nullopt for
+// any other text.
 std::optional<double> ParseSize(std::string_view text);
 
 }  // namespace rdl

@@ -1,4 +1,4 @@
-// What a file is that was taken for a report.
+// Recognizes files that are not reports.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace rdl {
 
-// "is empty", "is a compound binary document, ..." and so on; empty when it may well be XML.
+// Returns "is empty", "is a compound binary document, ..." and so on; empty if the bytes may be XML.
 std::string DescribeIfNotXml(std::string_view bytes);
 
 }  // namespace rdl

@@ -113,7 +113,7 @@ void ReadNewerBorder(Context& context, Style& style, const XmlElement& element, 
     }
 }
 
-// Without a value there is no picture, whatever else is told of it.
+// Without a value there is no image; its other properties are ignored.
 void ReadBackgroundImage(Context& context, Style& style, const XmlElement& element,
                          const std::string& where) {
     const XmlElement* value = element.Child("Value");

@@ -1,18 +1,20 @@
-// Style elements, in both spellings: BorderStyle/Left of the older schemas, LeftBorder/Style of the newer.
+// Reads Style elements (MS-RDL, Style) in both spellings: BorderStyle/Left of the older schemas,
+// LeftBorder/Style of the newer.
 #pragma once
 
 #include "rdl/definition/context.h"
 
 namespace rdl {
 
-// The style of `owner` (its child Style); empty when there is none.
+// Reads the child Style of `owner`; empty if there is none.
 Style ReadStyle(Context& context, const XmlElement& owner, const std::string& where);
 
-// What of a box's style older schemas meant for the text in it: the run's part and the paragraph's part.
+// The properties of a box's style that older schemas apply to its text: those of the run and those of the
+// paragraph.
 Style RunPart(const Style& style);
 Style ParagraphPart(const Style& style);
 
-// Puts every property of `over` into `style`, replacing what is there.
+// Sets every property of `over` in `style`, replacing existing ones.
 void Override(Style& style, const Style& over);
 
 }  // namespace rdl

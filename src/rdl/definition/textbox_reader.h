@@ -1,4 +1,5 @@
-// Text boxes: paragraphs of runs, which the older schemas wrote as one Value.
+// Reads the element Textbox (MS-RDL, Textbox): paragraphs of runs, or one Value in the older schemas. Raises
+// rdl::Error.
 #pragma once
 
 #include "rdl/definition/item_reader.h"

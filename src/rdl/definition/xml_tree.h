@@ -1,5 +1,5 @@
-// A report file as a tree of elements. Elements of other namespaces (designers keep their state in the file)
-// are left out, but for the few that say something about the report.
+// A report file as a tree of elements. Elements of foreign namespaces (designers store their state in the
+// file) are dropped, except the few that affect the report.
 #pragma once
 
 #include <string>
@@ -13,8 +13,8 @@ namespace rdl {
 using XmlElement = xml::Element;
 using xml::Trimmed;
 
-// The root element is a Report of a known namespace. A text is empty when it is nothing but blanks that
-// nobody asked to keep. Raises rdl::Error as ParseDefinition does.
+// Checks that the root is a Report of a known namespace. White-space-only text becomes empty unless xml:space
+// keeps it. Raises rdl::Error as ParseDefinition does.
 xml::Document ReadXmlTree(std::string_view bytes, const std::string& fileName,
                           const DefinitionLimits& limits);
 

@@ -54,7 +54,7 @@ std::shared_ptr<const std::string> ImageFiles::Load(const std::string& source, s
         return nullptr;
     }
     m_size += size;
-    if (m_size > MostKept) {  // read anew what is wanted again
+    if (m_size > MostKept) {  // dropped images are read again on demand
         m_loaded.clear();
         m_size = size;
     }

@@ -1,4 +1,4 @@
-// Images that stand in files beside the report or in the other folders of its run.
+// Loads image files next to the report or in the other folders of its run.
 #pragma once
 
 #include <cstdint>
@@ -10,21 +10,20 @@
 
 namespace rdl::engine {
 
-// Reads each image once, unless there are very many. Only regular files are read, of a bounded size; nothing
-// is fetched from a network.
+// Caches images up to a total size. Reads only regular files of bounded size, never from a network.
 class ImageFiles {
  public:
     explicit ImageFiles(std::vector<std::string> folders) : m_folders(std::move(folders)) {}
-    // The bytes by a path or file URI; null with the reason in `why`.
+    // Returns the bytes of a path or file URI; null with the reason in `why` on failure.
     std::shared_ptr<const std::string> Load(const std::string& source, std::string& why);
 
  private:
-    // Empty: there is none.
+    // Returns the file's path; empty if there is none.
     std::filesystem::path Find(const std::string& name) const;
 
     std::vector<std::string> m_folders;
     std::map<std::string, std::shared_ptr<const std::string>> m_loaded;
-    std::uintmax_t m_size = 0;  // of those
+    std::uintmax_t m_size = 0;  // total size of m_loaded
 };
 
 }  // namespace rdl::engine

@@ -1,4 +1,4 @@
-// Errors of a run with the stage that they ended.
+// Adds the stage to errors of a run.
 #pragma once
 
 #include <stdexcept>
@@ -8,9 +8,8 @@
 
 namespace rdl::engine {
 
-// Runs `work` and returns what it returns. An error of the engine or of the standard library becomes a
-// Failure of `stage`; one that is a Failure already, std::bad_alloc and what the host raises pass as they
-// are.
+// Runs `work` and returns its result. Errors of the engine and the standard library become a Failure of
+// `stage`. A Failure, std::bad_alloc and errors of the host pass unchanged.
 template <typename Work>
 auto InStage(Stage stage, Work&& work) {
     try {

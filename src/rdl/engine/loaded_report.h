@@ -1,4 +1,4 @@
-// A report file that is open: its definition with the values, logons and formula that it has been given.
+// An open report file: its definition with values, logons and formula.
 #pragma once
 
 #include <filesystem>
@@ -17,7 +17,7 @@ namespace rdl::engine {
 
 class LoadedReport : public Report {
  public:
-    // `file` is absolute; relative names in the report start at its folder.
+    // `file` is absolute; relative names in the report start in its folder.
     LoadedReport(std::filesystem::path file, Definition definition);
 
     std::string Title() const override;
@@ -36,8 +36,8 @@ class LoadedReport : public Report {
     void Write(DocumentFormat format, Output& output) override;
     std::unique_ptr<Pages> OpenPages() override;
 
-    // The report with its data, ready for pages. `renderName` is what Globals!RenderFormat.Name gives;
-    // without vectors charts and gauges come as pictures.
+    // Loads the data and returns the report ready for pages. `renderName` is the value of
+    // Globals!RenderFormat.Name. Without vectors charts and gauges become images. Raises Failure.
     std::shared_ptr<layout::ReportInstance> Run(const std::string& renderName, bool hasVectors);
 
  private:

@@ -1,4 +1,4 @@
-// What the parameters of a report come to: given values, defaults, labels, and the rules that they keep.
+// Resolves report parameters: given values, defaults, labels and validation.
 #pragma once
 
 #include <memory>
@@ -11,25 +11,25 @@
 
 namespace rdl::engine {
 
-// The value in the parameter's type; Null stays Null. Raises rdl::Error naming the parameter.
+// Converts a value to the parameter's type; Null stays Null. Raises rdl::Error naming the parameter.
 Value ConvertToType(const ReportParameter& parameter, const Value& value);
-// The same for an expression's value, which may be a list of several.
+// The same for the value of an expression, which may be a list.
 ValueList ValuesInType(const ReportParameter& parameter, const Value& value);
-// As a person would type it: dates year-month-day, numbers with a point.
+// Returns a value as a user types it: dates as year-month-day, numbers with a decimal point.
 std::string ParameterText(const Value& value);
 
-// The defaults that stand in the report; those that fail to evaluate are left out until the report runs.
+// Returns the constant defaults of the report; those that fail to evaluate are omitted until the report runs.
 ValueList ConstantDefaults(const data::LoadRequest& request, const ReportParameter& parameter);
-// The values that the report itself allows; none while one of them fails to evaluate, and none of a query.
+// Returns the constant valid values; empty if one of them fails to evaluate or if they come from a query.
 ValueList ConstantValidValues(const data::LoadRequest& request, const ReportParameter& parameter);
 std::string PromptOf(const data::LoadRequest& request, const ReportParameter& parameter);
 
-// What defaults behind this one see of it before the report runs: its own defaults, or an error while its
-// value comes from a query or from whoever runs the report.
+// Returns what the defaults of later parameters see before the report runs: this parameter's defaults, or an
+// error if its value comes from a query or from the user.
 data::ParameterInput InputBeforeRun(const ReportParameter& parameter, const ValueList& values);
 
-// Fills request.parameters in order: what each field was given, else its defaults, else Null where the
-// parameter allows it. Raises rdl::Error naming the parameter that has no value or one that is not valid.
+// Fills request.parameters in order: the given values, else the defaults, else Null if the parameter allows
+// it. Raises rdl::Error naming a parameter without a value or with an invalid one.
 void ResolveParameters(data::LoadRequest& request,
                        const std::vector<std::unique_ptr<ReportParameterState>>& fields);
 

@@ -45,18 +45,18 @@ class ReportPages : public Pages {
     std::size_t Index(int n) const;
     void MakePage();
     void NoteAnchors(const layout::Page& page);
-    // With its header and footer as far as they are known.
+    // Returns the page with header and footer as far as known.
     std::shared_ptr<const layout::Page> Content(int n);
     void AddMarginsOf(int index, int total, layout::Page& page);
 
     std::shared_ptr<layout::ReportInstance> m_instance;
     const writers::DocumentInfo m_info;
-    std::unique_ptr<layout::PageStream> m_stream;  // as long as it is needed
+    std::unique_ptr<layout::PageStream> m_stream;  // null once it is no longer needed
     bool m_usesTotals = false, m_allMade = false;
-    std::exception_ptr m_failure;  // raised again by every further call
+    std::exception_ptr m_failure;  // raised again by every later call
     screen::PageArchive m_archive;
     screen::PagePainter m_painter;
-    std::list<Kept> m_kept;  // last used first
+    std::list<Kept> m_kept;  // most recently used first
     std::map<std::string, Place> m_bookmarks;
     std::vector<MapEntry> m_map;
 };

@@ -1,4 +1,4 @@
-// A parameter of a report, and the values that it has been given.
+// A report parameter and its values.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace rdl::engine {
 
 class ReportParameterState : public Parameter {
  public:
-    // `definition` outlives the object.
+    // `definition` must outlive the object.
     explicit ReportParameterState(const ReportParameter& definition) : m_definition(definition) {}
 
     std::string Name() const override { return m_definition.name; }
@@ -26,7 +26,7 @@ class ReportParameterState : public Parameter {
 
     const ReportParameter& Definition() const { return m_definition; }
     const ValueList& Current() const { return m_current; }
-    // A value of an expression; a list gives several. Raises rdl::Error for one that does not fit.
+    // Sets the value of an expression; a list gives several. Raises rdl::Error if one does not fit.
     void SetCurrent(const Value& value);
     void SetDefaults(ValueList values) { m_defaults = std::move(values); }
     void SetValid(ValueList values) { m_valid = std::move(values); }

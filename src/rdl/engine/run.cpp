@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int DeepestSubreport = 10;
-constexpr int MostSubreports = 20'000;  // of one run: each loads its data anew
+constexpr int MostSubreports = 20'000;  // in one run; each loads its own data
 
 // What a run and the subreports in it share: files are read and parsed once.
 struct Shared {

@@ -1,4 +1,4 @@
-// A run of a report: its data is loaded and laid out, its subreports likewise as they are met.
+// Runs a report: loads and lays out its data, and its subreports when they are reached.
 #pragma once
 
 #include <filesystem>
@@ -10,9 +10,8 @@
 
 namespace rdl::engine {
 
-// `request` has the parameters resolved and its definition outlives the instance; `file` is the report's.
-// `pictures` is for formats without vectors: charts come out as images. Raises Failure with the stage that
-// failed.
+// `request` has resolved parameters; its definition must outlive the result. `file` is the report's file.
+// `pictures`: charts and gauges become images. Raises Failure with the stage that failed.
 std::shared_ptr<layout::ReportInstance> RunReport(const data::LoadRequest& request,
                                                   const std::filesystem::path& file, bool pictures);
 

@@ -1,4 +1,4 @@
-// What a program can reach while it runs, and what it asks for there.
+// What a program reads while it runs, and the questions it asks.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ class Program;
 
 struct AggregateCall {
     AggregateKind kind{};
-    AggregateKind running{};            // RunningValue: the function it runs
+    AggregateKind running{};            // for RunningValue: its function
     std::shared_ptr<Program> argument;  // null for CountRows and RowNumber
     std::string scope;                  // a group, data region or data set; empty: the current scope
     bool recursive = false;
@@ -26,7 +26,7 @@ struct LookupCall {
     enum class Form { First, Set, Multi } form{};
     std::shared_ptr<Program> source;       // evaluated in the current scope
     std::shared_ptr<Program> destination;  // evaluated for each row of the data set
-    std::shared_ptr<Program> result;       // likewise
+    std::shared_ptr<Program> result;       // evaluated for each row of the data set
     std::string dataSet;
     int id = 0;
 };
@@ -47,7 +47,8 @@ enum class GlobalName : std::uint8_t {
     Language,
 };
 
-// What a program can reach while it runs.
+// Answers the questions of a program. Failures are values of kind Error.
+
 class Environment {
  public:
     virtual ~Environment() = default;
@@ -61,16 +62,16 @@ class Environment {
     virtual Value Aggregate(const AggregateCall& call) = 0;
     virtual Value Lookup(const LookupCall& call) = 0;
     virtual bool InScope(const std::string& scope) = 0;
-    virtual int Level(const std::string& scope) = 0;  // of a recursive group, from 0; empty: the current
+    virtual int Level(
+        const std::string& scope) = 0;  // depth in a recursive group, from 0; empty scope: the current one
     virtual std::int64_t DataSetRowCount(const std::string& dataSet) = 0;  // DataSets!X.RowCount
     virtual const Culture& CurrentCulture() = 0;
-    virtual std::int64_t NowTicks() = 0;            // the run's one moment, local time
+    virtual std::int64_t NowTicks() = 0;            // start of the run, local time
     virtual Value* ItemValue() { return nullptr; }  // Me.Value / Value in Code and styles
-    // Called every so often while expressions run; the one thing that may raise in them, to end the whole
-    // run.
+    // Called regularly during evaluation. It is the only call that may throw; it ends the run.
     virtual void CheckBounds() {}
 
-    // What an evaluation took, in the steps of code.
+    // Reports the cost of an evaluation, in steps of code.
     void Spend(std::int64_t steps) {
         m_untilCheck -= steps;
         if (m_untilCheck < 0) {

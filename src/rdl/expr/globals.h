@@ -1,4 +1,5 @@
-// What the built-in collections Globals and User say of a run, wherever its expressions stand.
+// Values of the built-in collections Globals and User, independent of where the expression
+// stands.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +14,7 @@ struct RunFacts {
     std::string_view reportName, reportFolder, userName, renderFormat, language;
 };
 
-// Null for what belongs to a page.
+// Returns Null for globals that depend on a page.
 Value GlobalOf(const RunFacts& facts, GlobalName name);
 
 }  // namespace rdl::expr

@@ -1,12 +1,12 @@
-// The cultures' data as it is told: one row for each region, one for each language. cultures.cpp makes them
-// into Culture objects.
+// Culture data: one row for each region and one for each language. cultures.cpp builds Culture objects from
+// them.
 #pragma once
 
 #include <cstddef>
 
 namespace rdl {
 
-// Lists are parted by |.
+// List items are separated by |.
 struct LanguageRow {
     const char* code;
     const char* months;
@@ -20,7 +20,7 @@ struct LanguageRow {
 };
 
 struct RegionRow {
-    const char* name;  // the first region of a language is its main one
+    const char* name;  // the first row of a language is its main region
     const char* decimalSeparator;
     const char* groupSeparator;
     const char* currencyGroupSeparator;

@@ -280,7 +280,7 @@ class SectionWriter {
     const Decimal& m_number;
     const Culture& m_culture;
     std::string& m_out;
-    int m_place = 0;   // digit places left before the point, negative behind it
+    int m_place = 0;   // digit placeholders left before the decimal point; negative after it
     int m_adjust = 0;  // > 0: surplus digits; < 0: places to leave empty first
     int m_zerosFrom = 0, m_zerosTo = 0;
     int m_next = 0;  // next digit of the number

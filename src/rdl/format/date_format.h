@@ -1,4 +1,5 @@
-// Dates and time spans by format strings, standard and custom. Each appends to `out`.
+// Formats dates and time spans by .NET format strings, standard and custom. Ticks are 100 ns. Each function
+// appends to `out`.
 #pragma once
 
 #include <cstdint>
@@ -9,24 +10,25 @@
 
 namespace rdl {
 
-// False when the format is none that a date has: a single letter that is not a standard one, or digit places.
+// Returns false if `format` is not a date format: an unknown single letter, or digit placeholders.
 bool FormatDateTime(std::int64_t ticks, std::string_view format, const Culture& culture, std::string& out);
 void AppendDatePattern(std::int64_t ticks, std::string_view pattern, const Culture& culture,
                        std::string& out);
 
-// The pattern that a standard letter stands for; false: none. `invariant` patterns take no culture.
+// Sets `pattern` to the pattern of a standard format letter; returns false if there is none. `invariant`
+// tells that the pattern uses the invariant culture.
 bool StandardDatePattern(char letter, const Culture& culture, std::string& pattern, bool& invariant);
 
-// False likewise.
+// Returns false if `format` is not a time span format.
 bool FormatTimeSpan(std::int64_t ticks, std::string_view format, const Culture& culture, std::string& out);
 
-// For both: `value` with at least `width` digits.
+// Appends `value` with at least `width` digits.
 void AppendPadded(std::int64_t value, int width, std::string& out);
-// The first `digits` of the seven digits of a fraction of a second; `trim` leaves out trailing zeros.
+// Appends the first `digits` of the seven digits of a second's fraction; `trim` drops trailing zeros.
 void AppendFraction(int fraction, int digits, bool trim, std::string& out);
-// The literal at `i` (quoted, escaped) appended; its length, 0 when there is none.
+// Appends the quoted or escaped literal at `i`. Returns its length in the pattern, 0 if there is none.
 std::size_t AppendPatternLiteral(std::string_view pattern, std::size_t i, std::string& out);
-// How often the character at `i` stands there in a row.
+// Returns how often the character at `i` repeats from there.
 std::size_t RepeatCount(std::string_view pattern, std::size_t i);
 
 }  // namespace rdl

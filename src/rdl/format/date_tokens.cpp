@@ -17,7 +17,7 @@ void AddText(DateTokens& tokens, std::string_view text) {
     tokens.back().text += text;
 }
 
-// The length of the letters at `i`; AP in any case is one half of the day.
+// Returns the length of the pattern letters at `i`; AP in any case is the AM/PM designator.
 std::size_t LettersAt(std::string_view pattern, std::size_t i) {
     const bool half = AsciiLower(pattern[i]) == 'a';
     return half && i + 1 < pattern.size() && AsciiLower(pattern[i + 1]) == 'p' ? 2 : RepeatCount(pattern, i);
@@ -107,7 +107,7 @@ std::string PatternOf(const DateTokens& tokens) {
 DateTokens OnlyLetters(const DateTokens& tokens, std::string_view kept) {
     DateTokens result;
     std::string before;    // text since the last letter that is kept
-    bool leftOut = false;  // letters since then
+    bool leftOut = false;  // a pattern letter was dropped since then
     for (const DateToken& token : tokens) {
         if (IsKept(token, kept)) {
             if (!before.empty() && !(result.empty() && leftOut)) {

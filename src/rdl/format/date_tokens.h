@@ -1,4 +1,4 @@
-// Patterns of dates and times taken apart, and put together as .NET writes them.
+// Splits date and time patterns into tokens and writes them in .NET's syntax.
 #pragma once
 
 #include <string>
@@ -7,21 +7,21 @@
 
 namespace rdl {
 
-// A run of one pattern letter ("dd"), or the text between two of them without its quotation marks.
+// A run of one pattern letter ("dd"), or literal text without its quotation marks.
 struct DateToken {
-    char letter = 0;  // 0: a text
+    char letter = 0;  // 0: literal text
     std::string text;
 };
 using DateTokens = std::vector<DateToken>;
 
-// Of a pattern as Qt writes it, with letters of .NET: t is the half of the day, H an hour without one. Years
-// have four digits; zones are left out.
+// Reads a pattern in Qt's syntax and returns tokens with .NET's specifiers: t is AM/PM, H an hour of 24.
+// Years get four digits; time zones are dropped.
 DateTokens ReadDateTokens(std::string_view pattern);
-// Texts are quoted where a pattern's letters stand in them.
+// Returns the pattern of the tokens. Literal text is quoted if it contains format specifiers.
 std::string PatternOf(const DateTokens& tokens);
 
-// A date with the letters of `kept` only; days of the week are no day. The texts that stood beside a letter
-// go with it.
+// Returns only the tokens whose specifiers are in `kept` (names of weekdays do not count as days). Literal
+// text next to a dropped token is dropped with it.
 DateTokens OnlyLetters(const DateTokens& tokens, std::string_view kept);
 
 }  // namespace rdl

@@ -1,11 +1,11 @@
-// A number as decimal digits, which is what format strings round and lay out.
+// A number as decimal digits, for rounding and formatting.
 #pragma once
 
 #include <cstdint>
 
 namespace rdl {
 
-// The value is 0.d1d2d3... times 10^scale; no digits: zero. No leading and no trailing zeros.
+// The value is 0.d1d2d3... times 10^scale, without leading and trailing zeros. Zero has no digits.
 struct Decimal {
     static constexpr int Capacity = 24;
     char digits[Capacity];
@@ -14,14 +14,14 @@ struct Decimal {
     bool negative = false;
 
     bool IsZero() const { return count == 0; }
-    // The digit at a place, '0' behind the last.
+    // Returns the digit at `index`, '0' outside the stored digits.
     char At(int index) const { return index >= 0 && index < count ? digits[index] : '0'; }
-    // Keeps the first `places` digits, half away from zero. What comes to zero loses its sign.
+    // Rounds to the first `places` digits, half away from zero. A result of zero loses its sign.
     void Round(int places);
 };
 
-// `precision` significant digits, 15 or 17: 15 make what was typed as 1.005 be 1.005 again. The number is
-// finite.
+// `number` is finite. `precision` is the number of significant digits, 15 or 17; with 15 a typed 1.005 stays
+// 1.005.
 Decimal ToDecimal(double number, int precision = 15);
 Decimal ToDecimal(std::int64_t number);
 

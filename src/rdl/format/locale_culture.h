@@ -1,5 +1,5 @@
-// Cultures that culture_table.cpp has no row for, as the Unicode locale data that Qt carries describes them.
-// What the environment says of the user's own region has no part in it.
+// Cultures without a row in culture_table.cpp, built from the Unicode locale data in Qt. The environment's
+// own locale is ignored.
 #pragma once
 
 #include <optional>
@@ -10,14 +10,15 @@
 
 namespace rdl {
 
-// Language and region in full: "uk-UA" for "uk", "zh-TW" for "zh-Hant". Empty when the language or the region
+// Returns the name with its region: "uk-UA" for "uk", "zh-TW" for "zh-Hant". Empty if the language or region
 // is unknown.
 std::string FullCultureName(std::string_view name);
 
-// By a full name. nullopt when language and region are known, but nobody writes the one in the other.
+// `fullName` comes from FullCultureName. Returns nullopt if the locale data has no such combination of
+// language and region.
 std::optional<Culture> LocaleCulture(std::string_view fullName);
 
-// Symbol and decimals of the money of a full name's region.
+// Sets currency symbol and decimals from the region of `fullName`.
 void TakeRegionCurrency(std::string_view fullName, Culture& culture);
 
 }  // namespace rdl

@@ -126,7 +126,7 @@ void AppendRoundTrip(const Value& value, char letter, const Culture& culture, st
     AppendGeneral(ToDecimal(value.AsReal(), digits), digits, letter, culture, out);
 }
 
-// Whole numbers only, which a Real may be as well: a database has told its integers as such.
+// Accepts integers, also as a Real: some databases return their integers as such.
 bool AsWhole(const Value& value, std::int64_t& whole) {
     if (value.kind() == Kind::Integer) {
         whole = value.AsInteger();

@@ -1,4 +1,4 @@
-// Numbers by format strings, standard and custom. Each appends to `out`.
+// Formats numbers by .NET format strings, standard and custom. Each function appends to `out`.
 #pragma once
 
 #include <string>
@@ -9,23 +9,24 @@
 
 namespace rdl {
 
-// A letter with an optional precision of up to two digits, as in N2. False: it is a custom format.
+// A letter with an optional precision of up to two digits, as in N2.
 struct StandardFormat {
     char letter = 0;     // as written
     int precision = -1;  // -1: none given
 };
+// Returns false if `format` is a custom format.
 bool ReadStandardFormat(std::string_view format, StandardFormat& standard);
 
-// False when the letter is none that numbers have.
+// Returns false if no standard number format has this letter.
 bool FormatStandardNumber(const Value& number, const StandardFormat& format, const Culture& culture,
                           std::string& out);
 void FormatCustomNumber(const Value& number, std::string_view format, const Culture& culture,
                         std::string& out);
-// The shortest form, 15 digits at most.
+// Appends the shortest form, at most 15 significant digits.
 void AppendShortest(double number, const Culture& culture, std::string& out);
-// Whether a group ends where `left` digits follow before the point.
+// Whether a group separator goes where `left` digits remain before the decimal point.
 bool IsGroupEnd(int left, const Culture& culture);
-// NaN and the infinities, which no format changes. False when the number is finite.
+// Appends NaN or an infinity, which no format changes. Returns false if the number is finite.
 bool AppendNotFinite(double number, const Culture& culture, std::string& out);
 
 }  // namespace rdl

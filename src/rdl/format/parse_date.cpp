@@ -63,7 +63,7 @@ bool Cut(std::string_view text, std::vector<Token>& tokens) {
     return true;
 }
 
-// Index of the name that the word is, -1 when it is none.
+// Returns the index of the name equal to the word, -1 if there is none.
 int NameIndex(std::string_view word, const std::string* names, int count) {
     const std::string lower = Lowered(word);
     for (int i = 0; i < count; ++i) {

@@ -7,8 +7,7 @@
 namespace rdl::formula {
 namespace {
 
-// The children that were worked out for certain; the others may have been skipped, and would fail by
-// themselves.
+// Returns the number of children that are always evaluated; the others may be skipped and could fail.
 std::size_t CertainChildren(const Node& node) {
     const bool picks = node.kind == NodeKind::Call && node.function->picks;
     const bool hasList =

@@ -1,8 +1,8 @@
-// The record selection formula: a condition on a row, written {Orders.Total} > 100 and {Orders.Country} in
+// The record selection formula: a condition on a row, such as {Orders.Total} > 100 and {Orders.Country} in
 // ["Italy", "France"] and {Orders.Date} in Date(2024,1,1) to {?Until}.
 //
-// Words without regard to case; texts compare without regard to case. A comparison with Null is neither true
-// nor false: it makes the whole formula Null unless the rest decides it, and a row is selected by true only.
+// Keywords and text comparisons ignore case. A comparison with Null is Null: so is the whole formula unless
+// its other parts decide it. Only True selects a row.
 #pragma once
 
 #include <cstddef>
@@ -21,20 +21,20 @@ namespace rdl::formula {
 struct FieldName {
     std::string table;  // empty for {Field}
     std::string field;
-    std::size_t position;  // of its brace, from 1
+    std::size_t position;  // of its opening brace, in characters, from 1
 };
 struct ParameterName {
     std::string name;
     std::size_t position;
 };
 
-// What the formula reads while it runs; numbers are positions in Fields() and Parameters().
+// What the formula reads while it runs. Indexes refer to Fields() and Parameters().
 class Inputs {
  public:
     virtual ~Inputs() = default;
     virtual Value Field(int index) = 0;
     virtual Value Parameter(int index) = 0;  // a List for a multi-value parameter
-    virtual std::int64_t NowTicks() = 0;     // the run's one moment, local time
+    virtual std::int64_t NowTicks() = 0;     // start of the run, local time
     virtual const Culture& CurrentCulture() = 0;
 };
 
@@ -42,18 +42,18 @@ struct Node;
 
 class Formula {
  public:
-    // Raises rdl::Error: "Record selection formula: <what>, at character <n>".
+    // Compiles `text`. Raises rdl::Error: "Record selection formula: <what>, at character <n>".
     explicit Formula(std::string_view text);
     ~Formula();
     Formula(Formula&& other) noexcept;
     Formula& operator=(Formula&& other) noexcept;
 
-    const std::vector<FieldName>& Fields() const { return m_fields; }  // each once, as first written
+    const std::vector<FieldName>& Fields() const { return m_fields; }  // without duplicates, as first written
     const std::vector<ParameterName>& Parameters() const { return m_parameters; }
 
-    // Null where Null decides; of kind Error where a part fails.
+    // Returns Null if Null decides, and a value of kind Error if a part fails.
     Value Evaluate(Inputs& inputs) const;
-    // Whether the row is selected. Raises rdl::Error when a part fails or the result is no truth value.
+    // Whether the row is selected. Raises rdl::Error if a part fails or the result is not a Boolean.
     bool Selects(Inputs& inputs) const;
 
  private:

@@ -202,7 +202,7 @@ Value ProperCase(Arguments arguments, Inputs& inputs) {
     return expr::FindFunction("strconv")->function(expr::Call(both, 2, place));
 }
 
-// Switch(condition, value, ...): the value behind the first condition that is true, else Null.
+// Switch(condition, value, ...): the value after the first true condition, else Null.
 Value Switch(Arguments arguments, Inputs&) {
     for (std::size_t i = 0; i + 1 < arguments.size(); i += 2) {
         const Value& condition = arguments[i];

@@ -1,4 +1,4 @@
-// The words of a formula.
+// Splits a formula into tokens.
 #pragma once
 
 #include <cstddef>
@@ -14,20 +14,22 @@ enum class TokenKind : std::uint8_t { End, Word, Constant, Field, Parameter, Mar
 
 struct Token {
     TokenKind kind = TokenKind::End;
-    std::string text;          // Word in small letters; what stands in the braces; the mark: <= ( ...
-    Value value;               // Constant: text, number, date
-    std::size_t position = 0;  // of its first character, from 0, in characters
+    std::string text;          // a Word in lower case; the name inside braces; a mark: <= ( ...
+    Value value;               // for a Constant: text, number or date
+    std::size_t position = 0;  // of its first character, in characters from 0
     bool Is(std::string_view what) const {
         return (kind == TokenKind::Word || kind == TokenKind::Mark) && text == what;
     }
 };
 
+// Raises rdl::Error with `what` and the position, which counts from 0.
 [[noreturn]] void FailAt(std::size_t position, const std::string& what);
 
 class Lexer {
  public:
     explicit Lexer(std::string_view text) : m_text(text) {}
-    // Raises rdl::Error for a character that begins nothing and for texts, dates and braces without an end.
+    // Returns the next token, End after the last. Raises rdl::Error for a character that starts no token and
+    // for unterminated texts, dates and braces.
     Token Next();
 
  private:
@@ -41,7 +43,7 @@ class Lexer {
 
     std::string_view m_text;
     std::size_t m_at = 0;
-    std::size_t m_counted = 0, m_characters = 0;  // up to this byte there are so many
+    std::size_t m_counted = 0, m_characters = 0;  // a byte offset and the number of characters before it
 };
 
 }  // namespace rdl::formula

@@ -1,4 +1,4 @@
-// The marks around texts.
+// Quotation marks of a formula.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 namespace rdl::formula {
 
-// The same formula without the mark ': texts stand between double marks, and a ' within one is chr(39). The
-// formula of a report file is put into statements, which build on the mark.
+// Returns an equivalent formula without ': texts are in double quotes, and a ' inside one becomes chr(39).
+// Applications put formulas into SQL statements, where ' would end a literal.
 std::string WithoutSingleMarks(std::string_view formula);
 
 }  // namespace rdl::formula

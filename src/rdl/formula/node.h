@@ -1,4 +1,5 @@
-// A formula as a tree. Chains of and, or and list elements are one node, so that long ones are not deep.
+// A formula as a syntax tree. A chain of and, of or, or of list elements is one node, which keeps the tree
+// shallow.
 #pragma once
 
 #include <cstddef>
@@ -27,7 +28,7 @@ enum class NodeKind : std::uint8_t {
     Greater,
     GreaterOrEqual,
     In,      // left, then a Choice
-    Choice,  // the list behind in: elements and Ranges
+    Choice,  // the list after in: elements and Ranges
     Range,   // from, to
     Like,
     StartsWith,
@@ -51,11 +52,11 @@ struct Node {
     const FunctionInfo* function = nullptr;
     std::vector<std::unique_ptr<Node>> children;
     int depth = 1;
-    std::size_t position = 0;  // of the character that it begins at, from 0
+    std::size_t position = 0;  // of its first character, from 0
 };
 using NodePtr = std::unique_ptr<Node>;
 
-// The value of a tree.
+// Evaluates a tree.
 class Inputs;
 Value EvaluateNode(const Node& node, Inputs& inputs);
 

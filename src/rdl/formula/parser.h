@@ -1,4 +1,4 @@
-// From the text of a formula to its tree.
+// Parses the text of a formula into its tree.
 #pragma once
 
 #include <string>
@@ -14,12 +14,13 @@ namespace rdl::formula {
 class Parser {
  public:
     explicit Parser(std::string_view text);
+    // Parses the whole text. Raises rdl::Error with the position. Call this once.
     NodePtr Run();
     std::vector<FieldName> fields;
     std::vector<ParameterName> parameters;
 
  private:
-    // Each reads what binds at least as tightly as its name says.
+    // Each function parses an operand of at least this precedence.
     NodePtr Expression();
     NodePtr If();
     NodePtr Chain(const char* word, NodeKind kind, NodePtr (Parser::*operand)());

@@ -1,4 +1,4 @@
-// Named ranges of days that are counted from the day of the run: {Orders.Date} in LastFullMonth.
+// Named date ranges relative to the day of the run: {Orders.Date} in LastFullMonth.
 #pragma once
 
 #include <cstdint>
@@ -9,9 +9,9 @@
 
 namespace rdl::formula {
 
-// The number of a period by its name in small letters; nullopt when there is none.
+// Returns the index of a period; `name` is in lower case. nullopt for any other text.
 std::optional<int> FindPeriod(std::string_view name);
-// Functions of a period's number: its first moment and its last.
+// Functions that take a period's index and return its first and its last moment.
 const FunctionInfo& PeriodStart();
 const FunctionInfo& PeriodEnd();
 

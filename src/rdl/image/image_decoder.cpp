@@ -65,7 +65,7 @@ QImage DecodeByPlugin(Type type, const std::string& bytes, const std::string& it
         CheckImageSize(size.width(), size.height(), item);
     }
     constexpr int Megabytes = static_cast<int>(MostPixels * 4 >> 20) + 1;
-    QImageReader::setAllocationLimit(Megabytes);  // holds where the size is not told beforehand
+    QImageReader::setAllocationLimit(Megabytes);  // limits formats whose size is not known in advance
     return reader.read();
 }
 

@@ -1,4 +1,4 @@
-// Images that a format cannot hold as they are stored, as pixels.
+// Decodes images that an output format cannot embed as they are.
 #pragma once
 
 #include <QImage>
@@ -7,14 +7,14 @@
 
 namespace rdl::image {
 
-// The first picture of a PNG, JPEG, GIF or BMP. Raises rdl::Error, which names the item, when it cannot be
-// read or has more than 64 million pixels.
+// Decodes the first frame of a PNG, JPEG, GIF or BMP. Raises rdl::Error naming `item` if the image is damaged
+// or has more than 64 million pixels.
 QImage DecodeImage(const std::string& bytes, const std::string& item);
 
-// Raises rdl::Error when a picture of that size is too large for any document.
+// Raises rdl::Error naming `item` if an image of this size (pixels) exceeds the limit.
 void CheckImageSize(std::int64_t width, std::int64_t height, const std::string& item);
 
-// The same written anew as a PNG.
+// Decodes the image and returns it encoded as a PNG. Raises errors as DecodeImage does.
 std::string AsPng(const std::string& bytes, const std::string& item);
 
 }  // namespace rdl::image

@@ -1,4 +1,4 @@
-// The format of a picture.
+// The file format of an image.
 #pragma once
 
 #include <string>
@@ -8,7 +8,8 @@ namespace rdl::image {
 
 enum class Type { Png, Jpeg, Gif, Bmp };
 
-// By the first bytes themselves. Raises rdl::Error naming the item `name` for any other format.
+// Returns the format by the signature at the start of `bytes`. Raises rdl::Error naming the item `name` for
+// any other format.
 Type TypeOf(std::string_view bytes, const std::string& name);
 
 }  // namespace rdl::image

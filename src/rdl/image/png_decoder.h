@@ -1,4 +1,4 @@
-// PNG pictures as pixels. What the library says of a damaged one goes nowhere; the caller tells.
+// Decodes PNG images. Messages of the PNG library are discarded; the caller reports the error.
 #pragma once
 
 #include <png.h>
@@ -11,18 +11,18 @@ namespace rdl::image {
 
 class PngDecoder {
  public:
-    // The bytes must outlive the decoder.
+    // `bytes` must outlive the decoder.
     explicit PngDecoder(std::string_view bytes);
     ~PngDecoder();
     PngDecoder(const PngDecoder&) = delete;
     PngDecoder& operator=(const PngDecoder&) = delete;
 
-    // False when the bytes do not begin as a PNG does. To be called once, before the size is asked for.
+    // Reads signature and IHDR. Returns false if they are not those of a PNG. Call this once, before Width().
     bool ReadHead();
     int Width() const { return m_width; }
     int Height() const { return m_height; }
-    // RGBA8888, or RGB888 where nothing is transparent. Null when the picture is damaged or there is no room
-    // for it.
+    // Returns RGBA8888, or RGB888 if nothing is transparent. Returns a null image if the data is damaged or
+    // memory is short.
     QImage ReadPixels();
 
  private:

@@ -1,5 +1,5 @@
-// From a definition and its data to a ReportInstance: grouping, sorting, filters of regions and groups,
-// aggregates in their scopes, expressions of items and styles.
+// Builds a ReportInstance from a definition and its data: grouping, sorting, filters, aggregates, expressions
+// of items and styles.
 #pragma once
 
 #include <memory>
@@ -8,11 +8,11 @@
 
 namespace rdl::layout {
 
-// Compiles every expression of the definition. Raises rdl::Error naming item and property. The input must
-// outlive the instance; it is moved into it.
+// Takes over `input`; what it points to must outlive the instance. Raises rdl::Error naming item and property
+// if an expression does not compile.
 std::unique_ptr<ReportInstance> Build(ReportInput input);
 
-// Only the check, for opening a report without running it.
+// Only compiles the expressions, for opening a report without running it. Raises errors as Build does.
 void CheckExpressions(const Definition& definition);
 
 }  // namespace rdl::layout

@@ -1,4 +1,4 @@
-// Outlines of glyphs, each traced once.
+// Caches outlines of glyphs.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ namespace rdl::screen {
 
 class GlyphOutlines {
  public:
-    // Good until the next call.
+    // The reference is valid until the next call.
     const std::vector<text::OutlineStep>& Of(text::FontId font, std::uint16_t glyph);
 
  private:

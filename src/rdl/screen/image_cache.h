@@ -1,4 +1,4 @@
-// Images of pages as pixels, the last used ones kept.
+// Caches decoded images of pages, most recently used first.
 #pragma once
 
 #include <QImage>
@@ -10,7 +10,7 @@ namespace rdl::screen {
 
 class ImageCache {
  public:
-    // Decoded, or kept from before. Raises rdl::Error, which names the item, as the decoder does.
+    // Returns the decoded image. Raises rdl::Error naming `item` if it cannot be decoded.
     QImage Of(const std::shared_ptr<const std::string>& bytes, const std::string& item);
 
  private:
@@ -18,7 +18,7 @@ class ImageCache {
         std::shared_ptr<const std::string> bytes;
         QImage image;
     };
-    std::list<Entry> m_entries;  // last used first
+    std::list<Entry> m_entries;  // most recently used first
     qsizetype m_size = 0;
 };
 

@@ -1,6 +1,6 @@
-// The pages of a run, put by as they are made. They lie packed in memory while they are few and then in a
-// temporary file without a name, so that a report of any length can be leafed through in little memory: of a
-// page there stay some twenty bytes, of the packed ones 16 MB at most.
+// Stores the pages of a run as they are made: in memory while they are few, then in an unnamed temporary
+// file. A report of any length needs little memory: some twenty bytes per page, and at most 16 MB of packed
+// pages.
 #pragma once
 
 #include <vector>
@@ -13,11 +13,11 @@ namespace rdl::screen {
 
 class PageArchive {
  public:
-    // Raises rdl::Error when the temporary file cannot be made or is full.
+    // Raises rdl::Error if the temporary file cannot be created or is full.
     void Add(const layout::Page& page);
     std::size_t size() const { return m_places.size(); }
     layout::Page At(std::size_t index);
-    // Points.
+    // In points.
     double Width(std::size_t index) const { return static_cast<double>(m_places.at(index).width); }
     double Height(std::size_t index) const { return static_cast<double>(m_places.at(index).height); }
 

@@ -1,4 +1,4 @@
-// The texts of a page as a reader goes over them.
+// The characters of a page in reading order.
 #pragma once
 
 #include <vector>
@@ -8,8 +8,8 @@
 
 namespace rdl::screen {
 
-// Line by line from the top, each from the left; texts that stand apart have a blank between them. A text
-// that is turned is a line of its own.
+// Returns the characters line by line from the top, from left to right, with a blank between separate texts.
+// A rotated text is a line of its own.
 std::vector<PageCharacter> CharactersOf(const layout::Page& page);
 
 }  // namespace rdl::screen

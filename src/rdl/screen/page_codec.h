@@ -1,4 +1,4 @@
-// A page as bytes, to be put by and read again in the same process.
+// Serializes pages for storage within the same process.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace rdl::screen {
 std::string PackPage(const layout::Page& page, PageImages& images);
 layout::Page UnpackPage(std::string_view bytes, PageImages& images);
 
-// Puts the objects of `from` behind those of `page`.
+// Appends the objects of `from` to `page`.
 void AppendPage(layout::Page& page, const layout::Page& from);
 
 }  // namespace rdl::screen

@@ -1,4 +1,4 @@
-// The images of the pages that are put by: the bytes of each once, out of memory.
+// Images of stored pages: the bytes of each once, outside of memory.
 #pragma once
 
 #include <cstdint>
@@ -13,9 +13,9 @@ namespace rdl::screen {
 
 class PageImages {
  public:
-    // The number by which At gives the same bytes.
+    // Stores the bytes and returns their number for At.
     std::uint32_t Put(const std::shared_ptr<const std::string>& bytes);
-    // The same pointer as long as anybody holds it.
+    // Returns the bytes; the same pointer while somebody holds it.
     std::shared_ptr<const std::string> At(std::uint32_t number);
 
  private:

@@ -1,4 +1,4 @@
-// Draws the objects of a page: the same as in the PDF document, with edges on whole pixels.
+// Draws the objects of a page as the PDF document shows them, with edges aligned to pixels.
 #pragma once
 
 #include <QPainter>
@@ -13,8 +13,8 @@ namespace rdl::screen {
 
 class PagePainter {
  public:
-    // One point of the page is one unit of the painter. Nothing is drawn outside of the page, and what the
-    // painter does not show is passed over. Raises rdl::Error for an image that cannot be read.
+    // One point is one unit of the painter. Draws only inside the page and the painter's clip. Raises
+    // rdl::Error naming the item for an image that cannot be read.
     void Draw(const layout::Page& page, QPainter& painter);
 
  private:
@@ -22,7 +22,7 @@ class PagePainter {
         const layout::Page& page;
         QPainter& painter;
         PixelGrid grid;
-        QRectF shown;  // in points
+        QRectF shown;  // visible area in points
     };
     void Op(Target& target, const layout::TextOp& op);
     void Op(Target& target, const layout::LineOp& op);

@@ -1,4 +1,4 @@
-// A drawing as a picture, for formats that show no vectors.
+// Renders drawings as images, for formats without vectors.
 #pragma once
 
 #include <memory>
@@ -8,8 +8,8 @@
 
 namespace rdl::screen {
 
-// On the background that the item has, if any. A PNG of twice the screen's resolution, less for what would be
-// very large; the same bytes for the same drawing.
+// Returns a PNG of twice the screen resolution (less for very large drawings) on the item's background. Equal
+// drawings give equal bytes.
 std::shared_ptr<const std::string> PictureOf(const layout::DrawingInstance& drawing);
 
 }  // namespace rdl::screen

@@ -1,4 +1,4 @@
-// Where the pixels of a painter's device are, so that thin lines and the edges of areas fall on whole ones.
+// The pixel grid of a painter's device, for aligning thin lines and edges of areas.
 #pragma once
 
 #include <QPainter>
@@ -11,13 +11,13 @@ class PixelGrid {
  public:
     explicit PixelGrid(const QPainter& painter);
 
-    // False when the painter turns or slants: nothing falls on whole pixels then.
+    // Returns false if the painter rotates or shears: alignment is not possible then.
     bool IsStraight() const { return m_straight; }
-    // The area with its edges moved to the nearest pixels; at least one pixel where there was something.
+    // Returns the area with its edges aligned to pixels; a non-empty area keeps at least one pixel.
     QRectF Area(const QRectF& area) const;
-    // The area of a stroke along an axis: whole pixels thick, one at least.
+    // Returns the area of a horizontal or vertical stroke, an integral number of pixels thick, at least one.
     QRectF Stroke(QPointF from, QPointF to, double width) const;
-    // Device pixels that one unit of the painter takes.
+    // Returns the device pixels per unit of the painter.
     double Scale() const;
 
  private:

@@ -1,4 +1,4 @@
-// CFF font programs within OpenType files, as far as documents must know them.
+// CFF font programs inside OpenType files (Adobe Technical Note 5176).
 #pragma once
 
 #include <string>
@@ -6,9 +6,9 @@
 
 namespace rdl::text {
 
-// The CFF program of an OpenType file whose glyphs are named by numbers of a character collection, with each
-// number made the glyph's own index: a viewer finds glyphs by those numbers, and the text is written in
-// indexes. Empty when the program names its glyphs otherwise, or cannot be read.
+// Returns the CFF table of a CID-keyed OpenType font with the charset (section 13) replaced by the identity:
+// viewers look glyphs up by CID, and documents store glyph indexes. Empty if the font is not CID-keyed or
+// cannot be read.
 std::string CidProgram(std::string_view openType);
 
 }  // namespace rdl::text

@@ -69,7 +69,7 @@ void Face::ReadFacts() {
         if (os2->version >= 2 && os2->sCapHeight != 0) {
             m_file.capHeight = 1000 * os2->sCapHeight / em;
         }
-        // Restricted licence, not as a subset, bitmaps only: none of them may be in a document of ours.
+        // OS/2 fsType: restricted licence, no subsetting, bitmaps only. Such fonts must not be embedded.
         constexpr unsigned UsageMask = 0x000F, Restricted = 0x0002, NoSubsetting = 0x0100,
                            BitmapsOnly = 0x0200;
         m_file.embeddable =

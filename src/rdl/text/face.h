@@ -1,4 +1,4 @@
-// One face of a font file, opened: glyphs of characters, advances, and HarfBuzz's view of it.
+// One open face of a font file: glyph indexes, advances, and its HarfBuzz font.
 #pragma once
 
 #include <array>
@@ -15,7 +15,7 @@ namespace rdl::text {
 
 class Face {
  public:
-    // Opens the file; raises rdl::Error when it is no font.
+    // Opens the file. Raises rdl::Error if it is not a font.
     explicit Face(FontFile file);
     ~Face();
     Face(const Face&) = delete;
@@ -23,9 +23,9 @@ class Face {
 
     const FontFile& File() const { return m_file; }
     const FontMetrics& Metrics() const { return m_metrics; }
-    std::uint16_t GlyphOf(char32_t character);  // 0: the font has none
-    double AdvanceOf(std::uint16_t glyph);      // per em
-    hb_font_t* Shaper();                        // in font units
+    std::uint16_t GlyphOf(char32_t character);  // 0: the font lacks the character
+    double AdvanceOf(std::uint16_t glyph);      // advance width as a fraction of the em
+    hb_font_t* Shaper();                        // owned by the face; scale is font units
     bool SameFile(const FontFile& other) const;
 
  private:
@@ -37,8 +37,8 @@ class Face {
     FT_FaceRec_* m_face = nullptr;
     hb_font_t* m_shaper = nullptr;
     std::vector<std::unique_ptr<Block>>
-        m_blocks;                   // glyphs by the upper bits of the character, filled when asked for
-    std::vector<float> m_advances;  // below 0: not asked for yet
+        m_blocks;                   // glyph indexes by the upper bits of the character, loaded on demand
+    std::vector<float> m_advances;  // negative: not loaded yet
 };
 
 }  // namespace rdl::text

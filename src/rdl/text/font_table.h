@@ -1,4 +1,4 @@
-// The process's fonts by id.
+// The fonts of the process by id.
 #pragma once
 
 #include "rdl/text/face.h"
@@ -6,8 +6,9 @@
 
 namespace rdl::text {
 
+// The table owns the face for the life of the process.
 Face& FaceOf(FontId font);
-// The font itself if it has the character, else a substitute that has it, else the font itself.
+// Returns `font` if it has the character, else a substitute that has it, else `font`.
 FontId FontWith(FontId font, char32_t character);
 
 }  // namespace rdl::text

@@ -1,4 +1,4 @@
-// Glyphs as curves, for the screen and the printer.
+// Glyph outlines as curves, for the screen and the printer.
 #pragma once
 
 #include <cstdint>
@@ -9,15 +9,12 @@
 namespace rdl::text {
 
 struct OutlineStep {
-    enum Kind : std::uint8_t {
-        Move,
-        Line,
-        Curve
-    } kind;            // every contour is closed by the next Move or the end
-    float x[3], y[3];  // in ems from the origin on the baseline, y downwards; the point is the last one used
+    enum Kind : std::uint8_t { Move, Line, Curve } kind;  // the next Move or the end closes a contour
+    float x[3], y[3];  // fractions of the em from the origin on the baseline, y downwards; the end point is
+                       // the last one used
 };
 
-// Empty: nothing to draw.
+// Returns the contours of the glyph; empty if it draws nothing.
 std::vector<OutlineStep> Outline(FontId font, std::uint16_t glyph);
 
 }  // namespace rdl::text

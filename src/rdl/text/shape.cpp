@@ -30,7 +30,7 @@ bool IsMark(char32_t character) {
            HB_UNICODE_GENERAL_CATEGORY_NON_SPACING_MARK;
 }
 
-// A letter with the marks behind it as one character, where there is one; else the character itself.
+// Returns the composed form of a letter with the marks after it if there is one, else the character itself.
 char32_t Composed(const std::vector<Unit>& before, char32_t character) {
     hb_codepoint_t composed = 0;
     const bool is =
@@ -123,7 +123,7 @@ void SetLevels(std::vector<Unit>& units, bool rightToLeft) {
     }
 }
 
-using UnitSpan = std::pair<std::size_t, std::size_t>;  // first, behind the last
+using UnitSpan = std::pair<std::size_t, std::size_t>;  // first unit, and the one after the last
 
 GlyphRun LookUp(const std::vector<Unit>& units, UnitSpan span, double size) {
     GlyphRun run;
@@ -165,7 +165,7 @@ GlyphRun ShapeByHarfBuzz(std::string_view utf8, const std::vector<Unit>& units, 
     hb_buffer_add_utf8(buffer, utf8.data(), static_cast<int>(utf8.size()), run.begin,
                        static_cast<int>(run.end - run.begin));
     HideControls(buffer);
-    // Told, not guessed: a guess would go by the first letter and by the locale of the process.
+    // Set explicitly: guessing would use the first character and the process locale.
     hb_buffer_set_direction(buffer, run.rightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
     hb_buffer_set_script(buffer, units[span.second - 1].script);
     hb_buffer_set_language(buffer, hb_language_from_string("und", -1));

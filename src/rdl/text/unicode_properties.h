@@ -1,4 +1,4 @@
-// Characters of UTF-8 texts, and what they ask of the shaper.
+// Decodes UTF-8 and classifies characters for the shaper.
 #pragma once
 
 #include <cstddef>
@@ -6,13 +6,13 @@
 
 namespace rdl::text {
 
-// The character at `at`, which moves behind it. Bytes that are no UTF-8 are U+FFFD each.
+// Returns the character at `at` and moves `at` after it. Each malformed byte gives U+FFFD.
 char32_t NextCharacter(std::string_view utf8, std::size_t& at);
 
-// Marks that combine, joined and reordered scripts: what a table lookup gets wrong.
+// Whether a table lookup would be wrong: combining marks, joined and reordered scripts.
 bool NeedsShaping(char32_t character);
 bool IsRightToLeft(char32_t character);
-// Control characters, joiners, variation selectors and the like: nothing is drawn.
+// Whether the character draws nothing: control characters, joiners, variation selectors and so on.
 bool IsInvisible(char32_t character);
 
 }  // namespace rdl::text

@@ -1,5 +1,5 @@
-// Keywords, names and file formats are compared and cut by these: the C library's functions ask the region
-// that the process runs in, and in the Turkish one I is no i.
+// ASCII-only case and classification for keywords, names and file formats. The C library's functions depend
+// on the process locale: in a Turkish one the lower case of I is not i.
 #pragma once
 
 #include <algorithm>
@@ -28,7 +28,8 @@ inline bool IsAsciiLetterOrDigit(char c) {
     return IsAsciiLetter(c) || IsAsciiDigit(c);
 }
 
-// Of a name as reports and databases write it: every character that is not ASCII counts as a letter.
+// Whether the byte may be part of a name in reports and databases. Every byte of a non-ASCII character counts
+// as a letter.
 inline bool IsNameByte(char c) {
     return IsAsciiLetterOrDigit(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
@@ -39,7 +40,7 @@ inline std::string LowerAscii(std::string_view text) {
     return lower;
 }
 
-inline bool EqualNoCase(std::string_view left, std::string_view right) {  // ASCII letters only
+inline bool EqualNoCase(std::string_view left, std::string_view right) {  // folds ASCII only
     return std::equal(left.begin(), left.end(), right.begin(), right.end(),
                       [](char a, char b) { return AsciiLower(a) == AsciiLower(b); });
 }

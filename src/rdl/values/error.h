@@ -1,4 +1,4 @@
-// The one exception of the report engine: what is wrong, and where in the report.
+// The exception of the report engine: what is wrong, and where in the report.
 #pragma once
 
 #include <stdexcept>
@@ -6,7 +6,7 @@
 
 namespace rdl {
 
-// The text is for a person: it names the element and item, never contains ' and ends without a full stop.
+// The text is for users: it names the element and the item, never contains ' and has no full stop.
 class Error : public std::runtime_error {
  public:
     explicit Error(const std::string& text) : std::runtime_error(text) {}

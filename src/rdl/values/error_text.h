@@ -1,4 +1,4 @@
-// Texts as errors show them.
+// Texts prepared for error messages.
 #pragma once
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 
 namespace rdl {
 
-// Every ' replaced by ": errors are put into statements of the system that uses the engine.
+// Replaces every ' by ". Applications put error texts into SQL statements, where ' would end a literal.
 inline std::string WithoutMarks(std::string_view text) {
     std::string plain(text);
     std::replace(plain.begin(), plain.end(), '\'', '"');

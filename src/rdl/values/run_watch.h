@@ -1,5 +1,5 @@
-// How long one run of a report may take and how much memory it may grow by. A report is not trusted, and
-// whoever runs it unattended has others to run: past a bound the run ends with an error, whatever it is at.
+// Limits time and memory of one run. Reports are not trusted, and unattended runs must not block the ones
+// after them: past a limit the run ends with an error.
 #pragma once
 
 #include <chrono>
@@ -9,19 +9,20 @@
 namespace rdl {
 
 struct RunBounds {
-    std::chrono::milliseconds work = std::chrono::minutes(30);  // of the processor
+    std::chrono::milliseconds work = std::chrono::minutes(30);  // processor time
     std::chrono::milliseconds data =
-        std::chrono::minutes(60);  // by the clock, for all of the data sets and subreports together
-    std::int64_t megabytes = 0;    // 0: 4096, or three quarters of what the machine has if that is less
+        std::chrono::minutes(60);  // wall clock, for all data sets and subreports together
+    std::int64_t megabytes =
+        0;  // memory growth; 0: 4096, or three quarters of the machine's memory if that is less
 };
 
-// Shared by a report and its subreports; one thread.
+// Shared by a report and its subreports. Not thread-safe.
 class RunWatch {
  public:
     explicit RunWatch(const RunBounds& bounds = {});
 
-    // Time and memory count while one of these lives: between them a viewer waits for its user. Without a
-    // watch they do nothing.
+    // Time and memory are measured while a Work exists; in between a viewer waits for its user. Does nothing
+    // if `watch` is null.
     class Work {
      public:
         explicit Work(std::shared_ptr<RunWatch> watch);
@@ -32,7 +33,7 @@ class RunWatch {
      private:
         const std::shared_ptr<RunWatch> m_watch;
     };
-    // The part of the work that waits for data.
+    // The part of the work that waits for data: counted by the wall clock.
     class Data {
      public:
         explicit Data(std::shared_ptr<RunWatch> watch);
@@ -44,8 +45,8 @@ class RunWatch {
         const std::shared_ptr<RunWatch> m_watch;
     };
 
-    // To be called where work repeats; it costs a look at the clock. Raises rdl::Error past a bound, and from
-    // then on each time.
+    // Call this in every long loop; it usually costs one clock reading. Raises rdl::Error once a limit is
+    // exceeded, and on every call after that.
     void CheckBounds();
 
  private:
@@ -55,7 +56,7 @@ class RunWatch {
     const RunBounds m_bounds;
     Clock::time_point m_next;  // when to measure again
     int m_working = 0, m_waiting = 0;
-    Time m_work{}, m_workBegin{};  // of the processor
+    Time m_work{}, m_workBegin{};  // processor time
     Time m_data{};
     Clock::time_point m_dataBegin;
     std::int64_t m_bytes = 0, m_bytesBegin = 0;  // grown by

@@ -1,5 +1,5 @@
-// A value of the report: what a data field holds, what an expression gives. 16 bytes, so that a million rows
-// fit into memory; texts and lists are shared and never change. One thread.
+// A value: the content of a data field or the result of an expression. 16 bytes, so that a million rows fit
+// into memory. Texts and lists are shared and immutable, with reference counts that are not thread-safe.
 #pragma once
 
 #include <cstdint>
@@ -21,23 +21,23 @@ enum class Kind : std::uint8_t {
     DateTime,  // ticks of 100 ns since 0001-01-01 00:00, no zone
     TimeSpan,  // ticks of 100 ns
     Text,      // UTF-8
-    Bytes,     // an image out of a database
+    Bytes,     // for example an image from a database
     List,      // several values: a multi-value parameter, LookupSet, Split
     Error,     // the text says why; shown as #Error
-    Object,    // what report-level code makes and changes: a dictionary, a list that grows
+    Object,    // mutable, made by report-level code: a dictionary, a growing list
 };
 
 class Value;
 using ValueList = std::vector<Value>;
 
-// The one kind of value that changes: all copies of a Value share it.
+// The only mutable kind of value: all copies of a Value share the object.
 class Object {
  public:
     Object() = default;
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
     virtual ~Object() = default;
-    virtual std::string_view TypeName() const = 0;  // as the report language names it
+    virtual std::string_view TypeName() const = 0;  // the type's name in the report language
 
  private:
     friend class Value;
@@ -64,7 +64,7 @@ class Value {
     static Value Bytes(std::string_view bytes) { return Shared(Kind::Bytes, bytes); }
     static Value Error(std::string_view why) { return Shared(Kind::Error, why); }
     static Value List(ValueList values);
-    static Value Of(Object* object) {  // takes it over
+    static Value Of(Object* object) {  // takes ownership of `object`
         Value v;
         v.m_kind = Kind::Object;
         v.m_data.object = object;
@@ -95,7 +95,7 @@ class Value {
     bool IsNumber() const { return m_kind == Kind::Integer || m_kind == Kind::Real; }
     bool IsText() const { return m_kind == Kind::Text; }
 
-    // Only for a value of that kind.
+    // Valid only for a value of that kind.
     bool AsBoolean() const { return m_data.integer != 0; }
     std::int64_t AsInteger() const { return m_data.integer; }
     double AsReal() const { return m_data.real; }
@@ -104,10 +104,10 @@ class Value {
         return {m_data.text->chars, m_data.text->length};
     }  // Text, Bytes, Error
     const ValueList& AsList() const { return m_data.list->values; }
-    // The list itself when nobody else holds it, so that an element is changed without a copy; else null.
+    // Returns the list for changes in place if this Value is its only holder, else null.
     ValueList* OwnList() { return m_data.list->references == 1 ? &m_data.list->values : nullptr; }
     Object& AsObject() const { return *m_data.object; }
-    // Integer or Real as a double.
+    // Valid only for an Integer or a Real.
     double AsDouble() const {
         return m_kind == Kind::Real ? m_data.real : static_cast<double>(m_data.integer);
     }

@@ -1,4 +1,4 @@
-// The formats of documents in one table.
+// The table of document formats.
 #pragma once
 
 #include "rdl/api/report.h"
@@ -9,7 +9,7 @@ namespace rdl::writers {
 struct Format {
     DocumentFormat id;
     const char* renderName;  // Globals!RenderFormat.Name
-    bool hasVectors;         // else charts and gauges are pictures
+    bool hasVectors;         // else charts and gauges become images
     void (*write)(layout::ReportInstance&, Output&, const Options&);
 };
 

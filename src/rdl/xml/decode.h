@@ -1,4 +1,4 @@
-// The bytes of an XML file as UTF-8.
+// Converts the bytes of an XML file to UTF-8 (XML 1.0, sections 2.2 and 4.3.3, appendix F).
 #pragma once
 
 #include <string>
@@ -6,13 +6,12 @@
 
 namespace rdl::xml {
 
-// The text of the bytes, by their byte order mark, by the form of their first character or by the encoding
-// that the declaration names; UTF-8 where nothing says otherwise. A view of `bytes` when they are UTF-8
-// already, else of `storage`. Raises Flaw when the bytes are no text of their encoding, when the encoding is
-// not known, and for characters that XML does not have.
+// Returns the text as UTF-8. The encoding comes from the byte order mark, the first bytes or the declaration;
+// the default is UTF-8. The result is a view of `bytes` if they are UTF-8 already, else of `storage`. Raises
+// Flaw for bytes invalid in their encoding, an unknown encoding, and characters that XML does not allow.
 std::string_view Utf8Of(std::string_view bytes, std::string& storage);
 
-// Whether XML has the character.
+// Whether XML 1.0 allows the character (production Char, section 2.2).
 bool IsXmlCharacter(char32_t character);
 
 }  // namespace rdl::xml

@@ -1,5 +1,5 @@
-// An XML text as a tree of elements. Texts are views into what the document owns, so that a tree of a million
-// elements costs little more than the text that it was read from.
+// An XML document as a tree of elements. Texts are views into storage owned by the document: a tree of a
+// million elements costs little more than its source.
 #pragma once
 
 #include <initializer_list>
@@ -10,38 +10,38 @@
 
 namespace rdl::xml {
 
-// Positions in Document::spaces.
+// Indexes into Document::spaces.
 inline constexpr int NoSpace = 0;
-inline constexpr int XmlSpace = 1;  // the prefix xml
+inline constexpr int XmlSpace = 1;  // the namespace of the prefix xml
 
 struct Attribute {
     std::string_view name;  // without prefix
     std::string_view value;
-    int space = NoSpace;  // of its prefix: the default namespace is none of an attribute's
+    int space = NoSpace;  // index of its namespace; the default namespace does not apply to attributes
 };
 
 struct Element {
     std::string_view name;              // without prefix
-    std::string_view text;              // its own, that of its children left out
-    std::vector<Attribute> attributes;  // without those that declare namespaces
+    std::string_view text;              // its own character data, without that of its children
+    std::vector<Attribute> attributes;  // without namespace declarations
     std::vector<Element> children;
     int line = 0;
     int space = NoSpace;
 
-    // The value of the attribute of that name that has no prefix; empty when there is none.
+    // Returns the value of the attribute without prefix; empty if there is none.
     std::string_view AttributeOf(std::string_view attribute) const;
     // xsi:nil="true"
     bool IsNil() const;
     bool IsLeaf() const { return children.empty(); }
-    // The first child of that name; null when there is none.
+    // Returns the first child named `childName`, or null. The element owns it.
     const Element* Child(std::string_view childName) const;
-    // Along a path of children: Find({"Query", "CommandText"}).
+    // Follows a path of child names, Find({"Query", "CommandText"}). Returns null if a step is missing.
     const Element* Find(std::initializer_list<std::string_view> path) const;
-    // The child's text without blanks around it; empty when there is none.
+    // Returns the child's text without surrounding white space; empty if there is no such child.
     std::string ChildText(std::string_view childName) const;
 };
 
-// Moved, never copied: the views would go on into the other document.
+// Movable only: in a copy the views would still refer to the original.
 struct Document {
     Document() = default;
     Document(Document&&) = default;
@@ -50,14 +50,14 @@ struct Document {
     Document& operator=(const Document&) = delete;
 
     Element root;
-    std::vector<std::string_view> spaces;  // the addresses of the namespaces
-    std::list<std::string> texts;          // what the views look at
+    std::vector<std::string_view> spaces;  // namespace URIs
+    std::list<std::string> texts;          // storage that the views refer to
 
-    // Takes another document's texts and gives its root, which can then stand in this tree.
+    // Takes over the storage of `other` and returns its root, which may then become part of this tree.
     Element Adopt(Document&& other);
 };
 
-// Without blanks and line ends around it.
+// Returns `text` without surrounding white space.
 std::string_view Trimmed(std::string_view text);
 
 }  // namespace rdl::xml

@@ -1,4 +1,4 @@
-// From the bytes of an XML file to a tree.
+// Parses XML 1.0 with namespaces into a tree.
 #pragma once
 
 #include <cstddef>
@@ -10,14 +10,14 @@
 
 namespace rdl::xml {
 
-// What a file may come to at most: files come from anywhere, so memory and depth have an end.
+// Limits on untrusted files: they bound memory and recursion.
 struct Limits {
     int depth = 0;               // of nested elements
-    int elements = 0;            // all in all
-    std::size_t attributes = 0;  // of one element, declarations of namespaces included
+    int elements = 0;            // in total
+    std::size_t attributes = 0;  // of one element, including namespace declarations
 };
 
-// What is wrong with a file, and in which line, from 1. The text names no file.
+// An error in a file and its line, counted from 1. The text does not name the file.
 class Flaw : public Error {
  public:
     Flaw(std::size_t line, const std::string& what) : Error(what), m_line(line) {}
@@ -27,9 +27,9 @@ class Flaw : public Error {
     std::size_t m_line;
 };
 
-// Raises Flaw for a text that is not well-formed as far as anything of it could be lost or be taken for
-// something else, and past a limit. Document types are refused as such: no entity is ever declared, so none
-// can be expanded.
+// Returns the tree of `bytes`, which need not outlive it. Raises Flaw if the text is not well-formed in a way
+// that could lose or change content, or exceeds a limit. Document type declarations are refused: no entity is
+// declared, so none can be expanded.
 Document Parse(std::string_view bytes, const Limits& limits);
 
 }  // namespace rdl::xml

@@ -12,7 +12,7 @@
 namespace rdl::data {
 namespace {
 
-// The reports that come with the system, made anew.
+// The example reports of the system, generated again.
 class SampleReports : public DataFixture {
  protected:
     static void SetUpTestSuite() {

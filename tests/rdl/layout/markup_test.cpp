@@ -10,7 +10,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// Runs as "text" with b, i, u, s and @link behind a colon; paragraphs begin with * or # in lists.
+// Shows runs as "text" with b, i, u, s and @link after a colon; list paragraphs start with * or #.
 std::string Told(const std::string& html) {
     std::string told;
     for (const MarkupParagraph& paragraph : ParseMarkup(html)) {

@@ -89,7 +89,7 @@ TEST(Pages, HeaderAndFooterKnowTheNumbersOfPages) {
                 ElementsAre(ElementsAre("1 of 3"), ElementsAre("2 of 3"), ElementsAre("3 of 3")));
 }
 
-// The words of a header or footer that is printed as told, on a report of so many rows.
+// The words of a header or footer with these print settings, on a report of so many rows.
 TextSink WithMargin(const std::string& kind, const std::string& onFirst, const std::string& onLast,
                     int rows) {
     return PagesOf(

@@ -1,4 +1,4 @@
-// Pictures and gradients behind items as style sheets know them.
+// Background images and gradients in style sheets.
 #include <gtest/gtest.h>
 
 #include <memory>

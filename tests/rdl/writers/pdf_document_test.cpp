@@ -123,7 +123,7 @@ TEST_F(PdfDocument, LinesOfRightToLeftTextBeginAtTheRight) {
     auto box = std::make_shared<layout::BoxStyle>(*item.box);
     box->rightToLeft = true;
     item.box = box;
-    // The full stop behind Latin letters stands to the left of them.
+    // The full stop after Latin text is to the left of it.
     EXPECT_THAT(PdfOnDisk(PdfOf({item})).Text(), HasSubstr(".abc"));
 }
 

@@ -325,7 +325,7 @@ TEST(Rtf, CellsOverSeveralRowsAreMerged) {
     EXPECT_THAT(document.rows[1].merges, ElementsAre("clvmrg", ""));
     EXPECT_THAT(document.rows[1].texts, ElementsAre("", "detail 1"));
     EXPECT_THAT(document.rows[0].edges, ElementsAre(1600, 3200));
-    EXPECT_THAT(document.rows[3].merges, ElementsAre("clvmgf", ""));  // anew on its page
+    EXPECT_THAT(document.rows[3].merges, ElementsAre("clvmgf", ""));  // starts again on its page
 }
 
 TEST(Rtf, PlacesThatNoCellCoversAreEmptyCells) {

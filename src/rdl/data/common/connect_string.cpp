@@ -19,7 +19,7 @@ std::string KeyOf(std::string_view text) {
     return key;
 }
 
-// Reads one value from `at` on and leaves `at` behind its semicolon.
+// Reads one value at `at` and moves `at` after its semicolon.
 std::string ReadValue(std::string_view text, std::size_t& at) {
     while (at < text.size() && (text[at] == ' ' || text[at] == '\t')) {
         ++at;

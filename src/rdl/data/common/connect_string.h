@@ -1,4 +1,5 @@
-// A connect string: pairs key=value between semicolons, values in " or ' (doubled inside) or in { }.
+// A connect string: pairs key=value separated by semicolons; values may be in " or ' (doubled inside) or in {
+// }.
 #pragma once
 
 #include <initializer_list>
@@ -12,10 +13,10 @@ namespace rdl::data {
 class ConnectString {
  public:
     ConnectString() = default;
-    // A text without any = is one value under the key "data source": many reports give a bare file name.
+    // A text without = is the value of the key "data source": many reports give only a file name.
     explicit ConnectString(std::string_view text);
 
-    // The value of the first of the keys that is there; keys without regard to case and blanks.
+    // Returns the value of the first key present, ignoring case and blanks in keys; empty if there is none.
     std::string Get(std::initializer_list<std::string_view> keys) const;
     bool Has(std::initializer_list<std::string_view> keys) const;
     const std::vector<std::pair<std::string, std::string>>& Pairs() const { return m_pairs; }
@@ -24,13 +25,13 @@ class ConnectString {
     std::vector<std::pair<std::string, std::string>> m_pairs;  // keys as written
 };
 
-// What the pairs of each provider mean, whatever they are called there.
+// The server address, whatever the provider calls its keys.
 struct ServerAddress {
     std::string host, database, user, password;
-    int port = 0;  // 0: the provider's own
+    int port = 0;  // 0: the provider's default
     bool integrated = false;
 };
-// Raises rdl::Error when the port is no number.
+// Raises rdl::Error if the port is not a number.
 ServerAddress ReadServerAddress(const ConnectString& text);
 
 }  // namespace rdl::data

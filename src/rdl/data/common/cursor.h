@@ -1,4 +1,4 @@
-// Rows as a data source gives them, one after the other, forwards only.
+// A forward-only sequence of rows from a data source.
 #pragma once
 
 #include <cstddef>
@@ -9,19 +9,20 @@
 
 namespace rdl::data {
 
-// Raises rdl::Error with what the driver says; who reads adds the names of data set and data source.
+// Functions raise rdl::Error with the driver's message; the caller adds the names of data set and data
+// source.
 class Cursor {
  public:
     virtual ~Cursor() = default;
     const std::vector<std::string>& Columns() const { return m_columns; }
-    virtual bool Next() = 0;                     // false behind the last row
-    virtual Value Cell(std::size_t column) = 0;  // of the current row
+    virtual bool Next() = 0;                     // moves to the next row; false after the last one
+    virtual Value Cell(std::size_t column) = 0;  // value in the current row; valid after Next() returned true
 
  protected:
     std::vector<std::string> m_columns;
 };
 
-// Rows that were read in one go: out of a report, a document or a file.
+// Rows that were read at once, from a report, a document or a file.
 class MemoryCursor : public Cursor {
  public:
     MemoryCursor(std::vector<std::string> columns, std::vector<Value> cells) : m_cells(std::move(cells)) {

@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t LongestText = 400;
 
-// A cut must not leave half a character behind.
+// Cuts at a character boundary.
 void CutAtCharacter(std::string& text, std::size_t length) {
     while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) {
         --length;

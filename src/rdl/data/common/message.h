@@ -1,4 +1,4 @@
-// Texts of drivers and names out of reports, made fit for an error.
+// Sanitizes driver messages and names from reports for error texts.
 #pragma once
 
 #include <string>
@@ -10,12 +10,12 @@
 
 namespace rdl::data {
 
-// One line without ', without control characters and a full stop at its end, at most 400 bytes.
+// Returns one line of at most 400 bytes without ', control characters and a final full stop.
 std::string CleanText(std::string_view text);
-// The same with a password struck out (see Masked); a driver may quote the whole connect string.
+// The same with a password removed (see Masked); a driver may quote the whole connect string.
 std::string CleanText(std::string_view text, const Secret& secret);
 
-// What is said of a query that was given up.
+// The error text for a query that exceeded its time.
 std::string TookTooLong(int seconds);
 
 using xml::Trimmed;

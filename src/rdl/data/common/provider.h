@@ -1,4 +1,4 @@
-// What the names of data providers mean.
+// Names of data providers.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@ namespace rdl::data {
 
 enum class ProviderKind { Sqlite, PostgreSql, MySql, SqlServer, Odbc, EnterData, Xml, Json, Csv };
 
-// OLE DB and its like say in the connect string (Provider=SQLOLEDB) which one is meant. Raises rdl::Error,
-// naming the provider and those that are known, when it is none that can be used here.
+// Returns the provider `name`; for OLE DB and similar the connect string decides (Provider=SQLOLEDB). Raises
+// rdl::Error naming the provider and the supported ones if it is not supported.
 ProviderKind FindProvider(std::string_view name, std::string_view connectString);
 
 }  // namespace rdl::data

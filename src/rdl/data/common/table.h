@@ -1,4 +1,4 @@
-// The rows of a data set, in memory.
+// The rows of a data set in memory.
 #pragma once
 
 #include <cstddef>
@@ -10,10 +10,10 @@
 namespace rdl {
 
 struct Table {
-    std::vector<std::string> fieldNames;  // the data set's fields, calculated ones behind the others
-    std::vector<bool> missing;            // fields that the query did not give
+    std::vector<std::string> fieldNames;  // query fields, then calculated ones
+    std::vector<bool> missing;            // true for fields that the query did not return
     std::vector<Value> cells;             // row after row
-    bool caseSensitive = false;           // filters tell a from A
+    bool caseSensitive = false;           // filters are case-sensitive
     std::size_t RowCount() const { return fieldNames.empty() ? 0 : cells.size() / fieldNames.size(); }
     const Value& At(std::size_t row, std::size_t field) const {
         return cells[row * fieldNames.size() + field];

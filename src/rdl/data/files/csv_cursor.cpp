@@ -35,7 +35,7 @@ bool IsUtf8(std::string_view bytes) {
     return !decoder.hasError();
 }
 
-// Many programs write the letters of Windows and say so nowhere: what is no UTF-8 is taken for these.
+// Many programs write Windows-1252 without declaring it: invalid UTF-8 is read as that.
 std::string AsUtf8(std::string_view bytes, bool latin1) {
     const auto size = static_cast<qsizetype>(bytes.size());
     const auto marked = QStringConverter::encodingForData(bytes.substr(0, 4));

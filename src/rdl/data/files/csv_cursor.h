@@ -1,4 +1,4 @@
-// Rows out of a text file with separated values.
+// Rows of a file of separated values (RFC 4180, with the variants below).
 #pragma once
 
 #include <memory>
@@ -10,17 +10,17 @@
 namespace rdl::data {
 
 struct CsvForm {
-    char separator = '\0';  // NUL: that of a line sep=; else the most frequent of , ; tab | in the first line
+    char separator = '\0';  // NUL: from a line sep=, else the most frequent of , ; tab | in the first line
     bool header = true;     // the first line names the columns; else they are Column1, Column2 ...
-    bool latin1 = false;    // else UTF-8, UTF-16 with a byte order mark or, when it is neither, Windows-1252
+    bool latin1 = false;    // else UTF-8, UTF-16 with a byte order mark, or Windows-1252 if it is neither
 };
 
-// Values in quotes may hold separators, line ends and doubled quotes. A column whose values are all plain
-// numbers (no leading zeros: those are codes) gives numbers; an empty value is Null. Raises rdl::Error, also
-// for a line with more values than columns and for quotes that are not closed.
+// Quoted values may contain separators, line ends and doubled quotes. A column of plain numbers (without
+// leading zeros, which mark codes) gives numbers; an empty value is Null. Raises rdl::Error also for a line
+// with more values than columns and for an unclosed quote.
 std::unique_ptr<Cursor> OpenCsv(std::string_view bytes, const CsvForm& form);
 
-// The file that a query asks for: a bare name, or SELECT * FROM name; empty when it names none.
+// Returns the file that a query names, alone or in SELECT * FROM name; empty if it names none.
 std::string CsvFileOfQuery(std::string_view query);
 
 }  // namespace rdl::data

@@ -1,4 +1,4 @@
-// An element path: which elements of an XML document are rows, and what of them are columns.
+// An element path: which elements of an XML document are rows and which parts of them are columns.
 #pragma once
 
 #include <string>
@@ -10,12 +10,12 @@
 namespace rdl::data {
 
 struct PathField {
-    std::string name;  // empty: the element's own text
+    std::string name;  // empty: the element's text
     bool attribute = false;
     FieldType type = FieldType::Text;
 };
 
-// How a whole document stands in an element's text.
+// How an element's text encodes an embedded document.
 enum class PathEncoding { None, Html, Base64 };
 
 struct PathLevel {
@@ -25,7 +25,8 @@ struct PathLevel {
     PathEncoding encoding = PathEncoding::None;
 };
 
-// Raises rdl::Error naming the position. An empty text and * give no level: the document's own shape decides.
+// Parses a path. Raises rdl::Error with the position. An empty text and * give no levels: the document's
+// structure decides.
 std::vector<PathLevel> ParseElementPath(std::string_view text);
 
 }  // namespace rdl::data

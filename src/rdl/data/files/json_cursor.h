@@ -1,4 +1,4 @@
-// Rows out of a JSON document, told by a path: $.customers[*].orders[*].
+// Rows of a JSON document (RFC 8259), selected by a path: $.customers[*].orders[*].
 #pragma once
 
 #include <memory>
@@ -9,9 +9,9 @@
 
 namespace rdl::data {
 
-// Path steps: .name, ["name"], [n] (negative from the end), [*], .* and ..name. An empty path is $. An array
-// at the path's end stands for its elements; an object is a row, its inner objects columns as address.city; a
-// plain value is a row with the column value. Raises rdl::Error.
+// Path steps: .name, ["name"], [n] (negative: from the end), [*], .* and ..name. An empty path is $. An array
+// at the end of the path gives its elements; an object is a row, nested objects give columns such as
+// address.city; a scalar is a row with the column value. Raises rdl::Error.
 std::unique_ptr<Cursor> OpenJson(std::string_view bytes, std::string_view path);
 
 }  // namespace rdl::data

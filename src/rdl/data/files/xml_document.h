@@ -1,4 +1,4 @@
-// XML of any kind that holds a report's data.
+// XML documents with report data.
 #pragma once
 
 #include <string_view>
@@ -7,7 +7,8 @@
 
 namespace rdl::data {
 
-// Raises rdl::Error with the line; depth and size are bounded, document types refused.
+// Parses a document with limits on depth and size. Raises rdl::Error with the line, also for document type
+// declarations.
 xml::Document ParseXml(std::string_view bytes);
 
 }  // namespace rdl::data

@@ -1,5 +1,5 @@
-// Ends calls of database drivers that would wait for ever: a server that says nothing more keeps no report
-// waiting, whatever its driver knows of time.
+// Interrupts database driver calls that would block forever: a silent server must not block a report,
+// whatever timeouts its driver supports.
 #pragma once
 
 #include <chrono>
@@ -10,20 +10,19 @@
 
 namespace rdl::data {
 
-// A server that says nothing is given up this much later than its own time, so that what it says itself is
-// shown.
+// The margin after a server's own timeout, so that its own message is shown.
 inline constexpr std::chrono::seconds Patience(5);
 
-// Watches the sockets that the process opens while one of these lives. A call that is not back at its time
-// finds them shut down, and so its driver sees a connection that has ended.
+// Tracks the sockets that the process opens during its lifetime. A call that misses its deadline finds them
+// shut down: its driver sees a closed connection.
 class ConnectionWatch {
  public:
-    ConnectionWatch();  // takes note of the sockets that are open now: they belong to others
+    ConnectionWatch();  // records the sockets open now: they belong to others
     ~ConnectionWatch();
     ConnectionWatch(const ConnectionWatch&) = delete;
     ConnectionWatch& operator=(const ConnectionWatch&) = delete;
 
-    // Around calls of the driver that have `time` together.
+    // Limits the driver calls in its scope to `time` in total.
     class Limit {
      public:
         Limit(ConnectionWatch& watch, std::chrono::milliseconds time);
@@ -35,10 +34,9 @@ class ConnectionWatch {
         ConnectionWatch& m_watch;
     };
 
-    // Has the kernel ask after a peer that is silent, so that one whose machine or network has gone is
-    // noticed within about a minute. For a connection that is open.
+    // Enables TCP keep-alive on the open connection, so that a lost peer is detected within about a minute.
     void KeepAlive() const;
-    // Whether a call was ended because its time was up. No later call is waited for.
+    // Whether a call was interrupted at its deadline. Later calls are not waited for.
     bool HasExpired() const;
 
  private:
@@ -48,7 +46,7 @@ class ConnectionWatch {
     void ShutDown() const;
     std::set<int> OwnSockets() const;
 
-    const std::set<unsigned long long> m_others;  // inodes of the sockets that were there before
+    const std::set<unsigned long long> m_others;  // inodes of the sockets that existed before
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     Clock::time_point m_deadline = Clock::time_point::max();

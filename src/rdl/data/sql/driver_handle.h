@@ -1,5 +1,5 @@
-// What a database's own library can be told and Qt has no word for. The libraries are loaded by Qt's drivers;
-// to link them would ask for them on machines whose reports need none.
+// Settings of database client libraries without an equivalent in Qt. The libraries are those that Qt's
+// drivers have loaded; linking them would require them on machines whose reports do not need them.
 #pragma once
 
 #include <QSqlDriver>
@@ -7,12 +7,11 @@
 
 namespace rdl::data {
 
-// How long a statement asked through ODBC may run; for a query that is prepared and not yet run. A driver
-// that cannot keep to a time takes no notice.
+// Limits the run time of a prepared ODBC query before it runs. Drivers without this feature ignore it.
 void LimitOdbcTime(const QSqlQuery& query, int seconds);
 
-// For an open connection of MySQL or MariaDB: a server's wish for a file of this machine is refused, whatever
-// was asked, and a text is one statement. False when the library cannot be told.
+// For an open connection to MySQL or MariaDB: refuses the server's requests for local files and allows only
+// one statement in a text. Returns false if the library lacks the function.
 bool RestrictMySql(const QSqlDriver& driver);
 
 }  // namespace rdl::data

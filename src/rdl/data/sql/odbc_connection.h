@@ -1,4 +1,4 @@
-// The text that an ODBC driver is opened with.
+// Connection strings for ODBC drivers.
 #pragma once
 
 #include <string>
@@ -9,14 +9,14 @@
 namespace rdl::data {
 
 struct OdbcTarget {
-    std::string text;   // for the driver manager
-    std::string place;  // for people: the server "db" by the ODBC driver "FreeTDS"
+    std::string text;   // the connection string
+    std::string place;  // for error texts: the server "db" by the ODBC driver "FreeTDS"
 };
 
-// ODBC: the report's own pairs, user and password replaced. SQL Server: what the pairs of SqlClient and OLE
-// DB mean to the driver that is installed (or named by Driver=). Values are quoted, so none can add a pair.
-// Raises rdl::Error when the driver is not installed, is given as a library's path, or would be told to load
-// or write files.
+// For ODBC: the report's own pairs with user and password replaced. For SQL Server: the pairs of SqlClient
+// and OLE DB translated for the installed driver (or the one named by Driver=). Values are quoted, so that
+// none can add a pair. Raises rdl::Error if the driver is not installed, is given as a library path, or could
+// load or write files.
 OdbcTarget OdbcConnection(ProviderKind provider, const ConnectString& pairs, const ServerAddress& address);
 
 }  // namespace rdl::data

@@ -1,4 +1,4 @@
-// The ODBC drivers of the machine and of the user, as the driver manager knows them.
+// The ODBC drivers registered for the machine and the user.
 #pragma once
 
 #include <string>
@@ -7,14 +7,14 @@
 
 namespace rdl::data {
 
-// In the order of the lists; empty when there is no driver manager.
+// Returns the names in registration order; empty without a driver manager.
 std::vector<std::string> InstalledOdbcDrivers();
 
-// The name as the list has it, found without regard to case. Raises rdl::Error naming what is installed: the
-// driver manager would take an unknown name for a library's.
+// Returns the registered spelling of `name`, found without regard to case. Raises rdl::Error naming the
+// installed drivers: the driver manager would take an unknown name for a library's path.
 std::string FindOdbcDriver(std::string_view name);
 
-// The newest of Microsoft's own drivers, else FreeTDS. Raises rdl::Error when there is none.
+// Returns the newest of Microsoft's drivers, else FreeTDS. Raises rdl::Error if there is none.
 std::string SqlServerDriver();
 
 }  // namespace rdl::data

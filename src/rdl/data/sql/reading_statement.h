@@ -1,5 +1,5 @@
-// Whether a report's own query only reads. What a server refuses by itself (a session that is read-only) is
-// the second lock; this one is before anything is sent.
+// Checks that a report's query only reads, before anything is sent. A read-only session on the server is the
+// second line of defence.
 #pragma once
 
 #include <string_view>
@@ -8,13 +8,13 @@
 
 namespace rdl::data {
 
-// For the text as it goes to the server, by what the server speaks. Raises rdl::Error, "a report only reads:
-// ...", for
-// - a statement that begins with another word than one that reads or calls a procedure,
+// `text` is the final text, `dialect` that of the server. Raises rdl::Error, "a report only reads: ...", for
+// - a statement whose first word neither reads nor calls a procedure,
 // - INTO and data-changing parts of WITH,
-// - what servers read in different ways, and could be hidden so: comments that MySQL runs, a NUL.
-// SQL Server runs batches: there tables whose names begin with # or @ may be made and filled, as they end
-// with the session, and a procedure is called by its name; sp_ and xp_ are the server's own and refused.
+// - text that servers read in different ways and that could hide a statement: comments that MySQL executes, a
+// NUL.
+// SQL Server runs batches: temporary tables (# or @) may be created and filled, as they end with the session;
+// a procedure is called by its name, but not one of the server's own (sp_, xp_).
 void CheckReads(std::string_view text, ProviderKind dialect);
 
 }  // namespace rdl::data

@@ -65,7 +65,7 @@ QString PostgresSsl(const ConnectString& pairs) {
     RefuseSslMode(pairs);
 }
 
-// The driver cannot be told to check the server's certificate: who asks for that must not go without it.
+// The driver cannot verify the server's certificate: a report that requires it must not connect without.
 QString MySqlSsl(const ConnectString& pairs) {
     const std::string mode = SslMode(pairs);
     if (IsRequired(mode)) {
@@ -208,14 +208,14 @@ void SqlConnection::ReadOnly(const SqlSource& source, const ConnectString& pairs
     QSqlQuery settings(m_database);
     const int seconds = SecondsOf(source);
     if (source.provider == ProviderKind::MySql && IsRequired(SslMode(pairs))) {
-        // The driver goes on without when the server cannot.
+        // The driver falls back to no encryption if the server has none.
         settings.exec(QStringLiteral("SHOW SESSION STATUS LIKE 'Ssl_cipher'"));
         if (!settings.next() || settings.value(1).toString().isEmpty()) {
             throw Error(m_place + " does not encrypt (SSL), which the connect string asks for");
         }
     }
     if (m_dialect == ProviderKind::Odbc) {
-        settings.exec(QStringLiteral("PRAGMA query_only = 1"));  // SQLite, which Qt does not know behind ODBC
+        settings.exec(QStringLiteral("PRAGMA query_only = 1"));  // Qt does not recognize SQLite through ODBC
     } else if (m_dialect == ProviderKind::MySql) {
         settings.exec(QStringLiteral("SET SESSION TRANSACTION READ ONLY"));
         settings.exec(QStringLiteral("SET SESSION max_statement_time = %1").arg(seconds));

@@ -1,4 +1,4 @@
-// A connection to a database server through Qt Sql, for as long as a query of a report runs.
+// A connection to a database server through Qt SQL, open while a query of a report runs.
 #pragma once
 
 #include <QSqlDatabase>
@@ -13,20 +13,20 @@ namespace rdl::data {
 
 class SqlConnection {
  public:
-    // Raises rdl::Error, telling a missing driver, a refused logon and an unreachable server apart; never
-    // with the password.
+    // Opens the connection. Raises rdl::Error that distinguishes a missing driver, a refused logon and an
+    // unreachable server; it never contains the password.
     explicit SqlConnection(const SqlSource& source);
     SqlConnection(const SqlConnection&) = delete;
     SqlConnection& operator=(const SqlConnection&) = delete;
     ~SqlConnection();
 
     QSqlDatabase& Database() { return m_database; }
-    // What the server speaks, which behind ODBC only it can tell; Odbc when it is none that is known.
+    // The SQL dialect of the server. Through ODBC the server is asked for it; Odbc if it is unknown.
     ProviderKind Dialect() const { return m_dialect; }
-    // For the calls that follow; those of the constructor and the destructor are bounded already.
+    // For later calls; those of the constructor and the destructor are limited already.
     ConnectionWatch& Watch() { return m_watch; }
     const ConnectionWatch& Watch() const { return m_watch; }
-    // To be struck out of every text.
+    // The password, to be removed from every text.
     const Secret& Password() const { return m_secret; }
 
  private:
@@ -37,12 +37,12 @@ class SqlConnection {
     void FindDialect(ProviderKind provider);
     void ReadOnly(const SqlSource& source, const ConnectString& pairs);
 
-    ConnectionWatch m_watch;  // from before the connection is made until after it is closed
-    QString m_name;           // in Qt's list of connections
+    ConnectionWatch m_watch;  // lives longer than the connection
+    QString m_name;           // name in Qt's list of connections
     QSqlDatabase m_database;
     ProviderKind m_dialect = ProviderKind::Odbc;
     Secret m_secret;
-    std::string m_place;  // for people
+    std::string m_place;  // for error texts
 };
 
 }  // namespace rdl::data

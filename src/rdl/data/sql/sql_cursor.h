@@ -1,4 +1,4 @@
-// Rows of a database server through Qt Sql: PostgreSQL, MySQL and MariaDB, SQL Server and anything by ODBC.
+// Rows from a database server through Qt SQL: PostgreSQL, MySQL, MariaDB, SQL Server and any ODBC source.
 #pragma once
 
 #include <memory>
@@ -13,13 +13,13 @@ namespace rdl::data {
 struct SqlSource {
     ProviderKind provider = ProviderKind::Odbc;
     std::string connectString;
-    std::string user, password;  // instead of those in the connect string; empty: those
-    int querySeconds = 0;        // asked of the server where the driver can
-    bool integrated = false;     // as the operating system's user, unless one is given
+    std::string user, password;  // replace those of the connect string unless empty
+    int querySeconds = 0;        // timeout, if the driver supports one
+    bool integrated = false;     // log on as the user of the operating system unless `user` is given
 };
 
-// Opens the connection, runs the query and keeps both until the cursor goes. Raises rdl::Error, telling a
-// missing driver, a refused logon, an unreachable server and a faulty query apart; never with the password.
+// Opens the connection and runs the query; the cursor owns both. Raises rdl::Error that distinguishes a
+// missing driver, a refused logon, an unreachable server and a faulty query; it never contains the password.
 std::unique_ptr<Cursor> OpenSql(const SqlSource& source, const BoundQuery& query);
 
 }  // namespace rdl::data

@@ -1,4 +1,4 @@
-// Where texts, quoted names and comments of a statement end, by the rules of each server.
+// Finds the ends of strings, quoted names and comments by the rules of each server.
 #pragma once
 
 #include <cstddef>
@@ -12,12 +12,12 @@ class SqlScanner {
  public:
     SqlScanner(std::string_view text, ProviderKind dialect) : m_text(text), m_dialect(dialect) {}
 
-    // The end of the string, name or comment that begins at `at`; `at` when none does.
+    // Returns the end of the string, quoted name or comment that starts at `at`; `at` if none does.
     std::size_t QuotedEnd(std::size_t at) const;
-    // What begins here is known to be a text, a quoted name or a comment. Hints and what MySQL runs out of
-    // comments are none.
+    // Requires that a string, quoted name or comment starts at `at`. Hints and comments that MySQL executes
+    // do not count as comments.
     bool IsComment(std::size_t at) const;
-    // E'it\'s' of PostgreSQL.
+    // Whether a string with escapes of PostgreSQL starts here: E'it\'s'.
     bool HasEscapeMark(std::size_t at) const;
 
  private:

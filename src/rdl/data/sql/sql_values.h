@@ -1,4 +1,4 @@
-// Values on their way to a database driver and back.
+// Converts values for a database driver and back.
 #pragma once
 
 #include <QSqlField>
@@ -9,12 +9,13 @@
 
 namespace rdl::data {
 
-// A value as a bind. Dates carry no zone: what the server compares with must not depend on where this runs.
+// Returns a value as a bind. Dates have no zone: comparisons on the server must not depend on this machine's
+// zone.
 QVariant ToVariant(const Value& value, ProviderKind provider);
 
-// Whether the driver gives the column's numbers as texts because they may have more digits than a double.
+// Whether the driver returns the column's numbers as texts because they may have more digits than a double.
 bool IsDecimalColumn(const QSqlField& field, ProviderKind provider);
-// `isDecimal`: the text of a decimal column becomes a number, whole ones exactly.
+// With `isDecimal` a text becomes a number; integers stay exact.
 Value OfVariant(const QVariant& variant, bool isDecimal);
 
 }  // namespace rdl::data

@@ -153,7 +153,7 @@ class SqliteCursor : public Cursor {
             const int state = sqlite3_prepare_v2(m_database.get(), text.data(), static_cast<int>(text.size()),
                                                  &statement, &tail);
             sqlite3_finalize(statement);
-            // A NUL is where reading ends, whatever stands behind it.
+            // The library stops at a NUL, whatever follows it.
             if (state != SQLITE_OK || statement || tail == text.data()) {
                 return true;
             }
@@ -242,7 +242,7 @@ class SqliteCursor : public Cursor {
     int m_seconds;
     Clock::time_point m_deadline;
     std::unique_ptr<sqlite3, CloseDatabase> m_database;
-    std::unique_ptr<sqlite3_stmt, Finalize> m_statement;  // behind the database: it goes first
+    std::unique_ptr<sqlite3_stmt, Finalize> m_statement;  // after the database, so that it is destroyed first
     std::vector<FieldType> m_types;
 };
 

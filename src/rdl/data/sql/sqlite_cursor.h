@@ -1,5 +1,5 @@
-// Rows of a SQLite database, by its C API: the driver of the house for report data, and the fastest way to
-// typed values. The file is opened for reading only and is never created.
+// Rows from a SQLite database through its C API, which is the fastest way to typed values. The file is opened
+// read-only and never created.
 #pragma once
 
 #include <memory>
@@ -12,11 +12,11 @@ namespace rdl::data {
 
 struct SqliteSource {
     std::string file;      // machine path
-    int querySeconds = 0;  // after that a query is given up
+    int querySeconds = 0;  // timeout of the query
 };
 
-// Raises rdl::Error, telling a missing file, one that is no database, a missing table and a syntax error
-// apart.
+// The cursor owns the connection. Raises rdl::Error that distinguishes a missing file, a file that is not a
+// database, a missing table and a syntax error.
 std::unique_ptr<Cursor> OpenSqlite(const SqliteSource& source, const BoundQuery& query);
 
 }  // namespace rdl::data

@@ -1,9 +1,9 @@
-// Report-level code: the functions, variables and constants of a report's Code element, in Visual Basic.
+// Report-level code: the functions, variables and constants of a report's Code element (MS-RDL, Code), in
+// Visual Basic.
 //
-// Known are Function and Sub with parameters, Dim, Const and Static, assignment, If, Select Case, For, For
-// Each, While, Do, Try, Exit, Continue and Return, over the language of expressions. Nothing of it reaches
-// the machine. Steps, memory and depth are bounded; what exceeds a bound is #Error where the function was
-// called.
+// Supported: Function and Sub with parameters, Dim, Const, Static, assignment, If, Select Case, For, For
+// Each, While, Do, Try, Exit, Continue and Return, over the expression language. Code has no access to the
+// machine. Steps, memory and depth are limited; exceeding a limit gives #Error at the call.
 #pragma once
 
 #include <memory>
@@ -17,17 +17,17 @@ namespace rdl::expr {
 
 struct CodeModule;
 
-// It must outlive every program that was compiled with it (CompileContext::code).
+// The compiled code. It must outlive every program compiled with it (CompileContext::code).
 class CodeLibrary : public CodeFunctions {
  public:
-    // Raises rdl::Error "Code, line <n>: <what>" for what is wrong or not known. The context is asked for
-    // parameters.
+    // Compiles `source`. Raises rdl::Error "Code, line <n>: <what>" for errors and unsupported statements.
+    // `context` resolves parameters.
     CodeLibrary(std::string_view source, CompileContext& context);
     ~CodeLibrary() override;
     CodeLibrary(const CodeLibrary&) = delete;
     CodeLibrary& operator=(const CodeLibrary&) = delete;
 
-    // Variables of the code go back to how they began: for another run of the same report.
+    // Restores the initial values of the code's variables, before another run of the report.
     void Reset();
 
     bool UsesPageGlobals() const override;

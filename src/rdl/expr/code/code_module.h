@@ -1,4 +1,4 @@
-// What report-level code is once it is read: functions made of statements, and the variables they share.
+// Report-level code in compiled form: functions made of statements, and the variables that they share.
 #pragma once
 
 #include <map>
@@ -13,7 +13,7 @@ namespace rdl::expr {
 
 struct CodeFunction;
 
-// How running goes on behind a statement.
+// Where execution continues after a statement.
 enum class Flow {
     Next,
     ExitFor,
@@ -35,13 +35,13 @@ struct Frame {
 struct Statement {
     virtual ~Statement() = default;
     virtual Flow Run(Frame& frame) const = 0;
-    int cost = 1;  // steps, by its length
+    int cost = 1;  // in steps, by the length of its source
 };
 using Block = std::vector<std::unique_ptr<Statement>>;
 
 struct CodeParameter {
     const FunctionInfo* conversion = nullptr;
-    NodePtr missing;  // its value when it is left out; null: it must be given
+    NodePtr missing;  // default value; null: the argument is required
     bool byReference = false, rest = false;
 };
 
@@ -50,26 +50,26 @@ struct CodeFunction {
     std::vector<CodeParameter> parameters;  // in slots from 1; slot 0 is the result
     const FunctionInfo* conversion = nullptr;
     int slots = 1;
-    int depth = 1;  // what a call of it takes of the stack, in nodes
+    int depth = 1;  // stack use of a call, in nodes
     Block body;
 };
 
 struct CodeModule {
-    std::map<std::string, std::unique_ptr<CodeFunction>> functions;  // by small letters
+    std::map<std::string, std::unique_ptr<CodeFunction>> functions;  // by name in lower case
     std::map<std::string, Variable> variables;
     std::vector<Value> values;
-    Block start;  // gives the variables their first values
+    Block start;  // initializes the variables
     bool started = false;
     int startDepth = 1;
-    std::int64_t steps = 0;                         // left for the whole report
-    bool pageGlobals = false, reportItems = false;  // asked for by some function
+    std::int64_t steps = 0;                         // steps left for the whole report
+    bool pageGlobals = false, reportItems = false;  // used by some function
 };
 
-// A call of a function of the code.
+// A call to a function of the code.
 struct CodeCallNode final : Node {
     CodeCallNode(CodeModule& owner, const CodeFunction& what, std::vector<NodePtr> values);
     Value Run(Machine& machine) const override;
-    // Empty, or why the arguments do not fit.
+    // Returns why the arguments do not match the parameters; empty if they do.
     std::string Fault() const;
 
     CodeModule& module;
@@ -81,7 +81,7 @@ struct CodeCallNode final : Node {
     Value Call(Machine& machine) const;
 };
 
-// A variable of the module, from an expression.
+// Reads a module variable from an expression.
 struct ModuleVariableNode final : Node {
     ModuleVariableNode(CodeModule& owner, const Variable& which) : module(owner), variable(which) {}
     Value Run(Machine& machine) const override;
@@ -89,9 +89,10 @@ struct ModuleVariableNode final : Node {
     Variable variable;
 };
 
-// What stays for the rest of the report is small, however often a function is called.
+// Whether a module variable may keep the value. Only small values may outlive a call, so that memory does not
+// grow with the number of calls.
 bool MayStay(const Value& value);
-// Whether there are steps left; takes them.
+// Subtracts `cost` steps. Returns false if none are left.
 bool TakeSteps(Frame& frame, int cost);
 Flow RunBlock(const Block& block, Frame& frame);
 

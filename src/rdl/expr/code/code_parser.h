@@ -1,4 +1,4 @@
-// Reads report-level code into a CodeModule.
+// Parses report-level code into a CodeModule.
 #pragma once
 
 #include <initializer_list>
@@ -16,7 +16,7 @@ namespace rdl::expr {
 class CodeParser final : public CodeNames {
  public:
     CodeParser(std::vector<Token> tokens, CompileContext& context, CodeModule& module);
-    // Raises rdl::Error.
+    // Raises rdl::Error with the line.
     void Run();
 
     NodePtr Variable(std::string_view lower) override;
@@ -73,12 +73,14 @@ class CodeParser final : public CodeNames {
 
     Parser m_parser;
     CodeModule& m_module;
-    CodeFunction* m_function = nullptr;                           // whose body is read
-    std::vector<std::map<std::string, expr::Variable>> m_scopes;  // its variables, inner blocks last
-    std::vector<std::pair<const CodeCallNode*, Token>> m_calls;   // whose arguments are checked at the end
-    int m_depth = 1;                                              // of the deepest expression so far
-    Block m_pending;                     // statements that a declaration in a function came to
-    std::vector<expr::Variable> m_with;  // the objects of the With blocks around
+    CodeFunction* m_function = nullptr;  // the function being parsed
+    std::vector<std::map<std::string, expr::Variable>>
+        m_scopes;  // variables of the function, innermost block last
+    std::vector<std::pair<const CodeCallNode*, Token>>
+        m_calls;                         // calls whose arguments are checked at the end
+    int m_depth = 1;                     // depth of the deepest expression so far
+    Block m_pending;                     // statements produced by declarations in a function
+    std::vector<expr::Variable> m_with;  // objects of the enclosing With blocks
     int m_nesting = 0;
 };
 

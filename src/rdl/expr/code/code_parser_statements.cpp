@@ -57,7 +57,7 @@ Block CodeParser::BlockUntil(std::initializer_list<Words> ends) {
     return block;
 }
 
-// What stands behind Then on the same line.
+// The statements after Then on the same line.
 Block CodeParser::SingleLine() {
     if (++m_nesting > MaxNesting) {
         m_parser.Fail("statements are nested too deeply");

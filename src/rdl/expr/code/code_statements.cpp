@@ -29,7 +29,7 @@ bool Decide(const Node& condition, Frame& frame, bool& truth) {
     return true;
 }
 
-// What a loop does behind a turn; true when it is over, with `flow` for those around it.
+// Handles the flow after an iteration. Returns true if the loop ends, with `flow` for the enclosing blocks.
 bool LeavesLoop(Flow& flow, Flow exit, Flow next) {
     if (flow == Flow::Next || flow == next) {
         return false;

@@ -13,13 +13,13 @@
 
 namespace rdl::expr {
 
-// name = value, name += value; with an index an element of the list.
+// name = value, name += value; with an index, assignment to a list element.
 struct AssignStatement final : Statement {
     Flow Run(Frame& frame) const override;
     Variable target;
     NodePtr index;                 // null: the whole variable
-    Operator operation = nullptr;  // of += and its like
-    NodePtr value;                 // null: the first value of the type
+    Operator operation = nullptr;  // for += and similar; null for =
+    NodePtr value;                 // null: the type's initial value
 
  private:
     Flow Store(Value result, Frame& frame) const;
@@ -30,13 +30,13 @@ struct AssignStatement final : Statement {
 struct MemberStatement final : Statement {
     Flow Run(Frame& frame) const override;
     NodePtr object;
-    std::string_view member;       // as FindFunction has it
-    NodePtr index;                 // null: none
-    Operator operation = nullptr;  // of += and its like
+    std::string_view member;       // in the form FindFunction takes
+    NodePtr index;                 // null: no index
+    Operator operation = nullptr;  // for += and similar; null for =
     NodePtr value;
 };
 
-// With: the object is worked out once, and the names with a leading point belong to it.
+// With: evaluates the object once; names with a leading point are its members.
 struct WithStatement final : Statement {
     Flow Run(Frame& frame) const override;
     Variable target;
@@ -52,7 +52,7 @@ struct SizeStatement final : Statement {
     bool preserve = false;
 };
 
-// A call whose result nobody takes.
+// A call whose result is discarded.
 struct CallStatement final : Statement {
     Flow Run(Frame& frame) const override;
     NodePtr call;
@@ -60,7 +60,7 @@ struct CallStatement final : Statement {
 
 struct ReturnStatement final : Statement {
     Flow Run(Frame& frame) const override;
-    NodePtr value;  // null: what was assigned so far
+    NodePtr value;  // null: returns the value assigned to the function's name
     const FunctionInfo* conversion = nullptr;
 };
 
@@ -107,18 +107,18 @@ struct ForEachStatement final : Statement {
     Block body;
 };
 
-// While and Do: a condition in front, behind, or neither.
+// While and Do: the condition is tested before, after or never.
 struct LoopStatement final : Statement {
     Flow Run(Frame& frame) const override;
     NodePtr condition;
     bool until = false, atEnd = false;
-    bool isDo = false;  // which Exit and Continue are meant for it
+    bool isDo = false;  // whether Exit Do or Exit While applies
     Block body;
 };
 
-// The first clause whose condition holds takes a fault, of whatever kind it is.
+// The first clause whose condition holds catches the fault, whatever its kind.
 struct CatchClause {
-    std::optional<Variable> message;  // holds why, while it is caught
+    std::optional<Variable> message;  // holds the message inside the clause
     NodePtr condition;                // Catch When; null: always
     Block body;
 };

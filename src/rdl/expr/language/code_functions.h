@@ -1,4 +1,4 @@
-// Report-level code as the compiler of expressions sees it.
+// The expression compiler's view of report-level code.
 #pragma once
 
 #include <memory>
@@ -12,12 +12,13 @@ namespace rdl::expr {
 class CodeFunctions {
  public:
     virtual ~CodeFunctions() = default;
-    // Code.Name with its arguments. Null when there is no such function or variable, with the reason in
-    // `why`.
+    // Compiles Code.Name with its arguments. Returns null with the reason in `why` if there is no such
+    // function or variable.
     virtual std::unique_ptr<Program::Node> Use(const std::string& lower,
                                                std::vector<std::unique_ptr<Program::Node>> arguments,
                                                std::string& why) const = 0;
-    // Whether any function asks for page numbers or report items; then every program that calls one may.
+    // Whether any function uses page numbers or report items. Every program that calls code is then assumed
+    // to.
     virtual bool UsesPageGlobals() const = 0;
     virtual bool UsesReportItems() const = 0;
 };

@@ -1,8 +1,9 @@
-// The expression language: Visual Basic expressions over Fields, Parameters, Globals and aggregates.
+// The expression language: Visual Basic expressions over Fields, Parameters, Globals and aggregates (MS-RDL,
+// Expressions).
 //
-// Compile() turns a source into a Program once; Evaluate() runs it against an Environment any number of
-// times. What goes wrong while it runs is a Value of kind Error (shown as #Error), no exception; what
-// does not compile raises rdl::Error naming the position and the word.
+// Compile() turns a source into a Program once; Evaluate() runs it any number of times. Failures at run time
+// are values of kind Error, shown as #Error; failures to compile raise rdl::Error with the position and the
+// word.
 #pragma once
 
 #include <memory>
@@ -17,29 +18,29 @@
 
 namespace rdl::expr {
 
-class CodeFunctions;  // see code_functions.h
+class CodeFunctions;  // code_functions.h
 
-// What names mean where an expression stands.
+// Resolves names in the scope of an expression.
 struct CompileContext {
     virtual ~CompileContext() = default;
-    // The slot of a field of a data set, names without regard to case; nullopt when there is none.
+    // Returns the slot of a field of a data set, without regard to case; nullopt if there is none.
     virtual std::optional<int> FieldSlot(const std::string& dataSet, std::string_view field) const = 0;
     virtual std::optional<int> ParameterIndex(std::string_view name) const = 0;
-    // The data set that a scope's rows come from (the scope may be a data set, region or group); nullopt: no
-    // such scope.
+    // Returns the data set of a scope's rows (the scope is a data set, region or group); nullopt if there is
+    // no such scope.
     virtual std::optional<std::string> DataSetOfScope(const std::string& scope) const = 0;
-    // Names that a field worked out by an expression may have: Fields(Parameters!P.Value).Value.
+    // The field names that a computed name may give: Fields(Parameters!P.Value).Value.
     virtual std::vector<std::string> FieldNames(const std::string& /*dataSet*/) const { return {}; }
-    // DataSets!X.CommandText, DataSources!X.Type and the like, both names in small letters; nullopt when it
-    // is not known.
+    // Returns DataSets!X.CommandText, DataSources!X.Type and similar; names are in lower case. nullopt if
+    // unknown.
     virtual std::optional<std::string> SourceProperty(std::string_view /*collection*/,
                                                       std::string_view /*name*/,
                                                       std::string_view /*property*/) const {
         return std::nullopt;
     }
-    std::string dataSet;  // of the expression itself; empty outside every data region
+    std::string dataSet;  // of the expression's scope; empty outside every data region
     const CodeFunctions* code = nullptr;
-    int nextAggregateId = 0;  // counted up by Compile
+    int nextAggregateId = 0;  // incremented by Compile
     int nextLookupId = 0;
 };
 
@@ -48,14 +49,16 @@ class Program {
     struct Node;
     explicit Program(std::unique_ptr<Node> root);
     ~Program();
+    // Returns the result; a failure is a value of kind Error.
     Value Evaluate(Environment& environment) const;
-    // A program that is nothing but Fields!X.Value gives its slot, else -1; a constant gives itself.
+    // Returns the slot if the program is just Fields!X.Value, else -1.
     int PlainField() const { return m_plainField; }
+    // Returns the value of a constant program, else null. The program owns it.
     const Value* Constant() const { return m_constant ? &*m_constant : nullptr; }
-    // Whether it uses PageNumber, TotalPages and the like, or ReportItems.
+    // Whether the program uses PageNumber, TotalPages and similar, or ReportItems.
     bool UsesPageGlobals() const { return m_usesPageGlobals; }
     bool UsesReportItems() const { return m_usesReportItems; }
-    // Every aggregate in it, nested arguments' own included.
+    // All aggregates of the program, nested ones included. Owned by the program.
     const std::vector<const AggregateCall*>& Aggregates() const { return m_aggregates; }
 
  private:
@@ -67,7 +70,7 @@ class Program {
     std::vector<const AggregateCall*> m_aggregates;
 };
 
-// `source` with its leading =. Raises rdl::Error: "<where>: <what>, at character <n>".
+// Compiles `source`, which starts with =. Raises rdl::Error: "<where>: <what>, at character <n>".
 std::shared_ptr<Program> Compile(std::string_view source, const std::string& where, CompileContext& context);
 
 }  // namespace rdl::expr

@@ -62,7 +62,7 @@ class Lexer {
         Push(Token::Type::Literal, "", position).literal = std::move(value);
     }
 
-    // Where a value is due, some characters mean another thing than behind one.
+    // Where a value is expected, some characters have another meaning than after a value.
     bool ValueDue() const {
         if (m_tokens.empty()) {
             return true;
@@ -81,7 +81,7 @@ class Lexer {
                 last.lower == "if" || last.lower == "case");
     }
 
-    // False at the end. Line ends of code become tokens, but for those that a line goes on behind.
+    // Returns false at the end. In code, line ends become tokens unless the line is continued.
     bool SkipSpace() {
         while (m_at < m_source.size()) {
             const char c = m_source[m_at];
@@ -242,7 +242,7 @@ class Lexer {
         PushLiteral(Value::Real(number), start);
     }
 
-    // The type letters behind a number; true for those of a fraction.
+    // Reads the type suffix of a number; returns true for that of a real.
     bool Suffix() {
         const char c = AsciiLower(Peek());
         const char next = Peek(1);

@@ -1,4 +1,4 @@
-// Words of an expression, or of report-level code.
+// Tokens of an expression or of report-level code.
 #pragma once
 
 #include <cstddef>
@@ -12,11 +12,11 @@ namespace rdl::expr {
 
 struct Token {
     enum class Type { End, NewLine, Word, Literal, Symbol } type = Type::End;
-    std::string text;   // of a word as written; of a symbol in its one form (<> also for != and ><)
-    std::string lower;  // of a word: what names are compared by
+    std::string text;   // a word as written; a symbol in its canonical form (<> for != and ><)
+    std::string lower;  // a word in lower case, for comparing names
     Value literal;
-    bool escaped = false;      // [a word in brackets] is never a keyword
-    bool spaceBefore = false;  // white space stands in front of it
+    bool escaped = false;      // [a word in brackets] is not a keyword
+    bool spaceBefore = false;  // white space precedes it
     std::size_t position = 0;  // byte in the source, from 0
     int line = 1;
 
@@ -24,8 +24,8 @@ struct Token {
     bool IsWord(std::string_view word) const { return type == Type::Word && !escaped && lower == word; }
 };
 
-// Code keeps its line ends as words; ' begins a remark in it. In an expression ' may also enclose a text
-// where a value is due: some report designers write it so.
+// In code, line ends are tokens and ' starts a comment. In an expression ' may also enclose a text where a
+// value is expected: some report designers write it that way.
 enum class LexMode { Expression, Code };
 
 struct LexError {
@@ -34,7 +34,7 @@ struct LexError {
     int line;
 };
 
-// The last token is End. Raises LexError.
+// Returns the tokens of `source`, the last one End. Raises LexError.
 std::vector<Token> Lex(std::string_view source, LexMode mode);
 
 }  // namespace rdl::expr

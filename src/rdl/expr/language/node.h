@@ -1,4 +1,4 @@
-// What a compiled expression is made of: a tree of nodes that are run.
+// A compiled expression: a tree of nodes that are evaluated.
 #pragma once
 
 #include <algorithm>
@@ -10,18 +10,18 @@
 
 namespace rdl::expr {
 
-// One evaluation. The limits keep a hostile report from running or growing without end.
+// The state of one evaluation. Its limits stop a hostile report from running or growing without end.
 struct Machine {
     Environment& environment;
-    Value* locals = nullptr;           // of the function of report-level code that runs
-    std::int64_t steps = 5'000'000;    // statements and loop turns of code that are left
-    std::int64_t bytes = 256'000'000;  // of text and lists that may still be made
-    int depth = 0;                     // nodes on the stack, counted when code is called
+    Value* locals = nullptr;           // of the running function of report-level code
+    std::int64_t steps = 5'000'000;    // statements and loop iterations left
+    std::int64_t bytes = 256'000'000;  // of text and lists left
+    int depth = 0;                     // stack use in nodes, counted at calls of code
 
     const Culture& culture() const { return environment.CurrentCulture(); }
-    // The value itself, or an error once too much has been made.
+    // Subtracts the size of `value` from `bytes`. Returns `value`, or an error once the limit is exceeded.
     Value Charged(Value value);
-    // Work on long text takes steps, so that code cannot repeat it without end.
+    // Charges steps for long text, so that code cannot repeat expensive work without end.
     void Weigh(const Value& value) {
         if (value.kind() == Kind::Text && value.AsText().size() > 1024) {
             steps -= static_cast<std::int64_t>(value.AsText().size() / 64);
@@ -32,14 +32,14 @@ struct Machine {
 struct Program::Node {
     virtual ~Node() = default;
     virtual Value Run(Machine& machine) const = 0;
-    int depth = 1;  // of the tree from here
+    int depth = 1;  // of the subtree
 
     void Deepen(const Node& child) { depth = std::max(depth, child.depth + 1); }
 };
 using Node = Program::Node;
 using NodePtr = std::unique_ptr<Program::Node>;
 
-// Text shorter than this is not worth counting: the limits on source and steps bound it.
+// Shorter texts are not counted: the limits on source and steps bound them.
 inline constexpr std::size_t CountedText = 256;
 inline constexpr std::int64_t CountedElement = 48;
 

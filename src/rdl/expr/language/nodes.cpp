@@ -38,7 +38,7 @@ Value CallMember(Machine& machine, const FunctionInfo& info, const Call& call) {
     const std::size_t before = object.Weight();
     Value result = object.Invoke(info.name, call);
     machine.bytes -= static_cast<std::int64_t>(std::max(before, object.Weight()) - before);
-    // What goes through a whole object must not be had for the price of one step.
+    // A member that visits a whole object must cost more than one step.
     machine.steps -= info.goesThrough ? static_cast<std::int64_t>(before / 32) : 0;
     return machine.Charged(std::move(result));
 }

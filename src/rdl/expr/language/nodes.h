@@ -1,4 +1,4 @@
-// The kinds of nodes that expressions share with report-level code.
+// Node types used by expressions and report-level code.
 #pragma once
 
 #include <memory>
@@ -39,14 +39,14 @@ struct UnaryNode final : Node {
     NodePtr operand;
 };
 
-// A chain of &, in one go.
+// A chain of & operators, concatenated at once.
 struct ConcatenateNode final : Node {
     void Add(NodePtr part);
     Value Run(Machine& machine) const override;
     std::vector<NodePtr> parts;
 };
 
-// AndAlso and OrElse: the right side only where it decides.
+// AndAlso and OrElse: evaluates the right side only if it decides.
 struct ShortCircuitNode final : Node {
     ShortCircuitNode(bool stopsAt, NodePtr l, NodePtr r);
     Value Run(Machine& machine) const override;
@@ -54,13 +54,14 @@ struct ShortCircuitNode final : Node {
     NodePtr left, right;
 };
 
-// IIf, If: only the branch that is taken is run. Without a condition: the first part unless it is nothing.
+// IIf and If: evaluates only the selected branch.
 struct ConditionNode final : Node {
     ConditionNode(NodePtr test, NodePtr yes, NodePtr no);
     Value Run(Machine& machine) const override;
     NodePtr condition, whenTrue, whenFalse;
 };
 
+// If(a, b): the first value unless it is Null.
 struct CoalesceNode final : Node {
     CoalesceNode(NodePtr value, NodePtr instead);
     Value Run(Machine& machine) const override;
@@ -74,7 +75,7 @@ struct SwitchNode final : Node {
     std::vector<NodePtr> parts;
 };
 
-// The first part says which of the others, from 1.
+// The first part is the index of the result among the others, from 1.
 struct ChooseNode final : Node {
     explicit ChooseNode(std::vector<NodePtr> values);
     Value Run(Machine& machine) const override;
@@ -88,7 +89,7 @@ struct CallNode final : Node {
     std::vector<NodePtr> arguments;
 };
 
-// A new object with its first values, each given to its Add.
+// A new object with initial values, each passed to its Add method.
 struct FillNode final : Node {
     FillNode(NodePtr object, const FunctionInfo& how);
     void Add(std::vector<NodePtr> values);
@@ -105,7 +106,7 @@ struct ListNode final : Node {
     std::vector<NodePtr> parts;
 };
 
-// value(index): an element of a list or a character of a text; a single value stands for a list of one.
+// value(index): a list element or a character of a text. A scalar counts as a list of one.
 struct IndexNode final : Node {
     IndexNode(NodePtr value, NodePtr at);
     Value Run(Machine& machine) const override;

@@ -1,5 +1,5 @@
-// From words to nodes: one expression, by precedence. Report-level code uses it for the expressions in its
-// statements. Raises rdl::Error with the place and the position.
+// Parses tokens into nodes: one expression, by operator precedence. Report-level code uses it for the
+// expressions in its statements. Raises rdl::Error with place and position.
 #pragma once
 
 #include <string>
@@ -13,30 +13,30 @@
 
 namespace rdl::expr {
 
-// What a program is known to use once it is parsed.
+// What a program uses, known after parsing.
 struct Facts {
     bool pageGlobals = false, reportItems = false;
     std::vector<const AggregateCall*> aggregates;
 };
 
-// The names that report-level code adds while it is parsed.
+// Resolves the names of report-level code during parsing.
 struct CodeNames {
     virtual ~CodeNames() = default;
-    virtual NodePtr Variable(std::string_view lower) = 0;  // null when there is none
+    virtual NodePtr Variable(std::string_view lower) = 0;  // null if there is no such variable
     virtual bool HasFunction(std::string_view lower) const = 0;
     virtual NodePtr Function(std::string_view lower, std::vector<NodePtr> arguments) = 0;
-    virtual NodePtr WithObject() = 0;  // what a leading . belongs to; null outside With
+    virtual NodePtr WithObject() = 0;  // the object of a leading point; null outside With
 };
 
 class Parser {
  public:
-    // `where` begins the text of an error. With `codeNames` the words are those of report-level code.
+    // `where` starts error texts. With `codeNames` the tokens are those of report-level code.
     Parser(std::vector<Token> tokens, std::string where, CompileContext& context,
            CodeNames* codeNames = nullptr)
         : m_tokens(std::move(tokens)), m_where(std::move(where)), m_context(context), m_code(codeNames) {}
 
     NodePtr Expression(int least = 0);
-    // A value with its members and indices, no operators: what can be assigned to or called.
+    // Parses a value with members and indexes but no operators: a target of an assignment or call.
     NodePtr Target() { return Postfix(Primary()); }
     std::vector<NodePtr> Arguments();
 
@@ -46,20 +46,21 @@ class Parser {
     bool TakeWord(std::string_view word);
     void Expect(std::string_view symbol);
     std::string Name(const char* what);
-    // A type as in "As System.String"; its last word in small letters.
+    // Parses a type name as in "As System.String" and returns its last part in lower case.
     std::string TypeName();
-    std::size_t Position() const { return m_at; }  // in words
+    std::size_t Position() const { return m_at; }  // index of the next token
     bool AtEnd() const { return Peek().type == Token::Type::End; }
     [[noreturn]] void Fail(const std::string& what) const { FailAt(Peek(), what); }
     [[noreturn]] void FailAt(const Token& token, const std::string& what) const;
     const Facts& facts() const { return m_facts; }
-    // The function that converts to a type, for CType, Dim and parameters; null for Object.
+    // Returns the function that converts to a type, for CType, Dim and parameters; null for Object. `known`
+    // is false for an unknown type.
     static const FunctionInfo* Conversion(const std::string& type, bool& known);
 
  private:
     friend class Compiler;
     using Nodes = std::vector<NodePtr>;
-    static constexpr int AboveComparison = 6;  // the rank of operators that bind tighter than =
+    static constexpr int AboveComparison = 6;  // precedence of operators that bind tighter than =
 
     NodePtr Binary(NodePtr left, int least);
     NodePtr Unary();
@@ -82,7 +83,8 @@ class Parser {
     NodePtr DataSets(const std::string& collection);
     NodePtr Code();
     NodePtr DynamicField(NodePtr name);
-    // The item behind a collection's name: a constant name, or a node when it must be worked out.
+    // Parses the item name after a collection: returns a constant name, or sets `computed` to the expression
+    // that gives it.
     std::string ItemName(NodePtr& computed);
     std::string Property();
     bool StartsCollection() const;
@@ -113,7 +115,7 @@ class Parser {
     int m_aggregateNesting = 0;
 };
 
-// Builds programs; the one that may fill them in.
+// Creates programs; a friend of Program, which fills them in.
 class Compiler {
  public:
     static std::shared_ptr<Program> Finish(NodePtr root, Facts facts);

@@ -31,7 +31,7 @@ constexpr std::pair<std::string_view, AggregateKind> AggregateNames[] = {
     {"aggregate", AggregateKind::Aggregate},
 };
 
-// Name spaces and modules that a name may be written behind.
+// Namespaces and modules that may qualify a name.
 constexpr std::string_view Qualifiers[] = {
     "global",      "system",     "microsoft",     "visualbasic",        "strings", "dateandtime",
     "financial",   "conversion", "information",   "interaction",        "vbmath",  "constants",
@@ -59,7 +59,7 @@ bool IsQualifier(std::string_view name) {
 
 constexpr int MaxAggregateNesting = 10;
 
-// Whether a value may stand in a variable of a type, by the type's name in small letters.
+// Whether a value has a type, given by its name in lower case.
 bool IsOfType(const Value& value, std::string_view type) {
     const auto oneOf = [&](std::initializer_list<std::string_view> names) {
         return std::find(names.begin(), names.end(), type) != names.end();
@@ -300,8 +300,8 @@ std::string Parser::DataSetOf(const std::string& scope, const Token& token) {
     return *dataSet;
 }
 
-// The words of each argument of the call whose ( comes next: what an aggregate runs over is said behind
-// what it runs, so the arguments are not read in their order.
+// Returns the token ranges of the arguments of the call whose ( comes next. The scope of an aggregate follows
+// its expression but is needed to compile it, so arguments are not parsed in order.
 std::vector<std::pair<std::size_t, std::size_t>> Parser::ArgumentRanges() const {
     std::vector<std::pair<std::size_t, std::size_t>> ranges;
     int depth = 0;
@@ -329,8 +329,7 @@ void Parser::NoteAggregates(const Facts& inner) {
     m_facts.aggregates.insert(m_facts.aggregates.end(), inner.aggregates.begin(), inner.aggregates.end());
 }
 
-// A program of its own out of some words, run on rows of a data set; the place in the words stays behind
-// them.
+// Compiles a range of tokens into a separate program over a data set; the position moves after the range.
 std::shared_ptr<Program> Parser::Inner(std::size_t begin, std::size_t end, std::string dataSet) {
     if (++m_aggregateNesting > MaxAggregateNesting) {
         FailAt(m_tokens[begin], "aggregates are nested too deeply");

@@ -130,7 +130,7 @@ std::string Parser::ItemName(NodePtr& computed) {
     return "";
 }
 
-// The property behind an item's name, in small letters; Value where none is given.
+// Returns the property after an item's name in lower case; Value if there is none.
 std::string Parser::Property() {
     const bool property = Peek().Is(".") && Peek(1).type == Token::Type::Word;
     if (property && (Peek(1).lower == "value" || !FindFunction("." + Peek(1).lower))) {

@@ -1,4 +1,4 @@
-// Nodes that reach outside the expression: parameters, globals, aggregates, lookups, scopes.
+// Nodes that query the environment: parameters, globals, aggregates, lookups, scopes.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@
 
 namespace rdl::expr {
 
-// A node that asks the environment by one small function, so that each question need not be a class.
+// Queries the environment through a function object, so that each query needs no class of its own.
 template <typename Ask>
 struct AskNode final : Node {
     explicit AskNode(Ask question) : ask(std::move(question)) {}
@@ -23,7 +23,7 @@ NodePtr MakeAsk(Ask ask) {
     return std::make_unique<AskNode<Ask>>(std::move(ask));
 }
 
-// Likewise about a name that is only known when it runs.
+// The same for a name that is computed at run time.
 template <typename Ask>
 struct AskByNameNode final : Node {
     AskByNameNode(NodePtr nameNode, Ask question) : name(std::move(nameNode)), ask(std::move(question)) {
@@ -42,7 +42,7 @@ NodePtr MakeAskByName(NodePtr name, Ask ask) {
     return std::make_unique<AskByNameNode<Ask>>(std::move(name), std::move(ask));
 }
 
-// Changes the value of another node.
+// Applies a function to the value of another node. Errors pass through.
 template <typename Change>
 struct ChangeNode final : Node {
     ChangeNode(NodePtr value, Change how) : target(std::move(value)), change(std::move(how)) {

@@ -1,4 +1,4 @@
-// Variables of report-level code: where a name keeps its value, and the nodes that read and fill it.
+// Variables of report-level code: their storage, and the nodes that read and set them.
 #pragma once
 
 #include <optional>
@@ -9,11 +9,11 @@
 
 namespace rdl::expr {
 
-// A name with a place for its value: of a function's frame, or of the module.
+// The storage of a variable: a slot in a function's frame or in the module.
 struct Variable {
     int slot = 0;
-    std::vector<Value>* module = nullptr;      // null: in the frame
-    const FunctionInfo* conversion = nullptr;  // of its type; null for Object
+    std::vector<Value>* module = nullptr;      // null: in the function's frame
+    const FunctionInfo* conversion = nullptr;  // conversion to its type; null for Object
     bool constant = false;
 
     Value& In(Machine& machine) const {
@@ -27,7 +27,7 @@ struct VariableNode final : Node {
     Variable variable;
 };
 
-// Whether a text can be read as a type; the variable then holds what was read.
+// Returns whether a text can be parsed as a type and stores the parsed value in the variable.
 struct TryParseNode final : Node {
     TryParseNode(const FunctionInfo& how, const FunctionInfo* type, NodePtr value);
     Value Run(Machine& machine) const override;
@@ -37,7 +37,7 @@ struct TryParseNode final : Node {
     std::optional<Variable> target;
 };
 
-// A value as a type has it; null stays null where the type is a text.
+// Converts a value to a type. Null stays Null if the type is String.
 Value ConvertTo(const FunctionInfo* conversion, const Value& value, Machine& machine);
 
 }  // namespace rdl::expr

@@ -1,5 +1,5 @@
-// The objects that report-level code keeps its own data in: StringBuilder, ArrayList and List, Stack, Queue,
-// Hashtable, Dictionary and SortedList. They are listed with the functions of objects.h.
+// The collection classes of report-level code: StringBuilder, ArrayList, List, Stack, Queue, Hashtable,
+// Dictionary and SortedList. objects.h lists them with its functions.
 #pragma once
 
 #include <span>
@@ -8,7 +8,7 @@
 
 namespace rdl::expr {
 
-// New StringBuilder and its like.
+// The constructors, such as New StringBuilder.
 std::span<const FunctionInfo> CollectionFunctions();
 
 }  // namespace rdl::expr

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int MaxWidth = 10000;
 
-// One place, without its braces; false when it is none.
+// Appends one placeholder, given without its braces. Returns false if it is invalid.
 bool AppendPlace(std::string_view place, const ValueList& values, const Culture& culture, std::string& text) {
     std::string_view format;
     if (const std::size_t colon = place.find(':'); colon != std::string_view::npos) {

@@ -1,4 +1,4 @@
-// A text with places: "{0:N2} of {1,8}".
+// Composite formatting: "{0:N2} of {1,8}".
 #pragma once
 
 #include <string_view>
@@ -7,7 +7,8 @@
 
 namespace rdl::expr {
 
-// {index[,width][:format]}; {{ and }} stand for the marks. An error where a place names no value.
+// Replaces {index[,width][:format]}; {{ and }} give single braces. Returns an error value if an index names
+// no value.
 Value FormatComposite(std::string_view pattern, const ValueList& values, const Culture& culture);
 
 }  // namespace rdl::expr

@@ -12,7 +12,7 @@
 
 namespace rdl::expr {
 
-// Keys are the same with regard to case, unlike what sorting and grouping take for equal.
+// Keys are case-sensitive, unlike sorting and grouping.
 struct SameKey {
     bool operator()(const Value& left, const Value& right) const {
         return Compare(left, right) == 0 && (!left.IsText() || left.AsText() == right.AsText());
@@ -24,8 +24,8 @@ struct HashKey {
 
 class DictionaryObject final : public ScriptObject {
  public:
-    // A strict one has no value for a key that it does not hold; the others have Nothing. Sorted ones are
-    // gone over in the order of their keys, the others as they were filled.
+    // `strict`: reading a missing key is an error; otherwise it gives Nothing. `sorted`: iteration follows
+    // the order of the keys; otherwise the order of insertion.
     DictionaryObject(bool strict, bool sorted) : m_strict(strict), m_sorted(sorted) {}
     std::string_view TypeName() const override;
     std::size_t Weight() const override { return m_weight; }

@@ -1,5 +1,5 @@
-// The functions of the language by name: plain ones (left), those of a class (math.abs) and members of
-// values, whose first argument is the value itself (.padleft).
+// The functions of the language by name: global ones (left), class members (math.abs), and instance members
+// (.padleft), whose first argument is the value itself.
 #pragma once
 
 #include <span>
@@ -10,7 +10,7 @@
 
 namespace rdl::expr {
 
-// Arguments of a call. One that was left out is Null, as are those behind the last one given.
+// The arguments of a call. Omitted arguments, also those after the last one given, are Null.
 class Call {
  public:
     Call(const Value* values, int valueCount, Environment& where)
@@ -20,7 +20,7 @@ class Call {
     bool Has(int index) const { return index < m_count && !m_values[index].IsNull(); }
     const Culture& culture() const { return environment.CurrentCulture(); }
     std::string Text(int index) const;
-    // False with the error in `error`, which the function gives back.
+    // Each converts an argument. On failure it returns false and sets `error`, which the function returns.
     bool Number(int index, double& number) const;
     bool Integer(int index, std::int64_t& number) const;
     bool Date(int index, std::int64_t& ticks) const;
@@ -38,20 +38,21 @@ class Call {
 using Function = Value (*)(const Call& call);
 
 struct FunctionInfo {
-    std::string_view name;  // small letters; of a class "math.abs", a member ".length"
-    int least, most;        // arguments
+    std::string_view name;  // in lower case; class member "math.abs", instance member ".length"
+    int least, most;        // bounds of the argument count
     Function function;
-    bool takesErrors = false;  // otherwise an argument that is an error is the result
-    bool goesThrough = false;  // a member whose work grows with the size of its object
+    bool takesErrors = false;  // else an error argument is the result
+    bool goesThrough = false;  // an instance member whose cost grows with its object
 };
 
-inline constexpr int Any = 4000;  // arguments without limit but that of the source
+inline constexpr int Any = 4000;  // limited only by the length of the source
 
+// Returns null if there is no such function.
 const FunctionInfo* FindFunction(std::string_view name);
-// vbCrLf, DateFormat.LongDate ... by small letters; null when there is none.
+// Returns a constant such as vbCrLf or DateFormat.LongDate by its name in lower case; null if there is none.
 const Value* FindConstant(std::string_view name);
 
-// The tables that FindFunction looks into, one for each subject.
+// The tables that FindFunction searches, one for each subject.
 std::span<const FunctionInfo> TextFunctions();
 std::span<const FunctionInfo> SearchFunctions();
 std::span<const FunctionInfo> FormatFunctions();

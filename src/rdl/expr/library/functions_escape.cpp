@@ -12,7 +12,7 @@ bool IsAsciiWord(unsigned char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
-// Bytes that are neither letters and digits nor in `kept` become %XX.
+// Replaces bytes that are neither ASCII alphanumeric nor in `kept` by %XX.
 std::string PercentEncoded(std::string_view text, std::string_view kept, bool small) {
     const char* digits = small ? "0123456789abcdef" : "0123456789ABCDEF";
     std::string result;

@@ -64,7 +64,7 @@ Value Format(const Call& call) {
     return MakeText(FormatValue(value, format, call.culture()));
 }
 
-// -1 yes, 0 no, -2 as the culture has it; nothing likewise.
+// Reads a tri-state argument: -1 is true, 0 false, -2 or a missing argument the culture's rule.
 bool TriState(const Call& call, int index, bool usual, bool& result) {
     std::int64_t state = -2;
     if (call.Has(index) && !call.Integer(index, state)) {

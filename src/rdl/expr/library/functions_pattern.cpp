@@ -1,5 +1,5 @@
-// Regular expressions: System.Text.RegularExpressions.Regex. The library behind them gives up on a pattern
-// that takes too long, which shows as an error.
+// Regular expressions: System.Text.RegularExpressions.Regex. The library gives up on a pattern that takes too
+// long; the result is then an error.
 #include <QRegularExpression>
 #include <QString>
 #include <string>
@@ -75,7 +75,7 @@ bool Prepare(const Call& call, int options, QRegularExpression& pattern, QString
     set.setFlag(QRegularExpression::MultilineOption, (flags & 2) != 0);
     set.setFlag(QRegularExpression::DotMatchesEverythingOption, (flags & 16) != 0);
     set.setFlag(QRegularExpression::ExtendedPatternSyntaxOption, (flags & 32) != 0);
-    // Letters and digits of every language, as .NET has \w and \d.
+    // As in .NET, \w and \d match letters and digits of every language.
     set.setFlag(QRegularExpression::UseUnicodePropertiesOption);
     // Every row asks for the same few.
     thread_local QRegularExpression last;

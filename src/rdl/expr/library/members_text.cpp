@@ -33,7 +33,7 @@ Value ToStringMember(const Call& call) {
     if (IsNothing(call)) {
         return call.error;
     }
-    // A culture may stand behind the format or in its place.
+    // A culture may follow the format or replace it.
     const Culture& culture = CultureOf(call, call.count() - 1);
     if (call.Has(1) && call[1].kind() != Kind::Object) {
         return MakeText(FormatValue(call[0], call.Text(1), culture));

@@ -1,5 +1,5 @@
-// What report-level code makes with New, and what members of it do. Objects hold plain values only, never
-// other objects or lists: so nothing can hold itself.
+// Objects that report-level code creates with New, and their members. They hold plain values only, neither
+// objects nor lists: so there are no reference cycles.
 #pragma once
 
 #include <cstddef>
@@ -10,25 +10,26 @@
 
 namespace rdl::expr {
 
-// The most that one object may hold, in bytes as Weight() counts them.
+// Maximum size of an object, in bytes as Weight() counts them.
 inline constexpr std::size_t MaxObject = 1u << 20;
 
 class ScriptObject : public Object {
  public:
-    // A member by its name as FindFunction has it (".add"); call[0] is the object itself.
+    // Calls a member; `member` has the form that FindFunction takes (".add"), call[0] is the object itself.
     virtual Value Invoke(std::string_view member, const Call& call) = 0;
     // object(index)
     virtual Value Element(const Value& index, const Culture& culture) const;
-    // object(index) = value; an error, or Null when it is done. `index` Null: object.member = value.
+    // object(index) = value, or object.member = value if `index` is Null. Returns an error, or Null on
+    // success.
     virtual Value Store(std::string_view member, const Value& index, const Value& value,
                         const Culture& culture);
-    // What For Each goes over.
+    // Returns the values that For Each visits.
     virtual Value Elements() const;
     virtual std::size_t Weight() const { return 0; }
 
  protected:
     Value NoMember(std::string_view member) const;
-    // An error when a value may not be held, or when it would become too much; else Null.
+    // Returns an error if the object must not hold `value` or would become too large, else Null.
     Value MayHold(const Value& value) const;
     static std::size_t WeightOf(const Value& value);
 };
@@ -37,12 +38,12 @@ inline ScriptObject& AsScriptObject(const Value& value) {
     return static_cast<ScriptObject&>(value.AsObject());
 }
 
-// A culture as an argument: System.Globalization.CultureInfo.
+// Creates a System.Globalization.CultureInfo, used as an argument.
 Value MakeCulture(std::string_view name);
-// That of the argument when it is a culture, else the report's own.
+// Returns the culture of the argument if it is one, else the report's.
 const Culture& CultureOf(const Call& call, int index);
 
-// Functions that objects are made with, and the members that only they have.
+// Constructors, and the members that only objects have.
 std::span<const FunctionInfo> ObjectFunctions();
 
 }  // namespace rdl::expr

@@ -1,4 +1,4 @@
-// One aggregate function over values, fed one at a time.
+// Computes one aggregate function over a stream of values.
 #pragma once
 
 #include <cstdint>
@@ -34,8 +34,8 @@ class Accumulator {
  public:
     Accumulator(AggregateKind kind, const Culture& culture) : m_kind(kind), m_culture(&culture) {}
     void Add(const Value& value);
-    void AddRow() { ++m_count; }  // CountRows: no value
-    // The result so far; a sum of nothing is Null, a count of nothing 0.
+    void AddRow() { ++m_count; }  // for CountRows, which takes no value
+    // Returns the result so far. Without values a sum is Null and a count is 0.
     Value Result() const;
 
  private:
@@ -52,11 +52,11 @@ class Accumulator {
     AggregateKind m_kind;
     const Culture* m_culture;
     std::int64_t m_count = 0;
-    bool m_integers = true;  // the sum is exact in m_integerSum so far
+    bool m_integers = true;  // m_integerSum is exact so far
     std::int64_t m_integerSum = 0;
-    double m_sum = 0, m_lost = 0;  // compensated: many small amounts add up to what a person gets
+    double m_sum = 0, m_lost = 0;  // compensated summation: many small amounts add up exactly
     double m_mean = 0, m_squares = 0;
-    Value m_value;  // Min, Max, First, Last, or the error that was met
+    Value m_value;  // Min, Max, First or Last, or the first error
     std::unordered_set<Value, HashValue, SameValue> m_distinct;
 };
 

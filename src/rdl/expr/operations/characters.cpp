@@ -13,7 +13,7 @@ locale_t UnicodeLocale() {
     return locale;
 }
 
-// Reads the character at `at` and moves behind it.
+// Returns the character at `at` and moves `at` after it.
 char32_t Next(std::string_view text, std::size_t& at) {
     const auto lead = static_cast<unsigned char>(text[at++]);
     if (lead < 0x80) {

@@ -1,5 +1,4 @@
-// Text by characters: what the language's text functions count, cut and change the case of.
-// Everything takes UTF-8; a byte that is none stands for U+FFFD.
+// Character-based operations on UTF-8 for the text functions. A malformed byte counts as U+FFFD.
 #pragma once
 
 #include <cstddef>
@@ -16,11 +15,11 @@ void Append(std::string& text, char32_t character);
 std::string Encode(std::u32string_view characters);
 
 std::size_t CharacterCount(std::string_view text);
-// `count` characters from `start` (from 0); what lies behind the end is left out.
+// Returns `count` characters from index `start`; the end of the text limits both.
 std::string_view Slice(std::string_view text, std::size_t start, std::size_t count);
-// The number of characters in front of a byte.
+// Returns the number of characters before a byte offset.
 std::size_t CharacterIndex(std::string_view text, std::size_t byte);
-// The byte that a character begins at; the text's size behind its end.
+// Returns the byte offset of a character; the text's size if the index is after the end.
 std::size_t ByteIndex(std::string_view text, std::size_t character);
 
 char32_t Upper(char32_t character);
@@ -30,7 +29,7 @@ bool IsLetter(char32_t character);
 std::string Upper(std::string_view text);
 std::string Lower(std::string_view text);
 
-// Less than, equal to or greater than 0: by character, without regard to case.
+// Compares by character, without regard to case. Returns a number less than, equal to or greater than 0.
 int CompareNoCase(std::string_view left, std::string_view right);
 
 }  // namespace rdl::expr

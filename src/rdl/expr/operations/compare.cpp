@@ -115,7 +115,7 @@ std::size_t HashFolded(std::string_view text) {
     return hash;
 }
 
-// One function for both ways: some letters outside ASCII have their small form inside it.
+// One function for hashing and comparing: some non-ASCII characters have an ASCII lower-case form.
 std::size_t HashText(std::string_view text) {
     return IsAscii(text) ? HashFolded(text) : HashFolded(Lower(text));
 }

@@ -7,9 +7,9 @@
 
 namespace rdl::expr {
 
-// Less than, equal to or greater than 0: null first, texts without regard to case, numbers and dates by
-// value, different kinds by kind. A total order, whatever the data mixes.
+// Returns a number less than, equal to or greater than 0. Null is first, texts ignore case, numbers and dates
+// compare by value, different kinds by kind. This is a total order for any mix of values.
 int Compare(const Value& left, const Value& right);
-std::size_t Hash(const Value& value);  // values that Compare calls equal have equal hashes
+std::size_t Hash(const Value& value);  // equal by Compare implies equal hashes
 
 }  // namespace rdl::expr

@@ -1,5 +1,5 @@
-// The language's conversions between kinds of value, and its comparison. A conversion that is not possible
-// says false; NoConversion() makes the error that is shown for it.
+// Conversions between kinds of values, and the comparison operators. A conversion that fails returns false;
+// NoConversion() makes the error value for it.
 #pragma once
 
 #include <cstdint>
@@ -11,30 +11,31 @@
 
 namespace rdl::expr {
 
-inline constexpr std::int64_t MaxTicks = 3'155'378'975'999'999'999;  // the last moment of the year 9999
-inline constexpr std::size_t MaxText = 4u << 20;                     // bytes of any text that is computed
+inline constexpr std::int64_t MaxTicks = 3'155'378'975'999'999'999;  // last tick of the year 9999
+inline constexpr std::size_t MaxText = 4u << 20;                     // limit of a computed text, in bytes
 
-// Integer or Real out of any kind: nothing is 0, True is -1, a text is read by the culture.
+// Converts any kind to Integer or Real: Null is 0, True is -1, a text is parsed by the culture.
 bool ToNumber(const Value& value, const Culture& culture, Value& number);
-// Rounds halves to the even neighbour.
+// Rounds half to even.
 bool ToInteger(const Value& value, const Culture& culture, std::int64_t& result);
 bool ToDateTime(const Value& value, const Culture& culture, std::int64_t& ticks);
 bool ToDouble(const Value& value, const Culture& culture, double& result);
 bool ToBoolean(const Value& value, const Culture& culture, bool& result);
-// By the rules of the invariant culture: truth for visibility.
+// The same by the invariant culture, as visibility needs it.
 bool ToBoolean(const Value& value, bool& result);
-// As concatenation and CStr write: a date at midnight without its time, a date of year 1 as time only.
+// The text of concatenation and CStr: a date at midnight without its time, a date of year 1 as a time only.
 std::string TextOf(const Value& value, const Culture& culture);
-// A number that is a whole one and fits becomes that.
+// Returns false if the rounded number does not fit into 64 bits.
 bool RoundToInteger(double number, std::int64_t& result);
 double RoundHalfEven(double number);
 
 Value NoConversion(const Value& value, std::string_view toWhat);
-// The text, or an error when it is longer than any text may be.
+// Returns the text, or an error value if it exceeds MaxText.
 Value MakeText(std::string_view text);
 
 enum class Comparison : std::uint8_t { Equal, NotEqual, Less, LessEqual, Greater, GreaterEqual };
-// The comparison operators: texts by character and case, nothing equals 0 and "", kinds are converted.
+// The comparison operators: texts compare by character and case, Nothing equals 0 and "", operands of
+// different kinds are converted.
 Value CompareAs(Comparison comparison, const Value& left, const Value& right, const Culture& culture);
 
 }  // namespace rdl::expr

@@ -1,5 +1,5 @@
-// Counting with dates: what DateAdd and the members of a date share. Every result outside the years 1 to 9999
-// says false.
+// Date arithmetic of DateAdd and of the members of a date. Dates are ticks of 100 ns. Each function returns
+// false if the result is outside the years 1 to 9999.
 #pragma once
 
 #include <cstdint>
@@ -10,11 +10,11 @@ namespace rdl::expr {
 
 int DaysInMonth(int year, int month);
 bool AddTicks(std::int64_t ticks, std::int64_t more, std::int64_t& result);
-// Of a unit with `ticksEach`; a fraction counts.
+// Adds `count` units of `ticksEach` ticks; `count` may be fractional.
 bool AddUnits(std::int64_t ticks, double count, std::int64_t ticksEach, std::int64_t& result);
-// The day is cut to the month's last.
+// A day after the end of the resulting month becomes its last day.
 bool AddMonths(std::int64_t ticks, std::int64_t months, std::int64_t& result);
-// Month and day may lie outside their range and are counted on from there.
+// Month and day may be out of range and carry over.
 bool SerialDate(std::int64_t year, std::int64_t month, std::int64_t day, std::int64_t& result);
 
 }  // namespace rdl::expr

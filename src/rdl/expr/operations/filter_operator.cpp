@@ -44,7 +44,7 @@ bool ReadPlainNumber(std::string_view text, double& number) {
     return failure == std::errc() && end == text.data() + text.size();
 }
 
-// The text as a value of the kind of `model`; as it stands when it is none.
+// Converts the text to the kind of `model`; returns it unchanged if that fails.
 Value ReadAs(const Value& operand, Kind model, const Culture& culture) {
     const std::string_view text = operand.AsText();
     double number = 0;
@@ -191,7 +191,7 @@ std::vector<bool> RankFilter(FilterOperator op, const FilterRules& rules, const 
         throw Error("a filter by the first or last few needs a number that is not negative");
     }
     const auto all = static_cast<double>(values.size());
-    // 7 in a hundred of 100 are 7, whatever the division leaves behind the point.
+    // 7 percent of 100 are 7, whatever the rounding error of the division.
     number = RanksByPercent(op) ? std::ceil(all * number / 100 - 1e-9) : std::floor(number);
     const std::size_t count = number >= all ? values.size() : static_cast<std::size_t>(number);
     const bool fromTop = RanksFromTop(op);

@@ -1,5 +1,5 @@
-// What the filters of data sets, data regions and groups are: the operators, how values are compared, and
-// what each lets through. How values are reached is the caller's affair.
+// Filters of data sets, data regions and groups (MS-RDL, Filter): the operators, how values compare, and what
+// passes. The caller evaluates the expressions.
 #pragma once
 
 #include <cstdint>
@@ -24,12 +24,13 @@ enum class FilterOperator : std::uint8_t {
     Like,
     In,
     Between,
-    Top,  // from here on candidates are ranked among each other
+    Top,  // from here on operators rank the candidates
     Bottom,
     TopPercent,
     BottomPercent,
 };
 
+// Returns nullopt if there is no such operator.
 std::optional<FilterOperator> FindFilterOperator(std::string_view name);
 
 inline bool Ranks(FilterOperator op) {
@@ -42,27 +43,26 @@ inline bool RanksByPercent(FilterOperator op) {
     return op == FilterOperator::TopPercent || op == FilterOperator::BottomPercent;
 }
 
-// How the values of one filter are compared.
+// How one filter compares values.
 struct FilterRules {
     const Culture* culture = nullptr;
     bool caseSensitive = false;
-    // As Compare. A constant in a report is a text: it is compared as what the other side is, read as the
-    // schema writes numbers and dates, else as the language does.
+    // Compares as Compare does. A constant in a report is a text: it is converted to the other side's kind,
+    // first by the formats of the schema, then by those of the language.
     int Order(const Value& value, const Value& operand) const;
-    // Null is like nothing. Raises rdl::Error for a pattern without its closing bracket.
+    // Null matches no pattern. Raises rdl::Error for a pattern without its closing bracket.
     bool IsLike(const Value& value, const Value& pattern) const;
 };
 
-// Raises rdl::Error naming the operator when it does not exist or has another number of values.
+// Returns the operator. Raises rdl::Error naming it if it is unknown or has the wrong number of values.
 FilterOperator CheckedFilterOperator(const std::string& name, std::size_t operands);
 
-// A filter that looks at one candidate at a time. Operands are asked for one by one and only as far as they
-// are needed; `operands`: how many the filter has.
+// Tests one candidate. Operands, of which there are `operands`, are requested one by one and only as needed.
 bool PassesFilter(FilterOperator op, const FilterRules& rules, const Value& value, std::size_t operands,
                   const std::function<Value(std::size_t)>& operand);
 
-// A filter that ranks: marks the largest (smallest) `wanted` values, or so many in a hundred; equal ones at
-// the border all stay. Raises rdl::Error when `wanted` is no number or below 0.
+// Marks the largest (smallest) `wanted` values or percent of them; ties at the limit all pass. Raises
+// rdl::Error if `wanted` is not a number or is negative.
 std::vector<bool> RankFilter(FilterOperator op, const FilterRules& rules, const std::vector<Value>& values,
                              const Value& wanted);
 

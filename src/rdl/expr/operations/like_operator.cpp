@@ -6,7 +6,8 @@
 namespace rdl::expr {
 namespace {
 
-// One character against the pattern's element at `at`, which is not *; `next` is behind the element.
+// Matches one character against the pattern element at `at`, which is not *; `next` is the position after the
+// element.
 bool MatchesElement(char32_t c, std::u32string_view pattern, std::size_t at, std::size_t& next, bool& valid) {
     next = at + 1;
     switch (pattern[at]) {

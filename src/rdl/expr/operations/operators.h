@@ -1,4 +1,5 @@
-// The operators of the language on values. Errors go through; what does not fit is an error.
+// The operators of the language. An error operand is the result; operands that do not fit give an error
+// value.
 #pragma once
 
 #include <string_view>
@@ -10,7 +11,7 @@ namespace rdl::expr {
 
 using Operator = Value (*)(const Value& left, const Value& right, const Culture& culture);
 
-// Numbers are added; two texts are joined, and so is a text that is no number with anything.
+// Adds numbers. Concatenates two texts, and a text that is not a number with anything.
 Value Add(const Value& left, const Value& right, const Culture& culture);
 Value Subtract(const Value& left, const Value& right, const Culture& culture);
 Value Multiply(const Value& left, const Value& right, const Culture& culture);
@@ -21,7 +22,7 @@ Value Power(const Value& left, const Value& right, const Culture& culture);
 Value Concatenate(const Value& left, const Value& right, const Culture& culture);
 Value ShiftLeft(const Value& left, const Value& right, const Culture& culture);
 Value ShiftRight(const Value& left, const Value& right, const Culture& culture);
-// Of Booleans; of anything else bit by bit.
+// Logical for Booleans, else bitwise.
 Value And(const Value& left, const Value& right, const Culture& culture);
 Value Or(const Value& left, const Value& right, const Culture& culture);
 Value Xor(const Value& left, const Value& right, const Culture& culture);
@@ -37,7 +38,8 @@ Value LessEqual(const Value& left, const Value& right, const Culture& culture);
 Value Greater(const Value& left, const Value& right, const Culture& culture);
 Value GreaterEqual(const Value& left, const Value& right, const Culture& culture);
 
-// The pattern of Like: * ? # [list] [!list]. False in `valid` for a pattern without its closing bracket.
+// Whether the text matches a pattern of Like: * ? # [list] [!list]. `valid` is false for a pattern without
+// its closing bracket.
 bool MatchesPattern(std::string_view text, std::string_view pattern, bool& valid);
 
 }  // namespace rdl::expr

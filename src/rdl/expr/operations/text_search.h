@@ -1,4 +1,4 @@
-// Searching in text, for functions and members alike. Positions are bytes; npos where nothing is found.
+// Searches in text for functions and members. Positions are bytes; npos if nothing is found.
 #pragma once
 
 #include <cstddef>
@@ -11,10 +11,10 @@ namespace rdl::expr {
 
 std::size_t Find(std::string_view text, std::string_view what, std::size_t from, bool noCase);
 std::size_t FindLast(std::string_view text, std::string_view what, bool noCase);
-// The first `most` occurrences (-1: all); an error when the result is too long.
+// Replaces the first `most` occurrences (-1: all). Returns an error value if the result is too long.
 Value ReplaceAll(std::string_view text, std::string_view what, std::string_view with, std::int64_t most,
                  bool noCase);
-// At most `most` parts (-1: any number), the last one holding the rest.
+// Splits into at most `most` parts (-1: any number); the last part holds the rest. Returns a List.
 Value SplitText(std::string_view text, std::string_view separator, std::int64_t most, bool noCase);
 
 }  // namespace rdl::expr

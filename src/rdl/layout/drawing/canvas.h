@@ -1,4 +1,4 @@
-// What charts and gauges are drawn with: shapes and single texts on a page.
+// A canvas for charts and gauges: draws shapes and single texts onto a page. Lengths are points.
 #pragma once
 
 #include <string>
@@ -17,7 +17,7 @@ struct Spot {
     double x = 0, y = 0;
 };
 
-// How a text lies at its spot: the share of its width and height that is before the spot.
+// The position of a text relative to its spot: the fraction of its width and height before the spot.
 struct Anchor {
     double across = 0.5, down = 0.5;
 };
@@ -26,22 +26,22 @@ class Canvas {
  public:
     explicit Canvas(Page& page) : m_page(page) {}
 
-    // Until Unclip nothing is drawn outside of the area.
+    // Limits drawing to the area until Unclip.
     void Clip(const Rect& area) { m_page.ops.emplace_back(ClipOp{area.x, area.y, area.width, area.height}); }
     void Unclip() { m_page.ops.emplace_back(UnclipOp{}); }
     void Rectangle(const Rect& area, Color fill, const Border& border);
-    void Box(const Rect& area, const BoxStyle* box);  // background and borders of a style
+    void Box(const Rect& area, const BoxStyle* box);  // background and borders of a style; null draws nothing
     void Line(Spot from, Spot to, const Border& border);
     void Polygon(const std::vector<Spot>& corners, Color fill, const Border& border);
-    // Through the points: straight, or curved so that it passes through each.
+    // Draws a line through the points: straight, or a smooth curve.
     void Curve(const std::vector<Spot>& points, bool smooth, const Border& border);
     void Path(std::vector<PathOp::Segment> segments, Color fill, const Border& border);
     void Circle(Spot center, double radius, Color fill, const Border& border);
 
-    // In the middle of the area, in its own proportions; nothing when null.
+    // Draws an image centred in the area, in its own proportions; nothing if `bytes` is null.
     void Picture(const std::shared_ptr<const std::string>& bytes, const Rect& area, const std::string& name);
 
-    // Line feeds begin new lines. Degrees are clockwise about the spot.
+    // Line feeds start new lines. Rotates by `degrees` clockwise about the spot.
     void Text(const std::string& text, const CharStyle& style, Spot spot, Anchor anchor, double degrees = 0);
     static Extents Measure(const std::string& text, const CharStyle& style);
     static double LineHeight(const CharStyle& style);
@@ -52,19 +52,19 @@ class Canvas {
     Page& m_page;
 };
 
-// Segments of the pieces between points; the first point is a Move unless `goesOn`.
+// Appends the segments between points; the first one is a Move unless `goesOn`.
 void AppendCurve(const std::vector<Spot>& points, bool smooth, bool goesOn,
                  std::vector<PathOp::Segment>& segments);
-// A piece of a circle from an angle to another, in radians clockwise from the top.
+// Appends a circular arc between two angles, in radians clockwise from the top.
 void AppendArc(Spot center, double radius, double from, double to, bool goesOn,
                std::vector<PathOp::Segment>& segments);
-// The place that far from the center, in radians clockwise from the top.
+// Returns the point of a circle at an angle, in radians clockwise from the top.
 Spot OnCircle(Spot center, double radius, double angle);
-// Lines no wider than that, broken at blanks.
+// Breaks the text at blanks into lines of at most `width` points.
 std::string Wrapped(const std::string& text, const CharStyle& style, double width);
-// Cut to that width, with an ellipsis.
+// Cuts the text to `width` points, with an ellipsis.
 std::string Shortened(const std::string& text, const CharStyle& style, double width);
-// The box around a text that is turned.
+// Returns the bounding box of a rotated text.
 Extents Turned(Extents size, double degrees);
 
 }  // namespace rdl::layout

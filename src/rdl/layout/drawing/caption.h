@@ -1,4 +1,4 @@
-// A text with a style of its own in a chart or gauge: a title, the name of an axis.
+// A styled text in a chart or gauge: a title, the name of an axis.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
-// A chart as vector drawing: the objects of a page of the item's own size. Pages take them over; formats
-// without vectors show them as a picture.
+// A chart or gauge as a vector drawing: the objects of a page of the item's size. Pages include them; formats
+// without vectors show them as an image.
 #pragma once
 
 #include <string>
@@ -9,12 +9,12 @@
 namespace rdl::layout {
 
 struct DrawingInstance {
-    Page content;                    // its width and height are the item's
-    Color background = Transparent;  // of the item's box; pages fill it themselves
-    std::string description;         // for those who cannot see it: the chart's titles
+    Page content;                    // has the item's width and height
+    Color background = Transparent;  // of the item's box; drawn by the page
+    std::string description;         // alternative text: the chart's titles
 };
 
-// Puts everything of `from` onto `page`, so far from its top left corner.
+// Appends the objects of `from` to `page`, moved by (x, y) points.
 void AppendMoved(const Page& from, double x, double y, Page& page);
 
 }  // namespace rdl::layout

@@ -1,4 +1,4 @@
-// Properties and styles of the parts of charts and gauges at the evaluator's current place.
+// Evaluates properties and styles of chart and gauge parts at the evaluator's current place.
 #pragma once
 
 #include <optional>
@@ -9,11 +9,11 @@
 
 namespace rdl::layout {
 
-// Days for dates and times; texts that are numbers count, as constants and files without types have them.
-// False for everything else.
+// Returns the number of a value: days for dates and times; texts that are numbers count, as constants and
+// untyped files have them. Returns false for any other value.
 bool NumberOf(const Value& value, double& number);
 
-// The text, cut at a whole character after 400 bytes: nobody can read more in a chart or gauge.
+// Cuts a text at a whole character after 400 bytes, which is more than a chart or gauge can show.
 std::string ReadableText(std::string text);
 
 class PartStyles {
@@ -22,18 +22,18 @@ class PartStyles {
 
     Value Get(const Expr& source) const;
     std::string Text(const Expr& source) const;
-    // Nothing for Auto, NaN, empty and what is no number.
+    // Returns nullopt for Auto, NaN, empty and non-numeric values.
     std::optional<double> Number(const Expr& source) const;
     std::optional<bool> Flag(const Expr& source) const;
 
     CharStylePtr Letters(const Style& style, float size = 8) const;
     BoxStylePtr Box(const Style& style) const;
     std::string Format(const Style& style) const;
-    // Of the first of the properties that is set; Transparent when none is.
+    // Returns the colour of the first property that is set; Transparent if none is.
     Color ColorOf(const Style& style, std::initializer_list<StyleProperty> properties) const;
-    // A line that is there unless the style says none.
+    // A line that is drawn unless the style is None.
     Border LineOf(const Style& style, Color color, float width) const;
-    // A border that is there when the style says so.
+    // A border that is drawn only if the style sets one.
     Border BorderOf(const Style& style) const;
     double Points(const Expr& source, double otherwise) const;
     ChartCaption Caption(const ChartText& text, float size) const;

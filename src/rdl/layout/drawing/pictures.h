@@ -1,4 +1,4 @@
-// Pictures of drawings that come again and again, as an indicator's few states do in the rows of a table.
+// Caches images of drawings that recur, as an indicator's few states do in the rows of a table.
 #pragma once
 
 #include <functional>
@@ -15,15 +15,16 @@ class Pictures {
  public:
     using Bytes = std::shared_ptr<const std::string>;
 
-    // What `paint` makes of the drawing; the same bytes for a drawing that looks the same.
+    // Returns the image that `paint` makes of the drawing; equal drawings share the same bytes.
     Bytes Of(const DrawingInstance& drawing, const std::function<Bytes(const DrawingInstance&)>& paint);
 
  private:
     struct Made {
         Bytes picture;
-        std::vector<Bytes> images;  // in it: told apart by address, so they are kept alive
+        std::vector<Bytes>
+            images;  // images of the drawing, kept alive because their addresses are part of the key
     };
-    std::unordered_map<std::string, Made> m_made;  // by all that is drawn
+    std::unordered_map<std::string, Made> m_made;  // by the content of the drawing
 };
 
 }  // namespace rdl::layout

@@ -1,4 +1,4 @@
-// Scales of axes: from the numbers that are shown to round ends and steps.
+// Scales of axes: computes round ends and steps from the numbers shown.
 #pragma once
 
 #include <optional>
@@ -7,16 +7,16 @@
 namespace rdl::layout {
 
 struct ScaleRequest {
-    double low = 0, high = 0;  // of the numbers; ignored unless `any`
+    double low = 0, high = 0;  // range of the numbers; ignored unless `any`
     bool any = false;
-    bool whole = false;  // counts: no steps between whole numbers
+    bool whole = false;  // integers only: no fractional steps
     bool includeZero = true;
-    std::optional<double> minimum, maximum, interval;  // as the report says
-    // Room beyond the numbers, for what is drawn around them; not where the report says an end.
+    std::optional<double> minimum, maximum, interval;  // set by the report
+    // Extra space beyond the numbers for what is drawn around them; ignored at an end that the report sets.
     bool headroom = false, footroom = false;
     bool logarithmic = false;
     double base = 10;
-    int mostTicks = 8;  // what there is room for
+    int mostTicks = 8;  // maximum number of ticks that fit
 };
 
 struct Scale {
@@ -24,15 +24,15 @@ struct Scale {
     bool logarithmic = false;
     double base = 10;
     std::vector<double> ticks;
-    // 0 at the low end, 1 at the high one, beyond for what is outside; NaN for what a logarithmic scale has
-    // no place for.
+    // Returns 0 at the low end and 1 at the high end, beyond these outside; NaN for values that a logarithmic
+    // scale cannot show.
     double Share(double value) const;
-    // Between the ticks: `step` apart, or a fifth of the scale's own when it is 0.
+    // Returns the minor ticks, `minorStep` apart, or a fifth of `step` if it is 0.
     std::vector<double> MinorTicks(double minorStep) const;
 };
 
 Scale MakeScale(const ScaleRequest& request);
-// Of days, counted from 0001-01-01: ticks are at days, weeks or firsts of months and years.
+// The same for days since 0001-01-01: ticks are at days, weeks or the first day of months and years.
 Scale MakeDateScale(const ScaleRequest& request);
 
 }  // namespace rdl::layout

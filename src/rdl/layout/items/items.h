@@ -1,4 +1,4 @@
-// From the plan of an item to its instance, at the evaluator's current place.
+// Builds the instance of an item from its plan, at the evaluator's current place.
 #pragma once
 
 #include <memory>
@@ -15,11 +15,11 @@ class ItemBuilder : public PropertyReader {
  public:
     ItemBuilder(const ReportInput& input, Evaluator& evaluator) : PropertyReader(input, evaluator) {}
 
-    // False when the item is hidden; `out` is not touched then. `out` may be an instance used before: its
-    // memory is used again. Raises rdl::Error for an image or subreport that cannot be had.
+    // Returns false and leaves `out` unchanged if the item is hidden. `out` may be a used instance; its
+    // memory is reused. Raises rdl::Error naming the item if an image or subreport cannot be loaded.
     bool Fill(ItemPlan& plan, Instance& out);
     std::vector<Instance> FillAll(std::vector<std::unique_ptr<ItemPlan>>& plans);
-    // Values that the row before says as well are not left out, at the top of a page.
+    // With true, values equal to those of the previous row are shown, as at the top of a page.
     void ShowDuplicates(bool shows) { m_showsDuplicates = shows; }
 
  private:
@@ -27,7 +27,7 @@ class ItemBuilder : public PropertyReader {
     void TextOf(ItemPlan& plan, Instance& out);
     void ParagraphOf(ParagraphPlan& plan, bool isOnlyRun, Instance& out, ParagraphInstance& paragraph);
     void RunOf(RunPlan& plan, bool isOnlyRun, Instance& out, RunInstance& run);
-    // The texts that are HTML, put in place of what stands for them.
+    // Replaces HTML texts by their paragraphs.
     void ReadMarkup(const ItemPlan& plan, Instance& out) const;
     void NumberLists(std::vector<ParagraphInstance>& paragraphs) const;
     bool IsDuplicate(ItemPlan& plan, const Value& value);
@@ -35,7 +35,7 @@ class ItemBuilder : public PropertyReader {
     void ImageOf(ItemPlan& plan, Instance& out);
     void ChartOf(ItemPlan& plan, Instance& out);
     void GaugeOf(ItemPlan& plan, Instance& out);
-    // A drawing, or the picture of it where there are no vectors.
+    // Stores the drawing, or its image for formats without vectors.
     void Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out);
     void SubreportOf(ItemPlan& plan, Instance& out);
 

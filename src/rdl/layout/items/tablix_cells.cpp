@@ -89,7 +89,7 @@ void TablixTable::FillGroupStart(std::size_t index, TableRow& row) {
     auto start =
         std::lower_bound(m_starts.begin(), m_starts.end(), index,
                          [](const GroupStart& known, std::size_t wanted) { return known.row < wanted; });
-    // Inner groups are noted behind the outer ones that begin at the same row.
+    // Inner groups follow the outer ones that begin at the same row.
     for (; start != m_starts.end() && start->row == index; ++start) {
         const GroupPlan& group = m_plan.rows.groups[At(start->group)];
         Enter(Scope{m_region.get(), start->group, -1, start->instance, 0});

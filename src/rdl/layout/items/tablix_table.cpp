@@ -300,7 +300,7 @@ void TablixTable::MarkBreaks(const GroupPlan& group, int groupIndex, std::uint32
     }
 }
 
-// A static row that repeats does so on the pages that the groups behind it go on to.
+// A repeating static row repeats on the pages on which the groups after it continue.
 void TablixTable::NoteRepeats(const std::vector<int>& members, const std::vector<std::size_t>& ends,
                               std::size_t begin) {
     for (std::size_t i = 0; i < members.size(); ++i) {

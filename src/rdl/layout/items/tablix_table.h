@@ -1,5 +1,5 @@
-// The rows of a data region: which leaf row of the definition with which group instance stands where is
-// planned at once, in a few bytes a row; cells are made when a row is asked for.
+// The rows of a data region. The order of rows is planned at once, in a few bytes a row; cells are built when
+// a row is requested.
 #pragma once
 
 #include <memory>
@@ -9,8 +9,8 @@
 
 namespace rdl::layout {
 
-// Groups the region's rows within `outer` and plans its rows. `owner` gets the size that the definition gives
-// it and its page breaks. The builder must outlive the table.
+// Groups the region's rows within `outer` and plans its table rows. Sets the defined size and page breaks of
+// `owner`. The builder must outlive the table.
 std::shared_ptr<TableInstance> MakeTable(TablixPlan& plan, const Scope& outer, ItemBuilder& builder,
                                          Instance& owner);
 
@@ -32,12 +32,12 @@ class TablixTable final : public TableInstance {
         KeepWithNext = 32,
         KeepWithPrevious = 64,
         ResetPageNumber = 128,
-        StartsGroup = 256,  // of a group with a page name or a label
-        Collapsed = 512,    // stands for a group whose members wait to be toggled
+        StartsGroup = 256,  // first row of a group with a page name or a label
+        Collapsed = 512,    // replaces a group that is collapsed
     };
     struct PlannedRow {
-        std::int32_t leaf;       // body row; -1 - n: row n of the column headers
-        std::uint32_t instance;  // of the innermost group around the leaf
+        std::int32_t leaf;       // body row; -1 - n: column header row n
+        std::uint32_t instance;  // instance of the leaf's innermost group
         std::uint16_t flags, level;
     };
     struct RowHeader {
@@ -50,9 +50,9 @@ class TablixTable final : public TableInstance {
         std::int32_t group;
         std::uint32_t instance;
     };
-    struct Repeat {  // a row that stands again on top of pages that begin behind it and before `end`
+    struct Repeat {  // a row that repeats at the top of pages that begin after it and before `end`
         std::uint32_t row, end;
-        std::int32_t outer;  // the one whose rows include this one's; -1: none
+        std::int32_t outer;  // index of the enclosing repeat; -1: none
     };
     struct CollapsedRow {
         std::uint32_t row;
@@ -61,7 +61,7 @@ class TablixTable final : public TableInstance {
     struct Column {
         std::int32_t leaf;
         std::uint32_t instance;
-        std::int32_t group;  // innermost group around it, or the one that it stands for
+        std::int32_t group;  // innermost enclosing group, or the one that the column replaces
         bool collapsed;
     };
     struct ColumnHeaderCell {
@@ -100,7 +100,7 @@ class TablixTable final : public TableInstance {
     TablixPlan& m_plan;
     std::shared_ptr<Region> m_region;
     ItemBuilder& m_builder;
-    int m_headerCount = 0, m_columnsBefore = 0;  // columns of row headers, and body columns before them
+    int m_headerCount = 0, m_columnsBefore = 0;  // row header columns, and body columns before them
     std::vector<PlannedRow> m_rows;
     std::vector<RowHeader> m_headers;
     std::vector<GroupStart> m_starts;

@@ -1,4 +1,4 @@
-// Colours as reports write them.
+// Colours in reports.
 #pragma once
 
 #include <string_view>
@@ -7,8 +7,8 @@
 
 namespace rdl::layout {
 
-// #RGB, #RRGGBB, #AARRGGBB or a name of the web's palette in any case; Transparent has alpha 0. False when
-// the text is no colour; `color` is untouched then.
+// Parses #RGB, #RRGGBB, #AARRGGBB or a CSS colour name in any case; Transparent has alpha 0. Returns false
+// and leaves `color` unchanged for any other text.
 bool ParseColor(std::string_view text, Color& color);
 
 }  // namespace rdl::layout

@@ -1,6 +1,6 @@
-// What a report comes to once its data is in: instances of items, in the order of the document and without
-// pages. Pagination and the flowing formats (RTF, Word, HTML, Excel) both read this. Rows of a data region
-// are made one at a time, so memory does not grow with their number.
+// A report with its data: instances of items in document order, without pages. Pagination and the flowing
+// formats (RTF, Word, HTML, Excel) both read it. Table rows are built one at a time, so memory does not grow
+// with their number. Lengths are points.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@
 
 namespace rdl::layout {
 
-// Page numbers are not known before pages are: inside texts they stand as these characters.
+// Placeholders for page numbers in texts: private-use characters, replaced once pages are known.
 inline constexpr const char* PageNumberMark = "\xEE\x80\x80";         // U+E000
 inline constexpr const char* TotalPagesMark = "\xEE\x80\x81";         // U+E001
 inline constexpr const char* OverallPageNumberMark = "\xEE\x80\x82";  // U+E002
@@ -30,36 +30,36 @@ struct ParagraphInstance {
     std::vector<RunInstance> runs;
     HAlign align = HAlign::General;
     float leftIndent = 0, rightIndent = 0, hangingIndent = 0, spaceBefore = 0, spaceAfter = 0;
-    float lineHeight = 0;  // 0: the font's
+    float lineHeight = 0;  // 0: that of the font
     int listLevel = 0;
-    int listNumber = 0;  // numbered lists: 1 ...; 0: none
+    int listNumber = 0;  // number in a numbered list, from 1; 0: none
     bool bulleted = false;
 };
 
 enum class InstanceKind { Text, Image, Line, Container, Table, Drawing };
 
 struct TableInstance;
-struct DrawingInstance;  // a chart or gauge as vector drawing: drawing.h
+struct DrawingInstance;  // a chart or gauge as a vector drawing: drawing.h
 
-// One item, ready to be drawn. x, y, width and height are points, relative to the container; height is as
-// defined (a text box that can grow becomes what its text needs when it is measured).
+// One item, ready to be drawn. x and y are relative to the container; height is as defined (a text box that
+// can grow gets the height of its text when measured).
 struct Instance {
     InstanceKind kind = InstanceKind::Text;
     double x = 0, y = 0, width = 0, height = 0;
     BoxStylePtr box;
-    std::string name;  // the item's, for errors and for named anchors
+    std::string name;  // name of the item, for errors and anchors
     std::string hyperlink, bookmark, bookmarkLink, documentMapLabel, toolTip;
 
     // Text
     std::vector<ParagraphInstance> paragraphs;
-    Value value;           // of a box with a single run: typed, for Excel; Null otherwise
+    Value value;           // typed value of a box with a single run, for Excel; else Null
     std::string format;    // the run's format string
-    std::string language;  // the culture it was formatted by
+    std::string language;  // the culture of its format
     bool canGrow = false, canShrink = false;
-    bool isNumeric = false;  // General alignment goes right
+    bool isNumeric = false;  // General alignment means right
 
     // Image
-    std::shared_ptr<const std::string> imageBytes;  // PNG, JPEG, GIF or BMP as it was stored
+    std::shared_ptr<const std::string> imageBytes;  // PNG, JPEG, GIF or BMP as stored
     std::string mimeType;
     enum class Sizing { AutoSize, Fit, FitProportional, Clip } sizing = Sizing::Fit;
 
@@ -70,58 +70,59 @@ struct Instance {
     bool keepTogether = false;
     bool breakBefore = false, breakAfter = false;
     bool resetPageNumber = false;  // at those breaks
-    std::string pageName;          // of the page that it begins on
-    std::string repeatWith;        // the table beside it that takes it along to its further pages
-    bool omitBorder = false;       // where a page ends within it
-    bool consumeSpace = false;     // room below its last child is not kept when children grow
-    int layer = 0;                 // among its siblings: higher ones lie above lower ones
+    std::string pageName;          // name of the page on which it begins
+    std::string repeatWith;        // the sibling table that repeats it on its further pages
+    bool omitBorder = false;       // omit the border where a page break splits it
+    bool consumeSpace = false;     // space below its last child is not kept when children grow
+    int layer = 0;                 // z-order among siblings, higher is above
 
     // Table
     std::shared_ptr<TableInstance> table;
     // Drawing
     std::shared_ptr<const DrawingInstance> drawing;
 
-    std::string PlainText() const;  // paragraphs joined by a line feed
+    std::string PlainText() const;  // paragraphs joined by line feeds
 };
 
 struct TableCell {
     int column = 0, columnSpan = 1, rowSpan = 1;
-    Instance content;  // x = y = 0; fills the cell
+    Instance content;  // x = y = 0; as large as the cell
 };
 
 struct TableRow {
     double height = 0;  // as defined
     bool canGrow = true;
-    std::vector<TableCell> cells;                   // covered places have none
-    bool columnHeader = false;                      // of the column hierarchy or a static row that repeats
-    bool groupHeader = false, groupFooter = false;  // a static row before or behind a group's instances
+    std::vector<TableCell> cells;                   // covered positions have no entry
+    bool columnHeader = false;                      // a row of the column hierarchy or a repeating static row
+    bool groupHeader = false, groupFooter = false;  // a static row before or after a group's instances
     bool breakBefore = false, breakAfter = false;
     bool keepWithNext = false, keepWithPrevious = false;
     bool resetPageNumber = false;
-    std::string pageName;  // set where it begins; names the sheet, page
-    int level = 0;         // depth of the row's group, 0 outermost
+    std::string pageName;  // set in its first row; names the sheet or page
+    int level = 0;         // depth of the row's group, 0 is outermost
     std::string documentMapLabel;
 };
 
 // The rows of a Tablix.
 struct TableInstance {
     virtual ~TableInstance() = default;
-    std::vector<double> columnWidths;  // row header columns first; dynamic columns expanded
-    int headerColumns = 0;             // columns of the row headers; repeated when columns break over pages
+    std::vector<double> columnWidths;  // row header columns first; dynamic columns are expanded
+    int headerColumns = 0;  // number of row header columns, repeated when columns continue on further pages
     bool rightToLeft = false;
     bool repeatColumnHeaders = false;
-    bool repeatRowHeaders = false;  // on the pages to the right
+    bool repeatRowHeaders = false;  // on pages to the right
     bool keepTogether = false;
-    bool hidesDuplicates = false;  // RowOnTop may say more than Row
-    std::string noRowsMessage;     // set when there are no rows to show and a message instead
+    bool hidesDuplicates = false;  // RowOnTop may show values that Row hides
+    std::string noRowsMessage;     // shown instead of rows; else empty
     CharStylePtr noRowsStyle;
     virtual std::size_t RowCount() const = 0;
-    // Row from 0, made anew into `row`. Rows may be asked for in any order; forward is fastest.
+    // Builds row `index`, from 0, into `row`. Rows may be requested in any order; ascending is fastest. May
+    // raise rdl::Error.
     virtual void Row(std::size_t index, TableRow& row) = 0;
-    // The same at the top of a page, where a value stands even if the row before it says the same.
+    // The same for the first row of a page: values equal to the previous row's are shown.
     virtual void RowOnTop(std::size_t index, TableRow& row) { Row(index, row); }
-    // Rows to draw again at the top of a page that begins with row `index` (headers of the table and of the
-    // groups that go on), outermost first.
+    // Returns the rows to repeat at the top of a page that begins with row `index` (headers of the table and
+    // of continuing groups), outermost first.
     virtual std::vector<std::size_t> RepeatedRows(std::size_t index) = 0;
 };
 
@@ -135,37 +136,38 @@ struct PageSetup {
     BoxStylePtr style, headerStyle, footerStyle;
 };
 
-// One body of the report with its pages' setup.
+// One body of the report with its page setup.
 struct SectionInstance {
     virtual ~SectionInstance() = default;
     PageSetup page;
     double bodyWidth = 0, bodyHeight = 0;
     BoxStylePtr bodyStyle;
-    std::vector<Instance> items;  // of the body, by y then x
-    // Header and footer for one page, null marks resolved to numbers. For flowing formats they are asked for
-    // once with page 0, and page numbers stand as marks.
+    std::vector<Instance> items;  // items of the body, sorted by y, then x
+    // The header or footer of one page, with page numbers in place of the placeholders. Flowing formats
+    // request it once with page 0 and keep the placeholders.
     struct PageFacts {
         int number = 0, total = 0, overallNumber = 0, overallTotal = 0;
         std::string name;
-        // Text boxes seen on the page, by name, for ReportItems in header and footer, in their order.
+        // Text boxes on the page by name and in order, for ReportItems in header and footer.
         std::vector<std::pair<std::string, Value>> reportItems;
     };
     virtual std::vector<Instance> Header(const PageFacts& page) = 0;
     virtual std::vector<Instance> Footer(const PageFacts& page) = 0;
-    // Names of text boxes that header or footer ask for by ReportItems; the paginator notes them.
+    // Text boxes that header or footer refer to by ReportItems; the paginator collects them.
     std::vector<std::string> wantedReportItems;
-    // What header and footer say depends on the number of pages.
+    // Header or footer depend on the number of pages.
     bool usesTotalPages = false;
-    // Likewise the body: its pages are counted before they are given out.
+    // The body depends on the number of pages: pages are counted before they are delivered.
     bool bodyUsesTotalPages = false;
 };
 
 struct ReportInstance {
     virtual ~ReportInstance() = default;
     std::string title, author, description, language;
-    std::shared_ptr<RunWatch> watch;  // of the run that goes on while rows and pages are made; may be null
-    std::string pageName;             // of the first page, until another name begins
-    bool hasRows = true;  // of data, in any of its data sets; true as well when it has no data sets
+    std::shared_ptr<RunWatch>
+        watch;             // limits of the run, which lasts while rows and pages are built; may be null
+    std::string pageName;  // name of the first page, until another name begins
+    bool hasRows = true;   // whether any data set has rows; true also without data sets
     std::vector<std::unique_ptr<SectionInstance>> sections;
 };
 

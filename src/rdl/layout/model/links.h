@@ -1,12 +1,12 @@
-// Where a report may lead its reader.
+// Allowed targets of links.
 #pragma once
 
 #include <string_view>
 
 namespace rdl::layout {
 
-// Web, mail, telephone, file transfer and file addresses and places relative to the document; a script or a
-// local program is no place to lead to.
+// Whether a link is allowed: web, mail, telephone, FTP and file addresses and relative references; not
+// scripts or local programs.
 bool IsHarmlessLink(std::string_view uri);
 
 }  // namespace rdl::layout

@@ -70,7 +70,7 @@ std::uint32_t CodeOf(std::string_view name) {
     return found == std::end(Entities) ? 0 : found->code;
 }
 
-// The character at `at`, an entity's or as it stands; `at` goes behind it.
+// Appends the character or entity at `at` and moves `at` after it.
 void TakeCharacter(std::string_view html, std::size_t& at, std::string& out) {
     constexpr std::size_t LongestEntity = 12;
     if (html[at] == '&') {
@@ -94,7 +94,7 @@ std::string Decoded(std::string_view text) {
 }
 
 struct Tag {
-    std::string name;  // in small letters
+    std::string name;  // in lower case
     bool closes = false;
     std::string href, color, face;
 };
@@ -169,7 +169,7 @@ class MarkupReader {
         return IsAsciiLetter(next) || next == '/' || next == '!' || next == '?';
     }
 
-    // Behind the tag; a comment that never ends takes the rest with it.
+    // Returns the position after the tag; an unterminated comment extends to the end.
     std::size_t TakeTag(std::size_t at) {
         if (m_html.substr(at, 4) == "<!--") {
             const std::size_t end = m_html.find("-->", at + 4);
@@ -331,7 +331,7 @@ class MarkupReader {
     }
 
     std::string_view m_html;
-    std::size_t m_lastTagEnd;  // a < behind it begins nothing
+    std::size_t m_lastTagEnd;  // a < after it starts no tag
     std::vector<MarkupParagraph> m_paragraphs;
     std::vector<Open> m_open;  // the first stands for no tag
     std::vector<MarkupParagraph::List> m_lists;

@@ -1,4 +1,4 @@
-// Texts marked up with HTML tags, as a text run may hold them: what of HTML a report can show.
+// HTML text runs: the subset of HTML that a report can show (MS-RDL, MarkupType).
 #pragma once
 
 #include <cstdint>
@@ -11,15 +11,15 @@
 
 namespace rdl::layout {
 
-// A stretch of text in one style. What a tag does not say stays as the text run has it.
+// Text in one style. Attributes that no tag sets keep those of the text run.
 struct MarkupRun {
     std::string text;
     bool bold = false, italic = false;
     std::optional<Decoration> decoration;
     std::optional<Color> color;
-    std::string family;     // empty: the run's
-    float sizeFactor = 1;   // headings, against the run's size
-    std::string hyperlink;  // as written; the caller decides whether it may lead there
+    std::string family;     // empty: that of the run
+    float sizeFactor = 1;   // relative to the run's size, for headings
+    std::string hyperlink;  // as written; the caller checks whether it is allowed
 };
 
 struct MarkupParagraph {
@@ -28,14 +28,14 @@ struct MarkupParagraph {
     int listLevel = 0;  // 1 for the outermost list
 };
 
-// b strong i em u s strike del, a href, font color and face, span; br p div h1 to h6, ul ol li; entities.
-// Other tags are left out and their text kept, but for script, style, title and comments. Blanks run together
-// as in HTML. Whatever the text is, this ends and raises nothing; depth counts for nothing here. At least one
+// Supports b strong i em u s strike del, a href, font color and face, span; br p div h1 to h6, ul ol li;
+// entities. Other tags are dropped and their text is kept, except for script, style, title and comments.
+// White space collapses as in HTML. Never fails, needs no stack for nesting, and returns at least one
 // paragraph.
 std::vector<MarkupParagraph> ParseMarkup(std::string_view html);
 
-// `source` with the runs that `isMarkup` tells (one entry for each) read as HTML: a paragraph for each of
-// theirs. Links that may not be followed are left out.
+// Replaces the runs marked in `isMarkup` (one entry per run) by their paragraphs. Links that are not allowed
+// are dropped.
 std::vector<ParagraphInstance> ExpandMarkup(const ParagraphInstance& source,
                                             const std::vector<bool>& isMarkup);
 

@@ -1,4 +1,5 @@
-// A page as drawable objects. Points from the page's top left corner, y downwards. Drawn in order.
+// A page as drawable objects, in drawing order. Lengths are points from the page's top left corner, y
+// downwards.
 #pragma once
 
 #include <functional>
@@ -19,7 +20,7 @@ struct TextOp {
     text::FontId font;
     std::uint32_t firstGlyph, glyphCount;  // in Page::glyphs
     std::uint32_t textBegin,
-        textEnd;         // in Page::text: what the glyphs say, UTF-8; clusters count from textBegin
+        textEnd;  // range in Page::text with the UTF-8 text of the glyphs; clusters count from textBegin
     float rotation = 0;  // degrees clockwise about (x, baseline)
 };
 struct LineOp {
@@ -44,18 +45,18 @@ struct PathOp {  // polygons and curves of charts
 };
 struct ImageOp {
     double x, y, width, height;
-    std::shared_ptr<const std::string> bytes;  // the same pointer for the same image
-    std::string name;                          // the item's, for errors
+    std::shared_ptr<const std::string> bytes;  // equal images share the pointer
+    std::string name;                          // name of the item, for errors
 };
-struct ClipOp {  // until the matching UnclipOp
+struct ClipOp {  // clips until the matching UnclipOp
     double x, y, width, height;
 };
 struct UnclipOp {};
-struct LinkOp {  // an area that leads elsewhere
+struct LinkOp {  // a link
     double x, y, width, height;
-    std::string uri, bookmark;  // one of the two
+    std::string uri, bookmark;  // exactly one is set
 };
-struct AnchorOp {  // a place to lead to; with a label it is an entry of the document map
+struct AnchorOp {  // a link target; with a label also an entry of the document map
     double x, y;
     std::string bookmark, label;
     int level = 0;
@@ -77,14 +78,13 @@ struct Page {
 struct ReportInstance;
 struct SectionInstance;
 
-// Pages in order. The body of each page is given as soon as it is full, header and footer follow when they
-// are known: when they depend on the number of pages, that is after the last body. So nothing is kept but
-// what a page needs.
+// Receives pages in order. A body arrives as soon as its page is full, header and footer once they are known:
+// after the last body if they depend on the number of pages. So only the current page is kept in memory.
 class PageSink {
  public:
     virtual ~PageSink() = default;
     virtual void Body(int page /* from 0 */, Page& content) = 0;
-    // Header and footer of that page, drawn over the body. Called once for each page that has either.
+    // Header and footer of a page, drawn over the body. Called once for each page that has either.
     virtual void Margins(int page, Page& content) = 0;
 };
 
@@ -92,20 +92,22 @@ struct Limits {
     int maxPages = 100'000;
 };
 
-// Lays the report out. Raises rdl::Error past the limits. Returns the number of pages, at least 1.
+// Lays out the report and returns the number of pages, at least 1. Raises rdl::Error past the limits.
 int Paginate(ReportInstance& report, PageSink& sink, const Limits& limits = {});
 
-// The same, one page at a time, for the screen.
+// The same one page at a time, for the screen.
 class PageStream {
  public:
     virtual ~PageStream() = default;
-    // False behind the last page.
+    // Returns false after the last page.
     virtual bool NextBody(Page& content) = 0;
-    // Header and footer say how many pages there are.
+    // Whether header or footer show the number of pages.
     virtual bool UsesTotals() const = 0;
-    // Header and footer of a page from 0. A total of 0: not known, and its mark stands in the texts.
+    // Adds header and footer of a page, from 0. With a total of 0, unknown, the placeholder stays in the
+    // texts.
     virtual void MarginsOf(int page, int total, Page& content) = 0;
 };
+// `report` must outlive the stream.
 std::unique_ptr<PageStream> OpenPages(ReportInstance& report, const Limits& limits = {});
 
 }  // namespace rdl::layout

@@ -1,4 +1,4 @@
-// Everything that a report runs on.
+// The input of a report run.
 #pragma once
 
 #include <cstdint>
@@ -24,18 +24,19 @@ struct ParameterState {
 struct ReportInput {
     const Definition* definition = nullptr;
     std::map<std::string, Table>
-        tables;  // by data set name; calculated fields and the data set's filters applied
+        tables;  // by data set name; calculated fields computed, the data sets' filters applied
     std::vector<ParameterState> parameters;  // in the definition's order
     std::int64_t nowTicks = 0;
     std::string reportName, reportFolder, userName, renderFormat;
-    std::shared_ptr<RunWatch> watch;  // of the whole run; null: unbounded
-    // Bytes of an external image by the text that the report gives; empty with an error in `why`.
+    std::shared_ptr<RunWatch> watch;  // limits of the whole run; null: no limits
+    // Returns the bytes of an external image; null with the reason in `why` on failure.
     std::function<std::shared_ptr<const std::string>(const std::string& source, std::string& why)> loadImage;
-    // The instance of a subreport's body with its parameters; null when it cannot be had, which is an error.
+    // Returns the instance of a subreport with its parameters; null if it cannot be opened, which is an
+    // error.
     std::function<std::shared_ptr<ReportInstance>(const Subreport& subreport,
                                                   const std::vector<Value>& parameters)>
         openSubreport;
-    // Set for formats that show no vectors: charts come out as pictures, made by this.
+    // Set for formats without vectors: converts drawings to images.
     std::function<std::shared_ptr<const std::string>(const DrawingInstance& drawing)> paint;
 };
 

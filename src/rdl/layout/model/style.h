@@ -1,5 +1,5 @@
-// A style with every property worked out for one instance of an item. Shared between instances when nothing
-// in it is an expression that depends on data.
+// A style with all properties computed for one instance of an item. Instances share it unless an expression
+// in it depends on data.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace rdl::layout {
 
-using Color = std::uint32_t;  // 0xAARRGGBB; alpha 0 is none
+using Color = std::uint32_t;  // 0xAARRGGBB; alpha 0 is no colour
 inline constexpr Color Transparent = 0;
 inline constexpr Color Black = 0xFF000000;
 
@@ -28,7 +28,7 @@ enum class LineStyle : std::uint8_t {
     Outset
 };
 
-// Lengths of dashes and gaps, one digit each, in line widths; empty for lines without gaps.
+// Returns the lengths of dashes and gaps, one digit each, in line widths; empty for solid lines.
 constexpr std::string_view DashesOf(LineStyle style) {
     switch (style) {
         case LineStyle::Dotted:
@@ -62,8 +62,8 @@ enum class VAlign : std::uint8_t { Top, Middle, Bottom };
 enum class Decoration : std::uint8_t { None, Underline, Overline, LineThrough };
 enum class WritingMode : std::uint8_t { Horizontal, Vertical, Rotate270 };
 
-// From the background colour to gradientEnd; the Centers run from the middle to the edges, HorizontalCenter
-// up and down from a level line.
+// From the background colour to gradientEnd. The Center gradients run from the middle to the edges,
+// HorizontalCenter up and down from a horizontal line.
 enum class Gradient : std::uint8_t {
     None,
     LeftRight,
@@ -78,16 +78,16 @@ enum class Gradient : std::uint8_t {
 struct BackgroundPicture {
     std::shared_ptr<const std::string> bytes;  // PNG, JPEG, GIF or BMP, never null
     std::string mimeType;
-    std::string item;  // whose background it is, for errors
+    std::string item;  // name of its item, for errors
     enum class Repeat : std::uint8_t { Both, Across, Down, None, Stretch } repeat = Repeat::Both;
-    float alignX = 0, alignY = 0;  // of one that is not repeated: 0 left or top, 1 right or bottom
+    float alignX = 0, alignY = 0;  // if not repeated: 0 left or top, 1 right or bottom
 };
 
 struct BoxStyle {
     Color background = Transparent;
     Gradient gradient = Gradient::None;
     Color gradientEnd = Transparent;
-    std::shared_ptr<const BackgroundPicture> picture;  // over the colour
+    std::shared_ptr<const BackgroundPicture> picture;  // drawn over the colour
     Border left, top, right, bottom;
     float paddingLeft = 0, paddingTop = 0, paddingRight = 0, paddingBottom = 0;
     HAlign hAlign = HAlign::General;
@@ -95,7 +95,7 @@ struct BoxStyle {
     WritingMode writingMode = WritingMode::Horizontal;
     bool rightToLeft = false;
     bool HasBackground() const { return background >> 24 || gradient != Gradient::None || picture; }
-    std::string format, language;  // of the box's own value; for cells with typed values
+    std::string format, language;  // of the box's value, for typed cells
 };
 using BoxStylePtr = std::shared_ptr<const BoxStyle>;
 

@@ -1,11 +1,12 @@
-// Lengths as reports write them.
+// Sizes in reports (MS-RDL, Size).
 #pragma once
 
 #include <string_view>
 
 namespace rdl::layout {
 
-// A number with a unit (in, cm, mm, pt, pc, px; spaces allowed between), as points. False when it is none.
+// Parses a number with a unit (in, cm, mm, pt, pc, px; spaces may separate them) into points. Returns false
+// if `text` is not a length.
 bool ParseSize(std::string_view text, double& points);
 
 }  // namespace rdl::layout

@@ -9,8 +9,8 @@
 namespace rdl::layout {
 namespace {
 
-constexpr int MostSteps = 64;      // of a gradient: finer ones cannot be told apart
-constexpr double MostTiles = 2e4;  // of one picture behind one item
+constexpr int MostSteps = 64;      // steps of a gradient; finer ones are not distinguishable
+constexpr double MostTiles = 2e4;  // repetitions of a background image
 constexpr Color White = 0xFFFFFFFF;
 constexpr double Tolerance = 0.01;  // points
 

@@ -1,5 +1,4 @@
-// What is painted behind an item before anything else of it: its colour running into another one, and a
-// picture.
+// The background of an item beyond a plain colour: gradient and image.
 #pragma once
 
 #include <vector>
@@ -9,8 +8,8 @@
 
 namespace rdl::layout {
 
-// Adds what goes over the plain background colour. Raises rdl::Error when the picture would have to be
-// repeated too often.
+// Appends the objects drawn over the plain background colour. Raises rdl::Error if the image would repeat too
+// often.
 void AppendBackdrop(const Rect& area, const BoxStyle& box, std::vector<Op>& ops);
 
 }  // namespace rdl::layout

@@ -1,4 +1,4 @@
-// A rectangle or a body: items that push down what is below them when they grow.
+// Flows a rectangle or a body: items push down what is below them when they grow.
 #pragma once
 
 #include <memory>
@@ -11,7 +11,7 @@ namespace rdl::layout {
 class ContainerFlow final : public Flow {
  public:
     ContainerFlow(const Instance& item, FlowContext& context);
-    // A body: no box of its own, and the room below its last item is not asked for.
+    // A body: it has no box, and space below its last item is not required.
     ContainerFlow(const std::vector<Instance>& items, FlowContext& context);
     Outcome Place(double x, double y, double available) override;
     double Measure(double limit) override;
@@ -22,20 +22,20 @@ class ContainerFlow final : public Flow {
         const Instance* item = nullptr;
         double top = 0, bottom = 0;  // as defined
         State state = State::Waiting;
-        double actualBottom = 0;              // from the container's place on the current page
-        std::vector<std::size_t> above;       // children right above
-        std::vector<std::size_t> companions;  // those that a table takes along to its further pages
+        double actualBottom = 0;              // relative to the container's position on the current page
+        std::vector<std::size_t> above;       // children directly above
+        std::vector<std::size_t> companions;  // items that a table repeats on its further pages
         std::unique_ptr<Flow> flow;
     };
     void Adopt(const std::vector<Instance>& items);
-    bool TopOf(const Child& child, double& top) const;  // false while one above goes on
-    // Where a page stands: how far down it is full, and where it has to end.
+    bool TopOf(const Child& child, double& top) const;  // false while a child above continues
+    // State of the current page: where it must end, and how far it is filled.
     struct Progress {
         double breakAt, reached;
     };
     void PlaceChild(Child& child, double x, double y, double available, Progress& progress);
     void BeginChild(const Instance& item);
-    // The companions above the table, beside it or below it, the table's part beginning at `top`.
+    // Companions are above, beside or below the table, whose part begins at `top`.
     enum class Side { Above, Beside, Below };
     Side SideOf(const Child& companion, const Child& table) const;
     double HeightOf(const Child& table, Side side) const;
@@ -46,10 +46,10 @@ class ContainerFlow final : public Flow {
 
     const Instance* m_item = nullptr;
     std::vector<Child> m_children;
-    double m_origin = 0;         // the container's top, from its place on the current page
+    double m_origin = 0;         // the container's top, relative to its position on the current page
     double m_definedBottom = 0;  // of the lowest child
     bool m_begun = false;
-    bool m_resetNext = false;  // the page break that is due begins to count pages anew
+    bool m_resetNext = false;  // the pending page break restarts page numbering
     std::vector<Painter::Stretch> m_stretches;
 };
 

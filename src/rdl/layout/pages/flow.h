@@ -1,5 +1,5 @@
-// Items on their way onto pages. A flow puts as much of its item onto the current page as there is room for
-// and goes on where it stopped on the next.
+// Places items on pages. A flow places as much of its item as the current page holds and continues on the
+// next page. Lengths are points.
 #pragma once
 
 #include <limits>
@@ -11,9 +11,9 @@ namespace rdl::layout {
 
 struct FlowContext {
     Painter& painter;
-    double pageHeight = 0;                                       // room that a whole page has for the body
-    double left = 0;                                             // of the body on the page
-    double pageWidth = std::numeric_limits<double>::infinity();  // what is wider goes on further pages
+    double pageHeight = 0;                                       // height of a page available to the body
+    double left = 0;                                             // left edge of the body
+    double pageWidth = std::numeric_limits<double>::infinity();  // wider content continues on further pages
 };
 
 class Flow {
@@ -21,7 +21,7 @@ class Flow {
     struct Outcome {
         double used = 0;  // height on this page
         bool done = true;
-        bool breakAfter = false;  // what is below belongs on a new page ...
+        bool breakAfter = false;  // what is below starts a new page ...
         bool resetNext = false;   // ... whose number is 1
     };
     explicit Flow(FlowContext& context) : m_context(context) {}
@@ -29,27 +29,28 @@ class Flow {
     Flow(const Flow&) = delete;
     Flow& operator=(const Flow&) = delete;
 
-    // Nothing is drawn, and used is 0, when the whole is better begun on the next page.
+    // Places the next part at (x, y) in `available` height. Draws nothing and returns used = 0 if the item
+    // should start on the next page.
     virtual Outcome Place(double x, double y, double available) = 0;
-    // The height without pages; may stop once past the limit.
+    // Returns the height without page breaks; may stop early once above `limit`.
     virtual double Measure(double limit) = 0;
 
  protected:
-    // Whether something that does not fit may wait for the next page: there it has more room.
+    // Whether an item that does not fit may wait for the next page, where it has more space.
     bool MayWait(double y) const { return m_context.painter.HasContent() && !m_context.painter.IsAtTop(y); }
     FlowContext& m_context;
 };
 
-// The instance must outlive the flow.
+// Returns the flow of an item, which must outlive it.
 std::unique_ptr<Flow> MakeFlow(const Instance& item, FlowContext& context);
 
-// The height that a text box comes to with this text.
+// Returns the height of a text box that can grow or shrink to this text.
 double GrownHeight(const Instance& item, const LaidText& laid);
-// The width that the text of a box of this size has for its lines.
+// Returns the line width in a text box of this size.
 double LineWidth(const Instance& item, double width, double height);
-// The sides of an item's box that are drawn on a page, when its beginning or its end stands on another one.
+// Returns the sides of a box to draw on a page if its start or end is on another page.
 unsigned SidesOf(const Instance& item, bool beganBefore, bool goesOn);
-// The left edge that an item of this width gets, so that no page's right edge cuts it.
+// Returns the left edge of an item moved so that no page's right edge cuts it.
 double ClearOfPageEdges(const FlowContext& context, double x, double width);
 
 class TextFlow final : public Flow {
@@ -64,7 +65,7 @@ class TextFlow final : public Flow {
     std::size_t m_next = 0;  // line
 };
 
-// Images, drawings and lines: whole, or in slices when they are higher than a page.
+// Images, drawings and lines: drawn whole, or in slices if higher than a page.
 class BlockFlow final : public Flow {
  public:
     BlockFlow(const Instance& item, FlowContext& context);
@@ -75,7 +76,7 @@ class BlockFlow final : public Flow {
     void Draw(double x, double y, double height);
 
     const Instance& m_item;
-    double m_drawn = 0;  // on the pages before
+    double m_drawn = 0;  // height drawn on previous pages
 };
 
 }  // namespace rdl::layout

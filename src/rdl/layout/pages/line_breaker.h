@@ -1,4 +1,4 @@
-// Where a line of text may end.
+// Line breaking opportunities; a simplified form of UAX #14.
 #pragma once
 
 #include <cstddef>
@@ -7,22 +7,22 @@
 
 namespace rdl::layout {
 
-// A piece of text that is never broken, unless it is wider than a line. `end` includes the spaces behind it;
-// `visibleEnd` does not, as they hang over the line's end.
+// Text without a break opportunity; split only if wider than a line. `end` includes trailing spaces,
+// `visibleEnd` excludes them, as they may overhang the line's end.
 struct BreakUnit {
     std::size_t begin = 0, visibleEnd = 0, end = 0;
-    bool hardBreak = false;  // the line ends behind it
+    bool hardBreak = false;  // a mandatory break follows
 };
 
-// Bytes of the UTF-8 character at `at`, at least 1; never past the end. `code` is 0xFFFD where it is
-// malformed.
+// Decodes the UTF-8 character at `at` and returns its length in bytes, at least 1 and never past the end.
+// `code` is U+FFFD if it is malformed.
 std::size_t DecodeCharacter(std::string_view text, std::size_t at, char32_t& code);
 
-// A line that ends so shows a hyphen there; within a line it shows nothing.
+// Whether the line ends with a soft hyphen, which is visible only there.
 bool EndsWithSoftHyphen(std::string_view text);
 
-// Units in order; line feeds and carriage returns belong to no unit. After spaces and hyphens, soft ones too,
-// and around ideographs, but not before closing punctuation.
+// Returns the units in order, without line feeds and carriage returns. Breaks are after spaces and hyphens
+// (also soft ones) and around ideographs, but not before closing punctuation.
 void FindBreaks(std::string_view text, std::vector<BreakUnit>& units);
 
 }  // namespace rdl::layout

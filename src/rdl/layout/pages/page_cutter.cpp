@@ -26,7 +26,7 @@ class Cutter {
     void operator()(const LineOp& op) {
         LineOp moved = op;
         if (op.x1 == op.x2) {
-            // A line on the edge itself closes the page before it, or opens the one behind.
+            // A line exactly on the edge ends the page before it or begins the page after it.
             if (op.x1 < m_from - Tolerance || op.x1 > m_from + m_width + Tolerance) {
                 return;
             }

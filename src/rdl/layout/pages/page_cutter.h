@@ -1,4 +1,4 @@
-// A body wider than a page, cut into the pages that stand side by side.
+// Cuts a body wider than a page into pages side by side.
 #pragma once
 
 #include <deque>
@@ -7,8 +7,8 @@
 
 namespace rdl::layout {
 
-// Cuts `wide` at multiples of `width` to the right of `left` and adds the pages to `pages`. What crosses an
-// edge is cut; links and anchors go where they begin.
+// Cuts `wide` at multiples of `width` from `left` and appends `count` pages to `pages`. Objects that cross an
+// edge are clipped; links and anchors belong to the page where they begin.
 void CutPages(const Page& wide, double left, double width, int count, std::deque<Page>& pages);
 
 }  // namespace rdl::layout

@@ -131,7 +131,7 @@ class Pages final : public PageStream {
         m_flow = std::make_unique<ContainerFlow>(section.items, m_context);
     }
 
-    // The next page's body, or the next few side by side. False behind the last.
+    // Makes the next page's body, or several side by side. Returns false after the last page.
     bool FillPage() {
         if (m_report.sections.empty()) {
             throw Error("The report has no body");

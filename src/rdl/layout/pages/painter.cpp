@@ -240,7 +240,7 @@ void Painter::DrawLines(const Instance& item, const LaidText& laid, std::size_t 
     }
 }
 
-// A text of the body with page numbers in it is laid out anew now that they are known.
+// Lays out a body text again, now that its page numbers are known.
 void Painter::Replaced(const Rect& area, const Instance& item) {
     Instance copy = item;
     for (ParagraphInstance& paragraph : copy.paragraphs) {

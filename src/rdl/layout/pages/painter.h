@@ -1,4 +1,4 @@
-// Puts boxes, texts, images and lines onto a page, in points from its top left corner.
+// Draws boxes, texts, images and lines onto a page, in points from its top left corner.
 #pragma once
 
 #include <string>
@@ -15,55 +15,55 @@ namespace rdl::layout {
 
 class Painter {
  public:
-    // What the page is filled with goes to `page` from now on.
+    // Draws onto `page` from now on; the body starts at `top`. The painter does not own the page.
     void Begin(Page& page, double top);
 
-    // Something that a reader sees stands on the page already: a page break has something to break.
+    // Whether the page has visible content, so that a page break has an effect.
     bool HasContent() const { return m_hasContent; }
     bool IsAtTop(double y) const { return y <= m_top + 0.01; }
     void SetContent() { m_hasContent = true; }
-    double Extent() const { return m_extent; }  // right edge of what was drawn so far
+    double Extent() const { return m_extent; }  // right edge of what is drawn so far
     void ClearExtent() { m_extent = 0; }
 
     void Fill(const Rect& area, const BoxStyle& box);
-    // Room for a background whose height is known only when its content is drawn.
+    // Reserves a background whose height is known only after its content is drawn.
     std::size_t ReserveFill();
     void FillReserved(std::size_t place, const Rect& area, const BoxStyle& box);
     enum Sides : unsigned { Left = 1, Top = 2, Right = 4, Bottom = 8, All = 15 };
     void Borders(const Rect& area, const BoxStyle& box, unsigned sides = All);
-    // One side of a box; reliefs are lit from the top left.
+    // Draws one side of a box; relief styles are lit from the top left.
     void Edge(Sides side, double x1, double y1, double x2, double y2, const Border& border);
     void BeginClip(const Rect& area);
     void EndClip();
-    // What was put onto the page from `begin` on, one stretch after the other, drawn in the order of layers.
+    // A range of objects on the page, drawn in the order of layers.
     struct Stretch {
         int layer;
-        std::size_t begin, end;  // as Drawn() told
+        std::size_t begin, end;  // values of Drawn()
     };
     std::size_t Drawn() const { return m_page->ops.size(); }
     void Restack(std::vector<Stretch>& stretches);
     void Line(double x1, double y1, double x2, double y2, const Border& border);
-    // Lines [first, last) of a text, the first of them at the top of the area's inside as vAlign says.
+    // Draws lines [first, last) of a text, the first one at the top of the content area as vAlign says.
     void Text(const Rect& area, const Instance& item, const LaidText& laid, std::size_t first,
               std::size_t last);
     void Image(const Rect& area, const Instance& item);
     void Drawing(const Rect& area, const DrawingInstance& drawing);
-    // Links, bookmarks and the label of an item.
+    // Adds links, bookmark and document map label of an item.
     void Marks(const Rect& area, const Instance& item);
     void Label(double x, double y, const std::string& label, int level);
     TextLayout& Layout() { return m_layout; }
 
-    // Texts that margins ask for.
+    // Collects the text boxes that header and footer refer to. `names` must outlive its use.
     void CollectTexts(const std::vector<std::string>* names) { m_wanted = names; }
     std::vector<std::pair<std::string, Value>> TakeCollected() { return std::exchange(m_collected, {}); }
     void Collect(const Instance& item);
-    // What page number marks in texts of the body stand for.
+    // Values of the page number placeholders in texts of the body.
     SectionInstance::PageFacts facts;
-    // Told by rows that begin on the page.
+    // Set by rows that begin on the page.
     bool resetPageNumber = false;
 
  private:
-    struct Turn {  // of text within its area: local x along the line, local y across
+    struct Turn {  // rotation of a text: local x along the line, local y across
         double originX, originY;
         float rotation;
         double X(double along, double across) const;
@@ -83,9 +83,9 @@ class Painter {
     TextLayout m_layout;
 };
 
-// The text's area within its box.
+// Returns the content area of a box, without padding.
 Rect ContentOf(const Rect& area, const BoxStyle& box);
-// The page number marks of a text replaced by what they stand for; 0: left.
+// Replaces the page number placeholders of a text; those whose value is 0 stay.
 std::string WithPageNumbers(const std::string& text, const SectionInstance::PageFacts& facts);
 
 }  // namespace rdl::layout

@@ -34,7 +34,7 @@ double TableFlow::TotalWidth() const {
     return std::accumulate(m_table.columnWidths.begin(), m_table.columnWidths.end(), 0.0);
 }
 
-// Where columns stand: one that the right edge of a page would cut begins the next page, behind the row
+// Computes column positions: a column that a page's right edge would cut starts the next page, after the row
 // headers.
 void TableFlow::PlaceColumns(double x) {
     if (m_columnsFor == x && !m_columnX.empty()) {

@@ -1,5 +1,5 @@
-// A table on its way onto pages: rows are made one at a time, headers repeat, rows that belong together stay
-// so.
+// Places a table on pages: rows are built one at a time, headers repeat, and rows that belong together stay
+// together.
 #pragma once
 
 #include <deque>
@@ -19,18 +19,18 @@ class TableFlow final : public Flow {
  private:
     struct Cell {
         LaidText laid;               // texts
-        std::unique_ptr<Flow> flow;  // everything else
-        std::size_t nextLine = 0;    // of a text that goes on on the next page
+        std::unique_ptr<Flow> flow;  // for other content
+        std::size_t nextLine = 0;    // next line of a text that continues on the next page
     };
     struct Prepared {
         TableRow row;
-        std::vector<Cell> cells;  // as row.cells
+        std::vector<Cell> cells;  // parallel to row.cells
         std::size_t index = 0;
-        double height = 0;   // without cells that span rows
-        bool flows = false;  // has cells that may be split at any place
+        double height = 0;   // height without cells that span rows
+        bool flows = false;  // has cells that can be split anywhere
         bool begun = false;
     };
-    // A cell over several rows, drawn when its last row, or its page, is full.
+    // A cell over several rows, drawn after its last row or at the end of the page.
     struct Span {
         Instance content;
         LaidText laid;
@@ -49,7 +49,7 @@ class TableFlow final : public Flow {
     Rect CellArea(int column, int columns, double y, double height) const;
     std::unique_ptr<Prepared> Make(std::size_t index);
     void Prepare(Prepared& prepared);
-    Prepared& Ahead(std::size_t offset);  // of the queue of rows made and not yet placed
+    Prepared& Ahead(std::size_t offset);  // in the queue of built rows
     void DropFirst();
     double BlockHeight();
     double RowHeight(const Prepared& prepared, double y) const;
@@ -67,26 +67,26 @@ class TableFlow final : public Flow {
     static void AddEdge(std::vector<Edge>& edges, double x1, double x2, const Border& border);
     void DrawEdges(const std::vector<Edge>& edges, double y, Painter::Sides side);
     void BeginSpans(Prepared& prepared, double y);
-    void EndSpans(std::size_t row, double bottom);  // those whose last row this is
+    void EndSpans(std::size_t row, double bottom);  // draws the spans that end with this row
     void DrawSpan(Span& span, double bottom);
 
     const Instance& m_item;
     TableInstance& m_table;
-    std::unique_ptr<Flow> m_message;  // instead of rows
+    std::unique_ptr<Flow> m_message;  // shown instead of rows
     std::unique_ptr<Instance> m_messageItem;
     std::vector<double> m_columnX;
-    double m_columnsFor = -1;            // x that m_columnX holds for
-    std::vector<double> m_furtherPages;  // distances at which row headers stand again
-    std::size_t m_next = 0;              // row to be placed
+    double m_columnsFor = -1;            // position for which m_columnX is valid
+    std::vector<double> m_furtherPages;  // offsets at which row headers repeat
+    std::size_t m_next = 0;              // next row to place
     std::deque<std::unique_ptr<Prepared>> m_queue;
     std::vector<std::unique_ptr<Prepared>> m_spare;
     std::vector<std::unique_ptr<Span>> m_spans;
-    // Bottom edges of the last row wait for the next one's background, which would cover half of them.
+    // Bottom edges are drawn after the next row's background, which would cover half of them.
     std::vector<Edge> m_tops, m_bottoms, m_newBottoms;
     std::size_t m_rowsOnPage = 0;
-    std::size_t m_brokenBefore = static_cast<std::size_t>(-1);  // row that a page break was made for
+    std::size_t m_brokenBefore = static_cast<std::size_t>(-1);  // row before which a page break was made
     bool m_begun = false;
-    bool m_waitsForRoom = false, m_contentBefore = false;  // other items stand above on the page
+    bool m_waitsForRoom = false, m_contentBefore = false;  // other items are above it on the page
 };
 
 }  // namespace rdl::layout

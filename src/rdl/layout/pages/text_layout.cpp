@@ -149,7 +149,7 @@ double TextLayout::Width(std::size_t begin, std::size_t end) const {
     return width;
 }
 
-// Room for the hyphen that shows should the line end behind the unit.
+// Returns the width of the hyphen shown if the line ends after the unit.
 double TextLayout::HyphenWidth(const BreakUnit& unit) const {
     const std::string_view text = std::string_view(m_text).substr(unit.begin, unit.visibleEnd - unit.begin);
     if (!EndsWithSoftHyphen(text)) {
@@ -190,7 +190,7 @@ void TextLayout::LayParagraph(const Instance& item, const ParagraphInstance& par
     m_firstLine = true;
     const double full = width - m_left - static_cast<double>(paragraph.rightIndent);
     const auto hanging = static_cast<double>(paragraph.hangingIndent);
-    // A hanging indent moves the lines behind the first; a negative one the first.
+    // A hanging indent moves the lines after the first; a negative one moves the first.
     const auto availableNow = [&] {
         return full - (m_firstLine ? std::max(0.0, -hanging) : std::max(0.0, hanging));
     };
@@ -216,7 +216,7 @@ void TextLayout::LayParagraph(const Instance& item, const ParagraphInstance& par
             if (fitting >= unit.visibleEnd) {
                 break;
             }
-            // What is left, not measured anew: a long word would take forever.
+            // Subtracts instead of measuring the rest again: a long word would take quadratic time.
             visible -= Width(begin, fitting);
             endLine(fitting, fitting, false);
             begin = fitting;

@@ -1,4 +1,4 @@
-// The paragraphs of a text box broken into lines and shaped.
+// Breaks the paragraphs of a text box into lines and shapes them. Lengths are points.
 #pragma once
 
 #include <cstdint>
@@ -11,29 +11,29 @@
 
 namespace rdl::layout {
 
-// A stretch of a line in one style.
+// A part of a line in one style.
 struct TextPiece {
     const RunInstance* run = nullptr;
     text::FontId font = 0;
-    double x = 0, width = 0;                   // from the line's left edge
+    double x = 0, width = 0;                   // x is relative to the line's left edge
     std::uint32_t begin = 0, end = 0;          // in LaidText::text
     std::uint32_t firstRun = 0, runCount = 0;  // in LaidText::runs
 };
 
 struct TextLine {
-    double top = 0, height = 0, baseline = 0;  // baseline from the top of the line
-    double x = 0;                              // of the first piece, from the content's left edge
+    double top = 0, height = 0, baseline = 0;  // baseline is relative to the line's top
+    double x = 0;                              // x of the first piece, relative to the content's left edge
     std::uint32_t firstPiece = 0, pieceCount = 0;
 };
 
-// Points to the runs of the instance that it was made from.
+// Refers to runs of the instance, which must outlive it.
 struct LaidText {
     std::vector<TextLine> lines;
     std::vector<TextPiece> pieces;
     std::vector<text::GlyphRun> runs;
     std::string text;
     double height = 0;
-    bool hasPageMarks = false;  // page numbers stand in it as marks
+    bool hasPageMarks = false;  // contains page number placeholders
     void Clear() {
         lines.clear();
         pieces.clear();
@@ -46,11 +46,11 @@ struct LaidText {
 
 class TextLayout {
  public:
-    // Lays the text of `item` out in `width` points. Time grows with the text's length.
+    // Lays out the text of `item` in `width` points, in time linear to its length.
     void Lay(const Instance& item, double width, LaidText& out);
 
  private:
-    struct Range {  // of one run within the paragraph's text
+    struct Range {  // range of a run in the paragraph's text
         const RunInstance* run;
         std::size_t begin, end;
         text::FontId font;
@@ -75,7 +75,7 @@ class TextLayout {
     std::vector<BreakUnit> m_units;
     double m_left = 0, m_available = 0;
     bool m_firstLine = true;
-    // The last styles' fonts: a table has few.
+    // Fonts of recent styles: a table uses few.
     struct KnownFont {
         const CharStyle* style;
         CharStyle copy;

@@ -1,4 +1,4 @@
-// A gauge panel made ready for running.
+// A gauge panel prepared for evaluation.
 #pragma once
 
 #include <memory>
@@ -10,15 +10,16 @@
 
 namespace rdl::layout {
 
-// Its properties are compiled when it is drawn, as those of charts are.
+// Its properties are resolved when it is drawn, as those of charts are. Definition and programs must outlive
+// the plan.
 struct GaugePlan {
     const GaugePanel* definition = nullptr;
-    // Null for a panel that stands in a region's cell and asks for nothing of its own: no group, filter or
-    // sort. Its expressions then share the cell's scope, and the aggregates of it.
+    // Null for a panel in a region's cell without its own groups, filters and sorts. Its expressions then
+    // share the scope and aggregates of the cell.
     std::unique_ptr<TablixPlan> data;
     const Programs* programs = nullptr;
 
-    // The smallest and largest value of an indicator within its scope, kept for the panels of the next rows.
+    // The range of an indicator's values within its scope, cached for the panels of the next rows.
     struct Reach {
         const Region* region = nullptr;
         std::uint32_t regionId = 0;

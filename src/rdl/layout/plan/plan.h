@@ -1,5 +1,5 @@
-// The definition made ready for running: every property compiled, the members of data regions numbered.
-// Nothing here depends on data; one plan serves all instances of an item.
+// The definition prepared for evaluation: properties compiled, members of data regions numbered. It depends
+// on no data; one plan serves all instances of an item. Definition and programs must outlive it.
 #pragma once
 
 #include <cstdint>
@@ -46,8 +46,8 @@ struct PageBreakPlan {
 struct RunPlan {
     Property value, hyperlink, bookmarkLink;
     CharStylePlan style;
-    std::string format;    // constant ...
-    Property formatValue;  // ... or worked out
+    std::string format;    // a constant ...
+    Property formatValue;  // ... or an expression
     Property language;
     bool html = false;
 };
@@ -58,13 +58,13 @@ struct ParagraphPlan {
     const Paragraph* definition = nullptr;
 };
 
-// The picture behind an item, and the last style that it was put into.
+// The background image of an item, and the last style computed with it.
 struct BackgroundPlan {
     Property source, value, type, repeat, position;
     bool isChart = false;
     BoxStylePtr madeOf, made;
     std::string madePlace;
-    // Null when the style has none.
+    // Returns null if the style has none.
     static std::unique_ptr<BackgroundPlan> Of(const Style& style, const Programs& programs, bool forChart);
 };
 
@@ -74,11 +74,11 @@ struct ItemPlan {
     std::unique_ptr<BackgroundPlan> background;
     Property hidden, hyperlink, bookmarkLink, toolTip, bookmark, documentMapLabel;
     PageBreakPlan pageBreak;
-    int layer = 0;       // among its siblings
-    bool plain = false;  // no link, bookmark, label or tool tip: nothing of it to work out
+    int layer = 0;       // z-order among siblings
+    bool plain = false;  // has no link, bookmark, label and tool tip to evaluate
 
     std::vector<ParagraphPlan> paragraphs;            // Textbox
-    bool hasMarkup = false;                           // one of its runs is HTML
+    bool hasMarkup = false;                           // some run is HTML
     std::vector<std::unique_ptr<ItemPlan>> children;  // Rectangle
     std::unique_ptr<TablixPlan> tablix;
     std::unique_ptr<ChartPlan> chart;
@@ -88,10 +88,10 @@ struct ItemPlan {
     Property noRows;
     CharStylePlan messageStyle;  // ... and its message
 
-    // Where the item stands: the region and the groups that its scope is.
+    // The scope of the item: region and groups.
     const TablixPlan* region = nullptr;
     int rowGroup = -1, columnGroup = -1;
-    // HideDuplicates: whether its scope is any group or region around it.
+    // The scope of HideDuplicates; empty if not set.
     std::string hideDuplicates;
 
     ItemPlan();
@@ -102,8 +102,8 @@ struct ItemPlan {
 
 struct GroupPlan {
     const Group* definition = nullptr;
-    int parent = -1;  // the innermost group around it, of the same hierarchy
-    int level = 0;    // how many are around it
+    int parent = -1;  // innermost enclosing group of the same hierarchy; -1: none
+    int level = 0;    // number of enclosing groups
     std::vector<Property> keys;
     std::vector<FilterPlan> filters;
     std::vector<SortPlan> sorts;
@@ -114,20 +114,20 @@ struct GroupPlan {
 
 struct MemberPlan {
     const TablixMember* definition = nullptr;
-    int group = -1;       // its own, when it has one
-    int scopeGroup = -1;  // its own or the innermost around it
+    int group = -1;       // its own group; -1: none
+    int scopeGroup = -1;  // its own or the innermost enclosing group; -1: none
     std::vector<int> children;
     int leaf = -1;  // body row or column; -1: not a leaf
     std::unique_ptr<ItemPlan> header;
-    int headerBegin = 0, headerSpan = 0;  // header columns (rows) that the header cell covers
+    int headerBegin = 0, headerSpan = 0;  // header columns (rows) covered by the header cell
     Property hidden;
 };
 
 // Rows or columns.
 struct HierarchyPlan {
-    std::vector<MemberPlan> members;  // those of one parent in order
+    std::vector<MemberPlan> members;  // members of one parent are in order
     std::vector<int> roots;
-    std::vector<GroupPlan> groups;  // a parent before its children
+    std::vector<GroupPlan> groups;  // in preorder
     std::vector<double> headerSizes;
     int leafCount = 0;
 };
@@ -141,23 +141,23 @@ struct TablixPlan {
     const Tablix* definition = nullptr;
     std::string dataSet;
     HierarchyPlan rows, columns;
-    std::vector<std::vector<CellPlan>> cells;  // by leaf row, leaf column
+    std::vector<std::vector<CellPlan>> cells;  // by leaf row and leaf column
     std::vector<std::vector<CellPlan>> corner;
     std::vector<FilterPlan> filters;
     std::vector<SortPlan> sorts;
     Property noRowsMessage;
     CharStylePlan messageStyle;
-    bool hidesDuplicates = false;  // one of its text boxes does
+    bool hidesDuplicates = false;  // some text box hides duplicates
 };
 
-// A chart's properties are compiled when it is drawn: each serves once for an instance.
+// A chart's properties are resolved when it is drawn: each is used once per instance.
 struct ChartPlan {
     const Chart* definition = nullptr;
     std::unique_ptr<TablixPlan> data;
     const Programs* programs = nullptr;
 };
 
-// Makes plans. Raises rdl::Error for what cannot be drawn.
+// Creates plans. Raises rdl::Error naming the item for what cannot be drawn.
 class Planner {
  public:
     explicit Planner(const Programs& programs) : m_programs(programs) {}
@@ -182,7 +182,7 @@ class Planner {
     const Programs& m_programs;
     const TablixPlan* m_region = nullptr;
     int m_rowGroup = -1, m_columnGroup = -1;
-    bool m_hidesDuplicates = false;  // seen in the region that is being planned
+    bool m_hidesDuplicates = false;  // in the region being planned
 };
 
 }  // namespace rdl::layout

@@ -1,4 +1,4 @@
-// Every expression of a report, compiled with the data set that its place belongs to.
+// All expressions of a report, compiled in the data set of their place.
 #pragma once
 
 #include <map>
@@ -15,23 +15,23 @@ namespace rdl::layout {
 
 class Programs {
  public:
-    // Raises rdl::Error for what does not compile. Field slots are those of the tables where they are given,
-    // else of the definition. `everything` adds what other stages evaluate (parameters, queries, calculated
-    // fields), so that opening a report finds their mistakes too.
+    // Field slots are those of `tables`, or of the definition if it is null. `everything` adds what other
+    // stages evaluate (parameters, queries, calculated fields), so that opening a report finds their errors
+    // too. Raises rdl::Error naming item and property. `definition` must outlive this.
     Programs(const Definition& definition, const std::map<std::string, Table>* tables, bool everything);
     ~Programs();
     Programs(const Programs&) = delete;
     Programs& operator=(const Programs&) = delete;
 
-    // Null for a constant.
+    // Returns null for a constant.
     const expr::Program* Of(const Expr& source) const {
         return source.id >= 0 && static_cast<std::size_t>(source.id) < m_programs.size()
                    ? m_programs[static_cast<std::size_t>(source.id)].get()
                    : nullptr;
     }
-    // The data set of a region's rows.
+    // Returns the data set of a region's rows.
     const std::string& DataSetOf(const Tablix& tablix) const { return m_dataSets.at(&tablix); }
-    // The report's only data set; empty when there are none or several.
+    // Returns the report's only data set; empty if there is none or several.
     const std::string& OnlyDataSet() const { return m_onlyDataSet; }
 
  private:

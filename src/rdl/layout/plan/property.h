@@ -1,4 +1,4 @@
-// A property of an item, compiled: constant or program.
+// A compiled property: a constant or a program, which Programs owns.
 #pragma once
 
 #include "rdl/layout/plan/programs.h"
@@ -8,7 +8,7 @@ namespace rdl::layout {
 struct Property {
     const expr::Program* program = nullptr;  // null: the constant
     Value constant;
-    int field = -1;  // the program is nothing but this field
+    int field = -1;  // slot if the program is just a field
     bool isSet = false;
 
     Property() = default;

@@ -1,4 +1,4 @@
-// A place in the groups of a data region.
+// A position in the groups of a data region.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@ namespace rdl::layout {
 
 class Region;
 
-// Where an expression stands: in an instance of a row group, of a column group, of both (a cell of a matrix),
-// of none (the region itself), or outside all regions.
+// The scope of an expression: an instance of a row group, of a column group, of both (a matrix cell), of none
+// (the region itself), or outside all regions.
 struct Scope {
     const Region* region = nullptr;
     int rowGroup = -1, columnGroup = -1;

@@ -1,5 +1,5 @@
-// Styles compiled once: what is constant is worked out once and shared, what is not is worked out for an
-// instance and the last few results are kept, since few different ones come up.
+// Compiled styles. Constant styles are computed once and shared; for others the last few results are cached,
+// since few distinct ones occur.
 #pragma once
 
 #include <memory>
@@ -25,7 +25,8 @@ class StylePlan {
     static constexpr std::size_t KeptResults = 8;
     std::shared_ptr<const T> Make(const std::vector<std::string>& texts) const;
 
-    std::vector<std::pair<StyleProperty, Property>> m_properties;  // general ones before those of one side
+    std::vector<std::pair<StyleProperty, Property>>
+        m_properties;  // general properties before those of one side
     bool m_dynamic = false;
     std::shared_ptr<const T> m_constant = std::make_shared<const T>();
     std::vector<std::pair<std::vector<std::string>, std::shared_ptr<const T>>> m_recent;
@@ -38,7 +39,7 @@ using CharStylePlan = StylePlan<CharStyle>;
 extern template class StylePlan<BoxStyle>;
 extern template class StylePlan<CharStyle>;
 
-// General for what is not known.
+// Returns General for an unknown word.
 HAlign ParseHAlign(std::string_view text);
 
 }  // namespace rdl::layout

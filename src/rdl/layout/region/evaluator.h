@@ -1,5 +1,5 @@
-// What expressions can reach while a report is built: the current scope's row, parameters, aggregates over
-// other scopes, other items. Aggregates of a group instance are worked out once.
+// The environment of expressions while a report is built: row of the current scope, parameters, aggregates
+// over other scopes, other items. Aggregates of a group instance are computed once.
 #pragma once
 
 #include <memory>
@@ -16,14 +16,14 @@ namespace rdl::layout {
 
 class Evaluator final : public expr::Environment {
  public:
-    // A place in the data, and the row that stands for it.
+    // A scope and its representative row.
     struct Place {
         Scope scope;
         const Table* table = nullptr;
         std::size_t row = 0;
         bool hasRow = false;
     };
-    // Puts the place back when it goes.
+    // Restores the place on destruction.
     class Stay {
      public:
         explicit Stay(Evaluator& evaluator) : m_evaluator(evaluator), m_place(evaluator.m_place) {}
@@ -40,23 +40,23 @@ class Evaluator final : public expr::Environment {
 
     void Enter(const Scope& scope);
     void EnterRow(const Region& region,
-                  std::uint32_t tableRow);  // one row of a region that is not grouped yet
+                  std::uint32_t tableRow);  // a row of a region before grouping
     const Scope& Current() const { return m_place.scope; }
     const Programs& Compiled() const { return m_programs; }
-    const Table& TableOf(const std::string& dataSet) const;  // an empty one for a data set without rows
+    const Table& TableOf(const std::string& dataSet) const;  // empty for a data set without rows
 
-    // Whether the data set of the current row says that a and A differ.
+    // Whether the current row's data set is case-sensitive.
     bool ComparesByCase() const { return m_place.table && m_place.table->caseSensitive; }
 
     void SetPage(const SectionInstance::PageFacts* facts) { m_page = facts; }
     void SetCulture(const Culture& culture) { m_culture = &culture; }
     const Culture& ReportCulture() const { return *m_reportCulture; }
-    // Items that others may ask for by ReportItems.
+    // Registers an item for ReportItems.
     void Announce(const ItemPlan& item);
-    // Without regard to case; null when there is none.
+    // Returns an item by name without regard to case, or null.
     const ItemPlan* FindItem(const std::string& name) const;
-    // The place of the instance before the current one within a scope; false when it is the first there, or
-    // there is no such scope. An empty scope is the region.
+    // Sets `before` to the previous instance within a scope (empty: the region). Returns false for the first
+    // instance and for an unknown scope.
     bool PlaceBefore(const std::string& scope, Scope& before) const;
 
     Value Field(int slot) override {
@@ -82,7 +82,7 @@ class Evaluator final : public expr::Environment {
     }
 
  private:
-    // The scope that an aggregate is over: a place in a region, or a whole data set.
+    // The scope of an aggregate: a position in a region, or a whole data set.
     struct Target {
         Scope scope;
         const Table* whole = nullptr;
@@ -125,13 +125,13 @@ class Evaluator final : public expr::Environment {
     const Programs& m_programs;
     Place m_place;
     const SectionInstance::PageFacts* m_page = nullptr;
-    std::size_t m_nthItem = 0;  // of the page's items of one name: which one is meant
+    std::size_t m_nthItem = 0;  // index among the page's items of one name
     bool m_nthItemFound = false;
     const Culture* m_culture;
     const Culture* m_reportCulture;
     std::unordered_map<std::string, const ItemPlan*> m_items;  // by name in lower case
     std::unordered_map<CacheKey, Value, HashKey> m_cache;
-    std::unordered_map<std::uint64_t, Running> m_running;  // by call and instance of the fixed side
+    std::unordered_map<std::uint64_t, Running> m_running;  // by call and instance of the other hierarchy
     std::unordered_map<std::string, Value> m_variables;
     struct GroupVariableValue {
         std::uint32_t region = 0, instance = 0;
@@ -139,7 +139,7 @@ class Evaluator final : public expr::Environment {
     };
     std::unordered_map<const Property*, GroupVariableValue> m_groupVariables;
     Lookups m_lookups;
-    int m_depth = 0;  // of items asking for items and aggregates within aggregates
+    int m_depth = 0;  // nesting of ReportItems and aggregates
 };
 
 }  // namespace rdl::layout

@@ -271,8 +271,8 @@ bool Evaluator::IsInnermost(const std::string& name, bool& isRows) const {
                   : target.scope.columnGroup >= 0 && target.scope.columnGroup == here.columnGroup;
 }
 
-// As InstanceRange; a total that begins anew in each instance of a cell's own group goes along the groups of
-// the other side.
+// As InstanceRange. A total that restarts in each instance of a cell's own group runs along the groups of the
+// other hierarchy.
 bool Evaluator::RunningRange(const std::string& name, bool& alongRows, std::uint32_t& first) const {
     if (!InstanceRange(name, alongRows, first)) {
         return false;

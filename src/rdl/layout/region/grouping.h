@@ -1,4 +1,4 @@
-// Makes a data region over its rows: filters, sorts and groups them.
+// Builds a data region: filters, sorts and groups its rows.
 #pragma once
 
 #include <memory>
@@ -7,8 +7,8 @@
 
 namespace rdl::layout {
 
-// The region's rows are those of `outer` when it has the same data set, else all of the data set's. Raises
-// rdl::Error when a filter fails. Time grows with the number of rows and the depth of groups, plus sorting.
+// The rows are those of `outer` if it has the same data set, else all of the data set. Raises rdl::Error if a
+// filter or a sort fails. Time is linear in rows times depth of groups, plus sorting.
 std::shared_ptr<Region> BuildRegion(const TablixPlan& plan, const Scope& outer, Evaluator& evaluator);
 
 }  // namespace rdl::layout

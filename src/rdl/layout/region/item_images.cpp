@@ -86,7 +86,7 @@ ImageBytes ItemImages::Embedded(const std::string& name, std::string& mimeType) 
 ImageBytes ItemImages::Load(Image::Source source, const Value& value, const std::string& item,
                             std::string& mimeType) {
     ImageBytes bytes = Find(source, value, item, mimeType);
-    // Some formats take it along as it is: whoever opens the document would have to unpack it.
+    // Some formats embed the image unchanged: the reader of the document would have to decode it.
     const ImageSize size = bytes ? SizeOfImage(*bytes) : ImageSize();
     if (size.width * size.height > MostPixels * PointsPerPixel * PointsPerPixel) {
         throw Error("Image \"" + item + "\" has more than 64 million pixels");

@@ -1,4 +1,4 @@
-// Bytes of images, wherever a report keeps them, and the pictures behind items.
+// Loads images from all sources of a report, and background images.
 #pragma once
 
 #include <memory>
@@ -15,11 +15,11 @@ class ItemImages {
  public:
     ItemImages(const ReportInput& input, Evaluator& evaluator) : m_input(input), m_evaluator(evaluator) {}
 
-    // Null for an empty value. `mimeType` is replaced by what an embedded image says. Raises rdl::Error with
-    // the item's name for one that cannot be had or has more than 64 million pixels.
+    // Returns null for an empty value. Sets `mimeType` for an embedded image. Raises rdl::Error naming `item`
+    // if the image cannot be loaded or has more than 64 million pixels.
     ImageBytes Load(Image::Source source, const Value& value, const std::string& item, std::string& mimeType);
-    // The style with the picture that is to be seen at the current place behind the item of that name. The
-    // same pointer as long as nothing changes.
+    // Returns the style with the background image at the current place. The pointer changes only if the
+    // result does.
     BoxStylePtr WithPicture(const BoxStylePtr& style, BackgroundPlan& plan, const std::string& item);
 
  private:

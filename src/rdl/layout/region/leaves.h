@@ -1,4 +1,4 @@
-// The leaves of a data region's hierarchy with data in: what a chart's series and categories are made of.
+// The leaves of a data region's hierarchy with data: a chart's series and categories.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace rdl::layout {
 
-// A leaf of a hierarchy with the instance that it stands in, and the labels on the way to it.
+// A leaf with its group instance, and the members on the path to it.
 struct Leaf {
     int leaf = 0, group = -1;
     std::uint32_t instance = 0;
@@ -16,12 +16,12 @@ struct Leaf {
         int member;
         std::uint32_t instance;
         int group;
-        bool alone;  // among its siblings
+        bool alone;  // has no siblings
     };
     std::vector<Step> path;
 };
 
-// In the order of display.
+// Returns the leaves in display order.
 std::vector<Leaf> LeavesOf(const Region& region, bool isRows);
 
 }  // namespace rdl::layout

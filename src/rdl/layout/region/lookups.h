@@ -1,4 +1,4 @@
-// Lookup, LookupSet and MultiLookup: an index over a data set's rows, made on first use.
+// Lookup, LookupSet and MultiLookup: an index of a data set's rows, built on first use.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@ namespace rdl::layout {
 
 class Lookups {
  public:
-    // Rows of the data set whose key equals, in the data set's order. `keyOf` gives a row's key.
+    // Returns the rows with an equal key, in the data set's order. `keyOf` returns the key of a row.
     template <typename KeyOf>
     const std::vector<std::uint32_t>& Find(int call, std::size_t rowCount, const Value& key, KeyOf keyOf) {
         Index& index = m_indexes[call];
@@ -41,7 +41,7 @@ class Lookups {
         std::unordered_map<Value, std::vector<std::uint32_t>, HashValue, SameValue> rows;
     };
     std::unordered_map<int, Index> m_indexes;
-    std::vector<std::uint32_t> m_none;  // what is found when nothing is
+    std::vector<std::uint32_t> m_none;  // the empty result
 };
 
 }  // namespace rdl::layout

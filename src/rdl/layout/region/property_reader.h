@@ -1,4 +1,4 @@
-// What the properties of items, charts and gauges come to at the evaluator's current place.
+// Evaluates properties of items, charts and gauges at the evaluator's current place.
 #pragma once
 
 #include <string>
@@ -10,17 +10,17 @@ namespace rdl::layout {
 
 class PropertyReader {
  public:
-    // Both outlive the reader.
+    // Both must outlive the reader.
     PropertyReader(const ReportInput& input, Evaluator& evaluator)
         : m_input(input), m_evaluator(evaluator), m_images(input, evaluator) {}
 
     Evaluator& Place() { return m_evaluator; }
-    // False for a property that is not set, null and errors.
+    // Returns false if the property is not set, Null or an error.
     bool IsTrue(const Property& property);
-    std::string Text(const Property& property);  // empty for null and errors
-    // A style with the picture that belongs to it; `background` may be null.
+    std::string Text(const Property& property);  // empty for Null and errors
+    // Returns the style with its background image; `background` may be null.
     BoxStylePtr BoxOf(BoxStylePlan& plan, BackgroundPlan* background, const std::string& item);
-    // Null when `image` names none. Raises rdl::Error with the item's name for one that cannot be had.
+    // Returns null if `image` is empty. Raises rdl::Error naming `item` if it cannot be loaded.
     ImageBytes PictureOf(const GaugeImage& image, const std::string& item);
 
  protected:

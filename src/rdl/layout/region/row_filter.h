@@ -9,13 +9,12 @@
 
 namespace rdl::layout {
 
-// Leaves those candidates that pass, in their order. `enter` puts the evaluator at a candidate. Raises
-// rdl::Error when an expression of the filter fails.
-// `owner` is what an error names: the region or group that filters.
+// Keeps the candidates that pass, in their order. `enter` moves the evaluator to a candidate; `owner` names
+// the region or group in errors. Raises rdl::Error if an expression of the filter fails.
 void ApplyFilter(const FilterPlan& filter, const std::string& owner, std::vector<std::uint32_t>& candidates,
                  Evaluator& evaluator, const std::function<void(std::uint32_t)>& enter);
 
-// Puts the candidates in order; equal ones keep theirs. Raises rdl::Error when an expression fails.
+// Sorts the candidates; the sort is stable. Raises rdl::Error if an expression fails.
 void ApplySort(const std::vector<SortPlan>& sorts, const std::string& owner,
                std::vector<std::uint32_t>& candidates, Evaluator& evaluator,
                const std::function<void(std::uint32_t)>& enter);

@@ -1,4 +1,4 @@
-// What the writers without pages have in common.
+// Helpers of the writers without pages.
 #pragma once
 
 #include <string>
@@ -10,24 +10,24 @@
 
 namespace rdl::writers {
 
-inline constexpr int MaxNesting = 64;  // of containers and regions within each other
+inline constexpr int MaxNesting = 64;  // nesting depth of containers and regions
 
-// Page numbers and counts are 1 where there are no pages.
+// Replaces page number placeholders by 1: these formats have no pages.
 std::string WithoutPageMarks(std::string_view text);
 
-// A link that may stand in a document: web, mail and file transfer addresses and places relative to the
-// document; never script. Empty when it may not.
+// Returns the link if it is allowed in a document: web, mail and FTP addresses and relative references; else
+// an empty text, as for scripts.
 std::string SafeLink(const std::string& link);
-// The same in the letters that addresses are made of.
+// The same with all other characters percent-encoded (RFC 3986, section 2.1).
 std::string WebAddress(const std::string& link);
 
-// As image::TypeOf does, with the name of the item.
+// Returns the format of an item's image; raises errors as image::TypeOf does.
 image::Type TypeOfImage(const layout::Instance& image);
 
-// The size that a picture is shown in by its item's sizing, before what Clip cuts away.
+// Returns the size in points at which the item's sizing shows an image, before clipping.
 layout::ImageSize ShownSize(const layout::Instance& item, const layout::ImageSize& natural);
 
-// The paragraph's or box's alignment, General worked out.
+// Returns the alignment of the paragraph or its box; General becomes Left or Right.
 layout::HAlign AlignmentOf(const layout::Instance& item, layout::HAlign paragraph);
 
 }  // namespace rdl::writers

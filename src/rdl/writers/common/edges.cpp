@@ -16,7 +16,7 @@ void Edges::Settle() {
 }
 
 std::size_t Edges::Line(double position) const {
-    // Merging keeps the smallest of a cluster: the line is the last one not behind the position.
+    // Merging keeps the smallest position of a cluster: the line is the last one not after the position.
     const auto behind = std::upper_bound(m_lines.begin(), m_lines.end(), position);
     return behind == m_lines.begin() ? 0 : static_cast<std::size_t>(behind - m_lines.begin()) - 1;
 }

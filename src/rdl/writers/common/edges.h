@@ -1,4 +1,4 @@
-// The edges of items in one direction as the lines of a grid; edges that nearly meet are one line.
+// Grid lines from the edges of items in one direction; edges within the tolerance (points) share a line.
 #pragma once
 
 #include <cstddef>
@@ -10,12 +10,12 @@ class Edges {
  public:
     explicit Edges(double tolerance) : m_tolerance(tolerance) {}
     void Add(double position) { m_lines.push_back(position); }
-    // After the last Add: sorts and merges.
+    // Sorts and merges the lines. Call this after the last Add.
     void Settle();
     const std::vector<double>& lines() const { return m_lines; }
-    // The line at a position that was added.
+    // Returns the index of the line at a position that was added.
     std::size_t Line(double position) const;
-    // The width of the track behind a line.
+    // Returns the width of the track after a line, in points.
     double Track(std::size_t line) const { return m_lines[line + 1] - m_lines[line]; }
     std::size_t TrackCount() const { return m_lines.empty() ? 0 : m_lines.size() - 1; }
 

@@ -1,5 +1,5 @@
-// Bytes that are needed later than they are made: in memory while they are few, then in a temporary file that
-// has no name, so that a long report does not fill the memory.
+// Buffers bytes that are written later: in memory while they are few, then in an unnamed temporary file, so
+// that memory does not grow with a report's length.
 #pragma once
 
 #include <cstddef>
@@ -13,13 +13,13 @@ namespace rdl::writers {
 
 class Spool {
  public:
-    // Raises rdl::Error when the temporary file is full, and as Host::OpenTemporaryFile when there is none.
+    // Raises rdl::Error if the temporary file is full, and errors of Host::OpenTemporaryFile.
     void Append(std::string_view bytes);
     std::size_t size() const { return m_size; }
     using Take = std::function<void(std::string_view)>;
-    // Everything from the beginning, in pieces.
+    // Passes all bytes to `take`, in pieces.
     void Read(const Take& take) { Read(0, m_size, take); }
-    // A part of it.
+    // Passes a range of bytes to `take`, in pieces.
     void Read(std::size_t from, std::size_t length, const Take& take);
 
  private:
@@ -30,7 +30,7 @@ class Spool {
 
     std::string m_pending;
     std::unique_ptr<std::FILE, Closer> m_file;
-    std::size_t m_size = 0, m_filed = 0;  // of which so many are in the file
+    std::size_t m_size = 0, m_filed = 0;  // m_filed of them are in the file
 };
 
 }  // namespace rdl::writers

@@ -1,4 +1,4 @@
-// Code points of texts that need not be valid UTF-8.
+// Decodes texts that may be invalid UTF-8.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@ namespace rdl::writers {
 
 inline constexpr char32_t Replacement = 0xFFFD;
 
-// The code point at `i`, which moves on; a malformed sequence gives U+FFFD and is one byte long.
+// Returns the code point at `i` and moves `i` after it. The first byte of a malformed sequence gives U+FFFD.
 inline char32_t NextCodePoint(std::string_view text, std::size_t& i) {
     const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(text[k]); };
     const unsigned char first = byte(i++);

@@ -1,5 +1,6 @@
-// The five output formats. Each writes to a sink of bytes in order, the same bytes for the same report and
-// clock, and raises rdl::Error when the sink refuses.
+// The writers of the output formats. Each writes the document in order; the same report and clock give the
+// same bytes. Raises rdl::Error naming the item for content that cannot be written; errors of `output` pass
+// through.
 #pragma once
 
 #include <cstddef>
@@ -16,24 +17,25 @@
 namespace rdl::writers {
 
 struct Options {
-    std::int64_t nowTicks = 0;  // creation date in documents: the run's moment, local time
+    std::int64_t nowTicks = 0;  // creation date of the document: start of the run, local time in ticks
 };
 
 void WritePdf(layout::ReportInstance& report, Output& output, const Options& options);
 
-// What a document says about itself; what is empty is left out.
+// Document properties; empty ones are omitted.
 struct DocumentInfo {
     std::string title, author, description, language;
 };
 DocumentInfo InfoOf(const layout::ReportInstance& report);
-// Pages that are laid out already, as `next` gives them; null after the last.
+// Writes finished pages as `next` returns them, until it returns null.
 void WritePdf(const DocumentInfo& info, const std::function<std::shared_ptr<const layout::Page>()>& next,
               Output& output, const Options& options);
 
 void WriteRtf(layout::ReportInstance& report, Output& output,
-              const Options& options);  // .rtf, and .doc for Word
+              const Options& options);  // for .rtf, and for .doc in Word
 void WriteHtml(layout::ReportInstance& report, Output& output,
                const Options& options);  // one self-contained file
-void WriteXls(layout::ReportInstance& report, Output& output, const Options& options);  // BIFF8
+void WriteXls(layout::ReportInstance& report, Output& output,
+              const Options& options);  // Excel 97-2003 (MS-XLS)
 
 }  // namespace rdl::writers

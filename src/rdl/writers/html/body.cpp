@@ -20,7 +20,7 @@ using layout::ParagraphInstance;
 constexpr double EdgeTolerance = 0.5;
 constexpr std::size_t PieceSize = 64u << 10;
 
-// Of a box whose letters all look alike, so that its class can say it; null otherwise.
+// Returns the style that all runs of a box share, for its class; else null.
 CharStylePtr CommonStyle(const Instance& item) {
     CharStylePtr common;
     for (const ParagraphInstance& paragraph : item.paragraphs) {
@@ -261,7 +261,7 @@ void HtmlBody::Paragraphs(const Instance& item, const CharStylePtr& own) {
 
 void HtmlBody::Paragraph(const Instance& item, const ParagraphInstance& paragraph, const CharStylePtr& own) {
     std::string css;
-    // Lines behind the first stand further in, in lists behind the mark.
+    // Lines after the first are indented, in lists after the list mark.
     const bool listed = paragraph.bulleted || paragraph.listNumber > 0;
     const double list = listed ? ListIndent * (1 + std::clamp(paragraph.listLevel - 1, 0, 9)) : 0;
     const double hanging = listed ? ListHang : static_cast<double>(paragraph.hangingIndent);

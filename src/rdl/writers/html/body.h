@@ -1,5 +1,6 @@
-// The items of a report as HTML elements. Free-standing items lie in a grid whose lines are their edges, so
-// that the page looks as designed and what grows pushes down what is below it.
+// Writes the items of a report as HTML elements (HTML Living Standard). Free-standing items are placed in a
+// CSS grid whose lines are their edges: the page looks as designed, and growing items push down what is below
+// them.
 #pragma once
 
 #include <cstddef>
@@ -18,11 +19,12 @@ class HtmlBody {
  public:
     HtmlBody(HtmlStyles& styles, Spool& spool) : m_styles(styles), m_spool(spool) {}
 
-    // Start and end tags and the like, made by this system.
+    // Appends trusted markup.
     void Raw(std::string_view html);
-    // Items of one container, which is so wide and high at least.
+    // Writes the items of a container of at least `width` by `height` points. Raises rdl::Error naming an
+    // item that cannot be shown.
     void Items(const std::vector<layout::Instance>& items, double width, double height);
-    // Hands what is pending to the spool.
+    // Moves pending output to the spool.
     void Flush();
     const HtmlMap& Map() const { return m_map; }
 
@@ -54,7 +56,7 @@ class HtmlBody {
     HtmlStyles& m_styles;
     Spool& m_spool;
     std::string m_out;
-    std::map<std::string, std::string> m_anchors;  // ids by bookmark
+    std::map<std::string, std::string> m_anchors;  // element ids by bookmark
     std::map<std::string, bool> m_anchorUsed;
     HtmlMap m_map;
     int m_depth = 0;

@@ -1,4 +1,4 @@
-// The document map of an HTML file: links to the places that the report has labelled.
+// The document map of an HTML file: links to labelled places.
 #pragma once
 
 #include <string>
@@ -8,13 +8,13 @@ namespace rdl::writers {
 
 class HtmlMap {
  public:
-    // An id for a place that has none yet.
+    // Returns a new element id.
     std::string NextId() { return "m" + std::to_string(++m_count); }
-    // Labels in the order of the document; level 0 is the outermost.
+    // Adds a label, in document order; level 0 is the outermost.
     void Add(const std::string& label, int level, const std::string& id) {
         m_entries.push_back({label, level, id});
     }
-    // Closed until the reader opens it. Empty without labels.
+    // Returns the map as a collapsed element; empty without labels.
     std::string Navigation() const;
 
  private:

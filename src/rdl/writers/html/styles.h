@@ -1,4 +1,5 @@
-// The style classes of one HTML file: equal styles share a class.
+// The CSS classes of one HTML file: equal styles share a class. Returned references stay valid for the life
+// of the object.
 #pragma once
 
 #include <cstddef>
@@ -14,21 +15,21 @@ namespace rdl::writers {
 
 class HtmlStyles {
  public:
-    enum class Place { Cell, Block };  // a table's cell, or an item of a grid
+    enum class Place { Cell, Block };  // a table cell or a grid item
 
-    // Class of an item's box. With `text`, its letters as well.
+    // Returns the class of an item's box, including font and colour if `text` is not null.
     const std::string& Box(const layout::BoxStylePtr& box, Place place, const layout::CharStylePtr& text,
                            layout::HAlign align);
     const std::string& Text(const layout::CharStylePtr& text);
-    // The class with exactly these declarations.
+    // Returns the class with these declarations.
     const std::string& Class(const std::string& declarations);
-    // Of a line that is drawn, not the border of a box.
+    // Returns the class of a drawn line, unlike a box's border.
     const std::string& Stroke(const layout::Border& line);
-    // The style sheet.
+    // Returns the style sheet with all classes used so far.
     std::string Sheet() const;
 
  private:
-    // The variable that holds a picture: it stands in the file once, however many classes show it.
+    // Returns the CSS variable of a background image: its bytes occur once in the file.
     const std::string& Picture(const layout::BackgroundPicture& picture);
     struct Key {
         const void* box;
@@ -39,17 +40,17 @@ class HtmlStyles {
     struct KeyHash {
         std::size_t operator()(const Key& key) const;
     };
-    // Pointers are told apart by address, so what is remembered is kept alive.
+    // Keys compare addresses, so the styles are kept alive.
     struct Known {
         layout::BoxStylePtr box;
         layout::CharStylePtr text;
         const std::string* name;
     };
 
-    std::unordered_map<std::string, std::string> m_names;  // by declarations; nodes stay where they are
-    std::vector<const std::string*> m_order;               // declarations
+    std::unordered_map<std::string, std::string> m_names;  // by declarations; nodes have stable addresses
+    std::vector<const std::string*> m_order;               // declarations in order of first use
     std::unordered_map<Key, Known, KeyHash> m_known;
-    std::map<std::string, std::string> m_pictures;  // names by what stands in the file
+    std::map<std::string, std::string> m_pictures;  // variable names by their value in the file
 };
 
 }  // namespace rdl::writers

@@ -81,7 +81,7 @@ void HtmlBody::Table(const Instance& item, const std::string& placeClass) {
     --m_depth;
 }
 
-// Heading rows at the top go into the head, everything behind into the body.
+// Leading heading rows go into thead, all others into tbody.
 void HtmlBody::TableRows(TableInstance& table, bool heads) {
     const std::size_t count = table.RowCount();
     TableRow row;

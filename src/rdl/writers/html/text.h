@@ -1,4 +1,4 @@
-// Texts, numbers and bytes as HTML and CSS take them. Each appends to `out`.
+// Escapes texts and formats numbers and bytes for HTML and CSS. Each function appends to `out`.
 #pragma once
 
 #include <string>
@@ -6,9 +6,9 @@
 
 namespace rdl::writers {
 
-// For element content and attribute values alike; characters that HTML does not know are left out.
+// For element content and attribute values; characters that HTML forbids are dropped.
 void AppendHtml(std::string_view text, std::string& out);
-// A length in points, as short as two decimals allow: 12.5pt.
+// Appends a length in points with at most two decimals: 12.5pt.
 void AppendPoints(double points, std::string& out);
 void AppendBase64(std::string_view bytes, std::string& out);
 

@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::string_view CommonSheet =
     "*{box-sizing:border-box}\n"
-    "body{margin:12pt;text-rendering:geometricPrecision}\n"  // letters as wide as the boxes were made for
+    "body{margin:12pt;text-rendering:geometricPrecision}\n"  // text as wide as in the layout
     "table{border-collapse:collapse;table-layout:fixed}\n"
     "th{font-weight:normal}\n"
     "td,th,.t{overflow-wrap:anywhere}\n"
@@ -20,7 +20,7 @@ constexpr std::string_view CommonSheet =
     "tr,img{break-inside:avoid}\n"
     "@media print{body{margin:0}nav{display:none}*{print-color-adjust:exact}}\n";
 
-// A language tag has letters, digits and hyphens only.
+// A language tag has only ASCII letters, digits and hyphens (RFC 5646, section 2.1).
 std::string LanguageTag(const std::string& language) {
     const bool fits = !language.empty() && language.find_first_not_of(
                                                "ABCDEFGHIJKLMNOPQRSTUVWXYZ"

@@ -1,4 +1,4 @@
-// Drawable objects of a page as a PDF content stream.
+// Writes the objects of a page as a PDF content stream (ISO 32000-1, 7.8.2; graphics 8, text 9).
 #pragma once
 
 #include <set>
@@ -15,9 +15,10 @@ namespace rdl::writers {
 class PdfContent {
  public:
     PdfContent(PdfFonts& fonts, PdfImages& images) : m_fonts(fonts), m_images(images) {}
-    // The stream for a page of that height; good until the next call. Links and anchors are not drawn.
+    // Returns the stream of a page of `height` points; valid until the next call. Links and anchors are not
+    // drawn. Raises rdl::Error naming the item for an image that cannot be read.
     const std::string& Draw(const layout::Page& page, double height);
-    // Graphics states for see-through colours, as entries of the resource dictionary.
+    // Returns the entries of the resource dictionary for graphics states with transparency (8.4.5, 11.6.4).
     std::string Resources() const;
 
  private:
@@ -39,7 +40,7 @@ class PdfContent {
         m_out += ' ';
     }
 
-    // What the viewer's graphics state holds, so that it is not told again.
+    // The current graphics state (8.4), to avoid redundant operators.
     struct State {
         layout::Color fill = layout::Black, stroke = layout::Black;
         text::FontId font = -1;

@@ -1,5 +1,5 @@
-// The outer form of a PDF document: numbered objects, streams, the table of their places at the end. Objects
-// go out as they are made; nothing but their places is kept.
+// The file structure of a PDF document (ISO 32000-1, 7.5): numbered objects, streams, cross-reference table
+// and trailer. Objects are written at once; only their offsets are kept.
 #pragma once
 
 #include <cstdint>
@@ -20,14 +20,15 @@ class PdfFile {
     PdfFile(const PdfFile&) = delete;
     PdfFile& operator=(const PdfFile&) = delete;
 
-    // A number for an object that is written later.
+    // Returns the number of an object to be written later.
     int Reserve();
     void Object(int number, std::string_view body);
     int Object(std::string_view body);
-    // `entries` are the dictionary's without Length and Filter.
+    // Writes a stream (7.3.8); `entries` is its dictionary without Length and Filter.
     void Stream(int number, std::string_view entries, std::string_view data, bool compress = true);
     int Stream(std::string_view entries, std::string_view data, bool compress = true);
-    // Places of the objects and the trailer; `seed` tells documents apart in the ID.
+    // Writes cross-reference table and trailer (7.5.4, 7.5.5); the file identifier (14.4) is computed from
+    // `seed`.
     void Finish(int catalog, int info, std::string_view seed);
 
  private:
@@ -37,7 +38,7 @@ class PdfFile {
 
     Output& m_output;
     std::uint64_t m_position = 0;
-    std::vector<std::uint64_t> m_places;  // by number - 1; 0: not written
+    std::vector<std::uint64_t> m_places;  // byte offsets by number - 1; 0: not written
     struct FreeCompressor {
         void operator()(libdeflate_compressor* compressor) const;
     };
@@ -45,13 +46,14 @@ class PdfFile {
     std::string m_packed;
 };
 
-// "12 0 R"
+// Returns "12 0 R" (7.3.10).
 std::string PdfReference(int number);
-// A text string, in UTF-16 where it must be.
+// Returns a text string (7.9.2.2), in UTF-16BE if necessary.
 std::string PdfText(std::string_view utf8);
-// Bytes as a literal string.
+// Returns bytes as a literal string (7.3.4.2).
 std::string PdfLiteral(std::string_view bytes);
-// At most three decimals, never an exponent; what is no number or out of all bounds is held at the bound.
+// Appends a number (7.3.3) with at most three decimals and no exponent. NaN and values out of range are
+// clamped.
 void PdfNumber(std::string& out, double number);
 std::string PdfHexUtf16(std::string_view utf8);
 

@@ -18,7 +18,8 @@ std::vector<std::uint16_t> UsedGlyphs(const PdfFonts::Font& font) {
     return glyphs;
 }
 
-// Subsets carry six letters that differ with their glyphs, so that documents can be joined.
+// A subset tag of six letters, computed from its glyphs (ISO 32000-1, 9.6.4): merged documents keep the
+// subsets apart.
 std::string SubsetName(const std::string& name, const std::vector<std::uint16_t>& glyphs) {
     std::uint32_t hash = 2166136261u;
     for (const std::uint16_t glyph : glyphs) {

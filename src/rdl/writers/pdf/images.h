@@ -1,5 +1,5 @@
-// The images of a PDF document, each written once: JPEG as it is, others decoded, their transparency as a
-// mask.
+// The images of a PDF document (ISO 32000-1, 8.9.5), each written once: JPEG unchanged, others decoded, with
+// transparency as a soft mask (11.6.5.3).
 #pragma once
 
 #include <map>
@@ -13,8 +13,8 @@ namespace rdl::writers {
 class PdfImages {
  public:
     explicit PdfImages(PdfFile& file) : m_file(file) {}
-    // The number of the image's object; its resource name is /I and that number. Raises rdl::Error, which
-    // names the item, when it cannot be read or has more than 64 million pixels.
+    // Writes the image on first use and returns its object number; the resource name is /I and that number.
+    // Raises rdl::Error naming `item` if the image cannot be read or has more than 64 million pixels.
     int Use(const std::shared_ptr<const std::string>& bytes, const std::string& item);
     std::string Resources() const;
 
@@ -25,7 +25,7 @@ class PdfImages {
     };
     PdfFile& m_file;
     std::map<const std::string*, Known> m_byAddress;
-    std::map<std::string, int> m_byDigest;  // the same picture loaded twice
+    std::map<std::string, int> m_byDigest;  // finds an image that was loaded twice
 };
 
 }  // namespace rdl::writers

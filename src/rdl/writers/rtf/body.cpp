@@ -137,7 +137,7 @@ void RtfBody::BreakPage() {
     m_breakPending = false;
 }
 
-// The definition stands before the content; behind nested tables, which have their own, it is told again.
+// The row definition precedes the content. It repeats after nested tables, which have their own.
 void RtfBody::Row(const RtfRow& row, const Place& place) {
     if (row.cells.empty()) {
         return;

@@ -1,4 +1,5 @@
-// The items of a report as paragraphs and tables, one row after another.
+// Writes the items of a report as RTF paragraphs and tables (RTF 1.9.1, Paragraph Text and Table
+// Definitions), from top to bottom.
 #pragma once
 
 #include <cstddef>
@@ -20,26 +21,27 @@ class RtfBody {
  public:
     RtfBody(RtfStyles& styles, Spool& spool) : m_styles(styles), m_paragraphs(styles), m_spool(spool) {}
 
-    // Control words made by this system.
+    // Appends trusted control words.
     void Raw(std::string_view rtf) { m_out += rtf; }
-    // The body of a section: page breaks are kept. Raises rdl::Error naming an item that cannot be shown.
+    // Writes the body of a section with its page breaks. Raises rdl::Error naming an item that cannot be
+    // shown.
     void Body(const std::vector<layout::Instance>& items);
-    // A header or footer, so high.
+    // Writes a header or footer of `height` points.
     void Margin(const std::vector<layout::Instance>& items, double height);
-    // Hands what is pending to the spool.
+    // Moves pending output to the spool.
     void Flush();
 
  private:
     using Items = std::vector<const layout::Instance*>;
-    // Where things stand: within so many cells, so far from their left edge.
+    // The position of items: nesting level of cells, and offset from the cell's left edge in points.
     struct Place {
         int level = 0;
         double x = 0;
     };
-    // What was written last at the current level: tables that touch are one to a reader.
+    // What was written last at the current level: readers join adjacent tables.
     enum class Last { Nothing, Paragraph, Grid, Table };
 
-    // Returns where the last item ends.
+    // Returns the bottom of the last item, in points.
     double Block(const std::vector<layout::Instance>& items, const Place& place);
     double Band(const Items& band, const Place& place, double bottom);
     void Grid(const Items& band, const Place& place);
@@ -60,8 +62,8 @@ class RtfBody {
     Spool& m_spool;
     std::string m_out;
     Last m_last = Last::Nothing;
-    bool m_breaks = false;      // pages break here
-    bool m_hasContent = false;  // there is something to break from
+    bool m_breaks = false;      // page breaks apply here
+    bool m_hasContent = false;  // there is content before a page break
     bool m_breakPending = false;
     int m_depth = 0;
 };

@@ -1,5 +1,5 @@
-// Free-standing items beside each other as rows of one table: its lines are the edges of the items, what lies
-// in between is empty cells. Rectangles become the look of the cells within them.
+// Arranges free-standing items side by side as rows of one table: its lines are the items' edges, gaps are
+// empty cells. Rectangles become borders and backgrounds of the cells inside them.
 #pragma once
 
 #include <cstddef>
@@ -12,40 +12,41 @@
 
 namespace rdl::writers {
 
-// The edges of an item, however far a report file puts it.
+// The edges of an item in points, clamped to the range of RTF.
 struct RtfExtent {
     double left, top, right, bottom;
     explicit RtfExtent(const layout::Instance& item, double x = 0, double y = 0);
 };
 
-// A rectangle that only holds others has no look of its own.
+// Whether a rectangle has a border or background of its own.
 bool HasLook(const layout::Instance& item);
-// A data region is in the item somewhere: it cannot be one row. Raises rdl::Error when nested too deeply.
+// Whether the item contains a data region: it then needs more than one row. Raises rdl::Error if nested too
+// deeply.
 bool HoldsTable(const layout::Instance& item, int depth = 0);
-// What is in the item may need more room than it has.
+// Whether content of the item can grow.
 bool MayGrow(const layout::Instance& item);
 
 class RtfGrid {
  public:
-    // `x` is where the items' container begins. There is an item, and they outlive the grid. Raises
-    // rdl::Error when there are far too many of them.
+    // `x` is the left edge of the items' container in points. `items` is not empty and outlives the grid.
+    // Raises rdl::Error if there are too many items.
     RtfGrid(const std::vector<const layout::Instance*>& items, double x);
     std::size_t RowCount() const { return m_rows.TrackCount(); }
     RtfRow Row(std::size_t index) const;
 
  private:
-    struct Piece {  // an item with cells of its own
+    struct Piece {  // an item with its own cells
         const layout::Instance* item;
         RtfExtent extent;
         std::size_t firstRow = 0, endRow = 0, firstColumn = 0, endColumn = 0;
         std::vector<const layout::Instance*> content;
     };
-    struct Stroke {  // a straight line, or a rectangle
+    struct Stroke {  // a line or a rectangle
         const layout::Instance* item;
         RtfExtent extent;
     };
     enum Side { Left, Top, Right, Bottom, SideCount };
-    struct Unit {  // where a row and a column meet
+    struct Unit {  // the intersection of a row and a column
         int piece = -1;
         layout::Color background = layout::Transparent;
         const layout::Border* sides[SideCount] = {};
@@ -70,7 +71,7 @@ class RtfGrid {
     RtfCell EmptyCell(std::size_t row, std::size_t column) const;
     const layout::Border* Along(std::size_t row, Span columns, Side side) const;
 
-    std::string m_name;  // of the first item, for errors
+    std::string m_name;  // name of the first item, for errors
     static constexpr double Tolerance = 0.5;
     Edges m_columns{Tolerance}, m_rows{Tolerance};
     std::vector<Piece> m_pieces;

@@ -1,4 +1,5 @@
-// Text boxes, pictures and empty places as the paragraphs of a cell. Each appends to `out`.
+// Writes text boxes, images and empty space as paragraphs of a cell (RTF 1.9.1, Paragraph Text, Fields,
+// Bookmarks). Each function appends to `out`; the last paragraph stays open, without \par or \cell.
 #pragma once
 
 #include <map>
@@ -15,21 +16,21 @@ class RtfParagraphs {
  public:
     explicit RtfParagraphs(RtfStyles& styles) : m_styles(styles) {}
 
-    // What a paragraph says about where it stands.
+    // The position of a paragraph.
     struct Place {
-        int level = 0;          // of the table that it is in; 0: none
-        bool keepNext = false;  // on one page with the next paragraph
+        int level = 0;          // nesting level of its table; 0: none
+        bool keepNext = false;  // keep on one page with the next paragraph
     };
 
-    // The paragraphs of a text box, the last one without its end.
+    // Appends the paragraphs of a text box.
     void Box(const layout::Instance& item, const Place& place, std::string& out);
-    // One paragraph with the picture, likewise.
+    // Appends one paragraph with the image. Raises rdl::Error naming the item if it cannot be shown.
     void Picture(const layout::Instance& item, const Place& place, std::string& out);
-    // One paragraph in the default letters, likewise.
+    // Appends the message of a table without rows as one paragraph.
     void Message(const layout::TableInstance& table, const Place& place, std::string& out);
-    // A paragraph of nothing, exactly so high, likewise.
+    // Appends an empty paragraph of exactly `height` points.
     static void Blank(double height, const Place& place, std::string& out);
-    // The item's bookmark, where it has one, at what follows.
+    // Appends the item's bookmark, if any, before the text that follows.
     void Bookmark(const layout::Instance& item, std::string& out);
 
  private:
@@ -40,7 +41,8 @@ class RtfParagraphs {
     void Run(const layout::RunInstance& run, bool asParagraph, bool linked, std::string& out);
     bool OpenLink(const layout::Instance& item, std::string& out);
     bool OpenLink(const std::string& link, std::string& out);
-    // Bookmarks are any text, their names in the document letters and digits: they get numbers.
+    // Returns a numbered name for a bookmark: bookmarks of a report may be any text, RTF allows ASCII letters
+    // and digits only.
     std::string NameOf(const std::string& bookmark);
 
     RtfStyles& m_styles;

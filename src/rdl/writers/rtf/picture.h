@@ -1,4 +1,4 @@
-// Images as pictures within a paragraph.
+// Writes images as RTF pictures (RTF 1.9.1, Pictures).
 #pragma once
 
 #include <memory>
@@ -10,14 +10,14 @@ namespace rdl::writers {
 
 class RtfPictures {
  public:
-    // Appends the picture of an image item, sized as the item says; nothing when it has no bytes. Raises
-    // rdl::Error naming the item when it is none that can be shown.
+    // Appends the image of an item at its size, nothing if it has no bytes. Raises rdl::Error naming the item
+    // if its format is not supported.
     void Append(const layout::Instance& item, std::string& out);
 
  private:
     const std::string& Converted(const layout::Instance& item);
 
-    // The last picture that had to be made into another kind: a table shows the same in many rows.
+    // The last converted image: tables repeat the same one in many rows.
     std::shared_ptr<const std::string> m_source;
     std::string m_converted;
 };

@@ -1,4 +1,5 @@
-// A row of a table as RTF defines it: everything about its cells but what is in them.
+// A table row in RTF (RTF 1.9.1, Table Definitions): the definitions of its cells without their content.
+// Lengths are points.
 #pragma once
 
 #include <string>
@@ -9,35 +10,39 @@
 
 namespace rdl::writers {
 
-// The most cells that a row may have; a word processor calls a document with more damaged.
+// The maximum number of cells in a row; word processors reject documents with more.
 inline constexpr std::size_t RtfMostCells = 63;
 
 struct RtfCell {
-    double left = 0, right = 0;                                       // points
-    enum class Merge { None, First, Continued } merge = Merge::None;  // with the row below, above
+    double left = 0, right = 0;  // points
+    enum class Merge {
+        None,
+        First,
+        Continued
+    } merge = Merge::None;  // vertical merge with the row below or above
     layout::Border leftBorder, topBorder, rightBorder, bottomBorder;
     enum class Diagonal { None, Down, Up } diagonal = Diagonal::None;
     layout::Border diagonalBorder;
     layout::Color background = layout::Transparent;
     layout::VAlign vAlign = layout::VAlign::Top;
     layout::WritingMode writingMode = layout::WritingMode::Horizontal;
-    std::vector<const layout::Instance*> content;  // one below the other; none where it is continued
+    std::vector<const layout::Instance*> content;  // from top to bottom; empty in a continued cell
 
-    void Take(const layout::BoxStyle& box);  // its borders, background and directions
+    void Take(const layout::BoxStyle& box);  // copies borders, background and directions
 };
 
 struct RtfRow {
-    std::string item;  // that it is a row of, or the first in it: for errors
+    std::string item;  // name of its item, or of the first item in it, for errors
     double height = 0;
-    bool exact = false;     // no higher whatever is in it
-    bool heading = false;   // stands again at the top of each page
-    bool keep = true;       // not over two pages
-    bool keepNext = false;  // on one page with the row behind
+    bool exact = false;     // fixed height
+    bool heading = false;   // repeats at the top of each page
+    bool keep = true;       // do not split over pages
+    bool keepNext = false;  // keep on one page with the next row
     bool rightToLeft = false;
-    std::vector<RtfCell> cells;  // side by side without gaps
+    std::vector<RtfCell> cells;  // adjacent, from left to right
 };
 
-// Raises rdl::Error when it has too many cells.
+// Appends the row definition. Raises rdl::Error naming the item if the row has too many cells.
 void AppendRowDefinition(const RtfRow& row, RtfStyles& styles, std::string& out);
 
 }  // namespace rdl::writers

@@ -1,5 +1,5 @@
-// The fonts and colours of one RTF document, by the numbers that its text uses. They stand at the head of the
-// document, so the head is written when all text is there.
+// The font table and colour table of one RTF document (RTF 1.9.1, Font Table, Color Table). They precede the
+// text that uses them, so the header is written last.
 #pragma once
 
 #include <map>
@@ -13,11 +13,11 @@ namespace rdl::writers {
 class RtfStyles {
  public:
     RtfStyles();
-    // Font, size, weight, decoration and colour as control words; null: the default.
+    // Appends font, size, weight, decoration and colour as control words; null: the default style.
     void AppendLetters(const layout::CharStyle* style, std::string& out);
-    // 1 and on; 0, the reader's own colour, for none.
+    // Returns an index from 1, or 0, the reader's default colour, for a transparent colour.
     int Color(layout::Color color);
-    // Font table and colour table.
+    // Returns font table and colour table.
     std::string Tables() const;
 
  private:

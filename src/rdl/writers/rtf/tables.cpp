@@ -41,7 +41,7 @@ void RtfBody::TableRow(const Instance& item, RtfTablix& rows, std::size_t index,
     m_breakPending = m_breakPending || breakAfter;
 }
 
-// Behind a page break there is a table of its own to the reader, with headings of its own.
+// After a page break readers see a separate table with its own headings.
 void RtfBody::RepeatRows(const Instance& item, std::size_t index, const Place& place) {
     const std::vector<std::size_t> repeated = item.table->RepeatedRows(index);
     if (repeated.empty()) {

@@ -130,7 +130,7 @@ void RtfTablix::Place(const TableCell& cell) {
     m_row.cells.push_back(std::move(placed));
 }
 
-// The region's own box lies behind its cells and around them.
+// The region's box encloses its cells and gives their background.
 void RtfTablix::EdgesOfTable() {
     if (!HasLook(m_item) || m_row.cells.empty()) {
         return;

@@ -1,4 +1,4 @@
-// The rows of a data region, made into rows of a document's table one after another.
+// Converts the rows of a data region to RTF table rows, one after another.
 #pragma once
 
 #include <cstddef>
@@ -11,17 +11,18 @@ namespace rdl::writers {
 
 class RtfTablix {
  public:
-    // The region lies at `x`. Both outlive this.
+    // `x` is the region's left edge in points. `item` must outlive this.
     RtfTablix(const layout::Instance& item, double x);
     std::size_t RowCount() const { return m_count; }
-    // So many rows at the beginning stand again on each page.
-    // The row that Make makes next. Rows follow each other in their order.
+    // Fetches the row for the next Make. Rows are fetched in order; the reference is valid until the next
+    // call.
     const layout::TableRow& Fetch(std::size_t index);
-    // The result points into what was fetched. Behind a page break cells over several rows begin anew.
+    // Returns the fetched row; the result refers to it. After a page break cells over several rows start
+    // again.
     RtfRow Make(bool behindBreak);
 
  private:
-    struct Span {  // a cell that goes on below
+    struct Span {  // a cell that continues in the rows below
         std::size_t column, endColumn;
         int rowsLeft;
         RtfCell look;
@@ -36,11 +37,11 @@ class RtfTablix {
     const layout::Instance& m_item;
     layout::TableInstance& m_table;
     std::size_t m_count = 0, m_headings = 0;
-    std::vector<double> m_lefts;  // of the columns, and the right edge
-    std::size_t m_reached = 0;    // columns of the row that have their cell
+    std::vector<double> m_lefts;  // left edges of the columns, and the right edge
+    std::size_t m_reached = 0;    // columns of the row that have a cell
     std::vector<Span> m_spans, m_next;
     std::size_t m_index = 0;
-    layout::TableRow m_source;  // of that row
+    layout::TableRow m_source;  // the fetched row
     RtfRow m_row;
 };
 

@@ -1,5 +1,5 @@
-// Texts, lengths and addresses as RTF takes them. Each appends to `out`; none can end the group that it is
-// in.
+// Encodes texts, lengths and addresses for RTF (RTF 1.9.1, Basic Entities, Unicode RTF). Each function
+// appends to `out`; none can close the current group.
 #pragma once
 
 #include <string>
@@ -7,17 +7,17 @@
 
 namespace rdl::writers {
 
-// For a text of the document: line feeds and tabs are kept, other controls left out.
+// Appends document text: line feeds and tabs are kept, other control characters dropped.
 void AppendRtf(std::string_view text, std::string& out);
-// For a place that holds a name in one line: a font's, a title.
+// Appends a name in one line: a font name, a title.
 void AppendRtfName(std::string_view text, std::string& out);
 // A control word with a number: \li240.
 void AppendWord(const char* word, int number, std::string& out);
-// Likewise with a length given in points and written in twips, 20 to a point.
+// The same for a length in points, written in twips (1/20 point).
 void AppendTwips(const char* word, double points, std::string& out);
 int Twips(double points);
-// The address of a link as a field takes it within quotes; empty unless it is one of the web, of mail or of
-// file transfer. A place relative to the document would be one on the reader's own machine.
+// Returns the address for a quoted field argument; empty unless it is a web, mail or FTP address. Relative
+// references would refer to the reader's machine.
 std::string RtfAddress(const std::string& link);
 
 }  // namespace rdl::writers

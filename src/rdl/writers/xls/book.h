@@ -1,4 +1,5 @@
-// A workbook: sheets, what they share, and the compound file around it.
+// A workbook (MS-XLS, 2.1.7.20 Workbook Stream): its sheets, the shared records, and the compound file around
+// them.
 #pragma once
 
 #include <cstdint>
@@ -21,14 +22,14 @@ class XlsBook {
  public:
     explicit XlsBook(const std::string& title) : m_title(title) {}
 
-    // The sheet before is complete with it.
+    // Adds a sheet, which completes the previous one. Column widths are points. The book owns the sheet.
     XlsSheet& AddSheet(const std::vector<double>& columnWidths, const layout::PageSetup& page);
-    // The index of a picture's bytes, the same for the same bytes. A workbook has no GIF: one becomes a PNG,
-    // and rdl::Error is raised when it cannot be read.
+    // Returns the index of an image; equal bytes share one. A GIF, which workbooks do not support, becomes a
+    // PNG; raises rdl::Error naming `item` if it cannot be read.
     std::size_t Image(const std::shared_ptr<const std::string>& bytes, image::Type type,
                       const std::string& item);
     std::size_t SheetCount() const { return m_sheets.size(); }
-    // Everything into the output. At least one sheet.
+    // Writes the file. The book has at least one sheet.
     void Write(Output& output);
 
     XlsStyles styles;
@@ -43,7 +44,7 @@ class XlsBook {
     std::string GlobalsAt(std::size_t sheetsBegin) const;
 
     struct StoredImage {
-        std::shared_ptr<const std::string> bytes;  // as the report has them, to find them again
+        std::shared_ptr<const std::string> bytes;  // as in the report, for finding them again
         std::shared_ptr<const std::string> stored;
         image::Type type;
         unsigned uses;

@@ -3,7 +3,7 @@
 namespace rdl::writers {
 
 std::string XlsBookmarks::NameOf(const std::string& bookmark) {
-    // A bookmark may have any letters, a name may not.
+    // A bookmark may contain any characters, a defined name may not.
     return m_names.try_emplace(bookmark, "Bookmark_" + std::to_string(m_names.size() + 1)).first->second;
 }
 

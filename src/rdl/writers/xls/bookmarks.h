@@ -1,5 +1,5 @@
-// The bookmarks of a workbook: each is a defined name of the cell that it marks, as links within a workbook
-// lead to names whose place need not be known yet.
+// The bookmarks of a workbook as defined names of cells (MS-XLS, 2.4.150 Lbl): links may refer to names whose
+// cell is not known yet.
 #pragma once
 
 #include <cstdint>
@@ -12,12 +12,12 @@ namespace rdl::writers {
 
 class XlsBookmarks {
  public:
-    // Sheets that names can lead to.
+    // Maximum number of sheets that names can refer to.
     static constexpr std::size_t MostSheets = 1300;
 
-    // The defined name of a bookmark, which may be placed later.
+    // Returns the defined name of a bookmark, which may be placed later.
     std::string NameOf(const std::string& bookmark);
-    // The first place of a bookmark counts.
+    // Sets the cell of a bookmark; the first one counts.
     void Place(const std::string& bookmark, std::size_t sheet, std::uint32_t row, std::uint16_t column);
     bool IsPlaced(const std::string& name) const { return m_places.count(name) != 0; }
     bool IsEmpty() const { return m_places.empty(); }

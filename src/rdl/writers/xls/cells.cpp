@@ -132,7 +132,7 @@ void XlsLayout::Mark(const Instance& item, std::uint32_t row, std::uint16_t colu
 // height.
 void XlsLayout::Grow(const Instance& item, const XlsRange& range) {
     constexpr double Edge = 4;      // points that a program keeps free on the left and right together
-    constexpr double Letter = 0.5;  // widths of a text's letters on average, of its size
+    constexpr double Letter = 0.5;  // average character width, relative to the font size
     const bool merged = range.lastColumn > range.firstColumn;
     if (!item.canGrow || range.lastRow > range.firstRow ||
         (item.box && item.box->writingMode != layout::WritingMode::Horizontal)) {

@@ -24,7 +24,7 @@ std::string Piece(unsigned version, unsigned instance, std::uint16_t type, std::
     return std::move(piece.bytes());
 }
 
-// Pictures are told apart by 16 bytes of their content.
+// Images are identified by a digest of 16 bytes.
 std::string Fingerprint(std::string_view bytes) {
     XlsRecords print;
     for (const std::uint64_t seed : {14695981039346656037ull, 7809847782465536322ull}) {
@@ -131,7 +131,7 @@ void XlsDrawingGroup::AddImage(std::string_view bytes, image::Type image, unsign
     };
     const Form form = image == image::Type::Png    ? Form{6, 0x6E0, BlipPng}
                       : image == image::Type::Jpeg ? Form{5, 0x46A, BlipJpeg}
-                                                 : Form{7, 0x7A8, BlipDib};
+                                                   : Form{7, 0x7A8, BlipDib};
     if (image == image::Type::Bmp) {
         bytes.remove_prefix(std::min(bytes.size(), BitmapFileHeader));
     }

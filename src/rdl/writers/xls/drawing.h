@@ -1,4 +1,5 @@
-// Pictures of a workbook: the bytes once for all sheets, the places for each.
+// Images of a workbook: the bytes once (MS-XLS, 2.4.171 MsoDrawingGroup), positions in each sheet (2.4.170
+// MsoDrawing). Both contain MS-ODRAW records.
 #pragma once
 
 #include <cstdint>
@@ -13,11 +14,11 @@ namespace rdl::writers {
 
 class XlsDrawingGroup {
  public:
-    // In the order of their indexes.
+    // Call this in the order of the indexes.
     void AddImage(std::string_view bytes, image::Type type, unsigned uses);
-    // In the order of the sheets, those without pictures too.
+    // Call this for every sheet in order, also for those without images.
     void AddSheet(std::uint32_t pictures) { m_sheets.push_back(pictures); }
-    // The record with what continues it.
+    // Returns the record with its Continue records.
     std::string Records() const;
 
  private:
@@ -26,7 +27,8 @@ class XlsDrawingGroup {
     std::vector<std::uint32_t> m_sheets;
 };
 
-// The records that place a sheet's pictures; `drawing` counts the sheets from 1. Empty when there are none.
+// Returns the records that place a sheet's images; `drawing` is the number of the sheet from 1. Empty if
+// there are no images.
 std::string XlsPictures(const XlsSheet& sheet, std::uint32_t drawing);
 
 }  // namespace rdl::writers

@@ -1,4 +1,4 @@
-// The compound file that a workbook stream lies in.
+// The compound file around a workbook stream (MS-CFB: 2.2 header, 2.3 FAT, 2.5 DIFAT, 2.6 directory).
 #pragma once
 
 #include <memory>
@@ -10,14 +10,15 @@ namespace rdl::writers {
 
 class XlsFile {
  public:
-    // Raises rdl::Error when there is no room for temporary files.
+    // Raises rdl::Error if temporary files cannot be created.
     XlsFile();
     ~XlsFile();
     XlsFile(const XlsFile&) = delete;
     XlsFile& operator=(const XlsFile&) = delete;
 
-    // More of the workbook stream.
+    // Appends to the workbook stream. Raises rdl::Error if the disk is full.
     void Append(std::string_view bytes);
+    // Writes the whole file. Call this once, at the end.
     void Finish(Output& output);
 
  private:

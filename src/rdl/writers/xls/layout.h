@@ -1,5 +1,5 @@
-// Puts the items of a report into the cells of sheets: columns begin at the edges of items, rows follow the
-// bands that items form, a table's rows become rows one after another.
+// Places the items of a report in the cells of sheets: columns start at edges of items, rows follow the
+// horizontal bands of items, table rows become rows.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +18,8 @@ class XlsLayout {
  public:
     XlsLayout(XlsBook& book, std::string language) : m_book(book), m_language(std::move(language)) {}
 
-    // Header above the first section, footer below the last.
+    // Places a section; the header goes above the first one, the footer below the last. Raises rdl::Error
+    // naming an item that cannot be placed.
     void Section(layout::SectionInstance& section, bool first, bool last);
 
  private:
@@ -33,7 +34,8 @@ class XlsLayout {
     Columns ColumnsAt(double from, double to) const;
 
     void BeginSheet();
-    // Each places from `row` on and returns the row behind. At the top of the report tables stream.
+    // Each function places items from `row` on and returns the row after them. At the top level, tables are
+    // streamed.
     std::uint32_t Place(const std::vector<layout::Instance>& items, double x, std::uint32_t row, bool top);
     std::uint32_t PlaceBand(const Items& band, double x, std::uint32_t row);
     std::uint32_t PlaceOne(const layout::Instance& item, double x, std::uint32_t row, bool top);
@@ -50,7 +52,7 @@ class XlsLayout {
     bool TypedCell(const layout::Instance& item, const std::string& shown, XlsCell& cell,
                    std::uint16_t& format);
 
-    // A cell that spans rows of a table, while its rows are made.
+    // A table cell that spans rows not yet placed.
     struct OpenSpan {
         std::uint32_t firstRow;
         int rowsLeft;
@@ -66,9 +68,9 @@ class XlsLayout {
     Edges m_columns{1.0};
     std::vector<double> m_widths;
     XlsSheet* m_sheet = nullptr;
-    std::vector<OpenSpan>* m_spans = nullptr;  // of the table whose row is placed
+    std::vector<OpenSpan>* m_spans = nullptr;  // spans of the table being placed
     bool m_breakPending = false;
-    bool m_rightToLeft = false;  // of the section's sheets, for its tables
+    bool m_rightToLeft = false;  // direction of the section's sheets, set by its tables
     std::string m_pageName;
     layout::TextLayout m_textLayout;
     layout::LaidText m_laid;

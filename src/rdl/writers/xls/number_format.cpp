@@ -167,7 +167,7 @@ class NumberSection {
                 }
                 m_point = true;
                 return true;
-            case ',':  // behind the point it says nothing in .NET; Excel would divide by a thousand
+            case ',':  // after the decimal point .NET ignores it; Excel would divide by a thousand
                 m_out += m_point ? "" : ",";
                 return true;
             case '%':

@@ -1,4 +1,4 @@
-// .NET format strings as Excel's.
+// Converts .NET format strings to Excel number formats (MS-XLS, 2.4.126 Format).
 #pragma once
 
 #include <optional>
@@ -9,11 +9,11 @@
 
 namespace rdl::writers {
 
-// For a number or a date; `shown` is how the value looks by the format, which settles decimals that are only
-// sometimes there. Nothing when Excel has no such format: the cell is then its text.
+// Converts the format of a number or date. `shown` is the formatted value; it decides about optional
+// decimals. nullopt if Excel has no such format: the cell then holds text.
 std::optional<std::string> ExcelFormat(const Value& value, std::string_view format, const Culture& culture,
                                        std::string_view shown);
-// Whether the format has decimals that only some values show.
+// Whether the format has optional decimals.
 bool DependsOnValue(std::string_view format);
 
 }  // namespace rdl::writers

@@ -1,4 +1,4 @@
-// Records of a workbook stream: type, length, little-endian data.
+// Builds records of a workbook stream: type, length, little-endian data (MS-XLS, 2.1.4 Record).
 #pragma once
 
 #include <bit>
@@ -8,11 +8,11 @@
 
 namespace rdl::writers {
 
-inline constexpr std::size_t XlsRecordLimit = 8224;  // bytes of data in one record
+inline constexpr std::size_t XlsRecordLimit = 8224;  // maximum data of a record, in bytes
 
 class XlsRecords {
  public:
-    // A record is what is appended between the two.
+    // Begin and End enclose the data of a record.
     void Begin(std::uint16_t type) {
         U16(type);
         m_begin = m_bytes.size();
@@ -38,8 +38,8 @@ class XlsRecords {
         U32(static_cast<std::uint32_t>(bits >> 32));
     }
     void Bytes(std::string_view bytes) { m_bytes += bytes; }
-    // Length in one or two bytes, flags, characters: narrow when all are below 256. Cut to the length's
-    // range.
+    // Appends a string: length in one or two bytes, flags, characters (single bytes if all are below 256).
+    // Truncates to the range of the length.
     void Text(std::u16string_view text, bool longLength);
 
     std::string& bytes() { return m_bytes; }
@@ -50,7 +50,8 @@ class XlsRecords {
     std::size_t m_begin = 0;
 };
 
-// UTF-16 of at most `limit` units, never half a pair; control characters that Excel refuses are left out.
+// Converts to UTF-16 of at most `limit` code units, without splitting a surrogate pair. Drops control
+// characters that Excel rejects.
 std::u16string ToUtf16(std::string_view utf8, std::size_t limit);
 bool IsNarrow(std::u16string_view text);
 

@@ -1,4 +1,5 @@
-// One sheet of a workbook while its rows are made. Rows that are complete leave the memory.
+// A sheet of a workbook under construction (MS-XLS, 2.1.7.20.5 Worksheet Substream). Complete rows are moved
+// to the spool.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +23,7 @@ struct XlsCell {
     enum Kind : std::uint8_t { Blank, Number, Text, Boolean } kind = Blank;
     std::uint16_t column = 0, xf = 0;
     double number = 0;       // Boolean: 0 or 1
-    std::uint32_t text = 0;  // index of the shared text
+    std::uint32_t text = 0;  // index in the shared string table
 };
 
 struct XlsRange {
@@ -34,8 +35,8 @@ struct XlsPicture {
     std::uint32_t row;
     std::uint16_t column;
     double width, height;                // points
-    std::size_t image;                   // index in the book
-    double cutRight = 0, cutBottom = 0;  // parts of the picture that are not shown, 0 to 1
+    std::size_t image;                   // index of the image in the book
+    double cutRight = 0, cutBottom = 0;  // clipped fractions of the image, 0 to 1
 };
 
 struct XlsPage {
@@ -47,29 +48,31 @@ class XlsSheet {
  public:
     XlsSheet(Spool& spool, std::vector<double> columnWidths, const layout::PageSetup& page);
 
-    // In a row that has not left yet; raises rdl::Error past the last row of a sheet.
+    // Sets a cell in a row that is not complete. Raises rdl::Error past the last row of a sheet.
     void Put(std::uint32_t row, const XlsCell& cell);
     bool IsFree(const XlsRange& range) const;
-    // At least so high; the highest wish counts. Not `fixed`: Excel may fit the row to its text.
+    // Sets the minimum height of a row in points; the largest value counts. Unless `fixed`, Excel may adjust
+    // it to the text.
     void Height(std::uint32_t row, double points, bool fixed);
     void Merge(const XlsRange& range) { m_merges.push_back(range); }
     void Link(const XlsRange& range, const std::string& link);
-    // To a cell by its defined name; left out when nothing has the name in the end.
+    // Links to a cell by its defined name; omitted if the name is never placed.
     void LinkToName(const XlsRange& range, const std::string& target) {
         m_nameLinks.emplace_back(range, target);
     }
     void Picture(const XlsPicture& picture) { m_pictures.push_back(picture); }
-    // Rows that stay in view and are printed on each page again; the first call counts, then what follows on.
+    // Marks a heading row: frozen in view and printed on each page. The first call and adjacent rows after it
+    // count.
     void Heading(std::uint32_t row);
-    // Every row before this one is complete.
+    // Declares every row before `row` complete.
     void Complete(std::uint32_t row);
     bool IsEmpty() const { return m_usedRows == 0 && m_rows.empty(); }
 
     std::string name;
-    bool rightToLeft = false;  // column A stands at the right
-    // After the last row.
+    bool rightToLeft = false;  // column A is at the right
+    // Ends the sheet after its last row; `drawing` has the records of its images.
     void Finish(bool selected, const std::string& drawing);
-    // When every bookmark is placed.
+    // Writes the links, once every bookmark is placed.
     void Seal(const XlsBookmarks& bookmarks);
     std::size_t Length() const { return m_head.bytes().size() + m_length + m_tail.bytes().size(); }
     void Write(const Spool::Take& take);
@@ -99,10 +102,10 @@ class XlsSheet {
     std::vector<double> m_columnWidths;
     XlsPage m_page;
     std::map<std::uint32_t, Row> m_rows;
-    std::vector<float> m_heights;  // of rows that have left, where pictures are to be placed
+    std::vector<float> m_heights;  // of completed rows, for placing images
     XlsRecords m_blockRows, m_blockCells, m_head, m_tail, m_links;
     unsigned m_blockCount = 0;
-    std::size_t m_begin = 0, m_length = 0;  // in the spool
+    std::size_t m_begin = 0, m_length = 0;  // range in the spool
     std::uint32_t m_usedRows = 0;
     std::uint32_t m_headingBegin = 0, m_headingEnd = 0;
     std::vector<XlsRange> m_merges;

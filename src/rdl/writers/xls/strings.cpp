@@ -10,7 +10,8 @@ namespace {
 constexpr std::uint16_t SharedStrings = 0x00FC, Continue = 0x003C;
 constexpr std::size_t LongestText = 32767;
 
-// A text may go on in the next record: its head may not be cut, and what goes on says again how wide it is.
+// A text may continue in the next record (MS-XLS, 2.4.58): its header must not be split, and the continuation
+// repeats the character width.
 class ChainWriter {
  public:
     explicit ChainWriter(std::uint32_t uses, std::size_t count) {

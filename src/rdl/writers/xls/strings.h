@@ -1,4 +1,4 @@
-// The texts of a workbook, each once, and the record chain that holds them.
+// The shared string table (MS-XLS, 2.4.265 SST) with its Continue records (2.4.58).
 #pragma once
 
 #include <cstdint>
@@ -11,9 +11,9 @@ namespace rdl::writers {
 
 class XlsStrings {
  public:
-    // The index of a text; longer ones than a cell holds are cut.
+    // Returns the index of a text, truncated to the limit of a cell.
     std::uint32_t Index(std::string_view text);
-    // The record with what continues it.
+    // Returns the record with its Continue records.
     std::string Records() const;
 
  private:

@@ -1,4 +1,5 @@
-// Fonts, number formats, colours and cell formats of a workbook, each once.
+// Fonts, number formats, colours and cell formats of a workbook without duplicates (MS-XLS, 2.4.122 Font,
+// 2.4.126 Format, 2.4.188 Palette, 2.4.353 XF).
 #pragma once
 
 #include <cstdint>
@@ -17,11 +18,12 @@ class XlsStyles {
     static constexpr std::uint16_t DefaultCell = 15;
 
     XlsStyles();
-    // The cell format for a box, its letters, and Excel's number format by its index from Format().
+    // Returns the index of the cell format (XF) of a box, its text style, and a number format by its index
+    // from Format().
     std::uint16_t Cell(const layout::BoxStylePtr& box, const layout::CharStylePtr& text, layout::HAlign align,
                        std::uint16_t format, bool wrap);
     std::uint16_t Format(const std::string& excelFormat);
-    // FONT, FORMAT, XF, STYLE and PALETTE in their order.
+    // Writes Font, Format, XF, Style and Palette records in this order.
     void Write(XlsRecords& records) const;
 
  private:
@@ -37,7 +39,7 @@ class XlsStyles {
             return hash(key.box) * 31 + hash(key.text) * 7 + key.rest;
         }
     };
-    struct Known {  // keeps alive what the key tells apart by address
+    struct Known {  // keeps alive the styles, whose addresses are the key
         layout::BoxStylePtr box;
         layout::CharStylePtr text;
         std::uint16_t xf;

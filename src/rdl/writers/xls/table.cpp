@@ -81,7 +81,7 @@ std::uint32_t XlsLayout::BreakSheet(TableInstance& table, std::size_t index, dou
     CloseSpans(none, row);
     m_spans = open;
     for (OpenSpan& span : *open) {
-        span.firstRow = row;  // goes on here
+        span.firstRow = row;  // continues here
     }
     return row;
 }
@@ -115,7 +115,7 @@ std::uint32_t XlsLayout::PlaceRow(const TableInstance& table, const TableRow& ta
         m_sheet->Put(row, first);
         spans->push_back({row, cell.rowSpan, columns, first.xf});
         std::vector<OpenSpan> fresh{spans->back()};
-        fresh[0].rowsLeft = 2;  // only to fill, behind the cell itself
+        fresh[0].rowsLeft = 2;  // filler after the cell itself
         ContinueSpans(fresh, row, end);
     }
     for (OpenSpan& span : *spans) {

@@ -1,4 +1,4 @@
-// Axes of a chart: their properties worked out, and their scales over the series that stand on them.
+// Axes of a chart: evaluated properties, and scales over the series on each axis.
 #pragma once
 
 #include "rdl/layout/drawing/chart/data.h"
@@ -9,24 +9,24 @@ namespace rdl::layout {
 
 ChartAreaData EvaluateArea(const ChartArea& area, const PartStyles& styles);
 
-// The lower and upper end of a point's column or area on the value axis, stacked as its series says.
+// The lower and upper end of a point's column or area on the value axis, after stacking.
 struct ChartReach {
     double from = 0, to = 0;
     bool isSet = false;
 };
-// By row and category.
+// Indexed by row and category.
 std::vector<std::vector<ChartReach>> StackRows(const ChartAreaData& area);
 
-// The values of one value axis of an area; `room` is its length in points.
+// Returns the scale of one value axis; `room` is its length in points.
 Scale ValueScale(const ChartAreaData& area, std::size_t axis,
                  const std::vector<std::vector<ChartReach>>& reaches, double room);
-// Of scattered points: the numbers along the category axis.
+// Returns the scale of the category axis of a scatter chart.
 Scale NumberScale(const ChartAreaData& area, bool dates, double room);
 
 bool IsScattered(const ChartAreaData& area);
 bool IsPercent(const ChartAreaData& area, std::size_t valueAxis);
 
-// The text at a tick.
+// Returns the label of a tick.
 std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, bool percent, bool date,
                      const Culture& culture);
 

@@ -1,4 +1,4 @@
-// A chart with its data in: every property worked out, nothing placed yet.
+// A chart with its data: all properties evaluated, nothing placed yet. Lengths are points.
 #pragma once
 
 #include <optional>
@@ -17,40 +17,40 @@ class PropertyReader;
 enum class ChartShape { None, Square, Circle, Diamond, Triangle, Cross, Star };
 
 struct ChartMark {  // a data point
-    Value value;    // of y; Null: a gap
+    Value value;    // the y value; Null: a gap
     double x = 0, y = 0, size = 0;
-    double low = 0;  // of a range: where it begins
+    double low = 0;  // start of a range
     bool hasX = false, hasY = false;
-    bool isDate = false;  // x counts days
+    bool isDate = false;  // x is in days
     Color color = Transparent;
     Border border;
     std::string label, labelPosition;
-    std::string labelSource;  // before its keywords were replaced
+    std::string labelSource;  // before keywords are replaced
     double labelTurn = 0;     // degrees
     CharStylePtr labelStyle;
-    bool ownLabelColor = false;  // the report says it; else it is made to be read on what is below it
+    bool ownLabelColor = false;  // set by the report; else chosen to be legible on what is below it
     BoxStylePtr labelBox;
     ChartShape shape = ChartShape::None;
     double shapeSize = 5;  // points
     Color shapeColor = Transparent;
     std::string axisLabel;
-    std::string name;  // of its category; of a pie whose slices are series, of its series
+    std::string name;  // name of its category; of its series for a pie whose slices are series
 };
 
-struct ChartRow {  // a series as it is drawn
+struct ChartRow {  // an instance of a series
     const ChartSeries* definition = nullptr;
     std::string name;
     bool inLegend = true;
     Color color = Transparent;
-    Border border;  // of a line: the line
+    Border border;  // for a line series: the line itself
     double pointWidth = 0.8;
     bool labelsOutside = false;
-    double hole = 0.6;  // of a doughnut, of its radius
+    double hole = 0.6;  // of a doughnut, as a fraction of its radius
     std::size_t valueAxis = 0;
     std::vector<ChartMark> marks;  // by category
 };
 
-struct ChartSpan {  // of an outer category group
+struct ChartSpan {  // the columns of an outer category group
     std::string label;
     std::size_t first = 0, count = 0;
 };
@@ -67,7 +67,7 @@ struct ChartAxisData {
     std::optional<bool> margin, includeZero;
     std::optional<double> minimum, maximum, interval, crossAt, angle;
     double base = 10;
-    Color stripe = Transparent;  // every other interval
+    Color stripe = Transparent;  // colour of every other interval
     ChartCaption title;
     ChartLinesData majorGrid, minorGrid, majorTicks, minorTicks;
     CharStylePtr style;
@@ -92,23 +92,24 @@ struct ChartData {
     std::string name;
     std::vector<std::string> categories;  // labels of the innermost groups
     std::vector<Value> categoryValues;
-    std::vector<std::vector<ChartSpan>> outer;  // groups around them, the outermost first
+    std::vector<std::vector<ChartSpan>> outer;  // enclosing groups, outermost first
     std::vector<ChartAreaData> areas;
     std::vector<ChartLegendData> legends;
     std::vector<ChartCaption> titles;
-    std::optional<ChartCaption> message;  // instead of everything but the titles
+    std::optional<ChartCaption> message;  // replaces everything but the titles
     std::vector<Color> palette;
     const Culture* culture = nullptr;
     Color PaletteColor(std::size_t index) const { return palette[index % palette.size()]; }
 };
 
-// At the current place of `reader`. Raises rdl::Error when there are too many series, categories or points.
+// Evaluates at the current place of `reader`. Raises rdl::Error if there are too many series, categories or
+// points. `plan` must outlive the result.
 ChartData EvaluateChart(const ChartPlan& plan, PropertyReader& reader);
 
-// The colours of a palette by its name; those of the usual one for a name that is not known.
+// Returns the colours of a palette; those of the default palette for an unknown name.
 std::vector<Color> PaletteOf(const std::string& name);
 
-// Number and date texts as axes and labels show them, cut as ReadableText does.
+// Formats a number or date for axes and labels, cut as ReadableText does.
 std::string ChartNumber(const Value& value, const std::string& format, const Culture& culture);
 
 }  // namespace rdl::layout

@@ -1,4 +1,4 @@
-// A chart as a drawing.
+// Draws a chart.
 #pragma once
 
 #include <memory>
@@ -11,15 +11,16 @@ namespace rdl::layout {
 
 std::shared_ptr<DrawingInstance> DrawChart(const ChartData& data, double width, double height);
 
-// The parts of it. Each draws within its area.
+// Each draws one part within its area.
 void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);
 void DrawPies(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);
-// Draws the legend at its side and takes its room from `room`.
+// Draws the legend at its side and subtracts its space from `room`. An ellipsis replaces the entries that do
+// not fit.
 void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room, Canvas& canvas);
-// A symbol of a series in the legend or at a point.
+// Draws the symbol of a series, in the legend or at a point.
 void DrawShape(ChartShape shape, Spot center, double size, Color color, Canvas& canvas);
 
-// The letters of a point's label where it lies on the point's own colour.
+// Returns the style of a label that lies on its point's own colour.
 CharStyle InsideLetters(const ChartMark& mark);
 
 bool IsRound(const ChartAreaData& area);  // pies and doughnuts

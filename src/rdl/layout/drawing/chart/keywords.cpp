@@ -18,7 +18,7 @@ double TotalOf(const ChartRow& row) {
     return total;
 }
 
-// The format in braces behind a word; `at` is put behind it.
+// Returns the format in braces after a keyword and moves `at` after it.
 std::string FormatAt(const std::string& text, std::size_t& at) {
     if (at >= text.size() || text[at] != '{') {
         return {};

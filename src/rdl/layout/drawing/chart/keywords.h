@@ -1,4 +1,4 @@
-// Words in labels that stand for something of the point: #VALY, #PERCENT{P1}, #SERIESNAME ...
+// Keywords in labels, replaced by data of the point: #VALY, #PERCENT{P1}, #SERIESNAME ...
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace rdl::layout {
 
-// `mark` may be null: then the words about a point stay.
+// Returns `text` with its keywords replaced. If `mark` is null, keywords about a point stay.
 std::string ChartKeywords(const std::string& text, const ChartRow& row, const ChartMark* mark,
                           const std::string& category, const Culture& culture);
 

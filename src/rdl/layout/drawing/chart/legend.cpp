@@ -175,7 +175,7 @@ void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room
                     {area.x + area.width / 2, area.y + Gap / 2}, {0.5, 0});
     }
     for (std::size_t i = 0; i < grid.shown; ++i) {
-        // What there is no room for is told of.
+        // An ellipsis reports the entries that do not fit.
         const bool more = i + 1 == grid.shown && grid.shown < entries.size();
         const std::size_t column = i % grid.columns, row = i / grid.columns;
         const double x = area.x + Gap / 2 + static_cast<double>(column) * grid.cellWidth;

@@ -8,7 +8,7 @@ namespace rdl::layout {
 namespace {
 
 struct Palette {
-    std::string_view name;  // in small letters
+    std::string_view name;  // in lower case
     std::vector<Color> colors;
 };
 

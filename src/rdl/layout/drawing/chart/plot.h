@@ -1,4 +1,4 @@
-// The area of a chart with axes: where its values and categories lie on the page.
+// The plot area of a chart with axes: maps values and categories to points on the page.
 #pragma once
 
 #include <string>
@@ -9,23 +9,23 @@
 
 namespace rdl::layout {
 
-// The texts along an axis, made to fit.
+// The labels along an axis, arranged to fit.
 struct ChartTickLabels {
     std::vector<std::string> texts;  // by tick or category
     double degrees = 0;
-    std::size_t every = 1;  // so many share one text, or they would touch
-    double thick = 0;       // room across the axis
+    std::size_t every = 1;  // draws every n-th label, so that labels do not overlap
+    double thick = 0;       // space across the axis, in points
 };
 
 struct ChartPlot {
     const ChartData& data;
     const ChartAreaData& area;
     Canvas& canvas;
-    Rect inside;             // between the axes
-    bool swapped = false;    // bars: categories go upwards
-    bool scattered = false;  // numbers along the category axis, in `numbers`
-    bool dates = false;      // and these are days
-    bool margin = true;      // half a category before the first and behind the last
+    Rect inside;             // the area between the axes
+    bool swapped = false;    // for bars: categories go upwards
+    bool scattered = false;  // the category axis has numbers, in `numbers`
+    bool dates = false;      // the numbers are days
+    bool margin = true;      // half a category before the first and after the last
     Scale numbers = {};
     std::vector<Scale> values = {};  // by value axis
     std::vector<std::vector<ChartReach>> reaches = {};
@@ -34,27 +34,28 @@ struct ChartPlot {
     std::vector<ChartTickLabels> valueLabels = {};
 
     std::size_t CategoryCount() const { return data.categories.size(); }
-    // Along the category axis, 0 to 1.
+    // Returns the position on the category axis, 0 to 1.
     double CategoryShare(double category) const;
-    double CategoryWidth() const;  // share of one category
+    double CategoryWidth() const;  // fraction of the axis
     double Across(const ChartMark& mark, std::size_t category) const;
-    // Along the value axis; what a logarithmic scale has no place for lies at its low end.
+    // Returns the position on the value axis, 0 to 1; the low end for values that a logarithmic scale cannot
+    // show.
     double ValueShare(std::size_t axis, double value) const;
     bool IsShown(std::size_t valueAxis) const;
-    // The spot by shares of both axes.
+    // Returns the point for positions on both axes.
     Spot At(double category, double value, std::size_t valueAxis = 0) const;
 };
 
 void DrawColumns(const ChartPlot& plot);  // and areas
 void DrawLines(const ChartPlot& plot);    // and points
-void DrawLabels(const ChartPlot& plot);   // of the points
-// The rectangle of a column.
+void DrawLabels(const ChartPlot& plot);   // labels of the points
+// Returns the rectangle of a column.
 Rect ColumnOf(const ChartPlot& plot, std::size_t row, std::size_t category);
-// Grid lines and stripes, which lie below the marks.
+// Draws grid lines and stripes, before the marks.
 void DrawGrid(const ChartPlot& plot);
-// Lines, ticks, labels and titles of the axes around the plot.
+// Draws lines, ticks, labels and titles of the axes.
 void DrawAxes(const ChartPlot& plot);
-// The room that the axes need: the plot's `inside` is set to what is left of `room`.
+// Computes the space of the axes: sets `inside` to the rest of `room`.
 void PlaceAxes(ChartPlot& plot, const Rect& room);
 
 }  // namespace rdl::layout

@@ -23,7 +23,7 @@ GaugeTrack RoundTrack(const GaugeItem& gauge, const GaugeScale& scale, const Rec
     track.center = {square.x + square.width * kit.Number(gauge, "PivotX", 50) * Percent,
                     square.y + square.height * kit.Number(gauge, "PivotY", 50) * Percent};
     track.radius = std::max(kit.Number(scale, "Radius", UsualRadius) * Percent * square.width, 0.0);
-    // Angles are told from below.
+    // The report counts angles from the bottom.
     track.first = (kit.Number(scale, "StartAngle", UsualStart) + Bottom) * Degree;
     track.sweep = std::clamp(kit.Number(scale, "SweepAngle", UsualSweep), LeastAngle, 360.0) * Degree;
     track.unit = track.radius;

@@ -13,7 +13,7 @@ constexpr double Pi = std::numbers::pi;
 constexpr Color White = 0xFFFFFFFF, Empty = 0xFFD8DCE0, Rim = 0xFF404850;
 constexpr Border NoLine;
 
-// Shapes are told in a square from 0 to 1.
+// Shapes are defined in a unit square.
 struct Sheet {
     Rect area;
     Color color;

@@ -1,4 +1,4 @@
-// The small pictures of indicators: arrows, lights, signs, symbols, ratings.
+// The icons of indicators: arrows, lights, signs, symbols, ratings.
 #pragma once
 
 #include <string>
@@ -7,11 +7,11 @@
 
 namespace rdl::layout {
 
-// By the word that reports use for it: ArrowUp, TrafficLight, StarQuartersTwoFilled ... A word that is not
-// known is a circle, None is nothing. `area` is a square.
+// Draws an icon by its name in the report format: ArrowUp, TrafficLight, StarQuartersTwoFilled ... An unknown
+// name draws a circle, None nothing. `area` is a square.
 void DrawIcon(const std::string& word, const Rect& area, Color color, Canvas& canvas);
 
-// "arrow up incline" for ArrowUpIncline.
+// Returns "arrow up incline" for ArrowUpIncline.
 std::string WordsOf(const std::string& icon);
 
 }  // namespace rdl::layout

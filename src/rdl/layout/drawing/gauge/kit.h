@@ -1,4 +1,4 @@
-// What the drawing of every part of a gauge panel shares: properties by their names, fills, and shapes.
+// Helpers for drawing the parts of a gauge panel: properties by name, fills, and shapes.
 #pragma once
 
 #include <string>
@@ -27,7 +27,7 @@ class GaugeKit {
     GaugePlacement Placement(const GaugePart& part, GaugePlacement otherwise) const;
     Color ColorOf(const GaugePart& part, std::string_view property) const;
 
-    // Of the background; of a gradient the middle of its two colours.
+    // Returns the background colour; for a gradient the mean of its two colours.
     Color Fill(const Style& style, Color otherwise) const;
     Border Outline(const Style& style) const { return Styles().BorderOf(style); }
 
@@ -37,16 +37,16 @@ class GaugeKit {
     const Culture& m_culture;
 };
 
-// A marker or tick by its word: Rectangle, Triangle, Circle, Diamond, Trapezoid, Star, Wedge, Pentagon.
-// It reaches from one distance to another of a track; pointed ones point at `outer` unless `inwards`.
+// Draws a marker or tick by its name: Rectangle, Triangle, Circle, Diamond, Trapezoid, Star, Wedge, Pentagon.
+// It spans the two distances of `place` from the track; pointed shapes point to `outer` unless `inwards`.
 void DrawMarker(const std::string& shape, const GaugeTrack& track, double share, GaugePlace place,
                 double thick, bool inwards, Color fill, const Border& border, Canvas& canvas);
 
-// Corners given along a direction and across it, from a spot: {forward, aside}.
+// Draws a polygon whose corners {forward, aside} are relative to `origin` and a direction in radians.
 void DrawTurned(const std::vector<Spot>& corners, Spot origin, double direction, Color fill,
                 const Border& border, Canvas& canvas);
 
-// A text no larger than a rectangle: its letters are made to fit. Words of alignment are those of the style.
+// Draws a text in a rectangle. With `fit` the font size shrinks until it fits. `box` gives the alignment.
 void DrawFitted(const std::string& text, const CharStyle& letters, const BoxStyle& box, const Rect& area,
                 bool fit, double degrees, Canvas& canvas);
 

@@ -1,4 +1,4 @@
-// A scale of a gauge: its values, band, ranges, ticks, labels and pointers along a track.
+// A gauge scale: values, band, ranges, ticks, labels and pointers along a track.
 #pragma once
 
 #include "rdl/layout/drawing/gauge/kit.h"
@@ -11,17 +11,17 @@ struct GaugeAxis {
     GaugeTrack track;
     Scale scale = {};
 
-    double ShareOf(double value) const;  // within the scale
+    double ShareOf(double value) const;  // position on the scale, 0 to 1
 };
 
 GaugeAxis MakeAxis(const GaugeScale& definition, const GaugeTrack& track, const GaugeKit& kit);
-// Everything but the pointers.
+// Draws everything but the pointers.
 void DrawScale(const GaugeAxis& axis, const GaugeKit& kit);
 void DrawPointers(const GaugeAxis& axis, const GaugeKit& kit);
-// The colour that a range gives to what stands within it, by the name of the property; Transparent for none.
+// Returns the colour that the range around `value` sets in `property`; Transparent if there is none.
 Color RangeColor(const GaugeAxis& axis, std::string_view property, double value, const GaugeKit& kit);
 
-// "87, 0 to 100" for each pointer, for those who cannot see it.
+// Returns the alternative text: "87, 0 to 100" for each pointer.
 std::string DescribeScale(const GaugeAxis& axis, const GaugeKit& kit);
 
 }  // namespace rdl::layout

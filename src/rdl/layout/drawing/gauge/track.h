@@ -1,5 +1,5 @@
-// Where a gauge's scale runs: around a circle or along a line. Ticks, ranges and pointers are drawn by their
-// share of the way and their distance from it, and look alike on both.
+// The path of a gauge's scale: an arc or a line. Ticks, ranges and pointers have a position along the path, 0
+// to 1, and a distance from it in points: so drawing does not depend on the shape.
 #pragma once
 
 #include <vector>
@@ -9,28 +9,28 @@
 namespace rdl::layout {
 
 struct GaugeTrack {
-    double unit = 0;   // points that are 100 percent of the parts' sizes
-    double width = 0;  // of the scale's own band
+    double unit = 0;   // points for 100 percent of the parts' sizes
+    double width = 0;  // width of the scale's band
     bool reversed = false;
 
     bool round = false;
     Spot center;
     double radius = 0, first = 0, sweep = 0;  // radians clockwise from the top
 
-    Spot from, to;           // of a straight one
-    Spot outwards = {0, 1};  // of length 1
+    Spot from, to;           // ends of a linear track
+    Spot outwards = {0, 1};  // unit vector
 
-    // The place at a share of the way, so many points outwards of the scale's middle.
+    // Returns the point at a position, `distance` points outwards from the scale's middle.
     Spot At(double share, double distance) const;
-    // The direction outwards there, in radians clockwise from upwards.
+    // Returns the outward direction at a position, in radians clockwise from upwards.
     double Direction(double share) const;
     double Length() const;
-    // A band between two shares, from one distance to another at each of its ends.
+    // Returns the outline of a band between two positions, with inner and outer distances at each end.
     std::vector<PathOp::Segment> Band(double begin, double end, double beginInner, double beginOuter,
                                       double endInner, double endOuter) const;
 };
 
-// Where something of that thickness lies that is placed Inside, Outside or across the scale's band.
+// Returns the distances of a part of this thickness placed Inside, Outside or across the scale's band.
 struct GaugePlace {
     double inner = 0, outer = 0;
 };

@@ -1,4 +1,4 @@
-// The numbers of a gauge panel at a place in the data.
+// The numeric values of a gauge panel.
 #pragma once
 
 #include <memory>
@@ -13,13 +13,14 @@ namespace rdl::layout {
 
 class GaugeValues {
  public:
-    // Enters the panel's own scope; the caller puts the evaluator's place back.
+    // Enters the panel's scope; the caller restores the evaluator's place.
     GaugeValues(GaugePlan& plan, PropertyReader& reader);
 
-    // The formula over the values of all groups, multiplied and added to; nothing without a number.
+    // Applies the formula to the values of all groups, then multiplier and addend. nullopt if there is no
+    // number.
     std::optional<double> Of(const GaugeValue& value) const;
-    // What an indicator's states are compared with: its value, or where it lies between the minimum and the
-    // maximum in percent. Those that are not given are the smallest and largest of its scope.
+    // Returns the number that an indicator's states compare with: its value, or its position between minimum
+    // and maximum in percent. Without these the smallest and largest value of its scope apply.
     std::optional<double> OfIndicator(std::size_t item) const;
 
     const PartStyles& Styles() const { return m_styles; }
@@ -31,8 +32,8 @@ class GaugeValues {
     GaugePlan& m_plan;
     PropertyReader& m_reader;
     PartStyles m_styles;
-    Scope m_around;                    // of the panel
-    std::shared_ptr<Region> m_region;  // null when the panel shares the scope around it
+    Scope m_around;                    // the scope around the panel
+    std::shared_ptr<Region> m_region;  // null if the panel shares the scope around it
     std::vector<Leaf> m_groups;
 };
 
