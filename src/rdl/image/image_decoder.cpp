@@ -6,9 +6,9 @@
 #include <QLoggingCategory>
 #include <string_view>
 
+#include "rdl/image/image_type.h"
 #include "rdl/image/png_decoder.h"
 #include "rdl/values/error.h"
-#include "rdl/image/image_type.h"
 
 namespace rdl::image {
 namespace {

@@ -8,7 +8,6 @@
 namespace rdl::screen {
 namespace {
 
-
 // One text of the page.
 struct Piece {
     double baseline, size, left, right;

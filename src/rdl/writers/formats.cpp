@@ -8,7 +8,7 @@ namespace {
 
 // In the order of DocumentFormat. Word opens RTF content under its own extension.
 constexpr Format Formats[] = {
-    {DocumentFormat::Pdf, "PDF", true, WritePdf},     {DocumentFormat::Rtf, "RTF", false, WriteRtf},
+    {DocumentFormat::Pdf, "PDF", true, WritePdf},      {DocumentFormat::Rtf, "RTF", false, WriteRtf},
     {DocumentFormat::Excel, "EXCEL", false, WriteXls}, {DocumentFormat::Html, "HTML", false, WriteHtml},
     {DocumentFormat::Word, "WORD", false, WriteRtf},
 };

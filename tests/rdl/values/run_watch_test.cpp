@@ -15,7 +15,7 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-// What Look says; empty when it lets the run go on. Bounds are measured some times a second only.
+// What CheckBounds says; empty when it lets the run go on. Bounds are measured some times a second only.
 std::string Said(RunWatch& watch) {
     std::this_thread::sleep_for(milliseconds(60));
     try {

@@ -64,7 +64,8 @@ std::size_t XlsBook::Image(const std::shared_ptr<const std::string>& bytes, imag
         }
     }
     const bool isGif = type == image::Type::Gif;
-    m_images.push_back({bytes, isGif ? std::make_shared<const std::string>(image::AsPng(*bytes, item)) : bytes,
+    m_images.push_back({bytes,
+                        isGif ? std::make_shared<const std::string>(image::AsPng(*bytes, item)) : bytes,
                         isGif ? image::Type::Png : type, 1});
     return m_images.size() - 1;
 }
