@@ -16,8 +16,10 @@ std::string FromMachine(const std::filesystem::path& path);
 // How people write a path of the system on this machine: /home/ann/sales.rpt for Z:\home\ann\sales.rpt. Any
 // other text, such as one of another drive or one that FromUser would not give back, is returned unchanged.
 std::string ForUser(std::string_view path);
-// The reverse: Z:\home\ann\sales.rpt for /home/ann/sales.rpt; a text that does not begin with / is returned
-// unchanged.
+// The same, with the names of what exists as the disk has them: /srv/output/ for Z:\srv\Output\.
+std::string ForUserAsOnDisk(std::string_view path);
+// The reverse of ForUser: Z:\home\ann\sales.rpt for /home/ann/sales.rpt; a text that does not begin with / is
+// returned unchanged.
 std::string FromUser(std::string_view text);
 }  // namespace paths
 

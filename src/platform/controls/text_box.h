@@ -15,8 +15,9 @@ class TextBox : public QLineEdit, public EditableText {
     // A text that is longer than the box shows its beginning.
     void Text(const std::string& text) override;
 
-    // Whether the box holds a path: it shows it as people write paths on this machine and gives it as the
-    // system does; see paths::ForUser. Off at first. To be set before the text.
+    // Whether the box holds a path: it shows it as people write paths on this machine, with names as the disk
+    // has them, and gives it as the system does; see paths::ForUser. A text that nobody has changed is given
+    // as it was set. Off at first. To be set before the text.
     void ShowsPaths(bool on) { m_showsPaths = on; }
 
     // A locked text can be read and copied, not changed; it stands on the colour of a button.
@@ -32,4 +33,6 @@ class TextBox : public QLineEdit, public EditableText {
 
  private:
     bool m_showsPaths = false;
+    std::string m_given;  // the text of the system, when what is shown does not lead back to it
+    QString m_shown;      // for it
 };
