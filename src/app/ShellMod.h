@@ -35,7 +35,9 @@ inline constexpr int ShowDefault = 10;
 bool OpenDocument(const std::string& file, int showMode, const std::string& parameters,
                   const std::string& directory, std::string& verb, WindowHandle owner);
 
-// The folder that the user picks; empty when there is none: cancelled, or a path of 260 letters and more.
-std::string BrowseForFolderDialog(WindowHandle owner, const std::string& title);
+// The folder that the user picks; empty when there is none: cancelled, or a path of 260 letters and more. The
+// dialog begins in the folder `start` if there is one.
+std::string BrowseForFolderDialog(WindowHandle owner, const std::string& title,
+                                  const std::string& start = {});
 
 }  // namespace ShellMod

@@ -19,8 +19,10 @@ class Shell {
     // `showMode` says how the first window is shown; desktops without that notion pass over it.
     virtual int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& parameters,
                               const std::string& directory, int showMode) = 0;
-    // The chosen folder as the system writes paths; empty when cancelled.
-    virtual std::string BrowseForFolder(WindowHandle owner, const std::string& title) = 0;
+    // The chosen folder as the system writes paths; empty when cancelled. `start` is the folder to begin in,
+    // if there is one of that path.
+    virtual std::string BrowseForFolder(WindowHandle owner, const std::string& title,
+                                        const std::string& start) = 0;
 };
 
 Shell& TheShell();

@@ -15,8 +15,9 @@ class DesktopShell : public Shell {
     // that was started then shows the document is its own affair.
     int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& parameters,
                       const std::string& directory, int showMode) override;
-    // Begins in the folder that was chosen last, at first in the user's own.
-    std::string BrowseForFolder(WindowHandle owner, const std::string& title) override;
+    // Without a folder to begin in it begins in the one that was chosen last, at first in the user's own.
+    std::string BrowseForFolder(WindowHandle owner, const std::string& title,
+                                const std::string& start = {}) override;
 
     // The file oxc beside the executable of this process.
     static std::filesystem::path InstalledProgram();
