@@ -67,7 +67,7 @@ frmMain::frmMain()
     BuildMenus();
     connect(m_menus.at("mnuWin"), &QMenu::aboutToShow, this, &frmMain::ListChildWindows);
     for (const char* menu : {"mnuTools", "mnuViewType"}) {
-        connect(m_menus.at(menu), &QMenu::aboutToShow, this, &GreyDeskEntries);
+        connect(m_menus.at(menu), &QMenu::aboutToShow, this, [this, menu] { GreyEntries(menu); });
     }
     const QIcon icon(":/images/logo.svg");
     setWindowIcon(icon);
@@ -141,6 +141,14 @@ void frmMain::ListChildWindows() {
         entry->setChecked(window == m_children->currentSubWindow());
         connect(entry, &QAction::triggered, window, [window] { ChildArea::Activate(*window->widget()); });
         m_windowEntries.push_back(entry);
+    }
+}
+
+void frmMain::GreyEntries(const std::string& menu) {
+    for (QAction* entry : m_menus.at(menu)->actions()) {
+        if (const auto open = HasWhatItActsOn(entry->objectName().toStdString())) {
+            entry->setEnabled(*open);
+        }
     }
 }
 
@@ -236,7 +244,7 @@ void frmMain::PopupMenu(const std::string& menu) {
 }
 
 void frmMain::PopupMenu(const std::string& menu, int x, int y) {
-    GreyDeskEntries();
+    GreyEntries(menu);
     ClickEntry(menu);  // some menus have a handler of their own
     m_menus.at(menu)->popup({x, y});
 }

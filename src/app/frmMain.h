@@ -62,6 +62,7 @@ class frmMain : public QMainWindow, public MainFrame {
     void BuildMenus();
     void AddMenu(const struct MenuRow& row);
     void ListChildWindows();
+    void GreyEntries(const std::string& menu);  // that have nothing to act on
     ChildArea* m_children;
     CommonDialog* m_cd;
     QLabel* m_panels[2];

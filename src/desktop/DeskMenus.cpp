@@ -1,5 +1,6 @@
 #include "desktop/DeskMenus.h"
 
+#include <map>
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/frmDesk.h"
@@ -11,23 +12,25 @@
 
 namespace {
 
-// Entries that act on the window, and those that act on its selected item.
-constexpr const char* NeedWindow[] = {"mnuAdd",     "mnuIcons",   "mnuViewList",
-                                      "mnuDetails", "mnuDeskNew", "mnuDeskDel"};
-constexpr const char* NeedItem[] = {"mnuDesign",    "mnuDeskOpen", "mnuRename",   "mnuDeskDelfld",
-                                    "mnuDeskView",  "mnuDeskExec", "mnuDeskProp", "mnubtcRun",
-                                    "mnubtcOutput", "mnubtcPar",   "mnubtcExec",  "mnubtcDelSel"};
+enum class Need { Window, Item };
+const std::map<std::string, Need> Needs = {
+    {"mnuAdd", Need::Window},      {"mnuIcons", Need::Window},   {"mnuViewList", Need::Window},
+    {"mnuDetails", Need::Window},  {"mnuDeskNew", Need::Window}, {"mnuDeskDel", Need::Window},
+    {"mnuDesign", Need::Item},     {"mnuDeskOpen", Need::Item},  {"mnuRename", Need::Item},
+    {"mnuDeskDelfld", Need::Item}, {"mnuDeskView", Need::Item},  {"mnuDeskExec", Need::Item},
+    {"mnuDeskProp", Need::Item},   {"mnubtcRun", Need::Item},    {"mnubtcOutput", Need::Item},
+    {"mnubtcPar", Need::Item},     {"mnubtcExec", Need::Item},   {"mnubtcDelSel", Need::Item},
+};
 
 }  // namespace
 
-void GreyDeskEntries() {
+std::optional<bool> HasWhatItActsOn(const std::string& entry) {
+    const auto found = Needs.find(entry);
+    if (found == Needs.end()) {
+        return std::nullopt;
+    }
     const frmDesk* desk = FindDesk(Global::DeskIndex);
-    for (const char* entry : NeedWindow) {
-        Global::Frame->EntryEnabled(entry, desk != nullptr);
-    }
-    for (const char* entry : NeedItem) {
-        Global::Frame->EntryEnabled(entry, desk != nullptr && desk->lsvDesk->HasSelection());
-    }
+    return desk != nullptr && (found->second == Need::Window || desk->lsvDesk->HasSelection());
 }
 
 void mnuDeskNew_Click() {

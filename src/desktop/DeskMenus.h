@@ -1,9 +1,12 @@
 // Entries of the context menus of a Desktop window's list. All act on the window that was activated last.
 #pragma once
 
-// Greys the entries of all menus that act on a Desktop window, or on what is selected there, while that is
-// missing: all that they could do is to end in an error.
-void GreyDeskEntries();
+#include <optional>
+#include <string>
+
+// Whether there is the Desktop window, or the item selected in it, that an entry of a menu acts on. Without
+// it all that the entry could do is to end in an error. Nothing for an entry that acts on neither.
+std::optional<bool> HasWhatItActsOn(const std::string& entry);
 
 void mnuDeskNew_Click();     // an item for a folder, on the screen only
 void mnuDeskOpen_Click();    // as a double click

@@ -315,7 +315,8 @@ Global::NewPackage frmWiz::Package() const {
 }
 
 void frmWiz::cmdBrowse_Click() {
-    const std::string folder = ShellMod::BrowseForFolderDialog(HandleOf(*this), BrowseTitle);
+    const std::string folder =
+        ShellMod::BrowseForFolderDialog(HandleOf(*this), BrowseTitle, m_ui->txtReport1->Text());
     if (!folder.empty()) {
         m_ui->txtReport1->Text(WithBackslash(folder));
     }
@@ -344,7 +345,8 @@ void frmWiz::dirList_Change() {
 }
 
 bool frmWiz::BrowseForFolder() {
-    const std::string folder = ShellMod::BrowseForFolderDialog(HandleOf(*this), BrowseTitle);
+    const std::string folder =
+        ShellMod::BrowseForFolderDialog(HandleOf(*this), BrowseTitle, m_ui->dirList->Path());
     m_ui->dirList->Path(folder);
     return !folder.empty();
 }

@@ -19,8 +19,7 @@ frmTest* MakeWindow(QWidget* dialog) {
     }
     // The window outlives the dialog.
     auto* form = new frmTest(dialog->parentWidget());
-    form->setWindowFlag(Qt::Window);
-    form->setAttribute(Qt::WA_DeleteOnClose);
+    form->StandAlone();
     return form;
 }
 

@@ -1,6 +1,7 @@
 #include "execution/frmTest.h"
 
 #include <QPointer>
+#include <QShortcut>
 
 #include "execution/RunReport.h"
 #include "platform/base/convert.h"
@@ -19,6 +20,8 @@ constexpr int WindowHeight = 8800, WindowWidth = 14400;  // twips
 constexpr int Margin = 120;                              // twips, left of and above the report
 // The difference between the sizes of window and report: margins, borders and, in height, the title bar.
 constexpr int AroundWidth = 300, AroundHeight = 600;
+// The same of a window that stands alone, whose size leaves borders and title bar out.
+constexpr int AroundAlone = 180;
 constexpr int PageZoom = 81;  // percent
 
 int Size(int twips) {
@@ -36,6 +39,15 @@ frmTest::frmTest(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::f
 }
 
 frmTest::~frmTest() = default;
+
+void frmTest::StandAlone() {
+    m_standsAlone = true;
+    setWindowFlag(Qt::Window);
+    setAttribute(Qt::WA_DeleteOnClose);
+    for (const QKeySequence& keys : QKeySequence::keyBindings(QKeySequence::Close)) {  // as a child window's
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, &frmTest::CloseWindow);
+    }
+}
 
 void frmTest::Form_Load() {
     const QPointer<frmTest> form(this);
@@ -89,11 +101,13 @@ void frmTest::PlaceReport() {
 }
 
 void frmTest::SetReportWidth() {
-    m_ui->crp->resize(Size(Twips(ChildArea::WindowOf(*this).width()) - AroundWidth), m_ui->crp->height());
+    const int around = m_standsAlone ? AroundAlone : AroundWidth;
+    m_ui->crp->resize(Size(Twips(ChildArea::WindowOf(*this).width()) - around), m_ui->crp->height());
 }
 
 void frmTest::SetReportHeight() {
-    m_ui->crp->resize(m_ui->crp->width(), Size(Twips(ChildArea::WindowOf(*this).height()) - AroundHeight));
+    const int around = m_standsAlone ? AroundAlone : AroundHeight;
+    m_ui->crp->resize(m_ui->crp->width(), Size(Twips(ChildArea::WindowOf(*this).height()) - around));
 }
 
 void frmTest::Form_Resize() {

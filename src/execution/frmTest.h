@@ -14,6 +14,8 @@ class frmTest : public QWidget {
     explicit frmTest(QWidget* parent = nullptr);
     ~frmTest() override;
 
+    // Makes it a window of its own instead of a child window of the frame; it is destroyed when it is closed.
+    void StandAlone();
     // Shows the window before the report runs. A second load shows the report that is open then.
     void Form_Load();
     void Form_Resize();
@@ -34,5 +36,5 @@ class frmTest : public QWidget {
     void SetReportHeight();
 
     std::unique_ptr<Ui::frmTest> m_ui;
-    bool m_closed = false;
+    bool m_closed = false, m_standsAlone = false;
 };

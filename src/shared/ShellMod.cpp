@@ -133,9 +133,9 @@ bool OpenDocument(const std::string& file, int showMode, const std::string& para
     return false;
 }
 
-std::string BrowseForFolderDialog(WindowHandle owner, const std::string& title) {
+std::string BrowseForFolderDialog(WindowHandle owner, const std::string& title, const std::string& start) {
     try {
-        const std::string path = TheShell().BrowseForFolder(owner, title);
+        const std::string path = TheShell().BrowseForFolder(owner, title, start);
         const std::string chosen = path.substr(0, path.find('\0'));
         // A path that does not fit in the buffer is not returned: a part of it would be another folder.
         return CountLetters(chosen) < PathBuffer ? chosen : std::string();

@@ -41,7 +41,8 @@ bool OpenDocument(const std::string& file, int showMode, const std::string& para
                   const std::string& directory, std::string& verb, WindowHandle owner);
 
 // Returns the folder that the user picks. Returns an empty text after a cancel and for a path of 260
-// characters or more.
-std::string BrowseForFolderDialog(WindowHandle owner, const std::string& title);
+// characters or more. The dialog starts in the folder `start` if that exists.
+std::string BrowseForFolderDialog(WindowHandle owner, const std::string& title,
+                                  const std::string& start = {});
 
 }  // namespace ShellMod

@@ -125,6 +125,12 @@ TEST_F(BrowseForFolder, GivesTheChosenFolderOfADialogOfItsOwner) {
     EXPECT_EQ(ShellMod::BrowseForFolderDialog({&form}, "Pick a folder"), "Z:\\srv\\out");
     EXPECT_EQ(shell.owners, std::vector<WindowHandle>{{&form}});
     EXPECT_EQ(shell.titles, std::vector<std::string>{"Pick a folder"});
+    EXPECT_EQ(shell.starts, std::vector<std::string>{""});
+}
+
+TEST_F(BrowseForFolder, BeginsWhereItIsAskedTo) {
+    ShellMod::BrowseForFolderDialog({}, "Pick a folder", "Z:\\srv\\out\\");
+    EXPECT_EQ(shell.starts, std::vector<std::string>{"Z:\\srv\\out\\"});
 }
 
 TEST_F(BrowseForFolder, GivesAnEmptyTextWhenCancelled) {

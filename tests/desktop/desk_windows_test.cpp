@@ -253,6 +253,38 @@ TEST_F(DeskWindows, KeysThatCloseAWindowCloseEveryKind) {
     }
 }
 
+TEST_F(DeskWindows, KeysThatCloseAWindowCloseThePreviewWhereverItsFocusIs) {
+    engine.reports["sales"].pages.map = {{"Europe", 0, 1, 0}};
+    OpenRoot();
+    Global::OpenReport("sales");
+    for (const Qt::Key key : {Qt::Key_W, Qt::Key_F4}) {
+        std::size_t places = 0;
+        for (std::size_t place = 0; place == 0 || place < places; ++place) {
+            Global::ShowPreview();
+            QApplication::processEvents();
+            const QMdiSubWindow& preview = *frame.Children().activeSubWindow();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_F,
+                            Qt::ControlModifier);  // the words to find
+            std::vector<QWidget*> focusable;
+            for (QWidget* widget : preview.findChildren<QWidget*>()) {
+                if (widget->isVisible() && widget->isEnabled() &&
+                    (widget->focusPolicy() & Qt::TabFocus) != 0) {
+                    focusable.push_back(widget);
+                }
+            }
+            places = focusable.size();
+            ASSERT_GT(places, 5U);
+            QWidget& focused = *focusable[place];
+            const std::string name = focused.metaObject()->className() + focused.objectName().toStdString();
+            focused.setFocus();
+            QTest::keyClick(QApplication::focusWidget(), key, Qt::ControlModifier);
+            QApplication::processEvents();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            EXPECT_EQ(frame.Children().subWindowList().size(), 1) << name;
+        }
+    }
+}
+
 TEST_F(DeskWindows, TiledWindowsShareTheFrameAndCascadeLeavesIcons) {
     OpenRoot();
     OpenRoot();

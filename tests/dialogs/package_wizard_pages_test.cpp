@@ -219,6 +219,19 @@ TEST_F(PackageWizard, BrowsePutsAFolderIn) {
     EXPECT_EQ(shell.titles, Texts(3, "Browse for Folder"));
 }
 
+TEST_F(PackageWizard, FolderDialogsBeginInTheFolderThatTheBoxBesideThemNames) {
+    GoToSchedule();
+    Click("cmdBrowse");
+    The<TextBox>("txtReport1").Text("Z:\\srv\\other\\");
+    Click("cmdBrowse");
+    Choose("cmbFreq1", "Weekly");
+    Choose("cmbFormat1", "MS Excel");
+    Click("cmdSave");
+    Click("cmdFolder");
+    EXPECT_EQ(shell.starts,
+              (Texts{"Z:\\srv\\out\\", "Z:\\srv\\other\\", paths::FromMachine(reports.Path())}));
+}
+
 TEST_F(PackageWizard, BrowseByAFileTakesItsFolder) {
     GoToSchedule();
     pick = "Z:\\srv\\jan\\old report.pdf";

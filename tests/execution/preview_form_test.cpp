@@ -105,11 +105,36 @@ TEST_F(PreviewForm, ForADialogItIsAWindowOfItsOwnAndGoesBackIntoTheFrameForTheNe
     ASSERT_NE(own, windows.end());
     EXPECT_EQ(Caption(**own), "REPORT VIEWER - SALES 2026");
     EXPECT_EQ(Crp(**own).CurrentPage(), 1);
+    for (const QSize size : {(*own)->size(), QSize(700, 500)}) {
+        (*own)->resize(size);
+        QApplication::processEvents();
+        EXPECT_EQ(Crp(**own).geometry(), QRect(8, 8, size.width() - 12, size.height() - 12)) << "it fills it";
+    }
     const QPointer<QWidget> before(*own);
     dialog.hide();
     Show();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(before.isNull());
+}
+
+TEST_F(PreviewForm, WindowOfItsOwnIsClosedByTheKeysThatCloseAChildWindow) {
+    for (const Qt::Key key : {Qt::Key_W, Qt::Key_F4}) {
+        QDialog dialog;
+        dialog.show();
+        Global::ShowPreview(&dialog);
+        QPointer<QWidget> own;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (qobject_cast<frmTest*>(window) != nullptr && window->isVisible()) {
+                own = window;
+            }
+        }
+        ASSERT_FALSE(own.isNull());
+        own->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(own));
+        QTest::keyClick(&Pages(*own), key, Qt::ControlModifier);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(own.isNull()) << key;
+    }
 }
 
 TEST_F(PreviewForm, ReportLeavesItsMargins) {

@@ -26,9 +26,11 @@ class FakeShell : public Shell {
         RaiseIfAsked();
         return code;
     }
-    std::string BrowseForFolder(WindowHandle owner, const std::string& title) override {
+    std::string BrowseForFolder(WindowHandle owner, const std::string& title,
+                                const std::string& start) override {
         owners.push_back(owner);
         titles.push_back(title);
+        starts.push_back(start);
         RaiseIfAsked();
         return folder;
     }
@@ -37,7 +39,7 @@ class FakeShell : public Shell {
     std::optional<RuntimeError> error;
     std::vector<Opening> openings;
     std::vector<WindowHandle> owners;
-    std::vector<std::string> titles;
+    std::vector<std::string> titles, starts;
 
  private:
     void RaiseIfAsked() const {

@@ -102,6 +102,15 @@ std::string ForUser(std::string_view path) {
     return text;
 }
 
+std::string ForUserAsOnDisk(std::string_view path) {
+    const std::string shown = ForUser(path);
+    if (!shown.starts_with('/') || shown.find('\0') != std::string::npos) {
+        return shown;
+    }
+    std::string onDisk = ToMachine(path).string();
+    return SameText(onDisk, shown) ? onDisk : shown;
+}
+
 std::string FromUser(std::string_view text) {
     if (!text.starts_with('/')) {
         return std::string(text);

@@ -17,8 +17,10 @@ std::string FromMachine(const std::filesystem::path& path);
 // Returns a path of the system as users write it: /home/ann/sales.rpt for Z:\home\ann\sales.rpt. Any other
 // text, such as a path on another drive or one that FromUser would not restore, is returned unchanged.
 std::string ForUser(std::string_view path);
-// The reverse: returns Z:\home\ann\sales.rpt for /home/ann/sales.rpt. A text that does not begin with / is
-// returned unchanged.
+// The same, with the names of what exists as the disk has them: /srv/output/ for Z:\srv\Output\.
+std::string ForUserAsOnDisk(std::string_view path);
+// The reverse of ForUser: returns Z:\home\ann\sales.rpt for /home/ann/sales.rpt. A text that does not begin
+// with / is returned unchanged.
 std::string FromUser(std::string_view text);
 }  // namespace paths
 

@@ -20,8 +20,10 @@ class Shell {
     // support it ignore it.
     virtual int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& parameters,
                               const std::string& directory, int showMode) = 0;
-    // Returns the chosen folder as a path of the system, or an empty text after a cancel.
-    virtual std::string BrowseForFolder(WindowHandle owner, const std::string& title) = 0;
+    // Returns the chosen folder as a path of the system, or an empty text after a cancel. `start` is the
+    // folder to start in, if it exists.
+    virtual std::string BrowseForFolder(WindowHandle owner, const std::string& title,
+                                        const std::string& start) = 0;
 };
 
 // Returns the shell that a program or a test has set. Raises 91 if none was set.

@@ -12,11 +12,17 @@ TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {
 
 std::string TextBox::Text() const {
     const std::string shown = text().toStdString();
-    return m_showsPaths ? paths::FromUser(shown) : shown;
+    if (!m_showsPaths) {
+        return shown;
+    }
+    return !m_given.empty() && text() == m_shown ? m_given : paths::FromUser(shown);
 }
 
 void TextBox::Text(const std::string& text) {
-    setText(QString::fromStdString(m_showsPaths ? paths::ForUser(text) : text));
+    const std::string shown = m_showsPaths ? paths::ForUserAsOnDisk(text) : text;
+    m_given = m_showsPaths && shown != paths::ForUser(text) ? text : std::string();
+    m_shown = QString::fromStdString(shown);
+    setText(m_shown);
     setCursorPosition(0);
 }
 

@@ -15,8 +15,9 @@ class TextBox : public QLineEdit, public EditableText {
     // A text that is longer than the box shows its beginning.
     void Text(const std::string& text) override;
 
-    // If on, the box holds a path: it shows it as users write paths and returns it as a path of the system
-    // (paths::ForUser). Off by default. Set it before the text.
+    // If on, the box holds a path: it shows it as users write paths, with the names that the disk has, and
+    // returns it as a path of the system (paths::ForUser). A text that nobody has changed is returned as it
+    // was set. Off by default. Set it before the text.
     void ShowsPaths(bool on) { m_showsPaths = on; }
 
     // A locked text can be read and copied but not changed. It has the background of a button.
@@ -32,4 +33,6 @@ class TextBox : public QLineEdit, public EditableText {
 
  private:
     bool m_showsPaths = false;
+    std::string m_given;  // the text of the system, when what is shown does not lead back to it
+    QString m_shown;      // for it
 };

@@ -116,6 +116,21 @@ bool IsRelative(const std::string& file) {
     return file[0] != '\\' && file[0] != '/' && (file.size() < 2 || file[1] != ':');
 }
 
+// Empty when there is no such folder, or none that may be read.
+fs::path FolderToBegin(const std::string& start) {
+    if (start.empty() || IsRelative(start)) {
+        return {};
+    }
+    try {
+        fs::path folder = paths::ToMachine(start);
+        return IsFolder(folder) && faccessat(AT_FDCWD, folder.c_str(), R_OK | X_OK, AT_EACCESS) == 0
+                   ? folder
+                   : fs::path();
+    } catch (const RuntimeError&) {
+        return {};  // a drive that is not there
+    }
+}
+
 }  // namespace
 
 QWidget* OwnerOf(WindowHandle handle) {
@@ -177,10 +192,14 @@ int DesktopShell::Open(const fs::path& file, const std::string& parameters, cons
     return associated == NoAssociation ? NoProgram : associated;
 }
 
-std::string DesktopShell::BrowseForFolder(WindowHandle owner, const std::string& title) {
-    const QString start = IsFolder(m_browsed) ? QString::fromStdString(m_browsed.string()) : QDir::homePath();
+std::string DesktopShell::BrowseForFolder(WindowHandle owner, const std::string& title,
+                                          const std::string& start) {
+    const fs::path asked = FolderToBegin(start);
+    const QString begin = !asked.empty()        ? QString::fromStdString(asked.string())
+                          : IsFolder(m_browsed) ? QString::fromStdString(m_browsed.string())
+                                                : QDir::homePath();
     const QString chosen =
-        QFileDialog::getExistingDirectory(OwnerOf(owner), QString::fromStdString(title), start);
+        QFileDialog::getExistingDirectory(OwnerOf(owner), QString::fromStdString(title), begin);
     if (chosen.isEmpty()) {
         return {};
     }

@@ -15,8 +15,9 @@ class DesktopShell : public Shell {
     // application was started, not that it shows the document.
     int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& parameters,
                       const std::string& directory, int showMode) override;
-    // Starts in the folder that was chosen last, at first in the user's home folder.
-    std::string BrowseForFolder(WindowHandle owner, const std::string& title) override;
+    // Without `start` it starts in the folder that was chosen last, at first in the user's home folder.
+    std::string BrowseForFolder(WindowHandle owner, const std::string& title,
+                                const std::string& start = {}) override;
 
     // Returns the file oxc beside the executable of this process.
     static std::filesystem::path InstalledProgram();

@@ -6,9 +6,11 @@
 #include <QMenu>
 #include <QTimer>
 
+#include "platform/base/paths.h"
 #include "platform/controls/multi_line_text_box.h"
 #include "platform/controls/text_box.h"
 #include "shown_form.h"
+#include "support/temporary_folder.h"
 
 template <typename Box>
 class TextBoxes : public testing::Test {
@@ -92,6 +94,28 @@ TEST(TextBoxOfAPath, ShowsItAsPeopleWriteItAndGivesItAsTheSystemDoes) {
     box.Text("C:\\Reports");
     EXPECT_EQ(box.text(), "C:\\Reports");
     EXPECT_EQ(box.Text(), "C:\\Reports");
+}
+
+TEST(TextBoxOfAPath, ShowsNamesAsTheDiskHasThemAndGivesTheTextThatItWasGiven) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "output");
+    const std::string place = paths::FromMachine(folder.Path()), shown = folder.Path().string();
+    TextBox box;
+    box.ShowsPaths(true);
+    for (const auto& [given, expected] : {std::pair("\\Output\\", "/output/"),
+                                          {"\\Output", "/output"},
+                                          {"\\OUTPUT\\New\\", "/output/New/"},
+                                          {"\\Other\\", "/Other/"}}) {
+        box.Text(place + given);
+        EXPECT_EQ(box.text().toStdString(), shown + expected);
+        EXPECT_EQ(box.Text(), place + given);
+    }
+    box.Text(place + "\\Output\\");
+    box.end(false);
+    QTest::keyClicks(&box, "x");
+    EXPECT_EQ(box.Text(), place + "\\output\\x");
+    box.Text("");
+    EXPECT_EQ(box.Text(), "");
 }
 
 TEST(TextBoxOfSeveralLines, EndsLinesInOneWay) {

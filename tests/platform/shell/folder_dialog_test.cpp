@@ -74,6 +74,29 @@ TEST(FolderDialog, BeginsInTheUsersFolderAndThenWhereOneWasChosenLast) {
                                                 QDir::homePath().toStdString()}));
 }
 
+TEST(FolderDialog, BeginsInTheFolderThatIsAskedForWhenThereIsOne) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "out");
+    DesktopShell shell;
+    const auto begin = [&shell](const std::string& start) {
+        std::string begun;
+        WhenShown([&begun](QFileDialog& dialog) {
+            begun = dialog.directory().absolutePath().toStdString();
+            dialog.reject();
+        });
+        shell.BrowseForFolder({}, "Pick", start);
+        return begun;
+    };
+    const std::string place = paths::FromMachine(folder.Path());
+    EXPECT_EQ(begin(place + "\\out\\"), (folder / "out").string());
+    EXPECT_EQ(begin(place + "\\OUT"), (folder / "out").string());
+    EXPECT_EQ(begin((folder / "out").string()), (folder / "out").string());
+    for (const std::string& none :
+         {place + "\\gone", std::string("C:\\Reports"), std::string("out"), std::string()}) {
+        EXPECT_EQ(begin(none), QDir::homePath().toStdString()) << none;
+    }
+}
+
 TEST(FolderDialog, GivesAnEmptyTextWhenCancelled) {
     WhenShown([](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
     EXPECT_EQ(DesktopShell().BrowseForFolder({}, "Pick"), "");
