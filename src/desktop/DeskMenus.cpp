@@ -1,6 +1,7 @@
 #include "desktop/DeskMenus.h"
 
 #include <map>
+
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"
 #include "desktop/frmDesk.h"
