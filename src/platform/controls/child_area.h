@@ -3,6 +3,7 @@
 // comes to the front.
 #pragma once
 
+#include <QKeySequence>
 #include <QMdiArea>
 
 class QMdiSubWindow;
@@ -14,6 +15,8 @@ class ChildArea : public QMdiArea {
 
     // Makes a form a child window, not on the screen yet. It is destroyed when it is closed.
     QMdiSubWindow& Add(QWidget& form);
+    // The keys that close a child window, Ctrl+F4 and Ctrl+W on every desktop.
+    static QList<QKeySequence> CloseKeys();
     static ChildArea* Of(const QWidget& form);  // null: the form is no child window of one
     // The child window that the form stands in, with its title bar and borders; the form itself where there
     // is none.
