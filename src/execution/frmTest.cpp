@@ -44,7 +44,7 @@ void frmTest::StandAlone() {
     m_standsAlone = true;
     setWindowFlag(Qt::Window);
     setAttribute(Qt::WA_DeleteOnClose);
-    for (const QKeySequence& keys : QKeySequence::keyBindings(QKeySequence::Close)) {  // as a child window's
+    for (const QKeySequence& keys : ChildArea::CloseKeys()) {  // as a child window's
         connect(new QShortcut(keys, this), &QShortcut::activated, this, &frmTest::CloseWindow);
     }
 }

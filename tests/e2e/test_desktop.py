@@ -90,6 +90,11 @@ class Desktop(DeskSession):
         time.sleep(2)
         self.picture("desktop-preview")
         self.assertEqual(self.others(), [])
+        self.press("ctrl+F4")  # closes it, and keys are the list's again
+        self.press("F2", "ctrl+a")
+        self.type("By region")
+        self.press("Return")
+        self.courier.wait(lambda: "By region" in self.rows("select ReportTitle from ReportScheduler"), 10, "new title")
         self.assertIsNone(self.courier.process.poll(), self.courier.said())
 
 

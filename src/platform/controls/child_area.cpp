@@ -1,6 +1,8 @@
 #include "platform/controls/child_area.h"
 
+#include <QAction>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QStyle>
 #include <algorithm>
 
@@ -54,7 +56,18 @@ ChildArea::ChildArea(QWidget* parent) : QMdiArea(parent) {
 QMdiSubWindow& ChildArea::Add(QWidget& form) {
     QMdiSubWindow* window = addSubWindow(&form);
     window->setAttribute(Qt::WA_DeleteOnClose);
+    // The entry that closes it has the desktop's keys, which are one of the two only.
+    const QList<QKeySequence> desktops = QKeySequence::keyBindings(QKeySequence::Close);
+    for (QAction* entry : window->systemMenu()->actions()) {
+        if (!desktops.isEmpty() && entry->shortcuts() == desktops) {
+            entry->setShortcuts(CloseKeys());
+        }
+    }
     return *window;
+}
+
+QList<QKeySequence> ChildArea::CloseKeys() {
+    return {Qt::CTRL | Qt::Key_W, Qt::CTRL | Qt::Key_F4};
 }
 
 QMdiSubWindow* ChildArea::ChildOf(const QWidget& form) {

@@ -3,6 +3,7 @@
 // the front.
 #pragma once
 
+#include <QKeySequence>
 #include <QMdiArea>
 
 class QMdiSubWindow;
@@ -15,6 +16,8 @@ class ChildArea : public QMdiArea {
     // Wraps a form in a child window and does not show it yet. The child window owns the form and is
     // destroyed when it is closed.
     QMdiSubWindow& Add(QWidget& form);
+    // Returns the keys that close a child window: Ctrl+F4 and Ctrl+W on every desktop.
+    static QList<QKeySequence> CloseKeys();
     static ChildArea* Of(const QWidget& form);  // null if the form is not in a child window
     // Returns the child window that holds the form, with its title bar and borders. Returns the form itself
     // if there is none.

@@ -21,6 +21,7 @@ constexpr QChar YearFirstSeparator = u'-';
 }  // namespace
 
 void DTPicker::BeginRun(const Typing& begin) {
+    QToolTip::hideText();  // what it told is being done
     m_run = Run{.before = m_parts, .begin = begin, .text = {}, .part = begin.part};
     m_typing = begin;
 }
