@@ -20,6 +20,7 @@
 #include "platform/base/paths.h"
 #include "platform/controls/child_area.h"
 #include "platform/qt/application.h"
+#include "platform/qt/display.h"
 #include "platform/regfile/registry_file.h"
 #include "shared/Global.h"
 
