@@ -20,12 +20,12 @@ constexpr RegionalSettings Plain{DateOrder::YearMonthDay, '-'}, American{DateOrd
 // As a hand does it on a keyboard where the slash is a shifted key.
 void TypeByHand(const char* text) {
     QWidget* box = QApplication::focusWidget();
-    for (const char* letter = text; *letter != '\0'; ++letter) {
-        const bool shifted = *letter == '/';
+    for (const char* character = text; *character != '\0'; ++character) {
+        const bool shifted = *character == '/';
         if (shifted) {
             QTest::keyPress(box, Qt::Key_Shift, Qt::ShiftModifier);
         }
-        QTest::keyClick(box, *letter, shifted ? Qt::ShiftModifier : Qt::NoModifier);
+        QTest::keyClick(box, *character, shifted ? Qt::ShiftModifier : Qt::NoModifier);
         if (shifted) {
             QTest::keyRelease(box, Qt::Key_Shift);
         }
@@ -203,7 +203,7 @@ TEST_F(Date, RefusalShowsTheDateOfBeforeAtOnceAndSaysWhichFormsThereAre) {
     QToolTip::hideText();
 }
 
-TEST_F(Date, IsTypedAnewAfterARefusalByAnyOtherKeyOrAClick) {
+TEST_F(Date, IsTypedAgainAfterARefusalByAnyOtherKeyOrAClick) {
     for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Backspace, Qt::Key_unknown}) {
         Renew(German);
         picker->Value(DateSerial(2026, 11, 22));
@@ -226,7 +226,7 @@ TEST_F(Date, BackspaceTakesBackWhatWasTypedAlsoInThePartBefore) {
             picker->Value(DateSerial(2026, 11, 22));
             Press(Qt::Key_Home);
             TypeByHand(typed);
-            for (const char* letter = typed; *letter != '\0'; ++letter) {
+            for (const char* character = typed; *character != '\0'; ++character) {
                 Press(Qt::Key_Backspace);
             }
             TypeByHand("2028-12-24");
