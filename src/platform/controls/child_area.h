@@ -41,6 +41,6 @@ class ChildArea : public QMdiArea {
  private:
     static QMdiSubWindow* ChildOf(const QWidget& form);  // null if there is none
     QSize Room(const QMdiSubWindow& window) const;
-    static QSize OwnSize(const QMdiSubWindow& window);  // what it has when it was given none
+    static QSize OwnSize(const QMdiSubWindow& window);  // the present one when none was given
     bool IsFree(QPoint corner, const QMdiSubWindow& window) const;
 };

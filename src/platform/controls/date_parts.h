@@ -9,8 +9,8 @@ namespace date_parts {
 
 inline constexpr int FirstYear = 100, LastYear = 9999, Months = 12, LongestMonth = 31;
 
-inline bool IsDigit(QChar letter) {
-    return letter >= '0' && letter <= '9';
+inline bool IsDigit(QChar character) {
+    return character >= '0' && character <= '9';
 }
 
 inline int PlacesOf(QDateTimeEdit::Section section) {

@@ -64,8 +64,10 @@ DTPicker::DTPicker(QWidget* parent) : QDateEdit(parent) {
 }
 
 DateValue DTPicker::Value() const {
-    const QDate typed = DayOf(m_typing ? With(*m_typing, PartsNow()) : PartsNow());
-    const QDate day = typed.isValid() && !IsOpen() ? typed : date();
+    const QDate typed = DayOf(IsOpen() || IsImpossible() ? PartsBefore()
+                              : m_typing                 ? With(*m_typing, PartsNow())
+                                                         : PartsNow());
+    const QDate day = typed.isValid() ? typed : date();
     return DateSerial(day.year(), day.month(), day.day());
 }
 
@@ -82,6 +84,11 @@ void DTPicker::Value(DateValue value) {
 
 DTPicker::Parts DTPicker::PartsNow() const {
     return m_parts.value_or(Parts{date().year(), date().month(), date().day()});
+}
+
+// Before the run under way.
+DTPicker::Parts DTPicker::PartsBefore() const {
+    return m_run->before.value_or(Parts{date().year(), date().month(), date().day()});
 }
 
 // Digits that are no number of their part leave the part unchanged.
@@ -197,6 +204,7 @@ bool DTPicker::Settle() {
 }
 
 void DTPicker::SelectPart(int part) {
+    ShowTyping();  // first: the base class looks for the part in the text
     setSelectedSection(sectionAt(part));
     ShowTyping();
     const QSignalBlocker silent(lineEdit());

@@ -69,6 +69,7 @@ class DTPicker : public QDateEdit {
     int PartOf(Section section) const;
     int FirstOf(int part) const;
     Parts PartsNow() const;
+    Parts PartsBefore() const;
     Parts With(const Typing& typing, Parts parts) const;
     QString TextOf(const Parts& parts) const;
     bool AnswerKey(const QKeyEvent& event);

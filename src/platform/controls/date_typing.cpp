@@ -21,7 +21,7 @@ constexpr QChar YearFirstSeparator = u'-';
 }  // namespace
 
 void DTPicker::BeginRun(const Typing& begin) {
-    QToolTip::hideText();  // what it told is being done
+    QToolTip::hideText();  // of a refusal before
     m_run = Run{.before = m_parts, .begin = begin, .text = {}, .part = begin.part};
     m_typing = begin;
 }
@@ -145,7 +145,7 @@ void DTPicker::Refuse() {
 
 void DTPicker::Complain() {
     QApplication::beep();
-    // Behind the focus, which would take the tip away when it goes to another box.
+    // Later: a focus that goes to another box would take the tip away.
     QTimer::singleShot(0, this, [this] {
         const QString own = date().toString(displayFormat()), yearFirst = date().toString(Qt::ISODate);
         const QString tip = own == yearFirst ? tr("A date is typed like this: %1").arg(own)

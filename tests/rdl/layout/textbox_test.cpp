@@ -14,7 +14,8 @@ const std::string Place = "<Top>0pt</Top><Left>0pt</Left><Height>100pt</Height><
 
 std::vector<TextOp> TextsOf(const std::string& items) {
     std::vector<TextOp> texts;
-    for (const Op& op : PagesOf(BuildKit(Report(items), Sales({}))).pages.at(0).ops) {
+    const TextSink sink = PagesOf(BuildKit(Report(items), Sales({})));
+    for (const Op& op : sink.pages.at(0).ops) {
         if (const auto* text = std::get_if<TextOp>(&op)) {
             texts.push_back(*text);
         }

@@ -109,6 +109,9 @@ class Streams {
         if (m_excess == Excess::IsDropped && IsTooMuch()) {
             m_result.output.resize(m_longestOutput);
         }
+        if (m_result.complaint.size() > 2 * LongestComplaint) {
+            m_result.complaint.resize(2 * LongestComplaint);
+        }
     }
 
     // Waits for data and reads one block of each stream that has some.
