@@ -32,6 +32,9 @@ function(oxc_test name)
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
     endif()
+    if(OXC_SANITIZE)
+        math(EXPR ARG_TIMEOUT "5 * ${ARG_TIMEOUT}")
+    endif()
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
         PROPERTIES TIMEOUT ${ARG_TIMEOUT}
             ENVIRONMENT_MODIFICATION

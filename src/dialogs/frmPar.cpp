@@ -95,7 +95,10 @@ frmPar::frmPar(ListView* lsvPar, QWidget* parent)
             [this](QWidget* /*old*/, QWidget* now) { KeepScrolledTo(now); });
 }
 
-frmPar::~frmPar() = default;
+// The boxes lose the focus while the dialog is taken apart.
+frmPar::~frmPar() {
+    qApp->disconnect(this);
+}
 
 void frmPar::Form_Load() {
     DoEvents();

@@ -9,6 +9,8 @@
 #include <ctime>
 #include <system_error>
 
+#include "rdl/values/ascii.h"
+
 namespace rdl {
 namespace {
 
@@ -16,6 +18,24 @@ constexpr std::int64_t TicksPerSecond = 10'000'000;
 constexpr std::int64_t SecondsToEpoch = 62'135'596'800;  // from 0001-01-01 to 1970-01-01
 
 const Host* chosen = nullptr;
+
+namespace fs = std::filesystem;
+
+// The piece as it is when it exists so, else the entry of the folder that differs from it in case only.
+fs::path PieceOnDisk(const fs::path& folder, const fs::path& piece) {
+    const fs::path exact = folder / piece;
+    std::error_code failure;
+    if (fs::exists(exact, failure)) {
+        return exact;
+    }
+    for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        if (EqualNoCase(entry->path().filename().string(), piece.string())) {
+            return entry->path();
+        }
+    }
+    return exact;
+}
 
 }  // namespace
 
@@ -34,7 +54,11 @@ std::string Host::UserName() const {
 std::filesystem::path Host::PathOf(std::string_view name, const std::string& folder) const {
     std::string path(name);
     std::replace(path.begin(), path.end(), '\\', '/');
-    return std::filesystem::absolute(std::filesystem::path(folder) / path);
+    fs::path found;
+    for (const fs::path& piece : fs::absolute(fs::path(folder) / path)) {
+        found = PieceOnDisk(found, piece);
+    }
+    return found;
 }
 
 std::vector<std::string> Host::DataFolders() const {

@@ -18,7 +18,8 @@ class Host {
     virtual std::int64_t NowTicks() const;
     // Returns the user name for User!UserID, as UTF-8.
     virtual std::string UserName() const;
-    // Returns the absolute path of `name`; a relative name starts at `folder`. The file need not exist.
+    // Returns the absolute path of `name`; a relative name starts at `folder`. The file need not exist;
+    // by default a piece that does not exist as spelled is the one that differs from it in case only.
     // Raises an error if no file can have this name.
     virtual std::filesystem::path PathOf(std::string_view name, const std::string& folder) const;
     // Returns absolute paths of folders to search for data after the report's own folder. Empty by default.

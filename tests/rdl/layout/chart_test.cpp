@@ -451,7 +451,7 @@ TEST(Chart, InACellWithoutAxesItKeepsNearlyAllOfItsRoom) {
     report.replace(report.find(size), size.size(), "<Width>100pt</Width><Height>20pt</Height>");
     const Drawn drawn{BuildKit(report, Sales({{"North", "Pen", 60}}))};
     ASSERT_FALSE(drawn.Rects().empty());
-    const RectOp& bar = drawn.Rects().back();
+    const RectOp bar = drawn.Rects().back();
     EXPECT_GT(bar.height, 12);
     EXPECT_GT(bar.width, 90);
     EXPECT_TRUE(drawn.Texts().empty());

@@ -16,7 +16,8 @@ namespace {
 std::string SectionNames() {
     using GetProfileString = int (*)(const char* section, const char* entry, const char* fallback,
                                      char* buffer, int size, const char* file);
-    void* manager = dlopen("libodbcinst.so.2", RTLD_LAZY);
+    // It keeps what it has read for the life of the process, so it stays.
+    void* manager = dlopen("libodbcinst.so.2", RTLD_LAZY | RTLD_NODELETE);
     if (manager == nullptr) {
         return {};
     }
