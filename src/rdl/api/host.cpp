@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 
 // The piece as it is when it exists so, else the entry of the folder that differs from it in case only.
 fs::path PieceOnDisk(const fs::path& folder, const fs::path& piece) {
-    const fs::path exact = folder / piece;
+    fs::path exact = folder / piece;
     std::error_code failure;
     if (fs::exists(exact, failure)) {
         return exact;
