@@ -21,18 +21,18 @@ std::size_t Slot(int n, std::size_t count) {
 }  // namespace
 
 struct RdlReport::Format {
-    int code;
     const char* extension;  // of a file that the engine names
+    int code;
     rdl::DocumentFormat document;
 };
 
 const RdlReport::Format& RdlReport::FindFormat(int code) {
     static constexpr Format Formats[] = {
-        {report::FormatPdf, ".pdf", rdl::DocumentFormat::Pdf},
-        {report::FormatRtf, ".rtf", rdl::DocumentFormat::Rtf},
-        {report::FormatExcel, ".xls", rdl::DocumentFormat::Excel},
-        {report::FormatHtml, ".htm", rdl::DocumentFormat::Html},
-        {report::FormatWord, ".doc", rdl::DocumentFormat::Word},
+        {".pdf", report::FormatPdf, rdl::DocumentFormat::Pdf},
+        {".rtf", report::FormatRtf, rdl::DocumentFormat::Rtf},
+        {".xls", report::FormatExcel, rdl::DocumentFormat::Excel},
+        {".htm", report::FormatHtml, rdl::DocumentFormat::Html},
+        {".doc", report::FormatWord, rdl::DocumentFormat::Word},
     };
     for (const Format& format : Formats) {
         if (format.code == code) {
