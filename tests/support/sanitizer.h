@@ -1,11 +1,16 @@
-// What tests cannot show while the sanitizers watch.
+// What tests allow for while the sanitizers watch.
 #pragma once
 
-// Whether the checks of types at run time are built in: they open a pipe for each object that they look at,
-// and fail in a process that has no free file descriptor.
-inline constexpr bool ChecksNeedDescriptors =
+inline constexpr bool UnderSanitizers =
 #ifdef __SANITIZE_ADDRESS__
     true;
 #else
     false;
 #endif
+
+// The checks of types at run time open a pipe for each object that they look at, and fail in a process that
+// has no free file descriptor.
+inline constexpr bool ChecksNeedDescriptors = UnderSanitizers;
+
+// By how much a bound on time is longer than for the programs as they are built for users.
+inline constexpr int Slowdown = UnderSanitizers ? 20 : 1;

@@ -9,6 +9,7 @@
 #include <iostream>
 
 #include "mail_fixture.h"
+#include "support/sanitizer.h"
 
 namespace {
 
@@ -98,6 +99,9 @@ TEST_F(Profile, PasswordCommandThatFailsIsAnErrorWithoutItsOutput) {
 }
 
 TEST_F(Profile, TooManyOpenFilesAreNotAFailureOfThePasswordCommand) {
+    if (ChecksNeedDescriptors) {
+        GTEST_SKIP() << "the sanitizers need file descriptors of their own";
+    }
     const auto profile = Read(std::string(Server) + "User=ann\nPasswordCommand=echo s3cret\n");
     const auto askWithFewHandles = [&profile] {
         const int lowest = dup(0);
@@ -112,6 +116,9 @@ TEST_F(Profile, TooManyOpenFilesAreNotAFailureOfThePasswordCommand) {
 }
 
 TEST_F(Profile, TooManyOpenFilesAreNotAMissingProfile) {
+    if (ChecksNeedDescriptors) {
+        GTEST_SKIP() << "the sanitizers need file descriptors of their own";
+    }
     WriteProfile(Server);
     const auto readWithoutHandles = [this] {
         const rlimit none{3, 3};
