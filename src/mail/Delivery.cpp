@@ -58,15 +58,10 @@ std::unique_ptr<MAPI::Message> NewMessage(MAPI::Session& session, const std::str
     return message;
 }
 
-int LengthInCharacters(const std::string& text) {
-    return static_cast<int>(std::count_if(
-        text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
-}
-
 // The attachment's position is after the last character of the body, at `number` characters from it.
 void Attach(MAPI::Message& message, int number, const std::string& file) {
     MAPI::Attachment& attachment = message.Attachments().Add();
-    attachment.Position = LengthInCharacters(message.Text) + number;
+    attachment.Position = static_cast<int>(CountCharacters(message.Text)) + number;
     attachment.Source = file;
 }
 

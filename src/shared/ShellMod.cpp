@@ -50,14 +50,6 @@ const char* FailureText(int code) {
     }
 }
 
-std::size_t CountLetters(const std::string& text) {
-    std::size_t count = 0;
-    for (std::size_t at = 0; at < text.size(); at += CharacterAt(text, at).length) {
-        ++count;
-    }
-    return count;
-}
-
 // The registry's result code; `result` stays as it is unless there is a text.
 long Query(std::uint32_t root, const std::string& key, const std::string& name, std::string& result) {
     Registry& registry = TheRegistry();
@@ -138,7 +130,7 @@ std::string BrowseForFolderDialog(WindowHandle owner, const std::string& title, 
         const std::string path = TheShell().BrowseForFolder(owner, title, start);
         const std::string chosen = path.substr(0, path.find('\0'));
         // A path that does not fit in the buffer is not returned: a part of it would be another folder.
-        return CountLetters(chosen) < PathBuffer ? chosen : std::string();
+        return CountCharacters(chosen) < PathBuffer ? chosen : std::string();
     } catch (...) {
         return {};
     }

@@ -4,8 +4,6 @@
 #include <string>
 #include <string_view>
 
-namespace mailer {
-
 inline bool IsControl(char letter) {
     return static_cast<unsigned char>(letter) < 0x20 || letter == 0x7F;
 }
@@ -60,5 +58,3 @@ inline std::string WithoutControls(std::string_view text) {
     }
     return clean;
 }
-
-}  // namespace mailer

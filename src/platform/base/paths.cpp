@@ -68,6 +68,10 @@ std::string WithSingleSlashes(std::string path) {
 
 namespace paths {
 
+bool IsAbsolute(std::string_view path) {
+    return path.starts_with('\\') || path.starts_with('/') || (path.size() > 1 && path[1] == ':');
+}
+
 fs::path ToMachine(std::string_view path) {
     if (path.find('\0') != std::string_view::npos) {
         RaiseNotFound(path);

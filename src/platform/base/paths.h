@@ -14,6 +14,8 @@ std::filesystem::path ToMachine(std::string_view path);
 // Returns the system's path: Z:\home\ann\sales.rpt for /home/ann/sales.rpt. A relative path is made absolute
 // first.
 std::string FromMachine(const std::filesystem::path& path);
+// Returns true for a path that begins with a separator, \ or /, or with a drive.
+bool IsAbsolute(std::string_view path);
 // Returns a path of the system as users write it: /home/ann/sales.rpt for Z:\home\ann\sales.rpt. Any other
 // text, such as a path on another drive or one that FromUser would not restore, is returned unchanged.
 std::string ForUser(std::string_view path);

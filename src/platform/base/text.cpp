@@ -65,6 +65,14 @@ Character CharacterAt(std::string_view text, std::size_t at) {
     return {code, length};
 }
 
+std::size_t CountCharacters(std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < text.size(); at += CharacterAt(text, at).length) {
+        ++count;
+    }
+    return count;
+}
+
 void AppendCharacter(std::string& text, char32_t code) {
     if (code < 0x80) {
         text += static_cast<char>(code);

@@ -16,6 +16,8 @@ inline constexpr char32_t NoCharacter = 0x110000;
 
 // Returns the character at the byte offset `at`, which must be less than the size of the text.
 Character CharacterAt(std::string_view text, std::size_t at);
+// Returns the number of characters.
+std::size_t CountCharacters(std::string_view text);
 // The reverse of CharacterAt, byte for byte.
 void AppendCharacter(std::string& text, char32_t code);
 

@@ -13,10 +13,10 @@
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
 #include "platform/mail/base/mail_errors.h"
-#include "platform/mail/base/small_file.h"
 #include "platform/mail/book/address_book.h"
 #include "platform/mail/profile/mail_profile.h"
 #include "platform/mail/transport/transport.h"
+#include "platform/posix/small_file.h"
 
 namespace mailer {
 namespace {

@@ -16,10 +16,10 @@ bool HasDisplay();
 // starts are not told.
 void FallBackToOffscreen();
 
-// Call before the application is made, with the arguments of the process. From here until DisplayHasAnswered
-// a display that cannot be had, or that is silent for the patience, ends the process with code 1 and one
-// line: "<program>: the display ":7" does not answer; <advice>". After FallBackToOffscreen a silent display
-// is a dated line on standard error, and the program begins again without it, in the same process.
+// Call this before the application is made, with the arguments of the process. Until DisplayHasAnswered, a
+// display that refuses, or that stays silent for `patience`, ends the process with code 1 and one line:
+// "<program>: the display ":7" does not answer; <advice>". After FallBackToOffscreen a silent display is a
+// dated line on standard error instead, and the same process starts the program again without it.
 void AwaitDisplay(const std::string& program, const std::string& advice, char** arguments,
                   std::chrono::milliseconds patience = DisplayPatience);
 bool IsAwaitingDisplay();

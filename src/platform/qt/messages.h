@@ -1,6 +1,7 @@
 // Qt's messages on standard error.
 #pragma once
 
-// Qt's messages become dated lines; those that only tell how it gets by without a display are left out. Call
-// before the application is made. A fatal one while the display is awaited is that it cannot be had.
+// Turns Qt's messages into dated lines and omits those about a missing display. Call this before the
+// application is made. A fatal message while the display is awaited ends the process as EndWithoutDisplay
+// does.
 void TakeQtMessages();

@@ -72,7 +72,7 @@ std::string_view FileName(std::string_view path) {
 std::string QuotedForEntry(std::string_view argument) {
     const bool isPlain =
         !argument.empty() && std::all_of(argument.begin(), argument.end(), [](char character) {
-            return mailer::IsAsciiLetterOrDigit(character) || static_cast<unsigned char>(character) >= 0x80 ||
+            return IsAsciiLetterOrDigit(character) || static_cast<unsigned char>(character) >= 0x80 ||
                    std::string_view("/-_.,:+=@").find(character) != std::string_view::npos;
         });
     if (isPlain) {

@@ -1,10 +1,8 @@
 #include "platform/regfile/registry_file.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
+#include <optional>
 #include <utility>
 
 #include "platform/base/journal.h"
@@ -13,6 +11,7 @@
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
 #include "platform/posix/atomic_file.h"
+#include "platform/posix/small_file.h"
 #include "platform/regfile/autostart.h"
 #include "platform/regfile/file_lock.h"
 
@@ -60,27 +59,14 @@ fs::path RegistryFile::Folder() const {
 // be replaced at the next write.
 std::string RegistryFile::ReadFile() const {
     const fs::path path = (m_folder.empty() ? ConfigPlace() : m_folder) / FileName;
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (file < 0 && errno == ENOENT) {
-        return {};
-    }
-    std::string text;
-    ssize_t count = file < 0 ? -1 : 1;
-    while (count > 0 && text.size() <= LargestFile) {
-        char buffer[16384];
-        count = read(file, buffer, sizeof buffer);
-        text.append(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
-    }
+    std::optional<std::string> text = ReadSmallFile(path, LargestFile);
     const int code = errno;
-    if (file >= 0) {
-        close(file);
+    if (!text && code != ENOENT) {
+        throw RuntimeError(
+            NumberOfSystemError(code, err::PathFileAccess),
+            "The settings file \"" + path.string() + "\" cannot be read: " + SystemErrorText(code));
     }
-    if (count != 0) {
-        const std::string why = count > 0 ? "it is too large" : SystemErrorText(code);
-        throw RuntimeError(NumberOfSystemError(code, err::PathFileAccess),
-                           "The settings file \"" + path.string() + "\" cannot be read: " + why);
-    }
-    return text;
+    return std::move(text).value_or("");
 }
 
 template <typename Change>

@@ -3,23 +3,19 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/base/ascii.h"
 #include "platform/base/due_run.h"
 #include "platform/base/paths.h"
+#include "platform/base/text.h"
 #include "platform/contracts/mapi.h"
-#include "rdl/xml/element.h"
 
 namespace reports {
 namespace {
 
-int CharacterCount(std::string_view text) {
-    return static_cast<int>(std::count_if(
-        text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
-
 void AddRecipients(MAPI::Recipients& recipients, std::string_view toList) {
     while (!toList.empty()) {
         const std::size_t end = std::min(toList.find(';'), toList.size());
-        const std::string_view name = rdl::xml::Trimmed(toList.substr(0, end));
+        const std::string_view name = Trim(toList.substr(0, end));
         if (!name.empty()) {
             recipients.Add(std::string(name));
         }
@@ -40,7 +36,7 @@ void MailFile(const std::string& toList, const std::string& subject, const std::
     AddRecipients(mail->Recipients(), toList);
     mail->Recipients().Resolve(false);
     MAPI::Attachment& attachment = mail->Attachments().Add();
-    attachment.Position = CharacterCount(message) + 1;
+    attachment.Position = static_cast<int>(CountCharacters(message)) + 1;
     attachment.Source = paths::FromMachine(file);
     mail->Send();
 }

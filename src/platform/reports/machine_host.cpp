@@ -1,30 +1,23 @@
 #include "platform/reports/machine_host.h"
 
+#include <optional>
+
 #include "platform/base/paths.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/runtime.h"
 #include "platform/posix/atomic_file.h"
 #include "platform/reports/moment.h"
-#include "rdl/data/common/own_files.h"
 
 namespace reports {
 namespace {
 
-bool IsAbsolute(std::string_view name) {
-    return name.starts_with('/') || name.starts_with('\\') || (name.size() > 1 && name[1] == ':');
-}
-
-// Settings and mail profile hold passwords, and the database holds all users' schedules.
-void ProtectOwnFiles() {
-    std::vector<std::filesystem::path> own{ConfigPlace()};
+// nullopt for a report without an application.
+std::optional<std::filesystem::path> ApplicationFolder() {
     try {
-        const std::filesystem::path application = paths::ToMachine(AppPath());
-        own.push_back(application / "PressroomLive.dat");
-        own.push_back(application / "Pressroom.dat");
+        return paths::ToMachine(AppPath());
     } catch (const RuntimeError&) {
-        // a report without an application
+        return std::nullopt;
     }
-    rdl::data::ProtectFiles(std::move(own));
 }
 
 }  // namespace
@@ -34,19 +27,25 @@ std::int64_t MachineHost::NowTicks() const {
 }
 
 std::filesystem::path MachineHost::PathOf(std::string_view name, const std::string& folder) const {
-    if (IsAbsolute(name)) {
+    if (paths::IsAbsolute(name)) {
         return paths::ToMachine(name);
     }
     return paths::ToMachine(paths::FromMachine(folder.empty() ? "." : folder) + "\\" + std::string(name));
 }
 
 std::vector<std::string> MachineHost::DataFolders() const {
-    try {
-        const std::filesystem::path application = paths::ToMachine(AppPath());
-        return {application.string(), (application / "samples").string()};
-    } catch (const RuntimeError&) {
-        return {};  // a report without an application
+    const std::optional<std::filesystem::path> application = ApplicationFolder();
+    return application ? std::vector<std::string>{application->string(), (*application / "samples").string()}
+                       : std::vector<std::string>();
+}
+
+std::vector<std::filesystem::path> MachineHost::OwnFiles() const {
+    std::vector<std::filesystem::path> own{ConfigPlace()};
+    if (const std::optional<std::filesystem::path> application = ApplicationFolder()) {
+        own.push_back(*application / "PressroomLive.dat");
+        own.push_back(*application / "Pressroom.dat");
     }
+    return own;
 }
 
 int MachineHost::OpenTemporaryFile() const {
@@ -56,7 +55,6 @@ int MachineHost::OpenTemporaryFile() const {
 void UseMachineHost() {
     static const MachineHost machine;
     rdl::SetHost(&machine);
-    ProtectOwnFiles();
 }
 
 }  // namespace reports

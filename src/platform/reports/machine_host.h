@@ -12,11 +12,12 @@ class MachineHost : public rdl::Host {
     std::filesystem::path PathOf(std::string_view name, const std::string& folder) const override;
     // Returns the application's folder and its samples: a report that runs from a copy finds its data there.
     std::vector<std::string> DataFolders() const override;
+    // Returns the settings, the mail profile and the databases of the application.
+    std::vector<std::filesystem::path> OwnFiles() const override;
     int OpenTemporaryFile() const override;
 };
 
-// Gives the engine this host, and keeps reports away from the application's settings, mail profile and
-// databases. Call it again after the application's folder has changed.
+// Gives the engine this host.
 void UseMachineHost();
 
 }  // namespace reports

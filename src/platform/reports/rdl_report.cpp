@@ -2,10 +2,10 @@
 
 #include "platform/base/file_name.h"
 #include "platform/base/paths.h"
+#include "platform/posix/atomic_file.h"
 #include "platform/reports/export_mail.h"
 #include "platform/reports/failure.h"
 #include "platform/reports/file_output.h"
-#include "platform/reports/private_folder.h"
 #include "platform/reports/rdl_pages.h"
 
 namespace reports {
@@ -108,7 +108,7 @@ void RdlReport::ExportToFile(const Format& format, const std::filesystem::path& 
 }
 
 void RdlReport::ExportToMail(const Format& format) {
-    const PrivateFolder folder;
+    const HeldFolder folder("oxbow-courier-export-");
     const std::filesystem::path file = folder.Path() / (SafeFileName(Title()) + format.extension);
     ExportToFile(format, file);
     MailFile(m_toList, m_subject, m_message, file);

@@ -112,13 +112,9 @@ std::vector<std::string> Pieces(const std::string& parameters) {
     return pieces;
 }
 
-bool IsRelative(const std::string& file) {
-    return file[0] != '\\' && file[0] != '/' && (file.size() < 2 || file[1] != ':');
-}
-
 // Empty when there is no such folder, or none that may be read.
 fs::path FolderToBegin(const std::string& start) {
-    if (start.empty() || IsRelative(start)) {
+    if (!paths::IsAbsolute(start)) {
         return {};
     }
     try {
@@ -168,7 +164,7 @@ int DesktopShell::ShellExecuteA(const std::string& verb, const std::string& file
         if (SameText(file, AppPath() + "\\oxc.exe")) {
             return Open(m_program, parameters, folder);
         }
-        const bool inFolder = !folder.empty() && IsRelative(file);
+        const bool inFolder = !folder.empty() && !paths::IsAbsolute(file);
         return Open(paths::ToMachine(inFolder ? folder.string() + "/" + file : file), parameters, folder);
     } catch (const RuntimeError&) {
         return NoFolder;  // a missing drive, or an impossible name

@@ -65,6 +65,10 @@ std::vector<std::string> Host::DataFolders() const {
     return {};
 }
 
+std::vector<std::filesystem::path> Host::OwnFiles() const {
+    return {};
+}
+
 int Host::OpenTemporaryFile() const {
     const std::filesystem::path folder = std::filesystem::temp_directory_path();
     const int handle = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);

@@ -24,6 +24,9 @@ class Host {
     virtual std::filesystem::path PathOf(std::string_view name, const std::string& folder) const;
     // Returns absolute paths of folders to search for data after the report's own folder. Empty by default.
     virtual std::vector<std::string> DataFolders() const;
+    // Returns the absolute paths of files and folders (with all their contents) that no report may read, as
+    // they hold passwords and private data. A SQLite file includes its log and journal. Empty by default.
+    virtual std::vector<std::filesystem::path> OwnFiles() const;
     // Opens an unnamed temporary file for reading and writing. Returns its descriptor, which the caller
     // closes; the file is deleted with it. Raises an error if the file cannot be created.
     virtual int OpenTemporaryFile() const;

@@ -1,7 +1,5 @@
 #include "rdl/definition/data_reader.h"
 
-#include <unordered_set>
-
 #include "rdl/definition/group_reader.h"
 #include "rdl/definition/identifier.h"
 

@@ -34,7 +34,7 @@ mailer::MailProfile Profile() {
 
 void Show() {
     const mailer::ProfileEditor editor;
-    std::string lines = "; " + mailer::WithoutControls(mailer::MailProfilePath().string()) + "\n";
+    std::string lines = "; " + WithoutControls(mailer::MailProfilePath().string()) + "\n";
     for (const std::string& key : mailer::ProfileKeys()) {
         const std::string value = editor.Value(key);
         if (key == "Password") {

@@ -12,7 +12,7 @@ namespace {
 
 // Writes one line, whatever the message holds, because scripts read it.
 void Complain(const std::string& text) {
-    std::cerr << "oxc-mail: " << mailer::WithoutControls(text) << std::endl;
+    std::cerr << "oxc-mail: " << WithoutControls(text) << std::endl;
 }
 
 }  // namespace

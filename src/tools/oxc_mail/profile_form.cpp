@@ -21,11 +21,11 @@ constexpr int UsualPorts[] = {587, 465, 25};
 constexpr int UsualTimeouts[] = {60, 600, 60};
 
 bool IsOneOf(const std::vector<std::string>& words, const std::string& word) {
-    return std::find(words.begin(), words.end(), mailer::ToLower(word)) != words.end();
+    return std::find(words.begin(), words.end(), ToLower(word)) != words.end();
 }
 
 int PlaceOf(const std::vector<std::string>& words, const std::string& word) {
-    const auto found = std::find(words.begin(), words.end(), mailer::ToLower(word));
+    const auto found = std::find(words.begin(), words.end(), ToLower(word));
     return found == words.end() ? 0 : static_cast<int>(found - words.begin());
 }
 

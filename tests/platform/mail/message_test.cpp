@@ -359,9 +359,9 @@ TEST_F(MailContent, FileThatGrewMeanwhileIsNotSentInPart) {
     mail.from = {"", "reports@example.com"};
     mail.recipients = {{"", "ann@example.com"}};
     mail.attachments.push_back(
-        {"Z:\\live.csv", "live.csv", mailer::UniqueFd(open((m_folder / "live.csv").c_str(), O_RDONLY)), 4});
+        {"Z:\\live.csv", "live.csv", UniqueFd(open((m_folder / "live.csv").c_str(), O_RDONLY)), 4});
     WriteBytes(m_folder / "live.csv", "one\ntwo\n");
-    const mailer::UniqueFd target(open((m_folder / "message").c_str(), O_RDWR | O_CREAT, 0600));
+    const UniqueFd target(open((m_folder / "message").c_str(), O_RDWR | O_CREAT, 0600));
     const auto write = [&] { mailer::WriteMessage(mail, target.Get(), mailer::LineEnds::CrLf); };
     EXPECT_EQ(NumberRaisedBy(write), err::PathFileAccess);
     EXPECT_EQ(DescriptionRaisedBy(write), "The attachment \"/live.csv\" changed while it was read");

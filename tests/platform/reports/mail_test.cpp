@@ -7,7 +7,7 @@
 #include "platform/base/due_run.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/mapi.h"
-#include "platform/reports/private_folder.h"
+#include "platform/posix/atomic_file.h"
 #include "platform/reports/report_folder.h"
 
 namespace reports::test {
@@ -16,6 +16,8 @@ namespace {
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
+
+constexpr std::string_view Prefix = "oxbow-courier-export-";  // of the folders of exports
 
 // Records what the mail system gets, and sets its failures.
 struct Post {
@@ -175,12 +177,12 @@ TEST_F(ReportMail, NothingIsSentWhenTheRunFails) {
 TEST_F(ReportMail, FoldersOfDeadProcessesAreRemoved) {
     const pid_t child = fork();
     if (child == 0) {
-        new PrivateFolder();  // ends without removing the folder
+        new HeldFolder(Prefix);  // ends without removing the folder
         _exit(0);
     }
     waitpid(child, nullptr, 0);
     ASSERT_FALSE(TemporaryFolderIsEmpty());
-    { const PrivateFolder mine; }
+    { const HeldFolder mine(Prefix); }
     EXPECT_TRUE(TemporaryFolderIsEmpty());
 }
 
@@ -190,14 +192,14 @@ TEST_F(ReportMail, FolderThatAnotherMachinesProcessHoldsStays) {
     std::filesystem::create_directory(held);
     const int holder = open(held.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     ASSERT_EQ(flock(holder, LOCK_EX), 0);
-    { const PrivateFolder mine; }
+    { const HeldFolder mine(Prefix); }
     EXPECT_TRUE(std::filesystem::exists(held));
     close(holder);
 }
 
 TEST_F(ReportMail, FoldersOfLivingProcessesStay) {
-    const PrivateFolder first;
-    { const PrivateFolder second; }
+    const HeldFolder first(Prefix);
+    { const HeldFolder second(Prefix); }
     EXPECT_TRUE(std::filesystem::exists(first.Path()));
 }
 

@@ -1,9 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QBuffer>
-#include <QByteArray>
-#include <QImage>
 #include <algorithm>
 #include <cstdio>
 #include <limits>
@@ -12,7 +9,7 @@
 
 #include "rdl/format/format.h"
 #include "rdl/values/error.h"
-#include "rdl/writers/rtf_reader.h"
+#include "rdl/writers/rtf_kit.h"
 #include "rdl/writers/sample_report.h"
 
 namespace rdl::writers {
@@ -27,24 +24,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-std::string Rtf(const std::unique_ptr<layout::ReportInstance>& report) {
-    StringOutput output;
-    Options options;
-    options.nowTicks = MakeTicks(2024, 2, 29) + 13 * TicksPerSecond * 3600;
-    WriteRtf(*report, output, options);
-    return output.bytes;
-}
-
-RtfDocument Document(std::vector<Instance> items, std::vector<Instance> header = {}) {
-    RtfDocument document = RtfReader::Read(Rtf(SampleReport(std::move(items), std::move(header))));
-    EXPECT_TRUE(document.balanced);
-    for (const RtfRowRead& row : document.rows) {
-        EXPECT_EQ(row.texts.size(), row.edges.size());
-        EXPECT_TRUE(std::is_sorted(row.edges.begin(), row.edges.end()));
-    }
-    return document;
-}
-
 std::shared_ptr<SampleTable> Rows(std::size_t count) {
     auto table = std::make_shared<SampleTable>();
     table->columnWidths = {80, 60};
@@ -56,26 +35,6 @@ std::shared_ptr<SampleTable> Rows(std::size_t count) {
     };
     table->repeated = {0};
     return table;
-}
-
-Instance Picture(const std::string& bytes) {
-    Instance image;
-    image.kind = InstanceKind::Image;
-    image.name = "Logo";
-    image.width = 50;
-    image.height = 25;
-    image.imageBytes = std::make_shared<const std::string>(bytes);
-    return image;
-}
-
-std::string Encoded(const char* format) {
-    QImage image(8, 4, QImage::Format_RGB32);
-    image.fill(0x336699);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, format);
-    return bytes.toStdString();
 }
 
 TEST(Rtf, IsADocumentWithTitleAuthorAndTime) {
@@ -417,40 +376,6 @@ TEST(Rtf, TablesBesideTextAreNested) {
     ASSERT_EQ(document.rows.size(), 1u);
     EXPECT_THAT(document.rows[0].texts, ElementsAre("Name|Sum|Row 1|1|", "", "beside"));
     EXPECT_EQ(document.Count("nestrow"), 2);
-}
-
-TEST(Rtf, ImagesAreInTheFile) {
-    const std::string png = Encoded("PNG");
-    const RtfDocument document = Document({Picture(png)});
-    std::string hex;
-    for (const char c : png) {
-        char digits[3];
-        std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned char>(c));
-        hex += digits;
-    }
-    EXPECT_EQ(document.Hidden("pict"), hex);
-    EXPECT_EQ(document.Count("pngblip"), 1);
-    EXPECT_EQ(document.Count("picwgoal1000"), 1);
-    EXPECT_EQ(document.Count("pichgoal500"), 1);
-    EXPECT_EQ(Document({Picture(Encoded("JPG"))}).Count("jpegblip"), 1);
-}
-
-TEST(Rtf, ImagesOfOtherKindsBecomePng) {
-    const RtfDocument document = Document({Picture(Encoded("BMP"))});
-    EXPECT_EQ(document.Count("pngblip"), 1);
-    EXPECT_EQ(document.Hidden("pict").substr(0, 16), "89504e470d0a1a0a");
-    EXPECT_THROW(Document({Picture("BM is not enough")}), Error);
-    EXPECT_THROW(Document({Picture("<svg>")}), Error);
-}
-
-TEST(Rtf, ClippedImagesAreCropped) {
-    Instance image = Picture(Encoded("PNG"));  // 8 by 4 pixels: 6 by 3 points
-    image.sizing = Instance::Sizing::Clip;
-    image.width = 4;
-    const RtfDocument document = Document({image});
-    EXPECT_EQ(document.Count("picwgoal120"), 1);
-    EXPECT_EQ(document.Count("piccropr40"), 1);
-    EXPECT_EQ(document.Count("piccropb0"), 1);
 }
 
 TEST(Rtf, DrawingsAreAnErrorThatNamesThem) {

@@ -15,7 +15,7 @@
 #include <cstring>
 #include <utility>
 
-#include "platform/mail/base/unique_fd.h"
+#include "platform/posix/unique_fd.h"
 
 extern char** environ;
 

@@ -5,7 +5,7 @@
 #include "platform/base/ascii.h"
 #include "platform/contracts/runtime.h"
 #include "platform/mail/base/mail_errors.h"
-#include "platform/mail/base/small_file.h"
+#include "platform/posix/small_file.h"
 
 namespace mailer {
 namespace {

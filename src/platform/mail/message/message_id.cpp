@@ -11,7 +11,7 @@
 #include <string_view>
 
 #include "platform/contracts/runtime.h"
-#include "platform/mail/base/small_file.h"
+#include "platform/posix/small_file.h"
 
 namespace mailer {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/mail/base/mail_address.h"
-#include "platform/mail/base/unique_fd.h"
+#include "platform/posix/unique_fd.h"
 
 namespace mailer {
 

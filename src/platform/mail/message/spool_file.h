@@ -1,9 +1,9 @@
 // Keeps a message in an unnamed file on its way to a server or a program. Closing the file deletes it.
 #pragma once
 
-#include "platform/mail/base/unique_fd.h"
 #include "platform/mail/message/message_writer.h"
 #include "platform/mail/message/outgoing_mail.h"
+#include "platform/posix/unique_fd.h"
 
 namespace mailer {
 

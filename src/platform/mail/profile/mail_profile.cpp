@@ -15,8 +15,8 @@
 #include "platform/mail/base/child_process.h"
 #include "platform/mail/base/domain_name.h"
 #include "platform/mail/base/mail_errors.h"
-#include "platform/mail/base/small_file.h"
 #include "platform/mail/profile/ini_text.h"
+#include "platform/posix/small_file.h"
 
 namespace mailer {
 namespace {
@@ -247,7 +247,6 @@ fs::path MailProfilePath() {
 }
 
 MailProfile ReadMailProfile(const fs::path& file) {
-    errno = 0;
     const std::optional<std::string> text = ReadSmallFile(file, LargestProfile);
     if (!text) {
         // A machine that lacks something says nothing of the file.

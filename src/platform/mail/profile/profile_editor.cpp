@@ -4,9 +4,9 @@
 
 #include "platform/base/ascii.h"
 #include "platform/contracts/runtime.h"
-#include "platform/mail/base/small_file.h"
 #include "platform/mail/profile/ini_text.h"
 #include "platform/posix/atomic_file.h"
+#include "platform/posix/small_file.h"
 
 namespace mailer {
 namespace {

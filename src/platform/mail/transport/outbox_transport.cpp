@@ -15,9 +15,9 @@
 
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
-#include "platform/mail/base/unique_fd.h"
 #include "platform/mail/message/message_writer.h"
 #include "platform/posix/held_name.h"
+#include "platform/posix/unique_fd.h"
 
 namespace mailer {
 namespace {

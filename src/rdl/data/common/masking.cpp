@@ -15,22 +15,20 @@ using View = std::u32string_view;
 
 constexpr std::size_t LongWord = 6;
 
-// Words with as many letters that messages of servers, drivers and networks are made of.
+// Words of that length that messages of servers, drivers and networks use.
 constexpr View LongWordsOfMessages =
-    U" access account address administrator already answer authenticate authentication authorization before "
-    U"between cannot certificate client closed column command communication connect connected connecting "
-    U"connection connections contact cursor database default denied directory disabled driver encryption "
-    U"exception execute exists expired failed failure freetds function granted handshake incorrect internal "
-    U"invalid length localhost locked manager manual mariadb maximum message microsoft missing native "
-    U"network "
-    U"number object operation option oracle parameter password passwords permission please postgres "
-    U"postgresql privilege problem procedure protocol provided reason refused rejected relation remote "
-    U"report "
-    U"request required result schema select server service session socket source specified sqlserver "
-    U"statement string supplied support supported syntax system terminated timeout transaction trusted "
-    U"unable "
-    U"unexpected unixodbc unknown username version ";
-// What else than a password is quoted.
+    U" access account address administrator already answer authenticate authentication authorization "
+    U"before between cannot certificate client closed column command communication connect connected "
+    U"connecting connection connections contact cursor database default denied directory disabled "
+    U"driver encryption exception execute exists expired failed failure freetds function granted "
+    U"handshake incorrect internal invalid length localhost locked manager manual mariadb maximum "
+    U"message microsoft missing native network number object operation option oracle parameter "
+    U"password passwords permission please postgres postgresql privilege problem procedure protocol "
+    U"provided reason refused rejected relation remote report request required result schema select "
+    U"server service session socket source specified sqlserver statement string supplied support "
+    U"supported syntax system terminated timeout transaction trusted unable unexpected unixodbc "
+    U"unknown username version ";
+// Words before a quoted name that is not a password.
 constexpr View KindsOfNames =
     U" at column constraint database driver field function host index login near procedure relation role "
     U"schema server source table type user ";

@@ -7,8 +7,9 @@
 #include <array>
 #include <string>
 #include <system_error>
-#include <utility>
+#include <vector>
 
+#include "rdl/api/host.h"
 #include "rdl/data/common/message.h"
 #include "rdl/values/error.h"
 
@@ -16,11 +17,6 @@ namespace rdl::data {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::vector<fs::path>& Protected() {
-    static std::vector<fs::path> paths;
-    return paths;
-}
 
 // Links followed as far as the path exists; as it is when that fails.
 fs::path Canonical(const fs::path& path) {
@@ -58,7 +54,8 @@ bool IsDatabase(const fs::path& path, const fs::path& database) {
 
 bool IsProtected(const fs::path& path) {
     const fs::path wanted = Canonical(path);
-    return std::any_of(Protected().begin(), Protected().end(), [&](const fs::path& own) {
+    const std::vector<fs::path> all = TheHost().OwnFiles();
+    return std::any_of(all.begin(), all.end(), [&](const fs::path& own) {
         const fs::path known = Canonical(own);
         std::error_code error;
         return fs::is_directory(known, error) ? IsWithin(wanted, known) || IsAnyIn(wanted, known)
@@ -73,10 +70,6 @@ bool IsMadeUp(const fs::path& path) {
 }
 
 }  // namespace
-
-void ProtectFiles(std::vector<fs::path> paths) {
-    Protected() = std::move(paths);
-}
 
 void CheckReadable(const fs::path& path) {
     if (IsProtected(path)) {

@@ -13,10 +13,6 @@ namespace {
 
 constexpr std::uintmax_t LargestFile = std::uintmax_t{256} << 20;
 
-bool IsAbsolute(std::string_view name) {
-    return name.starts_with('/') || name.starts_with('\\') || (name.size() > 1 && name[1] == ':');
-}
-
 std::string FindDataPath(std::string_view name, const std::vector<std::string>& folders) {
     constexpr std::string_view DataDirectory = "|datadirectory|";
     std::string path(Trimmed(name));
@@ -31,9 +27,6 @@ std::string FindDataPath(std::string_view name, const std::vector<std::string>& 
         throw Error("data from the web address \"" + CleanText(path) + "\" is not read; save it as a file");
     }
     try {
-        if (IsAbsolute(path)) {
-            return TheHost().PathOf(path, "").string();
-        }
         for (const std::string& folder : folders) {
             const std::filesystem::path found = TheHost().PathOf(path, folder);
             std::error_code ignored;

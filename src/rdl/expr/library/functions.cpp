@@ -16,8 +16,8 @@ Table MakeTable() {
     for (const auto& functions :
          {TextFunctions(), SearchFunctions(), FormatFunctions(), DateFunctions(), DateTypeFunctions(),
           MathFunctions(), ConvertFunctions(), FinancialFunctions(), TextMembers(), DateMembers(),
-          ListFunctions(), InspectFunctions(), TypeFunctions(), PatternFunctions(), EscapeFunctions(),
-          ObjectFunctions(), CollectionFunctions()}) {
+          ListFunctions(), ArrayFunctions(), InspectFunctions(), TypeFunctions(), PatternFunctions(),
+          EscapeFunctions(), ObjectFunctions(), CollectionFunctions()}) {
         for (const FunctionInfo& info : functions) {
             table.emplace(info.name, &info);
         }

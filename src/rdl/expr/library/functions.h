@@ -64,6 +64,7 @@ std::span<const FunctionInfo> FinancialFunctions();
 std::span<const FunctionInfo> TextMembers();
 std::span<const FunctionInfo> DateMembers();
 std::span<const FunctionInfo> ListFunctions();
+std::span<const FunctionInfo> ArrayFunctions();
 std::span<const FunctionInfo> InspectFunctions();
 std::span<const FunctionInfo> TypeFunctions();
 std::span<const FunctionInfo> PatternFunctions();

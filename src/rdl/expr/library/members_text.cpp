@@ -467,26 +467,10 @@ constexpr FunctionInfo functions[] = {
     {".getvalueordefault", 1, 2, OrDefault},
 };
 
-// A copy in order, or in the other order: code gives it back to its variable.
-Value ArraySort(const Call& call) {
-    if (call[0].kind() != Kind::List) {
-        return NoConversion(call[0], "a list");
-    }
-    ValueList values = call[0].AsList();
-    std::stable_sort(values.begin(), values.end(),
-                     [](const Value& left, const Value& right) { return Compare(left, right) < 0; });
-    return Value::List(std::move(values));
-}
-
-Value ArrayReverse(const Call& call) {
-    return call[0].kind() == Kind::List
-               ? Value::List(ValueList(call[0].AsList().rbegin(), call[0].AsList().rend()))
-               : NoConversion(call[0], "a list");
-}
-
 constexpr FunctionInfo listFunctions[] = {
-    {"array.sort", 1, 1, ArraySort}, {"array.reverse", 1, 1, ArrayReverse}, {"ubound", 1, 2, GetUpperBound},
-    {"lbound", 1, 2, LBound},        {"array.indexof", 2, 2, ArrayIndexOf},
+    {"ubound", 1, 2, GetUpperBound},
+    {"lbound", 1, 2, LBound},
+    {"array.indexof", 2, 2, ArrayIndexOf},
 };
 
 }  // namespace

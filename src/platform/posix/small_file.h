@@ -9,24 +9,24 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
 
-#include "platform/mail/base/unique_fd.h"
+#include "platform/posix/unique_fd.h"
 
-namespace mailer {
-
-// Opens a regular file for reading. A pipe or a device could block the caller and is not opened: errno is
-// EACCES and the result is empty.
+// Opens a regular file for reading. The result is empty, with the reason in errno, for any other: a pipe or a
+// device could block the caller (EACCES), and a folder is no file (EISDIR).
 inline UniqueFd OpenRegularFile(const std::filesystem::path& path) {
     UniqueFd file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status {};
     if (file.Get() >= 0 && (fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode))) {
         file.Close();
-        errno = EACCES;
+        errno = S_ISDIR(status.st_mode) ? EISDIR : EACCES;
     }
     return file;
 }
 
-// Returns nullopt if the file is missing, cannot be read or is larger than `largest` bytes.
+// Returns nullopt, with the reason in errno, if the file is missing, cannot be read or is larger than
+// `largest` bytes (EOVERFLOW).
 inline std::optional<std::string> ReadSmallFile(const std::filesystem::path& path, std::size_t largest) {
     const UniqueFd file = OpenRegularFile(path);
     std::string text;
@@ -36,7 +36,9 @@ inline std::optional<std::string> ReadSmallFile(const std::filesystem::path& pat
         count = read(file.Get(), buffer, sizeof buffer);
         text.append(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
     }
-    return count == 0 && text.size() <= largest ? std::optional(text) : std::nullopt;
+    if (count > 0 || text.size() > largest) {
+        errno = EOVERFLOW;
+        return std::nullopt;
+    }
+    return count == 0 ? std::optional(std::move(text)) : std::nullopt;
 }
-
-}  // namespace mailer

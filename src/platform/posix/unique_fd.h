@@ -5,8 +5,6 @@
 
 #include <utility>
 
-namespace mailer {
-
 class UniqueFd {
  public:
     UniqueFd() = default;
@@ -29,5 +27,3 @@ class UniqueFd {
  private:
     int m_file = -1;
 };
-
-}  // namespace mailer
