@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """A picture to draw polygons on, with smooth edges: drawn three times as large, and made smaller at the end."""
 FINE = 3
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Makes back.avi, shown while a package is put together: report sheets fly from a folder into an envelope.
 
 usage: make_animation.py OUTPUT.avi

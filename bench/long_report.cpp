@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/long_report.h"
 
 #include <sqlite3.h>

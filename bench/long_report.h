@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A plain table with a repeated header and page numbers over rows of 6 columns in a database file: about 200
 // pages for 10,000 rows.
 #pragma once

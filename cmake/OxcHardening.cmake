@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # What makes an error in memory an end of the program instead of a way in. For optimised builds of our own targets;
 # sanitizers and fuzzers watch memory themselves, and with these in between they would see less of it.
 include(CheckCXXCompilerFlag)

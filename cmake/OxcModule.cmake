@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # oxc_module(NAME SOURCES ... LIBS ...): one static library, includes written from src/.
 function(oxc_module name)
     cmake_parse_arguments(ARG "QT" "" "SOURCES;LIBS;PRIVATE_LIBS" ${ARGN})

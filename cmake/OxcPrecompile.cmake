@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Headers that nearly every file of a kind reads, parsed once. Off in the presets that look for faults, so that a file
 # that forgets an include is found there.
 option(OXC_PRECOMPILE "Precompile common headers" ON)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Project, contents and index of a help book, from its pages.
 
 # The text of an element or attribute of a page that `pattern` finds; a page without it is an error.

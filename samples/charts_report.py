@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The year in pictures: months with two axes, regions as bars, categories as a doughnut."""
 from rdl import (NAVY, SLATE, data_set, data_source, element, footer_with_pages, line, page, parameter, place, report,
                  text, textbox, title_property)

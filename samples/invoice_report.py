@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """An invoice in the form of 2005: a letter with address, a table of lines, VAT and the bank's details."""
 from rdl import NAVY, RULE, SLATE, cm, data_set, data_source, element, parameter, place, report, text, title_property
 

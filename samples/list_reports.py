@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Sales by region (grouped, with totals and shares) and the order list (many pages)."""
 from rdl import (MIST, NAVY, RULE, SLATE, border, data_set, data_source, element, footer_with_pages, header_member, line,
                  member, page, page_section, parameter, place, report, row, tablix, text, textbox, title_property,

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The trading house's mark as a PNG: a white N on a navy disc."""
 import struct
 import zlib

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Makes the sample database and the sample reports: make_samples.py [FOLDER] (default: where this file stands).
 
 The same files come out every time, so that exports of them can be compared.

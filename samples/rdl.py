@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The building blocks that the sample reports share: elements of RDL as text."""
 from xml.sax.saxutils import escape
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """A trading house's sales of the years 2024 to 2026, out of a fixed seed."""
 import datetime
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The year on one page: mark, key figures, best products and months."""
 import base64
 

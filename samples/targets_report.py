@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Where the year stands against its targets: indicators and small gauges in a table, a dial and a linear gauge."""
 from charts_report import AMBER, OF_THE_YEAR, REVENUE, TEAL, letters
 from rdl import (MIST, NAVY, RULE, SLATE, data_set, data_source, element, footer_with_pages, header_member, line,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measures how long a Desktop window takes to fill with a folder of many schedules, as icons and as the
 // table, against a bare loop of the SQLite library over the same query. Prints both times and their ratio.
 #include <sqlite3.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The programs that write each format from the same rows, and the ratio to oxc-report that each must reach.
 #pragma once
 

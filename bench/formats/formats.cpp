@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Compares oxc-report with other programs that write such files, over the same rows in one run: whole
 // processes, by wall time, processor time and memory. Then runs longer reports, whose time must grow in
 // proportion and whose memory must stay below the limits given here.

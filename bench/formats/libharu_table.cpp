@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The least work for a PDF of the rows: each cell is a rectangle and a text at a known position, without
 // measuring, evaluation or layout.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measures a whole process from the system's accounting: start-up, work and exit, with the child processes
 // that it waited for.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/formats/peer_data.h"
 
 #include <sqlite3.h>

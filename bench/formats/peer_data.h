@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The rows of the report's database in the forms that the peers read.
 #pragma once
 

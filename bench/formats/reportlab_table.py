@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The rows of a database as a PDF table with a repeated header, a grid and page numbers, by reportlab.
 
 usage: reportlab_table.py DATABASE OUT

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measures the Schedule History window over many schedules with many runs, from the command to the painted
 // window: with the index of the blank database, and without it, as in databases made elsewhere. The floor is
 // the same queries on one connection of the bare SQLite library. The exit code is 1 if a goal is missed.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measures the poll over many schedules of which none is due, against a bare loop of the SQLite library over
 // the same columns and rows: the cost of the data access above the library, and that memory does not grow
 // with the rows. The exit code is 1 if a goal is missed.

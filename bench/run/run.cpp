@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measures how many schedules are run and mailed to the outbox per second, where the time goes, and the floor
 // of the disk: the same number of files of the same size, each synced before it is renamed.
 #include <fcntl.h>

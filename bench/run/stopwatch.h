@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sums up the time spent inside scopes.
 #pragma once
 

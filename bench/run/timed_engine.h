@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The report engine with a stopwatch on opening and exporting.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/run/timed_mail.h"
 
 #include "platform/mail/mail_system.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The mail system with a stopwatch on sending.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measures the time from ViewReport to the painted first page of a report of 200 pages, the time for all
 // pages, and the floor: the same rows read by the database library alone.
 #include <sqlite3.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Commands that open something outside the system: the help, the support page, the editor (from the tray
 // menu) and the designer of reports. If it cannot be opened, nothing is shown.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The menu table: every menu and entry of the main window by name, with its caption.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Options dialog. A save changes the settings and the variables of this process. Another process reads
 // the settings when it starts.
 #pragma once

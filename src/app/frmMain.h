@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window. It owns the menus, the status bar, the poll timer and the tray icon. In the editor it is
 // visible and its timer is off. In the scheduler it stays hidden and only the timer and the tray icon are in
 // use.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The process's entry: sets the real implementations of the platform's interfaces, starts up and runs the
 // message loop.
 #include <iostream>

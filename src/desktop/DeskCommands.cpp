@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Members of frmDesk: the commands of its toolbar.
 #include "desktop/DeskItems.h"
 #include "desktop/frmDesk.h"

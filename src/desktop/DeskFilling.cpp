@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Members of frmDesk: they fill its tree and its list of folders, schedules and packages.
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The items of a Desktop window's list, and the rows that they come from.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Members of frmDesk: they open and rename the items of its list and show their context menus.
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"

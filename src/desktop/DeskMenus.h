@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Entries of the context menus of a Desktop window's list. All act on the window that was activated last.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Desktop windows of the frame and their slots.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The three views of the current Desktop window's list. The table view is more than another display: it fills
 // the list again, with columns.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Members of frmViewer: they fill its trees of schedules and packages.
 #include "desktop/HistoryNodes.h"
 #include "desktop/frmViewer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The nodes of the Schedule History window. A node's image gives its kind; the number at the start of its
 // text is the key of its row.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pictures of the Desktop windows, by the numbers that give the kind of an item.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the windows do to packages and their reports. Each window finds the row in its own way and passes the
 // part of the statement that differs.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Commands of the Schedule History window on the selected package or package report in tvBatch. Errors are
 // shown; what was done before an error stays done.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Members of frmDesk: its load, events and size. Others are in DeskCommands.cpp, DeskFilling.cpp,
 // DeskList.cpp.
 #include "desktop/frmDesk.h"

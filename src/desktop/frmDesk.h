@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A Desktop window: the tree of all folders on the left, the folders, schedules and packages of one place on
 // the right, the toolbar at the top. The caption is the name of the place and is also data: schedules are
 // looked up in the folder that it names.

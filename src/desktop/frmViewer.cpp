@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Members of frmViewer: its load and events. HistoryFilling.cpp fills its trees.
 #include "desktop/frmViewer.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Schedule History window. Its first tab lists all schedules by frequency, each with its next run and its
 // last ten runs. Its second tab lists the packages with their reports. The window shows what it read when it
 // was filled; later changes do not appear.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Updates the Desktop's lists after a dialog has saved.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes the rows of a new package: the package, its reports, and their parameter values. Until then the
 // values wait in the table tmpPar; their key is the text of the wizard's report line.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The report cache. The system runs copies of the users' report files, so that a user can move or change a
 // file without an effect on its schedules.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Controls that the forms of schedules fill and clean in the same way.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Operations on the record of a single schedule and on the rows that depend on it.
 #pragma once
 

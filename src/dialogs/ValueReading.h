@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Shows how a typed parameter value is understood on this machine, in words that are the same in every
 // region.
 #pragma once

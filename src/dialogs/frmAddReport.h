@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "Schedule Report Wizard": makes a single schedule of a report file. The visible page is the wizard's state.
 // Nothing is written before Finish.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "Advanced Properties": a selection formula in a large box.
 #pragma once
 

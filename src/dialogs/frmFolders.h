@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "Browse for Folder...": the user chooses one of the Desktop's folders by its name. The Desktop itself
 // cannot be chosen.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "Add Report Parameters": the only dialog through which parameter values enter the system. It has one box
 // for each parameter of CurrentReport. ParCaller decides what receives the values:
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "Report Properties": one single schedule on six tabs. It works on the user's own report file, not on the
 // copy in the cache; from the load on CurrentReport is that file. The Desktop window that is active at the
 // load stays disabled until the unload.

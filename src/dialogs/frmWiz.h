@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "Multiple Reports Wizard": makes a package, a named set of reports that run and are mailed together. It has
 // four pages, one of them visible. The caption of cmdSave distinguishes Next from Finish.
 //

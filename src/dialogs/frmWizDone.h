@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "Creating Report package....Please wait": shown while the rows of a package are written.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The format words of schedules and packages, and the names of output files. The runners know different words
 // and give different names. These differences are kept on purpose.
 #pragma once

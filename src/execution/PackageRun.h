@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs a stored package: files in its folder and one mail. The poll and the run on demand share it.
 #pragma once
 

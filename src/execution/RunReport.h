@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs a stored schedule: opens the report, exports it and mails it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The report preview. It shows the report that is CurrentReport at its load, and keeps that report alive.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The three mails of the system: a package's files, one file, an alert.
 //
 // Each function joins the mail session first; a failure there passes to the caller as a run-time error. Any

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Chooses recipients from the address book of the mail system.
 #pragma once
 

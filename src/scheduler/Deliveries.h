@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Keeps the runs that are mailed but not yet recorded. If recording a run fails, a later poll records it
 // again; the run is never mailed again.
 #pragma once

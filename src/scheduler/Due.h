@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Tests whether a schedule or a package is due.
 #pragma once
 

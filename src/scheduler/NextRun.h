@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Computes when a schedule or a package runs next. The two have different words, and different rules for the
 // same word. The step starts at the stored date, never at today: missed runs are made up, one in each poll.
 // Words are compared exactly, case included.

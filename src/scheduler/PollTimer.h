@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Turns the poll timer of the main window on and off.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes the history of runs and alerts failed ones.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The interfaces of windows that lower rooms call, so that none of them includes a form.
 #pragma once
 

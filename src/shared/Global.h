@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The application-wide variables, which start-up sets and all rooms read, and the error box.
 #pragma once
 

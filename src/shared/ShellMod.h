@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Access to the settings, and two services of the desktop: opening a document and browsing for a folder.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Text conventions of statements and stored lists: dates, quotes, delimited fields.
 #pragma once
 

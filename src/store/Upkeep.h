@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Upkeep of the database: deletes old history and keeps folder names unique.
 #pragma once
 

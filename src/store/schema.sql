@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: GPL-3.0-or-later
 -- The blank database. Texts compare without regard to case; keys are never used twice.
 pragma page_size = 4096;
 pragma journal_mode = wal;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Keeps secrets out of lists of processes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // oxc-report: inspects a report file or exports it, without a display and without the rest of the system.
 #include <QtCore/QCoreApplication>
 #include <QtCore/QJsonArray>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/report_arguments.h"
 
 #include "platform/contracts/report_engine.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Every menu of the main window with its entries, their order and captions, and what its pictures hold.
 #include <gtest/gtest.h>
 

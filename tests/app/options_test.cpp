@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Options dialog, driven as a user does.
 #include <gtest/gtest.h>
 

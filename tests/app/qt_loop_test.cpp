@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A wait that only lets the windows repaint themselves.
 #include "platform/qt/qt_loop.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Boxes on the screen, and their lines on standard error.
 #include "platform/qt/qt_prompts.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The commands of the toolbar except the deletions.
 #include "desk_test.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting folders and reports, and what stays.
 #include "desk_test.h"
 #include "platform/contracts/prompts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a Desktop window shows: its tree, its list, its toolbar.
 #include <QToolButton>
 

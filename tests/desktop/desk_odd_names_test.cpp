@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Odd and hostile names, and commands at the wrong moment.
 #include <QElapsedTimer>
 

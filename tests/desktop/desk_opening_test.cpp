@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Double clicks on every kind of item.
 #include "desk_test.h"
 #include "platform/contracts/prompts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The package wizard, opened from a Desktop window, and what the window shows of the new package.
 #include <QPushButton>
 

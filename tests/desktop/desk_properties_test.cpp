@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Report Properties of the schedule that is selected in a Desktop window.
 #include <QPushButton>
 

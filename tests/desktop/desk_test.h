@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Desktop windows inside the real frame, driven as a user drives them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Desktop windows, their slots and what Esc does in them.
 #include <algorithm>
 #include <cstdlib>

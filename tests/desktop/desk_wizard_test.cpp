@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The single report wizard, opened from a Desktop window, and what the window shows of the new schedule.
 #include <QComboBox>
 #include <QPushButton>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The contents of the Schedule History window, and the queries behind them.
 #include <QLabel>
 

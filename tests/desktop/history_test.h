@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Schedule History window inside the real frame, driven as a user drives it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Schedule History window as a child window: opening, closing, tabs and keys.
 #include <QLabel>
 #include <QPointer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pictures of the Desktop and of the history window, at the sizes and scales that are used.
 #include "desktop/Images.h"
 

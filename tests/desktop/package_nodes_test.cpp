@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting packages and taking reports out of them in the Schedule History window.
 #include "package_test.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Opening the output of a package's report, from both windows.
 #include "package_test.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Editing the parameter values of a package's report, from both windows.
 #include "package_test.h"
 #include "platform/controls/combo_box.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Packages in the Desktop's windows and in the Schedule History window, driven as a user drives them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The large box for a selection formula.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The choice of a Desktop folder for a report.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The package wizard's last page and its Finish: the mail switch, the rows, and what a failure leaves.
 #include "dialogs/package_wizard_test.h"
 #include "platform/controls/animation.h"

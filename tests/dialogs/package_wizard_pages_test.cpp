@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pages of the package wizard: their first contents, how they are left, and how their texts are cleaned.
 #include "dialogs/package_wizard_test.h"
 

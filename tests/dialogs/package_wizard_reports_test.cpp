@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The package wizard's third page: folders, files, and the reports of the package with their values.
 #include <QMimeData>
 #include <QUrl>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The parameter dialog on report files of the real engine.
 #include <gtest/gtest.h>
 

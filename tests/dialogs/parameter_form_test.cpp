@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The contents of the parameter dialog, and its handling.
 #include "dialogs/parameter_form_test.h"
 

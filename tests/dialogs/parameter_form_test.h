@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The parameter dialog on a report of the fake engine, driven as a user does.
 #pragma once
 

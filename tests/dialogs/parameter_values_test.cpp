@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the parameter dialog does with the typed values.
 #include "dialogs/parameter_form_test.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The commands on the tabs, and the cleaning of a text when its box loses the focus.
 #include <fstream>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What Report Properties shows after its load, and its effect on the Desktop.
 #include <QGroupBox>
 #include <QLabel>

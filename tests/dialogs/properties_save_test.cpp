@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What OK writes, and what stays written when it fails.
 #include "dialogs/properties_test.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Report Properties on a schedule of its own, before a Desktop window, driven as a user does.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How typed values are shown in words.
 #include "dialogs/ValueReading.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What Finish writes, and what stays written when it fails.
 #include "dialogs/wizard_test.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The mark ' on its ways into a statement: statements put values between these marks and do not double them.
 #include <QDropEvent>
 #include <QMimeData>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pages of the wizard: their contents, and the way from one to the next.
 #include <QAbstractItemView>
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Database servers for tests: each in a temporary folder of its own, on loopback, with the user `clerk`, whose password
 is PASSWORD and who may read and no more. And reports that show what a query of theirs gives."""
 

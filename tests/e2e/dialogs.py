@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Dialogs of the real program, driven by keys.
 
 With OXC_PICTURES set to a folder, pictures of the steps are left there."""

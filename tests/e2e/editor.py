@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The editor in a real window on a display of its own, driven by keys and clicks."""
 
 import ctypes

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The staged program in an application folder of its own: schedules put in as rows, the scheduler run for real, its
 mails read back."""
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The mail server on loopback, started and read by a test."""
 
 import pathlib

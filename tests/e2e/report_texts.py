@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """What stands in an exported report, read back by other programs or by the rules of the format."""
 
 import csv

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """A server on loopback that means no good: it asks its client for a file."""
 
 import socket

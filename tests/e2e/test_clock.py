@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """A schedule fires at its minute and not before, whatever the calendar says."""
 
 import time

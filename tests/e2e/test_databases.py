@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Reports on real database servers: PostgreSQL, MariaDB, and both of ODBC's ways to ask one. What a value becomes, how
 parameters reach the server, and what the program says when the server will not."""
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """A session with the Desktop of the real program: folders, the table, a preview, a deletion, mostly by keys."""
 
 import time

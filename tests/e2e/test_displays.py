@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Programs with no display, with one that refuses, with one that takes the connection and stays silent, and with a wish
 for a platform that cannot be had: one line where a window is needed, and the scheduler goes on."""
 

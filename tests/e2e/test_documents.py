@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """What the staged program opens outside of itself, by the associations of the user's desktop."""
 
 import time

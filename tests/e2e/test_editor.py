@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The editor as a process on a display: its first start, what it purges, that it never polls, and its end."""
 
 import datetime

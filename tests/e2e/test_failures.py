@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """What goes wrong with a report leaves its row and the alert, and the scheduler lives on."""
 
 import os

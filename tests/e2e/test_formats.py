@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Every format leaves one mail with the right attachment, and what is in it is what the data says."""
 
 import sqlite3

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """A session with the Schedule History window of the real program, by keys: a schedule is run from one of its runs,
 another is deleted, and F5 shows what came in meanwhile."""
 

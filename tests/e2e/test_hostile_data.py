@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """What a report may not do with its data sources: write, hand out files of this machine, or read the program's own
 files."""
 

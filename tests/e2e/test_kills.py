@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """A scheduler that is killed loses nothing: the date of a run and its history row are there together or not at all, and
 the mail is not sent again, unless the kill falls between the server's word and the process's first line about it."""
 

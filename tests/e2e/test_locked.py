@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Another program keeps the database locked for longer than it is waited for."""
 
 import sqlite3

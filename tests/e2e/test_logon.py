@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """A report on a real PostgreSQL: the schedule's user and password are what its tables are logged on with."""
 
 import unittest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Mail against a real server on loopback: each failure takes its road, nothing goes out twice and nothing is lost."""
 
 import time

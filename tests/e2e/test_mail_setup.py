@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Mail from nothing to a scheduled report: the profile is made by commands, checked, tried and then used."""
 
 import subprocess

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The menus of the real main window: each opens by its letter with as many entries as it has, and a few are used.
 
 With OXC_PICTURES set to a folder, a picture of the screen with each open menu is left there."""

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The Options dialog and the address book of the real program, by keys alone, at the usual size and at twice it.
 
 With OXC_PICTURES set to a folder, pictures of both are left there."""

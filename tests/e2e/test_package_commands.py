@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Packages on the real Desktop, by keys: a report's output is opened, its values are changed and used by the scheduler,
 and the last report of a package takes the package along."""
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The one mail of a package against a real server on loopback, and what is left when it does not go out."""
 
 import datetime

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """A package made in the wizard of the real program, by keys alone, and run by the scheduler.
 
 With OXC_PICTURES set to a folder, pictures of its pages are left there."""

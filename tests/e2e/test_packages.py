@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Packages: every report of one is written into its folder, all files go out in one mail, and a failure leaves its row,
 its alert and the next run where it was."""
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The scheduler as a process: idle, ended, killed, and beside others on the same database."""
 
 import os

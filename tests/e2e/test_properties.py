@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Report Properties of the real program, by keys: a schedule is changed on several tabs, and its copy renewed."""
 
 import time

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """What oxc-report writes, read by other people's programs: they take it without a complaint and see the same."""
 
 import collections

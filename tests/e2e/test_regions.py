@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The region that a program runs in changes nothing in a document: the report names its own."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The newcomer's command: what it prints is what it left, and a second time works like the first."""
 
 import contextlib

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Runs on demand from the context menus of the real Desktop: the mail, the files and the history rows that they leave,
 and what the user is told."""
 

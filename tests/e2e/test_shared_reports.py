@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Report files that other people wrote: each says in every format what its data say."""
 
 import collections

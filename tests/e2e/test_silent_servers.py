@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Database servers that stop answering: a report on them ends in its time, whatever it was waiting for. Real servers
 behind a proxy that falls silent, with the connection left open."""
 

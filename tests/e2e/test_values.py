@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Stored parameter values, the record selection formula and the logon reach the report."""
 
 import decimal

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """A schedule made in the single report wizard of the real program, by keys alone, and run by the scheduler."""
 
 import time

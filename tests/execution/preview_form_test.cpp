@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The preview window, on a frame with real child windows.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The inputs that once broke something, and the fuzzers' seeds: each is fed again.
 #include <gtest/gtest.h>
 

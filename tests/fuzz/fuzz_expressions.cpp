@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "fuzz/targets.h"
 #include "rdl/expr/code/code.h"
 #include "rdl/expr/fixture.h"

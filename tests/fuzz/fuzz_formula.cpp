@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "fuzz/targets.h"
 #include "rdl/formula/formula.h"
 #include "rdl/values/error.h"

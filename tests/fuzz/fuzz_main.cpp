@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One fuzzer of them all: OXC_FUZZ_TARGET is the function that it feeds.
 #include <QtCore/QCoreApplication>
 #include <cstddef>

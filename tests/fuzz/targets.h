@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the fuzzers feed, each a function of bytes: a report file and everything that stands in it is not
 // trusted. Whatever the input, the function returns: the engine raises rdl::Error or RuntimeError at most,
 // and ends.

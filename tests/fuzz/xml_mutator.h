@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Changes to the elements of an XML text: it stays well-formed, so that a fuzzer gets past the reader.
 #pragma once
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The staged help book: complete, with links that lead somewhere and captions as the windows have them."""
 
 import html

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The check of the rooms names includes that run back up, files in no room and folders that are too large."""
 
 import os

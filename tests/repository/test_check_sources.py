@@ -1,12 +1,15 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The check of the sources finds what asks the region of the process, and nothing else."""
 
 import os
 import pathlib
+import shutil
 import subprocess
 import tempfile
 import unittest
 
 SOURCES = pathlib.Path(os.environ["OXC_SOURCES"])
+LICENCE = "# SPDX-License-Identifier: GPL-3.0-or-later\n"
 FORBIDDEN = {
     "#include <cctype>": "rdl/values/ascii.h",
     "return std::tolower(static_cast<unsigned char>(letter));": "platform/base/text.h",
@@ -49,6 +52,29 @@ class CheckSources(unittest.TestCase):
 
     def test_what_no_region_changes_passes(self):
         self.assertEqual(self.check(ALLOWED), (0, ""))
+
+    def check_tree(self, files):
+        """Runs a copy of the check over a project that holds `files` and nothing else."""
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder)
+            for name in ("src", "tests", "bench", "assets", "samples", "docs", "help", "packaging", "cmake"):
+                (root / name).mkdir()
+            shutil.copy(SOURCES / "tests" / "check_sources", root / "tests")
+            for name, text in files.items():
+                (root / name).parent.mkdir(parents=True, exist_ok=True)
+                (root / name).write_text(text)
+            done = subprocess.run([root / "tests" / "check_sources"], capture_output=True, text=True)
+            return done.returncode, done.stdout
+
+    def test_a_file_without_its_licence_is_named(self):
+        self.assertEqual(self.check_tree({"src/a.cpp": "int one;\n", "docs/b.py": "#!/bin/x\n" + LICENCE}),
+                         (1, "src/a.cpp: has no line SPDX-License-Identifier at its start\n"))
+
+    def test_a_test_that_nothing_builds_is_named(self):
+        files = {"tests/x/a_test.cpp": LICENCE, "tests/x/b_a_test.cpp": LICENCE,
+                 "tests/x/CMakeLists.txt": LICENCE + "oxc_test(x SOURCES b_a_test.cpp)\n"}
+        self.assertEqual(self.check_tree(files),
+                         (1, "tests/x/a_test.cpp: is in no list of tests/x/CMakeLists.txt, so nothing builds it\n"))
 
     def test_the_sources_of_the_programs_pass(self):
         done = subprocess.run([SOURCES / "tests" / "check_sources"], capture_output=True, text=True)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The programs as they are shipped are hardened: addresses, jumps, stack and the C library's writing functions."""
 
 import os

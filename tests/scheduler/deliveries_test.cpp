@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A run that cannot be recorded does not start. A delivered run is recorded, however long that takes, and not
 // mailed again.
 #include "scheduler/Deliveries.h"

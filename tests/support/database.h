@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A live database for one test, in a folder that is removed with it. The folder is the application's folder
 // meanwhile.
 #pragma once

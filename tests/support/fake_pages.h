@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pages for tests. Every character is 6 points wide and 12 high; lines begin at (36, 36).
 #pragma once
 

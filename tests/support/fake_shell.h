@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A fake desktop: records what was opened and returns the answers that a test sets.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fakes for what a test must control: the clock, the loop, the prompts, the process, the settings, the main
 // window, the mail system and the report engine. Each records the calls that it gets.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Drives a form as a user does: controls by name, with mouse and keys.
 #pragma once
 

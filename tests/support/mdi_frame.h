@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A frame on the screen, with space for child windows.
 #pragma once
 

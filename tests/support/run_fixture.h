@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs of schedules and packages: a real database, fakes for everything else.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What tests allow for while the sanitizers watch.
 #pragma once
 

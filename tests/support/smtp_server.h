@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The mail server of smtp_server.py as a child process of the test.
 #pragma once
 

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """A mail server on loopback for tests, that behaves as badly as it is told.
 
 Prints its port on standard output as the first line, then serves until its standard input ends or it is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Watches the write-ahead logs of every data file while an object lives: how often they are synced. Can make
 // the disk full at a length of the log.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What other processes see of the passwords of a running oxc-report.
 #include <gmock/gmock.h>
 #include <sys/resource.h>

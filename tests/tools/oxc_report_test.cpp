@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program as scripts use it: exit codes, one line for an error, files.
 #include <gmock/gmock.h>
 #include <stdlib.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Commands of the Desktop that run the selected item at once, whatever its dates say. The next run stays
 // where it is.
 #pragma once

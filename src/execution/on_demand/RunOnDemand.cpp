@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "execution/on_demand/RunOnDemand.h"
 
 #include "execution/RunReport.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs of a single schedule on demand: at once, whatever its dates say. The next run stays where it is. No
 // alert is sent, because a person is present. The commands of the windows find the key and update their
 // window; the run and the handling of its failure are here.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Helpers for texts whose syntax is ASCII.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The run time's conversions. Each raises RuntimeError 13 "Type mismatch" for a value that it cannot read, 6
 // "Overflow" for a value outside the range, 94 "Invalid use of Null" for Null.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads date and time texts as users type them and as the database holds them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The due run that the mails of this process belong to.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // File names made of texts from reports. Such a text is not trusted: it may name a file, but never another
 // folder.
 #pragma once

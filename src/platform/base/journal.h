@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Dated lines on standard error, for every outcome that the system shows nowhere else: no row, no box, no
 // mail.
 #pragma once

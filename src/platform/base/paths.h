@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Path rules. Inside the system a path is text with backslashes (Z:\srv\out\). Only this header and what is
 // built on it uses the machine's paths.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // For routines that ignore errors statement by statement: each statement runs, and after a failed one the
 // next one runs.
 #pragma once

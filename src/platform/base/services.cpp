@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The default implementations of the small services, used until a program or a test sets its own.
 #include <unistd.h>
 

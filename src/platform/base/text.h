@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // UTF-8 text: upper case, comparison and patterns without regard to case, independent of the locale of the
 // process.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Data access: connections, recordsets, fields by name, numbered errors.
 //
 // The data is one SQLite 3 file in WAL mode. "Data Source=" of the connection string names it as a path of

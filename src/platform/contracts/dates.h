@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Date values: local time in days since 1899-12-30, as the database holds them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The file operations that the system needs. Paths are those of the system (platform/base/paths.h).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The mail session: outbox, recipients, attachments, sending, address book.
 //
 // Failures raise RuntimeError. Two numbers mean that no mail can be sent at all, and the system handles them

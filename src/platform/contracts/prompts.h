@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Message boxes and input boxes. Without a display a box becomes a dated line on standard error
 // (platform/base/journal.h) and is answered at once with its default.
 #pragma once

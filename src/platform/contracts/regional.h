@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The machine's regional settings for dates, from LC_ALL, LC_TIME or LANG.
 //
 // The date text always has ten characters; the time text always has 24 hours and a leading zero: stored

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The settings store: the five registry operations. They return 0 for success, 2 for not found, 5 for access
 // denied.
 #pragma once

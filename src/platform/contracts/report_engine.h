@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The operations that the system needs from a report engine. All raise RuntimeError on a failure, and none
 // asks the user. Paths are those of the system (platform/base/paths.h).
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pages of a report for the screen and the printer. They are made one after another on request, so that
 // the first page of a long report shows at once. All functions raise RuntimeError on a failure. Lengths are
 // in points (1/72 inch), y downwards.

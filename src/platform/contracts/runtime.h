@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Run-time errors and the value that a database field holds.
 //
 // The numbers and texts are part of the system's behaviour: they appear in history rows, alerts and message

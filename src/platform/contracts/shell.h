@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Opens documents with the program that the desktop associates with them, and browses for folders.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Converts error codes of the machine (errno) to run-time errors.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Plays a film of uncompressed pictures in a loop.
 #pragma once
 

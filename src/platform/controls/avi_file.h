@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A film of uncompressed pictures in an AVI file (RIFF). The file is not trusted: every length is checked
 // against the data, and the sizes of the file and of its pictures are limited.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The child windows of a frame and their positions: no new window covers the title bar of another, and the
 // whole window is visible if the frame has the space. When a window closes, the one used before it comes to
 // the front.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A text with a list to choose from. If it is editable, it holds any text, unchanged: no completion and no
 // replacement by a similar entry. Otherwise it holds an entry or is empty.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Year, month and day as they are typed.
 #pragma once
 

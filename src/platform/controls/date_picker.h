@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A date box with a calendar. It shows the date as the region writes it.
 //
 // It is typed part by part. A click selects its part, and what is typed takes the place of what is selected;

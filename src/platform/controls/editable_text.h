@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The interface of a text box for the rooms below the forms.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A text box whose text has the form of a mask, such as "##:##" for a time of day.
 #pragma once
 

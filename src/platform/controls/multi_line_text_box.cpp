@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/multi_line_text_box.h"
 
 #include "platform/controls/kit/focus.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A text box with several lines. Tab moves to the next control. Every line end becomes "\n".
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/option_button.h"
 
 OptionButton::OptionButton(QWidget* parent) : QRadioButton(parent) {

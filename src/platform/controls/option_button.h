@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One of several options with the same parent. At most one of them is ticked.
 #pragma once
 

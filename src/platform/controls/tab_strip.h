@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A row of tabs, counted from 1. The form shows the contents of a tab.
 #pragma once
 

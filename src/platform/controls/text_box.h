@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A one-line text box. Its text is UTF-8.
 #pragma once
 

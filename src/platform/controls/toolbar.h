@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A form's toolbar: buttons with a picture above their caption, counted from 1, separators included.
 #pragma once
 

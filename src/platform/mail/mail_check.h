@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Tests a mail profile after it is set up.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The mail system that implements platform/contracts/mapi.h with the mail profile, GMime and the profile's
 // transport.
 #pragma once

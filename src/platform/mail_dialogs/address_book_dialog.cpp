@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/mail_dialogs/address_book_dialog.h"
 
 #include <QApplication>

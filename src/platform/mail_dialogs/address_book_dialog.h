@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The address book on the screen: a list with a search box, and the names chosen so far.
 //
 // Enter adds the highlighted names to the chosen ones; a second Enter is OK. OK returns the chosen names and

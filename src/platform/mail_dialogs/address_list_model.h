@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The entries of an address book that match a search, as rows of a list.
 #pragma once
 

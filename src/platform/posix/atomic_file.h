@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files that appear complete or not at all, and temporary files. Paths are those of the machine.
 #pragma once
 

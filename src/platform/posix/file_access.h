@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Passes the access rights of a file on to the file that replaces it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The application's folders.
 #include <pwd.h>
 #include <sys/stat.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Names of unfinished files and folders. The maker holds a lock until the file has its final name or is
 // deleted. So any process of this machine, inside or outside a container, and other machines whose file
 // system supports locks, can distinguish what a killed process left from work in progress.

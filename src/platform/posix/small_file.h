@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads whole settings files up to a size limit.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The process's Qt application. It catches every error that leaves an event handler.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The display that the windows of a program are on: whether there is one, and what is done without.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Message boxes and input boxes on the screen. The scheduler also writes their texts to standard error.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A watch over a call that may wait for ever for somebody else.
 #pragma once
 

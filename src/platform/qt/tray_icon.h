@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An icon in the desktop's tray, with a tip and a menu that any mouse action opens.
 #pragma once
 

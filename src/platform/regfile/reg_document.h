@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text of a settings file, line by line. Lines that are not changed stay as they were written: comments,
 // keys of other programs, the order.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Values of a settings file: type, bytes, and the text after the equals sign.
 #pragma once
 

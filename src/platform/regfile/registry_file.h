@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The settings store in a text file of REGEDIT's form.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // UTF-16, little-endian, as REGEDIT writes whole files and the bytes of some texts.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The mail that the engine sends itself: one message with the export attached.
 #pragma once
 

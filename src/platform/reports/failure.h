@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The run-time error numbers of the report engine's errors. The text says what is wrong; the number gives the
 // stage.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes a writer's output to a file that appears complete or not at all.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The machine and the application as the report engine sees them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Converts the system's moments to the report engine's.
 #pragma once
 

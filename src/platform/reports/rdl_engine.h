@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Adapts the report engine (rdl/api) to the contract report::Engine, for RDL files.
 #pragma once
 

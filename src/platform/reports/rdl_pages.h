@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Adapts the pages of an RDL report to the contract report::PageView.
 #pragma once
 

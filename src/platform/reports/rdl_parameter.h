@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Adapts a parameter of an RDL report to the contract report::ParameterField.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Finds the application that the desktop associates with a kind of file or address, by the desktop's own
 // rules (the MIME database, mimeapps.list and the .desktop files), and starts it.
 #pragma once

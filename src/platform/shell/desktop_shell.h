@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The user's desktop: its associations, its programs, its folder dialog.
 #pragma once
 

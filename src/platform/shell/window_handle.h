@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The handle of a form, for dialogs that belong to it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Connection strings: "Key=Value" pairs between semicolons.
 #pragma once
 

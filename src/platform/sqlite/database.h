@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A connection to the data file and a statement on it, for Connection and Recordset.
 #pragma once
 

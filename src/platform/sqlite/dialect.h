@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Translates the system's SQL dialect to SQLite's.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Converts SQLite's failures to the numbered errors of the data layer.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The functions of the system's SQL dialect, and the comparison of texts.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Splits a statement into tokens. It follows SQLite's own rules, so that both agree on what is a text or a
 // comment.
 #pragma once

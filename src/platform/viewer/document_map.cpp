@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/viewer/document_map.h"
 
 #include "platform/controls/kit/plain_tip.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The document map of a report as a tree. A click goes to the place of an entry.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Searches the pages one by one in small steps, including pages that are not made yet.
 #pragma once
 

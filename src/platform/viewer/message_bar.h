@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An error message in a bar above the pages. It stays until the user closes it or does something else.
 #pragma once
 

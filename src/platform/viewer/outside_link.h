@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Links of a report to addresses outside it. A report is not trusted: the desktop would open files and
 // programs that a link names.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Members of PageCanvas: pages, zoom and drawing. The input is in page_canvas_input.cpp.
 #include "platform/viewer/page_canvas.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Shows pages below each other, with scrolling, zoom, search and selection. Draws only the visible part.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Members of PageCanvas: keys, wheel and mouse.
 #include <QApplication>
 #include <QClipboard>

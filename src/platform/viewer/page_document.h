@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pages that a viewer shows. The first ones are made at once, the others while the process is idle.
 #pragma once
 

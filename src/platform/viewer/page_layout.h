@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The positions of pages below each other at a zoom. Content coordinates are device-independent pixels from
 // the top left corner of the scrolled area.
 #pragma once

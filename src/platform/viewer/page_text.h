@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text of a page, for search, selection and copying. A place is the index of a character, from 0.
 #pragma once
 

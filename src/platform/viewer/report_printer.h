@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Prints pages. The printing system gets the PDF document of an export, with its text and fonts, and scales
 // and rotates its pages to fit the paper.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Saves the report in the viewer to a file in one of the export formats.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Members of ReportViewer: its parts, navigation and search. The output is in report_viewer_output.cpp.
 #include "platform/viewer/report_viewer.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A report on the screen: its pages, with navigation, search, printing and saving. It runs the report once;
 // pages are made while the user looks at them.
 #pragma once

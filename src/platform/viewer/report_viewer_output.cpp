@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Members of ReportViewer: printing and saving, with their dialogs.
 #include <QApplication>
 #include <QFileDialog>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Caches drawn parts of pages, the most recently used ones within a memory budget.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Icons of the viewer's buttons, drawn in the colours of the window so that they suit light and dark
 // desktops.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the engine needs from the machine and the application around it. Every function has a default
 // implementation: a program that only runs reports needs no host of its own.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pages of one run, for a screen. Pages are made on demand, in order. Lengths are points from the top
 // left corner of a page, y downwards; page numbers count from 1.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A report file: open it, set its values, then write a document or show its pages.
 //
 // Every function raises rdl::Failure with the stage that failed, or std::bad_alloc. Errors of the host and of

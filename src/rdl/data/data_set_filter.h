@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Filters of a data set (MS-RDL, Filter).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The data stage: loads the rows of a definition's data sets for parameter values and logons.
 //
 // Every failure is an rdl::Error that names the data set or data source and distinguishes a missing file, a

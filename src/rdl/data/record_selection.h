@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Applies the record selection formula to the data sets of a report.
 #pragma once
 

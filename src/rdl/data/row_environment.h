@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Expressions of data sets: fields of the row, parameters, globals. Report items, groups and pages do not
 // exist yet; reading one gives an error value.
 #pragma once

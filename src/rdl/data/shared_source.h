@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads shared data sources (.rds) and shared data sets (.rsd) from the folders of a run.
 #pragma once
 

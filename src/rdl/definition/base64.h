@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Base64 of report files and their data (RFC 4648, section 4).
 #pragma once
 

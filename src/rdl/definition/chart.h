@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A chart's definition (MS-RDL, Chart). Series and categories are the rows and columns of a data region, so
 // grouping, sorting, filters and scopes work as in every region; cells are the data points. Both forms of the
 // schema (2003 and 2005; 2008 and later) are converted to this one.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads the element Chart in both forms of the schema (MS-RDL, Chart). Raises rdl::Error for what cannot be
 // drawn.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/definition/chart_reader.h"
 #include "rdl/definition/group_reader.h"
 #include "rdl/definition/style_reader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // State shared by the readers of all elements: creates values from elements and reports errors with their
 // place.
 #pragma once

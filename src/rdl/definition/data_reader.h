@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads DataSources, DataSets and ReportParameters (MS-RDL, elements of these names). Raises rdl::Error.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The report's default font family (MS-RDL, DefaultFontFamily).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A gauge panel's definition (MS-RDL, GaugePanel): radial and linear gauges, indicators and labels. The panel
 // is a data region without cells whose rows are the groups of its data; its values are computed for each leaf
 // of the groups. Most properties are numbers, words or expressions, stored under their element names;

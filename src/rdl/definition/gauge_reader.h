@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads the element GaugePanel of the schemas of 2008 and later (MS-RDL, GaugePanel). Raises rdl::Error.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads what items, regions and members share: groups, sorts, filters, page breaks, visibility, actions and
 // variables (MS-RDL, elements of these names). Raises rdl::Error.
 #pragma once

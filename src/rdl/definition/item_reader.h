@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads report items of every kind and schema (MS-RDL, ReportItems). Raises rdl::Error.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Matrix of the older schemas: levels of groupings on two sides and one cell for each pair of static members.
 //
 // A subtotal is a static member next to its group. Its header spans the levels below it (headerSize is their

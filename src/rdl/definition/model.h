@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A report's definition as read (MS-RDL): no data, nothing evaluated. Older forms are converted: List, Table
 // and Matrix to Tablix, a Textbox's Value to one paragraph with one run, Grouping to Group; margins and page
 // sizes are always in Page. Lengths are points (1/72 inch). The structs own their parts.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Parses the bytes of a report file into a Definition. Evaluates nothing and reads no other file.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads the data regions Tablix, Table, List and Matrix (MS-RDL, elements of these names) into a Tablix.
 // Raises rdl::Error.
 #pragma once

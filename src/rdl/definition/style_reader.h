@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads Style elements (MS-RDL, Style) in both spellings: BorderStyle/Left of the older schemas,
 // LeftBorder/Style of the newer.
 #pragma once

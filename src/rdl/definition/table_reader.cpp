@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Table and List of the older schemas.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads the element Textbox (MS-RDL, Textbox): paragraphs of runs, or one Value in the older schemas. Raises
 // rdl::Error.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A report file as a tree of elements. Elements of foreign namespaces (designers store their state in the
 // file) are dropped, except the few that affect the report.
 #pragma once

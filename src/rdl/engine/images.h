@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Loads image files next to the report or in the other folders of its run.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An open report file: its definition with values, logons and formula.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Resolves report parameters: given values, defaults, labels and validation.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs a report: loads and lays out its data, and its subreports when they are reached.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a program reads while it runs, and the questions it asks.
 #pragma once
 

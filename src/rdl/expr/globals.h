@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Values of the built-in collections Globals and User, independent of where the expression
 // stands.
 #pragma once

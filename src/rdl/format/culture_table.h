@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Culture data: one row for each region and one for each language. cultures.cpp builds Culture objects from
 // them.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Custom number formats: up to three sections (positive, negative, zero), digit places, scaling, exponents,
 // literals.
 #include <algorithm>

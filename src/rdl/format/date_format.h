@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Formats dates and time spans by .NET format strings, standard and custom. Ticks are 100 ns. Each function
 // appends to `out`.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Splits date and time patterns into tokens and writes them in .NET's syntax.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A number as decimal digits, for rounding and formatting.
 #pragma once
 

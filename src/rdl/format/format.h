@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Formats and parses numbers and dates by .NET format strings and the rules of a culture.
 #pragma once
 

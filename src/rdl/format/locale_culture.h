@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Cultures without a row in culture_table.cpp, built from the Unicode locale data in Qt. The environment's
 // own locale is ignored.
 #pragma once

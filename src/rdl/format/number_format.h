@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Formats numbers by .NET format strings, standard and custom. Each function appends to `out`.
 #pragma once
 

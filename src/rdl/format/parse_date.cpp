@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Dates as people and databases write them. The text is cut into numbers, words and marks; what they mean
 // depends on the order of day, month and year in the culture's short date.
 #include <algorithm>

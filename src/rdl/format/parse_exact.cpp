@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Dates by a format string: every character of the text must be what the format says.
 #include <algorithm>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Dates and times of the formula language.
 #include <algorithm>
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The record selection formula: a condition on a row, such as {Orders.Total} > 100 and {Orders.Country} in
 // ["Italy", "France"] and {Orders.Date} in Date(2024,1,1) to {?Until}.
 //

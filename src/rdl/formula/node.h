@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A formula as a syntax tree. A chain of and, of or, or of list elements is one node, which keeps the tree
 // shallow.
 #pragma once

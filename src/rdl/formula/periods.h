@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Named date ranges relative to the day of the run: {Orders.Date} in LastFullMonth.
 #pragma once
 

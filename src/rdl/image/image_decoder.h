@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Decodes images that an output format cannot embed as they are.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Decodes PNG images. Messages of the PNG library are discarded; the caller reports the error.
 #pragma once
 

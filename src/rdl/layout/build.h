@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Builds a ReportInstance from a definition and its data: grouping, sorting, filters, aggregates, expressions
 // of items and styles.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Caches decoded images of pages, most recently used first.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/screen/page_archive.h"
 
 #include "rdl/screen/page_codec.h"

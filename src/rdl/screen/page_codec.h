@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Serializes pages for storage within the same process.
 #pragma once
 

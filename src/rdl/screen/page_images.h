@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Images of stored pages: the bytes of each once, outside of memory.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Draws the objects of a page as the PDF document shows them, with edges aligned to pixels.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Renders drawings as images, for formats without vectors.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pixel grid of a painter's device, for aligning thin lines and edges of areas.
 #pragma once
 

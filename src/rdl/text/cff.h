@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // CFF font programs inside OpenType files (Adobe Technical Note 5176).
 #pragma once
 

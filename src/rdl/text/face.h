@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One open face of a font file: glyph indexes, advances, and its HarfBuzz font.
 #pragma once
 

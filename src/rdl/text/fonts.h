@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Finds fonts by name and turns text into positioned glyphs: fontconfig substitutes, FreeType gives metrics,
 // HarfBuzz shapes scripts that need it, a table lookup serves the others. Needs neither a display nor Qt.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Glyph outlines as curves, for the screen and the printer.
 #pragma once
 

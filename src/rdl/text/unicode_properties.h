@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Decodes UTF-8 and classifies characters for the shaper.
 #pragma once
 

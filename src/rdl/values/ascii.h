@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // ASCII-only case and classification for keywords, names and file formats. The C library's functions depend
 // on the process locale: in a Turkish one the lower case of I is not i.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The exception of the report engine: what is wrong, and where in the report.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Limits time and memory of one run. Reports are not trusted, and unattended runs must not block the ones
 // after them: past a limit the run ends with an error.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A value: the content of a data field or the result of an expression. 16 bytes, so that a million rows fit
 // into memory. Texts and lists are shared and immutable, with reference counts that are not thread-safe.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Converts the bytes of an XML file to UTF-8 (XML 1.0, sections 2.2 and 4.3.3, appendix F).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An XML document as a tree of elements. Texts are views into storage owned by the document: a tree of a
 // million elements costs little more than its source.
 #pragma once

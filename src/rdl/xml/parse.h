@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Parses XML 1.0 with namespaces into a tree.
 #pragma once
 

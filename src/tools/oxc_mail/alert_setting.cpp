@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/oxc_mail/alert_setting.h"
 
 #include "platform/contracts/registry.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The address of failure alerts that Options stores among the settings.
 #pragma once
 

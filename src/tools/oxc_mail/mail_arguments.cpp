@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/oxc_mail/mail_arguments.h"
 
 #include "platform/mail/profile/profile_editor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs the commands of oxc-mail that need no window.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The window that edits the mail profile, like the account settings of a mail program.
 #pragma once
 

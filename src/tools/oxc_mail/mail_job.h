@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs work with servers and programs outside the thread of the window.
 #pragma once
 

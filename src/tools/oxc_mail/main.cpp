@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // oxc-mail: sets the mail profile up, in a window or by commands.
 #include <iostream>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The values of a mail profile in the form in which the controls of the dialog show them.
 #pragma once
 

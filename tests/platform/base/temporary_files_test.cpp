@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where temporary files are made, whatever the environment says.
 #include <gtest/gtest.h>
 #include <sys/stat.h>

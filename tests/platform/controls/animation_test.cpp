@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/animation.h"
 
 #include "platform/base/paths.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Texts of a list edited in place.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/items/list_box.h"
 
 #include <gmock/gmock.h>

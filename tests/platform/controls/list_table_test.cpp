@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A list shown as a table.
 #include <gmock/gmock.h>
 

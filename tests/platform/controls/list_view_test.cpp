@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Mouse and keys in a list.
 #include "platform/controls/items/list_view.h"
 

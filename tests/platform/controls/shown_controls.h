@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Controls on a window, driven as a user does.
 #pragma once
 

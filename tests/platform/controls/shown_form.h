@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A form with controls of several kinds, driven as a user does.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Address books and profiles that are damaged or hostile.
 #include <gtest/gtest.h>
 

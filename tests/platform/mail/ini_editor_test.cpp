@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Changes that keep the rest of a profile as the user wrote it.
 #include "platform/mail/profile/ini_editor.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Checks whether the profile works, without sending.
 #include "platform/mail/mail_check.h"
 

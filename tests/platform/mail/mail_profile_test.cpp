@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Valid and invalid profiles.
 #include "platform/mail/profile/mail_profile.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Messages as a mail reader sees them: written to an outbox and parsed.
 #include <fcntl.h>
 #include <gmime/gmime.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The outbox folder holds only whole messages.
 #include <fcntl.h>
 #include <sys/file.h>

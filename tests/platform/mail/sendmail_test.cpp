@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The machine's mail program, played by a shell script.
 #include <sys/resource.h>
 #include <sys/stat.h>

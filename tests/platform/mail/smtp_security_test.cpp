@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Encryption and logins.
 #include "mail_fixture.h"
 #include "support/smtp_server.h"

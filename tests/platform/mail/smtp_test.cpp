@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Messages to servers that work and to servers that fail.
 #include <netinet/in.h>
 #include <sys/socket.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Message boxes on the screen.
 #include "platform/qt/qt_prompts.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/regfile/reg_document.h"
 
 #include <gtest/gtest.h>

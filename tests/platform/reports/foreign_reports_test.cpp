@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reports made by other programs, from opening to the file: each is complete, or its error says why not.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Limits on what a report may use of its machine.
 #include "platform/contracts/report_view.h"
 #include "platform/reports/failure.h"

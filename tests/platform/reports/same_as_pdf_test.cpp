@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The screen shows the same as the PDF document, compared with another project's renderer.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The desktop of the tests: applications and associations in folders that only the tests see. A process reads
 // them once, so they are set before the first test.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A data file for one test, with tables like the system's.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A lack of the machine is reported as such, and not as a fault of the data file.
 #include <fcntl.h>
 #include <sched.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Two programs that use one data file.
 #include <sys/wait.h>
 #include <unistd.h>

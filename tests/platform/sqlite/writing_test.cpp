@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // ProveWritable, transactions, and what is on the disk when a call returns.
 #include <sys/stat.h>
 #include <sys/wait.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A viewer in a window, over a report with the pages of the test.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The host that answers by itself, for a program without one of its own.
 #include "rdl/api/host.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A folder with data of its own, and a definition built by hand.
 #pragma once
 

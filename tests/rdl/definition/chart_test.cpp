@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Charts of both forms of the schema, and what cannot be drawn.
 #include <gmock/gmock.h>
 

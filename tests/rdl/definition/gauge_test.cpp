@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Gauge panels as they are read.
 #include "rdl/definition/gauge.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Report files for tests, put together from the parts that a case is about.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An environment with one data set, so that a test is one line: what an expression shows.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Cultures that the table has no row for.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Charts for tests: small reports of the data set Data (Region, Product, Amount), and what was drawn.
 #pragma once
 

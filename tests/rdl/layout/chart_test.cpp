@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What charts are drawn as.
 #include <gmock/gmock.h>
 

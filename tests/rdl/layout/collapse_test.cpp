@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What begins hidden until its group is toggled leaves the group's own header and totals.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Items beside and upon each other, on pages that end between or within them.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reports that other people wrote, over made-up rows: whatever is in them is laid out or refused with an
 // error.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Gauge panels for tests: a panel of 300 by 100 points over the data set Data (Region, Product, Amount).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Indicators, numbers and labels of gauge panels: which state counts, and what a value comes to.
 #include <gmock/gmock.h>
 

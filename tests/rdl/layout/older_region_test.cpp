@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Tables, lists and matrices of the schemas of 2003 and 2005, run over data.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What is wrong with a report is said when it is opened, with file, line and item.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pages of all sizes, and bodies larger than they are.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

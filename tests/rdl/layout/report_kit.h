@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Small reports for tests: a definition as text, a table by hand, the pages as text.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where a text stands in its box, and how the box fits its text.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

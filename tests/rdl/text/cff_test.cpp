@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Font programs whose glyphs are named by numbers of a character collection.
 #include "rdl/text/cff.h"
 

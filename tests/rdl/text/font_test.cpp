@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which font stands for what a report names.
 #include <fontconfig/fontconfig.h>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fonts that tests ask for by name: which of them this machine has.
 #pragma once
 

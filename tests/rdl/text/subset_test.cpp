@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Font programs cut down to the glyphs that a document uses.
 #include <gmock/gmock.h>
 

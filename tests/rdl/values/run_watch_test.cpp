@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/values/run_watch.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Background images and gradients in style sheets.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The outer form of PDF documents, their texts, fonts, facts, links and outline.
 #include <gmock/gmock.h>
 

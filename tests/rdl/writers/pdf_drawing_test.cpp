@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Lines, areas, clips and images of PDF pages.
 #include <gmock/gmock.h>
 #include <libdeflate.h>

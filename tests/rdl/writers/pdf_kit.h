@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // PDF documents for tests: written from reports made by hand, and read by other people's programs.
 #pragma once
 

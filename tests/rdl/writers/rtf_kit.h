@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // RTF documents of sample reports, written and read again.
 #pragma once
 

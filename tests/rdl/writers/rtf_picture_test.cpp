@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures in RTF documents.
 #include <gtest/gtest.h>
 

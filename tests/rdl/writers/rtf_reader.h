@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads an RTF document as far as tests ask: its groups, its text, the rows and cells of its tables.
 #pragma once
 

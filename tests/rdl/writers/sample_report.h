@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A report made by hand, for tests of the writers without pages.
 #pragma once
 

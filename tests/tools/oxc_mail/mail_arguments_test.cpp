@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The arguments that oxc-mail accepts, and its errors for others.
 #include "tools/oxc_mail/mail_arguments.h"
 

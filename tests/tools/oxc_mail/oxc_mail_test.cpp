@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program as users and scripts use it: exit codes, one line for an error, no secret in any output.
 #include "mail_program.h"
 #include "support/smtp_server.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The password prompt at a terminal: never echoed, and the terminal is always restored.
 #include <pty.h>
 #include <signal.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The common file dialog of a form: set it up, show it, read FileName.
 #pragma once
 

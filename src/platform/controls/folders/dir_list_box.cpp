@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/controls/folders/dir_list_box.h"
 
 #include <QApplication>

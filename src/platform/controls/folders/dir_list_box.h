@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A folder list: the folders above the current folder, from the root on, the folder itself, and its
 // subfolders, each level indented. A double click or Enter opens a folder.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The contents of a folder for the lists of the forms: sorted by name without regard to case, without hidden
 // entries.
 #pragma once

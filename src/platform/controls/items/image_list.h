@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Numbered images that lists, trees and toolbars share. They are drawn from vector pictures, so that they are
 // sharp at every size, in colours that suit light and dark backgrounds.
 #pragma once

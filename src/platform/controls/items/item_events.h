@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The events that a view of items reports to its control.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Mouse and key handling that all lists and trees of the forms share, whichever view of Qt shows the items.
 // At most one item is selected, and only the user or code changes the selection.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Draws the items of a list and edits their texts in place.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A list of lines in one column. At most one line is selected. Lines count from 0.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The items and the columns of a ListView. Both count from 1.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The items of a list in their order, with the one selection that all its views share.
 #pragma once
 

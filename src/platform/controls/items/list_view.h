@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A list of items with keys, shown as icons, small icons, a list or a table: four views of one model. At most
 // one item is selected. Items count from 1 in their order.
 #pragma once

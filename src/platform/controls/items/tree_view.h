@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A tree of nodes with keys. At most one node is selected; a click outside all nodes keeps the selection.
 #pragma once
 

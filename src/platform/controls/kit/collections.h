@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the collections of the controls share: they count from 1, and a key is unique in its collection.
 #pragma once
 

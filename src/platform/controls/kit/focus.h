@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Decides when a control has lost the focus, as the forms understand it.
 #pragma once
 

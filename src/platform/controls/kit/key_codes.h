@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The key codes that the system's handlers use.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The look of a box whose text can be read but not changed.
 #pragma once
 

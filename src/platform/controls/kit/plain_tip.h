@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A tooltip for plain text. Qt would read a text with tags as rich text, and would show any other text on a
 // single line, however long.
 #pragma once

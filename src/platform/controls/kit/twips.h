@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Positions and sizes of the forms are in twips: 15 make a pixel at 96 dots per inch. Qt scales its pixels
 // for finer screens.
 #pragma once

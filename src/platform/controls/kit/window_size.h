@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sizes that depend on the font in use, so that large fonts get large windows.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Short-lived child programs of mail. They run without a shell, and never longer than their time limit.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/mail/base/domain_name.h"
 
 #include <idn2.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Domain names in UTF-8, as users write them, and in ASCII, as the domain name system needs them (IDNA 2008,
 // RFC 5891).
 #pragma once

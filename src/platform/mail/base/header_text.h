@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Header lines of a message: ASCII, folded at 78 characters (RFC 5322, sections 2.1.1 and 2.2.3).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Numbers of the mail failures that concern one message or one profile. They differ from the two mailbox
 // numbers (err::MailboxOrServer, err::MailboxFull), which mean that no mail can be sent at all.
 #pragma once

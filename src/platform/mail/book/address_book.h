@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The address book of the mail profile, and the function that shows it to the user.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Address books in vCard files: versions 2.1 and 3.0 (RFC 2426), and 4.0 (RFC 6350).
 #pragma once
 

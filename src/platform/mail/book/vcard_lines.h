@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lines of a vCard file, unfolded, decoded and split into their parts (RFC 6350, sections 3.2 and 3.3).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The unique part of a Message-ID (RFC 5322, section 3.6.4).
 #pragma once
 

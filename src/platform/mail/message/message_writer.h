@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes outgoing mails as Internet messages (RFC 5322, with MIME of RFC 2045 and RFC 2046).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A message that is ready to be sent: all names are resolved and all attachments are open.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Keeps a message in an unnamed file on its way to a server or a program. Closing the file deletes it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Changes values in a text of sections and keys and keeps everything else as the user wrote it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reads texts with sections of `key = value` lines.
 #pragma once
 

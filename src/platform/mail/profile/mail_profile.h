@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The mail profile: how mail is sent from this machine, the sender, and the address book.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The mail profile as the user edits it: values by the names of their keys, and the file that holds them.
 #pragma once
 

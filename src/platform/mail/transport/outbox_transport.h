@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes messages as files in a folder, where another program collects them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sends mail with the machine's mail program.
 #pragma once
 

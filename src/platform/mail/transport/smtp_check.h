@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Tests whether a mail server would accept mail, without sending any.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One connection to the mail server of a profile (RFC 5321, section 3).
 #pragma once
 

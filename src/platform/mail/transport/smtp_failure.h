@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Converts a failed SMTP dialogue to an error of the system.
 #pragma once
 

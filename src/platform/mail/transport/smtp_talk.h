@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Records the SMTP dialogue with a server, as far as a failure needs it (RFC 5321, section 4).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/mail/transport/transport.h"
 
 #include "platform/mail/transport/outbox_transport.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A connect string: pairs key=value separated by semicolons; values may be in " or ' (doubled inside) or in {
 // }.
 #pragma once

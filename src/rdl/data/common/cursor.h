@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A forward-only sequence of rows from a data source.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Field types as reports and databases name them, and conversion to them.
 #pragma once
 

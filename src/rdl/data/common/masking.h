@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Passwords in texts that a server or a driver made.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sanitizes driver messages and names from reports for error texts.
 #pragma once
 

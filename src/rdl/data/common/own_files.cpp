@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/data/common/own_files.h"
 
 #include <linux/magic.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Rows of a file of separated values (RFC 4180, with the variants below).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Data files of a report: found in the folders of a run and read whole, up to a size limit.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An element path: which elements of an XML document are rows and which parts of them are columns.
 #pragma once
 

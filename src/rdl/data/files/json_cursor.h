@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Rows of a JSON document (RFC 8259), selected by a path: $.customers[*].orders[*].
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Rows of an XML document, selected by an element path: Customers {}/Customer {@ID, Name(String)}/Order.
 #pragma once
 

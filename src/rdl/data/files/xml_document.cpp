@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/data/files/xml_document.h"
 
 #include "rdl/data/common/message.h"

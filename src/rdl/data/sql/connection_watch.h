@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Interrupts database driver calls that would block forever: a silent server must not block a report,
 // whatever timeouts its driver supports.
 #pragma once

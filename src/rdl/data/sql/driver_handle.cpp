@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/data/sql/driver_handle.h"
 
 #include <dlfcn.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Settings of database client libraries without an equivalent in Qt. The libraries are those that Qt's
 // drivers have loaded; linking them would require them on machines whose reports do not need them.
 #pragma once

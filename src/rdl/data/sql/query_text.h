@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Converts named query parameters to positional binds: a value never becomes part of the text.
 #pragma once
 

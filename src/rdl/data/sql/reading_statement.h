@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Checks that a report's query only reads, before anything is sent. A read-only session on the server is the
 // second line of defence.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A connection to a database server through Qt SQL, open while a query of a report runs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/data/sql/sql_cursor.h"
 
 #include <QSqlError>

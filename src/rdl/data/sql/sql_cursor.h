@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Rows from a database server through Qt SQL: PostgreSQL, MySQL, MariaDB, SQL Server and any ODBC source.
 #pragma once
 

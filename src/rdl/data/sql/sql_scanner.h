@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Finds the ends of strings, quoted names and comments by the rules of each server.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Rows from a SQLite database through its C API, which is the fastest way to typed values. The file is opened
 // read-only and never created.
 #pragma once

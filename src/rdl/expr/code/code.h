@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Report-level code: the functions, variables and constants of a report's Code element (MS-RDL, Code), in
 // Visual Basic.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Report-level code in compiled form: functions made of statements, and the variables that they share.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Parses report-level code into a CodeModule.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Assignments and calls of report-level code.
 #include <utility>
 

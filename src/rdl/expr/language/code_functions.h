@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The expression compiler's view of report-level code.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The expression language: Visual Basic expressions over Fields, Parameters, Globals and aggregates (MS-RDL,
 // Expressions).
 //

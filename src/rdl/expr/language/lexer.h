@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Tokens of an expression or of report-level code.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Node types used by expressions and report-level code.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Parses tokens into nodes: one expression, by operator precedence. Report-level code uses it for the
 // expressions in its statements. Raises rdl::Error with place and position.
 #pragma once

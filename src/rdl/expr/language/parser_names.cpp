@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The collections that an expression names: Fields!X.Value and its like.
 #include <utility>
 

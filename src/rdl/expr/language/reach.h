@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Nodes that query the environment: parameters, globals, aggregates, lookups, scopes.
 #pragma once
 

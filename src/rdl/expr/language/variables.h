@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Variables of report-level code: their storage, and the nodes that read and set them.
 #pragma once
 

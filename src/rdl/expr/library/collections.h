@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The collection classes of report-level code: StringBuilder, ArrayList, List, Stack, Queue, Hashtable,
 // Dictionary and SortedList. objects.h lists them with its functions.
 #pragma once

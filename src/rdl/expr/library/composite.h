@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Composite formatting: "{0:N2} of {1,8}".
 #pragma once
 

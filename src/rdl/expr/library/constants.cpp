@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Named constants of the language and of its library.
 #include <cstdint>
 #include <initializer_list>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Values by key: Hashtable, Dictionary(Of K, V), SortedList, SortedDictionary.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/expr/library/functions.h"
 
 #include <unordered_map>

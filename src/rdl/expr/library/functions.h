@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The functions of the language by name: global ones (left), class members (math.abs), and instance members
 // (.padleft), whose first argument is the value itself.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Functions of the class Array that give a list in another order.
 #include <algorithm>
 #include <utility>

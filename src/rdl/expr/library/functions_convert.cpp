@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Conversion and inspection: CInt, CStr, Hex, IsNothing, Convert.ToInt32 ...
 #include <charconv>
 #include <cmath>

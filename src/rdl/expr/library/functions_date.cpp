@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Dates: DateAdd, DateDiff, DatePart, parts of a date, names of months and weekdays.
 #include <algorithm>
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Static members of DateTime and TimeSpan, and what New makes of them.
 #include <cmath>
 #include <string>

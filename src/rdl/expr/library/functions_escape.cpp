@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Text for addresses and markup, and bytes as text: System.Uri, HttpUtility, Convert.FromBase64String.
 #include <string>
 

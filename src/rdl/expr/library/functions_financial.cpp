@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Annuities, depreciation and cash flows. Money paid out is negative, as in every financial function.
 #include <algorithm>
 #include <cmath>

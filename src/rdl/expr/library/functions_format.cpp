@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Numbers and dates as text: Format and its family, String.Format.
 #include <string>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a value or a character is, and the small functions of the Information and Interaction modules.
 #include <algorithm>
 #include <string>

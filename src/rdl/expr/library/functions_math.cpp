@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Mathematics. Whole numbers stay whole where the result is one.
 #include <cmath>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Regular expressions: System.Text.RegularExpressions.Regex. The library gives up on a pattern that takes too
 // long; the result is then an error.
 #include <QRegularExpression>

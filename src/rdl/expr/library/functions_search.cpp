@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Functions that look for, compare, split and join text.
 #include <algorithm>
 #include <string>

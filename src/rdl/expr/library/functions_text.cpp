@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Functions that cut and change text: Left, Mid, Trim, UCase, StrConv ...
 #include <limits>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Static members of the number types: Integer.Parse, Decimal.Round, Convert.ToInt32 with a base ...
 #include <charconv>
 #include <cmath>

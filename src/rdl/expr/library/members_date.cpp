@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Members of dates and time spans: .Year, .AddDays(1), .TotalHours ...
 #include <cmath>
 #include <string>

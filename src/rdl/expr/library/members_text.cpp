@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Members of any value and of texts: .ToString("N2"), .Trim(), .Substring(0, 3), .Length ...
 #include <algorithm>
 #include <limits>

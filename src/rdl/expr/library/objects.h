@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Objects that report-level code creates with New, and their members. They hold plain values only, neither
 // objects nor lists: so there are no reference cycles.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Computes one aggregate function over a stream of values.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Character-based operations on UTF-8 for the text functions. A malformed byte counts as U+FFFD.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The order of values for sorting, grouping and joining.
 #pragma once
 

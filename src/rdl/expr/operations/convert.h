@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Conversions between kinds of values, and the comparison operators. A conversion that fails returns false;
 // NoConversion() makes the error value for it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Date arithmetic of DateAdd and of the members of a date. Dates are ticks of 100 ns. Each function returns
 // false if the result is outside the years 1 to 9999.
 #pragma once

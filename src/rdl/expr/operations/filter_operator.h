@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Filters of data sets, data regions and groups (MS-RDL, Filter): the operators, how values compare, and what
 // passes. The caller evaluates the expressions.
 #pragma once

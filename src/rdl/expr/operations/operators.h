@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The operators of the language. An error operand is the result; operands that do not fit give an error
 // value.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Searches in text for functions and members. Positions are bytes; npos if nothing is found.
 #pragma once
 

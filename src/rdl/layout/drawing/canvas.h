@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A canvas for charts and gauges: draws shapes and single texts onto a page. Lengths are points.
 #pragma once
 

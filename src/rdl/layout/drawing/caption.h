@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A styled text in a chart or gauge: a title, the name of an axis.
 #pragma once
 

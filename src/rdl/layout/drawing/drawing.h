@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A chart or gauge as a vector drawing: the objects of a page of the item's size. Pages include them; formats
 // without vectors show them as an image.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Evaluates properties and styles of chart and gauge parts at the evaluator's current place.
 #pragma once
 

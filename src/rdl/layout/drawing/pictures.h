@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Caches images of drawings that recur, as an indicator's few states do in the rows of a table.
 #pragma once
 

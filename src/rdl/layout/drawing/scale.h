@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Scales of axes: computes round ends and steps from the numbers shown.
 #pragma once
 

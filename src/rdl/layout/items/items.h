@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Builds the instance of an item from its plan, at the evaluator's current place.
 #pragma once
 

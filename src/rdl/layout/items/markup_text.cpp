@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // From marked-up texts to paragraphs as they are drawn.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The cells of a table's rows.
 #include <algorithm>
 #include <numeric>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The rows of a data region. The order of rows is planned at once, in a few bytes a row; cells are built when
 // a row is requested.
 #pragma once

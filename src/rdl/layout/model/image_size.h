@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The size of an image from its header without decoding: the IHDR chunk of PNG, the frame header of JPEG
 // (ITU-T T.81, B.2.2), the headers of GIF and BMP.
 #pragma once

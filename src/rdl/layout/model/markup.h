@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // HTML text runs: the subset of HTML that a report can show (MS-RDL, MarkupType).
 #pragma once
 

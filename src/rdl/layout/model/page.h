@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A page as drawable objects, in drawing order. Lengths are points from the page's top left corner, y
 // downwards.
 #pragma once

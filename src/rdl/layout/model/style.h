@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A style with all properties computed for one instance of an item. Instances share it unless an expression
 // in it depends on data.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sizes in reports (MS-RDL, Size).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The background of an item beyond a plain colour: gradient and image.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Flows a rectangle or a body: items push down what is below them when they grow.
 #pragma once
 

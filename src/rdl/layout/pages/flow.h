@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Places items on pages. A flow places as much of its item as the current page holds and continues on the
 // next page. Lengths are points.
 #pragma once

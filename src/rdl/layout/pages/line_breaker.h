@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Line breaking opportunities; a simplified form of UAX #14.
 #pragma once
 

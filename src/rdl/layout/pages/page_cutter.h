@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Cuts a body wider than a page into pages side by side.
 #pragma once
 

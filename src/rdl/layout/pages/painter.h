@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Draws boxes, texts, images and lines onto a page, in points from its top left corner.
 #pragma once
 

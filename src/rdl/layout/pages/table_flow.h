@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Places a table on pages: rows are built one at a time, headers repeat, and rows that belong together stay
 // together.
 #pragma once

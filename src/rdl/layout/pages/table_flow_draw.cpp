@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Tables: boxes, contents and cells over several rows, drawn where the flow has put their rows.
 #include <cmath>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Breaks the paragraphs of a text box into lines and shapes them. Lengths are points.
 #pragma once
 

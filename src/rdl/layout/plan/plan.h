@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The definition prepared for evaluation: properties compiled, members of data regions numbered. It depends
 // on no data; one plan serves all instances of an item. Definition and programs must outlive it.
 #pragma once

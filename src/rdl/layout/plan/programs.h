@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // All expressions of a report, compiled in the data set of their place.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A compiled property: a constant or a program, which Programs owns.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Compiled styles. Constant styles are computed once and shared; for others the last few results are cached,
 // since few distinct ones occur.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The environment of expressions while a report is built: row of the current scope, parameters, aggregates
 // over other scopes, other items. Aggregates of a group instance are computed once.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Aggregates of the evaluator: finding the scope, going through its rows, keeping the results.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Builds a data region: filters, sorts and groups its rows.
 #pragma once
 

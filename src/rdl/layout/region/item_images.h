@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Loads images from all sources of a report, and background images.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The leaves of a data region's hierarchy with data: a chart's series and categories.
 #pragma once
 

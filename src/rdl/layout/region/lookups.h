@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Lookup, LookupSet and MultiLookup: an index of a data set's rows, built on first use.
 #pragma once
 

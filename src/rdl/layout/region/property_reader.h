@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Evaluates properties of items, charts and gauges at the evaluator's current place.
 #pragma once
 

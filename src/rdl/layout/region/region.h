@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A data region: which rows belong to which group instance. Immutable after it is built.
 //
 // Rows are numbered within the region (local rows). The instances of a group are in display order; each owns

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Filters and sorts of data regions and groups.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Grid lines from the edges of items in one direction; edges within the tolerance (points) share a line.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Buffers bytes that are written later: in memory while they are few, then in an unnamed temporary file, so
 // that memory does not grow with a report's length.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Decodes texts that may be invalid UTF-8.
 #pragma once
 

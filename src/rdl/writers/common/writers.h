@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The writers of the output formats. Each writes the document in order; the same report and clock give the
 // same bytes. Raises rdl::Error naming the item for content that cannot be written; errors of `output` pass
 // through.

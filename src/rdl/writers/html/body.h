@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes the items of a report as HTML elements (HTML Living Standard). Free-standing items are placed in a
 // CSS grid whose lines are their edges: the page looks as designed, and growing items push down what is below
 // them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The document map of an HTML file: links to labelled places.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The CSS classes of one HTML file: equal styles share a class. Returned references stay valid for the life
 // of the object.
 #pragma once

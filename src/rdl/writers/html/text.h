@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Escapes texts and formats numbers and bytes for HTML and CSS. Each function appends to `out`.
 #pragma once
 

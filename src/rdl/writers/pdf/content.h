@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes the objects of a page as a PDF content stream (ISO 32000-1, 7.8.2; graphics 8, text 9).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The file structure of a PDF document (ISO 32000-1, 7.5): numbered objects, streams, cross-reference table
 // and trailer. Objects are written at once; only their offsets are kept.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The fonts of a PDF document (ISO 32000-1, 9.7 composite fonts, 9.9 embedded programs, 9.10.3 ToUnicode):
 // collects the glyphs in use and writes subsets at the end.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The images of a PDF document (ISO 32000-1, 8.9.5), each written once: JPEG unchanged, others decoded, with
 // transparency as a soft mask (11.6.5.3).
 #pragma once

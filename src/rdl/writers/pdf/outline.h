@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Named destinations and the outline (document map) of a PDF document (ISO 32000-1, 12.3.2.3 and 12.3.3).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes the items of a report as RTF paragraphs and tables (RTF 1.9.1, Paragraph Text and Table
 // Definitions), from top to bottom.
 #pragma once

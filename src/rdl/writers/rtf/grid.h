@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Arranges free-standing items side by side as rows of one table: its lines are the items' edges, gaps are
 // empty cells. Rectangles become borders and backgrounds of the cells inside them.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes text boxes, images and empty space as paragraphs of a cell (RTF 1.9.1, Paragraph Text, Fields,
 // Bookmarks). Each function appends to `out`; the last paragraph stays open, without \par or \cell.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes images as RTF pictures (RTF 1.9.1, Pictures).
 #pragma once
 

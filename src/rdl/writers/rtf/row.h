@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A table row in RTF (RTF 1.9.1, Table Definitions): the definitions of its cells without their content.
 // Lengths are points.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The font table and colour table of one RTF document (RTF 1.9.1, Font Table, Color Table). They precede the
 // text that uses them, so the header is written last.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/values/error.h"
 #include "rdl/writers/common/content.h"
 #include "rdl/writers/rtf/body.h"

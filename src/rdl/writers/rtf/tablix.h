@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Converts the rows of a data region to RTF table rows, one after another.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A workbook (MS-XLS, 2.1.7.20 Workbook Stream): its sheets, the shared records, and the compound file around
 // them.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The bookmarks of a workbook as defined names of cells (MS-XLS, 2.4.150 Lbl): links may refer to names whose
 // cell is not known yet.
 #pragma once

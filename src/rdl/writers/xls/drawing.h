@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Images of a workbook: the bytes once (MS-XLS, 2.4.171 MsoDrawingGroup), positions in each sheet (2.4.170
 // MsoDrawing). Both contain MS-ODRAW records.
 #pragma once

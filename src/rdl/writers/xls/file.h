@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The compound file around a workbook stream (MS-CFB: 2.2 header, 2.3 FAT, 2.5 DIFAT, 2.6 directory).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Places the items of a report in the cells of sheets: columns start at edges of items, rows follow the
 // horizontal bands of items, table rows become rows.
 #pragma once

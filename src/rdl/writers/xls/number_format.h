@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Converts .NET format strings to Excel number formats (MS-XLS, 2.4.126 Format).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Builds records of a workbook stream: type, length, little-endian data (MS-XLS, 2.1.4 Record).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A sheet of a workbook under construction (MS-XLS, 2.1.7.20.5 Worksheet Substream). Complete rows are moved
 // to the spool.
 #pragma once

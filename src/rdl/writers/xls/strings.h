@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The shared string table (MS-XLS, 2.4.265 SST) with its Continue records (2.4.58).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fonts, number formats, colours and cell formats of a workbook without duplicates (MS-XLS, 2.4.122 Font,
 // 2.4.126 Format, 2.4.188 Palette, 2.4.353 XF).
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/common/writers.h"
 #include "rdl/writers/xls/book.h"
 #include "rdl/writers/xls/layout.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Axes of a chart: evaluated properties, and scales over the series on each axis.
 #pragma once
 

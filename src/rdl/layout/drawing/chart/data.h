@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A chart with its data: all properties evaluated, nothing placed yet. Lengths are points.
 #pragma once
 

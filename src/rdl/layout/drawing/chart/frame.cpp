@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Grid lines and the axes around a plot.
 #include <algorithm>
 #include <cmath>

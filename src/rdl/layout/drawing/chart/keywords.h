@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Keywords in labels, replaced by data of the point: #VALY, #PERCENT{P1}, #SERIESNAME ...
 #pragma once
 

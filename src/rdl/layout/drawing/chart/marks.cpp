@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Columns, areas, lines and points of a plot, and the labels of its points.
 #include <algorithm>
 #include <cmath>

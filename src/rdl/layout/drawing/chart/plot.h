@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The plot area of a chart with axes: maps values and categories to points on the page.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The frames of gauges and where gauges lie in their panel.
 #include <algorithm>
 #include <cmath>

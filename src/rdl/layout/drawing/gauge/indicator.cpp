@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Indicators: a picture or a number that stands for a value.
 #include <algorithm>
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The icons of indicators: arrows, lights, signs, symbols, ratings.
 #pragma once
 

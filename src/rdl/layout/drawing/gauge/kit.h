@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Helpers for drawing the parts of a gauge panel: properties by name, fills, and shapes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pointers of a scale: needles, markers, bars and thermometers.
 #include <algorithm>
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A gauge scale: values, band, ranges, ticks, labels and pointers along a track.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The path of a gauge's scale: an arc or a line. Ticks, ranges and pointers have a position along the path, 0
 // to 1, and a distance from it in points: so drawing does not depend on the shape.
 #pragma once

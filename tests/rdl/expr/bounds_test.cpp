@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a hostile expression asks for: whatever it is, the result is small or #Error, and it is there soon.
 #include "rdl/expr/fixture.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the guide to report files promises is there.
 #include <cctype>
 #include <fstream>

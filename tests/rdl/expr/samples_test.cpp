@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Expressions of report files as other people write them.
 #include <filesystem>
 #include <fstream>

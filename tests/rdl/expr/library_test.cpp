@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The classes and modules of the run time that a report may use, one table for each; the expectations are
 // those of their published reference.
 #include "rdl/expr/fixture.h"
