@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "execution/ExportFormat.h"
 
+#include <algorithm>
+#include <array>
+
 #include "platform/base/convert.h"
 #include "platform/base/file_name.h"
 #include "platform/base/paths.h"
@@ -9,14 +12,37 @@
 
 namespace Global {
 
+using report::DocumentFormat;
+
 namespace {
 
-bool IsPdfWord(Runner runner, const std::string& word) {
-    if (word == "Acrobat") {
-        return true;
-    }
-    return runner != Runner::PackagePoll && (word == "PDF" || word == "Acrobat Format (PDF)");
-}
+enum class KnownTo { All, AllButPackagePoll };
+
+struct Word {
+    std::string_view word;
+    DocumentFormat format;
+    KnownTo knownTo = KnownTo::All;
+};
+
+constexpr std::array Words = {
+    Word{"Acrobat", DocumentFormat::Pdf},
+    Word{"PDF", DocumentFormat::Pdf, KnownTo::AllButPackagePoll},
+    Word{"Acrobat Format (PDF)", DocumentFormat::Pdf, KnownTo::AllButPackagePoll},
+    Word{"RTF", DocumentFormat::Rtf},
+    Word{"Rich Text", DocumentFormat::Rtf},
+    Word{"Excel", DocumentFormat::Excel},
+    Word{"MS Excel", DocumentFormat::Excel},
+    Word{"HTML", DocumentFormat::Html},
+    Word{"DHTML", DocumentFormat::Html},
+    Word{"WinWord", DocumentFormat::Word},
+    Word{"MS Word", DocumentFormat::Word},
+};
+
+// A second row for a word would never be found.
+static_assert(std::all_of(Words.begin(), Words.end(), [](const Word& one) {
+    return std::count_if(Words.begin(), Words.end(),
+                         [&one](const Word& other) { return other.word == one.word; }) == 1;
+}));
 
 std::string WithoutBlanks(const std::string& text) {
     return Replace(text, " ", "");
@@ -24,41 +50,13 @@ std::string WithoutBlanks(const std::string& text) {
 
 }  // namespace
 
-ExportKind RecogniseFormat(Runner runner, const std::string& word) {
-    if (IsPdfWord(runner, word)) {
-        return ExportKind::Pdf;
+std::optional<DocumentFormat> RecogniseFormat(Runner runner, const std::string& word) {
+    for (const Word& known : Words) {
+        if (word == known.word && (known.knownTo == KnownTo::All || runner != Runner::PackagePoll)) {
+            return known.format;
+        }
     }
-    if (word == "RTF" || word == "Rich Text") {
-        return ExportKind::RichText;
-    }
-    if (word == "Excel" || word == "MS Excel") {
-        return ExportKind::Excel;
-    }
-    if (word == "HTML" || word == "DHTML") {
-        return ExportKind::Html;
-    }
-    if (word == "WinWord" || word == "MS Word") {
-        return ExportKind::Word;
-    }
-    return ExportKind::None;
-}
-
-int EngineFormatCode(ExportKind kind) {
-    switch (kind) {
-        case ExportKind::Pdf:
-            return report::FormatPdf;
-        case ExportKind::RichText:
-            return report::FormatRtf;
-        case ExportKind::Excel:
-            return report::FormatExcel;
-        case ExportKind::Html:
-            return report::FormatHtml;
-        case ExportKind::Word:
-            return report::FormatWord;
-        case ExportKind::None:
-            break;
-    }
-    return 0;
+    return std::nullopt;
 }
 
 std::string HtmlOutputFile(const std::string& reportTitle) {
@@ -70,23 +68,16 @@ std::string HtmlOutputFile(const std::string& reportTitle) {
     return AppPath() + "\\output\\" + name;
 }
 
-std::string PackageOutputFile(ExportKind kind, const std::string& destination,
+std::string PackageOutputFile(DocumentFormat format, const std::string& destination,
                               const std::string& reportTitle) {
-    switch (kind) {
-        case ExportKind::Pdf:
-            return destination + cmFunc::GetDelimitedField(reportTitle, 2, ">") + ".pdf";
-        case ExportKind::RichText:
-            return destination + reportTitle + ".rtf";
-        case ExportKind::Excel:
-            return destination + reportTitle + ".xls";
-        case ExportKind::Html:
-            return destination + Replace(WithoutBlanks(reportTitle), ">", "") + ".htm";
-        case ExportKind::Word:
-            return destination + reportTitle + ".doc";
-        case ExportKind::None:
-            break;
+    std::string name = reportTitle;
+    if (format == DocumentFormat::Pdf) {
+        name = cmFunc::GetDelimitedField(reportTitle, 2, ">");
+    } else if (format == DocumentFormat::Html) {
+        name = Replace(WithoutBlanks(reportTitle), ">", "");
     }
-    return {};
+    const report::FormatRow& row = *report::FindFormat(report::CodeOf(format));
+    return destination + name + "." + std::string(row.extension);
 }
 
 void SetExcelOptions(report::Report& report) {

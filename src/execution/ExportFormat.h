@@ -3,13 +3,13 @@
 // and give different names. These differences are kept on purpose.
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "platform/contracts/export_formats.h"
 #include "platform/contracts/report_engine.h"
 
 namespace Global {
-
-enum class ExportKind { None, Pdf, RichText, Excel, Html, Word };
 
 enum class Runner {
     Single,         // RunReport
@@ -17,12 +17,9 @@ enum class Runner {
     PackageDemand,  // a package run on demand
 };
 
-// Compares exact words, case included. Returns None for an unknown word; the caller then exports nothing and
-// shows nothing.
-ExportKind RecogniseFormat(Runner runner, const std::string& word);
-
-// Returns the engine's format code (report::FormatPdf ...). Returns 0 for None.
-int EngineFormatCode(ExportKind kind);
+// Compares exact words, case included. Returns nullopt for an unknown word; the caller then exports nothing
+// and shows nothing.
+std::optional<report::DocumentFormat> RecogniseFormat(Runner runner, const std::string& word);
 
 // Returns the path of a single schedule's HTML file: the folder "output" in the application's folder, the
 // title without blanks, the hours since 2002-01-01, ".htm". Does not make the folder. Raises 76 if the title
@@ -30,8 +27,8 @@ int EngineFormatCode(ExportKind kind);
 std::string HtmlOutputFile(const std::string& reportTitle);
 
 // Returns the path of a package report's file: `destination`, which ends in a backslash, a name made of the
-// title, and the extension of the kind. Returns an empty text for None.
-std::string PackageOutputFile(ExportKind kind, const std::string& destination,
+// title, and the extension of the format.
+std::string PackageOutputFile(report::DocumentFormat format, const std::string& destination,
                               const std::string& reportTitle);
 
 // The options that every runner gives to exports of these formats.

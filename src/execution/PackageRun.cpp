@@ -34,19 +34,19 @@ void HandOverPackageParameters(report::Report& report, const std::string& report
     values.Close();
 }
 
-void ExportPackageReport(report::Report& report, ExportKind kind, const std::string& file) {
-    if (kind == ExportKind::Excel) {
+void ExportPackageReport(report::Report& report, report::DocumentFormat format, const std::string& file) {
+    if (format == report::DocumentFormat::Excel) {
         SetExcelOptions(report);
-    } else if (kind == ExportKind::Html) {
+    } else if (format == report::DocumentFormat::Html) {
         SetPackageHtmlOptions(report);
     }
-    if (kind == ExportKind::Html) {
+    if (format == report::DocumentFormat::Html) {
         report.SetHtmlFileName(file);
     } else {
         report.SetDiskFileName(file);
     }
     report.SetExportDestination(report::DestinationDisk);
-    report.SetExportFormat(EngineFormatCode(kind));
+    report.SetExportFormat(report::CodeOf(format));
     report.Export(false);
 }
 
@@ -60,12 +60,13 @@ int RunPackageReports(const std::string& reportID, const std::string& destinatio
         const std::shared_ptr<report::Report> held = CurrentReport;
         HandOverPackageParameters(report, reportID, details.Fields("DetailID").Value.Text());
         report.SetRunSwitches(false, false);
-        const ExportKind kind = RecogniseFormat(runner, details.Fields("ReportFormat").Value.Text());
-        if (kind != ExportKind::None) {
+        const std::optional<report::DocumentFormat> format =
+            RecogniseFormat(runner, details.Fields("ReportFormat").Value.Text());
+        if (format) {
             // The slot is set before the engine is called: an error before this line leaves it empty.
             AttachmentSlot(slot) =
-                PackageOutputFile(kind, destination, details.Fields("ReportTitle").Value.Text());
-            ExportPackageReport(report, kind, AttachmentSlot(slot));
+                PackageOutputFile(*format, destination, details.Fields("ReportTitle").Value.Text());
+            ExportPackageReport(report, *format, AttachmentSlot(slot));
         } else {
             Journal("Package " + reportID + " goes without its report \"" +
                     details.Fields("ReportTitle").Value + "\", as the format \"" +

@@ -21,13 +21,13 @@ struct Envelope {
 };
 
 // The engine mails the export itself.
-bool MailByEngine(report::Report& report, ExportKind kind, const Envelope& envelope) {
+bool MailByEngine(report::Report& report, report::DocumentFormat format, const Envelope& envelope) {
     report.SetExportDestination(report::DestinationMail);
     report.SetMail(envelope.sendTo, envelope.subject.Text(), envelope.message.Text());
-    if (kind == ExportKind::Excel) {
+    if (format == report::DocumentFormat::Excel) {
         SetExcelOptions(report);
     }
-    report.SetExportFormat(EngineFormatCode(kind));
+    report.SetExportFormat(report::CodeOf(format));
     report.Export(false);
     DoEvents();
     return true;
@@ -107,16 +107,13 @@ bool RunReport(const Variant& reportID, const std::string& reportPath, const Var
         report.SetRecordSelectionFormula(selectionForm);
     }
     const Envelope envelope{message, subject, sendTo};
-    const ExportKind kind = RecogniseFormat(Runner::Single, format.Text());
-    switch (kind) {
-        case ExportKind::None:
-            Journal("Schedule " + reportID + " is not run: its format \"" + format + "\" is not known");
-            return false;
-        case ExportKind::Html:
-            return ExportHtmlAndMail(report, envelope);
-        default:
-            return MailByEngine(report, kind, envelope);
+    const std::optional<report::DocumentFormat> known = RecogniseFormat(Runner::Single, format.Text());
+    if (!known) {
+        Journal("Schedule " + reportID + " is not run: its format \"" + format + "\" is not known");
+        return false;
     }
+    return *known == report::DocumentFormat::Html ? ExportHtmlAndMail(report, envelope)
+                                                  : MailByEngine(report, *known, envelope);
 }
 
 bool RunStoredSchedule(const ADODB::Recordset& row) {

@@ -118,7 +118,11 @@ void Export(RdlReport& report, const ReportArguments& arguments) {
 
 void Run(const ReportArguments& arguments) {
     if (arguments.command == tools::Command::Help) {
-        Print(tools::Usage);
+        Print(tools::Usage());
+        return;
+    }
+    if (arguments.command == tools::Command::Version) {
+        Print(std::string("oxc-report ") + OXC_VERSION + "\n");
         return;
     }
     const std::shared_ptr<RdlReport> report = reports::OpenRdlReport(SystemPath(arguments.file));

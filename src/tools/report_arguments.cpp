@@ -1,28 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/report_arguments.h"
 
-#include "platform/contracts/report_engine.h"
+#include "platform/contracts/export_formats.h"
 
 namespace tools {
 namespace {
 
-struct FormatWord {
-    const char* word;
-    int code;
-};
-
-constexpr FormatWord FormatWords[] = {
-    {"pdf", report::FormatPdf},   {"rtf", report::FormatRtf},  {"xls", report::FormatExcel},
-    {"html", report::FormatHtml}, {"doc", report::FormatWord},
-};
+// Returns the words of all formats: with ", " between them and " or " before the last one, for example.
+std::string FormatWords(std::string_view between, std::string_view last) {
+    std::string words;
+    for (const report::FormatRow& format : report::FormatTable) {
+        const bool isLast = &format == &report::FormatTable.back();
+        words += words.empty() ? "" : isLast ? last : between;
+        words += format.word;
+    }
+    return words;
+}
 
 int FormatOf(const std::string& word) {
-    for (const FormatWord& format : FormatWords) {
-        if (word == format.word) {
-            return format.code;
-        }
+    const report::FormatRow* const format = report::FindFormat(word);
+    if (format == nullptr) {
+        throw UsageError("\"" + word + "\" is no format: " + FormatWords(", ", " or "));
     }
-    throw UsageError("\"" + word + "\" is no format: pdf, rtf, xls, html or doc");
+    return format->Code();
 }
 
 std::pair<std::string, std::string> Assignment(const std::string& option, const std::string& text) {
@@ -49,6 +49,10 @@ class Parser {
     ReportArguments Parse() {
         const std::string command = m_arguments.empty() ? "" : m_arguments[m_next++];
         if (command == "--help" || command == "-h") {
+            return m_result;
+        }
+        if (command == "--version") {
+            m_result.command = Command::Version;
             return m_result;
         }
         if (command != "info" && command != "export") {
@@ -144,15 +148,19 @@ class Parser {
 
 }  // namespace
 
-const char* const Usage =
-    "oxc-report info FILE\n"
-    "oxc-report export FILE -f pdf|rtf|xls|html|doc -o OUT [-p NAME=VALUE]... [--formula TEXT]\n"
-    "           [--user U [--password-stdin | --password P]] [--data-source NAME=PROVIDER;CONNECT "
-    "STRING]...\n"
-    "The password that belongs to --user is read from standard input (--password-stdin) or from the "
-    "variable\n"
-    "OXC_REPORT_PASSWORD. What stands on the command line itself is seen in lists of processes for a "
-    "moment.\n";
+std::string Usage() {
+    return "oxc-report info FILE\n"
+           "oxc-report export FILE -f " +
+           FormatWords("|", "|") +
+           " -o OUT [-p NAME=VALUE]... [--formula TEXT]\n"
+           "           [--user U [--password-stdin | --password P]] [--data-source NAME=PROVIDER;CONNECT "
+           "STRING]...\n"
+           "oxc-report --help | --version\n"
+           "The password that belongs to --user is read from standard input (--password-stdin) or from the "
+           "variable\n"
+           "OXC_REPORT_PASSWORD. What stands on the command line itself is seen in lists of processes for a "
+           "moment.\n";
+}
 
 ReportArguments ParseArguments(const std::vector<std::string>& arguments) {
     return Parser(arguments).Parse();

@@ -9,7 +9,7 @@
 
 namespace tools {
 
-enum class Command { Help, Info, Export };
+enum class Command { Help, Version, Info, Export };
 
 struct DataSourceArgument {
     std::string name, provider, connectString;
@@ -20,8 +20,8 @@ enum class PasswordSource { Argument, StandardInput, Environment };
 
 struct ReportArguments {
     Command command = Command::Help;
-    std::string file;  // format code of platform/contracts/report_engine.h
-    int format = 0;    // the report engine's code
+    std::string file;
+    int format = 0;  // the code of platform/contracts/export_formats.h
     std::string output;
     // in the given order; a name may be repeated
     std::vector<std::pair<std::string, std::string>> parameters;
@@ -42,6 +42,6 @@ class UsageError : public std::runtime_error {
 // `arguments` does not hold the program's name. Raises UsageError.
 ReportArguments ParseArguments(const std::vector<std::string>& arguments);
 
-extern const char* const Usage;
+std::string Usage();
 
 }  // namespace tools

@@ -6,6 +6,7 @@ import email
 import email.policy
 import os
 import pathlib
+import re
 import shutil
 import signal
 import sqlite3
@@ -25,6 +26,12 @@ MIME_TYPES = {
     "xls": "application/vnd.ms-excel",
     "htm": "text/html",
 }
+
+
+def report_formats():
+    """The words of the export formats, as the usage of oxc-report lists them."""
+    usage = subprocess.run([STAGE / "oxc-report", "--help"], capture_output=True, text=True, check=True).stdout
+    return re.search(r" -f ([a-z|]+) ", usage).group(1).split("|")
 
 
 def system_path(path):

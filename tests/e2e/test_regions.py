@@ -8,7 +8,7 @@ import subprocess
 import tempfile
 import unittest
 
-from harness import FAKETIME, STAGE
+from harness import FAKETIME, STAGE, report_formats
 
 REGIONS = ("de_DE.UTF-8", "tr_TR.UTF-8")
 NAMES_IN_CAPITALS = """<Report><DataSources><DataSource Name="db"><ConnectionProperties><DataProvider>SQLITE</DataProvider>
@@ -48,7 +48,7 @@ class Regions(unittest.TestCase):
         samples = sorted((STAGE / "samples").glob("*.rpt"))
         self.assertEqual(len(samples), 6)
         for report in samples:
-            for word in ("html", "pdf", "rtf", "xls"):
+            for word in report_formats():
                 plain = self.export(report, word, "C.UTF-8")
                 for region in REGIONS:
                     # Not assertEqual: the bytes of a document would be the message.

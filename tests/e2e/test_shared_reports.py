@@ -13,6 +13,7 @@ import tempfile
 import unittest
 import xml.etree.ElementTree
 
+from harness import report_formats
 from report_texts import html_rows, html_text, pdf_pages, rtf_text, squeezed, xls_rows
 
 PROGRAM = pathlib.Path(os.environ.get("OXC_STAGE", "build/release/stage")).resolve() / "oxc-report"
@@ -58,6 +59,7 @@ class SharedReport(unittest.TestCase):
         if database:
             arguments += ("--data-source", "DS1=SQLITE;Data Source=%s" % NORTHWIND)
         files = {}
+        self.assertEqual(sorted(MAGIC), sorted(report_formats()))
         for name, magic in MAGIC.items():
             files[name] = self.folder / ("out." + name)
             done = self.run_report(report, files[name], arguments)

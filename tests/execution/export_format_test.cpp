@@ -6,47 +6,47 @@
 #include "platform/base/paths.h"
 #include "support/fakes.h"
 
-using Global::ExportKind;
 using Global::PackageOutputFile;
 using Global::RecogniseFormat;
 using Global::Runner;
+using report::DocumentFormat;
 
 TEST(FormatWord, EveryRunnerKnowsTheFourOtherGroups) {
     for (const Runner runner : {Runner::Single, Runner::PackagePoll, Runner::PackageDemand}) {
-        EXPECT_EQ(RecogniseFormat(runner, "RTF"), ExportKind::RichText);
-        EXPECT_EQ(RecogniseFormat(runner, "Rich Text"), ExportKind::RichText);
-        EXPECT_EQ(RecogniseFormat(runner, "Excel"), ExportKind::Excel);
-        EXPECT_EQ(RecogniseFormat(runner, "MS Excel"), ExportKind::Excel);
-        EXPECT_EQ(RecogniseFormat(runner, "HTML"), ExportKind::Html);
-        EXPECT_EQ(RecogniseFormat(runner, "DHTML"), ExportKind::Html);
-        EXPECT_EQ(RecogniseFormat(runner, "WinWord"), ExportKind::Word);
-        EXPECT_EQ(RecogniseFormat(runner, "MS Word"), ExportKind::Word);
-        EXPECT_EQ(RecogniseFormat(runner, "Acrobat"), ExportKind::Pdf);
+        EXPECT_EQ(RecogniseFormat(runner, "RTF"), DocumentFormat::Rtf);
+        EXPECT_EQ(RecogniseFormat(runner, "Rich Text"), DocumentFormat::Rtf);
+        EXPECT_EQ(RecogniseFormat(runner, "Excel"), DocumentFormat::Excel);
+        EXPECT_EQ(RecogniseFormat(runner, "MS Excel"), DocumentFormat::Excel);
+        EXPECT_EQ(RecogniseFormat(runner, "HTML"), DocumentFormat::Html);
+        EXPECT_EQ(RecogniseFormat(runner, "DHTML"), DocumentFormat::Html);
+        EXPECT_EQ(RecogniseFormat(runner, "WinWord"), DocumentFormat::Word);
+        EXPECT_EQ(RecogniseFormat(runner, "MS Word"), DocumentFormat::Word);
+        EXPECT_EQ(RecogniseFormat(runner, "Acrobat"), DocumentFormat::Pdf);
     }
 }
 
 TEST(FormatWord, PackagePollKnowsOnlyOneWordForPdf) {
     for (const char* word : {"PDF", "Acrobat Format (PDF)"}) {
-        EXPECT_EQ(RecogniseFormat(Runner::Single, word), ExportKind::Pdf);
-        EXPECT_EQ(RecogniseFormat(Runner::PackageDemand, word), ExportKind::Pdf);
-        EXPECT_EQ(RecogniseFormat(Runner::PackagePoll, word), ExportKind::None);
+        EXPECT_EQ(RecogniseFormat(Runner::Single, word), DocumentFormat::Pdf);
+        EXPECT_EQ(RecogniseFormat(Runner::PackageDemand, word), DocumentFormat::Pdf);
+        EXPECT_EQ(RecogniseFormat(Runner::PackagePoll, word), std::nullopt);
     }
 }
 
 TEST(FormatWord, SmallLettersMatchNothing) {
     for (const Runner runner : {Runner::Single, Runner::PackagePoll, Runner::PackageDemand}) {
-        EXPECT_EQ(RecogniseFormat(runner, "acrobat"), ExportKind::None);
-        EXPECT_EQ(RecogniseFormat(runner, ""), ExportKind::None);
-        EXPECT_EQ(RecogniseFormat(runner, ".MS Word"), ExportKind::None);
+        EXPECT_EQ(RecogniseFormat(runner, "acrobat"), std::nullopt);
+        EXPECT_EQ(RecogniseFormat(runner, ""), std::nullopt);
+        EXPECT_EQ(RecogniseFormat(runner, ".MS Word"), std::nullopt);
     }
 }
 
 TEST(FormatWord, HasTheEnginesCode) {
-    EXPECT_EQ(Global::EngineFormatCode(ExportKind::Pdf), 31);
-    EXPECT_EQ(Global::EngineFormatCode(ExportKind::RichText), 35);
-    EXPECT_EQ(Global::EngineFormatCode(ExportKind::Excel), 27);
-    EXPECT_EQ(Global::EngineFormatCode(ExportKind::Html), 32);
-    EXPECT_EQ(Global::EngineFormatCode(ExportKind::Word), 14);
+    EXPECT_EQ(report::CodeOf(DocumentFormat::Pdf), 31);
+    EXPECT_EQ(report::CodeOf(DocumentFormat::Rtf), 35);
+    EXPECT_EQ(report::CodeOf(DocumentFormat::Excel), 27);
+    EXPECT_EQ(report::CodeOf(DocumentFormat::Html), 32);
+    EXPECT_EQ(report::CodeOf(DocumentFormat::Word), 14);
 }
 
 TEST(HtmlOutput, IsNamedByTitleWithoutBlanksAndTheHours) {
@@ -114,9 +114,9 @@ TEST(HtmlOutput, LongTitlesAreRefusedByTheirName) {
 
 TEST(PackageOutput, IsNamedByKind) {
     const std::string title = "3>sales 2.rpt";
-    EXPECT_EQ(PackageOutputFile(ExportKind::Pdf, "D\\", title), "D\\sales 2.rpt.pdf");
-    EXPECT_EQ(PackageOutputFile(ExportKind::Html, "D\\", title), "D\\3sales2.rpt.htm");
-    EXPECT_EQ(PackageOutputFile(ExportKind::Excel, "D\\", title), "D\\3>sales 2.rpt.xls");
-    EXPECT_EQ(PackageOutputFile(ExportKind::Word, "D\\", title), "D\\3>sales 2.rpt.doc");
-    EXPECT_EQ(PackageOutputFile(ExportKind::RichText, "D\\", title), "D\\3>sales 2.rpt.rtf");
+    EXPECT_EQ(PackageOutputFile(DocumentFormat::Pdf, "D\\", title), "D\\sales 2.rpt.pdf");
+    EXPECT_EQ(PackageOutputFile(DocumentFormat::Html, "D\\", title), "D\\3sales2.rpt.htm");
+    EXPECT_EQ(PackageOutputFile(DocumentFormat::Excel, "D\\", title), "D\\3>sales 2.rpt.xls");
+    EXPECT_EQ(PackageOutputFile(DocumentFormat::Word, "D\\", title), "D\\3>sales 2.rpt.doc");
+    EXPECT_EQ(PackageOutputFile(DocumentFormat::Rtf, "D\\", title), "D\\3>sales 2.rpt.rtf");
 }

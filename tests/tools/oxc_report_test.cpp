@@ -105,4 +105,10 @@ TEST_F(OxcReport, HelpTellsHow) {
     EXPECT_THAT(outcome.output, HasSubstr("oxc-report export"));
 }
 
+TEST_F(OxcReport, VersionIsOneLine) {
+    const Outcome outcome = Run("--version");
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.output, "oxc-report " OXC_VERSION "\n");
+}
+
 }  // namespace

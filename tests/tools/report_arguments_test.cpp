@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/report_arguments.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include "platform/contracts/report_engine.h"
+#include <fstream>
+#include <sstream>
+
+#include "platform/contracts/export_formats.h"
+#include "support/source_dir.h"
 
 namespace tools {
 namespace {
+
+using testing::HasSubstr;
 
 TEST(ReportArguments, ExportTakesEveryOption) {
     const ReportArguments arguments =
@@ -63,6 +69,34 @@ TEST(ReportArguments, WhatMakesNoSenseIsAUsageError) {
     for (const std::vector<std::string>& arguments : wrong) {
         EXPECT_THROW(ParseArguments(arguments), UsageError) << testing::PrintToString(arguments);
     }
+}
+
+TEST(ReportArguments, EveryFormatIsTakenAndListed) {
+    std::string list;
+    for (const report::FormatRow& row : report::FormatTable) {
+        const std::string word(row.word);
+        EXPECT_EQ(ParseArguments({"export", "a.rpt", "-f", word, "-o", "x"}).format, row.Code());
+        list += (list.empty() ? "" : "|") + word;
+    }
+    EXPECT_THAT(Usage(), HasSubstr(" -f " + list + " -o OUT"));
+}
+
+TEST(ReportArguments, UnknownFormatNamesAllOthers) {
+    try {
+        ParseArguments({"export", "a.rpt", "-f", "PDF", "-o", "x"});
+        FAIL() << "no error";
+    } catch (const UsageError& error) {
+        EXPECT_STREQ(error.what(), "\"PDF\" is no format: pdf, rtf, xls, html or doc");
+    }
+}
+
+// The guide shows the usage as it is, and nothing else as usage.
+TEST(ReportArguments, GuideShowsTheUsage) {
+    std::ostringstream guide;
+    guide << std::ifstream(SourceDir() + "/docs/report-files.md").rdbuf();
+    const std::string usage = Usage();
+    const std::string synopsis = usage.substr(0, usage.find("The password"));
+    EXPECT_THAT(guide.str(), HasSubstr("```\n" + synopsis + "```\n"));
 }
 
 }  // namespace

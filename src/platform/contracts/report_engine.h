@@ -27,12 +27,6 @@ inline constexpr int OtherField = 22;
 inline constexpr int DestinationDisk = 1;
 inline constexpr int DestinationMail = 2;
 
-inline constexpr int FormatWord = 14;
-inline constexpr int FormatExcel = 27;
-inline constexpr int FormatPdf = 31;
-inline constexpr int FormatHtml = 32;
-inline constexpr int FormatRtf = 35;
-
 class ParameterField {
  public:
     virtual ~ParameterField() = default;
@@ -70,7 +64,7 @@ class Report {
 
     // `code` is DestinationDisk or DestinationMail. Export raises 5 for an unknown code.
     virtual void SetExportDestination(int code) = 0;
-    // `code` is one of the Format codes. Export raises 5 for an unknown code.
+    // `code` is one of platform/contracts/export_formats.h. Export raises 5 for an unknown code.
     virtual void SetExportFormat(int code) = 0;
     virtual void SetDiskFileName(const std::string& path) = 0;
     // The file of an HTML export; SetDiskFileName sets that of the other formats.

@@ -19,29 +19,15 @@ std::size_t Slot(int n, std::size_t count) {
     return static_cast<std::size_t>(n) - 1;
 }
 
-}  // namespace
-
-struct RdlReport::Format {
-    const char* extension;  // of a file that the engine names
-    int code;
-    rdl::DocumentFormat document;
-};
-
-const RdlReport::Format& RdlReport::FindFormat(int code) {
-    static constexpr Format Formats[] = {
-        {".pdf", report::FormatPdf, rdl::DocumentFormat::Pdf},
-        {".rtf", report::FormatRtf, rdl::DocumentFormat::Rtf},
-        {".xls", report::FormatExcel, rdl::DocumentFormat::Excel},
-        {".htm", report::FormatHtml, rdl::DocumentFormat::Html},
-        {".doc", report::FormatWord, rdl::DocumentFormat::Word},
-    };
-    for (const Format& format : Formats) {
-        if (format.code == code) {
-            return format;
-        }
+const report::FormatRow& FormatOf(int code) {
+    const report::FormatRow* const row = report::FindFormat(code);
+    if (row == nullptr) {
+        throw RuntimeError(InvalidOption, "There is no export format " + std::to_string(code));
     }
-    throw RuntimeError(InvalidOption, "There is no export format " + std::to_string(code));
+    return *row;
 }
+
+}  // namespace
 
 RdlReport::RdlReport(std::shared_ptr<rdl::Report> report) : m_report(std::move(report)) {
     for (std::size_t i = 0; i < m_report->ParameterCount(); ++i) {
@@ -82,7 +68,7 @@ void RdlReport::SetDataSource(const std::string& name, const std::string& provid
 }
 
 void RdlReport::Export(bool) {
-    const Format& format = FindFormat(m_format);
+    const report::FormatRow& format = FormatOf(m_format);
     if (m_destination == report::DestinationMail) {
         ExportToMail(format);
         return;
@@ -90,7 +76,7 @@ void RdlReport::Export(bool) {
     if (m_destination != report::DestinationDisk) {
         throw RuntimeError(InvalidOption, "There is no export destination " + std::to_string(m_destination));
     }
-    const std::string& name = m_format == report::FormatHtml ? m_htmlFile : m_diskFile;
+    const std::string& name = format.format == report::DocumentFormat::Html ? m_htmlFile : m_diskFile;
     if (name.empty()) {
         throw RuntimeError(InvalidOption, "The export has no file name");
     }
@@ -101,16 +87,17 @@ std::unique_ptr<report::PageView> RdlReport::OpenPages() {
     return Translated([&] { return std::make_unique<RdlPages>(m_report->OpenPages()); });
 }
 
-void RdlReport::ExportToFile(const Format& format, const std::filesystem::path& target) {
+void RdlReport::ExportToFile(const report::FormatRow& format, const std::filesystem::path& target) {
     // Opened before the report runs: a missing folder is reported at once.
     FileOutput output(target);
-    Translated([&] { m_report->Write(format.document, output); });
+    Translated([&] { m_report->Write(format.format, output); });
     output.Commit();
 }
 
-void RdlReport::ExportToMail(const Format& format) {
+void RdlReport::ExportToMail(const report::FormatRow& format) {
     const HeldFolder folder("oxbow-courier-export-");
-    const std::filesystem::path file = folder.Path() / (SafeFileName(Title()) + format.extension);
+    const std::filesystem::path file =
+        folder.Path() / (SafeFileName(Title()) + "." + std::string(format.extension));
     ExportToFile(format, file);
     MailFile(m_toList, m_subject, m_message, file);
 }

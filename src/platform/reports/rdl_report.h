@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/contracts/export_formats.h"
 #include "platform/contracts/report_engine.h"
 #include "platform/reports/rdl_parameter.h"
 #include "rdl/api/report.h"
@@ -51,10 +52,8 @@ class RdlReport : public report::Report {
     void SetRunBounds(const rdl::RunBounds& bounds) { m_report->SetBounds(bounds); }
 
  private:
-    struct Format;
-    static const Format& FindFormat(int code);
-    void ExportToFile(const Format& format, const std::filesystem::path& target);
-    void ExportToMail(const Format& format);
+    void ExportToFile(const report::FormatRow& format, const std::filesystem::path& target);
+    void ExportToMail(const report::FormatRow& format);
 
     std::shared_ptr<rdl::Report> m_report;
     std::vector<std::unique_ptr<RdlParameter>> m_parameters;

@@ -2,43 +2,35 @@
 #include "platform/viewer/report_saver.h"
 
 #include <QFileInfo>
-#include <algorithm>
-#include <array>
 
 #include "platform/base/file_name.h"
 #include "platform/base/paths.h"
+#include "platform/contracts/export_formats.h"
 
 namespace viewer {
 namespace {
 
-struct Format {
-    const char* extension;
-    const char* filter;
-    int code;
-};
-
-constexpr std::array Formats = {
-    Format{"pdf", "PDF document (*.pdf)", report::FormatPdf},
-    Format{"xls", "Excel workbook (*.xls)", report::FormatExcel},
-    Format{"doc", "Word document (*.doc)", report::FormatWord},
-    Format{"rtf", "Rich text (*.rtf)", report::FormatRtf},
-    Format{"html", "Web page (*.html)", report::FormatHtml},
-};
+QString FilterOf(const report::FormatRow& format) {
+    return QString("%1 (*.%2)").arg(QLatin1String(format.title), QLatin1String(format.word));
+}
 
 }  // namespace
 
 QStringList SaveFilters() {
     QStringList filters;
-    for (const Format& format : Formats) {
-        filters << format.filter;
+    for (const report::FormatRow& format : report::FormatTable) {
+        filters << FilterOf(format);
     }
     return filters;
 }
 
 QString ExtensionOf(const QString& filter) {
-    const auto found = std::find_if(Formats.begin(), Formats.end(),
-                                    [&](const Format& format) { return filter == format.filter; });
-    return found == Formats.end() ? QString() : QString(found->extension);
+    for (const report::FormatRow& format : report::FormatTable) {
+        if (filter == FilterOf(format)) {
+            return QLatin1String(format.word);
+        }
+    }
+    return {};
 }
 
 QString NameFor(const std::string& title) {
@@ -50,17 +42,16 @@ void SaveReport(report::Report& report, const QString& file) {
     if (extension == "htm") {
         extension = "html";
     }
-    const auto format = std::find_if(Formats.begin(), Formats.end(),
-                                     [&](const Format& one) { return extension == one.extension; });
-    if (format == Formats.end()) {
+    const report::FormatRow* const format = report::FindFormat(extension.toStdString());
+    if (format == nullptr) {
         constexpr int InvalidProcedureCall = 5;
         throw RuntimeError(InvalidProcedureCall,
                            "There is no format for files \"." + extension.toStdString() + "\"");
     }
     const std::string path = paths::FromMachine(file.toStdString());
     report.SetExportDestination(report::DestinationDisk);
-    report.SetExportFormat(format->code);
-    if (format->code == report::FormatHtml) {
+    report.SetExportFormat(format->Code());
+    if (format->format == report::DocumentFormat::Html) {
         report.SetHtmlFileName(path);
     } else {
         report.SetDiskFileName(path);

@@ -11,14 +11,13 @@
 #include <string>
 #include <vector>
 
+#include "rdl/api/formats.h"
 #include "rdl/api/output.h"
 #include "rdl/api/pages.h"
 #include "rdl/values/run_watch.h"
 #include "rdl/values/value.h"
 
 namespace rdl {
-
-enum class DocumentFormat { Pdf, Rtf, Excel, Html, Word };
 
 enum class ParameterKind { Boolean, Integer, Float, DateTime, String };
 

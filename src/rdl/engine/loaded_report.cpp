@@ -109,13 +109,15 @@ std::shared_ptr<layout::ReportInstance> LoadedReport::Run(const std::string& ren
     return instance;
 }
 
-void LoadedReport::Write(DocumentFormat id, Output& output) {
-    const writers::Format& format = writers::FormatOf(id);
-    const std::shared_ptr<layout::ReportInstance> instance = Run(format.renderName, format.hasVectors);
+void LoadedReport::Write(DocumentFormat format, Output& output) {
+    const FormatRow& row = *FindFormat(static_cast<int>(format));
+    const writers::FormatWriter& writer = writers::WriterOf(format);
+    const std::shared_ptr<layout::ReportInstance> instance =
+        Run(std::string(row.renderName), writer.hasVectors);
     const RunWatch::Work work(instance->watch);
     writers::Options options;
     options.nowTicks = TheHost().NowTicks();
-    InStage(Stage::Run, [&] { format.write(*instance, output, options); });
+    InStage(Stage::Run, [&] { writer.write(*instance, output, options); });
 }
 
 std::unique_ptr<Pages> LoadedReport::OpenPages() {

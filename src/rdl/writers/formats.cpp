@@ -2,23 +2,31 @@
 #include "rdl/writers/formats.h"
 
 #include <algorithm>
-#include <iterator>
+#include <array>
 
 namespace rdl::writers {
 namespace {
 
-// In the order of DocumentFormat. Word opens RTF content under its own extension.
-constexpr Format Formats[] = {
-    {DocumentFormat::Pdf, "PDF", true, WritePdf},      {DocumentFormat::Rtf, "RTF", false, WriteRtf},
-    {DocumentFormat::Excel, "EXCEL", false, WriteXls}, {DocumentFormat::Html, "HTML", false, WriteHtml},
-    {DocumentFormat::Word, "WORD", false, WriteRtf},
+// Word opens RTF content under its own extension.
+constexpr std::array Writers = {
+    FormatWriter{DocumentFormat::Pdf, true, WritePdf},
+    FormatWriter{DocumentFormat::Rtf, false, WriteRtf},
+    FormatWriter{DocumentFormat::Excel, false, WriteXls},
+    FormatWriter{DocumentFormat::Html, false, WriteHtml},
+    FormatWriter{DocumentFormat::Word, false, WriteRtf},
 };
+
+// Every format has one writer.
+static_assert(std::all_of(FormatTable.begin(), FormatTable.end(), [](const FormatRow& row) {
+    return std::count_if(Writers.begin(), Writers.end(),
+                         [&row](const FormatWriter& writer) { return writer.format == row.format; }) == 1;
+}));
 
 }  // namespace
 
-const Format& FormatOf(DocumentFormat id) {
-    return *std::find_if(std::begin(Formats), std::end(Formats),
-                         [id](const Format& format) { return format.id == id; });
+const FormatWriter& WriterOf(DocumentFormat format) {
+    return *std::find_if(Writers.begin(), Writers.end(),
+                         [format](const FormatWriter& writer) { return writer.format == format; });
 }
 
 }  // namespace rdl::writers

@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The table of document formats.
+// The writer of each document format.
 #pragma once
 
-#include "rdl/api/report.h"
+#include "rdl/api/formats.h"
 #include "rdl/writers/common/writers.h"
 
 namespace rdl::writers {
 
-struct Format {
-    DocumentFormat id;
-    const char* renderName;  // Globals!RenderFormat.Name
-    bool hasVectors;         // else charts and gauges become images
+struct FormatWriter {
+    DocumentFormat format;
+    bool hasVectors;  // else charts and gauges become images
     void (*write)(layout::ReportInstance&, Output&, const Options&);
 };
 
-const Format& FormatOf(DocumentFormat id);
+const FormatWriter& WriterOf(DocumentFormat format);
 
 }  // namespace rdl::writers

@@ -9,6 +9,7 @@
 #include "platform/reports/failure.h"
 #include "platform/reports/report_folder.h"
 #include "rdl/engine/images.h"
+#include "support/format_beginning.h"
 #include "support/sanitizer.h"
 
 namespace reports::test {
@@ -138,17 +139,10 @@ TEST_F(ReportEngine, DataSourceCanBeReplacedByNameOnly) {
 
 TEST_F(ReportEngine, EveryFormatHasItsOwnContent) {
     const auto report = OpenPeople();
-    struct Expected {
-        int format;
-        const char* begin;
-    };
-    for (const Expected& expected :
-         {Expected{report::FormatPdf, "%PDF-1.7"}, Expected{report::FormatRtf, "{\\rtf1"},
-          Expected{report::FormatWord, "{\\rtf1"}, Expected{report::FormatExcel, "\xD0\xCF\x11\xE0"},
-          Expected{report::FormatHtml, "<!DOCTYPE html>"}}) {
-        Aim(*report, expected.format, Path("out"));
+    for (const report::FormatRow& row : report::FormatTable) {
+        Aim(*report, row.Code(), Path("out"));
         report->Export(false);
-        EXPECT_THAT(Read("out"), StartsWith(expected.begin)) << expected.format;
+        EXPECT_THAT(Read("out"), StartsWith(std::string(BeginningOf(row.format)))) << row.word;
     }
 }
 

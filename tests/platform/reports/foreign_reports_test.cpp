@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/reports/report_folder.h"
+#include "support/format_beginning.h"
 #include "support/source_dir.h"
 
 namespace reports::test {
@@ -82,14 +83,10 @@ class ForeignReports : public ReportFolder {
 };
 
 TEST_F(ForeignReports, ComeOutInEveryFormatOrSayWhyNot) {
-    const std::pair<int, const char*> formats[] = {{report::FormatPdf, "%PDF-1.7"},
-                                                   {report::FormatHtml, "<!DOCTYPE html"},
-                                                   {report::FormatExcel, "\xD0\xCF\x11\xE0"},
-                                                   {report::FormatRtf, "{\\rtf1"}};
     for (const Foreign& foreign : Reports()) {
-        for (const auto& [format, beginning] : formats) {
-            SCOPED_TRACE(std::string(foreign.file) + " as " + beginning);
-            const RuntimeError error = ErrorOf([&, code = format] { Export(foreign, code); });
+        for (const report::FormatRow& row : report::FormatTable) {
+            SCOPED_TRACE(std::string(foreign.file) + " as " + std::string(row.word));
+            const RuntimeError error = ErrorOf([&] { Export(foreign, row.Code()); });
             if (foreign.error) {
                 EXPECT_THAT(error.Description(), HasSubstr(foreign.error));
                 EXPECT_THAT(error.Description(), Not(HasSubstr("'")));
@@ -97,8 +94,8 @@ TEST_F(ForeignReports, ComeOutInEveryFormatOrSayWhyNot) {
             }
             EXPECT_EQ(error.Description(), "");
             const std::string output = Read("out");
-            EXPECT_THAT(output.substr(0, 20), StartsWith(beginning));
-            if (format == report::FormatHtml) {
+            EXPECT_THAT(output.substr(0, 20), StartsWith(std::string(BeginningOf(row.format))));
+            if (row.format == report::DocumentFormat::Html) {
                 EXPECT_THAT(output, HasSubstr(foreign.text));
                 EXPECT_THAT(output, Not(HasSubstr("#Error")));
             }

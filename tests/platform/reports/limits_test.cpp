@@ -66,10 +66,11 @@ TEST_F(Limits, AnImageOfTooManyPixelsIsRefusedInEveryFormat) {
         "</ImageData></EmbeddedImage></EmbeddedImages><PageHeader><Height>1in</Height>"
         "<PrintOnFirstPage>true</PrintOnFirstPage><ReportItems><Image Name=\"logo\"><Source>Embedded</Source>"
         "<Value>huge</Value></Image></ReportItems></PageHeader>");
-    for (const int format : {report::FormatPdf, report::FormatRtf, report::FormatExcel, report::FormatHtml}) {
+    for (const report::FormatRow& row : report::FormatTable) {
         report->SetHtmlFileName(paths::FromMachine(Path("out.pdf")));
-        EXPECT_EQ(ExportError(*report, format).Description(),
-                  "Image \"logo\" has more than 64 million pixels");
+        EXPECT_EQ(ExportError(*report, row.Code()).Description(),
+                  "Image \"logo\" has more than 64 million pixels")
+            << row.word;
     }
 }
 

@@ -152,12 +152,9 @@ TEST_F(ReportMail, BearsTheIdentityOfTheDueRun) {
 
 TEST_F(ReportMail, EveryFormatHasItsExtension) {
     const auto report = OpenPeople();
-    for (const auto& [format, extension] : {std::pair{report::FormatPdf, ".pdf"},
-                                            {report::FormatRtf, ".rtf"},
-                                            {report::FormatExcel, ".xls"},
-                                            {report::FormatWord, ".doc"}}) {
-        Mail(*report, format);
-        EXPECT_THAT(m_post.source, EndsWith(extension));
+    for (const report::FormatRow& row : report::FormatTable) {
+        Mail(*report, row.Code());
+        EXPECT_THAT(m_post.source, EndsWith("." + std::string(row.extension)));
     }
 }
 
