@@ -104,4 +104,26 @@ inline void AddOnce(std::set<std::string>& names, std::string_view name) {
     EXPECT_TRUE(names.emplace(name).second) << name << " is there twice";
 }
 
+// The names of a table, each once.
+template <typename Table>
+std::set<std::string> NamesOf(const Table& table) {
+    std::set<std::string> names;
+    for (const auto& row : table) {
+        AddOnce(names, row.name);
+    }
+    return names;
+}
+
+// The names of several tables, each once in all of them.
+template <typename Tables>
+std::set<std::string> NamesOfAll(const Tables& tables) {
+    std::set<std::string> names;
+    for (const auto& table : tables) {
+        for (const auto& row : table) {
+            AddOnce(names, row.name);
+        }
+    }
+    return names;
+}
+
 }  // namespace rdl

@@ -3,18 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include "rdl/raises.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {
 namespace {
 
 std::string Failure(const std::string& name, const std::string& connect = "") {
-    try {
-        FindProvider(name, connect);
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return {};
+    return ErrorRaisedBy([&] { FindProvider(name, connect); });
 }
 
 TEST(DataProviders, AreKnownByEveryNameOfTheirs) {

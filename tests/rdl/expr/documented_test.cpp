@@ -10,23 +10,8 @@
 namespace rdl::expr {
 namespace {
 
-template <typename Table>
-std::set<std::string> NamesOf(const Table& table) {
-    std::set<std::string> names;
-    for (const auto& row : table) {
-        AddOnce(names, row.name);
-    }
-    return names;
-}
-
 TEST(DocumentedNames, AreTheFunctions) {
-    std::set<std::string> known;
-    for (const auto& table : FunctionTables()) {
-        for (const FunctionInfo& info : table) {
-            AddOnce(known, info.name);
-        }
-    }
-    EXPECT_EQ(GuideNames("functions"), known);
+    EXPECT_EQ(GuideNames("functions"), NamesOfAll(FunctionTables()));
 }
 
 TEST(DocumentedNames, HaveTheArgumentsThatTheFunctionsTake) {

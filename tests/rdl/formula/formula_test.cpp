@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/formula/formula.h"
 #include "rdl/expr/operations/convert.h"
+#include "rdl/raises.h"
 
 #include <gtest/gtest.h>
 
@@ -46,12 +47,7 @@ bool Selects(std::string_view text, const std::map<std::string, Value>& fields =
 }
 
 std::string CompileError(std::string_view text) {
-    try {
-        const Formula formula(text);
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return "";
+    return ErrorRaisedBy([&] { const Formula formula(text); });
 }
 
 const Value Rome = Value::Text("Rome");
@@ -352,12 +348,7 @@ TEST(RecordSelectionFormula, PositionsCountCharacters) {
 }
 
 std::string RunError(std::string_view text, const std::map<std::string, Value>& fields) {
-    try {
-        Selects(text, fields);
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return "";
+    return ErrorRaisedBy([&] { Selects(text, fields); });
 }
 
 TEST(RecordSelectionFormula, ErrorsOfARowNameTheirPlaceToo) {
