@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "rdl/guide.h"
 #include "rdl/raises.h"
 #include "rdl/values/error.h"
 
@@ -30,6 +31,14 @@ TEST(DataProviders, AreKnownByEveryNameOfTheirs) {
             EXPECT_EQ(FindProvider(name, ""), kind) << name;
         }
     }
+}
+
+TEST(DataProviders, AreThoseOfTheGuide) {
+    std::set<std::string> known;
+    for (const std::string_view name : ProviderNames()) {
+        AddOnce(known, name);
+    }
+    EXPECT_EQ(GuideNames("providers"), known);
 }
 
 TEST(DataProviders, OleDbSaysInItsConnectStringWhichOneIsMeant) {
