@@ -22,6 +22,11 @@ static void PrintTo(const Target& target, std::ostream* stream) {
 
 namespace {
 
+std::string BytesOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
 std::vector<std::filesystem::path> FilesOf(std::string_view folder, std::string_view target) {
     std::vector<std::filesystem::path> files;
     const auto place = std::filesystem::path(SourceDir()) / "tests" / "fuzz" / folder / target;
@@ -38,9 +43,7 @@ class FuzzCorpus : public testing::TestWithParam<Target> {
     void RunAll(std::string_view folder) {
         for (const auto& file : FilesOf(folder, GetParam().name)) {
             SCOPED_TRACE(file.string());
-            std::ifstream stream(file, std::ios::binary);
-            const std::string bytes((std::istreambuf_iterator<char>(stream)), {});
-            EXPECT_NO_THROW(GetParam().run(bytes));
+            EXPECT_NO_THROW(GetParam().run(BytesOf(file)));
         }
     }
 };
@@ -52,6 +55,18 @@ TEST_P(FuzzCorpus, WhatOnceBrokeSomethingIsReadOrRefused) {
 TEST_P(FuzzCorpus, SeedsAreThereAndRunToTheirEnd) {
     EXPECT_FALSE(FilesOf("corpus", GetParam().name).empty());
     RunAll("corpus");
+}
+
+TEST(FuzzReports, SeedsRunInEveryFormat) {
+    for (const auto& file : FilesOf("corpus", "report")) {
+        const std::string report = BytesOf(file);
+        for (std::size_t format = 0; format < FormatCount(); ++format) {
+            const std::string marked = WithFormat(report, format);
+            SCOPED_TRACE(file.string() + marked.substr(marked.rfind("<!--")));
+            EXPECT_EQ(WithFormat(marked, format), marked);
+            EXPECT_NO_THROW(RunReport(marked));
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Targets, FuzzCorpus, testing::ValuesIn(Targets),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 
 #include "fuzz/targets.h"
@@ -48,16 +49,33 @@ bool HoldsItsRows(const rdl::Definition& definition) {
            });
 }
 
-// The same bytes are always written in the same format; nullopt is the screen.
-std::optional<rdl::DocumentFormat> FormatOf(std::string_view input) {
-    constexpr std::optional<rdl::DocumentFormat> Formats[] = {
-        std::nullopt, rdl::DocumentFormat::Pdf, rdl::DocumentFormat::Rtf, rdl::DocumentFormat::Excel,
-        rdl::DocumentFormat::Html};
-    std::size_t sum = 0;
-    for (const char c : input) {
-        sum = sum * 31 + static_cast<unsigned char>(c);
-    }
-    return Formats[sum % std::size(Formats)];
+// DocumentFormat::Word is left out: it is written as Rtf.
+struct Mark {
+    std::string_view comment;
+    std::optional<rdl::DocumentFormat> format;  // nullopt is the screen
+};
+constexpr Mark Marks[] = {
+    {"<!--SCREEN-->", std::nullopt},
+    {"<!--PDF-->", rdl::DocumentFormat::Pdf},
+    {"<!--RTF-->", rdl::DocumentFormat::Rtf},
+    {"<!--EXCEL-->", rdl::DocumentFormat::Excel},
+    {"<!--HTML-->", rdl::DocumentFormat::Html},
+};
+
+std::string_view WithoutBlanksAtItsEnd(std::string_view text) {
+    return text.substr(0, text.find_last_not_of(" \t\r\n") + 1);
+}
+
+const Mark* MarkOf(std::string_view report) {
+    const auto* found = std::find_if(std::begin(Marks), std::end(Marks), [&](const Mark& mark) {
+        return WithoutBlanksAtItsEnd(report).ends_with(mark.comment);
+    });
+    return found == std::end(Marks) ? nullptr : found;
+}
+
+std::optional<rdl::DocumentFormat> FormatOf(std::string_view report) {
+    const Mark* mark = MarkOf(report);
+    return mark ? mark->format : std::nullopt;
 }
 
 void Leaf(rdl::Pages& pages) {
@@ -81,6 +99,18 @@ void Raising(Work work) {
 
 void RunDefinition(std::string_view input) {
     Raising([&] { rdl::engine::LoadedReport(Nowhere, Open(input)); });
+}
+
+std::size_t FormatCount() {
+    return std::size(Marks);
+}
+
+std::string WithFormat(std::string_view report, std::size_t choice) {
+    std::string_view text = WithoutBlanksAtItsEnd(report);
+    if (const Mark* mark = MarkOf(text)) {
+        text.remove_suffix(mark->comment.size());
+    }
+    return std::string(text) + std::string(Marks[choice % FormatCount()].comment) + "\n";
 }
 
 void RunReport(std::string_view input) {

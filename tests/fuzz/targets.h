@@ -6,12 +6,21 @@
 // The same functions run in the fuzzers and, over the kept inputs, in fuzz_corpus_test.
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <string_view>
+
+#include "fuzz/words.h"
 
 namespace fuzz {
 
 void RunDefinition(std::string_view input);  // a report file: read, checked, opened
-void RunReport(std::string_view input);      // a report file: run and written in one of the formats
+// A report file: run and written in the format that a comment at its end names, <!--PDF-->; without one it is
+// shown on the screen. So a new format changes nothing for the inputs that are there.
+void RunReport(std::string_view input);
+// Returns the report with the mark of a format, by `choice` modulo their number.
+std::string WithFormat(std::string_view report, std::size_t choice);
+std::size_t FormatCount();
 void RunData(
     std::string_view input);  // a first line of "json PATH", "xml", "csv" or "sql", then the data or query
 void RunExpression(std::string_view input);  // an expression, with its =
@@ -22,11 +31,16 @@ void RunFormat(std::string_view input);      // a culture's name, a value and a 
 struct Target {
     std::string_view name;
     void (*run)(std::string_view input);
+    Words (*words)() = nullptr;  // null: no table of the engine has names for it
 };
 inline constexpr Target Targets[] = {
-    {"definition", RunDefinition}, {"report", RunReport}, {"data", RunData},
-    {"expression", RunExpression}, {"code", RunCode},     {"formula", RunFormula},
-    {"format", RunFormat},
+    {"definition", RunDefinition},
+    {"report", RunReport},
+    {"data", RunData},
+    {"expression", RunExpression, ExpressionWords},
+    {"code", RunCode, CodeWords},
+    {"formula", RunFormula, FormulaWords},
+    {"format", RunFormat, FormatWords},
 };
 
 }  // namespace fuzz

@@ -138,6 +138,14 @@ void FinishRegion(Context& context, const XmlElement& element, const std::string
 
 }  // namespace
 
+std::vector<ChartType> ChartTypes() {
+    std::vector<ChartType> types;
+    for (const Type& row : Types) {
+        types.push_back({row.type, row.subtype});
+    }
+    return types;
+}
+
 std::vector<const XmlElement*> ChildrenNamed(const XmlElement* collection, std::string_view name) {
     std::vector<const XmlElement*> children;
     if (collection) {

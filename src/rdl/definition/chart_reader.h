@@ -19,6 +19,12 @@ void ReadOlderChart(Context& context, const XmlElement& element, Chart& chart); 
 void SetChartType(Context& context, const XmlElement& element, const std::string& where, std::string type,
                   const std::string& subtype, ChartSeries& series);
 
+struct ChartType {
+    std::string_view type, subtype;
+};
+// Returns the types that can be drawn.
+std::vector<ChartType> ChartTypes();
+
 // Returns the children `name` of a collection element; empty if `collection` is null. The document owns them.
 std::vector<const XmlElement*> ChildrenNamed(const XmlElement* collection, std::string_view name);
 

@@ -9,6 +9,7 @@
 #include "rdl/definition/regions.h"
 #include "rdl/definition/style_reader.h"
 #include "rdl/definition/textbox_reader.h"
+#include "rdl/values/named.h"
 
 namespace rdl {
 namespace {
@@ -100,7 +101,7 @@ ItemPtr ReadSubreport(Context& context, const XmlElement& element, Extent contai
 }
 
 struct Kind {
-    std::string_view element;
+    std::string_view name;                                 // of its element
     ItemPtr (*read)(Context&, const XmlElement&, Extent);  // null: known, but there is no drawing it yet
 };
 
@@ -121,12 +122,12 @@ constexpr Kind Kinds[] = {
     {"Map", nullptr},
     {"CustomReportItem", nullptr},
 };
+static_assert(NamesDiffer(Kinds));
 
 ItemPtr ReadItem(Context& context, const XmlElement& element, Extent container) {
     context.CountItem(element);
-    const auto* const kind = std::find_if(std::begin(Kinds), std::end(Kinds),
-                                          [&](const Kind& row) { return row.element == element.name; });
-    if (kind == std::end(Kinds)) {
+    const Kind* const kind = FindNamed(Kinds, element.name);
+    if (!kind) {
         context.Fail(element, PlaceOf(element), "there is no report item of this kind");
     }
     if (!kind->read) {
@@ -136,6 +137,14 @@ ItemPtr ReadItem(Context& context, const XmlElement& element, Extent container) 
 }
 
 }  // namespace
+
+std::vector<ItemElement> ItemElements() {
+    std::vector<ItemElement> elements;
+    for (const Kind& kind : Kinds) {
+        elements.push_back({kind.name, kind.read != nullptr});
+    }
+    return elements;
+}
 
 void ReadBasics(Context& context, const XmlElement& element, ReportItem& item, Extent container) {
     const std::string where = PlaceOf(element);

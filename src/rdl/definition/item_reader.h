@@ -11,6 +11,13 @@ struct Extent {
     double width = 0, height = 0;
 };
 
+struct ItemElement {
+    std::string_view name;
+    bool isDrawn;  // else it is an error in a report
+};
+// Returns every report item of the schemas.
+std::vector<ItemElement> ItemElements();
+
 // Reads the child ReportItems of `owner`.
 std::vector<ItemPtr> ReadItems(Context& context, const XmlElement& owner, Extent container);
 

@@ -7,6 +7,7 @@
 #include "rdl/expr/operations/date_arithmetic.h"
 #include "rdl/formula/formula.h"
 #include "rdl/formula/function_table.h"
+#include "rdl/values/named.h"
 
 namespace rdl::formula {
 namespace {
@@ -131,6 +132,7 @@ constexpr FunctionInfo Functions[] = {
     {"isdate", 1, 1, &IsDate, ""},
     {"isdatetime", 1, 1, &IsDate, ""},
 };
+static_assert(NamesDiffer(Functions));
 
 }  // namespace
 

@@ -8,6 +8,7 @@
 #include "rdl/expr/operations/convert.h"
 #include "rdl/expr/operations/date_arithmetic.h"
 #include "rdl/formula/formula.h"
+#include "rdl/values/named.h"
 
 namespace rdl::formula {
 namespace {
@@ -293,12 +294,17 @@ constexpr FunctionInfo Functions[] = {
     {"isnull", 1, 1, &IsNull, "", true},
     {"iif", 3, 3, &Choose, "", true, true},
 };
+static_assert(NamesDiffer(Functions));
 
 }  // namespace
 
+std::span<const std::span<const FunctionInfo>> FunctionTables() {
+    static const std::span<const FunctionInfo> tables[] = {Functions, DateFunctions()};
+    return tables;
+}
+
 const FunctionInfo* FindFunction(std::string_view name) {
-    for (const std::span<const FunctionInfo> functions :
-         {std::span<const FunctionInfo>(Functions), DateFunctions()}) {
+    for (const std::span<const FunctionInfo> functions : FunctionTables()) {
         for (const FunctionInfo& info : functions) {
             if (info.name == name) {
                 return &info;

@@ -25,6 +25,8 @@ struct FunctionInfo {
 
 // `name` is in lower case. Returns null if there is no such function.
 const FunctionInfo* FindFunction(std::string_view name);
+// The tables that FindFunction searches. No name is in two of them.
+std::span<const std::span<const FunctionInfo>> FunctionTables();
 // The functions for dates and times.
 std::span<const FunctionInfo> DateFunctions();
 Value CallFunction(const FunctionInfo& info, std::span<const Value> arguments, Inputs& inputs);

@@ -2,11 +2,10 @@
 #include "rdl/formula/periods.h"
 
 #include <algorithm>
-#include <iterator>
-#include <utility>
 
 #include "rdl/expr/operations/date_arithmetic.h"
 #include "rdl/formula/formula.h"
+#include "rdl/values/named.h"
 
 namespace rdl::formula {
 namespace {
@@ -87,8 +86,11 @@ Days OverNinety(std::int64_t today) {
     return {FirstDay, today - 91};
 }
 
-using Period = Days (*)(std::int64_t today);
-constexpr std::pair<std::string_view, Period> Periods[] = {
+struct Period {
+    std::string_view name;  // in lower case
+    Days (*days)(std::int64_t today);
+};
+constexpr Period Periods[] = {
     {"weektodatefromsun", WeekToDate},
     {"monthtodate", MonthToDate},
     {"yeartodate", YearToDate},
@@ -117,9 +119,10 @@ constexpr std::pair<std::string_view, Period> Periods[] = {
     {"calendar1sthalf", Months<1, 6>},
     {"calendar2ndhalf", Months<7, 12>},
 };
+static_assert(NamesDiffer(Periods));
 
 Days Of(Arguments arguments, Inputs& inputs) {
-    return Periods[arguments[0].AsInteger()].second(inputs.NowTicks() / TicksPerDay);
+    return Periods[arguments[0].AsInteger()].days(inputs.NowTicks() / TicksPerDay);
 }
 
 Value Start(Arguments arguments, Inputs& inputs) {
@@ -134,9 +137,16 @@ Value End(Arguments arguments, Inputs& inputs) {
 }  // namespace
 
 std::optional<int> FindPeriod(std::string_view name) {
-    const auto* found = std::find_if(std::begin(Periods), std::end(Periods),
-                                     [&](const auto& period) { return period.first == name; });
-    return found == std::end(Periods) ? std::nullopt : std::optional(static_cast<int>(found - Periods));
+    const Period* found = FindNamed(Periods, name);
+    return found ? std::optional(static_cast<int>(found - Periods)) : std::nullopt;
+}
+
+std::vector<std::string_view> PeriodNames() {
+    std::vector<std::string_view> names;
+    for (const Period& period : Periods) {
+        names.push_back(period.name);
+    }
+    return names;
 }
 
 const FunctionInfo& PeriodStart() {

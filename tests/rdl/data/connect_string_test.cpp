@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "rdl/data/sql/odbc_connection.h"
+#include "rdl/raises.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {
@@ -79,12 +80,7 @@ class OdbcConnections : public testing::Test {
         return Target(text, ProviderKind::SqlServer).text;
     }
     static std::string Failure(const std::string& text) {
-        try {
-            Target(text);
-        } catch (const Error& error) {
-            return error.what();
-        }
-        return {};
+        return ErrorRaisedBy([&] { Target(text); });
     }
 
  private:

@@ -3,8 +3,10 @@
 
 #include <sqlite3.h>
 #include <stdlib.h>
+#include <sys/resource.h>
 
 #include <fstream>
+#include <iostream>
 
 #include "rdl/format/format.h"
 
@@ -107,6 +109,13 @@ std::string DataFixture::Failure() {
         return text;
     }
     return "no failure";
+}
+
+void DataFixture::FailWithoutFiles() {
+    const rlimit none{3, 3};
+    setrlimit(RLIMIT_NOFILE, &none);
+    std::cerr << Failure();
+    _Exit(0);
 }
 
 }  // namespace rdl::data

@@ -30,6 +30,8 @@ class DataFixture : public testing::Test {
     // Every value as a text, fields by |, rows by a blank.
     std::string Rows();
     std::string Failure();
+    // Ends the process with 0 and the failure on standard error, as no further file can be opened.
+    [[noreturn]] void FailWithoutFiles();
     static Expr ExprOf(const std::string& text);
 
     std::filesystem::path folder;

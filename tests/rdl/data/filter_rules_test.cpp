@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "rdl/expr/operations/filter_operator.h"
+#include "rdl/raises.h"
 #include "rdl/values/error.h"
 
 namespace rdl::expr {
@@ -44,12 +45,7 @@ TEST_F(FilterRule, ConstantIsWrittenAsTheSchemaDoesInEveryLanguage) {
 
 TEST_F(FilterRule, WhatCannotBeComparedIsAnError) {
     const auto failure = [](const std::string& op, const Value& value, const std::vector<Value>& operands) {
-        try {
-            Passes(op, value, operands);
-        } catch (const Error& error) {
-            return std::string(error.what());
-        }
-        return std::string();
+        return ErrorRaisedBy([&] { Passes(op, value, operands); });
     };
     EXPECT_EQ(failure("GreaterThan", Value::Integer(10), {Text("many")}),
               "a filter cannot compare 10 with \"many\"");

@@ -3,18 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include "rdl/guide.h"
+#include "rdl/raises.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {
 namespace {
 
 std::string Failure(const std::string& name, const std::string& connect = "") {
-    try {
-        FindProvider(name, connect);
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return {};
+    return ErrorRaisedBy([&] { FindProvider(name, connect); });
 }
 
 TEST(DataProviders, AreKnownByEveryNameOfTheirs) {
@@ -34,6 +31,14 @@ TEST(DataProviders, AreKnownByEveryNameOfTheirs) {
             EXPECT_EQ(FindProvider(name, ""), kind) << name;
         }
     }
+}
+
+TEST(DataProviders, AreThoseOfTheGuide) {
+    std::set<std::string> known;
+    for (const std::string_view name : ProviderNames()) {
+        AddOnce(known, name);
+    }
+    EXPECT_EQ(GuideNames("providers"), known);
 }
 
 TEST(DataProviders, OleDbSaysInItsConnectStringWhichOneIsMeant) {

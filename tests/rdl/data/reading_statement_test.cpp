@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "rdl/raises.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {
@@ -12,12 +13,7 @@ namespace {
 
 // Empty: it reads.
 std::string Refusal(const std::string& text, ProviderKind dialect) {
-    try {
-        CheckReads(text, dialect);
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return {};
+    return ErrorRaisedBy([&] { CheckReads(text, dialect); });
 }
 
 constexpr ProviderKind Statements[] = {ProviderKind::PostgreSql, ProviderKind::MySql, ProviderKind::Odbc};

@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "rdl/definition/rdl_text.h"
+#include "rdl/raises.h"
 #include "support/sanitizer.h"
 
 namespace rdl::test {
@@ -186,12 +187,8 @@ TEST(BadReportFile, TotalsOfAMatrixCountAsItems) {
 }
 
 TEST(BadReportFile, ErrorsNeverHoldAnApostrophe) {
-    try {
-        ParseDefinition("<it/>", "Ann's.rpt");
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_THAT(std::string(error.what()), AllOf(Not(HasSubstr("'")), HasSubstr("Ann\"s.rpt")));
-    }
+    EXPECT_THAT(ErrorRaisedBy([&] { ParseDefinition("<it/>", "Ann's.rpt"); }),
+                AllOf(Not(HasSubstr("'")), HasSubstr("Ann\"s.rpt")));
     EXPECT_THAT(ErrorOf(WithItems("<Textbox Name=\"O'Brien\"><Width>wi'de</Width></Textbox>")),
                 Not(HasSubstr("'")));
 }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "rdl/definition/parse.h"
+#include "rdl/raises.h"
 
 namespace rdl::test {
 
@@ -28,12 +29,7 @@ inline Definition Parse(const std::string& bytes) {
 
 // What the error says; empty when there is none.
 inline std::string ErrorOf(const std::string& bytes, const DefinitionLimits& limits = {}) {
-    try {
-        ParseDefinition(bytes, "sales.rpt", limits);
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return {};
+    return ErrorRaisedBy([&] { ParseDefinition(bytes, "sales.rpt", limits); });
 }
 
 template <typename Item>

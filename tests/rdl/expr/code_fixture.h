@@ -4,6 +4,7 @@
 
 #include "rdl/expr/code/code.h"
 #include "rdl/expr/fixture.h"
+#include "rdl/raises.h"
 
 namespace rdl::expr {
 
@@ -20,12 +21,8 @@ inline std::string ShowWith(const std::string& code, const std::string& source) 
 // Why the code is refused.
 inline std::string CodeRefusal(const std::string& code) {
     TestContext context;
-    try {
-        const CodeLibrary library(code, context);
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return "accepted";
+    const std::string error = ErrorRaisedBy([&] { const CodeLibrary library(code, context); });
+    return error.empty() ? "accepted" : error;
 }
 
 }  // namespace rdl::expr

@@ -1,63 +1,92 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the guide to report files promises is there.
-#include <cctype>
-#include <fstream>
-#include <sstream>
+// The guide to report files lists every name of the expressions and no other.
+#include <algorithm>
 
 #include "rdl/expr/fixture.h"
+#include "rdl/expr/language/names.h"
 #include "rdl/expr/library/functions.h"
-#include "rdl/expr/operations/characters.h"
-#include "support/source_dir.h"
+#include "rdl/guide.h"
 
 namespace rdl::expr {
 namespace {
 
-std::string Guide() {
-    std::stringstream content;
-    content << std::ifstream(SourceDir() + "/docs/report-files.md").rdbuf();
-    return content.str();
+TEST(DocumentedNames, AreTheFunctions) {
+    EXPECT_EQ(GuideNames("functions"), NamesOfAll(FunctionTables()));
 }
 
-// What stands in backquotes.
-std::vector<std::string> Quoted(std::string_view text) {
-    std::vector<std::string> names;
-    for (std::size_t at = text.find('`'); at != std::string_view::npos;) {
-        const std::size_t end = text.find('`', at + 1);
-        names.emplace_back(text.substr(at + 1, end - at - 1));
-        at = end == std::string_view::npos ? end : text.find('`', end + 1);
-    }
-    return names;
-}
-
-TEST(DocumentedFunctions, AreAllKnown) {
-    const std::string guide = Guide();
-    const std::size_t begin = guide.find("<!-- functions -->");
-    const std::size_t end = guide.find("<!-- end of functions -->");
-    ASSERT_LT(begin, end);
-    std::size_t count = 0;
-    for (const std::string& name : Quoted(std::string_view(guide).substr(begin, end - begin))) {
-        std::string lower = Lower(name);
-        if (lower.starts_with("new ")) {
-            lower.replace(0, 4, "new.");
+TEST(DocumentedNames, HaveTheArgumentsThatTheFunctionsTake) {
+    for (const Signature& signature : GuideSignatures("functions")) {
+        const FunctionInfo* info = FindFunction(signature.name);
+        ASSERT_NE(info, nullptr) << signature.shown;
+        const int object = signature.name[0] == '.' ? 1 : 0;
+        EXPECT_EQ(signature.least + object, info->least) << signature.shown;
+        EXPECT_EQ(signature.takesAnyNumber, info->most == Any) << signature.shown;
+        if (!signature.takesAnyNumber) {
+            EXPECT_EQ(signature.most + object, info->most) << signature.shown;
         }
-        const bool special = lower == "ctype" || lower == "directcast" || lower == "trycast" ||
-                             lower == "math" || lower == "convert";
-        EXPECT_TRUE(special || FindFunction(lower) || FindConstant(lower)) << name;
-        ++count;
     }
-    EXPECT_GT(count, 250u);
+}
+
+// If has two rows, as it has two meanings; TypeOf is an operator.
+TEST(DocumentedNames, AreTheSpecialForms) {
+    std::set<std::string> listed;
+    for (const Signature& signature : GuideSignatures("forms")) {
+        listed.insert(signature.name.substr(0, signature.name.find(' ')));
+    }
+    EXPECT_EQ(listed, NamesOf(SpecialForms));
+}
+
+TEST(DocumentedNames, AreTheAggregates) {
+    EXPECT_EQ(GuideNames("aggregates"), NamesOf(AggregateNames));
+}
+
+TEST(DocumentedNames, AreTheTypes) {
+    EXPECT_EQ(GuideNames("types"), NamesOf(TypeNames));
+}
+
+TEST(DocumentedNames, AreTheGlobals) {
+    std::set<std::string> listed;
+    for (const std::string& name : GuideNames("globals")) {
+        listed.insert(name.substr(0, name.find('.')));
+        EXPECT_FALSE(Result("=" + name).IsError()) << name;
+    }
+    std::set<std::string> known;
+    for (const NamedGlobal& row : GlobalNames) {
+        AddOnce(known, (IsOfUser(row.global) ? "user!" : "globals!") + std::string(row.name));
+    }
+    EXPECT_EQ(listed, known);
+}
+
+// Each row has names after those of the classes that they belong to; constants alone have no class.
+TEST(DocumentedNames, AreTheConstants) {
+    std::set<std::string> listed;
+    for (const std::string& line : GuideLines("constants")) {
+        const std::size_t bar = line.find('|', 1);
+        std::vector<std::string> classes = Quoted(line.substr(0, bar));
+        if (classes.empty()) {
+            classes.emplace_back();
+        }
+        for (const std::string& owner : classes) {
+            for (const std::string& name : Quoted(line.substr(bar))) {
+                AddOnce(listed, LowerAscii(owner + (owner.empty() ? "" : ".") + name));
+            }
+        }
+    }
+    const std::set<std::string> known = NamesOf(Constants());
+    EXPECT_EQ(listed, known);
+    for (const std::string& name : known) {
+        EXPECT_EQ(FindFunction(name), nullptr) << name << " is a function as well";
+    }
 }
 
 // A call of each plain function with as few and as many arguments as it takes compiles, and ends.
 TEST(DocumentedFunctions, TakeNothingAndErrorsWithoutHarm) {
-    const std::string guide = Guide();
-    const std::size_t begin = guide.find("<!-- functions -->");
-    const std::size_t end = guide.find("<!-- end of functions -->");
-    for (const std::string& name : Quoted(std::string_view(guide).substr(begin, end - begin))) {
-        const FunctionInfo* info = FindFunction(Lower(name));
-        if (!info || name[0] == '.') {
+    for (const Signature& signature : GuideSignatures("functions")) {
+        const FunctionInfo* info = FindFunction(signature.name);
+        if (!info || signature.name[0] == '.') {
             continue;
         }
+        const std::string name = signature.shown.substr(0, signature.shown.find('('));
         for (const char* argument : {"Nothing", "\"x\"", "-1", "1E300", "{1, \"a\"}", "#1/1/2024#"}) {
             for (const int count : {info->least, std::min(info->most, info->least + 2)}) {
                 std::string source = "=" + name + "(";

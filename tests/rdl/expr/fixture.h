@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "rdl/expr/language/expression.h"
+#include "rdl/raises.h"
 
 namespace rdl::expr {
 
@@ -134,12 +135,8 @@ inline void Expect(std::initializer_list<Case> cases) {
 // Why an expression does not compile.
 inline std::string Refusal(const std::string& source) {
     TestContext context;
-    try {
-        Compile(source, "Here", context);
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return "compiled";
+    const std::string error = ErrorRaisedBy([&] { Compile(source, "Here", context); });
+    return error.empty() ? "compiled" : error;
 }
 
 }  // namespace rdl::expr

@@ -4,24 +4,17 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <QBuffer>
 #include <algorithm>
 #include <atomic>
 #include <string>
 #include <thread>
 
+#include "rdl/image_bytes.h"
+#include "rdl/raises.h"
 #include "rdl/values/error.h"
 
 namespace rdl::image {
 namespace {
-
-std::string Stored(const QImage& image, const char* format) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    EXPECT_TRUE(image.save(&buffer, format));
-    return bytes.toStdString();
-}
 
 // Colours, and a slope of transparency from the left to the right.
 QImage Picture() {
@@ -35,12 +28,7 @@ QImage Picture() {
 }
 
 std::string Complaint(const std::string& bytes) {
-    try {
-        DecodeImage(bytes, "Logo");
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return {};
+    return ErrorRaisedBy([&] { DecodeImage(bytes, "Logo"); });
 }
 
 TEST(ImageDecoder, EveryKindOfPngHasItsPixels) {
@@ -53,7 +41,7 @@ TEST(ImageDecoder, EveryKindOfPngHasItsPixels) {
           Picture().convertToFormat(QImage::Format_Mono),
           Picture().convertToFormat(QImage::Format_Grayscale16),
           Picture().convertToFormat(QImage::Format_RGBA64)}) {
-        const std::string bytes = Stored(image, "PNG");
+        const std::string bytes = FileOf(image, "PNG");
         const QImage expected = QImage::fromData(QByteArray::fromStdString(bytes));
         const QImage decoded = DecodeImage(bytes, "Logo");
         EXPECT_EQ(decoded.hasAlphaChannel(), expected.hasAlphaChannel()) << image.format();
@@ -67,7 +55,7 @@ TEST(ImageDecoder, DamagedPicturesAreTheErrorAndNothingElse) {
     const QImage picture = Picture().convertToFormat(QImage::Format_RGB32);
     testing::internal::CaptureStderr();
     for (const char* format : {"PNG", "JPEG", "BMP"}) {
-        const std::string whole = Stored(picture, format);
+        const std::string whole = FileOf(picture, format);
         EXPECT_EQ(Complaint(whole), "") << format;
         EXPECT_EQ(Complaint(whole.substr(0, 20)), "Image \"Logo\" is damaged and cannot be read") << format;
         Complaint(whole.substr(0, whole.size() / 2));  // some show their upper half
@@ -79,7 +67,7 @@ TEST(ImageDecoder, DamagedPicturesAreTheErrorAndNothingElse) {
 }
 
 TEST(ImageDecoder, LinesOfOthersReachStandardErrorMeanwhile) {
-    const std::string whole = Stored(Picture(), "PNG");
+    const std::string whole = FileOf(Picture(), "PNG");
     const std::string cut = whole.substr(0, whole.size() / 2);
     std::atomic<bool> done = false;
     int written = 0;

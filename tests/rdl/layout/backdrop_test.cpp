@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "rdl/layout/report_kit.h"
+#include "rdl/raises.h"
 
 namespace rdl::layout {
 namespace {
@@ -120,13 +121,12 @@ TEST(BackgroundImage, OfBodyAndPageHeaderIsDrawn) {
 }
 
 TEST(BackgroundImage, AnUnknownNameFromAnExpressionEndsTheRun) {
-    try {
-        BuildKit(WithImages(Report(Box("T", "x", Place + Background("", "=\"no\" &amp; \"ne\"")))),
-                 Sales({}));
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_THAT(error.what(), HasSubstr("Image \"T\": the report has no embedded image \"none\""));
-    }
+    EXPECT_THAT(ErrorRaisedBy([&] {
+                    BuildKit(
+                        WithImages(Report(Box("T", "x", Place + Background("", "=\"no\" &amp; \"ne\"")))),
+                        Sales({}));
+                }),
+                HasSubstr("Image \"T\": the report has no embedded image \"none\""));
 }
 
 std::vector<RectOp> GradientOf(const std::string& type) {

@@ -20,10 +20,6 @@ std::string At(double left, double top, double width, double height, const std::
            more;
 }
 
-std::vector<SaleRow> Many(int count) {
-    return std::vector<SaleRow>(static_cast<std::size_t>(count), SaleRow{"North", "Pen", 1});
-}
-
 std::string NumberedRows(const std::string& place, const std::string& more = {}) {
     return Tablix(1, RowOf(Cell("V", "=RowNumber(Nothing)")),
                   "<TablixMember><Group Name=\"D\"/></TablixMember>", {}, place + more);

@@ -3,18 +3,17 @@
 #include <gtest/gtest.h>
 
 #include "rdl/layout/report_kit.h"
+#include "rdl/raises.h"
 
 namespace rdl::layout {
 namespace {
 
 std::string ErrorOf(const std::string& source) {
-    try {
+    const std::string error = ErrorRaisedBy([&] {
         const Definition definition = ParseDefinition(source, "sales.rpt");
         CheckExpressions(definition);
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return "none";
+    });
+    return error.empty() ? "none" : error;
 }
 
 TEST(OpenError, AnExpressionThatDoesNotCompileIsToldWithItsLine) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "rdl/layout/report_kit.h"
+#include "rdl/raises.h"
 
 namespace rdl::layout {
 namespace {
@@ -11,10 +12,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;
-
-std::vector<SaleRow> Many(int count) {
-    return std::vector<SaleRow>(static_cast<std::size_t>(count), SaleRow{"North", "Pen", 1});
-}
 
 // A GIF of 900 by 800 pixels, which are 675 by 600 points: its head is enough to lay it out.
 const std::string Large = "R0lGODlhhAMgAwAAACwAAAAAhAMgAwAAAgA7";
@@ -63,12 +60,7 @@ TEST(LargeItems, ABodyWiderThanAThousandPagesIsAnError) {
     narrow("<PageWidth>400pt", "<PageWidth>20pt");
     const auto kit = BuildKit(report, Sales({}));
     TextSink sink;
-    try {
-        Paginate(*kit.report, sink);
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(std::string(error.what()), "The report is wider than 1000 pages");
-    }
+    EXPECT_EQ(ErrorRaisedBy([&] { Paginate(*kit.report, sink); }), "The report is wider than 1000 pages");
 }
 
 TEST(PageSize, NothingLeftByHeaderAndFooterIsAnError) {
@@ -77,13 +69,8 @@ TEST(PageSize, NothingLeftByHeaderAndFooterIsAnError) {
                                      "</PrintOnFirstPage></PageHeader>"),
                               Sales({}));
     TextSink sink;
-    try {
-        Paginate(*kit.report, sink);
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(std::string(error.what()),
-                  "The margins, header and footer leave no room for the body on a page");
-    }
+    EXPECT_EQ(ErrorRaisedBy([&] { Paginate(*kit.report, sink); }),
+              "The margins, header and footer leave no room for the body on a page");
 }
 
 // Texts of the report's only page, each with its place, for a body of that width in so many columns.

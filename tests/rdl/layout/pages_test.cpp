@@ -11,10 +11,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-std::vector<SaleRow> Many(int count) {
-    return std::vector<SaleRow>(static_cast<std::size_t>(count), SaleRow{"North", "Pen", 1});
-}
-
 const std::string Place = "<Top>0pt</Top><Left>0pt</Left><Height>20pt</Height><Width>100pt</Width>";
 
 std::string HeaderedTable(const std::string& memberMore) {

@@ -65,6 +65,11 @@ struct SaleRow {
     std::int64_t amount;
 };
 
+// Sales that are all alike.
+inline std::vector<SaleRow> Many(int count) {
+    return std::vector<SaleRow>(static_cast<std::size_t>(count), SaleRow{"North", "Pen", 1});
+}
+
 inline Table Sales(const std::vector<SaleRow>& rows) {
     Table table;
     table.fieldNames = {"Region", "Product", "Amount"};

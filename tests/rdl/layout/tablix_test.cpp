@@ -6,6 +6,7 @@
 #include <map>
 
 #include "rdl/layout/report_kit.h"
+#include "rdl/raises.h"
 
 namespace rdl::layout {
 namespace {
@@ -79,12 +80,7 @@ TEST(Tablix, AGroupFilterSeesTheGroupsAggregates) {
 }
 
 std::string ErrorOf(const std::string& report) {
-    try {
-        BuildKit(report, Sales(FourSales));
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return {};
+    return ErrorRaisedBy([&] { BuildKit(report, Sales(FourSales)); });
 }
 
 TEST(Tablix, AGroupThatCannotBeWorkedOutEndsTheRun) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
-#include <QBuffer>
-
+#include "rdl/image_bytes.h"
+#include "rdl/raises.h"
 #include "rdl/screen/page_kit.h"
 #include "rdl/values/error.h"
 
@@ -150,11 +150,7 @@ TEST(Drawing, PathsAreFilledAndStroked) {
 }
 
 std::shared_ptr<const std::string> Png(const QImage& image) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return std::make_shared<const std::string>(bytes.toStdString());
+    return std::make_shared<const std::string>(FileOf(image, "PNG"));
 }
 
 TEST(Drawing, ImagesFillTheirAreaAndKeepTheirColours) {
@@ -188,12 +184,8 @@ TEST(Drawing, ADamagedImageIsAnErrorThatNamesItAndThePainterIsAsBefore) {
     QImage image(100, 50, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
-    try {
-        PagePainter().Draw(page, painter);
-        FAIL() << "no error";
-    } catch (const Error& error) {
-        EXPECT_STREQ(error.what(), "Image \"Logo\" is damaged and cannot be read");
-    }
+    EXPECT_EQ(ErrorRaisedBy([&] { PagePainter().Draw(page, painter); }),
+              "Image \"Logo\" is damaged and cannot be read");
     EXPECT_FALSE(painter.hasClipping());
     painter.fillRect(50, 20, 10, 10, Qt::black);
     painter.end();

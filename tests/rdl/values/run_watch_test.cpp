@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "rdl/raises.h"
 #include "rdl/values/error.h"
 
 namespace rdl {
@@ -19,12 +20,7 @@ using std::chrono::seconds;
 // What CheckBounds says; empty when it lets the run go on. Bounds are measured some times a second only.
 std::string Said(RunWatch& watch) {
     std::this_thread::sleep_for(milliseconds(60));
-    try {
-        watch.CheckBounds();
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return {};
+    return ErrorRaisedBy([&] { watch.CheckBounds(); });
 }
 
 void Spin(std::chrono::milliseconds time) {

@@ -29,14 +29,6 @@ std::string HtmlOf(const std::vector<BoxStyle>& boxes) {
     return output.bytes;
 }
 
-std::size_t Count(const std::string& html, const std::string& piece) {
-    std::size_t count = 0;
-    for (std::size_t at = html.find(piece); at != std::string::npos; at = html.find(piece, at + 1)) {
-        ++count;
-    }
-    return count;
-}
-
 BoxStyle WithPicture(BackgroundPicture::Repeat repeat, float alignX = 0, float alignY = 0) {
     BackgroundPicture picture;
     picture.bytes = std::make_shared<const std::string>(Png);

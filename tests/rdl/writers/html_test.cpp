@@ -24,23 +24,11 @@ bool Has(const std::string& html, const std::string& piece) {
     return html.find(piece) != std::string::npos;
 }
 
-std::size_t Count(const std::string& html, const std::string& piece) {
-    std::size_t count = 0;
-    for (std::size_t at = html.find(piece); at != std::string::npos; at = html.find(piece, at + 1)) {
-        ++count;
-    }
-    return count;
-}
-
 std::shared_ptr<SampleTable> Rows(std::size_t count) {
-    auto table = std::make_shared<SampleTable>();
-    table->columnWidths = {80, 60};
+    auto table = NumberedRows(count);
     table->headerColumns = 1;
-    table->rows = count;
-    table->make = [](std::size_t i, TableRow& row) {
-        row.columnHeader = i == 0;
-        AddCell(row, TextItem(i == 0 ? "Name" : "Row " + std::to_string(i)));
-        AddCell(row, TextItem(i == 0 ? "Sum" : "1"));
+    table->make = [make = table->make](std::size_t i, TableRow& row) {
+        make(i, row);
         row.breakBefore = i == 2;
     };
     return table;

@@ -2,11 +2,10 @@
 // Pictures in RTF documents.
 #include <gtest/gtest.h>
 
-#include <QBuffer>
-#include <QByteArray>
 #include <QImage>
 #include <cstdio>
 
+#include "rdl/image_bytes.h"
 #include "rdl/values/error.h"
 #include "rdl/writers/rtf_kit.h"
 
@@ -30,11 +29,7 @@ Instance Picture(const std::string& bytes) {
 std::string Encoded(const char* format) {
     QImage image(8, 4, QImage::Format_RGB32);
     image.fill(0x336699);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, format);
-    return bytes.toStdString();
+    return FileOf(image, format);
 }
 
 TEST(Rtf, ImagesAreInTheFile) {

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "rdl/format/format.h"
+#include "rdl/raises.h"
 #include "rdl/values/error.h"
 #include "rdl/writers/rtf_kit.h"
 #include "rdl/writers/sample_report.h"
@@ -26,14 +27,7 @@ using testing::HasSubstr;
 using testing::Not;
 
 std::shared_ptr<SampleTable> Rows(std::size_t count) {
-    auto table = std::make_shared<SampleTable>();
-    table->columnWidths = {80, 60};
-    table->rows = count;
-    table->make = [](std::size_t i, TableRow& row) {
-        row.columnHeader = i == 0;
-        AddCell(row, TextItem(i == 0 ? "Name" : "Row " + std::to_string(i)));
-        AddCell(row, TextItem(i == 0 ? "Sum" : "1"));
-    };
+    auto table = NumberedRows(count);
     table->repeated = {0};
     return table;
 }
@@ -384,12 +378,7 @@ TEST(Rtf, DrawingsAreAnErrorThatNamesThem) {
     chart.kind = InstanceKind::Drawing;
     chart.name = "Chart1";
     chart.width = chart.height = 10;
-    try {
-        Rtf(SampleReport({chart}));
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_THAT(error.what(), HasSubstr("\"Chart1\""));
-    }
+    EXPECT_THAT(ErrorRaisedBy([&] { Rtf(SampleReport({chart})); }), HasSubstr("\"Chart1\""));
 }
 
 TEST(Rtf, MoreCellsThanARowMayHaveAreAnError) {
@@ -398,12 +387,7 @@ TEST(Rtf, MoreCellsThanARowMayHaveAreAnError) {
         items.push_back(TextItem("x", i * 10.0, 0, 10));
     }
     items.front().name = "First";
-    try {
-        Rtf(SampleReport(items));
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_THAT(error.what(), HasSubstr("\"First\""));
-    }
+    EXPECT_THAT(ErrorRaisedBy([&] { Rtf(SampleReport(items)); }), HasSubstr("\"First\""));
 }
 
 TEST(Rtf, NestingHasAnEnd) {

@@ -20,6 +20,15 @@ struct StringOutput : Output {
     using Output::Write;
 };
 
+// How often a document has the piece.
+inline std::size_t Count(const std::string& document, const std::string& piece) {
+    std::size_t count = 0;
+    for (std::size_t at = document.find(piece); at != std::string::npos; at = document.find(piece, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
 inline layout::Instance TextItem(const std::string& text, double x = 0, double y = 0, double width = 100,
                                  double height = 12) {
     layout::Instance item;
@@ -67,6 +76,19 @@ inline void AddCell(layout::TableRow& row, layout::Instance content, int columnS
     cell.rowSpan = rowSpan;
     cell.content = std::move(content);
     row.cells.push_back(std::move(cell));
+}
+
+// Two columns: a header "Name", "Sum", then "Row 1", "1" and so on; `count` rows with the header.
+inline std::shared_ptr<SampleTable> NumberedRows(std::size_t count) {
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80, 60};
+    table->rows = count;
+    table->make = [](std::size_t i, layout::TableRow& row) {
+        row.columnHeader = i == 0;
+        AddCell(row, TextItem(i == 0 ? "Name" : "Row " + std::to_string(i)));
+        AddCell(row, TextItem(i == 0 ? "Sum" : "1"));
+    };
+    return table;
 }
 
 inline layout::Instance TableItem(std::shared_ptr<SampleTable> table, double x = 0, double y = 0) {

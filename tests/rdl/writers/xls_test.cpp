@@ -11,6 +11,7 @@
 #include <string>
 
 #include "rdl/format/format.h"
+#include "rdl/raises.h"
 #include "rdl/values/error.h"
 #include "rdl/writers/sample_report.h"
 
@@ -347,25 +348,15 @@ TEST(Xls, AGifBecomesAPng) {
     EXPECT_NE(book.find("\x89PNG\r\n\x1A\n"), std::string::npos);
 
     image.imageBytes = std::make_shared<const std::string>("GIF89a and nothing behind it");
-    try {
-        Workbook(SampleReport({image}));
-        FAIL() << "the damaged picture was taken";
-    } catch (const Error& error) {
-        EXPECT_NE(std::string(error.what()).find("Image \"Logo\""), std::string::npos) << error.what();
-    }
+    const std::string error = ErrorRaisedBy([&] { Workbook(SampleReport({image})); });
+    EXPECT_NE(error.find("Image \"Logo\""), std::string::npos) << error;
 }
 
 TEST(Xls, ATextLongerThanACellHoldsIsAnError) {
     std::string text(32767, 'x');
     EXPECT_NO_THROW(Workbook(SampleReport({TextItem(text)})));
-    try {
-        Workbook(SampleReport({TextItem(text + "y")}));
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_STREQ(
-            error.what(),
-            "Text box \"Box\" has more than the 32,767 characters that a cell of an Excel workbook holds");
-    }
+    EXPECT_EQ(ErrorRaisedBy([&] { Workbook(SampleReport({TextItem(text + "y")})); }),
+              "Text box \"Box\" has more than the 32,767 characters that a cell of an Excel workbook holds");
     std::string wide;  // counted in characters, not in bytes
     for (int i = 0; i < 32767; ++i) {
         wide += "\u00E9";

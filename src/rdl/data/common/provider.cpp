@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/data/common/provider.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "rdl/data/common/connect_string.h"
 #include "rdl/data/common/message.h"
 #include "rdl/values/error.h"
+#include "rdl/values/named.h"
 
 namespace rdl::data {
 namespace {
@@ -53,6 +57,10 @@ constexpr Alias Aliases[] = {
     {"text", ProviderKind::Csv},
     {"filedirectory", ProviderKind::Csv},
 };
+static_assert(NamesDiffer(Aliases));
+
+// Those whose connect string says which one is meant.
+constexpr std::string_view OleDbNames[] = {"oledb", "system.data.oledb"};
 
 // What Provider= of an OLE DB connect string begins with.
 constexpr Alias OleDbAliases[] = {
@@ -82,12 +90,10 @@ ProviderKind FindOleDb(std::string_view connectString) {
 
 ProviderKind FindProvider(std::string_view name, std::string_view connectString) {
     const std::string wanted = LowerAscii(Trimmed(name));
-    for (const Alias& alias : Aliases) {
-        if (alias.name == wanted) {
-            return alias.kind;
-        }
+    if (const Alias* alias = FindNamed(Aliases, wanted)) {
+        return alias->kind;
     }
-    if (wanted == "oledb" || wanted == "system.data.oledb") {
+    if (std::find(std::begin(OleDbNames), std::end(OleDbNames), wanted) != std::end(OleDbNames)) {
         return FindOleDb(connectString);
     }
     if (wanted.empty()) {
@@ -97,6 +103,14 @@ ProviderKind FindProvider(std::string_view name, std::string_view connectString)
         "the data provider \"" + CleanText(name) +
         "\" cannot be used here; known are SQLITE, PostgreSQL, MySQL, MariaDB, SQL, SQLAZURE, OLEDB, ODBC, "
         "XML, JSON, CSV and ENTERDATA");
+}
+
+std::vector<std::string_view> ProviderNames() {
+    std::vector<std::string_view> names(std::begin(OleDbNames), std::end(OleDbNames));
+    for (const Alias& alias : Aliases) {
+        names.push_back(alias.name);
+    }
+    return names;
 }
 
 }  // namespace rdl::data

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "rdl/expr/language/names.h"
 #include "rdl/expr/language/nodes.h"
 #include "rdl/expr/operations/convert.h"
 
@@ -379,62 +380,9 @@ std::string Parser::TypeName() {
 }
 
 const FunctionInfo* Parser::Conversion(const std::string& type, bool& known) {
-    static constexpr std::pair<std::string_view, std::string_view> types[] = {
-        {"integer", "cint"},
-        {"int32", "cint"},
-        {"long", "clng"},
-        {"int64", "clng"},
-        {"short", "cshort"},
-        {"int16", "cshort"},
-        {"byte", "cbyte"},
-        {"double", "cdbl"},
-        {"single", "csng"},
-        {"decimal", "cdec"},
-        {"string", "cstr"},
-        {"boolean", "cbool"},
-        {"date", "cdate"},
-        {"datetime", "cdate"},
-        {"char", "cchar"},
-        {"uinteger", "cuint"},
-        {"uint32", "cuint"},
-        {"ulong", "culng"},
-        {"uint64", "culng"},
-        {"sbyte", "csbyte"},
-        {"ushort", "cushort"},
-        {"uint16", "cushort"},
-        {"object", ""},
-        {"timespan", ""},
-        {"array", ""},
-        {"variant", ""},
-        {"stringbuilder", ""},
-        {"arraylist", ""},
-        {"list", ""},
-        {"stack", ""},
-        {"queue", ""},
-        {"hashtable", ""},
-        {"dictionary", ""},
-        {"sortedlist", ""},
-        {"sorteddictionary", ""},
-        {"dictionaryentry", ""},
-        {"keyvaluepair", ""},
-        {"cultureinfo", ""},
-        {"match", ""},
-        {"ienumerable", ""},
-        {"ilist", ""},
-        {"idictionary", ""},
-        {"exception", ""},
-        {"parameter", ""},
-        {"field", ""},
-        {"reportitem", ""},
-    };
-    for (const auto& [name, function] : types) {
-        if (name == type) {
-            known = true;
-            return function.empty() ? nullptr : FindFunction(function);
-        }
-    }
-    known = false;
-    return nullptr;
+    const NamedType* named = FindNamed(TypeNames, type);
+    known = named != nullptr;
+    return named && !named->function.empty() ? FindFunction(named->function) : nullptr;
 }
 
 }  // namespace rdl::expr

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "rdl/expr/language/lexer.h"
+#include "rdl/expr/language/names.h"
 #include "rdl/expr/language/node.h"
 #include "rdl/expr/library/functions.h"
 
@@ -92,7 +93,11 @@ class Parser {
 
     // Calls: parser_calls.cpp.
     NodePtr NamedCall(std::string name);
-    NodePtr SpecialCall(const std::string& lower, bool& known);
+    // Returns null if the name is neither that of an aggregate nor of a special form.
+    NodePtr AggregateOrForm(std::string_view lower);
+    NodePtr Form(SpecialForm form);
+    NodePtr Condition(const Token& name);
+    NodePtr Choose(const Token& name);
     NodePtr Aggregate(AggregateKind kind);
     NodePtr Lookup(LookupCall::Form form);
     NodePtr Scope(bool level);

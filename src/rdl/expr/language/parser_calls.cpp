@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "rdl/expr/language/names.h"
 #include "rdl/expr/language/nodes.h"
 #include "rdl/expr/language/parser.h"
 #include "rdl/expr/language/reach.h"
@@ -12,42 +13,12 @@
 namespace rdl::expr {
 namespace {
 
-constexpr std::pair<std::string_view, AggregateKind> AggregateNames[] = {
-    {"sum", AggregateKind::Sum},
-    {"avg", AggregateKind::Avg},
-    {"count", AggregateKind::Count},
-    {"countdistinct", AggregateKind::CountDistinct},
-    {"countrows", AggregateKind::CountRows},
-    {"min", AggregateKind::Min},
-    {"max", AggregateKind::Max},
-    {"first", AggregateKind::First},
-    {"last", AggregateKind::Last},
-    {"stdev", AggregateKind::StDev},
-    {"stdevp", AggregateKind::StDevP},
-    {"var", AggregateKind::Var},
-    {"varp", AggregateKind::VarP},
-    {"runningvalue", AggregateKind::RunningValue},
-    {"rownumber", AggregateKind::RowNumber},
-    {"previous", AggregateKind::Previous},
-    {"aggregate", AggregateKind::Aggregate},
-};
-
 // Namespaces and modules that may qualify a name.
 constexpr std::string_view Qualifiers[] = {
     "global",      "system",     "microsoft",     "visualbasic",        "strings", "dateandtime",
     "financial",   "conversion", "information",   "interaction",        "vbmath",  "constants",
     "conversions", "text",       "globalization", "regularexpressions", "web",     "net",
     "collections", "generic"};
-
-bool FindAggregate(std::string_view name, AggregateKind& kind) {
-    for (const auto& [known, value] : AggregateNames) {
-        if (known == name) {
-            kind = value;
-            return true;
-        }
-    }
-    return false;
-}
 
 bool IsQualifier(std::string_view name) {
     for (const std::string_view qualifier : Qualifiers) {
@@ -116,8 +87,7 @@ NodePtr Parser::NamedCall(std::string name) {
     if (m_code && m_code->HasFunction(lower)) {
         return Checked(m_code->Function(lower, Peek().Is("(") ? Arguments() : Nodes()));
     }
-    bool special = false;
-    if (NodePtr node = SpecialCall(lower, special); special) {
+    if (NodePtr node = AggregateOrForm(lower)) {
         return Checked(std::move(node));
     }
     const FunctionInfo* info = FindFunction(lower);
@@ -133,53 +103,61 @@ NodePtr Parser::NamedCall(std::string name) {
     return Checked(std::make_unique<CallNode>(*info, std::move(arguments)));
 }
 
-NodePtr Parser::SpecialCall(const std::string& lower, bool& known) {
-    known = true;
+NodePtr Parser::AggregateOrForm(std::string_view lower) {
     const Token& token = m_tokens[m_at - 1];
-    AggregateKind kind{};
-    const bool aggregate = FindAggregate(lower, kind);
-    if (m_code && (aggregate || lower == "lookup" || lower == "lookupset" || lower == "multilookup")) {
+    const NamedAggregate* aggregate = FindNamed(AggregateNames, lower);
+    const NamedForm* special = FindNamed(SpecialForms, lower);
+    if (m_code && (aggregate || (special && special->form <= SpecialForm::MultiLookup))) {
         FailAt(token, "\"" + token.text + "\" has no place in the code of a report");
     }
-    if (aggregate) {
-        return Aggregate(kind);
+    return aggregate ? Aggregate(aggregate->kind) : special ? Form(special->form) : nullptr;
+}
+
+NodePtr Parser::Form(SpecialForm form) {
+    const Token& token = m_tokens[m_at - 1];
+    switch (form) {
+        case SpecialForm::Lookup:
+            return Lookup(LookupCall::Form::First);
+        case SpecialForm::LookupSet:
+            return Lookup(LookupCall::Form::Set);
+        case SpecialForm::MultiLookup:
+            return Lookup(LookupCall::Form::Multi);
+        case SpecialForm::InScope:
+            return Scope(false);
+        case SpecialForm::Level:
+            return Scope(true);
+        case SpecialForm::Cast:
+            return Cast();
+        case SpecialForm::Condition:
+            return Condition(token);
+        case SpecialForm::Switch:
+            return Switch(token);
+        case SpecialForm::Choose:
+            return Choose(token);
+        case SpecialForm::TypeOf:
+            return TypeTest();
     }
-    if (lower == "lookup" || lower == "lookupset" || lower == "multilookup") {
-        return Lookup(lower == "lookup"      ? LookupCall::Form::First
-                      : lower == "lookupset" ? LookupCall::Form::Set
-                                             : LookupCall::Form::Multi);
-    }
-    if (lower == "inscope" || lower == "level") {
-        return Scope(lower == "level");
-    }
-    if (lower == "ctype" || lower == "directcast" || lower == "trycast") {
-        return Cast();
-    }
-    if (lower == "iif" || lower == "if") {
-        Nodes parts = Arguments();
-        if (parts.size() == 2 && lower == "if") {
-            return std::make_unique<CoalesceNode>(std::move(parts[0]), std::move(parts[1]));
-        }
-        if (parts.size() != 3) {
-            FailAt(token, "\"" + token.text + "\" takes a condition and two values");
-        }
-        return std::make_unique<ConditionNode>(std::move(parts[0]), std::move(parts[1]), std::move(parts[2]));
-    }
-    if (lower == "switch") {
-        return Switch(token);
-    }
-    if (lower == "typeof") {
-        return TypeTest();
-    }
-    if (lower == "choose") {
-        Nodes parts = Arguments();
-        if (parts.size() < 2) {
-            FailAt(token, "\"Choose\" takes an index and at least one value");
-        }
-        return std::make_unique<ChooseNode>(std::move(parts));
-    }
-    known = false;
     return nullptr;
+}
+
+// If(value, other) gives the other for Nothing; IIf takes three values only.
+NodePtr Parser::Condition(const Token& name) {
+    Nodes parts = Arguments();
+    if (parts.size() == 2 && name.lower == "if") {
+        return std::make_unique<CoalesceNode>(std::move(parts[0]), std::move(parts[1]));
+    }
+    if (parts.size() != 3) {
+        FailAt(name, "\"" + name.text + "\" takes a condition and two values");
+    }
+    return std::make_unique<ConditionNode>(std::move(parts[0]), std::move(parts[1]), std::move(parts[2]));
+}
+
+NodePtr Parser::Choose(const Token& name) {
+    Nodes parts = Arguments();
+    if (parts.size() < 2) {
+        FailAt(name, "\"Choose\" takes an index and at least one value");
+    }
+    return std::make_unique<ChooseNode>(std::move(parts));
 }
 
 NodePtr Parser::Switch(const Token& name) {
@@ -366,15 +344,17 @@ NodePtr Parser::Aggregate(AggregateKind kind) {
     node->call.kind = kind;
     const bool argued = kind != AggregateKind::CountRows && kind != AggregateKind::RowNumber;
     std::size_t next = argued ? 1 : 0;
-    const std::size_t most = next + (kind == AggregateKind::RunningValue ? 2 : 2);
+    const std::size_t most = next + 2;
     if (ranges.size() < next || ranges.size() > most) {
         FailAt(name, "\"" + name.text + "\" does not take " + std::to_string(ranges.size()) + " arguments");
     }
     if (kind == AggregateKind::RunningValue) {
-        if (ranges.size() < 2 || !FindAggregate(m_tokens[ranges[1].first].lower, node->call.running) ||
-            node->call.running > AggregateKind::VarP) {
+        const NamedAggregate* running =
+            ranges.size() < 2 ? nullptr : FindNamed(AggregateNames, m_tokens[ranges[1].first].lower);
+        if (!running || running->kind > AggregateKind::VarP) {
             FailAt(name, "\"RunningValue\" needs the name of an aggregate function behind its expression");
         }
+        node->call.running = running->kind;
         ++next;
     }
     std::string dataSet = m_context.dataSet;

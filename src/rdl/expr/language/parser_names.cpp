@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "rdl/expr/language/code_functions.h"
+#include "rdl/expr/language/names.h"
 #include "rdl/expr/language/nodes.h"
 #include "rdl/expr/language/parser.h"
 #include "rdl/expr/language/reach.h"
@@ -10,21 +11,6 @@
 
 namespace rdl::expr {
 namespace {
-
-constexpr std::pair<std::string_view, GlobalName> GlobalNames[] = {
-    {"pagenumber", GlobalName::PageNumber},
-    {"totalpages", GlobalName::TotalPages},
-    {"overallpagenumber", GlobalName::OverallPageNumber},
-    {"overalltotalpages", GlobalName::OverallTotalPages},
-    {"pagename", GlobalName::PageName},
-    {"executiontime", GlobalName::ExecutionTime},
-    {"reportname", GlobalName::ReportName},
-    {"reportfolder", GlobalName::ReportFolder},
-    {"reportserverurl", GlobalName::ReportServerUrl},
-    {"renderformat", GlobalName::RenderFormatName},
-    {"userid", GlobalName::UserID},
-    {"language", GlobalName::Language},
-};
 
 constexpr std::string_view Collections[] = {"fields",      "parameters", "globals",  "user",
                                             "reportitems", "variables",  "datasets", "datasources"};
@@ -240,7 +226,7 @@ NodePtr Parser::Globals(bool user) {
     const std::string name = ItemName(computed);
     const std::string lower = Lower(name);
     for (const auto& [known, global] : GlobalNames) {
-        if (known != lower || user != (global >= GlobalName::UserID)) {
+        if (known != lower || user != IsOfUser(global)) {
             continue;
         }
         GlobalName asked = global;

@@ -272,6 +272,7 @@ constexpr FunctionInfo functions[] = {
     {"new.sortedlist", 0, 1, NewDictionary<false, true>},
     {"new.sorteddictionary", 0, 1, NewDictionary<true, true>},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

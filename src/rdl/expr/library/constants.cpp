@@ -6,6 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "rdl/expr/library/functions.h"
 #include "rdl/expr/operations/convert.h"
@@ -13,7 +14,8 @@
 namespace rdl::expr {
 namespace {
 
-using Table = std::unordered_map<std::string_view, Value>;
+using Table = std::unordered_map<std::string_view, const Value*>;
+using List = std::vector<NamedConstant>;
 
 struct Number {
     std::string_view name;
@@ -136,6 +138,7 @@ constexpr Number Numbers[] = {
     {"dayofweek.friday", 5},
     {"dayofweek.saturday", 6},
 };
+static_assert(NamesDiffer(Numbers));
 
 struct Text {
     std::string_view name, value;
@@ -175,73 +178,93 @@ constexpr Text Texts[] = {
     {"boolean.truestring", "True"},
     {"boolean.falsestring", "False"},
 };
+static_assert(NamesDiffer(Texts));
 
 template <typename T>
-void AddLimits(Table& table, std::initializer_list<std::pair<std::string_view, std::string_view>> names) {
+void AddLimits(List& list, std::initializer_list<std::pair<std::string_view, std::string_view>> names) {
     for (const auto& [least, most] : names) {
-        table.emplace(least, Value::Integer(static_cast<std::int64_t>(std::numeric_limits<T>::min())));
-        table.emplace(most, Value::Integer(static_cast<std::int64_t>(std::numeric_limits<T>::max())));
+        list.push_back({least, Value::Integer(static_cast<std::int64_t>(std::numeric_limits<T>::min()))});
+        list.push_back({most, Value::Integer(static_cast<std::int64_t>(std::numeric_limits<T>::max()))});
     }
+}
+
+// The constants whose values the two tables above cannot hold.
+List OtherConstants() {
+    constexpr std::string_view nul("\0", 1);
+    List list = {
+        {"vbnullchar", Value::Text(nul)},
+        {"controlchars.nullchar", Value::Text(nul)},
+        {"dbnull.value", Value()},
+        {"math.pi", Value::Real(3.141592653589793)},
+        {"math.e", Value::Real(2.718281828459045)},
+        {"single.maxvalue", Value::Real(std::numeric_limits<float>::max())},
+        {"single.minvalue", Value::Real(std::numeric_limits<float>::lowest())},
+        {"decimal.maxvalue", Value::Real(79228162514264337593543950335.0)},
+        {"decimal.minvalue", Value::Real(-79228162514264337593543950335.0)},
+        {"decimal.zero", Value::Integer(0)},
+        {"decimal.one", Value::Integer(1)},
+        {"decimal.minusone", Value::Integer(-1)},
+        {"double.epsilon", Value::Real(std::numeric_limits<double>::denorm_min())},
+        {"double.maxvalue", Value::Real(std::numeric_limits<double>::max())},
+        {"double.minvalue", Value::Real(std::numeric_limits<double>::lowest())},
+        {"double.nan", Value::Real(std::numeric_limits<double>::quiet_NaN())},
+        {"double.positiveinfinity", Value::Real(std::numeric_limits<double>::infinity())},
+        {"double.negativeinfinity", Value::Real(-std::numeric_limits<double>::infinity())},
+        {"datetime.minvalue", Value::DateTime(0)},
+        {"date.minvalue", Value::DateTime(0)},
+        {"datetime.maxvalue", Value::DateTime(MaxTicks)},
+        {"date.maxvalue", Value::DateTime(MaxTicks)},
+        {"timespan.zero", Value::TimeSpan(0)},
+        {"timespan.maxvalue", Value::TimeSpan(std::numeric_limits<std::int64_t>::max())},
+        {"timespan.minvalue", Value::TimeSpan(std::numeric_limits<std::int64_t>::min())},
+        {"timespan.ticksperday", Value::Integer(TicksPerDay)},
+        {"timespan.ticksperhour", Value::Integer(TicksPerDay / 24)},
+        {"timespan.ticksperminute", Value::Integer(TicksPerSecond * 60)},
+        {"timespan.tickspersecond", Value::Integer(TicksPerSecond)},
+        {"timespan.tickspermillisecond", Value::Integer(TicksPerSecond / 1000)},
+    };
+    AddLimits<std::int32_t>(list,
+                            {{"integer.minvalue", "integer.maxvalue"}, {"int32.minvalue", "int32.maxvalue"}});
+    AddLimits<std::int64_t>(list, {{"long.minvalue", "long.maxvalue"}, {"int64.minvalue", "int64.maxvalue"}});
+    AddLimits<std::int16_t>(list,
+                            {{"short.minvalue", "short.maxvalue"}, {"int16.minvalue", "int16.maxvalue"}});
+    AddLimits<std::uint8_t>(list, {{"byte.minvalue", "byte.maxvalue"}});
+    AddLimits<std::int8_t>(list, {{"sbyte.minvalue", "sbyte.maxvalue"}});
+    AddLimits<std::uint16_t>(list, {{"ushort.minvalue", "ushort.maxvalue"}});
+    AddLimits<std::uint32_t>(list, {{"uinteger.minvalue", "uinteger.maxvalue"}});
+    return list;
+}
+
+List MakeList() {
+    List list = OtherConstants();
+    for (const Number& number : Numbers) {
+        list.push_back({number.name, Value::Integer(number.value)});
+    }
+    for (const Text& text : Texts) {
+        list.push_back({text.name, Value::Text(text.value)});
+    }
+    return list;
 }
 
 Table MakeTable() {
     Table table;
-    for (const Number& number : Numbers) {
-        table.emplace(number.name, Value::Integer(number.value));
+    for (const NamedConstant& constant : Constants()) {
+        table.emplace(constant.name, &constant.value);
     }
-    for (const Text& text : Texts) {
-        table.emplace(text.name, Value::Text(text.value));
-    }
-    constexpr std::string_view nul("\0", 1);
-    table.emplace("vbnullchar", Value::Text(nul));
-    table.emplace("controlchars.nullchar", Value::Text(nul));
-    table.emplace("dbnull.value", Value());
-    table.emplace("math.pi", Value::Real(3.141592653589793));
-    table.emplace("math.e", Value::Real(2.718281828459045));
-    AddLimits<std::int32_t>(table,
-                            {{"integer.minvalue", "integer.maxvalue"}, {"int32.minvalue", "int32.maxvalue"}});
-    AddLimits<std::int64_t>(table,
-                            {{"long.minvalue", "long.maxvalue"}, {"int64.minvalue", "int64.maxvalue"}});
-    AddLimits<std::int16_t>(table,
-                            {{"short.minvalue", "short.maxvalue"}, {"int16.minvalue", "int16.maxvalue"}});
-    AddLimits<std::uint8_t>(table, {{"byte.minvalue", "byte.maxvalue"}});
-    AddLimits<std::int8_t>(table, {{"sbyte.minvalue", "sbyte.maxvalue"}});
-    AddLimits<std::uint16_t>(table, {{"ushort.minvalue", "ushort.maxvalue"}});
-    AddLimits<std::uint32_t>(table, {{"uinteger.minvalue", "uinteger.maxvalue"}});
-    table.emplace("single.maxvalue", Value::Real(std::numeric_limits<float>::max()));
-    table.emplace("single.minvalue", Value::Real(std::numeric_limits<float>::lowest()));
-    table.emplace("decimal.maxvalue", Value::Real(79228162514264337593543950335.0));
-    table.emplace("decimal.minvalue", Value::Real(-79228162514264337593543950335.0));
-    table.emplace("decimal.zero", Value::Integer(0));
-    table.emplace("decimal.one", Value::Integer(1));
-    table.emplace("decimal.minusone", Value::Integer(-1));
-    table.emplace("double.epsilon", Value::Real(std::numeric_limits<double>::denorm_min()));
-    table.emplace("double.maxvalue", Value::Real(std::numeric_limits<double>::max()));
-    table.emplace("double.minvalue", Value::Real(std::numeric_limits<double>::lowest()));
-    table.emplace("double.nan", Value::Real(std::numeric_limits<double>::quiet_NaN()));
-    table.emplace("double.positiveinfinity", Value::Real(std::numeric_limits<double>::infinity()));
-    table.emplace("double.negativeinfinity", Value::Real(-std::numeric_limits<double>::infinity()));
-    table.emplace("datetime.minvalue", Value::DateTime(0));
-    table.emplace("date.minvalue", Value::DateTime(0));
-    table.emplace("datetime.maxvalue", Value::DateTime(MaxTicks));
-    table.emplace("date.maxvalue", Value::DateTime(MaxTicks));
-    table.emplace("timespan.zero", Value::TimeSpan(0));
-    table.emplace("timespan.maxvalue", Value::TimeSpan(std::numeric_limits<std::int64_t>::max()));
-    table.emplace("timespan.minvalue", Value::TimeSpan(std::numeric_limits<std::int64_t>::min()));
-    table.emplace("timespan.ticksperday", Value::Integer(TicksPerDay));
-    table.emplace("timespan.ticksperhour", Value::Integer(TicksPerDay / 24));
-    table.emplace("timespan.ticksperminute", Value::Integer(TicksPerSecond * 60));
-    table.emplace("timespan.tickspersecond", Value::Integer(TicksPerSecond));
-    table.emplace("timespan.tickspermillisecond", Value::Integer(TicksPerSecond / 1000));
     return table;
 }
 
 }  // namespace
 
+const std::vector<NamedConstant>& Constants() {
+    static const List list = MakeList();
+    return list;
+}
+
 const Value* FindConstant(std::string_view name) {
     static const Table table = MakeTable();
     const auto found = table.find(name);
-    return found == table.end() ? nullptr : &found->second;
+    return found == table.end() ? nullptr : found->second;
 }
 
 }  // namespace rdl::expr

@@ -14,11 +14,7 @@ using Table = std::unordered_map<std::string_view, const FunctionInfo*>;
 
 Table MakeTable() {
     Table table;
-    for (const auto& functions :
-         {TextFunctions(), SearchFunctions(), FormatFunctions(), DateFunctions(), DateTypeFunctions(),
-          MathFunctions(), ConvertFunctions(), FinancialFunctions(), TextMembers(), DateMembers(),
-          ListFunctions(), ArrayFunctions(), InspectFunctions(), TypeFunctions(), PatternFunctions(),
-          EscapeFunctions(), ObjectFunctions(), CollectionFunctions()}) {
+    for (const std::span<const FunctionInfo> functions : FunctionTables()) {
         for (const FunctionInfo& info : functions) {
             table.emplace(info.name, &info);
         }
@@ -27,6 +23,16 @@ Table MakeTable() {
 }
 
 }  // namespace
+
+std::span<const std::span<const FunctionInfo>> FunctionTables() {
+    static const std::span<const FunctionInfo> tables[] = {
+        TextFunctions(),   SearchFunctions(),  FormatFunctions(),     DateFunctions(), DateTypeFunctions(),
+        MathFunctions(),   ConvertFunctions(), FinancialFunctions(),  TextMembers(),   DateMembers(),
+        ListFunctions(),   ArrayFunctions(),   InspectFunctions(),    TypeFunctions(), PatternFunctions(),
+        EscapeFunctions(), ObjectFunctions(),  CollectionFunctions(),
+    };
+    return tables;
+}
 
 const FunctionInfo* FindFunction(std::string_view name) {
     static const Table table = MakeTable();

@@ -6,8 +6,10 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "rdl/expr/environment.h"
+#include "rdl/values/named.h"
 
 namespace rdl::expr {
 
@@ -53,7 +55,17 @@ const FunctionInfo* FindFunction(std::string_view name);
 // Returns a constant such as vbCrLf or DateFormat.LongDate by its name in lower case; null if there is none.
 const Value* FindConstant(std::string_view name);
 
-// The tables that FindFunction searches, one for each subject.
+// The tables that FindFunction searches. No name is in two of them.
+std::span<const std::span<const FunctionInfo>> FunctionTables();
+
+struct NamedConstant {
+    std::string_view name;  // in lower case
+    Value value;
+};
+// All that FindConstant finds, each name once.
+const std::vector<NamedConstant>& Constants();
+
+// The single tables, one for each subject.
 std::span<const FunctionInfo> TextFunctions();
 std::span<const FunctionInfo> SearchFunctions();
 std::span<const FunctionInfo> FormatFunctions();

@@ -31,6 +31,7 @@ constexpr FunctionInfo functions[] = {
     {"array.sort", 1, 1, ArraySort},
     {"array.reverse", 1, 1, ArrayReverse},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

@@ -232,6 +232,7 @@ constexpr FunctionInfo functions[] = {
     {"convert.toboolean", 1, 1, CBool},
     {"convert.isdbnull", 1, 1, IsNothing},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

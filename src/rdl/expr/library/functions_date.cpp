@@ -318,6 +318,7 @@ constexpr FunctionInfo functions[] = {
     {"weekday", 1, 2, WeekdayOf},
     {"weekdayname", 1, 3, WeekdayName},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

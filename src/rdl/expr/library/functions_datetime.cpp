@@ -213,6 +213,7 @@ constexpr FunctionInfo functions[] = {
     {"timespan.frommilliseconds", 1, 1, SpanOf<10'000>},
     {"timespan.fromticks", 1, 1, SpanOf<1>},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

@@ -164,6 +164,7 @@ constexpr FunctionInfo functions[] = {
     {"webutility.htmldecode", 1, 1, HtmlDecode},          {"convert.frombase64string", 1, 1, FromBase64},
     {"convert.tobase64string", 1, 1, ToBase64},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

@@ -273,6 +273,7 @@ constexpr FunctionInfo functions[] = {
     {"irr", 1, 2, IRR},   {"mirr", 3, 3, MIRR}, {"sln", 3, 3, SLN},   {"syd", 4, 4, SYD},
     {"ddb", 4, 5, DDB},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

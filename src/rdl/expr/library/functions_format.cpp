@@ -26,16 +26,7 @@ constexpr Named DateFormats[] = {
     {"long time", "T"},    {"medium time", "T"}, {"short time", "t"},
 };
 constexpr Named TruthFormats[] = {{"yes/no", "Yes/No"}, {"true/false", "True/False"}, {"on/off", "On/Off"}};
-
-template <std::size_t N>
-std::string_view FindNamed(const Named (&formats)[N], std::string_view name) {
-    for (const Named& named : formats) {
-        if (named.name == name) {
-            return named.format;
-        }
-    }
-    return {};
-}
+static_assert(NamesDiffer(NumberFormats) && NamesDiffer(DateFormats) && NamesDiffer(TruthFormats));
 
 Value Format(const Call& call) {
     const Value& value = call[0];
@@ -44,22 +35,23 @@ Value Format(const Call& call) {
     }
     const std::string format = call.Text(1);
     const std::string lower = Lower(format);
-    if (const std::string_view truth = FindNamed(TruthFormats, lower); !truth.empty()) {
+    if (const Named* truth = FindNamed(TruthFormats, lower)) {
         bool yes = false;
-        const std::size_t bar = truth.find('/');
-        return call.Truth(0, yes) ? Value::Text(yes ? truth.substr(0, bar) : truth.substr(bar + 1))
+        const std::string_view words = truth->format;
+        const std::size_t bar = words.find('/');
+        return call.Truth(0, yes) ? Value::Text(yes ? words.substr(0, bar) : words.substr(bar + 1))
                                   : call.error;
     }
-    if (const std::string_view number = FindNamed(NumberFormats, lower); !number.empty()) {
+    if (const Named* number = FindNamed(NumberFormats, lower)) {
         Value converted;
         if (ToNumber(value, call.culture(), converted)) {
-            return MakeText(FormatValue(converted, number, call.culture()));
+            return MakeText(FormatValue(converted, number->format, call.culture()));
         }
     }
-    if (const std::string_view date = FindNamed(DateFormats, lower); !date.empty()) {
+    if (const Named* date = FindNamed(DateFormats, lower)) {
         std::int64_t ticks = 0;
         if (ToDateTime(value, call.culture(), ticks)) {
-            return MakeText(FormatValue(Value::DateTime(ticks), date, call.culture()));
+            return MakeText(FormatValue(Value::DateTime(ticks), date->format, call.culture()));
         }
     }
     return MakeText(FormatValue(value, format, call.culture()));
@@ -269,6 +261,7 @@ constexpr FunctionInfo functions[] = {
     {"string.equals", 2, 3, StringEquals},
     {"new.string", 1, 2, NewString},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

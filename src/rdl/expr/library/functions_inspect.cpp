@@ -208,6 +208,7 @@ constexpr FunctionInfo functions[] = {
     {"char.ispunctuation", 1, 2, CharacterIs<IsPunctuation>},
     {"char.issymbol", 1, 2, CharacterIs<IsSymbol>},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

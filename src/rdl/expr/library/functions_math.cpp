@@ -288,6 +288,7 @@ constexpr FunctionInfo functions[] = {
     {"double.isnan", 1, 1, IsNaN},
     {"double.isinfinity", 1, 1, IsInfinity},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

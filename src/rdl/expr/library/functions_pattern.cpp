@@ -235,6 +235,7 @@ constexpr FunctionInfo functions[] = {
     {"regex.replace", 3, 4, Replace}, {"regex.ismatch", 2, 3, IsMatch}, {"regex.match", 2, 3, Match},
     {"regex.matches", 2, 3, Matches}, {"regex.split", 2, 3, Split},     {"regex.escape", 1, 1, Escape},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

@@ -210,6 +210,7 @@ constexpr FunctionInfo functions[] = {
     {"instr", 2, 4, InStr}, {"instrrev", 2, 4, InStrRev}, {"replace", 3, 6, Replace}, {"split", 1, 4, Split},
     {"join", 1, 2, Join},   {"filter", 2, 4, Filter},     {"strcomp", 2, 3, StrComp},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

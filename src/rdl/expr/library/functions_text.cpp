@@ -241,6 +241,7 @@ constexpr FunctionInfo functions[] = {
     {"char.tostring", 1, 1, CharOf},
     {"string.copy", 1, 1, CharOf},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

@@ -251,6 +251,7 @@ constexpr FunctionInfo functions[] = {
     {"datetime.equals", 2, 2, AreEqual},
     {"object.equals", 2, 2, AreEqual},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

@@ -170,6 +170,7 @@ constexpr FunctionInfo functions[] = {
     {".toshorttimestring", 1, 1, ToPattern<'t'>},
     {".tolongtimestring", 1, 1, ToPattern<'T'>},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

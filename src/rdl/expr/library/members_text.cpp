@@ -467,12 +467,14 @@ constexpr FunctionInfo functions[] = {
     {".ismultivalue", 1, 1, IsMultiValue},
     {".getvalueordefault", 1, 2, OrDefault},
 };
+static_assert(NamesDiffer(functions));
 
 constexpr FunctionInfo listFunctions[] = {
     {"ubound", 1, 2, GetUpperBound},
     {"lbound", 1, 2, LBound},
     {"array.indexof", 2, 2, ArrayIndexOf},
 };
+static_assert(NamesDiffer(listFunctions));
 
 }  // namespace
 

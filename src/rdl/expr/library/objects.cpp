@@ -75,6 +75,7 @@ constexpr FunctionInfo functions[] = {
     {".enqueue", 2, 2, OnlyOfObjects},
     {".dequeue", 1, 1, OnlyOfObjects},
 };
+static_assert(NamesDiffer(functions));
 
 }  // namespace
 

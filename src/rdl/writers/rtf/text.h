@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Encodes texts, lengths and addresses for RTF (RTF 1.9.1, Basic Entities, Unicode RTF). Each function
+// Encodes texts, lengths and addresses for RTF (RTF 1.9.1, RTF Syntax, Unicode RTF). Each function
 // appends to `out`; none can close the current group.
 #pragma once
 

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QBuffer>
+#include <QtCore/QByteArray>
+#include <QtGui/QImage>
+#include <string>
+
+namespace rdl {
+
+// Returns the image as a file of the format, "PNG" or "JPEG".
+inline std::string FileOf(const QImage& image, const char* format) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    EXPECT_TRUE(image.save(&buffer, format));
+    return bytes.toStdString();
+}
+
+}  // namespace rdl
