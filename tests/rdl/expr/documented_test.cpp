@@ -6,7 +6,7 @@
 
 #include "rdl/expr/fixture.h"
 #include "rdl/expr/library/functions.h"
-#include "rdl/expr/operations/characters.h"
+#include "rdl/values/characters.h"
 #include "support/source_dir.h"
 
 namespace rdl::expr {

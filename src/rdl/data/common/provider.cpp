@@ -3,6 +3,7 @@
 
 #include "rdl/data/common/connect_string.h"
 #include "rdl/data/common/message.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {

@@ -6,7 +6,6 @@
 
 #include "rdl/expr/code/code_statements.h"
 #include "rdl/expr/language/nodes.h"
-#include "rdl/expr/operations/characters.h"
 
 namespace rdl::expr {
 namespace {

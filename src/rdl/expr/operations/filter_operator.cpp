@@ -5,10 +5,11 @@
 #include <charconv>
 #include <cmath>
 
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/compare.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/expr/operations/operators.h"
+#include "rdl/values/ascii.h"
+#include "rdl/values/characters.h"
 #include "rdl/values/error.h"
 
 namespace rdl::expr {
@@ -112,7 +113,7 @@ std::vector<bool> MarkFirst(const std::vector<Value>& values, std::size_t count,
 
 std::optional<FilterOperator> FindFilterOperator(std::string_view name) {
     for (const OperatorName& known : Operators) {
-        if (CompareNoCase(known.name, name) == 0) {
+        if (EqualNoCase(known.name, name)) {
             return known.op;
         }
     }

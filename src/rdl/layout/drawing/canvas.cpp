@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "rdl/layout/model/image_size.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::layout {
 namespace {
@@ -234,12 +235,7 @@ std::string Shortened(const std::string& text, const CharStyle& style, double wi
     }
     std::string shorter = text;
     while (!shorter.empty()) {
-        do {
-            shorter.pop_back();
-        } while (!shorter.empty() && (shorter.back() & 0xC0) == 0x80);  // whole characters
-        if (!shorter.empty() && (shorter.back() & 0xC0) == 0xC0) {
-            shorter.pop_back();
-        }
+        shorter.resize(WholeCharacters(shorter, shorter.size() - 1).size());
         std::string candidate = shorter + "\xE2\x80\xA6";
         if (Canvas::Measure(candidate, style).width <= width) {
             return candidate;

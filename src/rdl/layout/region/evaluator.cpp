@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/layout/region/evaluator.h"
 
-#include <algorithm>
-
 #include "rdl/definition/context.h"
 #include "rdl/expr/globals.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {
@@ -21,12 +20,6 @@ struct Deeper {
     ~Deeper() { --m_depth; }
     int& m_depth;
 };
-
-std::string Lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return text;
-}
 
 }  // namespace
 
@@ -111,11 +104,11 @@ Value Evaluator::Global(expr::GlobalName name) {
 }
 
 void Evaluator::Announce(const ItemPlan& item) {
-    m_items.emplace(Lower(item.definition->name), &item);
+    m_items.emplace(LowerAscii(item.definition->name), &item);
 }
 
 const ItemPlan* Evaluator::FindItem(const std::string& name) const {
-    const auto found = m_items.find(Lower(name));
+    const auto found = m_items.find(LowerAscii(name));
     return found == m_items.end() ? nullptr : found->second;
 }
 

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/xls/record.h"
 
+#include <QChar>
 #include <algorithm>
 
-#include "rdl/writers/common/utf8.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::writers {
 
@@ -30,14 +31,14 @@ std::u16string ToUtf16(std::string_view utf8, std::size_t limit) {
     text.reserve(std::min(utf8.size(), limit));
     std::size_t i = 0;
     while (i < utf8.size()) {
-        const char32_t code = NextCodePoint(utf8, i);
-        const std::size_t units = code > 0xFFFF ? 2 : 1;
+        const char32_t code = NextCharacter(utf8, i);
+        const std::size_t units = QChar::requiresSurrogates(code) ? 2 : 1;
         if (text.size() + units > limit) {
             break;
         }
         if (units == 2) {
-            text += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
-            text += static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
+            text += QChar::highSurrogate(code);
+            text += QChar::lowSurrogate(code);
         } else if (code >= 0x20 || code == '\n' || code == '\t') {
             text += static_cast<char16_t>(code);
         }
