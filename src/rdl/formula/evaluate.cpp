@@ -171,7 +171,7 @@ Value TextTest(NodeKind kind, const Value& left, const Value& right, const Cultu
     }
     const std::string text = expr::TextOf(left, culture), pattern = expr::TextOf(right, culture);
     if (kind == NodeKind::Like) {
-        return Truth(MatchesLike(text, pattern));
+        return Truth(MatchesFormulaLike(text, pattern));
     }
     const std::size_t length = CharacterCount(pattern);
     return Truth(CompareNoCase(Slice(text, 0, length), pattern) == 0);

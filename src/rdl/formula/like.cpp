@@ -6,7 +6,7 @@
 namespace rdl::formula {
 
 // Goes back to the last run only, so that a pattern full of stars costs no more than text times pattern.
-bool MatchesLike(std::string_view text, std::string_view pattern) {
+bool MatchesFormulaLike(std::string_view text, std::string_view pattern) {
     const std::u32string where = Lower(ToUtf32(text));
     const std::u32string what = Lower(ToUtf32(pattern));
     constexpr std::size_t None = std::u32string::npos;

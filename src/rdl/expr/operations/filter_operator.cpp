@@ -133,8 +133,8 @@ int FilterRules::Order(const Value& value, const Value& operand) const {
 bool FilterRules::IsLike(const Value& value, const Value& pattern) const {
     const std::string text = ToText(value, *culture), form = ToText(pattern, *culture);
     bool valid = true;
-    const bool matches =
-        caseSensitive ? MatchesPattern(text, form, valid) : MatchesPattern(Lower(text), Lower(form), valid);
+    const bool matches = caseSensitive ? MatchesVisualBasicLike(text, form, valid)
+                                       : MatchesVisualBasicLike(Lower(text), Lower(form), valid);
     if (!valid) {
         throw Error("the pattern of a filter lacks a closing bracket");
     }

@@ -45,7 +45,7 @@ bool MatchesElement(char32_t c, std::u32string_view pattern, std::size_t at, std
 }  // namespace
 
 // One star is gone back to at most, which bounds the work by the product of both lengths.
-bool MatchesPattern(std::string_view textUtf8, std::string_view patternUtf8, bool& valid) {
+bool MatchesVisualBasicLike(std::string_view textUtf8, std::string_view patternUtf8, bool& valid) {
     const std::u32string text = ToUtf32(textUtf8);
     const std::u32string pattern = ToUtf32(patternUtf8);
     valid = true;
