@@ -101,7 +101,7 @@ void XlsBook::NameSheets() {
             name = Numbered(wanted, number);
         }
         XlsRecords text;
-        text.Text(name, false);
+        text.ShortText(name);
         sheet->name = text.bytes();
     }
 }

@@ -8,14 +8,20 @@
 
 namespace rdl::writers {
 
-void XlsRecords::Text(std::u16string_view text, bool longLength) {
-    text = text.substr(0, longLength ? 0xFFFF : 0xFF);
+void XlsRecords::ShortText(std::u16string_view text) {
+    text = text.substr(0, 0xFF);
+    U8(static_cast<unsigned>(text.size()));
+    Characters(text);
+}
+
+void XlsRecords::LongText(std::u16string_view text) {
+    text = text.substr(0, 0xFFFF);
+    U16(static_cast<unsigned>(text.size()));
+    Characters(text);
+}
+
+void XlsRecords::Characters(std::u16string_view text) {
     const bool narrow = IsNarrow(text);
-    if (longLength) {
-        U16(static_cast<unsigned>(text.size()));
-    } else {
-        U8(static_cast<unsigned>(text.size()));
-    }
     U8(narrow ? 0 : 1);
     for (const char16_t c : text) {
         if (narrow) {
