@@ -14,6 +14,7 @@
 #include "rdl/data/sql/query_text.h"
 #include "rdl/data/sql/sql_cursor.h"
 #include "rdl/data/sql/sqlite_cursor.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {

@@ -5,6 +5,7 @@
 
 #include "rdl/data/common/message.h"
 #include "rdl/data/data_set_filter.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::data {
 namespace {

@@ -4,6 +4,7 @@
 #include "rdl/data/common/message.h"
 #include "rdl/expr/globals.h"
 #include "rdl/expr/operations/accumulator.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::data {
 namespace {

@@ -7,6 +7,7 @@
 #include "rdl/data/files/data_file.h"
 #include "rdl/data/files/xml_document.h"
 #include "rdl/definition/identifier.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {

@@ -49,10 +49,20 @@ Expr Context::ChildExpr(const XmlElement& parent, std::string_view name, const s
 }
 
 double Context::Size(const XmlElement& parent, std::string_view name, const std::string& where,
-                     double missing, bool negative) const {
+                     double missing) const {
+    return SizeFrom(0, parent, name, where).value_or(missing);
+}
+
+double Context::SignedSize(const XmlElement& parent, std::string_view name, const std::string& where) const {
+    return SizeFrom(-MaxSize, parent, name, where).value_or(0);
+}
+
+// Returns nullopt if the element is absent.
+std::optional<double> Context::SizeFrom(double least, const XmlElement& parent, std::string_view name,
+                                        const std::string& where) const {
     const XmlElement* child = parent.Child(name);
     if (!child || Trimmed(child->text).empty()) {
-        return missing;
+        return std::nullopt;
     }
     const std::string text(Trimmed(child->text));
     const std::optional<double> points = ParseSize(text);
@@ -60,10 +70,10 @@ double Context::Size(const XmlElement& parent, std::string_view name, const std:
         Fail(*child, PropertyOf(where, name),
              "\"" + text + "\" is not a size (a number with in, cm, mm, pt or pc)");
     }
-    if (*points > MaxSize || *points < (negative ? -MaxSize : 0)) {
+    if (*points > MaxSize || *points < least) {
         Fail(*child, PropertyOf(where, name), "\"" + text + "\" is out of range");
     }
-    return *points;
+    return points;
 }
 
 bool Context::Flag(const XmlElement& parent, std::string_view name, const std::string& where,

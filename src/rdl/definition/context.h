@@ -3,6 +3,7 @@
 // place.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -25,10 +26,11 @@ class Context {
     Expr MakeExpr(const XmlElement& element, const std::string& where);
     // The same for a child; not set if there is none.
     Expr ChildExpr(const XmlElement& parent, std::string_view name, const std::string& where);
-    // Returns a size in points; `missing` if the element is absent. A negative size is an error unless
-    // `negative` is true.
-    double Size(const XmlElement& parent, std::string_view name, const std::string& where, double missing = 0,
-                bool negative = false) const;
+    // Returns a size in points; `missing` if the element is absent. A negative size is an error.
+    double Size(const XmlElement& parent, std::string_view name, const std::string& where,
+                double missing = 0) const;
+    // The same for a size that may be negative: a line may run upwards. 0 if the element is absent.
+    double SignedSize(const XmlElement& parent, std::string_view name, const std::string& where) const;
     bool Flag(const XmlElement& parent, std::string_view name, const std::string& where,
               bool missing = false) const;
     int Number(const XmlElement& parent, std::string_view name, const std::string& where, int least, int most,
@@ -46,6 +48,9 @@ class Context {
     int ExpressionCount() const { return m_expressions; }
 
  private:
+    std::optional<double> SizeFrom(double least, const XmlElement& parent, std::string_view name,
+                                   const std::string& where) const;
+
     std::string m_fileName;
     const DefinitionLimits& m_limits;
     std::unordered_set<std::string> m_images;

@@ -3,6 +3,7 @@
 
 #include "rdl/definition/group_reader.h"
 #include "rdl/definition/identifier.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl {
 namespace {

@@ -38,15 +38,11 @@ bool IsMark(char32_t character) {
     }
 }
 
-QString Decoded(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 }  // namespace
 
 bool IsIdentifier(std::string_view name) {
     bool isFirst = true;
-    for (const uint character : Decoded(name).toUcs4()) {
+    for (const uint character : QString::fromUtf8(name).toUcs4()) {
         if (!IsLetter(character) && (isFirst || !IsMark(character))) {
             return false;
         }
@@ -56,7 +52,7 @@ bool IsIdentifier(std::string_view name) {
 }
 
 std::string NotAnIdentifier(std::string_view kind, std::string_view name) {
-    QString shown = Decoded(name);
+    QString shown = QString::fromUtf8(name);
     if (shown.size() > LongestShown) {
         shown = shown.left(LongestShown) + "...";
     }

@@ -18,8 +18,8 @@ ItemPtr ReadLine(Context& context, const XmlElement& element, Extent container) 
     auto line = std::make_unique<Line>();
     ReadBasics(context, element, *line, container);
     const std::string where = PlaceOf(element);
-    line->width = context.Size(element, "Width", where, 0, true);
-    line->height = context.Size(element, "Height", where, 0, true);
+    line->width = context.SignedSize(element, "Width", where);
+    line->height = context.SignedSize(element, "Height", where);
     return line;
 }
 

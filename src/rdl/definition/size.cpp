@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "rdl/definition/context.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl {
 namespace {

@@ -12,7 +12,6 @@
 namespace rdl {
 
 using XmlElement = xml::Element;
-using xml::Trimmed;
 
 // Checks that the root is a Report of a known namespace. White-space-only text becomes empty unless xml:space
 // keeps it. Raises rdl::Error as ParseDefinition does.

@@ -12,6 +12,7 @@
 #include "rdl/engine/run.h"
 #include "rdl/formula/marks.h"
 #include "rdl/layout/build.h"
+#include "rdl/values/ascii.h"
 #include "rdl/writers/formats.h"
 
 namespace rdl {

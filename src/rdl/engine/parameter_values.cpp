@@ -11,6 +11,7 @@
 #include "rdl/expr/operations/compare.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/format/format.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::engine {
 namespace {

@@ -13,6 +13,7 @@
 #include "rdl/engine/parameter_values.h"
 #include "rdl/layout/build.h"
 #include "rdl/screen/picture.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::engine {
 namespace {

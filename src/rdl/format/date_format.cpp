@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <ctime>
 
+#include "rdl/values/utf8.h"
+
 namespace rdl {
 namespace {
 
@@ -157,11 +159,7 @@ class PatternWriter {
             m_out += half;
             return;
         }
-        std::size_t length = half.empty() ? 0 : 1;  // the first character, which may be several bytes
-        while (length < half.size() && (static_cast<unsigned char>(half[length]) & 0xC0) == 0x80) {
-            ++length;
-        }
-        m_out += half.substr(0, length);
+        m_out += Slice(half, 0, 1);
     }
 
     void WriteZone(int count) {

@@ -26,7 +26,7 @@ Tags ReadTags(std::string_view name) {
     bool first = true;
     while (!name.empty()) {
         const std::size_t end = std::min(name.find_first_of("-_"), name.size());
-        const QString tag = QString::fromUtf8(name.data(), static_cast<qsizetype>(end));
+        const QString tag = QString::fromUtf8(name.substr(0, end));
         name.remove_prefix(std::min(end + 1, name.size()));
         if (first) {
             first = false;
@@ -45,10 +45,6 @@ Tags ReadTags(std::string_view name) {
     return tags;
 }
 
-std::string Utf8(const QString& text) {
-    return text.toUtf8().toStdString();
-}
-
 // Spaces of every width are the one that numbers are read with; marks of direction would be taken for text.
 QString Plain(QString text, QChar space) {
     for (const char16_t mark : {u'\u200E', u'\u200F', u'\u061C'}) {
@@ -59,7 +55,7 @@ QString Plain(QString text, QChar space) {
 }
 
 DateTokens TokensOf(const QString& pattern) {
-    return ReadDateTokens(Utf8(Plain(pattern, u' ')));
+    return ReadDateTokens(Plain(pattern, u' ').toStdString());
 }
 
 // The marks between the first two characters, `usual` where there are words.
@@ -100,18 +96,18 @@ void TakeDates(const QLocale& locale, Culture& culture) {
     culture.longTime = PatternOf(WithSeconds(shortTime, culture.timeSeparator));
     culture.monthDay = PatternOf(OnlyLetters(longDate, "dM"));
     culture.yearMonth = PatternOf(OnlyLetters(longDate, "My"));
-    culture.am = Utf8(locale.amText());
-    culture.pm = Utf8(locale.pmText());
+    culture.am = locale.amText().toStdString();
+    culture.pm = locale.pmText().toStdString();
     culture.firstDayOfWeek = locale.firstDayOfWeek() % 7;  // there Sunday is the seventh
     for (int i = 0; i < 12; ++i) {
-        culture.months[i] = Utf8(locale.standaloneMonthName(i + 1));
-        culture.genitiveMonths[i] = Utf8(locale.monthName(i + 1));
-        culture.shortMonths[i] = Utf8(locale.standaloneMonthName(i + 1, QLocale::ShortFormat));
+        culture.months[i] = locale.standaloneMonthName(i + 1).toStdString();
+        culture.genitiveMonths[i] = locale.monthName(i + 1).toStdString();
+        culture.shortMonths[i] = locale.standaloneMonthName(i + 1, QLocale::ShortFormat).toStdString();
     }
     for (int i = 0; i < 7; ++i) {
         const int day = i == 0 ? 7 : i;
-        culture.days[i] = Utf8(locale.standaloneDayName(day));
-        culture.shortDays[i] = Utf8(locale.standaloneDayName(day, QLocale::ShortFormat));
+        culture.days[i] = locale.standaloneDayName(day).toStdString();
+        culture.shortDays[i] = locale.standaloneDayName(day, QLocale::ShortFormat).toStdString();
     }
 }
 
@@ -128,9 +124,9 @@ void TakeGroups(const QLocale& locale, Culture& culture) {
 // Numbers are always written in ASCII digits, which Arabic and Persian texts have a point and a comma with.
 void TakeNumbers(const QLocale& locale, Culture& culture) {
     if (locale.zeroDigit() == "0") {
-        culture.decimalSeparator = Utf8(locale.decimalPoint());
-        culture.groupSeparator = Utf8(Plain(locale.groupSeparator(), u'\u00A0'));
-        culture.percentSymbol = Utf8(Plain(locale.percent(), u' '));
+        culture.decimalSeparator = locale.decimalPoint().toStdString();
+        culture.groupSeparator = Plain(locale.groupSeparator(), u'\u00A0').toStdString();
+        culture.percentSymbol = Plain(locale.percent(), u' ').toStdString();
     }
     culture.currencyDecimalSeparator = culture.decimalSeparator;
     culture.currencyGroupSeparator = culture.groupSeparator;
@@ -170,7 +166,7 @@ void TakeCurrency(const QLocale& locale, Culture& culture) {
     const QString amount = locale.toCurrencyString(1.0, "$");
     const auto digits =
         std::count_if(amount.begin(), amount.end(), [](const QChar c) { return c.isDigit(); });
-    culture.currencySymbol = Utf8(locale.currencySymbol());
+    culture.currencySymbol = locale.currencySymbol().toStdString();
     culture.currencyDecimals = static_cast<int>(digits) - 1;
 }
 
@@ -192,11 +188,11 @@ std::string FullCultureName(std::string_view name) {
     if (!own && tags.territory == QLocale::AnyTerritory) {
         return {};
     }
-    std::string full = Utf8(QLocale::languageToCode(tags.language));
+    std::string full = QLocale::languageToCode(tags.language).toStdString();
     if (tags.script != QLocale::AnyScript && tags.language != QLocale::Chinese) {
-        full += "-" + Utf8(QLocale::scriptToCode(tags.script));
+        full += "-" + QLocale::scriptToCode(tags.script).toStdString();
     }
-    return full + "-" + Utf8(QLocale::territoryToCode(territory));
+    return full + "-" + QLocale::territoryToCode(territory).toStdString();
 }
 
 std::optional<Culture> LocaleCulture(std::string_view fullName) {
@@ -207,7 +203,7 @@ std::optional<Culture> LocaleCulture(std::string_view fullName) {
         !script) {
         return std::nullopt;
     }
-    const std::string language = Utf8(QLocale::languageToCode(locale.language()));
+    const std::string language = QLocale::languageToCode(locale.language()).toStdString();
     Culture culture;
     culture.name = fullName;
     TakeNumbers(locale, culture);

@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <limits>
 
+#include "rdl/values/ascii.h"
+
 namespace rdl {
 namespace {
 
@@ -230,12 +232,12 @@ bool ReadStandardFormat(std::string_view format, StandardFormat& standard) {
         return false;
     }
     const char letter = format[0];
-    if (!((letter >= 'A' && letter <= 'Z') || (letter >= 'a' && letter <= 'z'))) {
+    if (!IsAsciiLetter(letter)) {
         return false;
     }
     int precision = format.size() > 1 ? 0 : -1;
     for (const char c : format.substr(1)) {
-        if (c < '0' || c > '9') {
+        if (!IsAsciiDigit(c)) {
             return false;
         }
         precision = precision * 10 + (c - '0');

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Dates as people and databases write them. The text is cut into numbers, words and marks; what they mean
 // depends on the order of day, month and year in the culture's short date.
-#include <algorithm>
 #include <vector>
 
 #include "rdl/format/format.h"
@@ -18,17 +17,15 @@ struct Token {
     int number = 0;
 };
 
-bool IsSpace(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
 bool IsWordByte(char c) {
     return IsAsciiLetter(c) || static_cast<unsigned char>(c) >= 0x80;
 }
 
-std::string Lowered(std::string_view text) {
+// "janv." and "janv" are alike.
+std::string NameKey(std::string_view text) {
     std::string lower = LowerAscii(text);
     while (!lower.empty() && lower.back() == '.') {
-        lower.pop_back();  // "janv." and "janv" alike
+        lower.pop_back();
     }
     return lower;
 }
@@ -40,7 +37,7 @@ bool Cut(std::string_view text, std::vector<Token>& tokens) {
         const std::size_t begin = i;
         if (text.substr(i, 2) == "\xC2\xA0") {
             i += 2;
-        } else if (IsSpace(text[i])) {
+        } else if (IsAsciiSpace(text[i])) {
             ++i;
         } else if (IsAsciiDigit(text[i])) {
             int number = 0;
@@ -66,9 +63,9 @@ bool Cut(std::string_view text, std::vector<Token>& tokens) {
 
 // Returns the index of the name equal to the word, -1 if there is none.
 int NameIndex(std::string_view word, const std::string* names, int count) {
-    const std::string lower = Lowered(word);
+    const std::string lower = NameKey(word);
     for (int i = 0; i < count; ++i) {
-        if (!names[i].empty() && Lowered(names[i]) == lower) {
+        if (!names[i].empty() && NameKey(names[i]) == lower) {
             return i;
         }
     }
@@ -129,11 +126,11 @@ class DateReader {
 
     // 1: before noon, 2: after, 0: not such a word
     int HalfOf(std::string_view word) const {
-        const std::string lower = Lowered(word);
-        if (lower == "am" || lower == "a.m" || (!m_culture.am.empty() && lower == Lowered(m_culture.am))) {
+        const std::string lower = NameKey(word);
+        if (lower == "am" || lower == "a.m" || (!m_culture.am.empty() && lower == NameKey(m_culture.am))) {
             return 1;
         }
-        return lower == "pm" || lower == "p.m" || (!m_culture.pm.empty() && lower == Lowered(m_culture.pm))
+        return lower == "pm" || lower == "p.m" || (!m_culture.pm.empty() && lower == NameKey(m_culture.pm))
                    ? 2
                    : 0;
     }

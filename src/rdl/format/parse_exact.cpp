@@ -5,6 +5,7 @@
 
 #include "rdl/format/date_format.h"
 #include "rdl/format/format.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl {
 namespace {
@@ -61,9 +62,7 @@ class ExactReader {
         std::size_t longest = 0;
         for (int i = 0; i < count; ++i) {
             const std::string& name = names[i];
-            const auto same = [](char a, char b) { return Small(a) == Small(b); };
-            if (name.size() > longest && name.size() <= m_text.size() &&
-                std::equal(name.begin(), name.end(), m_text.begin(), same)) {
+            if (name.size() > longest && EqualNoCase(name, m_text.substr(0, name.size()))) {
                 longest = name.size();
                 index = i;
             }
@@ -71,8 +70,6 @@ class ExactReader {
         m_text.remove_prefix(longest);
         return longest > 0;
     }
-
-    static char Small(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
     bool ReadSpecifier(char letter, int count) {
         const int digits = std::min(count, 2);

@@ -11,10 +11,6 @@ namespace {
 constexpr std::size_t MaxLength = 400;
 constexpr std::string_view NoBreak = "\xC2\xA0", NarrowNoBreak = "\xE2\x80\xAF";
 
-bool IsSpace(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
 class NumberReader {
  public:
     NumberReader(std::string_view text, const Culture& culture) : m_rest(text), m_culture(culture) {}
@@ -46,8 +42,8 @@ class NumberReader {
     }
 
     void SkipSpaces() {
-        while (!m_rest.empty() && (IsSpace(m_rest[0]) || Take(NoBreak) || Take(NarrowNoBreak))) {
-            if (!m_rest.empty() && IsSpace(m_rest[0])) {
+        while (!m_rest.empty() && (IsAsciiSpace(m_rest[0]) || Take(NoBreak) || Take(NarrowNoBreak))) {
+            if (!m_rest.empty() && IsAsciiSpace(m_rest[0])) {
                 m_rest.remove_prefix(1);
             }
         }

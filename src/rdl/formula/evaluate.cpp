@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
 
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/compare.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/formula/formula.h"
 #include "rdl/formula/node.h"
+#include "rdl/values/characters.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::formula {
 namespace {
@@ -84,7 +85,7 @@ int CompareValues(Value left, Value right, const Culture& culture, bool& compara
     if (!comparable) {
         return 0;
     }
-    return left.IsText() ? expr::CompareNoCase(left.AsText(), right.AsText()) : expr::Compare(left, right);
+    return left.IsText() ? CompareNoCase(left.AsText(), right.AsText()) : expr::Compare(left, right);
 }
 
 bool Holds(NodeKind kind, int order) {
@@ -170,10 +171,10 @@ Value TextTest(NodeKind kind, const Value& left, const Value& right, const Cultu
     }
     const std::string text = expr::TextOf(left, culture), pattern = expr::TextOf(right, culture);
     if (kind == NodeKind::Like) {
-        return Truth(MatchesLike(text, pattern));
+        return Truth(MatchesFormulaLike(text, pattern));
     }
-    const std::size_t length = expr::CharacterCount(pattern);
-    return Truth(expr::CompareNoCase(expr::Slice(text, 0, length), pattern) == 0);
+    const std::size_t length = CharacterCount(pattern);
+    return Truth(CompareNoCase(Slice(text, 0, length), pattern) == 0);
 }
 
 // In, Like and StartsWith: left against the elements of a choice.

@@ -31,7 +31,8 @@ std::span<const std::span<const FunctionInfo>> FunctionTables();
 std::span<const FunctionInfo> DateFunctions();
 Value CallFunction(const FunctionInfo& info, std::span<const Value> arguments, Inputs& inputs);
 
-// The operator like: * and % match any run, ? and _ one character, without regard to case.
-bool MatchesLike(std::string_view text, std::string_view pattern);
+// The operator like of formulas: * and % match any run, ? and _ one character, without regard to case.
+// Another language than the Like of expressions, which has lists and # and knows neither % nor _.
+bool MatchesFormulaLike(std::string_view text, std::string_view pattern);
 
 }  // namespace rdl::formula

@@ -4,37 +4,13 @@
 #include <charconv>
 #include <cmath>
 
-#include "rdl/expr/operations/characters.h"
 #include "rdl/format/format.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::formula {
-namespace {
-
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-bool IsWordChar(char c) {
-    return IsDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
-           static_cast<unsigned char>(c) >= 0x80;
-}
-
-bool IsBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
-std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front())) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && IsBlank(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 void FailAt(std::size_t position, const std::string& what) {
     std::string text = "Record selection formula: " + what + ", at character " + std::to_string(position + 1);
@@ -50,14 +26,14 @@ void FailAt(std::size_t position, const std::string& what) {
 
 // Counted on from the word before, so that a long formula is gone through once.
 std::size_t Lexer::Position() {
-    m_characters += expr::CharacterCount(m_text.substr(m_counted, m_at - m_counted));
+    m_characters += CharacterCount(m_text.substr(m_counted, m_at - m_counted));
     m_counted = m_at;
     return m_characters;
 }
 
 void Lexer::SkipBlanks() {
     while (m_at < m_text.size()) {
-        if (IsBlank(m_text[m_at])) {
+        if (IsAsciiSpace(m_text[m_at])) {
             ++m_at;
         } else if (m_text.substr(m_at).starts_with("//")) {
             m_at = std::min(m_text.find('\n', m_at), m_text.size());
@@ -82,14 +58,14 @@ Token Lexer::Next() {
     if (c == '{') {
         return Braces();
     }
-    if (IsDigit(c) || (c == '.' && m_at + 1 < m_text.size() && IsDigit(m_text[m_at + 1]))) {
+    if (IsAsciiDigit(c) || (c == '.' && m_at + 1 < m_text.size() && IsAsciiDigit(m_text[m_at + 1]))) {
         return Number();
     }
-    if (!IsWordChar(c)) {
+    if (!IsNameByte(c)) {
         return Mark();
     }
     Token token{TokenKind::Word, "", {}, Position()};
-    while (m_at < m_text.size() && IsWordChar(m_text[m_at])) {
+    while (m_at < m_text.size() && IsNameByte(m_text[m_at])) {
         token.text.push_back(AsciiLower(m_text[m_at++]));
     }
     return token;
@@ -145,9 +121,9 @@ Token Lexer::Number() {
     token.value = isWhole ? Value::Integer(whole) : Value::Real(real);
     token.text.assign(begin, number.ptr);
     m_at += token.text.size();
-    if (m_at < m_text.size() && IsWordChar(m_text[m_at])) {
+    if (m_at < m_text.size() && IsNameByte(m_text[m_at])) {
         FailAt(token.position,
-               "\"" + token.text + std::string(expr::Slice(m_text.substr(m_at), 0, 1)) + "\" is no number");
+               "\"" + token.text + std::string(Slice(m_text.substr(m_at), 0, 1)) + "\" is no number");
     }
     return token;
 }

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/expr/operations/characters.h"
 #include "rdl/formula/function_table.h"
+#include "rdl/values/characters.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::formula {
 
 // Goes back to the last run only, so that a pattern full of stars costs no more than text times pattern.
-bool MatchesLike(std::string_view text, std::string_view pattern) {
-    const std::u32string where = expr::Decode(expr::Lower(text));
-    const std::u32string what = expr::Decode(expr::Lower(pattern));
+bool MatchesFormulaLike(std::string_view text, std::string_view pattern) {
+    const std::u32string where = Lower(ToUtf32(text));
+    const std::u32string what = Lower(ToUtf32(pattern));
     constexpr std::size_t None = std::u32string::npos;
     std::size_t at = 0, wanted = 0, run = None, runAt = 0;
     while (at < where.size()) {

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "rdl/expr/operations/characters.h"
 #include "rdl/formula/periods.h"
+#include "rdl/values/characters.h"
 
 namespace rdl::formula {
 namespace {
@@ -15,7 +15,7 @@ constexpr int DeepestTree = 500;
 constexpr std::size_t LongestFormula = 1 << 20;
 
 bool SameName(std::string_view left, std::string_view right) {
-    return expr::CompareNoCase(left, right) == 0;
+    return CompareNoCase(left, right) == 0;
 }
 
 struct BinaryMark {

@@ -188,7 +188,7 @@ class BuiltReport final : public ReportInstance {
  public:
     explicit BuiltReport(ReportInput&& source)
         : m_input(std::move(source)),
-          m_programs(*m_input.definition, &m_input.tables, false),
+          m_programs(*m_input.definition, &m_input.tables),
           m_evaluator(m_input, m_programs),
           m_builder(m_input, m_evaluator) {
         const Definition& definition = *m_input.definition;
@@ -233,7 +233,7 @@ std::unique_ptr<ReportInstance> Build(ReportInput input) {
 }
 
 void CheckExpressions(const Definition& definition) {
-    const Programs programs(definition, nullptr, true);
+    const Programs programs(definition, nullptr);
 }
 
 }  // namespace rdl::layout

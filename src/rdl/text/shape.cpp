@@ -6,6 +6,7 @@
 
 #include "rdl/text/font_table.h"
 #include "rdl/text/unicode_properties.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::text {
 

@@ -34,37 +34,7 @@ bool Within(const Range (&ranges)[Count], char32_t character) {
     return range != std::end(ranges) && character >= range->first;
 }
 
-constexpr char32_t Broken = 0xFFFD;
-
 }  // namespace
-
-char32_t NextCharacter(std::string_view utf8, std::size_t& at) {
-    const auto byte = [&utf8](std::size_t i) { return static_cast<unsigned char>(utf8[i]); };
-    const unsigned lead = byte(at++);
-    if (lead < 0x80) {
-        return lead;
-    }
-    const std::size_t more = lead >= 0xF0 && lead < 0xF5   ? 3
-                             : lead >= 0xE0 && lead < 0xF0 ? 2
-                             : lead >= 0xC2 && lead < 0xE0 ? 1
-                                                           : 0;
-    if (more == 0 || at + more > utf8.size()) {
-        return Broken;
-    }
-    char32_t character = lead & (0x3FU >> more);
-    for (std::size_t i = 0; i < more; ++i) {
-        if ((byte(at + i) & 0xC0U) != 0x80U) {
-            return Broken;
-        }
-        character = (character << 6U) | (byte(at + i) & 0x3FU);
-    }
-    constexpr char32_t Least[] = {0, 0x80, 0x800, 0x10000};
-    if (character < Least[more] || character > 0x10FFFF || (character >= 0xD800 && character < 0xE000)) {
-        return Broken;
-    }
-    at += more;
-    return character;
-}
 
 bool NeedsShaping(char32_t character) {
     return character >= 0x0300 && Within(ShapedRanges, character);

@@ -13,6 +13,10 @@ inline char AsciiLower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
+inline char AsciiUpper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+
 inline bool IsAsciiUpper(char c) {
     return c >= 'A' && c <= 'Z';
 }
@@ -29,6 +33,17 @@ inline bool IsAsciiLetterOrDigit(char c) {
     return IsAsciiLetter(c) || IsAsciiDigit(c);
 }
 
+// Space, tab, line feed, vertical tab, form feed and carriage return.
+inline bool IsAsciiSpace(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// Returns the value of a hexadecimal digit of either case; -1 for any other byte.
+inline int HexDigitValue(char c) {
+    const char lower = AsciiLower(c);
+    return IsAsciiDigit(c) ? c - '0' : lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
 // Whether the byte may be part of a name in reports and databases. Every byte of a non-ASCII character counts
 // as a letter.
 inline bool IsNameByte(char c) {
@@ -39,6 +54,27 @@ inline std::string LowerAscii(std::string_view text) {
     std::string lower(text);
     std::transform(lower.begin(), lower.end(), lower.begin(), AsciiLower);
     return lower;
+}
+
+inline std::string UpperAscii(std::string_view text) {
+    std::string upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(), AsciiUpper);
+    return upper;
+}
+
+inline bool IsAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+// Returns the text without ASCII white space at both ends, as a view into it.
+inline std::string_view Trimmed(std::string_view text) {
+    while (!text.empty() && IsAsciiSpace(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && IsAsciiSpace(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
 }
 
 inline bool EqualNoCase(std::string_view left, std::string_view right) {  // folds ASCII only

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <pugixml.hpp>
 
+#include "rdl/values/utf8.h"
 #include "rdl/xml/parse.h"
 
 namespace rdl::xml {
@@ -62,35 +63,12 @@ std::string Converted(std::string_view bytes, QStringDecoder& decoder, const std
     return text;
 }
 
-// The character at `at`, which moves past it. A malformed one gives a value that XML does not have.
-char32_t NextCharacter(std::string_view text, std::size_t& at) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned char first = byte(at++);
-    if (first < 0x80) {
-        return first;
-    }
-    const std::size_t more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
-    if (first < 0xC2 || first > 0xF4 || at + more > text.size()) {
-        return 0;
-    }
-    char32_t character = first & (0x3Fu >> more);
-    for (std::size_t i = 0; i < more; ++i, ++at) {
-        if ((byte(at) & 0xC0) != 0x80) {
-            return 0;
-        }
-        character = character << 6 | (byte(at) & 0x3Fu);
-    }
-    const char32_t smallest = more == 3 ? 0x10000 : more == 2 ? 0x800 : 0x80;
-    const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
-    return character < smallest || isSurrogate || character > 0x10FFFF ? 0 : character;
-}
-
 void CheckCharacters(std::string_view text) {
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t begin = at;
         const char32_t character = NextCharacter(text, at);
-        if (!IsXmlCharacter(character)) {
-            const bool isByte = static_cast<unsigned char>(text[begin]) >= 0x80 && character == 0;
+        const bool isByte = character == ReplacementCharacter && at == begin + 1;
+        if (isByte || !IsXmlCharacter(character)) {
             throw Flaw(LineAt(text, begin), std::string("this is not well-formed XML: ") +
                                                 (isByte ? "bytes that are no text in UTF-8"
                                                         : "a character that XML does not have"));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/xml/element.h"
 
+#include "rdl/values/ascii.h"
+
 namespace rdl::xml {
 
 std::string_view Element::AttributeOf(std::string_view attribute) const {
@@ -49,15 +51,6 @@ std::string Element::ChildText(std::string_view childName) const {
 Element Document::Adopt(Document&& other) {
     texts.splice(texts.end(), other.texts);
     return std::move(other.root);
-}
-
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view Blank = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(Blank);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(Blank) - first + 1);
 }
 
 }  // namespace rdl::xml

@@ -58,7 +58,4 @@ struct Document {
     Element Adopt(Document&& other);
 };
 
-// Returns `text` without surrounding white space.
-std::string_view Trimmed(std::string_view text);
-
 }  // namespace rdl::xml

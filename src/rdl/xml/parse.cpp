@@ -8,6 +8,8 @@
 #include <pugixml.hpp>
 #include <unordered_map>
 
+#include "rdl/values/ascii.h"
+#include "rdl/values/utf8.h"
 #include "rdl/xml/decode.h"
 
 namespace rdl::xml {
@@ -49,13 +51,8 @@ class MemoryBound {
 };
 
 std::string Quoted(std::string_view name) {
-    std::string text(name.substr(0, LongestName));
-    if (name.size() > LongestName) {
-        while (!text.empty() && (static_cast<unsigned char>(name[text.size()]) & 0xC0) == 0x80) {
-            text.pop_back();  // not within a character
-        }
-        text += "...";
-    }
+    std::string text(WholeCharacters(name, LongestName));
+    text += name.size() > LongestName ? "..." : "";
     std::replace(text.begin(), text.end(), '\'', '"');
     return "\"" + text + "\"";
 }
@@ -391,27 +388,8 @@ class TreeBuilder {
         if (failure != std::errc() || stop != digits.data() + digits.size() || !IsXmlCharacter(code)) {
             return false;
         }
-        AppendUtf8(to, code);
+        to = PutUtf8(code, to);
         return true;
-    }
-
-    static void AppendUtf8(char*& to, char32_t code) {
-        const auto add = [&to](char32_t byte) { *to++ = static_cast<char>(byte); };
-        if (code < 0x80) {
-            add(code);
-        } else if (code < 0x800) {
-            add(0xC0 | code >> 6);
-            add(0x80 | (code & 0x3F));
-        } else if (code < 0x10000) {
-            add(0xE0 | code >> 12);
-            add(0x80 | (code >> 6 & 0x3F));
-            add(0x80 | (code & 0x3F));
-        } else {
-            add(0xF0 | code >> 18);
-            add(0x80 | (code >> 12 & 0x3F));
-            add(0x80 | (code >> 6 & 0x3F));
-            add(0x80 | (code & 0x3F));
-        }
     }
 
     std::string_view m_text;

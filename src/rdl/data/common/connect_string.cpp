@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "rdl/data/common/message.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {
@@ -13,7 +14,7 @@ namespace {
 std::string KeyOf(std::string_view text) {
     std::string key;
     for (const char c : LowerAscii(text)) {
-        if (c != ' ' && c != '\t' && c != '\r' && c != '\n' && c != '_') {
+        if (!IsAsciiSpace(c) && c != '_') {
             key.push_back(c);
         }
     }

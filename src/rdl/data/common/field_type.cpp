@@ -7,6 +7,7 @@
 
 #include "rdl/data/common/message.h"
 #include "rdl/format/format.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::data {
 namespace {

@@ -6,7 +6,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "rdl/expr/operations/characters.h"
+#include "rdl/values/characters.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::data {
 namespace {
@@ -36,12 +37,6 @@ constexpr View KindsOfNames =
 
 bool HasWord(View list, const Text& word) {
     return list.find(U" " + word + U" ") != View::npos;
-}
-
-Text Lowered(View text) {
-    Text lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char32_t c) { return expr::Lower(c); });
-    return lower;
 }
 
 bool IsOfName(char32_t c) {
@@ -74,7 +69,7 @@ bool IsMadeOfTheirWords(View password) {
     std::vector<Text> words;
     bool isInWord = false;
     bool hasSign = false;
-    for (const char32_t c : Lowered(password)) {
+    for (const char32_t c : Lower(Text(password))) {
         if (IsOfName(c)) {
             if (!isInWord) {
                 words.emplace_back();
@@ -94,10 +89,10 @@ bool IsMadeOfTheirWords(View password) {
 // One password in one text.
 class Mask {
  public:
-    Mask(View text, const Secret& secret) : m_text(text), m_password(expr::Decode(secret.password)) {
+    Mask(View text, const Secret& secret) : m_text(text), m_password(ToUtf32(secret.password)) {
         m_isPlain = IsMadeOfTheirWords(m_password) ||
                     std::any_of(secret.names.begin(), secret.names.end(), [this](const std::string& name) {
-                        return Lowered(expr::Decode(name)) == Lowered(m_password);
+                        return Lower(ToUtf32(name)) == Lower(m_password);
                     });
     }
 
@@ -132,7 +127,7 @@ class Mask {
         while (!before.empty() && (before.back() == U' ' || IsQuoteOrBracket(before.back()))) {
             before.remove_suffix(1);
         }
-        const Text lower = Lowered(before);
+        const Text lower = Lower(Text(before));
         if (lower.ends_with(U"pwd=") || lower.ends_with(U"password=") ||
             (lower.ends_with(U':') && next == U'@')) {
             return true;
@@ -166,8 +161,8 @@ std::string Masked(std::string_view text, const Secret& secret) {
     if (secret.password.empty()) {
         return std::string(text);
     }
-    const Text open = expr::Decode(text);
-    return expr::Encode(Mask(open, secret).Apply());
+    const Text open = ToUtf32(text);
+    return ToUtf8(Mask(open, secret).Apply());
 }
 
 }  // namespace rdl::data

@@ -3,18 +3,13 @@
 
 #include <algorithm>
 
+#include "rdl/values/ascii.h"
+#include "rdl/values/utf8.h"
+
 namespace rdl::data {
 namespace {
 
 constexpr std::size_t LongestText = 400;
-
-// Cuts at a character boundary.
-void CutAtCharacter(std::string& text, std::size_t length) {
-    while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) {
-        --length;
-    }
-    text.resize(length);
-}
 
 }  // namespace
 
@@ -37,9 +32,7 @@ std::string CleanText(std::string_view text) {
         clean.push_back(blank ? ' ' : (c == '\'' || c == '`') ? '"' : c);
     }
     if (clean.size() > LongestText) {
-        CutAtCharacter(clean, LongestText);
-        clean += " ...";
-        return clean;
+        return std::string(WholeCharacters(clean, LongestText)) + " ...";
     }
     while (!clean.empty() && (clean.back() == '.' || clean.back() == ' ')) {
         clean.pop_back();

@@ -6,8 +6,6 @@
 #include <string_view>
 
 #include "rdl/data/common/masking.h"
-#include "rdl/values/ascii.h"
-#include "rdl/xml/element.h"
 
 namespace rdl::data {
 
@@ -18,7 +16,5 @@ std::string CleanText(std::string_view text, const Secret& secret);
 
 // The error text for a query that exceeded its time.
 std::string TookTooLong(int seconds);
-
-using xml::Trimmed;
 
 }  // namespace rdl::data

@@ -6,6 +6,7 @@
 
 #include "rdl/data/common/connect_string.h"
 #include "rdl/data/common/message.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 #include "rdl/values/named.h"
 

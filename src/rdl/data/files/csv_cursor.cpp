@@ -6,7 +6,9 @@
 
 #include "rdl/data/common/field_type.h"
 #include "rdl/data/common/message.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::data {
 namespace {
@@ -29,13 +31,6 @@ std::string FromWindows(std::string_view bytes) {
     return text.toStdString();
 }
 
-bool IsUtf8(std::string_view bytes) {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    [[maybe_unused]] const QString decoded =
-        decoder(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
-    return !decoder.hasError();
-}
-
 // Many programs write Windows-1252 without declaring it: invalid UTF-8 is read as that.
 std::string AsUtf8(std::string_view bytes, bool latin1) {
     const auto size = static_cast<qsizetype>(bytes.size());
@@ -45,7 +40,7 @@ std::string AsUtf8(std::string_view bytes, bool latin1) {
     }
     if (bytes.starts_with("\xEF\xBB\xBF")) {
         bytes.remove_prefix(3);
-    } else if (latin1 || (!bytes.empty() && !IsUtf8(bytes))) {
+    } else if (latin1 || !QByteArrayView(bytes).isValidUtf8()) {
         return FromWindows(bytes);
     }
     return std::string(bytes);
@@ -101,7 +96,7 @@ class LineReader {
     // How the line that was read last begins: what an error shows of it.
     std::string Beginning() const {
         const std::size_t end = std::min(m_text.find_first_of("\r\n", m_begin), m_text.size());
-        return CleanText(m_text.substr(m_begin, std::min<std::size_t>(end - m_begin, 40)));
+        return CleanText(WholeCharacters(m_text.substr(m_begin, end - m_begin), 40));
     }
 
  private:

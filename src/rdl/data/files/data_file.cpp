@@ -6,6 +6,7 @@
 #include "rdl/api/host.h"
 #include "rdl/data/common/message.h"
 #include "rdl/data/common/own_files.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 #include "rdl/values/whole_file.h"
 

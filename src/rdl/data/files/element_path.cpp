@@ -2,6 +2,7 @@
 #include "rdl/data/files/element_path.h"
 
 #include "rdl/data/common/message.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {

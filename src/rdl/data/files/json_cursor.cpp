@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "rdl/data/common/message.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {
@@ -56,7 +57,7 @@ class PathParser {
         }
         const std::string_view name = m_text.substr(m_at, end - m_at);
         m_at = end;
-        return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+        return QString::fromUtf8(name);
     }
 
     Step Bracket() {
@@ -73,8 +74,7 @@ class PathParser {
             inner.back() == inner.front()) {
             m_at = end + 1;
             inner = inner.substr(1, inner.size() - 2);
-            return {Step::Kind::Name, QString::fromUtf8(inner.data(), static_cast<qsizetype>(inner.size())),
-                    0};
+            return {Step::Kind::Name, QString::fromUtf8(inner), 0};
         }
         Step step{Step::Kind::Index, {}, 0};
         const auto [last, failure] = std::from_chars(inner.data(), inner.data() + inner.size(), step.index);

@@ -8,6 +8,7 @@
 #include "rdl/data/files/data_file.h"
 #include "rdl/data/files/element_path.h"
 #include "rdl/data/files/xml_document.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {

@@ -4,6 +4,7 @@
 #include "rdl/data/common/message.h"
 #include "rdl/data/common/own_files.h"
 #include "rdl/data/sql/odbc_drivers.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {

@@ -6,6 +6,7 @@
 #include <charconv>
 
 #include "rdl/data/common/message.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {

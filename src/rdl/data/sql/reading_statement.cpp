@@ -8,6 +8,7 @@
 
 #include "rdl/data/common/message.h"
 #include "rdl/data/sql/sql_scanner.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {
@@ -189,10 +190,7 @@ class Statement {
     }
 
     [[noreturn]] void RefuseWord(std::size_t at) const {
-        std::string word = m_tokens[at].text;
-        std::transform(word.begin(), word.end(), word.begin(),
-                       [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
-        Refuse("the query has the word " + word);
+        Refuse("the query has the word " + UpperAscii(m_tokens[at].text));
     }
 
     // Functions that load a library into this process (SQLite by ODBC), or write in spite of a session that

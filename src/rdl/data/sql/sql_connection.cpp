@@ -10,6 +10,7 @@
 #include "rdl/data/common/message.h"
 #include "rdl/data/sql/driver_handle.h"
 #include "rdl/data/sql/odbc_connection.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {

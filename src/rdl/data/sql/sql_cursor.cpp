@@ -13,6 +13,7 @@
 #include "rdl/data/sql/reading_statement.h"
 #include "rdl/data/sql/sql_connection.h"
 #include "rdl/data/sql/sql_values.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {

@@ -15,14 +15,10 @@ constexpr int PostgresNumeric = 1700;
 constexpr int MySqlDecimal = 0, MySqlNewDecimal = 246;
 constexpr int OdbcNumeric = 2, OdbcDecimal = 3;
 
-QString OfText(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QVariant OfMoment(std::int64_t ticks, ProviderKind provider) {
     // PostgreSQL's driver makes a moment of one zone out of it; a text becomes what it is compared with.
     if (provider == ProviderKind::PostgreSql) {
-        return OfText(IsoText(ticks));
+        return QString::fromStdString(IsoText(ticks));
     }
     const DateTimeParts parts = SplitTicks(ticks);
     // UTC has no hour that is left out in spring.
@@ -66,9 +62,9 @@ QVariant ToVariant(const Value& value, ProviderKind provider) {
         case Kind::DateTime:
             return OfMoment(value.AsTicks(), provider);
         case Kind::TimeSpan:
-            return OfText(ToText(value, FindCulture("")));
+            return QString::fromStdString(ToText(value, FindCulture("")));
         case Kind::Text:
-            return OfText(value.AsText());
+            return QString::fromUtf8(value.AsText());
         case Kind::Bytes:
             return QByteArray(value.AsText().data(), static_cast<qsizetype>(value.AsText().size()));
         default:

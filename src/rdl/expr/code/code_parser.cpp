@@ -6,7 +6,6 @@
 
 #include "rdl/expr/code/code_statements.h"
 #include "rdl/expr/language/nodes.h"
-#include "rdl/expr/operations/characters.h"
 
 namespace rdl::expr {
 namespace {
@@ -76,13 +75,13 @@ void CodeParser::Members() {
         }
         if (constant || dim || (modified && m_parser.Peek(1).IsWord("as"))) {
             do {
-                Declare(true, constant);
+                Declare(Lifetime::Report, constant);
             } while (m_parser.TakeSymbol(","));
             EndStatement();
         } else if (m_parser.TakeWord("function")) {
-            FunctionBody(false);
+            FunctionBody(Procedure::ReturnsValue);
         } else if (m_parser.TakeWord("sub")) {
-            FunctionBody(true);
+            FunctionBody(Procedure::ReturnsNothing);
         } else {
             m_parser.Fail("only functions, variables and constants can stand here, not \"" +
                           m_parser.Peek().text + "\"");
@@ -90,7 +89,7 @@ void CodeParser::Members() {
     }
 }
 
-void CodeParser::FunctionBody(bool sub) {
+void CodeParser::FunctionBody(Procedure kind) {
     const Token& name = m_parser.Peek();
     m_parser.Name("the name of a function");
     const auto found = m_module.functions.find(name.lower);
@@ -103,7 +102,7 @@ void CodeParser::FunctionBody(bool sub) {
     if (m_parser.Peek().Is("(")) {
         ParameterList(*m_function);
     }
-    if (!sub) {
+    if (kind == Procedure::ReturnsValue) {
         Declared result;
         bool given = false;
         AsType(result, given);
@@ -114,7 +113,7 @@ void CodeParser::FunctionBody(bool sub) {
         m_scopes.insert(m_scopes.begin(), std::map<std::string, expr::Variable>{{name.lower, own}});
     }
     EndStatement();
-    m_function->body = BlockUntil({{"end", sub ? "sub" : "function"}});
+    m_function->body = BlockUntil({{"end", kind == Procedure::ReturnsNothing ? "sub" : "function"}});
     m_parser.Take();
     m_parser.Take();
     EndStatement();
@@ -161,7 +160,7 @@ void CodeParser::ParameterList(CodeFunction& function) {
         } else if (optional) {
             parameter.missing = std::make_unique<LiteralNode>(Value());
         }
-        NewVariable(name.lower, false, parameter.conversion, name);
+        NewVariable(name.lower, Lifetime::Call, parameter.conversion, name);
         function.parameters.push_back(std::move(parameter));
     } while (m_parser.TakeSymbol(","));
     m_parser.Expect(")");
@@ -190,15 +189,15 @@ void CodeParser::AsType(Declared& declared, bool& given) {
     }
 }
 
-expr::Variable CodeParser::NewVariable(const std::string& lower, bool module, const FunctionInfo* conversion,
-                                       const Token& token) {
-    auto& names = module && m_scopes.empty() ? m_module.variables : m_scopes.back();
+expr::Variable CodeParser::NewVariable(const std::string& lower, Lifetime lifetime,
+                                       const FunctionInfo* conversion, const Token& token) {
+    auto& names = lifetime == Lifetime::Report && m_scopes.empty() ? m_module.variables : m_scopes.back();
     if (names.count(lower) != 0) {
         m_parser.FailAt(token, "\"" + token.text + "\" is declared twice");
     }
     expr::Variable variable;
     variable.conversion = conversion;
-    if (module) {
+    if (lifetime == Lifetime::Report) {
         variable.module = &m_module.values;
         variable.slot = static_cast<int>(m_module.values.size());
         m_module.values.emplace_back();
@@ -214,13 +213,13 @@ expr::Variable CodeParser::NewVariable(const std::string& lower, bool module, co
 
 // One name of a Dim, Const or Static: for the module the value is given when its code first runs, in a
 // function by the statement that the caller makes of it.
-CodeParser::Declared CodeParser::Declare(bool module, bool constant) {
+CodeParser::Declared CodeParser::Declare(Lifetime lifetime, bool constant) {
     const Token& name = m_parser.Peek();
     m_parser.Name("the name of a variable");
     Declared declared;
     // What is set up once for the report cannot lean on the variables of one call.
     std::vector<std::map<std::string, expr::Variable>> hidden;
-    if (module) {
+    if (lifetime == Lifetime::Report) {
         hidden = std::exchange(m_scopes, {});
     }
     if (m_parser.TakeSymbol("(")) {
@@ -241,15 +240,15 @@ CodeParser::Declared CodeParser::Declare(bool module, bool constant) {
     if (constant && !value) {
         m_parser.Fail("a constant needs its value");
     }
-    if (module) {
+    if (lifetime == Lifetime::Report) {
         m_scopes = std::move(hidden);
         m_module.startDepth = std::max(m_module.startDepth, m_depth);
     }
-    declared.variable = NewVariable(name.lower, module, declared.variable.conversion, name);
+    declared.variable = NewVariable(name.lower, lifetime, declared.variable.conversion, name);
     if (constant) {
         (m_scopes.empty() ? m_module.variables : m_scopes.back())[name.lower].constant = true;
     }
-    First(declared, std::move(value), module ? m_module.start : m_pending);
+    First(declared, std::move(value), lifetime == Lifetime::Report ? m_module.start : m_pending);
     return declared;
 }
 

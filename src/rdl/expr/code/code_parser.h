@@ -27,6 +27,9 @@ class CodeParser final : public CodeNames {
 
  private:
     using Words = std::initializer_list<std::string_view>;
+    enum class Procedure { ReturnsValue, ReturnsNothing };
+    // A variable lives as long as the call, or as long as the report: those of the module, and Static.
+    enum class Lifetime { Call, Report };
     struct Declared {
         expr::Variable variable;
         bool list = false;
@@ -37,12 +40,12 @@ class CodeParser final : public CodeNames {
     // Declarations: code_parser.cpp.
     void FindFunctions();
     void Members();
-    void FunctionBody(bool sub);
+    void FunctionBody(Procedure kind);
     void ParameterList(CodeFunction& function);
-    Declared Declare(bool module, bool constant);
+    Declared Declare(Lifetime lifetime, bool constant);
     void First(Declared& declared, NodePtr value, Block& block);
     void AsType(Declared& declared, bool& given);
-    expr::Variable NewVariable(const std::string& lower, bool module, const FunctionInfo* conversion,
+    expr::Variable NewVariable(const std::string& lower, Lifetime lifetime, const FunctionInfo* conversion,
                                const Token& token);
     const expr::Variable* Lookup(std::string_view lower) const;
 

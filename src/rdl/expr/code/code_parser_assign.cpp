@@ -140,7 +140,7 @@ std::unique_ptr<Statement> CodeParser::With() {
     statement->object = Expression();
     m_scopes.emplace_back();
     // No name of the code can be the same as a blank one.
-    statement->target = NewVariable(" with", false, nullptr, token);
+    statement->target = NewVariable(" with", Lifetime::Call, nullptr, token);
     m_with.push_back(statement->target);
     EndStatement();
     statement->body = BlockUntil({{"end", "with"}});

@@ -133,12 +133,12 @@ std::unique_ptr<Statement> CodeParser::Known() {
 
 void CodeParser::Declarations(Block& block) {
     const bool constant = m_parser.TakeWord("const");
-    const bool lasting = m_parser.TakeWord("static");
+    const Lifetime lifetime = m_parser.TakeWord("static") ? Lifetime::Report : Lifetime::Call;
     // Dim a, b As Integer gives the type to both.
     std::vector<std::string> untyped;
     do {
         const std::string lower = m_parser.Peek().lower;
-        const Declared declared = Declare(lasting, constant);
+        const Declared declared = Declare(lifetime, constant);
         if (declared.variable.conversion) {
             for (const std::string& name : std::exchange(untyped, {})) {
                 expr::Variable& variable = m_scopes.back()[name];
@@ -260,7 +260,7 @@ std::unique_ptr<Statement> CodeParser::For() {
     m_scopes.emplace_back();
     const expr::Variable* known = given ? nullptr : Lookup(name.lower);
     const expr::Variable variable =
-        known ? *known : NewVariable(name.lower, false, declared.variable.conversion, name);
+        known ? *known : NewVariable(name.lower, Lifetime::Call, declared.variable.conversion, name);
     std::unique_ptr<Statement> made;
     Block* body = nullptr;
     if (each) {
@@ -339,7 +339,7 @@ std::unique_ptr<Statement> CodeParser::Try() {
             if (m_parser.TakeWord("as") && !m_parser.TypeName().ends_with("exception")) {
                 m_parser.Fail("only an Exception can be caught");
             }
-            clause.message = NewVariable(name.lower, false, nullptr, name);
+            clause.message = NewVariable(name.lower, Lifetime::Call, nullptr, name);
         }
         clause.condition = m_parser.TakeWord("when") ? Expression() : nullptr;
         clause.body = BlockUntil({{"end", "try"}, {"catch"}, {"finally"}});

@@ -5,26 +5,20 @@
 #include <cmath>
 #include <limits>
 
-#include "rdl/expr/operations/characters.h"
 #include "rdl/format/format.h"
+#include "rdl/values/ascii.h"
+#include "rdl/values/characters.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 namespace {
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 bool IsWordStart(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
-           static_cast<unsigned char>(c) >= 0x80;
+    return IsNameByte(c) && !IsAsciiDigit(c);
 }
-bool IsWordPart(char c) {
-    return IsWordStart(c) || IsDigit(c);
-}
-
-int DigitValue(char c) {
-    const char l = AsciiLower(c);
-    return IsDigit(c) ? c - '0' : l >= 'a' && l <= 'f' ? l - 'a' + 10 : 99;
+bool IsDigitOf(int base, char c) {
+    const int value = HexDigitValue(c);
+    return value >= 0 && value < base;
 }
 
 class Lexer {
@@ -153,7 +147,7 @@ class Lexer {
             TypographicQuoted();
         } else if (c == '\'') {
             Quoted("'");
-        } else if (IsDigit(c) || (c == '.' && IsDigit(Peek(1)))) {
+        } else if (IsAsciiDigit(c) || (c == '.' && IsAsciiDigit(Peek(1)))) {
             Number();
         } else if (c == '&' && ValueDue() && Based()) {
             return;
@@ -187,7 +181,7 @@ class Lexer {
             text += m_source[m_at];
         }
         ++m_at;
-        if (mark == "\"" && AsciiLower(Peek()) == 'c' && !IsWordPart(Peek(1))) {
+        if (mark == "\"" && AsciiLower(Peek()) == 'c' && !IsNameByte(Peek(1))) {
             if (CharacterCount(text) != 1) {
                 Fail("a character literal must hold one character", start);
             }
@@ -214,18 +208,18 @@ class Lexer {
     void Number() {
         const std::size_t start = m_at;
         bool real = false;
-        while (IsDigit(Peek())) {
+        while (IsAsciiDigit(Peek())) {
             ++m_at;
         }
-        if (Peek() == '.' && IsDigit(Peek(1))) {
+        if (Peek() == '.' && IsAsciiDigit(Peek(1))) {
             real = true;
-            for (++m_at; IsDigit(Peek()); ++m_at) {
+            for (++m_at; IsAsciiDigit(Peek()); ++m_at) {
             }
         }
         if (AsciiLower(Peek()) == 'e' &&
-            (IsDigit(Peek(1)) || ((Peek(1) == '+' || Peek(1) == '-') && IsDigit(Peek(2))))) {
+            (IsAsciiDigit(Peek(1)) || ((Peek(1) == '+' || Peek(1) == '-') && IsAsciiDigit(Peek(2))))) {
             real = true;
-            for (m_at += 2; IsDigit(Peek()); ++m_at) {
+            for (m_at += 2; IsAsciiDigit(Peek()); ++m_at) {
             }
         }
         const std::string_view digits = m_source.substr(start, m_at - start);
@@ -248,7 +242,7 @@ class Lexer {
         const char c = AsciiLower(Peek());
         const char next = Peek(1);
         if (c == 'u' && (AsciiLower(next) == 'l' || AsciiLower(next) == 's' || AsciiLower(next) == 'i') &&
-            !IsWordPart(Peek(2))) {
+            !IsNameByte(Peek(2))) {
             m_at += 2;
             return false;
         }
@@ -264,7 +258,7 @@ class Lexer {
         }
         const bool letter = c != '\0' && std::string_view("dfrils").find(c) != std::string_view::npos;
         const bool sign = c == '@' || c == '#' || (c == '!' && next != '=');
-        if (!(letter && !IsWordPart(next)) && !sign) {
+        if (!(letter && !IsNameByte(next)) && !sign) {
             return false;
         }
         ++m_at;
@@ -275,16 +269,16 @@ class Lexer {
     bool Based() {
         const char letter = AsciiLower(Peek(1));
         const int base = letter == 'h' ? 16 : letter == 'o' ? 8 : letter == 'b' ? 2 : 0;
-        if (base == 0 || DigitValue(Peek(2)) >= base) {
+        if (base == 0 || !IsDigitOf(base, Peek(2))) {
             return false;
         }
         const std::size_t start = m_at;
         std::uint64_t number = 0;
-        for (m_at += 2; DigitValue(Peek()) < base; ++m_at) {
+        for (m_at += 2; IsDigitOf(base, Peek()); ++m_at) {
             if (number > std::numeric_limits<std::uint64_t>::max() / static_cast<unsigned>(base)) {
                 Fail("a number is too large", start);
             }
-            number = number * static_cast<unsigned>(base) + static_cast<unsigned>(DigitValue(Peek()));
+            number = number * static_cast<unsigned>(base) + static_cast<unsigned>(HexDigitValue(Peek()));
         }
         const char suffix = AsciiLower(Peek());
         const bool wide = suffix == 'l' || suffix == '&';
@@ -343,7 +337,7 @@ class Lexer {
 
     void Word() {
         const std::size_t start = m_at;
-        while (IsWordPart(Peek())) {
+        while (IsNameByte(Peek())) {
             ++m_at;
         }
         std::string text(m_source.substr(start, m_at - start));

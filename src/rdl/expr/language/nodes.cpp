@@ -5,8 +5,8 @@
 #include <array>
 
 #include "rdl/expr/library/objects.h"
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/convert.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 namespace {

@@ -8,7 +8,7 @@
 #include "rdl/expr/language/parser.h"
 #include "rdl/expr/language/reach.h"
 #include "rdl/expr/language/variables.h"
-#include "rdl/expr/operations/characters.h"
+#include "rdl/values/characters.h"
 
 namespace rdl::expr {
 namespace {

@@ -8,9 +8,9 @@
 #include "rdl/expr/library/composite.h"
 #include "rdl/expr/library/dictionary.h"
 #include "rdl/expr/library/objects.h"
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/compare.h"
 #include "rdl/expr/operations/convert.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 namespace {

@@ -6,8 +6,9 @@
 #include <string>
 
 #include "rdl/expr/library/functions.h"
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/convert.h"
+#include "rdl/values/ascii.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 namespace {
@@ -123,7 +124,7 @@ Value Str(const Call& call) {
 Value Val(const Call& call) {
     std::string text;
     for (const char c : call.Text(0)) {
-        if (c != ' ' && c != '\t' && c != '\n' && c != '\r') {
+        if (!IsAsciiSpace(c)) {
             text += c;
         }
     }
@@ -137,7 +138,7 @@ Value Val(const Call& call) {
     if (text.size() > start && AsciiLower(text[start]) != 'i' && AsciiLower(text[start]) != 'n') {
         const std::size_t sign = text[start] == '-' ? start + 1 : start;
         double number = 0;
-        if (sign < text.size() && (text[sign] == '.' || (text[sign] >= '0' && text[sign] <= '9'))) {
+        if (sign < text.size() && (text[sign] == '.' || IsAsciiDigit(text[sign]))) {
             std::from_chars(text.data() + start, text.data() + text.size(), number);
         }
         return Value::Real(number);

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "rdl/expr/library/functions.h"
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/expr/operations/date_arithmetic.h"
+#include "rdl/values/characters.h"
 
 namespace rdl::expr {
 namespace {

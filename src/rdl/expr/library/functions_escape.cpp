@@ -3,15 +3,12 @@
 #include <string>
 
 #include "rdl/expr/library/functions.h"
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/convert.h"
+#include "rdl/values/ascii.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 namespace {
-
-bool IsAsciiWord(unsigned char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
 
 // Replaces bytes that are neither ASCII alphanumeric nor in `kept` by %XX.
 std::string PercentEncoded(std::string_view text, std::string_view kept, bool small) {
@@ -19,7 +16,7 @@ std::string PercentEncoded(std::string_view text, std::string_view kept, bool sm
     std::string result;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
-        if (IsAsciiWord(byte) || (c != '\0' && kept.find(c) != std::string_view::npos)) {
+        if (IsAsciiLetterOrDigit(c) || (c != '\0' && kept.find(c) != std::string_view::npos)) {
             result += c;
         } else {
             result += '%';
@@ -46,16 +43,11 @@ Value UrlEncode(const Call& call) {
     return MakeText(text);
 }
 
-int DigitOf(char c) {
-    const char l = AsciiLower(c);
-    return c >= '0' && c <= '9' ? c - '0' : l >= 'a' && l <= 'f' ? l - 'a' + 10 : -1;
-}
-
 std::string PercentDecoded(std::string_view text, bool plusIsBlank) {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const int high = text[i] == '%' && i + 2 < text.size() ? DigitOf(text[i + 1]) : -1;
-        const int low = high >= 0 ? DigitOf(text[i + 2]) : -1;
+        const int high = text[i] == '%' && i + 2 < text.size() ? HexDigitValue(text[i + 1]) : -1;
+        const int low = high >= 0 ? HexDigitValue(text[i + 2]) : -1;
         if (low >= 0) {
             result += static_cast<char>(high * 16 + low);
             i += 2;
@@ -64,7 +56,7 @@ std::string PercentDecoded(std::string_view text, bool plusIsBlank) {
         }
     }
     // What was encoded by another charset must not become text that is none.
-    return Encode(Decode(result));
+    return ToUtf8(ToUtf32(result));
 }
 
 Value UnescapeDataString(const Call& call) {
@@ -115,7 +107,7 @@ Value FromBase64(const Call& call) {
     int count = 0;
     int padding = 0;
     for (const char c : call.Text(0)) {
-        if (c == ' ' || (c >= '\t' && c <= '\r')) {
+        if (IsAsciiSpace(c)) {
             continue;
         }
         const std::size_t value = Base64.find(c);

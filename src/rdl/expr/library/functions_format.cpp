@@ -5,9 +5,10 @@
 #include "rdl/expr/library/composite.h"
 #include "rdl/expr/library/functions.h"
 #include "rdl/expr/library/objects.h"
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/compare.h"
 #include "rdl/expr/operations/convert.h"
+#include "rdl/values/characters.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 namespace {
@@ -184,7 +185,7 @@ Value IsNullOrEmpty(const Call& call) {
 }
 
 Value IsNullOrWhiteSpace(const Call& call) {
-    for (const char32_t c : Decode(call.Text(0))) {
+    for (const char32_t c : ToUtf32(call.Text(0))) {
         if (!IsSpace(c)) {
             return Value::Boolean(false);
         }

@@ -4,8 +4,10 @@
 #include <string>
 
 #include "rdl/expr/library/functions.h"
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/convert.h"
+#include "rdl/values/ascii.h"
+#include "rdl/values/characters.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 namespace {
@@ -50,7 +52,7 @@ constexpr TypeNames Types[] = {
 Value SystemTypeName(const Call& call) {
     const std::string name = call.Text(0);
     for (const TypeNames& type : Types) {
-        if (CompareNoCase(type.basic, name) == 0) {
+        if (EqualNoCase(type.basic, name)) {
             return Value::Text(type.system);
         }
     }
@@ -59,11 +61,11 @@ Value SystemTypeName(const Call& call) {
 
 Value VbTypeName(const Call& call) {
     std::string name = call.Text(0);
-    if (Lower(name).rfind("system.", 0) != 0) {
+    if (!LowerAscii(name).starts_with("system.")) {
         name = "System." + name;
     }
     for (const TypeNames& type : Types) {
-        if (CompareNoCase(type.system, name) == 0) {
+        if (EqualNoCase(type.system, name)) {
             return Value::Text(type.basic);
         }
     }
@@ -178,7 +180,7 @@ Value CharacterIs(const Call& call) {
     if (!call.Integer(1, index)) {
         return call.error;
     }
-    const std::u32string text = Decode(call.Text(0));
+    const std::u32string text = ToUtf32(call.Text(0));
     if (index < 0 || static_cast<std::size_t>(index) >= text.size()) {
         return Value::Error("There is no such character");
     }

@@ -14,9 +14,6 @@ namespace {
 constexpr std::size_t MaxSubject = 1u << 18;
 constexpr int MaxMatches = 100'000;
 
-QString Wide(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 std::string Narrow(QStringView text) {
     return text.toString().toStdString();
 }
@@ -48,7 +45,7 @@ class MatchObject final : public ScriptObject {
     Value Group(const Call& call) const {
         std::int64_t number = 0;
         if (call[1].IsText()) {
-            return MakeText(Narrow(m_match.captured(Wide(call[1].AsText()))));
+            return MakeText(Narrow(m_match.captured(QString::fromUtf8(call[1].AsText()))));
         }
         if (!call.Integer(1, number)) {
             return call.error;
@@ -80,7 +77,7 @@ bool Prepare(const Call& call, int options, QRegularExpression& pattern, QString
     set.setFlag(QRegularExpression::UseUnicodePropertiesOption);
     // Every row asks for the same few.
     thread_local QRegularExpression last;
-    const QString source = Wide(call.Text(1));
+    const QString source = QString::fromUtf8(call.Text(1));
     if (last.pattern() != source || last.patternOptions() != set) {
         last = QRegularExpression(source, set);
     }
@@ -89,7 +86,7 @@ bool Prepare(const Call& call, int options, QRegularExpression& pattern, QString
         return false;
     }
     pattern = last;
-    subject = Wide(text);
+    subject = QString::fromUtf8(text);
     return true;
 }
 
@@ -151,7 +148,7 @@ Value Replace(const Call& call) {
     if (!Prepare(call, 3, pattern, subject)) {
         return call.error;
     }
-    const QString with = Wide(call.Text(2));
+    const QString with = QString::fromUtf8(call.Text(2));
     QString result;
     qsizetype done = 0;
     const bool complete = ForEachMatch(call, pattern, subject, [&](const QRegularExpressionMatch& match) {

@@ -4,9 +4,10 @@
 #include <string>
 
 #include "rdl/expr/library/functions.h"
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/expr/operations/text_search.h"
+#include "rdl/values/characters.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 
@@ -18,9 +19,8 @@ std::size_t Find(std::string_view text, std::string_view what, std::size_t from,
         return std::string_view::npos;
     }
     // By characters: a letter and its other case may differ in bytes.
-    const std::u32string needle = Decode(Lower(what));
-    std::u32string hay = Decode(text.substr(from));
-    std::transform(hay.begin(), hay.end(), hay.begin(), [](char32_t c) { return Lower(c); });
+    const std::u32string needle = Lower(ToUtf32(what));
+    const std::u32string hay = Lower(ToUtf32(text.substr(from)));
     const std::size_t at = hay.find(needle);
     return at == std::u32string::npos ? std::string_view::npos : from + ByteIndex(text.substr(from), at);
 }
@@ -29,9 +29,7 @@ std::size_t FindLast(std::string_view text, std::string_view what, bool noCase) 
     if (!noCase) {
         return text.rfind(what);
     }
-    std::u32string hay = Decode(text);
-    std::transform(hay.begin(), hay.end(), hay.begin(), [](char32_t c) { return Lower(c); });
-    const std::size_t at = hay.rfind(Decode(Lower(what)));
+    const std::size_t at = Lower(ToUtf32(text)).rfind(Lower(ToUtf32(what)));
     return at == std::u32string::npos ? std::string_view::npos : ByteIndex(text, at);
 }
 
@@ -41,9 +39,8 @@ namespace {
 template <typename Found>
 void ForEach(std::string_view text, std::string_view what, std::int64_t most, bool noCase, Found found) {
     const std::size_t characters = noCase ? CharacterCount(what) : 0;
-    const std::u32string needle = noCase ? Decode(Lower(what)) : std::u32string();
-    std::u32string hay = noCase ? Decode(text) : std::u32string();
-    std::transform(hay.begin(), hay.end(), hay.begin(), [](char32_t c) { return Lower(c); });
+    const std::u32string needle = noCase ? Lower(ToUtf32(what)) : std::u32string();
+    const std::u32string hay = noCase ? Lower(ToUtf32(text)) : std::u32string();
     std::size_t byte = 0;
     for (std::size_t at = 0; most != 0; --most) {
         if (!noCase) {

@@ -4,8 +4,9 @@
 #include <string>
 
 #include "rdl/expr/library/functions.h"
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/convert.h"
+#include "rdl/values/characters.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 namespace {
@@ -26,7 +27,7 @@ bool Size(const Call& call, int index, std::int64_t least, std::size_t& size) {
 }
 
 Value Asc(const Call& call) {
-    const std::u32string text = Decode(call.Text(0));
+    const std::u32string text = ToUtf32(call.Text(0));
     return text.empty() ? Value::Error("A text without characters has no code")
                         : Value::Integer(static_cast<std::int64_t>(text[0]));
 }
@@ -40,7 +41,7 @@ Value Chr(const Call& call) {
         return Value::Error("There is no character " + std::to_string(code));
     }
     std::string text;
-    Append(text, static_cast<char32_t>(code));
+    AppendUtf8(static_cast<char32_t>(code), text);
     return Value::Text(text);
 }
 
@@ -182,15 +183,15 @@ Value CharOf(const Call& call) {
 }
 
 Value StrReverse(const Call& call) {
-    const std::u32string text = Decode(call.Text(0));
-    return Value::Text(Encode(std::u32string(text.rbegin(), text.rend())));
+    const std::u32string text = ToUtf32(call.Text(0));
+    return Value::Text(ToUtf8(std::u32string(text.rbegin(), text.rend())));
 }
 
 std::string ProperCase(std::string_view text) {
     std::string result;
     bool inWord = false;
-    for (const char32_t c : Decode(text)) {
-        Append(result, inWord ? Lower(c) : Upper(c));
+    for (const char32_t c : ToUtf32(text)) {
+        AppendUtf8(inWord ? Lower(c) : Upper(c), result);
         inWord = IsLetter(c) || (inWord && (c == U'\'' || (c >= U'0' && c <= U'9')));
     }
     return result;

@@ -7,26 +7,17 @@
 
 #include "rdl/expr/library/functions.h"
 #include "rdl/expr/library/objects.h"
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/expr/operations/operators.h"
+#include "rdl/values/ascii.h"
+#include "rdl/values/characters.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 namespace {
 
 Value TooLarge() {
     return Value::Error("A number is too large for its type");
-}
-
-std::string_view Trimmed(std::string_view text) {
-    const auto blank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
-    while (!text.empty() && blank(text.front())) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && blank(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
 }
 
 // Digits with a sign in front and nothing else, unlike what CInt reads.
@@ -73,7 +64,7 @@ Value ParseReal(const Call& call) {
 }
 
 Value ParseBoolean(const Call& call) {
-    const std::string text = Lower(std::string(Trimmed(call.Text(0))));
+    const std::string text = LowerAscii(Trimmed(call.Text(0)));
     return text == "true" || text == "false" ? Value::Boolean(text == "true")
                                              : NoConversion(Value::Text(call.Text(0)), "a Boolean");
 }

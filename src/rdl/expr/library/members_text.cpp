@@ -6,10 +6,11 @@
 
 #include "rdl/expr/library/functions.h"
 #include "rdl/expr/library/objects.h"
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/compare.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/expr/operations/text_search.h"
+#include "rdl/values/characters.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 namespace {
@@ -67,11 +68,11 @@ std::u32string Characters(const Call& call, int first) {
     std::u32string characters;
     for (int i = first; i < call.count(); ++i) {
         if (call[i].kind() != Kind::List) {
-            characters += Decode(call.Text(i));
+            characters += ToUtf32(call.Text(i));
             continue;
         }
         for (const Value& one : call[i].AsList()) {
-            characters += Decode(TextOf(one, call.culture()));
+            characters += ToUtf32(TextOf(one, call.culture()));
         }
     }
     return characters;
@@ -82,7 +83,7 @@ Value TrimAs(const Call& call, bool left, bool right) {
     if (IsNothing(call)) {
         return call.error;
     }
-    const std::u32string text = Decode(call.Text(0));
+    const std::u32string text = ToUtf32(call.Text(0));
     const std::u32string marks = Characters(call, 1);
     const auto cut = [&](char32_t c) {
         return marks.empty() ? IsSpace(c) : marks.find(c) != std::u32string::npos;
@@ -95,7 +96,7 @@ Value TrimAs(const Call& call, bool left, bool right) {
     while (right && end > begin && cut(text[end - 1])) {
         --end;
     }
-    return Value::Text(Encode(std::u32string_view(text).substr(begin, end - begin)));
+    return Value::Text(ToUtf8(std::u32string_view(text).substr(begin, end - begin)));
 }
 
 Value Trim(const Call& call) {
@@ -260,7 +261,7 @@ Value IndexOfAny(const Call& call) {
     if (IsNothing(call)) {
         return call.error;
     }
-    const std::size_t at = Decode(call.Text(0)).find_first_of(Characters(call, 1));
+    const std::size_t at = ToUtf32(call.Text(0)).find_first_of(Characters(call, 1));
     return Value::Integer(at == std::u32string::npos ? -1 : static_cast<std::int64_t>(at));
 }
 
@@ -269,8 +270,8 @@ Value ToCharArray(const Call& call) {
         return call.error;
     }
     ValueList characters;
-    for (const char32_t c : Decode(call.Text(0))) {
-        characters.push_back(Value::Text(Encode(std::u32string(1, c))));
+    for (const char32_t c : ToUtf32(call.Text(0))) {
+        characters.push_back(Value::Text(ToUtf8(std::u32string(1, c))));
     }
     return Value::List(std::move(characters));
 }
@@ -319,7 +320,7 @@ Value Parted(const std::u32string& text, const std::u32string& marks, std::int64
         }
         const bool last = static_cast<std::int64_t>(parts.size()) == most - 1;
         parts.push_back(
-            Value::Text(Encode(std::u32string_view(text).substr(begin, last ? text.size() : i - begin))));
+            Value::Text(ToUtf8(std::u32string_view(text).substr(begin, last ? text.size() : i - begin))));
         begin = i + 1;
         if (last) {
             break;
@@ -352,7 +353,7 @@ Value Split(const Call& call) {
     if (call.count() == 2 && call[1].IsText()) {
         return SplitText(text, call[1].AsText(), -1, false);
     }
-    return Parted(Decode(text), marks.empty() ? U" \t\r\n" : marks, most, noEmpty);
+    return Parted(ToUtf32(text), marks.empty() ? U" \t\r\n" : marks, most, noEmpty);
 }
 
 Value Chars(const Call& call) {

@@ -5,7 +5,8 @@
 #include <cstring>
 #include <functional>
 
-#include "rdl/expr/operations/characters.h"
+#include "rdl/values/ascii.h"
+#include "rdl/values/characters.h"
 
 namespace rdl::expr {
 namespace {

@@ -4,7 +4,9 @@
 #include <charconv>
 #include <cmath>
 
-#include "rdl/expr/operations/characters.h"
+#include "rdl/values/ascii.h"
+#include "rdl/values/characters.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 namespace {
@@ -108,12 +110,12 @@ Value LikeOther(const Value& other) {
 }
 
 bool ParseBoolean(std::string_view text, bool& result) {
-    if (CompareNoCase(text, "true") == 0) {
+    if (EqualNoCase(text, "true")) {
         result = true;
         return true;
     }
     result = false;
-    return CompareNoCase(text, "false") == 0;
+    return EqualNoCase(text, "false");
 }
 
 // "&HFF", "&O17"

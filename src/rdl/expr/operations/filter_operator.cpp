@@ -5,10 +5,11 @@
 #include <charconv>
 #include <cmath>
 
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/compare.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/expr/operations/operators.h"
+#include "rdl/values/ascii.h"
+#include "rdl/values/characters.h"
 #include "rdl/values/error.h"
 
 namespace rdl::expr {
@@ -112,7 +113,7 @@ std::vector<bool> MarkFirst(const std::vector<Value>& values, std::size_t count,
 
 std::optional<FilterOperator> FindFilterOperator(std::string_view name) {
     for (const OperatorName& known : Operators) {
-        if (CompareNoCase(known.name, name) == 0) {
+        if (EqualNoCase(known.name, name)) {
             return known.op;
         }
     }
@@ -132,8 +133,8 @@ int FilterRules::Order(const Value& value, const Value& operand) const {
 bool FilterRules::IsLike(const Value& value, const Value& pattern) const {
     const std::string text = ToText(value, *culture), form = ToText(pattern, *culture);
     bool valid = true;
-    const bool matches =
-        caseSensitive ? MatchesPattern(text, form, valid) : MatchesPattern(Lower(text), Lower(form), valid);
+    const bool matches = caseSensitive ? MatchesVisualBasicLike(text, form, valid)
+                                       : MatchesVisualBasicLike(Lower(text), Lower(form), valid);
     if (!valid) {
         throw Error("the pattern of a filter lacks a closing bracket");
     }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <string>
 
-#include "rdl/expr/operations/characters.h"
 #include "rdl/expr/operations/operators.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::expr {
 namespace {
@@ -45,9 +45,9 @@ bool MatchesElement(char32_t c, std::u32string_view pattern, std::size_t at, std
 }  // namespace
 
 // One star is gone back to at most, which bounds the work by the product of both lengths.
-bool MatchesPattern(std::string_view textUtf8, std::string_view patternUtf8, bool& valid) {
-    const std::u32string text = Decode(textUtf8);
-    const std::u32string pattern = Decode(patternUtf8);
+bool MatchesVisualBasicLike(std::string_view textUtf8, std::string_view patternUtf8, bool& valid) {
+    const std::u32string text = ToUtf32(textUtf8);
+    const std::u32string pattern = ToUtf32(patternUtf8);
     valid = true;
     std::size_t t = 0;
     std::size_t p = 0;

@@ -258,7 +258,7 @@ Value Like(const Value& left, const Value& right, const Culture& culture) {
         return left.IsError() ? left : right;
     }
     bool valid = true;
-    const bool matches = MatchesPattern(TextOf(left, culture), TextOf(right, culture), valid);
+    const bool matches = MatchesVisualBasicLike(TextOf(left, culture), TextOf(right, culture), valid);
     return valid ? Value::Boolean(matches) : Value::Error("The pattern of Like has no closing bracket");
 }
 

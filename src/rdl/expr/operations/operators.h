@@ -39,8 +39,8 @@ Value LessEqual(const Value& left, const Value& right, const Culture& culture);
 Value Greater(const Value& left, const Value& right, const Culture& culture);
 Value GreaterEqual(const Value& left, const Value& right, const Culture& culture);
 
-// Whether the text matches a pattern of Like: * ? # [list] [!list]. `valid` is false for a pattern without
-// its closing bracket.
-bool MatchesPattern(std::string_view text, std::string_view pattern, bool& valid);
+// Whether the text matches a pattern of the Like of expressions and filters: * ? # [list] [!list]. `valid` is
+// false for a pattern without its closing bracket.
+bool MatchesVisualBasicLike(std::string_view text, std::string_view pattern, bool& valid);
 
 }  // namespace rdl::expr

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "rdl/layout/model/image_size.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::layout {
 namespace {
@@ -83,22 +84,22 @@ void Canvas::Path(std::vector<Segment> segments, Color fill, const Border& borde
 
 void Canvas::Polygon(const std::vector<Spot>& corners, Color fill, const Border& border) {
     std::vector<Segment> segments;
-    AppendCurve(corners, false, false, segments);
+    AppendCurve(corners, Course::Straight, Segment::Move, segments);
     segments.push_back(To(Segment::Close, {}));
     Path(std::move(segments), fill, border);
 }
 
-void Canvas::Curve(const std::vector<Spot>& points, bool smooth, const Border& border) {
+void Canvas::Curve(const std::vector<Spot>& points, Course course, const Border& border) {
     if (points.size() > 1) {
         std::vector<Segment> segments;
-        AppendCurve(points, smooth, false, segments);
+        AppendCurve(points, course, Segment::Move, segments);
         Path(std::move(segments), Transparent, border);
     }
 }
 
 void Canvas::Circle(Spot center, double radius, Color fill, const Border& border) {
     std::vector<Segment> segments;
-    AppendArc(center, radius, 0, 2 * Pi, false, segments);
+    AppendArc(center, radius, 0, 2 * Pi, Segment::Move, segments);
     segments.push_back(To(Segment::Close, {}));
     Path(std::move(segments), fill, border);
 }
@@ -171,11 +172,12 @@ void Canvas::Line(const std::string& text, const CharStyle& style, Spot start, d
     }
 }
 
-void AppendCurve(const std::vector<Spot>& points, bool smooth, bool goesOn, std::vector<Segment>& segments) {
+void AppendCurve(const std::vector<Spot>& points, Course course, Segment::Kind first,
+                 std::vector<Segment>& segments) {
     for (std::size_t i = 0; i < points.size(); ++i) {
         if (i == 0) {
-            segments.push_back(To(goesOn ? Segment::LineTo : Segment::Move, points[i]));
-        } else if (!smooth) {
+            segments.push_back(To(first, points[i]));
+        } else if (course == Course::Straight) {
             segments.push_back(To(Segment::LineTo, points[i]));
         } else {
             // Each point's tangent goes by its neighbours.
@@ -193,9 +195,9 @@ Spot OnCircle(Spot center, double radius, double angle) {
     return {center.x + radius * std::sin(angle), center.y - radius * std::cos(angle)};
 }
 
-void AppendArc(Spot center, double radius, double from, double to, bool goesOn,
+void AppendArc(Spot center, double radius, double from, double to, Segment::Kind first,
                std::vector<Segment>& segments) {
-    segments.push_back(To(goesOn ? Segment::LineTo : Segment::Move, OnCircle(center, radius, from)));
+    segments.push_back(To(first, OnCircle(center, radius, from)));
     const int pieces = std::max(1, static_cast<int>(std::ceil(std::abs(to - from) / (Pi / 4))));
     const double piece = (to - from) / pieces;
     const double reach = radius * 4 / 3 * std::tan(piece / 4);
@@ -234,12 +236,7 @@ std::string Shortened(const std::string& text, const CharStyle& style, double wi
     }
     std::string shorter = text;
     while (!shorter.empty()) {
-        do {
-            shorter.pop_back();
-        } while (!shorter.empty() && (shorter.back() & 0xC0) == 0x80);  // whole characters
-        if (!shorter.empty() && (shorter.back() & 0xC0) == 0xC0) {
-            shorter.pop_back();
-        }
+        shorter.resize(WholeCharacters(shorter, shorter.size() - 1).size());
         std::string candidate = shorter + "\xE2\x80\xA6";
         if (Canvas::Measure(candidate, style).width <= width) {
             return candidate;

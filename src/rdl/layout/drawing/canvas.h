@@ -23,6 +23,9 @@ struct Anchor {
     double across = 0.5, down = 0.5;
 };
 
+// How a line runs from point to point.
+enum class Course { Straight, Smooth };
+
 class Canvas {
  public:
     explicit Canvas(Page& page) : m_page(page) {}
@@ -34,8 +37,8 @@ class Canvas {
     void Box(const Rect& area, const BoxStyle* box);  // background and borders of a style; null draws nothing
     void Line(Spot from, Spot to, const Border& border);
     void Polygon(const std::vector<Spot>& corners, Color fill, const Border& border);
-    // Draws a line through the points: straight, or a smooth curve.
-    void Curve(const std::vector<Spot>& points, bool smooth, const Border& border);
+    // Draws a line through the points.
+    void Curve(const std::vector<Spot>& points, Course course, const Border& border);
     void Path(std::vector<PathOp::Segment> segments, Color fill, const Border& border);
     void Circle(Spot center, double radius, Color fill, const Border& border);
 
@@ -53,11 +56,11 @@ class Canvas {
     Page& m_page;
 };
 
-// Appends the segments between points; the first one is a Move unless `goesOn`.
-void AppendCurve(const std::vector<Spot>& points, bool smooth, bool goesOn,
+// Appends the segments between points. `first` leads to the first point: Move, or LineTo within a path.
+void AppendCurve(const std::vector<Spot>& points, Course course, PathOp::Segment::Kind first,
                  std::vector<PathOp::Segment>& segments);
 // Appends a circular arc between two angles, in radians clockwise from the top.
-void AppendArc(Spot center, double radius, double from, double to, bool goesOn,
+void AppendArc(Spot center, double radius, double from, double to, PathOp::Segment::Kind first,
                std::vector<PathOp::Segment>& segments);
 // Returns the point of a circle at an angle, in radians clockwise from the top.
 Spot OnCircle(Spot center, double radius, double angle);

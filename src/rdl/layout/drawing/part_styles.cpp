@@ -11,6 +11,7 @@
 #include "rdl/layout/model/colors.h"
 #include "rdl/layout/model/units.h"
 #include "rdl/layout/plan/style_plan.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::layout {
 namespace {
@@ -50,15 +51,7 @@ bool NumberOf(const Value& value, double& number) {
 
 std::string ReadableText(std::string text) {
     constexpr std::size_t Most = 400;  // bytes
-    if (text.size() > Most) {
-        text.resize(Most);
-        while (!text.empty() && (text.back() & 0xC0) == 0x80) {  // whole characters
-            text.pop_back();
-        }
-        if (!text.empty() && (text.back() & 0x80)) {
-            text.pop_back();
-        }
-    }
+    text.resize(WholeCharacters(text, Most).size());
     return text;
 }
 

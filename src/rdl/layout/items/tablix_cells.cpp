@@ -93,7 +93,7 @@ void TablixTable::FillGroupStart(std::size_t index, TableRow& row) {
     // Inner groups follow the outer ones that begin at the same row.
     for (; start != m_starts.end() && start->row == index; ++start) {
         const GroupPlan& group = m_plan.rows.groups[At(start->group)];
-        Enter(Scope{m_region.get(), start->group, -1, start->instance, 0});
+        Enter(Scope::Of(m_region.get(), TableAxis::Rows, start->group, start->instance));
         if (group.pageBreak.pageName.isSet) {
             row.pageName = m_builder.Text(group.pageBreak.pageName);
         }
@@ -124,7 +124,8 @@ void TablixTable::FillHeaderRow(int header, TableRow& row) {
             const bool reachesDown = below.collapsed && below.group == member.scopeGroup;
             const int rows = reachesDown ? static_cast<int>(m_plan.columns.headerSizes.size()) - header
                                          : member.headerSpan;
-            AddCell(*member.header, Scope{m_region.get(), -1, member.scopeGroup, 0, cell.instance},
+            AddCell(*member.header,
+                    Scope::Of(m_region.get(), TableAxis::Columns, member.scopeGroup, cell.instance),
                     cell.column, cell.span, rows, row, used);
         }
     }
@@ -142,7 +143,8 @@ void TablixTable::FillRowHeaders(std::size_t index, TableRow& row, std::size_t& 
     for (; header != m_headers.end() && header->row == index; ++header) {
         const MemberPlan& member = m_plan.rows.members[At(header->member)];
         const bool reachesOver = collapsed >= 0 && member.scopeGroup == collapsed;
-        AddCell(*member.header, Scope{m_region.get(), member.scopeGroup, -1, header->instance, 0},
+        AddCell(*member.header,
+                Scope::Of(m_region.get(), TableAxis::Rows, member.scopeGroup, header->instance),
                 member.headerBegin, reachesOver ? m_headerCount - member.headerBegin : member.headerSpan,
                 static_cast<int>(header->span), row, used);
     }

@@ -91,15 +91,14 @@ void TablixTable::Enter(const Scope& scope) {
     }
 }
 
-bool TablixTable::IsHidden(const MemberPlan& member, bool isRows, std::uint32_t instance) {
+bool TablixTable::IsHidden(const MemberPlan& member, TableAxis axis, std::uint32_t instance) {
     if (member.definition->hideIfNoRows && m_region->rows.empty()) {
         return true;
     }
     if (!member.hidden.isSet) {
         return false;
     }
-    Enter(isRows ? Scope{m_region.get(), member.scopeGroup, -1, instance, 0}
-                 : Scope{m_region.get(), -1, member.scopeGroup, 0, instance});
+    Enter(Scope::Of(m_region.get(), axis, member.scopeGroup, instance));
     return m_builder.IsTrue(member.hidden);
 }
 
@@ -112,7 +111,7 @@ void TablixTable::ExpandColumns(const std::vector<int>& members, std::uint32_t i
         }
         const auto& instances = m_region->columnGroups[At(member.group)].instances;
         const int parent = m_plan.columns.groups[At(member.group)].parent;
-        for (std::uint32_t i = m_region->FirstWithin(false, member.group, parent, instance);
+        for (std::uint32_t i = m_region->FirstWithin(TableAxis::Columns, member.group, parent, instance);
              i < instances.size() && instances[i].parent == instance; ++i) {
             ExpandColumn(index, i);
         }
@@ -132,8 +131,9 @@ void TablixTable::MoveHeadersInside() {
     for (; before < m_columns.size(); ++before) {
         const Column& column = m_columns[before];
         const int own = column.group;
-        if (own < 0 || !m_region->IsAround(false, group, own) ||
-            m_region->Ancestor(false, own, column.instance, group) >= static_cast<std::uint32_t>(wanted)) {
+        if (own < 0 || !m_region->IsAround(TableAxis::Columns, group, own) ||
+            m_region->Ancestor(TableAxis::Columns, own, column.instance, group) >=
+                static_cast<std::uint32_t>(wanted)) {
             break;
         }
     }
@@ -155,7 +155,7 @@ int TablixTable::PlaceOf(int column) const {
 
 void TablixTable::ExpandColumn(int index, std::uint32_t instance) {
     const MemberPlan& member = m_plan.columns.members[At(index)];
-    if (IsHidden(member, false, instance)) {
+    if (IsHidden(member, TableAxis::Columns, instance)) {
         return;
     }
     if (m_columns.size() >= MaxColumns) {
@@ -204,7 +204,7 @@ void TablixTable::ExpandInstances(int index, std::uint32_t parent) {
     const MemberPlan& member = m_plan.rows.members[At(index)];
     const GroupPlan& group = m_plan.rows.groups[At(member.group)];
     const auto& instances = m_region->rowGroups[At(member.group)].instances;
-    const std::uint32_t first = m_region->FirstWithin(true, member.group, group.parent, parent);
+    const std::uint32_t first = m_region->FirstWithin(TableAxis::Rows, member.group, group.parent, parent);
     for (std::uint32_t i = first; i < instances.size() && instances[i].parent == parent; ++i) {
         const std::size_t begin = m_rows.size();
         ExpandRow(index, i);
@@ -216,7 +216,7 @@ void TablixTable::ExpandInstances(int index, std::uint32_t parent) {
 
 void TablixTable::ExpandRow(int index, std::uint32_t instance) {
     const MemberPlan& member = m_plan.rows.members[At(index)];
-    if (IsHidden(member, true, instance)) {
+    if (IsHidden(member, TableAxis::Rows, instance)) {
         return;
     }
     if (m_rows.size() >= MaxRows) {
@@ -285,7 +285,7 @@ void TablixTable::MarkBreaks(const GroupPlan& group, int groupIndex, std::uint32
     if (rule.location == Location::None) {
         return;
     }
-    Enter(Scope{m_region.get(), groupIndex, -1, instance, 0});
+    Enter(Scope::Of(m_region.get(), TableAxis::Rows, groupIndex, instance));
     if (m_builder.IsTrue(rule.disabled)) {
         return;
     }

@@ -84,7 +84,7 @@ class TablixTable final : public TableInstance {
     void NoteRepeats(const std::vector<int>& members, const std::vector<std::size_t>& ends,
                      std::size_t begin);
     void LinkRepeats();
-    bool IsHidden(const MemberPlan& member, bool isRows, std::uint32_t instance);
+    bool IsHidden(const MemberPlan& member, TableAxis axis, std::uint32_t instance);
 
     void SortCells(TableRow& row) const;
     void FillHeaderRow(int header, TableRow& row);

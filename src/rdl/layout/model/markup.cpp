@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/layout/model/markup.h"
 
+#include <QChar>
 #include <algorithm>
 #include <array>
 #include <charconv>
 
 #include "rdl/layout/model/colors.h"
 #include "rdl/values/ascii.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::layout {
 namespace {
@@ -15,31 +17,9 @@ constexpr std::size_t DeepestTag = 100;  // tags within each other beyond it cha
 constexpr int DeepestList = 9;
 constexpr std::size_t MostParagraphs = 10'000;  // of one text; what follows runs on in the last
 
-bool IsBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f';
-}
-
-void AppendUtf8(std::uint32_t code, std::string& out) {
-    if (code < 0x80) {
-        out += static_cast<char>(code);
-    } else if (code < 0x800) {
-        out += static_cast<char>(0xC0 | code >> 6);
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    } else if (code < 0x10000) {
-        out += static_cast<char>(0xE0 | code >> 12);
-        out += static_cast<char>(0x80 | (code >> 6 & 0x3F));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    } else {
-        out += static_cast<char>(0xF0 | code >> 18);
-        out += static_cast<char>(0x80 | (code >> 12 & 0x3F));
-        out += static_cast<char>(0x80 | (code >> 6 & 0x3F));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    }
-}
-
 struct Entity {
     std::string_view name;
-    std::uint32_t code;
+    char32_t code;
 };
 constexpr Entity Entities[] = {
     {"amp", '&'},     {"lt", '<'},       {"gt", '>'},       {"quot", '"'},     {"apos", '\''},
@@ -54,7 +34,7 @@ constexpr Entity Entities[] = {
 };
 
 // What stands between & and ;, as a character; 0 when it stands for none.
-std::uint32_t CodeOf(std::string_view name) {
+char32_t CodeOf(std::string_view name) {
     if (name.starts_with('#')) {
         name.remove_prefix(1);
         const bool isHex = !name.empty() && AsciiLower(name.front()) == 'x';
@@ -63,7 +43,7 @@ std::uint32_t CodeOf(std::string_view name) {
         const auto [end, error] =
             std::from_chars(name.data(), name.data() + name.size(), code, isHex ? 16 : 10);
         const bool isWhole = error == std::errc() && end == name.data() + name.size();
-        const bool isText = code >= ' ' && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
+        const bool isText = code >= ' ' && code <= 0x10FFFF && !QChar::isSurrogate(code);
         return isWhole && isText ? code : 0;
     }
     const auto* const found = std::find_if(std::begin(Entities), std::end(Entities),
@@ -76,7 +56,7 @@ void TakeCharacter(std::string_view html, std::size_t& at, std::string& out) {
     constexpr std::size_t LongestEntity = 12;
     if (html[at] == '&') {
         const std::size_t end = html.substr(at, LongestEntity).find(';');
-        const std::uint32_t code = end == std::string_view::npos ? 0 : CodeOf(html.substr(at + 1, end - 1));
+        const char32_t code = end == std::string_view::npos ? 0 : CodeOf(html.substr(at + 1, end - 1));
         if (code) {
             AppendUtf8(code, out);
             at += end + 1;
@@ -110,10 +90,10 @@ Tag ReadTag(std::string_view inside) {
     }
     while (at < inside.size()) {
         std::string name;
-        while (at < inside.size() && (IsBlank(inside[at]) || inside[at] == '/')) {
+        while (at < inside.size() && (IsAsciiSpace(inside[at]) || inside[at] == '/')) {
             ++at;
         }
-        while (at < inside.size() && !IsBlank(inside[at]) && inside[at] != '=') {
+        while (at < inside.size() && !IsAsciiSpace(inside[at]) && inside[at] != '=') {
             name += AsciiLower(inside[at++]);
         }
         if (at >= inside.size() || inside[at] != '=') {
@@ -123,7 +103,7 @@ Tag ReadTag(std::string_view inside) {
         const bool isQuoted = at < inside.size() && (inside[at] == '"' || inside[at] == '\'');
         const std::string_view rest = inside.substr(isQuoted ? at + 1 : at);
         const std::size_t length =
-            std::min(isQuoted ? rest.find(inside[at]) : rest.find_first_of(" \t\r\n"), rest.size());
+            std::min(isQuoted ? rest.find(inside[at]) : rest.find_first_of(" \t\r\n\f"), rest.size());
         const std::string value = Decoded(rest.substr(0, length));
         at += length + (isQuoted ? 2 : 0);
         if (name == "href") {
@@ -179,13 +159,13 @@ class MarkupReader {
         const std::size_t end = m_html.find('>', at);
         const Tag tag = ReadTag(m_html.substr(at + 1, end - at - 1));
         if (!tag.closes && (tag.name == "script" || tag.name == "style" || tag.name == "title")) {
-            return BehindEndOf(tag.name, end + 1);
+            return AfterEndOf(tag.name, end + 1);
         }
         Apply(tag);
         return end + 1;
     }
 
-    std::size_t BehindEndOf(const std::string& name, std::size_t at) const {
+    std::size_t AfterEndOf(const std::string& name, std::size_t at) const {
         for (at = m_html.find("</", at); at != std::string_view::npos; at = m_html.find("</", at + 2)) {
             const std::string_view found = m_html.substr(at + 2, name.size());
             if (std::equal(found.begin(), found.end(), name.begin(), name.end(),
@@ -293,7 +273,7 @@ class MarkupReader {
     void TakeText(std::size_t& at) {
         std::string text;
         while (at < m_html.size() && (m_html[at] != '<' || !IsTagAt(at))) {
-            if (IsBlank(m_html[at])) {
+            if (IsAsciiSpace(m_html[at])) {
                 NoteBlank();
                 ++at;
                 continue;

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "rdl/values/ascii.h"
+
 namespace rdl::layout {
 namespace {
 
@@ -14,19 +16,11 @@ struct Unit {
 constexpr Unit Units[] = {{"pt", 1},         {"in", 72}, {"cm", 72 / 2.54},
                           {"mm", 72 / 25.4}, {"pc", 12}, {"px", 0.75}};
 
-std::string_view Trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
 }  // namespace
 
 bool ParseSize(std::string_view text, double& points) {
     text = Trimmed(text);
-    if (!text.empty() && text.front() == '+') {
+    if (text.starts_with('+')) {
         text.remove_prefix(1);
     }
     double number = 0;
@@ -36,7 +30,7 @@ bool ParseSize(std::string_view text, double& points) {
     }
     const std::string_view unit = Trimmed(text.substr(static_cast<std::size_t>(end - text.data())));
     for (const Unit& known : Units) {
-        if (unit.size() == 2 && (unit[0] | 0x20) == known.name[0] && (unit[1] | 0x20) == known.name[1]) {
+        if (EqualNoCase(unit, known.name)) {
             points = number * known.points;
             return std::abs(points) < 1e6;
         }

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "rdl/values/utf8.h"
+
 namespace rdl::layout {
 namespace {
 
@@ -52,29 +54,6 @@ bool MayBreakBetween(char32_t left, char32_t right) {
 
 }  // namespace
 
-std::size_t DecodeCharacter(std::string_view text, std::size_t at, char32_t& code) {
-    const auto lead = static_cast<unsigned char>(text[at]);
-    code = lead;
-    if (lead < 0x80) {
-        return 1;
-    }
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
-    code = 0xFFFD;
-    if (length == 1 || at + length > text.size()) {
-        return 1;
-    }
-    char32_t value = lead & (0xFF >> (length + 1));
-    for (std::size_t i = 1; i < length; ++i) {
-        const auto next = static_cast<unsigned char>(text[at + i]);
-        if ((next & 0xC0) != 0x80) {
-            return 1;
-        }
-        value = value << 6 | (next & 0x3F);
-    }
-    code = value;
-    return length;
-}
-
 bool EndsWithSoftHyphen(std::string_view text) {
     return text.ends_with("\xC2\xAD");
 }
@@ -90,11 +69,11 @@ void FindBreaks(std::string_view text, std::vector<BreakUnit>& units) {
     };
     std::size_t at = 0;
     while (at < text.size()) {
-        char32_t code = 0;
-        const std::size_t length = DecodeCharacter(text, at, code);
+        std::size_t next = at;
+        const char32_t code = NextCharacter(text, next);
         if (code == '\n' || code == '\r' || code == 0x2028 || code == 0x2029) {
             finish(at, true);
-            at += length;
+            at = next;
             if (code == '\r' && at < text.size() && text[at] == '\n') {
                 ++at;
             }
@@ -106,7 +85,7 @@ void FindBreaks(std::string_view text, std::vector<BreakUnit>& units) {
             finish(at, false);
             unit = {at, at, at, false};
         }
-        at += length;
+        at = next;
         if (!IsSpace(code)) {
             unit.visibleEnd = at;
         }

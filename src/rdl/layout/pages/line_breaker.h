@@ -15,10 +15,6 @@ struct BreakUnit {
     bool hardBreak = false;  // a mandatory break follows
 };
 
-// Decodes the UTF-8 character at `at` and returns its length in bytes, at least 1 and never past the end.
-// `code` is U+FFFD if it is malformed.
-std::size_t DecodeCharacter(std::string_view text, std::size_t at, char32_t& code);
-
 // Whether the line ends with a soft hyphen, which is visible only there.
 bool EndsWithSoftHyphen(std::string_view text);
 

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "rdl/values/utf8.h"
+
 namespace rdl::layout {
 namespace {
 
@@ -167,8 +169,8 @@ std::size_t TextLayout::FittingEnd(std::size_t begin, std::size_t end, double wi
     double used = 0;
     std::size_t at = begin;
     while (at < end) {
-        char32_t code = 0;
-        const std::size_t next = at + DecodeCharacter(m_text, at, code);
+        std::size_t next = at;
+        NextCharacter(m_text, next);
         used += Width(at, next);
         if (used > width + Tolerance && at > begin) {
             break;

@@ -13,6 +13,7 @@
 #include "rdl/definition/gauge.h"
 #include "rdl/expr/operations/filter_operator.h"
 #include "rdl/layout/plan/property.h"
+#include "rdl/layout/plan/scope.h"
 #include "rdl/layout/plan/style_plan.h"
 
 namespace rdl::layout {
@@ -174,9 +175,9 @@ class Planner {
     void Kinds(const ReportItem& item, ItemPlan& plan);
     std::unique_ptr<TablixPlan> Region(const Tablix& tablix);
     void Gauge(const GaugePanel& panel, ItemPlan& plan);
-    void Hierarchy(const std::vector<TablixMember>& members, bool isRows, HierarchyPlan& plan);
-    std::vector<int> Members(const std::vector<TablixMember>& members, bool isRows, int group, double begin,
-                             std::vector<double>& begins, HierarchyPlan& plan);
+    void Hierarchy(const std::vector<TablixMember>& members, TableAxis axis, HierarchyPlan& plan);
+    std::vector<int> Members(const std::vector<TablixMember>& members, TableAxis axis, int group,
+                             double begin, std::vector<double>& begins, HierarchyPlan& plan);
     GroupPlan GroupOf(const TablixMember& member, int parent, const HierarchyPlan& plan) const;
     void Cells(const Tablix& tablix, TablixPlan& plan);
 

@@ -72,9 +72,9 @@ GroupPlan Planner::GroupOf(const TablixMember& member, int parent, const Hierarc
     return made;
 }
 
-std::vector<int> Planner::Members(const std::vector<TablixMember>& members, bool isRows, int group,
+std::vector<int> Planner::Members(const std::vector<TablixMember>& members, TableAxis axis, int group,
                                   double begin, std::vector<double>& begins, HierarchyPlan& plan) {
-    int& here = isRows ? m_rowGroup : m_columnGroup;
+    int& here = axis == TableAxis::Rows ? m_rowGroup : m_columnGroup;
     std::vector<int> indexes;
     for (const TablixMember& member : members) {
         const auto index = plan.members.size();
@@ -98,7 +98,7 @@ std::vector<int> Planner::Members(const std::vector<TablixMember>& members, bool
             plan.members[index].leaf = plan.leafCount++;
         } else {
             const double inner = begin + (member.header ? member.headerSize : 0);
-            auto children = Members(member.members, isRows, own, inner, begins, plan);
+            auto children = Members(member.members, axis, own, inner, begins, plan);
             plan.members[index].children = std::move(children);
         }
         here = group;
@@ -106,9 +106,9 @@ std::vector<int> Planner::Members(const std::vector<TablixMember>& members, bool
     return indexes;
 }
 
-void Planner::Hierarchy(const std::vector<TablixMember>& members, bool isRows, HierarchyPlan& plan) {
+void Planner::Hierarchy(const std::vector<TablixMember>& members, TableAxis axis, HierarchyPlan& plan) {
     std::vector<double> begins;
-    plan.roots = Members(members, isRows, -1, 0, begins, plan);
+    plan.roots = Members(members, axis, -1, 0, begins, plan);
     PlaceHeaders(begins, plan);
 }
 
@@ -168,8 +168,8 @@ std::unique_ptr<TablixPlan> Planner::Region(const Tablix& tablix) {
     const bool outerHides = std::exchange(m_hidesDuplicates, false);
     m_region = plan.get();
     m_rowGroup = m_columnGroup = -1;
-    Hierarchy(tablix.rowMembers, true, plan->rows);
-    Hierarchy(tablix.columnMembers, false, plan->columns);
+    Hierarchy(tablix.rowMembers, TableAxis::Rows, plan->rows);
+    Hierarchy(tablix.columnMembers, TableAxis::Columns, plan->columns);
     if (static_cast<std::size_t>(plan->rows.leafCount) != tablix.rows.size()) {
         throw Error("Tablix \"" + tablix.name + "\" has " + std::to_string(tablix.rows.size()) +
                     " rows, but its row members have " + std::to_string(plan->rows.leafCount));

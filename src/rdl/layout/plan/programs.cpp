@@ -381,7 +381,7 @@ class Programs::Walker {
     int m_depth = 0;
 };
 
-Programs::Programs(const Definition& definition, const std::map<std::string, Table>* tables, bool everything)
+Programs::Programs(const Definition& definition, const std::map<std::string, Table>* tables)
     : m_context(std::make_unique<Context>(definition, tables)) {
     if (definition.dataSets.size() == 1) {
         m_onlyDataSet = definition.dataSets.front().name;
@@ -394,7 +394,7 @@ Programs::Programs(const Definition& definition, const std::map<std::string, Tab
     Walker(*this, definition, false).Report();
     Walker walker(*this, definition, true);
     walker.Report();
-    if (everything) {
+    if (!tables) {
         walker.Earlier();
     }
 }

@@ -16,10 +16,10 @@ namespace rdl::layout {
 
 class Programs {
  public:
-    // Field slots are those of `tables`, or of the definition if it is null. `everything` adds what other
-    // stages evaluate (parameters, queries, calculated fields), so that opening a report finds their errors
-    // too. Raises rdl::Error naming item and property. `definition` must outlive this.
-    Programs(const Definition& definition, const std::map<std::string, Table>* tables, bool everything);
+    // Field slots are those of `tables`. Null checks a report that is opened: field slots are those of the
+    // definition, and what other stages evaluate (parameters, queries, calculated fields) is compiled too.
+    // Raises rdl::Error naming item and property. `definition` must outlive this.
+    Programs(const Definition& definition, const std::map<std::string, Table>* tables);
     ~Programs();
     Programs(const Programs&) = delete;
     Programs& operator=(const Programs&) = delete;

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/layout/region/evaluator.h"
 
-#include <algorithm>
-
 #include "rdl/definition/context.h"
 #include "rdl/expr/globals.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {
@@ -21,12 +20,6 @@ struct Deeper {
     ~Deeper() { --m_depth; }
     int& m_depth;
 };
-
-std::string Lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return text;
-}
 
 }  // namespace
 
@@ -111,11 +104,11 @@ Value Evaluator::Global(expr::GlobalName name) {
 }
 
 void Evaluator::Announce(const ItemPlan& item) {
-    m_items.emplace(Lower(item.definition->name), &item);
+    m_items.emplace(LowerAscii(item.definition->name), &item);
 }
 
 const ItemPlan* Evaluator::FindItem(const std::string& name) const {
-    const auto found = m_items.find(Lower(name));
+    const auto found = m_items.find(LowerAscii(name));
     return found == m_items.end() ? nullptr : found->second;
 }
 
@@ -151,14 +144,14 @@ Value Evaluator::ReportItem(const std::string& name) {
     if (!scope.region && item.region) {
         return {};
     }
-    const auto widen = [&scope](bool isRows, int wanted, int& group, std::uint32_t& instance) {
-        if (scope.region && group >= 0 && (wanted < 0 || scope.region->IsAround(isRows, wanted, group))) {
-            instance = wanted < 0 ? 0 : scope.region->Ancestor(isRows, group, instance, wanted);
+    const auto widen = [&scope](TableAxis axis, int wanted, int& group, std::uint32_t& instance) {
+        if (scope.region && group >= 0 && (wanted < 0 || scope.region->IsAround(axis, wanted, group))) {
+            instance = wanted < 0 ? 0 : scope.region->Ancestor(axis, group, instance, wanted);
             group = wanted;
         }
     };
-    widen(true, item.rowGroup, scope.rowGroup, scope.row);
-    widen(false, item.columnGroup, scope.columnGroup, scope.column);
+    widen(TableAxis::Rows, item.rowGroup, scope.rowGroup, scope.row);
+    widen(TableAxis::Columns, item.columnGroup, scope.columnGroup, scope.column);
     const Stay stay(*this);
     Enter(scope);
     return item.paragraphs.front().runs.front().value.Get(*this);
@@ -166,10 +159,10 @@ Value Evaluator::ReportItem(const std::string& name) {
 
 Value Evaluator::GroupVariable(const std::string& name, bool& found) {
     for (Scope scope = m_place.scope; scope.region; scope = scope.region->outer) {
-        for (const bool isRows : {true, false}) {
-            const auto& groups = scope.region->Plan(isRows).groups;
-            int group = isRows ? scope.rowGroup : scope.columnGroup;
-            std::uint32_t instance = isRows ? scope.row : scope.column;
+        for (const TableAxis axis : {TableAxis::Rows, TableAxis::Columns}) {
+            const auto& groups = scope.region->Plan(axis).groups;
+            int group = scope.Group(axis);
+            std::uint32_t instance = scope.Instance(axis);
             while (group >= 0) {
                 const GroupPlan& plan = groups[At(group)];
                 const auto& variables = plan.definition->variables;
@@ -181,13 +174,12 @@ Value Evaluator::GroupVariable(const std::string& name, bool& found) {
                     GroupVariableValue& kept = m_groupVariables[&plan.variables[i]];
                     if (kept.region != scope.region->id || kept.instance != instance) {
                         const Stay stay(*this);
-                        Enter(isRows ? Scope{scope.region, group, -1, instance, 0}
-                                     : Scope{scope.region, -1, group, 0, instance});
+                        Enter(Scope::Of(scope.region, axis, group, instance));
                         kept = {scope.region->id, instance, plan.variables[i].Get(*this)};
                     }
                     return kept.value;
                 }
-                instance = scope.region->Groups(isRows)[At(group)].instances[instance].parent;
+                instance = scope.region->Groups(axis)[At(group)].instances[instance].parent;
                 group = plan.parent;
             }
         }

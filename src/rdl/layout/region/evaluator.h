@@ -106,9 +106,9 @@ class Evaluator final : public expr::Environment {
 
     bool Resolve(const std::string& name, Target& target) const;
     static bool ResolveIn(const Scope& scope, const std::string& name, Scope& found);
-    bool InstanceRange(const std::string& name, bool& alongRows, std::uint32_t& first) const;
-    bool IsInnermost(const std::string& name, bool& isRows) const;
-    bool RunningRange(const std::string& name, bool& alongRows, std::uint32_t& first) const;
+    bool InstanceRange(const std::string& name, TableAxis& axis, std::uint32_t& first) const;
+    bool IsInnermost(const std::string& name, TableAxis& axis) const;
+    bool RunningRange(const std::string& name, TableAxis& axis, std::uint32_t& first) const;
     bool PreviousGroups(const expr::AggregateCall& call, Scope& named, Scope& own) const;
     bool PreviousPlace(const expr::AggregateCall& call, Scope& before);
     ValueList KeysOf(const Scope& scope);

@@ -39,17 +39,16 @@ bool Evaluator::ResolveIn(const Scope& scope, const std::string& name, Scope& fo
         found = Scope{&region};
         return true;
     }
-    for (const bool isRows : {true, false}) {
-        const auto& plans = region.Plan(isRows).groups;
-        int group = isRows ? scope.rowGroup : scope.columnGroup;
-        std::uint32_t instance = isRows ? scope.row : scope.column;
+    for (const TableAxis axis : {TableAxis::Rows, TableAxis::Columns}) {
+        const auto& plans = region.Plan(axis).groups;
+        int group = scope.Group(axis);
+        std::uint32_t instance = scope.Instance(axis);
         while (group >= 0) {
             if (plans[At(group)].definition->name == name) {
-                found =
-                    isRows ? Scope{&region, group, -1, instance, 0} : Scope{&region, -1, group, 0, instance};
+                found = Scope::Of(&region, axis, group, instance);
                 return true;
             }
-            instance = region.Groups(isRows)[At(group)].instances[instance].parent;
+            instance = region.Groups(axis)[At(group)].instances[instance].parent;
             group = plans[At(group)].parent;
         }
     }
@@ -121,9 +120,9 @@ void Evaluator::AddRows(const expr::AggregateCall& call, const Scope& scope, exp
 bool Evaluator::AddInstances(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum) {
     const Region& region = *scope.region;
     for (const expr::AggregateCall* inner : call.argument->Aggregates()) {
-        for (const bool isRows : {true, false}) {
-            const auto& plans = region.Plan(isRows).groups;
-            const int outer = isRows ? scope.rowGroup : scope.columnGroup;
+        for (const TableAxis axis : {TableAxis::Rows, TableAxis::Columns}) {
+            const auto& plans = region.Plan(axis).groups;
+            const int outer = scope.Group(axis);
             const auto plan = std::find_if(plans.begin(), plans.end(), [inner](const GroupPlan& candidate) {
                 return candidate.definition->name == inner->scope;
             });
@@ -131,17 +130,17 @@ bool Evaluator::AddInstances(const expr::AggregateCall& call, const Scope& scope
                 continue;
             }
             const int group = static_cast<int>(plan - plans.begin());
-            if (outer >= 0 && (group == outer || !region.IsAround(isRows, outer, group))) {
+            if (outer >= 0 && (group == outer || !region.IsAround(axis, outer, group))) {
                 continue;
             }
-            const std::uint32_t within = isRows ? scope.row : scope.column;
-            const auto count = static_cast<std::uint32_t>(region.Groups(isRows)[At(group)].instances.size());
+            const std::uint32_t within = scope.Instance(axis);
+            const auto count = static_cast<std::uint32_t>(region.Groups(axis)[At(group)].instances.size());
             const Stay stay(*this);
-            for (std::uint32_t i = region.FirstWithin(isRows, group, outer, within);
-                 i < count && (outer < 0 || region.Ancestor(isRows, group, i, outer) == within); ++i) {
+            for (std::uint32_t i = region.FirstWithin(axis, group, outer, within);
+                 i < count && (outer < 0 || region.Ancestor(axis, group, i, outer) == within); ++i) {
                 Scope instance = scope;
-                (isRows ? instance.rowGroup : instance.columnGroup) = group;
-                (isRows ? instance.row : instance.column) = i;
+                instance.Group(axis) = group;
+                instance.Instance(axis) = i;
                 Enter(instance);
                 sum.Add(call.argument->Evaluate(*this));
             }
@@ -232,7 +231,7 @@ Value Evaluator::Aggregate(const expr::AggregateCall& call) {
 
 // Which way the running goes from a scope's first instance to the current one. False when the current place
 // is no instance of a group within the scope.
-bool Evaluator::InstanceRange(const std::string& name, bool& alongRows, std::uint32_t& first) const {
+bool Evaluator::InstanceRange(const std::string& name, TableAxis& axis, std::uint32_t& first) const {
     const Scope& here = m_place.scope;
     if (!here.region) {
         return false;
@@ -247,41 +246,40 @@ bool Evaluator::InstanceRange(const std::string& name, bool& alongRows, std::uin
             outer = target.scope;
         }
     }
-    alongRows = outer.columnGroup < 0 && here.rowGroup >= 0;
-    const int group = alongRows ? here.rowGroup : here.columnGroup;
+    axis = outer.columnGroup < 0 && here.rowGroup >= 0 ? TableAxis::Rows : TableAxis::Columns;
+    const int group = here.Group(axis);
     if (group < 0) {
         return false;
     }
-    const int outerGroup = alongRows ? outer.rowGroup : outer.columnGroup;
-    const std::uint32_t instance = alongRows ? here.row : here.column;
+    const int outerGroup = outer.Group(axis);
+    const std::uint32_t instance = here.Instance(axis);
     first = outerGroup == group ? instance
-                                : here.region->FirstWithin(alongRows, group, outerGroup,
-                                                           alongRows ? outer.row : outer.column);
+                                : here.region->FirstWithin(axis, group, outerGroup, outer.Instance(axis));
     return true;
 }
 
 // Whether a name is that of the innermost group on one side of the current place.
-bool Evaluator::IsInnermost(const std::string& name, bool& isRows) const {
+bool Evaluator::IsInnermost(const std::string& name, TableAxis& axis) const {
     const Scope& here = m_place.scope;
     Target target;
     if (name.empty() || !here.region || !Resolve(name, target) || target.scope.region != here.region) {
         return false;
     }
-    isRows = target.scope.rowGroup >= 0;
-    return isRows ? target.scope.rowGroup == here.rowGroup
-                  : target.scope.columnGroup >= 0 && target.scope.columnGroup == here.columnGroup;
+    axis = target.scope.GroupAxis();
+    const int group = target.scope.Group(axis);
+    return group >= 0 && group == here.Group(axis);
 }
 
 // As InstanceRange. A total that restarts in each instance of a cell's own group runs along the groups of the
 // other hierarchy.
-bool Evaluator::RunningRange(const std::string& name, bool& alongRows, std::uint32_t& first) const {
-    if (!InstanceRange(name, alongRows, first)) {
+bool Evaluator::RunningRange(const std::string& name, TableAxis& axis, std::uint32_t& first) const {
+    if (!InstanceRange(name, axis, first)) {
         return false;
     }
     const Scope& here = m_place.scope;
-    bool ofRows = true;
-    if (IsInnermost(name, ofRows) && (ofRows ? here.columnGroup : here.rowGroup) >= 0) {
-        alongRows = !ofRows;
+    TableAxis own = TableAxis::Rows;
+    if (IsInnermost(name, own) && here.Group(Across(own)) >= 0) {
+        axis = Across(own);
         first = 0;
     }
     return true;
@@ -290,27 +288,26 @@ bool Evaluator::RunningRange(const std::string& name, bool& alongRows, std::uint
 Value Evaluator::RunningOver(const expr::AggregateCall& call) {
     const bool counts = call.kind == expr::AggregateKind::RowNumber;
     const expr::AggregateKind kind = counts ? expr::AggregateKind::CountRows : call.running;
-    bool alongRows = true;
+    TableAxis axis = TableAxis::Rows;
     std::uint32_t first = 0;
     const Scope here = m_place.scope;
     expr::AggregateCall plain;
     plain.kind = kind;
     plain.argument = counts ? nullptr : call.argument;
-    if (!RunningRange(call.scope, alongRows, first)) {
+    if (!RunningRange(call.scope, axis, first)) {
         Target target{here, m_place.table};
         if (!call.scope.empty() && !Resolve(call.scope, target)) {
             return Value::Error("There is no scope " + call.scope + " around this expression");
         }
         return OverTarget(plain, target);
     }
-    const std::uint32_t last = alongRows ? here.row : here.column;
+    const std::uint32_t last = here.Instance(axis);
     Scope start = here;
-    (alongRows ? start.row : start.column) = first;
+    start.Instance(axis) = first;
     if (m_running.size() >= MaxCached) {
         m_running.clear();
     }
-    const std::uint64_t key =
-        static_cast<std::uint64_t>(call.id) << 32 | (alongRows ? here.column : here.row);
+    const std::uint64_t key = static_cast<std::uint64_t>(call.id) << 32 | here.Instance(Across(axis));
     const auto entry = m_running.find(key);
     const bool goesOn = entry != m_running.end() && entry->second.start == start &&
                         entry->second.region == here.region->id && entry->second.next <= last + 1;
@@ -319,20 +316,20 @@ Value Evaluator::RunningOver(const expr::AggregateCall& call) {
         goesOn ? entry->second : m_running.insert_or_assign(key, std::move(fresh)).first->second;
     Scope instance = here;
     while (running.next <= last) {
-        (alongRows ? instance.row : instance.column) = running.next++;
+        instance.Instance(axis) = running.next++;
         AddRows(plain, instance, running.sum);
     }
     return running.sum.Result();
 }
 
 bool Evaluator::PlaceBefore(const std::string& scope, Scope& before) const {
-    bool alongRows = true;
+    TableAxis axis = TableAxis::Rows;
     std::uint32_t first = 0;
-    if (!InstanceRange(scope, alongRows, first)) {
+    if (!InstanceRange(scope, axis, first)) {
         return false;
     }
     before = m_place.scope;
-    std::uint32_t& instance = alongRows ? before.row : before.column;
+    std::uint32_t& instance = before.Instance(axis);
     if (instance <= first) {
         return false;
     }
@@ -344,7 +341,7 @@ bool Evaluator::PlaceBefore(const std::string& scope, Scope& before) const {
 // aggregate is over: Previous(Sum(X, "Day"), "Year") is the same day's of the year before.
 bool Evaluator::PreviousGroups(const expr::AggregateCall& call, Scope& named, Scope& own) const {
     const auto& inner = call.argument->Aggregates();
-    bool isRows = true;
+    TableAxis axis = TableAxis::Rows;
     Target target;
     if (inner.empty() || call.scope.empty() || !Resolve(call.scope, target) ||
         target.scope.region != m_place.scope.region) {
@@ -353,25 +350,24 @@ bool Evaluator::PreviousGroups(const expr::AggregateCall& call, Scope& named, Sc
     named = target.scope;
     if (inner.front()->scope.empty()) {
         own = named;
-        return IsInnermost(call.scope, isRows);
+        return IsInnermost(call.scope, axis);
     }
     if (!Resolve(inner.front()->scope, target) || target.scope.region != named.region) {
         return false;
     }
     own = target.scope;
-    isRows = named.rowGroup >= 0;
-    const int outer = isRows ? named.rowGroup : named.columnGroup;
-    const int group = isRows ? own.rowGroup : own.columnGroup;
-    return outer >= 0 && group >= 0 && named.region->IsAround(isRows, outer, group);
+    axis = named.GroupAxis();
+    const int outer = named.Group(axis);
+    const int group = own.Group(axis);
+    return outer >= 0 && group >= 0 && named.region->IsAround(axis, outer, group);
 }
 
 ValueList Evaluator::KeysOf(const Scope& scope) {
-    const bool isRows = scope.rowGroup >= 0;
+    const TableAxis axis = scope.GroupAxis();
     const Stay stay(*this);
     Enter(scope);
     ValueList keys;
-    for (const Property& key :
-         scope.region->Plan(isRows).groups[At(isRows ? scope.rowGroup : scope.columnGroup)].keys) {
+    for (const Property& key : scope.region->Plan(axis).groups[At(scope.Group(axis))].keys) {
         keys.push_back(key.Get(*this));
     }
     return keys;
@@ -379,14 +375,14 @@ ValueList Evaluator::KeysOf(const Scope& scope) {
 
 // The instance of a scope's group, within an instance of the group around it, that has the scope's keys.
 bool Evaluator::SameWithin(const Scope& scope, std::uint32_t parent, std::uint32_t& found) {
-    const bool isRows = scope.rowGroup >= 0;
-    const int group = isRows ? scope.rowGroup : scope.columnGroup;
-    const auto& instances = scope.region->Groups(isRows)[At(group)].instances;
+    const TableAxis axis = scope.GroupAxis();
+    const int group = scope.Group(axis);
+    const auto& instances = scope.region->Groups(axis)[At(group)].instances;
     const ValueList wanted = KeysOf(scope);
     Scope candidate = scope;
-    std::uint32_t& instance = isRows ? candidate.row : candidate.column;
+    std::uint32_t& instance = candidate.Instance(axis);
     instance =
-        scope.region->FirstWithin(isRows, group, scope.region->Plan(isRows).groups[At(group)].parent, parent);
+        scope.region->FirstWithin(axis, group, scope.region->Plan(axis).groups[At(group)].parent, parent);
     for (; instance < instances.size() && instances[instance].parent == parent; ++instance) {
         const ValueList keys = KeysOf(candidate);
         if (std::equal(keys.begin(), keys.end(), wanted.begin(), wanted.end(),
@@ -403,30 +399,29 @@ bool Evaluator::PreviousPlace(const expr::AggregateCall& call, Scope& before) {
     if (!PreviousGroups(call, named, own)) {
         return PlaceBefore(call.scope, before);
     }
-    const bool isRows = named.rowGroup >= 0;
-    const int outer = isRows ? named.rowGroup : named.columnGroup;
-    const int group = isRows ? own.rowGroup : own.columnGroup;
-    std::uint32_t instance = isRows ? named.row : named.column;
+    const TableAxis axis = named.GroupAxis();
+    const int outer = named.Group(axis);
+    const int group = own.Group(axis);
+    std::uint32_t instance = named.Instance(axis);
     if (instance == 0) {
         return false;
     }
     --instance;
-    const auto& plans = named.region->Plan(isRows).groups;
+    const auto& plans = named.region->Plan(axis).groups;
     std::vector<int> path;
     for (int step = group; step != outer; step = plans[At(step)].parent) {
         path.insert(path.begin(), step);
     }
     for (const int step : path) {
-        const std::uint32_t here = named.region->Ancestor(isRows, group, isRows ? own.row : own.column, step);
-        const Scope same =
-            isRows ? Scope{named.region, step, -1, here, 0} : Scope{named.region, -1, step, 0, here};
+        const std::uint32_t here = named.region->Ancestor(axis, group, own.Instance(axis), step);
+        const Scope same = Scope::Of(named.region, axis, step, here);
         if (!SameWithin(same, instance, instance)) {
             return false;
         }
     }
     before = m_place.scope;
-    (isRows ? before.rowGroup : before.columnGroup) = group;
-    (isRows ? before.row : before.column) = instance;
+    before.Group(axis) = group;
+    before.Instance(axis) = instance;
     return true;
 }
 

@@ -78,44 +78,44 @@ class Grouper {
  public:
     Grouper(Region& region, Evaluator& evaluator) : m_region(region), m_evaluator(evaluator) {}
 
-    void Hierarchy(bool isRows) {
-        const auto& plans = m_region.Plan(isRows).groups;
-        auto& groups = isRows ? m_region.rowGroups : m_region.columnGroups;
+    void Hierarchy(TableAxis axis) {
+        const auto& plans = m_region.Plan(axis).groups;
+        auto& groups = m_region.Groups(axis);
         groups.resize(plans.size());
         for (std::size_t i = 0; i < plans.size(); ++i) {
-            Group(isRows, static_cast<int>(i));
-            if (!isRows) {
+            Group(axis, static_cast<int>(i));
+            if (axis == TableAxis::Columns) {
                 NoteInstances(groups[i]);
             }
         }
     }
 
  private:
-    void Group(bool isRows, int group) {
-        const GroupPlan& plan = m_region.Plan(isRows).groups[At(group)];
+    void Group(TableAxis axis, int group) {
+        const GroupPlan& plan = m_region.Plan(axis).groups[At(group)];
         KeySplitter splitter(plan, m_region, m_evaluator);
         const std::size_t parents =
-            plan.parent < 0 ? 1 : m_region.Groups(isRows)[At(plan.parent)].instances.size();
+            plan.parent < 0 ? 1 : m_region.Groups(axis)[At(plan.parent)].instances.size();
         for (std::uint32_t parent = 0; parent < parents; ++parent) {
-            const Scope scope = ScopeOf(isRows, plan.parent, parent);
+            const Scope scope = ScopeOf(axis, plan.parent, parent);
             const auto rows = m_region.Rows(scope);
             std::vector<std::uint32_t> locals(rows.begin(), rows.end());
             if (plan.keys.empty()) {
-                Details(isRows, group, parent, std::move(locals));
+                Details(axis, group, parent, std::move(locals));
             } else {
-                Keyed(isRows, group, parent, locals, splitter);
+                Keyed(axis, group, parent, locals, splitter);
             }
         }
         m_region.Renew();
     }
 
-    Scope ScopeOf(bool isRows, int group, std::uint32_t instance) const {
-        return isRows ? Scope{&m_region, group, -1, instance, 0} : Scope{&m_region, -1, group, 0, instance};
+    Scope ScopeOf(TableAxis axis, int group, std::uint32_t instance) const {
+        return Scope::Of(&m_region, axis, group, instance);
     }
 
-    void Details(bool isRows, int group, std::uint32_t parent, std::vector<std::uint32_t> locals) {
-        const GroupPlan& plan = m_region.Plan(isRows).groups[At(group)];
-        GroupRows& made = isRows ? m_region.rowGroups[At(group)] : m_region.columnGroups[At(group)];
+    void Details(TableAxis axis, int group, std::uint32_t parent, std::vector<std::uint32_t> locals) {
+        const GroupPlan& plan = m_region.Plan(axis).groups[At(group)];
+        GroupRows& made = m_region.Groups(axis)[At(group)];
         const auto enter = [this](std::uint32_t local) {
             m_evaluator.EnterRow(m_region, m_region.rows[local]);
         };
@@ -130,10 +130,10 @@ class Grouper {
         }
     }
 
-    void Keyed(bool isRows, int group, std::uint32_t parent, const std::vector<std::uint32_t>& locals,
+    void Keyed(TableAxis axis, int group, std::uint32_t parent, const std::vector<std::uint32_t>& locals,
                KeySplitter& splitter) {
-        const GroupPlan& plan = m_region.Plan(isRows).groups[At(group)];
-        GroupRows& made = isRows ? m_region.rowGroups[At(group)] : m_region.columnGroups[At(group)];
+        const GroupPlan& plan = m_region.Plan(axis).groups[At(group)];
+        GroupRows& made = m_region.Groups(axis)[At(group)];
         std::vector<std::uint32_t> groupOf;
         const std::uint32_t count = splitter.Split(locals, groupOf);
         const auto first = static_cast<std::uint32_t>(made.instances.size());
@@ -141,9 +141,7 @@ class Grouper {
 
         std::vector<std::uint32_t> kept(count);
         std::iota(kept.begin(), kept.end(), first);
-        const auto enter = [&](std::uint32_t instance) {
-            m_evaluator.Enter(ScopeOf(isRows, group, instance));
-        };
+        const auto enter = [&](std::uint32_t instance) { m_evaluator.Enter(ScopeOf(axis, group, instance)); };
         for (const FilterPlan& filter : plan.filters) {
             ApplyFilter(filter, OwnerOf(plan), kept, m_evaluator, enter);
         }
@@ -282,8 +280,8 @@ std::shared_ptr<Region> BuildRegion(const TablixPlan& plan, const Scope& outer, 
     }
     ApplySort(plan.sorts, plan.definition->place, region->rows, evaluator, enter);
     Grouper grouper(*region, evaluator);
-    grouper.Hierarchy(true);
-    grouper.Hierarchy(false);
+    grouper.Hierarchy(TableAxis::Rows);
+    grouper.Hierarchy(TableAxis::Columns);
     return region;
 }
 

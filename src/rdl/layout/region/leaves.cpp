@@ -10,8 +10,8 @@ std::size_t At(int index) {
 
 class Leaves {
  public:
-    Leaves(const Region& region, bool isRows)
-        : m_region(region), m_plan(region.Plan(isRows)), m_isRows(isRows) {}
+    Leaves(const Region& region, TableAxis axis)
+        : m_region(region), m_plan(region.Plan(axis)), m_axis(axis) {}
 
     std::vector<Leaf> Find() {
         Members(m_plan.roots, -1, 0);
@@ -27,10 +27,10 @@ class Leaves {
                 Member(index, group, instance, alone);
                 continue;
             }
-            const auto& instances = m_region.Groups(m_isRows)[At(member.group)].instances;
-            for (std::uint32_t i = m_region.FirstWithin(m_isRows, member.group, group, instance);
+            const auto& instances = m_region.Groups(m_axis)[At(member.group)].instances;
+            for (std::uint32_t i = m_region.FirstWithin(m_axis, member.group, group, instance);
                  i < instances.size(); ++i) {
-                if (group >= 0 && m_region.Ancestor(m_isRows, member.group, i, group) != instance) {
+                if (group >= 0 && m_region.Ancestor(m_axis, member.group, i, group) != instance) {
                     break;
                 }
                 Member(index, member.group, i, false);
@@ -51,15 +51,15 @@ class Leaves {
 
     const Region& m_region;
     const HierarchyPlan& m_plan;
-    const bool m_isRows;
+    const TableAxis m_axis;
     std::vector<Leaf::Step> m_path;
     std::vector<Leaf> m_found;
 };
 
 }  // namespace
 
-std::vector<Leaf> LeavesOf(const Region& region, bool isRows) {
-    return Leaves(region, isRows).Find();
+std::vector<Leaf> LeavesOf(const Region& region, TableAxis axis) {
+    return Leaves(region, axis).Find();
 }
 
 }  // namespace rdl::layout

@@ -23,6 +23,6 @@ struct Leaf {
 };
 
 // Returns the leaves in display order.
-std::vector<Leaf> LeavesOf(const Region& region, bool isRows);
+std::vector<Leaf> LeavesOf(const Region& region, TableAxis axis);
 
 }  // namespace rdl::layout

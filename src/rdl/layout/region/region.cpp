@@ -107,17 +107,17 @@ std::span<const std::uint32_t> Region::Crossing(const Scope& scope) const {
     return {made.rows.data() + made.offsets[scope.column], made.rows.data() + made.offsets[scope.column + 1]};
 }
 
-bool Region::IsAround(bool isRows, int outerGroup, int group) const {
-    const auto& groups = Plan(isRows).groups;
+bool Region::IsAround(TableAxis axis, int outerGroup, int group) const {
+    const auto& groups = Plan(axis).groups;
     while (group >= 0 && group != outerGroup) {
         group = groups[At(group)].parent;
     }
     return group >= 0;
 }
 
-std::uint32_t Region::Ancestor(bool isRows, int group, std::uint32_t instance, int outerGroup) const {
-    const auto& plans = Plan(isRows).groups;
-    const auto& groups = Groups(isRows);
+std::uint32_t Region::Ancestor(TableAxis axis, int group, std::uint32_t instance, int outerGroup) const {
+    const auto& plans = Plan(axis).groups;
+    const auto& groups = Groups(axis);
     while (group != outerGroup && group >= 0) {
         instance = groups[At(group)].instances[instance].parent;
         group = plans[At(group)].parent;
@@ -125,16 +125,17 @@ std::uint32_t Region::Ancestor(bool isRows, int group, std::uint32_t instance, i
     return instance;
 }
 
-std::uint32_t Region::FirstWithin(bool isRows, int group, int outerGroup, std::uint32_t outerInstance) const {
+std::uint32_t Region::FirstWithin(TableAxis axis, int group, int outerGroup,
+                                  std::uint32_t outerInstance) const {
     if (outerGroup < 0) {
         return 0;
     }
     // Instances stand in the order of their ancestors.
     std::uint32_t low = 0;
-    auto high = static_cast<std::uint32_t>(Groups(isRows)[At(group)].instances.size());
+    auto high = static_cast<std::uint32_t>(Groups(axis)[At(group)].instances.size());
     while (low < high) {
         const std::uint32_t middle = low + (high - low) / 2;
-        if (Ancestor(isRows, group, middle, outerGroup) < outerInstance) {
+        if (Ancestor(axis, group, middle, outerGroup) < outerInstance) {
             low = middle + 1;
         } else {
             high = middle;

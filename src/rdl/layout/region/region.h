@@ -48,14 +48,21 @@ class Region : public std::enable_shared_from_this<Region> {
     std::span<const std::uint32_t> Rows(const Scope& scope) const;
     // Sets `row` to the first table row of a scope; returns false if it has no rows.
     bool FirstRow(const Scope& scope, std::uint32_t& row) const;
-    const std::vector<GroupRows>& Groups(bool isRows) const { return isRows ? rowGroups : columnGroups; }
-    const HierarchyPlan& Plan(bool isRows) const { return isRows ? plan.rows : plan.columns; }
+    std::vector<GroupRows>& Groups(TableAxis axis) {
+        return axis == TableAxis::Rows ? rowGroups : columnGroups;
+    }
+    const std::vector<GroupRows>& Groups(TableAxis axis) const {
+        return axis == TableAxis::Rows ? rowGroups : columnGroups;
+    }
+    const HierarchyPlan& Plan(TableAxis axis) const {
+        return axis == TableAxis::Rows ? plan.rows : plan.columns;
+    }
     // Returns the instance of an outer group that contains an instance.
-    std::uint32_t Ancestor(bool isRows, int group, std::uint32_t instance, int outerGroup) const;
+    std::uint32_t Ancestor(TableAxis axis, int group, std::uint32_t instance, int outerGroup) const;
     // Whether `outerGroup` is `group` or encloses it.
-    bool IsAround(bool isRows, int outerGroup, int group) const;
+    bool IsAround(TableAxis axis, int outerGroup, int group) const;
     // Returns the first instance of `group` within an instance of an enclosing group (-1: the region).
-    std::uint32_t FirstWithin(bool isRows, int group, int outerGroup, std::uint32_t outerInstance) const;
+    std::uint32_t FirstWithin(TableAxis axis, int group, int outerGroup, std::uint32_t outerInstance) const;
 
  private:
     std::span<const std::uint32_t> Crossing(const Scope& scope) const;

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdio>
 
+#include "rdl/values/ascii.h"
+
 namespace rdl::writers {
 
 std::string WithoutPageMarks(std::string_view text) {
@@ -35,9 +37,7 @@ std::string SafeLink(const std::string& link) {
     if (end == std::string::npos || clean[end] != ':') {
         return clean;
     }
-    std::string scheme = clean.substr(0, end);
-    std::transform(scheme.begin(), scheme.end(), scheme.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    const std::string scheme = LowerAscii(std::string_view(clean).substr(0, end));
     for (const char* allowed : {"http", "https", "mailto", "ftp", "ftps", "tel"}) {
         if (scheme == allowed) {
             return clean;

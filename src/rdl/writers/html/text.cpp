@@ -5,7 +5,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "rdl/writers/common/utf8.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::writers {
 namespace {
@@ -40,7 +40,7 @@ void AppendSpecial(char32_t code, std::string_view bytes, std::string& out) {
         case '\'':
             out += "&#39;";
             break;
-        case Replacement:
+        case ReplacementCharacter:
             out += "\xEF\xBF\xBD";
             break;
         case '\r':
@@ -64,7 +64,7 @@ void AppendHtml(std::string_view text, std::string& out) {
         out += text.substr(begin, i - begin);
         if (i < text.size()) {
             const std::size_t at = i;
-            const char32_t code = NextCodePoint(text, i);
+            const char32_t code = NextCharacter(text, i);
             AppendSpecial(code, text.substr(at, i - at), out);
         }
     }

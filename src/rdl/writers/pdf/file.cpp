@@ -3,13 +3,14 @@
 
 #include <libdeflate.h>
 
+#include <QChar>
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
 #include "rdl/values/error.h"
-#include "rdl/writers/common/utf8.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::writers {
 namespace {
@@ -128,12 +129,12 @@ std::string PdfHexUtf16(std::string_view utf8) {
         hex += unit;
     };
     for (std::size_t i = 0; i < utf8.size();) {
-        const char32_t code = NextCodePoint(utf8, i);
+        const char32_t code = NextCharacter(utf8, i);
         if (code < 0x10000) {
             put(static_cast<unsigned>(code));
         } else {
-            put(0xD800u + static_cast<unsigned>((code - 0x10000) >> 10));
-            put(0xDC00u + static_cast<unsigned>((code - 0x10000) & 0x3FF));
+            put(QChar::highSurrogate(code));
+            put(QChar::lowSurrogate(code));
         }
     }
     return hex;

@@ -4,7 +4,8 @@
 #include <cstdio>
 
 #include "rdl/text/cff.h"
-#include "rdl/writers/common/utf8.h"
+#include "rdl/values/ascii.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::writers {
 namespace {
@@ -32,8 +33,7 @@ std::string SubsetName(const std::string& name, const std::vector<std::uint16_t>
     }
     out += '+';
     for (const char c : name) {
-        const bool plain =
-            (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-';
+        const bool plain = IsAsciiLetterOrDigit(c) || c == '-';
         out += plain ? c : '_';
     }
     return out;
@@ -53,26 +53,6 @@ std::string Widths(const PdfFonts::Font& font, const std::vector<std::uint16_t>&
     return out + (glyphs.empty() ? "]" : "]]");
 }
 
-std::string Utf8(char32_t code) {
-    std::string out;
-    if (code < 0x80) {
-        out += static_cast<char>(code);
-    } else if (code < 0x800) {
-        out += static_cast<char>(0xC0 | code >> 6);
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    } else {
-        if (code < 0x10000) {
-            out += static_cast<char>(0xE0 | code >> 12);
-        } else {
-            out += static_cast<char>(0xF0 | code >> 18);
-            out += static_cast<char>(0x80 | (code >> 12 & 0x3F));
-        }
-        out += static_cast<char>(0x80 | (code >> 6 & 0x3F));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    }
-    return out;
-}
-
 std::string ToUnicode(const PdfFonts::Font& font, const std::vector<std::uint16_t>& glyphs) {
     constexpr std::size_t MostInBlock = 100;
     std::vector<std::string> lines;
@@ -84,8 +64,8 @@ std::string ToUnicode(const PdfFonts::Font& font, const std::vector<std::uint16_
         }
         std::snprintf(head, sizeof head, "<%04X><", glyph);
         const auto several = font.several.find(glyph);
-        lines.push_back(head + PdfHexUtf16(several != font.several.end() ? several->second : Utf8(says)) +
-                        ">\n");
+        lines.push_back(
+            head + PdfHexUtf16(several != font.several.end() ? several->second : ToUtf8({&says, 1})) + ">\n");
     }
     std::string map =
         "/CIDInit/ProcSet findresource begin\n12 dict begin\nbegincmap\n"
@@ -151,7 +131,7 @@ bool PdfFonts::Note(Font& font, text::FontId id, std::uint16_t glyph, std::strin
     char32_t code = Unmapped;
     std::size_t used = 0;
     if (!says.empty()) {
-        code = NextCodePoint(says, used);
+        code = NextCharacter(says, used);
         if (used < says.size()) {
             code = Several;
         }

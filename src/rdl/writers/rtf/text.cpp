@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/rtf/text.h"
 
+#include <QChar>
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 
+#include "rdl/values/ascii.h"
+#include "rdl/values/utf8.h"
 #include "rdl/writers/common/content.h"
-#include "rdl/writers/common/utf8.h"
 
 namespace rdl::writers {
 namespace {
@@ -21,9 +23,9 @@ void AppendUnit(unsigned unit, std::string& out) {
 }
 
 void AppendCode(char32_t code, std::string& out) {
-    if (code >= 0x10000) {
-        AppendUnit(0xD800 + ((code - 0x10000) >> 10), out);
-        AppendUnit(0xDC00 + ((code - 0x10000) & 0x3FF), out);
+    if (QChar::requiresSurrogates(code)) {
+        AppendUnit(QChar::highSurrogate(code), out);
+        AppendUnit(QChar::lowSurrogate(code), out);
     } else if (code >= 0xA0 && code < 0xFFFE) {
         AppendUnit(code, out);
     }
@@ -35,7 +37,7 @@ bool IsPlain(unsigned char c) {
 
 void AppendEscaped(std::string_view text, bool oneLine, std::string& out) {
     for (std::size_t i = 0; i < text.size();) {
-        const char32_t code = NextCodePoint(text, i);
+        const char32_t code = NextCharacter(text, i);
         if (code == '\\' || code == '{' || code == '}') {
             out += '\\';
             out += static_cast<char>(code);
@@ -75,9 +77,7 @@ void AppendTwips(const char* word, double points, std::string& out) {
 
 std::string RtfAddress(const std::string& link) {
     const std::string safe = SafeLink(link);
-    std::string scheme = safe.substr(0, std::min(safe.find(':'), safe.size()));
-    std::transform(scheme.begin(), scheme.end(), scheme.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    const std::string scheme = LowerAscii(std::string_view(safe).substr(0, safe.find(':')));
     const auto allowed = {"http", "https", "mailto", "ftp"};
     if (scheme.size() == safe.size() || std::find(allowed.begin(), allowed.end(), scheme) == allowed.end()) {
         return {};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/xls/book.h"
 
+#include <QChar>
 #include <algorithm>
 
 #include "rdl/image/image_decoder.h"
@@ -31,7 +32,7 @@ std::u16string ValidName(const std::string& wanted) {
     }
     name.erase(0, std::min(name.find_first_not_of(u"' "), name.size()));
     name.resize(std::min(name.size(), LongestName));
-    if (!name.empty() && (name.back() & 0xFC00) == 0xD800) {
+    if (!name.empty() && QChar::isHighSurrogate(name.back())) {
         name.pop_back();  // half a character
     }
     name.resize(name.find_last_not_of(u"' ") + 1);
@@ -100,7 +101,7 @@ void XlsBook::NameSheets() {
             name = Numbered(wanted, number);
         }
         XlsRecords text;
-        text.Text(name, false);
+        text.ShortText(name);
         sheet->name = text.bytes();
     }
 }

@@ -1,20 +1,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/xls/record.h"
 
+#include <QChar>
 #include <algorithm>
 
-#include "rdl/writers/common/utf8.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::writers {
 
-void XlsRecords::Text(std::u16string_view text, bool longLength) {
-    text = text.substr(0, longLength ? 0xFFFF : 0xFF);
+void XlsRecords::ShortText(std::u16string_view text) {
+    text = text.substr(0, 0xFF);
+    U8(static_cast<unsigned>(text.size()));
+    Characters(text);
+}
+
+void XlsRecords::LongText(std::u16string_view text) {
+    text = text.substr(0, 0xFFFF);
+    U16(static_cast<unsigned>(text.size()));
+    Characters(text);
+}
+
+void XlsRecords::Characters(std::u16string_view text) {
     const bool narrow = IsNarrow(text);
-    if (longLength) {
-        U16(static_cast<unsigned>(text.size()));
-    } else {
-        U8(static_cast<unsigned>(text.size()));
-    }
     U8(narrow ? 0 : 1);
     for (const char16_t c : text) {
         if (narrow) {
@@ -30,14 +37,14 @@ std::u16string ToUtf16(std::string_view utf8, std::size_t limit) {
     text.reserve(std::min(utf8.size(), limit));
     std::size_t i = 0;
     while (i < utf8.size()) {
-        const char32_t code = NextCodePoint(utf8, i);
-        const std::size_t units = code > 0xFFFF ? 2 : 1;
+        const char32_t code = NextCharacter(utf8, i);
+        const std::size_t units = QChar::requiresSurrogates(code) ? 2 : 1;
         if (text.size() + units > limit) {
             break;
         }
         if (units == 2) {
-            text += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
-            text += static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
+            text += QChar::highSurrogate(code);
+            text += QChar::lowSurrogate(code);
         } else if (code >= 0x20 || code == '\n' || code == '\t') {
             text += static_cast<char16_t>(code);
         }

@@ -39,14 +39,17 @@ class XlsRecords {
         U32(static_cast<std::uint32_t>(bits >> 32));
     }
     void Bytes(std::string_view bytes) { m_bytes += bytes; }
-    // Appends a string: length in one or two bytes, flags, characters (single bytes if all are below 256).
-    // Truncates to the range of the length.
-    void Text(std::u16string_view text, bool longLength);
+    // Append a string: length in one byte or in two, flags, characters (single bytes if all are below 256).
+    // Truncate to the range of the length.
+    void ShortText(std::u16string_view text);
+    void LongText(std::u16string_view text);
 
     std::string& bytes() { return m_bytes; }
     const std::string& bytes() const { return m_bytes; }
 
  private:
+    void Characters(std::u16string_view text);
+
     std::string m_bytes;
     std::size_t m_begin = 0;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/xls/strings.h"
 
+#include <QChar>
 #include <algorithm>
 
 #include "rdl/writers/xls/record.h"
@@ -31,7 +32,7 @@ class ChainWriter {
         m_records.U8(narrow ? 0 : 1);
         for (;;) {
             std::size_t fits = std::min(text.size(), Room() / (narrow ? 1 : 2));
-            if (fits > 0 && fits < text.size() && (text[fits - 1] & 0xFC00) == 0xD800) {
+            if (fits > 0 && fits < text.size() && QChar::isHighSurrogate(text[fits - 1])) {
                 --fits;  // readers take each record's part by itself
             }
             for (const char16_t c : text.substr(0, fits)) {

@@ -78,7 +78,7 @@ std::string FontData(const CharStyle& style, unsigned color) {
     data.U8(1);  // the system's character set
     data.U8(0);
     const std::u16string name = ToUtf16(style.family, 31);
-    data.Text(name.empty() ? u"Arial" : name, false);
+    data.ShortText(name.empty() ? u"Arial" : name);
     return data.bytes();
 }
 
@@ -200,7 +200,7 @@ void XlsStyles::Write(XlsRecords& records) const {
     for (std::size_t i = 0; i < formats.size(); ++i) {
         records.Begin(FormatRecord);
         records.U16(static_cast<unsigned>(FirstOwnFormat + i));
-        records.Text(ToUtf16(*formats[i], 255), true);
+        records.LongText(ToUtf16(*formats[i], 255));
         records.End();
     }
     for (std::uint16_t i = 0; i < FirstOwnXf; ++i) {  // fifteen of styles, then that of cells

@@ -52,8 +52,8 @@ class ChartEvaluator {
         m_reader.Place().Enter({m_region.get(), -1, -1, 0, 0});
         Palette();
         Frame();
-        m_rows = LeavesOf(*m_region, true);
-        m_columns = LeavesOf(*m_region, false);
+        m_rows = LeavesOf(*m_region, TableAxis::Rows);
+        m_columns = LeavesOf(*m_region, TableAxis::Columns);
         CheckSizes();
         if (m_rows.empty() || m_columns.empty() || m_region->rows.empty()) {
             ChartCaption message = m_styles.Caption(m_chart.noData, 10);
@@ -148,14 +148,12 @@ class ChartEvaluator {
     }
 
     // What a member is called: its label, else what it is grouped by.
-    Value Called(bool isRows, const Leaf::Step& step) {
-        const Expr& label = (isRows ? m_chart.seriesLabels : m_chart.categoryLabels)[At(step.member)];
-        const HierarchyPlan& plan = m_region->Plan(isRows);
+    Value Called(TableAxis axis, const Leaf::Step& step) {
+        const Expr& label =
+            (axis == TableAxis::Rows ? m_chart.seriesLabels : m_chart.categoryLabels)[At(step.member)];
+        const HierarchyPlan& plan = m_region->Plan(axis);
         const MemberPlan& member = plan.members[At(step.member)];
-        Scope scope{m_region.get(), -1, -1, 0, 0};
-        (isRows ? scope.rowGroup : scope.columnGroup) = step.group;
-        (isRows ? scope.row : scope.column) = step.instance;
-        m_reader.Place().Enter(scope);
+        m_reader.Place().Enter(Scope::Of(m_region.get(), axis, step.group, step.instance));
         if (label.IsSet()) {
             return m_styles.Get(label);
         }
@@ -169,7 +167,7 @@ class ChartEvaluator {
         const std::string format =
             m_data.areas.empty() ? std::string() : m_data.areas.front().categoryAxes.front().format;
         for (const Leaf& leaf : m_columns) {
-            const Value value = Called(false, leaf.path.back());
+            const Value value = Called(TableAxis::Columns, leaf.path.back());
             m_data.categoryValues.push_back(value);
             m_data.categories.push_back(ChartNumber(value, format, *m_data.culture));
             Outer(leaf, format);
@@ -189,7 +187,8 @@ class ChartEvaluator {
                 ++spans.back().count;
             } else {
                 spans.push_back(
-                    {ChartNumber(Called(false, leaf.path[i]), format, *m_data.culture), place, 1});
+                    {ChartNumber(Called(TableAxis::Columns, leaf.path[i]), format, *m_data.culture), place,
+                     1});
             }
         }
     }
@@ -200,7 +199,7 @@ class ChartEvaluator {
             if (step.alone && leaf.path.size() > 1) {
                 continue;
             }
-            const std::string part = ChartNumber(Called(true, step), "", *m_data.culture);
+            const std::string part = ChartNumber(Called(TableAxis::Rows, step), "", *m_data.culture);
             name += (name.empty() || part.empty() ? "" : " - ") + part;
         }
         return name.empty() && leaf.group < 0 ? series.name : name;

@@ -75,6 +75,10 @@ Spot SpotOf(const ChartPlot& plot, std::size_t r, std::size_t i) {
                    row.valueAxis);
 }
 
+Course CourseOf(const ChartRow& row) {
+    return row.definition->curve == ChartCurve::Smooth ? Course::Smooth : Course::Straight;
+}
+
 void DrawArea(const ChartPlot& plot, std::size_t r) {
     const ChartRow& row = plot.area.rows[r];
     const Color fill =
@@ -88,13 +92,13 @@ void DrawArea(const ChartPlot& plot, std::size_t r) {
             lower.push_back(plot.At(across, Held(plot.ValueShare(row.valueAxis, reach.from)), row.valueAxis));
         }
         std::reverse(lower.begin(), lower.end());
-        const bool smooth = row.definition->curve == ChartCurve::Smooth;
+        const Course course = CourseOf(row);
         std::vector<PathOp::Segment> segments;
-        AppendCurve(upper, smooth, false, segments);
-        AppendCurve(lower, smooth && IsStacked(row), true, segments);
+        AppendCurve(upper, course, PathOp::Segment::Move, segments);
+        AppendCurve(lower, IsStacked(row) ? course : Course::Straight, PathOp::Segment::LineTo, segments);
         segments.push_back({PathOp::Segment::Close, {}, {}});
         plot.canvas.Path(std::move(segments), fill, row.border);
-        plot.canvas.Curve(upper, smooth, {LineStyle::Solid, row.color, 1});
+        plot.canvas.Curve(upper, course, {LineStyle::Solid, row.color, 1});
     }
 }
 
@@ -114,7 +118,7 @@ void DrawLine(const ChartPlot& plot, std::size_t r) {
             DrawShape(ChartShape::Circle, spots.front(), 2 * static_cast<double>(row.border.width), row.color,
                       plot.canvas);
         }
-        plot.canvas.Curve(spots, row.definition->curve == ChartCurve::Smooth, row.border);
+        plot.canvas.Curve(spots, CourseOf(row), row.border);
     }
 }
 

@@ -38,9 +38,9 @@ Extents LargestLabel(const ChartRow& row) {
 
 void Slice(const ChartMark& mark, const Ring& ring, double from, double to, Canvas& canvas) {
     std::vector<PathOp::Segment> segments;
-    AppendArc(ring.center, ring.outer, from, to, false, segments);
+    AppendArc(ring.center, ring.outer, from, to, PathOp::Segment::Move, segments);
     if (ring.inner > 0) {
-        AppendArc(ring.center, ring.inner, to, from, true, segments);
+        AppendArc(ring.center, ring.inner, to, from, PathOp::Segment::LineTo, segments);
     } else if (to - from < Turn) {
         segments.push_back({PathOp::Segment::LineTo, {ring.center.x, 0, 0}, {ring.center.y, 0, 0}});
     }

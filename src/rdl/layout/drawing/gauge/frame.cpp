@@ -57,10 +57,10 @@ void Sector(const FrameShape& around, double wider, Color fill, Canvas& paper) {
     const double radius = around.radius * Room + wider, hub = around.radius * Hub + wider;
     const double aside = std::asin(std::min(1.0, hub / radius));
     std::vector<PathOp::Segment> segments;
-    AppendArc(around.pivot, radius, around.first - aside, around.first + around.sweep + aside, false,
-              segments);
+    AppendArc(around.pivot, radius, around.first - aside, around.first + around.sweep + aside,
+              PathOp::Segment::Move, segments);
     AppendArc(around.pivot, hub, around.first + around.sweep + std::numbers::pi / 2,
-              around.first - std::numbers::pi / 2 + 2 * std::numbers::pi, true, segments);
+              around.first - std::numbers::pi / 2 + 2 * std::numbers::pi, PathOp::Segment::LineTo, segments);
     segments.push_back({PathOp::Segment::Close, {}, {}});
     paper.Path(std::move(segments), fill, Border());
 }

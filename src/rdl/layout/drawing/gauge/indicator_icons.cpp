@@ -43,7 +43,8 @@ struct Sheet {
         for (const Spot& point : points) {
             placed.push_back(At(point.x, point.y));
         }
-        canvas.Curve(placed, false, {LineStyle::Solid, ink, static_cast<float>(width * area.width)});
+        canvas.Curve(placed, Course::Straight,
+                     {LineStyle::Solid, ink, static_cast<float>(width * area.width)});
     }
 };
 
@@ -108,7 +109,7 @@ void Quarters(const Sheet& sheet, int filled) {
     if (filled > 0) {
         std::vector<PathOp::Segment> segments;
         const Spot middle = sheet.At(0.5, 0.5);
-        AppendArc(middle, 0.46 * sheet.area.width, 0, filled * Pi / 2, false, segments);
+        AppendArc(middle, 0.46 * sheet.area.width, 0, filled * Pi / 2, PathOp::Segment::Move, segments);
         if (filled < 4) {
             segments.push_back({PathOp::Segment::LineTo, {middle.x, 0, 0}, {middle.y, 0, 0}});
         }

@@ -41,9 +41,10 @@ std::vector<PathOp::Segment> GaugeTrack::Band(double begin, double end, double b
         inner.push_back(At(share, beginInner + (endInner - beginInner) * part));
     }
     std::reverse(inner.begin(), inner.end());
+    const Course course = round ? Course::Smooth : Course::Straight;
     std::vector<PathOp::Segment> segments;
-    AppendCurve(outer, round, false, segments);
-    AppendCurve(inner, round, true, segments);
+    AppendCurve(outer, course, PathOp::Segment::Move, segments);
+    AppendCurve(inner, course, PathOp::Segment::LineTo, segments);
     segments.push_back({PathOp::Segment::Close, {}, {}});
     return segments;
 }

@@ -53,16 +53,15 @@ std::optional<double> Apply(GaugeFormula formula, std::vector<double> values) {
 // The instance of the group or region of that name around a place; the whole region when there is none.
 Scope ScopeNamed(const std::string& name, const Scope& place) {
     const Region& region = *place.region;
-    for (const bool isRows : {true, false}) {
-        const auto& plans = region.Plan(isRows).groups;
-        int group = isRows ? place.rowGroup : place.columnGroup;
-        std::uint32_t instance = isRows ? place.row : place.column;
+    for (const TableAxis axis : {TableAxis::Rows, TableAxis::Columns}) {
+        const auto& plans = region.Plan(axis).groups;
+        int group = place.Group(axis);
+        std::uint32_t instance = place.Instance(axis);
         while (group >= 0) {
             if (plans[At(group)].definition->name == name) {
-                return isRows ? Scope{&region, group, -1, instance, 0}
-                              : Scope{&region, -1, group, 0, instance};
+                return Scope::Of(&region, axis, group, instance);
             }
-            instance = region.Groups(isRows)[At(group)].instances[instance].parent;
+            instance = region.Groups(axis)[At(group)].instances[instance].parent;
             group = plans[At(group)].parent;
         }
     }
@@ -70,18 +69,18 @@ Scope ScopeNamed(const std::string& name, const Scope& place) {
 }
 
 // The instances of a place's group on one side that lie within another scope.
-std::vector<std::uint32_t> Instances(const Scope& place, const Scope& within, bool isRows) {
-    const int group = isRows ? place.rowGroup : place.columnGroup;
-    const int outer = isRows ? within.rowGroup : within.columnGroup;
-    const std::uint32_t outerInstance = isRows ? within.row : within.column;
+std::vector<std::uint32_t> Instances(const Scope& place, const Scope& within, TableAxis axis) {
+    const int group = place.Group(axis);
+    const int outer = within.Group(axis);
+    const std::uint32_t outerInstance = within.Instance(axis);
     if (group < 0) {
         return {0};
     }
     const Region& region = *place.region;
-    const auto count = static_cast<std::uint32_t>(region.Groups(isRows)[At(group)].instances.size());
+    const auto count = static_cast<std::uint32_t>(region.Groups(axis)[At(group)].instances.size());
     std::vector<std::uint32_t> found;
-    for (std::uint32_t i = region.FirstWithin(isRows, group, outer, outerInstance);
-         i < count && (outer < 0 || region.Ancestor(isRows, group, i, outer) == outerInstance); ++i) {
+    for (std::uint32_t i = region.FirstWithin(axis, group, outer, outerInstance);
+         i < count && (outer < 0 || region.Ancestor(axis, group, i, outer) == outerInstance); ++i) {
         found.push_back(i);
     }
     return found;
@@ -95,7 +94,7 @@ GaugeValues::GaugeValues(GaugePlan& plan, PropertyReader& reader)
         m_region = BuildRegion(*plan.data, m_around, reader.Place());
         reader.Place().Enter({m_region.get(), -1, -1, 0, 0});
         if (!plan.data->rows.groups.empty()) {
-            m_groups = LeavesOf(*m_region, true);
+            m_groups = LeavesOf(*m_region, TableAxis::Rows);
         }
     }
 }
@@ -153,8 +152,8 @@ const GaugePlan::Reach& GaugeValues::ReachOf(std::size_t item) const {
         return reach;
     }
     const Evaluator::Stay stay(m_reader.Place());
-    const auto columns = Instances(m_around, within, false);
-    for (const std::uint32_t row : Instances(m_around, within, true)) {
+    const auto columns = Instances(m_around, within, TableAxis::Columns);
+    for (const std::uint32_t row : Instances(m_around, within, TableAxis::Rows)) {
         for (const std::uint32_t column : columns) {
             Scope place = m_around;
             place.row = row;
