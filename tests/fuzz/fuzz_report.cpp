@@ -49,28 +49,31 @@ bool HoldsItsRows(const rdl::Definition& definition) {
            });
 }
 
-// DocumentFormat::Word is left out: it is written as Rtf.
 struct Mark {
-    std::string_view comment;
+    std::string comment;
     std::optional<rdl::DocumentFormat> format;  // nullopt is the screen
 };
-constexpr Mark Marks[] = {
-    {"<!--SCREEN-->", std::nullopt},
-    {"<!--PDF-->", rdl::DocumentFormat::Pdf},
-    {"<!--RTF-->", rdl::DocumentFormat::Rtf},
-    {"<!--EXCEL-->", rdl::DocumentFormat::Excel},
-    {"<!--HTML-->", rdl::DocumentFormat::Html},
-};
+
+const std::vector<Mark>& Marks() {
+    static const std::vector<Mark> marks = [] {
+        std::vector<Mark> all{{"<!--SCREEN-->", std::nullopt}};
+        for (const rdl::FormatRow& row : rdl::FormatTable) {
+            all.push_back({"<!--" + std::string(row.renderName) + "-->", row.format});
+        }
+        return all;
+    }();
+    return marks;
+}
 
 std::string_view WithoutBlanksAtItsEnd(std::string_view text) {
     return text.substr(0, text.find_last_not_of(" \t\r\n") + 1);
 }
 
 const Mark* MarkOf(std::string_view report) {
-    const auto* found = std::find_if(std::begin(Marks), std::end(Marks), [&](const Mark& mark) {
+    const auto found = std::find_if(Marks().begin(), Marks().end(), [&](const Mark& mark) {
         return WithoutBlanksAtItsEnd(report).ends_with(mark.comment);
     });
-    return found == std::end(Marks) ? nullptr : found;
+    return found == Marks().end() ? nullptr : &*found;
 }
 
 std::optional<rdl::DocumentFormat> FormatOf(std::string_view report) {
@@ -102,7 +105,7 @@ void RunDefinition(std::string_view input) {
 }
 
 std::size_t FormatCount() {
-    return std::size(Marks);
+    return Marks().size();
 }
 
 std::string WithFormat(std::string_view report, std::size_t choice) {
@@ -110,7 +113,7 @@ std::string WithFormat(std::string_view report, std::size_t choice) {
     if (const Mark* mark = MarkOf(text)) {
         text.remove_suffix(mark->comment.size());
     }
-    return std::string(text) + std::string(Marks[choice % FormatCount()].comment) + "\n";
+    return std::string(text) + Marks()[choice % FormatCount()].comment + "\n";
 }
 
 void RunReport(std::string_view input) {
