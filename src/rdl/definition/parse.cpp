@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "rdl/definition/base64.h"
 #include "rdl/definition/context.h"
 #include "rdl/definition/data_reader.h"
 #include "rdl/definition/default_font.h"
@@ -11,6 +10,7 @@
 #include "rdl/definition/item_reader.h"
 #include "rdl/definition/style_reader.h"
 #include "rdl/definition/xml_tree.h"
+#include "rdl/values/base64.h"
 #include "rdl/values/error_text.h"
 #include "rdl/values/whole_file.h"
 

@@ -45,15 +45,6 @@ char* PutUtf8(char32_t character, char* to) {
     return to;
 }
 
-void AppendUtf8(char32_t character, std::string& text) {
-    if (character < 0x80) {
-        text += static_cast<char>(character);
-        return;
-    }
-    char bytes[LongestUtf8];
-    text.append(bytes, PutUtf8(character, bytes));
-}
-
 std::u32string ToUtf32(std::string_view text) {
     std::u32string result;
     result.reserve(text.size());

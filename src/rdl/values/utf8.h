@@ -34,7 +34,15 @@ inline constexpr std::size_t LongestUtf8 = 4;
 
 // Writes the character, at most LongestUtf8 bytes, and returns the end.
 char* PutUtf8(char32_t character, char* to);
-void AppendUtf8(char32_t character, std::string& text);
+
+inline void AppendUtf8(char32_t character, std::string& text) {
+    if (character < 0x80) {
+        text += static_cast<char>(character);
+        return;
+    }
+    char bytes[LongestUtf8];
+    text.append(bytes, PutUtf8(character, bytes));
+}
 
 std::u32string ToUtf32(std::string_view text);
 std::string ToUtf8(std::u32string_view characters);

@@ -143,6 +143,9 @@ TEST(ConvertMembers, ChangeTypes) {
         {"=Convert.ToBase64String(Convert.FromBase64String(\"QQ==\"))", "QQ=="},
         {"=Convert.FromBase64String(\"Q\")", "#Error"},
         {"=Convert.FromBase64String(\"QQ=A\")", "#Error"},
+        {"=Convert.FromBase64String(\"QUI\")", "#Error"},
+        {"=Convert.FromBase64String(\"QQ==QQ==\")", "#Error"},
+        {"=Convert.ToBase64String(Convert.FromBase64String(\" QU\" & vbCrLf & \"JD \"))", "QUJD"},
         {"=CInt(\"&HFF\")", "255"},
     });
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/data/files/xml_cursor.h"
 
-#include <QByteArray>
 #include <algorithm>
 
 #include "rdl/data/common/message.h"
@@ -9,6 +8,7 @@
 #include "rdl/data/files/element_path.h"
 #include "rdl/data/files/xml_document.h"
 #include "rdl/values/ascii.h"
+#include "rdl/values/base64.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {
@@ -157,13 +157,11 @@ class RowReader {
 void Unpack(Document& document, Element& node, PathEncoding encoding) {
     std::string text(Trimmed(node.text));
     if (encoding == PathEncoding::Base64) {
-        const auto bytes =
-            QByteArray::fromBase64Encoding(QByteArray::fromStdString(text).simplified().replace(' ', ""),
-                                           QByteArray::AbortOnBase64DecodingErrors);
+        std::optional<std::string> bytes = FromBase64(text);
         if (!bytes) {
             throw Error("the text of the element \"" + CleanText(node.name) + "\" is not base64");
         }
-        text = (*bytes).toStdString();
+        text = std::move(*bytes);
     }
     if (text.empty()) {
         return;

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Text for addresses and markup, and bytes as text: System.Uri, HttpUtility, Convert.FromBase64String.
+#include <algorithm>
 #include <string>
 
 #include "rdl/expr/library/functions.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/values/ascii.h"
+#include "rdl/values/base64.h"
 #include "rdl/values/utf8.h"
 
 namespace rdl::expr {
@@ -99,32 +101,12 @@ Value HtmlDecode(const Call& call) {
     return MakeText(result);
 }
 
-constexpr std::string_view Base64 = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-
+// Unlike elsewhere the padding must be there.
 Value FromBase64(const Call& call) {
-    std::string bytes;
-    std::uint32_t bits = 0;
-    int count = 0;
-    int padding = 0;
-    for (const char c : call.Text(0)) {
-        if (IsAsciiSpace(c)) {
-            continue;
-        }
-        const std::size_t value = Base64.find(c);
-        padding += c == '=' ? 1 : 0;
-        if ((c != '=' && (c == '\0' || value == std::string_view::npos || padding > 0)) || padding > 2) {
-            return NoConversion(call[0], "binary data");
-        }
-        bits = bits << 6 | (c == '=' ? 0u : static_cast<std::uint32_t>(value));
-        if (++count == 4) {
-            for (int shift = 16; shift >= padding * 8; shift -= 8) {
-                bytes += static_cast<char>(bits >> shift & 0xFF);
-            }
-            bits = 0;
-            count = 0;
-        }
-    }
-    return count == 0 ? Value::Bytes(bytes) : NoConversion(call[0], "binary data");
+    const std::string text = call.Text(0);
+    const auto digits = std::count_if(text.begin(), text.end(), [](char c) { return !IsAsciiSpace(c); });
+    const std::optional<std::string> bytes = digits % 4 == 0 ? rdl::FromBase64(text) : std::nullopt;
+    return bytes ? Value::Bytes(*bytes) : NoConversion(call[0], "binary data");
 }
 
 Value ToBase64(const Call& call) {
@@ -132,20 +114,8 @@ Value ToBase64(const Call& call) {
         return NoConversion(call[0], "binary data");
     }
     const std::string_view bytes = call[0].AsText();
-    if (bytes.size() > MaxText / 4 * 3) {
-        return Value::Error("A text becomes too long");
-    }
-    std::string text;
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
-        std::uint32_t bits = 0;
-        for (std::size_t j = 0; j < 3; ++j) {
-            bits = bits << 8 | (i + j < bytes.size() ? static_cast<unsigned char>(bytes[i + j]) : 0u);
-        }
-        for (std::size_t j = 0; j < 4; ++j) {
-            text += i + j <= bytes.size() ? Base64[bits >> (18 - 6 * j) & 63] : '=';
-        }
-    }
-    return Value::Text(text);
+    return bytes.size() > MaxText / 4 * 3 ? Value::Error("A text becomes too long")
+                                          : Value::Text(rdl::ToBase64(bytes));
 }
 
 constexpr FunctionInfo functions[] = {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/layout/region/item_images.h"
 
-#include "rdl/definition/base64.h"
 #include "rdl/definition/context.h"
 #include "rdl/layout/model/image_size.h"
+#include "rdl/values/base64.h"
 #include "rdl/values/error.h"
 
 namespace rdl::layout {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "rdl/values/base64.h"
 #include "rdl/values/error.h"
 #include "rdl/writers/common/content.h"
 #include "rdl/writers/common/edges.h"
@@ -340,7 +341,7 @@ void HtmlBody::Image(const Instance& item, const std::string& placeClass) {
         m_out += "<img class=\"" + m_styles.Class(css) + "\" src=\"data:";
         m_out += mime;
         m_out += ";base64,";
-        AppendBase64(*item.imageBytes, m_out);
+        m_out += ToBase64(*item.imageBytes);
         m_out += '"';
         Attribute("alt", item.toolTip);
         m_out += '>';

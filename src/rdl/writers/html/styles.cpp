@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "rdl/values/ascii.h"
+#include "rdl/values/base64.h"
 #include "rdl/writers/common/content.h"
 #include "rdl/writers/html/text.h"
 
@@ -247,7 +248,7 @@ const std::string& HtmlStyles::Picture(const layout::BackgroundPicture& picture)
     std::string url = "url(data:";
     url += Types[static_cast<int>(image::TypeOf(*picture.bytes, picture.item))];
     url += ";base64,";
-    AppendBase64(*picture.bytes, url);
+    url += ToBase64(*picture.bytes);
     url += ')';
     return m_pictures.try_emplace(std::move(url), "p" + std::to_string(m_pictures.size() + 1)).first->second;
 }

@@ -80,19 +80,4 @@ void AppendPoints(double points, std::string& out) {
     out += hundredths == 0 ? "" : "pt";
 }
 
-void AppendBase64(std::string_view bytes, std::string& out) {
-    static constexpr char Digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    out.reserve(out.size() + (bytes.size() + 2) / 3 * 4);
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
-        unsigned group = 0;
-        for (std::size_t k = 0; k < 3; ++k) {
-            group = group << 8 | (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0u);
-        }
-        const std::size_t present = std::min<std::size_t>(3, bytes.size() - i);
-        for (std::size_t k = 0; k < 4; ++k) {
-            out += k <= present ? Digits[group >> (18 - 6 * k) & 63] : '=';
-        }
-    }
-}
-
 }  // namespace rdl::writers

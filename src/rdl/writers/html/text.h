@@ -11,6 +11,5 @@ namespace rdl::writers {
 void AppendHtml(std::string_view text, std::string& out);
 // Appends a length in points with at most two decimals: 12.5pt.
 void AppendPoints(double points, std::string& out);
-void AppendBase64(std::string_view bytes, std::string& out);
 
 }  // namespace rdl::writers

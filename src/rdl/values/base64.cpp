@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/definition/base64.h"
+#include "rdl/values/base64.h"
 
 #include <QtCore/QByteArray>
 
@@ -12,6 +12,12 @@ std::optional<std::string> FromBase64(std::string_view text) {
             .replace(' ', ""),
         QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
     return decoded ? std::optional((*decoded).toStdString()) : std::nullopt;
+}
+
+std::string ToBase64(std::string_view bytes) {
+    return QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()))
+        .toBase64()
+        .toStdString();
 }
 
 }  // namespace rdl
