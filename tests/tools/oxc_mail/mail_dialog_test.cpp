@@ -16,7 +16,9 @@
 #include <QTest>
 #include <QTimer>
 #include <map>
+#include <set>
 
+#include "platform/mail/profile/ini_text.h"
 #include "platform/regfile/registry_file.h"
 #include "support/smtp_server.h"
 #include "tools/oxc_mail/mail_dialog.h"
@@ -144,6 +146,34 @@ TEST_F(MailWindow, ForgottenPasswordGoesWithTheNextSave) {
     Click("cmdSave");
     EXPECT_THAT(Profile(), Not(HasSubstr("Password")));
     EXPECT_EQ(Edit("txtPassword")->placeholderText(), "none stored");
+}
+
+TEST_F(MailWindow, EveryKeyHasOneFieldWithItsToolTip) {
+    Open();
+    for (const mailer::ProfileKey& key : mailer::ProfileKeys) {
+        const auto controls = m_dialog->findChildren<QWidget*>();
+        EXPECT_EQ(
+            std::count_if(controls.begin(), controls.end(),
+                          [&](const QWidget* control) { return control->toolTip() == key.help.data(); }),
+            1)
+            << key.name;
+    }
+}
+
+TEST_F(MailWindow, EveryWordOfAChoiceHasItsItem) {
+    WriteProfile("Transport=smtp\nHost=a.example.com\nSecurity=starttls\n");
+    Open();
+    for (const auto& [key, box] : {std::pair("Security", Find<QComboBox>("cboSecurity")),
+                                   std::pair("Transport", Find<QComboBox>("cboTransport"))}) {
+        std::set<std::string> written;
+        for (int index = box->count() - 1; index >= 0; --index) {
+            box->setCurrentIndex(index);
+            Click("cmdSave");
+            written.insert(mailer::IniText(Profile()).Find("Profile", key).value_or(""));
+        }
+        const auto words = mailer::FindProfileKey(key)->words;
+        EXPECT_EQ(written, std::set<std::string>(words.begin(), words.end()));
+    }
 }
 
 TEST_F(MailWindow, PortFollowsTheEncryptionUnlessItWasChosen) {
