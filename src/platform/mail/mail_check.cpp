@@ -2,11 +2,10 @@
 #include "platform/mail/mail_check.h"
 
 #include "platform/mail/base/mail_errors.h"
-#include "platform/mail/book/address_book.h"
+#include "platform/mail/mail_context.h"
 #include "platform/mail/transport/outbox_transport.h"
 #include "platform/mail/transport/sendmail_transport.h"
 #include "platform/mail/transport/smtp_check.h"
-#include "platform/mail/transport/transport.h"
 
 namespace mailer {
 namespace {
@@ -126,7 +125,7 @@ std::string Advise(const RuntimeError& error, const MailProfile& profile) {
 std::vector<Finding> CheckMail(const MailProfile& profile, const std::stop_token& stop) {
     std::vector<Finding> findings;
     if (profile.isExposed) {
-        findings.push_back({false, "Password: " + ExposureText(profile) + "."});
+        findings.push_back({false, KnownKey("Password").Name() + ": " + ExposureText(profile) + "."});
     }
     if (!profile.addressBook.empty()) {
         Take([&] { return CheckAddressBook(profile); }, profile, findings);
@@ -149,14 +148,13 @@ Finding CheckAlertAddress(const MailProfile& profile, const std::string& alertWh
 
 std::string SendTestMessage(const MailProfile& profile, const std::string& recipient,
                             const std::stop_token& stop) {
-    OutgoingMail mail;
-    mail.from = profile.from;
-    mail.recipients.push_back(AddressBook(profile.addressBook).Resolve(recipient));
-    mail.subject = "Test message";
-    mail.text =
-        "This message was sent to try out the mail profile of Oxbow Courier.\n"
-        "Reports and alerts will go the same way.\n";
-    MakeTransport(profile, stop)->Deliver(mail);
+    MailContext context(profile, stop);
+    OutgoingMail mail =
+        context.NewMail("Test message",
+                        "This message was sent to try out the mail profile of Oxbow Courier.\n"
+                        "Reports and alerts will go the same way.\n");
+    mail.recipients.push_back(context.book.Resolve(recipient));
+    context.transport->Deliver(mail);
     const std::string to = "The test message to " + mail.recipients[0].address;
     switch (profile.transport) {
         case TransportKind::Outbox:

@@ -14,23 +14,13 @@
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
 #include "platform/mail/base/mail_errors.h"
-#include "platform/mail/book/address_book.h"
-#include "platform/mail/profile/mail_profile.h"
-#include "platform/mail/transport/transport.h"
+#include "platform/mail/mail_context.h"
 #include "platform/posix/small_file.h"
 
 namespace mailer {
 namespace {
 
-// The state that a session and its messages share. It lives until the last of them is destroyed.
-struct MailContext {
-    explicit MailContext(const MailProfile& read)
-        : profile(read), book(read.addressBook), transport(MakeTransport(read)) {}
-    MailProfile profile;
-    AddressBook book;
-    std::unique_ptr<Transport> transport;
-};
-
+// A session and its messages share one MailContext. It lives until the last of them is destroyed.
 class RecipientList : public MAPI::Recipients {
  public:
     explicit RecipientList(std::shared_ptr<MailContext> context) : m_context(std::move(context)) {}
@@ -111,14 +101,11 @@ class MailMessage : public MAPI::Message {
     MAPI::Attachments& Attachments() override { return m_attachments; }
 
     void Send() override {
-        OutgoingMail mail;
-        mail.from = m_context->profile.from;
+        OutgoingMail mail = m_context->NewMail(Subject, Text);
         mail.recipients = m_recipients.Mailboxes();
         if (mail.recipients.empty()) {
             throw RuntimeError(ErrNoRecipients, "The message has no recipients");
         }
-        mail.subject = Subject;
-        mail.text = Text;
         mail.highImportance = Importance == MAPI::ImportanceHigh;
         mail.identity = Identity;
         mail.attachments = m_attachments.Open();
