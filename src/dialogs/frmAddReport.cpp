@@ -19,6 +19,7 @@
 #include "mail/PickRecipients.h"
 #include "platform/base/convert.h"
 #include "platform/base/resume_next.h"
+#include "platform/base/text.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/prompts.h"
@@ -35,11 +36,6 @@ namespace {
 constexpr std::array<const char*, 5> FrequencyWords = {"", "Daily", "Weekdays", "Weekly", "Monthly"};
 constexpr const char* FieldsMissing = "Please fill in all the fields";
 
-std::ptrdiff_t Letters(std::string_view text) {
-    return std::count_if(text.begin(), text.end(),
-                         [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; });
-}
-
 // Returns the text before the nth backslash, where n is the position of the first one (sic): three levels of
 // folders on a drive, an empty text for a path that begins with a backslash.
 std::string FolderOf(const std::string& file) {
@@ -47,10 +43,10 @@ std::string FolderOf(const std::string& file) {
     if (first == std::string::npos) {
         return {};
     }
-    const std::ptrdiff_t stop = Letters(std::string_view(file).substr(0, first)) + 1;
-    std::ptrdiff_t backslashes = 0;
-    const auto end = std::find_if(file.begin(), file.end(), [&backslashes, stop](char letter) {
-        backslashes += letter == '\\' ? 1 : 0;
+    const std::size_t stop = CountCharacters(std::string_view(file).substr(0, first)) + 1;
+    std::size_t backslashes = 0;
+    const auto end = std::find_if(file.begin(), file.end(), [&backslashes, stop](char c) {
+        backslashes += c == '\\' ? 1 : 0;
         return backslashes == stop;
     });
     return {file.begin(), end};
