@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Members of frmDesk: the commands of its toolbar.
 #include "desktop/DeskItems.h"
+#include "desktop/OnSelection.h"
 #include "desktop/frmDesk.h"
 #include "dialogs/PreviewSchedule.h"
 #include "dialogs/ScheduleRecords.h"
@@ -36,19 +37,11 @@ bool Confirmed(const std::string& question) {
 }  // namespace
 
 void frmDesk::ComAction(int command) {
-    try {
-        Global::BusyCursor(true);
+    OnSelection([this, command] {
         if (RunCommand(command)) {
             Global::BusyCursor(false);
         }
-    } catch (...) {
-        const RuntimeError error = CurrentError();
-        if (error.Number() == err::ObjectNotSet) {  // no item is selected
-            Global::BusyCursor(false);
-            return;
-        }
-        Global::ShowError(error);
-    }
+    });
 }
 
 // A command has the number of its toolbar button plus 1 (frmDesk.cpp has the table); 5 and 8 would be the

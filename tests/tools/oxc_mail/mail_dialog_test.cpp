@@ -20,6 +20,7 @@
 
 #include "platform/mail/profile/ini_text.h"
 #include "platform/regfile/registry_file.h"
+#include "support/config_home.h"
 #include "support/smtp_server.h"
 #include "tools/oxc_mail/mail_dialog.h"
 
@@ -32,13 +33,10 @@ using testing::StartsWith;
 
 class MailWindow : public testing::Test {
  public:
-    void SetUp() override {
-        setenv("XDG_CONFIG_HOME", (m_folder / "config").c_str(), 1);
-        SetRegistry(&SettingsFile());
-    }
+    void SetUp() override { SetRegistry(&SettingsFile()); }
     void TearDown() override { SetRegistry(nullptr); }
 
-    std::filesystem::path File() const { return m_folder / "config" / "oxbow-courier" / "mail.ini"; }
+    std::filesystem::path File() const { return m_folder.MailProfile(); }
     std::string Profile() const { return ReadBytes(File()); }
     void WriteProfile(const std::string& lines) {
         std::filesystem::create_directories(File().parent_path());
@@ -83,7 +81,7 @@ class MailWindow : public testing::Test {
     }
 
  protected:
-    TemporaryFolder m_folder;
+    ConfigHome m_folder;
     std::unique_ptr<MailDialog> m_dialog;
     std::string m_asked;
 };
