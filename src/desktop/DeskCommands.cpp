@@ -87,6 +87,16 @@ bool frmDesk::RunCommand(int command) {
     }
 }
 
+bool frmDesk::IsNameFree(const std::string& name) {
+    if (Global::FolderNameFree(name)) {
+        return true;
+    }
+    // Sic: "Error renaming file" also for a new folder.
+    MsgBox("The name '" + name + "' already exists in the system. Please specify a new name.", vbExclamation,
+           "Error renaming file");
+    return false;
+}
+
 bool frmDesk::NewFolder() {
     ListItems& items = lsvDesk->ListItems();
     for (int index = 1; index <= items.Count(); ++index) {
@@ -96,9 +106,7 @@ bool frmDesk::NewFolder() {
     }
     const int seconds = desk::SecondsOfKey(Now());
     const std::string name = Replace(InputBox("Please provide a name for the folder"), "'", "");
-    if (!Global::FolderNameFree(name)) {
-        MsgBox("The name '" + name + "' already exists in the system. Please specify a new name.",
-               vbExclamation, "Error renaming file");  // sic: the same box as RenameFolder (DeskList.cpp)
+    if (!IsNameFree(name)) {
         lsvDesk->SelectedItem();  // raises 91 without a selected item: there is no text to edit
         lsvDesk->StartLabelEdit();
         return false;

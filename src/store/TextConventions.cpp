@@ -62,6 +62,15 @@ int CountRecipients(const std::string& list) {
     return separators == 0 ? 1 : static_cast<int>(separators);
 }
 
+std::vector<std::string> RecipientsOf(const std::string& list) {
+    std::vector<std::string> names;
+    const int count = CountRecipients(list);
+    for (int number = 1; number <= count; ++number) {
+        names.push_back(GetDelimitedField(list, number, ";"));
+    }
+    return names;
+}
+
 void PauseSeconds(double seconds) {
     constexpr double Slice = 0.05;
     const DateValue target =
