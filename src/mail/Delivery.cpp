@@ -64,7 +64,7 @@ bool SendMailBatch(const Variant& body, const Variant& subject, int recipients, 
         for (int i = 1; i <= recipients; ++i) {
             message->Recipients().Add(RecipientSlot(i));
         }
-        message->Recipients().Resolve(true);
+        message->Recipients().Resolve(MAPI::Dialog::Allowed);
         for (int i = 1; i <= files; ++i) {
             MAPI::Attach(*message, i, AttachmentSlot(i));
         }
@@ -84,11 +84,10 @@ bool SendMailSingle(const Variant& body, const Variant& subject, const std::stri
         }
         const std::unique_ptr<MAPI::Message> message =
             MAPI::NewRunMessage(*session, subject.Text(), body.Text());
-        const int count = cmFunc::CountRecipients(recipients);
-        for (int i = 1; i <= count; ++i) {
-            message->Recipients().Add(cmFunc::GetDelimitedField(recipients, i, ";"));
+        for (const std::string& name : cmFunc::RecipientsOf(recipients)) {
+            message->Recipients().Add(name);
         }
-        message->Recipients().Resolve(true);
+        message->Recipients().Resolve(MAPI::Dialog::Allowed);
         MAPI::Attach(*message, 1, file);
         message->Send();
         return true;
@@ -109,7 +108,7 @@ bool SendAlertMail(const std::string& body, const std::string& recipient, const 
         if (!marker.Text().empty()) {
             message->Importance = MAPI::ImportanceHigh;
         }
-        message->Recipients().Resolve(true);
+        message->Recipients().Resolve(MAPI::Dialog::Allowed);
         message->Send();
         return true;
     } catch (...) {

@@ -27,7 +27,7 @@ class RecipientList : public MAPI::Recipients {
 
     void Add(const std::string& name) override { m_items.push_back({name}); }
 
-    void Resolve(bool /*showDialog*/) override { Mailboxes(); }
+    void Resolve(MAPI::Dialog /*dialog*/) override { Mailboxes(); }
 
     int Count() const override { return static_cast<int>(m_items.size()); }
 
@@ -172,18 +172,18 @@ class MailSession : public MAPI::Session {
         return *m_outbox;
     }
 
-    std::vector<MAPI::Recipient> AddressBook(bool oneAddress) override {
+    std::vector<MAPI::Recipient> AddressBook(MAPI::Choice choice) override {
         RequireLogon();
         std::optional<std::vector<AddressEntry>> picked;
         if (TheAddressChooser()) {
-            picked = TheAddressChooser()(m_context->book.ListEntries(), oneAddress);
+            picked = TheAddressChooser()(m_context->book.ListEntries(), choice);
         }
         if (!picked) {
             throw RuntimeError(err::MailUserCancel, "The choice of recipients was cancelled");
         }
         std::vector<MAPI::Recipient> recipients;
         for (const AddressEntry& entry : *picked) {
-            if (recipients.empty() || !oneAddress) {
+            if (recipients.empty() || choice == MAPI::Choice::Several) {
                 recipients.push_back({PickedName(m_context->book, entry)});
             }
         }

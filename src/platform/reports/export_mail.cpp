@@ -30,7 +30,7 @@ void MailFile(const std::string& toList, const std::string& subject, const std::
     session->Logon();
     const std::unique_ptr<MAPI::Message> mail = MAPI::NewRunMessage(*session, subject, message);
     AddRecipients(mail->Recipients(), toList);
-    mail->Recipients().Resolve(false);
+    mail->Recipients().Resolve(MAPI::Dialog::Forbidden);
     MAPI::Attach(*mail, 1, paths::FromMachine(file));
     mail->Send();
 }
