@@ -7,8 +7,6 @@
 
 #include <QApplication>
 #include <QMdiArea>
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -18,6 +16,7 @@
 #include <vector>
 
 #include "app/frmMain.h"
+#include "bench/timing.h"
 #include "desktop/HistoryCommands.h"
 #include "desktop/frmViewer.h"
 #include "platform/base/paths.h"
@@ -126,18 +125,6 @@ int Open() {
 void Close() {
     frmMain::Instance().Children().closeAllSubWindows();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-template <typename Body>
-double Seconds(Body body) {
-    const auto start = std::chrono::steady_clock::now();
-    body();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-    std::nth_element(values.begin(), values.begin() + Repeats / 2, values.end());
-    return values[Repeats / 2];
 }
 
 bool Measure(const char* name, const fs::path& path) {

@@ -7,8 +7,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -17,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/timing.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/clock.h"
 #include "scheduler/Schedchk.h"
@@ -100,18 +99,6 @@ int BareLoop(const fs::path& path) {
 void Poll(const fs::path& path) {
     Global::ConnectionString = "Data Source=" + paths::FromMachine(path) + ";Persist Security Info=False";
     Global::Schedchk();
-}
-
-template <typename Body>
-double Seconds(Body body) {
-    const auto start = std::chrono::steady_clock::now();
-    body();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-    std::nth_element(values.begin(), values.begin() + Repeats / 2, values.end());
-    return values[Repeats / 2];
 }
 
 // Runs in a process of its own, so that each run's memory is measured alone.

@@ -43,8 +43,8 @@ class TimedSession : public MAPI::Session {
         m_outbox = std::make_unique<TimedFolder>(m_session->Outbox());
     }
     MAPI::Folder& Outbox() override { return *m_outbox; }
-    std::vector<MAPI::Recipient> AddressBook(bool oneAddress) override {
-        return m_session->AddressBook(oneAddress);
+    std::vector<MAPI::Recipient> AddressBook(MAPI::Choice choice) override {
+        return m_session->AddressBook(choice);
     }
 
  private:

@@ -6,6 +6,7 @@
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
 #include "desktop/DeskWindows.h"
+#include "dialogs/ModalForm.h"
 #include "platform/contracts/process.h"
 #include "shared/Global.h"
 
@@ -26,9 +27,7 @@ void mnuAbout_Click() {
         about = new frmSplash(&frmMain::Instance());
         about->setAttribute(Qt::WA_DeleteOnClose);
     }
-    about->show();
-    about->raise();
-    about->activateWindow();
+    BringToFront(*about);
 }
 
 void mnuDesktop_Click() {

@@ -4,6 +4,7 @@
 #include <QPointer>
 
 #include "app/frmMain.h"
+#include "dialogs/ModalForm.h"
 #include "mail/PickRecipients.h"
 #include "platform/base/convert.h"
 #include "platform/base/resume_next.h"
@@ -92,8 +93,6 @@ void mnuPollInt_Click() {
         form = new frmConfig(&frmMain::Instance());
         form->setAttribute(Qt::WA_DeleteOnClose);
     }
-    form->show();
-    form->raise();
-    form->activateWindow();
+    BringToFront(*form);
     form->ShowPollingInterval(ShellMod::ReadSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, "Poll", "15"));
 }

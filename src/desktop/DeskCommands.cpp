@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Members of frmDesk: the commands of its toolbar.
 #include "desktop/DeskItems.h"
+#include "desktop/OnSelection.h"
 #include "desktop/frmDesk.h"
 #include "dialogs/PreviewSchedule.h"
 #include "dialogs/ScheduleRecords.h"
@@ -36,19 +37,11 @@ bool Confirmed(const std::string& question) {
 }  // namespace
 
 void frmDesk::ComAction(int command) {
-    try {
-        Global::BusyCursor(true);
+    OnSelection([this, command] {
         if (RunCommand(command)) {
             Global::BusyCursor(false);
         }
-    } catch (...) {
-        const RuntimeError error = CurrentError();
-        if (error.Number() == err::ObjectNotSet) {  // no item is selected
-            Global::BusyCursor(false);
-            return;
-        }
-        Global::ShowError(error);
-    }
+    });
 }
 
 // A command has the number of its toolbar button plus 1 (frmDesk.cpp has the table); 5 and 8 would be the
@@ -94,6 +87,16 @@ bool frmDesk::RunCommand(int command) {
     }
 }
 
+bool frmDesk::IsNameFree(const std::string& name) {
+    if (Global::FolderNameFree(name)) {
+        return true;
+    }
+    // Sic: "Error renaming file" also for a new folder.
+    MsgBox("The name '" + name + "' already exists in the system. Please specify a new name.", vbExclamation,
+           "Error renaming file");
+    return false;
+}
+
 bool frmDesk::NewFolder() {
     ListItems& items = lsvDesk->ListItems();
     for (int index = 1; index <= items.Count(); ++index) {
@@ -103,9 +106,7 @@ bool frmDesk::NewFolder() {
     }
     const int seconds = desk::SecondsOfKey(Now());
     const std::string name = Replace(InputBox("Please provide a name for the folder"), "'", "");
-    if (!Global::FolderNameFree(name)) {
-        MsgBox("The name '" + name + "' already exists in the system. Please specify a new name.",
-               vbExclamation, "Error renaming file");  // sic: the same box as RenameFolder (DeskList.cpp)
+    if (!IsNameFree(name)) {
         lsvDesk->SelectedItem();  // raises 91 without a selected item: there is no text to edit
         lsvDesk->StartLabelEdit();
         return false;

@@ -182,12 +182,9 @@ void frmDesk::lsvDesk_AfterLabelEdit(int& cancel, std::string& newString) {
     }
 }
 
-// Returns false if the name is taken. The same box as in NewFolder (DeskCommands.cpp), "Error renaming file"
-// included.
+// Returns false if the name is taken.
 bool frmDesk::RenameFolder(const std::string& oldName, const std::string& newName) {
-    if (!Global::FolderNameFree(newName)) {
-        MsgBox("The name '" + newName + "' already exists in the system. Please specify a new name.",
-               vbExclamation, "Error renaming file");
+    if (!IsNameFree(newName)) {
         return false;
     }
     ADODB::Connection connection;

@@ -5,6 +5,7 @@
 
 #include "desktop/DeskItems.h"
 #include "desktop/DeskWindows.h"
+#include "desktop/OnSelection.h"
 #include "desktop/frmDesk.h"
 #include "dialogs/ScheduleRecords.h"
 #include "dialogs/frmProp.h"
@@ -61,21 +62,13 @@ void mnuDeskDel_Click() {
 }
 
 void mnuDeskProp_Click() {
-    try {
-        Global::BusyCursor(true);
+    OnSelection([] {
         const DeskWindow& window = Global::ActiveDesk();
         Global::SelectedReportID =
             std::to_string(Global::GetScheduleID(window.SelectedText(), window.Caption()));
         Global::BusyCursor(false);
         frmProp::Instance().ShowForm();
-    } catch (...) {
-        const RuntimeError error = CurrentError();
-        if (error.Number() == err::ObjectNotSet) {  // no item is selected
-            Global::BusyCursor(false);
-            return;
-        }
-        Global::ShowError(error);
-    }
+    });
 }
 
 // Nobody asked for more than the menu: without a window or an item there is nothing to do.

@@ -83,6 +83,8 @@ class frmDesk : public QWidget, public DeskWindow {
     void ShowButtons();
     void SetFirstSize();
     bool RunCommand(int command);  // returns false if the command stopped early; the hourglass then stays
+    // Returns true if a folder may have this name. Otherwise shows the box for it.
+    static bool IsNameFree(const std::string& name);
     bool NewFolder();
     bool Preview();
     bool Delete();

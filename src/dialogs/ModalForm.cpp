@@ -15,6 +15,12 @@ QWidget* OwnerWindow() {
     return active != nullptr ? active : dynamic_cast<QWidget*>(Global::Frame);
 }
 
+void BringToFront(QWidget& form) {
+    form.show();
+    form.raise();
+    form.activateWindow();
+}
+
 bool LoadForm(const std::function<void()>& load) {
     try {
         load();

@@ -29,18 +29,19 @@ std::string MomentInWords(DateValue value) {
 
 }  // namespace
 
-std::string ReadingOf(int valueType, const std::string& text, bool wholeNumbersOnly) {
+std::string ReadingOf(int valueType, const std::string& text, Numbers numbers) {
     const bool isDate = valueType == report::DateTimeField;
     if ((!isDate && valueType != report::NumberField) || text.find_first_not_of(' ') == std::string::npos) {
         return {};
     }
-    const char* const noNumber = wholeNumbersOnly ? "not a whole number" : "not a number";
+    const bool isWhole = numbers == Numbers::Whole;
+    const char* const noNumber = isWhole ? "not a whole number" : "not a number";
     try {
         if (isDate) {
             return MomentInWords(CDate(text));
         }
         const double number = CDbl(text);
-        return wholeNumbersOnly && number != std::floor(number) ? noNumber : Variant(number).Text();
+        return isWhole && number != std::floor(number) ? noNumber : Variant(number).Text();
     } catch (const RuntimeError&) {
         return isDate ? "not a date" : noNumber;
     }

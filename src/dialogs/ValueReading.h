@@ -5,8 +5,10 @@
 
 #include <string>
 
+enum class Numbers { Any, Whole };
+
 // Returns "7 March 2026", "7 March 2026, 14:30:00", "14:30:00" or "1234.5" for a date or number field, and
 // "not a date", "not a number" or, for a field of whole numbers, "not a whole number" for a text that cannot
 // be converted. Returns an empty text for an empty `text` and for fields of any other type (`valueType` is a
 // code such as report::NumberField).
-std::string ReadingOf(int valueType, const std::string& text, bool wholeNumbersOnly = false);
+std::string ReadingOf(int valueType, const std::string& text, Numbers numbers = Numbers::Any);

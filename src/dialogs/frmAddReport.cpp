@@ -19,8 +19,8 @@
 #include "mail/PickRecipients.h"
 #include "platform/base/convert.h"
 #include "platform/base/resume_next.h"
+#include "platform/base/text.h"
 #include "platform/contracts/adodb.h"
-#include "platform/contracts/clock.h"
 #include "platform/contracts/prompts.h"
 #include "platform/contracts/registry.h"
 #include "platform/controls/kit/window_size.h"
@@ -33,12 +33,6 @@ namespace {
 
 // Indexed by the numbers of optFreq, from 1.
 constexpr std::array<const char*, 5> FrequencyWords = {"", "Daily", "Weekdays", "Weekly", "Monthly"};
-constexpr const char* FieldsMissing = "Please fill in all the fields";
-
-std::ptrdiff_t Letters(std::string_view text) {
-    return std::count_if(text.begin(), text.end(),
-                         [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; });
-}
 
 // Returns the text before the nth backslash, where n is the position of the first one (sic): three levels of
 // folders on a drive, an empty text for a path that begins with a backslash.
@@ -47,10 +41,10 @@ std::string FolderOf(const std::string& file) {
     if (first == std::string::npos) {
         return {};
     }
-    const std::ptrdiff_t stop = Letters(std::string_view(file).substr(0, first)) + 1;
-    std::ptrdiff_t backslashes = 0;
-    const auto end = std::find_if(file.begin(), file.end(), [&backslashes, stop](char letter) {
-        backslashes += letter == '\\' ? 1 : 0;
+    const std::size_t stop = CountCharacters(std::string_view(file).substr(0, first)) + 1;
+    std::size_t backslashes = 0;
+    const auto end = std::find_if(file.begin(), file.end(), [&backslashes, stop](char c) {
+        backslashes += c == '\\' ? 1 : 0;
         return backslashes == stop;
     });
     return {file.begin(), end};
@@ -70,9 +64,7 @@ frmAddReport& frmAddReport::Instance() {
 }
 
 void frmAddReport::ShowForm() {
-    show();
-    raise();
-    activateWindow();
+    BringToFront(*this);
 }
 
 frmAddReport::frmAddReport(QWidget* parent)
@@ -133,10 +125,7 @@ void frmAddReport::Form_Load() {
     m_ui->txtSelForm->setFixedHeight(fontMetrics().lineSpacing() * FormulaLines);
     resize(SizeForText(*this, LettersWide, 0));
     m_ui->Frame4->hide();
-    constexpr std::size_t HoursAndMinutes = 5;
-    m_ui->msTime->Text(TimeText(Now()).substr(0, HoursAndMinutes));
-    m_ui->dtStart->Value(Today());
-    m_ui->dtEnd->Value(CDate("31/12/3000"));
+    SetFirstTimes(*m_ui->msTime, *m_ui->dtStart, *m_ui->dtEnd);
     m_ui->lsvPar->ColumnHeaders().Add("Parameter Name");
     m_ui->lsvPar->ColumnHeaders().Add("Parameter Value");
     FrequencyWord = "Daily";
@@ -162,12 +151,6 @@ QWidget* frmAddReport::FirstControl(const QWidget* page) const {
            : page == m_ui->Step3 ? m_ui->txtRecipient
            : page == m_ui->Step4 ? static_cast<QWidget*>(m_ui->Check1)
                                  : m_ui->cmdNext;
-}
-
-// Shows the box and then moves the focus to the control that it names.
-void frmAddReport::Refuse(const std::string& why, QWidget* missing) {
-    MsgBox(why, vbExclamation);
-    missing->setFocus();
 }
 
 void frmAddReport::cmdBack_Click() {
@@ -202,11 +185,11 @@ void frmAddReport::cmdNext_Click() {
 
 void frmAddReport::LeaveSetup() {
     if (m_ui->txtTitle->Text().empty()) {
-        Refuse(FieldsMissing, m_ui->txtTitle);
+        RefusePage(FieldsMissing, m_ui->txtTitle);
     } else if (m_ui->txtBrowse->Text().empty()) {
-        Refuse(FieldsMissing, m_ui->cmdBrowse);
+        RefusePage(FieldsMissing, m_ui->cmdBrowse);
     } else if (m_ui->cmbFolder->Text().empty()) {
-        Refuse(FieldsMissing, m_ui->cmbFolder);
+        RefusePage(FieldsMissing, m_ui->cmbFolder);
     } else {
         if (m_pathTyped) {
             m_ui->txtBrowse->setFocus();  // the user corrects the path there
@@ -218,7 +201,7 @@ void frmAddReport::LeaveSetup() {
 
 void frmAddReport::LeaveSchedule() {
     if (m_ui->dtStart->Value() >= m_ui->dtEnd->Value()) {
-        Refuse("", m_ui->dtEnd);
+        RefusePage("", m_ui->dtEnd);
         return;
     }
     m_ui->msTime->setFocus();  // the user corrects the time there
@@ -228,7 +211,7 @@ void frmAddReport::LeaveSchedule() {
 
 void frmAddReport::LeaveEmail() {
     if (m_ui->txtRecipient->Text().empty()) {
-        Refuse(FieldsMissing, m_ui->txtRecipient);
+        RefusePage(FieldsMissing, m_ui->txtRecipient);
     } else {
         ShowPage(m_ui->Step4);
     }
@@ -239,8 +222,8 @@ void frmAddReport::LeaveProperties() {
         return;
     }
     if (LoginRequired == "T" && (m_ui->txtUserName->Text().empty() || m_ui->txtPassword->Text().empty())) {
-        Refuse("Please provide both the username and password for the report's database connection.",
-               m_ui->txtUserName->Text().empty() ? m_ui->txtUserName : m_ui->txtPassword);
+        RefusePage("Please provide both the username and password for the report's database connection.",
+                   m_ui->txtUserName->Text().empty() ? m_ui->txtUserName : m_ui->txtPassword);
         return;
     }
     ShowPage(m_ui->Step5);
@@ -254,8 +237,8 @@ bool frmAddReport::ParametersAreSet() {
         m_ui->cmdPar->setFocus();  // this button gets the missing names
         const bool unnamed = Global::ParNameSlot(i).empty();
         if (unnamed || m_ui->cmbFormat->Text().empty()) {
-            Refuse("Please set up the report parameters and specify the format of the report output.",
-                   unnamed ? static_cast<QWidget*>(m_ui->cmdPar) : m_ui->cmbFormat);
+            RefusePage("Please set up the report parameters and specify the format of the report output.",
+                       unnamed ? static_cast<QWidget*>(m_ui->cmdPar) : m_ui->cmbFormat);
             return false;
         }
     }

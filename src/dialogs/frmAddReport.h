@@ -53,7 +53,6 @@ class frmAddReport : public QDialog {
     void ConnectLostFocus();
     void ShowPage(QWidget* page);
     QWidget* FirstControl(const QWidget* page) const;
-    void Refuse(const std::string& why, QWidget* missing);
 
     void OpenPickedReport();
     void OpenTypedReport();

@@ -199,8 +199,9 @@ void frmPar::ShowReading(const report::ParameterField& parameter, int index) {
     reading->setMinimumWidth(fontMetrics().horizontalAdvance("30 September 2000, 00:00:00"));
     m_ui->grid->addWidget(reading, 2 * index - 1, 1);
     ComboBox& combo = *ComboSlot(index);
-    const auto show = [reading, valueType, isWhole = parameter.IsWholeNumber(), &combo] {
-        const QString text = QString::fromStdString(ReadingOf(valueType, combo.Text(), isWhole));
+    const auto show = [reading, valueType,
+                       numbers = parameter.IsWholeNumber() ? Numbers::Whole : Numbers::Any, &combo] {
+        const QString text = QString::fromStdString(ReadingOf(valueType, combo.Text(), numbers));
         reading->setText(text);
         combo.setAccessibleDescription(text);
     };

@@ -61,9 +61,7 @@ frmProp& frmProp::Instance() {
 }
 
 void frmProp::ShowForm() {
-    show();
-    raise();
-    activateWindow();
+    BringToFront(*this);
 }
 
 frmProp::frmProp(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmProp>()) {

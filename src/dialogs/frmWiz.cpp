@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dialogs/frmWiz.h"
+#include "dialogs/ModalForm.h"
+#include "dialogs/ScheduleFields.h"
 
 #include <QPointer>
 #include <QScopeGuard>
@@ -14,7 +16,6 @@
 #include "platform/base/convert.h"
 #include "platform/base/paths.h"
 #include "platform/base/resume_next.h"
-#include "platform/contracts/clock.h"
 #include "platform/contracts/loop.h"
 #include "platform/contracts/prompts.h"
 #include "platform/contracts/registry.h"
@@ -29,7 +30,6 @@
 namespace {
 
 constexpr const char *Next = "Next >", *FinishCaption = "&Finish";
-constexpr const char* FieldsMissing = "Please fill in all the fields";
 constexpr const char* BrowseTitle = "Browse for Folder";
 
 std::string WithBackslash(const std::string& folder) {
@@ -59,9 +59,7 @@ void frmWiz::ShowForm() {
     if (m_writing) {
         return;
     }
-    show();
-    raise();
-    activateWindow();
+    BringToFront(*this);
 }
 
 frmWiz::frmWiz(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmWiz>()) {
@@ -128,10 +126,7 @@ void frmWiz::Form_Load() {
         DoEvents();
         Global::ParCaller = "frmWiz";
         m_ui->txtReport1->Text(Global::OutputPath);
-        constexpr std::size_t HoursAndMinutes = 5;
-        m_ui->msTime->Text(TimeText(Now()).substr(0, HoursAndMinutes));
-        m_ui->stDate1->Value(Today());
-        m_ui->enDate1->Value(CDate("31/12/3000"));
+        SetFirstTimes(*m_ui->msTime, *m_ui->stDate1, *m_ui->enDate1);
         EmptyWorkTable();
         // Last, because the folder used before may be missing.
         m_ui->dirList->Path(Global::DefPath);
@@ -148,12 +143,6 @@ void frmWiz::ShowPage(QWidget* page) {
                      : page == m_ui->Step3 ? static_cast<QWidget*>(m_ui->filList)
                                            : m_ui->txtRecipient;
     (first->isEnabled() ? first : m_ui->chkMail)->setFocus();
-}
-
-// Shows the box and then moves the focus to the control that it names.
-void frmWiz::Refuse(const std::string& why, QWidget* missing) {
-    MsgBox(why, vbExclamation);
-    missing->setFocus();
 }
 
 void frmWiz::cmdBack_Click() {
@@ -217,7 +206,7 @@ void frmWiz::cmdSave_Click() {
 
 void frmWiz::LeaveSetup() {
     if (m_ui->txtTitle->Text().empty()) {
-        Refuse(FieldsMissing, m_ui->txtTitle);
+        RefusePage(FieldsMissing, m_ui->txtTitle);
         return;
     }
     ShowPage(m_ui->Step2);
@@ -237,7 +226,7 @@ QWidget* frmWiz::MissingOfSchedule() const {
 
 void frmWiz::LeaveSchedule() {
     if (QWidget* missing = MissingOfSchedule()) {
-        Refuse(FieldsMissing, missing);
+        RefusePage(FieldsMissing, missing);
         return;
     }
     m_ui->msTime->setFocus();  // the error names this box
@@ -247,7 +236,7 @@ void frmWiz::LeaveSchedule() {
 
 void frmWiz::LeaveReports() {
     if (m_ui->lsvReports->ListCount() == 0) {
-        Refuse("You must schedule at least one report.", m_ui->filList);
+        RefusePage("You must schedule at least one report.", m_ui->filList);
         return;
     }
     ShowPage(m_ui->Step4);
@@ -463,11 +452,7 @@ void frmWiz::txtMsg_LostFocus() {
 }
 
 void frmWiz::txtRecipient_LostFocus() {
-    const std::string recipients = m_ui->txtRecipient->Text();
-    if (!recipients.empty() && !recipients.ends_with(';')) {
-        m_ui->txtRecipient->Text(recipients + ";");
-    }
-    cmFunc::StripQuotes(*m_ui->txtRecipient);
+    CleanRecipients(*m_ui->txtRecipient);
 }
 
 void mnuQuick_Click() {

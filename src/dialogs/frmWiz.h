@@ -57,7 +57,6 @@ class frmWiz : public QDialog {
     void ConnectReports();
     void ConnectEmail();
     void ShowPage(QWidget* page);
-    void Refuse(const std::string& why, QWidget* missing);
     bool BrowseForFolder();
     void EmptyWorkTable();
     void TakeBackLastReport();

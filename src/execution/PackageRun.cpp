@@ -14,11 +14,9 @@ namespace {
 // Returns the number of recipients. The last name of a list that does not end in ";" is lost: see
 // cmFunc::CountRecipients.
 int FillRecipientList(const std::string& recipients) {
-    const int count = cmFunc::CountRecipients(recipients);
-    RecipientList.assign(static_cast<std::size_t>(count) + 1, {});
-    for (int i = 1; i <= count; ++i) {
-        RecipientList[static_cast<std::size_t>(i)] = cmFunc::GetDelimitedField(recipients, i, ";");
-    }
+    RecipientList = cmFunc::RecipientsOf(recipients);
+    const auto count = static_cast<int>(RecipientList.size());
+    RecipientList.insert(RecipientList.begin(), std::string());  // the slots count from 1
     return count;
 }
 

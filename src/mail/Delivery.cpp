@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/base/due_run.h"
 #include "platform/base/journal.h"
+#include "platform/base/new_message.h"
 #include "platform/base/text.h"
 #include "platform/contracts/mapi.h"
 #include "platform/contracts/prompts.h"
@@ -51,21 +51,6 @@ std::unique_ptr<MAPI::Session> LoggedOnSession() {
     return session;
 }
 
-std::unique_ptr<MAPI::Message> NewMessage(MAPI::Session& session, const std::string& subject,
-                                          const std::string& body) {
-    std::unique_ptr<MAPI::Message> message = session.Outbox().AddMessage();
-    message->Subject = subject;
-    message->Text = body;
-    return message;
-}
-
-// The attachment's position is after the last character of the body, at `number` characters from it.
-void Attach(MAPI::Message& message, int number, const std::string& file) {
-    MAPI::Attachment& attachment = message.Attachments().Add();
-    attachment.Position = static_cast<int>(CountCharacters(message.Text)) + number;
-    attachment.Source = file;
-}
-
 }  // namespace
 
 bool SendMailBatch(const Variant& body, const Variant& subject, int recipients, int files, int /*unused*/) {
@@ -74,14 +59,14 @@ bool SendMailBatch(const Variant& body, const Variant& subject, int recipients, 
         if (!session) {
             return false;
         }
-        const std::unique_ptr<MAPI::Message> message = NewMessage(*session, subject.Text(), body.Text());
-        message->Identity = MAPI::DueRun::Identity();
+        const std::unique_ptr<MAPI::Message> message =
+            MAPI::NewRunMessage(*session, subject.Text(), body.Text());
         for (int i = 1; i <= recipients; ++i) {
             message->Recipients().Add(RecipientSlot(i));
         }
-        message->Recipients().Resolve(true);
+        message->Recipients().Resolve(MAPI::Dialog::Allowed);
         for (int i = 1; i <= files; ++i) {
-            Attach(*message, i, AttachmentSlot(i));
+            MAPI::Attach(*message, i, AttachmentSlot(i));
         }
         message->Send();
         return true;
@@ -97,14 +82,13 @@ bool SendMailSingle(const Variant& body, const Variant& subject, const std::stri
         if (!session) {
             return false;
         }
-        const std::unique_ptr<MAPI::Message> message = NewMessage(*session, subject.Text(), body.Text());
-        message->Identity = MAPI::DueRun::Identity();
-        const int count = cmFunc::CountRecipients(recipients);
-        for (int i = 1; i <= count; ++i) {
-            message->Recipients().Add(cmFunc::GetDelimitedField(recipients, i, ";"));
+        const std::unique_ptr<MAPI::Message> message =
+            MAPI::NewRunMessage(*session, subject.Text(), body.Text());
+        for (const std::string& name : cmFunc::RecipientsOf(recipients)) {
+            message->Recipients().Add(name);
         }
-        message->Recipients().Resolve(true);
-        Attach(*message, 1, file);
+        message->Recipients().Resolve(MAPI::Dialog::Allowed);
+        MAPI::Attach(*message, 1, file);
         message->Send();
         return true;
     } catch (...) {
@@ -119,12 +103,12 @@ bool SendAlertMail(const std::string& body, const std::string& recipient, const 
         if (!session) {
             return false;
         }
-        const std::unique_ptr<MAPI::Message> message = NewMessage(*session, subject, body);
+        const std::unique_ptr<MAPI::Message> message = MAPI::NewMessage(*session, subject, body);
         message->Recipients().Add(recipient);
         if (!marker.Text().empty()) {
             message->Importance = MAPI::ImportanceHigh;
         }
-        message->Recipients().Resolve(true);
+        message->Recipients().Resolve(MAPI::Dialog::Allowed);
         message->Send();
         return true;
     } catch (...) {
@@ -156,11 +140,8 @@ constexpr std::size_t MostRefusals = 10;
 
 std::string Cut(const std::string& answer) {
     constexpr std::size_t Longest = 200;  // characters
-    std::size_t end = 0;
-    for (std::size_t count = 0; count < Longest && end < answer.size(); ++count) {
-        end += CharacterAt(answer, end).length;
-    }
-    return answer.substr(0, end) + (end < answer.size() ? "..." : "");
+    const std::string_view first = FirstCharacters(answer, Longest);
+    return std::string(first) + (first.size() < answer.size() ? "..." : "");
 }
 
 void AlertRefusals(const std::string& text) {

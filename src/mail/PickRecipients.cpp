@@ -28,7 +28,7 @@ struct Choice {
     void Logon() { Set(session).Logon(); }
     void MakeMessage() { message = Set(session).Outbox().AddMessage(); }
     void ShowAddressBook() {
-        for (const MAPI::Recipient& recipient : Set(session).AddressBook(false)) {
+        for (const MAPI::Recipient& recipient : Set(session).AddressBook(MAPI::Choice::Several)) {
             Set(message).Recipients().Add(recipient.Name);
         }
     }

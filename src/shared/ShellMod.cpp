@@ -3,6 +3,7 @@
 
 #include "platform/base/convert.h"
 #include "platform/base/journal.h"
+#include "platform/base/resume_next.h"
 #include "platform/base/text.h"
 #include "platform/contracts/registry.h"
 #include "platform/contracts/runtime.h"
@@ -114,11 +115,7 @@ bool OpenDocument(const std::string& file, int showMode, const std::string& para
         showMode = 0;
     }
     int code = 0;  // 0 if the call itself fails
-    try {
-        code = TheShell().ShellExecuteA(verb, file, parameters, directory, showMode);
-    } catch (...) {
-        code = 0;
-    }
+    ResumeNext([&] { code = TheShell().ShellExecuteA(verb, file, parameters, directory, showMode); });
     if (code > HighestFailure) {
         return true;
     }
@@ -127,14 +124,11 @@ bool OpenDocument(const std::string& file, int showMode, const std::string& para
 }
 
 std::string BrowseForFolderDialog(WindowHandle owner, const std::string& title, const std::string& start) {
-    try {
-        const std::string path = TheShell().BrowseForFolder(owner, title, start);
-        const std::string chosen = path.substr(0, path.find('\0'));
-        // A path that does not fit in the buffer is not returned: a part of it would be another folder.
-        return CountCharacters(chosen) < PathBuffer ? chosen : std::string();
-    } catch (...) {
-        return {};
-    }
+    std::string path;
+    ResumeNext([&] { path = TheShell().BrowseForFolder(owner, title, start); });
+    const std::string chosen = path.substr(0, path.find('\0'));
+    // A path that does not fit in the buffer is not returned: a part of it would be another folder.
+    return CountCharacters(chosen) < PathBuffer ? chosen : std::string();
 }
 
 }  // namespace ShellMod

@@ -13,7 +13,7 @@ void EnsureLiveDatabase() {
     try {
         if (!files.FileExists(live)) {
             // Another process may make the file at the same moment, and its file may already hold rows.
-            files.GetFile(AppPath() + "\\Pressroom.dat").Copy(live, false);
+            files.GetFile(AppPath() + "\\Pressroom.dat").Copy(live, Scripting::File::Existing::Keep);
         }
     } catch (...) {
         const RuntimeError error = CurrentError();

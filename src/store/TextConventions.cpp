@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "platform/base/convert.h"
+#include "platform/base/text.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/loop.h"
 
@@ -26,14 +27,6 @@ std::size_t InStr(std::size_t start, const std::string& text, const std::string&
     return found == std::string::npos ? 0 : found + 1;
 }
 
-std::size_t LengthOfFirstCharacter(const std::string& text) {
-    std::size_t length = 1;
-    while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) {
-        ++length;
-    }
-    return length;
-}
-
 }  // namespace
 
 std::string FormatDateText(DateValue value) {
@@ -45,7 +38,7 @@ void StripQuotes(EditableText& box) {
 }
 
 std::string GetDelimitedField(const std::string& text, int number, const std::string& delimiter) {
-    const std::size_t step = LengthOfFirstCharacter(delimiter);
+    const std::size_t step = FirstCharacters(delimiter, 1).size();
     std::size_t start = 1;
     for (int field = 2; field <= number; ++field) {
         const std::size_t found = InStr(start, text, delimiter);
@@ -67,6 +60,15 @@ std::string PackageOfKey(const std::string& key) {
 int CountRecipients(const std::string& list) {
     const auto separators = std::count(list.begin(), list.end(), ';');
     return separators == 0 ? 1 : static_cast<int>(separators);
+}
+
+std::vector<std::string> RecipientsOf(const std::string& list) {
+    std::vector<std::string> names;
+    const int count = CountRecipients(list);
+    for (int number = 1; number <= count; ++number) {
+        names.push_back(GetDelimitedField(list, number, ";"));
+    }
+    return names;
 }
 
 void PauseSeconds(double seconds) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/contracts/dates.h"
 #include "platform/controls/editable_text.h"
@@ -29,6 +30,9 @@ std::string PackageOfKey(const std::string& key);
 // last ";" does not count. Mail that the engine sends itself splits the list in another way:
 // platform/reports/export_mail keeps the last name.
 int CountRecipients(const std::string& list);
+
+// Returns the names that CountRecipients counts. A name may be empty.
+std::vector<std::string> RecipientsOf(const std::string& list);
 
 // Lets events run until this many seconds, rounded up, have passed.
 void PauseSeconds(double seconds);

@@ -39,10 +39,10 @@ TEST_F(ValueReading, NumberIsToldWithAPoint) {
 }
 
 TEST_F(ValueReading, FractionIsNoReadingWhereOnlyWholeNumbersAreTaken) {
-    EXPECT_EQ(ReadingOf(report::NumberField, "12.5", true), "not a whole number");
-    EXPECT_EQ(ReadingOf(report::NumberField, "many", true), "not a whole number");
-    EXPECT_EQ(ReadingOf(report::NumberField, "12.0", true), "12");
-    EXPECT_EQ(ReadingOf(report::NumberField, "-3", true), "-3");
+    EXPECT_EQ(ReadingOf(report::NumberField, "12.5", Numbers::Whole), "not a whole number");
+    EXPECT_EQ(ReadingOf(report::NumberField, "many", Numbers::Whole), "not a whole number");
+    EXPECT_EQ(ReadingOf(report::NumberField, "12.0", Numbers::Whole), "12");
+    EXPECT_EQ(ReadingOf(report::NumberField, "-3", Numbers::Whole), "-3");
 }
 
 TEST_F(ValueReading, WhatIsNeitherIsSaidSoAndEmptyIsNothing) {

@@ -7,16 +7,15 @@
 #include <fstream>
 
 #include "platform/base/paths.h"
-#include "shared/Global.h"
-#include "support/database.h"
-#include "support/fakes.h"
+#include "support/run_fixture.h"
 
 namespace {
 
 const char* const Path = "Z:\\reports\\sales.rpt";
 
-class RunReport : public testing::Test {
+class RunReport : public fakes::RunFixture {
  protected:
+    RunReport() : RunFixture(fakes::At(2002, 1, 1, 5, 30)) {}
     void SetUp() override {
         SetCommand("-sched");
         engine.reports[Path].title = "Sales 2026";
@@ -40,22 +39,6 @@ class RunReport : public testing::Test {
     void Parameter(const std::string& value) {
         database.Run("insert into ReportParameter values(7, 'P', " + value + ")");
     }
-    std::vector<std::string> CallsWith(const std::string& word) const {
-        std::vector<std::string> found;
-        for (const std::string& call : engine.calls) {
-            if (call.rfind(word, 0) == 0) {
-                found.push_back(call);
-            }
-        }
-        return found;
-    }
-    fakes::FakeClock clock{fakes::At(2002, 1, 1, 5, 30)};
-    fakes::FakeLoop loop{clock};
-    fakes::TestDatabase database;
-    fakes::FakeEngine engine;
-    fakes::FakeMailSystem mail;
-    fakes::FakePrompts prompts;
-    fakes::FakeFrame frame;
 };
 
 using Calls = std::vector<std::string>;

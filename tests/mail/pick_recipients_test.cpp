@@ -101,10 +101,10 @@ TEST_F(RecipientPicker, CancelOfTheRealSessionAddsNothingAndItsPickIsAdded) {
                                         "\n[AddressBook]\nVCard=" + (folder / "book.vcf").string());
     mailer::ProfileMailSystem real(folder / "mail.ini");
     MAPI::SetMailSystem(&real);
-    mailer::SetAddressChooser([](const auto&, bool) { return std::nullopt; });
+    mailer::SetAddressChooser([](const auto&, MAPI::Choice) { return std::nullopt; });
     PickRecipients(box);
     EXPECT_EQ(box.Text(), "");
-    mailer::SetAddressChooser([](const auto& entries, bool) { return std::optional(entries); });
+    mailer::SetAddressChooser([](const auto& entries, MAPI::Choice) { return std::optional(entries); });
     PickRecipients(box);
     mailer::SetAddressChooser({});
     EXPECT_EQ(box.Text(), "Ann Archer;");

@@ -8,19 +8,17 @@
 #include "mail/Delivery.h"
 #include "platform/contracts/process.h"
 #include "scheduler/RunHistory.h"
-#include "shared/Global.h"
-#include "support/database.h"
-#include "support/fakes.h"
+#include "support/run_fixture.h"
 
 namespace {
 
 using Rows = std::vector<std::string>;
 
-class Schedchk : public testing::Test {
+class Schedchk : public fakes::RunFixture {
  protected:
+    Schedchk() : RunFixture(fakes::At(2026, 11, 21, 14, 0, 0)) {}
     void SetUp() override {
         SetCommand("-sched");
-        Global::AlertWho = "boss@example.com";
         engine.reports["Z:\\reports\\sales.rpt"] = {};
     }
     void TearDown() override { SetCommand({}); }
@@ -32,13 +30,6 @@ class Schedchk : public testing::Test {
     int Exports() const {
         return static_cast<int>(std::count(engine.calls.begin(), engine.calls.end(), "export False"));
     }
-    fakes::FakeClock clock{fakes::At(2026, 11, 21, 14, 0, 0)};
-    fakes::FakeLoop loop{clock};
-    fakes::TestDatabase database;
-    fakes::FakeEngine engine;
-    fakes::FakeMailSystem mail;
-    fakes::FakePrompts prompts;
-    fakes::FakeFrame frame;
 };
 
 }  // namespace

@@ -104,6 +104,15 @@ TEST(RecipientCount, IsTheNumberOfSeparatorsAndAtLeastOne) {
     EXPECT_EQ(cmFunc::CountRecipients(""), 1);
 }
 
+TEST(RecipientCount, IsTheNumberOfTheNames) {
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(cmFunc::RecipientsOf("a;b"), Names{"a"});
+    EXPECT_EQ(cmFunc::RecipientsOf("a; b;"), (Names{"a", " b"}));
+    EXPECT_EQ(cmFunc::RecipientsOf("N/A"), Names{"N/A"});
+    EXPECT_EQ(cmFunc::RecipientsOf("a;;b;"), (Names{"a", "", "b"}));
+    EXPECT_EQ(cmFunc::RecipientsOf(""), Names{""});
+}
+
 TEST(Pause, YieldsUntilItsTarget) {
     fakes::FakeClock clock(fakes::At(2026, 11, 21, 12, 0, 0));
     fakes::FakeLoop loop(clock);

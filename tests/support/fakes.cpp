@@ -145,8 +145,8 @@ class FakeRecipients : public MAPI::Recipients {
     FakeRecipients(FakeMailSystem& system, const FakeAttachments& attachments)
         : m_system(system), m_attachments(attachments) {}
     void Add(const std::string& name) override { names.push_back({name}); }
-    void Resolve(bool showDialog) override {
-        resolvedWithDialog = showDialog;
+    void Resolve(MAPI::Dialog dialog) override {
+        resolvedWithDialog = dialog == MAPI::Dialog::Allowed;
         atResolve = {names.size(), m_attachments.items.size()};
         RaiseNext(m_system.resolveErrors);
     }
@@ -209,8 +209,8 @@ class FakeSession : public MAPI::Session {
         RaiseNext(m_system.logonErrors);
     }
     MAPI::Folder& Outbox() override { return m_outbox; }
-    std::vector<MAPI::Recipient> AddressBook(bool oneAddress) override {
-        m_system.booksShown.push_back(oneAddress);
+    std::vector<MAPI::Recipient> AddressBook(MAPI::Choice choice) override {
+        m_system.booksShown.push_back(choice == MAPI::Choice::One);
         RaiseNext(m_system.bookErrors);
         if (m_system.picks.empty()) {
             throw RuntimeError(err::MailUserCancel, "cancelled");

@@ -189,7 +189,7 @@ class FakeMailSystem : public MAPI::System {
     // In the same way for the nth new message and the nth showing of the address book.
     std::deque<std::optional<RuntimeError>> messageErrors, bookErrors;
     std::deque<std::vector<std::string>> picks;  // from the address book; empty: the user cancels
-    std::vector<bool> booksShown;                // the value of OneAddress
+    std::vector<bool> booksShown;                // whether for one address
     bool noSession = false;
     int logons = 0;
 };

@@ -8,30 +8,22 @@
 #include <limits>
 #include <optional>
 
+#include "platform/base/ascii.h"
 #include "platform/base/date_reader.h"
 #include "platform/base/text.h"
 #include "platform/contracts/regional.h"
 
 namespace {
 
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view Blanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(Blanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
-}
-
 // Reads decimal text with a point, in every region: numbers are stored in this form. Returns nullopt for
 // infinity and not-a-number.
 std::optional<double> DecimalOf(std::string_view text) {
-    std::string_view digits = Trimmed(text);
+    std::string_view digits = Trim(text);
     if (digits.size() > 1 && digits.front() == '+' && digits[1] != '-') {
         digits.remove_prefix(1);
     }
-    const bool startsAsNumber = !digits.empty() && (digits.front() == '-' || digits.front() == '.' ||
-                                                    (digits.front() >= '0' && digits.front() <= '9'));
+    const bool startsAsNumber =
+        !digits.empty() && (digits.front() == '-' || digits.front() == '.' || IsAsciiDigit(digits.front()));
     if (!startsAsNumber) {
         return std::nullopt;
     }
@@ -52,7 +44,7 @@ std::optional<double> DecimalOf(std::string_view text) {
 // Reads &H and &O texts as the bits of a whole number of this size, so that &HFFFF is -1 in 16 bits.
 template <typename Whole>
 std::optional<Whole> BitsOf(std::string_view text) {
-    const std::string_view trimmed = Trimmed(text);
+    const std::string_view trimmed = Trim(text);
     if (trimmed.size() < 3 || trimmed[0] != '&') {
         return std::nullopt;
     }
@@ -127,10 +119,10 @@ double CDbl(const Variant& value) {
 
 bool CBool(const Variant& value) {
     if (const auto* text = value.TextOrNull()) {
-        if (SameText(Trimmed(*text), "True")) {
+        if (SameText(Trim(*text), "True")) {
             return true;
         }
-        if (SameText(Trimmed(*text), "False")) {
+        if (SameText(Trim(*text), "False")) {
             return false;
         }
     }
@@ -142,7 +134,7 @@ DateValue CDate(const Variant& value) {
     if (text == nullptr) {
         return DateValue::FromDays(CDbl(value));
     }
-    if (const auto date = ReadDateText(Trimmed(*text), Regional())) {
+    if (const auto date = ReadDateText(Trim(*text), Regional())) {
         return *date;
     }
     if (const auto days = DecimalOf(*text)) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 
+#include "platform/base/ascii.h"
 #include "platform/base/text.h"
 
 namespace {
@@ -14,13 +15,6 @@ struct Number {
     int value = 0;
     int digits = 0;
 };
-
-bool IsDigit(char letter) {
-    return letter >= '0' && letter <= '9';
-}
-bool IsWordLetter(char letter) {
-    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z');
-}
 
 // Returns the full year for a year of two digits.
 int FullYear(const Number& number) {
@@ -126,7 +120,7 @@ class Reader {
 
     bool TakeNumber(Number& number) {
         number = {};
-        while (IsDigit(Peek()) && number.digits < 5) {
+        while (IsAsciiDigit(Peek()) && number.digits < 5) {
             number.value = number.value * 10 + (Peek() - '0');
             ++number.digits;
             ++m_at;
@@ -136,7 +130,7 @@ class Reader {
 
     std::string_view TakeWord() {
         const std::size_t start = m_at;
-        while (IsWordLetter(Peek())) {
+        while (IsAsciiLetter(Peek())) {
             ++m_at;
         }
         return m_text.substr(start, m_at - start);
@@ -193,7 +187,7 @@ class Reader {
     }
 
     std::optional<DateValue> Date() {
-        if (IsWordLetter(Peek())) {
+        if (IsAsciiLetter(Peek())) {
             return MonthDayYear();
         }
         std::array<Number, 3> part;
@@ -202,7 +196,7 @@ class Reader {
         }
         const char separator = Peek();
         const bool isKnown = separator == '/' || separator == '-' || separator == '.';
-        if (!isKnown || IsWordLetter(m_at + 1 < m_text.size() ? m_text[m_at + 1] : '\0')) {
+        if (!isKnown || IsAsciiLetter(m_at + 1 < m_text.size() ? m_text[m_at + 1] : '\0')) {
             return DayMonthYear(part[0]);
         }
         for (std::size_t index = 1; index < part.size(); ++index) {

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "platform/base/ascii.h"
+#include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
 
 namespace {
@@ -10,34 +12,15 @@ namespace {
 constexpr std::size_t LongestTitle = 120;  // bytes; every file system leaves space for the extension
 constexpr std::size_t LongestShown = 80;
 
-bool IsControl(char c) {
-    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-}
-
-bool IsLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-
-// Never cuts inside a character.
-std::string_view Cut(std::string_view text, std::size_t length) {
-    if (text.size() <= length) {
-        return text;
-    }
-    while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) {
-        --length;
-    }
-    return text.substr(0, length);
-}
-
 bool StaysInFolder(std::string_view piece) {
-    const bool isDrive = piece.size() == 2 && IsLetter(piece[0]) && piece[1] == ':';
+    const bool isDrive = piece.size() == 2 && IsAsciiLetter(piece[0]) && piece[1] == ':';
     return !isDrive && piece.size() <= LongestFileName &&
            piece.find_first_not_of('.') != std::string_view::npos &&
            std::none_of(piece.begin(), piece.end(), IsControl);
 }
 
 [[noreturn]] void Refuse(std::string_view name) {
-    std::string shown(Cut(name, LongestShown));
+    std::string shown(CutText(name, LongestShown));
     std::replace_if(shown.begin(), shown.end(), IsControl, '?');
     throw RuntimeError(err::PathNotFound, RuntimeError(err::PathNotFound).Description() + ": \"" + shown +
                                               (shown.size() < name.size() ? "..." : "") +
@@ -52,7 +35,7 @@ std::string SafeFileName(std::string_view text, std::string_view nameless) {
     std::replace_if(
         name.begin(), name.end(),
         [&](char c) { return IsControl(c) || RefusedElsewhere.find(c) != std::string_view::npos; }, '_');
-    name = Cut(name, LongestTitle);
+    name = CutText(name, LongestTitle);
     const std::size_t first = name.find_first_not_of(" .");
     if (first == std::string::npos) {
         return std::string(nameless);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "platform/base/ascii.h"
 #include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
 
@@ -15,10 +16,6 @@ namespace fs = std::filesystem;
     const std::string shown = paths::ForUser(path.substr(0, path.find('\0')));
     throw RuntimeError(err::PathNotFound,
                        RuntimeError(err::PathNotFound).Description() + ": \"" + shown + "\"");
-}
-
-bool IsLetter(char letter) {
-    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z');
 }
 
 bool Exists(const fs::path& path) {
@@ -79,7 +76,7 @@ fs::path ToMachine(std::string_view path) {
     }
     std::string text(path);
     std::replace(text.begin(), text.end(), '\\', '/');
-    if (text.size() >= 2 && text[1] == ':' && IsLetter(text[0])) {
+    if (text.size() >= 2 && text[1] == ':' && IsAsciiLetter(text[0])) {
         if (text[0] != 'Z' && text[0] != 'z') {
             RaiseNotFound(path);
         }

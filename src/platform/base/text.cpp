@@ -74,6 +74,24 @@ std::size_t CountCharacters(std::string_view text) {
     return count;
 }
 
+std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+    std::size_t end = 0;
+    for (; count > 0 && end < text.size(); --count) {
+        end += CharacterAt(text, end).length;
+    }
+    return text.substr(0, end);
+}
+
+std::string_view CutText(std::string_view text, std::size_t bytes) {
+    if (text.size() <= bytes) {
+        return text;
+    }
+    while (bytes > 0 && IsTrail(text, bytes)) {
+        --bytes;
+    }
+    return text.substr(0, bytes);
+}
+
 void AppendCharacter(std::string& text, char32_t code) {
     if (code < 0x80) {
         text += static_cast<char>(code);
@@ -92,6 +110,28 @@ void AppendCharacter(std::string& text, char32_t code) {
     } else {
         text += static_cast<char>(code - NoCharacter);
     }
+}
+
+bool IsUtf8(std::string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const Character character = CharacterAt(text, at);
+        if (character.code >= NoCharacter) {
+            return false;
+        }
+        at += character.length;
+    }
+    return true;
+}
+
+std::string ValidUtf8(std::string_view text) {
+    std::string valid;
+    valid.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const Character character = CharacterAt(text, at);
+        AppendCharacter(valid, character.code < NoCharacter ? character.code : ReplacementCharacter);
+        at += character.length;
+    }
+    return valid;
 }
 
 std::string UpperText(std::string_view text) {
@@ -157,7 +197,7 @@ PatternPiece PieceAt(std::string_view pattern, std::size_t at, char32_t escape) 
 bool LikeText(std::string_view text, std::string_view pattern, char32_t escape) {
     std::size_t textAt = 0;
     std::size_t patternAt = 0;
-    std::size_t behindWildcard = std::string_view::npos;
+    std::size_t afterWildcard = std::string_view::npos;
     std::size_t wildcardText = 0;
     while (true) {
         const bool hasPiece = patternAt < pattern.size();
@@ -165,7 +205,7 @@ bool LikeText(std::string_view text, std::string_view pattern, char32_t escape) 
                                             : PatternPiece{PatternPiece::Exactly, NoCharacter, 0};
         if (hasPiece && piece.kind == PatternPiece::Any) {
             patternAt += piece.length;
-            behindWildcard = patternAt;
+            afterWildcard = patternAt;
             wildcardText = textAt;
             continue;
         }
@@ -176,10 +216,10 @@ bool LikeText(std::string_view text, std::string_view pattern, char32_t escape) 
         if (hasPiece && (piece.kind == PatternPiece::One || piece.code == Lower(character.code))) {
             textAt += character.length;
             patternAt += piece.length;
-        } else if (behindWildcard != std::string_view::npos) {
+        } else if (afterWildcard != std::string_view::npos) {
             wildcardText += CharacterAt(text, wildcardText).length;
             textAt = wildcardText;
-            patternAt = behindWildcard;
+            patternAt = afterWildcard;
         } else {
             return false;
         }

@@ -14,13 +14,23 @@ struct Character {
     std::size_t length;
 };
 inline constexpr char32_t NoCharacter = 0x110000;
+// Stands for what cannot be read, where only whole characters are allowed.
+inline constexpr char32_t ReplacementCharacter = 0xFFFD;
 
 // Returns the character at the byte offset `at`, which must be less than the size of the text.
 Character CharacterAt(std::string_view text, std::size_t at);
 // Returns the number of characters.
 std::size_t CountCharacters(std::string_view text);
+// Returns the first `count` characters, or the whole text if it has fewer.
+std::string_view FirstCharacters(std::string_view text, std::size_t count);
+// Returns as many whole characters as fit into this number of bytes.
+std::string_view CutText(std::string_view text, std::size_t bytes);
 // The reverse of CharacterAt, byte for byte.
 void AppendCharacter(std::string& text, char32_t code);
+
+bool IsUtf8(std::string_view text);
+// Returns the text with U+FFFD in place of every byte that is not UTF-8.
+std::string ValidUtf8(std::string_view text);
 
 // Returns the text in upper case. A character whose upper case is more than one character, and a byte that is
 // not UTF-8, stays unchanged.

@@ -2,7 +2,7 @@
 #include "platform/contracts/dates.h"
 
 #include <algorithm>
-#include <array>
+#include <chrono>
 #include <cmath>
 
 #include "platform/contracts/runtime.h"
@@ -12,50 +12,49 @@ namespace {
 constexpr std::int64_t SecondsOfDay = 86400;
 constexpr std::int64_t ZeroDayFromEpoch = 25569;  // days from 1899-12-30 to 1970-01-01
 constexpr double FirstDay = -657434;              // 0100-01-01, the first date that a value can hold
-constexpr double BehindLastDay = 2958466;         // 10000-01-01
+constexpr double AfterLastDay = 2958466;          // 10000-01-01
 
 std::int64_t FloorDivide(std::int64_t value, std::int64_t divisor) {
     const std::int64_t quotient = value / divisor;
     return value % divisor < 0 ? quotient - 1 : quotient;
 }
 
-bool IsLeapYear(std::int64_t year) {
-    return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+// The calendar repeats after 400 years. std::chrono works on the part within them: it holds fewer years than
+// the values here.
+constexpr int YearsOfEra = 400;
+constexpr std::int64_t DaysOfEra = 146097;
+
+std::chrono::year YearOfEra(std::int64_t year) {
+    return std::chrono::year(static_cast<int>(year - FloorDivide(year, YearsOfEra) * YearsOfEra));
 }
 
 int DaysInMonth(std::int64_t year, int month) {
-    constexpr std::array<int, 12> Days{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return month == 2 && IsLeapYear(year) ? 29 : Days[static_cast<std::size_t>(month - 1)];
+    const auto last = YearOfEra(year) / month / std::chrono::last;
+    return static_cast<int>(static_cast<unsigned>(last.day()));
 }
 
-// Years start in March here, so that the leap day is the last day of its year.
 std::int64_t DaysFromZero(std::int64_t year, int month, std::int64_t day) {
-    const std::int64_t marchYear = month <= 2 ? year - 1 : year;
-    const std::int64_t era = FloorDivide(marchYear, 400);
-    const std::int64_t yearOfEra = marchYear - era * 400;
-    const std::int64_t dayOfYear = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
-    const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-    return era * 146097 + dayOfEra - 719468 + ZeroDayFromEpoch;
+    const std::chrono::sys_days first = YearOfEra(year) / month / 1;
+    return first.time_since_epoch().count() + FloorDivide(year, YearsOfEra) * DaysOfEra + day - 1 +
+           ZeroDayFromEpoch;
 }
 
 DateParts SplitDay(std::int64_t dayNumber) {
-    const std::int64_t shifted = dayNumber - ZeroDayFromEpoch + 719468;
-    const std::int64_t era = FloorDivide(shifted, 146097);
-    const std::int64_t dayOfEra = shifted - era * 146097;
-    const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const std::int64_t marchMonth = (5 * dayOfYear + 2) / 153;
+    const std::int64_t fromEpoch = dayNumber - ZeroDayFromEpoch;
+    const std::int64_t era = FloorDivide(fromEpoch, DaysOfEra);
+    const std::chrono::days dayOfEra(fromEpoch - era * DaysOfEra);
+    const std::chrono::year_month_day date{std::chrono::sys_days(dayOfEra)};
     DateParts parts{};
-    parts.day = static_cast<int>(dayOfYear - (153 * marchMonth + 2) / 5 + 1);
-    parts.month = static_cast<int>(marchMonth < 10 ? marchMonth + 3 : marchMonth - 9);
-    parts.year = static_cast<int>(yearOfEra + era * 400 + (parts.month <= 2 ? 1 : 0));
+    parts.year = static_cast<int>(static_cast<int>(date.year()) + era * YearsOfEra);
+    parts.month = static_cast<int>(static_cast<unsigned>(date.month()));
+    parts.day = static_cast<int>(static_cast<unsigned>(date.day()));
     return parts;
 }
 
 }  // namespace
 
 DateValue DateValue::FromDays(double days) {
-    if (!(days >= FirstDay && days < BehindLastDay)) {
+    if (!(days >= FirstDay && days < AfterLastDay)) {
         throw RuntimeError(err::Overflow);
     }
     return FromSeconds(std::llround(days * static_cast<double>(SecondsOfDay)));

@@ -11,10 +11,11 @@ namespace Scripting {
 class File {
  public:
     explicit File(std::string path) : m_path(std::move(path)) {}
+    enum class Existing { Overwrite, Keep };
     // Copies the file to a full path. The copy appears complete or not at all. Raises 58 "File already
-    // exists" if it may not overwrite, 76 if the folder is missing, 75 if it cannot be written, 61 "Disk
-    // full".
-    void Copy(const std::string& destination, bool overWriteFiles = true) const;
+    // exists" if it is there and is to be kept, 76 if the folder is missing, 75 if it cannot be written, 61
+    // "Disk full".
+    void Copy(const std::string& destination, Existing existing = Existing::Overwrite) const;
 
  private:
     std::string m_path;

@@ -18,6 +18,11 @@ namespace MAPI {
 
 inline constexpr int ImportanceHigh = 2;
 
+// Whether a dialog may ask the user about names.
+enum class Dialog { Allowed, Forbidden };
+// How many names the user may choose from the address book.
+enum class Choice { One, Several };
+
 struct Recipient {
     std::string Name;  // a name of the address book, or an address, or "Name <address>"
 };
@@ -27,9 +32,9 @@ class Recipients {
     virtual ~Recipients() = default;
     virtual void Add(const std::string& name) = 0;
     // Replaces every name with its address from the address book. Raises an error with the name if a name is
-    // not an address and not in the book, or is there more than once. Asks no user, whatever `showDialog`
-    // says.
-    virtual void Resolve(bool showDialog) = 0;
+    // not an address and not in the book, or is there more than once. Asks no user, also with
+    // Dialog::Allowed.
+    virtual void Resolve(Dialog dialog) = 0;
     virtual int Count() const = 0;
     virtual const Recipient& Item(int index) const = 0;  // from 1
 };
@@ -93,7 +98,7 @@ class Session {
     virtual void Logon() = 0;
     virtual Folder& Outbox() = 0;
     // Shows the address book and returns the chosen names. Raises err::MailUserCancel after a cancel.
-    virtual std::vector<Recipient> AddressBook(bool oneAddress) = 0;
+    virtual std::vector<Recipient> AddressBook(Choice choice) = 0;
 };
 
 class System {

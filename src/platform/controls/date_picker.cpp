@@ -143,9 +143,9 @@ bool DTPicker::AnswerKey(const QKeyEvent& event) {
         Paste(QApplication::clipboard()->text());
     } else if (event.matches(QKeySequence::Cut)) {
         lineEdit()->copy();
-        Erase(true);
+        Erase(Erased::Before);
     } else if (event.key() == Qt::Key_Backspace || event.key() == Qt::Key_Delete) {
-        Erase(event.key() == Qt::Key_Backspace);
+        Erase(event.key() == Qt::Key_Backspace ? Erased::Before : Erased::After);
     } else if (plain && text.size() == 1 && (IsDigit(text[0]) || Separators.contains(text))) {
         TypeCharacter(text[0]);
     } else {

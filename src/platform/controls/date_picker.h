@@ -88,7 +88,8 @@ class DTPicker : public QDateEdit {
     bool Settle();
     void Complain();
     void TakeBack();
-    void Erase(bool before);
+    enum class Erased { Before, After };  // the cursor
+    void Erase(Erased side);
     void Paste(const QString& text);
     void ClosePart();
     void SelectPart(int part);

@@ -174,12 +174,12 @@ bool DTPicker::EndRun() {
 
 // Backspace takes the last character back, in whichever part it stands. Otherwise a selected part is emptied,
 // and what is typed then takes its place; left empty, it is as it was.
-void DTPicker::Erase(bool before) {
+void DTPicker::Erase(Erased side) {
     if (m_run && m_run->refused) {
         m_run.reset();
     }
     if (m_run && !m_run->text.isEmpty()) {
-        if (before) {
+        if (side == Erased::Before) {
             TakeBack();
         }
         return;
@@ -198,7 +198,7 @@ void DTPicker::Erase(bool before) {
         }
     }
     Typing& begin = m_run->begin;
-    const qsizetype place = begin.cursor - (before ? 1 : 0);
+    const qsizetype place = begin.cursor - (side == Erased::Before ? 1 : 0);
     if (place >= 0 && place < begin.digits.size()) {
         begin.digits.remove(place, 1);
         begin.cursor = place;

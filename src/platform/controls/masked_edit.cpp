@@ -7,21 +7,20 @@
 #include <QMouseEvent>
 
 #include "platform/contracts/runtime.h"
+#include "platform/controls/date_parts.h"
 #include "platform/controls/kit/focus.h"
 
 namespace {
 
+using date_parts::IsDigit;
+
 constexpr QChar DigitPlace = '#';
 constexpr std::int32_t InvalidPropertyValue = 380;
 
-bool IsDigit(QChar letter) {
-    return letter >= '0' && letter <= '9';
-}
-
 // Returns how many values the part of a format has; 0 for a part that is not counted.
-int ValuesOf(QChar letter) {
+int ValuesOf(QChar character) {
     constexpr int Hours = 24, Sixty = 60;
-    const QChar lower = letter.toLower();
+    const QChar lower = character.toLower();
     return lower == 'h' ? Hours : lower == 'm' || lower == 'n' || lower == 's' ? Sixty : 0;
 }
 

@@ -4,9 +4,9 @@
 
 #include <QPlainTextEdit>
 
-#include "platform/controls/editable_text.h"
+#include "platform/controls/lockable_box.h"
 
-class MultiLineTextBox : public QPlainTextEdit, public EditableText {
+class MultiLineTextBox : public LockableBox<QPlainTextEdit> {
     Q_OBJECT
  public:
     explicit MultiLineTextBox(QWidget* parent = nullptr);
@@ -15,14 +15,9 @@ class MultiLineTextBox : public QPlainTextEdit, public EditableText {
     // Setting the current text changes nothing, the cursor included, so that typing can still be undone.
     void Text(const std::string& text) override;
 
-    // A locked text can be read and copied but not changed. It has the background of a button.
-    bool Locked() const { return isReadOnly(); }
-    void Locked(bool locked);
-
  signals:
     void LostFocus();  // see FocusHasLeft
 
  protected:
-    void dropEvent(QDropEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    void EmitLostFocus() override { emit LostFocus(); }
 };

@@ -4,10 +4,8 @@
 #include <limits>
 
 #include "platform/base/paths.h"
-#include "platform/controls/kit/focus.h"
-#include "platform/controls/kit/locked_look.h"
 
-TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {
+TextBox::TextBox(QWidget* parent) : LockableBox(parent) {
     setMaxLength(std::numeric_limits<int>::max());
 }
 
@@ -25,22 +23,4 @@ void TextBox::Text(const std::string& text) {
     m_shown = QString::fromStdString(shown);
     setText(m_shown);
     setCursorPosition(0);
-}
-
-void TextBox::Locked(bool locked) {
-    setReadOnly(locked);
-    ShowLocked(*this, locked);
-}
-
-// The box takes the focus, so that the dropped text is cleaned when the focus leaves it.
-void TextBox::dropEvent(QDropEvent* event) {
-    setFocus(Qt::MouseFocusReason);
-    QLineEdit::dropEvent(event);
-}
-
-void TextBox::focusOutEvent(QFocusEvent* event) {
-    QLineEdit::focusOutEvent(event);
-    if (FocusHasLeft(*event)) {
-        emit LostFocus();
-    }
 }

@@ -4,9 +4,9 @@
 
 #include <QLineEdit>
 
-#include "platform/controls/editable_text.h"
+#include "platform/controls/lockable_box.h"
 
-class TextBox : public QLineEdit, public EditableText {
+class TextBox : public LockableBox<QLineEdit> {
     Q_OBJECT
  public:
     // Accepts a text of any length: a list of recipients must not be cut off.
@@ -21,16 +21,11 @@ class TextBox : public QLineEdit, public EditableText {
     // was set. Off by default. Set it before the text.
     void ShowsPaths(bool on) { m_showsPaths = on; }
 
-    // A locked text can be read and copied but not changed. It has the background of a button.
-    bool Locked() const { return isReadOnly(); }
-    void Locked(bool locked);
-
  signals:
     void LostFocus();  // see FocusHasLeft
 
  protected:
-    void dropEvent(QDropEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    void EmitLostFocus() override { emit LostFocus(); }
 
  private:
     bool m_showsPaths = false;

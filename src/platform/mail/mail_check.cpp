@@ -2,62 +2,61 @@
 #include "platform/mail/mail_check.h"
 
 #include "platform/mail/base/mail_errors.h"
-#include "platform/mail/book/address_book.h"
+#include "platform/mail/mail_context.h"
 #include "platform/mail/transport/outbox_transport.h"
 #include "platform/mail/transport/sendmail_transport.h"
 #include "platform/mail/transport/smtp_check.h"
-#include "platform/mail/transport/transport.h"
 
 namespace mailer {
 namespace {
 
 struct Advice {
-    const char* keys;
-    const char* what;
+    std::vector<KnownKey> keys;  // to look at
+    const char* what;            // to do; empty: the error says it all
 };
 
 Advice AdviceOnServer(std::int32_t number, const MailProfile& profile) {
     switch (number) {
         case err::MailboxOrServer:
-            return {"Host, Port",
+            return {{"Host", "Port"},
                     "See whether name and port are right and the network is there; try again later."};
         case ErrLoginRefused:
             return profile.user.empty()
-                       ? Advice{"User", "The server wants a login: give User and a password."}
-                       : Advice{"User, Password", "Give the user name and the password anew."};
+                       ? Advice{{"User"}, "The server wants a login: give User and a password."}
+                       : Advice{{"User", "Password"}, "Give the user name and the password anew."};
         case ErrNotSecure:
-            return {"Security, CAFile",
+            return {{"Security", "CAFile"},
                     "Ask who runs the server which encryption it offers (starttls or tls, and the port), and "
                     "name the file of its authority in CAFile if it has one of its own."};
         case ErrMessageRefused:
-            return {"From", "Give an address that this login may send from."};
+            return {{"From"}, "Give an address that this login may send from."};
         default:
-            return {"", ""};
+            return {{}, ""};
     }
 }
 
 Advice AdviceOnProgram(std::int32_t number) {
     switch (number) {
         case ErrBadProfile:
-            return {"Sendmail", "Install a mail program, or give the path of the one there is."};
+            return {{"Sendmail"}, "Install a mail program, or give the path of the one there is."};
         case err::MailboxOrServer:
         case ErrMessageRefused:
-            return {"Sendmail", "Ask who looks after the mail of this machine."};
+            return {{"Sendmail"}, "Ask who looks after the mail of this machine."};
         default:
-            return {"", ""};
+            return {{}, ""};
     }
 }
 
 // An error about a recipient needs no further advice.
 Advice AdviceOn(std::int32_t number, const MailProfile& profile) {
     if (number == err::FileNotFound) {
-        return {"VCard", "Name a vCard file that you may read, or none."};
+        return {{"VCard"}, "Name a vCard file that you may read, or none."};
     }
     switch (profile.transport) {
         case TransportKind::Outbox:
             return number == err::PathFileAccess || number == err::MailboxFull
-                       ? Advice{"OutboxFolder", "Choose a folder that you may write to and that has room."}
-                       : Advice{"", ""};
+                       ? Advice{{"OutboxFolder"}, "Choose a folder that you may write to and that has room."}
+                       : Advice{{}, ""};
         case TransportKind::Sendmail:
             return AdviceOnProgram(number);
         case TransportKind::Smtp:
@@ -115,14 +114,18 @@ void Take(Step step, const MailProfile& profile, std::vector<Finding>& findings)
 
 std::string Advise(const RuntimeError& error, const MailProfile& profile) {
     const Advice advice = AdviceOn(error.Number(), profile);
-    const std::string keys = *advice.keys == '\0' ? "" : std::string(advice.keys) + ": ";
-    return keys + Sentence(error.Description()) + (*advice.what == '\0' ? "" : " ") + advice.what;
+    std::string keys;
+    for (const KnownKey key : advice.keys) {
+        keys.append(keys.empty() ? "" : ", ").append(key->name);
+    }
+    return keys + (keys.empty() ? "" : ": ") + Sentence(error.Description()) +
+           (*advice.what == '\0' ? "" : " ") + advice.what;
 }
 
 std::vector<Finding> CheckMail(const MailProfile& profile, const std::stop_token& stop) {
     std::vector<Finding> findings;
     if (profile.isExposed) {
-        findings.push_back({false, "Password: " + ExposureText(profile) + "."});
+        findings.push_back({false, KnownKey("Password").Name() + ": " + ExposureText(profile) + "."});
     }
     if (!profile.addressBook.empty()) {
         Take([&] { return CheckAddressBook(profile); }, profile, findings);
@@ -145,14 +148,13 @@ Finding CheckAlertAddress(const MailProfile& profile, const std::string& alertWh
 
 std::string SendTestMessage(const MailProfile& profile, const std::string& recipient,
                             const std::stop_token& stop) {
-    OutgoingMail mail;
-    mail.from = profile.from;
-    mail.recipients.push_back(AddressBook(profile.addressBook).Resolve(recipient));
-    mail.subject = "Test message";
-    mail.text =
-        "This message was sent to try out the mail profile of Oxbow Courier.\n"
-        "Reports and alerts will go the same way.\n";
-    MakeTransport(profile, stop)->Deliver(mail);
+    MailContext context(profile, stop);
+    OutgoingMail mail =
+        context.NewMail("Test message",
+                        "This message was sent to try out the mail profile of Oxbow Courier.\n"
+                        "Reports and alerts will go the same way.\n");
+    mail.recipients.push_back(context.book.Resolve(recipient));
+    context.transport->Deliver(mail);
     const std::string to = "The test message to " + mail.recipients[0].address;
     switch (profile.transport) {
         case TransportKind::Outbox:

@@ -14,30 +14,20 @@
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
 #include "platform/mail/base/mail_errors.h"
-#include "platform/mail/book/address_book.h"
-#include "platform/mail/profile/mail_profile.h"
-#include "platform/mail/transport/transport.h"
+#include "platform/mail/mail_context.h"
 #include "platform/posix/small_file.h"
 
 namespace mailer {
 namespace {
 
-// The state that a session and its messages share. It lives until the last of them is destroyed.
-struct MailContext {
-    explicit MailContext(const MailProfile& read)
-        : profile(read), book(read.addressBook), transport(MakeTransport(read)) {}
-    MailProfile profile;
-    AddressBook book;
-    std::unique_ptr<Transport> transport;
-};
-
+// A session and its messages share one MailContext. It lives until the last of them is destroyed.
 class RecipientList : public MAPI::Recipients {
  public:
     explicit RecipientList(std::shared_ptr<MailContext> context) : m_context(std::move(context)) {}
 
     void Add(const std::string& name) override { m_items.push_back({name}); }
 
-    void Resolve(bool /*showDialog*/) override { Mailboxes(); }
+    void Resolve(MAPI::Dialog /*dialog*/) override { Mailboxes(); }
 
     int Count() const override { return static_cast<int>(m_items.size()); }
 
@@ -111,14 +101,11 @@ class MailMessage : public MAPI::Message {
     MAPI::Attachments& Attachments() override { return m_attachments; }
 
     void Send() override {
-        OutgoingMail mail;
-        mail.from = m_context->profile.from;
+        OutgoingMail mail = m_context->NewMail(Subject, Text);
         mail.recipients = m_recipients.Mailboxes();
         if (mail.recipients.empty()) {
             throw RuntimeError(ErrNoRecipients, "The message has no recipients");
         }
-        mail.subject = Subject;
-        mail.text = Text;
         mail.highImportance = Importance == MAPI::ImportanceHigh;
         mail.identity = Identity;
         mail.attachments = m_attachments.Open();
@@ -185,18 +172,18 @@ class MailSession : public MAPI::Session {
         return *m_outbox;
     }
 
-    std::vector<MAPI::Recipient> AddressBook(bool oneAddress) override {
+    std::vector<MAPI::Recipient> AddressBook(MAPI::Choice choice) override {
         RequireLogon();
         std::optional<std::vector<AddressEntry>> picked;
         if (TheAddressChooser()) {
-            picked = TheAddressChooser()(m_context->book.ListEntries(), oneAddress);
+            picked = TheAddressChooser()(m_context->book.ListEntries(), choice);
         }
         if (!picked) {
             throw RuntimeError(err::MailUserCancel, "The choice of recipients was cancelled");
         }
         std::vector<MAPI::Recipient> recipients;
         for (const AddressEntry& entry : *picked) {
-            if (recipients.empty() || !oneAddress) {
+            if (recipients.empty() || choice == MAPI::Choice::Several) {
                 recipients.push_back({PickedName(m_context->book, entry)});
             }
         }

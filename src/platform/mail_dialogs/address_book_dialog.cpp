@@ -18,16 +18,16 @@ bool Contains(const std::vector<std::size_t>& entries, std::size_t entry) {
 
 }  // namespace
 
-AddressBookDialog::AddressBookDialog(const std::vector<mailer::AddressEntry>& entries, bool oneAddress,
+AddressBookDialog::AddressBookDialog(const std::vector<mailer::AddressEntry>& entries, MAPI::Choice choice,
                                      QWidget* parent)
     : QDialog(parent),
       m_ui(std::make_unique<Ui::AddressBookDialog>()),
       m_entries(entries),
-      m_oneAddress(oneAddress),
+      m_oneAddress(choice == MAPI::Choice::One),
       m_model(new AddressListModel(entries, this)) {
     m_ui->setupUi(this);
     SetUpList();
-    m_ui->chosenPart->setVisible(!oneAddress);
+    m_ui->chosenPart->setVisible(!m_oneAddress);
     m_ui->lblEmpty->setVisible(entries.empty());
     if (entries.empty()) {
         ShowEmptyBook();
@@ -185,8 +185,8 @@ void AddressBookDialog::Enter() {
 }
 
 std::optional<std::vector<mailer::AddressEntry>> ChooseAddresses(
-    const std::vector<mailer::AddressEntry>& entries, bool oneAddress) {
-    AddressBookDialog dialog(entries, oneAddress, QApplication::activeWindow());
+    const std::vector<mailer::AddressEntry>& entries, MAPI::Choice choice) {
+    AddressBookDialog dialog(entries, choice, QApplication::activeWindow());
     if (dialog.exec() != QDialog::Accepted) {
         return std::nullopt;
     }

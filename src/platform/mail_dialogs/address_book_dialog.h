@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/contracts/mapi.h"
 #include "platform/mail/book/vcard.h"
 
 class AddressListModel;
@@ -22,9 +23,9 @@ class AddressBookDialog;
 class AddressBookDialog : public QDialog {
     Q_OBJECT
  public:
-    // The entries must outlive the dialog. With `oneAddress` there is no list of chosen names: the
+    // The entries must outlive the dialog. With MAPI::Choice::One there is no list of chosen names: the
     // highlighted entry is the choice.
-    AddressBookDialog(const std::vector<mailer::AddressEntry>& entries, bool oneAddress,
+    AddressBookDialog(const std::vector<mailer::AddressEntry>& entries, MAPI::Choice choice,
                       QWidget* parent = nullptr);
     ~AddressBookDialog() override;
 
@@ -57,4 +58,4 @@ class AddressBookDialog : public QDialog {
 // A chooser for the mail system (platform/mail/book/address_book.h): shows the dialog over the active window.
 // Returns nullopt after a cancel.
 std::optional<std::vector<mailer::AddressEntry>> ChooseAddresses(
-    const std::vector<mailer::AddressEntry>& entries, bool oneAddress);
+    const std::vector<mailer::AddressEntry>& entries, MAPI::Choice choice);

@@ -9,9 +9,9 @@
 
 namespace Scripting {
 
-void File::Copy(const std::string& destination, bool overWriteFiles) const {
+void File::Copy(const std::string& destination, Existing existing) const {
     CopyFileWhole(paths::ToMachine(m_path), paths::ToMachine(destination),
-                  overWriteFiles ? AtomicFile::IfThere::Replace : AtomicFile::IfThere::Fail);
+                  existing == Existing::Overwrite ? AtomicFile::IfThere::Replace : AtomicFile::IfThere::Fail);
 }
 
 bool FileSystemObject::FileExists(const std::string& path) const {

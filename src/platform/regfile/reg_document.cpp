@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "platform/base/ascii.h"
 #include "platform/base/text.h"
 #include "platform/regfile/utf16.h"
 
@@ -10,13 +11,7 @@ namespace {
 
 constexpr std::string_view FirstLine = "Windows Registry Editor Version 5.00";
 constexpr std::string_view OldFirstLine = "REGEDIT4";
-
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view Blanks = " \t\r";
-    const std::size_t first = text.find_first_not_of(Blanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(Blanks) - first + 1);
-}
+constexpr std::string_view Blanks = " \t\r";  // a line that goes on holds line feeds
 
 std::string PlainText(std::string_view bytes) {
     if (bytes.substr(0, 2) == "\xff\xfe") {
@@ -32,7 +27,7 @@ std::string TakeLine(std::string_view& rest) {
     do {
         const std::string_view piece = rest.substr(0, rest.find('\n'));
         rest.remove_prefix(std::min(rest.size(), piece.size() + 1));
-        const std::string_view trimmed = Trimmed(piece);
+        const std::string_view trimmed = Trim(piece, Blanks);
         isBytes = isBytes || trimmed.find("=hex") != std::string_view::npos;
         line.append(line.empty() ? "" : "\n  ").append(trimmed);
     } while (isBytes && line.back() == '\\' && !rest.empty());
@@ -48,11 +43,11 @@ std::optional<std::string> TakeName(std::string_view& line) {
     } else {
         name = TakeQuotedReg(line);
     }
-    line = Trimmed(line);
+    line = Trim(line, Blanks);
     if (!name || line.empty() || line.front() != '=') {
         return std::nullopt;
     }
-    line = Trimmed(line.substr(1));
+    line = Trim(line.substr(1), Blanks);
     return name;
 }
 

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr char32_t Replacement = 0xFFFD;
-
 char32_t UnitAt(std::string_view bytes, std::size_t at) {
     return static_cast<unsigned char>(bytes[at]) |
            static_cast<char32_t>(static_cast<unsigned char>(bytes[at + 1])) << 8U;
@@ -38,12 +36,12 @@ std::string Utf8OfUtf16(std::string_view bytes) {
             code = 0x10000 + ((code - 0xD800) << 10U) + (next - 0xDC00);
             at += 2;
         } else if (IsHighSurrogate(code) || IsLowSurrogate(code)) {
-            code = Replacement;
+            code = ReplacementCharacter;
         }
         AppendCharacter(text, code);
     }
     if (at < bytes.size()) {
-        AppendCharacter(text, Replacement);
+        AppendCharacter(text, ReplacementCharacter);
     }
     return text;
 }
@@ -52,7 +50,7 @@ std::string Utf16OfUtf8(std::string_view text) {
     std::string bytes;
     for (std::size_t at = 0; at < text.size();) {
         const Character character = CharacterAt(text, at);
-        const char32_t code = character.code >= NoCharacter ? Replacement : character.code;
+        const char32_t code = character.code >= NoCharacter ? ReplacementCharacter : character.code;
         if (code >= 0x10000) {
             AppendUnit(bytes, 0xD800 + ((code - 0x10000) >> 10U));
             AppendUnit(bytes, 0xDC00 + ((code - 0x10000) & 0x3FFU));

@@ -5,10 +5,8 @@
 #include <string_view>
 
 #include "platform/base/ascii.h"
-#include "platform/base/due_run.h"
+#include "platform/base/new_message.h"
 #include "platform/base/paths.h"
-#include "platform/base/text.h"
-#include "platform/contracts/mapi.h"
 
 namespace reports {
 namespace {
@@ -30,15 +28,10 @@ void MailFile(const std::string& toList, const std::string& subject, const std::
               const std::filesystem::path& file) {
     const std::unique_ptr<MAPI::Session> session = MAPI::CreateSession();
     session->Logon();
-    const std::unique_ptr<MAPI::Message> mail = session->Outbox().AddMessage();
-    mail->Subject = subject;
-    mail->Text = message;
-    mail->Identity = MAPI::DueRun::Identity();
+    const std::unique_ptr<MAPI::Message> mail = MAPI::NewRunMessage(*session, subject, message);
     AddRecipients(mail->Recipients(), toList);
-    mail->Recipients().Resolve(false);
-    MAPI::Attachment& attachment = mail->Attachments().Add();
-    attachment.Position = static_cast<int>(CountCharacters(message)) + 1;
-    attachment.Source = paths::FromMachine(file);
+    mail->Recipients().Resolve(MAPI::Dialog::Forbidden);
+    MAPI::Attach(*mail, 1, paths::FromMachine(file));
     mail->Send();
 }
 

@@ -9,7 +9,7 @@ namespace reports {
 
 // Sends the file to the names of a ";"-separated list. Blanks around names and empty names are dropped, and
 // the last name counts with or without a ";" after it. The system's own mails split the list in another way
-// (cmFunc::CountRecipients and GetDelimitedField in store/TextConventions.h): there a last name without ";"
+// (cmFunc::RecipientsOf in store/TextConventions.h): there a last name without ";"
 // is lost. Returns after the mail system has accepted the message; its errors pass to the caller.
 void MailFile(const std::string& toList, const std::string& subject, const std::string& message,
               const std::filesystem::path& file);

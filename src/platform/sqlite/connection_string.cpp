@@ -5,15 +5,12 @@
 #include <array>
 #include <cstddef>
 
+#include "platform/base/ascii.h"
 #include "platform/base/text.h"
 
 namespace {
 
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
+constexpr std::string_view Blanks = " \t";  // names of folders may end with a line end
 
 // Returns true if a value may end before this text. Names of folders may hold semicolons: only the keys of
 // the system's own strings begin another pair.
@@ -24,7 +21,7 @@ bool IsNextPiece(std::string_view text) {
     }
     text.remove_prefix(start);
     const std::size_t sign = text.find('=');
-    const std::string_view name = Trimmed(text.substr(0, sign));
+    const std::string_view name = Trim(text.substr(0, sign), Blanks);
     constexpr std::array<std::string_view, 3> Keys{"Provider", "Data Source", "Persist Security Info"};
     return sign != std::string_view::npos &&
            std::any_of(Keys.begin(), Keys.end(),
@@ -42,12 +39,12 @@ std::string_view PlainValue(std::string_view text) {
 
 // Removes and returns the value at the front of the text, up to the semicolon.
 std::string TakeValue(std::string_view& text) {
-    const std::size_t start = text.find_first_not_of(" \t");
+    const std::size_t start = text.find_first_not_of(Blanks);
     const char mark = start == std::string_view::npos ? '\0' : text[start];
     if (mark != '"' && mark != '\'') {
         const std::string_view plain = PlainValue(text);
         text.remove_prefix(plain.size());
-        return std::string(Trimmed(plain));
+        return std::string(Trim(plain, Blanks));
     }
     std::string value;
     std::size_t at = start + 1;
@@ -75,7 +72,7 @@ std::string ConnectionValue(std::string_view connectionString, std::string_view 
         if (keyEnd == std::string_view::npos) {
             break;
         }
-        const std::string_view name = Trimmed(rest.substr(0, keyEnd));
+        const std::string_view name = Trim(rest.substr(0, keyEnd), Blanks);
         const bool hasValue = rest[keyEnd] == '=';
         rest.remove_prefix(keyEnd + 1);
         if (!hasValue) {

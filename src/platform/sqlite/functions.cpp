@@ -66,28 +66,16 @@ void ReturnText(sqlite3_context* context, std::string_view text) {
     sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
-// Returns the first `count` characters; never cuts inside a character of UTF-8.
-std::string_view FirstCharacters(std::string_view text, sqlite3_int64 count) {
-    std::size_t end = 0;
-    for (; count > 0 && end < text.size(); --count) {
-        ++end;
-        while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
-            ++end;
-        }
-    }
-    return text.substr(0, end);
-}
-
 void Left(sqlite3_context* context, int count, sqlite3_value** values) {
     Guarded(context, [&] {
         if (AnyNull(count, values)) {
             return;
         }
-        const sqlite3_int64 letters = sqlite3_value_int64(values[1]);
-        if (letters < 0) {
+        const sqlite3_int64 wanted = sqlite3_value_int64(values[1]);
+        if (wanted < 0) {
             throw RuntimeError(err::DataSyntax, "The function left cannot take a negative number of letters");
         }
-        ReturnText(context, FirstCharacters(TextOf(values[0]), letters));
+        ReturnText(context, FirstCharacters(TextOf(values[0]), static_cast<std::size_t>(wanted)));
     });
 }
 

@@ -3,24 +3,22 @@
 
 #include <cstddef>
 
+#include "platform/base/ascii.h"
+
 namespace {
 
-bool IsBlank(char letter) {
-    return letter == ' ' || letter == '\t' || letter == '\n' || letter == '\r' || letter == '\f';
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
 }
-bool IsDigit(char letter) {
-    return letter >= '0' && letter <= '9';
+bool IsWordStart(char c) {
+    return IsAsciiLetter(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
-bool IsWordStart(char letter) {
-    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') || letter == '_' ||
-           static_cast<unsigned char>(letter) >= 0x80;
-}
-bool IsWordLetter(char letter) {
-    return IsWordStart(letter) || IsDigit(letter) || letter == '$';
+bool IsWordCharacter(char c) {
+    return IsWordStart(c) || IsAsciiDigit(c) || c == '$';
 }
 
 // Returns the offset after the first `end` at or after `from`, or the end of the text.
-std::size_t Behind(std::string_view text, std::string_view end, std::size_t from) {
+std::size_t After(std::string_view text, std::string_view end, std::size_t from) {
     const std::size_t at = text.find(end, from);
     return at == std::string_view::npos ? text.size() : at + end.size();
 }
@@ -67,10 +65,10 @@ Token FirstToken(std::string_view text) {
         return piece(TokenKind::Blank, LengthWhile(text, IsBlank));
     }
     if (text.substr(0, 2) == "--") {
-        return piece(TokenKind::Blank, Behind(text, "\n", 2));
+        return piece(TokenKind::Blank, After(text, "\n", 2));
     }
     if (text.substr(0, 2) == "/*") {
-        return piece(TokenKind::Blank, Behind(text, "*/", 2));
+        return piece(TokenKind::Blank, After(text, "*/", 2));
     }
     switch (first) {
         case '\'':
@@ -79,16 +77,16 @@ Token FirstToken(std::string_view text) {
         case '`':
             return piece(TokenKind::Name, QuotedLength(text));
         case '[':
-            return piece(TokenKind::Name, Behind(text, "]", 1));
+            return piece(TokenKind::Name, After(text, "]", 1));
         default:
             break;
     }
     if (IsWordStart(first)) {
-        return piece(TokenKind::Word, LengthWhile(text, IsWordLetter));
+        return piece(TokenKind::Word, LengthWhile(text, IsWordCharacter));
     }
-    if (IsDigit(first)) {
+    if (IsAsciiDigit(first)) {
         return piece(TokenKind::Number,
-                     LengthWhile(text, [](char letter) { return IsWordLetter(letter) || letter == '.'; }));
+                     LengthWhile(text, [](char c) { return IsWordCharacter(c) || c == '.'; }));
     }
     return piece(TokenKind::Mark, MarkLength(text));
 }

@@ -64,11 +64,19 @@ QString FindBar::Words() const {
     return m_words->text();
 }
 
-void FindBar::ShowState(const QString& text, bool isMiss) {
+void FindBar::ShowState(const QString& text) {
+    Show(text, palette().color(QPalette::Base), palette().color(QPalette::Text));
+}
+
+void FindBar::ShowMiss(const QString& text) {
+    Show(text, QColor(255, 215, 215), Qt::black);
+}
+
+void FindBar::Show(const QString& text, const QColor& back, const QColor& front) {
     m_state->setText(text);
     QPalette colors = m_words->palette();
-    colors.setColor(QPalette::Base, isMiss ? QColor(255, 215, 215) : palette().color(QPalette::Base));
-    colors.setColor(QPalette::Text, isMiss ? QColor(Qt::black) : palette().color(QPalette::Text));
+    colors.setColor(QPalette::Base, back);
+    colors.setColor(QPalette::Text, front);
     m_words->setPalette(colors);
 }
 

@@ -17,7 +17,8 @@ class FindBar : public QWidget {
     // takes the keyboard focus; empty `words` keep the words of the last search
     void Open(const QString& words = {});
     QString Words() const;
-    void ShowState(const QString& text, bool isMiss = false);
+    void ShowState(const QString& text);
+    void ShowMiss(const QString& text);  // on another background
 
  signals:
     void WordsChanged(const QString& words);
@@ -30,6 +31,7 @@ class FindBar : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
  private:
+    void Show(const QString& text, const QColor& back, const QColor& front);
     QLineEdit* m_words;
     QLabel* m_state;
 };

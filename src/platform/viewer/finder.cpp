@@ -13,9 +13,9 @@ void Finder::SetDocument(PageDocument* document) {
     m_document = document;
 }
 
-void Finder::Start(const QString& words, bool forwards, int page, int place) {
+void Finder::Start(const QString& words, Direction direction, int page, int place) {
     m_words = words;
-    m_forwards = forwards;
+    m_direction = direction;
     m_wrapped = m_toEnd = false;
     m_page = m_startPage = page;
     m_from = place;
@@ -42,13 +42,14 @@ void Finder::LookOn() {
 
 bool Finder::LookAtPage() {
     const std::vector<LetterRange> all = m_document->Text(m_page)->Find(m_words);
+    const bool isForwards = m_direction == Direction::Forwards;
     const LetterRange* found = nullptr;
     for (const LetterRange& range : all) {
-        if (m_forwards && (m_from < 0 || range.first >= m_from)) {
+        if (isForwards && (m_from < 0 || range.first >= m_from)) {
             found = &range;
             break;
         }
-        if (!m_forwards && (m_from < 0 || range.first < m_from)) {
+        if (!isForwards && (m_from < 0 || range.first < m_from)) {
             found = &range;
         }
     }
@@ -67,7 +68,7 @@ void Finder::Next() {
         return;
     }
     m_from = -1;
-    if (m_forwards) {
+    if (m_direction == Direction::Forwards) {
         ++m_page;
         if (!m_document->Require(m_page)) {
             m_page = 1;

@@ -11,6 +11,8 @@
 
 namespace viewer {
 
+enum class Direction { Forwards, Backwards };
+
 class Finder : public QObject {
     Q_OBJECT
  public:
@@ -20,7 +22,7 @@ class Finder : public QObject {
     // Starts at a place (page from 1, character from 0). Forwards it finds the first match that begins at the
     // place or after it, backwards the last match that begins before it. The search continues at the other
     // end of the report and stops where it started.
-    void Start(const QString& words, bool forwards, int page, int place);
+    void Start(const QString& words, Direction direction, int page, int place);
     void Stop() { m_timer.stop(); }
     bool IsBusy() const { return m_timer.isActive(); }
 
@@ -36,7 +38,8 @@ class Finder : public QObject {
     QPointer<PageDocument> m_document;
     QTimer m_timer;
     QString m_words;
-    bool m_forwards = true, m_wrapped = false;
+    Direction m_direction = Direction::Forwards;
+    bool m_wrapped = false;
     bool m_toEnd = false;        // searches backwards and has to reach the last page first
     int m_page = 0, m_from = 0;  // current page, and place on it; -1: the whole page
     int m_startPage = 0;

@@ -253,9 +253,9 @@ void PageCanvas::ClearHit() {
     viewport()->update();
 }
 
-PageCanvas::Place PageCanvas::SearchStart(bool forwards) const {
+PageCanvas::Place PageCanvas::SearchStart(Direction direction) const {
     if (m_hit.page > 0) {
-        return {m_hit.page, m_hit.range.first + (forwards ? 1 : 0)};
+        return {m_hit.page, m_hit.range.first + (direction == Direction::Forwards ? 1 : 0)};
     }
     return {std::max(CurrentPage(), 1), 0};
 }

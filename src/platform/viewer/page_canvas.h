@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <optional>
 
+#include "platform/viewer/finder.h"
 #include "platform/viewer/page_document.h"
 #include "platform/viewer/page_layout.h"
 #include "platform/viewer/tile_cache.h"
@@ -50,7 +51,7 @@ class PageCanvas : public QAbstractScrollArea {
     struct Place {
         int page = 0, letter = 0;
     };
-    Place SearchStart(bool forwards) const;
+    Place SearchStart(Direction direction) const;
 
     // Returns the selected text; else the found text; else the text of the visible page.
     QString TextToCopy() const;

@@ -85,15 +85,16 @@ void ReportViewer::ConnectBar() {
 void ReportViewer::ConnectFind() {
     connect(m_findBar, &FindBar::WordsChanged, this, [this](const QString& words) {
         m_canvas->SetWords(words);
-        Find(true, true);
+        Find(Direction::Forwards, SearchFrom::Here);
     });
-    connect(m_findBar, &FindBar::NextWanted, this, [this] { Find(true, false); });
-    connect(m_findBar, &FindBar::PreviousWanted, this, [this] { Find(false, false); });
+    connect(m_findBar, &FindBar::NextWanted, this, [this] { Find(Direction::Forwards, SearchFrom::Beside); });
+    connect(m_findBar, &FindBar::PreviousWanted, this,
+            [this] { Find(Direction::Backwards, SearchFrom::Beside); });
     connect(m_findBar, &FindBar::Closed, this, &ReportViewer::CloseFind);
     connect(&m_finder, &Finder::Found, this, &ReportViewer::OnFound);
     connect(&m_finder, &Finder::NotFound, this, [this] {
         m_canvas->ClearHit();
-        m_findBar->ShowState(tr("Not found"), true);
+        m_findBar->ShowMiss(tr("Not found"));
     });
 }
 
@@ -104,8 +105,8 @@ void ReportViewer::AddShortcuts() {
         connect(shortcut, &QShortcut::activated, this, work);
     };
     on(QKeySequence(Qt::CTRL | Qt::Key_F), [this] { OpenFind(); });
-    on(QKeySequence(Qt::Key_F3), [this] { Find(true, false); });
-    on(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { Find(false, false); });
+    on(QKeySequence(Qt::Key_F3), [this] { Find(Direction::Forwards, SearchFrom::Beside); });
+    on(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { Find(Direction::Backwards, SearchFrom::Beside); });
     on(QKeySequence(Qt::CTRL | Qt::Key_G), [this] {
         if (m_document) {
             m_bar->EditPage();
@@ -232,7 +233,7 @@ void ReportViewer::CloseFind() {
 }
 
 // While the user types words, the search starts at the same place, so that the view does not move away.
-void ReportViewer::Find(bool forwards, bool fromHere) {
+void ReportViewer::Find(Direction direction, SearchFrom from) {
     if (!m_document) {
         return;
     }
@@ -242,7 +243,7 @@ void ReportViewer::Find(bool forwards, bool fromHere) {
         m_finder.Stop();
         m_canvas->ClearHit();
         m_findBar->ShowState({});
-        if (!fromHere) {
+        if (from == SearchFrom::Beside) {
             OpenFind();
         }
         return;
@@ -251,12 +252,12 @@ void ReportViewer::Find(bool forwards, bool fromHere) {
         m_findBar->show();
         m_canvas->SetWords(words);
     }
-    PageCanvas::Place from = m_canvas->SearchStart(forwards);
-    if (fromHere && from.letter > 0) {
-        --from.letter;
+    PageCanvas::Place start = m_canvas->SearchStart(direction);
+    if (from == SearchFrom::Here && start.letter > 0) {
+        --start.letter;
     }
     m_findBar->ShowState(tr("Searching"));
-    m_finder.Start(words, forwards, from.page, from.letter);
+    m_finder.Start(words, direction, start.page, start.letter);
 }
 
 void ReportViewer::OnFound(int page, const LetterRange& range, bool wrapped) {

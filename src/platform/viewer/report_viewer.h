@@ -64,7 +64,9 @@ class ReportViewer : public QWidget {
     void GoToPage(int page);
     void OpenFind();
     void CloseFind();
-    void Find(bool forwards, bool fromHere);
+    // Where a search begins: at the current match, which may match again, or beside it.
+    enum class SearchFrom { Here, Beside };
+    void Find(viewer::Direction direction, SearchFrom from);
     void OnFound(int page, const viewer::LetterRange& range, bool wrapped);
     void FollowLink(const report::Link& link);
     void AskAndPrint();

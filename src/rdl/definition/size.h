@@ -11,7 +11,8 @@ inline constexpr double MaxSize =
     455 * 72.0;  // points; the limit of report designers, which also keeps sums finite
 
 // Returns the points of a number with a unit in, cm, mm, pt or pc; white space may separate them. nullopt for
-// any other text.
+// any other text. ParseSize in layout/model/units.h reads the sizes that expressions give in another way: it
+// also knows px and exponents, as style sheets do, and refuses sizes that no page can hold.
 std::optional<double> ParseSize(std::string_view text);
 
 }  // namespace rdl

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/oxc_mail/mail_arguments.h"
 
-#include "platform/mail/profile/profile_editor.h"
+#include <string_view>
 
 namespace tools {
 namespace {
@@ -26,42 +26,74 @@ MailCommand CommandOf(const std::string& word) {
     throw MailUsageError("\"" + word + "\" is no command");
 }
 
-std::pair<std::string, std::string> Assignment(const std::string& argument) {
+std::pair<mailer::KnownKey, std::string> Assignment(const std::string& argument) {
     const std::size_t sign = argument.find('=');
     if (sign == std::string::npos || sign == 0) {
         throw MailUsageError("set wants Key=Value");
     }
     const std::string name = argument.substr(0, sign);
-    std::string key = mailer::ProfileKey(name);
-    if (key == "Password") {
-        throw MailUsageError("a password on the command line can be read by others; use: oxc-mail password");
-    }
-    if (key.empty()) {
+    const mailer::ProfileKey* key = mailer::FindProfileKey(name);
+    if (key == nullptr) {
         throw MailUsageError("the mail profile has no key \"" + name + "\"");
     }
-    return {std::move(key), argument.substr(sign + 1)};
+    if (key->type == mailer::ValueType::Secret) {
+        throw MailUsageError("a password on the command line can be read by others; use: oxc-mail password");
+    }
+    return {*key, argument.substr(sign + 1)};
+}
+
+// Returns the keys that `set` takes for these transports, on lines of their own under the heading.
+std::string KeysFor(mailer::UsedBy usedBy, std::string_view heading) {
+    constexpr std::size_t LongestLine = 100;
+    std::string text;
+    std::string line = "      " + std::string(heading);
+    std::string_view between;
+    for (const mailer::ProfileKey& key : mailer::ProfileKeys) {
+        if (key.usedBy != usedBy || key.type == mailer::ValueType::Secret) {
+            continue;
+        }
+        std::string item(key.name);
+        if (!key.words.empty()) {
+            item += " (" + Alternatives(key) + ")";
+        }
+        line += between;
+        if (line.size() + item.size() + 2 > LongestLine) {
+            text += line + "\n";
+            line = std::string(12, ' ');
+        } else if (!between.empty()) {
+            line += ' ';
+        }
+        line += item;
+        between = ",";
+    }
+    return text + line + "\n";
 }
 
 }  // namespace
 
-const char* const MailUsage =
-    "oxc-mail                      opens the window (needs a display)\n"
-    "oxc-mail show                 shows the mail profile; the password only as set or not set\n"
-    "oxc-mail set KEY=VALUE...     changes the mail profile; KEY= alone takes a key away\n"
-    "oxc-mail password             asks for the password and stores it; an empty one takes it away\n"
-    "oxc-mail check                tries server and login, folder or program, and the address book, and "
-    "looks\n"
-    "                              at the address of alerts; nothing is sent\n"
-    "oxc-mail test RECIPIENT       sends a test message to an address or a name of the address book\n"
-    "oxc-mail --help | --version\n"
-    "\n"
-    "Keys: Transport (outbox, smtp or sendmail), From, VCard, Timeout;\n"
-    "      smtp: Host, Port, Security (starttls, tls or none), Verify, CAFile, User, PasswordCommand,\n"
-    "            Hello;\n"
-    "      outbox: OutboxFolder; sendmail: Sendmail\n"
-    "\n"
-    "The password is asked for at the terminal, or is the one line of standard input when that is none.\n"
-    "Exit code: 0 done; 1 the profile, the server or the machine is at fault; 2 wrong usage.\n";
+std::string MailUsage() {
+    using mailer::UsedBy;
+    std::string text =
+        "oxc-mail                      opens the window (needs a display)\n"
+        "oxc-mail show                 shows the mail profile; the password only as set or not set\n"
+        "oxc-mail set KEY=VALUE...     changes the mail profile; KEY= alone takes a key away\n"
+        "oxc-mail password             asks for the password and stores it; an empty one takes it away\n"
+        "oxc-mail check                tries server and login, folder or program, and the address book, and\n"
+        "                              looks at the address of alerts; nothing is sent\n"
+        "oxc-mail test RECIPIENT       sends a test message to an address or a name of the address book\n"
+        "oxc-mail --help | --version\n"
+        "\n"
+        "Keys:\n";
+    text += KeysFor(UsedBy::AllTransports, "");
+    for (const UsedBy usedBy : {UsedBy::SmtpAndSendmail, UsedBy::Smtp, UsedBy::Outbox, UsedBy::Sendmail}) {
+        text += KeysFor(usedBy, std::string(TransportsOf(usedBy)) + ": ");
+    }
+    return text +
+           "\n"
+           "The password is asked for at the terminal, or is the one line of standard input when that is "
+           "none.\n"
+           "Exit code: 0 done; 1 the profile, the server or the machine is at fault; 2 wrong usage.\n";
+}
 
 MailArguments ParseMailArguments(const std::vector<std::string>& arguments) {
     MailArguments result;

@@ -7,14 +7,16 @@
 #include <utility>
 #include <vector>
 
+#include "platform/mail/profile/profile_keys.h"
+
 namespace tools {
 
 enum class MailCommand { Window, Help, Version, Show, Set, Password, Check, Test };
 
 struct MailArguments {
     MailCommand command = MailCommand::Window;
-    std::vector<std::pair<std::string, std::string>> values;  // of Set: the keys in the guide's spelling
-    std::string recipient;                                    // of Test
+    std::vector<std::pair<mailer::KnownKey, std::string>> values;  // of Set
+    std::string recipient;                                         // of Test
 };
 
 // The arguments cannot be used. The text says why, and never repeats what may be a password.
@@ -26,6 +28,7 @@ class MailUsageError : public std::runtime_error {
 // `arguments` does not hold the program's name. Raises MailUsageError.
 MailArguments ParseMailArguments(const std::vector<std::string>& arguments);
 
-extern const char* const MailUsage;
+// Returns the commands and the keys that `set` takes, on lines that end with a line feed.
+std::string MailUsage();
 
 }  // namespace tools

@@ -36,12 +36,12 @@ mailer::MailProfile Profile() {
 void Show() {
     const mailer::ProfileEditor editor;
     std::string lines = "; " + WithoutControls(mailer::MailProfilePath().string()) + "\n";
-    for (const std::string& key : mailer::ProfileKeys()) {
+    for (const mailer::ProfileKey& key : mailer::ProfileKeys) {
         const std::string value = editor.Value(key);
-        if (key == "Password") {
-            lines += value.empty() ? "; Password: not set\n" : "; Password: set\n";
+        if (key.type == mailer::ValueType::Secret) {
+            lines.append("; ").append(key.name).append(value.empty() ? ": not set\n" : ": set\n");
         } else if (!value.empty()) {
-            lines.append(key).append("=").append(value).append("\n");
+            lines.append(key.name).append("=").append(value).append("\n");
         }
     }
     Print(lines);
@@ -97,7 +97,7 @@ void Test(const std::string& recipient) {
 void RunMailCommand(const MailArguments& arguments) {
     switch (arguments.command) {
         case MailCommand::Help:
-            return Print(MailUsage);
+            return Print(MailUsage());
         case MailCommand::Version:
             return Print("oxc-mail " OXC_VERSION "\n");
         case MailCommand::Show:

@@ -47,6 +47,7 @@ MailDialog::MailDialog(QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::MailDialog>()), m_job(nullptr) {
     RegisterPicture();
     m_ui->setupUi(this);
+    PrepareForm(*m_ui);
     setWindowIcon(QIcon(":/images/mail-logo.svg"));
     LineUpFields();
     Connect();
@@ -116,8 +117,8 @@ void MailDialog::Load() {
     try {
         const mailer::ProfileEditor editor;
         ProfileValues values;
-        for (const std::string& key : mailer::ProfileKeys()) {
-            if (key == "Password") {
+        for (const mailer::ProfileKey& key : mailer::ProfileKeys) {
+            if (key.type == mailer::ValueType::Secret) {
                 m_hasPassword = !editor.Value(key).empty();
                 continue;
             }

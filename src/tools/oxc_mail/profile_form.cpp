@@ -2,6 +2,7 @@
 #include "tools/oxc_mail/profile_form.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <vector>
 
@@ -12,16 +13,53 @@
 
 namespace {
 
-// In the order of the boxes in the form. The first value is the default of a missing key.
-const std::vector<std::string> Transports{"smtp", "sendmail", "outbox"};
-const std::vector<std::string> Securities{"starttls", "tls", "none"};
-const std::vector<std::string> YesWords{"yes", "true", "1"};
-const std::vector<std::string> NoWords{"no", "false", "0"};
+using mailer::KnownKey;
+using mailer::Security;
+using mailer::TransportKind;
+using mailer::ValueType;
 
-constexpr int UsualPorts[] = {587, 465, 25};
-constexpr int UsualTimeouts[] = {60, 600, 60};
+// In the order of the items of the form's boxes. The first one is the default of a missing key.
+constexpr std::array TransportItems{TransportKind::Smtp, TransportKind::Sendmail, TransportKind::Outbox};
+constexpr std::array SecurityItems{Security::StartTls, Security::Tls, Security::None};
 
-bool IsOneOf(const std::vector<std::string>& words, const std::string& word) {
+struct Field {
+    KnownKey key;
+    QWidget* control;  // From has a second one, txtName
+};
+
+// Every key has a field. The usual port depends on the encryption and the usual time limit on the transport,
+// so these two come first when the form is filled.
+std::array<Field, mailer::ProfileKeys.size()> FieldsOf(const Ui::MailDialog& ui) {
+    return {{{"Transport", ui.cboTransport},
+             {"Security", ui.cboSecurity},
+             {"From", ui.txtAddress},
+             {"Host", ui.txtHost},
+             {"Port", ui.spnPort},
+             {"Verify", ui.chkVerify},
+             {"CAFile", ui.txtCAFile},
+             {"User", ui.txtUser},
+             {"Password", ui.txtPassword},
+             {"PasswordCommand", ui.txtPasswordCommand},
+             {"Hello", ui.txtHello},
+             {"Timeout", ui.spnTimeout},
+             {"OutboxFolder", ui.txtOutboxFolder},
+             {"Sendmail", ui.txtSendmail},
+             {"VCard", ui.txtVCard}}};
+}
+
+std::vector<std::string> ItemsOf(KnownKey key) {
+    std::vector<std::string> words;
+    const auto add = [&](auto kind) { words.emplace_back(key->words[static_cast<std::size_t>(kind)]); };
+    if (key == "Transport") {
+        std::for_each(TransportItems.begin(), TransportItems.end(), add);
+    } else {
+        std::for_each(SecurityItems.begin(), SecurityItems.end(), add);
+    }
+    return words;
+}
+
+template <typename Words>
+bool IsOneOf(const Words& words, const std::string& word) {
     return std::find(words.begin(), words.end(), ToLower(word)) != words.end();
 }
 
@@ -37,8 +75,8 @@ int NumberOf(const std::string& text) {
     return failure == std::errc() && end == text.data() + text.size() ? number : 0;
 }
 
-void Put(QLineEdit* edit, const ProfileValues& values, const char* key) {
-    edit->setText(QString::fromStdString(values.at(key)));
+void Put(QLineEdit* edit, const std::string& text) {
+    edit->setText(QString::fromStdString(text));
     edit->setCursorPosition(0);
 }
 
@@ -64,82 +102,118 @@ std::string From(const std::string& name, const std::string& address) {
         return plain;
     }
     std::string quoted;
-    for (const char letter : name) {
-        quoted += letter == '"' || letter == '\\' ? std::string("\\") + letter : std::string(1, letter);
+    for (const char c : name) {
+        quoted += c == '"' || c == '\\' ? std::string("\\") + c : std::string(1, c);
     }
     return "\"" + quoted + "\" <" + address + ">";
+}
+
+int UsualNumber(const Ui::MailDialog& ui, KnownKey key) {
+    return key == "Port" ? UsualPort(ui) : UsualTimeout(ui);
+}
+
+void ShowValue(const Ui::MailDialog& ui, const Field& field, const std::string& value) {
+    switch (field.key->type) {
+        case ValueType::Choice:
+            static_cast<QComboBox*>(field.control)->setCurrentIndex(PlaceOf(ItemsOf(field.key), value));
+            break;
+        case ValueType::Number: {
+            const bool isShown = !value.empty() && CanBeShown(field.key, value);
+            static_cast<QSpinBox*>(field.control)
+                ->setValue(isShown ? NumberOf(value) : UsualNumber(ui, field.key));
+            break;
+        }
+        case ValueType::Secret:
+            break;
+        case ValueType::Sender: {
+            const mailer::Mailbox sender = SenderOf(value);
+            ui.txtName->setText(QString::fromStdString(sender.name));
+            ui.txtAddress->setText(QString::fromStdString(mailer::ReadableAddress(sender.address)));
+            break;
+        }
+        case ValueType::Switch:
+            static_cast<QCheckBox*>(field.control)->setChecked(!IsOneOf(mailer::NoWords, value));
+            break;
+        case ValueType::Path:
+        case ValueType::Text:
+            Put(static_cast<QLineEdit*>(field.control), value);
+            break;
+    }
+}
+
+std::string ShownValue(const Ui::MailDialog& ui, const Field& field) {
+    switch (field.key->type) {
+        case ValueType::Choice: {
+            const int index = static_cast<QComboBox*>(field.control)->currentIndex();
+            return ItemsOf(field.key)[static_cast<std::size_t>(index)];
+        }
+        case ValueType::Number: {
+            const int number = static_cast<QSpinBox*>(field.control)->value();
+            return number == UsualNumber(ui, field.key) ? "" : std::to_string(number);
+        }
+        case ValueType::Secret:
+            break;
+        case ValueType::Sender:
+            return From(TextOf(ui.txtName), TextOf(ui.txtAddress));
+        case ValueType::Switch:
+            return static_cast<QCheckBox*>(field.control)->isChecked() ? "" : "no";
+        case ValueType::Path:
+        case ValueType::Text:
+            return TextOf(static_cast<QLineEdit*>(field.control));
+    }
+    return {};
 }
 
 }  // namespace
 
 int UsualPort(const Ui::MailDialog& ui) {
-    return UsualPorts[std::max(ui.cboSecurity->currentIndex(), 0)];
+    return mailer::UsualPort(
+        SecurityItems[static_cast<std::size_t>(std::max(ui.cboSecurity->currentIndex(), 0))]);
 }
 
 int UsualTimeout(const Ui::MailDialog& ui) {
-    return UsualTimeouts[std::max(ui.cboTransport->currentIndex(), 0)];
+    const auto transport =
+        TransportItems[static_cast<std::size_t>(std::max(ui.cboTransport->currentIndex(), 0))];
+    return transport == TransportKind::Sendmail ? mailer::UsualSendmailSeconds : mailer::UsualStallSeconds;
 }
 
-bool CanBeShown(const std::string& key, const std::string& value) {
-    if (key == "Transport") {
-        return IsOneOf(Transports, value);
+bool CanBeShown(KnownKey key, const std::string& value) {
+    if (key->type == ValueType::Choice) {
+        // Transport is required: a profile without it is written with the one that is shown.
+        return IsOneOf(key->words, value) || (value.empty() && key != "Transport");
     }
     if (value.empty()) {
         return true;
     }
-    if (key == "Security") {
-        return IsOneOf(Securities, value);
+    if (key->type == ValueType::Switch) {
+        return IsOneOf(mailer::YesWords, value) || IsOneOf(mailer::NoWords, value);
     }
-    if (key == "Verify") {
-        return IsOneOf(YesWords, value) || IsOneOf(NoWords, value);
+    return key->type != ValueType::Number || (NumberOf(value) >= key->least && NumberOf(value) <= key->most);
+}
+
+void PrepareForm(const Ui::MailDialog& ui) {
+    for (const auto& [key, control] : FieldsOf(ui)) {
+        control->setToolTip(QString::fromUtf8(key->help.data(), static_cast<qsizetype>(key->help.size())));
+        if (key->type == ValueType::Number) {
+            static_cast<QSpinBox*>(control)->setRange(key->least, key->most);
+        }
     }
-    if (key == "Port") {
-        return NumberOf(value) >= 1 && NumberOf(value) <= 65535;
-    }
-    if (key == "Timeout") {
-        return NumberOf(value) >= 1 && NumberOf(value) <= 3600;
-    }
-    return true;
 }
 
 void FillForm(const Ui::MailDialog& ui, const ProfileValues& values) {
-    ui.cboTransport->setCurrentIndex(PlaceOf(Transports, values.at("Transport")));
-    const mailer::Mailbox sender = SenderOf(values.at("From"));
-    ui.txtName->setText(QString::fromStdString(sender.name));
-    ui.txtAddress->setText(QString::fromStdString(mailer::ReadableAddress(sender.address)));
-    Put(ui.txtHost, values, "Host");
-    ui.cboSecurity->setCurrentIndex(PlaceOf(Securities, values.at("Security")));
-    const bool hasPort = !values.at("Port").empty() && CanBeShown("Port", values.at("Port"));
-    ui.spnPort->setValue(hasPort ? NumberOf(values.at("Port")) : UsualPort(ui));
-    ui.chkVerify->setChecked(!IsOneOf(NoWords, values.at("Verify")));
-    Put(ui.txtCAFile, values, "CAFile");
-    Put(ui.txtUser, values, "User");
-    Put(ui.txtPasswordCommand, values, "PasswordCommand");
-    Put(ui.txtHello, values, "Hello");
-    const bool hasTimeout = !values.at("Timeout").empty() && CanBeShown("Timeout", values.at("Timeout"));
-    ui.spnTimeout->setValue(hasTimeout ? NumberOf(values.at("Timeout")) : UsualTimeout(ui));
-    Put(ui.txtOutboxFolder, values, "OutboxFolder");
-    Put(ui.txtSendmail, values, "Sendmail");
-    Put(ui.txtVCard, values, "VCard");
+    for (const Field& field : FieldsOf(ui)) {
+        if (field.key->type != ValueType::Secret) {
+            ShowValue(ui, field, values.at(field.key));
+        }
+    }
 }
 
 ProfileValues FormValues(const Ui::MailDialog& ui) {
-    const int port = ui.spnPort->value();
-    const int timeout = ui.spnTimeout->value();
-    return {
-        {"Transport", Transports[static_cast<std::size_t>(ui.cboTransport->currentIndex())]},
-        {"From", From(TextOf(ui.txtName), TextOf(ui.txtAddress))},
-        {"Host", TextOf(ui.txtHost)},
-        {"Security", Securities[static_cast<std::size_t>(ui.cboSecurity->currentIndex())]},
-        {"Port", port == UsualPort(ui) ? "" : std::to_string(port)},
-        {"Verify", ui.chkVerify->isChecked() ? "" : "no"},
-        {"CAFile", TextOf(ui.txtCAFile)},
-        {"User", TextOf(ui.txtUser)},
-        {"PasswordCommand", TextOf(ui.txtPasswordCommand)},
-        {"Hello", TextOf(ui.txtHello)},
-        {"Timeout", timeout == UsualTimeout(ui) ? "" : std::to_string(timeout)},
-        {"OutboxFolder", TextOf(ui.txtOutboxFolder)},
-        {"Sendmail", TextOf(ui.txtSendmail)},
-        {"VCard", TextOf(ui.txtVCard)},
-    };
+    ProfileValues values;
+    for (const Field& field : FieldsOf(ui)) {
+        if (field.key->type != ValueType::Secret) {
+            values[field.key] = ShownValue(ui, field);
+        }
+    }
+    return values;
 }

@@ -97,4 +97,19 @@ TEST(Dates, CenturiesAreLeapYearsEveryFourth) {
     EXPECT_FALSE(IsValidDate(10000, 1, 1));
 }
 
+// Years before and after those that std::chrono holds.
+TEST(Dates, DatesFarAwayAreSplitIntoTheDateTheyWereMadeOf) {
+    for (const int year : {-400001, -32768, -1, 0, 1, 32768, 400000}) {
+        for (const int month : {1, 2, 3, 12}) {
+            const DateParts parts = Split(DateSerial(year, month, 28));
+            EXPECT_EQ(parts.year, year);
+            EXPECT_EQ(parts.month, month);
+            EXPECT_EQ(parts.day, 28);
+        }
+        const bool isLeap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+        EXPECT_EQ(DiffDays(DateSerial(year, 1, 1), DateSerial(year + 1, 1, 1)), isLeap ? 366 : 365) << year;
+    }
+    EXPECT_EQ(AddMonths(DateSerial(2003, 1, 31), 12 * 100'000 + 1), DateSerial(102003, 2, 28));
+}
+
 }  // namespace

@@ -139,11 +139,11 @@ TEST_F(Files, CopyThatMustNotOverwriteLeavesWhatIsThere) {
     WriteBytes(m_folder / "a", "blank");
     WriteBytes(m_folder / "b", "rows");
     const Scripting::FileSystemObject files;
-    EXPECT_EQ(
-        NumberRaisedBy([&] {
-            files.GetFile(paths::FromMachine(m_folder / "a")).Copy(paths::FromMachine(m_folder / "b"), false);
-        }),
-        58);
+    EXPECT_EQ(NumberRaisedBy([&] {
+                  files.GetFile(paths::FromMachine(m_folder / "a"))
+                      .Copy(paths::FromMachine(m_folder / "b"), Scripting::File::Existing::Keep);
+              }),
+              58);
     EXPECT_EQ(ReadBytes(m_folder / "b"), "rows");
     EXPECT_EQ(Entries(), 2U);
 }
@@ -153,7 +153,10 @@ TEST_F(Files, CopyThatMustNotOverwriteLeavesTheLogOfWhatIsThere) {
     WriteBytes(m_folder / "live", std::string("SQLite format 3\0", 16) + "rows");
     WriteBytes(m_folder / "live-wal", "more rows");
     WriteBytes(m_folder / "live-shm", "their index");
-    EXPECT_EQ(NumberRaisedBy([this] { m_files.GetFile(Name("blank")).Copy(Name("live"), false); }), 58);
+    EXPECT_EQ(NumberRaisedBy([this] {
+                  m_files.GetFile(Name("blank")).Copy(Name("live"), Scripting::File::Existing::Keep);
+              }),
+              58);
     EXPECT_EQ(ReadBytes(m_folder / "live-wal"), "more rows");
     EXPECT_EQ(ReadBytes(m_folder / "live-shm"), "their index");
     EXPECT_EQ(Entries(), 4U);
@@ -163,7 +166,9 @@ TEST_F(Files, CopyThatMustNotOverwriteWaitsForNoReaderOfAPipe) {
     WriteBytes(m_folder / "a", "x");
     ASSERT_EQ(mkfifo((m_folder / "pipe").c_str(), 0600), 0);
     alarm(10);
-    EXPECT_EQ(NumberRaisedBy([this] { m_files.GetFile(Name("a")).Copy(Name("pipe"), false); }), 58);
+    EXPECT_EQ(NumberRaisedBy(
+                  [this] { m_files.GetFile(Name("a")).Copy(Name("pipe"), Scripting::File::Existing::Keep); }),
+              58);
     alarm(0);
 }
 

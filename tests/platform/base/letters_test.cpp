@@ -46,4 +46,28 @@ TEST(Letters, PatternsHaveWildcards) {
     EXPECT_FALSE(LikeText(std::string(20'000, 'a'), "%a%a%a%a%a%a%a%b"));
 }
 
+TEST(Letters, BeginningsHoldWholeCharacters) {
+    EXPECT_EQ(FirstCharacters("Übersicht", 2), "Üb");
+    EXPECT_EQ(FirstCharacters("Ü", 5), "Ü");
+    EXPECT_EQ(FirstCharacters("\xff\xfe"
+                              "a",
+                              2),
+              "\xff\xfe");
+    EXPECT_EQ(FirstCharacters("", 1), "");
+    EXPECT_EQ(CutText("aÜb", 2), "a");
+    EXPECT_EQ(CutText("aÜb", 3), "aÜ");
+    EXPECT_EQ(CutText("aÜb", 4), "aÜb");
+    EXPECT_EQ(CutText("aÜb", 9), "aÜb");
+    EXPECT_EQ(CutText("\x80\x80\x80", 2), "");
+}
+
+TEST(Letters, BytesThatAreNoTextAreReplacedOneByOne) {
+    EXPECT_TRUE(IsUtf8("aÜ\xF0\x9F\x98\x80"));
+    EXPECT_TRUE(IsUtf8(std::string_view("\0", 1)));
+    EXPECT_FALSE(IsUtf8("a\xC3"));
+    EXPECT_FALSE(IsUtf8("\xED\xA0\x80"));
+    EXPECT_EQ(ValidUtf8("a\xC3(\xFF\xFEÜ"), "a\xEF\xBF\xBD(\xEF\xBF\xBD\xEF\xBF\xBDÜ");
+    EXPECT_EQ(ValidUtf8("\xED\xA0\x80"), "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD");
+}
+
 }  // namespace

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include "mail_fixture.h"
+#include "support/config_home.h"
 
 namespace {
 
@@ -12,11 +13,8 @@ using mailer::ProfileEditor;
 
 class ProfileFile : public MailTest {
  public:
-    void SetUp() override { setenv("XDG_CONFIG_HOME", (m_folder / "config").c_str(), 1); }
-    void TearDown() override { unsetenv("XDG_CONFIG_HOME"); }
-
-    std::filesystem::path Folder() const { return m_folder / "config" / "oxbow-courier"; }
-    std::filesystem::path File() const { return Folder() / "mail.ini"; }
+    std::filesystem::path Folder() const { return m_home.Folder(); }
+    std::filesystem::path File() const { return m_home.MailProfile(); }
     static int ModeOf(const std::filesystem::path& path) {
         struct stat status {};
         return stat(path.c_str(), &status) == 0 ? static_cast<int>(status.st_mode & 0777U) : -1;
@@ -27,6 +25,9 @@ class ProfileFile : public MailTest {
         editor.Set("From", "Reports <r@example.com>");
         editor.Save();
     }
+
+ protected:
+    ConfigHome m_home;
 };
 
 }  // namespace
@@ -65,13 +66,11 @@ TEST_F(ProfileFile, BrokenProfileNeverReplacesAGoodOne) {
 TEST_F(ProfileFile, EveryKeyIsReadBackFromItsSection) {
     ProfileEditor editor;
     EXPECT_TRUE(editor.IsNew());
-    for (const std::string& key : mailer::ProfileKeys()) {
+    for (const mailer::KnownKey key : mailer::ProfileKeys) {
         EXPECT_EQ(editor.Value(key), "");
-        editor.Set(key, "value of " + key);
-        EXPECT_EQ(editor.Value(key), "value of " + key);
+        editor.Set(key, "value of " + key.Name());
+        EXPECT_EQ(editor.Value(key), "value of " + key.Name());
     }
-    EXPECT_EQ(mailer::ProfileKey("pASSWORDcommand"), "PasswordCommand");
-    EXPECT_EQ(mailer::ProfileKey("Pasword"), "");
 }
 
 TEST_F(ProfileFile, LinkedProfileIsChangedWhereItLies) {

@@ -25,7 +25,7 @@ class MailSession : public MailTest {
 
 TEST_F(MailSession, NamesBecomeAddresses) {
     const auto message = MakeMessage({"ann ARCHER"});
-    message->Recipients().Resolve(true);
+    message->Recipients().Resolve(MAPI::Dialog::Allowed);
     message->Send();
     const auto files = FilesIn(Outbox());
     ASSERT_EQ(files.size(), 1u);
@@ -34,16 +34,19 @@ TEST_F(MailSession, NamesBecomeAddresses) {
 
 TEST_F(MailSession, UnresolvedNamesAreNamedAndNoMailboxNumber) {
     const auto message = MakeMessage({"ann@example.com", "Nobody"});
-    EXPECT_EQ(NumberRaisedBy([&] { message->Recipients().Resolve(true); }), mailer::ErrUnknownRecipient);
-    EXPECT_NE(DescriptionRaisedBy([&] { message->Recipients().Resolve(true); }).find("\"Nobody\""),
-              std::string::npos);
+    EXPECT_EQ(NumberRaisedBy([&] { message->Recipients().Resolve(MAPI::Dialog::Allowed); }),
+              mailer::ErrUnknownRecipient);
+    EXPECT_NE(
+        DescriptionRaisedBy([&] { message->Recipients().Resolve(MAPI::Dialog::Allowed); }).find("\"Nobody\""),
+        std::string::npos);
     EXPECT_EQ(NumberRaisedBy([&] { message->Send(); }), mailer::ErrUnknownRecipient);
     EXPECT_TRUE(FilesIn(Outbox()).empty());
 }
 
 TEST_F(MailSession, AnEmptyNameIsNoRecipient) {
     const auto message = MakeMessage({""});
-    EXPECT_EQ(NumberRaisedBy([&] { message->Recipients().Resolve(true); }), mailer::ErrUnknownRecipient);
+    EXPECT_EQ(NumberRaisedBy([&] { message->Recipients().Resolve(MAPI::Dialog::Allowed); }),
+              mailer::ErrUnknownRecipient);
 }
 
 TEST_F(MailSession, WithoutRecipientsNothingIsSent) {
@@ -90,21 +93,21 @@ TEST_F(MailSession, OutboxBeforeLogonFails) {
 
 TEST_F(MailSession, AddressBookWithNobodyThereIsCancelled) {
     const auto session = Logon();
-    EXPECT_EQ(NumberRaisedBy([&] { session->AddressBook(false); }), err::MailUserCancel);
-    mailer::SetAddressChooser([](const auto&, bool) { return std::nullopt; });
-    EXPECT_EQ(NumberRaisedBy([&] { session->AddressBook(false); }), err::MailUserCancel);
+    EXPECT_EQ(NumberRaisedBy([&] { session->AddressBook(MAPI::Choice::Several); }), err::MailUserCancel);
+    mailer::SetAddressChooser([](const auto&, MAPI::Choice) { return std::nullopt; });
+    EXPECT_EQ(NumberRaisedBy([&] { session->AddressBook(MAPI::Choice::Several); }), err::MailUserCancel);
 }
 
 TEST_F(MailSession, PickedEntriesAreNamedSoThatTheyResolveAgain) {
-    mailer::SetAddressChooser([](const auto& entries, bool) { return std::optional(entries); });
+    mailer::SetAddressChooser([](const auto& entries, MAPI::Choice) { return std::optional(entries); });
     const auto session = Logon();
     std::vector<std::string> names;
-    for (const MAPI::Recipient& recipient : session->AddressBook(false)) {
+    for (const MAPI::Recipient& recipient : session->AddressBook(MAPI::Choice::Several)) {
         names.push_back(recipient.Name);
     }
     EXPECT_EQ(names, (std::vector<std::string>{"Ann Archer", "sons@example.com", "one@example.com",
                                                "two@example.com"}));
-    EXPECT_EQ(session->AddressBook(true).size(), 1u);
+    EXPECT_EQ(session->AddressBook(MAPI::Choice::One).size(), 1u);
 }
 
 TEST_F(MailSession, WholeBookIsPickedWithoutAWait) {
@@ -115,10 +118,10 @@ TEST_F(MailSession, WholeBookIsPickedWithoutAWait) {
             "BEGIN:VCARD\nFN:Person Number" + number + "\nEMAIL:p" + number + "@example.com\nEND:VCARD\n";
     }
     WriteBytes(m_folder / "book.vcf", cards);
-    mailer::SetAddressChooser([](const auto& entries, bool) { return std::optional(entries); });
+    mailer::SetAddressChooser([](const auto& entries, MAPI::Choice) { return std::optional(entries); });
     const auto session = Logon();
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(session->AddressBook(false).size(), 10000u);
+    EXPECT_EQ(session->AddressBook(MAPI::Choice::Several).size(), 10000u);
     EXPECT_LT(std::chrono::steady_clock::now() - start, Slowdown * std::chrono::seconds(1));
 }
 

@@ -28,8 +28,8 @@ const Entries Book = {{"Ann Archer", {"Boss"}, "ann@example.com"},
 
 class AddressBookOnScreen : public testing::Test {
  protected:
-    void Show(const Entries& entries, bool oneAddress = false) {
-        m_dialog = std::make_unique<AddressBookDialog>(entries, oneAddress);
+    void Show(const Entries& entries, MAPI::Choice choice = MAPI::Choice::Several) {
+        m_dialog = std::make_unique<AddressBookDialog>(entries, choice);
         m_dialog->show();
         m_dialog->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
@@ -199,7 +199,7 @@ TEST_F(AddressBookOnScreen, EscAndCancelGiveNothing) {
                 shown->findChild<QPushButton*>("cmdCancel")->click();
             }
         });
-        EXPECT_EQ(ChooseAddresses(Book, false), std::nullopt);
+        EXPECT_EQ(ChooseAddresses(Book, MAPI::Choice::Several), std::nullopt);
     }
 }
 
@@ -218,7 +218,7 @@ TEST_F(AddressBookOnScreen, EnterOnCancelGivesNothingAndOnAddAddsAndStays) {
         enterOn("cmdCancel");
         EXPECT_FALSE(shown->isVisible());
     });
-    EXPECT_EQ(ChooseAddresses(Book, false), std::nullopt);
+    EXPECT_EQ(ChooseAddresses(Book, MAPI::Choice::Several), std::nullopt);
 }
 
 TEST_F(AddressBookOnScreen, NothingIsRememberedFromOneShowingToTheNext) {
@@ -228,7 +228,7 @@ TEST_F(AddressBookOnScreen, NothingIsRememberedFromOneShowingToTheNext) {
         QTest::keyClick(search, Qt::Key_Return);
         QTest::keyClick(search, Qt::Key_Return);
     });
-    const auto chosen = ChooseAddresses(Book, false);
+    const auto chosen = ChooseAddresses(Book, MAPI::Choice::Several);
     ASSERT_TRUE(chosen);
     ASSERT_EQ(chosen->size(), 1U);
     EXPECT_EQ(chosen->front().name, "Ann Archer");
@@ -238,7 +238,7 @@ TEST_F(AddressBookOnScreen, NothingIsRememberedFromOneShowingToTheNext) {
 }
 
 TEST_F(AddressBookOnScreen, OneAddressIsTheHighlightedOne) {
-    Show(Book, true);
+    Show(Book, MAPI::Choice::One);
     EXPECT_FALSE(ChosenList().isVisible());
     EXPECT_FALSE(Button("cmdAdd").isVisible());
     ClickRow(0);
@@ -247,7 +247,7 @@ TEST_F(AddressBookOnScreen, OneAddressIsTheHighlightedOne) {
     DoubleClickRow(2);
     EXPECT_TRUE(Accepted());
     EXPECT_EQ(Chosen(), Texts{"cy@example.com"});
-    Show(Book, true);
+    Show(Book, MAPI::Choice::One);
     Type("ann");
     QTest::keyClick(&Search(), Qt::Key_Return);
     EXPECT_TRUE(Accepted());

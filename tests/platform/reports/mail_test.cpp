@@ -33,7 +33,7 @@ class FakeRecipients : public MAPI::Recipients {
  public:
     explicit FakeRecipients(Post& post) : m_post(post) {}
     void Add(const std::string& name) override { m_post.recipients.push_back(name); }
-    void Resolve(bool showDialog) override { m_post.resolved = !showDialog; }
+    void Resolve(MAPI::Dialog dialog) override { m_post.resolved = dialog == MAPI::Dialog::Forbidden; }
     int Count() const override { return static_cast<int>(m_post.recipients.size()); }
     const MAPI::Recipient& Item(int) const override { return m_none; }
 
@@ -78,7 +78,7 @@ class FakeSession : public MAPI::Session, public MAPI::Folder {
     explicit FakeSession(Post& post) : m_post(post) {}
     void Logon() override { m_post.loggedOn = true; }
     MAPI::Folder& Outbox() override { return *this; }
-    std::vector<MAPI::Recipient> AddressBook(bool) override { return {}; }
+    std::vector<MAPI::Recipient> AddressBook(MAPI::Choice) override { return {}; }
     std::unique_ptr<MAPI::Message> AddMessage() override { return std::make_unique<FakeMessage>(m_post); }
 
  private:

@@ -94,7 +94,7 @@ TEST_F(ViewerFind, TheWayBackwardsMakesThePagesThatAreMissing) {
     finder.SetDocument(&document);
     int found = 0;
     QObject::connect(&finder, &Finder::Found, [&](int page) { found = page; });
-    finder.Start("apple", false, 1, 0);
+    finder.Start("apple", viewer::Direction::Backwards, 1, 0);
     Settle();
     EXPECT_EQ(found, 5);
     EXPECT_TRUE(document.IsComplete());

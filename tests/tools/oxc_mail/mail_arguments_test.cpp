@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace {
 
+using Assigned = std::pair<mailer::KnownKey, std::string>;
 using tools::MailCommand;
 using tools::ParseMailArguments;
 
@@ -38,9 +41,9 @@ TEST(MailArguments, CommandsAreKnownByTheirWords) {
 TEST(MailArguments, SetTakesKeysInAnyCaseAndValuesAsTheyStand) {
     const auto arguments = ParseMailArguments({"set", "HOST=mail.example.com", "from=a=b ; c", "Port="});
     ASSERT_EQ(arguments.values.size(), 3u);
-    EXPECT_EQ(arguments.values[0], (std::pair<std::string, std::string>("Host", "mail.example.com")));
-    EXPECT_EQ(arguments.values[1], (std::pair<std::string, std::string>("From", "a=b ; c")));
-    EXPECT_EQ(arguments.values[2], (std::pair<std::string, std::string>("Port", "")));
+    EXPECT_EQ(arguments.values[0], (Assigned(mailer::KnownKey("Host"), "mail.example.com")));
+    EXPECT_EQ(arguments.values[1], (Assigned(mailer::KnownKey("From"), "a=b ; c")));
+    EXPECT_EQ(arguments.values[2], (Assigned(mailer::KnownKey("Port"), "")));
 }
 
 TEST(MailArguments, PasswordOnTheLineIsRefusedAndNotRepeated) {
@@ -58,4 +61,30 @@ TEST(MailArguments, MissingOrSurplusArgumentsAreTold) {
     EXPECT_EQ(ComplaintAbout({"test", ""}), "test wants one recipient");
     EXPECT_EQ(ComplaintAbout({"test", "a@b.c", "d@e.f"}), "test wants one recipient");
     EXPECT_EQ(ComplaintAbout({"check", "now"}), "\"check\" takes no arguments");
+}
+
+TEST(MailArguments, UsageNamesEveryKeyThatSetTakes) {
+    const std::string usage = tools::MailUsage();
+    const std::string keys = usage.substr(usage.find("Keys:"));
+    for (const mailer::ProfileKey& key : mailer::ProfileKeys) {
+        const std::string name(key.name);
+        const bool isTaken = ComplaintAbout({"set", name + "=x"}).empty();
+        EXPECT_EQ(keys.find(" " + name + ",") != std::string::npos ||
+                      keys.find(" " + name + "\n") != std::string::npos ||
+                      keys.find(" " + name + " (" + Alternatives(key) + ")") != std::string::npos,
+                  isTaken)
+            << name << "\n"
+            << keys;
+        EXPECT_EQ(isTaken, name != "Password");
+    }
+    EXPECT_NE(usage.find("oxc-mail password "), std::string::npos);
+}
+
+TEST(MailArguments, LinesOfTheUsageFitATerminal) {
+    std::istringstream usage(tools::MailUsage());
+    for (std::string line; std::getline(usage, line);) {
+        EXPECT_LE(line.size(), 100u) << line;
+    }
+    EXPECT_NE(tools::MailUsage().find("      smtp: Host, Port, Security (none, starttls or tls), Verify"),
+              std::string::npos);
 }

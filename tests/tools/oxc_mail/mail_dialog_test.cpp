@@ -16,8 +16,11 @@
 #include <QTest>
 #include <QTimer>
 #include <map>
+#include <set>
 
+#include "platform/mail/profile/ini_text.h"
 #include "platform/regfile/registry_file.h"
+#include "support/config_home.h"
 #include "support/smtp_server.h"
 #include "tools/oxc_mail/mail_dialog.h"
 
@@ -30,13 +33,10 @@ using testing::StartsWith;
 
 class MailWindow : public testing::Test {
  public:
-    void SetUp() override {
-        setenv("XDG_CONFIG_HOME", (m_folder / "config").c_str(), 1);
-        SetRegistry(&SettingsFile());
-    }
+    void SetUp() override { SetRegistry(&SettingsFile()); }
     void TearDown() override { SetRegistry(nullptr); }
 
-    std::filesystem::path File() const { return m_folder / "config" / "oxbow-courier" / "mail.ini"; }
+    std::filesystem::path File() const { return m_folder.MailProfile(); }
     std::string Profile() const { return ReadBytes(File()); }
     void WriteProfile(const std::string& lines) {
         std::filesystem::create_directories(File().parent_path());
@@ -81,7 +81,7 @@ class MailWindow : public testing::Test {
     }
 
  protected:
-    TemporaryFolder m_folder;
+    ConfigHome m_folder;
     std::unique_ptr<MailDialog> m_dialog;
     std::string m_asked;
 };
@@ -144,6 +144,34 @@ TEST_F(MailWindow, ForgottenPasswordGoesWithTheNextSave) {
     Click("cmdSave");
     EXPECT_THAT(Profile(), Not(HasSubstr("Password")));
     EXPECT_EQ(Edit("txtPassword")->placeholderText(), "none stored");
+}
+
+TEST_F(MailWindow, EveryKeyHasOneFieldWithItsToolTip) {
+    Open();
+    for (const mailer::ProfileKey& key : mailer::ProfileKeys) {
+        const auto controls = m_dialog->findChildren<QWidget*>();
+        EXPECT_EQ(
+            std::count_if(controls.begin(), controls.end(),
+                          [&](const QWidget* control) { return control->toolTip() == key.help.data(); }),
+            1)
+            << key.name;
+    }
+}
+
+TEST_F(MailWindow, EveryWordOfAChoiceHasItsItem) {
+    WriteProfile("Transport=smtp\nHost=a.example.com\nSecurity=starttls\n");
+    Open();
+    for (const auto& [key, box] : {std::pair("Security", Find<QComboBox>("cboSecurity")),
+                                   std::pair("Transport", Find<QComboBox>("cboTransport"))}) {
+        std::set<std::string> written;
+        for (int index = box->count() - 1; index >= 0; --index) {
+            box->setCurrentIndex(index);
+            Click("cmdSave");
+            written.insert(mailer::IniText(Profile()).Find("Profile", key).value_or(""));
+        }
+        const auto words = mailer::FindProfileKey(key)->words;
+        EXPECT_EQ(written, std::set<std::string>(words.begin(), words.end()));
+    }
 }
 
 TEST_F(MailWindow, PortFollowsTheEncryptionUnlessItWasChosen) {

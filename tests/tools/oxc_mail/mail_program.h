@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <string>
 
-#include "support/temporary_folder.h"
+#include "support/config_home.h"
 
 struct MailOutcome {
     int code = -1;
@@ -19,13 +19,12 @@ struct MailOutcome {
 class MailProgram : public testing::Test {
  public:
     void SetUp() override {
-        setenv("XDG_CONFIG_HOME", (m_folder / "config").c_str(), 1);
         for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
             unsetenv(name);
         }
     }
 
-    std::filesystem::path File() const { return m_folder / "config" / "oxbow-courier" / "mail.ini"; }
+    std::filesystem::path File() const { return m_folder.MailProfile(); }
     std::string Profile() const { return ReadBytes(File()); }
 
     // `arguments` as in a shell, `input` on standard input.
@@ -43,5 +42,5 @@ class MailProgram : public testing::Test {
     }
 
  protected:
-    TemporaryFolder m_folder;
+    ConfigHome m_folder;
 };

@@ -75,19 +75,19 @@ void DirListBox::Fill(const std::string& folder, const QStringList& below) {
     int depth = 0;
     for (const std::filesystem::path& piece : std::filesystem::path(folder)) {
         known /= piece;
-        AddFolder(QString::fromStdString(piece.string()), known.string(), depth++, true);
+        AddFolder(QString::fromStdString(piece.string()), known.string(), depth++, Picture::Open);
     }
     const int own = count() - 1;
     for (const QString& name : below) {
-        AddFolder(name, (known / name.toStdString()).string(), depth, false);
+        AddFolder(name, (known / name.toStdString()).string(), depth, Picture::Closed);
     }
     setCurrentRow(own);
     scrollToItem(item(own));
 }
 
-void DirListBox::AddFolder(const QString& name, const std::string& folder, int depth, bool open) {
-    const QStyle::StandardPixmap picture = open ? QStyle::SP_DirOpenIcon : QStyle::SP_DirClosedIcon;
-    auto* line = new QListWidgetItem(style()->standardIcon(picture, nullptr, this), name, this);
+void DirListBox::AddFolder(const QString& name, const std::string& folder, int depth, Picture picture) {
+    const auto icon = picture == Picture::Open ? QStyle::SP_DirOpenIcon : QStyle::SP_DirClosedIcon;
+    auto* line = new QListWidgetItem(style()->standardIcon(icon, nullptr, this), name, this);
     line->setData(DepthRole, depth);
     line->setData(FolderRole, QString::fromStdString(folder));
 }

@@ -28,7 +28,8 @@ class DirListBox : public QListWidget {
 
  private:
     void Fill(const std::string& folder, const QStringList& below);
-    void AddFolder(const QString& name, const std::string& folder, int depth, bool open);
+    enum class Picture { Open, Closed };
+    void AddFolder(const QString& name, const std::string& folder, int depth, Picture picture);
     void Go(const QListWidgetItem* line);
 
     std::string m_path;

@@ -177,25 +177,25 @@ bool LabelDelegate::eventFilter(QObject* watched, QEvent* event) {
         }
         event->accept();
         if (event->type() == QEvent::KeyPress) {
-            Finish(*editor, takes);
+            Finish(*editor, takes ? Typed::Taken : Typed::Dropped);
         }
         return true;
     }
     if (event->type() == QEvent::FocusOut && QApplication::activePopupWidget() == nullptr &&
         (!editor->isActiveWindow() || QApplication::focusWidget() != editor)) {
-        Finish(*editor, true);
+        Finish(*editor, Typed::Taken);
     }
     return false;
 }
 
 // The editor closes first: a handler of the new text may open boxes or the editor again.
-void LabelDelegate::Finish(QLineEdit& editor, bool take) {
+void LabelDelegate::Finish(QLineEdit& editor, Typed typed) {
     const QPersistentModelIndex item = m_edited;
     const QString text = editor.text();
     m_editor = nullptr;
     m_edited = QModelIndex();
     emit closeEditor(&editor, QAbstractItemDelegate::NoHint);
-    if (take && item.isValid()) {
+    if (typed == Typed::Taken && item.isValid()) {
         emit Edited(item, text);
     }
 }

@@ -39,7 +39,8 @@ class LabelDelegate : public QStyledItemDelegate {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-    void Finish(QLineEdit& editor, bool take);
+    enum class Typed { Taken, Dropped };
+    void Finish(QLineEdit& editor, Typed typed);
     bool TextFits(const QStyleOptionViewItem& option, const QModelIndex& index) const;
 
     Shape m_shape = Shape::Large;

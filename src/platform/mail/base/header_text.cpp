@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "platform/base/ascii.h"
+#include "platform/base/text.h"
 
 namespace mailer {
 namespace {
@@ -38,19 +39,6 @@ class HeaderLine {
     std::string m_text;
     std::size_t m_length;  // of the last line
 };
-
-bool IsContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
-// Returns the bytes of the first character.
-std::string_view FirstCharacter(std::string_view text) {
-    std::size_t length = 1;
-    while (length < text.size() && IsContinuation(text[length])) {
-        ++length;
-    }
-    return text.substr(0, length);
-}
 
 std::string Escaped(char mark, char byte) {
     constexpr std::string_view Digits = "0123456789ABCDEF";
@@ -101,7 +89,7 @@ std::vector<std::string> Pieces(std::string_view text, Encode encode, IsGood isG
         std::size_t fits = 0;
         std::size_t good = 0;
         for (std::size_t end = 0; end < text.size();) {
-            end += FirstCharacter(text.substr(end)).size();
+            end += CharacterAt(text, end).length;
             if (encode(text.substr(0, end)).size() > LongestEncoding) {
                 break;
             }
@@ -207,7 +195,7 @@ void AddPieces(HeaderLine& line, std::string_view parameter, std::string_view te
         piece.clear();
     };
     while (!text.empty()) {
-        const std::string_view character = FirstCharacter(text);
+        const std::string_view character = FirstCharacters(text, 1);
         const std::string escaped = WithEscapes(character, '%', IsParameterByte);
         if (piece.size() + escaped.size() > LongestPiece) {
             add(false);

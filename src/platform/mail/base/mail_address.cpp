@@ -2,6 +2,7 @@
 #include "platform/mail/base/mail_address.h"
 
 #include "platform/base/ascii.h"
+#include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
 #include "platform/mail/base/domain_name.h"
 #include "platform/mail/base/mail_errors.h"
@@ -130,19 +131,12 @@ std::string ReadableAddress(const std::string& address) {
 bool SameAddress(std::string_view left, std::string_view right) {
     const std::size_t at = left.rfind('@');
     return at == right.rfind('@') && left.substr(0, at) == right.substr(0, at) &&
-           ToLower(left.substr(at)) == ToLower(right.substr(at));
+           SameAscii(left.substr(at), right.substr(at));
 }
 
 std::string Shown(std::string_view text) {
     constexpr std::size_t Longest = 200;
-    std::size_t end = text.size();
-    if (end > Longest) {
-        end = Longest;
-        while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) {
-            --end;
-        }
-    }
-    return WithoutControls(text.substr(0, end)) + (end < text.size() ? "..." : "");
+    return WithoutControls(CutText(text, Longest)) + (text.size() > Longest ? "..." : "");
 }
 
 }  // namespace mailer

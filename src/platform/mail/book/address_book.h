@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/base/text.h"
+#include "platform/contracts/mapi.h"
 #include "platform/mail/base/mail_address.h"
 #include "platform/mail/book/vcard.h"
 
@@ -42,10 +43,10 @@ class AddressBook {
     std::multimap<std::string, std::size_t, LettersBefore> m_names;
 };
 
-// Shows the entries and returns the chosen ones, at most one if `oneAddress`. Returns nullopt if the user
-// cancels.
+// Shows the entries and returns the chosen ones, at most one with MAPI::Choice::One. Returns nullopt if the
+// user cancels.
 using AddressChooser = std::function<std::optional<std::vector<AddressEntry>>(
-    const std::vector<AddressEntry>& entries, bool oneAddress)>;
+    const std::vector<AddressEntry>& entries, MAPI::Choice choice)>;
 
 // Sets the chooser; an empty function removes it. Without a chooser, as on a server without users, the
 // address book is cancelled at once.

@@ -7,20 +7,13 @@
 #include <optional>
 
 #include "platform/base/ascii.h"
+#include "platform/base/text.h"
 
 namespace mailer {
 namespace {
 
-std::string ToUpper(std::string_view text) {
-    std::string upper(text);
-    for (char& letter : upper) {
-        letter = letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-    }
-    return upper;
-}
-
-int HexDigit(char letter) {
-    return g_ascii_xdigit_value(letter);
+int HexDigit(char c) {
+    return g_ascii_xdigit_value(c);
 }
 
 std::string FromQuotedPrintable(std::string_view text) {
@@ -44,10 +37,6 @@ std::optional<std::string> Converted(const std::string& text, const char* charse
                   nullptr),
         &g_free);
     return converted ? std::optional(std::string(converted.get(), written)) : std::nullopt;
-}
-
-bool IsUtf8(const std::string& text) {
-    return g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) != FALSE;
 }
 
 // Old address books use Windows-1252 without saying so.

@@ -13,6 +13,7 @@
 
 #include "platform/base/ascii.h"
 #include "platform/base/paths.h"
+#include "platform/base/text.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
@@ -28,17 +29,11 @@ struct Unref {
 template <typename Object>
 using Owned = std::unique_ptr<Object, Unref>;
 
-std::string ValidUtf8(std::string_view text) {
-    const std::unique_ptr<char, decltype(&g_free)> valid(
-        g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())), &g_free);
-    return valid.get();
-}
-
 std::string HeaderText(std::string_view text) {
     return ValidUtf8(WithoutControls(text));
 }
 
-// Converts all line ends to LF; the encoder writes the message's own.
+// Converts all line ends to LF; the encoder writes the message's own. The byte 0 would end the body.
 std::string BodyText(std::string_view text) {
     std::string body;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -46,7 +41,11 @@ std::string BodyText(std::string_view text) {
         if (isReturn && at + 1 < text.size() && text[at + 1] == '\n') {
             ++at;
         }
-        body += isReturn ? '\n' : text[at];
+        if (text[at] == '\0') {
+            AppendCharacter(body, ReplacementCharacter);
+        } else {
+            body += isReturn ? '\n' : text[at];
+        }
     }
     if (!body.ends_with('\n')) {
         body += '\n';
@@ -138,9 +137,9 @@ std::string HeaderLines(const OutgoingMail& mail) {
 bool IsPlain(std::string_view body) {
     constexpr std::size_t LongestLine = 900;
     std::size_t length = 0;
-    for (const char letter : body) {
-        length = letter == '\n' ? 0 : length + 1;
-        if (static_cast<unsigned char>(letter) > '~' || letter == '\0' || length > LongestLine) {
+    for (const char c : body) {
+        length = c == '\n' ? 0 : length + 1;
+        if (static_cast<unsigned char>(c) > '~' || length > LongestLine) {
             return false;
         }
     }

@@ -10,8 +10,8 @@ std::string Name(std::string_view section, std::string_view key) {
     return ToLower(section) + "\n" + ToLower(key);
 }
 
-bool IsBlank(char letter) {
-    return letter == ' ' || letter == '\t';
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t';
 }
 
 std::string_view WithoutComment(std::string_view line) {

@@ -32,8 +32,6 @@ std::string ProfileText(const std::filesystem::path& file, const std::string& wh
 
 namespace fs = std::filesystem;
 
-constexpr int LongestTimeout = 3600;  // in seconds
-
 class ProfileReader {
  public:
     ProfileReader(const fs::path& file, const std::string& text) : m_file(file), m_text(text) {}
@@ -43,13 +41,13 @@ class ProfileReader {
         profile.file = m_file;
         profile.transport = ReadTransport();
         profile.from = ReadFrom();
-        profile.addressBook = Path("AddressBook", "VCard");
-        profile.stallSeconds = Number("Timeout", profile.stallSeconds, 1, LongestTimeout);
+        profile.addressBook = Path("VCard");
+        profile.stallSeconds = Number("Timeout", profile.stallSeconds);
         profile.connectSeconds = std::min(profile.connectSeconds, profile.stallSeconds);
         profile.acceptSeconds = std::max(profile.acceptSeconds, profile.stallSeconds);
         switch (profile.transport) {
             case TransportKind::Outbox:
-                profile.outboxFolder = Path("Profile", "OutboxFolder");
+                profile.outboxFolder = Path("OutboxFolder");
                 if (profile.outboxFolder.empty()) {
                     profile.outboxFolder = DataHome() / "oxbow-courier" / "outbox";
                 }
@@ -58,7 +56,7 @@ class ProfileReader {
                 ReadServer(profile);
                 break;
             case TransportKind::Sendmail:
-                profile.sendmailSeconds = Number("Timeout", profile.sendmailSeconds, 1, LongestTimeout);
+                profile.sendmailSeconds = Number("Timeout", profile.sendmailSeconds);
                 profile.sendmail = Text("Sendmail");
                 if (profile.sendmail.empty()) {
                     profile.sendmail = "/usr/sbin/sendmail";
@@ -71,21 +69,29 @@ class ProfileReader {
  private:
     [[noreturn]] void Refuse(const std::string& why) const { RefuseProfile(m_file, why); }
 
-    std::string Text(std::string_view key) const { return m_text.Find("Profile", key).value_or(""); }
+    std::string Text(KnownKey key) const { return m_text.Find(key->section, key->name).value_or(""); }
+
+    // Returns nullopt if the key is missing. The words must be in the order of the enumeration.
+    template <typename Kind>
+    std::optional<Kind> Choice(KnownKey key) const {
+        const std::string text = ToLower(Text(key));
+        if (text.empty()) {
+            return std::nullopt;
+        }
+        const auto found = std::find(key->words.begin(), key->words.end(), text);
+        if (found == key->words.end()) {
+            Refuse(key.Name() + " is \"" + Shown(text) + "\", not " + Alternatives(*key));
+        }
+        return static_cast<Kind>(found - key->words.begin());
+    }
 
     TransportKind ReadTransport() const {
-        const std::string transport = ToLower(Text("Transport"));
-        if (transport == "outbox") {
-            return TransportKind::Outbox;
+        constexpr KnownKey Transport = "Transport";
+        const auto transport = Choice<TransportKind>(Transport);
+        if (!transport) {
+            Refuse("Transport is missing; it is " + Alternatives(*Transport));
         }
-        if (transport == "smtp") {
-            return TransportKind::Smtp;
-        }
-        if (transport == "sendmail") {
-            return TransportKind::Sendmail;
-        }
-        Refuse(transport.empty() ? "Transport is missing; it is outbox, smtp or sendmail"
-                                 : "Transport is \"" + Shown(transport) + "\", not outbox, smtp or sendmail");
+        return *transport;
     }
 
     Mailbox ReadFrom() const {
@@ -100,68 +106,53 @@ class ProfileReader {
         }
     }
 
-    fs::path Path(std::string_view section, std::string_view key) const {
+    fs::path Path(KnownKey key) const {
         try {
-            return ProfilePath(m_text.Find(section, key).value_or(""));
+            return ProfilePath(Text(key));
         } catch (const RuntimeError& error) {
-            Refuse(std::string(key) + ": " + error.Description());
+            Refuse(key.Name() + ": " + error.Description());
         }
     }
 
-    int Number(std::string_view key, int fallback, int least, int most) const {
+    int Number(KnownKey key, int fallback) const {
         const std::string text = Text(key);
         if (text.empty()) {
             return fallback;
         }
         int number = 0;
         const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
-        if (failure != std::errc() || end != text.data() + text.size() || number < least || number > most) {
-            Refuse(std::string(key) + " is \"" + Shown(text) + "\", not a number from " +
-                   std::to_string(least) + " to " + std::to_string(most));
+        if (failure != std::errc() || end != text.data() + text.size() || number < key->least ||
+            number > key->most) {
+            Refuse(key.Name() + " is \"" + Shown(text) + "\", not a number from " +
+                   std::to_string(key->least) + " to " + std::to_string(key->most));
         }
         return number;
     }
 
-    bool Switch(std::string_view key, bool fallback) const {
+    bool Switch(KnownKey key, bool fallback) const {
         const std::string text = ToLower(Text(key));
         if (text.empty()) {
             return fallback;
         }
-        if (text == "yes" || text == "true" || text == "1") {
-            return true;
+        const bool isYes = std::find(YesWords.begin(), YesWords.end(), text) != YesWords.end();
+        if (!isYes && std::find(NoWords.begin(), NoWords.end(), text) == NoWords.end()) {
+            Refuse(key.Name() + " is \"" + Shown(text) + "\", not yes or no");
         }
-        if (text == "no" || text == "false" || text == "0") {
-            return false;
-        }
-        Refuse(std::string(key) + " is \"" + Shown(text) + "\", not yes or no");
-    }
-
-    Security ReadSecurity() const {
-        const std::string text = ToLower(Text("Security"));
-        if (text.empty() || text == "starttls") {
-            return Security::StartTls;
-        }
-        if (text == "tls") {
-            return Security::Tls;
-        }
-        if (text == "none") {
-            return Security::None;
-        }
-        Refuse("Security is \"" + Shown(text) + "\", not none, starttls or tls");
+        return isYes;
     }
 
     // The host becomes part of a URL, and no character in it may end that part. The same holds for the name
     // in the greeting.
-    std::string HostName(std::string_view key, std::string_view marks, const std::string& what) const {
+    std::string HostName(KnownKey key, std::string_view marks, const std::string& what) const {
         std::string name = AsciiDomain(Text(key));
-        for (const char letter : name) {
-            if (!IsAsciiLetterOrDigit(letter) && marks.find(letter) == std::string_view::npos) {
-                name.clear();
-                break;
-            }
+        const bool isPlain = std::all_of(name.begin(), name.end(), [marks](char c) {
+            return IsAsciiLetterOrDigit(c) || marks.find(c) != std::string_view::npos;
+        });
+        if (!isPlain) {
+            name.clear();
         }
         if (name.empty() && !Text(key).empty()) {
-            Refuse(std::string(key) + " is \"" + Shown(Text(key)) + "\", not " + what);
+            Refuse(key.Name() + " is \"" + Shown(Text(key)) + "\", not " + what);
         }
         return name;
     }
@@ -177,13 +168,10 @@ class ProfileReader {
     void ReadServer(MailProfile& profile) const {
         profile.host = ReadHost();
         profile.hello = HostName("Hello", ".-_:[]", "the name or the address of a machine");
-        profile.security = ReadSecurity();
-        const int usualPort = profile.security == Security::Tls        ? 465
-                              : profile.security == Security::StartTls ? 587
-                                                                       : 25;
-        profile.port = Number("Port", usualPort, 1, 65535);
+        profile.security = Choice<Security>("Security").value_or(Security::StartTls);
+        profile.port = Number("Port", UsualPort(profile.security));
         profile.verify = Switch("Verify", true);
-        profile.caFile = Path("Profile", "CAFile");
+        profile.caFile = Path("CAFile");
         profile.user = Text("User");
         profile.password = Text("Password");
         profile.passwordCommand = Text("PasswordCommand");
@@ -265,7 +253,8 @@ MailProfile ReadMailProfile(const fs::path& file) {
 
 bool IsExposed(const fs::path& file, const std::string& text) {
     struct stat status {};
-    return !IniText(text).Find("Profile", "Password").value_or("").empty() &&
+    constexpr KnownKey Password = "Password";
+    return !IniText(text).Find(Password->section, Password->name).value_or("").empty() &&
            stat(file.c_str(), &status) == 0 && (status.st_mode & (S_IRWXG | S_IRWXO)) != 0;
 }
 

@@ -7,11 +7,9 @@
 #include <string>
 
 #include "platform/mail/base/mail_address.h"
+#include "platform/mail/profile/profile_keys.h"
 
 namespace mailer {
-
-enum class TransportKind { Outbox, Smtp, Sendmail };
-enum class Security { None, StartTls, Tls };
 
 struct MailProfile {
     std::filesystem::path file;  // the file that it was read from
@@ -32,11 +30,11 @@ struct MailProfile {
     bool verify = true;            // whether the server's certificate is verified
     std::filesystem::path caFile;  // certificates to trust; empty: the machine's
 
-    std::string sendmail;       // sendmail: the program
-    int sendmailSeconds = 600;  // time limit in seconds; the program may wait for a server
+    std::string sendmail;                        // sendmail: the program
+    int sendmailSeconds = UsualSendmailSeconds;  // time limit
 
-    int connectSeconds = 15;  // until the server is ready for a message, in seconds
-    int stallSeconds = 60;    // after that, in seconds without any data
+    int connectSeconds = 15;               // until the server is ready for a message, in seconds
+    int stallSeconds = UsualStallSeconds;  // after that, in seconds without any data
     // smtp: for the answer to a whole message, in seconds. A message that is given up too early is sent again
     // although the server may have it, so this is the ten minutes of RFC 5321, section 4.5.3.2.6.
     int acceptSeconds = 600;

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/mail/profile/profile_editor.h"
 
-#include <algorithm>
-
-#include "platform/base/ascii.h"
 #include "platform/contracts/runtime.h"
 #include "platform/mail/profile/ini_text.h"
 #include "platform/posix/atomic_file.h"
@@ -13,10 +10,6 @@ namespace mailer {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string_view SectionOf(std::string_view key) {
-    return ToLower(key) == "vcard" ? "AddressBook" : "Profile";
-}
 
 // Returns false if that cannot be determined, as inside a locked folder or for a link to itself.
 bool IsMissing(const fs::path& file) {
@@ -34,33 +27,15 @@ std::string TextOf(const fs::path& file) {
 
 }  // namespace
 
-const std::vector<std::string>& ProfileKeys() {
-    static const std::vector<std::string> keys{
-        "Transport", "From",    "Host",         "Port",     "Security",
-        "Verify",    "CAFile",  "User",         "Password", "PasswordCommand",
-        "Hello",     "Timeout", "OutboxFolder", "Sendmail", "VCard"};
-    return keys;
-}
-
-std::string ProfileKey(std::string_view name) {
-    const std::string wanted = ToLower(name);
-    for (const std::string& key : ProfileKeys()) {
-        if (ToLower(key) == wanted) {
-            return key;
-        }
-    }
-    return {};
-}
-
 ProfileEditor::ProfileEditor()
     : m_file(MailProfilePath()), m_isNew(IsMissing(m_file)), m_text(m_isNew ? "" : TextOf(m_file)) {}
 
-std::string ProfileEditor::Value(std::string_view key) const {
-    return IniText(m_text.Text()).Find(SectionOf(key), key).value_or("");
+std::string ProfileEditor::Value(KnownKey key) const {
+    return IniText(m_text.Text()).Find(key->section, key->name).value_or("");
 }
 
-void ProfileEditor::Set(std::string_view key, std::string_view value) {
-    m_text.Set(SectionOf(key), key, value);
+void ProfileEditor::Set(KnownKey key, std::string_view value) {
+    m_text.Set(key->section, key->name, value);
 }
 
 MailProfile ProfileEditor::Profile() const {

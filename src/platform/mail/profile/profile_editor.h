@@ -4,17 +4,11 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/mail/profile/ini_editor.h"
 #include "platform/mail/profile/mail_profile.h"
 
 namespace mailer {
-
-// Returns all keys in the guide's spelling, in the order in which the form asks for them.
-const std::vector<std::string>& ProfileKeys();
-// Returns the key in the guide's spelling for a name in any case. Returns an empty text for an unknown name.
-std::string ProfileKey(std::string_view name);
 
 class ProfileEditor {
  public:
@@ -23,10 +17,10 @@ class ProfileEditor {
     ProfileEditor();
 
     bool IsNew() const { return m_isNew; }
-    // Returns an empty text if the key is missing. `key` must be one of ProfileKeys.
-    std::string Value(std::string_view key) const;
+    // Returns an empty text if the key is missing.
+    std::string Value(KnownKey key) const;
     // Sets the value as IniEditor::Set does, in the section of the key.
-    void Set(std::string_view key, std::string_view value);
+    void Set(KnownKey key, std::string_view value);
 
     // Returns the profile with these values. Raises ErrBadProfile as ReadMailProfile does.
     MailProfile Profile() const;

@@ -7,7 +7,8 @@
 namespace rdl::layout {
 
 // Parses a number with a unit (in, cm, mm, pt, pc, px; spaces may separate them) into points. Returns false
-// if `text` is not a length.
+// if `text` is not a length. ParseSize in definition/size.h reads the sizes that stand in the definition: it
+// knows neither px nor exponents, because the format has none.
 bool ParseSize(std::string_view text, double& points);
 
 }  // namespace rdl::layout

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/base/new_message.h"
+
+#include "platform/base/due_run.h"
+#include "platform/base/text.h"
+
+namespace MAPI {
+
+std::unique_ptr<Message> NewMessage(Session& session, const std::string& subject, const std::string& text) {
+    std::unique_ptr<Message> message = session.Outbox().AddMessage();
+    message->Subject = subject;
+    message->Text = text;
+    return message;
+}
+
+std::unique_ptr<Message> NewRunMessage(Session& session, const std::string& subject,
+                                       const std::string& text) {
+    std::unique_ptr<Message> message = NewMessage(session, subject, text);
+    message->Identity = DueRun::Identity();
+    return message;
+}
+
+void Attach(Message& message, int number, const std::string& source) {
+    Attachment& attachment = message.Attachments().Add();
+    attachment.Position = static_cast<int>(CountCharacters(message.Text)) + number;
+    attachment.Source = source;
+}
+
+}  // namespace MAPI
