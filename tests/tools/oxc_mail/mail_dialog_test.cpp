@@ -8,21 +8,12 @@
 #include <QImage>
 #include <QInputDialog>
 #include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QSpinBox>
-#include <QTest>
-#include <QTimer>
 #include <map>
-#include <set>
 
 #include "platform/mail/profile/ini_text.h"
-#include "platform/regfile/registry_file.h"
-#include "support/config_home.h"
 #include "support/smtp_server.h"
-#include "tools/oxc_mail/mail_dialog.h"
+#include "tools/oxc_mail/mail_dialog_kit.h"
 
 namespace {
 
@@ -30,61 +21,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-class MailWindow : public testing::Test {
- public:
-    void SetUp() override { SetRegistry(&SettingsFile()); }
-    void TearDown() override { SetRegistry(nullptr); }
-
-    std::filesystem::path File() const { return m_folder.MailProfile(); }
-    std::string Profile() const { return ReadBytes(File()); }
-    void WriteProfile(const std::string& lines) {
-        std::filesystem::create_directories(File().parent_path());
-        WriteBytes(File(), "[Profile]\nFrom=Reports <r@example.com>\n" + lines);
-        std::filesystem::permissions(File(), std::filesystem::perms(0600));
-    }
-    void Open() {
-        m_dialog = std::make_unique<MailDialog>();
-        m_dialog->show();
-        m_dialog->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
-    }
-    template <typename Control>
-    Control* Find(const char* name) const {
-        auto* control = m_dialog->findChild<Control*>(name);
-        EXPECT_NE(control, nullptr) << name;
-        return control;
-    }
-    QLineEdit* Edit(const char* name) const { return Find<QLineEdit>(name); }
-    void Type(const char* name, const char* text) const {
-        Edit(name)->setFocus();
-        Edit(name)->selectAll();
-        QTest::keyClicks(Edit(name), text);
-        QTest::keyClick(Edit(name), Qt::Key_Tab);
-    }
-    void Click(const char* name) const { QTest::mouseClick(Find<QPushButton>(name), Qt::LeftButton); }
-    std::string Result() const { return Find<QPlainTextEdit>("txtResult")->toPlainText().toStdString(); }
-    std::string ResultOfWork() const {
-        auto* stop = Find<QPushButton>("cmdStop");
-        auto* check = Find<QPushButton>("cmdCheck");
-        EXPECT_TRUE(QTest::qWaitFor([&] { return check->isEnabled() && !stop->isEnabled(); }, 10000));
-        return Result();
-    }
-    // Clicks a button of the box that the next step opens.
-    void Answer(QMessageBox::StandardButton button) {
-        QTimer::singleShot(0, m_dialog.get(), [this, button] {
-            auto* box = m_dialog->findChild<QMessageBox*>();
-            ASSERT_NE(box, nullptr);
-            m_asked = box->text().toStdString();
-            box->button(button)->click();
-        });
-    }
-
- protected:
-    ConfigHome m_folder;
-    std::unique_ptr<MailDialog> m_dialog;
-    std::string m_asked;
-};
 
 std::string At(const SmtpServer& server, const std::string& more) {
     return "Transport=smtp\nHost=127.0.0.1\nSecurity=none\nTimeout=5\nPort=" + std::to_string(server.Port()) +
@@ -417,44 +353,6 @@ TEST_F(MailWindow, ReturnKeyOnACommandIsThatCommand) {
     EXPECT_EQ(Profile(), before);
 }
 
-TEST_F(MailWindow, MnemonicsOfWhatIsSeenTogetherDiffer) {
-    WriteProfile("Transport=smtp\nHost=h\n");
-    Open();
-    auto* transport = Find<QComboBox>("cboTransport");
-    for (int page = 0; page < transport->count(); ++page) {
-        transport->setCurrentIndex(page);
-        std::map<QString, std::string> known;
-        for (const QWidget* control : m_dialog->findChildren<QWidget*>()) {
-            const QString key = QKeySequence::mnemonic(control->property("text").toString()).toString();
-            if (control->isVisible() && !key.isEmpty()) {
-                EXPECT_TRUE(known.emplace(key, control->objectName().toStdString()).second)
-                    << key.toStdString() << " of " << known[key];
-            }
-        }
-        EXPECT_GE(known.size(), 8u);
-    }
-}
-
-TEST_F(MailWindow, TabWalksThroughTheFieldsAsTheyStand) {
-    WriteProfile("Transport=smtp\nHost=h\n");
-    Open();
-    Edit("txtName")->setFocus();
-    for (const char* name : {"txtAddress", "cboTransport", "txtHost", "cboSecurity", "spnPort", "chkVerify",
-                             "txtCAFile", "cmdCAFile", "txtUser", "txtPassword", "chkShow"}) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), name);
-    }
-}
-
-int main(int argc, char** argv) {
-    testing::InitGoogleMock(&argc, argv);
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");  // for its tests it has no display
-    }
-    const QApplication application(argc, argv);
-    return RUN_ALL_TESTS();
-}
-
 TEST_F(MailWindow, FieldsOfAllGroupsBeginAtOneEdge) {
     for (const int transport : {0, 1, 2}) {
         Open();
@@ -478,4 +376,13 @@ TEST_F(MailWindow, WindowBearsThePictureOfTheProgram) {
     const QImage picture = m_dialog->windowIcon().pixmap(32, 32).toImage();
     ASSERT_FALSE(picture.isNull());
     EXPECT_GT(picture.pixelColor(picture.rect().center()).alpha(), 0);
+}
+
+int main(int argc, char** argv) {
+    testing::InitGoogleMock(&argc, argv);
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");  // for its tests it has no display
+    }
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
 }
