@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QImageReader>
 #include <QLoggingCategory>
+#include <algorithm>
 #include <string_view>
 
 #include "rdl/image/image_type.h"
@@ -54,7 +55,10 @@ QImage DecodePng(const std::string& bytes, const std::string& item) {
 }
 
 // By its own first bytes: the library would guess at formats that reach for other files.
-QImage DecodeByPlugin(Type type, const std::string& bytes, const std::string& item) {
+enum class Detail { Full, Rough };
+
+QImage DecodeByPlugin(Type type, const std::string& bytes, const std::string& item,
+                      Detail detail = Detail::Full) {
     KeepPluginsQuiet();
     QByteArray raw = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
     QBuffer buffer(&raw);
@@ -64,6 +68,10 @@ QImage DecodeByPlugin(Type type, const std::string& bytes, const std::string& it
     const QSize size = reader.size();
     if (size.isValid()) {
         CheckImageSize(size.width(), size.height(), item);
+    }
+    if (type == Type::Jpeg && detail == Detail::Rough && size.isValid()) {
+        constexpr int Smallest = 8;  // the library's own reduction, which reads the same data
+        reader.setScaledSize({std::max(size.width() / Smallest, 1), std::max(size.height() / Smallest, 1)});
     }
     constexpr int Megabytes = static_cast<int>(MostPixels * 4 >> 20) + 1;
     QImageReader::setAllocationLimit(Megabytes);  // limits formats whose size is not known in advance
@@ -86,6 +94,26 @@ QImage DecodeImage(const std::string& bytes, const std::string& item) {
     }
     CheckImageSize(image.width(), image.height(), item);
     return image;
+}
+
+void CheckImage(const std::string& bytes, const std::string& item) {
+    if (bytes.empty()) {
+        throw Error("Image \"" + item + "\" is empty");
+    }
+    const Type type = TypeOf(bytes, item);
+    bool isWhole = false;
+    if (type == Type::Png) {
+        PngDecoder decoder(bytes);
+        if (decoder.ReadHead()) {
+            CheckImageSize(decoder.Width(), decoder.Height(), item);
+            isWhole = decoder.SkipPixels();
+        }
+    } else {
+        isWhole = !DecodeByPlugin(type, bytes, item, Detail::Rough).isNull();
+    }
+    if (!isWhole) {
+        throw Error("Image \"" + item + "\" is damaged and cannot be read");
+    }
 }
 
 std::string AsPng(const std::string& bytes, const std::string& item) {

@@ -53,7 +53,7 @@ bool PngDecoder::ReadHead() {
     png_set_expand(m_png);
     png_set_scale_16(m_png);
     png_set_gray_to_rgb(m_png);
-    png_set_interlace_handling(m_png);
+    m_passes = png_set_interlace_handling(m_png);
     png_read_update_info(m_png, m_info);
     return true;
 }
@@ -65,6 +65,24 @@ bool PngDecoder::ReadRows(png_bytepp rows) {
     png_read_image(m_png, rows);
     png_read_end(m_png, nullptr);
     return true;
+}
+
+bool PngDecoder::ReadInto(png_bytep row) {
+    if (setjmp(png_jmpbuf(m_png)) != 0) {
+        return false;
+    }
+    for (int pass = 0; pass < m_passes; ++pass) {
+        for (int y = 0; y < m_height; ++y) {
+            png_read_row(m_png, row, nullptr);
+        }
+    }
+    png_read_end(m_png, nullptr);
+    return true;
+}
+
+bool PngDecoder::SkipPixels() {
+    std::vector<png_byte> row(png_get_rowbytes(m_png, m_info));
+    return ReadInto(row.data());
 }
 
 QImage PngDecoder::ReadPixels() {

@@ -25,15 +25,18 @@ class PngDecoder {
     // Returns RGBA8888, or RGB888 if nothing is transparent. Returns a null image if the data is damaged or
     // memory is short.
     QImage ReadPixels();
+    // Reads all pixels and keeps none. Returns false if the data is damaged.
+    bool SkipPixels();
 
  private:
     static void Read(png_structp png, png_bytep into, std::size_t length);
     bool ReadRows(png_bytepp rows);
+    bool ReadInto(png_bytep row);
 
     std::string_view m_rest;
     png_structp m_png = nullptr;
     png_infop m_info = nullptr;
-    int m_width = 0, m_height = 0;
+    int m_width = 0, m_height = 0, m_passes = 1;
     bool m_hasAlpha = false;
 };
 

@@ -74,17 +74,38 @@ TEST_F(Limits, AnImageOfTooManyPixelsIsRefusedInEveryFormat) {
     }
 }
 
-TEST_F(Limits, ADamagedImageIsToldOfByTheErrorAlone) {
+std::string WithImage(const std::string& bytes, const std::string& source = "Embedded") {
+    return "<EmbeddedImages><EmbeddedImage Name=\"cut\"><MIMEType>image/png</MIMEType><ImageData>" + bytes +
+           "</ImageData></EmbeddedImage></EmbeddedImages><PageHeader><Height>1in</Height>"
+           "<PrintOnFirstPage>true</PrintOnFirstPage><ReportItems><Image Name=\"logo\"><Source>" +
+           source + "</Source><Value>cut</Value></Image></ReportItems></PageHeader>";
+}
+
+// The formats that carry an image unchanged would leave the damage to the reader of the document.
+TEST_F(Limits, ADamagedImageIsReportedByTheErrorAloneInEveryFormat) {
     const auto report = OpenPeople(
-        "<EmbeddedImages><EmbeddedImage Name=\"cut\"><MIMEType>image/png</MIMEType><ImageData>"
-        "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAABklEQVR4nGNgZGIAGGFnAAAAAElFTkSuQmCC"
-        "</ImageData></EmbeddedImage></EmbeddedImages><PageHeader><Height>1in</Height>"
-        "<PrintOnFirstPage>true</PrintOnFirstPage><ReportItems><Image Name=\"logo\"><Source>Embedded</Source>"
-        "<Value>cut</Value></Image></ReportItems></PageHeader>");
-    testing::internal::CaptureStderr();
-    const RuntimeError error = ExportError(*report);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_EQ(error.Description(), "Image \"logo\" is damaged and cannot be read");
+        WithImage("iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAABklEQVR4nGNgZGIAGGFnAAAAAElFTkSuQmCC"));
+    for (const report::FormatRow& row : report::FormatTable) {
+        SCOPED_TRACE(row.word);
+        report->SetHtmlFileName(paths::FromMachine(Path("out.pdf")));
+        testing::internal::CaptureStderr();
+        const RuntimeError error = ExportError(*report, row.Code());
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        EXPECT_EQ(error.Description(), "Image \"logo\" is damaged and cannot be read");
+    }
+}
+
+TEST_F(Limits, AnImageWithoutBytesIsAnErrorInEveryFormat) {
+    const auto embedded = OpenPeople(WithImage(""));
+    Write("cut", "");
+    const auto external = OpenPeople(WithImage("", "External"));
+    for (const report::FormatRow& row : report::FormatTable) {
+        SCOPED_TRACE(row.word);
+        for (const auto& report : {embedded, external}) {
+            report->SetHtmlFileName(paths::FromMachine(Path("out.pdf")));
+            EXPECT_EQ(ExportError(*report, row.Code()).Description(), "Image \"logo\" is empty");
+        }
+    }
 }
 
 TEST_F(Limits, ARunHasNoMoreThan20000Subreports) {

@@ -70,6 +70,39 @@ TEST_F(FileData, JsonPathGivesRows) {
     EXPECT_NE(Failure().find("the JSON is not usable at byte"), std::string::npos);
 }
 
+// Without rows and without a word the path of another document would look like a day without sales.
+TEST_F(FileData, JsonPathThatFindsNothingIsAnError) {
+    Write("c.json", R"({"list": [{"n": 1}, {"n": 2}], "none": [], "empty": {}})");
+    AddSource("JSON", "file=c.json");
+    DataSet& set = AddSet("$.lists", {"n"});
+    const std::pair<const char*, const char*> paths[] = {
+        {"$.lists", "the JSON path \"$.lists\" finds nothing: there is no \"lists\""},
+        {"select * from list", "finds nothing: there is no \"select * from list\""},
+        {"$.list[2]", "finds nothing: there is no element 2"},
+        {"$.list[*].m", "finds nothing: there is no \"m\""},
+        {"$..m", "finds nothing: there is no \"m\""},
+        {"$.list[0].n[*]", "finds nothing: there is no element"},
+    };
+    for (const auto& [path, error] : paths) {
+        set.commandText = ExprOf(path);
+        EXPECT_NE(Failure().find(error), std::string::npos) << path << ": " << Failure();
+    }
+}
+
+TEST_F(FileData, JsonListWithoutElementsHasNoRows) {
+    Write("c.json", R"({"none": [], "empty": {}})");
+    AddSource("JSON", "file=c.json");
+    DataSet& set = AddSet("$.none", {"n"});
+    for (const char* path :
+         {"$.none", "$.none[*]", "$.none[0]", "$.none[*].n", "$.empty.list", "$.empty[*]"}) {
+        set.commandText = ExprOf(path);
+        EXPECT_EQ(Rows(), "") << path;
+    }
+    Write("c.json", "[]");
+    set.commandText = ExprOf("$..n");
+    EXPECT_EQ(Rows(), "");
+}
+
 TEST_F(FileData, JsonMayStandInTheConnectString) {
     AddSource("JSON", R"([{"v": "a=1;b"}, {"v": null}])");
     AddSet("$", {"v"});

@@ -228,12 +228,13 @@ TEST(StateIndicator, PictureOfAReportIsShownAsItIs) {
         "<IndicatorStyle>Image</IndicatorStyle><IndicatorImage><Source>Embedded</Source><Value>Sun</Value>"
         "</IndicatorImage></IndicatorState>";
     std::string report = Report(Panel(Indicator("5", states)));
-    report.insert(report.find("<ReportSections>"),
-                  "<EmbeddedImages><EmbeddedImage Name=\"Sun\"><MIMEType>image/png</MIMEType><ImageData>"
-                  "AAAA</ImageData></EmbeddedImage></EmbeddedImages>");
+    report.insert(
+        report.find("<ReportSections>"),
+        "<EmbeddedImages><EmbeddedImage Name=\"Sun\"><MIMEType>image/gif</MIMEType><ImageData>"
+        "R0lGODlhAQABAIAAAP///wAAACwAAAAAAQABAAACAkQBADs=</ImageData></EmbeddedImage></EmbeddedImages>");
     const DrawnGauges drawn{BuildKit(report, Sales({{"A", "", 1}}))};
     ASSERT_EQ(drawn.Of<ImageOp>().size(), 1U);
-    EXPECT_EQ(drawn.Of<ImageOp>().front().bytes->size(), 3U);
+    EXPECT_EQ(drawn.Of<ImageOp>().front().bytes->size(), 35U);
 }
 
 // What a formula makes of the sums of the regions A 40, B 180 and C 60.

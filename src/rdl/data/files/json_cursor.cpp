@@ -4,6 +4,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <algorithm>
 #include <charconv>
 #include <map>
 #include <optional>
@@ -153,6 +154,33 @@ void Follow(const Step& step, const QJsonValue& node, std::vector<QJsonValue>& f
     }
 }
 
+bool IsEmpty(const QJsonValue& node) {
+    return node.isArray() ? node.toArray().isEmpty() : node.isObject() && node.toObject().isEmpty();
+}
+
+// The values at the end of the path. Without any where there is something to choose from, the path is another
+// document's: a report without rows would not say so.
+std::vector<QJsonValue> Select(const QJsonValue& root, std::string_view path) {
+    std::vector<QJsonValue> nodes{root};
+    for (const Step& step : PathParser(path).Run()) {
+        std::vector<QJsonValue> found;
+        for (const QJsonValue& node : nodes) {
+            Follow(step, node, found);
+            Check(found);
+        }
+        if (found.empty() && !std::all_of(nodes.begin(), nodes.end(), IsEmpty)) {
+            const std::string name = step.name.toStdString();
+            const std::string what = step.kind == Step::Kind::All ? "element"
+                                     : step.kind == Step::Kind::Index
+                                         ? "element " + std::to_string(step.index)
+                                         : "\"" + CleanText(name) + "\"";
+            throw Error("the JSON path \"" + CleanText(path) + "\" finds nothing: there is no " + what);
+        }
+        nodes = std::move(found);
+    }
+    return nodes;
+}
+
 Value ScalarOf(const QJsonValue& node) {
     switch (node.type()) {
         case QJsonValue::Bool:
@@ -232,18 +260,9 @@ std::unique_ptr<Cursor> OpenJson(std::string_view bytes, std::string_view path) 
         throw Error("the JSON is not usable at byte " + std::to_string(failure.offset) + ": " +
                     CleanText(failure.errorString().toStdString()));
     }
-    std::vector<QJsonValue> nodes{document.isArray() ? QJsonValue(document.array())
-                                                     : QJsonValue(document.object())};
-    for (const Step& step : PathParser(path).Run()) {
-        std::vector<QJsonValue> found;
-        for (const QJsonValue& node : nodes) {
-            Follow(step, node, found);
-            Check(found);
-        }
-        nodes = std::move(found);
-    }
+    const QJsonValue root = document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
     RowCollector rows;
-    for (const QJsonValue& node : nodes) {
+    for (const QJsonValue& node : Select(root, path)) {
         if (!node.isArray()) {
             rows.Add(node);
             continue;

@@ -209,6 +209,10 @@ void TablixTable::ExpandInstances(int index, std::uint32_t parent) {
         const std::size_t begin = m_rows.size();
         ExpandRow(index, i);
         if (m_rows.size() > begin) {
+            // A header is kept with rows of its own group only: details may be hidden, and then the next row
+            // is another group's.
+            m_rows[begin].flags &= static_cast<std::uint16_t>(~KeepWithPrevious);
+            m_rows.back().flags &= static_cast<std::uint16_t>(~KeepWithNext);
             MarkBreaks(group, member.group, i, first, begin);
         }
     }

@@ -25,10 +25,14 @@ struct TextOp {
     float rotation = 0;  // degrees clockwise about (x, baseline)
 };
 struct LineOp {
+    // Where a line belongs that lies exactly between two pages side by side: a left border to the page that
+    // it begins, a right border to the page that it ends.
+    enum class Edge : unsigned char { Either, Begins, Ends };
     double x1, y1, x2, y2;
     float width;
     Color color;
     LineStyle style;
+    Edge edge = Edge::Either;
 };
 struct RectOp {  // filled
     double x, y, width, height;

@@ -27,8 +27,12 @@ class Cutter {
     void operator()(const LineOp& op) {
         LineOp moved = op;
         if (op.x1 == op.x2) {
-            // A line exactly on the edge ends the page before it or begins the page after it.
-            if (op.x1 < m_from - Tolerance || op.x1 > m_from + m_width + Tolerance) {
+            const double to = m_from + m_width;
+            const bool isAtStart = m_index > 0 && op.x1 < m_from + Tolerance;
+            const bool isAtEnd = op.x1 > to - Tolerance;
+            if (op.x1 < m_from - Tolerance || op.x1 > to + Tolerance ||
+                (isAtStart && op.edge == LineOp::Edge::Ends) ||
+                (isAtEnd && op.edge == LineOp::Edge::Begins)) {
                 return;
             }
         } else {
@@ -142,6 +146,26 @@ class Cutter {
 };
 
 }  // namespace
+
+void EndLinesAt(double right, Page& page) {
+    const auto isBeyond = [right](const Op& op) {
+        if (const auto* line = std::get_if<LineOp>(&op)) {
+            return std::min(line->x1, line->x2) > right + Tolerance;
+        }
+        const auto* box = std::get_if<RectOp>(&op);
+        return box && box->x > right - Tolerance;
+    };
+    std::erase_if(page.ops, isBeyond);
+    for (Op& op : page.ops) {
+        if (auto* box = std::get_if<RectOp>(&op)) {
+            box->width = std::min(box->width, right - box->x);
+        } else if (auto* line = std::get_if<LineOp>(&op); line && std::max(line->x1, line->x2) > right) {
+            const double slope = line->x1 == line->x2 ? 0 : (line->y2 - line->y1) / (line->x2 - line->x1);
+            (line->x1 > line->x2 ? line->y1 : line->y2) += slope * (right - std::max(line->x1, line->x2));
+            (line->x1 > line->x2 ? line->x1 : line->x2) = right;
+        }
+    }
+}
 
 void CutPages(const Page& wide, double left, double width, int count, std::deque<Page>& pages) {
     for (int i = 0; i < count; ++i) {

@@ -12,4 +12,7 @@ namespace rdl::layout {
 // edge are clipped; links and anchors belong to the page where they begin.
 void CutPages(const Page& wide, double left, double width, int count, std::deque<Page>& pages);
 
+// Ends lines and filled areas at x = `right`, and removes those that begin after it. Texts and images stay.
+void EndLinesAt(double right, Page& page);
+
 }  // namespace rdl::layout

@@ -105,6 +105,9 @@ class Pages final : public PageStream {
             painter.Fill(area, *style);
         }
         flow.Place(area.x, area.y, Unbounded);
+        if (painter.Extent() > area.Right()) {
+            EndLinesAt(area.Right(), content);
+        }
         if (style) {
             painter.Borders(area, *style);
         }

@@ -97,17 +97,20 @@ void Painter::FillReserved(std::size_t place, const Rect& area, const BoxStyle& 
     }
 }
 
-void Painter::Line(double x1, double y1, double x2, double y2, const Border& border) {
+void Painter::Line(double x1, double y1, double x2, double y2, const Border& border, LineOp::Edge edge) {
     if (!IsVisible(border)) {
         return;
     }
-    m_page->ops.emplace_back(LineOp{x1, y1, x2, y2, border.width, border.color, border.style});
+    m_page->ops.emplace_back(LineOp{x1, y1, x2, y2, border.width, border.color, border.style, edge});
     Reach(std::max(x1, x2));
 }
 
 void Painter::Edge(Sides side, double x1, double y1, double x2, double y2, const Border& border) {
+    const LineOp::Edge edge = side == Left    ? LineOp::Edge::Begins
+                              : side == Right ? LineOp::Edge::Ends
+                                              : LineOp::Edge::Either;
     if (border.style <= LineStyle::DashDotDot) {
-        Line(x1, y1, x2, y2, border);
+        Line(x1, y1, x2, y2, border, edge);
         return;
     }
     const bool isLit = side == Top || side == Left;
@@ -121,7 +124,7 @@ void Painter::Edge(Sides side, double x1, double y1, double x2, double y2, const
         const bool isLevel = y1 == y2;
         Line(x1 + (isLevel ? 0 : shift), y1 + (isLevel ? shift : 0), x2 + (isLevel ? 0 : shift),
              y2 + (isLevel ? shift : 0),
-             {LineStyle::Solid, colors[half], isDouble ? border.width / 2 : border.width});
+             {LineStyle::Solid, colors[half], isDouble ? border.width / 2 : border.width}, edge);
     }
 }
 

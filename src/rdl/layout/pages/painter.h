@@ -43,7 +43,8 @@ class Painter {
     };
     std::size_t Drawn() const { return m_page->ops.size(); }
     void Restack(std::vector<Stretch>& stretches);
-    void Line(double x1, double y1, double x2, double y2, const Border& border);
+    void Line(double x1, double y1, double x2, double y2, const Border& border,
+              LineOp::Edge edge = LineOp::Edge::Either);
     // Draws lines [first, last) of a text, the first one at the top of the content area as vAlign says.
     void Text(const Rect& area, const Instance& item, const LaidText& laid, std::size_t first,
               std::size_t last);

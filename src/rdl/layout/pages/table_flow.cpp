@@ -2,6 +2,7 @@
 #include "rdl/layout/pages/table_flow.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace rdl::layout {
@@ -35,6 +36,23 @@ double TableFlow::TotalWidth() const {
     return std::accumulate(m_table.columnWidths.begin(), m_table.columnWidths.end(), 0.0);
 }
 
+// Whether a column that begins at `at` is the first one on its page; the column before it ends at `previous`.
+bool TableFlow::BeginsPage(double at, double previous) const {
+    if (!std::isfinite(m_context.pageWidth)) {
+        return false;
+    }
+    const auto pageOf = [this](double x) {
+        return std::floor((x - m_context.left + Tolerance) / m_context.pageWidth);
+    };
+    return pageOf(at) > pageOf(previous - 3 * Tolerance);
+}
+
+bool TableFlow::BeginsPart(int column) const {
+    return m_parts.size() > 1 && std::any_of(m_parts.begin(), m_parts.end(), [column](const Part& part) {
+               return part.firstColumn == At(column);
+           });
+}
+
 // Computes column positions: a column that a page's right edge would cut starts the next page, after the row
 // headers.
 void TableFlow::PlaceColumns(double x) {
@@ -44,6 +62,7 @@ void TableFlow::PlaceColumns(double x) {
     m_columnsFor = x;
     m_columnX.clear();
     m_furtherPages.clear();
+    m_parts.assign(1, {x, x + TotalWidth(), 0});
     if (m_table.rightToLeft) {
         double right = x + TotalWidth();
         for (const double width : m_table.columnWidths) {
@@ -59,9 +78,11 @@ void TableFlow::PlaceColumns(double x) {
         const bool isHeader = static_cast<int>(i) < m_table.headerColumns;
         const double clear =
             isHeader || headers + width > m_context.pageWidth ? at : ClearOfPageEdges(m_context, at, width);
-        if (clear > at + Tolerance) {
+        if (!isHeader && i > 0 && BeginsPage(clear, at)) {
+            m_parts.back().right = at;
+            m_parts.push_back({clear, clear, i});
             at = clear;
-            if (m_table.repeatRowHeaders) {
+            if (m_table.repeatRowHeaders && headers + width <= m_context.pageWidth) {
                 m_furtherPages.push_back(clear - x);
                 at += headers;
             }
@@ -70,6 +91,7 @@ void TableFlow::PlaceColumns(double x) {
         at += width;
         headers += isHeader ? width : 0;
     }
+    m_parts.back().right = at;
 }
 
 Rect TableFlow::CellArea(int column, int columns, double y, double height) const {
@@ -340,6 +362,16 @@ bool TableFlow::PlaceRows(double& y, double bottom, bool& breakAfter) {
     return true;
 }
 
+unsigned TableFlow::PartSides(std::size_t part, unsigned sides) const {
+    if (m_item.omitBorder && part > 0) {
+        sides &= ~static_cast<unsigned>(Painter::Left);
+    }
+    if (m_item.omitBorder && part + 1 < m_parts.size()) {
+        sides &= ~static_cast<unsigned>(Painter::Right);
+    }
+    return sides;
+}
+
 Flow::Outcome TableFlow::Place(double x, double y, double available) {
     if (m_message) {
         return m_message->Place(x, y, available);
@@ -359,7 +391,10 @@ Flow::Outcome TableFlow::Place(double x, double y, double available) {
     if (!m_begun) {
         m_context.painter.Marks({x, y, m_item.width, 0}, m_item);
     }
-    const std::size_t background = m_item.box ? m_context.painter.ReserveFill() : 0;
+    std::vector<std::size_t> backgrounds(m_item.box ? m_parts.size() : 0);
+    for (std::size_t& background : backgrounds) {
+        background = m_context.painter.ReserveFill();
+    }
     double at = m_begun ? PlaceRepeated(y) : y;
     ShowDuplicatesOnTop();
     for (const auto& span : m_spans) {
@@ -379,12 +414,11 @@ Flow::Outcome TableFlow::Place(double x, double y, double available) {
         return {0, false};
     }
     m_begun = true;
-    if (m_item.box && !m_columnX.empty()) {
-        const double right =
-            m_table.rightToLeft ? x + TotalWidth() : m_columnX.back() + m_table.columnWidths.back();
-        const Rect area{x, y, right - x, at - y};
-        m_context.painter.FillReserved(background, area, *m_item.box);
-        m_context.painter.Borders(area, *m_item.box, SidesOf(m_item, wasBegun, !done));
+    // From the last to the first: a background may take more than the place that is kept for it.
+    for (std::size_t part = backgrounds.size(); part-- > 0;) {
+        const Rect area{m_parts[part].left, y, m_parts[part].right - m_parts[part].left, at - y};
+        m_context.painter.FillReserved(backgrounds[part], area, *m_item.box);
+        m_context.painter.Borders(area, *m_item.box, PartSides(part, SidesOf(m_item, wasBegun, !done)));
     }
     return {at - y, done, done && breakAfter};
 }

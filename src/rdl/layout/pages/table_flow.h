@@ -47,6 +47,9 @@ class TableFlow final : public Flow {
 
     double TotalWidth() const;
     void PlaceColumns(double x);
+    bool BeginsPage(double at, double previous) const;
+    bool BeginsPart(int column) const;
+    unsigned PartSides(std::size_t part, unsigned sides) const;
     Rect CellArea(int column, int columns, double y, double height) const;
     std::unique_ptr<Prepared> Make(std::size_t index);
     void Prepare(Prepared& prepared);
@@ -78,7 +81,13 @@ class TableFlow final : public Flow {
     std::vector<double> m_columnX;
     double m_columnsFor = -1;            // position for which m_columnX is valid
     std::vector<double> m_furtherPages;  // offsets at which row headers repeat
-    std::size_t m_next = 0;              // next row to place
+    // The table's own width on each of the pages side by side.
+    struct Part {
+        double left, right;
+        std::size_t firstColumn;
+    };
+    std::vector<Part> m_parts;
+    std::size_t m_next = 0;  // next row to place
     std::deque<std::unique_ptr<Prepared>> m_queue;
     std::vector<std::unique_ptr<Prepared>> m_spare;
     std::vector<std::unique_ptr<Span>> m_spans;

@@ -65,7 +65,8 @@ void TableFlow::DrawVerticals(const Prepared& prepared, double y, double height)
         }
         const Rect area = CellArea(cell.column, cell.columnSpan, y, height);
         const BoxStyle& box = *cell.content.box;
-        if (!lastBorder || std::abs(lastRight - area.x) > Tolerance || !(*lastBorder == box.left)) {
+        if (!lastBorder || std::abs(lastRight - area.x) > Tolerance || !(*lastBorder == box.left) ||
+            BeginsPart(cell.column)) {
             painter.Edge(Painter::Left, area.x, y, area.x, y + height, box.left);
         }
         painter.Edge(Painter::Right, area.Right(), y, area.Right(), y + height, box.right);

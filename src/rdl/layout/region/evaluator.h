@@ -83,6 +83,8 @@ class Evaluator final : public expr::Environment {
     }
 
  private:
+    static constexpr std::size_t MaxCached = 100'000;  // results of aggregates
+    static constexpr int MaxDepth = 24;                // of aggregates within aggregates
     // The scope of an aggregate: a position in a region, or a whole data set.
     struct Target {
         Scope scope;
@@ -106,6 +108,9 @@ class Evaluator final : public expr::Environment {
 
     bool Resolve(const std::string& name, Target& target) const;
     static bool ResolveIn(const Scope& scope, const std::string& name, Scope& found);
+    static bool ResolveBeside(const Scope& scope, const std::string& name, Scope& found);
+    bool ResolveTotal(const std::string& name, Scope& found) const;
+    static bool LiesWithin(const Scope& scope, TableAxis axis, int group);
     bool InstanceRange(const std::string& name, TableAxis& axis, std::uint32_t& first) const;
     bool IsInnermost(const std::string& name, TableAxis& axis) const;
     bool RunningRange(const std::string& name, TableAxis& axis, std::uint32_t& first) const;
@@ -116,6 +121,11 @@ class Evaluator final : public expr::Environment {
     Value OverTarget(const expr::AggregateCall& call, const Target& target);
     void AddRows(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
     bool AddInstances(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
+    bool AddNamed(const expr::AggregateCall& call, const expr::AggregateCall& inner, const Scope& scope,
+                  expr::Accumulator& sum);
+    bool AddInnermost(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
+    template <typename Visit>
+    void EachInstance(const Scope& scope, TableAxis axis, int group, const Visit& visit);
     void AddTable(const expr::AggregateCall& call, const Table& table, expr::Accumulator& sum);
     Value OverReportItems(const expr::AggregateCall& call);
     Value RunningOver(const expr::AggregateCall& call);

@@ -2,14 +2,10 @@
 // Aggregates of the evaluator: finding the scope, going through its rows, keeping the results.
 #include <algorithm>
 
-#include "rdl/expr/operations/compare.h"
 #include "rdl/layout/region/evaluator.h"
 
 namespace rdl::layout {
 namespace {
-
-constexpr std::size_t MaxCached = 100'000;
-constexpr int MaxDepth = 24;
 
 std::size_t At(int index) {
     return static_cast<std::size_t>(index);
@@ -17,6 +13,15 @@ std::size_t At(int index) {
 
 bool NeedsValue(expr::AggregateKind kind) {
     return kind != expr::AggregateKind::CountRows;
+}
+
+// -1 if the axis has no group of the name.
+int GroupNamed(const Region& region, TableAxis axis, const std::string& name) {
+    const auto& plans = region.Plan(axis).groups;
+    const auto plan = std::find_if(plans.begin(), plans.end(), [&name](const GroupPlan& candidate) {
+        return candidate.definition->name == name;
+    });
+    return plan == plans.end() ? -1 : static_cast<int>(plan - plans.begin());
 }
 
 }  // namespace
@@ -50,6 +55,40 @@ bool Evaluator::ResolveIn(const Scope& scope, const std::string& name, Scope& fo
             }
             instance = region.Groups(axis)[At(group)].instances[instance].parent;
             group = plans[At(group)].parent;
+        }
+    }
+    return false;
+}
+
+// A subtotal of a matrix has the expressions of the cells: in the column of its total the name of a group is
+// that of the scope which the group divides.
+bool Evaluator::ResolveBeside(const Scope& scope, const std::string& name, Scope& found) {
+    const Region& region = *scope.region;
+    if (region.plan.rows.groups.empty() || region.plan.columns.groups.empty()) {
+        return false;
+    }
+    for (const TableAxis axis : {TableAxis::Rows, TableAxis::Columns}) {
+        const int group = GroupNamed(region, axis, name);
+        if (group < 0) {
+            continue;
+        }
+        const int parent = region.Plan(axis).groups[At(group)].parent;
+        const int own = scope.Group(axis);
+        if (parent >= 0 && (own < 0 || !region.IsAround(axis, parent, own))) {
+            return false;
+        }
+        found = parent < 0 ? Scope{&region}
+                           : Scope::Of(&region, axis, parent,
+                                       region.Ancestor(axis, own, scope.Instance(axis), parent));
+        return true;
+    }
+    return false;
+}
+
+bool Evaluator::ResolveTotal(const std::string& name, Scope& found) const {
+    for (Scope scope = m_place.scope; scope.region; scope = scope.region->outer) {
+        if (ResolveBeside(scope, name, found)) {
+            return true;
         }
     }
     return false;
@@ -116,38 +155,88 @@ void Evaluator::AddRows(const expr::AggregateCall& call, const Scope& scope, exp
     }
 }
 
-// An aggregate of an aggregate: one value for each instance of the inner one's group.
+// An aggregate of an aggregate: one value for each instance of the inner one's scope.
 bool Evaluator::AddInstances(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum) {
-    const Region& region = *scope.region;
     for (const expr::AggregateCall* inner : call.argument->Aggregates()) {
-        for (const TableAxis axis : {TableAxis::Rows, TableAxis::Columns}) {
-            const auto& plans = region.Plan(axis).groups;
-            const int outer = scope.Group(axis);
-            const auto plan = std::find_if(plans.begin(), plans.end(), [inner](const GroupPlan& candidate) {
-                return candidate.definition->name == inner->scope;
-            });
-            if (plan == plans.end() || inner->scope.empty()) {
-                continue;
-            }
-            const int group = static_cast<int>(plan - plans.begin());
-            if (outer >= 0 && (group == outer || !region.IsAround(axis, outer, group))) {
-                continue;
-            }
-            const std::uint32_t within = scope.Instance(axis);
-            const auto count = static_cast<std::uint32_t>(region.Groups(axis)[At(group)].instances.size());
-            const Stay stay(*this);
-            for (std::uint32_t i = region.FirstWithin(axis, group, outer, within);
-                 i < count && (outer < 0 || region.Ancestor(axis, group, i, outer) == within); ++i) {
-                Scope instance = scope;
-                instance.Group(axis) = group;
-                instance.Instance(axis) = i;
-                Enter(instance);
-                sum.Add(call.argument->Evaluate(*this));
-            }
+        if (inner->scope.empty() ? AddInnermost(call, scope, sum) : AddNamed(call, *inner, scope, sum)) {
             return true;
         }
     }
     return false;
+}
+
+// Whether `group` lies within the scope's group on an axis (or the region), and is another one.
+bool Evaluator::LiesWithin(const Scope& scope, TableAxis axis, int group) {
+    const int outer = scope.Group(axis);
+    return group >= 0 && (outer < 0 || (group != outer && scope.region->IsAround(axis, outer, group)));
+}
+
+// Calls `visit` with `scope` moved to each instance of `group` in it.
+template <typename Visit>
+void Evaluator::EachInstance(const Scope& scope, TableAxis axis, int group, const Visit& visit) {
+    const Region& region = *scope.region;
+    const int outer = scope.Group(axis);
+    const std::uint32_t within = scope.Instance(axis);
+    const auto count = static_cast<std::uint32_t>(region.Groups(axis)[At(group)].instances.size());
+    for (std::uint32_t i = region.FirstWithin(axis, group, outer, within);
+         i < count && (outer < 0 || region.Ancestor(axis, group, i, outer) == within); ++i) {
+        Scope instance = scope;
+        instance.Group(axis) = group;
+        instance.Instance(axis) = i;
+        visit(instance);
+    }
+}
+
+bool Evaluator::AddNamed(const expr::AggregateCall& call, const expr::AggregateCall& inner,
+                         const Scope& scope, expr::Accumulator& sum) {
+    for (const TableAxis axis : {TableAxis::Rows, TableAxis::Columns}) {
+        const int group = GroupNamed(*scope.region, axis, inner.scope);
+        if (!LiesWithin(scope, axis, group)) {
+            continue;
+        }
+        const Stay stay(*this);
+        EachInstance(scope, axis, group, [&](const Scope& instance) {
+            Enter(instance);
+            sum.Add(call.argument->Evaluate(*this));
+        });
+        return true;
+    }
+    return false;
+}
+
+// Without a name the inner aggregate is over the innermost groups around the place of the expression: in a
+// cell of a matrix, over one cell after the other.
+bool Evaluator::AddInnermost(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum) {
+    Scope here = m_place.scope;
+    while (here.region && here.region != scope.region) {
+        here = here.region->outer;
+    }
+    const bool byRows = here.region && LiesWithin(scope, TableAxis::Rows, here.rowGroup);
+    const bool byColumns = here.region && LiesWithin(scope, TableAxis::Columns, here.columnGroup);
+    if (!byRows && !byColumns) {
+        return false;
+    }
+    const Stay stay(*this);
+    const auto add = [&](const Scope& cell) {
+        CheckBounds();
+        if (!cell.region->Rows(cell).empty()) {
+            Enter(cell);
+            sum.Add(call.argument->Evaluate(*this));
+        }
+    };
+    const auto across = [&](const Scope& row) {
+        if (byColumns) {
+            EachInstance(row, TableAxis::Columns, here.columnGroup, add);
+        } else {
+            add(row);
+        }
+    };
+    if (byRows) {
+        EachInstance(scope, TableAxis::Rows, here.rowGroup, across);
+    } else {
+        across(scope);
+    }
+    return true;
 }
 
 Value Evaluator::OverTarget(const expr::AggregateCall& call, const Target& target) {
@@ -204,7 +293,7 @@ Value Evaluator::Aggregate(const expr::AggregateCall& call) {
     if (call.scope.empty()) {
         target.scope = m_place.scope;
         target.whole = m_place.table;
-    } else if (!Resolve(call.scope, target)) {
+    } else if (!Resolve(call.scope, target) && !ResolveTotal(call.scope, target.scope)) {
         return Value::Error("There is no scope " + call.scope + " around this expression");
     }
     const Scope& scope = target.scope;
@@ -226,218 +315,6 @@ Value Evaluator::Aggregate(const expr::AggregateCall& call) {
         m_cache.clear();
     }
     m_cache.emplace(key, value);
-    return value;
-}
-
-// Which way the running goes from a scope's first instance to the current one. False when the current place
-// is no instance of a group within the scope.
-bool Evaluator::InstanceRange(const std::string& name, TableAxis& axis, std::uint32_t& first) const {
-    const Scope& here = m_place.scope;
-    if (!here.region) {
-        return false;
-    }
-    Scope outer{here.region};
-    if (!name.empty()) {
-        Target target;
-        if (!Resolve(name, target)) {
-            return false;
-        }
-        if (target.scope.region == here.region) {
-            outer = target.scope;
-        }
-    }
-    axis = outer.columnGroup < 0 && here.rowGroup >= 0 ? TableAxis::Rows : TableAxis::Columns;
-    const int group = here.Group(axis);
-    if (group < 0) {
-        return false;
-    }
-    const int outerGroup = outer.Group(axis);
-    const std::uint32_t instance = here.Instance(axis);
-    first = outerGroup == group ? instance
-                                : here.region->FirstWithin(axis, group, outerGroup, outer.Instance(axis));
-    return true;
-}
-
-// Whether a name is that of the innermost group on one side of the current place.
-bool Evaluator::IsInnermost(const std::string& name, TableAxis& axis) const {
-    const Scope& here = m_place.scope;
-    Target target;
-    if (name.empty() || !here.region || !Resolve(name, target) || target.scope.region != here.region) {
-        return false;
-    }
-    axis = target.scope.GroupAxis();
-    const int group = target.scope.Group(axis);
-    return group >= 0 && group == here.Group(axis);
-}
-
-// As InstanceRange. A total that restarts in each instance of a cell's own group runs along the groups of the
-// other hierarchy.
-bool Evaluator::RunningRange(const std::string& name, TableAxis& axis, std::uint32_t& first) const {
-    if (!InstanceRange(name, axis, first)) {
-        return false;
-    }
-    const Scope& here = m_place.scope;
-    TableAxis own = TableAxis::Rows;
-    if (IsInnermost(name, own) && here.Group(Across(own)) >= 0) {
-        axis = Across(own);
-        first = 0;
-    }
-    return true;
-}
-
-Value Evaluator::RunningOver(const expr::AggregateCall& call) {
-    const bool counts = call.kind == expr::AggregateKind::RowNumber;
-    const expr::AggregateKind kind = counts ? expr::AggregateKind::CountRows : call.running;
-    TableAxis axis = TableAxis::Rows;
-    std::uint32_t first = 0;
-    const Scope here = m_place.scope;
-    expr::AggregateCall plain;
-    plain.kind = kind;
-    plain.argument = counts ? nullptr : call.argument;
-    if (!RunningRange(call.scope, axis, first)) {
-        Target target{here, m_place.table};
-        if (!call.scope.empty() && !Resolve(call.scope, target)) {
-            return Value::Error("There is no scope " + call.scope + " around this expression");
-        }
-        return OverTarget(plain, target);
-    }
-    const std::uint32_t last = here.Instance(axis);
-    Scope start = here;
-    start.Instance(axis) = first;
-    if (m_running.size() >= MaxCached) {
-        m_running.clear();
-    }
-    const std::uint64_t key = static_cast<std::uint64_t>(call.id) << 32 | here.Instance(Across(axis));
-    const auto entry = m_running.find(key);
-    const bool goesOn = entry != m_running.end() && entry->second.start == start &&
-                        entry->second.region == here.region->id && entry->second.next <= last + 1;
-    Running fresh{start, here.region->id, first, expr::Accumulator(kind, *m_culture)};
-    Running& running =
-        goesOn ? entry->second : m_running.insert_or_assign(key, std::move(fresh)).first->second;
-    Scope instance = here;
-    while (running.next <= last) {
-        instance.Instance(axis) = running.next++;
-        AddRows(plain, instance, running.sum);
-    }
-    return running.sum.Result();
-}
-
-bool Evaluator::PlaceBefore(const std::string& scope, Scope& before) const {
-    TableAxis axis = TableAxis::Rows;
-    std::uint32_t first = 0;
-    if (!InstanceRange(scope, axis, first)) {
-        return false;
-    }
-    before = m_place.scope;
-    std::uint32_t& instance = before.Instance(axis);
-    if (instance <= first) {
-        return false;
-    }
-    --instance;
-    return true;
-}
-
-// Which group's instance before a Previous of an aggregate asks for, and the group within it that the
-// aggregate is over: Previous(Sum(X, "Day"), "Year") is the same day's of the year before.
-bool Evaluator::PreviousGroups(const expr::AggregateCall& call, Scope& named, Scope& own) const {
-    const auto& inner = call.argument->Aggregates();
-    TableAxis axis = TableAxis::Rows;
-    Target target;
-    if (inner.empty() || call.scope.empty() || !Resolve(call.scope, target) ||
-        target.scope.region != m_place.scope.region) {
-        return false;
-    }
-    named = target.scope;
-    if (inner.front()->scope.empty()) {
-        own = named;
-        return IsInnermost(call.scope, axis);
-    }
-    if (!Resolve(inner.front()->scope, target) || target.scope.region != named.region) {
-        return false;
-    }
-    own = target.scope;
-    axis = named.GroupAxis();
-    const int outer = named.Group(axis);
-    const int group = own.Group(axis);
-    return outer >= 0 && group >= 0 && named.region->IsAround(axis, outer, group);
-}
-
-ValueList Evaluator::KeysOf(const Scope& scope) {
-    const TableAxis axis = scope.GroupAxis();
-    const Stay stay(*this);
-    Enter(scope);
-    ValueList keys;
-    for (const Property& key : scope.region->Plan(axis).groups[At(scope.Group(axis))].keys) {
-        keys.push_back(key.Get(*this));
-    }
-    return keys;
-}
-
-// The instance of a scope's group, within an instance of the group around it, that has the scope's keys.
-bool Evaluator::SameWithin(const Scope& scope, std::uint32_t parent, std::uint32_t& found) {
-    const TableAxis axis = scope.GroupAxis();
-    const int group = scope.Group(axis);
-    const auto& instances = scope.region->Groups(axis)[At(group)].instances;
-    const ValueList wanted = KeysOf(scope);
-    Scope candidate = scope;
-    std::uint32_t& instance = candidate.Instance(axis);
-    instance =
-        scope.region->FirstWithin(axis, group, scope.region->Plan(axis).groups[At(group)].parent, parent);
-    for (; instance < instances.size() && instances[instance].parent == parent; ++instance) {
-        const ValueList keys = KeysOf(candidate);
-        if (std::equal(keys.begin(), keys.end(), wanted.begin(), wanted.end(),
-                       [](const Value& a, const Value& b) { return expr::Compare(a, b) == 0; })) {
-            found = instance;
-            return true;
-        }
-    }
-    return false;
-}
-
-bool Evaluator::PreviousPlace(const expr::AggregateCall& call, Scope& before) {
-    Scope named, own;
-    if (!PreviousGroups(call, named, own)) {
-        return PlaceBefore(call.scope, before);
-    }
-    const TableAxis axis = named.GroupAxis();
-    const int outer = named.Group(axis);
-    const int group = own.Group(axis);
-    std::uint32_t instance = named.Instance(axis);
-    if (instance == 0) {
-        return false;
-    }
-    --instance;
-    const auto& plans = named.region->Plan(axis).groups;
-    std::vector<int> path;
-    for (int step = group; step != outer; step = plans[At(step)].parent) {
-        path.insert(path.begin(), step);
-    }
-    for (const int step : path) {
-        const std::uint32_t here = named.region->Ancestor(axis, group, own.Instance(axis), step);
-        const Scope same = Scope::Of(named.region, axis, step, here);
-        if (!SameWithin(same, instance, instance)) {
-            return false;
-        }
-    }
-    before = m_place.scope;
-    before.Group(axis) = group;
-    before.Instance(axis) = instance;
-    return true;
-}
-
-Value Evaluator::PreviousOf(const expr::AggregateCall& call) {
-    Scope before;
-    if (!call.argument || !PreviousPlace(call, before)) {
-        return {};
-    }
-    ++m_depth;
-    Value value = Value::Error("Previous is nested too deeply");
-    if (m_depth <= MaxDepth) {
-        const Stay stay(*this);
-        Enter(before);
-        value = call.argument->Evaluate(*this);
-    }
-    --m_depth;
     return value;
 }
 

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/layout/region/item_images.h"
 
+#include <functional>
+
 #include "rdl/definition/context.h"
+#include "rdl/image/image_decoder.h"
 #include "rdl/layout/model/image_size.h"
 #include "rdl/values/base64.h"
 #include "rdl/values/error.h"
@@ -92,7 +95,25 @@ ImageBytes ItemImages::Load(Image::Source source, const Value& value, const std:
     if (size.width * size.height > MostPixels * PointsPerPixel * PointsPerPixel) {
         throw Error("Image \"" + item + "\" has more than 64 million pixels");
     }
+    if (bytes) {
+        Check(*bytes, item);
+    }
     return bytes;
+}
+
+// Formats differ in what they make of a damaged image: some would carry it to the reader of the document. So
+// each image is decoded once here, whatever the format.
+void ItemImages::Check(const std::string& bytes, const std::string& item) {
+    constexpr std::size_t MaxKept = 100'000;
+    const std::size_t mark = std::hash<std::string_view>()(bytes) ^ bytes.size();
+    if (m_checked.contains(mark)) {
+        return;
+    }
+    image::CheckImage(bytes, item);
+    if (m_checked.size() >= MaxKept) {
+        m_checked.clear();
+    }
+    m_checked.insert(mark);
 }
 
 ImageBytes ItemImages::Find(Image::Source source, const Value& value, const std::string& item,

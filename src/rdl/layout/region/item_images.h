@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "rdl/layout/region/evaluator.h"
 
@@ -17,13 +18,14 @@ class ItemImages {
     ItemImages(const ReportInput& input, Evaluator& evaluator) : m_input(input), m_evaluator(evaluator) {}
 
     // Returns null for an empty value. Sets `mimeType` for an embedded image. Raises rdl::Error naming `item`
-    // if the image cannot be loaded or has more than 64 million pixels.
+    // if the image cannot be loaded, is damaged or empty, or has more than 64 million pixels.
     ImageBytes Load(Image::Source source, const Value& value, const std::string& item, std::string& mimeType);
     // Returns the style with the background image at the current place. The pointer changes only if the
     // result does.
     BoxStylePtr WithPicture(const BoxStylePtr& style, BackgroundPlan& plan, const std::string& item);
 
  private:
+    void Check(const std::string& bytes, const std::string& item);
     ImageBytes Find(Image::Source source, const Value& value, const std::string& item, std::string& mimeType);
     ImageBytes External(const std::string& source, const std::string& item);
     ImageBytes Embedded(const std::string& name, std::string& mimeType) const;
@@ -32,6 +34,7 @@ class ItemImages {
     const ReportInput& m_input;
     Evaluator& m_evaluator;
     std::unordered_map<std::string, ImageBytes> m_external;
+    std::unordered_set<std::size_t> m_checked;  // hashes of images that are whole
 };
 
 }  // namespace rdl::layout

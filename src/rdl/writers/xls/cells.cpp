@@ -14,7 +14,8 @@ using layout::Instance;
 
 constexpr std::int64_t MostExactInteger = 999'999'999'999'999;
 const std::int64_t DayZero = MakeTicks(1899, 12, 30);
-constexpr double FirstSafeDay = 61;  // 1 March 1900: before it Excel's calendar has a day too many
+constexpr double CharacterWidth = 0.5;  // on average, relative to the font size
+constexpr double FirstSafeDay = 61;     // 1 March 1900: before it Excel's calendar has a day too many
 
 layout::CharStylePtr FirstStyle(const Instance& item) {
     for (const layout::ParagraphInstance& paragraph : item.paragraphs) {
@@ -106,7 +107,7 @@ bool XlsLayout::TypedCell(const Instance& item, const std::string& shown, XlsCel
     return true;
 }
 
-XlsCell XlsLayout::CellOf(const Instance& item) {
+XlsCell XlsLayout::CellOf(const Instance& item, Wrapping wrapping) {
     XlsCell cell;
     std::uint16_t format = 0;
     const std::string shown = TextOf(item);
@@ -117,8 +118,9 @@ XlsCell XlsLayout::CellOf(const Instance& item) {
     }
     const layout::HAlign align =
         AlignmentOf(item, item.paragraphs.empty() ? layout::HAlign::General : item.paragraphs.front().align);
-    const bool wrap = cell.kind == XlsCell::Text && (item.canGrow || shown.find('\n') != std::string::npos);
-    cell.xf = m_book.styles.Cell(item.box, FirstStyle(item), align, format, wrap);
+    const bool wrap = wrapping == Wrapping::AsItem && cell.kind == XlsCell::Text &&
+                      (item.canGrow || shown.find('\n') != std::string::npos);
+    cell.xf = m_book.styles.Cell(Filled(item.box), FirstStyle(item), align, format, wrap);
     return cell;
 }
 
@@ -129,23 +131,45 @@ void XlsLayout::Mark(const Instance& item, std::uint32_t row, std::uint16_t colu
     }
 }
 
+double XlsLayout::WidthOf(const XlsRange& range) const {
+    double width = 0;
+    for (std::size_t i = range.firstColumn; i <= range.lastColumn && i < m_widths.size(); ++i) {
+        width += m_widths[i];
+    }
+    return width;
+}
+
+// Whether an item that gave way to another one is left with less room than one of its words needs. Wrapped,
+// the word would be broken after each character; not wrapped, it is seen above the free cells beside it.
+bool XlsLayout::IsTooNarrow(const Instance& item, const XlsRange& range) const {
+    const double width = WidthOf(range);
+    if (width >= item.width - 1) {
+        return false;
+    }
+    const std::string shown = TextOf(item);
+    std::size_t longest = 0;
+    for (std::size_t at = 0; at < shown.size();) {
+        const std::size_t end = std::min(shown.find_first_of(" \n", at), shown.size());
+        longest = std::max(longest, end - at);
+        at = end + 1;
+    }
+    const layout::CharStylePtr style = FirstStyle(item);
+    return CharacterWidth * (style ? style->size : 10) * static_cast<double>(longest) > width;
+}
+
 // Programs fit the height of rows to their texts, but not to those of merged cells: such a row says its
 // height.
 void XlsLayout::Grow(const Instance& item, const XlsRange& range) {
-    constexpr double Edge = 4;      // points that a program keeps free on the left and right together
-    constexpr double Letter = 0.5;  // average character width, relative to the font size
+    constexpr double Edge = 4;  // points that a program keeps free on the left and right together
     const bool merged = range.lastColumn > range.firstColumn;
     if (!item.canGrow || range.lastRow > range.firstRow ||
         (item.box && item.box->writingMode != layout::WritingMode::Horizontal)) {
         return;
     }
     const std::string shown = TextOf(item);
-    double width = -Edge;
-    for (std::size_t i = range.firstColumn; i <= range.lastColumn && i < m_widths.size(); ++i) {
-        width += m_widths[i];
-    }
+    const double width = WidthOf(range) - Edge;
     const layout::CharStylePtr style = FirstStyle(item);
-    const double length = Letter * (style ? style->size : 10) * static_cast<double>(shown.size());
+    const double length = CharacterWidth * (style ? style->size : 10) * static_cast<double>(shown.size());
     if (!merged && length < width && shown.find('\n') == std::string::npos) {
         return;
     }
@@ -165,8 +189,9 @@ void XlsLayout::PlaceText(const Instance& item, XlsRange range) {
             range.firstColumn = range.lastColumn = 0;
         }
     }
-    XlsCell cell = CellOf(item);
-    if (cell.kind == XlsCell::Text) {
+    const bool isNarrow = IsTooNarrow(item, range);
+    XlsCell cell = CellOf(item, isNarrow ? Wrapping::Never : Wrapping::AsItem);
+    if (cell.kind == XlsCell::Text && !isNarrow) {
         Grow(item, range);
     }
     for (std::uint32_t row = range.firstRow; row <= range.lastRow; ++row) {

@@ -96,6 +96,37 @@ void XlsLayout::BeginSheet() {
     m_sheet->name = m_pageName;
     m_sheet->rightToLeft = m_rightToLeft;
     m_breakPending = false;
+    std::vector<Fill> goOn;
+    goOn.swap(m_fills);
+    for (const Fill& fill : goOn) {
+        BeginFill(fill.color, fill.columns, 0);
+    }
+}
+
+void XlsLayout::BeginFill(layout::Color color, Columns columns, std::uint32_t row) {
+    m_fills.push_back({color, columns, 0});
+    const std::uint16_t xf = m_book.styles.Cell(Filled(nullptr), nullptr, layout::HAlign::General, 0, false);
+    m_fills.back().number = m_sheet->BeginFill(row, columns.first, columns.last, xf);
+}
+
+void XlsLayout::EndFill(std::uint32_t row) {
+    m_sheet->EndFill(m_fills.back().number, row);
+    m_fills.pop_back();
+}
+
+// The style of a cell within the fills around it.
+layout::BoxStylePtr XlsLayout::Filled(const layout::BoxStylePtr& box) {
+    if (m_fills.empty() || (box && box->HasBackground())) {
+        return box;
+    }
+    const layout::Color color = m_fills.back().color;
+    FilledBox& known = m_filled[{box.get(), color}];
+    if (!known.filled) {
+        layout::BoxStyle style = box ? *box : layout::BoxStyle();
+        style.background = color;
+        known = {box, std::make_shared<const layout::BoxStyle>(style)};
+    }
+    return known.filled;
 }
 
 void XlsLayout::Section(layout::SectionInstance& section, bool first, bool last) {
@@ -115,10 +146,23 @@ void XlsLayout::Section(layout::SectionInstance& section, bool first, bool last)
     SettleColumns();
     m_pageName.clear();
     BeginSheet();
-    std::uint32_t row = Place(header, 0, 0, false);
-    row = Place(section.items, 0, row, true);
+    const Columns all = ColumnsAt(0, std::max(section.bodyWidth, 1.0));
+    const auto part = [&](const std::vector<Instance>& items, const layout::BoxStylePtr& style,
+                          std::uint32_t row, bool top) {
+        const bool fills = !items.empty() && style && style->background >> 24;
+        if (fills) {
+            BeginFill(style->background, all, row);
+        }
+        const std::uint32_t end = Place(items, 0, row, top);
+        if (fills) {
+            EndFill(end);
+        }
+        return end;
+    };
+    std::uint32_t row = part(header, section.page.headerStyle, 0, false);
+    row = part(section.items, section.bodyStyle, row, true);
     m_breakPending = false;
-    Place(footer, 0, row, false);
+    part(footer, section.page.footerStyle, row, false);
 }
 
 std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std::uint32_t row, bool top) {
@@ -220,13 +264,30 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
         case InstanceKind::Image:
             return PlaceImage(item, x, row);
         case InstanceKind::Container:
-            return std::max(Place(item.children, x + item.x, row, top), row + 1);
         case InstanceKind::Table:
-            return item.table ? PlaceTable(item, x + item.x, row, top) : row;
+            return PlaceFilled(item, x, row, top);
         case InstanceKind::Drawing:
             break;
     }
     throw Error("Drawing \"" + item.name + "\" cannot be shown in Excel");
+}
+
+// Containers and tables, over the fill that they have themselves.
+std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32_t row, bool top) {
+    const bool fills = item.box && item.box->background >> 24;
+    if (fills) {
+        BeginFill(item.box->background, ColumnsAt(x + Left(item), x + Right(item)), row);
+    }
+    std::uint32_t end = row;
+    if (item.kind == InstanceKind::Container) {
+        end = std::max(Place(item.children, x + item.x, row, top), row + 1);
+    } else if (item.table) {
+        end = PlaceTable(item, x + item.x, row, top);
+    }
+    if (fills) {
+        EndFill(end);
+    }
+    return end;
 }
 
 // A line is the upper border of the cells below it.
@@ -237,6 +298,9 @@ void XlsLayout::PlaceLine(const Instance& item, double x, std::uint32_t row) {
         (upright ? style.left : style.top) = item.box->top;
     }
     const Columns columns = ColumnsAt(x + Left(item), x + Right(item));
+    if (!m_fills.empty()) {
+        style.background = m_fills.back().color;
+    }
     const std::uint16_t xf = m_book.styles.Cell(std::make_shared<const layout::BoxStyle>(style), nullptr,
                                                 layout::HAlign::General, 0, false);
     m_sheet->Height(row, std::max(std::fabs(item.height), 3.0), true);

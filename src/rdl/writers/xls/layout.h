@@ -4,8 +4,10 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "rdl/layout/model/instance.h"
@@ -34,6 +36,14 @@ class XlsLayout {
     void SettleColumns();
     Columns ColumnsAt(double from, double to) const;
 
+    // The background of an item around others: it is seen wherever they have none of their own.
+    struct Fill {
+        layout::Color color;
+        Columns columns;
+        std::size_t number;  // in the sheet
+    };
+    void BeginFill(layout::Color color, Columns columns, std::uint32_t row);
+    void EndFill(std::uint32_t row);
     void BeginSheet();
     // Each function places items from `row` on and returns the row after them. At the top level, tables are
     // streamed.
@@ -44,12 +54,17 @@ class XlsLayout {
     std::uint32_t PlaceRow(const layout::TableInstance& table, const layout::TableRow& tableRow, double x,
                            std::uint32_t row);
     std::uint32_t BreakSheet(layout::TableInstance& table, std::size_t index, double x);
+    std::uint32_t PlaceFilled(const layout::Instance& item, double x, std::uint32_t row, bool top);
     void PlaceText(const layout::Instance& item, XlsRange range);
+    layout::BoxStylePtr Filled(const layout::BoxStylePtr& box);
+    double WidthOf(const XlsRange& range) const;
+    bool IsTooNarrow(const layout::Instance& item, const XlsRange& range) const;
     void Mark(const layout::Instance& item, std::uint32_t row, std::uint16_t column);
     void PlaceLine(const layout::Instance& item, double x, std::uint32_t row);
     std::uint32_t PlaceImage(const layout::Instance& item, double x, std::uint32_t row);
     void Grow(const layout::Instance& item, const XlsRange& range);
-    XlsCell CellOf(const layout::Instance& item);
+    enum class Wrapping { AsItem, Never };
+    XlsCell CellOf(const layout::Instance& item, Wrapping wrapping = Wrapping::AsItem);
     bool TypedCell(const layout::Instance& item, const std::string& shown, XlsCell& cell,
                    std::uint16_t& format);
 
@@ -70,6 +85,11 @@ class XlsLayout {
     std::vector<double> m_widths;
     XlsSheet* m_sheet = nullptr;
     std::vector<OpenSpan>* m_spans = nullptr;  // spans of the table being placed
+    std::vector<Fill> m_fills;                 // innermost last
+    struct FilledBox {
+        layout::BoxStylePtr own, filled;  // `own` is kept alive, as its address is the key
+    };
+    std::map<std::pair<const void*, layout::Color>, FilledBox> m_filled;
     bool m_breakPending = false;
     bool m_rightToLeft = false;  // direction of the section's sheets, set by its tables
     std::string m_pageName;

@@ -64,11 +64,37 @@ void XlsSheet::Heading(std::uint32_t row) {
     }
 }
 
+std::size_t XlsSheet::BeginFill(std::uint32_t row, std::uint16_t firstColumn, std::uint16_t lastColumn,
+                                std::uint16_t xf) {
+    m_fills.push_back({m_nextFill, {row, XlsMostRows, firstColumn, lastColumn}, xf});
+    return m_nextFill++;
+}
+
+void XlsSheet::EndFill(std::size_t fill, std::uint32_t row) {
+    for (Fill& open : m_fills) {
+        if (open.number == fill) {
+            open.area.lastRow = row == 0 ? 0 : row - 1;
+        }
+    }
+}
+
+void XlsSheet::AddFills(std::uint32_t index, Row& row) const {
+    for (auto fill = m_fills.rbegin(); fill != m_fills.rend(); ++fill) {
+        if (index >= fill->area.firstRow && index <= fill->area.lastRow) {
+            for (std::uint16_t column = fill->area.firstColumn; column <= fill->area.lastColumn; ++column) {
+                row.cells.push_back({XlsCell::Blank, column, fill->xf});
+            }
+        }
+    }
+}
+
 void XlsSheet::Complete(std::uint32_t row) {
     while (!m_rows.empty() && m_rows.begin()->first < row) {
+        AddFills(m_rows.begin()->first, m_rows.begin()->second);
         WriteRow(m_rows.begin()->first, m_rows.begin()->second);
         m_rows.erase(m_rows.begin());
     }
+    std::erase_if(m_fills, [row](const Fill& fill) { return fill.area.lastRow + 1 <= row; });
 }
 
 void XlsSheet::WriteRow(std::uint32_t index, Row& row) {

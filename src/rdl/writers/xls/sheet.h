@@ -62,6 +62,12 @@ class XlsSheet {
         m_nameLinks.emplace_back(range, target);
     }
     void Picture(const XlsPicture& picture) { m_pictures.push_back(picture); }
+    // Begins an area whose cells have the format `xf` wherever nothing else is put, from `row` on; an area
+    // that begins later lies above it. Returns its number, for EndFill.
+    std::size_t BeginFill(std::uint32_t row, std::uint16_t firstColumn, std::uint16_t lastColumn,
+                          std::uint16_t xf);
+    // The area ends before `row`.
+    void EndFill(std::size_t fill, std::uint32_t row);
     // Marks a heading row: frozen in view and printed on each page. The first call and adjacent rows after it
     // count.
     void Heading(std::uint32_t row);
@@ -90,6 +96,12 @@ class XlsSheet {
         double height = 0;
         bool fixed = false;
     };
+    struct Fill {
+        std::size_t number;
+        XlsRange area;
+        std::uint16_t xf;
+    };
+    void AddFills(std::uint32_t index, Row& row) const;
     void WriteRow(std::uint32_t index, Row& row);
     void WriteCell(std::uint32_t row, const XlsCell& cell);
     void FlushBlock();
@@ -103,6 +115,8 @@ class XlsSheet {
     std::vector<double> m_columnWidths;
     XlsPage m_page;
     std::map<std::uint32_t, Row> m_rows;
+    std::vector<Fill> m_fills;  // of rows that are not complete
+    std::size_t m_nextFill = 0;
     std::vector<float> m_heights;  // of completed rows, for placing images
     XlsRecords m_blockRows, m_blockCells, m_head, m_tail, m_links;
     unsigned m_blockCount = 0;

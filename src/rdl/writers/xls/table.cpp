@@ -31,7 +31,7 @@ std::uint32_t XlsLayout::PlaceTable(const Instance& item, double x, std::uint32_
     if (!table.noRowsMessage.empty()) {
         const Columns columns = ColumnsAt(x, x + item.width);
         const std::uint16_t xf =
-            m_book.styles.Cell(item.box, table.noRowsStyle, layout::HAlign::General, 0, false);
+            m_book.styles.Cell(Filled(item.box), table.noRowsStyle, layout::HAlign::General, 0, false);
         m_sheet->Put(row, {XlsCell::Text, columns.first, xf, 0, m_book.strings.Index(table.noRowsMessage)});
         return row + 1;
     }

@@ -71,10 +71,31 @@ class ChartEvaluator {
             MakeSlices(area);
             DropBelowZero(area);
         }
+        if (AllFailed()) {
+            ChartCaption message = m_styles.Caption(m_chart.noData, 10);
+            message.text = "#Error";
+            m_data.message = std::move(message);
+        }
         return std::move(m_data);
     }
 
  private:
+    // Whether each value is an error. The chart says so, as a cell does; an empty frame would look like no data.
+    bool AllFailed() const {
+        bool any = false;
+        for (const ChartAreaData& area : m_data.areas) {
+            for (const ChartRow& row : area.rows) {
+                for (const ChartMark& mark : row.marks) {
+                    if (!mark.value.IsError()) {
+                        return false;
+                    }
+                    any = true;
+                }
+            }
+        }
+        return any;
+    }
+
     // A pie of series without categories: each series is a slice.
     void MakeSlices(ChartAreaData& area) const {
         if (m_data.categories.size() != 1 || area.rows.size() < 2 ||

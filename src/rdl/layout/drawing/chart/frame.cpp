@@ -180,9 +180,11 @@ void CrossingLine(const ChartPlot& plot, Canvas& canvas) {
 
 void DrawGrid(const ChartPlot& plot) {
     const Edge category{plot, plot.area.categoryAxes.front(), !plot.swapped};
-    Grid(category, plot.scattered ? &plot.numbers : nullptr, plot.canvas);
+    if (category.axis.visible) {
+        Grid(category, plot.scattered ? &plot.numbers : nullptr, plot.canvas);
+    }
     for (std::size_t i = plot.values.size(); i-- > 0;) {
-        if (i == 0 || plot.IsShown(i)) {
+        if (plot.area.valueAxes[i].visible && (i == 0 || plot.IsShown(i))) {
             Grid({plot, plot.area.valueAxes[i], plot.swapped}, &plot.values[i], plot.canvas);
         }
     }

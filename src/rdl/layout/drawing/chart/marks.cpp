@@ -186,11 +186,15 @@ class LabelDrawer {
             const Rect column = ColumnOf(m_plot, r, i);
             spot = {column.x + column.width / 2, column.y + column.height / 2};
             anchor = {0.5, 0.5};
-        } else if (IsColumn(row) && automatic) {
+        } else if (IsColumn(row)) {
+            // The end of its own column: columns of several series stand beside each other.
             const Rect column = ColumnOf(m_plot, r, i);
             spot = m_plot.swapped ? Spot{negative ? column.x : column.Right(), column.y + column.height / 2}
                                   : Spot{column.x + column.width / 2, negative ? column.Bottom() : column.y};
-            anchor = m_plot.swapped ? Anchor{negative ? 1.0 : 0.0, 0.5} : Anchor{0.5, negative ? 0.0 : 1.0};
+            if (automatic) {
+                anchor =
+                    m_plot.swapped ? Anchor{negative ? 1.0 : 0.0, 0.5} : Anchor{0.5, negative ? 0.0 : 1.0};
+            }
         }
         Place(mark, inside ? InsideLetters(mark) : *mark.labelStyle, spot, anchor, automatic && !inside);
     }

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The backgrounds of items that hold others, and texts with less room than they asked for.
+#include <gtest/gtest.h>
+
+#include "rdl/writers/sample_report.h"
+#include "rdl/writers/xls_kit.h"
+
+namespace rdl::writers {
+namespace {
+
+using namespace test;
+using layout::Instance;
+using layout::InstanceKind;
+using layout::TableRow;
+
+layout::BoxStylePtr Background(layout::Color color) {
+    auto box = std::make_shared<layout::BoxStyle>();
+    box->background = color;
+    return box;
+}
+
+Instance Container(double x, double y, double width, double height, layout::Color color,
+                   std::vector<Instance> children) {
+    Instance item;
+    item.kind = InstanceKind::Container;
+    item.name = "Frame";
+    item.x = x;
+    item.y = y;
+    item.width = width;
+    item.height = height;
+    item.box = Background(color);
+    item.children = std::move(children);
+    return item;
+}
+
+// The colours of all cells, row by row: red, green and blue in hexadecimal, - for none.
+std::string Colors(const std::string& workbook) {
+    return Ask(workbook,
+               "def c(r, k):\n"
+               "    if k >= s.row_len(r): return '-'\n"
+               "    f = b.xf_list[s.cell_xf_index(r, k)].background\n"
+               "    m = b.colour_map.get(f.pattern_colour_index)\n"
+               "    return '%02x%02x%02x' % m if f.fill_pattern and m else '-'\n"
+               "for r in range(s.nrows): print(' '.join(c(r, k) for k in range(s.ncols)))");
+}
+
+constexpr layout::Color Yellow = 0xFFFFFF00, Green = 0xFF008040, Blue = 0xFF123456;
+
+class XlsFills : public testing::Test {
+ protected:
+    void SetUp() override {
+        if (!HasReader()) {
+            GTEST_SKIP() << "no reader of workbooks";
+        }
+    }
+};
+
+TEST_F(XlsFills, CellsAndGapsOfAContainerHaveItsBackground) {
+    // A title on the left, a gap, a number on the right.
+    const auto report = SampleReport({Container(
+        0, 0, 300, 30, Green, {TextItem("Title", 0, 0, 100, 12), TextItem("1", 200, 0, 100, 12)})});
+    EXPECT_EQ(Colors(Workbook(report)), "008040 008040 008040\n");
+}
+
+TEST_F(XlsFills, AnItemsOwnBackgroundLiesAbove) {
+    Instance own = TextItem("Own", 100, 0, 100, 12);
+    own.box = Background(Blue);
+    const auto report = SampleReport(
+        {Container(0, 0, 300, 12, Yellow, {TextItem("A"), std::move(own), TextItem("C", 200, 0, 100, 12)})});
+    EXPECT_EQ(Colors(Workbook(report)), "ffff00 123456 ffff00\n");
+}
+
+TEST_F(XlsFills, AContainerInAContainerLiesAboveAndEnds) {
+    const auto report = SampleReport(
+        {Container(0, 0, 200, 40, Yellow,
+                   {Container(0, 0, 100, 12, Blue, {TextItem("A")}), TextItem("B", 0, 20, 100, 12)})});
+    EXPECT_EQ(Colors(Workbook(report)), "123456 ffff00\nffff00 ffff00\nffff00 ffff00\n");
+}
+
+TEST_F(XlsFills, WhatIsBelowHasNone) {
+    const auto report =
+        SampleReport({Container(0, 0, 100, 12, Yellow, {TextItem("A")}), TextItem("B", 0, 12, 100, 12)});
+    EXPECT_EQ(Colors(Workbook(report)), "ffff00\n-\n");
+}
+
+TEST_F(XlsFills, ATablesBackgroundGoesOnInFurtherSheets) {
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80, 60};
+    table->rows = 2;
+    table->make = [](std::size_t i, TableRow& row) {
+        row.breakBefore = i == 1;
+        AddCell(row, TextItem("A"));  // and nothing in the second column
+    };
+    Instance item = TableItem(table);
+    item.box = Background(Yellow);
+    item.width = 140;
+    const std::string workbook = Workbook(SampleReport({item}));
+    EXPECT_EQ(Colors(workbook), "ffff00 ffff00\n");
+    EXPECT_EQ(Ask(workbook,
+                  "s = b.sheet_by_index(1)\n"
+                  "print([b.xf_list[s.cell_xf_index(0, k)].background.fill_pattern for k in range(2)])"),
+              "[1, 1]\n");
+}
+
+TEST_F(XlsFills, TheBodysBackgroundIsBehindEverything) {
+    auto report = SampleReport({TextItem("A", 0, 0, 100, 12)});
+    report->sections.front()->bodyStyle = Background(Green);
+    report->sections.front()->bodyWidth = 200;
+    EXPECT_EQ(Colors(Workbook(report)), "008040 008040\n");
+}
+
+TEST_F(XlsFills, AWordThatLostItsRoomToAnotherItemIsNotBroken) {
+    Instance wide = TextItem("Telephone", 0, 0, 100, 12);
+    wide.canGrow = true;
+    // The second item covers all but the first ten points.
+    const auto report = SampleReport({TextItem("x", 10, 0, 90, 12), std::move(wide)});
+    const std::string wraps =
+        "for k in range(s.ncols):\n"
+        "    if s.cell_value(0, k) == 'Telephone': print(b.xf_list[s.cell_xf_index(0, "
+        "k)].alignment.text_wrapped)";
+    EXPECT_EQ(Ask(Workbook(report), wraps), "0\n");
+}
+
+TEST_F(XlsFills, ATextWithTheRoomItAskedForWraps) {
+    Instance wide = TextItem("Telephone and address", 0, 0, 60, 12);
+    wide.canGrow = true;
+    EXPECT_EQ(Ask(Workbook(SampleReport({std::move(wide)})),
+                  "print(b.xf_list[s.cell_xf_index(0, 0)].alignment.text_wrapped)"),
+              "1\n");
+}
+
+}  // namespace
+}  // namespace rdl::writers
