@@ -152,6 +152,23 @@ TEST(Xls, PageBreaksBeginSheetsNamedByPage) {
               "['North', 'So_uth_a very long name of a pa'] 3 ['Name', 'Row 3', 'Row 4']\n");
 }
 
+// Names are told apart by a number, also where another page has that name already.
+TEST(Xls, PagesOfOneNameAreNumberedInOrder) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    auto table = Rows(2001);
+    const auto make = table->make;
+    table->make = [make](std::size_t i, TableRow& row) {
+        make(i, row);
+        row.breakBefore = i > 0;
+        row.pageName = i == 2 ? "Shop (3)" : i % 2 == 0 ? "Shop" : "SHOP";
+    };
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})),
+                  "n = b.sheet_names()\nprint(len(n), len(set(x.lower() for x in n)), n[:5], n[-1])"),
+              "2001 2001 ['Shop', 'SHOP (2)', 'Shop (3)', 'SHOP (4)', 'Shop (5)'] Shop (2001)\n");
+}
+
 TEST(Xls, BookmarksLeadToTheirCell) {
     if (!HasReader()) {
         GTEST_SKIP();

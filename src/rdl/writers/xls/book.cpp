@@ -97,8 +97,9 @@ void XlsBook::NameSheets() {
             wanted = u"Sheet1";
         }
         std::u16string name = wanted;
-        for (int number = 2; !m_usedNames.insert(Folded(name)).second; ++number) {
-            name = Numbered(wanted, number);
+        int& number = m_lastNumbers.try_emplace(Folded(wanted), 1).first->second;
+        while (!m_usedNames.insert(Folded(name)).second) {
+            name = Numbered(wanted, ++number);
         }
         XlsRecords text;
         text.ShortText(name);

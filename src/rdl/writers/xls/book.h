@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -58,6 +59,7 @@ class XlsBook {
     std::vector<std::unique_ptr<XlsSheet>> m_sheets;
     std::vector<StoredImage> m_images;
     std::set<std::u16string> m_usedNames;
+    std::map<std::u16string, int> m_lastNumbers;  // of sheets that want the same name
 };
 
 }  // namespace rdl::writers
