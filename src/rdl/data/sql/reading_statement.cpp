@@ -142,7 +142,7 @@ class Statement {
         }
     }
 
-    // Of a server that refuses by itself what is missed here.
+    // For servers that enforce read-only themselves, this check may miss a write.
     void CheckStatement() const {
         for (std::size_t i = 0; i < m_tokens.size(); ++i) {
             CheckFunction(i);

@@ -153,7 +153,7 @@ class SqlCursor : public Cursor {
         }
     }
 
-    // Of a connection that was lost within the rows the driver of MySQL says that there are none.
+    // MySQL's driver reports a lost connection as the end of the rows; raises an error instead.
     void CheckConnection() {
         if (m_provider != ProviderKind::MySql) {
             return;

@@ -57,7 +57,7 @@ std::string PercentDecoded(std::string_view text, bool plusIsBlank) {
             result += plusIsBlank && text[i] == '+' ? ' ' : text[i];
         }
     }
-    // What was encoded by another charset must not become text that is none.
+    // Replaces malformed UTF-8, which decoding another charset may give, by U+FFFD.
     return ToUtf8(ToUtf32(result));
 }
 

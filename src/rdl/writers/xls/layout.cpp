@@ -98,13 +98,15 @@ void XlsLayout::BeginSheet() {
     m_breakPending = false;
 }
 
-void XlsLayout::Section(layout::SectionInstance& section, bool first, bool last) {
+void XlsLayout::Section(layout::SectionInstance& section, bool isFirst, bool isLast) {
     m_page = &section.page;
     m_columns = Edges(Near);
     m_columns.Add(0);
     m_columns.Add(std::max(section.bodyWidth, 1.0));
-    const auto header = first && section.page.headerHeight > 0 ? section.Header({}) : std::vector<Instance>();
-    const auto footer = last && section.page.footerHeight > 0 ? section.Footer({}) : std::vector<Instance>();
+    const auto header =
+        isFirst && section.page.headerHeight > 0 ? section.Header({}) : std::vector<Instance>();
+    const auto footer =
+        isLast && section.page.footerHeight > 0 ? section.Footer({}) : std::vector<Instance>();
     for (const std::vector<Instance>* items : {&header, &std::as_const(section.items), &footer}) {
         for (const Instance& item : *items) {
             Gather(item, 0, 0);
@@ -121,7 +123,8 @@ void XlsLayout::Section(layout::SectionInstance& section, bool first, bool last)
     Place(footer, 0, row, false);
 }
 
-std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std::uint32_t row, bool top) {
+std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std::uint32_t row,
+                               bool isTopLevel) {
     if (items.empty()) {
         return row;
     }
@@ -143,9 +146,10 @@ std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std
             band.push_back(sorted[i]);
             bottom = std::max(bottom, Bottom(*sorted[i]));
         }
-        const bool breaks = top && (m_breakPending || band.front()->breakBefore) && !m_sheet->IsEmpty();
+        const bool breaks =
+            isTopLevel && (m_breakPending || band.front()->breakBefore) && !m_sheet->IsEmpty();
         const std::string& name = band.front()->pageName;
-        if (top && !name.empty() && (breaks || m_sheet->name.empty())) {
+        if (isTopLevel && !name.empty() && (breaks || m_sheet->name.empty())) {
             m_pageName = name;
             m_sheet->name = breaks ? m_sheet->name : name;
         }
@@ -155,8 +159,8 @@ std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std
         } else if (begin - end > Near) {
             m_sheet->Height(row++, begin - end, true);
         }
-        row = band.size() == 1 ? PlaceOne(*band.front(), x, row, top) : PlaceBand(band, x, row);
-        if (top) {
+        row = band.size() == 1 ? PlaceOne(*band.front(), x, row, isTopLevel) : PlaceBand(band, x, row);
+        if (isTopLevel) {
             m_sheet->Complete(row);
             m_breakPending = m_breakPending || band.back()->breakAfter;
         }
@@ -188,22 +192,22 @@ std::uint32_t XlsLayout::PlaceBand(const Items& band, double x, std::uint32_t ro
                 continue;
             }
             const std::size_t end = std::min(std::max(lines.Line(Bottom(item)), line + 1), rows.size() - 1);
-            const std::uint32_t behind = PlaceOne(item, x, rows[line], false);
-            rows[end] = std::max(rows[end], item.kind == InstanceKind::Image ? rows[line] + 1 : behind);
+            const std::uint32_t after = PlaceOne(item, x, rows[line], false);
+            rows[end] = std::max(rows[end], item.kind == InstanceKind::Image ? rows[line] + 1 : after);
         }
     }
     for (const Instance* item : band) {
         if (IsText(*item)) {
             const std::uint32_t first = rows[lines.Line(Top(*item))];
-            const std::uint32_t behind = rows[std::min(lines.Line(Bottom(*item)), rows.size() - 1)];
+            const std::uint32_t after = rows[std::min(lines.Line(Bottom(*item)), rows.size() - 1)];
             const Columns columns = ColumnsAt(x + item->x, x + item->x + item->width);
-            PlaceText(*item, {first, std::max(behind, first + 1) - 1, columns.first, columns.last});
+            PlaceText(*item, {first, std::max(after, first + 1) - 1, columns.first, columns.last});
         }
     }
     return std::max(rows.back(), row + 1);
 }
 
-std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t row, bool top) {
+std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t row, bool isTopLevel) {
     if (!IsText(item)) {
         Mark(item, row, ColumnsAt(x + Left(item), x + Right(item)).first);
     }
@@ -220,9 +224,9 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
         case InstanceKind::Image:
             return PlaceImage(item, x, row);
         case InstanceKind::Container:
-            return std::max(Place(item.children, x + item.x, row, top), row + 1);
+            return std::max(Place(item.children, x + item.x, row, isTopLevel), row + 1);
         case InstanceKind::Table:
-            return item.table ? PlaceTable(item, x + item.x, row, top) : row;
+            return item.table ? PlaceTable(item, x + item.x, row, isTopLevel) : row;
         case InstanceKind::Drawing:
             break;
     }
