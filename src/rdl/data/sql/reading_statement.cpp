@@ -25,10 +25,6 @@ struct Token {
     throw Error("a report only reads: " + why);
 }
 
-bool IsOneOf(std::string_view word, std::initializer_list<std::string_view> words) {
-    return std::find(words.begin(), words.end(), word) != words.end();
-}
-
 // A statement without its comments. Raises for what a server could read otherwise than it is read here.
 class Tokens {
  public:

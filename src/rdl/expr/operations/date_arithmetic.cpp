@@ -8,6 +8,10 @@
 
 namespace rdl::expr {
 
+Value DateOutOfRange() {
+    return Value::Error("A date lies outside the years 1 to 9999");
+}
+
 bool AddTicks(std::int64_t ticks, std::int64_t more, std::int64_t& result) {
     return !__builtin_add_overflow(ticks, more, &result) && result >= 0 && result <= MaxTicks;
 }

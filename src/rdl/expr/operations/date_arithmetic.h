@@ -9,6 +9,8 @@
 
 namespace rdl::expr {
 
+// Returns the error value for a date outside these years.
+Value DateOutOfRange();
 bool AddTicks(std::int64_t ticks, std::int64_t more, std::int64_t& result);
 // Adds `count` units of `ticksEach` ticks. A fractional `count` gives the nearest tick.
 bool AddUnits(std::int64_t ticks, double count, std::int64_t ticksEach, std::int64_t& result);
