@@ -14,7 +14,7 @@
 #include "platform/sqlite/connection_string.h"
 #include "platform/sqlite/dialect.h"
 #include "platform/sqlite/failure.h"
-#include "platform/sqlite/functions.h"
+#include "platform/sqlite/sql_functions.h"
 
 namespace {
 

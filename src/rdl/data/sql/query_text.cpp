@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "rdl/data/common/message.h"
-#include "rdl/data/sql/sql_scanner.h"
+#include "rdl/data/sql/scanner.h"
 #include "rdl/format/format.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "rdl/data/common/message.h"
-#include "rdl/data/sql/sql_scanner.h"
+#include "rdl/data/sql/scanner.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 

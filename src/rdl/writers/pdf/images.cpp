@@ -6,7 +6,7 @@
 #include <QImage>
 #include <optional>
 
-#include "rdl/image/image_decoder.h"
+#include "rdl/image/decoder.h"
 #include "rdl/values/error.h"
 
 namespace rdl::writers {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "rdl/image/image_decoder.h"
+#include "rdl/image/decoder.h"
 #include "rdl/layout/model/image_size.h"
 #include "rdl/values/ascii.h"
 #include "rdl/writers/common/content.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/sqlite/functions.h"
+#include "platform/sqlite/sql_functions.h"
 
 #include <sqlite3.h>
 
