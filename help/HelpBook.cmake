@@ -64,7 +64,7 @@ function(oxc_help_index contents pages result)
     set(${result} "${text}" PARENT_SCOPE)
 endfunction()
 
-# Writes a file only when it changes, so that the book is not made anew for nothing.
+# Writes a file only when it changes, so that the book is not made again for nothing.
 function(oxc_help_write file text)
     file(CONFIGURE OUTPUT "${file}" CONTENT "${text}" @ONLY)
 endfunction()

@@ -59,15 +59,15 @@ bool frmDesk::RunCommand(int command) {
             return true;
         case 2:  // "New Folder"
             return NewFolder();
-        case 3:  // "New Report"
+        case NewReportCommand:
             frmAddReport::Instance().ShowForm();
             return true;
-        case 4:  // "New Package"
+        case NewPackageCommand:
             frmWiz::Instance().ShowForm();
             return true;
-        case 6:  // "Preview"
+        case PreviewCommand:
             return Preview();
-        case 7:  // "Delete"
+        case DeleteCommand:
             return Delete();
         case 9:  // "History"
             Global::Frame->ClickEntry("mnuView");

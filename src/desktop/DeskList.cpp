@@ -79,7 +79,7 @@ void frmDesk::lsvDesk_DblClick() {
                 OpenFolder(item);
                 break;
             case desk::ScheduleItem:
-                ComAction(4);  // sic: "New Package"
+                ComAction(NewPackageCommand);  // sic
                 break;
             case desk::PackageItem:
                 OpenPackageWindow(item);

@@ -54,11 +54,11 @@ void mnuRename_Click() {
 }
 
 void mnuDeskDelfld_Click() {
-    ActiveDeskForm().ComAction(7);  // "Delete"
+    ActiveDeskForm().ComAction(DeleteCommand);
 }
 
 void mnuDeskDel_Click() {
-    ActiveDeskForm().ComAction(5);  // sic: no command has this number
+    ActiveDeskForm().ComAction(SeparatorCommand);  // sic: nothing happens
 }
 
 void mnuDeskProp_Click() {

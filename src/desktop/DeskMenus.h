@@ -5,8 +5,7 @@
 #include <optional>
 #include <string>
 
-// Whether there is the Desktop window, or the item selected in it, that an entry of a menu acts on. Without
-// it all that the entry could do is to end in an error. Nothing for an entry that acts on neither.
+// Returns whether the window or item that the entry needs exists; nullopt if it needs neither.
 std::optional<bool> HasWhatItActsOn(const std::string& entry);
 
 void mnuDeskNew_Click();     // an item for a folder, on the screen only

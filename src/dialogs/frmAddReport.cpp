@@ -433,6 +433,5 @@ void frmAddReport::txtSelForm_LostFocus() {
 }
 
 void mnuAdd_Click() {
-    constexpr int NewReport = 3;
-    Global::ActiveDesk().ComAction(NewReport);
+    Global::ActiveDesk().ComAction(NewReportCommand);
 }

@@ -5,12 +5,6 @@
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 
-namespace {
-
-constexpr int ViewCommand = 6;
-
-}  // namespace
-
 void mnubtcRun_Click() {
     const DeskWindow& desk = Global::ActiveDesk();
     const std::string detailID = cmFunc::GetDelimitedField(desk.SelectedKey(), 1, ":");
@@ -19,5 +13,5 @@ void mnubtcRun_Click() {
 }
 
 void mnuDeskView_Click() {
-    Global::ActiveDesk().ComAction(ViewCommand);
+    Global::ActiveDesk().ComAction(PreviewCommand);
 }

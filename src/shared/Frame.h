@@ -31,6 +31,11 @@ class MainFrame {
     virtual void PopupMenu(const std::string& menu, int x, int y) = 0;  // in pixels of the screen
 };
 
+// Commands of a Desktop window that code runs: the number of a toolbar button plus 1. SeparatorCommand does
+// nothing.
+inline constexpr int NewReportCommand = 3, NewPackageCommand = 4, SeparatorCommand = 5, PreviewCommand = 6,
+                     DeleteCommand = 7;
+
 // A Desktop window.
 class DeskWindow {
  public:

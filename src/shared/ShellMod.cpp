@@ -48,7 +48,7 @@ const char* FailureText(int code) {
         case 32:
             return "The specified dynamic-link library was not found.";
         default:
-            return "An error occurred occurred whilst trying to open or print the selected file.";
+            return "An error occurred occurred whilst trying to open or print the selected file.";  // sic
     }
 }
 

@@ -140,7 +140,7 @@ class EditorTest(CourierTest):
         (self.courier.folder / "config").mkdir()
 
     def open_editor(self):
-        """Starts it and waits for its main window behind the splash. Returns the window."""
+        """Starts it and waits for its main window after the splash. Returns the window."""
         self.courier.start(arguments=())
         self.courier.wait(self.main_windows, what="main window")
         window = self.main_windows()[0]

@@ -84,7 +84,7 @@ class Courier:
         return self.process
 
     def start_ticking(self):
-        """A scheduler that is behind its start-up, where a failed package would have ended all polling."""
+        """A scheduler past its start-up, where a failed package would have ended all polling."""
         self.start()
         # The first poll may be that of the start-up; rows inserted after it wait for a tick.
         for _ in range(2):
@@ -204,7 +204,7 @@ class Courier:
         self.stop()
 
     def run_until_package_history(self, count=1, seconds=60):
-        """A row is written last of all: what it tells of is there by then, but for the alert of a failure."""
+        """A row is written last of all: what it describes is there by then, but for the alert of a failure."""
         self.start()
         self.wait(lambda: len(self.package_history()) >= count, seconds, "%d history rows of packages" % count)
         self.stop()

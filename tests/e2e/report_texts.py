@@ -16,7 +16,7 @@ def squeezed(text):
 
 
 def pdf_pages(path):
-    """The text of each page, a cell's lines behind each other."""
+    """The text of each page, a cell's lines one after another."""
     text = subprocess.run(["pdftotext", "-raw", str(path), "-"], check=True, capture_output=True).stdout.decode()
     return text.split("\f")[:-1]
 

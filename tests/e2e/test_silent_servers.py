@@ -74,8 +74,8 @@ class FallsSilent:
 
 STAGES = {
     "at once": (None, 0),
-    "behind the logon": (rb"transaction", 0),
-    "behind the question": (rb"hush", 0),
+    "after the logon": (rb"transaction", 0),
+    "after the question": (rb"hush", 0),
     "within the rows": (rb"hush", 100000),
 }
 LATE = "the query took longer than %d seconds and was given up\n" % SECONDS
@@ -100,7 +100,7 @@ class SilentServers(CourierTest):
         self.assertLess(seconds, LONGEST)
         self.assertEqual(done.stderr.count("\n"), 1, done.stderr)
         self.assertIn('Data set "Titles", data source "Books": ', done.stderr)
-        if stage in ("behind the question", "within the rows"):
+        if stage in ("after the question", "within the rows"):
             self.assertTrue(done.stderr.endswith('data source "Books": ' + LATE), done.stderr)
         else:
             self.assertRegex(done.stderr, "cannot be reached or has no such database: |does not answer any more\n")

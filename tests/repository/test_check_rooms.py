@@ -11,11 +11,11 @@ SOURCES = pathlib.Path(os.environ["OXC_SOURCES"])
 
 
 class CheckRooms(unittest.TestCase):
-    def check(self, files, rooms="low\nlow/inner\nhigh\n"):
+    def check(self, files, rooms="low\nlow/inner\nhigh\n", folders=("low/inner", "high")):
         with tempfile.TemporaryDirectory() as folder:
             root = pathlib.Path(folder)
             (root / "rooms.txt").write_text(rooms)
-            for name in ("low/inner", "high"):
+            for name in folders:
                 (root / name).mkdir(parents=True)
             for name, text in files.items():
                 (root / name).parent.mkdir(parents=True, exist_ok=True)
@@ -31,7 +31,30 @@ class CheckRooms(unittest.TestCase):
     def test_an_include_of_a_higher_room_is_named(self):
         files = {"low/a.h": '#include "high/c.h"\n', "high/c.h": ""}
         self.assertEqual(self.check(files),
-                         (1, "low/a.h: includes high/c.h, which is above it: low is below high\n"))
+                         (1, "low/a.h: includes high/c.h, but low is earlier in the list than high\n"))
+
+    def test_an_include_in_angle_brackets_counts(self):
+        files = {"low/a.h": "#include <high/c.h>\n", "high/c.h": "", "low/vector": "", "low/b.h": "#include <vector>\n"}
+        self.assertEqual(self.check(files),
+                         (1, "low/a.h: includes high/c.h, but low is earlier in the list than high\n"))
+
+    def check_engine(self, files):
+        rooms = ("rdl/values", "rdl/api", "rdl/engine", "platform/reports", "platform/contracts", "app", "tools")
+        headers = {"rdl/values/value.h": "", "rdl/api/report.h": '#include "rdl/values/value.h"\n',
+                   "rdl/engine/run.h": '#include "rdl/api/report.h"\n'}
+        return self.check({**headers, **files}, "\n".join(rooms) + "\n", rooms)
+
+    def test_programs_include_the_interface_of_the_engine_and_nothing_else(self):
+        self.assertEqual(self.check_engine({"app/a.cpp": '#include "rdl/api/report.h"\n'}), (0, ""))
+        for name in ("rdl/values/value.h", "rdl/engine/run.h"):
+            self.assertEqual(self.check_engine({"app/a.cpp": f"#include <{name}>\n"}),
+                             (1, f"app/a.cpp: includes {name}, which is no interface of the engine\n"))
+
+    def test_adapters_and_tools_include_the_values_of_the_engine_too(self):
+        for folder in ("platform/reports", "platform/contracts", "tools"):
+            include = f"{folder}/a.cpp", '#include "rdl/values/value.h"\n'
+            self.assertEqual(self.check_engine(dict([include])), (0, ""))
+            self.assertEqual(self.check_engine({f"{folder}/a.cpp": '#include "rdl/engine/run.h"\n'})[0], 1)
 
     def test_a_folder_that_is_not_listed_belongs_to_the_one_around_it(self):
         files = {"low/deep/a.h": '#include "high/c.h"\n', "high/c.h": ""}

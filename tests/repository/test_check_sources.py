@@ -53,8 +53,9 @@ class CheckSources(unittest.TestCase):
     def test_what_no_region_changes_passes(self):
         self.assertEqual(self.check(ALLOWED), (0, ""))
 
-    def check_tree(self, files):
-        """Runs a copy of the check over a project that holds `files` and nothing else."""
+    def check_tree(self, files, scripts=()):
+        """Runs a copy of the check over a project that holds `files`, those of `scripts` executable, and nothing
+        else."""
         with tempfile.TemporaryDirectory() as folder:
             root = pathlib.Path(folder)
             for name in ("src", "tests", "bench", "assets", "samples", "docs", "help", "packaging", "cmake"):
@@ -63,12 +64,34 @@ class CheckSources(unittest.TestCase):
             for name, text in files.items():
                 (root / name).parent.mkdir(parents=True, exist_ok=True)
                 (root / name).write_text(text)
+                (root / name).chmod(0o755 if name in scripts else 0o644)
             done = subprocess.run([root / "tests" / "check_sources"], capture_output=True, text=True)
             return done.returncode, done.stdout
 
     def test_a_file_without_its_licence_is_named(self):
         self.assertEqual(self.check_tree({"src/a.cpp": "int one;\n", "docs/b.py": "#!/bin/x\n" + LICENCE}),
                          (1, "src/a.cpp: has no line SPDX-License-Identifier at its start\n"))
+
+    def test_forms_templates_and_scripts_need_it_as_well(self):
+        names = ["src/a.ui", "src/b.h.in", "src/c.sql", "tests/d.sh", "help/e.css", "tests/f", ".ci/run",
+                 "CMakeLists.txt", "run", "test"]
+        scripts = {"tests/f", ".ci/run", "run", "test"}
+        code, said = self.check_tree({name: "text\n" for name in names}, scripts)
+        self.assertEqual(code, 1)
+        self.assertEqual(sorted(said.splitlines()),
+                         sorted(f"{name}: has no line SPDX-License-Identifier at its start" for name in names))
+        form = '<?xml version="1.0"?>\n<!-- SPDX-License-Identifier: GPL-3.0-or-later -->\n'
+        self.assertEqual(self.check_tree({name: form for name in names}, scripts), (0, ""))
+
+    def test_data_without_a_suffix_needs_none(self):
+        self.assertEqual(self.check_tree({"tests/corpus/one": "text\n"}), (0, ""))
+
+    def test_a_test_in_a_comment_or_under_a_similar_name_is_not_built(self):
+        files = {"tests/x/a_test.cpp": LICENCE, "tests/x/b_test.cpp": LICENCE,
+                 "tests/x/CMakeLists.txt": LICENCE + "oxc_test(x SOURCES\n    # a_test.cpp\n    b_test_cpp)\n"}
+        said = self.check_tree(files)[1]
+        for name in ("a_test.cpp", "b_test.cpp"):
+            self.assertIn(f"tests/x/{name}: is in no list of tests/x/CMakeLists.txt, so nothing builds it\n", said)
 
     def test_a_test_that_nothing_builds_is_named(self):
         files = {"tests/x/a_test.cpp": LICENCE, "tests/x/b_a_test.cpp": LICENCE,

@@ -304,7 +304,9 @@ class FakeReport : public report::Report {
         }
         return m_fields[static_cast<std::size_t>(n) - 1];
     }
-    void SetRunSwitches(bool first, bool second) override { Note("switches " + Flags({first, second})); }
+    void SetRunSwitches(bool prompts, bool progress) override {
+        Note("switches " + Flags({prompts, progress}));
+    }
     std::string RecordSelectionFormula() const override { return m_spec.formula; }
     void SetRecordSelectionFormula(const std::string& text) override { Note("formula " + text); }
     std::string Title() const override { return m_spec.title; }
@@ -325,10 +327,14 @@ class FakeReport : public report::Report {
     void SetMail(const std::string& to, const std::string& subject, const std::string& message) override {
         Note("mail [" + to + "][" + subject + "][" + message + "]");
     }
-    void SetExcelOptions(bool a, bool b, bool c, bool d, int e) override {
-        Note("excel " + Flags({a, b, c, d}) + " " + std::to_string(e));
+    void SetExcelOptions(bool keepsTypes, bool pageHeaders, bool pageBreaks, bool gridlines,
+                         int baseArea) override {
+        Note("excel " + Flags({keepsTypes, pageHeaders, pageBreaks, gridlines}) + " " +
+             std::to_string(baseArea));
     }
-    void SetHtmlOptions(bool a, bool b) override { Note("html " + Flags({a, b})); }
+    void SetHtmlOptions(bool firstSwitch, bool secondSwitch) override {
+        Note("html " + Flags({firstSwitch, secondSwitch}));
+    }
     void Export(bool prompt) override {
         Note(std::string("export ") + (prompt ? "True" : "False"));
         if (m_spec.exportError) {

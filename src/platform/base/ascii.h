@@ -26,6 +26,14 @@ constexpr bool IsAsciiLetterOrDigit(char c) {
     return IsAsciiLetter(c) || IsAsciiDigit(c);
 }
 
+inline constexpr std::string_view HexDigits = "0123456789ABCDEF", SmallHexDigits = "0123456789abcdef";
+
+// Appends the two hexadecimal digits of a byte.
+inline void AppendHexByte(unsigned char byte, std::string& text, std::string_view digits = HexDigits) {
+    text += digits[byte >> 4U];
+    text += digits[byte & 15U];
+}
+
 // Returns true for a character of atext (RFC 5322, section 3.2.3), which names and addresses may hold
 // unquoted.
 constexpr bool IsAtomCharacter(char c) {

@@ -91,7 +91,7 @@ class Reader {
         if (!date) {
             return std::nullopt;
         }
-        const std::size_t behindDate = m_at;
+        const std::size_t afterDate = m_at;
         SkipBlanks();
         if (AtEnd()) {
             return date;
@@ -99,7 +99,7 @@ class Reader {
         if (m_text[m_at] == ',') {
             ++m_at;
             SkipBlanks();
-        } else if (m_at == behindDate) {
+        } else if (m_at == afterDate) {
             return std::nullopt;
         }
         const auto time = Whole(&Reader::Time);

@@ -56,7 +56,7 @@ class Report {
     virtual ParameterField& Parameter(int n) = 0;  // from 1; raises 9 "Subscript out of range"
 
     // Two switches for prompts and progress. Every runner passes false; an engine may ignore them.
-    virtual void SetRunSwitches(bool first, bool second) = 0;
+    virtual void SetRunSwitches(bool prompts, bool progress) = 0;
     virtual std::string RecordSelectionFormula() const = 0;
     virtual void SetRecordSelectionFormula(const std::string& text) = 0;  // is checked when the report runs
     virtual std::string Title() const = 0;
@@ -72,11 +72,13 @@ class Report {
     // For DestinationMail: the engine mails the export itself; the report's title names the attachment.
     virtual void SetMail(const std::string& toList, const std::string& subject,
                          const std::string& message) = 0;
-    // For Excel, in this order: fields keep their types and widths, page headers, page breaks, gridlines,
-    // base area.
-    virtual void SetExcelOptions(bool o1, bool o2, bool o3, bool o4, int o5) = 0;
-    // Two switches for HTML that an engine may ignore.
-    virtual void SetHtmlOptions(bool o1, bool o2) = 0;
+    // For Excel. `keepsTypes`: fields keep their types and widths. `baseArea` is a code. An engine may ignore
+    // all of them.
+    virtual void SetExcelOptions(bool keepsTypes, bool pageHeaders, bool pageBreaks, bool gridlines,
+                                 int baseArea) = 0;
+    // Two switches for HTML, without a meaning of their own here. Every runner passes false; an engine may
+    // ignore them.
+    virtual void SetHtmlOptions(bool firstSwitch, bool secondSwitch) = 0;
     // Runs the report and writes or mails it; returns when this is done. A file appears complete or not at
     // all. `prompt` would ask for the options on the screen; every runner passes false.
     virtual void Export(bool prompt) = 0;

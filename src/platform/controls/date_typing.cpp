@@ -49,7 +49,7 @@ bool DTPicker::BeginsWithAYear() const {
            std::all_of(text.begin(), text.end(), IsDigit);
 }
 
-// What was typed so far is the year's and not that of the parts that it went to.
+// Assigns the digits typed so far to the year instead of day and month.
 void DTPicker::TakeYearFirst() {
     m_run->yearFirst = true;
     m_run->handedOn = m_run->complete = false;

@@ -42,8 +42,8 @@ void MaskEdBox::PromptChar(const QString& prompt) {
 
 void MaskEdBox::UseMask() {
     QString mask;
-    for (const QChar letter : m_mask) {
-        mask += letter == DigitPlace ? QString("9") : QString("\\") + letter;
+    for (const QChar character : m_mask) {
+        mask += character == DigitPlace ? QString("9") : QString("\\") + character;
     }
     setInputMask(mask + ";" + m_prompt);
 }

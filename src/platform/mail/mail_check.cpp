@@ -23,7 +23,7 @@ Advice AdviceOnServer(std::int32_t number, const MailProfile& profile) {
         case ErrLoginRefused:
             return profile.user.empty()
                        ? Advice{{"User"}, "The server wants a login: give User and a password."}
-                       : Advice{{"User", "Password"}, "Give the user name and the password anew."};
+                       : Advice{{"User", "Password"}, "Give the user name and the password again."};
         case ErrNotSecure:
             return {{"Security", "CAFile"},
                     "Ask who runs the server which encryption it offers (starttls or tls, and the port), and "

@@ -9,9 +9,9 @@ namespace {
 // Returns the text without accents and case, so that "munoz" finds "Muñoz".
 QString Folded(const QString& text) {
     QString folded;
-    for (const QChar letter : text.normalized(QString::NormalizationForm_KD)) {
-        if (letter.category() != QChar::Mark_NonSpacing) {
-            folded += letter;
+    for (const QChar character : text.normalized(QString::NormalizationForm_KD)) {
+        if (character.category() != QChar::Mark_NonSpacing) {
+            folded += character;
         }
     }
     return folded.toCaseFolded();

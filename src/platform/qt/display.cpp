@@ -66,7 +66,7 @@ std::vector<std::string> OffscreenEnvironment() {
     return pairs;
 }
 
-// The call into the display's library cannot be ended, so the process takes up the same program anew.
+// The call into the display's library cannot be ended, so the process starts the same program again.
 void BeginAgainOffscreen() {
     std::vector<std::string> pairs = OffscreenEnvironment();
     std::vector<char*> environment;

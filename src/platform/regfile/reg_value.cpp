@@ -39,8 +39,8 @@ std::string BytesOfNumber(std::uint32_t number) {
 
 std::optional<std::string> ReadHexBytes(std::string_view text) {
     std::string digits(text);
-    std::erase_if(digits, [](char letter) {
-        return std::string_view(" \t\r\n\v\f\\").find(letter) != std::string_view::npos;
+    std::erase_if(digits, [](char character) {
+        return std::string_view(" \t\r\n\v\f\\").find(character) != std::string_view::npos;
     });
     std::string bytes;
     for (std::string_view rest = digits; !rest.empty();) {
@@ -108,7 +108,7 @@ std::string WriteRegValue(const RegValue& value) {
     if (value.type == TextType) {
         const std::string text = value.bytes.substr(0, value.bytes.find('\0'));
         const bool isOneLine =
-            std::none_of(text.begin(), text.end(), [](unsigned char letter) { return letter < ' '; });
+            std::none_of(text.begin(), text.end(), [](unsigned char character) { return character < ' '; });
         return isOneLine ? QuoteReg(text) : "hex(1):" + HexText(Utf16OfUtf8(text + '\0'));
     }
     if (value.type == NumberType && value.bytes.size() == 4) {
@@ -127,11 +127,11 @@ std::string WriteRegValue(const RegValue& value) {
 
 std::string QuoteReg(std::string_view text) {
     std::string quoted = "\"";
-    for (const char letter : text) {
-        if (letter == '\\' || letter == '"') {
+    for (const char character : text) {
+        if (character == '\\' || character == '"') {
             quoted += '\\';
         }
-        quoted += letter;
+        quoted += character;
     }
     return quoted + '"';
 }

@@ -32,7 +32,7 @@ constexpr std::string_view AutostartKey =
 constexpr std::string_view AutostartName = "OXC";
 
 bool IsOneLine(std::string_view text) {
-    return std::none_of(text.begin(), text.end(), [](unsigned char letter) { return letter < ' '; });
+    return std::none_of(text.begin(), text.end(), [](unsigned char character) { return character < ' '; });
 }
 
 // Returns the key with its root and without a backslash at its end. Returns an empty text for an unknown root

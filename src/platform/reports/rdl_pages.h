@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Adapts the pages of an RDL report to the contract report::PageView.
+// Adapts the pages of an RDL report to the contract report::PageView: lengths in points, pages from 1. Raises
+// RuntimeError: 9 for a page that is not made, else the number of the stage at which the engine failed.
 #pragma once
 
 #include <memory>

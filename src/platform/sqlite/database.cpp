@@ -14,7 +14,7 @@
 #include "platform/sqlite/connection_string.h"
 #include "platform/sqlite/dialect.h"
 #include "platform/sqlite/failure.h"
-#include "platform/sqlite/functions.h"
+#include "platform/sqlite/sql_functions.h"
 
 namespace {
 
@@ -227,7 +227,7 @@ Statement::Statement(Database& database, const std::string& text) : m_database(d
         RaiseSyntaxError("it is empty");
     }
     if (!IsBlankStatement(tail)) {
-        RaiseSyntaxError("there is more behind its end");
+        RaiseSyntaxError("there is more after its end");
     }
     if (sqlite3_bind_parameter_count(Handle()) > 0) {
         throw RuntimeError(err::DataColumnMissing, "No value given for one or more required parameters");

@@ -27,7 +27,7 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent), m_words(new QLineEdit(this)
     previous->setToolTip(tr("Before this place (Shift+F3)"));
     auto* next = new QPushButton(tr("Ne&xt"), this);
     next->setObjectName("cmdFindNext");
-    next->setToolTip(tr("Behind this place (F3)"));
+    next->setToolTip(tr("After this place (F3)"));
     auto* close = new QToolButton(this);
     close->setObjectName("cmdFindClose");
     close->setAutoRaise(true);

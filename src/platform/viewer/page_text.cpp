@@ -37,10 +37,10 @@ PageText::PageText(const std::vector<report::Character>& characters) {
 }
 
 int PageText::LetterOf(qsizetype position) const {
-    const auto behind =
+    const auto after =
         std::upper_bound(m_characters.begin(), m_characters.end(), position,
                          [](qsizetype at, const Character& character) { return at < character.begin; });
-    return static_cast<int>(behind - m_characters.begin()) - 1;
+    return static_cast<int>(after - m_characters.begin()) - 1;
 }
 
 std::vector<LetterRange> PageText::Find(const QString& words) const {
@@ -63,8 +63,8 @@ QString PageText::Text(const LetterRange& range) const {
         const bool isLast = i + 1 == Count();
         const Character* next = isLast ? nullptr : &m_characters[static_cast<std::size_t>(i) + 1];
         const bool endsLine = isLast || next->line != character.line;
-        const qsizetype behind = isLast ? m_text.size() : next->begin;
-        text += QStringView(m_text).mid(character.begin, behind - character.begin - (endsLine ? 1 : 0));
+        const qsizetype after = isLast ? m_text.size() : next->begin;
+        text += QStringView(m_text).mid(character.begin, after - character.begin - (endsLine ? 1 : 0));
         if (endsLine && i + 1 < end) {
             text += '\n';
         }
@@ -96,8 +96,8 @@ int PageText::PlaceAt(QPointF point) const {
     if (nearest == m_characters.end()) {
         return 0;
     }
-    const bool behind = point.x() > nearest->area.center().x();
-    return static_cast<int>(nearest - m_characters.begin()) + (behind ? 1 : 0);
+    const bool after = point.x() > nearest->area.center().x();
+    return static_cast<int>(nearest - m_characters.begin()) + (after ? 1 : 0);
 }
 
 bool PageText::IsOnText(QPointF point) const {

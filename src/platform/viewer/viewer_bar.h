@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The buttons above the pages.
+// The buttons above the pages. Page numbers count from 1; a zoom is in percent, 100 for the size on paper.
 #pragma once
 
 #include <QToolBar>
@@ -23,6 +23,7 @@ class ViewerBar : public QToolBar {
     void SetHasPages(bool has);
     // Shows "n of N", or "n of N+" while more pages are made.
     void ShowPage(int page, int count, bool complete);
+    // `mode` presses the button that fits the page or its width.
     void ShowZoom(double percent, ZoomMode mode);
     void SetHasMap(bool has);
     void ShowMapState(bool shown);

@@ -166,7 +166,7 @@ std::unique_ptr<Cursor> OpenCursor(const LoadRequest& request, const DataSet& da
     if (dataSet.hasInlineRows) {
         return InlineRows(dataSet);
     }
-    // Who gives another data source wants its rows.
+    // An override replaces the inline rows.
     const bool isReplaced = source && dataSet.commandText.IsSet() && request.overrides.contains(source->name);
     if (!dataSet.rowsFile.empty() && !isReplaced) {
         return OpenXmlRows(ResolveDataPath(dataSet.rowsFile, request.SearchFolders()));

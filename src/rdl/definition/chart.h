@@ -57,6 +57,11 @@ struct ChartSeries {  // as defined; grouping creates several series from it
     Expr pieLabels, doughnutRadius;  // Inside, Outside, Disabled; percent
 };
 
+// Whether the series is drawn as a circle instead of along axes.
+inline bool IsRound(const ChartSeries& series) {
+    return series.kind == ChartKind::Pie || series.kind == ChartKind::Doughnut;
+}
+
 struct ChartLines {  // grid lines or tick marks
     Expr enabled, interval;
     std::string type;  // of tick marks: None, Inside, Outside, Cross

@@ -58,10 +58,6 @@ constexpr Type Types[] = {
     {"Range", "Bar", ChartKind::Bar, None, Straight, false, false, true},
 };
 
-bool IsRound(const ChartSeries& series) {
-    return series.kind == ChartKind::Pie || series.kind == ChartKind::Doughnut;
-}
-
 // One area has one system of coordinates.
 void CheckMixture(Context& context, const XmlElement& element, const std::string& where, const Chart& chart) {
     for (const ChartSeries& one : chart.series) {

@@ -139,7 +139,7 @@ class OlderReader {
         area.valueAxes.push_back(Axis("ValueAxis"));
     }
 
-    // Here what is not said is not shown.
+    // In the older schemas an axis that is absent, or has no Visible, is hidden.
     ChartAxis Axis(std::string_view name) {
         ChartAxis axis;
         const XmlElement* element = m_element.Find({name, "Axis"});

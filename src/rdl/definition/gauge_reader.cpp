@@ -186,7 +186,7 @@ class GaugeReader {
             }
             if (!known) {
                 m_context.Fail(*formula, place + ", Formula",
-                               "the formula \"" + word + "\" cannot be worked out");
+                               "the formula \"" + word + "\" cannot be computed");
             }
         }
         return number;

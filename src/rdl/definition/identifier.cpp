@@ -12,7 +12,7 @@ namespace {
 
 constexpr qsizetype LongestShown = 60;
 
-bool IsLetter(char32_t character) {
+bool MayBeginName(char32_t character) {
     switch (QChar::category(character)) {
         case QChar::Letter_Uppercase:
         case QChar::Letter_Lowercase:
@@ -26,7 +26,7 @@ bool IsLetter(char32_t character) {
     }
 }
 
-bool IsMark(char32_t character) {
+bool MayContinueName(char32_t character) {
     switch (QChar::category(character)) {
         case QChar::Number_DecimalDigit:
         case QChar::Punctuation_Connector:
@@ -43,7 +43,7 @@ bool IsMark(char32_t character) {
 bool IsIdentifier(std::string_view name) {
     bool isFirst = true;
     for (const uint character : QString::fromUtf8(name).toUcs4()) {
-        if (!IsLetter(character) && (isFirst || !IsMark(character))) {
+        if (!MayBeginName(character) && (isFirst || !MayContinueName(character))) {
             return false;
         }
         isFirst = false;

@@ -22,6 +22,7 @@ std::vector<Value> PiecesOf(const ReportParameter& definition, const Value& valu
     while (true) {
         const std::size_t end = rest.find_first_of(separators);
         std::string_view piece = rest.substr(0, end);
+        // A tab may be part of a value; Trimmed would remove it.
         piece.remove_prefix(std::min(piece.find_first_not_of(" \r"), piece.size()));
         piece = piece.substr(0, piece.find_last_not_of(" \r") + 1);
         if (!piece.empty()) {

@@ -38,7 +38,7 @@ std::size_t LiteralLength(std::string_view text, std::size_t i, std::size_t& fro
     return 0;
 }
 
-// Length of E0, E+00, e-000; 0 when the letter is only a letter.
+// Returns the length of an exponent such as E0, E+00 or e-000; 0 if the E is literal text.
 std::size_t ExponentLength(std::string_view text, std::size_t i) {
     if (text[i] != 'E' && text[i] != 'e') {
         return 0;

@@ -49,7 +49,11 @@ DateTimeParts SplitTicks(std::int64_t ticks);
 // Out-of-range parts carry over (month 14 is February of the next year, day 0 the last day of the previous
 // month). A result outside the calendar is clamped to its first or last moment.
 std::int64_t MakeTicks(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
+// Returns 28 to 31; 0 if `month` is not 1 to 12.
 int DaysInMonth(int year, int month);
+
+// If a parser below returns false, its result has no meaning.
+
 // Parses a date, a time or both: ISO 8601 or the culture's own order. Returns false for any other text. A
 // time alone is on the first day of the calendar; a zone is skipped and the clock time kept; two-digit years
 // up to 29 belong to this century.

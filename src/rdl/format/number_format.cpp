@@ -169,7 +169,7 @@ bool AppendHexadecimal(const Value& value, const StandardFormat& format, std::st
     if (whole < 0 && whole >= std::numeric_limits<std::int32_t>::min()) {
         bits &= 0xFFFFFFFFu;  // integers of the report language have 32 bits
     }
-    const char* digits = format.letter == 'x' ? "0123456789abcdef" : "0123456789ABCDEF";
+    const std::string_view digits = format.letter == 'x' ? SmallHexDigits : HexDigits;
     char buffer[16];
     int count = 0;
     do {

@@ -343,7 +343,7 @@ NodePtr Parser::Call(const Token& name) {
             }
         }
         if (FindPeriod(name.text)) {
-            FailAt(name.position, "\"" + name.text + "\" can only stand behind in");
+            FailAt(name.position, "\"" + name.text + "\" can only stand after in");
         }
         FailAt(name.position, "\"" + name.text + "\" is not known");
     }

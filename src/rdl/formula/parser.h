@@ -15,8 +15,10 @@ namespace rdl::formula {
 class Parser {
  public:
     explicit Parser(std::string_view text);
-    // Parses the whole text. Raises rdl::Error with the position. Call this once.
+    // Parses the whole text and returns its tree, which the caller owns. Raises rdl::Error with the position,
+    // also if the text is nested too deeply. Call this once.
     NodePtr Run();
+    // What the text names, each once. The nodes of the tree refer to these by index.
     std::vector<FieldName> fields;
     std::vector<ParameterName> parameters;
 

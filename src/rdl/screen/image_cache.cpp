@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "rdl/image/image_decoder.h"
+#include "rdl/image/decoder.h"
 
 namespace rdl::screen {
 

@@ -52,8 +52,8 @@ Piece PieceOf(const layout::Page& page, const layout::TextOp& op) {
     Piece piece{op.baseline, size, op.x, op.x + along, op.rotation != 0, {}};
     const std::uint32_t length = op.textEnd - op.textBegin;
     for (auto at = clusters.begin(); at != clusters.end(); ++at) {
-        const auto behind = std::next(at);
-        const std::uint32_t end = behind == clusters.end() ? length : std::min(behind->first, length);
+        const auto after = std::next(at);
+        const std::uint32_t end = after == clusters.end() ? length : std::min(after->first, length);
         if (at->first < end) {
             piece.characters.push_back(
                 {page.text.substr(op.textBegin + at->first, end - at->first),

@@ -31,7 +31,7 @@ FontTable& Table() {
     return *table;
 }
 
-// Nothing when the file is no font after all, or none that a document may hold.
+// Returns nullopt if the file is not a font or may not be embedded.
 std::optional<FontId> Enter(FontFile file) {
     FontTable& table = Table();
     const auto same = std::find_if(table.faces.begin(), table.faces.end(),

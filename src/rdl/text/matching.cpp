@@ -83,8 +83,8 @@ FontFile Matching::FileOf(const _FcPattern* pattern) const {
     const int index = NumberOf(pattern, FC_INDEX);
     file.index = index & 0xFFFF;
     file.family = TextOf(pattern, FC_FAMILY);
-    // What fontconfig would have made bold or slanted it tells as such; so it does with an instance of a
-    // variable font (the upper half of the index), which the file's default of regular weight stands for.
+    // fontconfig flags synthetic bold and slant; a named instance of a variable font (the upper half of the
+    // index) counts as synthetic: the file's default has the regular weight.
     const bool madeBold = Is(pattern, FC_EMBOLDEN) || (index >> 16) != 0;
     FcMatrix* slant = nullptr;
     const bool madeItalic = FcPatternGetMatrix(pattern, FC_MATRIX, 0, &slant) == FcResultMatch;

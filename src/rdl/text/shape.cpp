@@ -27,7 +27,7 @@ bool IsSimple(std::string_view utf8) {
     return std::all_of(utf8.begin(), utf8.end(), [](char c) { return c >= ' ' && c < 0x7F; });
 }
 
-bool IsMark(char32_t character) {
+bool IsNonSpacingMark(char32_t character) {
     return hb_unicode_general_category(hb_unicode_funcs_get_default(), character) ==
            HB_UNICODE_GENERAL_CATEGORY_NON_SPACING_MARK;
 }
@@ -51,7 +51,7 @@ void MoveLetter(std::vector<Unit>& units, FontId font) {
         if (FaceOf(font).GlyphOf(units[first].character) == 0) {
             return;
         }
-    } while (first > least && IsMark(units[first].character));
+    } while (first > least && IsNonSpacingMark(units[first].character));
     for (std::size_t i = first; i < units.size(); ++i) {
         units[i].font = font;
     }
@@ -74,7 +74,7 @@ FontId ChooseFont(FontId font, char32_t character, std::vector<Unit>& before) {
         return last.font;
     }
     const FontId substitute = FontWith(font, character);
-    if (IsMark(character)) {
+    if (IsNonSpacingMark(character)) {
         MoveLetter(before, substitute);
     }
     return substitute;

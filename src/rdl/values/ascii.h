@@ -4,6 +4,7 @@
 #pragma once
 
 #include <algorithm>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -44,6 +45,31 @@ inline int HexDigitValue(char c) {
     return IsAsciiDigit(c) ? c - '0' : lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
+// The hexadecimal digits.
+inline constexpr std::string_view HexDigits = "0123456789ABCDEF", SmallHexDigits = "0123456789abcdef";
+
+// Appends the two hexadecimal digits of a byte.
+inline void AppendHexByte(char byte, std::string& out, std::string_view digits = HexDigits) {
+    const auto code = static_cast<unsigned char>(byte);
+    out += digits[code >> 4];
+    out += digits[code & 15];
+}
+
+// Returns the text with %XX in place of every byte that `isPlain` rejects.
+template <typename IsPlain>
+std::string PercentEncoded(std::string_view text, IsPlain isPlain, std::string_view digits = HexDigits) {
+    std::string encoded;
+    for (const char c : text) {
+        if (isPlain(c)) {
+            encoded += c;
+        } else {
+            encoded += '%';
+            AppendHexByte(c, encoded, digits);
+        }
+    }
+    return encoded;
+}
+
 // Whether the byte may be part of a name in reports and databases. Every byte of a non-ASCII character counts
 // as a letter.
 inline bool IsNameByte(char c) {
@@ -75,6 +101,11 @@ inline std::string_view Trimmed(std::string_view text) {
         text.remove_suffix(1);
     }
     return text;
+}
+
+// Whether the text is one of `texts`, byte for byte.
+inline bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> texts) {
+    return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
 inline bool EqualNoCase(std::string_view left, std::string_view right) {  // folds ASCII only

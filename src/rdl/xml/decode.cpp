@@ -76,7 +76,7 @@ void CheckCharacters(std::string_view text) {
     }
 }
 
-std::string_view WithoutMark(std::string_view text) {
+std::string_view WithoutByteOrderMark(std::string_view text) {
     constexpr std::string_view Mark = "\xEF\xBB\xBF";
     return text.starts_with(Mark) ? text.substr(Mark.size()) : text;
 }
@@ -112,7 +112,7 @@ std::string_view Utf8Of(std::string_view bytes, std::string& storage) {
         storage = Converted(bytes, decoder, Quoted(name));
         text = storage;
     }
-    text = WithoutMark(text);
+    text = WithoutByteOrderMark(text);
     CheckCharacters(text);
     return text;
 }

@@ -75,8 +75,9 @@ TEST(HostileText, DamagedProfilesGiveNoControlCharacters) {
         for (const char* key : {"From", "Key"}) {
             const std::string value =
                 ini.Find("Profile", key).value_or("") + ini.Find("Other", key).value_or("");
-            EXPECT_TRUE(std::none_of(value.begin(), value.end(),
-                                     [](char letter) { return static_cast<unsigned char>(letter) < ' '; }));
+            EXPECT_TRUE(std::none_of(value.begin(), value.end(), [](char character) {
+                return static_cast<unsigned char>(character) < ' ';
+            }));
         }
     }
 }

@@ -68,7 +68,7 @@ TEST_F(MailCheck, WrongPasswordNamesUserAndPassword) {
     const auto finding = CheckOne(At(server.Port(), "Security=none\nUser=ann\nPassword=wr0ng\n"));
     EXPECT_FALSE(finding.isFine);
     EXPECT_THAT(finding.text, StartsWith("User, Password: "));
-    EXPECT_THAT(finding.text, HasSubstr("Give the user name and the password anew."));
+    EXPECT_THAT(finding.text, HasSubstr("Give the user name and the password again."));
     EXPECT_THAT(finding.text, Not(HasSubstr("wr0ng")));
 }
 

@@ -228,7 +228,7 @@ TEST_F(MailContent, SubjectAndBodyOfAnyLanguageSurvive) {
     const ParsedMessage sent(bytes);
     EXPECT_EQ(sent.Subject(), "Umsätze für März – 売上");
     EXPECT_EQ(sent.Content(0), "Grüße\r\nZeile\r\ndrei – 売上\r\n");
-    EXPECT_TRUE(std::all_of(bytes.begin(), bytes.end(), [](char letter) { return letter >= 0; }));
+    EXPECT_TRUE(std::all_of(bytes.begin(), bytes.end(), [](char character) { return character >= 0; }));
 }
 
 TEST_F(MailContent, NoTextBreaksOutOfItsHeader) {

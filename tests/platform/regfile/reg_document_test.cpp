@@ -77,8 +77,8 @@ TEST(RegDocument, NewKeyStandsBehindABlankLine) {
 
 TEST(RegDocument, FileOfRegeditIsRead) {
     std::string withReturns;
-    for (const char letter : Sample) {
-        withReturns += letter == '\n' ? "\r\n"s : std::string(1, letter);
+    for (const char character : Sample) {
+        withReturns += character == '\n' ? "\r\n"s : std::string(1, character);
     }
     const RegDocument document("\xff\xfe" + Utf16OfUtf8(withReturns));
     EXPECT_FALSE(document.IsDamaged());

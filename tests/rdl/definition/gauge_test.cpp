@@ -83,7 +83,7 @@ TEST(GaugeDefinition, FormulaThatCannotBeWorkedOutIsNamed) {
     for (const char* formula : {"Percentile", "OpenClose", "RateOfChange", "Integral"}) {
         EXPECT_THAT(ErrorOf(Panel(PointerWith("<Formula>" + std::string(formula) + "</Formula>"))),
                     AllOf(HasSubstr("line 2"), HasSubstr("RadialPointer Needle, GaugeInputValue, Formula"),
-                          HasSubstr("the formula \"" + std::string(formula) + "\" cannot be worked out")));
+                          HasSubstr("the formula \"" + std::string(formula) + "\" cannot be computed")));
     }
     EXPECT_EQ(ErrorOf(Panel(PointerWith("<Formula>Average</Formula>"))), "");
 }

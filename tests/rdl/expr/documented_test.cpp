@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The guide to report files lists every name of the expressions and no other.
 #include <algorithm>
+#include <regex>
 
 #include "rdl/expr/fixture.h"
 #include "rdl/expr/language/names.h"
@@ -27,10 +28,11 @@ TEST(DocumentedNames, HaveTheArgumentsThatTheFunctionsTake) {
     }
 }
 
-// If has two rows, as it has two meanings; TypeOf is an operator.
+// If has two rows with different arguments, as it has two meanings; TypeOf is an operator.
 TEST(DocumentedNames, AreTheSpecialForms) {
-    std::set<std::string> listed;
+    std::set<std::string> listed, shown;
     for (const Signature& signature : GuideSignatures("forms")) {
+        AddOnce(shown, signature.shown);
         listed.insert(signature.name.substr(0, signature.name.find(' ')));
     }
     EXPECT_EQ(listed, NamesOf(SpecialForms));
@@ -79,25 +81,53 @@ TEST(DocumentedNames, AreTheConstants) {
     }
 }
 
-// A call of each plain function with as few and as many arguments as it takes compiles, and ends.
-TEST(DocumentedFunctions, TakeNothingAndErrorsWithoutHarm) {
+// A call as the language writes it, every argument the same. A member is called on the first one.
+std::string CallOf(const Signature& signature, const std::string& argument, int count) {
+    std::string source = "=" + signature.shown.substr(0, signature.shown.find('('));
+    int given = 0;
+    if (signature.name[0] == '.') {
+        source.insert(1, "(" + argument + ")");
+        ++given;
+    }
+    std::string list;
+    for (; given < count; ++given) {
+        list += (list.empty() ? "" : ", ") + argument;
+    }
+    return source + "(" + list + ")";
+}
+
+// Every call of the guide's functions with the argument, with as few and with more values than it must have.
+std::vector<std::pair<std::string, const FunctionInfo*>> CallsWith(const std::string& argument) {
+    std::vector<std::pair<std::string, const FunctionInfo*>> calls;
     for (const Signature& signature : GuideSignatures("functions")) {
         const FunctionInfo* info = FindFunction(signature.name);
-        if (!info || signature.name[0] == '.') {
-            continue;
-        }
-        const std::string name = signature.shown.substr(0, signature.shown.find('('));
-        for (const char* argument : {"Nothing", "\"x\"", "-1", "1E300", "{1, \"a\"}", "#1/1/2024#"}) {
+        if (info) {
             for (const int count : {info->least, std::min(info->most, info->least + 2)}) {
-                std::string source = "=" + name + "(";
-                for (int i = 0; i < count; ++i) {
-                    source += std::string(i == 0 ? "" : ", ") + argument;
-                }
-                const Value value = Result(source + ")");
-                EXPECT_TRUE(!value.IsError() || !value.AsText().empty()) << source;
-                EXPECT_TRUE(!value.IsError() || value.AsText().find('\'') == std::string_view::npos)
-                    << source;
+                calls.emplace_back(CallOf(signature, argument, count), info);
             }
+        }
+    }
+    return calls;
+}
+
+// An error says in a sentence what is wrong, without the mark that would end a text of a statement.
+TEST(DocumentedFunctions, GiveAValueOrASentenceForAnyArgument) {
+    const std::regex sentence("[A-Z][^']* [^']*[^' .]");
+    for (const char* argument : {"Nothing", "\"x\"", "-1", "1E300", "{1, \"a\"}", "#1/1/2024#"}) {
+        for (const auto& [source, info] : CallsWith(argument)) {
+            const Value value = Result(source);
+            EXPECT_TRUE(!value.IsError() || std::regex_match(std::string(value.AsText()), sentence))
+                << source << ": " << value.AsText();
+        }
+    }
+}
+
+TEST(DocumentedFunctions, GiveTheErrorOfAnArgument) {
+    for (const auto& [source, info] : CallsWith("(1 \\ 0)")) {
+        if (!info->takesErrors && source.find("(1 \\ 0)") != std::string::npos) {
+            const Value value = Result(source);
+            ASSERT_TRUE(value.IsError()) << source;
+            EXPECT_EQ(value.AsText(), "Division by zero") << source;
         }
     }
 }

@@ -130,7 +130,7 @@ TEST(FormatFunctions, WriteNumbersAndDates) {
     EXPECT_EQ(Show("=MonthName(3)", "de-DE"), "März");
 }
 
-TEST(DateFunctions, CountByTheCalendar) {
+TEST(DateFunctions, AddAndCountByTheCalendar) {
     Expect({
         {"=DateAdd(\"m\", 1, #1/31/2024#).Day", "29"},
         {"=DateAdd(DateInterval.Day, -1, #3/1/2024#).Day", "29"},
@@ -148,6 +148,11 @@ TEST(DateFunctions, CountByTheCalendar) {
         {"=DateDiff(\"ww\", #1/6/2024#, #1/7/2024#)", "1"},
         {"=DateDiff(\"w\", #1/1/2024#, #1/15/2024#)", "2"},
         {"=DateDiff(\"s\", #1/1/2024 0:00:10#, #1/1/2024#)", "-10"},
+    });
+}
+
+TEST(DateFunctions, TakeDatesApartAndPutThemTogether) {
+    Expect({
         {"=DatePart(\"q\", #5/5/2024#)", "2"},
         {"=DatePart(\"y\", #2/1/2024#)", "32"},
         {"=DatePart(\"ww\", #1/7/2024#)", "2"},
@@ -160,6 +165,11 @@ TEST(DateFunctions, CountByTheCalendar) {
         {"=DateSerial(24, 1, 1).Year", "2024"},
         {"=DateSerial(99999, 1, 1)", "#Error"},
         {"=TimeSerial(13, 90, 0).Hour", "14"},
+    });
+}
+
+TEST(DateFunctions, KnowTheMomentAndTheNames) {
+    Expect({
         {"=Year(Now()) & Month(Now()) & Day(Now())", "2024229"},
         {"=Hour(Now()) & \":\" & Minute(Now()) & \":\" & Second(Now())", "13:45:30"},
         {"=Today().Hour", "0"},
@@ -172,6 +182,11 @@ TEST(DateFunctions, CountByTheCalendar) {
         {"=Weekday(#2/29/2024#, FirstDayOfWeek.Monday)", "4"},
         {"=WeekdayName(1)", "Sunday"},
         {"=WeekdayName(1, True, FirstDayOfWeek.Monday)", "Mon"},
+    });
+}
+
+TEST(DateFunctions, ReadTextsAndHaveMembers) {
+    Expect({
         {"=DateValue(\"2024-05-06 10:00\").Hour", "0"},
         {"=TimeValue(\"10:30\").Minute", "30"},
         {"=CDate(\"2024-05-06\").Month", "5"},

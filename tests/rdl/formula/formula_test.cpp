@@ -292,7 +292,7 @@ TEST(RecordSelectionFormula, NamedPeriodsCountFromTheDayOfTheRun) {
         Selects("not ({D} in [LastFullMonth, Next30Days])", {{"D", Value::DateTime(MakeTicks(2025, 6, 5))}}));
     EXPECT_FALSE(Selects("{D} in MonthToDate"));
     EXPECT_EQ(CompileError("{D} = LastFullMonth"),
-              "Record selection formula: \"lastfullmonth\" can only stand behind in, at character 7");
+              "Record selection formula: \"lastfullmonth\" can only stand after in, at character 7");
 }
 
 TEST(RecordSelectionFormula, ChooseAndSwitchPickAValue) {

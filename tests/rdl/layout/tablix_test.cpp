@@ -88,7 +88,7 @@ TEST(Tablix, AGroupThatCannotBeWorkedOutEndsTheRun) {
                                     "<TablixMember><Group Name=\"G\"><GroupExpressions><GroupExpression>"
                                     "=CInt(Fields!Region.Value)</GroupExpression></GroupExpressions></Group>"
                                     "</TablixMember>"))),
-              "Group G: its expression cannot be worked out: Conversion from text \"North\" to a number is "
+              "Group G: its expression cannot be computed: Conversion from text \"North\" to a number is "
               "not possible");
 }
 
@@ -97,7 +97,7 @@ TEST(Tablix, AFilterThatCannotBeWorkedOutNamesItsOwner) {
                   "x",
                   "<Filters><Filter><FilterExpression>=1\\0</FilterExpression><Operator>Equal</Operator>"
                   "<FilterValues><FilterValue>1</FilterValue></FilterValues></Filter></Filters>"))),
-              "Group ByRegion: a filter cannot be worked out: Division by zero");
+              "Group ByRegion: a filter cannot be computed: Division by zero");
 }
 
 TEST(Tablix, ASortThatCannotBeWorkedOutNamesItsOwner) {
@@ -106,7 +106,7 @@ TEST(Tablix, ASortThatCannotBeWorkedOutNamesItsOwner) {
                                     "=Fields!Region.Value</GroupExpression></GroupExpressions></Group>"
                                     "<SortExpressions><SortExpression><Value>=1\\0</Value></SortExpression>"
                                     "</SortExpressions></TablixMember>"))),
-              "Group G: a sort cannot be worked out: Division by zero");
+              "Group G: a sort cannot be computed: Division by zero");
 }
 
 TEST(Tablix, ANamedScopeReachesPastTheGroup) {

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/mail/base/header_text.h"
 
+#include <glib.h>
+
 #include <algorithm>
+#include <memory>
 
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
@@ -41,9 +44,9 @@ class HeaderLine {
 };
 
 std::string Escaped(char mark, char byte) {
-    constexpr std::string_view Digits = "0123456789ABCDEF";
-    const auto code = static_cast<unsigned char>(byte);
-    return {mark, Digits[code >> 4U], Digits[code & 15U]};
+    std::string escaped(1, mark);
+    AppendHexByte(static_cast<unsigned char>(byte), escaped);
+    return escaped;
 }
 
 // Replaces every byte that `stays` rejects with `mark` and two hexadecimal digits.
@@ -65,19 +68,9 @@ std::string Quoted(std::string_view text) {
 }
 
 std::string Base64(std::string_view text) {
-    constexpr std::string_view Digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string encoded;
-    for (std::size_t at = 0; at < text.size(); at += 3) {
-        unsigned group = 0;
-        for (std::size_t byte = 0; byte < 3; ++byte) {
-            const bool isThere = at + byte < text.size();
-            group = group << 8U | (isThere ? static_cast<unsigned char>(text[at + byte]) : 0U);
-        }
-        for (std::size_t digit = 0; digit < 4; ++digit) {
-            encoded += at + digit > text.size() ? '=' : Digits[group >> (18U - 6U * digit) & 63U];
-        }
-    }
-    return encoded;
+    const std::unique_ptr<char, decltype(&g_free)> encoded(
+        g_base64_encode(reinterpret_cast<const unsigned char*>(text.data()), text.size()), &g_free);
+    return encoded.get();
 }
 
 // Returns the encoded parts of the text. No part ends inside a character. A cut is made at a length in bytes

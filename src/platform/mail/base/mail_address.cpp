@@ -18,13 +18,13 @@ constexpr std::size_t LongestLabel = 63;
 template <typename Accepts>
 bool IsDotted(std::string_view text, std::size_t longestRun, Accepts accepts) {
     std::size_t run = 0;
-    for (const char letter : text) {
-        if (letter == '.') {
+    for (const char character : text) {
+        if (character == '.') {
             if (run == 0) {
                 return false;
             }
             run = 0;
-        } else if (!accepts(letter) || ++run > longestRun) {
+        } else if (!accepts(character) || ++run > longestRun) {
             return false;
         }
     }
@@ -35,9 +35,9 @@ bool IsQuotedLocalPart(std::string_view text) {
     if (text.size() < 3 || text.front() != '"' || text.back() != '"') {
         return false;
     }
-    for (const char letter : text.substr(1, text.size() - 2)) {
-        if (letter < ' ' || letter > '~' ||
-            std::string_view("@<>\"\\").find(letter) != std::string_view::npos) {
+    for (const char character : text.substr(1, text.size() - 2)) {
+        if (character < ' ' || character > '~' ||
+            std::string_view("@<>\"\\").find(character) != std::string_view::npos) {
             return false;
         }
     }
@@ -47,14 +47,14 @@ bool IsQuotedLocalPart(std::string_view text) {
 bool IsDomain(std::string_view text) {
     if (text.size() > 2 && text.front() == '[' && text.back() == ']') {
         return IsDotted(text.substr(1, text.size() - 2), LongestAddress,
-                        [](char letter) { return IsAsciiLetterOrDigit(letter) || letter == ':'; });
+                        [](char character) { return IsAsciiLetterOrDigit(character) || character == ':'; });
     }
     if (text.find("-.") != std::string_view::npos || text.find(".-") != std::string_view::npos ||
         text.starts_with('-') || text.ends_with('-')) {
         return false;
     }
     return IsDotted(text, LongestLabel,
-                    [](char letter) { return IsAsciiLetterOrDigit(letter) || letter == '-'; });
+                    [](char character) { return IsAsciiLetterOrDigit(character) || character == '-'; });
 }
 
 std::string Unquoted(std::string_view name) {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t LargestBook = std::size_t{32} << 20;
 
-std::string WithoutMarks(std::string name) {
+std::string WithoutApostrophes(std::string name) {
     std::erase(name, '\'');
     return name;
 }
@@ -42,9 +42,9 @@ const std::vector<AddressEntry>& AddressBook::ListEntries() {
         return CompareText(left.name, right.name) < 0;
     });
     for (std::size_t entry = 0; entry < entries.size(); ++entry) {
-        m_names.emplace(WithoutMarks(entries[entry].name), entry);
+        m_names.emplace(WithoutApostrophes(entries[entry].name), entry);
         for (const std::string& nickname : entries[entry].nicknames) {
-            m_names.emplace(WithoutMarks(nickname), entry);
+            m_names.emplace(WithoutApostrophes(nickname), entry);
         }
     }
     return m_entries.emplace(std::move(entries));
@@ -64,7 +64,7 @@ Mailbox AddressBook::Resolve(const std::string& nameOrAddress) {
     }
     const std::vector<AddressEntry>& entries = ListEntries();
     const AddressEntry* found = nullptr;
-    const auto [first, last] = m_names.equal_range(WithoutMarks(name));
+    const auto [first, last] = m_names.equal_range(WithoutApostrophes(name));
     for (auto called = first; called != last; ++called) {
         const AddressEntry& entry = entries[called->second];
         if (found != nullptr && !SameAddress(found->address, entry.address)) {

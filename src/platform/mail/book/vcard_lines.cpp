@@ -52,13 +52,13 @@ std::string ToUtf8(const std::string& text, const std::string& charset) {
     return Converted(text, "WINDOWS-1252").value_or("");
 }
 
-// Returns the position of the first of `letters` outside double quotes.
-std::size_t FindUnquoted(std::string_view text, std::string_view letters, std::size_t from) {
+// Returns the position of the first of `characters` outside double quotes.
+std::size_t FindUnquoted(std::string_view text, std::string_view characters, std::size_t from) {
     bool quoted = false;
     for (std::size_t at = from; at < text.size(); ++at) {
         if (text[at] == '"') {
             quoted = !quoted;
-        } else if (!quoted && letters.find(text[at]) != std::string_view::npos) {
+        } else if (!quoted && characters.find(text[at]) != std::string_view::npos) {
             return at;
         }
     }

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/base/ascii.h"
 #include "platform/contracts/runtime.h"
 #include "platform/posix/small_file.h"
 
@@ -38,9 +39,7 @@ std::string RandomMark() {
     }
     std::string mark;
     for (const unsigned char byte : random) {
-        constexpr std::string_view Digits = "0123456789abcdef";
-        mark += Digits[byte >> 4U];
-        mark += Digits[byte & 15U];
+        AppendHexByte(byte, mark, SmallHexDigits);
     }
     return mark;
 }

@@ -45,11 +45,11 @@ std::string Written(const std::string& before, std::string_view key, std::string
 // Returns the line with another value; the text before the value and the comment after it stay.
 std::string Rewritten(const std::string& old, std::string_view key, std::string_view value,
                       const std::string& lineEnd) {
-    const std::size_t behindSign = old.find('=') + 1;
-    const std::size_t start = old.find_first_not_of(" \t", behindSign);
+    const std::size_t afterSign = old.find('=') + 1;
+    const std::size_t start = old.find_first_not_of(" \t", afterSign);
     const bool hasValue = start != std::string::npos && old[start] != ';';
-    const std::string comment(CommentOf(std::string_view(old).substr(behindSign)));
-    std::string changed = Written(old.substr(0, hasValue ? start : behindSign), key, value);
+    const std::string comment(CommentOf(std::string_view(old).substr(afterSign)));
+    std::string changed = Written(old.substr(0, hasValue ? start : afterSign), key, value);
     if (ReadBack(changed + comment, key) == value) {
         return changed.append(comment);
     }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/data/sql/odbc_connection.h"
 
+#include <algorithm>
+#include <span>
+
 #include "rdl/data/common/message.h"
 #include "rdl/data/common/own_files.h"
 #include "rdl/data/sql/odbc_drivers.h"
@@ -22,95 +25,90 @@ std::string Pair(std::string_view key, std::string_view value) {
     return text.append("};");
 }
 
-bool IsOneOf(std::string_view key, std::initializer_list<std::string_view> keys) {
-    for (const std::string_view one : keys) {
-        if (EqualNoCase(key, one)) {
-            return true;
-        }
-    }
-    return false;
+bool IsOneOfNoCase(std::string_view key, std::span<const std::string_view> keys) {
+    return std::any_of(keys.begin(), keys.end(),
+                       [key](std::string_view one) { return EqualNoCase(key, one); });
 }
 
-// What says where the data is and how it is written, in the drivers of Microsoft, FreeTDS, PostgreSQL, MySQL,
-// MariaDB, SQLite and Access. All else is refused: some drivers load libraries, write logs, run statements or
-// hand files of this machine to the server where a connect string tells them to.
-bool IsKnown(std::string_view key) {
-    return IsOneOf(key, {"server",
-                         "servername",
-                         "host",
-                         "hostname",
-                         "address",
-                         "addr",
-                         "port",
-                         "database",
-                         "initial catalog",
-                         "db",
-                         "dbq",
-                         "dbname",
-                         "schema",
-                         "trusted_connection",
-                         "integrated security",
-                         "charset",
-                         "clientcharset",
-                         "encoding",
-                         "language",
-                         "sslmode",
-                         "ssl mode",
-                         "encrypt",
-                         "encryption",
-                         "trustservercertificate",
-                         "tds_version",
-                         "tdsversion",
-                         "applicationintent",
-                         "application intent",
-                         "multisubnetfailover",
-                         "app",
-                         "application name",
-                         "wsid",
-                         "workstation id",
-                         "protocol",
-                         "readonly",
-                         "read only",
-                         "timeout",
-                         "connect timeout",
-                         "connection timeout",
-                         "connect_timeout",
-                         "conn_timeout",
-                         "logintimeout",
-                         "login timeout",
-                         "bytea as longvarbinary",
-                         "byteaaslongvarbinary",
-                         "boolsaschar",
-                         "textaslongvarchar",
-                         "maxvarcharsize",
-                         "maxlongvarcharsize",
-                         "fetch",
-                         "usedeclarefetch",
-                         "rowversioning",
-                         "showsystemtables",
-                         "unknownsizes",
-                         "lowercaseidentifier",
-                         "shortnames",
-                         "longnames",
-                         "nocreat",
-                         "nowchar",
-                         "stepapi",
-                         "fksupport",
-                         "bigint",
-                         "quoted_id",
-                         "quotedid",
-                         "ansinpw",
-                         "mars_connection",
-                         "exclusive",
-                         "no_prompt",
-                         "compression"});
-}
+// The keywords that say where the data is and how it is written, in the drivers of Microsoft, FreeTDS,
+// PostgreSQL, MySQL, MariaDB, SQLite and Access. All else is refused: some drivers load libraries, write
+// logs, run statements or hand files of this machine to the server where a connect string tells them to.
+constexpr std::string_view KnownKeys[] = {"server",
+                                          "servername",
+                                          "host",
+                                          "hostname",
+                                          "address",
+                                          "addr",
+                                          "port",
+                                          "database",
+                                          "initial catalog",
+                                          "db",
+                                          "dbq",
+                                          "dbname",
+                                          "schema",
+                                          "trusted_connection",
+                                          "integrated security",
+                                          "charset",
+                                          "clientcharset",
+                                          "encoding",
+                                          "language",
+                                          "sslmode",
+                                          "ssl mode",
+                                          "encrypt",
+                                          "encryption",
+                                          "trustservercertificate",
+                                          "tds_version",
+                                          "tdsversion",
+                                          "applicationintent",
+                                          "application intent",
+                                          "multisubnetfailover",
+                                          "app",
+                                          "application name",
+                                          "wsid",
+                                          "workstation id",
+                                          "protocol",
+                                          "readonly",
+                                          "read only",
+                                          "timeout",
+                                          "connect timeout",
+                                          "connection timeout",
+                                          "connect_timeout",
+                                          "conn_timeout",
+                                          "logintimeout",
+                                          "login timeout",
+                                          "bytea as longvarbinary",
+                                          "byteaaslongvarbinary",
+                                          "boolsaschar",
+                                          "textaslongvarchar",
+                                          "maxvarcharsize",
+                                          "maxlongvarcharsize",
+                                          "fetch",
+                                          "usedeclarefetch",
+                                          "rowversioning",
+                                          "showsystemtables",
+                                          "unknownsizes",
+                                          "lowercaseidentifier",
+                                          "shortnames",
+                                          "longnames",
+                                          "nocreat",
+                                          "nowchar",
+                                          "stepapi",
+                                          "fksupport",
+                                          "bigint",
+                                          "quoted_id",
+                                          "quotedid",
+                                          "ansinpw",
+                                          "mars_connection",
+                                          "exclusive",
+                                          "no_prompt",
+                                          "compression"};
 
 // A data source file could be anywhere, and a driver that reads files must not be led to those of the
 // program.
 void CheckTrusted(const ConnectString& pairs) {
     for (const auto& [key, value] : pairs.Pairs()) {
-        if (IsOneOf(key, {"savefile", "filedsn"}) || value.find(".dsn") != std::string::npos) {
+        if (EqualNoCase(key, "savefile") || EqualNoCase(key, "filedsn") ||
+            value.find(".dsn") != std::string::npos) {
             throw Error("a data source file (\"" + CleanText(key) +
                         "\") is not read; give a driver or a DSN");
         }
@@ -119,7 +117,7 @@ void CheckTrusted(const ConnectString& pairs) {
 
 // What is handed to a driver as it stands.
 void CheckHandedOn(std::string_view key, const std::string& value) {
-    if (!IsKnown(key)) {
+    if (!IsOneOfNoCase(key, KnownKeys)) {
         throw Error("\"" + CleanText(key) + "\" of the connect string is not for a report");
     }
     if (LowerAscii(value).starts_with("file:")) {
@@ -132,7 +130,8 @@ void CheckHandedOn(std::string_view key, const std::string& value) {
 }
 
 std::string YesOrNo(std::string_view value) {
-    return IsOneOf(value, {"true", "yes", "1", "mandatory", "sspi"}) ? "yes" : "no";
+    constexpr std::string_view Yes[] = {"true", "yes", "1", "mandatory", "sspi"};
+    return IsOneOfNoCase(value, Yes) ? "yes" : "no";
 }
 
 // SqlClient and OLE DB may say true, yes and mandatory; strict is of its own.
@@ -198,8 +197,9 @@ OdbcTarget SqlServerTarget(const ConnectString& pairs, const ServerAddress& addr
 }
 
 bool IsLogonOrName(std::string_view key) {
-    return IsOneOf(key, {"uid", "user id", "user", "username", "pwd", "password", "dsn", "data source",
-                         "driver", "provider"});
+    constexpr std::string_view Keys[] = {"uid",      "user id", "user",        "username", "pwd",
+                                         "password", "dsn",     "data source", "driver",   "provider"};
+    return IsOneOfNoCase(key, Keys);
 }
 
 // Qt puts DSN= in front of a text in which it sees neither a driver nor a server, wherever that stands, and

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "rdl/data/common/message.h"
-#include "rdl/data/sql/sql_scanner.h"
+#include "rdl/data/sql/scanner.h"
 #include "rdl/format/format.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t MostBinds = 30'000;  // SQLite takes 32,766, SQL Server less and says so itself
 
-std::string_view WithoutMark(std::string_view name) {
+std::string_view WithoutPrefix(std::string_view name) {
     return !name.empty() && std::string_view("@:$?").find(name.front()) != std::string_view::npos
                ? name.substr(1)
                : name;
@@ -94,7 +94,7 @@ class Binder {
         }
         const std::string_view name = m_text.substr(m_at + 1, end - m_at - 1);
         for (std::size_t i = 0; i < m_values.size(); ++i) {
-            if (!name.empty() && EqualNoCase(WithoutMark(m_values[i].name), name)) {
+            if (!name.empty() && EqualNoCase(WithoutPrefix(m_values[i].name), name)) {
                 m_at = end;
                 Put(i);
                 return true;
@@ -242,7 +242,7 @@ BoundQuery ProcedureCall(std::string_view name, const std::vector<NamedValue>& v
     BoundQuery query;
     std::string arguments;
     for (const NamedValue& value : values) {
-        const std::string_view parameter = WithoutMark(value.name);
+        const std::string_view parameter = WithoutPrefix(value.name);
         arguments.append(arguments.empty() ? "" : ", ");
         if (provider == ProviderKind::SqlServer && !parameter.empty()) {
             if (!std::all_of(parameter.begin(), parameter.end(), IsNameByte)) {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "rdl/data/common/message.h"
-#include "rdl/data/sql/sql_scanner.h"
+#include "rdl/data/sql/scanner.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
@@ -23,10 +23,6 @@ struct Token {
 
 [[noreturn]] void Refuse(const std::string& why) {
     throw Error("a report only reads: " + why);
-}
-
-bool IsOneOf(std::string_view word, std::initializer_list<std::string_view> words) {
-    return std::find(words.begin(), words.end(), word) != words.end();
 }
 
 // A statement without its comments. Raises for what a server could read otherwise than it is read here.
@@ -142,7 +138,7 @@ class Statement {
         }
     }
 
-    // Of a server that refuses by itself what is missed here.
+    // For servers that enforce read-only themselves, this check may miss a write.
     void CheckStatement() const {
         for (std::size_t i = 0; i < m_tokens.size(); ++i) {
             CheckFunction(i);

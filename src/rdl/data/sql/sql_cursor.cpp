@@ -21,15 +21,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-bool IsOneOf(std::string_view code, std::initializer_list<std::string_view> codes) {
-    for (const std::string_view one : codes) {
-        if (code == one) {
-            return true;
-        }
-    }
-    return false;
-}
-
 bool HasWord(std::string_view text, std::initializer_list<std::string_view> words) {
     for (const std::string_view word : words) {
         if (text.find(word) != std::string_view::npos) {
@@ -153,7 +144,7 @@ class SqlCursor : public Cursor {
         }
     }
 
-    // Of a connection that was lost within the rows the driver of MySQL says that there are none.
+    // MySQL's driver reports a lost connection as the end of the rows; raises an error instead.
     void CheckConnection() {
         if (m_provider != ProviderKind::MySql) {
             return;

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "rdl/expr/code/code_parser.h"
+#include "rdl/expr/code/parser.h"
 
 namespace rdl::expr {
 namespace {

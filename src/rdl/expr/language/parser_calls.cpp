@@ -212,7 +212,7 @@ NodePtr Parser::TypeTest() {
     NodePtr value = Expression(AboveComparison);
     const bool negated = Peek().IsWord("isnot");
     if (!negated && !Peek().IsWord("is")) {
-        Fail("\"Is\" was expected behind \"TypeOf\"");
+        Fail("\"Is\" was expected after \"TypeOf\"");
     }
     Take();
     const std::string type = TypeName();
@@ -352,7 +352,7 @@ NodePtr Parser::Aggregate(AggregateKind kind) {
         const NamedAggregate* running =
             ranges.size() < 2 ? nullptr : FindNamed(AggregateNames, m_tokens[ranges[1].first].lower);
         if (!running || running->kind > AggregateKind::VarP) {
-            FailAt(name, "\"RunningValue\" needs the name of an aggregate function behind its expression");
+            FailAt(name, "\"RunningValue\" needs the name of an aggregate function after its expression");
         }
         node->call.running = running->kind;
         ++next;

@@ -97,7 +97,7 @@ Value InBase(const Call& call, unsigned bits) {
                        : static_cast<std::uint64_t>(number);
     std::string text;
     do {
-        text.insert(text.begin(), "0123456789ABCDEF"[rest & ((1u << bits) - 1)]);
+        text.insert(text.begin(), HexDigits[rest & ((1u << bits) - 1)]);
         rest >>= bits;
     } while (rest != 0);
     return Value::Text(text);

@@ -18,10 +18,6 @@ enum Interval { Year, Quarter, Month, DayOfYear, Day, WeekOfYear, Weekday, Hour,
 constexpr std::string_view IntervalTexts[] = {"yyyy", "q", "m", "y", "d", "ww", "w", "h", "n", "s"};
 constexpr std::int64_t TicksPerHour = 36'000'000'000, TicksPerMinute = 600'000'000;
 
-Value OutOfRange() {
-    return Value::Error("A date lies outside the years 1 to 9999");
-}
-
 bool ReadInterval(const Call& call, int& interval) {
     const Value& value = call[0];
     if (value.IsText()) {
@@ -55,7 +51,7 @@ bool FirstDay(const Call& call, int index, int& first) {
 
 // By reference: `ticks` is made by the same call that says whether it is possible.
 Value FromTicks(bool possible, const std::int64_t& ticks) {
-    return possible ? Value::DateTime(ticks) : OutOfRange();
+    return possible ? Value::DateTime(ticks) : DateOutOfRange();
 }
 
 Value DateAdd(const Call& call) {
@@ -66,7 +62,7 @@ Value DateAdd(const Call& call) {
         return call.error;
     }
     if (!(std::fabs(count) < 1e15)) {
-        return OutOfRange();
+        return DateOutOfRange();
     }
     // Only whole units are added.
     const double whole = std::trunc(count);
@@ -216,7 +212,7 @@ Value TimeSerial(const Call& call) {
             return call.error;
         }
         if (parts[i] < -4'000'000 || parts[i] > 4'000'000) {
-            return OutOfRange();
+            return DateOutOfRange();
         }
     }
     std::int64_t seconds = parts[0] * 3600 + parts[1] * 60 + parts[2];

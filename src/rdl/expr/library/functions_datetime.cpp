@@ -15,10 +15,6 @@ constexpr std::int64_t TicksPerHour = 36'000'000'000, TicksPerMinute = 600'000'0
                        TicksPerMillisecond = 10'000;
 constexpr std::int64_t TicksOf1899 = 599'264'352'000'000'000;  // day 0 of the numbers that stand for dates
 
-Value OutOfRange() {
-    return Value::Error("A date lies outside the years 1 to 9999");
-}
-
 // New DateTime(year, month, day [, hour, minute, second [, millisecond]]), strict unlike DateSerial, or New
 // DateTime(ticks).
 Value NewDateTime(const Call& call) {
@@ -32,7 +28,7 @@ Value NewDateTime(const Call& call) {
         return Value::DateTime(0);
     }
     if (call.count() == 1) {
-        return parts[0] >= 0 && parts[0] <= MaxTicks ? Value::DateTime(parts[0]) : OutOfRange();
+        return parts[0] >= 0 && parts[0] <= MaxTicks ? Value::DateTime(parts[0]) : DateOutOfRange();
     }
     const bool date = parts[0] >= 1 && parts[0] <= 9999 && parts[1] >= 1 && parts[1] <= 12 && parts[2] >= 1 &&
                       parts[2] <= DaysInMonth(static_cast<int>(parts[0]), static_cast<int>(parts[1]));
@@ -55,7 +51,7 @@ Value DaysIn(const Call& call) {
     }
     const bool known = year >= 1 && year <= 9999 && month >= 1 && month <= 12;
     return known ? Value::Integer(DaysInMonth(static_cast<int>(year), static_cast<int>(month)))
-                 : OutOfRange();
+                 : DateOutOfRange();
 }
 
 Value IsLeapYear(const Call& call) {
@@ -64,7 +60,7 @@ Value IsLeapYear(const Call& call) {
         return call.error;
     }
     return year >= 1 && year <= 9999 ? Value::Boolean(DaysInMonth(static_cast<int>(year), 2) == 29)
-                                     : OutOfRange();
+                                     : DateOutOfRange();
 }
 
 template <std::int64_t Unit>
@@ -145,7 +141,7 @@ Value FromOADate(const Call& call) {
     const double milliseconds = std::round(std::fabs(days - whole) * 86'400'000);
     const bool possible = std::fabs(days) < 3e6 && AddUnits(TicksOf1899, whole, TicksPerDay, ticks) &&
                           AddUnits(ticks, milliseconds, TicksPerMillisecond, ticks);
-    return possible ? Value::DateTime(ticks) : OutOfRange();
+    return possible ? Value::DateTime(ticks) : DateOutOfRange();
 }
 
 Value ToOADate(const Call& call) {
@@ -162,7 +158,7 @@ Value ToOADate(const Call& call) {
 
 Value Moved(std::int64_t ticks, std::int64_t minutes) {
     std::int64_t result = 0;
-    return AddTicks(ticks, minutes * TicksPerMinute, result) ? Value::DateTime(result) : OutOfRange();
+    return AddTicks(ticks, minutes * TicksPerMinute, result) ? Value::DateTime(result) : DateOutOfRange();
 }
 
 Value ToUniversalTime(const Call& call) {

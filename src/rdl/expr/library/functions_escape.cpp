@@ -12,33 +12,24 @@
 namespace rdl::expr {
 namespace {
 
-// Replaces bytes that are neither ASCII alphanumeric nor in `kept` by %XX.
-std::string PercentEncoded(std::string_view text, std::string_view kept, bool small) {
-    const char* digits = small ? "0123456789abcdef" : "0123456789ABCDEF";
-    std::string result;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (IsAsciiLetterOrDigit(c) || (c != '\0' && kept.find(c) != std::string_view::npos)) {
-            result += c;
-        } else {
-            result += '%';
-            result += digits[byte >> 4];
-            result += digits[byte & 15];
-        }
-    }
-    return result;
+// Encodes bytes that are neither ASCII alphanumeric nor in `kept`.
+std::string Encoded(std::string_view text, std::string_view kept, std::string_view digits = HexDigits) {
+    const auto isPlain = [kept](char c) {
+        return IsAsciiLetterOrDigit(c) || kept.find(c) != std::string_view::npos;
+    };
+    return PercentEncoded(text, isPlain, digits);
 }
 
 Value EscapeDataString(const Call& call) {
-    return MakeText(PercentEncoded(call.Text(0), "-_.~", false));
+    return MakeText(Encoded(call.Text(0), "-_.~"));
 }
 Value EscapeUriString(const Call& call) {
-    return MakeText(PercentEncoded(call.Text(0), "-_.~!*'();:@&=+$,/?#[]", false));
+    return MakeText(Encoded(call.Text(0), "-_.~!*'();:@&=+$,/?#[]"));
 }
 
 // As forms are sent: a blank is +.
 Value UrlEncode(const Call& call) {
-    std::string text = PercentEncoded(call.Text(0), "-_.!*() ", true);
+    std::string text = Encoded(call.Text(0), "-_.!*() ", SmallHexDigits);
     for (char& c : text) {
         c = c == ' ' ? '+' : c;
     }
@@ -57,7 +48,7 @@ std::string PercentDecoded(std::string_view text, bool plusIsBlank) {
             result += plusIsBlank && text[i] == '+' ? ' ' : text[i];
         }
     }
-    // What was encoded by another charset must not become text that is none.
+    // Replaces malformed UTF-8, which decoding another charset may give, by U+FFFD.
     return ToUtf8(ToUtf32(result));
 }
 

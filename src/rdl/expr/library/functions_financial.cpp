@@ -111,7 +111,7 @@ Value NPer(const Call& call) {
     return Result(std::log((due - n[3]) / (due + n[2])) / std::log(1 + rate));
 }
 
-// What the annuity is short of at a rate; 0 at the one looked for.
+// Returns future value minus target at `rate`; the search looks for its zero.
 double Shortfall(double rate, const double* n) {
     return Annuity{rate, n[0], n[1], n[2], 0, n[4] != 0}.FutureValue() - n[3];
 }

@@ -48,7 +48,7 @@ constexpr TypeNames Types[] = {
     {"UShort", "System.UInt16"},
 };
 
-// Nothing for a name that is no type of the language.
+// Returns Null for a name that is no type of the language.
 Value SystemTypeName(const Call& call) {
     const std::string name = call.Text(0);
     for (const TypeNames& type : Types) {

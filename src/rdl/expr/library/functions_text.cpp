@@ -80,7 +80,7 @@ Value Mid(const Call& call) {
     return Value::Text(Slice(call.Text(0), start - 1, count));
 }
 
-// Of what is no text the size in memory, as the language has it.
+// Returns the size in bytes of a value that is not a text, as in Visual Basic.
 Value Len(const Call& call) {
     switch (call[0].kind()) {
         case Kind::Null:

@@ -14,10 +14,6 @@ namespace {
 constexpr std::int64_t TicksPerHour = 36'000'000'000, TicksPerMinute = 600'000'000,
                        TicksPerMillisecond = 10'000;
 
-Value OutOfRange() {
-    return Value::Error("A date lies outside the years 1 to 9999");
-}
-
 template <int DateTimeParts::*Part>
 Value PartOf(const Call& call) {
     std::int64_t ticks = 0;
@@ -68,7 +64,7 @@ Value AddUnit(const Call& call) {
         return call.error;
     }
     std::int64_t result = 0;
-    return AddUnits(ticks, count, Unit, result) ? Value::DateTime(result) : OutOfRange();
+    return AddUnits(ticks, count, Unit, result) ? Value::DateTime(result) : DateOutOfRange();
 }
 
 template <int Each>
@@ -80,7 +76,7 @@ Value AddMonth(const Call& call) {
     }
     std::int64_t result = 0;
     const bool possible = count > -200000 && count < 200000 && AddMonths(ticks, count * Each, result);
-    return possible ? Value::DateTime(result) : OutOfRange();
+    return possible ? Value::DateTime(result) : DateOutOfRange();
 }
 
 // The name of the enumeration's member, in no culture's language.

@@ -44,7 +44,7 @@ int Sign(double difference) {
     return difference < 0 ? -1 : difference > 0 ? 1 : 0;
 }
 
-// What -1, 0 and 1 come to; NaN compares false but for <>, which the caller has dealt with.
+// Returns whether `comparison` holds for the order -1, 0 or 1. The caller handles NaN.
 bool Holds(Comparison comparison, int order) {
     switch (comparison) {
         case Comparison::Equal:

@@ -8,10 +8,8 @@
 
 namespace rdl::expr {
 
-int DaysInMonth(int year, int month) {
-    constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-    return month == 2 && leap ? 29 : days[month - 1];
+Value DateOutOfRange() {
+    return Value::Error("A date lies outside the years 1 to 9999");
 }
 
 bool AddTicks(std::int64_t ticks, std::int64_t more, std::int64_t& result) {
@@ -23,7 +21,7 @@ bool AddUnits(std::int64_t ticks, double count, std::int64_t ticksEach, std::int
     if (!(std::fabs(more) <= static_cast<double>(MaxTicks))) {
         return false;
     }
-    // Whole counts stay exact; a fraction is cut at the tick.
+    // Whole counts stay exact; the product of a fraction is rounded to the tick.
     const bool whole = std::floor(count) == count;
     return AddTicks(ticks, whole ? static_cast<std::int64_t>(count) * ticksEach : std::llround(more), result);
 }

@@ -85,7 +85,7 @@ int Larger(const FilterRules& rules, const Value& value, const Value& operand) {
     return rules.Order(value, operand);
 }
 
-bool IsOneOf(const FilterRules& rules, const Value& value, const Value& operand) {
+bool EqualsAny(const FilterRules& rules, const Value& value, const Value& operand) {
     if (operand.kind() != Kind::List) {
         return rules.Order(value, operand) == 0;
     }
@@ -172,9 +172,9 @@ bool PassesFilter(FilterOperator op, const FilterRules& rules, const Value& valu
         case Op::Like:
             return rules.IsLike(value, first);
         case Op::In: {
-            bool found = IsOneOf(rules, value, first);
+            bool found = EqualsAny(rules, value, first);
             for (std::size_t i = 1; i < operands && !found; ++i) {
-                found = IsOneOf(rules, value, operand(i));
+                found = EqualsAny(rules, value, operand(i));
             }
             return found;
         }

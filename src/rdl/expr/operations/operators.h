@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The operators of the language. An error operand is the result; operands that do not fit give an error
-// value.
+// value. Nothing is raised.
 #pragma once
 
 #include <string_view>
@@ -12,23 +12,34 @@ namespace rdl::expr {
 
 using Operator = Value (*)(const Value& left, const Value& right, const Culture& culture);
 
-// Adds numbers. Concatenates two texts, and a text that is not a number with anything.
+// The result is an Integer for two Integers, where an overflow is an error value, else a Real. Add and
+// Subtract give a DateTime or a TimeSpan for these kinds, and an error value outside their range.
+
+// Concatenates two texts, and a text that is not a number with anything.
 Value Add(const Value& left, const Value& right, const Culture& culture);
 Value Subtract(const Value& left, const Value& right, const Culture& culture);
 Value Multiply(const Value& left, const Value& right, const Culture& culture);
-Value Divide(const Value& left, const Value& right, const Culture& culture);  // always a Real
+// Always a Real; x / 0 is an infinity or NaN.
+Value Divide(const Value& left, const Value& right, const Culture& culture);
+// Rounds both operands to integers; x \ 0 is an error value.
 Value DivideWhole(const Value& left, const Value& right, const Culture& culture);
+// x Mod 0 is an error value for two Integers, else NaN.
 Value Modulo(const Value& left, const Value& right, const Culture& culture);
+// Always a Real; a result beyond its range is an infinity.
 Value Power(const Value& left, const Value& right, const Culture& culture);
+// Always a Text, or an error value if it becomes too long.
 Value Concatenate(const Value& left, const Value& right, const Culture& culture);
+// Round both operands to integers and shift by the lowest six bits of the right one; bits are lost without an
+// error.
 Value ShiftLeft(const Value& left, const Value& right, const Culture& culture);
 Value ShiftRight(const Value& left, const Value& right, const Culture& culture);
-// Logical for Booleans, else bitwise.
+// Logical for Booleans and nulls, with a Boolean as the result; else bitwise, with an Integer.
 Value And(const Value& left, const Value& right, const Culture& culture);
 Value Or(const Value& left, const Value& right, const Culture& culture);
 Value Xor(const Value& left, const Value& right, const Culture& culture);
 Value Not(const Value& value, const Culture& culture);
 Value Negate(const Value& value, const Culture& culture);
+// The remaining operators give a Boolean.
 Value Like(const Value& left, const Value& right, const Culture& culture);
 Value Is(const Value& left, const Value& right, const Culture& culture);
 Value IsNot(const Value& left, const Value& right, const Culture& culture);

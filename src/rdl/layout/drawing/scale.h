@@ -32,6 +32,8 @@ struct Scale {
     std::vector<double> MinorTicks(double minorStep) const;
 };
 
+// Returns a scale with low < high; `ticks` may be empty. Does not fail: a maximum that is not above the
+// minimum, a base that is not above 1 and an interval that gives more than 200 ticks are ignored.
 Scale MakeScale(const ScaleRequest& request);
 // The same for days since 0001-01-01: ticks are at days, weeks or the first day of months and years.
 Scale MakeDateScale(const ScaleRequest& request);

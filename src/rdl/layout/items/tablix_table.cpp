@@ -257,17 +257,17 @@ void TablixTable::ExpandRow(int index, std::uint32_t instance) {
     }
 }
 
-void TablixTable::MarkStatic(const MemberPlan& member, std::size_t begin, bool before, bool behind) {
+void TablixTable::MarkStatic(const MemberPlan& member, std::size_t begin, bool beforeGroup, bool afterGroup) {
     using Keep = TablixMember::KeepWithGroup;
     const TablixMember& definition = *member.definition;
     for (std::size_t i = begin; i < m_rows.size(); ++i) {
         std::uint16_t& flags = m_rows[i].flags;
-        if (before) {
+        if (beforeGroup) {
             flags |= GroupHeader;
-        } else if (behind) {
+        } else if (afterGroup) {
             flags |= GroupFooter;
         }
-        if (before && definition.repeatOnNewPage && member.scopeGroup < 0) {
+        if (beforeGroup && definition.repeatOnNewPage && member.scopeGroup < 0) {
             flags |= ColumnHeader;
         }
         if (definition.keepWithGroup == Keep::After) {
@@ -341,10 +341,10 @@ void TablixTable::LinkRepeats() {
 
 std::vector<std::size_t> TablixTable::RepeatedRows(std::size_t index) {
     std::vector<std::size_t> rows;
-    const auto behind =
+    const auto after =
         std::lower_bound(m_repeats.begin(), m_repeats.end(), index,
                          [](const Repeat& repeat, std::size_t row) { return repeat.row < row; });
-    auto at = static_cast<std::int32_t>(behind - m_repeats.begin()) - 1;
+    auto at = static_cast<std::int32_t>(after - m_repeats.begin()) - 1;
     while (at >= 0) {
         const Repeat& repeat = m_repeats[At(at)];
         if (index < repeat.end) {

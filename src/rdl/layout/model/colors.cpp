@@ -169,11 +169,10 @@ constexpr NamedColor Names[] = {
 bool ParseHex(std::string_view digits, Color& color) {
     std::uint32_t value = 0;
     for (const char c : digits) {
-        const char letter = AsciiLower(c);
-        if (!IsAsciiDigit(c) && (letter < 'a' || letter > 'f')) {
+        const int digit = HexDigitValue(c);
+        if (digit < 0) {
             return false;
         }
-        const int digit = IsAsciiDigit(c) ? c - '0' : letter - 'a' + 10;
         value = value << 4 | static_cast<std::uint32_t>(digit);
     }
     switch (digits.size()) {

@@ -11,7 +11,7 @@ namespace {
 
 constexpr char32_t SoftHyphen = 0xAD;
 
-bool IsSpace(char32_t c) {
+bool IsBreakingSpace(char32_t c) {
     return c == ' ' || c == '\t' || c == 0x3000 || (c >= 0x2000 && c <= 0x200B && c != 0x2007);
 }
 
@@ -36,10 +36,10 @@ bool IsOpening(char32_t c) {
 }
 
 bool MayBreakBetween(char32_t left, char32_t right) {
-    if (IsSpace(left)) {
-        return !IsSpace(right);
+    if (IsBreakingSpace(left)) {
+        return !IsBreakingSpace(right);
     }
-    if (IsSpace(right) || IsClosing(right) || IsOpening(left)) {
+    if (IsBreakingSpace(right) || IsClosing(right) || IsOpening(left)) {
         return false;
     }
     if (IsIdeograph(left) || IsIdeograph(right)) {
@@ -86,7 +86,7 @@ void FindBreaks(std::string_view text, std::vector<BreakUnit>& units) {
             unit = {at, at, at, false};
         }
         at = next;
-        if (!IsSpace(code)) {
+        if (!IsBreakingSpace(code)) {
             unit.visibleEnd = at;
         }
         last = code;

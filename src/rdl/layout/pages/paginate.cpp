@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "rdl/layout/pages/container_flow.h"
-#include "rdl/layout/pages/page_cutter.h"
+#include "rdl/layout/pages/cutter.h"
 #include "rdl/values/error.h"
 
 namespace rdl::layout {

@@ -38,7 +38,7 @@ class KeySplitter {
                 if (key[i].IsError()) {
                     // Rows of all kinds would stand in one group, and its sums would look right.
                     throw Error(OwnerOf(m_plan) +
-                                ": its expression cannot be worked out: " + std::string(key[i].AsText()));
+                                ": its expression cannot be computed: " + std::string(key[i].AsText()));
                 }
             }
             groupOf.push_back(NumberOf(key));

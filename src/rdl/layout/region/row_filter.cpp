@@ -15,7 +15,7 @@ Value Checked(const Property& property, const std::string& owner, Evaluator& eva
               const char* what = "a filter") {
     Value value = property.Get(evaluator);
     if (value.IsError()) {
-        throw Error(owner + ": " + what + " cannot be worked out: " + std::string(value.AsText()));
+        throw Error(owner + ": " + what + " cannot be computed: " + std::string(value.AsText()));
     }
     return value;
 }

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 #include "rdl/values/ascii.h"
 
@@ -51,20 +50,9 @@ image::Type TypeOfImage(const layout::Instance& image) {
 }
 
 std::string WebAddress(const std::string& link) {
-    std::string out;
-    for (const char c : SafeLink(link)) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool isPlain =
-            byte > 0x20 && byte < 0x7F && std::string_view("\"<>\\^`{|}").find(c) == std::string_view::npos;
-        if (isPlain) {
-            out += c;
-        } else {
-            char escape[4];
-            std::snprintf(escape, sizeof escape, "%%%02X", static_cast<unsigned>(byte));
-            out += escape;
-        }
-    }
-    return out;
+    return PercentEncoded(SafeLink(link), [](char c) {
+        return c > 0x20 && c < 0x7F && std::string_view("\"<>\\^`{|}").find(c) == std::string_view::npos;
+    });
 }
 
 layout::HAlign AlignmentOf(const layout::Instance& item, layout::HAlign paragraph) {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "rdl/image/image_type.h"
+#include "rdl/image/type.h"
 #include "rdl/layout/model/image_size.h"
 #include "rdl/layout/model/instance.h"
 

@@ -18,8 +18,8 @@ void Edges::Settle() {
 
 std::size_t Edges::Line(double position) const {
     // Merging keeps the smallest position of a cluster: the line is the last one not after the position.
-    const auto behind = std::upper_bound(m_lines.begin(), m_lines.end(), position);
-    return behind == m_lines.begin() ? 0 : static_cast<std::size_t>(behind - m_lines.begin()) - 1;
+    const auto after = std::upper_bound(m_lines.begin(), m_lines.end(), position);
+    return after == m_lines.begin() ? 0 : static_cast<std::size_t>(after - m_lines.begin()) - 1;
 }
 
 }  // namespace rdl::writers

@@ -205,7 +205,7 @@ void PdfContent::Text(const layout::Page& page, const layout::TextOp& op) {
 void PdfContent::Glyphs(const layout::Page& page, const layout::TextOp& op) {
     const PdfFonts::Font& font = m_fonts.Use(op.font);
     const double toUnits = 1000.0 / op.size;
-    double behind = 0;  // of where the next glyph belongs, in thousandths of the size
+    double lag = 0;  // of where the next glyph belongs, in thousandths of the size
     float rise = 0;
     std::size_t begin = m_out.size();
     bool isArray = false;
@@ -230,7 +230,7 @@ void PdfContent::Glyphs(const layout::Page& page, const layout::TextOp& op) {
             isArray = false;
             m_out += '(';
         }
-        const double shift = behind + glyph.dx * toUnits;
+        const double shift = lag + glyph.dx * toUnits;
         double moved = 0;
         if (std::abs(shift) >= 1) {
             flush();
@@ -247,7 +247,7 @@ void PdfContent::Glyphs(const layout::Page& page, const layout::TextOp& op) {
             flush();
         }
         put = PutGlyph(put, glyph.id);
-        behind += glyph.advance * toUnits - static_cast<double>(font.widths[glyph.id]) - moved;
+        lag += glyph.advance * toUnits - static_cast<double>(font.widths[glyph.id]) - moved;
     }
     flush();
     end();

@@ -6,7 +6,7 @@
 #include <QImage>
 #include <optional>
 
-#include "rdl/image/image_decoder.h"
+#include "rdl/image/decoder.h"
 #include "rdl/values/error.h"
 
 namespace rdl::writers {
@@ -18,7 +18,7 @@ struct Jpeg {
     std::size_t header = 0;  // where the frame header is
 };
 
-// What the frame header of a JPEG says; nothing when the format cannot pass through.
+// Returns the frame header of a JPEG; nullopt if a PDF cannot hold the bytes as they are.
 std::optional<Jpeg> ReadJpeg(const std::string& bytes) {
     const auto at = [&](std::size_t i) {
         return static_cast<unsigned>(static_cast<unsigned char>(bytes[i]));

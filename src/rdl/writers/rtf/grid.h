@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Arranges free-standing items side by side as rows of one table: its lines are the items' edges, gaps are
-// empty cells. Rectangles become borders and backgrounds of the cells inside them.
+// Arranges free-standing items side by side as rows of one table (RTF 1.9.1, Table Definitions): its lines
+// are the items' edges, gaps are empty cells. Rectangles become borders and backgrounds of the cells inside
+// them.
 #pragma once
 
 #include <cstddef>

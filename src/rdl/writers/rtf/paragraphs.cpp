@@ -157,9 +157,9 @@ void RtfParagraphs::Format(const Instance& item, const ParagraphInstance& paragr
     }
 }
 
-void RtfParagraphs::Run(const RunInstance& run, bool asParagraph, bool linked, std::string& out) {
-    const bool link = !linked && !run.hyperlink.empty() && OpenLink(run.hyperlink, out);
-    if (asParagraph) {
+void RtfParagraphs::Run(const RunInstance& run, bool hasParagraphStyle, bool isInLink, std::string& out) {
+    const bool link = !isInLink && !run.hyperlink.empty() && OpenLink(run.hyperlink, out);
+    if (hasParagraphStyle) {
         AppendWithFields(run.text, out);
     } else {
         out += "{\\plain";  // the first run's weight and lines end with it

@@ -39,7 +39,9 @@ class RtfParagraphs {
                    const Place& place, std::string& out);
     void Format(const layout::Instance& item, const layout::ParagraphInstance& paragraph, const Place& place,
                 std::string& out);
-    void Run(const layout::RunInstance& run, bool asParagraph, bool linked, std::string& out);
+    // `hhasParagraphStyleStyle`: the run's style is the one that the paragraph begins with. `isInLink`: a
+    // link of the item encloses the run.
+    void Run(const layout::RunInstance& run, bool hasParagraphStyle, bool isInLink, std::string& out);
     bool OpenLink(const layout::Instance& item, std::string& out);
     bool OpenLink(const std::string& link, std::string& out);
     // Returns a numbered name for a bookmark: bookmarks of a report may be any text, RTF allows ASCII letters

@@ -4,8 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "rdl/image/image_decoder.h"
+#include "rdl/image/decoder.h"
 #include "rdl/layout/model/image_size.h"
+#include "rdl/values/ascii.h"
 #include "rdl/writers/common/content.h"
 #include "rdl/writers/rtf/text.h"
 
@@ -19,15 +20,12 @@ constexpr std::size_t BytesInLine = 64;
 constexpr double PixelsPerPoint = 96.0 / 72;
 
 void AppendHex(const std::string& bytes, std::string& out) {
-    static constexpr char Digits[] = "0123456789abcdef";
     out.reserve(out.size() + bytes.size() * 2 + bytes.size() / BytesInLine + 1);
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         if (i % BytesInLine == 0) {
             out += '\n';
         }
-        const auto byte = static_cast<unsigned char>(bytes[i]);
-        out += Digits[byte >> 4];
-        out += Digits[byte & 15];
+        AppendHexByte(bytes[i], out, SmallHexDigits);
     }
 }
 

@@ -59,7 +59,7 @@ const layout::TableRow& RtfTablix::Fetch(std::size_t index) {
     return m_source;
 }
 
-RtfRow RtfTablix::Make(bool behindBreak) {
+RtfRow RtfTablix::Make(bool afterBreak) {
     m_row = RtfRow();
     m_row.item = m_item.name;
     m_row.height = m_source.height;
@@ -71,12 +71,12 @@ RtfRow RtfTablix::Make(bool behindBreak) {
     std::size_t next = 0;
     for (const TableCell& cell : m_source.cells) {
         for (; next < m_spans.size() && std::cmp_less_equal(m_spans[next].column, cell.column); ++next) {
-            Continue(m_spans[next], behindBreak);
+            Continue(m_spans[next], afterBreak);
         }
         Place(cell);
     }
     for (; next < m_spans.size(); ++next) {
-        Continue(m_spans[next], behindBreak);
+        Continue(m_spans[next], afterBreak);
     }
     Fill(m_lefts.size() - 1);
     std::swap(m_spans, m_next);
@@ -95,13 +95,13 @@ void RtfTablix::Fill(std::size_t column) {
     }
 }
 
-void RtfTablix::Continue(Span& span, bool anew) {
+void RtfTablix::Continue(Span& span, bool startsAgain) {
     if (span.column < m_reached) {
         return;
     }
     Fill(span.column);
     RtfCell& cell = m_row.cells.emplace_back(span.look);
-    cell.merge = anew ? RtfCell::Merge::First : RtfCell::Merge::Continued;
+    cell.merge = startsAgain ? RtfCell::Merge::First : RtfCell::Merge::Continued;
     m_reached = span.endColumn;
     if (--span.rowsLeft > 0) {
         m_next.push_back(span);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Converts the rows of a data region to RTF table rows, one after another.
+// Converts the rows of a data region to table rows (RTF 1.9.1, Table Definitions), one after another.
 #pragma once
 
 #include <cstddef>
@@ -20,7 +20,7 @@ class RtfTablix {
     const layout::TableRow& Fetch(std::size_t index);
     // Returns the fetched row; the result refers to it. After a page break cells over several rows start
     // again.
-    RtfRow Make(bool behindBreak);
+    RtfRow Make(bool afterBreak);
 
  private:
     struct Span {  // a cell that continues in the rows below
@@ -29,7 +29,7 @@ class RtfTablix {
         RtfCell look;
     };
     void CountHeadings();
-    void Continue(Span& span, bool anew);
+    void Continue(Span& span, bool startsAgain);
     void Place(const layout::TableCell& cell);
     void Fill(std::size_t column);
     void EdgesOfTable();

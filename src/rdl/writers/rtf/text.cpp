@@ -82,17 +82,8 @@ std::string RtfAddress(const std::string& link) {
     if (scheme.size() == safe.size() || std::find(allowed.begin(), allowed.end(), scheme) == allowed.end()) {
         return {};
     }
-    static constexpr char Digits[] = "0123456789ABCDEF";
-    std::string address;
-    for (const char c : safe) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (IsPlain(byte) && c != '"' && c != ' ') {
-            address += c;
-        } else {
-            address += {'%', Digits[byte >> 4], Digits[byte & 15]};
-        }
-    }
-    return address;
+    return PercentEncoded(
+        safe, [](char c) { return IsPlain(static_cast<unsigned char>(c)) && c != '"' && c != ' '; });
 }
 
 }  // namespace rdl::writers

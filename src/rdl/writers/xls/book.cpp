@@ -4,7 +4,7 @@
 #include <QChar>
 #include <algorithm>
 
-#include "rdl/image/image_decoder.h"
+#include "rdl/image/decoder.h"
 #include "rdl/writers/xls/drawing.h"
 #include "rdl/writers/xls/file.h"
 

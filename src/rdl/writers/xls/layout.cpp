@@ -129,13 +129,15 @@ layout::BoxStylePtr XlsLayout::Filled(const layout::BoxStylePtr& box) {
     return known.filled;
 }
 
-void XlsLayout::Section(layout::SectionInstance& section, bool first, bool last) {
+void XlsLayout::Section(layout::SectionInstance& section, bool isFirst, bool isLast) {
     m_page = &section.page;
     m_columns = Edges(Near);
     m_columns.Add(0);
     m_columns.Add(std::max(section.bodyWidth, 1.0));
-    const auto header = first && section.page.headerHeight > 0 ? section.Header({}) : std::vector<Instance>();
-    const auto footer = last && section.page.footerHeight > 0 ? section.Footer({}) : std::vector<Instance>();
+    const auto header =
+        isFirst && section.page.headerHeight > 0 ? section.Header({}) : std::vector<Instance>();
+    const auto footer =
+        isLast && section.page.footerHeight > 0 ? section.Footer({}) : std::vector<Instance>();
     for (const std::vector<Instance>* items : {&header, &std::as_const(section.items), &footer}) {
         for (const Instance& item : *items) {
             Gather(item, 0, 0);
@@ -165,7 +167,8 @@ void XlsLayout::Section(layout::SectionInstance& section, bool first, bool last)
     part(footer, section.page.footerStyle, row, false);
 }
 
-std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std::uint32_t row, bool top) {
+std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std::uint32_t row,
+                               bool isTopLevel) {
     if (items.empty()) {
         return row;
     }
@@ -187,9 +190,10 @@ std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std
             band.push_back(sorted[i]);
             bottom = std::max(bottom, Bottom(*sorted[i]));
         }
-        const bool breaks = top && (m_breakPending || band.front()->breakBefore) && !m_sheet->IsEmpty();
+        const bool breaks =
+            isTopLevel && (m_breakPending || band.front()->breakBefore) && !m_sheet->IsEmpty();
         const std::string& name = band.front()->pageName;
-        if (top && !name.empty() && (breaks || m_sheet->name.empty())) {
+        if (isTopLevel && !name.empty() && (breaks || m_sheet->name.empty())) {
             m_pageName = name;
             m_sheet->name = breaks ? m_sheet->name : name;
         }
@@ -199,8 +203,8 @@ std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std
         } else if (begin - end > Near) {
             m_sheet->Height(row++, begin - end, true);
         }
-        row = band.size() == 1 ? PlaceOne(*band.front(), x, row, top) : PlaceBand(band, x, row);
-        if (top) {
+        row = band.size() == 1 ? PlaceOne(*band.front(), x, row, isTopLevel) : PlaceBand(band, x, row);
+        if (isTopLevel) {
             m_sheet->Complete(row);
             m_breakPending = m_breakPending || band.back()->breakAfter;
         }
@@ -232,22 +236,22 @@ std::uint32_t XlsLayout::PlaceBand(const Items& band, double x, std::uint32_t ro
                 continue;
             }
             const std::size_t end = std::min(std::max(lines.Line(Bottom(item)), line + 1), rows.size() - 1);
-            const std::uint32_t behind = PlaceOne(item, x, rows[line], false);
-            rows[end] = std::max(rows[end], item.kind == InstanceKind::Image ? rows[line] + 1 : behind);
+            const std::uint32_t after = PlaceOne(item, x, rows[line], false);
+            rows[end] = std::max(rows[end], item.kind == InstanceKind::Image ? rows[line] + 1 : after);
         }
     }
     for (const Instance* item : band) {
         if (IsText(*item)) {
             const std::uint32_t first = rows[lines.Line(Top(*item))];
-            const std::uint32_t behind = rows[std::min(lines.Line(Bottom(*item)), rows.size() - 1)];
+            const std::uint32_t after = rows[std::min(lines.Line(Bottom(*item)), rows.size() - 1)];
             const Columns columns = ColumnsAt(x + item->x, x + item->x + item->width);
-            PlaceText(*item, {first, std::max(behind, first + 1) - 1, columns.first, columns.last});
+            PlaceText(*item, {first, std::max(after, first + 1) - 1, columns.first, columns.last});
         }
     }
     return std::max(rows.back(), row + 1);
 }
 
-std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t row, bool top) {
+std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t row, bool isTopLevel) {
     if (!IsText(item)) {
         Mark(item, row, ColumnsAt(x + Left(item), x + Right(item)).first);
     }
@@ -265,7 +269,7 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
             return PlaceImage(item, x, row);
         case InstanceKind::Container:
         case InstanceKind::Table:
-            return PlaceFilled(item, x, row, top);
+            return PlaceFilled(item, x, row, isTopLevel);
         case InstanceKind::Drawing:
             break;
     }
@@ -273,16 +277,16 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
 }
 
 // Containers and tables, over the fill that they have themselves.
-std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32_t row, bool top) {
+std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32_t row, bool isTopLevel) {
     const bool fills = item.box && item.box->background >> 24;
     if (fills) {
         BeginFill(item.box->background, ColumnsAt(x + Left(item), x + Right(item)), row);
     }
     std::uint32_t end = row;
     if (item.kind == InstanceKind::Container) {
-        end = std::max(Place(item.children, x + item.x, row, top), row + 1);
+        end = std::max(Place(item.children, x + item.x, row, isTopLevel), row + 1);
     } else if (item.table) {
-        end = PlaceTable(item, x + item.x, row, top);
+        end = PlaceTable(item, x + item.x, row, isTopLevel);
     }
     if (fills) {
         EndFill(end);

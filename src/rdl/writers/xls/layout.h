@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Places the items of a report in the cells of sheets: columns start at edges of items, rows follow the
-// horizontal bands of items, table rows become rows.
+// horizontal bands of items, table rows become rows. A sheet holds 65,536 rows of 256
+// columns (MS-XLS, 2.1.7.20.5 Worksheet Substream).
 #pragma once
 
 #include <cstdint>
@@ -23,7 +24,7 @@ class XlsLayout {
 
     // Places a section; the header goes above the first one, the footer below the last. Raises rdl::Error
     // naming an item that cannot be placed.
-    void Section(layout::SectionInstance& section, bool first, bool last);
+    void Section(layout::SectionInstance& section, bool isFirst, bool isLast);
 
  private:
     using Items = std::vector<const layout::Instance*>;
@@ -45,16 +46,17 @@ class XlsLayout {
     void BeginFill(layout::Color color, Columns columns, std::uint32_t row);
     void EndFill(std::uint32_t row);
     void BeginSheet();
-    // Each function places items from `row` on and returns the row after them. At the top level, tables are
-    // streamed.
-    std::uint32_t Place(const std::vector<layout::Instance>& items, double x, std::uint32_t row, bool top);
+    // Each function places items from `row` on and returns the row after them. `isTopLevel`: no table is
+    // around the items; tables are then streamed and may start new sheets.
+    std::uint32_t Place(const std::vector<layout::Instance>& items, double x, std::uint32_t row,
+                        bool isTopLevel);
     std::uint32_t PlaceBand(const Items& band, double x, std::uint32_t row);
-    std::uint32_t PlaceOne(const layout::Instance& item, double x, std::uint32_t row, bool top);
-    std::uint32_t PlaceTable(const layout::Instance& item, double x, std::uint32_t row, bool top);
+    std::uint32_t PlaceOne(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel);
+    std::uint32_t PlaceTable(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel);
     std::uint32_t PlaceRow(const layout::TableInstance& table, const layout::TableRow& tableRow, double x,
                            std::uint32_t row);
     std::uint32_t BreakSheet(layout::TableInstance& table, std::size_t index, double x);
-    std::uint32_t PlaceFilled(const layout::Instance& item, double x, std::uint32_t row, bool top);
+    std::uint32_t PlaceFilled(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel);
     void PlaceText(const layout::Instance& item, XlsRange range);
     layout::BoxStylePtr Filled(const layout::BoxStylePtr& box);
     double WidthOf(const XlsRange& range) const;

@@ -14,6 +14,7 @@ inline constexpr std::size_t XlsRecordLimit = 8224;  // maximum data of a record
 class XlsRecords {
  public:
     // Begin and End enclose the data of a record.
+    // The caller splits data above XlsRecordLimit into Continue records.
     void Begin(std::uint16_t type) {
         U16(type);
         m_begin = m_bytes.size();
@@ -57,6 +58,7 @@ class XlsRecords {
 // Converts to UTF-16 of at most `limit` code units, without splitting a surrogate pair. Drops control
 // characters that Excel rejects.
 std::u16string ToUtf16(std::string_view utf8, std::size_t limit);
+// Whether all code units are below 256, so that a string is stored in single bytes.
 bool IsNarrow(std::u16string_view text);
 
 }  // namespace rdl::writers

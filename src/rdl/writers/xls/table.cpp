@@ -26,7 +26,7 @@ double LeftOf(const TableInstance& table, double x, int column) {
 
 }  // namespace
 
-std::uint32_t XlsLayout::PlaceTable(const Instance& item, double x, std::uint32_t row, bool top) {
+std::uint32_t XlsLayout::PlaceTable(const Instance& item, double x, std::uint32_t row, bool isTopLevel) {
     TableInstance& table = *item.table;
     if (!table.noRowsMessage.empty()) {
         const Columns columns = ColumnsAt(x, x + item.width);
@@ -46,18 +46,18 @@ std::uint32_t XlsLayout::PlaceTable(const Instance& item, double x, std::uint32_
         table.Row(i, tableRow);
         const std::string name = tableRow.pageName;
         const bool breaks = tableRow.breakBefore || m_breakPending;
-        if (top && ((breaks && !m_sheet->IsEmpty() && i > 0) || row >= LastRowToBegin)) {
+        if (isTopLevel && ((breaks && !m_sheet->IsEmpty() && i > 0) || row >= LastRowToBegin)) {
             CloseSpans(spans, row);
             m_pageName = name.empty() ? m_pageName : name;
             row = BreakSheet(table, i, x);
-        } else if (top && !name.empty() && m_sheet->name.empty()) {
+        } else if (isTopLevel && !name.empty() && m_sheet->name.empty()) {
             m_pageName = m_sheet->name = name;
         }
-        if (top && tableRow.columnHeader) {
+        if (isTopLevel && tableRow.columnHeader) {
             m_sheet->Heading(row);
         }
         row = PlaceRow(table, tableRow, x, row);
-        if (top) {
+        if (isTopLevel) {
             m_sheet->Complete(row);
             m_breakPending = tableRow.breakAfter;
         }

@@ -186,7 +186,7 @@ Scale ValueScale(const ChartAreaData& area, std::size_t axis,
     return MakeScale(request);
 }
 
-Scale NumberScale(const ChartAreaData& area, bool dates, double room) {
+Scale NumberScale(const ChartAreaData& area, bool isDate, double room) {
     const ChartAxisData& data = area.categoryAxes.front();
     ScaleRequest request;
     for (const ChartRow& row : area.rows) {
@@ -209,16 +209,16 @@ Scale NumberScale(const ChartAreaData& area, bool dates, double room) {
     request.base = data.base;
     request.mostTicks =
         std::clamp(static_cast<int>(room / (static_cast<double>(data.style->size) * 6)), 2, 12);
-    return dates ? MakeDateScale(request) : MakeScale(request);
+    return isDate ? MakeDateScale(request) : MakeScale(request);
 }
 
-std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, bool percent, bool date,
+std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, bool isPercent, bool isDate,
                      const Culture& culture) {
-    if (date) {
+    if (isDate) {
         const auto ticks = static_cast<std::int64_t>(std::llround(tick * static_cast<double>(TicksPerDay)));
         return ChartNumber(Value::DateTime(std::max<std::int64_t>(ticks, 0)), axis.format, culture);
     }
-    if (percent && axis.format.empty()) {
+    if (isPercent && axis.format.empty()) {
         return FormatValue(Value::Real(tick), "P0", culture);
     }
     // Sums of steps end in stray digits.
@@ -226,7 +226,7 @@ std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick,
     const double rounded = scale.logarithmic || !(unit > 0) ? tick : std::round(tick / unit) * unit;
     const bool shares = axis.format.find('%') != std::string::npos || axis.format.starts_with("P") ||
                         axis.format.starts_with("p");
-    const Value value = Value::Real(percent && !shares ? rounded * 100 : rounded);
+    const Value value = Value::Real(isPercent && !shares ? rounded * 100 : rounded);
     return axis.format.empty() ? FormatValue(value, "#,0.##########", culture)
                                : FormatValue(value, axis.format, culture);
 }

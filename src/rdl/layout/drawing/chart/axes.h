@@ -21,14 +21,15 @@ std::vector<std::vector<ChartReach>> StackRows(const ChartAreaData& area);
 // Returns the scale of one value axis; `room` is its length in points.
 Scale ValueScale(const ChartAreaData& area, std::size_t axis,
                  const std::vector<std::vector<ChartReach>>& reaches, double room);
-// Returns the scale of the category axis of a scatter chart.
-Scale NumberScale(const ChartAreaData& area, bool dates, double room);
+// Returns the scale of the category axis of a scatter chart; `isDate`: its numbers are days.
+Scale NumberScale(const ChartAreaData& area, bool isDate, double room);
 
 bool IsScattered(const ChartAreaData& area);
 bool IsPercent(const ChartAreaData& area, std::size_t valueAxis);
 
-// Returns the label of a tick.
-std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, bool percent, bool date,
+// Returns the label of a tick. `isPercent`: the tick is a share of a stack in hundredths. `isDate`: it is a
+// day.
+std::string TickText(const ChartAxisData& axis, const Scale& scale, double tick, bool isPercent, bool isDate,
                      const Culture& culture);
 
 }  // namespace rdl::layout

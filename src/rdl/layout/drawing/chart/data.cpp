@@ -282,10 +282,6 @@ class ChartEvaluator {
         return m_data.areas[place];
     }
 
-    static bool IsRound(const ChartSeries& series) {
-        return series.kind == ChartKind::Pie || series.kind == ChartKind::Doughnut;
-    }
-
     static bool IsLine(const ChartSeries& series) { return series.kind == ChartKind::Line || series.joined; }
 
     // A line has its series' colour, whatever colour borders have.

@@ -77,8 +77,7 @@ void DrawTitle(const ChartCaption& title, Rect& room, Canvas& canvas) {
 }  // namespace
 
 bool IsRound(const ChartAreaData& area) {
-    return !area.rows.empty() && (area.rows.front().definition->kind == ChartKind::Pie ||
-                                  area.rows.front().definition->kind == ChartKind::Doughnut);
+    return !area.rows.empty() && IsRound(*area.rows.front().definition);
 }
 
 CharStyle InsideLetters(const ChartMark& mark) {

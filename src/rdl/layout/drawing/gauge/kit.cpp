@@ -120,7 +120,7 @@ void DrawTurned(const std::vector<Spot>& corners, Spot origin, double direction,
 }
 
 void DrawMarker(const std::string& shape, const GaugeTrack& track, double share, GaugePlace place,
-                double thick, bool inwards, Color fill, const Border& border, Canvas& canvas) {
+                double thick, bool pointsInwards, Color fill, const Border& border, Canvas& canvas) {
     const double length = place.outer - place.inner;
     if (EqualNoCase(shape, "None") || !(length > 0) || !(thick > 0)) {
         return;
@@ -132,17 +132,17 @@ void DrawMarker(const std::string& shape, const GaugeTrack& track, double share,
     }
     std::vector<Spot> corners = CornersOf(shape);
     for (Spot& corner : corners) {
-        corner.x = (inwards ? 1 - corner.x : corner.x) * length;
+        corner.x = (pointsInwards ? 1 - corner.x : corner.x) * length;
         corner.y *= thick;
     }
     DrawTurned(corners, track.At(share, place.inner), track.Direction(share), fill, border, canvas);
 }
 
 void DrawFitted(const std::string& text, const CharStyle& letters, const BoxStyle& box, const Rect& area,
-                bool fit, double degrees, Canvas& canvas) {
+                bool fillsArea, double degrees, Canvas& canvas) {
     CharStyle sized = letters;
-    const std::string lines = fit ? text : Wrapped(text, letters, area.width);
-    if (fit) {
+    const std::string lines = fillsArea ? text : Wrapped(text, letters, area.width);
+    if (fillsArea) {
         constexpr float Largest = 400;  // points
         const Extents size = Turned(Canvas::Measure(lines, sized), degrees);
         if (size.width > 0 && size.height > 0) {

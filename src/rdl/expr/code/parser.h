@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "rdl/expr/code/code_module.h"
+#include "rdl/expr/code/module.h"
 #include "rdl/expr/language/parser.h"
 #include "rdl/expr/operations/operators.h"
 
@@ -37,7 +37,7 @@ class CodeParser final : public CodeNames {
         NodePtr made;   // As New Type(...)
     };
 
-    // Declarations: code_parser.cpp.
+    // Declarations: parser.cpp.
     void FindFunctions();
     void Members();
     void FunctionBody(Procedure kind);
@@ -49,7 +49,7 @@ class CodeParser final : public CodeNames {
                                const Token& token);
     const expr::Variable* Lookup(std::string_view lower) const;
 
-    // Statements: code_parser_statements.cpp.
+    // Statements: parser_statements.cpp.
     bool AtWords(Words words) const;
     bool AtEndOfStatement() const;
     void EndStatement();

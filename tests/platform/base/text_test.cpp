@@ -7,14 +7,14 @@
 
 namespace {
 
-TEST(Letters, CompareWithoutRegardToCaseInEveryScript) {
+TEST(Texts, CompareWithoutRegardToCaseInEveryScript) {
     EXPECT_TRUE(SameText("Übersicht", "üBERSICHT"));
     EXPECT_TRUE(SameText("", ""));
     EXPECT_FALSE(SameText("Ubersicht", "Übersicht"));
     EXPECT_FALSE(SameText("a", "ab"));
 }
 
-TEST(Letters, SortLikeTheLettersThatEveryDatabaseKnows) {
+TEST(Texts, SortLikeTheCharactersThatEveryDatabaseKnows) {
     EXPECT_LT(CompareText("a", "B"), 0);
     EXPECT_GT(CompareText("ab", "A"), 0);
     EXPECT_LT(CompareText("_", "A"), 0);
@@ -22,7 +22,7 @@ TEST(Letters, SortLikeTheLettersThatEveryDatabaseKnows) {
     EXPECT_LT(CompareText("Z", "Ä"), 0);
 }
 
-TEST(Letters, BytesThatAreNoTextCompareByThemselves) {
+TEST(Texts, BytesThatAreNoTextCompareByThemselves) {
     EXPECT_TRUE(SameText("\xff", "\xff"));
     EXPECT_FALSE(SameText("\xff", "\xfe"));
     EXPECT_FALSE(SameText("\xc0\x80", std::string("\0", 1)));
@@ -30,7 +30,7 @@ TEST(Letters, BytesThatAreNoTextCompareByThemselves) {
     EXPECT_EQ(UpperText("\xf4\x90\x80\x80\xe2\x82"), "\xf4\x90\x80\x80\xe2\x82");
 }
 
-TEST(Letters, PatternsHaveWildcards) {
+TEST(Texts, PatternsHaveWildcards) {
     EXPECT_TRUE(LikeText("Übersicht", "ÜBER%"));
     EXPECT_TRUE(LikeText("Übersicht", "_bersich_"));
     EXPECT_TRUE(LikeText("aXbXc", "a%x%c"));
@@ -46,7 +46,7 @@ TEST(Letters, PatternsHaveWildcards) {
     EXPECT_FALSE(LikeText(std::string(20'000, 'a'), "%a%a%a%a%a%a%a%b"));
 }
 
-TEST(Letters, BeginningsHoldWholeCharacters) {
+TEST(Texts, BeginningsHoldWholeCharacters) {
     EXPECT_EQ(FirstCharacters("Übersicht", 2), "Üb");
     EXPECT_EQ(FirstCharacters("Ü", 5), "Ü");
     EXPECT_EQ(FirstCharacters("\xff\xfe"
@@ -61,7 +61,7 @@ TEST(Letters, BeginningsHoldWholeCharacters) {
     EXPECT_EQ(CutText("\x80\x80\x80", 2), "");
 }
 
-TEST(Letters, BytesThatAreNoTextAreReplacedOneByOne) {
+TEST(Texts, BytesThatAreNoTextAreReplacedOneByOne) {
     EXPECT_TRUE(IsUtf8("aÜ\xF0\x9F\x98\x80"));
     EXPECT_TRUE(IsUtf8(std::string_view("\0", 1)));
     EXPECT_FALSE(IsUtf8("a\xC3"));

@@ -2,8 +2,8 @@
 // Assignments and calls of report-level code.
 #include <utility>
 
-#include "rdl/expr/code/code_parser.h"
-#include "rdl/expr/code/code_statements.h"
+#include "rdl/expr/code/parser.h"
+#include "rdl/expr/code/statements.h"
 #include "rdl/expr/language/nodes.h"
 
 namespace rdl::expr {

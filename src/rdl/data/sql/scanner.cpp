@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/data/sql/sql_scanner.h"
+#include "rdl/data/sql/scanner.h"
 
 #include "rdl/values/ascii.h"
 

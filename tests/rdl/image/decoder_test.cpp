@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/image/image_decoder.h"
+#include "rdl/image/decoder.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

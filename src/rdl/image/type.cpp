@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/image/image_type.h"
+#include "rdl/image/type.h"
 
 #include "rdl/values/error.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/layout/pages/page_cutter.h"
+#include "rdl/layout/pages/cutter.h"
 
 #include <algorithm>
 #include <cmath>

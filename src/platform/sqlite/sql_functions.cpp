@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/sqlite/functions.h"
+#include "platform/sqlite/sql_functions.h"
 
 #include <sqlite3.h>
 
@@ -73,7 +73,8 @@ void Left(sqlite3_context* context, int count, sqlite3_value** values) {
         }
         const sqlite3_int64 wanted = sqlite3_value_int64(values[1]);
         if (wanted < 0) {
-            throw RuntimeError(err::DataSyntax, "The function left cannot take a negative number of letters");
+            throw RuntimeError(err::DataSyntax,
+                               "The function left cannot take a negative number of characters");
         }
         ReturnText(context, FirstCharacters(TextOf(values[0]), static_cast<std::size_t>(wanted)));
     });
@@ -122,13 +123,13 @@ void Like(sqlite3_context* context, int count, sqlite3_value** values) {
         if (count == 3) {
             const std::string_view text = TextOf(values[2]);
             if (text.empty() || CharacterAt(text, 0).length != text.size()) {
-                throw RuntimeError(err::DataSyntax, "What stands behind escape must be one letter");
+                throw RuntimeError(err::DataSyntax, "What stands after escape must be one character");
             }
             escape = CharacterAt(text, 0).code;
         }
         const std::string_view pattern = TextOf(values[0]);
         if (pattern.size() > LongestPattern) {
-            throw RuntimeError(err::DataSyntax, "The pattern behind like is too long");
+            throw RuntimeError(err::DataSyntax, "The pattern after like is too long");
         }
         sqlite3_result_int(context, LikeText(TextOf(values[1]), pattern, escape) ? 1 : 0);
     });

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/image/image_decoder.h"
+#include "rdl/image/decoder.h"
 
 #include <QBuffer>
 #include <QByteArray>
@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "rdl/image/image_type.h"
 #include "rdl/image/png_decoder.h"
+#include "rdl/image/type.h"
 #include "rdl/values/error.h"
 
 namespace rdl::image {

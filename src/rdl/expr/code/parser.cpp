@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/expr/code/code_parser.h"
+#include "rdl/expr/code/parser.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "rdl/expr/code/code_statements.h"
+#include "rdl/expr/code/statements.h"
 #include "rdl/expr/language/nodes.h"
 
 namespace rdl::expr {

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "rdl/expr/code/code_module.h"
+#include "rdl/expr/code/module.h"
 #include "rdl/expr/operations/convert.h"
 #include "rdl/expr/operations/operators.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/expr/code/code_module.h"
+#include "rdl/expr/code/module.h"
 
 #include <algorithm>
 #include <utility>

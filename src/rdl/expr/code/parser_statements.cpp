@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "rdl/expr/code/code_parser.h"
-#include "rdl/expr/code/code_statements.h"
+#include "rdl/expr/code/parser.h"
+#include "rdl/expr/code/statements.h"
 
 namespace rdl::expr {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/expr/code/code_statements.h"
+#include "rdl/expr/code/statements.h"
 
 #include <algorithm>
 
