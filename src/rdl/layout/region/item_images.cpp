@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "rdl/definition/context.h"
-#include "rdl/image/image_decoder.h"
+#include "rdl/image/decoder.h"
 #include "rdl/layout/model/image_size.h"
 #include "rdl/values/base64.h"
 #include "rdl/values/error.h"

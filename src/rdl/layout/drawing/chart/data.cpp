@@ -80,7 +80,8 @@ class ChartEvaluator {
     }
 
  private:
-    // Whether each value is an error. The chart says so, as a cell does; an empty frame would look like no data.
+    // Whether each value is an error. The chart says so, as a cell does; an empty frame would look like no
+    // data.
     bool AllFailed() const {
         bool any = false;
         for (const ChartAreaData& area : m_data.areas) {
