@@ -35,5 +35,24 @@ TEST(Ascii, HexadecimalDigitsHaveTheirValue) {
     }
 }
 
+TEST(Ascii, BytesBecomeTwoHexadecimalDigits) {
+    std::string text = "x";
+    AppendHexByte('\xAF', text);
+    AppendHexByte('\x05', text, SmallHexDigits);
+    AppendHexByte('\xFE', text, SmallHexDigits);
+    EXPECT_EQ(text, "xAF05fe");
+}
+
+TEST(Ascii, PercentEncodingKeepsThePlainBytes) {
+    EXPECT_EQ(PercentEncoded("a b\xC3", IsAsciiLetter), "a%20b%C3");
+    EXPECT_EQ(PercentEncoded("/", IsAsciiLetter, SmallHexDigits), "%2f");
+}
+
+TEST(Ascii, OneOfSeveralIsByteForByte) {
+    EXPECT_TRUE(IsOneOf("b", {"a", "b"}));
+    EXPECT_FALSE(IsOneOf("B", {"a", "b"}));
+    EXPECT_FALSE(IsOneOf("", {"a", "b"}));
+}
+
 }  // namespace
 }  // namespace rdl

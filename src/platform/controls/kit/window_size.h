@@ -9,8 +9,8 @@
 
 // Returns a size for the window, in pixels, with space for a text of that many characters and lines: at least
 // what its controls need, at most nine tenths of the screen.
-inline QSize SizeForText(const QWidget& window, int letters, int lines) {
+inline QSize SizeForText(const QWidget& window, int characters, int lines) {
     const QFontMetrics metrics = window.fontMetrics();
-    const QSize room(metrics.averageCharWidth() * letters, metrics.lineSpacing() * lines);
+    const QSize room(metrics.averageCharWidth() * characters, metrics.lineSpacing() * lines);
     return window.sizeHint().expandedTo(room).boundedTo(window.screen()->availableSize() * 9 / 10);
 }
