@@ -155,6 +155,30 @@ TEST(ReportData, SourcesSetsFieldsAndRows) {
     EXPECT_EQ(inlined.inlineRows.at(0).at(1), (std::pair<std::string, std::string>{"y", "two"}));
 }
 
+TEST(ReportData, RowsMayBelongToTheNamespaceOfATool) {
+    const auto set = [](const std::string& inQuery, const std::string& inSet) {
+        const Definition report =
+            Parse(Report(Body +
+                         "<DataSets xmlns:t=\"urn:tool\"><DataSet Name=\"d\"><Query><CommandText>select 1"
+                         "</CommandText><t:Note>x</t:Note>" +
+                         inQuery + "</Query>" + inSet + "</DataSet></DataSets>"));
+        return report.dataSets.at(0);
+    };
+    using Row = std::vector<std::pair<std::string, std::string>>;
+    const std::string rows =
+        "<t:Rows><t:Row><t:City>Rome</t:City><n:Size xmlns:n=\"urn:n\"> 3 </n:Size></t:Row></t:Rows>";
+    for (const DataSet& one : {set(rows, ""), set("", rows)}) {
+        ASSERT_EQ(one.inlineRows.size(), 1u);
+        EXPECT_EQ(one.inlineRows[0], (Row{{"City", "Rome"}, {"Size", " 3 "}}));
+    }
+    EXPECT_EQ(set("", "<t:Rows File=\"people.xml\"/>").rowsFile, "people.xml");
+    // Rows of the report itself come first.
+    const DataSet both = set(rows, "<Rows><Row><City>Oslo</City></Row></Rows>");
+    ASSERT_EQ(both.inlineRows.size(), 1u);
+    EXPECT_EQ(both.inlineRows[0], (Row{{"City", "Oslo"}}));
+    EXPECT_FALSE(set("<t:Rows/>", "").hasInlineRows);
+}
+
 TEST(ReportData, SourcesMayBeExpressionsAndSharedAndAskForTheSystemsUser) {
     const Definition report = Parse(Report(
         Body +
