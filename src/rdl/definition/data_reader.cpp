@@ -42,7 +42,7 @@ DataSource ReadDataSource(Context& context, const XmlElement& element) {
     source.reference = element.ChildText("DataSourceReference");
     if (const XmlElement* connection = element.Child("ConnectionProperties")) {
         source.provider = connection->ChildText("DataProvider");
-        source.connectString = context.ChildExpr(*connection, "ConnectString", PlaceOf(element));
+        source.connectString = context.ChildConnection(*connection, "ConnectString", PlaceOf(element));
         source.integratedSecurity = context.Flag(*connection, "IntegratedSecurity", PlaceOf(element));
     } else if (source.reference.empty()) {
         context.Fail(element, PlaceOf(element), "it has neither a connection nor a reference");

@@ -34,6 +34,9 @@ class ReportReader {
         m_definition.dataSources = ReadDataSources(m_context, m_report);
         m_definition.dataSets = ReadDataSets(m_context, m_report);
         m_definition.parameters = ReadParameters(m_context, m_report);
+        for (const ReportParameter& parameter : m_definition.parameters) {
+            m_context.TellParameter(parameter.name, parameter.multiValue);
+        }
         m_definition.variables = ReadVariables(m_context, m_report, "Report");
         ReadImages();
         ReadSections();

@@ -193,6 +193,20 @@ TEST(ReportData, SourcesMayBeExpressionsAndSharedAndAskForTheSystemsUser) {
                 HasSubstr("DataSource s: it has neither a connection nor a reference"));
 }
 
+TEST(ReportData, ConnectStringsMayHoldParametersInBraces) {
+    const auto connectString = [](const std::string& text) {
+        return Parse(Report(Body +
+                            "<DataSources><DataSource Name=\"s\"><ConnectionProperties><DataProvider>ODBC"
+                            "</DataProvider><ConnectString>" +
+                            text + "</ConnectString></ConnectionProperties></DataSource></DataSources>"))
+            .dataSources.at(0)
+            .connectString;
+    };
+    EXPECT_EQ(connectString("Data Source={?Db}.db").source, "=\"Data Source=\" & {?Db} & \".db\"");
+    EXPECT_TRUE(connectString("{?Db}").IsExpression());
+    EXPECT_FALSE(connectString("Driver={SQLite3};Database=a.db").IsExpression());
+}
+
 TEST(ReportData, SetsKnowTheirCommandTypeAndWhatComparesTexts) {
     const auto set = [](const std::string& type, const std::string& rest) {
         return Report(

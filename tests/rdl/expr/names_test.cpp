@@ -33,6 +33,23 @@ TEST(ExpressionNames, ParametersHaveValuesLabelsAndCounts) {
     EXPECT_EQ(Show("=Parameters(\"Region\").Value"), "North");
 }
 
+TEST(ExpressionNames, ParametersAndGlobalsMayStandInBraces) {
+    EXPECT_EQ(Show("={?Region}"), "North");
+    EXPECT_EQ(Show("=\"In \" & { ? region } & {?Region}.Length"), "In North5");
+    EXPECT_EQ(Show("={?Years}(1)"), "2024");
+    EXPECT_EQ(Show("=Sum({?Region}, \"Sales\")"), "North");
+    EXPECT_EQ(Show("={@PageNumber} & \" of \" & {@TotalPages} & {@UserID}"), "3 of 12ann");
+    EXPECT_EQ(Show("=Join({{?Region}, \"x\"})"), "North x");
+    TestContext context;
+    EXPECT_TRUE(Compile("={@PageNumber}", "Here", context)->UsesPageGlobals());
+    EXPECT_EQ(Refusal("={?Nope}"), "Here: there is no parameter \"Nope\", at character 4");
+    EXPECT_EQ(Refusal("={@Nope}"), "Here: there is no Globals!Nope, at character 4");
+    EXPECT_EQ(Refusal("={?Region"), "Here: {?Region has no closing }, at character 4");
+    EXPECT_EQ(Refusal("=1 & {?Region & 2"), "Here: {?Region has no closing }, at character 8");
+    EXPECT_EQ(Refusal("={?}"), "Here: the name of a parameter was expected instead of \"}\", at character 4");
+    EXPECT_EQ(Refusal("=1 @ 2"), "Here: the character \"@\" has no meaning here, at character 4");
+}
+
 TEST(ExpressionNames, GlobalsAndTheOtherCollections) {
     EXPECT_EQ(Show("=Globals!PageNumber & \" of \" & Globals!TotalPages"), "3 of 12");
     EXPECT_EQ(Show("=Globals!RenderFormat.Name"), "PDF");

@@ -259,9 +259,13 @@ NodePtr Parser::Primary() {
     Fail("a value was expected instead of " + Shown(token));
 }
 
-// { a, b }; some report designers also write a field as {Name}.
+// { a, b }; some report designers also write {Name} for a field, {?Name} for a parameter and {@Name} for a
+// global.
 NodePtr Parser::List() {
     Expect("{");
+    if (!m_code && (Peek().Is("?") || Peek().Is("@"))) {
+        return InBraces();
+    }
     if (!m_code && Peek().type == Token::Type::Word && Peek(1).Is("}")) {
         if (const auto slot = m_context.FieldSlot(m_context.dataSet, Peek().text)) {
             Take();

@@ -79,7 +79,10 @@ class Parser {
     NodePtr Collection(const std::string& lower);
     NodePtr Fields();
     NodePtr Parameters();
+    NodePtr ParameterValue(const std::string& name, const Token& token) const;
     NodePtr Globals(bool user);
+    NodePtr GlobalValue(GlobalName name);
+    NodePtr InBraces();
     NodePtr ReportItems();
     NodePtr Variables();
     NodePtr DataSets(const std::string& collection);
