@@ -328,6 +328,8 @@ struct Definition {
     std::optional<std::string> title;    // custom property Title as one line; may be empty
     std::string recordSelectionFormula;  // custom property RecordSelectionFormula
     std::string code;                    // report-level functions
+    // Custom assemblies and their classes, with commas between them; they are never loaded.
+    std::string assemblies;
     std::vector<DataSource> dataSources;
     std::vector<DataSet> dataSets;
     std::vector<ReportParameter> parameters;

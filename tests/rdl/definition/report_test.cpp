@@ -193,6 +193,16 @@ TEST(ReportData, SourcesMayBeExpressionsAndSharedAndAskForTheSystemsUser) {
                 HasSubstr("DataSource s: it has neither a connection nor a reference"));
 }
 
+TEST(ReportProperties, CustomAssembliesAndTheirClassesAreKnownByName) {
+    const Definition report =
+        Parse(Report(Body +
+                     "<CodeModules><CodeModule>Contoso.Reports, Version=1.0.0.0, Culture=neutral</CodeModule>"
+                     "</CodeModules><Classes><Class><ClassName>Contoso.Money</ClassName><InstanceName>m"
+                     "</InstanceName></Class></Classes>"));
+    EXPECT_EQ(report.assemblies, "Contoso.Reports, Contoso.Money");
+    EXPECT_EQ(Parse(Report(Body)).assemblies, "");
+}
+
 TEST(ReportData, ConnectStringsMayHoldParametersInBraces) {
     const auto connectString = [](const std::string& text) {
         return Parse(Report(Body +

@@ -80,6 +80,52 @@ TEST(ExpressionNames, UnknownNamesDoNotCompile) {
     EXPECT_NE(Refusal("=Left(\"a\")"), "compiled");
 }
 
+TEST(ExpressionNames, ConstantsMayHaveEmptyBrackets) {
+    EXPECT_EQ(Show("=\"a\" & VBCRLF() & \"b\""), "a\r\nb");
+    EXPECT_EQ(Show("=vbTab & vbtab( ) & VbTab"), "\t\t\t");
+    EXPECT_EQ(Show("=ControlChars.CrLf()"), "\r\n");
+    EXPECT_EQ(Refusal("=1 & vbTab(2)"),
+              "Here: \"vbTab\" is a constant, which takes no arguments, at character 6");
+}
+
+TEST(ExpressionNames, AnUnknownNameShowsTheNearestKnownOne) {
+    EXPECT_EQ(Refusal("=Lefft(\"a\", 1)"),
+              "Here: the name \"Lefft\" is not known; the nearest is \"left\", at character 2");
+    EXPECT_EQ(Refusal("=Coutn(1)"),
+              "Here: the name \"Coutn\" is not known; the nearest is \"count\", at character 2");
+    EXPECT_EQ(Refusal("=Math.Abbs(1)"),
+              "Here: the name \"Math.Abbs\" is not known; the nearest is \"math.abs\", at character 2");
+    EXPECT_EQ(Refusal("=vbCrLg"),
+              "Here: the name \"vbCrLg\" is not known; the nearest is \"vbcrlf\", at character 2");
+    EXPECT_EQ(Refusal("=\"a\".ToUper()"),
+              "Here: a value has no member \"ToUper\"; the nearest is \"toupper\", at character 6");
+    EXPECT_EQ(Refusal("=Foo.ToString()"), "Here: the name \"Foo\" is not known, at character 2");
+    EXPECT_EQ(Refusal("=" + std::string(60000, 'x')).substr(0, 16), "Here: the name \"");
+}
+
+TEST(ExpressionNames, AScopeWithoutQuotesIsShownWithThem) {
+    EXPECT_EQ(Refusal("=Sum(Fields!Amount.Value, ByYear)"),
+              "Here: the name of a scope is a text in quotes: \"ByYear\", at character 27");
+    EXPECT_EQ(Refusal("=InScope(ByYear)"),
+              "Here: the name of a scope is a text in quotes: \"ByYear\", at character 10");
+}
+
+TEST(ExpressionNames, ANameOfACustomAssemblySaysThatItIsNotLoaded) {
+    TestContext context;
+    context.assemblies = "Contoso.Reports, Contoso.Money";
+    const std::string why =
+        "; the report names custom assemblies (Contoso.Reports, Contoso.Money), which are not loaded";
+    const auto refusal = [&](const char* source) {
+        return ErrorRaisedBy([&] { Compile(source, "Here", context); });
+    };
+    EXPECT_EQ(refusal("=Contoso.Reports.Tools.Shorten(1)"),
+              "Here: the name \"Contoso.Reports.Tools.Shorten\" is not known" + why + ", at character 2");
+    EXPECT_EQ(refusal("=Code.Money.Text(1)"),
+              "Here: the report has no code of its own" + why + ", at character 7");
+    EXPECT_EQ(refusal("=New Contoso.Thing()"),
+              "Here: \"Contoso\" cannot be made with New" + why + ", at character 6");
+}
+
 TEST(ExpressionNames, BrokenSourcesDoNotCompile) {
     for (const char* source :
          {"=", "=1 +", "=(1", "=1)", "=\"abc", "=1 2", "=#abc#", "=IIf(True, 1)", "=Switch(True)", "=@",

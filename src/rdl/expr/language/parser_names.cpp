@@ -332,11 +332,16 @@ NodePtr Parser::Code() {
     Expect(".");
     const Token& token = Peek();
     Name("a function of the code of the report");
+    return CodeCall(token, token.lower);
+}
+
+// A call of the code of the report; its name is taken.
+NodePtr Parser::CodeCall(const Token& token, const std::string& lower) {
     Nodes arguments = Peek().Is("(") ? Arguments() : Nodes();
     std::string why = "the report has no code of its own";
-    NodePtr node = m_context.code ? m_context.code->Use(token.lower, std::move(arguments), why) : nullptr;
+    NodePtr node = m_context.code ? m_context.code->Use(lower, std::move(arguments), why) : nullptr;
     if (!node) {
-        FailAt(token, why);
+        FailAt(token, why + NotLoaded());
     }
     m_facts.pageGlobals = m_facts.pageGlobals || m_context.code->UsesPageGlobals();
     m_facts.reportItems = m_facts.reportItems || m_context.code->UsesReportItems();
