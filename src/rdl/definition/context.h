@@ -4,6 +4,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -31,6 +32,9 @@ class Context {
     Expr ChildText(const XmlElement& parent, std::string_view name, const std::string& where);
     // The same for a connect string, in which each {?Name} must be a parameter.
     Expr ChildConnection(const XmlElement& parent, std::string_view name, const std::string& where);
+    // Notes a font that the report names.
+    void TellFont(const std::string& family) { m_fonts.insert(family); }
+    const std::set<std::string>& Fonts() const { return m_fonts; }
     void TellParameter(const std::string& name, bool isMultiValue);
     // Returns a size in points; `missing` if the element is absent. A negative size is an error.
     double Size(const XmlElement& parent, std::string_view name, const std::string& where,
@@ -63,6 +67,7 @@ class Context {
     const DefinitionLimits& m_limits;
     std::unordered_set<std::string> m_images;
     ParameterNames m_parameters;
+    std::set<std::string> m_fonts;
     int m_expressions = 0;
     int m_items = 0;
 };

@@ -336,6 +336,7 @@ struct Definition {
     std::vector<Section> sections;
     std::vector<EmbeddedImage> images;
     std::vector<Variable> variables;
+    std::vector<std::string> fonts;  // families that are constants, each once, in order
     Expr initialPageName;
     bool consumeContainerWhitespace = false;
     int expressionCount = 0;  // Expr::id is below this

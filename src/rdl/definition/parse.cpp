@@ -40,7 +40,12 @@ class ReportReader {
         m_definition.variables = ReadVariables(m_context, m_report, "Report");
         ReadImages();
         ReadSections();
-        ApplyDefaultFont(m_definition, m_context.ChildExpr(m_report, "DefaultFontFamily", "Report"));
+        const Expr font = m_context.ChildExpr(m_report, "DefaultFontFamily", "Report");
+        if (font.IsSet() && !font.IsExpression()) {
+            m_context.TellFont(std::string(Trimmed(font.source)));
+        }
+        ApplyDefaultFont(m_definition, font);
+        m_definition.fonts.assign(m_context.Fonts().begin(), m_context.Fonts().end());
         m_definition.expressionCount = m_context.ExpressionCount();
         return std::move(m_definition);
     }

@@ -203,6 +203,17 @@ TEST(ReportProperties, CustomAssembliesAndTheirClassesAreKnownByName) {
     EXPECT_EQ(Parse(Report(Body)).assemblies, "");
 }
 
+TEST(ReportProperties, FontsAreKnownByName) {
+    const Definition report = Parse(Report(
+        "<Body><Height>1in</Height><ReportItems><Textbox Name=\"a\"><Value>x</Value><Style><FontFamily>Tahoma"
+        "</FontFamily></Style></Textbox><Textbox Name=\"b\"><Value>x</Value><Style><FontFamily> Calibri "
+        "</FontFamily></Style></Textbox><Textbox Name=\"c\"><Value>x</Value><Style><FontFamily>=\"Times\""
+        "</FontFamily></Style></Textbox><Textbox Name=\"d\"><Value>x</Value><Style><FontFamily>Tahoma"
+        "</FontFamily></Style></Textbox></ReportItems></Body><x:DefaultFontFamily xmlns:x=\"urn:x\">Segoe UI"
+        "</x:DefaultFontFamily>"));
+    EXPECT_EQ(report.fonts, (std::vector<std::string>{"Calibri", "Segoe UI", "Tahoma"}));
+}
+
 TEST(ReportData, ConnectStringsMayHoldParametersInBraces) {
     const auto connectString = [](const std::string& text) {
         return Parse(Report(Body +
