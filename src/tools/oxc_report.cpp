@@ -51,7 +51,15 @@ QJsonObject DescribeParameter(const report::ParameterField& field) {
             {"defaults", defaults}};
 }
 
-void PrintInfo(RdlReport& report) {
+QJsonArray DescribeFonts(const RdlReport& report) {
+    QJsonArray fonts;
+    for (const rdl::FontUse& font : report.Fonts()) {
+        fonts.append(QJsonObject{{"name", Text(font.name)}, {"becomes", Text(font.family)}});
+    }
+    return fonts;
+}
+
+void PrintInfo(RdlReport& report, bool withFonts) {
     QJsonArray tables, parameters;
     for (int n = 1; n <= report.TableCount(); ++n) {
         tables.append(Text(report.TableName(n)));
@@ -59,11 +67,14 @@ void PrintInfo(RdlReport& report) {
     for (int n = 1; n <= report.ParameterFieldCount(); ++n) {
         parameters.append(DescribeParameter(report.Parameter(n)));
     }
-    const QJsonObject info{{"title", Text(report.Title())},
-                           {"description", Text(report.Description())},
-                           {"tables", tables},
-                           {"parameters", parameters},
-                           {"formula", Text(report.RecordSelectionFormula())}};
+    QJsonObject info{{"title", Text(report.Title())},
+                     {"description", Text(report.Description())},
+                     {"tables", tables},
+                     {"parameters", parameters},
+                     {"formula", Text(report.RecordSelectionFormula())}};
+    if (withFonts) {
+        info.insert("fonts", DescribeFonts(report));
+    }
     Print(QJsonDocument(info).toJson().toStdString());
 }
 
@@ -103,6 +114,9 @@ void Export(RdlReport& report, const ReportArguments& arguments) {
     for (const tools::DataSourceArgument& source : arguments.dataSources) {
         report.SetDataSource(source.name, source.provider, source.connectString);
     }
+    for (const auto& [dataSet, file] : arguments.rows) {
+        report.SetRows(dataSet, SystemPath(file));
+    }
     if (!arguments.user.empty()) {
         const std::string password = PasswordOf(arguments);
         for (int n = 1; n <= report.TableCount(); ++n) {
@@ -127,7 +141,7 @@ void Run(const ReportArguments& arguments) {
     }
     const std::shared_ptr<RdlReport> report = reports::OpenRdlReport(SystemPath(arguments.file));
     if (arguments.command == tools::Command::Info) {
-        PrintInfo(*report);
+        PrintInfo(*report, arguments.withFonts);
     } else {
         Export(*report, arguments);
     }

@@ -75,6 +75,8 @@ class Parser {
             m_result.file = argument;
         } else if (argument == "--") {
             m_onlyFiles = true;
+        } else if (m_result.command == Command::Info && argument == "--fonts") {
+            m_result.withFonts = true;
         } else if (m_result.command != Command::Export) {
             throw UsageError("info has no option \"" + argument + "\"");
         } else {
@@ -102,6 +104,8 @@ class Parser {
             TakePasswordFrom(PasswordSource::StandardInput);
         } else if (option == "--data-source") {
             m_result.dataSources.push_back(DataSourceOf(ValueOf(option)));
+        } else if (option == "--rows") {
+            m_result.rows.push_back(Assignment(option, ValueOf(option)));
         } else {
             throw UsageError("there is no option \"" + option + "\"");
         }
@@ -149,12 +153,13 @@ class Parser {
 }  // namespace
 
 std::string Usage() {
-    return "oxc-report info FILE\n"
+    return "oxc-report info [--fonts] FILE\n"
            "oxc-report export FILE -f " +
            FormatWords("|", "|") +
            " -o OUT [-p NAME=VALUE]... [--formula TEXT]\n"
            "           [--user U [--password-stdin | --password P]] [--data-source NAME=PROVIDER;CONNECT "
            "STRING]...\n"
+           "           [--rows NAME=FILE.csv]...\n"
            "oxc-report --help | --version\n"
            "The password that belongs to --user is read from standard input (--password-stdin) or from the "
            "variable\n"

@@ -21,7 +21,8 @@ enum class PasswordSource { Argument, StandardInput, Environment };
 struct ReportArguments {
     Command command = Command::Help;
     std::string file;
-    int format = 0;  // the code of platform/contracts/export_formats.h
+    bool withFonts = false;  // info only
+    int format = 0;          // the code of platform/contracts/export_formats.h
     std::string output;
     // in the given order; a name may be repeated
     std::vector<std::pair<std::string, std::string>> parameters;
@@ -31,6 +32,7 @@ struct ReportArguments {
     PasswordSource passwordSource = PasswordSource::Environment;
     std::string password;  // only for PasswordSource::Argument
     std::vector<DataSourceArgument> dataSources;
+    std::vector<std::pair<std::string, std::string>> rows;  // data sets and their CSV files
 };
 
 // The arguments cannot be used. The text says why.

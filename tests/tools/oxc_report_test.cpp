@@ -79,6 +79,27 @@ TEST_F(OxcReport, ExportWritesTheFile) {
     EXPECT_THAT(Read("out.htm"), HasSubstr("Year 2030 Ann"));
 }
 
+TEST_F(OxcReport, RowsOfAFileReplaceAQuery) {
+    Write("people.csv", "Name\nZoe\n");
+    const Outcome outcome = Run("export people.rpt -f html -o out.htm -p year=2030 --rows people=people.csv");
+    EXPECT_EQ(outcome.code, 0) << outcome.complaint;
+    EXPECT_THAT(Read("out.htm"), HasSubstr("Year 2030 Zoe"));
+    const Outcome unknown = Run("export people.rpt -f html -o out.htm --rows nobody=people.csv");
+    EXPECT_EQ(unknown.code, 1);
+    EXPECT_THAT(unknown.complaint, HasSubstr("The report has no data set \"nobody\""));
+}
+
+TEST_F(OxcReport, InfoTellsWhatFontsBecome) {
+    std::string report = Read("people.rpt");
+    const std::size_t at = report.find("<Textbox");
+    report.insert(report.find('>', at) + 1, "<Style><FontFamily>No Such Font</FontFamily></Style>");
+    Write("fonts.rpt", report);
+    const Outcome outcome = Run("info --fonts fonts.rpt");
+    EXPECT_THAT(outcome.output, HasSubstr("\"name\": \"No Such Font\""));
+    EXPECT_THAT(outcome.output, HasSubstr("\"becomes\": \""));
+    EXPECT_THAT(Run("info fonts.rpt").output, Not(HasSubstr("\"becomes\"")));
+}
+
 TEST_F(OxcReport, FaultOfReportDataOrValueIsOneLineAndExitCode1) {
     Write("text.rpt", "hello");
     for (const char* arguments :

@@ -15,10 +15,26 @@ namespace {
 using testing::HasSubstr;
 
 TEST(ReportArguments, ExportTakesEveryOption) {
-    const ReportArguments arguments =
-        ParseArguments({"export", "a.rpt", "-f", "xls", "-o", "out.xls", "-p", "Year=2025", "-p",
-                        "Filter=a=b", "--formula", "{a} > 1", "--user", "ann", "--password", "",
-                        "--data-source", "db=SQLITE;Data Source=/x.db;Mode=ro"});
+    const ReportArguments arguments = ParseArguments({"export",
+                                                      "a.rpt",
+                                                      "-f",
+                                                      "xls",
+                                                      "-o",
+                                                      "out.xls",
+                                                      "-p",
+                                                      "Year=2025",
+                                                      "-p",
+                                                      "Filter=a=b",
+                                                      "--formula",
+                                                      "{a} > 1",
+                                                      "--user",
+                                                      "ann",
+                                                      "--password",
+                                                      "",
+                                                      "--data-source",
+                                                      "db=SQLITE;Data Source=/x.db;Mode=ro",
+                                                      "--rows",
+                                                      "Orders=o.csv"});
     EXPECT_EQ(arguments.command, Command::Export);
     EXPECT_EQ(arguments.file, "a.rpt");
     EXPECT_EQ(arguments.format, report::FormatExcel);
@@ -28,6 +44,7 @@ TEST(ReportArguments, ExportTakesEveryOption) {
     EXPECT_TRUE(arguments.hasFormula);
     EXPECT_EQ(arguments.user, "ann");
     ASSERT_EQ(arguments.dataSources.size(), 1u);
+    EXPECT_EQ(arguments.rows, (std::vector<std::pair<std::string, std::string>>{{"Orders", "o.csv"}}));
     EXPECT_EQ(arguments.dataSources[0].provider, "SQLITE");
     EXPECT_EQ(arguments.dataSources[0].connectString, "Data Source=/x.db;Mode=ro");
 }
@@ -41,6 +58,12 @@ TEST(ReportArguments, PasswordComesFromTheArgumentTheInputOrTheEnvironment) {
     EXPECT_EQ(sourceOf({"--password", "p"}), PasswordSource::Argument);
     EXPECT_EQ(sourceOf({"--password-stdin"}), PasswordSource::StandardInput);
     EXPECT_EQ(sourceOf({}), PasswordSource::Environment);
+}
+
+TEST(ReportArguments, InfoTellsFontsIfItIsAsked) {
+    EXPECT_TRUE(ParseArguments({"info", "--fonts", "a.rpt"}).withFonts);
+    EXPECT_FALSE(ParseArguments({"info", "a.rpt"}).withFonts);
+    EXPECT_THROW(ParseArguments({"export", "a.rpt", "-f", "pdf", "-o", "x", "--fonts"}), UsageError);
 }
 
 TEST(ReportArguments, FileMayBeginWithAHyphenBehindTwo) {

@@ -67,6 +67,16 @@ void RdlReport::SetDataSource(const std::string& name, const std::string& provid
     }
 }
 
+std::vector<rdl::FontUse> RdlReport::Fonts() const {
+    return Translated([&] { return m_report->Fonts(); });
+}
+
+void RdlReport::SetRows(const std::string& dataSet, const std::string& file) {
+    if (!m_report->SetRows(dataSet, paths::ToMachine(file))) {
+        throw RuntimeError(InvalidOption, "The report has no data set \"" + dataSet + "\"");
+    }
+}
+
 void RdlReport::Export(bool) {
     const report::FormatRow& format = FormatOf(m_format);
     if (m_destination == report::DestinationMail) {

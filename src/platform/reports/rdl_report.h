@@ -44,11 +44,15 @@ class RdlReport : public report::Report {
     std::unique_ptr<report::PageView> OpenPages() override;
 
     // Functions beyond the contract.
-    std::string TableName(int n) const;  // from 1
+    std::vector<rdl::FontUse> Fonts() const;  // the fonts that the report names
+    std::string TableName(int n) const;       // from 1
     // Replaces provider and connect string of a data source. Raises 5 if the report has no data source of the
     // name.
     void SetDataSource(const std::string& name, const std::string& provider,
                        const std::string& connectString);
+    // Replaces the query of a data set by the rows of a CSV file, given by its system path. Raises 5 if the
+    // report has no data set of the name.
+    void SetRows(const std::string& dataSet, const std::string& file);
     void SetRunBounds(const rdl::RunBounds& bounds) { m_report->SetBounds(bounds); }
 
  private:

@@ -38,6 +38,11 @@ class Parameter {
     virtual void Add(const Value& value) = 0;
 };
 
+// A font family that a report names, and the family of this machine that its texts get.
+struct FontUse {
+    std::string name, family;
+};
+
 class Report {
  public:
     virtual ~Report() = default;
@@ -45,6 +50,8 @@ class Report {
     // Returns the custom property Title, or the file name without its extension.
     virtual std::string Title() const = 0;
     virtual std::string Description() const = 0;
+    // Returns the fonts that the report names as constants, sorted by name.
+    virtual std::vector<FontUse> Fonts() const = 0;
 
     virtual std::size_t ParameterCount() const = 0;
     virtual Parameter& ParameterAt(std::size_t index) = 0;  // below ParameterCount()
@@ -58,6 +65,10 @@ class Report {
     // `name`.
     virtual bool SetDataSource(const std::string& name, const std::string& provider,
                                const std::string& connectString) = 0;
+
+    // Replaces the query of a data set by the rows of a CSV file, whose columns have the names of the fields.
+    // Returns false if the report has no data set of the name.
+    virtual bool SetRows(const std::string& dataSet, const std::filesystem::path& file) = 0;
 
     // The record selection formula. It is compiled when the report runs.
     virtual std::string Formula() const = 0;

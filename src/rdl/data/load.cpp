@@ -6,6 +6,8 @@
 #include "rdl/data/common/field_type.h"
 #include "rdl/data/common/message.h"
 #include "rdl/data/data_set_filter.h"
+#include "rdl/data/files/csv_cursor.h"
+#include "rdl/data/files/data_file.h"
 #include "rdl/data/open_cursor.h"
 #include "rdl/data/record_selection.h"
 #include "rdl/data/row_environment.h"
@@ -223,15 +225,35 @@ Table ReadShared(const LoadRequest& request, const DataSet& dataSet) {
     return table;
 }
 
-std::string Place(const DataSet& dataSet) {
+std::string Place(const LoadRequest& request, const DataSet& dataSet) {
     std::string place = "Data set \"" + CleanText(dataSet.name) + "\"";
+    if (request.rowFiles.contains(dataSet.name)) {
+        return place + ", rows given for it";
+    }
     if (!dataSet.dataSourceName.empty() && !dataSet.hasInlineRows && dataSet.rowsFile.empty()) {
         place += ", data source \"" + CleanText(dataSet.dataSourceName) + "\"";
     }
     return place;
 }
 
+// The rows of a file that the run gives in place of the query. Its columns have the names of the fields.
+Table ReadFileRows(const LoadRequest& request, const DataSet& dataSet, const std::string& file) {
+    DataSet named = dataSet;
+    for (Field& field : named.fields) {
+        if (!IsCalculated(field)) {
+            field.dataField = field.name;
+        }
+    }
+    const std::unique_ptr<Cursor> cursor = OpenCsv(ReadDataFile(file), {});
+    Table table = ReadRows(request, named, *cursor);
+    Calculate(request, named, table);
+    return table;
+}
+
 Table ReadSet(const LoadRequest& request, const DataSet& dataSet) {
+    if (const auto given = request.rowFiles.find(dataSet.name); given != request.rowFiles.end()) {
+        return ReadFileRows(request, dataSet, given->second);
+    }
     return dataSet.sharedDataSet.empty()
                ? ReadCalculated(request, dataSet, FindSource(*request.definition, dataSet.dataSourceName))
                : ReadShared(request, dataSet);
@@ -245,7 +267,7 @@ auto Named(const LoadRequest& request, const DataSet& dataSet, Work work) {
         request.CheckBounds();
         return work();
     } catch (const Error& error) {
-        throw Error(Place(dataSet) + ": " + error.what());
+        throw Error(Place(request, dataSet) + ": " + error.what());
     }
 }
 

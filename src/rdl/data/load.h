@@ -52,7 +52,10 @@ struct LoadRequest {
     std::int64_t nowTicks = 0;
     std::map<std::string, Logon> logons;              // by data source name
     std::map<std::string, SourceOverride> overrides;  // by data source name
-    std::string formula;                              // record selection formula; empty: every row
+    // Machine paths of CSV files by data set name: rows that replace the query. Their columns are fields by
+    // name.
+    std::map<std::string, std::string> rowFiles;
+    std::string formula;  // record selection formula; empty: every row
     Limits limits;
     std::shared_ptr<RunWatch> watch;  // limits of the whole run; null: no limits
 

@@ -80,6 +80,17 @@ BoundQuery QueryOf(const LoadRequest& request, const DataSet& dataSet, ProviderK
     }
 }
 
+// Says how the rows of a data source can come from outside that cannot be read here.
+OpenSource SourceOf(const LoadRequest& request, const DataSet& dataSet, const DataSource& source) {
+    try {
+        return ResolveSource(request, source);
+    } catch (const ProviderError& error) {
+        throw Error(std::string(error.what()) +
+                    "; oxc-report takes the rows from elsewhere: --data-source \"" + CleanText(source.name) +
+                    "=PROVIDER;CONNECT STRING\" or --rows \"" + CleanText(dataSet.name) + "=FILE.csv\"");
+    }
+}
+
 std::string FileOf(const ConnectString& pairs) {
     return pairs.Get({"data source", "file", "filename", "uri", "url", "database", "path", "directory"});
 }
@@ -174,7 +185,7 @@ std::unique_ptr<Cursor> OpenCursor(const LoadRequest& request, const DataSet& da
     if (!source) {
         throw Error("the report has no data source \"" + CleanText(dataSet.dataSourceName) + "\"");
     }
-    const OpenSource open = ResolveSource(request, *source);
+    const OpenSource open = SourceOf(request, dataSet, *source);
     const int seconds = dataSet.timeoutSeconds > 0 ? dataSet.timeoutSeconds : request.limits.querySeconds;
     switch (open.provider) {
         case ProviderKind::Sqlite:

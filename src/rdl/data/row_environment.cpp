@@ -17,6 +17,7 @@ constexpr int DeepestCalculation = 50;
 DataContext::DataContext(const Definition& definition, const std::string& dataSetName, const Table* table)
     : m_definition(definition), m_table(table) {
     dataSet = dataSetName;
+    assemblies = definition.assemblies;
     if (!definition.code.empty()) {
         m_library = std::make_unique<expr::CodeLibrary>(definition.code, *this);
         code = m_library.get();

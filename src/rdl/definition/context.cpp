@@ -48,6 +48,28 @@ Expr Context::ChildExpr(const XmlElement& parent, std::string_view name, const s
     return child ? MakeExpr(*child, PropertyOf(where, name)) : Expr{};
 }
 
+Expr Context::ChildText(const XmlElement& parent, std::string_view name, const std::string& where) {
+    return WithPlaceholders(ChildExpr(parent, name, where), &m_parameters);
+}
+
+Expr Context::ChildConnection(const XmlElement& parent, std::string_view name, const std::string& where) {
+    return WithPlaceholders(ChildExpr(parent, name, where), nullptr);
+}
+
+Expr Context::WithPlaceholders(Expr text, const ParameterNames* parameters) {
+    if (!text.IsExpression()) {
+        if (std::optional<std::string> source = ExpressionOfText(text.source, parameters)) {
+            text.source = std::move(*source);
+            text.id = m_expressions++;
+        }
+    }
+    return text;
+}
+
+void Context::TellParameter(const std::string& name, bool isMultiValue) {
+    m_parameters.emplace(LowerAscii(name), isMultiValue);
+}
+
 double Context::Size(const XmlElement& parent, std::string_view name, const std::string& where,
                      double missing) const {
     return SizeFrom(0, parent, name, where).value_or(missing);

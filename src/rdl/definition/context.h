@@ -4,11 +4,13 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 
 #include "rdl/definition/model.h"
+#include "rdl/definition/placeholders.h"
 #include "rdl/definition/xml_tree.h"
 #include "rdl/values/ascii.h"
 
@@ -26,6 +28,14 @@ class Context {
     Expr MakeExpr(const XmlElement& element, const std::string& where);
     // The same for a child; not set if there is none.
     Expr ChildExpr(const XmlElement& parent, std::string_view name, const std::string& where);
+    // The same for a text in which {?Parameter} and {@Global} stand for values; tell the parameters first.
+    Expr ChildText(const XmlElement& parent, std::string_view name, const std::string& where);
+    // The same for a connect string, in which each {?Name} must be a parameter.
+    Expr ChildConnection(const XmlElement& parent, std::string_view name, const std::string& where);
+    // Notes a font that the report names.
+    void TellFont(const std::string& family) { m_fonts.insert(family); }
+    const std::set<std::string>& Fonts() const { return m_fonts; }
+    void TellParameter(const std::string& name, bool isMultiValue);
     // Returns a size in points; `missing` if the element is absent. A negative size is an error.
     double Size(const XmlElement& parent, std::string_view name, const std::string& where,
                 double missing = 0) const;
@@ -51,9 +61,13 @@ class Context {
     std::optional<double> SizeFrom(double least, const XmlElement& parent, std::string_view name,
                                    const std::string& where) const;
 
+    Expr WithPlaceholders(Expr text, const ParameterNames* parameters);
+
     std::string m_fileName;
     const DefinitionLimits& m_limits;
     std::unordered_set<std::string> m_images;
+    ParameterNames m_parameters;
+    std::set<std::string> m_fonts;
     int m_expressions = 0;
     int m_items = 0;
 };

@@ -42,7 +42,7 @@ DataSource ReadDataSource(Context& context, const XmlElement& element) {
     source.reference = element.ChildText("DataSourceReference");
     if (const XmlElement* connection = element.Child("ConnectionProperties")) {
         source.provider = connection->ChildText("DataProvider");
-        source.connectString = context.ChildExpr(*connection, "ConnectString", PlaceOf(element));
+        source.connectString = context.ChildConnection(*connection, "ConnectString", PlaceOf(element));
         source.integratedSecurity = context.Flag(*connection, "IntegratedSecurity", PlaceOf(element));
     } else if (source.reference.empty()) {
         context.Fail(element, PlaceOf(element), "it has neither a connection nor a reference");
@@ -118,9 +118,10 @@ bool IsNull(const XmlElement& value) {
 }
 
 // Rows that stand in the report itself: a Row element each, with an element for each value; or in a file of
-// that form.
+// that form. They stand beside the query or, from some tools, within it.
 void ReadRows(const XmlElement& element, DataSet& set) {
-    const XmlElement* rows = element.Child("Rows");
+    const XmlElement* beside = element.Child("Rows");
+    const XmlElement* rows = beside ? beside : element.Find({"Query", "Rows"});
     if (!rows) {
         return;
     }

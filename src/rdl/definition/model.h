@@ -328,12 +328,15 @@ struct Definition {
     std::optional<std::string> title;    // custom property Title as one line; may be empty
     std::string recordSelectionFormula;  // custom property RecordSelectionFormula
     std::string code;                    // report-level functions
+    // Custom assemblies and their classes, with commas between them; they are never loaded.
+    std::string assemblies;
     std::vector<DataSource> dataSources;
     std::vector<DataSet> dataSets;
     std::vector<ReportParameter> parameters;
     std::vector<Section> sections;
     std::vector<EmbeddedImage> images;
     std::vector<Variable> variables;
+    std::vector<std::string> fonts;  // families that are constants, each once, in order
     Expr initialPageName;
     bool consumeContainerWhitespace = false;
     int expressionCount = 0;  // Expr::id is below this

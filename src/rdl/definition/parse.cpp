@@ -34,10 +34,18 @@ class ReportReader {
         m_definition.dataSources = ReadDataSources(m_context, m_report);
         m_definition.dataSets = ReadDataSets(m_context, m_report);
         m_definition.parameters = ReadParameters(m_context, m_report);
+        for (const ReportParameter& parameter : m_definition.parameters) {
+            m_context.TellParameter(parameter.name, parameter.multiValue);
+        }
         m_definition.variables = ReadVariables(m_context, m_report, "Report");
         ReadImages();
         ReadSections();
-        ApplyDefaultFont(m_definition, m_context.ChildExpr(m_report, "DefaultFontFamily", "Report"));
+        const Expr font = m_context.ChildExpr(m_report, "DefaultFontFamily", "Report");
+        if (font.IsSet() && !font.IsExpression()) {
+            m_context.TellFont(std::string(Trimmed(font.source)));
+        }
+        ApplyDefaultFont(m_definition, font);
+        m_definition.fonts.assign(m_context.Fonts().begin(), m_context.Fonts().end());
         m_definition.expressionCount = m_context.ExpressionCount();
         return std::move(m_definition);
     }
@@ -52,12 +60,35 @@ class ReportReader {
         if (const XmlElement* code = m_report.Child("Code")) {
             m_definition.code = code->text;
         }
+        ReadAssemblies();
         m_definition.consumeContainerWhitespace =
             m_context.Flag(m_report, "ConsumeContainerWhitespace", "Report");
         if (const XmlElement* properties = m_report.Child("CustomProperties")) {
             for (const XmlElement& property : properties->children) {
                 TakeCustomProperty(property.ChildText("Name"), property.ChildText("Value"));
             }
+        }
+    }
+
+    void ReadAssemblies() {
+        if (const XmlElement* modules = m_report.Child("CodeModules")) {
+            for (const XmlElement& module : modules->children) {
+                // Without version, culture and key.
+                AddAssembly(module.text.substr(0, module.text.find(',')));
+            }
+        }
+        if (const XmlElement* classes = m_report.Child("Classes")) {
+            for (const XmlElement& one : classes->children) {
+                AddAssembly(one.ChildText("ClassName"));
+            }
+        }
+    }
+
+    void AddAssembly(std::string_view name) {
+        constexpr std::size_t Longest = 400;  // it is for errors
+        name = Trimmed(name);
+        if (!name.empty() && m_definition.assemblies.size() + name.size() <= Longest) {
+            m_definition.assemblies += (m_definition.assemblies.empty() ? "" : ", ") + std::string(name);
         }
     }
 

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "rdl/values/ascii.h"
+
 namespace rdl {
 namespace {
 
@@ -23,6 +25,23 @@ constexpr Signature Signatures[] = {
 bool IsUtf16(std::string_view bytes) {
     return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF") ||
            bytes.starts_with(std::string_view("<\0", 2)) || bytes.starts_with(std::string_view("\0<", 2));
+}
+
+// Pages of a web server, for example one that refuses a download.
+bool IsHtml(std::string_view text) {
+    constexpr std::string_view Doctype = "<!doctype html", Root = "<html";
+    return EqualNoCase(text.substr(0, Doctype.size()), Doctype) ||
+           EqualNoCase(text.substr(0, Root.size()), Root);
+}
+
+// An object, or a list of objects, lists or texts.
+bool IsJson(std::string_view text) {
+    if (text[0] != '{' && text[0] != '[') {
+        return false;
+    }
+    const std::size_t next = text.find_first_not_of(" \t\r\n", 1);
+    return next != std::string_view::npos &&
+           std::string_view(text[0] == '{' ? "\"}" : "\"{[]").find(text[next]) != std::string_view::npos;
 }
 
 bool IsControl(char c) {
@@ -55,7 +74,10 @@ std::string DescribeIfNotXml(std::string_view bytes) {
     if (first == std::string_view::npos) {
         return bytes.size() <= head.size() ? "holds nothing but blanks" : "is plain text, not an RDL report";
     }
-    return head[first] == '<' ? "" : "is plain text, not an RDL report";
+    if (head[first] == '<') {
+        return IsHtml(head.substr(first)) ? "is an HTML page, not an RDL report" : "";
+    }
+    return IsJson(head.substr(first)) ? "is JSON, not an RDL report" : "is plain text, not an RDL report";
 }
 
 }  // namespace rdl

@@ -9,7 +9,7 @@ namespace {
 
 TextRun ReadRun(Context& context, const XmlElement& element, const std::string& where) {
     TextRun run;
-    run.value = context.ChildExpr(element, "Value", where);
+    run.value = context.ChildText(element, "Value", where);
     run.style = ReadStyle(context, element, where);
     run.action = ReadAction(context, element, where);
     run.toolTip = context.ChildExpr(element, "ToolTip", where);
@@ -56,7 +56,7 @@ Paragraph ReadParagraph(Context& context, const XmlElement& element, const std::
 Paragraph ParagraphOfValue(Context& context, const XmlElement& element, const Textbox& textbox,
                            const std::string& where) {
     TextRun run;
-    run.value = context.ChildExpr(element, "Value", where);
+    run.value = context.ChildText(element, "Value", where);
     run.style = RunPart(textbox.style);
     Paragraph paragraph;
     paragraph.style = ParagraphPart(textbox.style);

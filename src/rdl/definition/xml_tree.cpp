@@ -32,17 +32,25 @@ bool KeepsBlanks(const XmlElement& element, bool parentKeeps) {
     return parentKeeps;
 }
 
-// The parser has bounded how deep this goes.
-void KeepWhatIsOfTheReport(XmlElement& element, int space, bool parentKeepsBlanks) {
+// Tools write the rows that a user typed under a namespace of their own.
+bool HoldsRows(const XmlElement& parent, const XmlElement& child) {
+    return child.name == "Rows" && (parent.name == "Query" || parent.name == "DataSet");
+}
+
+// `inRows`: the elements are data, whose names count in every namespace. The parser has bounded how deep this
+// goes.
+void KeepWhatIsOfTheReport(XmlElement& element, int space, bool parentKeepsBlanks, bool inRows) {
     const bool keepsBlanks = KeepsBlanks(element, parentKeepsBlanks);
     if (!keepsBlanks && Trimmed(element.text).empty()) {
         element.text = {};
     }
-    std::erase_if(element.children, [space](const XmlElement& child) {
-        return child.space != space && !IsKeptFromOthers(child.name);
-    });
+    if (!inRows) {
+        std::erase_if(element.children, [&](const XmlElement& child) {
+            return child.space != space && !IsKeptFromOthers(child.name) && !HoldsRows(element, child);
+        });
+    }
     for (XmlElement& child : element.children) {
-        KeepWhatIsOfTheReport(child, space, keepsBlanks);
+        KeepWhatIsOfTheReport(child, space, keepsBlanks, inRows || HoldsRows(element, child));
     }
 }
 
@@ -71,7 +79,7 @@ xml::Document ReadXmlTree(std::string_view bytes, const std::string& fileName,
     try {
         xml::Document document = xml::Parse(bytes, {limits.depth, limits.elements, limits.attributes});
         CheckRoot(document, name);
-        KeepWhatIsOfTheReport(document.root, document.root.space, false);
+        KeepWhatIsOfTheReport(document.root, document.root.space, false, false);
         return document;
     } catch (const xml::Flaw& flaw) {
         throw Error(name + ", line " + std::to_string(flaw.Line()) + ": " + flaw.what());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A report file as a tree of elements. Elements of foreign namespaces (designers store their state in the
-// file) are dropped, except the few that affect the report.
+// file) are dropped, except the few that affect the report and the rows that a data set holds.
 #pragma once
 
 #include <string>

@@ -12,6 +12,7 @@
 #include "rdl/engine/run.h"
 #include "rdl/formula/marks.h"
 #include "rdl/layout/build.h"
+#include "rdl/text/fonts.h"
 #include "rdl/values/ascii.h"
 #include "rdl/writers/formats.h"
 
@@ -64,12 +65,23 @@ data::LoadRequest LoadedReport::Request(const std::string& renderName) const {
     request.nowTicks = TheHost().NowTicks();
     request.logons = m_logons;
     request.overrides = m_overrides;
+    request.rowFiles = m_rowFiles;
     request.formula = m_formula;
     return request;
 }
 
 std::string LoadedReport::Title() const {
     return m_definition.title.value_or(m_file.stem().string());
+}
+
+std::vector<FontUse> LoadedReport::Fonts() const {
+    return InStage(Stage::Open, [&] {
+        std::vector<FontUse> uses;
+        for (const std::string& name : m_definition.fonts) {
+            uses.push_back({name, text::File(text::FindFont({name})).family});
+        }
+        return uses;
+    });
 }
 
 std::string LoadedReport::SourceName(std::size_t index) const {
@@ -93,6 +105,16 @@ bool LoadedReport::SetDataSource(const std::string& name, const std::string& pro
     for (const DataSource& source : m_definition.dataSources) {
         if (EqualNoCase(source.name, name)) {
             m_overrides[source.name] = {provider, connectString};
+            return true;
+        }
+    }
+    return false;
+}
+
+bool LoadedReport::SetRows(const std::string& dataSet, const std::filesystem::path& file) {
+    for (const DataSet& set : m_definition.dataSets) {
+        if (EqualNoCase(set.name, dataSet)) {
+            m_rowFiles[set.name] = file.string();
             return true;
         }
     }

@@ -29,6 +29,8 @@ class LoadedReport : public Report {
     std::string TableName(std::size_t table) const override { return m_tables.at(table)->name; }
     std::string SourceName(std::size_t table) const override;
     void SetLogon(std::size_t table, const std::string& user, const std::string& password) override;
+    std::vector<FontUse> Fonts() const override;
+    bool SetRows(const std::string& dataSet, const std::filesystem::path& file) override;
     bool SetDataSource(const std::string& name, const std::string& provider,
                        const std::string& connectString) override;
     std::string Formula() const override { return m_formula; }
@@ -51,6 +53,7 @@ class LoadedReport : public Report {
     std::vector<std::unique_ptr<ReportParameterState>> m_parameters;  // in the definition's order
     std::map<std::string, data::Logon> m_logons;
     std::map<std::string, data::SourceOverride> m_overrides;
+    std::map<std::string, std::string> m_rowFiles;
     std::string m_formula;
     RunBounds m_bounds;
 };

@@ -3,7 +3,10 @@
 
 #include <fontconfig/fontconfig.h>
 
+#include <span>
 #include <string_view>
+
+#include "rdl/text/near_families.h"
 
 namespace rdl::text {
 
@@ -30,9 +33,34 @@ bool IsSans(const std::string& family) {
     return true;
 }
 
+bool IsInstalled(const std::string& family) {
+    const std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)> pattern(FcPatternCreate(),
+                                                                          FcPatternDestroy);
+    FcPatternAddString(pattern.get(), FC_FAMILY, Name(family));
+    const std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)> properties(
+        FcObjectSetBuild(FC_FAMILY, nullptr), FcObjectSetDestroy);
+    const std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)> found(
+        FcFontList(nullptr, pattern.get(), properties.get()), FcFontSetDestroy);
+    return found && found->nfont > 0;
+}
+
+// A machine's own substitutes may be of another width, so the nearest families come before them.
+void AddNearFamilies(FcPattern* pattern, const std::string& family) {
+    const std::span<const std::string_view> near = NearFamilies(family);
+    if (near.empty() || IsInstalled(family)) {
+        return;
+    }
+    for (const std::string_view name : near) {
+        if (const std::string other(name); IsInstalled(other)) {
+            FcPatternAddString(pattern, FC_FAMILY, Name(other));
+        }
+    }
+}
+
 FcPattern* PatternOf(const FontRequest& request) {
     FcPattern* pattern = FcPatternCreate();
     const std::string family = request.family.empty() ? "Arial" : request.family;
+    AddNearFamilies(pattern, family);
     FcPatternAddString(pattern, FC_FAMILY, Name(family));
     // The usual sans font of a machine is as wide as Verdana; a report that was laid out in another one,
     // Segoe UI or Tahoma, would break its lines early. Arial's width is nearer to theirs.

@@ -45,6 +45,34 @@ TEST_F(InlineData, AnotherDataSourceIsAskedInsteadOfAFileOfRows) {
     EXPECT_EQ(Rows(), "Cleo");
 }
 
+TEST_F(InlineData, RowsOfAFileThatIsGivenReplaceTheQuery) {
+    Write("orders.csv", "Town;Total\nRome;3\nBonn;4\n");
+    AddSource("System.Data.DataSet", "");
+    DataSet& set = AddSet("/* Local Query */", {"Town", "Total:Integer"});
+    set.fields[0].dataField = "town_name";
+    AddCalculated(set, "Twice", "=Fields!Total.Value * 2");
+    request.rowFiles["Set1"] = (folder / "orders.csv").string();
+    EXPECT_EQ(Rows(), "Rome|3|6 Bonn|4|8");
+    set.hasInlineRows = true;
+    EXPECT_EQ(Rows(), "Rome|3|6 Bonn|4|8");
+    request.rowFiles["Set1"] = (folder / "none.csv").string();
+    EXPECT_NE(Failure().find("Data set \"Set1\", rows given for it: "), std::string::npos) << Failure();
+    EXPECT_NE(Failure().find("none.csv"), std::string::npos) << Failure();
+}
+
+TEST_F(InlineData, ADataSourceThatCannotBeReadSaysHowToGiveTheRows) {
+    AddSource("OLEDB-MD", "Data Source=cubes");
+    AddSet("SELECT FROM [Sales]", {"Town"});
+    const std::string failure = Failure();
+    EXPECT_NE(failure.find("Data set \"Set1\", data source \"Main\": the data provider \"OLEDB-MD\" (a cube, "
+                           "asked in MDX) cannot be used here"),
+              std::string::npos)
+        << failure;
+    EXPECT_NE(failure.find("--data-source \"Main=PROVIDER;CONNECT STRING\" or --rows \"Set1=FILE.csv\""),
+              std::string::npos)
+        << failure;
+}
+
 TEST_F(InlineData, EnteredRowsHaveTheTypesOfTheirElementPath) {
     AddSource("ENTERDATA", "");
     AddSet(

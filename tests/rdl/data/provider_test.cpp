@@ -48,16 +48,26 @@ TEST(DataProviders, OleDbSaysInItsConnectStringWhichOneIsMeant) {
     EXPECT_EQ(FindProvider("OLEDB", "Provider=MSDASQL;DSN=world"), ProviderKind::Odbc);
     EXPECT_EQ(Failure("OLEDB", "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=a.mdb"),
               "the OLE DB provider \"Microsoft.Jet.OLEDB.4.0\" cannot be used here; SQLOLEDB, SQLNCLI, "
-              "MSOLEDBSQL and MSDASQL can, or give another data source, for example by ODBC");
+              "MSOLEDBSQL and MSDASQL can");
+    EXPECT_EQ(
+        Failure("OLEDB", "Provider=MSOLAP.8;Data Source=cubes"),
+        "the OLE DB provider \"MSOLAP.8\" (a cube or semantic model, asked in MDX or DAX) cannot be used "
+        "here; SQLOLEDB, SQLNCLI, MSOLEDBSQL and MSDASQL can");
     EXPECT_EQ(Failure("OLEDB", "Data Source=db"), "the connect string names no OLE DB provider (Provider=)");
 }
 
 TEST(DataProviders, UnknownOneIsNamedWithThoseThatAreKnown) {
-    EXPECT_EQ(
-        Failure("SAPBW"),
-        "the data provider \"SAPBW\" cannot be used here; known are SQLITE, PostgreSQL, MySQL, MariaDB, SQL, "
-        "SQLAZURE, OLEDB, ODBC, XML, JSON, CSV and ENTERDATA");
+    EXPECT_EQ(Failure("Strange"),
+              "the data provider \"Strange\" cannot be used here; known are SQLITE, PostgreSQL, MySQL, "
+              "MariaDB, SQL, "
+              "SQLAZURE, OLEDB, ODBC, XML, JSON, CSV and ENTERDATA");
     EXPECT_EQ(Failure(" "), "the data source names no data provider");
+    for (const auto& [name, what] :
+         {std::pair{"OLEDB-MD", "a cube, asked in MDX"}, std::pair{"DAX", "a semantic model, asked in DAX"},
+          std::pair{"System.Data.DataSet", "tables in the memory of the program that had the report"}}) {
+        EXPECT_EQ(Failure(name).substr(0, Failure(name).find(" cannot")),
+                  "the data provider \"" + std::string(name) + "\" (" + what + ")");
+    }
 }
 
 }  // namespace

@@ -42,10 +42,18 @@ TEST(BadReportFile, OtherBinaryFileIsNamed) {
 
 TEST(BadReportFile, PlainTextIsNamed) {
     EXPECT_THAT(ErrorOf("Dear Ann,\nhello"), HasSubstr("plain text"));
+    EXPECT_THAT(ErrorOf("{not json}"), HasSubstr("plain text"));
+    for (const char* page :
+         {"\xEF\xBB\xBF\n<!DOCTYPE html><html/>", "<!doctype HTML public>", "<HTML><p>x"}) {
+        EXPECT_THAT(ErrorOf(page), HasSubstr("sales.rpt is an HTML page, not an RDL report")) << page;
+    }
+    for (const char* json : {"{\"a\": 1}", " [ {} ]", "{}", "[\"a\"]"}) {
+        EXPECT_THAT(ErrorOf(json), HasSubstr("sales.rpt is JSON, not an RDL report")) << json;
+    }
 }
 
 TEST(BadReportFile, XmlOfAnotherKindNamesItsRoot) {
-    EXPECT_THAT(ErrorOf("<html><body/></html>"), AllOf(HasSubstr("another kind"), HasSubstr("\"html\"")));
+    EXPECT_THAT(ErrorOf("<page><body/></page>"), AllOf(HasSubstr("another kind"), HasSubstr("\"page\"")));
 }
 
 TEST(BadReportFile, ReportOfAnotherNamespaceNamesIt) {

@@ -122,6 +122,26 @@ TEST(ReportText, OlderTextboxIsOneParagraphWithOneRun) {
     EXPECT_EQ(box.style.Find(StyleProperty::VerticalAlign)->source, "Middle");
 }
 
+TEST(ReportText, ParametersAndGlobalsInBracesStandForTheirValues) {
+    const auto value = [](const std::string& text) {
+        return TextOf(&OnlyItem<Textbox>(Parse(
+            Report("<ReportParameters><ReportParameter Name=\"Year\"/><ReportParameter Name=\"Towns\">"
+                   "<MultiValue>true</MultiValue></ReportParameter></ReportParameters><Width>6in</Width>"
+                   "<Body><Height>3in</Height><ReportItems><Textbox><Value>" +
+                   text + "</Value></Textbox></ReportItems></Body>"))));
+    };
+    EXPECT_EQ(value("Sales of {?year}"), "=\"Sales of \" & {?year}");
+    EXPECT_EQ(value("{?Year}"), "={?Year}");
+    EXPECT_EQ(value("\"{? Year }\", {@PageNumber}."),
+              "=\"\"\"\" & {?Year} & \"\"\", \" & {@PageNumber} & \".\"");
+    EXPECT_EQ(value("{{?Year}}"), "=\"{\" & {?Year} & \"}\"");
+    EXPECT_EQ(value("in {?Towns}"), "=\"in \" & Join({?Towns}, \", \")");
+    for (const char* text : {"{?Nobody}", "{?Year", "{Year}", "{@Nothing}", "{?}", "{", "a {? b ?} c"}) {
+        EXPECT_EQ(value(text), text);
+    }
+    EXPECT_EQ(value("={?Year}"), "={?Year}");
+}
+
 TEST(ReportText, NewerTextboxHasParagraphsAndRuns) {
     const Definition report = Parse(WithItems(
         "<Textbox><Paragraphs><Paragraph><TextRuns><TextRun><Value>a</Value><MarkupType>HTML</MarkupType>"

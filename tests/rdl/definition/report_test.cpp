@@ -155,6 +155,30 @@ TEST(ReportData, SourcesSetsFieldsAndRows) {
     EXPECT_EQ(inlined.inlineRows.at(0).at(1), (std::pair<std::string, std::string>{"y", "two"}));
 }
 
+TEST(ReportData, RowsMayBelongToTheNamespaceOfATool) {
+    const auto set = [](const std::string& inQuery, const std::string& inSet) {
+        const Definition report =
+            Parse(Report(Body +
+                         "<DataSets xmlns:t=\"urn:tool\"><DataSet Name=\"d\"><Query><CommandText>select 1"
+                         "</CommandText><t:Note>x</t:Note>" +
+                         inQuery + "</Query>" + inSet + "</DataSet></DataSets>"));
+        return report.dataSets.at(0);
+    };
+    using Row = std::vector<std::pair<std::string, std::string>>;
+    const std::string rows =
+        "<t:Rows><t:Row><t:City>Rome</t:City><n:Size xmlns:n=\"urn:n\"> 3 </n:Size></t:Row></t:Rows>";
+    for (const DataSet& one : {set(rows, ""), set("", rows)}) {
+        ASSERT_EQ(one.inlineRows.size(), 1u);
+        EXPECT_EQ(one.inlineRows[0], (Row{{"City", "Rome"}, {"Size", " 3 "}}));
+    }
+    EXPECT_EQ(set("", "<t:Rows File=\"people.xml\"/>").rowsFile, "people.xml");
+    // Rows of the report itself come first.
+    const DataSet both = set(rows, "<Rows><Row><City>Oslo</City></Row></Rows>");
+    ASSERT_EQ(both.inlineRows.size(), 1u);
+    EXPECT_EQ(both.inlineRows[0], (Row{{"City", "Oslo"}}));
+    EXPECT_FALSE(set("<t:Rows/>", "").hasInlineRows);
+}
+
 TEST(ReportData, SourcesMayBeExpressionsAndSharedAndAskForTheSystemsUser) {
     const Definition report = Parse(Report(
         Body +
@@ -167,6 +191,41 @@ TEST(ReportData, SourcesMayBeExpressionsAndSharedAndAskForTheSystemsUser) {
     EXPECT_TRUE(report.dataSources.at(0).integratedSecurity);
     EXPECT_THAT(ErrorOf(Report(Body + "<DataSources><DataSource Name=\"s\"/></DataSources>")),
                 HasSubstr("DataSource s: it has neither a connection nor a reference"));
+}
+
+TEST(ReportProperties, CustomAssembliesAndTheirClassesAreKnownByName) {
+    const Definition report =
+        Parse(Report(Body +
+                     "<CodeModules><CodeModule>Contoso.Reports, Version=1.0.0.0, Culture=neutral</CodeModule>"
+                     "</CodeModules><Classes><Class><ClassName>Contoso.Money</ClassName><InstanceName>m"
+                     "</InstanceName></Class></Classes>"));
+    EXPECT_EQ(report.assemblies, "Contoso.Reports, Contoso.Money");
+    EXPECT_EQ(Parse(Report(Body)).assemblies, "");
+}
+
+TEST(ReportProperties, FontsAreKnownByName) {
+    const Definition report = Parse(Report(
+        "<Body><Height>1in</Height><ReportItems><Textbox Name=\"a\"><Value>x</Value><Style><FontFamily>Tahoma"
+        "</FontFamily></Style></Textbox><Textbox Name=\"b\"><Value>x</Value><Style><FontFamily> Calibri "
+        "</FontFamily></Style></Textbox><Textbox Name=\"c\"><Value>x</Value><Style><FontFamily>=\"Times\""
+        "</FontFamily></Style></Textbox><Textbox Name=\"d\"><Value>x</Value><Style><FontFamily>Tahoma"
+        "</FontFamily></Style></Textbox></ReportItems></Body><x:DefaultFontFamily xmlns:x=\"urn:x\">Segoe UI"
+        "</x:DefaultFontFamily>"));
+    EXPECT_EQ(report.fonts, (std::vector<std::string>{"Calibri", "Segoe UI", "Tahoma"}));
+}
+
+TEST(ReportData, ConnectStringsMayHoldParametersInBraces) {
+    const auto connectString = [](const std::string& text) {
+        return Parse(Report(Body +
+                            "<DataSources><DataSource Name=\"s\"><ConnectionProperties><DataProvider>ODBC"
+                            "</DataProvider><ConnectString>" +
+                            text + "</ConnectString></ConnectionProperties></DataSource></DataSources>"))
+            .dataSources.at(0)
+            .connectString;
+    };
+    EXPECT_EQ(connectString("Data Source={?Db}.db").source, "=\"Data Source=\" & {?Db} & \".db\"");
+    EXPECT_TRUE(connectString("{?Db}").IsExpression());
+    EXPECT_FALSE(connectString("Driver={SQLite3};Database=a.db").IsExpression());
 }
 
 TEST(ReportData, SetsKnowTheirCommandTypeAndWhatComparesTexts) {

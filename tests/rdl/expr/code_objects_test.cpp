@@ -260,7 +260,7 @@ TEST(CodeStatements, WhatIsNotKnownIsRefusedWithItsLine) {
     EXPECT_EQ(CodeRefusal("\nClass A\nEnd Class"),
               "Code, line 2: only functions, variables and constants can stand here, not \"Class\"");
     EXPECT_EQ(CodeRefusal("Function F()\nReturn System.IO.File.Exists(\"x\")\nEnd Function"),
-              "Code, line 2: the name \"IO\" is not known");
+              "Code, line 2: the name \"IO.File.Exists\" is not known");
     EXPECT_EQ(CodeRefusal("#Region \"x\"\nFunction F()\nEnd Function\n#End Region"), "accepted");
 }
 

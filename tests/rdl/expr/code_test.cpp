@@ -279,5 +279,19 @@ TEST(ReportCode, NamesThatTheCodeLacksDoNotCompile) {
     EXPECT_NE(Refusal("=Code.F()"), "compiled");
 }
 
+TEST(Code, FunctionsNeedNoPrefixUnlessABuiltInOneHasTheirName) {
+    const std::string code =
+        "Function Greeting(name As String) As String\nReturn \"Hello \" & name\nEnd Function\n"
+        "Function Left(text As String, count As Integer) As String\nReturn \"own\"\nEnd Function\n"
+        "Function vbTab() As String\nReturn \"own\"\nEnd Function\nDim secret = 5";
+    EXPECT_EQ(ShowWith(code, "=greeting(\"Ann\") & Code.Greeting(\"!\")"), "Hello AnnHello !");
+    EXPECT_EQ(ShowWith(code, "=Left(\"Rome\", 2) & Code.Left(\"Rome\", 2)"), "Roown");
+    EXPECT_EQ(ShowWith(code, "=vbTab()"), "\t");
+    const auto refusal = [&](const char* source) { return ErrorRaisedBy([&] { ShowWith(code, source); }); };
+    EXPECT_EQ(refusal("=Greting(\"Ann\")"),
+              "Here: the name \"Greting\" is not known; the nearest is \"Code.greeting\", at character 2");
+    EXPECT_EQ(refusal("=secret"), "Here: the name \"secret\" is not known, at character 2");
+}
+
 }  // namespace
 }  // namespace rdl::expr

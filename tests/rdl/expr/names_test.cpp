@@ -33,6 +33,23 @@ TEST(ExpressionNames, ParametersHaveValuesLabelsAndCounts) {
     EXPECT_EQ(Show("=Parameters(\"Region\").Value"), "North");
 }
 
+TEST(ExpressionNames, ParametersAndGlobalsMayStandInBraces) {
+    EXPECT_EQ(Show("={?Region}"), "North");
+    EXPECT_EQ(Show("=\"In \" & { ? region } & {?Region}.Length"), "In North5");
+    EXPECT_EQ(Show("={?Years}(1)"), "2024");
+    EXPECT_EQ(Show("=Sum({?Region}, \"Sales\")"), "North");
+    EXPECT_EQ(Show("={@PageNumber} & \" of \" & {@TotalPages} & {@UserID}"), "3 of 12ann");
+    EXPECT_EQ(Show("=Join({{?Region}, \"x\"})"), "North x");
+    TestContext context;
+    EXPECT_TRUE(Compile("={@PageNumber}", "Here", context)->UsesPageGlobals());
+    EXPECT_EQ(Refusal("={?Nope}"), "Here: there is no parameter \"Nope\", at character 4");
+    EXPECT_EQ(Refusal("={@Nope}"), "Here: there is no Globals!Nope, at character 4");
+    EXPECT_EQ(Refusal("={?Region"), "Here: {?Region has no closing }, at character 4");
+    EXPECT_EQ(Refusal("=1 & {?Region & 2"), "Here: {?Region has no closing }, at character 8");
+    EXPECT_EQ(Refusal("={?}"), "Here: the name of a parameter was expected instead of \"}\", at character 4");
+    EXPECT_EQ(Refusal("=1 @ 2"), "Here: the character \"@\" has no meaning here, at character 4");
+}
+
 TEST(ExpressionNames, GlobalsAndTheOtherCollections) {
     EXPECT_EQ(Show("=Globals!PageNumber & \" of \" & Globals!TotalPages"), "3 of 12");
     EXPECT_EQ(Show("=Globals!RenderFormat.Name"), "PDF");
@@ -61,6 +78,52 @@ TEST(ExpressionNames, UnknownNamesDoNotCompile) {
     EXPECT_NE(Refusal("=Sum(Fields!Amount.Value, \"Nope\")"), "compiled");
     EXPECT_NE(Refusal("=Sum(Fields!Id.Value)"), "compiled");
     EXPECT_NE(Refusal("=Left(\"a\")"), "compiled");
+}
+
+TEST(ExpressionNames, ConstantsMayHaveEmptyBrackets) {
+    EXPECT_EQ(Show("=\"a\" & VBCRLF() & \"b\""), "a\r\nb");
+    EXPECT_EQ(Show("=vbTab & vbtab( ) & VbTab"), "\t\t\t");
+    EXPECT_EQ(Show("=ControlChars.CrLf()"), "\r\n");
+    EXPECT_EQ(Refusal("=1 & vbTab(2)"),
+              "Here: \"vbTab\" is a constant, which takes no arguments, at character 6");
+}
+
+TEST(ExpressionNames, AnUnknownNameShowsTheNearestKnownOne) {
+    EXPECT_EQ(Refusal("=Lefft(\"a\", 1)"),
+              "Here: the name \"Lefft\" is not known; the nearest is \"left\", at character 2");
+    EXPECT_EQ(Refusal("=Coutn(1)"),
+              "Here: the name \"Coutn\" is not known; the nearest is \"count\", at character 2");
+    EXPECT_EQ(Refusal("=Math.Abbs(1)"),
+              "Here: the name \"Math.Abbs\" is not known; the nearest is \"math.abs\", at character 2");
+    EXPECT_EQ(Refusal("=vbCrLg"),
+              "Here: the name \"vbCrLg\" is not known; the nearest is \"vbcrlf\", at character 2");
+    EXPECT_EQ(Refusal("=\"a\".ToUper()"),
+              "Here: a value has no member \"ToUper\"; the nearest is \"toupper\", at character 6");
+    EXPECT_EQ(Refusal("=Foo.ToString()"), "Here: the name \"Foo\" is not known, at character 2");
+    EXPECT_EQ(Refusal("=" + std::string(60000, 'x')).substr(0, 16), "Here: the name \"");
+}
+
+TEST(ExpressionNames, AScopeWithoutQuotesIsShownWithThem) {
+    EXPECT_EQ(Refusal("=Sum(Fields!Amount.Value, ByYear)"),
+              "Here: the name of a scope is a text in quotes: \"ByYear\", at character 27");
+    EXPECT_EQ(Refusal("=InScope(ByYear)"),
+              "Here: the name of a scope is a text in quotes: \"ByYear\", at character 10");
+}
+
+TEST(ExpressionNames, ANameOfACustomAssemblySaysThatItIsNotLoaded) {
+    TestContext context;
+    context.assemblies = "Contoso.Reports, Contoso.Money";
+    const std::string why =
+        "; the report names custom assemblies (Contoso.Reports, Contoso.Money), which are not loaded";
+    const auto refusal = [&](const char* source) {
+        return ErrorRaisedBy([&] { Compile(source, "Here", context); });
+    };
+    EXPECT_EQ(refusal("=Contoso.Reports.Tools.Shorten(1)"),
+              "Here: the name \"Contoso.Reports.Tools.Shorten\" is not known" + why + ", at character 2");
+    EXPECT_EQ(refusal("=Code.Money.Text(1)"),
+              "Here: the report has no code of its own" + why + ", at character 7");
+    EXPECT_EQ(refusal("=New Contoso.Thing()"),
+              "Here: \"Contoso\" cannot be made with New" + why + ", at character 6");
 }
 
 TEST(ExpressionNames, BrokenSourcesDoNotCompile) {

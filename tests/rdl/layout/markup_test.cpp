@@ -54,6 +54,14 @@ TEST(Markup, BlanksRunTogetherAndEntitiesAreCharacters) {
               "[a b\u00A0<c> AB\u00FC R&D &bogus;:]");
 }
 
+TEST(Markup, AllNamedEntitiesOfHtml4AreCharacters) {
+    EXPECT_EQ(
+        Told("&Eacute;&eacute;&iexcl;&yuml;&OElig;&scaron;&fnof;&Alpha;&omega;&thetasym;&rarr;&lArr;&infin;"
+             "&ne;&le;&hearts;&permil;&zwnj;&apos;"),
+        Told("Éé¡ÿŒšƒΑωϑ→⇐∞≠≤♥‰\xE2\x80\x8C'"));
+    EXPECT_EQ(Told("&eAcute;&Euro;"), Told("&amp;eAcute;&amp;Euro;"));
+}
+
 TEST(Markup, WhatIsNoTagStays) {
     EXPECT_EQ(Told("1 < 2 and 3 > 2"), "[1 < 2 and 3 > 2:]");
     EXPECT_EQ(Told("cut off <b"), "[cut off <b:]");

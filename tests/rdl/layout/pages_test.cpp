@@ -47,6 +47,45 @@ TEST(Pages, AGroupBreaksBetweenItsInstances) {
     EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("A"), ElementsAre("B"), ElementsAre("C")));
 }
 
+std::string BreakingGroup(const std::string& breakMore) {
+    return "<TablixMember><Group Name=\"G\"><GroupExpressions><GroupExpression>=Fields!Region.Value"
+           "</GroupExpression></GroupExpressions><PageBreak><BreakLocation>Between</BreakLocation>" +
+           breakMore + "</PageBreak></Group></TablixMember>";
+}
+
+TEST(Pages, TheConditionsOfAGroupsBreakAreThoseOfEachInstance) {
+    const auto sales = Sales({{"A", "", 1}, {"B", "", 1}, {"C", "", 1}});
+    const auto disabled = Tablix(1, RowOf(Cell("V", "=Fields!Region.Value")),
+                                 BreakingGroup("<Disabled>=First(Fields!Region.Value) = \"B\"</Disabled>"));
+    EXPECT_THAT(PagesOf(BuildKit(Report(disabled), sales)).bodies,
+                ElementsAre(ElementsAre("A", "B"), ElementsAre("C")));
+    const auto reset =
+        Tablix(1, RowOf(Cell("V", "=Fields!Region.Value")),
+               BreakingGroup("<ResetPageNumber>=Fields!Region.Value = \"C\"</ResetPageNumber>"));
+    const std::string footer =
+        "<PageFooter><Height>20pt</Height><PrintOnFirstPage>true</PrintOnFirstPage><PrintOnLastPage>true"
+        "</PrintOnLastPage><ReportItems>" +
+        Box("F", "=Globals!PageNumber",
+            "<Top>0pt</Top><Left>0pt</Left><Height>20pt</Height><Width>99pt</Width>") +
+        "</ReportItems></PageFooter>";
+    EXPECT_THAT(PagesOf(BuildKit(Report(reset, footer), sales)).margins,
+                ElementsAre(ElementsAre("1"), ElementsAre("2"), ElementsAre("1")));
+}
+
+TEST(Pages, TheConditionsOfARegionsBreakCount) {
+    const std::string place = "<Top>20pt</Top><Left>0pt</Left><Height>20pt</Height><Width>100pt</Width>";
+    const auto pages = [&](const std::string& condition) {
+        const auto items =
+            Box("Top", "t", "<Top>0pt</Top><Left>0pt</Left><Height>20pt</Height><Width>100pt</Width>") +
+            Tablix(1, RowOf(Cell("V", "x")), "<TablixMember/>", {},
+                   place + "<PageBreak><BreakLocation>Start</BreakLocation>" + condition + "</PageBreak>");
+        return PagesOf(BuildKit(Report(items), Sales({{"A", "", 1}}))).bodies.size();
+    };
+    EXPECT_EQ(pages(""), 2U);
+    EXPECT_EQ(pages("<Disabled>true</Disabled>"), 1U);
+    EXPECT_EQ(pages("<Disabled>=CountRows(\"Sales\") = 2</Disabled>"), 2U);
+}
+
 TEST(Pages, WhatStandsBelowATableFollowsItsLastRow) {
     const auto items =
         Tablix(1, RowOf(Cell("V", "=RowNumber(Nothing)")), "<TablixMember><Group Name=\"D\"/></TablixMember>",

@@ -60,6 +60,13 @@ TEST(LineBreaks, LineEndsOfAllKindsAreOne) {
 
 TEST(LineBreaks, IdeographsBreakAnywhereButBeforeClosingMarks) {
     EXPECT_EQ(Broken("日本。語"), "日/本。/語/");
+    EXPECT_EQ(Broken("きゃっとキャット"), "きゃっ/と/キャッ/ト/");
+    EXPECT_EQ(Broken("ラーメン・佐々木"), "ラー/メ/ン・/佐々/木/");
+}
+
+TEST(LineBreaks, FrenchMarksStayWithTheWordBeforeTheirBlank) {
+    EXPECT_EQ(Broken("Quoi ? Oui ! a : b ; c"), "Quoi ?/Oui !/a :/b ;/c/");
+    EXPECT_EQ(Broken("a . b"), "a/./b/");
 }
 
 }  // namespace

@@ -10,7 +10,9 @@
 #include <fstream>
 #include <iterator>
 
+#include "rdl/guide.h"
 #include "rdl/text/machine_fonts.h"
+#include "rdl/text/near_families.h"
 
 namespace rdl::text::test {
 namespace {
@@ -33,6 +35,40 @@ TEST(FindFont, StandInsForTheUsualFontsHaveTheirWidths) {
         EXPECT_NEAR(AdvanceOf(FindFont({e.family}), e.letter), e.width, 1) << e.family << ' ' << e.letter;
     }
     EXPECT_NEAR(AdvanceOf(FindFont({"Arial", true}), "A"), 722, 1);
+}
+
+TEST(FindFont, TheUsualFontsOfReportsBecomeTheNearestInstalledOnes) {
+    struct Expected {
+        const char* named;
+        const char* becomes;
+    };
+    for (const Expected& e :
+         {Expected{"Tahoma", "Liberation Sans"}, Expected{"helvetica", "Liberation Sans"},
+          Expected{"Arial Narrow", "Liberation Sans Narrow"}, Expected{"Verdana", "DejaVu Sans"},
+          Expected{"Times", "Liberation Serif"}, Expected{"Courier", "Liberation Mono"},
+          Expected{"Consolas", "Liberation Mono"}, Expected{"Calibri", "Carlito"},
+          Expected{"Cambria", "Caladea"}, Expected{"Century Gothic", "URW Gothic"},
+          Expected{"Book Antiqua", "P052"}, Expected{"Bookman Old Style", "URW Bookman"}}) {
+        if (Has(e.becomes) && !Has(e.named)) {
+            EXPECT_EQ(File(FindFont({e.named})).family, e.becomes) << e.named;
+        }
+    }
+}
+
+// The guide has the table of the code, row by row.
+TEST(FindFont, TheGuideListsTheNearFamilies) {
+    std::set<std::string> listed;
+    for (const std::string& row : GuideLines("fonts")) {
+        const std::size_t middle = row.find(" | ");
+        const std::vector<std::string> near = Quoted(row.substr(middle));
+        for (const std::string& name : Quoted(row.substr(0, middle))) {
+            const auto known = NearFamilies(name);
+            EXPECT_EQ(near, std::vector<std::string>(known.begin(), known.end())) << name;
+            listed.insert(name);
+        }
+    }
+    const std::vector<std::string_view> all = FamiliesWithNearOnes();
+    EXPECT_EQ(listed, std::set<std::string>(all.begin(), all.end()));
 }
 
 TEST(FindFont, TheSameRequestIsTheSameFont) {

@@ -71,6 +71,38 @@ constexpr Alias OleDbAliases[] = {
     {"msdasql", ProviderKind::Odbc},
 };
 
+// Providers whose sources are no tables.
+struct OtherSource {
+    std::string_view name;  // lower case
+    std::string_view what;
+};
+constexpr OtherSource OtherSources[] = {
+    {"oledb-md", "a cube, asked in MDX"},
+    {"msolap", "a cube or semantic model, asked in MDX or DAX"},
+    {"adomd", "a cube or semantic model, asked in MDX or DAX"},
+    {"essbase", "a cube, asked in MDX"},
+    {"sapbw", "a cube, asked in MDX"},
+    {"dax", "a semantic model, asked in DAX"},
+    {"pbidataset", "a semantic model, asked in DAX"},
+    {"semanticmodel", "a semantic model, asked in DAX"},
+    {"smdl", "a semantic model"},
+    {"system.data.dataset", "tables in the memory of the program that had the report"},
+    {"dataset", "tables in the memory of the program that had the report"},
+    {"object", "objects in the memory of the program that had the report"},
+};
+static_assert(NamesDiffer(OtherSources));
+
+// What `name` asks, in brackets with a blank before; empty if that is not known.
+std::string WhatItAsks(std::string_view name) {
+    for (const OtherSource& source : OtherSources) {
+        // MSOLAP.8 is a version of MSOLAP.
+        if (name == source.name || (source.name == "msolap" && name.starts_with("msolap."))) {
+            return " (" + std::string(source.what) + ")";
+        }
+    }
+    return {};
+}
+
 ProviderKind FindOleDb(std::string_view connectString) {
     const std::string provider = ConnectString(connectString).Get({"provider"});
     const std::string wanted = LowerAscii(provider);
@@ -80,11 +112,10 @@ ProviderKind FindOleDb(std::string_view connectString) {
         }
     }
     if (wanted.empty()) {
-        throw Error("the connect string names no OLE DB provider (Provider=)");
+        throw ProviderError("the connect string names no OLE DB provider (Provider=)");
     }
-    throw Error("the OLE DB provider \"" + CleanText(provider) +
-                "\" cannot be used here; SQLOLEDB, SQLNCLI, MSOLEDBSQL and MSDASQL can, or give another data "
-                "source, for example by ODBC");
+    throw ProviderError("the OLE DB provider \"" + CleanText(provider) + "\"" + WhatItAsks(wanted) +
+                        " cannot be used here; SQLOLEDB, SQLNCLI, MSOLEDBSQL and MSDASQL can");
 }
 
 }  // namespace
@@ -98,11 +129,11 @@ ProviderKind FindProvider(std::string_view name, std::string_view connectString)
         return FindOleDb(connectString);
     }
     if (wanted.empty()) {
-        throw Error("the data source names no data provider");
+        throw ProviderError("the data source names no data provider");
     }
-    throw Error(
-        "the data provider \"" + CleanText(name) +
-        "\" cannot be used here; known are SQLITE, PostgreSQL, MySQL, MariaDB, SQL, SQLAZURE, OLEDB, ODBC, "
+    throw ProviderError(
+        "the data provider \"" + CleanText(name) + "\"" + WhatItAsks(wanted) +
+        " cannot be used here; known are SQLITE, PostgreSQL, MySQL, MariaDB, SQL, SQLAZURE, OLEDB, ODBC, "
         "XML, JSON, CSV and ENTERDATA");
 }
 

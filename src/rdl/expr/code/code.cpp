@@ -39,6 +39,14 @@ CodeLibrary::CodeLibrary(std::string_view source, CompileContext& context)
 
 CodeLibrary::~CodeLibrary() = default;
 
+std::vector<std::string> CodeLibrary::FunctionNames() const {
+    std::vector<std::string> names;
+    for (const auto& [name, function] : m_module->functions) {
+        names.push_back(name);
+    }
+    return names;
+}
+
 bool CodeLibrary::UsesPageGlobals() const {
     return m_module->pageGlobals;
 }

@@ -31,6 +31,7 @@ class CodeLibrary : public CodeFunctions {
     // Restores the initial values of the code's variables, before another run of the report.
     void Reset();
 
+    std::vector<std::string> FunctionNames() const override;
     bool UsesPageGlobals() const override;
     bool UsesReportItems() const override;
     std::unique_ptr<Program::Node> Use(const std::string& lower,

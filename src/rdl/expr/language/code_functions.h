@@ -18,6 +18,8 @@ class CodeFunctions {
     virtual std::unique_ptr<Program::Node> Use(const std::string& lower,
                                                std::vector<std::unique_ptr<Program::Node>> arguments,
                                                std::string& why) const = 0;
+    // The names of all functions, in lower case.
+    virtual std::vector<std::string> FunctionNames() const = 0;
     // Whether any function uses page numbers or report items. Every program that calls code is then assumed
     // to.
     virtual bool UsesPageGlobals() const = 0;

@@ -41,6 +41,8 @@ struct CompileContext {
     }
     std::string dataSet;  // of the expression's scope; empty outside every data region
     const CodeFunctions* code = nullptr;
+    // The custom assemblies that the report names, with commas between them, for errors; empty: none.
+    std::string assemblies;
     int nextAggregateId = 0;  // incremented by Compile
     int nextLookupId = 0;
 };

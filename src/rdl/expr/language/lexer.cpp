@@ -370,7 +370,9 @@ class Lexer {
             }
         }
         const char c = Peek();
-        if (std::string_view("+-*/\\^&=<>(),.!{}:%?").find(c) == std::string_view::npos || c == '\0') {
+        const bool isOfGlobal = c == '@' && !m_tokens.empty() && m_tokens.back().Is("{");
+        if (!isOfGlobal &&
+            (std::string_view("+-*/\\^&=<>(),.!{}:%?").find(c) == std::string_view::npos || c == '\0')) {
             Fail("the character \"" +
                      (c == '\0' ? std::string("0") : std::string(Slice(m_source.substr(m_at), 0, 1))) +
                      "\" has no meaning here",

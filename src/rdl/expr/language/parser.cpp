@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "rdl/expr/language/names.h"
+#include "rdl/expr/language/near_name.h"
 #include "rdl/expr/language/nodes.h"
 #include "rdl/expr/operations/convert.h"
 
@@ -217,7 +218,9 @@ NodePtr Parser::Member(NodePtr value) {
         info = both;
     }
     if (!info) {
-        FailAt(name, "a value has no member \"" + name.text + "\"");
+        const std::string near = NearestMember(name.lower);
+        FailAt(name, "a value has no member \"" + name.text + "\"" +
+                         (near.empty() ? "" : "; the nearest is \"" + near + "\""));
     }
     Nodes arguments;
     if (Peek().Is("(") && info->most > 1) {
@@ -259,9 +262,13 @@ NodePtr Parser::Primary() {
     Fail("a value was expected instead of " + Shown(token));
 }
 
-// { a, b }; some report designers also write a field as {Name}.
+// { a, b }; some report designers also write {Name} for a field, {?Name} for a parameter and {@Name} for a
+// global.
 NodePtr Parser::List() {
     Expect("{");
+    if (!m_code && (Peek().Is("?") || Peek().Is("@"))) {
+        return InBraces();
+    }
     if (!m_code && Peek().type == Token::Type::Word && Peek(1).Is("}")) {
         if (const auto slot = m_context.FieldSlot(m_context.dataSet, Peek().text)) {
             Take();
@@ -321,7 +328,7 @@ NodePtr Parser::New() {
     }
     const FunctionInfo* info = FindFunction("new." + type);
     if (!info) {
-        FailAt(token, "\"" + token.text + "\" cannot be made with New");
+        FailAt(token, "\"" + token.text + "\" cannot be made with New" + NotLoaded());
     }
     Nodes arguments = Peek().Is("(") ? Arguments() : Nodes();
     const int count = static_cast<int>(arguments.size());

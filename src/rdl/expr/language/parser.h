@@ -79,7 +79,10 @@ class Parser {
     NodePtr Collection(const std::string& lower);
     NodePtr Fields();
     NodePtr Parameters();
+    NodePtr ParameterValue(const std::string& name, const Token& token) const;
     NodePtr Globals(bool user);
+    NodePtr GlobalValue(GlobalName name);
+    NodePtr InBraces();
     NodePtr ReportItems();
     NodePtr Variables();
     NodePtr DataSets(const std::string& collection);
@@ -93,6 +96,11 @@ class Parser {
 
     // Calls: parser_calls.cpp.
     NodePtr NamedCall(std::string name);
+    NodePtr ConstantOrOwnFunction(const Token& token, const std::string& lower);
+    NodePtr CodeCall(const Token& token, const std::string& lower);
+    [[noreturn]] void FailUnknown(const Token& token, std::string name) const;
+    // Says that custom assemblies are not loaded, if the report names any; else empty.
+    std::string NotLoaded() const;
     // Returns null if the name is neither that of an aggregate nor of a special form.
     NodePtr AggregateOrForm(std::string_view lower);
     NodePtr Form(SpecialForm form);

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "rdl/expr/language/code_functions.h"
 #include "rdl/expr/language/names.h"
+#include "rdl/expr/language/near_name.h"
 #include "rdl/expr/language/nodes.h"
 #include "rdl/expr/language/parser.h"
 #include "rdl/expr/language/reach.h"
@@ -92,7 +94,10 @@ NodePtr Parser::NamedCall(std::string name) {
     }
     const FunctionInfo* info = FindFunction(lower);
     if (!info) {
-        FailAt(token, "the name \"" + name + "\" is not known");
+        if (NodePtr node = ConstantOrOwnFunction(token, lower)) {
+            return node;
+        }
+        FailUnknown(token, name);
     }
     Nodes arguments = Peek().Is("(") && !(info->most == 0 && !Peek(1).Is(")")) ? Arguments() : Nodes();
     const int count = static_cast<int>(arguments.size());
@@ -101,6 +106,41 @@ NodePtr Parser::NamedCall(std::string name) {
                           (count == 1 ? " argument" : " arguments"));
     }
     return Checked(std::make_unique<CallNode>(*info, std::move(arguments)));
+}
+
+// A constant with brackets, or a function of the code of the report without "Code."; null for any other name.
+NodePtr Parser::ConstantOrOwnFunction(const Token& token, const std::string& lower) {
+    if (const Value* constant = FindConstant(lower)) {
+        Take();
+        if (!TakeSymbol(")")) {
+            FailAt(token, "\"" + token.text + "\" is a constant, which takes no arguments");
+        }
+        return std::make_unique<LiteralNode>(*constant);
+    }
+    if (m_code || !m_context.code) {
+        return nullptr;
+    }
+    const std::vector<std::string> own = m_context.code->FunctionNames();
+    return std::find(own.begin(), own.end(), lower) == own.end() ? nullptr : CodeCall(token, lower);
+}
+
+std::string Parser::NotLoaded() const {
+    return m_context.assemblies.empty()
+               ? ""
+               : "; the report names custom assemblies (" + m_context.assemblies + "), which are not loaded";
+}
+
+void Parser::FailUnknown(const Token& token, std::string name) const {
+    // Thing.Part(...) is shown whole, unless the part is a member that any value has.
+    for (std::size_t at = 0; Peek(at).Is(".") && Peek(at + 1).type == Token::Type::Word; at += 2) {
+        if (FindFunction("." + Peek(at + 1).lower)) {
+            break;
+        }
+        name += "." + Peek(at + 1).text;
+    }
+    std::string what = "the name \"" + name + "\" is not known";
+    const std::string near = m_context.assemblies.empty() ? NearestName(Lower(name), m_context.code) : "";
+    FailAt(token, what + (near.empty() ? NotLoaded() : "; the nearest is \"" + near + "\""));
 }
 
 NodePtr Parser::AggregateOrForm(std::string_view lower) {
@@ -261,6 +301,9 @@ NodePtr Parser::Scope(bool level) {
 std::string Parser::ScopeName() {
     if (TakeWord("nothing")) {
         return "";
+    }
+    if (Peek().type == Token::Type::Word && (Peek(1).Is(",") || Peek(1).Is(")"))) {
+        Fail("the name of a scope is a text in quotes: \"" + Peek().text + "\"");
     }
     if (Peek().type != Token::Type::Literal || !Peek().literal.IsText()) {
         Fail("the name of a scope was expected, a text in quotes");

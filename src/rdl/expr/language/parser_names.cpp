@@ -184,6 +184,32 @@ NodePtr Parser::DynamicField(NodePtr name) {
     });
 }
 
+NodePtr Parser::ParameterValue(const std::string& name, const Token& token) const {
+    const auto index = m_context.ParameterIndex(name);
+    if (!index) {
+        FailAt(token, "there is no parameter \"" + name + "\"");
+    }
+    return MakeAsk([index = *index](Machine& machine) { return machine.environment.Parameter(index); });
+}
+
+// {?Parameter} or {@Global}; the brace is taken.
+NodePtr Parser::InBraces() {
+    const bool isParameter = Take().Is("?");
+    const Token& token = Peek();
+    const std::string name = Name(isParameter ? "the name of a parameter" : "the name of a global");
+    if (!TakeSymbol("}")) {
+        FailAt(token, std::string("{") + (isParameter ? "?" : "@") + name + " has no closing }");
+    }
+    if (isParameter) {
+        return ParameterValue(name, token);
+    }
+    const NamedGlobal* global = FindNamed(GlobalNames, Lower(name));
+    if (!global) {
+        FailAt(token, "there is no Globals!" + name);
+    }
+    return GlobalValue(global->global);
+}
+
 NodePtr Parser::Parameters() {
     NodePtr computed;
     const Token& token = Peek(1);
@@ -191,12 +217,8 @@ NodePtr Parser::Parameters() {
     if (computed) {
         FailAt(token, "the name of a parameter must be a constant");
     }
+    NodePtr value = ParameterValue(name, token);
     const auto index = m_context.ParameterIndex(name);
-    if (!index) {
-        FailAt(token, "there is no parameter \"" + name + "\"");
-    }
-    NodePtr value =
-        MakeAsk([index = *index](Machine& machine) { return machine.environment.Parameter(index); });
     if (!Peek().Is(".") || Peek(1).type != Token::Type::Word) {
         return value;
     }
@@ -220,6 +242,11 @@ NodePtr Parser::Parameters() {
     return value;
 }
 
+NodePtr Parser::GlobalValue(GlobalName name) {
+    m_facts.pageGlobals = m_facts.pageGlobals || IsPageGlobal(name);
+    return MakeAsk([name](Machine& machine) { return machine.environment.Global(name); });
+}
+
 NodePtr Parser::Globals(bool user) {
     NodePtr computed;
     const Token& token = Peek(1);
@@ -240,8 +267,7 @@ NodePtr Parser::Globals(bool user) {
             Take();
             Take();
         }
-        m_facts.pageGlobals = m_facts.pageGlobals || IsPageGlobal(asked);
-        return MakeAsk([asked](Machine& machine) { return machine.environment.Global(asked); });
+        return GlobalValue(asked);
     }
     FailAt(token, std::string("there is no ") + (user ? "User!" : "Globals!") + name);
 }
@@ -306,11 +332,16 @@ NodePtr Parser::Code() {
     Expect(".");
     const Token& token = Peek();
     Name("a function of the code of the report");
+    return CodeCall(token, token.lower);
+}
+
+// A call of the code of the report; its name is taken.
+NodePtr Parser::CodeCall(const Token& token, const std::string& lower) {
     Nodes arguments = Peek().Is("(") ? Arguments() : Nodes();
     std::string why = "the report has no code of its own";
-    NodePtr node = m_context.code ? m_context.code->Use(token.lower, std::move(arguments), why) : nullptr;
+    NodePtr node = m_context.code ? m_context.code->Use(lower, std::move(arguments), why) : nullptr;
     if (!node) {
-        FailAt(token, why);
+        FailAt(token, why + NotLoaded());
     }
     m_facts.pageGlobals = m_facts.pageGlobals || m_context.code->UsesPageGlobals();
     m_facts.reportItems = m_facts.reportItems || m_context.code->UsesReportItems();

@@ -7,6 +7,7 @@
 #include <charconv>
 
 #include "rdl/layout/model/colors.h"
+#include "rdl/layout/model/entities.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/utf8.h"
 
@@ -16,22 +17,6 @@ namespace {
 constexpr std::size_t DeepestTag = 100;  // tags within each other beyond it change nothing
 constexpr int DeepestList = 9;
 constexpr std::size_t MostParagraphs = 10'000;  // of one text; what follows runs on in the last
-
-struct Entity {
-    std::string_view name;
-    char32_t code;
-};
-constexpr Entity Entities[] = {
-    {"amp", '&'},     {"lt", '<'},       {"gt", '>'},       {"quot", '"'},     {"apos", '\''},
-    {"nbsp", 0xA0},   {"copy", 0xA9},    {"reg", 0xAE},     {"trade", 0x2122}, {"euro", 0x20AC},
-    {"pound", 0xA3},  {"cent", 0xA2},    {"yen", 0xA5},     {"sect", 0xA7},    {"deg", 0xB0},
-    {"plusmn", 0xB1}, {"times", 0xD7},   {"ndash", 0x2013}, {"mdash", 0x2014}, {"hellip", 0x2026},
-    {"bull", 0x2022}, {"lsquo", 0x2018}, {"rsquo", 0x2019}, {"ldquo", 0x201C}, {"rdquo", 0x201D},
-    {"laquo", 0xAB},  {"raquo", 0xBB},   {"auml", 0xE4},    {"ouml", 0xF6},    {"uuml", 0xFC},
-    {"Auml", 0xC4},   {"Ouml", 0xD6},    {"Uuml", 0xDC},    {"szlig", 0xDF},   {"eacute", 0xE9},
-    {"egrave", 0xE8}, {"agrave", 0xE0},  {"aacute", 0xE1},  {"ccedil", 0xE7},  {"ntilde", 0xF1},
-    {"oacute", 0xF3}, {"iacute", 0xED},  {"uacute", 0xFA},
-};
 
 // What stands between & and ;, as a character; 0 when it stands for none.
 char32_t CodeOf(std::string_view name) {
@@ -46,9 +31,7 @@ char32_t CodeOf(std::string_view name) {
         const bool isText = code >= ' ' && code <= 0x10FFFF && !QChar::isSurrogate(code);
         return isWhole && isText ? code : 0;
     }
-    const auto* const found = std::find_if(std::begin(Entities), std::end(Entities),
-                                           [name](const Entity& entity) { return entity.name == name; });
-    return found == std::end(Entities) ? 0 : found->code;
+    return CharacterOfEntity(name);
 }
 
 // Appends the character or entity at `at` and moves `at` after it.

@@ -20,13 +20,31 @@ bool IsIdeograph(char32_t c) {
            (c >= 0xF900 && c <= 0xFAFF) || (c >= 0xFF01 && c <= 0xFF60) || (c >= 0x20000 && c <= 0x3FFFF);
 }
 
+// Kana that belong to the one before: small vowels, and small tsu, ya, yu, yo, wa, ka and ke.
+bool IsSmallKana(char32_t c) {
+    static constexpr char32_t OfHiragana[] = {0x3041, 0x3043, 0x3045, 0x3047, 0x3049, 0x3063,
+                                              0x3083, 0x3085, 0x3087, 0x308E, 0x3095, 0x3096};
+    constexpr char32_t ToKatakana = 0x60;
+    if (c >= 0x31F0 && c <= 0x31FF) {
+        return true;
+    }
+    return std::any_of(std::begin(OfHiragana), std::end(OfHiragana),
+                       [c](char32_t small) { return c == small || c == small + ToKatakana; });
+}
+
 // Never first in a line.
 bool IsClosing(char32_t c) {
-    static constexpr char32_t Marks[] = {'!',    ')',    ',',    '.',    ':',    ';',    '?',
-                                         ']',    '}',    0x3001, 0x3002, 0x3009, 0x300B, 0x300D,
-                                         0x300F, 0x3011, 0x3015, 0x3017, 0x30FC, 0xFF01, 0xFF09,
-                                         0xFF0C, 0xFF0E, 0xFF1A, 0xFF1B, 0xFF1F};
-    return std::find(std::begin(Marks), std::end(Marks), c) != std::end(Marks);
+    static constexpr char32_t Marks[] = {'!',    ')',    ',',    '.',    ':',    ';',    '?',    ']',
+                                         '}',    0x3001, 0x3002, 0x3005, 0x3009, 0x300B, 0x300D, 0x300F,
+                                         0x3011, 0x3015, 0x3017, 0x3019, 0x301B, 0x303B, 0x309D, 0x309E,
+                                         0x30FB, 0x30FC, 0x30FD, 0x30FE, 0xFF01, 0xFF09, 0xFF0C, 0xFF0E,
+                                         0xFF1A, 0xFF1B, 0xFF1F, 0xFF3D, 0xFF5D, 0xFF60};
+    return std::find(std::begin(Marks), std::end(Marks), c) != std::end(Marks) || IsSmallKana(c);
+}
+
+// French has a blank before them.
+bool IsMarkAfterBlank(char32_t c) {
+    return c == '!' || c == '?' || c == ';' || c == ':';
 }
 
 // Never last in a line.
@@ -37,7 +55,7 @@ bool IsOpening(char32_t c) {
 
 bool MayBreakBetween(char32_t left, char32_t right) {
     if (IsBreakingSpace(left)) {
-        return !IsBreakingSpace(right);
+        return !IsBreakingSpace(right) && !IsMarkAfterBlank(right);
     }
     if (IsBreakingSpace(right) || IsClosing(right) || IsOpening(left)) {
         return false;

@@ -20,6 +20,7 @@ class Programs::Context : public expr::CompileContext {
  public:
     Context(const Definition& definition, const std::map<std::string, Table>* tables)
         : m_definition(definition) {
+        assemblies = definition.assemblies;
         for (const DataSet& set : definition.dataSets) {
             scopes[set.name] = set.name;
             auto& slots = m_slots[set.name];
