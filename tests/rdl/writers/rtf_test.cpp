@@ -96,13 +96,14 @@ TEST(Rtf, TextsFromRightToLeftHaveTheirLooksTwice) {
     style.size = 9;
     style.bold = style.italic = true;
     item.paragraphs[0].runs[0].style = std::make_shared<const layout::CharStyle>(style);
-    EXPECT_THAT(Rtf(SampleReport({item})), HasSubstr("\\f1\\fs18\\b\\i\\af1\\afs18\\ab\\ai\\cf1 "));
+    EXPECT_THAT(Rtf(SampleReport({item})),
+                HasSubstr("\\rtlch\\af1\\afs18\\ab\\ai\\ltrch\\f1\\fs18\\b\\i\\cf1 "));
     item.paragraphs[0].runs[0].text = "1";
     EXPECT_THAT(Rtf(SampleReport({item})), Not(HasSubstr("\\afs")));
     layout::BoxStyle box;
     box.rightToLeft = true;
     item.box = std::make_shared<const layout::BoxStyle>(box);
-    EXPECT_THAT(Rtf(SampleReport({item})), HasSubstr("\\af1\\afs18\\ab\\ai\\cf1 1"));
+    EXPECT_THAT(Rtf(SampleReport({item})), HasSubstr("\\afs18\\ab\\ai\\ltrch\\f1\\fs18\\b\\i\\cf1 1"));
 }
 
 TEST(Rtf, CellsOfTablesFromRightToLeftHaveTheirLooksTwice) {

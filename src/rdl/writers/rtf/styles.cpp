@@ -80,16 +80,17 @@ void RtfStyles::AppendLetters(const CharStyle* style, bool bothDirections, std::
     const float size = std::isfinite(letters.size) ? std::clamp(letters.size, 1.0F, 1638.0F) : 10.0F;
     const auto halfPoints = static_cast<int>(std::lround(size * 2));
     const bool bold = letters.bold || letters.weight >= SemiBold;
+    if (bothDirections) {
+        AppendWord("\\rtlch\\af", font, out);
+        AppendWord("\\afs", halfPoints, out);
+        out += bold ? "\\ab" : "";
+        out += letters.italic ? "\\ai" : "";
+        out += "\\ltrch";
+    }
     AppendWord("\\f", font, out);
     AppendWord("\\fs", halfPoints, out);
     out += bold ? "\\b" : "";
     out += letters.italic ? "\\i" : "";
-    if (bothDirections) {
-        AppendWord("\\af", font, out);
-        AppendWord("\\afs", halfPoints, out);
-        out += bold ? "\\ab" : "";
-        out += letters.italic ? "\\ai" : "";
-    }
     out += letters.decoration == Decoration::Underline     ? "\\ul"
            : letters.decoration == Decoration::LineThrough ? "\\strike"
                                                            : "";

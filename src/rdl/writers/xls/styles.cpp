@@ -177,6 +177,32 @@ std::string XlsStyles::CellRecord(const BoxStyle& box, std::uint16_t font, HAlig
     return data.bytes();
 }
 
+// The borders are two numbers of 32 bits at byte 10: styles and two colours, the other colours and the fill.
+std::uint16_t XlsStyles::Framed(std::uint16_t xf, const BoxStyle& box, unsigned sides) {
+    constexpr std::size_t Place = 10;
+    std::string data =
+        xf >= FirstOwnXf ? m_xfs[xf - FirstOwnXf] : CellRecord(BoxStyle(), 0, HAlign::General, 0, false);
+    std::uint64_t borders = 0;
+    for (unsigned i = 0; i < 8; ++i) {
+        borders |= static_cast<std::uint64_t>(static_cast<unsigned char>(data[Place + i])) << 8 * i;
+    }
+    const Border* const lines[] = {&box.left, &box.right, &box.top, &box.bottom};
+    constexpr unsigned ColorPlaces[] = {16, 23, 32, 39};
+    for (unsigned i = 0; i < 4; ++i) {
+        const std::uint64_t style = BorderCode(*lines[i]);
+        if ((sides >> i & 1) != 0 && style != 0 && (borders >> 4 * i & 15) == 0) {
+            borders |= style << 4 * i;
+            borders &= ~(std::uint64_t{127} << ColorPlaces[i]);
+            borders |= static_cast<std::uint64_t>(ColorIndex(lines[i]->color)) << ColorPlaces[i];
+        }
+    }
+    for (unsigned i = 0; i < 8; ++i) {
+        data[Place + i] = static_cast<char>(borders >> 8 * i & 0xFF);
+    }
+    const std::uint16_t framed = Record(data, MostXfs);
+    return framed == DefaultCell ? xf : framed;
+}
+
 // DefaultCell when it is new and there are `most` already.
 std::uint16_t XlsStyles::Record(const std::string& data, std::size_t most) {
     if (const auto found = m_xfIndexes.find(data); found != m_xfIndexes.end()) {
