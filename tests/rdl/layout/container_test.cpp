@@ -46,6 +46,70 @@ TEST(Places, WhatStandsBelowATableWithoutAHeightIsMovedDown) {
     EXPECT_GT(texts[9].baseline, texts[8].baseline);
 }
 
+// A rectangle of one colour around a text, as the content of a cell.
+std::string Coloured(const std::string& text) {
+    return "<CellContents><Rectangle Name=\"R" + text + "\"><ReportItems>" +
+           Box(text, text, At(0, 0, 50, 15)) +
+           "</ReportItems><Style><BackgroundColor>Red</BackgroundColor></Style></Rectangle></CellContents>";
+}
+
+// The height of the last coloured rectangle on a page.
+double HeightOfColour(const Page& page) {
+    double height = 0;
+    for (const RectOp& rect : Of<RectOp>(page)) {
+        height = rect.color == 0xFFFF0000 ? rect.height : height;
+    }
+    return height;
+}
+
+// Rows of a group's details with a header beside them.
+std::string BesideRows(const std::string& header) {
+    return Tablix(1, RowOf(Cell("V", "=RowNumber(Nothing)")),
+                  "<TablixMember><Group Name=\"G\"><GroupExpressions><GroupExpression>=Fields!Region.Value"
+                  "</GroupExpression></GroupExpressions></Group><TablixHeader><Size>80pt</Size>" +
+                      header +
+                      "</TablixHeader><TablixMembers><TablixMember><Group Name=\"D\"/></TablixMember>"
+                      "</TablixMembers></TablixMember>");
+}
+
+TEST(Rectangles, InARowTheyAreAsHighAsTheRow) {
+    const std::string high = Cell("High", "=&quot;a&quot; &amp; StrDup(4, vbLf) &amp; &quot;b&quot;");
+    const auto items =
+        Tablix(2, RowOf("<TablixCell>" + Coloured("x") + "</TablixCell>" + high), "<TablixMember/>");
+    const Page page = PagesOf(BuildKit(Report(items), Sales({}))).pages.at(0);
+    EXPECT_GT(HeightOfColour(page), 50);
+}
+
+TEST(Rectangles, BesideSeveralRowsTheyAreAsHighAsThose) {
+    const Page page = PagesOf(BuildKit(Report(BesideRows(Coloured("x"))), Sales(Many(3)))).pages.at(0);
+    EXPECT_NEAR(HeightOfColour(page), 60, 0.1);
+    EXPECT_THAT(Of<TextOp>(page), SizeIs(4));
+}
+
+TEST(Rectangles, BesideSeveralRowsTheyDoNotMakeTheFirstRowHigher) {
+    std::string high = Coloured("x");
+    high.replace(high.find("15.0"), 4, "55.0");
+    const auto texts = Of<TextOp>(PagesOf(BuildKit(Report(BesideRows(high)), Sales(Many(4)))).pages.at(0));
+    ASSERT_THAT(texts, SizeIs(5));
+    EXPECT_NEAR(texts[1].baseline - texts[0].baseline, 20, 0.1);
+    const auto rows = Of<TextOp>(PagesOf(BuildKit(Report(BesideRows(high)), Sales(Many(1)))).pages.at(0));
+    EXPECT_THAT(rows, SizeIs(2));
+}
+
+TEST(Rectangles, BesideRowsOfSeveralPagesTheyAreOnEachOfThem) {
+    const auto sink = PagesOf(BuildKit(Report(BesideRows(Coloured("x"))), Sales(Many(20))));
+    ASSERT_THAT(sink.pages, SizeIs(2));
+    EXPECT_NEAR(HeightOfColour(sink.pages[0]), 300, 0.1);
+    EXPECT_NEAR(HeightOfColour(sink.pages[1]), 100, 0.1);
+    EXPECT_EQ(sink.bodies[1].back(), "x");
+}
+
+TEST(Rectangles, BesideRowsTheyContinueIfTheyNeedSeveralPages) {
+    std::string high = Coloured("x");
+    high.replace(high.find("15.0"), 4, "400.0");
+    EXPECT_THAT(PagesOf(BuildKit(Report(BesideRows(high)), Sales(Many(3)))).pages, SizeIs(2));
+}
+
 TEST(Layers, TheHigherIndexLiesAbove) {
     const auto items = Box("Above", "above", At(0, 0, 50, 20, "<ZIndex>2</ZIndex>")) +
                        Box("Below", "below", At(10, 5, 50, 20, "<ZIndex>1</ZIndex>"));

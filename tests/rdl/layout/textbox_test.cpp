@@ -13,9 +13,9 @@ using testing::SizeIs;
 
 const std::string Place = "<Top>0pt</Top><Left>0pt</Left><Height>100pt</Height><Width>100pt</Width>";
 
-std::vector<TextOp> TextsOf(const std::string& items) {
+std::vector<TextOp> TextsOf(const std::string& items, const std::vector<SaleRow>& rows = {}) {
     std::vector<TextOp> texts;
-    const TextSink sink = PagesOf(BuildKit(Report(items), Sales({})));
+    const TextSink sink = PagesOf(BuildKit(Report(items), Sales(rows)));
     for (const Op& op : sink.pages.at(0).ops) {
         if (const auto* text = std::get_if<TextOp>(&op)) {
             texts.push_back(*text);
@@ -51,6 +51,43 @@ TEST(Textbox, TextRunsDownOrUpByItsWritingMode) {
     EXPECT_EQ(Only("<WritingMode>Rotate270</WritingMode>").rotation, 270);
     EXPECT_EQ(Only("<WritingMode>tb-rl</WritingMode>").rotation, 90);
     EXPECT_EQ(Only("<WritingMode>Horizontal</WritingMode>").rotation, 0);
+}
+
+// A table of three rows of 20 points; the first column has the group's header over all of them.
+std::vector<TextOp> TextsBesideRows(const std::string& header) {
+    const std::string members =
+        "<TablixMember><Group Name=\"G\"><GroupExpressions><GroupExpression>=Fields!Region.Value"
+        "</GroupExpression></GroupExpressions></Group><TablixHeader><Size>30pt</Size><CellContents>" +
+        header +
+        "</CellContents></TablixHeader><TablixMembers><TablixMember><Group Name=\"D\"/></TablixMember>"
+        "</TablixMembers></TablixMember>";
+    return TextsOf(Tablix(1, RowOf(Cell("Amount", "=Fields!Amount.Value")), members), Many(3));
+}
+
+std::string Turned(const std::string& value, const std::string& align) {
+    return Box(
+        "Turned", value,
+        "<Style><WritingMode>Vertical</WritingMode><VerticalAlign>" + align + "</VerticalAlign></Style>");
+}
+
+TEST(Textbox, ATurnedTextHasTheLengthOfAllRowsBesideIt) {
+    for (const std::string align : {"Top", "Middle"}) {
+        std::size_t turned = 0;
+        for (const TextOp& text : TextsBesideRows(Turned("Long name", align))) {
+            turned += text.rotation == 90 ? 1 : 0;
+        }
+        EXPECT_EQ(turned, 1U) << align;  // one line
+    }
+}
+
+TEST(Textbox, ATurnedTextHasTheLengthToWhichItsRowHasGrown) {
+    const std::string high = Cell("High",
+                                  "=&quot;a&quot; &amp; vbLf &amp; &quot;b&quot; &amp; vbLf &amp; "
+                                  "&quot;c&quot; &amp; vbLf &amp; &quot;d&quot;");
+    const std::string turned =
+        "<TablixCell><CellContents>" + Turned("Big one", "Top") + "</CellContents></TablixCell>";
+    const auto texts = TextsOf(Tablix(2, RowOf(turned + high), "<TablixMember/>"));
+    EXPECT_THAT(texts, SizeIs(5));
 }
 
 TEST(Textbox, FromRightToLeftBeginsAtTheRight) {

@@ -88,6 +88,31 @@ TEST(Rtf, LettersAreFontsColorsAndWeights) {
     EXPECT_THAT(rtf, HasSubstr("{\\f1\\fnil\\fcharset0 Courier New;}"));
 }
 
+// Word processors have a second set of looks for texts in scripts that run from right to left.
+TEST(Rtf, TextsFromRightToLeftHaveTheirLooksTwice) {
+    Instance item = TextItem("\xD7\x90");
+    layout::CharStyle style;
+    style.family = "Courier New";
+    style.size = 9;
+    style.bold = style.italic = true;
+    item.paragraphs[0].runs[0].style = std::make_shared<const layout::CharStyle>(style);
+    EXPECT_THAT(Rtf(SampleReport({item})),
+                HasSubstr("\\rtlch\\af1\\afs18\\ab\\ai\\ltrch\\f1\\fs18\\b\\i\\cf1 "));
+    item.paragraphs[0].runs[0].text = "1";
+    EXPECT_THAT(Rtf(SampleReport({item})), Not(HasSubstr("\\afs")));
+    layout::BoxStyle box;
+    box.rightToLeft = true;
+    item.box = std::make_shared<const layout::BoxStyle>(box);
+    EXPECT_THAT(Rtf(SampleReport({item})), HasSubstr("\\afs18\\ab\\ai\\ltrch\\f1\\fs18\\b\\i\\cf1 1"));
+}
+
+TEST(Rtf, CellsOfTablesFromRightToLeftHaveTheirLooksTwice) {
+    auto table = Rows(3);
+    EXPECT_THAT(Rtf(SampleReport({TableItem(table)})), Not(HasSubstr("\\afs")));
+    table->rightToLeft = true;
+    EXPECT_THAT(Rtf(SampleReport({TableItem(table)})), HasSubstr("\\afs"));
+}
+
 TEST(Rtf, LooksOfTheFirstRunEndWithIt) {
     Instance item = TextItem("Bold");
     layout::CharStyle bold;

@@ -77,6 +77,81 @@ TEST_F(XlsFills, AContainerInAContainerLiesAboveAndEnds) {
     EXPECT_EQ(Colors(Workbook(report)), "123456 ffff00\nffff00 ffff00\nffff00 ffff00\n");
 }
 
+layout::BoxStylePtr Framed() {
+    auto box = std::make_shared<layout::BoxStyle>();
+    layout::Border line;
+    line.style = layout::LineStyle::Solid;
+    line.width = 1;
+    box->left = box->right = box->top = box->bottom = line;
+    return box;
+}
+
+// The lines around all cells, row by row: l, t, r and b, - for none.
+std::string Lines(const std::string& workbook, int sheet = 0) {
+    return Ask(workbook, "s = b.sheet_by_index(" + std::to_string(sheet) +
+                             ")\n"
+                             "def c(r, k):\n"
+                             "    if k >= s.row_len(r): return '-'\n"
+                             "    f = b.xf_list[s.cell_xf_index(r, k)].border\n"
+                             "    return ''.join(n for n, w in (('l', f.left_line_style), ('t', "
+                             "f.top_line_style), ('r', f.right_line_style), ('b', f.bottom_line_style)) if "
+                             "w) or '-'\n"
+                             "for r in range(s.nrows): print(' '.join(c(r, k) for k in range(s.ncols)))");
+}
+
+// Rows are written as soon as they are complete: the last line is above the row below.
+TEST_F(XlsFills, ARectangleHasItsFrame) {
+    Instance frame = Container(
+        0, 0, 300, 60, 0,
+        {TextItem("A", 0, 0, 100, 12), TextItem("B", 200, 20, 100, 12), TextItem("C", 100, 48, 100, 12)});
+    frame.box = Framed();
+    EXPECT_EQ(Lines(Workbook(SampleReport({frame}))), "lt t tr\nl - r\nl - r\nl - r\nl - r\nt t t\n");
+}
+
+TEST_F(XlsFills, ACellsOwnLinesLieAboveTheFrame) {
+    Instance own = TextItem("A");
+    auto box = std::make_shared<layout::BoxStyle>();
+    box->top.style = layout::LineStyle::Double;
+    box->top.width = 3;
+    own.box = box;
+    Instance frame = Container(0, 0, 100, 12, 0, {own});
+    frame.box = Framed();
+    EXPECT_EQ(Ask(Workbook(SampleReport({frame})),
+                  "f = b.xf_list[s.cell_xf_index(0, 0)].border\nprint(f.top_line_style, f.left_line_style)"),
+              "6 1\n");
+}
+
+TEST_F(XlsFills, AFrameInARowIsAsHighAsTheRow) {
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80, 60};
+    table->rows = 1;
+    table->make = [](std::size_t, TableRow& row) {
+        Instance low = Container(0, 0, 80, 40, 0, {TextItem("A", 0, 0, 80, 12)});
+        Instance high =
+            Container(0, 0, 60, 40, 0, {TextItem("B", 0, 0, 60, 12), TextItem("C", 0, 12, 60, 12)});
+        low.box = high.box = Framed();
+        AddCell(row, std::move(low));
+        AddCell(row, std::move(high));
+    };
+    EXPECT_EQ(Lines(Workbook(SampleReport({TableItem(table)}))), "ltr ltr\nlrb lrb\n");
+}
+
+TEST_F(XlsFills, ATablesFrameGoesOnInFurtherSheetsAndEndsBelowIt) {
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80};
+    table->rows = 3;
+    table->make = [](std::size_t i, TableRow& row) {
+        row.breakBefore = i == 1;
+        AddCell(row, TextItem("A"));
+    };
+    Instance item = TableItem(table);
+    item.box = Framed();
+    item.width = 80;
+    const std::string workbook = Workbook(SampleReport({item}));
+    EXPECT_EQ(Lines(workbook), "ltr\n");
+    EXPECT_EQ(Lines(workbook, 1), "lr\nlr\nt\n");
+}
+
 TEST_F(XlsFills, WhatIsBelowHasNone) {
     const auto report =
         SampleReport({Container(0, 0, 100, 12, Yellow, {TextItem("A")}), TextItem("B", 0, 12, 100, 12)});

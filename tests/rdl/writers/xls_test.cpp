@@ -195,6 +195,58 @@ TEST(Xls, TablesFromRightToLeftTurnTheirSheet) {
     EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})), "print(s.columns_from_right_to_left)"), "1\n");
 }
 
+// Left, centre and right are 1 to 3 of a cell's horizontal places; top, middle and bottom 0 to 2.
+TEST(Xls, PlacesInTurnedTextsTurnWithThem) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    const auto places = [](layout::WritingMode mode, layout::HAlign along, layout::VAlign across) {
+        Instance item = TextItem("x");
+        layout::BoxStyle box;
+        box.writingMode = mode;
+        box.vAlign = across;
+        item.box = std::make_shared<const layout::BoxStyle>(box);
+        item.paragraphs[0].align = along;
+        return Ask(Workbook(SampleReport({item})),
+                   "a = b.xf_list[s.cell_xf_index(0, 0)].alignment\n"
+                   "print(a.hor_align, a.vert_align, a.rotation)");
+    };
+    using enum layout::WritingMode;
+    using layout::HAlign, layout::VAlign;
+    EXPECT_EQ(places(Horizontal, HAlign::Left, VAlign::Middle), "1 1 0\n");
+    EXPECT_EQ(places(Vertical, HAlign::General, VAlign::Top), "3 0 180\n");
+    EXPECT_EQ(places(Vertical, HAlign::Center, VAlign::Middle), "2 1 180\n");
+    EXPECT_EQ(places(Vertical, HAlign::Right, VAlign::Bottom), "1 2 180\n");
+    EXPECT_EQ(places(Rotate270, HAlign::Left, VAlign::Middle), "2 2 90\n");
+    EXPECT_EQ(places(Rotate270, HAlign::Right, VAlign::Top), "1 0 90\n");
+    EXPECT_EQ(places(Rotate270, HAlign::Center, VAlign::Bottom), "3 1 90\n");
+}
+
+// A program indents by about 8 points for each level, on the side at which the text begins.
+TEST(Xls, WidePaddingIsAnIndent) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    const auto indent = [](float left, float right, layout::HAlign align) {
+        Instance item = TextItem("x");
+        layout::BoxStyle box;
+        box.paddingLeft = left;
+        box.paddingRight = right;
+        item.box = std::make_shared<const layout::BoxStyle>(box);
+        item.paragraphs[0].align = align;
+        return Ask(Workbook(SampleReport({item})),
+                   "a = b.xf_list[s.cell_xf_index(0, 0)].alignment\nprint(a.hor_align, a.indent_level)");
+    };
+    using layout::HAlign;
+    EXPECT_EQ(indent(2, 2, HAlign::General), indent(0, 0, HAlign::General));
+    EXPECT_EQ(indent(17, 2, HAlign::General), "1 2\n");
+    EXPECT_EQ(indent(40, 2, HAlign::Left), "1 5\n");
+    EXPECT_EQ(indent(900, 2, HAlign::Left), "1 15\n");
+    EXPECT_EQ(indent(40, 2, HAlign::Right), "3 0\n");
+    EXPECT_EQ(indent(2, 24, HAlign::Right), "3 3\n");
+    EXPECT_EQ(indent(40, 40, HAlign::Center), "2 0\n");
+}
+
 TEST(Xls, ItemsThatBeginPagesNameTheirSheets) {
     if (!HasReader()) {
         GTEST_SKIP();

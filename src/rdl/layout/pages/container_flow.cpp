@@ -93,7 +93,8 @@ double ContainerFlow::FinishedHeight(double reached, double available) const {
         return reached;
     }
     const double below = m_item->consumeSpace ? 0 : std::max(0.0, m_item->height - m_definedBottom);
-    const double height = std::max(m_origin + m_item->height, m_children.empty() ? 0 : reached + below);
+    const double height = std::max(m_origin + std::max(m_item->height, m_leastHeight),
+                                   m_children.empty() ? 0 : reached + below);
     return std::clamp(height, 0.0, std::max(available, reached));
 }
 

@@ -16,6 +16,7 @@ class ContainerFlow final : public Flow {
     ContainerFlow(const std::vector<Instance>& items, FlowContext& context);
     Outcome Place(double x, double y, double available) override;
     double Measure(double limit) override;
+    void Stretch(double height) override { m_leastHeight = height; }
 
  private:
     enum class State { Waiting, Going, Done };
@@ -49,6 +50,7 @@ class ContainerFlow final : public Flow {
     std::vector<Child> m_children;
     double m_origin = 0;         // the container's top, relative to its position on the current page
     double m_definedBottom = 0;  // of the lowest child
+    double m_leastHeight = 0;    // of the box
     bool m_begun = false;
     bool m_resetNext = false;  // the pending page break restarts page numbering
     std::vector<Painter::Stretch> m_stretches;

@@ -18,15 +18,19 @@ const BoxStyle& BoxOf(const Instance& item) {
     return item.box ? *item.box : NoBox;
 }
 
-bool IsTurned(const Instance& item) {
-    return BoxOf(item).writingMode != WritingMode::Horizontal;
-}
-
 double VerticalPadding(const Instance& item) {
     return static_cast<double>(BoxOf(item).paddingTop) + static_cast<double>(BoxOf(item).paddingBottom);
 }
 
 }  // namespace
+
+bool Flows(const Instance& item) {
+    return item.kind == InstanceKind::Container || item.kind == InstanceKind::Table;
+}
+
+bool IsTurned(const Instance& item) {
+    return BoxOf(item).writingMode != WritingMode::Horizontal;
+}
 
 double GrownHeight(const Instance& item, const LaidText& laid) {
     if (IsTurned(item)) {

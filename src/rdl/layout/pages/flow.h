@@ -35,6 +35,8 @@ class Flow {
     virtual Outcome Place(double x, double y, double available) = 0;
     // Returns the height without page breaks; may stop early once above `limit`.
     virtual double Measure(double limit) = 0;
+    // Makes the box of a rectangle at least this high, from its start on the first page. Others ignore it.
+    virtual void Stretch(double) {}
 
  protected:
     // Whether an item that does not fit may wait for the next page, where it has more space.
@@ -45,6 +47,10 @@ class Flow {
 // Returns the flow of an item, which must outlive it.
 std::unique_ptr<Flow> MakeFlow(const Instance& item, FlowContext& context);
 
+// Whether an item is placed part by part with the items in it: a rectangle, a table.
+bool Flows(const Instance& item);
+// Whether the lines of a text box run down or up.
+bool IsTurned(const Instance& item);
 // Returns the height of a text box that can grow or shrink to this text.
 double GrownHeight(const Instance& item, const LaidText& laid);
 // Returns the line width in a text box of this size.

@@ -151,9 +151,14 @@ void TableFlow::Prepare(Prepared& prepared) {
         }
         cell.laid.Clear();
         mayShrink = false;
-        if (content.kind == InstanceKind::Container || content.kind == InstanceKind::Table) {
+        if (Flows(content)) {
             cell.flow = MakeFlow(content, m_context);
-            prepared.flows = true;
+            // What is beside several rows needs room in the first of them only if it may need several pages.
+            if (row.cells[i].rowSpan > 1 &&
+                cell.flow->Measure(m_context.pageHeight) <= m_context.pageHeight / 2) {
+                cell.flow.reset();
+            }
+            prepared.flows = prepared.flows || cell.flow;
         } else if (content.kind == InstanceKind::Image && content.sizing == Instance::Sizing::AutoSize) {
             height = std::max(height, BlockFlow(content, m_context).Measure(0));
         }
@@ -243,11 +248,34 @@ bool TableFlow::SplitText(const Instance& content, Cell& cell, const Rect& area)
     return cell.nextLine >= lines.size();
 }
 
+// Rectangles with a frame or a colour are as high as their row.
+void TableFlow::StretchBoxes(Prepared& prepared, double y) {
+    const std::vector<TableCell>& cells = prepared.row.cells;
+    const auto hasBox = [](const TableCell& cell) {
+        return cell.content.kind == InstanceKind::Container && cell.content.box;
+    };
+    if (prepared.begun || cells.size() < 2 || std::none_of(cells.begin(), cells.end(), hasBox)) {
+        return;
+    }
+    double height = RowHeight(prepared, y);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (prepared.cells[i].flow) {
+            height = std::max(height, prepared.cells[i].flow->Measure(m_context.pageHeight));
+        }
+    }
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (prepared.cells[i].flow && cells[i].rowSpan == 1) {
+            prepared.cells[i].flow->Stretch(height);
+        }
+    }
+}
+
 // A row with items that may be split, or one higher than a page: as much as there is room for.
 bool TableFlow::PlaceSplit(Prepared& prepared, double y, double bottom, double& used) {
     const double available = bottom - y;
     bool done = true;
     used = prepared.begun ? 0 : std::min(prepared.row.height, available);
+    StretchBoxes(prepared, y);
     for (std::size_t i = 0; i < prepared.row.cells.size(); ++i) {
         Cell& cell = prepared.cells[i];
         if (!cell.flow) {

@@ -38,6 +38,8 @@ class TableFlow final : public Flow {
         int column = 0, columns = 1;
         std::size_t lastRow = 0;
         double top = 0, needed = 0;
+        std::unique_ptr<Flow> flow;  // of a content that continues on the next page
+        double placed = 0;           // its height on the pages before
     };
     struct Edge {
         double x1, x2;
@@ -73,6 +75,8 @@ class TableFlow final : public Flow {
     void BeginSpans(Prepared& prepared, double y);
     void EndSpans(std::size_t row, double bottom);  // draws the spans that end with this row
     void DrawSpan(Span& span, double bottom);
+    void DrawFlowingSpan(Span& span, const Rect& area);
+    void StretchBoxes(Prepared& prepared, double y);
 
     const Instance& m_item;
     TableInstance& m_table;

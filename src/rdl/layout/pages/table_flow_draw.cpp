@@ -79,11 +79,17 @@ void TableFlow::DrawContent(const Instance& content, Cell& cell, const Rect& are
     Painter& painter = m_context.painter;
     switch (content.kind) {
         case InstanceKind::Text:
+            if (IsTurned(content)) {  // only now the length of its lines is known
+                painter.Layout().Lay(content, LineWidth(content, area.width, area.height), cell.laid);
+            }
             painter.Text(area, content, cell.laid, 0, cell.laid.lines.size());
             painter.Collect(content);
             break;
         case InstanceKind::Image:
             painter.Image(area, content);
+            if (content.box) {  // the picture covers the half of its border that is inside
+                painter.Borders(area, *content.box);
+            }
             break;
         case InstanceKind::Drawing:
             painter.Drawing(area, *content.drawing);
@@ -130,8 +136,7 @@ void TableFlow::DrawContents(Prepared& prepared, double y, double height) {
 void TableFlow::BeginSpans(Prepared& prepared, double y) {
     for (std::size_t i = 0; i < prepared.row.cells.size(); ++i) {
         TableCell& cell = prepared.row.cells[i];
-        if (cell.rowSpan <= 1 || cell.content.kind == InstanceKind::Table ||
-            cell.content.kind == InstanceKind::Container) {
+        if (cell.rowSpan <= 1 || prepared.cells[i].flow) {
             continue;
         }
         // Laid texts point into their instance, so it must not move any more.
@@ -141,14 +146,43 @@ void TableFlow::BeginSpans(Prepared& prepared, double y) {
         span.columns = cell.columnSpan;
         span.lastRow = prepared.index + At(cell.rowSpan) - 1;
         span.top = y;
+        if (Flows(span.content)) {
+            span.needed = MakeFlow(span.content, m_context)->Measure(m_context.pageHeight);
+            continue;
+        }
         m_context.painter.Layout().Lay(
             span.content, LineWidth(span.content, span.content.width, span.content.height), span.laid);
         span.needed = span.content.kind == InstanceKind::Text ? GrownHeight(span.content, span.laid) : 0;
     }
 }
 
+// A rectangle is as high as the rows beside it. On each page it begins again, unless it continues.
+void TableFlow::DrawFlowingSpan(Span& span, const Rect& area) {
+    if (!span.flow) {
+        span.flow = MakeFlow(span.content, m_context);
+        span.placed = 0;
+    }
+    span.flow->Stretch(span.placed + area.height);
+    if (span.flow->Place(area.x, area.y, area.height).done) {
+        span.flow.reset();
+    }
+    span.placed += area.height;
+    if (span.column >= m_table.headerColumns) {
+        return;
+    }
+    for (const double distance : m_furtherPages) {
+        const auto flow = MakeFlow(span.content, m_context);
+        flow->Stretch(area.height);
+        flow->Place(area.x + distance, area.y, area.height);
+    }
+}
+
 void TableFlow::DrawSpan(Span& span, double bottom) {
     Rect area = CellArea(span.column, span.columns, span.top, bottom - span.top);
+    if (Flows(span.content)) {
+        DrawFlowingSpan(span, area);
+        return;
+    }
     Painter& painter = m_context.painter;
     Cell cell;
     cell.laid = span.laid;

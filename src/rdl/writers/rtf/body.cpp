@@ -163,7 +163,7 @@ void RtfBody::Row(const RtfRow& row, const Place& place) {
 }
 
 void RtfBody::Cell(const RtfCell& cell, const RtfRow& row, int level, bool& nested) {
-    const RtfParagraphs::Place place{level, row.keepNext};
+    const RtfParagraphs::Place place{level, row.keepNext, row.rightToLeft};
     bool open = false;  // a paragraph is not ended yet
     for (const Instance* item : cell.content) {
         m_out += open ? "\\par\n" : "";

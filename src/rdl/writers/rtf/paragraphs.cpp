@@ -59,6 +59,26 @@ void AppendWithFields(std::string_view text, std::string& out) {
     AppendRtf(text.substr(begin), out);
 }
 
+// Whether a text may have characters of a script that runs from right to left, or of another one for which
+// word processors keep separate looks: those of U+0580 to U+1FFF and of U+FB00 to U+FEFF.
+bool HasComplexScript(std::string_view text) {
+    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        const auto lead = static_cast<unsigned char>(text[i]);
+        const auto next = static_cast<unsigned char>(text[i + 1]);
+        if ((lead >= 0xD6 && lead <= 0xE1) || (lead == 0xEF && next >= 0xAC && next <= 0xBB)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool NeedsBothDirections(const Instance& item, const ParagraphInstance& paragraph,
+                         const RtfParagraphs::Place& place) {
+    return place.rightToLeft || (item.box && item.box->rightToLeft) ||
+           std::any_of(paragraph.runs.begin(), paragraph.runs.end(),
+                       [](const RunInstance& run) { return HasComplexScript(run.text); });
+}
+
 const layout::CharStyle* FirstStyle(const ParagraphInstance& paragraph) {
     return paragraph.runs.empty() ? nullptr : paragraph.runs.front().style.get();
 }
@@ -77,7 +97,8 @@ void RtfParagraphs::Blank(double height, const Place& place, std::string& out) {
 
 void RtfParagraphs::Message(const layout::TableInstance& table, const Place& place, std::string& out) {
     AppendPlace(place, out);
-    m_styles.AppendLetters(table.noRowsStyle.get(), out);
+    m_styles.AppendLetters(table.noRowsStyle.get(),
+                           place.rightToLeft || HasComplexScript(table.noRowsMessage), out);
     out += ' ';
     AppendRtf(table.noRowsMessage, out);
 }
@@ -108,7 +129,8 @@ void RtfParagraphs::Box(const Instance& item, const Place& place, std::string& o
 void RtfParagraphs::Paragraph(const Instance& item, const ParagraphInstance& paragraph, const Place& place,
                               std::string& out) {
     Format(item, paragraph, place, out);
-    m_styles.AppendLetters(FirstStyle(paragraph), out);
+    const bool bothDirections = NeedsBothDirections(item, paragraph, place);
+    m_styles.AppendLetters(FirstStyle(paragraph), bothDirections, out);
     out += ' ';
     if (item.paragraphs.empty() || &paragraph == &item.paragraphs.front()) {
         Bookmark(item, out);
@@ -119,7 +141,8 @@ void RtfParagraphs::Paragraph(const Instance& item, const ParagraphInstance& par
     const bool link = OpenLink(item, out);
     for (const RunInstance& run : paragraph.runs) {
         const bool same = run.style.get() == FirstStyle(paragraph);
-        Run(run, same, link, out);
+        const RunPlace runPlace{same, link, bothDirections};
+        Run(run, runPlace, out);
     }
     out += link ? "}}" : "";
 }
@@ -157,13 +180,13 @@ void RtfParagraphs::Format(const Instance& item, const ParagraphInstance& paragr
     }
 }
 
-void RtfParagraphs::Run(const RunInstance& run, bool hasParagraphStyle, bool isInLink, std::string& out) {
-    const bool link = !isInLink && !run.hyperlink.empty() && OpenLink(run.hyperlink, out);
-    if (hasParagraphStyle) {
+void RtfParagraphs::Run(const RunInstance& run, const RunPlace& place, std::string& out) {
+    const bool link = !place.isLinked && !run.hyperlink.empty() && OpenLink(run.hyperlink, out);
+    if (place.looksAsParagraph) {
         AppendWithFields(run.text, out);
     } else {
         out += "{\\plain";  // the first run's weight and lines end with it
-        m_styles.AppendLetters(run.style.get(), out);
+        m_styles.AppendLetters(run.style.get(), place.bothDirections, out);
         out += ' ';
         AppendWithFields(run.text, out);
         out += "}";

@@ -19,8 +19,9 @@ class RtfParagraphs {
 
     // The position of a paragraph.
     struct Place {
-        int level = 0;          // nesting level of its table; 0: none
-        bool keepNext = false;  // keep on one page with the next paragraph
+        int level = 0;             // nesting level of its table; 0: none
+        bool keepNext = false;     // keep on one page with the next paragraph
+        bool rightToLeft = false;  // of the table around it
     };
 
     // Appends the paragraphs of a text box.
@@ -39,9 +40,12 @@ class RtfParagraphs {
                    const Place& place, std::string& out);
     void Format(const layout::Instance& item, const layout::ParagraphInstance& paragraph, const Place& place,
                 std::string& out);
-    // `hhasParagraphStyleStyle`: the run's style is the one that the paragraph begins with. `isInLink`: a
-    // link of the item encloses the run.
-    void Run(const layout::RunInstance& run, bool hasParagraphStyle, bool isInLink, std::string& out);
+    // `looksAsParagraph`: the run's style is the one that the paragraph begins with. `isLinked`: a link of the
+    // item encloses the run.
+    struct RunPlace {
+        bool looksAsParagraph = false, isLinked = false, bothDirections = false;
+    };
+    void Run(const layout::RunInstance& run, const RunPlace& place, std::string& out);
     bool OpenLink(const layout::Instance& item, std::string& out);
     bool OpenLink(const std::string& link, std::string& out);
     // Returns a numbered name for a bookmark: bookmarks of a report may be any text, RTF allows ASCII letters

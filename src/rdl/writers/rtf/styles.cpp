@@ -73,13 +73,23 @@ int RtfStyles::Color(layout::Color color) {
     return number;
 }
 
-void RtfStyles::AppendLetters(const CharStyle* style, std::string& out) {
+void RtfStyles::AppendLetters(const CharStyle* style, bool bothDirections, std::string& out) {
     static const CharStyle Default;
     const CharStyle& letters = style ? *style : Default;
-    AppendWord("\\f", Font(letters.family), out);
+    const int font = Font(letters.family);
     const float size = std::isfinite(letters.size) ? std::clamp(letters.size, 1.0F, 1638.0F) : 10.0F;
-    AppendWord("\\fs", static_cast<int>(std::lround(size * 2)), out);
-    out += letters.bold || letters.weight >= SemiBold ? "\\b" : "";
+    const auto halfPoints = static_cast<int>(std::lround(size * 2));
+    const bool bold = letters.bold || letters.weight >= SemiBold;
+    if (bothDirections) {
+        AppendWord("\\rtlch\\af", font, out);
+        AppendWord("\\afs", halfPoints, out);
+        out += bold ? "\\ab" : "";
+        out += letters.italic ? "\\ai" : "";
+        out += "\\ltrch";
+    }
+    AppendWord("\\f", font, out);
+    AppendWord("\\fs", halfPoints, out);
+    out += bold ? "\\b" : "";
     out += letters.italic ? "\\i" : "";
     out += letters.decoration == Decoration::Underline     ? "\\ul"
            : letters.decoration == Decoration::LineThrough ? "\\strike"

@@ -53,7 +53,7 @@ XlsSheet& XlsBook::AddSheet(const std::vector<double>& columnWidths, const layou
     if (!m_sheets.empty()) {
         m_sheets.back()->Finish(m_sheets.size() == 1, SheetDrawing(m_sheets.size() - 1));
     }
-    m_sheets.push_back(std::make_unique<XlsSheet>(m_spool, columnWidths, page));
+    m_sheets.push_back(std::make_unique<XlsSheet>(m_spool, styles, columnWidths, page));
     return *m_sheets.back();
 }
 

@@ -167,7 +167,8 @@ void XlsLayout::Grow(const Instance& item, const XlsRange& range) {
         return;
     }
     const std::string shown = TextOf(item);
-    const double width = WidthOf(range) - Edge;
+    const float padding = item.box ? item.box->paddingLeft + item.box->paddingRight : 0;
+    const double width = WidthOf(range) - std::max(Edge, static_cast<double>(padding));
     const layout::CharStylePtr style = FirstStyle(item);
     const double length = CharacterWidth * (style ? style->size : 10) * static_cast<double>(shown.size());
     if (!merged && length < width && shown.find('\n') == std::string::npos) {

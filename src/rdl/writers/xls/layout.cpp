@@ -33,6 +33,11 @@ double Right(const Instance& item) {
     return std::max(item.x, item.x + item.width);
 }
 
+bool HasBorder(const layout::BoxStyle& box) {
+    const auto isDrawn = [](const layout::Border& line) { return line.style != layout::LineStyle::None; };
+    return isDrawn(box.left) || isDrawn(box.top) || isDrawn(box.right) || isDrawn(box.bottom);
+}
+
 bool IsText(const Instance& item) {
     return item.kind == InstanceKind::Text;
 }
@@ -100,6 +105,25 @@ void XlsLayout::BeginSheet() {
     goOn.swap(m_fills);
     for (const Fill& fill : goOn) {
         BeginFill(fill.color, fill.columns, 0);
+    }
+    std::vector<Frame> framesGoOn;
+    framesGoOn.swap(m_frames);
+    for (const Frame& frame : framesGoOn) {
+        BeginFrame(frame.box, frame.columns, 0, false);
+    }
+}
+
+void XlsLayout::BeginFrame(const layout::BoxStylePtr& box, Columns columns, std::uint32_t row, bool begins) {
+    m_frames.push_back({box, columns, 0});
+    m_frames.back().number = m_sheet->BeginFrame(row, columns.first, columns.last, box, begins);
+}
+
+void XlsLayout::EndAround(const Around& around, std::uint32_t row) {
+    if (around.fill) {
+        m_sheet->EndFill(*around.fill, row);
+    }
+    if (around.frame) {
+        m_sheet->EndFrame(*around.frame, row);
     }
 }
 
@@ -279,8 +303,13 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
 // Containers and tables, over the fill that they have themselves.
 std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32_t row, bool isTopLevel) {
     const bool fills = item.box && item.box->background >> 24;
+    const bool frames = item.box && HasBorder(*item.box);
+    const Columns columns = ColumnsAt(x + Left(item), x + Right(item));
     if (fills) {
-        BeginFill(item.box->background, ColumnsAt(x + Left(item), x + Right(item)), row);
+        BeginFill(item.box->background, columns, row);
+    }
+    if (frames) {
+        BeginFrame(item.box, columns, row, true);
     }
     std::uint32_t end = row;
     if (item.kind == InstanceKind::Container) {
@@ -288,9 +317,17 @@ std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32
     } else if (item.table) {
         end = PlaceTable(item, x + item.x, row, isTopLevel);
     }
+    Around around;
     if (fills) {
-        EndFill(end);
+        around.fill = m_fills.back().number;
+        m_fills.pop_back();
     }
+    if (frames) {
+        around.frame = m_frames.back().number;
+        m_frames.pop_back();
+    }
+    EndAround(around, end);
+    m_around = around;
     return end;
 }
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -45,6 +46,18 @@ class XlsLayout {
     };
     void BeginFill(layout::Color color, Columns columns, std::uint32_t row);
     void EndFill(std::uint32_t row);
+    // The border of an item around others.
+    struct Frame {
+        layout::BoxStylePtr box;
+        Columns columns;
+        std::size_t number;  // in the sheet
+    };
+    void BeginFrame(const layout::BoxStylePtr& box, Columns columns, std::uint32_t row, bool begins);
+    // What the item that was placed last has in the sheet around its content.
+    struct Around {
+        std::optional<std::size_t> fill, frame;
+    };
+    void EndAround(const Around& around, std::uint32_t row);
     void BeginSheet();
     // Each function places items from `row` on and returns the row after them. `isTopLevel`: no table is
     // around the items; tables are then streamed and may start new sheets.
@@ -88,6 +101,8 @@ class XlsLayout {
     XlsSheet* m_sheet = nullptr;
     std::vector<OpenSpan>* m_spans = nullptr;  // spans of the table being placed
     std::vector<Fill> m_fills;                 // innermost last
+    std::vector<Frame> m_frames;               // innermost last
+    Around m_around;
     struct FilledBox {
         layout::BoxStylePtr own, filled;  // `own` is kept alive, as its address is the key
     };

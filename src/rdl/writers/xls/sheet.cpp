@@ -22,8 +22,9 @@ constexpr std::uint32_t LastFrozenRow = 40;  // more would leave no room for wha
 
 }  // namespace
 
-XlsSheet::XlsSheet(Spool& spool, std::vector<double> columnWidths, const layout::PageSetup& page)
-    : m_spool(spool), m_columnWidths(std::move(columnWidths)), m_begin(spool.size()) {
+XlsSheet::XlsSheet(Spool& spool, XlsStyles& styles, std::vector<double> columnWidths,
+                   const layout::PageSetup& page)
+    : m_spool(spool), m_styles(styles), m_columnWidths(std::move(columnWidths)), m_begin(spool.size()) {
     m_page = {page.width, page.height, page.marginLeft, page.marginRight, page.marginTop, page.marginBottom};
 }
 
@@ -78,6 +79,55 @@ void XlsSheet::EndFill(std::size_t fill, std::uint32_t row) {
     }
 }
 
+std::size_t XlsSheet::BeginFrame(std::uint32_t row, std::uint16_t firstColumn, std::uint16_t lastColumn,
+                                 const layout::BoxStylePtr& box, bool begins) {
+    m_frames.push_back({m_nextFrame, {row, XlsMostRows, firstColumn, lastColumn}, box, begins, false});
+    return m_nextFrame++;
+}
+
+void XlsSheet::EndFrame(std::size_t frame, std::uint32_t row) {
+    for (Frame& open : m_frames) {
+        if (open.number != frame || row == 0) {
+            continue;
+        }
+        open.area.lastRow = row - 1;
+        open.ends = true;
+        if (row <= m_usedRows && row < XlsMostRows) {
+            // The last row is written: the line is above the next one.
+            auto below = std::make_shared<layout::BoxStyle>();
+            below->top = open.box->bottom;
+            m_rows.try_emplace(row);
+            open.area.firstRow = open.area.lastRow = row;
+            open.box = std::move(below);
+            open.begins = true;
+        }
+    }
+}
+
+void XlsSheet::AddFrames(std::uint32_t index, Row& row) {
+    for (auto frame = m_frames.rbegin(); frame != m_frames.rend(); ++frame) {
+        const XlsRange& area = frame->area;
+        if (index < area.firstRow || index > area.lastRow) {
+            continue;
+        }
+        const unsigned level = (index == area.firstRow && frame->begins ? XlsStyles::Top : 0u) |
+                               (index == area.lastRow && frame->ends ? XlsStyles::Bottom : 0u);
+        for (std::uint16_t column = area.firstColumn; column <= area.lastColumn; ++column) {
+            const unsigned sides = level | (column == area.firstColumn ? XlsStyles::Left : 0u) |
+                                   (column == area.lastColumn ? XlsStyles::Right : 0u);
+            if (sides == 0) {
+                continue;
+            }
+            auto cell = std::lower_bound(row.cells.begin(), row.cells.end(), column,
+                                         [](const XlsCell& c, std::uint16_t at) { return c.column < at; });
+            if (cell == row.cells.end() || cell->column != column) {
+                cell = row.cells.insert(cell, {XlsCell::Blank, column, XlsStyles::DefaultCell});
+            }
+            cell->xf = m_styles.Framed(cell->xf, *frame->box, sides);
+        }
+    }
+}
+
 void XlsSheet::AddFills(std::uint32_t index, Row& row) const {
     for (auto fill = m_fills.rbegin(); fill != m_fills.rend(); ++fill) {
         if (index >= fill->area.firstRow && index <= fill->area.lastRow) {
@@ -95,6 +145,7 @@ void XlsSheet::Complete(std::uint32_t row) {
         m_rows.erase(m_rows.begin());
     }
     std::erase_if(m_fills, [row](const Fill& fill) { return fill.area.lastRow + 1 <= row; });
+    std::erase_if(m_frames, [row](const Frame& frame) { return frame.area.lastRow + 1 <= row; });
 }
 
 void XlsSheet::WriteRow(std::uint32_t index, Row& row) {
@@ -104,6 +155,7 @@ void XlsSheet::WriteRow(std::uint32_t index, Row& row) {
     row.cells.erase(std::unique(row.cells.begin(), row.cells.end(),
                                 [](const XlsCell& a, const XlsCell& b) { return a.column == b.column; }),
                     row.cells.end());
+    AddFrames(index, row);
     const double height = row.height > 0 ? row.height : 12.75;
     m_blockRows.Begin(RowRecord);
     m_blockRows.U16(index);

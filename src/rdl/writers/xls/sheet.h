@@ -14,6 +14,7 @@
 #include "rdl/writers/common/spool.h"
 #include "rdl/writers/xls/bookmarks.h"
 #include "rdl/writers/xls/record.h"
+#include "rdl/writers/xls/styles.h"
 
 namespace rdl::writers {
 
@@ -47,7 +48,8 @@ struct XlsPage {
 
 class XlsSheet {
  public:
-    XlsSheet(Spool& spool, std::vector<double> columnWidths, const layout::PageSetup& page);
+    XlsSheet(Spool& spool, XlsStyles& styles, std::vector<double> columnWidths,
+             const layout::PageSetup& page);
 
     // Sets a cell in a row that is not complete. Raises rdl::Error past the last row of a sheet.
     void Put(std::uint32_t row, const XlsCell& cell);
@@ -68,6 +70,12 @@ class XlsSheet {
                           std::uint16_t xf);
     // The area ends before `row`.
     void EndFill(std::size_t fill, std::uint32_t row);
+    // Begins an area whose outer cells have the box's borders where they have none themselves, from `row` on.
+    // Without `begins` the border at the top is omitted. Returns its number, for EndFrame.
+    std::size_t BeginFrame(std::uint32_t row, std::uint16_t firstColumn, std::uint16_t lastColumn,
+                           const layout::BoxStylePtr& box, bool begins);
+    // The area ends before `row`. Until this row is complete a further call moves the end.
+    void EndFrame(std::size_t frame, std::uint32_t row);
     // Marks a heading row: frozen in view and printed on each page. The first call and adjacent rows after it
     // count.
     void Heading(std::uint32_t row);
@@ -101,7 +109,14 @@ class XlsSheet {
         XlsRange area;
         std::uint16_t xf;
     };
+    struct Frame {
+        std::size_t number;
+        XlsRange area;
+        layout::BoxStylePtr box;
+        bool begins = true, ends = false;
+    };
     void AddFills(std::uint32_t index, Row& row) const;
+    void AddFrames(std::uint32_t index, Row& row);
     void WriteRow(std::uint32_t index, Row& row);
     void WriteCell(std::uint32_t row, const XlsCell& cell);
     void FlushBlock();
@@ -112,11 +127,14 @@ class XlsSheet {
     void BeginLink(const XlsRange& range, unsigned what);
 
     Spool& m_spool;
+    XlsStyles& m_styles;
     std::vector<double> m_columnWidths;
     XlsPage m_page;
     std::map<std::uint32_t, Row> m_rows;
     std::vector<Fill> m_fills;  // of rows that are not complete
     std::size_t m_nextFill = 0;
+    std::vector<Frame> m_frames;  // of rows that are not complete
+    std::size_t m_nextFrame = 0;
     std::vector<float> m_heights;  // of completed rows, for placing images
     XlsRecords m_blockRows, m_blockCells, m_head, m_tail, m_links;
     unsigned m_blockCount = 0;

@@ -2,6 +2,7 @@
 #include "rdl/writers/xls/styles.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 namespace rdl::writers {
@@ -19,6 +20,7 @@ constexpr std::uint16_t FontRecord = 0x0031, FormatRecord = 0x041E, XfRecord = 0
 constexpr std::uint16_t FirstOwnXf = 16, FirstOwnFormat = 164;
 constexpr std::size_t MostXfs = 3900, MostPlainXfs = 100, MostFonts = 500, MostKnown = 8192, PaletteSize = 56;
 constexpr unsigned FirstPaletteIndex = 8;
+constexpr float PointsPerIndent = 8;  // about three digits of the default font
 
 unsigned BorderCode(const Border& border) {
     const bool wide = border.width >= 1.5F;
@@ -55,6 +57,30 @@ unsigned HorizontalCode(HAlign align) {
             break;
     }
     return 0;
+}
+
+// The alignment bits of a text in its box. A turned text's lines run down or up, so where they begin is a
+// place from top to bottom, and the place of the lines side by side is one from left to right.
+unsigned AlignmentCode(const BoxStyle& box, HAlign align) {
+    constexpr unsigned Right = 3, Bottom = 2;
+    const auto across = static_cast<unsigned>(box.vAlign);  // 0 to 2 from the first line's side
+    if (box.writingMode == layout::WritingMode::Horizontal) {
+        return HorizontalCode(align) | across << 4;
+    }
+    const unsigned along = align == HAlign::Center ? 1u : align == HAlign::Right ? 2u : 0u;
+    const bool runsDown = box.writingMode == layout::WritingMode::Vertical;
+    return (runsDown ? Right - across : 1 + across) | (runsDown ? along : Bottom - along) << 4;
+}
+
+// Levels of indent for the padding at the side at which the text begins.
+unsigned IndentCode(const BoxStyle& box, HAlign align) {
+    if (box.writingMode != layout::WritingMode::Horizontal ||
+        (align != HAlign::Left && align != HAlign::Right)) {
+        return 0;
+    }
+    const float padding = align == HAlign::Left ? box.paddingLeft : box.paddingRight;
+    return std::isfinite(padding) ? static_cast<unsigned>(std::clamp(padding / PointsPerIndent, 0.0F, 15.0F))
+                                  : 0;
 }
 
 int Distance(Color a, Color b) {
@@ -136,11 +162,11 @@ std::string XlsStyles::CellRecord(const BoxStyle& box, std::uint16_t font, HAlig
     data.U16(font);
     data.U16(format);
     data.U16(0x0001);  // locked, parent 0
-    data.U8(HorizontalCode(align) | (wrap ? 0x08u : 0u) | static_cast<unsigned>(box.vAlign) << 4);
+    data.U8(AlignmentCode(box, align) | (wrap ? 0x08u : 0u));
     data.U8(box.writingMode == layout::WritingMode::Vertical    ? 180
             : box.writingMode == layout::WritingMode::Rotate270 ? 90
                                                                 : 0);
-    data.U8(box.rightToLeft ? 0x80 : 0);
+    data.U8(IndentCode(box, align) | (box.rightToLeft ? 0x80u : 0u));
     data.U8(0xFC);
     data.U32(BorderCode(box.left) | BorderCode(box.right) << 4 | BorderCode(box.top) << 8 |
              BorderCode(box.bottom) << 12 | ColorIndex(box.left.color) << 16 |
@@ -149,6 +175,32 @@ std::string XlsStyles::CellRecord(const BoxStyle& box, std::uint16_t font, HAlig
     data.U32(ColorIndex(box.top.color) | ColorIndex(box.bottom.color) << 7 | (filled ? 1u : 0u) << 26);
     data.U16((filled ? ColorIndex(box.background) : 0x40u) | 0x41u << 7);
     return data.bytes();
+}
+
+// The borders are two numbers of 32 bits at byte 10: styles and two colours, the other colours and the fill.
+std::uint16_t XlsStyles::Framed(std::uint16_t xf, const BoxStyle& box, unsigned sides) {
+    constexpr std::size_t Place = 10;
+    std::string data =
+        xf >= FirstOwnXf ? m_xfs[xf - FirstOwnXf] : CellRecord(BoxStyle(), 0, HAlign::General, 0, false);
+    std::uint64_t borders = 0;
+    for (unsigned i = 0; i < 8; ++i) {
+        borders |= static_cast<std::uint64_t>(static_cast<unsigned char>(data[Place + i])) << 8 * i;
+    }
+    const Border* const lines[] = {&box.left, &box.right, &box.top, &box.bottom};
+    constexpr unsigned ColorPlaces[] = {16, 23, 32, 39};
+    for (unsigned i = 0; i < 4; ++i) {
+        const std::uint64_t style = BorderCode(*lines[i]);
+        if ((sides >> i & 1) != 0 && style != 0 && (borders >> 4 * i & 15) == 0) {
+            borders |= style << 4 * i;
+            borders &= ~(std::uint64_t{127} << ColorPlaces[i]);
+            borders |= static_cast<std::uint64_t>(ColorIndex(lines[i]->color)) << ColorPlaces[i];
+        }
+    }
+    for (unsigned i = 0; i < 8; ++i) {
+        data[Place + i] = static_cast<char>(borders >> 8 * i & 0xFF);
+    }
+    const std::uint16_t framed = Record(data, MostXfs);
+    return framed == DefaultCell ? xf : framed;
 }
 
 // DefaultCell when it is new and there are `most` already.

@@ -92,10 +92,19 @@ std::uint32_t XlsLayout::PlaceRow(const TableInstance& table, const TableRow& ta
                                   std::uint32_t row) {
     std::uint32_t end = row + 1;
     std::vector<OpenSpan>* const spans = m_spans;
+    std::vector<Around> boxes;
     for (const TableCell& cell : tableRow.cells) {
-        if (cell.content.kind != InstanceKind::Text) {
-            end = std::max(end, PlaceOne(cell.content, LeftOf(table, x, cell.column), row, false));
+        if (cell.content.kind == InstanceKind::Text) {
+            continue;
         }
+        m_around = {};
+        end = std::max(end, PlaceOne(cell.content, LeftOf(table, x, cell.column), row, false));
+        if (cell.content.kind == InstanceKind::Container && cell.rowSpan <= 1) {
+            boxes.push_back(m_around);
+        }
+    }
+    for (const Around& box : boxes) {  // rectangles are as high as their row
+        EndAround(box, end);
     }
     if (end == row + 1) {
         m_sheet->Height(row, tableRow.height, !tableRow.canGrow);
