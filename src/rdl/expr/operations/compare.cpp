@@ -19,6 +19,7 @@ int Rank(Kind kind) {
             return 1;
         case Kind::Integer:
         case Kind::Real:
+        case Kind::Decimal:
             return 2;
         case Kind::DateTime:
             return 3;
@@ -61,7 +62,19 @@ int OrderMixed(std::int64_t integer, double real) {
     return whole != 0 ? whole : floor < real ? -1 : 0;
 }
 
+// One of them is a Decimal.
+int OrderDecimals(const Value& left, const Value& right) {
+    if (left.kind() == Kind::Real) {
+        return -rdl::Compare(right.AsDecimal(), left.AsReal());
+    }
+    return right.kind() == Kind::Real ? rdl::Compare(left.AsDecimal(), right.AsReal())
+                                      : rdl::Compare(left.AsDecimal(), right.AsDecimal());
+}
+
 int OrderNumbers(const Value& left, const Value& right) {
+    if (left.kind() == Kind::Decimal || right.kind() == Kind::Decimal) {
+        return OrderDecimals(left, right);
+    }
     const bool l = left.kind() == Kind::Integer;
     const bool r = right.kind() == Kind::Integer;
     if (l && r) {
@@ -99,7 +112,12 @@ std::size_t HashNumber(const Value& value) {
     if (value.kind() == Kind::Integer) {
         return std::hash<std::int64_t>()(value.AsInteger());
     }
-    const double real = value.AsReal();
+    if (value.kind() == Kind::Decimal) {
+        if (const auto whole = value.AsDecimal().ToInteger()) {
+            return std::hash<std::int64_t>()(*whole);
+        }
+    }
+    const double real = value.AsDouble();
     if (std::isnan(real)) {
         return 7;
     }
@@ -137,6 +155,7 @@ int Compare(const Value& left, const Value& right) {
             return Order(left.AsBoolean() ? 1 : 0, right.AsBoolean() ? 1 : 0);
         case Kind::Integer:
         case Kind::Real:
+        case Kind::Decimal:
             return OrderNumbers(left, right);
         case Kind::DateTime:
         case Kind::TimeSpan:
@@ -164,6 +183,7 @@ std::size_t Hash(const Value& value) {
             return Mix(seed, value.AsBoolean() ? 1 : 0);
         case Kind::Integer:
         case Kind::Real:
+        case Kind::Decimal:
             return Mix(seed, HashNumber(value));
         case Kind::DateTime:
         case Kind::TimeSpan:

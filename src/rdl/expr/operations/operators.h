@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The operators of the language. An error operand is the result; operands that do not fit give an error
-// value.
+// value. A Decimal and an Integer give a Decimal, a Decimal and a Real give a Real.
 #pragma once
 
 #include <string_view>
@@ -16,7 +16,7 @@ using Operator = Value (*)(const Value& left, const Value& right, const Culture&
 Value Add(const Value& left, const Value& right, const Culture& culture);
 Value Subtract(const Value& left, const Value& right, const Culture& culture);
 Value Multiply(const Value& left, const Value& right, const Culture& culture);
-Value Divide(const Value& left, const Value& right, const Culture& culture);  // always a Real
+Value Divide(const Value& left, const Value& right, const Culture& culture);  // a Decimal or a Real
 Value DivideWhole(const Value& left, const Value& right, const Culture& culture);
 Value Modulo(const Value& left, const Value& right, const Culture& culture);
 Value Power(const Value& left, const Value& right, const Culture& culture);
