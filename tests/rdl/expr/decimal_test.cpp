@@ -206,16 +206,16 @@ TEST(DecimalAggregates, SumThatIsTooLargeIsAnError) {
               "error: A value that is no number cannot be added up");
 }
 
-TEST(DecimalAggregates, TenMillionCentsAreExact) {
+TEST(DecimalAggregates, ManyCentsAreExact) {
     Accumulator sum(AggregateKind::Sum, FindCulture("")), average(AggregateKind::Avg, FindCulture(""));
     const Value cent = D("0.01"), dime = D("0.10");
-    for (int i = 0; i < 5'000'000; ++i) {
+    for (int i = 0; i < 200'000; ++i) {
         for (const Value& value : {cent, dime}) {
             sum.Add(value);
             average.Add(value);
         }
     }
-    EXPECT_EQ(ToText(sum.Result(), FindCulture("")), "550000.00");
+    EXPECT_EQ(ToText(sum.Result(), FindCulture("")), "22000.00");
     EXPECT_EQ(ToText(average.Result(), FindCulture("")), "0.055");
 }
 

@@ -71,27 +71,24 @@ int OrderDecimals(const Value& left, const Value& right) {
                                       : rdl::Compare(left.AsDecimal(), right.AsDecimal());
 }
 
+int OrderReals(double left, double right) {
+    const bool leftNan = std::isnan(left);
+    const bool rightNan = std::isnan(right);
+    return leftNan || rightNan ? Order(rightNan ? 1 : 0, leftNan ? 1 : 0) : Order(left, right);
+}
+
 int OrderNumbers(const Value& left, const Value& right) {
+    if (left.kind() == Kind::Real && right.kind() == Kind::Real) {
+        return OrderReals(left.AsReal(), right.AsReal());
+    }
     if (left.kind() == Kind::Decimal || right.kind() == Kind::Decimal) {
         return OrderDecimals(left, right);
     }
-    const bool l = left.kind() == Kind::Integer;
-    const bool r = right.kind() == Kind::Integer;
-    if (l && r) {
-        return Order(left.AsInteger(), right.AsInteger());
-    }
-    if (l) {
-        return OrderMixed(left.AsInteger(), right.AsReal());
-    }
-    if (r) {
+    if (left.kind() == Kind::Real) {
         return -OrderMixed(right.AsInteger(), left.AsReal());
     }
-    const bool leftNan = std::isnan(left.AsReal());
-    const bool rightNan = std::isnan(right.AsReal());
-    if (leftNan || rightNan) {
-        return Order(rightNan ? 1 : 0, leftNan ? 1 : 0);
-    }
-    return Order(left.AsReal(), right.AsReal());
+    return right.kind() == Kind::Real ? OrderMixed(left.AsInteger(), right.AsReal())
+                                      : Order(left.AsInteger(), right.AsInteger());
 }
 
 int OrderLists(const ValueList& left, const ValueList& right) {

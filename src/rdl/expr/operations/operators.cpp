@@ -49,8 +49,8 @@ using RealOperation = double (*)(double, double);
 
 // Whether the result is a Decimal: one of the numbers is, and none is a Real.
 bool AreDecimals(const Value& left, const Value& right) {
-    return (left.kind() == Kind::Decimal && right.kind() != Kind::Real) ||
-           (right.kind() == Kind::Decimal && left.kind() != Kind::Real);
+    return left.kind() != Kind::Real && right.kind() != Kind::Real &&
+           (left.kind() == Kind::Decimal || right.kind() == Kind::Decimal);
 }
 
 Value OfDecimal(const std::optional<Decimal>& result) {
@@ -64,14 +64,14 @@ Value Arithmetic(const Value& left, const Value& right, const Culture& culture, 
     if (!Numbers(l, r, culture)) {
         return l;
     }
-    if (l.kind() == Kind::Integer && r.kind() == Kind::Integer) {
-        std::int64_t result = 0;
-        return whole(l.AsInteger(), r.AsInteger(), result) ? Value::Integer(result) : Value::Error(Overflow);
+    if (l.kind() == Kind::Real || r.kind() == Kind::Real) {
+        return Value::Real(real(l.AsDouble(), r.AsDouble()));
     }
     if (AreDecimals(l, r)) {
         return OfDecimal(decimal(l.AsDecimal(), r.AsDecimal()));
     }
-    return Value::Real(real(l.AsDouble(), r.AsDouble()));
+    std::int64_t result = 0;
+    return whole(l.AsInteger(), r.AsInteger(), result) ? Value::Integer(result) : Value::Error(Overflow);
 }
 
 // Both as whole numbers, for the operators that know no fraction; false with the error in `error`.
