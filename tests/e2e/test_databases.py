@@ -115,10 +115,17 @@ class ServerTests:
         self.assertEqual(pdf_text(self.output.read_bytes()).split("\n")[0], "0.30")
 
     def test_decimals_keep_all_their_digits(self):
-        self.assertEqual(self.rows("select amount from sums where amount is not null order by 1", ["amount"]),
-                         ["0.1000000000", "123456789012345678.0123456789"])
-        self.assertEqual(self.rows("select amount from sums where amount = @Amount", ["amount"], "-p", "Amount=0.1",
-                                   parameters=[("@Amount", "Amount", "Float", False)]), ["0.1000000000"])
+        rows = self.rows("select amount from sums where amount is not null order by 1", ["amount"])
+        self.assertEqual([row.strip() for row in rows], ["0.1000000000", "123456789012345678.0123456789"])
+
+    def test_decimal_finds_its_equal(self):
+        text = report(self.provider, self.connect, "select amount from sums where amount = @Amount", ["amount"],
+                      parameters=[("@Amount", "Amount", "String", False)])
+        text = text.replace("=Parameters!Amount.Value", "=CDec(Parameters!Amount.Value)")
+        for amount in ("0.1000000000", "123456789012345678.0123456789"):
+            done = self.export(text, "-p", "Amount=" + amount)
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
+            self.assertEqual(pdf_text(self.output.read_bytes()).split("\n")[0].strip(), amount)
 
     def test_picture_in_a_table_is_drawn(self):
         text = report(self.provider, self.connect, "select picture from kinds where picture is not null", ["picture"])

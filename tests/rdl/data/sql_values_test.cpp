@@ -46,6 +46,7 @@ TEST(SqlValues, MoneyIsReadAsItsRegionWritesIt) {
 TEST(SqlValues, DecimalIsBoundAsANumberUnlessItHasMoreDigits) {
     EXPECT_EQ(ToVariant(Exact("12.50"), ProviderKind::MySql), QVariant(12.5));
     EXPECT_EQ(ToVariant(Exact("0.1"), ProviderKind::PostgreSql), QVariant(0.1));
+    EXPECT_EQ(ToVariant(Exact("0.10"), ProviderKind::Odbc), QVariant(QStringLiteral("0.10")));
     EXPECT_EQ(ToVariant(Exact("123456789012345678.25"), ProviderKind::PostgreSql),
               QVariant(QStringLiteral("123456789012345678.25")));
 }

@@ -45,8 +45,8 @@ Value OfUnsigned(qulonglong number) {
                : Value::Real(static_cast<double>(number));
 }
 
-// PostgreSQL writes sums of money as its region does: $1,234.50, -1.234,50 €, ($5.00). The last mark before
-// one or two digits is the decimal point.
+// PostgreSQL writes sums of money as its region does: $1,234.50, -1.234,50 €, ($5.00). The last mark is the
+// decimal point unless it occurs twice, or is the only one and has three digits after it.
 std::string PlainMoney(std::string_view shown) {
     constexpr std::string_view Digits = "0123456789";
     const std::size_t first = shown.find_first_of(Digits);
@@ -71,8 +71,13 @@ std::string PlainMoney(std::string_view shown) {
     return plain;
 }
 
-bool HasDoubleDigits(const Decimal& number) {
-    return number.Coefficient() <= UInt128{999'999'999'999'999};
+// MySQL compares a text with other columns than it would a number. Drivers of ODBC write 17 digits of a
+// double, which is another number to the server: 0.10000000000000001.
+QVariant OfDecimal(const Decimal& number, ProviderKind provider) {
+    constexpr UInt128 MostOfDouble = 999'999'999'999'999;
+    const bool isOdbc = provider == ProviderKind::Odbc || provider == ProviderKind::SqlServer;
+    return isOdbc || number.Coefficient() > MostOfDouble ? QVariant(QString::fromStdString(number.Text()))
+                                                         : QVariant(number.ToDouble());
 }
 
 }  // namespace
@@ -86,9 +91,7 @@ QVariant ToVariant(const Value& value, ProviderKind provider) {
         case Kind::Real:
             return value.AsReal();
         case Kind::Decimal:
-            // A text is compared with a column of text or of floating point in another way than a number.
-            return HasDoubleDigits(value.AsDecimal()) ? QVariant(value.AsDouble())
-                                                      : QString::fromStdString(value.AsDecimal().Text());
+            return OfDecimal(value.AsDecimal(), provider);
         case Kind::DateTime:
             return OfMoment(value.AsTicks(), provider);
         case Kind::TimeSpan:
