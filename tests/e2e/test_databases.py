@@ -112,7 +112,20 @@ class ServerTests:
         text = report(self.provider, self.connect, "select cents from coins", ["cents"])
         text = text.replace("=Fields!cents.Value", "=Sum(Fields!cents.Value, &quot;Titles&quot;)")
         self.assertEqual(self.export(text).returncode, 0)
-        self.assertEqual(pdf_text(self.output.read_bytes()).split("\n")[0], "0.3")
+        self.assertEqual(pdf_text(self.output.read_bytes()).split("\n")[0], "0.30")
+
+    def test_decimals_keep_all_their_digits(self):
+        rows = self.rows("select amount from sums where amount is not null order by 1", ["amount"])
+        self.assertEqual([row.strip() for row in rows], ["0.1000000000", "123456789012345678.0123456789"])
+
+    def test_decimal_finds_its_equal(self):
+        text = report(self.provider, self.connect, "select amount from sums where amount = @Amount", ["amount"],
+                      parameters=[("@Amount", "Amount", "String", False)])
+        text = text.replace("=Parameters!Amount.Value", "=CDec(Parameters!Amount.Value)")
+        for amount in ("0.1000000000", "123456789012345678.0123456789"):
+            done = self.export(text, "-p", "Amount=" + amount)
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
+            self.assertEqual(pdf_text(self.output.read_bytes()).split("\n")[0].strip(), amount)
 
     def test_picture_in_a_table_is_drawn(self):
         text = report(self.provider, self.connect, "select picture from kinds where picture is not null", ["picture"])
@@ -181,6 +194,8 @@ class OnPostgres(ServerTests, DatabaseTest):
             "insert into titles values('Emma', 3), ('Ulysses', 1), ('Beowulf', 7);"
             "create table gaps(moment timestamp); insert into gaps values('2024-03-31 02:30:00');"
             "create table coins(cents numeric(10,2)); insert into coins values(0.1), (0.2);"
+            "create table sums(amount numeric(28,10), cash money);"
+            "insert into sums values(0.1, 1234.5), (123456789012345678.0123456789, -5.25), (null, null);"
             "create table kinds(id bigint, price numeric(12,2), day date, moment timestamp, clock time, yes boolean,"
             " word text, picture bytea, big numeric(20,0), zoned timestamptz, json jsonb);"
             "insert into kinds values(9007199254740993, 1234567.89, '2024-02-29', '2024-02-29 13:05:09', '13:05:09',"
@@ -188,7 +203,7 @@ class OnPostgres(ServerTests, DatabaseTest):
             " (2, null, null, null, null, null, null, null, null, null, null);"
             "create function above(low int) returns table(title text) language sql as"
             " 'select t.title from titles t where t.copies > low order by 1';"
-            "grant select on titles, coins, gaps, kinds to clerk" % png(7, 5).hex())
+            "grant select on titles, coins, gaps, kinds, sums to clerk" % png(7, 5).hex())
 
     @staticmethod
     def connect_to(port):
@@ -197,6 +212,14 @@ class OnPostgres(ServerTests, DatabaseTest):
     def test_own_types_are_shown_as_the_server_writes_them(self):
         self.assertEqual(self.rows("select big, zoned, json from kinds where big is not null", ["big", "zoned", "json"]),
                          ['9007199254740995|2/29/2024 1:05:09 PM|{"a": 1}'])
+
+    def test_money_is_a_decimal(self):
+        text = report(self.provider, self.connect, "select cash from sums where cash is not null", ["cash"])
+        text = text.replace("=Fields!cash.Value", "=Sum(Fields!cash.Value, &quot;Titles&quot;)")
+        self.assertEqual(self.export(text).returncode, 0)
+        self.assertEqual(pdf_text(self.output.read_bytes()).split("\n")[0], self.CASH)
+
+    CASH = "1229.25"
 
     def test_function_is_a_stored_procedure(self):
         self.assertEqual(self.rows("above", ["title"], "-p", "Least=2", command_type="StoredProcedure",
@@ -238,6 +261,8 @@ class OnMariaDb(ServerTests, DatabaseTest):
             "insert into titles values('Emma', 3), ('Ulysses', 1), ('Beowulf', 7);"
             "create table gaps(moment datetime); insert into gaps values('2024-03-31 02:30:00');"
             "create table coins(cents decimal(10,2)); insert into coins values(0.1), (0.2);"
+            "create table sums(amount decimal(28,10));"
+            "insert into sums values(0.1), (123456789012345678.0123456789), (null);"
             "create table kinds(id bigint, price decimal(12,2), day date, moment datetime, clock time, yes boolean,"
             " word text, picture blob, big decimal(20,0), counted bigint unsigned, kind enum('a','b'), since year);"
             "set names utf8mb4;"

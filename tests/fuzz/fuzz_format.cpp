@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <charconv>
+#include <cstdlib>
+#include <optional>
 #include <string>
 
 #include "fuzz/targets.h"
+#include "rdl/expr/operations/compare.h"
 #include "rdl/format/format.h"
 #include "rdl/values/error.h"
 
@@ -16,6 +20,12 @@ std::string_view TakeLine(std::string_view& rest) {
     return line;
 }
 
+void Require(bool holds) {
+    if (!holds) {
+        std::abort();
+    }
+}
+
 template <typename Number>
 Number Read(std::string_view text) {
     Number number{};
@@ -23,7 +33,8 @@ Number Read(std::string_view text) {
     return number;
 }
 
-// "i42" a whole number, "r1e300" a real one, "d" and "s" ticks of a date and a span, else a text.
+// "i42" a whole number, "r1e300" a real one, "m1.50" a decimal one, "d" and "s" ticks of a date and a span,
+// else a text.
 rdl::Value ReadValue(std::string_view text) {
     const std::string_view rest = text.empty() ? text : text.substr(1);
     switch (text.empty() ? ' ' : text.front()) {
@@ -31,6 +42,8 @@ rdl::Value ReadValue(std::string_view text) {
             return rdl::Value::Integer(Read<std::int64_t>(rest));
         case 'r':
             return rdl::Value::Real(Read<double>(rest));
+        case 'm':
+            return rdl::Value::Decimal(rdl::Decimal::OfText(rest).value_or(rdl::Decimal()));
         case 'd':
             return rdl::Value::DateTime(Read<std::int64_t>(rest));
         case 's':
@@ -38,6 +51,31 @@ rdl::Value ReadValue(std::string_view text) {
         default:
             return rdl::Value::Text(text);
     }
+}
+
+// Ends the process if one of the rules that hold for all numbers is broken.
+void CheckDecimal(const rdl::Decimal& number, const rdl::Decimal& other) {
+    const auto again = rdl::Decimal::OfText(number.Text());
+    Require(again && rdl::Compare(*again, number) == 0 && again->Scale() == number.Scale());
+    Require(rdl::Compare(number, other) == -rdl::Compare(other, number));
+    Require(rdl::Compare(number, number.ToDouble()) == -rdl::Compare(-number, -number.ToDouble()));
+    const auto hash = [](const rdl::Decimal& of) { return rdl::expr::Hash(rdl::Value::Decimal(of)); };
+    Require(rdl::Compare(number, other) != 0 || hash(number) == hash(other));
+    for (const auto& result :
+         {rdl::Add(number, other), rdl::Subtract(number, other), rdl::Multiply(number, other),
+          other.IsZero() ? std::nullopt : rdl::Divide(number, other)}) {
+        Require(!result || (result->Coefficient() <= rdl::Decimal::MostCoefficient &&
+                            result->Scale() <= rdl::Decimal::MostScale));
+    }
+    const auto sum = rdl::Add(number, other);
+    Require(!sum || sum->Scale() != std::max(number.Scale(), other.Scale()) ||
+            rdl::Compare(rdl::Subtract(*sum, other).value_or(number), number) == 0);
+    if (!other.IsZero()) {
+        const rdl::Decimal rest = rdl::Remainder(number, other);
+        Require(rdl::Compare(rest.Magnitude(), other.Magnitude()) < 0);
+    }
+    const rdl::Decimal rounded = number.Rounded(number.Scale() / 2, rdl::Rounding::HalfEven);
+    Require(rdl::Compare(rounded.Rounded(number.Scale() / 2, rdl::Rounding::Up), rounded) == 0);
 }
 
 }  // namespace
@@ -53,6 +91,10 @@ void RunFormat(std::string_view input) {
         for (const std::string_view again : {std::string_view(text), input}) {
             rdl::ParseDateTime(again, culture, ticks);
             rdl::ParseNumber(again, culture, number);
+            rdl::Decimal exact;
+            if (rdl::ParseNumber(again, culture, exact)) {
+                CheckDecimal(exact, value.kind() == rdl::Kind::Decimal ? value.AsDecimal() : exact);
+            }
         }
     } catch (const rdl::Error&) {
         return;

@@ -62,6 +62,11 @@ bool ToWholeNumber(const Value& value, std::int64_t& whole) {
         whole = value.AsInteger();
         return true;
     }
+    if (value.kind() == Kind::Decimal) {
+        const auto exact = value.AsDecimal().ToInteger();
+        whole = exact.value_or(0);
+        return exact.has_value();
+    }
     if (!value.IsText()) {
         return false;
     }

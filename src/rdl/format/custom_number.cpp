@@ -159,7 +159,7 @@ class SectionScanner {
 
 class SectionWriter {
  public:
-    SectionWriter(const Section& section, const Decimal& number, const Culture& culture, std::string& out)
+    SectionWriter(const Section& section, const Digits& number, const Culture& culture, std::string& out)
         : m_section(section), m_number(number), m_culture(culture), m_out(out) {
         m_zerosFrom = section.firstZero >= 0 ? std::max(section.pointPlace - section.firstZero, 0) : 0;
         m_zerosTo = std::min(section.pointPlace - section.endZero, 0);
@@ -278,7 +278,7 @@ class SectionWriter {
     }
 
     const Section& m_section;
-    const Decimal& m_number;
+    const Digits& m_number;
     const Culture& m_culture;
     std::string& m_out;
     int m_place = 0;   // digit placeholders left before the decimal point; negative after it
@@ -288,7 +288,7 @@ class SectionWriter {
     bool m_pointWritten = false, m_exponentWritten = false;
 };
 
-Decimal ScaledAndRounded(Decimal number, const Section& section) {
+Digits ScaledAndRounded(Digits number, const Section& section) {
     if (number.IsZero()) {
         return number;
     }
@@ -306,8 +306,7 @@ void FormatCustomNumber(const Value& value, std::string_view format, const Cultu
     if (value.kind() == Kind::Real && AppendNotFinite(value.AsReal(), culture, out)) {
         return;
     }
-    const Decimal number =
-        value.kind() == Kind::Integer ? ToDecimal(value.AsInteger()) : ToDecimal(value.AsReal());
+    const Digits number = DigitsOf(value);
     const std::string_view positive = SectionText(format, 0);
     std::string_view text = positive;
     bool ownSection = false;  // a section of its own says the sign itself
@@ -317,11 +316,11 @@ void FormatCustomNumber(const Value& value, std::string_view format, const Cultu
         text = ownSection ? negative : positive;
     }
     Section section = SectionScanner(text).Scan();
-    Decimal rounded = ScaledAndRounded(number, section);
+    Digits rounded = ScaledAndRounded(number, section);
     if (rounded.IsZero()) {
         const std::string_view zero = SectionText(format, 2);
         section = SectionScanner(zero.empty() ? positive : zero).Scan();
-        rounded = Decimal();
+        rounded = Digits();
     }
     if (rounded.negative && !ownSection) {
         out += culture.negativeSign;

@@ -35,6 +35,9 @@ void AppendText(const Value& value, const Culture& culture, int depth, std::stri
         case Kind::Real:
             AppendShortest(value.AsReal(), culture, out);
             break;
+        case Kind::Decimal:
+            AppendDecimal(value.AsDecimal(), culture, out);
+            break;
         case Kind::DateTime:
             FormatDateTime(value.AsTicks(), "G", culture, out);
             break;
@@ -86,6 +89,7 @@ std::string FormatValue(const Value& value, std::string_view format, const Cultu
         switch (value.kind()) {
             case Kind::Integer:
             case Kind::Real:
+            case Kind::Decimal:
                 fits = AppendNumber(value, format, culture, out);
                 break;
             case Kind::DateTime:

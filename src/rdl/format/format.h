@@ -68,5 +68,7 @@ int ZoneMinutes(std::int64_t ticks);
 // Parses a number with the culture's separators, currency symbol and parentheses. Returns false for any other
 // text.
 bool ParseNumber(std::string_view text, const Culture& culture, double& number);
+// The same without passing through a double. Also returns false for a number that is too large for a Decimal.
+bool ParseNumber(std::string_view text, const Culture& culture, Decimal& number);
 
 }  // namespace rdl

@@ -30,7 +30,7 @@ struct Separators {
 };
 
 // Rounded to `decimals` before.
-void AppendFixed(const Decimal& number, int decimals, const Separators& separators, const Culture& culture,
+void AppendFixed(const Digits& number, int decimals, const Separators& separators, const Culture& culture,
                  std::string& out) {
     if (number.scale <= 0) {
         out += '0';
@@ -50,7 +50,7 @@ void AppendFixed(const Decimal& number, int decimals, const Separators& separato
     }
 }
 
-void AppendPattern(const char* pattern, const Decimal& number, int decimals, const Separators& separators,
+void AppendPattern(const char* pattern, const Digits& number, int decimals, const Separators& separators,
                    std::string_view symbol, const Culture& culture, std::string& out) {
     for (const char* p = pattern; *p; ++p) {
         switch (*p) {
@@ -81,7 +81,7 @@ void AppendExponent(int exponent, int minimumDigits, char letter, const Culture&
     out += buffer;
 }
 
-void AppendScientific(Decimal number, int precision, char letter, const Culture& culture, std::string& out) {
+void AppendScientific(Digits number, int precision, char letter, const Culture& culture, std::string& out) {
     number.Round(precision + 1);
     if (number.negative) {
         out += culture.negativeSign;
@@ -97,7 +97,7 @@ void AppendScientific(Decimal number, int precision, char letter, const Culture&
 }
 
 // Fixed or scientific, whichever is shorter: scientific from 10^digits on and below 0.0001.
-void AppendGeneral(Decimal number, int digits, char letter, const Culture& culture, std::string& out) {
+void AppendGeneral(Digits number, int digits, char letter, const Culture& culture, std::string& out) {
     number.Round(digits);
     if (number.negative) {
         out += culture.negativeSign;
@@ -117,7 +117,11 @@ void AppendGeneral(Decimal number, int digits, char letter, const Culture& cultu
 
 void AppendRoundTrip(const Value& value, char letter, const Culture& culture, std::string& out) {
     if (value.kind() == Kind::Integer) {
-        AppendGeneral(ToDecimal(value.AsInteger()), 19, letter, culture, out);
+        AppendGeneral(DigitsOf(value.AsInteger()), 19, letter, culture, out);
+        return;
+    }
+    if (value.kind() == Kind::Decimal) {
+        AppendDecimal(value.AsDecimal(), culture, out);
         return;
     }
     char buffer[40];
@@ -126,14 +130,19 @@ void AppendRoundTrip(const Value& value, char letter, const Culture& culture, st
     double back = 0;
     std::from_chars(buffer, written.ptr, back);
     const int digits = back == value.AsReal() ? 15 : 17;
-    AppendGeneral(ToDecimal(value.AsReal(), digits), digits, letter, culture, out);
+    AppendGeneral(DigitsOf(value.AsReal(), digits), digits, letter, culture, out);
 }
 
-// Accepts integers, also as a Real: some databases return their integers as such.
+// Accepts integers, also as a Real or a Decimal: some databases return their integers as such.
 bool AsWhole(const Value& value, std::int64_t& whole) {
     if (value.kind() == Kind::Integer) {
         whole = value.AsInteger();
         return true;
+    }
+    if (value.kind() == Kind::Decimal) {
+        const auto number = value.AsDecimal().ToInteger();
+        whole = number.value_or(0);
+        return number.has_value();
     }
     const double real = value.AsReal();
     if (std::fabs(real) >= 9.2e18 || std::trunc(real) != real) {
@@ -148,7 +157,7 @@ bool AppendWhole(const Value& value, int precision, const Culture& culture, std:
     if (!AsWhole(value, whole)) {
         return false;
     }
-    const Decimal number = ToDecimal(whole);
+    const Digits number = DigitsOf(whole);
     if (number.negative) {
         out += culture.negativeSign;
     }
@@ -185,7 +194,7 @@ bool AppendHexadecimal(const Value& value, const StandardFormat& format, std::st
     return true;
 }
 
-void AppendCurrency(Decimal number, int precision, const Culture& culture, std::string& out) {
+void AppendCurrency(Digits number, int precision, const Culture& culture, std::string& out) {
     const int decimals = precision < 0 ? culture.currencyDecimals : precision;
     number.Round(number.scale + decimals);
     const char* pattern = number.negative ? Pattern(CurrencyNegative, culture.currencyNegativePattern)
@@ -195,7 +204,7 @@ void AppendCurrency(Decimal number, int precision, const Culture& culture, std::
                   culture, out);
 }
 
-void AppendPercent(Decimal number, int precision, const Culture& culture, std::string& out) {
+void AppendPercent(Digits number, int precision, const Culture& culture, std::string& out) {
     const int decimals = precision < 0 ? culture.percentDecimals : precision;
     if (!number.IsZero()) {
         number.scale += 2;
@@ -207,7 +216,7 @@ void AppendPercent(Decimal number, int precision, const Culture& culture, std::s
                   culture.percentSymbol, culture, out);
 }
 
-void AppendNumber(Decimal number, int precision, bool grouped, const Culture& culture, std::string& out) {
+void AppendNumber(Digits number, int precision, bool grouped, const Culture& culture, std::string& out) {
     const int decimals = precision < 0 ? culture.numberDecimals : precision;
     number.Round(number.scale + decimals);
     const Separators separators{culture.decimalSeparator,
@@ -218,11 +227,6 @@ void AppendNumber(Decimal number, int precision, bool grouped, const Culture& cu
         const char* pattern = grouped ? Pattern(NumberNegative, culture.numberNegativePattern) : "-n";
         AppendPattern(pattern, number, decimals, separators, {}, culture, out);
     }
-}
-
-Decimal DigitsOf(const Value& value, int precision = 15) {
-    return value.kind() == Kind::Integer ? ToDecimal(value.AsInteger())
-                                         : ToDecimal(value.AsReal(), precision);
 }
 
 }  // namespace
@@ -266,9 +270,22 @@ bool AppendNotFinite(double number, const Culture& culture, std::string& out) {
     return true;
 }
 
+void AppendDecimal(const Decimal& number, const Culture& culture, std::string& out) {
+    const std::string text = number.Text();
+    for (const char c : text) {
+        if (c == '-') {
+            out += culture.negativeSign;
+        } else if (c == '.') {
+            out += culture.decimalSeparator;
+        } else {
+            out += c;
+        }
+    }
+}
+
 void AppendShortest(double number, const Culture& culture, std::string& out) {
     if (!AppendNotFinite(number, culture, out)) {
-        AppendGeneral(ToDecimal(number), 15, 'E', culture, out);
+        AppendGeneral(DigitsOf(number), 15, 'E', culture, out);
     }
 }
 
@@ -295,6 +312,10 @@ bool FormatStandardNumber(const Value& number, const StandardFormat& format, con
             AppendNumber(DigitsOf(number), format.precision, false, culture, out);
             return true;
         case 'g': {
+            if (number.kind() == Kind::Decimal && format.precision <= 0) {
+                AppendDecimal(number.AsDecimal(), culture, out);
+                return true;
+            }
             const bool whole = number.kind() == Kind::Integer;
             const int digits = format.precision > 0 ? format.precision : (whole ? 19 : 15);
             AppendGeneral(DigitsOf(number, digits > 15 ? 17 : 15), digits, exponentLetter, culture, out);

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "rdl/format/decimal.h"
+#include "rdl/format/digits.h"
 #include "rdl/format/format.h"
 
 namespace rdl {
@@ -25,6 +25,8 @@ void FormatCustomNumber(const Value& number, std::string_view format, const Cult
                         std::string& out);
 // Appends the shortest form, at most 15 significant digits.
 void AppendShortest(double number, const Culture& culture, std::string& out);
+// Appends all digits, also the zeros at the end of its scale.
+void AppendDecimal(const Decimal& number, const Culture& culture, std::string& out);
 // Whether a group separator goes where `left` digits remain before the decimal point.
 bool IsGroupEnd(int left, const Culture& culture);
 // Appends NaN or an infinity, which no format changes. Returns false if the number is finite.

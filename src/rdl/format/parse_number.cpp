@@ -15,8 +15,14 @@ class NumberReader {
  public:
     NumberReader(std::string_view text, const Culture& culture) : m_rest(text), m_culture(culture) {}
 
+    bool Read(Decimal& number) {
+        const auto read = ReadPlain() ? Decimal::OfText(m_plain) : std::nullopt;
+        number = !read ? Decimal() : m_negative ? -*read : *read;
+        return read.has_value();
+    }
+
     bool Read(double& number) {
-        if (!ReadPrefix() || !ReadDigits() || !ReadSuffix()) {
+        if (!ReadPlain()) {
             return false;
         }
         const char* end = m_plain.data() + m_plain.size();
@@ -33,6 +39,8 @@ class NumberReader {
     }
 
  private:
+    bool ReadPlain() { return ReadPrefix() && ReadDigits() && ReadSuffix(); }
+
     bool Take(std::string_view piece) {
         if (piece.empty() || m_rest.substr(0, piece.size()) != piece) {
             return false;
@@ -153,6 +161,10 @@ class NumberReader {
 }  // namespace
 
 bool ParseNumber(std::string_view text, const Culture& culture, double& number) {
+    return text.size() <= MaxLength && NumberReader(text, culture).Read(number);
+}
+
+bool ParseNumber(std::string_view text, const Culture& culture, Decimal& number) {
     return text.size() <= MaxLength && NumberReader(text, culture).Read(number);
 }
 

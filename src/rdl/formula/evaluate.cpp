@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
+#include <optional>
 
 #include "rdl/expr/operations/compare.h"
 #include "rdl/expr/operations/convert.h"
@@ -10,6 +11,9 @@
 
 namespace rdl::formula {
 namespace {
+
+const char* const DividesByZero = "it divides by zero";
+const char* const TooLarge = "a number is too large";
 
 Value Truth(bool truth) {
     return Value::Boolean(truth);
@@ -219,6 +223,31 @@ Value WholeArithmetic(NodeKind kind, std::int64_t left, std::int64_t right, bool
     return Value::Integer(result);
 }
 
+Value DecimalArithmetic(NodeKind kind, const Decimal& left, const Decimal& right, bool& done) {
+    std::optional<Decimal> result;
+    done = true;
+    switch (kind) {
+        case NodeKind::Add:
+            result = Add(left, right);
+            break;
+        case NodeKind::Subtract:
+            result = Subtract(left, right);
+            break;
+        case NodeKind::Multiply:
+            result = Multiply(left, right);
+            break;
+        case NodeKind::Divide:
+            if (right.IsZero()) {
+                return Value::Error(DividesByZero);
+            }
+            result = Divide(left, right);
+            break;
+        default:
+            done = false;
+    }
+    return result ? Value::Decimal(*result) : Value::Error(TooLarge);
+}
+
 Value WholeOf(double number) {
     const double whole = std::trunc(number);
     return std::abs(whole) < 9e15 ? Value::Integer(static_cast<std::int64_t>(whole)) : Value::Real(whole);
@@ -232,11 +261,19 @@ Value NumberArithmetic(NodeKind kind, const Value& left, const Value& right) {
             return whole;
         }
     }
+    if (left.kind() != Kind::Real && right.kind() != Kind::Real &&
+        (left.kind() == Kind::Decimal || right.kind() == Kind::Decimal)) {
+        bool done = false;
+        Value exact = DecimalArithmetic(kind, left.AsDecimal(), right.AsDecimal(), done);
+        if (done) {
+            return exact;
+        }
+    }
     const double l = left.AsDouble(), r = right.AsDouble();
     const bool divides =
         kind == NodeKind::Divide || kind == NodeKind::DivideWhole || kind == NodeKind::Modulo;
     if (divides && (r == 0 || (kind != NodeKind::Divide && std::round(r) == 0))) {
-        return Value::Error("it divides by zero");
+        return Value::Error(DividesByZero);
     }
     double result = 0;
     switch (kind) {
@@ -259,7 +296,7 @@ Value NumberArithmetic(NodeKind kind, const Value& left, const Value& right) {
         default:
             result = std::pow(l, r);
     }
-    return std::isfinite(result) ? Value::Real(result) : Value::Error("a number is too large");
+    return std::isfinite(result) ? Value::Real(result) : Value::Error(TooLarge);
 }
 
 Value AddDays(const Value& date, double days) {

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "rdl/values/decimal.h"
+
 namespace rdl {
 
 enum class Kind : std::uint8_t {
@@ -19,6 +21,7 @@ enum class Kind : std::uint8_t {
     Boolean,
     Integer,   // 64 bits
     Real,      // double
+    Decimal,   // 28 digits, exact
     DateTime,  // ticks of 100 ns since 0001-01-01 00:00, no zone
     TimeSpan,  // ticks of 100 ns
     Text,      // UTF-8
@@ -55,8 +58,18 @@ class Value {
     static Value Integer(std::int64_t n) { return Plain(Kind::Integer, n); }
     static Value Real(double d) {
         Value v;
-        v.m_kind = Kind::Real;
+        v.m_tail.kind = Kind::Real;
         v.m_data.real = d;
+        return v;
+    }
+    static Value Decimal(const rdl::Decimal& number) {
+        const rdl::UInt128 digits = number.Coefficient();
+        Value v;
+        v.m_tail.kind = Kind::Decimal;
+        v.m_data.integer = static_cast<std::int64_t>(static_cast<std::uint64_t>(digits));
+        v.m_tail.high = static_cast<std::uint32_t>(digits >> 64);
+        v.m_tail.scale = static_cast<std::uint8_t>(number.Scale());
+        v.m_tail.isNegative = number.IsNegative();
         return v;
     }
     static Value DateTime(std::int64_t ticks) { return Plain(Kind::DateTime, ticks); }
@@ -67,14 +80,16 @@ class Value {
     static Value List(ValueList values);
     static Value Of(Object* object) {  // takes ownership of `object`
         Value v;
-        v.m_kind = Kind::Object;
+        v.m_tail.kind = Kind::Object;
         v.m_data.object = object;
         ++object->m_references;
         return v;
     }
 
-    Value(const Value& other) : m_data(other.m_data), m_kind(other.m_kind) { Retain(); }
-    Value(Value&& other) noexcept : m_data(other.m_data), m_kind(other.m_kind) { other.m_kind = Kind::Null; }
+    Value(const Value& other) : m_data(other.m_data), m_tail(other.m_tail) { Retain(); }
+    Value(Value&& other) noexcept : m_data(other.m_data), m_tail(other.m_tail) {
+        other.m_tail.kind = Kind::Null;
+    }
     Value& operator=(const Value& other) {
         Value copy(other);
         swap(copy);
@@ -87,14 +102,14 @@ class Value {
     ~Value() { Release(); }
     void swap(Value& other) noexcept {
         std::swap(m_data, other.m_data);
-        std::swap(m_kind, other.m_kind);
+        std::swap(m_tail, other.m_tail);
     }
 
-    Kind kind() const { return m_kind; }
-    bool IsNull() const { return m_kind == Kind::Null; }
-    bool IsError() const { return m_kind == Kind::Error; }
-    bool IsNumber() const { return m_kind == Kind::Integer || m_kind == Kind::Real; }
-    bool IsText() const { return m_kind == Kind::Text; }
+    Kind kind() const { return m_tail.kind; }
+    bool IsNull() const { return m_tail.kind == Kind::Null; }
+    bool IsError() const { return m_tail.kind == Kind::Error; }
+    bool IsNumber() const { return kind() >= Kind::Integer && kind() <= Kind::Decimal; }
+    bool IsText() const { return m_tail.kind == Kind::Text; }
 
     // Valid only for a value of that kind.
     bool AsBoolean() const { return m_data.integer != 0; }
@@ -108,9 +123,19 @@ class Value {
     // Returns the list for changes in place if this Value is its only holder, else null.
     ValueList* OwnList() { return m_data.list->references == 1 ? &m_data.list->values : nullptr; }
     Object& AsObject() const { return *m_data.object; }
-    // Valid only for an Integer or a Real.
+    // Valid only for a Decimal or an Integer.
+    rdl::Decimal AsDecimal() const {
+        if (kind() == Kind::Integer) {
+            return rdl::Decimal::OfInteger(m_data.integer);
+        }
+        const auto low = static_cast<std::uint64_t>(m_data.integer);
+        return {(rdl::UInt128{m_tail.high} << 64) | low, m_tail.scale, m_tail.isNegative};
+    }
+    // Valid only for a number.
     double AsDouble() const {
-        return m_kind == Kind::Real ? m_data.real : static_cast<double>(m_data.integer);
+        return kind() == Kind::Real      ? m_data.real
+               : kind() == Kind::Decimal ? AsDecimal().ToDouble()
+                                         : static_cast<double>(m_data.integer);
     }
 
  private:
@@ -133,7 +158,7 @@ class Value {
 
     static Value Plain(Kind kind, std::int64_t n) {
         Value v;
-        v.m_kind = kind;
+        v.m_tail.kind = kind;
         v.m_data.integer = n;
         return v;
     }
@@ -148,17 +173,19 @@ class Value {
             std::memcpy(rep->chars, text.data(), text.size());
         }
         Value v;
-        v.m_kind = kind;
+        v.m_tail.kind = kind;
         v.m_data.text = rep;
         return v;
     }
-    bool HoldsText() const { return m_kind == Kind::Text || m_kind == Kind::Bytes || m_kind == Kind::Error; }
+    bool HoldsText() const {
+        return m_tail.kind == Kind::Text || m_tail.kind == Kind::Bytes || m_tail.kind == Kind::Error;
+    }
     void Retain() const {
         if (HoldsText()) {
             ++m_data.text->references;
-        } else if (m_kind == Kind::List) {
+        } else if (m_tail.kind == Kind::List) {
             ++m_data.list->references;
-        } else if (m_kind == Kind::Object) {
+        } else if (m_tail.kind == Kind::Object) {
             ++m_data.object->m_references;
         }
     }
@@ -167,9 +194,9 @@ class Value {
             if (--m_data.text->references == 0) {
                 std::free(m_data.text);
             }
-        } else if (m_kind == Kind::List) {
+        } else if (m_tail.kind == Kind::List) {
             ReleaseList();
-        } else if (m_kind == Kind::Object) {
+        } else if (m_tail.kind == Kind::Object) {
             ReleaseObject();
         }
     }
@@ -180,14 +207,21 @@ class Value {
         }
     }
 
+    struct Tail {
+        std::uint32_t high = 0;  // the highest bits of a Decimal
+        std::uint8_t scale = 0;
+        bool isNegative = false;
+        Kind kind = Kind::Null;
+    };
+
     Data m_data;
-    Kind m_kind = Kind::Null;
+    Tail m_tail;
 };
 
 inline Value Value::List(ValueList values) {
     Value v;
     v.m_data.list = new ListRep{1, std::move(values)};
-    v.m_kind = Kind::List;
+    v.m_tail.kind = Kind::List;
     return v;
 }
 inline void Value::ReleaseList() {

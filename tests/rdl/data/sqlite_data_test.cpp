@@ -26,7 +26,7 @@ TEST_F(SqliteData, ValuesHaveTheirTypes) {
     EXPECT_EQ(table.At(0, 0).kind(), Kind::Integer);
     EXPECT_EQ(table.At(0, 1).AsTicks(), MakeTicks(2024, 2, 29, 13, 5, 0));
     EXPECT_EQ(table.At(1, 1).AsTicks(), MakeTicks(2025, 1, 31));
-    EXPECT_DOUBLE_EQ(table.At(0, 2).AsReal(), 12.5);
+    EXPECT_EQ(ToText(table.At(0, 2), FindCulture("")), "12.5");
     EXPECT_EQ(table.At(0, 3).kind(), Kind::Boolean);
     EXPECT_TRUE(table.At(0, 3).AsBoolean());
     EXPECT_EQ(table.At(1, 4).AsText(), "O'Neill");
@@ -41,8 +41,41 @@ TEST_F(SqliteData, DeclaredFieldTypeReadsTexts) {
     const Table table = Load();
     EXPECT_EQ(table.At(0, 0).AsTicks(), MakeTicks(2024, 5, 6));
     EXPECT_EQ(table.At(0, 1).AsInteger(), 12);
-    EXPECT_EQ(table.At(0, 2).kind(), Kind::Real);
+    EXPECT_EQ(table.At(0, 2).kind(), Kind::Decimal);
     EXPECT_EQ(table.At(0, 3).kind(), Kind::Boolean);
+}
+
+TEST_F(SqliteData, DeclaredColumnsOfMoneyAreDecimals) {
+    Execute(
+        "create table sums (a numeric, b decimal(10,2), c money, d smallmoney, e NUMERIC (8, 3),"
+        " f real, g double, h float, i, j integer, k text, l dec_code, m datetime);"
+        "insert into sums values (0.1, 12.50, -1234567.89, 5, 1e-10, 0.1, 0.1, 0.1, 0.1, 1, '1', 'x', null),"
+        "(null, 'n/a', 1e300, 0.1 + 0.2, 9007199254740993, 1, 1, 1, 1, 1, 1, 1, 1);");
+    AddSet("select a, b, c, d, e, f, g, h, i, j, k from sums",
+           {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j", "k"});
+    const Table table = Load();
+    const char* const shown[] = {"0.1", "12.5", "-1234567.89", "5", "0.0000000001"};
+    for (std::size_t column = 0; column < 5; ++column) {
+        EXPECT_EQ(table.At(0, column).kind(), Kind::Decimal) << column;
+        EXPECT_EQ(ToText(table.At(0, column), FindCulture("")), shown[column]);
+    }
+    for (std::size_t column = 5; column < 9; ++column) {
+        EXPECT_EQ(table.At(0, column).kind(), Kind::Real) << column;
+    }
+    EXPECT_EQ(table.At(0, 9).kind(), Kind::Integer);
+    EXPECT_EQ(table.At(0, 10).kind(), Kind::Text);
+    EXPECT_TRUE(table.At(1, 0).IsNull());
+    EXPECT_EQ(table.At(1, 1).AsText(), "n/a");
+    EXPECT_EQ(table.At(1, 2).AsReal(), 1e300);  // has no place in a Decimal
+    EXPECT_EQ(ToText(table.At(1, 3), FindCulture("")), "0.3");
+    EXPECT_EQ(ToText(table.At(1, 4), FindCulture("")), "9007199254740993");
+}
+
+TEST_F(SqliteData, DecimalsAreBound) {
+    AddParameter("Total", Value::Decimal(Decimal::OfText("12.50").value()));
+    AddSet("select id from orders where total = @Total", {"id"}).parameters = {
+        {"@Total", ExprOf("=Parameters!Total.Value")}};
+    EXPECT_EQ(Rows(), "1");
 }
 
 TEST_F(SqliteData, ParametersAreBound) {

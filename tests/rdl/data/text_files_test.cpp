@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "data_fixture.h"
+#include "rdl/expr/operations/compare.h"
 #include "support/sanitizer.h"
 
 namespace rdl::data {
@@ -19,6 +20,26 @@ TEST_F(FileData, XmlPathJoinsLevels) {
     EXPECT_EQ(Rows(), "1|Ann| 2|Bob|");
     set.commandText = ExprOf("D{}/K");
     EXPECT_NE(Failure().find("begins with the element \"C\""), std::string::npos);
+}
+
+TEST_F(FileData, FieldsDeclaredAsDecimalAreExact) {
+    Write("c.xml", "<C><K><Sum>1.10</Sum><Tax>1.10</Tax></K></C>");
+    Write("c.csv", "Sum,Tax\n1.10,1.10\n");
+    Write("c.json", R"([{"Sum": 1.1, "Tax": 1.1}])");
+    const char* const sources[][3] = {{"XML", "c.xml", ""}, {"CSV", "c.csv", ""}, {"JSON", "c.json", "$"}};
+    for (const auto& [provider, file, path] : sources) {
+        definition = Definition();
+        AddSource(provider, file);
+        AddSet(path, {"Sum:System.Decimal", "Tax"});
+        const Table table = Load();
+        EXPECT_EQ(table.At(0, 0).kind(), Kind::Decimal) << provider;
+        EXPECT_EQ(expr::Compare(table.At(0, 0), Value::Real(1.1)), 0) << provider;
+        EXPECT_NE(table.At(0, 1).kind(), Kind::Decimal) << provider;
+    }
+    definition = Definition();
+    AddSource("XML", "c.xml");
+    AddSet("C{}/K{Sum(Decimal), Tax(Float)}", {"Sum", "Tax"});
+    EXPECT_EQ(Rows(), "1.10|1.1");
 }
 
 TEST_F(FileData, DocumentInTheTextOfAnElementIsRead) {

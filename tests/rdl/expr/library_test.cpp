@@ -101,7 +101,7 @@ TEST(ParseMembers, ReadWhatTheirTypeHolds) {
         {"=Byte.Parse(\"-1\")", "#Error"},
         {"=Double.Parse(\"1,234.5\")", "1234.5"},
         {"=Double.Parse(\"1.234,5\", New System.Globalization.CultureInfo(\"de-DE\"))", "1234.5"},
-        {"=Decimal.Parse(\"1.50\")", "1.5"},
+        {"=Decimal.Parse(\"1.50\")", "1.50"},
         {"=Double.Parse(\"abc\")", "#Error"},
         {"=Boolean.Parse(\" true \")", "True"},
         {"=Boolean.Parse(\"1\")", "#Error"},

@@ -134,6 +134,21 @@ TEST(RecordSelectionFormula, CalculatesByTheUsualRanks) {
     EXPECT_EQ(ValueOf("'a' + 'b'").AsText(), "ab");
 }
 
+TEST(RecordSelectionFormula, DecimalsAreExact) {
+    const auto decimal = [](std::string_view text) { return Value::Decimal(Decimal::OfText(text).value()); };
+    const std::map<std::string, Value> row{{"A", decimal("0.1")}, {"B", decimal("0.20")}};
+    EXPECT_EQ(expr::TextOf(ValueOf("{A} + {B}", row), FindCulture("")), "0.30");
+    EXPECT_EQ(expr::TextOf(ValueOf("-{B}", row), FindCulture("")), "-0.20");
+    EXPECT_EQ(expr::TextOf(ValueOf("{A} * 3 - {B} / 2", row), FindCulture("")), "0.20");
+    EXPECT_EQ(ValueOf("{A} * 1.5", row).kind(), Kind::Real);
+    EXPECT_EQ(ValueOf("{B} mod 2", row).AsInteger(), 0);
+    EXPECT_TRUE(Selects("{A} = 0.1 and {A} + {B} = 0.3 and {A} in [0.1] and {B} in 0.1 to 0.2", row));
+    EXPECT_TRUE(Selects("{A} = '0.10' and Round({B}, 1) = 0.2", row));
+    EXPECT_EQ(ValueOf("{A} / 0", row).kind(), Kind::Error);
+    EXPECT_EQ(ValueOf("{M} + 1", {{"M", Value::Decimal({Decimal::MostCoefficient, 0, false})}}).kind(),
+              Kind::Error);
+}
+
 TEST(RecordSelectionFormula, LargeNumbersNeitherWrapNorTrap) {
     EXPECT_DOUBLE_EQ(ValueOf("9223372036854775807 + 1").AsReal(), 9223372036854775808.0);
     EXPECT_EQ(ValueOf("1 / 0").kind(), Kind::Error);

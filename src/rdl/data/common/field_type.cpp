@@ -24,9 +24,9 @@ constexpr TypeName TypeNames[] = {
     {"sbyte", FieldType::Integer},   {"uint16", FieldType::Integer},
     {"uint32", FieldType::Integer},  {"uint64", FieldType::Integer},
     {"integer", FieldType::Integer}, {"int", FieldType::Integer},
-    {"decimal", FieldType::Real},    {"double", FieldType::Real},
+    {"decimal", FieldType::Decimal}, {"double", FieldType::Real},
     {"single", FieldType::Real},     {"float", FieldType::Real},
-    {"numeric", FieldType::Real},    {"datetime", FieldType::DateTime},
+    {"numeric", FieldType::Decimal}, {"datetime", FieldType::DateTime},
     {"date", FieldType::DateTime},   {"datetimeoffset", FieldType::DateTime},
     {"string", FieldType::Text},     {"char", FieldType::Text},
     {"guid", FieldType::Text},       {"byte[]", FieldType::Bytes},
@@ -61,6 +61,16 @@ Value NumberOfText(std::string_view text, FieldType type, const Value& original)
     }
     double real = 0;
     return ReadReal(text, real) ? Value::Real(real) : original;
+}
+
+Value DecimalOfText(std::string_view text, const Value& original) {
+    const auto number = Decimal::OfText(text.starts_with('+') ? text.substr(1) : text);
+    return number ? Value::Decimal(*number) : NumberOfText(text, FieldType::Real, original);
+}
+
+Value DecimalOfReal(const Value& number) {
+    const auto exact = Decimal::OfDouble(number.AsReal());
+    return exact ? Value::Decimal(*exact) : number;
 }
 
 Value BooleanOfText(std::string_view text, const Value& original) {
@@ -98,6 +108,11 @@ FieldType FieldTypeOfColumn(std::string_view declared) {
     if (name.starts_with("date") || name.starts_with("timestamp") || name.starts_with("smalldatetime")) {
         return FieldType::DateTime;
     }
+    for (const std::string_view exact : {"numeric", "decimal", "money", "smallmoney"}) {
+        if (name.starts_with(exact)) {
+            return FieldType::Decimal;
+        }
+    }
     return name.starts_with("bool") || name == "bit" ? FieldType::Boolean : FieldType::Untyped;
 }
 
@@ -106,7 +121,12 @@ Value ConvertValue(const Value& value, FieldType type) {
         if (type == FieldType::Boolean) {
             return Value::Boolean(value.AsInteger() != 0);
         }
-        return type == FieldType::Real ? Value::Real(static_cast<double>(value.AsInteger())) : value;
+        return type == FieldType::Real      ? Value::Real(static_cast<double>(value.AsInteger()))
+               : type == FieldType::Decimal ? Value::Decimal(value.AsDecimal())
+                                            : value;
+    }
+    if (value.kind() == Kind::Real && type == FieldType::Decimal) {
+        return DecimalOfReal(value);
     }
     if (!value.IsText()) {
         return value;
@@ -122,6 +142,8 @@ Value ConvertValue(const Value& value, FieldType type) {
         case FieldType::Integer:
         case FieldType::Real:
             return NumberOfText(text, type, value);
+        case FieldType::Decimal:
+            return DecimalOfText(text, value);
         case FieldType::DateTime:
             return DateOfText(text, value);
         default:

@@ -10,20 +10,20 @@
 
 namespace rdl::data {
 
-enum class FieldType : std::uint8_t { Untyped, Boolean, Integer, Real, DateTime, Text, Bytes };
+enum class FieldType : std::uint8_t { Untyped, Boolean, Integer, Real, Decimal, DateTime, Text, Bytes };
 
 // Returns the type of System.Int32, Integer, Float, System.DateTime, Date and so on; Untyped for an unknown
 // name.
 FieldType FieldTypeOfName(std::string_view typeName);
-// Returns the type of a declared database column if its values alone do not show it: dates and Booleans; else
-// Untyped.
+// Returns the type of a declared database column if its values alone do not show it: dates, Booleans
+// and exact numbers (numeric, decimal, money); else Untyped.
 FieldType FieldTypeOfColumn(std::string_view declared);
 
 // Converts a value of an untyped source: texts are parsed by the type, 0 and 1 become Booleans. A value that
-// does not fit is returned unchanged.
+// does not fit is returned unchanged; digits that are too many for a Decimal make a Real.
 Value ConvertValue(const Value& value, FieldType type);
-// The same for a column that SQLite declares as a date or Boolean; there numbers are dates too: integers are
-// seconds since 1970, reals are Julian days.
+// The same for a column that SQLite declares so; there numbers are dates too: integers are seconds since
+// 1970, reals are Julian days. SQLite stores exact numbers as doubles, of which 15 digits count.
 Value ConvertStored(const Value& value, FieldType type);
 
 // Returns 2024-02-29, with a time and a fraction only if they are not zero: databases without a date type

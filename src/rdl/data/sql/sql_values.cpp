@@ -3,15 +3,17 @@
 
 #include <QDateTime>
 #include <limits>
+#include <string_view>
 
 #include "rdl/data/common/field_type.h"
 #include "rdl/format/format.h"
+#include "rdl/values/ascii.h"
 
 namespace rdl::data {
 namespace {
 
 // Types as the drivers number them.
-constexpr int PostgresNumeric = 1700;
+constexpr int PostgresNumeric = 1700, PostgresMoney = 790;
 constexpr int MySqlDecimal = 0, MySqlNewDecimal = 246;
 constexpr int OdbcNumeric = 2, OdbcDecimal = 3;
 
@@ -43,10 +45,39 @@ Value OfUnsigned(qulonglong number) {
                : Value::Real(static_cast<double>(number));
 }
 
-// Without a point the column has no decimals: sums and keys of any size that fits stay exact.
-Value OfDecimal(const std::string& text) {
-    const bool isWhole = text.find('.') == std::string::npos;
-    return ConvertValue(Value::Text(text), isWhole ? FieldType::Integer : FieldType::Real);
+// PostgreSQL writes sums of money as its region does: $1,234.50, -1.234,50 €, ($5.00). The last mark is the
+// decimal point unless it occurs twice, or is the only one and has three digits after it.
+std::string PlainMoney(std::string_view shown) {
+    constexpr std::string_view Digits = "0123456789";
+    const std::size_t first = shown.find_first_of(Digits);
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    const std::string_view text = shown.substr(first, shown.find_last_of(Digits) + 1 - first);
+    std::size_t point = text.find_last_of(".,");
+    if (point != std::string_view::npos) {
+        const bool isRepeated = text.find(text[point]) != point;
+        const bool isAlone = text.find_first_of(".,") == point;
+        point = isRepeated || (isAlone && text.size() - point == 4) ? std::string_view::npos : point;
+    }
+    std::string plain = shown.find_first_of("-(") == std::string_view::npos ? "" : "-";
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (IsAsciiDigit(text[i])) {
+            plain += text[i];
+        } else if (i == point) {
+            plain += '.';
+        }
+    }
+    return plain;
+}
+
+// MySQL compares a text with other columns than it would a number. Drivers of ODBC write 17 digits of a
+// double, which is another number to the server: 0.10000000000000001.
+QVariant OfDecimal(const Decimal& number, ProviderKind provider) {
+    constexpr UInt128 MostOfDouble = 999'999'999'999'999;
+    const bool isOdbc = provider == ProviderKind::Odbc || provider == ProviderKind::SqlServer;
+    return isOdbc || number.Coefficient() > MostOfDouble ? QVariant(QString::fromStdString(number.Text()))
+                                                         : QVariant(number.ToDouble());
 }
 
 }  // namespace
@@ -59,6 +90,8 @@ QVariant ToVariant(const Value& value, ProviderKind provider) {
             return QVariant::fromValue<qlonglong>(value.AsInteger());
         case Kind::Real:
             return value.AsReal();
+        case Kind::Decimal:
+            return OfDecimal(value.AsDecimal(), provider);
         case Kind::DateTime:
             return OfMoment(value.AsTicks(), provider);
         case Kind::TimeSpan:
@@ -75,7 +108,7 @@ QVariant ToVariant(const Value& value, ProviderKind provider) {
 bool IsDecimalColumn(const QSqlField& field, ProviderKind provider) {
     switch (provider) {
         case ProviderKind::PostgreSql:
-            return field.typeID() == PostgresNumeric;
+            return field.typeID() == PostgresNumeric || field.typeID() == PostgresMoney;
         case ProviderKind::MySql:
             return field.typeID() == MySqlNewDecimal || field.typeID() == MySqlDecimal;
         default:
@@ -121,7 +154,13 @@ Value OfVariant(const QVariant& variant, bool isDecimal) {
         }
         default: {
             const std::string text = variant.toString().toStdString();
-            return isDecimal ? OfDecimal(text) : Value::Text(text);
+            if (!isDecimal) {
+                return Value::Text(text);
+            }
+            const bool isPlain = text.find_first_not_of("0123456789.-") == std::string::npos;
+            const Value exact =
+                ConvertValue(Value::Text(isPlain ? text : PlainMoney(text)), FieldType::Decimal);
+            return exact.IsNumber() ? exact : Value::Text(text);
         }
     }
 }

@@ -14,9 +14,9 @@ namespace rdl::data {
 // zone.
 QVariant ToVariant(const Value& value, ProviderKind provider);
 
-// Whether the driver returns the column's numbers as texts because they may have more digits than a double.
+// Whether the column has exact numbers: numeric, decimal, money. The driver returns them as texts.
 bool IsDecimalColumn(const QSqlField& field, ProviderKind provider);
-// With `isDecimal` a text becomes a number; integers stay exact.
+// With `isDecimal` a text becomes a Decimal, or a Real if it has too many digits.
 Value OfVariant(const QVariant& variant, bool isDecimal);
 
 }  // namespace rdl::data

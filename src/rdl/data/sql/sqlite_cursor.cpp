@@ -186,7 +186,8 @@ class SqliteCursor : public Cursor {
                 sqlite3_bind_int64(statement, index, value.AsInteger());
                 return;
             case Kind::Real:
-                sqlite3_bind_double(statement, index, value.AsReal());
+            case Kind::Decimal:
+                sqlite3_bind_double(statement, index, value.AsDouble());
                 return;
             case Kind::Text:
                 BindText(index, value.AsText());

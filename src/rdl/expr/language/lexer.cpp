@@ -223,7 +223,16 @@ class Lexer {
             }
         }
         const std::string_view digits = m_source.substr(start, m_at - start);
-        real = Suffix() || real;
+        const NumberType type = Suffix();
+        if (type == NumberType::Decimal) {
+            const auto decimal = Decimal::OfText(digits);
+            if (!decimal) {
+                Fail("a number is too large", start);
+            }
+            PushLiteral(Value::Decimal(*decimal), start);
+            return;
+        }
+        real = type == NumberType::Real || real;
         std::int64_t integer = 0;
         if (!real &&
             std::from_chars(digits.data(), digits.data() + digits.size(), integer).ec == std::errc()) {
@@ -237,14 +246,15 @@ class Lexer {
         PushLiteral(Value::Real(number), start);
     }
 
-    // Reads the type suffix of a number; returns true for that of a real.
-    bool Suffix() {
+    enum class NumberType { AsWritten, Real, Decimal };
+    // Reads the type suffix of a number.
+    NumberType Suffix() {
         const char c = AsciiLower(Peek());
         const char next = Peek(1);
         if (c == 'u' && (AsciiLower(next) == 'l' || AsciiLower(next) == 's' || AsciiLower(next) == 'i') &&
             !IsNameByte(Peek(2))) {
             m_at += 2;
-            return false;
+            return NumberType::AsWritten;
         }
         // 5% and 5& are typed numbers where no operand follows.
         if (c == '%' || c == '&') {
@@ -254,15 +264,18 @@ class Lexer {
                 std::string_view("),}*/\\^=<>&").find(m_source[after]) != std::string_view::npos ||
                 (after > m_at + 1 && (m_source[after] == '+' || m_source[after] == '-'));
             m_at += ends ? 1 : 0;
-            return false;
+            return NumberType::AsWritten;
         }
         const bool letter = c != '\0' && std::string_view("dfrils").find(c) != std::string_view::npos;
         const bool sign = c == '@' || c == '#' || (c == '!' && next != '=');
         if (!(letter && !IsNameByte(next)) && !sign) {
-            return false;
+            return NumberType::AsWritten;
         }
         ++m_at;
-        return c != 'i' && c != 'l' && c != 's';
+        if (c == 'd' || c == '@') {
+            return NumberType::Decimal;
+        }
+        return c == 'i' || c == 'l' || c == 's' ? NumberType::AsWritten : NumberType::Real;
     }
 
     // &H, &O and &B numbers.

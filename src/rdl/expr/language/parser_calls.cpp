@@ -46,7 +46,9 @@ bool IsOfType(const Value& value, std::string_view type) {
         case Kind::Integer:
             return oneOf({"integer", "int32", "long", "int64", "short", "int16", "byte", "object"});
         case Kind::Real:
-            return oneOf({"double", "decimal", "single", "object"});
+            return oneOf({"double", "single", "object"});
+        case Kind::Decimal:
+            return oneOf({"decimal", "object"});
         case Kind::DateTime:
             return oneOf({"date", "datetime", "object"});
         case Kind::TimeSpan:

@@ -64,6 +64,17 @@ bool Call::Integer(int index, std::int64_t& number) const {
     return true;
 }
 
+bool Call::Exact(int index, Decimal& number) const {
+    if (ToDecimal((*this)[index], culture(), number)) {
+        return true;
+    }
+    double real = 0;
+    if (Number(index, real)) {
+        error = Value::Error("A number is too large for its type");
+    }
+    return false;
+}
+
 bool Call::Date(int index, std::int64_t& ticks) const {
     if (ToDateTime((*this)[index], culture(), ticks)) {
         return true;

@@ -26,6 +26,7 @@ class Call {
     // Each converts an argument. On failure it returns false and sets `error`, which the function returns.
     bool Number(int index, double& number) const;
     bool Integer(int index, std::int64_t& number) const;
+    bool Exact(int index, Decimal& number) const;
     bool Date(int index, std::int64_t& ticks) const;
     bool Truth(int index, bool& truth) const;
 

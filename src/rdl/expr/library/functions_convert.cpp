@@ -38,14 +38,8 @@ Value CDbl(const Call& call) {
 }
 
 Value CDec(const Call& call) {
-    Value number;
-    if (!ToNumber(call[0], call.culture(), number)) {
-        return NoConversion(call[0], "a number");
-    }
-    if (!(std::fabs(number.AsDouble()) < 7.9228162514264338e28)) {
-        return Value::Error("A number is too large for its type");
-    }
-    return number;
+    Decimal number;
+    return call.Exact(0, number) ? Value::Decimal(number) : call.error;
 }
 
 Value CSng(const Call& call) {
@@ -183,6 +177,8 @@ Value TypeName(const Call& call) {
         }
         case Kind::Real:
             return Value::Text("Double");
+        case Kind::Decimal:
+            return Value::Text("Decimal");
         case Kind::DateTime:
             return Value::Text("Date");
         case Kind::TimeSpan:

@@ -106,8 +106,8 @@ Value FormatAs(const Call& call, char letter) {
     }
     const bool enclose = parentheses && !usualParentheses && negative;
     if (enclose) {
-        number =
-            number.kind() == Kind::Integer ? Value::Real(-number.AsDouble()) : Value::Real(-number.AsReal());
+        number = number.kind() == Kind::Decimal ? Value::Decimal(number.AsDecimal().Magnitude())
+                                                : Value::Real(-number.AsDouble());
     }
     std::string text = FormatValue(number, letter + (digits < 0 ? "" : std::to_string(digits)), culture);
     if (!leading) {

@@ -21,6 +21,8 @@ Value VarType(const Call& call) {
             return Value::Integer(FindFunction("typename")->function(call).AsText() == "Long" ? 20 : 3);
         case Kind::Real:
             return Value::Integer(5);
+        case Kind::Decimal:
+            return Value::Integer(14);
         case Kind::DateTime:
             return Value::Integer(7);
         case Kind::Text:

@@ -27,11 +27,14 @@ Value Real2(const Call& call) {
 }
 
 // Floor and its like: a whole number is its own result.
-template <double (*F)(double)>
+template <double (*F)(double), Rounding R>
 Value Cut(const Call& call) {
     Value number;
     if (!ToNumber(call[0], call.culture(), number)) {
         return NoConversion(call[0], "a number");
+    }
+    if (number.kind() == Kind::Decimal) {
+        return Value::Decimal(number.AsDecimal().Rounded(0, R));
     }
     return number.kind() == Kind::Integer ? number : Value::Real(F(number.AsReal()));
 }
@@ -46,6 +49,9 @@ Value Abs(const Call& call) {
     }
     if (number.kind() == Kind::Integer) {
         return number.AsInteger() < 0 ? Negate(number, call.culture()) : number;
+    }
+    if (number.kind() == Kind::Decimal) {
+        return Value::Decimal(number.AsDecimal().Magnitude());
     }
     return Value::Real(std::fabs(number.AsReal()));
 }
@@ -108,6 +114,10 @@ Value Round(const Call& call) {
     if (digits < 0 || digits > 28) {
         return Value::Error("Round takes 0 to 28 digits");
     }
+    if (number.kind() == Kind::Decimal) {
+        return Value::Decimal(number.AsDecimal().Rounded(
+            static_cast<int>(digits), away ? Rounding::HalfAwayFromZero : Rounding::HalfEven));
+    }
     return number.kind() == Kind::Integer
                ? number
                : Value::Real(RoundAt(number.AsReal(), static_cast<int>(digits), away));
@@ -115,6 +125,7 @@ Value Round(const Call& call) {
 
 Value MinMax(const Call& call, bool least) {
     Value best;
+    bool isDecimal = false, isReal = false;
     for (int i = 0; i < call.count(); ++i) {
         Value number;
         if (!ToNumber(call[i], call.culture(), number)) {
@@ -122,8 +133,14 @@ Value MinMax(const Call& call, bool least) {
         }
         const int order = i == 0 ? 0 : Compare(number, best);
         best = i == 0 || (least ? order < 0 : order > 0) ? number : best;
+        isDecimal = isDecimal || number.kind() == Kind::Decimal;
+        isReal = isReal || number.kind() == Kind::Real;
     }
-    return best;
+    // The other number gives its type.
+    if (!isDecimal || best.kind() == Kind::Real) {
+        return best;
+    }
+    return isReal ? Value::Real(best.AsDouble()) : Value::Decimal(best.AsDecimal());
 }
 
 Value Min(const Call& call) {
@@ -221,6 +238,24 @@ double Remainder(double x, double y) {
     return std::remainder(x, y);
 }
 
+constexpr Function Floors = Cut<Floor, Rounding::Down>, Ceilings = Cut<Ceiling, Rounding::Up>,
+                   Cuts = Cut<Truncate, Rounding::TowardsZero>;
+
+// The members of Decimal take numbers of any type as decimal ones.
+template <Function F>
+Value OfDecimal(const Call& call) {
+    Value arguments[3];
+    Decimal number;
+    if (!call.Exact(0, number)) {
+        return call.error;
+    }
+    arguments[0] = Value::Decimal(number);
+    for (int i = 1; i < call.count(); ++i) {
+        arguments[i] = call[i];
+    }
+    return F(Call(arguments, call.count(), call.environment));
+}
+
 Value BigMul(const Call& call) {
     return Multiply(call[0], call[1], call.culture());
 }
@@ -229,11 +264,11 @@ constexpr FunctionInfo functions[] = {
     {"abs", 1, 1, Abs},
     {"sign", 1, 1, Sign},
     {"sgn", 1, 1, Sign},
-    {"int", 1, 1, Cut<Floor>},
-    {"fix", 1, 1, Cut<Truncate>},
-    {"floor", 1, 1, Cut<Floor>},
-    {"ceiling", 1, 1, Cut<Ceiling>},
-    {"truncate", 1, 1, Cut<Truncate>},
+    {"int", 1, 1, Floors},
+    {"fix", 1, 1, Cuts},
+    {"floor", 1, 1, Floors},
+    {"ceiling", 1, 1, Ceilings},
+    {"truncate", 1, 1, Cuts},
     {"round", 1, 3, Round},
     {"sqrt", 1, 1, Real<Sqrt>},
     {"sqr", 1, 1, Real<Sqrt>},
@@ -256,9 +291,9 @@ constexpr FunctionInfo functions[] = {
     {"rnd", 0, 1, Rnd},
     {"math.abs", 1, 1, Abs},
     {"math.sign", 1, 1, Sign},
-    {"math.floor", 1, 1, Cut<Floor>},
-    {"math.ceiling", 1, 1, Cut<Ceiling>},
-    {"math.truncate", 1, 1, Cut<Truncate>},
+    {"math.floor", 1, 1, Floors},
+    {"math.ceiling", 1, 1, Ceilings},
+    {"math.truncate", 1, 1, Cuts},
     {"math.round", 1, 3, Round},
     {"math.sqrt", 1, 1, Real<Sqrt>},
     {"math.exp", 1, 1, Real<Exp>},
@@ -279,10 +314,10 @@ constexpr FunctionInfo functions[] = {
     {"math.max", 2, 2, Max},
     {"math.bigmul", 2, 2, BigMul},
     {"math.ieeeremainder", 2, 2, Real2<Remainder>},
-    {"decimal.round", 1, 3, Round},
-    {"decimal.truncate", 1, 1, Cut<Truncate>},
-    {"decimal.floor", 1, 1, Cut<Floor>},
-    {"decimal.ceiling", 1, 1, Cut<Ceiling>},
+    {"decimal.round", 1, 3, OfDecimal<Round>},
+    {"decimal.truncate", 1, 1, OfDecimal<Cuts>},
+    {"decimal.floor", 1, 1, OfDecimal<Floors>},
+    {"decimal.ceiling", 1, 1, OfDecimal<Ceilings>},
     {"double.ispositiveinfinity", 1, 1, IsPositiveInfinity},
     {"double.isnegativeinfinity", 1, 1, IsNegativeInfinity},
     {"double.isnan", 1, 1, IsNaN},

@@ -93,6 +93,8 @@ Value Len(const Call& call) {
         case Kind::DateTime:
         case Kind::TimeSpan:
             return Value::Integer(8);
+        case Kind::Decimal:
+            return Value::Integer(16);
         default:
             return Value::Integer(static_cast<std::int64_t>(CharacterCount(call.Text(0))));
     }

@@ -63,6 +63,20 @@ Value ParseReal(const Call& call) {
                                                       : NoConversion(call[0], "a number");
 }
 
+Value ParseDecimal(const Call& call) {
+    if (call[0].IsNull()) {
+        return Missing();
+    }
+    const std::string text = call.Text(0);
+    const Culture& culture = CultureOf(call, call.count() - 1);
+    Decimal number;
+    if (ParseNumber(text, culture, number)) {
+        return Value::Decimal(number);
+    }
+    double large = 0;
+    return ParseNumber(text, culture, large) ? TooLarge() : NoConversion(call[0], "a number");
+}
+
 Value ParseBoolean(const Call& call) {
     const std::string text = LowerAscii(Trimmed(call.Text(0)));
     return text == "true" || text == "false" ? Value::Boolean(text == "true")
@@ -119,6 +133,17 @@ Value ToReal(const Call& call) {
     return call.Number(0, number) ? Value::Real(number) : call.error;
 }
 
+Value ToExact(const Call& call) {
+    if (call[0].kind() == Kind::Boolean) {
+        return Value::Decimal(Decimal::OfInteger(call[0].AsBoolean() ? 1 : 0));
+    }
+    if (call[0].IsText()) {
+        return ParseDecimal(call);
+    }
+    Decimal number;
+    return call.Exact(0, number) ? Value::Decimal(number) : call.error;
+}
+
 // A code gives its character; a text must be one.
 Value ToChar(const Call& call) {
     if (call[0].IsNumber()) {
@@ -163,24 +188,30 @@ Value ToStringOf(const Call& call) {
     return Value::Text(text);
 }
 
+// Numbers of any type as decimal ones.
 template <Operator Operation>
 Value Apply(const Call& call) {
-    return Operation(call[0], call[1], call.culture());
+    Decimal left, right;
+    if (!call.Exact(0, left) || !call.Exact(1, right)) {
+        return call.error;
+    }
+    return Operation(Value::Decimal(left), Value::Decimal(right), call.culture());
 }
 Value NegateNumber(const Call& call) {
-    return Negate(call[0], call.culture());
+    Decimal number;
+    return call.Exact(0, number) ? Value::Decimal(-number) : call.error;
 }
 
 // Toward zero, unlike CInt.
 template <typename T>
 Value CutTo(const Call& call) {
-    double number = 0;
-    if (!call.Number(0, number)) {
+    Decimal number;
+    if (!call.Exact(0, number)) {
         return call.error;
     }
-    number = std::trunc(number);
-    return number >= static_cast<double>(Least<T>()) && number <= Most<T>() && std::fabs(number) < 9.2e18
-               ? Value::Integer(static_cast<std::int64_t>(number))
+    const auto whole = number.Rounded(0, Rounding::TowardsZero).ToInteger();
+    return whole && *whole >= std::numeric_limits<T>::min() && *whole <= std::numeric_limits<T>::max()
+               ? Value::Integer(*whole)
                : TooLarge();
 }
 
@@ -210,7 +241,7 @@ constexpr FunctionInfo functions[] = {
     {"byte.parse", 1, 3, Parse<std::uint8_t>},
     {"double.parse", 1, 3, ParseReal},
     {"single.parse", 1, 3, ParseReal},
-    {"decimal.parse", 1, 3, ParseReal},
+    {"decimal.parse", 1, 3, ParseDecimal},
     {"boolean.parse", 1, 1, ParseBoolean},
     {"convert.toint16", 1, 2, ToWhole<std::int16_t>},
     {"convert.toint32", 1, 2, ToWhole<std::int32_t>},
@@ -222,7 +253,7 @@ constexpr FunctionInfo functions[] = {
     {"convert.tosbyte", 1, 2, ToWhole<std::int8_t>},
     {"convert.todouble", 1, 2, ToReal},
     {"convert.tosingle", 1, 2, ToReal},
-    {"convert.todecimal", 1, 2, ToReal},
+    {"convert.todecimal", 1, 2, ToExact},
     {"convert.tochar", 1, 1, ToChar},
     {"convert.tostring", 1, 2, ToStringOf},
     {"decimal.add", 2, 2, Apply<Add>},
@@ -235,7 +266,7 @@ constexpr FunctionInfo functions[] = {
     {"decimal.toint32", 1, 1, CutTo<std::int32_t>},
     {"decimal.toint64", 1, 1, CutTo<std::int64_t>},
     {"decimal.todouble", 1, 1, ToReal},
-    {"new.decimal", 0, 1, ToReal},
+    {"new.decimal", 0, 1, ToExact},
     {"datetime.compare", 2, 2, CompareNumbers},
     {"date.compare", 2, 2, CompareNumbers},
     {"timespan.compare", 2, 2, CompareNumbers},

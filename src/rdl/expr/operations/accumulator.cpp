@@ -56,21 +56,52 @@ void Accumulator::Add(const Value& value) {
 }
 
 void Accumulator::AddNumber(const Value& value) {
-    if (m_integers && value.kind() == Kind::Integer) {
-        std::int64_t sum = 0;
-        if (!__builtin_add_overflow(m_integerSum, value.AsInteger(), &sum)) {
-            m_integerSum = sum;
-            AddReal(static_cast<double>(value.AsInteger()));
-            return;
-        }
-    }
-    double number = 0;
-    if (!ToDouble(value, *m_culture, number)) {
-        m_value = Value::Error("A value that is no number cannot be added up");
+    if (m_exact != Exact::None && value.kind() != Kind::Real && AddExact(value)) {
         return;
     }
-    m_integers = false;
+    double number = 0;
+    if (m_value.IsError() || !ToDouble(value, *m_culture, number)) {
+        m_value = m_value.IsError() ? m_value : Value::Error("A value that is no number cannot be added up");
+        return;
+    }
+    if (m_exact == Exact::Decimals) {
+        m_sum = m_decimalSum.ToDouble();
+        m_lost = 0;
+    }
+    m_exact = Exact::None;
     AddReal(number);
+}
+
+bool Accumulator::AddExact(const Value& value) {
+    if (m_exact == Exact::Integers && value.kind() == Kind::Integer) {
+        std::int64_t sum = 0;
+        if (__builtin_add_overflow(m_integerSum, value.AsInteger(), &sum)) {
+            return false;
+        }
+        m_integerSum = sum;
+        AddReal(static_cast<double>(value.AsInteger()));
+        return true;
+    }
+    const bool isExact = value.kind() == Kind::Decimal || value.kind() == Kind::Integer;
+    return isExact && !IsVariance() && AddDecimal(value.AsDecimal());
+}
+
+bool Accumulator::AddDecimal(const Decimal& number) {
+    if (m_exact == Exact::Integers) {
+        m_decimalSum = Decimal::OfInteger(m_integerSum);
+        m_exact = Exact::Decimals;
+    }
+    const auto sum = rdl::Add(m_decimalSum, number);
+    if (!sum) {
+        m_value = Value::Error("A sum is too large");
+        return false;
+    }
+    m_decimalSum = *sum;
+    return true;
+}
+
+bool Accumulator::IsVariance() const {
+    return m_kind != AggregateKind::Sum && m_kind != AggregateKind::Avg;
 }
 
 void Accumulator::AddReal(double number) {
@@ -84,6 +115,14 @@ void Accumulator::AddReal(double number) {
 
 double Accumulator::Variance(bool population) const {
     return m_squares / static_cast<double>(population ? m_count : m_count - 1);
+}
+
+Value Accumulator::Average() const {
+    if (m_exact != Exact::Decimals) {
+        return Value::Real((m_sum + m_lost) / static_cast<double>(m_count));
+    }
+    // A quotient that is not larger than its dividend fits.
+    return Value::Decimal(rdl::Divide(m_decimalSum, Decimal::OfInteger(m_count)).value_or(Decimal()));
 }
 
 Value Accumulator::Result() const {
@@ -102,9 +141,11 @@ Value Accumulator::Result() const {
             if (m_count == 0) {
                 return {};
             }
-            return m_integers ? Value::Integer(m_integerSum) : Value::Real(sum);
+            return m_exact == Exact::Integers   ? Value::Integer(m_integerSum)
+                   : m_exact == Exact::Decimals ? Value::Decimal(m_decimalSum)
+                                                : Value::Real(sum);
         case AggregateKind::Avg:
-            return m_count == 0 ? Value() : Value::Real(sum / static_cast<double>(m_count));
+            return m_count == 0 ? Value() : Average();
         case AggregateKind::Var:
             return m_count < 2 ? Value() : Value::Real(Variance(false));
         case AggregateKind::StDev:

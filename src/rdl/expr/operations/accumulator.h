@@ -41,7 +41,12 @@ class Accumulator {
 
  private:
     void AddNumber(const Value& value);
+    // Returns false if the value is not an exact number or the sum so far is not.
+    bool AddExact(const Value& value);
+    bool AddDecimal(const Decimal& number);
     void AddReal(double number);
+    bool IsVariance() const;
+    Value Average() const;
     double Variance(bool population) const;
 
     struct HashValue {
@@ -53,8 +58,10 @@ class Accumulator {
     AggregateKind m_kind;
     const Culture* m_culture;
     std::int64_t m_count = 0;
-    bool m_integers = true;  // m_integerSum is exact so far
+    enum class Exact : std::uint8_t { Integers, Decimals, None };  // which sum below holds all values so far
+    Exact m_exact = Exact::Integers;
     std::int64_t m_integerSum = 0;
+    Decimal m_decimalSum;
     double m_sum = 0, m_lost = 0;  // compensated summation: many small amounts add up exactly
     double m_mean = 0, m_squares = 0;
     Value m_value;  // Min, Max, First or Last, or the first error

@@ -19,6 +19,7 @@ int Rank(Kind kind) {
             return 1;
         case Kind::Integer:
         case Kind::Real:
+        case Kind::Decimal:
             return 2;
         case Kind::DateTime:
             return 3;
@@ -61,24 +62,33 @@ int OrderMixed(std::int64_t integer, double real) {
     return whole != 0 ? whole : floor < real ? -1 : 0;
 }
 
+// One of them is a Decimal.
+int OrderDecimals(const Value& left, const Value& right) {
+    if (left.kind() == Kind::Real) {
+        return -rdl::Compare(right.AsDecimal(), left.AsReal());
+    }
+    return right.kind() == Kind::Real ? rdl::Compare(left.AsDecimal(), right.AsReal())
+                                      : rdl::Compare(left.AsDecimal(), right.AsDecimal());
+}
+
+int OrderReals(double left, double right) {
+    const bool leftNan = std::isnan(left);
+    const bool rightNan = std::isnan(right);
+    return leftNan || rightNan ? Order(rightNan ? 1 : 0, leftNan ? 1 : 0) : Order(left, right);
+}
+
 int OrderNumbers(const Value& left, const Value& right) {
-    const bool l = left.kind() == Kind::Integer;
-    const bool r = right.kind() == Kind::Integer;
-    if (l && r) {
-        return Order(left.AsInteger(), right.AsInteger());
+    if (left.kind() == Kind::Real && right.kind() == Kind::Real) {
+        return OrderReals(left.AsReal(), right.AsReal());
     }
-    if (l) {
-        return OrderMixed(left.AsInteger(), right.AsReal());
+    if (left.kind() == Kind::Decimal || right.kind() == Kind::Decimal) {
+        return OrderDecimals(left, right);
     }
-    if (r) {
+    if (left.kind() == Kind::Real) {
         return -OrderMixed(right.AsInteger(), left.AsReal());
     }
-    const bool leftNan = std::isnan(left.AsReal());
-    const bool rightNan = std::isnan(right.AsReal());
-    if (leftNan || rightNan) {
-        return Order(rightNan ? 1 : 0, leftNan ? 1 : 0);
-    }
-    return Order(left.AsReal(), right.AsReal());
+    return right.kind() == Kind::Real ? OrderMixed(left.AsInteger(), right.AsReal())
+                                      : Order(left.AsInteger(), right.AsInteger());
 }
 
 int OrderLists(const ValueList& left, const ValueList& right) {
@@ -99,7 +109,12 @@ std::size_t HashNumber(const Value& value) {
     if (value.kind() == Kind::Integer) {
         return std::hash<std::int64_t>()(value.AsInteger());
     }
-    const double real = value.AsReal();
+    if (value.kind() == Kind::Decimal) {
+        if (const auto whole = value.AsDecimal().ToInteger()) {
+            return std::hash<std::int64_t>()(*whole);
+        }
+    }
+    const double real = value.AsDouble();
     if (std::isnan(real)) {
         return 7;
     }
@@ -137,6 +152,7 @@ int Compare(const Value& left, const Value& right) {
             return Order(left.AsBoolean() ? 1 : 0, right.AsBoolean() ? 1 : 0);
         case Kind::Integer:
         case Kind::Real:
+        case Kind::Decimal:
             return OrderNumbers(left, right);
         case Kind::DateTime:
         case Kind::TimeSpan:
@@ -164,6 +180,7 @@ std::size_t Hash(const Value& value) {
             return Mix(seed, value.AsBoolean() ? 1 : 0);
         case Kind::Integer:
         case Kind::Real:
+        case Kind::Decimal:
             return Mix(seed, HashNumber(value));
         case Kind::DateTime:
         case Kind::TimeSpan:

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "rdl/expr/operations/compare.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/characters.h"
 #include "rdl/values/utf8.h"
@@ -21,6 +22,7 @@ const char* KindName(Kind kind) {
             return "a Boolean";
         case Kind::Integer:
         case Kind::Real:
+        case Kind::Decimal:
             return "a number";
         case Kind::DateTime:
             return "a date";
@@ -68,6 +70,9 @@ Value CompareNumbers(Comparison comparison, const Value& left, const Value& righ
         const std::int64_t l = left.AsInteger();
         const std::int64_t r = right.AsInteger();
         return Value::Boolean(Holds(comparison, l < r ? -1 : l > r ? 1 : 0));
+    }
+    if (left.kind() != Kind::Real && right.kind() != Kind::Real) {
+        return Value::Boolean(Holds(comparison, Compare(left, right)));
     }
     const double l = left.AsDouble();
     const double r = right.AsDouble();
@@ -178,6 +183,7 @@ bool ToNumber(const Value& value, const Culture& culture, Value& number) {
             return true;
         case Kind::Integer:
         case Kind::Real:
+        case Kind::Decimal:
             number = value;
             return true;
         case Kind::Text: {
@@ -211,10 +217,34 @@ bool ToDouble(const Value& value, const Culture& culture, double& result) {
     return true;
 }
 
+bool ToDecimal(const Value& value, const Culture& culture, Decimal& result) {
+    Decimal parsed;
+    if (value.IsText() && ParseNumber(value.AsText(), culture, parsed)) {
+        result = parsed;
+        return true;
+    }
+    Value number;
+    if (!ToNumber(value, culture, number)) {
+        return false;
+    }
+    if (number.kind() == Kind::Real) {
+        const auto decimal = Decimal::OfDouble(number.AsReal());
+        result = decimal.value_or(Decimal());
+        return decimal.has_value();
+    }
+    result = number.AsDecimal();
+    return true;
+}
+
 bool ToInteger(const Value& value, const Culture& culture, std::int64_t& result) {
     if (value.kind() == Kind::Integer) {
         result = value.AsInteger();
         return true;
+    }
+    if (value.kind() == Kind::Decimal) {
+        const auto whole = value.AsDecimal().Rounded(0, Rounding::HalfEven).ToInteger();
+        result = whole.value_or(0);
+        return whole.has_value();
     }
     double number = 0;
     return ToDouble(value, culture, number) && RoundToInteger(number, result);
@@ -248,6 +278,9 @@ bool ToBoolean(const Value& value, const Culture& culture, bool& result) {
             return true;
         case Kind::Real:
             result = value.AsReal() != 0;
+            return true;
+        case Kind::Decimal:
+            result = !value.AsDecimal().IsZero();
             return true;
         case Kind::Text: {
             if (ParseBoolean(value.AsText(), result)) {

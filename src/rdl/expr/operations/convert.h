@@ -15,8 +15,10 @@ namespace rdl::expr {
 inline constexpr std::int64_t MaxTicks = 3'155'378'975'999'999'999;  // last tick of the year 9999
 inline constexpr std::size_t MaxText = 4u << 20;                     // limit of a computed text, in bytes
 
-// Converts any kind to Integer or Real: Null is 0, True is -1, a text is parsed by the culture.
+// Converts any kind to a number: Null is 0, True is -1, a text is parsed by the culture.
 bool ToNumber(const Value& value, const Culture& culture, Value& number);
+// A Real gives its first 15 digits. Also returns false for a number that is too large for a Decimal.
+bool ToDecimal(const Value& value, const Culture& culture, Decimal& result);
 // Rounds half to even.
 bool ToInteger(const Value& value, const Culture& culture, std::int64_t& result);
 bool ToDateTime(const Value& value, const Culture& culture, std::int64_t& ticks);
@@ -35,8 +37,8 @@ Value NoConversion(const Value& value, std::string_view toWhat);
 Value MakeText(std::string_view text);
 
 enum class Comparison : std::uint8_t { Equal, NotEqual, Less, LessEqual, Greater, GreaterEqual };
-// The comparison operators: texts compare by character and case, Nothing equals 0 and "", operands of
-// different kinds are converted.
+// The comparison operators: a Decimal beside a Real compares as a double, texts compare by character and
+// case, Nothing equals 0 and "", operands of different kinds are converted.
 Value CompareAs(Comparison comparison, const Value& left, const Value& right, const Culture& culture);
 
 }  // namespace rdl::expr

@@ -53,6 +53,11 @@ Value ReadAs(const Value& operand, Kind model, const Culture& culture) {
     std::int64_t ticks = 0;
     bool truth = false;
     switch (model) {
+        case Kind::Decimal:
+            if (const auto exact = Decimal::OfText(text)) {
+                return Value::Decimal(*exact);
+            }
+            [[fallthrough]];
         case Kind::Integer:
         case Kind::Real:
             return ReadPlainNumber(text, number) || ToDouble(operand, culture, number) ? Value::Real(number)

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include "rdl/expr/operations/convert.h"
 
@@ -10,6 +11,7 @@ namespace rdl::expr {
 namespace {
 
 const char* const Overflow = "Arithmetic overflow";
+const char* const DivisionByZero = "Division by zero";
 
 Value MoveTicks(Kind kind, std::int64_t left, std::int64_t right) {
     std::int64_t sum = 0;
@@ -42,20 +44,34 @@ bool Numbers(Value& left, Value& right, const Culture& culture) {
 }
 
 using WholeOperation = bool (*)(std::int64_t, std::int64_t, std::int64_t&);
+using DecimalOperation = std::optional<Decimal> (*)(const Decimal&, const Decimal&);
 using RealOperation = double (*)(double, double);
 
+// Whether the result is a Decimal: one of the numbers is, and none is a Real.
+bool AreDecimals(const Value& left, const Value& right) {
+    return left.kind() != Kind::Real && right.kind() != Kind::Real &&
+           (left.kind() == Kind::Decimal || right.kind() == Kind::Decimal);
+}
+
+Value OfDecimal(const std::optional<Decimal>& result) {
+    return result ? Value::Decimal(*result) : Value::Error(Overflow);
+}
+
 Value Arithmetic(const Value& left, const Value& right, const Culture& culture, WholeOperation whole,
-                 RealOperation real) {
+                 DecimalOperation decimal, RealOperation real) {
     Value l = left;
     Value r = right;
     if (!Numbers(l, r, culture)) {
         return l;
     }
-    if (l.kind() == Kind::Integer && r.kind() == Kind::Integer) {
-        std::int64_t result = 0;
-        return whole(l.AsInteger(), r.AsInteger(), result) ? Value::Integer(result) : Value::Error(Overflow);
+    if (l.kind() == Kind::Real || r.kind() == Kind::Real) {
+        return Value::Real(real(l.AsDouble(), r.AsDouble()));
     }
-    return Value::Real(real(l.AsDouble(), r.AsDouble()));
+    if (AreDecimals(l, r)) {
+        return OfDecimal(decimal(l.AsDecimal(), r.AsDecimal()));
+    }
+    std::int64_t result = 0;
+    return whole(l.AsInteger(), r.AsInteger(), result) ? Value::Integer(result) : Value::Error(Overflow);
 }
 
 // Both as whole numbers, for the operators that know no fraction; false with the error in `error`.
@@ -123,7 +139,7 @@ Value Add(const Value& left, const Value& right, const Culture& culture) {
     return Arithmetic(
         left, right, culture,
         [](std::int64_t a, std::int64_t b, std::int64_t& c) { return !__builtin_add_overflow(a, b, &c); },
-        [](double a, double b) { return a + b; });
+        rdl::Add, [](double a, double b) { return a + b; });
 }
 
 Value Subtract(const Value& left, const Value& right, const Culture& culture) {
@@ -142,14 +158,14 @@ Value Subtract(const Value& left, const Value& right, const Culture& culture) {
     return Arithmetic(
         left, right, culture,
         [](std::int64_t a, std::int64_t b, std::int64_t& c) { return !__builtin_sub_overflow(a, b, &c); },
-        [](double a, double b) { return a - b; });
+        rdl::Subtract, [](double a, double b) { return a - b; });
 }
 
 Value Multiply(const Value& left, const Value& right, const Culture& culture) {
     return Arithmetic(
         left, right, culture,
         [](std::int64_t a, std::int64_t b, std::int64_t& c) { return !__builtin_mul_overflow(a, b, &c); },
-        [](double a, double b) { return a * b; });
+        rdl::Multiply, [](double a, double b) { return a * b; });
 }
 
 Value Divide(const Value& left, const Value& right, const Culture& culture) {
@@ -157,6 +173,11 @@ Value Divide(const Value& left, const Value& right, const Culture& culture) {
     Value r = right;
     if (!Numbers(l, r, culture)) {
         return l;
+    }
+    if (AreDecimals(l, r)) {
+        const Decimal divisor = r.AsDecimal();
+        return divisor.IsZero() ? Value::Error(DivisionByZero)
+                                : OfDecimal(rdl::Divide(l.AsDecimal(), divisor));
     }
     return Value::Real(l.AsDouble() / r.AsDouble());
 }
@@ -169,7 +190,7 @@ Value DivideWhole(const Value& left, const Value& right, const Culture& culture)
         return error;
     }
     if (r == 0) {
-        return Value::Error("Division by zero");
+        return Value::Error(DivisionByZero);
     }
     if (r == -1) {
         return Negate(Value::Integer(l), culture);
@@ -186,8 +207,13 @@ Value Modulo(const Value& left, const Value& right, const Culture& culture) {
     if (l.kind() == Kind::Real || r.kind() == Kind::Real) {
         return Value::Real(std::fmod(l.AsDouble(), r.AsDouble()));
     }
+    if (AreDecimals(l, r)) {
+        const Decimal divisor = r.AsDecimal();
+        return divisor.IsZero() ? Value::Error(DivisionByZero)
+                                : Value::Decimal(Remainder(l.AsDecimal(), divisor));
+    }
     if (r.AsInteger() == 0) {
-        return Value::Error("Division by zero");
+        return Value::Error(DivisionByZero);
     }
     return Value::Integer(r.AsInteger() == -1 ? 0 : l.AsInteger() % r.AsInteger());
 }
@@ -249,6 +275,9 @@ Value Negate(const Value& value, const Culture& culture) {
     }
     if (value.kind() == Kind::Real) {
         return Value::Real(-value.AsReal());
+    }
+    if (value.kind() == Kind::Decimal) {
+        return Value::Decimal(-value.AsDecimal());
     }
     return Subtract(Value::Integer(0), value, culture);
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The operators of the language. An error operand is the result; operands that do not fit give an error
-// value. Nothing is raised.
+// value. Nothing is raised. A Decimal and an Integer give a Decimal, a Decimal and a Real give a Real.
 #pragma once
 
 #include <string_view>
@@ -19,7 +19,8 @@ using Operator = Value (*)(const Value& left, const Value& right, const Culture&
 Value Add(const Value& left, const Value& right, const Culture& culture);
 Value Subtract(const Value& left, const Value& right, const Culture& culture);
 Value Multiply(const Value& left, const Value& right, const Culture& culture);
-// Always a Real; x / 0 is an infinity or NaN.
+// A Decimal if one operand is one and none is a Real, else a Real. x / 0 is an infinity or NaN, of a Decimal an
+// error value.
 Value Divide(const Value& left, const Value& right, const Culture& culture);
 // Rounds both operands to integers; x \ 0 is an error value.
 Value DivideWhole(const Value& left, const Value& right, const Culture& culture);

@@ -66,6 +66,9 @@ bool AsNumber(const Value& value, double& number) {
         case Kind::Real:
             number = value.AsReal();
             return std::isfinite(number);
+        case Kind::Decimal:
+            number = value.AsDouble();
+            return std::fabs(number) <= static_cast<double>(MostExactInteger);
         case Kind::DateTime:
             number = static_cast<double>(value.AsTicks() - DayZero) / static_cast<double>(TicksPerDay);
             return number >= FirstSafeDay;

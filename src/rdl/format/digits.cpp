@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/format/decimal.h"
+#include "rdl/format/digits.h"
 
 #include <charconv>
 #include <cmath>
@@ -8,7 +8,7 @@
 namespace rdl {
 namespace {
 
-void DropTrailingZeros(Decimal& decimal) {
+void DropTrailingZeros(Digits& decimal) {
     while (decimal.count > 0 && decimal.digits[decimal.count - 1] == '0') {
         --decimal.count;
     }
@@ -20,7 +20,7 @@ void DropTrailingZeros(Decimal& decimal) {
 
 }  // namespace
 
-void Decimal::Round(int places) {
+void Digits::Round(int places) {
     if (places >= count) {
         return;
     }
@@ -44,8 +44,8 @@ void Decimal::Round(int places) {
     DropTrailingZeros(*this);
 }
 
-Decimal ToDecimal(double number, int precision) {
-    Decimal decimal;
+Digits DigitsOf(double number, int precision) {
+    Digits decimal;
     if (number == 0) {
         return decimal;
     }
@@ -65,19 +65,46 @@ Decimal ToDecimal(double number, int precision) {
     return decimal;
 }
 
-Decimal ToDecimal(std::int64_t number) {
-    Decimal decimal;
+Digits DigitsOf(std::int64_t number) {
+    Digits decimal;
     if (number == 0) {
         return decimal;
     }
     decimal.negative = number < 0;
     const auto magnitude = number < 0 ? std::uint64_t{0} - static_cast<std::uint64_t>(number)
                                       : static_cast<std::uint64_t>(number);
-    const auto written = std::to_chars(decimal.digits, decimal.digits + Decimal::Capacity, magnitude);
+    const auto written = std::to_chars(decimal.digits, decimal.digits + Digits::Capacity, magnitude);
     decimal.count = static_cast<int>(written.ptr - decimal.digits);
     decimal.scale = decimal.count;
     DropTrailingZeros(decimal);
     return decimal;
+}
+
+Digits DigitsOf(const Decimal& number) {
+    Digits digits;
+    digits.negative = number.IsNegative();
+    for (const char c : number.Magnitude().Text()) {
+        if (c == '.') {
+            continue;
+        }
+        if (digits.count > 0 || c != '0') {
+            digits.digits[digits.count++] = c;
+        }
+    }
+    digits.scale = digits.count - number.Scale();
+    DropTrailingZeros(digits);
+    return digits;
+}
+
+Digits DigitsOf(const Value& value, int precision) {
+    switch (value.kind()) {
+        case Kind::Integer:
+            return DigitsOf(value.AsInteger());
+        case Kind::Decimal:
+            return DigitsOf(value.AsDecimal());
+        default:
+            return DigitsOf(value.AsReal(), precision);
+    }
 }
 
 }  // namespace rdl

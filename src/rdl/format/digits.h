@@ -4,11 +4,14 @@
 
 #include <cstdint>
 
+#include "rdl/values/decimal.h"
+#include "rdl/values/value.h"
+
 namespace rdl {
 
 // The value is 0.d1d2d3... times 10^scale, without leading and trailing zeros. Zero has no digits.
-struct Decimal {
-    static constexpr int Capacity = 24;
+struct Digits {
+    static constexpr int Capacity = 32;
     char digits[Capacity];
     int count = 0;
     int scale = 0;
@@ -23,7 +26,10 @@ struct Decimal {
 
 // `number` is finite. `precision` is the number of significant digits, 15 or 17; with 15 a typed 1.005 stays
 // 1.005.
-Decimal ToDecimal(double number, int precision = 15);
-Decimal ToDecimal(std::int64_t number);
+Digits DigitsOf(double number, int precision = 15);
+Digits DigitsOf(std::int64_t number);
+Digits DigitsOf(const Decimal& number);  // all of them
+// `value` is a number. The precision is that of a Real; other numbers give all their digits.
+Digits DigitsOf(const Value& value, int precision = 15);
 
 }  // namespace rdl
