@@ -102,9 +102,20 @@ class Parser {
             TakePasswordFrom(PasswordSource::StandardInput);
         } else if (option == "--data-source") {
             m_result.dataSources.push_back(DataSourceOf(ValueOf(option)));
+        } else if (option == "--unformatted") {
+            m_result.options.unformatted = true;
+        } else if (option == "--data-set") {
+            m_result.options.dataSet = NonEmpty(option, ValueOf(option));
         } else {
             throw UsageError("there is no option \"" + option + "\"");
         }
+    }
+
+    static const std::string& NonEmpty(const std::string& option, const std::string& value) {
+        if (value.empty()) {
+            throw UsageError(option + " wants a name");
+        }
+        return value;
     }
 
     void TakePasswordFrom(PasswordSource source) {
@@ -135,8 +146,17 @@ class Parser {
         if (m_result.output.empty()) {
             throw UsageError("no output file is given (-o)");
         }
+        CheckOptions();
         if (m_hasPassword && !m_hasUser) {
             throw UsageError("a password without --user");
+        }
+    }
+
+    // An option that the format ignores would be a wish that is not met.
+    void CheckOptions() const {
+        const bool isCsv = m_result.format == report::CodeOf(report::DocumentFormat::Csv);
+        if (!isCsv && (m_result.options.unformatted || !m_result.options.dataSet.empty())) {
+            throw UsageError("--unformatted and --data-set are options of csv");
         }
     }
 
@@ -155,6 +175,7 @@ std::string Usage() {
            " -o OUT [-p NAME=VALUE]... [--formula TEXT]\n"
            "           [--user U [--password-stdin | --password P]] [--data-source NAME=PROVIDER;CONNECT "
            "STRING]...\n"
+           "           csv: [--unformatted] [--data-set NAME]\n"
            "oxc-report --help | --version\n"
            "The password that belongs to --user is read from standard input (--password-stdin) or from the "
            "variable\n"

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "rdl/api/export_options.h"
+
 namespace tools {
 
 enum class Command { Help, Version, Info, Export };
@@ -31,6 +33,7 @@ struct ReportArguments {
     PasswordSource passwordSource = PasswordSource::Environment;
     std::string password;  // only for PasswordSource::Argument
     std::vector<DataSourceArgument> dataSources;
+    rdl::ExportOptions options;
 };
 
 // The arguments cannot be used. The text says why.

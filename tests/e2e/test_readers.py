@@ -2,6 +2,7 @@
 """What oxc-report writes, read by other people's programs: they take it without a complaint and see the same."""
 
 import collections
+import csv
 import pathlib
 import re
 import sqlite3
@@ -109,6 +110,14 @@ class Readers(unittest.TestCase):
                    for pdf in (read / "order_list.pdf", self.folder / "order_list.pdf")]
         self.assertGreater(len(amounts[0]), 1000)
         self.assertEqual(differences(*amounts), {})
+
+    def test_csv_has_the_orders(self):
+        with open(self.folder / "order_list.csv", encoding="utf-8-sig", newline="") as file:
+            rows = list(csv.DictReader(file))
+        with sqlite3.connect(STAGE / "samples" / "sales.db") as database:
+            wanted = {str(key): str(lines) for key, lines in database.execute(
+                "select order_id, count(*) from order_lines group by order_id")}
+        self.assertEqual(differences({row["Cell1"]: row["Cell5"] for row in rows}, wanted), {})
 
     def test_workbook_has_the_orders_as_numbers_and_dates(self):
         book = xlrd.open_workbook(str(self.folder / "order_list.xls"), formatting_info=True)

@@ -18,6 +18,8 @@ inline std::string_view BeginningOf(report::DocumentFormat format) {
             return "\xD0\xCF\x11\xE0";
         case report::DocumentFormat::Html:
             return "<!DOCTYPE html>";
+        case report::DocumentFormat::Csv:
+            return "\xEF\xBB\xBF";
     }
     return "no such format";
 }

@@ -43,6 +43,13 @@ TEST(ReportArguments, PasswordComesFromTheArgumentTheInputOrTheEnvironment) {
     EXPECT_EQ(sourceOf({}), PasswordSource::Environment);
 }
 
+TEST(ReportArguments, CsvHasOptionsOfItsOwn) {
+    const ReportArguments arguments =
+        ParseArguments({"export", "a.rpt", "-f", "csv", "-o", "x", "--unformatted", "--data-set", "Orders"});
+    EXPECT_TRUE(arguments.options.unformatted);
+    EXPECT_EQ(arguments.options.dataSet, "Orders");
+}
+
 TEST(ReportArguments, FileMayBeginWithAHyphenBehindTwo) {
     EXPECT_EQ(ParseArguments({"info", "--", "-f"}).file, "-f");
 }
@@ -65,6 +72,9 @@ TEST(ReportArguments, WhatMakesNoSenseIsAUsageError) {
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--user", "ann", "--password", "p", "--password-stdin"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--data-source", "db=SQLITE"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--colour"},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--unformatted"},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--data-set", "Orders"},
+        {"export", "a.rpt", "-f", "csv", "-o", "x", "--data-set", ""},
     };
     for (const std::vector<std::string>& arguments : wrong) {
         EXPECT_THROW(ParseArguments(arguments), UsageError) << testing::PrintToString(arguments);
@@ -86,7 +96,7 @@ TEST(ReportArguments, UnknownFormatNamesAllOthers) {
         ParseArguments({"export", "a.rpt", "-f", "PDF", "-o", "x"});
         FAIL() << "no error";
     } catch (const UsageError& error) {
-        EXPECT_STREQ(error.what(), "\"PDF\" is no format: pdf, rtf, xls, html or doc");
+        EXPECT_STREQ(error.what(), "\"PDF\" is no format: pdf, rtf, xls, html, doc or csv");
     }
 }
 

@@ -49,6 +49,7 @@ class RdlReport : public report::Report {
     // name.
     void SetDataSource(const std::string& name, const std::string& provider,
                        const std::string& connectString);
+    void SetExportOptions(const rdl::ExportOptions& options) { m_report->SetExportOptions(options); }
     void SetRunBounds(const rdl::RunBounds& bounds) { m_report->SetBounds(bounds); }
 
  private:

@@ -14,6 +14,7 @@ constexpr std::array Writers = {
     FormatWriter{DocumentFormat::Excel, false, WriteXls},
     FormatWriter{DocumentFormat::Html, false, WriteHtml},
     FormatWriter{DocumentFormat::Word, false, WriteRtf},
+    FormatWriter{DocumentFormat::Csv, true, WriteCsv},
 };
 
 // Every format has one writer.
