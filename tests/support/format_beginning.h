@@ -20,6 +20,10 @@ inline std::string_view BeginningOf(report::DocumentFormat format) {
             return "<!DOCTYPE html>";
         case report::DocumentFormat::Csv:
             return "\xEF\xBB\xBF";
+        case report::DocumentFormat::Xlsx:
+            return "PK\x03\x04";
+        case report::DocumentFormat::Png:
+            return "\x89PNG\r\n";
     }
     return "no such format";
 }

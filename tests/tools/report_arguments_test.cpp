@@ -50,6 +50,13 @@ TEST(ReportArguments, CsvHasOptionsOfItsOwn) {
     EXPECT_EQ(arguments.options.dataSet, "Orders");
 }
 
+TEST(ReportArguments, PngHasOptionsOfItsOwn) {
+    const ReportArguments arguments =
+        ParseArguments({"export", "a.rpt", "-f", "png", "-o", "x", "--page", "3", "--dpi", "300"});
+    EXPECT_EQ(arguments.options.page, 3);
+    EXPECT_EQ(arguments.options.dotsPerInch, 300);
+}
+
 TEST(ReportArguments, FileMayBeginWithAHyphenBehindTwo) {
     EXPECT_EQ(ParseArguments({"info", "--", "-f"}).file, "-f");
 }
@@ -75,6 +82,10 @@ TEST(ReportArguments, WhatMakesNoSenseIsAUsageError) {
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--unformatted"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--data-set", "Orders"},
         {"export", "a.rpt", "-f", "csv", "-o", "x", "--data-set", ""},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--page", "1"},
+        {"export", "a.rpt", "-f", "png", "-o", "x", "--page", "0"},
+        {"export", "a.rpt", "-f", "png", "-o", "x", "--dpi", "9999"},
+        {"export", "a.rpt", "-f", "png", "-o", "x", "--page", "1x"},
     };
     for (const std::vector<std::string>& arguments : wrong) {
         EXPECT_THROW(ParseArguments(arguments), UsageError) << testing::PrintToString(arguments);
@@ -96,7 +107,7 @@ TEST(ReportArguments, UnknownFormatNamesAllOthers) {
         ParseArguments({"export", "a.rpt", "-f", "PDF", "-o", "x"});
         FAIL() << "no error";
     } catch (const UsageError& error) {
-        EXPECT_STREQ(error.what(), "\"PDF\" is no format: pdf, rtf, xls, html, doc or csv");
+        EXPECT_STREQ(error.what(), "\"PDF\" is no format: pdf, rtf, xls, html, doc, csv, xlsx or png");
     }
 }
 

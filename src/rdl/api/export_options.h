@@ -12,6 +12,9 @@ struct ExportOptions {
     bool unformatted = false;
     // Csv: the rows of this data set, unformatted, instead of the report's tables; empty: the tables.
     std::string dataSet;
+    // Png: the page, from 1, and its resolution, more than 0.
+    int page = 1;
+    double dotsPerInch = 96;
 };
 
 }  // namespace rdl

@@ -15,6 +15,8 @@ constexpr std::array Writers = {
     FormatWriter{DocumentFormat::Html, false, WriteHtml},
     FormatWriter{DocumentFormat::Word, false, WriteRtf},
     FormatWriter{DocumentFormat::Csv, true, WriteCsv},
+    FormatWriter{DocumentFormat::Xlsx, false, WriteXlsx},
+    FormatWriter{DocumentFormat::Png, true, WritePng},
 };
 
 // Every format has one writer.

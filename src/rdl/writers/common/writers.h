@@ -41,6 +41,10 @@ void WriteHtml(layout::ReportInstance& report, Output& output,
                const Options& options);  // one self-contained file
 void WriteXls(layout::ReportInstance& report, Output& output,
               const Options& options);  // Excel 97-2003 (MS-XLS)
+void WriteXlsx(layout::ReportInstance& report, Output& output,
+               const Options& options);  // Office Open XML (ISO/IEC 29500)
+// A picture of one page.
+void WritePng(layout::ReportInstance& report, Output& output, const Options& options);
 // The values of the report, without a look: one table for the text boxes outside of data regions, then one
 // for each region, with an empty line between them (RFC 4180, UTF-8 with a byte order mark).
 void WriteCsv(layout::ReportInstance& report, Output& output, const Options& options);

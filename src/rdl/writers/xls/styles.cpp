@@ -4,42 +4,21 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "rdl/writers/xls/border_code.h"
+
 namespace rdl::writers {
 namespace {
 
-using layout::Border;
 using layout::BoxStyle;
 using layout::CharStyle;
 using layout::Color;
 using layout::HAlign;
-using layout::LineStyle;
 
 constexpr std::uint16_t FontRecord = 0x0031, FormatRecord = 0x041E, XfRecord = 0x00E0, StyleRecord = 0x0293,
                         PaletteRecord = 0x0092;
 constexpr std::uint16_t FirstOwnXf = 16, FirstOwnFormat = 164;
 constexpr std::size_t MostXfs = 3900, MostPlainXfs = 100, MostFonts = 500, MostKnown = 8192, PaletteSize = 56;
 constexpr unsigned FirstPaletteIndex = 8;
-
-unsigned BorderCode(const Border& border) {
-    const bool wide = border.width >= 1.5F;
-    switch (border.style) {
-        case LineStyle::None:
-            return 0;
-        case LineStyle::Dotted:
-            return 4;
-        case LineStyle::Dashed:
-            return wide ? 8 : 3;
-        case LineStyle::Double:
-            return 6;
-        case LineStyle::DashDot:
-            return wide ? 10 : 9;
-        case LineStyle::DashDotDot:
-            return wide ? 12 : 11;
-        default:
-            break;
-    }
-    return border.width >= 2.5F ? 5 : wide ? 2 : border.width < 0.5F ? 7 : 1;
-}
 
 unsigned HorizontalCode(HAlign align) {
     switch (align) {
