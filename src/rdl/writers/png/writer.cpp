@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "rdl/screen/page_codec.h"
 #include "rdl/screen/page_painter.h"
 #include "rdl/values/error.h"
 #include "rdl/writers/common/writers.h"
@@ -31,7 +32,9 @@ layout::Page PageOf(layout::ReportInstance& report, int wanted) {
         throw Error("There is no page " + std::to_string(wanted) + ": the report has " +
                     std::to_string(count) + (count == 1 ? " page" : " pages"));
     }
-    stream->MarginsOf(wanted - 1, stream->UsesTotals() ? count : 0, page);
+    layout::Page margins;
+    stream->MarginsOf(wanted - 1, stream->UsesTotals() ? count : 0, margins);
+    screen::AppendPage(page, margins);
     return page;
 }
 
