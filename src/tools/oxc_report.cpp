@@ -123,6 +123,7 @@ void Export(RdlReport& report, const ReportArguments& arguments) {
             report.SetTableLogon(n, "", "", arguments.user, password);
         }
     }
+    report.SetExportOptions(arguments.options);
     report.SetExportDestination(report::DestinationDisk);
     report.SetExportFormat(arguments.format);
     report.SetDiskFileName(SystemPath(arguments.output));

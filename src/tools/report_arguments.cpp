@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/report_arguments.h"
 
+#include <charconv>
+#include <system_error>
+
 #include "platform/contracts/export_formats.h"
 
 namespace tools {
@@ -106,9 +109,38 @@ class Parser {
             m_result.dataSources.push_back(DataSourceOf(ValueOf(option)));
         } else if (option == "--rows") {
             m_result.rows.push_back(Assignment(option, ValueOf(option)));
+        } else if (option == "--unformatted") {
+            m_result.options.unformatted = true;
+        } else if (option == "--page") {
+            m_result.options.page = NumberOf(option, ValueOf(option), MostPages);
+            m_hasPage = true;
+        } else if (option == "--dpi") {
+            m_result.options.dotsPerInch = NumberOf(option, ValueOf(option), MostDots);
+            m_hasPage = true;
+        } else if (option == "--data-set") {
+            m_result.options.dataSet = NonEmpty(option, ValueOf(option));
         } else {
             throw UsageError("there is no option \"" + option + "\"");
         }
+    }
+
+    static constexpr int MostPages = 1'000'000, MostDots = 2400;
+
+    static int NumberOf(const std::string& option, const std::string& text, int most) {
+        int number = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+        if (error != std::errc() || end != text.data() + text.size() || number < 1 || number > most) {
+            throw UsageError(option + " wants a whole number from 1 to " + std::to_string(most) + ", not \"" +
+                             text + "\"");
+        }
+        return number;
+    }
+
+    static const std::string& NonEmpty(const std::string& option, const std::string& value) {
+        if (value.empty()) {
+            throw UsageError(option + " wants a name");
+        }
+        return value;
     }
 
     void TakePasswordFrom(PasswordSource source) {
@@ -139,14 +171,26 @@ class Parser {
         if (m_result.output.empty()) {
             throw UsageError("no output file is given (-o)");
         }
+        CheckOptions();
         if (m_hasPassword && !m_hasUser) {
             throw UsageError("a password without --user");
         }
     }
 
+    // An option that the format ignores would be a wish that is not met.
+    void CheckOptions() const {
+        const bool isCsv = m_result.format == report::CodeOf(report::DocumentFormat::Csv);
+        if (!isCsv && (m_result.options.unformatted || !m_result.options.dataSet.empty())) {
+            throw UsageError("--unformatted and --data-set are options of csv");
+        }
+        if (m_hasPage && m_result.format != report::CodeOf(report::DocumentFormat::Png)) {
+            throw UsageError("--page and --dpi are options of png");
+        }
+    }
+
     const std::vector<std::string>& m_arguments;
     std::size_t m_next = 0;
-    bool m_onlyFiles = false, m_hasUser = false, m_hasPassword = false;
+    bool m_onlyFiles = false, m_hasUser = false, m_hasPassword = false, m_hasPage = false;
     ReportArguments m_result;
 };
 
@@ -160,6 +204,7 @@ std::string Usage() {
            "           [--user U [--password-stdin | --password P]] [--data-source NAME=PROVIDER;CONNECT "
            "STRING]...\n"
            "           [--rows NAME=FILE.csv]...\n"
+           "           csv: [--unformatted] [--data-set NAME]   png: [--page N] [--dpi N]\n"
            "oxc-report --help | --version\n"
            "The password that belongs to --user is read from standard input (--password-stdin) or from the "
            "variable\n"

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "rdl/api/export_options.h"
+
 namespace tools {
 
 enum class Command { Help, Version, Info, Export };
@@ -33,6 +35,7 @@ struct ReportArguments {
     std::string password;  // only for PasswordSource::Argument
     std::vector<DataSourceArgument> dataSources;
     std::vector<std::pair<std::string, std::string>> rows;  // data sets and their CSV files
+    rdl::ExportOptions options;
 };
 
 // The arguments cannot be used. The text says why.

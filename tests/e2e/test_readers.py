@@ -2,6 +2,7 @@
 """What oxc-report writes, read by other people's programs: they take it without a complaint and see the same."""
 
 import collections
+import csv
 import pathlib
 import re
 import sqlite3
@@ -109,6 +110,32 @@ class Readers(unittest.TestCase):
                    for pdf in (read / "order_list.pdf", self.folder / "order_list.pdf")]
         self.assertGreater(len(amounts[0]), 1000)
         self.assertEqual(differences(*amounts), {})
+
+    def test_a_spreadsheet_reads_both_workbooks_alike(self):
+        def cells(workbook):
+            read = self.folder / (workbook.name + ".csv")
+            done = run("ssconvert", "--export-type=Gnumeric_stf:stf_csv", workbook, read)
+            self.assertEqual(done.returncode, 0, done.stderr)
+            return read.read_text().splitlines()
+        for sample in SAMPLES:
+            with self.subTest(sample):
+                older, newer = (cells(self.folder / (sample + extension)) for extension in (".xls", ".xlsx"))
+                self.assertEqual(differences(dict(enumerate(newer)), dict(enumerate(older))), {})
+
+    def test_png_is_as_large_as_the_page(self):
+        def check(picture):
+            size = run("identify", "-format", "%w x %h", picture).stdout
+            points = re.search(r"Page size: +([\d.]+) x ([\d.]+)", run("pdfinfo", picture.with_suffix(".pdf")).stdout)
+            self.assertEqual(size, " x ".join(str(round(float(side) / 72 * 96)) for side in points.groups()))
+        self.each("png", check)
+
+    def test_csv_has_the_orders(self):
+        with open(self.folder / "order_list.csv", encoding="utf-8-sig", newline="") as file:
+            rows = list(csv.DictReader(file))
+        with sqlite3.connect(STAGE / "samples" / "sales.db") as database:
+            wanted = {str(key): str(lines) for key, lines in database.execute(
+                "select order_id, count(*) from order_lines group by order_id")}
+        self.assertEqual(differences({row["Cell1"]: row["Cell5"] for row in rows}, wanted), {})
 
     def test_workbook_has_the_orders_as_numbers_and_dates(self):
         book = xlrd.open_workbook(str(self.folder / "order_list.xls"), formatting_info=True)

@@ -20,7 +20,7 @@ PROGRAM = pathlib.Path(os.environ.get("OXC_STAGE", "build/release/stage")).resol
 SHARED = pathlib.Path(__file__).resolve().parents[3] / "shared" / "rdl"
 NORTHWIND = SHARED / "northwindEF.db"
 MAGIC = {"pdf": b"%PDF-1.7", "rtf": b"{\\rtf1", "doc": b"{\\rtf1", "xls": b"\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1",
-         "html": b"<!DOCTYPE html>"}
+         "html": b"<!DOCTYPE html>", "csv": b"\xef\xbb\xbf", "xlsx": b"PK\x03\x04", "png": b"\x89PNG\r\n\x1a\n"}
 
 
 def local(element):
@@ -55,7 +55,7 @@ class SharedReport(unittest.TestCase):
                                *arguments], capture_output=True, text=True, timeout=60, env=environment)
 
     def export(self, report, *arguments, database=False):
-        """All five formats; returns the files by format."""
+        """All formats; returns the files by format."""
         if database:
             arguments += ("--data-source", "DS1=SQLITE;Data Source=%s" % NORTHWIND)
         files = {}

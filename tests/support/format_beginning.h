@@ -18,6 +18,12 @@ inline std::string_view BeginningOf(report::DocumentFormat format) {
             return "\xD0\xCF\x11\xE0";
         case report::DocumentFormat::Html:
             return "<!DOCTYPE html>";
+        case report::DocumentFormat::Csv:
+            return "\xEF\xBB\xBF";
+        case report::DocumentFormat::Xlsx:
+            return "PK\x03\x04";
+        case report::DocumentFormat::Png:
+            return "\x89PNG\r\n";
     }
     return "no such format";
 }

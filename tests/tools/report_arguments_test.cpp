@@ -64,6 +64,18 @@ TEST(ReportArguments, InfoTellsFontsIfItIsAsked) {
     EXPECT_TRUE(ParseArguments({"info", "--fonts", "a.rpt"}).withFonts);
     EXPECT_FALSE(ParseArguments({"info", "a.rpt"}).withFonts);
     EXPECT_THROW(ParseArguments({"export", "a.rpt", "-f", "pdf", "-o", "x", "--fonts"}), UsageError);
+TEST(ReportArguments, CsvHasOptionsOfItsOwn) {
+    const ReportArguments arguments =
+        ParseArguments({"export", "a.rpt", "-f", "csv", "-o", "x", "--unformatted", "--data-set", "Orders"});
+    EXPECT_TRUE(arguments.options.unformatted);
+    EXPECT_EQ(arguments.options.dataSet, "Orders");
+}
+
+TEST(ReportArguments, PngHasOptionsOfItsOwn) {
+    const ReportArguments arguments =
+        ParseArguments({"export", "a.rpt", "-f", "png", "-o", "x", "--page", "3", "--dpi", "300"});
+    EXPECT_EQ(arguments.options.page, 3);
+    EXPECT_EQ(arguments.options.dotsPerInch, 300);
 }
 
 TEST(ReportArguments, FileMayBeginWithAHyphenBehindTwo) {
@@ -88,6 +100,13 @@ TEST(ReportArguments, WhatMakesNoSenseIsAUsageError) {
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--user", "ann", "--password", "p", "--password-stdin"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--data-source", "db=SQLITE"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--colour"},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--unformatted"},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--data-set", "Orders"},
+        {"export", "a.rpt", "-f", "csv", "-o", "x", "--data-set", ""},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--page", "1"},
+        {"export", "a.rpt", "-f", "png", "-o", "x", "--page", "0"},
+        {"export", "a.rpt", "-f", "png", "-o", "x", "--dpi", "9999"},
+        {"export", "a.rpt", "-f", "png", "-o", "x", "--page", "1x"},
     };
     for (const std::vector<std::string>& arguments : wrong) {
         EXPECT_THROW(ParseArguments(arguments), UsageError) << testing::PrintToString(arguments);
@@ -109,7 +128,7 @@ TEST(ReportArguments, UnknownFormatNamesAllOthers) {
         ParseArguments({"export", "a.rpt", "-f", "PDF", "-o", "x"});
         FAIL() << "no error";
     } catch (const UsageError& error) {
-        EXPECT_STREQ(error.what(), "\"PDF\" is no format: pdf, rtf, xls, html or doc");
+        EXPECT_STREQ(error.what(), "\"PDF\" is no format: pdf, rtf, xls, html, doc, csv, xlsx or png");
     }
 }
 

@@ -53,6 +53,7 @@ class RdlReport : public report::Report {
     // Replaces the query of a data set by the rows of a CSV file, given by its system path. Raises 5 if the
     // report has no data set of the name.
     void SetRows(const std::string& dataSet, const std::string& file);
+    void SetExportOptions(const rdl::ExportOptions& options) { m_report->SetExportOptions(options); }
     void SetRunBounds(const rdl::RunBounds& bounds) { m_report->SetBounds(bounds); }
 
  private:

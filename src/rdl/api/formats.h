@@ -10,7 +10,7 @@
 namespace rdl {
 
 // The numbers are the codes by which programs choose a format; they never change.
-enum class DocumentFormat { Word = 14, Excel = 27, Pdf = 31, Html = 32, Rtf = 35 };
+enum class DocumentFormat { Word = 14, Excel = 27, Pdf = 31, Html = 32, Rtf = 35, Csv = 36, Xlsx = 37, Png = 38 };
 
 struct FormatRow {
     DocumentFormat format;
@@ -28,6 +28,9 @@ inline constexpr std::array FormatTable = {
     FormatRow{DocumentFormat::Excel, "xls", "xls", "EXCEL", "Excel workbook"},
     FormatRow{DocumentFormat::Html, "html", "htm", "HTML", "Web page"},
     FormatRow{DocumentFormat::Word, "doc", "doc", "WORD", "Word document"},
+    FormatRow{DocumentFormat::Csv, "csv", "csv", "CSV", "Comma-separated values"},
+    FormatRow{DocumentFormat::Xlsx, "xlsx", "xlsx", "EXCELOPENXML", "Excel workbook, Office Open XML"},
+    FormatRow{DocumentFormat::Png, "png", "png", "IMAGE", "Picture of a page"},
 };
 
 // Each returns null if no row matches.

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "rdl/api/export_options.h"
 #include "rdl/api/formats.h"
 #include "rdl/api/output.h"
 #include "rdl/api/pages.h"
@@ -76,6 +77,7 @@ class Report {
 
     // Limits on time and memory of one run.
     virtual void SetBounds(const RunBounds& bounds) = 0;
+    virtual void SetExportOptions(const ExportOptions& options) = 0;
     // Runs the report and writes the document to `output`.
     virtual void Write(DocumentFormat format, Output& output) = 0;
     // Runs the report for the screen. The pages do not depend on the report's lifetime.

@@ -46,6 +46,12 @@ constexpr Word<Image::Sizing> Sizings[] = {{"AutoSize", Image::Sizing::AutoSize}
                                            {"FitProportional", Image::Sizing::FitProportional},
                                            {"Clip", Image::Sizing::Clip}};
 
+using DataOutput = ReportItem::DataOutput;
+constexpr Word<DataOutput> DataOutputs[] = {{"Auto", DataOutput::Auto},
+                                            {"Output", DataOutput::Output},
+                                            {"NoOutput", DataOutput::NoOutput},
+                                            {"ContentsOnly", DataOutput::Auto}};
+
 template <typename Enum, std::size_t Count>
 Enum Choose(Context& context, const XmlElement& element, std::string_view name,
             const Word<Enum> (&words)[Count]) {
@@ -167,6 +173,8 @@ void ReadBasics(Context& context, const XmlElement& element, ReportItem& item, E
         context.ChildExpr(element, element.Child("DocumentMapLabel") ? "DocumentMapLabel" : "Label", where);
     item.repeatWith = element.ChildText("RepeatWith");
     item.pageBreak = ReadPageBreak(context, element, where);
+    item.dataName = element.ChildText("DataElementName");
+    item.dataOutput = Choose(context, element, "DataElementOutput", DataOutputs);
 }
 
 std::vector<ItemPtr> ReadItems(Context& context, const XmlElement& owner, Extent container) {

@@ -144,6 +144,9 @@ struct ReportItem {
     Expr toolTip, bookmark, documentMapLabel;
     std::string repeatWith;
     PageBreak pageBreak;
+    // For formats that carry data without a look. Auto: a text box unless its text is a constant.
+    enum class DataOutput { Auto, Output, NoOutput } dataOutput = DataOutput::Auto;
+    std::string dataName;  // empty: the item's name
 };
 using ItemPtr = std::unique_ptr<ReportItem>;
 

@@ -121,18 +121,29 @@ bool LoadedReport::SetRows(const std::string& dataSet, const std::filesystem::pa
     return false;
 }
 
-std::shared_ptr<layout::ReportInstance> LoadedReport::Run(const std::string& renderName, bool hasVectors) {
+// Formula and parameters are checked; the limits of the run begin.
+data::LoadRequest LoadedReport::ResolvedRequest(const std::string& renderName) {
     data::LoadRequest request = Request(renderName);
     request.watch = std::make_shared<RunWatch>(m_bounds);
     const RunWatch::Work work(request.watch);
     InStage(Stage::Formula, [&] { data::CheckFormula(m_definition, m_formula); });
     InStage(Stage::Parameter, [&] { ResolveParameters(request, m_parameters); });
+    return request;
+}
+
+std::shared_ptr<layout::ReportInstance> LoadedReport::Run(const std::string& renderName, bool hasVectors) {
+    const data::LoadRequest request = ResolvedRequest(renderName);
+    const RunWatch::Work work(request.watch);
     std::shared_ptr<layout::ReportInstance> instance = RunReport(request, m_file, !hasVectors);
     instance->title = Title();
     return instance;
 }
 
 void LoadedReport::Write(DocumentFormat format, Output& output) {
+    if (!m_exportOptions.dataSet.empty()) {
+        WriteDataSet(format, output);
+        return;
+    }
     const FormatRow& row = *FindFormat(static_cast<int>(format));
     const writers::FormatWriter& writer = writers::WriterOf(format);
     const std::shared_ptr<layout::ReportInstance> instance =
@@ -140,7 +151,27 @@ void LoadedReport::Write(DocumentFormat format, Output& output) {
     const RunWatch::Work work(instance->watch);
     writers::Options options;
     options.nowTicks = TheHost().NowTicks();
+    options.choices = m_exportOptions;
     InStage(Stage::Run, [&] { writer.write(*instance, output, options); });
+}
+
+void LoadedReport::WriteDataSet(DocumentFormat format, Output& output) {
+    const std::vector<DataSet>& all = m_definition.dataSets;
+    const auto found = std::find_if(all.begin(), all.end(), [&](const DataSet& dataSet) {
+        return EqualNoCase(dataSet.name, m_exportOptions.dataSet);
+    });
+    if (format != DocumentFormat::Csv) {
+        throw Failure(Stage::Run, "The rows of a data set are exported as CSV only");
+    }
+    if (found == all.end()) {
+        throw Failure(Stage::Data, "The report has no data set \"" + m_exportOptions.dataSet + "\"");
+    }
+    const data::LoadRequest request =
+        ResolvedRequest(std::string(FindFormat(static_cast<int>(format))->renderName));
+    const RunWatch::Work work(request.watch);
+    const std::map<std::string, Table> tables =
+        InStage(Stage::Data, [&] { return data::LoadTables(request); });
+    InStage(Stage::Run, [&] { writers::WriteCsv(tables.at(found->name), output); });
 }
 
 std::unique_ptr<Pages> LoadedReport::OpenPages() {

@@ -36,6 +36,7 @@ class LoadedReport : public Report {
     std::string Formula() const override { return m_formula; }
     void SetFormula(const std::string& text) override { m_formula = text; }
     void SetBounds(const RunBounds& bounds) override { m_bounds = bounds; }
+    void SetExportOptions(const ExportOptions& options) override { m_exportOptions = options; }
     void Write(DocumentFormat format, Output& output) override;
     std::unique_ptr<Pages> OpenPages() override;
 
@@ -46,6 +47,8 @@ class LoadedReport : public Report {
  private:
     void ReadDefaults();
     data::LoadRequest Request(const std::string& renderName) const;
+    data::LoadRequest ResolvedRequest(const std::string& renderName);
+    void WriteDataSet(DocumentFormat format, Output& output);
 
     std::filesystem::path m_file;
     Definition m_definition;
@@ -56,6 +59,7 @@ class LoadedReport : public Report {
     std::map<std::string, std::string> m_rowFiles;
     std::string m_formula;
     RunBounds m_bounds;
+    ExportOptions m_exportOptions;
 };
 
 }  // namespace rdl::engine

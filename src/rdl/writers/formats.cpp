@@ -14,6 +14,9 @@ constexpr std::array Writers = {
     FormatWriter{DocumentFormat::Excel, false, WriteXls},
     FormatWriter{DocumentFormat::Html, false, WriteHtml},
     FormatWriter{DocumentFormat::Word, false, WriteRtf},
+    FormatWriter{DocumentFormat::Csv, true, WriteCsv},
+    FormatWriter{DocumentFormat::Xlsx, false, WriteXlsx},
+    FormatWriter{DocumentFormat::Png, true, WritePng},
 };
 
 // Every format has one writer.

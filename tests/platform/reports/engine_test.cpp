@@ -146,6 +146,22 @@ TEST_F(ReportEngine, EveryFormatHasItsOwnContent) {
     }
 }
 
+TEST_F(ReportEngine, CsvOfADataSetHasItsRows) {
+    const auto report = OpenPeople();
+    report->SetExportOptions({.dataSet = "people"});
+    report->SetRecordSelectionFormula("{Number} > 1");
+    Aim(*report, report::CodeOf(report::DocumentFormat::Csv), Path("out"));
+    report->Export(false);
+    EXPECT_EQ(Read("out"), "\xEF\xBB\xBFName,Number\r\nBob,2\r\nCleo,3\r\n");
+    report->SetExportOptions({.dataSet = "Animals"});
+    EXPECT_EQ(ErrorOf([&] { report->Export(false); }).Description(),
+              "The report has no data set \"Animals\"");
+    report->SetExportOptions({.dataSet = "People"});
+    Aim(*report, report::FormatPdf, Path("out"));
+    EXPECT_EQ(ErrorOf([&] { report->Export(false); }).Description(),
+              "The rows of a data set are exported as CSV only");
+}
+
 TEST_F(ReportEngine, FormulaReplacesTheReportsOwn) {
     const auto report = OpenPeople(
         "<CustomProperties><CustomProperty><Name>RecordSelectionFormula</Name><Value>{Number} = "

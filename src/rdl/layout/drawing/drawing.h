@@ -4,15 +4,24 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "rdl/layout/model/page.h"
+#include "rdl/values/value.h"
 
 namespace rdl::layout {
+
+// The values that a chart shows.
+struct DrawingData {
+    std::vector<std::string> columns;
+    std::vector<std::vector<Value>> rows;  // as long as the columns
+};
 
 struct DrawingInstance {
     Page content;                    // has the item's width and height
     Color background = Transparent;  // of the item's box; drawn by the page
     std::string description;         // alternative text: the chart's titles
+    DrawingData data;                // of a chart; else empty
 };
 
 // Appends the objects of `from` to `page`, moved by (x, y) points.

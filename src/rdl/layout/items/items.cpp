@@ -128,6 +128,8 @@ void ItemBuilder::Common(ItemPlan& plan, Instance& out) {
     out.width = item.width;
     out.height = item.height;
     out.name = item.name;
+    out.column = plan.column;
+    out.noOutput = item.dataOutput == ReportItem::DataOutput::NoOutput;
     out.box = BoxOf(plan.box, plan.background.get(), item.name);
     if (!plan.plain) {
         out.hyperlink = Text(plan.hyperlink);
@@ -290,7 +292,12 @@ void ItemBuilder::ImageOf(ItemPlan& plan, Instance& out) {
 }
 
 void ItemBuilder::ChartOf(ItemPlan& plan, Instance& out) {
-    Show(DrawChart(EvaluateChart(*plan.chart, *this), out.width, out.height), false, out);
+    const ChartData data = EvaluateChart(*plan.chart, *this);
+    const std::shared_ptr<DrawingInstance> drawing = DrawChart(data, out.width, out.height);
+    if (!m_input.paint) {
+        drawing->data = DataOf(data);
+    }
+    Show(drawing, false, out);
 }
 
 void ItemBuilder::GaugeOf(ItemPlan& plan, Instance& out) {

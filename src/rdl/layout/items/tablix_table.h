@@ -22,6 +22,8 @@ class TablixTable final : public TableInstance {
     void Row(std::size_t index, TableRow& row) override;
     void RowOnTop(std::size_t index, TableRow& row) override;
     std::vector<std::size_t> RepeatedRows(std::size_t index) override;
+    std::vector<std::uint64_t> GroupsAround(std::size_t index) const override;
+    std::vector<DataColumn> DataColumns() const override;
 
  private:
     enum Flag : std::uint16_t {

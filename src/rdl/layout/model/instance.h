@@ -50,6 +50,10 @@ struct Instance {
     BoxStylePtr box;
     std::string name;  // name of the item, for errors and anchors
     std::string hyperlink, bookmark, bookmarkLink, documentMapLabel, toolTip;
+    // For formats that carry data without a look: title of a text's column, empty if it has none; whether
+    // another item is left out with all that is in it.
+    std::string column;
+    bool noOutput = false;
 
     // Text
     std::vector<ParagraphInstance> paragraphs;
@@ -104,6 +108,12 @@ struct TableRow {
     std::string documentMapLabel;
 };
 
+// A column of a table in formats that carry data without a look.
+struct DataColumn {
+    std::string item;  // the text box; a key
+    std::string title;
+};
+
 // The rows of a Tablix.
 struct TableInstance {
     virtual ~TableInstance() = default;
@@ -125,6 +135,11 @@ struct TableInstance {
     // Returns the rows to repeat at the top of a page that begins with row `index` (headers of the table and
     // of continuing groups), outermost first.
     virtual std::vector<std::size_t> RepeatedRows(std::size_t index) = 0;
+    // Returns the instances of the row groups around row `index`, outermost first; equal numbers are the same
+    // instance.
+    virtual std::vector<std::uint64_t> GroupsAround(std::size_t /*index*/) const { return {}; }
+    // Returns the columns of the text boxes in the table, in the order in which the report defines them.
+    virtual std::vector<DataColumn> DataColumns() const { return {}; }
 };
 
 struct PageSetup {

@@ -111,6 +111,22 @@ std::unique_ptr<ItemPlan> Planner::Item(const ReportItem& item) {
     return plan;
 }
 
+namespace {
+
+std::string ColumnOf(const Textbox& box, const ItemPlan& plan) {
+    using Output = ReportItem::DataOutput;
+    const auto isConstant = [](const ParagraphPlan& paragraph) {
+        return std::all_of(paragraph.runs.begin(), paragraph.runs.end(),
+                           [](const RunPlan& run) { return run.value.IsConstant(); });
+    };
+    const bool omits = box.dataOutput == Output::NoOutput ||
+                       (box.dataOutput == Output::Auto &&
+                        std::all_of(plan.paragraphs.begin(), plan.paragraphs.end(), isConstant));
+    return omits ? std::string() : box.dataName.empty() ? box.name : box.dataName;
+}
+
+}  // namespace
+
 void Planner::Kinds(const ReportItem& item, ItemPlan& plan) {
     switch (item.kind) {
         case ItemKind::Textbox: {
@@ -120,6 +136,7 @@ void Planner::Kinds(const ReportItem& item, ItemPlan& plan) {
                 plan.hasMarkup = plan.hasMarkup || std::any_of(paragraph.runs.begin(), paragraph.runs.end(),
                                                                [](const TextRun& run) { return run.html; });
             }
+            plan.column = ColumnOf(box, plan);
             plan.hideDuplicates = box.hideDuplicates;
             m_hidesDuplicates = m_hidesDuplicates || !box.hideDuplicates.empty();
             break;

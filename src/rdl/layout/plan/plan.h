@@ -76,6 +76,7 @@ struct ItemPlan {
     std::unique_ptr<BackgroundPlan> background;
     Property hidden, hyperlink, bookmarkLink, toolTip, bookmark, documentMapLabel;
     PageBreakPlan pageBreak;
+    std::string column;  // Textbox: title of its column in formats that carry data; empty: none
     int layer = 0;       // z-order among siblings
     bool plain = false;  // has no link, bookmark, label and tool tip to evaluate
 

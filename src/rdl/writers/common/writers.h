@@ -11,7 +11,9 @@
 #include <string>
 #include <string_view>
 
+#include "rdl/api/export_options.h"
 #include "rdl/api/output.h"
+#include "rdl/data/common/table.h"
 #include "rdl/layout/model/instance.h"
 #include "rdl/layout/model/page.h"
 
@@ -19,6 +21,7 @@ namespace rdl::writers {
 
 struct Options {
     std::int64_t nowTicks = 0;  // creation date of the document: start of the run, local time in ticks
+    ExportOptions choices;
 };
 
 void WritePdf(layout::ReportInstance& report, Output& output, const Options& options);
@@ -38,5 +41,14 @@ void WriteHtml(layout::ReportInstance& report, Output& output,
                const Options& options);  // one self-contained file
 void WriteXls(layout::ReportInstance& report, Output& output,
               const Options& options);  // Excel 97-2003 (MS-XLS)
+void WriteXlsx(layout::ReportInstance& report, Output& output,
+               const Options& options);  // Office Open XML (ISO/IEC 29500)
+// A picture of one page.
+void WritePng(layout::ReportInstance& report, Output& output, const Options& options);
+// The values of the report, without a look: one table for the text boxes outside of data regions, then one
+// for each region, with an empty line between them (RFC 4180, UTF-8 with a byte order mark).
+void WriteCsv(layout::ReportInstance& report, Output& output, const Options& options);
+// The rows of a data set in the same form, unformatted.
+void WriteCsv(const Table& table, Output& output);
 
 }  // namespace rdl::writers

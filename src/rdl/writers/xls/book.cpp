@@ -1,51 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/xls/book.h"
 
-#include <QChar>
 #include <algorithm>
 
 #include "rdl/image/decoder.h"
 #include "rdl/writers/xls/drawing.h"
 #include "rdl/writers/xls/file.h"
+#include "rdl/writers/xls/sheet_names.h"
 
 namespace rdl::writers {
 namespace {
 
 constexpr std::uint16_t Bof = 0x0809, Eof = 0x000A, CodePage = 0x0042, Window1 = 0x003D, BoundSheet = 0x0085,
                         SupBook = 0x01AE, ExternSheet = 0x0017, Name = 0x0018;
-constexpr std::size_t LongestName = 31;
-
-std::u16string Folded(std::u16string name) {
-    for (char16_t& c : name) {
-        c = c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c;
-    }
-    return name;
-}
-
-// Without what a sheet's name may not have.
-std::u16string ValidName(const std::string& wanted) {
-    std::u16string name = ToUtf16(wanted, 200);
-    for (char16_t& c : name) {
-        if (c < 0x20 || std::u16string_view(u":\\/?*[]").find(c) != std::u16string_view::npos) {
-            c = u'_';
-        }
-    }
-    name.erase(0, std::min(name.find_first_not_of(u"' "), name.size()));
-    name.resize(std::min(name.size(), LongestName));
-    if (!name.empty() && QChar::isHighSurrogate(name.back())) {
-        name.pop_back();  // half a character
-    }
-    name.resize(name.find_last_not_of(u"' ") + 1);
-    if (Folded(name) == u"history") {
-        name += u'_';  // Excel keeps that name for itself
-    }
-    return name;
-}
-
-std::u16string Numbered(const std::u16string& name, int number) {
-    const std::string digits = " (" + std::to_string(number) + ")";
-    return name.substr(0, LongestName - digits.size()) + std::u16string(digits.begin(), digits.end());
-}
 
 }  // namespace
 
@@ -53,7 +20,7 @@ XlsSheet& XlsBook::AddSheet(const std::vector<double>& columnWidths, const layou
     if (!m_sheets.empty()) {
         m_sheets.back()->Finish(m_sheets.size() == 1, SheetDrawing(m_sheets.size() - 1));
     }
-    m_sheets.push_back(std::make_unique<XlsSheet>(m_spool, styles, columnWidths, page));
+    m_sheets.push_back(std::make_unique<XlsSheet>(m_spool, m_styles, columnWidths, page));
     return *m_sheets.back();
 }
 
@@ -88,21 +55,10 @@ std::string XlsBook::DrawingGroup() const {
 }
 
 void XlsBook::NameSheets() {
+    XlsSheetNames names(m_title);
     for (const auto& sheet : m_sheets) {
-        std::u16string wanted = ValidName(sheet->name);
-        if (wanted.empty()) {
-            wanted = ValidName(m_title);
-        }
-        if (wanted.empty()) {
-            wanted = u"Sheet1";
-        }
-        std::u16string name = wanted;
-        int& number = m_lastNumbers.try_emplace(Folded(wanted), 1).first->second;
-        while (!m_usedNames.insert(Folded(name)).second) {
-            name = Numbered(wanted, ++number);
-        }
         XlsRecords text;
-        text.ShortText(name);
+        text.ShortText(names.Next(sheet->name));
         sheet->name = text.bytes();
     }
 }
@@ -175,7 +131,7 @@ std::string XlsBook::Globals(const std::vector<std::size_t>& offsets) const {
         records.U16(value);
     }
     records.End();
-    styles.Write(records);
+    m_styles.Write(records);
     for (std::size_t i = 0; i < m_sheets.size(); ++i) {
         records.Begin(BoundSheet);
         records.U32(static_cast<std::uint32_t>(offsets[i]));
@@ -185,7 +141,7 @@ std::string XlsBook::Globals(const std::vector<std::size_t>& offsets) const {
     }
     WriteNames(records);
     records.Bytes(DrawingGroup());
-    records.Bytes(strings.Records());
+    records.Bytes(m_strings.Records());
     records.Begin(Eof);
     records.End();
     return std::move(records.bytes());

@@ -4,39 +4,38 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
-#include "rdl/writers/common/content.h"
 #include "rdl/writers/common/spool.h"
 #include "rdl/writers/common/writers.h"
 #include "rdl/writers/xls/bookmarks.h"
 #include "rdl/writers/xls/sheet.h"
 #include "rdl/writers/xls/strings.h"
 #include "rdl/writers/xls/styles.h"
+#include "rdl/writers/xls/workbook.h"
 
 namespace rdl::writers {
 
-class XlsBook {
+class XlsBook final : public XlsWorkbook {
  public:
     explicit XlsBook(const std::string& title) : m_title(title) {}
 
-    // Adds a sheet, which completes the previous one. Column widths are points. The book owns the sheet.
-    XlsSheet& AddSheet(const std::vector<double>& columnWidths, const layout::PageSetup& page);
-    // Returns the index of an image; equal bytes share one. A GIF, which workbooks do not support, becomes a
-    // PNG; raises rdl::Error naming `item` if it cannot be read.
+    const XlsBounds& Bounds() const override { return XlsSheetBounds; }
+    XlsSheet& AddSheet(const std::vector<double>& columnWidths, const layout::PageSetup& page) override;
+    std::size_t SheetCount() const override { return m_sheets.size(); }
+    // A GIF, which these workbooks do not support, becomes a PNG.
     std::size_t Image(const std::shared_ptr<const std::string>& bytes, image::Type type,
-                      const std::string& item);
-    std::size_t SheetCount() const { return m_sheets.size(); }
+                      const std::string& item) override;
+    std::uint16_t Style(const layout::BoxStylePtr& box, const layout::CharStylePtr& text,
+                        layout::HAlign align, std::uint16_t format, bool wrap) override {
+        return m_styles.Cell(box, text, align, format, wrap);
+    }
+    std::uint16_t Format(const std::string& excelFormat) override { return m_styles.Format(excelFormat); }
+    std::uint32_t Text(std::string_view text) override { return m_strings.Index(text); }
     // Writes the file. The book has at least one sheet.
     void Write(Output& output);
-
-    XlsStyles styles;
-    XlsStrings strings;
-    XlsBookmarks bookmarks;
 
  private:
     void NameSheets();
@@ -55,11 +54,11 @@ class XlsBook {
     std::string SheetDrawing(std::size_t sheet);
 
     std::string m_title;
+    XlsStyles m_styles;
+    XlsStrings m_strings;
     Spool m_spool;
     std::vector<std::unique_ptr<XlsSheet>> m_sheets;
     std::vector<StoredImage> m_images;
-    std::set<std::u16string> m_usedNames;
-    std::map<std::u16string, int> m_lastNumbers;  // of sheets that want the same name
 };
 
 }  // namespace rdl::writers

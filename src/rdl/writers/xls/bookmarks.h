@@ -21,15 +21,16 @@ class XlsBookmarks {
     // Sets the cell of a bookmark; the first one counts.
     void Place(const std::string& bookmark, std::size_t sheet, std::uint32_t row, std::uint16_t column);
     bool IsPlaced(const std::string& name) const { return m_places.count(name) != 0; }
-    bool IsEmpty() const { return m_places.empty(); }
-    void Write(XlsRecords& records) const;
-
- private:
     struct Cell {
         std::size_t sheet;
         std::uint32_t row;
         std::uint16_t column;
     };
+    const std::map<std::string, Cell>& places() const { return m_places; }  // by name
+    bool IsEmpty() const { return m_places.empty(); }
+    void Write(XlsRecords& records) const;
+
+ private:
     std::map<std::string, std::string> m_names;  // by bookmark
     std::map<std::string, Cell> m_places;        // by name
 };

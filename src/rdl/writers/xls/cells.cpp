@@ -106,7 +106,7 @@ bool XlsLayout::TypedCell(const Instance& item, const std::string& shown, XlsCel
     }
     cell.kind = XlsCell::Number;
     cell.number = number;
-    format = m_book.styles.Format(*excel);
+    format = m_book.Format(*excel);
     return true;
 }
 
@@ -117,13 +117,13 @@ XlsCell XlsLayout::CellOf(const Instance& item, Wrapping wrapping) {
     if (!TypedCell(item, shown, cell, format) && !shown.empty()) {
         CheckLength(shown, item.name);
         cell.kind = XlsCell::Text;
-        cell.text = m_book.strings.Index(WithoutPageMarks(shown));
+        cell.text = m_book.Text(WithoutPageMarks(shown));
     }
     const layout::HAlign align =
         AlignmentOf(item, item.paragraphs.empty() ? layout::HAlign::General : item.paragraphs.front().align);
     const bool wrap = wrapping == Wrapping::AsItem && cell.kind == XlsCell::Text &&
                       (item.canGrow || shown.find('\n') != std::string::npos);
-    cell.xf = m_book.styles.Cell(Filled(item.box), FirstStyle(item), align, format, wrap);
+    cell.xf = m_book.Style(Filled(item.box), FirstStyle(item), align, format, wrap);
     return cell;
 }
 
@@ -188,7 +188,7 @@ void XlsLayout::PlaceText(const Instance& item, XlsRange range) {
     while (!m_sheet->IsFree(range)) {  // two items at one place: the second beside the first
         range.lastRow = range.firstRow;
         range.lastColumn = ++range.firstColumn;
-        if (range.firstColumn >= XlsMostColumns) {
+        if (range.firstColumn >= m_book.Bounds().columns) {
             ++range.firstRow;
             range.firstColumn = range.lastColumn = 0;
         }

@@ -18,7 +18,6 @@ using layout::TableRow;
 
 constexpr double Near = 1.0;               // points
 constexpr std::size_t RowsLookedAt = 256;  // of a table, for edges within its cells
-constexpr double TallestRow = 409;
 
 double Top(const Instance& item) {
     return item.height < 0 ? item.y + item.height : item.y;
@@ -79,9 +78,9 @@ void XlsLayout::GatherTable(TableInstance& table, double x, int depth) {
 
 void XlsLayout::SettleColumns() {
     m_columns.Settle();
-    if (m_columns.TrackCount() > XlsMostColumns) {
+    if (m_columns.TrackCount() > m_book.Bounds().columns) {
         throw Error("The report needs " + std::to_string(m_columns.TrackCount()) +
-                    " columns, and a sheet of an Excel workbook has 256");
+                    " columns, and a sheet of an Excel workbook has " + m_book.Bounds().columnsText);
     }
     m_widths.clear();
     for (std::size_t i = 0; i < m_columns.TrackCount(); ++i) {
@@ -129,7 +128,7 @@ void XlsLayout::EndAround(const Around& around, std::uint32_t row) {
 
 void XlsLayout::BeginFill(layout::Color color, Columns columns, std::uint32_t row) {
     m_fills.push_back({color, columns, 0});
-    const std::uint16_t xf = m_book.styles.Cell(Filled(nullptr), nullptr, layout::HAlign::General, 0, false);
+    const std::uint16_t xf = m_book.Style(Filled(nullptr), nullptr, layout::HAlign::General, 0, false);
     m_fills.back().number = m_sheet->BeginFill(row, columns.first, columns.last, xf);
 }
 
@@ -189,6 +188,15 @@ void XlsLayout::Section(layout::SectionInstance& section, bool isFirst, bool isL
     row = part(section.items, section.bodyStyle, row, true);
     m_breakPending = false;
     part(footer, section.page.footerStyle, row, false);
+}
+
+void XlsLayout::Report(layout::ReportInstance& report) {
+    for (std::size_t i = 0; i < report.sections.size(); ++i) {
+        Section(*report.sections[i], i == 0, i + 1 == report.sections.size());
+    }
+    if (report.sections.empty()) {
+        m_book.AddSheet({}, layout::PageSetup());
+    }
 }
 
 std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std::uint32_t row,
@@ -342,8 +350,8 @@ void XlsLayout::PlaceLine(const Instance& item, double x, std::uint32_t row) {
     if (!m_fills.empty()) {
         style.background = m_fills.back().color;
     }
-    const std::uint16_t xf = m_book.styles.Cell(std::make_shared<const layout::BoxStyle>(style), nullptr,
-                                                layout::HAlign::General, 0, false);
+    const std::uint16_t xf = m_book.Style(std::make_shared<const layout::BoxStyle>(style), nullptr,
+                                          layout::HAlign::General, 0, false);
     m_sheet->Height(row, std::max(std::fabs(item.height), 3.0), true);
     for (std::uint16_t column = columns.first; column <= columns.last; ++column) {
         if (m_sheet->IsFree({row, row, column, column})) {
@@ -373,7 +381,7 @@ std::uint32_t XlsLayout::PlaceImage(const Instance& item, double x, std::uint32_
     double left = item.height;
     do {  // a row is not as high as any image
         m_sheet->Height(row++, left, true);
-        left -= TallestRow;
+        left -= XlsTallestRow;
     } while (left > 0);
     return row;
 }

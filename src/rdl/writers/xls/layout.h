@@ -15,17 +15,19 @@
 #include "rdl/layout/model/instance.h"
 #include "rdl/layout/pages/text_layout.h"
 #include "rdl/writers/common/edges.h"
-#include "rdl/writers/xls/book.h"
+#include "rdl/writers/xls/workbook.h"
 
 namespace rdl::writers {
 
 class XlsLayout {
  public:
-    XlsLayout(XlsBook& book, std::string language) : m_book(book), m_language(std::move(language)) {}
+    XlsLayout(XlsWorkbook& book, std::string language) : m_book(book), m_language(std::move(language)) {}
 
     // Places a section; the header goes above the first one, the footer below the last. Raises rdl::Error
     // naming an item that cannot be placed.
     void Section(layout::SectionInstance& section, bool isFirst, bool isLast);
+    // Places all sections of the report; an empty one has an empty sheet.
+    void Report(layout::ReportInstance& report);
 
  private:
     using Items = std::vector<const layout::Instance*>;
@@ -93,12 +95,12 @@ class XlsLayout {
     void ContinueSpans(const std::vector<OpenSpan>& spans, std::uint32_t from, std::uint32_t to);
     void CloseSpans(const std::vector<OpenSpan>& spans, std::uint32_t row);
 
-    XlsBook& m_book;
+    XlsWorkbook& m_book;
     std::string m_language;
     const layout::PageSetup* m_page = nullptr;
     Edges m_columns{1.0};
     std::vector<double> m_widths;
-    XlsSheet* m_sheet = nullptr;
+    XlsWorksheet* m_sheet = nullptr;
     std::vector<OpenSpan>* m_spans = nullptr;  // spans of the table being placed
     std::vector<Fill> m_fills;                 // innermost last
     std::vector<Frame> m_frames;               // innermost last

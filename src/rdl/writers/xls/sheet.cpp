@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "rdl/values/error.h"
-
 namespace rdl::writers {
 namespace {
 
@@ -16,161 +14,30 @@ constexpr std::uint16_t Bof = 0x0809, Eof = 0x000A, Dimensions = 0x0200, RowReco
                         MergeCells = 0x00E5, HLink = 0x01B8, MarginLeft = 0x0026, MarginRight = 0x0027,
                         MarginTop = 0x0028, MarginBottom = 0x0029;
 constexpr unsigned RowsInBlock = 32;
-constexpr double TallestRow = 409, PointsPerWidthUnit = 7 * 72.0 / 96;  // of the default font's digit
+constexpr double PointsPerWidthUnit = 7 * 72.0 / 96;  // of the default font's digit
 constexpr std::size_t MergesInRecord = 1026, LongestLink = 2000;
-constexpr std::uint32_t LastFrozenRow = 40;  // more would leave no room for what scrolls
 
 }  // namespace
 
 XlsSheet::XlsSheet(Spool& spool, XlsStyles& styles, std::vector<double> columnWidths,
                    const layout::PageSetup& page)
-    : m_spool(spool), m_styles(styles), m_columnWidths(std::move(columnWidths)), m_begin(spool.size()) {
-    m_page = {page.width, page.height, page.marginLeft, page.marginRight, page.marginTop, page.marginBottom};
-}
-
-void XlsSheet::Put(std::uint32_t row, const XlsCell& cell) {
-    if (row >= XlsMostRows) {
-        throw Error("A sheet of an Excel workbook has 65,536 rows, and the report needs more side by side");
-    }
-    m_rows[row].cells.push_back(cell);
-}
-
-bool XlsSheet::IsFree(const XlsRange& range) const {
-    for (auto row = m_rows.lower_bound(range.firstRow); row != m_rows.end() && row->first <= range.lastRow;
-         ++row) {
-        for (const XlsCell& cell : row->second.cells) {
-            if (cell.column >= range.firstColumn && cell.column <= range.lastColumn) {
-                return false;
-            }
-        }
-    }
-    return true;
-}
-
-void XlsSheet::Height(std::uint32_t row, double points, bool fixed) {
-    if (row >= XlsMostRows) {
-        throw Error("A sheet of an Excel workbook has 65,536 rows, and the report needs more side by side");
-    }
-    Row& wanted = m_rows[row];
-    wanted.height = std::max(wanted.height, std::min(points, TallestRow));
-    wanted.fixed = wanted.fixed || fixed;
-}
-
-void XlsSheet::Heading(std::uint32_t row) {
-    if (!HasHeading()) {
-        m_headingBegin = row;
-        m_headingEnd = row + 1;
-    } else if (row == m_headingEnd) {
-        ++m_headingEnd;
-    }
-}
-
-std::size_t XlsSheet::BeginFill(std::uint32_t row, std::uint16_t firstColumn, std::uint16_t lastColumn,
-                                std::uint16_t xf) {
-    m_fills.push_back({m_nextFill, {row, XlsMostRows, firstColumn, lastColumn}, xf});
-    return m_nextFill++;
-}
-
-void XlsSheet::EndFill(std::size_t fill, std::uint32_t row) {
-    for (Fill& open : m_fills) {
-        if (open.number == fill) {
-            open.area.lastRow = row == 0 ? 0 : row - 1;
-        }
-    }
-}
-
-std::size_t XlsSheet::BeginFrame(std::uint32_t row, std::uint16_t firstColumn, std::uint16_t lastColumn,
-                                 const layout::BoxStylePtr& box, bool begins) {
-    m_frames.push_back({m_nextFrame, {row, XlsMostRows, firstColumn, lastColumn}, box, begins, false});
-    return m_nextFrame++;
-}
-
-void XlsSheet::EndFrame(std::size_t frame, std::uint32_t row) {
-    for (Frame& open : m_frames) {
-        if (open.number != frame || row == 0) {
-            continue;
-        }
-        open.area.lastRow = row - 1;
-        open.ends = true;
-        if (row <= m_usedRows && row < XlsMostRows) {
-            // The last row is written: the line is above the next one.
-            auto below = std::make_shared<layout::BoxStyle>();
-            below->top = open.box->bottom;
-            m_rows.try_emplace(row);
-            open.area.firstRow = open.area.lastRow = row;
-            open.box = std::move(below);
-            open.begins = true;
-        }
-    }
-}
-
-void XlsSheet::AddFrames(std::uint32_t index, Row& row) {
-    for (auto frame = m_frames.rbegin(); frame != m_frames.rend(); ++frame) {
-        const XlsRange& area = frame->area;
-        if (index < area.firstRow || index > area.lastRow) {
-            continue;
-        }
-        const unsigned level = (index == area.firstRow && frame->begins ? XlsStyles::Top : 0u) |
-                               (index == area.lastRow && frame->ends ? XlsStyles::Bottom : 0u);
-        for (std::uint16_t column = area.firstColumn; column <= area.lastColumn; ++column) {
-            const unsigned sides = level | (column == area.firstColumn ? XlsStyles::Left : 0u) |
-                                   (column == area.lastColumn ? XlsStyles::Right : 0u);
-            if (sides == 0) {
-                continue;
-            }
-            auto cell = std::lower_bound(row.cells.begin(), row.cells.end(), column,
-                                         [](const XlsCell& c, std::uint16_t at) { return c.column < at; });
-            if (cell == row.cells.end() || cell->column != column) {
-                cell = row.cells.insert(cell, {XlsCell::Blank, column, XlsStyles::DefaultCell});
-            }
-            cell->xf = m_styles.Framed(cell->xf, *frame->box, sides);
-        }
-    }
-}
-
-void XlsSheet::AddFills(std::uint32_t index, Row& row) const {
-    for (auto fill = m_fills.rbegin(); fill != m_fills.rend(); ++fill) {
-        if (index >= fill->area.firstRow && index <= fill->area.lastRow) {
-            for (std::uint16_t column = fill->area.firstColumn; column <= fill->area.lastColumn; ++column) {
-                row.cells.push_back({XlsCell::Blank, column, fill->xf});
-            }
-        }
-    }
-}
-
-void XlsSheet::Complete(std::uint32_t row) {
-    while (!m_rows.empty() && m_rows.begin()->first < row) {
-        AddFills(m_rows.begin()->first, m_rows.begin()->second);
-        WriteRow(m_rows.begin()->first, m_rows.begin()->second);
-        m_rows.erase(m_rows.begin());
-    }
-    std::erase_if(m_fills, [row](const Fill& fill) { return fill.area.lastRow + 1 <= row; });
-    std::erase_if(m_frames, [row](const Frame& frame) { return frame.area.lastRow + 1 <= row; });
-}
+    : XlsWorksheet(XlsSheetBounds, std::move(columnWidths), page),
+      m_spool(spool),
+      m_styles(styles),
+      m_begin(spool.size()) {}
 
 void XlsSheet::WriteRow(std::uint32_t index, Row& row) {
-    // By column; stable, so the same bytes every time. Of two at one place the first stays.
-    std::stable_sort(row.cells.begin(), row.cells.end(),
-                     [](const XlsCell& a, const XlsCell& b) { return a.column < b.column; });
-    row.cells.erase(std::unique(row.cells.begin(), row.cells.end(),
-                                [](const XlsCell& a, const XlsCell& b) { return a.column == b.column; }),
-                    row.cells.end());
-    AddFrames(index, row);
-    const double height = row.height > 0 ? row.height : 12.75;
     m_blockRows.Begin(RowRecord);
     m_blockRows.U16(index);
     m_blockRows.U16(row.cells.empty() ? 0 : row.cells.front().column);
     m_blockRows.U16(row.cells.empty() ? 0 : row.cells.back().column + 1u);
-    m_blockRows.U16(static_cast<unsigned>(std::lround(height * 20)));
+    m_blockRows.U16(static_cast<unsigned>(std::lround(row.height * 20)));
     m_blockRows.U32(0);
     m_blockRows.U32(0x000F0100u | (row.fixed ? 0x40u : 0u));
     m_blockRows.End();
     for (const XlsCell& cell : row.cells) {
         WriteCell(index, cell);
     }
-    m_heights.resize(index + 1, 12.75F);
-    m_heights[index] = static_cast<float>(height);
-    m_usedRows = std::max(m_usedRows, index + 1);
     if (++m_blockCount == RowsInBlock) {
         FlushBlock();
     }
@@ -250,37 +117,37 @@ void XlsSheet::WriteHead() {
     m_head.U16(0x05C1);  // fitted to the page's width in print
     m_head.End();
     WriteSetup();
-    for (std::size_t i = 0; i < m_columnWidths.size(); ++i) {
+    for (std::size_t i = 0; i < columnWidths().size(); ++i) {
         m_head.Begin(ColInfo);
         m_head.U16(static_cast<unsigned>(i));
         m_head.U16(static_cast<unsigned>(i));
         m_head.U16(
-            static_cast<unsigned>(std::clamp(m_columnWidths[i] / PointsPerWidthUnit * 256, 1.0, 65280.0)));
+            static_cast<unsigned>(std::clamp(columnWidths()[i] / PointsPerWidthUnit * 256, 1.0, 65280.0)));
         m_head.U16(15);
         m_head.U32(0x2);  // a width of its own
         m_head.End();
     }
     m_head.Begin(Dimensions);
     m_head.U32(0);
-    m_head.U32(m_usedRows);
+    m_head.U32(UsedRows());
     m_head.U16(0);
-    m_head.U16(static_cast<unsigned>(m_columnWidths.size()));
+    m_head.U16(static_cast<unsigned>(columnWidths().size()));
     m_head.U16(0);
     m_head.End();
 }
 
 void XlsSheet::WriteSetup() {
-    const std::pair<std::uint16_t, double> margins[] = {{MarginLeft, m_page.marginLeft},
-                                                        {MarginRight, m_page.marginRight},
-                                                        {MarginTop, m_page.marginTop},
-                                                        {MarginBottom, m_page.marginBottom}};
+    const std::pair<std::uint16_t, double> margins[] = {{MarginLeft, page().marginLeft},
+                                                        {MarginRight, page().marginRight},
+                                                        {MarginTop, page().marginTop},
+                                                        {MarginBottom, page().marginBottom}};
     for (const auto& [type, margin] : margins) {
         m_head.Begin(type);
         m_head.Double(margin / 72);
         m_head.End();
     }
-    const bool portrait = m_page.height >= m_page.width;
-    const double longSide = std::max(m_page.width, m_page.height);
+    const bool portrait = page().height >= page().width;
+    const double longSide = std::max(page().width, page().height);
     m_head.Begin(Setup);
     m_head.U16(std::fabs(longSide - 842) < 4 ? 9 : 1);  // A4 or Letter
     m_head.U16(100);
@@ -297,7 +164,7 @@ void XlsSheet::WriteSetup() {
 }
 
 void XlsSheet::WriteView(bool selected) {
-    const bool frozen = HasHeading() && m_headingEnd <= LastFrozenRow && m_headingEnd < m_usedRows;
+    const bool frozen = IsFrozen();
     m_tail.Begin(Window2);
     m_tail.U16(0x00B4u | (selected ? 0x600u : 0u) | (frozen ? 0x108u : 0u) | (rightToLeft ? 0x40u : 0u));
     m_tail.U16(0);
@@ -310,8 +177,8 @@ void XlsSheet::WriteView(bool selected) {
     if (frozen) {
         m_tail.Begin(Pane);
         m_tail.U16(0);
-        m_tail.U16(m_headingEnd);
-        m_tail.U16(m_headingEnd);
+        m_tail.U16(HeadingEnd());
+        m_tail.U16(HeadingEnd());
         m_tail.U16(0);
         m_tail.U16(2);
         m_tail.End();
@@ -343,7 +210,7 @@ void XlsSheet::WriteMerges() {
 }
 
 void XlsSheet::Finish(bool selected, const std::string& drawing) {
-    Complete(XlsMostRows);
+    CompleteAll();
     FlushBlock();
     WriteHead();
     m_tail.Bytes(drawing);
@@ -353,7 +220,7 @@ void XlsSheet::Finish(bool selected, const std::string& drawing) {
 
 void XlsSheet::Seal(const XlsBookmarks& bookmarks) {
     constexpr unsigned PlaceFollows = 8;
-    for (const auto& [range, target] : m_nameLinks) {
+    for (const auto& [range, target] : nameLinks()) {
         if (bookmarks.IsPlaced(target)) {
             BeginLink(range, PlaceFollows);
             m_links.U32(static_cast<std::uint32_t>(target.size() + 1));

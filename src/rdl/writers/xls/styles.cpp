@@ -2,86 +2,23 @@
 #include "rdl/writers/xls/styles.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
+
+#include "rdl/writers/xls/box_codes.h"
 
 namespace rdl::writers {
 namespace {
 
-using layout::Border;
 using layout::BoxStyle;
 using layout::CharStyle;
 using layout::Color;
 using layout::HAlign;
-using layout::LineStyle;
 
 constexpr std::uint16_t FontRecord = 0x0031, FormatRecord = 0x041E, XfRecord = 0x00E0, StyleRecord = 0x0293,
                         PaletteRecord = 0x0092;
 constexpr std::uint16_t FirstOwnXf = 16, FirstOwnFormat = 164;
 constexpr std::size_t MostXfs = 3900, MostPlainXfs = 100, MostFonts = 500, MostKnown = 8192, PaletteSize = 56;
 constexpr unsigned FirstPaletteIndex = 8;
-constexpr float PointsPerIndent = 8;  // about three digits of the default font
-
-unsigned BorderCode(const Border& border) {
-    const bool wide = border.width >= 1.5F;
-    switch (border.style) {
-        case LineStyle::None:
-            return 0;
-        case LineStyle::Dotted:
-            return 4;
-        case LineStyle::Dashed:
-            return wide ? 8 : 3;
-        case LineStyle::Double:
-            return 6;
-        case LineStyle::DashDot:
-            return wide ? 10 : 9;
-        case LineStyle::DashDotDot:
-            return wide ? 12 : 11;
-        default:
-            break;
-    }
-    return border.width >= 2.5F ? 5 : wide ? 2 : border.width < 0.5F ? 7 : 1;
-}
-
-unsigned HorizontalCode(HAlign align) {
-    switch (align) {
-        case HAlign::Left:
-            return 1;
-        case HAlign::Center:
-            return 2;
-        case HAlign::Right:
-            return 3;
-        case HAlign::Justify:
-            return 5;
-        case HAlign::General:
-            break;
-    }
-    return 0;
-}
-
-// The alignment bits of a text in its box. A turned text's lines run down or up, so where they begin is a
-// place from top to bottom, and the place of the lines side by side is one from left to right.
-unsigned AlignmentCode(const BoxStyle& box, HAlign align) {
-    constexpr unsigned Right = 3, Bottom = 2;
-    const auto across = static_cast<unsigned>(box.vAlign);  // 0 to 2 from the first line's side
-    if (box.writingMode == layout::WritingMode::Horizontal) {
-        return HorizontalCode(align) | across << 4;
-    }
-    const unsigned along = align == HAlign::Center ? 1u : align == HAlign::Right ? 2u : 0u;
-    const bool runsDown = box.writingMode == layout::WritingMode::Vertical;
-    return (runsDown ? Right - across : 1 + across) | (runsDown ? along : Bottom - along) << 4;
-}
-
-// Levels of indent for the padding at the side at which the text begins.
-unsigned IndentCode(const BoxStyle& box, HAlign align) {
-    if (box.writingMode != layout::WritingMode::Horizontal ||
-        (align != HAlign::Left && align != HAlign::Right)) {
-        return 0;
-    }
-    const float padding = align == HAlign::Left ? box.paddingLeft : box.paddingRight;
-    return std::isfinite(padding) ? static_cast<unsigned>(std::clamp(padding / PointsPerIndent, 0.0F, 15.0F))
-                                  : 0;
-}
 
 int Distance(Color a, Color b) {
     int sum = 0;
@@ -162,7 +99,8 @@ std::string XlsStyles::CellRecord(const BoxStyle& box, std::uint16_t font, HAlig
     data.U16(font);
     data.U16(format);
     data.U16(0x0001);  // locked, parent 0
-    data.U8(AlignmentCode(box, align) | (wrap ? 0x08u : 0u));
+    const AlignmentCodes place = AlignmentOf(box, align);
+    data.U8(place.horizontal | (wrap ? 0x08u : 0u) | place.vertical << 4);
     data.U8(box.writingMode == layout::WritingMode::Vertical    ? 180
             : box.writingMode == layout::WritingMode::Rotate270 ? 90
                                                                 : 0);
@@ -186,7 +124,7 @@ std::uint16_t XlsStyles::Framed(std::uint16_t xf, const BoxStyle& box, unsigned 
     for (unsigned i = 0; i < 8; ++i) {
         borders |= static_cast<std::uint64_t>(static_cast<unsigned char>(data[Place + i])) << 8 * i;
     }
-    const Border* const lines[] = {&box.left, &box.right, &box.top, &box.bottom};
+    const layout::Border* const lines[] = {&box.left, &box.right, &box.top, &box.bottom};
     constexpr unsigned ColorPlaces[] = {16, 23, 32, 39};
     for (unsigned i = 0; i < 4; ++i) {
         const std::uint64_t style = BorderCode(*lines[i]);

@@ -24,9 +24,8 @@ class XlsStyles {
     std::uint16_t Cell(const layout::BoxStylePtr& box, const layout::CharStylePtr& text, layout::HAlign align,
                        std::uint16_t format, bool wrap);
     std::uint16_t Format(const std::string& excelFormat);
-    // Sides of a cell, to be combined.
-    enum Side : unsigned { Left = 1, Right = 2, Top = 4, Bottom = 8 };
-    // Returns the index of a cell format with the box's borders at these sides, where it has none itself.
+    // Returns the index of a cell format with the box's borders at these sides (XlsWorksheet::Side), where it
+    // has none itself.
     std::uint16_t Framed(std::uint16_t xf, const layout::BoxStyle& box, unsigned sides);
     // Writes Font, Format, XF, Style and Palette records in this order.
     void Write(XlsRecords& records) const;

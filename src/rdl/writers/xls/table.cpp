@@ -15,7 +15,7 @@ using layout::TableInstance;
 using layout::TableRow;
 
 // Rows are kept back for what one table row may need in a sheet that is nearly full.
-constexpr std::uint32_t LastRowToBegin = XlsMostRows - 64;
+constexpr std::uint32_t RowsKeptBack = 64;
 
 double LeftOf(const TableInstance& table, double x, int column) {
     for (int i = 0; i < column && static_cast<std::size_t>(i) < table.columnWidths.size(); ++i) {
@@ -31,8 +31,8 @@ std::uint32_t XlsLayout::PlaceTable(const Instance& item, double x, std::uint32_
     if (!table.noRowsMessage.empty()) {
         const Columns columns = ColumnsAt(x, x + item.width);
         const std::uint16_t xf =
-            m_book.styles.Cell(Filled(item.box), table.noRowsStyle, layout::HAlign::General, 0, false);
-        m_sheet->Put(row, {XlsCell::Text, columns.first, xf, 0, m_book.strings.Index(table.noRowsMessage)});
+            m_book.Style(Filled(item.box), table.noRowsStyle, layout::HAlign::General, 0, false);
+        m_sheet->Put(row, {XlsCell::Text, columns.first, xf, 0, m_book.Text(table.noRowsMessage)});
         return row + 1;
     }
     if (++m_depth > MaxNesting) {
@@ -46,7 +46,8 @@ std::uint32_t XlsLayout::PlaceTable(const Instance& item, double x, std::uint32_
         table.Row(i, tableRow);
         const std::string name = tableRow.pageName;
         const bool breaks = tableRow.breakBefore || m_breakPending;
-        if (isTopLevel && ((breaks && !m_sheet->IsEmpty() && i > 0) || row >= LastRowToBegin)) {
+        if (isTopLevel &&
+            ((breaks && !m_sheet->IsEmpty() && i > 0) || row >= m_book.Bounds().rows - RowsKeptBack)) {
             CloseSpans(spans, row);
             m_pageName = name.empty() ? m_pageName : name;
             row = BreakSheet(table, i, x);

@@ -12,6 +12,9 @@ namespace rdl::layout {
 
 std::shared_ptr<DrawingInstance> DrawChart(const ChartData& data, double width, double height);
 
+// Returns a row for each point: its categories, outermost first, its series and its values. Empty for a
+// chart that shows a message.
+DrawingData DataOf(const ChartData& data);
 // Each draws one part within its area.
 void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);
 void DrawPies(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);

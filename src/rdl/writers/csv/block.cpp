@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "rdl/writers/csv/block.h"
+
+#include <cstring>
+
+#include "rdl/writers/csv/fields.h"
+
+namespace rdl::writers {
+namespace {
+
+constexpr std::size_t PieceSize = 64u << 10;
+
+template <typename Number>
+void AppendNumber(std::string& bytes, Number number) {
+    bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
+}
+
+// Reads what AppendNumber wrote.
+class Reader {
+ public:
+    explicit Reader(std::string_view bytes) : m_bytes(bytes) {}
+    template <typename Number>
+    Number Next() {
+        Number number;
+        std::memcpy(&number, m_bytes.data(), sizeof number);
+        m_bytes.remove_prefix(sizeof number);
+        return number;
+    }
+    std::string Text(std::size_t length) {
+        std::string text(m_bytes.substr(0, length));
+        m_bytes.remove_prefix(length);
+        return text;
+    }
+
+ private:
+    std::string_view m_bytes;
+};
+
+std::string BytesOf(const CsvRecord& record) {
+    std::string bytes;
+    AppendNumber(bytes, record.place);
+    AppendNumber(bytes, static_cast<std::uint32_t>(record.groups.size()));
+    for (const std::uint64_t group : record.groups) {
+        AppendNumber(bytes, group);
+    }
+    AppendNumber(bytes, static_cast<std::uint32_t>(record.cells.size()));
+    for (const auto& [column, text] : record.cells) {
+        AppendNumber(bytes, column);
+        AppendNumber(bytes, static_cast<std::uint32_t>(text.size()));
+        bytes += text;
+    }
+    return bytes;
+}
+
+CsvRecord RecordOf(std::string_view bytes) {
+    Reader reader(bytes);
+    CsvRecord record;
+    record.place = reader.Next<std::int32_t>();
+    record.groups.resize(reader.Next<std::uint32_t>());
+    for (std::uint64_t& group : record.groups) {
+        group = reader.Next<std::uint64_t>();
+    }
+    record.cells.resize(reader.Next<std::uint32_t>());
+    for (auto& [column, text] : record.cells) {
+        column = reader.Next<std::uint32_t>();
+        text = reader.Text(reader.Next<std::uint32_t>());
+    }
+    return record;
+}
+
+}  // namespace
+
+// Collects lines and passes them on in pieces.
+class CsvBlock::Lines {
+ public:
+    explicit Lines(Output& output) : m_output(output) {}
+    ~Lines() = default;
+    Lines(const Lines&) = delete;
+    Lines& operator=(const Lines&) = delete;
+
+    void Add(const std::vector<std::string>& fields) {
+        const std::size_t begin = m_text.size();
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            m_text += i > 0 ? "," : "";
+            AppendField(m_text, fields[i]);
+        }
+        // A line without a character would be the end of the table.
+        m_text += m_text.size() == begin ? "\"\"\r\n" : "\r\n";
+        if (m_text.size() >= PieceSize) {
+            Flush();
+        }
+    }
+    void Flush() {
+        m_output.Write(m_text);
+        m_text.clear();
+    }
+
+ private:
+    Output& m_output;
+    std::string m_text;
+};
+
+std::uint32_t CsvBlock::Column(const std::string& key, const std::string& title) {
+    const auto [found, isNew] = m_columns.try_emplace(key, static_cast<std::uint32_t>(m_titles.size()));
+    if (isNew) {
+        m_titles.push_back(title);
+    }
+    return found->second;
+}
+
+void CsvBlock::Add(const CsvRecord& record) {
+    const std::string bytes = BytesOf(record);
+    std::string length;
+    AppendNumber(length, static_cast<std::uint32_t>(bytes.size()));
+    m_records.Append(length);
+    m_records.Append(bytes);
+}
+
+void CsvBlock::AddTotal(const CsvGroups& groups, CsvShared total) {
+    m_totals[groups].push_back(std::move(total));
+}
+
+void CsvBlock::Join(const CsvRecord& record, std::vector<std::string>& line) const {
+    line.assign(m_titles.size(), {});
+    for (const auto& [column, text] : record.cells) {
+        line[column] = text;
+    }
+    if (m_totals.empty()) {
+        return;
+    }
+    CsvGroups groups = record.groups;
+    while (true) {
+        if (const auto found = m_totals.find(groups); found != m_totals.end()) {
+            for (const CsvShared& total : found->second) {
+                if (total.Holds(record.place)) {
+                    line[total.column] = total.text;
+                }
+            }
+        }
+        if (groups.empty()) {
+            return;
+        }
+        groups.pop_back();
+    }
+}
+
+void CsvBlock::Write(Output& output) {
+    Lines lines(output);
+    lines.Add(m_titles);
+    std::vector<std::string> line;
+    std::string rest;
+    m_records.Read([&](std::string_view piece) {
+        rest += piece;
+        std::size_t at = 0;
+        while (rest.size() - at >= sizeof(std::uint32_t)) {
+            const std::size_t length = Reader(std::string_view(rest).substr(at)).Next<std::uint32_t>();
+            if (rest.size() - at - sizeof(std::uint32_t) < length) {
+                break;
+            }
+            Join(RecordOf(std::string_view(rest).substr(at + sizeof(std::uint32_t), length)), line);
+            lines.Add(line);
+            at += sizeof(std::uint32_t) + length;
+        }
+        rest.erase(0, at);
+    });
+    lines.Flush();
+}
+
+}  // namespace rdl::writers

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One table of a text file under construction: a header row, then records of equal length. Columns may be
+// added while records are; the totals of groups are added to the records of their groups when the table is
+// written.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "rdl/api/output.h"
+#include "rdl/writers/common/spool.h"
+
+namespace rdl::writers {
+
+using CsvCells = std::vector<std::pair<std::uint32_t, std::string>>;  // by column
+using CsvGroups = std::vector<std::uint64_t>;                         // instances, outermost first
+
+struct CsvRecord {
+    CsvCells cells;
+    CsvGroups groups;
+    std::int32_t place = -1;  // column of the report's table from which the values come; -1: from all
+};
+
+// A value for the records of a group; with a range only for those from columns of it.
+struct CsvShared {
+    std::uint32_t column = 0;
+    std::int32_t from = -1, to = -1;  // columns of the report's table, `to` excluded; -1: all
+    std::string text;
+    bool Holds(std::int32_t place) const { return from < 0 || (place >= from && place < to); }
+};
+
+class CsvBlock {
+ public:
+    // Returns the column of `key`, which is added with its title if there is none.
+    std::uint32_t Column(const std::string& key, const std::string& title);
+    void Add(const CsvRecord& record);
+    void AddTotal(const CsvGroups& groups, CsvShared total);
+    bool HasColumns() const { return !m_titles.empty(); }
+    // Writes header and records. Call this once.
+    void Write(Output& output);
+
+ private:
+    class Lines;
+    void Join(const CsvRecord& record, std::vector<std::string>& line) const;
+
+    std::vector<std::string> m_titles;
+    std::unordered_map<std::string, std::uint32_t> m_columns;
+    std::map<CsvGroups, std::vector<CsvShared>> m_totals;
+    Spool m_records;
+};
+
+}  // namespace rdl::writers

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "rdl/writers/csv/fields.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+
+#include "rdl/format/format.h"
+#include "rdl/values/base64.h"
+
+namespace rdl::writers {
+namespace {
+
+// Beyond this magnitude digits without an exponent would be mostly zeros.
+constexpr double MostPlain = 1e21, LeastPlain = 1e-7;
+
+std::string NumberText(double number) {
+    char digits[64];
+    const double size = std::fabs(number);
+    const bool isPlain = size == 0 || (size < MostPlain && size >= LeastPlain);
+    const std::to_chars_result end =
+        isPlain ? std::to_chars(digits, digits + sizeof digits, number, std::chars_format::fixed)
+                : std::to_chars(digits, digits + sizeof digits, number);
+    return {digits, end.ptr};
+}
+
+std::string IsoText(std::int64_t ticks) {
+    const DateTimeParts parts = SplitTicks(ticks);
+    char text[64];
+    std::snprintf(text, sizeof text, "%04d-%02d-%02d", parts.year, parts.month, parts.day);
+    std::string date = text;
+    if (ticks % TicksPerDay == 0) {
+        return date;
+    }
+    std::snprintf(text, sizeof text, "T%02d:%02d:%02d", parts.hour, parts.minute, parts.second);
+    date += text;
+    if (parts.fraction != 0) {
+        std::snprintf(text, sizeof text, ".%07d", parts.fraction);
+        date += text;
+        date.erase(date.find_last_not_of('0') + 1);
+    }
+    return date;
+}
+
+}  // namespace
+
+void AppendField(std::string& line, std::string_view text) {
+    if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
+        line += text;
+        return;
+    }
+    line += '"';
+    for (const char c : text) {
+        line += c == '"' ? "\"\"" : std::string_view(&c, 1);
+    }
+    line += '"';
+}
+
+std::string PlainText(const Value& value) {
+    switch (value.kind()) {
+        case Kind::Boolean:
+            return value.AsBoolean() ? "true" : "false";
+        case Kind::Integer:
+            return std::to_string(value.AsInteger());
+        case Kind::Real:
+            return NumberText(value.AsReal());
+        case Kind::DateTime:
+            return IsoText(value.AsTicks());
+        case Kind::Bytes:
+            return ToBase64(value.AsText());
+        default:
+            return ToText(value, FindCulture(""));
+    }
+}
+
+}  // namespace rdl::writers

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "rdl/writers/xlsx/book.h"
+
+#include <unistd.h>
+
+#include <QBuffer>
+#include <QString>
+#include <algorithm>
+#include <cmath>
+
+#include "rdl/api/host.h"
+#include "rdl/format/format.h"
+#include "rdl/image/decoder.h"
+#include "rdl/values/error.h"
+#include "rdl/values/utf8.h"
+#include "rdl/writers/xls/sheet_names.h"
+#include "rdl/writers/xlsx/library.h"
+
+namespace rdl::writers {
+namespace {
+
+constexpr std::size_t PieceSize = 256u << 10;
+
+bool IsAllowed(char32_t code) {
+    return (code >= 0x20 || code == '\t' || code == '\n') && code != 0xFFFE && code != 0xFFFF;
+}
+
+// Without the characters that XML does not have.
+std::string XmlText(std::string_view text) {
+    std::string clean;
+    clean.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const char32_t code = NextCharacter(text, at);
+        if (IsAllowed(code)) {
+            AppendUtf8(code, clean);
+        }
+    }
+    return clean;
+}
+
+lxw_workbook* OpenBook(const std::string& path) {
+    lxw_workbook_options options{};
+    options.constant_memory = LXW_TRUE;
+    options.use_zip64 = LXW_FALSE;
+    lxw_workbook* const book = workbook_new_opt(path.c_str(), &options);
+    if (!book) {
+        throw std::bad_alloc();
+    }
+    return book;
+}
+
+std::string CellName(const XlsBookmarks::Cell& cell) {
+    char name[LXW_MAX_CELL_NAME_LENGTH];
+    lxw_rowcol_to_cell_abs(name, cell.row, cell.column, LXW_TRUE, LXW_TRUE);
+    return name;
+}
+
+}  // namespace
+
+// The temporary file, which the library knows by a path.
+class XlsxBook::File {
+ public:
+    File() : m_handle(TheHost().OpenTemporaryFile()) {}
+    ~File() { close(m_handle); }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+    std::string Path() const { return "/proc/self/fd/" + std::to_string(m_handle); }
+    void Copy(Output& output) const {
+        std::string piece(PieceSize, '\0');
+        off_t at = 0;
+        for (ssize_t count = 0; (count = pread(m_handle, piece.data(), piece.size(), at)) != 0; at += count) {
+            if (count < 0) {
+                throw Error("The temporary file of the export cannot be read");
+            }
+            output.Write(piece.data(), static_cast<std::size_t>(count));
+        }
+    }
+
+ private:
+    int m_handle;
+};
+
+XlsxBook::XlsxBook(std::string title, const DocumentInfo& info, std::int64_t nowTicks)
+    : m_title(std::move(title)),
+      m_file(std::make_unique<File>()),
+      m_book(OpenBook(m_file->Path())),
+      m_styles(*m_book) {
+    SetDefaultFont(*m_book);
+    SetProperties(info, nowTicks);
+}
+
+XlsxBook::~XlsxBook() {
+    if (m_book) {
+        lxw_workbook_free(m_book);
+    }
+}
+
+void XlsxBook::Check(lxw_error error) {
+    if (error != LXW_NO_ERROR) {
+        throw Error(std::string("The workbook cannot be written: ") + lxw_strerror(error));
+    }
+}
+
+void XlsxBook::SetProperties(const DocumentInfo& info, std::int64_t nowTicks) {
+    constexpr std::size_t Longest = 255;
+    const auto text = [](const std::string& value) { return XmlText(WholeCharacters(value, Longest)); };
+    std::string title = text(info.title), author = text(info.author), comments = text(info.description);
+    lxw_doc_properties properties{};
+    properties.title = title.data();
+    properties.author = author.data();
+    properties.comments = comments.data();
+    properties.created = static_cast<time_t>((nowTicks - MakeTicks(1970, 1, 1)) / TicksPerSecond);
+    Check(workbook_set_properties(m_book, &properties));
+}
+
+XlsxSheet& XlsxBook::AddSheet(const std::vector<double>& columnWidths, const layout::PageSetup& page) {
+    if (!m_sheets.empty()) {
+        m_sheets.back()->Finish();
+    }
+    lxw_worksheet* const sheet = workbook_add_worksheet(m_book, nullptr);
+    if (!sheet) {
+        throw Error("A workbook cannot hold so many sheets");
+    }
+    m_sheets.push_back(std::make_unique<XlsxSheet>(*this, *sheet, columnWidths, page));
+    return *m_sheets.back();
+}
+
+std::uint32_t XlsxBook::Text(std::string_view text) {
+    m_texts.push_back(XmlText(text));
+    return static_cast<std::uint32_t>(m_texts.size() - 1);
+}
+
+std::size_t XlsxBook::Image(const std::shared_ptr<const std::string>& bytes, image::Type type,
+                            const std::string& item) {
+    for (std::size_t i = 0; i < m_images.size(); ++i) {
+        if (m_images[i].bytes == bytes || *m_images[i].bytes == *bytes) {
+            return i;
+        }
+    }
+    const bool isKept = type == image::Type::Png || type == image::Type::Jpeg;
+    m_images.push_back(
+        {bytes, isKept ? bytes : std::make_shared<const std::string>(image::AsPng(*bytes, item)), item});
+    return m_images.size() - 1;
+}
+
+std::string XlsxBook::ImageOf(const XlsPicture& picture) const {
+    const StoredImage& image = m_images[picture.image];
+    if (picture.cutRight <= 0 && picture.cutBottom <= 0) {
+        return *image.stored;
+    }
+    const QImage whole = image::DecodeImage(*image.stored, image.item);
+    const auto part = [](int length, double cut) {
+        return std::max(1, static_cast<int>(std::lround(length * (1 - std::clamp(cut, 0.0, 1.0)))));
+    };
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    whole.copy(0, 0, part(whole.width(), picture.cutRight), part(whole.height(), picture.cutBottom))
+        .save(&buffer, "PNG");
+    return bytes.toStdString();
+}
+
+void XlsxBook::Write(Output& output) {
+    m_sheets.back()->Finish();
+    XlsSheetNames names(m_title);
+    for (const auto& sheet : m_sheets) {
+        sheet->Seal(QString::fromStdU16String(names.Next(sheet->name)).toStdString());
+    }
+    for (const auto& [name, cell] : bookmarks.places()) {
+        const std::string formula =
+            std::string("=") + m_sheets[cell.sheet]->library().quoted_name + "!" + CellName(cell);
+        Check(workbook_define_name(m_book, name.c_str(), formula.c_str()));
+    }
+    lxw_workbook* const book = std::exchange(m_book, nullptr);  // closing frees it, whatever happens
+    Check(workbook_close(book));
+    m_file->Copy(output);
+}
+
+}  // namespace rdl::writers
