@@ -55,6 +55,22 @@ TEST(Xls, NumbersAndDatesAreTyped) {
               "Name 2 1.5 3 45322.0\n#,##0.00 yyyy-mm-dd\n");
 }
 
+TEST(Xls, DecimalsAreNumbersUnlessTheyHaveTooManyDigits) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80};
+    table->rows = 3;
+    table->make = [](std::size_t i, TableRow& row) {
+        const char* const texts[] = {"-1234.50", "0.3333333333333333333333333333", "1234567890123456.25"};
+        AddCell(row, ValueItem(Value::Decimal(Decimal::OfText(texts[i]).value()), texts[i], "0.00"));
+    };
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})),
+                  "print([(s.cell(r, 0).ctype, s.cell_value(r, 0)) for r in range(3)])"),
+              "[(2, -1234.5), (2, 0.3333333333333333), (1, '1234567890123456.25')]\n");
+}
+
 TEST(Xls, PastTheFormatsOfAWorkbookDatesStayDates) {
     if (!HasReader()) {
         GTEST_SKIP();
