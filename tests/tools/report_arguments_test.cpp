@@ -64,6 +64,8 @@ TEST(ReportArguments, InfoTellsFontsIfItIsAsked) {
     EXPECT_TRUE(ParseArguments({"info", "--fonts", "a.rpt"}).withFonts);
     EXPECT_FALSE(ParseArguments({"info", "a.rpt"}).withFonts);
     EXPECT_THROW(ParseArguments({"export", "a.rpt", "-f", "pdf", "-o", "x", "--fonts"}), UsageError);
+}
+
 TEST(ReportArguments, CsvHasOptionsOfItsOwn) {
     const ReportArguments arguments =
         ParseArguments({"export", "a.rpt", "-f", "csv", "-o", "x", "--unformatted", "--data-set", "Orders"});
