@@ -24,6 +24,7 @@ KINDS = {
     "cross_three_levels": (1, ["Region", "1,110", "459"]),
     "dashboard": (1, ["Dashboard", "553", "537", "Below the charts"]),
     "drilldown_hidden_details": (1, ["Fruit", "Roots item 4", "Seeds"]),
+    "dunning_2005": (2, ["Reminder", "Customer 2", "2026-04-15", "40 !", "810.00"]),
     "envelope": (1, ["Stamp", "Fox Ltd", "40262 Eastport"]),
     "form_over_background": (1, ["Application for a permit", "17 Mill Lane"]),
     "gantt_by_cells": (1, ["Survey", "Hand over"]),

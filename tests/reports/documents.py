@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Letters, forms, labels: documents whose parts have fixed places."""
-from kit import (AFTER, BEFORE, REPEATED, at, box, boxes, data, e, edges, embedded, group, kind, member, picture, png, rectangle,
-                 report, rule, section, t, tablix)
+from kit import (AFTER, BEFORE, REPEATED, at, box, boxes, data, e, edges, embedded, group, kind, member, name_of,
+                 picture, png, rectangle, report, rule, t, tablix)
 from tables import BOLD, GRID, HEAD, NUMBER, PAGES
 
 MONEY = {**NUMBER, "Format": "N2"}
@@ -213,7 +213,7 @@ def top_ten_filter():
         (0.6, [box("=RowNumber(Nothing)", **NUMBER), box("=Fields!Town.Value", **GRID), box("=Fields!Sales.Value", **NUMBER),
                box('=Fields!Sales.Value / Sum(Fields!Sales.Value, "Top")', **{**NUMBER, "Format": "P1"})])],
         [member(REPEATED), group("Town", sort=[("=Fields!Sales.Value", "Descending")])], extra=filters, name="Top")
-    return report([data("Towns", "Town:String Sales:Integer", rows)], [table])
+    return report([data("Towns", "Town:String Sales:Integer", rows)], [table], form="2008/01")
 
 
 @kind
@@ -227,3 +227,33 @@ def price_tags():
                     borders=edges(All="Black Solid 1pt"))
     table = tablix("Tags", [4], [(2.5, [tag])], [group("Down", "=Fields!No.Value \\ 4")], [group("Across", "=Fields!No.Value Mod 4")])
     return report([data("Tags", "No:Integer Name:String Price:Float", rows)], [table])
+
+
+@kind
+def dunning_2005():
+    """A reminder in the form of 2005: a table with a header, a group, details and footers, and a list of demands."""
+    rows = [(f"Customer {c}", f"2026-0{n}-15", n * 40.5 * c, n * 10) for c in (1, 2) for n in range(1, 5)]
+
+    def old(value, **look):
+        return e("Textbox", t("Value", value), t("CanGrow", "true"), e("Style", *[t(*pair) for pair in look.items()], e(
+            "BorderStyle", t("Bottom", "Solid"))), Name=name_of("Old"))
+
+    def old_rows(*values, **look):
+        return e("TableRows", e("TableRow", t("Height", "0.6cm"), e("TableCells", *[e("TableCell", e("ReportItems", old(
+            value, **look))) for value in values])))
+    amount = "=Sum(Fields!Open.Value)"
+    table = e("Table", t("DataSetName", "Open"), at(1.5, 0, 3, 12),
+              e("Header", t("RepeatOnNewPage", "true"), old_rows("Due", "Days late", "Open", FontWeight="Bold")),
+              e("TableColumns", *[e("TableColumn", t("Width", "4cm"))] * 3),
+              e("TableGroups", e("TableGroup", e("Grouping", e("GroupExpressions", t("GroupExpression", "=Fields!Customer.Value")),
+                                                 t("PageBreakAtEnd", "true"), Name="ByCustomer"),
+                                 e("Header", old_rows("=Fields!Customer.Value", "", "", FontSize="14pt")),
+                                 e("Footer", old_rows("Sum", "", amount, Format="N2")))),
+              e("Details", old_rows("=Fields!Due.Value", '=Fields!Late.Value & IIf(Fields!Late.Value > 25, " !", "")', "=Fields!Open.Value",
+                                    Format="N2", Color='=IIf(Fields!Late.Value > 25, "Red", "Black")')), Name="Demands")
+    title = e("Textbox", t("Value", "Reminder"), at(0, 0, 1, 12), e("Style", t("FontSize", "18pt")), Name="Title")
+    source = e("DataSources", e("DataSource", e("ConnectionProperties", t("DataProvider", "ENTERDATA"), t("ConnectString", "")), Name="Rows"))
+    return ('<?xml version="1.0" encoding="utf-8"?><Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2005/01/reportdefinition">'
+            + source + e("DataSets", data("Open", "Customer:String Due:String Open:Float Late:Integer", rows))
+            + e("Body", e("ReportItems", title, table), t("Height", "5cm")) + t("Width", "12cm") + t("PageWidth", "21cm")
+            + t("PageHeight", "29.7cm") + t("LeftMargin", "2cm") + t("TopMargin", "2cm") + "</Report>")

@@ -181,8 +181,6 @@ def report(sets, items, width=17, height=5, paper=(21, 29.7), margins=(2, 2, 1.5
     page = e("Page", head, foot, t("PageHeight", cm(paper[1])), t("PageWidth", cm(paper[0])),
              *[t(side + "Margin", cm(value)) for side, value in zip(("Left", "Right", "Top", "Bottom"), margins)], page)
     sets = source + e("DataSets", *sets) if sets else ""
-    if form in ("2003/10", "2005/01"):
-        raise ValueError("older forms are written out")
     inner = body + t("Width", cm(width)) + page
     if form != "2008/01":
         inner = e("ReportSections", e("ReportSection", inner))

@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Dashboards, plans and lists: charts, gauges, bars by cells, spans of every kind."""
 from documents import MONEY, PEOPLE
-from kit import (AFTER, BEFORE, REPEATED, at, box, boxes, data, e, edges, group, kind, member, name_of, rectangle, report, rule, section, t,
-                 tablix)
+from kit import (BEFORE, REPEATED, at, box, boxes, data, e, edges, group, kind, member, name_of, rectangle, report,
+                 rule, section, t, tablix)
 from tables import BOLD, GRID, HEAD, NUMBER, PAGES
 
 MONTHS = [(region, month, (month * 17 + len(region) * 29) % 83 + 5) for region in ("North", "South", "East") for month in range(1, 13)]
@@ -42,7 +42,7 @@ def dashboard():
         chart("Column", "=Fields!Month.Value", "=Sum(Fields!Amount.Value)", at(1, 0, 5.5, 8), "Sales", title="By month"),
         chart("Shape", "=Fields!Region.Value", "=Sum(Fields!Amount.Value)", at(1, 8.2, 5.5, 4.5), "Sales", title="By region", colour=""),
         dial("=Avg(Fields!Amount.Value)", 100, at(1, 13, 4, 4)), table,
-        box("Below the charts", at(7, 8, 0.6, 6), BackgroundColor="#E8F4D8")], height=8.4)
+        box("Below the charts", at(7, 8, 0.6, 6), BackgroundColor="#E8F4D8")], height=8.4, form="2016/01")
 
 
 @kind
@@ -123,7 +123,7 @@ def timetable():
                        group("Stop", "=Fields!Stop.Value", head=(3, box("=Fields!Stop.Value", **GRID)), sort=[("=First(Fields!Time.Value)", "Ascending")])])],
                    [group("Hour", "=Left(Fields!Time.Value, 2)", head=(0.6, box('=Left(Fields!Time.Value, 2) & " h"', **HEAD)))],
                    [[(box("Monday to Friday", **HEAD), 2, 1), None]])
-    return report([data("Times", "Line:String Stop:String Time:String", rows)], [table])
+    return report([data("Times", "Line:String Stop:String Time:String", rows)], [table], form="2008/01")
 
 
 @kind
@@ -181,7 +181,7 @@ def conditional_formats():
             FontWeight='=IIf(Abs(Fields!Change.Value) > 3, "Bold", "Normal")', Format="+0;-0;0", TextAlign="Right", **look),
         box('=IIf(Fields!Done.Value, "done", "open")', TextDecoration='=IIf(Fields!Done.Value, "LineThrough", "None")', **look)])],
         [member(REPEATED), group("Order", None, e("Visibility", t("Hidden", "=Fields!Change.Value = 0")))])
-    return report([data("Orders", "Order:String Change:Integer Done:Boolean", rows)], [table])
+    return report([data("Orders", "Order:String Change:Integer Done:Boolean", rows)], [table], form="2016/01")
 
 
 @kind

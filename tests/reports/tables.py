@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Cross tables, ledgers, calendars: what tables with groups look like over several pages."""
-from kit import (AFTER, BEFORE, REPEATED, at, box, boxes, data, e, edges, group, kind, member, rectangle, report, section,
-                 t, tablix)
+from kit import (AFTER, BEFORE, REPEATED, at, box, boxes, data, e, edges, group, kind, member, rectangle, report,
+                 section, t, tablix)
 
 HEAD = {"BackgroundColor": "#1F3A5F", "Color": "White", "FontWeight": "Bold"}
 GRID = {"borders": edges(All="#909090 Solid 0.5pt")}
