@@ -283,6 +283,20 @@ TEST(PageName, OfTheReportIsThatOfItsFirstPages) {
                 ElementsAre(ElementsAre("One"), ElementsAre("Two")));
 }
 
+// A heading above the first row of the group is no reason to keep the name of the report.
+TEST(PageName, OfAGroupReplacesThatOfTheReport) {
+    std::string report = Report(
+        Tablix(1, RowOf(Cell("Head", "Region")) + RowOf(Cell("V", "=Fields!Region.Value")),
+               "<TablixMember/><TablixMember><Group Name=\"G\"><GroupExpressions><GroupExpression>"
+               "=Fields!Region.Value</GroupExpression></GroupExpressions><PageBreak><BreakLocation>Between"
+               "</BreakLocation></PageBreak><PageName>=Fields!Region.Value</PageName></Group>"
+               "</TablixMember>"),
+        Footer("=Globals!PageName"));
+    report.insert(report.find("<DataSources>"), "<InitialPageName>All</InitialPageName>");
+    EXPECT_THAT(PagesOf(BuildKit(report, Sales({{"North", "Pen", 1}, {"South", "Pen", 1}}))).margins,
+                ElementsAre(ElementsAre("North"), ElementsAre("South")));
+}
+
 TEST(Borders, OfThePageStandAtItsMargins) {
     const auto sink = PagesOf(BuildKit(
         Report("",

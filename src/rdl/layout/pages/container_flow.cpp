@@ -145,8 +145,8 @@ void ContainerFlow::PlaceCompanions(const Child& table, Side side, double x, dou
 
 void ContainerFlow::BeginChild(const Instance& item) {
     Painter& painter = m_context.painter;
-    if (!item.pageName.empty() && (!painter.HasContent() || painter.facts.name.empty())) {
-        painter.facts.name = item.pageName;
+    if (!item.pageName.empty() && (!painter.HasContent() || !painter.isPageNamed)) {
+        painter.SetPageName(item.pageName);
     }
     if (item.breakBefore && item.resetPageNumber) {
         painter.resetPageNumber = true;

@@ -61,6 +61,12 @@ class Painter {
     void Collect(const Instance& item);
     // Values of the page number placeholders in texts of the body.
     SectionInstance::PageFacts facts;
+    // Names the page and those after it.
+    void SetPageName(const std::string& name) {
+        facts.name = name;
+        isPageNamed = true;
+    }
+    bool isPageNamed = false;  // by an item or a group, not only by the report
     // Set by rows that begin on the page.
     bool resetPageNumber = false;
 

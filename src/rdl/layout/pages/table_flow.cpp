@@ -361,8 +361,8 @@ bool TableFlow::PlaceRows(double& y, double bottom, bool& breakAfter) {
         if (row.row.resetPageNumber && m_rowsOnPage == 0) {
             m_context.painter.resetPageNumber = true;
         }
-        if (!row.row.pageName.empty() && (m_rowsOnPage == 0 || m_context.painter.facts.name.empty())) {
-            m_context.painter.facts.name = row.row.pageName;
+        if (!row.row.pageName.empty() && (m_rowsOnPage == 0 || !m_context.painter.isPageNamed)) {
+            m_context.painter.SetPageName(row.row.pageName);
         }
         if (!row.begun) {
             BeginSpans(row, y);
