@@ -63,6 +63,13 @@ Contender Libharu(const fs::path& folder) {
     return contender;
 }
 
+// The least work for a workbook.
+Contender Libxlsxwriter(const fs::path& folder) {
+    Contender contender{"libxlsxwriter, no layout", {{}, folder / "libxlsxwriter.xlsx"}, 1 / MostTimesFloor};
+    contender.command.words = {OXC_XLSX_TABLE, LongReportData(folder), contender.command.output};
+    return contender;
+}
+
 std::vector<Contender> PeersOf(const std::string& format, const fs::path& folder) {
     const fs::path csv = folder / "orders.csv";
     WriteCsv(LongReportData(folder), csv);
@@ -71,6 +78,9 @@ std::vector<Contender> PeersOf(const std::string& format, const fs::path& folder
     }
     if (format == "xls") {
         return {Ssconvert(csv, folder), LibreOffice(csv, "xls", "", folder)};
+    }
+    if (format == "xlsx") {
+        return {Libxlsxwriter(folder), LibreOffice(csv, "xlsx", "", folder)};
     }
     if (format == "html") {
         return {LibreOffice(csv, "html", "", folder)};

@@ -111,12 +111,22 @@ class Readers(unittest.TestCase):
         self.assertGreater(len(amounts[0]), 1000)
         self.assertEqual(differences(*amounts), {})
 
+    @staticmethod
+    def rounded(cell):
+        """The newer workbook has 16 digits of a number, the older one its bits."""
+        try:
+            return f"{float(cell):.14g}"
+        except ValueError:
+            return cell
+
     def test_a_spreadsheet_reads_both_workbooks_alike(self):
         def cells(workbook):
             read = self.folder / (workbook.name + ".csv")
             done = run("ssconvert", "--export-type=Gnumeric_stf:stf_csv", workbook, read)
             self.assertEqual(done.returncode, 0, done.stderr)
-            return read.read_text().splitlines()
+            # Empty rows and columns at the edges are or are not part of what it takes for the sheet.
+            rows = [[self.rounded(cell) for cell in row if cell] for row in csv.reader(read.read_text().splitlines())]
+            return [tuple(row) for row in rows if row]
         for sample in SAMPLES:
             with self.subTest(sample):
                 older, newer = (cells(self.folder / (sample + extension)) for extension in (".xls", ".xlsx"))
