@@ -19,8 +19,8 @@ using Operator = Value (*)(const Value& left, const Value& right, const Culture&
 Value Add(const Value& left, const Value& right, const Culture& culture);
 Value Subtract(const Value& left, const Value& right, const Culture& culture);
 Value Multiply(const Value& left, const Value& right, const Culture& culture);
-// A Decimal if one operand is one and none is a Real, else a Real. x / 0 is an infinity or NaN, of a Decimal an
-// error value.
+// A Decimal if one operand is one and none is a Real, else a Real. x / 0 is an infinity or NaN, of a Decimal
+// an error value.
 Value Divide(const Value& left, const Value& right, const Culture& culture);
 // Rounds both operands to integers; x \ 0 is an error value.
 Value DivideWhole(const Value& left, const Value& right, const Culture& culture);

@@ -40,8 +40,8 @@ class RtfParagraphs {
                    const Place& place, std::string& out);
     void Format(const layout::Instance& item, const layout::ParagraphInstance& paragraph, const Place& place,
                 std::string& out);
-    // `looksAsParagraph`: the run's style is the one that the paragraph begins with. `isLinked`: a link of the
-    // item encloses the run.
+    // `looksAsParagraph`: the run's style is the one that the paragraph begins with. `isLinked`: a link of
+    // the item encloses the run.
     struct RunPlace {
         bool looksAsParagraph = false, isLinked = false, bothDirections = false;
     };
