@@ -10,7 +10,16 @@
 namespace rdl {
 
 // The numbers are the codes by which programs choose a format; they never change.
-enum class DocumentFormat { Word = 14, Excel = 27, Pdf = 31, Html = 32, Rtf = 35, Csv = 36, Xlsx = 37, Png = 38 };
+enum class DocumentFormat {
+    Word = 14,
+    Excel = 27,
+    Pdf = 31,
+    Html = 32,
+    Rtf = 35,
+    Csv = 36,
+    Xlsx = 37,
+    Png = 38
+};
 
 struct FormatRow {
     DocumentFormat format;
