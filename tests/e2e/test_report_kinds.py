@@ -115,6 +115,8 @@ class ReportKinds(unittest.TestCase):
                     path = self.export(name, form)
                     if form == "pdf":
                         self.assertEqual(len(pdf_pages(path)), pages)
+                    if form not in readers:
+                        continue  # it came out; other tests read these formats
                     found = squeezed(readers[form](path))
                     self.assertEqual([text for text in texts if squeezed(text) not in found], [])
 

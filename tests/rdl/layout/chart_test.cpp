@@ -220,6 +220,12 @@ TEST(Chart, PieOfSeriesWithoutCategoriesHasASliceForEachSeries) {
     const Drawn drawn = Draw(parts, Regions());
     EXPECT_EQ(drawn.Paths().size(), 2U);
     EXPECT_THAT(drawn.Texts(), ElementsAre("Tea", "Coffee"));
+    std::vector<std::string> slices;
+    for (const std::vector<Value>& row :
+         drawn.kit.report->sections.front()->items.front().drawing->data.rows) {
+        slices.emplace_back(row.at(1).AsText());
+    }
+    EXPECT_THAT(slices, ElementsAre("Tea", "Coffee"));
 }
 
 TEST(Chart, ScatteredPointsLieByTheirNumbers) {

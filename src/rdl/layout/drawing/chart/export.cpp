@@ -76,12 +76,15 @@ DrawingData DataOf(const ChartData& data) {
         table.columns.emplace_back(extra->title);
     }
     ForEachMark(data, [&](const ChartRow& row, const ChartMark& mark, std::size_t category) {
+        // The slices of a pie without categories are its series.
+        const bool isSlice = row.marks.size() > data.categories.size();
+        const std::size_t place = isSlice ? 0 : category;
         std::vector<Value>& cells = table.rows.emplace_back();
         for (const std::vector<ChartSpan>& spans : data.outer) {
-            cells.push_back(OuterLabel(spans, category));
+            cells.push_back(OuterLabel(spans, place));
         }
-        cells.push_back(CategoryOf(data, category));
-        cells.push_back(Value::Text(row.name));
+        cells.push_back(CategoryOf(data, place));
+        cells.push_back(Value::Text(isSlice ? mark.name : row.name));
         cells.push_back(mark.value);
         for (const Extra* extra : extras) {
             cells.push_back(extra->of(mark));
