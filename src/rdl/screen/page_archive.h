@@ -8,7 +8,7 @@
 
 #include "rdl/layout/model/page.h"
 #include "rdl/screen/page_images.h"
-#include "rdl/writers/common/spool.h"
+#include "rdl/spool/spool.h"
 
 namespace rdl::screen {
 
@@ -28,7 +28,7 @@ class PageArchive {
         std::uint32_t size;
         float width, height;
     };
-    writers::Spool m_spool;
+    Spool m_spool;
     PageImages m_images;
     std::vector<Place> m_places;
 };

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "rdl/writers/common/spool.h"
+#include "rdl/spool/spool.h"
 
 namespace rdl::screen {
 
@@ -24,7 +24,7 @@ class PageImages {
         std::weak_ptr<const std::string> bytes;
         std::size_t begin, size;
     };
-    writers::Spool m_spool;
+    Spool m_spool;
     std::vector<Kept> m_kept;
     std::map<const std::string*, std::uint32_t> m_byAddress;
 };

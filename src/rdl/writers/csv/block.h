@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "rdl/api/output.h"
-#include "rdl/writers/common/spool.h"
+#include "rdl/spool/spool.h"
 
 namespace rdl::writers {
 

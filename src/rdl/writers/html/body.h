@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "rdl/layout/model/instance.h"
-#include "rdl/writers/common/spool.h"
+#include "rdl/spool/spool.h"
 #include "rdl/writers/html/map.h"
 #include "rdl/writers/html/styles.h"
 

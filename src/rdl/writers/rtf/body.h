@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "rdl/layout/model/instance.h"
-#include "rdl/writers/common/spool.h"
+#include "rdl/spool/spool.h"
 #include "rdl/writers/rtf/paragraphs.h"
 #include "rdl/writers/rtf/row.h"
 #include "rdl/writers/rtf/styles.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "rdl/writers/common/spool.h"
+#include "rdl/spool/spool.h"
 #include "rdl/writers/common/writers.h"
 #include "rdl/writers/xls/bookmarks.h"
 #include "rdl/writers/xls/sheet.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "rdl/writers/common/spool.h"
+#include "rdl/spool/spool.h"
 #include "rdl/writers/xls/bookmarks.h"
 #include "rdl/writers/xls/record.h"
 #include "rdl/writers/xls/styles.h"

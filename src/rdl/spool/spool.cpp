@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/writers/common/spool.h"
+#include "rdl/spool/spool.h"
 
 #include <algorithm>
 
 #include "rdl/api/host.h"
 #include "rdl/values/error.h"
 
-namespace rdl::writers {
+namespace rdl {
 namespace {
 
 constexpr std::size_t MemoryLimit = 16u << 20;
@@ -56,4 +56,4 @@ void Spool::Read(std::size_t from, std::size_t length, const Take& take) {
     }
 }
 
-}  // namespace rdl::writers
+}  // namespace rdl

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-namespace rdl::writers {
+namespace rdl {
 
 class Spool {
  public:
@@ -34,4 +34,4 @@ class Spool {
     std::size_t m_size = 0, m_filed = 0;  // m_filed of them are in the file
 };
 
-}  // namespace rdl::writers
+}  // namespace rdl
