@@ -10,7 +10,7 @@ class QWidget;
 // else the frame. Returns null if there is none.
 QWidget* OwnerWindow();
 
-// Shows a form that may be hidden or behind other windows, and makes it the active window.
+// Shows a form that may be hidden or covered by other windows, and makes it the active window.
 void BringToFront(QWidget& form);
 
 // Runs a form's load as an event of its own: an error does not pass to the caller that shows the form but

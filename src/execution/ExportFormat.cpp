@@ -76,8 +76,7 @@ std::string PackageOutputFile(DocumentFormat format, const std::string& destinat
     } else if (format == DocumentFormat::Html) {
         name = Replace(WithoutBlanks(reportTitle), ">", "");
     }
-    const report::FormatRow& row = *report::FindFormat(report::CodeOf(format));
-    return destination + name + "." + std::string(row.extension);
+    return destination + name + "." + std::string(report::RowOf(format).extension);
 }
 
 void SetExcelOptions(report::Report& report) {

@@ -36,7 +36,7 @@ bool MailByEngine(report::Report& report, report::DocumentFormat format, const E
 bool ExportHtmlAndMail(report::Report& report, const Envelope& envelope) {
     const std::string file = HtmlOutputFile(report.Title());
     report.SetExportDestination(report::DestinationDisk);
-    report.SetExportFormat(report::FormatHtml);
+    report.SetExportFormat(report::CodeOf(report::DocumentFormat::Html));
     report.SetHtmlFileName(file);
     report.Export(false);
     cmFunc::PauseSeconds(1);

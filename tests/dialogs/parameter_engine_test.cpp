@@ -81,7 +81,7 @@ TEST_F(ParametersOfFiles, ValuesReachTheRun) {
     });
     report::Report& report = Global::OpenedReport();
     report.SetExportDestination(report::DestinationDisk);
-    report.SetExportFormat(report::FormatHtml);
+    report.SetExportFormat(report::CodeOf(report::DocumentFormat::Html));
     report.SetHtmlFileName(Path("out.htm"));
     report.Export(false);
     const std::string html = Read("out.htm");

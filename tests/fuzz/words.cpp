@@ -8,6 +8,7 @@
 #include "rdl/format/culture_table.h"
 #include "rdl/formula/function_table.h"
 #include "rdl/formula/periods.h"
+#include "rdl/values/ascii.h"
 
 namespace fuzz {
 namespace {
@@ -39,14 +40,10 @@ Words LibraryWords() {
     return words;
 }
 
-bool ReadsADataSet(rdl::expr::SpecialForm form) {
-    return form <= rdl::expr::SpecialForm::MultiLookup;
-}
-
 void AddForms(Words& words, bool withDataSets) {
     for (const rdl::expr::NamedForm& row : rdl::expr::SpecialForms) {
         const bool isOperator = row.form == rdl::expr::SpecialForm::TypeOf;
-        if (withDataSets || !ReadsADataSet(row.form)) {
+        if (withDataSets || !rdl::expr::ReadsADataSet(row.form)) {
             words.push_back(std::string(row.name) + (isOperator ? " " : "("));
         }
     }
@@ -101,16 +98,13 @@ Words FormatWords() {
 }
 
 std::string DictionaryLine(std::string_view word) {
-    constexpr std::string_view Digits = "0123456789abcdef";
     std::string line = "\"";
     for (const char c : word) {
         if (c >= ' ' && c <= '~' && c != '"' && c != '\\') {
             line += c;
         } else {
-            const auto byte = static_cast<unsigned char>(c);
             line += "\\x";
-            line += Digits[byte >> 4];
-            line += Digits[byte & 15];
+            rdl::AppendHexByte(c, line, rdl::SmallHexDigits);
         }
     }
     return line + "\"";

@@ -37,7 +37,7 @@ TEST(ReportArguments, ExportTakesEveryOption) {
                                                       "Orders=o.csv"});
     EXPECT_EQ(arguments.command, Command::Export);
     EXPECT_EQ(arguments.file, "a.rpt");
-    EXPECT_EQ(arguments.format, report::FormatExcel);
+    EXPECT_EQ(arguments.format, report::CodeOf(report::DocumentFormat::Excel));
     EXPECT_EQ(arguments.output, "out.xls");
     ASSERT_EQ(arguments.parameters.size(), 2u);
     EXPECT_EQ(arguments.parameters[1], (std::pair<std::string, std::string>{"Filter", "a=b"}));

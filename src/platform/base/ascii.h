@@ -68,7 +68,7 @@ constexpr bool SameAscii(std::string_view left, std::string_view right) {
                       [](char one, char other) { return ToLower(one) == ToLower(other); });
 }
 
-// Removes these characters at both ends: unless told otherwise blanks, tabs and line ends.
+// Removes these characters at both ends; by default blanks, tabs and line ends.
 constexpr std::string_view Trim(std::string_view text, std::string_view blanks = " \t\r\n") {
     const std::size_t first = text.find_first_not_of(blanks);
     return first == std::string_view::npos ? std::string_view()

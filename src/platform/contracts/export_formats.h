@@ -10,16 +10,10 @@ using rdl::DocumentFormat;
 using rdl::FindFormat;
 using rdl::FormatRow;
 using rdl::FormatTable;
+using rdl::RowOf;
 
 constexpr int CodeOf(DocumentFormat format) {
     return static_cast<int>(format);
 }
-
-// The codes by name.
-inline constexpr int FormatWord = CodeOf(DocumentFormat::Word);
-inline constexpr int FormatExcel = CodeOf(DocumentFormat::Excel);
-inline constexpr int FormatPdf = CodeOf(DocumentFormat::Pdf);
-inline constexpr int FormatHtml = CodeOf(DocumentFormat::Html);
-inline constexpr int FormatRtf = CodeOf(DocumentFormat::Rtf);
 
 }  // namespace report

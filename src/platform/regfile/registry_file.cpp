@@ -63,9 +63,9 @@ std::string RegistryFile::ReadFile() const {
     std::optional<std::string> text = ReadSmallFile(path, LargestFile);
     const int code = errno;
     if (!text && code != ENOENT) {
-        throw RuntimeError(
-            NumberOfSystemError(code, err::PathFileAccess),
-            "The settings file \"" + path.string() + "\" cannot be read: " + SystemErrorText(code));
+        throw RuntimeError(NumberOfSystemError(code, err::PathFileAccess),
+                           "The settings file \"" + path.string() + "\" cannot be read: " +
+                               (code == EOVERFLOW ? "it is too large" : SystemErrorText(code)));
     }
     return std::move(text).value_or("");
 }

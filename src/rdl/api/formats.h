@@ -39,7 +39,7 @@ inline constexpr std::array FormatTable = {
     FormatRow{DocumentFormat::Word, "doc", "doc", "WORD", "Word document"},
     FormatRow{DocumentFormat::Csv, "csv", "csv", "CSV", "Comma-separated values"},
     FormatRow{DocumentFormat::Xlsx, "xlsx", "xlsx", "EXCELOPENXML", "Excel workbook, Office Open XML"},
-    FormatRow{DocumentFormat::Png, "png", "png", "IMAGE", "Picture of a page"},
+    FormatRow{DocumentFormat::Png, "png", "png", "IMAGE", "Picture of the first page"},
 };
 
 // Each returns null if no row matches.
@@ -52,6 +52,11 @@ constexpr const FormatRow* FindFormat(std::string_view word) {
     const auto* const row = std::find_if(FormatTable.begin(), FormatTable.end(),
                                          [word](const FormatRow& one) { return one.word == word; });
     return row == FormatTable.end() ? nullptr : &*row;
+}
+
+// Every format has its row.
+constexpr const FormatRow& RowOf(DocumentFormat format) {
+    return *FindFormat(static_cast<int>(format));
 }
 
 // A second row for a code, a word or a name would never be found.

@@ -22,20 +22,24 @@ const Host* chosen = nullptr;
 
 namespace fs = std::filesystem;
 
-// The piece as it is when it exists so, else the entry of the folder that differs from it in case only.
+// The piece as it is when it exists so, else the entry of the folder that differs from it in case only. Of
+// several entries the first in the order of bytes: folders list them in any order.
 fs::path PieceOnDisk(const fs::path& folder, const fs::path& piece) {
     fs::path exact = folder / piece;
     std::error_code failure;
     if (fs::exists(exact, failure)) {
         return exact;
     }
+    fs::path found;
     for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end;
          entry.increment(failure)) {
-        if (EqualNoCase(entry->path().filename().string(), piece.string())) {
-            return entry->path();
+        const fs::path& candidate = entry->path();
+        if (EqualNoCase(candidate.filename().string(), piece.string()) &&
+            (found.empty() || candidate.native() < found.native())) {
+            found = candidate;
         }
     }
-    return exact;
+    return found.empty() ? exact : found;
 }
 
 }  // namespace

@@ -271,6 +271,15 @@ auto Named(const LoadRequest& request, const DataSet& dataSet, Work work) {
     }
 }
 
+Table ReadSelected(const LoadRequest& request, const DataSet& dataSet, const RecordSelection& selection) {
+    return Named(request, dataSet, [&] {
+        Table table = ReadSet(request, dataSet);
+        selection.Apply(request, dataSet, table);
+        ApplyFilters(request, dataSet, table);
+        return table;
+    });
+}
+
 }  // namespace
 
 std::vector<const Field*> FieldOrder(const DataSet& dataSet) {
@@ -289,14 +298,13 @@ std::map<std::string, Table> LoadTables(const LoadRequest& request) {
     const RecordSelection selection(*request.definition, request.formula);
     std::map<std::string, Table> tables;
     for (const DataSet& dataSet : request.definition->dataSets) {
-        tables[dataSet.name] = Named(request, dataSet, [&] {
-            Table table = ReadSet(request, dataSet);
-            selection.Apply(request, dataSet, table);
-            ApplyFilters(request, dataSet, table);
-            return table;
-        });
+        tables[dataSet.name] = ReadSelected(request, dataSet, selection);
     }
     return tables;
+}
+
+Table LoadSelectedTable(const LoadRequest& request, const DataSet& dataSet) {
+    return ReadSelected(request, dataSet, RecordSelection(*request.definition, request.formula));
 }
 
 Table LoadTable(const LoadRequest& request, const std::string& dataSet) {

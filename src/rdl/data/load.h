@@ -77,6 +77,9 @@ struct LoadRequest {
 // record selection formula applied.
 std::map<std::string, Table> LoadTables(const LoadRequest& request);
 
+// Loads one data set as LoadTables does; no other query runs.
+Table LoadSelectedTable(const LoadRequest& request, const DataSet& dataSet);
+
 // Loads one data set without the record selection formula, for a parameter's available values.
 Table LoadTable(const LoadRequest& request, const std::string& dataSet);
 

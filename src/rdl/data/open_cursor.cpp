@@ -80,7 +80,7 @@ BoundQuery QueryOf(const LoadRequest& request, const DataSet& dataSet, ProviderK
     }
 }
 
-// Says how the rows of a data source can come from outside that cannot be read here.
+// Adds to the error of a source that cannot be read here how its rows can be given.
 OpenSource SourceOf(const LoadRequest& request, const DataSet& dataSet, const DataSource& source) {
     try {
         return ResolveSource(request, source);

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "rdl/api/host.h"
+#include "rdl/data/common/message.h"
 #include "rdl/definition/context.h"
 #include "rdl/definition/parse.h"
 #include "rdl/engine/in_stage.h"
@@ -112,13 +113,19 @@ bool LoadedReport::SetDataSource(const std::string& name, const std::string& pro
 }
 
 bool LoadedReport::SetRows(const std::string& dataSet, const std::filesystem::path& file) {
-    for (const DataSet& set : m_definition.dataSets) {
-        if (EqualNoCase(set.name, dataSet)) {
-            m_rowFiles[set.name] = file.string();
-            return true;
-        }
+    const DataSet* const found = FindSet(dataSet);
+    if (found) {
+        m_rowFiles[found->name] = file.string();
     }
-    return false;
+    return found;
+}
+
+// Null if the report has no data set of the name.
+const DataSet* LoadedReport::FindSet(const std::string& name) const {
+    const auto& all = m_definition.dataSets;
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&name](const DataSet& set) { return EqualNoCase(set.name, name); });
+    return found == all.end() ? nullptr : &*found;
 }
 
 // Formula and parameters are checked; the limits of the run begin.
@@ -144,10 +151,9 @@ void LoadedReport::Write(DocumentFormat format, Output& output) {
         WriteDataSet(format, output);
         return;
     }
-    const FormatRow& row = *FindFormat(static_cast<int>(format));
     const writers::FormatWriter& writer = writers::WriterOf(format);
     const std::shared_ptr<layout::ReportInstance> instance =
-        Run(std::string(row.renderName), writer.hasVectors);
+        Run(std::string(RowOf(format).renderName), writer.hasVectors);
     const RunWatch::Work work(instance->watch);
     writers::Options options;
     options.nowTicks = TheHost().NowTicks();
@@ -156,22 +162,18 @@ void LoadedReport::Write(DocumentFormat format, Output& output) {
 }
 
 void LoadedReport::WriteDataSet(DocumentFormat format, Output& output) {
-    const std::vector<DataSet>& all = m_definition.dataSets;
-    const auto found = std::find_if(all.begin(), all.end(), [&](const DataSet& dataSet) {
-        return EqualNoCase(dataSet.name, m_exportOptions.dataSet);
-    });
     if (format != DocumentFormat::Csv) {
         throw Failure(Stage::Run, "The rows of a data set are exported as CSV only");
     }
-    if (found == all.end()) {
-        throw Failure(Stage::Data, "The report has no data set \"" + m_exportOptions.dataSet + "\"");
+    const DataSet* const found = FindSet(m_exportOptions.dataSet);
+    if (!found) {
+        throw Failure(Stage::Data,
+                      "The report has no data set \"" + data::CleanText(m_exportOptions.dataSet) + "\"");
     }
-    const data::LoadRequest request =
-        ResolvedRequest(std::string(FindFormat(static_cast<int>(format))->renderName));
+    const data::LoadRequest request = ResolvedRequest(std::string(RowOf(format).renderName));
     const RunWatch::Work work(request.watch);
-    const std::map<std::string, Table> tables =
-        InStage(Stage::Data, [&] { return data::LoadTables(request); });
-    InStage(Stage::Run, [&] { writers::WriteCsv(tables.at(found->name), output); });
+    const Table table = InStage(Stage::Data, [&] { return data::LoadSelectedTable(request, *found); });
+    InStage(Stage::Run, [&] { writers::WriteCsv(table, output); });
 }
 
 std::unique_ptr<Pages> LoadedReport::OpenPages() {

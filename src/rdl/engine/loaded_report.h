@@ -46,6 +46,7 @@ class LoadedReport : public Report {
 
  private:
     void ReadDefaults();
+    const DataSet* FindSet(const std::string& name) const;
     data::LoadRequest Request(const std::string& renderName) const;
     data::LoadRequest ResolvedRequest(const std::string& renderName);
     void WriteDataSet(DocumentFormat format, Output& output);

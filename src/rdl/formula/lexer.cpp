@@ -10,8 +10,6 @@
 #include "rdl/values/utf8.h"
 
 namespace rdl::formula {
-namespace {}  // namespace
-
 void FailAt(std::size_t position, const std::string& what) {
     std::string text = "Record selection formula: " + what + ", at character " + std::to_string(position + 1);
     for (char& c : text) {

@@ -54,9 +54,9 @@ QImage DecodePng(const std::string& bytes, const std::string& item) {
     return decoder.ReadPixels();
 }
 
-// By its own first bytes: the library would guess at formats that reach for other files.
 enum class Detail { Full, Rough };
 
+// By its own first bytes: the library would guess at formats that reach for other files.
 QImage DecodeByPlugin(Type type, const std::string& bytes, const std::string& item,
                       Detail detail = Detail::Full) {
     KeepPluginsQuiet();
@@ -116,14 +116,19 @@ void CheckImage(const std::string& bytes, const std::string& item) {
     }
 }
 
-std::string AsPng(const std::string& bytes, const std::string& item) {
+std::string PngOf(const QImage& image) {
     QByteArray png;
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);
-    if (!DecodeImage(bytes, item).save(&buffer, "PNG")) {
+    return image.save(&buffer, "PNG") ? png.toStdString() : std::string();
+}
+
+std::string AsPng(const std::string& bytes, const std::string& item) {
+    std::string png = PngOf(DecodeImage(bytes, item));
+    if (png.empty()) {
         throw Error("Image \"" + item + "\" cannot be written as a PNG");
     }
-    return png.toStdString();
+    return png;
 }
 
 }  // namespace rdl::image

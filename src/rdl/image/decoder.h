@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Decodes images that an output format cannot embed as they are.
+// Checks images, and decodes those that an output format cannot embed as they are.
 #pragma once
 
 #include <QImage>
@@ -18,6 +18,9 @@ void CheckImage(const std::string& bytes, const std::string& item);
 
 // Raises rdl::Error naming `item` if an image of this size (pixels) exceeds the limit.
 void CheckImageSize(std::int64_t width, std::int64_t height, const std::string& item);
+
+// Returns the image as a PNG file; empty if it cannot be written.
+std::string PngOf(const QImage& image);
 
 // Decodes the image and returns it encoded as a PNG. Raises errors as DecodeImage does.
 std::string AsPng(const std::string& bytes, const std::string& item);

@@ -195,7 +195,9 @@ void PrepareForm(const Ui::MailDialog& ui) {
     for (const auto& [key, control] : FieldsOf(ui)) {
         control->setToolTip(QString::fromUtf8(key->help.data(), static_cast<qsizetype>(key->help.size())));
         if (key->type == ValueType::Number) {
-            static_cast<QSpinBox*>(control)->setRange(key->least, key->most);
+            auto* const box = static_cast<QSpinBox*>(control);
+            box->setRange(key->least, key->most);
+            box->setValue(UsualNumber(ui, key));  // also where no profile can be read
         }
     }
 }

@@ -124,7 +124,7 @@ TEST_F(ReportEngine, TablesAreTheDataSetsWithAQuery) {
     EXPECT_EQ(ErrorOf([&] { report->SetTableLogon(1, "", "", "ann", "secret"); }).Number(), 0);
     EXPECT_EQ(ErrorOf([&] { report->SetTableLogon(2, "", "", "ann", "secret"); }).Number(),
               err::SubscriptOutOfRange);
-    Aim(*report, report::FormatHtml, Path("out.htm"));
+    Aim(*report, report::CodeOf(report::DocumentFormat::Html), Path("out.htm"));
     const RuntimeError error = ErrorOf([&] { report->Export(false); });
     EXPECT_EQ(error.Number(), DataFailed);
     EXPECT_THAT(error.Description(), AllOf(HasSubstr("none.db"), Not(HasSubstr("secret"))));
@@ -157,7 +157,7 @@ TEST_F(ReportEngine, CsvOfADataSetHasItsRows) {
     EXPECT_EQ(ErrorOf([&] { report->Export(false); }).Description(),
               "The report has no data set \"Animals\"");
     report->SetExportOptions({.dataSet = "People"});
-    Aim(*report, report::FormatPdf, Path("out"));
+    Aim(*report, report::CodeOf(report::DocumentFormat::Pdf), Path("out"));
     EXPECT_EQ(ErrorOf([&] { report->Export(false); }).Description(),
               "The rows of a data set are exported as CSV only");
 }
@@ -168,7 +168,7 @@ TEST_F(ReportEngine, FormulaReplacesTheReportsOwn) {
         "1</Value></CustomProperty>"
         "</CustomProperties>");
     EXPECT_EQ(report->RecordSelectionFormula(), "{Number} = 1");
-    Aim(*report, report::FormatHtml, Path("out.htm"));
+    Aim(*report, report::CodeOf(report::DocumentFormat::Html), Path("out.htm"));
     report->Export(false);
     EXPECT_THAT(Read("out.htm"), AllOf(HasSubstr("Ann"), Not(HasSubstr("Bob"))));
     report->SetRecordSelectionFormula("{People.Number} > 1");
@@ -181,7 +181,7 @@ TEST_F(ReportEngine, FormulaReplacesTheReportsOwn) {
 TEST_F(ReportEngine, FailedRunLeavesTheOldFileAndNothingElse) {
     const auto report = OpenPeople(Parameters(Parameter("must", "String")));
     Write("out.pdf", "old");
-    Aim(*report, report::FormatPdf, Path("out.pdf"));
+    Aim(*report, report::CodeOf(report::DocumentFormat::Pdf), Path("out.pdf"));
     EXPECT_NE(ErrorOf([&] { report->Export(false); }).Number(), 0);
     EXPECT_EQ(Read("out.pdf"), "old");
     EXPECT_EQ(FileCount(), 2);
@@ -189,14 +189,14 @@ TEST_F(ReportEngine, FailedRunLeavesTheOldFileAndNothingElse) {
 
 TEST_F(ReportEngine, MissingFolderIs76) {
     const auto report = OpenPeople();
-    Aim(*report, report::FormatPdf, Path("none/out.pdf"));
+    Aim(*report, report::CodeOf(report::DocumentFormat::Pdf), Path("none/out.pdf"));
     EXPECT_EQ(ErrorOf([&] { report->Export(false); }).Number(), err::PathNotFound);
 }
 
 TEST_F(ReportEngine, ExportsCanBeReadByOthers) {
     const mode_t before = umask(022);
     const auto report = OpenPeople();
-    Aim(*report, report::FormatHtml, Path("out.htm"));
+    Aim(*report, report::CodeOf(report::DocumentFormat::Html), Path("out.htm"));
     report->Export(false);
     umask(before);
     struct stat facts {};
@@ -208,7 +208,7 @@ TEST_F(ReportEngine, PathsOfTheSystemAreUnderstood) {
     std::string target = Path("out.htm");
     std::replace(target.begin(), target.end(), '/', '\\');
     const auto report = OpenPeople();
-    Aim(*report, report::FormatHtml, "Z:" + target);
+    Aim(*report, report::CodeOf(report::DocumentFormat::Html), "Z:" + target);
     report->Export(false);
     EXPECT_TRUE(std::filesystem::exists(Path("out.htm")));
 }
@@ -217,7 +217,7 @@ TEST_F(ReportEngine, UnknownFormatAndDestinationAreErrors) {
     const auto report = OpenPeople();
     Aim(*report, 99, Path("out"));
     EXPECT_EQ(ErrorOf([&] { report->Export(false); }).Number(), InvalidOption);
-    Aim(*report, report::FormatPdf, Path("out"));
+    Aim(*report, report::CodeOf(report::DocumentFormat::Pdf), Path("out"));
     report->SetExportDestination(7);
     EXPECT_EQ(ErrorOf([&] { report->Export(false); }).Number(), InvalidOption);
     EXPECT_EQ(FileCount(), 1);
@@ -226,7 +226,7 @@ TEST_F(ReportEngine, UnknownFormatAndDestinationAreErrors) {
 TEST_F(ReportEngine, SameDataAndClockGiveTheSameBytes) {
     const auto report = OpenPeople();
     for (const char* name : {"a", "b"}) {
-        Aim(*report, report::FormatHtml, Path(name));
+        Aim(*report, report::CodeOf(report::DocumentFormat::Html), Path(name));
         report->Export(false);
     }
     EXPECT_EQ(Read("a"), Read("b"));
@@ -244,7 +244,7 @@ TEST_F(ReportEngine, SubreportRunsWithItsParameters) {
         "Name=\"s\"><Top>1in</Top><Height>1in</Height><ReportName>child</ReportName><Parameters><Parameter "
         "Name=\"Greeting\"><Value>Hello-</Value></Parameter></Parameters></Subreport>");
     const auto report = OpenRdlReport(Write("parent.rpt", parent));
-    Aim(*report, report::FormatHtml, Path("out.htm"));
+    Aim(*report, report::CodeOf(report::DocumentFormat::Html), Path("out.htm"));
     report->Export(false);
     EXPECT_THAT(Read("out.htm"), AllOf(HasSubstr("Hello-Ann"), HasSubstr("Hello-Cleo")));
     std::filesystem::remove(Path("child.rpt"));
@@ -258,7 +258,7 @@ TEST_F(ReportEngine, SubreportOfAServersFolderIsTheFileBesideTheReport) {
                   "<Subreport Name=\"s\"><Top>1in</Top><Height>1in</Height><ReportName>/Sales/Monthly/child"
                   "</ReportName></Subreport>");
     const auto report = OpenRdlReport(Write("parent.rpt", parent));
-    Aim(*report, report::FormatHtml, Path("out.htm"));
+    Aim(*report, report::CodeOf(report::DocumentFormat::Html), Path("out.htm"));
     report->Export(false);
     const std::string html = Read("out.htm");
     EXPECT_NE(html.find("Ann"), html.rfind("Ann"));
@@ -281,7 +281,7 @@ TEST_F(ReportEngine, CopiedReportFindsItsFilesInTheApplicationsFolders) {
     child.replace(child.find(plain), plain.size(), "=&quot;Dear &quot; &amp; Fields!Name.Value");
     Write("app/child.rdl", child);
     const auto report = OpenRdlReport(Write("app/Cache/copy.rpt", text));
-    Aim(*report, report::FormatHtml, Path("out.htm"));
+    Aim(*report, report::CodeOf(report::DocumentFormat::Html), Path("out.htm"));
     report->Export(false);
     EXPECT_THAT(Read("out.htm"), AllOf(HasSubstr(">Cleo<"), HasSubstr("Dear Cleo")));
     std::filesystem::remove(Path("app/samples/people.xml"));
@@ -303,7 +303,7 @@ TEST_F(ReportEngine, ImageFileIsFoundByTheSystemsRulesForPaths) {
         "<Image Name=\"i\"><Top>2in</Top><Height>1in</Height><Width>1in</Width><Source>External</Source>"
         "<Value>Pictures\\logo.BMP</Value></Image>");
     const auto report = OpenRdlReport(Write("people.rpt", text));
-    Aim(*report, report::FormatHtml, Path("out.htm"));
+    Aim(*report, report::CodeOf(report::DocumentFormat::Html), Path("out.htm"));
     report->Export(false);
     EXPECT_THAT(Read("out.htm"), HasSubstr("data:image/bmp;base64,Qk06"));
     std::filesystem::remove(Path("pictures/Logo.bmp"));
@@ -334,7 +334,7 @@ TEST_F(ReportEngine, ReportThatHoldsItselfEndsWithAnError) {
     text.insert(text.find("<Table "),
                 "<Subreport Name=\"s\"><Height>1in</Height><ReportName>self</ReportName></Subreport>");
     const auto report = OpenRdlReport(Write("self.rpt", text));
-    Aim(*report, report::FormatHtml, Path("out.htm"));
+    Aim(*report, report::CodeOf(report::DocumentFormat::Html), Path("out.htm"));
     EXPECT_THAT(ErrorOf([&] { report->Export(false); }).Description(), HasSubstr("nested"));
 }
 

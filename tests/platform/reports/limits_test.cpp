@@ -13,7 +13,8 @@ using test::ErrorOf;
 
 class Limits : public test::ReportFolder {
  protected:
-    RuntimeError ExportError(RdlReport& report, int format = report::FormatPdf) const {
+    RuntimeError ExportError(RdlReport& report,
+                             int format = report::CodeOf(report::DocumentFormat::Pdf)) const {
         report.SetExportDestination(report::DestinationDisk);
         report.SetExportFormat(format);
         report.SetDiskFileName(paths::FromMachine(Path("out.pdf")));

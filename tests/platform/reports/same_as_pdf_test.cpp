@@ -25,7 +25,7 @@ class SameAsPdf : public ReportFolder {
     }
     QImage Pdf(RdlReport& report) const {
         report.SetExportDestination(report::DestinationDisk);
-        report.SetExportFormat(report::FormatPdf);
+        report.SetExportFormat(report::CodeOf(report::DocumentFormat::Pdf));
         report.SetDiskFileName(Path("out.pdf"));
         report.Export(false);
         const std::string command = "pdftoppm -r " + std::to_string(Dpi) + " -f 1 -l 1 -singlefile -png " +

@@ -57,9 +57,10 @@ class ViewerOutput : public ViewerTest {
 
 TEST_F(ViewerOutput, EveryFormatIsExportedFromWhatIsShown) {
     Show(1);
-    const std::pair<const char*, const char*> formats[] = {{"a.pdf", "format 31"},  {"a.rtf", "format 35"},
-                                                           {"a.xls", "format 27"},  {"a.doc", "format 14"},
-                                                           {"a.html", "format 32"}, {"a.PDF", "format 31"}};
+    const std::pair<const char*, const char*> formats[] = {
+        {"a.pdf", "format 31"}, {"a.rtf", "format 35"},  {"a.xls", "format 27"},
+        {"a.doc", "format 14"}, {"a.html", "format 32"}, {"a.PDF", "format 31"},
+        {"a.csv", "format 36"}, {"a.xlsx", "format 37"}, {"a.png", "format 38"}};
     for (const auto& [name, format] : formats) {
         m_engine.calls.clear();
         m_viewer.SaveAs("/srv/out/" + std::string(name));
@@ -86,6 +87,7 @@ TEST_F(ViewerOutput, SaveAsAsksForTheFile) {
     OnDialog<QFileDialog>("dlgSave", [&](QFileDialog& dialog) {
         EXPECT_EQ(QFileInfo(dialog.selectedFiles().first()).fileName(), "Sales.pdf");
         EXPECT_EQ(dialog.nameFilters().size(), static_cast<qsizetype>(report::FormatTable.size()));
+        EXPECT_EQ(dialog.nameFilters().first(), "PDF document (*.pdf)");
         auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
         name->setText(QString::fromStdString(folder + "/mine"));
         QTest::keyClick(name, Qt::Key_Return);

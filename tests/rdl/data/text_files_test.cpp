@@ -119,6 +119,9 @@ TEST_F(FileData, JsonListWithoutElementsHasNoRows) {
         set.commandText = ExprOf(path);
         EXPECT_EQ(Rows(), "") << path;
     }
+    Write("c.json", R"({"none": null})");
+    set.commandText = ExprOf("$.none[*]");
+    EXPECT_EQ(Rows(), "");
     Write("c.json", "[]");
     set.commandText = ExprOf("$..n");
     EXPECT_EQ(Rows(), "");

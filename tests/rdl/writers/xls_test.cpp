@@ -168,7 +168,7 @@ TEST(Xls, PageBreaksBeginSheetsNamedByPage) {
               "['North', 'So_uth_a very long name of a pa'] 3 ['Name', 'Row 3', 'Row 4']\n");
 }
 
-// Names are told apart by a number, also where another page has that name already.
+// A number distinguishes equal names, also where another page has that name already.
 TEST(Xls, PagesOfOneNameAreNumberedInOrder) {
     if (!HasReader()) {
         GTEST_SKIP();

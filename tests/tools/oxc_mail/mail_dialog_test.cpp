@@ -371,6 +371,13 @@ TEST_F(MailWindow, FieldsOfAllGroupsBeginAtOneEdge) {
     }
 }
 
+TEST_F(MailWindow, ProfileThatCannotBeReadLeavesTheUsualNumbers) {
+    std::filesystem::create_directories(File());
+    Open();
+    EXPECT_EQ(Find<QSpinBox>("spnPort")->value(), 587);
+    EXPECT_EQ(Find<QSpinBox>("spnTimeout")->value(), 60);
+}
+
 TEST_F(MailWindow, WindowBearsThePictureOfTheProgram) {
     Open();
     const QImage picture = m_dialog->windowIcon().pixmap(32, 32).toImage();

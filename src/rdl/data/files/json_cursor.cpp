@@ -155,7 +155,9 @@ void Follow(const Step& step, const QJsonValue& node, std::vector<QJsonValue>& f
 }
 
 bool IsEmpty(const QJsonValue& node) {
-    return node.isArray() ? node.toArray().isEmpty() : node.isObject() && node.toObject().isEmpty();
+    return node.isNull()    ? true
+           : node.isArray() ? node.toArray().isEmpty()
+                            : node.isObject() && node.toObject().isEmpty();
 }
 
 // The values at the end of the path. Without any where there is something to choose from, the path is another

@@ -157,10 +157,11 @@ Value OfVariant(const QVariant& variant, bool isDecimal) {
             if (!isDecimal) {
                 return Value::Text(text);
             }
-            const bool isPlain = text.find_first_not_of("0123456789.-") == std::string::npos;
-            const Value exact =
-                ConvertValue(Value::Text(isPlain ? text : PlainMoney(text)), FieldType::Decimal);
-            return exact.IsNumber() ? exact : Value::Text(text);
+            // A number as it stands (1E+20), else one with a currency and grouping.
+            const Value exact = ConvertValue(Value::Text(text), FieldType::Decimal);
+            const Value money =
+                exact.IsNumber() ? exact : ConvertValue(Value::Text(PlainMoney(text)), FieldType::Decimal);
+            return money.IsNumber() ? money : Value::Text(text);
         }
     }
 }

@@ -38,6 +38,7 @@ static_assert(NamesDiffer(AggregateNames));
 
 // Calls whose arguments are not all values: a scope, a type, or values of which only one is evaluated.
 enum class SpecialForm : std::uint8_t {
+    // These three read another data set.
     Lookup,
     LookupSet,
     MultiLookup,
@@ -69,6 +70,9 @@ inline constexpr NamedForm SpecialForms[] = {
     {"typeof", SpecialForm::TypeOf},
 };
 static_assert(NamesDiffer(SpecialForms));
+constexpr bool ReadsADataSet(SpecialForm form) {
+    return form <= SpecialForm::MultiLookup;
+}
 
 // The members of Globals, and from UserID on those of User.
 struct NamedGlobal {

@@ -140,7 +140,7 @@ void Parser::FailUnknown(const Token& token, std::string name) const {
         }
         name += "." + Peek(at + 1).text;
     }
-    std::string what = "the name \"" + name + "\" is not known";
+    const std::string what = "the name \"" + name + "\" is not known";
     const std::string near = m_context.assemblies.empty() ? NearestName(Lower(name), m_context.code) : "";
     FailAt(token, what + (near.empty() ? NotLoaded() : "; the nearest is \"" + near + "\""));
 }
@@ -149,7 +149,7 @@ NodePtr Parser::AggregateOrForm(std::string_view lower) {
     const Token& token = m_tokens[m_at - 1];
     const NamedAggregate* aggregate = FindNamed(AggregateNames, lower);
     const NamedForm* special = FindNamed(SpecialForms, lower);
-    if (m_code && (aggregate || (special && special->form <= SpecialForm::MultiLookup))) {
+    if (m_code && (aggregate || (special && ReadsADataSet(special->form)))) {
         FailAt(token, "\"" + token.text + "\" has no place in the code of a report");
     }
     return aggregate ? Aggregate(aggregate->kind) : special ? Form(special->form) : nullptr;

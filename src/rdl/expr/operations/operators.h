@@ -12,8 +12,9 @@ namespace rdl::expr {
 
 using Operator = Value (*)(const Value& left, const Value& right, const Culture& culture);
 
-// The result is an Integer for two Integers, where an overflow is an error value, else a Real. Add and
-// Subtract give a DateTime or a TimeSpan for these kinds, and an error value outside their range.
+// The result is an Integer for two Integers, a Decimal for a Decimal with a Decimal or an Integer (an
+// overflow of either is an error value), else a Real. Add and Subtract give a DateTime or a TimeSpan for
+// these kinds, and an error value outside their range.
 
 // Concatenates two texts, and a text that is not a number with anything.
 Value Add(const Value& left, const Value& right, const Culture& culture);
@@ -24,7 +25,7 @@ Value Multiply(const Value& left, const Value& right, const Culture& culture);
 Value Divide(const Value& left, const Value& right, const Culture& culture);
 // Rounds both operands to integers; x \ 0 is an error value.
 Value DivideWhole(const Value& left, const Value& right, const Culture& culture);
-// x Mod 0 is an error value for two Integers, else NaN.
+// x Mod 0 is NaN if one operand is a Real, else an error value.
 Value Modulo(const Value& left, const Value& right, const Culture& culture);
 // Always a Real; a result beyond its range is an infinity.
 Value Power(const Value& left, const Value& right, const Culture& culture);

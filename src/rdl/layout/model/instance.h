@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A report with its data: instances of items in document order, without pages. Pagination and the flowing
-// formats (RTF, Word, HTML, Excel) both read it. Table rows are built one at a time, so memory does not grow
-// with their number. Lengths are points.
+// formats (RTF, Word, HTML, CSV, workbooks) both read it. Table rows are built one at a time, so memory does
+// not grow with their number. Lengths are points.
 #pragma once
 
 #include <cstddef>

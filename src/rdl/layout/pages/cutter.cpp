@@ -159,8 +159,9 @@ void EndLinesAt(double right, Page& page) {
     for (Op& op : page.ops) {
         if (auto* box = std::get_if<RectOp>(&op)) {
             box->width = std::min(box->width, right - box->x);
-        } else if (auto* line = std::get_if<LineOp>(&op); line && std::max(line->x1, line->x2) > right) {
-            const double slope = line->x1 == line->x2 ? 0 : (line->y2 - line->y1) / (line->x2 - line->x1);
+        } else if (auto* line = std::get_if<LineOp>(&op);
+                   line && line->x1 != line->x2 && std::max(line->x1, line->x2) > right) {
+            const double slope = (line->y2 - line->y1) / (line->x2 - line->x1);
             (line->x1 > line->x2 ? line->y1 : line->y2) += slope * (right - std::max(line->x1, line->x2));
             (line->x1 > line->x2 ? line->x1 : line->x2) = right;
         }

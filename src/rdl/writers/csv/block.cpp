@@ -8,8 +8,6 @@
 namespace rdl::writers {
 namespace {
 
-constexpr std::size_t PieceSize = 64u << 10;
-
 template <typename Number>
 void AppendNumber(std::string& bytes, Number number) {
     bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
@@ -70,36 +68,6 @@ CsvRecord RecordOf(std::string_view bytes) {
 
 }  // namespace
 
-// Collects lines and passes them on in pieces.
-class CsvBlock::Lines {
- public:
-    explicit Lines(Output& output) : m_output(output) {}
-    ~Lines() = default;
-    Lines(const Lines&) = delete;
-    Lines& operator=(const Lines&) = delete;
-
-    void Add(const std::vector<std::string>& fields) {
-        const std::size_t begin = m_text.size();
-        for (std::size_t i = 0; i < fields.size(); ++i) {
-            m_text += i > 0 ? "," : "";
-            AppendField(m_text, fields[i]);
-        }
-        // A line without a character would be the end of the table.
-        m_text += m_text.size() == begin ? "\"\"\r\n" : "\r\n";
-        if (m_text.size() >= PieceSize) {
-            Flush();
-        }
-    }
-    void Flush() {
-        m_output.Write(m_text);
-        m_text.clear();
-    }
-
- private:
-    Output& m_output;
-    std::string m_text;
-};
-
 std::uint32_t CsvBlock::Column(const std::string& key, const std::string& title) {
     const auto [found, isNew] = m_columns.try_emplace(key, static_cast<std::uint32_t>(m_titles.size()));
     if (isNew) {
@@ -145,7 +113,7 @@ void CsvBlock::Join(const CsvRecord& record, std::vector<std::string>& line) con
 }
 
 void CsvBlock::Write(Output& output) {
-    Lines lines(output);
+    CsvLines lines(output);
     lines.Add(m_titles);
     std::vector<std::string> line;
     std::string rest;

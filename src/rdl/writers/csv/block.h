@@ -44,7 +44,6 @@ class CsvBlock {
     void Write(Output& output);
 
  private:
-    class Lines;
     void Join(const CsvRecord& record, std::vector<std::string>& line) const;
 
     std::vector<std::string> m_titles;

@@ -56,6 +56,25 @@ void AppendField(std::string& line, std::string_view text) {
     line += '"';
 }
 
+void CsvLines::Add(const std::vector<std::string>& fields) {
+    constexpr std::size_t PieceSize = 64u << 10;
+    const std::size_t begin = m_text.size();
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        m_text += i > 0 ? "," : "";
+        AppendField(m_text, fields[i]);
+    }
+    // A line without a character would be the end of the table.
+    m_text += m_text.size() == begin ? "\"\"\r\n" : "\r\n";
+    if (m_text.size() >= PieceSize) {
+        Flush();
+    }
+}
+
+void CsvLines::Flush() {
+    m_output.Write(m_text);
+    m_text.clear();
+}
+
 std::string PlainText(const Value& value) {
     switch (value.kind()) {
         case Kind::Boolean:

@@ -15,7 +15,6 @@ using layout::InstanceKind;
 using Items = std::vector<const Instance*>;
 
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";  // by which spreadsheets know UTF-8
-constexpr std::size_t PieceSize = 64u << 10;
 
 // The items outside of tables as they are read: from top to bottom, then from left to right.
 void Gather(const std::vector<Instance>& items, int depth, Items& found) {
@@ -86,25 +85,17 @@ void WriteCsv(layout::ReportInstance& report, Output& output, const Options& opt
 }
 
 void WriteCsv(const Table& table, Output& output) {
-    std::string text(ByteOrderMark);
-    const auto line = [&](std::size_t count, const auto& field) {
-        const std::size_t begin = text.size();
-        for (std::size_t i = 0; i < count; ++i) {
-            text += i > 0 ? "," : "";
-            AppendField(text, field(i));
-        }
-        text += text.size() == begin ? "\"\"\r\n" : "\r\n";
-        if (text.size() >= PieceSize) {
-            output.Write(text);
-            text.clear();
-        }
-    };
-    const std::size_t columns = table.fieldNames.size();
-    line(columns, [&](std::size_t i) { return table.fieldNames[i]; });
+    output.Write(ByteOrderMark);
+    CsvLines lines(output);
+    lines.Add(table.fieldNames);
+    std::vector<std::string> fields(table.fieldNames.size());
     for (std::size_t row = 0; row < table.RowCount(); ++row) {
-        line(columns, [&](std::size_t i) { return PlainText(table.At(row, i)); });
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            fields[i] = PlainText(table.At(row, i));
+        }
+        lines.Add(fields);
     }
-    output.Write(text);
+    lines.Flush();
 }
 
 }  // namespace rdl::writers

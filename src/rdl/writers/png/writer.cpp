@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <QBuffer>
 #include <QImage>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
 
+#include "rdl/image/decoder.h"
 #include "rdl/screen/page_codec.h"
 #include "rdl/screen/page_painter.h"
 #include "rdl/values/error.h"
@@ -51,25 +51,23 @@ void WritePng(layout::ReportInstance& report, Output& output, const Options& opt
     if (page.width * scale * page.height * scale > MostPixels) {
         throw Error("The page has more than 64 million pixels");
     }
-    QImage image(PixelsOf(page.width, dots), PixelsOf(page.height, dots), QImage::Format_RGB32);
-    if (image.isNull()) {
+    QImage picture(PixelsOf(page.width, dots), PixelsOf(page.height, dots), QImage::Format_RGB32);
+    if (picture.isNull()) {
         throw Error("There is no memory for the picture of a page");
     }
-    image.fill(Qt::white);
-    image.setDotsPerMeterX(static_cast<int>(std::lround(dots * InchesPerMeter)));
-    image.setDotsPerMeterY(image.dotsPerMeterX());
+    picture.fill(Qt::white);
+    picture.setDotsPerMeterX(static_cast<int>(std::lround(dots * InchesPerMeter)));
+    picture.setDotsPerMeterY(picture.dotsPerMeterX());
     {
-        QPainter painter(&image);
+        QPainter painter(&picture);
         painter.scale(scale, scale);
         screen::PagePainter().Draw(page, painter);
     }
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    if (!image.save(&buffer, "PNG")) {
+    const std::string png = image::PngOf(picture);
+    if (png.empty()) {
         throw Error("The picture of a page cannot be written");
     }
-    output.Write(png.constData(), static_cast<std::size_t>(png.size()));
+    output.Write(png);
 }
 
 }  // namespace rdl::writers

@@ -142,6 +142,10 @@ layout::BoxStylePtr XlsLayout::Filled(const layout::BoxStylePtr& box) {
     if (m_fills.empty() || (box && box->HasBackground())) {
         return box;
     }
+    constexpr std::size_t MostKnown = 8192;  // styles that depend on data are new ones in each row
+    if (m_filled.size() >= MostKnown) {
+        m_filled.clear();
+    }
     const layout::Color color = m_fills.back().color;
     FilledBox& known = m_filled[{box.get(), color}];
     if (!known.filled) {

@@ -3,7 +3,6 @@
 
 #include <unistd.h>
 
-#include <QBuffer>
 #include <QString>
 #include <algorithm>
 #include <cmath>
@@ -152,12 +151,12 @@ std::string XlsxBook::ImageOf(const XlsPicture& picture) const {
     const auto part = [](int length, double cut) {
         return std::max(1, static_cast<int>(std::lround(length * (1 - std::clamp(cut, 0.0, 1.0)))));
     };
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    whole.copy(0, 0, part(whole.width(), picture.cutRight), part(whole.height(), picture.cutBottom))
-        .save(&buffer, "PNG");
-    return bytes.toStdString();
+    std::string png = image::PngOf(
+        whole.copy(0, 0, part(whole.width(), picture.cutRight), part(whole.height(), picture.cutBottom)));
+    if (png.empty()) {
+        throw Error("Image \"" + image.item + "\" cannot be written as a PNG");
+    }
+    return png;
 }
 
 void XlsxBook::Write(Output& output) {

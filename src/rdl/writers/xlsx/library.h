@@ -27,8 +27,8 @@ lxw_object_properties* NextImage(const lxw_worksheet& sheet, const lxw_object_pr
 // Sets the size in points.
 void Resize(lxw_object_properties& image, double width, double height);
 
-// While it lives a sheet keeps rows in memory and accepts any row; none of them is written. What refers to
-// rows, as images and links do, is added with it.
+// During its lifetime the sheet accepts any row and writes none of them. Images and links, which refer to
+// rows that are already written, are added with it.
 class OpenRows {
  public:
     explicit OpenRows(lxw_worksheet& sheet) : m_sheet(sheet) { m_sheet.optimize = 0; }
