@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/run/timed_mail.h"
 
-#include "platform/mail/mail_system.h"
+#include "platform/mail/system.h"
 
 Stopwatch g_mailing;
 

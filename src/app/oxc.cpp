@@ -10,7 +10,7 @@
 #include "platform/contracts/process.h"
 #include "platform/contracts/report_engine.h"
 #include "platform/mail/book/address_book.h"
-#include "platform/mail/mail_system.h"
+#include "platform/mail/system.h"
 #include "platform/mail_dialogs/address_book_dialog.h"
 #include "platform/posix/program.h"
 #include "platform/qt/application.h"

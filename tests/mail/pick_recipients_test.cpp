@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/mail/book/address_book.h"
-#include "platform/mail/mail_system.h"
+#include "platform/mail/system.h"
 #include "support/fakes.h"
 #include "support/temporary_folder.h"
 

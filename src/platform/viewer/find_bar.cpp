@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QToolButton>
 
-#include "platform/viewer/viewer_icons.h"
+#include "platform/viewer/icons.h"
 
 namespace viewer {
 

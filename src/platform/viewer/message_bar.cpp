@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QToolButton>
 
-#include "platform/viewer/viewer_icons.h"
+#include "platform/viewer/icons.h"
 
 namespace viewer {
 

@@ -11,11 +11,11 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "platform/viewer/bar.h"
 #include "platform/viewer/document_map.h"
 #include "platform/viewer/find_bar.h"
 #include "platform/viewer/message_bar.h"
 #include "platform/viewer/outside_link.h"
-#include "platform/viewer/viewer_bar.h"
 
 using namespace viewer;
 

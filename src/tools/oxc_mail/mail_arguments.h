@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/mail/profile/profile_keys.h"
+#include "platform/mail/profile/keys.h"
 
 namespace tools {
 

@@ -6,8 +6,8 @@
 
 #include "platform/base/ascii.h"
 #include "platform/mail/base/mail_errors.h"
-#include "platform/mail/mail_check.h"
-#include "platform/mail/profile/profile_editor.h"
+#include "platform/mail/check.h"
+#include "platform/mail/profile/editor.h"
 #include "tools/oxc_mail/alert_setting.h"
 #include "tools/secret_input.h"
 

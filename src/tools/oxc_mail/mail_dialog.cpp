@@ -13,8 +13,8 @@
 
 #include "platform/contracts/runtime.h"
 #include "platform/mail/book/address_book.h"
-#include "platform/mail/mail_check.h"
-#include "platform/mail/profile/profile_editor.h"
+#include "platform/mail/check.h"
+#include "platform/mail/profile/editor.h"
 #include "tools/oxc_mail/alert_setting.h"
 #include "ui_mail_dialog.h"
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/mail/profile/profile_editor.h"
+#include "platform/mail/profile/editor.h"
 #include "tools/oxc_mail/mail_job.h"
 #include "tools/oxc_mail/profile_form.h"
 

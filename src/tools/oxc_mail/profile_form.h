@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "platform/mail/profile/profile_keys.h"
+#include "platform/mail/profile/keys.h"
 
 namespace Ui {
 class MailDialog;

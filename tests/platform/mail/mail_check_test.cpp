@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Checks whether the profile works, without sending.
-#include "platform/mail/mail_check.h"
+#include "platform/mail/check.h"
 
 #include <gmock/gmock.h>
 

@@ -12,7 +12,7 @@
 
 #include "platform/base/paths.h"
 #include "platform/mail/base/mail_errors.h"
-#include "platform/mail/mail_system.h"
+#include "platform/mail/system.h"
 #include "support/raises.h"
 #include "support/temporary_folder.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The file of the profile: whole, private, and a bad one never replaces a good one.
-#include "platform/mail/profile/profile_editor.h"
+#include "platform/mail/profile/editor.h"
 
 #include <sys/stat.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The table of the keys, the guide and the reader say the same.
-#include "platform/mail/profile/profile_keys.h"
+#include "platform/mail/profile/keys.h"
 
 #include <map>
 #include <set>

@@ -6,7 +6,7 @@
 #include <chrono>
 
 #include "mail_fixture.h"
-#include "platform/mail/transport/smtp_transport.h"
+#include "platform/mail/transport/smtp.h"
 #include "support/smtp_server.h"
 
 namespace {

@@ -18,7 +18,7 @@
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
 #include "platform/mail/base/header_text.h"
-#include "platform/mail/message/message_id.h"
+#include "platform/mail/message/id.h"
 
 namespace mailer {
 namespace {

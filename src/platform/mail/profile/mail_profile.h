@@ -7,7 +7,7 @@
 #include <string>
 
 #include "platform/mail/base/mail_address.h"
-#include "platform/mail/profile/profile_keys.h"
+#include "platform/mail/profile/keys.h"
 
 namespace mailer {
 

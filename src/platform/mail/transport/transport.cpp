@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/mail/transport/transport.h"
 
-#include "platform/mail/transport/outbox_transport.h"
-#include "platform/mail/transport/sendmail_transport.h"
-#include "platform/mail/transport/smtp_transport.h"
+#include "platform/mail/transport/outbox.h"
+#include "platform/mail/transport/sendmail.h"
+#include "platform/mail/transport/smtp.h"
 
 namespace mailer {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/mail/mail_system.h"
+#include "platform/mail/system.h"
 
 #include <sys/stat.h>
 

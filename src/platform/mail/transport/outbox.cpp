@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/mail/transport/outbox_transport.h"
+#include "platform/mail/transport/outbox.h"
 
 #include <fcntl.h>
 #include <sys/random.h>

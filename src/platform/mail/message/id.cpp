@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/mail/message/message_id.h"
+#include "platform/mail/message/id.h"
 
 #include <glib.h>
 #include <sys/random.h>

@@ -4,8 +4,8 @@
 
 #include <QToolBar>
 
+#include "platform/viewer/icons.h"
 #include "platform/viewer/page_canvas.h"
-#include "platform/viewer/viewer_icons.h"
 
 class QAction;
 class QComboBox;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/mail/transport/sendmail_transport.h"
+#include "platform/mail/transport/sendmail.h"
 
 #include <sysexits.h>
 #include <unistd.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/mail/profile/profile_keys.h"
+#include "platform/mail/profile/keys.h"
 
 namespace mailer {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/mail/transport/smtp_transport.h"
+#include "platform/mail/transport/smtp.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

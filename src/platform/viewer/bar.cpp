@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/viewer/viewer_bar.h"
+#include "platform/viewer/bar.h"
 
 #include <QAction>
 #include <QComboBox>

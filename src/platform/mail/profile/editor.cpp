@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/mail/profile/profile_editor.h"
+#include "platform/mail/profile/editor.h"
 
 #include "platform/contracts/runtime.h"
 #include "platform/mail/profile/ini_text.h"

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/mail/mail_check.h"
+#include "platform/mail/check.h"
 
 #include "platform/mail/base/mail_errors.h"
 #include "platform/mail/mail_context.h"
-#include "platform/mail/transport/outbox_transport.h"
-#include "platform/mail/transport/sendmail_transport.h"
+#include "platform/mail/transport/outbox.h"
+#include "platform/mail/transport/sendmail.h"
 #include "platform/mail/transport/smtp_check.h"
 
 namespace mailer {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/viewer/viewer_icons.h"
+#include "platform/viewer/icons.h"
 
 #include <QPainter>
 #include <QPainterPath>
