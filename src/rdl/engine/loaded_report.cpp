@@ -138,10 +138,11 @@ data::LoadRequest LoadedReport::ResolvedRequest(const std::string& renderName) {
     return request;
 }
 
-std::shared_ptr<layout::ReportInstance> LoadedReport::Run(const std::string& renderName, bool hasVectors) {
+std::shared_ptr<layout::ReportInstance> LoadedReport::Run(const std::string& renderName,
+                                                          layout::Drawings drawings) {
     const data::LoadRequest request = ResolvedRequest(renderName);
     const RunWatch::Work work(request.watch);
-    std::shared_ptr<layout::ReportInstance> instance = RunReport(request, m_file, !hasVectors);
+    std::shared_ptr<layout::ReportInstance> instance = RunReport(request, m_file, drawings);
     instance->title = Title();
     return instance;
 }
@@ -153,7 +154,7 @@ void LoadedReport::Write(DocumentFormat format, Output& output) {
     }
     const writers::FormatWriter& writer = writers::WriterOf(format);
     const std::shared_ptr<layout::ReportInstance> instance =
-        Run(std::string(RowOf(format).renderName), writer.hasVectors);
+        Run(std::string(RowOf(format).renderName), writer.drawings);
     const RunWatch::Work work(instance->watch);
     writers::Options options;
     options.nowTicks = TheHost().NowTicks();
@@ -177,7 +178,7 @@ void LoadedReport::WriteDataSet(DocumentFormat format, Output& output) {
 }
 
 std::unique_ptr<Pages> LoadedReport::OpenPages() {
-    return std::make_unique<ReportPages>(Run("RPL", true));
+    return std::make_unique<ReportPages>(Run("RPL", layout::Drawings::Vectors));
 }
 
 }  // namespace engine

@@ -13,6 +13,7 @@
 #include "rdl/definition/model.h"
 #include "rdl/engine/report_parameter.h"
 #include "rdl/layout/model/instance.h"
+#include "rdl/layout/model/report_input.h"
 
 namespace rdl::engine {
 
@@ -42,7 +43,7 @@ class LoadedReport : public Report {
 
     // Loads the data and returns the report ready for pages. `renderName` is the value of
     // Globals!RenderFormat.Name. Without vectors charts and gauges become images. Raises Failure.
-    std::shared_ptr<layout::ReportInstance> Run(const std::string& renderName, bool hasVectors);
+    std::shared_ptr<layout::ReportInstance> Run(const std::string& renderName, layout::Drawings drawings);
 
  private:
     void ReadDefaults();

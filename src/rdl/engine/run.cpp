@@ -25,11 +25,12 @@ constexpr int MostSubreports = 20'000;  // in one run; each loads its own data
 
 // What a run and the subreports in it share: files are read and parsed once.
 struct Shared {
-    Shared(std::vector<std::string> folders, bool paint) : images(std::move(folders)), pictures(paint) {}
+    Shared(std::vector<std::string> folders, layout::Drawings asked)
+        : images(std::move(folders)), drawings(asked) {}
     ImageFiles images;
     std::map<fs::path, std::shared_ptr<const Definition>> definitions;
     int subreports = 0;
-    const bool pictures;  // charts come out as images
+    const layout::Drawings drawings;
 };
 
 using SharedPtr = std::shared_ptr<Shared>;
@@ -136,7 +137,8 @@ std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, 
                                                          const std::vector<Value>& values) {
         return OpenSubreport(request, file, shared, depth, subreport, values);
     };
-    if (shared->pictures) {
+    input.drawings = shared->drawings;
+    if (shared->drawings == layout::Drawings::Pictures) {
         input.paint = screen::PictureOf;
     }
     auto running = std::make_shared<Running>();
@@ -149,8 +151,8 @@ std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, 
 }  // namespace
 
 std::shared_ptr<layout::ReportInstance> RunReport(const data::LoadRequest& request, const fs::path& file,
-                                                  bool pictures) {
-    return Build(request, file, std::make_shared<Shared>(request.SearchFolders(), pictures), 0);
+                                                  layout::Drawings drawings) {
+    return Build(request, file, std::make_shared<Shared>(request.SearchFolders(), drawings), 0);
 }
 
 }  // namespace rdl::engine

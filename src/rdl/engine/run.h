@@ -8,12 +8,14 @@
 
 #include "rdl/data/load.h"
 #include "rdl/layout/model/instance.h"
+#include "rdl/layout/model/report_input.h"
 
 namespace rdl::engine {
 
 // `request` has resolved parameters; its definition must outlive the result. `file` is the report's file.
-// `pictures`: charts and gauges become images. Raises Failure with the stage that failed.
+// Raises Failure with the stage that failed.
 std::shared_ptr<layout::ReportInstance> RunReport(const data::LoadRequest& request,
-                                                  const std::filesystem::path& file, bool pictures);
+                                                  const std::filesystem::path& file,
+                                                  layout::Drawings drawings);
 
 }  // namespace rdl::engine

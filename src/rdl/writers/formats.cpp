@@ -7,16 +7,18 @@
 namespace rdl::writers {
 namespace {
 
+using layout::Drawings;
+
 // Word opens RTF content under its own extension.
 constexpr std::array Writers = {
-    FormatWriter{DocumentFormat::Pdf, true, WritePdf},
-    FormatWriter{DocumentFormat::Rtf, false, WriteRtf},
-    FormatWriter{DocumentFormat::Excel, false, WriteXls},
-    FormatWriter{DocumentFormat::Html, false, WriteHtml},
-    FormatWriter{DocumentFormat::Word, false, WriteRtf},
-    FormatWriter{DocumentFormat::Csv, true, WriteCsv},
-    FormatWriter{DocumentFormat::Xlsx, false, WriteXlsx},
-    FormatWriter{DocumentFormat::Png, true, WritePng},
+    FormatWriter{DocumentFormat::Pdf, Drawings::Vectors, WritePdf},
+    FormatWriter{DocumentFormat::Rtf, Drawings::Pictures, WriteRtf},
+    FormatWriter{DocumentFormat::Excel, Drawings::Pictures, WriteXls},
+    FormatWriter{DocumentFormat::Html, Drawings::Vectors, WriteHtml},
+    FormatWriter{DocumentFormat::Word, Drawings::Pictures, WriteRtf},
+    FormatWriter{DocumentFormat::Csv, Drawings::Data, WriteCsv},
+    FormatWriter{DocumentFormat::Xlsx, Drawings::Pictures, WriteXlsx},
+    FormatWriter{DocumentFormat::Png, Drawings::Vectors, WritePng},
 };
 
 // Every format has one writer.

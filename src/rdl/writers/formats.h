@@ -3,13 +3,14 @@
 #pragma once
 
 #include "rdl/api/formats.h"
+#include "rdl/layout/model/report_input.h"
 #include "rdl/writers/common/writers.h"
 
 namespace rdl::writers {
 
 struct FormatWriter {
     DocumentFormat format;
-    bool hasVectors;  // else charts and gauges become images
+    layout::Drawings drawings;
     void (*write)(layout::ReportInstance&, Output&, const Options&);
 };
 

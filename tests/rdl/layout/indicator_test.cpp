@@ -390,6 +390,7 @@ TEST(GaugePanel, LooksThatComeAgainArePaintedOnce) {
     ReportInput input;
     input.definition = &definition;
     input.tables.emplace("Data", Five());
+    input.drawings = Drawings::Pictures;
     input.paint = [&painted](const DrawingInstance&) {
         ++painted;
         return std::make_shared<const std::string>("picture " + std::to_string(painted));

@@ -87,12 +87,13 @@ struct BuiltKit {
     TableInstance& Table() const { return *report->sections.front()->items.front().table; }
 };
 
-inline BuiltKit BuildKit(const std::string& source, Table table) {
+inline BuiltKit BuildKit(const std::string& source, Table table, Drawings drawings = Drawings::Vectors) {
     BuiltKit kit;
     kit.definition = std::make_unique<Definition>(ParseDefinition(source, "test.rdl"));
     ReportInput input;
     input.definition = kit.definition.get();
     input.tables.emplace("Data", std::move(table));
+    input.drawings = drawings;
     kit.report = Build(std::move(input));
     return kit;
 }

@@ -21,7 +21,7 @@ struct DrawingInstance {
     Page content;                    // has the item's width and height
     Color background = Transparent;  // of the item's box; drawn by the page
     std::string description;         // alternative text: the chart's titles
-    DrawingData data;                // of a chart; else empty
+    DrawingData data;                // of a chart that is asked for its data; else empty
 };
 
 // Appends the objects of `from` to `page`, moved by (x, y) points.

@@ -293,11 +293,13 @@ void ItemBuilder::ImageOf(ItemPlan& plan, Instance& out) {
 
 void ItemBuilder::ChartOf(ItemPlan& plan, Instance& out) {
     const ChartData data = EvaluateChart(*plan.chart, *this);
-    const std::shared_ptr<DrawingInstance> drawing = DrawChart(data, out.width, out.height);
-    if (!m_input.paint) {
-        drawing->data = DataOf(data);
+    if (m_input.drawings == Drawings::Data) {
+        const auto table = std::make_shared<DrawingInstance>();
+        table->data = DataOf(data);
+        Show(table, false, out);
+        return;
     }
-    Show(drawing, false, out);
+    Show(DrawChart(data, out.width, out.height), false, out);
 }
 
 void ItemBuilder::GaugeOf(ItemPlan& plan, Instance& out) {
@@ -306,7 +308,7 @@ void ItemBuilder::GaugeOf(ItemPlan& plan, Instance& out) {
 
 void ItemBuilder::Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out) {
     drawing->background = out.box->background;
-    if (!m_input.paint) {
+    if (m_input.drawings != Drawings::Pictures) {
         out.kind = InstanceKind::Drawing;
         out.drawing = drawing;
         return;

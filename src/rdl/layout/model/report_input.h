@@ -22,6 +22,13 @@ struct ParameterState {
     Value label;  // text or list of texts
 };
 
+// What becomes of charts and gauges.
+enum class Drawings {
+    Vectors,   // the objects of a page
+    Pictures,  // images
+    Data       // the values that they show
+};
+
 struct ReportInput {
     const Definition* definition = nullptr;
     std::map<std::string, Table>
@@ -37,7 +44,8 @@ struct ReportInput {
     std::function<std::shared_ptr<ReportInstance>(const Subreport& subreport,
                                                   const std::vector<Value>& parameters)>
         openSubreport;
-    // Set for formats without vectors: converts drawings to images.
+    Drawings drawings = Drawings::Vectors;
+    // Converts drawings to images; set if they become pictures.
     std::function<std::shared_ptr<const std::string>(const DrawingInstance& drawing)> paint;
 };
 

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "rdl/values/base64.h"
 #include "rdl/values/error.h"
 #include "rdl/writers/common/content.h"
 #include "rdl/writers/common/edges.h"
@@ -171,7 +170,8 @@ void HtmlBody::Item(const Instance& item, const std::string& placeClass) {
             Table(item, classes);
             break;
         case InstanceKind::Drawing:
-            throw Error("Drawing \"" + item.name + "\" cannot be shown in HTML");
+            Drawing(item, classes);
+            break;
     }
 }
 
@@ -323,8 +323,7 @@ void HtmlBody::Image(const Instance& item, const std::string& placeClass) {
             placeClass + " " + m_styles.Box(item.box, HtmlStyles::Place::Block, nullptr, HAlign::Left));
     m_out += '>';
     if (item.imageBytes && !item.imageBytes->empty()) {
-        static constexpr const char* Types[] = {"image/png", "image/jpeg", "image/gif", "image/bmp"};
-        const char* mime = Types[static_cast<int>(TypeOfImage(item))];
+        const image::Type type = TypeOfImage(item);
         std::string css;
         if (item.sizing != Instance::Sizing::AutoSize) {
             static constexpr const char* Fits[] = {"", "fill", "contain", "none"};
@@ -338,15 +337,23 @@ void HtmlBody::Image(const Instance& item, const std::string& placeClass) {
             css = "display:block;";
         }
         const bool link = OpenLink(item);
-        m_out += "<img class=\"" + m_styles.Class(css) + "\" src=\"data:";
-        m_out += mime;
-        m_out += ";base64,";
-        m_out += ToBase64(*item.imageBytes);
+        m_out += "<img class=\"" + m_styles.Class(css) + "\" src=\"";
+        AppendDataUri(type, *item.imageBytes, m_out);
         m_out += '"';
         Attribute("alt", item.toolTip);
         m_out += '>';
         CloseLink(link);
     }
+    m_out += "</div>\n";
+}
+
+void HtmlBody::Drawing(const Instance& item, const std::string& placeClass) {
+    OpenTag("div", item,
+            placeClass + " " + m_styles.Box(item.box, HtmlStyles::Place::Block, nullptr, HAlign::Left));
+    m_out += '>';
+    const bool link = OpenLink(item);
+    m_drawings.Append(*item.drawing, item.toolTip.empty() ? item.drawing->description : item.toolTip, m_out);
+    CloseLink(link);
     m_out += "</div>\n";
 }
 

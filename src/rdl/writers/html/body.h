@@ -11,6 +11,7 @@
 
 #include "rdl/layout/model/instance.h"
 #include "rdl/spool/spool.h"
+#include "rdl/writers/html/drawings.h"
 #include "rdl/writers/html/map.h"
 #include "rdl/writers/html/styles.h"
 
@@ -18,7 +19,7 @@ namespace rdl::writers {
 
 class HtmlBody {
  public:
-    HtmlBody(HtmlStyles& styles, Spool& spool) : m_styles(styles), m_spool(spool) {}
+    HtmlBody(HtmlStyles& styles, Spool& spool) : m_styles(styles), m_spool(spool), m_drawings(styles) {}
 
     // Appends trusted markup.
     void Raw(std::string_view html);
@@ -39,6 +40,7 @@ class HtmlBody {
     void ListMark(const layout::ParagraphInstance& paragraph);
     void Run(const layout::RunInstance& run, const layout::CharStylePtr& own);
     void Image(const layout::Instance& item, const std::string& placeClass);
+    void Drawing(const layout::Instance& item, const std::string& placeClass);
     void Line(const layout::Instance& item, const std::string& placeClass);
     void Container(const layout::Instance& item, const std::string& placeClass);
     bool OpenLink(const layout::Instance& item);
@@ -56,6 +58,7 @@ class HtmlBody {
 
     HtmlStyles& m_styles;
     Spool& m_spool;
+    HtmlDrawings m_drawings;
     std::string m_out;
     std::map<std::string, std::string> m_anchors;  // element ids by bookmark
     std::map<std::string, bool> m_anchorUsed;

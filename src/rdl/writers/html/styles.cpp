@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "rdl/values/ascii.h"
-#include "rdl/values/base64.h"
 #include "rdl/writers/common/content.h"
 #include "rdl/writers/html/text.h"
 
@@ -24,16 +23,6 @@ using layout::VAlign;
 using layout::WritingMode;
 
 constexpr std::size_t MostKnown = 4096;
-
-void AppendColor(Color color, std::string& css) {
-    char buffer[16];
-    std::snprintf(buffer, sizeof buffer, "#%06x", static_cast<unsigned>(color & 0xFFFFFF));
-    css += buffer;
-    if (const unsigned alpha = color >> 24; alpha != 0xFF) {
-        std::snprintf(buffer, sizeof buffer, "%02x", alpha);
-        css += buffer;
-    }
-}
 
 const char* BorderWord(LineStyle style) {
     switch (style) {
@@ -178,17 +167,6 @@ void AppendBox(const BoxStyle& box, HtmlStyles::Place place, std::string& css) {
     }
 }
 
-// Only what cannot end the quoted name.
-void AppendFamily(const std::string& family, std::string& css) {
-    css += "font-family:\"";
-    for (const char c : family) {
-        if (IsNameByte(c) || c == ' ' || c == '-') {
-            css += c;
-        }
-    }
-    css += "\",sans-serif;";
-}
-
 void AppendLetters(const CharStyle& text, std::string& css) {
     AppendFamily(text.family, css);
     css += "font-size:";
@@ -244,11 +222,8 @@ const std::string& HtmlStyles::Box(const layout::BoxStylePtr& box, Place place,
 }
 
 const std::string& HtmlStyles::Picture(const layout::BackgroundPicture& picture) {
-    static constexpr const char* Types[] = {"image/png", "image/jpeg", "image/gif", "image/bmp"};
-    std::string url = "url(data:";
-    url += Types[static_cast<int>(image::TypeOf(*picture.bytes, picture.item))];
-    url += ";base64,";
-    url += ToBase64(*picture.bytes);
+    std::string url = "url(";
+    AppendDataUri(image::TypeOf(*picture.bytes, picture.item), *picture.bytes, url);
     url += ')';
     return m_pictures.try_emplace(std::move(url), "p" + std::to_string(m_pictures.size() + 1)).first->second;
 }

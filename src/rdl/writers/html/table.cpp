@@ -168,8 +168,8 @@ void HtmlBody::Cell(const TableInstance& table, const TableCell& cell, bool head
 void HtmlBody::CellContent(const Instance& item, const CharStylePtr& own) {
     if (item.kind != InstanceKind::Text) {
         Instance inner = item;
-        inner.bookmark.clear();                  // the cell bears them
-        if (item.kind != InstanceKind::Image) {  // it tells what is in the picture
+        inner.bookmark.clear();                                                        // the cell bears them
+        if (item.kind != InstanceKind::Image && item.kind != InstanceKind::Drawing) {  // says what they show
             inner.toolTip.clear();
         }
         Item(inner, m_styles.Class(""));

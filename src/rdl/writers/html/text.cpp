@@ -4,7 +4,10 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 
+#include "rdl/values/ascii.h"
+#include "rdl/values/base64.h"
 #include "rdl/values/utf8.h"
 
 namespace rdl::writers {
@@ -70,14 +73,47 @@ void AppendHtml(std::string_view text, std::string& out) {
     }
 }
 
-void AppendPoints(double points, std::string& out) {
-    const double bounded = std::isfinite(points) ? std::clamp(points, -LongestLength, LongestLength) : 0;
+void AppendNumber(double number, std::string& out) {
+    const double bounded = std::isfinite(number) ? std::clamp(number, -LongestLength, LongestLength) : 0;
     const auto hundredths = std::llround(bounded * 100);
     char buffer[40];
     const auto written = std::to_chars(buffer, buffer + sizeof buffer, static_cast<double>(hundredths) / 100,
                                        std::chars_format::fixed);
     out.append(buffer, static_cast<std::size_t>(written.ptr - buffer));
-    out += hundredths == 0 ? "" : "pt";
+}
+
+void AppendPoints(double points, std::string& out) {
+    const std::size_t before = out.size();
+    AppendNumber(points, out);
+    out += std::string_view(out).substr(before) == "0" ? "" : "pt";
+}
+
+void AppendColor(layout::Color color, std::string& out) {
+    char buffer[16];
+    std::snprintf(buffer, sizeof buffer, "#%06x", static_cast<unsigned>(color & 0xFFFFFF));
+    out += buffer;
+    if (const unsigned alpha = color >> 24; alpha != 0xFF) {
+        std::snprintf(buffer, sizeof buffer, "%02x", alpha);
+        out += buffer;
+    }
+}
+
+void AppendDataUri(image::Type type, std::string_view bytes, std::string& out) {
+    static constexpr const char* Types[] = {"png", "jpeg", "gif", "bmp"};
+    out.append("data:image/")
+        .append(Types[static_cast<int>(type)])
+        .append(";base64,")
+        .append(ToBase64(bytes));
+}
+
+void AppendFamily(std::string_view family, std::string& css) {
+    css += "font-family:\"";
+    for (const char c : family) {
+        if (IsNameByte(c) || c == ' ' || c == '-') {
+            css += c;
+        }
+    }
+    css += "\",sans-serif;";
 }
 
 }  // namespace rdl::writers

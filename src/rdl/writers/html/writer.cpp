@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <map>
+
 #include "rdl/writers/common/writers.h"
 #include "rdl/writers/html/body.h"
 #include "rdl/writers/html/text.h"
@@ -37,7 +39,47 @@ void AppendMeta(const char* name, const std::string& content, std::string& head)
     }
 }
 
-std::string Head(const layout::ReportInstance& report, const HtmlStyles& styles) {
+// The sheets of paper that a browser prints on (CSS Paged Media 3, sections 5 and 7): those of the report.
+// The first section's are the document's; a section with others names them.
+class Sheets {
+ public:
+    // Returns the class of the section, with a space before it; empty if it has the document's sheets.
+    std::string ClassOf(const layout::PageSetup& page) {
+        std::string rule = "{size:";
+        for (const double length : {page.width, page.height}) {
+            AppendPoints(length, rule);
+            rule += ' ';
+        }
+        rule.back() = ';';
+        rule += "margin:";
+        for (const double length : {page.marginTop, page.marginRight, page.marginBottom, page.marginLeft}) {
+            AppendPoints(length, rule);
+            rule += ' ';
+        }
+        rule.back() = '}';
+        const auto [entry, isNew] = m_names.try_emplace(std::move(rule));
+        if (isNew && m_names.size() > 1) {
+            entry->second = " q" + std::to_string(m_names.size() - 1);
+        }
+        return entry->second;
+    }
+
+    std::string Rules() const {
+        std::string rules;
+        for (const auto& [rule, name] : m_names) {
+            rules.append("@page").append(name).append(rule).append("\n");
+            if (!name.empty()) {
+                rules.append(".").append(name, 1).append("{page:").append(name, 1).append("}\n");
+            }
+        }
+        return rules;
+    }
+
+ private:
+    std::map<std::string, std::string> m_names;  // by what the sheets are
+};
+
+std::string Head(const layout::ReportInstance& report, const HtmlStyles& styles, const Sheets& sheets) {
     std::string head = "<!DOCTYPE html>\n<html lang=\"" + LanguageTag(report.language) +
                        "\">\n<head>\n<meta charset=\"utf-8\">\n"
                        "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>";
@@ -47,13 +89,14 @@ std::string Head(const layout::ReportInstance& report, const HtmlStyles& styles)
     AppendMeta("description", report.description, head);
     head += "<style>\n";
     head += CommonSheet;
+    head += sheets.Rules();
     head += styles.Sheet();
     head += "</style>\n</head>\n<body>\n";
     return head;
 }
 
-void WriteSection(layout::SectionInstance& section, bool first, bool last, HtmlStyles& styles,
-                  HtmlBody& body) {
+void WriteSection(layout::SectionInstance& section, bool first, bool last, const std::string& sheet,
+                  HtmlStyles& styles, HtmlBody& body) {
     const auto boxOf = [&](const layout::BoxStylePtr& style) {
         return styles.Box(style, HtmlStyles::Place::Block, nullptr, layout::HAlign::Left);
     };
@@ -62,7 +105,7 @@ void WriteSection(layout::SectionInstance& section, bool first, bool last, HtmlS
         body.Items(section.Header({}), section.bodyWidth, section.page.headerHeight);
         body.Raw("</header>\n");
     }
-    body.Raw("<section class=\"" + boxOf(section.bodyStyle) + (first ? "" : " bb") + "\">\n");
+    body.Raw("<section class=\"" + boxOf(section.bodyStyle) + (first ? "" : " bb") + sheet + "\">\n");
     body.Items(section.items, section.bodyWidth, section.bodyHeight);
     body.Raw("</section>\n");
     if (last && section.page.footerHeight > 0) {
@@ -76,13 +119,16 @@ void WriteSection(layout::SectionInstance& section, bool first, bool last, HtmlS
 
 void WriteHtml(layout::ReportInstance& report, Output& output, const Options& /*options*/) {
     HtmlStyles styles;
+    Sheets sheets;
     Spool spool;
     HtmlBody body(styles, spool);
     for (std::size_t i = 0; i < report.sections.size(); ++i) {
-        WriteSection(*report.sections[i], i == 0, i + 1 == report.sections.size(), styles, body);
+        layout::SectionInstance& section = *report.sections[i];
+        WriteSection(section, i == 0, i + 1 == report.sections.size(), sheets.ClassOf(section.page), styles,
+                     body);
     }
     body.Flush();
-    output.Write(Head(report, styles));
+    output.Write(Head(report, styles, sheets));
     output.Write(body.Map().Navigation());
     spool.Read([&](std::string_view piece) { output.Write(piece); });
     output.Write(std::string_view("</body>\n</html>\n"));
