@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Forty kinds of reports in every format: pages, texts, and the places of what depends on the layout."""
+"""Kinds of reports in every format: pages, texts, and the places of what depends on the layout."""
 
 import pathlib
 import re
@@ -47,6 +47,7 @@ KINDS = {
     "rtl_price_table": (1, ["A-100", "12.50", "35.65"]),
     "sales_sparklines": (1, ["North", "553", "Sum as a bar"]),
     "seating_plan": (1, ["Table 6", "Hal Voss", "Max Bell"]),
+    "shipping_labels": (1, ["Parcel 1", "Parcel 4"]),
     "spanning_boxes": (1, ["Sum 127", "September", "After the table"]),
     "spans_over_pages": (4, ["Zone 2", "Route 1b", "Stop 62", "1,953"]),
     "statement_with_subreports": (1, ["Fox Ltd", "Invoice 223", "Signature", "63.00"]),
@@ -119,6 +120,22 @@ class ReportKinds(unittest.TestCase):
                         continue  # it came out; other tests read these formats
                     found = squeezed(readers[form](path))
                     self.assertEqual([text for text in texts if squeezed(text) not in found], [])
+
+    def test_bar_codes_are_read_by_a_scanner(self):
+        page = self.folder / "labels.png"
+        for form in ("pdf", "png"):
+            if form == "pdf":
+                subprocess.run(["pdftoppm", "-r", "200", "-png", "-singlefile", self.export("shipping_labels", "pdf"),
+                                page.with_suffix("")], check=True)
+            else:
+                subprocess.run([STAGE / "oxc-report", "export", self.folder / "shipping_labels.rdl", "-f", "png", "--dpi", "200",
+                                "-o", page], check=True)
+            with self.subTest(form):
+                read = subprocess.run(["zbarimg", "-q", page], check=True, capture_output=True, text=True).stdout.split("\n")
+                wanted = [f"{kind}:{value}" for n in range(1, 5) for kind, value in (
+                    ("EAN-13", ("4006381333917", "4006381333924", "4006381333931", "4006381333948")[n - 1]),
+                    ("CODE-128", f"Parcel {n}"), ("QR-Code", f"https://example.com/parcels/{n}"))]
+                self.assertEqual(sorted(filter(None, read)), sorted(wanted))
 
     def test_totals_of_the_cross_table_are_at_the_end_of_each_direction(self):
         words = self.words("cross_three_levels")[0]

@@ -230,6 +230,27 @@ def price_tags():
 
 
 @kind
+def shipping_labels():
+    """A label for each parcel: an article number, a link and a parcel number as bar codes."""
+    rows = [(n, f"40063813339{n}", f"Parcel {n}") for n in range(1, 5)]
+
+    def code(symbology, value, where, more=()):
+        properties = (("Symbology", symbology), ("Value", value), *more)
+        return e("CustomReportItem", t("Type", "BarCode"), where, e("CustomProperties", *[
+            e("CustomProperty", t("Name", "Barcode:" + name), t("Value", text)) for name, text in properties]),
+            e("Style", t("FontSize", "8pt")), Name=name_of("Code"))
+    label = rectangle([box("=First(Fields!Name.Value)", at(0.1, 0.2, 0.6, 6), FontWeight="Bold"),
+                       code("EAN-13", "=First(Fields!Article.Value)", at(0.9, 0.2, 2.2, 5.5)),
+                       code("Code128", "=First(Fields!Name.Value)", at(3.4, 0.2, 1.6, 7)),
+                       code("QRCode", '="https://example.com/parcels/" & First(Fields!No.Value)', at(0.5, 7.5, 3.5, 3.5),
+                            [("ErrorCorrection", "H")]),
+                       code("DataMatrix", '="P" & First(Fields!No.Value)', at(0.5, 12, 2.5, 2.5))],
+                      borders=edges(All="Black Solid 1pt"))
+    table = tablix("Parcels", [16], [(5.4, [label])], [group("Parcel", "=Fields!No.Value")])
+    return report([data("Parcels", "No:Integer Article:String Name:String", rows)], [table])
+
+
+@kind
 def dunning_2005():
     """A reminder in the form of 2005: a table with a header, a group, details and footers, and a list of demands."""
     rows = [(f"Customer {c}", f"2026-0{n}-15", n * 40.5 * c, n * 10) for c in (1, 2) for n in range(1, 5)]

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "rdl/definition/barcode.h"
 #include "rdl/definition/chart_reader.h"
 #include "rdl/definition/gauge_reader.h"
 #include "rdl/definition/group_reader.h"
@@ -126,9 +127,12 @@ constexpr Kind Kinds[] = {
     {"GaugePanel", ReadGaugePanel},
     {"Gauge", nullptr},
     {"Map", nullptr},
-    {"CustomReportItem", nullptr},
+    {"CustomReportItem", ReadCustomItem},
+    {"BarCode", ReadBarcode},
 };
 static_assert(NamesDiffer(Kinds));
+
+}  // namespace
 
 ItemPtr ReadItem(Context& context, const XmlElement& element, Extent container) {
     context.CountItem(element);
@@ -141,8 +145,6 @@ ItemPtr ReadItem(Context& context, const XmlElement& element, Extent container) 
     }
     return kind->read(context, element, container);
 }
-
-}  // namespace
 
 std::vector<ItemElement> ItemElements() {
     std::vector<ItemElement> elements;

@@ -18,6 +18,8 @@ struct ItemElement {
 // Returns every report item of the schemas.
 std::vector<ItemElement> ItemElements();
 
+// Reads the item whose element this is.
+ItemPtr ReadItem(Context& context, const XmlElement& element, Extent container);
 // Reads the child ReportItems of `owner`.
 std::vector<ItemPtr> ReadItems(Context& context, const XmlElement& owner, Extent container);
 

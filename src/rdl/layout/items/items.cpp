@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "rdl/expr/operations/compare.h"
+#include "rdl/layout/drawing/barcode.h"
 #include "rdl/layout/drawing/chart/draw.h"
 #include "rdl/layout/drawing/gauge/draw.h"
 #include "rdl/layout/items/tablix_table.h"
@@ -113,6 +114,9 @@ bool ItemBuilder::Fill(ItemPlan& plan, Instance& out) {
             break;
         case ItemKind::Gauge:
             GaugeOf(plan, out);
+            break;
+        case ItemKind::Barcode:
+            BarcodeOf(plan, out);
             break;
     }
     if (out.kind != InstanceKind::Text) {
@@ -304,6 +308,22 @@ void ItemBuilder::ChartOf(ItemPlan& plan, Instance& out) {
 
 void ItemBuilder::GaugeOf(ItemPlan& plan, Instance& out) {
     Show(DrawGaugePanel(*plan.gauge, *this, out.width, out.height), true, out);
+}
+
+void ItemBuilder::BarcodeOf(ItemPlan& plan, Instance& out) {
+    const BarcodePlan& barcode = *plan.barcode;
+    BarcodeData data;
+    data.symbology = Text(barcode.symbology);
+    data.isError = plan.value.Get(m_evaluator).IsError();
+    data.value = Text(plan.value);
+    data.showsText = !barcode.showText.isSet || IsTrue(barcode.showText);
+    data.errorCorrection = Text(barcode.errorCorrection);
+    data.letters = *plan.messageStyle.Get(m_evaluator);
+    const BoxStyle& box = *out.box;
+    data.area = {static_cast<double>(box.paddingLeft), static_cast<double>(box.paddingTop),
+                 out.width - static_cast<double>(box.paddingLeft + box.paddingRight),
+                 out.height - static_cast<double>(box.paddingTop + box.paddingBottom)};
+    Show(DrawBarcode(data, out.width, out.height), true, out);
 }
 
 void ItemBuilder::Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out) {

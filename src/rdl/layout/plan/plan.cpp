@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "rdl/definition/barcode.h"
 #include "rdl/layout/plan/gauge_plan.h"
 #include "rdl/values/error.h"
 
@@ -158,6 +159,14 @@ void Planner::Kinds(const ReportItem& item, ItemPlan& plan) {
         case ItemKind::Tablix:
             plan.tablix = Region(static_cast<const Tablix&>(item));
             break;
+        case ItemKind::Barcode: {
+            const auto& barcode = static_cast<const Barcode&>(item);
+            plan.value = Of(barcode.value);
+            plan.barcode = std::make_unique<BarcodePlan>(
+                BarcodePlan{Of(barcode.symbology), Of(barcode.showText), Of(barcode.errorCorrection)});
+            plan.messageStyle.Compile({&item.style}, m_programs);
+            break;
+        }
         case ItemKind::Line:
             break;
         case ItemKind::Chart: {

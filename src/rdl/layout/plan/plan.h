@@ -70,6 +70,10 @@ struct BackgroundPlan {
     static std::unique_ptr<BackgroundPlan> Of(const Style& style, const Programs& programs, bool forChart);
 };
 
+struct BarcodePlan {
+    Property symbology, showText, errorCorrection;
+};
+
 struct ItemPlan {
     const ReportItem* definition = nullptr;
     BoxStylePlan box;
@@ -86,10 +90,12 @@ struct ItemPlan {
     std::unique_ptr<TablixPlan> tablix;
     std::unique_ptr<ChartPlan> chart;
     std::unique_ptr<GaugePlan> gauge;
-    Property value, mimeType;                                  // Image
-    std::vector<std::pair<std::string, Property>> parameters;  // Subreport ...
-    Property noRows;
-    CharStylePlan messageStyle;  // ... and its message
+    std::unique_ptr<BarcodePlan> barcode;
+    Property value;                                            // Image, Barcode
+    Property mimeType;                                         // Image
+    std::vector<std::pair<std::string, Property>> parameters;  // Subreport
+    Property noRows;                                           // Subreport
+    CharStylePlan messageStyle;                                // Subreport, and the text of a Barcode
 
     // The scope of the item: region and groups.
     const TablixPlan* region = nullptr;

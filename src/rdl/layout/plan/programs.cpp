@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "rdl/definition/barcode.h"
 #include "rdl/definition/chart.h"
 #include "rdl/definition/gauge.h"
 #include "rdl/expr/code/code.h"
@@ -257,6 +258,14 @@ class Programs::Walker {
             case ItemKind::Gauge:
                 GaugeOf(static_cast<const GaugePanel&>(item));
                 break;
+            case ItemKind::Barcode: {
+                const auto& barcode = static_cast<const Barcode&>(item);
+                for (const Expr* property :
+                     {&barcode.symbology, &barcode.value, &barcode.showText, &barcode.errorCorrection}) {
+                    Add(*property);
+                }
+                break;
+            }
             case ItemKind::Line:
                 break;
         }
