@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Forty kinds of reports in every format: pages, texts, and the places of what depends on the layout."""
+"""Over forty kinds of reports in every format: pages, texts, and the places of what depends on the layout."""
 
 import pathlib
 import re
@@ -19,6 +19,9 @@ KINDS = {
     "balance_sheet": (1, ["Machines", "Equity and debts", "Suppliers"]),
     "calendar_month": (1, ["W18", "Audit", "Payday"]),
     "certificate_landscape": (1, ["Certificate", "batch 4711", "Inspector"]),
+    "charts_around_a_centre": (1, ["Around a centre"]),
+    "charts_of_a_whole": (1, ["Of a whole"]),
+    "charts_of_spans": (1, ["From low to high", "Too small for axes:"]),
     "columns_with_groups": (1, ["Abel", "Hvila", "1972"]),
     "conditional_formats": (1, ["Order 15", "+6", "-4", "open"]),
     "cross_three_levels": (1, ["Region", "1,110", "459"]),
@@ -50,6 +53,7 @@ KINDS = {
     "spanning_boxes": (1, ["Sum 127", "September", "After the table"]),
     "spans_over_pages": (4, ["Zone 2", "Route 1b", "Stop 62", "1,953"]),
     "statement_with_subreports": (1, ["Fox Ltd", "Invoice 223", "Signature", "63.00"]),
+    "stock_2005": (1, ["Prices of March"]),
     "survey_form": (1, ["point 24?", "What else?"]),
     "tickets": (2, ["Harbour concert", "No 0006", "Di Fox"]),
     "timesheet_groups_foot": (2, ["Bo Dahl", "Week 13", "Signature"]),

@@ -9,7 +9,8 @@ STEPS = [("Visitors", 1000), ("Enquiries", 420), ("Offers", 260), ("Orders", 90)
 STOCK = [(land, kind_of, item, (len(item) * 37 + len(kind_of) * 11) % 90 + 10) for land, kind_of, item in (
     ("Norvale", "Fruit", "Apples"), ("Norvale", "Fruit", "Pears"), ("Norvale", "Roots", "Beets"),
     ("Eastport", "Fruit", "Plums"), ("Eastport", "Roots", "Carrots"), ("Eastport", "Roots", "Swedes"))]
-DAYS = [(f"2026-03-{day:02d}", 50 + day * 2 % 17, 40 + day * 3 % 11, 42 + day * 5 % 9, 47 + day * 7 % 13 - 6) for day in range(2, 12)]
+PRICES = [(f"2026-03-{day:02d}", 45 + day * 5 % 9, 42 + day * 7 % 13) for day in range(2, 12)]
+DAYS = [(day, max(first, last) + 2 + first % 4, min(first, last) - 1 - last % 5, first, last) for day, first, last in PRICES]
 
 
 def groups(*keys):
@@ -106,10 +107,11 @@ def stock_2005():
         return e("Chart", t("Type", "Stock"), t("Subtype", subtype), t("DataSetName", "Prices"), by_day,
                  e("ChartData", e("ChartSeries", e("DataPoints", points))), axes, e("Title", t("Caption", subtype)), at(top, 0, 5, 12),
                  Name=name_of("Prices"))
-    charts = [prices("HighLowClose", ("High", "Low", "Close"), 0), prices("OpenHighLowClose", ("High", "Low", "Open", "Close"), 5.2),
+    title = e("Textbox", t("Value", "Prices of March"), at(15.6, 0, 0.6, 12), Name="Title")
+    charts = [title, prices("HighLowClose", ("High", "Low", "Close"), 0), prices("OpenHighLowClose", ("High", "Low", "Open", "Close"), 5.2),
               prices("Candlestick", ("High", "Low", "Open", "Close"), 10.4)]
     source = e("DataSources", e("DataSource", e("ConnectionProperties", t("DataProvider", "ENTERDATA"), t("ConnectString", "")), Name="Rows"))
     return ('<?xml version="1.0" encoding="utf-8"?><Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2005/01/reportdefinition">'
             + source + e("DataSets", data("Prices", "Day:String High:Integer Low:Integer Open:Integer Close:Integer", DAYS))
-            + e("Body", e("ReportItems", *charts), t("Height", "15.5cm")) + t("Width", "12cm") + t("PageWidth", "21cm")
+            + e("Body", e("ReportItems", *charts), t("Height", "16.5cm")) + t("Width", "12cm") + t("PageWidth", "21cm")
             + t("PageHeight", "29.7cm") + t("LeftMargin", "2cm") + t("TopMargin", "2cm") + "</Report>")

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Elements of report files as text, short enough for forty reports. Lengths are centimetres."""
+"""Elements of report files as text, short enough for over forty reports. Lengths are centimetres."""
 import itertools
 import struct
 import zlib

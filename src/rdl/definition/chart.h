@@ -61,12 +61,12 @@ struct ChartPoint {
 
 // The custom attributes of a series that are understood.
 inline constexpr std::string_view ChartAttributeNames[] = {
-    "AreaDrawingStyle", "BoxPlotShowAverage", "BoxPlotShowMedian", "DoughnutRadius",
-    "ErrorBarStyle", "FunnelLabelStyle", "FunnelMinPointHeight", "FunnelNeckHeight",
-    "FunnelNeckWidth", "FunnelPointGap", "FunnelStyle", "LabelValueType",
-    "OpenCloseStyle", "PieLabelStyle", "PointWidth", "PolarDrawingStyle",
-    "PriceDownColor", "PriceUpColor", "PyramidLabelStyle", "PyramidMinPointHeight",
-    "PyramidPointGap", "PyramidValueType", "RadarDrawingStyle", "ShowOpenClose"};
+    "AreaDrawingStyle", "BoxPlotShowAverage", "BoxPlotShowMedian",    "DoughnutRadius",
+    "ErrorBarStyle",    "FunnelLabelStyle",   "FunnelMinPointHeight", "FunnelNeckHeight",
+    "FunnelNeckWidth",  "FunnelPointGap",     "FunnelStyle",          "LabelValueType",
+    "OpenCloseStyle",   "PieLabelStyle",      "PointWidth",           "PolarDrawingStyle",
+    "PriceDownColor",   "PriceUpColor",       "PyramidLabelStyle",    "PyramidMinPointHeight",
+    "PyramidPointGap",  "PyramidValueType",   "RadarDrawingStyle",    "ShowOpenClose"};
 
 struct ChartAttribute {
     std::string_view name;  // of ChartAttributeNames
@@ -86,7 +86,7 @@ struct ChartSeries {  // as defined; grouping creates several series from it
     ChartLabel label;
     ChartMarker marker;
     Expr hidden, legendText, hiddenInLegend;
-    std::string area, valueAxis;     // by name
+    std::string area, valueAxis;  // by name
     std::vector<ChartAttribute> attributes;
 
     // Returns the value of a custom attribute; unset if the series does not have it.

@@ -81,10 +81,9 @@ class OlderReader {
         const int width = m_context.Number(m_element, "PointWidth", m_where, 0, 10'000, 0);
         if (width > 0) {
             const int hundredths = std::min(width, 200);
-            series.attributes.push_back(
-                {"PointWidth",
-                 Constant(std::to_string(hundredths / 100) + (hundredths % 100 < 10 ? ".0" : ".") +
-                          std::to_string(hundredths % 100))});
+            series.attributes.push_back({"PointWidth", Constant(std::to_string(hundredths / 100) +
+                                                                (hundredths % 100 < 10 ? ".0" : ".") +
+                                                                std::to_string(hundredths % 100))});
         }
         return series;
     }

@@ -150,7 +150,7 @@ TEST(ChartDefinition, DerivedSeriesIsNamed) {
 
 TEST(ChartDefinition, SeriesOfDifferentFramesInOneAreaAreAnError) {
     const std::pair<const char*, const char*> types[] = {
-        {"Column", "Plain"},   {"Bar", "Plain"},     {"Shape", "Pie"},     {"Polar", "Radar"},
+        {"Column", "Plain"}, {"Bar", "Plain"},     {"Shape", "Pie"},     {"Polar", "Radar"},
         {"Shape", "Funnel"}, {"Shape", "Pyramid"}, {"Shape", "TreeMap"}, {"Shape", "Sunburst"}};
     for (const auto& one : types) {
         for (const auto& other : types) {
@@ -161,17 +161,17 @@ TEST(ChartDefinition, SeriesOfDifferentFramesInOneAreaAreAnError) {
             }
             const std::string both =
                 NewerSeries(one.first, one.second) + NewerSeries(other.first, other.second);
-            EXPECT_THAT(ErrorOf(Newer(both, "", "<ChartMember/><ChartMember/>")),
-                        HasSubstr("its series \"" + first + "\" and \"" + second +
-                                  "\" cannot be drawn in one area"));
+            EXPECT_THAT(
+                ErrorOf(Newer(both, "", "<ChartMember/><ChartMember/>")),
+                HasSubstr("its series \"" + first + "\" and \"" + second + "\" cannot be drawn in one area"));
         }
     }
 }
 
 TEST(ChartDefinition, StocksMayStandAmongColumnsAndRadarsAmongPolarLines) {
     const std::string members = "<ChartMember/><ChartMember/>";
-    const Definition prices = Parse(
-        Newer(NewerSeries("Column", "Plain") + NewerSeries("Range", "Candlestick"), "", members));
+    const Definition prices =
+        Parse(Newer(NewerSeries("Column", "Plain") + NewerSeries("Range", "Candlestick"), "", members));
     EXPECT_EQ(ChartOf(prices).series.at(1).kind, ChartKind::Candlestick);
     const Definition circle =
         Parse(Newer(NewerSeries("Polar", "Plain") + NewerSeries("Polar", "Radar"), "", members));

@@ -13,8 +13,8 @@ namespace rdl::layout {
 
 inline std::string Tenth(double number) {
     char text[400];
-    const auto end = std::to_chars(text, text + sizeof text, number == 0 ? 0 : number,
-                                   std::chars_format::fixed, 1).ptr;
+    const auto end =
+        std::to_chars(text, text + sizeof text, number == 0 ? 0 : number, std::chars_format::fixed, 1).ptr;
     const std::string made(text, end);
     return made == "-0.0" ? "0.0" : made;
 }

@@ -31,11 +31,11 @@ TEST(ChartSpan, StockIsALineWithItsPricesBesideIt) {
 TEST(ChartSpan, StockShowsThePriceThatItsAttributeNames) {
     ChartParts parts = Stock("Stock");
     parts.series = Custom("ShowOpenClose", "Close");
-    EXPECT_THAT(Shapes(Draw(parts, One())), ElementsAre("line 150.0,24.8 150.0,175.2 ff418cf0",
-                                                        "line 150.0,81.2 265.2,81.2 ff418cf0"));
+    EXPECT_THAT(Shapes(Draw(parts, One())),
+                ElementsAre("line 150.0,24.8 150.0,175.2 ff418cf0", "line 150.0,81.2 265.2,81.2 ff418cf0"));
     parts.series = Custom("ShowOpenClose", "Open");
-    EXPECT_THAT(Shapes(Draw(parts, One())), ElementsAre("line 150.0,24.8 150.0,175.2 ff418cf0",
-                                                        "line 34.8,156.4 150.0,156.4 ff418cf0"));
+    EXPECT_THAT(Shapes(Draw(parts, One())),
+                ElementsAre("line 150.0,24.8 150.0,175.2 ff418cf0", "line 34.8,156.4 150.0,156.4 ff418cf0"));
 }
 
 TEST(ChartSpan, StockMayHaveTriangles) {
@@ -98,14 +98,15 @@ TEST(ChartSpan, TheHighValueMayBeTheYValue) {
 
 TEST(ChartSpan, LabelIsTheClosingPriceAboveTheLine) {
     ChartParts parts = Stock("Stock");
-    parts.point = "<ChartDataLabel><Visible>true</Visible><UseValueAsLabel>true</UseValueAsLabel>"
-                  "</ChartDataLabel>";
+    parts.point =
+        "<ChartDataLabel><Visible>true</Visible><UseValueAsLabel>true</UseValueAsLabel>"
+        "</ChartDataLabel>";
     const Drawn closing = Draw(parts, One());
     EXPECT_THAT(closing.Texts(), ElementsAre("60"));
     EXPECT_LT(closing.Letters().at(0).baseline, 24.8);
     EXPECT_GT(closing.Letters().at(0).baseline, 14.8);
-    for (const auto& [price, text] :
-         {std::pair{"High", "90"}, std::pair{"Low", "10"}, std::pair{"Open", "20"}, std::pair{"Close", "60"}}) {
+    for (const auto& [price, text] : {std::pair{"High", "90"}, std::pair{"Low", "10"},
+                                      std::pair{"Open", "20"}, std::pair{"Close", "60"}}) {
         parts.series = Custom("LabelValueType", price);
         EXPECT_THAT(Draw(parts, One()).Texts(), ElementsAre(text));
     }
@@ -134,15 +135,16 @@ TEST(ChartSpan, ErrorBarMayHaveOneEnd) {
 }
 
 TEST(ChartSpan, BoxHasWhiskersMedianAndMean) {
-    const std::string values = "<High>90</High><Low>10</Low><Start>20</Start><End>60</End>"
-                               "<Mean>45</Mean><Median>40</Median>";
-    EXPECT_THAT(Shapes(Draw(Stock("BoxPlot", values), One())),
-                ElementsAre("line 92.4,24.8 207.6,24.8 ff418cf0", "line 92.4,175.2 207.6,175.2 ff418cf0",
-                            "line 150.0,24.8 150.0,81.2 ff418cf0", "line 150.0,156.4 150.0,175.2 ff418cf0",
-                            "box 34.8,81.2 230.4x75.2 ff418cf0",
-                            "path 00000000 ff000000 34.8,81.2 265.2,81.2 265.2,156.4 34.8,156.4 z",
-                            "line 34.8,118.8 265.2,118.8 ff000000",
-                            "line 34.8,109.4 265.2,109.4 ff000000 dashed"));
+    const std::string values =
+        "<High>90</High><Low>10</Low><Start>20</Start><End>60</End>"
+        "<Mean>45</Mean><Median>40</Median>";
+    EXPECT_THAT(
+        Shapes(Draw(Stock("BoxPlot", values), One())),
+        ElementsAre("line 92.4,24.8 207.6,24.8 ff418cf0", "line 92.4,175.2 207.6,175.2 ff418cf0",
+                    "line 150.0,24.8 150.0,81.2 ff418cf0", "line 150.0,156.4 150.0,175.2 ff418cf0",
+                    "box 34.8,81.2 230.4x75.2 ff418cf0",
+                    "path 00000000 ff000000 34.8,81.2 265.2,81.2 265.2,156.4 34.8,156.4 z",
+                    "line 34.8,118.8 265.2,118.8 ff000000", "line 34.8,109.4 265.2,109.4 ff000000 dashed"));
     ChartParts parts = Stock("BoxPlot", values);
     parts.series = Custom("BoxPlotShowAverage", "False");
     EXPECT_EQ(Shapes(Draw(parts, One())).size(), 7U);
@@ -154,8 +156,7 @@ TEST(ChartSpan, BoxesOfSeveralSeriesStandBesideEachOther) {
     ChartParts parts = Stock("Candlestick");
     parts.seriesGroup = "=Fields!Product.Value";
     parts.series = Custom("PointWidth", "1");
-    const std::vector<RectOp> bodies =
-        Draw(parts, Sales({{"Mon", "Tea", 1}, {"Mon", "Coffee", 1}})).Rects();
+    const std::vector<RectOp> bodies = Draw(parts, Sales({{"Mon", "Tea", 1}, {"Mon", "Coffee", 1}})).Rects();
     ASSERT_EQ(bodies.size(), 2U);
     EXPECT_DOUBLE_EQ(bodies[0].x, 6);
     EXPECT_DOUBLE_EQ(bodies[0].width, 144);
@@ -175,8 +176,7 @@ TEST(ChartSpan, ScaleReachesFromTheLowestToTheHighestValue) {
 TEST(ChartSpan, DataHaveEachValueInAColumn) {
     const Drawn drawn = Draw(Stock("Stock"), One());
     const DrawingData& data = drawn.kit.report->sections.front()->items.front().drawing->data;
-    EXPECT_THAT(data.columns,
-                ElementsAre("Category", "Series", "Value", "High", "Low", "Start", "End"));
+    EXPECT_THAT(data.columns, ElementsAre("Category", "Series", "Value", "High", "Low", "Start", "End"));
     ASSERT_EQ(data.rows.size(), 1U);
     EXPECT_EQ(data.rows[0][0].AsText(), "Mon");
     EXPECT_EQ(data.rows[0][2].AsText(), "60");

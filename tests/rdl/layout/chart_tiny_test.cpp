@@ -27,7 +27,8 @@ TEST(TinyChart, HasItsColumnsWithoutAxes) {
     parts.valueAxis = "<Minimum>0</Minimum><Maximum>100</Maximum>";
     const Drawn drawn = Sized(parts, "32pt", "24pt");
     EXPECT_THAT(drawn.Texts(), IsEmpty());
-    EXPECT_THAT(Shapes(drawn), ElementsAre("box 2.9,1.5 11.6x21.0 ff418cf0", "box 17.5,12.0 11.6x10.5 ff418cf0"));
+    EXPECT_THAT(Shapes(drawn),
+                ElementsAre("box 2.9,1.5 11.6x21.0 ff418cf0", "box 17.5,12.0 11.6x10.5 ff418cf0"));
 }
 
 TEST(TinyChart, HasNeitherTitleNorLegendButIsCalledByItsTitle) {
@@ -36,7 +37,8 @@ TEST(TinyChart, HasNeitherTitleNorLegendButIsCalledByItsTitle) {
     parts.more = Title + Legend;
     const Drawn drawn = Sized(parts, "32pt", "24pt");
     EXPECT_THAT(drawn.Texts(), IsEmpty());
-    EXPECT_THAT(Shapes(drawn), ElementsAre("box 2.9,1.5 11.6x21.0 ff418cf0", "box 17.5,12.0 11.6x10.5 ff418cf0"));
+    EXPECT_THAT(Shapes(drawn),
+                ElementsAre("box 2.9,1.5 11.6x21.0 ff418cf0", "box 17.5,12.0 11.6x10.5 ff418cf0"));
     EXPECT_EQ(drawn.kit.report->sections.front()->items.front().drawing->description, "Turnover");
 }
 

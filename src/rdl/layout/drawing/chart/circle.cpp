@@ -11,10 +11,10 @@ namespace rdl::layout {
 namespace {
 
 constexpr double Turn = 2 * std::numbers::pi;
-constexpr double Gap = 3, TickLength = 4;    // points
-constexpr double LargestName = 0.25;         // of the room's width
-constexpr double LeastRadius = 8;            // points: a smaller plot has no texts
-constexpr double UsualAngle = 30;            // degrees between ticks
+constexpr double Gap = 3, TickLength = 4;  // points
+constexpr double LargestName = 0.25;       // of the room's width
+constexpr double LeastRadius = 8;          // points: a smaller plot has no texts
+constexpr double UsualAngle = 30;          // degrees between ticks
 
 PathOp::Segment Closing() {
     return {PathOp::Segment::Close, {}, {}};
@@ -50,9 +50,9 @@ void Spokes(CirclePlot& plot) {
             plot.names.push_back(plot.data.categories[i]);
         }
     }
-    plot.polygon = plot.spokes.size() > 2 &&
-                   std::any_of(plot.area.rows.begin(), plot.area.rows.end(),
-                               [](const ChartRow& row) { return row.look.polygon; });
+    plot.polygon =
+        plot.spokes.size() > 2 && std::any_of(plot.area.rows.begin(), plot.area.rows.end(),
+                                              [](const ChartRow& row) { return row.look.polygon; });
 }
 
 bool HasNames(const CirclePlot& plot) {
@@ -63,6 +63,13 @@ bool HasNames(const CirclePlot& plot) {
 // A name ends at the circle on the left, begins there on the right and is in its middle at top and bottom.
 Anchor NameAnchor(double angle) {
     return {(1 - std::sin(angle)) / 2, (1 + std::cos(angle)) / 2};
+}
+
+// The numbers of the value axis end beside the top of the circle: a name there stands above them.
+double NameGap(const CirclePlot& plot, double angle) {
+    const ChartAxisData& axis = plot.area.valueAxes.front();
+    const bool meets = angle == 0 && axis.visible && axis.labels;
+    return Gap + (meets ? Canvas::LineHeight(*axis.style) / 2 : 0);
 }
 
 // The largest radius at which all names that are drawn lie within the room.
@@ -79,11 +86,12 @@ double RadiusFor(CirclePlot& plot, const Rect& room) {
         plot.names[i] = Shortened(plot.names[i], style, room.width * LargestName);
         const Extents size = Canvas::Measure(plot.names[i], style);
         const double across = std::abs(std::sin(plot.spokes[i])), up = std::abs(std::cos(plot.spokes[i]));
+        const double gap = NameGap(plot, plot.spokes[i]);
         if (across > 0.01) {
-            radius = std::min(radius, (room.width / 2 - size.width * (1 + across) / 2) / across - Gap);
+            radius = std::min(radius, (room.width / 2 - size.width * (1 + across) / 2) / across - gap);
         }
         if (up > 0.01) {
-            radius = std::min(radius, (room.height / 2 - size.height * (1 + up) / 2) / up - Gap);
+            radius = std::min(radius, (room.height / 2 - size.height * (1 + up) / 2) / up - gap);
         }
     }
     return radius;
@@ -156,6 +164,28 @@ void Stripes(const CirclePlot& plot) {
     }
 }
 
+// A name that would touch the one before it or the first one is omitted.
+void Names(const CirclePlot& plot) {
+    const CharStyle& style = *plot.area.categoryAxes.front().style;
+    std::vector<Rect> drawn;
+    for (std::size_t i = 0; i < plot.names.size(); i += plot.every) {
+        const double angle = plot.spokes[i];
+        const Spot spot = OnCircle(plot.center, plot.radius + NameGap(plot, angle), angle);
+        const Anchor anchor = NameAnchor(angle);
+        const Extents size = Canvas::Measure(plot.names[i], style);
+        const Rect box{spot.x - size.width * anchor.across, spot.y - size.height * anchor.down, size.width,
+                       size.height};
+        const auto touches = [&box](const Rect& other) {
+            return box.x < other.Right() && other.x < box.Right() && box.y < other.Bottom() &&
+                   other.y < box.Bottom();
+        };
+        if (drawn.empty() || (!touches(drawn.front()) && !touches(drawn.back()))) {
+            plot.canvas.Text(plot.names[i], style, spot, anchor);
+            drawn.push_back(box);
+        }
+    }
+}
+
 void ValueAxis(const CirclePlot& plot, std::size_t index) {
     const ChartAxisData& axis = plot.area.valueAxes[index];
     const Scale& scale = plot.values[index];
@@ -177,8 +207,9 @@ void ValueAxis(const CirclePlot& plot, std::size_t index) {
 }  // namespace
 
 double CirclePlot::AngleOf(const ChartMark& mark, std::size_t category) const {
-    const double share = numbered ? numbers.Share(mark.x)
-                                  : static_cast<double>(category) / static_cast<double>(data.categories.size());
+    const double share = numbered
+                             ? numbers.Share(mark.x)
+                             : static_cast<double>(category) / static_cast<double>(data.categories.size());
     const double angle = std::fmod(share, 1.0) * Turn;
     return area.categoryAxes.front().reverse ? -angle : angle;
 }
@@ -237,7 +268,8 @@ void DrawCircleGrid(const CirclePlot& plot) {
     }
     const ChartAxisData& value = plot.area.valueAxes.front();
     const auto lines = [&](const ChartLinesData& grid, const std::vector<double>& ticks) {
-        for (const double share : value.visible && grid.shown ? SharesOf(plot, 0, ticks) : std::vector<double>()) {
+        for (const double share :
+             value.visible&& grid.shown ? SharesOf(plot, 0, ticks) : std::vector<double>()) {
             if (share > 1e-9) {
                 plot.canvas.Path(plot.Outline(share), Transparent, grid.border);
             }
@@ -252,9 +284,8 @@ void DrawCircleAxes(const CirclePlot& plot) {
     if (category.visible) {
         plot.canvas.Path(plot.Outline(1), Transparent, category.line);
     }
-    for (std::size_t i = 0; HasNames(plot) && HasTexts(plot) && i < plot.names.size(); i += plot.every) {
-        const Spot spot = OnCircle(plot.center, plot.radius + Gap, plot.spokes[i]);
-        plot.canvas.Text(plot.names[i], *category.style, spot, NameAnchor(plot.spokes[i]));
+    if (HasNames(plot) && HasTexts(plot)) {
+        Names(plot);
     }
     for (std::size_t i = 0; i < plot.values.size(); ++i) {
         const bool used = std::any_of(plot.area.rows.begin(), plot.area.rows.end(),

@@ -21,10 +21,10 @@ struct CirclePlot {
     bool numbered = false;  // the points have angles in degrees, by `numbers`; else categories
     Scale numbers = {};
     std::vector<std::vector<ChartReach>> reaches = {};
-    std::vector<Scale> values = {};      // by value axis
-    std::vector<double> spokes = {};     // angles of the categories or ticks
+    std::vector<Scale> values = {};       // by value axis
+    std::vector<double> spokes = {};      // angles of the categories or ticks
     std::vector<std::string> names = {};  // of the spokes
-    std::size_t every = 1;               // names and spokes that are drawn: every n-th
+    std::size_t every = 1;                // names and spokes that are drawn: every n-th
 
     double AngleOf(const ChartMark& mark, std::size_t category) const;
     // Returns the distance from the centre as a fraction of the radius.

@@ -145,11 +145,24 @@ class ChartEvaluator {
         }
     }
 
+    // A tree has a part for each group of each point.
+    std::size_t Levels() const {
+        std::size_t levels = 1;
+        if (std::any_of(m_chart.series.begin(), m_chart.series.end(), IsTree)) {
+            for (const Leaf& leaf : m_columns) {
+                levels = std::max(levels, leaf.path.size());
+            }
+        }
+        return levels;
+    }
+
     void CheckSizes() const {
+        const std::size_t levels = Levels();
         if (m_rows.size() > MostSeries || m_columns.size() > MostCategories ||
-            m_rows.size() * m_columns.size() > MostPoints) {
+            m_rows.size() * m_columns.size() * levels > MostPoints) {
             throw Error("Chart \"" + m_chart.name + "\" has " + std::to_string(m_rows.size()) +
-                        " series and " + std::to_string(m_columns.size()) + " categories: more than " +
+                        " series and " + std::to_string(m_columns.size()) + " categories" +
+                        (levels > 1 ? " in " + std::to_string(levels) + " levels" : "") + ": more than " +
                         std::to_string(MostSeries) + ", " + std::to_string(MostCategories) + " or " +
                         std::to_string(MostPoints) + " points cannot be drawn");
         }
@@ -234,7 +247,8 @@ class ChartEvaluator {
         }
         row.look = EvaluateLook(series, m_styles);
         ChartAreaData& area = AreaOf(series, row);
-        row.border = IsStroked(series) ? StrokeOf(series.style, row.color, m_styles) : m_styles.BorderOf(series.style);
+        row.border =
+            IsStroked(series) ? StrokeOf(series.style, row.color, m_styles) : m_styles.BorderOf(series.style);
         Marks(leaf, row);
         ColourAsPoints(row);
         area.rows.push_back(std::move(row));
@@ -273,8 +287,8 @@ class ChartEvaluator {
             const Leaf& column = m_columns[i];
             m_reader.Place().Enter(
                 {m_region.get(), leaf.group, column.group, leaf.instance, column.instance});
-            row.marks.push_back(EvaluateMark(row, row.definition->points[At(column.leaf)], i, m_styles,
-                                             *m_data.culture));
+            row.marks.push_back(
+                EvaluateMark(row, row.definition->points[At(column.leaf)], i, m_styles, *m_data.culture));
             if (m_data.categories[i].empty()) {
                 m_data.categories[i] = row.marks.back().axisLabel;
             }

@@ -148,7 +148,8 @@ class StackDrawer {
             return true;
         }
         const Extents size = SizeOf(*segment.mark);
-        const double narrow = std::min(segment.upper, segment.lower), wide = std::max(segment.upper, segment.lower);
+        const double narrow = std::min(segment.upper, segment.lower),
+                     wide = std::max(segment.upper, segment.lower);
         return size.height > (segment.bottom - segment.top) * m_room.height ||
                size.width > (narrow + wide) / 2 * m_inside.width;
     }

@@ -81,9 +81,9 @@ void Symbol(const Entry& entry, Spot center, double size, Canvas& canvas) {
         DrawShape(ChartShape::Circle, center, size, entry.color, canvas);
     } else {
         canvas.Rectangle({center.x - size / 2, center.y - size / 2, size, size}, entry.color,
-                         entry.mark                             ? entry.mark->border
+                         entry.mark                          ? entry.mark->border
                          : IsStroked(*entry.row->definition) ? Border()
-                                                                : entry.row->border);
+                                                             : entry.row->border);
     }
 }
 

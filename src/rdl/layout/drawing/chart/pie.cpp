@@ -16,7 +16,8 @@ constexpr double FirstAngle = Turn / 4;  // slices begin at the right, as clocks
 constexpr double ExplodedShare = 0.1, LabelGap = 4, Leader = 8;
 
 bool LabelsOutside(const ChartRow& row) {
-    return row.look.labels == ChartLook::Labels::Outside || std::any_of(row.marks.begin(), row.marks.end(), [](const ChartMark& mark) {
+    return row.look.labels == ChartLook::Labels::Outside ||
+           std::any_of(row.marks.begin(), row.marks.end(), [](const ChartMark& mark) {
                return EqualNoCase(mark.labelPosition, "Outside") && !mark.label.empty();
            });
 }
@@ -37,9 +38,7 @@ Extents LargestLabel(const ChartRow& row) {
 struct Cut {
     const ChartMark* mark;
     RingSlice slice;
-    bool HasRoomForLabel() const {
-        return slice.HasRoomFor(Canvas::Measure(mark->label, *mark->labelStyle));
-    }
+    bool HasRoomForLabel() const { return slice.HasRoomFor(Canvas::Measure(mark->label, *mark->labelStyle)); }
 };
 
 std::vector<Cut> CutsOf(const ChartRow& row, const RingSlice& ring, bool exploded) {

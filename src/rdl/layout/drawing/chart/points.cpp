@@ -128,8 +128,7 @@ class MarkReader {
     void Shape() {
         const ChartMarker& marker = m_point.marker.type.IsSet() ? m_point.marker : m_series.marker;
         const bool needed = NeedsMarker();
-        m_mark.shape =
-            ShapeOf(m_styles.Text(marker.type), needed ? ChartShape::Circle : ChartShape::None);
+        m_mark.shape = ShapeOf(m_styles.Text(marker.type), needed ? ChartShape::Circle : ChartShape::None);
         if (needed && m_mark.shape == ChartShape::None) {
             m_mark.shape = ChartShape::Circle;
         }
@@ -144,8 +143,7 @@ class MarkReader {
         }
         const std::string format = m_styles.Format(label.style);
         if (m_styles.Flag(label.useValue).value_or(false) || !label.text.IsSet()) {
-            m_mark.label =
-                ChartNumber(m_labelled.IsNull() ? m_mark.value : m_labelled, format, m_culture);
+            m_mark.label = ChartNumber(m_labelled.IsNull() ? m_mark.value : m_labelled, format, m_culture);
         } else {
             m_mark.label = ChartNumber(m_styles.Get(label.text), format, m_culture);
         }

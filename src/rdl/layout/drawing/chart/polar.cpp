@@ -39,9 +39,8 @@ void DrawSeries(const CirclePlot& plot, std::size_t r) {
             if (!whole) {
                 corners.push_back(plot.center);
             }
-            plot.canvas.Polygon(corners,
-                                (row.color & 0x00FFFFFF) | std::min(row.color & 0xFF000000, AreaAlpha),
-                                Border());
+            plot.canvas.Polygon(
+                corners, (row.color & 0x00FFFFFF) | std::min(row.color & 0xFF000000, AreaAlpha), Border());
         }
         if (spots.size() == 1 && row.marks[piece.front()].shape == ChartShape::None) {
             // A point between two gaps would not be seen as a line.

@@ -21,9 +21,7 @@ struct Span {
     double HeightOf(double value) const {
         return plot.At(0, plot.HeldShare(row.valueAxis, value), row.valueAxis).y;
     }
-    void Level(double from, double to, double y) const {
-        plot.canvas.Line({from, y}, {to, y}, mark.border);
-    }
+    void Level(double from, double to, double y) const { plot.canvas.Line({from, y}, {to, y}, mark.border); }
     void Upright(double from, double to) const {
         plot.canvas.Line({Middle(), from}, {Middle(), to}, mark.border);
     }

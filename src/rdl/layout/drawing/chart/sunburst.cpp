@@ -11,7 +11,7 @@ namespace rdl::layout {
 namespace {
 
 constexpr double Turn = 2 * std::numbers::pi;
-constexpr double Hole = 0.5;  // its radius, in rings
+constexpr double Hole = 0.5;   // its radius, in rings
 constexpr double TextGap = 4;  // points
 
 std::size_t DepthOf(const std::vector<ChartNode>& nodes) {
@@ -54,6 +54,17 @@ struct Sunburst {
                 return;
             }
         }
+        Outwards(text, slice);
+    }
+
+    // A text that has no room while it is level runs along the radius, on the left towards the centre.
+    void Outwards(const ChartNodeText& text, const RingSlice& slice) const {
+        if ((slice.inner + ring / 2) * (slice.to - slice.from) < Canvas::LineHeight(text.style)) {
+            return;
+        }
+        const double degrees = slice.Middle() / Turn * 360;
+        canvas.Text(Shortened(text.text, text.style, ring - TextGap), text.style, slice.LabelSpot(),
+                    {0.5, 0.5}, degrees < 180 ? degrees - 90 : degrees - 270);
     }
 };
 

@@ -10,7 +10,7 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double TextGap = 2;    // points
+constexpr double TextGap = 2;       // points
 constexpr double LeastSide = 1e-3;  // points: a tile that nobody sees
 
 struct Tile {
@@ -70,8 +70,8 @@ class Tiler {
         double along = upright ? m_left.y : m_left.x;
         for (std::size_t i = first; i < last; ++i) {
             const double length = m_tiles[i].surface / thick;
-            visit(*m_tiles[i].node, upright ? Rect{m_left.x, along, thick, length}
-                                            : Rect{along, m_left.y, length, thick});
+            visit(*m_tiles[i].node,
+                  upright ? Rect{m_left.x, along, thick, length} : Rect{along, m_left.y, length, thick});
             along += length;
         }
         (upright ? m_left.x : m_left.y) += thick;
@@ -109,13 +109,13 @@ class TreeMap {
         m_canvas.Text(shown, text.style, {place.x + TextGap, place.y + TextGap}, {0, 0});
     }
 
-    // A group has its name above its tiles, if both have room.
+    // A group has its name above its tiles, if both have room; else its tiles cover it.
     void Group(const ChartNode& node, const Rect& place) const {
-        m_canvas.Rectangle(place, node.color, BorderOrSeam(Border()));
         Rect inside = place;
         const ChartNodeText text = TextOf(node, m_area);
         const double head = Canvas::LineHeight(text.style) + TextGap;
         if (!text.text.empty() && place.height > 2 * head && place.width > 2 * head) {
+            m_canvas.Rectangle(place, node.color, BorderOrSeam(Border()));
             m_canvas.Text(Shortened(text.text, text.style, place.width - 2 * TextGap), text.style,
                           {place.x + TextGap, place.y + TextGap / 2}, {0, 0});
             inside.y += head;
