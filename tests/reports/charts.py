@@ -90,7 +90,7 @@ def charts_of_spans():
         of_prices("Range Stock", prices, "Stock", at(1, 0, 5.5, 8.2)),
         of_prices("Range Candlestick", prices, "Candlesticks", at(1, 8.6, 5.5, 8.2), custom=[("PriceUpColor", "Lime"), ("PriceDownColor", "Red")]),
         of_prices("Range ErrorBar", {"Y": total("Close"), "High": total("High"), "Low": total("Low")}, "Errors", at(6.9, 0, 5.5, 8.2)),
-        of_prices("Range BoxPlot", {**prices, "Median": "=Avg(Fields!Open.Value + Fields!Close.Value) / 2", "Mean": total("Open")}, "Boxes",
+        of_prices("Range BoxPlot", {**prices, "Median": "=Avg(Fields!Open.Value + Fields!Close.Value) / 2", "Mean": "=Avg(Fields!High.Value + Fields!Low.Value) / 2"}, "Boxes",
                   at(6.9, 8.6, 5.5, 8.2)),
         box("Too small for axes:", at(12.8, 0, 0.6, 4)),
         of_prices("Column Plain", {"Y": total("High")}, "Hidden title", at(12.7, 4, 0.9, 2))], height=14)

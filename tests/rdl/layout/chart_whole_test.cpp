@@ -271,6 +271,16 @@ TEST(ChartSunburst, NameWithoutRoomRunsAlongTheRadius) {
     EXPECT_NEAR(drawn.Letters().at(1).rotation, 360.0 * 92.5 / 96 - 270, 0.1);
 }
 
+TEST(ChartSunburst, NameWithoutLevelRoomRunsAlongItsRing) {
+    ChartParts parts = Bare("Shape", "Sunburst");
+    parts.categoryAxis.clear();
+    const Drawn drawn = Draw(parts, Sales({{"A name of six long words", "", 30}, {"B", "", 70}}));
+    EXPECT_THAT(drawn.Texts(), ElementsAre("A name of six", "long words", "B"));
+    const Drawn thin{BuildKit(Nested(parts), Sales({{"North", "Strawberries", 30}, {"South", "B", 70}}))};
+    EXPECT_THAT(thin.Texts(), ElementsAre("North", "Strawberries", "South", "B"));
+    EXPECT_NEAR(thin.Letters().at(1).rotation, 0.15 * 360, 0.1);
+}
+
 TEST(ChartWhole, NegativeValuesCountWithoutTheirSign) {
     for (const char* subtype : {"Funnel", "Pyramid", "TreeMap", "Sunburst"}) {
         EXPECT_EQ(Shapes(Draw(Bare("Shape", subtype), Two(-60))), Shapes(Draw(Bare("Shape", subtype), Two())))

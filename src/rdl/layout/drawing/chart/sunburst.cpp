@@ -54,17 +54,24 @@ struct Sunburst {
                 return;
             }
         }
-        Outwards(text, slice);
+        Turned(text, slice);
     }
 
-    // A text that has no room while it is level runs along the radius, on the left towards the centre.
-    void Outwards(const ChartNodeText& text, const RingSlice& slice) const {
-        if ((slice.inner + ring / 2) * (slice.to - slice.from) < Canvas::LineHeight(text.style)) {
-            return;
+    // A text that has no room while it is level runs along its ring, or along the radius.
+    void Turned(const ChartNodeText& text, const RingSlice& slice) const {
+        constexpr double Share = 0.9;  // of the arc
+        const double degrees = slice.Middle() / Turn * 360, radius = slice.inner + ring / 2;
+        const double arc = radius * (slice.to - slice.from);
+        const Extents size = Canvas::Measure(text.text, text.style);
+        const double bend = size.width * size.width / (4 * radius);  // of the ring, along the text
+        if (size.width <= Share * arc && size.height + bend <= ring) {
+            const bool upper = degrees <= 90 || degrees >= 270;
+            canvas.Text(text.text, text.style, slice.LabelSpot(), {0.5, 0.5},
+                        upper ? degrees : degrees - 180);
+        } else if (arc >= size.height) {
+            canvas.Text(Shortened(text.text, text.style, ring - TextGap), text.style, slice.LabelSpot(),
+                        {0.5, 0.5}, degrees < 180 ? degrees - 90 : degrees - 270);
         }
-        const double degrees = slice.Middle() / Turn * 360;
-        canvas.Text(Shortened(text.text, text.style, ring - TextGap), text.style, slice.LabelSpot(),
-                    {0.5, 0.5}, degrees < 180 ? degrees - 90 : degrees - 270);
     }
 };
 
