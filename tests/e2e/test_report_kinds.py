@@ -179,6 +179,26 @@ class ReportKinds(unittest.TestCase):
             orders = re.findall(r"^Order (\d+)", page, re.MULTILINE)
             self.assertEqual(orders, re.findall(r"Total Order (\d+)", page))
 
+    def test_names_stand_around_a_radar(self):
+        places = {text: (left, top) for text, left, top, right, _ in reversed(self.words("charts_around_a_centre")[0])
+                  if right < 290 and top < 260}
+        around = ("Service", "Price", "Speed", "Comfort", "Range")
+        self.assertEqual(sorted(around, key=places.get), list(around))
+        self.assertEqual(sorted(("Speed", "Range", "Comfort"), key=lambda name: places[name][1]), ["Speed", "Range", "Comfort"])
+        for pair in (("Service", "Range"), ("Price", "Comfort")):
+            self.assertAlmostEqual(places[pair[0]][1], places[pair[1]][1], delta=0.1)
+
+    def test_tiles_have_the_colour_of_their_outermost_group(self):
+        for name, colour in (("Pears", (65, 140, 240)), ("Beets", (65, 140, 240)), ("Carrots", (252, 180, 65)), ("Plums", (252, 180, 65))):
+            _, left, _, _, bottom = self.word("charts_of_a_whole", name)
+            self.assertEqual(self.colours("charts_of_a_whole", round(left) + 10)[round(bottom) + 10], colour, name)
+
+    def test_a_chart_too_small_for_its_title_has_its_columns(self):
+        self.assertNotIn("Hidden", [word[0] for word in self.words("charts_of_spans")[0]])
+        _, _, top, right, _ = self.word("charts_of_spans", "axes:")
+        column = self.colours("charts_of_spans", round(right) + 50)
+        self.assertIn((65, 140, 240), column[round(top) - 5:round(top) + 25])
+
     def test_pictures_have_the_sizes_of_their_sizings(self):
         listed = subprocess.run(["pdfimages", "-list", self.export("images_three_sizings", "pdf")], check=True, capture_output=True, text=True)
         rates = [line.split()[12] for line in listed.stdout.splitlines()[2:]]
