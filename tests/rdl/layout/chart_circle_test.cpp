@@ -238,5 +238,56 @@ TEST(ChartCircle, NameAtTheTopStandsAboveTheNumbersOfTheAxis) {
     EXPECT_GE(drawn.Letters()[6].baseline - drawn.Letters()[0].baseline, 9);
 }
 
+TEST(ChartCircle, EveryOtherSectorMayBeAStripe) {
+    ChartParts parts = Bare("Polar", "Radar");
+    parts.categoryAxis =
+        "<HideLabels>true</HideLabels><Interlaced>true</Interlaced><InterlacedColor>Yellow</InterlacedColor>";
+    const std::vector<std::string> shapes = Shapes(Draw(parts, Four()));
+    ASSERT_GE(shapes.size(), 2U);
+    EXPECT_EQ(shapes[0], "path ffffff00 00000000 150.0,6.0 ~216.5,33.5 ~244.0,100.0 150.0,100.0 z");
+    EXPECT_EQ(shapes[1], "path ffffff00 00000000 150.0,194.0 ~83.5,166.5 ~56.0,100.0 150.0,100.0 z");
+}
+
+TEST(ChartCircle, TitlesOfTheAxesStandBelowAndBesideIt) {
+    ChartParts parts = Bare("Polar", "Radar");
+    parts.categoryAxis = "<ChartAxisTitle><Caption>Skill</Caption></ChartAxisTitle>";
+    parts.valueAxis = "<ChartAxisTitle><Caption>Mark</Caption></ChartAxisTitle>";
+    const Drawn drawn = Draw(parts, Four());
+    const std::vector<std::string> texts = drawn.Texts();
+    ASSERT_GE(texts.size(), 6U);
+    EXPECT_EQ(texts[0], "Mark");
+    EXPECT_EQ(drawn.Letters()[0].rotation, 270);
+    EXPECT_LT(drawn.Letters()[0].x, 20);
+    EXPECT_EQ(texts[1], "Skill");
+    EXPECT_EQ(drawn.Letters()[1].rotation, 0);
+    const double lowestName = drawn.Letters()[4].baseline;
+    EXPECT_EQ(texts[4], "S");
+    EXPECT_GT(drawn.Letters()[1].baseline, lowestName + 8);
+}
+
+TEST(ChartCircle, SecondValueAxisHasItsOwnScaleToTheRight) {
+    ChartParts parts = Bare("Polar", "Plain");
+    parts.series = "<ValueAxisName>Second</ValueAxisName>";
+    parts.valueAxis =
+        "<Maximum>7</Maximum></ChartAxis><ChartAxis Name=\"Second\"><Minimum>0</Minimum>"
+        "<Maximum>200</Maximum><Interval>200</Interval>";
+    const Drawn drawn = Draw(parts, Four());
+    EXPECT_THAT(drawn.Texts(), ElementsAre("0", "200"));
+    EXPECT_GT(drawn.Letters().at(0).x, 150);
+    EXPECT_EQ(Shapes(drawn).at(0), "path 00000000 ff418cf0 150.0,53.0 173.5,100.0 150.0,147.0 126.5,100.0");
+}
+
+TEST(ChartCircle, ValuesMayRunInwardsOrByPowers) {
+    ChartParts parts = Bare("Polar", "Plain");
+    parts.valueAxis += "<Reverse>true</Reverse>";
+    EXPECT_EQ(Shapes(Draw(parts, Four())).at(0),
+              "path 00000000 ff418cf0 150.0,100.0 197.0,100.0 150.0,100.0 103.0,100.0");
+    parts.valueAxis =
+        "<Visible>False</Visible><LogScale>true</LogScale><Minimum>1</Minimum><Maximum>100</Maximum>";
+    const Table powers = Sales({{"N", "", 100}, {"E", "", 10}, {"S", "", 1}, {"W", "", 0}});
+    EXPECT_THAT(Shapes(Draw(parts, powers)),
+                ElementsAre("path 00000000 ff418cf0 150.0,6.0 197.0,100.0 150.0,100.0"));
+}
+
 }  // namespace
 }  // namespace rdl::layout
