@@ -56,6 +56,8 @@ TEST(ChartCircle, AnglesHaveTicksAround) {
     parts.values = "<X>=Sum(Fields!Amount.Value)</X><Y>100</Y>";
     parts.categoryAxis = "<Interval>90</Interval>";
     EXPECT_THAT(Draw(parts, Four()).Texts(), ElementsAre("0", "90", "180", "270"));
+    parts.categoryAxis += "<HideLabels>true</HideLabels><ChartMajorGridLines/>";
+    EXPECT_EQ(Of<LineOp>(Draw(parts, Four()).Content()).size(), 4U);  // the last one is the first
 }
 
 TEST(ChartCircle, NamesStandAroundAndNumbersFromTheCentreToTheTop) {

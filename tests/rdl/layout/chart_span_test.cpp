@@ -163,6 +163,22 @@ TEST(ChartSpan, BoxesOfSeveralSeriesStandBesideEachOther) {
     EXPECT_DOUBLE_EQ(bodies[1].x, 150);
 }
 
+TEST(ChartSpan, AmongOthersItStandsInTheMiddleOfItsCategory) {
+    for (const char* other : {"Line", "Column"}) {
+        std::string report = ChartReport(Stock("Candlestick"));
+        const std::string end = "</ChartSeriesCollection>", member = "<ChartSeriesHierarchy><ChartMembers>";
+        report.insert(report.find(end),
+                      std::string("<ChartSeries Name=\"Other\"><ChartDataPoints><ChartDataPoint>"
+                                  "<ChartDataPointValues><Y>=Nothing</Y></ChartDataPointValues>"
+                                  "</ChartDataPoint></ChartDataPoints><Type>") +
+                          other + "</Type></ChartSeries>");
+        report.insert(report.find(member) + member.size(), "<ChartMember/>");
+        const std::vector<RectOp> boxes = Drawn{BuildKit(report, One())}.Rects();
+        ASSERT_EQ(boxes.size(), 1U) << other;
+        EXPECT_EQ(ShapeText(boxes[0]), "box 34.8,81.2 230.4x75.2 ffffffff") << other;
+    }
+}
+
 TEST(ChartSpan, ScaleReachesFromTheLowestToTheHighestValue) {
     ChartParts parts = Stock("Stock", "<High>1900</High><Low>1100</Low><Start>1200</Start><End>1300</End>");
     parts.categoryAxis.clear();
