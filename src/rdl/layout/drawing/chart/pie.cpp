@@ -117,9 +117,10 @@ void DrawPies(const ChartData&, const ChartAreaData& area, const Rect& room, Can
     double outer = radius;
     for (const ChartRow& row : area.rows) {
         const bool innermost = &row == &area.rows.back();
+        const bool aside = &row == &first && LabelsOutside(row);
         for (const Cut& cut : CutsOf(row, {center, outer, innermost ? hole : outer - thick}, exploded)) {
             cut.slice.Draw(cut.mark->color, cut.mark->border, canvas);
-            labels.emplace_back(cut, &row == &first && LabelsOutside(row));
+            labels.emplace_back(cut, aside);
         }
         outer -= thick;
     }
