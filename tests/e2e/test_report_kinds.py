@@ -19,6 +19,9 @@ KINDS = {
     "balance_sheet": (1, ["Machines", "Equity and debts", "Suppliers"]),
     "calendar_month": (1, ["W18", "Audit", "Payday"]),
     "certificate_landscape": (1, ["Certificate", "batch 4711", "Inspector"]),
+    "charts_around_a_centre": (1, ["Around a centre"]),
+    "charts_of_a_whole": (1, ["Of a whole"]),
+    "charts_of_spans": (1, ["From low to high", "Too small for axes:"]),
     "columns_with_groups": (1, ["Abel", "Hvila", "1972"]),
     "conditional_formats": (1, ["Order 15", "+6", "-4", "open"]),
     "cross_three_levels": (1, ["Region", "1,110", "459"]),
@@ -51,6 +54,7 @@ KINDS = {
     "spanning_boxes": (1, ["Sum 127", "September", "After the table"]),
     "spans_over_pages": (4, ["Zone 2", "Route 1b", "Stop 62", "1,953"]),
     "statement_with_subreports": (1, ["Fox Ltd", "Invoice 223", "Signature", "63.00"]),
+    "stock_2005": (1, ["Prices of March"]),
     "survey_form": (1, ["point 24?", "What else?"]),
     "tickets": (2, ["Harbour concert", "No 0006", "Di Fox"]),
     "timesheet_groups_foot": (2, ["Bo Dahl", "Week 13", "Signature"]),
@@ -191,6 +195,26 @@ class ReportKinds(unittest.TestCase):
         for page in pdf_pages(self.export("keep_together_blocks", "pdf")):
             orders = re.findall(r"^Order (\d+)", page, re.MULTILINE)
             self.assertEqual(orders, re.findall(r"Total Order (\d+)", page))
+
+    def test_names_stand_around_a_radar(self):
+        places = {text: (left, top) for text, left, top, right, _ in reversed(self.words("charts_around_a_centre")[0])
+                  if right < 290 and top < 260}
+        around = ("Service", "Price", "Speed", "Comfort", "Range")
+        self.assertEqual(sorted(around, key=places.get), list(around))
+        self.assertEqual(sorted(("Speed", "Range", "Comfort"), key=lambda name: places[name][1]), ["Speed", "Range", "Comfort"])
+        for pair in (("Service", "Range"), ("Price", "Comfort")):
+            self.assertAlmostEqual(places[pair[0]][1], places[pair[1]][1], delta=0.1)
+
+    def test_tiles_have_the_colour_of_their_outermost_group(self):
+        for name, colour in (("Pears", (65, 140, 240)), ("Beets", (65, 140, 240)), ("Carrots", (252, 180, 65)), ("Plums", (252, 180, 65))):
+            _, left, _, _, bottom = self.word("charts_of_a_whole", name)
+            self.assertEqual(self.colours("charts_of_a_whole", round(left) + 10)[round(bottom) + 10], colour, name)
+
+    def test_a_chart_too_small_for_its_title_has_its_columns(self):
+        self.assertNotIn("Hidden", [word[0] for word in self.words("charts_of_spans")[0]])
+        _, _, top, right, _ = self.word("charts_of_spans", "axes:")
+        column = self.colours("charts_of_spans", round(right) + 50)
+        self.assertIn((65, 140, 240), column[round(top) - 5:round(top) + 25])
 
     def test_pictures_have_the_sizes_of_their_sizings(self):
         listed = subprocess.run(["pdfimages", "-list", self.export("images_three_sizings", "pdf")], check=True, capture_output=True, text=True)

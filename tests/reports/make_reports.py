@@ -4,7 +4,8 @@
 import pathlib
 import sys
 
-import documents  # noqa: F401  each module adds its reports to REPORTS
+import charts  # noqa: F401  each module adds its reports to REPORTS
+import documents  # noqa: F401
 import plans  # noqa: F401
 import tables  # noqa: F401
 from kit import REPORTS

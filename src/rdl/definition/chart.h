@@ -5,13 +5,33 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "rdl/definition/model.h"
 
 namespace rdl {
 
-enum class ChartKind { Column, Bar, Line, Area, Pie, Doughnut, Scatter, Bubble };
+enum class ChartKind {
+    Column,
+    Bar,
+    Line,
+    Area,
+    Pie,
+    Doughnut,
+    Scatter,
+    Bubble,
+    Stock,
+    Candlestick,
+    ErrorBar,
+    BoxPlot,
+    Polar,
+    Radar,
+    Funnel,
+    Pyramid,
+    TreeMap,
+    Sunburst
+};
 enum class ChartStack { None, Stacked, Percent };
 enum class ChartCurve { Straight, Smooth, Stepped };
 
@@ -33,10 +53,24 @@ struct ChartMarker {
 };
 
 struct ChartPoint {
-    Expr x, y, low, size, axisLabel;
+    Expr x, y, high, low, start, end, mean, median, size, axisLabel;
     Style style;
     ChartLabel label;
     ChartMarker marker;
+};
+
+// The custom attributes of a series that are understood.
+inline constexpr std::string_view ChartAttributeNames[] = {
+    "AreaDrawingStyle", "BoxPlotShowAverage", "BoxPlotShowMedian",    "DoughnutRadius",
+    "ErrorBarStyle",    "FunnelLabelStyle",   "FunnelMinPointHeight", "FunnelNeckHeight",
+    "FunnelNeckWidth",  "FunnelPointGap",     "FunnelStyle",          "LabelValueType",
+    "OpenCloseStyle",   "PieLabelStyle",      "PointWidth",           "PolarDrawingStyle",
+    "PriceDownColor",   "PriceUpColor",       "PyramidLabelStyle",    "PyramidMinPointHeight",
+    "PyramidPointGap",  "PyramidValueType",   "RadarDrawingStyle",    "ShowOpenClose"};
+
+struct ChartAttribute {
+    std::string_view name;  // of ChartAttributeNames
+    Expr value;
 };
 
 struct ChartSeries {  // as defined; grouping creates several series from it
@@ -46,20 +80,66 @@ struct ChartSeries {  // as defined; grouping creates several series from it
     ChartCurve curve = ChartCurve::Straight;
     bool exploded = false;           // Pie and Doughnut
     bool joined = false;             // Scatter: a line from point to point
-    bool range = false;              // Column, Bar and Area: from a low to a high value
+    bool range = false;              // points reach from a low to a high value
     std::vector<ChartPoint> points;  // one for each leaf of the categories
     Style style;                     // default of the points
     ChartLabel label;
     ChartMarker marker;
     Expr hidden, legendText, hiddenInLegend;
-    std::string area, valueAxis;     // by name
-    Expr pointWidth;                 // fraction of the category's width, 0 to 2
-    Expr pieLabels, doughnutRadius;  // Inside, Outside, Disabled; percent
+    std::string area, valueAxis;  // by name
+    std::vector<ChartAttribute> attributes;
+
+    // Returns the value of a custom attribute; unset if the series does not have it.
+    const Expr& Attribute(std::string_view wanted) const {
+        static const Expr unset;
+        for (const ChartAttribute& attribute : attributes) {
+            if (attribute.name == wanted) {
+                return attribute.value;
+            }
+        }
+        return unset;
+    }
 };
 
-// Whether the series is drawn as a circle instead of along axes.
-inline bool IsRound(const ChartSeries& series) {
-    return series.kind == ChartKind::Pie || series.kind == ChartKind::Doughnut;
+// What the points of an area are placed in. An area has one of them.
+enum class ChartFrame { Axes, LevelAxes, Circle, Pie, Funnel, Pyramid, TreeMap, Sunburst };
+
+inline ChartFrame FrameOf(const ChartSeries& series) {
+    switch (series.kind) {
+        case ChartKind::Bar:
+            return ChartFrame::LevelAxes;
+        case ChartKind::Polar:
+        case ChartKind::Radar:
+            return ChartFrame::Circle;
+        case ChartKind::Pie:
+        case ChartKind::Doughnut:
+            return ChartFrame::Pie;
+        case ChartKind::Funnel:
+            return ChartFrame::Funnel;
+        case ChartKind::Pyramid:
+            return ChartFrame::Pyramid;
+        case ChartKind::TreeMap:
+            return ChartFrame::TreeMap;
+        case ChartKind::Sunburst:
+            return ChartFrame::Sunburst;
+        default:
+            return ChartFrame::Axes;
+    }
+}
+
+// Whether the categories share a whole and have the colours of the palette.
+inline bool HasSlices(const ChartSeries& series) {
+    return FrameOf(series) >= ChartFrame::Pie;
+}
+
+// Whether the slices are nested by the groups of the chart.
+inline bool IsTree(const ChartSeries& series) {
+    return FrameOf(series) >= ChartFrame::TreeMap;
+}
+
+// Whether a point is a line from its low to its high value.
+inline bool IsSpan(const ChartSeries& series) {
+    return series.kind >= ChartKind::Stock && series.kind <= ChartKind::BoxPlot;
 }
 
 struct ChartLines {  // grid lines or tick marks
@@ -168,7 +248,8 @@ class ChartWalk {
     }
     void Series(const ChartSeries& series) {
         for (const ChartPoint& point : series.points) {
-            All(point.x, point.y, point.low, point.size, point.axisLabel);
+            All(point.x, point.y, point.high, point.low, point.start, point.end, point.mean, point.median,
+                point.size, point.axisLabel);
             Styles(point.style);
             Label(point.label);
             Marker(point.marker);
@@ -176,8 +257,10 @@ class ChartWalk {
         Styles(series.style);
         Label(series.label);
         Marker(series.marker);
-        All(series.hidden, series.legendText, series.hiddenInLegend, series.pointWidth, series.pieLabels,
-            series.doughnutRadius);
+        All(series.hidden, series.legendText, series.hiddenInLegend);
+        for (const ChartAttribute& attribute : series.attributes) {
+            m_visit(attribute.value);
+        }
     }
     void Lines(const ChartLines& lines) {
         All(lines.enabled, lines.interval);

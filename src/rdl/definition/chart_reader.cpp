@@ -56,15 +56,26 @@ constexpr Type Types[] = {
     {"Range", "Smooth", ChartKind::Area, None, Smooth, false, false, true},
     {"Range", "Column", ChartKind::Column, None, Straight, false, false, true},
     {"Range", "Bar", ChartKind::Bar, None, Straight, false, false, true},
+    {"Range", "Stock", ChartKind::Stock, None, Straight, false, false, true},
+    {"Range", "Candlestick", ChartKind::Candlestick, None, Straight, false, false, true},
+    {"Range", "ErrorBar", ChartKind::ErrorBar, None, Straight, false, false, true},
+    {"Range", "BoxPlot", ChartKind::BoxPlot, None, Straight, false, false, true},
+    {"Stock", "HighLowClose", ChartKind::Stock, None, Straight, false, false, true},
+    {"Stock", "OpenHighLowClose", ChartKind::Stock, None, Straight, false, false, true},
+    {"Stock", "Candlestick", ChartKind::Candlestick, None, Straight, false, false, true},
+    {"Polar", "Plain", ChartKind::Polar, None, Straight, false, false},
+    {"Polar", "Radar", ChartKind::Radar, None, Straight, false, false},
+    {"Shape", "Funnel", ChartKind::Funnel, None, Straight, false, false},
+    {"Shape", "Pyramid", ChartKind::Pyramid, None, Straight, false, false},
+    {"Shape", "TreeMap", ChartKind::TreeMap, None, Straight, false, false},
+    {"Shape", "Sunburst", ChartKind::Sunburst, None, Straight, false, false},
 };
 
 // One area has one system of coordinates.
 void CheckMixture(Context& context, const XmlElement& element, const std::string& where, const Chart& chart) {
     for (const ChartSeries& one : chart.series) {
         for (const ChartSeries& other : chart.series) {
-            const bool alike = IsRound(one) == IsRound(other) &&
-                               (one.kind == ChartKind::Bar) == (other.kind == ChartKind::Bar);
-            if (one.area == other.area && !alike) {
+            if (one.area == other.area && FrameOf(one) != FrameOf(other)) {
                 context.Fail(
                     element, where,
                     "its series \"" + one.name + "\" and \"" + other.name + "\" cannot be drawn in one area");

@@ -85,20 +85,18 @@ class NewerReader {
         }
         series.area = element.ChildText("ChartAreaName");
         series.valueAxis = element.ChildText("ValueAxisName");
-        Customs(element, series);
+        ReadAttributes(element, series);
         return series;
     }
 
-    void Customs(const XmlElement& element, ChartSeries& series) {
+    void ReadAttributes(const XmlElement& element, ChartSeries& series) {
         for (const XmlElement* property :
              ChildrenNamed(element.Child("CustomProperties"), "CustomProperty")) {
             const std::string name = property->ChildText("Name");
-            if (name == "PointWidth") {
-                series.pointWidth = Of(*property, "Value");
-            } else if (name == "PieLabelStyle") {
-                series.pieLabels = Of(*property, "Value");
-            } else if (name == "DoughnutRadius") {
-                series.doughnutRadius = Of(*property, "Value");
+            for (const std::string_view known : ChartAttributeNames) {
+                if (name == known) {
+                    series.attributes.push_back({known, Of(*property, "Value")});
+                }
             }
         }
     }
@@ -108,7 +106,12 @@ class NewerReader {
         if (const XmlElement* values = element.Child("ChartDataPointValues")) {
             point.x = Of(*values, "X");
             point.y = Of(*values, values->Child("Y") ? "Y" : "High");
+            point.high = Of(*values, values->Child("High") ? "High" : "Y");
             point.low = Of(*values, "Low");
+            point.start = Of(*values, "Start");
+            point.end = Of(*values, "End");
+            point.mean = Of(*values, "Mean");
+            point.median = Of(*values, "Median");
             point.size = Of(*values, "Size");
         }
         point.axisLabel = Of(element, "AxisLabel");

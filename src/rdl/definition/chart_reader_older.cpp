@@ -81,9 +81,9 @@ class OlderReader {
         const int width = m_context.Number(m_element, "PointWidth", m_where, 0, 10'000, 0);
         if (width > 0) {
             const int hundredths = std::min(width, 200);
-            series.pointWidth =
-                Constant(std::to_string(hundredths / 100) + (hundredths % 100 < 10 ? ".0" : ".") +
-                         std::to_string(hundredths % 100));
+            series.attributes.push_back({"PointWidth", Constant(std::to_string(hundredths / 100) +
+                                                                (hundredths % 100 < 10 ? ".0" : ".") +
+                                                                std::to_string(hundredths % 100))});
         }
         return series;
     }
@@ -94,11 +94,19 @@ class OlderReader {
         for (const XmlElement* value : ChildrenNamed(element.Child("DataValues"), "DataValue")) {
             values.push_back(Of(*value, "Value"));
         }
-        values.resize(std::max<std::size_t>(values.size(), 3));
+        values.resize(std::max<std::size_t>(values.size(), 4));
         if (series.kind == ChartKind::Scatter || series.kind == ChartKind::Bubble) {
             point.x = values[0];
             point.y = values[1];
             point.size = values[2];
+        } else if (IsSpan(series)) {
+            // High, low, close; with an opening value: high, low, open, close.
+            const bool opens = !EqualNoCase(m_element.ChildText("Subtype"), "HighLowClose") &&
+                               !m_element.ChildText("Subtype").empty();
+            point.high = values[0];
+            point.low = values[1];
+            point.start = opens ? values[2] : Expr();
+            point.end = values[opens ? 3 : 2];
         } else {
             point.y = values[0];
         }

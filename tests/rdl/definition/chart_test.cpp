@@ -2,6 +2,8 @@
 // Charts of both forms of the schema, and what cannot be drawn.
 #include <gmock/gmock.h>
 
+#include <tuple>
+
 #include "rdl/definition/chart.h"
 #include "rdl/definition/rdl_text.h"
 
@@ -97,12 +99,45 @@ TEST(ChartDefinition, OlderAxesAndLegendAreHiddenUnlessSaid) {
     EXPECT_EQ(ChartOf(shown).legends.at(0).position.source, "TopLeft");
 }
 
+TEST(ChartDefinition, OlderStockHasItsValuesInTheOrderOfTheSchema) {
+    const std::string values =
+        "<DataValue><Value>=1</Value></DataValue><DataValue><Value>=2</Value></DataValue>"
+        "<DataValue><Value>=3</Value></DataValue><DataValue><Value>=4</Value></DataValue>";
+    for (const auto& [subtype, kind, start, end] :
+         {std::tuple{"HighLowClose", ChartKind::Stock, "", "=3"},
+          std::tuple{"OpenHighLowClose", ChartKind::Stock, "=3", "=4"},
+          std::tuple{"Candlestick", ChartKind::Candlestick, "=3", "=4"}}) {
+        std::string source = Older("Stock", subtype);
+        const std::size_t begin = source.find("<DataValue>"), after = source.find("</DataValues>");
+        source.replace(begin, after - begin, values);
+        const Definition report = Parse(source);
+        const ChartSeries& series = ChartOf(report).series.at(0);
+        EXPECT_EQ(series.kind, kind) << subtype;
+        EXPECT_EQ(series.points.at(0).high.source, "=1") << subtype;
+        EXPECT_EQ(series.points.at(0).low.source, "=2") << subtype;
+        EXPECT_EQ(series.points.at(0).start.source, start) << subtype;
+        EXPECT_EQ(series.points.at(0).end.source, end) << subtype;
+    }
+}
+
+TEST(ChartDefinition, CustomAttributesThatAreUnderstoodAreKept) {
+    const Definition report = Parse(Newer(NewerSeries(
+        "Shape", "Funnel",
+        "<CustomProperties><CustomProperty><Name>FunnelStyle</Name><Value>=\"YIsWidth\"</Value>"
+        "</CustomProperty><CustomProperty><Name>Unheard</Name><Value>=1 +</Value></CustomProperty>"
+        "</CustomProperties>")));
+    const ChartSeries& series = ChartOf(report).series.at(0);
+    ASSERT_EQ(series.attributes.size(), 1U);
+    EXPECT_EQ(series.Attribute("FunnelStyle").source, "=\"YIsWidth\"");
+    EXPECT_FALSE(series.Attribute("FunnelPointGap").IsSet());
+}
+
 TEST(ChartDefinition, TypeThatCannotBeDrawnIsNamedWithChartAndSeries) {
-    EXPECT_THAT(ErrorOf(Newer(NewerSeries("Range", "Candlestick"))),
-                AllOf(HasSubstr("Chart Turnover, ChartSeries RangeCandlestick"),
-                      HasSubstr("a chart of the type Range Candlestick cannot be drawn")));
-    EXPECT_THAT(ErrorOf(Older("Stock", "HighLowClose")),
-                AllOf(HasSubstr("Chart Turnover"), HasSubstr("Stock HighLowClose cannot be drawn")));
+    EXPECT_THAT(ErrorOf(Newer(NewerSeries("Range", "Renko"))),
+                AllOf(HasSubstr("Chart Turnover, ChartSeries RangeRenko"),
+                      HasSubstr("a chart of the type Range Renko cannot be drawn")));
+    EXPECT_THAT(ErrorOf(Older("Stock", "Plain")),
+                AllOf(HasSubstr("Chart Turnover"), HasSubstr("Stock Plain cannot be drawn")));
 }
 
 TEST(ChartDefinition, DerivedSeriesIsNamed) {
@@ -113,10 +148,34 @@ TEST(ChartDefinition, DerivedSeriesIsNamed) {
                 AllOf(HasSubstr("Chart Turnover"), HasSubstr("derived from another cannot be drawn")));
 }
 
-TEST(ChartDefinition, PieAndColumnInOneAreaIsAnError) {
-    const std::string both = NewerSeries("Column", "Plain") + NewerSeries("Shape", "Pie");
-    EXPECT_THAT(ErrorOf(Newer(both, "", "<ChartMember/><ChartMember/>")),
-                HasSubstr("its series \"ColumnPlain\" and \"ShapePie\" cannot be drawn in one area"));
+TEST(ChartDefinition, SeriesOfDifferentFramesInOneAreaAreAnError) {
+    const std::pair<const char*, const char*> types[] = {
+        {"Column", "Plain"}, {"Bar", "Plain"},     {"Shape", "Pie"},     {"Polar", "Radar"},
+        {"Shape", "Funnel"}, {"Shape", "Pyramid"}, {"Shape", "TreeMap"}, {"Shape", "Sunburst"}};
+    for (const auto& one : types) {
+        for (const auto& other : types) {
+            const std::string first = std::string(one.first) + one.second;
+            const std::string second = std::string(other.first) + other.second;
+            if (first == second) {
+                continue;
+            }
+            const std::string both =
+                NewerSeries(one.first, one.second) + NewerSeries(other.first, other.second);
+            EXPECT_THAT(
+                ErrorOf(Newer(both, "", "<ChartMember/><ChartMember/>")),
+                HasSubstr("its series \"" + first + "\" and \"" + second + "\" cannot be drawn in one area"));
+        }
+    }
+}
+
+TEST(ChartDefinition, StocksMayStandAmongColumnsAndRadarsAmongPolarLines) {
+    const std::string members = "<ChartMember/><ChartMember/>";
+    const Definition prices =
+        Parse(Newer(NewerSeries("Column", "Plain") + NewerSeries("Range", "Candlestick"), "", members));
+    EXPECT_EQ(ChartOf(prices).series.at(1).kind, ChartKind::Candlestick);
+    const Definition circle =
+        Parse(Newer(NewerSeries("Polar", "Plain") + NewerSeries("Polar", "Radar"), "", members));
+    EXPECT_EQ(ChartOf(circle).series.at(1).kind, ChartKind::Radar);
 }
 
 TEST(ChartDefinition, SeriesThatFitNoGroupAreAnError) {

@@ -33,5 +33,13 @@ TEST(DocumentedReport, ChartTypesAreThoseThatAreDrawn) {
     EXPECT_EQ(listed, known);
 }
 
+TEST(DocumentedReport, ChartAttributesAreThoseThatAreUnderstood) {
+    std::set<std::string> known;
+    for (const std::string_view name : ChartAttributeNames) {
+        AddOnce(known, LowerAscii(name));
+    }
+    EXPECT_EQ(GuideNames("chart attributes"), known);
+}
+
 }  // namespace
 }  // namespace rdl

@@ -234,15 +234,25 @@ std::string Shortened(const std::string& text, const CharStyle& style, double wi
     if (Canvas::Measure(text, style).width <= width) {
         return text;
     }
-    std::string shorter = text;
-    while (!shorter.empty()) {
-        shorter.resize(WholeCharacters(shorter, shorter.size() - 1).size());
-        std::string candidate = shorter + "\xE2\x80\xA6";
+    // By halves: a chart may have thousands of labels.
+    constexpr std::string_view Ellipsis = "\xE2\x80\xA6";
+    std::string best;
+    std::size_t fitting = 0, exceeding = text.size();
+    while (exceeding - fitting > 1) {
+        const std::size_t middle = fitting + (exceeding - fitting) / 2;
+        std::string candidate(WholeCharacters(text, middle));
+        candidate += Ellipsis;
         if (Canvas::Measure(candidate, style).width <= width) {
-            return candidate;
+            best = std::move(candidate);
+            fitting = middle;
+        } else {
+            exceeding = middle;
         }
     }
-    return {};
+    if (best.empty() && Canvas::Measure(std::string(Ellipsis), style).width <= width) {
+        best = Ellipsis;
+    }
+    return best;
 }
 
 Extents Turned(Extents size, double degrees) {

@@ -101,7 +101,7 @@ std::vector<std::vector<ChartReach>> StackRows(const ChartAreaData& area) {
         std::vector<ChartReach>& made = reaches.emplace_back();
         for (std::size_t i = 0; i < row.marks.size(); ++i) {
             const ChartMark& mark = row.marks[i];
-            ChartReach reach{row.definition->range ? mark.low : 0, mark.y, mark.hasY};
+            ChartReach reach{row.definition->range ? mark.low : 0, mark.high, mark.hasY};
             const auto together = [&](const ChartRow& other) {
                 return other.definition->kind == row.definition->kind && other.valueAxis == row.valueAxis &&
                        other.definition->stack == row.definition->stack && other.marks[i].hasY;

@@ -2,12 +2,12 @@
 #include "rdl/layout/drawing/chart/data.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
 
 #include "rdl/definition/context.h"
 #include "rdl/layout/drawing/chart/axes.h"
 #include "rdl/layout/drawing/chart/keywords.h"
+#include "rdl/layout/drawing/chart/points.h"
+#include "rdl/layout/drawing/chart/tree.h"
 #include "rdl/layout/drawing/part_styles.h"
 #include "rdl/layout/model/colors.h"
 #include "rdl/layout/region/grouping.h"
@@ -18,23 +18,9 @@ namespace rdl::layout {
 namespace {
 
 constexpr std::size_t MostSeries = 500, MostCategories = 20'000, MostPoints = 100'000;
-constexpr float LineWidth = 1.5F;
 
 std::size_t At(int index) {
     return static_cast<std::size_t>(index);
-}
-
-ChartShape ShapeOf(const std::string& name, ChartShape otherwise) {
-    constexpr std::pair<std::string_view, ChartShape> Shapes[] = {
-        {"None", ChartShape::None},       {"Square", ChartShape::Square},     {"Circle", ChartShape::Circle},
-        {"Diamond", ChartShape::Diamond}, {"Triangle", ChartShape::Triangle}, {"Cross", ChartShape::Cross},
-        {"Auto", ChartShape::Circle}};
-    for (const auto& [word, shape] : Shapes) {
-        if (EqualNoCase(word, name)) {
-            return shape;
-        }
-    }
-    return name.starts_with("Star") ? ChartShape::Star : otherwise;
 }
 
 class ChartEvaluator {
@@ -97,10 +83,10 @@ class ChartEvaluator {
         return any;
     }
 
-    // A pie of series without categories: each series is a slice.
+    // A pie, or another whole, of series without categories: each series is a slice.
     void MakeSlices(ChartAreaData& area) const {
         if (m_data.categories.size() != 1 || area.rows.size() < 2 ||
-            !IsRound(*area.rows.front().definition)) {
+            !HasSlices(*area.rows.front().definition)) {
             return;
         }
         ChartRow all = area.rows.front();
@@ -159,11 +145,24 @@ class ChartEvaluator {
         }
     }
 
+    // A tree has a part for each group of each point.
+    std::size_t Levels() const {
+        std::size_t levels = 1;
+        if (std::any_of(m_chart.series.begin(), m_chart.series.end(), IsTree)) {
+            for (const Leaf& leaf : m_columns) {
+                levels = std::max(levels, leaf.path.size());
+            }
+        }
+        return levels;
+    }
+
     void CheckSizes() const {
+        const std::size_t levels = Levels();
         if (m_rows.size() > MostSeries || m_columns.size() > MostCategories ||
-            m_rows.size() * m_columns.size() > MostPoints) {
+            m_rows.size() * m_columns.size() * levels > MostPoints) {
             throw Error("Chart \"" + m_chart.name + "\" has " + std::to_string(m_rows.size()) +
-                        " series and " + std::to_string(m_columns.size()) + " categories: more than " +
+                        " series and " + std::to_string(m_columns.size()) + " categories" +
+                        (levels > 1 ? " in " + std::to_string(levels) + " levels" : "") + ": more than " +
                         std::to_string(MostSeries) + ", " + std::to_string(MostCategories) + " or " +
                         std::to_string(MostPoints) + " points cannot be drawn");
         }
@@ -242,14 +241,14 @@ class ChartEvaluator {
             row.name = ChartKeywords(text, row, nullptr, {}, *m_data.culture);
         }
         row.color = m_styles.ColorOf(series.style, {StyleProperty::Color, StyleProperty::BackgroundColor});
-        if (!(row.color >> 24)) {
+        row.ownColor = row.color >> 24 != 0;
+        if (!row.ownColor) {
             row.color = m_data.PaletteColor(index);
         }
-        row.pointWidth = std::clamp(m_styles.Number(series.pointWidth).value_or(0.8), 0.05, 2.0);
-        row.labelsOutside = EqualNoCase(m_styles.Text(series.pieLabels), "Outside");
-        row.hole = 1 - std::clamp(m_styles.Number(series.doughnutRadius).value_or(40), 5.0, 95.0) / 100;
+        row.look = EvaluateLook(series, m_styles);
         ChartAreaData& area = AreaOf(series, row);
-        row.border = IsLine(series) ? LineIn(series.style, row.color) : m_styles.BorderOf(series.style);
+        row.border =
+            IsStroked(series) ? StrokeOf(series.style, row.color, m_styles) : m_styles.BorderOf(series.style);
         Marks(leaf, row);
         ColourAsPoints(row);
         area.rows.push_back(std::move(row));
@@ -258,13 +257,13 @@ class ChartEvaluator {
     // One stroke for all points: their colour, where they agree on one, goes before the series'.
     static void ColourAsPoints(ChartRow& row) {
         const auto& marks = row.marks;
-        if (marks.empty() || !(IsLine(*row.definition) || row.definition->kind == ChartKind::Area) ||
+        if (marks.empty() || !(IsStroked(*row.definition) || row.definition->kind == ChartKind::Area) ||
             std::any_of(marks.begin(), marks.end(),
                         [&marks](const ChartMark& mark) { return mark.color != marks.front().color; })) {
             return;
         }
         row.color = marks.front().color;
-        if (IsLine(*row.definition)) {
+        if (IsStroked(*row.definition)) {
             row.border = marks.front().border;
         }
     }
@@ -283,30 +282,24 @@ class ChartEvaluator {
         return m_data.areas[place];
     }
 
-    static bool IsLine(const ChartSeries& series) { return series.kind == ChartKind::Line || series.joined; }
-
-    // A line has its series' colour, whatever colour borders have.
-    Border LineIn(const Style& style, Color color) const {
-        Border line = m_styles.LineOf(style, color, LineWidth);
-        line.color = color;
-        if (line.style == LineStyle::None) {
-            line.style = LineStyle::Solid;
-        }
-        return line;
-    }
-
     void Marks(const Leaf& leaf, ChartRow& row) {
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             const Leaf& column = m_columns[i];
             m_reader.Place().Enter(
                 {m_region.get(), leaf.group, column.group, leaf.instance, column.instance});
-            row.marks.push_back(Mark(row, row.definition->points[At(column.leaf)], i));
+            row.marks.push_back(
+                EvaluateMark(row, row.definition->points[At(column.leaf)], i, m_styles, *m_data.culture));
+            if (m_data.categories[i].empty()) {
+                m_data.categories[i] = row.marks.back().axisLabel;
+            }
         }
-        const bool bySlice = IsRound(*row.definition) && m_columns.size() > 1 && !OwnColor(*row.definition);
+        const ChartSeries& series = *row.definition;
+        const bool bySlice = HasSlices(series) && m_columns.size() > 1 && !row.ownColor &&
+                             !(IsTree(series) && m_rows.size() > 1);
         for (std::size_t i = 0; i < row.marks.size(); ++i) {
             ChartMark& mark = row.marks[i];
             if (!(mark.color >> 24)) {
-                mark.color = bySlice ? m_data.PaletteColor(i) : row.color;
+                mark.color = bySlice ? m_data.PaletteColor(PaletteIndex(series, i)) : row.color;
             }
             if (!(mark.shapeColor >> 24)) {
                 mark.shapeColor = mark.color;
@@ -317,69 +310,9 @@ class ChartEvaluator {
         }
     }
 
-    bool OwnColor(const ChartSeries& series) const {
-        return m_styles.ColorOf(series.style, {StyleProperty::Color, StyleProperty::BackgroundColor}) >> 24;
-    }
-
-    ChartMark Mark(const ChartRow& row, const ChartPoint& point, std::size_t place) {
-        ChartMark mark;
-        const ChartSeries& series = *row.definition;
-        mark.value = m_styles.Get(point.y);
-        mark.hasY = NumberOf(mark.value, mark.y);
-        if (series.range) {
-            mark.hasY = NumberOf(m_styles.Get(point.low), mark.low) && mark.hasY;
-        }
-        const Value x = m_styles.Get(point.x);
-        mark.hasX = NumberOf(x, mark.x);
-        mark.isDate = x.kind() == Kind::DateTime;
-        double size = 0;
-        mark.size = NumberOf(m_styles.Get(point.size), size) ? size : 0;
-        if (!mark.hasX) {
-            mark.x = static_cast<double>(place + 1);
-        }
-        mark.color = m_styles.ColorOf(point.style, {StyleProperty::Color, StyleProperty::BackgroundColor});
-        mark.border = row.border;
-        if (!point.style.properties.empty()) {
-            mark.border = IsLine(series) ? LineIn(point.style, mark.color >> 24 ? mark.color : row.color)
-                                         : m_styles.BorderOf(point.style);
-        }
-        Shape(series, point, mark);
-        Label(point.label.isSet ? point.label : series.label, mark);
-        mark.axisLabel = m_styles.Text(point.axisLabel);
-        if (!mark.axisLabel.empty() && m_data.categories[place].empty()) {
-            m_data.categories[place] = mark.axisLabel;
-        }
-        return mark;
-    }
-
-    void Shape(const ChartSeries& series, const ChartPoint& point, ChartMark& mark) const {
-        const ChartMarker& marker = point.marker.type.IsSet() ? point.marker : series.marker;
-        const bool needed = series.kind == ChartKind::Scatter && !series.joined;
-        const ChartShape usual = needed ? ChartShape::Circle : ChartShape::None;
-        mark.shape = ShapeOf(m_styles.Text(marker.type), usual);
-        if (needed && mark.shape == ChartShape::None) {
-            mark.shape = ChartShape::Circle;  // there would be nothing to see
-        }
-        mark.shapeSize = m_styles.Points(marker.size, mark.shapeSize);
-        mark.shapeColor =
-            m_styles.ColorOf(marker.style, {StyleProperty::Color, StyleProperty::BackgroundColor});
-    }
-
-    void Label(const ChartLabel& label, ChartMark& mark) const {
-        if (!label.isSet || !m_styles.Flag(label.visible).value_or(false) || !mark.hasY) {
-            return;
-        }
-        const std::string format = m_styles.Format(label.style);
-        if (m_styles.Flag(label.useValue).value_or(false) || !label.text.IsSet()) {
-            mark.label = ChartNumber(mark.value, format, *m_data.culture);
-        } else {
-            mark.label = ChartNumber(m_styles.Get(label.text), format, *m_data.culture);
-        }
-        mark.labelPosition = m_styles.Text(label.position);
-        mark.labelTurn = m_styles.Number(label.rotation).value_or(0);
-        mark.labelStyle = m_styles.Letters(label.style);
-        mark.ownLabelColor = label.style.Find(StyleProperty::Color) != nullptr;
-        mark.labelBox = m_styles.Box(label.style);
+    // Slices of the groups within one another have the colour of the outermost.
+    std::size_t PaletteIndex(const ChartSeries& series, std::size_t category) const {
+        return IsTree(series) && !m_data.outer.empty() ? GroupAt(m_data.outer.front(), category) : category;
     }
 
     const Chart& m_chart;

@@ -20,7 +20,8 @@ enum class ChartShape { None, Square, Circle, Diamond, Triangle, Cross, Star };
 struct ChartMark {  // a data point
     Value value;    // the y value; Null: a gap
     double x = 0, y = 0, size = 0;
-    double low = 0;  // start of a range
+    double low = 0, high = 0;                        // of a range
+    std::optional<double> start, end, mean, median;  // of a stock or box
     bool hasX = false, hasY = false;
     bool isDate = false;  // x is in days
     Color color = Transparent;
@@ -38,15 +39,33 @@ struct ChartMark {  // a data point
     std::string name;  // name of its category; of its series for a pie whose slices are series
 };
 
+// The custom attributes of a series.
+struct ChartLook {
+    enum class Labels { Usual, Outside, Disabled } labels = Labels::Usual;  // of slices
+    double pointWidth = 0.8;                                                // fraction of a category's width
+    double hole = 0.6;  // of a doughnut, as a fraction of its radius
+    enum class Circle { Line, Area, Marker } circle = Circle::Line;  // Polar and Radar
+    bool polygon = false;  // Polar and Radar: the grid has corners at the categories
+    enum class Prices { Line, Triangle, Candlestick } prices = Prices::Line;  // opening and closing ones
+    bool showOpen = true, showClose = true;
+    std::string labelPrice;                                // High, Low, Open; else the closing one
+    Color upColor = Transparent, downColor = Transparent;  // bodies of candlesticks
+    bool upperError = true, lowerError = true;
+    bool showMean = true, showMedian = true;     // BoxPlot
+    bool byWidth = false;                        // Funnel: widths, not heights, are as the values
+    bool bySurface = false;                      // Pyramid: surfaces, not heights, are as the values
+    double gap = 0, leastHeight = 0;             // Funnel and Pyramid: fractions of the height
+    double neckWidth = 0.05, neckHeight = 0.05;  // Funnel: fractions of its size
+};
+
 struct ChartRow {  // an instance of a series
     const ChartSeries* definition = nullptr;
     std::string name;
     bool inLegend = true;
     Color color = Transparent;
-    Border border;  // for a line series: the line itself
-    double pointWidth = 0.8;
-    bool labelsOutside = false;
-    double hole = 0.6;  // of a doughnut, as a fraction of its radius
+    bool ownColor = false;  // set by the report; else of the palette
+    Border border;          // for a line series: the line itself
+    ChartLook look;
     std::size_t valueAxis = 0;
     std::vector<ChartMark> marks;  // by category
 };

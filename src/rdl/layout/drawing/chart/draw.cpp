@@ -40,6 +40,47 @@ double PlaceOf(const std::string& position, Side side) {
     return ends("Top") ? 0 : ends("Bottom") ? 1 : 0.5;
 }
 
+using DrawArea = void (*)(const ChartData&, const ChartAreaData&, const Rect&, Canvas&);
+
+DrawArea DrawerOf(const ChartAreaData& area) {
+    switch (FrameOf(*area.rows.front().definition)) {
+        case ChartFrame::Circle:
+            return DrawPolar;
+        case ChartFrame::Pie:
+            return DrawPies;
+        case ChartFrame::Funnel:
+        case ChartFrame::Pyramid:
+            return DrawFunnels;
+        case ChartFrame::TreeMap:
+            return DrawTreeMap;
+        case ChartFrame::Sunburst:
+            return DrawSunburst;
+        default:
+            return DrawPlot;
+    }
+}
+
+void DrawAreas(const ChartData& data, const Rect& room, Canvas& canvas) {
+    const auto shown = static_cast<double>(std::count_if(
+        data.areas.begin(), data.areas.end(), [](const ChartAreaData& area) { return !area.rows.empty(); }));
+    Rect part = room;
+    part.height = room.height / std::max(shown, 1.0);
+    for (const ChartAreaData& area : data.areas) {
+        if (!area.rows.empty()) {
+            DrawerOf(area)(data, area, part, canvas);
+            part.y += part.height;
+        }
+    }
+}
+
+// A chart too small for its titles and legends is drawn without them.
+bool IsTooSmall(const Rect& room) {
+    constexpr double Least = 16;  // points
+    return room.width < Least || room.height < Least;
+}
+
+}  // namespace
+
 void DrawTitle(const ChartCaption& title, Rect& room, Canvas& canvas) {
     if (title.text.empty()) {
         return;
@@ -74,39 +115,23 @@ void DrawTitle(const ChartCaption& title, Rect& room, Canvas& canvas) {
     canvas.Text(text, *title.style, {box.x + box.width / 2, band.y}, {0.5, 0});
 }
 
-}  // namespace
-
-bool IsRound(const ChartAreaData& area) {
-    return !area.rows.empty() && IsRound(*area.rows.front().definition);
-}
-
-CharStyle InsideLetters(const ChartMark& mark) {
-    constexpr int DarkBelow = 115;  // of 255
-    const auto part = [&](int shift) { return static_cast<int>(mark.color >> shift & 0xFF); };
-    const int brightness = (299 * part(16) + 587 * part(8) + 114 * part(0)) / 1000;
-    CharStyle letters = *mark.labelStyle;
-    if (!mark.ownLabelColor && mark.color >> 24 == 0xFF && brightness < DarkBelow) {
-        letters.color = 0xFFFFFFFF;
-    }
-    return letters;
-}
-
 std::shared_ptr<DrawingInstance> DrawChart(const ChartData& data, double width, double height) {
     auto drawing = std::make_shared<DrawingInstance>();
     drawing->content.width = width;
     drawing->content.height = height;
     Canvas canvas(drawing->content);
     const double margin = MarginOf(width, height);
-    Rect room{margin, margin, width - 2 * margin, height - 2 * margin};
+    const Rect whole{margin, margin, width - 2 * margin, height - 2 * margin};
+    if (whole.width <= 0 || whole.height <= 0) {
+        return drawing;
+    }
+    Rect room = whole;
     for (const ChartCaption& title : data.titles) {
         drawing->description += (drawing->description.empty() || title.text.empty() ? "" : ", ") + title.text;
         DrawTitle(title, room, canvas);
     }
     if (drawing->description.empty()) {
         drawing->description = data.name;
-    }
-    if (room.width <= 0 || room.height <= 0) {
-        return drawing;
     }
     if (data.message) {
         const std::string text = Wrapped(data.message->text, *data.message->style, room.width);
@@ -115,18 +140,17 @@ std::shared_ptr<DrawingInstance> DrawChart(const ChartData& data, double width, 
         return drawing;
     }
     for (const ChartLegendData& legend : data.legends) {
-        DrawLegend(data, legend, room, canvas);
-    }
-    const auto shown = static_cast<double>(std::count_if(
-        data.areas.begin(), data.areas.end(), [](const ChartAreaData& area) { return !area.rows.empty(); }));
-    Rect part = room;
-    part.height = room.height / std::max(shown, 1.0);
-    for (const ChartAreaData& area : data.areas) {
-        if (!area.rows.empty()) {
-            IsRound(area) ? DrawPies(data, area, part, canvas) : DrawPlot(data, area, part, canvas);
-            part.y += part.height;
+        if (!IsTooSmall(room)) {
+            DrawLegend(data, legend, room, canvas);
         }
     }
+    if (IsTooSmall(room)) {
+        drawing->content = Page();
+        drawing->content.width = width;
+        drawing->content.height = height;
+        room = whole;
+    }
+    DrawAreas(data, room, canvas);
     return drawing;
 }
 

@@ -18,15 +18,18 @@ DrawingData DataOf(const ChartData& data);
 // Each draws one part within its area.
 void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);
 void DrawPies(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);
+void DrawPolar(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);
+void DrawFunnels(const ChartData& data, const ChartAreaData& area, const Rect& room,
+                 Canvas& canvas);  // and pyramids
+void DrawTreeMap(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);
+void DrawSunburst(const ChartData& data, const ChartAreaData& area, const Rect& room, Canvas& canvas);
+// Draws a title at the side that its position begins with and subtracts its space from `room`; a title that
+// has no room is omitted.
+void DrawTitle(const ChartCaption& title, Rect& room, Canvas& canvas);
 // Draws the legend at its side and subtracts its space from `room`. An ellipsis replaces the entries that do
 // not fit.
 void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room, Canvas& canvas);
 // Draws the symbol of a series, in the legend or at a point.
 void DrawShape(ChartShape shape, Spot center, double size, Color color, Canvas& canvas);
-
-// Returns the style of a label that lies on its point's own colour.
-CharStyle InsideLetters(const ChartMark& mark);
-
-bool IsRound(const ChartAreaData& area);  // pies and doughnuts
 
 }  // namespace rdl::layout

@@ -14,11 +14,25 @@ struct Extra {
     Value (*of)(const ChartMark& mark);
 };
 
+Value OptionalValue(const std::optional<double>& number) {
+    return number ? Value::Real(*number) : Value();
+}
+
 constexpr Extra Extras[] = {
     {"X", [](const ChartRow&, const ChartMark& mark) { return mark.hasX && !mark.isDate; },
      [](const ChartMark& mark) { return Value::Real(mark.x); }},
-    {"Low", [](const ChartRow& row, const ChartMark&) { return row.definition && row.definition->range; },
+    {"High", [](const ChartRow& row, const ChartMark&) { return IsSpan(*row.definition); },
+     [](const ChartMark& mark) { return mark.hasY ? Value::Real(mark.high) : Value(); }},
+    {"Low", [](const ChartRow& row, const ChartMark&) { return row.definition->range; },
      [](const ChartMark& mark) { return Value::Real(mark.low); }},
+    {"Start", [](const ChartRow&, const ChartMark& mark) { return mark.start.has_value(); },
+     [](const ChartMark& mark) { return OptionalValue(mark.start); }},
+    {"End", [](const ChartRow&, const ChartMark& mark) { return mark.end.has_value(); },
+     [](const ChartMark& mark) { return OptionalValue(mark.end); }},
+    {"Mean", [](const ChartRow&, const ChartMark& mark) { return mark.mean.has_value(); },
+     [](const ChartMark& mark) { return OptionalValue(mark.mean); }},
+    {"Median", [](const ChartRow&, const ChartMark& mark) { return mark.median.has_value(); },
+     [](const ChartMark& mark) { return OptionalValue(mark.median); }},
     {"Size", [](const ChartRow&, const ChartMark& mark) { return mark.size != 0; },
      [](const ChartMark& mark) { return Value::Real(mark.size); }},
 };

@@ -5,6 +5,8 @@
 #include "rdl/definition/context.h"
 #include "rdl/layout/drawing/chart/draw.h"
 #include "rdl/layout/drawing/chart/keywords.h"
+#include "rdl/layout/drawing/chart/points.h"
+#include "rdl/layout/drawing/chart/tree.h"
 
 namespace rdl::layout {
 namespace {
@@ -15,8 +17,20 @@ struct Entry {
     std::string text;
     Color color;
     const ChartRow* row;
-    const ChartMark* mark;  // of a pie; else null
+    const ChartMark* mark;  // of a slice; else null
 };
+
+// The first level of a tree: its series, or the outermost groups of the only one.
+void AppendTree(const ChartData& data, const ChartAreaData& area, const ChartRow& row,
+                std::vector<Entry>& entries) {
+    if (area.rows.size() > 1) {
+        entries.push_back({row.name, row.color, &row, nullptr});
+        return;
+    }
+    for (const ChartNode& node : TreeOf(data, area)) {
+        entries.push_back({node.name, node.color, &row, nullptr});
+    }
+}
 
 std::vector<Entry> EntriesOf(const ChartData& data) {
     std::vector<Entry> entries;
@@ -25,8 +39,12 @@ std::vector<Entry> EntriesOf(const ChartData& data) {
             if (!row.inLegend) {
                 continue;
             }
-            if (!IsRound(area)) {
+            if (!HasSlices(*row.definition)) {
                 entries.push_back({row.name, row.color, &row, nullptr});
+                continue;
+            }
+            if (IsTree(*row.definition)) {
+                AppendTree(data, area, row, entries);
                 continue;
             }
             // One ring more has the same categories.
@@ -45,11 +63,17 @@ std::vector<Entry> EntriesOf(const ChartData& data) {
 
 void Symbol(const Entry& entry, Spot center, double size, Canvas& canvas) {
     const ChartKind kind = entry.row->definition->kind;
-    if (kind == ChartKind::Line || entry.row->definition->joined) {
+    const bool circle = FrameOf(*entry.row->definition) == ChartFrame::Circle;
+    const bool line = kind == ChartKind::Line || entry.row->definition->joined || kind == ChartKind::Stock ||
+                      kind == ChartKind::ErrorBar ||
+                      (circle && entry.row->look.circle == ChartLook::Circle::Line);
+    const bool marker = kind == ChartKind::Scatter || kind == ChartKind::ErrorBar ||
+                        (circle && entry.row->look.circle == ChartLook::Circle::Marker);
+    if (line) {
         canvas.Line({center.x - size, center.y}, {center.x + size, center.y}, entry.row->border);
     }
     const ChartMark* first = entry.row->marks.empty() ? nullptr : &entry.row->marks.front();
-    if (kind == ChartKind::Line || kind == ChartKind::Scatter) {
+    if (line || marker) {
         if (first && first->shape != ChartShape::None) {
             DrawShape(first->shape, center, std::min(first->shapeSize, size), first->shapeColor, canvas);
         }
@@ -57,7 +81,9 @@ void Symbol(const Entry& entry, Spot center, double size, Canvas& canvas) {
         DrawShape(ChartShape::Circle, center, size, entry.color, canvas);
     } else {
         canvas.Rectangle({center.x - size / 2, center.y - size / 2, size, size}, entry.color,
-                         entry.mark ? entry.mark->border : entry.row->border);
+                         entry.mark                          ? entry.mark->border
+                         : IsStroked(*entry.row->definition) ? Border()
+                                                             : entry.row->border);
     }
 }
 

@@ -5,12 +5,12 @@
 
 #include "rdl/definition/context.h"
 #include "rdl/layout/drawing/chart/draw.h"
+#include "rdl/layout/drawing/chart/labels.h"
 #include "rdl/layout/drawing/chart/plot.h"
 
 namespace rdl::layout {
 namespace {
 
-constexpr double LabelGap = 2;          // points
 constexpr double LargestBubble = 0.12;  // radius, of the plot's shorter side
 constexpr Color AreaAlpha = 0xB0000000;
 
@@ -22,7 +22,26 @@ bool IsStacked(const ChartRow& row) {
     return row.definition->stack != ChartStack::None;
 }
 
-// Columns of a category stand beside each other; those that are stacked share one place.
+// Series that stand beside each other in a category: columns, boxes, prices, errors. Errors of columns have
+// the same places as their columns.
+int FamilyOf(const ChartSeries& series) {
+    switch (series.kind) {
+        case ChartKind::Column:
+        case ChartKind::Bar:
+            return 1;
+        case ChartKind::BoxPlot:
+            return 2;
+        case ChartKind::Stock:
+        case ChartKind::Candlestick:
+            return 3;
+        case ChartKind::ErrorBar:
+            return 4;
+        default:
+            return 0;
+    }
+}
+
+// Columns that are stacked share one place.
 struct Places {
     std::size_t count = 0, own = 0;
 };
@@ -31,9 +50,10 @@ Places PlacesOf(const ChartPlot& plot, std::size_t wanted) {
     Places places;
     std::size_t stack = 0;
     bool hasStack = false;
+    const int family = FamilyOf(*plot.area.rows[wanted].definition);
     for (std::size_t i = 0; i < plot.area.rows.size(); ++i) {
         const ChartRow& row = plot.area.rows[i];
-        if (!IsColumn(row)) {
+        if (FamilyOf(*row.definition) != family) {
             continue;
         }
         std::size_t place = places.count;
@@ -47,26 +67,6 @@ Places PlacesOf(const ChartPlot& plot, std::size_t wanted) {
         places.own = i == wanted ? place : places.own;
     }
     return places;
-}
-
-double Held(double share) {  // within the plot
-    return std::clamp(share, 0.0, 1.0);
-}
-
-// Pieces of a line between gaps.
-std::vector<std::vector<std::size_t>> PiecesOf(const ChartRow& row) {
-    std::vector<std::vector<std::size_t>> pieces;
-    bool open = false;
-    for (std::size_t i = 0; i < row.marks.size(); ++i) {
-        if (row.marks[i].hasY) {
-            if (!open) {
-                pieces.emplace_back();
-            }
-            pieces.back().push_back(i);
-        }
-        open = row.marks[i].hasY;
-    }
-    return pieces;
 }
 
 Spot SpotOf(const ChartPlot& plot, std::size_t r, std::size_t i) {
@@ -88,8 +88,8 @@ void DrawArea(const ChartPlot& plot, std::size_t r) {
         for (const std::size_t i : piece) {
             const ChartReach& reach = plot.reaches[r][i];
             const double across = plot.Across(row.marks[i], i);
-            upper.push_back(plot.At(across, Held(plot.ValueShare(row.valueAxis, reach.to)), row.valueAxis));
-            lower.push_back(plot.At(across, Held(plot.ValueShare(row.valueAxis, reach.from)), row.valueAxis));
+            upper.push_back(plot.At(across, plot.HeldShare(row.valueAxis, reach.to), row.valueAxis));
+            lower.push_back(plot.At(across, plot.HeldShare(row.valueAxis, reach.from), row.valueAxis));
         }
         std::reverse(lower.begin(), lower.end());
         const Course course = CourseOf(row);
@@ -151,24 +151,9 @@ void DrawBubbles(const ChartPlot& plot, std::size_t r) {
     }
 }
 
-Anchor AnchorOf(const std::string& position) {
-    const auto has = [&](std::string_view word) {
-        return EqualNoCase(position.substr(0, word.size()), word) ||
-               (position.size() > word.size() &&
-                EqualNoCase(position.substr(position.size() - word.size()), word));
-    };
-    // A label at the top has the point below it.
-    return {has("Left")    ? 1.0
-            : has("Right") ? 0.0
-                           : 0.5,
-            has("Top") || has("Outside") ? 1.0
-            : has("Bottom")              ? 0.0
-                                         : 0.5};
-}
-
 class LabelDrawer {
  public:
-    explicit LabelDrawer(const ChartPlot& plot) : m_plot(plot) {}
+    explicit LabelDrawer(const ChartPlot& plot) : m_plot(plot), m_placer(plot.canvas) {}
 
     void Draw(std::size_t r, std::size_t i) {
         const ChartRow& row = m_plot.area.rows[r];
@@ -176,17 +161,18 @@ class LabelDrawer {
         if (mark.label.empty()) {
             return;
         }
-        const bool automatic = mark.labelPosition.empty() || EqualNoCase(mark.labelPosition, "Auto");
+        const bool automatic = IsAutomatic(mark.labelPosition);
         Spot spot = SpotOf(m_plot, r, i);
-        Anchor anchor = AnchorOf(automatic ? "Top" : mark.labelPosition);
+        Anchor anchor = LabelAnchor(automatic ? "Top" : mark.labelPosition);
         const bool negative = (mark.y < 0) != m_plot.area.valueAxes[row.valueAxis].reverse;
+        const bool upright = IsColumn(row) || IsSpan(*row.definition);
         const bool inside =
-            IsColumn(row) && ((automatic && IsStacked(row)) || EqualNoCase(mark.labelPosition, "Center"));
+            upright && ((automatic && IsStacked(row)) || EqualNoCase(mark.labelPosition, "Center"));
         if (inside) {
             const Rect column = ColumnOf(m_plot, r, i);
             spot = {column.x + column.width / 2, column.y + column.height / 2};
             anchor = {0.5, 0.5};
-        } else if (IsColumn(row)) {
+        } else if (upright) {
             // The end of its own column: columns of several series stand beside each other.
             const Rect column = ColumnOf(m_plot, r, i);
             spot = m_plot.swapped ? Spot{negative ? column.x : column.Right(), column.y + column.height / 2}
@@ -196,60 +182,41 @@ class LabelDrawer {
                     m_plot.swapped ? Anchor{negative ? 1.0 : 0.0, 0.5} : Anchor{0.5, negative ? 0.0 : 1.0};
             }
         }
-        Place(mark, inside ? InsideLetters(mark) : *mark.labelStyle, spot, anchor, automatic && !inside);
+        m_placer.Place(mark, inside ? InsideLetters(mark) : *mark.labelStyle, spot, anchor,
+                       automatic && !inside);
     }
 
  private:
-    // A label that would cover another one is moved when its place is this system's own choice.
-    void Place(const ChartMark& mark, const CharStyle& letters, Spot spot, Anchor anchor, bool mayMove) {
-        spot.x += (0.5 - anchor.across) * 2 * LabelGap;
-        spot.y += (0.5 - anchor.down) * 2 * LabelGap;
-        Extents size = Turned(Canvas::Measure(mark.label, *mark.labelStyle), mark.labelTurn);
-        const Spot first = spot;
-        for (const double shift : {0.0, -1.0, 1.0, -2.0}) {
-            spot.y = first.y + shift * size.height;
-            if (!mayMove || !Covers(BoxOf(spot, anchor, size))) {
-                break;
-            }
-            spot = first;
-        }
-        const Rect box = BoxOf(spot, anchor, size);
-        m_drawn.push_back(box);
-        m_plot.canvas.Box(box, mark.labelBox.get());
-        m_plot.canvas.Text(mark.label, letters, {box.x + box.width / 2, box.y + box.height / 2}, {0.5, 0.5},
-                           mark.labelTurn);
-    }
-
-    static Rect BoxOf(Spot spot, Anchor anchor, Extents size) {
-        return {spot.x - size.width * anchor.across, spot.y - size.height * anchor.down, size.width,
-                size.height};
-    }
-
-    bool Covers(const Rect& box) const {
-        constexpr std::size_t Nearby = 400;  // enough to look back on: labels come from left to right
-        const std::size_t begin = m_drawn.size() > Nearby ? m_drawn.size() - Nearby : 0;
-        return std::any_of(m_drawn.begin() + static_cast<std::ptrdiff_t>(begin), m_drawn.end(),
-                           [&](const Rect& other) {
-                               return box.x < other.Right() && other.x < box.Right() &&
-                                      box.y < other.Bottom() && other.y < box.Bottom();
-                           });
-    }
-
     const ChartPlot& m_plot;
-    std::vector<Rect> m_drawn;
+    LabelPlacer m_placer;
 };
 
 }  // namespace
 
+std::vector<std::vector<std::size_t>> PiecesOf(const ChartRow& row) {
+    std::vector<std::vector<std::size_t>> pieces;
+    bool open = false;
+    for (std::size_t i = 0; i < row.marks.size(); ++i) {
+        if (row.marks[i].hasY) {
+            if (!open) {
+                pieces.emplace_back();
+            }
+            pieces.back().push_back(i);
+        }
+        open = row.marks[i].hasY;
+    }
+    return pieces;
+}
+
 Rect ColumnOf(const ChartPlot& plot, std::size_t r, std::size_t i) {
     const ChartRow& row = plot.area.rows[r];
     const Places places = PlacesOf(plot, r);
-    const double group = plot.CategoryWidth() * row.pointWidth;
+    const double group = plot.CategoryWidth() * row.look.pointWidth;
     const double width = group / static_cast<double>(std::max<std::size_t>(places.count, 1));
     const double begin = plot.Across(row.marks[i], i) - group / 2 + width * static_cast<double>(places.own);
     const ChartReach& reach = plot.reaches[r][i];
-    const Spot a = plot.At(begin, Held(plot.ValueShare(row.valueAxis, reach.from)), row.valueAxis);
-    const Spot b = plot.At(begin + width, Held(plot.ValueShare(row.valueAxis, reach.to)), row.valueAxis);
+    const Spot a = plot.At(begin, plot.HeldShare(row.valueAxis, reach.from), row.valueAxis);
+    const Spot b = plot.At(begin + width, plot.HeldShare(row.valueAxis, reach.to), row.valueAxis);
     return {std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x), std::abs(a.y - b.y)};
 }
 
@@ -270,6 +237,7 @@ void DrawColumns(const ChartPlot& plot) {
 }
 
 void DrawLines(const ChartPlot& plot) {
+    DrawSpans(plot);
     for (std::size_t r = 0; r < plot.area.rows.size(); ++r) {
         const ChartSeries& series = *plot.area.rows[r].definition;
         if (series.kind == ChartKind::Line || series.joined) {
@@ -277,7 +245,7 @@ void DrawLines(const ChartPlot& plot) {
         }
         if (series.kind == ChartKind::Bubble) {
             DrawBubbles(plot, r);
-        } else if (!IsColumn(plot.area.rows[r])) {
+        } else if (!IsColumn(plot.area.rows[r]) && !IsSpan(series)) {
             DrawPoints(plot, r);
         }
     }

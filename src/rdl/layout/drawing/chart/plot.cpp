@@ -16,7 +16,8 @@ bool IsOnlyAreas(const ChartAreaData& area) {
 
 bool HasColumns(const ChartAreaData& area) {
     return std::any_of(area.rows.begin(), area.rows.end(), [](const ChartRow& row) {
-        return row.definition->kind == ChartKind::Column || row.definition->kind == ChartKind::Bar;
+        const ChartKind kind = row.definition->kind;
+        return kind == ChartKind::Column || kind == ChartKind::Bar || IsSpan(*row.definition);
     });
 }
 
@@ -50,6 +51,10 @@ double ChartPlot::ValueShare(std::size_t axis, double value) const {
     return std::isfinite(share) ? std::clamp(share, -10.0, 11.0) : 0;
 }
 
+double ChartPlot::HeldShare(std::size_t axis, double value) const {
+    return std::clamp(ValueShare(axis, value), 0.0, 1.0);
+}
+
 Spot ChartPlot::At(double category, double value, std::size_t valueAxis) const {
     if (area.categoryAxes.front().reverse) {
         category = 1 - category;
@@ -75,7 +80,9 @@ void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& room
         return;
     }
     canvas.Rectangle(plot.inside, area.box->background, Border());
-    DrawGrid(plot);
+    if (!plot.bare) {
+        DrawGrid(plot);
+    }
     DrawColumns(plot);
     // Lines and points at the edge keep their whole width.
     constexpr double Edge = 3;
@@ -84,7 +91,9 @@ void DrawPlot(const ChartData& data, const ChartAreaData& area, const Rect& room
     DrawLines(plot);
     canvas.Unclip();
     canvas.Rectangle(plot.inside, Transparent, area.box->left);
-    DrawAxes(plot);
+    if (!plot.bare) {
+        DrawAxes(plot);
+    }
     DrawLabels(plot);
 }
 

@@ -31,6 +31,7 @@ struct ChartPlot {
     std::vector<Scale> values = {};  // by value axis
     std::vector<std::vector<ChartReach>> reaches = {};
     // Set by PlaceAxes.
+    bool bare = false;  // the axes would leave no room: the plot has none
     ChartTickLabels categoryLabels = {};
     std::vector<ChartTickLabels> valueLabels = {};
 
@@ -42,21 +43,27 @@ struct ChartPlot {
     // Returns the position on the value axis, 0 to 1; the low end for values that a logarithmic scale cannot
     // show.
     double ValueShare(std::size_t axis, double value) const;
+    double HeldShare(std::size_t axis, double value) const;  // the same within the plot
     bool IsShown(std::size_t valueAxis) const;
     // Returns the point for positions on both axes.
     Spot At(double category, double value, std::size_t valueAxis = 0) const;
 };
 
+// Returns the pieces of a line between gaps, as indices of its marks.
+std::vector<std::vector<std::size_t>> PiecesOf(const ChartRow& row);
+
 void DrawColumns(const ChartPlot& plot);  // and areas
 void DrawLines(const ChartPlot& plot);    // and points
+void DrawSpans(const ChartPlot& plot);    // stocks, candlesticks, errors and boxes
 void DrawLabels(const ChartPlot& plot);   // labels of the points
-// Returns the rectangle of a column.
+// Returns the rectangle of a column, or of what reaches from a low to a high value.
 Rect ColumnOf(const ChartPlot& plot, std::size_t row, std::size_t category);
 // Draws grid lines and stripes, before the marks.
 void DrawGrid(const ChartPlot& plot);
 // Draws lines, ticks, labels and titles of the axes.
 void DrawAxes(const ChartPlot& plot);
-// Computes the space of the axes: sets `inside` to the rest of `room`.
+// Computes the space of the axes: sets `inside` to the rest of `room`, or to all of it if the rest would be
+// too small.
 void PlaceAxes(ChartPlot& plot, const Rect& room);
 
 }  // namespace rdl::layout

@@ -10,6 +10,7 @@ namespace {
 
 constexpr double TickLength = 4, Gap = 3;  // points
 constexpr double LargestShare = 0.4;       // of the chart, for the texts of an axis
+constexpr double LeastPlot = 8;            // points
 constexpr double Aslant = -45, Upright = -90;
 
 std::size_t EveryFor(double needed, double spacing) {
@@ -157,6 +158,7 @@ bool ChartPlot::IsShown(std::size_t valueAxis) const {
 
 void PlaceAxes(ChartPlot& plot, const Rect& room) {
     plot.inside = room;
+    plot.bare = false;
     constexpr int Passes = 2;  // scales depend on the room that their own texts leave
     for (int pass = 0; pass < Passes; ++pass) {
         const Rect before = plot.inside;
@@ -192,6 +194,10 @@ void PlaceAxes(ChartPlot& plot, const Rect& room) {
         plot.inside = {room.x + std::max(upright[0], half), room.y + top,
                        room.width - std::max(upright[0], half) - right,
                        room.height - top - std::max(level[0], half)};
+    }
+    if (plot.inside.width < LeastPlot || plot.inside.height < LeastPlot) {
+        plot.bare = true;
+        plot.inside = room;
     }
 }
 

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Labels of points, placed so that they do not cover each other.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "rdl/layout/drawing/canvas.h"
+#include "rdl/layout/drawing/chart/data.h"
+
+namespace rdl::layout {
+
+class LabelPlacer {
+ public:
+    explicit LabelPlacer(Canvas& canvas) : m_canvas(canvas) {}
+    // Draws the label of a point. One that `mayMove` is moved when it would cover another one.
+    void Place(const ChartMark& mark, const CharStyle& letters, Spot spot, Anchor anchor, bool mayMove);
+
+ private:
+    bool Covers(const Rect& box) const;
+
+    Canvas& m_canvas;
+    std::vector<Rect> m_drawn;
+};
+
+// Returns the anchor for a position of the schema: a label at the top has its point below it.
+Anchor LabelAnchor(const std::string& position);
+// Whether this system chooses the position.
+bool IsAutomatic(const std::string& position);
+
+// Returns the style of letters on the colour `below`: white on a dark one, unless they have a colour of their
+// own.
+CharStyle LegibleOn(Color below, const CharStyle& letters, bool ownColor);
+// The same for a label that lies on its point.
+CharStyle InsideLetters(const ChartMark& mark);
+
+}  // namespace rdl::layout
