@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Forty kinds of reports in every format: pages, texts, and the places of what depends on the layout."""
+"""Some forty kinds of reports in every format: pages, texts, and the places of what depends on the layout."""
 
 import pathlib
 import re
@@ -45,6 +45,7 @@ KINDS = {
     "receipt_endless": (1, ["Corner Shop", "Item 60", "2,013.00", "Thank you!"]),
     "rotated_headings": (1, ["Workshop", "Accounting of projects", "Ed Orr"]),
     "rtl_price_table": (1, ["A-100", "12.50", "35.65"]),
+    "sales_map": (1, ["Where we sell", "Below the map"]),
     "sales_sparklines": (1, ["North", "553", "Sum as a bar"]),
     "seating_plan": (1, ["Table 6", "Hal Voss", "Max Bell"]),
     "spanning_boxes": (1, ["Sum 127", "September", "After the table"]),

@@ -6,48 +6,10 @@
 
 #include <limits>
 
-#include "rdl/spatial/shape_kit.h"
+#include "rdl/spatial/shape_files.h"
 
 namespace rdl::spatial::test {
 namespace {
-
-std::string File(const std::vector<std::string>& records) {
-    std::string bytes = Big(9994) + std::string(96, '\0');
-    std::uint32_t number = 0;
-    for (const std::string& record : records) {
-        bytes += Big(++number) + Big(static_cast<std::uint32_t>(record.size() / 2)) + record;
-    }
-    return bytes;
-}
-
-std::string Parts(std::uint32_t kind, const std::vector<std::uint32_t>& begins, std::uint32_t count,
-                  const std::string& points) {
-    std::string bytes = Little(kind) + std::string(32, '\0') +
-                        Little(static_cast<std::uint32_t>(begins.size())) + Little(count);
-    for (const std::uint32_t begin : begins) {
-        bytes += Little(begin);
-    }
-    return bytes + points;
-}
-
-std::string Short(std::size_t number) {
-    return Little(static_cast<std::uint32_t>(number)).substr(0, 2);
-}
-
-// A table of a text of 6 bytes and a number of 5.
-std::string Table(const std::vector<std::string>& rows) {
-    const auto column = [](std::string name, char type, char size) {
-        name.resize(11, '\0');
-        return name + type + std::string(4, '\0') + size + std::string(15, '\0');
-    };
-    std::string bytes = "\x03\x20\x01\x01" + Little(static_cast<std::uint32_t>(rows.size())) + Short(97) +
-                        Short(12) + std::string(20, '\0') + column("NAME", 'C', 6) + column("COUNT", 'N', 5) +
-                        "\r";
-    for (const std::string& row : rows) {
-        bytes += " " + row;
-    }
-    return bytes + "\x1A";
-}
 
 Shapes Read(const std::string& file, const std::string& table = {}) {
     Allowance allowance;
@@ -59,7 +21,7 @@ std::string Error(const std::string& file, const std::string& table = {}) {
 }
 
 std::string One(const std::string& record) {
-    return TextOf(Read(File({record})).shapes.at(0).geometry);
+    return TextOf(Read(ShapeFile({record})).shapes.at(0).geometry);
 }
 
 TEST(Shapefile, EachKindIsRead) {
@@ -81,8 +43,9 @@ TEST(Shapefile, PolygonsThatAllRunTheOtherWayHaveNoHoles) {
 }
 
 TEST(Shapefile, TheTableGivesTheFields) {
-    const Shapes shapes = Read(File({Little(1U) + Reals({1, 2}), Little(1U) + Reals({3, 4}), Little(0U)}),
-                               Table({"North    12", "Caf\xE9   1.5 "}));
+    const Shapes shapes =
+        Read(ShapeFile({Little(1U) + Reals({1, 2}), Little(1U) + Reals({3, 4}), Little(0U)}),
+             ShapeTable({"North    12", "Caf\xE9   1.5 "}));
     EXPECT_THAT(shapes.fieldNames, testing::ElementsAre("NAME", "COUNT"));
     EXPECT_EQ(shapes.shapes[0].values[0].AsText(), "North");
     EXPECT_EQ(shapes.shapes[0].values[1].AsDouble(), 12);
@@ -94,9 +57,9 @@ TEST(Shapefile, TheTableGivesTheFields) {
 TEST(Shapefile, TruncatedFilesAreErrors) {
     EXPECT_EQ(Error(""), "it is not a shapefile");
     EXPECT_EQ(Error(std::string(100, '\0')), "it is not a shapefile");
-    EXPECT_EQ(Error(File({}).substr(0, 99)), "it is not a shapefile");
+    EXPECT_EQ(Error(ShapeFile({}).substr(0, 99)), "it is not a shapefile");
     const std::string file =
-        File({Little(1U) + Reals({1, 2}), Parts(5, {0}, 4, Reals({0, 0, 9, 0, 9, 9, 0, 0}))});
+        ShapeFile({Little(1U) + Reals({1, 2}), Parts(5, {0}, 4, Reals({0, 0, 9, 0, 9, 9, 0, 0}))});
     for (std::size_t size = 100; size < file.size(); ++size) {
         const std::string error = Error(file.substr(0, size));
         EXPECT_TRUE(error.empty() || error.starts_with("it ends within its shape ")) << size << ": " << error;
@@ -105,27 +68,28 @@ TEST(Shapefile, TruncatedFilesAreErrors) {
 }
 
 TEST(Shapefile, CountsThatAreTooLargeAreErrors) {
-    EXPECT_EQ(Error(File({Parts(5, {0}, 0x80000000U, "")})),
+    EXPECT_EQ(Error(ShapeFile({Parts(5, {0}, 0x80000000U, "")})),
               "a shape has room for less than the 2147483648 points that it announces");
-    EXPECT_EQ(Error(File({Little(5U) + std::string(32, '\0') + Little(0x80000000U) + Little(4U)})),
+    EXPECT_EQ(Error(ShapeFile({Little(5U) + std::string(32, '\0') + Little(0x80000000U) + Little(4U)})),
               "a shape has room for less than the 2147483648 parts that it announces");
-    EXPECT_EQ(Error(File({Parts(5, {7}, 1, Reals({1, 2}))})), "a part of a shape lies outside its points");
-    EXPECT_EQ(Error(File({Parts(5, {1, 0}, 2, Reals({1, 2, 3, 4}))})),
+    EXPECT_EQ(Error(ShapeFile({Parts(5, {7}, 1, Reals({1, 2}))})),
               "a part of a shape lies outside its points");
-    EXPECT_EQ(Error(File({Little(31U)})), "a shape of the kind 31 cannot be drawn");
-    EXPECT_EQ(Error(File({std::string("ab")})), "it ends in the middle of a value");
+    EXPECT_EQ(Error(ShapeFile({Parts(5, {1, 0}, 2, Reals({1, 2, 3, 4}))})),
+              "a part of a shape lies outside its points");
+    EXPECT_EQ(Error(ShapeFile({Little(31U)})), "a shape of the kind 31 cannot be drawn");
+    EXPECT_EQ(Error(ShapeFile({std::string("ab")})), "it ends in the middle of a value");
 }
 
 TEST(Shapefile, CoordinatesThatAreNoNumbersAreErrors) {
-    EXPECT_EQ(Error(File({Little(1U) + Reals({std::numeric_limits<double>::quiet_NaN(), 2})})),
+    EXPECT_EQ(Error(ShapeFile({Little(1U) + Reals({std::numeric_limits<double>::quiet_NaN(), 2})})),
               "a coordinate is not a number or beyond every map");
-    EXPECT_EQ(Error(File({Little(1U) + Reals({1, std::numeric_limits<double>::infinity()})})),
+    EXPECT_EQ(Error(ShapeFile({Little(1U) + Reals({1, std::numeric_limits<double>::infinity()})})),
               "a coordinate is not a number or beyond every map");
 }
 
 TEST(Shapefile, DamagedTablesAreErrorsAndNoCrash) {
-    const std::string file = File({Little(0U)});
-    const std::string table = Table({"North    12"});
+    const std::string file = ShapeFile({Little(0U)});
+    const std::string table = ShapeTable({"North    12"});
     for (std::size_t size = 1; size < table.size(); ++size) {
         Error(file, table.substr(0, size));
     }

@@ -6,6 +6,7 @@
 #include "rdl/expr/operations/compare.h"
 #include "rdl/layout/drawing/chart/draw.h"
 #include "rdl/layout/drawing/gauge/draw.h"
+#include "rdl/layout/drawing/map/draw.h"
 #include "rdl/layout/items/tablix_table.h"
 #include "rdl/layout/model/links.h"
 #include "rdl/layout/model/markup.h"
@@ -113,6 +114,9 @@ bool ItemBuilder::Fill(ItemPlan& plan, Instance& out) {
             break;
         case ItemKind::Gauge:
             GaugeOf(plan, out);
+            break;
+        case ItemKind::Map:
+            MapOf(plan, out);
             break;
     }
     if (out.kind != InstanceKind::Text) {
@@ -302,6 +306,15 @@ void ItemBuilder::ChartOf(ItemPlan& plan, Instance& out) {
 
 void ItemBuilder::GaugeOf(ItemPlan& plan, Instance& out) {
     Show(DrawGaugePanel(*plan.gauge, *this, out.width, out.height), true, out);
+}
+
+void ItemBuilder::MapOf(ItemPlan& plan, Instance& out) {
+    const MapData data = EvaluateMap(*plan.map, *this, out.width, out.height);
+    const std::shared_ptr<DrawingInstance> drawing = DrawMap(data, out.width, out.height);
+    if (!m_input.paint) {
+        drawing->data = DataOf(data);
+    }
+    Show(drawing, false, out);
 }
 
 void ItemBuilder::Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out) {

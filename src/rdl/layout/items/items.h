@@ -36,6 +36,7 @@ class ItemBuilder : public PropertyReader {
     void ImageOf(ItemPlan& plan, Instance& out);
     void ChartOf(ItemPlan& plan, Instance& out);
     void GaugeOf(ItemPlan& plan, Instance& out);
+    void MapOf(ItemPlan& plan, Instance& out);
     // Stores the drawing, or its image for formats without vectors.
     void Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out);
     void SubreportOf(ItemPlan& plan, Instance& out);
