@@ -354,5 +354,70 @@ TEST(Map, PartsOutsideTakeRoomFromTheViewport) {
     EXPECT_DOUBLE_EQ(clip.y + clip.height, 196);
 }
 
+TEST(Map, AViewportWithAPlaceOfItsOwnStaysWithinTheMap) {
+    const auto clipOf = [](const std::string& left, const std::string& width, const std::string& unit) {
+        const DrawnGauges map =
+            DrawMapOf(MapOf(MapLayerOf("Polygon", Squares()),
+                            "<MapLocation><Left>" + left + "</Left><Top>10</Top><Unit>" + unit +
+                                "</Unit></MapLocation><MapSize><Width>" + width +
+                                "</Width><Height>50</Height><Unit>" + unit + "</Unit></MapSize>"));
+        const auto clips = map.Of<ClipOp>();
+        return clips.empty() ? std::vector<double>{}
+                             : std::vector<double>{clips[0].x, clips[0].y, clips[0].width, clips[0].height};
+    };
+    EXPECT_THAT(clipOf("20", "50", "Percentage"), ElementsAre(60, 20, 150, 100));
+    EXPECT_THAT(clipOf("20", "50", "Point"), ElementsAre(20, 10, 50, 50));
+    EXPECT_THAT(clipOf("-1e9", "1e12", "Percentage"), ElementsAre(0, 20, 300, 100));
+    EXPECT_THAT(clipOf("200", "50", "Percentage"), IsEmpty());
+    EXPECT_THAT(clipOf("10", "-5", "Percentage"), IsEmpty());
+}
+
+TEST(Map, AMapInATableCellShowsTheRowsOfItsCell) {
+    const std::string cell = "<TablixCell><CellContents>" +
+                             MapOf(MapGroups + MapLayerOf("Polygon", Squares() + MapBound + ColorRule(""))) +
+                             "</CellContents></TablixCell>";
+    const BuiltKit kit = BuildKit(
+        Report(
+            Tablix(1, RowOf(cell),
+                   "<TablixMember><Group Name=\"G\"><GroupExpressions><GroupExpression>=Fields!Product.Value"
+                   "</GroupExpression></GroupExpressions></Group></TablixMember>")),
+        Amounts());
+    std::vector<std::string> shapes;
+    layout::TableRow row;
+    for (std::size_t i = 0; i < kit.Table().RowCount(); ++i) {
+        kit.Table().Row(i, row);
+        for (const std::vector<Value>& cells : row.cells.at(0).content.drawing->data.rows) {
+            shapes.push_back(std::to_string(i) + " " + std::string(cells[1].AsText()) + " " +
+                             std::to_string(cells[2].AsInteger()));
+        }
+    }
+    EXPECT_THAT(shapes, ElementsAre("0 North 10", "0 South 20", "0 East 50", "1 South 10"));
+}
+
+TEST(Map, ShapesOfOneDataSetAreBoundToAnother) {
+    const DrawnGauges map = DrawMapOf(
+        MapOf(MapGroups +
+              MapLayerOf("Point",
+                         "<MapSpatialDataSet><DataSetName>Data</DataSetName><SpatialField>Product"
+                         "</SpatialField></MapSpatialDataSet><MapDataRegionName>Regions</MapDataRegionName>"
+                         "<MapBindingFieldPairs><MapBindingFieldPair><FieldName>Region</FieldName>"
+                         "<BindingExpression>=Fields!Region.Value</BindingExpression></MapBindingFieldPair>"
+                         "</MapBindingFieldPairs><MapMarkerTemplate><Label>=\"#Region \" &amp; "
+                         "Sum(Fields!Amount.Value)</Label></MapMarkerTemplate>")),
+        Sales({{"North", "POINT (0 20)", 1}, {"North", "POINT (10 20)", 2}, {"East", "POINT (30 0)", 9}}));
+    EXPECT_THAT(map.Texts(), ElementsAre("North 3", "North 3", "East 9"));
+}
+
+TEST(Map, GridsOfAnySizeEnd) {
+    for (const char* grid : {"<MapMeridians><Interval>1e-300</Interval></MapMeridians>",
+                             "<MapMeridians><Interval>-5</Interval></MapMeridians><MapParallels/>",
+                             "<MapCoordinateSystem>Geographic</MapCoordinateSystem><MapParallels/>"}) {
+        const DrawnGauges map = DrawMapOf(
+            MapOf(MapLayerOf("Line", Tag("MapLines", MapShapeOf("MapLine", "A", "LINESTRING (5 0, 5 1e-9)"))),
+                  grid));
+        EXPECT_LT(map.Of<PathOp>().size(), 403U) << grid;
+    }
+}
+
 }  // namespace
 }  // namespace rdl::layout

@@ -26,6 +26,13 @@ void DrawParts(const MapData& data, bool outside, Rect& room, Canvas& canvas) {
     }
 }
 
+// The part of the area that lies within the map.
+Rect Common(const Rect& area, const Rect& map) {
+    const double left = std::clamp(area.x, map.x, map.Right()), top = std::clamp(area.y, map.y, map.Bottom());
+    const double right = std::clamp(area.Right(), left, map.Right());
+    return {left, top, right - left, std::clamp(area.Bottom(), top, map.Bottom()) - top};
+}
+
 bool HasOutsideParts(const MapData& data) {
     const auto isOutside = [](const auto& part) { return part.isOutside; };
     return std::any_of(data.titles.begin(), data.titles.end(), isOutside) ||
@@ -55,7 +62,7 @@ std::shared_ptr<DrawingInstance> DrawMap(const MapData& data, double width, doub
         room = {Gap, Gap, width - 2 * Gap, height - 2 * Gap};
     }
     DrawParts(data, true, room, canvas);
-    const Rect area = data.viewport.area.value_or(room);
+    const Rect area = data.viewport.area ? Common(*data.viewport.area, {0, 0, width, height}) : room;
     if (!(area.width > 0) || !(area.height > 0)) {
         return drawing;
     }

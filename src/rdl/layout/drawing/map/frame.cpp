@@ -67,6 +67,9 @@ void DrawGridLines(const MapGridData& grid, bool areMeridians, const MapData& da
         const double span = areMeridians ? content.right - content.left : content.top - content.bottom;
         interval = RoundBelow(std::max(span, (high - low) / MostLines) / 3);
     }
+    if (!(interval > 0)) {
+        return;
+    }
     const double first = std::ceil(low / interval);
     for (int i = 0; i < MostLines && (first + i) * interval <= high; ++i) {
         const double at = (first + i) * interval;

@@ -55,7 +55,10 @@ class LayerEvaluator {
           m_reader(reader),
           m_culture(reader.Place().CurrentCulture()),
           m_plainShape(Constants(m_layer.shapeTemplate)),
-          m_plainMarkers(Constants(m_layer.markers)) {}
+          m_plainMarkers(Constants(m_layer.markers)),
+          m_hasExpressions(HasExpression(layer.shapeTemplate) || HasExpression(layer.markers) ||
+                           HasExpression(layer.shapeTemplate.marker) || HasExpression(layer.markers.marker)) {
+    }
 
     MapLayerResult Evaluate() {
         MapLayerData& data = m_result.data;
@@ -101,33 +104,46 @@ class LayerEvaluator {
         return found != m_layer.looks.end() && found->shape == shape ? &*found : nullptr;
     }
 
+    // Constant looks are computed once: a layer may have a hundred thousand shapes.
     MapShapeData Look(std::size_t index) {
+        m_reader.Place().CheckBounds();
         Enter(m_shapes.scopes[index]);
         const MapOwnLook* own = OwnLook(index);
-        const bool isPlain = IsPlain(index);
-        const bool isPoint = m_layer.kind == MapLayerKind::Point;
+        const bool isPlain = IsPlain(index) || !m_hasExpressions;
         MapShapeData shape;
-        if (!isPoint) {
-            const MapTemplate& look = own && own->shapeTemplate.isSet ? own->shapeTemplate
-                                      : isPlain                       ? m_plainShape
-                                                                      : m_layer.shapeTemplate;
-            shape = m_layer.kind == MapLayerKind::Line ? LineLook(look) : PolygonLook(look);
-            Label(look, index, shape);
-        }
-        const MapTemplate& markers = own && own->markers.isSet ? own->markers
-                                     : isPlain                 ? m_plainMarkers
-                                                               : m_layer.markers;
-        if (isPoint || markers.isSet || !m_layer.markerRules.empty()) {
-            shape.mark = Mark(markers);
-            if (isPoint) {
-                Label(markers, index, shape);
-                shape.labelMode = MapLabelMode::Always;
-                shape.isHidden = m_styles.Flag(markers["Hidden"]).value_or(false);
+        if (own) {
+            shape = Made(own->shapeTemplate.isSet ? own->shapeTemplate : m_layer.shapeTemplate,
+                         own->markers.isSet ? own->markers : m_layer.markers);
+        } else if (isPlain) {
+            if (!m_plainLook) {
+                m_plainLook = Made(m_plainShape, m_plainMarkers);
             }
+            shape = *m_plainLook;
+        } else {
+            shape = Made(m_layer.shapeTemplate, m_layer.markers);
         }
+        shape.label = ReadableText(Replaced(shape.label, index));
         shape.geometry = &m_shapes.source->shapes[index].geometry;
         shape.isBound = m_shapes.isBound[index];
         shape.name = m_shapes.names[index];
+        return shape;
+    }
+
+    // The label keeps its keywords.
+    MapShapeData Made(const MapTemplate& look, const MapTemplate& markers) {
+        const bool isPoint = m_layer.kind == MapLayerKind::Point;
+        MapShapeData shape;
+        if (!isPoint) {
+            shape = m_layer.kind == MapLayerKind::Line ? LineLook(look) : PolygonLook(look);
+        }
+        if (isPoint || markers.isSet || !m_layer.markerRules.empty()) {
+            shape.mark = Mark(markers);
+        }
+        Label(isPoint ? markers : look, shape);
+        if (isPoint) {
+            shape.labelMode = MapLabelMode::Always;
+            shape.isHidden = m_styles.Flag(markers["Hidden"]).value_or(false);
+        }
         return shape;
     }
 
@@ -166,21 +182,17 @@ class LayerEvaluator {
         return mark;
     }
 
-    void Label(const MapTemplate& look, std::size_t index, MapShapeData& shape) {
-        const std::string text = m_styles.Text(look["Label"]);
-        if (text.empty()) {
+    void Label(const MapTemplate& look, MapShapeData& shape) {
+        shape.label = m_styles.Text(look["Label"]);
+        if (shape.label.empty()) {
             return;
         }
-        shape.label = ReadableText(Replaced(text, index));
         shape.labelPlacement = m_styles.Text(look["LabelPlacement"]);
         const std::string mode = m_styles.Text(look["ShowLabel"]);
         shape.labelMode = EqualNoCase(mode, "True")    ? MapLabelMode::Always
                           : EqualNoCase(mode, "False") ? MapLabelMode::Never
                                                        : MapLabelMode::IfItFits;
-        if (!m_letters || HasExpression(look)) {
-            m_letters = m_styles.Letters(look.style, 8);
-        }
-        shape.letters = m_letters;
+        shape.letters = m_styles.Letters(look.style, 8);
         shape.ownLabelColor = look.style.Find(StyleProperty::Color) != nullptr;
     }
 
@@ -236,6 +248,7 @@ class LayerEvaluator {
         if (source.IsSet()) {
             std::vector<Value> values;
             for (std::size_t i = 0; i < shapes.size(); ++i) {
+                m_reader.Place().CheckBounds();
                 values.push_back(RuleValue(source, i));
                 if (shapes[i].value.IsNull()) {
                     shapes[i].value = values.back();
@@ -364,7 +377,8 @@ class LayerEvaluator {
     const Culture& m_culture;
     const MapTemplate m_plainShape, m_plainMarkers;
     double m_transparency = 0;  // 0 to 1
-    CharStylePtr m_letters;
+    const bool m_hasExpressions;
+    std::optional<MapShapeData> m_plainLook;
     MapLayerResult m_result;
 };
 
