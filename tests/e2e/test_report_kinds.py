@@ -126,6 +126,14 @@ class ReportKinds(unittest.TestCase):
         last = max(words, key=lambda word: (word[2], word[3]) if word[0] != "Page" and word[2] < 500 else (0, 0))
         self.assertEqual(last[0], "1,110")
 
+    def test_a_map_has_its_regions_legends_and_scales(self):
+        words = [word[0] for word in self.words("sales_map")[0]]
+        for text in ("North", "South", "East", "Lake", "River", "Aalto", "Cove", "448", "560", "Amount", "200", "km", "5°E"):
+            self.assertIn(text, words)
+        east = self.word("sales_map", "East")
+        column = self.colours("sales_map", int(east[1]) - 8)
+        self.assertEqual(column[int(east[2])], (0xA0, 0x20, 0x10))  # the most, so the last colour
+
     def test_groups_have_pages_names_and_numbers_of_their_own(self):
         feet = [page.strip().split("\n")[-1] for page in pdf_pages(self.export("inventory_page_names", "pdf"))]
         self.assertEqual(feet, ["Page 1 of 2 Aalto", "Page 2 of 2 Aalto", "Page 1 of 1 Bruk", "Page 1 of 2 Cove", "Page 2 of 2 Cove"])

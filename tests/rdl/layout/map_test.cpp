@@ -330,6 +330,21 @@ TEST(Map, OwnTemplatesGoBeforeTheLayers) {
     EXPECT_THAT(FillsOf(map), ElementsAre(0x800000FF, 0x80FF0000));
 }
 
+TEST(Map, OwnTemplatesGoBeforeTheRules) {
+    const std::string own =
+        "<UseCustomPolygonTemplate>true</UseCustomPolygonTemplate><MapPolygonTemplate><Label>own"
+        "</Label><Style><BackgroundColor>Red</BackgroundColor></Style></MapPolygonTemplate>";
+    const DrawnGauges map = DrawMapOf(MapOf(MapLayerOf(
+        "Polygon",
+        Tag("MapPolygons", MapShapeOf("MapPolygon", "A", "POLYGON ((0 0, 9 0, 9 9, 0 0))") +
+                               MapShapeOf("MapPolygon", "B", "POLYGON ((10 0, 19 0, 19 9, 10 0))", own)) +
+            "<MapPolygonRules><MapCustomColorRule><DataValue>#NAME</"
+            "DataValue><MapCustomColors><MapCustomColor>Blue"
+            "</MapCustomColor></MapCustomColors></MapCustomColorRule></MapPolygonRules>")));
+    EXPECT_THAT(FillsOf(map), ElementsAre(0xFF0000FF, 0xFFFF0000));
+    EXPECT_THAT(map.Texts(), ElementsAre("own"));
+}
+
 TEST(Map, LabelsAreLegibleOnDarkPolygons) {
     const auto colorOn = [](const std::string& style) {
         const DrawnGauges map = DrawMapOf(
