@@ -12,7 +12,7 @@
 namespace rdl::engine {
 
 // `request` has resolved parameters; its definition must outlive the result. `file` is the report's file.
-// `pictures`: charts and gauges become images. Raises Failure with the stage that failed.
+// `pictures`: charts, gauges and maps become images. Raises Failure with the stage that failed.
 std::shared_ptr<layout::ReportInstance> RunReport(const data::LoadRequest& request,
                                                   const std::filesystem::path& file, bool pictures);
 

@@ -9,7 +9,7 @@ namespace rdl::writers {
 
 struct FormatWriter {
     DocumentFormat format;
-    bool hasVectors;  // else charts and gauges become images
+    bool hasVectors;  // else charts, gauges and maps become images
     void (*write)(layout::ReportInstance&, Output&, const Options&);
 };
 

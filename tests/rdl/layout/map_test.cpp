@@ -63,6 +63,7 @@ TEST(Map, EmptyMapsAreEmptyFrames) {
         const DrawnGauges drawn = DrawMapOf(map, Sales({}));
         EXPECT_THAT(drawn.Of<PathOp>(), IsEmpty()) << map;
         EXPECT_EQ(drawn.Drawing().description, "World");
+        EXPECT_THAT(drawn.Drawing().data.columns, IsEmpty());
     }
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Evaluates properties of items, charts and gauges at the evaluator's current place.
+// Evaluates properties of items, charts, gauges and maps at the evaluator's current place.
 #pragma once
 
 #include <string>

@@ -165,11 +165,13 @@ class MapEvaluator {
 
     // Adds a rule to its legend and to the colour scale.
     void Explain(const MapRuleResult& result) {
+        constexpr std::size_t MostEntries = 1000;  // more than any page shows
         const MapRule& rule = *result.rule;
         const std::string name = m_styles.Text(rule["LegendName"]);
         for (MapLegendData& legend : m_data.legends) {
             if (!name.empty() && legend.name == name) {
-                for (std::size_t i = 0; i < result.buckets.list.size(); ++i) {
+                for (std::size_t i = 0; i < result.buckets.list.size() && legend.entries.size() < MostEntries;
+                     ++i) {
                     legend.entries.push_back(Entry(result, i));
                 }
             }

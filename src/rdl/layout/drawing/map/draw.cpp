@@ -75,15 +75,13 @@ std::shared_ptr<DrawingInstance> DrawMap(const MapData& data, double width, doub
     Rect inside{area.x + Gap, area.y + Gap, area.width - 2 * Gap, area.height - 2 * Gap};
     DrawParts(data, false, inside, canvas);
     if (data.distanceScale) {
-        DrawDistanceScale(*data.distanceScale, data.distanceColor, screen, *data.culture,
-                          data.distanceScale->isOutside ? room : inside, canvas);
+        DrawDistanceScale(*data.distanceScale, data.distanceColor, screen, *data.culture, inside, canvas);
     }
     return drawing;
 }
 
 DrawingData DataOf(const MapData& data) {
     DrawingData table;
-    table.columns = {"Layer", "Shape", "Value"};
     for (const MapLayerData& layer : data.layers) {
         for (const MapShapeData& shape : layer.shapes) {
             if (shape.isBound) {
@@ -92,6 +90,9 @@ DrawingData DataOf(const MapData& data) {
                                       shape.value});
             }
         }
+    }
+    if (!table.rows.empty()) {
+        table.columns = {"Layer", "Shape", "Value"};
     }
     return table;
 }

@@ -13,6 +13,7 @@ namespace rdl::layout {
 std::shared_ptr<DrawingInstance> DrawMap(const MapData& data, double width, double height);
 
 // Returns a row for each shape that has data: its layer, what binds it and the value of its first rule.
+// Empty without such shapes.
 DrawingData DataOf(const MapData& data);
 
 }  // namespace rdl::layout
