@@ -48,6 +48,7 @@ KINDS = {
     "receipt_endless": (1, ["Corner Shop", "Item 60", "2,013.00", "Thank you!"]),
     "rotated_headings": (1, ["Workshop", "Accounting of projects", "Ed Orr"]),
     "rtl_price_table": (1, ["A-100", "12.50", "35.65"]),
+    "sales_map": (1, ["Where we sell", "Below the map"]),
     "sales_sparklines": (1, ["North", "553", "Sum as a bar"]),
     "seating_plan": (1, ["Table 6", "Hal Voss", "Max Bell"]),
     "shipping_labels": (1, ["Parcel 1", "Parcel 4"]),
@@ -145,6 +146,14 @@ class ReportKinds(unittest.TestCase):
         words = self.words("cross_three_levels")[0]
         last = max(words, key=lambda word: (word[2], word[3]) if word[0] != "Page" and word[2] < 500 else (0, 0))
         self.assertEqual(last[0], "1,110")
+
+    def test_a_map_has_its_regions_legends_and_scales(self):
+        words = [word[0] for word in self.words("sales_map")[0]]
+        for text in ("North", "South", "East", "Lake", "River", "Aalto", "Cove", "448", "560", "Amount", "200", "km", "5°E"):
+            self.assertIn(text, words)
+        east = self.word("sales_map", "East")
+        column = self.colours("sales_map", int(east[1]) - 8)
+        self.assertEqual(column[int(east[2])], (0xA0, 0x20, 0x10))  # the most, so the last colour
 
     def test_groups_have_pages_names_and_numbers_of_their_own(self):
         feet = [page.strip().split("\n")[-1] for page in pdf_pages(self.export("inventory_page_names", "pdf"))]

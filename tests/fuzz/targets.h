@@ -27,6 +27,8 @@ void RunExpression(std::string_view input);  // an expression, with its =
 void RunCode(std::string_view input);        // report-level code; its function F is called
 void RunFormula(std::string_view input);     // a record selection formula
 void RunFormat(std::string_view input);      // a culture's name, a value and a format string, each on a line
+// A first line of "text", "bytes" or the size of a shapefile, then the shape, or the shapefile and its table.
+void RunShape(std::string_view input);
 
 struct Target {
     std::string_view name;
@@ -41,6 +43,7 @@ inline constexpr Target Targets[] = {
     {"code", RunCode, CodeWords},
     {"formula", RunFormula, FormulaWords},
     {"format", RunFormat, FormatWords},
+    {"shape", RunShape},
 };
 
 }  // namespace fuzz

@@ -216,3 +216,59 @@ def survey_form():
         (0.9, [box("=Fields!No.Value", **GRID), box("=Fields!Text.Value", **GRID), *tick])], [member(REPEATED), group("Question")])
     return report([data("Questions", "No:Integer Text:String", rows)], [table, box(
         "What else?", at(1.8, 0, 3, 16.5), borders=edges(All="Black Solid 0.75pt"))], foot=PAGES)
+
+
+def shape(element, name, vector):
+    return e(element, t("VectorData", vector), e("MapFields", e("MapField", t("Name", "NAME"), t("Value", name))))
+
+
+def bound(region, field):
+    return t("MapDataRegionName", region) + e("MapBindingFieldPairs", e(
+        "MapBindingFieldPair", t("FieldName", "NAME"), t("BindingExpression", field)))
+
+
+def ring(*corners):
+    return ", ".join(f"{x} {y}" for x, y in (*corners, corners[0]))
+
+
+@kind
+def sales_map():
+    """Regions coloured by their sales, a river, and towns sized by theirs."""
+    islands = [("North", f"MULTIPOLYGON ((({ring((2, 54), (6, 55.5), (11, 54.5), (10, 51), (5, 50.5), (2.5, 52))})), "
+                         f"(({ring((0.2, 55), (1.4, 55.4), (1.2, 54.2))})))"),
+               ("South", f"POLYGON (({ring((5, 50.5), (10, 51), (12, 47.5), (8, 46), (4, 47))}), "
+                         f"({ring((5.6, 49), (7.1, 49.2), (6.6, 49.9), (5.8, 49.7))}))"),
+               ("East", f"POLYGON (({ring((10, 51), (11, 54.5), (15, 54), (16.5, 50.5), (14, 47.2), (12, 47.5))}))"),
+               ("Lake", f"POLYGON (({ring((5.6, 49), (7.1, 49.2), (6.6, 49.9), (5.8, 49.7))}))")]
+    sales = [("North", 412), ("South", 95), ("South", 130), ("East", 560)]
+    towns = [("Aalto", 8, "POINT (4.5 52)"), ("Cove", 20, "POINT (12.5 49.5)"), ("Port", 3, "POINT (5.5 48)"), ("Hill", 12, "POINT (9.5 47.5)")]
+    colours = e("MapColorRangeRule", t("DataValue", "=Sum(Fields!Amount.Value)"), t("DistributionType", "EqualInterval"), t("BucketCount", 3),
+                t("StartColor", "#FFF3C4"), t("MiddleColor", "#F0A040"), t("EndColor", "#A02010"), t("LegendName", "Sales"),
+                t("LegendText", "#FROMVALUE{N0} to #TOVALUE{N0}"), t("ShowInColorScale", "true"))
+    regions = e("MapPolygonLayer", e("MapPolygonTemplate", t("Label", "#NAME"), e("Style", t("BackgroundColor", "#B0D8F0"), t("FontSize", "9pt"))),
+                e("MapPolygonRules", colours), e("MapPolygons", *[shape("MapPolygon", *island) for island in islands]),
+                bound("Regions", "=Fields!Region.Value"), Name="RegionLayer")
+    river = e("MapLineLayer", e("MapLineTemplate", e("Style", t("Color", "#3070C0")), t("Width", "2pt"), t("Label", "#NAME")),
+              e("MapLines", shape("MapLine", "Long River", "LINESTRING (6.8 49.6, 8 50, 9.6 50.6, 9.4 52, 8.6 53, 8.2 55.2)")), Name="RiverLayer")
+    sizes = e("MapSizeRule", t("DataValue", "=Sum(Fields!Size.Value)"), t("StartSize", "4pt"), t("EndSize", "14pt"), t("BucketCount", 3),
+              t("LegendName", "Towns"))
+    places = e("MapPointLayer", e("MapMarkerTemplate", e("Style", t("BackgroundColor", "#306030")), t("Label", "#Town"), t("LabelPlacement", "Right")),
+               e("MapPointRules", sizes), e("MapSpatialDataSet", t("DataSetName", "Towns"), t("SpatialField", "Place"),
+                                            e("MapFieldNames", t("MapFieldName", "Town"))), Name="TownLayer")
+    region = e("MapDataRegion", e("MapMember", e("Group", e("GroupExpressions", t("GroupExpression", "=Fields!Region.Value")), Name="ByRegion")),
+               t("DataSetName", "Sales"), Name="Regions")
+    frame = e("Style", e("Border", t("Color", "Gray"), t("Style", "Solid")), t("BackgroundColor", "White"))
+    grid = e("Style", e("Border", t("Color", "Silver"), t("Style", "Dotted")))
+    viewport = e("MapViewport", t("MapCoordinateSystem", "Geographic"), t("MapProjection", "Mercator"), e("MapMeridians", grid, t("Interval", 5)),
+                 e("MapParallels", grid, t("Interval", 5)), e("Style", e("Border", t("Color", "Gray"), t("Style", "Solid")), t("BackgroundColor", "#EEF6FC")))
+    legends = e("MapLegends", *[e("MapLegend", frame, t("Position", position), e("MapLegendTitle", t("Caption", name), e("Style", t("FontWeight", "Bold"))),
+                                  Name=name) for name, position in (("Sales", "RightTop"), ("Towns", "LeftBottom"))])
+    title = e("MapTitles", e("MapTitle", t("Text", "Sales by region and town"), t("DockOutsideViewport", "true"),
+                             e("Style", t("FontSize", "14pt"), t("FontWeight", "Bold")), Name="Title"))
+    scale = e("MapColorScale", t("DockOutsideViewport", "true"), e("MapColorScaleTitle", t("Caption", "Amount")))
+    chart_of_all = e("Map", e("MapDataRegions", region), viewport, e("MapLayers", e("MapTileLayer", t("TileStyle", "Road"), Name="Tiles"), regions, river, places),
+                     legends, title, e("MapDistanceScale", t("Position", "BottomRight")), scale, e("Style", e("Border", t("Color", "Black"), t("Style", "Solid"))),
+                     at(1, 0, 13, 17), Name="SalesMap")
+    return report([data("Sales", "Region:String Amount:Integer", sales), data("Towns", "Town:String Size:Integer Place:String", towns)], [
+        box("Where we sell", at(0, 0, 0.8, 17), FontSize="14pt", **HEAD), chart_of_all,
+        box("Below the map", at(14.4, 0, 0.6, 6), BackgroundColor="#E8F4D8")], height=15.2, form="2016/01")

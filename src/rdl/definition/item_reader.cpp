@@ -7,6 +7,7 @@
 #include "rdl/definition/chart_reader.h"
 #include "rdl/definition/gauge_reader.h"
 #include "rdl/definition/group_reader.h"
+#include "rdl/definition/map/map_reader.h"
 #include "rdl/definition/regions.h"
 #include "rdl/definition/style_reader.h"
 #include "rdl/definition/textbox_reader.h"
@@ -107,13 +108,13 @@ ItemPtr ReadSubreport(Context& context, const XmlElement& element, Extent contai
     return subreport;
 }
 
-struct Kind {
+struct Element {
     std::string_view name;                                 // of its element
     ItemPtr (*read)(Context&, const XmlElement&, Extent);  // null: known, but there is no drawing it yet
 };
 
 // Every report item of the schemas, and whether it can be drawn.
-constexpr Kind Kinds[] = {
+constexpr Element Kinds[] = {
     {"Textbox", ReadTextbox},
     {"Line", ReadLine},
     {"Rectangle", ReadRectangle},
@@ -125,8 +126,8 @@ constexpr Kind Kinds[] = {
     {"Subreport", ReadSubreport},
     {"Chart", ReadChart},
     {"GaugePanel", ReadGaugePanel},
+    {"Map", ReadMap},
     {"Gauge", nullptr},
-    {"Map", nullptr},
     {"CustomReportItem", ReadCustomItem},
     {"BarCode", ReadBarcode},
 };
@@ -136,7 +137,7 @@ static_assert(NamesDiffer(Kinds));
 
 ItemPtr ReadItem(Context& context, const XmlElement& element, Extent container) {
     context.CountItem(element);
-    const Kind* const kind = FindNamed(Kinds, element.name);
+    const Element* const kind = FindNamed(Kinds, element.name);
     if (!kind) {
         context.Fail(element, PlaceOf(element), "there is no report item of this kind");
     }
@@ -148,7 +149,7 @@ ItemPtr ReadItem(Context& context, const XmlElement& element, Extent container) 
 
 std::vector<ItemElement> ItemElements() {
     std::vector<ItemElement> elements;
-    for (const Kind& kind : Kinds) {
+    for (const Element& kind : Kinds) {
         elements.push_back({kind.name, kind.read != nullptr});
     }
     return elements;

@@ -127,7 +127,7 @@ struct Group {
     PageBreak pageBreak;
 };
 
-enum class ItemKind { Textbox, Line, Rectangle, Image, Tablix, Subreport, Chart, Gauge, Barcode };
+enum class ItemKind { Textbox, Line, Rectangle, Image, Tablix, Subreport, Chart, Gauge, Barcode, Map };
 
 struct ReportItem {
     explicit ReportItem(ItemKind k) : kind(k) {}

@@ -42,7 +42,7 @@ class LoadedReport : public Report {
     std::unique_ptr<Pages> OpenPages() override;
 
     // Loads the data and returns the report ready for pages. `renderName` is the value of
-    // Globals!RenderFormat.Name. Without vectors charts and gauges become images. Raises Failure.
+    // Globals!RenderFormat.Name. Without vectors charts, gauges and maps become images. Raises Failure.
     std::shared_ptr<layout::ReportInstance> Run(const std::string& renderName, layout::Drawings drawings);
 
  private:

@@ -133,6 +133,9 @@ std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, 
     input.loadImage = [shared](const std::string& source, std::string& why) {
         return shared->images.Load(source, why);
     };
+    input.readFile = [folders = request.SearchFolders()](const std::string& name) {
+        return data::ReadDataFile(data::ResolveDataPath(name, folders));
+    };
     input.openSubreport = [request, file, shared, depth](const Subreport& subreport,
                                                          const std::vector<Value>& values) {
         return OpenSubreport(request, file, shared, depth, subreport, values);

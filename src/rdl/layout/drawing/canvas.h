@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A canvas for charts and gauges: draws shapes and single texts onto a page. Lengths are points.
+// A canvas for charts, gauges and maps: draws shapes and single texts onto a page. Lengths are points.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A styled text in a chart or gauge: a title, the name of an axis.
+// A styled text in a chart, gauge or map: a title, the name of an axis.
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A chart or gauge as a vector drawing: the objects of a page of the item's size. Pages include them; formats
-// without vectors show them as an image.
+// A chart, gauge or map as a vector drawing: the objects of a page of the item's size. Pages include them;
+// formats without vectors show them as an image.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@
 
 namespace rdl::layout {
 
-// The values that a chart shows.
+// The values that a chart or map shows.
 struct DrawingData {
     std::vector<std::string> columns;
     std::vector<std::vector<Value>> rows;  // as long as the columns
@@ -20,8 +20,8 @@ struct DrawingData {
 struct DrawingInstance {
     Page content;                    // has the item's width and height
     Color background = Transparent;  // of the item's box; drawn by the page
-    std::string description;         // alternative text: the chart's titles
-    DrawingData data;                // of a chart that is asked for its data; else empty
+    std::string description;         // alternative text: the titles
+    DrawingData data;                // of a chart or map that is asked for its data; else empty
 };
 
 // Appends the objects of `from` to `page`, moved by (x, y) points.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Evaluates properties and styles of chart and gauge parts at the evaluator's current place.
+// Evaluates properties and styles of chart, gauge and map parts at the evaluator's current place.
 #pragma once
 
 #include <optional>
@@ -14,7 +14,7 @@ namespace rdl::layout {
 // untyped files have them. Returns false for any other value.
 bool NumberOf(const Value& value, double& number);
 
-// Cuts a text at a whole character after 400 bytes, which is more than a chart or gauge can show.
+// Cuts a text at a whole character after 400 bytes, which is more than a chart, gauge or map can show.
 std::string ReadableText(std::string text);
 
 class PartStyles {

@@ -7,6 +7,7 @@
 #include "rdl/layout/drawing/barcode.h"
 #include "rdl/layout/drawing/chart/draw.h"
 #include "rdl/layout/drawing/gauge/draw.h"
+#include "rdl/layout/drawing/map/draw.h"
 #include "rdl/layout/items/tablix_table.h"
 #include "rdl/layout/model/links.h"
 #include "rdl/layout/model/markup.h"
@@ -117,6 +118,9 @@ bool ItemBuilder::Fill(ItemPlan& plan, Instance& out) {
             break;
         case ItemKind::Barcode:
             BarcodeOf(plan, out);
+            break;
+        case ItemKind::Map:
+            MapOf(plan, out);
             break;
     }
     if (out.kind != InstanceKind::Text) {
@@ -298,9 +302,7 @@ void ItemBuilder::ImageOf(ItemPlan& plan, Instance& out) {
 void ItemBuilder::ChartOf(ItemPlan& plan, Instance& out) {
     const ChartData data = EvaluateChart(*plan.chart, *this);
     if (m_input.drawings == Drawings::Data) {
-        const auto table = std::make_shared<DrawingInstance>();
-        table->data = DataOf(data);
-        Show(table, false, out);
+        ShowData(DataOf(data), out);
         return;
     }
     Show(DrawChart(data, out.width, out.height), false, out);
@@ -324,6 +326,21 @@ void ItemBuilder::BarcodeOf(ItemPlan& plan, Instance& out) {
                  out.width - static_cast<double>(box.paddingLeft + box.paddingRight),
                  out.height - static_cast<double>(box.paddingTop + box.paddingBottom)};
     Show(DrawBarcode(data, out.width, out.height), true, out);
+}
+
+void ItemBuilder::MapOf(ItemPlan& plan, Instance& out) {
+    const MapData data = EvaluateMap(*plan.map, *this, out.width, out.height);
+    if (m_input.drawings == Drawings::Data) {
+        ShowData(DataOf(data), out);
+        return;
+    }
+    Show(DrawMap(data, out.width, out.height), false, out);
+}
+
+void ItemBuilder::ShowData(DrawingData data, Instance& out) {
+    out.kind = InstanceKind::Drawing;
+    out.drawing = std::make_shared<DrawingInstance>();
+    out.drawing->data = std::move(data);
 }
 
 void ItemBuilder::Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out) {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "rdl/layout/drawing/drawing.h"
 #include "rdl/layout/drawing/pictures.h"
-
 #include "rdl/layout/region/property_reader.h"
 
 namespace rdl::layout {
@@ -37,6 +37,8 @@ class ItemBuilder : public PropertyReader {
     void ChartOf(ItemPlan& plan, Instance& out);
     void GaugeOf(ItemPlan& plan, Instance& out);
     void BarcodeOf(ItemPlan& plan, Instance& out);
+    void MapOf(ItemPlan& plan, Instance& out);
+    void ShowData(DrawingData data, Instance& out);
     // Stores the drawing, or its image for formats without vectors.
     void Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out);
     void SubreportOf(ItemPlan& plan, Instance& out);

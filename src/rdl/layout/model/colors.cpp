@@ -220,4 +220,10 @@ bool ParseColor(std::string_view text, Color& color) {
     return true;
 }
 
+bool IsDark(Color color) {
+    constexpr int DarkBelow = 115;  // of 255
+    const auto part = [color](int shift) { return static_cast<int>(color >> shift & 0xFF); };
+    return color >> 24 == 0xFF && (299 * part(16) + 587 * part(8) + 114 * part(0)) / 1000 < DarkBelow;
+}
+
 }  // namespace rdl::layout

@@ -39,6 +39,8 @@ struct ReportInput {
     std::shared_ptr<RunWatch> watch;  // limits of the whole run; null: no limits
     // Returns the bytes of an external image; null with the reason in `why` on failure.
     std::function<std::shared_ptr<const std::string>(const std::string& source, std::string& why)> loadImage;
+    // Returns the bytes of a data file that the report names. Raises rdl::Error if it cannot be read.
+    std::function<std::string(const std::string& name)> readFile;
     // Returns the instance of a subreport with its parameters; null if it cannot be opened, which is an
     // error.
     std::function<std::shared_ptr<ReportInstance>(const Subreport& subreport,

@@ -5,6 +5,7 @@
 
 #include "rdl/definition/barcode.h"
 #include "rdl/layout/plan/gauge_plan.h"
+#include "rdl/layout/plan/map_plan.h"
 #include "rdl/values/error.h"
 
 namespace rdl::layout {
@@ -176,6 +177,9 @@ void Planner::Kinds(const ReportItem& item, ItemPlan& plan) {
         }
         case ItemKind::Gauge:
             Gauge(static_cast<const GaugePanel&>(item), plan);
+            break;
+        case ItemKind::Map:
+            plan.map = MapOf(static_cast<const Map&>(item));
             break;
     }
 }

@@ -11,6 +11,7 @@
 
 #include "rdl/definition/chart.h"
 #include "rdl/definition/gauge.h"
+#include "rdl/definition/map/map.h"
 #include "rdl/expr/operations/filter_operator.h"
 #include "rdl/layout/plan/property.h"
 #include "rdl/layout/plan/scope.h"
@@ -21,6 +22,7 @@ namespace rdl::layout {
 struct TablixPlan;
 struct ChartPlan;
 struct GaugePlan;
+struct MapPlan;
 struct ItemPlan;
 
 struct FilterPlan {
@@ -91,6 +93,7 @@ struct ItemPlan {
     std::unique_ptr<ChartPlan> chart;
     std::unique_ptr<GaugePlan> gauge;
     std::unique_ptr<BarcodePlan> barcode;
+    std::unique_ptr<MapPlan> map;
     Property value;                                            // Image, Barcode
     Property mimeType;                                         // Image
     std::vector<std::pair<std::string, Property>> parameters;  // Subreport
@@ -182,6 +185,7 @@ class Planner {
     void Kinds(const ReportItem& item, ItemPlan& plan);
     std::unique_ptr<TablixPlan> Region(const Tablix& tablix);
     void Gauge(const GaugePanel& panel, ItemPlan& plan);
+    std::unique_ptr<MapPlan> MapOf(const Map& map);
     void Hierarchy(const std::vector<TablixMember>& members, TableAxis axis, HierarchyPlan& plan);
     std::vector<int> Members(const std::vector<TablixMember>& members, TableAxis axis, int group,
                              double begin, std::vector<double>& begins, HierarchyPlan& plan);

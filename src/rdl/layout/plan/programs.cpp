@@ -6,6 +6,7 @@
 #include "rdl/definition/barcode.h"
 #include "rdl/definition/chart.h"
 #include "rdl/definition/gauge.h"
+#include "rdl/definition/map/map.h"
 #include "rdl/expr/code/code.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
@@ -266,6 +267,9 @@ class Programs::Walker {
                 }
                 break;
             }
+            case ItemKind::Map:
+                MapOf(static_cast<const Map&>(item));
+                break;
             case ItemKind::Line:
                 break;
         }
@@ -339,6 +343,28 @@ class Programs::Walker {
             m_context.dataSet = m_programs.m_dataSets[&panel.data];
         }
         WalkGauge(panel, [this](const Expr& source) { Add(source); });
+        m_context.dataSet = outer;
+    }
+
+    // The properties of a layer are in the data set of its data region.
+    void MapOf(const Map& map) {
+        const std::string outer = m_context.dataSet;
+        for (const auto& region : map.regions) {
+            Region(*region);
+        }
+        const auto add = [this](const Expr& source) { Add(source); };
+        const auto within = [&](int region) {
+            m_context.dataSet =
+                region < 0 ? outer
+                           : m_programs.m_dataSets[map.regions[static_cast<std::size_t>(region)].get()];
+        };
+        WalkMap(map, add);
+        for (const MapLayer& layer : map.layers) {
+            within(layer.region >= 0 ? layer.region : layer.source);
+            WalkMapLayer(layer, add);
+            within(layer.source);
+            WalkMapSource(layer, add);
+        }
         m_context.dataSet = outer;
     }
 

@@ -2,6 +2,7 @@
 #include "rdl/layout/region/property_reader.h"
 
 #include "rdl/expr/operations/convert.h"
+#include "rdl/values/error_text.h"
 
 namespace rdl::layout {
 
@@ -27,6 +28,13 @@ ImageBytes PropertyReader::PictureOf(const GaugeImage& image, const std::string&
     std::string mimeType;
     return m_images.Load(image.source, Property(image.value, m_evaluator.Compiled()).Get(m_evaluator), item,
                          mimeType);
+}
+
+std::string PropertyReader::FileNamed(const std::string& name) const {
+    if (!m_input.readFile) {
+        throw Error("the file \"" + WithoutMarks(name) + "\" cannot be read");
+    }
+    return m_input.readFile(name);
 }
 
 }  // namespace rdl::layout

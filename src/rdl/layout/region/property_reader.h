@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Evaluates properties of items, charts and gauges at the evaluator's current place.
+// Evaluates properties of items, charts, gauges and maps at the evaluator's current place.
 #pragma once
 
 #include <string>
@@ -23,6 +23,9 @@ class PropertyReader {
     BoxStylePtr BoxOf(BoxStylePlan& plan, BackgroundPlan* background, const std::string& item);
     // Returns null if `image` is empty. Raises rdl::Error naming `item` if it cannot be loaded.
     ImageBytes PictureOf(const GaugeImage& image, const std::string& item);
+    // Returns the bytes of a data file. Raises rdl::Error if it cannot be read.
+    std::string FileNamed(const std::string& name) const;
+    RunWatch* Watch() const { return m_input.watch.get(); }
 
  protected:
     const ReportInput& m_input;

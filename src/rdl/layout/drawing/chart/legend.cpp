@@ -7,6 +7,7 @@
 #include "rdl/layout/drawing/chart/keywords.h"
 #include "rdl/layout/drawing/chart/points.h"
 #include "rdl/layout/drawing/chart/tree.h"
+#include "rdl/layout/drawing/docking.h"
 
 namespace rdl::layout {
 namespace {
@@ -121,31 +122,6 @@ Grid GridOf(const ChartLegendData& legend, const std::vector<Entry>& entries, co
     return grid;
 }
 
-// The legend's rectangle at the side that its position begins with; `room` shrinks.
-Rect PlaceOf(const std::string& wanted, const Grid& grid, Rect& room) {
-    const std::string position = wanted.empty() ? "RightTop" : wanted;
-    const auto begins = [&](std::string_view word) {
-        return EqualNoCase(position.substr(0, word.size()), word);
-    };
-    const auto ends = [&](std::string_view word) {
-        return position.size() > word.size() &&
-               EqualNoCase(position.substr(position.size() - word.size()), word);
-    };
-    Rect area{room.x, room.y, grid.Width(), grid.Height()};
-    if (begins("Top") || begins("Bottom")) {
-        area.x += (room.width - area.width) * (ends("Left") ? 0 : ends("Right") ? 1 : 0.5);
-        area.y = begins("Top") ? room.y : room.Bottom() - area.height;
-        room.y += begins("Top") ? area.height + Gap : 0;
-        room.height -= area.height + Gap;
-    } else {
-        area.x = begins("Left") ? room.x : room.Right() - area.width;
-        area.y += (room.height - area.height) * (ends("Bottom") ? 1 : ends("Center") ? 0.5 : 0);
-        room.x += begins("Left") ? area.width + Gap : 0;
-        room.width -= area.width + Gap;
-    }
-    return area;
-}
-
 }  // namespace
 
 void DrawShape(ChartShape shape, Spot center, double size, Color color, Canvas& canvas) {
@@ -195,7 +171,8 @@ void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room
         return EqualNoCase(legend.position.substr(0, word.size()), word);
     };
     const Grid grid = GridOf(legend, entries, room, !begins("Top") && !begins("Bottom"));
-    const Rect area = PlaceOf(legend.position, grid, room);
+    const Rect area =
+        DockAt(legend.position.empty() ? "RightTop" : legend.position, {grid.Width(), grid.Height()}, room);
     canvas.Box(area, legend.box.get());
     if (!legend.title.text.empty()) {
         canvas.Text(Shortened(legend.title.text, *legend.title.style, area.width), *legend.title.style,

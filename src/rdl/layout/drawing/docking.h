@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Places the parts of charts and maps along the sides of a room: titles, legends, scales. Positions are words
+// of the report format: a side and a place along it, such as TopLeft or RightCenter. Lengths are points.
+#pragma once
+
+#include <string>
+
+#include "rdl/layout/drawing/canvas.h"
+#include "rdl/layout/drawing/caption.h"
+
+namespace rdl::layout {
+
+// Returns the rectangle of a part of this size at its position; subtracts its side from `room`. A position
+// that begins with neither Top, Bottom nor Left is at the right.
+Rect DockAt(const std::string& position, Extents size, Rect& room);
+
+// Draws a title at its side and subtracts its space from `room`. Draws nothing if it does not fit.
+void DrawTitle(const ChartCaption& title, Rect& room, Canvas& canvas);
+
+}  // namespace rdl::layout

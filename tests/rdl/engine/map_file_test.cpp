@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A map whose shapes are in a shapefile beside the report.
+#include <gtest/gtest.h>
+
+#include "rdl/api/report.h"
+#include "rdl/spatial/shape_files.h"
+#include "support/temporary_folder.h"
+
+namespace rdl {
+namespace {
+
+struct Text final : Output {
+    std::string bytes;
+    using Output::Write;
+    void Write(const char* data, std::size_t size) override { bytes.append(data, size); }
+};
+
+class MapFile : public testing::Test {
+ protected:
+    void SetUp() override {
+        using namespace spatial::test;
+        Save("areas.shp", ShapeFile({Parts(5, {0}, 4, Reals({0, 0, 0, 9, 9, 9, 0, 0}))}));
+        Save("areas.dbf", ShapeTable({"North    12"}));
+    }
+
+    void Save(const std::string& name, const std::string& bytes) const { WriteBytes(m_folder / name, bytes); }
+
+    std::string Export(const std::string& source) const {
+        Save("map.rdl",
+             "<Report xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition\">"
+             "<ReportSections><ReportSection><Body><ReportItems><Map "
+             "Name=\"World\"><MapLayers><MapPolygonLayer "
+             "Name=\"Areas\"><MapPolygonTemplate><Label>#NAME</Label></MapPolygonTemplate><MapPolygonRules>"
+             "<MapColorPaletteRule><DataValue>#COUNT</DataValue><LegendName>Key</LegendName></"
+             "MapColorPaletteRule>"
+             "</MapPolygonRules><MapShapefile><Source>" +
+                 source +
+                 "</Source></MapShapefile></MapPolygonLayer></MapLayers><MapLegends><MapLegend Name=\"Key\"/>"
+                 "</MapLegends><Width>200pt</Width><Height>200pt</Height></Map></ReportItems><Height>200pt</"
+                 "Height>"
+                 "</Body><Width>200pt</Width><Page/></ReportSection></ReportSections></Report>");
+        Text output;
+        try {
+            OpenReport((m_folder / "map.rdl").string())->Write(DocumentFormat::Html, output);
+        } catch (const std::exception& error) {
+            return error.what();
+        }
+        return output.bytes.find("data:image/png") == std::string::npos ? "no image" : "an image";
+    }
+
+    TemporaryFolder m_folder;
+};
+
+TEST_F(MapFile, IsFoundBesideTheReport) {
+    EXPECT_EQ(Export("areas.shp"), "an image");
+    EXPECT_EQ(Export("AREAS.SHP"), "an image");
+    EXPECT_EQ(Export("=\"areas\" &amp; \".shp\""), "an image");
+}
+
+TEST_F(MapFile, WhatCannotBeReadNamesTheLayerAndTheFile) {
+    EXPECT_EQ(Export("none.shp"), "Map \"World\", layer \"Areas\": the file \"" +
+                                      (m_folder / "none.shp").string() + "\" does not exist");
+    Save("short.shp", "abc");
+    EXPECT_EQ(Export("short.shp"),
+              "Map \"World\", layer \"Areas\": the file \"short.shp\": it is not a shapefile");
+    EXPECT_EQ(Export("http://example.org/a.shp"),
+              "Map \"World\", layer \"Areas\": data from the web address \"http://example.org/a.shp\" is not "
+              "read; save "
+              "it as a file");
+}
+
+}  // namespace
+}  // namespace rdl
