@@ -71,11 +71,19 @@ const std::string& PdfContent::Draw(const layout::Page& page, double height) {
             Restore();
         }
     }
+    Leave();
     while (!m_saved.empty()) {
         Restore();
     }
     m_out += "Q\n";
     return m_out;
+}
+
+void PdfContent::Leave() {
+    if (m_tag != Nowhere) {
+        m_out += "EMC\n";
+        m_tag = Nowhere;
+    }
 }
 
 void PdfContent::Save() {
@@ -157,6 +165,7 @@ void PdfContent::Text(const layout::Page& page, const layout::TextOp& op) {
     if (op.glyphCount == 0 || AlphaOf(op.color) == 0 || !(op.size > 0)) {
         return;
     }
+    Enter(op.tag);
     const text::FontFile& file = text::File(op.font);
     PdfFonts::Font& font = m_fonts.Use(op.font);
     const bool clear = NoteGlyphs(page, op, font);
@@ -194,6 +203,9 @@ void PdfContent::Text(const layout::Page& page, const layout::TextOp& op) {
     m_out += op.rotation != 0 || slant != 0 ? "Tm " : "Td ";
     Glyphs(page, op);
     m_out += "ET\n";
+    if (m_drawsMissing) {
+        MissingGlyphs(page, op);
+    }
     if (file.syntheticBold) {
         Restore();
     }
@@ -220,6 +232,10 @@ void PdfContent::Glyphs(const layout::Page& page, const layout::TextOp& op) {
     };
     for (std::uint32_t i = 0; i < op.glyphCount; ++i) {
         const text::Glyph& glyph = page.glyphs[op.firstGlyph + i];
+        if (glyph.id == 0 && m_drawsMissing) {
+            lag += glyph.advance * toUnits;
+            continue;
+        }
         if (glyph.dy != rise) {
             flush();
             rise = glyph.dy;
@@ -254,6 +270,34 @@ void PdfContent::Glyphs(const layout::Page& page, const layout::TextOp& op) {
     m_out += rise != 0 ? "0 Ts " : "";
 }
 
+void PdfContent::MissingGlyphs(const layout::Page& page, const layout::TextOp& op) {
+    constexpr double Inset = 0.08, Pen = 0.04;  // of the size
+    const auto size = static_cast<double>(op.size);
+    const double high = text::File(op.font).capHeight / 1000 * size;
+    const double angle = -static_cast<double>(op.rotation) * 3.14159265358979323846 / 180;
+    double along = 0;
+    for (std::uint32_t i = 0; i < op.glyphCount; ++i) {
+        const text::Glyph& glyph = page.glyphs[op.firstGlyph + i];
+        const auto advance = static_cast<double>(glyph.advance);
+        if (glyph.id == 0) {
+            Save();
+            for (const double part : {std::cos(angle), std::sin(angle), -std::sin(angle), std::cos(angle),
+                                      op.x, m_height - op.baseline}) {
+                Number(part);
+            }
+            m_out += "cm ";
+            StrokeWith(op.color, Pen * size, LineStyle::Solid);
+            Number(along + static_cast<double>(glyph.dx) + Inset * size);
+            Number(static_cast<double>(glyph.dy));
+            Number(std::max(advance - 2 * Inset * size, Pen * size));
+            Number(high > 0 ? high : 0.7 * size);
+            m_out += "re S ";
+            Restore();
+        }
+        along += advance;
+    }
+}
+
 void PdfContent::Stroke(double x1, double y1, double x2, double y2) {
     Number(x1);
     Number(m_height - y1);
@@ -267,6 +311,7 @@ void PdfContent::Line(const layout::LineOp& op) {
     if (op.style == LineStyle::None || AlphaOf(op.color) == 0) {
         return;
     }
+    Enter(op.tag);
     if (op.style != LineStyle::Double) {
         StrokeWith(op.color, op.width, op.style);
         Stroke(op.x1, op.y1, op.x2, op.y2);
@@ -285,6 +330,7 @@ void PdfContent::Rect(const layout::RectOp& op) {
     if (AlphaOf(op.color) == 0) {
         return;
     }
+    Enter(op.tag);
     Fill(op.color);
     Number(op.x);
     Number(m_height - op.y - op.height);
@@ -299,6 +345,7 @@ void PdfContent::Path(const layout::PathOp& op) {
     if ((!fill && !stroke) || op.segments.empty()) {
         return;
     }
+    Enter(op.tag);
     if (fill && stroke && AlphaOf(op.fill) != AlphaOf(op.stroke)) {
         layout::PathOp half = op;
         half.stroke = layout::Transparent;
@@ -334,6 +381,7 @@ void PdfContent::Image(const layout::ImageOp& op) {
         return;
     }
     const int number = m_images.Use(op.bytes, op.name);
+    Enter(op.tag);
     Save();
     Alpha(layout::Black);
     Number(op.width);

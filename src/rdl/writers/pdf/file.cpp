@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "rdl/values/error.h"
 #include "rdl/values/utf8.h"
@@ -15,6 +16,9 @@
 namespace rdl::writers {
 namespace {
 
+constexpr int MostInPack = 200;
+constexpr std::uint64_t InPack = 1ull << 63;
+constexpr int IndexBits = 16;
 constexpr int DeflateLevel = 1;  // pages are many and short: time counts for more than the last tenth of size
 
 std::uint64_t Mix(std::uint64_t hash, std::string_view bytes) {
@@ -44,6 +48,10 @@ void PdfFile::Put(std::string_view bytes) {
 }
 
 int PdfFile::Reserve() {
+    if (m_places.size() >= m_mostObjects) {
+        throw Error(m_standard + ": the document has more than " + std::to_string(m_mostObjects) +
+                    " objects");
+    }
     m_places.push_back(0);
     return static_cast<int>(m_places.size());
 }
@@ -63,6 +71,37 @@ int PdfFile::Object(std::string_view body) {
     const int number = Reserve();
     Object(number, body);
     return number;
+}
+
+void PdfFile::Limit(std::size_t objects, std::string standard) {
+    m_mostObjects = objects;
+    m_standard = std::move(standard);
+}
+
+void PdfFile::Packed(int number, std::string_view body) {
+    if (m_pack.number == 0) {
+        m_pack.number = Reserve();
+    }
+    m_isPacked = true;
+    m_places[static_cast<std::size_t>(number) - 1] = InPack |
+                                                     static_cast<std::uint64_t>(m_pack.number) << IndexBits |
+                                                     static_cast<std::uint64_t>(m_pack.count);
+    m_pack.places += std::to_string(number) + " " + std::to_string(m_pack.bodies.size()) + " ";
+    m_pack.bodies += body;
+    m_pack.bodies += '\n';
+    if (++m_pack.count == MostInPack) {
+        WritePack();
+    }
+}
+
+void PdfFile::WritePack() {
+    if (m_pack.number != 0) {
+        const Pack pack = std::exchange(m_pack, {});
+        Stream(
+            pack.number,
+            "/Type/ObjStm/N " + std::to_string(pack.count) + "/First " + std::to_string(pack.places.size()),
+            pack.places + pack.bodies);
+    }
 }
 
 std::string_view PdfFile::Deflate(std::string_view data) {
@@ -97,24 +136,57 @@ int PdfFile::Stream(std::string_view entries, std::string_view data, bool compre
 }
 
 void PdfFile::Finish(int catalog, int info, std::string_view seed) {
-    const std::uint64_t start = m_position;
+    WritePack();
     std::uint64_t first = Mix(14695981039346656037ull, seed), second = Mix(7809847782465536322ull, seed);
-    std::string table = "xref\n0 " + std::to_string(m_places.size() + 1) + "\n0000000000 65535 f \n";
+    for (const std::uint64_t place : m_places) {
+        const std::string text = std::to_string(place);
+        first = Mix(first, text);
+        second = Mix(second, text);
+    }
+    char id[40];
+    std::snprintf(id, sizeof id, "<%016llX%016llX>", static_cast<unsigned long long>(first),
+                  static_cast<unsigned long long>(second));
+    const std::string trailer =
+        "/Root " + PdfReference(catalog) + "/Info " + PdfReference(info) + "/ID[" + id + id + "]";
+    const std::uint64_t start = m_position;
+    m_isPacked ? FinishWithStream(trailer) : FinishWithTable(trailer);
+    Put("startxref\n" + std::to_string(start) + "\n%%EOF\n");
+}
+
+void PdfFile::FinishWithTable(const std::string& trailer) {
+    const std::string size = std::to_string(m_places.size() + 1);
+    std::string table = "xref\n0 " + size + "\n0000000000 65535 f \n";
     char line[32];
     for (const std::uint64_t place : m_places) {
         std::snprintf(line, sizeof line, "%010llu %05d %c \n", static_cast<unsigned long long>(place),
                       place ? 0 : 65535, place ? 'n' : 'f');
         table += line;
-        first = Mix(first, line);
-        second = Mix(second, line);
     }
-    char id[40];
-    std::snprintf(id, sizeof id, "<%016llX%016llX>", static_cast<unsigned long long>(first),
-                  static_cast<unsigned long long>(second));
-    table += "trailer\n<</Size " + std::to_string(m_places.size() + 1) + "/Root " + PdfReference(catalog) +
-             "/Info " + PdfReference(info) + "/ID[" + id + id + "]>>\nstartxref\n" + std::to_string(start) +
-             "\n%%EOF\n";
-    Put(table);
+    Put(table + "trailer\n<</Size " + size + trailer + ">>\n");
+}
+
+// Each object takes eight bytes: its kind, five of its place, two of its index.
+void PdfFile::FinishWithStream(const std::string& trailer) {
+    const int number = Reserve();
+    m_places.back() = m_position;
+    std::string table;
+    const auto put = [&table](char kind, std::uint64_t place, std::uint64_t index) {
+        table += kind;
+        for (int shift = 32; shift >= 0; shift -= 8) {
+            table += static_cast<char>(place >> shift & 0xFF);
+        }
+        table += static_cast<char>(index >> 8 & 0xFF);
+        table += static_cast<char>(index & 0xFF);
+    };
+    put(0, 0, 0xFFFF);
+    for (const std::uint64_t place : m_places) {
+        if (place & InPack) {
+            put(2, (place & ~InPack) >> IndexBits, place & ((1u << IndexBits) - 1));
+        } else {
+            put(place ? 1 : 0, place, place ? 0 : 0xFFFF);
+        }
+    }
+    Stream(number, "/Type/XRef/W[1 5 2]/Size " + std::to_string(m_places.size() + 1) + trailer, table);
 }
 
 std::string PdfReference(int number) {
