@@ -318,7 +318,8 @@ class Archives(unittest.TestCase):
         self.assertEqual(sum(element["/S"] == "/TH" for _, element, _ in elements), 6)
         text = run("pdfinfo", "-struct-text", pdf.path).stdout.decode()
         self.assertEqual(text.count("City, country"), 1)
-        self.assertRegex(text, r"(?s)Table.*TR.*TH.*Order.*TH.*Date.*TR.*TD")
+        table = re.sub(r"\s+", " ", text[text.index("Table"):])
+        self.assertRegex(table[:200], r'^Table \(block\) TR TH: /Scope /Column "Order" TH: /Scope /Column "Date" TH:')
 
 
 if __name__ == "__main__":

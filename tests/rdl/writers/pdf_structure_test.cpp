@@ -144,13 +144,61 @@ TEST_F(PdfStructureTest, PicturesHaveATextInsteadAndLinksTheirAnnotation) {
     dead.bookmarkLink = "Nowhere";
     const std::string pdf = Tagged({picture, link, dead});
     const std::string unpacked = PdfOnDisk(pdf).Unpacked();
-    EXPECT_THAT(unpacked,
-                AllOf(HasSubstr("/Alt (A logo)"), HasSubstr("/StructParent 1"), HasSubstr("/OBJR")));
+    EXPECT_THAT(unpacked, AllOf(HasSubstr("/Alt (A logo)"), HasSubstr("/StructParent 1"), HasSubstr("/OBJR"),
+                                HasSubstr("/BBox ["), HasSubstr("/O /Layout")));
     EXPECT_THAT(Structure(pdf),
                 AllOf(HasSubstr("Figure"), HasSubstr("Link (inline)"), HasSubstr("Span (inline)")));
 }
 
 class PdfArchive : public PdfStructureTest {};
+
+// A picture of 8 by 8 points in CMYK: each component has one block, all of whose coefficients are 0 (ITU-T
+// T.81).
+std::string CmykJpeg() {
+    const auto bytes = [](std::initializer_list<int> numbers) {
+        std::string out;
+        for (const int number : numbers) {
+            out += static_cast<char>(number);
+        }
+        return out;
+    };
+    const auto table = [&](int kind) {  // one code of one bit, for 0
+        return bytes({0xFF, 0xC4, 0, 20, kind, 1}) + std::string(15, '\0') + std::string(1, '\0');
+    };
+    return bytes({0xFF, 0xD8, 0xFF, 0xDB, 0, 67, 0}) + std::string(64, '\1') +
+           bytes({0xFF, 0xC0, 0, 20, 8, 0, 8, 0, 8, 4, 1, 0x11, 0, 2, 0x11, 0, 3, 0x11, 0, 4, 0x11, 0}) +
+           table(0x00) + table(0x10) + bytes({0xFF, 0xDA, 0, 14, 4, 1, 0, 2, 0, 3, 0, 4, 0, 0, 63, 0}) +
+           bytes({0x00, 0xFF, 0xD9});
+}
+
+TEST_F(PdfArchive, PicturesInCmykAreDecoded) {
+    Instance picture = TextItem("");
+    picture.paragraphs.clear();
+    picture.kind = layout::InstanceKind::Image;
+    picture.imageBytes = std::make_shared<const std::string>(CmykJpeg());
+    EXPECT_THAT(PdfOf({picture}), HasSubstr("/DeviceCMYK"));
+    const std::string pdf = ForArchive({picture});
+    ExpectSound(pdf);
+    EXPECT_THAT(pdf, AllOf(HasSubstr("/ColorSpace/DeviceRGB"), Not(HasSubstr("/DeviceCMYK"))));
+}
+
+TEST_F(PdfArchive, StringsEndWhereTheyMust) {
+    const std::string many(40'000, 'x');
+    EXPECT_EQ(PdfText(many).size(), MostStringBytes + 2);
+    const std::string wide = PdfText(many + "\xC3\xA4");
+    EXPECT_LE(wide.size(), 2 * MostStringBytes + 2);
+    auto link = TextItem("Go");
+    link.bookmarkLink = link.bookmark = many;
+    EXPECT_THAT(ForArchive({link}), AllOf(Not(HasSubstr("/Annot")), Not(HasSubstr("/Dests"))));
+    auto item = TextItem(many.substr(0, 17'000), 0, 0, 9000);
+    auto letters = std::make_shared<layout::CharStyle>();
+    letters->size = 1;
+    item.paragraphs[0].runs[0].style = letters;
+    auto report = SampleReport({item});
+    report->sections.front()->page.width = 10'000;
+    const std::string unpacked = PdfOnDisk(PdfOf(*report)).Unpacked();
+    EXPECT_EQ(Count(unpacked, ")Tj") + Count(unpacked, ")]TJ"), 3u);
+}
 
 TEST_F(PdfArchive, HasOutputIntentAndMetadataOnlyIfWanted) {
     EXPECT_THAT(PdfOf({TextItem("x")}), AllOf(Not(HasSubstr("pdfaid")), Not(HasSubstr("/OutputIntents"))));

@@ -15,9 +15,11 @@ namespace {
 constexpr std::size_t MostObjects = 8'388'607;
 constexpr double LeastLength = 3, MostLength = 14'400;
 
+constexpr std::size_t MostPropertyBytes = 10'000;  // as a string of the information dictionary holds them
+
 std::string ForXml(std::string_view text) {
     std::string out;
-    for (std::size_t i = 0; i < text.size();) {
+    for (std::size_t i = 0; i < text.size() && out.size() < MostPropertyBytes;) {
         const char32_t code = NextCharacter(text, i);
         const bool isPlain = code >= 0x20 && code != 0x7F && code != 0xFFFE && code != 0xFFFF;
         AppendUtf8(isPlain ? code : U' ', out);

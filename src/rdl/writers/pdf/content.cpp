@@ -24,6 +24,7 @@ void PutColor(std::string& out, Color color, const char* op) {
 }
 
 constexpr std::size_t MostBytesOfGlyph = 4;
+constexpr std::uint32_t MostInString = 8000;  // glyphs; a string has an end
 
 // Returns the end of what it put.
 char* PutGlyph(char* out, std::uint16_t glyph) {
@@ -166,6 +167,7 @@ void PdfContent::Text(const layout::Page& page, const layout::TextOp& op) {
         return;
     }
     Enter(op.tag);
+    Cover(op.tag, op.x, op.baseline, op.x, op.baseline - static_cast<double>(op.size));
     const text::FontFile& file = text::File(op.font);
     PdfFonts::Font& font = m_fonts.Use(op.font);
     const bool clear = NoteGlyphs(page, op, font);
@@ -236,12 +238,14 @@ void PdfContent::Glyphs(const layout::Page& page, const layout::TextOp& op) {
             lag += glyph.advance * toUnits;
             continue;
         }
-        if (glyph.dy != rise) {
+        if (glyph.dy != rise || (i > 0 && i % MostInString == 0)) {
             flush();
-            rise = glyph.dy;
             end();
-            Number(rise);
-            m_out += "Ts ";
+            if (glyph.dy != rise) {
+                rise = glyph.dy;
+                Number(rise);
+                m_out += "Ts ";
+            }
             begin = m_out.size();
             isArray = false;
             m_out += '(';
@@ -312,6 +316,7 @@ void PdfContent::Line(const layout::LineOp& op) {
         return;
     }
     Enter(op.tag);
+    Cover(op.tag, op.x1, op.y1, op.x2, op.y2);
     if (op.style != LineStyle::Double) {
         StrokeWith(op.color, op.width, op.style);
         Stroke(op.x1, op.y1, op.x2, op.y2);
@@ -331,6 +336,7 @@ void PdfContent::Rect(const layout::RectOp& op) {
         return;
     }
     Enter(op.tag);
+    Cover(op.tag, op.x, op.y, op.x + op.width, op.y + op.height);
     Fill(op.color);
     Number(op.x);
     Number(m_height - op.y - op.height);
@@ -365,6 +371,7 @@ void PdfContent::Path(const layout::PathOp& op) {
     for (const auto& segment : op.segments) {
         const int points = segment.kind == Kind::CurveTo ? 3 : segment.kind == Kind::Close ? 0 : 1;
         for (int i = 0; i < points; ++i) {
+            Cover(op.tag, segment.x[i], segment.y[i], segment.x[i], segment.y[i]);
             Number(segment.x[i]);
             Number(m_height - segment.y[i]);
         }
@@ -382,6 +389,7 @@ void PdfContent::Image(const layout::ImageOp& op) {
     }
     const int number = m_images.Use(op.bytes, op.name);
     Enter(op.tag);
+    Cover(op.tag, op.x, op.y, op.x + op.width, op.y + op.height);
     Save();
     Alpha(layout::Black);
     Number(op.width);

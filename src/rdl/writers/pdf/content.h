@@ -37,6 +37,12 @@ class PdfContent {
         }
     }
     void Leave();
+    // What belongs to an element reaches from one corner to the other, y downwards.
+    void Cover(layout::ElementId tag, double x1, double y1, double x2, double y2) {
+        if (m_structure && tag) {
+            m_structure->Cover(tag, x1, m_height - y1, x2, m_height - y2);
+        }
+    }
     void Text(const layout::Page& page, const layout::TextOp& op);
     void MissingGlyphs(const layout::Page& page, const layout::TextOp& op);
     void Glyphs(const layout::Page& page, const layout::TextOp& op);

@@ -200,7 +200,8 @@ std::string PdfHexUtf16(std::string_view utf8) {
         std::snprintf(unit, sizeof unit, "%04X", value);
         hex += unit;
     };
-    for (std::size_t i = 0; i < utf8.size();) {
+    constexpr std::size_t MostDigits = 2 * (MostStringBytes - 6);  // a mark before it, a pair at its end
+    for (std::size_t i = 0; i < utf8.size() && hex.size() < MostDigits;) {
         const char32_t code = NextCharacter(utf8, i);
         if (code < 0x10000) {
             put(static_cast<unsigned>(code));
@@ -214,7 +215,7 @@ std::string PdfHexUtf16(std::string_view utf8) {
 
 std::string PdfText(std::string_view utf8) {
     const bool plain = std::all_of(utf8.begin(), utf8.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
-    return plain ? PdfLiteral(utf8) : "<FEFF" + PdfHexUtf16(utf8) + ">";
+    return plain ? PdfLiteral(utf8.substr(0, MostStringBytes)) : "<FEFF" + PdfHexUtf16(utf8) + ">";
 }
 
 std::string PdfLiteral(std::string_view bytes) {

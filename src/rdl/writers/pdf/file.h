@@ -71,13 +71,16 @@ class PdfFile {
 
 // Returns "12 0 R" (7.3.10).
 std::string PdfReference(int number);
-// Returns a text string (7.9.2.2), in UTF-16BE if necessary.
+// The most bytes of a string (ISO 32000-1, Annex C; ISO 19005-2, 6.1.13).
+inline constexpr std::size_t MostStringBytes = 32'767;
+// Returns a text string (7.9.2.2), in UTF-16BE if necessary. It ends where a string must.
 std::string PdfText(std::string_view utf8);
 // Returns bytes as a literal string (7.3.4.2).
 std::string PdfLiteral(std::string_view bytes);
 // Appends a number (7.3.3) with at most three decimals and no exponent. NaN and values out of range are
 // clamped.
 void PdfNumber(std::string& out, double number);
+// Returns UTF-16BE in hexadecimal digits; ends where a string must.
 std::string PdfHexUtf16(std::string_view utf8);
 
 }  // namespace rdl::writers

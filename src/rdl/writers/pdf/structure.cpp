@@ -2,6 +2,7 @@
 #include "rdl/writers/pdf/structure.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace rdl::writers {
 namespace {
@@ -124,6 +125,20 @@ std::string PdfStructure::Mark(ElementId element) {
     return "/" + TypeOf(record) + "<</MCID " + number + ">>BDC ";
 }
 
+void PdfStructure::Cover(ElementId element, double x1, double y1, double x2, double y2) {
+    Record& record = At(element);
+    if (record.element.role != Role::Figure || record.page != m_page) {
+        return;
+    }
+    const bool isFirst = !std::exchange(record.isPlaced, true);
+    const auto join = [isFirst](double& least, double& most, double a, double b) {
+        least = isFirst ? std::min(a, b) : std::min({least, a, b});
+        most = isFirst ? std::max(a, b) : std::max({most, a, b});
+    };
+    join(record.left, record.right, x1, x2);
+    join(record.bottom, record.top, y1, y2);
+}
+
 void PdfStructure::EndPage() {
     m_parents.back() = m_file.Reserve();
     m_file.Packed(m_parents.back(), m_marked + "]");
@@ -158,6 +173,14 @@ void PdfStructure::Write(Record& record) {
     const std::string type = isDocument ? "Document" : isDeadLink ? "Span" : TypeOf(record);
     std::string body = "<</S/" + type;
     body += "/P " + PdfReference(record.parent) + TableAttributes(record.element);
+    if (record.isPlaced) {
+        body += "/A<</O/Layout/BBox[";
+        for (const double edge : {record.left, record.bottom, record.right, record.top}) {
+            PdfNumber(body, edge);
+            body += ' ';
+        }
+        body += "]>>";
+    }
     if (!record.element.description.empty()) {
         body += "/Alt" + PdfText(record.element.description);
     }

@@ -23,6 +23,9 @@ class PdfStructure final : public layout::Structure {
     // Returns the operator that begins a marked-content sequence of the element on the page that was begun
     // last (14.7.4.2).
     std::string Mark(layout::ElementId element);
+    // The element has something on the page within this box, in points, y upwards: figures say where they
+    // are.
+    void Cover(layout::ElementId element, double x1, double y1, double x2, double y2);
     void EndPage();
 
     // Keeps a link until AddLink, at the latest until Finish.
@@ -40,8 +43,9 @@ class PdfStructure final : public layout::Structure {
         int parent = 0;  // the object
         layout::Element element;
         int page = 0;  // that of its first marked-content sequence
-        bool isAttached = false, isHeld = false, isAnnotated = false;
+        bool isAttached = false, isHeld = false, isAnnotated = false, isPlaced = false;
         std::string kids;
+        double left = 0, bottom = 0, right = 0, top = 0;  // of a figure, once it is placed
     };
     Record& At(layout::ElementId element) { return m_records[element]; }
     void Attach(Record& record);

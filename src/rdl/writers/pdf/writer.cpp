@@ -114,12 +114,15 @@ void PdfPages::AddLink(std::size_t page, const layout::LinkOp& link) {
         area += ' ';
     }
     area += ']';
+    if (link.bookmark.size() > MostStringBytes) {
+        return;
+    }
     if (!link.bookmark.empty()) {
         m_bookmarkLinks.push_back({page, std::move(area), link.bookmark, link.tag});
         if (m_structure && link.tag) {
             m_structure->Hold(link.tag);
         }
-    } else if (const std::string uri = WebAddress(link.uri); !uri.empty()) {
+    } else if (const std::string uri = WebAddress(link.uri); !uri.empty() && uri.size() <= MostStringBytes) {
         PutLink(page, area, "/A<</S/URI/URI" + PdfLiteral(uri) + ">>", link.tag);
     }
 }
@@ -140,7 +143,7 @@ void PdfPages::PutLink(std::size_t page, const std::string& area, const std::str
 
 void PdfPages::AddAnchor(const Sheet& sheet, const layout::AnchorOp& anchor) {
     const double y = sheet.height - anchor.y;
-    if (!anchor.bookmark.empty()) {
+    if (!anchor.bookmark.empty() && anchor.bookmark.size() <= MostStringBytes) {
         m_outline.AddDestination(anchor.bookmark, sheet.object, anchor.x, y);
     }
     if (!anchor.label.empty()) {
