@@ -5,6 +5,7 @@
 
 #include <QChar>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -165,18 +166,22 @@ void PdfFile::FinishWithTable(const std::string& trailer) {
     Put(table + "trailer\n<</Size " + size + trailer + ">>\n");
 }
 
-// Each object takes eight bytes: its kind, five of its place, two of its index.
+// Each object takes eight bytes: its kind, five of its place, two of its index. Only the differences from the
+// object before are stored (7.4.4.4): most of them are equal.
 void PdfFile::FinishWithStream(const std::string& trailer) {
+    constexpr std::size_t RowSize = 8;
+    constexpr char Up = 2;
     const int number = Reserve();
     m_places.back() = m_position;
+    std::array<unsigned char, RowSize> before{};
     std::string table;
-    const auto put = [&table](char kind, std::uint64_t place, std::uint64_t index) {
-        table += kind;
-        for (int shift = 32; shift >= 0; shift -= 8) {
-            table += static_cast<char>(place >> shift & 0xFF);
+    const auto put = [&](std::uint64_t kind, std::uint64_t place, std::uint64_t index) {
+        const std::uint64_t row = kind << 56 | (place & 0xFF'FFFF'FFFF) << IndexBits | index;
+        table += Up;
+        for (std::size_t i = 0; i < RowSize; ++i) {
+            const auto byte = static_cast<unsigned char>(row >> 8 * (RowSize - 1 - i));
+            table += static_cast<char>(byte - std::exchange(before[i], byte));
         }
-        table += static_cast<char>(index >> 8 & 0xFF);
-        table += static_cast<char>(index & 0xFF);
     };
     put(0, 0, 0xFFFF);
     for (const std::uint64_t place : m_places) {
@@ -186,7 +191,10 @@ void PdfFile::FinishWithStream(const std::string& trailer) {
             put(place ? 1 : 0, place, place ? 0 : 0xFFFF);
         }
     }
-    Stream(number, "/Type/XRef/W[1 5 2]/Size " + std::to_string(m_places.size() + 1) + trailer, table);
+    Stream(number,
+           "/Type/XRef/W[1 5 2]/DecodeParms<</Predictor 12/Columns 8>>/Size " +
+               std::to_string(m_places.size() + 1) + trailer,
+           table);
 }
 
 std::string PdfReference(int number) {
