@@ -210,7 +210,7 @@ void ContainerFlow::TurnPage(double used) {
 void ContainerFlow::Mark(const Rect& area) {
     Tags& tags = m_context.painter.Elements();
     const bool isLink = !m_item->hyperlink.empty() || !m_item->bookmarkLink.empty();
-    ElementId link = isLink ? tags.Begin({Role::Link}) : tags.Current();
+    ElementId link = isLink ? tags.Begin(Role::Link) : tags.Current();
     {
         const Tags::Within within(tags, link);
         m_context.painter.Marks(area, *m_item);

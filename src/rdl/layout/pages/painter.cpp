@@ -242,7 +242,7 @@ void Painter::TagFrom(std::size_t begin) {
 // A link of its own within the text of its item.
 void Painter::LinkedPiece(const TextPiece& piece, const LaidText& laid, const Turn& turn, double along,
                           double top, const TextLine& line) {
-    ElementId link = m_tags.Begin({Role::Link});
+    ElementId link = m_tags.Begin(Role::Link);
     const Tags::Within within(m_tags, link);
     Piece(piece, laid, turn, along, top + line.baseline);
     m_page->ops.emplace_back(

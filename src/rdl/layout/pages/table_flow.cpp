@@ -421,7 +421,7 @@ Flow::Outcome TableFlow::Place(double x, double y, double available) {
     PlaceColumns(x);
     Tags& tags = m_context.painter.Elements();
     if (m_element == 0) {
-        m_element = tags.Begin({Role::Table});
+        m_element = tags.Begin(Role::Table);
     }
     const Tags::Within within(tags, m_element);
     m_bottoms.clear();

@@ -37,7 +37,7 @@ void TableFlow::DescribeRow(Prepared& prepared) {
         return;
     }
     const TableRow& row = prepared.row;
-    ElementId element = tags.Begin({Role::Row});
+    ElementId element = tags.Begin(Role::Row);
     const Tags::Within within(tags, element);
     const std::size_t heading = HeadingOf(row);
     for (std::size_t i = 0; i < row.cells.size(); ++i) {

@@ -2,6 +2,7 @@
 #include "rdl/layout/pages/tags.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace rdl::layout {
 namespace {
@@ -23,7 +24,8 @@ bool HasText(const Instance& item) {
 }
 
 void AddFigure(Tags& tags, const Instance& item, ItemTags& begun) {
-    Element figure{Role::Figure};
+    Element figure;
+    figure.role = Role::Figure;
     figure.description = item.toolTip.empty() ? item.name : item.toolTip;
     begun.item = tags.Begin(figure);
 }
@@ -31,7 +33,7 @@ void AddFigure(Tags& tags, const Instance& item, ItemTags& begun) {
 void AddLink(Tags& tags, const Instance& item, ItemTags& begun) {
     if (IsLink(item)) {
         const Tags::Within within(tags, begun.Content());
-        begun.link = tags.Begin({Role::Link});
+        begun.link = tags.Begin(Role::Link);
     }
 }
 
@@ -40,6 +42,12 @@ void AddLink(Tags& tags, const Instance& item, ItemTags& begun) {
 ElementId Tags::Begin(Element element) {
     element.parent = m_current;
     return m_structure ? m_structure->Begin(element) : 0;
+}
+
+ElementId Tags::Begin(Role role) {
+    Element element;
+    element.role = role;
+    return Begin(std::move(element));
 }
 
 void Tags::End(ElementId& element) {
@@ -57,7 +65,7 @@ ItemTags BeginItem(Tags& tags, const Instance& item) {
     if (IsPicture(item)) {
         AddFigure(tags, item, begun);
     } else if (HasText(item) || IsLink(item)) {
-        begun.item = tags.Begin({item.documentMapLabel.empty() ? Role::Paragraph : Role::Heading});
+        begun.item = tags.Begin(item.documentMapLabel.empty() ? Role::Paragraph : Role::Heading);
     }
     AddLink(tags, item, begun);
     return begun;
@@ -71,7 +79,8 @@ ItemTags BeginCell(Tags& tags, const Element& cell, const Instance& content, boo
         AddFigure(tags, content, begun);
     } else if (content.kind == InstanceKind::Text) {
         if (isHeading || !content.documentMapLabel.empty()) {
-            Element heading{Role::Heading};
+            Element heading;
+            heading.role = Role::Heading;
             heading.level = isHeading ? cell.level : 0;
             begun.item = tags.Begin(heading);
         }

@@ -18,6 +18,7 @@ class Tags {
     ElementId Current() const { return m_current; }
     // Begins an element within the current one.
     ElementId Begin(Element element);
+    ElementId Begin(Role role);
     // Ends the element and sets it to 0; ignores 0.
     void End(ElementId& element);
 
