@@ -73,6 +73,17 @@ TEST_F(PdfStructureTest, TextsAreParagraphsAndThoseOfTheDocumentMapHeadings) {
               "    \"Two\"\n");
 }
 
+TEST_F(PdfStructureTest, WordsAreToldApartAtTheEndsOfLines) {
+    auto item = TextItem("one two Donau\u00ADdampf\u00ADschiff", 0, 0, 45, 60);
+    item.paragraphs.push_back(item.paragraphs.front());
+    item.paragraphs.back().runs.front().text = "three";
+    item.paragraphs.back().bulleted = true;
+    EXPECT_EQ(Structure(Tagged({item})),
+              "Document\n"
+              "  P (block)\n"
+              "    \"one two Donau-dampf-schiff \u2022 three\"\n");
+}
+
 TEST_F(PdfStructureTest, HeaderAndFooterAreArtifacts) {
     const std::string pdf = PdfWith({TextItem("Body")}, Choices(false, true), {TextItem("Head")});
     EXPECT_THAT(Structure(pdf), AllOf(HasSubstr("\"Body\""), Not(HasSubstr("Head"))));

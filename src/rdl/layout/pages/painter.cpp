@@ -239,6 +239,24 @@ void Painter::TagFrom(std::size_t begin) {
     }
 }
 
+// Words are told apart by a space, which lines and marks of lists do not have at their ends.
+void Painter::WordBreak(const TextPiece& piece, const Turn& turn, double along, double baseline) {
+    const CharStyle& style = piece.run->style ? *piece.run->style : DefaultStyle;
+    std::vector<text::GlyphRun> space;
+    text::Shape(" ", piece.font, static_cast<double>(style.size), false, space);
+    if (space.size() != 1 || !(style.color >> 24)) {
+        return;
+    }
+    const auto firstGlyph = static_cast<std::uint32_t>(m_page->glyphs.size());
+    const auto textBegin = static_cast<std::uint32_t>(m_page->text.size());
+    const std::vector<text::Glyph>& glyphs = space.front().glyphs;
+    m_page->glyphs.insert(m_page->glyphs.end(), glyphs.begin(), glyphs.end());
+    m_page->text += ' ';
+    m_page->ops.emplace_back(TextOp{turn.X(along, baseline), turn.Y(along, baseline), style.size, style.color,
+                                    space.front().font, firstGlyph, static_cast<std::uint32_t>(glyphs.size()),
+                                    textBegin, textBegin + 1, turn.rotation, m_tags.Current()});
+}
+
 // A link of its own within the text of its item.
 void Painter::LinkedPiece(const TextPiece& piece, const LaidText& laid, const Turn& turn, double along,
                           double top, const TextLine& line) {
@@ -255,13 +273,21 @@ void Painter::DrawLines(const Instance& item, const LaidText& laid, std::size_t 
     const double shift = across - laid.lines[first].top;
     for (std::size_t i = first; i < last; ++i) {
         const TextLine& line = laid.lines[i];
-        for (std::uint32_t p = line.firstPiece; p < line.firstPiece + line.pieceCount; ++p) {
-            const TextPiece& piece = laid.pieces[p];
+        // The mark of a list, the last piece, is read before its text.
+        const bool hasMark = m_tags.Current() && line.pieceCount > 1 &&
+                             laid.pieces[line.firstPiece + line.pieceCount - 1].x < 0;
+        for (std::uint32_t n = 0; n < line.pieceCount; ++n) {
+            const std::uint32_t place = hasMark ? (n + line.pieceCount - 1) % line.pieceCount : n;
+            const TextPiece& piece = laid.pieces[line.firstPiece + place];
             const double along = line.x + piece.x;
             if (!piece.run->hyperlink.empty() && item.hyperlink.empty() && turn.rotation == 0) {
                 LinkedPiece(piece, laid, turn, along, shift + line.top, line);
             } else {
                 Piece(piece, laid, turn, along, shift + line.top + line.baseline);
+            }
+            const bool isLast = n + 1 == line.pieceCount && line.endsWord && i + 1 < laid.lines.size();
+            if (m_tags.Current() && (isLast || (hasMark && n == 0))) {
+                WordBreak(piece, turn, along + piece.width, shift + line.top + line.baseline);
             }
         }
     }

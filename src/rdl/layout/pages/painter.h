@@ -86,6 +86,7 @@ class Painter {
                    const Turn& turn, double across);
     void LinkedPiece(const TextPiece& piece, const LaidText& laid, const Turn& turn, double along, double top,
                      const TextLine& line);
+    void WordBreak(const TextPiece& piece, const Turn& turn, double along, double baseline);
     void Replaced(const Rect& area, const Instance& item);
     void PutImage(const Rect& inside, const Instance& item, const ImageSize& size);
     void TagFrom(std::size_t begin);  // the objects of the page from there on
