@@ -203,9 +203,27 @@ class Archives(unittest.TestCase):
             for value in pdf.everything():
                 if value.get("/Subtype") == "/CIDFontType2":
                     self.assertEqual(value["/CIDToGIDMap"], "/Identity")
+                    advances = self.advances(pdf.stream(pdf.at(value["/FontDescriptor"])["/FontFile2"]))
+                    widths = value["/W"]
+                    for first, run_of in zip(widths[::2], widths[1::2]):
+                        for glyph, width in enumerate(run_of, first):
+                            self.assertAlmostEqual(width, advances[glyph], delta=1)
                 if value.get("/Type") == "/FontDescriptor":
                     self.assertNotIn("/CIDSet", value)
         self.each(check)
+
+    def advances(self, font):
+        """The widths of a TrueType font's glyphs, in thousandths of its size."""
+        count, = struct.unpack(">H", font[4:6])
+        tables = {}
+        for i in range(count):
+            name, _, at, length = struct.unpack(">4sIII", font[12 + 16 * i:28 + 16 * i])
+            tables[name] = font[at:at + length]
+        em, = struct.unpack(">H", tables[b"head"][18:20])
+        metrics, = struct.unpack(">H", tables[b"hhea"][34:36])
+        glyphs, = struct.unpack(">H", tables[b"maxp"][4:6])
+        widths = [struct.unpack(">H", tables[b"hmtx"][4 * i:4 * i + 2])[0] * 1000 / em for i in range(metrics)]
+        return widths + widths[-1:] * (glyphs - metrics)
 
     def test_6_3_and_6_5_annotations_and_actions(self):
         def check(pdf):
