@@ -109,6 +109,10 @@ class Parser {
             m_result.dataSources.push_back(DataSourceOf(ValueOf(option)));
         } else if (option == "--rows") {
             m_result.rows.push_back(Assignment(option, ValueOf(option)));
+        } else if (option == "--pdf-a") {
+            m_result.options.forArchive = true;
+        } else if (option == "--tagged") {
+            m_result.options.tagged = true;
         } else if (option == "--unformatted") {
             m_result.options.unformatted = true;
         } else if (option == "--page") {
@@ -183,6 +187,10 @@ class Parser {
         if (!isCsv && (m_result.options.unformatted || !m_result.options.dataSet.empty())) {
             throw UsageError("--unformatted and --data-set are options of csv");
         }
+        const bool isPdf = m_result.format == report::CodeOf(report::DocumentFormat::Pdf);
+        if (!isPdf && (m_result.options.forArchive || m_result.options.tagged)) {
+            throw UsageError("--pdf-a and --tagged are options of pdf");
+        }
         if (m_hasPage && m_result.format != report::CodeOf(report::DocumentFormat::Png)) {
             throw UsageError("--page and --dpi are options of png");
         }
@@ -204,6 +212,7 @@ std::string Usage() {
            "           [--user U [--password-stdin | --password P]] [--data-source NAME=PROVIDER;CONNECT "
            "STRING]...\n"
            "           [--rows NAME=FILE.csv]...\n"
+           "           pdf: [--pdf-a] [--tagged]\n"
            "           csv: [--unformatted] [--data-set NAME]   png: [--page N] [--dpi N]\n"
            "oxc-report --help | --version\n"
            "The password that belongs to --user is read from standard input (--password-stdin) or from the "

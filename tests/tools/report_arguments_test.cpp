@@ -73,6 +73,14 @@ TEST(ReportArguments, CsvHasOptionsOfItsOwn) {
     EXPECT_EQ(arguments.options.dataSet, "Orders");
 }
 
+TEST(ReportArguments, PdfHasOptionsOfItsOwn) {
+    const ReportArguments plain = ParseArguments({"export", "a.rpt", "-f", "pdf", "-o", "x"});
+    EXPECT_FALSE(plain.options.forArchive);
+    EXPECT_FALSE(plain.options.tagged);
+    EXPECT_TRUE(ParseArguments({"export", "a.rpt", "-f", "pdf", "-o", "x", "--pdf-a"}).options.forArchive);
+    EXPECT_TRUE(ParseArguments({"export", "a.rpt", "-f", "pdf", "-o", "x", "--tagged"}).options.tagged);
+}
+
 TEST(ReportArguments, PngHasOptionsOfItsOwn) {
     const ReportArguments arguments =
         ParseArguments({"export", "a.rpt", "-f", "png", "-o", "x", "--page", "3", "--dpi", "300"});
@@ -106,6 +114,8 @@ TEST(ReportArguments, WhatMakesNoSenseIsAUsageError) {
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--data-set", "Orders"},
         {"export", "a.rpt", "-f", "csv", "-o", "x", "--data-set", ""},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--page", "1"},
+        {"export", "a.rpt", "-f", "xls", "-o", "x", "--pdf-a"},
+        {"export", "a.rpt", "-f", "html", "-o", "x", "--tagged"},
         {"export", "a.rpt", "-f", "png", "-o", "x", "--page", "0"},
         {"export", "a.rpt", "-f", "png", "-o", "x", "--dpi", "9999"},
         {"export", "a.rpt", "-f", "png", "-o", "x", "--page", "1x"},

@@ -7,6 +7,10 @@
 namespace rdl {
 
 struct ExportOptions {
+    // Pdf: for archives, by PDF/A-2b (ISO 19005-2).
+    bool forArchive = false;
+    // Pdf: with the logical structure: headings, tables, texts of pictures.
+    bool tagged = false;
     // Csv: values as programs read them: numbers with a point, dates by ISO 8601; else as the report shows
     // them.
     bool unformatted = false;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A page as drawable objects, in drawing order. Lengths are points from the page's top left corner, y
-// downwards.
+// downwards. A tag is the element of the logical structure that the object belongs to.
 #pragma once
 
 #include <functional>
@@ -9,6 +9,7 @@
 #include <variant>
 #include <vector>
 
+#include "rdl/layout/model/structure.h"
 #include "rdl/layout/model/style.h"
 #include "rdl/text/fonts.h"
 
@@ -23,6 +24,7 @@ struct TextOp {
     std::uint32_t textBegin,
         textEnd;  // range in Page::text with the UTF-8 text of the glyphs; clusters count from textBegin
     float rotation = 0;  // degrees clockwise about (x, baseline)
+    ElementId tag = 0;
 };
 struct LineOp {
     // Where a line belongs that lies exactly between two pages side by side: a left border to the page that
@@ -33,10 +35,12 @@ struct LineOp {
     Color color;
     LineStyle style;
     Edge edge = Edge::Either;
+    ElementId tag = 0;
 };
 struct RectOp {  // filled
     double x, y, width, height;
     Color color;
+    ElementId tag = 0;
 };
 struct PathOp {  // polygons and curves of charts
     struct Segment {
@@ -47,11 +51,13 @@ struct PathOp {  // polygons and curves of charts
     Color fill, stroke;
     float strokeWidth;
     LineStyle strokeStyle;
+    ElementId tag = 0;
 };
 struct ImageOp {
     double x, y, width, height;
     std::shared_ptr<const std::string> bytes;  // equal images share the pointer
     std::string name;                          // name of the item, for errors
+    ElementId tag = 0;
 };
 struct ClipOp {  // clips until the matching UnclipOp
     double x, y, width, height;
@@ -60,6 +66,7 @@ struct UnclipOp {};
 struct LinkOp {  // a link
     double x, y, width, height;
     std::string uri, bookmark;  // exactly one is set
+    ElementId tag = 0;
 };
 struct AnchorOp {  // a link target; with a label also an entry of the document map
     double x, y;
@@ -97,8 +104,10 @@ struct Limits {
     int maxPages = 100'000;
 };
 
-// Lays out the report and returns the number of pages, at least 1. Raises rdl::Error past the limits.
-int Paginate(ReportInstance& report, PageSink& sink, const Limits& limits = {});
+// Lays out the report and returns the number of pages, at least 1. `structure`, which may be null, gets the
+// elements of bodies; headers and footers are decoration. Raises rdl::Error past the limits.
+int Paginate(ReportInstance& report, PageSink& sink, const Limits& limits = {},
+             Structure* structure = nullptr);
 
 // The same one page at a time, for the screen.
 class PageStream {

@@ -137,6 +137,7 @@ void ContainerFlow::PlaceCompanions(const Child& table, Side side, double x, dou
         const Child& companion = m_children[index];
         if (SideOf(companion, table) == side) {
             const double distance = companion.top - (side == Side::Below ? table.bottom : table.top);
+            const Tags::Decoration again(m_context.painter.Elements());
             MakeFlow(*companion.item, m_context)
                 ->Place(x + companion.item->x, top + distance, m_context.pageHeight);
         }
@@ -206,6 +207,19 @@ void ContainerFlow::TurnPage(double used) {
     }
 }
 
+void ContainerFlow::Mark(const Rect& area) {
+    Tags& tags = m_context.painter.Elements();
+    const bool isLink = !m_item->hyperlink.empty() || !m_item->bookmarkLink.empty();
+    ElementId link = isLink ? tags.Begin(Role::Link) : tags.Current();
+    {
+        const Tags::Within within(tags, link);
+        m_context.painter.Marks(area, *m_item);
+    }
+    if (isLink) {
+        tags.End(link);
+    }
+}
+
 Flow::Outcome ContainerFlow::Place(double x, double y, double available) {
     if (Waits(y, available)) {
         return {0, false};
@@ -214,7 +228,7 @@ Flow::Outcome ContainerFlow::Place(double x, double y, double available) {
     const bool hasBox = m_item && m_item->box;
     const std::size_t background = hasBox ? painter.ReserveFill() : 0;
     if (m_item && !m_begun) {
-        painter.Marks({x, y, m_item->width, std::min(m_item->height, available)}, *m_item);
+        Mark({x, y, m_item->width, std::min(m_item->height, available)});
     }
     const bool wasBegun = std::exchange(m_begun, true);
     if (std::exchange(m_resetNext, false)) {

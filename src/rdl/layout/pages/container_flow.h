@@ -45,6 +45,7 @@ class ContainerFlow final : public Flow {
     double FinishedHeight(double reached, double available) const;
     void TurnPage(double used);
     bool Waits(double y, double available);
+    void Mark(const Rect& area);
 
     const Instance* m_item = nullptr;
     std::vector<Child> m_children;

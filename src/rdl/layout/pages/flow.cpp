@@ -114,12 +114,22 @@ Flow::Outcome TextFlow::Place(double x, double y, double available) {
             area.height = done ? height : available;
         }
     }
-    painter.Fill(area, BoxOf(m_item));
-    painter.Text(area, m_item, m_laid, m_next, last);
-    painter.Borders(area, BoxOf(m_item));
+    Tags& tags = painter.Elements();
     if (m_next == 0) {
-        painter.Marks(area, m_item);
-        painter.Collect(m_item);
+        m_tags = BeginItem(tags, m_item);
+    }
+    painter.Fill(area, BoxOf(m_item));
+    {
+        const Tags::Within within(tags, m_tags.Content());
+        painter.Text(area, m_item, m_laid, m_next, last);
+        painter.Borders(area, BoxOf(m_item));
+        if (m_next == 0) {
+            painter.Marks(area, m_item);
+            painter.Collect(m_item);
+        }
+    }
+    if (done) {
+        EndItem(tags, m_tags);
     }
     if (BoxOf(m_item).HasBackground()) {
         painter.SetContent();
@@ -152,12 +162,23 @@ Flow::Outcome BlockFlow::Place(double x, double y, double available) {
         constexpr double Everywhere = 1e5;
         m_context.painter.BeginClip({x - Everywhere, y, 2 * Everywhere, part});
     }
-    Draw(x, y - m_drawn, height);
+    Tags& tags = m_context.painter.Elements();
+    if (m_drawn == 0 && m_item.kind != InstanceKind::Line) {
+        m_tags = BeginItem(tags, m_item);
+    }
+    {
+        const Tags::Within within(tags, m_tags.Content());
+        Draw(x, y - m_drawn, height);
+    }
     if (isSliced) {
         m_context.painter.EndClip();
     }
     m_drawn += part;
-    return {part, m_drawn >= height - Tolerance};
+    const bool done = m_drawn >= height - Tolerance;
+    if (done) {
+        EndItem(tags, m_tags);
+    }
+    return {part, done};
 }
 
 void BlockFlow::Draw(double x, double y, double height) {

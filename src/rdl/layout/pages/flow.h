@@ -70,6 +70,7 @@ class TextFlow final : public Flow {
     const Instance& m_item;
     LaidText m_laid;
     std::size_t m_next = 0;  // line
+    ItemTags m_tags;
 };
 
 // Images, drawings and lines: drawn whole, or in slices if higher than a page.
@@ -84,6 +85,7 @@ class BlockFlow final : public Flow {
 
     const Instance& m_item;
     double m_drawn = 0;  // height drawn on previous pages
+    ItemTags m_tags;
 };
 
 }  // namespace rdl::layout

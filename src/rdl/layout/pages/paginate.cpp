@@ -25,8 +25,9 @@ struct PageRecord {
 
 class Pages final : public PageStream {
  public:
-    Pages(ReportInstance& report, const Limits& limits, int knownTotal)
+    Pages(ReportInstance& report, const Limits& limits, int knownTotal, Structure* structure)
         : m_report(report), m_limits(limits), m_knownTotal(knownTotal), m_context{m_painter} {
+        m_painter.Elements().Describe(structure);
         m_painter.facts.name = report.pageName;
     }
 
@@ -240,7 +241,7 @@ int CountPages(ReportInstance& report, const Limits& limits) {
     if (!needed) {
         return 0;
     }
-    Pages pages(report, limits, 0);
+    Pages pages(report, limits, 0, nullptr);
     Page page;
     int count = 0;
     while (pages.NextBody(page)) {
@@ -252,11 +253,11 @@ int CountPages(ReportInstance& report, const Limits& limits) {
 }  // namespace
 
 std::unique_ptr<PageStream> OpenPages(ReportInstance& report, const Limits& limits) {
-    return std::make_unique<Pages>(report, limits, CountPages(report, limits));
+    return std::make_unique<Pages>(report, limits, CountPages(report, limits), nullptr);
 }
 
-int Paginate(ReportInstance& report, PageSink& sink, const Limits& limits) {
-    Pages pages(report, limits, CountPages(report, limits));
+int Paginate(ReportInstance& report, PageSink& sink, const Limits& limits, Structure* structure) {
+    Pages pages(report, limits, CountPages(report, limits), structure);
     const bool hasMargins = std::any_of(
         report.sections.begin(), report.sections.end(),
         [](const auto& section) { return section->page.headerHeight > 0 || section->page.footerHeight > 0; });

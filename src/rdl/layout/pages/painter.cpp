@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "rdl/layout/model/image_size.h"
-
 namespace rdl::layout {
 namespace {
 
@@ -198,7 +196,8 @@ void Painter::Piece(const TextPiece& piece, const LaidText& laid, const Turn& tu
                   static_cast<std::uint32_t>(run.glyphs.size()),
                   textBase + run.begin,
                   textBase + run.end,
-                  turn.rotation};
+                  turn.rotation,
+                  m_tags.Current()};
         for (const text::Glyph& glyph : run.glyphs) {
             m_page->glyphs.push_back(glyph);
             m_page->glyphs.back().cluster -= run.begin;
@@ -219,8 +218,54 @@ void Painter::Piece(const TextPiece& piece, const LaidText& laid, const Turn& tu
     }
     const Border line{LineStyle::Solid, style.color,
                       static_cast<float>(std::max(0.4, metrics.underlineThickness * size))};
+    const std::size_t before = m_page->ops.size();
     Line(turn.X(along, across), turn.Y(along, across), turn.X(along + piece.width, across),
          turn.Y(along + piece.width, across), line);
+    TagFrom(before);
+}
+
+void Painter::TagFrom(std::size_t begin) {
+    if (m_tags.Current() == 0) {
+        return;
+    }
+    for (std::size_t i = begin; i < m_page->ops.size(); ++i) {
+        std::visit(
+            [this](auto& op) {
+                if constexpr (requires { op.tag; }) {
+                    op.tag = m_tags.Current();
+                }
+            },
+            m_page->ops[i]);
+    }
+}
+
+// Words are told apart by a space, which lines and marks of lists do not have at their ends.
+void Painter::WordBreak(const TextPiece& piece, const Turn& turn, double along, double baseline) {
+    const CharStyle& style = piece.run->style ? *piece.run->style : DefaultStyle;
+    std::vector<text::GlyphRun> space;
+    text::Shape(" ", piece.font, static_cast<double>(style.size), false, space);
+    if (space.size() != 1 || !(style.color >> 24)) {
+        return;
+    }
+    const auto firstGlyph = static_cast<std::uint32_t>(m_page->glyphs.size());
+    const auto textBegin = static_cast<std::uint32_t>(m_page->text.size());
+    const std::vector<text::Glyph>& glyphs = space.front().glyphs;
+    m_page->glyphs.insert(m_page->glyphs.end(), glyphs.begin(), glyphs.end());
+    m_page->text += ' ';
+    m_page->ops.emplace_back(TextOp{turn.X(along, baseline), turn.Y(along, baseline), style.size, style.color,
+                                    space.front().font, firstGlyph, static_cast<std::uint32_t>(glyphs.size()),
+                                    textBegin, textBegin + 1, turn.rotation, m_tags.Current()});
+}
+
+// A link of its own within the text of its item.
+void Painter::LinkedPiece(const TextPiece& piece, const LaidText& laid, const Turn& turn, double along,
+                          double top, const TextLine& line) {
+    ElementId link = m_tags.Begin(Role::Link);
+    const Tags::Within within(m_tags, link);
+    Piece(piece, laid, turn, along, top + line.baseline);
+    m_page->ops.emplace_back(
+        LinkOp{turn.X(along, 0), turn.Y(0, top), piece.width, line.height, piece.run->hyperlink, {}, link});
+    m_tags.End(link);
 }
 
 void Painter::DrawLines(const Instance& item, const LaidText& laid, std::size_t first, std::size_t last,
@@ -228,17 +273,21 @@ void Painter::DrawLines(const Instance& item, const LaidText& laid, std::size_t 
     const double shift = across - laid.lines[first].top;
     for (std::size_t i = first; i < last; ++i) {
         const TextLine& line = laid.lines[i];
-        for (std::uint32_t p = line.firstPiece; p < line.firstPiece + line.pieceCount; ++p) {
-            const TextPiece& piece = laid.pieces[p];
+        // The mark of a list, the last piece, is read before its text.
+        const bool hasMark = m_tags.Current() && line.pieceCount > 1 &&
+                             laid.pieces[line.firstPiece + line.pieceCount - 1].x < 0;
+        for (std::uint32_t n = 0; n < line.pieceCount; ++n) {
+            const std::uint32_t place = hasMark ? (n + line.pieceCount - 1) % line.pieceCount : n;
+            const TextPiece& piece = laid.pieces[line.firstPiece + place];
             const double along = line.x + piece.x;
-            Piece(piece, laid, turn, along, shift + line.top + line.baseline);
             if (!piece.run->hyperlink.empty() && item.hyperlink.empty() && turn.rotation == 0) {
-                m_page->ops.emplace_back(LinkOp{turn.X(along, 0),
-                                                turn.Y(0, shift + line.top),
-                                                piece.width,
-                                                line.height,
-                                                piece.run->hyperlink,
-                                                {}});
+                LinkedPiece(piece, laid, turn, along, shift + line.top, line);
+            } else {
+                Piece(piece, laid, turn, along, shift + line.top + line.baseline);
+            }
+            const bool isLast = n + 1 == line.pieceCount && line.endsWord && i + 1 < laid.lines.size();
+            if (m_tags.Current() && (isLast || (hasMark && n == 0))) {
+                WordBreak(piece, turn, along + piece.width, shift + line.top + line.baseline);
             }
         }
     }
@@ -300,9 +349,15 @@ void Painter::Image(const Rect& area, const Instance& item) {
         return;
     }
     SetContent();
-    Rect inside = item.box ? ContentOf(area, *item.box) : area;
+    const Rect inside = item.box ? ContentOf(area, *item.box) : area;
     const ImageSize size = SizeOfImage(*item.imageBytes);
     Reach(area.Right());
+    const std::size_t before = m_page->ops.size();
+    PutImage(inside, item, size);
+    TagFrom(before);
+}
+
+void Painter::PutImage(const Rect& inside, const Instance& item, const ImageSize& size) {
     if (item.sizing == Instance::Sizing::Fit || size.width <= 0 || size.height <= 0) {
         m_page->ops.emplace_back(
             ImageOp{inside.x, inside.y, inside.width, inside.height, item.imageBytes, item.name});
@@ -323,13 +378,16 @@ void Painter::Image(const Rect& area, const Instance& item) {
 void Painter::Drawing(const Rect& area, const DrawingInstance& drawing) {
     SetContent();
     Reach(area.Right());
+    const std::size_t before = m_page->ops.size();
     AppendMoved(drawing.content, area.x, area.y, *m_page);
+    TagFrom(before);
 }
 
 void Painter::Marks(const Rect& area, const Instance& item) {
     if (!item.hyperlink.empty() || !item.bookmarkLink.empty()) {
         m_page->ops.emplace_back(LinkOp{area.x, area.y, area.width, area.height, item.hyperlink,
-                                        item.hyperlink.empty() ? item.bookmarkLink : std::string()});
+                                        item.hyperlink.empty() ? item.bookmarkLink : std::string(),
+                                        m_tags.Current()});
     }
     if (!item.bookmark.empty() || !item.documentMapLabel.empty()) {
         m_page->ops.emplace_back(AnchorOp{area.x, area.y, item.bookmark, item.documentMapLabel, 0});

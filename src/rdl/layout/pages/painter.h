@@ -7,9 +7,11 @@
 #include <vector>
 
 #include "rdl/layout/drawing/drawing.h"
+#include "rdl/layout/model/image_size.h"
 #include "rdl/layout/model/instance.h"
 #include "rdl/layout/model/page.h"
 #include "rdl/layout/pages/backdrop.h"
+#include "rdl/layout/pages/tags.h"
 #include "rdl/layout/pages/text_layout.h"
 
 namespace rdl::layout {
@@ -54,6 +56,8 @@ class Painter {
     void Marks(const Rect& area, const Instance& item);
     void Label(double x, double y, const std::string& label, int level);
     TextLayout& Layout() { return m_layout; }
+    // Texts, images, drawings and links belong to the current element, all else is decoration.
+    Tags& Elements() { return m_tags; }
 
     // Collects the text boxes that header and footer refer to. `names` must outlive its use.
     void CollectTexts(const std::vector<std::string>* names) { m_wanted = names; }
@@ -80,10 +84,16 @@ class Painter {
     void Piece(const TextPiece& piece, const LaidText& laid, const Turn& turn, double along, double baseline);
     void DrawLines(const Instance& item, const LaidText& laid, std::size_t first, std::size_t last,
                    const Turn& turn, double across);
+    void LinkedPiece(const TextPiece& piece, const LaidText& laid, const Turn& turn, double along, double top,
+                     const TextLine& line);
+    void WordBreak(const TextPiece& piece, const Turn& turn, double along, double baseline);
     void Replaced(const Rect& area, const Instance& item);
+    void PutImage(const Rect& inside, const Instance& item, const ImageSize& size);
+    void TagFrom(std::size_t begin);  // the objects of the page from there on
     void Reach(double right) { m_extent = right > m_extent ? right : m_extent; }
 
     Page* m_page = nullptr;
+    Tags m_tags;
     double m_top = 0, m_extent = 0;
     bool m_hasContent = false;
     const std::vector<std::string>* m_wanted = nullptr;

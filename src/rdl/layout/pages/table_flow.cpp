@@ -141,6 +141,7 @@ void TableFlow::Prepare(Prepared& prepared) {
         Cell& cell = prepared.cells[i];
         cell.nextLine = 0;
         cell.flow.reset();
+        cell.tags = {};
         if (content.kind == InstanceKind::Text) {
             m_context.painter.Layout().Lay(content, LineWidth(content, content.width, row.height), cell.laid);
             if (row.cells[i].rowSpan == 1) {
@@ -174,6 +175,9 @@ TableFlow::Prepared& TableFlow::Ahead(std::size_t offset) {
 }
 
 void TableFlow::DropFirst() {
+    for (Cell& cell : m_queue.front()->cells) {
+        EndItem(m_context.painter.Elements(), cell.tags);
+    }
     m_spare.push_back(std::move(m_queue.front()));
     m_queue.pop_front();
     ++m_next;
@@ -243,6 +247,7 @@ bool TableFlow::SplitText(const Instance& content, Cell& cell, const Rect& area)
     while (last < lines.size() && lines[last].top + lines[last].height <= room) {
         ++last;
     }
+    const Tags::Within within(m_context.painter.Elements(), cell.tags.Content());
     m_context.painter.Text(area, content, cell.laid, cell.nextLine, content.canGrow ? last : lines.size());
     cell.nextLine = content.canGrow ? last : lines.size();
     return cell.nextLine >= lines.size();
@@ -283,6 +288,7 @@ bool TableFlow::PlaceSplit(Prepared& prepared, double y, double bottom, double& 
         }
         const TableCell& where = prepared.row.cells[i];
         const Rect area = CellArea(where.column, where.columnSpan, y, available);
+        const Tags::Within within(m_context.painter.Elements(), cell.tags.Content());
         const Outcome outcome = cell.flow->Place(area.x, y, available);
         used = std::max(used, outcome.used);
         if (outcome.done) {
@@ -330,6 +336,7 @@ double TableFlow::PlaceRepeated(double y) {
     if (m_next == 0 || m_next >= m_table.RowCount()) {
         return y;
     }
+    const Tags::Decoration again(m_context.painter.Elements());
     for (const std::size_t index : m_table.RepeatedRows(m_next)) {
         auto prepared = Make(index);
         // Headers that fill half of a page leave no room for what they head.
@@ -365,6 +372,7 @@ bool TableFlow::PlaceRows(double& y, double bottom, bool& breakAfter) {
             m_context.painter.SetPageName(row.row.pageName);
         }
         if (!row.begun) {
+            DescribeRow(row);
             BeginSpans(row, y);
         }
         double used = RowHeight(row, y);
@@ -411,6 +419,11 @@ Flow::Outcome TableFlow::Place(double x, double y, double available) {
         }
     }
     PlaceColumns(x);
+    Tags& tags = m_context.painter.Elements();
+    if (m_element == 0) {
+        m_element = tags.Begin(Role::Table);
+    }
+    const Tags::Within within(tags, m_element);
     m_bottoms.clear();
     m_rowsOnPage = 0;
     // Asked before headers are repeated: those are no reason to wait for another page, which has them too.
@@ -447,6 +460,9 @@ Flow::Outcome TableFlow::Place(double x, double y, double available) {
         const Rect area{m_parts[part].left, y, m_parts[part].right - m_parts[part].left, at - y};
         m_context.painter.FillReserved(backgrounds[part], area, *m_item.box);
         m_context.painter.Borders(area, *m_item.box, PartSides(part, SidesOf(m_item, wasBegun, !done)));
+    }
+    if (done) {
+        tags.End(m_element);
     }
     return {at - y, done, done && breakAfter};
 }

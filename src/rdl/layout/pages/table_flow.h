@@ -22,6 +22,7 @@ class TableFlow final : public Flow {
         LaidText laid;               // texts
         std::unique_ptr<Flow> flow;  // for other content
         std::size_t nextLine = 0;    // next line of a text that continues on the next page
+        ItemTags tags;
     };
     struct Prepared {
         TableRow row;
@@ -40,6 +41,8 @@ class TableFlow final : public Flow {
         double top = 0, needed = 0;
         std::unique_ptr<Flow> flow;  // of a content that continues on the next page
         double placed = 0;           // its height on the pages before
+        ItemTags tags;
+        bool isDrawn = false;  // on a page before, too
     };
     struct Edge {
         double x1, x2;
@@ -77,6 +80,7 @@ class TableFlow final : public Flow {
     void DrawSpan(Span& span, double bottom);
     void DrawFlowingSpan(Span& span, const Rect& area);
     void StretchBoxes(Prepared& prepared, double y);
+    void DescribeRow(Prepared& prepared);
 
     const Instance& m_item;
     TableInstance& m_table;
@@ -99,6 +103,7 @@ class TableFlow final : public Flow {
     std::vector<Edge> m_tops, m_bottoms, m_newBottoms;
     std::size_t m_rowsOnPage = 0;
     std::size_t m_brokenBefore = static_cast<std::size_t>(-1);  // row before which a page break was made
+    ElementId m_element = 0;
     bool m_begun = false;
     bool m_waitsForRoom = false, m_contentBefore = false;  // other items are above it on the page
 };

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Tables: boxes, contents and cells over several rows, drawn where the flow has put their rows.
+#include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 
 #include "rdl/layout/pages/table_flow.h"
 
@@ -13,7 +16,43 @@ std::size_t At(int index) {
     return static_cast<std::size_t>(index);
 }
 
+// The cell that a group's label in the document map stands for: the one that says it, else the first text.
+std::size_t HeadingOf(const TableRow& row) {
+    std::size_t first = row.cells.size();
+    for (std::size_t i = 0; i < row.cells.size() && !row.documentMapLabel.empty(); ++i) {
+        const std::string text = row.cells[i].content.PlainText();
+        if (text == row.documentMapLabel) {
+            return i;
+        }
+        first = text.empty() ? first : std::min(first, i);
+    }
+    return first;
+}
+
 }  // namespace
+
+void TableFlow::DescribeRow(Prepared& prepared) {
+    Tags& tags = m_context.painter.Elements();
+    if (!tags.IsWanted()) {
+        return;
+    }
+    const TableRow& row = prepared.row;
+    ElementId element = tags.Begin(Role::Row);
+    const Tags::Within within(tags, element);
+    const std::size_t heading = HeadingOf(row);
+    for (std::size_t i = 0; i < row.cells.size(); ++i) {
+        const TableCell& cell = row.cells[i];
+        Element described;
+        described.role = row.columnHeader                      ? Role::ColumnHeader
+                         : cell.column < m_table.headerColumns ? Role::RowHeader
+                                                               : Role::Cell;
+        described.level = row.level;
+        described.columnSpan = cell.columnSpan;
+        described.rowSpan = cell.rowSpan;
+        prepared.cells[i].tags = BeginCell(tags, described, cell.content, i == heading);
+    }
+    tags.End(element);
+}
 
 void TableFlow::AddEdge(std::vector<Edge>& edges, double x1, double x2, const Border& border) {
     if (border.style == LineStyle::None) {
@@ -77,6 +116,7 @@ void TableFlow::DrawVerticals(const Prepared& prepared, double y, double height)
 
 void TableFlow::DrawContent(const Instance& content, Cell& cell, const Rect& area) {
     Painter& painter = m_context.painter;
+    const Tags::Within within(painter.Elements(), cell.tags.Content());
     switch (content.kind) {
         case InstanceKind::Text:
             if (IsTurned(content)) {  // only now the length of its lines is known
@@ -119,6 +159,7 @@ void TableFlow::DrawContents(Prepared& prepared, double y, double height) {
         DrawContent(cell.content, prepared.cells[i], area);
         if (cell.column < m_table.headerColumns) {
             const double x = area.x;
+            const Tags::Decoration again(m_context.painter.Elements());
             for (const double distance : m_furtherPages) {
                 area.x = x + distance;
                 if (cell.content.box) {
@@ -142,6 +183,7 @@ void TableFlow::BeginSpans(Prepared& prepared, double y) {
         // Laid texts point into their instance, so it must not move any more.
         Span& span = *m_spans.emplace_back(std::make_unique<Span>());
         span.content = cell.content;
+        span.tags = std::exchange(prepared.cells[i].tags, {});
         span.column = cell.column;
         span.columns = cell.columnSpan;
         span.lastRow = prepared.index + At(cell.rowSpan) - 1;
@@ -162,6 +204,7 @@ void TableFlow::DrawFlowingSpan(Span& span, const Rect& area) {
         span.flow = MakeFlow(span.content, m_context);
         span.placed = 0;
     }
+    const Tags::Within within(m_context.painter.Elements(), span.tags.Content());
     span.flow->Stretch(span.placed + area.height);
     if (span.flow->Place(area.x, area.y, area.height).done) {
         span.flow.reset();
@@ -170,6 +213,7 @@ void TableFlow::DrawFlowingSpan(Span& span, const Rect& area) {
     if (span.column >= m_table.headerColumns) {
         return;
     }
+    const Tags::Decoration again(m_context.painter.Elements());
     for (const double distance : m_furtherPages) {
         const auto flow = MakeFlow(span.content, m_context);
         flow->Stretch(area.height);
@@ -186,6 +230,7 @@ void TableFlow::DrawSpan(Span& span, double bottom) {
     Painter& painter = m_context.painter;
     Cell cell;
     cell.laid = span.laid;
+    cell.tags = span.tags;
     std::vector<double> places{0};
     if (span.column < m_table.headerColumns) {
         places.insert(places.end(), m_furtherPages.begin(), m_furtherPages.end());
@@ -195,6 +240,10 @@ void TableFlow::DrawSpan(Span& span, double bottom) {
         area.x = x + distance;
         if (span.content.box) {
             painter.Fill(area, *span.content.box);
+        }
+        std::optional<Tags::Decoration> again;
+        if (distance > 0 || std::exchange(span.isDrawn, true)) {
+            again.emplace(painter.Elements());
         }
         DrawContent(span.content, cell, area);
         if (span.content.box) {
@@ -207,6 +256,7 @@ void TableFlow::EndSpans(std::size_t row, double bottom) {
     std::erase_if(m_spans, [&](const std::unique_ptr<Span>& span) {
         if (span->lastRow == row) {
             DrawSpan(*span, bottom);
+            EndItem(m_context.painter.Elements(), span->tags);
         }
         return span->lastRow == row;
     });

@@ -203,6 +203,7 @@ void TextLayout::LayParagraph(const Instance& item, const ParagraphInstance& par
     double used = 0;
     const auto endLine = [&](std::size_t end, std::size_t next, bool isLast) {
         EndLine(item, paragraph, lineBegin, end, isLast, out);
+        out.lines.back().endsWord = isLast || next > end;
         m_firstLine = false;
         m_available = availableNow();
         lineBegin = lineEnd = next;

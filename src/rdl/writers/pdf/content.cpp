@@ -24,6 +24,7 @@ void PutColor(std::string& out, Color color, const char* op) {
 }
 
 constexpr std::size_t MostBytesOfGlyph = 4;
+constexpr std::uint32_t MostInString = 8000;  // glyphs; a string has an end
 
 // Returns the end of what it put.
 char* PutGlyph(char* out, std::uint16_t glyph) {
@@ -71,11 +72,19 @@ const std::string& PdfContent::Draw(const layout::Page& page, double height) {
             Restore();
         }
     }
+    Leave();
     while (!m_saved.empty()) {
         Restore();
     }
     m_out += "Q\n";
     return m_out;
+}
+
+void PdfContent::Leave() {
+    if (m_tag != Nowhere) {
+        m_out += "EMC\n";
+        m_tag = Nowhere;
+    }
 }
 
 void PdfContent::Save() {
@@ -157,6 +166,8 @@ void PdfContent::Text(const layout::Page& page, const layout::TextOp& op) {
     if (op.glyphCount == 0 || AlphaOf(op.color) == 0 || !(op.size > 0)) {
         return;
     }
+    Enter(op.tag);
+    Cover(op.tag, op.x, op.baseline, op.x, op.baseline - static_cast<double>(op.size));
     const text::FontFile& file = text::File(op.font);
     PdfFonts::Font& font = m_fonts.Use(op.font);
     const bool clear = NoteGlyphs(page, op, font);
@@ -194,6 +205,9 @@ void PdfContent::Text(const layout::Page& page, const layout::TextOp& op) {
     m_out += op.rotation != 0 || slant != 0 ? "Tm " : "Td ";
     Glyphs(page, op);
     m_out += "ET\n";
+    if (m_drawsMissing) {
+        MissingGlyphs(page, op);
+    }
     if (file.syntheticBold) {
         Restore();
     }
@@ -220,12 +234,18 @@ void PdfContent::Glyphs(const layout::Page& page, const layout::TextOp& op) {
     };
     for (std::uint32_t i = 0; i < op.glyphCount; ++i) {
         const text::Glyph& glyph = page.glyphs[op.firstGlyph + i];
-        if (glyph.dy != rise) {
+        if (glyph.id == 0 && m_drawsMissing) {
+            lag += glyph.advance * toUnits;
+            continue;
+        }
+        if (glyph.dy != rise || (i > 0 && i % MostInString == 0)) {
             flush();
-            rise = glyph.dy;
             end();
-            Number(rise);
-            m_out += "Ts ";
+            if (glyph.dy != rise) {
+                rise = glyph.dy;
+                Number(rise);
+                m_out += "Ts ";
+            }
             begin = m_out.size();
             isArray = false;
             m_out += '(';
@@ -254,6 +274,34 @@ void PdfContent::Glyphs(const layout::Page& page, const layout::TextOp& op) {
     m_out += rise != 0 ? "0 Ts " : "";
 }
 
+void PdfContent::MissingGlyphs(const layout::Page& page, const layout::TextOp& op) {
+    constexpr double Inset = 0.08, Pen = 0.04;  // of the size
+    const auto size = static_cast<double>(op.size);
+    const double high = text::File(op.font).capHeight / 1000 * size;
+    const double angle = -static_cast<double>(op.rotation) * 3.14159265358979323846 / 180;
+    double along = 0;
+    for (std::uint32_t i = 0; i < op.glyphCount; ++i) {
+        const text::Glyph& glyph = page.glyphs[op.firstGlyph + i];
+        const auto advance = static_cast<double>(glyph.advance);
+        if (glyph.id == 0) {
+            Save();
+            for (const double part : {std::cos(angle), std::sin(angle), -std::sin(angle), std::cos(angle),
+                                      op.x, m_height - op.baseline}) {
+                Number(part);
+            }
+            m_out += "cm ";
+            StrokeWith(op.color, Pen * size, LineStyle::Solid);
+            Number(along + static_cast<double>(glyph.dx) + Inset * size);
+            Number(static_cast<double>(glyph.dy));
+            Number(std::max(advance - 2 * Inset * size, Pen * size));
+            Number(high > 0 ? high : 0.7 * size);
+            m_out += "re S ";
+            Restore();
+        }
+        along += advance;
+    }
+}
+
 void PdfContent::Stroke(double x1, double y1, double x2, double y2) {
     Number(x1);
     Number(m_height - y1);
@@ -267,6 +315,8 @@ void PdfContent::Line(const layout::LineOp& op) {
     if (op.style == LineStyle::None || AlphaOf(op.color) == 0) {
         return;
     }
+    Enter(op.tag);
+    Cover(op.tag, op.x1, op.y1, op.x2, op.y2);
     if (op.style != LineStyle::Double) {
         StrokeWith(op.color, op.width, op.style);
         Stroke(op.x1, op.y1, op.x2, op.y2);
@@ -285,6 +335,8 @@ void PdfContent::Rect(const layout::RectOp& op) {
     if (AlphaOf(op.color) == 0) {
         return;
     }
+    Enter(op.tag);
+    Cover(op.tag, op.x, op.y, op.x + op.width, op.y + op.height);
     Fill(op.color);
     Number(op.x);
     Number(m_height - op.y - op.height);
@@ -299,6 +351,7 @@ void PdfContent::Path(const layout::PathOp& op) {
     if ((!fill && !stroke) || op.segments.empty()) {
         return;
     }
+    Enter(op.tag);
     if (fill && stroke && AlphaOf(op.fill) != AlphaOf(op.stroke)) {
         layout::PathOp half = op;
         half.stroke = layout::Transparent;
@@ -318,6 +371,7 @@ void PdfContent::Path(const layout::PathOp& op) {
     for (const auto& segment : op.segments) {
         const int points = segment.kind == Kind::CurveTo ? 3 : segment.kind == Kind::Close ? 0 : 1;
         for (int i = 0; i < points; ++i) {
+            Cover(op.tag, segment.x[i], segment.y[i], segment.x[i], segment.y[i]);
             Number(segment.x[i]);
             Number(m_height - segment.y[i]);
         }
@@ -334,6 +388,8 @@ void PdfContent::Image(const layout::ImageOp& op) {
         return;
     }
     const int number = m_images.Use(op.bytes, op.name);
+    Enter(op.tag);
+    Cover(op.tag, op.x, op.y, op.x + op.width, op.y + op.height);
     Save();
     Alpha(layout::Black);
     Number(op.width);

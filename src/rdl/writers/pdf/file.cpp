@@ -5,9 +5,11 @@
 
 #include <QChar>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "rdl/values/error.h"
 #include "rdl/values/utf8.h"
@@ -15,6 +17,9 @@
 namespace rdl::writers {
 namespace {
 
+constexpr int MostInPack = 200;
+constexpr std::uint64_t InPack = 1ull << 63;
+constexpr int IndexBits = 16;
 constexpr int DeflateLevel = 1;  // pages are many and short: time counts for more than the last tenth of size
 
 std::uint64_t Mix(std::uint64_t hash, std::string_view bytes) {
@@ -44,6 +49,10 @@ void PdfFile::Put(std::string_view bytes) {
 }
 
 int PdfFile::Reserve() {
+    if (m_places.size() >= m_mostObjects) {
+        throw Error(m_standard + ": the document has more than " + std::to_string(m_mostObjects) +
+                    " objects");
+    }
     m_places.push_back(0);
     return static_cast<int>(m_places.size());
 }
@@ -63,6 +72,37 @@ int PdfFile::Object(std::string_view body) {
     const int number = Reserve();
     Object(number, body);
     return number;
+}
+
+void PdfFile::Limit(std::size_t objects, std::string standard) {
+    m_mostObjects = objects;
+    m_standard = std::move(standard);
+}
+
+void PdfFile::Packed(int number, std::string_view body) {
+    if (m_pack.number == 0) {
+        m_pack.number = Reserve();
+    }
+    m_isPacked = true;
+    m_places[static_cast<std::size_t>(number) - 1] = InPack |
+                                                     static_cast<std::uint64_t>(m_pack.number) << IndexBits |
+                                                     static_cast<std::uint64_t>(m_pack.count);
+    m_pack.places += std::to_string(number) + " " + std::to_string(m_pack.bodies.size()) + " ";
+    m_pack.bodies += body;
+    m_pack.bodies += '\n';
+    if (++m_pack.count == MostInPack) {
+        WritePack();
+    }
+}
+
+void PdfFile::WritePack() {
+    if (m_pack.number != 0) {
+        const Pack pack = std::exchange(m_pack, {});
+        Stream(
+            pack.number,
+            "/Type/ObjStm/N " + std::to_string(pack.count) + "/First " + std::to_string(pack.places.size()),
+            pack.places + pack.bodies);
+    }
 }
 
 std::string_view PdfFile::Deflate(std::string_view data) {
@@ -97,24 +137,64 @@ int PdfFile::Stream(std::string_view entries, std::string_view data, bool compre
 }
 
 void PdfFile::Finish(int catalog, int info, std::string_view seed) {
-    const std::uint64_t start = m_position;
+    WritePack();
     std::uint64_t first = Mix(14695981039346656037ull, seed), second = Mix(7809847782465536322ull, seed);
-    std::string table = "xref\n0 " + std::to_string(m_places.size() + 1) + "\n0000000000 65535 f \n";
+    for (const std::uint64_t place : m_places) {
+        const std::string text = std::to_string(place);
+        first = Mix(first, text);
+        second = Mix(second, text);
+    }
+    char id[40];
+    std::snprintf(id, sizeof id, "<%016llX%016llX>", static_cast<unsigned long long>(first),
+                  static_cast<unsigned long long>(second));
+    const std::string trailer =
+        "/Root " + PdfReference(catalog) + "/Info " + PdfReference(info) + "/ID[" + id + id + "]";
+    const std::uint64_t start = m_position;
+    m_isPacked ? FinishWithStream(trailer) : FinishWithTable(trailer);
+    Put("startxref\n" + std::to_string(start) + "\n%%EOF\n");
+}
+
+void PdfFile::FinishWithTable(const std::string& trailer) {
+    const std::string size = std::to_string(m_places.size() + 1);
+    std::string table = "xref\n0 " + size + "\n0000000000 65535 f \n";
     char line[32];
     for (const std::uint64_t place : m_places) {
         std::snprintf(line, sizeof line, "%010llu %05d %c \n", static_cast<unsigned long long>(place),
                       place ? 0 : 65535, place ? 'n' : 'f');
         table += line;
-        first = Mix(first, line);
-        second = Mix(second, line);
     }
-    char id[40];
-    std::snprintf(id, sizeof id, "<%016llX%016llX>", static_cast<unsigned long long>(first),
-                  static_cast<unsigned long long>(second));
-    table += "trailer\n<</Size " + std::to_string(m_places.size() + 1) + "/Root " + PdfReference(catalog) +
-             "/Info " + PdfReference(info) + "/ID[" + id + id + "]>>\nstartxref\n" + std::to_string(start) +
-             "\n%%EOF\n";
-    Put(table);
+    Put(table + "trailer\n<</Size " + size + trailer + ">>\n");
+}
+
+// Each object takes eight bytes: its kind, five of its place, two of its index. Only the differences from the
+// object before are stored (7.4.4.4): most of them are equal.
+void PdfFile::FinishWithStream(const std::string& trailer) {
+    constexpr std::size_t RowSize = 8;
+    constexpr char Up = 2;
+    const int number = Reserve();
+    m_places.back() = m_position;
+    std::array<unsigned char, RowSize> before{};
+    std::string table;
+    const auto put = [&](std::uint64_t kind, std::uint64_t place, std::uint64_t index) {
+        const std::uint64_t row = kind << 56 | (place & 0xFF'FFFF'FFFF) << IndexBits | index;
+        table += Up;
+        for (std::size_t i = 0; i < RowSize; ++i) {
+            const auto byte = static_cast<unsigned char>(row >> 8 * (RowSize - 1 - i));
+            table += static_cast<char>(byte - std::exchange(before[i], byte));
+        }
+    };
+    put(0, 0, 0xFFFF);
+    for (const std::uint64_t place : m_places) {
+        if (place & InPack) {
+            put(2, (place & ~InPack) >> IndexBits, place & ((1u << IndexBits) - 1));
+        } else {
+            put(place ? 1 : 0, place, place ? 0 : 0xFFFF);
+        }
+    }
+    Stream(number,
+           "/Type/XRef/W[1 5 2]/DecodeParms<</Predictor 12/Columns 8>>/Size " +
+               std::to_string(m_places.size() + 1) + trailer,
+           table);
 }
 
 std::string PdfReference(int number) {
@@ -128,7 +208,8 @@ std::string PdfHexUtf16(std::string_view utf8) {
         std::snprintf(unit, sizeof unit, "%04X", value);
         hex += unit;
     };
-    for (std::size_t i = 0; i < utf8.size();) {
+    constexpr std::size_t MostDigits = 2 * (MostStringBytes - 6);  // a mark before it, a pair at its end
+    for (std::size_t i = 0; i < utf8.size() && hex.size() < MostDigits;) {
         const char32_t code = NextCharacter(utf8, i);
         if (code < 0x10000) {
             put(static_cast<unsigned>(code));
@@ -142,7 +223,7 @@ std::string PdfHexUtf16(std::string_view utf8) {
 
 std::string PdfText(std::string_view utf8) {
     const bool plain = std::all_of(utf8.begin(), utf8.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
-    return plain ? PdfLiteral(utf8) : "<FEFF" + PdfHexUtf16(utf8) + ">";
+    return plain ? PdfLiteral(utf8.substr(0, MostStringBytes)) : "<FEFF" + PdfHexUtf16(utf8) + ">";
 }
 
 std::string PdfLiteral(std::string_view bytes) {

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The file structure of a PDF document (ISO 32000-1, 7.5): numbered objects, streams, cross-reference table
-// and trailer. Objects are written at once; only their offsets are kept.
+// and trailer. Objects are written at once; only their offsets are kept. With packed objects, the table is a
+// stream (7.5.8).
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,6 +17,9 @@ struct libdeflate_compressor;
 
 namespace rdl::writers {
 
+// The program, as documents name it.
+inline constexpr const char* Producer = "Oxbow Courier";
+
 class PdfFile {
  public:
     explicit PdfFile(Output& output);
@@ -25,6 +30,10 @@ class PdfFile {
     int Reserve();
     void Object(int number, std::string_view body);
     int Object(std::string_view body);
+    // Writes an object into a stream of many (7.5.7): they are small together. Not for streams.
+    void Packed(int number, std::string_view body);
+    // Raises an rdl::Error that begins with `standard` once there are more objects than this.
+    void Limit(std::size_t objects, std::string standard);
     // Writes a stream (7.3.8); `entries` is its dictionary without Length and Filter.
     void Stream(int number, std::string_view entries, std::string_view data, bool compress = true);
     int Stream(std::string_view entries, std::string_view data, bool compress = true);
@@ -36,10 +45,23 @@ class PdfFile {
     void Put(std::string_view bytes);
     void Begin(int number);
     std::string_view Deflate(std::string_view data);
+    void WritePack();
+    void FinishWithTable(const std::string& trailer);
+    void FinishWithStream(const std::string& trailer);
 
     Output& m_output;
     std::uint64_t m_position = 0;
-    std::vector<std::uint64_t> m_places;  // byte offsets by number - 1; 0: not written
+    // By number - 1: the byte offset; the object stream and the index in it, marked by the highest bit; or 0:
+    // not written.
+    std::vector<std::uint64_t> m_places;
+    struct Pack {
+        int number = 0, count = 0;
+        std::string places, bodies;
+    };
+    Pack m_pack;
+    bool m_isPacked = false;
+    std::size_t m_mostObjects = std::numeric_limits<int>::max();
+    std::string m_standard = "PDF";
     struct FreeCompressor {
         void operator()(libdeflate_compressor* compressor) const;
     };
@@ -49,13 +71,16 @@ class PdfFile {
 
 // Returns "12 0 R" (7.3.10).
 std::string PdfReference(int number);
-// Returns a text string (7.9.2.2), in UTF-16BE if necessary.
+// The most bytes of a string (ISO 32000-1, Annex C; ISO 19005-2, 6.1.13).
+inline constexpr std::size_t MostStringBytes = 32'767;
+// Returns a text string (7.9.2.2), in UTF-16BE if necessary. It ends where a string must.
 std::string PdfText(std::string_view utf8);
 // Returns bytes as a literal string (7.3.4.2).
 std::string PdfLiteral(std::string_view bytes);
 // Appends a number (7.3.3) with at most three decimals and no exponent. NaN and values out of range are
 // clamped.
 void PdfNumber(std::string& out, double number);
+// Returns UTF-16BE in hexadecimal digits; ends where a string must.
 std::string PdfHexUtf16(std::string_view utf8);
 
 }  // namespace rdl::writers

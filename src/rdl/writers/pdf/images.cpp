@@ -99,9 +99,9 @@ int WritePixels(PdfFile& file, const QImage& decoded) {
     return file.Stream(entries, colors);
 }
 
-int WriteImage(PdfFile& file, const std::string& bytes, const std::string& item) {
+int WriteImage(PdfFile& file, const std::string& bytes, const std::string& item, bool takesCmyk) {
     const std::optional<Jpeg> jpeg = ReadJpeg(bytes);
-    if (!jpeg) {
+    if (!jpeg || (jpeg->components == 4 && !takesCmyk)) {
         return WritePixels(file, image::DecodeImage(bytes, item));
     }
     image::CheckImageSize(jpeg->width, jpeg->height, item);
@@ -122,7 +122,7 @@ int PdfImages::Use(const std::shared_ptr<const std::string>& bytes, const std::s
         QByteArrayView(bytes->data(), static_cast<qsizetype>(bytes->size())), QCryptographicHash::Sha256);
     const auto [place, isNew] = m_byDigest.try_emplace(digest.toStdString(), 0);
     if (isNew) {
-        place->second = WriteImage(m_file, *bytes, item);
+        place->second = WriteImage(m_file, *bytes, item, m_takesCmyk);
     }
     m_byAddress[bytes.get()] = {bytes, place->second};
     return place->second;

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <cstdio>
+#include <optional>
 #include <vector>
 
 #include "rdl/format/format.h"
 #include "rdl/writers/common/content.h"
 #include "rdl/writers/common/writers.h"
+#include "rdl/writers/pdf/archive.h"
 #include "rdl/writers/pdf/content.h"
 #include "rdl/writers/pdf/outline.h"
+#include "rdl/writers/pdf/structure.h"
 
 namespace rdl::writers {
 namespace {
@@ -15,14 +18,35 @@ namespace {
 // Takes the pages as they are laid out; of each only the numbers of its objects are kept until the end.
 class PdfPages : public layout::PageSink {
  public:
-    explicit PdfPages(PdfFile& file) : m_file(file), m_images(file), m_content(m_fonts, m_images) {}
+    PdfPages(PdfFile& file, const ExportOptions& choices)
+        : m_file(file), m_images(file), m_content(m_fonts, m_images), m_isForArchive(choices.forArchive) {
+        if (m_isForArchive) {
+            LimitForArchive(file);
+            m_images.WithoutCmyk();
+            m_content.DrawMissingGlyphs();
+        }
+    }
+    // Returns where the elements of the pages go.
+    layout::Structure& Structured() {
+        m_content.MarkFor(m_structure.emplace(m_file));
+        return *m_structure;
+    }
 
     void Body(int page, layout::Page& content) override { Whole(page, content); }
     void Whole(int page, const layout::Page& content) {
         Sheet& sheet = At(page);
         sheet.width = content.width;
         sheet.height = content.height;
+        if (m_isForArchive) {
+            CheckPageForArchive(content.width, content.height);
+        }
+        if (m_structure) {
+            sheet.key = m_structure->BeginPage(sheet.object);
+        }
         sheet.streams[0] = Add(page, content);
+        if (m_structure) {
+            m_structure->EndPage();
+        }
     }
     void Margins(int page, layout::Page& content) override {
         Sheet& sheet = At(page);
@@ -30,12 +54,15 @@ class PdfPages : public layout::PageSink {
     }
     // Returns the page tree's number.
     int Finish();
+    // To be written after Finish; both return entries of the catalog.
     std::string Outline() { return m_outline.Write(m_file); }
+    std::string Structure() { return m_structure ? m_structure->Finish() : std::string(); }
 
  private:
     struct Sheet {
         int object = 0;
         double width = 0, height = 0;
+        int key = 0;  // in the parent tree
         std::array<int, 2> streams{};
         std::vector<int> links;
     };
@@ -43,6 +70,7 @@ class PdfPages : public layout::PageSink {
     struct BookmarkLink {
         std::size_t page;
         std::string area, bookmark;
+        layout::ElementId tag;
     };
 
     Sheet& At(int page) {
@@ -53,6 +81,7 @@ class PdfPages : public layout::PageSink {
     }
     int Add(int page, const layout::Page& content) {
         const Sheet& sheet = At(page);
+        const std::string& drawn = m_content.Draw(content, sheet.height);
         for (const layout::Op& op : content.ops) {
             if (const auto* link = std::get_if<layout::LinkOp>(&op)) {
                 AddLink(static_cast<std::size_t>(page), *link);
@@ -60,16 +89,18 @@ class PdfPages : public layout::PageSink {
                 AddAnchor(sheet, *anchor);
             }
         }
-        return m_file.Stream("", m_content.Draw(content, sheet.height));
+        return m_file.Stream("", drawn);
     }
     void AddLink(std::size_t page, const layout::LinkOp& link);
-    void PutLink(std::size_t page, const std::string& area, const std::string& target);
+    void PutLink(std::size_t page, const std::string& area, const std::string& target, layout::ElementId tag);
     void AddAnchor(const Sheet& sheet, const layout::AnchorOp& anchor);
 
     PdfFile& m_file;
     PdfFonts m_fonts;
     PdfImages m_images;
     PdfContent m_content;
+    const bool m_isForArchive;
+    std::optional<PdfStructure> m_structure;
     PdfOutline m_outline;
     std::vector<Sheet> m_sheets;
     std::vector<BookmarkLink> m_bookmarkLinks;
@@ -83,21 +114,36 @@ void PdfPages::AddLink(std::size_t page, const layout::LinkOp& link) {
         area += ' ';
     }
     area += ']';
+    if (link.bookmark.size() > MostStringBytes) {
+        return;
+    }
     if (!link.bookmark.empty()) {
-        m_bookmarkLinks.push_back({page, std::move(area), link.bookmark});
-    } else if (const std::string uri = WebAddress(link.uri); !uri.empty()) {
-        PutLink(page, area, "/A<</S/URI/URI" + PdfLiteral(uri) + ">>");
+        m_bookmarkLinks.push_back({page, std::move(area), link.bookmark, link.tag});
+        if (m_structure && link.tag) {
+            m_structure->Hold(link.tag);
+        }
+    } else if (const std::string uri = WebAddress(link.uri); !uri.empty() && uri.size() <= MostStringBytes) {
+        PutLink(page, area, "/A<</S/URI/URI" + PdfLiteral(uri) + ">>", link.tag);
     }
 }
 
-void PdfPages::PutLink(std::size_t page, const std::string& area, const std::string& target) {
-    m_sheets[page].links.push_back(
-        m_file.Object("<</Type/Annot/Subtype/Link/Border[0 0 0]/Rect" + area + target + ">>"));
+void PdfPages::PutLink(std::size_t page, const std::string& area, const std::string& target,
+                       layout::ElementId tag) {
+    Sheet& sheet = m_sheets[page];
+    const int number = m_file.Reserve();
+    sheet.links.push_back(number);
+    std::string body = "<</Type/Annot/Subtype/Link/Border[0 0 0]/Rect" + area + target;
+    // Printed and not hidden (ISO 19005-2, 6.3.2).
+    body += m_isForArchive ? "/F 4" : "";
+    if (m_structure && tag) {
+        body += "/StructParent " + std::to_string(m_structure->AddLink(tag, number, sheet.object));
+    }
+    m_file.Object(number, body + ">>");
 }
 
 void PdfPages::AddAnchor(const Sheet& sheet, const layout::AnchorOp& anchor) {
     const double y = sheet.height - anchor.y;
-    if (!anchor.bookmark.empty()) {
+    if (!anchor.bookmark.empty() && anchor.bookmark.size() <= MostStringBytes) {
         m_outline.AddDestination(anchor.bookmark, sheet.object, anchor.x, y);
     }
     if (!anchor.label.empty()) {
@@ -108,7 +154,7 @@ void PdfPages::AddAnchor(const Sheet& sheet, const layout::AnchorOp& anchor) {
 int PdfPages::Finish() {
     for (const BookmarkLink& link : m_bookmarkLinks) {
         if (m_outline.Knows(link.bookmark)) {
-            PutLink(link.page, link.area, "/Dest" + PdfLiteral(link.bookmark));
+            PutLink(link.page, link.area, "/Dest" + PdfLiteral(link.bookmark), link.tag);
         }
     }
     const std::string fonts = m_fonts.Write(m_file);
@@ -126,6 +172,9 @@ int PdfPages::Finish() {
             body += stream ? PdfReference(stream) + " " : "";
         }
         body += "]";
+        if (m_structure) {
+            body += "/StructParents " + std::to_string(sheet.key) + "/Tabs/S";
+        }
         if (!sheet.links.empty()) {
             body += "/Annots[";
             for (const int link : sheet.links) {
@@ -149,7 +198,7 @@ std::string Date(std::int64_t ticks) {
 }
 
 std::string Info(const DocumentInfo& document, const Options& options) {
-    std::string info = "<</Producer(Oxbow Courier)";
+    std::string info = "<</Producer" + PdfText(Producer);
     const auto add = [&](const char* key, const std::string& text) {
         if (!text.empty()) {
             info += key + PdfText(text);
@@ -162,9 +211,13 @@ std::string Info(const DocumentInfo& document, const Options& options) {
     return info + "/CreationDate" + date + "/ModDate" + date + ">>";
 }
 
-void Finish(PdfFile& file, PdfPages& pages, const DocumentInfo& document, const Options& options) {
+void Finish(PdfFile& file, PdfPages& pages, const DocumentInfo& given, const Options& options) {
+    const DocumentInfo document = options.choices.forArchive ? InfoForArchive(given) : given;
     const int tree = pages.Finish();
-    std::string catalog = "<</Type/Catalog/Pages " + PdfReference(tree) + pages.Outline();
+    std::string catalog = "<</Type/Catalog/Pages " + PdfReference(tree) + pages.Outline() + pages.Structure();
+    if (options.choices.forArchive) {
+        catalog += WriteArchiveEntries(file, document, options.nowTicks);
+    }
     if (!document.language.empty()) {
         catalog += "/Lang" + PdfText(document.language);
     }
@@ -184,15 +237,16 @@ DocumentInfo InfoOf(const layout::ReportInstance& report) {
 
 void WritePdf(layout::ReportInstance& report, Output& output, const Options& options) {
     PdfFile file(output);
-    PdfPages pages(file);
-    layout::Paginate(report, pages);
+    PdfPages pages(file, options.choices);
+    layout::Structure* const structure = options.choices.tagged ? &pages.Structured() : nullptr;
+    layout::Paginate(report, pages, {}, structure);
     Finish(file, pages, InfoOf(report), options);
 }
 
 void WritePdf(const DocumentInfo& info, const std::function<std::shared_ptr<const layout::Page>()>& next,
               Output& output, const Options& options) {
     PdfFile file(output);
-    PdfPages pages(file);
+    PdfPages pages(file, options.choices);
     for (int page = 0; const auto content = next(); ++page) {
         pages.Whole(page, *content);
     }

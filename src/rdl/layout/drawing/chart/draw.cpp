@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "rdl/layout/drawing/docking.h"
-#include "rdl/layout/model/colors.h"
 
 namespace rdl::layout {
 namespace {

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "rdl/definition/context.h"
+#include "rdl/layout/model/colors.h"
 
 namespace rdl::layout {
 namespace {
@@ -65,11 +66,8 @@ bool IsAutomatic(const std::string& position) {
 }
 
 CharStyle LegibleOn(Color below, const CharStyle& letters, bool ownColor) {
-    constexpr int DarkBelow = 115;  // of 255
-    const auto part = [&](int shift) { return static_cast<int>(below >> shift & 0xFF); };
-    const int brightness = (299 * part(16) + 587 * part(8) + 114 * part(0)) / 1000;
     CharStyle legible = letters;
-    if (!ownColor && below >> 24 == 0xFF && brightness < DarkBelow) {
+    if (!ownColor && IsDark(below)) {
         legible.color = 0xFFFFFFFF;
     }
     return legible;

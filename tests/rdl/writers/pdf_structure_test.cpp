@@ -1,0 +1,294 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// PDF documents with their logical structure, and those for archives.
+#include <gmock/gmock.h>
+
+#include "rdl/image_bytes.h"
+#include "rdl/values/error.h"
+#include "rdl/writers/pdf/color_profile.h"
+#include "rdl/writers/pdf/file.h"
+#include "rdl/writers/pdf_kit.h"
+
+namespace rdl::writers::test {
+namespace {
+
+using layout::Instance;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+std::string PdfWith(std::vector<Instance> items, const ExportOptions& choices,
+                    std::vector<Instance> header = {}) {
+    StringOutput output;
+    Options options;
+    options.nowTicks = 638'000'000'000'000'000;
+    options.choices = choices;
+    WritePdf(*SampleReport(std::move(items), std::move(header)), output, options);
+    return output.bytes;
+}
+
+ExportOptions Choices(bool forArchive, bool tagged) {
+    ExportOptions choices;
+    choices.forArchive = forArchive;
+    choices.tagged = tagged;
+    return choices;
+}
+
+std::string Tagged(std::vector<Instance> items) {
+    return PdfWith(std::move(items), Choices(false, true));
+}
+
+std::string ForArchive(std::vector<Instance> items) {
+    return PdfWith(std::move(items), Choices(true, false));
+}
+
+// The elements with their texts as poppler reads them.
+std::string Structure(const std::string& pdf) {
+    ExpectSound(pdf);
+    return PdfOnDisk(pdf).Run("pdfinfo -struct-text {}").said;
+}
+
+class PdfStructureTest : public testing::Test {
+ protected:
+    void SetUp() override {
+        NEEDS_PROGRAM("qpdf");
+        NEEDS_PROGRAM("pdfinfo");
+    }
+};
+
+TEST_F(PdfStructureTest, IsLeftOutUnlessWanted) {
+    const std::string pdf = PdfOf({TextItem("Hello")});
+    EXPECT_THAT(pdf,
+                AllOf(Not(HasSubstr("/StructTreeRoot")), Not(HasSubstr("/ObjStm")), HasSubstr("xref\n")));
+    EXPECT_THAT(PdfOnDisk(pdf).Unpacked(), AllOf(Not(HasSubstr("BDC")), Not(HasSubstr("BMC"))));
+}
+
+TEST_F(PdfStructureTest, TextsAreParagraphsAndThoseOfTheDocumentMapHeadings) {
+    auto first = TextItem("One"), second = TextItem("Two", 0, 20);
+    first.documentMapLabel = "1";
+    EXPECT_EQ(Structure(Tagged({first, second})),
+              "Document\n"
+              "  H1 (block)\n"
+              "    \"One\"\n"
+              "  P (block)\n"
+              "    \"Two\"\n");
+}
+
+TEST_F(PdfStructureTest, WordsAreToldApartAtTheEndsOfLines) {
+    auto item = TextItem("one two Donau\u00ADdampf\u00ADschiff", 0, 0, 45, 60);
+    item.paragraphs.push_back(item.paragraphs.front());
+    item.paragraphs.back().runs.front().text = "three";
+    item.paragraphs.back().bulleted = true;
+    EXPECT_EQ(Structure(Tagged({item})),
+              "Document\n"
+              "  P (block)\n"
+              "    \"one two Donau-dampf-schiff \u2022 three\"\n");
+}
+
+TEST_F(PdfStructureTest, HeaderAndFooterAreArtifacts) {
+    const std::string pdf = PdfWith({TextItem("Body")}, Choices(false, true), {TextItem("Head")});
+    EXPECT_THAT(Structure(pdf), AllOf(HasSubstr("\"Body\""), Not(HasSubstr("Head"))));
+    EXPECT_THAT(PdfOnDisk(pdf).Unpacked(), HasSubstr("/Artifact BMC"));
+}
+
+TEST_F(PdfStructureTest, ATableOverPagesIsOneAndRepeatedRowsAreArtifacts) {
+    const auto table = NumberedRows(120);
+    table->repeated = {0};
+    const std::string said = Structure(Tagged({TableItem(table)}));
+    EXPECT_EQ(Count(said, "Table (block)"), 1u);
+    EXPECT_EQ(Count(said, " TR\n"), 120u);
+    EXPECT_EQ(Count(said, " TH:\n"), 2u);
+    EXPECT_EQ(Count(said, " TD\n"), 238u);
+    EXPECT_EQ(Count(said, "\"Name\""), 1u);
+    EXPECT_EQ(Count(said, "\"Row 119\""), 1u);
+    EXPECT_LT(said.find("\"Row 9\""), said.find("\"Row 10\""));
+}
+
+TEST_F(PdfStructureTest, CellsSayWhatTheyCover) {
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {50, 50, 50};
+    table->headerColumns = 1;
+    table->rows = 2;
+    table->make = [](std::size_t i, layout::TableRow& row) {
+        if (i == 0) {
+            AddCell(row, TextItem("North"), 1, 2);
+            AddCell(row, TextItem("Both"), 2);
+            return;
+        }
+        AddCell(row, TextItem("a"));
+        AddCell(row, TextItem("b"));
+        for (layout::TableCell& cell : row.cells) {
+            ++cell.column;
+        }
+    };
+    const std::string unpacked = PdfOnDisk(Tagged({TableItem(table)})).Unpacked();
+    EXPECT_THAT(unpacked, HasSubstr("/RowSpan 2"));
+    EXPECT_THAT(unpacked, HasSubstr("/ColSpan 2"));
+    EXPECT_THAT(unpacked, HasSubstr("/Scope /Row"));
+    const std::string said = Structure(Tagged({TableItem(table)}));
+    EXPECT_LT(said.find("\"North\""), said.find("\"Both\""));
+    EXPECT_EQ(Count(said, "\"North\""), 1u);
+}
+
+TEST_F(PdfStructureTest, AGroupsLabelMakesAHeadingOfItsCellAndLevelsAreNotSkipped) {
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {50, 50};
+    table->rows = 2;
+    table->make = [](std::size_t i, layout::TableRow& row) {
+        row.level = static_cast<int>(i) * 3 + 2;
+        row.documentMapLabel = i == 0 ? "North" : "Tea";
+        AddCell(row, TextItem("x"));
+        AddCell(row, TextItem(row.documentMapLabel));
+    };
+    EXPECT_THAT(Structure(Tagged({TableItem(table)})), AllOf(HasSubstr("H1 (block)\n          \"North\""),
+                                                             HasSubstr("H2 (block)\n          \"Tea\"")));
+}
+
+TEST_F(PdfStructureTest, PicturesHaveATextInsteadAndLinksTheirAnnotation) {
+    Instance picture = TextItem("");
+    picture.paragraphs.clear();
+    picture.kind = layout::InstanceKind::Image;
+    picture.imageBytes =
+        std::make_shared<const std::string>(FileOf(QImage(2, 2, QImage::Format_RGB32), "PNG"));
+    picture.toolTip = "A logo";
+    auto link = TextItem("Go", 0, 30), dead = TextItem("Lost", 0, 50);
+    link.hyperlink = "https://example.com/";
+    dead.bookmarkLink = "Nowhere";
+    const std::string pdf = Tagged({picture, link, dead});
+    const std::string unpacked = PdfOnDisk(pdf).Unpacked();
+    EXPECT_THAT(unpacked, AllOf(HasSubstr("/Alt (A logo)"), HasSubstr("/StructParent 1"), HasSubstr("/OBJR"),
+                                HasSubstr("/BBox ["), HasSubstr("/O /Layout")));
+    EXPECT_THAT(Structure(pdf),
+                AllOf(HasSubstr("Figure"), HasSubstr("Link (inline)"), HasSubstr("Span (inline)")));
+}
+
+class PdfArchive : public PdfStructureTest {};
+
+// A picture of 8 by 8 points in CMYK: each component has one block, all of whose coefficients are 0 (ITU-T
+// T.81).
+std::string CmykJpeg() {
+    const auto bytes = [](std::initializer_list<int> numbers) {
+        std::string out;
+        for (const int number : numbers) {
+            out += static_cast<char>(number);
+        }
+        return out;
+    };
+    const auto table = [&](int kind) {  // one code of one bit, for 0
+        return bytes({0xFF, 0xC4, 0, 20, kind, 1}) + std::string(15, '\0') + std::string(1, '\0');
+    };
+    return bytes({0xFF, 0xD8, 0xFF, 0xDB, 0, 67, 0}) + std::string(64, '\1') +
+           bytes({0xFF, 0xC0, 0, 20, 8, 0, 8, 0, 8, 4, 1, 0x11, 0, 2, 0x11, 0, 3, 0x11, 0, 4, 0x11, 0}) +
+           table(0x00) + table(0x10) + bytes({0xFF, 0xDA, 0, 14, 4, 1, 0, 2, 0, 3, 0, 4, 0, 0, 63, 0}) +
+           bytes({0x00, 0xFF, 0xD9});
+}
+
+TEST_F(PdfArchive, PicturesInCmykAreDecoded) {
+    Instance picture = TextItem("");
+    picture.paragraphs.clear();
+    picture.kind = layout::InstanceKind::Image;
+    picture.imageBytes = std::make_shared<const std::string>(CmykJpeg());
+    EXPECT_THAT(PdfOf({picture}), HasSubstr("/DeviceCMYK"));
+    const std::string pdf = ForArchive({picture});
+    ExpectSound(pdf);
+    EXPECT_THAT(pdf, AllOf(HasSubstr("/ColorSpace/DeviceRGB"), Not(HasSubstr("/DeviceCMYK"))));
+}
+
+TEST_F(PdfArchive, StringsEndWhereTheyMust) {
+    const std::string many(40'000, 'x');
+    EXPECT_EQ(PdfText(many).size(), MostStringBytes + 2);
+    const std::string wide = PdfText(many + "\xC3\xA4");
+    EXPECT_LE(wide.size(), 2 * MostStringBytes + 2);
+    auto link = TextItem("Go");
+    link.bookmarkLink = link.bookmark = many;
+    EXPECT_THAT(ForArchive({link}), AllOf(Not(HasSubstr("/Annot")), Not(HasSubstr("/Dests"))));
+    auto item = TextItem(many.substr(0, 17'000), 0, 0, 9000);
+    auto letters = std::make_shared<layout::CharStyle>();
+    letters->size = 1;
+    item.paragraphs[0].runs[0].style = letters;
+    auto report = SampleReport({item});
+    report->sections.front()->page.width = 10'000;
+    const std::string unpacked = PdfOnDisk(PdfOf(*report)).Unpacked();
+    EXPECT_EQ(Count(unpacked, "Tj ") + Count(unpacked, "TJ "), 3u);
+}
+
+TEST_F(PdfArchive, HasOutputIntentAndMetadataOnlyIfWanted) {
+    EXPECT_THAT(PdfOf({TextItem("x")}), AllOf(Not(HasSubstr("pdfaid")), Not(HasSubstr("/OutputIntents"))));
+    const std::string pdf = ForArchive({TextItem("x")});
+    ExpectSound(pdf);
+    EXPECT_THAT(pdf,
+                AllOf(HasSubstr("<pdfaid:part>2</pdfaid:part>\n<pdfaid:conformance>B</pdfaid:conformance>"),
+                      HasSubstr("/S/GTS_PDFA1"), Not(HasSubstr("/StructTreeRoot"))));
+}
+
+TEST_F(PdfArchive, PropertiesOfMetadataAndInformationAreEqualWhateverTheyHold) {
+    auto report = SampleReport({TextItem("x")});
+    report->title = "A <b> & \x01 \xC3\xA4 \xFF";
+    report->author = "Ann & Bo";
+    StringOutput output;
+    Options options;
+    options.choices.forArchive = true;
+    WritePdf(*report, output, options);
+    EXPECT_THAT(
+        output.bytes,
+        AllOf(HasSubstr("<rdf:li xml:lang=\"x-default\">A &lt;b&gt; &amp;   \xC3\xA4 \xEF\xBF\xBD</rdf:li>"),
+              HasSubstr("<rdf:li>Ann &amp; Bo</rdf:li>"), HasSubstr("/Author(Ann & Bo)")));
+    EXPECT_THAT(output.bytes, HasSubstr("/Title" + PdfText("A <b> &   \xC3\xA4 \xEF\xBF\xBD")));
+    EXPECT_THAT(output.bytes, Not(HasSubstr("dc:description")));
+}
+
+TEST_F(PdfArchive, CharactersThatNoFontHasAreBoxesAndStillRead) {
+    const PdfOnDisk pdf(ForArchive({TextItem("a\U0010FFF0z\U0010FFF1", 0, 0, 300)}));
+    EXPECT_THAT(pdf.Text(), HasSubstr("a\U0010FFF0z\U0010FFF1"));
+    const std::string unpacked = pdf.Run("qpdf --qdf --normalize-content=n {} -").said;
+    EXPECT_EQ(Count(unpacked, " re S"), 2u);
+    const std::size_t begin = unpacked.find("BT "), end = unpacked.find("ET\n");
+    ASSERT_LT(begin, end);
+    EXPECT_EQ(unpacked.substr(begin, end - begin).find(std::string("\0\0", 2)), std::string::npos);
+}
+
+TEST_F(PdfArchive, LinksArePrinted) {
+    auto link = TextItem("Go");
+    link.hyperlink = "https://example.com/";
+    EXPECT_THAT(ForArchive({link}), HasSubstr("/F 4>>"));
+}
+
+TEST_F(PdfArchive, APageThatIsTooLargeIsAnError) {
+    auto report = SampleReport({TextItem("x")});
+    report->sections.front()->page.width = 20'000;
+    StringOutput output;
+    Options options;
+    options.choices.forArchive = true;
+    try {
+        WritePdf(*report, output, options);
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_THAT(error.what(), HasSubstr("PDF/A: a page of 20000 x "));
+    }
+}
+
+TEST(PdfFile, TooManyObjectsAreAnError) {
+    StringOutput output;
+    PdfFile file(output);
+    file.Limit(2, "PDF/A");
+    file.Reserve();
+    file.Reserve();
+    try {
+        file.Reserve();
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_STREQ(error.what(), "PDF/A: the document has more than 2 objects");
+    }
+}
+
+TEST(SrgbProfile, HasItsSizeAndSignature) {
+    const std::string profile = SrgbProfile();
+    EXPECT_EQ(profile.size() % 4, 0u);
+    EXPECT_LT(profile.size(), 700u);
+    EXPECT_EQ(static_cast<std::size_t>(static_cast<unsigned char>(profile[2])) << 8 |
+                  static_cast<unsigned char>(profile[3]),
+              profile.size());
+    EXPECT_EQ(profile.substr(36, 4), "acsp");
+}
+
+}  // namespace
+}  // namespace rdl::writers::test
