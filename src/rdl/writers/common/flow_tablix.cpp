@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/writers/rtf/tablix.h"
+#include "rdl/writers/common/flow_tablix.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
-#include "rdl/writers/rtf/grid.h"
+#include "rdl/writers/common/flow_grid.h"
 
 namespace rdl::writers {
 namespace {
@@ -15,8 +15,8 @@ using layout::InstanceKind;
 using layout::LineStyle;
 using layout::TableCell;
 
-RtfCell LookOf(const Instance& item) {
-    RtfCell cell;
+FlowCell LookOf(const Instance& item) {
+    FlowCell cell;
     if (item.kind == InstanceKind::Line) {
         cell.topBorder = item.box ? item.box->top : layout::Border();
     } else if (item.box) {
@@ -27,7 +27,7 @@ RtfCell LookOf(const Instance& item) {
 
 }  // namespace
 
-RtfTablix::RtfTablix(const Instance& item, double x)
+FlowTablix::FlowTablix(const Instance& item, double x)
     : m_item(item), m_table(*item.table), m_count(item.table->RowCount()), m_lefts{x} {
     for (const double width : m_table.columnWidths) {
         m_lefts.push_back(m_lefts.back() + (std::isfinite(width) ? std::max(width, 0.0) : 0.0));
@@ -35,7 +35,7 @@ RtfTablix::RtfTablix(const Instance& item, double x)
     CountHeadings();
 }
 
-void RtfTablix::CountHeadings() {
+void FlowTablix::CountHeadings() {
     std::size_t leading = 0;
     for (; leading < m_count; ++leading) {
         m_table.Row(leading, m_source);
@@ -53,14 +53,14 @@ void RtfTablix::CountHeadings() {
     }
 }
 
-const layout::TableRow& RtfTablix::Fetch(std::size_t index) {
+const layout::TableRow& FlowTablix::Fetch(std::size_t index) {
     m_index = index;
     m_table.Row(index, m_source);
     return m_source;
 }
 
-RtfRow RtfTablix::Make(bool afterBreak) {
-    m_row = RtfRow();
+FlowRow FlowTablix::Make(bool afterBreak) {
+    m_row = FlowRow();
     m_row.item = m_item.name;
     m_row.height = m_source.height;
     m_row.heading = m_index < m_headings;
@@ -86,29 +86,31 @@ RtfRow RtfTablix::Make(bool afterBreak) {
 }
 
 // What no cell covers is empty.
-void RtfTablix::Fill(std::size_t column) {
+void FlowTablix::Fill(std::size_t column) {
     if (column > m_reached) {
-        RtfCell& cell = m_row.cells.emplace_back();
+        FlowCell& cell = m_row.cells.emplace_back();
         cell.left = m_lefts[m_reached];
         cell.right = m_lefts[column];
+        cell.firstColumn = m_reached;
+        cell.endColumn = column;
         m_reached = column;
     }
 }
 
-void RtfTablix::Continue(Span& span, bool startsAgain) {
+void FlowTablix::Continue(Span& span, bool startsAgain) {
     if (span.column < m_reached) {
         return;
     }
     Fill(span.column);
-    RtfCell& cell = m_row.cells.emplace_back(span.look);
-    cell.merge = startsAgain ? RtfCell::Merge::First : RtfCell::Merge::Continued;
+    FlowCell& cell = m_row.cells.emplace_back(span.look);
+    cell.merge = startsAgain ? FlowCell::Merge::First : FlowCell::Merge::Continued;
     m_reached = span.endColumn;
     if (--span.rowsLeft > 0) {
         m_next.push_back(span);
     }
 }
 
-void RtfTablix::Place(const TableCell& cell) {
+void FlowTablix::Place(const TableCell& cell) {
     const std::size_t last = m_lefts.size() - 1;
     const auto column = static_cast<std::size_t>(std::max(cell.column, 0));
     if (column < m_reached || column >= last) {
@@ -116,12 +118,14 @@ void RtfTablix::Place(const TableCell& cell) {
     }
     Fill(column);
     const std::size_t end = std::min(column + static_cast<std::size_t>(std::max(cell.columnSpan, 1)), last);
-    RtfCell placed = LookOf(cell.content);
+    FlowCell placed = LookOf(cell.content);
     placed.left = m_lefts[column];
     placed.right = m_lefts[end];
+    placed.firstColumn = column;
+    placed.endColumn = end;
     m_reached = end;
     if (cell.rowSpan > 1) {
-        placed.merge = RtfCell::Merge::First;
+        placed.merge = FlowCell::Merge::First;
         m_next.push_back({column, end, cell.rowSpan - 1, placed});
     }
     if (cell.content.kind != InstanceKind::Line) {
@@ -132,7 +136,7 @@ void RtfTablix::Place(const TableCell& cell) {
 }
 
 // The region's box encloses its cells and gives their background.
-void RtfTablix::EdgesOfTable() {
+void FlowTablix::EdgesOfTable() {
     if (!HasLook(m_item) || m_row.cells.empty()) {
         return;
     }
@@ -142,7 +146,7 @@ void RtfTablix::EdgesOfTable() {
         }
     };
     const layout::BoxStyle& box = *m_item.box;
-    for (RtfCell& cell : m_row.cells) {
+    for (FlowCell& cell : m_row.cells) {
         cell.background = cell.background >> 24 ? cell.background : box.background;
         if (m_index == 0) {
             fill(cell.topBorder, box.top);
@@ -155,7 +159,7 @@ void RtfTablix::EdgesOfTable() {
     fill(m_row.cells.back().rightBorder, box.right);
 }
 
-bool RtfTablix::IsExact() const {
+bool FlowTablix::IsExact() const {
     return std::none_of(m_source.cells.begin(), m_source.cells.end(),
                         [](const TableCell& cell) { return MayGrow(cell.content); });
 }

@@ -1,32 +1,34 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Converts the rows of a data region to table rows (RTF 1.9.1, Table Definitions), one after another.
+// Converts the rows of a data region to rows of a text document, one after another.
 #pragma once
 
 #include <cstddef>
 #include <vector>
 
 #include "rdl/layout/model/instance.h"
-#include "rdl/writers/rtf/row.h"
+#include "rdl/writers/common/flow_row.h"
 
 namespace rdl::writers {
 
-class RtfTablix {
+class FlowTablix {
  public:
     // `x` is the region's left edge in points. `item` must outlive this.
-    RtfTablix(const layout::Instance& item, double x);
+    FlowTablix(const layout::Instance& item, double x);
     std::size_t RowCount() const { return m_count; }
+    // Returns the left edges of the columns and the right edge, in points.
+    const std::vector<double>& ColumnLines() const { return m_lefts; }
     // Fetches the row for the next Make. Rows are fetched in order; the reference is valid until the next
     // call.
     const layout::TableRow& Fetch(std::size_t index);
     // Returns the fetched row; the result refers to it. After a page break cells over several rows start
     // again.
-    RtfRow Make(bool afterBreak);
+    FlowRow Make(bool afterBreak);
 
  private:
     struct Span {  // a cell that continues in the rows below
         std::size_t column, endColumn;
         int rowsLeft;
-        RtfCell look;
+        FlowCell look;
     };
     void CountHeadings();
     void Continue(Span& span, bool startsAgain);
@@ -43,7 +45,7 @@ class RtfTablix {
     std::vector<Span> m_spans, m_next;
     std::size_t m_index = 0;
     layout::TableRow m_source;  // the fetched row
-    RtfRow m_row;
+    FlowRow m_row;
 };
 
 }  // namespace rdl::writers
