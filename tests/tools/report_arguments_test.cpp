@@ -130,7 +130,7 @@ TEST(ReportArguments, UnknownFormatNamesAllOthers) {
         ParseArguments({"export", "a.rpt", "-f", "PDF", "-o", "x"});
         FAIL() << "no error";
     } catch (const UsageError& error) {
-        EXPECT_STREQ(error.what(), "\"PDF\" is no format: pdf, rtf, xls, html, doc, csv, xlsx or png");
+        EXPECT_STREQ(error.what(), "\"PDF\" is no format: pdf, rtf, xls, html, doc, docx, csv, xlsx or png");
     }
 }
 

@@ -17,6 +17,7 @@ constexpr std::array Writers = {
     FormatWriter{DocumentFormat::Csv, true, WriteCsv},
     FormatWriter{DocumentFormat::Xlsx, false, WriteXlsx},
     FormatWriter{DocumentFormat::Png, true, WritePng},
+    FormatWriter{DocumentFormat::Docx, false, WriteDocx},
 };
 
 // Every format has one writer.

@@ -158,7 +158,7 @@ TEST_F(ReportMail, EveryFormatHasItsExtension) {
         extensions.push_back(m_post.source.substr(m_post.source.rfind('.')));
     }
     EXPECT_EQ(extensions,
-              (std::vector<std::string>{".pdf", ".rtf", ".xls", ".htm", ".doc", ".csv", ".xlsx", ".png"}));
+              (std::vector<std::string>{".pdf", ".rtf", ".xls", ".htm", ".doc", ".docx", ".csv", ".xlsx", ".png"}));
 }
 
 TEST_F(ReportMail, FailurePassesWithItsNumberAndLeavesNothing) {
