@@ -371,6 +371,34 @@ TEST(Docx, SectionsHaveTheirOwnPages) {
     EXPECT_THAT(DocxRead(ZipPart(docx, "word/header2.xml")).Texts("//w:p"), ElementsAre(""));
 }
 
+// Word processors join adjacent tables and give them the columns of the first.
+TEST(Docx, ItemsBelowEachOtherShareColumns) {
+    const DocxRead document = Document({TextItem("a", 0, 0, 100), TextItem("b", 50, 12, 100)});
+    EXPECT_EQ(document.Count("//w:tbl"), 1);
+    EXPECT_THAT(document.Texts("//w:gridCol/@w:w"), ElementsAre("1000", "1000", "1000"));
+    EXPECT_THAT(document.Texts("//w:tr[1]/w:tc"), ElementsAre("a", ""));
+    EXPECT_THAT(document.Texts("//w:tr[2]/w:tc"), ElementsAre("", "b"));
+    EXPECT_THAT(document.Texts("//w:gridSpan/@w:val"), ElementsAre("2", "2"));
+}
+
+TEST(Docx, ItemsThatCannotShareColumnsAreKeptApart) {
+    Instance frame;
+    frame.kind = InstanceKind::Container;
+    frame.y = 12;
+    frame.width = 100;
+    frame.height = 12;
+    frame.keepTogether = true;
+    frame.children.push_back(TextItem("b"));
+    EXPECT_EQ(Document({TextItem("a"), frame}).Count("//w:tbl/following-sibling::*[1][self::w:tbl]"), 0);
+    std::vector<Instance> many;
+    for (int i = 0; i < 201; ++i) {
+        many.push_back(TextItem("x", i, i * 12.0));
+    }
+    const DocxRead document = Document(many);
+    EXPECT_EQ(document.Count("//w:tbl"), 2);
+    EXPECT_EQ(document.Count("//w:tbl/following-sibling::*[1][self::w:tbl]"), 0);
+}
+
 TEST(Docx, TablesBesideTextAreNested) {
     const DocxRead document = Document({TableItem(NumberedRows(2)), TextItem("beside", 200, 0, 100, 30)});
     EXPECT_THAT(document.Texts("//w:tc/w:tbl/w:tr/w:tc"), ElementsAre("Name", "Sum", "Row 1", "1"));

@@ -15,7 +15,8 @@ namespace {
 using layout::Instance;
 using layout::InstanceKind;
 
-constexpr double Near = 1.0;       // points: items so close to each other touch
+constexpr double Near = 1.0;  // points: items so close to each other touch
+constexpr std::size_t MostJoined = 200;
 constexpr double Separator = 1.0;  // the height of a paragraph that only keeps tables apart
 
 }  // namespace
@@ -56,7 +57,8 @@ double FlowBody::Block(const std::vector<Instance>& items, const Place& place) {
         Items band{sorted[i]};
         const double begin = FlowExtent(*sorted[i]).top;
         double bottom = FlowExtent(*sorted[i]).bottom;
-        while (++i < sorted.size() && FlowExtent(*sorted[i]).top < bottom - Near) {
+        while (++i < sorted.size() &&
+               (FlowExtent(*sorted[i]).top < bottom - Near || Joins(band, bottom, *sorted[i]))) {
             band.push_back(sorted[i]);
             bottom = std::max(bottom, FlowExtent(*sorted[i]).bottom);
         }
@@ -78,6 +80,16 @@ double FlowBody::Block(const std::vector<Instance>& items, const Place& place) {
     }
     --m_depth;
     return end;
+}
+
+// Whether an item below a band shares its table.
+bool FlowBody::Joins(const Items& band, double bottom, const Instance& next) const {
+    const auto isPlain = [](const Instance& item) {
+        return !HoldsTable(item) && !item.keepTogether && !item.breakAfter;
+    };
+    return SharesColumns() && band.size() < MostJoined && FlowExtent(next).top < bottom + Near &&
+           isPlain(next) && !next.breakBefore &&
+           std::all_of(band.begin(), band.end(), [&isPlain](const Instance* item) { return isPlain(*item); });
 }
 
 double FlowBody::Band(const Items& band, const Place& place, double bottom) {
@@ -111,7 +123,7 @@ void FlowBody::Grid(const Items& band, const Place& place) {
 
 // Returns by how much it is higher than asked for.
 double FlowBody::Gap(double height, bool table, const Place& place) {
-    const bool apart = m_last == Last::Table || (table && m_last == Last::Grid);
+    const bool apart = m_last == Last::Table || (m_last == Last::Grid && (table || SharesColumns()));
     if (height < Near && !apart) {
         return 0;
     }

@@ -41,6 +41,9 @@ class FlowBody {
     virtual void BreakPage() = 0;
     // The last paragraph of a body, `height` points high: a document ends with a paragraph, not with a table.
     virtual void EndOfSection(double height) = 0;
+    // Whether rows of one table must have the same columns. Items below each other then share a table where
+    // they can, and a paragraph keeps other tables apart.
+    virtual bool SharesColumns() const { return false; }
     // `lines` are the edges of the columns in points. Rows of adjacent tables form one table in readers.
     virtual void BeginTable(const std::vector<double>& /*lines*/, bool /*rightToLeft*/) {}
     virtual void EndTable() {}
@@ -65,6 +68,7 @@ class FlowBody {
 
     // Returns the bottom of the last item, in points.
     double Block(const std::vector<layout::Instance>& items, const Place& place);
+    bool Joins(const Items& band, double bottom, const layout::Instance& next) const;
     double Band(const Items& band, const Place& place, double bottom);
     void Grid(const Items& band, const Place& place);
     double Gap(double height, bool table, const Place& place);

@@ -42,6 +42,7 @@ class DocxBody final : public FlowBody {
     void Label(const layout::TableRow& row) override;
     void BreakPage() override;
     void EndOfSection(double height) override;
+    bool SharesColumns() const override { return true; }
     void BeginTable(const std::vector<double>& lines, bool rightToLeft) override;
     void EndTable() override;
     void BeginRow(const FlowRow& row, int level) override;
