@@ -10,6 +10,9 @@ namespace rdl::writers {
 namespace {
 
 constexpr int MostColumns = 45;  // of a word processor
+// Headers and footers come out a little higher than they are defined, by their borders and last paragraph;
+// without room for it they would push the body. In points.
+constexpr double Slack = 2;
 
 void AppendReference(const char* element, const char* type, const std::string& id, std::string& out) {
     if (!id.empty()) {
@@ -19,7 +22,7 @@ void AppendReference(const char* element, const char* type, const std::string& i
 
 }  // namespace
 
-std::string SectionProperties(const layout::PageSetup& page, const DocxMargins& margins, int firstPage) {
+std::string SectionProperties(const layout::PageSetup& page, const DocxMargins& margins) {
     std::string out = "<w:sectPr>";
     AppendReference("headerReference", "default", margins.header, out);
     AppendReference("headerReference", "first", margins.firstHeader, out);
@@ -34,12 +37,9 @@ std::string SectionProperties(const layout::PageSetup& page, const DocxMargins& 
     AppendTwipsAttribute("w:right", page.marginRight, out);
     AppendTwipsAttribute("w:bottom", page.marginBottom + page.footerHeight, out);
     AppendTwipsAttribute("w:left", page.marginLeft, out);
-    AppendTwipsAttribute("w:header", page.marginTop, out);
-    AppendTwipsAttribute("w:footer", page.marginBottom, out);
+    AppendTwipsAttribute("w:header", std::max(page.marginTop - Slack, 0.0), out);
+    AppendTwipsAttribute("w:footer", std::max(page.marginBottom - Slack, 0.0), out);
     out += " w:gutter=\"0\"/>";
-    if (firstPage > 0) {
-        out += "<w:pgNumType w:start=\"" + std::to_string(firstPage) + "\"/>";
-    }
     if (page.columns > 1) {
         out += "<w:cols";
         AppendAttribute("w:num", std::min(page.columns, MostColumns), out);

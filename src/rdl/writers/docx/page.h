@@ -13,7 +13,7 @@ struct DocxMargins {
     std::string header, footer, firstHeader, firstFooter;  // empty: none
 };
 
-// Returns the element w:sectPr. `firstPage`: the number of the section's first page; 0: they continue.
-std::string SectionProperties(const layout::PageSetup& page, const DocxMargins& margins, int firstPage);
+// Returns the element w:sectPr.
+std::string SectionProperties(const layout::PageSetup& page, const DocxMargins& margins);
 
 }  // namespace rdl::writers

@@ -84,8 +84,7 @@ std::string Writer::WriteSections(DocxBody& body) {
     for (std::size_t i = 0; i < m_report.sections.size(); ++i) {
         layout::SectionInstance& section = *m_report.sections[i];
         const DocxMargins margins = AddMargins(section, i + 1);
-        // The pages of the table of contents before it are not counted.
-        properties = SectionProperties(PaperOf(section), margins, i == 0 ? 1 : 0);
+        properties = SectionProperties(PaperOf(section), margins);
         const bool isLast = i + 1 == m_report.sections.size();
         body.Section(section.items, isLast ? "" : properties);
     }
@@ -99,7 +98,7 @@ void Writer::AddDocument(Spool& text, const std::string& lastSection) {
             PageSetup page = PaperOf(*m_report.sections.front());
             page.headerHeight = page.footerHeight = 0;
             page.columns = 1;
-            m_contents.Write(SectionProperties(page, {}, 0), take);
+            m_contents.Write(SectionProperties(page, {}), take);
         }
         text.Read(take);
         take(lastSection + "</w:body></w:document>");
