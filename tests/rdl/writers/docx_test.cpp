@@ -174,7 +174,7 @@ TEST(Docx, CellsSpanColumnsAndRows) {
 
 TEST(Docx, TablesMayHaveMoreThan63Columns) {
     auto table = std::make_shared<SampleTable>();
-    table->columnWidths.assign(300, 20);
+    table->columnWidths.assign(300, 5);
     table->rows = 1;
     table->make = [](std::size_t, TableRow& row) {
         for (int i = 0; i < 300; ++i) {
@@ -182,8 +182,18 @@ TEST(Docx, TablesMayHaveMoreThan63Columns) {
         }
     };
     const DocxRead document = Document({TableItem(table)});
-    EXPECT_EQ(document.Count("//w:gridCol[@w:w='400']"), 300);
+    EXPECT_EQ(document.Count("//w:gridCol[@w:w='100']"), 300);
     EXPECT_THAT(document.Texts("//w:tc[300]"), ElementsAre("299"));
+}
+
+// The widest paper has 1584 points.
+TEST(Docx, TablesWiderThanAnyPaperContinueBelow) {
+    auto table = NumberedRows(2);
+    table->columnWidths = {1000, 600};
+    const DocxRead document = Document({TableItem(table)});
+    EXPECT_EQ(document.Count("//w:tbl"), 2);
+    EXPECT_THAT(document.Texts("//w:tbl[1]//w:tc"), ElementsAre("Name", "Row 1"));
+    EXPECT_THAT(document.Texts("//w:tbl[2]//w:tc"), ElementsAre("Sum", "1"));
 }
 
 TEST(Docx, HeightsAreExactUnlessTextMayGrow) {

@@ -189,6 +189,7 @@ void FlowBody::Nested(const Instance& item, int level) {
     m_last = outer;
 }
 
+// A region with more columns than a table can have continues in further tables below.
 void FlowBody::Table(const Instance& item, const Place& place) {
     if (!item.table) {
         return;
@@ -202,12 +203,20 @@ void FlowBody::Table(const Instance& item, const Place& place) {
     if (++m_depth > MaxNesting) {
         throw Error("Item \"" + item.name + "\" is nested too deeply");
     }
-    FlowTablix rows(item, place.x);
-    BeginTable(rows.ColumnLines(), item.table->rightToLeft);
-    for (std::size_t i = 0; i < rows.RowCount(); ++i) {
-        TableRow(item, rows, i, place);
-    }
-    EndTable();
+    std::size_t first = 0;
+    do {
+        const FlowTablix::Columns columns = FlowTablix::Fit(item, place.x, first, MostColumns());
+        FlowTablix rows(item, place.x, columns);
+        if (first > 0) {
+            Gap(0, true, place);
+        }
+        BeginTable(rows.ColumnLines(), item.table->rightToLeft);
+        for (std::size_t i = 0; i < rows.RowCount(); ++i) {
+            TableRow(item, rows, i, place);
+        }
+        EndTable();
+        first = columns.end;
+    } while (first < item.table->columnWidths.size());
     --m_depth;
 }
 
@@ -219,24 +228,26 @@ void FlowBody::TableRow(const Instance& item, FlowTablix& rows, std::size_t inde
         EndTable();
         Break();
         BeginTable(rows.ColumnLines(), item.table->rightToLeft);
-        RepeatRows(item, index, place);
+        RepeatRows(item, rows, index, place);
     }
-    Label(source);
+    if (rows.ShownColumns().first == 0) {
+        Label(source);
+    }
     Row(rows.Make(breaks), place);
     m_last = Last::Table;
     m_breakPending = m_breakPending || breakAfter;
 }
 
 // After a page break readers see a separate table with its own headings.
-void FlowBody::RepeatRows(const Instance& item, std::size_t index, const Place& place) {
+void FlowBody::RepeatRows(const Instance& item, FlowTablix& rows, std::size_t index, const Place& place) {
     const std::vector<std::size_t> repeated = item.table->RepeatedRows(index);
     if (repeated.empty()) {
         return;
     }
-    FlowTablix rows(item, place.x);
+    FlowTablix heading(item, place.x, rows.ShownColumns());
     for (const std::size_t i : repeated) {
-        rows.Fetch(i);
-        Row(rows.Make(false), place);
+        heading.Fetch(i);
+        Row(heading.Make(false), place);
     }
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 #include "rdl/layout/model/instance.h"
@@ -41,6 +42,8 @@ class FlowBody {
     virtual void BreakPage() = 0;
     // The last paragraph of a body, `height` points high: a document ends with a paragraph, not with a table.
     virtual void EndOfSection(double height) = 0;
+    // The most columns of one table.
+    virtual std::size_t MostColumns() const { return std::numeric_limits<std::size_t>::max(); }
     // Whether rows of one table must have the same columns. Items below each other then share a table where
     // they can, and a paragraph keeps other tables apart.
     virtual bool SharesColumns() const { return false; }
@@ -77,7 +80,7 @@ class FlowBody {
 
     void Table(const layout::Instance& item, const Place& place);
     void TableRow(const layout::Instance& item, FlowTablix& rows, std::size_t index, const Place& place);
-    void RepeatRows(const layout::Instance& item, std::size_t index, const Place& place);
+    void RepeatRows(const layout::Instance& item, FlowTablix& rows, std::size_t index, const Place& place);
     void Row(const FlowRow& row, const Place& place);
     void Cell(const FlowCell& cell, const FlowRow& row, int level, bool& nested);
     void Nested(const layout::Instance& item, int level);

@@ -25,14 +25,53 @@ FlowCell LookOf(const Instance& item) {
     return cell;
 }
 
+constexpr double WidestPaper = 1584;  // points: 22 inches
+
+double WidthOf(double column) {
+    return std::isfinite(column) ? std::max(column, 0.0) : 0;
+}
+
 }  // namespace
 
-FlowTablix::FlowTablix(const Instance& item, double x)
-    : m_item(item), m_table(*item.table), m_count(item.table->RowCount()), m_lefts{x} {
-    for (const double width : m_table.columnWidths) {
-        m_lefts.push_back(m_lefts.back() + (std::isfinite(width) ? std::max(width, 0.0) : 0.0));
+FlowTablix::Columns FlowTablix::Fit(const Instance& item, double x, std::size_t first,
+                                    std::size_t mostColumns) {
+    const layout::TableInstance& table = *item.table;
+    const std::vector<double>& widths = table.columnWidths;
+    const auto widthOf = [&widths](std::size_t from, std::size_t to) {
+        double width = 0;
+        for (std::size_t i = from; i < to; ++i) {
+            width += WidthOf(widths[i]);
+        }
+        return width;
+    };
+    const double room = WidestPaper - std::clamp(x, 0.0, WidestPaper / 2);
+    Columns columns{0, first, first};
+    const auto headers = static_cast<std::size_t>(std::max(table.headerColumns, 0));
+    if (table.repeatRowHeaders && first > 0 && headers <= first && headers * 2 < mostColumns &&
+        widthOf(0, headers) * 2 < room) {
+        columns.headers = headers;
+    }
+    double width = widthOf(0, columns.headers);
+    while (columns.end < widths.size() && columns.headers + columns.end - first < mostColumns &&
+           (columns.end == first || width + WidthOf(widths[columns.end]) <= room)) {
+        width += WidthOf(widths[columns.end++]);
+    }
+    return columns;
+}
+
+FlowTablix::FlowTablix(const Instance& item, double x, const Columns& columns)
+    : m_item(item), m_table(*item.table), m_columns(columns), m_count(item.table->RowCount()), m_lefts{x} {
+    for (std::size_t i = 0; i < m_table.columnWidths.size(); ++i) {
+        if (i < columns.headers || (i >= columns.first && i < columns.end)) {
+            m_lefts.push_back(m_lefts.back() + WidthOf(m_table.columnWidths[i]));
+        }
     }
     CountHeadings();
+}
+
+std::size_t FlowTablix::Shown(std::size_t column) const {
+    const std::size_t within = std::clamp(column, m_columns.first, m_columns.end) - m_columns.first;
+    return std::min(column, m_columns.headers) + within;
 }
 
 void FlowTablix::CountHeadings() {
@@ -70,7 +109,8 @@ FlowRow FlowTablix::Make(bool afterBreak) {
     m_next.clear();
     std::size_t next = 0;
     for (const TableCell& cell : m_source.cells) {
-        for (; next < m_spans.size() && std::cmp_less_equal(m_spans[next].column, cell.column); ++next) {
+        const std::size_t column = Shown(static_cast<std::size_t>(std::max(cell.column, 0)));
+        for (; next < m_spans.size() && m_spans[next].column <= column; ++next) {
             Continue(m_spans[next], afterBreak);
         }
         Place(cell);
@@ -112,12 +152,14 @@ void FlowTablix::Continue(Span& span, bool startsAgain) {
 
 void FlowTablix::Place(const TableCell& cell) {
     const std::size_t last = m_lefts.size() - 1;
-    const auto column = static_cast<std::size_t>(std::max(cell.column, 0));
-    if (column < m_reached || column >= last) {
+    const auto source = static_cast<std::size_t>(std::max(cell.column, 0));
+    const std::size_t column = Shown(source);
+    const std::size_t end =
+        std::min(Shown(source + static_cast<std::size_t>(std::max(cell.columnSpan, 1))), last);
+    if (column < m_reached || column >= end) {
         return;
     }
     Fill(column);
-    const std::size_t end = std::min(column + static_cast<std::size_t>(std::max(cell.columnSpan, 1)), last);
     FlowCell placed = LookOf(cell.content);
     placed.left = m_lefts[column];
     placed.right = m_lefts[end];

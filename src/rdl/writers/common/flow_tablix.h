@@ -12,9 +12,18 @@ namespace rdl::writers {
 
 class FlowTablix {
  public:
+    // The columns that one table shows: the first `headers` ones, then those from `first` to `end`.
+    struct Columns {
+        std::size_t headers = 0, first = 0, end = 0;
+    };
+    // Returns the columns of the table that begins with column `first`: as many as fit into `mostColumns` and
+    // on the widest paper, at least one. The row headers are repeated if the region wants it and they fit.
+    static Columns Fit(const layout::Instance& item, double x, std::size_t first, std::size_t mostColumns);
+
     // `x` is the region's left edge in points. `item` must outlive this.
-    FlowTablix(const layout::Instance& item, double x);
+    FlowTablix(const layout::Instance& item, double x, const Columns& columns);
     std::size_t RowCount() const { return m_count; }
+    const Columns& ShownColumns() const { return m_columns; }
     // Returns the left edges of the columns and the right edge, in points.
     const std::vector<double>& ColumnLines() const { return m_lefts; }
     // Fetches the row for the next Make. Rows are fetched in order; the reference is valid until the next
@@ -31,6 +40,8 @@ class FlowTablix {
         FlowCell look;
     };
     void CountHeadings();
+    // Returns the number of shown columns before a column of the region.
+    std::size_t Shown(std::size_t column) const;
     void Continue(Span& span, bool startsAgain);
     void Place(const layout::TableCell& cell);
     void Fill(std::size_t column);
@@ -39,6 +50,7 @@ class FlowTablix {
 
     const layout::Instance& m_item;
     layout::TableInstance& m_table;
+    Columns m_columns;
     std::size_t m_count = 0, m_headings = 0;
     std::vector<double> m_lefts;  // left edges of the columns, and the right edge
     std::size_t m_reached = 0;    // columns of the row that have a cell

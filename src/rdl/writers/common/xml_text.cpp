@@ -10,6 +10,10 @@ bool IsAllowed(char32_t code) {
     return (code >= 0x20 || code == '\t' || code == '\n') && code != 0xFFFE && code != 0xFFFF;
 }
 
+bool IsPlain(char c) {
+    return c >= 0x20 && c < 0x7F && c != '&' && c != '<' && c != '>' && c != '"';
+}
+
 }  // namespace
 
 std::string XmlText(std::string_view text) {
@@ -26,6 +30,14 @@ std::string XmlText(std::string_view text) {
 
 void AppendXml(std::string_view text, std::string& out) {
     for (std::size_t at = 0; at < text.size();) {
+        const std::size_t begin = at;
+        while (at < text.size() && IsPlain(text[at])) {
+            ++at;
+        }
+        out += text.substr(begin, at - begin);
+        if (at == text.size()) {
+            return;
+        }
         const char32_t code = NextCharacter(text, at);
         switch (code) {
             case '&':
