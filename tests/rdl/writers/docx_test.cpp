@@ -172,7 +172,8 @@ TEST(Docx, CellsSpanColumnsAndRows) {
     EXPECT_EQ(document.Count("//w:pageBreakBefore"), 1);
 }
 
-TEST(Docx, TablesMayHaveMoreThan63Columns) {
+// Word opens no document with more cells in a row.
+TEST(Docx, ColumnsBeyondTheMostContinueInATableBelow) {
     auto table = std::make_shared<SampleTable>();
     table->columnWidths.assign(300, 5);
     table->rows = 1;
@@ -183,7 +184,21 @@ TEST(Docx, TablesMayHaveMoreThan63Columns) {
     };
     const DocxRead document = Document({TableItem(table)});
     EXPECT_EQ(document.Count("//w:gridCol[@w:w='100']"), 300);
-    EXPECT_THAT(document.Texts("//w:tc[300]"), ElementsAre("299"));
+    EXPECT_EQ(document.Count("//w:tbl"), 5);
+    EXPECT_EQ(document.Count("//w:tbl[1]//w:tc"), 63);
+    EXPECT_THAT(document.Texts("//w:tbl[5]//w:tc[last()]"), ElementsAre("299"));
+}
+
+TEST(Docx, MoreItemsBesideEachOtherThanARowMayHaveAreAnError) {
+    std::vector<Instance> items;
+    for (int i = 0; i < 64; ++i) {
+        items.push_back(TextItem("x", i * 10.0, 0, 10));
+    }
+    EXPECT_EQ(
+        ErrorRaisedBy([&] { Docx(SampleReport(items)); }),
+        "Item \"Box\" makes a row of 64 cells, and a table of a text document has 63 side by side at most");
+    items.pop_back();
+    EXPECT_EQ(Document(items).Count("//w:tc"), 63);
 }
 
 // The widest paper has 1584 points.

@@ -143,6 +143,10 @@ void FlowBody::Row(const FlowRow& row, const Place& place) {
     if (row.cells.empty()) {
         return;
     }
+    if (row.cells.size() > FlowMostCells) {
+        throw Error("Item \"" + row.item + "\" makes a row of " + std::to_string(row.cells.size()) +
+                    " cells, and a table of a text document has 63 side by side at most");
+    }
     const int level = place.level + 1;
     m_hasContent = true;
     BeginRow(row, level);
@@ -205,7 +209,7 @@ void FlowBody::Table(const Instance& item, const Place& place) {
     }
     std::size_t first = 0;
     do {
-        const FlowTablix::Columns columns = FlowTablix::Fit(item, place.x, first, MostColumns());
+        const FlowTablix::Columns columns = FlowTablix::Fit(item, place.x, first);
         FlowTablix rows(item, place.x, columns);
         if (first > 0) {
             Gap(0, true, place);

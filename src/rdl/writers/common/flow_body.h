@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstddef>
-#include <limits>
 #include <vector>
 
 #include "rdl/layout/model/instance.h"
@@ -42,8 +41,6 @@ class FlowBody {
     virtual void BreakPage() = 0;
     // The last paragraph of a body, `height` points high: a document ends with a paragraph, not with a table.
     virtual void EndOfSection(double height) = 0;
-    // The most columns of one table.
-    virtual std::size_t MostColumns() const { return std::numeric_limits<std::size_t>::max(); }
     // Whether rows of one table must have the same columns. Items below each other then share a table where
     // they can, and a paragraph keeps other tables apart.
     virtual bool SharesColumns() const { return false; }

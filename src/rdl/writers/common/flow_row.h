@@ -10,6 +10,9 @@
 
 namespace rdl::writers {
 
+// The most cells of a row; word processors reject documents with more.
+inline constexpr std::size_t FlowMostCells = 63;
+
 struct FlowCell {
     double left = 0, right = 0;                  // points
     std::size_t firstColumn = 0, endColumn = 0;  // of the table

@@ -33,8 +33,7 @@ double WidthOf(double column) {
 
 }  // namespace
 
-FlowTablix::Columns FlowTablix::Fit(const Instance& item, double x, std::size_t first,
-                                    std::size_t mostColumns) {
+FlowTablix::Columns FlowTablix::Fit(const Instance& item, double x, std::size_t first) {
     const layout::TableInstance& table = *item.table;
     const std::vector<double>& widths = table.columnWidths;
     const auto widthOf = [&widths](std::size_t from, std::size_t to) {
@@ -47,12 +46,12 @@ FlowTablix::Columns FlowTablix::Fit(const Instance& item, double x, std::size_t 
     const double room = WidestPaper - std::clamp(x, 0.0, WidestPaper / 2);
     Columns columns{0, first, first};
     const auto headers = static_cast<std::size_t>(std::max(table.headerColumns, 0));
-    if (table.repeatRowHeaders && first > 0 && headers <= first && headers * 2 < mostColumns &&
+    if (table.repeatRowHeaders && first > 0 && headers <= first && headers * 2 < FlowMostCells &&
         widthOf(0, headers) * 2 < room) {
         columns.headers = headers;
     }
     double width = widthOf(0, columns.headers);
-    while (columns.end < widths.size() && columns.headers + columns.end - first < mostColumns &&
+    while (columns.end < widths.size() && columns.headers + columns.end - first < FlowMostCells &&
            (columns.end == first || width + WidthOf(widths[columns.end]) <= room)) {
         width += WidthOf(widths[columns.end++]);
     }

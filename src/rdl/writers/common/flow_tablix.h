@@ -16,9 +16,9 @@ class FlowTablix {
     struct Columns {
         std::size_t headers = 0, first = 0, end = 0;
     };
-    // Returns the columns of the table that begins with column `first`: as many as fit into `mostColumns` and
-    // on the widest paper, at least one. The row headers are repeated if the region wants it and they fit.
-    static Columns Fit(const layout::Instance& item, double x, std::size_t first, std::size_t mostColumns);
+    // Returns the columns of the table that begins with column `first`: as many as a row and the widest paper
+    // can have, at least one. The row headers are repeated if the region wants it and they fit.
+    static Columns Fit(const layout::Instance& item, double x, std::size_t first);
 
     // `x` is the region's left edge in points. `item` must outlive this.
     FlowTablix(const layout::Instance& item, double x, const Columns& columns);

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/rtf/body.h"
 
+#include <cstddef>
 #include <utility>
+
+#include "rdl/writers/rtf/row.h"
 
 namespace rdl::writers {
 namespace {

@@ -3,7 +3,6 @@
 // Definitions), from top to bottom.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,7 +10,6 @@
 #include "rdl/spool/spool.h"
 #include "rdl/writers/common/flow_body.h"
 #include "rdl/writers/rtf/paragraphs.h"
-#include "rdl/writers/rtf/row.h"
 #include "rdl/writers/rtf/styles.h"
 
 namespace rdl::writers {
@@ -36,7 +34,6 @@ class RtfBody final : public FlowBody {
     void EndRow(int level, bool nested) override;
     void EndCell(int level) override;
     void PieceWritten() override;
-    std::size_t MostColumns() const override { return RtfMostCells; }
     void EndOfSection(double height) override { Blank(height, {}); }
     void BeginParagraph();
     void EndParagraph();  // if it is not ended

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "rdl/values/error.h"
 #include "rdl/writers/rtf/text.h"
 
 namespace rdl::writers {
@@ -88,10 +87,6 @@ void AppendCell(const FlowCell& cell, double right, RtfStyles& styles, std::stri
 }  // namespace
 
 void AppendRowDefinition(const FlowRow& row, RtfStyles& styles, std::string& out) {
-    if (row.cells.size() > RtfMostCells) {
-        throw Error("Item \"" + row.item + "\" makes a row of " + std::to_string(row.cells.size()) +
-                    " cells, and a table of a text document has 63 side by side at most");
-    }
     const double left = row.cells.empty() ? 0 : row.cells.front().left;
     out += "\\trowd\\trgaph0";
     AppendTwips("\\trleft", left, out);
