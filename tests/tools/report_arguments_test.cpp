@@ -94,7 +94,7 @@ TEST(ReportArguments, WhatMakesNoSenseIsAUsageError) {
         {"export", "a.rpt", "-f", "pdf"},
         {"export", "a.rpt", "-o", "x"},
         {"export", "-f", "pdf", "-o", "x"},
-        {"export", "a.rpt", "-f", "docx", "-o", "x"},
+        {"export", "a.rpt", "-f", "odt", "-o", "x"},
         {"export", "a.rpt", "-f", "pdf", "-o"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "-p", "novalue"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--password", "p"},
