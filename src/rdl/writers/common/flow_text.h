@@ -34,6 +34,7 @@ struct FlowMeasures {
     double lineHeight = 0;  // exact; 0: that of the font
     bool rightToLeft = false;
     std::string mark;  // of a list, with the tab after it; else empty
+    bool operator==(const FlowMeasures&) const = default;
 };
 FlowMeasures MeasuresOf(const layout::Instance& item, const layout::ParagraphInstance& paragraph);
 

@@ -172,10 +172,26 @@ void DocxParagraphs::AppendMarks(std::string& out) {
     m_labels.clear();
 }
 
+const DocxParagraphs::Look& DocxParagraphs::LookOf(const FlowMeasures& measures,
+                                                   const layout::CharStylePtr& letters) {
+    constexpr std::size_t MostLooks = 16;
+    for (const KnownLook& known : m_looks) {
+        if (known.letters == letters && known.measures == measures) {
+            return known.look;
+        }
+    }
+    KnownLook made{measures, letters, {PropertiesOf(measures), LettersOf(letters.get()), {}}};
+    made.look.style = m_document.styles.Paragraph(made.look.paragraph, made.look.letters);
+    if (m_looks.size() < MostLooks) {
+        return m_looks.emplace_back(std::move(made)).look;
+    }
+    m_oldest = (m_oldest + 1) % MostLooks;
+    return (m_looks[m_oldest] = std::move(made)).look;
+}
+
 bool DocxParagraphs::Begin(const Look& look, const FlowPlace& place, const std::string& heading,
-                           std::string& out) const {
-    const std::string style =
-        heading.empty() ? m_document.styles.Paragraph(look.paragraph, look.letters) : heading;
+                           std::string& out) {
+    const std::string& style = heading.empty() ? look.style : heading;
     const bool isStyled = heading.empty() && !style.empty();
     out += "<w:p><w:pPr>";
     out += style.empty() ? "" : "<w:pStyle w:val=\"" + style + "\"/>";
@@ -207,7 +223,7 @@ void DocxParagraphs::Message(const layout::TableInstance& table, const FlowPlace
     FlowMeasures measures;
     measures.rightToLeft = table.rightToLeft;
     measures.align = table.rightToLeft ? HAlign::Right : HAlign::Left;
-    const Look look{PropertiesOf(measures), LettersOf(table.noRowsStyle.get())};
+    const Look& look = LookOf(measures, table.noRowsStyle);
     const bool isStyled = Begin(look, place, "", out);
     AppendMarks(out);
     AppendRun(table.noRowsMessage, isStyled ? "" : look.letters, out);
@@ -243,8 +259,9 @@ void DocxParagraphs::Paragraph(const Instance& item, const ParagraphInstance& pa
     if (measures.rightToLeft) {
         std::swap(measures.left, measures.right);
     }
-    const layout::CharStyle* const first = FirstStyle(paragraph);
-    const Look look{PropertiesOf(measures), LettersOf(first)};
+    const layout::CharStylePtr first =
+        paragraph.runs.empty() ? layout::CharStylePtr() : paragraph.runs.front().style;
+    const Look& look = LookOf(measures, first);
     const bool isStyled = Begin(look, place, TakeHeading(paragraph), out);
     AppendMarks(out);
     const std::string own = isStyled ? "" : look.letters;
@@ -253,7 +270,7 @@ void DocxParagraphs::Paragraph(const Instance& item, const ParagraphInstance& pa
     out += link;
     for (const RunInstance& run : paragraph.runs) {
         std::string properties = own;
-        if (run.style.get() != first) {
+        if (run.style != first) {
             properties.clear();
             AppendLetters(run.style.get(), true, properties);
         }

@@ -3,6 +3,7 @@
 // Bookmarks, 17.16 Fields and Hyperlinks). Each function appends whole paragraphs to `out`.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -43,8 +44,16 @@ class DocxParagraphs {
 
  private:
     struct Look {
-        std::string paragraph, letters;
+        std::string paragraph, letters;  // properties
+        std::string style;               // id; empty: none
     };
+    struct KnownLook {
+        FlowMeasures measures;
+        layout::CharStylePtr letters;
+        Look look;
+    };
+    // The result is valid until the next call.
+    const Look& LookOf(const FlowMeasures& measures, const layout::CharStylePtr& letters);
     struct LabelMark {
         std::string label, name;
         int level;
@@ -53,7 +62,7 @@ class DocxParagraphs {
                    const FlowPlace& place, std::string& out);
     // Appends the beginning of a paragraph. Returns whether its runs have the look `letters` without saying
     // it.
-    bool Begin(const Look& look, const FlowPlace& place, const std::string& heading, std::string& out) const;
+    static bool Begin(const Look& look, const FlowPlace& place, const std::string& heading, std::string& out);
     // Returns the heading style for the pending label that the paragraph itself shows; else an empty text.
     std::string TakeHeading(const layout::ParagraphInstance& paragraph);
     void AppendMarks(std::string& out);
@@ -67,6 +76,8 @@ class DocxParagraphs {
     DocxContents* m_contents;
     std::vector<std::string> m_bookmarks;  // names that wait for a paragraph
     std::vector<LabelMark> m_labels;       // the same for labels
+    std::vector<KnownLook> m_looks;        // the last ones: the cells of a row have few
+    std::size_t m_oldest = 0;              // of them
 };
 
 }  // namespace rdl::writers
