@@ -85,10 +85,10 @@ std::vector<Contender> PeersOf(const std::string& format, const fs::path& folder
     if (format == "html") {
         return {LibreOffice(csv, "html", "", folder)};
     }
-    // Calc cannot write RTF, but Writer can: it gets the same table as an HTML page.
+    // Calc writes no text documents, but Writer does: it gets the same table as an HTML page.
     const fs::path page = folder / "orders.html";
     WriteHtmlTable(LongReportData(folder), page);
-    Contender writer = LibreOffice(page, "rtf", "", folder);
+    Contender writer = LibreOffice(page, format, format == "docx" ? "MS Word 2007 XML" : "", folder);
     if (!writer.command.words.empty()) {
         writer.command.words.insert(writer.command.words.begin() + 2, "--infilter=HTML (StarWriter)");
     }

@@ -26,7 +26,7 @@ namespace {
 namespace fs = std::filesystem;
 using bench::Usage;
 
-constexpr std::array Formats = {"pdf", "xls", "xlsx", "html", "rtf"};
+constexpr std::array Formats = {"pdf", "xls", "xlsx", "html", "rtf", "docx"};
 
 struct Options {
     int runs = 3;

@@ -8,6 +8,8 @@ import pathlib
 import re
 import subprocess
 import tempfile
+import xml.etree.ElementTree
+import zipfile
 
 
 def squeezed(text):
@@ -117,3 +119,23 @@ def rtf_text(path):
         elif plain:
             out.append(plain.replace("\r", "").replace("\n", ""))
     return "".join(out).encode("utf-16", "surrogatepass").decode("utf-16")
+
+
+_WORD = "{http://schemas.openxmlformats.org/wordprocessingml/2006/main}"
+
+
+def docx_text(path):
+    """The text of body, headers and footers of a Word document; every part of it is well-formed."""
+    out = []
+    with zipfile.ZipFile(path) as archive:
+        assert archive.testzip() is None
+        for name in archive.namelist():
+            if not name.endswith((".xml", ".rels")):
+                continue
+            root = xml.etree.ElementTree.fromstring(archive.read(name))
+            for element in root.iter():
+                if element.tag == _WORD + "t":
+                    out.append(element.text or "")
+                elif element.tag in (_WORD + "p", _WORD + "br", _WORD + "tab"):
+                    out.append("\n")
+    return "".join(out)

@@ -96,9 +96,15 @@ class Readers(unittest.TestCase):
         self.assertEqual(headings, ["Order", "Date", "Customer", "City, country", "Lines", "Total EUR"])
 
     def test_a_word_processor_reads_rtf_as_the_pdf_says(self):
-        read = self.folder / "read"
+        self.check_text_document("rtf")
+
+    def test_a_word_processor_reads_docx_as_the_pdf_says(self):
+        self.check_text_document("docx")
+
+    def check_text_document(self, format):
+        read = self.folder / ("read_" + format)
         done = run("soffice", "--headless", "-env:UserInstallation=file://" + str(self.folder / "profile"),
-                   "--convert-to", "pdf", "--outdir", read, *[self.folder / (s + ".rtf") for s in SAMPLES])
+                   "--convert-to", "pdf", "--outdir", read, *[self.folder / (s + "." + format) for s in SAMPLES])
         self.assertEqual(done.returncode, 0, done.stderr)
         for sample in ("invoice", "sales_by_region", "summary"):
             with self.subTest(sample):

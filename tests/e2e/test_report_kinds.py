@@ -9,7 +9,7 @@ import tempfile
 import unittest
 
 from harness import STAGE, report_formats
-from report_texts import html_text, pdf_pages, rtf_text, squeezed, xls_rows
+from report_texts import docx_text, html_text, pdf_pages, rtf_text, squeezed, xls_rows
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "reports"))
 from make_reports import write_all  # noqa: E402
@@ -113,7 +113,7 @@ class ReportKinds(unittest.TestCase):
             numbers = [float(number) for number in re.findall(r"-?\d+(?:\.\d+)?", text)]
             return text + " ".join(f" {number:,.2f} {number:,.0f} {number:+.0f} {100 * number:.1f} %" for number in numbers)
 
-        readers = {"pdf": lambda path: "".join(pdf_pages(path)), "html": html_text, "rtf": rtf_text, "doc": rtf_text,
+        readers = {"pdf": lambda path: "".join(pdf_pages(path)), "html": html_text, "rtf": rtf_text, "doc": rtf_text, "docx": docx_text,
                    "xls": workbook_text}
         for name, (pages, texts) in KINDS.items():
             for form in report_formats():

@@ -14,13 +14,13 @@ import unittest
 import xml.etree.ElementTree
 
 from harness import report_formats
-from report_texts import html_rows, html_text, pdf_pages, rtf_text, squeezed, xls_rows
+from report_texts import docx_text, html_rows, html_text, pdf_pages, rtf_text, squeezed, xls_rows
 
 PROGRAM = pathlib.Path(os.environ.get("OXC_STAGE", "build/release/stage")).resolve() / "oxc-report"
 SHARED = pathlib.Path(__file__).resolve().parents[3] / "shared" / "rdl"
 NORTHWIND = SHARED / "northwindEF.db"
 MAGIC = {"pdf": b"%PDF-1.7", "rtf": b"{\\rtf1", "doc": b"{\\rtf1", "xls": b"\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1",
-         "html": b"<!DOCTYPE html>", "csv": b"\xef\xbb\xbf", "xlsx": b"PK\x03\x04", "png": b"\x89PNG\r\n\x1a\n"}
+         "html": b"<!DOCTYPE html>", "csv": b"\xef\xbb\xbf", "xlsx": b"PK\x03\x04", "docx": b"PK\x03\x04", "png": b"\x89PNG\r\n\x1a\n"}
 
 
 def local(element):
@@ -69,7 +69,7 @@ class SharedReport(unittest.TestCase):
         self.assertEqual(checked.returncode, 0, checked.stdout + checked.stderr)
         self.assertEqual(timeless(files["doc"]), timeless(files["rtf"]))
         self.pages = pdf_pages(files["pdf"])
-        self.texts = {"pdf": "".join(self.pages), "html": html_text(files["html"]), "rtf": rtf_text(files["rtf"]),
+        self.texts = {"pdf": "".join(self.pages), "html": html_text(files["html"]), "rtf": rtf_text(files["rtf"]), "docx": docx_text(files["docx"]),
                       "xls": "\n".join("\n".join(row) for row in xls_rows(files["xls"]))}
         for text in self.texts.values():
             self.assertNotIn("#Error", text)

@@ -20,6 +20,7 @@ inline std::string_view BeginningOf(report::DocumentFormat format) {
             return "<!DOCTYPE html>";
         case report::DocumentFormat::Csv:
             return "\xEF\xBB\xBF";
+        case report::DocumentFormat::Docx:
         case report::DocumentFormat::Xlsx:
             return "PK\x03\x04";
         case report::DocumentFormat::Png:

@@ -102,7 +102,7 @@ TEST(ReportArguments, WhatMakesNoSenseIsAUsageError) {
         {"export", "a.rpt", "-f", "pdf"},
         {"export", "a.rpt", "-o", "x"},
         {"export", "-f", "pdf", "-o", "x"},
-        {"export", "a.rpt", "-f", "docx", "-o", "x"},
+        {"export", "a.rpt", "-f", "odt", "-o", "x"},
         {"export", "a.rpt", "-f", "pdf", "-o"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "-p", "novalue"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--password", "p"},
@@ -140,7 +140,7 @@ TEST(ReportArguments, UnknownFormatNamesAllOthers) {
         ParseArguments({"export", "a.rpt", "-f", "PDF", "-o", "x"});
         FAIL() << "no error";
     } catch (const UsageError& error) {
-        EXPECT_STREQ(error.what(), "\"PDF\" is no format: pdf, rtf, xls, html, doc, csv, xlsx or png");
+        EXPECT_STREQ(error.what(), "\"PDF\" is no format: pdf, rtf, xls, html, doc, docx, csv, xlsx or png");
     }
 }
 

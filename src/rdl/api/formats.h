@@ -18,7 +18,8 @@ enum class DocumentFormat {
     Rtf = 35,
     Csv = 36,
     Xlsx = 37,
-    Png = 38
+    Png = 38,
+    Docx = 39
 };
 
 struct FormatRow {
@@ -37,6 +38,7 @@ inline constexpr std::array FormatTable = {
     FormatRow{DocumentFormat::Excel, "xls", "xls", "EXCEL", "Excel workbook"},
     FormatRow{DocumentFormat::Html, "html", "htm", "HTML", "Web page"},
     FormatRow{DocumentFormat::Word, "doc", "doc", "WORD", "Word document"},
+    FormatRow{DocumentFormat::Docx, "docx", "docx", "WORDOPENXML", "Word document, Office Open XML"},
     FormatRow{DocumentFormat::Csv, "csv", "csv", "CSV", "Comma-separated values"},
     FormatRow{DocumentFormat::Xlsx, "xlsx", "xlsx", "EXCELOPENXML", "Excel workbook, Office Open XML"},
     FormatRow{DocumentFormat::Png, "png", "png", "IMAGE", "Picture of the first page"},

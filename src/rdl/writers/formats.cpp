@@ -19,6 +19,7 @@ constexpr std::array Writers = {
     FormatWriter{DocumentFormat::Csv, Drawings::Data, WriteCsv},
     FormatWriter{DocumentFormat::Xlsx, Drawings::Pictures, WriteXlsx},
     FormatWriter{DocumentFormat::Png, Drawings::Vectors, WritePng},
+    FormatWriter{DocumentFormat::Docx, Drawings::Pictures, WriteDocx},
 };
 
 // Every format has one writer.

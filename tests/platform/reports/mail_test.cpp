@@ -157,8 +157,8 @@ TEST_F(ReportMail, EveryFormatHasItsExtension) {
         Mail(*report, row.Code());
         extensions.push_back(m_post.source.substr(m_post.source.rfind('.')));
     }
-    EXPECT_EQ(extensions,
-              (std::vector<std::string>{".pdf", ".rtf", ".xls", ".htm", ".doc", ".csv", ".xlsx", ".png"}));
+    EXPECT_EQ(extensions, (std::vector<std::string>{".pdf", ".rtf", ".xls", ".htm", ".doc", ".docx", ".csv",
+                                                    ".xlsx", ".png"}));
 }
 
 TEST_F(ReportMail, FailurePassesWithItsNumberAndLeavesNothing) {

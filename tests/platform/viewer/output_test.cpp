@@ -58,9 +58,9 @@ class ViewerOutput : public ViewerTest {
 TEST_F(ViewerOutput, EveryFormatIsExportedFromWhatIsShown) {
     Show(1);
     const std::pair<const char*, const char*> formats[] = {
-        {"a.pdf", "format 31"}, {"a.rtf", "format 35"},  {"a.xls", "format 27"},
-        {"a.doc", "format 14"}, {"a.html", "format 32"}, {"a.PDF", "format 31"},
-        {"a.csv", "format 36"}, {"a.xlsx", "format 37"}, {"a.png", "format 38"}};
+        {"a.pdf", "format 31"},  {"a.rtf", "format 35"}, {"a.xls", "format 27"}, {"a.doc", "format 14"},
+        {"a.html", "format 32"}, {"a.PDF", "format 31"}, {"a.csv", "format 36"}, {"a.xlsx", "format 37"},
+        {"a.png", "format 38"},  {"a.docx", "format 39"}};
     for (const auto& [name, format] : formats) {
         m_engine.calls.clear();
         m_viewer.SaveAs("/srv/out/" + std::string(name));

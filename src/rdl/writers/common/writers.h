@@ -43,6 +43,8 @@ void WriteXls(layout::ReportInstance& report, Output& output,
               const Options& options);  // Excel 97-2003 (MS-XLS)
 void WriteXlsx(layout::ReportInstance& report, Output& output,
                const Options& options);  // Office Open XML (ISO/IEC 29500)
+// Office Open XML (ECMA-376).
+void WriteDocx(layout::ReportInstance& report, Output& output, const Options& options);
 // A picture of one page.
 void WritePng(layout::ReportInstance& report, Output& output, const Options& options);
 // The values of the report, without a look: one table for the text boxes outside of data regions, then one

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "rdl/values/error.h"
 #include "rdl/writers/rtf/text.h"
 
 namespace rdl::writers {
@@ -60,16 +59,16 @@ void AppendBorder(const char* side, const Border& border, RtfStyles& styles, std
     AppendWord("\\brdrcf", styles.Color(border.color), out);
 }
 
-void AppendCell(const RtfCell& cell, double right, RtfStyles& styles, std::string& out) {
-    if (cell.merge != RtfCell::Merge::None) {
-        out += cell.merge == RtfCell::Merge::First ? "\\clvmgf" : "\\clvmrg";
+void AppendCell(const FlowCell& cell, double right, RtfStyles& styles, std::string& out) {
+    if (cell.merge != FlowCell::Merge::None) {
+        out += cell.merge == FlowCell::Merge::First ? "\\clvmgf" : "\\clvmrg";
     }
     AppendBorder("\\clbrdrt", cell.topBorder, styles, out);
     AppendBorder("\\clbrdrl", cell.leftBorder, styles, out);
     AppendBorder("\\clbrdrb", cell.bottomBorder, styles, out);
     AppendBorder("\\clbrdrr", cell.rightBorder, styles, out);
-    if (cell.diagonal != RtfCell::Diagonal::None) {
-        AppendBorder(cell.diagonal == RtfCell::Diagonal::Down ? "\\cldglu" : "\\cldgll", cell.diagonalBorder,
+    if (cell.diagonal != FlowCell::Diagonal::None) {
+        AppendBorder(cell.diagonal == FlowCell::Diagonal::Down ? "\\cldglu" : "\\cldgll", cell.diagonalBorder,
                      styles, out);
     }
     out += cell.vAlign == VAlign::Top      ? "\\clvertalt"
@@ -87,21 +86,7 @@ void AppendCell(const RtfCell& cell, double right, RtfStyles& styles, std::strin
 
 }  // namespace
 
-void RtfCell::Take(const layout::BoxStyle& box) {
-    leftBorder = box.left;
-    topBorder = box.top;
-    rightBorder = box.right;
-    bottomBorder = box.bottom;
-    background = box.background;
-    vAlign = box.vAlign;
-    writingMode = box.writingMode;
-}
-
-void AppendRowDefinition(const RtfRow& row, RtfStyles& styles, std::string& out) {
-    if (row.cells.size() > RtfMostCells) {
-        throw Error("Item \"" + row.item + "\" makes a row of " + std::to_string(row.cells.size()) +
-                    " cells, and a table of a text document has 63 side by side at most");
-    }
+void AppendRowDefinition(const FlowRow& row, RtfStyles& styles, std::string& out) {
     const double left = row.cells.empty() ? 0 : row.cells.front().left;
     out += "\\trowd\\trgaph0";
     AppendTwips("\\trleft", left, out);
@@ -112,7 +97,7 @@ void AppendRowDefinition(const RtfRow& row, RtfStyles& styles, std::string& out)
     out += row.keep ? "\\trkeep" : "";
     out += "\\trpaddfl3\\trpaddl0\\trpaddfr3\\trpaddr0\\trpaddft3\\trpaddt0\\trpaddfb3\\trpaddb0";
     double reached = left;
-    for (const RtfCell& cell : row.cells) {
+    for (const FlowCell& cell : row.cells) {
         reached = std::max(cell.right, reached + NarrowestCell);
         AppendCell(cell, reached, styles, out);
     }

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "rdl/writers/common/flow_text.h"
 #include "rdl/writers/rtf/text.h"
 
 namespace rdl::writers {
@@ -15,17 +16,6 @@ using layout::Decoration;
 
 constexpr std::size_t MostFonts = 1000, MostColors = 30000;
 constexpr int SemiBold = 600;
-
-// A colour that lets what is below it through, on white paper.
-layout::Color OnPaper(layout::Color color) {
-    const unsigned alpha = color >> 24;
-    layout::Color opaque = 0;
-    for (const int shift : {16, 8, 0}) {
-        const unsigned part = color >> shift & 0xFF;
-        opaque |= ((part * alpha + 255 * (255 - alpha) + 127) / 255) << shift;
-    }
-    return opaque;
-}
 
 // What separates the fonts of the table is no part of a name.
 std::string FontName(const std::string& family) {

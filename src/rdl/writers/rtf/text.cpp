@@ -2,19 +2,15 @@
 #include "rdl/writers/rtf/text.h"
 
 #include <QChar>
-#include <algorithm>
-#include <cmath>
 #include <cstddef>
 
-#include "rdl/values/ascii.h"
 #include "rdl/values/utf8.h"
-#include "rdl/writers/common/content.h"
+#include "rdl/writers/common/flow_text.h"
 
 namespace rdl::writers {
 namespace {
 
 constexpr char32_t LineSeparator = 0x2028, ParagraphSeparator = 0x2029;
-constexpr double LongestLength = 1584;  // points: 22 inches, the largest page of a word processor
 
 void AppendUnit(unsigned unit, std::string& out) {
     // The number is one of 16 bits with a sign; the mark is for readers that know no Unicode.
@@ -66,24 +62,8 @@ void AppendWord(const char* word, int number, std::string& out) {
     out += std::to_string(number);
 }
 
-int Twips(double points) {
-    const double bounded = std::isfinite(points) ? std::clamp(points, -LongestLength, LongestLength) : 0;
-    return static_cast<int>(std::lround(bounded * 20));
-}
-
 void AppendTwips(const char* word, double points, std::string& out) {
     AppendWord(word, Twips(points), out);
-}
-
-std::string RtfAddress(const std::string& link) {
-    const std::string safe = SafeLink(link);
-    const std::string scheme = LowerAscii(std::string_view(safe).substr(0, safe.find(':')));
-    const auto allowed = {"http", "https", "mailto", "ftp"};
-    if (scheme.size() == safe.size() || std::find(allowed.begin(), allowed.end(), scheme) == allowed.end()) {
-        return {};
-    }
-    return PercentEncoded(
-        safe, [](char c) { return IsPlain(static_cast<unsigned char>(c)) && c != '"' && c != ' '; });
 }
 
 }  // namespace rdl::writers

@@ -16,9 +16,5 @@ void AppendRtfName(std::string_view text, std::string& out);
 void AppendWord(const char* word, int number, std::string& out);
 // The same for a length in points, written in twips (1/20 point).
 void AppendTwips(const char* word, double points, std::string& out);
-int Twips(double points);
-// Returns the address for a quoted field argument; empty unless it is a web, mail or FTP address. Relative
-// references would refer to the reader's machine.
-std::string RtfAddress(const std::string& link);
 
 }  // namespace rdl::writers

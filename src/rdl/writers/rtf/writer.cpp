@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
-#include <numeric>
 #include <string>
 #include <vector>
 
 #include "rdl/format/format.h"
+#include "rdl/writers/common/flow_text.h"
 #include "rdl/writers/common/writers.h"
 #include "rdl/writers/rtf/body.h"
 #include "rdl/writers/rtf/text.h"
@@ -57,31 +57,6 @@ void AppendPage(const PageSetup& page, const PageWords& words, std::string& out)
     out += page.width > page.height ? words.landscape : "";
 }
 
-// A table is as wide as its columns came out.
-double RightOf(const layout::Instance& item) {
-    if (!item.table) {
-        return item.x + item.width;
-    }
-    const std::vector<double>& columns = item.table->columnWidths;
-    return item.x + std::accumulate(columns.begin(), columns.end(), 0.0);
-}
-
-// A document that flows does not go on at the right of its pages: what stood there could not be read. So the
-// paper is as wide as its content needs, up to the widest that word processors know.
-PageSetup PaperOf(const layout::SectionInstance& section) {
-    constexpr double WidestPaper = 1584, Tolerance = 2;
-    PageSetup page = section.page;
-    double right = 0;
-    for (const layout::Instance& item : section.items) {
-        right = std::max(right, RightOf(item));
-    }
-    const double wanted = page.marginLeft + right + page.marginRight;
-    if (page.columns <= 1 && wanted > page.width + Tolerance) {
-        page.width = std::max(page.width, std::min(wanted, WidestPaper));
-    }
-    return page;
-}
-
 // Everything before the text; `tables` are the fonts and colours that it uses.
 std::string Head(const layout::ReportInstance& report, const Options& options, const std::string& tables) {
     std::string head = "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0\n" + tables + Info(report, options);
@@ -108,7 +83,7 @@ void WriteMargin(const std::string& word, const std::vector<layout::Instance>& i
                  RtfBody& body) {
     body.Raw("{" + word + " ");
     body.Margin(items, height);
-    body.Raw("}\n");
+    body.Raw("\\par}\n");
 }
 
 void WriteMargins(layout::SectionInstance& section, bool titlePage, RtfBody& body) {
@@ -131,8 +106,7 @@ void WriteMargins(layout::SectionInstance& section, bool titlePage, RtfBody& bod
 
 void WriteSection(layout::SectionInstance& section, RtfBody& body) {
     const PageSetup page = PaperOf(section);
-    const bool titlePage =
-        (page.headerHeight > 0 && !page.headerOnFirst) || (page.footerHeight > 0 && !page.footerOnFirst);
+    const bool titlePage = HasTitlePage(page);
     std::string words;
     AppendSection(page, titlePage, words);
     body.Raw(words);

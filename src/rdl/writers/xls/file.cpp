@@ -5,16 +5,12 @@
 #include <gsf/gsf-outfile.h>
 #include <gsf/gsf-output-stdio.h>
 
-#include <cstdio>
-#include <string>
-
-#include "rdl/api/host.h"
-#include "rdl/values/error.h"
+#include "rdl/writers/common/temporary_file.h"
 
 namespace rdl::writers {
 
 struct XlsFile::Parts {
-    std::FILE* file = nullptr;
+    TemporaryFile file{"the Excel workbook"};
     GsfOutput* sink = nullptr;
     GsfOutfile* compound = nullptr;
     GsfOutput* stream = nullptr;
@@ -38,20 +34,11 @@ struct XlsFile::Parts {
         }
         return good;
     }
-    ~Parts() {
-        Close();
-        if (file) {
-            std::fclose(file);
-        }
-    }
+    ~Parts() { Close(); }
 };
 
 XlsFile::XlsFile() : m_parts(std::make_unique<Parts>()) {
-    m_parts->file = fdopen(TheHost().OpenTemporaryFile(), "w+b");
-    if (!m_parts->file) {
-        throw Error("No temporary file can be made for the Excel workbook");
-    }
-    m_parts->sink = gsf_output_stdio_new_FILE("workbook", m_parts->file, TRUE);
+    m_parts->sink = gsf_output_stdio_new_FILE("workbook", m_parts->file.stream(), TRUE);
     m_parts->compound = gsf_outfile_msole_new(m_parts->sink);
     m_parts->stream = gsf_outfile_new_child(m_parts->compound, "Workbook", FALSE);
 }
@@ -61,20 +48,15 @@ XlsFile::~XlsFile() = default;
 void XlsFile::Append(std::string_view bytes) {
     if (!bytes.empty() &&
         !gsf_output_write(m_parts->stream, bytes.size(), reinterpret_cast<const guint8*>(bytes.data()))) {
-        throw Error("The temporary file of the Excel workbook cannot be written: the disk is full");
+        throw m_parts->file.Full();
     }
 }
 
 void XlsFile::Finish(Output& output) {
-    if (!m_parts->Close() || std::fflush(m_parts->file) != 0) {
-        throw Error("The temporary file of the Excel workbook cannot be written: the disk is full");
+    if (!m_parts->Close()) {
+        throw m_parts->file.Full();
     }
-    std::rewind(m_parts->file);
-    std::string piece(256u << 10, '\0');
-    std::size_t read = 0;
-    while ((read = std::fread(piece.data(), 1, piece.size(), m_parts->file)) > 0) {
-        output.Write(piece.data(), read);
-    }
+    m_parts->file.CopyTo(output);
 }
 
 }  // namespace rdl::writers

@@ -1,41 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/xlsx/book.h"
 
-#include <unistd.h>
-
 #include <QString>
 #include <algorithm>
 #include <cmath>
 
-#include "rdl/api/host.h"
 #include "rdl/format/format.h"
 #include "rdl/image/decoder.h"
 #include "rdl/values/error.h"
 #include "rdl/values/utf8.h"
+#include "rdl/writers/common/xml_text.h"
 #include "rdl/writers/xls/sheet_names.h"
 #include "rdl/writers/xlsx/library.h"
 
 namespace rdl::writers {
 namespace {
-
-constexpr std::size_t PieceSize = 256u << 10;
-
-bool IsAllowed(char32_t code) {
-    return (code >= 0x20 || code == '\t' || code == '\n') && code != 0xFFFE && code != 0xFFFF;
-}
-
-// Without the characters that XML does not have.
-std::string XmlText(std::string_view text) {
-    std::string clean;
-    clean.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        const char32_t code = NextCharacter(text, at);
-        if (IsAllowed(code)) {
-            AppendUtf8(code, clean);
-        }
-    }
-    return clean;
-}
 
 lxw_workbook* OpenBook(const std::string& path) {
     lxw_workbook_options options{};
@@ -56,33 +35,10 @@ std::string CellName(const XlsBookmarks::Cell& cell) {
 
 }  // namespace
 
-// The temporary file, which the library knows by a path.
-class XlsxBook::File {
- public:
-    File() : m_handle(TheHost().OpenTemporaryFile()) {}
-    ~File() { close(m_handle); }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    std::string Path() const { return "/proc/self/fd/" + std::to_string(m_handle); }
-    void Copy(Output& output) const {
-        std::string piece(PieceSize, '\0');
-        off_t at = 0;
-        for (ssize_t count = 0; (count = pread(m_handle, piece.data(), piece.size(), at)) != 0; at += count) {
-            if (count < 0) {
-                throw Error("The temporary file of the export cannot be read");
-            }
-            output.Write(piece.data(), static_cast<std::size_t>(count));
-        }
-    }
-
- private:
-    int m_handle;
-};
-
 XlsxBook::XlsxBook(std::string title, const DocumentInfo& info, std::int64_t nowTicks)
     : m_title(std::move(title)),
-      m_file(std::make_unique<File>()),
-      m_book(OpenBook(m_file->Path())),
+      m_file("the Excel workbook"),
+      m_book(OpenBook(m_file.Path())),
       m_styles(*m_book) {
     SetDefaultFont(*m_book);
     SetProperties(info, nowTicks);
@@ -172,7 +128,7 @@ void XlsxBook::Write(Output& output) {
     }
     lxw_workbook* const book = std::exchange(m_book, nullptr);  // closing frees it, whatever happens
     Check(workbook_close(book));
-    m_file->Copy(output);
+    m_file.CopyTo(output);
 }
 
 }  // namespace rdl::writers

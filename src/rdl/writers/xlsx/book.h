@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "rdl/api/output.h"
+#include "rdl/writers/common/temporary_file.h"
 #include "rdl/writers/common/writers.h"
 #include "rdl/writers/xls/workbook.h"
 #include "rdl/writers/xlsx/sheet.h"
@@ -60,9 +61,8 @@ class XlsxBook final : public XlsWorkbook {
     };
     void SetProperties(const DocumentInfo& info, std::int64_t nowTicks);
 
-    class File;
     std::string m_title;
-    std::unique_ptr<File> m_file;
+    TemporaryFile m_file;
     lxw_workbook* m_book;  // null once it is written
     XlsxStyles m_styles;
     std::vector<std::unique_ptr<XlsxSheet>> m_sheets;

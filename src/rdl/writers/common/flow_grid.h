@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Arranges free-standing items side by side as rows of one table (RTF 1.9.1, Table Definitions): its lines
+// Arranges free-standing items side by side as rows of one table: its lines
 // are the items' edges, gaps are empty cells. Rectangles become borders and backgrounds of the cells inside
 // them.
 #pragma once
@@ -10,14 +10,14 @@
 
 #include "rdl/layout/model/instance.h"
 #include "rdl/writers/common/edges.h"
-#include "rdl/writers/rtf/row.h"
+#include "rdl/writers/common/flow_row.h"
 
 namespace rdl::writers {
 
-// The edges of an item in points, clamped to the range of RTF.
-struct RtfExtent {
+// The edges of an item in points, clamped to what text documents can hold.
+struct FlowExtent {
     double left, top, right, bottom;
-    explicit RtfExtent(const layout::Instance& item, double x = 0, double y = 0);
+    explicit FlowExtent(const layout::Instance& item, double x = 0, double y = 0);
 };
 
 // Whether a rectangle has a border or background of its own.
@@ -28,24 +28,25 @@ bool HoldsTable(const layout::Instance& item, int depth = 0);
 // Whether content of the item can grow.
 bool MayGrow(const layout::Instance& item);
 
-class RtfGrid {
+class FlowGrid {
  public:
     // `x` is the left edge of the items' container in points. `items` is not empty and outlives the grid.
     // Raises rdl::Error if there are too many items.
-    RtfGrid(const std::vector<const layout::Instance*>& items, double x);
+    FlowGrid(const std::vector<const layout::Instance*>& items, double x);
     std::size_t RowCount() const { return m_rows.TrackCount(); }
-    RtfRow Row(std::size_t index) const;
+    const std::vector<double>& ColumnLines() const { return m_columns.lines(); }
+    FlowRow Row(std::size_t index) const;
 
  private:
     struct Piece {  // an item with its own cells
         const layout::Instance* item;
-        RtfExtent extent;
+        FlowExtent extent;
         std::size_t firstRow = 0, endRow = 0, firstColumn = 0, endColumn = 0;
         std::vector<const layout::Instance*> content;
     };
     struct Stroke {  // a line or a rectangle
         const layout::Instance* item;
-        RtfExtent extent;
+        FlowExtent extent;
     };
     enum Side { Left, Top, Right, Bottom, SideCount };
     struct Unit {  // the intersection of a row and a column
@@ -69,8 +70,8 @@ class RtfGrid {
         std::size_t first, end;
     };
     static Span TracksOf(const Edges& edges, double from, double to);
-    RtfCell PieceCell(const Piece& piece, std::size_t row) const;
-    RtfCell EmptyCell(std::size_t row, std::size_t column) const;
+    FlowCell PieceCell(const Piece& piece, std::size_t row) const;
+    FlowCell EmptyCell(std::size_t row, std::size_t column) const;
     const layout::Border* Along(std::size_t row, Span columns, Side side) const;
 
     std::string m_name;  // name of the first item, for errors

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/writers/rtf/tablix.h"
+#include "rdl/writers/common/flow_tablix.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
-#include "rdl/writers/rtf/grid.h"
+#include "rdl/writers/common/flow_grid.h"
 
 namespace rdl::writers {
 namespace {
@@ -15,8 +15,8 @@ using layout::InstanceKind;
 using layout::LineStyle;
 using layout::TableCell;
 
-RtfCell LookOf(const Instance& item) {
-    RtfCell cell;
+FlowCell LookOf(const Instance& item) {
+    FlowCell cell;
     if (item.kind == InstanceKind::Line) {
         cell.topBorder = item.box ? item.box->top : layout::Border();
     } else if (item.box) {
@@ -25,17 +25,55 @@ RtfCell LookOf(const Instance& item) {
     return cell;
 }
 
+constexpr double WidestPaper = 1584;  // points: 22 inches
+
+double WidthOf(double column) {
+    return std::isfinite(column) ? std::max(column, 0.0) : 0;
+}
+
 }  // namespace
 
-RtfTablix::RtfTablix(const Instance& item, double x)
-    : m_item(item), m_table(*item.table), m_count(item.table->RowCount()), m_lefts{x} {
-    for (const double width : m_table.columnWidths) {
-        m_lefts.push_back(m_lefts.back() + (std::isfinite(width) ? std::max(width, 0.0) : 0.0));
+FlowTablix::Columns FlowTablix::Fit(const Instance& item, double x, std::size_t first) {
+    const layout::TableInstance& table = *item.table;
+    const std::vector<double>& widths = table.columnWidths;
+    const auto widthOf = [&widths](std::size_t from, std::size_t to) {
+        double width = 0;
+        for (std::size_t i = from; i < to; ++i) {
+            width += WidthOf(widths[i]);
+        }
+        return width;
+    };
+    const double room = WidestPaper - std::clamp(x, 0.0, WidestPaper / 2);
+    Columns columns{0, first, first};
+    const auto headers = static_cast<std::size_t>(std::max(table.headerColumns, 0));
+    if (table.repeatRowHeaders && first > 0 && headers <= first && headers * 2 < FlowMostCells &&
+        widthOf(0, headers) * 2 < room) {
+        columns.headers = headers;
+    }
+    double width = widthOf(0, columns.headers);
+    while (columns.end < widths.size() && columns.headers + columns.end - first < FlowMostCells &&
+           (columns.end == first || width + WidthOf(widths[columns.end]) <= room)) {
+        width += WidthOf(widths[columns.end++]);
+    }
+    return columns;
+}
+
+FlowTablix::FlowTablix(const Instance& item, double x, const Columns& columns)
+    : m_item(item), m_table(*item.table), m_columns(columns), m_count(item.table->RowCount()), m_lefts{x} {
+    for (std::size_t i = 0; i < m_table.columnWidths.size(); ++i) {
+        if (i < columns.headers || (i >= columns.first && i < columns.end)) {
+            m_lefts.push_back(m_lefts.back() + WidthOf(m_table.columnWidths[i]));
+        }
     }
     CountHeadings();
 }
 
-void RtfTablix::CountHeadings() {
+std::size_t FlowTablix::Shown(std::size_t column) const {
+    const std::size_t within = std::clamp(column, m_columns.first, m_columns.end) - m_columns.first;
+    return std::min(column, m_columns.headers) + within;
+}
+
+void FlowTablix::CountHeadings() {
     std::size_t leading = 0;
     for (; leading < m_count; ++leading) {
         m_table.Row(leading, m_source);
@@ -53,14 +91,14 @@ void RtfTablix::CountHeadings() {
     }
 }
 
-const layout::TableRow& RtfTablix::Fetch(std::size_t index) {
+const layout::TableRow& FlowTablix::Fetch(std::size_t index) {
     m_index = index;
     m_table.Row(index, m_source);
     return m_source;
 }
 
-RtfRow RtfTablix::Make(bool afterBreak) {
-    m_row = RtfRow();
+FlowRow FlowTablix::Make(bool afterBreak) {
+    m_row = FlowRow();
     m_row.item = m_item.name;
     m_row.height = m_source.height;
     m_row.heading = m_index < m_headings;
@@ -70,7 +108,8 @@ RtfRow RtfTablix::Make(bool afterBreak) {
     m_next.clear();
     std::size_t next = 0;
     for (const TableCell& cell : m_source.cells) {
-        for (; next < m_spans.size() && std::cmp_less_equal(m_spans[next].column, cell.column); ++next) {
+        const std::size_t column = Shown(static_cast<std::size_t>(std::max(cell.column, 0)));
+        for (; next < m_spans.size() && m_spans[next].column <= column; ++next) {
             Continue(m_spans[next], afterBreak);
         }
         Place(cell);
@@ -86,42 +125,48 @@ RtfRow RtfTablix::Make(bool afterBreak) {
 }
 
 // What no cell covers is empty.
-void RtfTablix::Fill(std::size_t column) {
+void FlowTablix::Fill(std::size_t column) {
     if (column > m_reached) {
-        RtfCell& cell = m_row.cells.emplace_back();
+        FlowCell& cell = m_row.cells.emplace_back();
         cell.left = m_lefts[m_reached];
         cell.right = m_lefts[column];
+        cell.firstColumn = m_reached;
+        cell.endColumn = column;
         m_reached = column;
     }
 }
 
-void RtfTablix::Continue(Span& span, bool startsAgain) {
+void FlowTablix::Continue(Span& span, bool startsAgain) {
     if (span.column < m_reached) {
         return;
     }
     Fill(span.column);
-    RtfCell& cell = m_row.cells.emplace_back(span.look);
-    cell.merge = startsAgain ? RtfCell::Merge::First : RtfCell::Merge::Continued;
+    FlowCell& cell = m_row.cells.emplace_back(span.look);
+    cell.merge = startsAgain ? FlowCell::Merge::First : FlowCell::Merge::Continued;
     m_reached = span.endColumn;
     if (--span.rowsLeft > 0) {
         m_next.push_back(span);
     }
 }
 
-void RtfTablix::Place(const TableCell& cell) {
+void FlowTablix::Place(const TableCell& cell) {
     const std::size_t last = m_lefts.size() - 1;
-    const auto column = static_cast<std::size_t>(std::max(cell.column, 0));
-    if (column < m_reached || column >= last) {
+    const auto source = static_cast<std::size_t>(std::max(cell.column, 0));
+    const std::size_t column = Shown(source);
+    const std::size_t end =
+        std::min(Shown(source + static_cast<std::size_t>(std::max(cell.columnSpan, 1))), last);
+    if (column < m_reached || column >= end) {
         return;
     }
     Fill(column);
-    const std::size_t end = std::min(column + static_cast<std::size_t>(std::max(cell.columnSpan, 1)), last);
-    RtfCell placed = LookOf(cell.content);
+    FlowCell placed = LookOf(cell.content);
     placed.left = m_lefts[column];
     placed.right = m_lefts[end];
+    placed.firstColumn = column;
+    placed.endColumn = end;
     m_reached = end;
     if (cell.rowSpan > 1) {
-        placed.merge = RtfCell::Merge::First;
+        placed.merge = FlowCell::Merge::First;
         m_next.push_back({column, end, cell.rowSpan - 1, placed});
     }
     if (cell.content.kind != InstanceKind::Line) {
@@ -132,7 +177,7 @@ void RtfTablix::Place(const TableCell& cell) {
 }
 
 // The region's box encloses its cells and gives their background.
-void RtfTablix::EdgesOfTable() {
+void FlowTablix::EdgesOfTable() {
     if (!HasLook(m_item) || m_row.cells.empty()) {
         return;
     }
@@ -142,7 +187,7 @@ void RtfTablix::EdgesOfTable() {
         }
     };
     const layout::BoxStyle& box = *m_item.box;
-    for (RtfCell& cell : m_row.cells) {
+    for (FlowCell& cell : m_row.cells) {
         cell.background = cell.background >> 24 ? cell.background : box.background;
         if (m_index == 0) {
             fill(cell.topBorder, box.top);
@@ -155,7 +200,7 @@ void RtfTablix::EdgesOfTable() {
     fill(m_row.cells.back().rightBorder, box.right);
 }
 
-bool RtfTablix::IsExact() const {
+bool FlowTablix::IsExact() const {
     return std::none_of(m_source.cells.begin(), m_source.cells.end(),
                         [](const TableCell& cell) { return MayGrow(cell.content); });
 }

@@ -1,34 +1,47 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Converts the rows of a data region to table rows (RTF 1.9.1, Table Definitions), one after another.
+// Converts the rows of a data region to rows of a text document, one after another.
 #pragma once
 
 #include <cstddef>
 #include <vector>
 
 #include "rdl/layout/model/instance.h"
-#include "rdl/writers/rtf/row.h"
+#include "rdl/writers/common/flow_row.h"
 
 namespace rdl::writers {
 
-class RtfTablix {
+class FlowTablix {
  public:
+    // The columns that one table shows: the first `headers` ones, then those from `first` to `end`.
+    struct Columns {
+        std::size_t headers = 0, first = 0, end = 0;
+    };
+    // Returns the columns of the table that begins with column `first`: as many as a row and the widest paper
+    // can have, at least one. The row headers are repeated if the region wants it and they fit.
+    static Columns Fit(const layout::Instance& item, double x, std::size_t first);
+
     // `x` is the region's left edge in points. `item` must outlive this.
-    RtfTablix(const layout::Instance& item, double x);
+    FlowTablix(const layout::Instance& item, double x, const Columns& columns);
     std::size_t RowCount() const { return m_count; }
+    const Columns& ShownColumns() const { return m_columns; }
+    // Returns the left edges of the columns and the right edge, in points.
+    const std::vector<double>& ColumnLines() const { return m_lefts; }
     // Fetches the row for the next Make. Rows are fetched in order; the reference is valid until the next
     // call.
     const layout::TableRow& Fetch(std::size_t index);
     // Returns the fetched row; the result refers to it. After a page break cells over several rows start
     // again.
-    RtfRow Make(bool afterBreak);
+    FlowRow Make(bool afterBreak);
 
  private:
     struct Span {  // a cell that continues in the rows below
         std::size_t column, endColumn;
         int rowsLeft;
-        RtfCell look;
+        FlowCell look;
     };
     void CountHeadings();
+    // Returns the number of shown columns before a column of the region.
+    std::size_t Shown(std::size_t column) const;
     void Continue(Span& span, bool startsAgain);
     void Place(const layout::TableCell& cell);
     void Fill(std::size_t column);
@@ -37,13 +50,14 @@ class RtfTablix {
 
     const layout::Instance& m_item;
     layout::TableInstance& m_table;
+    Columns m_columns;
     std::size_t m_count = 0, m_headings = 0;
     std::vector<double> m_lefts;  // left edges of the columns, and the right edge
     std::size_t m_reached = 0;    // columns of the row that have a cell
     std::vector<Span> m_spans, m_next;
     std::size_t m_index = 0;
     layout::TableRow m_source;  // the fetched row
-    RtfRow m_row;
+    FlowRow m_row;
 };
 
 }  // namespace rdl::writers

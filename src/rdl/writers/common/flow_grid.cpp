@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/writers/rtf/grid.h"
+#include "rdl/writers/common/flow_grid.h"
 
 #include <algorithm>
 #include <cmath>
@@ -42,7 +42,7 @@ double UnbrokenHeight(const Instance& item) {
 
 }  // namespace
 
-RtfExtent::RtfExtent(const Instance& item, double x, double y)
+FlowExtent::FlowExtent(const Instance& item, double x, double y)
     : left(Bounded(x + std::min(item.x, item.x + item.width))),
       top(Bounded(y + std::min(item.y, item.y + item.height))),
       right(Bounded(x + std::max(item.x, item.x + item.width))),
@@ -74,13 +74,13 @@ bool MayGrow(const Instance& item) {
     return needed > 0 && (item.canGrow || needed > std::fabs(item.height));
 }
 
-bool RtfGrid::Unit::LooksLike(const Unit& other) const {
+bool FlowGrid::Unit::LooksLike(const Unit& other) const {
     return piece == other.piece && background == other.background && !sides[Left] && !other.sides[Left] &&
            !sides[Right] && !other.sides[Right] && sides[Top] == other.sides[Top] &&
            sides[Bottom] == other.sides[Bottom];
 }
 
-RtfGrid::RtfGrid(const std::vector<const Instance*>& items, double x) : m_name(items.front()->name) {
+FlowGrid::FlowGrid(const std::vector<const Instance*>& items, double x) : m_name(items.front()->name) {
     for (const Instance* item : items) {
         Gather(*item, x, 0);
     }
@@ -97,8 +97,8 @@ RtfGrid::RtfGrid(const std::vector<const Instance*>& items, double x) : m_name(i
 }
 
 // HoldsTable has seen how deep it goes.
-void RtfGrid::Gather(const Instance& item, double x, double y) {
-    const RtfExtent extent(item, x, y);
+void FlowGrid::Gather(const Instance& item, double x, double y) {
+    const FlowExtent extent(item, x, y);
     const bool open = item.kind == InstanceKind::Container && !HoldsTable(item);
     if (!open || HasLook(item)) {
         m_columns.Add(extent.left);
@@ -122,7 +122,7 @@ void RtfGrid::Gather(const Instance& item, double x, double y) {
     }
 }
 
-void RtfGrid::Settle() {
+void FlowGrid::Settle() {
     for (Edges* edges : {&m_columns, &m_rows}) {
         edges->Settle();
         if (edges->TrackCount() == 0 && !edges->lines().empty()) {
@@ -136,12 +136,12 @@ void RtfGrid::Settle() {
     m_units.resize(m_rows.TrackCount() * m_columns.TrackCount());
 }
 
-RtfGrid::Span RtfGrid::TracksOf(const Edges& edges, double from, double to) {
+FlowGrid::Span FlowGrid::TracksOf(const Edges& edges, double from, double to) {
     const std::size_t first = std::min(edges.Line(from), edges.TrackCount() - 1);
     return {first, std::min(std::max(edges.Line(to), first + 1), edges.TrackCount())};
 }
 
-void RtfGrid::PlaceFrame(const Stroke& frame) {
+void FlowGrid::PlaceFrame(const Stroke& frame) {
     const layout::BoxStyle& box = *frame.item->box;
     const Span rows = TracksOf(m_rows, frame.extent.top, frame.extent.bottom);
     const Span columns = TracksOf(m_columns, frame.extent.left, frame.extent.right);
@@ -169,7 +169,7 @@ void RtfGrid::PlaceFrame(const Stroke& frame) {
 }
 
 // A line is a border of the cells that it runs along: below it or right of it, where there are any.
-void RtfGrid::PlaceLine(const Stroke& line) {
+void FlowGrid::PlaceLine(const Stroke& line) {
     if (!line.item->box) {
         return;
     }
@@ -196,7 +196,7 @@ void RtfGrid::PlaceLine(const Stroke& line) {
     }
 }
 
-void RtfGrid::Mark(Piece& piece, std::size_t index) {
+void FlowGrid::Mark(Piece& piece, std::size_t index) {
     for (std::size_t row = piece.firstRow; row < piece.endRow; ++row) {
         for (std::size_t column = piece.firstColumn; column < piece.endColumn; ++column) {
             At(row, column).piece = static_cast<int>(index);
@@ -205,7 +205,7 @@ void RtfGrid::Mark(Piece& piece, std::size_t index) {
 }
 
 // An item that overlaps another keeps the cells that are left, or shares the other's: nothing is lost.
-void RtfGrid::PlacePiece(std::size_t index) {
+void FlowGrid::PlacePiece(std::size_t index) {
     Piece& piece = m_pieces[index];
     const Span rows = TracksOf(m_rows, piece.extent.top, piece.extent.bottom);
     const Span columns = TracksOf(m_columns, piece.extent.left, piece.extent.right);
@@ -251,7 +251,7 @@ void RtfGrid::PlacePiece(std::size_t index) {
 }
 
 // The border that lies along most of the cell's side.
-const Border* RtfGrid::Along(std::size_t row, Span columns, Side side) const {
+const Border* FlowGrid::Along(std::size_t row, Span columns, Side side) const {
     const Border* found = nullptr;
     double covered = 0, width = 0;
     for (std::size_t column = columns.first; column < columns.end; ++column) {
@@ -263,13 +263,13 @@ const Border* RtfGrid::Along(std::size_t row, Span columns, Side side) const {
     return covered * 2 >= width ? found : nullptr;
 }
 
-RtfCell RtfGrid::PieceCell(const Piece& piece, std::size_t row) const {
-    RtfCell cell;
+FlowCell FlowGrid::PieceCell(const Piece& piece, std::size_t row) const {
+    FlowCell cell;
     const Instance& item = *piece.item;
     cell.background = At(row, piece.firstColumn).background;
     if (item.kind == InstanceKind::Line) {
         cell.diagonal =
-            (item.width < 0) != (item.height < 0) ? RtfCell::Diagonal::Up : RtfCell::Diagonal::Down;
+            (item.width < 0) != (item.height < 0) ? FlowCell::Diagonal::Up : FlowCell::Diagonal::Down;
         cell.diagonalBorder = item.box ? item.box->top : Border();
     } else if (item.box) {
         const layout::Color behind = cell.background;
@@ -288,7 +288,7 @@ RtfCell RtfGrid::PieceCell(const Piece& piece, std::size_t row) const {
     fill(cell.rightBorder, At(row, columns.end - 1).sides[Right]);
     fill(cell.bottomBorder, bottom ? Along(row, columns, Bottom) : nullptr);
     if (!top || !bottom) {
-        cell.merge = top ? RtfCell::Merge::First : RtfCell::Merge::Continued;
+        cell.merge = top ? FlowCell::Merge::First : FlowCell::Merge::Continued;
     }
     if (top) {
         cell.content = piece.content;
@@ -296,9 +296,9 @@ RtfCell RtfGrid::PieceCell(const Piece& piece, std::size_t row) const {
     return cell;
 }
 
-RtfCell RtfGrid::EmptyCell(std::size_t row, std::size_t column) const {
+FlowCell FlowGrid::EmptyCell(std::size_t row, std::size_t column) const {
     const Unit& unit = At(row, column);
-    RtfCell cell;
+    FlowCell cell;
     cell.background = unit.background;
     Border* const borders[] = {&cell.leftBorder, &cell.topBorder, &cell.rightBorder, &cell.bottomBorder};
     for (int side = Left; side < SideCount; ++side) {
@@ -307,8 +307,8 @@ RtfCell RtfGrid::EmptyCell(std::size_t row, std::size_t column) const {
     return cell;
 }
 
-RtfRow RtfGrid::Row(std::size_t index) const {
-    RtfRow row;
+FlowRow FlowGrid::Row(std::size_t index) const {
+    FlowRow row;
     row.item = m_name;
     row.height = m_rows.Track(index);
     row.exact = true;
@@ -333,6 +333,8 @@ RtfRow RtfGrid::Row(std::size_t index) const {
         }
         row.cells.back().left = m_columns.lines()[column];
         row.cells.back().right = m_columns.lines()[end];
+        row.cells.back().firstColumn = column;
+        row.cells.back().endColumn = end;
         column = end;
     }
     return row;

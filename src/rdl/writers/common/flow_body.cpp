@@ -1,0 +1,258 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "rdl/writers/common/flow_body.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "rdl/values/error.h"
+#include "rdl/writers/common/content.h"
+#include "rdl/writers/common/flow_grid.h"
+#include "rdl/writers/common/flow_tablix.h"
+
+namespace rdl::writers {
+namespace {
+
+using layout::Instance;
+using layout::InstanceKind;
+
+constexpr double Near = 1.0;  // points: items so close to each other touch
+constexpr std::size_t MostJoined = 200;
+constexpr double Separator = 1.0;  // the height of a paragraph that only keeps tables apart
+
+}  // namespace
+
+void FlowBody::Body(const std::vector<Instance>& items) {
+    m_breaks = true;
+    m_hasContent = m_breakPending = false;
+    m_last = Last::Nothing;
+    Block(items, {});
+    m_breaks = false;
+    EndOfSection(Separator);
+}
+
+void FlowBody::Margin(const std::vector<Instance>& items, double height) {
+    m_last = Last::Nothing;
+    const double end = Block(items, {});
+    Blank(std::max(height - end, Separator), {});
+    m_last = Last::Nothing;
+}
+
+// Bands are what lies beside each other; they follow one below the other.
+double FlowBody::Block(const std::vector<Instance>& items, const Place& place) {
+    if (items.empty()) {
+        return 0;
+    }
+    if (++m_depth > MaxNesting) {
+        throw Error("Item \"" + items.front().name + "\" is nested too deeply");
+    }
+    Items sorted;
+    for (const Instance& item : items) {
+        sorted.push_back(&item);
+    }
+    std::stable_sort(sorted.begin(), sorted.end(), [](const Instance* a, const Instance* b) {
+        return FlowExtent(*a).top < FlowExtent(*b).top;
+    });
+    double end = 0;
+    for (std::size_t i = 0; i < sorted.size();) {
+        Items band{sorted[i]};
+        const double begin = FlowExtent(*sorted[i]).top;
+        double bottom = FlowExtent(*sorted[i]).bottom;
+        while (++i < sorted.size() &&
+               (FlowExtent(*sorted[i]).top < bottom - Near || Joins(band, bottom, *sorted[i]))) {
+            band.push_back(sorted[i]);
+            bottom = std::max(bottom, FlowExtent(*sorted[i]).bottom);
+        }
+        const bool breaks = m_breakPending || std::any_of(band.begin(), band.end(), [](const Instance* item) {
+                                return item->breakBefore;
+                            });
+        if (breaks && Breaks(place)) {
+            Break();
+            end = begin;
+        }
+        const bool table = band.size() == 1 && HoldsTable(*band.front());
+        const double late = Gap(begin - end, table, place);
+        end = Band(band, place, bottom) + late;
+        if (place.level == 0) {
+            m_breakPending =
+                m_breakPending ||
+                std::any_of(band.begin(), band.end(), [](const Instance* item) { return item->breakAfter; });
+        }
+    }
+    --m_depth;
+    return end;
+}
+
+// Whether an item below a band shares its table.
+bool FlowBody::Joins(const Items& band, double bottom, const Instance& next) const {
+    const auto isPlain = [](const Instance& item) {
+        return !HoldsTable(item) && !item.keepTogether && !item.breakAfter;
+    };
+    return SharesColumns() && band.size() < MostJoined && FlowExtent(next).top < bottom + Near &&
+           isPlain(next) && !next.breakBefore &&
+           std::all_of(band.begin(), band.end(), [&isPlain](const Instance* item) { return isPlain(*item); });
+}
+
+double FlowBody::Band(const Items& band, const Place& place, double bottom) {
+    const Instance& first = *band.front();
+    const Place inner{place.level, FlowExtent(first, place.x).left};
+    for (const Instance* item : band) {
+        if (item->kind == InstanceKind::Container || item->kind == InstanceKind::Table) {
+            Mark(*item);
+        }
+    }
+    if (band.size() == 1 && first.kind == InstanceKind::Table) {
+        Table(first, inner);
+        return bottom;
+    }
+    if (band.size() == 1 && HoldsTable(first) && !HasLook(first)) {
+        return FlowExtent(first).top + Block(first.children, inner);
+    }
+    Grid(band, place);
+    return bottom;
+}
+
+void FlowBody::Grid(const Items& band, const Place& place) {
+    const FlowGrid grid(band, place.x);
+    BeginTable(grid.ColumnLines(), false);
+    for (std::size_t i = 0; i < grid.RowCount(); ++i) {
+        Row(grid.Row(i), place);
+    }
+    EndTable();
+    m_last = Last::Grid;
+}
+
+// Returns by how much it is higher than asked for.
+double FlowBody::Gap(double height, bool table, const Place& place) {
+    const bool apart = m_last == Last::Table || (m_last == Last::Grid && (table || SharesColumns()));
+    if (height < Near && !apart) {
+        return 0;
+    }
+    const double actual = std::max(height, Separator);
+    Blank(actual, {place.level});
+    m_last = Last::Paragraph;
+    return actual - std::max(height, 0.0);
+}
+
+void FlowBody::Break() {
+    BreakPage();
+    m_last = Last::Paragraph;
+    m_breakPending = false;
+}
+
+void FlowBody::Row(const FlowRow& row, const Place& place) {
+    if (row.cells.empty()) {
+        return;
+    }
+    if (row.cells.size() > FlowMostCells) {
+        throw Error("Item \"" + row.item + "\" makes a row of " + std::to_string(row.cells.size()) +
+                    " cells, and a table of a text document has 63 side by side at most");
+    }
+    const int level = place.level + 1;
+    m_hasContent = true;
+    BeginRow(row, level);
+    bool nested = false;
+    for (const FlowCell& cell : row.cells) {
+        Cell(cell, row, level, nested);
+    }
+    EndRow(level, nested);
+    PieceWritten();
+}
+
+void FlowBody::Cell(const FlowCell& cell, const FlowRow& row, int level, bool& nested) {
+    const FlowPlace place{level, row.keepNext, row.rightToLeft};
+    BeginCell(cell);
+    bool ends = false;  // with a paragraph
+    for (const Instance* item : cell.content) {
+        ends = item->kind == InstanceKind::Text || item->kind == InstanceKind::Image;
+        if (item->kind == InstanceKind::Text) {
+            TextBox(*item, place);
+        } else if (item->kind == InstanceKind::Image) {
+            Picture(*item, place);
+        } else {
+            Nested(*item, level);
+            nested = true;
+        }
+        PieceWritten();
+    }
+    if (!ends) {
+        Blank(Separator, place);
+    }
+    EndCell(level);
+}
+
+void FlowBody::Nested(const Instance& item, int level) {
+    const Last outer = std::exchange(m_last, Last::Nothing);
+    Mark(item);
+    if (item.kind == InstanceKind::Container) {
+        Block(item.children, {level, 0});
+    } else if (item.kind == InstanceKind::Table) {
+        Table(item, {level, 0});
+    } else {
+        throw Error("Drawing \"" + item.name + "\" cannot be shown in a text document");
+    }
+    m_last = outer;
+}
+
+// A region with more columns than a table can have continues in further tables below.
+void FlowBody::Table(const Instance& item, const Place& place) {
+    if (!item.table) {
+        return;
+    }
+    if (!item.table->noRowsMessage.empty()) {
+        Message(*item.table, {place.level});
+        m_last = Last::Paragraph;
+        m_hasContent = true;
+        return;
+    }
+    if (++m_depth > MaxNesting) {
+        throw Error("Item \"" + item.name + "\" is nested too deeply");
+    }
+    std::size_t first = 0;
+    do {
+        const FlowTablix::Columns columns = FlowTablix::Fit(item, place.x, first);
+        FlowTablix rows(item, place.x, columns);
+        if (first > 0) {
+            Gap(0, true, place);
+        }
+        BeginTable(rows.ColumnLines(), item.table->rightToLeft);
+        for (std::size_t i = 0; i < rows.RowCount(); ++i) {
+            TableRow(item, rows, i, place);
+        }
+        EndTable();
+        first = columns.end;
+    } while (first < item.table->columnWidths.size());
+    --m_depth;
+}
+
+void FlowBody::TableRow(const Instance& item, FlowTablix& rows, std::size_t index, const Place& place) {
+    const layout::TableRow& source = rows.Fetch(index);
+    const bool breakAfter = source.breakAfter && place.level == 0;
+    const bool breaks = (source.breakBefore || m_breakPending) && Breaks(place);
+    if (breaks) {
+        EndTable();
+        Break();
+        BeginTable(rows.ColumnLines(), item.table->rightToLeft);
+        RepeatRows(item, rows, index, place);
+    }
+    if (rows.ShownColumns().first == 0) {
+        Label(source);
+    }
+    Row(rows.Make(breaks), place);
+    m_last = Last::Table;
+    m_breakPending = m_breakPending || breakAfter;
+}
+
+// After a page break readers see a separate table with its own headings.
+void FlowBody::RepeatRows(const Instance& item, FlowTablix& rows, std::size_t index, const Place& place) {
+    const std::vector<std::size_t> repeated = item.table->RepeatedRows(index);
+    if (repeated.empty()) {
+        return;
+    }
+    FlowTablix heading(item, place.x, rows.ShownColumns());
+    for (const std::size_t i : repeated) {
+        heading.Fetch(i);
+        Row(heading.Make(false), place);
+    }
+}
+
+}  // namespace rdl::writers
