@@ -63,7 +63,7 @@ def sales_by_region():
        sum(l.quantity) as units, {REVENUE} as revenue
 from orders o join customers c on c.customer_id = o.customer_id join regions r on r.region_id = c.region_id
      join order_lines l on l.order_id = o.order_id
-where cast(strftime('%Y', o.order_date) as integer) = @Year and o.status <> 'returned'
+where o.order_date between @Year || '-01-01' and @Year || '-12-31' and o.status <> 'returned'
 group by r.name, c.country, c.company
 order by r.name, c.country, c.company"""
     fields = [("region", "String"), ("country", "String"), ("company", "String"), ("orders", "Int64"),

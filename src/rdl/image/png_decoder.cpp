@@ -37,7 +37,7 @@ void PngDecoder::Read(png_structp png, png_bytep into, std::size_t length) {
     rest.remove_prefix(length);
 }
 
-// The library leaves a function by a jump: no object with a destructor lives in the two that it may come back
+// The library leaves a function by a jump: no object with a destructor lives in those that it may come back
 // to.
 bool PngDecoder::ReadHead() {
     if (!m_info || setjmp(png_jmpbuf(m_png)) != 0) {
@@ -67,22 +67,43 @@ bool PngDecoder::ReadRows(png_bytepp rows) {
     return true;
 }
 
-bool PngDecoder::ReadInto(png_bytep row) {
+std::size_t PngDecoder::RowSize() const {
+    return png_get_rowbytes(m_png, m_info);
+}
+
+bool PngDecoder::ReadRow(png_bytep row) {
+    if (setjmp(png_jmpbuf(m_png)) != 0) {
+        return false;
+    }
+    png_read_row(m_png, row, nullptr);
+    return true;
+}
+
+bool PngDecoder::ReadBand(png_bytep band, int first, int count, png_bytep other) {
     if (setjmp(png_jmpbuf(m_png)) != 0) {
         return false;
     }
     for (int pass = 0; pass < m_passes; ++pass) {
         for (int y = 0; y < m_height; ++y) {
-            png_read_row(m_png, row, nullptr);
+            const bool isKept = y >= first && y - first < count;
+            png_read_row(m_png, isKept ? band + RowSize() * static_cast<std::size_t>(y - first) : other,
+                         nullptr);
         }
+    }
+    return true;
+}
+
+bool PngDecoder::ReadEnd() {
+    if (setjmp(png_jmpbuf(m_png)) != 0) {
+        return false;
     }
     png_read_end(m_png, nullptr);
     return true;
 }
 
 bool PngDecoder::SkipPixels() {
-    std::vector<png_byte> row(png_get_rowbytes(m_png, m_info));
-    return ReadInto(row.data());
+    std::vector<png_byte> row(RowSize());
+    return ReadBand(nullptr, 0, 0, row.data()) && ReadEnd();
 }
 
 QImage PngDecoder::ReadPixels() {

@@ -22,16 +22,26 @@ class PngDecoder {
     bool ReadHead();
     int Width() const { return m_width; }
     int Height() const { return m_height; }
+    bool HasAlpha() const { return m_hasAlpha; }
+    bool IsInterlaced() const { return m_passes > 1; }
+    // Returns the bytes of a row: RGBA, or RGB if nothing is transparent.
+    std::size_t RowSize() const;
     // Returns RGBA8888, or RGB888 if nothing is transparent. Returns a null image if the data is damaged or
     // memory is short.
     QImage ReadPixels();
+    // Reads the next row of a PNG without interlace. Returns false if the data is damaged.
+    bool ReadRow(png_bytep row);
+    // Reads all pixels and keeps `count` rows from `first`, in `band`; `other` is room for one more. Returns
+    // false if the data is damaged.
+    bool ReadBand(png_bytep band, int first, int count, png_bytep other);
+    // Reads what follows the pixels. Returns false if the data is damaged.
+    bool ReadEnd();
     // Reads all pixels and keeps none. Returns false if the data is damaged.
     bool SkipPixels();
 
  private:
     static void Read(png_structp png, png_bytep into, std::size_t length);
     bool ReadRows(png_bytepp rows);
-    bool ReadInto(png_bytep row);
 
     std::string_view m_rest;
     png_structp m_png = nullptr;

@@ -2,6 +2,7 @@
 // Borders and fills of tables and margins that are wider than a page of 400 points.
 #include <gmock/gmock.h>
 
+#include "rdl/layout/pages/cutter.h"
 #include "rdl/layout/report_kit.h"
 
 namespace rdl::layout {
@@ -101,6 +102,38 @@ TEST(WideTable, ABorderThatTwoColumnsShareIsDrawnOnBothPages) {
     ASSERT_THAT(sink.pages, SizeIs(3));
     EXPECT_THAT(LinesOf(sink.pages[1], Blue),
                 ElementsAre(Field(&LineOp::x1, 0), Field(&LineOp::x1, 200), Field(&LineOp::x1, 400)));
+}
+
+// Three pages of 100 points side by side; the second has a text within two clips.
+TEST(CutPages, OnlyAPageThatDrawsInAClipHasIt) {
+    Page wide;
+    wide.ops = {ClipOp{0, 0, 300, 50},        ClipOp{110, 5, 40, 20},
+                RectOp{120, 8, 10, 4, Red},   UnclipOp{},
+                RectOp{90, 30, 5, 5, Blue},   UnclipOp{},
+                RectOp{280, 60, 10, 10, Lime}};
+    std::deque<Page> pages;
+    CutPages(wide, 0, 100, 3, pages);
+    ASSERT_THAT(pages, SizeIs(3));
+    EXPECT_THAT(Of<ClipOp>(pages[0]), ElementsAre(Field(&ClipOp::x, 0)));
+    EXPECT_THAT(Of<UnclipOp>(pages[0]), SizeIs(1));
+    EXPECT_THAT(Of<RectOp>(pages[0]), ElementsAre(Field(&RectOp::color, Blue)));
+    EXPECT_THAT(Of<ClipOp>(pages[1]), ElementsAre(Field(&ClipOp::x, -100), Field(&ClipOp::x, 10)));
+    EXPECT_THAT(Of<UnclipOp>(pages[1]), SizeIs(2));
+    EXPECT_THAT(Of<RectOp>(pages[1]), ElementsAre(AllOf(Field(&RectOp::x, 20), Field(&RectOp::color, Red))));
+    EXPECT_THAT(Of<ClipOp>(pages[2]), IsEmpty());
+    EXPECT_THAT(Of<RectOp>(pages[2]), ElementsAre(AllOf(Field(&RectOp::x, 80), Field(&RectOp::color, Lime))));
+}
+
+TEST(CutPages, AnAreaStandsOnEveryPageThatItReaches) {
+    Page wide;
+    wide.ops = {RectOp{50, 0, 400, 10, Red}};
+    std::deque<Page> pages;
+    CutPages(wide, 0, 100, 4, pages);
+    const double from[] = {50, 0, 0, 0}, width[] = {50, 100, 100, 100};
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_THAT(Of<RectOp>(pages[i]),
+                    ElementsAre(AllOf(Field(&RectOp::x, from[i]), Field(&RectOp::width, width[i]))));
+    }
 }
 
 std::string Headed(const std::string& items) {

@@ -5,6 +5,7 @@
 #include "rdl/layout/drawing/drawing.h"
 #include "rdl/layout/report_kit.h"
 #include "rdl/writers/csv/fields.h"
+#include "rdl/writers/csv/shared_values.h"
 #include "rdl/writers/sample_report.h"
 
 namespace rdl::writers {
@@ -126,6 +127,47 @@ TEST(Csv, MatrixHasARecordForEachCell) {
     EXPECT_EQ(CsvOf(Tablix(1, RowOf(Cell("Amount", "=Sum(Fields!Amount.Value)")), members, columns), Four),
               "Region,Product,Amount\r\n"
               "North,Pen,1\r\nNorth,Ink,2\r\nSouth,Pen,3\r\nSouth,Ink,4\r\n");
+}
+
+// Headings over several columns, and totals below the cells of each column.
+TEST(Csv, MatrixRecordsHaveTheHeadingsAndTotalsOfTheirColumn) {
+    const std::string rows = RowOf(Cell("Amount", "=Sum(Fields!Amount.Value)")) +
+                             RowOf(Cell("Below", "=Sum(Fields!Amount.Value) * 10"));
+    const std::string members =
+        Group("Region", Header("Region", "=Fields!Region.Value") + "</TablixMember>") + Static;
+    const std::string columns =
+        Group("Product", Header("Product", "=Fields!Product.Value") + "<TablixMembers>" +
+                             Group("Amount", Header("Size", "=Fields!Amount.Value") + "</TablixMember>") +
+                             "</TablixMembers></TablixMember>");
+    EXPECT_EQ(CsvOf(Tablix(1, rows, members, columns), Four),
+              "Region,Product,Size,Amount,Below\r\n"
+              "North,Pen,1,1,10\r\nNorth,Pen,3,,30\r\nNorth,Ink,2,2,20\r\nNorth,Ink,4,,40\r\n"
+              "South,Pen,1,,10\r\nSouth,Pen,3,3,30\r\nSouth,Ink,2,,20\r\nSouth,Ink,4,4,40\r\n");
+}
+
+TEST(Csv, TextsOfOneNameHaveAColumnEach) {
+    auto report = test::SampleReport({});
+    auto& items = report->sections.front()->items;
+    for (const char* text : {"one", "two", "three"}) {
+        layout::Instance& item = items.emplace_back(test::TextItem(text));
+        item.name = "box";
+        item.column = "Box";
+    }
+    EXPECT_EQ(Csv(*report), "Box,Box,Box\r\none,two,three\r\n");
+}
+
+TEST(CsvPlaces, FindValuesByColumnInTheirOrder) {
+    CsvPlaces places;
+    places.Add({0, 2, 4, "a"});
+    places.Add({1, -1, -1, "b"});
+    places.Add({2, 3, 4, "c"});
+    EXPECT_EQ(places.Everywhere(), CsvPlaces::Numbers{1});
+    EXPECT_EQ(places.Only(1), CsvPlaces::Numbers());
+    EXPECT_EQ(places.Only(3), (CsvPlaces::Numbers{0, 2}));
+    EXPECT_EQ(places.Only(4), CsvPlaces::Numbers());
+    EXPECT_EQ(places.Only(-1), CsvPlaces::Numbers());
+    EXPECT_EQ(places.Holding(3), (CsvPlaces::Numbers{0, 1, 2}));
+    EXPECT_EQ(places.Holding(-1), CsvPlaces::Numbers{1});
 }
 
 TEST(Csv, RowsOfOneDetailAreOneRecord) {

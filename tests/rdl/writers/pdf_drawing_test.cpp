@@ -156,6 +156,44 @@ TEST_F(PdfDrawing, APngWithoutTransparencyHasNoMask) {
     EXPECT_THAT(m_output.bytes, AllOf(Not(HasSubstr("/SMask")), HasSubstr("/DeviceRGB")));
 }
 
+// The pixels of the image whose entries have `mark`, unpacked.
+std::string PixelsOf(const std::string& pdf, const std::string& mark, std::size_t size) {
+    const std::size_t entries = pdf.find(mark), begin = pdf.find("stream\n", entries) + 7;
+    const std::size_t end = pdf.find("\nendstream", begin);
+    std::string pixels(size, '\0');
+    std::size_t written = 0;
+    libdeflate_decompressor* const reader = libdeflate_alloc_decompressor();
+    EXPECT_EQ(
+        libdeflate_zlib_decompress(reader, pdf.data() + begin, end - begin, pixels.data(), size, &written),
+        LIBDEFLATE_SUCCESS);
+    libdeflate_free_decompressor(reader);
+    pixels.resize(written);
+    return pixels;
+}
+
+// More than four million pixels come row by row.
+TEST_F(PdfDrawing, ALargePngHasItsPixelsAndItsMask) {
+    constexpr int Width = 2050, Height = 2000;
+    QImage image(Width, Height, QImage::Format_RGBA8888);
+    for (int y = 0; y < Height; ++y) {
+        auto* const line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        std::fill(line, line + Width, static_cast<QRgb>(0x01020300 + (y % 200) * 0x01000001));
+    }
+    Draw({ImageOf(Stored(image, "PNG"))});
+    EXPECT_EQ(CountOf("/Subtype/Image/Width 2050/Height 2000/BitsPerComponent 8", m_output.bytes), 2u);
+    EXPECT_THAT(m_output.bytes, HasSubstr("/ColorSpace/DeviceRGB/SMask 1 0 R"));
+    std::string colors, mask;
+    for (int y = 0; y < Height; ++y) {
+        const auto* line = image.constScanLine(y);
+        for (int x = 0; x < Width; ++x, line += 4) {
+            colors.append(line, line + 3);
+            mask.append(1, static_cast<char>(line[3]));
+        }
+    }
+    EXPECT_TRUE(PixelsOf(m_output.bytes, "/DeviceRGB", colors.size() + 1) == colors);
+    EXPECT_TRUE(PixelsOf(m_output.bytes, "/DeviceGray", mask.size() + 1) == mask);
+}
+
 TEST_F(PdfDrawing, TheSameImageIsWrittenOnce) {
     const auto one = Stored(Picture(), "PNG");
     const auto loadedAgain = std::make_shared<const std::string>(*one);

@@ -9,7 +9,8 @@
 namespace rdl::layout {
 
 // Cuts `wide` at multiples of `width` from `left` and appends `count` pages to `pages`. Objects that cross an
-// edge are clipped; links and anchors belong to the page where they begin.
+// edge are clipped; links and anchors belong to the page where they begin. Clips of `wide` stand in pairs;
+// only the pages that draw in one have it. `count` is at least 1.
 void CutPages(const Page& wide, double left, double width, int count, std::deque<Page>& pages);
 
 // Ends lines and filled areas at x = `right`, and removes those that begin after it. Texts and images stay.

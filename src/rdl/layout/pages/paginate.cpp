@@ -41,6 +41,8 @@ class Pages final : public PageStream {
         content = std::move(m_waiting.front());
         m_waiting.pop_front();
         PageRecord& record = m_records.emplace_back(m_current);
+        m_pagesOfGroup.resize(static_cast<std::size_t>(record.numberGroup) + 1);
+        ++m_pagesOfGroup.back();
         record.facts.number = ++m_number;
         record.facts.overallNumber = static_cast<int>(m_records.size());
         record.first = m_records.size() == 1;
@@ -90,9 +92,7 @@ class Pages final : public PageStream {
         if (m_numberGroup == 0) {
             return total;
         }
-        return static_cast<int>(
-            std::count_if(m_records.begin(), m_records.end(),
-                          [group](const PageRecord& record) { return record.numberGroup == group; }));
+        return m_pagesOfGroup[static_cast<std::size_t>(group)];
     }
 
     void Draw(const std::vector<Instance>& items, const BoxStylePtr& style, const Rect& area, Page& content) {
@@ -232,6 +232,7 @@ class Pages final : public PageStream {
     PageRecord m_current;
     std::deque<Page> m_waiting;
     std::vector<PageRecord> m_records;
+    std::vector<int> m_pagesOfGroup;
 };
 
 // Bodies that say how many pages there are must know before the first one is given out.

@@ -118,6 +118,7 @@ class Evaluator final : public expr::Environment {
     bool PreviousPlace(const expr::AggregateCall& call, Scope& before);
     ValueList KeysOf(const Scope& scope);
     bool SameWithin(const Scope& scope, std::uint32_t parent, std::uint32_t& found);
+    static bool IsQuick(const expr::AggregateCall& call, const Target& target);
     Value OverTarget(const expr::AggregateCall& call, const Target& target);
     void AddRows(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
     bool AddInstances(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);

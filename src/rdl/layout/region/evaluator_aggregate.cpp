@@ -279,6 +279,14 @@ Value Evaluator::OverReportItems(const expr::AggregateCall& call) {
     return sum.Result();
 }
 
+// A field over a few rows, such as a cell of a matrix, is added up sooner than a result is found again;
+// millions of cells would only push the results of others out.
+bool Evaluator::IsQuick(const expr::AggregateCall& call, const Target& target) {
+    constexpr std::size_t FewRows = 4;
+    return target.scope.region && !call.recursive && (!call.argument || call.argument->PlainField() >= 0) &&
+           target.scope.region->Rows(target.scope).size() <= FewRows;
+}
+
 Value Evaluator::Aggregate(const expr::AggregateCall& call) {
     if (call.kind == expr::AggregateKind::Previous) {
         return PreviousOf(call);
@@ -295,6 +303,9 @@ Value Evaluator::Aggregate(const expr::AggregateCall& call) {
         target.whole = m_place.table;
     } else if (!Resolve(call.scope, target) && !ResolveTotal(call.scope, target.scope)) {
         return Value::Error("There is no scope " + call.scope + " around this expression");
+    }
+    if (IsQuick(call, target)) {
+        return OverTarget(call, target);
     }
     const Scope& scope = target.scope;
     const CacheKey key{static_cast<std::uint32_t>(call.id),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/csv/block.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "rdl/writers/csv/fields.h"
@@ -88,7 +89,8 @@ void CsvBlock::AddTotal(const CsvGroups& groups, CsvShared total) {
     m_totals[groups].push_back(std::move(total));
 }
 
-void CsvBlock::Join(const CsvRecord& record, std::vector<std::string>& line) const {
+void CsvBlock::Join(const CsvRecord& record, std::vector<std::string>& line,
+                    std::vector<Found>& found) const {
     line.assign(m_titles.size(), {});
     for (const auto& [column, text] : record.cells) {
         line[column] = text;
@@ -98,11 +100,18 @@ void CsvBlock::Join(const CsvRecord& record, std::vector<std::string>& line) con
     }
     CsvGroups groups = record.groups;
     while (true) {
-        if (const auto found = m_totals.find(groups); found != m_totals.end()) {
-            for (const CsvShared& total : found->second) {
-                if (total.Holds(record.place)) {
-                    line[total.column] = total.text;
+        if (const auto entry = m_totals.find(groups); entry != m_totals.end()) {
+            found.resize(std::max(found.size(), groups.size() + 1));
+            Found& here = found[groups.size()];
+            if (here.totals != &entry->second) {
+                here = {&entry->second, {}};
+                for (const CsvShared& total : entry->second) {
+                    here.places.Add(total);
                 }
+            }
+            for (const std::uint32_t number : here.places.Holding(record.place)) {
+                const CsvShared& total = entry->second[number];
+                line[total.column] = total.text;
             }
         }
         if (groups.empty()) {
@@ -116,6 +125,7 @@ void CsvBlock::Write(Output& output) {
     CsvLines lines(output);
     lines.Add(m_titles);
     std::vector<std::string> line;
+    std::vector<Found> found;
     std::string rest;
     m_records.Read([&](std::string_view piece) {
         rest += piece;
@@ -125,7 +135,7 @@ void CsvBlock::Write(Output& output) {
             if (rest.size() - at - sizeof(std::uint32_t) < length) {
                 break;
             }
-            Join(RecordOf(std::string_view(rest).substr(at + sizeof(std::uint32_t), length)), line);
+            Join(RecordOf(std::string_view(rest).substr(at + sizeof(std::uint32_t), length)), line, found);
             lines.Add(line);
             at += sizeof(std::uint32_t) + length;
         }

@@ -13,6 +13,7 @@
 
 #include "rdl/api/output.h"
 #include "rdl/spool/spool.h"
+#include "rdl/writers/csv/shared_values.h"
 
 namespace rdl::writers {
 
@@ -23,14 +24,6 @@ struct CsvRecord {
     CsvCells cells;
     CsvGroups groups;
     std::int32_t place = -1;  // column of the report's table from which the values come; -1: from all
-};
-
-// A value for the records of a group; with a range only for those from columns of it.
-struct CsvShared {
-    std::uint32_t column = 0;
-    std::int32_t from = -1, to = -1;  // columns of the report's table, `to` excluded; -1: all
-    std::string text;
-    bool Holds(std::int32_t place) const { return from < 0 || (place >= from && place < to); }
 };
 
 class CsvBlock {
@@ -44,7 +37,12 @@ class CsvBlock {
     void Write(Output& output);
 
  private:
-    void Join(const CsvRecord& record, std::vector<std::string>& line) const;
+    // The totals of the record's groups that were looked up last, by depth.
+    struct Found {
+        const std::vector<CsvShared>* totals = nullptr;
+        CsvPlaces places;
+    };
+    void Join(const CsvRecord& record, std::vector<std::string>& line, std::vector<Found>& found) const;
 
     std::vector<std::string> m_titles;
     std::unordered_map<std::string, std::uint32_t> m_columns;

@@ -22,11 +22,6 @@ bool BeginsWith(const CsvGroups& groups, const CsvGroups& outer) {
     return outer.size() <= groups.size() && std::equal(outer.begin(), outer.end(), groups.begin());
 }
 
-bool Has(const CsvCells& cells, std::uint32_t column) {
-    return std::any_of(cells.begin(), cells.end(),
-                       [column](const auto& cell) { return cell.first == column; });
-}
-
 }  // namespace
 
 std::string CsvFlattener::TextOf(const Instance& item) const {
@@ -43,10 +38,7 @@ void CsvFlattener::Text(const Instance& text, CsvCells& cells) {
         return;
     }
     // The text boxes of several subreports may have the same names.
-    std::string key = text.name;
-    while (Has(cells, m_block.Column(key, text.column))) {
-        key += '\n';
-    }
+    const std::string key = text.name + '\n' + std::to_string(m_texts[text.name]++);
     cells.emplace_back(m_block.Column(key, text.column), TextOf(text));
 }
 
@@ -173,8 +165,10 @@ void CsvFlattener::AddRow(const TableRow& row, RowContent content, State& state)
 // A text box that a row has once holds for all records, else each for those of its own columns.
 void CsvFlattener::AddHeader(const RowContent& content, State& state) const {
     for (const Field& field : content.fields) {
-        state.headers.back().push_back(
+        Headers& headers = state.headers.back();
+        headers.values.push_back(
             {field.column, field.isRepeated ? field.from : -1, field.isRepeated ? field.to : -1, field.text});
+        headers.places.Add(headers.values.back());
     }
     if (state.headers.size() > 1) {
         state.unrecorded = state.groups;
@@ -198,11 +192,9 @@ void CsvFlattener::AddTotals(const RowContent& content, State& state) {
 CsvRecord CsvFlattener::BaseOf(const State& state) const {
     CsvRecord base = state.outer;
     base.groups = state.groups;
-    for (const std::vector<CsvShared>& level : state.headers) {
-        for (const CsvShared& header : level) {
-            if (header.from < 0) {
-                base.cells.emplace_back(header.column, header.text);
-            }
+    for (const Headers& level : state.headers) {
+        for (const std::uint32_t number : level.places.Everywhere()) {
+            base.cells.emplace_back(level.values[number].column, level.values[number].text);
         }
     }
     return base;
@@ -254,11 +246,9 @@ void CsvFlattener::AddPlaces(const RowContent& content, const CsvRecord& base, S
         if (seen.empty()) {
             return;
         }
-        for (const std::vector<CsvShared>& level : state.headers) {
-            for (const CsvShared& header : level) {
-                if (header.from >= 0 && header.Holds(record.place)) {
-                    record.cells.emplace_back(header.column, header.text);
-                }
+        for (const Headers& level : state.headers) {
+            for (const std::uint32_t number : level.places.Only(record.place)) {
+                record.cells.emplace_back(level.values[number].column, level.values[number].text);
             }
         }
         Emit(std::exchange(record, base), state);

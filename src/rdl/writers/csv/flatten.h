@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "rdl/layout/drawing/drawing.h"
@@ -41,14 +42,18 @@ class CsvFlattener {
         std::vector<Field> fields;
         std::vector<const layout::Instance*> regions;  // tables and charts in the cells
     };
+    struct Headers {
+        std::vector<CsvShared> values;
+        CsvPlaces places;  // of the values
+    };
     // The place within a table while its rows are read.
     struct State {
         State(const CsvRecord& around, CsvGroups own) : outer(around), groups(std::move(own)), headers(1) {}
         const CsvRecord& outer;
-        CsvGroups groups;                             // of the row
-        std::vector<std::vector<CsvShared>> headers;  // of the open groups, by depth; the table's first
-        std::vector<Span> spans;                      // cells that reach into rows below
-        CsvRecord pending;                            // a record that the next row may belong to
+        CsvGroups groups;              // of the row
+        std::vector<Headers> headers;  // of the open groups, by depth; the table's first
+        std::vector<Span> spans;       // cells that reach into rows below
+        CsvRecord pending;             // a record that the next row may belong to
         bool hasPending = false;
         CsvGroups unrecorded;  // group that has a header and no record yet
         CsvCells unrecordedCells;
@@ -76,6 +81,7 @@ class CsvFlattener {
     CsvBlock& m_block;
     const bool m_unformatted;
     const std::string m_language;
+    std::unordered_map<std::string, int> m_texts;  // how often a name was there
     std::uint64_t m_tables = 0;
     int m_depth = 0;
 };

@@ -13,6 +13,7 @@
 
 #include "rdl/values/error.h"
 #include "rdl/values/utf8.h"
+#include "rdl/writers/pdf/deflater.h"
 
 namespace rdl::writers {
 namespace {
@@ -120,19 +121,35 @@ std::string_view PdfFile::Deflate(std::string_view data) {
 
 void PdfFile::Stream(int number, std::string_view entries, std::string_view data, bool compress) {
     const std::string_view bytes = compress ? Deflate(data) : data;
+    BeginStream(number, entries, bytes.size(), compress);
+    Put(bytes);
+    Put("\nendstream\nendobj\n");
+}
+
+void PdfFile::BeginStream(int number, std::string_view entries, std::size_t size, bool isCompressed) {
     Begin(number);
     std::string head = "<<";
     head += entries;
-    head += "/Length " + std::to_string(bytes.size());
-    head += compress ? "/Filter/FlateDecode>>\nstream\n" : ">>\nstream\n";
+    head += "/Length " + std::to_string(size);
+    head += isCompressed ? "/Filter/FlateDecode>>\nstream\n" : ">>\nstream\n";
     Put(head);
-    Put(bytes);
-    Put("\nendstream\nendobj\n");
 }
 
 int PdfFile::Stream(std::string_view entries, std::string_view data, bool compress) {
     const int number = Reserve();
     Stream(number, entries, data, compress);
+    return number;
+}
+
+int PdfFile::Stream(std::string_view entries, const Produce& produce) {
+    Spool packed;
+    Deflater deflater(packed, DeflateLevel);
+    produce([&](std::string_view piece) { deflater.Add(piece); });
+    deflater.Finish();
+    const int number = Reserve();
+    BeginStream(number, entries, packed.size(), true);
+    packed.Read([&](std::string_view piece) { Put(piece); });
+    Put("\nendstream\nendobj\n");
     return number;
 }
 

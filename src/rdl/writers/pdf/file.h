@@ -5,12 +5,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "rdl/spool/spool.h"
 #include "rdl/writers/common/writers.h"
 
 struct libdeflate_compressor;
@@ -37,6 +39,9 @@ class PdfFile {
     // Writes a stream (7.3.8); `entries` is its dictionary without Length and Filter.
     void Stream(int number, std::string_view entries, std::string_view data, bool compress = true);
     int Stream(std::string_view entries, std::string_view data, bool compress = true);
+    // The same for data that is too large for memory: `produce` passes it on in pieces.
+    using Produce = std::function<void(const Spool::Take& take)>;
+    int Stream(std::string_view entries, const Produce& produce);
     // Writes cross-reference table and trailer (7.5.4, 7.5.5); the file identifier (14.4) is computed from
     // `seed`.
     void Finish(int catalog, int info, std::string_view seed);
@@ -44,6 +49,7 @@ class PdfFile {
  private:
     void Put(std::string_view bytes);
     void Begin(int number);
+    void BeginStream(int number, std::string_view entries, std::size_t size, bool isCompressed);
     std::string_view Deflate(std::string_view data);
     void WritePack();
     void FinishWithTable(const std::string& trailer);

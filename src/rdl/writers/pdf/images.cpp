@@ -4,9 +4,12 @@
 #include <QByteArray>
 #include <QCryptographicHash>
 #include <QImage>
+#include <cstdint>
 #include <optional>
 
 #include "rdl/image/decoder.h"
+#include "rdl/image/png_rows.h"
+#include "rdl/image/type.h"
 #include "rdl/values/error.h"
 
 namespace rdl::writers {
@@ -99,10 +102,49 @@ int WritePixels(PdfFile& file, const QImage& decoded) {
     return file.Stream(entries, colors);
 }
 
+// Passes the bytes `from` to `to`, excluded, of each pixel to the stream, row by row. `step` is the size of a
+// pixel.
+PdfFile::Produce Part(const image::PngRows& rows, int step, int from, int to) {
+    return [&rows, step, from, to](const Spool::Take& take) {
+        std::string part;
+        rows.Read([&](const unsigned char* row) {
+            part.clear();
+            for (int x = 0; x < rows.Width(); ++x, row += step) {
+                part.append(row + from, row + to);
+            }
+            take(part);
+        });
+    };
+}
+
+// A large PNG is decoded once for its colors and once for its transparency, and is never in memory as a
+// whole.
+int WriteRows(PdfFile& file, const image::PngRows& rows) {
+    std::string entries = Entries(rows.Width(), rows.Height(), "DeviceRGB");
+    const int step = rows.HasAlpha() ? 4 : 3;
+    if (rows.HasAlpha()) {
+        const int mask =
+            file.Stream(Entries(rows.Width(), rows.Height(), "DeviceGray"), Part(rows, step, 3, 4));
+        entries += "/SMask " + PdfReference(mask);
+    }
+    return file.Stream(entries, Part(rows, step, 0, 3));
+}
+
+int WriteDecoded(PdfFile& file, const std::string& bytes, const std::string& item) {
+    constexpr std::int64_t MostAtOnce = 4'000'000;  // pixels
+    if (image::TypeOf(bytes, item) == image::Type::Png) {
+        const image::PngRows rows(bytes, item);
+        if (std::int64_t{rows.Width()} * rows.Height() > MostAtOnce) {
+            return WriteRows(file, rows);
+        }
+    }
+    return WritePixels(file, image::DecodeImage(bytes, item));
+}
+
 int WriteImage(PdfFile& file, const std::string& bytes, const std::string& item, bool takesCmyk) {
     const std::optional<Jpeg> jpeg = ReadJpeg(bytes);
     if (!jpeg || (jpeg->components == 4 && !takesCmyk)) {
-        return WritePixels(file, image::DecodeImage(bytes, item));
+        return WriteDecoded(file, bytes, item);
     }
     image::CheckImageSize(jpeg->width, jpeg->height, item);
     if (!IsWhole(*jpeg, bytes)) {

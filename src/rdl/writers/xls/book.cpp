@@ -26,17 +26,15 @@ XlsSheet& XlsBook::AddSheet(const std::vector<double>& columnWidths, const layou
 
 std::size_t XlsBook::Image(const std::shared_ptr<const std::string>& bytes, image::Type type,
                            const std::string& item) {
-    for (std::size_t i = 0; i < m_images.size(); ++i) {
-        if (m_images[i].bytes == bytes || *m_images[i].bytes == *bytes) {
-            ++m_images[i].uses;
-            return i;
-        }
+    const ImageNumbers::Number number = m_imageNumbers.Of(bytes);
+    if (!number.isNew) {
+        ++m_images[number.value].uses;
+        return number.value;
     }
     const bool isGif = type == image::Type::Gif;
-    m_images.push_back({bytes,
-                        isGif ? std::make_shared<const std::string>(image::AsPng(*bytes, item)) : bytes,
+    m_images.push_back({isGif ? std::make_shared<const std::string>(image::AsPng(*bytes, item)) : bytes,
                         isGif ? image::Type::Png : type, 1});
-    return m_images.size() - 1;
+    return number.value;
 }
 
 std::string XlsBook::SheetDrawing(std::size_t sheet) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "rdl/spool/spool.h"
+#include "rdl/writers/common/image_numbers.h"
 #include "rdl/writers/common/writers.h"
 #include "rdl/writers/xls/bookmarks.h"
 #include "rdl/writers/xls/sheet.h"
@@ -45,7 +46,6 @@ class XlsBook final : public XlsWorkbook {
     std::string GlobalsAt(std::size_t sheetsBegin) const;
 
     struct StoredImage {
-        std::shared_ptr<const std::string> bytes;  // as in the report, for finding them again
         std::shared_ptr<const std::string> stored;
         image::Type type;
         unsigned uses;
@@ -59,6 +59,7 @@ class XlsBook final : public XlsWorkbook {
     Spool m_spool;
     std::vector<std::unique_ptr<XlsSheet>> m_sheets;
     std::vector<StoredImage> m_images;
+    ImageNumbers m_imageNumbers;
 };
 
 }  // namespace rdl::writers

@@ -87,15 +87,14 @@ std::uint32_t XlsxBook::Text(std::string_view text) {
 
 std::size_t XlsxBook::Image(const std::shared_ptr<const std::string>& bytes, image::Type type,
                             const std::string& item) {
-    for (std::size_t i = 0; i < m_images.size(); ++i) {
-        if (m_images[i].bytes == bytes || *m_images[i].bytes == *bytes) {
-            return i;
-        }
+    const ImageNumbers::Number number = m_imageNumbers.Of(bytes);
+    if (!number.isNew) {
+        return number.value;
     }
     const bool isKept = type == image::Type::Png || type == image::Type::Jpeg;
     m_images.push_back(
-        {bytes, isKept ? bytes : std::make_shared<const std::string>(image::AsPng(*bytes, item)), item});
-    return m_images.size() - 1;
+        {isKept ? bytes : std::make_shared<const std::string>(image::AsPng(*bytes, item)), item});
+    return number.value;
 }
 
 std::string XlsxBook::ImageOf(const XlsPicture& picture) const {
@@ -121,7 +120,9 @@ void XlsxBook::Write(Output& output) {
     for (const auto& sheet : m_sheets) {
         sheet->Seal(QString::fromStdU16String(names.Next(sheet->name)).toStdString());
     }
-    for (const auto& [name, cell] : bookmarks.places()) {
+    // The library keeps the names sorted and looks from the first one for the place of each.
+    for (auto place = bookmarks.places().rbegin(); place != bookmarks.places().rend(); ++place) {
+        const auto& [name, cell] = *place;
         const std::string formula =
             std::string("=") + m_sheets[cell.sheet]->library().quoted_name + "!" + CellName(cell);
         Check(workbook_define_name(m_book, name.c_str(), formula.c_str()));

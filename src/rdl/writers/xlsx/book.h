@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "rdl/api/output.h"
+#include "rdl/writers/common/image_numbers.h"
 #include "rdl/writers/common/temporary_file.h"
 #include "rdl/writers/common/writers.h"
 #include "rdl/writers/xls/workbook.h"
@@ -55,7 +56,6 @@ class XlsxBook final : public XlsWorkbook {
 
  private:
     struct StoredImage {
-        std::shared_ptr<const std::string> bytes;  // as in the report, for finding them again
         std::shared_ptr<const std::string> stored;
         std::string item;
     };
@@ -67,6 +67,7 @@ class XlsxBook final : public XlsWorkbook {
     XlsxStyles m_styles;
     std::vector<std::unique_ptr<XlsxSheet>> m_sheets;
     std::vector<StoredImage> m_images;
+    ImageNumbers m_imageNumbers;
     std::vector<std::string> m_texts;  // of rows that are not complete
 };
 

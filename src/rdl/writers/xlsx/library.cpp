@@ -44,6 +44,12 @@ void Rename(lxw_worksheet& sheet, const std::string& name) {
     sheet.quoted_name = quoted;
 }
 
+void CloseRows(lxw_worksheet& sheet) {
+    lxw_worksheet_write_single_row(&sheet);
+    std::free(sheet.array);  // the cells were freed with their row
+    sheet.array = nullptr;
+}
+
 lxw_object_properties* NextImage(const lxw_worksheet& sheet, const lxw_object_properties* before) {
     return before ? STAILQ_NEXT(before, list_pointers) : STAILQ_FIRST(sheet.image_props);
 }

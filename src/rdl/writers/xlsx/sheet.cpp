@@ -77,6 +77,11 @@ void XlsxSheet::WriteRow(std::uint32_t index, Row& row) {
     }
 }
 
+void XlsxSheet::Finish() {
+    CompleteAll();
+    CloseRows(m_sheet);
+}
+
 void XlsxSheet::RowsAreWritten() {
     m_book.ForgetTexts();
 }

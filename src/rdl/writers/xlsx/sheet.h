@@ -25,7 +25,7 @@ class XlsxSheet final : public XlsWorksheet {
     void Merge(const XlsRange& range) override;
     void Link(const XlsRange& range, const std::string& link) override { m_links.emplace_back(range, link); }
     // Ends the sheet after its last row.
-    void Finish() { CompleteAll(); }
+    void Finish();
     // Adds name, links, images and views, once every bookmark is placed.
     void Seal(const std::string& sheetName);
     const lxw_worksheet& library() const { return m_sheet; }
