@@ -6,11 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "rdl/layout/drawing/drawing.h"
 #include "rdl/layout/drawing/pictures.h"
 #include "rdl/layout/region/property_reader.h"
 
 namespace rdl::layout {
+
+struct DrawingData;
 
 class ItemBuilder : public PropertyReader {
  public:
