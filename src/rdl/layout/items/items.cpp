@@ -338,9 +338,10 @@ void ItemBuilder::MapOf(ItemPlan& plan, Instance& out) {
 }
 
 void ItemBuilder::ShowData(DrawingData data, Instance& out) {
+    auto drawing = std::make_shared<DrawingInstance>();
+    drawing->data = std::move(data);
     out.kind = InstanceKind::Drawing;
-    out.drawing = std::make_shared<DrawingInstance>();
-    out.drawing->data = std::move(data);
+    out.drawing = std::move(drawing);
 }
 
 void ItemBuilder::Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out) {
