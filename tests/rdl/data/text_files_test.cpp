@@ -234,5 +234,52 @@ TEST_F(FileData, AFileThatNoFolderHasIsNamedInTheReportsOwn) {
         << Failure();
 }
 
+TEST_F(FileData, CsvNumbersHaveFifteenDigitsAtMost) {
+    Write("c.csv", "a,b,c\n123456789012345,1234567890123456,-123456789012345\n1,1,1\n");
+    AddSource("CSV", "c.csv");
+    AddSet("", {"a", "b", "c"});
+    const Table table = Load();
+    EXPECT_EQ(table.At(0, 0).kind(), Kind::Integer);
+    EXPECT_EQ(table.At(0, 0).AsInteger(), 123456789012345);
+    EXPECT_EQ(table.At(0, 1).kind(), Kind::Text);
+    EXPECT_EQ(table.At(1, 1).kind(), Kind::Text);
+    EXPECT_EQ(table.At(0, 2).AsInteger(), -123456789012345);
+}
+
+TEST_F(FileData, JsonPathAtAnyDepthKeepsTheOrderOfTheDocument) {
+    Write("c.json", R"([{"name": "a"}, {"name": "b", "in": [{"name": "c"}, {"name": "d"}]}, {"name": "e"}])");
+    AddSource("JSON", "c.json");
+    AddSet("$..name", {"value"});
+    EXPECT_EQ(Rows(), "a b c d e");
+}
+
+TEST_F(FileData, JsonNamesOfObjectsInObjectsHaveAllTheirLevels) {
+    Write("c.json", R"([{"a": {"b": {"c": {"d": 1}}, "e": 2}}])");
+    AddSource("JSON", "c.json");
+    AddSet("$", {"a.b.c.d", "a.e"});
+    EXPECT_EQ(Rows(), "1|2");
+}
+
+TEST_F(FileData, XmlElementsMarkedAsNilAreNullAndTheMarkIsNoColumn) {
+    Write("c.xml",
+          "<C xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance'><K xsi:nil='false'><Name>Ann</Name>"
+          "<Sum xsi:nil='true'/></K><K><Name/><Sum>5</Sum></K></C>");
+    AddSource("XML", "c.xml");
+    AddSet("", {});
+    const Table table = Load();
+    EXPECT_EQ(table.fieldNames, (std::vector<std::string>{"Name", "Sum"}));
+    ASSERT_EQ(table.RowCount(), 2U);
+    EXPECT_TRUE(table.At(0, 1).IsNull());
+    EXPECT_FALSE(table.At(1, 0).IsNull());
+    EXPECT_EQ(table.At(1, 0).AsText(), "");
+}
+
+TEST_F(FileData, XmlAttributesAndElementsOfOneNameAreTwoColumns) {
+    Write("c.xml", "<C><K id='1'><id>2</id></K></C>");
+    AddSource("XML", "c.xml");
+    AddSet("C{}/K{@id, id}", {});
+    EXPECT_EQ(Rows(), "1|2");
+}
+
 }  // namespace
 }  // namespace rdl::data

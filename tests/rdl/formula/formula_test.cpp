@@ -412,5 +412,31 @@ TEST(RecordSelectionFormula, LongChainsAreNotDeep) {
     EXPECT_FALSE(Selects(any, {{"N", Value::Integer(5'000)}}));
 }
 
+TEST(RecordSelectionFormula, NullInAListLeavesWhatIsNotFoundUnknown) {
+    const auto n = [](std::int64_t number) {
+        return std::map<std::string, Value>{{"N", Value::Integer(number)}};  // {M} is null
+    };
+    EXPECT_TRUE(ValueOf("{N} in [{M}, 5]", n(5)).AsBoolean());
+    EXPECT_TRUE(ValueOf("{N} in [{M}, 5]", n(3)).IsNull());
+    EXPECT_TRUE(ValueOf("not ({N} in [{M}, 5])", n(3)).IsNull());
+    EXPECT_FALSE(Selects("not ({N} in [{M}, 5])", n(3)));
+    EXPECT_FALSE(Selects("not ({N} in [{M}, 5])", n(5)));
+    EXPECT_TRUE(Selects("not ({N} in [4, 5])", n(3)));
+    EXPECT_TRUE(ValueOf("{M} in [4, 5]", n(3)).IsNull());
+    EXPECT_TRUE(ValueOf("{N} in [{M} to 4, 9]", n(3)).IsNull());
+    EXPECT_TRUE(ValueOf("{N} = 3 and {M} = 1", n(3)).IsNull());
+    EXPECT_FALSE(ValueOf("{N} = 4 and {M} = 1", n(3)).AsBoolean());
+    EXPECT_TRUE(ValueOf("{N} = 3 or {M} = 1", n(3)).AsBoolean());
+    EXPECT_TRUE(ValueOf("{N} = 4 or {M} = 1", n(3)).IsNull());
+}
+
+TEST(RecordSelectionFormula, BothEndsOfARangeBelongToIt) {
+    for (const std::int64_t number : {1, 3, 5}) {
+        EXPECT_TRUE(Selects("{N} in 1 to 5", {{"N", Value::Integer(number)}})) << number;
+    }
+    EXPECT_FALSE(Selects("{N} in 1 to 5", {{"N", Value::Integer(0)}}));
+    EXPECT_FALSE(Selects("{N} in 1 to 5", {{"N", Value::Integer(6)}}));
+}
+
 }  // namespace
 }  // namespace rdl::formula

@@ -375,5 +375,32 @@ TEST(Subreport, StandsInCellsAndInOtherSubreports) {
     EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("Pen!", "Ink!")));
 }
 
+TEST(Tablix, FiltersOfADetailGroupLeaveRowsOut) {
+    const auto rows = [](const std::string& op, const std::string& value) {
+        return Rows(
+            BuildKit(
+                Report(Tablix(1, RowOf(Cell("V", "=Fields!Amount.Value")),
+                              "<TablixMember><Group Name=\"Details\"><Filters><Filter><FilterExpression>"
+                              "=Fields!Amount.Value</FilterExpression><Operator>" +
+                                  op + "</Operator><FilterValues><FilterValue>=" + value +
+                                  "</FilterValue></FilterValues></Filter></Filters></Group></TablixMember>")),
+                Sales(FourSales))
+                .Table());
+    };
+    EXPECT_THAT(rows("GreaterThan", "10"), ElementsAre("20", "30"));
+    EXPECT_THAT(rows("TopN", "1"), ElementsAre("30"));
+    EXPECT_THAT(rows("BottomN", "2"), ElementsAre("10", "5"));
+}
+
+TEST(Tablix, PreviousInAGroupBeginsWithEachOfIts) {
+    const auto kit = BuildKit(
+        Report(Tablix(1, RowOf(Cell("V", "=Previous(Fields!Amount.Value, &quot;ByRegion&quot;)")),
+                      "<TablixMember><Group Name=\"ByRegion\"><GroupExpressions><GroupExpression>"
+                      "=Fields!Region.Value</GroupExpression></GroupExpressions></Group><TablixMembers>" +
+                          Details + "</TablixMembers></TablixMember>")),
+        Sales(FourSales));
+    EXPECT_THAT(Rows(kit.Table()), ElementsAre("", "10", "", "20"));
+}
+
 }  // namespace
 }  // namespace rdl::layout

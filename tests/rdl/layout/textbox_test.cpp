@@ -178,5 +178,28 @@ TEST(Body, KnowsTheNumberOfPages) {
     EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("1 of 2"), ElementsAre("x")));
 }
 
+TEST(Textbox, ALinkOfOneRunHasTheAreaOfItsText) {
+    const std::string box =
+        "<Textbox Name=\"T\"><Paragraphs><Paragraph><TextRuns><TextRun><Value>See </Value></TextRun><TextRun>"
+        "<Value>here</Value><ActionInfo><Actions><Action><Hyperlink>https://example.com/</Hyperlink></Action>"
+        "</Actions></ActionInfo></TextRun></TextRuns></Paragraph></Paragraphs>" +
+        Place + "</Textbox>";
+    const TextSink sink = PagesOf(BuildKit(Report(box), Sales({})));
+    const Page& page = sink.pages.at(0);
+    const std::vector<TextOp> texts = Of<TextOp>(page);
+    const std::vector<LinkOp> links = Of<LinkOp>(page);
+    ASSERT_THAT(texts, SizeIs(2));
+    ASSERT_THAT(links, SizeIs(1));
+    double width = 0;
+    for (std::uint32_t i = 0; i < texts[1].glyphCount; ++i) {
+        width += static_cast<double>(page.glyphs[texts[1].firstGlyph + i].advance);
+    }
+    EXPECT_EQ(links[0].uri, "https://example.com/");
+    EXPECT_NEAR(links[0].x, texts[1].x, 0.001);
+    EXPECT_NEAR(links[0].width, width, 0.001);
+    EXPECT_LT(links[0].y, texts[1].baseline);
+    EXPECT_GT(links[0].y + links[0].height, texts[1].baseline);
+}
+
 }  // namespace
 }  // namespace rdl::layout
