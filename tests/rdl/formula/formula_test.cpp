@@ -293,7 +293,16 @@ TEST(RecordSelectionFormula, NamedPeriodsCountFromTheDayOfTheRun) {
         {"Calendar1stHalf", MakeTicks(2025, 1, 1), MakeTicks(2025, 6, 30)},
         {"AllDatesToToday", 0, MakeTicks(2025, 6, 15)},
         {"AllDatesFromTomorrow", MakeTicks(2025, 6, 16), MakeTicks(9999, 12, 31)},
+        {"Aged61To90Days", MakeTicks(2025, 3, 17), MakeTicks(2025, 4, 15)},
         {"Over90Days", 0, MakeTicks(2025, 3, 16)},
+        {"Next31To60Days", MakeTicks(2025, 7, 16), MakeTicks(2025, 8, 14)},
+        {"Next61To90Days", MakeTicks(2025, 8, 15), MakeTicks(2025, 9, 13)},
+        {"Next91To365Days", MakeTicks(2025, 9, 14), MakeTicks(2026, 6, 15)},
+        {"Calendar2ndQtr", MakeTicks(2025, 4, 1), MakeTicks(2025, 6, 30)},
+        {"Calendar3rdQtr", MakeTicks(2025, 7, 1), MakeTicks(2025, 9, 30)},
+        {"Calendar2ndHalf", MakeTicks(2025, 7, 1), MakeTicks(2025, 12, 31)},
+        {"AllDatesToYesterday", 0, MakeTicks(2025, 6, 14)},
+        {"AllDatesFromToday", MakeTicks(2025, 6, 15), MakeTicks(9999, 12, 31)},
     };
     for (const auto& [period, first, last] : cases) {
         const std::string formula = "{D} in " + std::string(period);
