@@ -251,6 +251,24 @@ TEST_F(ReportEngine, SubreportRunsWithItsParameters) {
     EXPECT_THAT(ErrorOf([&] { report->Export(false); }).Description(), HasSubstr("Subreport s"));
 }
 
+TEST_F(ReportEngine, ParameterOfSeveralValuesTakesAllDefaultsOfItsQuery) {
+    const std::string defaults =
+        "<DefaultValue><DataSetReference><DataSetName>People</DataSetName><ValueField>Name</ValueField>"
+        "</DataSetReference></DefaultValue>";
+    const auto shown = [&](const std::string& more, const std::string& value) {
+        std::string text = PeopleReport(Parameters(Parameter("who", "String", defaults + more)));
+        const std::string plain = "=Fields!Name.Value";
+        text.replace(text.find(plain), plain.size(), value);
+        const auto report = OpenRdlReport(Write("a.rpt", text));
+        Aim(*report, report::CodeOf(report::DocumentFormat::Html), Path("out.htm"));
+        report->Export(false);
+        return Read("out.htm");
+    };
+    EXPECT_THAT(shown("<MultiValue>true</MultiValue>", "=Join(Parameters!who.Value, \"+\")"),
+                HasSubstr("Ann+Bob+Cleo"));
+    EXPECT_THAT(shown("", "=\"[\" &amp; Parameters!who.Value &amp; \"]\""), HasSubstr("[Ann]"));
+}
+
 // A parameter that takes null has it where the report around passes null or nothing; any other needs a value.
 TEST_F(ReportEngine, SubreportTakesNullOnlyWhereItsParameterDoes) {
     const auto shown = [this](const std::string& nullable, const std::string& passed) {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "data_fixture.h"
+#include "rdl/data/common/field_type.h"
 #include "rdl/expr/operations/compare.h"
+#include "rdl/format/format.h"
 #include "support/sanitizer.h"
 
 namespace rdl::data {
@@ -279,6 +281,24 @@ TEST_F(FileData, XmlAttributesAndElementsOfOneNameAreTwoColumns) {
     AddSource("XML", "c.xml");
     AddSet("C{}/K{@id, id}", {});
     EXPECT_EQ(Rows(), "1|2");
+}
+
+TEST_F(FileData, DecimalsWithAPlusAreExactToo) {
+    Write("c.csv", "a\n+12345678901234567.89\n-0.1\n");
+    AddSource("CSV", "c.csv");
+    AddSet("", {"a:System.Decimal"});
+    const Table table = Load();
+    ASSERT_EQ(table.At(0, 0).kind(), Kind::Decimal);
+    EXPECT_EQ(table.At(0, 0).AsDecimal().Text(), "12345678901234567.89");
+    EXPECT_EQ(table.At(1, 0).AsDecimal().Text(), "-0.1");
+}
+
+TEST(StoredValues, DatesAreSecondsOrJulianDays) {
+    const auto stored = [](const Value& value) { return ConvertStored(value, FieldType::DateTime); };
+    EXPECT_EQ(stored(Value::Integer(0)).AsTicks(), MakeTicks(1970, 1, 1));
+    EXPECT_EQ(stored(Value::Integer(951'782'400 + 3661)).AsTicks(), MakeTicks(2000, 2, 29, 1, 1, 1));
+    EXPECT_EQ(stored(Value::Real(2'440'587.5)).AsTicks(), MakeTicks(1970, 1, 1));
+    EXPECT_EQ(stored(Value::Real(2'440'588.25)).AsTicks(), MakeTicks(1970, 1, 1, 18));
 }
 
 }  // namespace

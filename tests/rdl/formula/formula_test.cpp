@@ -447,5 +447,14 @@ TEST(RecordSelectionFormula, BothEndsOfARangeBelongToIt) {
     EXPECT_FALSE(Selects("{N} in 1 to 5", {{"N", Value::Integer(6)}}));
 }
 
+TEST(RecordSelectionFormula, TimesOfDayHaveTheirEnds) {
+    EXPECT_EQ(ValueOf("time(23, 59, 59)").AsTicks(), TicksPerDay - TicksPerSecond);
+    EXPECT_EQ(ValueOf("time(0, 0, 0)").AsTicks(), 0);
+    EXPECT_EQ(ValueOf("time(1, 2, 3)").AsTicks(), 3723 * TicksPerSecond);
+    for (const char* text : {"time(24, 0, 0)", "time(0, 60, 0)", "time(0, 0, 60)", "time(0, 0, -1)"}) {
+        EXPECT_TRUE(ValueOf(text).IsError()) << text;
+    }
+}
+
 }  // namespace
 }  // namespace rdl::formula

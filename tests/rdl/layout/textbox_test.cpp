@@ -201,5 +201,58 @@ TEST(Textbox, ALinkOfOneRunHasTheAreaOfItsText) {
     EXPECT_GT(links[0].y + links[0].height, texts[1].baseline);
 }
 
+TEST(Textbox, TurnedTextBeginsAtItsCorner) {
+    const TextOp down = Only("<WritingMode>Vertical</WritingMode>");
+    const TextOp up = Only("<WritingMode>Rotate270</WritingMode>");
+    EXPECT_NEAR(down.baseline, 0, 0.01);
+    EXPECT_NEAR(up.baseline, 100, 0.01);
+    EXPECT_GT(down.x, 85);
+    EXPECT_LT(up.x, 15);
+}
+
+TEST(Paragraph, AListBeginsWithOneAfterAParagraphInBetween) {
+    const auto paragraph = [](const std::string& more) {
+        return "<Paragraph><TextRuns><TextRun><Value>a</Value></TextRun></TextRuns>" + more + "</Paragraph>";
+    };
+    const std::string numbered = "<ListStyle>Numbered</ListStyle><ListLevel>1</ListLevel>";
+    const std::string bulleted = "<ListStyle>Bulleted</ListStyle><ListLevel>1</ListLevel>";
+    const std::string between = "<ListLevel>1</ListLevel>";
+    const auto numbers = [&](const std::string& middle) {
+        const auto kit = BuildKit(Report("<Textbox Name=\"T\"><Paragraphs>" + paragraph(numbered) +
+                                         paragraph(middle) + paragraph(numbered) + "</Paragraphs></Textbox>"),
+                                  Sales({}));
+        const auto& item = kit.report->sections.front()->items.front();
+        return std::pair(item.paragraphs.at(0).listNumber, item.paragraphs.at(2).listNumber);
+    };
+    EXPECT_EQ(numbers(between), std::pair(1, 1));
+    EXPECT_EQ(numbers(bulleted), std::pair(1, 2));
+    EXPECT_EQ(numbers(numbered), std::pair(1, 3));
+}
+
+TEST(Body, ItemsOfOneHeightFollowEachOtherFromTheLeft) {
+    const auto kit = BuildKit(Report(Box("C", "c", "<Top>5pt</Top><Left>0pt</Left>") +
+                                     Box("B", "b", "<Left>100pt</Left>") + Box("A", "a", "<Left>0pt</Left>")),
+                              Sales({}));
+    std::string names;
+    for (const Instance& item : kit.report->sections.front()->items) {
+        names += item.name;
+    }
+    EXPECT_EQ(names, "ABC");
+}
+
+TEST(Textbox, WeightsFromHalfBoldOnAreBold) {
+    const auto isBold = [](const std::string& weight) {
+        const auto kit = BuildKit(
+            Report(Box("T", "x", "<Style><FontWeight>" + weight + "</FontWeight></Style>")), Sales({}));
+        return kit.report->sections.front()->items.front().paragraphs.front().runs.front().style->bold;
+    };
+    for (const char* weight : {"SemiBold", "600", "Bold", "700", "Heavy"}) {
+        EXPECT_TRUE(isBold(weight)) << weight;
+    }
+    for (const char* weight : {"Medium", "599", "500", "Normal", "Lighter", "nonsense"}) {
+        EXPECT_FALSE(isBold(weight)) << weight;
+    }
+}
+
 }  // namespace
 }  // namespace rdl::layout
