@@ -269,7 +269,7 @@ TEST_F(FileData, XmlElementsMarkedAsNilAreNullAndTheMarkIsNoColumn) {
     AddSource("XML", "c.xml");
     AddSet("", {});
     const Table table = Load();
-    EXPECT_EQ(table.fieldNames, (std::vector<std::string>{"Name", "Sum"}));
+    ASSERT_EQ(table.fieldNames, (std::vector<std::string>{"Name", "Sum"}));
     ASSERT_EQ(table.RowCount(), 2U);
     EXPECT_TRUE(table.At(0, 1).IsNull());
     EXPECT_FALSE(table.At(1, 0).IsNull());
