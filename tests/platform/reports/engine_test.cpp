@@ -251,6 +251,55 @@ TEST_F(ReportEngine, SubreportRunsWithItsParameters) {
     EXPECT_THAT(ErrorOf([&] { report->Export(false); }).Description(), HasSubstr("Subreport s"));
 }
 
+TEST_F(ReportEngine, ParameterOfSeveralValuesTakesAllDefaultsOfItsQuery) {
+    const std::string defaults =
+        "<DefaultValue><DataSetReference><DataSetName>People</DataSetName><ValueField>Name</ValueField>"
+        "</DataSetReference></DefaultValue>";
+    const auto shown = [&](const std::string& more, const std::string& value) {
+        std::string text = PeopleReport(Parameters(Parameter("who", "String", defaults + more)));
+        const std::string plain = "=Fields!Name.Value";
+        text.replace(text.find(plain), plain.size(), value);
+        const auto report = OpenRdlReport(Write("a.rpt", text));
+        Aim(*report, report::CodeOf(report::DocumentFormat::Html), Path("out.htm"));
+        report->Export(false);
+        return Read("out.htm");
+    };
+    EXPECT_THAT(shown("<MultiValue>true</MultiValue>", "=Join(Parameters!who.Value, \"+\")"),
+                HasSubstr("Ann+Bob+Cleo"));
+    EXPECT_THAT(shown("", "=\"[\" &amp; Parameters!who.Value &amp; \"]\""), HasSubstr("[Ann]"));
+}
+
+// A parameter that takes null has it where the report around passes null or nothing; any other needs a value.
+TEST_F(ReportEngine, SubreportTakesNullOnlyWhereItsParameterDoes) {
+    const auto shown = [this](const std::string& nullable, const std::string& passed) {
+        std::string child = PeopleReport(Parameters(Parameter("Greeting", "String", nullable)));
+        const std::string plain = "=Fields!Name.Value";
+        child.replace(
+            child.find(plain), plain.size(),
+            "=IIf(Parameters!Greeting.Value Is Nothing, \"none-\", \"some-\") &amp; Fields!Name.Value");
+        Write("child.rpt", child);
+        std::string parent = PeopleReport();
+        parent.insert(
+            parent.find("<Table "),
+            "<Subreport Name=\"s\"><Top>1in</Top><Height>1in</Height><ReportName>child</ReportName>" +
+                passed + "</Subreport>");
+        const auto report = OpenRdlReport(Write("parent.rpt", parent));
+        Aim(*report, report::CodeOf(report::DocumentFormat::Html), Path("out.htm"));
+        const std::string error = ErrorOf([&] { report->Export(false); }).Description();
+        return error.empty() ? Read("out.htm") : error;
+    };
+    const std::string takesNull = "<Nullable>true</Nullable>";
+    const auto pass = [](const std::string& value) {
+        return "<Parameters><Parameter Name=\"Greeting\"><Value>" + value +
+               "</Value></Parameter></Parameters>";
+    };
+    EXPECT_THAT(shown(takesNull, pass("=Nothing")), AllOf(HasSubstr("none-Ann"), HasSubstr("none-Cleo")));
+    EXPECT_THAT(shown(takesNull, ""), AllOf(HasSubstr("none-Ann"), HasSubstr("none-Cleo")));
+    EXPECT_THAT(shown(takesNull, pass("x")), HasSubstr("some-Ann"));
+    EXPECT_THAT(shown("", pass("=Nothing")), HasSubstr("Parameter \"Greeting\" has no value"));
+    EXPECT_THAT(shown("", ""), HasSubstr("Parameter \"Greeting\" has no value and no default"));
+}
+
 TEST_F(ReportEngine, SubreportOfAServersFolderIsTheFileBesideTheReport) {
     Write("child.rdl", PeopleReport());
     std::string parent = PeopleReport();

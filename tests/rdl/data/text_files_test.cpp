@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "data_fixture.h"
+#include "rdl/data/common/field_type.h"
 #include "rdl/expr/operations/compare.h"
+#include "rdl/format/format.h"
 #include "support/sanitizer.h"
 
 namespace rdl::data {
@@ -232,6 +234,71 @@ TEST_F(FileData, AFileThatNoFolderHasIsNamedInTheReportsOwn) {
     AddSet("$", {"v"});
     EXPECT_NE(Failure().find((folder / "c.json").string() + "\" does not exist"), std::string::npos)
         << Failure();
+}
+
+TEST_F(FileData, CsvNumbersHaveFifteenDigitsAtMost) {
+    Write("c.csv", "a,b,c\n123456789012345,1234567890123456,-123456789012345\n1,1,1\n");
+    AddSource("CSV", "c.csv");
+    AddSet("", {"a", "b", "c"});
+    const Table table = Load();
+    EXPECT_EQ(table.At(0, 0).kind(), Kind::Integer);
+    EXPECT_EQ(table.At(0, 0).AsInteger(), 123456789012345);
+    EXPECT_EQ(table.At(0, 1).kind(), Kind::Text);
+    EXPECT_EQ(table.At(1, 1).kind(), Kind::Text);
+    EXPECT_EQ(table.At(0, 2).AsInteger(), -123456789012345);
+}
+
+TEST_F(FileData, JsonPathAtAnyDepthKeepsTheOrderOfTheDocument) {
+    Write("c.json", R"([{"name": "a"}, {"name": "b", "in": [{"name": "c"}, {"name": "d"}]}, {"name": "e"}])");
+    AddSource("JSON", "c.json");
+    AddSet("$..name", {"value"});
+    EXPECT_EQ(Rows(), "a b c d e");
+}
+
+TEST_F(FileData, JsonNamesOfObjectsInObjectsHaveAllTheirLevels) {
+    Write("c.json", R"([{"a": {"b": {"c": {"d": 1}}, "e": 2}}])");
+    AddSource("JSON", "c.json");
+    AddSet("$", {"a.b.c.d", "a.e"});
+    EXPECT_EQ(Rows(), "1|2");
+}
+
+TEST_F(FileData, XmlElementsMarkedAsNilAreNullAndTheMarkIsNoColumn) {
+    Write("c.xml",
+          "<C xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance'><K xsi:nil='false'><Name>Ann</Name>"
+          "<Sum xsi:nil='true'/></K><K><Name/><Sum>5</Sum></K></C>");
+    AddSource("XML", "c.xml");
+    AddSet("", {});
+    const Table table = Load();
+    ASSERT_EQ(table.fieldNames, (std::vector<std::string>{"Name", "Sum"}));
+    ASSERT_EQ(table.RowCount(), 2U);
+    EXPECT_TRUE(table.At(0, 1).IsNull());
+    EXPECT_FALSE(table.At(1, 0).IsNull());
+    EXPECT_EQ(table.At(1, 0).AsText(), "");
+}
+
+TEST_F(FileData, XmlAttributesAndElementsOfOneNameAreTwoColumns) {
+    Write("c.xml", "<C><K id='1'><id>2</id></K></C>");
+    AddSource("XML", "c.xml");
+    AddSet("C{}/K{@id, id}", {});
+    EXPECT_EQ(Rows(), "1|2");
+}
+
+TEST_F(FileData, DecimalsWithAPlusAreExactToo) {
+    Write("c.csv", "a\n+12345678901234567.89\n-0.1\n");
+    AddSource("CSV", "c.csv");
+    AddSet("", {"a:System.Decimal"});
+    const Table table = Load();
+    ASSERT_EQ(table.At(0, 0).kind(), Kind::Decimal);
+    EXPECT_EQ(table.At(0, 0).AsDecimal().Text(), "12345678901234567.89");
+    EXPECT_EQ(table.At(1, 0).AsDecimal().Text(), "-0.1");
+}
+
+TEST(StoredValues, DatesAreSecondsOrJulianDays) {
+    const auto stored = [](const Value& value) { return ConvertStored(value, FieldType::DateTime); };
+    EXPECT_EQ(stored(Value::Integer(0)).AsTicks(), MakeTicks(1970, 1, 1));
+    EXPECT_EQ(stored(Value::Integer(951'782'400 + 3661)).AsTicks(), MakeTicks(2000, 2, 29, 1, 1, 1));
+    EXPECT_EQ(stored(Value::Real(2'440'587.5)).AsTicks(), MakeTicks(1970, 1, 1));
+    EXPECT_EQ(stored(Value::Real(2'440'588.25)).AsTicks(), MakeTicks(1970, 1, 1, 18));
 }
 
 }  // namespace

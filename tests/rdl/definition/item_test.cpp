@@ -248,5 +248,17 @@ TEST(ReportImage, AnEmbeddedOneThatTheReportDoesNotHaveIsNamed) {
               "sales.rpt, line 2: Image Logo, Value: the report has no embedded image \"x\"");
 }
 
+TEST(ReportItems, ABackgroundPictureWithoutASourceIsAFile) {
+    const Definition report = Parse(WithItems(
+        "<Textbox "
+        "Name=\"t\"><Value>x</Value><Style><BackgroundImage><Value>logo.png</Value></BackgroundImage>"
+        "</Style></Textbox>"));
+    EXPECT_EQ(OnlyItem<Textbox>(report).style.Find(StyleProperty::BackgroundImageValue)->source, "logo.png");
+    EXPECT_THAT(
+        ErrorOf(WithItems("<Textbox Name=\"t\"><Value>x</Value><Style><BackgroundImage><Source>Embedded"
+                          "</Source><Value>logo</Value></BackgroundImage></Style></Textbox>")),
+        testing::HasSubstr("logo"));
+}
+
 }  // namespace
 }  // namespace rdl::test

@@ -254,5 +254,34 @@ TEST(ReportTablix, UnknownFilterOperatorIsAnError) {
         HasSubstr("\"Near\""));
 }
 
+// A Tablix without a size of its own is as wide as its columns and the row headers of all levels.
+TEST(ReportTablix, HeadersOfAllLevelsCountForItsSize) {
+    const auto member = [](const std::string& size, const std::string& inner) {
+        return "<TablixMember><TablixHeader><Size>" + size + "</Size></TablixHeader>" +
+               (inner.empty() ? "" : "<TablixMembers>" + inner + "</TablixMembers>") + "</TablixMember>";
+    };
+    const Definition report = Parse(WithItems(
+        "<Tablix Name=\"t\"><TablixBody><TablixColumns><TablixColumn><Width>100pt</Width></TablixColumn>"
+        "</TablixColumns><TablixRows><TablixRow><Height>20pt</Height><TablixCells><TablixCell/></TablixCells>"
+        "</TablixRow></TablixRows></TablixBody><TablixColumnHierarchy><TablixMembers>" +
+        member("7pt", member("5pt", "")) +
+        "</TablixMembers></TablixColumnHierarchy><TablixRowHierarchy><TablixMembers>" +
+        member("50pt", member("30pt", "")) +
+        "</TablixMembers></TablixRowHierarchy><DataSetName>d</DataSetName></Tablix>"));
+    EXPECT_DOUBLE_EQ(OnlyItem<Tablix>(report).width, 180);
+    EXPECT_DOUBLE_EQ(OnlyItem<Tablix>(report).height, 32);
+}
+
+TEST(ReportTable, ADetailRowKeepsWhatItsVisibilitySays) {
+    std::string row = Row("d1", "d2");
+    row.insert(row.find("</TableRow>"), "<Visibility><Hidden>=Fields!A.Value</Hidden></Visibility>");
+    const Definition report =
+        Parse(WithItems("<Table Name=\"t\"><DataSetName>d</DataSetName>" + Columns + "<Details><TableRows>" +
+                        row + "</TableRows></Details></Table>"));
+    const TablixMember& details = OnlyItem<Tablix>(report).rowMembers.at(0);
+    ASSERT_EQ(details.members.size(), 1U);
+    EXPECT_EQ(details.members[0].visibility.hidden.source, "=Fields!A.Value");
+}
+
 }  // namespace
 }  // namespace rdl::test

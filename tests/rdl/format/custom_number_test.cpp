@@ -70,6 +70,15 @@ TEST(CustomNumberFormat, TakesSeparatorsFromTheCulture) {
               "234,50");
 }
 
+TEST(CustomNumberFormat, ANegativeNumberThatIsRoundedToZeroHasNoSign) {
+    EXPECT_EQ(Text(-0.4, "0"), "0");
+    EXPECT_EQ(Text(-0.004, "#,##0.00"), "0.00");
+    EXPECT_EQ(Text(-0.004, "0.00%"), "-0.40%");
+    EXPECT_EQ(Text(-0.00004, "0.00%"), "0.00%");
+    EXPECT_EQ(Text(-0.4, "#"), "");
+    EXPECT_EQ(Text(-0.5, "0"), "-1");
+}
+
 TEST(CustomNumberFormat, WholeNumbersAsWell) {
     EXPECT_EQ(FormatValue(Value::Integer(1234567), "#,##0", FindCulture("en-US")), "1,234,567");
     EXPECT_EQ(FormatValue(Value::Integer(-9'007'199'254'740'993), "0", FindCulture("")), "-9007199254740993");

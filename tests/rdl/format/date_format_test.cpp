@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <ctime>
 #include <string>
 
 #include "rdl/format/format.h"
@@ -102,6 +104,34 @@ TEST(DateTimeFormat, EveryCutOffFormatIsHarmless) {
         FormatValue(Value::TimeSpan(Moment), format.substr(0, length), FindCulture(""));
     }
     EXPECT_EQ(Text(Moment, std::string(5000, 'y')).size(), 20u);
+}
+
+// The zone of the process for one test.
+class Zone {
+ public:
+    explicit Zone(const char* zone) : m_before(std::getenv("TZ") ? std::getenv("TZ") : "") { Set(zone); }
+    ~Zone() { Set(m_before.c_str()); }
+    Zone(const Zone&) = delete;
+    Zone& operator=(const Zone&) = delete;
+
+ private:
+    static void Set(const char* zone) {
+        setenv("TZ", zone, 1);
+        tzset();
+    }
+    const std::string m_before;
+};
+
+TEST(DateTimeFormat, ZonesWestOfUtcHaveAMinusInFrontOfHoursAndMinutes) {
+    {
+        const Zone newfoundland("NST3:30NDT,M3.2.0,M11.1.0");
+        EXPECT_EQ(Text(MakeTicks(2009, 1, 15, 12), "zzz"), "-03:30");
+        EXPECT_EQ(Text(MakeTicks(2009, 6, 15, 12), "zzz"), "-02:30");
+        EXPECT_EQ(Text(MakeTicks(2009, 6, 15, 12), "zz"), "-02");
+        EXPECT_EQ(Text(MakeTicks(2009, 6, 15, 12), "%z"), "-2");
+    }
+    const Zone india("IST-5:30");
+    EXPECT_EQ(Text(MakeTicks(2009, 1, 15, 12), "zzz zz"), "+05:30 +05");
 }
 
 }  // namespace

@@ -293,7 +293,16 @@ TEST(RecordSelectionFormula, NamedPeriodsCountFromTheDayOfTheRun) {
         {"Calendar1stHalf", MakeTicks(2025, 1, 1), MakeTicks(2025, 6, 30)},
         {"AllDatesToToday", 0, MakeTicks(2025, 6, 15)},
         {"AllDatesFromTomorrow", MakeTicks(2025, 6, 16), MakeTicks(9999, 12, 31)},
+        {"Aged61To90Days", MakeTicks(2025, 3, 17), MakeTicks(2025, 4, 15)},
         {"Over90Days", 0, MakeTicks(2025, 3, 16)},
+        {"Next31To60Days", MakeTicks(2025, 7, 16), MakeTicks(2025, 8, 14)},
+        {"Next61To90Days", MakeTicks(2025, 8, 15), MakeTicks(2025, 9, 13)},
+        {"Next91To365Days", MakeTicks(2025, 9, 14), MakeTicks(2026, 6, 15)},
+        {"Calendar2ndQtr", MakeTicks(2025, 4, 1), MakeTicks(2025, 6, 30)},
+        {"Calendar3rdQtr", MakeTicks(2025, 7, 1), MakeTicks(2025, 9, 30)},
+        {"Calendar2ndHalf", MakeTicks(2025, 7, 1), MakeTicks(2025, 12, 31)},
+        {"AllDatesToYesterday", 0, MakeTicks(2025, 6, 14)},
+        {"AllDatesFromToday", MakeTicks(2025, 6, 15), MakeTicks(9999, 12, 31)},
     };
     for (const auto& [period, first, last] : cases) {
         const std::string formula = "{D} in " + std::string(period);
@@ -410,6 +419,41 @@ TEST(RecordSelectionFormula, LongChainsAreNotDeep) {
     }
     EXPECT_TRUE(Selects(any, {{"N", Value::Integer(4'999)}}));
     EXPECT_FALSE(Selects(any, {{"N", Value::Integer(5'000)}}));
+}
+
+TEST(RecordSelectionFormula, NullInAListLeavesWhatIsNotFoundUnknown) {
+    const auto n = [](std::int64_t number) {
+        return std::map<std::string, Value>{{"N", Value::Integer(number)}};  // {M} is null
+    };
+    EXPECT_TRUE(ValueOf("{N} in [{M}, 5]", n(5)).AsBoolean());
+    EXPECT_TRUE(ValueOf("{N} in [{M}, 5]", n(3)).IsNull());
+    EXPECT_TRUE(ValueOf("not ({N} in [{M}, 5])", n(3)).IsNull());
+    EXPECT_FALSE(Selects("not ({N} in [{M}, 5])", n(3)));
+    EXPECT_FALSE(Selects("not ({N} in [{M}, 5])", n(5)));
+    EXPECT_TRUE(Selects("not ({N} in [4, 5])", n(3)));
+    EXPECT_TRUE(ValueOf("{M} in [4, 5]", n(3)).IsNull());
+    EXPECT_TRUE(ValueOf("{N} in [{M} to 4, 9]", n(3)).IsNull());
+    EXPECT_TRUE(ValueOf("{N} = 3 and {M} = 1", n(3)).IsNull());
+    EXPECT_FALSE(ValueOf("{N} = 4 and {M} = 1", n(3)).AsBoolean());
+    EXPECT_TRUE(ValueOf("{N} = 3 or {M} = 1", n(3)).AsBoolean());
+    EXPECT_TRUE(ValueOf("{N} = 4 or {M} = 1", n(3)).IsNull());
+}
+
+TEST(RecordSelectionFormula, BothEndsOfARangeBelongToIt) {
+    for (const std::int64_t number : {1, 3, 5}) {
+        EXPECT_TRUE(Selects("{N} in 1 to 5", {{"N", Value::Integer(number)}})) << number;
+    }
+    EXPECT_FALSE(Selects("{N} in 1 to 5", {{"N", Value::Integer(0)}}));
+    EXPECT_FALSE(Selects("{N} in 1 to 5", {{"N", Value::Integer(6)}}));
+}
+
+TEST(RecordSelectionFormula, TimesOfDayHaveTheirEnds) {
+    EXPECT_EQ(ValueOf("time(23, 59, 59)").AsTicks(), TicksPerDay - TicksPerSecond);
+    EXPECT_EQ(ValueOf("time(0, 0, 0)").AsTicks(), 0);
+    EXPECT_EQ(ValueOf("time(1, 2, 3)").AsTicks(), 3723 * TicksPerSecond);
+    for (const char* text : {"time(24, 0, 0)", "time(0, 60, 0)", "time(0, 0, 60)", "time(0, 0, -1)"}) {
+        EXPECT_TRUE(ValueOf(text).IsError()) << text;
+    }
 }
 
 }  // namespace

@@ -407,5 +407,15 @@ TEST(GaugePanel, LooksThatComeAgainArePaintedOnce) {
     EXPECT_EQ(row.cells.at(0).content.toolTip, "60, circle");
 }
 
+TEST(GaugeValue, MedianOfAnEvenCountLiesBetweenTheTwoInTheMiddle) {
+    const std::string groups =
+        "<GaugeMember><Group Name=\"ByRegion\"><GroupExpressions><GroupExpression>=Fields!Region.Value"
+        "</GroupExpression></GroupExpressions></Group></GaugeMember>";
+    EXPECT_THAT(DrawGauges(Panel(Numeral("=Sum(Fields!Amount.Value)", "<Formula>Median</Formula>"), groups),
+                           Sales({{"A", "", 80}, {"B", "", 10}, {"C", "", 40}, {"D", "", 20}}))
+                    .Texts(),
+                ElementsAre("30"));
+}
+
 }  // namespace
 }  // namespace rdl::layout

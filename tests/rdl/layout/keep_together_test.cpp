@@ -8,6 +8,7 @@ namespace rdl::layout {
 namespace {
 
 using testing::Each;
+using testing::ElementsAre;
 using testing::SizeIs;
 
 // A group with a header row that is kept with the group's details; these are hidden as `details` says.
@@ -77,6 +78,44 @@ TEST(HiddenDetails, AHeaderDoesNotStandAloneAtTheFoot) {
     ASSERT_THAT(sink.bodies, SizeIs(2));
     EXPECT_THAT(sink.bodies[0], SizeIs(15));
     EXPECT_EQ(sink.bodies[1][1], "G107");
+}
+
+const std::string Upper = Box("T", "Text", "<Height>270pt</Height><Width>100pt</Width>");
+
+// A row that breaks the page anyway takes nothing along from the page before.
+TEST(KeptRows, ABreakBeforeTheNextRowEndsWhatIsKeptWithIt) {
+    const std::string table = Tablix(
+        1, RowOf(Cell("Head", "Head")) + RowOf(Cell("D", "=Fields!Product.Value")),
+        "<TablixMember><KeepWithGroup>After</KeepWithGroup></TablixMember>"
+        "<TablixMember><Group Name=\"Regions\"><GroupExpressions><GroupExpression>=Fields!Region.Value"
+        "</GroupExpression></GroupExpressions><PageBreak><BreakLocation>Start</BreakLocation></PageBreak>"
+        "</Group></TablixMember>",
+        {}, "<Top>270pt</Top>");
+    const auto sink = PagesOf(BuildKit(Report(Upper + table), Sales({{"North", "Pen", 1}})));
+    EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("Text", "Head"), ElementsAre("Pen")));
+}
+
+TEST(KeptRows, ABreakAfterARowEndsWhatIsKeptWithIt) {
+    const std::string table = Tablix(
+        1, RowOf(Cell("D", "=Fields!Product.Value")) + RowOf(Cell("Foot", "Foot")),
+        "<TablixMember><Group Name=\"Regions\"><GroupExpressions><GroupExpression>=Fields!Region.Value"
+        "</GroupExpression></GroupExpressions></Group><TablixMembers><TablixMember><Group Name=\"Products\">"
+        "<GroupExpressions><GroupExpression>=Fields!Product.Value</GroupExpression></GroupExpressions>"
+        "<PageBreak><BreakLocation>End</BreakLocation></PageBreak></Group></TablixMember><TablixMember/>"
+        "</TablixMembers><KeepTogether>true</KeepTogether></TablixMember>",
+        {}, "<Top>270pt</Top>");
+    const auto sink = PagesOf(BuildKit(Report(Upper + table), Sales({{"North", "Pen", 1}})));
+    EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("Text", "Pen"), ElementsAre("Foot")));
+}
+
+TEST(KeptRows, ARowGoesAlongWithTheNextThatHasNoRoom) {
+    const std::string table =
+        Tablix(1, RowOf(Cell("Head", "Head")) + RowOf(Cell("D", "=Fields!Product.Value")),
+               "<TablixMember><KeepWithGroup>After</KeepWithGroup></TablixMember>"
+               "<TablixMember><Group Name=\"Details\"/></TablixMember>",
+               {}, "<Top>270pt</Top>");
+    const auto sink = PagesOf(BuildKit(Report(Upper + table), Sales({{"North", "Pen", 1}})));
+    EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("Text"), ElementsAre("Head", "Pen")));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "rdl/layout/drawing/drawing.h"
+#include "rdl/layout/model/image_size.h"
 
 namespace rdl::layout {
 namespace {
@@ -42,6 +43,21 @@ TEST(Pictures, ImagesAreKeptSoThatNoOtherTakesTheirPlace) {
                 [](const DrawingInstance&) { return std::make_shared<const std::string>("painted"); });
     image.reset();
     EXPECT_FALSE(seen.expired());
+}
+
+TEST(ImageSizes, BitmapsFromTopToBottomHaveANegativeHeight) {
+    const auto bitmap = [](std::int32_t height) {
+        std::string bytes = "BM" + std::string(52, '\0');
+        bytes[18] = 40;
+        for (std::size_t i = 0; i < 4; ++i) {
+            bytes[22 + i] = static_cast<char>(static_cast<std::uint32_t>(height) >> 8 * i & 0xFF);
+        }
+        return SizeOfImage(bytes);
+    };
+    for (const std::int32_t height : {20, -20}) {
+        EXPECT_DOUBLE_EQ(bitmap(height).width, 30) << height;
+        EXPECT_DOUBLE_EQ(bitmap(height).height, 15) << height;
+    }
 }
 
 }  // namespace

@@ -375,5 +375,60 @@ TEST(Subreport, StandsInCellsAndInOtherSubreports) {
     EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("Pen!", "Ink!")));
 }
 
+TEST(Tablix, FiltersOfADetailGroupLeaveRowsOut) {
+    const auto rows = [](const std::string& op, const std::string& value) {
+        return Rows(
+            BuildKit(
+                Report(Tablix(1, RowOf(Cell("V", "=Fields!Amount.Value")),
+                              "<TablixMember><Group Name=\"Details\"><Filters><Filter><FilterExpression>"
+                              "=Fields!Amount.Value</FilterExpression><Operator>" +
+                                  op + "</Operator><FilterValues><FilterValue>=" + value +
+                                  "</FilterValue></FilterValues></Filter></Filters></Group></TablixMember>")),
+                Sales(FourSales))
+                .Table());
+    };
+    EXPECT_THAT(rows("GreaterThan", "10"), ElementsAre("20", "30"));
+    EXPECT_THAT(rows("TopN", "1"), ElementsAre("30"));
+    EXPECT_THAT(rows("BottomN", "2"), ElementsAre("10", "5"));
+}
+
+TEST(Tablix, PreviousInAGroupBeginsWithEachOfIts) {
+    const auto kit = BuildKit(
+        Report(Tablix(1, RowOf(Cell("V", "=Previous(Fields!Amount.Value, &quot;ByRegion&quot;)")),
+                      "<TablixMember><Group Name=\"ByRegion\"><GroupExpressions><GroupExpression>"
+                      "=Fields!Region.Value</GroupExpression></GroupExpressions></Group><TablixMembers>" +
+                          Details + "</TablixMembers></TablixMember>")),
+        Sales(FourSales));
+    EXPECT_THAT(Rows(kit.Table()), ElementsAre("", "10", "", "20"));
+}
+
+TEST(Tablix, EachSortHasItsOwnDirection) {
+    const auto sorted = [](const std::string& first, const std::string& second) {
+        const auto sort = [](const std::string& field, const std::string& direction) {
+            return "<SortExpression><Value>=Fields!" + field + ".Value</Value><Direction>" + direction +
+                   "</Direction></SortExpression>";
+        };
+        return Rows(BuildKit(Report(DetailTable("=Fields!Amount.Value",
+                                                "<SortExpressions>" + sort("Region", first) +
+                                                    sort("Amount", second) + "</SortExpressions>")),
+                             Sales(FourSales))
+                        .Table());
+    };
+    EXPECT_THAT(sorted("Ascending", "Ascending"), ElementsAre("10", "30", "5", "20"));
+    EXPECT_THAT(sorted("Ascending", "Descending"), ElementsAre("30", "10", "20", "5"));
+    EXPECT_THAT(sorted("Descending", "Ascending"), ElementsAre("5", "20", "10", "30"));
+    EXPECT_THAT(sorted("Descending", "Descending"), ElementsAre("20", "5", "30", "10"));
+}
+
+TEST(Tablix, LevelsOfARecursiveGroupBeginWithZero) {
+    const auto kit = BuildKit(
+        Report(Tablix(1, RowOf(Cell("V", "=Fields!Region.Value &amp; Level(&quot;Tree&quot;)")),
+                      "<TablixMember><Group Name=\"Tree\"><GroupExpressions><GroupExpression>"
+                      "=Fields!Region.Value</GroupExpression></GroupExpressions><Parent>=Fields!Product.Value"
+                      "</Parent></Group></TablixMember>")),
+        Sales({{"C", "B", 1}, {"A", "", 1}, {"B", "A", 1}, {"D", "A", 1}}));
+    EXPECT_THAT(Rows(kit.Table()), ElementsAre("A0", "B1", "C2", "D1"));
+}
+
 }  // namespace
 }  // namespace rdl::layout

@@ -178,5 +178,81 @@ TEST(Body, KnowsTheNumberOfPages) {
     EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("1 of 2"), ElementsAre("x")));
 }
 
+TEST(Textbox, ALinkOfOneRunHasTheAreaOfItsText) {
+    const std::string box =
+        "<Textbox Name=\"T\"><Paragraphs><Paragraph><TextRuns><TextRun><Value>See </Value></TextRun><TextRun>"
+        "<Value>here</Value><ActionInfo><Actions><Action><Hyperlink>https://example.com/</Hyperlink></Action>"
+        "</Actions></ActionInfo></TextRun></TextRuns></Paragraph></Paragraphs>" +
+        Place + "</Textbox>";
+    const TextSink sink = PagesOf(BuildKit(Report(box), Sales({})));
+    const Page& page = sink.pages.at(0);
+    const std::vector<TextOp> texts = Of<TextOp>(page);
+    const std::vector<LinkOp> links = Of<LinkOp>(page);
+    ASSERT_THAT(texts, SizeIs(2));
+    ASSERT_THAT(links, SizeIs(1));
+    double width = 0;
+    for (std::uint32_t i = 0; i < texts[1].glyphCount; ++i) {
+        width += static_cast<double>(page.glyphs[texts[1].firstGlyph + i].advance);
+    }
+    EXPECT_EQ(links[0].uri, "https://example.com/");
+    EXPECT_NEAR(links[0].x, texts[1].x, 0.001);
+    EXPECT_NEAR(links[0].width, width, 0.001);
+    EXPECT_LT(links[0].y, texts[1].baseline);
+    EXPECT_GT(links[0].y + links[0].height, texts[1].baseline);
+}
+
+TEST(Textbox, TurnedTextBeginsAtItsCorner) {
+    const TextOp down = Only("<WritingMode>Vertical</WritingMode>");
+    const TextOp up = Only("<WritingMode>Rotate270</WritingMode>");
+    EXPECT_NEAR(down.baseline, 0, 0.01);
+    EXPECT_NEAR(up.baseline, 100, 0.01);
+    EXPECT_GT(down.x, 85);
+    EXPECT_LT(up.x, 15);
+}
+
+TEST(Paragraph, AListBeginsWithOneAfterAParagraphInBetween) {
+    const auto paragraph = [](const std::string& more) {
+        return "<Paragraph><TextRuns><TextRun><Value>a</Value></TextRun></TextRuns>" + more + "</Paragraph>";
+    };
+    const std::string numbered = "<ListStyle>Numbered</ListStyle><ListLevel>1</ListLevel>";
+    const std::string bulleted = "<ListStyle>Bulleted</ListStyle><ListLevel>1</ListLevel>";
+    const std::string between = "<ListLevel>1</ListLevel>";
+    const auto numbers = [&](const std::string& middle) {
+        const auto kit = BuildKit(Report("<Textbox Name=\"T\"><Paragraphs>" + paragraph(numbered) +
+                                         paragraph(middle) + paragraph(numbered) + "</Paragraphs></Textbox>"),
+                                  Sales({}));
+        const auto& item = kit.report->sections.front()->items.front();
+        return std::pair(item.paragraphs.at(0).listNumber, item.paragraphs.at(2).listNumber);
+    };
+    EXPECT_EQ(numbers(between), std::pair(1, 1));
+    EXPECT_EQ(numbers(bulleted), std::pair(1, 2));
+    EXPECT_EQ(numbers(numbered), std::pair(1, 3));
+}
+
+TEST(Body, ItemsOfOneHeightFollowEachOtherFromTheLeft) {
+    const auto kit = BuildKit(Report(Box("C", "c", "<Top>5pt</Top><Left>0pt</Left>") +
+                                     Box("B", "b", "<Left>100pt</Left>") + Box("A", "a", "<Left>0pt</Left>")),
+                              Sales({}));
+    std::string names;
+    for (const Instance& item : kit.report->sections.front()->items) {
+        names += item.name;
+    }
+    EXPECT_EQ(names, "ABC");
+}
+
+TEST(Textbox, WeightsFromHalfBoldOnAreBold) {
+    const auto isBold = [](const std::string& weight) {
+        const auto kit = BuildKit(
+            Report(Box("T", "x", "<Style><FontWeight>" + weight + "</FontWeight></Style>")), Sales({}));
+        return kit.report->sections.front()->items.front().paragraphs.front().runs.front().style->bold;
+    };
+    for (const char* weight : {"SemiBold", "600", "Bold", "700", "Heavy"}) {
+        EXPECT_TRUE(isBold(weight)) << weight;
+    }
+    for (const char* weight : {"Medium", "599", "500", "Normal", "Lighter", "nonsense"}) {
+        EXPECT_FALSE(isBold(weight)) << weight;
+    }
+}
+
 }  // namespace
 }  // namespace rdl::layout

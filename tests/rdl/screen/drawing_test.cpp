@@ -55,6 +55,16 @@ TEST(Drawing, DottedAndDoubleLinesHaveGaps) {
     EXPECT_EQ(DarkPixels(image, QRect(0, 36, 100, 8)), 0);
 }
 
+// Dashes of three quarters of a point and gaps of half a point, whatever the line's width is less than a
+// quarter.
+TEST(Drawing, ALineWithoutWidthHasDashesAllTheSame) {
+    for (const float width : {0.0F, 0.1F}) {
+        Page page = EmptyPage();
+        page.ops.emplace_back(LineOp{10, 10, 90, 10, width, Black, LineStyle::Dashed});
+        EXPECT_NEAR(DarkPixels(Drawn(page, 8)), 80 * 8 * 0.6, 30) << width;
+    }
+}
+
 TEST(Drawing, ClipsHoldUntilTheyEnd) {
     Page page = EmptyPage();
     page.ops.emplace_back(ClipOp{10, 10, 20, 20});

@@ -60,6 +60,8 @@ TEST(Csv, FieldsAreQuotedWhereTheyMust) {
     EXPECT_EQ(field("a,b"), "\"a,b\"");
     EXPECT_EQ(field("say \"a\""), "\"say \"\"a\"\"\"");
     EXPECT_EQ(field("a\nb"), "\"a\nb\"");
+    EXPECT_EQ(field("a\rb"), "\"a\rb\"");
+    EXPECT_EQ(field(""), "");
     EXPECT_EQ(field("=1+1"), "=1+1");
     EXPECT_EQ(field("-1"), "-1");
 }

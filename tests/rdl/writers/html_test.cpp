@@ -236,5 +236,50 @@ TEST(Html, IsTheSameEveryTime) {
     EXPECT_EQ(Html(SampleReport({TableItem(Rows(20))})), Html(SampleReport({TableItem(Rows(20))})));
 }
 
+TEST(Html, EachSideHasItsPaddingAndItsBorder) {
+    Instance item = TextItem("x");
+    layout::BoxStyle box;
+    box.paddingLeft = 1;
+    box.paddingRight = 2;
+    box.paddingTop = 3;
+    box.paddingBottom = 4;
+    box.left = {layout::LineStyle::Solid, 0xFF000001, 1};
+    box.right = {layout::LineStyle::Solid, 0xFF000002, 2};
+    box.top = {layout::LineStyle::Solid, 0xFF000003, 3};
+    box.bottom = {layout::LineStyle::Solid, 0xFF000004, 4};
+    item.box = std::make_shared<const layout::BoxStyle>(box);
+    EXPECT_TRUE(Has(Html(SampleReport({item})),
+                    "border-top:3pt solid #000003;border-right:2pt solid #000002;border-bottom:4pt solid "
+                    "#000004;border-left:1pt solid #000001;padding:3pt 2pt 4pt 1pt;"));
+}
+
+TEST(Html, SeeThroughColoursSayHowMuch) {
+    Instance item = TextItem("x");
+    layout::BoxStyle box;
+    box.background = 0x80102030;
+    item.box = std::make_shared<const layout::BoxStyle>(box);
+    EXPECT_TRUE(Has(Html(SampleReport({item})), "{background-color:#10203080;"));
+    box.background = 0xFF102030;
+    item.box = std::make_shared<const layout::BoxStyle>(box);
+    EXPECT_TRUE(Has(Html(SampleReport({item})), "{background-color:#102030;"));
+}
+
+TEST(Html, SlantedLinesRiseOrFallAsTheyAreDrawn) {
+    const auto ends = [](double width, double height) {
+        Instance line;
+        line.kind = layout::InstanceKind::Line;
+        line.x = line.y = 100;
+        line.width = width;
+        line.height = height;
+        const std::string html = Html(SampleReport({line}));
+        const std::size_t at = html.find(" y1=");
+        return html.substr(at + 1, html.find(" vector") - at - 1);
+    };
+    EXPECT_EQ(ends(50, 50), "y1=\"0\" y2=\"100\"");
+    EXPECT_EQ(ends(50, -50), "y1=\"100\" y2=\"0\"");
+    EXPECT_EQ(ends(-50, 50), "y1=\"100\" y2=\"0\"");
+    EXPECT_EQ(ends(-50, -50), "y1=\"0\" y2=\"100\"");
+}
+
 }  // namespace
 }  // namespace rdl::writers

@@ -249,6 +249,20 @@ TEST_F(PdfLinks, LeadToBookmarksBehindAndBeforeThem) {
     EXPECT_EQ(links, 2u);
 }
 
+TEST_F(PdfLinks, BookmarksAreAsHighOnThePageAsTheirItem) {
+    auto item = TextItem("There", 10, 30);
+    item.bookmark = "There";
+    const std::string pdf = PdfOf({item});
+    const std::size_t place = pdf.find("/Names[(There)[");
+    ASSERT_NE(place, std::string::npos);
+    const std::size_t at = pdf.find("/XYZ ", place) + 5;
+    double x = 0, y = 0;
+    ASSERT_EQ(std::sscanf(pdf.c_str() + at, "%lf %lf", &x, &y), 2);
+    const layout::PageSetup page;
+    EXPECT_NEAR(x, page.marginLeft + 10, 0.01);
+    EXPECT_NEAR(y, page.height - page.marginTop - 30, 0.01);
+}
+
 TEST_F(PdfLinks, ToABookmarkThatDoesNotExistAreLeftOut) {
     auto item = TextItem("Go");
     item.bookmarkLink = "Nowhere";

@@ -274,5 +274,45 @@ TEST_F(PdfDrawing, PagesWithImagesAreSound) {
     ExpectSound(PdfOf({image, photo}));
 }
 
+TEST_F(PdfDrawing, APictureAfterASeeThroughBoxIsNotSeeThrough) {
+    const std::string out = Draw({layout::RectOp{0, 0, 9, 9, 0x80FF0000}, ImageOf(Stored(Picture(), "PNG"))});
+    EXPECT_THAT(out, HasSubstr("q /A255 gs 40 0 0 30 10 50 cm /I1 Do Q\n"));
+}
+
+TEST_F(PdfDrawing, ALineWithoutWidthHasDashesAllTheSame) {
+    layout::LineOp line = LineOf(LineStyle::Dashed);
+    line.width = 0;
+    EXPECT_THAT(Draw({line}), HasSubstr("0 w [0.75 0.5 ] 0 d "));
+    line.width = 0.2F;
+    EXPECT_THAT(Draw({line}), HasSubstr("0.2 w [0.75 0.5 ] 0 d "));
+}
+
+TEST_F(PdfDrawing, DashesFollowTheWidthOfEachLine) {
+    layout::LineOp wide = LineOf(LineStyle::Dashed);
+    wide.width = 4;
+    EXPECT_THAT(Draw({LineOf(LineStyle::Dashed), wide}),
+                AllOf(HasSubstr("2 w [6 4 ] 0 d "), HasSubstr("4 w [12 8 ] 0 d ")));
+}
+
+// A bare carriage return in a string is read as a line feed, and parentheses and the backslash have a
+// meaning.
+TEST_F(PdfDrawing, BytesOfGlyphsKeepTheirValueInStrings) {
+    const auto drawn = [this](std::uint16_t glyph) {
+        layout::Page page;
+        page.text = "x";
+        page.glyphs = {{glyph, 5, 0, 0, 0}};
+        page.ops = {
+            layout::TextOp{1, 2, 10, layout::Black, text::FindFont({"Arial", false, false}), 0, 1, 0, 1, 0}};
+        const std::string out = m_content.Draw(page, 100);
+        const std::size_t begin = out.find(" Td ") + 4;
+        return out.substr(begin, out.find("Tj ") - begin);
+    };
+    EXPECT_EQ(drawn(0x000D), std::string("(\0\\r)", 5));
+    EXPECT_EQ(drawn(0x0D41), "(\\rA)");
+    EXPECT_EQ(drawn(0x000A), std::string("(\0\n)", 4));
+    EXPECT_EQ(drawn(0x2829), "(\\(\\))");
+    EXPECT_EQ(drawn(0x415C), "(A\\\\)");
+}
+
 }  // namespace
 }  // namespace rdl::writers::test

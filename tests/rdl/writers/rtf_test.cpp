@@ -436,5 +436,33 @@ TEST(Rtf, IsTheSameEveryTime) {
     EXPECT_EQ(Rtf(SampleReport({TableItem(Rows(20))})), Rtf(SampleReport({TableItem(Rows(20))})));
 }
 
+TEST(Rtf, SeeThroughColoursAreThoseThatTheyMakeOnPaper) {
+    const auto table = [](layout::Color color) {
+        Instance item = TextItem("x");
+        layout::CharStyle style;
+        style.color = color;
+        item.paragraphs[0].runs[0].style = std::make_shared<const layout::CharStyle>(style);
+        const std::string rtf = Rtf(SampleReport({item}));
+        const std::size_t at = rtf.find("{\\colortbl;") + 11;
+        return rtf.substr(at, rtf.find('}', at) - at);
+    };
+    EXPECT_EQ(table(0xFF102030), "\\red16\\green32\\blue48;");
+    EXPECT_EQ(table(0x80FF0000), "\\red255\\green127\\blue127;");
+    EXPECT_EQ(table(0x01000000), "\\red254\\green254\\blue254;");
+}
+
+TEST(Rtf, IndentsOfEachSideAddUp) {
+    Instance item = TextItem("x");
+    layout::BoxStyle box;
+    box.paddingRight = 2;
+    box.paddingBottom = 3;
+    item.box = std::make_shared<const layout::BoxStyle>(box);
+    item.paragraphs[0].rightIndent = 10;
+    item.paragraphs[0].spaceAfter = 1;
+    const RtfDocument document = Document({item});
+    EXPECT_EQ(document.Count("ri240"), 1);
+    EXPECT_EQ(document.Count("sa80"), 1);
+}
+
 }  // namespace
 }  // namespace rdl::writers

@@ -30,5 +30,17 @@ TEST(XlsNumberFormat, LettersBesideAQuotationMarkAreNoFormat) {
     EXPECT_EQ(Excel(Value::Real(5), "0'\"'"), "0\\\"");
 }
 
+TEST(XlsNumberFormat, YearsHaveTheDigitsThatTheyAreAskedFor) {
+    const Value day = Value::DateTime(MakeTicks(2024, 1, 31));
+    EXPECT_EQ(Excel(day, "d/M/yy"), "d\"/\"m\"/\"yy");
+    EXPECT_EQ(Excel(day, "d/M/yyyy"), "d\"/\"m\"/\"yyyy");
+    EXPECT_EQ(Excel(day, "dd.MM.yy"), "dd.mm.yy");
+}
+
+TEST(XlsNumberFormat, AnEmptySectionIsThatOfPositiveNumbersWithTheSign) {
+    EXPECT_EQ(Excel(Value::Real(-5), "0.0;;zero"), "0.0;-0.0;\"zero\"");
+    EXPECT_EQ(Excel(Value::Real(-5), "0.0;(0.0);"), "0.0;(0.0);0.0");
+}
+
 }  // namespace
 }  // namespace rdl::writers

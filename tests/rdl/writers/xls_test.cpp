@@ -421,5 +421,64 @@ TEST(Xls, MoreColumnsThanASheetHasAreAnError) {
     EXPECT_THROW(Workbook(SampleReport(items)), Error);
 }
 
+TEST(Xls, ColoursKeepTheirRedAndBlue) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    layout::Instance item = TextItem("x");
+    layout::BoxStyle box;
+    box.background = 0xFF102030;
+    box.left = {layout::LineStyle::Solid, 0xFF405060, 1};
+    box.right = {layout::LineStyle::Solid, 0xFF708090, 1};
+    box.top = {layout::LineStyle::Solid, 0xFFA0B0C0, 1};
+    box.bottom = {layout::LineStyle::Solid, 0xFFD0E0F0, 1};
+    item.box = std::make_shared<const layout::BoxStyle>(box);
+    layout::CharStyle letters;
+    letters.color = 0xFF010203;
+    item.paragraphs[0].runs[0].style = std::make_shared<const layout::CharStyle>(letters);
+    EXPECT_EQ(Ask(Workbook(SampleReport({item})),
+                  "x = b.xf_list[s.cell_xf_index(0, 0)]\nm = b.colour_map\n"
+                  "print(m[x.background.pattern_colour_index], m[b.font_list[x.font_index].colour_index])\n"
+                  "e = x.border\n"
+                  "print(m[e.left_colour_index], m[e.right_colour_index])\n"
+                  "print(m[e.top_colour_index], m[e.bottom_colour_index])"),
+              "(16, 32, 48) (1, 2, 3)\n(64, 80, 96) (112, 128, 144)\n(160, 176, 192) (208, 224, 240)\n");
+}
+
+TEST(Xls, WholeNumbersOfAnySizeAreThemselves) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    static constexpr double Numbers[] = {536870910,  536870911,  536870912,   -536870911,
+                                         -536870912, 1073741824, -1073741825, 9007199254740991};
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {80};
+    table->rows = std::size(Numbers);
+    table->make = [](std::size_t i, TableRow& row) {
+        AddCell(row, ValueItem(Value::Real(Numbers[i]), "n", "0"));
+    };
+    EXPECT_EQ(Ask(Workbook(SampleReport({TableItem(table)})),
+                  "print([int(s.cell_value(r, 0)) for r in range(s.nrows)])"),
+              "[536870910, 536870911, 536870912, -536870911, -536870912, 1073741824, -1073741825, "
+              "9007199254740991]\n");
+}
+
+TEST(Xls, TurnedTextRunsDownOrUp) {
+    if (!HasReader()) {
+        GTEST_SKIP();
+    }
+    const auto rotation = [](layout::WritingMode mode) {
+        layout::Instance item = TextItem("x");
+        layout::BoxStyle box;
+        box.writingMode = mode;
+        item.box = std::make_shared<const layout::BoxStyle>(box);
+        return Ask(Workbook(SampleReport({item})),
+                   "print(b.xf_list[s.cell_xf_index(0, 0)].alignment.rotation)");
+    };
+    EXPECT_EQ(rotation(layout::WritingMode::Horizontal), "0\n");
+    EXPECT_EQ(rotation(layout::WritingMode::Rotate270), "90\n");
+    EXPECT_EQ(rotation(layout::WritingMode::Vertical), "180\n");
+}
+
 }  // namespace
 }  // namespace rdl::writers

@@ -138,6 +138,21 @@ TEST(Xlsx, FillsBordersAndFontsAreThoseOfTheItem) {
               HasSubstr("<b/><sz val=\"14\"/>"), HasSubstr("<name val=\"Liberation Serif\"/>")));
 }
 
+TEST(Xlsx, EachSideHasItsBorderAndColour) {
+    auto box = std::make_shared<layout::BoxStyle>();
+    box->left = {layout::LineStyle::Solid, 0xFF102030, 1};
+    box->right = {layout::LineStyle::Dashed, 0xFF405060, 1};
+    box->top = {layout::LineStyle::Dotted, 0xFF708090, 1};
+    box->bottom = {layout::LineStyle::Double, 0xFFA0B0C0, 1};
+    Instance text = TextItem("a");
+    text.box = box;
+    EXPECT_THAT(ZipPart(Book(SampleReport({text})), "xl/styles.xml"),
+                HasSubstr("<left style=\"thin\"><color rgb=\"FF102030\"/></left>"
+                          "<right style=\"dashed\"><color rgb=\"FF405060\"/></right>"
+                          "<top style=\"dotted\"><color rgb=\"FF708090\"/></top>"
+                          "<bottom style=\"double\"><color rgb=\"FFA0B0C0\"/></bottom>"));
+}
+
 TEST(Xlsx, ImageHasTheSizeOfItsItem) {
     Instance image;
     image.kind = layout::InstanceKind::Image;
