@@ -46,13 +46,15 @@ std::string DocxContentTypes(std::size_t margins) {
 }
 
 std::string DocxRootRelations() {
-    return std::string(XmlDeclaration) +
-           "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
-           "<Relationship Id=\"rId1\" "
-           "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
-           "officeDocument\" Target=\"word/document.xml\"/>"
-           "<Relationship Id=\"rId2\" Type=\"http://schemas.openxmlformats.org/package/2006/relationships/"
-           "metadata/core-properties\" Target=\"docProps/core.xml\"/></Relationships>";
+    std::string relations(XmlDeclaration);
+    relations +=
+        "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+        "<Relationship Id=\"rId1\" "
+        "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
+        "officeDocument\" Target=\"word/document.xml\"/>"
+        "<Relationship Id=\"rId2\" Type=\"http://schemas.openxmlformats.org/package/2006/relationships/"
+        "metadata/core-properties\" Target=\"docProps/core.xml\"/></Relationships>";
+    return relations;
 }
 
 std::string DocxProperties(const DocumentInfo& info, std::int64_t nowTicks) {
