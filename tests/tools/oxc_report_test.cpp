@@ -115,7 +115,7 @@ TEST_F(OxcReport, FaultOfReportDataOrValueIsOneLineAndExitCode1) {
 }
 
 TEST_F(OxcReport, WrongUsageIsExitCode2) {
-    const Outcome outcome = Run("export people.rpt -f docx -o out");
+    const Outcome outcome = Run("export people.rpt -f odt -o out");
     EXPECT_EQ(outcome.code, 2);
     ExpectOneLine(outcome.complaint);
 }
