@@ -10,8 +10,9 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double TextGap = 2;       // points
-constexpr double LeastSide = 1e-3;  // points: a tile that nobody sees
+constexpr double TextGap = 2;          // points
+constexpr double LeastSide = 1e-3;     // points: a tile that nobody sees
+constexpr double LeastSurface = 1e-6;  // square points
 
 struct Tile {
     const ChartNode* node;
@@ -28,7 +29,10 @@ class Tiler {
             total += node.value;
         }
         for (const ChartNode& node : nodes) {
-            m_tiles.push_back({&node, node.value / total * room.width * room.height});
+            const double surface = node.value / total * room.width * room.height;
+            if (surface > LeastSurface) {
+                m_tiles.push_back({&node, surface});
+            }
         }
         std::stable_sort(m_tiles.begin(), m_tiles.end(),
                          [](const Tile& a, const Tile& b) { return a.surface > b.surface; });
