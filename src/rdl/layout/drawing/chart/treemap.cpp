@@ -10,9 +10,8 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double TextGap = 2;          // points
-constexpr double LeastSide = 1e-3;     // points: a tile that nobody sees
-constexpr double LeastSurface = 1e-6;  // square points
+constexpr double TextGap = 2;       // points
+constexpr double LeastSide = 1e-3;  // points: a tile that nobody sees
 
 struct Tile {
     const ChartNode* node;
@@ -29,10 +28,7 @@ class Tiler {
             total += node.value;
         }
         for (const ChartNode& node : nodes) {
-            const double surface = node.value / total * room.width * room.height;
-            if (surface > LeastSurface) {
-                m_tiles.push_back({&node, surface});
-            }
+            m_tiles.push_back({&node, node.value / total * room.width * room.height});
         }
         std::stable_sort(m_tiles.begin(), m_tiles.end(),
                          [](const Tile& a, const Tile& b) { return a.surface > b.surface; });
