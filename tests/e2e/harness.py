@@ -23,6 +23,7 @@ MIME_TYPES = {
     "pdf": "application/pdf",
     "doc": "application/msword",
     "rtf": ("application/rtf", "text/rtf"),
+    "docx": "application/vnd.openxmlformats-officedocument.wordprocessingml.document",
     "xls": "application/vnd.ms-excel",
     "htm": "text/html",
 }

@@ -199,6 +199,7 @@ Table ReadShared(const LoadRequest& request, const DataSet& dataSet) {
     Definition definition;
     definition.language = request.definition->language;
     LoadRequest own = request;
+    own.report = &request;
     own.definition = &definition;
     own.parameters.clear();
     for (const SharedParameter& parameter : shared.parameters) {

@@ -44,6 +44,9 @@ struct Limits {
 
 struct LoadRequest {
     const Definition* definition = nullptr;
+    // For a shared data set the request of the report that uses it, whose parameters connect strings know;
+    // else null.
+    const LoadRequest* report = nullptr;
     std::vector<ParameterInput> parameters;  // in the definition's order; missing ones are Null
     std::string folder;  // machine path of the report's folder, where relative names start
     // Machine paths of further folders: a report may be copied to where it runs without its data.

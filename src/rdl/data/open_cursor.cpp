@@ -155,14 +155,17 @@ OpenSource ResolveSource(const LoadRequest& request, const DataSource& source) {
     if (const auto found = request.overrides.find(source.name); found != request.overrides.end()) {
         used = found->second;
     }
+    const LoadRequest& report = request.report ? *request.report : request;
     if (!source.reference.empty() && (used.provider.empty() || used.connectString.empty())) {
         const SharedSource shared = ReadSharedSource(source.reference, request.SearchFolders());
         isIntegrated = used.connectString.empty() && shared.integrated;
         used.provider = used.provider.empty() ? shared.provider : used.provider;
-        used.connectString = used.connectString.empty() ? shared.connectString : used.connectString;
+        used.connectString = used.connectString.empty()
+                                 ? TextOf(report, shared.connectString, "connect string")
+                                 : used.connectString;
     }
     OpenSource open;
-    open.connectString = used.connectString.empty() ? TextOf(request, source.connectString, "connect string")
+    open.connectString = used.connectString.empty() ? TextOf(report, source.connectString, "connect string")
                                                     : used.connectString;
     open.provider = FindProvider(used.provider.empty() ? source.provider : used.provider, open.connectString);
     open.integrated = used.connectString.empty() ? source.integratedSecurity : isIntegrated;

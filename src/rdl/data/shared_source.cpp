@@ -2,11 +2,13 @@
 #include "rdl/data/shared_source.h"
 
 #include <cstdlib>
+#include <optional>
 
 #include "rdl/data/common/message.h"
 #include "rdl/data/files/data_file.h"
 #include "rdl/data/files/xml_document.h"
 #include "rdl/definition/identifier.h"
+#include "rdl/definition/placeholders.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
@@ -76,6 +78,12 @@ std::vector<Filter> FiltersOf(const Element& set) {
     return filters;
 }
 
+// An equals sign begins no expression here: the file is none of a report.
+Expr ConnectStringOf(const std::string& text, const std::string& where) {
+    const std::optional<std::string> expression = ExpressionOfText(text, nullptr);
+    return {.source = expression.value_or(text), .where = where, .id = expression ? 0 : -1};
+}
+
 bool FlagOf(const Element& node, std::string_view name) {
     return EqualNoCase(node.ChildText(name), "true");
 }
@@ -113,8 +121,11 @@ SharedSource ReadSharedSource(const std::string& reference, const std::vector<st
     const xml::Document document = ReadBeside(reference, ".rds", folders);
     const Element* properties = document.root.Child("ConnectionProperties");
     const Element& holder = properties ? *properties : document.root;
-    SharedSource source{holder.ChildText("Extension"), holder.ChildText("ConnectString"),
-                        FlagOf(holder, "IntegratedSecurity")};
+    SharedSource source{
+        holder.ChildText("Extension"),
+        ConnectStringOf(holder.ChildText("ConnectString"),
+                        "the shared data source \"" + CleanText(reference) + "\", ConnectString"),
+        FlagOf(holder, "IntegratedSecurity")};
     if (source.provider.empty()) {
         throw Error("the shared data source \"" + CleanText(reference) + "\" names no data provider");
     }

@@ -10,7 +10,8 @@
 namespace rdl::data {
 
 struct SharedSource {
-    std::string provider, connectString;
+    std::string provider;
+    Expr connectString;  // an expression if {?Parameter} or {@Global} stands in it; else a constant
     bool integrated = false;
 };
 

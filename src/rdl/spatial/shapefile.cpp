@@ -136,7 +136,7 @@ Value ValueOf(std::string_view bytes, char type) {
     return Value::Text(TextOf(text));
 }
 
-void ReadTable(std::string_view table, Shapes& shapes) {
+void ReadTable(std::string_view table, Allowance& allowance, Shapes& shapes) {
     constexpr std::size_t HeaderSize = 32, MostColumns = 255;
     Bytes bytes(table);
     bytes.Take(4);
@@ -166,6 +166,7 @@ void ReadTable(std::string_view table, Shapes& shapes) {
     }
     Bytes data(table.substr(header));
     for (std::size_t row = 0; row < std::min(shapes.shapes.size(), rows) && data.Left() >= rowSize; ++row) {
+        allowance.TakePositions(0);  // checks the limits of the run
         Bytes cells(data.Take(rowSize));
         cells.Take(1);  // a mark of deleted rows
         for (const Column& column : columns) {
@@ -195,7 +196,7 @@ Shapes ReadShapefile(std::string_view file, std::string_view table, Allowance& a
         shapes.shapes.push_back({ShapeOf(bytes.Take(size), allowance), {}});
     }
     if (!table.empty()) {
-        ReadTable(table, shapes);
+        ReadTable(table, allowance, shapes);
     }
     return shapes;
 }

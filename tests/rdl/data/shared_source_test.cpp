@@ -52,6 +52,57 @@ TEST_F(SharedData, SourceMayHaveTheFormOfAReportServer) {
     EXPECT_NE(Failure().find("names no data provider"), std::string::npos);
 }
 
+class SharedPlaceholders : public SharedData {
+ protected:
+    void WriteSource(const std::string& connectString) {
+        Write("Warehouse.rds", "<DataSourceDefinition><Extension>SQLITE</Extension><ConnectString>" +
+                                   connectString + "</ConnectString></DataSourceDefinition>");
+    }
+};
+
+TEST_F(SharedPlaceholders, AreValuesOfTheReportsParameters) {
+    WriteSource("Data Source={?File}.{@ReportName}");
+    request.reportName = "db";
+    AddParameter("File", Value::Text("sales"));
+    AddSource("", "").reference = "Warehouse";
+    AddSet("select city from t where id = 1", {"city"});
+    EXPECT_EQ(Rows(), "Rome");
+}
+
+TEST_F(SharedPlaceholders, ThatAreNoParametersAreAnErrorWithoutTheRestOfTheConnectString) {
+    WriteSource("Data Source={?Nowhere};Password=secret");
+    AddSource("", "").reference = "Warehouse";
+    AddSet("select city from t", {"city"});
+    EXPECT_EQ(Failure(),
+              "Data set \"Set1\", data source \"Main\": the shared data source \"Warehouse\", "
+              "ConnectString: there is no parameter \"Nowhere\", at character 21");
+}
+
+// The text of a shared file is no expression of the report.
+TEST_F(SharedPlaceholders, AnEqualsSignBeginsNoExpression) {
+    WriteSource("=\"sales.db\"");
+    AddSource("", "").reference = "Warehouse";
+    AddSet("select city from t where id = 1", {"city"});
+    EXPECT_EQ(Failure(), "Data set \"Set1\", data source \"Main\": no file is named");
+}
+
+TEST_F(SharedPlaceholders, OfASharedDataSetAreTheReportsToo) {
+    WriteSource("{?File}.db");
+    Write("Cities.rsd",
+          "<SharedDataSet><DataSet Name='D'><Query><DataSourceReference>Warehouse</DataSourceReference>"
+          "<CommandText>select city from t where id = 2</CommandText></Query><Fields><Field Name='city'>"
+          "<DataField>city</DataField></Field></Fields></DataSet></SharedDataSet>");
+    AddParameter("File", Value::Text("sales"));
+    DataSet& set = AddSet("", {"city"});
+    set.sharedDataSet = "Cities";
+    set.dataSourceName.clear();
+    EXPECT_EQ(Rows(), "Bonn");
+    DataSource& own = AddSource("SQLITE", "");
+    own.name = "Warehouse";
+    own.connectString = ExprOf("=Parameters!File.Value & \".db\"");
+    EXPECT_EQ(Rows(), "Bonn");
+}
+
 class SharedDataSets : public SharedData {
  protected:
     void WriteSet(const std::string& parameters, const std::string& query, const std::string& rest = "") {

@@ -45,16 +45,16 @@ class MapFile : public testing::Test {
         } catch (const std::exception& error) {
             return error.what();
         }
-        return output.bytes.find("data:image/png") == std::string::npos ? "no image" : "an image";
+        return output.bytes.find("<svg") == std::string::npos ? "no drawing" : "a drawing";
     }
 
     TemporaryFolder m_folder;
 };
 
 TEST_F(MapFile, IsFoundBesideTheReport) {
-    EXPECT_EQ(Export("areas.shp"), "an image");
-    EXPECT_EQ(Export("AREAS.SHP"), "an image");
-    EXPECT_EQ(Export("=\"areas\" &amp; \".shp\""), "an image");
+    EXPECT_EQ(Export("areas.shp"), "a drawing");
+    EXPECT_EQ(Export("AREAS.SHP"), "a drawing");
+    EXPECT_EQ(Export("=\"areas\" &amp; \".shp\""), "a drawing");
 }
 
 TEST_F(MapFile, WhatCannotBeReadNamesTheLayerAndTheFile) {

@@ -137,6 +137,7 @@ TEST(Barcode, WhatCannotBeEncodedSaysWhy) {
     EXPECT_EQ(text("EAN13", "4006381333930"), "EAN-13: Invalid check digit '0', expecting '1'");
     EXPECT_EQ(text("Code128", std::string(9000, 'x')), "Code 128: Input too long");
     EXPECT_EQ(text("=\"Morse\"", "1"), "\"Morse\" is no bar code");
+    EXPECT_EQ(text("=StrDup(100, \"x\")", "1"), "\"" + std::string(60, 'x') + "\" is no bar code");
     EXPECT_EQ(text("Code128", "=CInt(&quot;x&quot;)"), "#Error");
 }
 
@@ -216,6 +217,19 @@ TEST(Barcode, GuideNamesEverySymbology) {
         AddOnce(known, LowerAscii(row.name));
     }
     EXPECT_EQ(GuideNames("bar codes"), known);
+}
+
+// Outside of tables nothing else checks the time of a run whose items are all bar codes.
+TEST(Barcode, ATimeLimitOfTheRunEndsIt) {
+    const auto definition =
+        std::make_unique<Definition>(ParseDefinition(BarcodeReport(ValueOf("A")), "test.rdl"));
+    ReportInput input;
+    input.definition = definition.get();
+    RunBounds bounds;
+    bounds.work = std::chrono::milliseconds(0);
+    input.watch = std::make_shared<RunWatch>(bounds);
+    const RunWatch::Work work(input.watch);
+    EXPECT_THAT(ErrorRaisedBy([&] { Build(std::move(input)); }), HasSubstr(" of the processor"));
 }
 
 }  // namespace

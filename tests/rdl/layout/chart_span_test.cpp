@@ -190,7 +190,7 @@ TEST(ChartSpan, ScaleReachesFromTheLowestToTheHighestValue) {
 }
 
 TEST(ChartSpan, DataHaveEachValueInAColumn) {
-    const Drawn drawn = Draw(Stock("Stock"), One());
+    const Drawn drawn{BuildKit(ChartReport(Stock("Stock")), One(), Drawings::Data)};
     const DrawingData& data = drawn.kit.report->sections.front()->items.front().drawing->data;
     EXPECT_THAT(data.columns, ElementsAre("Category", "Series", "Value", "High", "Low", "Start", "End"));
     ASSERT_EQ(data.rows.size(), 1U);

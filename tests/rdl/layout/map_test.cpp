@@ -4,6 +4,8 @@
 
 #include "rdl/layout/map_kit.h"
 #include "rdl/raises.h"
+#include "rdl/spatial/shape_files.h"
+#include "rdl/values/error.h"
 
 namespace rdl::layout {
 namespace {
@@ -308,8 +310,8 @@ TEST(Map, TitlesScalesAndGrid) {
 }
 
 TEST(Map, DataOfTheShapesIsForFormatsWithoutALook) {
-    const DrawnGauges map =
-        DrawMapOf(MapOf(MapGroups + MapLayerOf("Polygon", Squares() + MapBound + ColorRule(""))));
+    const std::string areas = MapOf(MapGroups + MapLayerOf("Polygon", Squares() + MapBound + ColorRule("")));
+    const DrawnGauges map{BuildKit(Report(areas), Amounts(), Drawings::Data)};
     const DrawingData& data = map.Drawing().data;
     EXPECT_THAT(data.columns, ElementsAre("Layer", "Shape", "Value"));
     ASSERT_EQ(data.rows.size(), 3U);
@@ -397,7 +399,7 @@ TEST(Map, AMapInATableCellShowsTheRowsOfItsCell) {
             Tablix(1, RowOf(cell),
                    "<TablixMember><Group Name=\"G\"><GroupExpressions><GroupExpression>=Fields!Product.Value"
                    "</GroupExpression></GroupExpressions></Group></TablixMember>")),
-        Amounts());
+        Amounts(), Drawings::Data);
     std::vector<std::string> shapes;
     layout::TableRow row;
     for (std::size_t i = 0; i < kit.Table().RowCount(); ++i) {
@@ -408,6 +410,37 @@ TEST(Map, AMapInATableCellShowsTheRowsOfItsCell) {
         }
     }
     EXPECT_THAT(shapes, ElementsAre("0 North 10", "0 South 20", "0 East 50", "1 South 10"));
+}
+
+// A shapefile of the map's layer is read once, for all rows of a table.
+TEST(Map, ShapesThatWereReadBeforeCountForEachMap) {
+    std::vector<std::string> points(60'000, spatial::test::Little(1U) + spatial::test::Reals({1, 2}));
+    const std::string many = spatial::test::ShapeFile(points), few = spatial::test::ShapeFile({points[0]});
+    const auto layer = [](const std::string& name, const std::string& source) {
+        return "<MapPointLayer Name=\"" + name + "\"><MapShapefile><Source>" + source +
+               "</Source></MapShapefile></MapPointLayer>";
+    };
+    const std::string cell =
+        "<TablixCell><CellContents>" +
+        MapOf("<MapLayers>" + layer("One", "many.shp") +
+              layer("Two", "=IIf(Fields!Amount.Value = 1, &quot;few.shp&quot;, &quot;many.shp&quot;)") +
+              "</MapLayers>") +
+        "</CellContents></TablixCell>";
+    const auto definition = std::make_unique<Definition>(ParseDefinition(
+        Report(Tablix(1, RowOf(cell), "<TablixMember><Group Name=\"Details\"/></TablixMember>")),
+        "test.rdl"));
+    ReportInput input;
+    input.definition = definition.get();
+    input.tables.emplace("Data", Sales({{"", "", 1}, {"", "", 2}}));
+    input.readFile = [&](const std::string& name) {
+        return name == "many.shp" ? many : name == "few.shp" ? few : throw Error("no file");
+    };
+    const auto report = Build(std::move(input));
+    TableInstance& table = *report->sections.front()->items.front().table;
+    layout::TableRow row;
+    table.Row(0, row);
+    EXPECT_EQ(ErrorRaisedBy([&] { table.Row(1, row); }),
+              "Map \"World\", layer \"Two\": the file \"many.shp\": it has more than 100000 shapes");
 }
 
 TEST(Map, ShapesOfOneDataSetAreBoundToAnother) {

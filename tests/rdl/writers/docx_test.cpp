@@ -326,13 +326,54 @@ TEST(Docx, BookmarksLeadToTheirItem) {
     EXPECT_THAT(document.Texts("//w:p[w:bookmarkStart/@w:name='b2']"), ElementsAre("inner"));
 }
 
+Instance Rectangle(const std::string& mark, double y, std::vector<Instance> children) {
+    Instance rectangle;
+    rectangle.kind = InstanceKind::Container;
+    rectangle.name = "Rectangle1";
+    rectangle.bookmark = mark;
+    rectangle.documentMapLabel = mark;
+    rectangle.y = y;
+    rectangle.width = rectangle.height = 100;
+    rectangle.children = std::move(children);
+    return rectangle;
+}
+
+TEST(Docx, RectanglesWithinOthersHaveBookmarksAndLabelsToo) {
+    const DocxRead document = Document({Rectangle(
+        "outer", 0,
+        {TextItem("title"), Rectangle("inner", 20, {TextItem("text", 0, 5), TextItem("more", 0, 20)}),
+         Rectangle("empty", 90, {})})});
+    EXPECT_THAT(document.Texts("/w:document/w:body/w:p[w:pPr/w:pStyle[starts-with(@w:val, 'TOC')]]"),
+                ElementsAre("Contents", "outer", "inner", "empty"));
+    EXPECT_THAT(document.Texts("//w:tc/w:p[w:bookmarkStart/@w:name='b1']"), ElementsAre("title"));
+    EXPECT_THAT(document.Texts("//w:tc/w:p[w:bookmarkStart/@w:name='b2']"), ElementsAre("text"));
+    EXPECT_EQ(document.Count("//w:bookmarkStart[@w:name='b3']"), 1);
+}
+
+TEST(Docx, ALineWithinARectangleLeavesItsBookmark) {
+    Instance line = Rectangle("line", 0, {});
+    line.kind = InstanceKind::Line;
+    line.height = 0;
+    const DocxRead document = Document({Rectangle("outer", 0, {line})});
+    EXPECT_THAT(document.Texts("//w:bookmarkStart/@w:name"), ElementsAre("b1", "b2", "_Toc1", "_Toc2"));
+}
+
+TEST(Docx, ATableBesideATextHasOneEntryOfTheDocumentMap) {
+    Instance table = TableItem(NumberedRows(2));
+    table.documentMapLabel = "Rows";
+    const DocxRead document = Document({table, TextItem("beside", 200)});
+    EXPECT_THAT(document.Texts("/w:document/w:body/w:p[w:pPr/w:pStyle[starts-with(@w:val, 'TOC')]]"),
+                ElementsAre("Contents", "Rows"));
+}
+
 TEST(Docx, DocumentMapIsATableOfContents) {
     auto table = NumberedRows(3);
     const auto make = table->make;
     table->make = [make](std::size_t i, TableRow& row) {
         make(i, row);
-        row.documentMapLabel = i == 1 ? "Row 1" : i == 2 ? "Say \"2\"" : "";
-        row.level = static_cast<int>(i) - 1;
+        if (i > 0) {
+            row.labels = {{i == 1 ? "Row 1" : "Say \"2\"", static_cast<int>(i) - 1}};
+        }
     };
     const DocxRead document = Document({TableItem(table)});
     EXPECT_THAT(document.Texts("/w:document/w:body/w:p[w:pPr/w:pStyle[starts-with(@w:val, 'TOC')]]"),

@@ -50,8 +50,7 @@ TEST(Html, DocumentMapLeadsToItsPlaces) {
     title.bookmark = "top";
     auto table = Rows(3);
     table->make = [](std::size_t i, TableRow& row) {
-        row.documentMapLabel = "Row " + std::to_string(i);
-        row.level = i == 0 ? 0 : 2;
+        row.labels = {{"Row " + std::to_string(i), i == 0 ? 0 : 2}};
         AddCell(row, TextItem("x"));
         AddCell(row, TextItem("y"));
     };
@@ -76,8 +75,7 @@ TEST(Html, DocumentMapComesBackFromAnyDepth) {
     auto table = Rows(4);
     table->make = [](std::size_t i, TableRow& row) {
         constexpr int Levels[] = {0, 1, 2, 0};
-        row.documentMapLabel = std::to_string(i);
-        row.level = Levels[i];
+        row.labels = {{std::to_string(i), Levels[i]}};
         AddCell(row, TextItem("x"));
     };
     const std::string html = Html(SampleReport({TableItem(table)}));

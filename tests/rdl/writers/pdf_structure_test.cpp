@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "rdl/image_bytes.h"
+#include "rdl/layout/drawing/drawing.h"
 #include "rdl/values/error.h"
 #include "rdl/writers/pdf/color_profile.h"
 #include "rdl/writers/pdf/file.h"
@@ -95,6 +96,10 @@ TEST_F(PdfStructureTest, ATableOverPagesIsOneAndRepeatedRowsAreArtifacts) {
     table->repeated = {0};
     const std::string said = Structure(Tagged({TableItem(table)}));
     EXPECT_EQ(Count(said, "Table (block)"), 1u);
+    EXPECT_THAT(said, HasSubstr("  Table (block)\n    THead\n      TR\n        TH:"));
+    EXPECT_EQ(Count(said, "THead"), 1u);
+    EXPECT_EQ(Count(said, "TBody"), 1u);
+    EXPECT_LT(said.find("TBody"), said.find("\"Row 1\""));
     EXPECT_EQ(Count(said, " TR\n"), 120u);
     EXPECT_EQ(Count(said, " TH:\n"), 2u);
     EXPECT_EQ(Count(said, " TD\n"), 238u);
@@ -134,13 +139,26 @@ TEST_F(PdfStructureTest, AGroupsLabelMakesAHeadingOfItsCellAndLevelsAreNotSkippe
     table->columnWidths = {50, 50};
     table->rows = 2;
     table->make = [](std::size_t i, layout::TableRow& row) {
-        row.level = static_cast<int>(i) * 3 + 2;
-        row.documentMapLabel = i == 0 ? "North" : "Tea";
+        row.labels = {{i == 0 ? "North" : "Tea", static_cast<int>(i) * 3 + 2}};
         AddCell(row, TextItem("x"));
-        AddCell(row, TextItem(row.documentMapLabel));
+        AddCell(row, TextItem(row.labels[0].text));
     };
     EXPECT_THAT(Structure(Tagged({TableItem(table)})), AllOf(HasSubstr("H1 (block)\n          \"North\""),
                                                              HasSubstr("H2 (block)\n          \"Tea\"")));
+}
+
+// Each label takes the cell that says it first, and only then one of the cells that are left.
+TEST_F(PdfStructureTest, LabelsOfTwoGroupsAreTwoHeadings) {
+    auto table = std::make_shared<SampleTable>();
+    table->columnWidths = {50, 50};
+    table->rows = 1;
+    table->make = [](std::size_t, layout::TableRow& row) {
+        row.labels = {{"Region North", 0}, {"Tea", 1}};
+        AddCell(row, TextItem("Tea"));
+        AddCell(row, TextItem("North"));
+    };
+    EXPECT_THAT(Structure(Tagged({TableItem(table)})),
+                AllOf(HasSubstr("(block)\n          \"Tea\""), HasSubstr("H1 (block)\n          \"North\"")));
 }
 
 TEST_F(PdfStructureTest, PicturesHaveATextInsteadAndLinksTheirAnnotation) {
@@ -159,6 +177,46 @@ TEST_F(PdfStructureTest, PicturesHaveATextInsteadAndLinksTheirAnnotation) {
                                 HasSubstr("/BBox ["), HasSubstr("/O /Layout")));
     EXPECT_THAT(Structure(pdf),
                 AllOf(HasSubstr("Figure"), HasSubstr("Link (inline)"), HasSubstr("Span (inline)")));
+}
+
+Instance DrawingItem(double x, double width, const std::string& description) {
+    Instance item = TextItem("", x, 0, width, 50);
+    item.paragraphs.clear();
+    item.kind = layout::InstanceKind::Drawing;
+    item.name = "Code1";
+    auto drawing = std::make_shared<layout::DrawingInstance>();
+    drawing->content.width = width;
+    drawing->content.height = 50;
+    drawing->description = description;
+    drawing->content.ops.emplace_back(layout::RectOp{0, 0, width, 50, 0xFF000000});
+    item.drawing = drawing;
+    return item;
+}
+
+TEST_F(PdfStructureTest, DrawingsSayWhatTheyShow) {
+    const auto textOf = [](const std::string& toolTip, const std::string& description) {
+        Instance item = DrawingItem(0, 50, description);
+        item.toolTip = toolTip;
+        const std::string unpacked = PdfOnDisk(Tagged({item})).Unpacked();
+        const std::size_t begin = unpacked.find("/Alt (");
+        return begin == std::string::npos ? "" : unpacked.substr(begin, unpacked.find(')', begin) - begin);
+    };
+    EXPECT_EQ(textOf("Tip", "QR code: 42"), "/Alt (Tip");
+    EXPECT_EQ(textOf("", "QR code: 42"), "/Alt (QR code: 42");
+    EXPECT_EQ(textOf("", ""), "/Alt (Code1");
+}
+
+TEST_F(PdfStructureTest, ADrawingOverTwoPagesSideBySideIsOneFigureOnBoth) {
+    auto report = SampleReport({DrawingItem(0, 300, "Sales")});
+    report->sections.front()->bodyWidth = 300;
+    report->sections.front()->page.width = 200;
+    StringOutput output;
+    Options options;
+    options.choices = Choices(false, true);
+    WritePdf(*report, output, options);
+    const std::string unpacked = PdfOnDisk(output.bytes).Unpacked();
+    EXPECT_EQ(Count(unpacked, "/Alt (Sales)"), 1U);
+    EXPECT_EQ(Count(unpacked, "/Figure"), 3U);  // the element, and its part on each page
 }
 
 class PdfArchive : public PdfStructureTest {};

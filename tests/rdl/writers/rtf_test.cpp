@@ -22,6 +22,7 @@ using layout::Instance;
 using layout::InstanceKind;
 using layout::TableRow;
 using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -177,6 +178,16 @@ TEST(Rtf, BookmarksLeadToTheirItem) {
     EXPECT_EQ(document.Count("bkmkstart"), 1);
 }
 
+Instance Rectangle(const std::string& bookmark, std::vector<Instance> children) {
+    Instance rectangle;
+    rectangle.kind = layout::InstanceKind::Container;
+    rectangle.name = "Rectangle1";
+    rectangle.bookmark = bookmark;
+    rectangle.width = rectangle.height = 60;
+    rectangle.children = std::move(children);
+    return rectangle;
+}
+
 TEST(Rtf, TablesAndRectanglesHaveBookmarksToo) {
     Instance table = TableItem(Rows(2));
     table.bookmark = "here";
@@ -187,6 +198,43 @@ TEST(Rtf, TablesAndRectanglesHaveBookmarksToo) {
     frame.bookmark = "there";
     frame.children.push_back(TextItem("x"));
     EXPECT_EQ(Document({table, frame}).Count("bkmkstart"), 2);
+}
+
+TEST(Rtf, RectanglesWithinOthersHaveBookmarksToo) {
+    Instance inner = Rectangle("inner", {TextItem("x", 0, 5)}), empty = Rectangle("empty", {});
+    empty.y = 20;
+    EXPECT_THAT(Rtf(SampleReport({Rectangle("outer", {inner, empty, TextItem("y", 0, 40)})})),
+                AllOf(HasSubstr("{\\*\\bkmkstart b1}"), HasSubstr("{\\*\\bkmkstart b2}"),
+                      HasSubstr("{\\*\\bkmkstart b3}")));
+}
+
+TEST(Rtf, ASectionWithoutHeaderHasNotTheOneBefore) {
+    auto report = SampleReport({TextItem("first")}, {TextItem("Head")});
+    const auto add = [&report](const std::string& text, const std::string& header) {
+        auto next = SampleReport({TextItem(text)}, {TextItem(header)});
+        next->sections[0]->page.headerHeight = header.empty() ? 0 : 20;
+        report->sections.push_back(std::move(next->sections[0]));
+    };
+    report->sections[0]->page.footerHeight = 20;
+    add("second", "");
+    add("third", "Other");
+    const RtfDocument document = RtfReader::Read(Rtf(report));
+    EXPECT_THAT(document.hidden, Contains(std::pair<std::string, std::string>("header", "Head")));
+    EXPECT_EQ(document.Count("header"), 3);  // the second one is empty
+    EXPECT_EQ(document.Count("footer"), 2);  // the third section has the second one's, which is empty
+    EXPECT_EQ(document.Count("headerf"), 0);
+}
+
+TEST(Rtf, ATitlePageWithoutHeaderHasNotTheOneBefore) {
+    auto report = SampleReport({TextItem("first")}, {TextItem("Head")});
+    auto next = SampleReport({TextItem("second")}, {TextItem("Head")});
+    report->sections[0]->page.footerHeight = next->sections[0]->page.footerHeight = 20;
+    report->sections[0]->page.footerOnFirst = false;  // its first page has a header of its own
+    next->sections[0]->page.headerOnFirst = false;
+    report->sections.push_back(std::move(next->sections[0]));
+    const RtfDocument document = RtfReader::Read(Rtf(report));
+    EXPECT_EQ(document.Count("headerf"), 2);
+    EXPECT_EQ(document.Count("footerf"), 1);
 }
 
 TEST(Rtf, PageMarksAreFieldsOfTheHeader) {

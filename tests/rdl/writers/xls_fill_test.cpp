@@ -2,6 +2,9 @@
 // The backgrounds of items that hold others, and texts with less room than they asked for.
 #include <gtest/gtest.h>
 
+#include <QImage>
+
+#include "rdl/image_bytes.h"
 #include "rdl/writers/sample_report.h"
 #include "rdl/writers/xls_kit.h"
 
@@ -134,6 +137,38 @@ TEST_F(XlsFills, AFrameInARowIsAsHighAsTheRow) {
         AddCell(row, std::move(high));
     };
     EXPECT_EQ(Lines(Workbook(SampleReport({TableItem(table)}))), "ltr ltr\nlrb lrb\n");
+}
+
+Instance Picture(double x, double y, double width, double height) {
+    Instance item = Container(x, y, width, height, 0, {});
+    item.kind = InstanceKind::Image;
+    item.name = "Picture";
+    item.imageBytes = std::make_shared<const std::string>(FileOf(QImage(4, 4, QImage::Format_RGB32), "PNG"));
+    item.mimeType = "image/png";
+    item.box = Framed();
+    return item;
+}
+
+TEST_F(XlsFills, APictureHasItsFrameAndBackground) {
+    EXPECT_EQ(Lines(Workbook(SampleReport({Picture(0, 0, 100, 60)}))), "ltrb\n");
+    Instance colored = Picture(0, 0, 100, 60);
+    colored.box = Background(Yellow);
+    EXPECT_EQ(Colors(Workbook(SampleReport({colored}))), "ffff00\n");
+}
+
+TEST_F(XlsFills, APictureBesideTextsHasItsFrameAroundAllTheirRows) {
+    EXPECT_EQ(Lines(Workbook(SampleReport({Picture(0, 0, 100, 40), TextItem("A", 100, 0, 50, 20),
+                                           TextItem("B", 100, 20, 50, 20), TextItem("C", 0, 40, 50, 20)}))),
+              "lt tr -\nlb rb -\n- - -\n");
+}
+
+TEST_F(XlsFills, ARectangleBesideSeveralRowsOfATableIsAsHighAsThey) {
+    Instance low = Container(200, 0, 60, 45, 0, {TextItem("A", 0, 0, 60, 12)});
+    low.box = Framed();
+    Instance table = TableItem(NumberedRows(4));
+    table.height = 45;
+    EXPECT_EQ(Lines(Workbook(SampleReport({table, low, TextItem("B", 0, 80, 80)}))),
+              "- - - ltr\n- - - lr\n- - - lr\n- - - lrb\n- - - -\n- - - -\n");
 }
 
 TEST_F(XlsFills, ATablesFrameGoesOnInFurtherSheetsAndEndsBelowIt) {

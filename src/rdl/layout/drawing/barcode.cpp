@@ -10,6 +10,7 @@
 #include "rdl/definition/barcode.h"
 #include "rdl/layout/drawing/canvas.h"
 #include "rdl/values/ascii.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::layout {
 namespace {
@@ -170,7 +171,8 @@ std::shared_ptr<DrawingInstance> DrawBarcode(const BarcodeData& data, double wid
     }
     const SymbologyRow* const row = data.symbology.empty() ? &Symbologies[0] : FindSymbology(data.symbology);
     if (!row) {
-        return say("\"" + data.symbology + "\" is no bar code");
+        constexpr std::size_t Named = 60;  // bytes: the name may be any text of the data
+        return say("\"" + std::string(WholeCharacters(data.symbology, Named)) + "\" is no bar code");
     }
     const Encoder& encoder = *std::find_if(Encoders.begin(), Encoders.end(), [row](const Encoder& one) {
         return one.symbology == row->symbology;

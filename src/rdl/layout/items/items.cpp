@@ -345,6 +345,7 @@ void ItemBuilder::ShowData(DrawingData data, Instance& out) {
 }
 
 void ItemBuilder::Show(const std::shared_ptr<DrawingInstance>& drawing, bool mayRepeat, Instance& out) {
+    m_evaluator.CheckBounds();  // a report may have a drawing in each of its many items
     drawing->background = out.box->background;
     if (m_input.drawings != Drawings::Pictures) {
         out.kind = InstanceKind::Drawing;

@@ -26,10 +26,9 @@ void TablixTable::Row(std::size_t index, TableRow& row) {
     row.keepWithNext = (planned.flags & KeepWithNext) != 0;
     row.keepWithPrevious = (planned.flags & KeepWithPrevious) != 0;
     row.resetPageNumber = (planned.flags & ResetPageNumber) != 0;
-    row.level = planned.level;
     row.canGrow = true;
     row.pageName.clear();
-    row.documentMapLabel.clear();
+    row.labels.clear();
     if (planned.leaf < 0) {
         FillHeaderRow(-1 - planned.leaf, row);
         SortCells(row);
@@ -90,16 +89,16 @@ void TablixTable::FillGroupStart(std::size_t index, TableRow& row) {
     auto start =
         std::lower_bound(m_starts.begin(), m_starts.end(), index,
                          [](const GroupStart& known, std::size_t wanted) { return known.row < wanted; });
-    // Inner groups follow the outer ones that begin at the same row.
     for (; start != m_starts.end() && start->row == index; ++start) {
         const GroupPlan& group = m_plan.rows.groups[At(start->group)];
         Enter(Scope::Of(m_region.get(), TableAxis::Rows, start->group, start->instance));
         if (group.pageBreak.pageName.isSet) {
-            row.pageName = m_builder.Text(group.pageBreak.pageName);
+            const std::string name = m_builder.Text(group.pageBreak.pageName);
+            row.pageName = name.empty() ? row.pageName : name;
         }
-        if (group.documentMapLabel.isSet) {
-            row.documentMapLabel = m_builder.Text(group.documentMapLabel);
-            row.level = group.level;
+        const std::string label = m_builder.Text(group.documentMapLabel);
+        if (!label.empty()) {
+            row.labels.push_back({label, group.level});
         }
     }
 }

@@ -36,6 +36,11 @@ bool Collapses(const HierarchyPlan& plan, const MemberPlan& member) {
            });
 }
 
+// Whether its first row has a page name or a label.
+bool HasStart(const GroupPlan& group) {
+    return group.pageBreak.pageName.isSet || group.documentMapLabel.isSet;
+}
+
 int FirstLeaf(const HierarchyPlan& plan, const MemberPlan& member) {
     const MemberPlan* at = &member;
     while (at->leaf < 0) {
@@ -74,7 +79,7 @@ TablixTable::TablixTable(TablixPlan& plan, std::shared_ptr<Region> region, ItemB
     }
     MoveHeadersInside();
     for (std::size_t i = 0; i < plan.columns.headerSizes.size(); ++i) {
-        m_rows.push_back({-1 - static_cast<std::int32_t>(i), 0, ColumnHeader | KeepWithNext, 0});
+        m_rows.push_back({-1 - static_cast<std::int32_t>(i), 0, ColumnHeader | KeepWithNext});
     }
     ExpandRows(plan.rows.roots, 0);
     if (repeatColumnHeaders) {
@@ -206,9 +211,14 @@ void TablixTable::ExpandInstances(int index, std::uint32_t parent) {
     const auto& instances = m_region->rowGroups[At(member.group)].instances;
     const std::uint32_t first = m_region->FirstWithin(TableAxis::Rows, member.group, group.parent, parent);
     for (std::uint32_t i = first; i < instances.size() && instances[i].parent == parent; ++i) {
-        const std::size_t begin = m_rows.size();
+        const std::size_t begin = m_rows.size(), slot = m_starts.size();
+        if (HasStart(group)) {  // before those of the groups in it
+            m_starts.push_back({static_cast<std::uint32_t>(begin), member.group, i});
+        }
         ExpandRow(index, i);
-        if (m_rows.size() > begin) {
+        if (m_rows.size() == begin) {
+            m_starts.resize(slot);
+        } else {
             // A header is kept with rows of its own group only: details may be hidden, and then the next row
             // is another group's.
             m_rows[begin].flags &= static_cast<std::uint16_t>(~KeepWithPrevious);
@@ -231,15 +241,13 @@ void TablixTable::ExpandRow(int index, std::uint32_t instance) {
     if (member.header && member.headerSpan > 0) {
         m_headers.push_back({static_cast<std::uint32_t>(begin), 0, index, instance});
     }
-    const int level = member.scopeGroup < 0 ? 0 : m_plan.rows.groups[At(member.scopeGroup)].level;
     if (member.leaf >= 0) {
-        m_rows.push_back({member.leaf, instance, 0, static_cast<std::uint16_t>(level)});
+        m_rows.push_back({member.leaf, instance, 0});
     } else {
         ExpandRows(member.children, instance);
         if (m_rows.size() == begin && Collapses(m_plan.rows, member)) {
             m_collapsed.push_back({static_cast<std::uint32_t>(begin), member.scopeGroup});
-            m_rows.push_back(
-                {FirstLeaf(m_plan.rows, member), instance, Collapsed, static_cast<std::uint16_t>(level)});
+            m_rows.push_back({FirstLeaf(m_plan.rows, member), instance, Collapsed});
         }
     }
     const std::size_t count = m_rows.size() - begin;
@@ -282,9 +290,8 @@ void TablixTable::MarkBreaks(const GroupPlan& group, int groupIndex, std::uint32
                              std::uint32_t first, std::size_t begin) {
     using Location = PageBreak::Location;
     const PageBreakPlan& rule = group.pageBreak;
-    if (rule.pageName.isSet || group.documentMapLabel.isSet) {
+    if (HasStart(group)) {
         m_rows[begin].flags |= StartsGroup;
-        m_starts.push_back({static_cast<std::uint32_t>(begin), groupIndex, instance});
     }
     if (rule.location == Location::None) {
         return;

@@ -41,7 +41,7 @@ class TablixTable final : public TableInstance {
     struct PlannedRow {
         std::int32_t leaf;       // body row; -1 - n: column header row n
         std::uint32_t instance;  // instance of the leaf's innermost group
-        std::uint16_t flags, level;
+        std::uint16_t flags;
     };
     struct RowHeader {
         std::uint32_t row, span;
@@ -106,7 +106,7 @@ class TablixTable final : public TableInstance {
     int m_headerCount = 0, m_columnsBefore = 0;  // row header columns, and body columns before them
     std::vector<PlannedRow> m_rows;
     std::vector<RowHeader> m_headers;
-    std::vector<GroupStart> m_starts;
+    std::vector<GroupStart> m_starts;  // by row, outer groups first
     std::vector<Repeat> m_repeats;
     std::vector<CollapsedRow> m_collapsed;
     std::vector<Column> m_columns;

@@ -94,6 +94,12 @@ struct TableCell {
     Instance content;  // x = y = 0; as large as the cell
 };
 
+// An entry of the document map.
+struct MapLabel {
+    std::string text;  // not empty
+    int level = 0;     // depth of its group, 0 is outermost
+};
+
 struct TableRow {
     double height = 0;  // as defined
     bool canGrow = true;
@@ -103,9 +109,8 @@ struct TableRow {
     bool breakBefore = false, breakAfter = false;
     bool keepWithNext = false, keepWithPrevious = false;
     bool resetPageNumber = false;
-    std::string pageName;  // set in its first row; names the sheet or page
-    int level = 0;         // depth of the row's group, 0 is outermost
-    std::string documentMapLabel;
+    std::string pageName;          // set in its first row; names the sheet or page
+    std::vector<MapLabel> labels;  // of the groups that begin with it, outermost first
 };
 
 // A column of a table in formats that carry data without a look.

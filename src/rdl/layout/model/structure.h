@@ -15,6 +15,8 @@ enum class Role : unsigned char {
     Paragraph,
     Heading,
     Table,
+    TableHead,  // the leading rows of column headers
+    TableBody,  // the rows below a head
     Row,
     ColumnHeader,
     RowHeader,

@@ -60,7 +60,7 @@ class Cutter {
         const double from = m_index == 0 ? op.x : std::max(op.x, m_from);
         const double to = std::min(op.x + op.width, m_from + m_width);
         if (to - from > Tolerance) {
-            Put(RectOp{from - Shift(), op.y, to - from, op.height, op.color});
+            Put(RectOp{from - Shift(), op.y, to - from, op.height, op.color, op.tag});
         }
     }
     void Add(const ImageOp& op) {

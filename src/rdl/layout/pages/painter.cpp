@@ -394,8 +394,8 @@ void Painter::Marks(const Rect& area, const Instance& item) {
     }
 }
 
-void Painter::Label(double x, double y, const std::string& label, int level) {
-    m_page->ops.emplace_back(AnchorOp{x, y, {}, label, level});
+void Painter::Label(double x, double y, const MapLabel& label) {
+    m_page->ops.emplace_back(AnchorOp{x, y, {}, label.text, label.level});
 }
 
 void Painter::Collect(const Instance& item) {

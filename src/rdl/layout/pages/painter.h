@@ -54,7 +54,7 @@ class Painter {
     void Drawing(const Rect& area, const DrawingInstance& drawing);
     // Adds links, bookmark and document map label of an item.
     void Marks(const Rect& area, const Instance& item);
-    void Label(double x, double y, const std::string& label, int level);
+    void Label(double x, double y, const MapLabel& label);
     TextLayout& Layout() { return m_layout; }
     // Texts, images, drawings and links belong to the current element, all else is decoration.
     Tags& Elements() { return m_tags; }

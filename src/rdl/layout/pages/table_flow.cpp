@@ -462,6 +462,7 @@ Flow::Outcome TableFlow::Place(double x, double y, double available) {
         m_context.painter.Borders(area, *m_item.box, PartSides(part, SidesOf(m_item, wasBegun, !done)));
     }
     if (done) {
+        tags.End(m_rowGroup);
         tags.End(m_element);
     }
     return {at - y, done, done && breakAfter};

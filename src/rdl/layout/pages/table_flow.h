@@ -50,6 +50,7 @@ class TableFlow final : public Flow {
         bool operator==(const Edge&) const = default;
     };
 
+    void DescribeGroup(const TableRow& row, std::size_t index);
     double TotalWidth() const;
     void PlaceColumns(double x);
     bool BeginsPage(double at, double previous) const;
@@ -103,7 +104,8 @@ class TableFlow final : public Flow {
     std::vector<Edge> m_tops, m_bottoms, m_newBottoms;
     std::size_t m_rowsOnPage = 0;
     std::size_t m_brokenBefore = static_cast<std::size_t>(-1);  // row before which a page break was made
-    ElementId m_element = 0;
+    ElementId m_element = 0, m_rowGroup = 0;                    // the table, and its head or body
+    bool m_isInHead = false;
     bool m_begun = false;
     bool m_waitsForRoom = false, m_contentBefore = false;  // other items are above it on the page
 };

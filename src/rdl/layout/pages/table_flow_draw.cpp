@@ -16,20 +16,55 @@ std::size_t At(int index) {
     return static_cast<std::size_t>(index);
 }
 
-// The cell that a group's label in the document map stands for: the one that says it, else the first text.
-std::size_t HeadingOf(const TableRow& row) {
-    std::size_t first = row.cells.size();
-    for (std::size_t i = 0; i < row.cells.size() && !row.documentMapLabel.empty(); ++i) {
-        const std::string text = row.cells[i].content.PlainText();
-        if (text == row.documentMapLabel) {
-            return i;
-        }
-        first = text.empty() ? first : std::min(first, i);
+// Returns the first cell for which the test holds and that is no heading yet; `row.cells.size()` if there is
+// none.
+template <typename Test>
+std::size_t FirstCell(const TableRow& row, const std::vector<int>& levels, const Test& test) {
+    std::size_t i = 0;
+    while (i < row.cells.size() && (levels[i] >= 0 || !test(row.cells[i].content.PlainText()))) {
+        ++i;
     }
-    return first;
+    return i;
+}
+
+// The level of the heading that each cell is; -1: none. A group's label in the document map makes a heading
+// of the cell that says it, else of the first text that is left.
+std::vector<int> HeadingsOf(const TableRow& row) {
+    std::vector<int> levels(row.cells.size(), -1);
+    std::vector<MapLabel> unsaid;
+    for (const MapLabel& label : row.labels) {
+        const std::size_t cell =
+            FirstCell(row, levels, [&label](const std::string& text) { return text == label.text; });
+        if (cell < levels.size()) {
+            levels[cell] = label.level;
+        } else {
+            unsaid.push_back(label);
+        }
+    }
+    for (const MapLabel& label : unsaid) {
+        const std::size_t cell =
+            FirstCell(row, levels, [](const std::string& text) { return !text.empty(); });
+        if (cell < levels.size()) {
+            levels[cell] = label.level;
+        }
+    }
+    return levels;
 }
 
 }  // namespace
+
+// A table that begins with column headers has a head and a body.
+void TableFlow::DescribeGroup(const TableRow& row, std::size_t index) {
+    Tags& tags = m_context.painter.Elements();
+    if (index == 0 && row.columnHeader) {
+        m_rowGroup = tags.Begin(Role::TableHead);
+        m_isInHead = true;
+    } else if (m_isInHead && !row.columnHeader) {
+        tags.End(m_rowGroup);
+        m_rowGroup = tags.Begin(Role::TableBody);
+        m_isInHead = false;
+    }
+}
 
 void TableFlow::DescribeRow(Prepared& prepared) {
     Tags& tags = m_context.painter.Elements();
@@ -37,19 +72,21 @@ void TableFlow::DescribeRow(Prepared& prepared) {
         return;
     }
     const TableRow& row = prepared.row;
+    DescribeGroup(row, prepared.index);
+    const Tags::Within inGroup(tags, m_rowGroup ? m_rowGroup : m_element);
     ElementId element = tags.Begin(Role::Row);
     const Tags::Within within(tags, element);
-    const std::size_t heading = HeadingOf(row);
+    const std::vector<int> headings = HeadingsOf(row);
     for (std::size_t i = 0; i < row.cells.size(); ++i) {
         const TableCell& cell = row.cells[i];
         Element described;
         described.role = row.columnHeader                      ? Role::ColumnHeader
                          : cell.column < m_table.headerColumns ? Role::RowHeader
                                                                : Role::Cell;
-        described.level = row.level;
+        described.level = std::max(headings[i], 0);
         described.columnSpan = cell.columnSpan;
         described.rowSpan = cell.rowSpan;
-        prepared.cells[i].tags = BeginCell(tags, described, cell.content, i == heading);
+        prepared.cells[i].tags = BeginCell(tags, described, cell.content, headings[i] >= 0);
     }
     tags.End(element);
 }
@@ -265,9 +302,8 @@ void TableFlow::EndSpans(std::size_t row, double bottom) {
 void TableFlow::PlaceRow(Prepared& prepared, double y, double height) {
     DrawBoxes(prepared, y, height);
     DrawContents(prepared, y, height);
-    if (!prepared.row.documentMapLabel.empty()) {
-        m_context.painter.Label(m_columnX.empty() ? 0 : m_columnX.front(), y, prepared.row.documentMapLabel,
-                                prepared.row.level);
+    for (const MapLabel& label : prepared.row.labels) {
+        m_context.painter.Label(m_columnX.empty() ? 0 : m_columnX.front(), y, label);
     }
     m_context.painter.SetContent();
 }

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "rdl/layout/drawing/drawing.h"
+
 namespace rdl::layout {
 namespace {
 
@@ -26,7 +28,13 @@ bool HasText(const Instance& item) {
 void AddFigure(Tags& tags, const Instance& item, ItemTags& begun) {
     Element figure;
     figure.role = Role::Figure;
-    figure.description = item.toolTip.empty() ? item.name : item.toolTip;
+    figure.description = item.toolTip;
+    if (figure.description.empty() && item.drawing) {
+        figure.description = item.drawing->description;
+    }
+    if (figure.description.empty()) {
+        figure.description = item.name;
+    }
     begun.item = tags.Begin(figure);
 }
 

@@ -95,16 +95,13 @@ bool FlowBody::Joins(const Items& band, double bottom, const Instance& next) con
 double FlowBody::Band(const Items& band, const Place& place, double bottom) {
     const Instance& first = *band.front();
     const Place inner{place.level, FlowExtent(first, place.x).left};
-    for (const Instance* item : band) {
-        if (item->kind == InstanceKind::Container || item->kind == InstanceKind::Table) {
-            Mark(*item);
-        }
-    }
     if (band.size() == 1 && first.kind == InstanceKind::Table) {
+        Mark(first);
         Table(first, inner);
         return bottom;
     }
     if (band.size() == 1 && HoldsTable(first) && !HasLook(first)) {
+        Mark(first);
         return FlowExtent(first).top + Block(first.children, inner);
     }
     Grid(band, place);
@@ -113,6 +110,9 @@ double FlowBody::Band(const Items& band, const Place& place, double bottom) {
 
 void FlowBody::Grid(const Items& band, const Place& place) {
     const FlowGrid grid(band, place.x);
+    for (const Instance* item : grid.MarksBefore()) {
+        Mark(*item);
+    }
     BeginTable(grid.ColumnLines(), false);
     for (std::size_t i = 0; i < grid.RowCount(); ++i) {
         Row(grid.Row(i), place);
@@ -161,6 +161,9 @@ void FlowBody::Row(const FlowRow& row, const Place& place) {
 void FlowBody::Cell(const FlowCell& cell, const FlowRow& row, int level, bool& nested) {
     const FlowPlace place{level, row.keepNext, row.rightToLeft};
     BeginCell(cell);
+    for (const Instance* item : cell.marks) {
+        Mark(*item);
+    }
     bool ends = false;  // with a paragraph
     for (const Instance* item : cell.content) {
         ends = item->kind == InstanceKind::Text || item->kind == InstanceKind::Image;
@@ -234,8 +237,8 @@ void FlowBody::TableRow(const Instance& item, FlowTablix& rows, std::size_t inde
         BeginTable(rows.ColumnLines(), item.table->rightToLeft);
         RepeatRows(item, rows, index, place);
     }
-    if (rows.ShownColumns().first == 0) {
-        Label(source);
+    for (std::size_t i = 0; i < source.labels.size() && rows.ShownColumns().first == 0; ++i) {
+        Label(source.labels[i]);
     }
     Row(rows.Make(breaks), place);
     m_last = Last::Table;

@@ -34,10 +34,10 @@ class FlowBody {
     virtual void Picture(const layout::Instance& item, const FlowPlace& place) = 0;
     virtual void Message(const layout::TableInstance& table, const FlowPlace& place) = 0;
     virtual void Blank(double height, const FlowPlace& place) = 0;
-    // Notes bookmark and label of a rectangle or table, whose content follows.
+    // Notes bookmark and label of a rectangle, table or line, whose content follows.
     virtual void Mark(const layout::Instance& item) = 0;
-    // The same for the label of a table row, at a depth of its group from 0.
-    virtual void Label(const layout::TableRow& /*row*/) {}
+    // The same for a label of a table row.
+    virtual void Label(const layout::MapLabel& /*label*/) {}
     virtual void BreakPage() = 0;
     // The last paragraph of a body, `height` points high: a document ends with a paragraph, not with a table.
     virtual void EndOfSection(double height) = 0;

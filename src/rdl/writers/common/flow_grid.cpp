@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "rdl/values/error.h"
 #include "rdl/writers/common/content.h"
@@ -84,6 +85,11 @@ FlowGrid::FlowGrid(const std::vector<const Instance*>& items, double x) : m_name
     for (const Instance* item : items) {
         Gather(*item, x, 0);
     }
+    if (!m_pieces.empty()) {
+        Piece& last = m_pieces.back();
+        last.marks.insert(last.marks.end(), m_waiting.begin(), m_waiting.end());
+        m_waiting.clear();
+    }
     Settle();
     for (const Stroke& frame : m_frames) {
         PlaceFrame(frame);
@@ -106,6 +112,10 @@ void FlowGrid::Gather(const Instance& item, double x, double y) {
         m_rows.Add(extent.top);
         m_rows.Add(extent.bottom);
     }
+    const bool line = item.kind == InstanceKind::Line;
+    if ((open || line) && !(item.bookmark.empty() && item.documentMapLabel.empty())) {
+        m_waiting.push_back(&item);
+    }
     if (open) {
         m_keepTogether = m_keepTogether || item.keepTogether;
         if (HasLook(item)) {
@@ -114,11 +124,10 @@ void FlowGrid::Gather(const Instance& item, double x, double y) {
         for (const Instance& child : item.children) {
             Gather(child, x + item.x, y + item.y);
         }
-    } else if (item.kind == InstanceKind::Line &&
-               (extent.right - extent.left <= Tolerance || extent.bottom - extent.top <= Tolerance)) {
+    } else if (line && (extent.right - extent.left <= Tolerance || extent.bottom - extent.top <= Tolerance)) {
         m_lines.push_back({&item, extent});
     } else {
-        m_pieces.push_back({&item, extent, 0, 0, 0, 0, {}});
+        m_pieces.push_back({&item, extent, 0, 0, 0, 0, {}, std::exchange(m_waiting, {})});
     }
 }
 
@@ -227,10 +236,11 @@ void FlowGrid::PlacePiece(std::size_t index) {
         }
     }
     if (row == rows.end) {
+        Piece& other = m_pieces[static_cast<std::size_t>(At(rows.first, columns.first).piece)];
         if (piece.item->kind != InstanceKind::Line) {
-            m_pieces[static_cast<std::size_t>(At(rows.first, columns.first).piece)].content.push_back(
-                piece.item);
+            other.content.push_back(piece.item);
         }
+        other.marks.insert(other.marks.end(), piece.marks.begin(), piece.marks.end());
         return;
     }
     std::size_t end = first + 1;
@@ -292,6 +302,7 @@ FlowCell FlowGrid::PieceCell(const Piece& piece, std::size_t row) const {
     }
     if (top) {
         cell.content = piece.content;
+        cell.marks = piece.marks;
     }
     return cell;
 }

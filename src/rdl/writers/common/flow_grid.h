@@ -36,13 +36,15 @@ class FlowGrid {
     std::size_t RowCount() const { return m_rows.TrackCount(); }
     const std::vector<double>& ColumnLines() const { return m_columns.lines(); }
     FlowRow Row(std::size_t index) const;
+    // Returns the items with a bookmark or label that have no cell to keep it: it goes before the table.
+    const std::vector<const layout::Instance*>& MarksBefore() const { return m_waiting; }
 
  private:
     struct Piece {  // an item with its own cells
         const layout::Instance* item;
         FlowExtent extent;
         std::size_t firstRow = 0, endRow = 0, firstColumn = 0, endColumn = 0;
-        std::vector<const layout::Instance*> content;
+        std::vector<const layout::Instance*> content, marks;
     };
     struct Stroke {  // a line or a rectangle
         const layout::Instance* item;
@@ -79,6 +81,7 @@ class FlowGrid {
     Edges m_columns{Tolerance}, m_rows{Tolerance};
     std::vector<Piece> m_pieces;
     std::vector<Stroke> m_frames, m_lines;
+    std::vector<const layout::Instance*> m_waiting;  // with a bookmark or label, until there is a piece
     std::vector<Unit> m_units;
     bool m_keepTogether = false;
 };

@@ -28,6 +28,7 @@ struct FlowCell {
     layout::VAlign vAlign = layout::VAlign::Top;
     layout::WritingMode writingMode = layout::WritingMode::Horizontal;
     std::vector<const layout::Instance*> content;  // from top to bottom; empty in a continued cell
+    std::vector<const layout::Instance*> marks;    // open rectangles that begin here, and lines
 
     void Take(const layout::BoxStyle& box);  // copies borders, background and directions
 };

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Writes charts and gauges as inline SVG (SVG 2), one user unit for each point. Texts stay texts: they can be
-// read, found and copied.
+// Writes charts, gauges, maps and bar codes as inline SVG (SVG 2), one user unit for each point. Texts stay
+// texts: they can be read, found and copied.
 #pragma once
 
 #include <map>

@@ -115,10 +115,12 @@ void HtmlBody::Row(const TableInstance& table, const TableRow& row, bool head) {
     m_out += "<tr class=\"" + m_styles.Class(css + ";");
     m_out += row.breakBefore ? " bb" : "";
     m_out += row.breakAfter ? " ba\"" : "\"";
-    if (!row.documentMapLabel.empty()) {
+    if (!row.labels.empty()) {
         const std::string id = m_map.NextId();
         Attribute("id", id);
-        m_map.Add(row.documentMapLabel, row.level, id);
+        for (const layout::MapLabel& label : row.labels) {
+            m_map.Add(label.text, label.level, id);
+        }
     }
     m_out += ">";
     for (const TableCell& cell : row.cells) {

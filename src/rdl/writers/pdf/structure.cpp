@@ -19,6 +19,10 @@ const char* NameOf(Role role) {
             return "H";
         case Role::Table:
             return "Table";
+        case Role::TableHead:
+            return "THead";
+        case Role::TableBody:
+            return "TBody";
         case Role::Row:
             return "TR";
         case Role::ColumnHeader:

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -86,31 +87,59 @@ void WriteMargin(const std::string& word, const std::vector<layout::Instance>& i
     body.Raw("\\par}\n");
 }
 
-void WriteMargins(layout::SectionInstance& section, bool titlePage, RtfBody& body) {
+// The headers, or the footers, of a document's sections. A section without one would have that of the section
+// before it: it has an empty one then.
+class Margins {
+ public:
+    explicit Margins(const char* word) : m_word(word) {}
+    // Writes those of the next section. `onFirst` says whether its first page has one; no value: the first
+    // page is like all others.
+    void Write(const std::vector<layout::Instance>& items, double height, std::optional<bool> onFirst,
+               RtfBody& body) {
+        if (height > 0 || m_hasOther) {
+            WriteMargin(m_word, items, height, body);
+            m_hasOther = height > 0;
+        }
+        const bool hasFirst = height > 0 && onFirst.value_or(false);
+        if (hasFirst || (onFirst && m_hasFirst)) {
+            WriteMargin(m_word + "f", hasFirst ? items : std::vector<layout::Instance>(),
+                        hasFirst ? height : 0, body);
+            m_hasFirst = hasFirst;
+        }
+    }
+
+ private:
+    const std::string m_word;
+    bool m_hasOther = false, m_hasFirst = false;  // the last ones that were written have content
+};
+
+struct DocumentMargins {
+    Margins headers{"\\header"}, footers{"\\footer"};
+};
+
+void WriteMargins(layout::SectionInstance& section, bool titlePage, DocumentMargins& margins, RtfBody& body) {
     const PageSetup& page = section.page;
+    const auto onFirst = [titlePage](bool has) {
+        return titlePage ? std::optional<bool>(has) : std::nullopt;
+    };
+    std::vector<layout::Instance> header, footer;
     if (page.headerHeight > 0) {
-        const std::vector<layout::Instance> header = section.Header({});
-        WriteMargin("\\header", header, page.headerHeight, body);
-        if (titlePage && page.headerOnFirst) {
-            WriteMargin("\\headerf", header, page.headerHeight, body);
-        }
+        header = section.Header({});
     }
+    margins.headers.Write(header, page.headerHeight, onFirst(page.headerOnFirst), body);
     if (page.footerHeight > 0) {
-        const std::vector<layout::Instance> footer = section.Footer({});
-        WriteMargin("\\footer", footer, page.footerHeight, body);
-        if (titlePage && page.footerOnFirst) {
-            WriteMargin("\\footerf", footer, page.footerHeight, body);
-        }
+        footer = section.Footer({});
     }
+    margins.footers.Write(footer, page.footerHeight, onFirst(page.footerOnFirst), body);
 }
 
-void WriteSection(layout::SectionInstance& section, RtfBody& body) {
+void WriteSection(layout::SectionInstance& section, DocumentMargins& margins, RtfBody& body) {
     const PageSetup page = PaperOf(section);
     const bool titlePage = HasTitlePage(page);
     std::string words;
     AppendSection(page, titlePage, words);
     body.Raw(words);
-    WriteMargins(section, titlePage, body);
+    WriteMargins(section, titlePage, margins, body);
     body.Body(section.items);
 }
 
@@ -120,9 +149,10 @@ void WriteRtf(layout::ReportInstance& report, Output& output, const Options& opt
     RtfStyles styles;
     Spool spool;
     RtfBody body(styles, spool);
+    DocumentMargins margins;
     for (const auto& section : report.sections) {
         body.Raw(section == report.sections.front() ? "" : "\\sect\n");
-        WriteSection(*section, body);
+        WriteSection(*section, margins, body);
     }
     body.Flush();
     output.Write(Head(report, options, styles.Tables()));

@@ -259,6 +259,7 @@ std::uint32_t XlsLayout::PlaceBand(const Items& band, double x, std::uint32_t ro
     }
     lines.Settle();
     std::vector<std::uint32_t> rows(lines.lines().size(), row);
+    std::vector<std::pair<Around, std::size_t>> boxes;  // and the line where each ends
     std::size_t next = 0;
     for (std::size_t line = 0; line < rows.size(); ++line) {
         if (line > 0) {
@@ -272,10 +273,18 @@ std::uint32_t XlsLayout::PlaceBand(const Items& band, double x, std::uint32_t ro
                 continue;
             }
             const std::size_t end = std::min(std::max(lines.Line(Bottom(item)), line + 1), rows.size() - 1);
+            m_around = {};
             const std::uint32_t after = PlaceOne(item, x, rows[line], false);
             rows[end] = std::max(rows[end], item.kind == InstanceKind::Image ? rows[line] + 1 : after);
+            if (item.kind != InstanceKind::Table) {
+                boxes.push_back({m_around, end});
+            }
         }
     }
+    for (const auto& [around, end] : boxes) {  // as high as what is beside them
+        EndAround(around, rows[end]);
+    }
+    m_around = {};
     for (const Instance* item : band) {
         if (IsText(*item)) {
             const std::uint32_t first = rows[lines.Line(Top(*item))];
@@ -302,7 +311,6 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
             PlaceLine(item, x, row);
             return row + 1;
         case InstanceKind::Image:
-            return PlaceImage(item, x, row);
         case InstanceKind::Container:
         case InstanceKind::Table:
             return PlaceFilled(item, x, row, isTopLevel);
@@ -312,7 +320,7 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
     throw Error("Drawing \"" + item.name + "\" cannot be shown in Excel");
 }
 
-// Containers and tables, over the fill that they have themselves.
+// Images, containers and tables, over the fill that they have themselves.
 std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32_t row, bool isTopLevel) {
     const bool fills = item.box && item.box->background >> 24;
     const bool frames = item.box && HasBorder(*item.box);
@@ -326,6 +334,8 @@ std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32
     std::uint32_t end = row;
     if (item.kind == InstanceKind::Container) {
         end = std::max(Place(item.children, x + item.x, row, isTopLevel), row + 1);
+    } else if (item.kind == InstanceKind::Image) {
+        end = PlaceImage(item, x, row);
     } else if (item.table) {
         end = PlaceTable(item, x + item.x, row, isTopLevel);
     }

@@ -100,11 +100,11 @@ std::uint32_t XlsLayout::PlaceRow(const TableInstance& table, const TableRow& ta
         }
         m_around = {};
         end = std::max(end, PlaceOne(cell.content, LeftOf(table, x, cell.column), row, false));
-        if (cell.content.kind == InstanceKind::Container && cell.rowSpan <= 1) {
+        if (cell.content.kind != InstanceKind::Table && cell.rowSpan <= 1) {
             boxes.push_back(m_around);
         }
     }
-    for (const Around& box : boxes) {  // rectangles are as high as their row
+    for (const Around& box : boxes) {  // rectangles and images are as high as their row
         EndAround(box, end);
     }
     if (end == row + 1) {

@@ -60,6 +60,8 @@ class ShapeLoader {
                 if (!kept.shapes || kept.file != file) {
                     kept.shapes = std::make_shared<spatial::Shapes>(FromFile(file));
                     kept.file = file;
+                } else {
+                    Count(*kept.shapes);
                 }
                 m_made.source = kept.shapes;
             } else if (m_layer.source >= 0) {
@@ -69,6 +71,20 @@ class ShapeLoader {
             }
         } catch (const Error& error) {
             Fail(error.what());
+        }
+    }
+
+    // Shapes that were read for an instance of the map before count for this one too.
+    void Count(const spatial::Shapes& shapes) {
+        for (const spatial::Shapes::Shape& shape : shapes.shapes) {
+            std::size_t positions = shape.geometry.points.size();
+            for (const auto* lists : {&shape.geometry.rings, &shape.geometry.lines}) {
+                for (const spatial::Positions& list : *lists) {
+                    positions += list.size();
+                }
+            }
+            m_allowance.TakeShape();
+            m_allowance.TakePositions(positions);
         }
     }
 
