@@ -267,12 +267,17 @@ void HtmlBody::Paragraph(const Instance& item, const ParagraphInstance& paragrap
     const bool listed = paragraph.bulleted || paragraph.listNumber > 0;
     const double list = listed ? ListIndent * (1 + std::clamp(paragraph.listLevel - 1, 0, 9)) : 0;
     const double hanging = listed ? ListHang : static_cast<double>(paragraph.hangingIndent);
+    const double rest =
+        listed ? 0 : std::max(hanging, 0.0);  // of the lines after the first, where they begin
+    const bool rightToLeft = item.box && item.box->rightToLeft;
+    // Margins are sides of the page. Turned lines run down, the first one is at the right.
+    const bool isTurned = item.box && item.box->writingMode != layout::WritingMode::Horizontal;
     const std::pair<const char*, double> lengths[] = {
-        {"margin-left:", paragraph.leftIndent + list + (listed ? 0 : std::max(hanging, 0.0))},
-        {"margin-right:", paragraph.rightIndent},
+        {isTurned ? "margin-top:" : "margin-left:", paragraph.leftIndent + list + (rightToLeft ? 0 : rest)},
+        {isTurned ? "margin-bottom:" : "margin-right:", paragraph.rightIndent + (rightToLeft ? rest : 0)},
         {"text-indent:", -hanging},
-        {"margin-top:", paragraph.spaceBefore},
-        {"margin-bottom:", paragraph.spaceAfter},
+        {isTurned ? "margin-right:" : "margin-top:", paragraph.spaceBefore},
+        {isTurned ? "margin-left:" : "margin-bottom:", paragraph.spaceAfter},
         {"line-height:", paragraph.lineHeight}};
     for (const auto& [property, length] : lengths) {
         if (length != 0) {

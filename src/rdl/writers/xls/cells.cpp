@@ -198,6 +198,7 @@ void XlsLayout::PlaceText(const Instance& item, XlsRange range) {
     if (cell.kind == XlsCell::Text && !isNarrow) {
         Grow(item, range);
     }
+    cell.spansRows = range.lastRow > range.firstRow;
     for (std::uint32_t row = range.firstRow; row <= range.lastRow; ++row) {
         for (std::uint16_t column = range.firstColumn; column <= range.lastColumn; ++column) {
             cell.column = column;
