@@ -3,7 +3,7 @@
 
 import subprocess
 
-from look_report import HALF, MARGINS, SIDES, Line
+from look_report import MARGINS
 
 SCALE = 4
 DPI = 72 * SCALE

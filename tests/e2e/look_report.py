@@ -92,6 +92,13 @@ NUMBERS = (
 )
 
 
+def numbers():
+    """The boxes of the numbers."""
+    x, y, width, height = NUMBER_COLUMN
+    return [Look(text, (x, y + i * height, width, height), value=value, format="yyyy-MM-dd HH:mm:ss" if "Date" in value else "")
+            for i, (value, text, _) in enumerate(NUMBERS)]
+
+
 def pt(value):
     return f"{value:g}pt"
 
@@ -162,14 +169,12 @@ def report():
                               for x, cell in enumerate(row)]) for y, (height, row) in enumerate(zip(HEIGHTS, CELLS))],
         [member() for _ in HEIGHTS], where="".join(t(tag, pt(value)) for tag, value in (
             ("Top", TABLE[1]), ("Left", TABLE[0]), ("Height", sum(HEIGHTS)), ("Width", sum(WIDTHS)))), name="Spans")
-    x, y, width, height = NUMBER_COLUMN
-    numbers = [box(Look("", (x, y + i * height, width, height), value=value, format="yyyy-MM-dd HH:mm:ss" if "Date" in value else ""),
-                   f"Number{i}") for i, (value, *_) in enumerate(NUMBERS)]
     left, top, wide, high = PICTURE
     picture = e("Image", t("Source", "Embedded"), t("Value", "Six"), t("Sizing", "Fit"), t("Top", pt(top)), t("Left", pt(left)),
                 t("Height", pt(high)), t("Width", pt(wide)), e("Style"), Name="Picture")
     items = [*[box(look, f"Box{i}") for i, look in enumerate(BOXES)], table, box(ABOVE, "Upper"), box(BELOW, "Lower"),
-             box(Look("", GLASS, fill=HALF, z=1), "Glass"), picture, *[rule(f"Rule{i}", *each) for i, each in enumerate(RULES)], *numbers]
+             box(Look("", GLASS, fill=HALF, z=1), "Glass"), picture, *[rule(f"Rule{i}", *each) for i, each in enumerate(RULES)],
+             *[box(look, f"Number{i}") for i, look in enumerate(numbers())]]
     source = e("DataSources", e("DataSource", e("ConnectionProperties", t("DataProvider", "ENTERDATA"), t("ConnectString", "")), Name="Rows"))
     page = e("Page", t("PageHeight", pt(PAGE[1])), t("PageWidth", pt(PAGE[0])),
              *[t(side.title() + "Margin", pt(margin)) for side, margin in zip(SIDES, MARGINS)])
