@@ -2,6 +2,7 @@
 """One report in which nothing is like its mirror image, in every format: place, size, colours, borders, letters and links of each
 item are those that the report file says."""
 
+import base64
 import csv
 import dataclasses
 import pathlib
@@ -9,6 +10,7 @@ import re
 import subprocess
 import tempfile
 import unittest
+import zipfile
 
 import look_readers
 import look_report
@@ -35,6 +37,7 @@ CANNOT = {
     ("line", SHEETS): "a cell has no paragraphs",
     ("alpha", TEXT_DOCUMENTS + SHEETS): "colours have no alpha: they are those on white paper",
     ("width", SHEETS): "borders have four widths, which go with their styles",
+    ("place of a picture", ("xls",)): "the reader of workbooks knows no pictures; the bytes are there",
     ("overlap", TEXT_DOCUMENTS + SHEETS): "cells do not overlap: the upper item is whole, the lower one gives way",
 }
 
@@ -191,6 +194,23 @@ class PlaceAndLook(unittest.TestCase):
                 covered = x > GLASS[0] and y > GLASS[1]
                 with self.subTest(format=form, part=i):
                     self.same_colour(page.at(x, y), over(HALF, colour) if covered else colour)
+
+    def test_a_picture_is_stored_as_it_is_with_its_size(self):
+        bytes_, (_, _, width, height) = base64.b64decode(look_report.PIXELS), PICTURE
+        page = (self.folder / "look.html").read_text(encoding="utf-8")
+        style = re.search(r'<img class="(\w+)" src="data:image/png;base64,' + re.escape(look_report.PIXELS), page).group(1)
+        self.assertRegex(page, rf"\.{style}\{{display:block;width:{width}pt;height:{height}pt;[^}}]*object-fit:fill;\}}")
+        for form in ("rtf", "doc"):
+            source = (self.folder / f"look.{form}").read_text(encoding="ascii")
+            twips = rf"\\picw2\\pich3\\picwgoal{width * 20}\\pichgoal{height * 20}\s"
+            self.assertEqual(bytes.fromhex(re.search(twips + r"([0-9a-f\s]+)\}", source).group(1)), bytes_)
+        size = f'<a:ext cx="{width * 12700}" cy="{height * 12700}"/>'  # EMU
+        for form, image, drawing in (("docx", "word/media/image1.png", "word/document.xml"),
+                                     ("xlsx", "xl/media/image1.png", "xl/drawings/drawing1.xml")):
+            with zipfile.ZipFile(self.folder / f"look.{form}") as archive:
+                self.assertEqual(archive.read(image), bytes_)
+                self.assertEqual(archive.read(drawing).decode().count(size), 1)
+        self.assertIn(bytes_, (self.folder / "look.xls").read_bytes())
 
     def same_colour(self, seen, want):
         """But for what rounding does where colours are mixed."""
