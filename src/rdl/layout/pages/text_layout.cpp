@@ -360,7 +360,10 @@ void TextLayout::EndLine(const Instance& item, const ParagraphInstance& paragrap
     }
     SetLineHeight(line, paragraph, ascent, descent, gap);
     const auto hanging = static_cast<double>(paragraph.hangingIndent);
-    line.x = m_left + (m_firstLine ? std::max(0.0, -hanging) : std::max(0.0, hanging));
+    line.x = m_left;
+    if (!rightToLeft) {  // else it moves the right end, which m_available has done
+        line.x += m_firstLine ? std::max(0.0, -hanging) : std::max(0.0, hanging);
+    }
     const double extra = m_available - width;
     switch (AlignmentOf(item, paragraph)) {
         case HAlign::Right:

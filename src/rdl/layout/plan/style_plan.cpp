@@ -198,6 +198,16 @@ void Apply(CharStyle& style, StyleProperty property, std::string_view text) {
     }
 }
 
+// A border without width or colour is none: every format leaves it out, and it hides no other one beside it.
+void DropUnseen(BoxStyle& style) {
+    ForSides(style, 0, [](Border& border) {
+        if (border.width <= 0 || border.color >> 24 == 0) {
+            border.style = LineStyle::None;
+        }
+    });
+}
+void DropUnseen(CharStyle&) {}
+
 // Pictures are no texts: BackgroundPlan works them out.
 bool IsOfPicture(StyleProperty property) {
     return property >= StyleProperty::BackgroundImageSource && property <= StyleProperty::BackgroundPosition;
@@ -269,6 +279,7 @@ std::shared_ptr<const T> StylePlan<T>::Make(const std::vector<std::string>& text
             Apply(*style, name, property.constant.AsText());
         }
     }
+    DropUnseen(*style);
     return style;
 }
 

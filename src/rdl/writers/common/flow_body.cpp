@@ -52,64 +52,101 @@ double FlowBody::Block(const std::vector<Instance>& items, const Place& place) {
     std::stable_sort(sorted.begin(), sorted.end(), [](const Instance* a, const Instance* b) {
         return FlowExtent(*a).top < FlowExtent(*b).top;
     });
+    const std::vector<BandOf> bands = Bands(sorted, place);
     double end = 0;
-    for (std::size_t i = 0; i < sorted.size();) {
-        Items band{sorted[i]};
-        const double begin = FlowExtent(*sorted[i]).top;
-        double bottom = FlowExtent(*sorted[i]).bottom;
-        while (++i < sorted.size() &&
-               (FlowExtent(*sorted[i]).top < bottom - Near || Joins(band, bottom, *sorted[i]))) {
-            band.push_back(sorted[i]);
-            bottom = std::max(bottom, FlowExtent(*sorted[i]).bottom);
-        }
-        const bool breaks = m_breakPending || std::any_of(band.begin(), band.end(), [](const Instance* item) {
-                                return item->breakBefore;
-                            });
+    for (const BandOf& band : bands) {
+        const Items& members = band.items;
+        const bool breaks =
+            m_breakPending || std::any_of(members.begin(), members.end(),
+                                          [](const Instance* item) { return item->breakBefore; });
         if (breaks && Breaks(place)) {
             Break();
-            end = begin;
+            end = band.top;
         }
-        const bool table = band.size() == 1 && HoldsTable(*band.front());
-        const double late = Gap(begin - end, table, place);
-        end = Band(band, place, bottom) + late;
+        const bool table = members.size() == 1 && HoldsTable(*members.front());
+        const double late = Gap(band.top - end, table, place);
+        end = Band(band, place) + late;
         if (place.level == 0) {
             m_breakPending =
-                m_breakPending ||
-                std::any_of(band.begin(), band.end(), [](const Instance* item) { return item->breakAfter; });
+                m_breakPending || std::any_of(members.begin(), members.end(),
+                                              [](const Instance* item) { return item->breakAfter; });
         }
     }
     --m_depth;
     return end;
 }
 
+// Some readers take tables that touch for one, and stretch its rows to one width: each gets the edges of all.
+std::vector<FlowBody::BandOf> FlowBody::Bands(const Items& sorted, const Place& place) const {
+    std::vector<BandOf> bands;
+    for (std::size_t i = 0; i < sorted.size();) {
+        const FlowExtent first(*sorted[i], place.x);
+        BandOf band{{sorted[i]}, first.top, first.bottom, first.left, first.right};
+        while (++i < sorted.size() && (FlowExtent(*sorted[i]).top < band.bottom - Near ||
+                                       Joins(band.items, band.bottom, *sorted[i]))) {
+            const FlowExtent next(*sorted[i], place.x);
+            band.items.push_back(sorted[i]);
+            band.bottom = std::max(band.bottom, next.bottom);
+            band.left = std::min(band.left, next.left);
+            band.right = std::max(band.right, next.right);
+        }
+        bands.push_back(std::move(band));
+    }
+    if (SharesColumns()) {
+        return bands;
+    }
+    const auto touches = [](const BandOf& above, const BandOf& below) {
+        const auto isGrid = [](const BandOf& band) {
+            return band.items.size() > 1 || !HoldsTable(*band.items.front());
+        };
+        return below.top - above.bottom < Near && isGrid(above) && isGrid(below);
+    };
+    const auto widen = [&touches](BandOf& band, const BandOf& beside, const BandOf& above,
+                                  const BandOf& below) {
+        if (touches(above, below)) {
+            band.left = std::min(band.left, beside.left);
+            band.right = std::max(band.right, beside.right);
+        }
+    };
+    for (std::size_t i = 1; i < bands.size(); ++i) {
+        widen(bands[i], bands[i - 1], bands[i - 1], bands[i]);
+    }
+    for (std::size_t i = bands.size(); i-- > 1;) {
+        widen(bands[i - 1], bands[i], bands[i - 1], bands[i]);
+    }
+    return bands;
+}
+
 // Whether an item below a band shares its table.
 bool FlowBody::Joins(const Items& band, double bottom, const Instance& next) const {
     const auto isPlain = [](const Instance& item) {
-        return !HoldsTable(item) && !item.keepTogether && !item.breakAfter;
+        const bool isKept =
+            item.keepTogether && item.kind == InstanceKind::Container;  // rows of others are whole
+        return !HoldsTable(item) && !isKept && !item.breakAfter;
     };
     return SharesColumns() && band.size() < MostJoined && FlowExtent(next).top < bottom + Near &&
            isPlain(next) && !next.breakBefore &&
            std::all_of(band.begin(), band.end(), [&isPlain](const Instance* item) { return isPlain(*item); });
 }
 
-double FlowBody::Band(const Items& band, const Place& place, double bottom) {
-    const Instance& first = *band.front();
+double FlowBody::Band(const BandOf& band, const Place& place) {
+    const Instance& first = *band.items.front();
     const Place inner{place.level, FlowExtent(first, place.x).left};
-    if (band.size() == 1 && first.kind == InstanceKind::Table) {
+    if (band.items.size() == 1 && first.kind == InstanceKind::Table) {
         Mark(first);
         Table(first, inner);
-        return bottom;
+        return band.bottom;
     }
-    if (band.size() == 1 && HoldsTable(first) && !HasLook(first)) {
+    if (band.items.size() == 1 && HoldsTable(first) && !HasLook(first)) {
         Mark(first);
         return FlowExtent(first).top + Block(first.children, inner);
     }
     Grid(band, place);
-    return bottom;
+    return band.bottom;
 }
 
-void FlowBody::Grid(const Items& band, const Place& place) {
-    const FlowGrid grid(band, place.x);
+void FlowBody::Grid(const BandOf& band, const Place& place) {
+    const FlowGrid grid(band.items, place.x, band.left, band.right);
     for (const Instance* item : grid.MarksBefore()) {
         Mark(*item);
     }

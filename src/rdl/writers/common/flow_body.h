@@ -63,14 +63,21 @@ class FlowBody {
         int level = 0;
         double x = 0;
     };
+    // Items beside each other, and the extent of their rows in points. Top and bottom are in the container,
+    // left and right in the cell around it.
+    struct BandOf {
+        Items items;
+        double top, bottom, left, right;
+    };
     // What was written last at the current level: readers join adjacent tables.
     enum class Last { Nothing, Paragraph, Grid, Table };
 
     // Returns the bottom of the last item, in points.
     double Block(const std::vector<layout::Instance>& items, const Place& place);
     bool Joins(const Items& band, double bottom, const layout::Instance& next) const;
-    double Band(const Items& band, const Place& place, double bottom);
-    void Grid(const Items& band, const Place& place);
+    std::vector<BandOf> Bands(const Items& sorted, const Place& place) const;
+    double Band(const BandOf& band, const Place& place);
+    void Grid(const BandOf& band, const Place& place);
     double Gap(double height, bool table, const Place& place);
     bool Breaks(const Place& place) const { return place.level == 0 && m_breaks && m_hasContent; }
     void Break();

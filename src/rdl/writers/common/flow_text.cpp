@@ -31,6 +31,25 @@ std::string MarkOf(const ParagraphInstance& paragraph) {
     return paragraph.listNumber > 0 ? std::to_string(paragraph.listNumber) + ".\t" : "";
 }
 
+// A box's padding as its lines see it: the paragraphs of a turned text turn with it.
+struct TurnedPadding {
+    double left, above, right, below;
+};
+
+TurnedPadding PaddingOf(const layout::BoxStyle& box) {
+    const double left = Points(box.paddingLeft), top = Points(box.paddingTop),
+                 right = Points(box.paddingRight), bottom = Points(box.paddingBottom);
+    switch (box.writingMode) {
+        case layout::WritingMode::Vertical:  // lines run down, the first one is at the right
+            return {top, right, bottom, left};
+        case layout::WritingMode::Rotate270:  // lines run up, the first one is at the left
+            return {bottom, left, top, right};
+        case layout::WritingMode::Horizontal:
+            break;
+    }
+    return {left, top, right, bottom};
+}
+
 // The field of the page number mark that begins at `i`; null when none does.
 const char* FieldAt(std::string_view text, std::size_t i) {
     const std::string_view mark = text.substr(i, 3);
@@ -71,19 +90,20 @@ FlowMeasures MeasuresOf(const Instance& item, const ParagraphInstance& paragraph
     const layout::BoxStyle& box = item.box ? *item.box : Plain;
     const bool first = item.paragraphs.empty() || &paragraph == &item.paragraphs.front();
     const bool last = item.paragraphs.empty() || &paragraph == &item.paragraphs.back();
+    const TurnedPadding padding = PaddingOf(box);
     FlowMeasures measures;
     measures.align = AlignmentOf(item, paragraph.align);
-    measures.left = Points(box.paddingLeft) + Points(paragraph.leftIndent) +
-                    std::max(Points(paragraph.hangingIndent), 0.0);
+    measures.left = padding.left + Points(paragraph.leftIndent);
+    measures.right = padding.right + Points(paragraph.rightIndent);
+    (box.rightToLeft ? measures.right : measures.left) += std::max(Points(paragraph.hangingIndent), 0.0);
     measures.firstLine = -Points(paragraph.hangingIndent);
     measures.mark = MarkOf(paragraph);
     if (!measures.mark.empty()) {
         measures.left += ListIndent * (1 + std::clamp(paragraph.listLevel - 1, 0, 9));
         measures.firstLine = -ListHang;
     }
-    measures.right = Points(box.paddingRight) + Points(paragraph.rightIndent);
-    measures.before = Points(paragraph.spaceBefore) + (first ? Points(box.paddingTop) : 0);
-    measures.after = Points(paragraph.spaceAfter) + (last ? Points(box.paddingBottom) : 0);
+    measures.before = Points(paragraph.spaceBefore) + (first ? padding.above : 0);
+    measures.after = Points(paragraph.spaceAfter) + (last ? padding.below : 0);
     measures.lineHeight = std::max(Points(paragraph.lineHeight), 0.0);
     measures.rightToLeft = box.rightToLeft;
     return measures;

@@ -26,8 +26,9 @@ struct FlowPlace {
     bool rightToLeft = false;  // of the table around it
 };
 
-// The measures of a paragraph, in points. The box's padding is part of its paragraphs: readers disagree about
-// which side a cell's own is on.
+// The measures of a paragraph, in points, as its lines see them: left is the side where a line that runs from
+// left to right begins, whichever way the text is turned. The box's padding is part of its paragraphs:
+// readers disagree about which side a cell's own is on.
 struct FlowMeasures {
     layout::HAlign align = layout::HAlign::Left;
     double left = 0, right = 0, firstLine = 0, before = 0, after = 0;

@@ -49,6 +49,9 @@ HAlign BoxAlign(const Instance& item) {
 double Bottom(const Instance& item) {
     return item.y + std::max(item.height, 0.0);
 }
+double Right(const Instance& item) {
+    return std::max(item.x, item.x + item.width);
+}
 double Top(const Instance& item) {
     return item.height < 0 ? item.y + item.height : item.y;
 }
@@ -68,8 +71,9 @@ void AppendTracks(const Edges& edges, const std::vector<bool>& grows, std::strin
 
 struct Grid {
     Edges columns{EdgeTolerance}, rows{EdgeTolerance};
+    bool layered;
 
-    Grid(const std::vector<Instance>& items, double width, double height) {
+    Grid(const std::vector<Instance>& items, double width, double height) : layered(NeedsLayers(items)) {
         columns.Add(0);
         columns.Add(width);
         rows.Add(0);
@@ -92,6 +96,20 @@ struct Grid {
         css += property + std::to_string(first + 1) + "/" + std::to_string(end + 1) + ";";
     }
 
+    // Items overlap in the order in which they are written, unless it is not that of their layers.
+    static bool NeedsLayers(const std::vector<Instance>& items) {
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            for (std::size_t j = i + 1; j < items.size() && Top(items[j]) < Bottom(items[i]); ++j) {
+                const bool beside =
+                    std::max(items[i].x, items[j].x) >= std::min(Right(items[i]), Right(items[j]));
+                if (!beside && items[j].layer < items[i].layer) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+
     std::string PlaceOf(const Instance& item) const {
         std::string css;
         AppendSpan("grid-column:", columns, std::min(item.x, item.x + item.width),
@@ -100,6 +118,7 @@ struct Grid {
         if (item.kind == InstanceKind::Line && rows.Line(Top(item)) >= rows.TrackCount()) {
             css += "align-self:end;";  // along the lower edge, where no track begins
         }
+        css += layered ? "z-index:" + std::to_string(item.layer) + ";" : "";
         return css;
     }
 
@@ -267,12 +286,17 @@ void HtmlBody::Paragraph(const Instance& item, const ParagraphInstance& paragrap
     const bool listed = paragraph.bulleted || paragraph.listNumber > 0;
     const double list = listed ? ListIndent * (1 + std::clamp(paragraph.listLevel - 1, 0, 9)) : 0;
     const double hanging = listed ? ListHang : static_cast<double>(paragraph.hangingIndent);
+    const double rest =
+        listed ? 0 : std::max(hanging, 0.0);  // of the lines after the first, where they begin
+    const bool rightToLeft = item.box && item.box->rightToLeft;
+    // Margins are sides of the page. Turned lines run down, the first one is at the right.
+    const bool isTurned = item.box && item.box->writingMode != layout::WritingMode::Horizontal;
     const std::pair<const char*, double> lengths[] = {
-        {"margin-left:", paragraph.leftIndent + list + (listed ? 0 : std::max(hanging, 0.0))},
-        {"margin-right:", paragraph.rightIndent},
+        {isTurned ? "margin-top:" : "margin-left:", paragraph.leftIndent + list + (rightToLeft ? 0 : rest)},
+        {isTurned ? "margin-bottom:" : "margin-right:", paragraph.rightIndent + (rightToLeft ? rest : 0)},
         {"text-indent:", -hanging},
-        {"margin-top:", paragraph.spaceBefore},
-        {"margin-bottom:", paragraph.spaceAfter},
+        {isTurned ? "margin-right:" : "margin-top:", paragraph.spaceBefore},
+        {isTurned ? "margin-left:" : "margin-bottom:", paragraph.spaceAfter},
         {"line-height:", paragraph.lineHeight}};
     for (const auto& [property, length] : lengths) {
         if (length != 0) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <string_view>
+#include <utility>
 
 #include "rdl/values/ascii.h"
 #include "rdl/writers/common/content.h"
@@ -17,12 +18,14 @@ using layout::BoxStyle;
 using layout::CharStyle;
 using layout::Color;
 using layout::Decoration;
+using layout::Gradient;
 using layout::HAlign;
 using layout::LineStyle;
 using layout::VAlign;
 using layout::WritingMode;
 
 constexpr std::size_t MostKnown = 4096;
+constexpr Color White = 0xFFFFFFFF;
 
 const char* BorderWord(LineStyle style) {
     switch (style) {
@@ -130,7 +133,7 @@ void AppendGradient(const BoxStyle& box, std::string& css) {
     css += "background-image:";
     for (const char* at = Kinds[static_cast<int>(box.gradient)]; *at; ++at) {
         if (*at == '<') {
-            AppendColor(box.background >> 24 ? box.background : 0xFFFFFFFF, css);
+            AppendColor(box.background >> 24 ? box.background : White, css);
         } else if (*at == '>') {
             AppendColor(box.gradientEnd, css);
         } else {
@@ -146,12 +149,33 @@ void AppendBackground(const BoxStyle& box, std::string& css) {
         AppendColor(box.background, css);
         css += ';';
     }
-    if (!box.picture && box.gradient != layout::Gradient::None && box.gradientEnd >> 24) {
+    if (!box.picture && box.gradient != Gradient::None && box.gradientEnd >> 24) {
         AppendGradient(box, css);
     }
 }
 
-void AppendBox(const BoxStyle& box, HtmlStyles::Place place, std::string& css) {
+// The style of a box that is turned half round as a whole, so that its sides are where they belong again. The
+// borders of a cell are the table's, which does not turn.
+BoxStyle TurnedBack(const BoxStyle& box, HtmlStyles::Place place) {
+    BoxStyle turned = box;
+    std::swap(turned.paddingLeft, turned.paddingRight);
+    std::swap(turned.paddingTop, turned.paddingBottom);
+    if (place == HtmlStyles::Place::Block) {
+        std::swap(turned.left, turned.right);
+        std::swap(turned.top, turned.bottom);
+    }
+    const bool hasDirection = box.gradient == Gradient::LeftRight || box.gradient == Gradient::TopBottom ||
+                              box.gradient == Gradient::DiagonalLeft ||
+                              box.gradient == Gradient::DiagonalRight;
+    if (hasDirection && box.gradientEnd >> 24) {
+        turned.background = box.gradientEnd;
+        turned.gradientEnd = box.background >> 24 ? box.background : White;
+    }
+    return turned;
+}
+
+void AppendBox(const BoxStyle& given, HtmlStyles::Place place, std::string& css) {
+    const BoxStyle box = given.writingMode == WritingMode::Rotate270 ? TurnedBack(given, place) : given;
     AppendBackground(box, css);
     AppendBorders(box, css);
     AppendPadding(box, css);

@@ -24,6 +24,13 @@ bool IsHeading(const TableInstance& table, const TableRow& row) {
     return row.columnHeader && !table.columnWidths.empty();
 }
 
+// Whether the paragraph is laid out as a cell lays out its text.
+bool HasPlainMeasures(const layout::ParagraphInstance& paragraph) {
+    return !paragraph.bulleted && paragraph.listNumber == 0 && paragraph.leftIndent == 0 &&
+           paragraph.rightIndent == 0 && paragraph.hangingIndent == 0 && paragraph.spaceBefore == 0 &&
+           paragraph.spaceAfter == 0 && paragraph.lineHeight == 0;
+}
+
 // A table without any heading only puts its content into place.
 bool IsData(TableInstance& table) {
     if (table.headerColumns > 0) {
@@ -177,10 +184,7 @@ void HtmlBody::CellContent(const Instance& item, const CharStylePtr& own) {
         Item(inner, m_styles.Class(""));
         return;
     }
-    const bool plain = own && !item.paragraphs[0].bulleted && item.paragraphs[0].listNumber == 0 &&
-                       item.paragraphs[0].leftIndent == 0 && item.paragraphs[0].spaceBefore == 0 &&
-                       item.paragraphs[0].spaceAfter == 0 && item.paragraphs[0].hangingIndent == 0;
-    if (!plain) {
+    if (!own || !HasPlainMeasures(item.paragraphs[0])) {
         Paragraphs(item, own);
         return;
     }

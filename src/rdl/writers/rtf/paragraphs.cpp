@@ -104,6 +104,12 @@ void RtfParagraphs::Format(const FlowMeasures& measures, const FlowPlace& place,
     out += aligns[static_cast<int>(measures.align)];
     AppendNonZero("\\li", measures.left, out);
     AppendNonZero("\\ri", measures.right, out);
+    if (measures.rightToLeft && (measures.left != 0 || measures.right != 0)) {
+        // Some readers take \li and \ri for the sides of the page, some for begin and end: these are the
+        // latter.
+        AppendTwips("\\lin", measures.right, out);
+        AppendTwips("\\rin", measures.left, out);
+    }
     AppendNonZero("\\fi", measures.firstLine, out);
     AppendNonZero("\\sb", measures.before, out);
     AppendNonZero("\\sa", measures.after, out);

@@ -181,7 +181,18 @@ void XlsLayout::Grow(const Instance& item, const XlsRange& range) {
     m_sheet->Height(range.firstRow, m_laid.height, merged);
 }
 
+// Returns what another item at the left leaves of a range; the range if that is not free either.
+XlsRange XlsLayout::RightOfOthers(const XlsRange& range) const {
+    XlsRange rest = range;
+    while (rest.firstColumn < rest.lastColumn &&
+           !m_sheet->IsFree({rest.firstRow, rest.lastRow, rest.firstColumn, rest.firstColumn})) {
+        ++rest.firstColumn;
+    }
+    return m_sheet->IsFree(rest) ? rest : range;
+}
+
 void XlsLayout::PlaceText(const Instance& item, XlsRange range) {
+    range = RightOfOthers(range);
     while (range.lastColumn > range.firstColumn && !m_sheet->IsFree(range)) {
         --range.lastColumn;
     }
@@ -198,6 +209,7 @@ void XlsLayout::PlaceText(const Instance& item, XlsRange range) {
     if (cell.kind == XlsCell::Text && !isNarrow) {
         Grow(item, range);
     }
+    cell.spansRows = range.lastRow > range.firstRow;
     for (std::uint32_t row = range.firstRow; row <= range.lastRow; ++row) {
         for (std::uint16_t column = range.firstColumn; column <= range.lastColumn; ++column) {
             cell.column = column;

@@ -273,6 +273,10 @@ std::uint32_t XlsLayout::PlaceBand(const Items& band, double x, std::uint32_t ro
                 continue;
             }
             const std::size_t end = std::min(std::max(lines.Line(Bottom(item)), line + 1), rows.size() - 1);
+            if (item.kind == InstanceKind::Image && end > line + 1) {  // over rows of the items beside it
+                PutImage(item, x, rows[line]);
+                continue;
+            }
             m_around = {};
             const std::uint32_t after = PlaceOne(item, x, rows[line], false);
             rows[end] = std::max(rows[end], item.kind == InstanceKind::Image ? rows[line] + 1 : after);
@@ -375,9 +379,18 @@ void XlsLayout::PlaceLine(const Instance& item, double x, std::uint32_t row) {
 }
 
 std::uint32_t XlsLayout::PlaceImage(const Instance& item, double x, std::uint32_t row) {
+    PutImage(item, x, row);
+    double left = item.height;
+    do {  // a row is not as high as any image
+        m_sheet->Height(row++, left, true);
+        left -= XlsTallestRow;
+    } while (left > 0);
+    return row;
+}
+
+void XlsLayout::PutImage(const Instance& item, double x, std::uint32_t row) {
     if (!item.imageBytes || item.imageBytes->empty()) {
-        m_sheet->Height(row, item.height, true);
-        return row + 1;
+        return;
     }
     const image::Type type = TypeOfImage(item);
     const Columns columns = ColumnsAt(x + item.x, x + item.x + item.width);
@@ -392,12 +405,6 @@ std::uint32_t XlsLayout::PlaceImage(const Instance& item, double x, std::uint32_
     } catch (const Error& error) {
         throw Error("Image \"" + item.name + "\": " + error.what());
     }
-    double left = item.height;
-    do {  // a row is not as high as any image
-        m_sheet->Height(row++, left, true);
-        left -= XlsTallestRow;
-    } while (left > 0);
-    return row;
 }
 
 }  // namespace rdl::writers

@@ -72,6 +72,7 @@ class XlsLayout {
                            std::uint32_t row);
     std::uint32_t BreakSheet(layout::TableInstance& table, std::size_t index, double x);
     std::uint32_t PlaceFilled(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel);
+    XlsRange RightOfOthers(const XlsRange& range) const;
     void PlaceText(const layout::Instance& item, XlsRange range);
     layout::BoxStylePtr Filled(const layout::BoxStylePtr& box);
     double WidthOf(const XlsRange& range) const;
@@ -79,6 +80,8 @@ class XlsLayout {
     void Mark(const layout::Instance& item, std::uint32_t row, std::uint16_t column);
     void PlaceLine(const layout::Instance& item, double x, std::uint32_t row);
     std::uint32_t PlaceImage(const layout::Instance& item, double x, std::uint32_t row);
+    // The image alone, without rows of its height.
+    void PutImage(const layout::Instance& item, double x, std::uint32_t row);
     void Grow(const layout::Instance& item, const XlsRange& range);
     enum class Wrapping { AsItem, Never };
     XlsCell CellOf(const layout::Instance& item, Wrapping wrapping = Wrapping::AsItem);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "rdl/writers/common/flow_text.h"
 #include "rdl/writers/xls/box_codes.h"
 
 namespace rdl::writers {
@@ -62,7 +63,7 @@ std::uint16_t XlsStyles::Format(const std::string& excelFormat) {
 
 // Past the palette's size the nearest colour that is there.
 unsigned XlsStyles::ColorIndex(Color color) {
-    color |= 0xFF000000;
+    color = color >> 24 ? OnPaper(color) : color | 0xFF000000;
     auto found = std::find(m_palette.begin(), m_palette.end(), color);
     if (found == m_palette.end() && m_palette.size() < PaletteSize) {
         found = m_palette.insert(m_palette.end(), color);

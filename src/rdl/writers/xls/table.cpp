@@ -123,6 +123,7 @@ std::uint32_t XlsLayout::PlaceRow(const TableInstance& table, const TableRow& ta
         }
         XlsCell first = CellOf(cell.content);
         first.column = columns.first;
+        first.spansRows = true;
         m_sheet->Put(row, first);
         spans->push_back({row, cell.rowSpan, columns, first.xf});
         std::vector<OpenSpan> fresh{spans->back()};

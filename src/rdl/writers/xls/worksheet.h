@@ -18,6 +18,7 @@ struct XlsCell {
     std::uint16_t column = 0, xf = 0;
     double number = 0;       // Boolean: 0 or 1
     std::uint32_t text = 0;  // index of the text in the workbook
+    bool spansRows = false;  // merged with cells of rows below: its text has more room than its row
 };
 
 struct XlsRange {

@@ -47,7 +47,7 @@ void XlsxSheet::SetUpPage() {
 double XlsxSheet::HeightOf(const Row& row) const {
     double height = row.height;
     for (const XlsCell& cell : row.cells) {
-        if (!row.fixed && cell.kind != XlsCell::Blank) {
+        if (!row.fixed && !cell.spansRows && cell.kind != XlsCell::Blank) {
             height = std::max(height, m_book.LineHeight(cell.xf));
         }
     }

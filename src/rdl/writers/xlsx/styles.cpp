@@ -5,6 +5,7 @@
 
 #include "rdl/values/error.h"
 #include "rdl/values/utf8.h"
+#include "rdl/writers/common/flow_text.h"
 #include "rdl/writers/xls/box_codes.h"
 
 namespace rdl::writers {
@@ -20,7 +21,7 @@ constexpr std::size_t LongestFamily = 31;
 
 // To the library a plain 0 is no colour.
 lxw_color_t ColorOf(layout::Color color) {
-    const layout::Color rgb = color & 0xFFFFFF;
+    const layout::Color rgb = (color >> 24 ? OnPaper(color) : color) & 0xFFFFFF;
     return rgb == 0 ? static_cast<lxw_color_t>(LXW_COLOR_BLACK) : rgb;
 }
 
