@@ -42,7 +42,8 @@ def staged_programs():
 
 
 def install(*arguments, **variables):
-    subprocess.run([CMAKE, "--install", BUILD, *arguments], check=True, capture_output=True,
+    # The administrator's umask does not decide who can read.
+    subprocess.run([CMAKE, "--install", BUILD, *arguments], check=True, capture_output=True, umask=0o077,
                    env={**os.environ, **variables})
 
 
@@ -59,11 +60,14 @@ class Installed(unittest.TestCase):
         self.home = pathlib.Path(tempfile.mkdtemp(dir=self.folder))
         self.application = self.home / ".local" / "share" / "oxbow-courier"
 
+    def environment(self):
+        """A user's at the first login, without a display."""
+        foreign = ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "OXC_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME")
+        return {**{name: value for name, value in os.environ.items() if name not in foreign}, "HOME": str(self.home)}
+
     def run_program(self, name, *arguments, prefix=None, **variables):
-        environment = {"HOME": str(self.home), "PATH": os.environ["PATH"], "LC_ALL": "C.UTF-8", "TZ": "Etc/UTC",
-                       **variables}
         return subprocess.run([(prefix or self.prefix) / "bin" / name, *arguments], capture_output=True, text=True,
-                              env=environment, timeout=120, cwd=self.home)
+                              env={**self.environment(), **variables}, timeout=120, cwd=self.home)
 
     def export(self, report, **places):
         out = self.home / "out.pdf"
@@ -74,9 +78,9 @@ class Installed(unittest.TestCase):
 
     def start_scheduler(self):
         """Starts it for the first time, and ends it once it has made what it needs."""
-        environment = {"HOME": str(self.home), "PATH": os.environ["PATH"], "LC_ALL": "C.UTF-8"}
         with open(self.home / "log", "w+b") as log:
-            process = subprocess.Popen([self.prefix / "bin" / "oxc", "-sched"], stdout=log, stderr=log, env=environment)
+            process = subprocess.Popen([self.prefix / "bin" / "oxc", "-sched"], stdout=log, stderr=log,
+                                       env=self.environment())
             settings = self.home / ".config" / "oxbow-courier" / "settings.reg"
             try:
                 for _ in range(600):
