@@ -80,7 +80,7 @@ class Icons(unittest.TestCase):
             self.assertEqual(data[:8], b"\x89PNG\r\n\x1a\n")
             width, height = struct.unpack(">II", data[16:24])
             self.assertEqual(path.parent.name, f"{width}x{height}")
-            colours = told("convert", path, "-unique-colors", "-format", "%w", "info:")
+            colours = told("convert", path, "-unique-colors", "-format", "%w", "info:", LC_ALL="C.UTF-8")
             self.assertGreater(int(colours[1]), 3, path)
             sizes.append(width)
         self.assertEqual(sorted(sizes), [16, 22, 24, 32, 48, 64, 128, 256])
