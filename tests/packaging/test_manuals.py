@@ -86,6 +86,12 @@ class Manuals(unittest.TestCase):
                 for path in (TOP / "src" / folder).rglob("*.cpp") for name in pattern.findall(path.read_text())}
         self.assertEqual(set(tags(section(source("oxbow-courier-settings.5"), "SETTINGS"))), used)
 
+    def test_types_of_parameters_are_those_of_the_guide(self):
+        guide = (TOP / "docs" / "report-files.md").read_text()
+        table = guide[guide.index("| `DataType` |"):].split("\n\n")[0]
+        self.assertEqual(tags(section(source("oxbow-courier-reports.5"), "PARAMETERS")),
+                         re.findall(r"^\| `(\w+)` \| \d", table, re.MULTILINE))
+
     def test_schemas_are_those_of_the_guide(self):
         first = "".join((TOP / "docs" / "report-files.md").read_text().split("\n\n")[1])
         text = section(source("oxbow-courier-reports.5"), "DESCRIPTION")
