@@ -70,6 +70,7 @@ function(oxc_help_write file text)
 endfunction()
 
 # oxc_help_book(TITLE PAGES FOLDER CONTENTS): book.hhp, book.hhc and book.hhk in FOLDER.
+# The index is the text book.hhk alone: a binary one has the time of its making in it.
 function(oxc_help_book title pages folder contents)
     set(frame_begin "<!DOCTYPE HTML PUBLIC \"-//IETF//DTD HTML//EN\">\n<HTML><BODY>\n<UL>\n")
     set(frame_end "</UL>\n</BODY></HTML>\n")
@@ -96,6 +97,7 @@ Language=0x409 English (United States)
 Compatibility=1.1 or later
 Full-text search=Yes
 Binary TOC=No
+Binary Index=No
 
 [WINDOWS]
 main=\"${title}\",\"book.hhc\",\"book.hhk\",\"${first}\",\"${first}\",,,,,0x23520,220,0x304e,,,,,,,,0

@@ -87,6 +87,14 @@ class Help(unittest.TestCase):
     def test_the_staged_file_is_a_help_book(self):
         self.assertEqual(BOOK.read_bytes()[:4], b"ITSF")
 
+    def test_the_same_pages_give_the_same_bytes(self):
+        book = BOOK.read_bytes()
+        self.assertEqual(book[16:20], bytes(4))
+        times = re.findall(rb"\x0a\x00\x04\x00(....)\x09\x00..HHA Version ", book, re.DOTALL)
+        self.assertEqual(times, [bytes(4)])
+        # Others are in the binary index.
+        self.assertNotIn(b"$WWKeywordLinks", book)
+
     def test_it_holds_every_page_as_it_was_written(self):
         written = {path.name: path.read_bytes() for path in PAGES.iterdir()}
         held = {path.name: path.read_bytes() for path in self.book.iterdir() if path.suffix in (".html", ".css")}

@@ -74,8 +74,8 @@ class CheckSources(unittest.TestCase):
 
     def test_forms_templates_and_scripts_need_it_as_well(self):
         names = ["src/a.ui", "src/b.h.in", "src/c.sql", "tests/d.sh", "help/e.css", "tests/f", ".ci/run",
-                 "CMakeLists.txt", "run", "test"]
-        scripts = {"tests/f", ".ci/run", "run", "test"}
+                 "CMakeLists.txt", "run", "test", "package"]
+        scripts = {"tests/f", ".ci/run", "run", "test", "package"}
         code, said = self.check_tree({name: "text\n" for name in names}, scripts)
         self.assertEqual(code, 1)
         self.assertEqual(sorted(said.splitlines()),

@@ -1,0 +1,38 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""What the built programs say of their own command lines, for comparison with what is written about them."""
+
+import os
+import pathlib
+import re
+import subprocess
+
+TOP = pathlib.Path(__file__).resolve().parents[2]
+BUILD = pathlib.Path(os.environ.get("OXC_BUILD", TOP / "build" / "release")).resolve()
+# Programs that print a usage. oxc does not: whatever stands on its command line means the scheduler.
+WITH_USAGE = ("oxc-report", "oxc-mail")
+
+
+def usage(program):
+    environment = {**os.environ, "QT_QPA_PLATFORM": "offscreen"}
+    return subprocess.run([BUILD / "stage" / program, "--help"], capture_output=True, text=True, check=True,
+                          env=environment, timeout=60).stdout
+
+
+def options(text):
+    return set(re.findall(r"(?<![\w-])--?[a-z][a-z-]*", text))
+
+
+def commands(program):
+    return set(re.findall(rf"^{program} ([a-z]+)", usage(program), re.MULTILINE))
+
+
+def formats():
+    return re.search(r" -f ([a-z|]+) ", usage("oxc-report")).group(1).split("|")
+
+
+def profile_keys():
+    """Names of the keys of the mail profile that `oxc-mail set` takes."""
+    text = usage("oxc-mail")
+    text = text[text.index("Keys:") + 5:text.index("The password is")]
+    text = re.sub(r"\([^)]*\)|^ *[a-z, ]+:", "", text, flags=re.MULTILINE)
+    return set(re.findall(r"[A-Z]\w+", text))
