@@ -187,13 +187,7 @@ bool frmDesk::RenameFolder(const std::string& oldName, const std::string& newNam
     if (!IsNameFree(newName)) {
         return false;
     }
-    ADODB::Connection connection;
-    connection.Open(Global::ConnectionString);
-    connection.Execute("update folders set foldername = '" + newName + "' where FolderName = '" + oldName +
-                       "'");
-    connection.Execute("update reportscheduler set parent = '" + newName + "' where parent = '" + oldName +
-                       "'");
-    connection.Close();
+    Global::RenameFolder(oldName, newName);
     return true;
 }
 

@@ -57,7 +57,7 @@ void RemoveFromWindowBefore() {
 void DeletePackage(const std::string& reportID) {
     ADODB::Connection connection;
     connection.Open(Global::ConnectionString);
-    package::Delete(connection, reportID);
+    Global::DeletePackage(connection, reportID);
     connection.Close();
 }
 
@@ -77,7 +77,7 @@ void RemoveReport(const std::string& detailID, const std::string& title) {
     }
     if (IsEmptyPackage(reportID)) {
         RemoveFromWindowBefore();
-        package::Delete(connection, reportID);
+        Global::DeletePackage(connection, reportID);
     }
     connection.Close();
 }

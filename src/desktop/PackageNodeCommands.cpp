@@ -50,7 +50,7 @@ void DeleteSelected() {
     ADODB::Connection connection;
     connection.Open(Global::ConnectionString);
     if (node.Image() == history::PackageNode) {
-        package::Delete(connection, PackageOf(node));
+        Global::DeletePackage(connection, PackageOf(node));
     } else {
         RemoveReport(connection, PackageOf(history::ParentOf(node)), TitleOf(node));
     }
