@@ -10,6 +10,7 @@
 #include "platform/contracts/prompts.h"
 #include "platform/controls/child_area.h"
 #include "shared/Global.h"
+#include "store/Folders.h"
 #include "store/Upkeep.h"
 
 namespace {

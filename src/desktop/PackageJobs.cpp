@@ -6,6 +6,7 @@
 #include "dialogs/PackageRecords.h"
 #include "dialogs/frmPar.h"
 #include "execution/RunReport.h"
+#include "platform/contracts/adodb.h"
 #include "platform/contracts/prompts.h"
 #include "shared/Global.h"
 #include "shared/ShellMod.h"

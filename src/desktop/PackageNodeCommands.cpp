@@ -4,6 +4,8 @@
 #include "desktop/HistoryNodes.h"
 #include "desktop/PackageJobs.h"
 #include "desktop/frmViewer.h"
+#include "dialogs/PackageRecords.h"
+#include "platform/contracts/adodb.h"
 #include "platform/contracts/prompts.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"

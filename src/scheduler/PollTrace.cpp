@@ -27,9 +27,12 @@ void WritePollTrace() {
     try {
         const std::filesystem::path file = TraceFile();
         const std::filesystem::path fresh = file.string() + ".new";
-        std::ofstream(fresh, std::ios::binary | std::ios::trunc)
-            << std::to_string(TheClock().Moment().seconds) + " " + std::to_string(PollSeconds) + "\n";
-        std::filesystem::rename(fresh, file);
+        std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
+        out << std::to_string(TheClock().Moment().seconds) + " " + std::to_string(PollSeconds) + "\n";
+        out.close();
+        if (out) {
+            std::filesystem::rename(fresh, file);
+        }
     } catch (...) {
         return;
     }

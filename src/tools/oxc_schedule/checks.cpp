@@ -152,6 +152,13 @@ std::string WithoutMark(const std::string& text) {
     return Replace(text, "'", "");
 }
 
+void RefuseControls(const std::string& what, const std::string& text) {
+    if (HasControls(text) || !IsUtf8(text)) {
+        Refuse(what + " " + Quoted(WithoutControls(ValidUtf8(text))) +
+               " contains a control character or a byte that is not UTF-8");
+    }
+}
+
 void RefuseMark(const std::string& what, const std::string& text) {
     if (text.find('\'') != std::string::npos) {
         Refuse(what + " " + Quoted(text) + " contains an apostrophe, which cannot be stored");

@@ -17,6 +17,8 @@ inline constexpr const char* LastDay = "3000-12-31";
 
 // Returns the text without the mark ', which statements cannot hold.
 std::string WithoutMark(const std::string& text);
+// Refuses a text with control characters or with bytes that are not UTF-8, which a name cannot hold.
+void RefuseControls(const std::string& what, const std::string& text);
 // Refuses a text with the mark '. `what` names it in the sentence, such as "The user".
 void RefuseMark(const std::string& what, const std::string& text);
 

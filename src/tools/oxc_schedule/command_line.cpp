@@ -61,18 +61,24 @@ struct OptionForm {
     bool isKnown = false, wantsValue = false, mayRepeat = false;
 };
 
+// Takes the first option off the front of the list. Returns its word without the marks.
+std::string_view TakeForm(std::string_view& rest, OptionForm& form) {
+    const std::size_t end = std::min(rest.find(' '), rest.size());
+    std::string_view word = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    form = {true, false, word.ends_with('+')};
+    word.remove_suffix(form.mayRepeat ? 1 : 0);
+    form.wantsValue = word.ends_with('=');
+    word.remove_suffix(form.wantsValue ? 1 : 0);
+    return word;
+}
+
 OptionForm FormOf(const CommandForm& command, std::string_view option) {
     std::string_view rest = command.options;
     while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find(' '), rest.size());
-        std::string_view word = rest.substr(0, end);
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-        const bool repeats = word.ends_with('+');
-        word.remove_suffix(repeats ? 1 : 0);
-        const bool value = word.ends_with('=');
-        word.remove_suffix(value ? 1 : 0);
-        if (word == option) {
-            return {true, value, repeats};
+        OptionForm form;
+        if (TakeForm(rest, form) == option) {
+            return form;
         }
     }
     return {};
@@ -217,6 +223,19 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
         ParameterOf(parameter);
     }
     return line;
+}
+
+std::vector<KnownCommand> KnownCommands() {
+    std::vector<KnownCommand> known;
+    for (const CommandForm& form : Commands) {
+        KnownCommand command{std::string(form.words), {}};
+        for (std::string_view rest = form.options; !rest.empty();) {
+            OptionForm option;
+            command.options.emplace_back(TakeForm(rest, option));
+        }
+        known.push_back(command);
+    }
+    return known;
 }
 
 std::pair<std::string, std::string> ParameterOf(const std::string& argument) {

@@ -40,6 +40,13 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
 // Splits NAME=VALUE. Raises ScheduleUsageError for a text without a name or without "=".
 std::pair<std::string, std::string> ParameterOf(const std::string& argument);
 
+// The commands in the order of the usage, for tests of the guide.
+struct KnownCommand {
+    std::string words;
+    std::vector<std::string> options;  // without their hyphens
+};
+std::vector<KnownCommand> KnownCommands();
+
 std::string ScheduleUsage();
 
 }  // namespace tools

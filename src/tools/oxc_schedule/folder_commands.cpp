@@ -16,6 +16,7 @@ std::string CheckedNewName(const std::string& text) {
     if (name.empty()) {
         Refuse("The name of the folder is empty");
     }
+    RefuseControls("The name", name);
     if (!Global::FolderNameFree(name)) {
         Refuse("The name " + Quoted(name) + " already exists in the system. Please specify a new name.");
     }

@@ -65,6 +65,9 @@ class Fields {
         if (!value.isString()) {
             Refuse("the field " + Quoted(name) + " is not a text");
         }
+        if (value.toString().contains(QChar(0))) {
+            Refuse("the field " + Quoted(name) + " contains a zero character");
+        }
         return value.toString().toStdString();
     }
 
@@ -102,6 +105,7 @@ std::string Mandatory(const std::string& what, const std::string& text) {
     if (clean.empty()) {
         Refuse("the " + what + " is empty");
     }
+    RefuseControls("the " + what, clean);
     return clean;
 }
 
@@ -126,9 +130,7 @@ NamedValues ReadParameters(const QJsonArray& list) {
 }
 
 std::string ReportPath(Fields& fields) {
-    const std::string path = paths::FromMachine(fields.Text("report"));
-    RefuseMark("the path", path);
-    return path;
+    return paths::FromMachine(fields.Text("report"));
 }
 
 void ReadLogon(Fields& fields, Global::NewSchedule& row) {

@@ -83,7 +83,7 @@ void ShowComingRuns(const CommandLine& line) {
         for (const Line& one : lines) {
             array.append(QJsonObject{{"moment", Json(MomentText(one.run))},
                                      {"kind", Json(one.kind)},
-                                     {"id", Json(one.id).toInt()},
+                                     {"id", Json(one.id).toLongLong()},
                                      {"folder", Json(one.folder)},
                                      {"title", Json(one.title)},
                                      {"due", one.run.isDue},

@@ -43,6 +43,7 @@ std::string CheckedName(const std::string& text) {
     if (name.empty()) {
         Refuse("The name of the package is empty");
     }
+    RefuseControls("The name", name);
     const auto taken = ReadPackages("BatchName = " + SqlText(name));
     if (!taken.empty()) {
         Refuse("There is a package " + Quoted(name) + " already, number " + taken.front().id);
@@ -92,7 +93,7 @@ std::string Shown(const StoredPackage& package) {
 
 QJsonObject DescribePackage(const StoredPackage& stored) {
     QJsonObject object = PackageFields(stored.row);
-    object.insert("id", Json(stored.id).toInt());
+    object.insert("id", Json(stored.id).toLongLong());
     object.insert("next", Json(stored.row.nextRunDate));
     object.insert("reports", ReportFields(stored));
     return object;

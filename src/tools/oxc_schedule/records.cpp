@@ -83,7 +83,7 @@ void ReadReports(StoredPackage& package) {
 
 // The key of --id as a statement holds it.
 std::string KeyOf(const CommandLine& line) {
-    constexpr std::int64_t LargestKey = 32767;  // of the routines that the windows use
+    constexpr std::int64_t LargestKey = 2147483647;
     return std::to_string(*line.Number("id", 1, LargestKey));
 }
 

@@ -54,6 +54,7 @@ std::string CheckedTitle(const std::string& text) {
     if (title.empty()) {
         Refuse("The report has no title: give one with --title");
     }
+    RefuseControls("The title", title);
     return title;
 }
 
@@ -130,7 +131,6 @@ std::vector<std::string> ValuesOf(const NamedValues& parameters) {
 
 void AddSchedule(const CommandLine& line) {
     const std::string path = paths::FromMachine(line.names.front());
-    RefuseMark("The path", path);
     report::Report& report = OpenReportFile(path);
     StoredSchedule schedule{.id = {}, .row = ScheduleOf(line, report), .parameters = {}};
     schedule.parameters = CheckedParameters(report, GivenParameters(line));

@@ -2,12 +2,17 @@
 #include "tools/oxc_schedule/schedule_rows.h"
 
 #include "dialogs/ParameterRows.h"
+#include "platform/base/convert.h"
 #include "platform/base/paths.h"
 
 namespace tools {
 
 void InsertScheduleRows(ADODB::Connection& connection, const StoredSchedule& schedule) {
-    Global::InsertSchedule(connection, schedule.row);
+    Global::NewSchedule row = schedule.row;
+    // Unlike the other values, paths stand in no other statement, so that they can hold the mark.
+    row.reportPath = Replace(row.reportPath, "'", "''");
+    row.originalPath = Replace(row.originalPath, "'", "''");
+    Global::InsertSchedule(connection, row);
     for (const auto& [name, value] : schedule.parameters) {
         Global::InsertParameterRow(connection, schedule.id, name, value);
     }

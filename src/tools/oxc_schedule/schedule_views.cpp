@@ -13,7 +13,7 @@ namespace {
 
 QJsonObject DescribeSchedule(const StoredSchedule& stored) {
     QJsonObject object = ScheduleFields(stored);
-    object.insert("id", Json(stored.id).toInt());
+    object.insert("id", Json(stored.id).toLongLong());
     object.insert("next", Json(stored.row.nextRun));
     return object;
 }
@@ -100,7 +100,7 @@ void ShowHistory(const CommandLine& line) {
     if (line.Has("json")) {
         QJsonArray array;
         for (const HistoryRow& row : history) {
-            array.append(QJsonObject{{"id", Json(row.id).toInt()},
+            array.append(QJsonObject{{"id", Json(row.id).toLongLong()},
                                      {"folder", Json(row.folder)},
                                      {"title", Json(row.title)},
                                      {"moment", Json(row.moment)},

@@ -3,6 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include "support/source_dir.h"
+#include "support/temporary_folder.h"
+
 using tools::CommandLine;
 using tools::ParseCommandLine;
 
@@ -91,5 +94,19 @@ TEST(ScheduleCommandLine, UsageNamesEveryCommand) {
                              "next ", "history ", "package add", "package set", "folder list", "export ",
                              "import ", "status ", "--dry-run", "--prometheus", "--with-passwords"}) {
         EXPECT_THAT(usage, testing::HasSubstr(word));
+    }
+}
+
+// Options of the table and commands in two words, both as the guide writes them.
+TEST(ScheduleCommandLine, GuideDescribesEveryCommandAndOption) {
+    const std::string guide = ReadBytes(SourceDir() + "/docs/schedule.md");
+    for (const tools::KnownCommand& command : tools::KnownCommands()) {
+        if (command.words.starts_with("--")) {
+            continue;
+        }
+        EXPECT_THAT(guide, testing::HasSubstr("`" + command.words)) << command.words;
+        for (const std::string& option : command.options) {
+            EXPECT_THAT(guide, testing::HasSubstr(option == "p" ? "`-p" : "`--" + option)) << command.words;
+        }
     }
 }

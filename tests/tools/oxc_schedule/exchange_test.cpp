@@ -113,12 +113,14 @@ TEST_F(Exchange, OneBadItemKeepsAllOut) {
          "not one of "
          "its values: West, East"},
         {"\"subject\"", "\"sobject\"",
-         "The schedule \"Plain\", number 1 of the file: the field \"sobject\" is not known"},
+         "The package \"Pack\", number 1 of the file: the field \"sobject\" is not known"},
         {"\"07:30\"", "7", "The schedule \"Plain\", number 1 of the file: the field \"at\" is not a text"},
         {"\"Daily\"", "\"daily\"",
          "The package \"Pack\", number 1 of the file: the frequency \"daily\" is not one of Daily, Weekly, "
          "Monthly, "
          "Quartely"},
+        {"\"title\": \"Plain\"", "\"title\": \"\\u0000\"",
+         "The schedule \" \", number 1 of the file: the field \"title\" contains a zero character"},
         {"\"in\": \"Finance\"", "\"in\": \"None\"", "The folder \"Month\": there is no folder \"None\""},
         {"\"folder\": \"Month\"", "\"folder\": \"None\"",
          "The schedule \"Sales\": There is no folder \"None\""},

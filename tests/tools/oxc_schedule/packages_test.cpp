@@ -59,6 +59,9 @@ TEST_F(Packages, AreRefusedWithTheValueAndTheCause) {
               "The output folder \"" + (m_folder / "none").string() + "/\" does not exist");
     EXPECT_EQ(Refusal("package add \"'\" --report plain.rpt --output out --no-mail --at 06:00"),
               "The name of the package is empty");
+    WriteBytes(m_folder / "Ann's.rpt", ReadBytes(m_folder / "plain.rpt"));
+    EXPECT_THAT(Refusal("package add W --report \"Ann's.rpt\" --output out --no-mail --at 06:00"),
+                HasSubstr("contains an apostrophe, which cannot be stored"));
     std::string reports;
     for (int i = 0; i < 21; ++i) {
         reports += " --report plain.rpt";

@@ -47,6 +47,8 @@ TEST_F(Refusals, ValuesOfSchedules) {
     EXPECT_EQ(Add(usual + "--user ''"), "The user is empty");
     EXPECT_EQ(Add(usual + "--user scott"),
               "The user \"scott\" wants a password: --password-stdin or the variable OXC_SCHEDULE_PASSWORD");
+    EXPECT_EQ(Refusal("add plain.rpt --to a@example.com --at 07:30 --title \"$(printf 'a\\tb')\""),
+              "The title \"a b\" contains a control character or a byte that is not UTF-8");
     EXPECT_EQ(Refusal("add plain.rpt --to a@example.com --at 07:30 --title \"'\""),
               "The report has no title: give one with --title");
     EXPECT_EQ(Sql("select count(*) from ReportScheduler"), (Texts{"0"}));

@@ -27,8 +27,8 @@ class ScheduleProgram : public testing::Test {
         for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "OXC_SCHEDULE_PASSWORD"}) {
             unsetenv(name);
         }
-        for (const char* name : {"Cache", "output", "out"}) {
-            std::filesystem::create_directories(m_folder / "app" / name);
+        for (const char* name : {"app/Cache", "app/output", "out"}) {
+            std::filesystem::create_directories(m_folder / name);
         }
         std::filesystem::copy_file(OXC_BLANK_DATABASE, m_folder / "app" / "Pressroom.dat");
         setenv("OXC_HOME", (m_folder / "app").c_str(), 1);

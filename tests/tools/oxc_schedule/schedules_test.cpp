@@ -51,6 +51,14 @@ TEST_F(Schedules, AddMakesTheRowOfTheWizard) {
     EXPECT_EQ(ReadBytes(m_folder / "app" / "Cache" / "sales.rpt"), ReadBytes(m_folder / "sales.rpt"));
 }
 
+TEST_F(Schedules, PathMayHoldAnApostrophe) {
+    std::filesystem::create_directories(m_folder / "Ann's");
+    std::filesystem::copy_file(m_folder / "plain.rpt", m_folder / "Ann's" / "plain.rpt");
+    Output("add \"Ann's/plain.rpt\" --title Plain --to a@example.com --at 00:00");
+    EXPECT_EQ(Rows("OriginalPath"), (Texts{SystemPath("Ann's/plain.rpt")}));
+    Output("set Plain --at 01:00");
+}
+
 TEST_F(Schedules, AddStoresTheWordsOfTheWizard) {
     const std::vector<std::pair<std::string, std::string>> words = {
         {"--daily --format html", "Daily|DHTML"},      {"--weekdays --format xls", "Weekdays|MS Excel"},
