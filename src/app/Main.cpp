@@ -10,17 +10,14 @@
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
 #include "desktop/DeskWindows.h"
-#include "platform/base/convert.h"
 #include "platform/base/journal.h"
-#include "platform/base/paths.h"
 #include "platform/contracts/loop.h"
 #include "platform/contracts/process.h"
-#include "platform/contracts/registry.h"
 #include "scheduler/BatchReport.h"
+#include "scheduler/PollTrace.h"
 #include "scheduler/Schedchk.h"
 #include "shared/Global.h"
-#include "shared/ShellMod.h"
-#include "store/LiveDatabase.h"
+#include "store/StartUp.h"
 #include "store/Upkeep.h"
 
 namespace Global {
@@ -30,44 +27,6 @@ namespace {
 using Steps = std::vector<std::function<void()>>;
 
 constexpr unsigned long SplashMilliseconds = 2000;
-
-std::string Setting(const char* name, const std::string& defaultText) {
-    return ShellMod::RequireSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, defaultText);
-}
-
-void WriteSetting(const char* name, const std::string& value) {
-    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, value);
-}
-
-void FirstRun() {
-    ShellMod::CreateSettingsKey(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey);
-    EnsureLiveDatabase();
-    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::AutostartKey, "OXC",
-                           "\"" + AppPath() + "\\oxc.exe\" -sched");
-    WriteSetting("Poll", "15");
-    WriteSetting("Path", AppPath());
-    WriteSetting("Output", AppPath() + "\\Output\\");
-    WriteSetting("AlertWho", "");
-    WriteSetting("DefPath", AppPath());
-    WriteSetting("FirstRun", "False");
-}
-
-void SetConnectionString() {
-    ConnectionString = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
-                       "\\PressroomLive.dat;Persist Security Info=False";
-}
-
-void ReadSettings() {
-    PollSeconds = CInt(Setting("Poll", "15"));
-    OutputPath = Setting("Output", AppPath() + "\\Output\\");
-    DesignerPath = Setting("CRWPath", "");
-    AlertWho = Setting("AlertWho", "");
-    DefPath = Setting("DefPath", AppPath());
-    PollCountdown = PollSeconds;
-    if (OutputPath.empty() || OutputPath.back() != '\\') {
-        OutputPath += '\\';
-    }
-}
 
 void ShowSplash() {
     frmSplash splash;
@@ -83,11 +42,7 @@ void OpenFirstDeskWindow() {
 
 Steps CommonSteps() {
     return {
-        [] {
-            if (CBool(Setting("FirstRun", "True"))) {
-                FirstRun();
-            }
-        },
+        TakeFirstSteps,
         SetConnectionString,
         [] { MailBatchFlag = "T"; },
         ReadSettings,
@@ -119,6 +74,7 @@ Steps SchedulerSteps() {
         },
         Schedchk,
         BatchReport,
+        WritePollTrace,
     };
 }
 

@@ -23,6 +23,7 @@
 #include "platform/contracts/loop.h"
 #include "platform/controls/folders/common_dialog.h"
 #include "scheduler/BatchReport.h"
+#include "scheduler/PollTrace.h"
 #include "scheduler/Schedchk.h"
 #include "shared/Global.h"
 
@@ -172,6 +173,7 @@ void frmMain::Timer1_Timer() {
     DoEvents();
     Global::BatchReport();
     Global::Schedchk();
+    Global::WritePollTrace();
     Global::CurrentReport.reset();
     Global::PollCountdown = Global::PollSeconds;
     showCountdown();

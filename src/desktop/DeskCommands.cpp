@@ -9,26 +9,13 @@
 #include "dialogs/frmWiz.h"
 #include "execution/RunReport.h"
 #include "platform/base/convert.h"
-#include "platform/contracts/adodb.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/prompts.h"
 #include "shared/Global.h"
+#include "store/Folders.h"
 #include "store/Upkeep.h"
 
 namespace {
-
-// The folder's own row is deleted first, so that the second statement finds no name and deletes no row (sic):
-// the schedules of the folder stay and continue to run.
-void DeleteFolderRows(const std::string& id) {
-    ADODB::Connection connection;
-    connection.Open(Global::ConnectionString);
-    connection.Execute("delete from folders where folderid =" + id);
-    connection.Execute(
-        "delete from reportscheduler where parent =(select foldername from folders where folderid =" + id +
-        ")");
-    connection.Execute("delete from folders where parent = " + id);
-    connection.Close();
-}
 
 bool Confirmed(const std::string& question) {
     return MsgBox(question, vbYesNo) == vbYes;
@@ -111,11 +98,7 @@ bool frmDesk::NewFolder() {
         lsvDesk->StartLabelEdit();
         return false;
     }
-    ADODB::Connection connection;
-    connection.Open(Global::ConnectionString);
-    connection.Execute("insert into Folders(FolderName, Parent) values('" + name + "'," +
-                       Global::CurrentFolderID + ")");
-    connection.Close();
+    Global::InsertFolder(name, Global::CurrentFolderID);
     items.Add(name + std::to_string(seconds), name, desk::FolderItem, desk::FolderItem);
     return true;
 }
@@ -162,7 +145,7 @@ void frmDesk::DeleteFolder(ListItem& item) {
     }
     const std::int16_t folder = Global::GetFolderID(item.Text());
     if (folder != 0) {  // 0 would delete the folders of the first level too
-        DeleteFolderRows(std::to_string(folder));
+        Global::DeleteFolder(std::to_string(folder));
     }
     lsvDesk->ListItems().Remove(item.Index());
 }

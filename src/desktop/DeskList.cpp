@@ -10,6 +10,7 @@
 #include "platform/contracts/prompts.h"
 #include "platform/controls/child_area.h"
 #include "shared/Global.h"
+#include "store/Folders.h"
 #include "store/Upkeep.h"
 
 namespace {
@@ -187,13 +188,7 @@ bool frmDesk::RenameFolder(const std::string& oldName, const std::string& newNam
     if (!IsNameFree(newName)) {
         return false;
     }
-    ADODB::Connection connection;
-    connection.Open(Global::ConnectionString);
-    connection.Execute("update folders set foldername = '" + newName + "' where FolderName = '" + oldName +
-                       "'");
-    connection.Execute("update reportscheduler set parent = '" + newName + "' where parent = '" + oldName +
-                       "'");
-    connection.Close();
+    Global::RenameFolder(oldName, newName);
     return true;
 }
 

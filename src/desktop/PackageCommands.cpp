@@ -5,7 +5,9 @@
 #include "desktop/DeskWindows.h"
 #include "desktop/PackageJobs.h"
 #include "desktop/frmDesk.h"
+#include "dialogs/PackageRecords.h"
 #include "platform/base/convert.h"
+#include "platform/contracts/adodb.h"
 #include "platform/contracts/prompts.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
@@ -57,7 +59,7 @@ void RemoveFromWindowBefore() {
 void DeletePackage(const std::string& reportID) {
     ADODB::Connection connection;
     connection.Open(Global::ConnectionString);
-    package::Delete(connection, reportID);
+    Global::DeletePackage(connection, reportID);
     connection.Close();
 }
 
@@ -77,7 +79,7 @@ void RemoveReport(const std::string& detailID, const std::string& title) {
     }
     if (IsEmptyPackage(reportID)) {
         RemoveFromWindowBefore();
-        package::Delete(connection, reportID);
+        Global::DeletePackage(connection, reportID);
     }
     connection.Close();
 }

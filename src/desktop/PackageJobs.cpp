@@ -3,8 +3,10 @@
 
 #include <map>
 
+#include "dialogs/PackageRecords.h"
 #include "dialogs/frmPar.h"
 #include "execution/RunReport.h"
+#include "platform/contracts/adodb.h"
 #include "platform/contracts/prompts.h"
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
@@ -39,27 +41,16 @@ void ReadStoredValues(const std::string& condition) {
 
 void StoreValues(const Report& report, const std::string& condition) {
     Global::BusyCursor(true);
-    ADODB::Connection connection;
-    connection.Open(Global::ConnectionString);
-    connection.Execute("delete from ReportBatchPar Where " + condition);
-    const int fields = report.file->ParameterFieldCount();
-    for (int field = 1; field <= fields; ++field) {
-        const auto slot = static_cast<std::size_t>(field);
-        const std::string value = slot < Global::ParValues.size() ? Global::ParValues[slot] : "";
-        connection.Execute("insert into ReportBatchPar(ReportID, DetailID, ParValue) Values(" +
-                           report.reportID + "," + report.detailID + ",'" + value + "')");
+    const auto fields = static_cast<std::size_t>(report.file->ParameterFieldCount());
+    std::vector<std::string> values(fields);
+    for (std::size_t field = 1; field <= fields; ++field) {
+        values[field - 1] = field < Global::ParValues.size() ? Global::ParValues[field] : "";
     }
-    connection.Close();
+    Global::ReplacePackageValues(report.reportID, report.detailID, condition, values);
     Global::BusyCursor(false);
 }
 
 }  // namespace
-
-void Delete(ADODB::Connection& connection, const std::string& reportID) {
-    connection.Execute("delete from reportbatch where reportid = " + reportID);
-    connection.Execute("delete from reportbatchdtls where reportid = " + reportID);
-    connection.Execute("delete from reportbatchpar where reportid = " + reportID);
-}
 
 void OpenOutput(const std::string& condition) {
     ADODB::Recordset rows;

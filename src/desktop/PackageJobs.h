@@ -6,14 +6,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/contracts/adodb.h"
 #include "platform/contracts/report_engine.h"
 
 namespace package {
-
-// Deletes a package, its reports and their parameter values, in this order, without a transaction: after a
-// failed statement the later ones are not run. The history of its runs stays.
-void Delete(ADODB::Connection& connection, const std::string& reportID);
 
 // Opens the output file of one report. `condition` is the part of the statement after "Where "; it finds the
 // report among the packages b and their reports r. The file is the one that a run as PDF leaves: runs in

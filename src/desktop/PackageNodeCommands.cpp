@@ -4,6 +4,8 @@
 #include "desktop/HistoryNodes.h"
 #include "desktop/PackageJobs.h"
 #include "desktop/frmViewer.h"
+#include "dialogs/PackageRecords.h"
+#include "platform/contracts/adodb.h"
 #include "platform/contracts/prompts.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
@@ -50,7 +52,7 @@ void DeleteSelected() {
     ADODB::Connection connection;
     connection.Open(Global::ConnectionString);
     if (node.Image() == history::PackageNode) {
-        package::Delete(connection, PackageOf(node));
+        Global::DeletePackage(connection, PackageOf(node));
     } else {
         RemoveReport(connection, PackageOf(history::ParentOf(node)), TitleOf(node));
     }

@@ -12,7 +12,7 @@ void InsertPackage(ADODB::Connection& connection, const NewPackage& package) {
         "Message, Destination, NextRunDate, BatchName, MailBatch)Values('NONE','" +
         package.recipients + "','" + package.frequency + "','" + package.runTime + "','" + package.startDate +
         "','" + package.endDate + "','" + package.subject + "','" + package.message + "','" +
-        package.destination + "','" + package.startDate + "','" + package.name + "','" + package.mailBatch +
+        package.destination + "','" + package.nextRunDate + "','" + package.name + "','" + package.mailBatch +
         "')");
 }
 
@@ -30,6 +30,12 @@ void InsertPackageReport(ADODB::Connection& connection, std::int16_t packageID, 
                        std::to_string(packageID) + "','" + title + "','" + path + "','" + format + "')");
 }
 
+void InsertPackageValue(ADODB::Connection& connection, const std::string& packageID,
+                        const std::string& detailID, const std::string& value) {
+    connection.Execute("insert into ReportBatchPar (ReportID, DetailID, ParValue)values (" + packageID + "," +
+                       detailID + ",'" + value + "')");
+}
+
 void InsertPackageParameters(ADODB::Connection& connection, std::int16_t packageID) {
     const std::string id = std::to_string(packageID);
     ADODB::Recordset reports;
@@ -39,13 +45,30 @@ void InsertPackageParameters(ADODB::Connection& connection, std::int16_t package
         waiting.Open("select * from tmpPar where rptName = '" + reports.Fields("ReportTitle").Value + "'",
                      ConnectionString);
         for (; !waiting.EOF_(); waiting.MoveNext()) {
-            connection.Execute("insert into ReportBatchPar (ReportID, DetailID, ParValue)values (" + id +
-                               "," + reports.Fields("detailID").Value + ",'" +
-                               waiting.Fields("ParValue").Value + "')");
+            InsertPackageValue(connection, id, reports.Fields("detailID").Value.Text(),
+                               waiting.Fields("ParValue").Value.Text());
         }
         waiting.Close();
     }
     reports.Close();
+}
+
+void DeletePackage(ADODB::Connection& connection, const std::string& reportID) {
+    connection.Execute("delete from reportbatch where reportid = " + reportID);
+    connection.Execute("delete from reportbatchdtls where reportid = " + reportID);
+    connection.Execute("delete from reportbatchpar where reportid = " + reportID);
+}
+
+void ReplacePackageValues(const std::string& reportID, const std::string& detailID,
+                          const std::string& condition, const std::vector<std::string>& values) {
+    ADODB::Connection connection;
+    connection.Open(ConnectionString);
+    connection.Execute("delete from ReportBatchPar Where " + condition);
+    for (const std::string& value : values) {
+        connection.Execute("insert into ReportBatchPar(ReportID, DetailID, ParValue) Values(" + reportID +
+                           "," + detailID + ",'" + value + "')");
+    }
+    connection.Close();
 }
 
 void DeleteWaitingParameters(ADODB::Connection& connection) {

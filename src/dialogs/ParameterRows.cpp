@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dialogs/ParameterRows.h"
 
-#include "platform/contracts/adodb.h"
 #include "shared/Global.h"
 
 namespace Global {
@@ -18,14 +17,19 @@ std::string NewestSchedule() {
 
 }  // namespace
 
+void InsertParameterRow(ADODB::Connection& connection, const std::string& reportID, const std::string& name,
+                        const std::string& value) {
+    connection.Execute("insert into ReportParameter(ReportID, ParName, ParValue) Values(" + reportID + ",'" +
+                       name + "','" + value + "')");
+}
+
 void AddParameterRows(int count) {
     try {
         const std::string reportID = NewestSchedule();
         ADODB::Connection connection;
         connection.Open(ConnectionString);
         for (int i = 1; i <= count; ++i) {
-            connection.Execute("insert into ReportParameter(ReportID, ParName, ParValue) Values(" + reportID +
-                               ",'" + ParNameSlot(i) + "','" + ParValueSlot(i) + "')");
+            InsertParameterRow(connection, reportID, ParNameSlot(i), ParValueSlot(i));
         }
         connection.Close();
     } catch (...) {

@@ -5,9 +5,14 @@
 #include <functional>
 #include <string>
 
+#include "platform/contracts/adodb.h"
 #include "platform/contracts/runtime.h"
 
 namespace Global {
+
+// Inserts one value. Nothing is escaped. Errors pass to the caller.
+void InsertParameterRow(ADODB::Connection& connection, const std::string& reportID, const std::string& name,
+                        const std::string& value);
 
 // Stores ParNames and ParValues, 1 to `count`, for the schedule with the highest key. The caller has just
 // inserted that schedule. An error is shown; rows stored before it stay.

@@ -42,9 +42,5 @@ void RefusePage(const std::string& why, QWidget* missing) {
 }
 
 void CleanRecipients(EditableText& recipients) {
-    const std::string text = recipients.Text();
-    if (!text.empty() && text.back() != ';') {
-        recipients.Text(text + ";");
-    }
-    cmFunc::StripQuotes(recipients);
+    recipients.Text(cmFunc::CleanedRecipients(recipients.Text()));
 }

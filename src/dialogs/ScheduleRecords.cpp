@@ -2,7 +2,6 @@
 #include "dialogs/ScheduleRecords.h"
 
 #include "platform/base/convert.h"
-#include "platform/contracts/adodb.h"
 #include "shared/Global.h"
 
 namespace Global {
@@ -45,6 +44,19 @@ std::int16_t GetScheduleID(const std::string& title, const std::string& parent) 
                     "ReportID");
 }
 
+void InsertSchedule(ADODB::Connection& connection, const NewSchedule& schedule) {
+    connection.Execute(
+        "insert into ReportScheduler(SendTo,Subject,Message,StartDate, EndDate, RunAT, Frequency, NextRun, "
+        "ReportPath, ReportTitle, Client, SelectionForm, Format,Parent,OriginalPath,UserName, "
+        "[Password],LoginReq) Values('" +
+        schedule.sendTo + "', '" + schedule.subject + "', '" + schedule.message + "','" + schedule.startDate +
+        "','" + schedule.endDate + "','" + schedule.runAt + "', '" + schedule.frequency + "','" +
+        schedule.nextRun + "','" + schedule.reportPath + "','" + schedule.title + "','NONE','" +
+        schedule.selectionForm + "','" + schedule.format + "','" + schedule.parent + "','" +
+        schedule.originalPath + "','" + schedule.userName + "','" + schedule.password + "','" +
+        schedule.loginReq + "')");
+}
+
 bool UpdateSchedule(const Variant& reportID, const ScheduleChange& change) {
     try {
         const std::string update = UpdateStatement(reportID, change);
@@ -62,10 +74,14 @@ bool UpdateSchedule(const Variant& reportID, const ScheduleChange& change) {
 void DeleteSchedule(const Variant& reportID) {
     ADODB::Connection connection;
     connection.Open(ConnectionString);
+    DeleteSchedule(connection, reportID);
+    connection.Close();
+}
+
+void DeleteSchedule(ADODB::Connection& connection, const Variant& reportID) {
     connection.Execute("delete from reportscheduler where ReportID = " + reportID);
     connection.Execute("delete from reportparameter where reportID = " + reportID);
     connection.Execute("delete from reporthistory where ReportID = " + reportID);
-    connection.Close();
 }
 
 }  // namespace Global

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/contracts/adodb.h"
 #include "platform/contracts/runtime.h"
 
 namespace Global {
@@ -16,6 +17,30 @@ namespace Global {
 std::int16_t GetFolderID(const std::string& folderName);
 // `parent` is the name of the folder that holds the schedule.
 std::int16_t GetScheduleID(const std::string& title, const std::string& parent);
+
+// The row of a new schedule. No value is escaped. Dates are texts as FormatDateText writes them.
+struct NewSchedule {
+    std::string sendTo;
+    std::string subject;
+    std::string message;
+    std::string startDate;
+    std::string endDate;
+    std::string runAt;  // HH:MM
+    std::string frequency;
+    std::string nextRun;
+    std::string reportPath;  // of the copy in the cache
+    std::string title;
+    std::string selectionForm;
+    std::string format;
+    std::string parent;        // the folder's name
+    std::string originalPath;  // of the user's file
+    std::string userName;
+    std::string password;
+    std::string loginReq;  // "T" or "F"
+};
+
+// Inserts the row. Errors pass to the caller.
+void InsertSchedule(ADODB::Connection& connection, const NewSchedule& schedule);
 
 // The fields that a change of a schedule writes. Dates, next run and paths are not among them.
 struct ScheduleChange {
@@ -40,5 +65,6 @@ bool UpdateSchedule(const Variant& reportID, const ScheduleChange& change);
 // Deletes a schedule, its parameter values and its history. The copy of its report stays in the cache,
 // because another schedule may run it. Errors pass to the caller; rows deleted before an error stay deleted.
 void DeleteSchedule(const Variant& reportID);
+void DeleteSchedule(ADODB::Connection& connection, const Variant& reportID);
 
 }  // namespace Global

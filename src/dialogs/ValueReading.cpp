@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "platform/base/convert.h"
-#include "platform/contracts/report_engine.h"
+#include "shared/Global.h"
 
 namespace {
 
@@ -27,6 +27,20 @@ std::string MomentInWords(DateValue value) {
     return (value.DayNumber() == 0 ? "" : DayInWords(value) + ", ") + TimeText(value);
 }
 
+// Returns the user's word for the values of such a field.
+std::string KindOf(const report::ParameterField& parameter) {
+    switch (parameter.ValueType()) {
+        case report::NumberField:
+            return parameter.IsWholeNumber() ? "a whole number" : "a number";
+        case report::BooleanField:
+            return "True or False";
+        case report::DateTimeField:
+            return "a date or a time";
+        default:
+            return "a value that the report takes";
+    }
+}
+
 }  // namespace
 
 std::string ReadingOf(int valueType, const std::string& text, Numbers numbers) {
@@ -45,4 +59,12 @@ std::string ReadingOf(int valueType, const std::string& text, Numbers numbers) {
     } catch (const RuntimeError&) {
         return isDate ? "not a date" : noNumber;
     }
+}
+
+std::string ValueRefusal(const report::ParameterField& parameter, const std::string& text,
+                         const RuntimeError& error) {
+    const std::string name = "parameter \"" + parameter.Name() + "\"";
+    const std::string what = text.empty() ? "The " + name + " is empty, which is not "
+                                          : "The value \"" + text + "\" of the " + name + " is not ";
+    return Global::ErrorText(what + KindOf(parameter) + ". ", error);
 }

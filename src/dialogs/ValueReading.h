@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "platform/contracts/report_engine.h"
+
 enum class Numbers { Any, Whole };
 
 // Returns "7 March 2026", "7 March 2026, 14:30:00", "14:30:00" or "1234.5" for a date or number field, and
@@ -12,3 +14,8 @@ enum class Numbers { Any, Whole };
 // be converted. Returns an empty text for an empty `text` and for fields of any other type (`valueType` is a
 // code such as report::NumberField).
 std::string ReadingOf(int valueType, const std::string& text, Numbers numbers = Numbers::Any);
+
+// Returns the sentence that refuses the text as a value of the parameter: it names both, and says what the
+// parameter takes. `error` is the conversion's.
+std::string ValueRefusal(const report::ParameterField& parameter, const std::string& text,
+                         const RuntimeError& error);

@@ -12,6 +12,7 @@
 #include "dialogs/ParameterRows.h"
 #include "dialogs/ReportCache.h"
 #include "dialogs/ScheduleFields.h"
+#include "dialogs/ScheduleRecords.h"
 #include "dialogs/frmAdvanced.h"
 #include "dialogs/frmPar.h"
 #include "execution/Preview.h"
@@ -277,16 +278,23 @@ void frmAddReport::InsertSchedule(const std::string& cachePath) {
     const std::string start = cmFunc::FormatDateText(m_ui->dtStart->Value());
     ADODB::Connection connection;
     connection.Open(Global::ConnectionString);
-    connection.Execute(
-        "insert into ReportScheduler(SendTo,Subject,Message,StartDate, EndDate, RunAT, Frequency, NextRun, "
-        "ReportPath, ReportTitle, Client, SelectionForm, Format,Parent,OriginalPath,UserName, "
-        "[Password],LoginReq) Values('" +
-        m_ui->txtRecipient->Text() + "', '" + m_ui->txtSubject->Text() + "', '" + m_ui->txtMessage->Text() +
-        "','" + start + "','" + cmFunc::FormatDateText(m_ui->dtEnd->Value()) + "','" + m_ui->msTime->Text() +
-        "', '" + FrequencyWord + "','" + start + "','" + cachePath + "','" + m_ui->txtTitle->Text() +
-        "','NONE','" + m_ui->txtSelForm->Text() + "','" + m_ui->cmbFormat->Text() + "','" +
-        Global::CurrentFolder + "','" + m_ui->txtBrowse->Text() + "','" + m_ui->txtUserName->Text() + "','" +
-        m_ui->txtPassword->Text() + "','" + LoginRequired + "')");
+    Global::InsertSchedule(connection, {.sendTo = m_ui->txtRecipient->Text(),
+                                        .subject = m_ui->txtSubject->Text(),
+                                        .message = m_ui->txtMessage->Text(),
+                                        .startDate = start,
+                                        .endDate = cmFunc::FormatDateText(m_ui->dtEnd->Value()),
+                                        .runAt = m_ui->msTime->Text(),
+                                        .frequency = FrequencyWord,
+                                        .nextRun = start,
+                                        .reportPath = cachePath,
+                                        .title = m_ui->txtTitle->Text(),
+                                        .selectionForm = m_ui->txtSelForm->Text(),
+                                        .format = m_ui->cmbFormat->Text(),
+                                        .parent = Global::CurrentFolder,
+                                        .originalPath = m_ui->txtBrowse->Text(),
+                                        .userName = m_ui->txtUserName->Text(),
+                                        .password = m_ui->txtPassword->Text(),
+                                        .loginReq = LoginRequired});
     connection.Close();
 }
 

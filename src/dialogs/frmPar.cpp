@@ -49,28 +49,6 @@ Control& Shown(Control* control) {
     return *control;
 }
 
-// Returns the user's word for the values of such a field.
-std::string KindOf(const report::ParameterField& parameter) {
-    switch (parameter.ValueType()) {
-        case report::NumberField:
-            return parameter.IsWholeNumber() ? "a whole number" : "a number";
-        case report::BooleanField:
-            return "True or False";
-        case report::DateTimeField:
-            return "a date or a time";
-        default:
-            return "a value that the report takes";
-    }
-}
-
-std::string Refusal(const report::ParameterField& parameter, const std::string& text,
-                    const RuntimeError& error) {
-    const std::string name = "parameter \"" + parameter.Name() + "\"";
-    const std::string what = text.empty() ? "The " + name + " is empty, which is not "
-                                          : "The value \"" + text + "\" of the " + name + " is not ";
-    return Global::ErrorText(what + KindOf(parameter) + ". ", error);
-}
-
 std::string& Slot(std::vector<std::string>& list, int index) {
     if (index < 1 || index >= static_cast<int>(list.size())) {
         throw RuntimeError(err::SubscriptOutOfRange);
@@ -261,7 +239,7 @@ bool frmPar::TakeValue(int index) {
         Global::HandOverParameter(report, index, text, Global::OtherFieldRule::HandOver);
         return true;
     } catch (const RuntimeError& error) {
-        MsgBox(Refusal(parameter, text, error), vbExclamation);
+        MsgBox(ValueRefusal(parameter, text, error), vbExclamation);
         return false;
     }
 }

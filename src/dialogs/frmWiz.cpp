@@ -297,6 +297,7 @@ Global::NewPackage frmWiz::Package() const {
             .runTime = m_ui->msTime->Text(),
             .startDate = cmFunc::FormatDateText(m_ui->stDate1->Value()),
             .endDate = cmFunc::FormatDateText(m_ui->enDate1->Value()),
+            .nextRunDate = cmFunc::FormatDateText(m_ui->stDate1->Value()),
             .subject = m_ui->txtSubject->Text(),
             .message = m_ui->txtMsg->Text(),
             .destination = m_ui->txtReport1->Text(),

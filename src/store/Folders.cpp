@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/Folders.h"
 
-#include "platform/contracts/adodb.h"
 #include "shared/Global.h"
 
 namespace Global {
@@ -15,6 +14,38 @@ std::vector<StoredFolder> FoldersBelow(const std::string& parentID) {
     }
     rows.Close();
     return folders;
+}
+
+void InsertFolder(const std::string& name, const std::string& parentID) {
+    ADODB::Connection connection;
+    connection.Open(ConnectionString);
+    InsertFolder(connection, name, parentID);
+    connection.Close();
+}
+
+void InsertFolder(ADODB::Connection& connection, const std::string& name, const std::string& parentID) {
+    connection.Execute("insert into Folders(FolderName, Parent) values('" + name + "'," + parentID + ")");
+}
+
+void RenameFolder(const std::string& oldName, const std::string& newName) {
+    ADODB::Connection connection;
+    connection.Open(ConnectionString);
+    connection.Execute("update folders set foldername = '" + newName + "' where FolderName = '" + oldName +
+                       "'");
+    connection.Execute("update reportscheduler set parent = '" + newName + "' where parent = '" + oldName +
+                       "'");
+    connection.Close();
+}
+
+void DeleteFolder(const std::string& id) {
+    ADODB::Connection connection;
+    connection.Open(ConnectionString);
+    connection.Execute("delete from folders where folderid =" + id);
+    connection.Execute(
+        "delete from reportscheduler where parent =(select foldername from folders where folderid =" + id +
+        ")");
+    connection.Execute("delete from folders where parent = " + id);
+    connection.Close();
 }
 
 }  // namespace Global

@@ -37,6 +37,11 @@ void StripQuotes(EditableText& box) {
     box.Text(Replace(box.Text(), "'", ""));
 }
 
+std::string CleanedRecipients(const std::string& list) {
+    const bool isOpen = !list.empty() && list.back() != ';';
+    return Replace(isOpen ? list + ";" : list, "'", "");
+}
+
 std::string GetDelimitedField(const std::string& text, int number, const std::string& delimiter) {
     const std::size_t step = FirstCharacters(delimiter, 1).size();
     std::size_t start = 1;

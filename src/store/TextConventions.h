@@ -17,6 +17,9 @@ std::string FormatDateText(DateValue value);
 // double them.
 void StripQuotes(EditableText& box);
 
+// Returns the list of recipients without ' marks and with ";" at its end. An empty list stays empty.
+std::string CleanedRecipients(const std::string& list);
+
 // Returns field `number` (from 1) of a text cut at a one-character delimiter. After the last field the count
 // starts again at the first: field 3 of a:b is a. A delimiter at the very start of the text does not end a
 // field. Never fails; an empty field gives an empty text.

@@ -84,6 +84,11 @@ class Courier:
                                         stderr=subprocess.STDOUT, env=self.environment())
         return self.process
 
+    def schedule_command(self, *arguments):
+        """Runs oxc-schedule on the folder; returns the finished process."""
+        return subprocess.run([str(self.app / "oxc-schedule"), *arguments], env=self.environment(),
+                              capture_output=True, text=True, timeout=60, check=False)
+
     def start_ticking(self):
         """A scheduler past its start-up, where a failed package would have ended all polling."""
         self.start()

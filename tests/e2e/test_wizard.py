@@ -82,6 +82,24 @@ class Wizard(DialogTest):
         self.assertEqual(kind, "application/pdf")
         self.assertIn("10017", pdf_text(data))
 
+    def test_command_makes_the_rows_of_the_wizard(self):
+        self.make_schedule()
+        self.courier.stop()
+        rows = self.rows()
+        self.courier.sql("delete from ReportScheduler")
+        self.courier.sql("delete from ReportParameter")
+        result = self.courier.schedule_command(
+            "add", str(self.courier.app / "samples" / "invoice.rpt"), "--title", "Ann's invoice", "--folder", "Stock",
+            "--at", "00:00", "--to", "ann@example.com", "--subject", "Your invoice", "--message", "It is attached.",
+            "--format", "pdf", "-p", "OrderID=10017")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual(self.rows(), rows)
+
+    def rows(self):
+        """Every column of the one schedule and its values, but the key."""
+        schedule, = self.courier.sql("select * from ReportScheduler")
+        return schedule[1:], self.courier.sql("select ParName, ParValue, typeof(ParValue) from ReportParameter")
+
     def test_esc_leaves_no_trace(self):
         wizard = self.open_wizard()
         self.pick_report(wizard, "invoice.rpt")

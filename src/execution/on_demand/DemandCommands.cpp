@@ -2,11 +2,7 @@
 #include "execution/on_demand/DemandCommands.h"
 
 #include "dialogs/ScheduleRecords.h"
-#include "execution/PackageRun.h"
 #include "execution/on_demand/RunOnDemand.h"
-#include "platform/contracts/adodb.h"
-#include "platform/contracts/prompts.h"
-#include "scheduler/RunHistory.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 
@@ -24,19 +20,5 @@ void mnuDeskExec_Click() {
 }
 
 void mnubtcExec_Click() {
-    const std::string key = cmFunc::PackageOfKey(Global::ActiveDesk().SelectedKey());
-    ADODB::Recordset packages;
-    packages.Open("select * from reportbatch where reportid = " + key, Global::ConnectionString);
-    std::string lastKey;  // as in the poll: the row of a failure has the key of the package before (sic)
-    for (; !packages.EOF_(); packages.MoveNext()) {
-        if (!Global::RunPackage(packages, Global::Runner::PackageDemand)) {
-            Global::WritePackageFailure(lastKey, "");
-            Global::AlertPollFailure("BatchReport", RuntimeError(0, ""));
-            return;
-        }
-        lastKey = packages.Fields("ReportID").Value.Text();
-        Global::WritePackageRun(lastKey);
-    }
-    packages.Close();
-    MsgBox("Package executed successfully!", vbInformation);
+    Global::ExecutePackage(cmFunc::PackageOfKey(Global::ActiveDesk().SelectedKey()));
 }

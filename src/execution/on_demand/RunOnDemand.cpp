@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "execution/on_demand/RunOnDemand.h"
 
+#include "execution/PackageRun.h"
 #include "execution/RunReport.h"
 #include "platform/base/convert.h"
 #include "platform/contracts/adodb.h"
@@ -31,6 +32,24 @@ bool ExecuteSchedule(const Variant& key) {
     }
     row.Close();
     return delivered;
+}
+
+bool ExecutePackage(const std::string& key) {
+    ADODB::Recordset packages;
+    packages.Open("select * from reportbatch where reportid = " + key, ConnectionString);
+    std::string lastKey;  // as in the poll: the row of a failure has the key of the package before (sic)
+    for (; !packages.EOF_(); packages.MoveNext()) {
+        if (!RunPackage(packages, Runner::PackageDemand)) {
+            WritePackageFailure(lastKey, "");
+            AlertPollFailure("BatchReport", RuntimeError(0, ""));
+            return false;
+        }
+        lastKey = packages.Fields("ReportID").Value.Text();
+        WritePackageRun(lastKey);
+    }
+    packages.Close();
+    MsgBox("Package executed successfully!", vbInformation);
+    return true;
 }
 
 void RecordFailedExecution(const Variant& key, const RuntimeError& error) {

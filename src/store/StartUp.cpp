@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/StartUp.h"
+
+#include <string>
+
+#include "platform/base/convert.h"
+#include "platform/base/paths.h"
+#include "platform/contracts/registry.h"
+#include "shared/Global.h"
+#include "shared/ShellMod.h"
+#include "store/LiveDatabase.h"
+
+namespace Global {
+
+namespace {
+
+std::string Setting(const char* name, const std::string& defaultText) {
+    return ShellMod::RequireSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, defaultText);
+}
+
+void WriteSetting(const char* name, const std::string& value) {
+    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, value);
+}
+
+void FirstRun() {
+    ShellMod::CreateSettingsKey(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey);
+    EnsureLiveDatabase();
+    ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::AutostartKey, "OXC",
+                           "\"" + AppPath() + "\\oxc.exe\" -sched");
+    WriteSetting("Poll", "15");
+    WriteSetting("Path", AppPath());
+    WriteSetting("Output", AppPath() + "\\Output\\");
+    WriteSetting("AlertWho", "");
+    WriteSetting("DefPath", AppPath());
+    WriteSetting("FirstRun", "False");
+}
+
+}  // namespace
+
+void TakeFirstSteps() {
+    if (CBool(Setting("FirstRun", "True"))) {
+        FirstRun();
+    }
+}
+
+void SetConnectionString() {
+    ConnectionString = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
+                       "\\PressroomLive.dat;Persist Security Info=False";
+}
+
+void ReadSettings() {
+    PollSeconds = CInt(Setting("Poll", "15"));
+    OutputPath = Setting("Output", AppPath() + "\\Output\\");
+    DesignerPath = Setting("CRWPath", "");
+    AlertWho = Setting("AlertWho", "");
+    DefPath = Setting("DefPath", AppPath());
+    PollCountdown = PollSeconds;
+    if (OutputPath.empty() || OutputPath.back() != '\\') {
+        OutputPath += '\\';
+    }
+}
+
+}  // namespace Global

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Checks what is to be stored in a schedule or a package. Each refusal names the value and the cause.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "execution/ExportFormat.h"
+#include "platform/contracts/report_engine.h"
+#include "tools/oxc_schedule/command_line.h"
+#include "tools/oxc_schedule/records.h"
+
+namespace tools {
+
+// The end that the wizards store for a schedule without one.
+inline constexpr const char* LastDay = "3000-12-31";
+
+// Returns the text without the mark ', which statements cannot hold.
+std::string WithoutMark(const std::string& text);
+// Refuses a text with control characters or with bytes that are not UTF-8, which a name cannot hold.
+void RefuseControls(const std::string& what, const std::string& text);
+// Refuses a text with the mark '. `what` names it in the sentence, such as "The user".
+void RefuseMark(const std::string& what, const std::string& text);
+
+// Returns the parameters of the options -p.
+NamedValues GivenParameters(const CommandLine& line);
+
+// Returns the option. Raises ScheduleUsageError if it is not given.
+std::string RequiredOption(const CommandLine& line, const std::string& option);
+
+// Opens the report file, a path of the system, and makes it the current report. Raises as the engine does.
+report::Report& OpenReportFile(const std::string& path);
+
+// Returns the name and the stored text of every parameter of the report, in its order: the given value, else
+// the stored one, else the first default value. A name that the report does not have, a value that it does
+// not take and a parameter without a value are refused.
+NamedValues CheckedParameters(report::Report& report, const NamedValues& given,
+                              const std::vector<std::string>& stored = {});
+
+// Returns the list as it is stored, with ";" at its end. Refuses an empty list and a recipient that is
+// neither an address nor a name of the profile's address book.
+std::string CheckedRecipients(const std::vector<std::string>& lists);
+
+// Returns the word that is stored for pdf, html, xls, doc or rtf, or for a word that the runner knows.
+std::string CheckedFormat(const std::string& format, Global::Runner runner);
+
+std::string CheckedTime(const std::string& time);  // HH:MM
+
+struct DateRange {
+    std::string start, end;  // as they are stored
+};
+// Takes --start, else today, and --end, else the end that the wizards store. The end must be later.
+DateRange CheckedDates(const CommandLine& line);
+
+// Returns the stored word of the given frequency option, or `otherwise`. Raises ScheduleUsageError for two.
+std::string FrequencyOf(const CommandLine& line, const std::string& otherwise);
+
+// Returns the folder as it is stored, with its backslash. Refuses a folder that is missing or
+// write-protected.
+std::string CheckedOutputFolder(const std::string& systemPath);
+
+}  // namespace tools

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The commands on folders.
+#include "platform/base/convert.h"
+#include "store/Folders.h"
+#include "store/Upkeep.h"
+#include "tools/oxc_schedule/checks.h"
+#include "tools/oxc_schedule/commands.h"
+#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/records.h"
+
+namespace tools {
+namespace {
+
+std::string CheckedNewName(const std::string& text) {
+    std::string name = WithoutMark(text);
+    if (name.empty()) {
+        Refuse("The name of the folder is empty");
+    }
+    RefuseControls("The name", name);
+    if (!Global::FolderNameFree(name)) {
+        Refuse("The name " + Quoted(name) + " already exists in the system. Please specify a new name.");
+    }
+    return name;
+}
+
+// The root has no row and cannot be changed.
+StoredFolder FindChangeable(const std::string& name) {
+    const std::string stored = FindFolder(name);
+    if (stored == RootFolder) {
+        Refuse("The folder " + Quoted(stored) + " is the root and cannot be changed");
+    }
+    for (const StoredFolder& folder : ReadFolders()) {
+        if (folder.name == stored) {
+            return folder;
+        }
+    }
+    Refuse("There is no folder " + Quoted(name));
+}
+
+}  // namespace
+
+void ListFolders(const CommandLine& line) {
+    const std::vector<StoredFolder> folders = ReadFolders();
+    if (line.Has("json")) {
+        QJsonArray array;
+        for (const StoredFolder& folder : folders) {
+            array.append(QJsonObject{{"name", Json(folder.name)}, {"in", Json(folder.parent)}});
+        }
+        return Print(array);
+    }
+    std::vector<std::vector<std::string>> rows = {{"FOLDER", "IN"}};
+    for (const StoredFolder& folder : folders) {
+        rows.push_back({folder.name, folder.parent});
+    }
+    PrintTable(rows);
+}
+
+void AddFolder(const CommandLine& line) {
+    const std::string name = CheckedNewName(line.names.front());
+    const std::string parent = FindFolder(line.ValueOr("in", RootFolder));
+    Global::InsertFolder(name, parent == RootFolder ? "0" : FindChangeable(parent).id);
+    Print("The folder " + Quoted(name) + " is added to " + Quoted(parent) + ".\n");
+}
+
+void RenameStoredFolder(const CommandLine& line) {
+    const StoredFolder folder = FindChangeable(line.names[0]);
+    const std::string name = CheckedNewName(line.names[1]);
+    Global::RenameFolder(folder.name, name);
+    Print("The folder " + Quoted(folder.name) + " is now called " + Quoted(name) + ".\n");
+}
+
+// A folder that is not empty stays: its schedules would continue to run in no folder.
+void RemoveFolder(const CommandLine& line) {
+    const StoredFolder folder = FindChangeable(line.names.front());
+    const std::size_t schedules = ReadSchedules("Parent = " + SqlText(folder.name)).size();
+    const std::size_t folders = Global::FoldersBelow(folder.id).size();
+    if (schedules + folders > 0) {
+        Refuse("The folder " + Quoted(folder.name) + " is not empty: schedules " + std::to_string(schedules) +
+               ", folders " + std::to_string(folders));
+    }
+    Global::DeleteFolder(folder.id);
+    Print("The folder " + Quoted(folder.name) + " is removed.\n");
+}
+
+}  // namespace tools

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// oxc-schedule: makes, changes, lists and runs schedules and packages from a shell, without a display.
+#include <QtCore/QCoreApplication>
+#include <iostream>
+
+#include "mail/Delivery.h"
+#include "platform/base/ascii.h"
+#include "platform/contracts/mapi.h"
+#include "platform/contracts/regional.h"
+#include "platform/contracts/report_engine.h"
+#include "platform/mail/system.h"
+#include "platform/posix/program.h"
+#include "platform/regfile/registry_file.h"
+#include "platform/reports/rdl_engine.h"
+#include "tools/oxc_schedule/command_line.h"
+#include "tools/oxc_schedule/commands.h"
+
+namespace {
+
+// Writes one line, whatever the message holds, because scripts read it.
+void Complain(const std::string& text) {
+    std::cerr << "oxc-schedule: " << WithoutControls(text) << std::endl;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    PrepareProgram();
+    // Qt's own warnings would add lines.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    const QCoreApplication application(argc, argv);
+    KeepNumbersPlain();
+    SetRegistry(&SettingsFile());
+    MAPI::SetMailSystem(&MAPI::MailSystem());
+    MAPI::SetRefusalHandler(&Global::ReportRefusals);
+    report::SetEngineFactory(&reports::CreateRdlEngine);
+    try {
+        return tools::RunScheduleCommand(tools::ParseCommandLine({argv + 1, argv + argc}));
+    } catch (const tools::ScheduleUsageError& error) {
+        Complain(std::string(error.what()) + " (oxc-schedule --help tells more)");
+        return 2;
+    } catch (...) {
+        Complain(CurrentError().Description());
+        return 1;
+    }
+}

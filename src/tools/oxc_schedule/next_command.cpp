@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The command that tells what runs in the coming days.
+#include <algorithm>
+#include <optional>
+
+#include "platform/base/convert.h"
+#include "platform/contracts/clock.h"
+#include "scheduler/NextRun.h"
+#include "store/TextConventions.h"
+#include "tools/oxc_schedule/coming_runs.h"
+#include "tools/oxc_schedule/commands.h"
+#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/records.h"
+
+namespace tools {
+namespace {
+
+struct Line {
+    ComingRun run;
+    std::string kind, id, folder, title, note;
+};
+
+// Year-month-day in every region, as the stored dates are.
+std::string MomentText(const ComingRun& run) {
+    constexpr std::size_t HoursAndMinutes = 5;
+    return cmFunc::FormatDateText(run.moment) + " " + TimeText(run.moment).substr(0, HoursAndMinutes);
+}
+
+std::string NoteOf(const ComingRun& run) {
+    return std::string(run.isDue ? "due now" : "") + (run.isDue && run.count > 1 ? ", " : "") +
+           (run.count > 1 ? std::to_string(run.count) + " missed runs, one in each poll" : "");
+}
+
+void Append(std::vector<Line>& lines, const RepeatingItem& item, const Line& named, DateValue now,
+            DateValue until) {
+    Line line = named;
+    try {
+        for (const ComingRun& run : ComingRuns(item, now, until)) {
+            line.run = run;
+            line.note = NoteOf(run);
+            lines.push_back(line);
+        }
+    } catch (const RuntimeError& error) {
+        line.run.moment = now;
+        line.note = "its dates " + Quoted(item.nextRun) + " and " + Quoted(item.runAt) +
+                    " cannot be read: " + error.Description();
+        lines.push_back(line);
+    }
+}
+
+std::vector<Line> ReadLines(DateValue now, DateValue until) {
+    std::vector<Line> lines;
+    for (const StoredSchedule& stored : ReadSchedules()) {
+        const Global::NewSchedule& row = stored.row;
+        const auto next = [&row](DateValue date) {
+            DateValue after = date;
+            Global::NextSingleRun(row.frequency, date, after);
+            return after;
+        };
+        Append(lines, {row.startDate, row.endDate, row.nextRun, row.runAt, next},
+               {{}, "schedule", stored.id, row.parent, row.title, {}}, now, until);
+    }
+    for (const StoredPackage& stored : ReadPackages()) {
+        const Global::NewPackage& row = stored.row;
+        const auto next = [&row](DateValue date) { return Global::NextPackageRun(row.frequency, date); };
+        Append(lines, {row.startDate, row.endDate, row.nextRunDate, row.runTime, next},
+               {{}, "package", stored.id, {}, row.name, {}}, now, until);
+    }
+    std::stable_sort(lines.begin(), lines.end(),
+                     [](const Line& left, const Line& right) { return left.run.moment < right.run.moment; });
+    return lines;
+}
+
+}  // namespace
+
+void ShowComingRuns(const CommandLine& line) {
+    constexpr std::int64_t Usual = 7, Most = 3660;
+    const DateValue now = Now();
+    const std::vector<Line> lines =
+        ReadLines(now, AddDays(now, line.Number("days", 1, Most).value_or(Usual)));
+    if (line.Has("json")) {
+        QJsonArray array;
+        for (const Line& one : lines) {
+            array.append(QJsonObject{{"moment", Json(MomentText(one.run))},
+                                     {"kind", Json(one.kind)},
+                                     {"id", Json(one.id).toLongLong()},
+                                     {"folder", Json(one.folder)},
+                                     {"title", Json(one.title)},
+                                     {"due", one.run.isDue},
+                                     {"runs", static_cast<qint64>(one.run.count)},
+                                     {"note", Json(one.note)}});
+        }
+        return Print(array);
+    }
+    std::vector<std::vector<std::string>> rows = {{"MOMENT", "KIND", "ID", "FOLDER", "TITLE", "NOTE"}};
+    for (const Line& one : lines) {
+        rows.push_back({MomentText(one.run), one.kind, one.id, one.folder, one.title, one.note});
+    }
+    PrintTable(rows);
+}
+
+}  // namespace tools

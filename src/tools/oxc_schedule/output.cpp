@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tools/oxc_schedule/output.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include "platform/base/ascii.h"
+#include "platform/base/text.h"
+
+namespace tools {
+
+void Refuse(const std::string& why) {
+    throw RuntimeError(err::InvalidPropertyValue, why);
+}
+
+std::string Quoted(const std::string& text) {
+    return "\"" + text + "\"";
+}
+
+void Print(const std::string& text) {
+    std::cout << text << std::flush;
+    if (!std::cout) {
+        throw RuntimeError(err::PathFileAccess, "The output cannot be written");
+    }
+}
+
+void Print(const QJsonArray& array) {
+    Print(QJsonDocument(array).toJson().toStdString());
+}
+
+void Print(const QJsonObject& object) {
+    Print(QJsonDocument(object).toJson().toStdString());
+}
+
+void PrintTable(const std::vector<std::vector<std::string>>& rows) {
+    std::vector<std::size_t> widths;
+    for (const auto& row : rows) {
+        widths.resize(std::max(widths.size(), row.size()));
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            widths[column] = std::max(widths[column], CountCharacters(row[column]));
+        }
+    }
+    std::string text;
+    for (const auto& row : rows) {
+        std::string line;
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            line += WithoutControls(row[column]);
+            line.append(widths[column] - CountCharacters(row[column]) + 2, ' ');
+        }
+        text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+    }
+    Print(text);
+}
+
+int CommandPrompts::Box(const std::string& text, int flags, const std::string& /*title*/) {
+    if ((flags & vbInformation) == vbInformation) {
+        Print(WithoutControls(text) + "\n");
+    } else {
+        m_complaint += (m_complaint.empty() ? "" : " ") + text;
+    }
+    constexpr int ButtonsMask = 15;
+    return (flags & ButtonsMask) == vbYesNo ? vbYes : vbOK;
+}
+
+std::string CommandPrompts::Input(const std::string& /*prompt*/, const std::string& /*title*/,
+                                  const std::string& preset) {
+    return preset;
+}
+
+std::string CommandPrompts::Complaint(const std::string& otherwise) const {
+    return m_complaint.empty() ? otherwise : m_complaint;
+}
+
+}  // namespace tools

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The commands on packages.
+#include <algorithm>
+
+#include "execution/on_demand/RunOnDemand.h"
+#include "platform/base/paths.h"
+#include "platform/base/text.h"
+#include "shared/Global.h"
+#include "tools/oxc_schedule/checks.h"
+#include "tools/oxc_schedule/commands.h"
+#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/package_rows.h"
+#include "tools/oxc_schedule/records.h"
+
+namespace tools {
+namespace {
+
+struct GivenReport {
+    std::string file;
+    NamedValues parameters;
+};
+
+// A value belongs to the report before it.
+std::vector<GivenReport> GivenReports(const CommandLine& line) {
+    std::vector<GivenReport> reports;
+    for (const auto& [option, value] : line.options) {
+        if (option == "report") {
+            reports.push_back({value, {}});
+        } else if (option == "p" && reports.empty()) {
+            throw ScheduleUsageError("-p stands before --report");
+        } else if (option == "p") {
+            reports.back().parameters.push_back(ParameterOf(value));
+        }
+    }
+    if (reports.empty()) {
+        throw ScheduleUsageError(line.command + " wants --report");
+    }
+    return reports;
+}
+
+std::string CheckedName(const std::string& text) {
+    std::string name = WithoutMark(text);
+    if (name.empty()) {
+        Refuse("The name of the package is empty");
+    }
+    RefuseControls("The name", name);
+    const auto taken = ReadPackages("BatchName = " + SqlText(name));
+    if (!taken.empty()) {
+        Refuse("There is a package " + Quoted(name) + " already, number " + taken.front().id);
+    }
+    return name;
+}
+
+// The wizard stores "N/A" as the recipients of a package that is not mailed.
+std::string RecipientsOf(const CommandLine& line) {
+    if (line.Has("no-mail") == line.Has("to")) {
+        throw ScheduleUsageError(line.command + " wants either --to or --no-mail");
+    }
+    return line.Has("no-mail") ? "N/A" : CheckedRecipients(line.All("to"));
+}
+
+Global::NewPackage PackageOf(const CommandLine& line) {
+    const DateRange dates = CheckedDates(line);
+    const auto output = line.Value("output");
+    return {.recipients = RecipientsOf(line),
+            .frequency = FrequencyOf(line, "Daily"),
+            .runTime = CheckedTime(RequiredOption(line, "at")),
+            .startDate = dates.start,
+            .endDate = dates.end,
+            .nextRunDate = dates.start,
+            .subject = WithoutMark(line.ValueOr("subject", "")),
+            .message = WithoutMark(line.ValueOr("message", "")),
+            .destination = CheckedOutputFolder(output ? paths::FromMachine(*output) : Global::OutputPath),
+            .name = CheckedName(line.names.front()),
+            .mailBatch = line.Has("no-mail") ? "F" : "T"};
+}
+
+// Finds a report of the package by its number, its title or its file name.
+const PackageReport& FindReport(const StoredPackage& package, const std::string& named) {
+    for (std::size_t i = 0; i < package.reports.size(); ++i) {
+        const PackageReport& report = package.reports[i];
+        if (named == std::to_string(i + 1) || SameText(named, report.title) ||
+            SameText(named, FileNameOf(report.path))) {
+            return report;
+        }
+    }
+    Refuse("The package " + Quoted(package.row.name) + " has no report " + Quoted(named));
+}
+
+std::string Shown(const StoredPackage& package) {
+    return "Package " + package.id + ", " + Quoted(package.row.name) + ",";
+}
+
+QJsonObject DescribePackage(const StoredPackage& stored) {
+    QJsonObject object = PackageFields(stored.row);
+    object.insert("id", Json(stored.id).toLongLong());
+    object.insert("next", Json(stored.row.nextRunDate));
+    object.insert("reports", ReportFields(stored));
+    return object;
+}
+
+}  // namespace
+
+void AddPackage(const CommandLine& line) {
+    const std::vector<GivenReport> given = GivenReports(line);
+    StoredPackage package{.id = {}, .row = PackageOf(line), .reports = {}};
+    const std::string format = CheckedFormat(line.ValueOr("format", "pdf"), Global::Runner::PackagePoll);
+    for (const GivenReport& one : given) {
+        AppendReport(package, paths::FromMachine(one.file), format, one.parameters);
+    }
+    InTransaction([&package](ADODB::Connection& connection) {
+        PackageKeys keys;
+        package.id = std::to_string(keys.package);
+        InsertPackageRows(connection, package, keys);
+    });
+    Print(Shown(package) + " is added. It first runs on " + package.row.nextRunDate + " at " +
+          package.row.runTime + ".\n");
+}
+
+void SetPackage(const CommandLine& line) {
+    const StoredPackage package = FindPackage(line);
+    const std::vector<GivenReport> given = GivenReports(line);
+    if (given.size() > 1) {
+        throw ScheduleUsageError("package set wants one --report");
+    }
+    const PackageReport& report = FindReport(package, given.front().file);
+    std::vector<std::string> values;
+    for (const auto& [name, value] :
+         CheckedParameters(OpenReportFile(report.path), given.front().parameters, report.values)) {
+        values.push_back(value);
+    }
+    Global::ReplacePackageValues(package.id, report.detailID, "DetailID = " + report.detailID, values);
+    Print(Shown(package) + " has the new values of its report " + Quoted(report.title) + ".\n");
+}
+
+void RemovePackage(const CommandLine& line) {
+    const StoredPackage package = FindPackage(line);
+    InTransaction(
+        [&package](ADODB::Connection& connection) { Global::DeletePackage(connection, package.id); });
+    Print(Shown(package) + " is removed.\n");
+}
+
+void RunStoredPackage(const CommandLine& line) {
+    const StoredPackage package = FindPackage(line);
+    const CommandPrompts boxes;
+    if (!Global::ExecutePackage(package.id)) {
+        Refuse(boxes.Complaint("Package " + package.id + " is not delivered"));
+    }
+}
+
+void ListPackages(const CommandLine& line) {
+    const std::vector<StoredPackage> packages = ReadPackages();
+    if (line.Has("json")) {
+        QJsonArray array;
+        for (const StoredPackage& package : packages) {
+            array.append(DescribePackage(package));
+        }
+        return Print(array);
+    }
+    std::vector<std::vector<std::string>> rows = {
+        {"ID", "NAME", "FREQUENCY", "AT", "NEXT", "REPORTS", "OUTPUT", "TO"}};
+    for (const auto& [id, row, reports] : packages) {
+        rows.push_back({id, row.name, row.frequency, row.runTime, row.nextRunDate,
+                        std::to_string(reports.size()), paths::ForUser(row.destination), row.recipients});
+    }
+    PrintTable(rows);
+}
+
+void ShowPackage(const CommandLine& line) {
+    const StoredPackage stored = FindPackage(line);
+    if (line.Has("json")) {
+        return Print(DescribePackage(stored));
+    }
+    const Global::NewPackage& row = stored.row;
+    std::vector<std::vector<std::string>> rows = {
+        {"Number:", stored.id},         {"Name:", row.name},
+        {"Frequency:", row.frequency},  {"At:", row.runTime},
+        {"Next run:", row.nextRunDate}, {"Start:", row.startDate},
+        {"End:", row.endDate},          {"Output:", paths::ForUser(row.destination)},
+        {"To:", row.recipients},        {"Subject:", row.subject},
+        {"Message:", row.message}};
+    for (const PackageReport& report : stored.reports) {
+        rows.push_back({"Report:", paths::ForUser(report.path) + " as " + report.format});
+        for (const std::string& value : report.values) {
+            rows.push_back({"Value:", value});
+        }
+    }
+    std::erase_if(rows, [](const auto& one) { return one[1].empty(); });
+    PrintTable(rows);
+}
+
+}  // namespace tools

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The commands that change and run single schedules.
+#include "dialogs/ParameterRows.h"
+#include "dialogs/ReportCache.h"
+#include "execution/on_demand/RunOnDemand.h"
+#include "platform/base/paths.h"
+#include "shared/Global.h"
+#include "tools/hidden_arguments.h"
+#include "tools/oxc_schedule/checks.h"
+#include "tools/oxc_schedule/commands.h"
+#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/records.h"
+#include "tools/oxc_schedule/schedule_rows.h"
+#include "tools/secret_input.h"
+
+namespace tools {
+namespace {
+
+constexpr const char* PasswordVariable = "OXC_SCHEDULE_PASSWORD";
+
+// Returns the password of --user. The wizard takes no empty one.
+std::string PasswordOf(const CommandLine& line) {
+    const std::string password = line.Has("password-stdin")
+                                     ? ReadSecret("Password of " + *line.Value("user") + ": ")
+                                     : TakeFromEnvironment(PasswordVariable);
+    if (password.empty()) {
+        Refuse("The user " + Quoted(*line.Value("user")) +
+               " wants a password: --password-stdin or the variable " + PasswordVariable);
+    }
+    if (password.find('\'') != std::string::npos) {
+        Refuse("The password contains an apostrophe, which cannot be stored");
+    }
+    return password;
+}
+
+void TakeLogon(const CommandLine& line, std::string& user, std::string& password, std::string& required) {
+    if (line.Has("password-stdin") && !line.Has("user")) {
+        throw ScheduleUsageError("--password-stdin wants --user");
+    }
+    if (!line.Has("user")) {
+        return;
+    }
+    user = *line.Value("user");
+    if (user.empty()) {
+        Refuse("The user is empty");
+    }
+    RefuseMark("The user", user);
+    password = PasswordOf(line);
+    required = "T";
+}
+
+std::string CheckedTitle(const std::string& text) {
+    std::string title = WithoutMark(text);
+    if (title.empty()) {
+        Refuse("The report has no title: give one with --title");
+    }
+    RefuseControls("The title", title);
+    return title;
+}
+
+// Windows and commands find a schedule by title and folder.
+void RefuseTaken(const std::string& title, const std::string& folder, const std::string& but = "0") {
+    const auto taken = ReadSchedules("ReportTitle = " + SqlText(title) + " and Parent = " + SqlText(folder) +
+                                     " and ReportID <> " + but);
+    if (!taken.empty()) {
+        Refuse("The folder " + Quoted(folder) + " has a schedule " + Quoted(title) + " already, number " +
+               taken.front().id);
+    }
+}
+
+Global::NewSchedule ScheduleOf(const CommandLine& line, const report::Report& report) {
+    RequiredOption(line, "to");
+    const DateRange dates = CheckedDates(line);
+    Global::NewSchedule schedule{
+        .sendTo = CheckedRecipients(line.All("to")),
+        .subject = WithoutMark(line.ValueOr("subject", "")),
+        .message = WithoutMark(line.ValueOr("message", "")),
+        .startDate = dates.start,
+        .endDate = dates.end,
+        .runAt = CheckedTime(RequiredOption(line, "at")),
+        .frequency = FrequencyOf(line, "Daily"),
+        .nextRun = dates.start,
+        .reportPath = {},
+        .title = CheckedTitle(line.ValueOr("title", report.Title())),
+        .selectionForm = WithoutMarks(line.ValueOr("formula", report.RecordSelectionFormula())),
+        .format = CheckedFormat(line.ValueOr("format", "pdf"), Global::Runner::Single),
+        .parent = FindFolder(line.ValueOr("folder", RootFolder)),
+        .originalPath = paths::FromMachine(line.names.front()),
+        .userName = {},
+        .password = {},
+        .loginReq = "F"};
+    TakeLogon(line, schedule.userName, schedule.password, schedule.loginReq);
+    RefuseTaken(schedule.title, schedule.parent);
+    return schedule;
+}
+
+Global::ScheduleChange ChangeOf(const CommandLine& line, const Global::NewSchedule& stored) {
+    const auto given = [&line](const char* option, const std::string& otherwise) {
+        return WithoutMark(line.ValueOr(option, otherwise));
+    };
+    std::string user = stored.userName, password = stored.password, required = stored.loginReq;
+    if (line.Has("no-login")) {
+        user = password = "";
+        required = "F";
+    }
+    TakeLogon(line, user, password, required);
+    return {.title = CheckedTitle(line.ValueOr("title", stored.title)),
+            .sendTo = line.Has("to") ? CheckedRecipients(line.All("to")) : stored.sendTo,
+            .subject = given("subject", stored.subject),
+            .message = given("message", stored.message),
+            .runAt = line.Has("at") ? CheckedTime(*line.Value("at")) : stored.runAt,
+            .frequency = FrequencyOf(line, stored.frequency),
+            .format = line.Has("format") ? CheckedFormat(*line.Value("format"), Global::Runner::Single)
+                                         : stored.format,
+            .selectionForm = WithoutMarks(line.ValueOr("formula", stored.selectionForm)),
+            .parent = line.Has("move-to") ? FindFolder(*line.Value("move-to")) : stored.parent,
+            .loginReq = required,
+            .userName = user,
+            .password = password};
+}
+
+std::vector<std::string> ValuesOf(const NamedValues& parameters) {
+    std::vector<std::string> values;
+    for (const auto& [name, value] : parameters) {
+        values.push_back(value);
+    }
+    return values;
+}
+
+}  // namespace
+
+void AddSchedule(const CommandLine& line) {
+    const std::string path = paths::FromMachine(line.names.front());
+    report::Report& report = OpenReportFile(path);
+    StoredSchedule schedule{.id = {}, .row = ScheduleOf(line, report), .parameters = {}};
+    schedule.parameters = CheckedParameters(report, GivenParameters(line));
+    schedule.row.reportPath = Global::CopyToCache(path);
+    InTransaction([&schedule](ADODB::Connection& connection) {
+        schedule.id = std::to_string(NextKey("ReportScheduler"));
+        InsertScheduleRows(connection, schedule);
+    });
+    Print("Schedule " + schedule.id + ", " + Named(schedule.row) + ", is added. It first runs on " +
+          schedule.row.nextRun + " at " + schedule.row.runAt + ".\n");
+}
+
+void SetSchedule(const CommandLine& line) {
+    const StoredSchedule stored = FindSchedule(line);
+    if (line.Has("no-login") && line.Has("user")) {
+        throw ScheduleUsageError("--no-login and --user exclude each other");
+    }
+    report::Report& report = OpenReportFile(stored.row.originalPath);
+    const Global::ScheduleChange change = ChangeOf(line, stored.row);
+    const NamedValues parameters =
+        CheckedParameters(report, GivenParameters(line), ValuesOf(stored.parameters));
+    RefuseTaken(change.title, change.parent, stored.id);
+    const CommandPrompts boxes;
+    const auto valueOf = [&parameters](int n) {
+        return parameters.at(static_cast<std::size_t>(n) - 1).second;
+    };
+    if (!Global::UpdateSchedule(stored.id, change) || !Global::ReplaceParameterRows(stored.id, valueOf)) {
+        Refuse(boxes.Complaint("The schedule is not changed"));
+    }
+    Print("Schedule " + stored.id + ", " + Quoted(change.title) + " in the folder " + Quoted(change.parent) +
+          ", is changed.\n");
+}
+
+void RemoveSchedule(const CommandLine& line) {
+    const StoredSchedule stored = FindSchedule(line);
+    InTransaction(
+        [&stored](ADODB::Connection& connection) { Global::DeleteSchedule(connection, stored.id); });
+    Print("Schedule " + stored.id + ", " + Named(stored.row) + ", is removed with its history.\n");
+}
+
+void RunSchedule(const CommandLine& line) {
+    const StoredSchedule stored = FindSchedule(line);
+    const CommandPrompts boxes;
+    bool isDelivered = false;
+    try {
+        isDelivered = Global::ExecuteSchedule(stored.id);
+    } catch (...) {
+        const RuntimeError error = CurrentError();
+        Global::RecordFailedExecution(stored.id, error);
+        Refuse(Global::ErrorText("An error was encountered. ", error));
+    }
+    if (!isDelivered) {
+        Refuse(boxes.Complaint("Schedule " + stored.id + " is not delivered"));
+    }
+}
+
+}  // namespace tools

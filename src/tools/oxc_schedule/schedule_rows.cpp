@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tools/oxc_schedule/schedule_rows.h"
+
+#include "dialogs/ParameterRows.h"
+#include "platform/base/convert.h"
+#include "platform/base/paths.h"
+
+namespace tools {
+
+void InsertScheduleRows(ADODB::Connection& connection, const StoredSchedule& schedule) {
+    Global::NewSchedule row = schedule.row;
+    // Unlike the other values, paths stand in no other statement, so that they can hold the mark.
+    row.reportPath = Replace(row.reportPath, "'", "''");
+    row.originalPath = Replace(row.originalPath, "'", "''");
+    Global::InsertSchedule(connection, row);
+    for (const auto& [name, value] : schedule.parameters) {
+        Global::InsertParameterRow(connection, schedule.id, name, value);
+    }
+}
+
+QJsonObject ScheduleFields(const StoredSchedule& schedule) {
+    const Global::NewSchedule& row = schedule.row;
+    QJsonArray parameters;
+    for (const auto& [name, value] : schedule.parameters) {
+        parameters.append(QJsonObject{{"name", Json(name)}, {"value", Json(value)}});
+    }
+    return {{"title", Json(row.title)},
+            {"folder", Json(row.parent)},
+            {"report", Json(paths::ForUser(row.originalPath))},
+            {"to", Json(row.sendTo)},
+            {"subject", Json(row.subject)},
+            {"message", Json(row.message)},
+            {"start", Json(row.startDate)},
+            {"end", Json(row.endDate)},
+            {"at", Json(row.runAt)},
+            {"frequency", Json(row.frequency)},
+            {"format", Json(row.format)},
+            {"formula", Json(row.selectionForm)},
+            {"user", Json(row.loginReq == "T" ? row.userName : "")},
+            {"parameters", parameters}};
+}
+
+std::string Named(const Global::NewSchedule& row) {
+    return Quoted(row.title) + " in the folder " + Quoted(row.parent);
+}
+
+}  // namespace tools

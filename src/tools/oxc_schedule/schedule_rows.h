@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The rows of a single schedule with its values, for the commands and for import and export.
+#pragma once
+
+#include <string>
+
+#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/records.h"
+
+namespace tools {
+
+// Inserts the schedule and its values under the key that it gets (NextKey).
+void InsertScheduleRows(ADODB::Connection& connection, const StoredSchedule& schedule);
+
+// Returns the fields that a user sets, as JSON, without the password. The path is written as users write it.
+QJsonObject ScheduleFields(const StoredSchedule& schedule);
+
+// Returns the title and the folder for a sentence.
+std::string Named(const Global::NewSchedule& row);
+
+}  // namespace tools

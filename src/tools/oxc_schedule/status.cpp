@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The command for monitors: does the scheduler poll, did runs fail, what waits in the outbox.
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+
+#include "platform/base/convert.h"
+#include "platform/contracts/clock.h"
+#include "platform/mail/profile/mail_profile.h"
+#include "scheduler/PollTrace.h"
+#include "shared/Global.h"
+#include "tools/oxc_schedule/commands.h"
+#include "tools/oxc_schedule/output.h"
+#include "tools/oxc_schedule/records.h"
+
+namespace tools {
+namespace {
+
+struct Status {
+    std::optional<Global::PollTrace> poll;
+    std::int64_t age = 0;  // of the last poll, in seconds
+    std::int64_t hours = 0;
+    std::int64_t failures = 0, packageFailures = 0;  // in these hours
+    std::size_t schedules = 0, packages = 0;
+    std::optional<std::size_t> outbox;  // messages; nullopt if the profile has no outbox
+    int code = 0;
+};
+
+// Counts the rows from `since` on; the newest come first. A moment that cannot be read is older than all
+// others.
+std::int64_t CountSince(const std::string& statement, DateValue since) {
+    ADODB::Recordset rows;
+    rows.Open(statement + " order by LastRun desc", Global::ConnectionString);
+    std::int64_t count = 0;
+    try {
+        // The history of packages holds a comma between date and time.
+        for (; !rows.EOF_() && CDate(Replace(rows.Fields("LastRun").Value.Text(), ",", " ")) >= since;
+             rows.MoveNext()) {
+            ++count;
+        }
+    } catch (const RuntimeError& error) {
+        if (error.Number() != err::TypeMismatch) {
+            throw;
+        }
+    }
+    rows.Close();
+    return count;
+}
+
+std::size_t CountRows(const std::string& table) {
+    ADODB::Recordset rows;
+    rows.Open("select count(*) from " + table, Global::ConnectionString);
+    const std::int32_t count = CLng(rows.Fields(0).Value);
+    rows.Close();
+    return static_cast<std::size_t>(count);
+}
+
+std::optional<std::size_t> CountOutbox() {
+    try {
+        const mailer::MailProfile profile = mailer::ReadMailProfile(mailer::MailProfilePath());
+        if (profile.transport != mailer::TransportKind::Outbox) {
+            return std::nullopt;
+        }
+        std::size_t messages = 0;
+        std::error_code failed;
+        for (std::filesystem::directory_iterator at(profile.outboxFolder, failed), end; !failed && at != end;
+             at.increment(failed)) {
+            messages += at->path().extension() == ".eml" ? 1 : 0;
+        }
+        return messages;
+    } catch (const RuntimeError&) {
+        return std::nullopt;  // oxc-mail check reports a broken profile
+    }
+}
+
+// A poll takes as long as its reports, so that a late one is no failure at once.
+int CodeOf(const Status& status, const CommandLine& line) {
+    constexpr std::int64_t Most = 365LL * 24 * 3600, ShortestWarning = 60, ShortestCritical = 600;
+    const std::int64_t interval = status.poll ? status.poll->seconds : 0;
+    const std::int64_t warn = line.Number("warn", 1, Most).value_or(std::max(ShortestWarning, 3 * interval));
+    const std::int64_t critical =
+        line.Number("critical", 1, Most).value_or(std::max(ShortestCritical, 10 * interval));
+    if (!status.poll || status.age > critical) {
+        return 2;
+    }
+    return status.age > warn || status.failures + status.packageFailures > 0 ? 1 : 0;
+}
+
+Status ReadStatus(const CommandLine& line) {
+    constexpr std::int64_t Usual = 24, Most = 24 * 31;
+    Status status;
+    status.poll = Global::ReadPollTrace();
+    const std::int64_t now = TheClock().Moment().seconds;
+    status.age = status.poll ? std::max<std::int64_t>(now - status.poll->moment, 0) : 0;
+    status.hours = line.Number("since", 1, Most).value_or(Usual);
+    const DateValue since = DateValue::FromSeconds(Now().Seconds() - status.hours * 3600);
+    status.failures = CountSince("select LastRun from ReportHistory where Status <> 'Success'", since);
+    status.packageFailures =
+        CountSince("select LastRun from ReportBatchHstry where ErrMsg is not null", since);
+    status.schedules = CountRows("ReportScheduler");
+    status.packages = CountRows("ReportBatch");
+    status.outbox = CountOutbox();
+    status.code = CodeOf(status, line);
+    return status;
+}
+
+std::string Metric(const std::string& name, const std::string& help, const std::string& labels,
+                   std::int64_t value) {
+    return (help.empty() ? "" : "# HELP " + name + " " + help + "\n# TYPE " + name + " gauge\n") + name +
+           labels + " " + std::to_string(value) + "\n";
+}
+
+std::string PrometheusText(const Status& status) {
+    std::string text = Metric("oxc_status", "0 polls, 1 late or runs failed, 2 no poll.", "", status.code);
+    if (status.poll) {
+        text += Metric("oxc_last_poll_timestamp_seconds", "End of the last poll.", "", status.poll->moment);
+        text += Metric("oxc_last_poll_age_seconds", "Time since the last poll.", "", status.age);
+    }
+    const std::string hours = "\",hours=\"" + std::to_string(status.hours) + "\"}";
+    text +=
+        Metric("oxc_failures", "Failed runs in the last hours.", "{kind=\"schedule" + hours, status.failures);
+    text += Metric("oxc_failures", "", "{kind=\"package" + hours, status.packageFailures);
+    text += Metric("oxc_items", "Schedules and packages.", "{kind=\"schedule\"}",
+                   static_cast<std::int64_t>(status.schedules));
+    text += Metric("oxc_items", "", "{kind=\"package\"}", static_cast<std::int64_t>(status.packages));
+    if (status.outbox) {
+        text += Metric("oxc_outbox_messages", "Messages in the outbox folder.", "",
+                       static_cast<std::int64_t>(*status.outbox));
+    }
+    return text;
+}
+
+QJsonObject Describe(const Status& status) {
+    QJsonObject object{{"status", status.code},
+                       {"hours", static_cast<qint64>(status.hours)},
+                       {"failures", static_cast<qint64>(status.failures)},
+                       {"package failures", static_cast<qint64>(status.packageFailures)},
+                       {"schedules", static_cast<qint64>(status.schedules)},
+                       {"packages", static_cast<qint64>(status.packages)}};
+    if (status.poll) {
+        object.insert("last poll", static_cast<qint64>(status.poll->moment));
+        object.insert("age", static_cast<qint64>(status.age));
+    }
+    if (status.outbox) {
+        object.insert("outbox", static_cast<qint64>(*status.outbox));
+    }
+    return object;
+}
+
+std::string Sentence(const Status& status) {
+    std::string text = status.poll ? "Last poll: " + std::to_string(status.age) + " seconds ago.\n"
+                                   : "Last poll: none; the scheduler has not polled in this folder.\n";
+    text += "Failed runs in the last " + std::to_string(status.hours) +
+            " hours: " + std::to_string(status.failures) + " of schedules, " +
+            std::to_string(status.packageFailures) + " of packages.\n";
+    text += "Stored: " + std::to_string(status.schedules) + " schedules, " + std::to_string(status.packages) +
+            " packages.\n";
+    if (status.outbox) {
+        text += "Outbox: " + std::to_string(*status.outbox) + " messages.\n";
+    }
+    return text;
+}
+
+}  // namespace
+
+int ShowStatus(const CommandLine& line) {
+    const Status status = ReadStatus(line);
+    if (line.Has("json")) {
+        Print(Describe(status));
+    } else {
+        Print(line.Has("prometheus") ? PrometheusText(status) : Sentence(status));
+    }
+    return status.code;
+}
+
+}  // namespace tools

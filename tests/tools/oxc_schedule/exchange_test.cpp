@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Export and import: all items or none.
+#include "schedule_program.h"
+
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+class Exchange : public ScheduleProgram {
+ protected:
+    void Fill() const {
+        Output("folder add Finance");
+        Output("folder add Month --in Finance");
+        Output(std::string(AddSales) + " --folder Month");
+        Output(std::string(AddPlain) + " --user scott --password-stdin", "tiger\n");
+        Output(
+            "package add Pack --report sales.rpt -p Region=East --output out --to b@example.com --at 06:00 "
+            "--start 2990-01-01");
+    }
+    void Empty() const {
+        Sql("delete from ReportScheduler; delete from ReportParameter; delete from ReportBatch; "
+            "delete from ReportBatchDtls; delete from ReportBatchPar; delete from Folders");
+    }
+    // Every table without its keys.
+    Texts Everything() const {
+        Texts all =
+            Sql("select ReportTitle, ReportPath, OriginalPath, SendTo, Subject, Message, StartDate, EndDate, "
+                "RunAt, Frequency, NextRun, Client, SelectionForm, Format, Parent, UserName, Password, "
+                "LoginReq from ReportScheduler order by ReportTitle");
+        for (const char* rest :
+             {"select ReportTitle, ParName, ParValue from ReportParameter p join ReportScheduler s on "
+              "p.ReportID = "
+              "s.ReportID order by p.rowid",
+              "select BatchName, ReportTitle, ReportPath, ReportFormat, ParValue, Destination, Recipients, "
+              "NextRunDate from ReportBatch b join ReportBatchDtls d on b.ReportID = d.ReportID join "
+              "ReportBatchPar p "
+              "on p.DetailID = d.DetailID and p.ReportID = b.ReportID order by ParID",
+              "select f.FolderName, p.FolderName from Folders f left join Folders p on f.Parent = p.FolderID "
+              "order by 1"}) {
+            const Texts rows = Sql(rest);
+            all.insert(all.end(), rows.begin(), rows.end());
+        }
+        return all;
+    }
+};
+
+}  // namespace
+
+TEST_F(Exchange, ImportRestoresWhatExportWrote) {
+    Fill();
+    const Texts before = Everything();
+    EXPECT_EQ(Output("export all.json --with-passwords"), "");
+    const std::string text = ReadBytes(m_folder / "all.json");
+    EXPECT_THAT(text, HasSubstr("\"password\": \"tiger\""));
+    EXPECT_EQ(Output("export --with-passwords"), text);
+    Empty();
+    const std::string plan =
+        "add folder \"Finance\"\nadd folder \"Month\"\nadd schedule \"Plain\" in the folder \"Desktop\"\n"
+        "add schedule \"Sales\" in the folder \"Month\"\nadd package \"Pack\"\n";
+    EXPECT_EQ(Output("import all.json --dry-run"), plan + "Nothing is changed.\n");
+    EXPECT_EQ(Everything(), Texts{});
+    EXPECT_EQ(Output("import all.json"), plan);
+    EXPECT_EQ(Everything(), before);
+    EXPECT_EQ(Output("export --with-passwords"), text);
+}
+
+TEST_F(Exchange, PasswordsAreLeftOutAndKept) {
+    Fill();
+    Output("export all.json");
+    EXPECT_THAT(ReadBytes(m_folder / "all.json"), Not(HasSubstr("tiger")));
+    EXPECT_EQ(
+        Output("import all.json"),
+        "keep schedule \"Plain\" in the folder \"Desktop\"\nkeep schedule \"Sales\" in the folder \"Month\"\n"
+        "keep package \"Pack\"\n");
+    EXPECT_EQ(Sql("select Password from ReportScheduler where ReportTitle = 'Plain'"), (Texts{"tiger"}));
+    Output("remove Plain");
+    EXPECT_THAT(Output("import all.json"),
+                HasSubstr("  it has no password: set it with oxc-schedule set --user\n"));
+}
+
+TEST_F(Exchange, AnotherItemIsReplacedOnlyOnRequest) {
+    Fill();
+    Output("export all.json");
+    Sql("update ReportScheduler set NextRun = '2990-05-05' where ReportTitle = 'Sales'");
+    Output("set Sales --to c@example.com");
+    EXPECT_EQ(Refusal("import all.json"),
+              "There is another schedule \"Sales\" in the folder \"Month\"; --replace takes its place");
+    EXPECT_THAT(Output("import all.json --replace"), HasSubstr("replace schedule \"Sales\""));
+    EXPECT_EQ(Sql("select SendTo, NextRun, Password from ReportScheduler order by ReportTitle"),
+              (Texts{"ann@example.com;|2990-01-01|tiger", "ann@example.com;|2990-05-05|"}));
+}
+
+TEST_F(Exchange, NextRunIsTheFirstOneToCome) {
+    WriteBytes(m_folder / "in.json", R"({"oxbow-courier": 1, "schedules": [{"title": "Plain", "report": ")" +
+                                         (m_folder / "plain.rpt").string() +
+                                         R"(", "to": "a@example.com", "start": "2020-01-06", "at": "00:00",
+        "frequency": "Weekly"}]})");
+    Output("import in.json");
+    EXPECT_EQ(Sql("select strftime('%w', NextRun), NextRun > date('now', 'localtime'), "
+                  "NextRun <= date('now', 'localtime', '+7 day') from ReportScheduler"),
+              (Texts{"1|1|1"}));
+}
+
+TEST_F(Exchange, OneBadItemKeepsAllOut) {
+    Fill();
+    Output("export all.json --with-passwords");
+    const std::string text = ReadBytes(m_folder / "all.json");
+    Empty();
+    const std::vector<std::array<std::string, 3>> faults = {
+        {"\"West\"", "\"North\"",
+         "The schedule \"Sales\", number 2 of the file: The value \"North\" of the parameter \"Region\" is "
+         "not one of "
+         "its values: West, East"},
+        {"\"subject\"", "\"sobject\"",
+         "The package \"Pack\", number 1 of the file: the field \"sobject\" is not known"},
+        {"\"07:30\"", "7", "The schedule \"Plain\", number 1 of the file: the field \"at\" is not a text"},
+        {"\"Daily\"", "\"daily\"",
+         "The package \"Pack\", number 1 of the file: the frequency \"daily\" is not one of Daily, Weekly, "
+         "Monthly, "
+         "Quartely"},
+        {"\"title\": \"Plain\"", "\"title\": \"\\u0000\"",
+         "The schedule \" \", number 1 of the file: the field \"title\" contains a zero character"},
+        {"\"in\": \"Finance\"", "\"in\": \"None\"", "The folder \"Month\": there is no folder \"None\""},
+        {"\"folder\": \"Month\"", "\"folder\": \"None\"",
+         "The schedule \"Sales\": There is no folder \"None\""},
+        {"\"oxbow-courier\": 1", "\"oxbow-courier\": 2",
+         "The file is not an export of version 1: its field \"oxbow-courier\" is not 1"},
+    };
+    for (const auto& [from, to, refusal] : faults) {
+        std::string changed = text;
+        ASSERT_NE(changed.find(from), std::string::npos) << from;
+        changed.replace(changed.find(from), from.size(), to);
+        WriteBytes(m_folder / "bad.json", changed);
+        EXPECT_EQ(Refusal("import bad.json"), refusal);
+    }
+    WriteBytes(m_folder / "bad.json", "{");
+    EXPECT_THAT(Refusal("import bad.json"), testing::StartsWith("The file is not JSON, at byte 1: "));
+    EXPECT_EQ(Refusal("import none.json"), "none.json: No such file or directory");
+    EXPECT_EQ(Everything(), Texts{});
+}
+
+TEST_F(Exchange, FailedStatementRollsAllBack) {
+    Fill();
+    Output("export all.json");
+    Empty();
+    Sql("create trigger stop before insert on ReportBatchPar begin select raise(abort, 'no space'); end");
+    EXPECT_THAT(Refusal("import all.json"), HasSubstr("no space"));
+    EXPECT_EQ(Everything(), Texts{});
+}

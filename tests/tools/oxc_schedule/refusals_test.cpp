@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the commands refuse, word for word. A refused command changes nothing.
+#include "schedule_program.h"
+
+namespace {
+
+class Refusals : public ScheduleProgram {
+ protected:
+    // Adds the plain report with these options in place of the usual ones.
+    std::string Add(const std::string& options, const std::string& report = "plain.rpt") const {
+        return Refusal("add " + report + " --title T " + options);
+    }
+    static constexpr const char* Usual = "--to a@example.com --at 07:30 ";
+};
+
+}  // namespace
+
+TEST_F(Refusals, WrongUsageHasCodeTwo) {
+    EXPECT_EQ(Refusal("fetch", 2), "\"fetch\" is no command (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("add plain.rpt --at 07:30", 2), "add wants --to (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("add plain.rpt --to a@example.com", 2),
+              "add wants --at (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("add plain.rpt --to a@example.com --at 07:30 --daily --weekly", 2),
+              "one frequency is enough (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("package add P --at 07:30 --report plain.rpt", 2),
+              "package add wants either --to or --no-mail (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("package add P --at 07:30 --no-mail", 2),
+              "package add wants --report (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("package add P -p A=B --report plain.rpt", 2),
+              "-p stands before --report (oxc-schedule --help tells more)");
+}
+
+TEST_F(Refusals, ValuesOfSchedules) {
+    const std::string usual = Usual;
+    EXPECT_EQ(Add("--to a@example.com --at 24:00"), "The time \"24:00\" is not a time from 00:00 to 23:59");
+    EXPECT_EQ(Add("--to a@example.com --at 7:30"), "The time \"7:30\" is not a time from 00:00 to 23:59");
+    EXPECT_EQ(Add(usual + "--start tomorrow"),
+              "The start date \"tomorrow\" is not a date; write it as year-month-day");
+    EXPECT_EQ(Add(usual + "--start 2990-01-02 --end 2990-01-02"),
+              "The end date 2990-01-02 is not later than the start date 2990-01-02");
+    EXPECT_EQ(Add(usual + "--format docm"),
+              "The format \"docm\" is not known; pdf, html, xls, doc and rtf are");
+    EXPECT_EQ(Add(usual + "--folder Finance"), "There is no folder \"Finance\"");
+    EXPECT_EQ(Add("--at 07:30 --to ''"), "There is no recipient");
+    EXPECT_EQ(Add("--at 07:30 --to 'a@example.com;;b@example.com'"),
+              "A recipient in \"a@example.com;;b@example.com;\" is empty");
+    EXPECT_EQ(Add(usual + "--user ''"), "The user is empty");
+    EXPECT_EQ(Add(usual + "--user scott"),
+              "The user \"scott\" wants a password: --password-stdin or the variable OXC_SCHEDULE_PASSWORD");
+    EXPECT_EQ(Refusal("add plain.rpt --to a@example.com --at 07:30 --title \"$(printf 'a\\tb')\""),
+              "The title \"a b\" contains a control character or a byte that is not UTF-8");
+    EXPECT_EQ(Refusal("add plain.rpt --to a@example.com --at 07:30 --title \"'\""),
+              "The report has no title: give one with --title");
+    EXPECT_EQ(Sql("select count(*) from ReportScheduler"), (Texts{"0"}));
+}
+
+TEST_F(Refusals, UnknownRecipientIsNamed) {
+    EXPECT_THAT(Add("--at 07:30 --to 'a@example.com;Bob'"), testing::HasSubstr("Bob"));
+}
+
+TEST_F(Refusals, ParametersOfSchedules) {
+    const std::string usual = Usual;
+    EXPECT_EQ(Add(usual, "sales.rpt"),
+              "The parameter \"Region\" has no default value: give it with -p \"Region=VALUE\"");
+    EXPECT_EQ(Add(usual + "-p Region=North", "sales.rpt"),
+              "The value \"North\" of the parameter \"Region\" is not one of its values: West, East");
+    EXPECT_EQ(Add(usual + "-p Region=West -p Year=soon", "sales.rpt"),
+              "The value \"soon\" of the parameter \"Year\" is not a whole number. Type mismatch [13]");
+    EXPECT_EQ(Add(usual + "-p Regoin=West", "sales.rpt"),
+              "The report has no parameter \"Regoin\"; it has Region, Year");
+    EXPECT_EQ(Add(usual + "-p Region=West", "plain.rpt"),
+              "The report has no parameter \"Region\"; it has none");
+    EXPECT_EQ(Add(usual + "-p Region=West -p region=East", "sales.rpt"),
+              "The parameter \"region\" is given twice");
+}
+
+TEST_F(Refusals, ReportFiles) {
+    EXPECT_THAT(Add(Usual, "none.rpt"), testing::HasSubstr("none.rpt"));
+    WriteBytes(m_folder / "text.rpt", "no report");
+    EXPECT_THAT(Add(Usual, "text.rpt"), testing::HasSubstr("text.rpt"));
+}
+
+TEST_F(Refusals, NamesThatAreMissingTakenOrAmbiguous) {
+    EXPECT_EQ(Refusal("show Sales"), "There is no schedule \"Sales\"");
+    EXPECT_EQ(Refusal("remove --id 7"), "There is no schedule with the number 7");
+    Output(AddPlain);
+    EXPECT_EQ(Refusal(AddPlain), "The folder \"Desktop\" has a schedule \"Plain\" already, number 1");
+    Output("folder add Finance");
+    Output(std::string(AddPlain) + " --folder Finance");
+    EXPECT_EQ(Refusal("run Plain"),
+              "There are 2 schedules \"Plain\", with the numbers 1, 2: name one by --folder or --id");
+    EXPECT_EQ(Refusal("set Plain --folder Finance --move-to Desktop"),
+              "The folder \"Desktop\" has a schedule \"Plain\" already, number 1");
+    EXPECT_EQ(Refusal("show Sales --folder Finance"),
+              "There is no schedule \"Sales\" in the folder \"Finance\"");
+    Output("remove Plain --folder finance");
+    EXPECT_EQ(Sql("select ReportID from ReportScheduler"), (Texts{"1"}));
+}
+
+TEST_F(Refusals, ValuesOfChangesLeaveTheRow) {
+    Output(AddSales);
+    const Texts before = Sql("select * from ReportScheduler");
+    EXPECT_EQ(Refusal("set Sales --at 25:00"), "The time \"25:00\" is not a time from 00:00 to 23:59");
+    EXPECT_EQ(Refusal("set Sales -p Region=North"),
+              "The value \"North\" of the parameter \"Region\" is not one of its values: West, East");
+    EXPECT_EQ(Refusal("set Sales --format docm"),
+              "The format \"docm\" is not known; pdf, html, xls, doc and rtf are");
+    EXPECT_EQ(Refusal("set Sales --no-login --user a", 2),
+              "--no-login and --user exclude each other (oxc-schedule --help tells more)");
+    std::filesystem::remove(m_folder / "sales.rpt");
+    EXPECT_THAT(Refusal("set Sales --at 08:00"), testing::HasSubstr("sales.rpt"));
+    EXPECT_EQ(Sql("select * from ReportScheduler"), before);
+}
+
+TEST_F(Refusals, DamagedDatabaseIsNamed) {
+    WriteBytes(m_folder / "app" / "PressroomLive.dat", "this is no database");
+    EXPECT_THAT(Refusal("list"), testing::HasSubstr("PressroomLive.dat"));
+}

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "schedule_program.h"
+
+#include <chrono>
+
+using testing::HasSubstr;
+
+namespace {
+
+class Status : public ScheduleProgram {
+ protected:
+    // The trace of a poll that ended some seconds ago, with 15 seconds between two polls.
+    void Polled(std::int64_t ago) const {
+        const auto now = std::chrono::duration_cast<std::chrono::seconds>(
+            std::chrono::system_clock::now().time_since_epoch());
+        WriteBytes(m_folder / "app" / "PressroomLive.polled", std::to_string(now.count() - ago) + " 15\n");
+    }
+    int Code(const std::string& options = {}) const {
+        const ScheduleOutcome outcome = Run("status " + options);
+        EXPECT_EQ(outcome.complaint, "");
+        return outcome.code;
+    }
+};
+
+}  // namespace
+
+TEST_F(Status, WithoutAPollIsTwo) {
+    const ScheduleOutcome outcome = Run("status");
+    EXPECT_EQ(outcome.code, 2);
+    EXPECT_EQ(outcome.output,
+              "Last poll: none; the scheduler has not polled in this folder.\n"
+              "Failed runs in the last 24 hours: 0 of schedules, 0 of packages.\n"
+              "Stored: 0 schedules, 0 packages.\n");
+}
+
+TEST_F(Status, AgeOfTheLastPollDecides) {
+    Polled(5);
+    EXPECT_EQ(Code(), 0);
+    Polled(90);
+    EXPECT_EQ(Code(), 1);
+    EXPECT_EQ(Code("--warn 3600"), 0);
+    EXPECT_EQ(Code("--critical 80"), 2);
+    Polled(700);
+    EXPECT_EQ(Code(), 2);
+}
+
+TEST_F(Status, TraceThatHoldsSomethingElseIsNone) {
+    for (const char* text : {"", "x 15\n", "15\n", "99999999999999999999 15\n", "1 15"}) {
+        WriteBytes(m_folder / "app" / "PressroomLive.polled", text);
+        EXPECT_EQ(Code(), 2) << text;
+    }
+}
+
+TEST_F(Status, FailuresOfTheLastHoursAreOne) {
+    Polled(5);
+    Output("list");
+    Sql("insert into ReportHistory values(1, datetime('now', 'localtime', '-30 hours'), 'Failure', 'x'), "
+        "(1, datetime('now', 'localtime', '-1 hours'), 'Success', 'None')");
+    EXPECT_EQ(Code(), 0);
+    EXPECT_EQ(Code("--since 48"), 1);
+    Sql("insert into ReportBatchHstry values('', strftime('%Y-%m-%d,%H:%M:%S', 'now', 'localtime'), 'T', "
+        "'x')");
+    EXPECT_EQ(Code(), 1);
+    EXPECT_THAT(Run("status").output, HasSubstr("hours: 0 of schedules, 1 of packages."));
+}
+
+TEST_F(Status, PrometheusGetsEveryFigure) {
+    std::filesystem::create_directories(m_folder.Folder());
+    std::filesystem::create_directories(m_folder / "outbox");
+    WriteBytes(m_folder / "outbox" / "1.eml", "");
+    WriteBytes(m_folder.MailProfile(), "[Profile]\nFrom=r@example.com\nTransport=outbox\nOutboxFolder=" +
+                                           (m_folder / "outbox").string() + "\n");
+    Output(AddPlain);
+    Polled(5);
+    const std::string text = Output("status --prometheus");
+    EXPECT_THAT(text, HasSubstr("# HELP oxc_status 0 polls, 1 late or runs failed, 2 no poll.\n"
+                                "# TYPE oxc_status gauge\noxc_status 0\n"));
+    EXPECT_THAT(text, testing::ContainsRegex("oxc_last_poll_age_seconds [5-9]\n"));
+    EXPECT_THAT(text, HasSubstr("oxc_failures{kind=\"schedule\",hours=\"24\"} 0\n"
+                                "oxc_failures{kind=\"package\",hours=\"24\"} 0\n"));
+    EXPECT_THAT(text, HasSubstr("oxc_items{kind=\"schedule\"} 1\noxc_items{kind=\"package\"} 0\n"));
+    EXPECT_THAT(text, HasSubstr("oxc_outbox_messages 1\n"));
+    EXPECT_THAT(Output("status --json"), HasSubstr("\"outbox\": 1"));
+}
