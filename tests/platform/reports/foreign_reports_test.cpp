@@ -30,7 +30,7 @@ const std::vector<Foreign>& Reports() {
     static const std::vector<Foreign> reports{
         {"ChartExampleColumn.rdl", nullptr, {}, nullptr, "SalesData.xml\" does not exist"},
         {"ChartExamplePie.rdl", nullptr, {}, nullptr, "SalesData.xml\" does not exist"},
-        {"chart.rdl", "DS1", {}, "alt=\"Country Region Chart\"", nullptr},
+        {"chart.rdl", "DS1", {}, "aria-label=\"Country Region Chart\"", nullptr},
         {"DrilldownTwoLevel.rdl", "DS1", {}, nullptr, "no such table: Order Details"},
         {"EmployeeOrg.rdl", nullptr, {}, "Linda", nullptr},
         {"Invoice.rdl", nullptr, {{"Company", "Contoso Suites"}}, "Surround Sound Receiver", nullptr},
