@@ -8,6 +8,7 @@
 #include "mail_fixture.h"
 #include "platform/contracts/clock.h"
 #include "platform/mail/message/message_writer.h"
+#include "support/time_zone.h"
 
 namespace {
 
@@ -175,19 +176,15 @@ TEST_F(MailContent, HighImportanceIsToldInAllThreeWays) {
 TEST_F(MailContent, DateIsTheClocksInTheMachinesZone) {
     const FixedClock clock;
     SetClock(&clock);
-    setenv("TZ", "UTC-2", 1);
-    tzset();
+    const TimeZone zone("UTC-2");
     const std::string bytes = SentBytes();
-    setenv("TZ", "Etc/UTC", 1);
-    tzset();
     SetClock(nullptr);
     EXPECT_NE(bytes.find("Date: Thu, 29 Feb 2024 13:05:07 +0200\r\n"), std::string::npos) << bytes;
 }
 
 // In the night of 25 October 2026 the hour from two to three occurs twice.
 TEST_F(MailContent, DateOfADoubledHourHasTheOffsetOfItsMoment) {
-    setenv("TZ", "Europe/Berlin", 1);
-    tzset();
+    const TimeZone zone("Europe/Berlin");
     ZonedClock clock;
     SetClock(&clock);
     clock.seconds = 1792888200;
@@ -196,8 +193,6 @@ TEST_F(MailContent, DateOfADoubledHourHasTheOffsetOfItsMoment) {
     clock.seconds += 3600;
     const std::string second = SentBytes();
     SetClock(nullptr);
-    setenv("TZ", "Etc/UTC", 1);
-    tzset();
     EXPECT_NE(first.find("Date: Sun, 25 Oct 2026 02:30:00 +0200\r\n"), std::string::npos) << first;
     EXPECT_NE(second.find("Date: Sun, 25 Oct 2026 02:30:00 +0100\r\n"), std::string::npos) << second;
 }

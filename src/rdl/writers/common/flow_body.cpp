@@ -81,7 +81,7 @@ std::vector<FlowBody::BandOf> FlowBody::Bands(const Items& sorted, const Place& 
     std::vector<BandOf> bands;
     for (std::size_t i = 0; i < sorted.size();) {
         const FlowExtent first(*sorted[i], place.x);
-        BandOf band{{sorted[i]}, first.top, first.bottom, first.left, first.right};
+        BandOf band{{sorted[i]}, first.top, first.bottom, first.left, first.right, false};
         while (++i < sorted.size() && (FlowExtent(*sorted[i]).top < band.bottom - Near ||
                                        Joins(band.items, band.bottom, *sorted[i]))) {
             const FlowExtent next(*sorted[i], place.x);
@@ -95,17 +95,18 @@ std::vector<FlowBody::BandOf> FlowBody::Bands(const Items& sorted, const Place& 
     if (SharesColumns()) {
         return bands;
     }
-    const auto touches = [](const BandOf& above, const BandOf& below) {
+    const auto touch = [](const BandOf& above, const BandOf& below) {
         const auto isGrid = [](const BandOf& band) {
             return band.items.size() > 1 || !HoldsTable(*band.items.front());
         };
         return below.top - above.bottom < Near && isGrid(above) && isGrid(below);
     };
-    const auto widen = [&touches](BandOf& band, const BandOf& beside, const BandOf& above,
-                                  const BandOf& below) {
-        if (touches(above, below)) {
+    const auto widen = [&touch](BandOf& band, const BandOf& beside, const BandOf& above,
+                                const BandOf& below) {
+        if (touch(above, below)) {
             band.left = std::min(band.left, beside.left);
             band.right = std::max(band.right, beside.right);
+            band.touches = true;
         }
     };
     for (std::size_t i = 1; i < bands.size(); ++i) {
@@ -146,7 +147,7 @@ double FlowBody::Band(const BandOf& band, const Place& place) {
 }
 
 void FlowBody::Grid(const BandOf& band, const Place& place) {
-    const FlowGrid grid(band.items, place.x, band.left, band.right);
+    const FlowGrid grid(band.items, place.x, band.touches ? band.left : 0, band.touches ? band.right : 0);
     for (const Instance* item : grid.MarksBefore()) {
         Mark(*item);
     }

@@ -68,6 +68,7 @@ class FlowBody {
     struct BandOf {
         Items items;
         double top, bottom, left, right;
+        bool touches;  // the grid above or below
     };
     // What was written last at the current level: readers join adjacent tables.
     enum class Last { Nothing, Paragraph, Grid, Table };

@@ -83,8 +83,10 @@ bool FlowGrid::Unit::LooksLike(const Unit& other) const {
 
 FlowGrid::FlowGrid(const std::vector<const Instance*>& items, double x, double left, double right)
     : m_name(items.front()->name) {
-    m_columns.Add(left);
-    m_columns.Add(right);
+    if (left < right) {
+        m_columns.Add(left);
+        m_columns.Add(right);
+    }
     for (const Instance* item : items) {
         Gather(*item, x, 0);
     }

@@ -30,8 +30,9 @@ bool MayGrow(const layout::Instance& item);
 
 class FlowGrid {
  public:
-    // `x` is the left edge of the items' container in points; rows reach from `left` to `right` at least.
-    // `items` is not empty and outlives the grid. Raises rdl::Error if there are too many items.
+    // `x` is the left edge of the items' container in points; rows reach from `left` to `right` at least,
+    // which are the same where the items alone decide. `items` is not empty and outlives the grid. Raises
+    // rdl::Error if there are too many items.
     FlowGrid(const std::vector<const layout::Instance*>& items, double x, double left, double right);
     std::size_t RowCount() const { return m_rows.TrackCount(); }
     const std::vector<double>& ColumnLines() const { return m_columns.lines(); }
