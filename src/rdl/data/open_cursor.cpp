@@ -28,6 +28,15 @@ std::string TextOf(const LoadRequest& request, const Expr& source, const char* w
     return ToText(value, FindCulture(request.definition->language));
 }
 
+// The text of the query; it is in `storage` if it is computed. One that holds its rows is large.
+std::string_view QueryText(const LoadRequest& request, const DataSet& dataSet, std::string& storage) {
+    if (!dataSet.commandText.IsExpression()) {
+        return dataSet.commandText.source;
+    }
+    storage = TextOf(request, dataSet.commandText, "query");
+    return storage;
+}
+
 std::vector<NamedValue> ParameterValues(const LoadRequest& request, const DataSet& dataSet) {
     std::vector<NamedValue> values;
     for (const QueryParameter& parameter : dataSet.parameters) {
@@ -105,9 +114,15 @@ std::unique_ptr<Cursor> OpenSqliteSet(const LoadRequest& request, const DataSet&
 
 std::unique_ptr<Cursor> OpenXmlSet(const LoadRequest& request, const DataSet& dataSet,
                                    const OpenSource& source) {
-    const std::string query = TextOf(request, dataSet.commandText, "query");
+    std::string storage;
+    const std::string_view query = QueryText(request, dataSet, storage);
     const std::string file = FileOf(ConnectString(source.connectString));
     return OpenXml(query, file.empty() ? "" : ResolveDataPath(file, request.SearchFolders()));
+}
+
+std::unique_ptr<Cursor> OpenEnteredSet(const LoadRequest& request, const DataSet& dataSet) {
+    std::string storage;
+    return OpenXml(QueryText(request, dataSet, storage), "");
 }
 
 std::unique_ptr<Cursor> OpenJsonSet(const LoadRequest& request, const DataSet& dataSet,
@@ -194,7 +209,7 @@ std::unique_ptr<Cursor> OpenCursor(const LoadRequest& request, const DataSet& da
         case ProviderKind::Sqlite:
             return OpenSqliteSet(request, dataSet, open, seconds);
         case ProviderKind::EnterData:
-            return OpenXml(TextOf(request, dataSet.commandText, "query"), "");
+            return OpenEnteredSet(request, dataSet);
         case ProviderKind::Xml:
             return OpenXmlSet(request, dataSet, open);
         case ProviderKind::Json:

@@ -39,7 +39,7 @@ void Spool::Flush() {
 void Spool::Read(std::size_t from, std::size_t length, const Take& take) {
     if (from < m_filed) {
         std::fseek(m_file.get(), static_cast<long>(from), SEEK_SET);
-        std::string piece(PieceSize, '\0');
+        std::string piece(std::min(PieceSize, length), '\0');
         while (length > 0 && from < m_filed) {
             const std::size_t wanted = std::min({piece.size(), length, m_filed - from});
             if (std::fread(piece.data(), 1, wanted, m_file.get()) != wanted) {

@@ -257,6 +257,7 @@ class TreeBuilder {
             }
             Declare(attribute, defaultSpace, declared);
         }
+        to.attributes.reserve(count);  // rows of data may be nothing but attributes
         for (const pugi::xml_attribute attribute : from.attributes()) {
             const std::string_view name = attribute.name();
             if (name == "xmlns" || name.starts_with("xmlns:")) {

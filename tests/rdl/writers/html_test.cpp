@@ -171,6 +171,28 @@ TEST(Html, TablesHaveHeadsWithScope) {
     EXPECT_TRUE(Has(html, " bb\">"));
 }
 
+TEST(Html, CellsOfTheSameTextAreWrittenAsOthersAre) {
+    const auto document = [](bool isMarked) {
+        static const int item = 0, other = 0;
+        auto table = std::make_shared<test::SampleTable>();
+        table->columnWidths = {50, 50, 50};
+        table->headerColumns = 1;
+        table->rows = 4;
+        table->make = [isMarked](std::size_t i, layout::TableRow& row) {
+            row.columnHeader = i == 0;
+            for (std::size_t column = 0; column < 3; ++column) {
+                const bool isOther = i == 2 && column == 1;
+                Instance text = TextItem(isOther ? "other" : "same");
+                text.bookmark = isOther ? "here" : "";
+                text.same = isMarked ? layout::SameText(1, isOther ? &other : &item) : layout::SameText();
+                test::AddCell(row, text, 1, i == 1 && column == 2 ? 2 : 1);
+            }
+        };
+        return Html(SampleReport({TableItem(table)}));
+    };
+    EXPECT_EQ(document(true), document(false));
+}
+
 TEST(Html, EqualStylesShareAClass) {
     const std::string few = Html(SampleReport({TableItem(Rows(10))}));
     const std::string many = Html(SampleReport({TableItem(Rows(1000))}));

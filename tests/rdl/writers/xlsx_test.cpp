@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include <filesystem>
 
 #include "rdl/image_bytes.h"
 #include "rdl/raises.h"
@@ -68,6 +71,59 @@ TEST(Xlsx, PageBreaksBeginSheetsWithTheirNames) {
     EXPECT_THAT(ZipPart(book, "xl/workbook.xml"), AllOf(HasSubstr("<sheet name=\"Sales\" sheetId=\"1\""),
                                                         HasSubstr("<sheet name=\"Two_2\" sheetId=\"2\"")));
     EXPECT_THAT(Sheet(book, 2), HasSubstr(">b</t>"));
+}
+
+std::size_t OpenFiles() {
+    const std::filesystem::directory_iterator files("/proc/self/fd");
+    return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+}
+
+std::vector<Instance> TextsOnSheets(int count) {
+    std::vector<Instance> texts;
+    for (int i = 0; i < count; ++i) {
+        texts.push_back(TextItem("text " + std::to_string(i), 0, 20 * i));
+        texts.back().breakBefore = i > 0;
+    }
+    return texts;
+}
+
+TEST(Xlsx, BookHasMoreSheetsThanTheProcessMayHaveFilesOpen) {
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit few{OpenFiles() + 20, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+    const std::string book = Book(SampleReport(TextsOnSheets(100)));
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    for (const int number : {1, 2, 50, 99, 100}) {
+        EXPECT_THAT(Sheet(book, number), HasSubstr(">text " + std::to_string(number - 1) + "</t>"));
+    }
+}
+
+// Rows of a complete sheet that are too many for the memory of a spool come from its file.
+TEST(Xlsx, SheetsWithManyRowsKeepThemAll) {
+    Instance first = TableItem(NumberedRows(150'000));
+    Instance second = TableItem(NumberedRows(3));
+    second.y = first.height + 20;
+    second.breakBefore = true;
+    const std::string book = Book(SampleReport({first, second}));
+    const std::string sheet = Sheet(book, 1);
+    EXPECT_THAT(sheet.substr(0, 2000), HasSubstr("<row r=\"1\""));
+    EXPECT_THAT(sheet.substr(sheet.size() - 2000), HasSubstr("<row r=\"150000\""));
+    std::size_t rows = 0;
+    for (std::size_t at = sheet.find("<row "); at != std::string::npos; at = sheet.find("<row ", at + 1)) {
+        ++rows;
+    }
+    EXPECT_EQ(rows, 150'000u);
+    EXPECT_THAT(Sheet(book, 2), HasSubstr("<row r=\"3\""));
+}
+
+TEST(Xlsx, BookThatFailsLeavesNoFileOpen) {
+    std::vector<Instance> items = TextsOnSheets(3);
+    items.back().paragraphs[0].runs[0].text = std::string(40'000, 'a');
+    Book(SampleReport(TextsOnSheets(1)));
+    const std::size_t before = OpenFiles();
+    EXPECT_NE(ErrorRaisedBy([&] { Book(SampleReport(items)); }), "");
+    EXPECT_EQ(OpenFiles(), before);
 }
 
 TEST(Xlsx, SheetHoldsMoreRowsThanTheOlderFormat) {

@@ -40,6 +40,7 @@ void Clear(Instance& out) {
     out.repeatWith.clear();
     out.table.reset();
     out.drawing.reset();
+    out.same = {};
 }
 
 bool IsAlignedRight(const Value& value) {
@@ -127,6 +128,12 @@ bool ItemBuilder::Fill(ItemPlan& plan, Instance& out) {
         out.paragraphs.clear();
     }
     return true;
+}
+
+// The report's own code may count its calls.
+bool ItemBuilder::RepeatsWithoutRows(const ItemPlan& plan) const {
+    return plan.definition->kind == ItemKind::Textbox && plan.hideDuplicates.empty() && !plan.background &&
+           m_input.definition->code.empty();
 }
 
 void ItemBuilder::Common(ItemPlan& plan, Instance& out) {

@@ -21,6 +21,8 @@ class ItemBuilder : public PropertyReader {
     // memory is reused. Raises rdl::Error naming the item if an image or subreport cannot be loaded.
     bool Fill(ItemPlan& plan, Instance& out);
     std::vector<Instance> FillAll(std::vector<std::unique_ptr<ItemPlan>>& plans);
+    // Whether the item is a text that is made of its properties alone.
+    bool RepeatsWithoutRows(const ItemPlan& plan) const;
     // With true, values equal to those of the previous row are shown, as at the top of a page.
     void ShowDuplicates(bool shows) { m_showsDuplicates = shows; }
 

@@ -66,7 +66,7 @@ bool TablixTable::AddCell(ItemPlan& item, const Scope& scope, int column, int co
     }
     TableCell& cell = row.cells[used];
     Enter(scope);
-    if (!m_builder.Fill(item, cell.content)) {
+    if (!FillCell(item, cell.content)) {
         return false;
     }
     ++used;
@@ -81,6 +81,27 @@ bool TablixTable::AddCell(ItemPlan& item, const Scope& scope, int column, int co
     }
     if (content.kind != InstanceKind::Line) {
         content.height = row.height;
+    }
+    return true;
+}
+
+// Most cells of a large matrix have no rows. What their text box asks for is then the same in all of them,
+// unless it asks for more than its rows; it is made once for each cell of the row that is being reused.
+bool TablixTable::FillCell(ItemPlan& item, Instance& content) {
+    Evaluator& place = m_builder.Place();
+    if (place.HasRow() || !m_builder.RepeatsWithoutRows(item)) {
+        return m_builder.Fill(item, content);
+    }
+    const SameText same(m_region->id, &item);
+    if (content.same.IsSameAs(same)) {
+        return true;
+    }
+    place.ForgetQuestions();
+    if (!m_builder.Fill(item, content)) {
+        return false;
+    }
+    if (!place.HasAskedBeyondRows()) {
+        content.same = same;
     }
     return true;
 }

@@ -95,6 +95,7 @@ class TablixTable final : public TableInstance {
     void FillGroupStart(std::size_t index, TableRow& row);
     bool AddCell(ItemPlan& item, const Scope& scope, int column, int columnSpan, int rowSpan, TableRow& row,
                  std::size_t& used);
+    bool FillCell(ItemPlan& item, Instance& content);
     int BodyColumnSpan(std::size_t column, int defined) const;
     int BodyRowSpan(std::size_t index, int defined) const;
     int CollapsedGroup(std::size_t index) const;

@@ -5,8 +5,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "rdl/layout/model/style.h"
@@ -42,6 +44,33 @@ enum class InstanceKind { Text, Image, Line, Container, Table, Drawing };
 struct TableInstance;
 struct DrawingInstance;  // a chart or gauge as a vector drawing: drawing.h
 
+// Marks a text that is the same in every cell of a region that has no rows, so that nobody needs to make, lay
+// out or write it again: texts with equal marks differ in their places and sizes only. What is moved away
+// leaves no mark.
+class SameText {
+ public:
+    SameText() = default;  // the text of one cell alone
+    SameText(std::uint32_t region, const void* item) : m_region(region), m_item(item) {}
+    SameText(const SameText&) = default;
+    SameText& operator=(const SameText&) = default;
+    SameText(SameText&& other) noexcept
+        : m_region(other.m_region), m_item(std::exchange(other.m_item, nullptr)) {}
+    SameText& operator=(SameText&& other) noexcept {
+        m_region = other.m_region;
+        m_item = std::exchange(other.m_item, nullptr);
+        return *this;
+    }
+    ~SameText() = default;
+    bool IsSet() const { return m_item != nullptr; }
+    bool IsSameAs(const SameText& other) const {
+        return m_item != nullptr && m_item == other.m_item && m_region == other.m_region;
+    }
+
+ private:
+    std::uint32_t m_region = 0;
+    const void* m_item = nullptr;
+};
+
 // One item, ready to be drawn. x and y are relative to the container; height is as defined (a text box that
 // can grow gets the height of its text when measured).
 struct Instance {
@@ -62,6 +91,7 @@ struct Instance {
     std::string language;  // the culture of its format
     bool canGrow = false, canShrink = false;
     bool isNumeric = false;  // General alignment means right
+    SameText same;
 
     // Image
     std::shared_ptr<const std::string> imageBytes;  // PNG, JPEG, GIF or BMP as stored

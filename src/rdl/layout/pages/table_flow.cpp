@@ -134,6 +134,10 @@ void TableFlow::Prepare(Prepared& prepared) {
     if (prepared.cells.size() < row.cells.size()) {
         prepared.cells.resize(row.cells.size());
     }
+    // Their texts are gone.
+    for (std::size_t i = row.cells.size(); i < prepared.cells.size(); ++i) {
+        prepared.cells[i].laidText = {};
+    }
     double height = 0;
     bool mayShrink = !row.cells.empty();
     for (std::size_t i = 0; i < row.cells.size(); ++i) {
@@ -143,7 +147,12 @@ void TableFlow::Prepare(Prepared& prepared) {
         cell.flow.reset();
         cell.tags = {};
         if (content.kind == InstanceKind::Text) {
-            m_context.painter.Layout().Lay(content, LineWidth(content, content.width, row.height), cell.laid);
+            const double width = LineWidth(content, content.width, row.height);
+            if (!cell.laidText.IsSameAs(content.same) || cell.laidWidth != width) {
+                m_context.painter.Layout().Lay(content, width, cell.laid);
+                cell.laidText = content.same;
+                cell.laidWidth = width;
+            }
             if (row.cells[i].rowSpan == 1) {
                 height = std::max(height, GrownHeight(content, cell.laid));
             }
@@ -151,6 +160,7 @@ void TableFlow::Prepare(Prepared& prepared) {
             continue;
         }
         cell.laid.Clear();
+        cell.laidText = {};
         mayShrink = false;
         if (Flows(content)) {
             cell.flow = MakeFlow(content, m_context);

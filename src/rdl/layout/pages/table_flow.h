@@ -19,7 +19,9 @@ class TableFlow final : public Flow {
 
  private:
     struct Cell {
-        LaidText laid;               // texts
+        LaidText laid;      // texts
+        SameText laidText;  // whose lines `laid` has, in `laidWidth`
+        double laidWidth = 0;
         std::unique_ptr<Flow> flow;  // for other content
         std::size_t nextLine = 0;    // next line of a text that continues on the next page
         ItemTags tags;

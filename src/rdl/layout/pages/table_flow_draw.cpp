@@ -158,6 +158,7 @@ void TableFlow::DrawContent(const Instance& content, Cell& cell, const Rect& are
         case InstanceKind::Text:
             if (IsTurned(content)) {  // only now the length of its lines is known
                 painter.Layout().Lay(content, LineWidth(content, area.width, area.height), cell.laid);
+                cell.laidText = {};
             }
             painter.Text(area, content, cell.laid, 0, cell.laid.lines.size());
             painter.Collect(content);

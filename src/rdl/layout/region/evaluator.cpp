@@ -79,6 +79,7 @@ Value Evaluator::ParameterLabel(int index) {
 }
 
 Value Evaluator::Global(expr::GlobalName name) {
+    m_hasAsked = true;
     using expr::GlobalName;
     const auto pageNumber = [this](int known, const char* mark) {
         return m_page && known > 0 ? Value::Integer(known) : Value::Text(mark);
@@ -113,6 +114,7 @@ const ItemPlan* Evaluator::FindItem(const std::string& name) const {
 }
 
 Value Evaluator::ReportItem(const std::string& name) {
+    m_hasAsked = true;
     const ItemPlan* const found = FindItem(name);
     if (!found) {
         return Value::Error("There is no report item " + name);
@@ -188,6 +190,7 @@ Value Evaluator::GroupVariable(const std::string& name, bool& found) {
 }
 
 Value Evaluator::Variable(const std::string& name) {
+    m_hasAsked = true;
     const Deeper deeper(m_depth);
     if (m_depth > MaxDepth) {
         return Value::Error("Variables refer to each other in a circle");
@@ -214,6 +217,7 @@ Value Evaluator::Variable(const std::string& name) {
 }
 
 Value Evaluator::Lookup(const expr::LookupCall& call) {
+    m_hasAsked = true;
     const Table& table = TableOf(call.dataSet);
     Value source = call.source->Evaluate(*this);
     if (source.IsError()) {
@@ -258,11 +262,13 @@ Value Evaluator::Lookup(const expr::LookupCall& call) {
 }
 
 bool Evaluator::InScope(const std::string& scope) {
+    m_hasAsked = true;
     Target target;
     return Resolve(scope, target);
 }
 
 int Evaluator::Level(const std::string& name) {
+    m_hasAsked = true;
     Scope scope = m_place.scope;
     if (!name.empty()) {
         Target target;

@@ -46,6 +46,12 @@ class Evaluator final : public expr::Environment {
     const Programs& Compiled() const { return m_programs; }
     const Table& TableOf(const std::string& dataSet) const;  // empty for a data set without rows
 
+    bool HasRow() const { return m_place.hasRow; }
+    // Whether expressions have asked, since ForgetQuestions, for anything that may differ between two places
+    // of a region without rows: for more than fields, parameters and aggregates of the place itself.
+    bool HasAskedBeyondRows() const { return m_hasAsked; }
+    void ForgetQuestions() { m_hasAsked = false; }
+
     // Whether the current row's data set is case-sensitive.
     bool ComparesByCase() const { return m_place.table && m_place.table->caseSensitive; }
 
@@ -152,6 +158,7 @@ class Evaluator final : public expr::Environment {
     std::unordered_map<const Property*, GroupVariableValue> m_groupVariables;
     Lookups m_lookups;
     int m_depth = 0;  // nesting of ReportItems and aggregates
+    bool m_hasAsked = false;
 };
 
 }  // namespace rdl::layout

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Aggregates of the evaluator: finding the scope, going through its rows, keeping the results.
 #include <algorithm>
+#include <utility>
 
 #include "rdl/layout/region/evaluator.h"
 
@@ -283,11 +284,17 @@ Value Evaluator::OverReportItems(const expr::AggregateCall& call) {
 // millions of cells would only push the results of others out.
 bool Evaluator::IsQuick(const expr::AggregateCall& call, const Target& target) {
     constexpr std::size_t FewRows = 4;
-    return target.scope.region && !call.recursive && (!call.argument || call.argument->PlainField() >= 0) &&
-           target.scope.region->Rows(target.scope).size() <= FewRows;
+    if (!target.scope.region || call.recursive) {
+        return false;
+    }
+    const std::size_t rows = target.scope.region->Rows(target.scope).size();
+    return !call.argument || call.argument->PlainField() >= 0
+               ? rows <= FewRows
+               : rows == 0 && call.argument->Aggregates().empty();
 }
 
 Value Evaluator::Aggregate(const expr::AggregateCall& call) {
+    const bool hadAsked = std::exchange(m_hasAsked, true);
     if (call.kind == expr::AggregateKind::Previous) {
         return PreviousOf(call);
     }
@@ -305,6 +312,7 @@ Value Evaluator::Aggregate(const expr::AggregateCall& call) {
         return Value::Error("There is no scope " + call.scope + " around this expression");
     }
     if (IsQuick(call, target)) {
+        m_hasAsked = hadAsked || !call.scope.empty() || m_place.hasRow;
         return OverTarget(call, target);
     }
     const Scope& scope = target.scope;

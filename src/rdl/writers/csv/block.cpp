@@ -25,8 +25,8 @@ class Reader {
         m_bytes.remove_prefix(sizeof number);
         return number;
     }
-    std::string Text(std::size_t length) {
-        std::string text(m_bytes.substr(0, length));
+    std::string_view Text(std::size_t length) {
+        const std::string_view text = m_bytes.substr(0, length);
         m_bytes.remove_prefix(length);
         return text;
     }
@@ -35,8 +35,7 @@ class Reader {
     std::string_view m_bytes;
 };
 
-std::string BytesOf(const CsvRecord& record) {
-    std::string bytes;
+void AppendRecord(std::string& bytes, const CsvRecord& record) {
     AppendNumber(bytes, record.place);
     AppendNumber(bytes, static_cast<std::uint32_t>(record.groups.size()));
     for (const std::uint64_t group : record.groups) {
@@ -48,12 +47,11 @@ std::string BytesOf(const CsvRecord& record) {
         AppendNumber(bytes, static_cast<std::uint32_t>(text.size()));
         bytes += text;
     }
-    return bytes;
 }
 
-CsvRecord RecordOf(std::string_view bytes) {
+// Into a used record: a matrix has millions of them, and its memory serves again.
+void ReadRecord(std::string_view bytes, CsvRecord& record) {
     Reader reader(bytes);
-    CsvRecord record;
     record.place = reader.Next<std::int32_t>();
     record.groups.resize(reader.Next<std::uint32_t>());
     for (std::uint64_t& group : record.groups) {
@@ -62,9 +60,8 @@ CsvRecord RecordOf(std::string_view bytes) {
     record.cells.resize(reader.Next<std::uint32_t>());
     for (auto& [column, text] : record.cells) {
         column = reader.Next<std::uint32_t>();
-        text = reader.Text(reader.Next<std::uint32_t>());
+        text.assign(reader.Text(reader.Next<std::uint32_t>()));
     }
-    return record;
 }
 
 }  // namespace
@@ -78,11 +75,12 @@ std::uint32_t CsvBlock::Column(const std::string& key, const std::string& title)
 }
 
 void CsvBlock::Add(const CsvRecord& record) {
-    const std::string bytes = BytesOf(record);
-    std::string length;
-    AppendNumber(length, static_cast<std::uint32_t>(bytes.size()));
-    m_records.Append(length);
-    m_records.Append(bytes);
+    constexpr std::size_t LengthSize = sizeof(std::uint32_t);
+    m_bytes.assign(LengthSize, '\0');
+    AppendRecord(m_bytes, record);
+    const auto length = static_cast<std::uint32_t>(m_bytes.size() - LengthSize);
+    std::memcpy(m_bytes.data(), &length, LengthSize);
+    m_records.Append(m_bytes);
 }
 
 void CsvBlock::AddTotal(const CsvGroups& groups, CsvShared total) {
@@ -124,6 +122,7 @@ void CsvBlock::Join(const CsvRecord& record, std::vector<std::string>& line,
 void CsvBlock::Write(Output& output) {
     CsvLines lines(output);
     lines.Add(m_titles);
+    CsvRecord record;
     std::vector<std::string> line;
     std::vector<Found> found;
     std::string rest;
@@ -135,7 +134,8 @@ void CsvBlock::Write(Output& output) {
             if (rest.size() - at - sizeof(std::uint32_t) < length) {
                 break;
             }
-            Join(RecordOf(std::string_view(rest).substr(at + sizeof(std::uint32_t), length)), line, found);
+            ReadRecord(std::string_view(rest).substr(at + sizeof(std::uint32_t), length), record);
+            Join(record, line, found);
             lines.Add(line);
             at += sizeof(std::uint32_t) + length;
         }

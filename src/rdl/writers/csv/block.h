@@ -48,6 +48,7 @@ class CsvBlock {
     std::unordered_map<std::string, std::uint32_t> m_columns;
     std::map<CsvGroups, std::vector<CsvShared>> m_totals;
     Spool m_records;
+    std::string m_bytes;  // of a record
 };
 
 }  // namespace rdl::writers

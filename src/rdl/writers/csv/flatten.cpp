@@ -251,7 +251,8 @@ void CsvFlattener::AddPlaces(const RowContent& content, const CsvRecord& base, S
                 record.cells.emplace_back(level.values[number].column, level.values[number].text);
             }
         }
-        Emit(std::exchange(record, base), state);
+        Emit(record, state);
+        record = base;
         seen.clear();
     };
     for (const Field& field : content.fields) {

@@ -54,7 +54,15 @@ class HtmlBody {
     void TableRows(layout::TableInstance& table, bool heads);
     void Row(const layout::TableInstance& table, const layout::TableRow& row, bool head);
     void Cell(const layout::TableInstance& table, const layout::TableCell& cell, bool head);
+    void NewCell(const layout::TableInstance& table, const layout::TableCell& cell, bool head);
     void CellContent(const layout::Instance& item, const layout::CharStylePtr& own);
+
+    // The last cell whose text others have too.
+    struct SameCell {
+        layout::SameText text;
+        bool inHead = false, inRowHead = false;
+        std::string html;
+    };
 
     HtmlStyles& m_styles;
     Spool& m_spool;
@@ -63,6 +71,7 @@ class HtmlBody {
     std::map<std::string, std::string> m_anchors;  // element ids by bookmark
     std::map<std::string, bool> m_anchorUsed;
     HtmlMap m_map;
+    SameCell m_sameCell;
     int m_depth = 0;
 };
 

@@ -138,6 +138,24 @@ void HtmlBody::Row(const TableInstance& table, const TableRow& row, bool head) {
 
 void HtmlBody::Cell(const TableInstance& table, const TableCell& cell, bool head) {
     const Instance& item = cell.content;
+    // Each bookmark and label has an id of its own.
+    if (!item.same.IsSet() || cell.columnSpan > 1 || cell.rowSpan > 1 || !item.bookmark.empty() ||
+        !item.documentMapLabel.empty()) {
+        NewCell(table, cell, head);
+        return;
+    }
+    const bool rowHead = cell.column < table.headerColumns;
+    if (m_sameCell.text.IsSameAs(item.same) && m_sameCell.inHead == head && m_sameCell.inRowHead == rowHead) {
+        m_out += m_sameCell.html;
+        return;
+    }
+    const std::size_t begin = m_out.size();
+    NewCell(table, cell, head);
+    m_sameCell = {item.same, head, rowHead, m_out.substr(begin)};
+}
+
+void HtmlBody::NewCell(const TableInstance& table, const TableCell& cell, bool head) {
+    const Instance& item = cell.content;
     const bool text = item.kind == InstanceKind::Text;
     bool blank = text;
     for (const layout::ParagraphInstance& paragraph : item.paragraphs) {

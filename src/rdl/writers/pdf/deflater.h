@@ -10,6 +10,9 @@
 
 namespace rdl::writers {
 
+// Pages are many and short: time counts for more than the last tenth of size.
+inline constexpr int DeflateLevel = 1;
+
 class Deflater {
  public:
     // Appends the compressed bytes to `out`, which must outlive the object. `level` is 1, fast, to 9. Raises

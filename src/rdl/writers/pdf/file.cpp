@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/pdf/file.h"
 
-#include <libdeflate.h>
-
 #include <QChar>
 #include <algorithm>
 #include <array>
@@ -21,7 +19,9 @@ namespace {
 constexpr int MostInPack = 200;
 constexpr std::uint64_t InPack = 1ull << 63;
 constexpr int IndexBits = 16;
-constexpr int DeflateLevel = 1;  // pages are many and short: time counts for more than the last tenth of size
+constexpr std::size_t FewStreams = 16;  // that need no thread
+constexpr std::size_t MostWaitingBytes = std::size_t{4} << 20;
+constexpr std::size_t LongestForThread = std::size_t{1} << 20;
 
 std::uint64_t Mix(std::uint64_t hash, std::string_view bytes) {
     for (const char c : bytes) {
@@ -30,21 +30,35 @@ std::uint64_t Mix(std::uint64_t hash, std::string_view bytes) {
     return hash;
 }
 
-}  // namespace
+constexpr std::string_view EndOfStream = "\nendstream\nendobj\n";
 
-void PdfFile::FreeCompressor::operator()(libdeflate_compressor* compressor) const {
-    libdeflate_free_compressor(compressor);
+// The dictionary of a stream and the keyword that its bytes follow.
+std::string HeadOf(std::string_view entries, std::size_t size, bool isCompressed) {
+    std::string head = "<<";
+    head += entries;
+    head += "/Length " + std::to_string(size);
+    head += isCompressed ? "/Filter/FlateDecode>>\nstream\n" : ">>\nstream\n";
+    return head;
 }
 
-PdfFile::PdfFile(Output& output) : m_output(output), m_compressor(libdeflate_alloc_compressor(DeflateLevel)) {
-    if (!m_compressor) {
-        throw Error("PDF: no memory to compress with");
-    }
+}  // namespace
+
+PdfFile::PdfFile(Output& output) : m_output(output) {
     // The second line tells transfer programs that the file is binary.
     Put("%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
 }
 
 void PdfFile::Put(std::string_view bytes) {
+    if (m_waiting.empty()) {
+        Write(bytes);
+        return;
+    }
+    m_waiting.back().after += bytes;
+    m_waitingBytes += bytes.size();
+    WriteWaiting();
+}
+
+void PdfFile::Write(std::string_view bytes) {
     m_output.Write(bytes);
     m_position += bytes.size();
 }
@@ -59,7 +73,11 @@ int PdfFile::Reserve() {
 }
 
 void PdfFile::Begin(int number) {
-    m_places[static_cast<std::size_t>(number) - 1] = m_position;
+    if (m_waiting.empty()) {
+        m_places[static_cast<std::size_t>(number) - 1] = m_position;
+    } else {
+        m_waiting.back().objects.emplace_back(number, m_waiting.back().after.size());
+    }
     Put(std::to_string(number) + " 0 obj\n");
 }
 
@@ -106,33 +124,68 @@ void PdfFile::WritePack() {
     }
 }
 
-std::string_view PdfFile::Deflate(std::string_view data) {
-    const std::size_t bound = libdeflate_zlib_compress_bound(m_compressor.get(), data.size());
-    if (m_packed.size() < bound) {
-        m_packed.resize(bound);
+// Null: the stream is compressed at once.
+CompressionThread* PdfFile::ThreadFor(std::size_t size) {
+    if (++m_streams > FewStreams && !m_isThreadTried) {
+        m_isThreadTried = true;
+        m_thread = CompressionThread::Start();
     }
-    const std::size_t size = libdeflate_zlib_compress(m_compressor.get(), data.data(), data.size(),
-                                                      m_packed.data(), m_packed.size());
-    if (size == 0) {
-        throw Error("PDF: a stream could not be compressed");
+    return size <= LongestForThread ? m_thread.get() : nullptr;
+}
+
+// Writes what is compressed, and waits for more while too much waits.
+void PdfFile::WriteWaiting() {
+    while (!m_waiting.empty() &&
+           (m_waitingBytes > MostWaitingBytes || m_thread->IsDone(*m_waiting.front().job))) {
+        WriteFirst();
     }
-    return {m_packed.data(), size};
+}
+
+void PdfFile::WriteAll() {
+    while (!m_waiting.empty()) {
+        WriteFirst();
+    }
+}
+
+void PdfFile::WriteFirst() {
+    m_thread->Wait(*m_waiting.front().job);
+    const Waiting stream = std::move(m_waiting.front());
+    m_waiting.pop_front();
+    m_waitingBytes -= stream.size + stream.after.size();
+    const std::string& packed = stream.job->bytes;
+    const auto placeOf = [this](int number) -> std::uint64_t& {
+        return m_places[static_cast<std::size_t>(number) - 1];
+    };
+    placeOf(stream.number) = m_position;
+    Write(std::to_string(stream.number) + " 0 obj\n" + HeadOf(stream.entries, packed.size(), true));
+    Write(packed);
+    Write(EndOfStream);
+    for (const auto& [number, offset] : stream.objects) {
+        placeOf(number) = m_position + offset;
+    }
+    Write(stream.after);
 }
 
 void PdfFile::Stream(int number, std::string_view entries, std::string_view data, bool compress) {
-    const std::string_view bytes = compress ? Deflate(data) : data;
+    CompressionThread* const thread = compress ? ThreadFor(data.size()) : nullptr;
+    if (thread) {
+        auto job = std::make_shared<CompressionThread::Job>();
+        job->bytes = data;
+        thread->Add(job);
+        m_waiting.push_back({number, std::string(entries), std::move(job), data.size(), {}, {}});
+        m_waitingBytes += data.size();
+        WriteWaiting();
+        return;
+    }
+    const std::string_view bytes = compress ? m_deflate(data) : data;
     BeginStream(number, entries, bytes.size(), compress);
     Put(bytes);
-    Put("\nendstream\nendobj\n");
+    Put(EndOfStream);
 }
 
 void PdfFile::BeginStream(int number, std::string_view entries, std::size_t size, bool isCompressed) {
     Begin(number);
-    std::string head = "<<";
-    head += entries;
-    head += "/Length " + std::to_string(size);
-    head += isCompressed ? "/Filter/FlateDecode>>\nstream\n" : ">>\nstream\n";
-    Put(head);
+    Put(HeadOf(entries, size, isCompressed));
 }
 
 int PdfFile::Stream(std::string_view entries, std::string_view data, bool compress) {
@@ -149,12 +202,13 @@ int PdfFile::Stream(std::string_view entries, const Produce& produce) {
     const int number = Reserve();
     BeginStream(number, entries, packed.size(), true);
     packed.Read([&](std::string_view piece) { Put(piece); });
-    Put("\nendstream\nendobj\n");
+    Put(EndOfStream);
     return number;
 }
 
 void PdfFile::Finish(int catalog, int info, std::string_view seed) {
     WritePack();
+    WriteAll();
     std::uint64_t first = Mix(14695981039346656037ull, seed), second = Mix(7809847782465536322ull, seed);
     for (const std::uint64_t place : m_places) {
         const std::string text = std::to_string(place);
@@ -169,6 +223,7 @@ void PdfFile::Finish(int catalog, int info, std::string_view seed) {
     const std::uint64_t start = m_position;
     m_isPacked ? FinishWithStream(trailer) : FinishWithTable(trailer);
     Put("startxref\n" + std::to_string(start) + "\n%%EOF\n");
+    WriteAll();
 }
 
 void PdfFile::FinishWithTable(const std::string& trailer) {

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The file structure of a PDF document (ISO 32000-1, 7.5): numbered objects, streams, cross-reference table
-// and trailer. Objects are written at once; only their offsets are kept. With packed objects, the table is a
+// and trailer. Only the offsets of objects are kept. In a long document, a stream waits while a thread
+// compresses it, and what is written after it waits too: a few megabytes. With packed objects, the table is a
 // stream (7.5.8).
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -14,8 +16,7 @@
 
 #include "rdl/spool/spool.h"
 #include "rdl/writers/common/writers.h"
-
-struct libdeflate_compressor;
+#include "rdl/writers/pdf/compressor.h"
 
 namespace rdl::writers {
 
@@ -50,7 +51,11 @@ class PdfFile {
     void Put(std::string_view bytes);
     void Begin(int number);
     void BeginStream(int number, std::string_view entries, std::size_t size, bool isCompressed);
-    std::string_view Deflate(std::string_view data);
+    void Write(std::string_view bytes);
+    CompressionThread* ThreadFor(std::size_t size);
+    void WriteWaiting();
+    void WriteAll();
+    void WriteFirst();
     void WritePack();
     void FinishWithTable(const std::string& trailer);
     void FinishWithStream(const std::string& trailer);
@@ -68,11 +73,21 @@ class PdfFile {
     bool m_isPacked = false;
     std::size_t m_mostObjects = std::numeric_limits<int>::max();
     std::string m_standard = "PDF";
-    struct FreeCompressor {
-        void operator()(libdeflate_compressor* compressor) const;
+    Deflate m_deflate;
+    // A stream that is being compressed, and what comes after it until the next one.
+    struct Waiting {
+        int number;
+        std::string entries;
+        std::shared_ptr<CompressionThread::Job> job;
+        std::size_t size;  // of the stream, uncompressed
+        std::string after;
+        std::vector<std::pair<int, std::size_t>> objects;  // numbers, and where in `after` they begin
     };
-    std::unique_ptr<libdeflate_compressor, FreeCompressor> m_compressor;
-    std::string m_packed;
+    std::deque<Waiting> m_waiting;
+    std::size_t m_waitingBytes = 0;
+    std::size_t m_streams = 0;
+    bool m_isThreadTried = false;
+    std::unique_ptr<CompressionThread> m_thread;  // null: streams are compressed where they are written
 };
 
 // Returns "12 0 R" (7.3.10).

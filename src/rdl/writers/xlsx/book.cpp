@@ -46,6 +46,9 @@ XlsxBook::XlsxBook(std::string title, const DocumentInfo& info, std::int64_t now
 
 XlsxBook::~XlsxBook() {
     if (m_book) {
+        for (const auto& sheet : m_sheets) {
+            CloseFile(sheet->library());  // the library would leave it open
+        }
         lxw_workbook_free(m_book);
     }
 }
@@ -71,6 +74,7 @@ void XlsxBook::SetProperties(const DocumentInfo& info, std::int64_t nowTicks) {
 XlsxSheet& XlsxBook::AddSheet(const std::vector<double>& columnWidths, const layout::PageSetup& page) {
     if (!m_sheets.empty()) {
         m_sheets.back()->Finish();
+        m_rows.Take(m_sheets.back()->library());
     }
     lxw_worksheet* const sheet = workbook_add_worksheet(m_book, nullptr);
     if (!sheet) {
@@ -127,8 +131,11 @@ void XlsxBook::Write(Output& output) {
             std::string("=") + m_sheets[cell.sheet]->library().quoted_name + "!" + CellName(cell);
         Check(workbook_define_name(m_book, name.c_str(), formula.c_str()));
     }
+    m_rows.GiveBack();
     lxw_workbook* const book = std::exchange(m_book, nullptr);  // closing frees it, whatever happens
-    Check(workbook_close(book));
+    const lxw_error error = workbook_close(book);
+    m_rows.Finish();
+    Check(error);
     m_file.CopyTo(output);
 }
 

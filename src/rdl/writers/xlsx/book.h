@@ -15,6 +15,7 @@
 #include "rdl/writers/common/temporary_file.h"
 #include "rdl/writers/common/writers.h"
 #include "rdl/writers/xls/workbook.h"
+#include "rdl/writers/xlsx/kept_rows.h"
 #include "rdl/writers/xlsx/sheet.h"
 #include "rdl/writers/xlsx/styles.h"
 
@@ -63,6 +64,7 @@ class XlsxBook final : public XlsWorkbook {
 
     std::string m_title;
     TemporaryFile m_file;
+    KeptRows m_rows;       // of all sheets but the last one
     lxw_workbook* m_book;  // null once it is written
     XlsxStyles m_styles;
     std::vector<std::unique_ptr<XlsxSheet>> m_sheets;

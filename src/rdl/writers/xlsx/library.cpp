@@ -2,10 +2,12 @@
 #include "rdl/writers/xlsx/library.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <new>
+#include <utility>
 
 namespace rdl::writers {
 
@@ -48,6 +50,13 @@ void CloseRows(lxw_worksheet& sheet) {
     lxw_worksheet_write_single_row(&sheet);
     std::free(sheet.array);  // the cells were freed with their row
     sheet.array = nullptr;
+}
+
+void CloseFile(lxw_worksheet& sheet) {
+    if (std::FILE* const file = std::exchange(sheet.optimize_tmpfile, nullptr)) {
+        sheet.file = nullptr;
+        std::fclose(file);
+    }
 }
 
 lxw_object_properties* NextImage(const lxw_worksheet& sheet, const lxw_object_properties* before) {

@@ -26,6 +26,9 @@ void Rename(lxw_worksheet& sheet, const std::string& name);
 // be added after that.
 void CloseRows(lxw_worksheet& sheet);
 
+// Closes the file of the sheet's rows, if it is open.
+void CloseFile(lxw_worksheet& sheet);
+
 // Returns the image that was inserted after `before`, the first one after null; the library owns it.
 lxw_object_properties* NextImage(const lxw_worksheet& sheet, const lxw_object_properties* before);
 // Sets the size in points.

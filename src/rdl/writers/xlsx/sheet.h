@@ -28,7 +28,7 @@ class XlsxSheet final : public XlsWorksheet {
     void Finish();
     // Adds name, links, images and views, once every bookmark is placed.
     void Seal(const std::string& sheetName);
-    const lxw_worksheet& library() const { return m_sheet; }
+    lxw_worksheet& library() const { return m_sheet; }
 
  private:
     void WriteRow(std::uint32_t index, Row& row) override;
