@@ -30,7 +30,7 @@ def offered(*words, folder=None):
 
 class Completions(unittest.TestCase):
     def test_the_first_word_is_a_command(self):
-        for program in ("oxc-report", "oxc-mail"):
+        for program in ("oxc-report", "oxc-mail", "oxc-schedule"):
             self.assertEqual(set(offered(program, "")), commands(program) | {"--help", "--version"})
         self.assertEqual(offered("oxc-report", "ex"), ["export"])
         self.assertEqual(offered("oxc", ""), ["-sched"])
@@ -43,6 +43,7 @@ class Completions(unittest.TestCase):
         self.assertEqual(set(export), options(usage("oxc-report")) - {"--help", "--version", "--fonts"})
         self.assertEqual(offered("oxc-report", "export", "a.rpt", "--pass"), ["--password", "--password-stdin"])
         self.assertEqual(options(usage("oxc-mail")), {"--help", "--version"})
+        self.assertEqual(set(offered("oxc-schedule", "add", "-")), options(usage("oxc-schedule")) - {"--help", "--version"})
 
     def test_formats_are_those_of_the_usage(self):
         self.assertEqual(offered("oxc-report", "export", "a.rpt", "-f", ""), formats())

@@ -9,7 +9,7 @@ import subprocess
 TOP = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(os.environ.get("OXC_BUILD", TOP / "build" / "release")).resolve()
 # Programs that print a usage. oxc does not: whatever stands on its command line means the scheduler.
-WITH_USAGE = ("oxc-report", "oxc-mail")
+WITH_USAGE = ("oxc-report", "oxc-mail", "oxc-schedule")
 
 
 def usage(program):
@@ -23,7 +23,13 @@ def options(text):
 
 
 def commands(program):
-    return set(re.findall(rf"^{program} ([a-z]+)", usage(program), re.MULTILINE))
+    text = usage(program)
+    named = set(re.findall(rf"^{program} ([a-z]+)", text, re.MULTILINE))
+    if named:
+        return named
+    # The program's name stands once; commands of several forms share a line that begins with "list".
+    words = set(re.findall(r"^  ([a-z]+) ", text, re.MULTILINE))
+    return words | set(re.findall(r"\| ([a-z]+)", re.search(r"^  list .*", text, re.MULTILINE).group()))
 
 
 def formats():
