@@ -82,7 +82,7 @@ class Manuals(unittest.TestCase):
 
     def test_settings_are_those_that_the_sources_use(self):
         pattern = re.compile(r'(?:SettingsKey, |Setting\(|\bSave\()"([A-Za-z]+)"')
-        used = {name for folder in ("app", "desktop", "dialogs", "tools")
+        used = {name for folder in ("app", "desktop", "dialogs", "store", "tools")
                 for path in (TOP / "src" / folder).rglob("*.cpp") for name in pattern.findall(path.read_text())}
         self.assertEqual(set(tags(section(source("oxbow-courier-settings.5"), "SETTINGS"))), used)
 

@@ -114,9 +114,29 @@ TEST(HtmlDrawing, ClippedPartsAreClosedWhereTheyAreLeftOpen) {
     canvas.Rectangle({0, 0, 1, 1}, layout::Black, {});
     EXPECT_EQ(SvgOf(drawing),
               "viewBox=\"0 0 200 100.5\"><g id=\"g1\">"
-              "<svg x=\"10\" y=\"20\" width=\"30\" height=\"40\" viewBox=\"10 20 30 40\">"
-              "<svg x=\"11\" y=\"21\" width=\"5\" height=\"6\" viewBox=\"11 21 5 6\"></svg>"
-              "<rect x=\"0\" y=\"0\" width=\"1\" height=\"1\" fill=\"#000000\"/></svg></g>");
+              "<clipPath id=\"k1\"><rect x=\"10\" y=\"20\" width=\"30\" height=\"40\"/></clipPath>"
+              "<g clip-path=\"url(#k1)\">"
+              "<clipPath id=\"k2\"><rect x=\"11\" y=\"21\" width=\"5\" height=\"6\"/></clipPath>"
+              "<g clip-path=\"url(#k2)\"></g>"
+              "<rect x=\"0\" y=\"0\" width=\"1\" height=\"1\" fill=\"#000000\"/></g></g>");
+}
+
+TEST(HtmlDrawing, ClipPathOfAnAreaIsThereOnce) {
+    std::vector<Instance> items;
+    for (int i = 0; i < 2; ++i) {
+        const auto drawing = std::make_shared<DrawingInstance>();
+        Canvas canvas(drawing->content);
+        canvas.Clip({10, 20, 30, 40});
+        canvas.Rectangle({0, 0, 1, 1.0 + i}, layout::Black, {});
+        canvas.Unclip();
+        items.push_back(DrawingItem(drawing));
+        items.back().y = 200.0 * i;
+    }
+    const std::string html = HtmlOf(items);
+    EXPECT_NE(html.find("<clipPath"), std::string::npos);
+    EXPECT_EQ(html.find("<clipPath"), html.rfind("<clipPath"));
+    EXPECT_NE(html.find("clip-path=\"url(#k1)\"><rect x=\"0\" y=\"0\" width=\"1\" height=\"2\""),
+              std::string::npos);
 }
 
 TEST(HtmlDrawing, EqualDrawingsAreWrittenOnce) {

@@ -24,14 +24,15 @@ bool IsVisible(Color color) {
 // Writes the objects of one drawing, in drawing order.
 class SvgObjects {
  public:
-    SvgObjects(const layout::Page& page, HtmlStyles& styles) : m_page(page), m_styles(styles) {}
+    SvgObjects(const layout::Page& page, HtmlStyles& styles, std::map<std::string, std::string>& clips)
+        : m_page(page), m_styles(styles), m_clipIds(clips) {}
 
     std::string Take() {
         for (const layout::Op& op : m_page.ops) {
             std::visit(*this, op);
         }
         for (; m_clips > 0; --m_clips) {
-            m_out += "</svg>";
+            m_out += "</g>";
         }
         return std::move(m_out);
     }
@@ -135,23 +136,28 @@ class SvgObjects {
         m_out += "\"/>";
     }
 
-    // An svg element within another shows only its own area.
+    // A clip path is written where its area comes first.
     void operator()(const layout::ClipOp& op) {
-        m_out += "<svg";
+        const std::size_t before = m_out.size();
         Area(op);
-        m_out += " viewBox=\"";
-        for (const double part : {op.x, op.y, op.width, op.height}) {
-            AppendNumber(part, m_out);
-            m_out += ' ';
+        const std::string area = m_out.substr(before);
+        m_out.resize(before);
+        const auto [entry, isNew] = m_clipIds.try_emplace(area);
+        if (isNew) {
+            entry->second = "k" + std::to_string(m_clipIds.size());
+            m_out.append("<clipPath id=\"")
+                .append(entry->second)
+                .append("\"><rect")
+                .append(area)
+                .append("/></clipPath>");
         }
-        m_out.back() = '"';
-        m_out += '>';
+        m_out.append("<g clip-path=\"url(#").append(entry->second).append(")\">");
         ++m_clips;
     }
     void operator()(const layout::UnclipOp&) {
         if (m_clips > 0) {
             --m_clips;
-            m_out += "</svg>";
+            m_out += "</g>";
         }
     }
 
@@ -219,6 +225,7 @@ class SvgObjects {
 
     const layout::Page& m_page;
     HtmlStyles& m_styles;
+    std::map<std::string, std::string>& m_clipIds;
     std::string m_out;
     int m_clips = 0;
 };
@@ -242,7 +249,7 @@ void HtmlDrawings::Append(const layout::DrawingInstance& drawing, const std::str
         out += '"';
     }
     out += '>';
-    std::string content = SvgObjects(drawing.content, m_styles).Take();
+    std::string content = SvgObjects(drawing.content, m_styles, m_clips).Take();
     if (content.size() > LongestShared || m_ids.size() >= MostShared) {
         out += content;
     } else if (const auto known = m_ids.find(content); known != m_ids.end()) {

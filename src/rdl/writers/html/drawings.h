@@ -21,7 +21,8 @@ class HtmlDrawings {
 
  private:
     HtmlStyles& m_styles;
-    std::map<std::string, std::string> m_ids;  // of small drawings, by their content: those recur in tables
+    std::map<std::string, std::string> m_clips;  // ids of clip paths, by their areas
+    std::map<std::string, std::string> m_ids;    // of small drawings, by their content: those recur in tables
 };
 
 }  // namespace rdl::writers

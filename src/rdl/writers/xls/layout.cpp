@@ -274,7 +274,9 @@ std::uint32_t XlsLayout::PlaceBand(const Items& band, double x, std::uint32_t ro
             }
             const std::size_t end = std::min(std::max(lines.Line(Bottom(item)), line + 1), rows.size() - 1);
             if (item.kind == InstanceKind::Image && end > line + 1) {  // over rows of the items beside it
-                PutImage(item, x, rows[line]);
+                m_around = {};
+                PlaceFilled(item, x, rows[line], false, false);
+                boxes.push_back({m_around, end});
                 continue;
             }
             m_around = {};
@@ -325,7 +327,8 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
 }
 
 // Images, containers and tables, over the fill that they have themselves.
-std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32_t row, bool isTopLevel) {
+std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32_t row, bool isTopLevel,
+                                     bool hasOwnRows) {
     const bool fills = item.box && item.box->background >> 24;
     const bool frames = item.box && HasBorder(*item.box);
     const Columns columns = ColumnsAt(x + Left(item), x + Right(item));
@@ -338,6 +341,8 @@ std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32
     std::uint32_t end = row;
     if (item.kind == InstanceKind::Container) {
         end = std::max(Place(item.children, x + item.x, row, isTopLevel), row + 1);
+    } else if (item.kind == InstanceKind::Image && !hasOwnRows) {
+        PutImage(item, x, row);
     } else if (item.kind == InstanceKind::Image) {
         end = PlaceImage(item, x, row);
     } else if (item.table) {

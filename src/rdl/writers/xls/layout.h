@@ -71,7 +71,9 @@ class XlsLayout {
     std::uint32_t PlaceRow(const layout::TableInstance& table, const layout::TableRow& tableRow, double x,
                            std::uint32_t row);
     std::uint32_t BreakSheet(layout::TableInstance& table, std::size_t index, double x);
-    std::uint32_t PlaceFilled(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel);
+    // An image without rows of its own lies over those of the items beside it.
+    std::uint32_t PlaceFilled(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel,
+                              bool hasOwnRows = true);
     XlsRange RightOfOthers(const XlsRange& range) const;
     void PlaceText(const layout::Instance& item, XlsRange range);
     layout::BoxStylePtr Filled(const layout::BoxStylePtr& box);
