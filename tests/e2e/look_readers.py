@@ -129,7 +129,7 @@ def html_boxes(path):
     found = {}
     for element in (each for each in page.tree.iter() if each.tag in ("div", "td", "th")):
         text = "".join(element.itertext()).strip()
-        # The innermost element that has letters of its own.
+        # The innermost element that has text of its own.
         if text and "font-family" in page.css(element):
             found[text] = page.box(element)
     return found

@@ -12,7 +12,7 @@ namespace rdl::layout {
 // and leaves `color` unchanged for any other text.
 bool ParseColor(std::string_view text, Color& color);
 
-// Whether dark letters on this colour cannot be read; false for a colour that is not opaque.
+// Whether dark text on this colour cannot be read; false for a colour that is not opaque.
 bool IsDark(Color color);
 
 }  // namespace rdl::layout

@@ -486,13 +486,11 @@ double TableFlow::Measure(double limit) {
     for (std::size_t i = 0; i < m_table.RowCount() && height <= limit; ++i) {
         auto prepared = Make(i);
         double row = prepared->height;
-        for (const Cell& cell : prepared->cells) {
-            row = std::max(row, cell.flow ? cell.flow->Measure(limit - height) : 0);
-        }
-        height += row;
         for (Cell& cell : prepared->cells) {
+            row = std::max(row, cell.flow ? cell.flow->Measure(limit - height) : 0);
             cell.flow.reset();
         }
+        height += row;
         m_spare.push_back(std::move(prepared));
     }
     return height;

@@ -28,7 +28,7 @@ Anchor LabelAnchor(const std::string& position);
 // Whether this system chooses the position.
 bool IsAutomatic(const std::string& position);
 
-// Returns the style of letters on the colour `below`: white on a dark one, unless they have a colour of their
+// Returns the style of text on the colour `below`: white on a dark one, unless it has a colour of its
 // own.
 CharStyle LegibleOn(Color below, const CharStyle& letters, bool ownColor);
 // The same for a label that lies on its point.
