@@ -11,7 +11,7 @@ PROGRAMS = ("oxc", "oxc-mail", "oxc-report", "oxc-schedule")
 
 
 def told(*command):
-    environment = {**os.environ, "LC_ALL": "C.UTF-8"}
+    environment = {**os.environ, "LC_ALL": "C"}
     return subprocess.run(command, capture_output=True, text=True, check=True, env=environment).stdout
 
 

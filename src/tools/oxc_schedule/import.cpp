@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The command that takes an export in: all of it or nothing.
 #include <algorithm>
-#include <cstring>
+#include <cerrno>
 
 #include "dialogs/ReportCache.h"
 #include "platform/base/convert.h"
 #include "platform/base/text.h"
 #include "platform/contracts/clock.h"
+#include "platform/contracts/system_error.h"
 #include "platform/posix/small_file.h"
 #include "scheduler/NextRun.h"
 #include "store/Folders.h"
@@ -40,7 +41,7 @@ std::string ReadFile(const std::string& name) {
     constexpr std::size_t Largest = 32 << 20;
     const std::optional<std::string> text = ReadSmallFile(name, Largest);
     if (!text) {
-        throw RuntimeError(err::PathFileAccess, name + ": " + std::strerror(errno));
+        throw RuntimeError(err::PathFileAccess, name + ": " + SystemErrorText(errno));
     }
     return *text;
 }

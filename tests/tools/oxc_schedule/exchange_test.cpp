@@ -2,10 +2,22 @@
 // Export and import: all items or none.
 #include "schedule_program.h"
 
+#include <cerrno>
+#include <clocale>
+#include <cstring>
+
 using testing::HasSubstr;
 using testing::Not;
 
 namespace {
+
+// What the programs say of a failed call of the system, which is in their region.
+std::string TextOfTheMachine(int code) {
+    std::setlocale(LC_ALL, "");
+    std::string text = std::strerror(code);
+    std::setlocale(LC_ALL, "C");
+    return text;
+}
 
 class Exchange : public ScheduleProgram {
  protected:
@@ -136,7 +148,7 @@ TEST_F(Exchange, OneBadItemKeepsAllOut) {
     }
     WriteBytes(m_folder / "bad.json", "{");
     EXPECT_THAT(Refusal("import bad.json"), testing::StartsWith("The file is not JSON, at byte 1: "));
-    EXPECT_EQ(Refusal("import none.json"), "none.json: No such file or directory");
+    EXPECT_EQ(Refusal("import none.json"), "none.json: " + TextOfTheMachine(ENOENT));
     EXPECT_EQ(Everything(), Texts{});
 }
 
