@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
 
 #include "rdl/definition/barcode.h"
 #include "rdl/guide.h"
@@ -139,6 +140,43 @@ TEST(Barcode, WhatCannotBeEncodedSaysWhy) {
     EXPECT_EQ(text("=\"Morse\"", "1"), "\"Morse\" is no bar code");
     EXPECT_EQ(text("=StrDup(100, \"x\")", "1"), "\"" + std::string(60, 'x') + "\" is no bar code");
     EXPECT_EQ(text("Code128", "=CInt(&quot;x&quot;)"), "#Error");
+}
+
+TEST(Barcode, EverySymbologyDrawsAValueOfItsKind) {
+    const std::map<Symbology, std::string> values = {
+        {Symbology::Code128, "Ab 1"},
+        {Symbology::Gs1128, "(01)04006381333931"},
+        {Symbology::Code39, "AB-1"},
+        {Symbology::Code39Extended, "Ab 1"},
+        {Symbology::Code93, "AB1"},
+        {Symbology::Code11, "12-3"},
+        {Symbology::Ean13, "400638133393"},
+        {Symbology::Ean8, "1234567"},
+        {Symbology::UpcA, "03600029145"},
+        {Symbology::UpcE, "1234567"},
+        {Symbology::Isbn, "9783161484100"},
+        {Symbology::Interleaved2of5, "1234"},
+        {Symbology::Itf14, "1234567890123"},
+        {Symbology::Codabar, "A1234B"},
+        {Symbology::Msi, "1234"},
+        {Symbology::Postnet, "55555"},
+        {Symbology::IntelligentMail, "01234567094987654321"},
+        {Symbology::RoyalMail, "BX11LT1A"},
+        {Symbology::Gs1DataBar, "0950110153001"},
+        {Symbology::Pdf417, "text"},
+        {Symbology::MicroPdf417, "text"},
+        {Symbology::QrCode, "text"},
+        {Symbology::MicroQr, "12345"},
+        {Symbology::DataMatrix, "text"},
+        {Symbology::Gs1DataMatrix, "(01)04006381333931"},
+        {Symbology::Aztec, "text"},
+    };
+    for (const SymbologyRow& row : Symbologies) {
+        const Drawn drawn = DrawnCode("<ShowText>false</ShowText><Symbology>" + std::string(row.name) +
+                                      "</Symbology>" + ValueOf(values.at(row.symbology)));
+        EXPECT_EQ(drawn.Paths().size(), 1U) << row.name;
+        EXPECT_THAT(drawn.Texts(), IsEmpty()) << row.name;
+    }
 }
 
 TEST(Barcode, NoValueDrawsNothing) {
