@@ -151,7 +151,7 @@ class Grid:
 
     def __init__(self):
         self.top = 0
-        self.open = {}  # by the left edge: the cell that goes on below
+        self.open = {}  # by the left edge: the cell that continues below
         self.boxes = {}
 
     def blank(self, height):

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "rdl/layout/model/double_line.h"
+
 namespace rdl::screen {
 namespace {
 
@@ -161,14 +163,9 @@ void PagePainter::Op(Target& target, const layout::LineOp& op) {
         Stroke(target, from, to, op, width);
         return;
     }
-    // Two lines of a third each, and a third between them.
-    const double length = std::hypot(op.x2 - op.x1, op.y2 - op.y1);
-    const double third = width / 3;
-    const QPointF aside = length > 0
-                              ? QPointF((op.y2 - op.y1) / length * third, (op.x1 - op.x2) / length * third)
-                              : QPointF(0, third);
-    Stroke(target, from + aside, to + aside, op, third);
-    Stroke(target, from - aside, to - aside, op, third);
+    for (const layout::LineOp& one : layout::LinesOfDouble(op)) {
+        Stroke(target, {one.x1, one.y1}, {one.x2, one.y2}, one, static_cast<double>(one.width));
+    }
 }
 
 void PagePainter::Op(Target& target, const layout::RectOp& op) {

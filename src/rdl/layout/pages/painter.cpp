@@ -239,7 +239,7 @@ void Painter::TagFrom(std::size_t begin) {
     }
 }
 
-// Words are told apart by a space, which lines and marks of lists do not have at their ends.
+// Adds the space between two words that lines and list marks do not have at their ends.
 void Painter::WordBreak(const TextPiece& piece, const Turn& turn, double along, double baseline) {
     const CharStyle& style = piece.run->style ? *piece.run->style : DefaultStyle;
     std::vector<text::GlyphRun> space;

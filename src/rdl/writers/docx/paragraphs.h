@@ -60,8 +60,8 @@ class DocxParagraphs {
     };
     void Paragraph(const layout::Instance& item, const layout::ParagraphInstance& paragraph,
                    const FlowPlace& place, std::string& out);
-    // Appends the beginning of a paragraph. Returns whether its runs have the look `letters` without saying
-    // it.
+    // Appends the beginning of a paragraph. Returns whether its style already gives its runs the look
+    // `letters`.
     static bool Begin(const Look& look, const FlowPlace& place, const std::string& heading, std::string& out);
     // Returns the heading style for the pending label that the paragraph itself shows; else an empty text.
     std::string TakeHeading(const layout::ParagraphInstance& paragraph);

@@ -2,10 +2,10 @@
 #include "rdl/writers/html/drawings.h"
 
 #include <algorithm>
-#include <cmath>
 #include <string_view>
 
 #include "rdl/image/type.h"
+#include "rdl/layout/model/double_line.h"
 #include "rdl/writers/html/text.h"
 
 namespace rdl::writers {
@@ -69,17 +69,13 @@ class SvgObjects {
         if (op.style == LineStyle::None || !IsVisible(op.color)) {
             return;
         }
-        const auto width = static_cast<double>(op.width);
         if (op.style != LineStyle::Double) {
-            Line(op, 0, 0, width, op.style);
+            Line(op);
             return;
         }
-        // Two lines of a third each, and a third between them.
-        const double length = std::hypot(op.x2 - op.x1, op.y2 - op.y1), third = width / 3;
-        const double dx = length > 0 ? (op.y2 - op.y1) / length * third : 0;
-        const double dy = length > 0 ? (op.x1 - op.x2) / length * third : third;
-        Line(op, dx, dy, third, LineStyle::Solid);
-        Line(op, -dx, -dy, third, LineStyle::Solid);
+        for (const layout::LineOp& one : layout::LinesOfDouble(op)) {
+            Line(one);
+        }
     }
 
     void operator()(const layout::RectOp& op) {
@@ -186,13 +182,13 @@ class SvgObjects {
         Number("height", std::max(op.height, 0.0));
     }
 
-    void Line(const layout::LineOp& op, double dx, double dy, double width, LineStyle style) {
+    void Line(const layout::LineOp& op) {
         m_out += "<line";
-        Number("x1", op.x1 + dx);
-        Number("y1", op.y1 + dy);
-        Number("x2", op.x2 + dx);
-        Number("y2", op.y2 + dy);
-        Stroke(op.color, width, style);
+        Number("x1", op.x1);
+        Number("y1", op.y1);
+        Number("x2", op.x2);
+        Number("y2", op.y2);
+        Stroke(op.color, static_cast<double>(op.width), op.style);
         m_out += "/>";
     }
 

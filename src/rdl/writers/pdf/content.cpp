@@ -5,6 +5,8 @@
 #include <array>
 #include <cmath>
 
+#include "rdl/layout/model/double_line.h"
+
 namespace rdl::writers {
 namespace {
 
@@ -322,13 +324,10 @@ void PdfContent::Line(const layout::LineOp& op) {
         Stroke(op.x1, op.y1, op.x2, op.y2);
         return;
     }
-    const double length = std::hypot(op.x2 - op.x1, op.y2 - op.y1);
-    const double third = op.width / 3.0;
-    const double dx = length > 0 ? (op.y2 - op.y1) / length * third : 0;
-    const double dy = length > 0 ? (op.x1 - op.x2) / length * third : third;
-    StrokeWith(op.color, third, LineStyle::Solid);
-    Stroke(op.x1 + dx, op.y1 + dy, op.x2 + dx, op.y2 + dy);
-    Stroke(op.x1 - dx, op.y1 - dy, op.x2 - dx, op.y2 - dy);
+    for (const layout::LineOp& one : layout::LinesOfDouble(op)) {
+        StrokeWith(one.color, one.width, one.style);
+        Stroke(one.x1, one.y1, one.x2, one.y2);
+    }
 }
 
 void PdfContent::Rect(const layout::RectOp& op) {

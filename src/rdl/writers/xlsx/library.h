@@ -34,8 +34,8 @@ lxw_object_properties* NextImage(const lxw_worksheet& sheet, const lxw_object_pr
 // Sets the size in points.
 void Resize(lxw_object_properties& image, double width, double height);
 
-// During its lifetime the sheet accepts any row and writes none of them. Images and links, which refer to
-// rows that are already written, are added with it.
+// While it exists, the sheet accepts cells in any row and writes no row. Images and links need this: they
+// refer to rows that are already written.
 class OpenRows {
  public:
     explicit OpenRows(lxw_worksheet& sheet) : m_sheet(sheet) { m_sheet.optimize = 0; }
