@@ -82,7 +82,11 @@ class PackageMail(MailTest):
         server = self.serve("--mode", "reject-recipient", "--recipient", "bob@example.com")
         self.use(server.port)
         key = self.courier.package(REPORTS)
-        self.courier.run_until_package_history()
+        self.courier.start()
+        # The package's row is there before its alert.
+        self.courier.wait(self.courier.package_history, what="history row")
+        self.courier.wait(server.alerts, what="alert")
+        self.courier.stop()
         self.assertEqual(self.courier.package_next_run(key), TOMORROW)
         self.assertEqual([m["X-Envelope-To"] for m in packages(server)], ["ann@example.com"])
         (text,) = alert_texts(server)
