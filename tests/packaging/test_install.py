@@ -13,6 +13,7 @@ import unittest
 from usage import BUILD
 
 CMAKE = os.environ.get("OXC_CMAKE", "cmake")
+DOCS = pathlib.Path(__file__).resolve().parent.parent.parent / "docs"
 PROGRAMS = ("oxc", "oxc-mail", "oxc-report", "oxc-schedule", "oxc-store", "oxc-design")
 SHARE = "share/oxbow-courier/"
 SAMPLES = ("invoice.rpt", "order_list.rpt", "sales.db", "sales_by_region.rpt", "sales_charts.rpt", "summary.rpt",
@@ -20,10 +21,8 @@ SAMPLES = ("invoice.rpt", "order_list.rpt", "sales.db", "sales_by_region.rpt", "
 # Every file besides those of single programs.
 FILES = {
     "share/applications/org.oxbowcourier.oxc.desktop",
-    "share/doc/oxbow-courier/install.md",
-    "share/doc/oxbow-courier/mail.md",
-    "share/doc/oxbow-courier/report-files.md",
-    "share/doc/oxbow-courier/schedule.md",
+    *("share/doc/oxbow-courier/" + str(guide.relative_to(DOCS)) for guide in DOCS.rglob("*.*")
+      if guide.suffix in (".md", ".png", ".svg")),
     "share/icons/hicolor/scalable/apps/oxbow-courier.svg",
     "share/man/man5/oxbow-courier-mail.5",
     "share/man/man5/oxbow-courier-reports.5",
