@@ -2,16 +2,13 @@
 #include "rdl/writers/common/xml_text.h"
 
 #include "rdl/values/utf8.h"
+#include "rdl/writers/common/escape.h"
 
 namespace rdl::writers {
 namespace {
 
 bool IsAllowed(char32_t code) {
     return (code >= 0x20 || code == '\t' || code == '\n') && code != 0xFFFE && code != 0xFFFF;
-}
-
-bool IsPlain(char c) {
-    return c >= 0x20 && c < 0x7F && c != '&' && c != '<' && c != '>' && c != '"';
 }
 
 }  // namespace
@@ -29,35 +26,7 @@ std::string XmlText(std::string_view text) {
 }
 
 void AppendXml(std::string_view text, std::string& out) {
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t begin = at;
-        while (at < text.size() && IsPlain(text[at])) {
-            ++at;
-        }
-        out += text.substr(begin, at - begin);
-        if (at == text.size()) {
-            return;
-        }
-        const char32_t code = NextCharacter(text, at);
-        switch (code) {
-            case '&':
-                out += "&amp;";
-                break;
-            case '<':
-                out += "&lt;";
-                break;
-            case '>':
-                out += "&gt;";
-                break;
-            case '"':
-                out += "&quot;";
-                break;
-            default:
-                if (IsAllowed(code)) {
-                    AppendUtf8(code, out);
-                }
-        }
-    }
+    AppendEscaped(text, IsAllowed, false, out);
 }
 
 }  // namespace rdl::writers

@@ -18,7 +18,7 @@ using layout::HAlign;
 constexpr std::uint16_t FontRecord = 0x0031, FormatRecord = 0x041E, XfRecord = 0x00E0, StyleRecord = 0x0293,
                         PaletteRecord = 0x0092;
 constexpr std::uint16_t FirstOwnXf = 16, FirstOwnFormat = 164;
-constexpr std::size_t MostXfs = 3900, MostPlainXfs = 100, MostFonts = 500, MostKnown = 8192, PaletteSize = 56;
+constexpr std::size_t MostXfs = 3900, MostPlainXfs = 100, MostFonts = 500, PaletteSize = 56;
 constexpr unsigned FirstPaletteIndex = 8;
 
 int Distance(Color a, Color b) {
@@ -156,10 +156,9 @@ std::uint16_t XlsStyles::Record(const std::string& data, std::size_t most) {
 
 std::uint16_t XlsStyles::Cell(const layout::BoxStylePtr& box, const layout::CharStylePtr& text, HAlign align,
                               std::uint16_t format, bool wrap) {
-    const Key key{box.get(), text.get(),
-                  static_cast<std::uint32_t>(align) << 17 | (wrap ? 1u : 0u) << 16 | format};
-    if (const auto found = m_known.find(key); found != m_known.end()) {
-        return found->second.xf;
+    const StyleCache::Key key = StyleCache::KeyOf(box, text, align, format, wrap);
+    if (const auto known = m_known.Find(key)) {
+        return *known;
     }
     const std::string data =
         CellRecord(box ? *box : BoxStyle(), text ? Font(*text) : std::uint16_t{0}, align, format, wrap);
@@ -168,10 +167,7 @@ std::uint16_t XlsStyles::Cell(const layout::BoxStylePtr& box, const layout::Char
         // The look is given up, but a date must not show as a number.
         xf = Record(CellRecord(BoxStyle(), 0, HAlign::General, format, false), MostXfs + MostPlainXfs);
     }
-    if (m_known.size() >= MostKnown) {
-        m_known.clear();
-    }
-    m_known.emplace(key, Known{box, text, xf});
+    m_known.Keep(key, box, text, xf);
     return xf;
 }
 

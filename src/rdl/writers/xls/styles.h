@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "rdl/layout/model/style.h"
+#include "rdl/writers/common/style_cache.h"
 #include "rdl/writers/xls/record.h"
 
 namespace rdl::writers {
@@ -31,24 +31,6 @@ class XlsStyles {
     void Write(XlsRecords& records) const;
 
  private:
-    struct Key {
-        const void* box;
-        const void* text;
-        std::uint32_t rest;
-        bool operator==(const Key&) const = default;
-    };
-    struct KeyHash {
-        std::size_t operator()(const Key& key) const {
-            const std::hash<const void*> hash;
-            return hash(key.box) * 31 + hash(key.text) * 7 + key.rest;
-        }
-    };
-    struct Known {  // keeps alive the styles, whose addresses are the key
-        layout::BoxStylePtr box;
-        layout::CharStylePtr text;
-        std::uint16_t xf;
-    };
-
     std::uint16_t Font(const layout::CharStyle& style);
     unsigned ColorIndex(layout::Color color);
     std::uint16_t Record(const std::string& data, std::size_t most);
@@ -58,7 +40,7 @@ class XlsStyles {
     std::vector<std::string> m_fonts, m_xfs;  // record data
     std::map<std::string, std::uint16_t> m_fontIndexes, m_xfIndexes, m_formats;
     std::vector<layout::Color> m_palette;
-    std::unordered_map<Key, Known, KeyHash> m_known;
+    StyleCache m_known;
 };
 
 }  // namespace rdl::writers

@@ -16,7 +16,7 @@ using layout::CharStyle;
 using layout::HAlign;
 
 // Programs read 65,490 cell formats.
-constexpr std::size_t MostStyles = 64'000, MostPlainStyles = 1'000, MostKnown = 8192;
+constexpr std::size_t MostStyles = 64'000, MostPlainStyles = 1'000;
 constexpr std::size_t LongestFamily = 31;
 
 // To the library a plain 0 is no colour.
@@ -166,10 +166,9 @@ std::uint16_t XlsxStyles::Plain() {
 std::uint16_t XlsxStyles::Cell(const layout::BoxStylePtr& box, const layout::CharStylePtr& text, HAlign align,
                                std::uint16_t format, bool wrap) {
     Plain();
-    const Key key{box.get(), text.get(),
-                  static_cast<std::uint32_t>(align) << 17 | (wrap ? 1u : 0u) << 16 | format};
-    if (const auto found = m_known.find(key); found != m_known.end()) {
-        return found->second.style;
+    const StyleCache::Key key = StyleCache::KeyOf(box, text, align, format, wrap);
+    if (const auto known = m_known.Find(key)) {
+        return *known;
     }
     std::uint16_t style =
         Find(box ? *box : BoxStyle(), text ? *text : CharStyle(), align, format, wrap, MostStyles);
@@ -177,10 +176,7 @@ std::uint16_t XlsxStyles::Cell(const layout::BoxStylePtr& box, const layout::Cha
         // The look is given up, but a date must not show as a number.
         style = Find(BoxStyle(), CharStyle(), HAlign::General, format, false, MostStyles + MostPlainStyles);
     }
-    if (m_known.size() >= MostKnown) {
-        m_known.clear();
-    }
-    m_known.emplace(key, Known{box, text, style});
+    m_known.Keep(key, box, text, style);
     return style;
 }
 

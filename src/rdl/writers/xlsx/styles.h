@@ -7,10 +7,10 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "rdl/layout/model/style.h"
+#include "rdl/writers/common/style_cache.h"
 
 namespace rdl::writers {
 
@@ -34,23 +34,6 @@ class XlsxStyles {
     }
 
  private:
-    struct Key {
-        const void* box;
-        const void* text;
-        std::uint32_t rest;
-        bool operator==(const Key&) const = default;
-    };
-    struct KeyHash {
-        std::size_t operator()(const Key& key) const {
-            const std::hash<const void*> hash;
-            return hash(key.box) * 31 + hash(key.text) * 7 + key.rest;
-        }
-    };
-    struct Known {  // keeps alive the styles, whose addresses are the key
-        layout::BoxStylePtr box;
-        layout::CharStylePtr text;
-        std::uint16_t style;
-    };
     std::uint16_t Find(const layout::BoxStyle& box, const layout::CharStyle& text, layout::HAlign align,
                        std::uint16_t format, bool wrap, std::size_t most);
 
@@ -68,7 +51,7 @@ class XlsxStyles {
     std::map<std::string, std::uint16_t> m_indexes;  // by all that a style says
     std::vector<std::string> m_formats{"General"};
     std::map<std::string, std::uint16_t> m_formatIndexes{{"General", 0}};
-    std::unordered_map<Key, Known, KeyHash> m_known;
+    StyleCache m_known;
 };
 
 }  // namespace rdl::writers

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the markup languages have in common: the characters that content and quoted attributes must not hold
+// as they are.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace rdl::writers {
+
+// Appends the text with & < > " as entities; a malformed byte becomes U+FFFD. A character for which
+// `isAllowed` returns false is left out.
+void AppendEscaped(std::string_view text, bool (*isAllowed)(char32_t), bool escapesApostrophes,
+                   std::string& out);
+
+}  // namespace rdl::writers
