@@ -42,6 +42,7 @@ constexpr std::array Commands = {
     CommandForm{"package set", 0, Any, "id= report=+ p=+"},
     CommandForm{"package remove", 0, Any, "id="},
     CommandForm{"package run", 0, Any, "id="},
+    CommandForm{"package history", 0, Any, "id= limit= json"},
     CommandForm{"folder list", 0, 0, "json"},
     CommandForm{"folder add", 1, 1, "in="},
     CommandForm{"folder rename", 2, 2, ""},
@@ -145,7 +146,7 @@ void CheckNames(const CommandForm& form, const CommandLine& line) {
     }
     const bool isNamedByKey = FormOf(form, "id").isKnown;
     if (line.names.size() < form.least ||
-        (isNamedByKey && form.words != "history" && line.names.empty() && !line.Has("id"))) {
+        (isNamedByKey && !form.words.ends_with("history") && line.names.empty() && !line.Has("id"))) {
         throw ScheduleUsageError(std::string(form.words) + " wants " +
                                  (form.words == "add"             ? "a report file"
                                   : form.words == "import"        ? "a file"
@@ -236,6 +237,11 @@ std::vector<KnownCommand> KnownCommands() {
         known.push_back(command);
     }
     return known;
+}
+
+std::int64_t HistoryLimit(const CommandLine& line) {
+    constexpr std::int64_t Usual = 50, Most = 1000000;
+    return line.Number("limit", 1, Most).value_or(Usual);
 }
 
 std::pair<std::string, std::string> ParameterOf(const std::string& argument) {

@@ -37,6 +37,9 @@ struct CommandLine {
 // option, a missing value and a wrong number of names raise ScheduleUsageError.
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
 
+// Returns --limit of a command that prints runs, or 50.
+std::int64_t HistoryLimit(const CommandLine& line);
+
 // Splits NAME=VALUE. Raises ScheduleUsageError for a text without a name or without "=".
 std::pair<std::string, std::string> ParameterOf(const std::string& argument);
 

@@ -29,6 +29,7 @@ constexpr std::array Handlers = {
     Handler{"package set", SetPackage},
     Handler{"package remove", RemovePackage},
     Handler{"package run", RunStoredPackage},
+    Handler{"package history", ShowPackageHistory},
     Handler{"package list", ListPackages},
     Handler{"package show", ShowPackage},
     Handler{"folder list", ListFolders},

@@ -18,6 +18,7 @@ void RunSchedule(const CommandLine& line);
 void ListSchedules(const CommandLine& line);
 void ShowSchedule(const CommandLine& line);
 void ShowHistory(const CommandLine& line);
+void ShowPackageHistory(const CommandLine& line);
 void ShowComingRuns(const CommandLine& line);
 
 void AddPackage(const CommandLine& line);

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands on packages.
 #include <algorithm>
+#include <map>
 
 #include "execution/on_demand/RunOnDemand.h"
+#include "platform/base/convert.h"
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
+#include "platform/contracts/adodb.h"
 #include "shared/Global.h"
 #include "tools/oxc_schedule/checks.h"
 #include "tools/oxc_schedule/commands.h"
@@ -146,6 +149,41 @@ void RunStoredPackage(const CommandLine& line) {
     if (!Global::ExecutePackage(package.id)) {
         Refuse(boxes.Complaint("Package " + package.id + " is not delivered"));
     }
+}
+
+// A failure is stored under the package that was delivered before it in the same poll, or under none.
+void ShowPackageHistory(const CommandLine& line) {
+    const std::string condition =
+        line.names.empty() && !line.Has("id") ? "" : " where ReportID = " + SqlText(FindPackage(line).id);
+    const std::int64_t limit = HistoryLimit(line);
+    std::map<std::string, std::string> names;
+    for (const StoredPackage& package : ReadPackages()) {
+        names[package.id] = package.row.name;
+    }
+    ADODB::Recordset rows;
+    rows.Open("select top " + std::to_string(limit) + " ReportID, LastRun, ErrMsg from ReportBatchHstry" +
+                  condition + " order by LastRun desc",
+              Global::ConnectionString);
+    QJsonArray array;
+    std::vector<std::vector<std::string>> table = {{"MOMENT", "STATUS", "ID", "NAME", "ERROR"}};
+    for (; !rows.EOF_(); rows.MoveNext()) {
+        const std::string id = rows.Fields(0).Value.Text(),
+                          moment = Replace(rows.Fields(1).Value.Text(), ",", " ");
+        const std::string error = rows.Fields(2).Value.Text();
+        // Only the row of a delivery has no text; an empty one is that of a mail that failed.
+        const std::string status = rows.Fields(2).Value.IsNull() ? "Success" : "Failure";
+        table.push_back({moment, status, id, names[id], error});
+        array.append(QJsonObject{{"id", id.empty() ? QJsonValue() : QJsonValue(Json(id).toLongLong())},
+                                 {"name", Json(names[id])},
+                                 {"moment", Json(moment)},
+                                 {"status", Json(status)},
+                                 {"error", Json(error)}});
+    }
+    rows.Close();
+    if (line.Has("json")) {
+        return Print(array);
+    }
+    PrintTable(table);
 }
 
 void ListPackages(const CommandLine& line) {

@@ -92,11 +92,9 @@ void ShowSchedule(const CommandLine& line) {
 }
 
 void ShowHistory(const CommandLine& line) {
-    constexpr std::int64_t Usual = 50, Most = 1000000;
     const bool isOne = !line.names.empty() || line.Has("id");
     const std::vector<HistoryRow> history =
-        ReadHistory(isOne ? " where h.ReportID = " + FindSchedule(line).id : "",
-                    line.Number("limit", 1, Most).value_or(Usual));
+        ReadHistory(isOne ? " where h.ReportID = " + FindSchedule(line).id : "", HistoryLimit(line));
     if (line.Has("json")) {
         QJsonArray array;
         for (const HistoryRow& row : history) {

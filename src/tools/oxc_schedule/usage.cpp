@@ -18,7 +18,7 @@ std::string ScheduleUsage() {
       --at HH:MM [--daily|--weekly|--monthly|--quarterly] [--start DATE] [--end DATE] [--format F]
       [--subject S] [--message M]
   package set NAME --report N -p NAME=VALUE...
-  package list | show NAME | remove NAME | run NAME
+  package list | show NAME | remove NAME | run NAME | history [NAME] [--limit N]
   folder list | add NAME [--in F] | rename OLD NEW | remove NAME
 
   export [FILE] [--with-passwords]      all folders, schedules and packages as JSON

@@ -48,6 +48,28 @@ TEST_F(Packages, RunWritesTheFiles) {
     EXPECT_EQ(Sql("select ReportID, Success, ErrMsg from ReportBatchHstry"), (Texts{"1|T|null"}));
 }
 
+TEST_F(Packages, HistoryIsThatOfOneOrOfAll) {
+    Output(Add);
+    EXPECT_EQ(Output("package history"), "MOMENT  STATUS  ID  NAME  ERROR\n");
+    for (const char* row :
+         {"'1', '2026-11-02,09:00:00', 'T', null", "'1', '2026-11-10,09:00:00', 'T', 'Disk full'",
+          "'', '2026-11-09,09:00:00', 'T', ''"}) {
+        Sql(std::string("insert into ReportBatchHstry values(") + row + ")");
+    }
+    EXPECT_EQ(Output("package history"),
+              "MOMENT               STATUS   ID  NAME   ERROR\n"
+              "2026-11-10 09:00:00  Failure  1   Month  Disk full\n"
+              "2026-11-09 09:00:00  Failure\n"
+              "2026-11-02 09:00:00  Success  1   Month\n");
+    EXPECT_EQ(Output("package history month --limit 1"),
+              "MOMENT               STATUS   ID  NAME   ERROR\n"
+              "2026-11-10 09:00:00  Failure  1   Month  Disk full\n");
+    const std::string json = Output("package history --json");
+    EXPECT_THAT(json, HasSubstr("\"error\": \"\",\n        \"id\": null,\n"));
+    EXPECT_THAT(json, HasSubstr("\"status\": \"Success\""));
+    EXPECT_EQ(Refusal("package history Week"), "There is no package \"Week\"");
+}
+
 TEST_F(Packages, AreRefusedWithTheValueAndTheCause) {
     Output(Add);
     EXPECT_EQ(Refusal(Add), "There is a package \"Month\" already, number 1");
