@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The scheduler as a service: what it tells its service manager, its signals, its stop and its log."""
 
+import ctypes
 import json
 import os
 import pathlib
@@ -18,6 +19,16 @@ from mail_server import MailTest
 from service_manager import UNITS, Manager, unit_command, unit_environment, unit_values
 
 DATED = r"\d{4}-\d\d-\d\d \d\d:\d\d:\d\d "
+
+
+def calls_of(group):
+    """The names of the calls in a group of systemd's, and of a single call itself."""
+    if not group.startswith("@"):
+        return {group}
+    said = subprocess.run(["systemd-analyze", "syscall-filter", group], capture_output=True, text=True,
+                          check=True).stdout
+    names = [line.strip() for line in said.splitlines()[1:] if line.strip() and "#" not in line]
+    return set().union(*(calls_of(name) for name in names))
 
 
 class ServiceTest(CourierTest):
@@ -392,6 +403,36 @@ class SystemUnit(ServiceTest):
         self.assertTrue((root / "var/lib/oxbow-courier/PressroomLive.dat").exists())
         # No entry for a desktop: it would start a second scheduler.
         self.assertEqual(sorted(path.name for path in (root / "etc").iterdir()), ["oxbow-courier"])
+
+    def allow_what_the_unit_allows(self):
+        """The bounds of the unit that a process can set for itself."""
+        no_new_privileges, memory_deny_write_execute = 38, 65
+        library = ctypes.CDLL(None)
+        library.prctl(no_new_privileges, 1, 0, 0, 0)
+        library.prctl(memory_deny_write_execute, 1, 0, 0, 0)  # a kernel before 6.3 does not know it
+
+    @unittest.skipUnless(shutil.which("strace"), "strace is not installed")
+    @unittest.skipUnless(shutil.which("systemd-analyze"), "systemd-analyze is not installed (package systemd)")
+    def test_runs_need_no_call_of_the_kernel_that_it_forbids(self):
+        allowed = calls_of("@default")
+        for line in unit_values("system.service.in", "SystemCallFilter"):
+            named = set().union(*(calls_of(name) for name in line.lstrip("~").split()))
+            allowed = allowed - (named - calls_of("@default")) if line.startswith("~") else allowed | named
+        keys = [self.courier.schedule(Format=word) for word in ("Acrobat Format (PDF)", "DHTML", "Excel")]
+        self.courier.package([("Acrobat", "sales_by_region.rpt")])
+        trace = self.courier.folder / "trace"
+        self.courier.process = subprocess.Popen(
+            ["strace", "-D", "-f", "-qq", "-o", trace, self.courier.app / "oxc", "-sched"], stdout=self.courier.log,
+            stderr=subprocess.STDOUT, env=self.courier.environment(), preexec_fn=self.allow_what_the_unit_allows)
+        self.courier.wait(lambda: self.courier.package_history(), 120, "history row")
+        self.assertEqual([(row[0], row[2]) for row in self.courier.history()], [(key, "Success") for key in keys])
+        self.assertEqual([row[3] for row in self.courier.package_history()], [None])
+        self.courier.process.kill()
+        self.courier.process.wait()
+        made = set(re.findall(r"^\d+ +(\w+)\(", trace.read_text(errors="replace"), re.MULTILINE))
+        self.assertIn("execve", made)
+        # Its failure has no effect: files of the service's user belong to it anyway.
+        self.assertEqual(made - allowed - {"fchown"}, set())
 
     def test_times_fit_the_program(self):
         for name in ("system.service.in", "user.service.in"):
