@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/SchedulerService.h"
 
+#include <unistd.h>
+
 #include <QCoreApplication>
 #include <QTimer>
 #include <chrono>
@@ -44,7 +46,7 @@ void Note(journal::Level level, std::string_view event, Facts facts) {
 }
 
 // Two threads may get here. The first one ends the process.
-void End(const char* reason) {
+[[noreturn]] void End(const char* reason) {
     static std::once_flag once;
     std::call_once(once, [reason] {
         ServiceManager::Instance().Tell("STOPPING=1");
@@ -69,10 +71,7 @@ void Stop(int signal) {
          {journal::Text("reason", name), journal::Text("waits-for", "mail"),
           journal::Seconds("seconds", StopPatience)});
     ServiceManager::Instance().Tell("STOPPING=1\nSTATUS=Finishing a mail");
-    std::thread([] {
-        std::this_thread::sleep_for(StopPatience);
-        End("the mail took too long");
-    }).detach();
+    ::alarm(static_cast<unsigned>(StopPatience.count()));
 }
 
 // Not in the middle of a poll: a run must not get its folder from one settings file and its alert from
@@ -143,6 +142,8 @@ void Take(int signal) {
         case SIGUSR1:
             AskForState();
             break;
+        case SIGALRM:
+            End("the mail took too long");
         default:
             Stop(signal);
     }
@@ -183,7 +184,8 @@ void Start(bool isJson) {
     journal::UseForm(isJson ? journal::Form::Json : journal::Form::Text);
     journal::WriteEvents(true);
     TheStopGate().OnEnd([] { End("the mail is recorded"); });
-    WatchSignals({SIGTERM, SIGINT, SIGHUP, SIGUSR1}, &Take);
+    Global::RunLog::Instance();  // its start is that of the process
+    WatchSignals({SIGTERM, SIGINT, SIGHUP, SIGUSR1, SIGALRM}, &Take);
 }
 
 void Serve(bool isPolling) {

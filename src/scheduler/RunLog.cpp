@@ -52,8 +52,11 @@ void RunLog::PollBegins() {
 
 void RunLog::PollEnds() {
     const std::lock_guard lock(m_mutex);
+    if (!m_pollBegin) {
+        return;
+    }
     m_lastPoll = Now();
-    m_lastPollTime = m_pollBegin ? Since(*m_pollBegin) : std::chrono::milliseconds();
+    m_lastPollTime = Since(*m_pollBegin);
     m_pollBegin.reset();
     m_item.reset();
     journal::SetContext({});

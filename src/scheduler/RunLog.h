@@ -23,7 +23,7 @@ class RunLog {
     static RunLog& Instance();
 
     void PollBegins();
-    void PollEnds();
+    void PollEnds();  // does nothing outside of a poll
     bool IsPolling() const;
 
     void Begins(RunKind kind, const std::string& reportID, const std::string& title);

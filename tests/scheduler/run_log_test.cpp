@@ -18,6 +18,7 @@ class RunLog : public fakes::RunFixture {
     void SetUp() override {
         engine.reports["Z:\\reports\\sales.rpt"] = {};
         journal::WriteEvents(true);
+        Global::RunLog::Instance().PollBegins();
         testing::internal::CaptureStderr();
     }
     void TearDown() override {
