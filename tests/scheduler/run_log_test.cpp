@@ -6,15 +6,14 @@
 #include <regex>
 
 #include "scheduler/BatchReport.h"
-#include "scheduler/NextDue.h"
 #include "scheduler/Schedchk.h"
 #include "support/run_fixture.h"
 
 namespace {
 
-class RunLog : public fakes::RunFixture {
+class RunLog : public fakes::PackageRunFixture {
  protected:
-    RunLog() : RunFixture(fakes::At(2026, 11, 21, 14, 0, 0)) {}
+    RunLog() : PackageRunFixture(fakes::At(2026, 11, 21, 14, 0, 0)) {}
     void SetUp() override {
         engine.reports["Z:\\reports\\sales.rpt"] = {};
         journal::WriteEvents(true);
@@ -67,4 +66,44 @@ TEST_F(RunLog, PollThatFailsAtARowNamesItsSchedule) {
               "2026-11-21 14:00:00 error poll-failed schedule=1 outcome=error routine=Schedchk "
               "error=\"Type mismatch\" number=13\n"
               "2026-11-21 14:00:00 notice alert-sent schedule=1 to=boss\n");
+}
+
+TEST_F(RunLog, DeliveredPackageIsItsMailAndItsRun) {
+    Package();
+    Detail(1, "1>a.rpt", "Acrobat");
+    Global::BatchReport();
+    EXPECT_EQ(
+        Lines(),
+        "2026-11-21 14:00:00 info mail-sent package=1 title=Pack subject=Subject recipients=2 seconds=-\n"
+        "2026-11-21 14:00:00 info package-done package=1 title=Pack outcome=delivered seconds=-\n");
+}
+
+TEST_F(RunLog, FailedMailOfAPackageIsNoErrorOfItsOwn) {
+    Package();
+    mail.sendErrors = {RuntimeError(500, "refused")};
+    Global::BatchReport();
+    EXPECT_EQ(Lines(),
+              "2026-11-21 14:00:00 The mail \"Subject\" did not go out: refused [500]\n"
+              "2026-11-21 14:00:00 notice alert-sent package=1 title=Pack to=boss@example.com\n"
+              "2026-11-21 14:00:00 error run-failed package=1 title=Pack outcome=not-delivered seconds=-\n"
+              "2026-11-21 14:00:00 notice alert-sent package=1 title=Pack to=boss@example.com\n");
+}
+
+TEST_F(RunLog, StateHasTheRunsAndTheLastPoll) {
+    const auto value = [](const std::string& name) {
+        for (const journal::Fact& fact : Global::RunLog::Instance().State()) {
+            if (fact.name == name) {
+                return fact.value;
+            }
+        }
+        return std::string("none");
+    };
+    const std::string before = value("delivered");
+    fakes::Insert(database, fakes::ScheduleRow{.nextRun = "2026-11-21"});
+    engine.onExport = [&value](const std::string&) { EXPECT_EQ(value("running"), "schedule"); };
+    Global::Schedchk();
+    EXPECT_EQ(value("running"), "none");
+    EXPECT_EQ(std::stoi(value("delivered")), std::stoi(before) + 1);
+    Global::RunLog::Instance().PollEnds();
+    EXPECT_EQ(value("last-poll"), "2026-11-21 14:00:00");
 }
