@@ -7,6 +7,7 @@
 #include "app/frmSplash.h"
 #include "desktop/DeskWindows.h"
 #include "dialogs/ModalForm.h"
+#include "platform/base/journal.h"
 #include "platform/contracts/process.h"
 #include "shared/Global.h"
 
@@ -18,6 +19,7 @@ void mnuEnd_Click() {
 }
 
 void mnutbExit_Click() {
+    journal::Write({journal::Level::Notice, "stop", {journal::Text("reason", "exit")}});
     EndProcess();
 }
 

@@ -9,12 +9,15 @@
 
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
+#include "app/version.h"
 #include "desktop/DeskWindows.h"
 #include "platform/base/journal.h"
+#include "platform/base/paths.h"
 #include "platform/contracts/loop.h"
 #include "platform/contracts/process.h"
 #include "scheduler/BatchReport.h"
 #include "scheduler/PollTrace.h"
+#include "scheduler/RunLog.h"
 #include "scheduler/Schedchk.h"
 #include "shared/Global.h"
 #include "store/StartUp.h"
@@ -61,8 +64,19 @@ Steps EditorSteps() {
     };
 }
 
+void LogStart() {
+    journal::Write({journal::Level::Notice,
+                    "start",
+                    {journal::Text("version", std::to_string(OXC_VERSION_MAJOR) + "." +
+                                                  std::to_string(OXC_VERSION_MINOR) + "." +
+                                                  std::to_string(OXC_VERSION_REVISION)),
+                     journal::Text("folder", paths::ForUser(AppPath())), journal::Number("poll", PollSeconds),
+                     journal::Text("alert", AlertWho)}});
+}
+
 Steps SchedulerSteps() {
     return {
+        LogStart,
         [] {
             frmMain::Instance().HideWindow();
             frmMain::Instance().setWindowState(Qt::WindowMinimized);
@@ -72,6 +86,7 @@ Steps SchedulerSteps() {
             frmMain::Instance().TrayIcon1->SetEnabled(true);
             frmMain::Instance().TrayIcon1->SetVisible(true);
         },
+        [] { RunLog::Instance().PollBegins(); },
         Schedchk,
         BatchReport,
         WritePollTrace,
@@ -98,20 +113,25 @@ bool Run(const Steps& steps) {
 
 }  // namespace
 
-void Main() {
+bool Main() {
     const bool isEditor = Command().empty();
     const bool started = Run(CommonSteps()) && Run(isEditor ? EditorSteps() : SchedulerSteps());
     if (isEditor) {
-        return;
+        return true;
     }
+    RunLog::Instance().PollEnds();
     // The process would live on without polls, and nothing on the screen would show it.
     if (!started) {
         Journal("The start of the scheduler failed: nothing is polled until it is started again");
-    } else if (!frmMain::Instance().Timer1->isActive()) {
+        return false;
+    }
+    if (!frmMain::Instance().Timer1->isActive()) {
         Journal(
             "Polling has stopped, as the first poll of the packages failed: nothing is polled until the "
             "scheduler is started again");
+        return false;
     }
+    return true;
 }
 
 }  // namespace Global

@@ -24,6 +24,7 @@
 #include "platform/controls/folders/common_dialog.h"
 #include "scheduler/BatchReport.h"
 #include "scheduler/PollTrace.h"
+#include "scheduler/RunLog.h"
 #include "scheduler/Schedchk.h"
 #include "shared/Global.h"
 
@@ -171,9 +172,11 @@ void frmMain::Timer1_Timer() {
     }
     TrayIcon1->SetTip("Report Scheduler polling...");
     DoEvents();
+    Global::RunLog::Instance().PollBegins();
     Global::BatchReport();
     Global::Schedchk();
     Global::WritePollTrace();
+    Global::RunLog::Instance().PollEnds();
     Global::CurrentReport.reset();
     Global::PollCountdown = Global::PollSeconds;
     showCountdown();

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/Main.h"
+#include "app/SchedulerService.h"
 #include "mail/Delivery.h"
 #include "platform/contracts/mapi.h"
 #include "platform/contracts/process.h"
@@ -49,11 +50,17 @@ int main(int argc, char** argv) {
         return 1;
     }
     TakeQtMessages();
+    const bool isScheduler = !Command().empty();
+    if (isScheduler) {
+        SchedulerService::Start(SchedulerService::WantsJson(argc, argv));
+    }
     AwaitDisplay("oxc", Advice, argv);
     // Whatever stands on the command line means the scheduler; Qt takes its options from the environment.
     int qtArgc = 1;
     Application application(qtArgc, argv);
-    EndOnSignals();
+    if (!isScheduler) {
+        EndOnSignals();
+    }
     QtLoop loop;
     SetLoop(&loop);
     QtPrompts prompts;
@@ -68,6 +75,9 @@ int main(int argc, char** argv) {
     SetShell(&shell);
     report::SetEngineFactory(&reports::CreateRdlEngine);
 
-    Global::Main();
+    const bool isPolling = Global::Main();
+    if (isScheduler) {
+        SchedulerService::Serve(isPolling);
+    }
     return QApplication::exec();
 }

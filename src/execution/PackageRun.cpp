@@ -4,6 +4,7 @@
 #include "execution/RunReport.h"
 #include "mail/Delivery.h"
 #include "platform/base/journal.h"
+#include "platform/posix/service_notify.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 
@@ -54,6 +55,7 @@ int RunPackageReports(const std::string& reportID, const std::string& destinatio
     ADODB::Recordset details;
     details.Open("select * from reportbatchdtls where reportid = " + reportID, ConnectionString);
     for (; !details.EOF_(); details.MoveNext(), ++slot) {
+        ServiceManager::Instance().ShowLife();
         report::Report& report = OpenReport(details.Fields("ReportPath").Value.Text());
         const std::shared_ptr<report::Report> held = CurrentReport;
         HandOverPackageParameters(report, reportID, details.Fields("DetailID").Value.Text());

@@ -28,7 +28,10 @@ void ShowMailboxError() {
 
 // Handles an error after the logon in a mail with reports. No history row records it.
 bool FailReportMail(const std::string& subject, const RuntimeError& error) {
-    Journal(ErrorText("The mail \"" + subject + "\" did not go out: ", error));
+    journal::Write({journal::Level::Error,
+                    "mail-failed",
+                    {journal::Text("subject", subject), journal::Number("number", error.Number())},
+                    ErrorText("The mail \"" + subject + "\" did not go out: ", error)});
     if (IsMailboxError(error)) {
         ShowMailboxError();
     } else {
@@ -40,7 +43,10 @@ bool FailReportMail(const std::string& subject, const RuntimeError& error) {
 
 void TellLostAlert(const std::string& recipient, const std::string& body, const RuntimeError& error) {
     const std::string to = recipient.empty() ? "as no alert address is set" : "to \"" + recipient + "\"";
-    Journal(ErrorText("An alert did not go out " + to + ": ", error) + " It says: " + body);
+    journal::Write({journal::Level::Error,
+                    "alert-lost",
+                    {journal::Text("to", recipient), journal::Number("number", error.Number())},
+                    ErrorText("An alert did not go out " + to + ": ", error) + " It says: " + body});
 }
 
 std::unique_ptr<MAPI::Session> LoggedOnSession() {
@@ -68,7 +74,7 @@ bool SendMailBatch(const Variant& body, const Variant& subject, int recipients, 
         for (int i = 1; i <= files; ++i) {
             MAPI::Attach(*message, i, AttachmentSlot(i));
         }
-        message->Send();
+        MAPI::SendRunMessage(*message);
         return true;
     } catch (...) {
         return FailReportMail(subject.Text(), CurrentError());
@@ -89,7 +95,7 @@ bool SendMailSingle(const Variant& body, const Variant& subject, const std::stri
         }
         message->Recipients().Resolve(MAPI::Dialog::Allowed);
         MAPI::Attach(*message, 1, file);
-        message->Send();
+        MAPI::SendRunMessage(*message);
         return true;
     } catch (...) {
         return FailReportMail(subject.Text(), CurrentError());
@@ -110,6 +116,7 @@ bool SendAlertMail(const std::string& body, const std::string& recipient, const 
         }
         message->Recipients().Resolve(MAPI::Dialog::Allowed);
         message->Send();
+        journal::Write({journal::Level::Notice, "alert-sent", {journal::Text("to", recipient)}});
         return true;
     } catch (...) {
         // A failed alert sends no alert.

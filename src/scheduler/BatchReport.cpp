@@ -7,11 +7,13 @@
 #include "platform/base/due_run.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/clock.h"
+#include "platform/contracts/stop_gate.h"
 #include "scheduler/Deliveries.h"
 #include "scheduler/Due.h"
 #include "scheduler/NextRun.h"
 #include "scheduler/PollTimer.h"
 #include "scheduler/RunHistory.h"
+#include "scheduler/RunLog.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 
@@ -35,15 +37,18 @@ bool RecordAgain(ADODB::Connection& connection, const ADODB::Recordset& package)
     connection.Open(ConnectionString);
     deliveries.Record(connection, *delivery);
     connection.Close();
+    RunLog::Instance().RecordedLater(RunKind::Package, package.Fields("ReportID").Value.Text(),
+                                     package.Fields("BatchName").Value.Text());
     return true;
 }
 
 // A run starts only if it can be recorded: the connection that will store the date proves that first. Sets
 // `lastKey` once the package is delivered. Returns false if its mail failed.
 bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& package, std::string& lastKey) {
+    const DueRun run = RunOf(package);
+    RunLog::Instance().Begins(run.kind, run.reportID, package.Fields("BatchName").Value.Text());
     connection.Open(ConnectionString);
     connection.ProveWritable();
-    const DueRun run = RunOf(package);
     const AlertsWait untilRecorded;
     const MAPI::DueRun mails(ConnectionString, "package", run.reportID, run.date + " " + run.time);
     if (!RunPackage(package, Runner::PackagePoll)) {
@@ -54,11 +59,12 @@ bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& packag
     lastKey = run.reportID;
     Deliveries::Instance().Record(connection, {run, cmFunc::FormatDateText(next), PackageHistoryMoment()});
     connection.Close();
+    RunLog::Instance().Delivered();
     return true;
 }
 
 // Sets `lastKey` to the last delivered package. Returns false if a mail failed; the packages after it wait.
-bool PollPackages(std::string& lastKey) {
+bool PollPackages(StopGate::Work& work, std::string& lastKey) {
     const std::string today = cmFunc::FormatDateText(Today());
     ADODB::Connection connection;
     ADODB::Recordset packages;
@@ -68,9 +74,11 @@ bool PollPackages(std::string& lastKey) {
     for (; !packages.EOF_(); packages.MoveNext()) {
         if (RecordAgain(connection, packages)) {
             lastKey = packages.Fields("ReportID").Value.Text();
-        } else if (IsDue(packages.Fields("NextRunDate").Value, packages.Fields("RunTime").Value) &&
-                   !RunDuePackage(connection, packages, lastKey)) {
-            return false;
+        } else if (IsDue(packages.Fields("NextRunDate").Value, packages.Fields("RunTime").Value)) {
+            if (!RunDuePackage(connection, packages, lastKey)) {
+                return false;
+            }
+            work.Recorded();
         }
     }
     packages.Close();
@@ -83,15 +91,17 @@ bool PollPackages(std::string& lastKey) {
 void BatchReport() {
     std::string lastKey;
     RuntimeError failure(0, "");
+    StopGate::Work work;
     try {
         EnableTimer1(false);
-        if (PollPackages(lastKey)) {
+        if (PollPackages(work, lastKey)) {
             EnableTimer1(true);
             return;
         }
     } catch (...) {
         failure = CurrentError();
     }
+    RunLog::Instance().Failed("BatchReport", failure);
     WriteFailureRow("BatchReport", failure, [&] { WritePackageFailure(lastKey, failure.Description()); });
     AlertPollFailure("BatchReport", failure);
 }

@@ -9,11 +9,13 @@
 #include "platform/base/due_run.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/clock.h"
+#include "platform/contracts/stop_gate.h"
 #include "scheduler/Deliveries.h"
 #include "scheduler/Due.h"
 #include "scheduler/NextRun.h"
 #include "scheduler/PollTimer.h"
 #include "scheduler/RunHistory.h"
+#include "scheduler/RunLog.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 
@@ -39,6 +41,8 @@ bool RecordAgain(const ADODB::Recordset& row, DateValue& NextDate) {
     connection.Open(ConnectionString);
     deliveries.Record(connection, *delivery);
     connection.Close();
+    RunLog::Instance().RecordedLater(RunKind::Schedule, row.Fields("ReportID").Value.Text(),
+                                     row.Fields("ReportTitle").Value.Text());
     return true;
 }
 
@@ -52,10 +56,11 @@ bool MovesOn(const std::string& frequency) {
 
 // A run starts only if it can be recorded: the connection that will store the date proves that first.
 void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, DateValue& NextDate) {
+    const DueRun due = RunOf(row);
+    RunLog::Instance().Begins(due.kind, due.reportID, row.Fields("ReportTitle").Value.Text());
     ADODB::Connection connection;
     connection.Open(ConnectionString);
     connection.ProveWritable();
-    const DueRun due = RunOf(row);
     const std::string frequency = row.Fields("Frequency").Value.Text();
     const AlertsWait untilRecorded;
     std::optional<MAPI::DueRun> mails;
@@ -63,14 +68,15 @@ void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, Da
         mails.emplace(ConnectionString, "schedule", due.reportID, due.date + " " + due.time);
     }
     if (!RunStoredSchedule(row)) {
-        return;
+        return RunLog::Instance().Undelivered();
     }
     NextSingleRun(frequency, CDate(row.Fields("NextRun").Value), NextDate);
     Deliveries::Instance().Record(connection, {due, cmFunc::FormatDateText(NextDate), RunStamp});
     connection.Close();
+    RunLog::Instance().Delivered();
 }
 
-void PollSchedules(const std::string& RunStamp, std::string& reportID) {
+void PollSchedules(StopGate::Work& work, const std::string& RunStamp, std::string& reportID) {
     const std::string today = cmFunc::FormatDateText(Today());
     DateValue NextDate;  // sic: not reset for each row; an unknown word stores the date of the row before
     ADODB::Recordset rows;
@@ -83,6 +89,7 @@ void PollSchedules(const std::string& RunStamp, std::string& reportID) {
         reportID = rows.Fields("ReportID").Value.Text();
         if (!RecordAgain(rows, NextDate) && IsDue(rows.Fields("NextRun").Value, rows.Fields("RunAt").Value)) {
             RunDueSchedule(rows, RunStamp, NextDate);
+            work.Recorded();
         }
     }
     rows.Close();
@@ -95,11 +102,13 @@ void Schedchk() {
     const DateValue now = Now();  // read once: two readings around midnight would give two days
     const std::string RunStamp = cmFunc::FormatDateText(now) + " " + TimeText(now);
     std::string reportID;
+    StopGate::Work work;
     try {
         EnableTimer1(false);
-        PollSchedules(RunStamp, reportID);
+        PollSchedules(work, RunStamp, reportID);
     } catch (...) {
         const RuntimeError error = CurrentError();
+        RunLog::Instance().Failed("Schedchk", error, reportID);
         WriteFailureRow("Schedchk", error,
                         [&] { WriteRunHistory(reportID, RunStamp, "Failure", error.Description()); });
         AlertPollFailure("Schedchk", error);

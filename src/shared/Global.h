@@ -14,7 +14,7 @@
 
 namespace Global {
 
-// Settings. They are read once in each process.
+// Settings. They are read once in each process, and again by a scheduler that gets SIGHUP.
 extern std::string ConnectionString;
 extern std::int16_t PollSeconds;    // seconds between two polls
 extern std::int16_t PollCountdown;  // seconds until the next poll

@@ -49,11 +49,16 @@ void SetConnectionString() {
 }
 
 void ReadSettings() {
-    PollSeconds = CInt(Setting("Poll", "15"));
-    OutputPath = Setting("Output", AppPath() + "\\Output\\");
-    DesignerPath = Setting("CRWPath", "");
-    AlertWho = Setting("AlertWho", "");
-    DefPath = Setting("DefPath", AppPath());
+    const std::int16_t poll = CInt(Setting("Poll", "15"));
+    const std::string output = Setting("Output", AppPath() + "\\Output\\");
+    const std::string designer = Setting("CRWPath", "");
+    const std::string alertWho = Setting("AlertWho", "");
+    const std::string defPath = Setting("DefPath", AppPath());
+    PollSeconds = poll;
+    OutputPath = output;
+    DesignerPath = designer;
+    AlertWho = alertWho;
+    DefPath = defPath;
     PollCountdown = PollSeconds;
     if (OutputPath.empty() || OutputPath.back() != '\\') {
         OutputPath += '\\';

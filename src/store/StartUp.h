@@ -9,7 +9,8 @@ namespace Global {
 void TakeFirstSteps();
 // Sets ConnectionString to the live database in the application's folder.
 void SetConnectionString();
-// Sets the variables that hold settings; OutputPath gets its backslash.
+// Sets the variables that hold settings; OutputPath gets its backslash. An error changes none of them. A
+// scheduler calls this again when it is asked to.
 void ReadSettings();
 
 }  // namespace Global

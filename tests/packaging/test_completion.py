@@ -34,7 +34,9 @@ class Completions(unittest.TestCase):
             self.assertEqual(set(offered(program, "")), commands(program) | {"--help", "--version"})
         self.assertEqual(offered("oxc-report", "ex"), ["export"])
         self.assertEqual(offered("oxc", ""), ["-sched"])
-        self.assertEqual(offered("oxc", "-sched", ""), [])
+        self.assertEqual(offered("oxc", "-sched", ""), ["--log-format"])
+        self.assertEqual(offered("oxc", "-sched", "--log-format", ""), ["text", "json"])
+        self.assertEqual(offered("oxc", "-sched", "--log-format", "json", ""), [])
 
     def test_options_are_those_of_the_usage(self):
         export, info = offered("oxc-report", "export", "-"), offered("oxc-report", "info", "-")

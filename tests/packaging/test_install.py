@@ -20,6 +20,10 @@ SAMPLES = ("invoice.rpt", "order_list.rpt", "sales.db", "sales_by_region.rpt", "
            "targets.rpt")
 # Every file besides those of single programs.
 FILES = {
+    "lib/systemd/system/oxbow-courier.service",
+    "lib/systemd/user/oxbow-courier.service",
+    "lib/sysusers.d/oxbow-courier.conf",
+    "lib/tmpfiles.d/oxbow-courier.conf",
     "share/applications/org.oxbowcourier.oxc.desktop",
     *("share/doc/oxbow-courier/" + str(guide.relative_to(DOCS)) for guide in DOCS.rglob("*.*")
       if guide.suffix in (".md", ".png", ".svg")),
@@ -94,7 +98,10 @@ class Installed(unittest.TestCase):
             finally:
                 process.terminate()
                 code = process.wait(30)
-        self.assertEqual((code, (self.home / "log").read_text()), (0, ""))
+        said = (self.home / "log").read_text()
+        self.assertEqual(code, 0, said)
+        # Its begin and its end, and no complaint.
+        self.assertRegex(said, r"^\S+ \S+ notice start [^\n]*\n\S+ \S+ notice stop reason=SIGTERM\n$")
 
     def test_every_file_is_in_its_place_and_nothing_else(self):
         found = {str(path.relative_to(self.prefix)) for path in self.prefix.rglob("*") if not path.is_dir()}

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/base/new_message.h"
 
+#include <chrono>
+
 #include "platform/base/due_run.h"
+#include "platform/base/journal.h"
 #include "platform/base/text.h"
 
 namespace MAPI {
@@ -18,6 +21,18 @@ std::unique_ptr<Message> NewRunMessage(Session& session, const std::string& subj
     std::unique_ptr<Message> message = NewMessage(session, subject, text);
     message->Identity = DueRun::Identity();
     return message;
+}
+
+void SendRunMessage(Message& message) {
+    const auto begin = std::chrono::steady_clock::now();
+    message.Send();
+    const auto time =
+        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begin);
+    journal::Write(
+        {journal::Level::Info,
+         "mail-sent",
+         {journal::Text("subject", message.Subject),
+          journal::Number("recipients", message.Recipients().Count()), journal::Seconds("seconds", time)}});
 }
 
 void Attach(Message& message, int number, const std::string& source) {

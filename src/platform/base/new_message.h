@@ -13,6 +13,8 @@ namespace MAPI {
 std::unique_ptr<Message> NewMessage(Session& session, const std::string& subject, const std::string& text);
 // Returns a new message with the identity of the run that is going on (DueRun::Identity).
 std::unique_ptr<Message> NewRunMessage(Session& session, const std::string& subject, const std::string& text);
+// Sends a message of a run and writes the event "mail-sent".
+void SendRunMessage(Message& message);
 // Attaches a file, a path of the system. Its position is `number` characters after the text.
 void Attach(Message& message, int number, const std::string& source);
 

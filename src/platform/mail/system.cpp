@@ -12,9 +12,11 @@
 #include "platform/base/journal.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/runtime.h"
+#include "platform/contracts/stop_gate.h"
 #include "platform/contracts/system_error.h"
 #include "platform/mail/base/mail_errors.h"
 #include "platform/mail/mail_context.h"
+#include "platform/posix/service_notify.h"
 #include "platform/posix/small_file.h"
 
 namespace mailer {
@@ -109,6 +111,8 @@ class MailMessage : public MAPI::Message {
         mail.highImportance = Importance == MAPI::ImportanceHigh;
         mail.identity = Identity;
         mail.attachments = m_attachments.Open();
+        ServiceManager::Instance().ShowLife();
+        TheStopGate().MailBegins();
         const Refusals refusals = m_context->transport->Deliver(mail);
         if (!refusals.empty()) {
             MAPI::TellRefusals(Subject, refusals);

@@ -5,6 +5,7 @@
 
 #include <csignal>
 
+#include "platform/base/journal.h"
 #include "platform/contracts/process.h"
 #include "platform/contracts/prompts.h"
 #include "platform/contracts/regional.h"
@@ -35,6 +36,9 @@ bool Application::notify(QObject* receiver, QEvent* event) {
 }
 
 void EndByRuntimeError(const RuntimeError& error) {
+    journal::Write({journal::Level::Error,
+                    "stop",
+                    {journal::Text("reason", "run-time error"), journal::Number("number", error.Number())}});
     MsgBox("Run-time error \"" + std::to_string(error.Number()) + "\":\n\n" + error.Description(),
            vbCritical);
     TheProcess().End(1);

@@ -16,5 +16,5 @@ class Application : public QApplication {
 // Shows the error box of run-time errors with number and description, and ends the process with code 1.
 void EndByRuntimeError(const RuntimeError& error);
 
-// SIGTERM and SIGINT end the process at once with code 0, as the tray's Exit does.
+// SIGTERM and SIGINT end the process at once with code 0, as the menu's Exit does.
 void EndOnSignals();

@@ -12,6 +12,7 @@
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
 #include "platform/posix/atomic_file.h"
+#include "platform/posix/service_notify.h"
 #include "platform/posix/small_file.h"
 #include "platform/regfile/autostart.h"
 #include "platform/regfile/file_lock.h"
@@ -157,7 +158,10 @@ long RegistryFile::RegSetValueExA(Handle handle, const std::string& name, std::u
     }
     try {
         Rewrite([&](RegDocument& document) { document.SetValue(key->second, name, {type, bytes}); });
-        if (type == REG_SZ && SameText(key->second, AutostartKey) && SameText(name, AutostartName)) {
+        // A scheduler that is a service is started by its unit. An entry of the desktop would start a second
+        // one.
+        if (type == REG_SZ && SameText(key->second, AutostartKey) && SameText(name, AutostartName) &&
+            !ServiceManager::Instance().IsThere()) {
             WriteAutostart(Folder().parent_path() / "autostart", std::string(AutostartName),
                            std::string_view(bytes).substr(0, bytes.find('\0')));
         }

@@ -5,9 +5,9 @@
 
 #include "platform/base/convert.h"
 #include "platform/contracts/clock.h"
+#include "scheduler/ComingRuns.h"
 #include "scheduler/NextRun.h"
 #include "store/TextConventions.h"
-#include "tools/oxc_schedule/coming_runs.h"
 #include "tools/oxc_schedule/commands.h"
 #include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/records.h"
@@ -16,26 +16,26 @@ namespace tools {
 namespace {
 
 struct Line {
-    ComingRun run;
+    Global::ComingRun run;
     std::string kind, id, folder, title, note;
 };
 
 // Year-month-day in every region, as the stored dates are.
-std::string MomentText(const ComingRun& run) {
+std::string MomentText(const Global::ComingRun& run) {
     constexpr std::size_t HoursAndMinutes = 5;
     return cmFunc::FormatDateText(run.moment) + " " + TimeText(run.moment).substr(0, HoursAndMinutes);
 }
 
-std::string NoteOf(const ComingRun& run) {
+std::string NoteOf(const Global::ComingRun& run) {
     return std::string(run.isDue ? "due now" : "") + (run.isDue && run.count > 1 ? ", " : "") +
            (run.count > 1 ? std::to_string(run.count) + " missed runs, one in each poll" : "");
 }
 
-void Append(std::vector<Line>& lines, const RepeatingItem& item, const Line& named, DateValue now,
+void Append(std::vector<Line>& lines, const Global::RepeatingItem& item, const Line& named, DateValue now,
             DateValue until) {
     Line line = named;
     try {
-        for (const ComingRun& run : ComingRuns(item, now, until)) {
+        for (const Global::ComingRun& run : Global::ComingRuns(item, now, until)) {
             line.run = run;
             line.note = NoteOf(run);
             lines.push_back(line);

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The command for monitors: does the scheduler poll, did runs fail, what waits in the outbox.
 #include <algorithm>
-#include <filesystem>
 #include <optional>
 
 #include "platform/base/convert.h"
 #include "platform/contracts/clock.h"
-#include "platform/mail/profile/mail_profile.h"
+#include "platform/mail/transport/outbox.h"
 #include "scheduler/PollTrace.h"
 #include "shared/Global.h"
 #include "tools/oxc_schedule/commands.h"
@@ -55,24 +54,6 @@ std::size_t CountRows(const std::string& table) {
     return static_cast<std::size_t>(count);
 }
 
-std::optional<std::size_t> CountOutbox() {
-    try {
-        const mailer::MailProfile profile = mailer::ReadMailProfile(mailer::MailProfilePath());
-        if (profile.transport != mailer::TransportKind::Outbox) {
-            return std::nullopt;
-        }
-        std::size_t messages = 0;
-        std::error_code failed;
-        for (std::filesystem::directory_iterator at(profile.outboxFolder, failed), end; !failed && at != end;
-             at.increment(failed)) {
-            messages += at->path().extension() == ".eml" ? 1 : 0;
-        }
-        return messages;
-    } catch (const RuntimeError&) {
-        return std::nullopt;  // oxc-mail check reports a broken profile
-    }
-}
-
 // A poll takes as long as its reports, so that a late one is no failure at once.
 int CodeOf(const Status& status, const CommandLine& line) {
     constexpr std::int64_t Most = 365LL * 24 * 3600, ShortestWarning = 60, ShortestCritical = 600;
@@ -99,7 +80,7 @@ Status ReadStatus(const CommandLine& line) {
         CountSince("select LastRun from ReportBatchHstry where ErrMsg is not null", since);
     status.schedules = CountRows("ReportScheduler");
     status.packages = CountRows("ReportBatch");
-    status.outbox = CountOutbox();
+    status.outbox = mailer::CountOutbox();
     status.code = CodeOf(status, line);
     return status;
 }

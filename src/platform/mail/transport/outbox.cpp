@@ -151,4 +151,22 @@ Refusals OutboxTransport::Deliver(const OutgoingMail& mail) {
     return {};
 }
 
+std::optional<std::size_t> CountOutbox() {
+    try {
+        const MailProfile profile = ReadMailProfile(MailProfilePath());
+        if (profile.transport != TransportKind::Outbox) {
+            return std::nullopt;
+        }
+        std::size_t messages = 0;
+        std::error_code failed;
+        for (fs::directory_iterator at(profile.outboxFolder, failed), end; !failed && at != end;
+             at.increment(failed)) {
+            messages += at->path().extension() == ".eml" ? 1 : 0;
+        }
+        return messages;
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+}
+
 }  // namespace mailer

@@ -2,7 +2,9 @@
 // Writes messages as files in a folder, where another program collects them.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
+#include <optional>
 
 #include "platform/mail/transport/transport.h"
 
@@ -23,5 +25,9 @@ class OutboxTransport : public Transport {
  private:
     std::filesystem::path m_folder;
 };
+
+// Returns how many messages lie in the outbox of the user's profile, or nullopt if mail does not go to an
+// outbox or the profile cannot be read: oxc-mail check reports a broken one.
+std::optional<std::size_t> CountOutbox();
 
 }  // namespace mailer

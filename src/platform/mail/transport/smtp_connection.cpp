@@ -54,6 +54,8 @@ void SmtpConnection::SetServer() {
     const MailProfile& profile = m_profile;
     curl_easy_setopt(curl, CURLOPT_URL, Url(profile).c_str());
     curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, profile.security == Security::Tls ? "smtps" : "smtp");
+    // Signals and the alarm belong to the program.
+    curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
     // The desktop's proxies are for web pages.
     curl_easy_setopt(curl, CURLOPT_PROXY, "");
     curl_easy_setopt(

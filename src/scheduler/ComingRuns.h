@@ -9,7 +9,7 @@
 
 #include "platform/contracts/dates.h"
 
-namespace tools {
+namespace Global {
 
 // An item as its row holds it.
 struct RepeatingItem {
@@ -29,4 +29,4 @@ struct ComingRun {
 // date.
 std::vector<ComingRun> ComingRuns(const RepeatingItem& item, DateValue now, DateValue until);
 
-}  // namespace tools
+}  // namespace Global

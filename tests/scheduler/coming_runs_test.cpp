@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tools/oxc_schedule/coming_runs.h"
+#include "scheduler/ComingRuns.h"
 
 #include <gtest/gtest.h>
 
@@ -20,8 +20,8 @@ Texts Runs(const std::string& frequency, const std::string& nextRun, const std::
         return after;
     };
     Texts texts;
-    for (const tools::ComingRun& run :
-         tools::ComingRuns({start, end, nextRun, "07:30", next}, CDate("2026-11-20 10:00"), CDate(until))) {
+    for (const Global::ComingRun& run :
+         Global::ComingRuns({start, end, nextRun, "07:30", next}, CDate("2026-11-20 10:00"), CDate(until))) {
         texts.push_back(cmFunc::FormatDateText(run.moment) + " " + TimeText(run.moment) + " " +
                         std::to_string(run.count) + (run.isDue ? "!" : ""));
     }

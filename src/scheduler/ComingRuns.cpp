@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tools/oxc_schedule/coming_runs.h"
+#include "scheduler/ComingRuns.h"
 
 #include <algorithm>
 
 #include "platform/base/convert.h"
 
-namespace tools {
+namespace Global {
 namespace {
 
 // Returns the moment of the run with this stored date: the day is not before today and not before the item's
@@ -41,4 +41,4 @@ std::vector<ComingRun> ComingRuns(const RepeatingItem& item, DateValue now, Date
     }
 }
 
-}  // namespace tools
+}  // namespace Global

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/posix/service_notify.h"
+
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+#include "platform/posix/unique_fd.h"
+
+namespace {
+
+// A report may compute for half an hour and wait for its data for an hour, on a busy machine for longer; then
+// a mail server may take its time for an answer. Every step of a run begins this time again.
+constexpr std::chrono::microseconds LongestStep = std::chrono::hours(4);
+constexpr timeval SendPatience{5, 0};
+
+std::string Variable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+std::int64_t NumberIn(const std::string& text) {
+    std::int64_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, number);
+    return read.ec == std::errc() && read.ptr == end ? std::max<std::int64_t>(number, 0) : 0;
+}
+
+std::string Assignment(const char* name, std::chrono::microseconds value) {
+    return std::string(name) + '=' + std::to_string(value.count());
+}
+
+// Returns false for a name that no socket can have.
+bool SetAddress(const std::string& name, sockaddr_un& address, socklen_t& length) {
+    if ((name[0] != '/' && name[0] != '@') || name.size() >= sizeof address.sun_path) {
+        return false;
+    }
+    address.sun_family = AF_UNIX;
+    std::memcpy(address.sun_path, name.data(), name.size());
+    if (name[0] == '@') {
+        address.sun_path[0] = '\0';  // a name of the kernel, without a file
+    }
+    length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + name.size() + (name[0] == '/' ? 1 : 0));
+    return true;
+}
+
+}  // namespace
+
+ServiceManager& ServiceManager::Instance() {
+    static ServiceManager manager;
+    return manager;
+}
+
+ServiceManager::ServiceManager() : m_socket(Variable("NOTIFY_SOCKET")) {
+    const std::string process = Variable("WATCHDOG_PID");
+    if (IsThere() && (process.empty() || NumberIn(process) == ::getpid())) {
+        m_patience = std::chrono::microseconds(NumberIn(Variable("WATCHDOG_USEC")));
+    }
+}
+
+void ServiceManager::Tell(const std::string& assignments) const {
+    sockaddr_un address{};
+    socklen_t length = 0;
+    if (!IsThere() || !SetAddress(m_socket, address, length)) {
+        return;
+    }
+    const UniqueFd socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+    setsockopt(socket.Get(), SOL_SOCKET, SO_SNDTIMEO, &SendPatience, sizeof SendPatience);
+    [[maybe_unused]] const auto sent =
+        sendto(socket.Get(), assignments.data(), assignments.size(), MSG_NOSIGNAL,
+               reinterpret_cast<const sockaddr*>(&address), length);
+}
+
+void ServiceManager::TellReady() {
+    m_isReady = true;
+    Tell("READY=1");
+}
+
+void ServiceManager::TellStatus(const std::string& text) const {
+    std::string line = text;
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    Tell("STATUS=" + line);
+}
+
+void ServiceManager::ShowLife() const {
+    if (!m_isReady) {
+        if (m_hasLongSteps) {
+            Tell(Assignment("EXTEND_TIMEOUT_USEC", LongestStep));
+        }
+    } else if (m_patience.count() > 0) {
+        Tell("WATCHDOG=1");
+    }
+}
+
+void ServiceManager::BeginLongSteps() {
+    m_hasLongSteps = true;
+    if (m_isReady && m_patience.count() > 0) {
+        Tell(Assignment("WATCHDOG_USEC", std::max(LongestStep, m_patience)));
+    }
+    ShowLife();
+}
+
+void ServiceManager::EndLongSteps() {
+    m_hasLongSteps = false;
+    if (m_isReady && m_patience.count() > 0) {
+        Tell(Assignment("WATCHDOG_USEC", m_patience));
+        ShowLife();
+    }
+}

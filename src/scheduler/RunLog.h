@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the scheduler does and has done: lines of the log, what it answers when it is asked for its state, and
+// what the service manager gets to know.
+#pragma once
+
+#include <chrono>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/base/journal.h"
+#include "platform/contracts/dates.h"
+#include "platform/contracts/runtime.h"
+#include "scheduler/Deliveries.h"
+
+namespace Global {
+
+// The one object for both polls. A poll calls Begins for each item that it runs, then Delivered, Undelivered
+// or Failed.
+class RunLog {
+ public:
+    static RunLog& Instance();
+
+    void PollBegins();
+    void PollEnds();  // does nothing outside of a poll
+    bool IsPolling() const;
+
+    void Begins(RunKind kind, const std::string& reportID, const std::string& title);
+    void Delivered();
+    void Undelivered();  // its mail failed, which was reported already, or its format is not known
+    // The routine's error, of the item that is running; else of the schedule with this key, if it is given.
+    // Number 0 means that the mail failed, which was reported already.
+    void Failed(const std::string& routine, const RuntimeError& error, const std::string& reportID = {});
+    // An item that was delivered before is recorded now.
+    void RecordedLater(RunKind kind, const std::string& reportID, const std::string& title);
+
+    // Returns since when it runs, how many runs were delivered and failed, the last poll and what is running.
+    // Safe in any thread.
+    std::vector<journal::Fact> State() const;
+
+ private:
+    using Clock = std::chrono::steady_clock;
+
+    struct Item {
+        RunKind kind = RunKind::Schedule;
+        std::string reportID, title;
+        Clock::time_point begin;
+    };
+
+    RunLog();
+    void Ended(journal::Level level, const char* event, std::vector<journal::Fact> facts);
+    static std::vector<journal::Fact> FactsOf(const Item& item);
+    static std::chrono::milliseconds Since(Clock::time_point begin);
+    std::string Summary() const;
+
+    mutable std::mutex m_mutex;
+    const DateValue m_start;
+    std::optional<Item> m_item;
+    std::optional<Clock::time_point> m_pollBegin;
+    std::optional<DateValue> m_lastPoll;
+    std::chrono::milliseconds m_lastPollTime{};
+    bool m_hasRun = false;  // in this poll
+    std::int64_t m_delivered = 0, m_failed = 0;
+};
+
+}  // namespace Global
