@@ -11,11 +11,6 @@ void Beats::Working() {
     m_works = true;
 }
 
-void Beats::Rest() {
-    const std::lock_guard lock(m_mutex);
-    m_works = false;
-}
-
 bool Beats::Send(Kind kind, std::string_view body) {
     const std::lock_guard lock(m_mutex);
     m_works = false;

@@ -25,8 +25,6 @@ class Beats {
     void Working();
     // Sends the answer of the operation; no beat follows it. Returns false if the program is gone.
     bool Send(Kind kind, std::string_view body);
-    // Ends an operation that has no answer.
-    void Rest();
 
  private:
     void Run(const std::stop_token& stop, std::chrono::milliseconds interval);

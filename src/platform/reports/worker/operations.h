@@ -79,9 +79,9 @@ struct Open {
     }
 };
 
-// Has no answer: nobody waits for the end of a report.
+// Nobody waits for the end of a report: its answer is read before the next operation (Worker::Post).
 struct Close {
-    using Answer = void;
+    using Answer = Done;
     static constexpr const char* Words = "closed";
     int report = 0;
     template <typename Self>

@@ -52,7 +52,10 @@ class Server {
         RdlReport& kept = *m_reports.emplace(number, std::move(report)).first->second;
         return Describe(number, kept);
     }
-    void operator()(const Close& close) { m_reports.erase(close.report); }
+    Done operator()(const Close& close) {
+        m_reports.erase(close.report);
+        return {};
+    }
     Done operator()(const LogOn& logOn) {
         ReportOf(logOn).SetTableLogon(logOn.table, logOn.server, logOn.database, logOn.user, logOn.password);
         return {};
@@ -102,13 +105,13 @@ class Server {
             throw BadMessage("an operation out of order");
         }
         m_file = std::move(frame.file);
-        if (m_beats) {
-            m_beats->Working();
-            if (before) {
-                before(operation);
-            }
-        }
         try {
+            if (m_beats) {
+                m_beats->Working();
+                if (before) {
+                    before(operation);
+                }
+            }
             return std::visit([this](const auto& one) { return Answer(one); }, operation);
         } catch (const BadMessage&) {
             throw;
@@ -121,14 +124,8 @@ class Server {
  private:
     template <typename Request>
     bool Answer(const Request& request) {
-        if constexpr (std::is_void_v<typename Request::Answer>) {
-            (*this)(request);
-            m_beats->Rest();
-            return true;
-        } else {
-            const typename Request::Answer answer = (*this)(request);
-            return Send(Kind::Answer, Encoded(answer));
-        }
+        const typename Request::Answer answer = (*this)(request);
+        return Send(Kind::Answer, Encoded(answer));
     }
     bool Send(Kind kind, const std::string& body) {
         return m_beats ? m_beats->Send(kind, body) : SendFrame(m_socket, kind, body);

@@ -61,8 +61,13 @@ Worker::Worker(Settings settings) : m_settings(std::move(settings)), m_process(m
     m_hasBegun = true;
 }
 
-bool Worker::IsWornOut() const {
-    return m_failure || m_isBusy || !m_process.IsQuiet() || m_reports >= m_settings.mostReports ||
+bool Worker::IsWornOut() {
+    try {
+        const Turn turn(*this, Close::Words, "");
+    } catch (const RuntimeError&) {
+        return true;
+    }
+    return !m_process.IsQuiet() || m_reports >= m_settings.mostReports ||
            m_process.BytesInUse() > m_settings.mostBytes;
 }
 
@@ -78,15 +83,32 @@ Worker::Turn::Turn(Worker& worker, const char* words, const std::string& report)
     worker.m_begin = worker.m_looked = Clock::now();
     worker.m_silent = milliseconds(0);
     worker.m_processorBegin = worker.m_process.ProcessorTime();
+    try {
+        worker.Settle();
+    } catch (...) {
+        worker.m_isBusy = false;
+        throw;
+    }
 }
 
 void Worker::Post(const Close& request) {
-    if (m_failure || m_isBusy || !m_process.IsQuiet()) {
+    if (m_failure || m_isBusy) {
         return;
     }
     const std::string frame = Framed(Kind::Request, Encoded(Operation(request)));
-    if (SendSome(m_process.Socket(), frame, -1) != static_cast<ssize_t>(frame.size())) {
+    if (SendSome(m_process.Socket(), frame, -1) == static_cast<ssize_t>(frame.size())) {
+        ++m_owed;
+    } else {
         m_process.Kill();
+    }
+}
+
+void Worker::Settle() {
+    for (; m_owed > 0; --m_owed) {
+        Understood<Done>(Receive());
+    }
+    if (!m_input.empty()) {
+        FailUnreadable();
     }
 }
 
@@ -110,44 +132,56 @@ void Worker::Send(std::string_view body, int file) {
     }
 }
 
-// Returns the body of the answer.
+// Returns the body of the next answer.
 std::string Worker::Receive() {
-    std::string bytes;
     while (true) {
-        if (bytes.size() >= HeadSize) {
-            Head head;
-            try {
-                head = HeadOf(bytes);
-            } catch (const BadMessage&) {
-                FailUnreadable();
-            }
-            const std::size_t size = HeadSize + head.size;
-            if (bytes.size() >= size && head.kind == Kind::Beat && head.size == 0) {
-                bytes.erase(0, size);
-                continue;
-            }
-            if (bytes.size() > size || head.kind == Kind::Beat || head.kind == Kind::Request) {
-                FailUnreadable();
-            }
-            if (bytes.size() == size) {
-                bytes.erase(0, HeadSize);
-                if (head.kind == Kind::Error) {
-                    RaiseAnswered(bytes);
-                }
-                return bytes;
-            }
+        while (m_input.size() < HeadSize) {
+            ReadSome();
         }
-        Await(POLLIN);
-        ReadSome(bytes);
+        const Head head = UnderstoodHead();
+        while (m_input.size() < HeadSize + head.size) {
+            ReadSome();
+        }
+        const std::string body = m_input.substr(HeadSize, head.size);
+        m_input.erase(0, HeadSize + head.size);
+        switch (head.kind) {
+            case Kind::Answer:
+                return body;
+            case Kind::Error:
+                RaiseAnswered(body);
+            case Kind::Beat:
+                break;
+            case Kind::Request:
+                FailUnreadable();
+        }
     }
 }
 
-void Worker::ReadSome(std::string& bytes) {
+// No other answer is owed: nothing may follow this one.
+std::string Worker::ReceiveLast() {
+    std::string body = Receive();
+    if (!m_input.empty()) {
+        FailUnreadable();
+    }
+    return body;
+}
+
+Head Worker::UnderstoodHead() {
+    try {
+        return HeadOf(m_input);
+    } catch (const BadMessage&) {
+        FailUnreadable();
+    }
+}
+
+// Waits for bytes.
+void Worker::ReadSome() {
+    Await(POLLIN);
     std::array<char, 65536> buffer;
     // Without a place for them, files that come along are closed.
     const ssize_t count = recv(m_process.Socket(), buffer.data(), buffer.size(), 0);
     if (count > 0) {
-        bytes.append(buffer.data(), static_cast<std::size_t>(count));
+        m_input.append(buffer.data(), static_cast<std::size_t>(count));
     } else if (count == 0 || (errno != EAGAIN && errno != EINTR)) {
         FailEnded();
     }

@@ -29,18 +29,21 @@ class Worker {
         const Turn turn(*this, Request::Words, report);
         m_reports += std::is_same_v<Request, Open> ? 1 : 0;
         Send(Encoded(Operation(request)), file);
-        return Understood<typename Request::Answer>(Receive());
+        return Understood<typename Request::Answer>(ReceiveLast());
     }
-    // Sends an operation without an answer, if the process lives. Never fails, and never waits.
+    // Closes a report, if the process lives. Never fails, and does not wait: the answer is read before the
+    // next operation.
     void Post(const Close& request);
 
-    // Returns true if the next report needs another process.
-    bool IsWornOut() const;
+    // Returns true if the next report needs another process, for example because this one has failed to close
+    // one.
+    bool IsWornOut();
 
  private:
     using Clock = std::chrono::steady_clock;
 
-    // One call. Raises the error of a former one, and 440 while another one goes on.
+    // One call, and the answers that are owed before it. Raises the error of a former one, and 440 while
+    // another one goes on.
     class Turn {
      public:
         Turn(Worker& worker, const char* words, const std::string& report);
@@ -54,7 +57,10 @@ class Worker {
 
     void Send(std::string_view body, int file);
     std::string Receive();
-    void ReadSome(std::string& bytes);
+    std::string ReceiveLast();
+    void Settle();
+    Head UnderstoodHead();
+    void ReadSome();
     void Await(short events);
     void CheckLimits();
     template <typename T>
@@ -74,6 +80,8 @@ class Worker {
     Process m_process;
     bool m_hasBegun = false;
     int m_reports = 0;
+    int m_owed = 0;       // answers to closings that nobody has read
+    std::string m_input;  // received and not read
     std::optional<RuntimeError> m_failure;
     // The call that goes on.
     bool m_isBusy = false;
