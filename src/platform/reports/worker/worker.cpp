@@ -23,6 +23,8 @@ constexpr milliseconds Slice(50);
 // Shorter operations need no repainting.
 constexpr milliseconds NoticedWait(200);
 constexpr int BeatsInPatience = 12;
+// So many small messages fit into a socket that nobody reads.
+constexpr std::size_t MostOwed = 64;
 
 std::string TimeText(milliseconds time) {
     using namespace std::chrono;
@@ -79,7 +81,6 @@ Worker::Turn::Turn(Worker& worker, const char* words, const std::string& report)
         throw RuntimeError(err::Automation, "The report process is busy with another report");
     }
     worker.m_isBusy = true;
-    worker.m_doing = words + (report.empty() ? "" : " the report \"" + paths::ForUser(report) + "\"");
     worker.m_begin = worker.m_looked = Clock::now();
     worker.m_silent = milliseconds(0);
     worker.m_processorBegin = worker.m_process.ProcessorTime();
@@ -89,23 +90,43 @@ Worker::Turn::Turn(Worker& worker, const char* words, const std::string& report)
         worker.m_isBusy = false;
         throw;
     }
+    worker.m_doing = Doing(words, report);
 }
 
-void Worker::Post(const Close& request) {
+std::string Worker::Doing(const char* words, const std::string& report) {
+    return words + (report.empty() ? "" : " the report \"" + paths::ForUser(report) + "\"");
+}
+
+void Worker::Post(const std::string& body, std::string doing) noexcept {
     if (m_failure || m_isBusy) {
         return;
     }
-    const std::string frame = Framed(Kind::Request, Encoded(Operation(request)));
-    if (SendSome(m_process.Socket(), frame, -1) == static_cast<ssize_t>(frame.size())) {
-        ++m_owed;
-    } else {
-        m_process.Kill();
+    try {
+        if (m_owed.size() >= MostOwed) {
+            const Turn turn(*this, "", "");
+        }
+        const std::string frame = Framed(Kind::Request, body);
+        m_owed.push_back(std::move(doing));
+        if (SendSome(m_process.Socket(), frame, -1) == static_cast<ssize_t>(frame.size())) {
+            return;
+        }
+    } catch (...) {
+        // The next call raises what is wrong.
     }
+    m_process.Kill();
 }
 
 void Worker::Settle() {
-    for (; m_owed > 0; --m_owed) {
-        Understood<Done>(Receive());
+    while (!m_owed.empty()) {
+        m_doing = std::move(m_owed.front());
+        m_owed.pop_front();
+        try {
+            Understood<Done>(Receive());
+        } catch (const RuntimeError& error) {
+            m_process.Kill();
+            m_failure = error;
+            throw;
+        }
     }
     if (!m_input.empty()) {
         FailUnreadable();

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <chrono>
+#include <deque>
 #include <optional>
 #include <string>
 #include <utility>
@@ -31,9 +32,14 @@ class Worker {
         Send(Encoded(Operation(request)), file);
         return Understood<typename Request::Answer>(ReceiveLast());
     }
-    // Closes a report, if the process lives. Never fails, and does not wait: the answer is read before the
-    // next operation.
-    void Post(const Close& request);
+    // Sends an operation that returns nothing and that the engine never refuses, and does not wait: the
+    // answer is read before the next call, which raises what went wrong, in the words of this operation, or
+    // once many are owed. Never fails itself.
+    template <typename Request>
+    void Post(const Request& request, const std::string& report) noexcept {
+        static_assert(std::is_same_v<typename Request::Answer, Done>);
+        Post(Encoded(Operation(request)), Doing(Request::Words, report));
+    }
 
     // Returns true if the next report needs another process, for example because this one has failed to close
     // one.
@@ -55,6 +61,8 @@ class Worker {
         Worker& m_worker;
     };
 
+    static std::string Doing(const char* words, const std::string& report);
+    void Post(const std::string& body, std::string doing) noexcept;
     void Send(std::string_view body, int file);
     std::string Receive();
     std::string ReceiveLast();
@@ -80,8 +88,8 @@ class Worker {
     Process m_process;
     bool m_hasBegun = false;
     int m_reports = 0;
-    int m_owed = 0;       // answers to closings that nobody has read
-    std::string m_input;  // received and not read
+    std::deque<std::string> m_owed;  // what the operations do whose answers nobody has read
+    std::string m_input;             // received and not read
     std::optional<RuntimeError> m_failure;
     // The call that goes on.
     bool m_isBusy = false;

@@ -15,13 +15,18 @@ namespace {
 struct Link {
     Link(std::shared_ptr<Worker> process, int number, std::string file)
         : worker(std::move(process)), report(number), path(std::move(file)) {}
-    ~Link() { worker->Post({report}); }
+    ~Link() { Post(Close{report}); }
     Link(const Link&) = delete;
     Link& operator=(const Link&) = delete;
 
     template <typename Request>
     typename Request::Answer Call(const Request& request, int file = -1) const {
         return worker->Call(request, path, file);
+    }
+
+    template <typename Request>
+    void Post(const Request& request) const noexcept {
+        worker->Post(request, path);
     }
 
     const std::shared_ptr<Worker> worker;
@@ -43,7 +48,7 @@ class WorkerParameter : public report::ParameterField {
     std::vector<std::string> ValidValues() const override {
         return m_link.Call(worker::ValidValues{m_link.report, m_n}).texts;
     }
-    void ClearCurrentValueAndRange() override { m_link.Call(ClearField{m_link.report, m_n}); }
+    void ClearCurrentValueAndRange() override { m_link.Post(ClearField{m_link.report, m_n}); }
     void AddCurrentValue(const report::ParameterValue& value) override {
         m_link.Call(AddValue{m_link.report, m_n, value});
     }
@@ -77,7 +82,7 @@ class WorkerReport : public report::Report {
         return *m_parameters[static_cast<std::size_t>(n) - 1];
     }
     void SetRunSwitches(bool prompts, bool progress) override {
-        m_link.Call(SetSwitches{m_link.report, prompts, progress});
+        m_link.Post(SetSwitches{m_link.report, prompts, progress});
     }
     std::string RecordSelectionFormula() const override { return m_opened.formula; }
     void SetRecordSelectionFormula(const std::string& text) override {
@@ -97,11 +102,11 @@ class WorkerReport : public report::Report {
     }
     void SetExcelOptions(bool keepsTypes, bool pageHeaders, bool pageBreaks, bool gridlines,
                          int baseArea) override {
-        m_link.Call(
+        m_link.Post(
             worker::SetExcelOptions{m_link.report, keepsTypes, pageHeaders, pageBreaks, gridlines, baseArea});
     }
     void SetHtmlOptions(bool firstSwitch, bool secondSwitch) override {
-        m_link.Call(worker::SetHtmlOptions{m_link.report, firstSwitch, secondSwitch});
+        m_link.Post(worker::SetHtmlOptions{m_link.report, firstSwitch, secondSwitch});
     }
     void Export(bool /*prompt*/) override {
         ExportBySettings(

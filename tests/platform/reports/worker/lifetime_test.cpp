@@ -115,6 +115,23 @@ TEST_F(WorkerLifetime, EndsWithItsProgramHoweverThatEnds) {
     prctl(PR_SET_CHILD_SUBREAPER, 0, 0, 0, 0);
 }
 
+TEST_F(WorkerLifetime, ManyOperationsWithoutAnAnswerFit) {
+    const auto engine = CreateWorkerEngine(Usual());
+    const auto report = engine->OpenReport(Path("people.rpt"));
+    const pid_t child = OneChild();
+    kill(child, SIGSTOP);
+    std::thread later([child] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        kill(child, SIGCONT);
+    });
+    for (int turn = 0; turn < 2000; ++turn) {
+        report->SetRunSwitches(false, false);
+    }
+    later.join();
+    report->SetRecordSelectionFormula("{Number} > 1");
+    EXPECT_EQ(OneChild(), child);
+}
+
 TEST_F(WorkerLifetime, TwoEnginesHaveTwoProcesses) {
     const auto one = CreateWorkerEngine(Usual());
     const auto other = CreateWorkerEngine(Usual());
