@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Measures how many schedules are run and mailed to the outbox per second, where the time goes, and the floor
 // of the disk: the same number of files of the same size, each synced before it is renamed.
+//
+// usage: bench_run [SCHEDULES [REPORT [here|worker]]]: reports run in this process, or in one of their own as
+// in the scheduler
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -71,7 +74,8 @@ int main(int argc, char** argv) {
     const fakes::TestDatabase database;
     SetUpOutbox(database.Folder());
     MAPI::SetMailSystem(&TimedMailSystem());
-    report::SetEngineFactory(&CreateTimedEngine);
+    const bool isHere = argc > 3 && std::string(argv[3]) == "here";
+    report::SetRunEngineFactory(isHere ? &CreateTimedEngine : &CreateTimedWorkerEngine);
     for (int i = 0; i < schedules; ++i) {
         fakes::Insert(database,
                       {.path = paths::FromMachine(report), .nextRun = cmFunc::FormatDateText(Today())});

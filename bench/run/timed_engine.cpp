@@ -2,6 +2,7 @@
 #include "bench/run/timed_engine.h"
 
 #include "platform/reports/rdl_engine.h"
+#include "platform/reports/worker/worker_engine.h"
 
 Stopwatch g_opening, g_exporting;
 
@@ -47,17 +48,24 @@ class TimedReport : public report::Report {
 
 class TimedEngine : public report::Engine {
  public:
+    explicit TimedEngine(std::shared_ptr<report::Engine> engine) : m_engine(std::move(engine)) {}
     std::shared_ptr<report::Report> OpenReport(const std::string& path) override {
         const Stopwatch::Scope scope(g_opening);
         return std::make_shared<TimedReport>(m_engine->OpenReport(path));
     }
 
  private:
-    std::shared_ptr<report::Engine> m_engine = reports::CreateRdlEngine();
+    std::shared_ptr<report::Engine> m_engine;
 };
 
 }  // namespace
 
 std::shared_ptr<report::Engine> CreateTimedEngine() {
-    return std::make_shared<TimedEngine>();
+    return std::make_shared<TimedEngine>(reports::CreateRdlEngine());
+}
+
+std::shared_ptr<report::Engine> CreateTimedWorkerEngine() {
+    reports::worker::Settings settings = reports::worker::SettingsOfMachine();
+    settings.program = std::filesystem::path(OXC_STAGE) / "oxc-report";
+    return std::make_shared<TimedEngine>(reports::worker::CreateWorkerEngine(settings));
 }

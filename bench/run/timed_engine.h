@@ -7,4 +7,7 @@
 
 extern Stopwatch g_opening, g_exporting;  // exporting includes the engine's own mailing
 
+// Runs reports in this process.
 std::shared_ptr<report::Engine> CreateTimedEngine();
+// Runs them in a report process, with the oxc-report of OXC_STAGE.
+std::shared_ptr<report::Engine> CreateTimedWorkerEngine();

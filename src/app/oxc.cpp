@@ -21,6 +21,7 @@
 #include "platform/qt/qt_prompts.h"
 #include "platform/regfile/registry_file.h"
 #include "platform/reports/rdl_engine.h"
+#include "platform/reports/worker/worker_engine.h"
 #include "platform/shell/desktop_shell.h"
 
 namespace {
@@ -74,6 +75,7 @@ int main(int argc, char** argv) {
     DesktopShell shell;
     SetShell(&shell);
     report::SetEngineFactory(&reports::CreateRdlEngine);
+    report::SetRunEngineFactory(&reports::worker::CreateMachineWorkerEngine);
 
     const bool isPolling = Global::Main();
     if (isScheduler) {

@@ -56,7 +56,7 @@ int RunPackageReports(const std::string& reportID, const std::string& destinatio
     details.Open("select * from reportbatchdtls where reportid = " + reportID, ConnectionString);
     for (; !details.EOF_(); details.MoveNext(), ++slot) {
         ServiceManager::Instance().ShowLife();
-        report::Report& report = OpenReport(details.Fields("ReportPath").Value.Text());
+        report::Report& report = OpenReportToRun(details.Fields("ReportPath").Value.Text());
         const std::shared_ptr<report::Report> held = CurrentReport;
         HandOverPackageParameters(report, reportID, details.Fields("DetailID").Value.Text());
         report.SetRunSwitches(false, false);

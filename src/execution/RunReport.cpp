@@ -86,7 +86,7 @@ bool RunReport(const Variant& reportID, const std::string& reportPath, const Var
     ADODB::Recordset parameters;
     parameters.Open("select * from ReportParameter where ReportID = " + reportID, ConnectionString,
                     ADODB::adOpenStatic, ADODB::adLockReadOnly);
-    report::Report& report = OpenReport(reportPath);
+    report::Report& report = OpenReportToRun(reportPath);
     // A second owner: a yield may let other code open another report.
     const std::shared_ptr<report::Report> held = CurrentReport;
     // A user without a password means no logon (sic).

@@ -23,6 +23,7 @@ std::string CurrentFolder;
 std::int16_t FolderClicks = 0;
 
 std::shared_ptr<report::Engine> ReportEngine;
+std::shared_ptr<report::Engine> RunEngine;
 std::shared_ptr<report::Report> CurrentReport;
 
 std::array<std::string, 21> AttachmentList;
@@ -99,6 +100,14 @@ report::Report& OpenReport(const std::string& path) {
         ReportEngine = report::CreateEngine();
     }
     CurrentReport = ReportEngine->OpenReport(path);
+    return *CurrentReport;
+}
+
+report::Report& OpenReportToRun(const std::string& path) {
+    if (!RunEngine) {
+        RunEngine = report::CreateRunEngine();
+    }
+    CurrentReport = RunEngine->OpenReport(path);
     return *CurrentReport;
 }
 

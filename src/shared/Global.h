@@ -41,9 +41,10 @@ extern std::string CurrentFolderID;
 extern std::string CurrentFolder;
 extern std::int16_t FolderClicks;  // counts clicks on the folder trees of the Desktop windows
 
-// The engine is made at its first use and lives as long as the process. Every OpenReport replaces
-// CurrentReport.
+// The engines are made at their first use and live as long as the process: one for what the user sees and
+// edits, one for runs. Every OpenReport and OpenReportToRun replaces CurrentReport.
 extern std::shared_ptr<report::Engine> ReportEngine;
+extern std::shared_ptr<report::Engine> RunEngine;
 extern std::shared_ptr<report::Report> CurrentReport;
 
 // The package run in progress. Slot 0 of both lists is never used. A package has at most 20 files.
@@ -74,6 +75,8 @@ report::Report& OpenedReport();
 // Opens a report file in the engine and makes it CurrentReport. On an error CurrentReport stays unchanged and
 // the error is raised.
 report::Report& OpenReport(const std::string& path);
+// The same in the engine of runs.
+report::Report& OpenReportToRun(const std::string& path);
 
 // Returns "<words><description> [<number>]", the form of every error text.
 std::string ErrorText(const std::string& words, const RuntimeError& error);

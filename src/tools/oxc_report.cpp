@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // oxc-report: inspects a report file or exports it, without a display and without the rest of the system.
+#include <unistd.h>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
+
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -14,6 +16,8 @@
 #include "platform/posix/program.h"
 #include "platform/reports/rdl_engine.h"
 #include "platform/reports/rdl_report.h"
+#include "platform/reports/worker/process.h"
+#include "platform/reports/worker/server.h"
 #include "rdl/values/ascii.h"
 #include "tools/hidden_arguments.h"
 #include "tools/report_arguments.h"
@@ -131,6 +135,15 @@ void Export(RdlReport& report, const ReportArguments& arguments) {
     report.Export(false);
 }
 
+// The program that started this one speaks on the socket. No destructor runs at the end: reports that are
+// open then do not matter.
+[[noreturn]] void Serve(const std::string& version) {
+    if (version != reports::worker::ServeVersion()) {
+        throw tools::UsageError("\"" + version + "\" is another version");
+    }
+    ::_exit(reports::worker::Serve(reports::worker::ServerSocket));
+}
+
 void Run(const ReportArguments& arguments) {
     if (arguments.command == tools::Command::Help) {
         Print(tools::Usage());
@@ -139,6 +152,9 @@ void Run(const ReportArguments& arguments) {
     if (arguments.command == tools::Command::Version) {
         Print(std::string("oxc-report ") + OXC_VERSION + "\n");
         return;
+    }
+    if (arguments.command == tools::Command::Serve) {
+        Serve(arguments.version);
     }
     const std::shared_ptr<RdlReport> report = reports::OpenRdlReport(SystemPath(arguments.file));
     if (arguments.command == tools::Command::Info) {

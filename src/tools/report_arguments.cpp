@@ -58,6 +58,11 @@ class Parser {
             m_result.command = Command::Version;
             return m_result;
         }
+        if (command == "serve" && m_arguments.size() == 2) {
+            m_result.command = Command::Serve;
+            m_result.version = m_arguments[m_next++];
+            return m_result;
+        }
         if (command != "info" && command != "export") {
             throw UsageError(command.empty() ? "no command is given" : "\"" + command + "\" is no command");
         }

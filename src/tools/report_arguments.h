@@ -11,7 +11,7 @@
 
 namespace tools {
 
-enum class Command { Help, Version, Info, Export };
+enum class Command { Help, Version, Info, Export, Serve };
 
 struct DataSourceArgument {
     std::string name, provider, connectString;
@@ -23,6 +23,7 @@ enum class PasswordSource { Argument, StandardInput, Environment };
 struct ReportArguments {
     Command command = Command::Help;
     std::string file;
+    std::string version;     // serve only: that the caller expects
     bool withFonts = false;  // info only
     int format = 0;          // the code of platform/contracts/export_formats.h
     std::string output;

@@ -46,7 +46,8 @@ class Kills(MailTest):
     def traced(self, *options):
         """Starts under strace; gives when the process is gone or the run is recorded."""
         trace = self.courier.folder / "trace"
-        process = self.courier.start(prefix=("strace", "-f", "-o", str(trace), *options))
+        # Detached from what it starts: the report process is not the one to kill.
+        process = self.courier.start(prefix=("strace", "-f", "-b", "execve", "-o", str(trace), *options))
         end = time.monotonic() + 60
         while process.poll() is None and not self.courier.history():
             self.assertLess(time.monotonic(), end, self.courier.said())

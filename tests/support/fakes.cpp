@@ -376,12 +376,14 @@ FakeEngine::FakeEngine() {
     g_engine = this;
     report::SetEngineFactory(&BorrowEngine);
     Global::ReportEngine.reset();
+    Global::RunEngine.reset();
     Global::CurrentReport.reset();
 }
 
 FakeEngine::~FakeEngine() {
     Global::CurrentReport.reset();
     Global::ReportEngine.reset();
+    Global::RunEngine.reset();
     report::SetEngineFactory(nullptr);
     g_engine = nullptr;
 }

@@ -35,6 +35,9 @@ const std::string& AppPath();
 // For tests. An empty text restores the rule above.
 void SetAppPath(const std::string& path);
 
+// Returns the folder of the running program as a machine path.
+std::filesystem::path ProgramFolder();
+
 // Returns ${XDG_CONFIG_HOME:-~/.config}/oxbow-courier as a machine path. Does not make it.
 std::filesystem::path ConfigPlace();
 // Returns the same path and makes the folder with mode 0700 if it is missing.

@@ -11,6 +11,11 @@ Factory& TheFactory() {
     return factory;
 }
 
+Factory& TheRunFactory() {
+    static Factory factory = nullptr;
+    return factory;
+}
+
 }  // namespace
 
 std::shared_ptr<Engine> CreateEngine() {
@@ -23,6 +28,14 @@ std::shared_ptr<Engine> CreateEngine() {
 
 void SetEngineFactory(Factory factory) {
     TheFactory() = factory;
+}
+
+std::shared_ptr<Engine> CreateRunEngine() {
+    return TheRunFactory() != nullptr ? TheRunFactory()() : CreateEngine();
+}
+
+void SetRunEngineFactory(Factory factory) {
+    TheRunFactory() = factory;
 }
 
 }  // namespace report

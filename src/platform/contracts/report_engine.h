@@ -98,4 +98,10 @@ class Engine {
 std::shared_ptr<Engine> CreateEngine();
 void SetEngineFactory(std::shared_ptr<Engine> (*factory)());
 
+// The same for the engine of runs: schedules and packages, due or on demand. Nobody watches a run, so a
+// program may give it an engine that survives what a report does to its process. Without a factory of its own
+// it is made by the one above.
+std::shared_ptr<Engine> CreateRunEngine();
+void SetRunEngineFactory(std::shared_ptr<Engine> (*factory)());
+
 }  // namespace report

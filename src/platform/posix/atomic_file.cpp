@@ -142,6 +142,12 @@ AtomicFile::AtomicFile(fs::path target, IfThere ifThere, Readers readers)
     }
 }
 
+AtomicFile::AtomicFile(std::filesystem::path target, UniqueFd file)
+    : m_target(std::move(target)),
+      m_ifThere(IfThere::Replace),
+      m_readers(Readers::Mask),
+      m_file(file.Release()) {}
+
 void AtomicFile::MakeTemporary() {
     m_target = BehindLinks(std::move(m_target));
     const fs::path folder = FolderOf(m_target);

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/posix/unique_fd.h"
+
 // A file with a temporary name in the folder of its target. Commit renames it to the target once its bytes
 // are on the disk. Without Commit the destructor deletes it. A link is followed. A device or a pipe cannot
 // appear at once and is written directly. The leftovers of a killed process are deleted when the next file is
@@ -24,12 +26,17 @@ class AtomicFile {
     enum class Readers { Owner, Mask };
     explicit AtomicFile(std::filesystem::path target, IfThere ifThere = IfThere::Replace,
                         Readers readers = Readers::Owner);
+    // Writes to an open file, which it closes. Another process gives it its name: Commit only closes it.
+    // `target` is the name that errors have.
+    AtomicFile(std::filesystem::path target, UniqueFd file);
     ~AtomicFile();
     AtomicFile(const AtomicFile&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
 
     void Write(std::string_view bytes);
     void Commit();
+    // Returns the descriptor of the unfinished file, for another process that writes it. The object keeps it.
+    int Handle() const { return m_file; }
 
  private:
     [[noreturn]] void Raise(int code) const;

@@ -44,11 +44,6 @@ bool IsFile(const fs::path& path) {
     return fs::is_regular_file(path, error);
 }
 
-fs::path ProgramFolder() {
-    std::error_code error;
-    return fs::read_symlink("/proc/self/exe", error).parent_path();
-}
-
 // Makes the folder and its missing parents. The folder itself is for its owner only, because it will hold
 // passwords.
 void MakePrivateFolder(const fs::path& folder) {
@@ -127,6 +122,11 @@ std::string& ChosenAppPath() {
 }
 
 }  // namespace
+
+fs::path ProgramFolder() {
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).parent_path();
+}
 
 const std::string& AppPath() {
     if (ChosenAppPath().empty()) {

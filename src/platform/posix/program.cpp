@@ -5,6 +5,7 @@
 #include <sys/resource.h>
 
 #include <csignal>
+#include <cstring>
 
 void PrepareProgram() {
     std::signal(SIGXFSZ, SIG_IGN);
@@ -16,4 +17,13 @@ void PrepareProgram() {
         core.rlim_cur = 0;
         setrlimit(RLIMIT_CORE, &core);
     }
+}
+
+std::string EndOfProcess(int exitCode, int signal) {
+    if (signal == 0) {
+        return "ended with exit code " + std::to_string(exitCode);
+    }
+    const char* const words = sigdescr_np(signal);
+    return "was ended by signal " + std::to_string(signal) +
+           (words != nullptr ? " (" + std::string(words) + ")" : std::string());
 }

@@ -112,8 +112,7 @@ bool IsProgram(const fs::path& path) {
 
 // Returns the installed program: beside the running one, else where the shell finds it.
 fs::path InstalledProgram() {
-    std::error_code error;
-    fs::path beside = fs::read_symlink("/proc/self/exe", error).parent_path() / "oxc";
+    fs::path beside = ProgramFolder() / "oxc";
     if (IsProgram(beside)) {
         return beside;
     }

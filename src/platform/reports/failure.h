@@ -17,6 +17,7 @@ inline constexpr std::int32_t InvalidParameter = -2147206460;  // a value is mis
 inline constexpr std::int32_t InvalidFormula = -2147206459;    // the record selection formula
 inline constexpr std::int32_t DataFailed = -2147206458;        // a data source or query
 inline constexpr std::int32_t RunFailed = -2147206457;         // layout and writing
+inline constexpr std::int32_t WorkerFailed = -2147206456;      // the process that runs it (worker/)
 inline constexpr std::int32_t InvalidOption = 5;               // "Invalid procedure call or argument"
 
 // Returns the number for a stage of the engine.

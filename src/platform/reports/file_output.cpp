@@ -17,6 +17,11 @@ FileOutput::FileOutput(std::filesystem::path target, std::uint64_t most)
     m_buffer.reserve(BufferSize);
 }
 
+FileOutput::FileOutput(std::filesystem::path target, UniqueFd file, std::uint64_t most)
+    : m_file(std::move(target), std::move(file)), m_most(most) {
+    m_buffer.reserve(BufferSize);
+}
+
 void FileOutput::Write(const char* data, std::size_t size) {
     m_size += size;
     if (m_size > m_most) {

@@ -20,9 +20,13 @@ inline constexpr std::uint64_t LargestDocument = std::uint64_t{8} << 30;
 class FileOutput : public rdl::Output {
  public:
     explicit FileOutput(std::filesystem::path target, std::uint64_t most = LargestDocument);
+    // Writes to an open file that another process gives its name.
+    FileOutput(std::filesystem::path target, UniqueFd file, std::uint64_t most = LargestDocument);
     using rdl::Output::Write;
     void Write(const char* data, std::size_t size) override;
     void Commit();
+    // Returns the descriptor of the file, for another process that writes all of it.
+    int Handle() const { return m_file.Handle(); }
 
  private:
     AtomicFile m_file;

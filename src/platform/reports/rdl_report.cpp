@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/reports/rdl_report.h"
 
-#include "platform/base/file_name.h"
 #include "platform/base/paths.h"
-#include "platform/posix/atomic_file.h"
-#include "platform/reports/export_mail.h"
 #include "platform/reports/failure.h"
-#include "platform/reports/file_output.h"
 #include "platform/reports/rdl_pages.h"
 
 namespace reports {
@@ -17,14 +13,6 @@ std::size_t Slot(int n, std::size_t count) {
         throw RuntimeError(err::SubscriptOutOfRange);
     }
     return static_cast<std::size_t>(n) - 1;
-}
-
-const report::FormatRow& FormatOf(int code) {
-    const report::FormatRow* const row = report::FindFormat(code);
-    if (row == nullptr) {
-        throw RuntimeError(InvalidOption, "There is no export format " + std::to_string(code));
-    }
-    return *row;
 }
 
 }  // namespace
@@ -55,9 +43,9 @@ std::string RdlReport::TableName(int n) const {
 }
 
 void RdlReport::SetMail(const std::string& toList, const std::string& subject, const std::string& message) {
-    m_toList = toList;
-    m_subject = subject;
-    m_message = message;
+    m_settings.toList = toList;
+    m_settings.subject = subject;
+    m_settings.message = message;
 }
 
 void RdlReport::SetDataSource(const std::string& name, const std::string& provider,
@@ -78,38 +66,17 @@ void RdlReport::SetRows(const std::string& dataSet, const std::string& file) {
 }
 
 void RdlReport::Export(bool) {
-    const report::FormatRow& format = FormatOf(m_format);
-    if (m_destination == report::DestinationMail) {
-        ExportToMail(format);
-        return;
-    }
-    if (m_destination != report::DestinationDisk) {
-        throw RuntimeError(InvalidOption, "There is no export destination " + std::to_string(m_destination));
-    }
-    const std::string& name = format.format == report::DocumentFormat::Html ? m_htmlFile : m_diskFile;
-    if (name.empty()) {
-        throw RuntimeError(InvalidOption, "The export has no file name");
-    }
-    ExportToFile(format, paths::ToMachine(name));
+    ExportBySettings(m_settings, Title(),
+                     [this](const report::FormatRow& format, const std::filesystem::path&,
+                            FileOutput& output) { WriteTo(format, output); });
+}
+
+void RdlReport::WriteTo(const report::FormatRow& format, FileOutput& output) {
+    Translated([&] { m_report->Write(format.format, output); });
 }
 
 std::unique_ptr<report::PageView> RdlReport::OpenPages() {
     return Translated([&] { return std::make_unique<RdlPages>(m_report->OpenPages()); });
-}
-
-void RdlReport::ExportToFile(const report::FormatRow& format, const std::filesystem::path& target) {
-    // Opened before the report runs: a missing folder is reported at once.
-    FileOutput output(target);
-    Translated([&] { m_report->Write(format.format, output); });
-    output.Commit();
-}
-
-void RdlReport::ExportToMail(const report::FormatRow& format) {
-    const HeldFolder folder("oxbow-courier-export-");
-    const std::filesystem::path file =
-        folder.Path() / (SafeFileName(Title()) + "." + std::string(format.extension));
-    ExportToFile(format, file);
-    MailFile(m_toList, m_subject, m_message, file);
 }
 
 }  // namespace reports

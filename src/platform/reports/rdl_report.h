@@ -8,6 +8,7 @@
 
 #include "platform/contracts/export_formats.h"
 #include "platform/contracts/report_engine.h"
+#include "platform/reports/export_settings.h"
 #include "platform/reports/rdl_parameter.h"
 #include "rdl/api/report.h"
 
@@ -32,10 +33,10 @@ class RdlReport : public report::Report {
     std::string Title() const override { return m_report->Title(); }
     std::string Description() const override { return m_report->Description(); }
 
-    void SetExportDestination(int code) override { m_destination = code; }
-    void SetExportFormat(int code) override { m_format = code; }
-    void SetDiskFileName(const std::string& path) override { m_diskFile = path; }
-    void SetHtmlFileName(const std::string& path) override { m_htmlFile = path; }
+    void SetExportDestination(int code) override { m_settings.destination = code; }
+    void SetExportFormat(int code) override { m_settings.format = code; }
+    void SetDiskFileName(const std::string& path) override { m_settings.diskFile = path; }
+    void SetHtmlFileName(const std::string& path) override { m_settings.htmlFile = path; }
     void SetMail(const std::string& toList, const std::string& subject, const std::string& message) override;
     // Have no effect: each writer has one form, and types, widths and headers are always kept.
     void SetExcelOptions(bool, bool, bool, bool, int) override {}
@@ -54,18 +55,14 @@ class RdlReport : public report::Report {
     // report has no data set of the name.
     void SetRows(const std::string& dataSet, const std::string& file);
     void SetExportOptions(const rdl::ExportOptions& options) { m_report->SetExportOptions(options); }
+    // Runs the report and writes the document, whatever the export's settings. The caller commits it.
+    void WriteTo(const report::FormatRow& format, FileOutput& output);
     void SetRunBounds(const rdl::RunBounds& bounds) { m_report->SetBounds(bounds); }
 
  private:
-    void ExportToFile(const report::FormatRow& format, const std::filesystem::path& target);
-    void ExportToMail(const report::FormatRow& format);
-
     std::shared_ptr<rdl::Report> m_report;
     std::vector<std::unique_ptr<RdlParameter>> m_parameters;
-    int m_destination = report::DestinationDisk;
-    int m_format = 0;
-    std::string m_diskFile, m_htmlFile;
-    std::string m_toList, m_subject, m_message;
+    ExportSettings m_settings;
 };
 
 }  // namespace reports

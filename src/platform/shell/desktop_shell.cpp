@@ -140,8 +140,7 @@ QWidget* OwnerOf(WindowHandle handle) {
 DesktopShell::DesktopShell(fs::path program) : m_program(std::move(program)) {}
 
 fs::path DesktopShell::InstalledProgram() {
-    std::error_code error;
-    return fs::read_symlink("/proc/self/exe", error).parent_path() / "oxc";
+    return ProgramFolder() / "oxc";
 }
 
 int DesktopShell::ShellExecuteA(const std::string& verb, const std::string& file,

@@ -12,6 +12,7 @@
 #include "platform/posix/program.h"
 #include "platform/regfile/registry_file.h"
 #include "platform/reports/rdl_engine.h"
+#include "platform/reports/worker/worker_engine.h"
 #include "tools/oxc_schedule/command_line.h"
 #include "tools/oxc_schedule/commands.h"
 
@@ -34,6 +35,7 @@ int main(int argc, char** argv) {
     MAPI::SetMailSystem(&MAPI::MailSystem());
     MAPI::SetRefusalHandler(&Global::ReportRefusals);
     report::SetEngineFactory(&reports::CreateRdlEngine);
+    report::SetRunEngineFactory(&reports::worker::CreateMachineWorkerEngine);
     try {
         return tools::RunScheduleCommand(tools::ParseCommandLine({argv + 1, argv + argc}));
     } catch (const tools::ScheduleUsageError& error) {

@@ -13,9 +13,9 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <utility>
 
+#include "platform/posix/program.h"
 #include "platform/posix/unique_fd.h"
 
 extern char** environ;
@@ -202,12 +202,7 @@ void WaitForEnd(pid_t child, const Limit& limit, Streams& streams, ChildResult& 
 }  // namespace
 
 std::string EndOf(const ChildResult& result) {
-    if (result.signal == 0) {
-        return "ended with exit code " + std::to_string(result.exitCode);
-    }
-    const char* const words = sigdescr_np(result.signal);
-    return "was ended by signal " + std::to_string(result.signal) +
-           (words != nullptr ? " (" + std::string(words) + ")" : std::string());
+    return EndOfProcess(result.exitCode, result.signal);
 }
 
 ChildResult RunChild(const std::vector<std::string>& arguments, int input, int seconds,

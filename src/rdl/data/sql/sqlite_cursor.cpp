@@ -5,11 +5,13 @@
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <string_view>
 #include <system_error>
 
 #include "rdl/data/common/field_type.h"
 #include "rdl/data/common/message.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {
@@ -33,6 +35,24 @@ int Authorize(void*, int action, const char*, const char*, const char*, const ch
     }
 }
 
+// Returns true for a database with a write-ahead log (SQLite file format, 1.3.3: both version numbers are 2)
+// that is empty or missing.
+bool HasNoLog(const std::string& file) {
+    constexpr std::streamoff Versions = 18;
+    std::ifstream stream(file, std::ios::binary);
+    stream.seekg(Versions);
+    std::error_code missing;
+    const bool keepsLog = stream.get() == 2 && stream.get() == 2;
+    const auto size = std::filesystem::file_size(file + "-wal", missing);
+    return keepsLog && (missing || size == 0);
+}
+
+// Returns the file's name as a URI by which SQLite takes no lock and needs no log.
+std::string UnchangingName(const std::string& file) {
+    const auto isPlain = [](char c) { return c != '%' && c != '?' && c != '#'; };
+    return "file:" + PercentEncoded(file, isPlain) + "?immutable=1";
+}
+
 struct CloseDatabase {
     void operator()(sqlite3* database) const { sqlite3_close(database); }
 };
@@ -46,7 +66,8 @@ class SqliteCursor : public Cursor {
         : m_file(source.file),
           m_seconds(source.querySeconds),
           m_deadline(Clock::now() + std::chrono::seconds(source.querySeconds)) {
-        Open();
+        Open(m_file, 0);
+        ReadSchema();
         sqlite3_progress_handler(m_database.get(), StepsBetweenLooks, &SqliteCursor::TimeIsUp, this);
         Prepare(query.text);
         Bind(query.binds);
@@ -100,14 +121,14 @@ class SqliteCursor : public Cursor {
         }
     }
 
-    void Open() {
+    void Open(const std::string& name, int flags) {
         std::error_code ignored;
         if (!std::filesystem::is_regular_file(m_file, ignored)) {
             throw Error("the database file \"" + CleanText(m_file) + "\" does not exist");
         }
         sqlite3* database = nullptr;
-        const int state =
-            sqlite3_open_v2(m_file.c_str(), &database, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+        const int state = sqlite3_open_v2(name.c_str(), &database,
+                                          SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX | flags, nullptr);
         m_database.reset(database);
         if (state != SQLITE_OK) {
             Fail(state);
@@ -118,15 +139,27 @@ class SqliteCursor : public Cursor {
         sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     }
 
-    void Prepare(const std::string& text) {
-        // The schema is read by statements of SQLite's own, which the guard must not meet.
-        char* ignored = nullptr;
-        const int readable =
-            sqlite3_exec(m_database.get(), "select count(*) from sqlite_master", nullptr, nullptr, &ignored);
-        sqlite3_free(ignored);
-        if (readable != SQLITE_OK) {
-            Fail(readable);
+    // The schema is read by statements of SQLite's own, which the guard must not meet.
+    int TrySchema() {
+        return sqlite3_exec(m_database.get(), "select count(*) from sqlite_master", nullptr, nullptr,
+                            nullptr);
+    }
+
+    // The last program that closes a database with a write-ahead log deletes the log. Where this process may
+    // not make another one, it reads the file as it stands: others write to a log first.
+    void ReadSchema() {
+        int state = TrySchema();
+        const int kind = state & 0xFF;
+        if ((kind == SQLITE_CANTOPEN || kind == SQLITE_READONLY) && HasNoLog(m_file)) {
+            Open(UnchangingName(m_file), SQLITE_OPEN_URI);
+            state = TrySchema();
         }
+        if (state != SQLITE_OK) {
+            Fail(state);
+        }
+    }
+
+    void Prepare(const std::string& text) {
         sqlite3_set_authorizer(m_database.get(), &Authorize, nullptr);
         sqlite3_stmt* statement = nullptr;
         const char* tail = nullptr;

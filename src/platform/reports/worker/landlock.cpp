@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/reports/worker/landlock.h"
+
+#include <fcntl.h>
+#include <linux/landlock.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdlib>
+
+#include "platform/base/paths.h"
+#include "platform/contracts/runtime.h"
+#include "platform/posix/atomic_file.h"
+#include "platform/posix/unique_fd.h"
+
+namespace reports::worker {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Newer kernels know these rights; the headers of the build may not.
+constexpr std::uint64_t Refer = std::uint64_t{1} << 13;     // from version 2 of the interface
+constexpr std::uint64_t Truncate = std::uint64_t{1} << 14;  // from version 3
+
+constexpr std::uint64_t Reading = LANDLOCK_ACCESS_FS_READ_FILE | LANDLOCK_ACCESS_FS_READ_DIR;
+constexpr std::uint64_t OfFiles =
+    LANDLOCK_ACCESS_FS_READ_FILE | LANDLOCK_ACCESS_FS_WRITE_FILE | LANDLOCK_ACCESS_FS_EXECUTE | Truncate;
+// Unnamed temporary files, and named ones that are deleted at once.
+constexpr std::uint64_t Temporary = LANDLOCK_ACCESS_FS_WRITE_FILE | LANDLOCK_ACCESS_FS_MAKE_REG |
+                                    LANDLOCK_ACCESS_FS_REMOVE_FILE | Truncate | Reading;
+
+std::uint64_t Changing(long version) {
+    return LANDLOCK_ACCESS_FS_EXECUTE | LANDLOCK_ACCESS_FS_WRITE_FILE | LANDLOCK_ACCESS_FS_REMOVE_DIR |
+           LANDLOCK_ACCESS_FS_REMOVE_FILE | LANDLOCK_ACCESS_FS_MAKE_CHAR | LANDLOCK_ACCESS_FS_MAKE_DIR |
+           LANDLOCK_ACCESS_FS_MAKE_REG | LANDLOCK_ACCESS_FS_MAKE_SOCK | LANDLOCK_ACCESS_FS_MAKE_FIFO |
+           LANDLOCK_ACCESS_FS_MAKE_BLOCK | LANDLOCK_ACCESS_FS_MAKE_SYM | (version >= 2 ? Refer : 0) |
+           (version >= 3 ? Truncate : 0);
+}
+
+class Rules {
+ public:
+    explicit Rules(std::uint64_t handled) : m_handled(handled) {
+        landlock_ruleset_attr attributes{};
+        attributes.handled_access_fs = handled;
+        m_rules = UniqueFd(static_cast<int>(
+            syscall(SYS_landlock_create_ruleset, &attributes, sizeof attributes.handled_access_fs, 0U)));
+    }
+
+    // What is not there needs no rule.
+    void Allow(const fs::path& path, std::uint64_t access) const {
+        const UniqueFd place(open(path.c_str(), O_PATH | O_CLOEXEC));
+        struct stat facts {};
+        if (place.Get() < 0 || fstat(place.Get(), &facts) != 0) {
+            return;
+        }
+        landlock_path_beneath_attr rule{};
+        rule.allowed_access = access & m_handled & (S_ISDIR(facts.st_mode) ? ~std::uint64_t{0} : OfFiles);
+        rule.parent_fd = place.Get();
+        if (rule.allowed_access != 0) {
+            syscall(SYS_landlock_add_rule, m_rules.Get(), LANDLOCK_RULE_PATH_BENEATH, &rule, 0U);
+        }
+    }
+
+    bool Apply() const {
+        return m_rules.Get() >= 0 && syscall(SYS_landlock_restrict_self, m_rules.Get(), 0U) == 0;
+    }
+
+ private:
+    std::uint64_t m_handled;
+    UniqueFd m_rules;
+};
+
+// Programs' libraries and settings, time zones, fonts and their caches, sockets of servers, and what drivers
+// of databases read in the user's folder.
+void AllowSystem(const Rules& rules) {
+    for (const char* place : {"/usr", "/lib", "/lib64", "/bin", "/etc", "/opt", "/dev", "/proc", "/sys",
+                              "/run", "/var/cache/fontconfig", "/var/lib/mysql", "/nix"}) {
+        rules.Allow(place, Reading);
+    }
+    const char* const home = std::getenv("HOME");
+    for (const char* name : {".fonts", ".fonts.conf", ".fonts.conf.d", ".config/fontconfig",
+                             ".cache/fontconfig", ".local/share/fonts", ".odbc.ini", ".odbcinst.ini",
+                             ".freetds.conf", ".pgpass", ".postgresql", ".my.cnf"}) {
+        if (home != nullptr) {
+            rules.Allow(fs::path(home) / name, Reading);
+        }
+    }
+}
+
+void AllowTemporaryPlace(const Rules& rules) {
+    try {
+        rules.Allow(TemporaryPlace(), Temporary);
+    } catch (const RuntimeError&) {
+        // A report that needs a temporary file reports that there is no place for it.
+    }
+}
+
+}  // namespace
+
+bool RestrictFiles(const std::vector<fs::path>& readable) {
+    const long version = syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
+    if (version < 1) {
+        return false;
+    }
+    const Rules rules(Changing(version) | (readable.empty() ? 0 : Reading));
+    AllowTemporaryPlace(rules);
+    // Libraries throw their output away there.
+    rules.Allow("/dev/null", LANDLOCK_ACCESS_FS_WRITE_FILE | Reading);
+    if (!readable.empty()) {
+        AllowSystem(rules);
+        rules.Allow(ProgramFolder(), Reading);
+        rules.Allow(paths::ToMachine(AppPath()), Reading);
+        for (const fs::path& folder : readable) {
+            rules.Allow(folder, Reading);
+        }
+    }
+    return rules.Apply();
+}
+
+}  // namespace reports::worker

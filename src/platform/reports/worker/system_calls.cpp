@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/reports/worker/system_calls.h"
+
+#include <sched.h>
+#include <seccomp.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <memory>
+
+namespace reports::worker {
+namespace {
+
+using Filter = std::unique_ptr<void, decltype(&seccomp_release)>;
+
+constexpr std::array Refused{
+    // other programs and processes
+    "execve", "execveat", "fork", "vfork", "ptrace", "process_vm_readv", "process_vm_writev", "kcmp", "kill",
+    "tkill", "rt_sigqueueinfo", "rt_tgsigqueueinfo", "pidfd_open", "pidfd_getfd", "pidfd_send_signal",
+    "process_madvise", "setns", "unshare",
+    // file systems
+    "mount", "umount", "umount2", "pivot_root", "chroot", "move_mount", "open_tree", "fsopen", "fsconfig",
+    "fsmount", "fspick", "mount_setattr", "name_to_handle_at", "open_by_handle_at", "quotactl", "quotactl_fd",
+    "swapon", "swapoff", "mknod", "mknodat", "fanotify_init",
+    // the kernel
+    "init_module", "finit_module", "delete_module", "create_module", "kexec_load", "kexec_file_load", "bpf",
+    "perf_event_open", "userfaultfd", "io_uring_setup", "io_uring_enter", "io_uring_register", "add_key",
+    "request_key", "keyctl", "syslog", "acct", "reboot", "iopl", "ioperm", "modify_ldt", "vm86",
+    "personality", "lookup_dcookie",
+    // the machine
+    "settimeofday", "clock_settime", "clock_adjtime", "adjtimex", "stime", "sethostname", "setdomainname",
+    "vhangup",
+    // users
+    "setuid", "setgid", "setreuid", "setregid", "setresuid", "setresgid", "setgroups", "setfsuid", "setfsgid",
+    "capset"};
+
+// Families of sockets that lead to no database.
+constexpr std::array Families{AF_PACKET, AF_BLUETOOTH, AF_ALG, AF_VSOCK, AF_KEY, AF_CAN, AF_TIPC, AF_XDP};
+
+// A call that this machine does not have needs no rule: failures are ignored.
+void Refuse(scmp_filter_ctx filter, const char* call) {
+    const int number = seccomp_syscall_resolve_name(call);
+    if (number != __NR_SCMP_ERROR) {
+        seccomp_rule_add(filter, SCMP_ACT_ERRNO(EPERM), number, 0);
+    }
+}
+
+void RefuseByArguments(scmp_filter_ctx filter) {
+    const std::uint32_t refuse = SCMP_ACT_ERRNO(EPERM);
+    // The flags of clone3 are out of a filter's sight. The library then falls back to clone.
+    seccomp_rule_add(filter, SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0);
+    seccomp_rule_add(filter, refuse, SCMP_SYS(clone), 1, SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0));
+    // abort() signals its own process.
+    seccomp_rule_add(filter, refuse, SCMP_SYS(tgkill), 1,
+                     SCMP_A0(SCMP_CMP_NE, static_cast<scmp_datum_t>(getpid())));
+    // The limits of another process.
+    seccomp_rule_add(filter, refuse, SCMP_SYS(prlimit64), 1, SCMP_A0(SCMP_CMP_NE, 0));
+    for (const int family : Families) {
+        seccomp_rule_add(filter, refuse, SCMP_SYS(socket), 1,
+                         SCMP_A0(SCMP_CMP_EQ, static_cast<scmp_datum_t>(family)));
+    }
+}
+
+}  // namespace
+
+bool RefuseSystemCalls() {
+    const Filter filter(seccomp_init(SCMP_ACT_ALLOW), &seccomp_release);
+    if (filter == nullptr) {
+        return false;
+    }
+    // A program of another architecture cannot start anyway.
+    seccomp_attr_set(filter.get(), SCMP_FLTATR_ACT_BADARCH, SCMP_ACT_KILL_PROCESS);
+    for (const char* call : Refused) {
+        Refuse(filter.get(), call);
+    }
+    RefuseByArguments(filter.get());
+    return seccomp_load(filter.get()) == 0;
+}
+
+}  // namespace reports::worker
