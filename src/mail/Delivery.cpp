@@ -68,7 +68,7 @@ bool SendMailBatch(const Variant& body, const Variant& subject, int recipients, 
         for (int i = 1; i <= files; ++i) {
             MAPI::Attach(*message, i, AttachmentSlot(i));
         }
-        message->Send();
+        MAPI::SendRunMessage(*message);
         return true;
     } catch (...) {
         return FailReportMail(subject.Text(), CurrentError());
@@ -89,7 +89,7 @@ bool SendMailSingle(const Variant& body, const Variant& subject, const std::stri
         }
         message->Recipients().Resolve(MAPI::Dialog::Allowed);
         MAPI::Attach(*message, 1, file);
-        message->Send();
+        MAPI::SendRunMessage(*message);
         return true;
     } catch (...) {
         return FailReportMail(subject.Text(), CurrentError());

@@ -4,9 +4,9 @@
 #include "execution/PackageRun.h"
 #include "mail/Delivery.h"
 #include "platform/base/convert.h"
-#include "platform/base/due_run.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/clock.h"
+#include "scheduler/Attempt.h"
 #include "scheduler/Deliveries.h"
 #include "scheduler/Due.h"
 #include "scheduler/NextRun.h"
@@ -45,10 +45,11 @@ bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& packag
     connection.ProveWritable();
     const DueRun run = RunOf(package);
     const AlertsWait untilRecorded;
-    const MAPI::DueRun mails(ConnectionString, "package", run.reportID, run.date + " " + run.time);
+    Attempt attempt(run);
     if (!RunPackage(package, Runner::PackagePoll)) {
         return false;
     }
+    attempt.SetDelivered();
     const DateValue next =
         NextPackageRun(package.Fields("Frequency").Value.Text(), CDate(package.Fields("NextRunDate").Value));
     lastKey = run.reportID;

@@ -3,6 +3,7 @@
 
 #include "platform/base/due_run.h"
 #include "platform/base/text.h"
+#include "platform/contracts/runtime.h"
 
 namespace MAPI {
 
@@ -17,7 +18,21 @@ std::unique_ptr<Message> NewRunMessage(Session& session, const std::string& subj
                                        const std::string& text) {
     std::unique_ptr<Message> message = NewMessage(session, subject, text);
     message->Identity = DueRun::Identity();
+    message->Date = DueRun::Date();
     return message;
+}
+
+void SendRunMessage(Message& message) {
+    try {
+        message.Send();
+    } catch (const RuntimeError& error) {
+        // The connection may have been lost after the server took the message. All other errors are refusals.
+        if (error.Number() == err::MailboxOrServer) {
+            DueRun::SetMayBeOut();
+        }
+        throw;
+    }
+    DueRun::SetMayBeOut();
 }
 
 void Attach(Message& message, int number, const std::string& source) {

@@ -108,6 +108,7 @@ class MailMessage : public MAPI::Message {
         }
         mail.highImportance = Importance == MAPI::ImportanceHigh;
         mail.identity = Identity;
+        mail.date = Date;
         mail.attachments = m_attachments.Open();
         const Refusals refusals = m_context->transport->Deliver(mail);
         if (!refusals.empty()) {

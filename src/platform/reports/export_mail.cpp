@@ -32,7 +32,7 @@ void MailFile(const std::string& toList, const std::string& subject, const std::
     AddRecipients(mail->Recipients(), toList);
     mail->Recipients().Resolve(MAPI::Dialog::Forbidden);
     MAPI::Attach(*mail, 1, paths::FromMachine(file));
-    mail->Send();
+    MAPI::SendRunMessage(*mail);
 }
 
 }  // namespace reports
