@@ -33,8 +33,11 @@ class Beginnings {
         const ZonedMoment now = TheClock().Moment();
         // As long as mail servers keep trying (RFC 5321, section 4.5.4.1).
         constexpr std::int64_t Longest = 5LL * 24 * 3600;
-        std::erase_if(m_kept, [&now](const Beginning& kept) {
-            return kept.seconds > now.seconds || now.seconds - kept.seconds > Longest;
+        std::erase_if(m_kept, [&](const Beginning& kept) {
+            // A process that is killed between the record of a run and its end leaves the run here.
+            const bool isFormer =
+                kept.run.kind == run.kind && kept.run.reportID == run.reportID && kept.run != run;
+            return isFormer || kept.seconds > now.seconds || now.seconds - kept.seconds > Longest;
         });
         const auto found = Find(run);
         if (found != m_kept.end()) {

@@ -165,6 +165,17 @@ TEST_F(Attempts, DateOfAWeekAgoOrOfTheFutureCountsAsForgotten) {
     }
 }
 
+TEST_F(Attempts, FormerRunOfTheItemIsForgotten) {
+    std::ofstream(File()) << "schedule\t1\t2026-11-20\t00:00\t1795190000\tend\n"
+                             "package\t1\t2026-11-20\t00:00\t1795190000\tend\n";
+    StartAgain();
+    Html();
+    Poll();
+    std::ostringstream text;
+    text << std::ifstream(File()).rdbuf();
+    EXPECT_EQ(text.str(), "package\t1\t2026-11-20\t00:00\t1795190000\tend\n");
+}
+
 TEST_F(Attempts, LinesThatAreCutOffOrNotUnderstoodGiveNoDate) {
     Html();
     std::ofstream(File()) << "schedule\t1\t2026-11-21\t00:00\tabc\tend\nschedule\t1\t2026-11-21\t00:00\t1795";
