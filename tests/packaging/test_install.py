@@ -22,6 +22,7 @@ FILES = {
     "share/applications/org.oxbowcourier.oxc.desktop",
     "share/doc/oxbow-courier/install.md",
     "share/doc/oxbow-courier/mail.md",
+    "share/doc/oxbow-courier/operations.md",
     "share/doc/oxbow-courier/report-files.md",
     "share/doc/oxbow-courier/schedule.md",
     "share/icons/hicolor/scalable/apps/oxbow-courier.svg",
