@@ -4,10 +4,10 @@
 #include "execution/PackageRun.h"
 #include "mail/Delivery.h"
 #include "platform/base/convert.h"
-#include "platform/base/due_run.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/stop_gate.h"
+#include "scheduler/Attempt.h"
 #include "scheduler/Deliveries.h"
 #include "scheduler/Due.h"
 #include "scheduler/NextRun.h"
@@ -50,10 +50,11 @@ bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& packag
     connection.Open(ConnectionString);
     connection.ProveWritable();
     const AlertsWait untilRecorded;
-    const MAPI::DueRun mails(ConnectionString, "package", run.reportID, run.date + " " + run.time);
+    Attempt attempt(run);
     if (!RunPackage(package, Runner::PackagePoll)) {
         return false;
     }
+    attempt.SetDelivered();
     const DateValue next =
         NextPackageRun(package.Fields("Frequency").Value.Text(), CDate(package.Fields("NextRunDate").Value));
     lastKey = run.reportID;

@@ -2,11 +2,7 @@
 #include "scheduler/Deliveries.h"
 
 #include <algorithm>
-#include <fstream>
 #include <optional>
-#include <sstream>
-#include <string_view>
-#include <system_error>
 
 #include "platform/base/journal.h"
 #include "platform/base/paths.h"
@@ -20,14 +16,6 @@ namespace Global {
 namespace {
 
 constexpr int BusyAttempts = 30;  // each attempt waits up to ten seconds
-
-constexpr std::string_view ScheduleWord = "schedule";
-constexpr std::string_view PackageWord = "package";
-constexpr std::string_view EndWord = "end";
-
-std::string_view WordOf(RunKind kind) {
-    return kind == RunKind::Schedule ? ScheduleWord : PackageWord;
-}
 
 std::string DateStatement(const Delivery& delivery) {
     return delivery.run.kind == RunKind::Schedule ? "update ReportScheduler set NextRun = '" + delivery.next +
@@ -70,31 +58,6 @@ std::optional<RuntimeError> Store(ADODB::Connection& connection, const Delivery&
         ExecuteTogether(connection, {date});
         return error;
     }
-}
-
-// Returns one line for a delivery, its parts between tabs. A line that was cut off lacks its last word.
-std::string LineOf(const Delivery& delivery) {
-    std::string line(WordOf(delivery.run.kind));
-    for (const std::string& part : {delivery.run.reportID, delivery.run.date, delivery.run.time,
-                                    delivery.next, delivery.moment, std::string(EndWord)}) {
-        line += '\t' + part;
-    }
-    return line + '\n';
-}
-
-std::optional<Delivery> DeliveryOf(const std::string& line) {
-    std::vector<std::string> parts;
-    std::istringstream stream(line);
-    for (std::string part; std::getline(stream, part, '\t');) {
-        parts.push_back(part);
-    }
-    constexpr std::size_t Parts = 7;
-    if (parts.size() != Parts || (parts[0] != ScheduleWord && parts[0] != PackageWord) ||
-        parts[6] != EndWord) {
-        return std::nullopt;
-    }
-    const RunKind kind = parts[0] == ScheduleWord ? RunKind::Schedule : RunKind::Package;
-    return Delivery{{kind, parts[1], parts[2], parts[3]}, parts[4], parts[5]};
 }
 
 }  // namespace
@@ -177,28 +140,20 @@ void Deliveries::Load() {
     }
     m_folder = AppPath();
     // Computed here and not in Save, to keep the time between a delivery and its line short.
-    m_file = paths::ToMachine(m_folder) / "PressroomLive.delivered";
+    m_file = RunNotesFile("PressroomLive.delivered");
     m_kept.clear();
-    std::ifstream file(m_file);
-    for (std::string line; std::getline(file, line);) {
-        if (const auto delivery = DeliveryOf(line)) {
-            m_kept.push_back(*delivery);
-        }
+    for (const RunNote& note : ReadRunNotes(m_file, 2)) {
+        m_kept.push_back({note.run, note.values[0], note.values[1]});
     }
 }
 
 // A failure is not reported: the database has to take the record, and its failures are reported.
 void Deliveries::Save() const {
-    if (m_kept.empty()) {
-        std::error_code ignored;
-        std::filesystem::remove(m_file, ignored);
-        return;
-    }
-    std::string text;
+    std::vector<RunNote> notes;
     for (const Delivery& delivery : m_kept) {
-        text += LineOf(delivery);
+        notes.push_back({delivery.run, {delivery.next, delivery.moment}});
     }
-    std::ofstream(m_file, std::ios::binary | std::ios::trunc) << text;
+    WriteRunNotes(m_file, notes);
 }
 
 }  // namespace Global

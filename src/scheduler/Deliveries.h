@@ -9,18 +9,9 @@
 #include <vector>
 
 #include "platform/contracts/adodb.h"
+#include "scheduler/RunNotes.h"
 
 namespace Global {
-
-enum class RunKind { Schedule, Package };
-
-// One run of an item. A changed date or time makes it a different run.
-struct DueRun {
-    RunKind kind = RunKind::Schedule;
-    std::string reportID;
-    std::string date, time;  // as the item's row holds them
-    bool operator==(const DueRun&) const = default;
-};
 
 struct Delivery {
     DueRun run;

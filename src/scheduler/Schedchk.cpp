@@ -6,10 +6,10 @@
 #include "execution/RunReport.h"
 #include "mail/Delivery.h"
 #include "platform/base/convert.h"
-#include "platform/base/due_run.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/stop_gate.h"
+#include "scheduler/Attempt.h"
 #include "scheduler/Deliveries.h"
 #include "scheduler/Due.h"
 #include "scheduler/NextRun.h"
@@ -63,12 +63,15 @@ void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, Da
     connection.ProveWritable();
     const std::string frequency = row.Fields("Frequency").Value.Text();
     const AlertsWait untilRecorded;
-    std::optional<MAPI::DueRun> mails;
+    std::optional<Attempt> attempt;
     if (MovesOn(frequency)) {
-        mails.emplace(ConnectionString, "schedule", due.reportID, due.date + " " + due.time);
+        attempt.emplace(due);
     }
     if (!RunStoredSchedule(row)) {
         return RunLog::Instance().Undelivered();
+    }
+    if (attempt) {
+        attempt->SetDelivered();
     }
     NextSingleRun(frequency, CDate(row.Fields("NextRun").Value), NextDate);
     Deliveries::Instance().Record(connection, {due, cmFunc::FormatDateText(NextDate), RunStamp});

@@ -3,6 +3,7 @@
 the mail is not sent again, unless the kill falls between the server's word and the process's first line about it."""
 
 import collections
+import email.parser
 import os
 import pathlib
 import random
@@ -32,8 +33,9 @@ class Kills(MailTest):
         """As at the start, but for the server's mails."""
         self.courier.sql("update ReportScheduler set NextRun = ?", self.today)
         self.courier.sql("delete from ReportHistory")
-        # Of the kill before: it would mean this run, whose date is the same.
-        (self.courier.app / "PressroomLive.delivered").unlink(missing_ok=True)
+        # Of the kill before: they would mean this run, whose date is the same.
+        for name in ("PressroomLive.delivered", "PressroomLive.begun"):
+            (self.courier.app / name).unlink(missing_ok=True)
         for mail in self.server.folder.glob("*.eml"):
             mail.unlink()
 
@@ -72,6 +74,8 @@ class Kills(MailTest):
         self.assertEqual(self.courier.history()[0][2], "Success")
         mails = len(self.server.reports())
         if mails != 1:
+            for header in ("Message-ID", "Date"):
+                self.assertEqual(len({mail[header] for mail in self.server.reports()}), 1, header)
             self.assertEqual((mails, mailed, recorded, noted), (2, 1, False, False), what)
             self.twice.append(what)
 
@@ -117,6 +121,65 @@ class Kills(MailTest):
             self.ends_well("%.3f s" % delay)
         print("%d kills within %.2f s, %d of them after the record, %d mails twice: %s"
               % (rounds, 1.2 * length, recorded, len(self.twice), self.twice))
+
+
+class ManyKills(MailTest):
+    """Schedules and a package that have years of days to make up: there is always a run under way."""
+
+    KILLS = 50
+
+    def setUp(self):
+        super().setUp()
+        self.server = self.serve()
+        self.use(self.server.port)
+        self.courier.settings(Poll="0", AlertWho="boss@example.com")
+        for subject, word in (("One", "Acrobat Format (PDF)"), ("Two", "MS Excel"), ("Three", "DHTML")):
+            self.courier.schedule(Subject=subject, Format=word, NextRun="2020-01-01")
+        self.courier.package([("Acrobat", "summary.rpt")], Subject="Four", NextRunDate="2020-01-01")
+
+    def days_recorded(self):
+        """How many days each item has moved on, by its subject."""
+        rows = self.courier.sql("select Subject, julianday(NextRun) - julianday('2020-01-01') from ReportScheduler union all "
+                                "select Subject, julianday(NextRunDate) - julianday('2020-01-01') from ReportBatch")
+        return {subject: round(days) for subject, days in rows}
+
+    def mails_of_runs(self):
+        """For each item by its subject: the dates of the mails of each run, by the id that is the run's own."""
+        runs = collections.defaultdict(lambda: collections.defaultdict(list))
+        for path in self.server.folder.glob("*.eml"):
+            with open(path, "rb") as file:
+                mail = email.parser.BytesParser().parse(file, headersonly=True)
+            runs[mail["Subject"]][mail["Message-ID"]].append(mail["Date"])
+        return runs
+
+    def copies(self):
+        return sum(len(dates) - 1 for runs in self.mails_of_runs().values() for dates in runs.values())
+
+    def test_fifty_kills_lose_no_mail_and_double_none_but_that_under_way(self):
+        chance = random.Random(os.environ.get("OXC_SEED"))
+        copies = 0
+        for number in range(self.KILLS):
+            process = self.courier.start()
+            time.sleep(chance.uniform(0.1, 2.0))
+            process.kill()
+            process.wait()
+            now = self.copies()
+            self.assertLessEqual(now - copies, 1, "kill %d" % number)
+            copies = now
+        before = self.days_recorded()
+        self.courier.start()
+        self.courier.wait(lambda: all(days > before[subject] for subject, days in self.days_recorded().items()),
+                          what="one more day of each item")
+        self.courier.stop()
+        runs, recorded = self.mails_of_runs(), self.days_recorded()
+        for subject, days in recorded.items():
+            # The last run may have been mailed as the scheduler was ended, and waits for its record.
+            self.assertIn(len(runs[subject]) - days, (0, 1), subject)
+            for dates in runs[subject].values():
+                self.assertEqual(len(set(dates)), 1, "copies of one run have one date")
+        self.assertEqual(runs.keys(), recorded.keys())
+        self.assertEqual(self.courier.sql("pragma integrity_check"), [("ok",)])
+        print("%d kills, %d runs, %d mails twice" % (self.KILLS, sum(recorded.values()), copies))
 
 
 if __name__ == "__main__":

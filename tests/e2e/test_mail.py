@@ -151,7 +151,7 @@ class Mail(MailTest):
         self.courier.stop()
         self.assertEqual([m["X-Envelope-To"] for m in good.reports()], ["ann@example.com, bob@example.com"])
 
-    # Copies that cannot be helped bear one id
+    # Copies that cannot be helped bear one id and one date
 
     def check_copies(self, **columns):
         server = self.serve("--mode", "lose-answer")
@@ -170,6 +170,8 @@ class Mail(MailTest):
         days = [m["Message-ID"] for m in good.reports()]
         self.assertEqual({days[0]}, ids)
         self.assertNotIn(days[1], ids)
+        # One date too: that of the first attempt, also in the next process.
+        self.assertEqual({m["Date"] for m in server.reports()}, {good.reports()[0]["Date"]})
         self.assertRegex(days[0], r"^<[0-9a-f]{32}@example\.com>$")
         # Each alert is of its own.
         alerts = [m["Message-ID"] for m in server.alerts()]

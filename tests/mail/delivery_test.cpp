@@ -260,9 +260,11 @@ TEST_F(Delivery, AlertOfARefusalThatCannotLogOnRaisesNothing) {
 
 // Copies of one run
 
-TEST_F(Delivery, MailsOfADueRunBearItsIdentityAndAlertsDoNot) {
+TEST_F(Delivery, MailsOfADueRunBearItsIdentityAndDateAndAlertsDoNot) {
     {
-        const MAPI::DueRun run("store", "schedule", "7", "2026-11-22 07:00");
+        const MAPI::DueRun run("store", "schedule", "7", "2026-11-22 07:00", [] {
+            return ZonedMoment{1795330800, 3600};
+        });
         EXPECT_TRUE(SendMailBatch("b", "s", 1, 0, 1));
         EXPECT_TRUE(SendMailSingle("b", "s", "a", "f", 1));
         EXPECT_TRUE(SendAlertMail("b", "a", "s", 1));
@@ -273,4 +275,11 @@ TEST_F(Delivery, MailsOfADueRunBearItsIdentityAndAlertsDoNot) {
     EXPECT_EQ(mail.sent[0].identity, mail.sent[1].identity);
     EXPECT_EQ(mail.sent[2].identity, "");
     EXPECT_EQ(mail.sent[3].identity, "");
+    for (const int message : {0, 1}) {
+        ASSERT_TRUE(mail.sent[message].date.has_value());
+        EXPECT_EQ(mail.sent[message].date->seconds, 1795330800);
+        EXPECT_EQ(mail.sent[message].date->offset, 3600);
+    }
+    EXPECT_FALSE(mail.sent[2].date.has_value());
+    EXPECT_FALSE(mail.sent[3].date.has_value());
 }

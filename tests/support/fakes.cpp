@@ -170,10 +170,11 @@ class FakeMessage : public MAPI::Message {
     MAPI::Attachments& Attachments() override { return m_attachments; }
     void Send() override {
         m_system.identities.push_back(Identity);
+        m_system.dates.push_back(Date);
         RaiseNext(m_system.sendErrors);
         SentMessage message{
-            Subject, Text, Importance, {}, {}, m_recipients.resolvedWithDialog, m_recipients.atResolve,
-            Identity};
+            Subject,  Text, Importance, {}, {}, m_recipients.resolvedWithDialog, m_recipients.atResolve,
+            Identity, Date};
         for (const MAPI::Recipient& recipient : m_recipients.names) {
             message.recipients.push_back(recipient.Name);
         }

@@ -175,6 +175,7 @@ struct SentMessage {
     std::pair<std::size_t, std::size_t> atResolve = {0,
                                                      0};  // how many recipients and attachments it had then
     std::string identity = {};
+    std::optional<ZonedMoment> date = {};
 };
 
 class FakeMailSystem : public MAPI::System {
@@ -183,7 +184,9 @@ class FakeMailSystem : public MAPI::System {
     ~FakeMailSystem() override { MAPI::SetMailSystem(nullptr); }
     std::unique_ptr<MAPI::Session> CreateSession() override;
     std::vector<SentMessage> sent;
-    std::vector<std::string> identities;  // of every message whose sending was started
+    // Of every message whose sending was started.
+    std::vector<std::string> identities;
+    std::vector<std::optional<ZonedMoment>> dates;
     // Raised by the nth logon, resolve or send from now (the front is the next one; nullopt: succeeds).
     std::deque<std::optional<RuntimeError>> logonErrors, resolveErrors, sendErrors;
     // In the same way for the nth new message and the nth showing of the address book.

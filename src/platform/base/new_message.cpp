@@ -6,6 +6,7 @@
 #include "platform/base/due_run.h"
 #include "platform/base/journal.h"
 #include "platform/base/text.h"
+#include "platform/contracts/runtime.h"
 
 namespace MAPI {
 
@@ -20,12 +21,22 @@ std::unique_ptr<Message> NewRunMessage(Session& session, const std::string& subj
                                        const std::string& text) {
     std::unique_ptr<Message> message = NewMessage(session, subject, text);
     message->Identity = DueRun::Identity();
+    message->Date = DueRun::Date();
     return message;
 }
 
 void SendRunMessage(Message& message) {
     const auto begin = std::chrono::steady_clock::now();
-    message.Send();
+    try {
+        message.Send();
+    } catch (const RuntimeError& error) {
+        // The connection may have been lost after the server took the message. All other errors are refusals.
+        if (error.Number() == err::MailboxOrServer) {
+            DueRun::SetMayBeOut();
+        }
+        throw;
+    }
+    DueRun::SetMayBeOut();
     const auto time =
         std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begin);
     journal::Write(

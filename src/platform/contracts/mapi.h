@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/contracts/clock.h"
+
 namespace MAPI {
 
 inline constexpr int ImportanceHigh = 2;
@@ -61,6 +63,8 @@ class Message {
     // The identity of the run that the message belongs to, see DueRun::Identity. Messages with the same
     // identity have the same Message-ID. Empty: the message is unique.
     std::string Identity;
+    // The moment of the header Date. Nullopt: the moment at which the message is sent.
+    std::optional<ZonedMoment> Date;
     virtual MAPI::Recipients& Recipients() = 0;
     virtual MAPI::Attachments& Attachments() = 0;
     // Returns after the transport has accepted the whole message for every recipient but those that the

@@ -16,8 +16,8 @@ struct MailContext {
     explicit MailContext(const MailProfile& read, const std::stop_token& stop = {})
         : profile(read), book(read.addressBook), transport(MakeTransport(read, stop)) {}
 
-    // Returns a message from the sender of the profile, without recipients. Its date and its Message-ID are
-    // set when it is written.
+    // Returns a message from the sender of the profile, without recipients. Without a date and an identity
+    // both are set when it is written.
     OutgoingMail NewMail(const std::string& subject, const std::string& text) const {
         OutgoingMail mail;
         mail.from = profile.from;

@@ -110,6 +110,7 @@ class MailMessage : public MAPI::Message {
         }
         mail.highImportance = Importance == MAPI::ImportanceHigh;
         mail.identity = Identity;
+        mail.date = Date;
         mail.attachments = m_attachments.Open();
         ServiceManager::Instance().ShowLife();
         TheStopGate().MailBegins();

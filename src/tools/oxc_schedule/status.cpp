@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The command for monitors: does the scheduler poll, did runs fail, what waits in the outbox.
 #include <algorithm>
+#include <cstdlib>
 #include <optional>
 
 #include "platform/base/convert.h"
@@ -17,7 +18,10 @@ namespace {
 
 struct Status {
     std::optional<Global::PollTrace> poll;
-    std::int64_t age = 0;  // of the last poll, in seconds
+    // Seconds between the last poll and now. A clock that was ahead leaves a poll in the future: it counts as
+    // one that long ago, as no poll has ended since.
+    std::int64_t age = 0;
+    bool isInFuture = false;
     std::int64_t hours = 0;
     std::int64_t failures = 0, packageFailures = 0;  // in these hours
     std::size_t schedules = 0, packages = 0;
@@ -25,17 +29,21 @@ struct Status {
     int code = 0;
 };
 
-// Counts the rows from `since` on; the newest come first. A moment that cannot be read is older than all
-// others.
+// Counts the rows from `since` until now; the newest come first. A moment that cannot be read is older than
+// all others. A clock that was ahead leaves rows in the future.
 std::int64_t CountSince(const std::string& statement, DateValue since) {
+    const DateValue now = Now();
     ADODB::Recordset rows;
     rows.Open(statement + " order by LastRun desc", Global::ConnectionString);
     std::int64_t count = 0;
     try {
         // The history of packages holds a comma between date and time.
-        for (; !rows.EOF_() && CDate(Replace(rows.Fields("LastRun").Value.Text(), ",", " ")) >= since;
-             rows.MoveNext()) {
-            ++count;
+        for (; !rows.EOF_(); rows.MoveNext()) {
+            const DateValue moment = CDate(Replace(rows.Fields("LastRun").Value.Text(), ",", " "));
+            if (moment < since) {
+                break;
+            }
+            count += moment <= now ? 1 : 0;
         }
     } catch (const RuntimeError& error) {
         if (error.Number() != err::TypeMismatch) {
@@ -72,7 +80,8 @@ Status ReadStatus(const CommandLine& line) {
     Status status;
     status.poll = Global::ReadPollTrace();
     const std::int64_t now = TheClock().Moment().seconds;
-    status.age = status.poll ? std::max<std::int64_t>(now - status.poll->moment, 0) : 0;
+    status.age = status.poll ? std::abs(now - status.poll->moment) : 0;
+    status.isInFuture = status.poll && status.poll->moment > now;
     status.hours = line.Number("since", 1, Most).value_or(Usual);
     const DateValue since = DateValue::FromSeconds(Now().Seconds() - status.hours * 3600);
     status.failures = CountSince("select LastRun from ReportHistory where Status <> 'Success'", since);
@@ -129,8 +138,13 @@ QJsonObject Describe(const Status& status) {
 }
 
 std::string Sentence(const Status& status) {
-    std::string text = status.poll ? "Last poll: " + std::to_string(status.age) + " seconds ago.\n"
-                                   : "Last poll: none; the scheduler has not polled in this folder.\n";
+    std::string text = "Last poll: none; the scheduler has not polled in this folder.\n";
+    if (status.poll) {
+        text = "Last poll: " + std::to_string(status.age) +
+               (status.isInFuture
+                    ? " seconds in the future; the clock has been set back, and no poll has ended since.\n"
+                    : " seconds ago.\n");
+    }
     text += "Failed runs in the last " + std::to_string(status.hours) +
             " hours: " + std::to_string(status.failures) + " of schedules, " +
             std::to_string(status.packageFailures) + " of packages.\n";

@@ -197,6 +197,14 @@ TEST_F(MailContent, DateOfADoubledHourHasTheOffsetOfItsMoment) {
     EXPECT_NE(second.find("Date: Sun, 25 Oct 2026 02:30:00 +0100\r\n"), std::string::npos) << second;
 }
 
+TEST_F(MailContent, MessageWithADateBearsThatOne) {
+    m_message->Date = ZonedMoment{1792888200, -12600};
+    EXPECT_EQ(ParsedMessage(SentBytes()).Header("Date"), "Sat, 24 Oct 2026 21:00:00 -0330");
+    m_message->Date = std::nullopt;
+    std::filesystem::remove_all(Outbox());
+    EXPECT_NE(ParsedMessage(SentBytes()).Header("Date"), "Sat, 24 Oct 2026 21:00:00 -0330");
+}
+
 // Message-ID
 
 TEST_F(MailContent, MessagesOfOneIdentityBearOneMessageId) {

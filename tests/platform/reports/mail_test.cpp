@@ -24,6 +24,7 @@ constexpr std::string_view Prefix = "oxbow-courier-export-";  // of the folders 
 struct Post {
     std::vector<std::string> recipients;
     std::string subject, text, source, bytes, identity;
+    std::optional<ZonedMoment> date;
     int position = 0;
     bool resolved = false, sent = false, loggedOn = false;
     int failure = 0;  // of Send
@@ -57,6 +58,7 @@ class FakeMessage : public MAPI::Message {
         m_post.subject = Subject;
         m_post.text = Text;
         m_post.identity = Identity;
+        m_post.date = Date;
         m_post.position = m_attachments.one.Position;
         m_post.source = m_attachments.one.Source;
         std::ifstream file(paths::ToMachine(m_post.source), std::ios::binary);
@@ -140,14 +142,19 @@ TEST_F(ReportMail, BearsTheIdentityOfTheDueRun) {
     const auto report = OpenPeople();
     std::string identity;
     {
-        const MAPI::DueRun run("store", "schedule", "7", "2026-11-22 07:00");
+        const MAPI::DueRun run("store", "schedule", "7", "2026-11-22 07:00", [] {
+            return ZonedMoment{1795330800, 3600};
+        });
         identity = MAPI::DueRun::Identity();
         Mail(*report, report::CodeOf(report::DocumentFormat::Html));
     }
     EXPECT_FALSE(identity.empty());
     EXPECT_EQ(m_post.identity, identity);
+    ASSERT_TRUE(m_post.date.has_value());
+    EXPECT_EQ(m_post.date->seconds, 1795330800);
     Mail(*report, report::CodeOf(report::DocumentFormat::Html));
     EXPECT_EQ(m_post.identity, "");
+    EXPECT_FALSE(m_post.date.has_value());
 }
 
 TEST_F(ReportMail, EveryFormatHasItsExtension) {

@@ -1,5 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <sqlite3.h>
+#include <sys/resource.h>
+
+#include <csignal>
+#include <cstdlib>
+
 #include "data_fixture.h"
 #include "rdl/format/format.h"
 #include "support/sanitizer.h"
@@ -146,6 +152,53 @@ TEST_F(SqliteData, TooManyOpenFilesAreToldAsSuch) {
     AddSet("select id from orders", {"id"});
     EXPECT_EXIT(FailWithoutFiles(), testing::ExitedWithCode(0),
                 "sales.db\" cannot be opened: Too many open files$");
+}
+
+// Twenty megabytes of rows that are sorted: more than the library keeps in memory without a file.
+constexpr const char* SortedRows =
+    "with recursive n(i) as (select 1 union all select i + 1 from n where i < 20000) "
+    "select hex(zeroblob(500)) || i as id from n order by 1";
+
+TEST_F(SqliteData, MissingMemoryIsNotBlamedOnTheQuery) {
+    AddSet(SortedRows, {"id"});
+    const std::string expected =
+        "Data set \"Set1\", data source \"Main\": there is not enough memory for the query";
+    for (const int kilobytes : {40, 400, 2000}) {
+        sqlite3_hard_heap_limit64(sqlite3_memory_used() + kilobytes * 1024);
+        const std::string failure = Failure();
+        sqlite3_hard_heap_limit64(0);
+        EXPECT_EQ(failure, expected) << kilobytes;
+    }
+}
+
+TEST_F(SqliteData, ParameterForWhichThereIsNoMemoryDoesNotBecomeNull) {
+    AddSet("select count(*) as id from orders where @Text is null", {"id"}).parameters = {
+        {"@Text", ExprOf("=Parameters!Text.Value")}};
+    AddParameter("Text", Value::Text(std::string(4 << 20, 'x')));
+    sqlite3_hard_heap_limit64(sqlite3_memory_used() + (1 << 20));
+    const std::string failure = Failure();
+    sqlite3_hard_heap_limit64(0);
+    EXPECT_EQ(failure, "Data set \"Set1\", data source \"Main\": there is not enough memory for the query");
+}
+
+// The rows that are sorted go to a temporary file.
+TEST_F(SqliteData, FullTemporaryFolderIsNotBlamedOnTheQuery) {
+    AddSet(SortedRows, {"id"});
+    std::filesystem::create_directory(folder / "tmp");
+    setenv("SQLITE_TMPDIR", (folder / "tmp").c_str(), 1);
+    const rlimit small{1 << 20, RLIM_INFINITY};
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto former = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &small);
+    const std::string failure = Failure();
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, former);
+    unsetenv("SQLITE_TMPDIR");
+    EXPECT_EQ(
+        failure,
+        "Data set \"Set1\", data source \"Main\": the temporary file of the query cannot be written: File "
+        "too large");
 }
 
 TEST_F(SqliteData, FailuresAreToldApart) {

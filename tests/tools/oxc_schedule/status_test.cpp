@@ -44,6 +44,33 @@ TEST_F(Status, AgeOfTheLastPollDecides) {
     EXPECT_EQ(Code(), 2);
 }
 
+// A clock that was a year ahead leaves such a trace, and a scheduler that has ended would count as polling
+// for a year.
+TEST_F(Status, PollInTheFutureCountsAsOneThatLongAgo) {
+    Polled(-5);
+    EXPECT_EQ(Code(), 0);
+    Polled(-90);
+    EXPECT_EQ(Code(), 1);
+    Polled(-700);
+    EXPECT_EQ(Code(), 2);
+    EXPECT_THAT(Run("status").output,
+                testing::ContainsRegex(
+                    "^Last poll: (699|700) seconds in the future; the clock has been set back, and "
+                    "no poll has ended since.\n"));
+    EXPECT_THAT(Run("status --prometheus").output,
+                testing::ContainsRegex("oxc_last_poll_age_seconds (699|700)\n"));
+}
+
+TEST_F(Status, FailureInTheFutureIsNoneOfTheLastHours) {
+    Polled(5);
+    Output("list");
+    Sql("insert into ReportHistory values(1, datetime('now', 'localtime', '+300 days'), 'Failure', 'x')");
+    EXPECT_EQ(Code(), 0);
+    Sql("insert into ReportHistory values(1, datetime('now', 'localtime', '-1 hours'), 'Failure', 'x')");
+    EXPECT_EQ(Code(), 1);
+    EXPECT_THAT(Run("status").output, HasSubstr("hours: 1 of schedules, 0 of packages."));
+}
+
 TEST_F(Status, TraceThatHoldsSomethingElseIsNone) {
     for (const char* text : {"", "x 15\n", "15\n", "99999999999999999999 15\n", "1 15"}) {
         WriteBytes(m_folder / "app" / "PressroomLive.polled", text);

@@ -90,13 +90,12 @@ FileKind KindOf(std::string_view name) {
     return {"", "application", "octet-stream"};
 }
 
-std::string DateLine() {
-    const ZonedMoment now = TheClock().Moment();
+std::string DateLine(const ZonedMoment& date) {
     constexpr int Minute = 60;
     const std::unique_ptr<GTimeZone, decltype(&g_time_zone_unref)> zone(
-        g_time_zone_new_offset(now.offset / Minute * Minute), &g_time_zone_unref);
+        g_time_zone_new_offset(date.offset / Minute * Minute), &g_time_zone_unref);
     const std::unique_ptr<GDateTime, decltype(&g_date_time_unref)> moment(
-        g_date_time_new_from_unix_utc(now.seconds), &g_date_time_unref);
+        g_date_time_new_from_unix_utc(date.seconds), &g_date_time_unref);
     const std::unique_ptr<GDateTime, decltype(&g_date_time_unref)> local(
         g_date_time_to_timezone(moment.get(), zone.get()), &g_date_time_unref);
     const std::unique_ptr<char, decltype(&g_free)> text(g_mime_utils_header_format_date(local.get()),
@@ -119,7 +118,7 @@ std::string HeaderLines(const OutgoingMail& mail) {
     for (const Mailbox& recipient : mail.recipients) {
         recipients.push_back(HeaderMailbox(recipient));
     }
-    std::string lines = DateLine();
+    std::string lines = DateLine(mail.date.value_or(TheClock().Moment()));
     lines += MailboxHeader("From", {HeaderMailbox(mail.from)});
     lines += MailboxHeader("To", recipients);
     lines += TextHeader("Subject", HeaderText(mail.subject));

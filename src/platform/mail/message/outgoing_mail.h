@@ -3,9 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/contracts/clock.h"
 #include "platform/mail/base/mail_address.h"
 #include "platform/posix/unique_fd.h"
 
@@ -24,7 +26,8 @@ struct OutgoingMail {
     std::string subject;
     std::string text;  // with any line ends
     bool highImportance = false;
-    std::string identity;  // as MAPI::Message::Identity
+    std::string identity;             // as MAPI::Message::Identity
+    std::optional<ZonedMoment> date;  // as MAPI::Message::Date
     std::vector<OutgoingAttachment> attachments;
 };
 

@@ -21,6 +21,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int LongestValue = 256 << 20;
 constexpr int StepsBetweenLooks = 20'000;
+constexpr const char* NoMemory = "there is not enough memory for the query";
 
 // A report's query reads; it neither reaches for other files nor changes how the connection behaves.
 int Authorize(void*, int action, const char*, const char*, const char*, const char*) {
@@ -109,6 +110,9 @@ class SqliteCursor : public Cursor {
                 return Value::Real(sqlite3_column_double(row, column));
             case SQLITE_TEXT: {
                 const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
+                if (text == nullptr) {
+                    Fail(SQLITE_NOMEM);
+                }
                 return Value::Text({text, static_cast<std::size_t>(sqlite3_column_bytes(row, column))});
             }
             case SQLITE_BLOB: {
@@ -209,37 +213,55 @@ class SqliteCursor : public Cursor {
         }
     }
 
+    // A value that is not bound is null for the query, without an error.
     void BindOne(int index, const Value& value) {
-        sqlite3_stmt* statement = m_statement.get();
-        switch (value.kind()) {
-            case Kind::Boolean:
-                sqlite3_bind_int(statement, index, value.AsBoolean() ? 1 : 0);
-                return;
-            case Kind::Integer:
-                sqlite3_bind_int64(statement, index, value.AsInteger());
-                return;
-            case Kind::Real:
-            case Kind::Decimal:
-                sqlite3_bind_double(statement, index, value.AsDouble());
-                return;
-            case Kind::Text:
-                BindText(index, value.AsText());
-                return;
-            case Kind::DateTime:
-                BindText(index, IsoText(value.AsTicks()));
-                return;
-            case Kind::Bytes:
-                sqlite3_bind_blob64(statement, index, value.AsText().data(), value.AsText().size(),
-                                    SQLITE_TRANSIENT);
-                return;
-            default:
-                sqlite3_bind_null(statement, index);
+        const int state = StateOfBinding(index, value);
+        if (state != SQLITE_OK) {
+            Fail(state);
         }
     }
 
-    void BindText(int index, std::string_view text) {
-        sqlite3_bind_text64(m_statement.get(), index, text.data(), text.size(), SQLITE_TRANSIENT,
-                            SQLITE_UTF8);
+    int StateOfBinding(int index, const Value& value) {
+        sqlite3_stmt* statement = m_statement.get();
+        switch (value.kind()) {
+            case Kind::Boolean:
+                return sqlite3_bind_int(statement, index, value.AsBoolean() ? 1 : 0);
+            case Kind::Integer:
+                return sqlite3_bind_int64(statement, index, value.AsInteger());
+            case Kind::Real:
+            case Kind::Decimal:
+                return sqlite3_bind_double(statement, index, value.AsDouble());
+            case Kind::Text:
+                return BindText(index, value.AsText());
+            case Kind::DateTime:
+                return BindText(index, IsoText(value.AsTicks()));
+            case Kind::Bytes:
+                return sqlite3_bind_blob64(statement, index, value.AsText().data(), value.AsText().size(),
+                                           SQLITE_TRANSIENT);
+            default:
+                return sqlite3_bind_null(statement, index);
+        }
+    }
+
+    int BindText(int index, std::string_view text) {
+        return sqlite3_bind_text64(m_statement.get(), index, text.data(), text.size(), SQLITE_TRANSIENT,
+                                   SQLITE_UTF8);
+    }
+
+    // The database is only read, so that what cannot be written is a temporary file.
+    [[noreturn]] void FailOfFile(int state) const {
+        const int code = sqlite3_system_errno(m_database.get());
+        const std::string text = code != 0 ? CleanText(std::generic_category().message(code))
+                                           : CleanText(sqlite3_errmsg(m_database.get()));
+        switch (state) {
+            case SQLITE_IOERR_NOMEM:
+                throw Error(NoMemory);
+            case SQLITE_IOERR_WRITE:
+            case SQLITE_IOERR_GETTEMPPATH:
+                throw Error("the temporary file of the query cannot be written: " + text);
+            default:
+                throw Error("the database file \"" + CleanText(m_file) + "\" cannot be read: " + text);
+        }
     }
 
     [[noreturn]] void Fail(int state) const {
@@ -258,6 +280,12 @@ class SqliteCursor : public Cursor {
                 throw Error(TookTooLong(m_seconds));
             case SQLITE_AUTH:
                 throw Error("the query does more than read, which a report may not (" + text + ")");
+            case SQLITE_NOMEM:
+                throw Error(NoMemory);
+            case SQLITE_FULL:
+                throw Error("the temporary file of the query cannot be written: the disk is full");
+            case SQLITE_IOERR:
+                FailOfFile(sqlite3_extended_errcode(m_database.get()));
             case SQLITE_BUSY:
                 throw Error("the database file \"" + CleanText(m_file) + "\" stayed locked: " + text);
             default:
