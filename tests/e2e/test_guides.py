@@ -37,6 +37,22 @@ ELSEWHERE = {
         "sudo xargs -d '\\n' rm -f < build/release/install_manifest.txt": "packaging.install",
         "sudo apt purge oxbow-courier oxbow-courier-scheduler": "packaging/in_chroot",
     },
+    "docs/service.md": {
+        "sudo systemd-sysusers && sudo systemd-tmpfiles --create": "packaging/in_chroot, by the package",
+        "sudo systemctl daemon-reload && sudo systemctl enable --now oxbow-courier": "packaging.service checks the unit",
+        'courier() { sudo -u oxbow-courier env XDG_CONFIG_HOME=/etc XDG_DATA_HOME=/var/lib "$@"; }': "packaging/in_chroot",
+        "courier oxc-mail set Transport=smtp Host=mail.example.com From='Reports <reports@example.com>'":
+            "packaging/in_chroot",
+        "courier oxc-mail check": "packaging/in_chroot",
+        "courier oxc-schedule add /srv/reports/sales.rpt --to ann@example.com --weekly --at 07:30": "packaging/in_chroot",
+        "courier oxc-schedule status": "packaging/in_chroot",
+        "rm -f ~/.config/autostart/OXC.desktop": "packaging.service checks the unit's condition",
+        "systemctl --user daemon-reload": "packaging.service checks the unit",
+        "systemctl --user enable --now oxbow-courier": "packaging.service checks the unit",
+        "loginctl enable-linger": "a command of the system",
+        "journalctl -u oxbow-courier -o cat | jq -r 'select(.event == \"run-failed\") | "
+        "[.time, .schedule, .title, .error] | @tsv'": "test_log_lines_are_filtered",
+    },
 }
 
 MINIMAL = """<?xml version="1.0" encoding="utf-8"?>
@@ -216,8 +232,9 @@ class Guides(GuideTest):
         self.run_block("oxc-mail set Transport=outbox From=a@example.com; oxc-schedule add "
                        "~/.local/share/oxbow-courier/samples/summary.rpt --to ann@example.com --at 07:00")
         stored = self.run_block("oxc-schedule list --json")
-        backup, restore, export = blocks_of("docs/how-to/backup.md")
+        backup, small, restore, export = blocks_of("docs/how-to/backup.md")
         self.assertEqual(self.run_block(backup), "ok\n")
+        self.run_block(small)
         title, = [row["title"] for row in json.loads(stored)]
         self.run_block("oxc-schedule remove '%s'; rm -r ~/.config/oxbow-courier %s/Cache" % (title, self.application))
         self.run_block(restore)
@@ -226,6 +243,23 @@ class Guides(GuideTest):
         self.assertTrue((self.application / "Cache" / "summary.rpt").exists())
         self.run_block(export)
         self.assertIn(title, (self.home / "backup" / "schedules.json").read_text())
+
+    def test_log_lines_are_filtered(self):
+        self.make_folder()
+        self.run_block("oxc-mail set Transport=outbox From=a@example.com; oxc-schedule add "
+                       "~/.local/share/oxbow-courier/samples/summary.rpt --to ann@example.com --at 00:00 --title 'A b'; "
+                       "rm ~/.local/share/oxbow-courier/Cache/summary.rpt")
+        self.stand_in("journalctl", """
+            oxc -sched --log-format json 2>&1 & scheduler=$!
+            for i in $(seq 200); do
+                [ "$(oxc-schedule history --json | tr -d '[:space:]')" = "[]" ] || break
+                sleep 0.1
+            done
+            kill $scheduler
+            wait $scheduler
+            """)
+        said = self.run_block(blocks_of("docs/service.md")[-1])
+        self.assertRegex(said, r"^\d{4}-\d\d-\d\dT\S+\t1\tA b\tFile not found: .*summary.rpt")
 
     def test_monitoring(self):
         self.make_folder()
