@@ -114,6 +114,10 @@ class Courier:
     def said(self):
         return (self.folder / "log").read_text(errors="replace")
 
+    def sentences(self):
+        """What was said besides the events of a scheduler, which have a level."""
+        return re.sub(r"(?m)^[-\d]{10} [:\d]{8} (info|notice|error) [a-z-]+ .*\n", "", self.said())
+
     def sql(self, statement, *values):
         connection = sqlite3.connect(self.database, timeout=10)
         try:

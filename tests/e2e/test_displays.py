@@ -21,11 +21,11 @@ MAIL_ADVICE = "oxc-mail --help tells the commands, which need none"
 
 class Displays(CourierTest):
     def run_scheduler(self, **variables):
-        """What it said up to its first row."""
+        """What it said in sentences up to its first row."""
         self.courier.extra_environment.update(variables)
         self.courier.schedule()
         self.courier.run_until_history()
-        return self.courier.said()
+        return self.courier.sentences()
 
     def refusal(self, program, **variables):
         result = subprocess.run([str(self.courier.app / program)], capture_output=True, text=True, timeout=30,
@@ -94,7 +94,7 @@ class Displays(CourierTest):
         self.courier.wait(lambda: self.courier.history(), PATIENCE, "a run")
         self.assertEqual([row[2] for row in self.courier.history(key)], ["Success"])
         self.assertGreater(time.monotonic() - begin, 5)
-        self.assertRegex(self.courier.said(),
+        self.assertRegex(self.courier.sentences(),
                          r'\A[-0-9]{10} [:0-9]{8} No window is shown: the display "%s" does not answer\n\Z' % display)
 
     def check_is_refused(self, program, advice, display, **variables):
