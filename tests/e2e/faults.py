@@ -8,6 +8,8 @@ class Faults(CourierTest):
     def setUp(self):
         super().setUp()
         self.courier.settings(Poll="0", AlertWho="boss@example.com")
+        # The machine's own words are compared, too.
+        self.courier.write_days_year_first()
 
     def alert(self):
         """The words of the first alert, once it is there."""

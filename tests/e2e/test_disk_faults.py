@@ -223,6 +223,21 @@ class Folders(DiskFaults):
     def test_temporary_folder_taken_away(self):
         self.assert_mailed_once(self.check_temporary_folder(lambda folder: None))
 
+    def test_report_of_a_package_taken_away_at_the_start(self):
+        report = self.courier.folder / "figures.rpt"
+        self.courier.package([("Acrobat", report)])
+        self.courier.start()
+        self.line("Polling has stopped, as the first poll of the packages failed: nothing is polled until the scheduler is "
+                  "started again")
+        self.assertIn("figures.rpt", self.package_failure())
+        self.assertIn("figures.rpt", self.alert())
+        time.sleep(2)
+        self.assertEqual(self.courier.schedule_command("status", "--critical", "1").returncode, 2)
+        self.courier.stop()
+        shutil.copy(self.courier.app / "samples" / "sales_by_region.rpt", report)
+        self.courier.start()
+        self.assert_package_mailed_once()
+
     def test_cached_report_taken_away(self):
         report = self.courier.app / "Cache" / "figures.rpt"
         shutil.copy(self.courier.app / "samples" / "sales_by_region.rpt", report)
