@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What the disk can lack while the scheduler runs: room, writing, a folder. Each test sees what the user sees, then mends the
-disk, and every run is mailed once. docs/operations.md has a line for each."""
+"""What the disk can lack while the scheduler runs: room, writing, a folder. Each test sees what the user sees, then mends
+the disk, and every run is mailed once. docs/operations.md has a line for each."""
 
 import shutil
 import time

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What the machine can lack while the scheduler runs: descriptors, memory, the right time. Each test sees what the user sees,
-then mends the machine, and every run is mailed once. docs/operations.md has a line for each."""
+"""What the machine can lack while the scheduler runs: descriptors, memory, the right time. Each test sees what the user
+sees, then mends the machine, and every run is mailed once. docs/operations.md has a line for each."""
 
 import datetime
 import os
