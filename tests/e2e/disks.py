@@ -59,4 +59,5 @@ class Disk:
         subprocess.run(["umount", "--lazy", str(self.folder)], check=True)
 
     def close(self):
-        subprocess.run(["umount", "--lazy", str(self.folder)], check=True)
+        while os.path.ismount(self.folder):
+            self.unprotect()

@@ -139,7 +139,8 @@ class ManyKills(MailTest):
 
     def days_recorded(self):
         """How many days each item has moved on, by its subject."""
-        rows = self.courier.sql("select Subject, julianday(NextRun) - julianday('2020-01-01') from ReportScheduler union all "
+        rows = self.courier.sql("select Subject, julianday(NextRun) - julianday('2020-01-01') from ReportScheduler "
+                                "union all "
                                 "select Subject, julianday(NextRunDate) - julianday('2020-01-01') from ReportBatch")
         return {subject: round(days) for subject, days in rows}
 

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <pugixml.hpp>
 #include <unordered_map>
 
@@ -27,13 +28,17 @@ constexpr std::size_t MemoryOfElement = 256;  // an element, the blanks around i
 
 // What pugixml may still take, of the parse that runs in this thread.
 thread_local std::size_t memoryLeft = SIZE_MAX;
+// Whether the machine has refused memory that the bound allowed. pugixml reports both alike.
+thread_local bool isMachineOutOfMemory = false;
 
 void* Allocate(std::size_t size) {
     if (size > memoryLeft) {
         return nullptr;
     }
     memoryLeft -= size;
-    return std::malloc(size);
+    void* const memory = std::malloc(size);
+    isMachineOutOfMemory = isMachineOutOfMemory || memory == nullptr;
+    return memory;
 }
 
 class MemoryBound {
@@ -44,6 +49,7 @@ class MemoryBound {
             return true;
         }();
         memoryLeft = isSet ? most : 0;
+        isMachineOutOfMemory = false;
     }
     ~MemoryBound() { memoryLeft = SIZE_MAX; }
     MemoryBound(const MemoryBound&) = delete;
@@ -140,6 +146,9 @@ class TreeBuilder {
     }
 
     [[noreturn]] void Refuse(const pugi::xml_parse_result& result, const pugi::xml_document& parsed) {
+        if (result.status == pugi::status_out_of_memory && isMachineOutOfMemory) {
+            throw std::bad_alloc();
+        }
         const std::string_view last = LastElement(parsed);
         if (result.status == pugi::status_out_of_memory) {
             Fail(m_text.size(), "there are more elements, attributes and texts in it than " +

@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <chrono>
+#include <fstream>
+#include <new>
 
 #include "rdl/xml/parse.h"
+#include "support/sanitizer.h"
 
 namespace rdl::xml {
 namespace {
@@ -225,6 +230,26 @@ TEST(Xml, MemoryIsBoundBeforeTheElementsAreCounted) {
     EXPECT_EQ(Wrong(many + "</a>"),
               "1: there are more elements, attributes and texts in it than 1000 elements have");
     EXPECT_EQ(Wrong("<a/>"), "");
+}
+
+TEST(Xml, MissingMemoryIsNotBlamedOnTheFile) {
+    if (UnderSanitizers) {
+        GTEST_SKIP() << "the sanitizers take memory of their own";
+    }
+    std::string many = "<a>";
+    for (int i = 0; i < 900'000; ++i) {
+        many += "<b/>";
+    }
+    many += "</a>";
+    std::size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    rlimit before{};
+    getrlimit(RLIMIT_AS, &before);
+    const rlimit bound{pages * static_cast<std::size_t>(getpagesize()) + (std::size_t{16} << 20),
+                       before.rlim_max};
+    setrlimit(RLIMIT_AS, &bound);
+    EXPECT_THROW(Parse(many, Limits{20, 1'000'000, 50}), std::bad_alloc);
+    setrlimit(RLIMIT_AS, &before);
 }
 
 TEST(Xml, TimeIsInStepWithTheSize) {

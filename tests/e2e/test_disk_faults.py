@@ -1,19 +1,13 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What the machine can lack while the scheduler runs: room, memory, descriptors, folders, the right time. Each test sees
-what the user sees, then mends the machine, and every run is mailed once. docs/operations.md has a line for each."""
+"""What the disk can lack while the scheduler runs: room, writing, a folder. Each test sees what the user sees, then mends
+the disk, and every run is mailed once. docs/operations.md has a line for each."""
 
-import datetime
-import os
-import re
-import resource
 import shutil
-import signal
 import time
 import unittest
 
 import disks
-from harness import FAKETIME, CourierTest
-from test_failures import table_report
+from faults import Faults
 
 REASON = ""
 
@@ -23,60 +17,7 @@ def setUpModule():
     REASON = disks.make_mounts_private()
 
 
-class Faults(CourierTest):
-    def alert(self):
-        """The words of the first alert, once it is there."""
-        def alerts():
-            return [mail for mail in self.courier.mails() if mail["Subject"] == "Pressroom Error"]
-        self.courier.wait(alerts, what="alert")
-        return " ".join(alerts()[0].get_body().get_content().split())
-
-    def reports(self):
-        return [mail for mail in self.courier.mails() if mail["Subject"] != "Pressroom Error"]
-
-    def failure(self, key):
-        self.courier.wait(lambda: self.courier.history(key), what="failure row")
-        _, _, status, description = self.courier.history(key)[0]
-        self.assertEqual(status, "Failure")
-        return description
-
-    def package_failure(self):
-        self.courier.wait(self.courier.package_history, what="failure row")
-        return self.courier.package_history()[0][3]
-
-    def line(self, words):
-        self.courier.wait(lambda: words in self.courier.said(), what="line " + words)
-
-    def ends(self, words):
-        """The process ends with code 1 and says why in its last line."""
-        self.assertEqual(self.courier.process.wait(30), 1)
-        self.assertIn(words, self.courier.said().strip().splitlines()[-1])
-
-    def assert_mailed_once(self, key):
-        """The run is made up by the running scheduler or the next one, and no poll after it mails it again."""
-        if self.courier.process.poll() is not None:
-            self.courier.start()
-        self.courier.wait(lambda: [row for row in self.courier.history(key) if row[2] == "Success"], what="run")
-        self.wait_for_polls(2)
-        self.assertEqual(len(self.reports()), 1)
-        self.assertEqual(len([row for row in self.courier.history(key) if row[2] == "Success"]), 1)
-
-    def assert_package_mailed_once(self):
-        self.courier.wait(lambda: [row for row in self.courier.package_history() if row[3] is None], what="run")
-        self.wait_for_polls(2)
-        self.assertEqual(len(self.reports()), 1)
-
-    def wait_for_polls(self, count):
-        trace = self.courier.database.parent / "PressroomLive.polled"
-        for _ in range(count):
-            before = trace.stat().st_mtime_ns if trace.exists() else 0
-            self.courier.wait(lambda: trace.exists() and trace.stat().st_mtime_ns != before, what="poll")
-
-    def start(self):
-        """A scheduler past its start-up."""
-        self.courier.start()
-        self.wait_for_polls(1)
-
+class DiskFaults(Faults):
     def disk(self, folder, **options):
         if REASON:
             self.skipTest(REASON)
@@ -85,7 +26,7 @@ class Faults(CourierTest):
         return disk
 
 
-class Database(Faults):
+class Database(DiskFaults):
     def setUp(self):
         super().setUp()
         self.home = self.courier.folder / "home"
@@ -169,7 +110,7 @@ class Database(Faults):
         self.assert_mailed_once(key)
 
 
-class Folders(Faults):
+class Folders(DiskFaults):
     def test_full_outbox(self):
         outbox = self.disk(self.courier.outbox)
         outbox.fill()
@@ -282,6 +223,21 @@ class Folders(Faults):
     def test_temporary_folder_taken_away(self):
         self.assert_mailed_once(self.check_temporary_folder(lambda folder: None))
 
+    def test_report_of_a_package_taken_away_at_the_start(self):
+        report = self.courier.folder / "figures.rpt"
+        self.courier.package([("Acrobat", report)])
+        self.courier.start()
+        self.line("Polling has stopped, as the first poll of the packages failed: nothing is polled until the scheduler is "
+                  "started again")
+        self.assertIn("figures.rpt", self.package_failure())
+        self.assertIn("figures.rpt", self.alert())
+        time.sleep(2)
+        self.assertEqual(self.courier.schedule_command("status", "--critical", "1").returncode, 2)
+        self.courier.stop()
+        shutil.copy(self.courier.app / "samples" / "sales_by_region.rpt", report)
+        self.courier.start()
+        self.assert_package_mailed_once()
+
     def test_cached_report_taken_away(self):
         report = self.courier.app / "Cache" / "figures.rpt"
         shutil.copy(self.courier.app / "samples" / "sales_by_region.rpt", report)
@@ -292,128 +248,6 @@ class Folders(Faults):
         self.assertIn("figures.rpt", self.alert())
         away.rename(report)
         self.assert_mailed_once(key)
-
-
-
-class Process(Faults):
-    def limit(self, what, value):
-        """Bounds what the running process may take from now on; returns the former bounds."""
-        pid = self.courier.process.pid
-        return resource.prlimit(pid, what, (value, resource.prlimit(pid, what)[1]))
-
-    def test_no_descriptors(self):
-        self.start()
-        self.limit(resource.RLIMIT_NOFILE, len(os.listdir("/proc/%d/fd" % self.courier.process.pid)))
-        self.ends('Run-time error "67":  Too many open files: the data file "%s" cannot be opened'
-                  % self.courier.database)
-        self.assert_mailed_once(self.courier.schedule())
-
-    def test_few_descriptors(self):
-        """Enough for the database and not for the run."""
-        self.start()
-        before = self.limit(resource.RLIMIT_NOFILE,
-                            len(os.listdir("/proc/%d/fd" % self.courier.process.pid)) + 5)
-        key = self.courier.schedule()
-        self.assertIn("Too many open files", self.failure(key))
-        self.limit(resource.RLIMIT_NOFILE, before[0])
-        self.assert_mailed_once(key)
-
-    def address_space(self):
-        with open("/proc/%d/status" % self.courier.process.pid, encoding="ascii") as file:
-            return int(re.search(r"VmSize:\s+(\d+)", file.read())[1]) * 1024
-
-    @unittest.skipIf("ASAN_OPTIONS" in os.environ, "the sanitizers take memory of their own")
-    def test_no_memory(self):
-        self.start()
-        self.limit(resource.RLIMIT_AS, self.address_space())
-        self.ends('Run-time error "7":  Out of memory')
-        self.assert_mailed_once(self.courier.schedule())
-
-    @unittest.skipIf("ASAN_OPTIONS" in os.environ, "the sanitizers take memory of their own")
-    def test_little_memory(self):
-        """Enough for the poll and not for the run."""
-        self.start()
-        before = self.limit(resource.RLIMIT_AS, self.address_space() + (8 << 20))
-        report = self.courier.folder / "greedy.rpt"
-        report.write_text(table_report(self.courier.app / "samples" / "sales.db",
-                                       "select length(hex(zeroblob(50000000))) as name"))
-        key = self.courier.schedule(report=report)
-        words = 'Data set "S", data source "D": there is not enough memory for the query'
-        self.assertEqual(self.failure(key), words)
-        self.assertIn(words, self.alert())
-        self.limit(resource.RLIMIT_AS, before[0])
-        self.assert_mailed_once(key)
-
-
-class Clock(Faults):
-    """The machine's clock is set while the scheduler runs."""
-
-    def setUp(self):
-        super().setUp()
-        self.moment = self.courier.folder / "moment"
-        self.courier.extra_environment.update(
-            LD_PRELOAD=FAKETIME, FAKETIME_TIMESTAMP_FILE=str(self.moment), FAKETIME_NO_CACHE="1", TZ="Etc/UTC",
-            FAKETIME_DONT_FAKE_MONOTONIC="1", DONT_FAKE_MONOTONIC="1")
-        # Noon, far from the midnight of the machine.
-        self.noon = datetime.datetime(2027, 3, 4, 12, 0, 0)
-        self.set(self.noon)
-
-    def set(self, moment):
-        """Offsets alone go on with the time that passes."""
-        seconds = round((moment - datetime.datetime.utcnow()).total_seconds())
-        fresh = self.moment.with_suffix(".new")
-        fresh.write_text("%+d\n" % seconds)
-        fresh.rename(self.moment)
-
-    def daily(self, run_at, next_run="2027-03-04"):
-        return self.courier.schedule(RunAt=run_at, NextRun=next_run)
-
-    def await_runs(self, key, count):
-        self.courier.wait(lambda: len(self.courier.history(key)) >= count, what="%d runs" % count)
-
-    def test_clock_set_back_an_hour(self):
-        done, coming = self.daily("11:59"), self.daily("11:30", "2027-03-05")
-        self.start()
-        self.await_runs(done, 1)
-        self.set(self.noon - datetime.timedelta(hours=1))
-        self.wait_for_polls(3)
-        self.set(self.noon + datetime.timedelta(seconds=30))
-        self.wait_for_polls(3)
-        self.assertEqual(len(self.courier.history(done)), 1)
-        self.assertEqual(self.courier.history(coming), [])
-        self.assertEqual(len(self.reports()), 1)
-        self.assertEqual(self.courier.next_run(done), "2027-03-05")
-
-    def test_clock_set_forward_a_year_and_back(self):
-        daily, weekly = self.daily("23:00"), self.courier.schedule(RunAt="23:00", NextRun="2027-03-04",
-                                                                   Frequency="Monthly")
-        self.start()
-        self.set(datetime.datetime(2028, 3, 4, 23, 30))
-        self.await_runs(daily, 3)
-        self.set(self.noon + datetime.timedelta(minutes=1))
-        self.wait_for_polls(3)
-        # One run for each poll was made up, and no more after the clock was right again.
-        days = len(self.courier.history(daily))
-        moved = datetime.date(2027, 3, 4) + datetime.timedelta(days=days)
-        self.assertEqual(self.courier.next_run(daily), moved.isoformat())
-        self.assertLess(days, 60)
-        self.assertEqual(len(self.reports()), days + len(self.courier.history(weekly)))
-        self.assertEqual({row[2] for row in self.courier.history()}, {"Success"})
-
-    def test_machine_that_sleeps_for_an_hour(self):
-        key = self.daily("12:30")
-        self.start()
-        self.courier.process.send_signal(signal.SIGSTOP)
-        self.set(self.noon + datetime.timedelta(hours=1))
-        time.sleep(1)
-        self.courier.process.send_signal(signal.SIGCONT)
-        self.await_runs(key, 1)
-        self.wait_for_polls(2)
-        (row,) = self.courier.history(key)
-        self.assertRegex(row[1], r"^2027-03-04 13:00:\d\d$")
-        self.assertEqual(len(self.reports()), 1)
-        self.assertEqual(self.courier.next_run(key), "2027-03-05")
-
 
 if __name__ == "__main__":
     unittest.main()

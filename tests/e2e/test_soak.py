@@ -1,0 +1,24 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The soak of bench/soak still runs, for some seconds of its hours."""
+
+import os
+import pathlib
+import subprocess
+import unittest
+
+from harness import STAGE
+
+SOAK = pathlib.Path(__file__).resolve().parent.parent.parent / "bench" / "soak" / "run"
+
+
+@unittest.skipIf("ASAN_OPTIONS" in os.environ, "the sanitizers keep memory of their own")
+class Soak(unittest.TestCase):
+    def test_some_hundred_polls_are_flat_and_mail_every_run(self):
+        done = subprocess.run([SOAK, "--polls", "300", "--due", "5", "--every", "50", STAGE], capture_output=True,
+                              text=True, timeout=300, check=False)
+        self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
+        self.assertRegex(done.stdout, r"(?m)^3\d\d polls, (25|30) runs, \1 mails in \d+ s: flat$")
+
+
+if __name__ == "__main__":
+    unittest.main()
