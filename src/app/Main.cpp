@@ -122,13 +122,19 @@ bool Main() {
     RunLog::Instance().PollEnds();
     // The process would live on without polls, and nothing on the screen would show it.
     if (!started) {
-        Journal("The start of the scheduler failed: nothing is polled until it is started again");
+        journal::Write({journal::Level::Error,
+                        "start-failed",
+                        {},
+                        "The start of the scheduler failed: nothing is polled until it is started again"});
         return false;
     }
     if (!frmMain::Instance().Timer1->isActive()) {
-        Journal(
-            "Polling has stopped, as the first poll of the packages failed: nothing is polled until the "
-            "scheduler is started again");
+        journal::Write(
+            {journal::Level::Error,
+             "polling-stopped",
+             {},
+             "Polling has stopped, as the first poll of the packages failed: nothing is polled until "
+             "the scheduler is started again"});
         return false;
     }
     return true;

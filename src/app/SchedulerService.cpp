@@ -67,11 +67,11 @@ void Stop(int signal) {
     if (TheStopGate().Ask()) {
         End(name);
     }
+    ::alarm(static_cast<unsigned>(StopPatience.count()));
     Note(journal::Level::Notice, "stopping",
          {journal::Text("reason", name), journal::Text("waits-for", "mail"),
           journal::Seconds("seconds", StopPatience)});
     ServiceManager::Instance().Tell("STOPPING=1\nSTATUS=Finishing a mail");
-    ::alarm(static_cast<unsigned>(StopPatience.count()));
 }
 
 // Not in the middle of a poll: a run must not get its folder from one settings file and its alert from

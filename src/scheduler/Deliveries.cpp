@@ -85,9 +85,13 @@ void WriteFailureRow(const std::string& routine, const RuntimeError& error,
     try {
         WhileBusy(write);
     } catch (...) {
-        Journal(
-            // "occured": sic
-            ErrorText("An error occured in " + routine + ", and its history row cannot be written. ", error));
+        // "occured": sic
+        journal::Write(
+            {journal::Level::Error,
+             "history-lost",
+             {journal::Number("number", error.Number())},
+             ErrorText("An error occured in " + routine + ", and its history row cannot be written. ",
+                       error)});
         // If the database failed at the poll's first statement, the insert has no key and cannot succeed. The
         // error of that statement names the cause.
         if (error.Number() == err::DataTimeout || error.Number() == err::DataReadOnly ||

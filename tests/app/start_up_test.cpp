@@ -15,8 +15,10 @@
 #include "platform/contracts/adodb.h"
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
+#include "store/StartUp.h"
 #include "support/database.h"
 #include "support/fakes.h"
+#include "support/raises.h"
 
 namespace {
 
@@ -164,6 +166,26 @@ TEST_F(StartUp, IntervalSavedInTheEditorDoesNotReachARunningScheduler) {
     EXPECT_EQ(Global::PollSeconds, 2);
     Global::Main();  // the next start reads the setting
     EXPECT_EQ(Global::PollSeconds, 60);
+}
+
+TEST_F(StartUp, SettingsThatCannotBeReadAgainStayAsTheyAre) {
+    NoFirstRun();
+    Setting("Poll", "2");
+    Setting("AlertWho", "boss@example.com");
+    Global::Main();
+    Global::PollCountdown = 1;
+    Setting("Poll", "60");
+    Setting("AlertWho", "chief@example.com");
+    registry.openReads = 4;  // of the alert address
+    EXPECT_EQ(NumberRaisedBy([] { Global::ReadSettings(); }), err::PathFileAccess);
+    EXPECT_EQ(Global::PollSeconds, 2);
+    EXPECT_EQ(Global::PollCountdown, 1);
+    EXPECT_EQ(Global::AlertWho, "boss@example.com");
+    registry.isUnreadable = false;
+    Global::ReadSettings();
+    EXPECT_EQ(Global::PollSeconds, 60);
+    EXPECT_EQ(Global::PollCountdown, 60);
+    EXPECT_EQ(Global::AlertWho, "chief@example.com");
 }
 
 TEST_F(StartUp, OutputWithoutBackslashGetsOneInTheVariableOnly) {

@@ -109,7 +109,7 @@ void WriteToTheJournalsStream(bool isItsOwn) {
     ::_exit(0);
 }
 
-// Each in a process of its own beginning: the stream is looked at once.
+// Each in a new process: the stream is looked at once.
 TEST_F(JournalLines, LinesOfAJournalsStreamBeginWithTheirSeverity) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(WriteToTheJournalsStream(true), testing::ExitedWithCode(0),
