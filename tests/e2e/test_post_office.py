@@ -86,7 +86,8 @@ class PostOfficeTest(CourierTest):
         report = self.courier.folder / (NAME + ".rpt")
         shutil.copy(self.courier.app / "samples" / "sales_by_region.rpt", report)
         self.courier.package([("Acrobat", report), ("MS Word", report), ("Rich Text", report), ("MS Excel", report),
-                              ("HTML", report)], Subject=LONG_SUBJECT)
+                              ("HTML", report)], Subject=LONG_SUBJECT,
+                             Recipients="Jörg Müßig <ann@example.com>;山田太郎 <bob@example.com>;")
         self.courier.run_until_package_history()
         files = self.courier.package_files()
         self.assertEqual(len(files), 5)
@@ -94,6 +95,8 @@ class PostOfficeTest(CourierTest):
         self.assertTrue(all(NAME in name or NAME.replace(" ", "") + ".rpt.htm" in name for name in files), list(files))
         for mail, in self.await_mails(1, 1):
             self.assertEqual(mail["Subject"], LONG_SUBJECT.strip())
+            self.assertEqual([(address.display_name, address.addr_spec) for address in mail["To"].addresses],
+                             [("Jörg Müßig", "ann@example.com"), ("山田太郎", "bob@example.com")])
             self.assertEqual({part.get_filename(): part.get_payload(decode=True) for part in mail.iter_attachments()},
                              files)
 
