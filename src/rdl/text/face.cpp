@@ -9,7 +9,10 @@
 #include <hb-ot.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <new>
 #include <string_view>
+#include <system_error>
 
 #include "rdl/values/error.h"
 
@@ -34,17 +37,41 @@ constexpr double UsualUnderline = 0.1;
 constexpr double UsualThickness = 0.05;
 constexpr double UsualStrike = 0.3;
 
+// Raises an error if the machine lacks what opening the file takes. The file can be a font all the same: a
+// process that took another one would keep it for all reports that follow. `code` is the machine's error
+// code.
+void RaiseLack(const std::string& path, int code) {
+    if (code == EMFILE || code == ENFILE) {
+        throw Error("The font file " + path + " cannot be read: " + std::generic_category().message(code));
+    }
+    if (code == ENOMEM) {
+        throw std::bad_alloc();
+    }
+}
+
 }  // namespace
 
 Face::Face(FontFile file) : m_file(std::move(file)), m_blocks(CharacterCount >> 8U) {
-    if (FT_New_Face(Library(), m_file.path.c_str(), m_file.index, &m_face) != 0) {
-        throw Error("The font file " + m_file.path + " cannot be read");
+    errno = 0;
+    const FT_Error error = FT_New_Face(Library(), m_file.path.c_str(), m_file.index, &m_face);
+    if (error != 0) {
+        RaiseLack(m_file.path, error == FT_Err_Out_Of_Memory ? ENOMEM : errno);
+        throw NotAFont("The font file " + m_file.path + " cannot be read");
     }
-    m_advances.assign(static_cast<std::size_t>(std::max<FT_Long>(m_face->num_glyphs, 1)), -1.0F);
-    ReadFacts();
+    try {
+        m_advances.assign(static_cast<std::size_t>(std::max<FT_Long>(m_face->num_glyphs, 1)), -1.0F);
+        ReadFacts();
+    } catch (...) {
+        Close();
+        throw;
+    }
 }
 
 Face::~Face() {
+    Close();
+}
+
+void Face::Close() {
     if (m_shaper != nullptr) {
         hb_font_destroy(m_shaper);
     }
@@ -117,21 +144,35 @@ double Face::AdvanceOf(std::uint16_t glyph) {
     float& advance = m_advances[glyph];
     if (advance < 0) {
         FT_Fixed units = 0;
-        const bool told = FT_Get_Advance(m_face, glyph, FT_LOAD_NO_SCALE, &units) == 0;
-        advance = told ? static_cast<float>(static_cast<double>(units) / m_metrics.unitsPerEm) : 0.0F;
+        const FT_Error error = FT_Get_Advance(m_face, glyph, FT_LOAD_NO_SCALE, &units);
+        if (error == FT_Err_Out_Of_Memory) {
+            throw std::bad_alloc();
+        }
+        advance = error == 0 ? static_cast<float>(static_cast<double>(units) / m_metrics.unitsPerEm) : 0.0F;
     }
     return static_cast<double>(advance);
 }
 
 hb_font_t* Face::Shaper() {
     if (m_shaper == nullptr) {
-        hb_blob_t* blob = hb_blob_create_from_file(m_file.path.c_str());
+        errno = 0;
+        hb_blob_t* blob = hb_blob_create_from_file_or_fail(m_file.path.c_str());
+        if (blob == nullptr) {
+            RaiseLack(m_file.path, errno);
+            throw NotAFont("The font file " + m_file.path + " cannot be read");
+        }
         hb_face_t* face = hb_face_create(blob, static_cast<unsigned>(m_file.index));
-        m_shaper = hb_font_create(face);
-        hb_ot_font_set_funcs(m_shaper);
-        hb_font_set_scale(m_shaper, m_metrics.unitsPerEm, m_metrics.unitsPerEm);
+        hb_font_t* shaper = hb_font_create(face);
+        const bool hasMemory = face != hb_face_get_empty() && shaper != hb_font_get_empty();
         hb_face_destroy(face);
         hb_blob_destroy(blob);
+        if (!hasMemory) {
+            hb_font_destroy(shaper);
+            throw std::bad_alloc();
+        }
+        m_shaper = shaper;
+        hb_ot_font_set_funcs(m_shaper);
+        hb_font_set_scale(m_shaper, m_metrics.unitsPerEm, m_metrics.unitsPerEm);
     }
     return m_shaper;
 }

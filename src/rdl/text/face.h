@@ -8,15 +8,23 @@
 #include <vector>
 
 #include "rdl/text/fonts.h"
+#include "rdl/values/error.h"
 
 struct FT_FaceRec_;
 struct hb_font_t;
 
 namespace rdl::text {
 
+// The file is not a font, whatever else the machine has.
+class NotAFont : public Error {
+ public:
+    using Error::Error;
+};
+
 class Face {
  public:
-    // Opens the file. Raises rdl::Error if it is not a font.
+    // Opens the file. Raises NotAFont if it is not a font, rdl::Error if the machine has no descriptor for
+    // it, and std::bad_alloc if it has no memory.
     explicit Face(FontFile file);
     ~Face();
     Face(const Face&) = delete;
@@ -32,6 +40,7 @@ class Face {
  private:
     using Block = std::array<std::uint16_t, 256>;
     void ReadFacts();
+    void Close();
 
     FontFile m_file;
     FontMetrics m_metrics{};

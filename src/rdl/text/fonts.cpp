@@ -42,7 +42,7 @@ std::optional<FontId> Enter(FontFile file) {
     std::unique_ptr<Face> face;
     try {
         face = std::make_unique<Face>(std::move(file));
-    } catch (const Error&) {
+    } catch (const NotAFont&) {
         return std::nullopt;
     }
     if (!face->File().embeddable) {

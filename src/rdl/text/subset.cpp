@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <hb-subset.h>
 
+#include <new>
+
 #include "rdl/text/font_table.h"
 #include "rdl/values/error.h"
 
@@ -9,7 +11,7 @@ namespace rdl::text {
 std::string Subset(FontId font, const std::vector<std::uint16_t>& glyphs) {
     hb_subset_input_t* input = hb_subset_input_create_or_fail();
     if (input == nullptr) {
-        throw Error("Out of memory");
+        throw std::bad_alloc();
     }
     // A character that no font has shows as the font's empty box, as it does on the screen.
     hb_subset_input_set_flags(
@@ -25,10 +27,17 @@ std::string Subset(FontId font, const std::vector<std::uint16_t>& glyphs) {
           HB_TAG('k', 'e', 'r', 'n'), HB_TAG('D', 'S', 'I', 'G')}) {
         hb_set_add(dropped, tag);
     }
-    hb_face_t* subset = hb_subset_or_fail(hb_font_get_face(FaceOf(font).Shaper()), input);
+    const bool hasMemory =
+        hb_set_allocation_successful(set) != 0 && hb_set_allocation_successful(dropped) != 0;
+    hb_face_t* subset =
+        hasMemory ? hb_subset_or_fail(hb_font_get_face(FaceOf(font).Shaper()), input) : nullptr;
     hb_subset_input_destroy(input);
+    if (!hasMemory) {
+        throw std::bad_alloc();
+    }
     if (subset == nullptr) {
-        throw Error("The font " + File(font).family + " cannot be embedded");
+        throw Error("The font " + File(font).family +
+                    " cannot be embedded: it is damaged, or there is not enough memory");
     }
     hb_blob_t* blob = hb_face_reference_blob(subset);
     unsigned length = 0;

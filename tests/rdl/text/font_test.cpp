@@ -3,6 +3,7 @@
 #include <fontconfig/fontconfig.h>
 #include <gmock/gmock.h>
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -11,8 +12,11 @@
 #include <iterator>
 
 #include "rdl/guide.h"
+#include "rdl/text/font_table.h"
 #include "rdl/text/machine_fonts.h"
 #include "rdl/text/near_families.h"
+#include "rdl/values/error.h"
+#include "support/sanitizer.h"
 
 namespace rdl::text::test {
 namespace {
@@ -69,6 +73,59 @@ TEST(FindFont, TheGuideListsTheNearFamilies) {
     }
     const std::vector<std::string_view> all = FamiliesWithNearOnes();
     EXPECT_EQ(listed, std::set<std::string>(all.begin(), all.end()));
+}
+
+// A process that takes another font for one report would keep it for all that follow.
+class WithoutDescriptors {
+ public:
+    WithoutDescriptors() {
+        getrlimit(RLIMIT_NOFILE, &m_before);
+        const int lowest = dup(0);
+        close(lowest);
+        const rlimit bound{static_cast<rlim_t>(lowest), m_before.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &bound);
+    }
+    ~WithoutDescriptors() { setrlimit(RLIMIT_NOFILE, &m_before); }
+
+ private:
+    rlimit m_before{};
+};
+
+template <typename Body>
+std::string FailureWithoutDescriptors(Body body) {
+    const WithoutDescriptors none;
+    try {
+        body();
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return {};
+}
+
+TEST(FindFont, FontThatCannotBeOpenedForLackOfDescriptorsIsAnErrorAndNotAnotherFont) {
+    if (ChecksNeedDescriptors) {
+        GTEST_SKIP() << "the sanitizers need file descriptors of their own";
+    }
+    NEEDS_FONT("DejaVu Serif");
+    NEEDS_FONT("Liberation Sans");
+    FindFont({"Liberation Sans"});  // the list of fonts is read
+    const std::string failure = FailureWithoutDescriptors([] { FindFont({"DejaVu Serif", true}); });
+    EXPECT_TRUE(failure.starts_with("The font file /")) << failure;
+    EXPECT_TRUE(failure.ends_with("DejaVuSerif-Bold.ttf cannot be read: Too many open files")) << failure;
+    EXPECT_EQ(File(FindFont({"DejaVu Serif", true})).family, "DejaVu Serif");
+}
+
+TEST(FindFont, CharacterWhoseFontCannotBeOpenedIsAnErrorAndNotABox) {
+    if (ChecksNeedDescriptors) {
+        GTEST_SKIP() << "the sanitizers need file descriptors of their own";
+    }
+    NEEDS_FONT("DejaVu Sans");
+    NEEDS_FONT("Liberation Mono");
+    constexpr char32_t Arrow = U'\u27A4';  // which Liberation Mono lacks
+    const FontId font = FindFont({"Liberation Mono", true});
+    const std::string failure = FailureWithoutDescriptors([font] { FontWith(font, Arrow); });
+    EXPECT_TRUE(failure.ends_with(" cannot be read: Too many open files")) << failure;
+    EXPECT_NE(FontWith(font, Arrow), font);
 }
 
 TEST(FindFont, TheSameRequestIsTheSameFont) {
