@@ -90,16 +90,17 @@ void RdlReport::Export(bool) {
     if (name.empty()) {
         throw RuntimeError(InvalidOption, "The export has no file name");
     }
-    ExportToFile(format, paths::ToMachine(name));
+    ExportToFile(format, paths::ToMachine(name), AtomicFile::Lasting::OnDisk);
 }
 
 std::unique_ptr<report::PageView> RdlReport::OpenPages() {
     return Translated([&] { return std::make_unique<RdlPages>(m_report->OpenPages()); });
 }
 
-void RdlReport::ExportToFile(const report::FormatRow& format, const std::filesystem::path& target) {
+void RdlReport::ExportToFile(const report::FormatRow& format, const std::filesystem::path& target,
+                             AtomicFile::Lasting lasting) {
     // Opened before the report runs: a missing folder is reported at once.
-    FileOutput output(target);
+    FileOutput output(target, LargestDocument, lasting);
     Translated([&] { m_report->Write(format.format, output); });
     output.Commit();
 }
@@ -108,7 +109,7 @@ void RdlReport::ExportToMail(const report::FormatRow& format) {
     const HeldFolder folder("oxbow-courier-export-");
     const std::filesystem::path file =
         folder.Path() / (SafeFileName(Title()) + "." + std::string(format.extension));
-    ExportToFile(format, file);
+    ExportToFile(format, file, AtomicFile::Lasting::Brief);
     MailFile(m_toList, m_subject, m_message, file);
 }
 

@@ -8,6 +8,7 @@
 
 #include "platform/contracts/export_formats.h"
 #include "platform/contracts/report_engine.h"
+#include "platform/posix/atomic_file.h"
 #include "platform/reports/rdl_parameter.h"
 #include "rdl/api/report.h"
 
@@ -57,7 +58,8 @@ class RdlReport : public report::Report {
     void SetRunBounds(const rdl::RunBounds& bounds) { m_report->SetBounds(bounds); }
 
  private:
-    void ExportToFile(const report::FormatRow& format, const std::filesystem::path& target);
+    void ExportToFile(const report::FormatRow& format, const std::filesystem::path& target,
+                      AtomicFile::Lasting lasting);
     void ExportToMail(const report::FormatRow& format);
 
     std::shared_ptr<rdl::Report> m_report;

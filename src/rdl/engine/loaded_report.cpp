@@ -22,8 +22,8 @@ namespace engine {
 namespace {
 
 bool HasQuery(const DataSet& dataSet) {
-    return !dataSet.hasInlineRows && dataSet.rowsFile.empty() &&
-           (dataSet.commandText.IsSet() || !dataSet.sharedDataSet.empty());
+    return !dataSet.inlineRows && dataSet.rowsFile.empty() &&
+           (dataSet.HasCommand() || !dataSet.sharedDataSet.empty());
 }
 
 }  // namespace
