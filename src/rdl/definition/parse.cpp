@@ -210,10 +210,16 @@ std::optional<ReportTree> ReadLongFile(const std::filesystem::path& path, const 
         return std::nullopt;
     }
     std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        return std::nullopt;
+    }
     const auto next = [&file](std::string& bytes) {
         bytes.resize(PieceOfBytes);
         file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         bytes.resize(static_cast<std::size_t>(file.gcount()));
+        if (file.bad()) {
+            throw xml::Flaw(1, "it cannot be read");
+        }
         return !bytes.empty();
     };
     return ReadReportApart(next, name, limits);

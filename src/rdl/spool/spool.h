@@ -14,7 +14,7 @@ namespace rdl {
 
 class Spool {
  public:
-    static constexpr std::size_t UsualMemory = std::size_t{16} << 20;
+    static constexpr std::size_t UsualMemory = std::size_t{4} << 20;
 
     // `memory`: how many bytes are in memory before they go to the file.
     explicit Spool(std::size_t memory = UsualMemory) : m_memory(memory) {}
