@@ -128,8 +128,8 @@ bool IsDeviceOrPipe(const fs::path& target) {
 
 }  // namespace
 
-AtomicFile::AtomicFile(fs::path target, IfThere ifThere, Readers readers)
-    : m_target(std::move(target)), m_ifThere(ifThere), m_readers(readers) {
+AtomicFile::AtomicFile(fs::path target, IfThere ifThere, Readers readers, Lasting lasting)
+    : m_target(std::move(target)), m_ifThere(ifThere), m_readers(readers), m_lasting(lasting) {
     if (!IsDeviceOrPipe(m_target)) {
         MakeTemporary();
     } else if (m_ifThere == IfThere::Fail) {
@@ -213,11 +213,13 @@ void AtomicFile::Commit() {
         if (m_ifThere == IfThere::Replace) {
             TakeAccessOver(m_file, m_target, m_readers == Readers::Owner);
         }
-        if (fsync(m_file) != 0 || GiveName() != 0) {
+        const bool waits = m_lasting == Lasting::OnDisk;
+        if ((waits && fsync(m_file) != 0) || GiveName() != 0) {
             Raise(errno);
         }
-        // A power failure can undo a rename until its folder is on the disk.
-        fsync(m_folder);
+        if (waits) {
+            fsync(m_folder);  // a power failure can undo a rename until its folder is on the disk
+        }
     }
     close(m_file);
     m_file = -1;

@@ -10,9 +10,9 @@
 #include "platform/posix/unique_fd.h"
 
 // A file with a temporary name in the folder of its target. Commit renames it to the target once its bytes
-// are on the disk. Without Commit the destructor deletes it. A link is followed. A device or a pipe cannot
-// appear at once and is written directly. The leftovers of a killed process are deleted when the next file is
-// made in the folder (held_name.h).
+// are on the disk (see Lasting). Without Commit the destructor deletes it. A link is followed. A device or a
+// pipe cannot appear at once and is written directly. The leftovers of a killed process are deleted when the
+// next file is made in the folder (held_name.h).
 //
 // A replaced file passes on its owner, group and mode, as far as permitted. A new file is for its owner only;
 // with Readers::Mask it has the mode that the user's file mask gives. A file for its owner that replaces one
@@ -24,8 +24,10 @@ class AtomicFile {
  public:
     enum class IfThere { Replace, Fail };
     enum class Readers { Owner, Mask };
+    // Brief: the file is needed by this process only, and nobody waits for the disk.
+    enum class Lasting { OnDisk, Brief };
     explicit AtomicFile(std::filesystem::path target, IfThere ifThere = IfThere::Replace,
-                        Readers readers = Readers::Owner);
+                        Readers readers = Readers::Owner, Lasting lasting = Lasting::OnDisk);
     // Writes to an open file, which it closes. Another process gives it its name: Commit only closes it.
     // `target` is the name that errors have.
     AtomicFile(std::filesystem::path target, UniqueFd file);
@@ -46,6 +48,7 @@ class AtomicFile {
     std::filesystem::path m_target;
     IfThere m_ifThere;
     Readers m_readers;
+    Lasting m_lasting;
     std::string m_temporary;  // name in the folder; empty: the target is written directly
     int m_folder = -1;
     int m_file = -1;

@@ -19,9 +19,9 @@ const report::FormatRow& FormatOf(int code) {
 }
 
 void ExportToFile(const report::FormatRow& format, const std::filesystem::path& target,
-                  const WriteDocument& write) {
+                  AtomicFile::Lasting lasting, const WriteDocument& write) {
     // Opened before the report runs: a missing folder is reported at once.
-    FileOutput output(target);
+    FileOutput output(target, LargestDocument, lasting);
     write(format, target, output);
     output.Commit();
 }
@@ -34,7 +34,7 @@ void ExportBySettings(const ExportSettings& settings, const std::string& title, 
         const HeldFolder folder("oxbow-courier-export-");
         const std::filesystem::path file =
             folder.Path() / (SafeFileName(title) + "." + std::string(format.extension));
-        ExportToFile(format, file, write);
+        ExportToFile(format, file, AtomicFile::Lasting::Brief, write);
         MailFile(settings.toList, settings.subject, settings.message, file);
         return;
     }
@@ -47,7 +47,7 @@ void ExportBySettings(const ExportSettings& settings, const std::string& title, 
     if (name.empty()) {
         throw RuntimeError(InvalidOption, "The export has no file name");
     }
-    ExportToFile(format, paths::ToMachine(name), write);
+    ExportToFile(format, paths::ToMachine(name), AtomicFile::Lasting::OnDisk, write);
 }
 
 }  // namespace reports

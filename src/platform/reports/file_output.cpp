@@ -12,8 +12,9 @@ constexpr std::size_t BufferSize = std::size_t{256} << 10;
 
 }  // namespace
 
-FileOutput::FileOutput(std::filesystem::path target, std::uint64_t most)
-    : m_file(std::move(target), AtomicFile::IfThere::Replace, AtomicFile::Readers::Mask), m_most(most) {
+FileOutput::FileOutput(std::filesystem::path target, std::uint64_t most, AtomicFile::Lasting lasting)
+    : m_file(std::move(target), AtomicFile::IfThere::Replace, AtomicFile::Readers::Mask, lasting),
+      m_most(most) {
     m_buffer.reserve(BufferSize);
 }
 

@@ -19,7 +19,8 @@ inline constexpr std::uint64_t LargestDocument = std::uint64_t{8} << 30;
 // its mode.
 class FileOutput : public rdl::Output {
  public:
-    explicit FileOutput(std::filesystem::path target, std::uint64_t most = LargestDocument);
+    explicit FileOutput(std::filesystem::path target, std::uint64_t most = LargestDocument,
+                        AtomicFile::Lasting lasting = AtomicFile::Lasting::OnDisk);
     // Writes to an open file that another process gives its name.
     FileOutput(std::filesystem::path target, UniqueFd file, std::uint64_t most = LargestDocument);
     using rdl::Output::Write;

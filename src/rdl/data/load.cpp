@@ -2,6 +2,9 @@
 #include "rdl/data/load.h"
 
 #include <algorithm>
+#include <array>
+#include <functional>
+#include <string_view>
 
 #include "rdl/data/common/field_type.h"
 #include "rdl/data/common/message.h"
@@ -91,6 +94,8 @@ void CheckSlots(const std::vector<Slot>& slots, const DataSet& dataSet, const Cu
     throw Error("the query gives none of the fields; it gives " + columns);
 }
 
+constexpr std::size_t MostSharing = 256;  // columns whose equal texts share their memory
+
 class Budget {
  public:
     explicit Budget(const Limits& limits) : m_limits(limits) {}
@@ -114,26 +119,54 @@ class Budget {
     std::size_t m_rows = 0, m_bytes = 0;
 };
 
+// The texts of a column that were read last. Equal ones share their memory.
+class RecentTexts {
+ public:
+    void Share(Value& value) {
+        if (value.IsText()) {
+            Value& known = m_texts[std::hash<std::string_view>()(value.AsText()) % m_texts.size()];
+            if (known.IsText() && known.AsText() == value.AsText()) {
+                value = Value(known);
+            } else {
+                known = Value(value);
+            }
+        }
+    }
+
+ private:
+    std::array<Value, 64> m_texts;
+};
+
 Table ReadRows(const LoadRequest& request, const DataSet& dataSet, Cursor& cursor) {
     Table table;
     table.caseSensitive = dataSet.caseSensitive;
     const std::vector<Slot> slots = MakeSlots(dataSet, cursor, table);
     Budget budget(request.limits);
+    std::vector<RecentTexts> recent(std::min(slots.size(), MostSharing));
+    const std::size_t most = std::min(
+        request.limits.rows, request.limits.bytes / sizeof(Value) / std::max<std::size_t>(1, slots.size()));
+    table.cells.reserve(std::min(cursor.RowCount(), most) * slots.size());
     for (bool first = true; cursor.Next(); first = false) {
         if (first) {
             CheckSlots(slots, dataSet, cursor);
         }
         request.CheckBounds();
         budget.AddRow(slots.size());
-        for (const Slot& slot : slots) {
+        for (std::size_t i = 0; i < slots.size(); ++i) {
+            const Slot& slot = slots[i];
             if (slot.column < 0) {
                 table.cells.emplace_back();
                 continue;
             }
             Value value = cursor.Cell(static_cast<std::size_t>(slot.column));
             budget.AddCell(value);
-            table.cells.push_back(slot.type == FieldType::Untyped ? std::move(value)
-                                                                  : ConvertValue(value, slot.type));
+            if (slot.type != FieldType::Untyped) {
+                value = ConvertValue(value, slot.type);
+            }
+            if (i < recent.size()) {
+                recent[i].Share(value);
+            }
+            table.cells.push_back(std::move(value));
         }
     }
     return table;
@@ -231,7 +264,7 @@ std::string Place(const LoadRequest& request, const DataSet& dataSet) {
     if (request.rowFiles.contains(dataSet.name)) {
         return place + ", rows given for it";
     }
-    if (!dataSet.dataSourceName.empty() && !dataSet.hasInlineRows && dataSet.rowsFile.empty()) {
+    if (!dataSet.dataSourceName.empty() && !dataSet.inlineRows && dataSet.rowsFile.empty()) {
         place += ", data source \"" + CleanText(dataSet.dataSourceName) + "\"";
     }
     return place;

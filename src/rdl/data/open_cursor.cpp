@@ -9,11 +9,14 @@
 #include "rdl/data/files/data_file.h"
 #include "rdl/data/files/json_cursor.h"
 #include "rdl/data/files/xml_cursor.h"
+#include "rdl/data/files/xml_pieces.h"
+#include "rdl/data/inline_rows_cursor.h"
 #include "rdl/data/row_environment.h"
 #include "rdl/data/shared_source.h"
 #include "rdl/data/sql/query_text.h"
 #include "rdl/data/sql/sql_cursor.h"
 #include "rdl/data/sql/sqlite_cursor.h"
+#include "rdl/spool/spool.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
@@ -28,13 +31,8 @@ std::string TextOf(const LoadRequest& request, const Expr& source, const char* w
     return ToText(value, FindCulture(request.definition->language));
 }
 
-// The text of the query; it is in `storage` if it is computed. One that holds its rows is large.
-std::string_view QueryText(const LoadRequest& request, const DataSet& dataSet, std::string& storage) {
-    if (!dataSet.commandText.IsExpression()) {
-        return dataSet.commandText.source;
-    }
-    storage = TextOf(request, dataSet.commandText, "query");
-    return storage;
+std::string CommandOf(const LoadRequest& request, const DataSet& dataSet) {
+    return dataSet.longCommand ? dataSet.longCommand->Text() : TextOf(request, dataSet.commandText, "query");
 }
 
 std::vector<NamedValue> ParameterValues(const LoadRequest& request, const DataSet& dataSet) {
@@ -49,32 +47,8 @@ std::vector<NamedValue> ParameterValues(const LoadRequest& request, const DataSe
     return values;
 }
 
-std::unique_ptr<Cursor> InlineRows(const DataSet& dataSet) {
-    std::vector<std::string> columns;
-    for (const Field& field : dataSet.fields) {
-        if (!field.dataField.empty()) {
-            columns.push_back(field.dataField);
-        }
-    }
-    std::vector<Value> cells;
-    cells.reserve(columns.size() * dataSet.inlineRows.size());
-    for (const auto& row : dataSet.inlineRows) {
-        for (const std::string& column : columns) {
-            Value cell;
-            for (const auto& [name, text] : row) {
-                if (EqualNoCase(name, column)) {
-                    cell = Value::Text(text);
-                    break;
-                }
-            }
-            cells.push_back(std::move(cell));
-        }
-    }
-    return std::make_unique<MemoryCursor>(std::move(columns), std::move(cells));
-}
-
 BoundQuery QueryOf(const LoadRequest& request, const DataSet& dataSet, ProviderKind provider) {
-    const std::string command = TextOf(request, dataSet.commandText, "query");
+    const std::string command = CommandOf(request, dataSet);
     const std::vector<NamedValue> values = ParameterValues(request, dataSet);
     if (Trimmed(command).empty()) {
         throw Error("the query is empty");
@@ -112,22 +86,26 @@ std::unique_ptr<Cursor> OpenSqliteSet(const LoadRequest& request, const DataSet&
     return OpenSqlite({file, seconds}, query);
 }
 
-std::unique_ptr<Cursor> OpenXmlSet(const LoadRequest& request, const DataSet& dataSet,
-                                   const OpenSource& source) {
-    std::string storage;
-    const std::string_view query = QueryText(request, dataSet, storage);
-    const std::string file = FileOf(ConnectString(source.connectString));
-    return OpenXml(query, file.empty() ? "" : ResolveDataPath(file, request.SearchFolders()));
+// `file` may be empty.
+std::unique_ptr<Cursor> OpenXmlText(const LoadRequest& request, const DataSet& dataSet,
+                                    const std::string& file) {
+    if (dataSet.longCommand) {
+        if (std::unique_ptr<Cursor> cursor = OpenLongXml(*dataSet.longCommand)) {
+            return cursor;
+        }
+    }
+    return OpenXml(CommandOf(request, dataSet), file);
 }
 
-std::unique_ptr<Cursor> OpenEnteredSet(const LoadRequest& request, const DataSet& dataSet) {
-    std::string storage;
-    return OpenXml(QueryText(request, dataSet, storage), "");
+std::unique_ptr<Cursor> OpenXmlSet(const LoadRequest& request, const DataSet& dataSet,
+                                   const OpenSource& source) {
+    const std::string file = FileOf(ConnectString(source.connectString));
+    return OpenXmlText(request, dataSet, file.empty() ? "" : ResolveDataPath(file, request.SearchFolders()));
 }
 
 std::unique_ptr<Cursor> OpenJsonSet(const LoadRequest& request, const DataSet& dataSet,
                                     const OpenSource& source) {
-    const std::string path = TextOf(request, dataSet.commandText, "query");
+    const std::string path = CommandOf(request, dataSet);
     const std::string_view text = Trimmed(source.connectString);
     if (text.starts_with('{') || text.starts_with('[')) {
         return OpenJson(text, path);
@@ -157,7 +135,7 @@ std::unique_ptr<Cursor> OpenCsvSet(const LoadRequest& request, const DataSet& da
         if (named.empty()) {
             folders = request.SearchFolders();
         }
-        path = ResolveDataPath(CsvFileOfQuery(TextOf(request, dataSet.commandText, "query")), folders);
+        path = ResolveDataPath(CsvFileOfQuery(CommandOf(request, dataSet)), folders);
     }
     return OpenCsv(ReadDataFile(path), form);
 }
@@ -192,11 +170,11 @@ OpenSource ResolveSource(const LoadRequest& request, const DataSource& source) {
 
 std::unique_ptr<Cursor> OpenCursor(const LoadRequest& request, const DataSet& dataSet,
                                    const DataSource* source) {
-    if (dataSet.hasInlineRows) {
-        return InlineRows(dataSet);
+    if (dataSet.inlineRows) {
+        return OpenInlineRows(dataSet);
     }
     // An override replaces the inline rows.
-    const bool isReplaced = source && dataSet.commandText.IsSet() && request.overrides.contains(source->name);
+    const bool isReplaced = source && dataSet.HasCommand() && request.overrides.contains(source->name);
     if (!dataSet.rowsFile.empty() && !isReplaced) {
         return OpenXmlRows(ResolveDataPath(dataSet.rowsFile, request.SearchFolders()));
     }
@@ -209,7 +187,7 @@ std::unique_ptr<Cursor> OpenCursor(const LoadRequest& request, const DataSet& da
         case ProviderKind::Sqlite:
             return OpenSqliteSet(request, dataSet, open, seconds);
         case ProviderKind::EnterData:
-            return OpenEnteredSet(request, dataSet);
+            return OpenXmlText(request, dataSet, "");
         case ProviderKind::Xml:
             return OpenXmlSet(request, dataSet, open);
         case ProviderKind::Json:

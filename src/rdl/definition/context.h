@@ -16,6 +16,8 @@
 
 namespace rdl {
 
+struct ReportTree;
+
 // `where` names the item in error texts: "Textbox Total"; a property follows after a comma. Every function
 // raises rdl::Error through Fail for invalid values.
 class Context {
@@ -55,6 +57,10 @@ class Context {
     [[noreturn]] void Fail(const XmlElement& element, const std::string& where,
                            const std::string& what) const;
 
+    // Rows and texts that are not in the tree; `tree` must outlive the context.
+    void TellTree(const ReportTree& tree) { m_tree = &tree; }
+    const ReportTree& Tree() const { return *m_tree; }
+
     int ExpressionCount() const { return m_expressions; }
 
  private:
@@ -65,6 +71,7 @@ class Context {
 
     std::string m_fileName;
     const DefinitionLimits& m_limits;
+    const ReportTree* m_tree = nullptr;
     std::unordered_set<std::string> m_images;
     ParameterNames m_parameters;
     std::set<std::string> m_fonts;

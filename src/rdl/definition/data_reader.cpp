@@ -3,6 +3,7 @@
 
 #include "rdl/definition/group_reader.h"
 #include "rdl/definition/identifier.h"
+#include "rdl/definition/rows/report_tree.h"
 #include "rdl/values/ascii.h"
 
 namespace rdl {
@@ -80,7 +81,11 @@ void ReadQuery(Context& context, const XmlElement& element, DataSet& set) {
     const std::string where = PlaceOf(element);
     if (const XmlElement* query = element.Child("Query")) {
         set.dataSourceName = query->ChildText("DataSourceName");
-        set.commandText = context.ChildExpr(*query, "CommandText", where);
+        const XmlElement* command = query->Child("CommandText");
+        set.longCommand = command ? context.Tree().TextOf(*command) : nullptr;
+        if (!set.longCommand) {
+            set.commandText = context.ChildExpr(*query, "CommandText", where);
+        }
         set.commandType = ReadCommandType(context, *query, where);
         set.parameters = ReadQueryParameters(context, *query, where);
         set.timeoutSeconds = context.Number(*query, "Timeout", where, 0, 1'000'000, 0);
@@ -119,24 +124,19 @@ bool IsNull(const XmlElement& value) {
 
 // Rows that stand in the report itself: a Row element each, with an element for each value; or in a file of
 // that form. They stand beside the query or, from some tools, within it.
-void ReadRows(const XmlElement& element, DataSet& set) {
+void ReadRows(Context& context, const XmlElement& element, DataSet& set) {
     const XmlElement* beside = element.Child("Rows");
     const XmlElement* rows = beside ? beside : element.Find({"Query", "Rows"});
     if (!rows) {
         return;
     }
-    if (rows->children.empty()) {
-        set.rowsFile = Trimmed(rows->AttributeOf("File"));
-        return;
+    set.inlineRows = context.Tree().RowsOf(*rows);
+    if (!set.inlineRows && !rows->children.empty()) {
+        set.inlineRows = std::make_shared<InlineRows>();
+        AddRows(*rows, *set.inlineRows);
     }
-    set.hasInlineRows = true;
-    for (const XmlElement& row : rows->children) {
-        auto& values = set.inlineRows.emplace_back();
-        for (const XmlElement& value : row.children) {
-            if (!IsNull(value)) {
-                values.emplace_back(value.name, value.text);
-            }
-        }
+    if (!set.inlineRows) {
+        set.rowsFile = Trimmed(rows->AttributeOf("File"));
     }
 }
 
@@ -146,7 +146,7 @@ DataSet ReadDataSet(Context& context, const XmlElement& element) {
     set.fields = ReadFields(context, element);
     set.filters = ReadFilters(context, element, PlaceOf(element));
     set.caseSensitive = EqualNoCase(element.ChildText("CaseSensitivity"), "True");
-    ReadRows(element, set);
+    ReadRows(context, element, set);
     return set;
 }
 
@@ -226,6 +226,19 @@ ReportParameter ReadParameter(Context& context, const XmlElement& element) {
 }
 
 }  // namespace
+
+void AddRows(const XmlElement& parent, InlineRows& rows) {
+    InlineRows::Row values;
+    for (const XmlElement& row : parent.children) {
+        values.clear();
+        for (const XmlElement& value : row.children) {
+            if (!IsNull(value)) {
+                values.emplace_back(value.name, value.text);
+            }
+        }
+        rows.Add(values);
+    }
+}
 
 std::vector<DataSource> ReadDataSources(Context& context, const XmlElement& report) {
     return ReadCollection<DataSource>(context, report, "DataSources", ReadDataSource);

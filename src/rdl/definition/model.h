@@ -11,6 +11,9 @@
 
 namespace rdl {
 
+class InlineRows;
+class Spool;
+
 // A property that may be a constant or an expression.
 struct Expr {
     std::string source;  // starts with = for an expression; constants as written
@@ -305,17 +308,17 @@ struct QueryParameter {
 struct DataSet {
     std::string name;
     std::string dataSourceName;
-    std::string sharedDataSet;  // .rsd
-    Expr commandText;
+    std::string sharedDataSet;           // .rsd
+    Expr commandText;                    // not set if the text is long and holds rows
+    std::shared_ptr<Spool> longCommand;  // is then that text, else null
     enum class CommandType { Text, StoredProcedure, TableDirect } commandType = CommandType::Text;
     std::vector<QueryParameter> parameters;
     int timeoutSeconds = 0;
     std::vector<Field> fields;
     std::vector<Filter> filters;
     bool caseSensitive = false;
-    // Inline rows: values by data field name, if the report contains its data.
-    bool hasInlineRows = false;
-    std::vector<std::vector<std::pair<std::string, std::string>>> inlineRows;
+    std::shared_ptr<InlineRows> inlineRows;  // if the report contains its data, else null
+    bool HasCommand() const { return commandText.IsSet() || longCommand; }
     std::string rowsFile;  // XML file with the rows, as the report names it; may be empty
 };
 

@@ -2,12 +2,14 @@
 #include "rdl/definition/parse.h"
 
 #include <algorithm>
+#include <fstream>
 
 #include "rdl/definition/context.h"
 #include "rdl/definition/data_reader.h"
 #include "rdl/definition/default_font.h"
 #include "rdl/definition/group_reader.h"
 #include "rdl/definition/item_reader.h"
+#include "rdl/definition/rows/report_tree.h"
 #include "rdl/definition/style_reader.h"
 #include "rdl/definition/xml_tree.h"
 #include "rdl/values/base64.h"
@@ -189,19 +191,64 @@ class ReportReader {
     Definition m_definition;
 };
 
-}  // namespace
+constexpr std::size_t PieceOfBytes = std::size_t{1} << 20;
 
-Definition ParseDefinition(std::string_view bytes, const std::string& fileName,
-                           const DefinitionLimits& limits) {
-    const xml::Document tree = ReadXmlTree(bytes, fileName, limits);
+Definition DefinitionOf(const ReportTree& tree, const std::string& fileName, const DefinitionLimits& limits) {
     Context context(fileName, limits);
-    Definition definition = ReportReader(context, tree.root).Read();
+    context.TellTree(tree);
+    Definition definition = ReportReader(context, tree.document.root).Read();
     definition.fileName = WithoutMarks(fileName);
     return definition;
 }
 
+// A file that is not long is read whole, and so is one that cannot be read: that says why.
+std::optional<ReportTree> ReadLongFile(const std::filesystem::path& path, const std::string& name,
+                                       const DefinitionLimits& limits) {
+    std::error_code failure;
+    if (!std::filesystem::is_regular_file(path, failure) ||
+        std::filesystem::file_size(path, failure) <= limits.wholeBytes || failure) {
+        return std::nullopt;
+    }
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        return std::nullopt;
+    }
+    const auto next = [&file](std::string& bytes) {
+        bytes.resize(PieceOfBytes);
+        file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        bytes.resize(static_cast<std::size_t>(file.gcount()));
+        if (file.bad()) {
+            throw xml::Flaw(1, "it cannot be read");
+        }
+        return !bytes.empty();
+    };
+    return ReadReportApart(next, name, limits);
+}
+
+}  // namespace
+
+Definition ParseDefinition(std::string_view bytes, const std::string& fileName,
+                           const DefinitionLimits& limits) {
+    if (bytes.size() > limits.wholeBytes) {
+        const auto next = [rest = bytes](std::string& piece) mutable {
+            piece = rest.substr(0, PieceOfBytes);
+            rest.remove_prefix(piece.size());
+            return !piece.empty();
+        };
+        if (const std::optional<ReportTree> tree = ReadReportApart(next, fileName, limits)) {
+            return DefinitionOf(*tree, fileName, limits);
+        }
+    }
+    ReportTree tree;
+    tree.document = ReadXmlTree(bytes, fileName, limits);
+    return DefinitionOf(tree, fileName, limits);
+}
+
 Definition ParseDefinitionFile(const std::filesystem::path& path, const DefinitionLimits& limits) {
     const std::string name = path.filename().string();
+    if (std::optional<ReportTree> tree = ReadLongFile(path, name, limits)) {
+        return DefinitionOf(*tree, name, limits);
+    }
     std::string failure;
     // One byte more than allowed is enough to be refused.
     const std::string bytes = ReadBytes(path, limits.bytes + 1, failure);

@@ -67,19 +67,31 @@ void CheckRoot(const xml::Document& document, const std::string& fileName) {
 
 }  // namespace
 
+void CheckIsXml(std::string_view bytes, const std::string& fileName) {
+    if (const std::string what = DescribeIfNotXml(bytes); !what.empty()) {
+        throw Error(WithoutMarks(fileName) + " " + what);
+    }
+}
+
+void KeepReport(xml::Document& document, const std::string& fileName) {
+    CheckRoot(document, WithoutMarks(fileName));
+    KeepWhatIsOfTheReport(document.root, document.root.space, false, false);
+}
+
+void DropBlanks(XmlElement& root) {
+    KeepWhatIsOfTheReport(root, root.space, false, true);
+}
+
 xml::Document ReadXmlTree(std::string_view bytes, const std::string& fileName,
                           const DefinitionLimits& limits) {
     const std::string name = WithoutMarks(fileName);
-    if (const std::string what = DescribeIfNotXml(bytes); !what.empty()) {
-        throw Error(name + " " + what);
-    }
+    CheckIsXml(bytes, fileName);
     if (bytes.size() > limits.bytes) {
         throw Error(name + " is larger than a report may be (" + std::to_string(limits.bytes >> 20) + " MB)");
     }
     try {
         xml::Document document = xml::Parse(bytes, {limits.depth, limits.elements, limits.attributes});
-        CheckRoot(document, name);
-        KeepWhatIsOfTheReport(document.root, document.root.space, false, false);
+        KeepReport(document, fileName);
         return document;
     } catch (const xml::Flaw& flaw) {
         throw Error(name + ", line " + std::to_string(flaw.Line()) + ": " + flaw.what());

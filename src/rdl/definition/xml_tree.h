@@ -13,6 +13,15 @@ namespace rdl {
 
 using XmlElement = xml::Element;
 
+// Raises rdl::Error if the bytes, or the first ones of a long file, are something other than XML.
+void CheckIsXml(std::string_view bytes, const std::string& fileName);
+
+// Checks the root of a tree and drops what ReadXmlTree drops. Raises rdl::Error.
+void KeepReport(xml::Document& document, const std::string& fileName);
+
+// Of elements that are rows: white-space-only text becomes empty unless xml:space keeps it.
+void DropBlanks(XmlElement& root);
+
 // Checks that the root is a Report of a known namespace. White-space-only text becomes empty unless xml:space
 // keeps it. Raises rdl::Error as ParseDefinition does.
 xml::Document ReadXmlTree(std::string_view bytes, const std::string& fileName,

@@ -6,13 +6,12 @@
 #include "rdl/api/host.h"
 #include "rdl/data/common/message.h"
 #include "rdl/definition/context.h"
-#include "rdl/definition/parse.h"
+#include "rdl/engine/definitions.h"
 #include "rdl/engine/in_stage.h"
 #include "rdl/engine/parameter_values.h"
 #include "rdl/engine/report_pages.h"
 #include "rdl/engine/run.h"
 #include "rdl/formula/marks.h"
-#include "rdl/layout/build.h"
 #include "rdl/text/fonts.h"
 #include "rdl/values/ascii.h"
 #include "rdl/writers/formats.h"
@@ -22,22 +21,22 @@ namespace engine {
 namespace {
 
 bool HasQuery(const DataSet& dataSet) {
-    return !dataSet.hasInlineRows && dataSet.rowsFile.empty() &&
-           (dataSet.commandText.IsSet() || !dataSet.sharedDataSet.empty());
+    return !dataSet.inlineRows && dataSet.rowsFile.empty() &&
+           (dataSet.HasCommand() || !dataSet.sharedDataSet.empty());
 }
 
 }  // namespace
 
-LoadedReport::LoadedReport(std::filesystem::path file, Definition definition)
+LoadedReport::LoadedReport(std::filesystem::path file, std::shared_ptr<const Definition> definition)
     : m_file(std::move(file)),
       m_definition(std::move(definition)),
-      m_formula(formula::WithoutSingleMarks(m_definition.recordSelectionFormula)) {
-    for (const DataSet& dataSet : m_definition.dataSets) {
+      m_formula(formula::WithoutSingleMarks(m_definition->recordSelectionFormula)) {
+    for (const DataSet& dataSet : m_definition->dataSets) {
         if (HasQuery(dataSet)) {
             m_tables.push_back(&dataSet);
         }
     }
-    for (const ReportParameter& parameter : m_definition.parameters) {
+    for (const ReportParameter& parameter : m_definition->parameters) {
         m_parameters.push_back(std::make_unique<ReportParameterState>(parameter));
     }
     ReadDefaults();
@@ -57,7 +56,7 @@ void LoadedReport::ReadDefaults() {
 
 data::LoadRequest LoadedReport::Request(const std::string& renderName) const {
     data::LoadRequest request;
-    request.definition = &m_definition;
+    request.definition = m_definition.get();
     request.folder = m_file.parent_path().string();
     request.folders = TheHost().DataFolders();
     request.reportName = m_file.stem().string();
@@ -72,13 +71,13 @@ data::LoadRequest LoadedReport::Request(const std::string& renderName) const {
 }
 
 std::string LoadedReport::Title() const {
-    return m_definition.title.value_or(m_file.stem().string());
+    return m_definition->title.value_or(m_file.stem().string());
 }
 
 std::vector<FontUse> LoadedReport::Fonts() const {
     return InStage(Stage::Open, [&] {
         std::vector<FontUse> uses;
-        for (const std::string& name : m_definition.fonts) {
+        for (const std::string& name : m_definition->fonts) {
             uses.push_back({name, text::File(text::FindFont({name})).family});
         }
         return uses;
@@ -87,7 +86,7 @@ std::vector<FontUse> LoadedReport::Fonts() const {
 
 std::string LoadedReport::SourceName(std::size_t index) const {
     const DataSet& table = *m_tables.at(index);
-    const std::vector<DataSource>& sources = m_definition.dataSources;
+    const std::vector<DataSource>& sources = m_definition->dataSources;
     if (table.dataSourceName.empty() && sources.size() == 1) {
         return sources.front().name;
     }
@@ -103,7 +102,7 @@ void LoadedReport::SetLogon(std::size_t table, const std::string& user, const st
 
 bool LoadedReport::SetDataSource(const std::string& name, const std::string& provider,
                                  const std::string& connectString) {
-    for (const DataSource& source : m_definition.dataSources) {
+    for (const DataSource& source : m_definition->dataSources) {
         if (EqualNoCase(source.name, name)) {
             m_overrides[source.name] = {provider, connectString};
             return true;
@@ -122,7 +121,7 @@ bool LoadedReport::SetRows(const std::string& dataSet, const std::filesystem::pa
 
 // Null if the report has no data set of the name.
 const DataSet* LoadedReport::FindSet(const std::string& name) const {
-    const auto& all = m_definition.dataSets;
+    const auto& all = m_definition->dataSets;
     const auto found = std::find_if(all.begin(), all.end(),
                                     [&name](const DataSet& set) { return EqualNoCase(set.name, name); });
     return found == all.end() ? nullptr : &*found;
@@ -133,7 +132,7 @@ data::LoadRequest LoadedReport::ResolvedRequest(const std::string& renderName) {
     data::LoadRequest request = Request(renderName);
     request.watch = std::make_shared<RunWatch>(m_bounds);
     const RunWatch::Work work(request.watch);
-    InStage(Stage::Formula, [&] { data::CheckFormula(m_definition, m_formula); });
+    InStage(Stage::Formula, [&] { data::CheckFormula(*m_definition, m_formula); });
     InStage(Stage::Parameter, [&] { ResolveParameters(request, m_parameters); });
     return request;
 }
@@ -185,9 +184,8 @@ std::unique_ptr<Pages> LoadedReport::OpenPages() {
 
 std::shared_ptr<Report> OpenReport(const std::filesystem::path& file) {
     return engine::InStage(Stage::Open, [&] {
-        Definition definition = ParseDefinitionFile(file);
-        layout::CheckExpressions(definition);
-        return std::make_shared<engine::LoadedReport>(std::filesystem::absolute(file), std::move(definition));
+        return std::make_shared<engine::LoadedReport>(std::filesystem::absolute(file),
+                                                      engine::OpenDefinition(file));
     });
 }
 

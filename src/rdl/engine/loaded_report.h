@@ -20,10 +20,10 @@ namespace rdl::engine {
 class LoadedReport : public Report {
  public:
     // `file` is absolute; relative names in the report start in its folder.
-    LoadedReport(std::filesystem::path file, Definition definition);
+    LoadedReport(std::filesystem::path file, std::shared_ptr<const Definition> definition);
 
     std::string Title() const override;
-    std::string Description() const override { return m_definition.description; }
+    std::string Description() const override { return m_definition->description; }
     std::size_t ParameterCount() const override { return m_parameters.size(); }
     Parameter& ParameterAt(std::size_t index) override { return *m_parameters.at(index); }
     std::size_t TableCount() const override { return m_tables.size(); }
@@ -53,7 +53,7 @@ class LoadedReport : public Report {
     void WriteDataSet(DocumentFormat format, Output& output);
 
     std::filesystem::path m_file;
-    Definition m_definition;
+    std::shared_ptr<const Definition> m_definition;
     std::vector<const DataSet*> m_tables;
     std::vector<std::unique_ptr<ReportParameterState>> m_parameters;  // in the definition's order
     std::map<std::string, data::Logon> m_logons;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Stores the pages of a run as they are made: in memory while they are few, then in an unnamed temporary
-// file. A report of any length needs little memory: some twenty bytes per page, and at most 16 MB of packed
+// file. A report of any length needs little memory: some twenty bytes per page, and few MB of packed
 // pages.
 #pragma once
 

@@ -214,12 +214,12 @@ void PagePainter::Op(Target& target, const layout::ImageOp& op) {
     if (!op.bytes || op.bytes->empty() || area.isEmpty() || !target.shown.intersects(area)) {
         return;
     }
-    QImage image = m_images.Of(op.bytes, op.name);
     if (target.grid.IsStraight()) {
         area = target.grid.Area(area);
     }
-    // The painter looks at the nearest pixels only: what shrinks much would flicker.
     const QSize pixels = (area.size() * target.grid.Scale()).toSize().expandedTo({1, 1});
+    QImage image = m_images.Of(op.bytes, op.name, pixels);
+    // The painter looks at the nearest pixels only: what shrinks much would flicker.
     if (image.width() >= 2 * pixels.width() || image.height() >= 2 * pixels.height()) {
         image = image.scaled(pixels.boundedTo(image.size()), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     }

@@ -30,10 +30,17 @@ Span Length(double from, double to, double pixels) {
     return {std::round(from - 0.5), std::round(to - 0.5) + 1};
 }
 
+// Without a move by whole pixels: a page that is drawn in parts has the same edges in each.
+QTransform FromWholePixels(const QTransform& toDevice) {
+    const bool isWhole =
+        toDevice.dx() == std::round(toDevice.dx()) && toDevice.dy() == std::round(toDevice.dy());
+    return isWhole ? toDevice * QTransform::fromTranslate(-toDevice.dx(), -toDevice.dy()) : toDevice;
+}
+
 }  // namespace
 
 PixelGrid::PixelGrid(const QPainter& painter)
-    : m_toDevice(painter.deviceTransform()),
+    : m_toDevice(FromWholePixels(painter.deviceTransform())),
       m_fromDevice(m_toDevice.inverted()),
       m_straight(m_toDevice.type() <= QTransform::TxScale && m_toDevice.m11() > 0 && m_toDevice.m22() > 0) {}
 

@@ -9,7 +9,6 @@
 namespace rdl {
 namespace {
 
-constexpr std::size_t MemoryLimit = 16u << 20;
 constexpr std::size_t PieceSize = 256u << 10;
 
 }  // namespace
@@ -17,9 +16,16 @@ constexpr std::size_t PieceSize = 256u << 10;
 void Spool::Append(std::string_view bytes) {
     m_pending += bytes;
     m_size += bytes.size();
-    if (m_pending.size() >= MemoryLimit) {
+    if (m_pending.size() >= m_memory) {
         Flush();
     }
+}
+
+std::string Spool::Text() {
+    std::string text;
+    text.reserve(m_size);
+    Read([&text](std::string_view piece) { text += piece; });
+    return text;
 }
 
 void Spool::Flush() {
@@ -54,6 +60,20 @@ void Spool::Read(std::size_t from, std::size_t length, const Take& take) {
     if (length > 0) {
         take(std::string_view(m_pending).substr(from - m_filed, length));
     }
+}
+
+std::string_view SpoolReader::Next(std::size_t count) {
+    if (m_read.size() - m_at < count && m_from < m_spool.size()) {
+        m_read.erase(0, m_at);
+        m_at = 0;
+        const std::size_t length =
+            std::min(std::max(count - m_read.size(), PieceSize), m_spool.size() - m_from);
+        m_spool.Read(m_from, length, [this](std::string_view piece) { m_read += piece; });
+        m_from += length;
+    }
+    const std::string_view bytes = std::string_view(m_read).substr(m_at, count);
+    m_at += bytes.size();
+    return bytes;
 }
 
 }  // namespace rdl

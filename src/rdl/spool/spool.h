@@ -14,9 +14,14 @@ namespace rdl {
 
 class Spool {
  public:
+    static constexpr std::size_t UsualMemory = std::size_t{4} << 20;
+
+    // `memory`: how many bytes are in memory before they go to the file.
+    explicit Spool(std::size_t memory = UsualMemory) : m_memory(memory) {}
     // Raises rdl::Error if the temporary file is full, and errors of Host::OpenTemporaryFile.
     void Append(std::string_view bytes);
     std::size_t size() const { return m_size; }
+    std::string Text();  // all bytes
     using Take = std::function<void(std::string_view)>;
     // Passes all bytes to `take`, in pieces.
     void Read(const Take& take) { Read(0, m_size, take); }
@@ -29,9 +34,24 @@ class Spool {
     };
     void Flush();
 
+    std::size_t m_memory;
     std::string m_pending;
     std::unique_ptr<std::FILE, Closer> m_file;
     std::size_t m_size = 0, m_filed = 0;  // m_filed of them are in the file
+};
+
+// Reads a spool from its beginning. The spool must outlive it and must not grow.
+class SpoolReader {
+ public:
+    explicit SpoolReader(Spool& spool) : m_spool(spool) {}
+    // Returns the next bytes, valid until the next call; fewer than `count` only at the end.
+    std::string_view Next(std::size_t count);
+
+ private:
+    Spool& m_spool;
+    std::string m_read;  // from m_at on not returned
+    std::size_t m_at = 0;
+    std::size_t m_from = 0;  // of the spool's bytes, what comes after m_read
 };
 
 }  // namespace rdl

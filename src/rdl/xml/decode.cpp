@@ -2,9 +2,11 @@
 #include "rdl/xml/decode.h"
 
 #include <QtCore/QByteArrayView>
-#include <QtCore/QStringConverter>
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <pugixml.hpp>
+#include <utility>
 
 #include "rdl/values/utf8.h"
 #include "rdl/xml/parse.h"
@@ -45,11 +47,37 @@ std::string Quoted(const std::string& name) {
     return "\"" + text + "\"";
 }
 
+struct Encoding {
+    std::string name = "UTF-8";
+    QStringDecoder decoder;  // not valid for UTF-8
+};
+
+Encoding EncodingOf(std::string_view bytes) {
+    Encoding encoding;
+    const auto marked = QStringConverter::encodingForData(
+        QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())), u'<');
+    if (marked && *marked != QStringConverter::Utf8) {
+        encoding.name = QStringConverter::nameForEncoding(*marked);
+        encoding.decoder = QStringDecoder(*marked);
+    } else if (!marked) {
+        const std::string declared = DeclaredEncoding(bytes);
+        if (!declared.empty() && !IsOfWiderUnits(declared)) {
+            encoding.name = declared;
+            encoding.decoder = QStringDecoder(declared.c_str());
+            if (!encoding.decoder.isValid()) {
+                throw Flaw(1, "its encoding " + Quoted(declared) + " is not known");
+            }
+        }
+    }
+    if (QString::fromStdString(encoding.name).compare("UTF-8", Qt::CaseInsensitive) == 0) {
+        encoding.decoder = QStringDecoder();
+    }
+    return encoding;
+}
+
 // In pieces: a text of QString's would be in memory as well.
-std::string Converted(std::string_view bytes, QStringDecoder& decoder, const std::string& encoding) {
-    QStringEncoder encoder(QStringEncoder::Utf8);
-    std::string text;
-    text.reserve(bytes.size());
+void Convert(std::string_view bytes, QStringDecoder& decoder, QStringEncoder& encoder,
+             const std::string& encoding, std::string& text) {
     for (; !bytes.empty(); bytes.remove_prefix(std::min(ChunkSize, bytes.size()))) {
         const std::string_view chunk = bytes.substr(0, ChunkSize);
         const QString decoded = decoder(QByteArrayView(chunk.data(), static_cast<qsizetype>(chunk.size())));
@@ -57,14 +85,25 @@ std::string Converted(std::string_view bytes, QStringDecoder& decoder, const std
         text.append(utf8.constData(), static_cast<std::size_t>(utf8.size()));
         if (decoder.hasError() || encoder.hasError()) {
             throw Flaw(LineAt(text, text.size()),
-                       "this is not well-formed XML: bytes that are no text in " + encoding);
+                       "this is not well-formed XML: bytes that are no text in " + Quoted(encoding));
         }
     }
-    return text;
+}
+
+// Whether all of eight bytes are from the blank to 0x7F: then they are characters of XML.
+bool ArePlain(const char* bytes) {
+    constexpr std::uint64_t Each = 0x0101010101010101, High = 0x80 * Each;
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, sizeof(word));
+    return ((word | (word - 0x20 * Each)) & High) == 0;
 }
 
 void CheckCharacters(std::string_view text) {
     for (std::size_t at = 0; at < text.size();) {
+        if (text.size() - at >= sizeof(std::uint64_t) && ArePlain(text.data() + at)) {
+            at += sizeof(std::uint64_t);
+            continue;
+        }
         const std::size_t begin = at;
         const char32_t character = NextCharacter(text, at);
         const bool isByte = character == ReplacementCharacter && at == begin + 1;
@@ -74,6 +113,15 @@ void CheckCharacters(std::string_view text) {
                                                         : "a character that XML does not have"));
         }
     }
+}
+
+// Without the bytes at the end that may begin a character.
+std::size_t SizeOfWholeCharacters(std::string_view text) {
+    std::size_t begin = text.size();
+    while (begin > 0 && text.size() - begin < LongestUtf8 - 1 && IsContinuationByte(text[begin - 1])) {
+        --begin;
+    }
+    return begin > 0 && static_cast<unsigned char>(text[begin - 1]) >= 0xC0 ? begin - 1 : text.size();
 }
 
 std::string_view WithoutByteOrderMark(std::string_view text) {
@@ -90,31 +138,39 @@ bool IsXmlCharacter(char32_t character) {
 }
 
 std::string_view Utf8Of(std::string_view bytes, std::string& storage) {
-    std::string name = "UTF-8";
-    QStringDecoder decoder;
-    const auto marked = QStringConverter::encodingForData(
-        QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())), u'<');
-    if (marked && *marked != QStringConverter::Utf8) {
-        name = QStringConverter::nameForEncoding(*marked);
-        decoder = QStringDecoder(*marked);
-    } else if (!marked) {
-        const std::string declared = DeclaredEncoding(bytes);
-        if (!declared.empty() && !IsOfWiderUnits(declared)) {
-            name = declared;
-            decoder = QStringDecoder(declared.c_str());
-            if (!decoder.isValid()) {
-                throw Flaw(1, "its encoding " + Quoted(declared) + " is not known");
-            }
-        }
-    }
+    Encoding encoding = EncodingOf(bytes);
     std::string_view text = bytes;
-    if (decoder.isValid() && QString::fromStdString(name).compare("UTF-8", Qt::CaseInsensitive) != 0) {
-        storage = Converted(bytes, decoder, Quoted(name));
+    if (encoding.decoder.isValid()) {
+        QStringEncoder encoder(QStringEncoder::Utf8);
+        storage.reserve(bytes.size());
+        Convert(bytes, encoding.decoder, encoder, encoding.name, storage);
         text = storage;
     }
     text = WithoutByteOrderMark(text);
     CheckCharacters(text);
     return text;
+}
+
+void PieceDecoder::Append(std::string_view bytes, bool isLast, std::string& text) {
+    const bool isFirst = !m_isBegun;
+    if (isFirst) {
+        Encoding encoding = EncodingOf(bytes);
+        m_name = encoding.name;
+        m_decoder = std::move(encoding.decoder);
+        m_isBegun = true;
+    }
+    std::string piece = std::exchange(m_rest, {});
+    if (m_decoder.isValid()) {
+        Convert(bytes, m_decoder, m_encoder, m_name, piece);
+    } else {
+        piece += bytes;
+        const std::size_t whole = isLast ? piece.size() : SizeOfWholeCharacters(piece);
+        m_rest = piece.substr(whole);
+        piece.resize(whole);
+    }
+    const std::string_view characters = isFirst ? WithoutByteOrderMark(piece) : std::string_view(piece);
+    CheckCharacters(characters);
+    text += characters;
 }
 
 }  // namespace rdl::xml

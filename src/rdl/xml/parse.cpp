@@ -416,7 +416,11 @@ class TreeBuilder {
 
 Document Parse(std::string_view bytes, const Limits& limits) {
     std::string storage;
-    return TreeBuilder(Utf8Of(bytes, storage), limits).Build();
+    return ParseUtf8(Utf8Of(bytes, storage), limits);
+}
+
+Document ParseUtf8(std::string_view text, const Limits& limits) {
+    return TreeBuilder(text, limits).Build();
 }
 
 }  // namespace rdl::xml

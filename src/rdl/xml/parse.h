@@ -33,4 +33,8 @@ class Flaw : public Error {
 // declared, so none can be expanded.
 Document Parse(std::string_view bytes, const Limits& limits);
 
+// The same for a text in UTF-8 that holds nothing but characters of XML, and marks that the caller has put
+// in.
+Document ParseUtf8(std::string_view text, const Limits& limits);
+
 }  // namespace rdl::xml

@@ -1,16 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "data_fixture.h"
+#include "rdl/definition/rows/inline_rows.h"
+#include "rdl/spool/spool.h"
 
 namespace rdl::data {
 namespace {
 
 class InlineData : public DataFixture {};
 
+std::shared_ptr<InlineRows> Inline(const std::vector<InlineRows::Row>& rows) {
+    auto added = std::make_shared<InlineRows>();
+    for (const InlineRows::Row& row : rows) {
+        added->Add(row);
+    }
+    return added;
+}
+
 TEST_F(InlineData, RowsOfTheReportNeedNoSource) {
     DataSet& set = AddSet("", {"Name", "Salary:Float", "Since:DateTime"});
     set.dataSourceName = "xxx";
-    set.hasInlineRows = true;
-    set.inlineRows = {{{"Name", "Ann"}, {"Salary", "1200.5"}, {"Since", "2020-01-02"}}, {{"Name", "Bob"}}};
+    set.inlineRows =
+        Inline({{{"Name", "Ann"}, {"Salary", "1200.5"}, {"Since", "2020-01-02"}}, {{"Name", "Bob"}}});
     const Table table = Load();
     ASSERT_EQ(table.RowCount(), 2u);
     EXPECT_DOUBLE_EQ(table.At(0, 1).AsReal(), 1200.5);
@@ -53,7 +63,7 @@ TEST_F(InlineData, RowsOfAFileThatIsGivenReplaceTheQuery) {
     AddCalculated(set, "Twice", "=Fields!Total.Value * 2");
     request.rowFiles["Set1"] = (folder / "orders.csv").string();
     EXPECT_EQ(Rows(), "Rome|3|6 Bonn|4|8");
-    set.hasInlineRows = true;
+    set.inlineRows = Inline({});
     EXPECT_EQ(Rows(), "Rome|3|6 Bonn|4|8");
     request.rowFiles["Set1"] = (folder / "none.csv").string();
     EXPECT_NE(Failure().find("Data set \"Set1\", rows given for it: "), std::string::npos) << Failure();
@@ -116,8 +126,7 @@ TEST_F(InlineData, DamagedDataIsAnErrorWithItsPlace) {
 
 TEST_F(InlineData, AFieldMayBeChosenByAnExpression) {
     DataSet& set = AddSet("", {"First", "Last"});
-    set.hasInlineRows = true;
-    set.inlineRows = {{{"First", "Ann"}, {"Last", "Lee"}}};
+    set.inlineRows = Inline({{{"First", "Ann"}, {"Last", "Lee"}}});
     AddParameter("Which", Value::Text("LA"));
     AddCalculated(set, "Chosen", "=Fields(Parameters!Which.Value & \"st\").Value");
     EXPECT_EQ(Rows(), "Ann|Lee|Lee");

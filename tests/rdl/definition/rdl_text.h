@@ -5,6 +5,7 @@
 #include <string>
 
 #include "rdl/definition/parse.h"
+#include "rdl/definition/rows/inline_rows.h"
 #include "rdl/raises.h"
 
 namespace rdl::test {
@@ -27,9 +28,30 @@ inline Definition Parse(const std::string& bytes) {
     return ParseDefinition(bytes, "sales.rpt");
 }
 
-// What the error says; empty when there is none.
+// As a long report is parsed, whose rows are read apart.
+inline Definition ParseApart(const std::string& bytes, DefinitionLimits limits = {}) {
+    limits.wholeBytes = 0;
+    return ParseDefinition(bytes, "sales.rpt", limits);
+}
+
+// What the error says; empty when there is none. A long report with the error says the same.
 inline std::string ErrorOf(const std::string& bytes, const DefinitionLimits& limits = {}) {
-    return ErrorRaisedBy([&] { ParseDefinition(bytes, "sales.rpt", limits); });
+    const std::string error = ErrorRaisedBy([&] { ParseDefinition(bytes, "sales.rpt", limits); });
+    const std::string apart = ErrorRaisedBy([&] { ParseApart(bytes, limits); });
+    return apart == error ? error : "whole: " + error + "\nread apart: " + apart;
+}
+
+// Each inline row as Name=Text, with blanks between the values.
+inline std::vector<std::string> RowsOf(const DataSet& set) {
+    std::vector<std::string> rows;
+    InlineRows::Reader reader(*set.inlineRows);
+    while (reader.Next()) {
+        std::string& row = rows.emplace_back();
+        for (const auto& [name, text] : reader.Row()) {
+            row += (row.empty() ? "" : " ") + set.inlineRows->Names()[name] + "=" + std::string(text);
+        }
+    }
+    return rows;
 }
 
 template <typename Item>

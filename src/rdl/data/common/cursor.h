@@ -16,6 +16,8 @@ class Cursor {
  public:
     virtual ~Cursor() = default;
     const std::vector<std::string>& Columns() const { return m_columns; }
+    // How many rows there are at most, where that is known before they are read; else 0.
+    virtual std::size_t RowCount() const { return 0; }
     virtual bool Next() = 0;                     // moves to the next row; false after the last one
     virtual Value Cell(std::size_t column) = 0;  // value in the current row; valid after Next() returned true
 
@@ -28,6 +30,9 @@ class MemoryCursor : public Cursor {
  public:
     MemoryCursor(std::vector<std::string> columns, std::vector<Value> cells) : m_cells(std::move(cells)) {
         m_columns = std::move(columns);
+    }
+    std::size_t RowCount() const override {
+        return m_columns.empty() ? 0 : m_cells.size() / m_columns.size();
     }
     bool Next() override {
         m_row = m_started ? m_row + 1 : 0;

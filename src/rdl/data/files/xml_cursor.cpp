@@ -7,6 +7,7 @@
 #include "rdl/data/files/data_file.h"
 #include "rdl/data/files/element_path.h"
 #include "rdl/data/files/xml_document.h"
+#include "rdl/data/files/xml_rows.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/base64.h"
 #include "rdl/values/error.h"
@@ -14,144 +15,18 @@
 namespace rdl::data {
 namespace {
 
-constexpr std::size_t MostColumns = 4'096;
-constexpr std::size_t MostCells = 50'000'000;
-
 using xml::Document;
 using xml::Element;
 
-struct Column {
-    std::size_t level;
-    PathField field;
-};
-
-// xsi:nil says something of the element and is no value of it.
-bool IsNilMark(const xml::Attribute& attribute) {
-    return attribute.name == "nil" && attribute.space != xml::NoSpace;
+std::unique_ptr<Cursor> MemoryRows(const Element& root, std::vector<PathLevel> levels) {
+    XmlRows rows(std::move(levels));
+    rows.CheckRoot(root);
+    rows.CollectColumns(root);
+    rows.CheckColumns();
+    std::vector<Value> cells;
+    rows.CollectRows(root, cells);
+    return std::make_unique<MemoryCursor>(rows.ColumnNames(), std::move(cells));
 }
-
-// The path to the first elements that hold nothing but leaves.
-std::vector<PathLevel> DefaultPath(const Element& root) {
-    std::vector<PathLevel> levels;
-    const Element* node = &root;
-    while (true) {
-        levels.push_back({std::string(node->name), false, {}});
-        const auto inner = std::find_if(node->children.begin(), node->children.end(),
-                                        [](const Element& child) { return !child.IsLeaf(); });
-        if (inner != node->children.end()) {
-            node = &*inner;
-        } else if (node == &root && !node->children.empty() && node->attributes.empty() &&
-                   !node->children.front().attributes.empty()) {
-            node = &node->children.front();  // rows that are nothing but attributes
-        } else {
-            return levels;
-        }
-    }
-}
-
-class RowReader {
- public:
-    RowReader(const Element& root, std::vector<PathLevel> levels)
-        : m_root(root), m_levels(std::move(levels)), m_current(m_levels.size()) {}
-
-    std::unique_ptr<Cursor> Run() {
-        if (m_root.name != m_levels.front().element) {
-            throw Error("the XML begins with the element \"" + CleanText(m_root.name) +
-                        "\", but the element path with \"" + CleanText(m_levels.front().element) + "\"");
-        }
-        Visit(m_root, 0, &RowReader::CollectColumns);
-        if (m_columns.size() > MostColumns) {
-            throw Error("the XML gives more than " + std::to_string(MostColumns) + " columns");
-        }
-        Visit(m_root, 0, &RowReader::CollectRow);
-        std::vector<std::string> names;
-        for (const Column& column : m_columns) {
-            names.push_back(column.field.name.empty() ? m_levels[column.level].element : column.field.name);
-        }
-        return std::make_unique<MemoryCursor>(std::move(names), std::move(m_cells));
-    }
-
- private:
-    // The path bounds how deep this goes.
-    void Visit(const Element& node, std::size_t level, void (RowReader::*what)(std::size_t)) {
-        m_current[level] = &node;
-        if (what == &RowReader::CollectColumns || level + 1 == m_levels.size()) {
-            (this->*what)(level);
-        }
-        if (level + 1 == m_levels.size()) {
-            return;
-        }
-        for (const Element& child : node.children) {
-            if (child.name == m_levels[level + 1].element) {
-                Visit(child, level + 1, what);
-            }
-        }
-    }
-
-    void AddColumn(std::size_t level, const PathField& field) {
-        for (const Column& column : m_columns) {
-            if (column.level == level && column.field.name == field.name &&
-                column.field.attribute == field.attribute) {
-                return;
-            }
-        }
-        if (m_columns.size() <= MostColumns) {
-            m_columns.push_back({level, field});
-        }
-    }
-
-    void CollectColumns(std::size_t level) {
-        if (m_levels[level].hasList) {
-            for (const PathField& field : m_levels[level].fields) {
-                AddColumn(level, field);
-            }
-            return;
-        }
-        const Element& node = *m_current[level];
-        for (const xml::Attribute& attribute : node.attributes) {
-            if (!IsNilMark(attribute)) {
-                AddColumn(level, {std::string(attribute.name), true, FieldType::Text});
-            }
-        }
-        for (const Element& leaf : node.children) {
-            const bool next = level + 1 < m_levels.size() && leaf.name == m_levels[level + 1].element;
-            if (leaf.IsLeaf() && !next) {
-                AddColumn(level, {std::string(leaf.name), false, FieldType::Text});
-            }
-        }
-        if (level + 1 == m_levels.size() && node.IsLeaf() && !Trimmed(node.text).empty()) {
-            AddColumn(level, {"", false, FieldType::Text});
-        }
-    }
-
-    void CollectRow(std::size_t) {
-        if (m_cells.size() + m_columns.size() > MostCells) {
-            throw Error("the XML gives more than " + std::to_string(MostCells) + " values");
-        }
-        for (const Column& column : m_columns) {
-            m_cells.push_back(ConvertValue(Cell(*m_current[column.level], column.field), column.field.type));
-        }
-    }
-
-    static Value Cell(const Element& node, const PathField& field) {
-        if (field.attribute) {
-            for (const xml::Attribute& attribute : node.attributes) {
-                if (attribute.name == field.name && !IsNilMark(attribute)) {
-                    return Value::Text(std::string(attribute.value));
-                }
-            }
-            return {};
-        }
-        const Element* element = field.name.empty() ? &node : node.Child(field.name);
-        return !element || element->IsNil() ? Value() : Value::Text(std::string(element->text));
-    }
-
-    const Element& m_root;
-    std::vector<PathLevel> m_levels;
-    std::vector<const Element*> m_current;
-    std::vector<Column> m_columns;
-    std::vector<Value> m_cells;
-};
 
 // The document in an element's text becomes the element's only child. The reader has undone what HTML needs.
 void Unpack(Document& document, Element& node, PathEncoding encoding) {
@@ -194,7 +69,7 @@ std::unique_ptr<Cursor> ReadRows(Document& document, Element& root, std::string_
                            [](const PathLevel& level) { return level.encoding != PathEncoding::None; })) {
         UnpackLevels(document, root, levels, 0);
     }
-    return RowReader(root, std::move(levels)).Run();
+    return MemoryRows(root, std::move(levels));
 }
 
 std::unique_ptr<Cursor> ReadFile(const std::string& file, std::string_view path) {
@@ -237,9 +112,8 @@ std::unique_ptr<Cursor> OpenXmlRows(const std::string& file) {
     if (root.children.empty()) {
         return std::make_unique<MemoryCursor>(std::vector<std::string>(), std::vector<Value>());
     }
-    return RowReader(root, {{std::string(root.name), true, {}},
-                            {std::string(root.children.front().name), false, {}}})
-        .Run();
+    return MemoryRows(
+        root, {{std::string(root.name), true, {}}, {std::string(root.children.front().name), false, {}}});
 }
 
 }  // namespace rdl::data

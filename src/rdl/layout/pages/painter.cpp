@@ -398,9 +398,17 @@ void Painter::Label(double x, double y, const MapLabel& label) {
     m_page->ops.emplace_back(AnchorOp{x, y, {}, label.text, label.level});
 }
 
+bool Painter::Collects(const Instance& item) const {
+    return m_wanted && std::find(m_wanted->begin(), m_wanted->end(), item.name) != m_wanted->end();
+}
+
+bool Painter::AddsNothing(const Instance& item, const LaidText& laid) const {
+    return laid.lines.empty() && item.hyperlink.empty() && item.bookmarkLink.empty() &&
+           item.bookmark.empty() && item.documentMapLabel.empty() && !Collects(item);
+}
+
 void Painter::Collect(const Instance& item) {
-    if (!m_wanted || m_wanted->empty() ||
-        std::find(m_wanted->begin(), m_wanted->end(), item.name) == m_wanted->end()) {
+    if (!Collects(item)) {
         return;
     }
     m_collected.emplace_back(item.name, item.value.IsNull() ? Value::Text(item.PlainText()) : item.value);

@@ -63,6 +63,8 @@ class Painter {
     void CollectTexts(const std::vector<std::string>* names) { m_wanted = names; }
     std::vector<std::pair<std::string, Value>> TakeCollected() { return std::exchange(m_collected, {}); }
     void Collect(const Instance& item);
+    // Whether a text adds nothing to a page: it has no lines, marks nothing and is not collected.
+    bool AddsNothing(const Instance& item, const LaidText& laid) const;
     // Values of the page number placeholders in texts of the body.
     SectionInstance::PageFacts facts;
     // Names the page and those after it.
@@ -75,6 +77,7 @@ class Painter {
     bool resetPageNumber = false;
 
  private:
+    bool Collects(const Instance& item) const;
     struct Turn {  // rotation of a text: local x along the line, local y across
         double originX, originY;
         float rotation;

@@ -47,12 +47,6 @@ bool TableFlow::BeginsPage(double at, double previous) const {
     return pageOf(at) > pageOf(previous - 3 * Tolerance);
 }
 
-bool TableFlow::BeginsPart(int column) const {
-    return m_parts.size() > 1 && std::any_of(m_parts.begin(), m_parts.end(), [column](const Part& part) {
-               return part.firstColumn == At(column);
-           });
-}
-
 // Computes column positions: a column that a page's right edge would cut starts the next page, after the row
 // headers.
 void TableFlow::PlaceColumns(double x) {
@@ -146,12 +140,15 @@ void TableFlow::Prepare(Prepared& prepared) {
         cell.nextLine = 0;
         cell.flow.reset();
         cell.tags = {};
+        cell.isBlank = cell.isBlank && cell.laidText.IsSameAs(content.same);
         if (content.kind == InstanceKind::Text) {
             const double width = LineWidth(content, content.width, row.height);
             if (!cell.laidText.IsSameAs(content.same) || cell.laidWidth != width) {
                 m_context.painter.Layout().Lay(content, width, cell.laid);
                 cell.laidText = content.same;
                 cell.laidWidth = width;
+                cell.isBlank = content.same.IsSet() && !IsTurned(content) &&
+                               m_context.painter.AddsNothing(content, cell.laid);
             }
             if (row.cells[i].rowSpan == 1) {
                 height = std::max(height, GrownHeight(content, cell.laid));

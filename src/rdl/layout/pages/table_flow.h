@@ -23,6 +23,7 @@ class TableFlow final : public Flow {
         SameText laidText;  // whose lines `laid` has, in `laidWidth`
         double laidWidth = 0;
         std::unique_ptr<Flow> flow;  // for other content
+        bool isBlank = false;        // a text that draws nothing within its box, with the mark `laidText`
         std::size_t nextLine = 0;    // next line of a text that continues on the next page
         ItemTags tags;
     };

@@ -116,8 +116,11 @@ void TableFlow::DrawBoxes(const Prepared& prepared, double y, double height) {
             cell.content.kind == InstanceKind::Line) {
             continue;
         }
-        const Rect area = CellArea(cell.column, cell.columnSpan, y, height);
         const BoxStyle& box = *cell.content.box;
+        if (!box.HasBackground() && box.top.style == LineStyle::None && box.bottom.style == LineStyle::None) {
+            continue;
+        }
+        const Rect area = CellArea(cell.column, cell.columnSpan, y, height);
         m_context.painter.Fill(area, box);
         AddEdge(m_tops, area.x, area.Right(), box.top);
         AddEdge(m_newBottoms, area.x, area.Right(), box.bottom);
@@ -130,6 +133,12 @@ void TableFlow::DrawBoxes(const Prepared& prepared, double y, double height) {
     DrawVerticals(prepared, y, height);
 }
 
+bool TableFlow::BeginsPart(int column) const {
+    return m_parts.size() > 1 &&
+           std::binary_search(m_parts.begin(), m_parts.end(), Part{0, 0, At(column)},
+                              [](const Part& a, const Part& b) { return a.firstColumn < b.firstColumn; });
+}
+
 void TableFlow::DrawVerticals(const Prepared& prepared, double y, double height) {
     double lastRight = -1;
     const Border* lastBorder = nullptr;
@@ -139,8 +148,12 @@ void TableFlow::DrawVerticals(const Prepared& prepared, double y, double height)
             cell.content.kind == InstanceKind::Line) {
             continue;
         }
-        const Rect area = CellArea(cell.column, cell.columnSpan, y, height);
         const BoxStyle& box = *cell.content.box;
+        if (box.left.style == LineStyle::None && box.right.style == LineStyle::None) {
+            lastBorder = nullptr;
+            continue;
+        }
+        const Rect area = CellArea(cell.column, cell.columnSpan, y, height);
         if (!lastBorder || std::abs(lastRight - area.x) > Tolerance || !(*lastBorder == box.left) ||
             BeginsPart(cell.column)) {
             painter.Edge(Painter::Left, area.x, y, area.x, y + height, box.left);
@@ -190,6 +203,9 @@ void TableFlow::DrawContent(const Instance& content, Cell& cell, const Rect& are
 void TableFlow::DrawContents(Prepared& prepared, double y, double height) {
     for (std::size_t i = 0; i < prepared.row.cells.size(); ++i) {
         const TableCell& cell = prepared.row.cells[i];
+        if (prepared.cells[i].isBlank && cell.column >= m_table.headerColumns) {
+            continue;
+        }
         if (cell.rowSpan > 1 || prepared.cells[i].flow) {
             continue;
         }

@@ -8,6 +8,7 @@
 #include "rdl/definition/gauge.h"
 #include "rdl/definition/map/map.h"
 #include "rdl/expr/code/code.h"
+#include "rdl/spool/spool.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
@@ -80,7 +81,7 @@ class Programs::Context : public expr::CompileContext {
         if (collection == "datasets" && (property == "commandtext" || property == "rewrittencommandtext")) {
             for (const DataSet& set : m_definition.dataSets) {
                 if (LowerAscii(set.name) == name && !set.commandText.IsExpression()) {
-                    return set.commandText.source;
+                    return set.longCommand ? set.longCommand->Text() : set.commandText.source;
                 }
             }
         }

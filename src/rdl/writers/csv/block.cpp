@@ -9,60 +9,96 @@
 namespace rdl::writers {
 namespace {
 
-template <typename Number>
-void AppendNumber(std::string& bytes, Number number) {
-    bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
+// In groups of seven bits, the lowest first; all but the last have the highest bit set.
+inline void AppendNumber(std::string& bytes, std::uint64_t number) {
+    for (; number >= 0x80; number >>= 7) {
+        bytes += static_cast<char>(number | 0x80);
+    }
+    bytes += static_cast<char>(number);
 }
 
 // Reads what AppendNumber wrote.
 class Reader {
  public:
-    explicit Reader(std::string_view bytes) : m_bytes(bytes) {}
-    template <typename Number>
-    Number Next() {
-        Number number;
-        std::memcpy(&number, m_bytes.data(), sizeof number);
-        m_bytes.remove_prefix(sizeof number);
-        return number;
+    explicit Reader(std::string_view bytes) : m_at(bytes.data()) {}
+    std::uint64_t Next() {
+        std::uint64_t number = 0;
+        for (unsigned shift = 0;; shift += 7) {
+            const auto byte = static_cast<unsigned char>(*m_at++);
+            number |= std::uint64_t{byte & 0x7Fu} << shift;
+            if (byte < 0x80) {
+                return number;
+            }
+        }
     }
     std::string_view Text(std::size_t length) {
-        const std::string_view text = m_bytes.substr(0, length);
-        m_bytes.remove_prefix(length);
+        const std::string_view text(m_at, length);
+        m_at += length;
         return text;
     }
 
  private:
-    std::string_view m_bytes;
+    const char* m_at;
 };
 
-void AppendRecord(std::string& bytes, const CsvRecord& record) {
-    AppendNumber(bytes, record.place);
-    AppendNumber(bytes, static_cast<std::uint32_t>(record.groups.size()));
-    for (const std::uint64_t group : record.groups) {
-        AppendNumber(bytes, group);
+// How many values at the beginning of `values` are those of `before`.
+template <typename Values>
+std::size_t Same(const Values& values, const Values& before) {
+    std::size_t same = 0;
+    while (same < values.size() && same < before.size() && values[same] == before[same]) {
+        ++same;
     }
-    AppendNumber(bytes, static_cast<std::uint32_t>(record.cells.size()));
-    for (const auto& [column, text] : record.cells) {
-        AppendNumber(bytes, column);
-        AppendNumber(bytes, static_cast<std::uint32_t>(text.size()));
-        bytes += text;
+    return same;
+}
+
+// Records begin as the ones before them do, with the values of outer groups. What is the same is not stored.
+void AppendRecord(std::string& bytes, const CsvRecord& record, const CsvRecord& before) {
+    AppendNumber(bytes, static_cast<std::uint64_t>(record.place + 1));
+    const std::size_t groups = Same(record.groups, before.groups), cells = Same(record.cells, before.cells);
+    AppendNumber(bytes, groups);
+    AppendNumber(bytes, record.groups.size());
+    for (std::size_t i = groups; i < record.groups.size(); ++i) {
+        AppendNumber(bytes, record.groups[i]);
+    }
+    AppendNumber(bytes, cells);
+    AppendNumber(bytes, record.cells.size());
+    for (std::size_t i = cells; i < record.cells.size(); ++i) {
+        AppendNumber(bytes, record.cells[i].first);
+        AppendNumber(bytes, record.cells[i].second.size());
+        bytes += record.cells[i].second;
     }
 }
 
-// Into a used record: a matrix has millions of them, and its memory serves again.
+// Copies a record to the one before it, without what is the same.
+void TakeOver(const CsvRecord& record, CsvRecord& before) {
+    before.place = record.place;
+    before.groups = record.groups;
+    const std::size_t same = Same(record.cells, before.cells);
+    before.cells.resize(record.cells.size());
+    std::copy(record.cells.begin() + static_cast<std::ptrdiff_t>(same), record.cells.end(),
+              before.cells.begin() + static_cast<std::ptrdiff_t>(same));
+}
+
+// Into the record before: a matrix has millions of them, and its memory serves again.
 void ReadRecord(std::string_view bytes, CsvRecord& record) {
     Reader reader(bytes);
-    record.place = reader.Next<std::int32_t>();
-    record.groups.resize(reader.Next<std::uint32_t>());
-    for (std::uint64_t& group : record.groups) {
-        group = reader.Next<std::uint64_t>();
+    record.place = static_cast<std::int32_t>(reader.Next()) - 1;
+    const std::size_t groups = reader.Next();
+    record.groups.resize(reader.Next());
+    for (std::size_t i = groups; i < record.groups.size(); ++i) {
+        record.groups[i] = reader.Next();
     }
-    record.cells.resize(reader.Next<std::uint32_t>());
-    for (auto& [column, text] : record.cells) {
-        column = reader.Next<std::uint32_t>();
-        text.assign(reader.Text(reader.Next<std::uint32_t>()));
+    const std::size_t cells = reader.Next();
+    record.cells.resize(reader.Next());
+    for (std::size_t i = cells; i < record.cells.size(); ++i) {
+        record.cells[i].first = static_cast<std::uint32_t>(reader.Next());
+        record.cells[i].second.assign(reader.Text(reader.Next()));
     }
 }
+
+// A record's length has one byte, or this one and four more.
+constexpr char LongRecord = '\xFF';
+constexpr std::size_t LongestShort = 0xFE;
 
 }  // namespace
 
@@ -75,11 +111,18 @@ std::uint32_t CsvBlock::Column(const std::string& key, const std::string& title)
 }
 
 void CsvBlock::Add(const CsvRecord& record) {
-    constexpr std::size_t LengthSize = sizeof(std::uint32_t);
-    m_bytes.assign(LengthSize, '\0');
-    AppendRecord(m_bytes, record);
-    const auto length = static_cast<std::uint32_t>(m_bytes.size() - LengthSize);
-    std::memcpy(m_bytes.data(), &length, LengthSize);
+    m_bytes.clear();
+    AppendRecord(m_bytes, record, m_last);
+    TakeOver(record, m_last);
+    char length[1 + sizeof(std::uint32_t)] = {LongRecord};
+    const auto size = static_cast<std::uint32_t>(m_bytes.size());
+    std::memcpy(length + 1, &size, sizeof size);
+    if (size <= LongestShort) {
+        length[0] = static_cast<char>(size);
+        m_records.Append({length, 1});
+    } else {
+        m_records.Append({length, sizeof length});
+    }
     m_records.Append(m_bytes);
 }
 
@@ -87,7 +130,7 @@ void CsvBlock::AddTotal(const CsvGroups& groups, CsvShared total) {
     m_totals[groups].push_back(std::move(total));
 }
 
-void CsvBlock::Join(const CsvRecord& record, std::vector<std::string>& line,
+void CsvBlock::Join(const CsvRecord& record, std::vector<std::string_view>& line,
                     std::vector<Found>& found) const {
     line.assign(m_titles.size(), {});
     for (const auto& [column, text] : record.cells) {
@@ -123,24 +166,23 @@ void CsvBlock::Write(Output& output) {
     CsvLines lines(output);
     lines.Add(m_titles);
     CsvRecord record;
-    std::vector<std::string> line;
+    std::vector<std::string_view> line;
     std::vector<Found> found;
-    std::string rest;
-    m_records.Read([&](std::string_view piece) {
-        rest += piece;
-        std::size_t at = 0;
-        while (rest.size() - at >= sizeof(std::uint32_t)) {
-            const std::size_t length = Reader(std::string_view(rest).substr(at)).Next<std::uint32_t>();
-            if (rest.size() - at - sizeof(std::uint32_t) < length) {
-                break;
-            }
-            ReadRecord(std::string_view(rest).substr(at + sizeof(std::uint32_t), length), record);
-            Join(record, line, found);
-            lines.Add(line);
-            at += sizeof(std::uint32_t) + length;
+    SpoolReader records(m_records);
+    while (true) {
+        std::string_view length = records.Next(1);
+        if (length.empty()) {
+            break;
         }
-        rest.erase(0, at);
-    });
+        std::uint32_t size = static_cast<unsigned char>(length.front());
+        if (length.front() == LongRecord) {
+            length = records.Next(sizeof size);
+            std::memcpy(&size, length.data(), sizeof size);
+        }
+        ReadRecord(records.Next(size), record);
+        Join(record, line, found);
+        lines.Add(line);
+    }
     lines.Flush();
 }
 

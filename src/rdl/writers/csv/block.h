@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -42,12 +43,13 @@ class CsvBlock {
         const std::vector<CsvShared>* totals = nullptr;
         CsvPlaces places;
     };
-    void Join(const CsvRecord& record, std::vector<std::string>& line, std::vector<Found>& found) const;
+    void Join(const CsvRecord& record, std::vector<std::string_view>& line, std::vector<Found>& found) const;
 
     std::vector<std::string> m_titles;
     std::unordered_map<std::string, std::uint32_t> m_columns;
     std::map<CsvGroups, std::vector<CsvShared>> m_totals;
     Spool m_records;
+    CsvRecord m_last;     // the record that was added last
     std::string m_bytes;  // of a record
 };
 

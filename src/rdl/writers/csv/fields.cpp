@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/writers/csv/fields.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -13,6 +14,10 @@ namespace {
 
 // Beyond this magnitude digits without an exponent would be mostly zeros.
 constexpr double MostPlain = 1e21, LeastPlain = 1e-7;
+
+bool NeedsQuotes(char c) {
+    return c == ',' || c == '"' || c == '\r' || c == '\n';
+}
 
 std::string NumberText(double number) {
     char digits[64];
@@ -45,7 +50,7 @@ std::string IsoText(std::int64_t ticks) {
 }  // namespace
 
 void AppendField(std::string& line, std::string_view text) {
-    if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
+    if (std::none_of(text.begin(), text.end(), NeedsQuotes)) {
         line += text;
         return;
     }
@@ -56,7 +61,8 @@ void AppendField(std::string& line, std::string_view text) {
     line += '"';
 }
 
-void CsvLines::Add(const std::vector<std::string>& fields) {
+template <typename Fields>
+void CsvLines::AddLine(const Fields& fields) {
     constexpr std::size_t PieceSize = 64u << 10;
     const std::size_t begin = m_text.size();
     for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -68,6 +74,14 @@ void CsvLines::Add(const std::vector<std::string>& fields) {
     if (m_text.size() >= PieceSize) {
         Flush();
     }
+}
+
+void CsvLines::Add(const std::vector<std::string>& fields) {
+    AddLine(fields);
+}
+
+void CsvLines::Add(const std::vector<std::string_view>& fields) {
+    AddLine(fields);
 }
 
 void CsvLines::Flush() {

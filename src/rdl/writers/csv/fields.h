@@ -20,10 +20,14 @@ class CsvLines {
  public:
     explicit CsvLines(Output& output) : m_output(output) {}
     void Add(const std::vector<std::string>& fields);
+    void Add(const std::vector<std::string_view>& fields);
     // Passes the rest on. Call this after the last line.
     void Flush();
 
  private:
+    template <typename Fields>
+    void AddLine(const Fields& fields);
+
     Output& m_output;
     std::string m_text;
 };

@@ -67,6 +67,7 @@ bool CsvFlattener::AddTable(const Instance& item, const CsvRecord& outer) {
     for (const layout::DataColumn& column : table.DataColumns()) {
         m_block.Column(column.item, column.title);
     }
+    m_same = {};
     CsvGroups around = outer.groups;
     around.push_back(++m_tables);
     State state(outer, around);
@@ -83,6 +84,7 @@ bool CsvFlattener::AddTable(const Instance& item, const CsvRecord& outer) {
     }
     EnterGroups(outer.groups, state);
     Flush(state);
+    m_same = {};  // the next table may be another report's
     --m_depth;
     return state.hasRecords;
 }
@@ -105,6 +107,19 @@ void CsvFlattener::EnterGroups(CsvGroups groups, State& state) {
     state.groups = std::move(groups);
 }
 
+CsvFlattener::Field CsvFlattener::FieldOf(const Instance& item, int from, int to) {
+    if (item.same.IsSameAs(m_same)) {
+        return {m_sameColumn, m_sameText, from, to, false};
+    }
+    Field field{m_block.Column(item.name, item.column), TextOf(item), from, to, false};
+    if (item.same.IsSet()) {
+        m_same = item.same;
+        m_sameColumn = field.column;
+        m_sameText = field.text;
+    }
+    return field;
+}
+
 void CsvFlattener::Collect(const Instance& item, int from, int to, RowContent& content, int depth) {
     if (depth > MaxNesting) {
         throw Error("Item \"" + item.name + "\" is nested too deeply");
@@ -113,7 +128,7 @@ void CsvFlattener::Collect(const Instance& item, int from, int to, RowContent& c
         return;
     }
     if (item.kind == InstanceKind::Text && !item.column.empty()) {
-        content.fields.push_back({m_block.Column(item.name, item.column), TextOf(item), from, to, false});
+        content.fields.push_back(FieldOf(item, from, to));
     } else if (item.kind == InstanceKind::Table || item.kind == InstanceKind::Drawing) {
         content.regions.push_back(&item);
     }
@@ -140,12 +155,15 @@ CsvFlattener::RowContent CsvFlattener::Read(const TableRow& row, State& state) {
     }
     state.spans.insert(state.spans.end(), begun.begin(), begun.end());
     std::erase_if(state.spans, [](Span& span) { return --span.rowsLeft <= 0; });
-    std::map<std::uint32_t, int> uses;
     for (const Field& field : content.fields) {
-        ++uses[field.column];
+        m_uses.resize(std::max<std::size_t>(m_uses.size(), field.column + 1));
+        ++m_uses[field.column];
     }
     for (Field& field : content.fields) {
-        field.isRepeated = uses[field.column] > 1;
+        field.isRepeated = m_uses[field.column] > 1;
+    }
+    for (const Field& field : content.fields) {
+        m_uses[field.column] = 0;
     }
     return content;
 }
@@ -240,7 +258,7 @@ void CsvFlattener::AddDetail(const RowContent& content, State& state) {
 
 // A record for each instance of the columns: it ends where a text box comes again.
 void CsvFlattener::AddPlaces(const RowContent& content, const CsvRecord& base, State& state) {
-    CsvRecord record = base;
+    CsvRecord record = base;  // its memory serves again
     std::vector<std::uint32_t> seen;
     const auto end = [&] {
         if (seen.empty()) {
@@ -252,7 +270,8 @@ void CsvFlattener::AddPlaces(const RowContent& content, const CsvRecord& base, S
             }
         }
         Emit(record, state);
-        record = base;
+        record.cells.resize(base.cells.size());
+        record.place = base.place;
         seen.clear();
     };
     for (const Field& field : content.fields) {

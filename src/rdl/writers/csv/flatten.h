@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -75,6 +74,7 @@ class CsvFlattener {
     static void Note(const CsvGroups& groups, State& state);
     void Flush(State& state);
     CsvRecord BaseOf(const State& state) const;
+    Field FieldOf(const layout::Instance& item, int from, int to);
     std::string TextOf(const layout::Instance& item) const;
     std::string TextOf(const Value& value) const;
 
@@ -83,6 +83,11 @@ class CsvFlattener {
     const std::string m_language;
     std::unordered_map<std::string, int> m_texts;  // how often a name was there
     std::uint64_t m_tables = 0;
+    // The text that was the same in several cells, and its column.
+    layout::SameText m_same;
+    std::uint32_t m_sameColumn = 0;
+    std::string m_sameText;
+    std::vector<int> m_uses;  // of columns, in one row
     int m_depth = 0;
 };
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "rdl/image/decoder.h"
+#include "rdl/image/png_writer.h"
 #include "rdl/screen/page_codec.h"
 #include "rdl/screen/page_painter.h"
 #include "rdl/values/error.h"
@@ -14,6 +14,7 @@ namespace rdl::writers {
 namespace {
 
 constexpr double PointsPerInch = 72, InchesPerMeter = 1 / 0.0254, MostPixels = 64e6;
+constexpr int PixelsOfBand = 16'000'000;  // in memory at a time
 
 // Makes the pages up to the wanted one, and all of them if it shows their number.
 layout::Page PageOf(layout::ReportInstance& report, int wanted) {
@@ -51,23 +52,25 @@ void WritePng(layout::ReportInstance& report, Output& output, const Options& opt
     if (page.width * scale * page.height * scale > MostPixels) {
         throw Error("The page has more than 64 million pixels");
     }
-    QImage picture(PixelsOf(page.width, dots), PixelsOf(page.height, dots), QImage::Format_RGB32);
-    if (picture.isNull()) {
-        throw Error("There is no memory for the picture of a page");
-    }
-    picture.fill(Qt::white);
-    picture.setDotsPerMeterX(static_cast<int>(std::lround(dots * InchesPerMeter)));
-    picture.setDotsPerMeterY(picture.dotsPerMeterX());
-    {
-        QPainter painter(&picture);
+    const int width = PixelsOf(page.width, dots), height = PixelsOf(page.height, dots);
+    const int dotsPerMeter = static_cast<int>(std::lround(dots * InchesPerMeter));
+    image::PngWriter writer(width, height, dotsPerMeter);
+    screen::PagePainter pages;
+    const int bandHeight = std::max(1, PixelsOfBand / width);
+    for (int top = 0; top < height; top += bandHeight) {
+        QImage band(width, std::min(bandHeight, height - top), QImage::Format_RGB32);
+        if (band.isNull()) {
+            throw Error("There is no memory for the picture of a page");
+        }
+        band.fill(Qt::white);
+        QPainter painter(&band);
+        painter.translate(0, -top);
         painter.scale(scale, scale);
-        screen::PagePainter().Draw(page, painter);
+        pages.Draw(page, painter);
+        painter.end();
+        writer.Add(band);
+        output.Write(writer.TakeBytes());
     }
-    const std::string png = image::PngOf(picture);
-    if (png.empty()) {
-        throw Error("The picture of a page cannot be written");
-    }
-    output.Write(png);
 }
 
 }  // namespace rdl::writers
