@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Data access to the team's store on a PostgreSQL server.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/data/provider/session.h"
+#include "platform/postgresql/server_pool.h"
+
+class PostgresqlSession : public DataSession {
+ public:
+    // Raises err::DataUnavailable if the server cannot be reached or its store has another version.
+    explicit PostgresqlSession(Link link);
+
+    void Execute(const std::string& statement) override;
+    std::unique_ptr<DataRows> Query(const std::string& statement) override;
+    void ProveWritable() override;
+    void Begin() override;
+    void Commit() override;
+    void Rollback() override;
+
+ private:
+    Server& Leased();
+
+    Link m_link;
+    // Shared with the rows of a query. Null after the rows have given it back.
+    std::shared_ptr<LeasedServer> m_server;
+};
