@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scheduler/BatchReport.h"
 
+#include <utility>
+
 #include "execution/PackageRun.h"
 #include "mail/Delivery.h"
 #include "platform/base/convert.h"
@@ -39,20 +41,28 @@ bool RecordAgain(ADODB::Connection& connection, const ADODB::Recordset& package)
 }
 
 // A run starts only if it can be recorded: the connection that will store the date proves that first. Sets
-// `lastKey` once the package is delivered. Returns false if its mail failed.
+// `lastKey` once the package is delivered. Returns false if its mail failed. A package that another scheduler
+// has taken, or whose row has changed, is left to it or to the next poll.
 bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& package, std::string& lastKey) {
+    Deliveries::Instance().GiveBackClaim(RunKind::Package, package.Fields("ReportID").Value.Text());
+    ADODB::Claim claim(ConnectionString, "ReportBatch", package);
+    if (!claim.IsHeld()) {
+        return true;
+    }
     connection.Open(ConnectionString);
     connection.ProveWritable();
     const DueRun run = RunOf(package);
     const AlertsWait untilRecorded;
-    const MAPI::DueRun mails(ConnectionString, "package", run.reportID, run.date + " " + run.time);
+    const MAPI::DueRun mails(ADODB::StoreIdentity(ConnectionString), "package", run.reportID,
+                             run.date + " " + run.time);
     if (!RunPackage(package, Runner::PackagePoll)) {
         return false;
     }
     const DateValue next =
         NextPackageRun(package.Fields("Frequency").Value.Text(), CDate(package.Fields("NextRunDate").Value));
     lastKey = run.reportID;
-    Deliveries::Instance().Record(connection, {run, cmFunc::FormatDateText(next), PackageHistoryMoment()});
+    Deliveries::Instance().Record(connection, {run, cmFunc::FormatDateText(next), PackageHistoryMoment()},
+                                  std::move(claim));
     connection.Close();
     return true;
 }

@@ -154,6 +154,17 @@ void Deliveries::Record(ADODB::Connection& connection, const Delivery& delivery)
     }
 }
 
+void Deliveries::Record(ADODB::Connection& connection, const Delivery& delivery, ADODB::Claim claim) {
+    m_claims.emplace_back(delivery.run, std::move(claim));
+    Record(connection, delivery);
+}
+
+void Deliveries::GiveBackClaim(RunKind kind, const std::string& reportID) {
+    std::erase_if(m_claims, [&](const auto& claim) {
+        return claim.first.kind == kind && claim.first.reportID == reportID;
+    });
+}
+
 const Delivery* Deliveries::Find(const DueRun& run) const {
     const auto found = std::find_if(m_kept.begin(), m_kept.end(),
                                     [&run](const Delivery& delivery) { return delivery.run == run; });
@@ -168,6 +179,7 @@ template <typename Condition>
 void Deliveries::RemoveIf(Condition condition) {
     if (std::erase_if(m_kept, condition) > 0) {
         Save();
+        std::erase_if(m_claims, [this](const auto& claim) { return Find(claim.first) == nullptr; });
     }
 }
 
@@ -179,6 +191,7 @@ void Deliveries::Load() {
     // Computed here and not in Save, to keep the time between a delivery and its line short.
     m_file = paths::ToMachine(m_folder) / "PressroomLive.delivered";
     m_kept.clear();
+    m_claims.clear();
     std::ifstream file(m_file);
     for (std::string line; std::getline(file, line);) {
         if (const auto delivery = DeliveryOf(line)) {

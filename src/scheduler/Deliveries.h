@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/contracts/adodb.h"
@@ -40,6 +41,13 @@ class Deliveries {
     // busy database, five minutes in all. If storing fails, the delivery stays for Find and the error is
     // raised. If only the history row cannot be written, the date is stored and the row's error is raised.
     void Record(ADODB::Connection& connection, const Delivery& delivery);
+    // The same for a run that began under a claim. A run that could not be recorded stays claimed, so that no
+    // other scheduler mails it again.
+    void Record(ADODB::Connection& connection, const Delivery& delivery, ADODB::Claim claim);
+
+    // Gives back the claim of an earlier run of this item that could not be recorded, because the item is due
+    // for another run.
+    void GiveBackClaim(RunKind kind, const std::string& reportID);
 
     bool IsEmpty() const { return m_kept.empty(); }
     // Returns the delivery of exactly this run that is not recorded yet, or null. The object owns it; the
@@ -58,6 +66,7 @@ class Deliveries {
     std::string m_folder;  // whose deliveries these are
     std::filesystem::path m_file;
     std::vector<Delivery> m_kept;
+    std::vector<std::pair<DueRun, ADODB::Claim>> m_claims;  // of some that are kept
 };
 
 // Writes the history row of a failed poll through `write` and waits for a busy database, five minutes in all.

@@ -2,6 +2,7 @@
 #include "scheduler/Schedchk.h"
 
 #include <optional>
+#include <utility>
 
 #include "execution/RunReport.h"
 #include "mail/Delivery.h"
@@ -50,8 +51,14 @@ bool MovesOn(const std::string& frequency) {
     return next != stored;
 }
 
-// A run starts only if it can be recorded: the connection that will store the date proves that first.
+// A run starts only if it can be recorded: the connection that will store the date proves that first. One
+// that another scheduler has taken, or whose row has changed, is left to it or to the next poll.
 void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, DateValue& NextDate) {
+    Deliveries::Instance().GiveBackClaim(RunKind::Schedule, row.Fields("ReportID").Value.Text());
+    ADODB::Claim claim(ConnectionString, "ReportScheduler", row);
+    if (!claim.IsHeld()) {
+        return;
+    }
     ADODB::Connection connection;
     connection.Open(ConnectionString);
     connection.ProveWritable();
@@ -60,13 +67,15 @@ void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, Da
     const AlertsWait untilRecorded;
     std::optional<MAPI::DueRun> mails;
     if (MovesOn(frequency)) {
-        mails.emplace(ConnectionString, "schedule", due.reportID, due.date + " " + due.time);
+        mails.emplace(ADODB::StoreIdentity(ConnectionString), "schedule", due.reportID,
+                      due.date + " " + due.time);
     }
     if (!RunStoredSchedule(row)) {
         return;
     }
     NextSingleRun(frequency, CDate(row.Fields("NextRun").Value), NextDate);
-    Deliveries::Instance().Record(connection, {due, cmFunc::FormatDateText(NextDate), RunStamp});
+    Deliveries::Instance().Record(connection, {due, cmFunc::FormatDateText(NextDate), RunStamp},
+                                  std::move(claim));
     connection.Close();
 }
 

@@ -2,6 +2,7 @@
 #include "shared/Global.h"
 
 #include "platform/contracts/prompts.h"
+#include "platform/contracts/report_store.h"
 
 namespace Global {
 
@@ -98,7 +99,7 @@ report::Report& OpenReport(const std::string& path) {
     if (!ReportEngine) {
         ReportEngine = report::CreateEngine();
     }
-    CurrentReport = ReportEngine->OpenReport(path);
+    CurrentReport = ReportEngine->OpenReport(ReportOnThisMachine(ConnectionString, path));
     return *CurrentReport;
 }
 

@@ -133,6 +133,31 @@ create or replace view sqlite_sequence as
 create table if not exists store_version(version integer not null);
 insert into store_version select 1 where not exists(select 1 from store_version);
 
+-- A row that another program puts in with a key of its own: later keys are larger. The owner of the store runs
+-- it, as the roles of the store may not set a sequence.
+create or replace function store_take_key() returns trigger
+    language plpgsql security definer set search_path = oxbow_courier, pg_temp as $$
+declare
+    given constant bigint := to_jsonb(new) ->> tg_argv[0];
+    last bigint;
+begin
+    execute format('select last_value - (not is_called)::int from oxbow_courier.%I', tg_argv[1]) into last;
+    if given > last then
+        perform setval(format('oxbow_courier.%I', tg_argv[1]), given);
+    end if;
+    return null;
+end $$;
+create or replace trigger TakeKey after insert on ReportScheduler for each row
+    execute function store_take_key('reportid', 'reportscheduler_reportid_seq');
+create or replace trigger TakeKey after insert on ReportBatch for each row
+    execute function store_take_key('reportid', 'reportbatch_reportid_seq');
+create or replace trigger TakeKey after insert on ReportBatchDtls for each row
+    execute function store_take_key('detailid', 'reportbatchdtls_detailid_seq');
+create or replace trigger TakeKey after insert on ReportBatchPar for each row
+    execute function store_take_key('parid', 'reportbatchpar_parid_seq');
+create or replace trigger TakeKey after insert on Folders for each row
+    execute function store_take_key('folderid', 'folders_folderid_seq');
+
 -- left(text, n) of the dialect.
 create or replace function store_left(value citext, characters bigint) returns citext
     language plpgsql immutable strict parallel safe as $$

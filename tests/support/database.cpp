@@ -115,6 +115,24 @@ std::vector<std::string> TestDatabase::Rows(const std::string& select) const {
     return rows;
 }
 
+std::shared_ptr<void> TestDatabase::Hold() const {
+    if (m_team != nullptr) {
+        return m_team->Hold();
+    }
+    auto holder = std::make_shared<Handle>(m_folder / "PressroomLive.dat");
+    if (sqlite3_exec(holder->Get(), "begin immediate", nullptr, nullptr, nullptr) != SQLITE_OK) {
+        throw std::runtime_error("the database is held already");
+    }
+    return holder;
+}
+
+std::string TestDatabase::BusyText() const {
+    return m_team != nullptr
+               ? "The store is still in use by another program; canceling statement due to lock timeout"
+               : "The data file \"" + paths::ForUser(AppPath()) +
+                     "/PressroomLive.dat\" is still in use by another program after 0.01 seconds";
+}
+
 std::vector<std::string> TestDatabase::TakeStatements() {
     std::vector<std::string> taken;
     taken.swap(m_statements);

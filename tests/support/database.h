@@ -25,6 +25,10 @@ class TestDatabase {
     // Returns rows as texts joined by "
     // ", Null as "null".
     std::vector<std::string> Rows(const std::string& select) const;
+    // Keeps the database busy for writers while the object lives.
+    std::shared_ptr<void> Hold() const;
+    // Returns the description of the error of a statement that has waited 0.01 seconds for a busy database.
+    std::string BusyText() const;
     // Returns every statement that the system has run since the last call, in order.
     std::vector<std::string> TakeStatements();
 

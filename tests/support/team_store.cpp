@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <regex>
 #include <sstream>
 #include <stdexcept>
 
@@ -55,6 +56,24 @@ class Bare {
     PGconn* m_connection = nullptr;
 };
 
+std::string ForServer(std::string statements) {
+    static const std::regex trigger(
+        R"(create trigger (\w+) before (\w+) on (\w+) (?:when (.*?) )?begin\s+select\s+raise\(abort,\s*'(\w[^']*)'\); end)");
+    static const std::regex noTrigger(R"(drop trigger (\w+))");
+    static const std::regex noTable(R"((drop table \w+))");
+    for (std::smatch found; std::regex_search(statements, found, trigger);) {
+        const std::string condition = found[4].matched ? " when (" + found[4].str() + ")" : "";
+        statements = found.prefix().str() + "create function stop_" + found[1].str() +
+                     "() returns trigger language plpgsql as $$ begin raise exception using errcode = "
+                     "'23000', message = '" +
+                     found[5].str() + "'; end $$; create trigger stop_" + found[1].str() + " before " +
+                     found[2].str() + " on " + found[3].str() + " for each row" + condition +
+                     " execute function stop_" + found[1].str() + "()" + found.suffix().str();
+    }
+    statements = std::regex_replace(statements, noTrigger, "drop function stop_$1() cascade");
+    return std::regex_replace(statements, noTable, "$1 cascade");
+}
+
 constexpr const char* Template = "oxc_test_template";
 
 // Makes the database that all others are copies of, once for each server.
@@ -78,20 +97,58 @@ bool TestsUseServer() {
     return ServerText() != nullptr;
 }
 
+namespace {
+
+// The database of this process. Most tests change rows only and leave it to the next one.
+struct Reused {
+    std::string name;
+    bool isChanged = false;  // in its tables
+};
+
+Reused& Present() {
+    static Reused reused;
+    return reused;
+}
+
+bool Empty(const std::string& name) {
+    try {
+        std::string statements = "set lock_timeout = 1000; begin;";
+        for (const char* table :
+             {"ReportScheduler", "ReportParameter", "ReportHistory", "ReportBatch", "ReportBatchDtls",
+              "ReportBatchPar", "ReportBatchHstry", "Folders", "tmpPar", "clients", "StoredReport"}) {
+            statements += std::string("delete from ") + table + ";";
+        }
+        for (const char* keys : {"reportscheduler_reportid", "reportbatch_reportid",
+                                 "reportbatchdtls_detailid", "reportbatchpar_parid", "folders_folderid"}) {
+            statements += std::string("select setval('") + keys + "_seq', 1, false);";
+        }
+        Bare(name).Run(statements + "commit");
+        return true;
+    } catch (const std::runtime_error&) {
+        return false;  // a test left a reader open
+    }
+}
+
+}  // namespace
+
 TeamStore::TeamStore() {
-    static const bool made = (MakeTemplate(), true);
     static int number = 0;
-    m_name = "oxc_test_" + std::to_string(getpid()) + "_" + std::to_string(number += made ? 1 : 0);
-    Bare("postgres").Run("create database " + m_name + " template " + Template);
+    Reused& present = Present();
+    if (number == 0) {
+        MakeTemplate();
+    } else if (present.isChanged || !Empty(present.name)) {
+        Bare("postgres").Run("drop database if exists " + present.name + " with (force)");
+        present = {};
+    }
+    if (present.name.empty()) {
+        present.name = "oxc_test_" + std::to_string(getpid()) + "_" + std::to_string(++number);
+        Bare("postgres").Run("create database " + present.name + " template " + Template);
+    }
+    m_name = present.name;
 }
 
 TeamStore::~TeamStore() {
     CloseIdleServers();
-    try {
-        Bare("postgres").Run("drop database " + m_name + " with (force)");
-    } catch (const std::runtime_error&) {
-        return;  // a test may have stopped the server
-    }
 }
 
 std::string TeamStore::LinkText() const {
@@ -99,7 +156,16 @@ std::string TeamStore::LinkText() const {
 }
 
 void TeamStore::Run(const std::string& statements) const {
-    Bare(m_name).Run(statements);
+    static const std::regex tableChange(R"(\b(create|drop|alter)\b)", std::regex::icase);
+    Present().isChanged = Present().isChanged || std::regex_search(statements, tableChange);
+    Bare(m_name).Run(ForServer(statements));
+}
+
+std::shared_ptr<void> TeamStore::Hold() const {
+    auto holder = std::make_shared<Bare>(m_name);
+    holder->Run(
+        "begin; lock table ReportScheduler, ReportBatch, ReportHistory, ReportBatchHstry in exclusive mode");
+    return holder;
 }
 
 std::vector<std::string> TeamStore::Rows(const std::string& select) const {
@@ -112,8 +178,11 @@ std::vector<std::string> TeamStore::Rows(const std::string& select) const {
                 continue;
             }
             const bool isNull = PQgetisnull(result.get(), row, column) != 0;
-            text += (text.empty() && column == 0 ? "" : "|") +
-                    std::string(isNull ? "null" : PQgetvalue(result.get(), row, column));
+            std::string value = isNull ? "null" : PQgetvalue(result.get(), row, column);
+            if (constexpr Oid Bool = 16; !isNull && PQftype(result.get(), column) == Bool) {
+                value = value == "t" ? "1" : "0";
+            }
+            text += (column == 0 ? "" : "|") + value;
         }
         rows.push_back(text);
     }

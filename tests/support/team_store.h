@@ -21,10 +21,13 @@ class TeamStore {
 
     // Returns the text of a link to the store.
     std::string LinkText() const;
-    // Runs statements of PostgreSQL's own, as another program would.
+    // Runs statements that both databases understand, as another program would. `drop table`, and a trigger
+    // that stops a change by raise(abort, ...), are written as for the embedded database.
     void Run(const std::string& statements) const;
     // Returns the rows of a statement in the system's dialect, as TestDatabase::Rows does.
     std::vector<std::string> Rows(const std::string& select) const;
+    // Keeps the tables that a scheduler writes busy while the object lives.
+    std::shared_ptr<void> Hold() const;
 
  private:
     std::string m_name;

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "platform/base/paths.h"
-#include "platform/contracts/runtime.h"
+#include "platform/contracts/adodb.h"
 #include "platform/data/provider/connection_string.h"
 #include "platform/postgresql/link.h"
 #include "platform/postgresql/postgresql_session.h"
@@ -26,6 +26,15 @@ std::optional<Link> LinkIn(const std::string& file) {
 }
 
 }  // namespace
+
+bool IsShared(const std::string& connectionString) {
+    return LinkIn(ConnectionValue(connectionString, "Data Source")).has_value();
+}
+
+std::string ADODB::StoreIdentity(const std::string& connectionString) {
+    const std::optional<Link> link = LinkIn(ConnectionValue(connectionString, "Data Source"));
+    return link ? link->host + ":" + link->port + "/" + link->database : connectionString;
+}
 
 std::unique_ptr<DataSession> OpenDataSession(const std::string& connectionString) {
     const std::string file = ConnectionValue(connectionString, "Data Source");

@@ -10,5 +10,8 @@
 // Opens the data that "Data Source=" names: an embedded database, or the server that a link names.
 std::unique_ptr<DataSession> OpenDataSession(const std::string& connectionString);
 
+// Returns true if the data is a store that several machines share.
+bool IsShared(const std::string& connectionString);
+
 // Calls the statement trace, if there is one.
 void TraceStatement(const std::string& statement);

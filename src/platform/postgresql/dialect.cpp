@@ -43,11 +43,8 @@ void RefuseOwnForms(const std::vector<Token>& tokens) {
             (IsWord(before, {"e", "b", "n", "x"}) || IsMark(before, {"&"}))) {
             RaiseSyntaxError("there is a text directly after \"" + std::string(before->text) + "\"");
         }
-        if (IsMark(&token, {"?", ":", "@"})) {
-            throw RuntimeError(err::DataColumnMissing, "No value given for one or more required parameters");
-        }
-        if (IsMark(&token, {"$", "\\"})) {
-            RaiseSyntaxError("there is a \"" + std::string(token.text) + "\" in it");
+        if (IsMark(&token, {"$"})) {
+            RaiseSyntaxError("there is a \"$\" in it");
         }
         before = &token;
     }

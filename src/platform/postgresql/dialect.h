@@ -20,8 +20,7 @@ enum class InsertedKey { IsReturned, IsIgnored };
 //   [Password], "Password"        ->  "password": names compare without regard to case
 //   a like 'x%'                   ->  a like 'x%' escape '': a backslash is an ordinary character
 // Comments become blanks. Raises a syntax error for text after the end of the statement and for what is a
-// text or a name in PostgreSQL only (E'...', $$...$$), and err::DataColumnMissing for a parameter without a
-// value.
+// text in PostgreSQL only (E'...', $$...$$).
 std::string TranslateForServer(std::string_view statement, InsertedKey key = InsertedKey::IsIgnored);
 
 // Returns true if the statement mentions the column that `select *` does not show.

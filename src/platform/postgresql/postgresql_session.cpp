@@ -3,6 +3,7 @@
 
 #include <libpq-fe.h>
 
+#include <array>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -10,6 +11,7 @@
 #include <map>
 #include <utility>
 
+#include "platform/base/ascii.h"
 #include "platform/base/text.h"
 #include "platform/postgresql/dialect.h"
 
@@ -33,6 +35,20 @@ std::pair<std::string, std::string> PlaceOf(const Link& link, const std::string&
     return {TextOfLink(link), table};
 }
 
+// The tables whose rows are claimed. The first number of an advisory lock tells the table, the second the
+// key.
+constexpr std::int32_t FirstClaimClass = 0x6f786300;
+constexpr std::array<const char*, 2> ClaimedTables{"ReportScheduler", "ReportBatch"};
+
+std::string ClaimClass(const std::string& table) {
+    for (std::size_t index = 0; index < ClaimedTables.size(); ++index) {
+        if (SameText(table, ClaimedTables[index])) {
+            return std::to_string(FirstClaimClass + static_cast<std::int32_t>(index));
+        }
+    }
+    throw RuntimeError(err::DataTableMissing, "Rows of the table " + table + " are not claimed");
+}
+
 template <typename Number>
 Variant NumberOf(std::string_view text) {
     Number number{};
@@ -42,8 +58,17 @@ Variant NumberOf(std::string_view text) {
 
 class PostgresqlRows : public DataRows {
  public:
-    PostgresqlRows(std::shared_ptr<LeasedServer> server, bool showsRowOrder)
-        : m_server(std::move(server)), m_showsRowOrder(showsRowOrder) {}
+    // With `givesBack` the connection is free after the last row.
+    PostgresqlRows(std::shared_ptr<LeasedServer> server, bool showsRowOrder, bool givesBack)
+        : m_server(std::move(server)), m_showsRowOrder(showsRowOrder), m_givesBack(givesBack) {}
+    // A connection with rows that nobody has read is of no further use.
+    ~PostgresqlRows() override {
+        if (!m_ended) {
+            m_server->reset();
+        }
+    }
+    PostgresqlRows(const PostgresqlRows&) = delete;
+    PostgresqlRows& operator=(const PostgresqlRows&) = delete;
 
     // Reads the first rows. Returns false if the statement has no columns.
     bool Begin() {
@@ -62,7 +87,7 @@ class PostgresqlRows : public DataRows {
     }
 
     bool Next() override {
-        if (m_fetched.empty() && m_last == nullptr) {
+        if (m_fetched.empty()) {
             Fetch();
         }
         if (m_fetched.empty()) {
@@ -108,21 +133,26 @@ class PostgresqlRows : public DataRows {
 
  private:
     void Fetch() {
-        while (m_last == nullptr && m_fetched.size() < RowsAtOnce) {
+        while (!m_ended && m_fetched.size() < RowsAtOnce) {
             Result row = (*m_server)->NextRow();
             if (row != nullptr && PQresultStatus(row.get()) == PGRES_SINGLE_TUPLE) {
                 m_fetched.push_back(std::move(row));
             } else {
                 m_last = std::move(row);
-                m_server->reset();
+                m_ended = true;
+                if (m_givesBack) {
+                    m_server->reset();
+                }
             }
         }
     }
 
     std::shared_ptr<LeasedServer> m_server;
     bool m_showsRowOrder;
+    bool m_givesBack;
+    bool m_ended = false;  // the last row has been fetched
     std::deque<Result> m_fetched;
-    Result m_last;  // set after the last row
+    Result m_last;  // what came after the last row
     Result m_row;
     Result m_names;
     std::vector<int> m_columns;
@@ -157,8 +187,9 @@ std::unique_ptr<DataRows> PostgresqlSession::Query(const std::string& statement)
                                "(" + key.mapped() + "::bigint");
         }
     }
+    const bool givesBack = !m_hasClaims && !Leased().IsInTransaction();
     Leased().Start(translated);
-    auto rows = std::make_unique<PostgresqlRows>(m_server, MentionsRowOrder(statement));
+    auto rows = std::make_unique<PostgresqlRows>(m_server, MentionsRowOrder(statement), givesBack);
     return rows->Begin() ? std::move(rows) : nullptr;
 }
 
@@ -195,4 +226,83 @@ void PostgresqlSession::Rollback() {
     if (*m_server != nullptr && Leased().IsInTransaction()) {
         Leased().Run("rollback");
     }
+}
+
+// Bytes travel as hexadecimal digits, the text form of bytea (PostgreSQL 15, section 8.4.1).
+void PostgresqlSession::KeepReport(const std::string& name, const std::string& bytes,
+                                   const std::string& digest) {
+    std::string digits = "\\x";
+    digits.reserve(2 * bytes.size() + 2);
+    for (const char byte : bytes) {
+        AppendHexByte(static_cast<unsigned char>(byte), digits, SmallHexDigits);
+    }
+    Leased().RunOne(
+        "insert into StoredReport(Name, Bytes, Digest) values($1, $2::bytea, $3) on conflict(Name) do update "
+        "set Bytes = excluded.Bytes, Digest = excluded.Digest, Changed = now()",
+        {name, digits, digest});
+}
+
+std::string PostgresqlSession::DigestOfReport(const std::string& name) {
+    const Result found = Leased().RunOne("select Digest from StoredReport where Name = $1", {name});
+    return PQntuples(found.get()) > 0 ? PQgetvalue(found.get(), 0, 0) : "";
+}
+
+std::string PostgresqlSession::BytesOfReport(const std::string& name) {
+    const Result found = Leased().RunOne("select Bytes from StoredReport where Name = $1", {name});
+    if (PQntuples(found.get()) == 0) {
+        return {};
+    }
+    std::size_t length = 0;
+    const std::unique_ptr<unsigned char, decltype(&PQfreemem)> bytes(
+        PQunescapeBytea(reinterpret_cast<const unsigned char*>(PQgetvalue(found.get(), 0, 0)), &length),
+        &PQfreemem);
+    return {reinterpret_cast<const char*>(bytes.get()), length};
+}
+
+bool PostgresqlSession::TakeClaim(const std::string& table, const std::string& key) {
+    const Result taken = Leased().RunOne(
+        "select pg_try_advisory_lock(" + ClaimClass(table) + ", ($1::bigint % 2147483648)::int)", {key});
+    const bool isTaken = std::strcmp(PQgetvalue(taken.get(), 0, 0), "t") == 0;
+    m_hasClaims = m_hasClaims || isTaken;
+    return isTaken;
+}
+
+void PostgresqlSession::ReleaseClaims() noexcept {
+    if (!m_hasClaims) {
+        return;
+    }
+    m_hasClaims = false;
+    try {
+        Leased().Run("select pg_advisory_unlock_all()");
+    } catch (...) {
+        m_server->reset();  // a connection that is closed holds nothing
+    }
+}
+
+std::vector<ADODB::HeldClaim> PostgresqlSession::HeldClaims() {
+    const Result found = Leased().RunOne(
+        "select l.classid::bigint - $1::bigint, l.objid, a.application_name from pg_locks l join "
+        "pg_stat_activity a on a.pid = l.pid where l.locktype = 'advisory' and l.objsubid = 2 and l.granted "
+        "and l.database = (select oid from pg_database where datname = current_database()) and "
+        "l.classid::bigint between $1::bigint and $1::bigint + $2::bigint order by 1, 2",
+        {std::to_string(FirstClaimClass), std::to_string(ClaimedTables.size() - 1)});
+    std::vector<ADODB::HeldClaim> claims;
+    for (int row = 0; row < PQntuples(found.get()); ++row) {
+        const auto table = NumberOf<std::int64_t>(PQgetvalue(found.get(), row, 0));
+        claims.push_back({ClaimedTables.at(static_cast<std::size_t>(*table.Integer())),
+                          PQgetvalue(found.get(), row, 1), PQgetvalue(found.get(), row, 2)});
+    }
+    return claims;
+}
+
+void PostgresqlSession::BeginReading() {
+    Leased().Run("begin isolation level repeatable read read only");
+}
+
+void PostgresqlSession::SetLastKey(const std::string& table, const std::string& column,
+                                   const std::string& last) {
+    Leased().RunOne(
+        "select setval(pg_get_serial_sequence(lower($1), lower($2)), greatest($3::bigint, 1), $3::bigint > "
+        "0)",
+        {table, column, last});
 }

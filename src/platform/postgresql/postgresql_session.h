@@ -19,6 +19,14 @@ class PostgresqlSession : public DataSession {
     void Begin() override;
     void Commit() override;
     void Rollback() override;
+    void BeginReading() override;
+    void SetLastKey(const std::string& table, const std::string& column, const std::string& last) override;
+    void KeepReport(const std::string& name, const std::string& bytes, const std::string& digest) override;
+    std::string DigestOfReport(const std::string& name) override;
+    std::string BytesOfReport(const std::string& name) override;
+    bool TakeClaim(const std::string& table, const std::string& key) override;
+    void ReleaseClaims() noexcept override;
+    std::vector<ADODB::HeldClaim> HeldClaims() override;
 
  private:
     Server& Leased();
@@ -26,4 +34,5 @@ class PostgresqlSession : public DataSession {
     Link m_link;
     // Shared with the rows of a query. Null after the rows have given it back.
     std::shared_ptr<LeasedServer> m_server;
+    bool m_hasClaims = false;
 };

@@ -14,6 +14,10 @@ void SelectOrder::Before(const Token& token, std::string& result) {
         m_expectsSource = true;
         return;
     }
+    if (m_part == Part::Sources && m_expectsSource && IsMark(&token, {"("})) {
+        m_hasNoOrder = true;
+        m_expectsSource = false;
+    }
     if (m_part == Part::Orders && (IsMark(&token, {","}) || IsWord(&token, {"limit"}))) {
         EndOrderTerm(result);
     }
@@ -27,9 +31,6 @@ void SelectOrder::TakeSource(const Token& token) {
     if (IsMark(&token, {","}) || IsWord(&token, {"join"})) {
         m_expectsSource = true;
         m_mayRename = false;
-    } else if (IsMark(&token, {"("})) {
-        m_hasNoOrder = m_hasNoOrder || m_expectsSource;
-        m_expectsSource = false;
     } else if (IsWord(&token, {"where"})) {
         m_part = Part::Conditions;
     } else if (IsWord(&token,

@@ -3,6 +3,7 @@
 
 #include <libpq-fe.h>
 #include <poll.h>
+#include <unistd.h>
 
 #include <array>
 #include <chrono>
@@ -46,6 +47,13 @@ std::string TrustedCertificates() {
     return std::filesystem::exists(File, ignored) ? File : "";
 }
 
+// Returns "courier" with the machine and the process, as `oxc-schedule status` shows who holds a claim.
+std::string OwnName() {
+    std::array<char, 48> host{};
+    gethostname(host.data(), host.size() - 1);
+    return std::string("courier ") + host.data() + " " + std::to_string(getpid());
+}
+
 class Parameters {
  public:
     void Add(const char* name, std::string value) {
@@ -84,7 +92,7 @@ Parameters ParametersOf(const Link& link) {
         parameters.Add("sslrootcert",
                        link.rootCertificate.empty() ? TrustedCertificates() : link.rootCertificate);
     }
-    parameters.Add("application_name", "oxbow-courier");
+    parameters.Add("application_name", OwnName());
     parameters.Add("client_encoding", "UTF8");
     // A machine that disappears without a word is noticed within half a minute.
     parameters.Add("keepalives_idle", "10");

@@ -63,3 +63,13 @@ std::unique_ptr<DataRows> SqliteSession::Query(const std::string& statement) {
     rows->Next();
     return nullptr;
 }
+
+void SqliteSession::BeginReading() {
+    Execute("begin");
+}
+
+void SqliteSession::SetLastKey(const std::string& table, const std::string& /*column*/,
+                               const std::string& last) {
+    Execute("delete from sqlite_sequence where name = '" + table + "'");
+    Execute("insert into sqlite_sequence(name, seq) values('" + table + "', " + last + ")");
+}

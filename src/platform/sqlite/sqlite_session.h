@@ -16,6 +16,8 @@ class SqliteSession : public DataSession {
     void Begin() override { m_database.Begin(); }
     void Commit() override { m_database.Commit(); }
     void Rollback() override { m_database.Rollback(); }
+    void BeginReading() override;
+    void SetLastKey(const std::string& table, const std::string& column, const std::string& last) override;
 
  private:
     Database m_database;

@@ -8,8 +8,9 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "platform/contracts/runtime.h"
+#include "platform/contracts/adodb.h"
 
 // The rows of one select, read forward. An object may be used as long as its session lives.
 class DataRows {
@@ -42,8 +43,23 @@ class DataSession {
     virtual void Commit() = 0;  // an error leaves the transaction open
     virtual void Rollback() = 0;
 
-    // Takes the item for this session until ReleaseClaim or the session's end. Returns false if another
-    // session holds it. Data that is not shared between machines has no claims: every item is free.
-    virtual bool TakeClaim(const std::string& /*item*/) { return true; }
-    virtual void ReleaseClaim(const std::string& /*item*/) {}
+    // Starts a transaction in which all statements see the rows of one moment.
+    virtual void BeginReading() = 0;
+    // Makes `last` the last key that the table has given, for a copy of a store. `column` holds the key.
+    virtual void SetLastKey(const std::string& table, const std::string& column, const std::string& last) = 0;
+
+    // The report files of a shared store, by name. The digest is SHA-256 in hexadecimal digits; it is empty
+    // for a file that the store does not have.
+    virtual void KeepReport(const std::string& /*name*/, const std::string& /*bytes*/,
+                            const std::string& /*digest*/) {}
+    virtual std::string DigestOfReport(const std::string& /*name*/) { return {}; }
+    virtual std::string BytesOfReport(const std::string& /*name*/) { return {}; }
+
+    // Takes the row of a table for this session until ReleaseClaims or the session's end. Returns false if
+    // another session holds it. Data that is not shared between machines has no claims: every row is free.
+    virtual bool TakeClaim(const std::string& /*table*/, const std::string& /*key*/) { return true; }
+    // Gives back what this session holds. Never raises an error: a session that is lost holds nothing.
+    virtual void ReleaseClaims() noexcept {}
+    // Returns what all sessions hold.
+    virtual std::vector<ADODB::HeldClaim> HeldClaims() { return {}; }
 };
