@@ -5,7 +5,7 @@
 
 #include "platform/base/paths.h"
 #include "platform/contracts/files.h"
-#include "platform/contracts/report_store.h"
+#include "platform/contracts/shared_store.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 

@@ -91,6 +91,9 @@ bool PollPackages(std::string& lastKey) {
 }  // namespace
 
 void BatchReport() {
+    if (!StoreIsReached()) {
+        return EnableTimer1(true);
+    }
     std::string lastKey;
     RuntimeError failure(0, "");
     try {

@@ -11,15 +11,18 @@
 #include "platform/base/journal.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/loop.h"
+#include "platform/contracts/shared_store.h"
 #include "platform/contracts/system_error.h"
 #include "scheduler/RunHistory.h"
 #include "shared/Global.h"
+#include "store/TextConventions.h"
 
 namespace Global {
 
 namespace {
 
-constexpr int BusyAttempts = 30;  // each attempt waits up to ten seconds
+constexpr int BusyAttempts = 30;
+constexpr double SecondsOfAttempt = 10;  // at most
 
 constexpr std::string_view ScheduleWord = "schedule";
 constexpr std::string_view PackageWord = "package";
@@ -64,7 +67,7 @@ std::optional<RuntimeError> Store(ADODB::Connection& connection, const Delivery&
         return std::nullopt;
     } catch (...) {
         const RuntimeError error = CurrentError();
-        if (error.Number() == err::DataTimeout) {
+        if (error.Number() == err::DataTimeout || error.Number() == err::DataUnavailable) {
             throw error;
         }
         ExecuteTogether(connection, {date});
@@ -101,20 +104,36 @@ std::optional<Delivery> DeliveryOf(const std::string& line) {
 
 void WhileBusy(const std::function<void()>& body) {
     for (int attempt = 1;; ++attempt) {
+        bool isLost = false;
         try {
             body();
             return;
         } catch (...) {
             const RuntimeError error = CurrentError();
-            if (error.Number() != err::DataTimeout || attempt == BusyAttempts) {
+            isLost =
+                error.Number() == err::DataUnavailable && SharedStoreFailure(ConnectionString).has_value();
+            if ((error.Number() != err::DataTimeout && !isLost) || attempt == BusyAttempts) {
                 throw error;
             }
             if (attempt == 1) {
                 Journal("The scheduler waits for its database. " + error.Description());
             }
         }
-        DoEvents();
+        // An attempt on a busy database has waited already.
+        isLost ? cmFunc::PauseSeconds(SecondsOfAttempt) : DoEvents();
     }
+}
+
+bool StoreIsReached() {
+    static bool wasReached = true;
+    const std::optional<RuntimeError> failure = SharedStoreFailure(ConnectionString);
+    if (failure && wasReached) {
+        Journal("The scheduler waits for its store. " + failure->Description());
+    } else if (!failure && !wasReached) {
+        Journal("The scheduler has its store again.");
+    }
+    wasReached = !failure.has_value();
+    return wasReached;
 }
 
 void WriteFailureRow(const std::string& routine, const RuntimeError& error,

@@ -76,8 +76,13 @@ class Deliveries {
 void WriteFailureRow(const std::string& routine, const RuntimeError& error,
                      const std::function<void()>& write);
 
+// Returns false if the store that several machines share cannot be reached now; a poll then does nothing. The
+// first poll that does not reach it, and the first that does again, write a line to standard error.
+bool StoreIsReached();
+
 // Runs `body` until the database is not busy, at most 30 times (each attempt waits up to ten seconds). Events
-// run between attempts. Raises the last error, and any other error at once.
+// run between attempts. A shared store that cannot be reached counts as busy. Raises the last error, and any
+// other error at once.
 void WhileBusy(const std::function<void()>& body);
 
 }  // namespace Global

@@ -101,6 +101,9 @@ void PollSchedules(const std::string& RunStamp, std::string& reportID) {
 }  // namespace
 
 void Schedchk() {
+    if (!StoreIsReached()) {
+        return EnableTimer1(true);
+    }
     const DateValue now = Now();  // read once: two readings around midnight would give two days
     const std::string RunStamp = cmFunc::FormatDateText(now) + " " + TimeText(now);
     std::string reportID;

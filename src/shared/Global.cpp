@@ -2,7 +2,7 @@
 #include "shared/Global.h"
 
 #include "platform/contracts/prompts.h"
-#include "platform/contracts/report_store.h"
+#include "platform/contracts/shared_store.h"
 
 namespace Global {
 

@@ -51,9 +51,14 @@ constexpr std::array<Row, 29> Table{{
 
 // A message of libpq may have several lines and ends in one.
 std::string OneLine(const std::string& message) {
-    std::string line(Trim(message, " \n\r\t"));
-    for (char& c : line) {
-        c = c == '\n' || c == '\t' || c == '\r' ? ' ' : c;
+    std::string line;
+    for (const char c : Trim(message)) {
+        const bool isBlank = c == '\n' || c == '\t' || c == '\r' || c == ' ';
+        if (!isBlank) {
+            line += c;
+        } else if (line.back() != ' ') {
+            line += ' ';
+        }
     }
     return line;
 }

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <cstring>
 #include <deque>
-#include <map>
+#include <optional>
 #include <utility>
 
 #include "platform/base/ascii.h"
@@ -24,15 +24,16 @@ constexpr std::size_t RowsAtOnce = 500;
 constexpr Oid BoolType = 16, BigType = 20, SmallType = 21, IntType = 23, RealType = 700, DoubleType = 701,
               NumericType = 1700;
 
-// The key of the row that this process inserted last into a table, until it is read. Another process may
-// insert a row before the key is read by `select max(key)`.
-std::map<std::pair<std::string, std::string>, std::string>& NewestKeys() {
-    static std::map<std::pair<std::string, std::string>, std::string> keys;
-    return keys;
-}
+// The key of the row that the last statement of this process inserted. `select max(key)` straight after it
+// means this key: another process may have inserted a row in between.
+struct NewestKey {
+    Link link;
+    std::string table, key;
+};
 
-std::pair<std::string, std::string> PlaceOf(const Link& link, const std::string& table) {
-    return {TextOfLink(link), table};
+std::optional<NewestKey>& LastInserted() {
+    static std::optional<NewestKey> last;
+    return last;
 }
 
 // The tables whose rows are claimed. The first number of an advisory lock tells the table, the second the
@@ -164,30 +165,32 @@ PostgresqlSession::PostgresqlSession(Link link)
     : m_link(std::move(link)), m_server(std::make_shared<LeasedServer>(LeaseServer(m_link))) {}
 
 Server& PostgresqlSession::Leased() {
-    if (*m_server == nullptr) {
+    // A lost transaction is the error of its next statement. Any other operation gets a new connection.
+    if (*m_server == nullptr || (!m_isInTransaction && !(*m_server)->IsAlive())) {
+        m_hasClaims = false;
         m_server = std::make_shared<LeasedServer>(LeaseServer(m_link));
     }
     return **m_server;
 }
 
 void PostgresqlSession::Execute(const std::string& statement) {
+    LastInserted().reset();
     const Result result = Leased().RunOne(TranslateForServer(statement, InsertedKey::IsReturned));
     const int rows = PQntuples(result.get());
     const std::string table = rows > 0 ? TableOfInsert(statement) : std::string();
     if (!table.empty()) {
-        NewestKeys()[PlaceOf(m_link, table)] = PQgetvalue(result.get(), rows - 1, 0);
+        LastInserted() = {m_link, table, PQgetvalue(result.get(), rows - 1, 0)};
     }
 }
 
 std::unique_ptr<DataRows> PostgresqlSession::Query(const std::string& statement) {
     std::string translated = TranslateForServer(statement);
-    if (const std::string table = TableOfNewestKey(statement); !table.empty()) {
-        if (const auto key = NewestKeys().extract(PlaceOf(m_link, table))) {
-            translated.replace(translated.find('('), translated.find(')') - translated.find('('),
-                               "(" + key.mapped() + "::bigint");
-        }
+    const std::optional<NewestKey> inserted = std::exchange(LastInserted(), std::nullopt);
+    if (inserted && inserted->link == m_link && TableOfNewestKey(statement) == inserted->table) {
+        translated.replace(translated.find('('), translated.find(')') - translated.find('('),
+                           "(" + inserted->key + "::bigint");
     }
-    const bool givesBack = !m_hasClaims && !Leased().IsInTransaction();
+    const bool givesBack = !m_hasClaims && !m_isInTransaction;
     Leased().Start(translated);
     auto rows = std::make_unique<PostgresqlRows>(m_server, MentionsRowOrder(statement), givesBack);
     return rows->Begin() ? std::move(rows) : nullptr;
@@ -212,10 +215,12 @@ void PostgresqlSession::ProveWritable() {
 
 void PostgresqlSession::Begin() {
     Leased().Run("begin");
+    m_isInTransaction = true;
 }
 
 void PostgresqlSession::Commit() {
     const Result result = Leased().Run("commit");
+    m_isInTransaction = false;
     // The server answers so if a statement of the transaction has failed.
     if (std::strcmp(PQcmdStatus(result.get()), "COMMIT") != 0) {
         throw RuntimeError(err::DataSyntax, "The transaction has failed and is rolled back");
@@ -223,23 +228,32 @@ void PostgresqlSession::Commit() {
 }
 
 void PostgresqlSession::Rollback() {
-    if (*m_server != nullptr && Leased().IsInTransaction()) {
-        Leased().Run("rollback");
+    if (std::exchange(m_isInTransaction, false) && *m_server != nullptr && (*m_server)->IsInTransaction()) {
+        (*m_server)->Run("rollback");
     }
 }
 
 // Bytes travel as hexadecimal digits, the text form of bytea (PostgreSQL 15, section 8.4.1).
-void PostgresqlSession::KeepReport(const std::string& name, const std::string& bytes,
-                                   const std::string& digest) {
+void PostgresqlSession::KeepReport(const std::string& name, const std::string& bytes) {
     std::string digits = "\\x";
     digits.reserve(2 * bytes.size() + 2);
     for (const char byte : bytes) {
         AppendHexByte(static_cast<unsigned char>(byte), digits, SmallHexDigits);
     }
     Leased().RunOne(
-        "insert into StoredReport(Name, Bytes, Digest) values($1, $2::bytea, $3) on conflict(Name) do update "
-        "set Bytes = excluded.Bytes, Digest = excluded.Digest, Changed = now()",
-        {name, digits, digest});
+        "insert into StoredReport(Name, Bytes, Digest) values($1, $2::bytea, encode(sha256($2::bytea), "
+        "'hex')) on conflict(Name) do update set Bytes = excluded.Bytes, Digest = excluded.Digest, Changed = "
+        "now()",
+        {name, digits});
+}
+
+std::vector<std::string> PostgresqlSession::ReportNames() {
+    const Result found = Leased().RunOne("select Name from StoredReport order by Name");
+    std::vector<std::string> names;
+    for (int row = 0; row < PQntuples(found.get()); ++row) {
+        names.emplace_back(PQgetvalue(found.get(), row, 0));
+    }
+    return names;
 }
 
 std::string PostgresqlSession::DigestOfReport(const std::string& name) {
@@ -297,6 +311,7 @@ std::vector<ADODB::HeldClaim> PostgresqlSession::HeldClaims() {
 
 void PostgresqlSession::BeginReading() {
     Leased().Run("begin isolation level repeatable read read only");
+    m_isInTransaction = true;
 }
 
 void PostgresqlSession::SetLastKey(const std::string& table, const std::string& column,

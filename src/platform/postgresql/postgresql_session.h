@@ -21,7 +21,8 @@ class PostgresqlSession : public DataSession {
     void Rollback() override;
     void BeginReading() override;
     void SetLastKey(const std::string& table, const std::string& column, const std::string& last) override;
-    void KeepReport(const std::string& name, const std::string& bytes, const std::string& digest) override;
+    void KeepReport(const std::string& name, const std::string& bytes) override;
+    std::vector<std::string> ReportNames() override;
     std::string DigestOfReport(const std::string& name) override;
     std::string BytesOfReport(const std::string& name) override;
     bool TakeClaim(const std::string& table, const std::string& key) override;
@@ -35,4 +36,5 @@ class PostgresqlSession : public DataSession {
     // Shared with the rows of a query. Null after the rows have given it back.
     std::shared_ptr<LeasedServer> m_server;
     bool m_hasClaims = false;
+    bool m_isInTransaction = false;
 };

@@ -71,5 +71,7 @@ void SqliteSession::BeginReading() {
 void SqliteSession::SetLastKey(const std::string& table, const std::string& /*column*/,
                                const std::string& last) {
     Execute("delete from sqlite_sequence where name = '" + table + "'");
-    Execute("insert into sqlite_sequence(name, seq) values('" + table + "', " + last + ")");
+    if (last != "0") {
+        Execute("insert into sqlite_sequence(name, seq) values('" + table + "', " + last + ")");
+    }
 }

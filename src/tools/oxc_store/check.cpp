@@ -36,7 +36,7 @@ std::int64_t AnswerTime(Server& server) {
 
 // Returns by how many seconds the server's clock is ahead of this machine's.
 std::int64_t ClockDifference(Server& server) {
-    const std::string text = Single(server, "select extract(epoch from clock_timestamp())::bigint");
+    const std::string text = Single(server, "select floor(extract(epoch from clock_timestamp()))::bigint");
     std::int64_t seconds = 0;
     std::from_chars(text.data(), text.data() + text.size(), seconds);
     return seconds - std::chrono::duration_cast<std::chrono::seconds>(

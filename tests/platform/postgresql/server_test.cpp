@@ -91,11 +91,15 @@ TEST_F(ServerData, TextsCompareWithoutRegardToCaseInEveryScript) {
 TEST_F(ServerData, KeyOfTheOwnRowIsReadAfterAnotherProgramHasInserted) {
     Execute("insert into Folders(FolderName, Parent) values('own', 0)");
     database.Run("insert into Folders(FolderName, Parent) values('other', 0)");
-    EXPECT_EQ(Column("select max(folderid) as MaxID from Folders"), Rows{"1"});
-    EXPECT_EQ(Column("select max(folderid) as MaxID from Folders"), Rows{"2"});
+    EXPECT_EQ(Column("select max(ReportID) from ReportBatch"), Rows{""});
+    Execute("delete from Folders");
+    Execute("insert into Folders(FolderName, Parent) values('own', 0)");
+    database.Run("insert into Folders(FolderName, Parent) values('other', 0)");
+    EXPECT_EQ(Column("select max(folderid) as MaxID from Folders"), Rows{"3"});
+    EXPECT_EQ(Column("select max(folderid) as MaxID from Folders"), Rows{"4"});
     Execute("delete from Folders");
     Execute("insert into Folders(FolderName, Parent) values('new', 0)");
-    EXPECT_EQ(Column("select folderid from Folders"), Rows{"3"});
+    EXPECT_EQ(Column("select folderid from Folders"), Rows{"5"});
 }
 
 TEST_F(ServerData, OpenRowsSeeTheirOwnMoment) {

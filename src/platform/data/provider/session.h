@@ -50,8 +50,8 @@ class DataSession {
 
     // The report files of a shared store, by name. The digest is SHA-256 in hexadecimal digits; it is empty
     // for a file that the store does not have.
-    virtual void KeepReport(const std::string& /*name*/, const std::string& /*bytes*/,
-                            const std::string& /*digest*/) {}
+    virtual void KeepReport(const std::string& /*name*/, const std::string& /*bytes*/) {}
+    virtual std::vector<std::string> ReportNames() { return {}; }
     virtual std::string DigestOfReport(const std::string& /*name*/) { return {}; }
     virtual std::string BytesOfReport(const std::string& /*name*/) { return {}; }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/contracts/report_store.h"
+#include "platform/contracts/shared_store.h"
 
 #include <glib.h>
 
@@ -41,6 +41,17 @@ std::string NameInCache(const std::string& path) {
 
 }  // namespace
 
+std::optional<RuntimeError> SharedStoreFailure(const std::string& connectionString) {
+    try {
+        if (IsShared(connectionString)) {
+            OpenDataSession(connectionString);
+        }
+    } catch (const RuntimeError& error) {
+        return error;
+    }
+    return std::nullopt;
+}
+
 void KeepReport(const std::string& connectionString, const std::string& path) {
     const std::string name = NameInCache(path);
     if (name.empty() || !IsShared(connectionString)) {
@@ -53,7 +64,7 @@ void KeepReport(const std::string& connectionString, const std::string& path) {
             "The report file \"" + paths::ForUser(path) + "\" cannot be put into the store; " +
                 (errno == EOVERFLOW ? "it has more than 64 megabytes" : SystemErrorText(errno)));
     }
-    OpenDataSession(connectionString)->KeepReport(name, *bytes, DigestOf(*bytes));
+    OpenDataSession(connectionString)->KeepReport(name, *bytes);
 }
 
 std::string ReportOnThisMachine(const std::string& connectionString, const std::string& path) {

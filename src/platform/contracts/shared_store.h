@@ -1,13 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The report files of a store that several machines share. Each machine has them in its own folder Cache; the
-// store keeps their bytes, so that a schedule made on one machine runs on another. Paths are those of the
-// system. Over an embedded database both functions do nothing.
+// A store that several machines share. Over an embedded database these functions do nothing.
+//
+// Each machine has the report files in its own folder Cache; the store keeps their bytes, so that a schedule
+// made on one machine runs on another. Paths are those of the system.
 //
 // Errors are those of data access, and 75 for a file that cannot be read or written, 6 for one of more than
 // 64 megabytes.
 #pragma once
 
+#include <optional>
 #include <string>
+
+#include "platform/contracts/runtime.h"
+
+// Returns the error with which the store cannot be reached now.
+std::optional<RuntimeError> SharedStoreFailure(const std::string& connectionString);
 
 // Gives the store the bytes of a file in the folder Cache, under the file's name.
 void KeepReport(const std::string& connectionString, const std::string& path);

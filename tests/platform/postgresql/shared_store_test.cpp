@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Report files that a store keeps for several machines.
-#include "platform/contracts/report_store.h"
+#include "platform/contracts/shared_store.h"
 
 #include <gtest/gtest.h>
 
@@ -23,8 +23,8 @@ std::string Bytes(const std::filesystem::path& file) {
 class SharedReports : public testing::Test {
  protected:
     std::filesystem::path Cached(const std::string& name) const { return database.Folder() / "Cache" / name; }
-    void Write(const std::string& name, const std::string& bytes) const {
-        std::ofstream(Cached(name), std::ios::binary) << bytes;
+    void Write(const std::string& name, const std::string& text) const {
+        std::ofstream(Cached(name), std::ios::binary) << text;
     }
     static std::string Found(const std::string& path) {
         return ReportOnThisMachine(Global::ConnectionString, path);
