@@ -29,6 +29,11 @@ class TeamServer(Postgres):
             stdout=subprocess.PIPE, text=True, check=True, cwd=self.folder).stdout
         return [tuple(line.split("|")) for line in output.splitlines()]
 
+    def ensure(self):
+        """Starts the server again if a test left it stopped."""
+        if not (self.folder / "data" / "postmaster.pid").exists():
+            self.launch()
+
     def stop(self, mode="immediate"):
         self.run(self.programs / "pg_ctl", "-D", self.folder / "data", "-m", mode, "stop")
 
