@@ -23,7 +23,7 @@ FILES = {
     "share/doc/oxbow-courier/install.md",
     "share/doc/oxbow-courier/mail.md",
     "share/doc/oxbow-courier/report-files.md",
-    "share/doc/oxbow-courier/schedule.md",
+    "share/doc/oxbow-courier/schedule.md", "share/doc/oxbow-courier/team-store.md",
     "share/icons/hicolor/scalable/apps/oxbow-courier.svg",
     "share/man/man5/oxbow-courier-mail.5",
     "share/man/man5/oxbow-courier-reports.5",
