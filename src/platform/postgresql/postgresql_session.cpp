@@ -213,8 +213,21 @@ void PostgresqlSession::ProveWritable() {
     server.Run("rollback");
 }
 
+// An editor computes the keys of several rows before it inserts them: nobody else may insert meanwhile. A
+// scheduler, which may not insert such rows, waits for nobody.
 void PostgresqlSession::Begin() {
-    Leased().Run("begin");
+    Server& server = Leased();
+    try {
+        server.Run(
+            "begin; do $$ begin if has_table_privilege('ReportScheduler', 'insert') then lock table "
+            "ReportScheduler, ReportBatch, ReportBatchDtls, ReportBatchPar, Folders in share row exclusive "
+            "mode; end if; end $$");
+    } catch (...) {
+        if (server.IsInTransaction()) {
+            server.Run("rollback");
+        }
+        throw;
+    }
     m_isInTransaction = true;
 }
 

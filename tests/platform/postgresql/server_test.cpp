@@ -162,6 +162,23 @@ TEST_F(ServerData, TransactionIsStoredTogetherOrNotAtAll) {
     EXPECT_EQ(database.Rows("select Name from clients"), Rows{"c"});
 }
 
+TEST_F(ServerData, NobodyElseInsertsDuringATransaction) {
+    ADODB::SetBusyWait(0.05);
+    CloseIdleServers();
+    ADODB::Connection connection;
+    connection.Open(Global::ConnectionString);
+    connection.BeginTrans();
+    const RuntimeError error = ErrorOf("insert into Folders(FolderName) values('other')");
+    EXPECT_EQ(error.Number(), err::DataTimeout);
+    EXPECT_EQ(error.Description(),
+              "The store is still in use by another program; canceling statement due to lock timeout");
+    EXPECT_EQ(Column("select count(*) from Folders"), Rows{"0"});
+    EXPECT_EQ(ErrorOf("insert into ReportHistory(ReportID) values(1)").Number(), 0);
+    connection.CommitTrans();
+    EXPECT_EQ(ErrorOf("insert into Folders(FolderName) values('other')").Number(), 0);
+    ADODB::SetBusyWait(0);
+}
+
 TEST_F(ServerData, LostConnectionIsOpenedAgainByTheNextOperation) {
     Execute("insert into clients(Name) values('a')");
     EndConnections();
