@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """A PostgreSQL server with a team's store, and application folders that are linked to it."""
 
+import os
 import subprocess
 
 from databases import Postgres
@@ -9,6 +10,7 @@ from harness import STAGE, Courier
 
 class TeamServer(Postgres):
     def __init__(self):
+        os.environ["PGOPTIONS"] = "-c client_min_messages=warning"
         super().__init__(locale="C.UTF-8", trusts_loopback=True)
         self.sql("create role ed login")
         self.sql("create role sched login")

@@ -7,6 +7,7 @@ import pathlib
 import random
 import sqlite3
 import subprocess
+import threading
 import time
 import unittest
 
@@ -227,6 +228,46 @@ class TeamStore(unittest.TestCase):
         self.wait(lambda: member.subjects() == ["Shared"], 60, "the mail")
         self.assertEqual((member.app / "Cache" / "sales_by_region.rpt").read_bytes(),
                          (STAGE / "samples" / "sales_by_region.rpt").read_bytes())
+
+    def test_editors_and_schedulers_meet_without_an_error(self):
+        self.schedules(1, 200 if LONG else 20)
+        for _ in range(3):
+            self.member().start()
+        editors = [self.member("ed") for _ in range(2)]
+        end = time.monotonic() + (120 if LONG else 10)
+        refused, made = [], []
+
+        def edit(number, editor):
+            report = str(editor.app / "samples" / "sales_by_region.rpt")
+            before = "F%d.0" % number
+            commands = [("folder", "add", before)]
+            for step in range(1, 10_000):
+                if time.monotonic() > end:
+                    return
+                title, after = "E%d.%d" % (number, step), "F%d.%d" % (number, step)
+                commands += [("add", report, "--to", "ann@example.com", "--daily", "--at", "00:00", "--title", title,
+                              "--subject", title, "--folder", before),
+                             ("folder", "rename", before, after), ("set", title, "--message", "Changed"),
+                             ("list", "--folder", after)]
+                made.append(title)
+                for command in commands:
+                    done = editor.schedule_command(*command)
+                    if done.returncode != 0:
+                        refused.append((command, done.stderr))
+                before, commands = after, []
+
+        threads = [threading.Thread(target=edit, args=pair) for pair in enumerate(editors)]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        self.assertEqual(refused, [])
+        self.wait(lambda: self.due() == 0, 120, "every run")
+        self.assertEqual(self.server.rows("select ErrMsg from ReportHistory where Status <> 'Success'"), [])
+        self.assertEqual([member.said() for member in self.members[:3]], ["", "", ""])
+        mailed = self.mailed()
+        self.assertEqual({title: mailed[title] for title in made}, dict.fromkeys(made, 1))
+        self.assertEqual(self.server.rows("select count(distinct Parent) from ReportScheduler where Parent like 'F%'"), [("2",)])
 
     def test_status_shows_who_holds_what(self):
         member = self.member()
