@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/postgresql/link.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -149,6 +151,12 @@ std::optional<Link> ReadLink(const std::filesystem::path& file) {
         SetKey(link, Trim(line.substr(0, sign), Blanks), Trim(line.substr(sign + 1), Blanks), what);
     }
     Check(link, what);
+    struct stat status {};
+    constexpr mode_t Others = S_IRGRP | S_IROTH;
+    if (!link.password.empty() && stat(file.c_str(), &status) == 0 && (status.st_mode & Others) != 0) {
+        throw RuntimeError(err::DataUnavailable,
+                           what + " holds a password that other users can read; give it the mode 0600");
+    }
     return link;
 }
 

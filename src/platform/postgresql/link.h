@@ -30,7 +30,7 @@ struct Link {
 };
 
 // Returns the link in a file, and nullopt if the file is none or cannot be read. Raises err::DataUnavailable
-// for a damaged link, with the fault.
+// for a damaged link, with the fault, and for one with a password that other users can read.
 std::optional<Link> ReadLink(const std::filesystem::path& file);
 
 // Returns the link that Host=...;Port=...;Database=...;Username=...;Password=...;SSL Mode=... describes. A

@@ -14,7 +14,11 @@ namespace {
 
 class LinkFile : public testing::Test {
  protected:
-    void Write(const std::string& text) const { std::ofstream(m_file) << text; }
+    void Write(const std::string& text) const {
+        std::ofstream(m_file) << text;
+        namespace fs = std::filesystem;
+        fs::permissions(m_file, fs::perms::owner_read | fs::perms::owner_write);
+    }
     std::string Fault() const {
         try {
             ReadLink(m_file);
@@ -83,6 +87,19 @@ TEST_F(LinkFile, FaultsAreNamed) {
     EXPECT_EQ(Fault(), Named("it is too long"));
     Write("Oxbow Courier store link 2\nHost=h\nDatabase=d\n");
     EXPECT_EQ(Fault(), "The link \"" + m_file.string() + "\" is of a later version of the program");
+}
+
+TEST_F(LinkFile, PasswordThatOthersCanReadIsRefused) {
+    const std::string text = "Oxbow Courier store link 1\nHost=h\nDatabase=d\n";
+    namespace fs = std::filesystem;
+    Write(text);
+    fs::permissions(m_file, fs::perms::group_read, fs::perm_options::add);
+    EXPECT_EQ(Fault(), "none");
+    Write(text + "Password=secret\n");
+    EXPECT_EQ(Fault(), "none");
+    fs::permissions(m_file, fs::perms::group_read, fs::perm_options::add);
+    EXPECT_EQ(Fault(), "The link \"" + m_file.string() +
+                           "\" holds a password that other users can read; give it the mode 0600");
 }
 
 TEST_F(LinkFile, DamagedLinkAndLostServerAreAnUnreadableDatabase) {
