@@ -212,6 +212,7 @@ class TeamStore(unittest.TestCase):
                       late.said())
         self.server.launch()
         self.wait(lambda: self.due() == 0, 120, "the runs after the stop")
+        self.wait(lambda: "The scheduler has its store again." in late.said(), 30, "the line of the end")
         mailed = self.mailed()
         self.assertEqual({i for i in range(1, 25) if not mailed["Run %d" % i]}, set())
         self.assertLessEqual(sum(mailed["Run %d" % i] for i in range(1, 25)), 26)

@@ -14,6 +14,7 @@
 #include "scheduler/Schedchk.h"
 #include "support/raises.h"
 #include "support/run_fixture.h"
+#include "support/team_store.h"
 #include "support/watched_log.h"
 
 namespace {
@@ -309,6 +310,19 @@ TEST_F(DeliveryRecords, RunAtAnotherTimeIsAnotherRun) {
         EXPECT_EQ(Exports(), 2U) << change;
         EXPECT_FALSE(IsKept());
     }
+}
+
+TEST_F(DeliveryRecords, RunThatIsNotRecordedStaysClaimedOverAServer) {
+    Schedule();
+    Package("F");
+    database.Run("create trigger A before update on ReportScheduler begin select raise(abort, 'held'); end");
+    Global::Schedchk();
+    Global::BatchReport();
+    EXPECT_EQ(ADODB::HeldClaims(Global::ConnectionString).size(), fakes::TestsUseServer() ? 1U : 0U);
+    database.Run("drop trigger A");
+    Global::Schedchk();
+    EXPECT_TRUE(ADODB::HeldClaims(Global::ConnectionString).empty());
+    EXPECT_EQ(Exports(), 1U);
 }
 
 TEST_F(DeliveryRecords, DeliveryOfAnItemThatIsGoneIsForgotten) {

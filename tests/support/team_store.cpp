@@ -164,7 +164,8 @@ void TeamStore::Run(const std::string& statements) const {
 std::shared_ptr<void> TeamStore::Hold() const {
     auto holder = std::make_shared<Bare>(m_name);
     holder->Run(
-        "begin; lock table ReportScheduler, ReportBatch, ReportHistory, ReportBatchHstry in exclusive mode");
+        "begin; lock table ReportScheduler, ReportBatch, Folders, ReportHistory, ReportBatchHstry in "
+        "exclusive mode");
     return holder;
 }
 

@@ -26,7 +26,7 @@ class TeamStore {
     void Run(const std::string& statements) const;
     // Returns the rows of a statement in the system's dialect, as TestDatabase::Rows does.
     std::vector<std::string> Rows(const std::string& select) const;
-    // Keeps the tables that a scheduler writes busy while the object lives.
+    // Keeps the tables of schedules, packages, histories and folders busy while the object lives.
     std::shared_ptr<void> Hold() const;
 
  private:

@@ -84,7 +84,7 @@ int main(int argc, char** argv) {
     PrepareProgram();
     try {
         const std::vector<std::string> arguments(argv + 1, argv + argc);
-        tools::HideSecrets(argc, argv);
+        tools::HideConnectStrings(argc, argv);
         Run(tools::ParseStoreArguments(arguments));
         return 0;
     } catch (const tools::StoreUsageError& error) {
