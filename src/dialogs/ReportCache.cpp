@@ -5,6 +5,8 @@
 
 #include "platform/base/paths.h"
 #include "platform/contracts/files.h"
+#include "platform/contracts/shared_store.h"
+#include "shared/Global.h"
 #include "store/TextConventions.h"
 
 namespace Global {
@@ -14,6 +16,7 @@ std::string CopyToCache(const std::string& filePath) {
     const auto backslashes = static_cast<int>(std::count(filePath.begin(), filePath.end(), '\\'));
     std::string cached = AppPath() + "\\Cache\\" + cmFunc::GetDelimitedField(filePath, backslashes + 1, "\\");
     file.Copy(cached);
+    KeepReport(ConnectionString, cached);
     return cached;
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/base/paths.h"
+#include "platform/contracts/adodb.h"
 #include "shared/Global.h"
 
 namespace Global {
@@ -96,9 +97,9 @@ class Beginnings {
 }  // namespace
 
 Attempt::Attempt(const DueRun& run)
-    : m_run(run), m_mails(ConnectionString, WordOf(run.kind), run.reportID, run.date + " " + run.time, [run] {
-          return Beginnings::Instance().Begin(run);
-      }) {}
+    : m_run(run),
+      m_mails(ADODB::StoreIdentity(ConnectionString), WordOf(run.kind), run.reportID,
+              run.date + " " + run.time, [run] { return Beginnings::Instance().Begin(run); }) {}
 
 Attempt::~Attempt() {
     if (!m_isDelivered && MAPI::DueRun::MayBeOut()) {

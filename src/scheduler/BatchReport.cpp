@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scheduler/BatchReport.h"
 
+#include <utility>
+
 #include "execution/PackageRun.h"
 #include "mail/Delivery.h"
 #include "platform/base/convert.h"
@@ -43,9 +45,15 @@ bool RecordAgain(ADODB::Connection& connection, const ADODB::Recordset& package)
 }
 
 // A run starts only if it can be recorded: the connection that will store the date proves that first. Sets
-// `lastKey` once the package is delivered. Returns false if its mail failed.
+// `lastKey` once the package is delivered. Returns false if its mail failed. A package that another scheduler
+// has taken, or whose row has changed, is left to it or to the next poll.
 bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& package, std::string& lastKey) {
     const DueRun run = RunOf(package);
+    Deliveries::Instance().GiveBackClaim(RunKind::Package, run.reportID);
+    ADODB::Claim claim(ConnectionString, "ReportBatch", package);
+    if (!claim.IsHeld()) {
+        return true;
+    }
     RunLog::Instance().Begins(run.kind, run.reportID, package.Fields("BatchName").Value.Text());
     connection.Open(ConnectionString);
     connection.ProveWritable();
@@ -58,7 +66,8 @@ bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& packag
     const DateValue next =
         NextPackageRun(package.Fields("Frequency").Value.Text(), CDate(package.Fields("NextRunDate").Value));
     lastKey = run.reportID;
-    Deliveries::Instance().Record(connection, {run, cmFunc::FormatDateText(next), PackageHistoryMoment()});
+    Deliveries::Instance().Record(connection, {run, cmFunc::FormatDateText(next), PackageHistoryMoment()},
+                                  std::move(claim));
     connection.Close();
     RunLog::Instance().Delivered();
     return true;
@@ -90,6 +99,9 @@ bool PollPackages(StopGate::Work& work, std::string& lastKey) {
 }  // namespace
 
 void BatchReport() {
+    if (!StoreIsReached()) {
+        return EnableTimer1(true);
+    }
     std::string lastKey;
     RuntimeError failure(0, "");
     StopGate::Work work;

@@ -7,15 +7,18 @@
 #include "platform/base/journal.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/loop.h"
+#include "platform/contracts/shared_store.h"
 #include "platform/contracts/system_error.h"
 #include "scheduler/RunHistory.h"
 #include "shared/Global.h"
+#include "store/TextConventions.h"
 
 namespace Global {
 
 namespace {
 
-constexpr int BusyAttempts = 30;  // each attempt waits up to ten seconds
+constexpr int BusyAttempts = 30;
+constexpr double SecondsOfAttempt = 10;  // at most
 
 std::string DateStatement(const Delivery& delivery) {
     return delivery.run.kind == RunKind::Schedule ? "update ReportScheduler set NextRun = '" + delivery.next +
@@ -52,7 +55,7 @@ std::optional<RuntimeError> Store(ADODB::Connection& connection, const Delivery&
         return std::nullopt;
     } catch (...) {
         const RuntimeError error = CurrentError();
-        if (error.Number() == err::DataTimeout) {
+        if (error.Number() == err::DataTimeout || error.Number() == err::DataUnavailable) {
             throw error;
         }
         ExecuteTogether(connection, {date});
@@ -64,20 +67,36 @@ std::optional<RuntimeError> Store(ADODB::Connection& connection, const Delivery&
 
 void WhileBusy(const std::function<void()>& body) {
     for (int attempt = 1;; ++attempt) {
+        bool isLost = false;
         try {
             body();
             return;
         } catch (...) {
             const RuntimeError error = CurrentError();
-            if (error.Number() != err::DataTimeout || attempt == BusyAttempts) {
+            isLost =
+                error.Number() == err::DataUnavailable && SharedStoreFailure(ConnectionString).has_value();
+            if ((error.Number() != err::DataTimeout && !isLost) || attempt == BusyAttempts) {
                 throw error;
             }
             if (attempt == 1) {
                 Journal("The scheduler waits for its database. " + error.Description());
             }
         }
-        DoEvents();
+        // An attempt on a busy database has waited already.
+        isLost ? cmFunc::PauseSeconds(SecondsOfAttempt) : DoEvents();
     }
+}
+
+bool StoreIsReached() {
+    static bool wasReached = true;
+    const std::optional<RuntimeError> failure = SharedStoreFailure(ConnectionString);
+    if (failure && wasReached) {
+        Journal("The scheduler waits for its store. " + failure->Description());
+    } else if (!failure && !wasReached) {
+        Journal("The scheduler has its store again.");
+    }
+    wasReached = !failure.has_value();
+    return wasReached;
 }
 
 void WriteFailureRow(const std::string& routine, const RuntimeError& error,
@@ -121,6 +140,17 @@ void Deliveries::Record(ADODB::Connection& connection, const Delivery& delivery)
     }
 }
 
+void Deliveries::Record(ADODB::Connection& connection, const Delivery& delivery, ADODB::Claim claim) {
+    m_claims.emplace_back(delivery.run, std::move(claim));
+    Record(connection, delivery);
+}
+
+void Deliveries::GiveBackClaim(RunKind kind, const std::string& reportID) {
+    std::erase_if(m_claims, [&](const auto& claim) {
+        return claim.first.kind == kind && claim.first.reportID == reportID;
+    });
+}
+
 const Delivery* Deliveries::Find(const DueRun& run) const {
     const auto found = std::find_if(m_kept.begin(), m_kept.end(),
                                     [&run](const Delivery& delivery) { return delivery.run == run; });
@@ -135,6 +165,7 @@ template <typename Condition>
 void Deliveries::RemoveIf(Condition condition) {
     if (std::erase_if(m_kept, condition) > 0) {
         Save();
+        std::erase_if(m_claims, [this](const auto& claim) { return Find(claim.first) == nullptr; });
     }
 }
 
@@ -146,6 +177,7 @@ void Deliveries::Load() {
     // Computed here and not in Save, to keep the time between a delivery and its line short.
     m_file = RunNotesFile("PressroomLive.delivered");
     m_kept.clear();
+    m_claims.clear();
     for (const RunNote& note : ReadRunNotes(m_file, 2)) {
         m_kept.push_back({note.run, note.values[0], note.values[1]});
     }

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/contracts/adodb.h"
@@ -31,6 +32,13 @@ class Deliveries {
     // busy database, five minutes in all. If storing fails, the delivery stays for Find and the error is
     // raised. If only the history row cannot be written, the date is stored and the row's error is raised.
     void Record(ADODB::Connection& connection, const Delivery& delivery);
+    // The same for a run that began under a claim. A run that could not be recorded stays claimed, so that no
+    // other scheduler mails it again.
+    void Record(ADODB::Connection& connection, const Delivery& delivery, ADODB::Claim claim);
+
+    // Gives back the claim of an earlier run of this item that could not be recorded, because the item is due
+    // for another run.
+    void GiveBackClaim(RunKind kind, const std::string& reportID);
 
     bool IsEmpty() const { return m_kept.empty(); }
     // Returns the delivery of exactly this run that is not recorded yet, or null. The object owns it; the
@@ -49,6 +57,7 @@ class Deliveries {
     std::string m_folder;  // whose deliveries these are
     std::filesystem::path m_file;
     std::vector<Delivery> m_kept;
+    std::vector<std::pair<DueRun, ADODB::Claim>> m_claims;  // of some that are kept
 };
 
 // Writes the history row of a failed poll through `write` and waits for a busy database, five minutes in all.
@@ -58,8 +67,13 @@ class Deliveries {
 void WriteFailureRow(const std::string& routine, const RuntimeError& error,
                      const std::function<void()>& write);
 
+// Returns false if the store that several machines share cannot be reached now; a poll then does nothing. The
+// first poll that does not reach it, and the first that does again, write a line to standard error.
+bool StoreIsReached();
+
 // Runs `body` until the database is not busy, at most 30 times (each attempt waits up to ten seconds). Events
-// run between attempts. Raises the last error, and any other error at once.
+// run between attempts. A shared store that cannot be reached counts as busy. Raises the last error, and any
+// other error at once.
 void WhileBusy(const std::function<void()>& body);
 
 }  // namespace Global

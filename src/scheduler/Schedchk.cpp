@@ -2,6 +2,7 @@
 #include "scheduler/Schedchk.h"
 
 #include <optional>
+#include <utility>
 
 #include "execution/RunReport.h"
 #include "mail/Delivery.h"
@@ -54,9 +55,15 @@ bool MovesOn(const std::string& frequency) {
     return next != stored;
 }
 
-// A run starts only if it can be recorded: the connection that will store the date proves that first.
+// A run starts only if it can be recorded: the connection that will store the date proves that first. One
+// that another scheduler has taken, or whose row has changed, is left to it or to the next poll.
 void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, DateValue& NextDate) {
     const DueRun due = RunOf(row);
+    Deliveries::Instance().GiveBackClaim(RunKind::Schedule, due.reportID);
+    ADODB::Claim claim(ConnectionString, "ReportScheduler", row);
+    if (!claim.IsHeld()) {
+        return;
+    }
     RunLog::Instance().Begins(due.kind, due.reportID, row.Fields("ReportTitle").Value.Text());
     ADODB::Connection connection;
     connection.Open(ConnectionString);
@@ -74,7 +81,8 @@ void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, Da
         attempt->SetDelivered();
     }
     NextSingleRun(frequency, CDate(row.Fields("NextRun").Value), NextDate);
-    Deliveries::Instance().Record(connection, {due, cmFunc::FormatDateText(NextDate), RunStamp});
+    Deliveries::Instance().Record(connection, {due, cmFunc::FormatDateText(NextDate), RunStamp},
+                                  std::move(claim));
     connection.Close();
     RunLog::Instance().Delivered();
 }
@@ -102,6 +110,9 @@ void PollSchedules(StopGate::Work& work, const std::string& RunStamp, std::strin
 }  // namespace
 
 void Schedchk() {
+    if (!StoreIsReached()) {
+        return EnableTimer1(true);
+    }
     const DateValue now = Now();  // read once: two readings around midnight would give two days
     const std::string RunStamp = cmFunc::FormatDateText(now) + " " + TimeText(now);
     std::string reportID;

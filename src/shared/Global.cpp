@@ -2,6 +2,7 @@
 #include "shared/Global.h"
 
 #include "platform/contracts/prompts.h"
+#include "platform/contracts/shared_store.h"
 
 namespace Global {
 
@@ -99,7 +100,7 @@ report::Report& OpenReport(const std::string& path) {
     if (!ReportEngine) {
         ReportEngine = report::CreateEngine();
     }
-    CurrentReport = ReportEngine->OpenReport(path);
+    CurrentReport = ReportEngine->OpenReport(ReportOnThisMachine(ConnectionString, path));
     return *CurrentReport;
 }
 

@@ -47,6 +47,12 @@ void HideSecrets(int argc, char** argv) {
     }
 }
 
+void HideConnectStrings(int argc, char** argv) {
+    for (int n = 1; n < argc; ++n) {
+        HidePassword(argv[n]);
+    }
+}
+
 std::string TakeFromEnvironment(const char* name) {
     char* const value = std::getenv(name);
     if (value == nullptr) {

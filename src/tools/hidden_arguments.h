@@ -11,6 +11,10 @@ namespace tools {
 // arguments before the call.
 void HideSecrets(int argc, char** argv);
 
+// The same for a program of which any argument may be a connect string: of each argument everything after
+// Password= or Pwd=.
+void HideConnectStrings(int argc, char** argv);
+
 // Returns the value of an environment variable, overwrites it and removes it from the environment, so that
 // child programs do not get it. Returns an empty text if the variable is not set.
 std::string TakeFromEnvironment(const char* name);

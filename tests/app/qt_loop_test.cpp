@@ -3,7 +3,6 @@
 #include "platform/qt/qt_loop.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <QPaintEvent>
 #include <QTest>
@@ -61,9 +60,7 @@ TEST_F(QtLoopRepaint, PaintsAndTakesNoTimer) {
 
 TEST_F(QtLoopRepaint, WindowPaintsItselfWhileALockedDatabaseIsWaitedFor) {
     const fakes::TestDatabase database;
-    sqlite3* holder = nullptr;
-    ASSERT_EQ(sqlite3_open((database.Folder() / "PressroomLive.dat").c_str(), &holder), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(holder, "begin immediate", nullptr, nullptr, nullptr), SQLITE_OK);
+    const std::shared_ptr<void> holder = database.Hold();
     ADODB::SetBusyWait(0.5);
     ADODB::Connection connection;
     connection.Open(Global::ConnectionString);
@@ -71,14 +68,11 @@ TEST_F(QtLoopRepaint, WindowPaintsItselfWhileALockedDatabaseIsWaitedFor) {
     EXPECT_THROW(connection.Execute("delete from Folders"), RuntimeError);
     EXPECT_EQ(window.paints, 1);
     ADODB::SetBusyWait(0);
-    sqlite3_close(holder);
 }
 
 TEST_F(QtLoopRepaint, ShortWaitRunsNoEvent) {
     const fakes::TestDatabase database;
-    sqlite3* holder = nullptr;
-    ASSERT_EQ(sqlite3_open((database.Folder() / "PressroomLive.dat").c_str(), &holder), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(holder, "begin immediate", nullptr, nullptr, nullptr), SQLITE_OK);
+    const std::shared_ptr<void> holder = database.Hold();
     ADODB::SetBusyWait(0.1);
     ADODB::Connection connection;
     connection.Open(Global::ConnectionString);
@@ -86,5 +80,4 @@ TEST_F(QtLoopRepaint, ShortWaitRunsNoEvent) {
     EXPECT_THROW(connection.Execute("delete from Folders"), RuntimeError);
     EXPECT_EQ(window.paints, 0);
     ADODB::SetBusyWait(0);
-    sqlite3_close(holder);
 }

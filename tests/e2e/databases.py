@@ -53,14 +53,15 @@ class Server:
 
 
 class Postgres(Server):
-    def __init__(self):
+    def __init__(self, locale="C", trusts_loopback=False):
         super().__init__("postgres")
         self.programs = pathlib.Path(POSTGRES[-1])
         self.run(self.programs / "initdb", "-D", self.folder / "data", "-U", "postgres", "-A", "trust", "-E", "UTF8",
-                 "--locale=C")
+                 "--locale=" + locale)
         # Only the clerk has to give a password.
         (self.folder / "data" / "pg_hba.conf").write_text(
-            "host all clerk 127.0.0.1/32 scram-sha-256\nlocal all postgres trust\n")
+            "host all clerk 127.0.0.1/32 scram-sha-256\nlocal all postgres trust\n" +
+            ("host all all 127.0.0.1/32 trust\n" if trusts_loopback else ""))
         self.start()
         self.sql("create role clerk login password '%s'" % PASSWORD)
 

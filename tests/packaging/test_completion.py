@@ -30,7 +30,7 @@ def offered(*words, folder=None):
 
 class Completions(unittest.TestCase):
     def test_the_first_word_is_a_command(self):
-        for program in ("oxc-report", "oxc-mail", "oxc-schedule"):
+        for program in ("oxc-report", "oxc-mail", "oxc-schedule", "oxc-store"):
             self.assertEqual(set(offered(program, "")), commands(program) | {"--help", "--version"})
         self.assertEqual(offered("oxc-report", "ex"), ["export"])
         self.assertEqual(offered("oxc", ""), ["-sched"])
@@ -45,6 +45,8 @@ class Completions(unittest.TestCase):
         self.assertEqual(set(export), options(usage("oxc-report")) - {"--help", "--version", "--fonts"})
         self.assertEqual(offered("oxc-report", "export", "a.rpt", "--pass"), ["--password", "--password-stdin"])
         self.assertEqual(options(usage("oxc-mail")), {"--help", "--version"})
+        offers = [set(offered("oxc-store", command, "-")) for command in sorted(commands("oxc-store"))]
+        self.assertEqual(set().union(*offers), options(usage("oxc-store")) - {"--help", "--version"})
         self.assertEqual(set(offered("oxc-schedule", "add", "-")), options(usage("oxc-schedule")) - {"--help", "--version"})
 
     def test_formats_are_those_of_the_usage(self):
@@ -60,6 +62,9 @@ class Completions(unittest.TestCase):
                 self.assertEqual(offered("oxc-report", "export", "a.rpt", option, "sa", folder=folder), [])
             self.assertEqual(offered("oxc-mail", "set", "VCard", "=", "sa", folder=folder), ["sales by region.rpt"])
             self.assertEqual(offered("oxc-mail", "show", "sa", folder=folder), [])
+            for words in (["copy", "--from"], ["link"], ["check"], ["backup", "-o"]):
+                self.assertEqual(offered("oxc-store", *words, "sa", folder=folder), ["sales by region.rpt"])
+            self.assertEqual(offered("oxc-store", "create", "--editor", "sa", folder=folder), [])
 
     def test_keys_of_the_mail_profile_and_their_words(self):
         keys = offered("oxc-mail", "set", "")

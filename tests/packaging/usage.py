@@ -9,7 +9,7 @@ import subprocess
 TOP = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(os.environ.get("OXC_BUILD", TOP / "build" / "release")).resolve()
 # Programs that print a usage. oxc does not: whatever stands on its command line means the scheduler.
-WITH_USAGE = ("oxc-report", "oxc-mail", "oxc-schedule")
+WITH_USAGE = ("oxc-report", "oxc-mail", "oxc-schedule", "oxc-store")
 
 
 def usage(program):

@@ -14,29 +14,12 @@
 #include "scheduler/Schedchk.h"
 #include "support/raises.h"
 #include "support/run_fixture.h"
+#include "support/team_store.h"
 #include "support/watched_log.h"
 
 namespace {
 
 using Rows = std::vector<std::string>;
-
-// Another program that keeps the database busy.
-class Holder {
- public:
-    ~Holder() { Release(); }
-    void Take(const std::filesystem::path& file) {
-        if (m_handle == nullptr && sqlite3_open(file.c_str(), &m_handle) == SQLITE_OK) {
-            EXPECT_EQ(sqlite3_exec(m_handle, "begin immediate", nullptr, nullptr, nullptr), SQLITE_OK);
-        }
-    }
-    void Release() {
-        sqlite3_close(m_handle);
-        m_handle = nullptr;
-    }
-
- private:
-    sqlite3* m_handle = nullptr;
-};
 
 class DeliveryRecords : public fakes::PackageRunFixture {
  protected:
@@ -52,6 +35,11 @@ class DeliveryRecords : public fakes::PackageRunFixture {
     }
     void Schedule() { fakes::Insert(database, {.nextRun = "2026-11-21"}); }
     std::filesystem::path LiveFile() const { return database.Folder() / "PressroomLive.dat"; }
+    void Take() {
+        if (holder == nullptr) {
+            holder = database.Hold();
+        }
+    }
     bool IsKept() const { return std::filesystem::exists(database.Folder() / "PressroomLive.delivered"); }
     // What a process knows that starts now.
     static void StartAgain() {
@@ -62,12 +50,12 @@ class DeliveryRecords : public fakes::PackageRunFixture {
     }
     // Keeps the database busy from the end of the next export.
     void HoldAfterTheExport() {
-        engine.onExport = [this](const std::string&) { holder.Take(LiveFile()); };
+        engine.onExport = [this](const std::string&) { Take(); };
     }
     void ReleaseAtYield(int yield) {
         loop.onYield = [this, yield, count = 0]() mutable {
             if (++count == yield) {
-                holder.Release();
+                holder.reset();
             }
         };
     }
@@ -80,7 +68,7 @@ class DeliveryRecords : public fakes::PackageRunFixture {
         return database.Rows("select ReportID, LastRun, Status, ErrMsg from ReportHistory");
     }
 
-    Holder holder;
+    std::shared_ptr<void> holder;  // another program that keeps the database busy
 };
 
 // Returns what the body writes to standard error.
@@ -97,7 +85,7 @@ TEST_F(DeliveryRecords, NothingRunsWhileTheDatabaseStaysBusy) {
     Schedule();
     Package("F");
     Detail(1, "1>a.rpt", "Acrobat");
-    holder.Take(LiveFile());
+    Take();
     Said([] {
         EXPECT_THROW(Global::Schedchk(), RuntimeError);
         EXPECT_THROW(Global::BatchReport(), RuntimeError);
@@ -111,11 +99,10 @@ TEST_F(DeliveryRecords, NothingRunsWhileTheDatabaseStaysBusy) {
 
 TEST_F(DeliveryRecords, PollOfABusyDatabaseFailsWithItsRowOnceItIsFree) {
     Schedule();
-    holder.Take(LiveFile());
+    Take();
     ReleaseAtYield(3);
     const std::string said = Said([] { Global::Schedchk(); });
-    const std::string reason = "The data file \"" + paths::ForUser(AppPath()) +
-                               "/PressroomLive.dat\" is still in use by another program after 0.01 seconds";
+    const std::string reason = database.BusyText();
     EXPECT_EQ(ScheduleHistory(), Rows{"1|2026-11-21 14:00:00|Failure|" + reason});
     ASSERT_EQ(mail.sent.size(), 1U);
     EXPECT_EQ(mail.sent[0].text, "An error occured in Schedchk. " + reason + " [-2147217871]");
@@ -173,12 +160,13 @@ TEST_F(DeliveryRecords, ScheduleThatCouldNotBeRecordedIsRecordedByTheNextPollAnd
     HoldAfterTheExport();
     const std::string said = Said([] { EXPECT_THROW(Global::Schedchk(), RuntimeError); });
     EXPECT_NE(
-        said.find("2026-11-21 14:00:00 An error occured in Schedchk, and its history row cannot be written. "
-                  "The data file \""),
+        said.find(
+            "2026-11-21 14:00:00 An error occured in Schedchk, and its history row cannot be written. " +
+            database.BusyText()),
         std::string::npos)
         << said;
     EXPECT_TRUE(IsKept());
-    holder.Release();
+    holder.reset();
     clock.now = fakes::At(2026, 11, 21, 14, 5, 0);
     database.TakeStatements();
     Global::Schedchk();
@@ -205,12 +193,12 @@ TEST_F(DeliveryRecords, RestartRecordsWhatTheFormerProcessDelivered) {
     });
     // Packages were not run: the database was already busy.
     EXPECT_EQ(Exports(), 1U);
-    holder.Release();
+    holder.reset();
     StartAgain();
     ReleaseAtYield(1);
     engine.onExport = [this](const std::string& file) {
         if (file != "mail") {
-            holder.Take(LiveFile());
+            Take();
         }
     };
     Said([] { Global::Schedchk(); });
@@ -218,7 +206,7 @@ TEST_F(DeliveryRecords, RestartRecordsWhatTheFormerProcessDelivered) {
     Said([] { EXPECT_THROW(Global::BatchReport(), RuntimeError); });
     EXPECT_EQ(Exports(), 2U);
     EXPECT_EQ(mail.sent.size(), 1U);
-    holder.Release();
+    holder.reset();
     StartAgain();
     Global::BatchReport();
     Global::Schedchk();
@@ -322,6 +310,19 @@ TEST_F(DeliveryRecords, RunAtAnotherTimeIsAnotherRun) {
         EXPECT_EQ(Exports(), 2U) << change;
         EXPECT_FALSE(IsKept());
     }
+}
+
+TEST_F(DeliveryRecords, RunThatIsNotRecordedStaysClaimedOverAServer) {
+    Schedule();
+    Package("F");
+    database.Run("create trigger A before update on ReportScheduler begin select raise(abort, 'held'); end");
+    Global::Schedchk();
+    Global::BatchReport();
+    EXPECT_EQ(ADODB::HeldClaims(Global::ConnectionString).size(), fakes::TestsUseServer() ? 1U : 0U);
+    database.Run("drop trigger A");
+    Global::Schedchk();
+    EXPECT_TRUE(ADODB::HeldClaims(Global::ConnectionString).empty());
+    EXPECT_EQ(Exports(), 1U);
 }
 
 TEST_F(DeliveryRecords, DeliveryOfAnItemThatIsGoneIsForgotten) {

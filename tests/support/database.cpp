@@ -13,6 +13,7 @@
 #include "platform/contracts/regional.h"
 #include "shared/Global.h"
 #include "support/source_dir.h"
+#include "support/team_store.h"
 
 namespace fakes {
 
@@ -59,7 +60,12 @@ TestDatabase::TestDatabase() : m_folder(NewFolder()) {
     std::filesystem::create_directories(m_folder / "output");
     std::filesystem::create_directories(m_folder / "Cache");
     SetAppPath(paths::FromMachine(m_folder));
-    Run(Schema());
+    if (TestsUseServer()) {
+        m_team = std::make_unique<TeamStore>();
+        std::ofstream(m_folder / "PressroomLive.dat") << m_team->LinkText();
+    } else {
+        Run(Schema());
+    }
     Global::ConnectionString = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
                                "\\PressroomLive.dat;Persist Security Info=False";
     ADODB::SetStatementTrace([this](const std::string& statement) { m_statements.push_back(statement); });
@@ -73,6 +79,10 @@ TestDatabase::~TestDatabase() {
 }
 
 void TestDatabase::Run(const std::string& statements) const {
+    if (m_team != nullptr) {
+        m_team->Run(statements);
+        return;
+    }
     const Handle handle(m_folder / "PressroomLive.dat");
     char* message = nullptr;
     if (sqlite3_exec(handle.Get(), statements.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
@@ -83,6 +93,9 @@ void TestDatabase::Run(const std::string& statements) const {
 }
 
 std::vector<std::string> TestDatabase::Rows(const std::string& select) const {
+    if (m_team != nullptr) {
+        return m_team->Rows(select);
+    }
     const Handle handle(m_folder / "PressroomLive.dat");
     std::vector<std::string> rows;
     const auto add = [](void* out, int columns, char** values, char** /*names*/) {
@@ -100,6 +113,24 @@ std::vector<std::string> TestDatabase::Rows(const std::string& select) const {
         throw std::runtime_error(text);
     }
     return rows;
+}
+
+std::shared_ptr<void> TestDatabase::Hold() const {
+    if (m_team != nullptr) {
+        return m_team->Hold();
+    }
+    auto holder = std::make_shared<Handle>(m_folder / "PressroomLive.dat");
+    if (sqlite3_exec(holder->Get(), "begin immediate", nullptr, nullptr, nullptr) != SQLITE_OK) {
+        throw std::runtime_error("the database is held already");
+    }
+    return holder;
+}
+
+std::string TestDatabase::BusyText() const {
+    return m_team != nullptr
+               ? "The store is still in use by another program; canceling statement due to lock timeout"
+               : "The data file \"" + paths::ForUser(AppPath()) +
+                     "/PressroomLive.dat\" is still in use by another program after 0.01 seconds";
 }
 
 std::vector<std::string> TestDatabase::TakeStatements() {

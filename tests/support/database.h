@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A live database for one test, in a folder that is removed with it. The folder is the application's folder
-// meanwhile.
+// meanwhile. With OXC_TEST_SERVER in the environment its file is a link to a team's store (team_store.h).
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace fakes {
+
+class TeamStore;
 
 class TestDatabase {
  public:
@@ -17,16 +20,21 @@ class TestDatabase {
     TestDatabase& operator=(const TestDatabase&) = delete;
 
     const std::filesystem::path& Folder() const { return m_folder; }
-    // Runs statements with the bare SQLite library, as another program would.
+    // Runs statements with the bare library of the database, as another program would.
     void Run(const std::string& statements) const;
     // Returns rows as texts joined by "
     // ", Null as "null".
     std::vector<std::string> Rows(const std::string& select) const;
+    // Keeps the database busy for writers while the object lives.
+    std::shared_ptr<void> Hold() const;
+    // Returns the description of the error of a statement that has waited 0.01 seconds for a busy database.
+    std::string BusyText() const;
     // Returns every statement that the system has run since the last call, in order.
     std::vector<std::string> TakeStatements();
 
  private:
     std::filesystem::path m_folder;
+    std::unique_ptr<TeamStore> m_team;  // null: the embedded database
     std::vector<std::string> m_statements;
 };
 

@@ -35,6 +35,16 @@ TEST(HiddenArguments, PasswordOfAConnectStringIsAsterisksToTheEnd) {
     EXPECT_EQ(hidden("db=SQLITE;Data Source=/pwd/x.db"), "db=SQLITE;Data Source=/pwd/x.db");
 }
 
+TEST(HiddenArguments, AnyArgumentMayBeAConnectString) {
+    std::string to = "--to";
+    std::string connect = "Host=h;Password=a;Port=1";
+    std::string program = "oxc-store";
+    char* pointers[] = {program.data(), to.data(), connect.data()};
+    HideConnectStrings(3, pointers);
+    EXPECT_EQ(connect, "Host=h;Password=********");
+    EXPECT_EQ(to, "--to");
+}
+
 TEST(HiddenArguments, VariableIsTakenOutOfTheEnvironment) {
     setenv("OXC_TEST_SECRET", "s3cret", 1);
     const char* const place = std::getenv("OXC_TEST_SECRET");

@@ -2,15 +2,17 @@
 // Data access: connections, recordsets, fields by name, numbered errors.
 //
 // The data is one SQLite 3 file in WAL mode. "Data Source=" of the connection string names it as a path of
-// the system. Statements are in the system's own dialect: SQLite's plus `top N`, `left(text,n)`,
-// `datediff('d',a,b)`, `Now()` and names in square brackets. Texts and names of columns and tables compare
-// without regard to case. One Execute or Open runs one statement: anything after it but blanks, comments and
-// one semicolon is an error, so that a value cannot add a second statement. Double quotes mark identifiers,
-// never texts.
+// the system. The file may instead be a link to a store on a PostgreSQL server, which several machines share;
+// everything below holds for both. Statements are in the system's own dialect: SQLite's plus `top N`,
+// `left(text,n)`, `datediff('d',a,b)`, `Now()` and names in square brackets. Texts and names of columns and
+// tables compare without regard to case. One Execute or Open runs one statement: anything after it but
+// blanks, comments and one semicolon is an error, so that a value cannot add a second statement. Double
+// quotes mark identifiers, never texts.
 //
 // Errors are RuntimeErrors with the numbers err::Data*: file missing, unreadable or not a database; table
-// missing; column or value missing; syntax; constraint. A missing file is never created. A busy database is
-// waited for, up to 10 seconds; meanwhile windows repaint themselves and no other event runs.
+// missing; column or value missing; syntax; constraint. A missing file is never created. A server that cannot
+// be reached is an unreadable file; a lost connection is opened again by the next operation. A busy database
+// is waited for, up to 10 seconds; meanwhile windows repaint themselves and no other event runs.
 //
 // `order by LastRun` compares the moments that the texts hold, in any form of date. A text that holds no
 // moment is older than all others.
@@ -20,6 +22,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/contracts/runtime.h"
 
@@ -95,6 +98,35 @@ class Recordset {
     Impl& Opened() const;  // 3704 if it is not open
     std::unique_ptr<Impl> m_impl;
 };
+
+// One process's claim on an item that the schedulers of several machines find due. The claim ends with the
+// object, or when the process or its connection dies. Over an embedded database every item is held at once.
+class Claim {
+ public:
+    // `row` is the item's row of `table`, with its key in ReportID.
+    Claim(const std::string& connectionString, const std::string& table, const Recordset& row);
+    ~Claim();
+    Claim(Claim&&) noexcept;
+    Claim& operator=(Claim&&) noexcept;
+
+    // Returns false if another process holds the item, or if the item has changed since `row` was read.
+    bool IsHeld() const { return m_isHeld; }
+
+ private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;  // null if there is nothing to give back
+    bool m_isHeld = true;
+};
+
+struct HeldClaim {
+    std::string table, key;
+    std::string holder;  // the machine and the process, as the server knows them
+};
+// Returns the claims of all processes on the store, and nothing for an embedded database.
+std::vector<HeldClaim> HeldClaims(const std::string& connectionString);
+
+// Returns a text that is the same for all connection strings to one store, and another for another store.
+std::string StoreIdentity(const std::string& connectionString);
 
 // Calls `trace` with every statement exactly as the system gave it, before it runs. For tests; an empty
 // function turns it off.

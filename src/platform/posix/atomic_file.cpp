@@ -146,6 +146,7 @@ AtomicFile::AtomicFile(std::filesystem::path target, UniqueFd file)
     : m_target(std::move(target)),
       m_ifThere(IfThere::Replace),
       m_readers(Readers::Mask),
+      m_lasting(Lasting::Brief),
       m_file(file.Release()) {}
 
 void AtomicFile::MakeTemporary() {

@@ -44,6 +44,7 @@ std::vector<std::filesystem::path> MachineHost::OwnFiles() const {
     std::vector<std::filesystem::path> own{ConfigPlace()};
     if (const std::optional<std::filesystem::path> application = ApplicationFolder()) {
         own.push_back(*application / "PressroomLive.dat");
+        own.push_back(*application / "PressroomLive.dat.embedded");
         own.push_back(*application / "Pressroom.dat");
     }
     return own;

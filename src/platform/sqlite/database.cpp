@@ -7,11 +7,11 @@
 #include <filesystem>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "platform/base/paths.h"
-#include "platform/contracts/adodb.h"
-#include "platform/contracts/loop.h"
-#include "platform/sqlite/connection_string.h"
+#include "platform/data/provider/busy_wait.h"
+#include "platform/data/provider/statement_text.h"
 #include "platform/sqlite/dialect.h"
 #include "platform/sqlite/failure.h"
 #include "platform/sqlite/sql_functions.h"
@@ -24,31 +24,11 @@ using Clock = std::chrono::steady_clock;
 
 // SQLite's own waits grow to 100 ms, so that two programs that write by turns can block each other for long.
 constexpr auto Turn = 2ms;
-// Shorter waits need no repainting.
-constexpr auto NoticedWait = 200ms;
-constexpr auto RepaintInterval = 50ms;
-
-constexpr std::chrono::duration<double> UsualWait = 10s;
-
-std::chrono::duration<double>& LongestWait() {
-    static std::chrono::duration<double> wait = UsualWait;
-    return wait;
-}
 
 // Waits one turn; the wait began at `since`. SQLite, which is C, calls it: it must not throw.
 void WaitOneTurn(Clock::time_point since) noexcept {
-    static Clock::time_point lastRepaint;
     std::this_thread::sleep_for(Turn);
-    const auto now = Clock::now();
-    if (now - since < NoticedWait || now - lastRepaint < RepaintInterval) {
-        return;
-    }
-    try {
-        TheLoop().Repaint();
-    } catch (...) {
-        // A window that cannot be painted does not end the wait.
-    }
-    lastRepaint = Clock::now();
+    RepaintDuringWait(since);
 }
 
 // SQLite waits for locks itself, but not if it sees a race at the start or end of the write-ahead log: then
@@ -57,7 +37,7 @@ template <typename Call>
 int UntilNotBusy(Call call) {
     const auto start = Clock::now();
     int code = call();
-    while (IsBusyCode(code) && Clock::now() - start < LongestWait()) {
+    while (IsBusyCode(code) && Clock::now() - start < LongestBusyWait()) {
         WaitOneTurn(start);
         code = call();
     }
@@ -66,19 +46,11 @@ int UntilNotBusy(Call call) {
 
 }  // namespace
 
-void ADODB::SetBusyWait(double seconds) {
-    LongestWait() = seconds > 0 ? std::chrono::duration<double>(seconds) : UsualWait;
-}
-
 void Database::Closer::operator()(sqlite3* handle) const {
     sqlite3_close_v2(handle);
 }
 
-Database::Database(const std::string& connectionString)
-    : m_file(ConnectionValue(connectionString, "Data Source")) {
-    if (m_file.empty()) {
-        throw RuntimeError(err::DataUnavailable, "The connection string names no data file (Data Source)");
-    }
+Database::Database(std::string file) : m_file(std::move(file)) {
     OpenFile();
     Configure();
     UseWriteAheadLog();
@@ -148,7 +120,7 @@ int Database::WaitWhileBusy(void* database, int calls) {
     if (calls == 0) {
         busySince = now;
     }
-    if (now - busySince >= LongestWait()) {
+    if (now - busySince >= LongestBusyWait()) {
         return 0;
     }
     WaitOneTurn(busySince);
@@ -200,7 +172,7 @@ void Database::Raise(int code) {
         m_functionError.reset();
         throw error;
     }
-    RaiseDataError(Handle(), code, m_file, LongestWait().count());
+    RaiseDataError(Handle(), code, m_file, LongestBusyWait().count());
 }
 
 void Statement::Finalizer::operator()(sqlite3_stmt* statement) const {
@@ -208,9 +180,7 @@ void Statement::Finalizer::operator()(sqlite3_stmt* statement) const {
 }
 
 Statement::Statement(Database& database, const std::string& text) : m_database(database) {
-    if (text.find('\0') != std::string::npos) {
-        RaiseSyntaxError("it holds a character with the number zero");
-    }
+    RefuseZeroCharacter(text);
     const std::string translated = TranslateDialect(text);
     const char* tail = nullptr;
     const int code = UntilNotBusy([&] {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A connection to the data file and a statement on it, for Connection and Recordset.
+// A connection to the data file and a statement on it.
 #pragma once
 
 #include <chrono>
@@ -16,7 +16,7 @@ struct sqlite3_stmt;
 // call returns.
 class Database {
  public:
-    explicit Database(const std::string& connectionString);
+    explicit Database(std::string file);  // a path of the system
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
@@ -69,6 +69,3 @@ class Statement {
     std::unique_ptr<sqlite3_stmt, Finalizer> m_statement;
     bool m_started = false;
 };
-
-// Calls the statement trace, if there is one.
-void TraceStatement(const std::string& statement);

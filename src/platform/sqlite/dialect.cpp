@@ -1,34 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/sqlite/dialect.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <initializer_list>
 #include <vector>
 
-#include "platform/base/text.h"
-#include "platform/sqlite/tokens.h"
+#include "platform/data/provider/statement_words.h"
 
 namespace {
-
-// The column that holds moments as texts in several forms.
-constexpr std::string_view MomentColumn = "lastrun";
-
-bool IsWord(const Token* token, std::initializer_list<std::string_view> words) {
-    return token != nullptr && token->kind == TokenKind::Word &&
-           std::any_of(words.begin(), words.end(),
-                       [token](std::string_view word) { return SameText(token->text, word); });
-}
-
-bool IsMark(const Token* token, std::initializer_list<std::string_view> marks) {
-    return token != nullptr && token->kind == TokenKind::Mark &&
-           std::find(marks.begin(), marks.end(), token->text) != marks.end();
-}
-
-bool IsWholeNumber(const Token* token) {
-    return token != nullptr && token->kind == TokenKind::Number &&
-           token->text.find_first_not_of("0123456789") == std::string_view::npos;
-}
 
 class Translator {
  public:
@@ -58,13 +36,7 @@ class Translator {
         bool orders = false;     // after its `order by`
     };
 
-    // Returns the first token from `index` on that is not blank, or null.
-    const Token* Next(std::size_t index) const {
-        while (index < m_tokens.size() && m_tokens[index].kind == TokenKind::Blank) {
-            ++index;
-        }
-        return index < m_tokens.size() ? &m_tokens[index] : nullptr;
-    }
+    const Token* Next(std::size_t index) const { return NextToken(m_tokens, index); }
 
     void Take(const Token& token) {
         const Token* next = Next(m_index + 1);
@@ -87,24 +59,9 @@ class Translator {
             m_result += " collate nocase";
         } else if (IsWord(&token, {"select", "distinct", "all"}) && IsWord(next, {"top"})) {
             SkipTop();
-        } else if (m_levels.back().orders && HoldsMoments(token) && EndsTerm(next)) {
+        } else if (m_levels.back().orders && HoldsMoments(token) && EndsOrderTerm(next)) {
             m_result += " collate moment";
         }
-    }
-
-    static bool HoldsMoments(const Token& token) {
-        std::string_view name = token.text;
-        if (token.kind == TokenKind::Name && name.size() > 2) {
-            name = name.substr(1, name.size() - 2);
-        } else if (token.kind != TokenKind::Word) {
-            return false;
-        }
-        return SameText(name, MomentColumn);
-    }
-
-    static bool EndsTerm(const Token* next) {
-        return next == nullptr || IsMark(next, {",", ")", ";"}) ||
-               IsWord(next, {"asc", "desc", "nulls", "limit", "union", "except", "intersect"});
     }
 
     bool IsCompared(const Token* next) const {
@@ -146,11 +103,4 @@ class Translator {
 
 std::string TranslateDialect(std::string_view statement) {
     return Translator(statement).Translate();
-}
-
-bool IsBlankStatement(std::string_view rest) {
-    const std::vector<Token> tokens = Tokenize(rest);
-    return std::all_of(tokens.begin(), tokens.end(), [](const Token& token) {
-        return token.kind == TokenKind::Blank || (token.kind == TokenKind::Mark && token.text == ";");
-    });
 }

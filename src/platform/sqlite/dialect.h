@@ -13,6 +13,3 @@
 //                                           several forms
 // Texts, quoted names and comments stay unchanged. datediff and Now are functions (functions.h).
 std::string TranslateDialect(std::string_view statement);
-
-// Returns true if `rest` holds only blanks, comments and semicolons.
-bool IsBlankStatement(std::string_view rest);

@@ -122,10 +122,6 @@ void RaiseDataError(sqlite3* handle, int code, const std::string& file, double w
     }
 }
 
-void RaiseSyntaxError(std::string_view reason) {
-    throw RuntimeError(err::DataSyntax, "The statement is not understood; " + std::string(reason));
-}
-
 bool IsBusyCode(int code) {
     const int primary = code & 0xFF;
     return primary == SQLITE_BUSY || primary == SQLITE_LOCKED || primary == SQLITE_PROTOCOL;

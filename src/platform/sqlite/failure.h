@@ -3,16 +3,12 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 struct sqlite3;
 
 // Raises the error for a result code of SQLite on `handle`, which may be null. `file` is the data file as a
 // path of the system; `waited` is the number of seconds for which a busy file was waited for.
 [[noreturn]] void RaiseDataError(sqlite3* handle, int code, const std::string& file, double waited = 0);
-
-// Raises "not a statement" for a statement that is not passed to SQLite.
-[[noreturn]] void RaiseSyntaxError(std::string_view reason);
 
 // Returns true if the call may succeed later, because another process holds the file for a moment.
 bool IsBusyCode(int code);

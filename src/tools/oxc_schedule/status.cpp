@@ -25,7 +25,8 @@ struct Status {
     std::int64_t hours = 0;
     std::int64_t failures = 0, packageFailures = 0;  // in these hours
     std::size_t schedules = 0, packages = 0;
-    std::optional<std::size_t> outbox;  // messages; nullopt if the profile has no outbox
+    std::vector<ADODB::HeldClaim> claims;  // of all schedulers of a shared store
+    std::optional<std::size_t> outbox;     // messages; nullopt if the profile has no outbox
     int code = 0;
 };
 
@@ -89,9 +90,14 @@ Status ReadStatus(const CommandLine& line) {
         CountSince("select LastRun from ReportBatchHstry where ErrMsg is not null", since);
     status.schedules = CountRows("ReportScheduler");
     status.packages = CountRows("ReportBatch");
+    status.claims = ADODB::HeldClaims(Global::ConnectionString);
     status.outbox = mailer::CountOutbox();
     status.code = CodeOf(status, line);
     return status;
+}
+
+std::string KindOf(const ADODB::HeldClaim& claim) {
+    return claim.table == "ReportBatch" ? "package" : "schedule";
 }
 
 std::string Metric(const std::string& name, const std::string& help, const std::string& labels,
@@ -131,6 +137,14 @@ QJsonObject Describe(const Status& status) {
         object.insert("last poll", static_cast<qint64>(status.poll->moment));
         object.insert("age", static_cast<qint64>(status.age));
     }
+    QJsonArray claims;
+    for (const ADODB::HeldClaim& claim : status.claims) {
+        claims.append(QJsonObject{
+            {"kind", Json(KindOf(claim))}, {"id", Json(claim.key)}, {"holder", Json(claim.holder)}});
+    }
+    if (!claims.empty()) {
+        object.insert("under way", claims);
+    }
     if (status.outbox) {
         object.insert("outbox", static_cast<qint64>(*status.outbox));
     }
@@ -150,6 +164,9 @@ std::string Sentence(const Status& status) {
             std::to_string(status.packageFailures) + " of packages.\n";
     text += "Stored: " + std::to_string(status.schedules) + " schedules, " + std::to_string(status.packages) +
             " packages.\n";
+    for (const ADODB::HeldClaim& claim : status.claims) {
+        text += "Under way: " + KindOf(claim) + " " + claim.key + ", by " + claim.holder + "\n";
+    }
     if (status.outbox) {
         text += "Outbox: " + std::to_string(*status.outbox) + " messages.\n";
     }

@@ -7,7 +7,8 @@
 #include "data_fixture.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/regional.h"
-#include "platform/sqlite/tokens.h"
+#include "platform/data/provider/statement_text.h"
+#include "platform/data/provider/tokens.h"
 
 namespace {
 

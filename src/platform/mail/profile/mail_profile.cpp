@@ -13,10 +13,10 @@
 #include "platform/base/paths.h"
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
-#include "platform/mail/base/child_process.h"
 #include "platform/mail/base/domain_name.h"
 #include "platform/mail/base/mail_errors.h"
 #include "platform/mail/profile/ini_text.h"
+#include "platform/posix/password_command.h"
 #include "platform/posix/small_file.h"
 
 namespace mailer {
@@ -198,37 +198,15 @@ std::string PasswordOf(const MailProfile& profile, const std::stop_token& stop) 
     if (!profile.password.empty() || profile.passwordCommand.empty()) {
         return profile.password;
     }
-    constexpr int Seconds = 30;
-    constexpr std::size_t LongestPassword = 4096;
-    const ChildResult result =
-        RunChild({"/bin/sh", "-c", profile.passwordCommand}, -1, Seconds, LongestPassword, stop);
+    CommandPassword result = RunPasswordCommand(profile.passwordCommand, stop);
     if (stop.stop_requested()) {
         throw RuntimeError(err::MailUserCancel, "PasswordCommand was cancelled");
     }
-    if (result.timedOut) {
-        RefuseProfile(profile.file, "PasswordCommand did not end within 30 seconds");
-    }
-    if (!result.started) {
+    if (!result.failure.empty()) {
         throw RuntimeError(NumberOfSystemError(result.startError, ErrBadProfile),
-                           ProfileText(profile.file, "PasswordCommand cannot be started: " +
-                                                         SystemErrorText(result.startError)));
+                           ProfileText(profile.file, result.failure));
     }
-    if (result.tooMuch) {
-        RefuseProfile(profile.file,
-                      "PasswordCommand wrote more than " + std::to_string(LongestPassword) + " bytes");
-    }
-    if (result.signal != 0) {
-        RefuseProfile(profile.file, "PasswordCommand " + EndOf(result));
-    }
-    if (result.exitCode != 0) {
-        RefuseProfile(profile.file,
-                      "PasswordCommand failed with exit code " + std::to_string(result.exitCode));
-    }
-    std::string password = result.output.substr(0, result.output.find_last_not_of("\r\n") + 1);
-    if (password.empty() || HasControls(password)) {
-        RefuseProfile(profile.file, "PasswordCommand wrote no password of one line");
-    }
-    return password;
+    return std::move(result.password);
 }
 
 fs::path MailProfilePath() {

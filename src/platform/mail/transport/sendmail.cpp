@@ -12,9 +12,9 @@
 #include "platform/base/ascii.h"
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
-#include "platform/mail/base/child_process.h"
 #include "platform/mail/base/mail_errors.h"
 #include "platform/mail/message/spool_file.h"
+#include "platform/posix/child_process.h"
 
 namespace mailer {
 namespace {

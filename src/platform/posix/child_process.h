@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Short-lived child programs of mail. They run without a shell, and never longer than their time limit.
+// Short-lived child programs. They run without a shell, and never longer than their time limit.
 #pragma once
 
 #include <stop_token>
 #include <string>
 #include <vector>
-
-namespace mailer {
 
 // What happens once standard output exceeds its limit.
 enum class Excess { Ends, IsDropped };  // kill the program; read and discard the rest
@@ -32,5 +30,3 @@ ChildResult RunChild(const std::vector<std::string>& arguments, int input, int s
 
 // Returns "ended with exit code 7" or "was ended by signal 9 (Killed)", for a program that has ended.
 std::string EndOf(const ChildResult& result);
-
-}  // namespace mailer

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <sqlite3.h>
-
 #include <cstdint>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "platform/base/text.h"
 #include "platform/contracts/adodb.h"
-#include "platform/sqlite/database.h"
+#include "platform/data/open_session.h"
 
 namespace ADODB {
 
@@ -25,14 +22,12 @@ struct Recordset::Impl {
         std::size_t index;
     };
 
-    Impl(const std::string& connectionString, const std::string& statement)
-        : database(connectionString), running(database, statement) {
-        atEnd = !running.Step();
-        const int count = sqlite3_column_count(running.Handle());
-        columns.resize(static_cast<std::size_t>(count));
-        for (int index = 0; index < count; ++index) {
-            const char* name = sqlite3_column_name(running.Handle(), index);
-            columns[static_cast<std::size_t>(index)].field.Name = name != nullptr ? name : "";
+    Impl(std::unique_ptr<DataSession> opened, std::unique_ptr<DataRows> found)
+        : session(std::move(opened)), rows(std::move(found)) {
+        atEnd = !rows->Next();
+        columns.resize(rows->ColumnCount());
+        for (std::size_t index = 0; index < columns.size(); ++index) {
+            columns[index].field.Name = rows->ColumnName(index);
         }
     }
 
@@ -58,35 +53,14 @@ struct Recordset::Impl {
         }
         Column& column = columns[index];
         if (column.decodedRow != row) {
-            Decode(static_cast<int>(index), column.field.Value);
+            rows->Read(index, column.field.Value);
             column.decodedRow = row;
         }
         return column.field;
     }
 
-    void Decode(int index, Variant& value) const {
-        sqlite3_stmt* handle = running.Handle();
-        switch (sqlite3_column_type(handle, index)) {
-            case SQLITE_NULL:
-                value = Variant();
-                break;
-            case SQLITE_INTEGER:
-                value = Variant(static_cast<std::int64_t>(sqlite3_column_int64(handle, index)));
-                break;
-            case SQLITE_FLOAT:
-                value = Variant(sqlite3_column_double(handle, index));
-                break;
-            default: {
-                const auto* bytes = static_cast<const char*>(sqlite3_column_blob(handle, index));
-                const int length = sqlite3_column_bytes(handle, index);
-                value.SetText(bytes == nullptr ? std::string_view()
-                                               : std::string_view(bytes, static_cast<std::size_t>(length)));
-            }
-        }
-    }
-
-    Database database;
-    Statement running;
+    std::unique_ptr<DataSession> session;
+    std::unique_ptr<DataRows> rows;  // of the session
     std::vector<Column> columns;
     std::vector<Spelling> spellings;
     std::uint64_t row = 1;
@@ -104,9 +78,9 @@ void Recordset::Open(const std::string& statement, const std::string& activeConn
         throw RuntimeError(err::DataOpen);
     }
     TraceStatement(statement);
-    auto opened = std::make_unique<Impl>(activeConnection, statement);
-    if (opened->running.HasColumns()) {
-        m_impl = std::move(opened);
+    std::unique_ptr<DataSession> session = OpenDataSession(activeConnection);
+    if (std::unique_ptr<DataRows> rows = session->Query(statement)) {
+        m_impl = std::make_unique<Impl>(std::move(session), std::move(rows));
     }
 }
 
@@ -128,7 +102,7 @@ void Recordset::MoveNext() {
     }
     ++impl.row;
     impl.atEnd = true;  // stays true if the step raises an error
-    impl.atEnd = !impl.running.Step();
+    impl.atEnd = !impl.rows->Next();
 }
 
 void Recordset::Close() {

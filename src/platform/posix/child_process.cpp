@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/mail/base/child_process.h"
+#include "platform/posix/child_process.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -20,7 +20,6 @@
 
 extern char** environ;
 
-namespace mailer {
 namespace {
 
 using Moment = std::chrono::steady_clock::time_point;
@@ -225,5 +224,3 @@ ChildResult RunChild(const std::vector<std::string>& arguments, int input, int s
     WaitForEnd(child, limit, streams, result);
     return result;
 }
-
-}  // namespace mailer

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/mail/base/child_process.h"
+#include "platform/posix/child_process.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +10,6 @@
 #include <thread>
 
 #include "support/temporary_folder.h"
-
-using mailer::RunChild;
 
 TEST(ChildProcess, GivesOutputComplaintAndExitCode) {
     const auto result = RunChild({"/bin/sh", "-c", "echo out; echo bad >&2; exit 7"}, -1, 10, 100);
@@ -39,8 +37,8 @@ TEST(ChildProcess, SilentOrEndlessProgramsAreEnded) {
     EXPECT_TRUE(RunChild({"/bin/sh", "-c", "sleep 30 & sleep 30"}, -1, 1, 100).timedOut);
     EXPECT_TRUE(RunChild({"/bin/sh", "-c", "exec >&- 2>&-; sleep 30"}, -1, 1, 100).timedOut);
     EXPECT_TRUE(RunChild({"yes"}, -1, 10, 1000).tooMuch);
-    const auto chatty = RunChild({"/bin/sh", "-c", "yes | head -c 1200000; exit 0"}, -1, 10, 1000, {},
-                                 mailer::Excess::IsDropped);
+    const auto chatty =
+        RunChild({"/bin/sh", "-c", "yes | head -c 1200000; exit 0"}, -1, 10, 1000, {}, Excess::IsDropped);
     EXPECT_EQ(chatty.exitCode, 0);
     EXPECT_EQ(chatty.output.size(), 1000U);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));

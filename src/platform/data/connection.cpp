@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/contracts/adodb.h"
-#include "platform/sqlite/database.h"
+#include "platform/data/open_session.h"
 
 namespace {
 
@@ -23,54 +23,52 @@ void TraceStatement(const std::string& statement) {
 namespace ADODB {
 
 struct Connection::Impl {
-    std::unique_ptr<Database> database;  // null while the connection is closed
+    std::unique_ptr<DataSession> session;  // null while the connection is closed
 };
 
 Connection::Connection() : m_impl(std::make_unique<Impl>()) {}
 Connection::~Connection() = default;
 
-// User and password are part of the interface; the data file has neither.
+// User and password are part of the interface; the data file has neither, and a link names its own.
 void Connection::Open(const std::string& connectionString, const std::string& /*user*/,
                       const std::string& /*password*/) {
-    if (m_impl->database != nullptr) {
+    if (m_impl->session != nullptr) {
         throw RuntimeError(err::DataOpen);
     }
-    m_impl->database = std::make_unique<Database>(connectionString);
+    m_impl->session = OpenDataSession(connectionString);
 }
 
 Connection::Impl& Connection::Opened() const {
-    if (m_impl->database == nullptr) {
+    if (m_impl->session == nullptr) {
         throw RuntimeError(err::DataClosed);
     }
     return *m_impl;
 }
 
 void Connection::Execute(const std::string& statement) {
-    Database& database = *Opened().database;
+    DataSession& session = *Opened().session;
     TraceStatement(statement);
-    Statement running(database, statement);
-    while (running.Step()) {
-    }
+    session.Execute(statement);
 }
 
 void Connection::ProveWritable() {
-    Opened().database->ProveWritable();
+    Opened().session->ProveWritable();
 }
 
 void Connection::BeginTrans() {
-    Opened().database->Begin();
+    Opened().session->Begin();
 }
 
 void Connection::CommitTrans() {
-    Opened().database->Commit();
+    Opened().session->Commit();
 }
 
 void Connection::RollbackTrans() {
-    Opened().database->Rollback();
+    Opened().session->Rollback();
 }
 
 void Connection::Close() {
-    Opened().database.reset();
+    Opened().session.reset();
 }
 
 void SetStatementTrace(std::function<void(const std::string&)> trace) {

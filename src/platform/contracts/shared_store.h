@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A store that several machines share. Over an embedded database these functions do nothing.
+//
+// Each machine has the report files in its own folder Cache; the store keeps their bytes, so that a schedule
+// made on one machine runs on another. Paths are those of the system.
+//
+// Errors are those of data access, and 75 for a file that cannot be read or written, 6 for one of more than
+// 64 megabytes.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/contracts/runtime.h"
+
+// Returns the error with which the store cannot be reached now.
+std::optional<RuntimeError> SharedStoreFailure(const std::string& connectionString);
+
+// Gives the store the bytes of a file in the folder Cache, under the file's name.
+void KeepReport(const std::string& connectionString, const std::string& path);
+
+// Returns the path under which a report is opened on this machine. For a file in a folder Cache, of this or
+// another machine, that is the file of its name in this application's Cache; it is copied from the store
+// first if it is missing or different. Any other path, and a name that the store does not have, is returned
+// unchanged.
+std::string ReportOnThisMachine(const std::string& connectionString, const std::string& path);

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <utility>
+
+#include "platform/contracts/adodb.h"
+#include "platform/data/open_session.h"
+
+namespace ADODB {
+
+namespace {
+
+// Reads the row of the same key again. The statement is the claim's own and is not traced.
+bool IsUnchanged(DataSession& session, const std::string& table, const Recordset& row) {
+    const std::unique_ptr<DataRows> rows =
+        session.Query("select * from " + table + " where ReportID = " + row.Fields("ReportID").Value);
+    if (rows == nullptr || !rows->Next()) {
+        return false;
+    }
+    bool isSame = rows->ColumnCount() == row.FieldCount();
+    Variant value;
+    for (std::size_t column = 0; isSame && column < row.FieldCount(); ++column) {
+        rows->Read(column, value);
+        isSame = value == row.Fields(column).Value;
+    }
+    while (rows->Next()) {
+    }
+    return isSame;
+}
+
+}  // namespace
+
+struct Claim::Impl {
+    explicit Impl(std::unique_ptr<DataSession> opened) : session(std::move(opened)) {}
+    ~Impl() { session->ReleaseClaims(); }
+    std::unique_ptr<DataSession> session;
+};
+
+Claim::Claim(const std::string& connectionString, const std::string& table, const Recordset& row) {
+    if (!IsShared(connectionString)) {
+        return;
+    }
+    auto claim = std::make_unique<Impl>(OpenDataSession(connectionString));
+    m_isHeld = claim->session->TakeClaim(table, row.Fields("ReportID").Value.Text()) &&
+               IsUnchanged(*claim->session, table, row);
+    if (m_isHeld) {
+        m_impl = std::move(claim);
+    }
+}
+
+Claim::~Claim() = default;
+Claim::Claim(Claim&&) noexcept = default;
+Claim& Claim::operator=(Claim&&) noexcept = default;
+
+std::vector<HeldClaim> HeldClaims(const std::string& connectionString) {
+    return IsShared(connectionString) ? OpenDataSession(connectionString)->HeldClaims()
+                                      : std::vector<HeldClaim>();
+}
+
+}  // namespace ADODB

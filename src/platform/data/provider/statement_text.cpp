@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/data/provider/statement_text.h"
+
+#include <algorithm>
+#include <string>
+
+#include "platform/contracts/runtime.h"
+#include "platform/data/provider/tokens.h"
+
+void RaiseSyntaxError(std::string_view reason) {
+    throw RuntimeError(err::DataSyntax, "The statement is not understood; " + std::string(reason));
+}
+
+void RefuseZeroCharacter(std::string_view statement) {
+    if (statement.find('\0') != std::string_view::npos) {
+        RaiseSyntaxError("it holds a character with the number zero");
+    }
+}
+
+bool IsBlankStatement(std::string_view rest) {
+    const std::vector<Token> tokens = Tokenize(rest);
+    return std::all_of(tokens.begin(), tokens.end(), [](const Token& token) {
+        return token.kind == TokenKind::Blank || (token.kind == TokenKind::Mark && token.text == ";");
+    });
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The link: a text file in the place of the data file that names a database on a PostgreSQL server.
+//
+//     Oxbow Courier store link 1
+//     Provider=PostgreSQL
+//     Host=db.example.com
+//     Port=5432
+//     Database=courier
+//     Username=scheduler
+//     PasswordCommand=pass show courier
+//     SSLMode=verify-full
+//
+// Host and Database must be there. Host may be the folder of a socket. Without Password and PasswordCommand
+// the password is that of ~/.pgpass, if one is needed. SSLMode is a word of libpq; without it a connection to
+// another machine is encrypted and the server's certificate is verified. SSLRootCert names the file of the
+// certificates to trust, if those of the machine do not do.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+struct Link {
+    std::string host, port, database, user, password, passwordCommand, sslMode, rootCertificate;
+    bool operator==(const Link&) const = default;
+
+    // Returns the database as errors name it: "courier" on db.example.com.
+    std::string Name() const;
+};
+
+// Returns the link in a file, and nullopt if the file is none or cannot be read. Raises err::DataUnavailable
+// for a damaged link, with the fault, and for one with a password that other users can read.
+std::optional<Link> ReadLink(const std::filesystem::path& file);
+
+// Returns the link that Host=...;Port=...;Database=...;Username=...;Password=...;SSL Mode=... describes. A
+// value in " or ' may hold semicolons. Raises err::DataUnavailable with the fault.
+Link LinkOfConnectString(std::string_view text);
+
+// Returns the text of the file.
+std::string TextOfLink(const Link& link);

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One connection to a PostgreSQL server. Every wait has a limit and lets windows repaint themselves.
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/postgresql/link.h"
+
+struct pg_conn;
+struct pg_result;
+
+struct ResultDeleter {
+    void operator()(pg_result* result) const;
+};
+using Result = std::unique_ptr<pg_result, ResultDeleter>;
+
+class Server {
+ public:
+    // Connects within ten seconds. Raises err::DataUnavailable if that fails.
+    explicit Server(const Link& link);
+    ~Server();
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+
+    const Link& Linked() const { return m_link; }
+    // Returns false if the server has closed the connection. Does not wait.
+    bool IsAlive();
+    // Returns true if no statement runs and no transaction is open.
+    bool IsIdle() const;
+    bool IsInTransaction() const;
+
+    // Runs statements of the provider itself, several with semicolons between them, and returns the last
+    // result.
+    Result Run(const std::string& statements);
+    // Runs exactly one statement; `values` are its parameters $1, $2 ... Raises a syntax error for a second
+    // statement.
+    Result RunOne(const std::string& statement, const std::vector<std::string>& values = {});
+
+    // Starts one statement whose rows come one at a time from NextRow.
+    void Start(const std::string& statement);
+    // Returns the next row; after the last one a result without rows, which has the columns; then null.
+    Result NextRow();
+
+ private:
+    Result LastResult();
+    Result TakeResult();
+    void Connect();
+    void Send(bool isSent);
+    void WaitFor(short events, std::chrono::steady_clock::time_point since);
+    void Check(const Result& result);
+    [[noreturn]] void RaiseLost();
+
+    Link m_link;
+    pg_conn* m_connection = nullptr;
+};

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tools/oxc_store/check.h"
+
+#include <libpq-fe.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cstdlib>
+
+#include "platform/postgresql/server.h"
+#include "tools/oxc_store/store_tables.h"
+
+namespace tools {
+namespace {
+
+std::string Single(Server& server, const std::string& statement) {
+    const Result result = server.RunOne(statement);
+    return PQntuples(result.get()) > 0 ? PQgetvalue(result.get(), 0, 0) : "";
+}
+
+// Returns the middle of five times, in tenths of a millisecond.
+std::int64_t AnswerTime(Server& server) {
+    std::array<std::int64_t, 5> times{};
+    for (std::int64_t& time : times) {
+        const auto start = std::chrono::steady_clock::now();
+        server.RunOne("select 1");
+        time = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start)
+                   .count() /
+               100;
+    }
+    std::sort(times.begin(), times.end());
+    return times[2];
+}
+
+// Returns by how many seconds the server's clock is ahead of this machine's.
+std::int64_t ClockDifference(Server& server) {
+    const std::string text = Single(server, "select floor(extract(epoch from clock_timestamp()))::bigint");
+    std::int64_t seconds = 0;
+    std::from_chars(text.data(), text.data() + text.size(), seconds);
+    return seconds - std::chrono::duration_cast<std::chrono::seconds>(
+                         std::chrono::system_clock::now().time_since_epoch())
+                         .count();
+}
+
+std::string RightsOf(Server& server) {
+    const auto may = [&server](const std::string& right, const std::string& table) {
+        return Single(server, "select has_table_privilege('" + table + "', '" + right + "')") == "t";
+    };
+    if (may("insert", "ReportScheduler") && may("delete", "ReportScheduler") && may("insert", "Folders") &&
+        may("insert", "StoredReport")) {
+        return "an editor";
+    }
+    const bool movesDates = Single(server,
+                                   "select has_column_privilege('ReportScheduler', 'nextrun', 'update') and "
+                                   "has_column_privilege('ReportBatch', 'nextrundate', 'update')") == "t";
+    return movesDates && may("insert", "ReportHistory") && may("insert", "ReportBatchHstry") ? "a scheduler"
+                                                                                             : "a reader";
+}
+
+std::string CheckServer(const Link& link) {
+    constexpr std::int64_t LargestDifference = 60;
+    Server server(link);
+    const std::string version = Single(server, "select max(version) from store_version");
+    if (version != "1") {
+        RefuseStore("The store " + link.Name() + " has the version \"" + version +
+                    "\"; this program works with version 1");
+    }
+    const std::int64_t time = AnswerTime(server);
+    const std::int64_t difference = ClockDifference(server);
+    std::string text =
+        "Server: PostgreSQL " + Single(server, "show server_version") + ", database " + link.Name() + "\n";
+    text += "Connection: " + std::string(Single(server,
+                                                "select coalesce((select ssl from pg_stat_ssl where "
+                                                "pid = pg_backend_pid()), false)") == "t"
+                                             ? "encrypted"
+                                             : "not encrypted");
+    text += ", an answer takes " + std::to_string(time / 10) + "." + std::to_string(time % 10) + " ms\n";
+    text += "Store: version " + version + "\n";
+    text += "Rights: " + RightsOf(server) + "\n";
+    text += "Clock: " + std::to_string(difference) + " seconds ahead of this machine\n";
+    if (std::abs(difference) > LargestDifference) {
+        RefuseStore("The clocks of this machine and of the server of " + link.Name() + " differ by " +
+                    std::to_string(std::abs(difference)) + " seconds");
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string CheckStore(const StorePlace& place) {
+    std::string text = place.link ? CheckServer(*place.link) : "File: " + place.file.string() + "\n";
+    const std::unique_ptr<DataSession> session = OpenPlace(place);
+    for (const StoreTable& table : StoreTables) {
+        const std::unique_ptr<DataRows> rows =
+            session->Query("select count(*) from " + std::string(table.name));
+        rows->Next();
+        Variant count;
+        rows->Read(0, count);
+        text += std::string(table.name) + ": " + count.Text() + " rows\n";
+    }
+    return text;
+}
+
+}  // namespace tools

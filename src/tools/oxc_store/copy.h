@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copies a store to another place.
+#pragma once
+
+#include <cstdint>
+
+#include "tools/oxc_store/store_place.h"
+
+namespace tools {
+
+// Copies all rows to a store without rows: a new file, or a database in which the tables are made if they are
+// missing. The report files of the folder Cache beside a file go to and from the store. The rows are compared with the source before they are stored. Either all of them arrive or none.
+// Returns their number.
+std::int64_t CopyStore(const StorePlace& from, const StorePlace& to);
+
+}  // namespace tools

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tools/oxc_store/create.h"
+
+#include <libpq-fe.h>
+
+#include "platform/postgresql/server.h"
+#include "tools/oxc_store/store_place.h"
+#include "tools/oxc_store/team_schema.h"
+
+namespace tools {
+namespace {
+
+std::string QuotedName(const std::string& role) {
+    std::string name = "\"";
+    for (const char c : role) {
+        name += c == '"' ? std::string("\"\"") : std::string(1, c);
+    }
+    return name + "\"";
+}
+
+// An editor defines everything.
+std::string EditorRights(const std::string& role) {
+    return "grant usage on schema oxbow_courier to " + role +
+           "; grant select, insert, update, delete on all tables in schema oxbow_courier to " + role +
+           "; grant usage, select on all sequences in schema oxbow_courier to " + role +
+           "; revoke insert, update, delete on oxbow_courier.store_version from " + role + ";";
+}
+
+// A scheduler moves dates on and writes history.
+std::string SchedulerRights(const std::string& role) {
+    return "grant usage on schema oxbow_courier to " + role +
+           "; grant select on all tables in schema oxbow_courier to " + role +
+           "; grant update(NextRun) on oxbow_courier.ReportScheduler to " + role +
+           "; grant update(NextRunDate) on oxbow_courier.ReportBatch to " + role +
+           "; grant insert on oxbow_courier.ReportHistory, oxbow_courier.ReportBatchHstry to " + role + ";";
+}
+
+std::string Single(Server& server, const std::string& statement) {
+    const Result result = server.RunOne(statement);
+    return PQntuples(result.get()) > 0 ? PQgetvalue(result.get(), 0, 0) : "";
+}
+
+void CheckDatabase(Server& server, const std::string& name) {
+    if (Single(server, "select current_setting('server_version_num')::int >= 140000") != "t") {
+        RefuseStore("The server of the store " + name + " is older than PostgreSQL 14");
+    }
+    if (Single(server,
+               "select pg_encoding_to_char(encoding) from pg_database where datname = "
+               "current_database()") != "UTF8") {
+        RefuseStore("The database " + name + " does not have the encoding UTF8");
+    }
+    if (Single(server, "select lower('\u00c4\u03a9\u0416I') = '\u00e4\u03c9\u0436i'") != "t") {
+        RefuseStore("The database " + name +
+                    " compares only A to Z without regard to case, or in the Turkish way; make it with the "
+                    "locale C.UTF-8 or en_US.UTF-8");
+    }
+    if (Single(server, "select to_regclass('oxbow_courier.store_version') is not null") == "t" &&
+        Single(server, "select max(version) from oxbow_courier.store_version") > "1") {
+        RefuseStore("The store " + name + " is of a later version of the program");
+    }
+}
+
+}  // namespace
+
+void CreateStore(const Link& link, const std::vector<std::string>& editors,
+                 const std::vector<std::string>& schedulers) {
+    Server server(link);
+    CheckDatabase(server, link.Name());
+    std::string statements = "begin;" + std::string(TeamSchema) + ";";
+    for (const std::string& role : editors) {
+        statements += EditorRights(QuotedName(role));
+    }
+    for (const std::string& role : schedulers) {
+        statements += SchedulerRights(QuotedName(role));
+    }
+    server.Run(statements + "commit");
+}
+
+}  // namespace tools

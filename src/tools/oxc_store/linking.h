@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Makes a data file a link, and a link a data file again.
+#pragma once
+
+#include <filesystem>
+
+#include "platform/postgresql/link.h"
+
+namespace tools {
+
+// Writes the link to the file, readable by its owner only, after the store has been opened once. A database
+// in its place is renamed to <file>.embedded. Raises an error if that name is taken or if another program has
+// the database open; then nothing has changed.
+void LinkStore(const std::filesystem::path& file, const Link& link);
+
+// Removes the link and gives <file>.embedded its name again, if it is there. Raises an error if the file is
+// no link.
+void UnlinkStore(const std::filesystem::path& file);
+
+}  // namespace tools

@@ -1,0 +1,62 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""A PostgreSQL server with a team's store, and application folders that are linked to it."""
+
+import os
+import subprocess
+
+from databases import Postgres
+from harness import STAGE, Courier
+
+
+class TeamServer(Postgres):
+    def __init__(self):
+        os.environ["PGOPTIONS"] = "-c client_min_messages=warning"
+        super().__init__(locale="C.UTF-8", trusts_loopback=True)
+        self.sql("create role ed login")
+        self.sql("create role sched login")
+
+    def connect(self, database="courier", user="postgres"):
+        return "Host=127.0.0.1;Port=%d;Database=%s;Username=%s" % (self.port, database, user)
+
+    def fresh(self, database="courier"):
+        """A store without rows."""
+        self.sql("drop database if exists %s with (force)" % database)
+        self.sql("create database %s" % database)
+        store("create", "--to", self.connect(database), "--editor", "ed", "--scheduler", "sched")
+
+    def rows(self, select, database="courier"):
+        output = subprocess.run(
+            [*self.prefix, str(self.programs / "psql"), "-AtqF", "|", "-h", str(self.folder), "-p", str(self.port), "-U",
+             "postgres", "-d", database, "-v", "ON_ERROR_STOP=1", "-c", "set search_path = oxbow_courier, public; " + select],
+            stdout=subprocess.PIPE, text=True, check=True, cwd=self.folder).stdout
+        return [tuple(line.split("|")) for line in output.splitlines()]
+
+    def ensure(self):
+        """Starts the server again if a test left it stopped."""
+        if not (self.folder / "data" / "postmaster.pid").exists():
+            self.launch()
+
+    def stop(self, mode="immediate"):
+        self.run(self.programs / "pg_ctl", "-D", self.folder / "data", "-m", mode, "stop")
+
+
+def store(*arguments, environment=None):
+    """Runs oxc-store; gives what it printed."""
+    done = subprocess.run([str(STAGE / "oxc-store"), *arguments], capture_output=True, text=True, timeout=300, check=False,
+                          env=environment)
+    if done.returncode != 0:
+        raise AssertionError("oxc-store ended with %d: %s" % (done.returncode, done.stderr))
+    return done.stdout
+
+
+class Member(Courier):
+    """An application folder whose data file is a link to the server's store."""
+
+    def __init__(self, server, user="sched"):
+        super().__init__()
+        self.server = server
+        self.database.unlink()
+        store("link", "--to", server.connect(user=user), str(self.database))
+
+    def subjects(self):
+        return [mail["Subject"] for mail in self.mails()]

@@ -1,0 +1,281 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""A store on a PostgreSQL server that several schedulers and editors share: each due run is mailed once, whoever dies."""
+
+import collections
+import os
+import pathlib
+import random
+import sqlite3
+import subprocess
+import threading
+import time
+import unittest
+
+from databases import POSTGRES
+from harness import STAGE, Courier, system_path
+from team import Member, TeamServer, store
+
+LONG = bool(os.environ.get("OXC_LONG_TESTS"))
+TABLES = ("ReportScheduler", "ReportParameter", "ReportHistory", "ReportBatch", "ReportBatchDtls", "ReportBatchPar",
+          "ReportBatchHstry", "Folders", "tmpPar", "clients", "sqlite_sequence")
+REPORT = """<?xml version="1.0" encoding="utf-8"?>
+<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition"><ReportSections><ReportSection>
+<Body><ReportItems><Textbox Name="T"><Paragraphs><Paragraph><TextRuns><TextRun><Value>Figures</Value></TextRun></TextRuns>
+</Paragraph></Paragraphs><Height>1in</Height><Width>3in</Width></Textbox></ReportItems><Height>1in</Height></Body>
+<Width>3in</Width><Page><PageHeight>3in</PageHeight><PageWidth>4in</PageWidth></Page></ReportSection></ReportSections></Report>
+"""
+
+
+def all_rows(file):
+    connection = sqlite3.connect(file)
+    rows = {table: connection.execute("select * from %s order by rowid" % table).fetchall() for table in TABLES}
+    connection.close()
+    rows["sqlite_sequence"].sort()
+    return rows
+
+
+@unittest.skipUnless(POSTGRES, "no PostgreSQL server is installed")
+class TeamStore(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.server = TeamServer()
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.server.close()
+
+    def setUp(self):
+        self.server.fresh()
+        self.members = []
+        self.addCleanup(lambda: [member.close() for member in self.members])
+        self.report = self.server.folder / "figures.rdl"
+        self.report.write_text(REPORT)
+
+    def member(self, user="sched"):
+        self.members.append(Member(self.server, user))
+        return self.members[-1]
+
+    def schedules(self, first, count):
+        """Puts due schedules in, each with its number for a subject."""
+        self.server.rows(
+            "insert into ReportScheduler(SendTo, Subject, Message, StartDate, EndDate, RunAt, Frequency, NextRun, Client, "
+            "ReportPath, ReportTitle, SelectionForm, Format, Parent, LoginReq) select 'ann@example.com;', 'Run ' || i, '', "
+            "'2000-01-01', '3000-12-31', '00:00', 'Daily', '%s', 'NONE', '%s', 'Figures', '', 'Acrobat Format (PDF)', "
+            "'Desktop', 'F' from generate_series(%d, %d) i" % (
+                time.strftime("%Y-%m-%d"), system_path(self.report), first, first + count - 1))
+
+    def packages(self, first, count):
+        destination = self.server.folder / "packages"
+        destination.mkdir(exist_ok=True)
+        os.chmod(destination, 0o777)
+        self.server.rows(
+            "with made as (insert into ReportBatch(ClientName, BatchName, Recipients, Frequency, RunTime, StartDate, EndDate, "
+            "NextRunDate, Subject, Message, Destination, MailBatch) select 'NONE', 'Pack', 'ann@example.com;', 'Daily', "
+            "'00:00', '2000-01-01', '3000-12-31', '%s', 'Run P' || i, '', '%s\\', 'T' from generate_series(%d, %d) i returning "
+            "ReportID) insert into ReportBatchDtls(ReportID, ReportTitle, ReportPath, ReportFormat) select ReportID, "
+            "'1>figures' || ReportID || '.rdl', '%s', 'Acrobat Format (PDF)' from made" % (
+                time.strftime("%Y-%m-%d"), system_path(destination), first, first + count - 1, system_path(self.report)))
+
+    def due(self):
+        today = time.strftime("%Y-%m-%d")
+        return int(self.server.rows(
+            "select (select count(*) from ReportScheduler where NextRun = '%s') + "
+            "(select count(*) from ReportBatch where NextRunDate = '%s')" % (today, today))[0][0])
+
+    def wait(self, condition, seconds, what):
+        end = time.monotonic() + seconds
+        while not condition():
+            self.assertLess(time.monotonic(), end, what + "\n" + "\n".join(member.said() for member in self.members))
+            time.sleep(0.1)
+
+    def mailed(self):
+        return collections.Counter(subject for member in self.members for subject in member.subjects())
+
+    def test_store_is_made_linked_tried_and_left(self):
+        courier = Courier()
+        self.members.append(courier)
+        courier.schedule()
+        connect = self.server.connect()
+        environment = courier.environment()
+        self.assertIn("rows to the store", store("copy", "--from", str(courier.database), "--to", connect))
+        store("link", "--to", connect, environment=environment)
+        self.assertEqual(os.stat(courier.database).st_mode & 0o777, 0o600)
+        self.assertTrue(courier.database.read_text().startswith("Oxbow Courier store link 1\nProvider=PostgreSQL\n"))
+        checked = store("check", environment=environment)
+        self.assertIn("Store: version 1\nRights: an editor\n", checked)
+        self.assertIn("ReportScheduler: 1 rows\n", checked)
+        self.assertIn("Rights: a scheduler\n", store("check", self.server.connect(user="sched")))
+        self.assertIn("Rights: an editor\n", store("check", self.server.connect(user="ed")))
+        listed = courier.schedule_command("list")
+        self.assertIn("Figures", listed.stdout, listed.stderr)
+        store("backup", "-o", str(courier.folder / "kept.dat"), environment=environment)
+        self.assertEqual(all_rows(courier.folder / "kept.dat")["ReportScheduler"],
+                         all_rows(courier.app / "PressroomLive.dat.embedded")["ReportScheduler"])
+        store("unlink", environment=environment)
+        self.assertEqual(len(courier.sql("select * from ReportScheduler")), 1)
+
+    def test_scheduler_may_not_define_anything(self):
+        self.schedules(1, 1)
+        member = self.member()
+        done = member.schedule_command("remove", "Figures")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("The user has no right to this; permission denied for table", done.stderr)
+        self.assertEqual(self.due(), 1)
+
+    def test_ten_thousand_schedules_come_back_as_they_were(self):
+        file = pathlib.Path(self.empty_folder()) / "PressroomLive.dat"
+        connection = sqlite3.connect(file)
+        with open(STAGE / "Pressroom.dat", "rb") as blank:
+            file.write_bytes(blank.read())
+        connection.executemany(
+            "insert into ReportScheduler(ReportTitle, ReportPath, Message, StartDate, Password) values(?,?,?,?,?)",
+            (("It's \u00d6 %d" % i, "Z:\\r\\%d.rpt" % i, None if i % 3 else "a\nb\\'", "2000-01-01", "")
+             for i in range(10_000)))
+        connection.executemany("insert into ReportParameter values(?,?,?)", ((i % 7, "p%d" % i, "") for i in range(10_000)))
+        connection.execute("insert into ReportBatch(BatchName) values('Pack')")
+        connection.execute("insert into ReportBatchHstry(ReportID, LastRun) values('', '07/03/2002,14:05:09')")
+        connection.execute("insert into Folders(FolderName, Parent) values('F', 0)")
+        connection.execute("delete from ReportScheduler where ReportID > 9990")
+        connection.commit()
+        connection.close()
+        store("copy", "--from", str(file), "--to", self.server.connect())
+        back = file.with_name("back.dat")
+        store("copy", "--from", self.server.connect(), "--to", str(back))
+        self.assertEqual(all_rows(back), all_rows(file))
+        refused = subprocess.run([str(STAGE / "oxc-store"), "copy", "--from", str(file), "--to", self.server.connect()],
+                                 capture_output=True, text=True, check=False)
+        self.assertEqual(refused.returncode, 1)
+        self.assertIn("already has rows, in the table ReportScheduler", refused.stderr)
+
+    def empty_folder(self):
+        folder = self.server.folder / "files"
+        folder.mkdir(exist_ok=True)
+        for file in folder.iterdir():
+            file.unlink()
+        return folder
+
+    def test_three_schedulers_mail_each_run_once(self):
+        count, packages = (300, 20) if LONG else (60, 6)
+        self.schedules(1, count)
+        self.packages(1, packages)
+        for _ in range(3):
+            self.member().start()
+        self.wait(lambda: self.due() == 0, 300, "every run")
+        for member in self.members:
+            member.stop()
+        expected = ["Run %d" % i for i in range(1, count + 1)] + ["Run P%d" % i for i in range(1, packages + 1)]
+        self.assertEqual(self.mailed(), collections.Counter(expected))
+        self.assertTrue(all(member.subjects() for member in self.members), "one scheduler had nothing to do")
+        self.assertEqual(self.server.rows("select Status, count(*) from ReportHistory group by 1"),
+                         [("Success", str(count))])
+
+    def test_killed_scheduler_loses_no_run(self):
+        random.seed(7)
+        rounds, count = (50, 12) if LONG else (5, 12)
+        for _ in range(3):
+            self.member().start()
+        twice = 0
+        for number in range(rounds):
+            first = number * count + 1
+            self.schedules(first, count)
+            time.sleep(random.uniform(0.2, 2.5))
+            victim = random.choice(self.members)
+            victim.process.kill()
+            victim.process.wait()
+            self.wait(lambda: self.due() == 0, 120, "the runs of the killed scheduler")
+            mailed = self.mailed()
+            copies = [mailed["Run %d" % i] for i in range(first, first + count)]
+            self.assertGreaterEqual(min(copies), 1, copies)
+            # The run that was under way, whose mail was out before its record.
+            self.assertLessEqual(sum(copies) - count, 1, copies)
+            twice += sum(copies) - count
+            victim.start()
+        print("%d rounds: %d runs were mailed twice, none was lost" % (rounds, twice))
+
+    def test_schedulers_wait_for_a_server_that_stops(self):
+        for _ in range(2):
+            self.member().start()
+        self.schedules(1, 4)
+        self.wait(lambda: self.due() == 0, 60, "the runs before the stop")
+        self.schedules(5, 20)
+        time.sleep(1)
+        late = self.member()
+        self.server.stop("fast")
+        self.addCleanup(self.server.ensure)
+        time.sleep(20 if LONG else 5)
+        for member in self.members[:2]:
+            self.assertIsNone(member.process.poll(), member.said())
+        late.start()
+        time.sleep(2)
+        self.assertIsNone(late.process.poll(), late.said())
+        self.assertIn("The scheduler waits for its store. The store cannot be reached: \"courier\" on 127.0.0.1; ",
+                      late.said())
+        self.server.launch()
+        self.wait(lambda: self.due() == 0, 120, "the runs after the stop")
+        self.wait(lambda: "The scheduler has its store again." in late.said(), 30, "the line of the end")
+        mailed = self.mailed()
+        self.assertEqual({i for i in range(1, 25) if not mailed["Run %d" % i]}, set())
+        self.assertLessEqual(sum(mailed["Run %d" % i] for i in range(1, 25)), 26)
+
+    def test_report_of_one_machine_runs_on_another(self):
+        editor = self.member("ed")
+        done = editor.schedule_command("add", str(editor.app / "samples" / "sales_by_region.rpt"), "--to", "ann@example.com",
+                                       "--daily", "--at", "00:00", "--subject", "Shared")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        editor.close()
+        self.members.remove(editor)
+        member = self.member()
+        member.start()
+        self.wait(lambda: member.subjects() == ["Shared"], 60, "the mail")
+        self.assertEqual((member.app / "Cache" / "sales_by_region.rpt").read_bytes(),
+                         (STAGE / "samples" / "sales_by_region.rpt").read_bytes())
+
+    def test_editors_and_schedulers_meet_without_an_error(self):
+        self.schedules(1, 200 if LONG else 20)
+        for _ in range(3):
+            self.member().start()
+        editors = [self.member("ed") for _ in range(2)]
+        end = time.monotonic() + (120 if LONG else 10)
+        refused, made = [], []
+
+        def edit(number, editor):
+            report = str(editor.app / "samples" / "sales_by_region.rpt")
+            before = "F%d.0" % number
+            commands = [("folder", "add", before)]
+            for step in range(1, 10_000):
+                if time.monotonic() > end:
+                    return
+                title, after = "E%d.%d" % (number, step), "F%d.%d" % (number, step)
+                commands += [("add", report, "--to", "ann@example.com", "--daily", "--at", "00:00", "--title", title,
+                              "--subject", title, "--folder", before),
+                             ("folder", "rename", before, after), ("set", title, "--message", "Changed"),
+                             ("list", "--folder", after)]
+                made.append(title)
+                for command in commands:
+                    done = editor.schedule_command(*command)
+                    if done.returncode != 0:
+                        refused.append((command, done.stderr))
+                before, commands = after, []
+
+        threads = [threading.Thread(target=edit, args=pair) for pair in enumerate(editors)]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        self.assertEqual(refused, [])
+        self.wait(lambda: self.due() == 0, 120, "every run")
+        self.assertEqual(self.server.rows("select ErrMsg from ReportHistory where Status <> 'Success'"), [])
+        self.assertEqual([member.said() for member in self.members[:3]], ["", "", ""])
+        mailed = self.mailed()
+        self.assertEqual({title: mailed[title] for title in made}, dict.fromkeys(made, 1))
+        self.assertEqual(self.server.rows("select count(distinct Parent) from ReportScheduler where Parent like 'F%'"), [("2",)])
+
+    def test_status_shows_who_holds_what(self):
+        member = self.member()
+        self.schedules(1, 1)
+        self.server.rows("update ReportScheduler set Format = 'DHTML'")  # waits a second before its mail
+        member.start()
+        held = []
+        self.wait(lambda: held.append(member.schedule_command("status").stdout) or "Under way" in held[-1], 30, "a claim")
+        host = os.uname().nodename
+        self.assertIn("Under way: schedule 1, by courier %s %d\n" % (host, member.process.pid), held[-1])
