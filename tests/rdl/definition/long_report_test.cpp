@@ -95,8 +95,9 @@ TEST(LongReport, OtherQueriesAreTexts) {
 
 TEST(LongReport, ErrorsHaveTheirLines) {
     const std::string rows = "<Rows>\n<Row><x>1</x></Row>\n<Row>\n<x>2</x></Row></Rows>";
-    EXPECT_EQ(ErrorOf(WithSet(rows, "\n<PageWidth>much</PageWidth>")),
-              "sales.rpt, line 8: Page, PageWidth: \"much\" is not a size (a number with in, cm, mm, pt or pc)");
+    EXPECT_EQ(
+        ErrorOf(WithSet(rows, "\n<PageWidth>much</PageWidth>")),
+        "sales.rpt, line 8: Page, PageWidth: \"much\" is not a size (a number with in, cm, mm, pt or pc)");
     EXPECT_EQ(
         ErrorOf(WithSet("<Rows>\n<Row><x>1</x></Row>\n<Row><x>2</Row></Rows>")),
         "sales.rpt, line 6: this is not well-formed XML: an end tag is not that of the element that is open");
