@@ -127,6 +127,8 @@ void ReadRows(const XmlElement& element, DataSet& set) {
     }
     if (rows->children.empty()) {
         set.rowsFile = Trimmed(rows->AttributeOf("File"));
+        // Beside a query they are what a tool left there; alone they are a table without rows.
+        set.hasInlineRows = set.rowsFile.empty() && Trimmed(set.commandText.source).empty();
         return;
     }
     set.hasInlineRows = true;
