@@ -72,6 +72,18 @@ std::vector<Slot> MakeSlots(const DataSet& dataSet, const Cursor& cursor, Table&
     return slots;
 }
 
+std::string ListOf(const std::vector<std::string>& columns) {
+    constexpr std::size_t Enough = 200;
+    std::string list;
+    for (const std::string& column : columns) {
+        if (list.size() > Enough) {
+            return list + " ...";
+        }
+        list += (list.empty() ? "\"" : ", \"") + CleanText(column) + "\"";
+    }
+    return list.empty() ? "none" : list;
+}
+
 // Fields may be missing, but where not one is found the rows are those of something else, and would go out
 // as blank lines.
 void CheckSlots(const std::vector<Slot>& slots, const DataSet& dataSet, const Cursor& cursor) {
@@ -82,16 +94,17 @@ void CheckSlots(const std::vector<Slot>& slots, const DataSet& dataSet, const Cu
     if (!asksForColumns || hasOne || cursor.Columns().empty()) {
         return;
     }
-    std::string columns;
-    for (const std::string& column : cursor.Columns()) {
-        constexpr std::size_t Enough = 200;
-        if (columns.size() > Enough) {
-            columns += " ...";
-            break;
+    throw Error("the query gives none of the fields; it gives " + ListOf(cursor.Columns()));
+}
+
+// Who writes a file for a data set means all of its fields: one that is missing is mistyped.
+void CheckColumns(const DataSet& dataSet, const Cursor& cursor) {
+    for (const Field& field : dataSet.fields) {
+        if (!IsCalculated(field) && FindColumn(cursor.Columns(), field.dataField) < 0) {
+            throw Error("the file has no column for the field \"" + CleanText(field.name) + "\"; it has " +
+                        ListOf(cursor.Columns()));
         }
-        columns += (columns.empty() ? "\"" : ", \"") + column + "\"";
     }
-    throw Error("the query gives none of the fields; it gives " + columns);
 }
 
 constexpr std::size_t MostSharing = 256;  // columns whose equal texts share their memory
@@ -278,7 +291,10 @@ Table ReadFileRows(const LoadRequest& request, const DataSet& dataSet, const std
             field.dataField = field.name;
         }
     }
-    const std::unique_ptr<Cursor> cursor = OpenCsv(ReadDataFile(file), {});
+    CsvForm form;
+    form.texts = ColumnsReadAsTexts(named);
+    const std::unique_ptr<Cursor> cursor = OpenCsv(ReadDataFile(file), form);
+    CheckColumns(named, *cursor);
     Table table = ReadRows(request, named, *cursor);
     Calculate(request, named, table);
     return table;

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "rdl/data/common/connect_string.h"
+#include "rdl/data/common/field_type.h"
 #include "rdl/data/common/message.h"
 #include "rdl/data/files/csv_cursor.h"
 #include "rdl/data/files/data_file.h"
@@ -125,6 +126,7 @@ std::unique_ptr<Cursor> OpenCsvSet(const LoadRequest& request, const DataSet& da
     const std::string header = LowerAscii(pairs.Get({"header", "hdr", "firstrowhascolumnnames"}));
     form.header = header != "false" && header != "no" && header != "0";
     const std::string charset = LowerAscii(pairs.Get({"charset", "encoding"}));
+    form.texts = ColumnsReadAsTexts(dataSet);
     form.latin1 =
         charset == "latin1" || charset == "iso-8859-1" || charset == "windows-1252" || charset == "1252";
     const std::string named = FileOf(pairs);
@@ -141,6 +143,17 @@ std::unique_ptr<Cursor> OpenCsvSet(const LoadRequest& request, const DataSet& da
 }
 
 }  // namespace
+
+std::vector<std::string> ColumnsReadAsTexts(const DataSet& dataSet) {
+    std::vector<std::string> columns;
+    for (const Field& field : dataSet.fields) {
+        const FieldType type = FieldTypeOfName(field.typeName);
+        if (type == FieldType::Decimal || type == FieldType::Text) {
+            columns.push_back(field.dataField.empty() ? field.name : field.dataField);
+        }
+    }
+    return columns;
+}
 
 OpenSource ResolveSource(const LoadRequest& request, const DataSource& source) {
     SourceOverride used;

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "rdl/data/common/cursor.h"
 #include "rdl/data/common/provider.h"
@@ -18,6 +20,10 @@ struct OpenSource {
     bool integrated = false;  // log on as the user of the operating system
 };
 OpenSource ResolveSource(const LoadRequest& request, const DataSource& source);
+
+// Returns the columns whose values a file of texts must not guess: their fields are declared as texts or as
+// decimals, which keep their digits.
+std::vector<std::string> ColumnsReadAsTexts(const DataSet& dataSet);
 
 // Runs the data set's query. `source` may be null for inline rows. Raises rdl::Error without the names of
 // data set and data source.

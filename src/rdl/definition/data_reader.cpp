@@ -137,6 +137,10 @@ void ReadRows(Context& context, const XmlElement& element, DataSet& set) {
     }
     if (!set.inlineRows) {
         set.rowsFile = Trimmed(rows->AttributeOf("File"));
+        // Beside a query they are what a tool left there; alone they are a table without rows.
+        if (set.rowsFile.empty() && Trimmed(set.commandText.source).empty()) {
+            set.inlineRows = std::make_shared<InlineRows>();
+        }
     }
 }
 

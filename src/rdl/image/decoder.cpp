@@ -10,6 +10,7 @@
 
 #include "rdl/image/png_decoder.h"
 #include "rdl/image/type.h"
+#include "rdl/image/whole.h"
 #include "rdl/values/error.h"
 
 namespace rdl::image {
@@ -52,6 +53,20 @@ QImage DecodePng(const std::string& bytes, const std::string& item) {
     }
     CheckImageSize(decoder.Width(), decoder.Height(), item);
     return decoder.ReadPixels();
+}
+
+bool IsWhole(Type type, const std::string& bytes) {
+    switch (type) {
+        case Type::Jpeg:
+            return IsWholeJpeg(bytes);
+        case Type::Gif:
+            return IsWholeGif(bytes);
+        case Type::Bmp:
+            return IsWholeBitmap(bytes);
+        case Type::Png:
+            break;
+    }
+    return true;  // its decoder is as strict
 }
 
 enum class Detail { Full, Rough };
@@ -109,7 +124,7 @@ void CheckImage(const std::string& bytes, const std::string& item) {
             isWhole = decoder.SkipPixels();
         }
     } else {
-        isWhole = !DecodeByPlugin(type, bytes, item, Detail::Rough).isNull();
+        isWhole = IsWhole(type, bytes) && !DecodeByPlugin(type, bytes, item, Detail::Rough).isNull();
     }
     if (!isWhole) {
         throw Error("Image \"" + item + "\" is damaged and cannot be read");

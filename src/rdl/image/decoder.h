@@ -12,8 +12,8 @@ namespace rdl::image {
 // or has more than 64 million pixels.
 QImage DecodeImage(const std::string& bytes, const std::string& item);
 
-// Raises rdl::Error naming `item` if the image is empty, damaged, of another format or too large. A PNG is
-// read row by row and a JPEG at an eighth of its size, so that the check takes little memory.
+// Raises rdl::Error naming `item` if the image is empty, damaged, cut short, of another format or too large.
+// A PNG is read row by row and a JPEG at an eighth of its size, so that the check takes little memory.
 void CheckImage(const std::string& bytes, const std::string& item);
 
 // Raises rdl::Error naming `item` if an image of this size (pixels) exceeds the limit.

@@ -132,5 +132,21 @@ TEST_F(InlineData, AFieldMayBeChosenByAnExpression) {
     EXPECT_EQ(Rows(), "Ann|Lee|Lee");
 }
 
+// A heading that is mistyped would otherwise give an empty column and no word of it.
+TEST_F(InlineData, RowsThatAreGivenHaveAColumnForEachField) {
+    Write("orders.csv", "Town;Totl\nRome;3\n");
+    AddSource("System.Data.DataSet", "");
+    DataSet& set = AddSet("x", {"Town", "Total:Integer"});
+    AddCalculated(set, "Twice", "=Fields!Town.Value");
+    request.rowFiles["Set1"] = (folder / "orders.csv").string();
+    EXPECT_EQ(Failure(),
+              "Data set \"Set1\", rows given for it: the file has no column for the field \"Total\"; it has "
+              "\"Town\", \"Totl\"");
+    Write("orders.csv", "Town;Totl\n");
+    EXPECT_NE(Failure().find("no column for the field \"Total\""), std::string::npos) << Failure();
+    Write("orders.csv", "TOWN;total;more\nRome;3;x\n");
+    EXPECT_EQ(Rows(), "Rome|3|Rome");
+}
+
 }  // namespace
 }  // namespace rdl::data

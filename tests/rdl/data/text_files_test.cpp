@@ -44,6 +44,24 @@ TEST_F(FileData, FieldsDeclaredAsDecimalAreExact) {
     EXPECT_EQ(Rows(), "1.10|1.1");
 }
 
+// Whatever the other rows hold, a value keeps its decimals where the report wants them.
+TEST_F(FileData, CsvColumnsOfADeclaredTypeAreNotGuessed) {
+    AddSource("CSV", "c.csv");
+    AddSet("", {"Sum:System.Decimal", "Code:System.String", "Day:System.DateTime", "n:System.Int32"});
+    for (const char* other : {"3.25,x,2024-01-02,2", "$3,x,,b"}) {
+        Write("c.csv", std::string("Sum,Code,Day,n\n2.50,7.10,2024-02-29,1\n") + other + "\n");
+        const Table table = Load();
+        EXPECT_EQ(table.At(0, 0).kind(), Kind::Decimal) << other;
+        EXPECT_EQ(ToText(table.At(0, 0), FindCulture("")), "2.50") << other;
+        EXPECT_EQ(ToText(table.At(0, 1), FindCulture("")), "7.10") << other;
+        EXPECT_EQ(table.At(0, 2).kind(), Kind::DateTime) << other;
+        EXPECT_EQ(table.At(0, 3).kind(), Kind::Integer) << other;
+    }
+    Write("d.csv", "Code,Sum,Day,n\n7.10,2.50,,1\n8,3,,2\n");
+    request.rowFiles["Set1"] = (folder / "d.csv").string();
+    EXPECT_EQ(Rows(), "2.50|7.10||1 3|8||2");
+}
+
 TEST_F(FileData, DocumentInTheTextOfAnElementIsRead) {
     const std::string inner = "&lt;List&gt;&lt;Item n='1'/&gt;&lt;Item n='2'/&gt;&lt;/List&gt;";
     Write("e.xml", "<s:E xmlns:s='urn:s'><B><R>" + inner +

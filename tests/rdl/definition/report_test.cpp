@@ -176,6 +176,21 @@ TEST(ReportData, RowsMayBelongToTheNamespaceOfATool) {
     EXPECT_EQ(set("<t:Rows/>", "").inlineRows, nullptr);
 }
 
+// A table without rows is no query that is left out.
+TEST(ReportData, RowsWithoutAQueryMayBeNone) {
+    const auto set = [](const std::string& query, const std::string& rows) {
+        return Parse(Report(Body + "<DataSets><DataSet Name=\"d\"><Query><DataSourceName>s</DataSourceName>" +
+                            query + "</Query>" + rows + "</DataSet></DataSets>"))
+            .dataSets.at(0);
+    };
+    for (const char* command : {"", "<CommandText/>", "<CommandText> </CommandText>"}) {
+        EXPECT_TRUE(set(command, "<Rows/>").hasInlineRows) << command;
+        EXPECT_TRUE(set(std::string(command) + "<Rows/>", "").hasInlineRows) << command;
+        EXPECT_FALSE(set(command, "").hasInlineRows) << command;
+        EXPECT_FALSE(set(command, "<Rows File=\"r.xml\"/>").hasInlineRows) << command;
+    }
+}
+
 TEST(ReportData, SourcesMayBeExpressionsAndSharedAndAskForTheSystemsUser) {
     const Definition report = Parse(Report(
         Body +

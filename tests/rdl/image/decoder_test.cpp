@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <initializer_list>
 #include <string>
 #include <thread>
 
@@ -64,6 +65,62 @@ TEST(ImageDecoder, DamagedPicturesAreTheErrorAndNothingElse) {
         Complaint(changed);
     }
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+std::string Doubt(const std::string& bytes) {
+    return ErrorRaisedBy([&] { CheckImage(bytes, "Logo"); });
+}
+
+// A GIF of 8 by 8 points in two colours, with a comment before its picture and another picture after it.
+std::string TwoPictures() {
+    const auto bytes = [](std::initializer_list<int> numbers) {
+        std::string out;
+        for (const int number : numbers) {
+            out += static_cast<char>(number);
+        }
+        return out;
+    };
+    const std::string picture = bytes(
+        {0x2C, 0, 0, 0, 0, 8, 0, 8, 0, 0, 2, 8, 0x84, 0x8F, 0xA9, 0xCB, 0xED, 0x0F, 0xA3, 0x2B, 1, 0x00, 0});
+    return "GIF89a" + bytes({8, 0, 8, 0, 0x80, 0, 0, 0, 0, 0, 255, 255, 255}) + bytes({0x21, 0xFE, 4}) +
+           "text" + bytes({0}) + picture + picture + bytes({0x3B});
+}
+
+// Formats that carry a picture as it is would leave the rest of it to whoever reads the document.
+TEST(ImageDecoder, APictureThatIsCutShortIsDamaged) {
+    const QImage picture = Picture().convertToFormat(QImage::Format_RGB32);
+    const std::string damaged = "Image \"Logo\" is damaged and cannot be read";
+    for (const char* format : {"PNG", "JPEG", "BMP"}) {
+        const std::string whole = FileOf(picture, format);
+        EXPECT_EQ(Doubt(whole), "") << format;
+        EXPECT_EQ(Doubt(whole + "something below"), "") << format;
+        for (const double part : {0.3, 0.6, 0.95}) {
+            const auto size = static_cast<std::size_t>(static_cast<double>(whole.size()) * part);
+            EXPECT_EQ(Doubt(whole.substr(0, size)), damaged) << format << " " << part;
+        }
+        EXPECT_EQ(Doubt(whole.substr(0, whole.size() - (format[0] == 'P' ? 13 : 2))), damaged) << format;
+    }
+}
+
+TEST(ImageDecoder, AGifHasItsFirstPictureWhole) {
+    const std::string whole = TwoPictures();
+    EXPECT_EQ(Doubt(whole), "");
+    const std::size_t first = whole.size() - 1 - 23;
+    EXPECT_EQ(Doubt(whole.substr(0, first)), "");
+    for (std::size_t size = 13; size < first; ++size) {
+        EXPECT_EQ(Doubt(whole.substr(0, size)), "Image \"Logo\" is damaged and cannot be read") << size;
+    }
+}
+
+// The headers of bitmaps say how their rows are kept.
+TEST(ImageDecoder, ABitmapOfFewColorsOrAnOlderHeaderIsWhole) {
+    const QImage picture = Picture().convertToFormat(QImage::Format_RGB32);
+    for (const auto format : {QImage::Format_Mono, QImage::Format_Indexed8, QImage::Format_RGB32}) {
+        const std::string whole = FileOf(picture.convertToFormat(format), "BMP");
+        EXPECT_EQ(Doubt(whole), "") << format;
+        EXPECT_EQ(Doubt(whole.substr(0, whole.size() - 3)), "Image \"Logo\" is damaged and cannot be read")
+            << format;
+    }
 }
 
 TEST(ImageDecoder, LinesOfOthersReachStandardErrorMeanwhile) {

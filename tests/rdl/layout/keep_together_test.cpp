@@ -82,17 +82,63 @@ TEST(HiddenDetails, AHeaderDoesNotStandAloneAtTheFoot) {
 
 const std::string Upper = Box("T", "Text", "<Height>270pt</Height><Width>100pt</Width>");
 
+std::string GroupOf(const std::string& name, const std::string& field, const std::string& breaks) {
+    return "<Group Name=\"" + name + "\"><GroupExpressions><GroupExpression>=Fields!" + field +
+           ".Value</GroupExpression></GroupExpressions>" + breaks + "</Group>";
+}
+
+std::string BreakAt(const std::string& location) {
+    return "<PageBreak><BreakLocation>" + location + "</BreakLocation></PageBreak>";
+}
+
 // A row that breaks the page anyway takes nothing along from the page before.
 TEST(KeptRows, ABreakBeforeTheNextRowEndsWhatIsKeptWithIt) {
-    const std::string table = Tablix(
-        1, RowOf(Cell("Head", "Head")) + RowOf(Cell("D", "=Fields!Product.Value")),
-        "<TablixMember><KeepWithGroup>After</KeepWithGroup></TablixMember>"
-        "<TablixMember><Group Name=\"Regions\"><GroupExpressions><GroupExpression>=Fields!Region.Value"
-        "</GroupExpression></GroupExpressions><PageBreak><BreakLocation>Start</BreakLocation></PageBreak>"
-        "</Group></TablixMember>",
-        {}, "<Top>270pt</Top>");
-    const auto sink = PagesOf(BuildKit(Report(Upper + table), Sales({{"North", "Pen", 1}})));
-    EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("Text", "Head"), ElementsAre("Pen")));
+    const std::string table =
+        Tablix(1, RowOf(Cell("D", "=Fields!Product.Value")),
+               "<TablixMember>" + GroupOf("Regions", "Region", "") + "<TablixMembers><TablixMember>" +
+                   GroupOf("Products", "Product", BreakAt("Between")) +
+                   "</TablixMember></TablixMembers><KeepTogether>true</KeepTogether>"
+                   "</TablixMember>",
+               {}, "<Top>270pt</Top>");
+    const auto sink =
+        PagesOf(BuildKit(Report(Upper + table), Sales({{"North", "Pen", 1}, {"North", "Ink", 1}})));
+    EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("Text", "Pen"), ElementsAre("Ink")));
+}
+
+const std::string HeadMember = "<TablixMember><KeepWithGroup>After</KeepWithGroup></TablixMember>";
+
+// The headings of a group stay with its first instance: a page with nothing but them says nothing.
+TEST(KeptRows, ABreakAtTheStartOfAGroupIsBeforeItsHeadings) {
+    const auto pages = [](const std::string& location, const std::string& above) {
+        const std::string table =
+            Tablix(1, RowOf(Cell("Head", "Head")) + RowOf(Cell("D", "=Fields!Product.Value")),
+                   HeadMember + "<TablixMember>" + GroupOf("Regions", "Region", BreakAt(location)) +
+                       "</TablixMember>",
+                   {}, "<Top>20pt</Top>");
+        return PagesOf(BuildKit(Report(above + table), Sales({{"North", "Pen", 1}, {"South", "Ink", 1}})))
+            .bodies;
+    };
+    const std::string title = Box("T", "Title", "<Height>20pt</Height><Width>100pt</Width>");
+    EXPECT_THAT(pages("Start", ""), ElementsAre(ElementsAre("Head", "Pen"), ElementsAre("Ink")));
+    EXPECT_THAT(pages("StartAndEnd", ""), ElementsAre(ElementsAre("Head", "Pen"), ElementsAre("Ink")));
+    EXPECT_THAT(pages("Start", title),
+                ElementsAre(ElementsAre("Title"), ElementsAre("Head", "Pen"), ElementsAre("Ink")));
+    EXPECT_THAT(pages("Between", title),
+                ElementsAre(ElementsAre("Title", "Head", "Pen"), ElementsAre("Ink")));
+}
+
+TEST(KeptRows, ABreakAtTheStartOfAnInnerGroupIsBeforeTheHeadingOfTheOuterOne) {
+    const std::string table =
+        Tablix(1,
+               RowOf(Cell("Head", "Head")) + RowOf(Cell("R", "=Fields!Region.Value")) +
+                   RowOf(Cell("D", "=Fields!Product.Value")),
+               HeadMember + "<TablixMember>" + GroupOf("Regions", "Region", "") + "<TablixMembers>" +
+                   HeadMember + "<TablixMember>" + GroupOf("Products", "Product", BreakAt("Start")) +
+                   "</TablixMember></TablixMembers></TablixMember>");
+    const auto sink = PagesOf(
+        BuildKit(Report(table), Sales({{"North", "Pen", 1}, {"North", "Ink", 1}, {"South", "Cup", 1}})));
+    EXPECT_THAT(sink.bodies, ElementsAre(ElementsAre("Head", "North", "Pen"), ElementsAre("Ink"),
+                                         ElementsAre("South", "Cup")));
 }
 
 TEST(KeptRows, ABreakAfterARowEndsWhatIsKeptWithIt) {

@@ -14,7 +14,7 @@ using testing::HasSubstr;
 using testing::SizeIs;
 
 // A GIF of 900 by 800 pixels, which are 675 by 600 points: its head is enough to lay it out.
-const std::string Large = "R0lGODlhhAMgAwAAACwAAAAAhAMgAwAAAgA7";
+const std::string Large = "R0lGODlhhAMgAwAAACwAAAAAhAMgAwACADs=";
 
 std::string LargeImage() {
     std::string report = Report(

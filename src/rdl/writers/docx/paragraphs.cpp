@@ -98,6 +98,17 @@ std::string TextOf(const ParagraphInstance& paragraph) {
     return text;
 }
 
+// Whether a text in a cell of the row is the label.
+bool Shows(const FlowRow& row, const std::string& label) {
+    const auto isLabel = [&label](const ParagraphInstance& paragraph) { return TextOf(paragraph) == label; };
+    return std::any_of(row.cells.begin(), row.cells.end(), [&isLabel](const FlowCell& cell) {
+        return std::any_of(cell.content.begin(), cell.content.end(), [&isLabel](const Instance* item) {
+            return item->kind == layout::InstanceKind::Text &&
+                   std::any_of(item->paragraphs.begin(), item->paragraphs.end(), isLabel);
+        });
+    });
+}
+
 void AppendRun(std::string_view text, const std::string& properties, std::string& out) {
     if (text.empty()) {
         return;
@@ -134,7 +145,18 @@ void DocxParagraphs::Mark(const std::string& bookmark, const std::string& label,
     }
     const int bounded = std::clamp(level, 0, DocxMostLevels - 1);
     if (std::string name = m_contents->Add(label, bounded); !name.empty()) {
-        m_labels.push_back({label, std::move(name), bounded});
+        m_labels.push_back({label, std::move(name), bounded, false});
+    }
+}
+
+void DocxParagraphs::MarkRow(const layout::MapLabel& label, const FlowRow& row) {
+    const std::size_t before = m_labels.size();
+    Mark("", label.text, label.level);
+    const auto isWaiting = [&label](const LabelMark& mark) {
+        return mark.isAwaited && mark.label == label.text;
+    };
+    if (m_labels.size() > before && std::none_of(m_labels.begin(), m_labels.end(), isWaiting)) {
+        m_labels.back().isAwaited = Shows(row, label.text);
     }
 }
 
@@ -165,11 +187,13 @@ void DocxParagraphs::AppendMarks(std::string& out) {
         AppendBookmark(name, out);
     }
     for (const LabelMark& mark : m_labels) {
-        AppendBookmark(mark.name, out);
-        AppendEntry(mark.label, mark.level, out);
+        if (!mark.isAwaited) {
+            AppendBookmark(mark.name, out);
+            AppendEntry(mark.label, mark.level, out);
+        }
     }
     m_bookmarks.clear();
-    m_labels.clear();
+    std::erase_if(m_labels, [](const LabelMark& mark) { return !mark.isAwaited; });
 }
 
 const DocxParagraphs::Look& DocxParagraphs::LookOf(const FlowMeasures& measures,

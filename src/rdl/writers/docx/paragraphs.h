@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "rdl/layout/model/instance.h"
+#include "rdl/writers/common/flow_row.h"
 #include "rdl/writers/common/flow_text.h"
 #include "rdl/writers/docx/contents.h"
 #include "rdl/writers/docx/picture.h"
@@ -41,6 +42,8 @@ class DocxParagraphs {
     static void PageBreak(std::string& out);
     // Keeps a bookmark and a label for the next paragraph. Empty ones are none; the outermost level is 0.
     void Mark(const std::string& bookmark, const std::string& label, int level);
+    // Keeps a label of a row: for the paragraph of its cells that shows it, else for the first one.
+    void MarkRow(const layout::MapLabel& label, const FlowRow& row);
 
  private:
     struct Look {
@@ -57,6 +60,7 @@ class DocxParagraphs {
     struct LabelMark {
         std::string label, name;
         int level;
+        bool isAwaited;  // a paragraph to come shows it
     };
     void Paragraph(const layout::Instance& item, const layout::ParagraphInstance& paragraph,
                    const FlowPlace& place, std::string& out);

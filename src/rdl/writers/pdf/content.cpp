@@ -164,12 +164,28 @@ bool PdfContent::NoteGlyphs(const layout::Page& page, const layout::TextOp& op, 
     return clear;
 }
 
+// The box of a text from its baseline to the height of its letters, turned about its beginning.
+void PdfContent::CoverText(const layout::Page& page, const layout::TextOp& op) {
+    if (op.tag == 0) {
+        return;
+    }
+    double width = 0;
+    for (std::uint32_t i = 0; i < op.glyphCount; ++i) {
+        width += static_cast<double>(page.glyphs[op.firstGlyph + i].advance);
+    }
+    const double angle = static_cast<double>(op.rotation) * 3.14159265358979323846 / 180;
+    const double c = std::cos(angle), s = std::sin(angle), size = op.size;
+    Cover(op.tag, op.x, op.baseline, op.x + width * c, op.baseline + width * s);
+    Cover(op.tag, op.x + size * s, op.baseline - size * c, op.x + size * s + width * c,
+          op.baseline - size * c + width * s);
+}
+
 void PdfContent::Text(const layout::Page& page, const layout::TextOp& op) {
     if (op.glyphCount == 0 || AlphaOf(op.color) == 0 || !(op.size > 0)) {
         return;
     }
     Enter(op.tag);
-    Cover(op.tag, op.x, op.baseline, op.x, op.baseline - static_cast<double>(op.size));
+    CoverText(page, op);
     const text::FontFile& file = text::File(op.font);
     PdfFonts::Font& font = m_fonts.Use(op.font);
     const bool clear = NoteGlyphs(page, op, font);

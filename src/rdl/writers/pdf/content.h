@@ -43,6 +43,7 @@ class PdfContent {
             m_structure->Cover(tag, x1, m_height - y1, x2, m_height - y2);
         }
     }
+    void CoverText(const layout::Page& page, const layout::TextOp& op);
     void Text(const layout::Page& page, const layout::TextOp& op);
     void MissingGlyphs(const layout::Page& page, const layout::TextOp& op);
     void Glyphs(const layout::Page& page, const layout::TextOp& op);

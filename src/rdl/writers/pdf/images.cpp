@@ -17,8 +17,7 @@ namespace {
 
 struct Jpeg {
     unsigned width = 0, height = 0, components = 0;
-    bool inverted = false;   // Adobe's CMYK
-    std::size_t header = 0;  // where the frame header is
+    bool inverted = false;  // Adobe's CMYK
 };
 
 // Returns the frame header of a JPEG; nullopt if a PDF cannot hold the bytes as they are.
@@ -47,7 +46,6 @@ std::optional<Jpeg> ReadJpeg(const std::string& bytes) {
             jpeg.height = at(i + 5) << 8 | at(i + 6);
             jpeg.width = at(i + 7) << 8 | at(i + 8);
             jpeg.components = at(i + 9);
-            jpeg.header = i;
             const bool usable = at(i + 4) == 8 && jpeg.width && jpeg.height &&
                                 (jpeg.components == 1 || jpeg.components == 3 || jpeg.components == 4);
             return usable ? std::optional(jpeg) : std::nullopt;
@@ -55,12 +53,6 @@ std::optional<Jpeg> ReadJpeg(const std::string& bytes) {
         i += 2 + length;
     }
     return std::nullopt;
-}
-
-// One that is cut short would be half a picture in one viewer and none in another.
-bool IsWhole(const Jpeg& jpeg, const std::string& bytes) {
-    const std::size_t scan = bytes.find("\xFF\xDA", jpeg.header);
-    return scan != std::string::npos && bytes.find("\xFF\xD9", scan + 2) != std::string::npos;
 }
 
 std::string Entries(qint64 width, qint64 height, const char* space) {
@@ -147,9 +139,6 @@ int WriteImage(PdfFile& file, const std::string& bytes, const std::string& item,
         return WriteDecoded(file, bytes, item);
     }
     image::CheckImageSize(jpeg->width, jpeg->height, item);
-    if (!IsWhole(*jpeg, bytes)) {
-        throw Error("Image \"" + item + "\" is damaged and cannot be read");
-    }
     return WriteJpeg(file, *jpeg, bytes);
 }
 

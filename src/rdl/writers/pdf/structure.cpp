@@ -111,8 +111,9 @@ int PdfStructure::BeginPage(int page) {
     m_page = page;
     m_marks = 0;
     m_marked = "[";
+    m_pageKey = m_parents.size();  // links take the keys after it
     m_parents.push_back(0);
-    return static_cast<int>(m_parents.size()) - 1;
+    return static_cast<int>(m_pageKey);
 }
 
 std::string PdfStructure::Mark(ElementId element) {
@@ -144,8 +145,8 @@ void PdfStructure::Cover(ElementId element, double x1, double y1, double x2, dou
 }
 
 void PdfStructure::EndPage() {
-    m_parents.back() = m_file.Reserve();
-    m_file.Packed(m_parents.back(), m_marked + "]");
+    m_parents[m_pageKey] = m_file.Reserve();
+    m_file.Packed(m_parents[m_pageKey], m_marked + "]");
 }
 
 void PdfStructure::Hold(ElementId link) {

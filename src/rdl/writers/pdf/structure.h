@@ -3,6 +3,7 @@
 // ended and its pages are: until then it is kept, with the numbers of what is in it.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -62,6 +63,7 @@ class PdfStructure final : public layout::Structure {
     int m_page = 0, m_marks = 0;
     std::string m_marked;        // the elements of the page by marked-content identifier
     std::vector<int> m_parents;  // objects by key of the parent tree
+    std::size_t m_pageKey = 0;   // of the page that was begun last
 };
 
 }  // namespace rdl::writers

@@ -7,6 +7,7 @@
 
 #include "rdl/format/format.h"
 #include "rdl/image/decoder.h"
+#include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 #include "rdl/values/utf8.h"
 #include "rdl/writers/common/xml_text.h"
@@ -31,6 +32,26 @@ std::string CellName(const XlsBookmarks::Cell& cell) {
     char name[LXW_MAX_CELL_NAME_LENGTH];
     lxw_rowcol_to_cell_abs(name, cell.row, cell.column, LXW_TRUE, LXW_TRUE);
     return name;
+}
+
+// Readers undo _x0041_ in texts (ECMA-376 Part 1, 22.9.2.19 ST_Xstring): an underscore that would begin such
+// an escape is escaped itself.
+std::string EscapedForReaders(std::string text) {
+    constexpr std::size_t Length = 7;
+    const auto isEscape = [&text](std::size_t at) {
+        return text.size() - at >= Length && text[at + 1] == 'x' && text[at + 6] == '_' &&
+               std::all_of(text.begin() + static_cast<std::ptrdiff_t>(at + 2),
+                           text.begin() + static_cast<std::ptrdiff_t>(at + 6),
+                           [](char c) { return HexDigitValue(c) >= 0; });
+    };
+    if (text.find("_x") == std::string::npos) {
+        return text;
+    }
+    std::string out;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        out += text[at] == '_' && isEscape(at) ? "_x005F_" : text.substr(at, 1);
+    }
+    return out;
 }
 
 }  // namespace
@@ -85,7 +106,7 @@ XlsxSheet& XlsxBook::AddSheet(const std::vector<double>& columnWidths, const lay
 }
 
 std::uint32_t XlsxBook::Text(std::string_view text) {
-    m_texts.push_back(XmlText(text));
+    m_texts.push_back(EscapedForReaders(XmlText(text)));
     return static_cast<std::uint32_t>(m_texts.size() - 1);
 }
 
@@ -122,7 +143,7 @@ void XlsxBook::Write(Output& output) {
     m_sheets.back()->Finish();
     XlsSheetNames names(m_title);
     for (const auto& sheet : m_sheets) {
-        sheet->Seal(QString::fromStdU16String(names.Next(sheet->name)).toStdString());
+        sheet->Seal(EscapedForReaders(QString::fromStdU16String(names.Next(sheet->name)).toStdString()));
     }
     // The library keeps the names sorted and looks from the first one for the place of each.
     for (auto place = bookmarks.places().rbegin(); place != bookmarks.places().rend(); ++place) {
