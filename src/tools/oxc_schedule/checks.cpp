@@ -16,6 +16,7 @@
 #include "platform/mail/base/mail_errors.h"
 #include "platform/mail/book/address_book.h"
 #include "platform/mail/profile/mail_profile.h"
+#include "platform/posix/small_file.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 #include "tools/oxc_schedule/output.h"
@@ -104,15 +105,14 @@ void RefuseUnknown(report::Report& report, const NamedValues& given) {
     }
 }
 
-std::string ValueFor(const report::ParameterField& field, std::size_t position, const NamedValues& given,
-                     const std::vector<std::string>& stored) {
-    for (const auto& [name, value] : given) {
-        if (SameText(name, field.Name())) {
-            return value;
+std::string ValueFor(const report::ParameterField& field, const NamedValues& given,
+                     const NamedValues& stored) {
+    for (const NamedValues* values : {&given, &stored}) {
+        for (const auto& [name, value] : *values) {
+            if (SameText(name, field.Name())) {
+                return value;
+            }
         }
-    }
-    if (position < stored.size()) {
-        return stored[position];
     }
     const std::vector<std::string> defaults = field.DefaultValues();
     if (defaults.empty()) {
@@ -181,18 +181,23 @@ std::string RequiredOption(const CommandLine& line, const std::string& option) {
     return *value;
 }
 
+bool HasChanged(const std::string& original, const std::string& copy) {
+    constexpr std::size_t Largest = 64 << 20;
+    const auto now = ReadSmallFile(paths::ToMachine(original), Largest);
+    return now && now != ReadSmallFile(paths::ToMachine(copy), Largest);
+}
+
 report::Report& OpenReportFile(const std::string& path) {
     return Global::OpenReport(path);
 }
 
-NamedValues CheckedParameters(report::Report& report, const NamedValues& given,
-                              const std::vector<std::string>& stored) {
+NamedValues CheckedParameters(report::Report& report, const NamedValues& given, const NamedValues& stored) {
     RefuseUnknown(report, given);
     Global::ClearReportParameters();
     NamedValues values;
     for (int n = 1; n <= report.ParameterFieldCount(); ++n) {
         const report::ParameterField& field = report.Parameter(n);
-        const std::string text = ValueFor(field, values.size(), given, stored);
+        const std::string text = ValueFor(field, given, stored);
         try {
             Global::HandOverParameter(report, n, text, Global::OtherFieldRule::HandOver);
         } catch (const RuntimeError& error) {

@@ -28,14 +28,17 @@ NamedValues GivenParameters(const CommandLine& line);
 // Returns the option. Raises ScheduleUsageError if it is not given.
 std::string RequiredOption(const CommandLine& line, const std::string& option);
 
+// Returns true if the report file, a path of the system, is there and its copy holds something else.
+bool HasChanged(const std::string& original, const std::string& copy);
+
 // Opens the report file, a path of the system, and makes it the current report. Raises as the engine does.
 report::Report& OpenReportFile(const std::string& path);
 
 // Returns the name and the stored text of every parameter of the report, in its order: the given value, else
-// the stored one, else the first default value. A name that the report does not have, a value that it does
-// not take and a parameter without a value are refused.
+// the stored one, else the first default value. A given name that the report does not have, a value that it
+// does not take and a parameter without a value are refused; a stored name that it does not have is left out.
 NamedValues CheckedParameters(report::Report& report, const NamedValues& given,
-                              const std::vector<std::string>& stored = {});
+                              const NamedValues& stored = {});
 
 // Returns the list as it is stored, with ";" at its end. Refuses an empty list and a recipient that is
 // neither an address nor a name of the profile's address book.

@@ -32,6 +32,7 @@ constexpr std::array Commands = {
     CommandForm{"show", 0, Any, "folder= id= json"},
     CommandForm{"remove", 0, Any, "folder= id="},
     CommandForm{"run", 0, Any, "folder= id="},
+    CommandForm{"refresh", 0, Any, "folder= id= p=+"},
     CommandForm{"next", 0, 0, "days= json"},
     CommandForm{"history", 0, Any, "folder= id= limit= json"},
     CommandForm{"package add", 1, 1,

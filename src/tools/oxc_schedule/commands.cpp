@@ -19,6 +19,7 @@ struct Handler {
 constexpr std::array Handlers = {
     Handler{"add", AddSchedule},
     Handler{"set", SetSchedule},
+    Handler{"refresh", RefreshSchedule},
     Handler{"remove", RemoveSchedule},
     Handler{"run", RunSchedule},
     Handler{"list", ListSchedules},

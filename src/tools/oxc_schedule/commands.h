@@ -13,6 +13,7 @@ int RunScheduleCommand(const CommandLine& line);
 
 void AddSchedule(const CommandLine& line);
 void SetSchedule(const CommandLine& line);
+void RefreshSchedule(const CommandLine& line);
 void RemoveSchedule(const CommandLine& line);
 void RunSchedule(const CommandLine& line);
 void ListSchedules(const CommandLine& line);

@@ -37,6 +37,16 @@ StoredFolder FindChangeable(const std::string& name) {
     Refuse("There is no folder " + Quoted(name));
 }
 
+// A folder that is not empty stays: its schedules would continue to run in no folder.
+void RefuseFilled(const StoredFolder& folder) {
+    const std::size_t schedules = ReadSchedules("Parent = " + SqlText(folder.name)).size();
+    const std::size_t folders = Global::FoldersBelow(folder.id).size();
+    if (schedules + folders > 0) {
+        Refuse("The folder " + Quoted(folder.name) + " is not empty: schedules " + std::to_string(schedules) +
+               ", folders " + std::to_string(folders));
+    }
+}
+
 }  // namespace
 
 void ListFolders(const CommandLine& line) {
@@ -56,29 +66,33 @@ void ListFolders(const CommandLine& line) {
 }
 
 void AddFolder(const CommandLine& line) {
-    const std::string name = CheckedNewName(line.names.front());
-    const std::string parent = FindFolder(line.ValueOr("in", RootFolder));
-    Global::InsertFolder(name, parent == RootFolder ? "0" : FindChangeable(parent).id);
+    std::string name, parent;
+    InTransaction([&](ADODB::Connection& connection) {
+        name = CheckedNewName(line.names.front());
+        parent = FindFolder(line.ValueOr("in", RootFolder));
+        Global::InsertFolder(connection, name, parent == RootFolder ? "0" : FindChangeable(parent).id);
+    });
     Print("The folder " + Quoted(name) + " is added to " + Quoted(parent) + ".\n");
 }
 
 void RenameStoredFolder(const CommandLine& line) {
-    const StoredFolder folder = FindChangeable(line.names[0]);
-    const std::string name = CheckedNewName(line.names[1]);
-    Global::RenameFolder(folder.name, name);
+    StoredFolder folder;
+    std::string name;
+    InTransaction([&](ADODB::Connection& connection) {
+        folder = FindChangeable(line.names[0]);
+        name = CheckedNewName(line.names[1]);
+        Global::RenameFolder(connection, folder.name, name);
+    });
     Print("The folder " + Quoted(folder.name) + " is now called " + Quoted(name) + ".\n");
 }
 
-// A folder that is not empty stays: its schedules would continue to run in no folder.
 void RemoveFolder(const CommandLine& line) {
-    const StoredFolder folder = FindChangeable(line.names.front());
-    const std::size_t schedules = ReadSchedules("Parent = " + SqlText(folder.name)).size();
-    const std::size_t folders = Global::FoldersBelow(folder.id).size();
-    if (schedules + folders > 0) {
-        Refuse("The folder " + Quoted(folder.name) + " is not empty: schedules " + std::to_string(schedules) +
-               ", folders " + std::to_string(folders));
-    }
-    Global::DeleteFolder(folder.id);
+    StoredFolder folder;
+    InTransaction([&](ADODB::Connection& connection) {
+        folder = FindChangeable(line.names.front());
+        RefuseFilled(folder);
+        Global::DeleteFolder(connection, folder.id);
+    });
     Print("The folder " + Quoted(folder.name) + " is removed.\n");
 }
 

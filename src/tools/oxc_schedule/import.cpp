@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "dialogs/ReportCache.h"
 #include "platform/base/convert.h"
 #include "platform/base/text.h"
 #include "platform/contracts/clock.h"
@@ -73,14 +72,6 @@ std::string NextOf(const Global::NewSchedule& row) {
 std::string NextOf(const Global::NewPackage& row) {
     return FirstToCome(row.startDate, row.runTime,
                        [&row](DateValue date) { return Global::NextPackageRun(row.frequency, date); });
-}
-
-bool IsSame(const StoredSchedule& one, const StoredSchedule& other) {
-    return ScheduleFields(one) == ScheduleFields(other) && one.row.password == other.row.password;
-}
-
-bool IsSame(const StoredPackage& one, const StoredPackage& other) {
-    return PackageFields(one.row) == PackageFields(other.row) && ReportFields(one) == ReportFields(other);
 }
 
 void PlanFolders(const std::vector<StoredFolder>& imported, Plan& plan) {
@@ -197,6 +188,14 @@ void PlanPackages(const std::vector<StoredPackage>& imported, bool replaces, Pla
     }
 }
 
+Plan PlanOf(const ImportedItems& items, bool replaces) {
+    Plan plan;
+    PlanFolders(items.folders, plan);
+    PlanSchedules(items.schedules, replaces, plan);
+    PlanPackages(items.packages, replaces, plan);
+    return plan;
+}
+
 void InsertFolders(ADODB::Connection& connection, const Plan& plan) {
     std::vector<StoredFolder> known = ReadFolders();
     known.push_back({.id = "0", .name = RootFolder, .parent = {}});
@@ -212,7 +211,7 @@ void InsertFolders(ADODB::Connection& connection, const Plan& plan) {
 }
 
 // An item that is replaced gets a new key; a schedule loses its history.
-void Write(ADODB::Connection& connection, Plan& plan) {
+void Write(ADODB::Connection& connection, CacheChange& cache, Plan& plan) {
     InsertFolders(connection, plan);
     std::int64_t key = NextKey("ReportScheduler");
     for (auto& [schedule, step] : plan.schedules) {
@@ -221,6 +220,7 @@ void Write(ADODB::Connection& connection, Plan& plan) {
         }
         if (step != Step::Keep) {
             schedule.id = std::to_string(key++);
+            schedule.row.reportPath = cache.Copy(schedule.row.originalPath);
             InsertScheduleRows(connection, schedule);
         }
     }
@@ -239,20 +239,18 @@ void Write(ADODB::Connection& connection, Plan& plan) {
 
 void ImportAll(const CommandLine& line) {
     const ImportedItems items = ReadImport(ReadFile(line.names.front()));
-    Plan plan;
-    PlanFolders(items.folders, plan);
-    PlanSchedules(items.schedules, line.Has("replace"), plan);
-    PlanPackages(items.packages, line.Has("replace"), plan);
+    const std::string text = PlanOf(items, line.Has("replace")).text;
     if (line.Has("dry-run")) {
-        return Print(plan.text + "Nothing is changed.\n");
+        return Print(text + "Nothing is changed.\n");
     }
-    for (auto& [schedule, step] : plan.schedules) {
-        if (step != Step::Keep) {
-            schedule.row.reportPath = Global::CopyToCache(schedule.row.originalPath);
+    InTransaction([&](ADODB::Connection& connection, CacheChange& cache) {
+        Plan plan = PlanOf(items, line.Has("replace"));
+        if (plan.text != text) {
+            Refuse("The database was changed by another program meanwhile; give the command again");
         }
-    }
-    InTransaction([&plan](ADODB::Connection& connection) { Write(connection, plan); });
-    Print(plan.text);
+        Write(connection, cache, plan);
+    });
+    Print(text);
 }
 
 }  // namespace tools

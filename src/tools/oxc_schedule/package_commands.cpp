@@ -41,16 +41,20 @@ std::vector<GivenReport> GivenReports(const CommandLine& line) {
     return reports;
 }
 
+void RefuseTaken(const std::string& name) {
+    const auto taken = ReadPackages("BatchName = " + SqlText(name));
+    if (!taken.empty()) {
+        Refuse("There is a package " + Quoted(name) + " already, number " + taken.front().id);
+    }
+}
+
 std::string CheckedName(const std::string& text) {
     std::string name = WithoutMark(text);
     if (name.empty()) {
         Refuse("The name of the package is empty");
     }
     RefuseControls("The name", name);
-    const auto taken = ReadPackages("BatchName = " + SqlText(name));
-    if (!taken.empty()) {
-        Refuse("There is a package " + Quoted(name) + " already, number " + taken.front().id);
-    }
+    RefuseTaken(name);
     return name;
 }
 
@@ -90,6 +94,31 @@ const PackageReport& FindReport(const StoredPackage& package, const std::string&
     Refuse("The package " + Quoted(package.row.name) + " has no report " + Quoted(named));
 }
 
+// The stored values have no names. If the report has another number of parameters than values, their
+// positions say nothing any more.
+std::vector<std::string> NewValues(const PackageReport& report, const NamedValues& given) {
+    report::Report& opened = OpenReportFile(report.path);
+    const auto parameters = static_cast<std::size_t>(opened.ParameterFieldCount());
+    if (parameters != report.values.size() && given.size() < parameters) {
+        Refuse("The report " + Quoted(report.title) + " has " + std::to_string(parameters) +
+               " parameters, and " + std::to_string(report.values.size()) +
+               " values are stored: it has changed since. Give all of its values with -p");
+    }
+    std::vector<std::string> values;
+    for (const auto& [name, value] :
+         CheckedParameters(opened, given, NamedByPosition(opened, report.values))) {
+        values.push_back(value);
+    }
+    return values;
+}
+
+void RefuseChanged(const StoredPackage& stored) {
+    const std::vector<StoredPackage> now = ReadPackages("ReportID = " + stored.id);
+    if (now.size() != 1 || !IsSame(now.front(), stored)) {
+        Refuse("Package " + stored.id + " was changed by another program meanwhile; give the command again");
+    }
+}
+
 std::string Shown(const StoredPackage& package) {
     return "Package " + package.id + ", " + Quoted(package.row.name) + ",";
 }
@@ -112,6 +141,7 @@ void AddPackage(const CommandLine& line) {
         AppendReport(package, paths::FromMachine(one.file), format, one.parameters);
     }
     InTransaction([&package](ADODB::Connection& connection) {
+        RefuseTaken(package.row.name);
         PackageKeys keys;
         package.id = std::to_string(keys.package);
         InsertPackageRows(connection, package, keys);
@@ -127,19 +157,21 @@ void SetPackage(const CommandLine& line) {
         throw ScheduleUsageError("package set wants one --report");
     }
     const PackageReport& report = FindReport(package, given.front().file);
-    std::vector<std::string> values;
-    for (const auto& [name, value] :
-         CheckedParameters(OpenReportFile(report.path), given.front().parameters, report.values)) {
-        values.push_back(value);
-    }
-    Global::ReplacePackageValues(package.id, report.detailID, "DetailID = " + report.detailID, values);
+    const std::vector<std::string> values = NewValues(report, given.front().parameters);
+    InTransaction([&](ADODB::Connection& connection) {
+        RefuseChanged(package);
+        Global::ReplacePackageValues(connection, package.id, report.detailID, "DetailID = " + report.detailID,
+                                     values);
+    });
     Print(Shown(package) + " has the new values of its report " + Quoted(report.title) + ".\n");
 }
 
 void RemovePackage(const CommandLine& line) {
-    const StoredPackage package = FindPackage(line);
-    InTransaction(
-        [&package](ADODB::Connection& connection) { Global::DeletePackage(connection, package.id); });
+    StoredPackage package;
+    InTransaction([&](ADODB::Connection& connection) {
+        package = FindPackage(line);
+        Global::DeletePackage(connection, package.id);
+    });
     Print(Shown(package) + " is removed.\n");
 }
 

@@ -184,13 +184,20 @@ std::string FindFolder(const std::string& name) {
 }
 
 void InTransaction(const std::function<void(ADODB::Connection& connection)>& body) {
+    InTransaction([&body](ADODB::Connection& connection, CacheChange& /*cache*/) { body(connection); });
+}
+
+void InTransaction(const std::function<void(ADODB::Connection& connection, CacheChange& cache)>& body) {
     ADODB::Connection connection;
     connection.Open(Global::ConnectionString);
     connection.BeginTrans();
+    CacheChange cache;
     try {
-        body(connection);
+        body(connection, cache);
         connection.CommitTrans();
+        cache.Keep();
     } catch (...) {
+        cache.PutBack();  // before another program can write
         connection.RollbackTrans();
         throw;
     }

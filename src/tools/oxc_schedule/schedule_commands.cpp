@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands that change and run single schedules.
-#include "dialogs/ParameterRows.h"
-#include "dialogs/ReportCache.h"
 #include "execution/on_demand/RunOnDemand.h"
 #include "platform/base/paths.h"
 #include "shared/Global.h"
@@ -104,7 +102,7 @@ Global::ScheduleChange ChangeOf(const CommandLine& line, const Global::NewSchedu
         required = "F";
     }
     TakeLogon(line, user, password, required);
-    return {.title = CheckedTitle(line.ValueOr("title", stored.title)),
+    return {.title = line.Has("title") ? CheckedTitle(*line.Value("title")) : stored.title,
             .sendTo = line.Has("to") ? CheckedRecipients(line.All("to")) : stored.sendTo,
             .subject = given("subject", stored.subject),
             .message = given("message", stored.message),
@@ -119,12 +117,29 @@ Global::ScheduleChange ChangeOf(const CommandLine& line, const Global::NewSchedu
             .password = password};
 }
 
-std::vector<std::string> ValuesOf(const NamedValues& parameters) {
-    std::vector<std::string> values;
-    for (const auto& [name, value] : parameters) {
-        values.push_back(value);
+// Schedules run the copy of the report, and its values are passed by position: values are checked against the
+// copy.
+NamedValues ValuesForCopy(const CommandLine& line, const StoredSchedule& stored) {
+    try {
+        return CheckedParameters(OpenReportFile(stored.row.reportPath), GivenParameters(line),
+                                 stored.parameters);
+    } catch (const RuntimeError& error) {
+        if (!HasChanged(stored.row.originalPath, stored.row.reportPath)) {
+            throw;
+        }
+        Refuse(error.Description() +
+               ". The report file has changed since: oxc-schedule refresh copies it again");
     }
-    return values;
+}
+
+// A title or a folder that stays as it is may be taken, as the windows allow.
+void RefuseMoved(const CommandLine& line, const Global::ScheduleChange& change, const std::string& id) {
+    if (line.Has("move-to")) {
+        FindFolder(change.parent);
+    }
+    if (line.Has("title") || line.Has("move-to")) {
+        RefuseTaken(change.title, change.parent, id);
+    }
 }
 
 }  // namespace
@@ -134,8 +149,10 @@ void AddSchedule(const CommandLine& line) {
     report::Report& report = OpenReportFile(path);
     StoredSchedule schedule{.id = {}, .row = ScheduleOf(line, report), .parameters = {}};
     schedule.parameters = CheckedParameters(report, GivenParameters(line));
-    schedule.row.reportPath = Global::CopyToCache(path);
-    InTransaction([&schedule](ADODB::Connection& connection) {
+    InTransaction([&schedule, &path](ADODB::Connection& connection, CacheChange& cache) {
+        schedule.row.parent = FindFolder(schedule.row.parent);
+        RefuseTaken(schedule.row.title, schedule.row.parent);
+        schedule.row.reportPath = cache.Copy(path);
         schedule.id = std::to_string(NextKey("ReportScheduler"));
         InsertScheduleRows(connection, schedule);
     });
@@ -144,30 +161,30 @@ void AddSchedule(const CommandLine& line) {
 }
 
 void SetSchedule(const CommandLine& line) {
-    const StoredSchedule stored = FindSchedule(line);
     if (line.Has("no-login") && line.Has("user")) {
         throw ScheduleUsageError("--no-login and --user exclude each other");
     }
-    report::Report& report = OpenReportFile(stored.row.originalPath);
+    const StoredSchedule stored = FindSchedule(line);
     const Global::ScheduleChange change = ChangeOf(line, stored.row);
-    const NamedValues parameters =
-        CheckedParameters(report, GivenParameters(line), ValuesOf(stored.parameters));
-    RefuseTaken(change.title, change.parent, stored.id);
-    const CommandPrompts boxes;
-    const auto valueOf = [&parameters](int n) {
-        return parameters.at(static_cast<std::size_t>(n) - 1).second;
-    };
-    if (!Global::UpdateSchedule(stored.id, change) || !Global::ReplaceParameterRows(stored.id, valueOf)) {
-        Refuse(boxes.Complaint("The schedule is not changed"));
-    }
+    const NamedValues values = line.Has("p") ? ValuesForCopy(line, stored) : NamedValues{};
+    InTransaction([&](ADODB::Connection& connection) {
+        RefuseChanged(stored);
+        RefuseMoved(line, change, stored.id);
+        Global::UpdateSchedule(connection, stored.id, change);
+        if (line.Has("p")) {
+            ReplaceValues(connection, stored.id, values);
+        }
+    });
     Print("Schedule " + stored.id + ", " + Quoted(change.title) + " in the folder " + Quoted(change.parent) +
           ", is changed.\n");
 }
 
 void RemoveSchedule(const CommandLine& line) {
-    const StoredSchedule stored = FindSchedule(line);
-    InTransaction(
-        [&stored](ADODB::Connection& connection) { Global::DeleteSchedule(connection, stored.id); });
+    StoredSchedule stored;
+    InTransaction([&](ADODB::Connection& connection) {
+        stored = FindSchedule(line);
+        Global::DeleteSchedule(connection, stored.id);
+    });
     Print("Schedule " + stored.id + ", " + Named(stored.row) + ", is removed with its history.\n");
 }
 

@@ -18,6 +18,24 @@ void InsertScheduleRows(ADODB::Connection& connection, const StoredSchedule& sch
     }
 }
 
+void ReplaceValues(ADODB::Connection& connection, const std::string& reportID, const NamedValues& values) {
+    connection.Execute("delete from ReportParameter where ReportID = " + reportID);
+    for (const auto& [name, value] : values) {
+        Global::InsertParameterRow(connection, reportID, name, value);
+    }
+}
+
+void RefuseChanged(const StoredSchedule& stored) {
+    const std::vector<StoredSchedule> now = ReadSchedules("ReportID = " + stored.id);
+    if (now.size() != 1 || !IsSame(now.front(), stored)) {
+        Refuse("Schedule " + stored.id + " was changed by another program meanwhile; give the command again");
+    }
+}
+
+bool IsSame(const StoredSchedule& one, const StoredSchedule& other) {
+    return ScheduleFields(one) == ScheduleFields(other) && one.row.password == other.row.password;
+}
+
 QJsonObject ScheduleFields(const StoredSchedule& schedule) {
     const Global::NewSchedule& row = schedule.row;
     QJsonArray parameters;

@@ -10,6 +10,7 @@ std::string ScheduleUsage() {
       [--start DATE] [--end DATE] [--format F] [--subject S] [--message M] [--formula F] [-p NAME=VALUE]...
       [--user U [--password-stdin]]
   set NAME [the options of add, but --start and --end] [--move-to F] [--no-login]
+  refresh NAME [-p NAME=VALUE]...   copies its changed report file again
   list | show NAME | remove NAME | run NAME
   next [--days N]            the runs of the coming days; 7 days without N
   history [NAME] [--limit N] the newest runs first; 50 runs without N

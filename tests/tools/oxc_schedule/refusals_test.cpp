@@ -107,8 +107,8 @@ TEST_F(Refusals, ValuesOfChangesLeaveTheRow) {
               "The format \"docm\" is not known; pdf, html, xls, doc and rtf are");
     EXPECT_EQ(Refusal("set Sales --no-login --user a", 2),
               "--no-login and --user exclude each other (oxc-schedule --help tells more)");
-    std::filesystem::remove(m_folder / "sales.rpt");
-    EXPECT_THAT(Refusal("set Sales --at 08:00"), testing::HasSubstr("sales.rpt"));
+    std::filesystem::remove(m_folder / "app" / "Cache" / "sales.rpt");
+    EXPECT_THAT(Refusal("set Sales -p Region=East"), testing::HasSubstr("sales.rpt"));
     EXPECT_EQ(Sql("select * from ReportScheduler"), before);
 }
 
