@@ -10,9 +10,11 @@
 #include "execution/RunReport.h"
 #include "platform/base/ascii.h"
 #include "platform/base/convert.h"
+#include "platform/base/date_reader.h"
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "platform/contracts/clock.h"
+#include "platform/contracts/regional.h"
 #include "platform/mail/base/mail_errors.h"
 #include "platform/mail/book/address_book.h"
 #include "platform/mail/profile/mail_profile.h"
@@ -138,12 +140,12 @@ DateValue DateOption(const CommandLine& line, const char* option, DateValue othe
     if (!text) {
         return otherwise;
     }
-    try {
-        return DatePart(CDate(*text));
-    } catch (const RuntimeError&) {
+    const std::optional<DateValue> day = DayOf(*text);
+    if (!day) {
         Refuse("The " + std::string(option) + " date " + Quoted(*text) +
                " is not a date; write it as year-month-day");
     }
+    return *day;
 }
 
 }  // namespace
@@ -156,6 +158,12 @@ void RefuseControls(const std::string& what, const std::string& text) {
     if (HasControls(text) || !IsUtf8(text)) {
         Refuse(what + " " + Quoted(WithoutControls(ValidUtf8(text))) +
                " contains a control character or a byte that is not UTF-8");
+    }
+}
+
+void RefuseOtherBytes(const std::string& what, const std::string& text) {
+    if (!IsUtf8(text)) {
+        Refuse(what + " " + Quoted(WithoutControls(ValidUtf8(text))) + " contains a byte that is not UTF-8");
     }
 }
 
@@ -188,7 +196,12 @@ bool HasChanged(const std::string& original, const std::string& copy) {
 }
 
 report::Report& OpenReportFile(const std::string& path) {
-    return Global::OpenReport(path);
+    try {
+        return Global::OpenReport(path);
+    } catch (const RuntimeError& error) {
+        const std::string shown = paths::ForUser(path);
+        Refuse(Replace(error.Description(), WithoutMarks(shown), shown));
+    }
 }
 
 NamedValues CheckedParameters(report::Report& report, const NamedValues& given, const NamedValues& stored) {
@@ -259,12 +272,23 @@ std::string CheckedTime(const std::string& time) {
     Refuse("The time " + Quoted(time) + " is not a time from 00:00 to 23:59");
 }
 
+std::optional<DateValue> DayOf(const std::string& text) {
+    constexpr int FirstYear = 1000;  // years of four digits compare as texts
+    const std::optional<DateValue> date = ReadDateText(Trim(text), Regional());
+    const bool isDay = date && text.find(':') == std::string::npos && TimePart(*date).SecondOfDay() == 0 &&
+                       *date != DateValue() && Year(*date) >= FirstYear;
+    return isDay ? date : std::nullopt;
+}
+
 DateRange CheckedDates(const CommandLine& line) {
     const DateValue start = DateOption(line, "start", Today());
     const DateValue end = DateOption(line, "end", CDate(LastDay));
     DateRange range{cmFunc::FormatDateText(start), cmFunc::FormatDateText(end)};
     if (start >= end) {
         Refuse("The end date " + range.end + " is not later than the start date " + range.start);
+    }
+    if (end < Today()) {
+        Refuse("The end date " + range.end + " is over: there would be no run");
     }
     return range;
 }
@@ -282,7 +306,14 @@ std::string FrequencyOf(const CommandLine& line, const std::string& otherwise) {
     return word.empty() ? otherwise : word;
 }
 
+std::string GivenPath(const std::string& text) {
+    return text.empty() ? "" : paths::FromMachine(text);
+}
+
 std::string CheckedOutputFolder(const std::string& systemPath) {
+    if (systemPath.empty()) {
+        Refuse("The output folder is empty");
+    }
     const std::string stored = systemPath.ends_with('\\') ? systemPath : systemPath + "\\";
     RefuseMark("The output folder", stored);
     const std::filesystem::path folder = paths::ToMachine(stored);

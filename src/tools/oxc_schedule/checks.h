@@ -2,10 +2,12 @@
 // Checks what is to be stored in a schedule or a package. Each refusal names the value and the cause.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "execution/ExportFormat.h"
+#include "platform/contracts/dates.h"
 #include "platform/contracts/report_engine.h"
 #include "tools/oxc_schedule/command_line.h"
 #include "tools/oxc_schedule/records.h"
@@ -19,6 +21,8 @@ inline constexpr const char* LastDay = "3000-12-31";
 std::string WithoutMark(const std::string& text);
 // Refuses a text with control characters or with bytes that are not UTF-8, which a name cannot hold.
 void RefuseControls(const std::string& what, const std::string& text);
+// Refuses a text that is not UTF-8.
+void RefuseOtherBytes(const std::string& what, const std::string& text);
 // Refuses a text with the mark '. `what` names it in the sentence, such as "The user".
 void RefuseMark(const std::string& what, const std::string& text);
 
@@ -49,14 +53,22 @@ std::string CheckedFormat(const std::string& format, Global::Runner runner);
 
 std::string CheckedTime(const std::string& time);  // HH:MM
 
+// Returns the day of a date without a time, year-month-day or in the order of the region, from the year 1000
+// on. Returns nullopt for any other text.
+std::optional<DateValue> DayOf(const std::string& text);
+
 struct DateRange {
     std::string start, end;  // as they are stored
 };
-// Takes --start, else today, and --end, else the end that the wizards store. The end must be later.
+// Takes --start, else today, and --end, else the end that the wizards store. The end must be later, and not
+// be over.
 DateRange CheckedDates(const CommandLine& line);
 
 // Returns the stored word of the given frequency option, or `otherwise`. Raises ScheduleUsageError for two.
 std::string FrequencyOf(const CommandLine& line, const std::string& otherwise);
+
+// Returns the path of the system for a path that the user gives. An empty one stays empty.
+std::string GivenPath(const std::string& text);
 
 // Returns the folder as it is stored, with its backslash. Refuses a folder that is missing or
 // write-protected.

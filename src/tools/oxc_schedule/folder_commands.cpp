@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands on folders.
 #include "platform/base/convert.h"
+#include "platform/base/text.h"
 #include "store/Folders.h"
 #include "store/Upkeep.h"
 #include "tools/oxc_schedule/checks.h"
@@ -11,13 +12,14 @@
 namespace tools {
 namespace {
 
-std::string CheckedNewName(const std::string& text) {
+// A folder that is renamed may keep its name in other upper and lower case.
+std::string CheckedNewName(const std::string& text, const std::string& former = {}) {
     std::string name = WithoutMark(text);
     if (name.empty()) {
         Refuse("The name of the folder is empty");
     }
     RefuseControls("The name", name);
-    if (!Global::FolderNameFree(name)) {
+    if (!SameText(name, former) && !Global::FolderNameFree(name)) {
         Refuse("The name " + Quoted(name) + " already exists in the system. Please specify a new name.");
     }
     return name;
@@ -72,7 +74,8 @@ void AddFolder(const CommandLine& line) {
         parent = FindFolder(line.ValueOr("in", RootFolder));
         Global::InsertFolder(connection, name, parent == RootFolder ? "0" : FindChangeable(parent).id);
     });
-    Print("The folder " + Quoted(name) + " is added to " + Quoted(parent) + ".\n");
+    Tell(line, "The folder " + Quoted(name) + " is added to " + Quoted(parent) + ".\n",
+         {{"name", Json(name)}, {"in", Json(parent)}});
 }
 
 void RenameStoredFolder(const CommandLine& line) {
@@ -80,10 +83,13 @@ void RenameStoredFolder(const CommandLine& line) {
     std::string name;
     InTransaction([&](ADODB::Connection& connection) {
         folder = FindChangeable(line.names[0]);
-        name = CheckedNewName(line.names[1]);
-        Global::RenameFolder(connection, folder.name, name);
+        name = CheckedNewName(line.names[1], folder.name);
+        if (name != folder.name) {
+            Global::RenameFolder(connection, folder.name, name);
+        }
     });
-    Print("The folder " + Quoted(folder.name) + " is now called " + Quoted(name) + ".\n");
+    Tell(line, "The folder " + Quoted(folder.name) + " is now called " + Quoted(name) + ".\n",
+         {{"name", Json(name)}, {"in", Json(folder.parent)}, {"former", Json(folder.name)}});
 }
 
 void RemoveFolder(const CommandLine& line) {
@@ -93,7 +99,8 @@ void RemoveFolder(const CommandLine& line) {
         RefuseFilled(folder);
         Global::DeleteFolder(connection, folder.id);
     });
-    Print("The folder " + Quoted(folder.name) + " is removed.\n");
+    Tell(line, "The folder " + Quoted(folder.name) + " is removed.\n",
+         {{"name", Json(folder.name)}, {"in", Json(folder.parent)}});
 }
 
 }  // namespace tools

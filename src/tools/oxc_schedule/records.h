@@ -59,6 +59,9 @@ struct StoredFolder {
 // parent is missing is left out, as the windows do.
 std::vector<StoredFolder> ReadFolders();
 
+// Returns those that are left out, without the name of the folder above.
+std::vector<StoredFolder> ReadLostFolders();
+
 // Returns the name of the folder as it is stored. A name that no folder has is refused.
 std::string FindFolder(const std::string& name);
 

@@ -35,7 +35,9 @@ void RefreshSchedule(const CommandLine& line) {
         cache.Copy(stored.row.originalPath);
         ReplaceValues(connection, stored.id, values);
     });
-    Print("Schedule " + stored.id + ", " + Named(stored.row) + ", is refreshed." + OthersOf(stored) + "\n");
+    Tell(line,
+         "Schedule " + stored.id + ", " + Named(stored.row) + ", is refreshed." + OthersOf(stored) + "\n",
+         Result(stored));
 }
 
 }  // namespace tools

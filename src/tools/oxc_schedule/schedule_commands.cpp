@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands that change and run single schedules.
 #include "execution/on_demand/RunOnDemand.h"
-#include "platform/base/paths.h"
+#include "platform/base/text.h"
 #include "shared/Global.h"
 #include "tools/hidden_arguments.h"
 #include "tools/oxc_schedule/checks.h"
 #include "tools/oxc_schedule/commands.h"
+#include "tools/oxc_schedule/next_text.h"
 #include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/records.h"
 #include "tools/oxc_schedule/schedule_rows.h"
@@ -25,16 +26,31 @@ std::string PasswordOf(const CommandLine& line) {
         Refuse("The user " + Quoted(*line.Value("user")) +
                " wants a password: --password-stdin or the variable " + PasswordVariable);
     }
+    if (!IsUtf8(password)) {
+        Refuse("The password contains a byte that is not UTF-8");
+    }
     if (password.find('\'') != std::string::npos) {
         Refuse("The password contains an apostrophe, which cannot be stored");
     }
     return password;
 }
 
-void TakeLogon(const CommandLine& line, std::string& user, std::string& password, std::string& required) {
+// Wrong usage is reported before anything else.
+void CheckUsage(const CommandLine& line) {
+    if (line.command == "add") {
+        RequiredOption(line, "to");
+        RequiredOption(line, "at");
+    }
     if (line.Has("password-stdin") && !line.Has("user")) {
         throw ScheduleUsageError("--password-stdin wants --user");
     }
+    if (line.Has("no-login") && line.Has("user")) {
+        throw ScheduleUsageError("--no-login and --user exclude each other");
+    }
+    FrequencyOf(line, "");
+}
+
+void TakeLogon(const CommandLine& line, std::string& user, std::string& password, std::string& required) {
     if (!line.Has("user")) {
         return;
     }
@@ -67,7 +83,6 @@ void RefuseTaken(const std::string& title, const std::string& folder, const std:
 }
 
 Global::NewSchedule ScheduleOf(const CommandLine& line, const report::Report& report) {
-    RequiredOption(line, "to");
     const DateRange dates = CheckedDates(line);
     Global::NewSchedule schedule{
         .sendTo = CheckedRecipients(line.All("to")),
@@ -83,7 +98,7 @@ Global::NewSchedule ScheduleOf(const CommandLine& line, const report::Report& re
         .selectionForm = WithoutMarks(line.ValueOr("formula", report.RecordSelectionFormula())),
         .format = CheckedFormat(line.ValueOr("format", "pdf"), Global::Runner::Single),
         .parent = FindFolder(line.ValueOr("folder", RootFolder)),
-        .originalPath = paths::FromMachine(line.names.front()),
+        .originalPath = GivenPath(line.names.front()),
         .userName = {},
         .password = {},
         .loginReq = "F"};
@@ -127,8 +142,7 @@ NamedValues ValuesForCopy(const CommandLine& line, const StoredSchedule& stored)
         if (!HasChanged(stored.row.originalPath, stored.row.reportPath)) {
             throw;
         }
-        Refuse(error.Description() +
-               ". The report file has changed since: oxc-schedule refresh copies it again");
+        Refuse(TextOf(error) + ". The report file has changed since: oxc-schedule refresh copies it again");
     }
 }
 
@@ -145,7 +159,8 @@ void RefuseMoved(const CommandLine& line, const Global::ScheduleChange& change, 
 }  // namespace
 
 void AddSchedule(const CommandLine& line) {
-    const std::string path = paths::FromMachine(line.names.front());
+    CheckUsage(line);
+    const std::string path = GivenPath(line.names.front());
     report::Report& report = OpenReportFile(path);
     StoredSchedule schedule{.id = {}, .row = ScheduleOf(line, report), .parameters = {}};
     schedule.parameters = CheckedParameters(report, GivenParameters(line));
@@ -156,14 +171,14 @@ void AddSchedule(const CommandLine& line) {
         schedule.id = std::to_string(NextKey("ReportScheduler"));
         InsertScheduleRows(connection, schedule);
     });
-    Print("Schedule " + schedule.id + ", " + Named(schedule.row) + ", is added. It first runs on " +
-          schedule.row.nextRun + " at " + schedule.row.runAt + ".\n");
+    Tell(line,
+         "Schedule " + schedule.id + ", " + Named(schedule.row) + ", is added. " +
+             FirstRunText(ItemOf(schedule.row)) + "\n",
+         Result(schedule));
 }
 
 void SetSchedule(const CommandLine& line) {
-    if (line.Has("no-login") && line.Has("user")) {
-        throw ScheduleUsageError("--no-login and --user exclude each other");
-    }
+    CheckUsage(line);
     const StoredSchedule stored = FindSchedule(line);
     const Global::ScheduleChange change = ChangeOf(line, stored.row);
     const NamedValues values = line.Has("p") ? ValuesForCopy(line, stored) : NamedValues{};
@@ -175,8 +190,10 @@ void SetSchedule(const CommandLine& line) {
             ReplaceValues(connection, stored.id, values);
         }
     });
-    Print("Schedule " + stored.id + ", " + Quoted(change.title) + " in the folder " + Quoted(change.parent) +
-          ", is changed.\n");
+    Tell(line,
+         "Schedule " + stored.id + ", " + Quoted(change.title) + " in the folder " + Quoted(change.parent) +
+             ", is changed.\n",
+         Result(stored.id, change.title, change.parent, stored.row.nextRun));
 }
 
 void RemoveSchedule(const CommandLine& line) {
@@ -185,7 +202,8 @@ void RemoveSchedule(const CommandLine& line) {
         stored = FindSchedule(line);
         Global::DeleteSchedule(connection, stored.id);
     });
-    Print("Schedule " + stored.id + ", " + Named(stored.row) + ", is removed with its history.\n");
+    Tell(line, "Schedule " + stored.id + ", " + Named(stored.row) + ", is removed with its history.\n",
+         Result(stored));
 }
 
 void RunSchedule(const CommandLine& line) {
@@ -202,6 +220,7 @@ void RunSchedule(const CommandLine& line) {
     if (!isDelivered) {
         Refuse(boxes.Complaint("Schedule " + stored.id + " is not delivered"));
     }
+    Tell(line, boxes.Information(), Result(stored));
 }
 
 }  // namespace tools

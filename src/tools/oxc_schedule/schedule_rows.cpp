@@ -58,6 +58,18 @@ QJsonObject ScheduleFields(const StoredSchedule& schedule) {
             {"parameters", parameters}};
 }
 
+QJsonObject Result(const std::string& id, const std::string& title, const std::string& folder,
+                   const std::string& next) {
+    return {{"id", Json(id).toLongLong()},
+            {"title", Json(title)},
+            {"folder", Json(folder)},
+            {"next", Json(next)}};
+}
+
+QJsonObject Result(const StoredSchedule& schedule) {
+    return Result(schedule.id, schedule.row.title, schedule.row.parent, schedule.row.nextRun);
+}
+
 std::string Named(const Global::NewSchedule& row) {
     return Quoted(row.title) + " in the folder " + Quoted(row.parent);
 }

@@ -25,6 +25,11 @@ bool IsSame(const StoredSchedule& one, const StoredSchedule& other);
 // Returns the fields that a user sets, as JSON, without the password. The path is written as users write it.
 QJsonObject ScheduleFields(const StoredSchedule& schedule);
 
+// Returns what a command with --json prints of the schedule that it has made or changed.
+QJsonObject Result(const std::string& id, const std::string& title, const std::string& folder,
+                   const std::string& next);
+QJsonObject Result(const StoredSchedule& schedule);
+
 // Returns the title and the folder for a sentence.
 std::string Named(const Global::NewSchedule& row);
 
