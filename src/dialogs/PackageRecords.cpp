@@ -63,12 +63,18 @@ void ReplacePackageValues(const std::string& reportID, const std::string& detail
                           const std::string& condition, const std::vector<std::string>& values) {
     ADODB::Connection connection;
     connection.Open(ConnectionString);
+    ReplacePackageValues(connection, reportID, detailID, condition, values);
+    connection.Close();
+}
+
+void ReplacePackageValues(ADODB::Connection& connection, const std::string& reportID,
+                          const std::string& detailID, const std::string& condition,
+                          const std::vector<std::string>& values) {
     connection.Execute("delete from ReportBatchPar Where " + condition);
     for (const std::string& value : values) {
         connection.Execute("insert into ReportBatchPar(ReportID, DetailID, ParValue) Values(" + reportID +
                            "," + detailID + ",'" + value + "')");
     }
-    connection.Close();
 }
 
 void DeleteWaitingParameters(ADODB::Connection& connection) {

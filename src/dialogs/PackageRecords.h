@@ -43,6 +43,9 @@ void DeletePackage(ADODB::Connection& connection, const std::string& reportID);
 // Replaces the stored values of a package's report. `condition` finds the stored rows.
 void ReplacePackageValues(const std::string& reportID, const std::string& detailID,
                           const std::string& condition, const std::vector<std::string>& values);
+void ReplacePackageValues(ADODB::Connection& connection, const std::string& reportID,
+                          const std::string& detailID, const std::string& condition,
+                          const std::vector<std::string>& values);
 
 // Empties tmpPar.
 void DeleteWaitingParameters(ADODB::Connection& connection);

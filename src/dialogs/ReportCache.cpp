@@ -13,11 +13,15 @@ namespace Global {
 
 std::string CopyToCache(const std::string& filePath) {
     const Scripting::File file = Scripting::FileSystemObject().GetFile(filePath);
-    const auto backslashes = static_cast<int>(std::count(filePath.begin(), filePath.end(), '\\'));
-    std::string cached = AppPath() + "\\Cache\\" + cmFunc::GetDelimitedField(filePath, backslashes + 1, "\\");
+    std::string cached = CachedPath(filePath);
     file.Copy(cached);
     KeepReport(ConnectionString, cached);
     return cached;
+}
+
+std::string CachedPath(const std::string& filePath) {
+    const auto backslashes = static_cast<int>(std::count(filePath.begin(), filePath.end(), '\\'));
+    return AppPath() + "\\Cache\\" + cmFunc::GetDelimitedField(filePath, backslashes + 1, "\\");
 }
 
 }  // namespace Global

@@ -13,4 +13,7 @@ namespace Global {
 // folder Cache. A store that several machines share gets the bytes, too.
 std::string CopyToCache(const std::string& filePath);
 
+// Returns the path of the copy that CopyToCache makes of the file.
+std::string CachedPath(const std::string& filePath);
+
 }  // namespace Global

@@ -71,6 +71,10 @@ bool UpdateSchedule(const Variant& reportID, const ScheduleChange& change) {
     }
 }
 
+void UpdateSchedule(ADODB::Connection& connection, const Variant& reportID, const ScheduleChange& change) {
+    connection.Execute(UpdateStatement(reportID, change));
+}
+
 void DeleteSchedule(const Variant& reportID) {
     ADODB::Connection connection;
     connection.Open(ConnectionString);

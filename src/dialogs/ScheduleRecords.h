@@ -61,6 +61,8 @@ struct ScheduleChange {
 
 // Writes the change. An error is shown, gives false and leaves the row unchanged.
 bool UpdateSchedule(const Variant& reportID, const ScheduleChange& change);
+// The same on the caller's connection. Errors pass to the caller.
+void UpdateSchedule(ADODB::Connection& connection, const Variant& reportID, const ScheduleChange& change);
 
 // Deletes a schedule, its parameter values and its history. The copy of its report stays in the cache,
 // because another schedule may run it. Errors pass to the caller; rows deleted before an error stay deleted.

@@ -35,6 +35,7 @@ std::vector<ComingRun> ComingRuns(const RepeatingItem& item, DateValue now, Date
         }
         const DateValue next = item.next(stored);
         if (next <= stored) {
+            runs.back().isAtEveryPoll = true;
             return runs;
         }
         stored = next;

@@ -23,6 +23,9 @@ struct ComingRun {
     DateValue moment;       // `now` for a run that the next poll makes
     bool isDue = false;     // the next poll makes it
     std::size_t count = 1;  // missed runs are made up, one in each poll
+    // The rules do not know the word of the frequency: from this run on the item runs at every poll after its
+    // time of day, on every day of its dates.
+    bool isAtEveryPoll = false;
 };
 
 // Returns the runs from `now` to `until`, in the order of time. Raises as CDate for a text that is not a

@@ -10,10 +10,6 @@ namespace Global {
 
 namespace {
 
-const char* WordOf(RunKind kind) {
-    return kind == RunKind::Schedule ? "schedule" : "package";
-}
-
 std::string MomentText(DateValue moment) {
     return cmFunc::FormatDateText(moment) + " " + TimeText(moment);
 }

@@ -30,22 +30,30 @@ void InsertFolder(ADODB::Connection& connection, const std::string& name, const 
 void RenameFolder(const std::string& oldName, const std::string& newName) {
     ADODB::Connection connection;
     connection.Open(ConnectionString);
+    RenameFolder(connection, oldName, newName);
+    connection.Close();
+}
+
+void RenameFolder(ADODB::Connection& connection, const std::string& oldName, const std::string& newName) {
     connection.Execute("update folders set foldername = '" + newName + "' where FolderName = '" + oldName +
                        "'");
     connection.Execute("update reportscheduler set parent = '" + newName + "' where parent = '" + oldName +
                        "'");
-    connection.Close();
 }
 
 void DeleteFolder(const std::string& id) {
     ADODB::Connection connection;
     connection.Open(ConnectionString);
+    DeleteFolder(connection, id);
+    connection.Close();
+}
+
+void DeleteFolder(ADODB::Connection& connection, const std::string& id) {
     connection.Execute("delete from folders where folderid =" + id);
     connection.Execute(
         "delete from reportscheduler where parent =(select foldername from folders where folderid =" + id +
         ")");
     connection.Execute("delete from folders where parent = " + id);
-    connection.Close();
 }
 
 }  // namespace Global

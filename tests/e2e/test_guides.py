@@ -132,7 +132,7 @@ class GuideTest(unittest.TestCase):
 
     def make_folder(self):
         """The application folder, as a first use leaves it."""
-        self.run_block("oxc-schedule list")
+        self.run_block("oxc-schedule init")
 
     def mails(self):
         return read_mails(self.application / "outbox")

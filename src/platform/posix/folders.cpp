@@ -10,6 +10,7 @@
 
 #include "platform/base/paths.h"
 #include "platform/contracts/runtime.h"
+#include "platform/posix/app_place.h"
 #include "platform/posix/atomic_file.h"
 
 namespace {
@@ -94,19 +95,12 @@ void Furnish(const fs::path& folder) {
 }
 
 std::string FindAppPath() {
-    const std::string given = Environment("OXC_HOME");
-    if (!given.empty()) {
-        return paths::FromMachine(paths::ToMachine(given));
+    const fs::path place = AppPlace();
+    if (place == DataHome() / FolderName && !IsFile(place / BlankDatabase) &&
+        Environment("OXC_HOME").empty()) {
+        Furnish(place);
     }
-    const fs::path program = ProgramFolder();
-    if (IsFile(program / BlankDatabase)) {
-        return paths::FromMachine(program);
-    }
-    const fs::path folder = DataHome() / FolderName;
-    if (!IsFile(folder / BlankDatabase)) {
-        Furnish(folder);
-    }
-    return paths::FromMachine(folder);
+    return paths::FromMachine(place);
 }
 
 std::string WithoutLastBackslash(std::string path) {
@@ -122,6 +116,15 @@ std::string& ChosenAppPath() {
 }
 
 }  // namespace
+
+fs::path AppPlace() {
+    const std::string given = Environment("OXC_HOME");
+    if (!given.empty()) {
+        return paths::ToMachine(given);
+    }
+    const fs::path program = ProgramFolder();
+    return IsFile(program / BlankDatabase) ? program : DataHome() / FolderName;
+}
 
 fs::path ProgramFolder() {
     std::error_code error;

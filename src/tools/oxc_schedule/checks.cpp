@@ -10,12 +10,15 @@
 #include "execution/RunReport.h"
 #include "platform/base/ascii.h"
 #include "platform/base/convert.h"
+#include "platform/base/date_reader.h"
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "platform/contracts/clock.h"
+#include "platform/contracts/regional.h"
 #include "platform/mail/base/mail_errors.h"
 #include "platform/mail/book/address_book.h"
 #include "platform/mail/profile/mail_profile.h"
+#include "platform/posix/small_file.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 #include "tools/oxc_schedule/output.h"
@@ -104,15 +107,14 @@ void RefuseUnknown(report::Report& report, const NamedValues& given) {
     }
 }
 
-std::string ValueFor(const report::ParameterField& field, std::size_t position, const NamedValues& given,
-                     const std::vector<std::string>& stored) {
-    for (const auto& [name, value] : given) {
-        if (SameText(name, field.Name())) {
-            return value;
+std::string ValueFor(const report::ParameterField& field, const NamedValues& given,
+                     const NamedValues& stored) {
+    for (const NamedValues* values : {&given, &stored}) {
+        for (const auto& [name, value] : *values) {
+            if (SameText(name, field.Name())) {
+                return value;
+            }
         }
-    }
-    if (position < stored.size()) {
-        return stored[position];
     }
     const std::vector<std::string> defaults = field.DefaultValues();
     if (defaults.empty()) {
@@ -138,12 +140,12 @@ DateValue DateOption(const CommandLine& line, const char* option, DateValue othe
     if (!text) {
         return otherwise;
     }
-    try {
-        return DatePart(CDate(*text));
-    } catch (const RuntimeError&) {
+    const std::optional<DateValue> day = DayOf(*text);
+    if (!day) {
         Refuse("The " + std::string(option) + " date " + Quoted(*text) +
                " is not a date; write it as year-month-day");
     }
+    return *day;
 }
 
 }  // namespace
@@ -156,6 +158,12 @@ void RefuseControls(const std::string& what, const std::string& text) {
     if (HasControls(text) || !IsUtf8(text)) {
         Refuse(what + " " + Quoted(WithoutControls(ValidUtf8(text))) +
                " contains a control character or a byte that is not UTF-8");
+    }
+}
+
+void RefuseOtherBytes(const std::string& what, const std::string& text) {
+    if (!IsUtf8(text)) {
+        Refuse(what + " " + Quoted(WithoutControls(ValidUtf8(text))) + " contains a byte that is not UTF-8");
     }
 }
 
@@ -181,18 +189,28 @@ std::string RequiredOption(const CommandLine& line, const std::string& option) {
     return *value;
 }
 
-report::Report& OpenReportFile(const std::string& path) {
-    return Global::OpenReport(path);
+bool HasChanged(const std::string& original, const std::string& copy) {
+    constexpr std::size_t Largest = 64 << 20;
+    const auto now = ReadSmallFile(paths::ToMachine(original), Largest);
+    return now && now != ReadSmallFile(paths::ToMachine(copy), Largest);
 }
 
-NamedValues CheckedParameters(report::Report& report, const NamedValues& given,
-                              const std::vector<std::string>& stored) {
+report::Report& OpenReportFile(const std::string& path) {
+    try {
+        return Global::OpenReport(path);
+    } catch (const RuntimeError& error) {
+        const std::string shown = paths::ForUser(path);
+        Refuse(Replace(error.Description(), WithoutMarks(shown), shown));
+    }
+}
+
+NamedValues CheckedParameters(report::Report& report, const NamedValues& given, const NamedValues& stored) {
     RefuseUnknown(report, given);
     Global::ClearReportParameters();
     NamedValues values;
     for (int n = 1; n <= report.ParameterFieldCount(); ++n) {
         const report::ParameterField& field = report.Parameter(n);
-        const std::string text = ValueFor(field, values.size(), given, stored);
+        const std::string text = ValueFor(field, given, stored);
         try {
             Global::HandOverParameter(report, n, text, Global::OtherFieldRule::HandOver);
         } catch (const RuntimeError& error) {
@@ -254,12 +272,23 @@ std::string CheckedTime(const std::string& time) {
     Refuse("The time " + Quoted(time) + " is not a time from 00:00 to 23:59");
 }
 
+std::optional<DateValue> DayOf(const std::string& text) {
+    constexpr int FirstYear = 1000;  // years of four digits compare as texts
+    const std::optional<DateValue> date = ReadDateText(Trim(text), Regional());
+    const bool isDay = date && text.find(':') == std::string::npos && TimePart(*date).SecondOfDay() == 0 &&
+                       *date != DateValue() && Year(*date) >= FirstYear;
+    return isDay ? date : std::nullopt;
+}
+
 DateRange CheckedDates(const CommandLine& line) {
     const DateValue start = DateOption(line, "start", Today());
     const DateValue end = DateOption(line, "end", CDate(LastDay));
     DateRange range{cmFunc::FormatDateText(start), cmFunc::FormatDateText(end)};
     if (start >= end) {
         Refuse("The end date " + range.end + " is not later than the start date " + range.start);
+    }
+    if (end < Today()) {
+        Refuse("The end date " + range.end + " is over: there would be no run");
     }
     return range;
 }
@@ -277,7 +306,14 @@ std::string FrequencyOf(const CommandLine& line, const std::string& otherwise) {
     return word.empty() ? otherwise : word;
 }
 
+std::string GivenPath(const std::string& text) {
+    return text.empty() ? "" : paths::FromMachine(text);
+}
+
 std::string CheckedOutputFolder(const std::string& systemPath) {
+    if (systemPath.empty()) {
+        Refuse("The output folder is empty");
+    }
     const std::string stored = systemPath.ends_with('\\') ? systemPath : systemPath + "\\";
     RefuseMark("The output folder", stored);
     const std::filesystem::path folder = paths::ToMachine(stored);

@@ -21,34 +21,36 @@ constexpr std::size_t Any = 1;
 constexpr std::array Commands = {
     CommandForm{"--help", 0, 0, ""},
     CommandForm{"--version", 0, 0, ""},
+    CommandForm{"init", 0, 0, "json"},
     CommandForm{"add", 1, 1,
                 "folder= title= to=+ subject= message= start= end= at= daily weekdays weekly monthly format= "
-                "formula= user= password-stdin p=+"},
+                "formula= user= password-stdin p=+ json"},
     CommandForm{
         "set", 0, Any,
         "folder= id= title= move-to= to=+ subject= message= at= daily weekdays weekly monthly format= "
-        "formula= user= password-stdin no-login p=+"},
+        "formula= user= password-stdin no-login p=+ json"},
     CommandForm{"list", 0, 0, "folder= json"},
     CommandForm{"show", 0, Any, "folder= id= json"},
-    CommandForm{"remove", 0, Any, "folder= id="},
-    CommandForm{"run", 0, Any, "folder= id="},
+    CommandForm{"remove", 0, Any, "folder= id= json"},
+    CommandForm{"run", 0, Any, "folder= id= json"},
+    CommandForm{"refresh", 0, Any, "folder= id= p=+ json"},
     CommandForm{"next", 0, 0, "days= json"},
     CommandForm{"history", 0, Any, "folder= id= limit= json"},
     CommandForm{"package add", 1, 1,
                 "report=+ p=+ output= to=+ no-mail subject= message= start= end= at= daily weekly monthly "
-                "quarterly format="},
+                "quarterly format= json"},
     CommandForm{"package list", 0, 0, "json"},
     CommandForm{"package show", 0, Any, "id= json"},
-    CommandForm{"package set", 0, Any, "id= report=+ p=+"},
-    CommandForm{"package remove", 0, Any, "id="},
-    CommandForm{"package run", 0, Any, "id="},
+    CommandForm{"package set", 0, Any, "id= report=+ p=+ json"},
+    CommandForm{"package remove", 0, Any, "id= json"},
+    CommandForm{"package run", 0, Any, "id= json"},
     CommandForm{"package history", 0, Any, "id= limit= json"},
     CommandForm{"folder list", 0, 0, "json"},
-    CommandForm{"folder add", 1, 1, "in="},
-    CommandForm{"folder rename", 2, 2, ""},
-    CommandForm{"folder remove", 1, 1, ""},
-    CommandForm{"export", 0, 1, "with-passwords"},
-    CommandForm{"import", 1, 1, "dry-run replace"},
+    CommandForm{"folder add", 1, 1, "in= json"},
+    CommandForm{"folder rename", 2, 2, "json"},
+    CommandForm{"folder remove", 1, 1, "json"},
+    CommandForm{"export", 0, 1, "with-passwords json"},
+    CommandForm{"import", 1, 1, "dry-run replace json"},
     CommandForm{"status", 0, 0, "warn= critical= since= json prometheus"},
 };
 
@@ -152,6 +154,12 @@ void CheckNames(const CommandForm& form, const CommandLine& line) {
                                   : form.words == "import"        ? "a file"
                                   : form.words == "folder rename" ? "the old name and the new name"
                                                                   : "a name"));
+    }
+    if (isNamedByKey && line.names.empty() && line.Has("folder")) {
+        throw ScheduleUsageError("--folder goes with a name");
+    }
+    if (line.Has("json") && line.Has("prometheus")) {
+        throw ScheduleUsageError("--json and --prometheus exclude each other");
     }
     if (isNamedByKey && !line.names.empty() && line.Has("id")) {
         throw ScheduleUsageError("a name and --id are given; one of them is enough");

@@ -1,52 +1,121 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/oxc_schedule/commands.h"
 
+#include <algorithm>
 #include <array>
+#include <filesystem>
 #include <string_view>
 
+#include "platform/base/paths.h"
+#include "platform/posix/app_place.h"
 #include "shared/Global.h"
+#include "store/LiveDatabase.h"
 #include "store/StartUp.h"
+#include "tools/oxc_schedule/checks.h"
 #include "tools/oxc_schedule/output.h"
 
 namespace tools {
 namespace {
 
+enum class Needs { ToRead, ToChange };
+
 struct Handler {
     std::string_view command;
     void (*run)(const CommandLine& line);
+    Needs needs = Needs::ToChange;
 };
 
+void ShowPlace(const CommandLine& line) {
+    const std::string folder = paths::ForUser(AppPath());
+    Tell(line, "The application folder is " + folder + ".\n", {{"folder", Json(folder)}});
+}
+
 constexpr std::array Handlers = {
+    Handler{"init", ShowPlace},
     Handler{"add", AddSchedule},
     Handler{"set", SetSchedule},
+    Handler{"refresh", RefreshSchedule},
     Handler{"remove", RemoveSchedule},
     Handler{"run", RunSchedule},
-    Handler{"list", ListSchedules},
-    Handler{"show", ShowSchedule},
-    Handler{"history", ShowHistory},
-    Handler{"next", ShowComingRuns},
+    Handler{"list", ListSchedules, Needs::ToRead},
+    Handler{"show", ShowSchedule, Needs::ToRead},
+    Handler{"history", ShowHistory, Needs::ToRead},
+    Handler{"next", ShowComingRuns, Needs::ToRead},
     Handler{"package add", AddPackage},
     Handler{"package set", SetPackage},
     Handler{"package remove", RemovePackage},
     Handler{"package run", RunStoredPackage},
-    Handler{"package history", ShowPackageHistory},
-    Handler{"package list", ListPackages},
-    Handler{"package show", ShowPackage},
-    Handler{"folder list", ListFolders},
+    Handler{"package history", ShowPackageHistory, Needs::ToRead},
+    Handler{"package list", ListPackages, Needs::ToRead},
+    Handler{"package show", ShowPackage, Needs::ToRead},
+    Handler{"folder list", ListFolders, Needs::ToRead},
     Handler{"folder add", AddFolder},
     Handler{"folder rename", RenameStoredFolder},
     Handler{"folder remove", RemoveFolder},
-    Handler{"export", ExportAll},
+    Handler{"export", ExportAll, Needs::ToRead},
     Handler{"import", ImportAll},
 };
 
-// As the other programs do: a failure to make the live database is a box, and the first statement names it.
-void StartUp() {
+std::filesystem::path LiveDatabase() {
+    return AppPlace() / "PressroomLive.dat";
+}
+
+// A command that only reads makes nothing, neither a folder nor settings.
+void RequireDatabase() {
+    std::error_code ignored;
+    if (!std::filesystem::exists(LiveDatabase(), ignored)) {
+        Refuse("There is no database in " + Quoted(AppPlace().string()) +
+               " yet: oxc-schedule init makes it, or the first command that changes something");
+    }
+}
+
+// The first steps are taken once for a user, who can have several application folders.
+void MakeDatabase() {
     const CommandPrompts boxes;
     Global::TakeFirstSteps();
+    std::error_code ignored;
+    if (!std::filesystem::exists(LiveDatabase(), ignored)) {
+        Global::EnsureLiveDatabase();
+    }
+    if (!std::filesystem::exists(LiveDatabase(), ignored)) {
+        Refuse("The database in " + Quoted(AppPlace().string()) + " cannot be made: " + boxes.Complaint(""));
+    }
+}
+
+void StartUp(Needs needs) {
+    if (needs == Needs::ToRead) {
+        RequireDatabase();
+    } else {
+        MakeDatabase();
+    }
     Global::SetConnectionString();
     Global::MailBatchFlag = "T";
     Global::ReadSettings();
+}
+
+// Statements and exports are UTF-8. Names of files of these two commands are not stored.
+void RefuseOtherArguments(const CommandLine& line) {
+    if (line.command == "import" || line.command == "export") {
+        return;
+    }
+    for (const std::string& name : line.names) {
+        RefuseOtherBytes("The argument", name);
+    }
+    for (const auto& [option, value] : line.options) {
+        RefuseOtherBytes("The value", value);
+    }
+}
+
+// A failure to read is as bad as no poll, and a monitor gets it in its own form.
+int TellStatus(const CommandLine& line) {
+    CheckStatusOptions(line);
+    try {
+        StartUp(Needs::ToRead);
+        return ShowStatus(line);
+    } catch (const RuntimeError& error) {
+        ShowNoStatus(line, TextOf(error));
+        return 2;
+    }
 }
 
 }  // namespace
@@ -60,14 +129,16 @@ int RunScheduleCommand(const CommandLine& line) {
         Print("oxc-schedule " OXC_VERSION "\n");
         return 0;
     }
-    StartUp();
-    for (const Handler& handler : Handlers) {
-        if (handler.command == line.command) {
-            handler.run(line);
-            return 0;
-        }
+    if (line.command == "status") {
+        return TellStatus(line);
     }
-    return ShowStatus(line);
+    RefuseOtherArguments(line);
+    const auto* const handler = std::find_if(Handlers.begin(), Handlers.end(), [&line](const Handler& one) {
+        return one.command == line.command;
+    });
+    StartUp(handler->needs);
+    handler->run(line);
+    return 0;
 }
 
 }  // namespace tools

@@ -13,6 +13,7 @@ int RunScheduleCommand(const CommandLine& line);
 
 void AddSchedule(const CommandLine& line);
 void SetSchedule(const CommandLine& line);
+void RefreshSchedule(const CommandLine& line);
 void RemoveSchedule(const CommandLine& line);
 void RunSchedule(const CommandLine& line);
 void ListSchedules(const CommandLine& line);
@@ -37,5 +38,10 @@ void ExportAll(const CommandLine& line);
 void ImportAll(const CommandLine& line);
 
 int ShowStatus(const CommandLine& line);
+// Raises ScheduleUsageError for an option that cannot be used.
+void CheckStatusOptions(const CommandLine& line);
+// Prints the state of a system that cannot be read, for --json and --prometheus on standard output, and the
+// cause on standard error.
+void ShowNoStatus(const CommandLine& line, const std::string& why);
 
 }  // namespace tools

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The command that writes all folders, schedules and packages as one text.
+#include <algorithm>
+
+#include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
 #include "platform/posix/atomic_file.h"
 #include "tools/oxc_schedule/commands.h"
@@ -11,10 +14,31 @@
 namespace tools {
 namespace {
 
+// Returns the folders that schedules name and that no window shows: deleted ones, and those of which the
+// folder above is missing. In the export they lie in the root, so that an import makes them reachable.
+std::vector<std::string> LostFolders() {
+    std::vector<std::string> known = {RootFolder}, lost;
+    for (const StoredFolder& folder : ReadFolders()) {
+        known.push_back(folder.name);
+    }
+    for (const StoredSchedule& schedule : ReadSchedules()) {
+        const std::string& name = schedule.row.parent;
+        if (std::none_of(known.begin(), known.end(),
+                         [&name](const std::string& one) { return SameText(one, name); })) {
+            known.push_back(name);
+            lost.push_back(name);
+        }
+    }
+    return lost;
+}
+
 QJsonArray Folders() {
     QJsonArray array;
     for (const StoredFolder& folder : ReadFolders()) {
         array.append(QJsonObject{{"name", Json(folder.name)}, {"in", Json(folder.parent)}});
+    }
+    for (const std::string& name : LostFolders()) {
+        array.append(QJsonObject{{"name", Json(name)}, {"in", RootFolder}});
     }
     return array;
 }
@@ -56,6 +80,7 @@ void ExportAll(const CommandLine& line) {
                     line.Has("with-passwords") ? AtomicFile::Readers::Owner : AtomicFile::Readers::Mask);
     file.Write(QJsonDocument(all).toJson().toStdString());
     file.Commit();
+    Tell(line, "", {{"file", Json(line.names.front())}});
 }
 
 }  // namespace tools

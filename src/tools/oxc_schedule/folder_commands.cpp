@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands on folders.
 #include "platform/base/convert.h"
+#include "platform/base/text.h"
 #include "store/Folders.h"
 #include "store/Upkeep.h"
 #include "tools/oxc_schedule/checks.h"
@@ -11,13 +12,14 @@
 namespace tools {
 namespace {
 
-std::string CheckedNewName(const std::string& text) {
+// A folder that is renamed may keep its name in other upper and lower case.
+std::string CheckedNewName(const std::string& text, const std::string& former = {}) {
     std::string name = WithoutMark(text);
     if (name.empty()) {
         Refuse("The name of the folder is empty");
     }
     RefuseControls("The name", name);
-    if (!Global::FolderNameFree(name)) {
+    if (!SameText(name, former) && !Global::FolderNameFree(name)) {
         Refuse("The name " + Quoted(name) + " already exists in the system. Please specify a new name.");
     }
     return name;
@@ -35,6 +37,16 @@ StoredFolder FindChangeable(const std::string& name) {
         }
     }
     Refuse("There is no folder " + Quoted(name));
+}
+
+// A folder that is not empty stays: its schedules would continue to run in no folder.
+void RefuseFilled(const StoredFolder& folder) {
+    const std::size_t schedules = ReadSchedules("Parent = " + SqlText(folder.name)).size();
+    const std::size_t folders = Global::FoldersBelow(folder.id).size();
+    if (schedules + folders > 0) {
+        Refuse("The folder " + Quoted(folder.name) + " is not empty: schedules " + std::to_string(schedules) +
+               ", folders " + std::to_string(folders));
+    }
 }
 
 }  // namespace
@@ -56,30 +68,39 @@ void ListFolders(const CommandLine& line) {
 }
 
 void AddFolder(const CommandLine& line) {
-    const std::string name = CheckedNewName(line.names.front());
-    const std::string parent = FindFolder(line.ValueOr("in", RootFolder));
-    Global::InsertFolder(name, parent == RootFolder ? "0" : FindChangeable(parent).id);
-    Print("The folder " + Quoted(name) + " is added to " + Quoted(parent) + ".\n");
+    std::string name, parent;
+    InTransaction([&](ADODB::Connection& connection) {
+        name = CheckedNewName(line.names.front());
+        parent = FindFolder(line.ValueOr("in", RootFolder));
+        Global::InsertFolder(connection, name, parent == RootFolder ? "0" : FindChangeable(parent).id);
+    });
+    Tell(line, "The folder " + Quoted(name) + " is added to " + Quoted(parent) + ".\n",
+         {{"name", Json(name)}, {"in", Json(parent)}});
 }
 
 void RenameStoredFolder(const CommandLine& line) {
-    const StoredFolder folder = FindChangeable(line.names[0]);
-    const std::string name = CheckedNewName(line.names[1]);
-    Global::RenameFolder(folder.name, name);
-    Print("The folder " + Quoted(folder.name) + " is now called " + Quoted(name) + ".\n");
+    StoredFolder folder;
+    std::string name;
+    InTransaction([&](ADODB::Connection& connection) {
+        folder = FindChangeable(line.names[0]);
+        name = CheckedNewName(line.names[1], folder.name);
+        if (name != folder.name) {
+            Global::RenameFolder(connection, folder.name, name);
+        }
+    });
+    Tell(line, "The folder " + Quoted(folder.name) + " is now called " + Quoted(name) + ".\n",
+         {{"name", Json(name)}, {"in", Json(folder.parent)}, {"former", Json(folder.name)}});
 }
 
-// A folder that is not empty stays: its schedules would continue to run in no folder.
 void RemoveFolder(const CommandLine& line) {
-    const StoredFolder folder = FindChangeable(line.names.front());
-    const std::size_t schedules = ReadSchedules("Parent = " + SqlText(folder.name)).size();
-    const std::size_t folders = Global::FoldersBelow(folder.id).size();
-    if (schedules + folders > 0) {
-        Refuse("The folder " + Quoted(folder.name) + " is not empty: schedules " + std::to_string(schedules) +
-               ", folders " + std::to_string(folders));
-    }
-    Global::DeleteFolder(folder.id);
-    Print("The folder " + Quoted(folder.name) + " is removed.\n");
+    StoredFolder folder;
+    InTransaction([&](ADODB::Connection& connection) {
+        folder = FindChangeable(line.names.front());
+        RefuseFilled(folder);
+        Global::DeleteFolder(connection, folder.id);
+    });
+    Tell(line, "The folder " + Quoted(folder.name) + " is removed.\n",
+         {{"name", Json(folder.name)}, {"in", Json(folder.parent)}});
 }
 
 }  // namespace tools

@@ -2,19 +2,21 @@
 // The command that takes an export in: all of it or nothing.
 #include <algorithm>
 #include <cerrno>
+#include <optional>
+#include <set>
+#include <utility>
 
-#include "dialogs/ReportCache.h"
 #include "platform/base/convert.h"
 #include "platform/base/text.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/system_error.h"
 #include "platform/posix/small_file.h"
-#include "scheduler/NextRun.h"
 #include "store/Folders.h"
 #include "store/TextConventions.h"
 #include "store/Upkeep.h"
 #include "tools/oxc_schedule/commands.h"
 #include "tools/oxc_schedule/import_text.h"
+#include "tools/oxc_schedule/next_text.h"
 #include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/package_rows.h"
 #include "tools/oxc_schedule/schedule_rows.h"
@@ -35,25 +37,25 @@ struct Plan {
     std::vector<Planned<StoredSchedule>> schedules;
     std::vector<Planned<StoredPackage>> packages;
     std::string text;  // a line for each item
+    QJsonArray items;  // the same for --json
 };
 
 std::string ReadFile(const std::string& name) {
     constexpr std::size_t Largest = 32 << 20;
     const std::optional<std::string> text = ReadSmallFile(name, Largest);
     if (!text) {
-        throw RuntimeError(err::PathFileAccess, name + ": " + SystemErrorText(errno));
+        Refuse(name + ": " + SystemErrorText(errno));
     }
     return *text;
 }
 
 // Returns the first date of the item's series that is still to come. A date of today whose time has passed is
 // over: where the export comes from, that run was made.
-std::string FirstToCome(const std::string& start, const std::string& runAt,
-                        const std::function<DateValue(DateValue)>& next) {
+std::string NextOf(const std::string& start, const std::string& runAt, const Global::RepeatingItem& item) {
     DateValue date = CDate(start);
     const DateValue first = TimePart(CDate(runAt)) <= TimeOfDay() ? AddDays(Today(), 1) : Today();
     while (date < first) {
-        const DateValue after = next(date);
+        const DateValue after = item.next(date);
         if (after <= date) {
             break;
         }
@@ -62,30 +64,15 @@ std::string FirstToCome(const std::string& start, const std::string& runAt,
     return cmFunc::FormatDateText(date);
 }
 
-std::string NextOf(const Global::NewSchedule& row) {
-    return FirstToCome(row.startDate, row.runAt, [&row](DateValue date) {
-        DateValue after = date;
-        Global::NextSingleRun(row.frequency, date, after);
-        return after;
-    });
-}
-
-std::string NextOf(const Global::NewPackage& row) {
-    return FirstToCome(row.startDate, row.runTime,
-                       [&row](DateValue date) { return Global::NextPackageRun(row.frequency, date); });
-}
-
-bool IsSame(const StoredSchedule& one, const StoredSchedule& other) {
-    return ScheduleFields(one) == ScheduleFields(other) && one.row.password == other.row.password;
-}
-
-bool IsSame(const StoredPackage& one, const StoredPackage& other) {
-    return PackageFields(one.row) == PackageFields(other.row) && ReportFields(one) == ReportFields(other);
+std::string OverText(const std::string& endDate) {
+    return endDate < cmFunc::FormatDateText(Today()) ? "  its dates are over: it does not run\n" : "";
 }
 
 void PlanFolders(const std::vector<StoredFolder>& imported, Plan& plan) {
     std::vector<StoredFolder> known = ReadFolders();
+    const std::vector<StoredFolder> lost = ReadLostFolders();
     known.push_back({.id = "0", .name = RootFolder, .parent = {}});
+    known.insert(known.end(), lost.begin(), lost.end());
     const auto find = [&known](const std::string& name) {
         return std::find_if(known.begin(), known.end(),
                             [&name](const StoredFolder& folder) { return SameText(folder.name, name); });
@@ -93,7 +80,7 @@ void PlanFolders(const std::vector<StoredFolder>& imported, Plan& plan) {
     for (const StoredFolder& folder : imported) {
         const auto former = find(folder.name);
         if (former != known.end()) {
-            if (!SameText(former->parent, folder.parent)) {
+            if (!former->parent.empty() && !SameText(former->parent, folder.parent)) {
                 Refuse("The folder " + Quoted(folder.name) + " lies in " + Quoted(former->parent) +
                        " and not in " + Quoted(folder.parent));
             }
@@ -105,39 +92,85 @@ void PlanFolders(const std::vector<StoredFolder>& imported, Plan& plan) {
         known.push_back(folder);
         plan.folders.push_back(folder);
         plan.text += "add folder " + Quoted(folder.name) + "\n";
+        plan.items.append(QJsonObject{{"kind", "folder"}, {"name", Json(folder.name)}, {"step", "add"}});
     }
 }
 
-// Decides what happens to an item of which `former` has the same name.
+std::vector<StoredSchedule> FormersOf(const StoredSchedule& schedule) {
+    return ReadSchedules("ReportTitle = " + SqlText(schedule.row.title) +
+                         " and Parent = " + SqlText(schedule.row.parent));
+}
+
+std::vector<StoredPackage> FormersOf(const StoredPackage& package) {
+    return ReadPackages("BatchName = " + SqlText(package.row.name));
+}
+
+std::string NameOf(const StoredSchedule& schedule) {
+    return "schedule " + Named(schedule.row);
+}
+
+std::string NameOf(const StoredPackage& package) {
+    return "package " + Quoted(package.row.name);
+}
+
+// Matches the items of the file with the stored ones of the same name: first those that are the same. The
+// windows can make several of one name, and each stands for one.
 template <typename Item>
-Step StepOf(const Item& item, const std::vector<Item>& former, const std::string& named, bool replaces) {
-    if (former.empty()) {
-        return Step::Add;
+class Matching {
+ public:
+    explicit Matching(const std::vector<Item>& items, bool replaces) : m_replaces(replaces) {
+        for (const Item& item : items) {
+            const std::vector<Item> formers = FreeFormers(item);
+            const auto same = std::find_if(formers.begin(), formers.end(),
+                                           [&item](const Item& former) { return IsSame(item, former); });
+            m_same.push_back(same == formers.end() ? std::nullopt : std::optional(*same));
+            if (m_same.back()) {
+                m_taken.insert(same->id);
+            }
+        }
     }
-    if (former.size() > 1) {
-        Refuse("There are " + std::to_string(former.size()) + " items " + named +
-               "; import cannot tell which one is meant");
+    // Returns what happens to the item with this index, and the stored one that it keeps or replaces.
+    std::pair<Step, std::optional<Item>> StepOf(std::size_t index, const Item& item) {
+        if (m_same[index]) {
+            return {Step::Keep, m_same[index]};
+        }
+        const std::vector<Item> formers = FreeFormers(item);
+        if (formers.empty()) {
+            return {Step::Add, std::nullopt};
+        }
+        if (formers.size() > 1) {
+            Refuse("There are " + std::to_string(formers.size()) + " items " + NameOf(item) +
+                   "; import cannot tell which one is meant");
+        }
+        if (!m_replaces) {
+            Refuse("There is another " + NameOf(item) + "; --replace takes its place");
+        }
+        m_taken.insert(formers.front().id);
+        return {Step::Replace, formers.front()};
     }
-    if (IsSame(item, former.front())) {
-        return Step::Keep;
+
+ private:
+    std::vector<Item> FreeFormers(const Item& item) const {
+        std::vector<Item> formers = FormersOf(item);
+        std::erase_if(formers, [this](const Item& former) { return m_taken.contains(former.id); });
+        return formers;
     }
-    if (!replaces) {
-        Refuse("There is another " + named + "; --replace takes its place");
-    }
-    return Step::Replace;
+
+    bool m_replaces;
+    std::vector<std::optional<Item>> m_same;
+    std::set<std::string> m_taken;
+};
+
+std::string WordOf(Step step) {
+    return step == Step::Add ? "add" : step == Step::Replace ? "replace" : "keep";
 }
 
-std::string LineOf(Step step, const std::string& named) {
-    const char* const word = step == Step::Add ? "add " : step == Step::Replace ? "replace " : "keep ";
-    return word + named + "\n";
-}
-
-void RefuseRepeated(std::vector<std::string>& names, const std::string& named) {
-    const std::string upper = UpperText(named);
-    if (std::find(names.begin(), names.end(), upper) != names.end()) {
-        Refuse("The file has twice the " + named);
-    }
-    names.push_back(upper);
+// `remarks` are lines of their own, for an item that is written.
+template <typename Item>
+void Append(Plan& plan, Step step, const Item& item, QJsonObject object, const std::string& remarks) {
+    plan.text += WordOf(step) + " " + NameOf(item) + "\n" + (step == Step::Keep ? "" : remarks);
+    object.insert("step", Json(WordOf(step)));
+    plan.items.append(object);
 }
 
 void RequireFolder(const Plan& plan, Global::NewSchedule& row) {
@@ -150,56 +183,70 @@ void RequireFolder(const Plan& plan, Global::NewSchedule& row) {
     try {
         row.parent = FindFolder(row.parent);
     } catch (const RuntimeError& error) {
-        Refuse("The schedule " + Quoted(row.title) + ": " + error.Description());
+        Refuse("The schedule " + Quoted(row.title) + ": " + TextOf(error));
     }
 }
 
-void PlanSchedules(const std::vector<StoredSchedule>& imported, bool replaces, Plan& plan) {
-    std::vector<std::string> names;
-    for (StoredSchedule schedule : imported) {
+// A range that is over stays over.
+std::string Remarks(const Global::NewSchedule& row) {
+    return std::string(row.loginReq == "T" && row.password.empty()
+                           ? "  it has no password: set it with oxc-schedule set --user\n"
+                           : "") +
+           OverText(row.endDate);
+}
+
+void PlanSchedules(std::vector<StoredSchedule> imported, bool replaces, Plan& plan) {
+    for (StoredSchedule& schedule : imported) {
+        RequireFolder(plan, schedule.row);
+    }
+    Matching<StoredSchedule> matching(imported, replaces);
+    for (std::size_t i = 0; i < imported.size(); ++i) {
+        StoredSchedule& schedule = imported[i];
         Global::NewSchedule& row = schedule.row;
-        RequireFolder(plan, row);
-        const std::string named = "schedule " + Named(row);
-        RefuseRepeated(names, named);
-        const auto former =
-            ReadSchedules("ReportTitle = " + SqlText(row.title) + " and Parent = " + SqlText(row.parent));
-        const bool hasFormer = former.size() == 1;
-        if (hasFormer && row.password.empty() && former.front().row.userName == row.userName) {
-            row.password = former.front().row.password;  // an export without passwords
+        const auto [step, former] = matching.StepOf(i, schedule);
+        const bool sameSeries =
+            former && former->row.startDate == row.startDate && former->row.frequency == row.frequency;
+        row.nextRun = sameSeries ? former->row.nextRun : NextOf(row.startDate, row.runAt, ItemOf(row));
+        schedule.id = former ? former->id : "";
+        if (former && row.password.empty() && former->row.userName == row.userName) {
+            row.password = former->row.password;  // an export without passwords
         }
-        const Step step = StepOf(schedule, former, named, replaces);
-        const bool sameSeries = hasFormer && former.front().row.startDate == row.startDate &&
-                                former.front().row.frequency == row.frequency;
-        row.nextRun = sameSeries ? former.front().row.nextRun : NextOf(row);
-        schedule.id = hasFormer ? former.front().id : "";
-        plan.text += LineOf(step, named);
-        if (step != Step::Keep && row.loginReq == "T" && row.password.empty()) {
-            plan.text += "  it has no password: set it with oxc-schedule set --user\n";
-        }
-        plan.schedules.push_back({std::move(schedule), step});
+        Append(plan, step, schedule,
+               {{"kind", "schedule"}, {"title", Json(row.title)}, {"folder", Json(row.parent)}},
+               Remarks(row));
+        plan.schedules.push_back({schedule, step});
     }
 }
 
 void PlanPackages(const std::vector<StoredPackage>& imported, bool replaces, Plan& plan) {
-    std::vector<std::string> names;
-    for (StoredPackage package : imported) {
+    Matching<StoredPackage> matching(imported, replaces);
+    for (std::size_t i = 0; i < imported.size(); ++i) {
+        StoredPackage package = imported[i];
         Global::NewPackage& row = package.row;
-        const std::string named = "package " + Quoted(row.name);
-        RefuseRepeated(names, named);
-        const auto former = ReadPackages("BatchName = " + SqlText(row.name));
-        const Step step = StepOf(package, former, named, replaces);
-        const bool sameSeries = former.size() == 1 && former.front().row.startDate == row.startDate &&
-                                former.front().row.frequency == row.frequency;
-        row.nextRunDate = sameSeries ? former.front().row.nextRunDate : NextOf(row);
-        package.id = former.size() == 1 ? former.front().id : "";
-        plan.text += LineOf(step, named);
-        plan.packages.push_back({std::move(package), step});
+        const auto [step, former] = matching.StepOf(i, package);
+        const bool sameSeries =
+            former && former->row.startDate == row.startDate && former->row.frequency == row.frequency;
+        row.nextRunDate =
+            sameSeries ? former->row.nextRunDate : NextOf(row.startDate, row.runTime, ItemOf(row));
+        package.id = former ? former->id : "";
+        Append(plan, step, package, {{"kind", "package"}, {"name", Json(row.name)}}, OverText(row.endDate));
+        plan.packages.push_back({package, step});
     }
+}
+
+Plan PlanOf(const ImportedItems& items, bool replaces) {
+    Plan plan;
+    PlanFolders(items.folders, plan);
+    PlanSchedules(items.schedules, replaces, plan);
+    PlanPackages(items.packages, replaces, plan);
+    return plan;
 }
 
 void InsertFolders(ADODB::Connection& connection, const Plan& plan) {
     std::vector<StoredFolder> known = ReadFolders();
+    const std::vector<StoredFolder> lost = ReadLostFolders();
     known.push_back({.id = "0", .name = RootFolder, .parent = {}});
+    known.insert(known.end(), lost.begin(), lost.end());
     std::int64_t key = NextKey("Folders");
     for (StoredFolder folder : plan.folders) {
         const auto parent = std::find_if(known.begin(), known.end(), [&folder](const StoredFolder& one) {
@@ -212,7 +259,7 @@ void InsertFolders(ADODB::Connection& connection, const Plan& plan) {
 }
 
 // An item that is replaced gets a new key; a schedule loses its history.
-void Write(ADODB::Connection& connection, Plan& plan) {
+void Write(ADODB::Connection& connection, CacheChange& cache, Plan& plan) {
     InsertFolders(connection, plan);
     std::int64_t key = NextKey("ReportScheduler");
     for (auto& [schedule, step] : plan.schedules) {
@@ -221,6 +268,7 @@ void Write(ADODB::Connection& connection, Plan& plan) {
         }
         if (step != Step::Keep) {
             schedule.id = std::to_string(key++);
+            schedule.row.reportPath = cache.Copy(schedule.row.originalPath);
             InsertScheduleRows(connection, schedule);
         }
     }
@@ -238,21 +286,19 @@ void Write(ADODB::Connection& connection, Plan& plan) {
 }  // namespace
 
 void ImportAll(const CommandLine& line) {
-    const ImportedItems items = ReadImport(ReadFile(line.names.front()));
-    Plan plan;
-    PlanFolders(items.folders, plan);
-    PlanSchedules(items.schedules, line.Has("replace"), plan);
-    PlanPackages(items.packages, line.Has("replace"), plan);
+    const ImportedItems items = ReadImport(ReadFile(line.names.front()), FormerItems());
+    const Plan plan = PlanOf(items, line.Has("replace"));
     if (line.Has("dry-run")) {
-        return Print(plan.text + "Nothing is changed.\n");
+        return Tell(line, plan.text + "Nothing is changed.\n", {{"changed", false}, {"items", plan.items}});
     }
-    for (auto& [schedule, step] : plan.schedules) {
-        if (step != Step::Keep) {
-            schedule.row.reportPath = Global::CopyToCache(schedule.row.originalPath);
+    InTransaction([&](ADODB::Connection& connection, CacheChange& cache) {
+        Plan now = PlanOf(items, line.Has("replace"));
+        if (now.text != plan.text) {
+            Refuse("The database was changed by another program meanwhile; give the command again");
         }
-    }
-    InTransaction([&plan](ADODB::Connection& connection) { Write(connection, plan); });
-    Print(plan.text);
+        Write(connection, cache, now);
+    });
+    Tell(line, plan.text, {{"changed", true}, {"items", plan.items}});
 }
 
 }  // namespace tools

@@ -2,15 +2,19 @@
 #include "tools/oxc_schedule/import_text.h"
 
 #include <algorithm>
+#include <functional>
 #include <initializer_list>
+#include <optional>
 #include <string_view>
+#include <utility>
 
-#include "platform/base/convert.h"
 #include "platform/base/paths.h"
+#include "platform/base/text.h"
 #include "store/TextConventions.h"
 #include "tools/oxc_schedule/checks.h"
 #include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/package_rows.h"
+#include "tools/oxc_schedule/schedule_rows.h"
 
 namespace tools {
 namespace {
@@ -87,11 +91,11 @@ std::string CheckedFrequency(const std::string& word, Words known) {
 }
 
 std::string CheckedDate(const std::string& text) {
-    try {
-        return cmFunc::FormatDateText(CDate(text));
-    } catch (const RuntimeError&) {
+    const std::optional<DateValue> day = DayOf(text);
+    if (!day) {
         Refuse("the date " + Quoted(text) + " is not a date");
     }
+    return cmFunc::FormatDateText(*day);
 }
 
 void CheckRange(const std::string& start, const std::string& end) {
@@ -123,14 +127,20 @@ NamedValues ReadParameters(const QJsonArray& list) {
     for (const QJsonValue& value : list) {
         Fields fields(value);
         const std::string name = fields.Text("name");
-        values.emplace_back(name, fields.Text("value"));
+        values.emplace_back(name, WithoutMark(fields.Text("value")));
         fields.RefuseOthers();
     }
     return values;
 }
 
 std::string ReportPath(Fields& fields) {
-    return paths::FromMachine(fields.Text("report"));
+    return GivenPath(fields.Text("report"));
+}
+
+// With its backslash; an empty one stays empty, for CheckedOutputFolder.
+std::string OutputPath(Fields& fields) {
+    const std::string path = GivenPath(fields.Text("output"));
+    return path.empty() || path.ends_with('\\') ? path : path + "\\";
 }
 
 void ReadLogon(Fields& fields, Global::NewSchedule& row) {
@@ -143,81 +153,140 @@ void ReadLogon(Fields& fields, Global::NewSchedule& row) {
     }
 }
 
-StoredSchedule ReadSchedule(const QJsonValue& value) {
+// The fields as they stand in the file. Report Properties stores "WeekDays", and no word at all if none of
+// its frequencies is chosen.
+StoredSchedule ScheduleFrom(const QJsonValue& value) {
     Fields fields(value);
-    Global::NewSchedule row{
-        .sendTo = CheckedRecipients({fields.Text("to")}),
-        .subject = WithoutMark(fields.TextOr("subject", "")),
-        .message = WithoutMark(fields.TextOr("message", "")),
-        .startDate = CheckedDate(fields.Text("start")),
-        .endDate = CheckedDate(fields.TextOr("end", LastDay)),
-        .runAt = CheckedTime(fields.Text("at")),
-        .frequency = CheckedFrequency(fields.Text("frequency"),
-                                      {"Daily", "Weekdays", "Weekends", "Weekly", "Monthly"}),
-        .nextRun = {},
-        .reportPath = {},
-        .title = Mandatory("title", fields.Text("title")),
-        .selectionForm = WithoutMarks(fields.TextOr("formula", "")),
-        .format = CheckedFormat(fields.TextOr("format", "pdf"), Global::Runner::Single),
-        .parent = WithoutMark(fields.TextOr("folder", RootFolder)),
-        .originalPath = ReportPath(fields),
-        .userName = {},
-        .password = {},
-        .loginReq = {}};
-    CheckRange(row.startDate, row.endDate);
+    Global::NewSchedule row{.sendTo = fields.Text("to"),
+                            .subject = WithoutMark(fields.TextOr("subject", "")),
+                            .message = WithoutMark(fields.TextOr("message", "")),
+                            .startDate = fields.Text("start"),
+                            .endDate = fields.TextOr("end", LastDay),
+                            .runAt = fields.Text("at"),
+                            .frequency = fields.Text("frequency"),
+                            .nextRun = {},
+                            .reportPath = {},
+                            .title = fields.Text("title"),
+                            .selectionForm = WithoutMarks(fields.TextOr("formula", "")),
+                            .format = fields.TextOr("format", "pdf"),
+                            .parent = WithoutMark(fields.TextOr("folder", RootFolder)),
+                            .originalPath = ReportPath(fields),
+                            .userName = {},
+                            .password = {},
+                            .loginReq = {}};
     ReadLogon(fields, row);
     const NamedValues given = ReadParameters(fields.List("parameters"));
     fields.RefuseOthers();
-    return {.id = {}, .row = row, .parameters = CheckedParameters(OpenReportFile(row.originalPath), given)};
+    return {.id = {}, .row = row, .parameters = given};
 }
 
-void ReadPackageReport(const QJsonValue& value, StoredPackage& package) {
+// An export without passwords leaves the stored ones.
+void TakePassword(Global::NewSchedule& row, const StoredSchedule& former) {
+    if (row.password.empty() && former.row.userName == row.userName &&
+        SameText(former.row.title, row.title) && SameText(former.row.parent, row.parent)) {
+        row.password = former.row.password;
+    }
+}
+
+StoredSchedule ReadSchedule(const QJsonValue& value, const FormerItems& stored) {
+    StoredSchedule schedule = ScheduleFrom(value);
+    Global::NewSchedule& row = schedule.row;
+    for (const StoredSchedule& former : stored.schedules) {
+        StoredSchedule known = schedule;
+        TakePassword(known.row, former);
+        if (IsSame(known, former)) {
+            return known;
+        }
+    }
+    row.title = Mandatory("title", row.title);
+    row.sendTo = CheckedRecipients({row.sendTo});
+    row.startDate = CheckedDate(row.startDate);
+    row.endDate = CheckedDate(row.endDate);
+    row.runAt = CheckedTime(row.runAt);
+    if (!row.frequency.empty()) {
+        CheckedFrequency(row.frequency, {"Daily", "Weekdays", "WeekDays", "Weekends", "Weekly", "Monthly"});
+    }
+    if (!row.format.empty()) {
+        row.format = CheckedFormat(row.format, Global::Runner::Single);
+    }
+    CheckRange(row.startDate, row.endDate);
+    schedule.parameters = CheckedParameters(OpenReportFile(row.originalPath), schedule.parameters);
+    return schedule;
+}
+
+PackageReport PackageReportFrom(const QJsonValue& value) {
     Fields fields(value);
-    const std::string path = ReportPath(fields);
-    const std::string format = CheckedFormat(fields.TextOr("format", "pdf"), Global::Runner::PackageDemand);
-    std::vector<std::string> values;
+    PackageReport report{.detailID = {},
+                         .title = {},
+                         .path = ReportPath(fields),
+                         .format = fields.TextOr("format", "pdf"),
+                         .values = {}};
     for (const QJsonValue& one : fields.List("values")) {
         if (!one.isString()) {
-            Refuse("a value of the report " + Quoted(path) + " is not a text");
+            Refuse("a value of the report " + Quoted(report.path) + " is not a text");
         }
-        values.push_back(one.toString().toStdString());
+        report.values.push_back(one.toString().toStdString());
     }
     fields.RefuseOthers();
-    AppendReport(package, path, format, {}, values);
+    return report;
+}
+
+void AppendChecked(StoredPackage& package, const PackageReport& read) {
+    const std::string format = CheckedFormat(read.format, Global::Runner::PackageDemand);
+    AppendReport(package, read.path, format, {}, read.values);
     const std::size_t wanted = package.reports.back().values.size();
-    if (values.size() > wanted) {
-        Refuse("the report " + Quoted(FileNameOf(path)) + " has " + std::to_string(wanted) +
-               " parameters, and there are " + std::to_string(values.size()) + " values");
+    if (read.values.size() > wanted) {
+        Refuse("the report " + Quoted(FileNameOf(read.path)) + " has " + std::to_string(wanted) +
+               " parameters, and there are " + std::to_string(read.values.size()) + " values");
     }
 }
 
-StoredPackage ReadPackage(const QJsonValue& value) {
+StoredPackage PackageFrom(const QJsonValue& value) {
     Fields fields(value);
     const bool isMailed = fields.FlagOr("mail", true);
     const std::string to = fields.TextOr("to", "");
-    StoredPackage package{
-        .id = {},
-        .row = {.recipients = isMailed ? CheckedRecipients({to}) : "N/A",
-                .frequency =
-                    CheckedFrequency(fields.Text("frequency"), {"Daily", "Weekly", "Monthly", "Quartely"}),
-                .runTime = CheckedTime(fields.Text("at")),
-                .startDate = CheckedDate(fields.Text("start")),
-                .endDate = CheckedDate(fields.TextOr("end", LastDay)),
-                .nextRunDate = {},
-                .subject = WithoutMark(fields.TextOr("subject", "")),
-                .message = WithoutMark(fields.TextOr("message", "")),
-                .destination = CheckedOutputFolder(paths::FromMachine(fields.Text("output"))),
-                .name = Mandatory("name", fields.Text("name")),
-                .mailBatch = isMailed ? "T" : "F"},
-        .reports = {}};
-    CheckRange(package.row.startDate, package.row.endDate);
+    StoredPackage package{.id = {},
+                          .row = {.recipients = isMailed ? to : "N/A",
+                                  .frequency = fields.Text("frequency"),
+                                  .runTime = fields.Text("at"),
+                                  .startDate = fields.Text("start"),
+                                  .endDate = fields.TextOr("end", LastDay),
+                                  .nextRunDate = {},
+                                  .subject = WithoutMark(fields.TextOr("subject", "")),
+                                  .message = WithoutMark(fields.TextOr("message", "")),
+                                  .destination = OutputPath(fields),
+                                  .name = fields.Text("name"),
+                                  .mailBatch = isMailed ? "T" : "F"},
+                          .reports = {}};
     const QJsonArray reports = fields.List("reports");
     fields.RefuseOthers();
     for (const QJsonValue& report : reports) {
-        ReadPackageReport(report, package);
+        package.reports.push_back(PackageReportFrom(report));
     }
+    return package;
+}
+
+StoredPackage ReadPackage(const QJsonValue& value, const FormerItems& stored) {
+    StoredPackage package = PackageFrom(value);
+    if (std::any_of(stored.packages.begin(), stored.packages.end(),
+                    [&package](const StoredPackage& former) { return IsSame(package, former); })) {
+        return package;
+    }
+    Global::NewPackage& row = package.row;
+    row.name = Mandatory("name", row.name);
+    row.recipients = row.mailBatch == "T" ? CheckedRecipients({row.recipients}) : row.recipients;
+    CheckedFrequency(row.frequency, {"Daily", "Weekly", "Monthly", "Quartely"});
+    row.runTime = CheckedTime(row.runTime);
+    row.startDate = CheckedDate(row.startDate);
+    row.endDate = CheckedDate(row.endDate);
+    row.destination = CheckedOutputFolder(row.destination);
+    CheckRange(row.startDate, row.endDate);
     if (package.reports.empty()) {
         Refuse("it has no report");
+    }
+    const std::vector<PackageReport> reports = std::exchange(package.reports, {});
+    for (const PackageReport& report : reports) {
+        AppendChecked(package, report);
     }
     return package;
 }
@@ -225,7 +294,7 @@ StoredPackage ReadPackage(const QJsonValue& value) {
 // Reads every item of the list. An error gets the item's number and its name.
 template <typename Item>
 std::vector<Item> ReadItems(const QJsonArray& list, const char* kind, const char* nameField,
-                            Item (*read)(const QJsonValue& value)) {
+                            const std::function<Item(const QJsonValue& value)>& read) {
     std::vector<Item> items;
     for (const QJsonValue& value : list) {
         try {
@@ -242,7 +311,7 @@ std::vector<Item> ReadItems(const QJsonArray& list, const char* kind, const char
 
 }  // namespace
 
-ImportedItems ReadImport(const std::string& text) {
+ImportedItems ReadImport(const std::string& text, const FormerItems& former) {
     QJsonParseError error{};
     const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(text), &error);
     if (document.isNull()) {
@@ -257,9 +326,11 @@ ImportedItems ReadImport(const std::string& text) {
     const QJsonArray folders = fields.List("folders"), schedules = fields.List("schedules"),
                      packages = fields.List("packages");
     fields.RefuseOthers();
-    return {ReadItems(folders, "folder", "name", ReadFolder),
-            ReadItems(schedules, "schedule", "title", ReadSchedule),
-            ReadItems(packages, "package", "name", ReadPackage)};
+    return {ReadItems<StoredFolder>(folders, "folder", "name", ReadFolder),
+            ReadItems<StoredSchedule>(schedules, "schedule", "title",
+                                      [&former](const QJsonValue& one) { return ReadSchedule(one, former); }),
+            ReadItems<StoredPackage>(packages, "package", "name",
+                                     [&former](const QJsonValue& one) { return ReadPackage(one, former); })};
 }
 
 }  // namespace tools

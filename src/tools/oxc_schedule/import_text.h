@@ -16,7 +16,14 @@ struct ImportedItems {
     std::vector<StoredPackage> packages;    // without keys and next run
 };
 
-// Reads and checks everything except whether folders exist. Opens the reports.
-ImportedItems ReadImport(const std::string& text);
+// What is stored already. An item with the same values is not checked: it stays as it is.
+struct FormerItems {
+    std::vector<StoredSchedule> schedules = ReadSchedules();
+    std::vector<StoredPackage> packages = ReadPackages();
+};
+
+// Reads and checks everything except whether folders exist. Opens the reports of the items that are not
+// stored. A schedule without a password takes that of the stored schedule of its name and user.
+ImportedItems ReadImport(const std::string& text, const FormerItems& former);
 
 }  // namespace tools

@@ -15,6 +15,7 @@
 #include "platform/reports/worker/worker_engine.h"
 #include "tools/oxc_schedule/command_line.h"
 #include "tools/oxc_schedule/commands.h"
+#include "tools/oxc_schedule/output.h"
 
 namespace {
 
@@ -41,6 +42,9 @@ int main(int argc, char** argv) {
     } catch (const tools::ScheduleUsageError& error) {
         Complain(std::string(error.what()) + " (oxc-schedule --help tells more)");
         return 2;
+    } catch (const tools::Refusal& refusal) {
+        Complain(refusal.Text());
+        return 1;
     } catch (...) {
         Complain(CurrentError().Description());
         return 1;

@@ -6,9 +6,9 @@
 #include "platform/base/convert.h"
 #include "platform/contracts/clock.h"
 #include "scheduler/ComingRuns.h"
-#include "scheduler/NextRun.h"
 #include "store/TextConventions.h"
 #include "tools/oxc_schedule/commands.h"
+#include "tools/oxc_schedule/next_text.h"
 #include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/records.h"
 
@@ -27,8 +27,10 @@ std::string MomentText(const Global::ComingRun& run) {
 }
 
 std::string NoteOf(const Global::ComingRun& run) {
-    return std::string(run.isDue ? "due now" : "") + (run.isDue && run.count > 1 ? ", " : "") +
-           (run.count > 1 ? std::to_string(run.count) + " missed runs, one in each poll" : "");
+    const std::string many = run.isAtEveryPoll ? "at every poll from then on, each day"
+                             : run.count > 1   ? std::to_string(run.count) + " missed runs, one in each poll"
+                                               : "";
+    return std::string(run.isDue ? "due now" : "") + (run.isDue && !many.empty() ? ", " : "") + many;
 }
 
 void Append(std::vector<Line>& lines, const Global::RepeatingItem& item, const Line& named, DateValue now,
@@ -52,19 +54,11 @@ std::vector<Line> ReadLines(DateValue now, DateValue until) {
     std::vector<Line> lines;
     for (const StoredSchedule& stored : ReadSchedules()) {
         const Global::NewSchedule& row = stored.row;
-        const auto next = [&row](DateValue date) {
-            DateValue after = date;
-            Global::NextSingleRun(row.frequency, date, after);
-            return after;
-        };
-        Append(lines, {row.startDate, row.endDate, row.nextRun, row.runAt, next},
-               {{}, "schedule", stored.id, row.parent, row.title, {}}, now, until);
+        Append(lines, ItemOf(row), {{}, "schedule", stored.id, row.parent, row.title, {}}, now, until);
     }
     for (const StoredPackage& stored : ReadPackages()) {
         const Global::NewPackage& row = stored.row;
-        const auto next = [&row](DateValue date) { return Global::NextPackageRun(row.frequency, date); };
-        Append(lines, {row.startDate, row.endDate, row.nextRunDate, row.runTime, next},
-               {{}, "package", stored.id, {}, row.name, {}}, now, until);
+        Append(lines, ItemOf(row), {{}, "package", stored.id, {}, row.name, {}}, now, until);
     }
     std::stable_sort(lines.begin(), lines.end(),
                      [](const Line& left, const Line& right) { return left.run.moment < right.run.moment; });
@@ -87,6 +81,7 @@ void ShowComingRuns(const CommandLine& line) {
                                      {"folder", Json(one.folder)},
                                      {"title", Json(one.title)},
                                      {"due", one.run.isDue},
+                                     {"everyPoll", one.run.isAtEveryPoll},
                                      {"runs", static_cast<qint64>(one.run.count)},
                                      {"note", Json(one.note)}});
         }

@@ -10,7 +10,12 @@
 namespace tools {
 
 void Refuse(const std::string& why) {
-    throw RuntimeError(err::InvalidPropertyValue, why);
+    throw Refusal(why);
+}
+
+std::string TextOf(const RuntimeError& error) {
+    const auto* const refusal = dynamic_cast<const Refusal*>(&error);
+    return refusal != nullptr ? refusal->Text() : error.Description();
 }
 
 std::string Quoted(const std::string& text) {
@@ -20,7 +25,7 @@ std::string Quoted(const std::string& text) {
 void Print(const std::string& text) {
     std::cout << text << std::flush;
     if (!std::cout) {
-        throw RuntimeError(err::PathFileAccess, "The output cannot be written");
+        Refuse("The output cannot be written");
     }
 }
 
@@ -30,6 +35,18 @@ void Print(const QJsonArray& array) {
 
 void Print(const QJsonObject& object) {
     Print(QJsonDocument(object).toJson().toStdString());
+}
+
+void Tell(const CommandLine& line, const std::string& text, const QJsonObject& object) {
+    try {
+        if (line.Has("json")) {
+            Print(object);
+        } else {
+            Print(text);
+        }
+    } catch (const Refusal&) {
+        Refuse("It is done, but the output cannot be written");
+    }
 }
 
 void PrintTable(const std::vector<std::vector<std::string>>& rows) {
@@ -54,7 +71,7 @@ void PrintTable(const std::vector<std::vector<std::string>>& rows) {
 
 int CommandPrompts::Box(const std::string& text, int flags, const std::string& /*title*/) {
     if ((flags & vbInformation) == vbInformation) {
-        Print(WithoutControls(text) + "\n");
+        m_information += WithoutControls(text) + "\n";
     } else {
         m_complaint += (m_complaint.empty() ? "" : " ") + text;
     }

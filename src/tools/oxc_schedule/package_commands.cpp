@@ -11,6 +11,8 @@
 #include "shared/Global.h"
 #include "tools/oxc_schedule/checks.h"
 #include "tools/oxc_schedule/commands.h"
+#include "tools/oxc_schedule/history_moment.h"
+#include "tools/oxc_schedule/next_text.h"
 #include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/package_rows.h"
 #include "tools/oxc_schedule/records.h"
@@ -41,24 +43,34 @@ std::vector<GivenReport> GivenReports(const CommandLine& line) {
     return reports;
 }
 
+void RefuseTaken(const std::string& name) {
+    const auto taken = ReadPackages("BatchName = " + SqlText(name));
+    if (!taken.empty()) {
+        Refuse("There is a package " + Quoted(name) + " already, number " + taken.front().id);
+    }
+}
+
 std::string CheckedName(const std::string& text) {
     std::string name = WithoutMark(text);
     if (name.empty()) {
         Refuse("The name of the package is empty");
     }
     RefuseControls("The name", name);
-    const auto taken = ReadPackages("BatchName = " + SqlText(name));
-    if (!taken.empty()) {
-        Refuse("There is a package " + Quoted(name) + " already, number " + taken.front().id);
-    }
+    RefuseTaken(name);
     return name;
+}
+
+// Wrong usage is reported before anything else.
+void CheckUsage(const CommandLine& line) {
+    if (line.Has("no-mail") == line.Has("to")) {
+        throw ScheduleUsageError(line.command + " wants either --to or --no-mail");
+    }
+    RequiredOption(line, "at");
+    FrequencyOf(line, "");
 }
 
 // The wizard stores "N/A" as the recipients of a package that is not mailed.
 std::string RecipientsOf(const CommandLine& line) {
-    if (line.Has("no-mail") == line.Has("to")) {
-        throw ScheduleUsageError(line.command + " wants either --to or --no-mail");
-    }
     return line.Has("no-mail") ? "N/A" : CheckedRecipients(line.All("to"));
 }
 
@@ -73,7 +85,7 @@ Global::NewPackage PackageOf(const CommandLine& line) {
             .nextRunDate = dates.start,
             .subject = WithoutMark(line.ValueOr("subject", "")),
             .message = WithoutMark(line.ValueOr("message", "")),
-            .destination = CheckedOutputFolder(output ? paths::FromMachine(*output) : Global::OutputPath),
+            .destination = CheckedOutputFolder(output ? GivenPath(*output) : Global::OutputPath),
             .name = CheckedName(line.names.front()),
             .mailBatch = line.Has("no-mail") ? "F" : "T"};
 }
@@ -82,7 +94,7 @@ Global::NewPackage PackageOf(const CommandLine& line) {
 const PackageReport& FindReport(const StoredPackage& package, const std::string& named) {
     for (std::size_t i = 0; i < package.reports.size(); ++i) {
         const PackageReport& report = package.reports[i];
-        if (named == std::to_string(i + 1) || SameText(named, report.title) ||
+        if (named == std::to_string(i + 1) || SameText(WithoutMark(named), report.title) ||
             SameText(named, FileNameOf(report.path))) {
             return report;
         }
@@ -90,8 +102,60 @@ const PackageReport& FindReport(const StoredPackage& package, const std::string&
     Refuse("The package " + Quoted(package.row.name) + " has no report " + Quoted(named));
 }
 
+// The stored values have no names. If the report has another number of parameters than values, their
+// positions say nothing any more.
+std::vector<std::string> NewValues(const PackageReport& report, const NamedValues& given) {
+    report::Report& opened = OpenReportFile(report.path);
+    const auto parameters = static_cast<std::size_t>(opened.ParameterFieldCount());
+    if (parameters != report.values.size() && given.size() < parameters) {
+        Refuse("The report " + Quoted(report.title) + " has " + std::to_string(parameters) +
+               " parameters, and " + std::to_string(report.values.size()) +
+               " values are stored: it has changed since. Give all of its values with -p");
+    }
+    std::vector<std::string> values;
+    for (const auto& [name, value] :
+         CheckedParameters(opened, given, NamedByPosition(opened, report.values))) {
+        values.push_back(value);
+    }
+    return values;
+}
+
+void RefuseChanged(const StoredPackage& stored) {
+    const std::vector<StoredPackage> now = ReadPackages("ReportID = " + stored.id);
+    if (now.size() != 1 || !IsSame(now.front(), stored)) {
+        Refuse("Package " + stored.id + " was changed by another program meanwhile; give the command again");
+    }
+}
+
+struct PackageRun {
+    std::string id, moment, status, error;
+};
+
+std::vector<PackageRun> ReadPackageRuns(const std::string& condition, std::int64_t limit) {
+    ADODB::Recordset rows;
+    rows.Open("select ReportID, LastRun, ErrMsg from ReportBatchHstry" + condition + " order by rowid desc",
+              Global::ConnectionString);
+    NewestRows<PackageRun> runs(limit);
+    for (; !rows.EOF_(); rows.MoveNext()) {
+        const std::string moment = Replace(rows.Fields(1).Value.Text(), ",", " ");
+        // Only the row of a delivery has no text; an empty one is that of a mail that failed.
+        runs.Add(moment,
+                 {rows.Fields(0).Value.Text(), moment, rows.Fields(2).Value.IsNull() ? "Success" : "Failure",
+                  rows.Fields(2).Value.Text()});
+    }
+    rows.Close();
+    return runs.Take();
+}
+
 std::string Shown(const StoredPackage& package) {
     return "Package " + package.id + ", " + Quoted(package.row.name) + ",";
+}
+
+// What a command with --json prints of the package that it has made or changed.
+QJsonObject Result(const StoredPackage& stored) {
+    return {{"id", Json(stored.id).toLongLong()},
+            {"name", Json(stored.row.name)},
+            {"next", Json(stored.row.nextRunDate)}};
 }
 
 QJsonObject DescribePackage(const StoredPackage& stored) {
@@ -106,41 +170,46 @@ QJsonObject DescribePackage(const StoredPackage& stored) {
 
 void AddPackage(const CommandLine& line) {
     const std::vector<GivenReport> given = GivenReports(line);
+    CheckUsage(line);
     StoredPackage package{.id = {}, .row = PackageOf(line), .reports = {}};
     const std::string format = CheckedFormat(line.ValueOr("format", "pdf"), Global::Runner::PackagePoll);
     for (const GivenReport& one : given) {
-        AppendReport(package, paths::FromMachine(one.file), format, one.parameters);
+        AppendReport(package, GivenPath(one.file), format, one.parameters);
     }
     InTransaction([&package](ADODB::Connection& connection) {
+        RefuseTaken(package.row.name);
         PackageKeys keys;
         package.id = std::to_string(keys.package);
         InsertPackageRows(connection, package, keys);
     });
-    Print(Shown(package) + " is added. It first runs on " + package.row.nextRunDate + " at " +
-          package.row.runTime + ".\n");
+    Tell(line, Shown(package) + " is added. " + FirstRunText(ItemOf(package.row)) + "\n", Result(package));
 }
 
 void SetPackage(const CommandLine& line) {
-    const StoredPackage package = FindPackage(line);
     const std::vector<GivenReport> given = GivenReports(line);
     if (given.size() > 1) {
         throw ScheduleUsageError("package set wants one --report");
     }
+    const StoredPackage package = FindPackage(line);
     const PackageReport& report = FindReport(package, given.front().file);
-    std::vector<std::string> values;
-    for (const auto& [name, value] :
-         CheckedParameters(OpenReportFile(report.path), given.front().parameters, report.values)) {
-        values.push_back(value);
-    }
-    Global::ReplacePackageValues(package.id, report.detailID, "DetailID = " + report.detailID, values);
-    Print(Shown(package) + " has the new values of its report " + Quoted(report.title) + ".\n");
+    const std::vector<std::string> values = NewValues(report, given.front().parameters);
+    InTransaction([&](ADODB::Connection& connection) {
+        RefuseChanged(package);
+        Global::ReplacePackageValues(connection, package.id, report.detailID, "DetailID = " + report.detailID,
+                                     values);
+    });
+    QJsonObject result = Result(package);
+    result.insert("report", Json(report.title));
+    Tell(line, Shown(package) + " has the new values of its report " + Quoted(report.title) + ".\n", result);
 }
 
 void RemovePackage(const CommandLine& line) {
-    const StoredPackage package = FindPackage(line);
-    InTransaction(
-        [&package](ADODB::Connection& connection) { Global::DeletePackage(connection, package.id); });
-    Print(Shown(package) + " is removed.\n");
+    StoredPackage package;
+    InTransaction([&](ADODB::Connection& connection) {
+        package = FindPackage(line);
+        Global::DeletePackage(connection, package.id);
+    });
+    Tell(line, Shown(package) + " is removed.\n", Result(package));
 }
 
 void RunStoredPackage(const CommandLine& line) {
@@ -149,29 +218,20 @@ void RunStoredPackage(const CommandLine& line) {
     if (!Global::ExecutePackage(package.id)) {
         Refuse(boxes.Complaint("Package " + package.id + " is not delivered"));
     }
+    Tell(line, boxes.Information(), Result(package));
 }
 
 // A failure is stored under the package that was delivered before it in the same poll, or under none.
 void ShowPackageHistory(const CommandLine& line) {
     const std::string condition =
         line.names.empty() && !line.Has("id") ? "" : " where ReportID = " + SqlText(FindPackage(line).id);
-    const std::int64_t limit = HistoryLimit(line);
     std::map<std::string, std::string> names;
     for (const StoredPackage& package : ReadPackages()) {
         names[package.id] = package.row.name;
     }
-    ADODB::Recordset rows;
-    rows.Open("select top " + std::to_string(limit) + " ReportID, LastRun, ErrMsg from ReportBatchHstry" +
-                  condition + " order by LastRun desc",
-              Global::ConnectionString);
     QJsonArray array;
     std::vector<std::vector<std::string>> table = {{"MOMENT", "STATUS", "ID", "NAME", "ERROR"}};
-    for (; !rows.EOF_(); rows.MoveNext()) {
-        const std::string id = rows.Fields(0).Value.Text(),
-                          moment = Replace(rows.Fields(1).Value.Text(), ",", " ");
-        const std::string error = rows.Fields(2).Value.Text();
-        // Only the row of a delivery has no text; an empty one is that of a mail that failed.
-        const std::string status = rows.Fields(2).Value.IsNull() ? "Success" : "Failure";
+    for (const auto& [id, moment, status, error] : ReadPackageRuns(condition, HistoryLimit(line))) {
         table.push_back({moment, status, id, names[id], error});
         array.append(QJsonObject{{"id", id.empty() ? QJsonValue() : QJsonValue(Json(id).toLongLong())},
                                  {"name", Json(names[id])},
@@ -179,7 +239,6 @@ void ShowPackageHistory(const CommandLine& line) {
                                  {"status", Json(status)},
                                  {"error", Json(error)}});
     }
-    rows.Close();
     if (line.Has("json")) {
         return Print(array);
     }

@@ -13,7 +13,7 @@ std::string FileNameOf(const std::string& path) {
 }
 
 void AppendReport(StoredPackage& package, const std::string& path, const std::string& format,
-                  const NamedValues& given, const std::vector<std::string>& stored) {
+                  const NamedValues& given, const std::vector<std::string>& values) {
     if (package.reports.size() + 1 >= Global::AttachmentList.size()) {
         Refuse("A package has at most " + std::to_string(Global::AttachmentList.size() - 1) + " reports");
     }
@@ -23,10 +23,23 @@ void AppendReport(StoredPackage& package, const std::string& path, const std::st
                          .path = path,
                          .format = format,
                          .values = {}};
-    for (const auto& [name, value] : CheckedParameters(OpenReportFile(path), given, stored)) {
+    report::Report& opened = OpenReportFile(path);
+    for (const auto& [name, value] : CheckedParameters(opened, given, NamedByPosition(opened, values))) {
         report.values.push_back(value);
     }
     package.reports.push_back(std::move(report));
+}
+
+NamedValues NamedByPosition(report::Report& report, const std::vector<std::string>& values) {
+    NamedValues named;
+    for (int n = 1; n <= report.ParameterFieldCount() && named.size() < values.size(); ++n) {
+        named.emplace_back(report.Parameter(n).Name(), values[named.size()]);
+    }
+    return named;
+}
+
+bool IsSame(const StoredPackage& one, const StoredPackage& other) {
+    return PackageFields(one.row) == PackageFields(other.row) && ReportFields(one) == ReportFields(other);
 }
 
 void InsertPackageRows(ADODB::Connection& connection, const StoredPackage& package, PackageKeys& keys) {

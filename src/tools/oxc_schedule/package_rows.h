@@ -4,7 +4,9 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
+#include "platform/contracts/report_engine.h"
 #include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/records.h"
 
@@ -23,10 +25,16 @@ std::string FileNameOf(const std::string& path);
 // Opens and checks the report and appends it to the package with its checked values (CheckedParameters).
 // Refuses the 21st report: a package has at most 20 files.
 void AppendReport(StoredPackage& package, const std::string& path, const std::string& format,
-                  const NamedValues& given, const std::vector<std::string>& stored = {});
+                  const NamedValues& given, const std::vector<std::string>& values = {});
+
+// Returns stored values, which have no names, with the names of the report's parameters at their positions.
+NamedValues NamedByPosition(report::Report& report, const std::vector<std::string>& values);
 
 // Inserts the package under the keys and moves them on.
 void InsertPackageRows(ADODB::Connection& connection, const StoredPackage& package, PackageKeys& keys);
+
+// Returns true if everything that a user sets is equal.
+bool IsSame(const StoredPackage& one, const StoredPackage& other);
 
 // Return the fields of a package and its reports as JSON. Paths are written as users write them.
 QJsonObject PackageFields(const Global::NewPackage& row);

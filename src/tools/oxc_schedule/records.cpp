@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/oxc_schedule/records.h"
 
+#include <algorithm>
+
 #include "platform/base/convert.h"
 #include "shared/Global.h"
 #include "store/Folders.h"
+#include "tools/oxc_schedule/checks.h"
 #include "tools/oxc_schedule/output.h"
 
 namespace tools {
@@ -138,7 +141,7 @@ StoredSchedule FindSchedule(const CommandLine& line) {
         const std::string key = KeyOf(line);
         return OnlyOne(ReadSchedules("ReportID = " + key), "schedule", "with the number " + key, "--id");
     }
-    std::string condition = "ReportTitle = " + SqlText(line.names.front());
+    std::string condition = "ReportTitle = " + SqlText(WithoutMark(line.names.front()));
     std::string named = Quoted(line.names.front());
     if (const auto folder = line.Value("folder")) {
         const std::string stored = FindFolder(*folder);
@@ -153,7 +156,7 @@ StoredPackage FindPackage(const CommandLine& line) {
         const std::string key = KeyOf(line);
         return OnlyOne(ReadPackages("ReportID = " + key), "package", "with the number " + key, "--id");
     }
-    return OnlyOne(ReadPackages("BatchName = " + SqlText(line.names.front())), "package",
+    return OnlyOne(ReadPackages("BatchName = " + SqlText(WithoutMark(line.names.front()))), "package",
                    Quoted(line.names.front()), "--id");
 }
 
@@ -170,12 +173,25 @@ std::vector<StoredFolder> ReadFolders() {
     return folders;
 }
 
+std::vector<StoredFolder> ReadLostFolders() {
+    const std::vector<StoredFolder> reached = ReadFolders();
+    std::vector<StoredFolder> lost;
+    ForEachRow("select folderid, foldername from folders", [&](const ADODB::Recordset& row) {
+        const std::string id = Text(row, "folderid");
+        if (std::none_of(reached.begin(), reached.end(),
+                         [&id](const StoredFolder& folder) { return folder.id == id; })) {
+            lost.push_back({.id = id, .name = Text(row, "foldername"), .parent = {}});
+        }
+    });
+    return lost;
+}
+
 std::string FindFolder(const std::string& name) {
     if (UCase(name) == UCase(RootFolder)) {
         return RootFolder;
     }
     std::string stored;
-    ForEachRow("select foldername from folders where foldername = " + SqlText(name),
+    ForEachRow("select foldername from folders where foldername = " + SqlText(WithoutMark(name)),
                [&stored](const ADODB::Recordset& row) { stored = Text(row, "foldername"); });
     if (stored.empty()) {
         Refuse("There is no folder " + Quoted(name));
@@ -184,13 +200,20 @@ std::string FindFolder(const std::string& name) {
 }
 
 void InTransaction(const std::function<void(ADODB::Connection& connection)>& body) {
+    InTransaction([&body](ADODB::Connection& connection, CacheChange& /*cache*/) { body(connection); });
+}
+
+void InTransaction(const std::function<void(ADODB::Connection& connection, CacheChange& cache)>& body) {
     ADODB::Connection connection;
     connection.Open(Global::ConnectionString);
     connection.BeginTrans();
+    CacheChange cache;
     try {
-        body(connection);
+        body(connection, cache);
         connection.CommitTrans();
+        cache.Keep();
     } catch (...) {
+        cache.PutBack();  // before another program can write
         connection.RollbackTrans();
         throw;
     }

@@ -12,6 +12,7 @@
 #include "dialogs/PackageRecords.h"
 #include "dialogs/ScheduleRecords.h"
 #include "platform/contracts/adodb.h"
+#include "tools/oxc_schedule/cache_change.h"
 #include "tools/oxc_schedule/command_line.h"
 
 namespace tools {
@@ -58,12 +59,17 @@ struct StoredFolder {
 // parent is missing is left out, as the windows do.
 std::vector<StoredFolder> ReadFolders();
 
+// Returns those that are left out, without the name of the folder above.
+std::vector<StoredFolder> ReadLostFolders();
+
 // Returns the name of the folder as it is stored. A name that no folder has is refused.
 std::string FindFolder(const std::string& name);
 
-// Runs the body between BeginTrans and CommitTrans on a connection of its own. An error rolls all of it back
-// and passes to the caller.
+// Runs the body between BeginTrans and CommitTrans on a connection of its own. No other program writes
+// meanwhile, so that what the body reads and tests stays true. An error rolls all of it back, puts the copies
+// back and passes to the caller.
 void InTransaction(const std::function<void(ADODB::Connection& connection)>& body);
+void InTransaction(const std::function<void(ADODB::Connection& connection, CacheChange& cache)>& body);
 
 // Returns the key that the next row of the table gets. It stays true as long as a transaction of the caller
 // keeps other programs from writing.

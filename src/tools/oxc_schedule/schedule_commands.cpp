@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands that change and run single schedules.
-#include "dialogs/ParameterRows.h"
-#include "dialogs/ReportCache.h"
 #include "execution/on_demand/RunOnDemand.h"
-#include "platform/base/paths.h"
+#include "platform/base/text.h"
 #include "shared/Global.h"
 #include "tools/hidden_arguments.h"
 #include "tools/oxc_schedule/checks.h"
 #include "tools/oxc_schedule/commands.h"
+#include "tools/oxc_schedule/next_text.h"
 #include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/records.h"
 #include "tools/oxc_schedule/schedule_rows.h"
@@ -27,16 +26,31 @@ std::string PasswordOf(const CommandLine& line) {
         Refuse("The user " + Quoted(*line.Value("user")) +
                " wants a password: --password-stdin or the variable " + PasswordVariable);
     }
+    if (!IsUtf8(password)) {
+        Refuse("The password contains a byte that is not UTF-8");
+    }
     if (password.find('\'') != std::string::npos) {
         Refuse("The password contains an apostrophe, which cannot be stored");
     }
     return password;
 }
 
-void TakeLogon(const CommandLine& line, std::string& user, std::string& password, std::string& required) {
+// Wrong usage is reported before anything else.
+void CheckUsage(const CommandLine& line) {
+    if (line.command == "add") {
+        RequiredOption(line, "to");
+        RequiredOption(line, "at");
+    }
     if (line.Has("password-stdin") && !line.Has("user")) {
         throw ScheduleUsageError("--password-stdin wants --user");
     }
+    if (line.Has("no-login") && line.Has("user")) {
+        throw ScheduleUsageError("--no-login and --user exclude each other");
+    }
+    FrequencyOf(line, "");
+}
+
+void TakeLogon(const CommandLine& line, std::string& user, std::string& password, std::string& required) {
     if (!line.Has("user")) {
         return;
     }
@@ -69,7 +83,6 @@ void RefuseTaken(const std::string& title, const std::string& folder, const std:
 }
 
 Global::NewSchedule ScheduleOf(const CommandLine& line, const report::Report& report) {
-    RequiredOption(line, "to");
     const DateRange dates = CheckedDates(line);
     Global::NewSchedule schedule{
         .sendTo = CheckedRecipients(line.All("to")),
@@ -85,7 +98,7 @@ Global::NewSchedule ScheduleOf(const CommandLine& line, const report::Report& re
         .selectionForm = WithoutMarks(line.ValueOr("formula", report.RecordSelectionFormula())),
         .format = CheckedFormat(line.ValueOr("format", "pdf"), Global::Runner::Single),
         .parent = FindFolder(line.ValueOr("folder", RootFolder)),
-        .originalPath = paths::FromMachine(line.names.front()),
+        .originalPath = GivenPath(line.names.front()),
         .userName = {},
         .password = {},
         .loginReq = "F"};
@@ -104,7 +117,7 @@ Global::ScheduleChange ChangeOf(const CommandLine& line, const Global::NewSchedu
         required = "F";
     }
     TakeLogon(line, user, password, required);
-    return {.title = CheckedTitle(line.ValueOr("title", stored.title)),
+    return {.title = line.Has("title") ? CheckedTitle(*line.Value("title")) : stored.title,
             .sendTo = line.Has("to") ? CheckedRecipients(line.All("to")) : stored.sendTo,
             .subject = given("subject", stored.subject),
             .message = given("message", stored.message),
@@ -119,56 +132,78 @@ Global::ScheduleChange ChangeOf(const CommandLine& line, const Global::NewSchedu
             .password = password};
 }
 
-std::vector<std::string> ValuesOf(const NamedValues& parameters) {
-    std::vector<std::string> values;
-    for (const auto& [name, value] : parameters) {
-        values.push_back(value);
+// Schedules run the copy of the report, and its values are passed by position: values are checked against the
+// copy.
+NamedValues ValuesForCopy(const CommandLine& line, const StoredSchedule& stored) {
+    try {
+        return CheckedParameters(OpenReportFile(stored.row.reportPath), GivenParameters(line),
+                                 stored.parameters);
+    } catch (const RuntimeError& error) {
+        if (!HasChanged(stored.row.originalPath, stored.row.reportPath)) {
+            throw;
+        }
+        Refuse(TextOf(error) + ". The report file has changed since: oxc-schedule refresh copies it again");
     }
-    return values;
+}
+
+// A title or a folder that stays as it is may be taken, as the windows allow.
+void RefuseMoved(const CommandLine& line, const Global::ScheduleChange& change, const std::string& id) {
+    if (line.Has("move-to")) {
+        FindFolder(change.parent);
+    }
+    if (line.Has("title") || line.Has("move-to")) {
+        RefuseTaken(change.title, change.parent, id);
+    }
 }
 
 }  // namespace
 
 void AddSchedule(const CommandLine& line) {
-    const std::string path = paths::FromMachine(line.names.front());
+    CheckUsage(line);
+    const std::string path = GivenPath(line.names.front());
     report::Report& report = OpenReportFile(path);
     StoredSchedule schedule{.id = {}, .row = ScheduleOf(line, report), .parameters = {}};
     schedule.parameters = CheckedParameters(report, GivenParameters(line));
-    schedule.row.reportPath = Global::CopyToCache(path);
-    InTransaction([&schedule](ADODB::Connection& connection) {
+    InTransaction([&schedule, &path](ADODB::Connection& connection, CacheChange& cache) {
+        schedule.row.parent = FindFolder(schedule.row.parent);
+        RefuseTaken(schedule.row.title, schedule.row.parent);
+        schedule.row.reportPath = cache.Copy(path);
         schedule.id = std::to_string(NextKey("ReportScheduler"));
         InsertScheduleRows(connection, schedule);
     });
-    Print("Schedule " + schedule.id + ", " + Named(schedule.row) + ", is added. It first runs on " +
-          schedule.row.nextRun + " at " + schedule.row.runAt + ".\n");
+    Tell(line,
+         "Schedule " + schedule.id + ", " + Named(schedule.row) + ", is added. " +
+             FirstRunText(ItemOf(schedule.row)) + "\n",
+         Result(schedule));
 }
 
 void SetSchedule(const CommandLine& line) {
+    CheckUsage(line);
     const StoredSchedule stored = FindSchedule(line);
-    if (line.Has("no-login") && line.Has("user")) {
-        throw ScheduleUsageError("--no-login and --user exclude each other");
-    }
-    report::Report& report = OpenReportFile(stored.row.originalPath);
     const Global::ScheduleChange change = ChangeOf(line, stored.row);
-    const NamedValues parameters =
-        CheckedParameters(report, GivenParameters(line), ValuesOf(stored.parameters));
-    RefuseTaken(change.title, change.parent, stored.id);
-    const CommandPrompts boxes;
-    const auto valueOf = [&parameters](int n) {
-        return parameters.at(static_cast<std::size_t>(n) - 1).second;
-    };
-    if (!Global::UpdateSchedule(stored.id, change) || !Global::ReplaceParameterRows(stored.id, valueOf)) {
-        Refuse(boxes.Complaint("The schedule is not changed"));
-    }
-    Print("Schedule " + stored.id + ", " + Quoted(change.title) + " in the folder " + Quoted(change.parent) +
-          ", is changed.\n");
+    const NamedValues values = line.Has("p") ? ValuesForCopy(line, stored) : NamedValues{};
+    InTransaction([&](ADODB::Connection& connection) {
+        RefuseChanged(stored);
+        RefuseMoved(line, change, stored.id);
+        Global::UpdateSchedule(connection, stored.id, change);
+        if (line.Has("p")) {
+            ReplaceValues(connection, stored.id, values);
+        }
+    });
+    Tell(line,
+         "Schedule " + stored.id + ", " + Quoted(change.title) + " in the folder " + Quoted(change.parent) +
+             ", is changed.\n",
+         Result(stored.id, change.title, change.parent, stored.row.nextRun));
 }
 
 void RemoveSchedule(const CommandLine& line) {
-    const StoredSchedule stored = FindSchedule(line);
-    InTransaction(
-        [&stored](ADODB::Connection& connection) { Global::DeleteSchedule(connection, stored.id); });
-    Print("Schedule " + stored.id + ", " + Named(stored.row) + ", is removed with its history.\n");
+    StoredSchedule stored;
+    InTransaction([&](ADODB::Connection& connection) {
+        stored = FindSchedule(line);
+        Global::DeleteSchedule(connection, stored.id);
+    });
+    Tell(line, "Schedule " + stored.id + ", " + Named(stored.row) + ", is removed with its history.\n",
+         Result(stored));
 }
 
 void RunSchedule(const CommandLine& line) {
@@ -185,6 +220,7 @@ void RunSchedule(const CommandLine& line) {
     if (!isDelivered) {
         Refuse(boxes.Complaint("Schedule " + stored.id + " is not delivered"));
     }
+    Tell(line, boxes.Information(), Result(stored));
 }
 
 }  // namespace tools

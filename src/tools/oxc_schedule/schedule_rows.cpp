@@ -18,6 +18,24 @@ void InsertScheduleRows(ADODB::Connection& connection, const StoredSchedule& sch
     }
 }
 
+void ReplaceValues(ADODB::Connection& connection, const std::string& reportID, const NamedValues& values) {
+    connection.Execute("delete from ReportParameter where ReportID = " + reportID);
+    for (const auto& [name, value] : values) {
+        Global::InsertParameterRow(connection, reportID, name, value);
+    }
+}
+
+void RefuseChanged(const StoredSchedule& stored) {
+    const std::vector<StoredSchedule> now = ReadSchedules("ReportID = " + stored.id);
+    if (now.size() != 1 || !IsSame(now.front(), stored)) {
+        Refuse("Schedule " + stored.id + " was changed by another program meanwhile; give the command again");
+    }
+}
+
+bool IsSame(const StoredSchedule& one, const StoredSchedule& other) {
+    return ScheduleFields(one) == ScheduleFields(other) && one.row.password == other.row.password;
+}
+
 QJsonObject ScheduleFields(const StoredSchedule& schedule) {
     const Global::NewSchedule& row = schedule.row;
     QJsonArray parameters;
@@ -38,6 +56,18 @@ QJsonObject ScheduleFields(const StoredSchedule& schedule) {
             {"formula", Json(row.selectionForm)},
             {"user", Json(row.loginReq == "T" ? row.userName : "")},
             {"parameters", parameters}};
+}
+
+QJsonObject Result(const std::string& id, const std::string& title, const std::string& folder,
+                   const std::string& next) {
+    return {{"id", Json(id).toLongLong()},
+            {"title", Json(title)},
+            {"folder", Json(folder)},
+            {"next", Json(next)}};
+}
+
+QJsonObject Result(const StoredSchedule& schedule) {
+    return Result(schedule.id, schedule.row.title, schedule.row.parent, schedule.row.nextRun);
 }
 
 std::string Named(const Global::NewSchedule& row) {

@@ -4,6 +4,7 @@
 #include "platform/base/paths.h"
 #include "shared/Global.h"
 #include "tools/oxc_schedule/commands.h"
+#include "tools/oxc_schedule/history_moment.h"
 #include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/records.h"
 #include "tools/oxc_schedule/schedule_rows.h"
@@ -33,21 +34,20 @@ struct HistoryRow {
     std::string id, folder, title, moment, status, error;
 };
 
-// Newest first, as the moments are and not as their texts are.
 std::vector<HistoryRow> ReadHistory(const std::string& condition, std::int64_t limit) {
     ADODB::Recordset rows;
-    rows.Open("select top " + std::to_string(limit) +
-                  " h.ReportID, r.Parent, r.ReportTitle, h.LastRun, h.Status, h.ErrMsg from ReportHistory h "
-                  "left outer join ReportScheduler r on h.ReportID = r.ReportID" +
-                  condition + " order by LastRun desc",
-              Global::ConnectionString);
-    std::vector<HistoryRow> history;
+    rows.Open(
+        "select h.ReportID, r.Parent, r.ReportTitle, h.LastRun, h.Status, h.ErrMsg from ReportHistory h "
+        "left outer join ReportScheduler r on h.ReportID = r.ReportID" +
+            condition + " order by h.rowid desc",
+        Global::ConnectionString);
+    NewestRows<HistoryRow> history(limit);
     for (; !rows.EOF_(); rows.MoveNext()) {
         const auto text = [&rows](std::size_t column) { return rows.Fields(column).Value.Text(); };
-        history.push_back({text(0), text(1), text(2), text(3), text(4), text(5)});
+        history.Add(text(3), {text(0), text(1), text(2), text(3), text(4), text(5)});
     }
     rows.Close();
-    return history;
+    return history.Take();
 }
 
 }  // namespace

@@ -2,14 +2,17 @@
 // The command for monitors: does the scheduler poll, did runs fail, what waits in the outbox.
 #include <algorithm>
 #include <cstdlib>
+#include <iostream>
 #include <optional>
 
+#include "platform/base/ascii.h"
 #include "platform/base/convert.h"
 #include "platform/contracts/clock.h"
 #include "platform/mail/transport/outbox.h"
 #include "scheduler/PollTrace.h"
 #include "shared/Global.h"
 #include "tools/oxc_schedule/commands.h"
+#include "tools/oxc_schedule/history_moment.h"
 #include "tools/oxc_schedule/output.h"
 #include "tools/oxc_schedule/records.h"
 
@@ -30,26 +33,15 @@ struct Status {
     int code = 0;
 };
 
-// Counts the rows from `since` until now; the newest come first. A moment that cannot be read is older than
-// all others. A clock that was ahead leaves rows in the future.
+// Counts the rows from `since` until now. A clock that was ahead leaves rows in the future.
 std::int64_t CountSince(const std::string& statement, DateValue since) {
     const DateValue now = Now();
     ADODB::Recordset rows;
-    rows.Open(statement + " order by LastRun desc", Global::ConnectionString);
+    rows.Open(statement, Global::ConnectionString);
     std::int64_t count = 0;
-    try {
-        // The history of packages holds a comma between date and time.
-        for (; !rows.EOF_(); rows.MoveNext()) {
-            const DateValue moment = CDate(Replace(rows.Fields("LastRun").Value.Text(), ",", " "));
-            if (moment < since) {
-                break;
-            }
-            count += moment <= now ? 1 : 0;
-        }
-    } catch (const RuntimeError& error) {
-        if (error.Number() != err::TypeMismatch) {
-            throw;
-        }
+    for (; !rows.EOF_(); rows.MoveNext()) {
+        const auto moment = HistoryMoment(rows.Fields("LastRun").Value.Text(), now);
+        count += moment && *moment >= since && *moment <= now ? 1 : 0;
     }
     rows.Close();
     return count;
@@ -63,13 +55,23 @@ std::size_t CountRows(const std::string& table) {
     return static_cast<std::size_t>(count);
 }
 
+std::optional<std::int64_t> SecondsOption(const CommandLine& line, const char* option) {
+    constexpr std::int64_t Most = 365LL * 24 * 3600;
+    return line.Number(option, 1, Most);
+}
+
+std::int64_t HoursOption(const CommandLine& line) {
+    constexpr std::int64_t Usual = 24, Most = 24 * 31;
+    return line.Number("since", 1, Most).value_or(Usual);
+}
+
 // A poll takes as long as its reports, so that a late one is no failure at once.
 int CodeOf(const Status& status, const CommandLine& line) {
-    constexpr std::int64_t Most = 365LL * 24 * 3600, ShortestWarning = 60, ShortestCritical = 600;
+    constexpr std::int64_t ShortestWarning = 60, ShortestCritical = 600;
     const std::int64_t interval = status.poll ? status.poll->seconds : 0;
-    const std::int64_t warn = line.Number("warn", 1, Most).value_or(std::max(ShortestWarning, 3 * interval));
+    const std::int64_t warn = SecondsOption(line, "warn").value_or(std::max(ShortestWarning, 3 * interval));
     const std::int64_t critical =
-        line.Number("critical", 1, Most).value_or(std::max(ShortestCritical, 10 * interval));
+        SecondsOption(line, "critical").value_or(std::max(ShortestCritical, 10 * interval));
     if (!status.poll || status.age > critical) {
         return 2;
     }
@@ -77,13 +79,12 @@ int CodeOf(const Status& status, const CommandLine& line) {
 }
 
 Status ReadStatus(const CommandLine& line) {
-    constexpr std::int64_t Usual = 24, Most = 24 * 31;
     Status status;
     status.poll = Global::ReadPollTrace();
     const std::int64_t now = TheClock().Moment().seconds;
     status.age = status.poll ? std::abs(now - status.poll->moment) : 0;
     status.isInFuture = status.poll && status.poll->moment > now;
-    status.hours = line.Number("since", 1, Most).value_or(Usual);
+    status.hours = HoursOption(line);
     const DateValue since = DateValue::FromSeconds(Now().Seconds() - status.hours * 3600);
     status.failures = CountSince("select LastRun from ReportHistory where Status <> 'Success'", since);
     status.packageFailures =
@@ -106,8 +107,12 @@ std::string Metric(const std::string& name, const std::string& help, const std::
            labels + " " + std::to_string(value) + "\n";
 }
 
+std::string StatusMetric(int code) {
+    return Metric("oxc_status", "0 polls, 1 late or runs failed, 2 no poll or no answer.", "", code);
+}
+
 std::string PrometheusText(const Status& status) {
-    std::string text = Metric("oxc_status", "0 polls, 1 late or runs failed, 2 no poll.", "", status.code);
+    std::string text = StatusMetric(status.code);
     if (status.poll) {
         text += Metric("oxc_last_poll_timestamp_seconds", "End of the last poll.", "", status.poll->moment);
         text += Metric("oxc_last_poll_age_seconds", "Time since the last poll.", "", status.age);
@@ -130,11 +135,11 @@ QJsonObject Describe(const Status& status) {
     QJsonObject object{{"status", status.code},
                        {"hours", static_cast<qint64>(status.hours)},
                        {"failures", static_cast<qint64>(status.failures)},
-                       {"package failures", static_cast<qint64>(status.packageFailures)},
+                       {"packageFailures", static_cast<qint64>(status.packageFailures)},
                        {"schedules", static_cast<qint64>(status.schedules)},
                        {"packages", static_cast<qint64>(status.packages)}};
     if (status.poll) {
-        object.insert("last poll", static_cast<qint64>(status.poll->moment));
+        object.insert("lastPoll", static_cast<qint64>(status.poll->moment));
         object.insert("age", static_cast<qint64>(status.age));
     }
     QJsonArray claims;
@@ -174,6 +179,21 @@ std::string Sentence(const Status& status) {
 }
 
 }  // namespace
+
+void CheckStatusOptions(const CommandLine& line) {
+    SecondsOption(line, "warn");
+    SecondsOption(line, "critical");
+    HoursOption(line);
+}
+
+void ShowNoStatus(const CommandLine& line, const std::string& why) {
+    std::cerr << "oxc-schedule: " << WithoutControls(why) << std::endl;
+    if (line.Has("json")) {
+        Print(QJsonObject{{"status", 2}, {"error", Json(why)}});
+    } else if (line.Has("prometheus")) {
+        Print(StatusMetric(2));
+    }
+}
 
 int ShowStatus(const CommandLine& line) {
     const Status status = ReadStatus(line);

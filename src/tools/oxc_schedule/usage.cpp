@@ -6,10 +6,12 @@ namespace tools {
 std::string ScheduleUsage() {
     return R"(usage: oxc-schedule COMMAND [OPTIONS]
 
+  init                       makes the application folder and its database
   add REPORT.rpt --to LIST --at HH:MM [--daily|--weekdays|--weekly|--monthly] [--folder F] [--title T]
       [--start DATE] [--end DATE] [--format F] [--subject S] [--message M] [--formula F] [-p NAME=VALUE]...
       [--user U [--password-stdin]]
   set NAME [the options of add, but --start and --end] [--move-to F] [--no-login]
+  refresh NAME [-p NAME=VALUE]...   copies its changed report file again
   list | show NAME | remove NAME | run NAME
   next [--days N]            the runs of the coming days; 7 days without N
   history [NAME] [--limit N] the newest runs first; 50 runs without N
@@ -27,14 +29,14 @@ std::string ScheduleUsage() {
 
   --folder F       the folder of the schedule; Desktop is the root
   --id N           the schedule or package with this number, in place of NAME
-  --json           list, show, next, history and status print JSON
+  --json           prints JSON: what is read, or what was made or changed
   --format F       pdf, html, xls, doc or rtf
   --to LIST        addresses or names of the address book, with ; between them
   --password-stdin reads the password of --user; else it comes from the variable OXC_SCHEDULE_PASSWORD
   --help, --version
 
 Exit codes: 0 done; 1 refused or failed, with one line on standard error; 2 wrong usage. Those of status:
-0 the scheduler polls; 1 late, or runs failed; 2 no poll. docs/schedule.md describes all commands.
+0 the scheduler polls; 1 late, or runs failed; 2 no poll, or no answer. docs/schedule.md describes all commands.
 )";
 }
 

@@ -30,6 +30,22 @@ class Exchange : public ScheduleProgram {
             "package add Pack --report sales.rpt -p Region=East --output out --to b@example.com --at 06:00 "
             "--start 2990-01-01");
     }
+    // Everything that the windows can leave: words that no poll knows, folders that no window shows, two
+    // schedules of one title, reports and folders that are gone.
+    void FillAsTheWindowsDo() const {
+        Fill();
+        std::filesystem::create_directories(m_folder / "gone");
+        std::filesystem::copy_file(m_folder / "plain.rpt", m_folder / "gone" / "gone.rpt");
+        for (const char* title : {"Days", "Blank", "Lost", "Twin", "Other"}) {
+            Output("add plain.rpt --to a@example.com --at 07:30 --start 2990-01-01 --title " +
+                   std::string(title));
+        }
+        Sql("update ReportScheduler set Frequency = 'WeekDays' where ReportTitle = 'Days'; "
+            "update ReportScheduler set Frequency = '', Format = '' where ReportTitle = 'Blank'; "
+            "update ReportScheduler set Parent = 'Deleted' where ReportTitle = 'Lost'; "
+            "update ReportScheduler set Subject = 's', ReportTitle = 'Twin' where ReportTitle = 'Other'; "
+            "insert into Folders(FolderName, Parent) values('Orphan', 99)");
+    }
     void Empty() const {
         Sql("delete from ReportScheduler; delete from ReportParameter; delete from ReportBatch; "
             "delete from ReportBatchDtls; delete from ReportBatchPar; delete from Folders");
@@ -159,4 +175,69 @@ TEST_F(Exchange, FailedStatementRollsAllBack) {
     Sql("create trigger stop before insert on ReportBatchPar begin select raise(abort, 'no space'); end");
     EXPECT_THAT(Refusal("import all.json"), HasSubstr("no space"));
     EXPECT_EQ(Everything(), Texts{});
+}
+
+TEST_F(Exchange, ImportTakesWhatTheWindowsCanLeave) {
+    FillAsTheWindowsDo();
+    Output("export all.json --with-passwords");
+    EXPECT_EQ(
+        Output("import all.json"),
+        "add folder \"Deleted\"\n"
+        "keep schedule \"Lost\" in the folder \"Deleted\"\nkeep schedule \"Blank\" in the folder "
+        "\"Desktop\"\nkeep schedule \"Days\" in the folder \"Desktop\"\nkeep schedule \"Plain\" in the "
+        "folder "
+        "\"Desktop\"\nkeep schedule \"Twin\" in the folder \"Desktop\"\nkeep schedule \"Twin\" in the folder "
+        "\"Desktop\"\nkeep schedule \"Sales\" in the folder \"Month\"\nkeep package \"Pack\"\n");
+    const Texts before = Everything();
+    Sql("delete from Folders where FolderName = 'Orphan'");
+    Empty();
+    Output("import all.json");
+    Texts after = Everything();
+    std::erase(after, "Deleted|null");
+    Texts expected = before;
+    std::erase(expected, "Deleted|null");
+    std::erase(expected, "Orphan|null");
+    EXPECT_EQ(after, expected);
+}
+
+TEST_F(Exchange, KeptItemsNeedNoReportAndNoFolder) {
+    Fill();
+    Sql("update ReportScheduler set SendTo = 'Nobody;' where ReportTitle = 'Plain'; "
+        "update ReportScheduler set Parent = 'Orphan' where ReportTitle = 'Sales'; "
+        "insert into Folders(FolderName, Parent) values('Orphan', 99)");
+    Output("export all.json");
+    std::filesystem::remove(m_folder / "plain.rpt");
+    std::filesystem::remove(m_folder / "sales.rpt");
+    std::filesystem::remove_all(m_folder / "out");
+    EXPECT_EQ(Output("import all.json"),
+              "keep schedule \"Plain\" in the folder \"Desktop\"\nkeep schedule \"Sales\" in the folder "
+              "\"Orphan\"\nkeep package \"Pack\"\n");
+    Sql("delete from ReportBatch");
+    EXPECT_THAT(Refusal("import all.json"),
+                testing::StartsWith("The package \"Pack\", number 1 of the file: The output folder \""));
+}
+
+TEST_F(Exchange, RangeThatIsOverIsSaidAndBadDatesAreRefused) {
+    const auto write = [this](const std::string& start, const std::string& output) {
+        WriteBytes(m_folder / "in.json",
+                   R"({"oxbow-courier": 1, "schedules": [{"title": "Plain", "report": ")" +
+                       (m_folder / "plain.rpt").string() + R"(", "to": "a@example.com", "start": ")" + start +
+                       R"(", "end": "2020-03-01", "at": "00:00", "frequency": "Weekly"}], "packages": [)" +
+                       output + "]}");
+    };
+    write("2020-01-06", "");
+    EXPECT_EQ(
+        Output("import in.json --dry-run"),
+        "add schedule \"Plain\" in the folder \"Desktop\"\n  its dates are over: it does not run\nNothing is "
+        "changed.\n");
+    for (const char* date : {"12:30", "1", "0999-01-01"}) {
+        write(date, "");
+        EXPECT_EQ(Refusal("import in.json"), "The schedule \"Plain\", number 1 of the file: the date \"" +
+                                                 std::string(date) + "\" is not a date");
+    }
+    write("2020-01-06",
+          R"({"name": "P", "output": "", "start": "2020-01-06", "at": "00:00", "frequency": "Daily",
+        "mail": false, "reports": []})");
+    EXPECT_EQ(Refusal("import in.json"),
+              "The package \"P\", number 1 of the file: The output folder is empty");
 }

@@ -37,3 +37,19 @@ TEST_F(Folders, AreRefusedWithTheNameAndTheCause) {
     EXPECT_EQ(Refusal("folder remove Finance"),
               "The folder \"Finance\" is not empty: schedules 1, folders 1");
 }
+
+TEST_F(Folders, NamesAreFoundAsTheyAreStored) {
+    Output("folder add \"Ann's\"");
+    EXPECT_EQ(Output("folder add Deep --in \"Ann's\""), "The folder \"Deep\" is added to \"Anns\".\n");
+    Output("add plain.rpt --title \"Bob's\" --to a@example.com --at 07:30 --folder \"Ann's\"");
+    EXPECT_THAT(Output("show \"Bob's\" --folder \"Ann's\""), testing::HasSubstr("Title:       Bobs\n"));
+    Output("package add \"Cy's\" --report plain.rpt --output out --no-mail --at 06:00");
+    EXPECT_THAT(Output("package show \"Cy's\""), testing::HasSubstr("Name:       Cys\n"));
+}
+
+TEST_F(Folders, AreRenamedToAnotherCase) {
+    Output("folder add Büro");
+    EXPECT_EQ(Output("folder rename Büro büro"), "The folder \"Büro\" is now called \"büro\".\n");
+    EXPECT_EQ(Output("folder rename büro büro"), "The folder \"büro\" is now called \"büro\".\n");
+    EXPECT_EQ(Sql("select FolderName from Folders"), (Texts{"büro"}));
+}

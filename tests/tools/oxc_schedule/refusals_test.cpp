@@ -38,6 +38,15 @@ TEST_F(Refusals, ValuesOfSchedules) {
               "The start date \"tomorrow\" is not a date; write it as year-month-day");
     EXPECT_EQ(Add(usual + "--start 2990-01-02 --end 2990-01-02"),
               "The end date 2990-01-02 is not later than the start date 2990-01-02");
+    for (const char* date :
+         {"12:30", "9 pm", "12 am", "1", "45000", "0999-01-01", "2990-01-01 12:30", "1.5"}) {
+        EXPECT_EQ(Add(usual + "--start '" + date + "'"),
+                  "The start date \"" + std::string(date) + "\" is not a date; write it as year-month-day");
+    }
+    EXPECT_EQ(Add(usual + "--start 2020-01-01 --end 2020-02-01"),
+              "The end date 2020-02-01 is over: there would be no run");
+    EXPECT_EQ(Refusal("package add P --report plain.rpt --no-mail --at 07:30 --output ''"),
+              "The output folder is empty");
     EXPECT_EQ(Add(usual + "--format docm"),
               "The format \"docm\" is not known; pdf, html, xls, doc and rtf are");
     EXPECT_EQ(Add(usual + "--folder Finance"), "There is no folder \"Finance\"");
@@ -81,6 +90,7 @@ TEST_F(Refusals, ReportFiles) {
 }
 
 TEST_F(Refusals, NamesThatAreMissingTakenOrAmbiguous) {
+    Output("init");
     EXPECT_EQ(Refusal("show Sales"), "There is no schedule \"Sales\"");
     EXPECT_EQ(Refusal("remove --id 7"), "There is no schedule with the number 7");
     Output(AddPlain);
@@ -107,12 +117,78 @@ TEST_F(Refusals, ValuesOfChangesLeaveTheRow) {
               "The format \"docm\" is not known; pdf, html, xls, doc and rtf are");
     EXPECT_EQ(Refusal("set Sales --no-login --user a", 2),
               "--no-login and --user exclude each other (oxc-schedule --help tells more)");
-    std::filesystem::remove(m_folder / "sales.rpt");
-    EXPECT_THAT(Refusal("set Sales --at 08:00"), testing::HasSubstr("sales.rpt"));
+    std::filesystem::remove(m_folder / "app" / "Cache" / "sales.rpt");
+    EXPECT_THAT(Refusal("set Sales -p Region=East"), testing::HasSubstr("sales.rpt"));
     EXPECT_EQ(Sql("select * from ReportScheduler"), before);
 }
 
 TEST_F(Refusals, DamagedDatabaseIsNamed) {
     WriteBytes(m_folder / "app" / "PressroomLive.dat", "this is no database");
     EXPECT_THAT(Refusal("list"), testing::HasSubstr("PressroomLive.dat"));
+}
+
+TEST_F(Refusals, ValuesAreShownAsTheyAreGiven) {
+    EXPECT_EQ(Refusal("add \"it's.rpt\" --to a@example.com --at 07:30"),
+              "File not found: \"" + (m_folder / "it's.rpt").string() + "\"");
+    EXPECT_EQ(Add("--to a@example.com --at \"7'30\""), "The time \"7'30\" is not a time from 00:00 to 23:59");
+}
+
+TEST_F(Refusals, BytesThatAreNotUtf8) {
+    for (const char* option : {"subject", "message", "formula", "title", "user"}) {
+        EXPECT_THAT(Refusal("add plain.rpt --to a@example.com --at 07:30 --" + std::string(option) +
+                            " \"$(printf 'a\\377')\""),
+                    testing::EndsWith(" contains a byte that is not UTF-8"));
+    }
+    WriteBytes(m_folder / "password", "a\xff\n");
+    EXPECT_EQ(
+        Run("add plain.rpt --to a@example.com --at 07:30 --user u --password-stdin", "a\xff\n").complaint,
+        "oxc-schedule: The password contains a byte that is not UTF-8\n");
+}
+
+TEST_F(Refusals, WrongUsageComesBeforeAMissingFile) {
+    EXPECT_EQ(Refusal("add none.rpt --at 10:00", 2), "add wants --to (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("set None --weekly --daily", 2),
+              "one frequency is enough (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("package add P --report none.rpt --no-mail", 2),
+              "package add wants --at (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("history --folder Nowhere", 2),
+              "--folder goes with a name (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("show --id 1 --folder Nowhere", 2),
+              "--folder goes with a name (oxc-schedule --help tells more)");
+}
+
+TEST_F(Refusals, OutputThatCannotBeWrittenIsSaid) {
+    const std::string toFull = "'" OXC_SCHEDULE_PROGRAM "' " + std::string(AddPlain) + " >/dev/full";
+    WriteBytes(m_folder / "full.sh", toFull + "\n");
+    const ScheduleOutcome outcome = Run("--version >version; sh full.sh");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.complaint, "oxc-schedule: It is done, but the output cannot be written\n");
+    EXPECT_EQ(Sql("select count(*) from ReportScheduler"), (Texts{"1"}));
+}
+
+// Neither a folder nor settings: a monitor may be another user.
+TEST_F(Refusals, ReadingMakesNothing) {
+    setenv("OXC_HOME", (m_folder / "empty").c_str(), 1);
+    const std::string none =
+        "There is no database in \"" + (m_folder / "empty").string() +
+        "\" yet: oxc-schedule init makes it, or the first command that changes something";
+    for (const char* command : {"list", "show X", "next", "history", "export", "folder list", "package list",
+                                "package show X", "package history"}) {
+        EXPECT_EQ(Refusal(command), none) << command;
+    }
+    EXPECT_EQ(Refusal("status", 2), none);
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "empty"));
+    EXPECT_FALSE(std::filesystem::exists(m_folder.Folder()));
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "config" / "autostart"));
+}
+
+// The first steps are taken for the user, and not for each folder.
+TEST_F(Refusals, FolderWithoutABlankDatabaseSpoilsNoOtherFolder) {
+    std::filesystem::create_directories(m_folder / "empty");
+    setenv("OXC_HOME", (m_folder / "empty").c_str(), 1);
+    EXPECT_THAT(Refusal("init"), testing::StartsWith("The database in \"" + (m_folder / "empty").string() +
+                                                     "\" cannot be made: "));
+    setenv("OXC_HOME", (m_folder / "app").c_str(), 1);
+    EXPECT_EQ(Output("init"), "The application folder is " + (m_folder / "app").string() + ".\n");
+    EXPECT_EQ(Output("folder list"), "FOLDER  IN\n");
 }

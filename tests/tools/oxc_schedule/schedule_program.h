@@ -8,8 +8,11 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <future>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "support/config_home.h"
@@ -99,6 +102,20 @@ class ScheduleProgram : public testing::Test {
             << sqlite3_errmsg(database);
         sqlite3_close(database);
         return rows;
+    }
+    // Runs a command while another program writes: its statements are stored when the command has had time to
+    // make its checks and waits to write.
+    ScheduleOutcome RunWhileWritten(const std::string& arguments, const std::string& statements) const {
+        sqlite3* database = nullptr;
+        EXPECT_EQ(sqlite3_open((m_folder / "app" / "PressroomLive.dat").c_str(), &database), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(database, "begin immediate", nullptr, nullptr, nullptr), SQLITE_OK);
+        std::future<ScheduleOutcome> running =
+            std::async(std::launch::async, [this, &arguments] { return Run(arguments); });
+        std::this_thread::sleep_for(std::chrono::seconds(2));
+        EXPECT_EQ(sqlite3_exec(database, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(database, "commit", nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(database);
+        return running.get();
     }
     // A path in the folder of the test as the system writes it.
     std::string SystemPath(const std::string& name) const {

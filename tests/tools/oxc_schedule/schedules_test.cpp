@@ -169,3 +169,23 @@ TEST_F(Schedules, NextTellsWhatComes) {
     EXPECT_THAT(Output("next"),
                 HasSubstr("its dates \"" + day + "\" and \"noon\" cannot be read: Type mismatch"));
 }
+
+TEST_F(Schedules, NextTellsOfThoseThatRunAtEveryPoll) {
+    Output(AddPlain);
+    Sql("update ReportScheduler set StartDate = '2000-01-01', NextRun = '1899-12-30', RunAt = '00:00', "
+        "Frequency = 'WeekDays'");
+    EXPECT_THAT(Output("next"), HasSubstr("  Plain  due now, at every poll from then on, each day\n"));
+    EXPECT_THAT(Output("next --json"), HasSubstr("\"everyPoll\": true"));
+}
+
+TEST_F(Schedules, AddTellsOfTheFirstRun) {
+    const std::string add = "add plain.rpt --to a@example.com --title ";
+    EXPECT_EQ(Output(add + "A --at 00:00"),
+              "Schedule 1, \"A\" in the folder \"Desktop\", is added. It is due at the next poll.\n");
+    EXPECT_EQ(
+        Output(add + "B --at 00:00 --start \"$(date -d '-2 days' +%F)\""),
+        "Schedule 2, \"B\" in the folder \"Desktop\", is added. It is due at the next poll, and makes up 3 "
+        "runs, one in each poll.\n");
+    EXPECT_EQ(Output("package add P --report plain.rpt --output out --no-mail --at 00:00"),
+              "Package 1, \"P\", is added. It is due at the next poll.\n");
+}

@@ -15,6 +15,10 @@ class Status : public ScheduleProgram {
             std::chrono::system_clock::now().time_since_epoch());
         WriteBytes(m_folder / "app" / "PressroomLive.polled", std::to_string(now.count() - ago) + " 15\n");
     }
+    void SetUp() override {
+        ScheduleProgram::SetUp();
+        Output("init");
+    }
     int Code(const std::string& options = {}) const {
         const ScheduleOutcome outcome = Run("status " + options);
         EXPECT_EQ(outcome.complaint, "");
@@ -63,7 +67,6 @@ TEST_F(Status, PollInTheFutureCountsAsOneThatLongAgo) {
 
 TEST_F(Status, FailureInTheFutureIsNoneOfTheLastHours) {
     Polled(5);
-    Output("list");
     Sql("insert into ReportHistory values(1, datetime('now', 'localtime', '+300 days'), 'Failure', 'x')");
     EXPECT_EQ(Code(), 0);
     Sql("insert into ReportHistory values(1, datetime('now', 'localtime', '-1 hours'), 'Failure', 'x')");
@@ -80,7 +83,6 @@ TEST_F(Status, TraceThatHoldsSomethingElseIsNone) {
 
 TEST_F(Status, FailuresOfTheLastHoursAreOne) {
     Polled(5);
-    Output("list");
     Sql("insert into ReportHistory values(1, datetime('now', 'localtime', '-30 hours'), 'Failure', 'x'), "
         "(1, datetime('now', 'localtime', '-1 hours'), 'Success', 'None')");
     EXPECT_EQ(Code(), 0);
@@ -100,7 +102,7 @@ TEST_F(Status, PrometheusGetsEveryFigure) {
     Output(AddPlain);
     Polled(5);
     const std::string text = Output("status --prometheus");
-    EXPECT_THAT(text, HasSubstr("# HELP oxc_status 0 polls, 1 late or runs failed, 2 no poll.\n"
+    EXPECT_THAT(text, HasSubstr("# HELP oxc_status 0 polls, 1 late or runs failed, 2 no poll or no answer.\n"
                                 "# TYPE oxc_status gauge\noxc_status 0\n"));
     EXPECT_THAT(text, testing::ContainsRegex("oxc_last_poll_age_seconds [5-9]\n"));
     EXPECT_THAT(text, HasSubstr("oxc_failures{kind=\"schedule\",hours=\"24\"} 0\n"
@@ -108,4 +110,39 @@ TEST_F(Status, PrometheusGetsEveryFigure) {
     EXPECT_THAT(text, HasSubstr("oxc_items{kind=\"schedule\"} 1\noxc_items{kind=\"package\"} 0\n"));
     EXPECT_THAT(text, HasSubstr("oxc_outbox_messages 1\n"));
     EXPECT_THAT(Output("status --json"), HasSubstr("\"outbox\": 1"));
+}
+
+// On-demand runs are written in the form of the region of who runs them: here that of the United States, on a
+// day that no other order can read, and one that can be read in both.
+TEST_F(Status, FailuresCountInTheFormsOfAllRegions) {
+    Polled(5);
+    Sql("insert into ReportHistory values(1, '11/30/1999 10:00:00', 'Failure', 'x'), (1, 'nonsense', "
+        "'Failure', "
+        "'x'), (1, strftime('%m/%d/%Y %H:%M:%S', 'now', 'localtime', '-1 hours'), '', 'x'), "
+        "(1, strftime('%d.%m.%Y %H:%M:%S', 'now', 'localtime', '-2 hours'), '', 'x')");
+    const ScheduleOutcome outcome = Run("status");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.output, HasSubstr("hours: 2 of schedules, 0 of packages."));
+    EXPECT_THAT(Output("history --limit 2"),
+                testing::ContainsRegex("ERROR\n[0-9/]+ [0-9:]+ .*\n[0-9.]+ [0-9:]+ "));
+}
+
+TEST_F(Status, WithoutAnAnswerIsTwoInEveryForm) {
+    WriteBytes(m_folder / "app" / "PressroomLive.dat", "this is no database");
+    const std::string why = Refusal("status", 2);
+    EXPECT_THAT(why, HasSubstr("PressroomLive.dat\" is not a database"));
+    ScheduleOutcome outcome = Run("status --prometheus");
+    EXPECT_EQ(outcome.code, 2);
+    EXPECT_EQ(outcome.output,
+              "# HELP oxc_status 0 polls, 1 late or runs failed, 2 no poll or no answer.\n"
+              "# TYPE oxc_status gauge\noxc_status 2\n");
+    outcome = Run("status --json");
+    EXPECT_EQ(outcome.code, 2);
+    EXPECT_THAT(outcome.output, HasSubstr("    \"status\": 2\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("\"error\": \"The file "));
+    EXPECT_EQ(Refusal("status --json --prometheus", 2),
+              "--json and --prometheus exclude each other (oxc-schedule --help tells more)");
+    EXPECT_EQ(
+        Refusal("status --warn soon", 2),
+        "--warn wants a whole number from 1 to 31536000, not \"soon\" (oxc-schedule --help tells more)");
 }
