@@ -196,6 +196,21 @@ class TeamStore(unittest.TestCase):
         self.assertEqual(refused.returncode, 1)
         self.assertIn("already has rows, in the table ReportScheduler", refused.stderr)
 
+    def test_copy_arrives_whole_or_not_at_all(self):
+        file = pathlib.Path(self.empty_folder()) / "PressroomLive.dat"
+        file.write_bytes((STAGE / "Pressroom.dat").read_bytes())
+        connection = sqlite3.connect(file)
+        connection.execute("insert into Folders(FolderName, Parent) values('F', 0)")
+        connection.execute("insert into ReportHistory(ReportID, Status) values(1, 'Success'), ('none', 'Success')")
+        connection.commit()
+        connection.close()
+        refused = run_store("copy", "--from", str(file), "--to", self.server.connect())
+        self.assertEqual(refused.stderr,
+                         "oxc-store: Not copied: rows 1 to 2 of the table ReportHistory; The value does not suit its column; "
+                         "invalid input syntax for type bigint: \"none\"\n")
+        self.assertEqual(self.server.rows("select count(*) from Folders"), [("0",)])
+        self.assertEqual(self.server.rows("select count(*) from ReportHistory"), [("0",)])
+
     def empty_folder(self):
         folder = self.server.folder / "files"
         folder.mkdir(exist_ok=True)
