@@ -14,6 +14,7 @@
 #include "platform/contracts/loop.h"
 #include "platform/contracts/process.h"
 #include "scheduler/BatchReport.h"
+#include "scheduler/PollSpread.h"
 #include "scheduler/PollTrace.h"
 #include "scheduler/Schedchk.h"
 #include "shared/Global.h"
@@ -75,6 +76,7 @@ Steps SchedulerSteps() {
         Schedchk,
         BatchReport,
         WritePollTrace,
+        SpreadPolls,
     };
 }
 
