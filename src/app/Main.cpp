@@ -16,6 +16,7 @@
 #include "platform/contracts/loop.h"
 #include "platform/contracts/process.h"
 #include "scheduler/BatchReport.h"
+#include "scheduler/PollSpread.h"
 #include "scheduler/PollTrace.h"
 #include "scheduler/RunLog.h"
 #include "scheduler/Schedchk.h"
@@ -90,6 +91,7 @@ Steps SchedulerSteps() {
         Schedchk,
         BatchReport,
         WritePollTrace,
+        SpreadPolls,
     };
 }
 

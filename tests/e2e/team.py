@@ -36,14 +36,30 @@ class TeamServer(Postgres):
         if not (self.folder / "data" / "postmaster.pid").exists():
             self.launch()
 
+    def encrypt(self):
+        """Makes a certificate for localhost and uses it; gives the certificate's file."""
+        data = self.folder / "data"
+        self.run("openssl", "req", "-new", "-x509", "-days", "2", "-nodes", "-subj", "/CN=localhost", "-addext",
+                 "subjectAltName=DNS:localhost", "-out", data / "server.crt", "-keyout", data / "server.key",
+                 stderr=subprocess.DEVNULL)
+        self.run("chmod", "600", data / "server.key")
+        self.sql("alter system set ssl = on")
+        self.sql("select pg_reload_conf()")
+        return data / "server.crt"
+
     def stop(self, mode="immediate"):
         self.run(self.programs / "pg_ctl", "-D", self.folder / "data", "-m", mode, "stop")
 
 
-def store(*arguments, environment=None):
-    """Runs oxc-store; gives what it printed."""
-    done = subprocess.run([str(STAGE / "oxc-store"), *arguments], capture_output=True, text=True, timeout=300, check=False,
+def run_store(*arguments, environment=None):
+    """Runs oxc-store; gives the finished process."""
+    return subprocess.run([str(STAGE / "oxc-store"), *arguments], capture_output=True, text=True, timeout=300, check=False,
                           env=environment)
+
+
+def store(*arguments, environment=None):
+    """Runs oxc-store, which succeeds; gives what it printed."""
+    done = run_store(*arguments, environment=environment)
     if done.returncode != 0:
         raise AssertionError("oxc-store ended with %d: %s" % (done.returncode, done.stderr))
     return done.stdout

@@ -6,14 +6,13 @@ import os
 import pathlib
 import random
 import sqlite3
-import subprocess
 import threading
 import time
 import unittest
 
-from databases import POSTGRES
+from databases import PASSWORD, POSTGRES
 from harness import STAGE, Courier, system_path
-from team import Member, TeamServer, store
+from team import Member, TeamServer, run_store, store
 
 LONG = bool(os.environ.get("OXC_LONG_TESTS"))
 TABLES = ("ReportScheduler", "ReportParameter", "ReportHistory", "ReportBatch", "ReportBatchDtls", "ReportBatchPar",
@@ -114,6 +113,57 @@ class TeamStore(unittest.TestCase):
         store("unlink", environment=environment)
         self.assertEqual(len(courier.sql("select * from ReportScheduler")), 1)
 
+    def test_password_comes_from_a_command_or_from_the_users_file(self):
+        store("create", "--to", self.server.connect(), "--editor", "clerk")
+        courier = Courier()
+        self.members.append(courier)
+        courier.database.unlink()
+        environment = courier.environment()
+        connect = self.server.connect(user="clerk")
+        refused = run_store("link", "--to", connect, environment=environment)
+        self.assertEqual(refused.returncode, 1)
+        self.assertIn("fe_sendauth: no password supplied", refused.stderr)
+        self.assertFalse(courier.database.exists())
+        store("link", "--to", connect, "--password-command", "echo '%s'" % PASSWORD, environment=environment)
+        self.assertNotIn("Password=", courier.database.read_text())
+        self.assertIn("Rights: an editor\n", store("check", environment=environment))
+        wrong = run_store("link", "--to", connect, "--password-command", "exit 3", environment=environment)
+        self.assertEqual(wrong.stderr, "oxc-store: The store cannot be reached: \"courier\" on 127.0.0.1; "
+                                       "PasswordCommand failed with exit code 3\n")
+        (courier.folder / ".pgpass").write_text("*:*:*:clerk:%s\n" % PASSWORD)
+        (courier.folder / ".pgpass").chmod(0o600)
+        store("link", "--to", connect, environment=environment)
+        self.assertIn("Rights: an editor\n", store("check", environment=environment))
+
+    def test_certificate_of_the_server_is_verified(self):
+        certificate = pathlib.Path(self.server.folder) / "trusted.crt"
+        certificate.write_bytes(self.server.encrypt().read_bytes())
+        connect = self.server.connect().replace("127.0.0.1", "localhost")
+
+        def checked(words):
+            done = run_store("check", connect + words)
+            return done.stdout or done.stderr
+
+        self.wait(lambda: "Connection: encrypted" in checked(";SSL Mode=Require"), 30, "encryption")
+        self.assertIn("Connection: encrypted", checked(";SSL Mode=VerifyFull;SSL Root Cert=%s" % certificate))
+        self.assertIn("certificate verify failed", checked(";SSL Mode=VerifyFull"))
+        self.assertIn("does not match host name", run_store(
+            "check", self.server.connect() + ";SSL Mode=verify-full;SSL Root Cert=%s" % certificate).stderr)
+        self.assertIn("Connection: not encrypted", checked(";SSL Mode=disable"))
+
+    def test_database_in_use_is_not_moved_away(self):
+        courier = Courier()
+        self.members.append(courier)
+        courier.schedule()
+        reader = sqlite3.connect(courier.database)
+        reader.execute("select * from ReportScheduler").fetchall()
+        refused = run_store("link", "--to", self.server.connect(), environment=courier.environment())
+        self.assertEqual((refused.returncode, refused.stdout), (1, ""))
+        self.assertIn("Not linked: another program has the file", refused.stderr)
+        self.assertEqual(len(courier.sql("select * from ReportScheduler")), 1)
+        reader.close()
+        store("link", "--to", self.server.connect(), environment=courier.environment())
+
     def test_scheduler_may_not_define_anything(self):
         self.schedules(1, 1)
         member = self.member()
@@ -142,10 +192,24 @@ class TeamStore(unittest.TestCase):
         back = file.with_name("back.dat")
         store("copy", "--from", self.server.connect(), "--to", str(back))
         self.assertEqual(all_rows(back), all_rows(file))
-        refused = subprocess.run([str(STAGE / "oxc-store"), "copy", "--from", str(file), "--to", self.server.connect()],
-                                 capture_output=True, text=True, check=False)
+        refused = run_store("copy", "--from", str(file), "--to", self.server.connect())
         self.assertEqual(refused.returncode, 1)
         self.assertIn("already has rows, in the table ReportScheduler", refused.stderr)
+
+    def test_copy_arrives_whole_or_not_at_all(self):
+        file = pathlib.Path(self.empty_folder()) / "PressroomLive.dat"
+        file.write_bytes((STAGE / "Pressroom.dat").read_bytes())
+        connection = sqlite3.connect(file)
+        connection.execute("insert into Folders(FolderName, Parent) values('F', 0)")
+        connection.execute("insert into ReportHistory(ReportID, Status) values(1, 'Success'), ('none', 'Success')")
+        connection.commit()
+        connection.close()
+        refused = run_store("copy", "--from", str(file), "--to", self.server.connect())
+        self.assertEqual(refused.stderr,
+                         "oxc-store: Not copied: rows 1 to 2 of the table ReportHistory; The value does not suit its column; "
+                         "invalid input syntax for type bigint: \"none\"\n")
+        self.assertEqual(self.server.rows("select count(*) from Folders"), [("0",)])
+        self.assertEqual(self.server.rows("select count(*) from ReportHistory"), [("0",)])
 
     def empty_folder(self):
         folder = self.server.folder / "files"

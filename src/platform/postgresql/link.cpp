@@ -177,7 +177,8 @@ Link LinkOfConnectString(std::string_view text) {
 }
 
 std::string TextOfLink(const Link& link) {
-    std::string text = std::string(FirstLine) + "\nProvider=PostgreSQL\n";
+    std::string text(FirstLine);
+    text += "\nProvider=PostgreSQL\n";
     for (const Key& key : Keys) {
         if (!(link.*key.value).empty()) {
             text += std::string(key.name) + "=" + link.*key.value + "\n";

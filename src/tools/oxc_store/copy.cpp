@@ -37,18 +37,31 @@ std::string Literal(const Variant& value) {
     return literal + "'";
 }
 
+void InsertRows(DataSession& to, const std::string& statement, const std::string& what) {
+    try {
+        to.Execute(statement);
+    } catch (const RuntimeError& error) {
+        throw RuntimeError(error.Number(), "Not copied: " + what + "; " + error.Description());
+    }
+}
+
 std::int64_t CopyRows(DataSession& from, DataSession& to, const StoreTable& table) {
     const std::unique_ptr<DataRows> rows = RowsOf(from, table);
     std::int64_t count = 0;
+    std::int64_t first = 1;  // row of the statement
     std::string statement;
     Variant value;
     const auto flush = [&] {
         if (!statement.empty()) {
-            to.Execute(statement);
+            InsertRows(to, statement,
+                       "rows " + std::to_string(first) + " to " + std::to_string(count) + " of the table " +
+                           Text(table.name));
             statement.clear();
+            first = count + 1;
         }
     };
-    for (; rows->Next(); ++count) {
+    while (rows->Next()) {
+        ++count;
         statement += statement.empty()
                          ? "insert into " + Text(table.name) + "(" + Text(table.columns) + ") values("
                          : ",(";

@@ -9,8 +9,8 @@
 namespace tools {
 
 // Copies all rows to a store without rows: a new file, or a database in which the tables are made if they are
-// missing. The report files of the folder Cache beside a file go to and from the store. The rows are compared with the source before they are stored. Either all of them arrive or none.
-// Returns their number.
+// missing. The report files of the folder Cache beside a file go to and from the store. The rows are compared
+// with the source before they are stored. Either all of them arrive or none. Returns their number.
 std::int64_t CopyStore(const StorePlace& from, const StorePlace& to);
 
 }  // namespace tools

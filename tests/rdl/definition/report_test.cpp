@@ -184,10 +184,10 @@ TEST(ReportData, RowsWithoutAQueryMayBeNone) {
             .dataSets.at(0);
     };
     for (const char* command : {"", "<CommandText/>", "<CommandText> </CommandText>"}) {
-        EXPECT_TRUE(set(command, "<Rows/>").hasInlineRows) << command;
-        EXPECT_TRUE(set(std::string(command) + "<Rows/>", "").hasInlineRows) << command;
-        EXPECT_FALSE(set(command, "").hasInlineRows) << command;
-        EXPECT_FALSE(set(command, "<Rows File=\"r.xml\"/>").hasInlineRows) << command;
+        EXPECT_TRUE(set(command, "<Rows/>").inlineRows != nullptr) << command;
+        EXPECT_TRUE(set(std::string(command) + "<Rows/>", "").inlineRows != nullptr) << command;
+        EXPECT_FALSE(set(command, "").inlineRows != nullptr) << command;
+        EXPECT_FALSE(set(command, "<Rows File=\"r.xml\"/>").inlineRows != nullptr) << command;
     }
 }
 
