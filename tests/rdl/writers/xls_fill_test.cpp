@@ -239,5 +239,52 @@ TEST_F(XlsFills, ATextWithTheRoomItAskedForWraps) {
               "1\n");
 }
 
+// Where the texts of a sheet begin and end, in points from its top.
+std::string Places(const std::string& workbook) {
+    return Ask(workbook,
+               "def h(r): return s.rowinfo_map[r].height / 20 if r in s.rowinfo_map else 12.75\n"
+               "def y(r): return round(sum(h(k) for k in range(r)))\n"
+               "m = {(a, c): b for a, b, c, d in s.merged_cells}\n"
+               "for r in range(s.nrows):\n"
+               "    for c in range(s.row_len(r)):\n"
+               "        if s.cell_value(r, c): print(s.cell_value(r, c), y(r), y(m.get((r, c), r + 1)))");
+}
+
+Instance Three(double x, layout::Color color) {
+    return Container(
+        x, 0, 150, 90, color,
+        {TextItem("one", 0, 0, 100, 20), TextItem("two", 0, 30, 100, 20), TextItem("three", 0, 60, 100, 20)});
+}
+
+// What is in a rectangle is as far down as it is, whatever is beside the rectangle.
+TEST_F(XlsFills, ItemsInARectangleBesideATallOneStayWhereTheyAre) {
+    EXPECT_EQ(Places(Workbook(SampleReport({Three(0, 0), TextItem("box", 200, 0, 100, 60)}))),
+              "one 0 20\nbox 0 60\ntwo 30 50\nthree 60 80\n");
+    EXPECT_EQ(Places(Workbook(SampleReport(
+                  {Three(0, 0), Container(200, 0, 100, 90, 0,
+                                          {TextItem("a", 0, 15, 50, 15), TextItem("b", 0, 45, 50, 15)})}))),
+              "one 0 20\na 15 30\ntwo 30 50\nb 45 60\nthree 60 80\n");
+}
+
+TEST_F(XlsFills, RectanglesBesideATallItemHaveTheirFillsInEachOther) {
+    Instance outer = Three(0, Yellow);
+    outer.children.push_back(Container(100, 30, 50, 30, Blue, {TextItem("in", 0, 0, 50, 30)}));
+    const std::string workbook = Workbook(SampleReport({outer, TextItem("box", 150, 0, 100, 60)}));
+    EXPECT_EQ(Colors(workbook),
+              "ffff00 ffff00 -\nffff00 ffff00 -\nffff00 123456 -\nffff00 123456 -\nffff00 ffff00 -\n"
+              "ffff00 ffff00 -\n");
+}
+
+TEST_F(XlsFills, AnUprightLineBesideOthersRunsAlongTheirRows) {
+    Instance line = TextItem("", 120, 0, 0, 90);
+    line.kind = InstanceKind::Line;
+    line.paragraphs.clear();
+    line.box = Framed();
+    const std::string workbook =
+        Workbook(SampleReport({Three(0, 0), line, TextItem("box", 200, 0, 100, 60)}));
+    EXPECT_EQ(Places(workbook), "one 0 20\nbox 0 60\ntwo 30 50\nthree 60 80\n");
+    EXPECT_EQ(Lines(workbook), "- - l - -\n- - l - -\n- - l - -\n- - l - -\n- - l - -\n- - l - -\n");
+}
+
 }  // namespace
 }  // namespace rdl::writers

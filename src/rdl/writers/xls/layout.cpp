@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "rdl/values/error.h"
+#include "rdl/writers/xls/extent.h"
 
 namespace rdl::writers {
 namespace {
@@ -16,29 +17,11 @@ using layout::TableCell;
 using layout::TableInstance;
 using layout::TableRow;
 
-constexpr double Near = 1.0;               // points
 constexpr std::size_t RowsLookedAt = 256;  // of a table, for edges within its cells
-
-double Top(const Instance& item) {
-    return item.height < 0 ? item.y + item.height : item.y;
-}
-double Bottom(const Instance& item) {
-    return item.height < 0 ? item.y : item.y + item.height;
-}
-double Left(const Instance& item) {
-    return std::min(item.x, item.x + item.width);
-}
-double Right(const Instance& item) {
-    return std::max(item.x, item.x + item.width);
-}
 
 bool HasBorder(const layout::BoxStyle& box) {
     const auto isDrawn = [](const layout::Border& line) { return line.style != layout::LineStyle::None; };
     return isDrawn(box.left) || isDrawn(box.top) || isDrawn(box.right) || isDrawn(box.bottom);
-}
-
-bool IsText(const Instance& item) {
-    return item.kind == InstanceKind::Text;
 }
 
 }  // namespace
@@ -115,6 +98,32 @@ void XlsLayout::BeginSheet() {
 void XlsLayout::BeginFrame(const layout::BoxStylePtr& box, Columns columns, std::uint32_t row, bool begins) {
     m_frames.push_back({box, columns, 0});
     m_frames.back().number = m_sheet->BeginFrame(row, columns.first, columns.last, box, begins);
+}
+
+XlsLayout::Around XlsLayout::BeginAround(const Instance& item, double x, std::uint32_t row) {
+    Around around;
+    if (!item.box) {
+        return around;
+    }
+    const Columns columns = ColumnsAt(x + Left(item), x + Right(item));
+    if (item.box->background >> 24) {
+        BeginFill(item.box->background, columns, row);
+        around.fill = m_fills.back().number;
+    }
+    if (HasBorder(*item.box)) {
+        BeginFrame(item.box, columns, row, true);
+        around.frame = m_frames.back().number;
+    }
+    return around;
+}
+
+void XlsLayout::LeaveAround(const Around& around) {
+    if (around.fill) {
+        m_fills.pop_back();
+    }
+    if (around.frame) {
+        m_frames.pop_back();
+    }
 }
 
 void XlsLayout::EndAround(const Around& around, std::uint32_t row) {
@@ -250,58 +259,6 @@ std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std
     return row;
 }
 
-// Items beside each other: rows at all their upper and lower edges, more where a table needs them.
-std::uint32_t XlsLayout::PlaceBand(const Items& band, double x, std::uint32_t row) {
-    Edges lines(Near);
-    for (const Instance* item : band) {
-        lines.Add(Top(*item));
-        lines.Add(Bottom(*item));
-    }
-    lines.Settle();
-    std::vector<std::uint32_t> rows(lines.lines().size(), row);
-    std::vector<std::pair<Around, std::size_t>> boxes;  // and the line where each ends
-    std::size_t next = 0;
-    for (std::size_t line = 0; line < rows.size(); ++line) {
-        if (line > 0) {
-            rows[line] = std::max(rows[line], rows[line - 1] + 1);
-            m_sheet->Height(rows[line - 1], rows[line] - rows[line - 1] == 1 ? lines.Track(line - 1) : 0,
-                            false);
-        }
-        for (; next < band.size() && lines.Line(Top(*band[next])) <= line; ++next) {
-            const Instance& item = *band[next];
-            if (IsText(item)) {
-                continue;
-            }
-            const std::size_t end = std::min(std::max(lines.Line(Bottom(item)), line + 1), rows.size() - 1);
-            if (item.kind == InstanceKind::Image && end > line + 1) {  // over rows of the items beside it
-                m_around = {};
-                PlaceFilled(item, x, rows[line], false, false);
-                boxes.push_back({m_around, end});
-                continue;
-            }
-            m_around = {};
-            const std::uint32_t after = PlaceOne(item, x, rows[line], false);
-            rows[end] = std::max(rows[end], item.kind == InstanceKind::Image ? rows[line] + 1 : after);
-            if (item.kind != InstanceKind::Table) {
-                boxes.push_back({m_around, end});
-            }
-        }
-    }
-    for (const auto& [around, end] : boxes) {  // as high as what is beside them
-        EndAround(around, rows[end]);
-    }
-    m_around = {};
-    for (const Instance* item : band) {
-        if (IsText(*item)) {
-            const std::uint32_t first = rows[lines.Line(Top(*item))];
-            const std::uint32_t after = rows[std::min(lines.Line(Bottom(*item)), rows.size() - 1)];
-            const Columns columns = ColumnsAt(x + item->x, x + item->x + item->width);
-            PlaceText(*item, {first, std::max(after, first + 1) - 1, columns.first, columns.last});
-        }
-    }
-    return std::max(rows.back(), row + 1);
-}
-
 std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t row, bool isTopLevel) {
     if (!IsText(item)) {
         Mark(item, row, ColumnsAt(x + Left(item), x + Right(item)).first);
@@ -314,7 +271,8 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
             return row + 1;
         }
         case InstanceKind::Line:
-            PlaceLine(item, x, row);
+            m_sheet->Height(row, std::max(std::fabs(item.height), 3.0), true);
+            PlaceLine(item, x, row, row);
             return row + 1;
         case InstanceKind::Image:
         case InstanceKind::Container:
@@ -329,15 +287,7 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
 // Images, containers and tables, over the fill that they have themselves.
 std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32_t row, bool isTopLevel,
                                      bool hasOwnRows) {
-    const bool fills = item.box && item.box->background >> 24;
-    const bool frames = item.box && HasBorder(*item.box);
-    const Columns columns = ColumnsAt(x + Left(item), x + Right(item));
-    if (fills) {
-        BeginFill(item.box->background, columns, row);
-    }
-    if (frames) {
-        BeginFrame(item.box, columns, row, true);
-    }
+    const Around around = BeginAround(item, x, row);
     std::uint32_t end = row;
     if (item.kind == InstanceKind::Container) {
         end = std::max(Place(item.children, x + item.x, row, isTopLevel), row + 1);
@@ -348,22 +298,14 @@ std::uint32_t XlsLayout::PlaceFilled(const Instance& item, double x, std::uint32
     } else if (item.table) {
         end = PlaceTable(item, x + item.x, row, isTopLevel);
     }
-    Around around;
-    if (fills) {
-        around.fill = m_fills.back().number;
-        m_fills.pop_back();
-    }
-    if (frames) {
-        around.frame = m_frames.back().number;
-        m_frames.pop_back();
-    }
+    LeaveAround(around);
     EndAround(around, end);
     m_around = around;
     return end;
 }
 
-// A line is the upper border of the cells below it.
-void XlsLayout::PlaceLine(const Instance& item, double x, std::uint32_t row) {
+// A line is the upper border of the cells below it, an upright one the left border of those beside it.
+void XlsLayout::PlaceLine(const Instance& item, double x, std::uint32_t firstRow, std::uint32_t lastRow) {
     layout::BoxStyle style;
     const bool upright = std::fabs(item.width) <= Near;
     if (item.box) {
@@ -375,10 +317,11 @@ void XlsLayout::PlaceLine(const Instance& item, double x, std::uint32_t row) {
     }
     const std::uint16_t xf = m_book.Style(std::make_shared<const layout::BoxStyle>(style), nullptr,
                                           layout::HAlign::General, 0, false);
-    m_sheet->Height(row, std::max(std::fabs(item.height), 3.0), true);
-    for (std::uint16_t column = columns.first; column <= columns.last; ++column) {
-        if (m_sheet->IsFree({row, row, column, column})) {
-            m_sheet->Put(row, {XlsCell::Blank, column, xf});
+    for (std::uint32_t row = firstRow; row <= (upright ? lastRow : firstRow); ++row) {
+        for (std::uint16_t column = columns.first; column <= columns.last; ++column) {
+            if (m_sheet->IsFree({row, row, column, column})) {
+                m_sheet->Put(row, {XlsCell::Blank, column, xf});
+            }
         }
     }
 }

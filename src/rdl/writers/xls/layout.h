@@ -59,13 +59,30 @@ class XlsLayout {
     struct Around {
         std::optional<std::size_t> fill, frame;
     };
+    // Begins the fill and the frame of an item; LeaveAround ends their effect on what is placed next.
+    Around BeginAround(const layout::Instance& item, double x, std::uint32_t row);
+    void LeaveAround(const Around& around);
     void EndAround(const Around& around, std::uint32_t row);
     void BeginSheet();
     // Each function places items from `row` on and returns the row after them. `isTopLevel`: no table is
     // around the items; tables are then streamed and may start new sheets.
     std::uint32_t Place(const std::vector<layout::Instance>& items, double x, std::uint32_t row,
                         bool isTopLevel);
-    std::uint32_t PlaceBand(const Items& band, double x, std::uint32_t row);
+    std::uint32_t PlaceBand(const Items& items, double x, std::uint32_t row);
+    // An item beside others; top and bottom are in the container of the band.
+    struct BandItem {
+        const layout::Instance* item;
+        double x;  // the left edge of its container
+        double top, bottom;
+        int inside;  // the rectangle around it, in the band; -1: none
+    };
+    static void Spread(const layout::Instance& item, double x, double y, int inside, int depth,
+                       std::vector<BandItem>& band);
+    template <typename Work>
+    void OverFills(const std::vector<BandItem>& band, const BandItem& item, Work place);
+    void PlaceOverRows(const std::vector<BandItem>& band, const Edges& lines,
+                       const std::vector<std::uint32_t>& rows);
+    Around PlaceInBand(const BandItem& placed, std::uint32_t row, bool overRows, std::uint32_t& after);
     std::uint32_t PlaceOne(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel);
     std::uint32_t PlaceTable(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel);
     std::uint32_t PlaceRow(const layout::TableInstance& table, const layout::TableRow& tableRow, double x,
@@ -80,7 +97,7 @@ class XlsLayout {
     double WidthOf(const XlsRange& range) const;
     bool IsTooNarrow(const layout::Instance& item, const XlsRange& range) const;
     void Mark(const layout::Instance& item, std::uint32_t row, std::uint16_t column);
-    void PlaceLine(const layout::Instance& item, double x, std::uint32_t row);
+    void PlaceLine(const layout::Instance& item, double x, std::uint32_t firstRow, std::uint32_t lastRow);
     std::uint32_t PlaceImage(const layout::Instance& item, double x, std::uint32_t row);
     // The image alone, without rows of its height.
     void PutImage(const layout::Instance& item, double x, std::uint32_t row);
