@@ -209,6 +209,25 @@ class Guides(GuideTest):
         self.assertEqual(text.strip(), "Larch & Sons")
         self.assertEqual([m["X-Envelope-To"] or m["To"] for m in self.mails()], ["ann@example.com"])
 
+    @unittest.skipUnless(POSTGRES, "PostgreSQL is not installed")
+    def test_team_store(self):
+        server = Postgres(locale="C.UTF-8", trusts_loopback=True)
+        self.addCleanup(server.close)
+        roles, = [text for kind, text in blocks(TOP / "docs/team-store.md") if kind == "sql"]
+        for statement in roles.split(";\n"):
+            if statement.strip():
+                server.sql(statement)
+        self.stand_in("pass", "echo unused\n")
+        self.words = {"Host=db;": "Host=127.0.0.1;Port=%d;" % server.port}
+        self.make_folder()
+        self.run_block("oxc-mail set Transport=outbox From=a@example.com; oxc-schedule add "
+                       "~/.local/share/oxbow-courier/samples/summary.rpt --to ann@example.com --at 07:00 --title Shared")
+        create, link = self.run_page("docs/team-store.md")
+        self.assertIn("rows to the store", create)
+        self.assertIn("Rights: a scheduler", link)
+        self.assertIn("Shared", self.run_block("oxc-schedule list"))
+        self.assertTrue((self.application / "PressroomLive.dat").read_text().startswith("Oxbow Courier store link 1\n"))
+
     def test_move(self):
         self.make_folder()
         self.run_block("oxc-mail set Transport=outbox From=a@example.com; oxc-schedule add "
