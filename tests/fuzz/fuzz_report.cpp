@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <memory>
 #include <optional>
 
 #include "fuzz/targets.h"
@@ -101,7 +102,7 @@ void Raising(Work work) {
 }  // namespace
 
 void RunDefinition(std::string_view input) {
-    Raising([&] { rdl::engine::LoadedReport(Nowhere, Open(input)); });
+    Raising([&] { rdl::engine::LoadedReport(Nowhere, std::make_shared<rdl::Definition>(Open(input))); });
 }
 
 std::size_t FormatCount() {
@@ -118,11 +119,11 @@ std::string WithFormat(std::string_view report, std::size_t choice) {
 
 void RunReport(std::string_view input) {
     Raising([&] {
-        rdl::Definition definition = Open(input);
-        if (!HoldsItsRows(definition)) {
+        const auto definition = std::make_shared<const rdl::Definition>(Open(input));
+        if (!HoldsItsRows(*definition)) {
             return;
         }
-        rdl::engine::LoadedReport report(Nowhere, std::move(definition));
+        rdl::engine::LoadedReport report(Nowhere, definition);
         // A mutation may well ask for a hundred thousand pages.
         report.SetBounds({std::chrono::seconds(5), std::chrono::seconds(5), 0});
         const std::optional<rdl::DocumentFormat> format = FormatOf(input);
