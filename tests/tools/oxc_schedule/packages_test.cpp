@@ -92,3 +92,20 @@ TEST_F(Packages, AreRefusedWithTheValueAndTheCause) {
               "A package has at most 20 reports");
     EXPECT_EQ(Sql("select count(*) from ReportBatch"), (Texts{"1"}));
 }
+
+TEST_F(Packages, LoseAReportAndGoWithTheLastOne) {
+    Output(Add);
+    EXPECT_EQ(Refusal("package remove-report Month", 2),
+              "package remove-report wants --report (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("package remove-report Month --report 3"), "The package \"Month\" has no report \"3\"");
+    EXPECT_EQ(Output("package remove-report Month --report 1"),
+              "Package 1, \"Month\", has no report \"1>sales.rpt\" any more.\n");
+    EXPECT_EQ(Sql("select DetailID from ReportBatchDtls union all select ParValue from ReportBatchPar"),
+              (Texts{"2"}));
+    EXPECT_EQ(
+        Output("package remove-report Month --report plain.rpt"),
+        "Package 1, \"Month\", has no report \"2>plain.rpt\" any more. It was the last one: the package is "
+        "removed.\n");
+    EXPECT_EQ(Sql("select ReportID from ReportBatch union all select ReportID from ReportBatchDtls"),
+              Texts{});
+}
