@@ -109,3 +109,18 @@ TEST_F(Packages, LoseAReportAndGoWithTheLastOne) {
     EXPECT_EQ(Sql("select ReportID from ReportBatch union all select ReportID from ReportBatchDtls"),
               Texts{});
 }
+
+// The package's mail and the alert about it fail for the same reason.
+TEST_F(Packages, FailedRunSaysOnceWhatTheBoxesSay) {
+    std::filesystem::create_directories(m_folder.Folder());
+    WriteBytes(m_folder.MailProfile(),
+               "[Profile]\nFrom=r@example.com\nTransport=smtp\nHost=127.0.0.1\nPort=1\n");
+    Output("package add P --report plain.rpt --output out --to a@example.com --at 06:00");
+    Output("options set --alert b@example.com");
+    const ScheduleOutcome outcome = Run("package run P");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(
+        outcome.complaint,
+        testing::EndsWith("\noxc-schedule: Your mailbox is over the limit or the Exchange Server is down! "
+                          "Sending mail failed\n"));
+}
