@@ -9,6 +9,7 @@
 #include "platform/base/paths.h"
 #include "platform/contracts/clock.h"
 #include "platform/posix/small_file.h"
+#include "scheduler/RunLog.h"
 #include "shared/Global.h"
 
 namespace Global {
@@ -28,7 +29,8 @@ void WritePollTrace() {
         const std::filesystem::path file = TraceFile();
         const std::filesystem::path fresh = file.string() + ".new";
         std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
-        out << std::to_string(TheClock().Moment().seconds) + " " + std::to_string(PollSeconds) + "\n";
+        out << std::to_string(TheClock().Moment().seconds) + " " + std::to_string(PollSeconds) + " " +
+                   std::to_string(RunLog::Instance().UndeliveredInPoll()) + "\n";
         out.close();
         if (out) {
             std::filesystem::rename(fresh, file);
@@ -46,13 +48,20 @@ std::optional<PollTrace> ReadPollTrace() {
     }
     PollTrace trace;
     const char* const end = text->data() + text->size();
-    const auto moment = std::from_chars(text->data(), end, trace.moment);
-    if (moment.ec != std::errc() || moment.ptr == end || *moment.ptr != ' ') {
+    const char* at = text->data();
+    const auto read = [&at, end](std::int64_t& number) {
+        const auto result = std::from_chars(at, end, number);
+        at = result.ptr;
+        return result.ec == std::errc() && at != end;
+    };
+    if (!read(trace.moment) || *at++ != ' ' || !read(trace.seconds)) {
         return std::nullopt;
     }
-    const auto seconds = std::from_chars(moment.ptr + 1, end, trace.seconds);
-    return seconds.ec == std::errc() && seconds.ptr != end && *seconds.ptr == '\n' ? std::optional(trace)
-                                                                                   : std::nullopt;
+    if (*at == ' ' && (++at == end || !read(trace.undelivered))) {
+        return std::nullopt;
+    }
+    // More numbers may follow in a later version.
+    return *at == '\n' || *at == ' ' ? std::optional(trace) : std::nullopt;
 }
 
 }  // namespace Global

@@ -11,6 +11,9 @@ namespace Global {
 struct PollTrace {
     std::int64_t moment = 0;   // the end of the last poll, in seconds since 1970-01-01 00:00 UTC
     std::int64_t seconds = 0;  // from one poll to the next
+    // Schedules whose mail failed in this poll, or whose format is not known: they leave no row in the
+    // history. A trace of an earlier version does not have it.
+    std::int64_t undelivered = 0;
 };
 
 // Writes the trace of a poll that ends now. A failure does not end the poll: the trace stays old, and the

@@ -44,6 +44,7 @@ void RunLog::PollBegins() {
     const std::lock_guard lock(m_mutex);
     m_pollBegin = Clock::now();
     m_hasRun = false;
+    m_undelivered = 0;
 }
 
 void RunLog::PollEnds() {
@@ -65,6 +66,11 @@ void RunLog::PollEnds() {
 bool RunLog::IsPolling() const {
     const std::lock_guard lock(m_mutex);
     return m_pollBegin.has_value();
+}
+
+std::int64_t RunLog::UndeliveredInPoll() const {
+    const std::lock_guard lock(m_mutex);
+    return m_undelivered;
 }
 
 void RunLog::Begins(RunKind kind, const std::string& reportID, const std::string& title) {
@@ -102,6 +108,7 @@ void RunLog::Delivered() {
 void RunLog::Undelivered() {
     const std::lock_guard lock(m_mutex);
     ++m_failed;
+    ++m_undelivered;
     Ended(journal::Level::Error, "run-failed", {NotDelivered()});
     journal::SetContext({});
 }

@@ -25,6 +25,8 @@ class RunLog {
     void PollBegins();
     void PollEnds();  // does nothing outside of a poll
     bool IsPolling() const;
+    // Returns how many runs of this poll, or of the last one, ended with Undelivered.
+    std::int64_t UndeliveredInPoll() const;
 
     void Begins(RunKind kind, const std::string& reportID, const std::string& title);
     void Delivered();
@@ -61,7 +63,7 @@ class RunLog {
     std::optional<DateValue> m_lastPoll;
     std::chrono::milliseconds m_lastPollTime{};
     bool m_hasRun = false;  // in this poll
-    std::int64_t m_delivered = 0, m_failed = 0;
+    std::int64_t m_delivered = 0, m_failed = 0, m_undelivered = 0;
 };
 
 }  // namespace Global

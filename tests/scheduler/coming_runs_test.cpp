@@ -23,7 +23,8 @@ Texts Runs(const std::string& frequency, const std::string& nextRun, const std::
     for (const Global::ComingRun& run :
          Global::ComingRuns({start, end, nextRun, "07:30", next}, CDate("2026-11-20 10:00"), CDate(until))) {
         texts.push_back(cmFunc::FormatDateText(run.moment) + " " + TimeText(run.moment) + " " +
-                        std::to_string(run.count) + (run.isDue ? "!" : ""));
+                        std::to_string(run.count) + (run.isDue ? "!" : "") +
+                        (run.isAtEveryPoll ? " at every poll" : ""));
     }
     return texts;
 }
@@ -49,6 +50,6 @@ TEST(ComingRuns, StayBetweenFirstAndLastDay) {
     EXPECT_EQ(Runs("Daily", "2026-11-01", "2026-12-20", "2026-11-01", "2026-11-19"), Texts{});
 }
 
-TEST(ComingRuns, EndAfterOneRunWithAnUnknownWord) {
-    EXPECT_EQ(Runs("WeekDays", "2026-11-21", "2026-12-20"), (Texts{"2026-11-21 07:30:00 1"}));
+TEST(ComingRuns, AreAtEveryPollWithAnUnknownWord) {
+    EXPECT_EQ(Runs("WeekDays", "2026-11-21", "2026-12-20"), (Texts{"2026-11-21 07:30:00 1 at every poll"}));
 }

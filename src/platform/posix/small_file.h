@@ -26,15 +26,14 @@ inline UniqueFd OpenRegularFile(const std::filesystem::path& path) {
     return file;
 }
 
-// Returns nullopt, with the reason in errno, if the file is missing, cannot be read or is larger than
-// `largest` bytes (EOVERFLOW).
-inline std::optional<std::string> ReadSmallFile(const std::filesystem::path& path, std::size_t largest) {
-    const UniqueFd file = OpenRegularFile(path);
+// Reads an open file to its end. Returns nullopt, with the reason in errno, if it is not open, cannot be read
+// or has more than `largest` bytes (EOVERFLOW).
+inline std::optional<std::string> ReadToEnd(int file, std::size_t largest) {
     std::string text;
     char buffer[16384];
-    ssize_t count = file.Get() < 0 ? -1 : 1;
+    ssize_t count = file < 0 ? -1 : 1;
     while (count > 0 && text.size() <= largest) {
-        count = read(file.Get(), buffer, sizeof buffer);
+        count = read(file, buffer, sizeof buffer);
         text.append(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
     }
     if (count > 0 || text.size() > largest) {
@@ -42,4 +41,9 @@ inline std::optional<std::string> ReadSmallFile(const std::filesystem::path& pat
         return std::nullopt;
     }
     return count == 0 ? std::optional(std::move(text)) : std::nullopt;
+}
+
+// The same for the regular file of this name.
+inline std::optional<std::string> ReadSmallFile(const std::filesystem::path& path, std::size_t largest) {
+    return ReadToEnd(OpenRegularFile(path).Get(), largest);
 }

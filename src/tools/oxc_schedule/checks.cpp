@@ -16,7 +16,6 @@
 #include "platform/contracts/clock.h"
 #include "platform/contracts/regional.h"
 #include "platform/mail/base/mail_errors.h"
-#include "platform/mail/book/address_book.h"
 #include "platform/mail/profile/mail_profile.h"
 #include "platform/posix/small_file.h"
 #include "shared/Global.h"
@@ -124,17 +123,6 @@ std::string ValueFor(const report::ParameterField& field, const NamedValues& giv
     return defaults.front();
 }
 
-mailer::AddressBook BookOfProfile() {
-    try {
-        return mailer::AddressBook(mailer::ReadMailProfile(mailer::MailProfilePath()).addressBook);
-    } catch (const RuntimeError& error) {
-        if (error.Number() != mailer::ErrNoProfile) {
-            throw;
-        }
-        return mailer::AddressBook({});  // addresses can be checked without a profile
-    }
-}
-
 DateValue DateOption(const CommandLine& line, const char* option, DateValue otherwise) {
     const auto text = line.Value(option);
     if (!text) {
@@ -220,6 +208,17 @@ NamedValues CheckedParameters(report::Report& report, const NamedValues& given, 
         values.emplace_back(field.Name(), WithoutMark(text));
     }
     return values;
+}
+
+mailer::AddressBook BookOfProfile() {
+    try {
+        return mailer::AddressBook(mailer::ReadMailProfile(mailer::MailProfilePath()).addressBook);
+    } catch (const RuntimeError& error) {
+        if (error.Number() != mailer::ErrNoProfile) {
+            throw;
+        }
+        return mailer::AddressBook({});  // addresses can be checked without a profile
+    }
 }
 
 std::string CheckedRecipients(const std::vector<std::string>& lists) {

@@ -9,6 +9,7 @@
 #include "execution/ExportFormat.h"
 #include "platform/contracts/dates.h"
 #include "platform/contracts/report_engine.h"
+#include "platform/mail/book/address_book.h"
 #include "tools/oxc_schedule/command_line.h"
 #include "tools/oxc_schedule/records.h"
 
@@ -43,6 +44,9 @@ report::Report& OpenReportFile(const std::string& path);
 // does not take and a parameter without a value are refused; a stored name that it does not have is left out.
 NamedValues CheckedParameters(report::Report& report, const NamedValues& given,
                               const NamedValues& stored = {});
+
+// Returns the address book of the mail profile, an empty one without a profile.
+mailer::AddressBook BookOfProfile();
 
 // Returns the list as it is stored, with ";" at its end. Refuses an empty list and a recipient that is
 // neither an address nor a name of the profile's address book.

@@ -49,6 +49,9 @@ constexpr std::array Commands = {
     CommandForm{"folder add", 1, 1, "in= json"},
     CommandForm{"folder rename", 2, 2, "json"},
     CommandForm{"folder remove", 1, 1, "json"},
+    CommandForm{"package remove-report", 0, Any, "id= report= json"},
+    CommandForm{"options show", 0, 0, "json"},
+    CommandForm{"options set", 0, 0, "poll= alert= json"},
     CommandForm{"export", 0, 1, "with-passwords json"},
     CommandForm{"import", 1, 1, "dry-run replace json"},
     CommandForm{"status", 0, 0, "warn= critical= since= json prometheus"},
@@ -101,11 +104,12 @@ const CommandForm& TakeCommand(const std::vector<std::string>& arguments, std::s
     if (const CommandForm* form = FindCommand(first)) {
         return *form;
     }
-    if (first != "package" && first != "folder") {
+    if (first != "package" && first != "folder" && first != "options") {
         throw ScheduleUsageError(Quoted(first) + " is no command");
     }
     if (arguments.size() < 2) {
-        throw ScheduleUsageError(first + " wants a command of its own, such as " + first + " list");
+        throw ScheduleUsageError(first + " wants a command of its own, such as " + first +
+                                 (first == "options" ? " show" : " list"));
     }
     at = 2;
     if (const CommandForm* form = FindCommand(first + " " + arguments[1])) {

@@ -25,6 +25,7 @@ void ShowComingRuns(const CommandLine& line);
 void AddPackage(const CommandLine& line);
 void SetPackage(const CommandLine& line);
 void RemovePackage(const CommandLine& line);
+void RemovePackageReport(const CommandLine& line);
 void RunStoredPackage(const CommandLine& line);
 void ListPackages(const CommandLine& line);
 void ShowPackage(const CommandLine& line);
@@ -33,6 +34,9 @@ void ListFolders(const CommandLine& line);
 void AddFolder(const CommandLine& line);
 void RenameStoredFolder(const CommandLine& line);
 void RemoveFolder(const CommandLine& line);
+
+void ShowOptions(const CommandLine& line);
+void SetOptions(const CommandLine& line);
 
 void ExportAll(const CommandLine& line);
 void ImportAll(const CommandLine& line);

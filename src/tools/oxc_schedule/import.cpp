@@ -42,7 +42,10 @@ struct Plan {
 
 std::string ReadFile(const std::string& name) {
     constexpr std::size_t Largest = 32 << 20;
-    const std::optional<std::string> text = ReadSmallFile(name, Largest);
+    // Unlike a settings file it may be a pipe.
+    const UniqueFd file(name == "-" ? dup(STDIN_FILENO)
+                                    : open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+    const std::optional<std::string> text = ReadToEnd(file.Get(), Largest);
     if (!text) {
         Refuse(name + ": " + SystemErrorText(errno));
     }

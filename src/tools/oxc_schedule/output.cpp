@@ -72,7 +72,7 @@ void PrintTable(const std::vector<std::vector<std::string>>& rows) {
 int CommandPrompts::Box(const std::string& text, int flags, const std::string& /*title*/) {
     if ((flags & vbInformation) == vbInformation) {
         m_information += WithoutControls(text) + "\n";
-    } else {
+    } else if (m_complaint.find(text) == std::string::npos) {
         m_complaint += (m_complaint.empty() ? "" : " ") + text;
     }
     constexpr int ButtonsMask = 15;

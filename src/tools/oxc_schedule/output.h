@@ -58,7 +58,7 @@ class CommandPrompts : public Prompts {
     int Box(const std::string& text, int flags, const std::string& title) override;
     std::string Input(const std::string& prompt, const std::string& title,
                       const std::string& preset) override;
-    // The texts of the boxes with a blank between them, or `otherwise` if there was none.
+    // The different texts of the boxes with a blank between them, or `otherwise` if there was none.
     std::string Complaint(const std::string& otherwise) const;
     // The texts of the information boxes, each on a line of its own.
     const std::string& Information() const { return m_information; }

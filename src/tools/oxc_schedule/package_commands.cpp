@@ -212,6 +212,31 @@ void RemovePackage(const CommandLine& line) {
     Tell(line, Shown(package) + " is removed.\n", Result(package));
 }
 
+// As the Desktop does: a package without reports goes, too.
+void RemovePackageReport(const CommandLine& line) {
+    const std::string named = RequiredOption(line, "report");
+    StoredPackage package;
+    std::string title;
+    InTransaction([&](ADODB::Connection& connection) {
+        package = FindPackage(line);
+        const PackageReport& report = FindReport(package, named);
+        title = report.title;
+        connection.Execute("delete from reportbatchdtls where DetailID = " + report.detailID);
+        connection.Execute("delete from reportbatchpar where DetailID = " + report.detailID);
+        if (package.reports.size() == 1) {
+            Global::DeletePackage(connection, package.id);
+        }
+    });
+    const bool isGone = package.reports.size() == 1;
+    QJsonObject result = Result(package);
+    result.insert("report", Json(title));
+    result.insert("removed", isGone);
+    Tell(line,
+         Shown(package) + " has no report " + Quoted(title) + " any more" +
+             (isGone ? ". It was the last one: the package is removed.\n" : ".\n"),
+         result);
+}
+
 void RunStoredPackage(const CommandLine& line) {
     const StoredPackage package = FindPackage(line);
     const CommandPrompts boxes;

@@ -2,6 +2,8 @@
 #include "tools/oxc_schedule/records.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 #include "platform/base/convert.h"
 #include "shared/Global.h"
@@ -117,11 +119,16 @@ std::vector<StoredSchedule> ReadSchedules(const std::string& condition) {
     std::vector<StoredSchedule> schedules;
     ForEachRow("select * from reportscheduler" + Where(condition) + " order by Parent, ReportTitle, ReportID",
                [&schedules](const ADODB::Recordset& row) { schedules.push_back(ScheduleOf(row)); });
+    std::map<std::string, NamedValues> values;
+    ForEachRow(
+        "select ReportID, ParName, ParValue from ReportParameter where ReportID in (select ReportID from "
+        "reportscheduler" +
+            Where(condition) + ") order by rowid",
+        [&values](const ADODB::Recordset& row) {
+            values[Text(row, "ReportID")].emplace_back(Text(row, "ParName"), Text(row, "ParValue"));
+        });
     for (StoredSchedule& schedule : schedules) {
-        ForEachRow("select * from ReportParameter where ReportID = " + schedule.id,
-                   [&schedule](const ADODB::Recordset& row) {
-                       schedule.parameters.emplace_back(Text(row, "ParName"), Text(row, "ParValue"));
-                   });
+        schedule.parameters = std::move(values[schedule.id]);
     }
     return schedules;
 }

@@ -75,7 +75,8 @@ int CodeOf(const Status& status, const CommandLine& line) {
     if (!status.poll || status.age > critical) {
         return 2;
     }
-    return status.age > warn || status.failures + status.packageFailures > 0 ? 1 : 0;
+    return status.age > warn || status.failures + status.packageFailures + status.poll->undelivered > 0 ? 1
+                                                                                                        : 0;
 }
 
 Status ReadStatus(const CommandLine& line) {
@@ -116,6 +117,8 @@ std::string PrometheusText(const Status& status) {
     if (status.poll) {
         text += Metric("oxc_last_poll_timestamp_seconds", "End of the last poll.", "", status.poll->moment);
         text += Metric("oxc_last_poll_age_seconds", "Time since the last poll.", "", status.age);
+        text += Metric("oxc_undelivered", "Schedules whose mail failed in the last poll.", "",
+                       status.poll->undelivered);
     }
     const std::string hours = "\",hours=\"" + std::to_string(status.hours) + "\"}";
     text +=
@@ -141,6 +144,7 @@ QJsonObject Describe(const Status& status) {
     if (status.poll) {
         object.insert("lastPoll", static_cast<qint64>(status.poll->moment));
         object.insert("age", static_cast<qint64>(status.age));
+        object.insert("undelivered", static_cast<qint64>(status.poll->undelivered));
     }
     QJsonArray claims;
     for (const ADODB::HeldClaim& claim : status.claims) {
@@ -163,6 +167,11 @@ std::string Sentence(const Status& status) {
                (status.isInFuture
                     ? " seconds in the future; the clock has been set back, and no poll has ended since.\n"
                     : " seconds ago.\n");
+    }
+    if (status.poll && status.poll->undelivered > 0) {
+        text +=
+            "Mails of schedules that failed in the last poll: " + std::to_string(status.poll->undelivered) +
+            ".\n";
     }
     text += "Failed runs in the last " + std::to_string(status.hours) +
             " hours: " + std::to_string(status.failures) + " of schedules, " +

@@ -21,10 +21,12 @@ std::string ScheduleUsage() {
       [--subject S] [--message M]
   package set NAME --report N -p NAME=VALUE...
   package list | show NAME | remove NAME | run NAME | history [NAME] [--limit N]
+  package remove-report NAME --report N   the package goes with its last report
   folder list | add NAME [--in F] | rename OLD NEW | remove NAME
+  options show | set [--poll SECONDS] [--alert WHO]
 
   export [FILE] [--with-passwords]      all folders, schedules and packages as JSON
-  import FILE [--dry-run] [--replace]   all of them or none
+  import FILE [--dry-run] [--replace]   all of them or none; - is standard input
   status [--warn SECONDS] [--critical SECONDS] [--since HOURS] [--prometheus]
 
   --folder F       the folder of the schedule; Desktop is the root

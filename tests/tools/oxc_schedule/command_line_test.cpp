@@ -90,9 +90,11 @@ TEST(ScheduleCommandLine, ReadsWholeNumbersInTheirRange) {
 
 TEST(ScheduleCommandLine, UsageNamesEveryCommand) {
     const std::string usage = tools::ScheduleUsage();
-    for (const char* word : {"add REPORT", "set NAME", "list |", "show NAME", "remove NAME", "run NAME",
-                             "next ", "history ", "package add", "package set", "folder list", "export ",
-                             "import ", "status ", "--dry-run", "--prometheus", "--with-passwords"}) {
+    for (const char* word :
+         {"init ",    "refresh NAME", "options show", "add REPORT",   "set NAME",
+          "list |",   "show NAME",    "remove NAME",  "run NAME",     "next ",
+          "history ", "package add",  "package set",  "folder list",  "export ",
+          "import ",  "status ",      "--dry-run",    "--prometheus", "--with-passwords"}) {
         EXPECT_THAT(usage, testing::HasSubstr(word));
     }
 }

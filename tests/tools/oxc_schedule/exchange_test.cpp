@@ -241,3 +241,15 @@ TEST_F(Exchange, RangeThatIsOverIsSaidAndBadDatesAreRefused) {
     EXPECT_EQ(Refusal("import in.json"),
               "The package \"P\", number 1 of the file: The output folder is empty");
 }
+
+TEST_F(Exchange, ImportReadsStandardInputAndPipes) {
+    Fill();
+    Output("export all.json");
+    const std::string text = ReadBytes(m_folder / "all.json");
+    const std::string kept =
+        "keep schedule \"Plain\" in the folder \"Desktop\"\nkeep schedule \"Sales\" in the folder \"Month\"\n"
+        "keep package \"Pack\"\n";
+    EXPECT_EQ(Output("import -", text), kept);
+    EXPECT_EQ(Output("import /dev/stdin", text), kept);
+    EXPECT_EQ(Refusal("import ."), ".: " + TextOfTheMachine(EISDIR));
+}

@@ -32,6 +32,8 @@ TEST_F(Json, EveryChangeIsAnObject) {
     EXPECT_EQ(Compact(Output("package set P --report 2 -p Year=2026 --json")),
               R"({"id":1,"name":"P","next":"2990-01-01","report":"2>sales.rpt"})");
     EXPECT_EQ(Compact(Output("package run P --json")), package);
+    EXPECT_EQ(Compact(Output("options set --poll 30 --json")), R"({"alert":"","poll":30})");
+    EXPECT_EQ(Compact(Output("options show --json")), R"({"alert":"","poll":30})");
     EXPECT_EQ(Compact(Output("export all.json --json")), R"({"file":"all.json"})");
     EXPECT_EQ(Compact(Output("package remove P --json")), package);
     EXPECT_EQ(Compact(Output("remove Other --json")),

@@ -92,3 +92,35 @@ TEST_F(Packages, AreRefusedWithTheValueAndTheCause) {
               "A package has at most 20 reports");
     EXPECT_EQ(Sql("select count(*) from ReportBatch"), (Texts{"1"}));
 }
+
+TEST_F(Packages, LoseAReportAndGoWithTheLastOne) {
+    Output(Add);
+    EXPECT_EQ(Refusal("package remove-report Month", 2),
+              "package remove-report wants --report (oxc-schedule --help tells more)");
+    EXPECT_EQ(Refusal("package remove-report Month --report 3"), "The package \"Month\" has no report \"3\"");
+    EXPECT_EQ(Output("package remove-report Month --report 1"),
+              "Package 1, \"Month\", has no report \"1>sales.rpt\" any more.\n");
+    EXPECT_EQ(Sql("select DetailID from ReportBatchDtls union all select ParValue from ReportBatchPar"),
+              (Texts{"2"}));
+    EXPECT_EQ(
+        Output("package remove-report Month --report plain.rpt"),
+        "Package 1, \"Month\", has no report \"2>plain.rpt\" any more. It was the last one: the package is "
+        "removed.\n");
+    EXPECT_EQ(Sql("select ReportID from ReportBatch union all select ReportID from ReportBatchDtls"),
+              Texts{});
+}
+
+// The package's mail and the alert about it fail for the same reason.
+TEST_F(Packages, FailedRunSaysOnceWhatTheBoxesSay) {
+    std::filesystem::create_directories(m_folder.Folder());
+    WriteBytes(m_folder.MailProfile(),
+               "[Profile]\nFrom=r@example.com\nTransport=smtp\nHost=127.0.0.1\nPort=1\n");
+    Output("package add P --report plain.rpt --output out --to a@example.com --at 06:00");
+    Output("options set --alert b@example.com");
+    const ScheduleOutcome outcome = Run("package run P");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(
+        outcome.complaint,
+        testing::EndsWith("\noxc-schedule: Your mailbox is over the limit or the Exchange Server is down! "
+                          "Sending mail failed\n"));
+}

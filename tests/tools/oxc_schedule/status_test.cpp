@@ -146,3 +146,16 @@ TEST_F(Status, WithoutAnAnswerIsTwoInEveryForm) {
         Refusal("status --warn soon", 2),
         "--warn wants a whole number from 1 to 31536000, not \"soon\" (oxc-schedule --help tells more)");
 }
+
+// A mail of an HTML report that fails leaves no row in the history.
+TEST_F(Status, MailsThatFailedInTheLastPollAreOne) {
+    Polled(5);
+    std::string trace = ReadBytes(m_folder / "app" / "PressroomLive.polled");
+    trace.insert(trace.size() - 1, " 2");
+    WriteBytes(m_folder / "app" / "PressroomLive.polled", trace);
+    const ScheduleOutcome outcome = Run("status");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.output, HasSubstr("\nMails of schedules that failed in the last poll: 2.\n"));
+    EXPECT_THAT(Run("status --prometheus").output, HasSubstr("\noxc_undelivered 2\n"));
+    EXPECT_THAT(Run("status --json").output, HasSubstr("\"undelivered\": 2"));
+}
