@@ -1,9 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/data/open_session.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstdint>
 #include <filesystem>
+#include <mutex>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "platform/base/paths.h"
 #include "platform/contracts/adodb.h"
@@ -14,6 +21,47 @@
 
 namespace {
 
+// What a file is as long as it exists: another file of its name or number differs.
+struct FileIdentity {
+    std::uint64_t device = 0, number = 0;
+    std::int64_t born = 0;
+    std::uint32_t bornNanoseconds = 0;
+    bool operator==(const FileIdentity&) const = default;
+};
+
+std::optional<FileIdentity> IdentityOf(const std::filesystem::path& file) {
+    struct statx status {};
+    if (statx(AT_FDCWD, file.c_str(), 0, STATX_INO | STATX_BTIME, &status) != 0) {
+        return std::nullopt;
+    }
+    return FileIdentity{std::uint64_t{status.stx_dev_major} << 32 | status.stx_dev_minor, status.stx_ino,
+                        status.stx_btime.tv_sec, status.stx_btime.tv_nsec};
+}
+
+// The files that were found to be databases. They must not be looked into again: the kernel drops all of a
+// process's locks on a file when the process closes any descriptor of it, and other processes would then take
+// the log of an open database away (How To Corrupt An SQLite Database File, section 2.2).
+class KnownDatabases {
+ public:
+    bool Holds(const FileIdentity& file) {
+        const std::lock_guard guard(m_mutex);
+        return std::find(m_files.begin(), m_files.end(), file) != m_files.end();
+    }
+    void Add(const FileIdentity& file) {
+        const std::lock_guard guard(m_mutex);
+        m_files.push_back(file);
+    }
+
+ private:
+    std::mutex m_mutex;
+    std::vector<FileIdentity> m_files;
+};
+
+KnownDatabases& Known() {
+    static KnownDatabases known;
+    return known;
+}
+
 // Returns nullopt for a file that is no link. A path that cannot be used is the other provider's to report.
 std::optional<Link> LinkIn(const std::string& file) {
     std::filesystem::path path;
@@ -22,7 +70,15 @@ std::optional<Link> LinkIn(const std::string& file) {
     } catch (const RuntimeError&) {
         return std::nullopt;
     }
-    return ReadLink(path);
+    const std::optional<FileIdentity> identity = IdentityOf(path);
+    if (!identity || Known().Holds(*identity)) {
+        return std::nullopt;
+    }
+    std::optional<Link> link = ReadLink(path);
+    if (!link) {
+        Known().Add(*identity);
+    }
+    return link;
 }
 
 }  // namespace

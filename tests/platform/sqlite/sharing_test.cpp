@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Two programs that use one data file.
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -51,6 +52,28 @@ class Sharing : public DataFixture {
         return written;
     }
 };
+
+// A process that closes a descriptor of the file loses its locks on it, and another program, which takes
+// itself for the last one, then deletes the log of the open database.
+TEST_F(Sharing, LooksAtTheFileLeaveTheLocksOfAnOpenConnection) {
+    const auto isLocked = [this] {
+        return ResultOf(InOtherProcess([this] {
+            struct flock lock {};
+            lock.l_type = F_WRLCK;  // of the whole file
+            const int file = open((m_folder / "live.dat").c_str(), O_RDWR | O_CLOEXEC);
+            return fcntl(file, F_GETLK, &lock) != 0 ? 2 : lock.l_type == F_UNLCK ? 0 : 1;
+        }));
+    };
+    ADODB::Connection held;
+    held.Open(m_data);
+    held.Execute("insert into History(ReportID) values(1)");
+    ASSERT_EQ(isLocked(), 1);
+    EXPECT_EQ(Single("select count(*) from History"), "1");
+    EXPECT_EQ(ADODB::StoreIdentity(m_data), m_data);
+    EXPECT_EQ(isLocked(), 1);
+    held.Close();
+    EXPECT_EQ(isLocked(), 0);
+}
 
 TEST_F(Sharing, TwoProcessesWriteWithoutErrorOrLostRow) {
     const bool isLong = std::getenv("OXC_LONG_TESTS") != nullptr;
