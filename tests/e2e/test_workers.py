@@ -132,7 +132,7 @@ class Limits(Workers):
         courier.start()
         courier.wait(lambda: courier.history(bad), what="row of the large report")
         self.assertEqual(self.rows_of(bad)[0],
-                         ("Failure", 'Data set "d", data source "db": the query is wrong: out of memory'))
+                         ("Failure", 'Data set "d", data source "db": there is not enough memory for the query'))
         courier.sql("delete from ReportScheduler where ReportID = ?", bad)
         later = courier.schedule()
         courier.wait(lambda: courier.history(later), what="row of the next schedule")
