@@ -241,6 +241,31 @@ TEST(Docx, BordersFillsAndDirectionsAreTheCells) {
                   "<w:textDirection w:val=\"btLr\"/><w:vAlign w:val=\"bottom\"/></w:tcPr>"));
 }
 
+layout::BoxStylePtr Backdrop(layout::Color color) {
+    auto style = std::make_shared<layout::BoxStyle>();
+    style->background = color;
+    return style;
+}
+
+// A body 500 points wide and 100 high.
+TEST(Docx, ABodysFillIsThatOfItsCellsAndGaps) {
+    Instance own = TextItem("own", 100);
+    own.box = Backdrop(0xFF00FF00);
+    auto report = SampleReport({TextItem("a"), own, TextItem("below", 0, 40)}, {TextItem("head")});
+    report->sections.front()->bodyStyle = Backdrop(0xFF000080);
+    report->sections.front()->page.headerStyle = Backdrop(0xFFFF0000);
+    const std::string docx = Docx(report);
+    const DocxRead document(ZipPart(docx, "word/document.xml"));
+    EXPECT_THAT(document.Texts("//w:tc/w:tcPr/w:shd/@w:fill"),
+                ElementsAre("000080", "00FF00", "000080", "000080", "000080"));
+    EXPECT_THAT(document.Texts("//w:body/w:p/w:pPr/w:shd/@w:fill"), ElementsAre("000080", "000080"));
+    EXPECT_THAT(document.Texts("//w:body/w:p[w:pPr/w:shd]/w:pPr/w:spacing/@w:line"),
+                ElementsAre("560", "960"));
+    EXPECT_EQ(document.Count("//w:tbl[sum(w:tblGrid/w:gridCol/@w:w) = 10000]"), 2);
+    const DocxRead header(ZipPart(docx, "word/header1.xml"));
+    EXPECT_THAT(header.Texts("//w:shd/@w:fill"), ElementsAre("FF0000", "FF0000", "FF0000"));
+}
+
 TEST(Docx, MeasuresAreInTwips) {
     layout::BoxStyle box;
     box.paddingLeft = 2;
