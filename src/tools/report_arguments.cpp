@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "platform/contracts/export_formats.h"
+#include "rdl/values/ascii.h"
 
 namespace tools {
 namespace {
@@ -92,6 +93,18 @@ class Parser {
         }
     }
 
+    void TakeRows(std::pair<std::string, std::string> rows) {
+        if (rows.second.empty()) {
+            throw UsageError("--rows \"" + rows.first + "=\" names no file");
+        }
+        for (const auto& [dataSet, file] : m_result.rows) {
+            if (rdl::EqualNoCase(dataSet, rows.first)) {
+                throw UsageError("--rows gives the data set \"" + dataSet + "\" twice");
+            }
+        }
+        m_result.rows.push_back(std::move(rows));
+    }
+
     void TakeOption(const std::string& option) {
         if (option == "-f") {
             m_result.format = FormatOf(ValueOf(option));
@@ -113,7 +126,7 @@ class Parser {
         } else if (option == "--data-source") {
             m_result.dataSources.push_back(DataSourceOf(ValueOf(option)));
         } else if (option == "--rows") {
-            m_result.rows.push_back(Assignment(option, ValueOf(option)));
+            TakeRows(Assignment(option, ValueOf(option)));
         } else if (option == "--pdf-a") {
             m_result.options.forArchive = true;
         } else if (option == "--tagged") {

@@ -105,6 +105,8 @@ TEST(ReportArguments, WhatMakesNoSenseIsAUsageError) {
         {"export", "a.rpt", "-f", "odt", "-o", "x"},
         {"export", "a.rpt", "-f", "pdf", "-o"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "-p", "novalue"},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--rows", "D="},
+        {"export", "a.rpt", "-f", "pdf", "-o", "x", "--rows", "D=a.csv", "--rows", "d=b.csv"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--password", "p"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--password-stdin"},
         {"export", "a.rpt", "-f", "pdf", "-o", "x", "--user", "ann", "--password", "p", "--password-stdin"},

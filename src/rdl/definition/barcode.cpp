@@ -46,12 +46,13 @@ const PropertyName* FindProperty(std::string_view name) {
     return FindNamed(Properties, Plain(mark == std::string_view::npos ? name : name.substr(mark + 1)));
 }
 
-void CheckSymbology(Context& context, const XmlElement& element, const Barcode& barcode) {
+// A value may be empty; without one the item is not finished.
+void CheckSymbology(Context& context, const XmlElement& element, const Barcode& barcode, bool hasValue) {
     const Expr& name = barcode.symbology;
     if (name.IsSet() && !name.IsExpression() && !FindSymbology(name.source)) {
         context.Fail(element, PlaceOf(element) + ", Symbology", "\"" + name.source + "\" is not known");
     }
-    if (!barcode.value.IsSet()) {
+    if (!hasValue) {
         context.Fail(element, PlaceOf(element), "the bar code has no value");
     }
 }
@@ -91,13 +92,15 @@ const SymbologyRow* FindSymbology(std::string_view name) {
 ItemPtr ReadBarcode(Context& context, const XmlElement& element, Extent container) {
     auto barcode = std::make_unique<Barcode>();
     ReadBasics(context, element, *barcode, container);
+    bool hasValue = false;
     for (const XmlElement& child : element.children) {
         if (const PropertyName* const property = FindProperty(child.name)) {
+            hasValue = hasValue || property->member == &Barcode::value;
             (*barcode).*(property->member) =
                 context.MakeExpr(child, PlaceOf(element) + ", " + std::string(child.name));
         }
     }
-    CheckSymbology(context, element, *barcode);
+    CheckSymbology(context, element, *barcode, hasValue);
     return barcode;
 }
 
@@ -108,10 +111,12 @@ ItemPtr ReadCustomItem(Context& context, const XmlElement& element, Extent conta
     }
     auto barcode = std::make_unique<Barcode>();
     ReadBasics(context, element, *barcode, container);
+    bool hasValue = false;
     if (const XmlElement* const properties = element.Child("CustomProperties")) {
         for (const XmlElement& child : properties->children) {
             const std::string name = child.ChildText("Name");
             if (const PropertyName* const property = FindProperty(name)) {
+                hasValue = hasValue || property->member == &Barcode::value;
                 (*barcode).*(property->member) =
                     context.ChildExpr(child, "Value", PlaceOf(element) + ", " + name);
             }
@@ -120,7 +125,7 @@ ItemPtr ReadCustomItem(Context& context, const XmlElement& element, Extent conta
     if (const SymbologyRow* const symbology = FindSymbology(type); symbology && !barcode->symbology.IsSet()) {
         barcode->symbology.source = symbology->name;
     }
-    CheckSymbology(context, element, *barcode);
+    CheckSymbology(context, element, *barcode, hasValue);
     return barcode;
 }
 

@@ -34,14 +34,36 @@ bool IsHtml(std::string_view text) {
            EqualNoCase(text.substr(0, Root.size()), Root);
 }
 
-// An object, or a list of objects, lists or texts.
+// The text after the comments and blanks at its beginning.
+std::string_view AfterComments(std::string_view text) {
+    constexpr std::string_view Begin = "<!--", End = "-->";
+    while (text.starts_with(Begin)) {
+        const std::size_t end = text.find(End, Begin.size());
+        if (end == std::string_view::npos) {
+            return {};
+        }
+        text = text.substr(end + End.size());
+        text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n\f"), text.size()));
+    }
+    return text;
+}
+
+// A list that begins with a number or a word: "[2024]" alone begins a file of settings too.
+bool IsJsonList(std::string_view text) {
+    const std::size_t end = text.find_first_not_of("0123456789+-.eEtrufalsn \t\r\n", 1);
+    return end != std::string_view::npos && end > 1 &&
+           (text[end] == ',' || (text[end] == ']' && Trimmed(text.substr(end + 1)).empty()));
+}
+
+// An object, or a list.
 bool IsJson(std::string_view text) {
     if (text[0] != '{' && text[0] != '[') {
         return false;
     }
     const std::size_t next = text.find_first_not_of(" \t\r\n", 1);
     return next != std::string_view::npos &&
-           std::string_view(text[0] == '{' ? "\"}" : "\"{[]").find(text[next]) != std::string_view::npos;
+           (std::string_view(text[0] == '{' ? "\"}" : "\"{[]").find(text[next]) != std::string_view::npos ||
+            (text[0] == '[' && IsJsonList(text)));
 }
 
 bool IsControl(char c) {
@@ -75,7 +97,7 @@ std::string DescribeIfNotXml(std::string_view bytes) {
         return bytes.size() <= head.size() ? "holds nothing but blanks" : "is plain text, not an RDL report";
     }
     if (head[first] == '<') {
-        return IsHtml(head.substr(first)) ? "is an HTML page, not an RDL report" : "";
+        return IsHtml(AfterComments(head.substr(first))) ? "is an HTML page, not an RDL report" : "";
     }
     return IsJson(head.substr(first)) ? "is JSON, not an RDL report" : "is plain text, not an RDL report";
 }

@@ -93,9 +93,13 @@ void ForEachText(const PlanList& items, const Visit& visit) {
 // One body with its margins. Plans live here because instances made later still need them.
 class BuiltSection final : public SectionInstance {
  public:
+    // `endsWithItems`: the space below the last item is none of the body.
     BuiltSection(const Section& definition, Planner& planner, const Programs& programs, Evaluator& evaluator,
-                 ItemBuilder& builder)
-        : m_evaluator(evaluator), m_builder(builder), m_body(planner.Items(definition.items)) {
+                 ItemBuilder& builder, bool endsWithItems)
+        : m_evaluator(evaluator),
+          m_builder(builder),
+          m_body(planner.Items(definition.items)),
+          m_endsWithItems(endsWithItems) {
         evaluator.Enter({});
         const auto styleOf = [&](const Style& source, const char* what) {
             BoxStylePlan plan;
@@ -122,6 +126,12 @@ class BuiltSection final : public SectionInstance {
     void MakeItems() {
         m_evaluator.Enter({});
         items = m_builder.FillAll(m_body);
+        if (m_endsWithItems) {
+            bodyHeight = 0;
+            for (const Instance& item : items) {
+                bodyHeight = std::max({bodyHeight, item.y, item.y + item.height});
+            }
+        }
     }
 
     std::vector<Instance> Header(const PageFacts& facts) override { return Fill(m_header, facts); }
@@ -182,6 +192,7 @@ class BuiltSection final : public SectionInstance {
     Evaluator& m_evaluator;
     ItemBuilder& m_builder;
     PlanList m_body, m_header, m_footer;
+    const bool m_endsWithItems;
 };
 
 class BuiltReport final : public ReportInstance {
@@ -205,7 +216,8 @@ class BuiltReport final : public ReportInstance {
         Planner planner(m_programs);
         std::vector<BuiltSection*> built;
         for (const Section& section : definition.sections) {
-            auto made = std::make_unique<BuiltSection>(section, planner, m_programs, m_evaluator, m_builder);
+            auto made = std::make_unique<BuiltSection>(section, planner, m_programs, m_evaluator, m_builder,
+                                                       definition.consumeContainerWhitespace);
             built.push_back(made.get());
             sections.push_back(std::move(made));
         }

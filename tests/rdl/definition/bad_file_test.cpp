@@ -42,12 +42,15 @@ TEST(BadReportFile, OtherBinaryFileIsNamed) {
 
 TEST(BadReportFile, PlainTextIsNamed) {
     EXPECT_THAT(ErrorOf("Dear Ann,\nhello"), HasSubstr("plain text"));
-    EXPECT_THAT(ErrorOf("{not json}"), HasSubstr("plain text"));
-    for (const char* page :
-         {"\xEF\xBB\xBF\n<!DOCTYPE html><html/>", "<!doctype HTML public>", "<HTML><p>x"}) {
+    for (const char* text : {"{not json}", "[2024]\nkey=1", "[1] A note", "[, 1]"}) {
+        EXPECT_THAT(ErrorOf(text), HasSubstr("plain text")) << text;
+    }
+    for (const char* page : {"\xEF\xBB\xBF\n<!DOCTYPE html><html/>", "<!doctype HTML public>", "<HTML><p>x",
+                             "  <!-- x --><HTML>", "<!-- a --> <!-- b -->\n<!DOCTYPE html>"}) {
         EXPECT_THAT(ErrorOf(page), HasSubstr("sales.rpt is an HTML page, not an RDL report")) << page;
     }
-    for (const char* json : {"{\"a\": 1}", " [ {} ]", "{}", "[\"a\"]"}) {
+    for (const char* json :
+         {"{\"a\": 1}", " [ {} ]", "{}", "[\"a\"]", "[1,2]", "[ -1.5e3 ]", "[true, null]"}) {
         EXPECT_THAT(ErrorOf(json), HasSubstr("sales.rpt is JSON, not an RDL report")) << json;
     }
 }

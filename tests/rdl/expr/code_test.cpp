@@ -291,6 +291,12 @@ TEST(Code, FunctionsNeedNoPrefixUnlessABuiltInOneHasTheirName) {
     EXPECT_EQ(refusal("=Greting(\"Ann\")"),
               "Here: the name \"Greting\" is not known; the nearest is \"Code.greeting\", at character 2");
     EXPECT_EQ(refusal("=secret"), "Here: the name \"secret\" is not known, at character 2");
+    EXPECT_EQ(
+        refusal("=Code.Greting(\"Ann\")"),
+        "Here: the code of the report has no function \"greting\"; the nearest is \"Code.greeting\", at "
+        "character 7");
+    EXPECT_EQ(refusal("=Code.Other(1)"),
+              "Here: the code of the report has no function \"other\", at character 7");
 }
 
 }  // namespace

@@ -88,6 +88,24 @@ TEST(ExpressionNames, ConstantsMayHaveEmptyBrackets) {
               "Here: \"vbTab\" is a constant, which takes no arguments, at character 6");
 }
 
+TEST(ExpressionNames, BracketsMayFollowAPropertyButNotAConstantOrAGlobal) {
+    EXPECT_EQ(Show("=Fields!Name.Value()"), "Smith");
+    EXPECT_EQ(Show("=Fields!Name.Value().ToUpper()"), "SMITH");
+    EXPECT_EQ(Show("=Parameters!Region.Value() & Parameters!Years.Count()"), "North2");
+    EXPECT_EQ(Refusal("=True()"), "Here: \"True\" takes no brackets, at character 2");
+    EXPECT_EQ(Refusal("=IIf(true(), 1, 2)"), "Here: \"true\" takes no brackets, at character 6");
+    EXPECT_EQ(Refusal("=Nothing()"), "Here: \"Nothing\" takes no brackets, at character 2");
+    EXPECT_EQ(Refusal("=Globals!PageNumber()"), "Here: \"PageNumber\" takes no brackets, at character 10");
+    EXPECT_EQ(Refusal("=User!UserID()"), "Here: \"UserID\" takes no brackets, at character 7");
+}
+
+TEST(ExpressionNames, TheNameOfAFieldAloneShowsHowItIsAskedFor) {
+    EXPECT_EQ(Refusal("=Sum(Name)"),
+              "Here: the name \"Name\" is not known; the nearest is \"Fields!Name.Value\", at character 6");
+    EXPECT_EQ(Refusal("=[Name]"),
+              "Here: the name \"Name\" is not known; the nearest is \"Fields!Name.Value\", at character 2");
+}
+
 TEST(ExpressionNames, AnUnknownNameShowsTheNearestKnownOne) {
     EXPECT_EQ(Refusal("=Lefft(\"a\", 1)"),
               "Here: the name \"Lefft\" is not known; the nearest is \"left\", at character 2");

@@ -2,12 +2,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "rdl/layout/report_kit.h"
 #include "rdl/raises.h"
 
 namespace rdl::layout {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -127,6 +130,38 @@ TEST(BackgroundImage, AnUnknownNameFromAnExpressionEndsTheRun) {
                         Sales({}));
                 }),
                 HasSubstr("Image \"T\": the report has no embedded image \"none\""));
+}
+
+// The body of the reports here is 100 points high.
+TEST(BodyFill, IsAsHighAsTheBodyUnlessItsSpaceIsConsumed) {
+    const auto filled = [](const std::string& items, bool consumes) {
+        std::string report = Report(items);
+        report.insert(report.find("</Body>"), "<Style><BackgroundColor>Navy</BackgroundColor></Style>");
+        if (consumes) {
+            report.insert(report.find("<DataSources>"),
+                          "<ConsumeContainerWhitespace>true</ConsumeContainerWhitespace>");
+        }
+        const auto kit = BuildKit(report, Sales(Many(20)));
+        std::vector<double> heights;
+        for (const Page& page : PagesOf(kit).pages) {
+            for (const RectOp& area : Of<RectOp>(page)) {
+                if (area.color == 0xFF000080) {
+                    heights.push_back(std::round(area.height));
+                }
+            }
+        }
+        return heights;
+    };
+    const std::string box =
+        Box("T", "x", "<Top>10pt</Top><Left>0pt</Left><Height>20pt</Height><Width>90pt</Width>");
+    EXPECT_THAT(filled(box, false), ElementsAre(100));
+    EXPECT_THAT(filled(box, true), ElementsAre(30));
+    EXPECT_THAT(filled("", false), ElementsAre(100));
+    // 20 rows of 20 points on pages of 300; the body has 80 points below its table.
+    const std::string table =
+        Tablix(1, RowOf(Cell("V", "x")), "<TablixMember><Group Name=\"D\"/></TablixMember>");
+    EXPECT_THAT(filled(table, false), ElementsAre(300, 180));
+    EXPECT_THAT(filled(table, true), ElementsAre(300, 100));
 }
 
 std::vector<RectOp> GradientOf(const std::string& type) {

@@ -180,7 +180,7 @@ TEST(Barcode, EverySymbologyDrawsAValueOfItsKind) {
 }
 
 TEST(Barcode, NoValueDrawsNothing) {
-    for (const char* value : {"=Nothing", "=\"\""}) {
+    for (const char* value : {"=Nothing", "=\"\"", ""}) {
         const Drawn drawn = DrawnCode(ValueOf(value));
         EXPECT_TRUE(drawn.Content().ops.empty()) << value;
     }

@@ -53,5 +53,27 @@ TEST(ChartTicks, SmallMarksAreThereByThemselves) {
     EXPECT_EQ(lines(true, true) + lines(false, false), lines(true, false) + lines(false, true));
 }
 
+// The charts here are 300 points wide.
+TEST(ChartTicks, LongNumbersStayInTheChart) {
+    for (const char* type : {"Bar", "Column", "Radar", "Polar"}) {
+        ChartParts parts;
+        const bool isCircle = std::string(type) == "Radar" || std::string(type) == "Polar";
+        parts.type = isCircle ? "Polar" : type;
+        parts.subtype = std::string(type) == "Radar" ? "Radar" : "Plain";
+        parts.values = "<Y>=Sum(Fields!Amount.Value) * 1E30</Y>";
+        parts.valueAxis = "<Style><Format>C2</Format></Style>";
+        const Drawn drawn = Draw(parts, Sales({{"North", "", 9'000'000}, {"South", "", -9'000'000}}));
+        ASSERT_FALSE(drawn.Letters().empty()) << type;
+        for (const TextOp& text : drawn.Letters()) {
+            double width = 0;
+            for (std::uint32_t i = 0; i < text.glyphCount; ++i) {
+                width += static_cast<double>(drawn.Content().glyphs[text.firstGlyph + i].advance);
+            }
+            EXPECT_GE(text.x, 0) << type;
+            EXPECT_LE(text.x + width, 300) << type;
+        }
+    }
+}
+
 }  // namespace
 }  // namespace rdl::layout

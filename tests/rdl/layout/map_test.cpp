@@ -232,16 +232,16 @@ TEST(Map, ShapesComeFromTheGroupsOfADataRegion) {
     EXPECT_EQ(ReachText(map.Of<PathOp>().at(1)), "2960 1960 3040 2040");
 }
 
-TEST(Map, AShapeThatCannotBeReadNamesTheMapAndTheLayer) {
+TEST(Map, AShapeThatCannotBeReadNamesTheMapTheLayerAndTheRow) {
     EXPECT_EQ(ErrorRaisedBy([] {
                   DrawMapOf(
                       MapOf(MapLayerOf("Point",
                                        "<MapSpatialDataSet><DataSetName>Data</DataSetName><SpatialField>"
                                        "Product</SpatialField></MapSpatialDataSet>")),
-                      Sales({{"North", "POINT (0)", 1}}))
+                      Sales({{"East", "POINT (1 2)", 1}, {"North", "POINT (0)", 1}}))
                       .Item();
               }),
-              "Map \"World\", layer \"Areas\": its text should have a number at character 9");
+              "Map \"World\", layer \"Areas\": row 2: its text should have a number at character 9");
     EXPECT_EQ(ErrorRaisedBy([] {
                   DrawMapOf(MapOf(
                       MapLayerOf("Polygon", "<MapShapefile><Source>world.shp</Source></MapShapefile>")));

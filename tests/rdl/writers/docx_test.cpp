@@ -389,28 +389,6 @@ TEST(Docx, DocumentMapIsATableOfContents) {
     EXPECT_EQ(document.Count("//w:p/w:pPr/w:sectPr/w:headerReference"), 0);
 }
 
-TEST(Docx, ALabelIsTheHeadingOfTheCellThatShowsIt) {
-    auto table = NumberedRows(3);
-    table->make = [](std::size_t i, TableRow& row) {
-        AddCell(row, TextItem("No. " + std::to_string(i)));
-        AddCell(row, TextItem(i == 0 ? "North" : "Tea"));
-        AddCell(row, TextItem("x"));
-        row.labels = i == 0   ? std::vector<layout::MapLabel>{{"North", 0}}
-                     : i == 1 ? std::vector<layout::MapLabel>{{"Tea", 1}, {"Nowhere", 1}}
-                              : std::vector<layout::MapLabel>();
-    };
-    table->columnWidths = {80, 60, 60};
-    const DocxRead document = Document({TableItem(table)});
-    EXPECT_THAT(document.Texts("//w:tc/w:p[w:pPr/w:pStyle/@w:val='Heading1']"), ElementsAre("North"));
-    EXPECT_THAT(document.Texts("//w:tc/w:p[w:pPr/w:pStyle/@w:val='Heading2']"), ElementsAre("Tea"));
-    EXPECT_THAT(document.Texts("//w:hyperlink/@w:anchor"), ElementsAre("_Toc1", "_Toc2", "_Toc3"));
-    for (const char* name : {"_Toc1", "_Toc2", "_Toc3"}) {
-        EXPECT_EQ(document.Count(std::string("//w:bookmarkStart[@w:name='") + name + "']"), 1) << name;
-    }
-    // What no cell shows is a hidden entry in the row's first cell.
-    EXPECT_THAT(document.Texts("//w:p[w:bookmarkStart/@w:name='_Toc3']"), ElementsAre("No. 1"));
-}
-
 TEST(Docx, WithoutLabelsThereIsNoTableOfContents) {
     EXPECT_EQ(Document({TextItem("a")}).Count("//w:instrText"), 0);
 }

@@ -35,6 +35,19 @@ TEST(Rtf, ASectionWithoutHeaderHasNotTheOneBefore) {
     EXPECT_EQ(document.Count("headerf"), 0);
 }
 
+// A body 500 points wide and 100 high.
+TEST(Rtf, ABodysFillIsThatOfItsCellsAndGaps) {
+    auto report = SampleReport({TextItem("a"), TextItem("below", 0, 40)});
+    auto style = std::make_shared<layout::BoxStyle>();
+    style->background = 0xFF000080;
+    report->sections.front()->bodyStyle = style;
+    const std::string rtf = Rtf(report);
+    EXPECT_EQ(Count(rtf, "\\clcbpat"), 4U);  // a cell and the rest of its row, twice
+    EXPECT_EQ(Count(rtf, "\\cbpat"), 2U);    // between the items and below them
+    EXPECT_EQ(Count(rtf, "\\red0\\green0\\blue128"), 1U);
+    EXPECT_EQ(Count(Rtf(SampleReport({TextItem("a")})), "cbpat"), 0U);
+}
+
 TEST(Rtf, ATitlePageWithoutHeaderHasNotTheOneBefore) {
     auto report = SampleReport({TextItem("first")}, {TextItem("Head")});
     auto next = SampleReport({TextItem("second")}, {TextItem("Head")});

@@ -63,14 +63,24 @@ class Search {
     std::string m_nearest;
 };
 
+void TryOwn(const CodeFunctions& code, Search& search) {
+    for (const std::string& name : code.FunctionNames()) {
+        search.Try(name, "Code.");
+    }
+}
+
 }  // namespace
+
+std::string NearestOwn(std::string_view lower, const CodeFunctions& code) {
+    Search search(lower);
+    TryOwn(code, search);
+    return search.Nearest();
+}
 
 std::string NearestName(std::string_view lower, const CodeFunctions* code) {
     Search search(lower);
     if (code) {
-        for (const std::string& name : code->FunctionNames()) {
-            search.Try(name, "Code.");
-        }
+        TryOwn(*code, search);
     }
     for (const auto& [name, kind] : AggregateNames) {
         search.Try(name);

@@ -13,6 +13,8 @@ class CodeFunctions;
 // of the code of the report (`code` may be null). Empty if none is near: a typing error or two, by the
 // length.
 std::string NearestName(std::string_view lower, const CodeFunctions* code);
+// The same among the functions of the code of the report alone.
+std::string NearestOwn(std::string_view lower, const CodeFunctions& code);
 // The same for a member of a value, without its point.
 std::string NearestMember(std::string_view lower);
 

@@ -291,10 +291,12 @@ NodePtr Parser::FromWord() {
     if (!token.escaped) {
         if (token.lower == "true" || token.lower == "false") {
             Take();
+            RefuseBrackets(token);
             return std::make_unique<LiteralNode>(Value::Boolean(token.lower == "true"));
         }
         if (token.lower == "nothing" || token.lower == "null") {
             Take();
+            RefuseBrackets(token);
             return std::make_unique<LiteralNode>(Value());
         }
         if (token.lower == "new") {

@@ -45,6 +45,8 @@ class Parser {
     const Token& Peek(std::size_t ahead = 0) const;
     const Token& Take();
     bool TakeSymbol(std::string_view symbol);
+    void TakeEmptyBrackets();  // Basic lets them follow a property
+    void RefuseBrackets(const Token& token) const;
     bool TakeWord(std::string_view word);
     void Expect(std::string_view symbol);
     std::string Name(const char* what);

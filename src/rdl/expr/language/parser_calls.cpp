@@ -141,7 +141,10 @@ void Parser::FailUnknown(const Token& token, std::string name) const {
         name += "." + Peek(at + 1).text;
     }
     const std::string what = "the name \"" + name + "\" is not known";
-    const std::string near = m_context.assemblies.empty() ? NearestName(Lower(name), m_context.code) : "";
+    std::string near = m_context.assemblies.empty() ? NearestName(Lower(name), m_context.code) : "";
+    if (m_context.FieldSlot(m_context.dataSet, name)) {
+        near = "Fields!" + name + ".Value";
+    }
     FailAt(token, what + (near.empty() ? NotLoaded() : "; the nearest is \"" + near + "\""));
 }
 

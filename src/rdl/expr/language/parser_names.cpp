@@ -4,6 +4,7 @@
 
 #include "rdl/expr/language/code_functions.h"
 #include "rdl/expr/language/names.h"
+#include "rdl/expr/language/near_name.h"
 #include "rdl/expr/language/nodes.h"
 #include "rdl/expr/language/parser.h"
 #include "rdl/expr/language/reach.h"
@@ -127,6 +128,19 @@ std::string Parser::Property() {
     return "value";
 }
 
+void Parser::TakeEmptyBrackets() {
+    if (Peek().Is("(") && Peek(1).Is(")")) {
+        Take();
+        Take();
+    }
+}
+
+void Parser::RefuseBrackets(const Token& token) const {
+    if (Peek().Is("(")) {
+        FailAt(token, "\"" + token.text + "\" takes no brackets");
+    }
+}
+
 NodePtr Parser::Fields() {
     NodePtr computed;
     const Token& token = Peek(1);
@@ -149,6 +163,7 @@ NodePtr Parser::Fields() {
     const Token& at = Peek(1);
     const std::string property = Property();
     if (property == "value") {
+        TakeEmptyBrackets();
         return std::make_unique<FieldNode>(*slot);
     }
     if (property == "ismissing") {
@@ -227,6 +242,7 @@ NodePtr Parser::Parameters() {
         property.lower == "ismultivalue") {
         Take();
         Take();
+        TakeEmptyBrackets();
     }
     if (property.lower == "label") {
         return MakeAsk(
@@ -267,6 +283,7 @@ NodePtr Parser::Globals(bool user) {
             Take();
             Take();
         }
+        RefuseBrackets(token);
         return GlobalValue(asked);
     }
     FailAt(token, std::string("there is no ") + (user ? "User!" : "Globals!") + name);
@@ -341,7 +358,9 @@ NodePtr Parser::CodeCall(const Token& token, const std::string& lower) {
     std::string why = "the report has no code of its own";
     NodePtr node = m_context.code ? m_context.code->Use(lower, std::move(arguments), why) : nullptr;
     if (!node) {
-        FailAt(token, why + NotLoaded());
+        const std::string near =
+            m_context.code && m_context.assemblies.empty() ? NearestOwn(lower, *m_context.code) : "";
+        FailAt(token, why + (near.empty() ? NotLoaded() : "; the nearest is \"" + near + "\""));
     }
     m_facts.pageGlobals = m_facts.pageGlobals || m_context.code->UsesPageGlobals();
     m_facts.reportItems = m_facts.reportItems || m_context.code->UsesReportItems();

@@ -191,6 +191,15 @@ class Pages final : public PageStream {
         return std::clamp(static_cast<int>(std::min(fitting, 1000.0)), 1, section.page.columns);
     }
 
+    // The space that a body has below its last item, as defined.
+    static double Below(const SectionInstance& section) {
+        double below = section.bodyHeight;
+        for (const Instance& item : section.items) {
+            below = std::min(below, section.bodyHeight - std::max(item.y, item.y + item.height));
+        }
+        return std::max(below, 0.0);
+    }
+
     bool FillColumns(SectionInstance& section, const Rect& area, Page& page) {
         bool done = false;
         const PageSetup& setup = section.page;
@@ -213,7 +222,8 @@ class Pages final : public PageStream {
             done = outcome.done;
             if (section.bodyStyle) {
                 const double width = std::min(section.bodyWidth, area.width);
-                const double height = std::clamp(outcome.used, 0.0, area.height);
+                const double height =
+                    std::clamp(outcome.used + (done ? Below(section) : 0.0), 0.0, area.height);
                 m_painter.FillReserved(background, {x, area.y, width, height}, *section.bodyStyle);
                 m_painter.Borders({x, area.y, width, height}, *section.bodyStyle);
             }

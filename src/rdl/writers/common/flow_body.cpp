@@ -21,20 +21,34 @@ constexpr double Separator = 1.0;  // the height of a paragraph that only keeps 
 
 }  // namespace
 
-void FlowBody::Body(const std::vector<Instance>& items) {
+FlowBody::Backdrop::Backdrop(const layout::BoxStylePtr& style, double backdropWidth, double backdropHeight)
+    : color(style ? style->background : layout::Transparent), width(backdropWidth), height(backdropHeight) {}
+
+void FlowBody::Body(const std::vector<Instance>& items, const Backdrop& backdrop) {
+    m_backdrop = backdrop;
     m_breaks = true;
     m_hasContent = m_breakPending = false;
     m_last = Last::Nothing;
-    Block(items, {});
+    const double end = Block(items, {});
     m_breaks = false;
+    if (IsFilled({}) && backdrop.height - end > Near) {
+        Blank(backdrop.height - end, Alone({}));
+    }
     EndOfSection(Separator);
 }
 
-void FlowBody::Margin(const std::vector<Instance>& items, double height) {
+void FlowBody::Margin(const std::vector<Instance>& items, double height, const Backdrop& backdrop) {
+    m_backdrop = backdrop;
     m_last = Last::Nothing;
     const double end = Block(items, {});
-    Blank(std::max(height - end, Separator), {});
+    Blank(std::max(height - end, Separator), Alone({}));
     m_last = Last::Nothing;
+}
+
+FlowPlace FlowBody::Alone(const Place& place) const {
+    FlowPlace alone{place.level};
+    alone.background = IsFilled(place) ? m_backdrop.color : layout::Transparent;
+    return alone;
 }
 
 // Bands are what lies beside each other; they follow one below the other.
@@ -89,6 +103,11 @@ std::vector<FlowBody::BandOf> FlowBody::Bands(const Items& sorted, const Place& 
             band.bottom = std::max(band.bottom, next.bottom);
             band.left = std::min(band.left, next.left);
             band.right = std::max(band.right, next.right);
+        }
+        if (IsFilled(place)) {  // across the whole body
+            band.left = std::min(band.left, 0.0);
+            band.right = std::max(band.right, m_backdrop.width);
+            band.touches = true;
         }
         bands.push_back(std::move(band));
     }
@@ -153,7 +172,7 @@ void FlowBody::Grid(const BandOf& band, const Place& place) {
     }
     BeginTable(grid.ColumnLines(), false);
     for (std::size_t i = 0; i < grid.RowCount(); ++i) {
-        Row(grid.Row(i), place);
+        Row(Filled(grid.Row(i), place), place);
     }
     EndTable();
     m_last = Last::Grid;
@@ -166,7 +185,7 @@ double FlowBody::Gap(double height, bool table, const Place& place) {
         return 0;
     }
     const double actual = std::max(height, Separator);
-    Blank(actual, {place.level});
+    Blank(actual, Alone(place));
     m_last = Last::Paragraph;
     return actual - std::max(height, 0.0);
 }
@@ -194,6 +213,16 @@ void FlowBody::Row(const FlowRow& row, const Place& place) {
     }
     EndRow(level, nested);
     PieceWritten();
+}
+
+// A body has no fill of its own in a text document: its cells have it.
+FlowRow FlowBody::Filled(FlowRow row, const Place& place) const {
+    for (FlowCell& cell : row.cells) {
+        if (IsFilled(place) && cell.background >> 24 == 0) {
+            cell.background = m_backdrop.color;
+        }
+    }
+    return row;
 }
 
 void FlowBody::Cell(const FlowCell& cell, const FlowRow& row, int level, bool& nested) {
@@ -240,7 +269,7 @@ void FlowBody::Table(const Instance& item, const Place& place) {
         return;
     }
     if (!item.table->noRowsMessage.empty()) {
-        Message(*item.table, {place.level});
+        Message(*item.table, Alone(place));
         m_last = Last::Paragraph;
         m_hasContent = true;
         return;
@@ -275,7 +304,7 @@ void FlowBody::TableRow(const Instance& item, FlowTablix& rows, std::size_t inde
         BeginTable(rows.ColumnLines(), item.table->rightToLeft);
         RepeatRows(item, rows, index, place);
     }
-    const FlowRow row = rows.Make(breaks);
+    const FlowRow row = Filled(rows.Make(breaks), place);
     for (std::size_t i = 0; i < source.labels.size() && rows.ShownColumns().first == 0; ++i) {
         Label(source.labels[i], row);
     }
@@ -293,7 +322,7 @@ void FlowBody::RepeatRows(const Instance& item, FlowTablix& rows, std::size_t in
     FlowTablix heading(item, place.x, rows.ShownColumns());
     for (const std::size_t i : repeated) {
         heading.Fetch(i);
-        Row(heading.Make(false), place);
+        Row(Filled(heading.Make(false), place), place);
     }
 }
 

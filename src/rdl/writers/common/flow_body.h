@@ -17,11 +17,18 @@ class FlowTablix;
 class FlowBody {
  public:
     virtual ~FlowBody() = default;
+    // What a body, header or footer has behind its items; lengths are points.
+    struct Backdrop {
+        Backdrop() = default;
+        Backdrop(const layout::BoxStylePtr& style, double backdropWidth, double backdropHeight);
+        layout::Color color = layout::Transparent;
+        double width = 0, height = 0;
+    };
     // Writes the body of a section with its page breaks. Raises rdl::Error naming an item that cannot be
     // shown.
-    void Body(const std::vector<layout::Instance>& items);
+    void Body(const std::vector<layout::Instance>& items, const Backdrop& backdrop);
     // Writes a header or footer of `height` points.
-    void Margin(const std::vector<layout::Instance>& items, double height);
+    void Margin(const std::vector<layout::Instance>& items, double height, const Backdrop& backdrop);
 
  protected:
     FlowBody() = default;
@@ -80,6 +87,9 @@ class FlowBody {
     double Band(const BandOf& band, const Place& place);
     void Grid(const BandOf& band, const Place& place);
     double Gap(double height, bool table, const Place& place);
+    bool IsFilled(const Place& place) const { return place.level == 0 && m_backdrop.color >> 24; }
+    // The place of a paragraph that stands alone.
+    FlowPlace Alone(const Place& place) const;
     bool Breaks(const Place& place) const { return place.level == 0 && m_breaks && m_hasContent; }
     void Break();
 
@@ -87,9 +97,11 @@ class FlowBody {
     void TableRow(const layout::Instance& item, FlowTablix& rows, std::size_t index, const Place& place);
     void RepeatRows(const layout::Instance& item, FlowTablix& rows, std::size_t index, const Place& place);
     void Row(const FlowRow& row, const Place& place);
+    FlowRow Filled(FlowRow row, const Place& place) const;
     void Cell(const FlowCell& cell, const FlowRow& row, int level, bool& nested);
     void Nested(const layout::Instance& item, int level);
 
+    Backdrop m_backdrop;
     Last m_last = Last::Nothing;
     bool m_breaks = false;      // page breaks apply here
     bool m_hasContent = false;  // there is content before a page break

@@ -21,9 +21,10 @@ layout::Color OnPaper(layout::Color color);
 
 // The position of a paragraph.
 struct FlowPlace {
-    int level = 0;             // nesting level of its table; 0: none
-    bool keepNext = false;     // keep on one page with the next paragraph
-    bool rightToLeft = false;  // of the table around it
+    int level = 0;                                   // nesting level of its table; 0: none
+    bool keepNext = false;                           // keep on one page with the next paragraph
+    bool rightToLeft = false;                        // of the table around it
+    layout::Color background = layout::Transparent;  // of the body that it is in, without a table around it
 };
 
 // The measures of a paragraph, in points, as its lines see them: left is the side where a line that runs from

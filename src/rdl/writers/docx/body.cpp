@@ -12,9 +12,9 @@ constexpr std::size_t PieceSize = 64u << 10;
 
 }  // namespace
 
-void DocxBody::Section(const std::vector<Instance>& items, const std::string& end) {
+void DocxBody::Section(const std::vector<Instance>& items, const Backdrop& backdrop, const std::string& end) {
     m_end = end;
-    Body(items);
+    Body(items, backdrop);
 }
 
 void DocxBody::Flush() {

@@ -23,7 +23,8 @@ class DocxBody final : public FlowBody {
     // Appends trusted elements.
     void Raw(std::string_view xml) { m_out += xml; }
     // Writes the body of a section whose last paragraph has these properties: those of the section, or none.
-    void Section(const std::vector<layout::Instance>& items, const std::string& end);
+    void Section(const std::vector<layout::Instance>& items, const Backdrop& backdrop,
+                 const std::string& end);
     // Moves pending output to the spool.
     void Flush();
 

@@ -119,6 +119,13 @@ void AppendRun(std::string_view text, const std::string& properties, std::string
     out += "</w:r>";
 }
 
+// Shading (17.3.1.31).
+void AppendBackground(const FlowPlace& place, std::string& out) {
+    if (place.background >> 24) {
+        out += "<w:shd w:val=\"clear\" w:color=\"auto\" w:fill=\"" + DocxColor(place.background) + "\"/>";
+    }
+}
+
 // A hidden entry for the table of contents (17.16.5.67 TC).
 void AppendEntry(const std::string& label, int level, std::string& out) {
     std::string quoted;
@@ -220,6 +227,7 @@ bool DocxParagraphs::Begin(const Look& look, const FlowPlace& place, const std::
     out += "<w:p><w:pPr>";
     out += style.empty() ? "" : "<w:pStyle w:val=\"" + style + "\"/>";
     out += place.keepNext ? "<w:keepNext/>" : "";
+    AppendBackground(place, out);
     out += isStyled ? "" : look.paragraph + "<w:rPr>" + look.letters + "</w:rPr>";
     out += "</w:pPr>";
     return isStyled;
@@ -228,6 +236,7 @@ bool DocxParagraphs::Begin(const Look& look, const FlowPlace& place, const std::
 void DocxParagraphs::Blank(double height, const FlowPlace& place, const std::string& end, std::string& out) {
     out += "<w:p><w:pPr>";
     out += place.keepNext ? "<w:keepNext/>" : "";
+    AppendBackground(place, out);
     out += "<w:spacing";
     AppendTwipsAttribute("w:line", std::max(height, 1.0), out);
     out += std::string(" w:lineRule=\"exact\"/><w:rPr>") + TinyLetters + "</w:rPr>" + end + "</w:pPr>";

@@ -27,7 +27,7 @@ class Writer {
  private:
     // The parts at the margins of the document's sections are numbered from 1; number 0 is empty.
     std::string AddMargin(const char* kind, std::size_t number, const std::vector<Instance>& items,
-                          double height);
+                          const FlowBody::Backdrop& backdrop);
     DocxMargins AddMargins(layout::SectionInstance& section, std::size_t number);
     // Writes the sections. Returns the properties of the last one.
     std::string WriteSections(DocxBody& body);
@@ -42,14 +42,14 @@ class Writer {
 };
 
 std::string Writer::AddMargin(const char* kind, std::size_t number, const std::vector<Instance>& items,
-                              double height) {
+                              const FlowBody::Backdrop& backdrop) {
     const std::string name = kind + std::to_string(number) + ".xml";
     const std::string element = std::string(kind) == "header" ? "w:hdr" : "w:ftr";
     DocxRelations relations;
     Spool spool;
     DocxBody body(m_document, relations, nullptr, spool);
     body.Raw(std::string(XmlDeclaration) + "<" + element + DocxNamespaces() + ">");
-    body.Margin(items, height);
+    body.Margin(items, backdrop.height, backdrop);
     body.Raw("</" + element + ">");
     body.Flush();
     m_archive.Add("word/" + name, spool);
@@ -70,8 +70,10 @@ DocxMargins Writer::AddMargins(layout::SectionInstance& section, std::size_t num
     if (page.footerHeight > 0) {
         footer = section.Footer({});
     }
-    margins.header = AddMargin("header", number, header, page.headerHeight);
-    margins.footer = AddMargin("footer", number, footer, page.footerHeight);
+    margins.header =
+        AddMargin("header", number, header, {page.headerStyle, section.bodyWidth, page.headerHeight});
+    margins.footer =
+        AddMargin("footer", number, footer, {page.footerStyle, section.bodyWidth, page.footerHeight});
     if (HasTitlePage(page)) {
         margins.firstHeader = page.headerOnFirst ? margins.header : noHeader;
         margins.firstFooter = page.footerOnFirst ? margins.footer : noFooter;
@@ -86,7 +88,8 @@ std::string Writer::WriteSections(DocxBody& body) {
         const DocxMargins margins = AddMargins(section, i + 1);
         properties = SectionProperties(PaperOf(section), margins);
         const bool isLast = i + 1 == m_report.sections.size();
-        body.Section(section.items, isLast ? "" : properties);
+        body.Section(section.items, {section.bodyStyle, section.bodyWidth, section.bodyHeight},
+                     isLast ? "" : properties);
     }
     return properties;
 }
@@ -112,8 +115,8 @@ void Writer::Write(Output& output) {
     m_archive.Add("docProps/core.xml", DocxProperties(info, m_options.nowTicks));
     m_relations.Add("styles", "styles.xml");
     m_relations.Add("settings", "settings.xml");
-    AddMargin("header", 0, {}, 0);
-    AddMargin("footer", 0, {}, 0);
+    AddMargin("header", 0, {}, {});
+    AddMargin("footer", 0, {}, {});
     Spool text;
     DocxBody body(m_document, m_relations, &m_contents, text);
     const std::string lastSection = WriteSections(body);

@@ -57,7 +57,7 @@ void RtfBody::Message(const layout::TableInstance& table, const FlowPlace& place
 
 void RtfBody::Blank(double height, const FlowPlace& place) {
     BeginParagraph();
-    RtfParagraphs::Blank(height, place, m_out);
+    m_paragraphs.Blank(height, place, m_out);
 }
 
 void RtfBody::Mark(const Instance& item) {

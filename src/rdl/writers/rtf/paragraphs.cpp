@@ -13,17 +13,6 @@ using layout::Instance;
 using layout::ParagraphInstance;
 using layout::RunInstance;
 
-void AppendPlace(const FlowPlace& place, std::string& out) {
-    out += "\\pard\\plain";
-    if (place.level > 0) {
-        out += "\\intbl";
-        if (place.level > 1) {
-            AppendWord("\\itap", place.level, out);
-        }
-    }
-    out += place.keepNext ? "\\keepn" : "";
-}
-
 void AppendNonZero(const char* word, double points, std::string& out) {
     if (points != 0) {
         AppendTwips(word, points, out);
@@ -39,6 +28,20 @@ void AppendWithFields(std::string_view text, std::string& out) {
 }
 
 }  // namespace
+
+void RtfParagraphs::AppendPlace(const FlowPlace& place, std::string& out) {
+    out += "\\pard\\plain";
+    if (place.level > 0) {
+        out += "\\intbl";
+        if (place.level > 1) {
+            AppendWord("\\itap", place.level, out);
+        }
+    }
+    out += place.keepNext ? "\\keepn" : "";
+    if (place.background >> 24) {
+        AppendWord("\\cbpat", m_styles.Color(place.background), out);
+    }
+}
 
 void RtfParagraphs::Blank(double height, const FlowPlace& place, std::string& out) {
     AppendPlace(place, out);

@@ -23,14 +23,15 @@ class RtfParagraphs {
     // Appends the message of a table without rows as one paragraph.
     void Message(const layout::TableInstance& table, const FlowPlace& place, std::string& out);
     // Appends an empty paragraph of exactly `height` points.
-    static void Blank(double height, const FlowPlace& place, std::string& out);
+    void Blank(double height, const FlowPlace& place, std::string& out);
     // Appends the item's bookmark, if any, before the text that follows.
     void Bookmark(const layout::Instance& item, std::string& out);
 
  private:
+    void AppendPlace(const FlowPlace& place, std::string& out);
     void Paragraph(const layout::Instance& item, const layout::ParagraphInstance& paragraph,
                    const FlowPlace& place, std::string& out);
-    static void Format(const FlowMeasures& measures, const FlowPlace& place, std::string& out);
+    void Format(const FlowMeasures& measures, const FlowPlace& place, std::string& out);
     // `looksAsParagraph`: the run's style is the one that the paragraph begins with. `isLinked`: a link of
     // the item encloses the run.
     struct RunPlace {

@@ -80,10 +80,10 @@ void AppendSection(const PageSetup& page, bool titlePage, std::string& out) {
     out += titlePage ? "\\titlepg\n" : "\n";
 }
 
-void WriteMargin(const std::string& word, const std::vector<layout::Instance>& items, double height,
-                 RtfBody& body) {
+void WriteMargin(const std::string& word, const std::vector<layout::Instance>& items,
+                 const FlowBody::Backdrop& backdrop, RtfBody& body) {
     body.Raw("{" + word + " ");
-    body.Margin(items, height);
+    body.Margin(items, backdrop.height, backdrop);
     body.Raw("\\par}\n");
 }
 
@@ -94,16 +94,17 @@ class Margins {
     explicit Margins(const char* word) : m_word(word) {}
     // Writes those of the next section. `onFirst` says whether its first page has one; no value: the first
     // page is like all others.
-    void Write(const std::vector<layout::Instance>& items, double height, std::optional<bool> onFirst,
-               RtfBody& body) {
+    void Write(const std::vector<layout::Instance>& items, const FlowBody::Backdrop& backdrop,
+               std::optional<bool> onFirst, RtfBody& body) {
+        const double height = backdrop.height;
         if (height > 0 || m_hasOther) {
-            WriteMargin(m_word, items, height, body);
+            WriteMargin(m_word, items, backdrop, body);
             m_hasOther = height > 0;
         }
         const bool hasFirst = height > 0 && onFirst.value_or(false);
         if (hasFirst || (onFirst && m_hasFirst)) {
             WriteMargin(m_word + "f", hasFirst ? items : std::vector<layout::Instance>(),
-                        hasFirst ? height : 0, body);
+                        hasFirst ? backdrop : FlowBody::Backdrop(), body);
             m_hasFirst = hasFirst;
         }
     }
@@ -126,11 +127,13 @@ void WriteMargins(layout::SectionInstance& section, bool titlePage, DocumentMarg
     if (page.headerHeight > 0) {
         header = section.Header({});
     }
-    margins.headers.Write(header, page.headerHeight, onFirst(page.headerOnFirst), body);
+    margins.headers.Write(header, {page.headerStyle, section.bodyWidth, page.headerHeight},
+                          onFirst(page.headerOnFirst), body);
     if (page.footerHeight > 0) {
         footer = section.Footer({});
     }
-    margins.footers.Write(footer, page.footerHeight, onFirst(page.footerOnFirst), body);
+    margins.footers.Write(footer, {page.footerStyle, section.bodyWidth, page.footerHeight},
+                          onFirst(page.footerOnFirst), body);
 }
 
 void WriteSection(layout::SectionInstance& section, DocumentMargins& margins, RtfBody& body) {
@@ -140,7 +143,7 @@ void WriteSection(layout::SectionInstance& section, DocumentMargins& margins, Rt
     AppendSection(page, titlePage, words);
     body.Raw(words);
     WriteMargins(section, titlePage, margins, body);
-    body.Body(section.items);
+    body.Body(section.items, {section.bodyStyle, section.bodyWidth, section.bodyHeight});
 }
 
 }  // namespace

@@ -197,8 +197,10 @@ void ValueAxis(const CirclePlot& plot, std::size_t index) {
             plot.canvas.Line(spot, {spot.x + side * TickLength, spot.y}, axis.majorTicks.border);
         }
         if (axis.labels && HasTexts(plot)) {
-            plot.canvas.Text(TickText(axis, scale, tick, false, false, *plot.data.culture), *axis.style,
-                             {spot.x + side * (TickLength + Gap / 2), spot.y},
+            const double x = spot.x + side * (TickLength + Gap / 2);
+            const std::string text = TickText(axis, scale, tick, false, false, *plot.data.culture);
+            const double most = axis.opposite ? plot.room.Right() - x : x - plot.room.x;
+            plot.canvas.Text(Shortened(text, *axis.style, most), *axis.style, {x, spot.y},
                              {axis.opposite ? 0.0 : 1.0, 0.5});
         }
     }
@@ -242,7 +244,7 @@ std::vector<PathOp::Segment> CirclePlot::Outline(double share) const {
 }
 
 void PlaceCircle(CirclePlot& plot, const Rect& room) {
-    Rect rest = room;
+    Rect rest = plot.room = room;
     Titles(plot, rest);
     Spokes(plot);
     plot.reaches = StackRows(plot.area);

@@ -15,6 +15,7 @@ struct CirclePlot {
     const ChartData& data;
     const ChartAreaData& area;
     Canvas& canvas;
+    Rect room = {};
     Spot center = {};
     double radius = 0;
     bool polygon = false;   // grid lines have corners at the spokes

@@ -112,8 +112,13 @@ void Labels(const Edge& edge, const ChartTickLabels& labels, const std::vector<d
             ? Canvas::LineHeight(*edge.axis.style) / 2 * std::abs(std::cos(labels.degrees * 0.017453293))
             : 0;
     for (std::size_t i = 0; i < std::min(shares.size(), labels.texts.size()); i += labels.every) {
-        canvas.Text(labels.texts[i], *edge.axis.style, edge.On(shares[i], TickLength + Gap / 2 + turned),
-                    AnchorOf(edge, labels.degrees), labels.degrees);
+        Spot spot = edge.On(shares[i], TickLength + Gap / 2 + turned);
+        if (edge.level && labels.degrees == 0) {  // one at an end of the axis stays in the chart
+            const Rect& room = edge.plot.room;
+            const double half = Canvas::Measure(labels.texts[i], *edge.axis.style).width / 2;
+            spot.x = std::max(std::min(spot.x, room.Right() - half), room.x + half);
+        }
+        canvas.Text(labels.texts[i], *edge.axis.style, spot, AnchorOf(edge, labels.degrees), labels.degrees);
     }
 }
 

@@ -31,6 +31,7 @@ struct ChartPlot {
     std::vector<Scale> values = {};  // by value axis
     std::vector<std::vector<ChartReach>> reaches = {};
     // Set by PlaceAxes.
+    Rect room = {};     // of the plot with its axes
     bool bare = false;  // the axes would leave no room: the plot has none
     ChartTickLabels categoryLabels = {};
     std::vector<ChartTickLabels> valueLabels = {};

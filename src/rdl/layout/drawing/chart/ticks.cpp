@@ -39,7 +39,10 @@ void FitUpright(double spacing, double most, const CharStyle& style, ChartTickLa
 }
 
 // Below a level axis numbers stay level.
-void FitNumbers(double spacing, const CharStyle& style, ChartTickLabels& labels) {
+void FitNumbers(double spacing, double most, const CharStyle& style, ChartTickLabels& labels) {
+    for (std::string& text : labels.texts) {
+        text = Shortened(text, style, most);
+    }
     const Extents largest = Largest(labels.texts, style);
     labels.every = EveryFor(largest.width + style.size, spacing);
     labels.thick = largest.height;
@@ -89,7 +92,7 @@ ChartTickLabels CategoryLabels(const ChartPlot& plot, double length, double most
             labels.texts.push_back(TickText(axis, plot.numbers, tick, false, plot.dates, *plot.data.culture));
         }
         spacing = length / static_cast<double>(std::max<std::size_t>(labels.texts.size(), 2) - 1);
-        FitNumbers(spacing, *axis.style, labels);
+        FitNumbers(spacing, length * LargestShare, *axis.style, labels);
         return labels;
     }
     labels.texts = plot.data.categories;
@@ -115,7 +118,8 @@ ChartTickLabels ValueLabels(const ChartPlot& plot, std::size_t index, double len
             TickText(axis, scale, tick, IsPercent(plot.area, index), false, *plot.data.culture));
     }
     const double spacing = length / static_cast<double>(std::max<std::size_t>(labels.texts.size(), 2) - 1);
-    plot.swapped ? FitNumbers(spacing, *axis.style, labels) : FitUpright(spacing, most, *axis.style, labels);
+    const auto fit = plot.swapped ? FitNumbers : FitUpright;
+    fit(spacing, most, *axis.style, labels);
     return labels;
 }
 
@@ -157,7 +161,7 @@ bool ChartPlot::IsShown(std::size_t valueAxis) const {
 }
 
 void PlaceAxes(ChartPlot& plot, const Rect& room) {
-    plot.inside = room;
+    plot.room = plot.inside = room;
     plot.bare = false;
     constexpr int Passes = 2;  // scales depend on the room that their own texts leave
     for (int pass = 0; pass < Passes; ++pass) {
@@ -167,8 +171,7 @@ void PlaceAxes(ChartPlot& plot, const Rect& room) {
         plot.valueLabels.clear();
         for (std::size_t i = 0; i < plot.area.valueAxes.size(); ++i) {
             plot.values.push_back(ValueScale(plot.area, i, plot.reaches, along));
-            plot.valueLabels.push_back(
-                ValueLabels(plot, i, along, (plot.swapped ? room.height : room.width) * LargestShare));
+            plot.valueLabels.push_back(ValueLabels(plot, i, along, room.width * LargestShare));
         }
         const ChartAxisData& category = plot.area.categoryAxes.front();
         if (plot.scattered) {

@@ -105,6 +105,23 @@ class ShapeLoader {
         }
     }
 
+    spatial::Geometry GeometryOf(const Value& value) const {
+        if (value.kind() == Kind::Bytes) {
+            return spatial::ReadBinary(value.AsText(), m_allowance);
+        }
+        if (value.IsText()) {
+            return spatial::ReadText(value.AsText(), m_allowance);
+        }
+        if (value.IsError()) {
+            throw Error(WithoutMarks(value.AsText()));
+        }
+        if (!value.IsNull()) {
+            throw Error("the value " + WithoutMarks(ToText(value, m_culture)) + " is no shape");
+        }
+        return {};
+    }
+
+    // An error names the row of the region, from 1.
     spatial::Shapes FromRegion() {
         spatial::Shapes shapes;
         for (const auto& [name, value] : m_layer.sourceFields) {
@@ -114,15 +131,10 @@ class ShapeLoader {
             Enter(ScopeOf(m_layer.source, leaf));
             m_allowance.TakeShape();
             spatial::Shapes::Shape shape;
-            const Value value = m_styles.Get(m_layer.vectorData);
-            if (value.kind() == Kind::Bytes) {
-                shape.geometry = spatial::ReadBinary(value.AsText(), m_allowance);
-            } else if (value.IsText()) {
-                shape.geometry = spatial::ReadText(value.AsText(), m_allowance);
-            } else if (value.IsError()) {
-                throw Error(WithoutMarks(value.AsText()));
-            } else if (!value.IsNull()) {
-                throw Error("the value " + WithoutMarks(ToText(value, m_culture)) + " is no shape");
+            try {
+                shape.geometry = GeometryOf(m_styles.Get(m_layer.vectorData));
+            } catch (const Error& error) {
+                throw Error("row " + std::to_string(shapes.shapes.size() + 1) + ": " + error.what());
             }
             for (const auto& [name, field] : m_layer.sourceFields) {
                 shape.values.push_back(m_styles.Get(field));
