@@ -108,7 +108,7 @@ report::Report& OpenReportToRun(const std::string& path) {
     if (!RunEngine) {
         RunEngine = report::CreateRunEngine();
     }
-    CurrentReport = RunEngine->OpenReport(path);
+    CurrentReport = RunEngine->OpenReport(ReportOnThisMachine(ConnectionString, path));
     return *CurrentReport;
 }
 

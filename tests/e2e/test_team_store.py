@@ -329,7 +329,7 @@ class TeamStore(unittest.TestCase):
         self.assertEqual(refused, [])
         self.wait(lambda: self.due() == 0, 120, "every run")
         self.assertEqual(self.server.rows("select ErrMsg from ReportHistory where Status <> 'Success'"), [])
-        self.assertEqual([member.said() for member in self.members[:3]], ["", "", ""])
+        self.assertEqual([member.sentences() for member in self.members[:3]], ["", "", ""])
         mailed = self.mailed()
         self.assertEqual({title: mailed[title] for title in made}, dict.fromkeys(made, 1))
         self.assertEqual(self.server.rows("select count(distinct Parent) from ReportScheduler where Parent like 'F%'"), [("2",)])

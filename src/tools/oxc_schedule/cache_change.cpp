@@ -4,7 +4,10 @@
 #include <algorithm>
 
 #include "dialogs/ReportCache.h"
+#include "platform/base/journal.h"
 #include "platform/base/paths.h"
+#include "platform/contracts/shared_store.h"
+#include "shared/Global.h"
 
 namespace tools {
 namespace {
@@ -23,6 +26,16 @@ bool SetAside(const fs::path& copy, const fs::path& aside) {
         fs::copy_file(copy, aside);  // a file system without hard links
     }
     return true;
+}
+
+// A store that several machines share got the new copy as well.
+void KeepInStore(const fs::path& copy) noexcept {
+    try {
+        KeepReport(Global::ConnectionString, paths::FromMachine(copy));
+    } catch (const RuntimeError& error) {
+        Journal("The store has another copy of \"" + copy.filename().string() + "\" than this machine. " +
+                error.Description());
+    }
 }
 
 }  // namespace
@@ -55,6 +68,7 @@ void CacheChange::PutBack() noexcept {
     for (const Former& former : m_former) {
         if (former.isThere) {
             fs::rename(former.aside, former.copy, ignored);
+            KeepInStore(former.copy);
         } else {
             fs::remove(former.copy, ignored);
         }
