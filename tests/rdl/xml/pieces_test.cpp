@@ -16,7 +16,7 @@ class Taken : public Apart {
         return path.back() == "rows" ? Part::Children : path.back() == "text" ? Part::Text : Part::None;
     }
     void TakeChildren(Document& piece, const Element& parent) override {
-        root = std::string(piece.root.name) + piece.root.AttributeOf("of").data();
+        root = std::string(piece.root.name).append(piece.root.AttributeOf("of"));
         EXPECT_EQ(parent.name, "rows");
         for (const Element& child : parent.children) {
             children += std::string(child.name) + "=" + std::string(child.text) + ";";
