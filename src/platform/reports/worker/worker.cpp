@@ -211,6 +211,9 @@ void Worker::ReadSome() {
 // Waits until the socket can be used. In short slices: a program that was stopped for an hour, or a machine
 // that slept, has waited for one of them only.
 void Worker::Await(short events) {
+    if (m_process.Socket() < 0) {
+        FailEnded();  // a post that failed has closed it
+    }
     pollfd socket{m_process.Socket(), events, 0};
     while (true) {
         const int ready = poll(&socket, 1, static_cast<int>(Slice.count()));

@@ -78,6 +78,22 @@ TEST_F(WorkerLifetime, ProcessThatEndsBetweenRunsIsReplaced) {
     EXPECT_EQ(Children(), 1);
 }
 
+// The report that was open is closed by a message that nobody reads any more. Nothing waits for its answer:
+// with this patience the test would not end.
+TEST_F(WorkerLifetime, ProcessThatEndsUnderAnOpenReportIsReplacedAtOnce) {
+    Settings settings = Usual();
+    settings.patience = std::chrono::hours(1);
+    const auto engine = CreateWorkerEngine(settings);
+    auto kept = engine->OpenReport(Path("people.rpt"));
+    const pid_t first = OneChild();
+    kill(first, SIGKILL);
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    kept.reset();
+    OpenAndClose(*engine);
+    EXPECT_NE(OneChild(), first);
+    EXPECT_EQ(Children(), 1);
+}
+
 TEST_F(WorkerLifetime, SignalsOfATerminalAreForTheProgramOnly) {
     const auto engine = CreateWorkerEngine(Usual());
     OpenAndClose(*engine);
