@@ -31,6 +31,8 @@ constexpr std::size_t LargestFile = 16U << 20U;
 constexpr std::string_view AutostartKey =
     "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 constexpr std::string_view AutostartName = "OXC";
+// The settings of a service are here. What is in its folder autostart, the desktops of all users start.
+constexpr std::string_view MachineConfiguration = "/etc";
 
 bool IsOneLine(std::string_view text) {
     return std::none_of(text.begin(), text.end(), [](unsigned char character) { return character < ' '; });
@@ -161,7 +163,7 @@ long RegistryFile::RegSetValueExA(Handle handle, const std::string& name, std::u
         // A scheduler that is a service is started by its unit. An entry of the desktop would start a second
         // one.
         if (type == REG_SZ && SameText(key->second, AutostartKey) && SameText(name, AutostartName) &&
-            !ServiceManager::Instance().IsThere()) {
+            !ServiceManager::Instance().IsThere() && Folder().parent_path() != MachineConfiguration) {
             WriteAutostart(Folder().parent_path() / "autostart", std::string(AutostartName),
                            std::string_view(bytes).substr(0, bytes.find('\0')));
         }
