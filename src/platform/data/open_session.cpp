@@ -14,7 +14,7 @@
 
 #include "platform/base/paths.h"
 #include "platform/contracts/adodb.h"
-#include "platform/data/provider/connection_string.h"
+#include "platform/data_provider/connection_string.h"
 #include "platform/postgresql/link.h"
 #include "platform/postgresql/postgresql_session.h"
 #include "platform/sqlite/sqlite_session.h"

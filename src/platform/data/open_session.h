@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/data/provider/session.h"
+#include "platform/data_provider/session.h"
 
 // Opens the data that "Data Source=" names: an embedded database, or the server that a link names.
 std::unique_ptr<DataSession> OpenDataSession(const std::string& connectionString);

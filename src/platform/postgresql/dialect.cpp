@@ -9,8 +9,8 @@
 #include "platform/contracts/clock.h"
 #include "platform/contracts/regional.h"
 #include "platform/contracts/runtime.h"
-#include "platform/data/provider/statement_text.h"
-#include "platform/data/provider/statement_words.h"
+#include "platform/data_provider/statement_text.h"
+#include "platform/data_provider/statement_words.h"
 #include "platform/postgresql/select_order.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/data/provider/session.h"
+#include "platform/data_provider/session.h"
 #include "platform/postgresql/server_pool.h"
 
 class PostgresqlSession : public DataSession {

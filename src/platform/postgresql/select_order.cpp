@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/postgresql/select_order.h"
 
-#include "platform/data/provider/statement_words.h"
+#include "platform/data_provider/statement_words.h"
 
 void SelectOrder::Before(const Token& token, std::string& result) {
     if (m_part == Part::None && IsWord(&token, {"select"})) {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/data/provider/tokens.h"
+#include "platform/data_provider/tokens.h"
 
 // Follows the tokens of one select, or of what stands in one pair of parentheses.
 class SelectOrder {

@@ -10,7 +10,7 @@
 #include <filesystem>
 
 #include "platform/contracts/runtime.h"
-#include "platform/data/provider/busy_wait.h"
+#include "platform/data_provider/busy_wait.h"
 #include "platform/posix/password_command.h"
 #include "platform/postgresql/failure.h"
 

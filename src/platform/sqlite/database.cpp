@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "platform/base/paths.h"
-#include "platform/data/provider/busy_wait.h"
-#include "platform/data/provider/statement_text.h"
+#include "platform/data_provider/busy_wait.h"
+#include "platform/data_provider/statement_text.h"
 #include "platform/sqlite/dialect.h"
 #include "platform/sqlite/failure.h"
 #include "platform/sqlite/sql_functions.h"

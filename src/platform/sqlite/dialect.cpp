@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "platform/data/provider/statement_words.h"
+#include "platform/data_provider/statement_words.h"
 
 namespace {
 

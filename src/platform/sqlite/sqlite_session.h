@@ -2,7 +2,7 @@
 // Data access to an embedded database.
 #pragma once
 
-#include "platform/data/provider/session.h"
+#include "platform/data_provider/session.h"
 #include "platform/sqlite/database.h"
 
 class SqliteSession : public DataSession {

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/data/provider/session.h"
+#include "platform/data_provider/session.h"
 #include "platform/postgresql/link.h"
 
 namespace tools {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/data/provider/connection_string.h"
+#include "platform/data_provider/connection_string.h"
 
 #include <gtest/gtest.h>
 

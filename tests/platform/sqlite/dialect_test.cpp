@@ -7,8 +7,8 @@
 #include "data_fixture.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/regional.h"
-#include "platform/data/provider/statement_text.h"
-#include "platform/data/provider/tokens.h"
+#include "platform/data_provider/statement_text.h"
+#include "platform/data_provider/tokens.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/base/text.h"
-#include "platform/data/provider/tokens.h"
+#include "platform/data_provider/tokens.h"
 
 // Returns the index of the first token from `index` on that is not blank, or the number of tokens.
 inline std::size_t SkipBlankTokens(const std::vector<Token>& tokens, std::size_t index) {

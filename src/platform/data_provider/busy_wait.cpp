@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/data/provider/busy_wait.h"
+#include "platform/data_provider/busy_wait.h"
 
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/loop.h"

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/data/provider/statement_text.h"
+#include "platform/data_provider/statement_text.h"
 
 #include <algorithm>
 #include <string>
 
 #include "platform/contracts/runtime.h"
-#include "platform/data/provider/tokens.h"
+#include "platform/data_provider/tokens.h"
 
 void RaiseSyntaxError(std::string_view reason) {
     throw RuntimeError(err::DataSyntax, "The statement is not understood; " + std::string(reason));

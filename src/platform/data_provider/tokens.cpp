@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/data/provider/tokens.h"
+#include "platform/data_provider/tokens.h"
 
 #include <cstddef>
 
