@@ -9,7 +9,7 @@ namespace Global {
 void TakeFirstSteps();
 // Sets ConnectionString to the live database in the application's folder.
 void SetConnectionString();
-// Sets the variables that hold settings; OutputPath gets its backslash. An error changes none of them. A
+// Sets the variables that hold settings; OutputPath ends with a backslash. An error changes none of them. A
 // scheduler calls this again when it is asked to.
 void ReadSettings();
 

@@ -26,9 +26,9 @@ std::string TranslateForServer(std::string_view statement, InsertedKey key = Ins
 // Returns true if the statement mentions the column that `select *` does not show.
 bool MentionsRowOrder(std::string_view statement);
 
-// Returns the table, in small letters, if the statement is `select max(key) from table`, with any alias for
+// Returns the table, in lower case, if the statement is `select max(key) from table`, with any alias for
 // the result; else an empty text.
 std::string TableOfNewestKey(std::string_view statement);
 
-// Returns the table, in small letters, of an insert; else an empty text.
+// Returns the table of an insert, in lower case, or an empty text for any other statement.
 std::string TableOfInsert(std::string_view statement);

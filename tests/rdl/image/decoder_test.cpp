@@ -86,7 +86,8 @@ std::string TwoPictures() {
            "text" + bytes({0}) + picture + picture + bytes({0x3B});
 }
 
-// Formats that carry a picture as it is would leave the rest of it to whoever reads the document.
+// Some formats contain the bytes of the picture unchanged, so that only the reader of the document would
+// notice.
 TEST(ImageDecoder, APictureThatIsCutShortIsDamaged) {
     const QImage picture = Picture().convertToFormat(QImage::Format_RGB32);
     const std::string damaged = "Image \"Logo\" is damaged and cannot be read";

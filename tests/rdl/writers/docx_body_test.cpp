@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The headings of a Word document, and what is behind its items.
+// The headings of a Word document, and the background of its items.
 #include <gmock/gmock.h>
 
 #include "rdl/writers/docx_kit.h"

@@ -27,7 +27,7 @@ struct Head {
 struct Frame {
     Kind kind = Kind::Request;
     std::string body;
-    UniqueFd file;  // owned by whoever takes the frame
+    UniqueFd file;  // the receiver of the frame owns it
 };
 
 // Raises BadMessage if the body is longer than LongestBody.

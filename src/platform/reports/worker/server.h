@@ -13,8 +13,8 @@ namespace reports::worker {
 inline constexpr int ServerSocket = 3;
 
 // Returns the exit code of the process. The first operation confines it (confinement.h), so call this in a
-// process with one thread. An operation that fails answers with its RuntimeError, and the process goes on. A
-// message that cannot be read ends it. `before` is called before each operation but the first.
+// process with one thread. An operation that fails answers with its RuntimeError, and the process continues.
+// A message that cannot be read ends it. `before` is called before each operation but the first.
 int Serve(int socket, const std::function<void(const Operation&)>& before = {});
 
 }  // namespace reports::worker

@@ -49,7 +49,7 @@ class Worker {
     using Clock = std::chrono::steady_clock;
 
     // One call, and the answers that are owed before it. Raises the error of a former one, and 440 while
-    // another one goes on.
+    // another call is under way.
     class Turn {
      public:
         Turn(Worker& worker, const char* words, const std::string& report);
@@ -91,7 +91,7 @@ class Worker {
     std::deque<std::string> m_owed;  // what the operations do whose answers nobody has read
     std::string m_input;             // received and not read
     std::optional<RuntimeError> m_failure;
-    // The call that goes on.
+    // The call that is under way.
     bool m_isBusy = false;
     std::string m_doing;  // "ran the report "/srv/sales.rpt""
     Clock::time_point m_begin, m_looked;

@@ -17,7 +17,7 @@ class FlowTablix;
 class FlowBody {
  public:
     virtual ~FlowBody() = default;
-    // What a body, header or footer has behind its items; lengths are points.
+    // The background of a body, header or footer, below its items; lengths are points.
     struct Backdrop {
         Backdrop() = default;
         Backdrop(const layout::BoxStylePtr& style, double backdropWidth, double backdropHeight);

@@ -85,9 +85,9 @@ std::string PropertiesOf(const FlowMeasures& measures) {
 }
 
 std::string LettersOf(const layout::CharStyle* style) {
-    std::string letters;
-    AppendLetters(style, false, letters);
-    return letters;
+    std::string characters;
+    AppendLetters(style, false, characters);
+    return characters;
 }
 
 std::string TextOf(const ParagraphInstance& paragraph) {
@@ -204,15 +204,15 @@ void DocxParagraphs::AppendMarks(std::string& out) {
 }
 
 const DocxParagraphs::Look& DocxParagraphs::LookOf(const FlowMeasures& measures,
-                                                   const layout::CharStylePtr& letters) {
+                                                   const layout::CharStylePtr& characters) {
     constexpr std::size_t MostLooks = 16;
     for (const KnownLook& known : m_looks) {
-        if (known.letters == letters && known.measures == measures) {
+        if (known.characters == characters && known.measures == measures) {
             return known.look;
         }
     }
-    KnownLook made{measures, letters, {PropertiesOf(measures), LettersOf(letters.get()), {}}};
-    made.look.style = m_document.styles.Paragraph(made.look.paragraph, made.look.letters);
+    KnownLook made{measures, characters, {PropertiesOf(measures), LettersOf(characters.get()), {}}};
+    made.look.style = m_document.styles.Paragraph(made.look.paragraph, made.look.characters);
     if (m_looks.size() < MostLooks) {
         return m_looks.emplace_back(std::move(made)).look;
     }
@@ -228,7 +228,7 @@ bool DocxParagraphs::Begin(const Look& look, const FlowPlace& place, const std::
     out += style.empty() ? "" : "<w:pStyle w:val=\"" + style + "\"/>";
     out += place.keepNext ? "<w:keepNext/>" : "";
     AppendBackground(place, out);
-    out += isStyled ? "" : look.paragraph + "<w:rPr>" + look.letters + "</w:rPr>";
+    out += isStyled ? "" : look.paragraph + "<w:rPr>" + look.characters + "</w:rPr>";
     out += "</w:pPr>";
     return isStyled;
 }
@@ -259,7 +259,7 @@ void DocxParagraphs::Message(const layout::TableInstance& table, const FlowPlace
     const Look& look = LookOf(measures, table.noRowsStyle);
     const bool isStyled = Begin(look, place, "", out);
     AppendMarks(out);
-    AppendRun(table.noRowsMessage, isStyled ? "" : look.letters, out);
+    AppendRun(table.noRowsMessage, isStyled ? "" : look.characters, out);
     out += "</w:p>";
 }
 
@@ -297,7 +297,7 @@ void DocxParagraphs::Paragraph(const Instance& item, const ParagraphInstance& pa
     const Look& look = LookOf(measures, first);
     const bool isStyled = Begin(look, place, TakeHeading(paragraph), out);
     AppendMarks(out);
-    const std::string own = isStyled ? "" : look.letters;
+    const std::string own = isStyled ? "" : look.characters;
     AppendRun(measures.mark, own, out);
     const std::string link = OpenLink(item);
     out += link;

@@ -47,16 +47,16 @@ class DocxParagraphs {
 
  private:
     struct Look {
-        std::string paragraph, letters;  // properties
-        std::string style;               // id; empty: none
+        std::string paragraph, characters;  // properties
+        std::string style;                  // id; empty: none
     };
     struct KnownLook {
         FlowMeasures measures;
-        layout::CharStylePtr letters;
+        layout::CharStylePtr characters;
         Look look;
     };
     // The result is valid until the next call.
-    const Look& LookOf(const FlowMeasures& measures, const layout::CharStylePtr& letters);
+    const Look& LookOf(const FlowMeasures& measures, const layout::CharStylePtr& characters);
     struct LabelMark {
         std::string label, name;
         int level;
@@ -65,7 +65,7 @@ class DocxParagraphs {
     void Paragraph(const layout::Instance& item, const layout::ParagraphInstance& paragraph,
                    const FlowPlace& place, std::string& out);
     // Appends the beginning of a paragraph. Returns whether its style already gives its runs the look
-    // `letters`.
+    // `characters`.
     static bool Begin(const Look& look, const FlowPlace& place, const std::string& heading, std::string& out);
     // Returns the heading style for the pending label that the paragraph itself shows; else an empty text.
     std::string TakeHeading(const layout::ParagraphInstance& paragraph);

@@ -164,7 +164,7 @@ bool PdfContent::NoteGlyphs(const layout::Page& page, const layout::TextOp& op, 
     return clear;
 }
 
-// The box of a text from its baseline to the height of its letters, turned about its beginning.
+// The box of a text from its baseline to the height of its characters, turned about its beginning.
 void PdfContent::CoverText(const layout::Page& page, const layout::TextOp& op) {
     if (op.tag == 0) {
         return;
