@@ -8,18 +8,22 @@ import tempfile
 import unittest
 
 SOURCES = pathlib.Path(os.environ["OXC_SOURCES"])
-LOG = """1/3 Testing: Files.BusyFile
+LOG = """1/2 Testing: files_test
+[ RUN      ] Files.Quick
+[       OK ] Files.Quick (0 ms)
+[ RUN      ] Files.BusyFile
 /a/files_test.cpp:12: Skipped
 takes ten seconds
 [  SKIPPED ] Files.BusyFile (0 ms)
-2/3 Testing: Files.NoReason
+[ RUN      ] Files.NoReason
 /a/files_test.cpp:20: Skipped
 
-3/3 Testing: e2e.mail
+2/2 Testing: e2e.mail
 test_one (test_mail.Mail.test_one) ... ok
 test_two (test_mail.Mail.test_two) ... skipped 'no "server" here'
 test_three (test_mail.Mail.test_three)
 What it is about. ... skipped "the server's own"
+Ran 3 tests in 0.200s
 """
 
 
@@ -33,14 +37,14 @@ class ListSkips(unittest.TestCase):
                                   check=True).stdout
 
     def test_each_skip_has_its_reason(self):
-        self.assertEqual(self.list(LOG), "4 tests skipped:\n"
+        self.assertEqual(self.list(LOG), "cases: 6, skipped: 4\n"
                          "  Files.BusyFile: takes ten seconds\n"
                          "  Files.NoReason: no reason given\n"
                          "  e2e.mail.test_two: no \"server\" here\n"
                          "  e2e.mail.test_three: the server's own\n")
 
     def test_no_skip_is_said_too(self):
-        self.assertEqual(self.list("1/1 Testing: A.B\nok\n"), "0 tests skipped\n")
+        self.assertEqual(self.list("1/1 Testing: a_test\n[ RUN      ] A.B\n[       OK ] A.B (0 ms)\n"), "cases: 1, skipped: 0\n")
 
 
 if __name__ == "__main__":
