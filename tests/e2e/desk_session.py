@@ -42,7 +42,7 @@ class DeskSession(EditorTest):
     def back_to_main(self):
         self.courier.wait(lambda: not self.others(), 10, "end of the box")
         self.display.focus(self.main)
-        time.sleep(0.2)
+        self.courier.settle()
 
     def start_session(self):
         self.main = self.open_editor()
@@ -55,11 +55,11 @@ class DeskSession(EditorTest):
         """A place of the window, in pixels at scale 1."""
         self.display.run("xdotool", "mousemove", "--window", str(self.main), str(x * self.scale), str(y * self.scale),
                          "click", button)
-        time.sleep(0.2)
+        self.courier.settle()
 
     def press(self, *keys):
         self.display.key(*keys)
-        time.sleep(0.2)
+        self.courier.settle()
 
     def rows(self, statement):
         return [row[0] for row in self.courier.sql(statement)]

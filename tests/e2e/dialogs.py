@@ -27,21 +27,21 @@ class DialogTest(EditorTest):
         self.courier.wait(lambda: self.shown(title), 10, title)
         window = self.shown(title)[0]
         self.display.focus(window)
-        time.sleep(0.2)
+        self.courier.settle()
         return window
 
     def gone(self, title, back_to=None):
         self.courier.wait(lambda: not self.shown(title), 10, "end of " + title)
         if back_to:
             self.display.focus(back_to)
-            time.sleep(0.2)
+            self.courier.settle()
 
     def box(self, main):
         """Waits for a box, which bears the main window's title, and gives it the keys."""
         boxes = lambda: [window for window in self.shown("Oxbow Courier") if window != main]
         self.courier.wait(boxes, 30, "box")
         self.display.focus(boxes()[0])
-        time.sleep(0.2)
+        self.courier.settle()
 
     def picture(self, name):
         if PICTURES:

@@ -208,6 +208,23 @@ class Courier:
         raise AssertionError("no %s within %s s; history %s, of packages %s; said:\n%s" % (
             what, seconds, self.history(), self.package_history(), self.said()))
 
+    def settle(self, seconds=10):
+        """Waits until the program waits: its first thread sleeps, and has used no processor time for 0.2 s.
+
+        A key that comes while a dialog closes goes to the window as it was before: on a busy machine that takes
+        longer than any fixed pause."""
+        end, still, before = time.monotonic() + seconds, 0, None
+        while still < 4 and time.monotonic() < end:
+            try:
+                stat = pathlib.Path("/proc/%d/stat" % self.process.pid).read_text()
+            except FileNotFoundError:
+                return  # it has ended
+            fields = stat.rpartition(")")[2].split()
+            now = fields[11:13]  # user and system time
+            still = still + 1 if fields[0] == "S" and now == before else 0
+            before = now
+            time.sleep(0.05)
+
     def run_until_history(self, count=1, seconds=30):
         self.start()
         self.wait(lambda: len(self.history()) >= count, seconds, "%d history rows" % count)

@@ -160,10 +160,14 @@ TEST_F(SameAsEngine, LogonSetsUserAndPasswordOnly) {
 
 TEST_F(SameAsEngine, EveryFormatHasTheSameDocument) {
     for (const report::FormatRow& row : report::FormatTable) {
-        // Documents with the moment of their making may differ where a second has passed.
+        // A second may pass between both: the moment of their making differs in some, and then the length of
+        // packed ones by a few bytes.
         const std::string here = Exported(*m_here->OpenReport(Path("people.rpt")), row.format);
         const std::string there = Exported(*m_there->OpenReport(Path("people.rpt")), row.format);
-        EXPECT_EQ(here.size(), there.size()) << row.word;
+        const bool packed =
+            row.format == report::DocumentFormat::Docx || row.format == report::DocumentFormat::Xlsx;
+        EXPECT_NEAR(static_cast<double>(here.size()), static_cast<double>(there.size()), packed ? 16 : 0)
+            << row.word;
         EXPECT_GT(there.size(), 20U);
         if (row.format == report::DocumentFormat::Html || row.format == report::DocumentFormat::Csv) {
             EXPECT_EQ(here, there);
