@@ -24,7 +24,9 @@ def main():
             run[name] += entry["line_covered"]
     print("# Lines that the tests run\n")
     print("`tests/coverage` makes this table: a build that counts (the preset coverage), the whole suite in it, and gcovr.")
-    print("Code that only a fault of the machine reaches (no memory, a full disk in the middle of a write) is most of the rest.\n")
+    print("Code that only a fault of the machine reaches (no memory, a full disk in the middle of a write) is most of the rest.")
+    print("A program that a test kills and the confined report process leave no counts: `app`, `platform/qt`, `platform/shell` and")
+    print("`platform/reports` run more than is counted here.\n")
     print("| room | lines of code | run by a test |\n| --- | ---: | ---: |")
     for name in sorted(lines, key=lambda name: (name == "all", name)):
         print("| %s | %d | %.1f %% |" % (name, lines[name], 100 * run[name] / lines[name]))

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Odd and hostile names, and commands at the wrong moment.
-#include <QElapsedTimer>
 
 #include "desk_test.h"
 #include "platform/contracts/prompts.h"
@@ -47,8 +46,6 @@ TEST_F(DeskOddNames, TenThousandLettersAreANameAsAnyOther) {
     const std::string name(10'000, 'W');
     frmDesk& window = OpenRoot();
     prompts.inputs = {name};
-    QElapsedTimer watch;
-    watch.start();
     ClickButton(window, "New Folder");
     for (const char* entry : {"mnuViewList", "mnuDetails", "mnuIcons"}) {
         ClickEntry(entry);
@@ -65,7 +62,6 @@ TEST_F(DeskOddNames, TenThousandLettersAreANameAsAnyOther) {
     ClickItem(window, name);
     ClickButton(window, "Delete");
     EXPECT_THAT(database.Rows("select * from Folders"), testing::IsEmpty());
-    EXPECT_LT(watch.elapsed(), 5000);
 }
 
 TEST_F(DeskOddNames, FolderThatIsDeletedWhileItsNameIsEditedGoesUnderItsNewName) {

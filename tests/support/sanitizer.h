@@ -12,6 +12,3 @@ inline constexpr bool UnderSanitizers =
 // The checks of types at run time open a pipe for each object that they look at, and fail in a process that
 // has no free file descriptor.
 inline constexpr bool ChecksNeedDescriptors = UnderSanitizers;
-
-// By how much a bound on time is longer than for the programs as they are built for users.
-inline constexpr int Slowdown = UnderSanitizers ? 20 : 1;
