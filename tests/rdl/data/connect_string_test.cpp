@@ -5,11 +5,12 @@
 #include <stdlib.h>
 
 #include <filesystem>
-#include <fstream>
+#include <iostream>
 
 #include "rdl/data/sql/odbc_connection.h"
 #include "rdl/raises.h"
 #include "rdl/values/error.h"
+#include "support/temporary_folder.h"
 
 namespace rdl::data {
 namespace {
@@ -49,42 +50,24 @@ TEST(ConnectStrings, ThisMachineHasManyNames) {
     EXPECT_EQ(ReadServerAddress(ConnectString("Database=s")).host, "localhost");
 }
 
-// A list of drivers of its own.
+// On a machine with these drivers.
 class OdbcConnections : public testing::Test {
  protected:
-    void SetUp() override {
-        std::string pattern = (std::filesystem::temp_directory_path() / "odbc-list-XXXXXX").string();
-        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-        m_folder = pattern;
-        ::setenv("ODBCSYSINI", m_folder.c_str(), 1);
-        Install({"SQLite3", "FreeTDS"});
-    }
-    void TearDown() override {
-        ::unsetenv("ODBCSYSINI");
-        std::filesystem::remove_all(m_folder);
-    }
-    void Install(const std::vector<std::string>& drivers) const {
-        std::ofstream list(m_folder / "odbcinst.ini");
-        list << "[ODBC]\nTrace=no\n";
-        for (const std::string& driver : drivers) {
-            list << "[" << driver << "]\nDriver=x.so\n";
-        }
-    }
-    const std::filesystem::path& Folder() const { return m_folder; }
-    static OdbcTarget Target(const std::string& text, ProviderKind provider = ProviderKind::Odbc) {
+    void Install(const OdbcDriverNames& drivers) { m_installed = drivers; }
+    OdbcTarget Target(const std::string& text, ProviderKind provider = ProviderKind::Odbc) const {
         const ConnectString pairs(text);
-        return OdbcConnection(provider, pairs, ReadServerAddress(pairs));
+        return OdbcConnection(provider, pairs, ReadServerAddress(pairs), m_installed);
     }
-    static std::string Odbc(const std::string& text) { return Target(text).text; }
-    static std::string SqlServer(const std::string& text) {
+    std::string Odbc(const std::string& text) const { return Target(text).text; }
+    std::string SqlServer(const std::string& text) const {
         return Target(text, ProviderKind::SqlServer).text;
     }
-    static std::string Failure(const std::string& text) {
+    std::string Failure(const std::string& text) const {
         return ErrorRaisedBy([&] { Target(text); });
     }
 
  private:
-    std::filesystem::path m_folder;
+    OdbcDriverNames m_installed{"SQLite3", "FreeTDS"};
 };
 
 constexpr const char* FreeTdsStart =
@@ -114,16 +97,8 @@ TEST_F(OdbcConnections, ValuesCannotAddPairs) {
     ServerAddress address = ReadServerAddress(pairs);
     address.user = "ann";
     address.password = "x;SERVER=evil}";
-    EXPECT_EQ(OdbcConnection(ProviderKind::SqlServer, pairs, address).text,
+    EXPECT_EQ(OdbcConnection(ProviderKind::SqlServer, pairs, address, {"FreeTDS"}).text,
               FreeTdsStart + std::string("DATABASE=s;UID=ann;PWD={x;SERVER=evil}}};"));
-}
-
-TEST_F(OdbcConnections, DriversOfTheUserAreKnown) {
-    const std::string home = std::getenv("HOME");
-    ::setenv("HOME", Folder().c_str(), 1);
-    std::ofstream(Folder() / ".odbcinst.ini") << "[Mine]\nDriver=/usr/lib/mine.so\n";
-    EXPECT_EQ(Odbc("Driver={mine};Database=a"), "DRIVER=Mine;Database=a;");
-    ::setenv("HOME", home.c_str(), 1);
 }
 
 TEST_F(OdbcConnections, NeitherLibrariesNorFilesAreNamedByAReport) {
@@ -166,6 +141,27 @@ TEST_F(OdbcConnections, NewestDriverForSqlServerIsTaken) {
               "DRIVER={ODBC Driver 18 for SQL Server};SERVER={db,1444};Trusted_Connection=yes;");
     Install({"SQLite3"});
     EXPECT_THROW(SqlServer("Server=db"), Error);
+}
+
+// Writes the drivers of two lists below `folder`, the machine's and the user's, to standard error.
+[[noreturn]] void PrintDriversOf(const std::filesystem::path& folder) {
+    ::setenv("ODBCSYSINI", folder.c_str(), 1);
+    ::setenv("HOME", folder.c_str(), 1);
+    for (const std::string& name : InstalledOdbcDrivers()) {
+        std::cerr << name << ";";
+    }
+    std::filesystem::remove_all(folder);  // the process ends without the destructor of its owner
+    _Exit(0);
+}
+
+TEST(OdbcDrivers, ThoseOfTheUserAndOfTheMachineAreKnown) {
+    // The driver manager keeps where its lists are for the life of a process, so it reads them in another
+    // one.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const TemporaryFolder folder;
+    WriteBytes(folder / "odbcinst.ini", "[ODBC]\nTrace=no\n[SQLite3]\nDriver=x.so\n[FreeTDS]\nDriver=x.so\n");
+    WriteBytes(folder / ".odbcinst.ini", "[Mine]\nDriver=/usr/lib/mine.so\n");
+    EXPECT_EXIT(PrintDriversOf(folder.Path()), testing::ExitedWithCode(0), "^SQLite3;FreeTDS;Mine;$");
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 #include "rdl/data/common/message.h"
 #include "rdl/data/common/own_files.h"
-#include "rdl/data/sql/odbc_drivers.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
@@ -176,9 +175,10 @@ std::string MicrosoftPairs(const ConnectString& pairs, const ServerAddress& addr
     return text;
 }
 
-OdbcTarget SqlServerTarget(const ConnectString& pairs, const ServerAddress& address) {
+OdbcTarget SqlServerTarget(const ConnectString& pairs, const ServerAddress& address,
+                           const OdbcDriverNames& installed) {
     const std::string named = pairs.Get({"driver"});
-    const std::string driver = named.empty() ? SqlServerDriver() : FindOdbcDriver(named);
+    const std::string driver = named.empty() ? SqlServerDriver(installed) : FindOdbcDriver(named, installed);
     const bool isFreeTds = EqualNoCase(driver, "FreeTDS");
     OdbcTarget target;
     target.place = "the server \"" + CleanText(address.host) + "\" by the ODBC driver \"" + driver + "\"";
@@ -217,10 +217,11 @@ std::string WithDsn(const std::string& dsn, const std::string& rest) {
 
 }  // namespace
 
-OdbcTarget OdbcConnection(ProviderKind provider, const ConnectString& pairs, const ServerAddress& address) {
+OdbcTarget OdbcConnection(ProviderKind provider, const ConnectString& pairs, const ServerAddress& address,
+                          const OdbcDriverNames& installed) {
     CheckTrusted(pairs);
     if (provider == ProviderKind::SqlServer) {
-        return SqlServerTarget(pairs, address);
+        return SqlServerTarget(pairs, address, installed);
     }
     const std::string dsn = pairs.Get({"dsn", "data source"});
     if (dsn.find_first_of(";{}=") != std::string::npos) {
@@ -229,7 +230,7 @@ OdbcTarget OdbcConnection(ProviderKind provider, const ConnectString& pairs, con
     OdbcTarget target;
     const std::string named = pairs.Get({"driver"});
     if (!named.empty()) {
-        const std::string driver = FindOdbcDriver(named);
+        const std::string driver = FindOdbcDriver(named, installed);
         target.text = Pair("DRIVER", driver);
         target.place = (pairs.Has({"server", "host"}) ? "the server \"" + CleanText(address.host) + "\""
                                                       : std::string("the database")) +

@@ -6,6 +6,7 @@
 
 #include "rdl/data/common/connect_string.h"
 #include "rdl/data/common/provider.h"
+#include "rdl/data/sql/odbc_drivers.h"
 
 namespace rdl::data {
 
@@ -18,6 +19,7 @@ struct OdbcTarget {
 // and OLE DB translated for the installed driver (or the one named by Driver=). Values are quoted, so that
 // none can add a pair. Raises rdl::Error if the driver is not installed, is given as a library path, or could
 // load or write files.
-OdbcTarget OdbcConnection(ProviderKind provider, const ConnectString& pairs, const ServerAddress& address);
+OdbcTarget OdbcConnection(ProviderKind provider, const ConnectString& pairs, const ServerAddress& address,
+                          const OdbcDriverNames& installed);
 
 }  // namespace rdl::data

@@ -46,8 +46,8 @@ int MicrosoftVersion(std::string_view name) {
 
 }  // namespace
 
-std::vector<std::string> InstalledOdbcDrivers() {
-    std::vector<std::string> names;
+OdbcDriverNames InstalledOdbcDrivers() {
+    OdbcDriverNames names;
     const std::string sections = SectionNames();
     for (std::size_t at = 0; at < sections.size();) {
         const std::string name = sections.c_str() + at;
@@ -59,22 +59,22 @@ std::vector<std::string> InstalledOdbcDrivers() {
     return names;
 }
 
-std::string FindOdbcDriver(std::string_view name) {
+std::string FindOdbcDriver(std::string_view name, const OdbcDriverNames& installed) {
     std::string known;
-    for (const std::string& installed : InstalledOdbcDrivers()) {
-        if (EqualNoCase(installed, name)) {
-            return installed;
+    for (const std::string& driver : installed) {
+        if (EqualNoCase(driver, name)) {
+            return driver;
         }
-        known.append(known.empty() ? "" : ", ").append(installed);
+        known.append(known.empty() ? "" : ", ").append(driver);
     }
     // A brace that is not closed makes the rest of the connect string a part of it, with the password.
     throw Error("the ODBC driver \"" + CleanText(name.substr(0, name.find(';'))) + "\" is not installed; " +
                 (known.empty() ? "there is none" : "there are: " + CleanText(known)));
 }
 
-std::string SqlServerDriver() {
+std::string SqlServerDriver(const OdbcDriverNames& installed) {
     std::string best;
-    for (const std::string& name : InstalledOdbcDrivers()) {
+    for (const std::string& name : installed) {
         if (MicrosoftVersion(name) > MicrosoftVersion(best) ||
             (best.empty() && EqualNoCase(name, "FreeTDS"))) {
             best = name;

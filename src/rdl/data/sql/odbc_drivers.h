@@ -8,14 +8,17 @@
 
 namespace rdl::data {
 
-// Returns the names in registration order; empty without a driver manager.
-std::vector<std::string> InstalledOdbcDrivers();
+using OdbcDriverNames = std::vector<std::string>;
 
-// Returns the registered spelling of `name`, found without regard to case. Raises rdl::Error naming the
-// installed drivers: the driver manager would take an unknown name for a library's path.
-std::string FindOdbcDriver(std::string_view name);
+// Returns the names in registration order; empty without a driver manager. The driver manager keeps what it
+// has read for a while, so a list that changes is not seen at once.
+OdbcDriverNames InstalledOdbcDrivers();
 
-// Returns the newest of Microsoft's drivers, else FreeTDS. Raises rdl::Error if there is none.
-std::string SqlServerDriver();
+// Returns the spelling of `name` among the installed drivers, found without regard to case. Raises rdl::Error
+// naming these: the driver manager would take an unknown name for a library's path.
+std::string FindOdbcDriver(std::string_view name, const OdbcDriverNames& installed);
+
+// Returns the newest of Microsoft's drivers, else FreeTDS. Raises rdl::Error if neither is installed.
+std::string SqlServerDriver(const OdbcDriverNames& installed);
 
 }  // namespace rdl::data

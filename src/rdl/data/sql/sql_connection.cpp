@@ -145,7 +145,7 @@ void SqlConnection::Open(const SqlSource& source) {
             m_database.setPort(address.port);
         }
     } else {
-        const OdbcTarget target = OdbcConnection(source.provider, pairs, address);
+        const OdbcTarget target = OdbcConnection(source.provider, pairs, address, InstalledOdbcDrivers());
         m_place = target.place;
         m_database.setDatabaseName(QString::fromStdString(target.text));
     }
