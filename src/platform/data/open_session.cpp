@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/base/paths.h"
+#include "platform/base/text.h"
 #include "platform/contracts/adodb.h"
 #include "platform/data_provider/connection_string.h"
 #include "platform/postgresql/link.h"
@@ -100,5 +101,6 @@ std::unique_ptr<DataSession> OpenDataSession(const std::string& connectionString
     if (std::optional<Link> link = LinkIn(file)) {
         return std::make_unique<PostgresqlSession>(std::move(*link));
     }
-    return std::make_unique<SqliteSession>(file);
+    const bool onlyReads = SameText(ConnectionValue(connectionString, "Mode"), "Read");
+    return std::make_unique<SqliteSession>(file, onlyReads ? Database::Use::ToRead : Database::Use::ToWrite);
 }
