@@ -1,22 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Measures how long a Desktop window takes to show the folder Sales of a team's store. The argument is a file
+// Measures how long a Desktop window of a team's store takes to open with its tree, and to show the folder
+// Sales. The argument is a file
 // with a link to the store. The exit code is 1 if the goal is missed.
-#include <QMdiSubWindow>
 #include <cstdio>
-#include <filesystem>
 #include <string>
 #include <vector>
 
+#include "bench/desktop/measured_desk.h"
 #include "bench/timing.h"
-#include "desktop/DeskWindows.h"
-#include "desktop/DetailViews.h"
-#include "desktop/frmDesk.h"
-#include "platform/base/paths.h"
-#include "platform/controls/child_area.h"
-#include "platform/qt/application.h"
-#include "platform/qt/display.h"
-#include "platform/regfile/registry_file.h"
-#include "shared/Global.h"
+#include "platform/contracts/adodb.h"
 
 namespace {
 
@@ -38,36 +30,17 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: bench_store_desktop LINK\n");
         return 2;
     }
-    const std::filesystem::path file = argv[1];
-    FallBackToOffscreen();
-    Application application(argc, argv);
-    SetAppPath(paths::FromMachine(file.parent_path()));
-    RegistryFile settings(file.parent_path() / "settings");
-    SetRegistry(&settings);
-    Global::ConnectionString = "Data Source=" + paths::FromMachine(file) + ";Persist Security Info=False";
-    ChildArea area;
-    area.resize(1200, 800);
-    area.show();
-    Global::CurrentFolderID = "0";
-    frmDesk& window = *OpenDeskWindow(area);
-    const auto untilDrawn = [&] {
-        QApplication::processEvents();
-        window.grab();
-    };
-    std::vector<double> icons;
-    std::vector<double> table;
-    window.tvwFolder->Nodes()("1^Sales").Selected(true);
-    for (int repeat = 0; repeat < Repeats; ++repeat) {
-        icons.push_back(Seconds([&] {
-            window.tvwFolder_Click();
-            untilDrawn();
-        }));
-        table.push_back(Seconds([&] {
-            bldDetails("Sales");
-            untilDrawn();
-        }));
-    }
-    const auto items = static_cast<std::size_t>(window.lsvDesk->ListItems().Count());
+    MeasuredDesk window(argc, argv, argv[1]);
+    int statements = 0;
+    ADODB::SetStatementTrace([&statements](const std::string&) { ++statements; });
+    const double opened = Median(window.Times(Repeats, [&] { window.OpenRoot(); }));
+    ADODB::SetStatementTrace(nullptr);
+    std::printf("%-24s %7.1f ms for a tree of %zu nodes, by %d statements\n", "new window", opened * 1000,
+                window.NodeCount(), statements / Repeats);
+    window.SelectFolder("1^Sales");
+    const std::vector<double> icons = window.Times(Repeats, [&] { window.ClickTree(); });
+    const std::vector<double> table = window.Times(Repeats, [&] { window.ShowTable("Sales"); });
+    const std::size_t items = window.ItemCount();
     const bool iconsAreQuick = Print("click in the tree, icons", icons, items);
     const bool tableIsQuick = Print("table", table, items);
     std::fflush(stdout);

@@ -19,7 +19,6 @@ BUILD = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else TOP / "build" / "rele
 os.environ["OXC_STAGE"] = str(BUILD / "stage")
 sys.path.insert(0, str(TOP / "tests" / "e2e"))
 from team import Member, TeamServer, store  # noqa: E402
-from test_team_store import REPORT  # noqa: E402
 
 SCHEDULES = 100_000
 FOLDER = 5_000
@@ -75,6 +74,9 @@ class DelayingProxy:
 
 def fill(server, count, parent):
     server.rows("insert into Folders(FolderName, Parent) select 'Sales', 0 where not exists(select 1 from Folders)")
+    # Ten folders with five folders each, for the tree.
+    server.rows("insert into Folders(FolderName, Parent) select 'Branch ' || i, case when i <= 10 then 0 else 2 + i % 10 end "
+                "from generate_series(1, 60) i where (select count(*) from Folders) = 1")
     server.rows(
         "insert into ReportScheduler(ReportTitle, Parent, Frequency, Format, StartDate, EndDate, RunAt, NextRun, SendTo, "
         "Message) select 'Sales of region ' || i, '%s', 'Monthly', 'Acrobat Format (PDF)', '2003-01-01', '3000-12-31', "
@@ -86,19 +88,12 @@ def fill(server, count, parent):
 def runs_a_second(server, schedulers):
     """Due schedules that a number of schedulers mail in a second."""
     server.fresh()
-    report = server.folder / "figures.rdl"
-    report.write_text(REPORT)
     members = [Member(server) for _ in range(schedulers)]
     try:
         for member in members:
             member.start()
         time.sleep(3)
-        server.rows(
-            "insert into ReportScheduler(SendTo, Subject, Message, StartDate, EndDate, RunAt, Frequency, NextRun, Client, "
-            "ReportPath, ReportTitle, SelectionForm, Format, Parent, LoginReq) select 'ann@example.com;', 'Run ' || i, '', "
-            "'2000-01-01', '3000-12-31', '00:00', 'Daily', '%s', 'NONE', 'Z:%s', 'Figures', '', 'Acrobat Format (PDF)', "
-            "'Desktop', 'F' from generate_series(1, %d) i" % (
-                time.strftime("%Y-%m-%d"), str(report).replace("/", "\\"), RUNS))
+        server.schedules(1, RUNS)
         start = time.monotonic()
         while server.rows("select count(*) from ReportHistory") != [(str(RUNS),)]:
             if time.monotonic() - start > 300:

@@ -15,6 +15,8 @@
 #include "platform/base/paths.h"
 #include "platform/contracts/loop.h"
 #include "platform/contracts/process.h"
+#include "platform/contracts/prompts.h"
+#include "platform/contracts/shared_store.h"
 #include "scheduler/BatchReport.h"
 #include "scheduler/PollSpread.h"
 #include "scheduler/PollTrace.h"
@@ -53,8 +55,13 @@ Steps CommonSteps() {
     };
 }
 
+bool AskAboutStore(const RuntimeError& error) {
+    return MsgBox(error.Description() + "\n\nTry again?", vbYesNo | vbExclamation) == vbYes;
+}
+
 Steps EditorSteps() {
     return {
+        [] { AskWhenStoreIsAway(&AskAboutStore); },
         ShowSplash,
         [] { frmMain::Instance().EnableTimer1(false); },
         [] { frmMain::Instance().SetStatusPanel(2, "Oxbow Courier - On Demand...On Time..."); },

@@ -22,10 +22,14 @@ std::string KeyOf(const StoredFolder& folder) {
 
 }  // namespace
 
+void frmDesk::AddRoot() {
+    tvwFolder->Nodes().Add("", "Desktop", "Desktop", desk::TreeRoot);
+}
+
 void frmDesk::BuildTree() {
     Global::BusyCursor(true);
+    AddRoot();
     Nodes& nodes = tvwFolder->Nodes();
-    nodes.Add("", "Desktop", "Desktop", desk::TreeRoot);
     for (const StoredFolder& folder : Global::FoldersBelow("0")) {
         nodes.Add("Desktop", KeyOf(folder), folder.name, desk::TreeFolder);
         for (const StoredFolder& child : Global::FoldersBelow(folder.id)) {

@@ -16,6 +16,7 @@
 #include "platform/base/convert.h"
 #include "platform/contracts/prompts.h"
 #include "platform/contracts/registry.h"
+#include "platform/contracts/shared_store.h"
 #include "platform/controls/child_area.h"
 #include "platform/controls/kit/key_codes.h"
 #include "platform/controls/kit/twips.h"
@@ -147,12 +148,19 @@ void frmDesk::Form_Load() {
         try {
             steps[step]();
             ++step;
+        } catch (const StoreGivenUp&) {
+            return ShowWithoutStore();
         } catch (...) {
             const RuntimeError error = CurrentError();
             if (!IsUnreadableDatabase(error)) {
                 Global::ShowError(error);
                 ++step;
                 continue;
+            }
+            // A fresh file would take the place of the link.
+            if (IsSharedStore(Global::ConnectionString)) {
+                Global::ShowError(error);
+                return ShowWithoutStore();
             }
             MsgBox(
                 "The selected data source is invalid or corrupt.\nOxbow Courier will now create a fresh data "
@@ -162,6 +170,15 @@ void frmDesk::Form_Load() {
             step = FolderQuery;
         }
     }
+}
+
+// The root of the tree is there to be clicked when the store can be reached again.
+void frmDesk::ShowWithoutStore() {
+    SetFirstSize();
+    if (tvwFolder->Nodes().Count() == 0) {
+        AddRoot();
+    }
+    Global::BusyCursor(false);
 }
 
 void frmDesk::SetFirstSize() {

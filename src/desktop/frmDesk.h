@@ -82,6 +82,8 @@ class frmDesk : public QWidget, public DeskWindow {
     const frmDesk* ReachedByCommands() const;
     void ShowButtons();
     void SetFirstSize();
+    void ShowWithoutStore();
+    void AddRoot();
     bool RunCommand(int command);  // returns false if the command stopped early; the hourglass then stays
     // Returns true if a folder may have this name. Otherwise shows the box for it.
     static bool IsNameFree(const std::string& name);

@@ -71,6 +71,8 @@ void WhileBusy(const std::function<void()>& body) {
         try {
             body();
             return;
+        } catch (const StoreGivenUp&) {
+            throw;
         } catch (...) {
             const RuntimeError error = CurrentError();
             isLost =

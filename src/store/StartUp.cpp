@@ -22,6 +22,11 @@ void WriteSetting(const char* name, const std::string& value) {
     ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, name, value);
 }
 
+std::string ConnectionStringWith(const std::string& pairs) {
+    return pairs + "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
+           "\\PressroomLive.dat;Persist Security Info=False";
+}
+
 void FirstRun() {
     ShellMod::CreateSettingsKey(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey);
     EnsureLiveDatabase();
@@ -44,8 +49,11 @@ void TakeFirstSteps() {
 }
 
 void SetConnectionString() {
-    ConnectionString = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + AppPath() +
-                       "\\PressroomLive.dat;Persist Security Info=False";
+    ConnectionString = ConnectionStringWith("");
+}
+
+void SetReadingConnectionString() {
+    ConnectionString = ConnectionStringWith("Mode=Read;");
 }
 
 void ReadSettings() {

@@ -9,6 +9,8 @@ namespace Global {
 void TakeFirstSteps();
 // Sets ConnectionString to the live database in the application's folder.
 void SetConnectionString();
+// The same for a program that only reads: it can be of a user who may not write there.
+void SetReadingConnectionString();
 // Sets the variables that hold settings; OutputPath ends with a backslash. An error changes none of them. A
 // scheduler calls this again when it is asked to.
 void ReadSettings();

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/base/one_line.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/regional.h"
 #include "platform/posix/program.h"
@@ -165,13 +166,8 @@ void Run(const ReportArguments& arguments) {
 }
 
 // Writes one line, whatever the message holds, because scripts read it.
-void Complain(std::string text) {
-    for (char& c : text) {
-        if (static_cast<unsigned char>(c) < ' ') {
-            c = ' ';
-        }
-    }
-    std::cerr << "oxc-report: " << text << std::endl;
+void Complain(const std::string& text) {
+    std::cerr << "oxc-report: " << OnOneLine(text) << std::endl;
 }
 
 }  // namespace

@@ -13,12 +13,15 @@
 #include "desktop/frmDesk.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/adodb.h"
+#include "platform/contracts/prompts.h"
+#include "platform/contracts/shared_store.h"
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
 #include "store/StartUp.h"
 #include "support/database.h"
 #include "support/fakes.h"
 #include "support/raises.h"
+#include "support/temporary_folder.h"
 
 namespace {
 
@@ -307,6 +310,31 @@ TEST_F(StartUp, EditorMakesADeletedLiveFileAnewBehindOneBoxAndShowsAnEmptyDeskto
     ASSERT_NE(window, nullptr);
     EXPECT_EQ(window->lsvDesk->ListItems().Count(), 0);
     EXPECT_EQ(window->tvwFolder->Nodes().Count(), 1);
+}
+
+TEST_F(StartUp, EditorAsksOnceAboutAStoreThatIsAwayAndShowsAnEmptyDesktop) {
+    NoFirstRun();
+    SetCommand({});
+    const std::filesystem::path live = database.Folder() / "PressroomLive.dat";
+    const std::string link =
+        "Oxbow Courier store link 1\nProvider=PostgreSQL\nHost=127.0.0.1\nPort=1\nDatabase=courier\n";
+    std::filesystem::remove(live);
+    std::ofstream(live) << link;
+    prompts.answers = {vbYes, vbNo};
+    Global::Main();
+    ASSERT_EQ(prompts.boxes.size(), 2U);  // and none from the purge of the history
+    EXPECT_EQ(prompts.boxes[0], prompts.boxes[1]);
+    EXPECT_TRUE(prompts.boxes[0].text.starts_with("The store cannot be reached: \"courier\" on 127.0.0.1; "));
+    EXPECT_TRUE(prompts.boxes[0].text.ends_with("\n\nTry again?"));
+    EXPECT_EQ(prompts.boxes[0].flags, vbYesNo | vbExclamation);
+    EXPECT_EQ(ReadBytes(live), link);
+    auto* window = dynamic_cast<frmDesk*>(Global::DeskWindows.at(1));
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(window->lsvDesk->ListItems().Count(), 0);
+    ASSERT_EQ(window->tvwFolder->Nodes().Count(), 1);
+    EXPECT_EQ(window->tvwFolder->Nodes()(1).Text(), "Desktop");
+    EXPECT_TRUE(process.ends.empty());
+    AskWhenStoreIsAway(nullptr);
 }
 
 TEST_F(StartUp, EditorAsksAboutADamagedLiveFileAgainAndAgain) {

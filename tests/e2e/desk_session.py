@@ -47,6 +47,9 @@ class DeskSession(EditorTest):
     def start_session(self):
         self.main = self.open_editor()
         self.courier.wait(lambda: not self.others(), 10, "end of the splash")
+        self.fill_screen()
+
+    def fill_screen(self):
         self.display.run("xdotool", "windowsize", "--sync", str(self.main), "100%", "100%")
         time.sleep(0.5)
         self.display.focus(self.main)

@@ -3,9 +3,17 @@
 
 import os
 import subprocess
+import time
 
 from databases import Postgres
-from harness import STAGE, Courier
+from harness import STAGE, Courier, system_path
+
+REPORT = """<?xml version="1.0" encoding="utf-8"?>
+<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition"><ReportSections><ReportSection>
+<Body><ReportItems><Textbox Name="T"><Paragraphs><Paragraph><TextRuns><TextRun><Value>Figures</Value></TextRun></TextRuns>
+</Paragraph></Paragraphs><Height>1in</Height><Width>3in</Width></Textbox></ReportItems><Height>1in</Height></Body>
+<Width>3in</Width><Page><PageHeight>3in</PageHeight><PageWidth>4in</PageWidth></Page></ReportSection></ReportSections></Report>
+"""
 
 
 class TeamServer(Postgres):
@@ -30,6 +38,21 @@ class TeamServer(Postgres):
              "postgres", "-d", database, "-v", "ON_ERROR_STOP=1", "-c", "set search_path = oxbow_courier, public; " + select],
             stdout=subprocess.PIPE, text=True, check=True, cwd=self.folder).stdout
         return [tuple(line.split("|")) for line in output.splitlines()]
+
+    def report(self):
+        """A report without data, for any number of schedules. Returns its file."""
+        file = self.folder / "figures.rdl"
+        file.write_text(REPORT)
+        return file
+
+    def schedules(self, first, count, parent="Desktop"):
+        """Puts due schedules of that report in, each with its number for a subject."""
+        self.rows(
+            "insert into ReportScheduler(SendTo, Subject, Message, StartDate, EndDate, RunAt, Frequency, NextRun, Client, "
+            "ReportPath, ReportTitle, SelectionForm, Format, Parent, LoginReq) select 'ann@example.com;', 'Run ' || i, '', "
+            "'2000-01-01', '3000-12-31', '00:00', 'Daily', '%s', 'NONE', '%s', 'Figures', '', 'Acrobat Format (PDF)', "
+            "'%s', 'F' from generate_series(%d, %d) i" % (
+                time.strftime("%Y-%m-%d"), system_path(self.report()), parent, first, first + count - 1))
 
     def ensure(self):
         """Starts the server again if a test left it stopped."""
@@ -73,6 +96,12 @@ class Member(Courier):
         self.server = server
         self.database.unlink()
         store("link", "--to", server.connect(user=user), str(self.database))
+
+    def sql(self, statement, *values):
+        """The rows as texts. The data file is no database here."""
+        if values:
+            raise ValueError("values are part of a statement for the server")
+        return self.server.rows(statement)
 
     def subjects(self):
         return [mail["Subject"] for mail in self.mails()]

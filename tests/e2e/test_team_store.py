@@ -17,13 +17,6 @@ from team import Member, TeamServer, run_store, store
 LONG = bool(os.environ.get("OXC_LONG_TESTS"))
 TABLES = ("ReportScheduler", "ReportParameter", "ReportHistory", "ReportBatch", "ReportBatchDtls", "ReportBatchPar",
           "ReportBatchHstry", "Folders", "tmpPar", "clients", "sqlite_sequence")
-REPORT = """<?xml version="1.0" encoding="utf-8"?>
-<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition"><ReportSections><ReportSection>
-<Body><ReportItems><Textbox Name="T"><Paragraphs><Paragraph><TextRuns><TextRun><Value>Figures</Value></TextRun></TextRuns>
-</Paragraph></Paragraphs><Height>1in</Height><Width>3in</Width></Textbox></ReportItems><Height>1in</Height></Body>
-<Width>3in</Width><Page><PageHeight>3in</PageHeight><PageWidth>4in</PageWidth></Page></ReportSection></ReportSections></Report>
-"""
-
 
 def all_rows(file):
     connection = sqlite3.connect(file)
@@ -47,21 +40,14 @@ class TeamStore(unittest.TestCase):
         self.server.fresh()
         self.members = []
         self.addCleanup(lambda: [member.close() for member in self.members])
-        self.report = self.server.folder / "figures.rdl"
-        self.report.write_text(REPORT)
+        self.report = self.server.report()
 
     def member(self, user="sched"):
         self.members.append(Member(self.server, user))
         return self.members[-1]
 
     def schedules(self, first, count):
-        """Puts due schedules in, each with its number for a subject."""
-        self.server.rows(
-            "insert into ReportScheduler(SendTo, Subject, Message, StartDate, EndDate, RunAt, Frequency, NextRun, Client, "
-            "ReportPath, ReportTitle, SelectionForm, Format, Parent, LoginReq) select 'ann@example.com;', 'Run ' || i, '', "
-            "'2000-01-01', '3000-12-31', '00:00', 'Daily', '%s', 'NONE', '%s', 'Figures', '', 'Acrobat Format (PDF)', "
-            "'Desktop', 'F' from generate_series(%d, %d) i" % (
-                time.strftime("%Y-%m-%d"), system_path(self.report), first, first + count - 1))
+        self.server.schedules(first, count)
 
     def packages(self, first, count):
         destination = self.server.folder / "packages"
@@ -294,7 +280,7 @@ class TeamStore(unittest.TestCase):
         self.assertEqual((member.app / "Cache" / "sales_by_region.rpt").read_bytes(),
                          (STAGE / "samples" / "sales_by_region.rpt").read_bytes())
 
-    def test_editors_and_schedulers_meet_without_an_error(self):
+    def test_commands_and_schedulers_meet_without_an_error(self):
         self.schedules(1, 200 if LONG else 20)
         for _ in range(3):
             self.member().start()

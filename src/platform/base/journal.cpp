@@ -10,6 +10,7 @@
 #include <mutex>
 #include <string>
 
+#include "platform/base/one_line.h"
 #include "platform/base/text.h"
 #include "platform/contracts/clock.h"
 
@@ -62,45 +63,34 @@ std::string_view WordOf(Level level) {
     return "info";
 }
 
-bool IsControl(char character) {
-    const auto code = static_cast<unsigned char>(character);
-    return code < ' ' || code == 0x7F;
-}
-
-std::string OnOneLine(std::string text) {
-    for (char& character : text) {
-        if (IsControl(character)) {
-            character = ' ';
-        }
-    }
-    return text;
-}
-
-// RFC 8259, section 7.
+// RFC 8259, section 7. What could break a line is escaped too where the standard does not ask for it.
 std::string JsonText(std::string_view text) {
     std::string quoted = "\"";
-    for (const char character : ValidUtf8(text)) {
-        if (character == '"' || character == '\\') {
+    for (std::size_t at = 0; at < text.size();) {
+        const Character character = CharacterAt(text, at);
+        if (character.code == '"' || character.code == '\\') {
             quoted += '\\';
-            quoted += character;
-        } else if (IsControl(character)) {
+            quoted += text[at];
+        } else if (BreaksLine(character.code)) {
             std::array<char, 8> escape{};
-            std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(character));
+            std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(character.code));
             quoted += escape.data();
         } else {
-            quoted += character;
+            AppendCharacter(quoted, character.code >= NoCharacter ? ReplacementCharacter : character.code);
         }
+        at += character.length;
     }
     return quoted + '"';
 }
 
 // A value that a reader would not see as one word stands in quotes.
 std::string Word(const Fact& fact) {
-    if (fact.isNumber || (!fact.value.empty() && fact.value.find_first_of(" \"=\\") == std::string::npos)) {
-        return fact.value;
+    std::string value = OnOneLine(fact.value);
+    if (fact.isNumber || (!value.empty() && value.find_first_of(" \"=\\") == std::string::npos)) {
+        return value;
     }
     std::string quoted = "\"";
-    for (const char character : fact.value) {
+    for (const char character : value) {
         quoted += character == '"' || character == '\\' ? "\\" : "";
         quoted += character;
     }
@@ -115,7 +105,7 @@ std::string TextLine(const Event& event, const std::vector<Fact>& context) {
     line.append(WordOf(event.level)).append(1, ' ').append(event.name);
     for (const auto* facts : {&context, &event.facts}) {
         for (const Fact& fact : *facts) {
-            line += OnOneLine(' ' + fact.name + '=' + Word(fact));
+            line.append(1, ' ').append(fact.name).append(1, '=').append(Word(fact));
         }
     }
     return line;

@@ -13,8 +13,8 @@
 #include <string_view>
 #include <vector>
 
-// Writes "2026-11-22 07:00:03 " (local time), the text and a line feed. Control characters become blanks: a
-// text is one line. As JSON it is an event "message" of level warning.
+// Writes "2026-11-22 07:00:03 " (local time), the text and a line feed. The text becomes one line
+// (platform/base/one_line.h). As JSON it is an event "message" of level warning.
 void Journal(std::string_view text);
 
 namespace journal {

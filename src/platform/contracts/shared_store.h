@@ -8,12 +8,28 @@
 // 64 megabytes.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
 #include "platform/contracts/runtime.h"
 
-// Returns the error with which the store cannot be reached now.
+// Returns true if the data file is a link to a shared store, even one that cannot be used.
+bool IsSharedStore(const std::string& connectionString);
+
+// The error of a store that cannot be reached, if the user was asked and does not want to wait for it.
+class StoreGivenUp : public RuntimeError {
+ public:
+    explicit StoreGivenUp(const RuntimeError& error) : RuntimeError(error) {}
+};
+
+// Sets what is asked, with the error, when data access does not reach a shared store: true to try again.
+// After the answer false the error is raised as StoreGivenUp, and what data access begins within the next two
+// seconds is not asked about, as it mostly belongs to the same command. Null, the default, raises the error
+// at once.
+void AskWhenStoreIsAway(std::function<bool(const RuntimeError& error)> question);
+
+// Returns the error with which the store cannot be reached now. Asks nothing.
 std::optional<RuntimeError> SharedStoreFailure(const std::string& connectionString);
 
 // Gives the store the bytes of a file in the folder Cache, under the file's name.

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <mutex>
@@ -13,13 +14,24 @@
 #include <vector>
 
 #include "platform/base/paths.h"
+#include "platform/base/text.h"
 #include "platform/contracts/adodb.h"
+#include "platform/contracts/shared_store.h"
 #include "platform/data_provider/connection_string.h"
 #include "platform/postgresql/link.h"
 #include "platform/postgresql/postgresql_session.h"
 #include "platform/sqlite/sqlite_session.h"
 
 namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr auto AnswerHolds = std::chrono::seconds(2);
+
+std::function<bool(const RuntimeError&)>& Question() {
+    static std::function<bool(const RuntimeError&)> question;
+    return question;
+}
 
 // What a file is as long as it exists: another file of its name or number differs.
 struct FileIdentity {
@@ -81,6 +93,39 @@ std::optional<Link> LinkIn(const std::string& file) {
     return link;
 }
 
+Clock::time_point& EndOfAnswer() {
+    static Clock::time_point end;
+    return end;
+}
+
+// Asks, unless the user has just given up, or another question is on the screen. `begun` is when the attempt
+// began that failed with `error`.
+bool IsTriedAgain(const RuntimeError& error, Clock::time_point begun) {
+    static bool isAsking = false;
+    if (isAsking || begun < EndOfAnswer()) {
+        return false;
+    }
+    isAsking = true;
+    const bool again = Question()(error);
+    isAsking = false;
+    if (!again) {
+        EndOfAnswer() = Clock::now() + AnswerHolds;
+    }
+    return again;
+}
+
+std::unique_ptr<DataSession> OpenOnce(const std::string& connectionString) {
+    const std::string file = ConnectionValue(connectionString, "Data Source");
+    if (file.empty()) {
+        throw RuntimeError(err::DataUnavailable, "The connection string names no data file (Data Source)");
+    }
+    if (std::optional<Link> link = LinkIn(file)) {
+        return std::make_unique<PostgresqlSession>(std::move(*link));
+    }
+    const bool onlyReads = SameText(ConnectionValue(connectionString, "Mode"), "Read");
+    return std::make_unique<SqliteSession>(file, onlyReads ? Database::Use::ToRead : Database::Use::ToWrite);
+}
+
 }  // namespace
 
 bool IsShared(const std::string& connectionString) {
@@ -92,13 +137,32 @@ std::string ADODB::StoreIdentity(const std::string& connectionString) {
     return link ? link->host + ":" + link->port + "/" + link->database : connectionString;
 }
 
-std::unique_ptr<DataSession> OpenDataSession(const std::string& connectionString) {
-    const std::string file = ConnectionValue(connectionString, "Data Source");
-    if (file.empty()) {
-        throw RuntimeError(err::DataUnavailable, "The connection string names no data file (Data Source)");
+bool IsSharedStore(const std::string& connectionString) {
+    try {
+        return IsShared(connectionString);
+    } catch (const RuntimeError&) {  // only links have faults of their own
+        return true;
     }
-    if (std::optional<Link> link = LinkIn(file)) {
-        return std::make_unique<PostgresqlSession>(std::move(*link));
+}
+
+void AskWhenStoreIsAway(std::function<bool(const RuntimeError&)> question) {
+    Question() = std::move(question);
+    EndOfAnswer() = {};
+}
+
+std::unique_ptr<DataSession> OpenDataSession(const std::string& connectionString, IfAway ifAway) {
+    for (;;) {
+        const auto begun = Clock::now();
+        try {
+            return OpenOnce(connectionString);
+        } catch (const RuntimeError& error) {
+            if (ifAway == IfAway::Raise || error.Number() != err::DataUnavailable || !Question() ||
+                !IsSharedStore(connectionString)) {
+                throw;
+            }
+            if (!IsTriedAgain(error, begun)) {
+                throw StoreGivenUp(error);
+            }
+        }
     }
-    return std::make_unique<SqliteSession>(file);
 }

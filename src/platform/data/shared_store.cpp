@@ -44,7 +44,7 @@ std::string NameInCache(const std::string& path) {
 std::optional<RuntimeError> SharedStoreFailure(const std::string& connectionString) {
     try {
         if (IsShared(connectionString)) {
-            OpenDataSession(connectionString);
+            OpenDataSession(connectionString, IfAway::Raise);
         }
     } catch (const RuntimeError& error) {
         return error;

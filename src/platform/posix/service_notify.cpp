@@ -12,6 +12,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/base/one_line.h"
 #include "platform/posix/unique_fd.h"
 
 namespace {
@@ -84,9 +85,7 @@ void ServiceManager::TellReady() {
 }
 
 void ServiceManager::TellStatus(const std::string& text) const {
-    std::string line = text;
-    std::replace(line.begin(), line.end(), '\n', ' ');
-    Tell("STATUS=" + line);
+    Tell("STATUS=" + OnOneLine(text));
 }
 
 void ServiceManager::ShowLife() const {

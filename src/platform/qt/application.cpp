@@ -9,6 +9,7 @@
 #include "platform/contracts/process.h"
 #include "platform/contracts/prompts.h"
 #include "platform/contracts/regional.h"
+#include "platform/contracts/shared_store.h"
 #include "platform/qt/display.h"
 
 namespace {
@@ -29,6 +30,8 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
 bool Application::notify(QObject* receiver, QEvent* event) {
     try {
         return QApplication::notify(receiver, event);
+    } catch (const StoreGivenUp&) {
+        // The user has read the error and chosen to go on without the store. The next command connects again.
     } catch (...) {
         EndByRuntimeError(CurrentError());
     }

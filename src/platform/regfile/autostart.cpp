@@ -16,6 +16,7 @@
 #include "platform/base/text.h"
 #include "platform/contracts/prompts.h"
 #include "platform/posix/atomic_file.h"
+#include "platform/posix/service_notify.h"
 
 namespace {
 
@@ -129,6 +130,13 @@ fs::path InstalledProgram() {
     return "oxc";
 }
 
+// A scheduler that is a service is started by its unit. An entry of the desktop would start a second one. A
+// command of the service's user is no process of its manager, but uses its settings; they are the machine's,
+// and the desktops of all users would start what is beside them.
+bool IsOfAService(const fs::path& configuration) {
+    return ServiceManager::Instance().IsThere() || configuration == "/etc";
+}
+
 }  // namespace
 
 std::string DesktopExec(std::string_view commandLine, const fs::path& ownProgram) {
@@ -181,7 +189,10 @@ std::string RegionForExec(std::string_view commandLine) {
     return exec == "env " ? "env LC_ALL=C.UTF-8 " : exec;
 }
 
-void WriteAutostart(const fs::path& folder, const std::string& name, std::string_view commandLine) {
+void WriteAutostart(const fs::path& configuration, const std::string& name, std::string_view commandLine) {
+    if (IsOfAService(configuration)) {
+        return;
+    }
     const fs::path program = InstalledProgram();
     if (!CanStandInEntry(commandLine) || !CanStandInEntry(program.string())) {
         Journal("The scheduler will not start with the desktop: an entry of the desktop cannot hold \"" +
@@ -189,6 +200,7 @@ void WriteAutostart(const fs::path& folder, const std::string& name, std::string
         return;
     }
     std::error_code error;
+    const fs::path folder = configuration / "autostart";
     fs::create_directories(folder, error);
     AtomicFile file(folder / (name + ".desktop"));
     file.Write("[Desktop Entry]\nType=Application\nName=" + std::string(AppTitle) +

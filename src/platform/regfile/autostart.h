@@ -21,8 +21,10 @@ std::string HomeForExec(std::string_view commandLine, const std::filesystem::pat
 // for other programs.
 std::string RegionForExec(std::string_view commandLine);
 
-// Makes <folder>/<name>.desktop, which starts the command line at login. Raises as AtomicFile. A path that no
-// entry can hold, as a control character or a byte that is no UTF-8 is in it, is a line on standard error,
-// and no entry is made.
-void WriteAutostart(const std::filesystem::path& folder, const std::string& name,
+// Makes autostart/<name>.desktop in a configuration folder (the XDG Base Directory specification's
+// $XDG_CONFIG_HOME), which starts the command line at login. Raises as AtomicFile. Makes no entry for a
+// service: in a process of a service manager, and in the machine's configuration. A path that no entry can
+// hold, as a control character or a byte that is no UTF-8 is in it, is a line on standard error, and no entry
+// is made.
+void WriteAutostart(const std::filesystem::path& configuration, const std::string& name,
                     std::string_view commandLine);

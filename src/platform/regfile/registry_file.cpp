@@ -12,7 +12,6 @@
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
 #include "platform/posix/atomic_file.h"
-#include "platform/posix/service_notify.h"
 #include "platform/posix/small_file.h"
 #include "platform/regfile/autostart.h"
 #include "platform/regfile/file_lock.h"
@@ -31,8 +30,6 @@ constexpr std::size_t LargestFile = 16U << 20U;
 constexpr std::string_view AutostartKey =
     "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 constexpr std::string_view AutostartName = "OXC";
-// The settings of a service are here. What is in its folder autostart, the desktops of all users start.
-constexpr std::string_view MachineConfiguration = "/etc";
 
 bool IsOneLine(std::string_view text) {
     return std::none_of(text.begin(), text.end(), [](unsigned char character) { return character < ' '; });
@@ -160,11 +157,8 @@ long RegistryFile::RegSetValueExA(Handle handle, const std::string& name, std::u
     }
     try {
         Rewrite([&](RegDocument& document) { document.SetValue(key->second, name, {type, bytes}); });
-        // A scheduler that is a service is started by its unit. An entry of the desktop would start a second
-        // one.
-        if (type == REG_SZ && SameText(key->second, AutostartKey) && SameText(name, AutostartName) &&
-            !ServiceManager::Instance().IsThere() && Folder().parent_path() != MachineConfiguration) {
-            WriteAutostart(Folder().parent_path() / "autostart", std::string(AutostartName),
+        if (type == REG_SZ && SameText(key->second, AutostartKey) && SameText(name, AutostartName)) {
+            WriteAutostart(Folder().parent_path(), std::string(AutostartName),
                            std::string_view(bytes).substr(0, bytes.find('\0')));
         }
         return Success;

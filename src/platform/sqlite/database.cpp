@@ -16,6 +16,8 @@
 #include "platform/sqlite/failure.h"
 #include "platform/sqlite/sql_functions.h"
 
+namespace fs = std::filesystem;
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -50,14 +52,16 @@ void Database::Closer::operator()(sqlite3* handle) const {
     sqlite3_close_v2(handle);
 }
 
-Database::Database(std::string file) : m_file(std::move(file)) {
-    OpenFile();
-    Configure();
-    UseWriteAheadLog();
+Database::Database(std::string file, Use use) : m_file(std::move(file)), m_path(FindFile()) {
+    if (use == Use::ToRead && IsWriteProtected(m_path)) {
+        OpenWriteProtected();
+    } else {
+        OpenFile(m_path, SQLITE_OPEN_READWRITE);
+        UseWriteAheadLog();
+    }
 }
 
-void Database::OpenFile() {
-    namespace fs = std::filesystem;
+fs::path Database::FindFile() const {
     std::error_code error;
     fs::path path;
     try {
@@ -73,12 +77,45 @@ void Database::OpenFile() {
     if (fs::is_regular_file(path, error) && fs::file_size(path, error) == 0 && !error) {
         RaiseDataError(nullptr, SQLITE_NOTADB, m_file);
     }
+    return path;
+}
+
+void Database::OpenFile(const std::string& name, int flags) {
     sqlite3* handle = nullptr;
-    const int code =
-        sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int code = sqlite3_open_v2(name.c_str(), &handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
     m_handle.reset(handle);
     if (code != SQLITE_OK) {
         Raise(code);
+    }
+    Configure();
+}
+
+void Database::OpenWriteProtected() {
+    const auto open = [this](ReadOnlyUse use) {
+        OpenFile(ReadOnlyName(m_path, use), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+        return UntilNotBusy([this] {
+            return sqlite3_exec(Handle(), "select 1 from sqlite_schema limit 1", nullptr, nullptr, nullptr);
+        });
+    };
+    const fs::path log = LogWithRows(m_path);
+    int code = open(ReadOnlyUse::Shared);
+    const int primary = code & 0xFF;
+    if (primary == SQLITE_CANTOPEN || primary == SQLITE_READONLY) {  // it wants to make a file
+        if (!log.empty()) {
+            RaiseUnfinished(m_file, log);
+        }
+        m_asItLay.emplace(m_path);
+        code = open(ReadOnlyUse::AsItLies);
+    }
+    if (code != SQLITE_OK) {
+        Raise(code);
+    }
+}
+
+void Database::CheckUnchanged() const {
+    if (m_asItLay && !(*m_asItLay == FileStamp(m_path))) {
+        throw RuntimeError(err::DataTimeout, "The data file \"" + paths::ForUser(m_file) +
+                                                 "\" was written by another program while it was read");
     }
 }
 
@@ -167,6 +204,7 @@ void Database::ProveWritable() {
 }
 
 void Database::Raise(int code) {
+    CheckUnchanged();
     if (m_functionError) {
         const RuntimeError error = *m_functionError;
         m_functionError.reset();
@@ -208,13 +246,20 @@ bool Statement::HasColumns() const {
     return sqlite3_column_count(Handle()) > 0;
 }
 
+bool Statement::HasRow(int code) const {
+    if (code == SQLITE_ROW) {
+        return true;
+    }
+    if (code != SQLITE_DONE) {
+        m_database.Raise(code);
+    }
+    m_database.CheckUnchanged();
+    return false;
+}
+
 bool Statement::Step() {
     if (m_started) {
-        const int code = sqlite3_step(Handle());
-        if (code != SQLITE_ROW && code != SQLITE_DONE) {
-            m_database.Raise(code);
-        }
-        return code == SQLITE_ROW;
+        return HasRow(sqlite3_step(Handle()));
     }
     const int code = UntilNotBusy([this] {
         const int result = sqlite3_step(Handle());
@@ -223,9 +268,7 @@ bool Statement::Step() {
         }
         return result;
     });
-    if (code != SQLITE_ROW && code != SQLITE_DONE) {
-        m_database.Raise(code);
-    }
+    const bool hasRow = HasRow(code);
     m_started = true;
-    return code == SQLITE_ROW;
+    return hasRow;
 }

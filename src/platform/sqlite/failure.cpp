@@ -3,7 +3,9 @@
 
 #include <sqlite3.h>
 
+#include <fcntl.h>
 #include <sys/statvfs.h>
+#include <unistd.h>
 
 #include <cerrno>
 
@@ -120,6 +122,17 @@ void RaiseDataError(sqlite3* handle, int code, const std::string& file, double w
         default:
             throw RuntimeError(err::DataSyntax, "The data layer fails; " + message);
     }
+}
+
+void RaiseUnfinished(const std::string& file, const std::filesystem::path& log) {
+    const std::string quotedLog = "\"" + paths::ForUser(paths::FromMachine(log)) + "\"";
+    const bool isReadable = faccessat(AT_FDCWD, log.c_str(), R_OK, AT_EACCESS) == 0;
+    throw RuntimeError(err::DataReadOnly,
+                       "The data file \"" + paths::ForUser(file) +
+                           "\" is write-protected and cannot be read now; " +
+                           (isReadable ? "a program ended before it had written all of " + quotedLog +
+                                             " to it: a user who may write there must open it first"
+                                       : "its log " + quotedLog + " cannot be read by this user"));
 }
 
 bool IsBusyCode(int code) {

@@ -8,7 +8,8 @@
 class SqliteSession : public DataSession {
  public:
     // `file` is a path of the system.
-    explicit SqliteSession(const std::string& file) : m_database(file) {}
+    explicit SqliteSession(const std::string& file, Database::Use use = Database::Use::ToWrite)
+        : m_database(file, use) {}
 
     void Execute(const std::string& statement) override;
     std::unique_ptr<DataRows> Query(const std::string& statement) override;

@@ -2,7 +2,7 @@
 // oxc-mail: sets the mail profile up, in a window or by commands.
 #include <iostream>
 
-#include "platform/base/ascii.h"
+#include "platform/base/one_line.h"
 #include "platform/contracts/runtime.h"
 #include "platform/posix/program.h"
 #include "platform/regfile/registry_file.h"
@@ -13,7 +13,7 @@ namespace {
 
 // Writes one line, whatever the message holds, because scripts read it.
 void Complain(const std::string& text) {
-    std::cerr << "oxc-mail: " << WithoutControls(text) << std::endl;
+    std::cerr << "oxc-mail: " << OnOneLine(text) << std::endl;
 }
 
 }  // namespace

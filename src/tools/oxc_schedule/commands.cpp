@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "platform/base/paths.h"
+#include "platform/contracts/system_error.h"
 #include "platform/posix/app_place.h"
 #include "shared/Global.h"
 #include "store/LiveDatabase.h"
@@ -65,8 +66,13 @@ std::filesystem::path LiveDatabase() {
 
 // A command that only reads makes nothing, neither a folder nor settings.
 void RequireDatabase() {
-    std::error_code ignored;
-    if (!std::filesystem::exists(LiveDatabase(), ignored)) {
+    std::error_code error;
+    const bool isThere = std::filesystem::exists(LiveDatabase(), error);
+    if (error) {
+        Refuse("The database in " + Quoted(AppPlace().string()) +
+               " cannot be read: " + SystemErrorText(error.value()));
+    }
+    if (!isThere) {
         Refuse("There is no database in " + Quoted(AppPlace().string()) +
                " yet: oxc-schedule init makes it, or the first command that changes something");
     }
@@ -87,11 +93,13 @@ void MakeDatabase() {
 
 void StartUp(Needs needs) {
     if (needs == Needs::ToRead) {
+        SetAppPath(paths::FromMachine(AppPlace()));
         RequireDatabase();
+        Global::SetReadingConnectionString();
     } else {
         MakeDatabase();
+        Global::SetConnectionString();
     }
-    Global::SetConnectionString();
     Global::MailBatchFlag = "T";
     Global::ReadSettings();
 }

@@ -4,7 +4,7 @@
 #include <iostream>
 
 #include "mail/Delivery.h"
-#include "platform/base/ascii.h"
+#include "platform/base/one_line.h"
 #include "platform/contracts/mapi.h"
 #include "platform/contracts/regional.h"
 #include "platform/contracts/report_engine.h"
@@ -21,7 +21,7 @@ namespace {
 
 // Writes one line, whatever the message holds, because scripts read it.
 void Complain(const std::string& text) {
-    std::cerr << "oxc-schedule: " << WithoutControls(text) << std::endl;
+    std::cerr << "oxc-schedule: " << OnOneLine(text) << std::endl;
 }
 
 }  // namespace

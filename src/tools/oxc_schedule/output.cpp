@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <iostream>
 
-#include "platform/base/ascii.h"
+#include "platform/base/one_line.h"
 #include "platform/base/text.h"
 
 namespace tools {
@@ -61,7 +61,7 @@ void PrintTable(const std::vector<std::vector<std::string>>& rows) {
     for (const auto& row : rows) {
         std::string line;
         for (std::size_t column = 0; column < row.size(); ++column) {
-            line += WithoutControls(row[column]);
+            line += OnOneLine(row[column]);
             line.append(widths[column] - CountCharacters(row[column]) + 2, ' ');
         }
         text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
@@ -71,7 +71,7 @@ void PrintTable(const std::vector<std::vector<std::string>>& rows) {
 
 int CommandPrompts::Box(const std::string& text, int flags, const std::string& /*title*/) {
     if ((flags & vbInformation) == vbInformation) {
-        m_information += WithoutControls(text) + "\n";
+        m_information += OnOneLine(text) + "\n";
     } else if (m_complaint.find(text) == std::string::npos) {
         m_complaint += (m_complaint.empty() ? "" : " ") + text;
     }

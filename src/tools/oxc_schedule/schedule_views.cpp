@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands that list schedules and their history.
-#include "platform/base/ascii.h"
+#include "platform/base/one_line.h"
 #include "platform/base/paths.h"
 #include "shared/Global.h"
 #include "tools/oxc_schedule/commands.h"
@@ -22,8 +22,14 @@ QJsonObject DescribeSchedule(const StoredSchedule& stored) {
 // "name: value" for each field; a text of several lines is indented.
 std::string Field(const std::string& name, const std::string& value) {
     std::string text;
-    for (const char c : value) {
-        text += c == '\n' ? "\n             " : std::string(1, IsControl(c) ? ' ' : c);
+    for (std::string_view rest = value; !rest.empty();) {
+        const std::string_view line = rest.substr(0, rest.find('\n'));
+        text += OnOneLine(line);
+        rest.remove_prefix(line.size());
+        if (!rest.empty()) {
+            text += "\n             ";
+            rest.remove_prefix(1);
+        }
     }
     std::string label = name + ":";
     label.resize(13, ' ');

@@ -5,8 +5,8 @@
 #include <iostream>
 #include <optional>
 
-#include "platform/base/ascii.h"
 #include "platform/base/convert.h"
+#include "platform/base/one_line.h"
 #include "platform/contracts/clock.h"
 #include "platform/mail/transport/outbox.h"
 #include "scheduler/PollTrace.h"
@@ -196,7 +196,7 @@ void CheckStatusOptions(const CommandLine& line) {
 }
 
 void ShowNoStatus(const CommandLine& line, const std::string& why) {
-    std::cerr << "oxc-schedule: " << WithoutControls(why) << std::endl;
+    std::cerr << "oxc-schedule: " << OnOneLine(why) << std::endl;
     if (line.Has("json")) {
         Print(QJsonObject{{"status", 2}, {"error", Json(why)}});
     } else if (line.Has("prometheus")) {

@@ -2,7 +2,7 @@
 // oxc-store: makes, fills, links and tries the store of a team.
 #include <iostream>
 
-#include "platform/base/ascii.h"
+#include "platform/base/one_line.h"
 #include "platform/posix/program.h"
 #include "tools/hidden_arguments.h"
 #include "tools/oxc_store/check.h"
@@ -15,7 +15,7 @@ namespace {
 
 // Writes one line, whatever the message holds, because scripts read it.
 void Complain(const std::string& text) {
-    std::cerr << "oxc-store: " << WithoutControls(text) << std::endl;
+    std::cerr << "oxc-store: " << OnOneLine(text) << std::endl;
 }
 
 void Print(const std::string& text) {

@@ -85,6 +85,26 @@ TEST_F(JournalLines, JsonEscapesControlCharactersAndReplacesWhatIsNoUtf8) {
               "\"text\":\"a\\u0009b\\u000ac\\\\d \xC3\xA4 \xEF\xBF\xBD\\u007f\"}\n");
 }
 
+// U+009B begins an escape sequence of terminals, U+2028 a line of some readers.
+TEST_F(JournalLines, NamesDoNotReachTheTerminalAsCommands) {
+    const std::string name =
+        "A\x1B[2J\xC2\x9B"
+        "31m\xE2\x80\xA8"
+        "2002-03-07\x9B\xFF";
+    EXPECT_EQ(Written([&] { Journal(name); }),
+              "2002-03-07 12:00:00 A [2J 31m 2002-03-07\xEF\xBF\xBD\xEF\xBF\xBD\n");
+    journal::UseForm(journal::Form::Json);
+    EXPECT_EQ(Written([&] { Journal(name); }),
+              "{\"time\":\"2002-03-07T12:00:00-03:30\",\"level\":\"warning\",\"event\":\"message\","
+              "\"text\":\"A\\u001b[2J\\u009b31m\\u20282002-03-07\xEF\xBF\xBD\xEF\xBF\xBD\"}\n");
+}
+
+TEST_F(JournalLines, ValueWithALineBreakIsOneWord) {
+    journal::WriteEvents(true);
+    EXPECT_EQ(Written({journal::Level::Error, "a", {journal::Text("title", "x\noutcome\ndelivered")}}),
+              "2002-03-07 12:00:00 error a title=\"x outcome delivered\"\n");
+}
+
 TEST_F(JournalLines, ContextBelongsToEveryEventAndToEveryLineOfJson) {
     journal::SetContext({journal::Number("schedule", 5)});
     journal::WriteEvents(true);

@@ -86,7 +86,7 @@ TEST(Autostart, FolderThatNoEntryCanHoldIsToldAndNoEntryIsWritten) {
     for (const char* name : {"a\tb", "a\nb", "a\rb", "\x01", "\xE4"}) {
         const TemporaryFolder folder;
         testing::internal::CaptureStderr();
-        WriteAutostart(folder / "autostart", "OXC", "\"Z:\\" + std::string(name) + "\\oxc.exe\" -sched");
+        WriteAutostart(folder.Path(), "OXC", "\"Z:\\" + std::string(name) + "\\oxc.exe\" -sched");
         const std::string said = testing::internal::GetCapturedStderr();
         EXPECT_NE(said.find(" The scheduler will not start with the desktop: "), std::string::npos) << said;
         EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
@@ -95,10 +95,16 @@ TEST(Autostart, FolderThatNoEntryCanHoldIsToldAndNoEntryIsWritten) {
     EXPECT_EQ(StartedByTheDesktop("\x7F"), "FOLDER\nPROGRAM\n-sched\n");
 }
 
+TEST(Autostart, MachinesConfigurationIsOfAServiceAndGetsNoEntry) {
+    const std::filesystem::path entry = "/etc/autostart/oxbow-courier-test.desktop";
+    WriteAutostart("/etc", "oxbow-courier-test", "oxc.exe -sched");
+    EXPECT_FALSE(std::filesystem::remove(entry));
+}
+
 TEST(Autostart, EntryIsWholeAndReplaced) {
     const TemporaryFolder folder;
-    WriteAutostart(folder / "autostart", "OXC", "oxc.exe -old");
-    WriteAutostart(folder / "autostart", "OXC", "\"Z:\\app\\oxc.exe\" -sched");
+    WriteAutostart(folder.Path(), "OXC", "oxc.exe -old");
+    WriteAutostart(folder.Path(), "OXC", "\"Z:\\app\\oxc.exe\" -sched");
     const std::string entry = ReadBytes(folder / "autostart/OXC.desktop");
     EXPECT_EQ(entry.find("[Desktop Entry]\nType=Application\nName=Oxbow Courier\n"), 0U);
     EXPECT_NE(entry.find("oxc -sched\n"), std::string::npos) << entry;
@@ -159,7 +165,7 @@ TEST(Autostart, RegionIsTheSystemsOwnProgramsOnly) {
 TEST(Autostart, EntryNamesTheRegion) {
     const Region region(nullptr, nullptr, "en_US.UTF-8");
     const TemporaryFolder folder;
-    WriteAutostart(folder / "autostart", "OXC", Own);
+    WriteAutostart(folder.Path(), "OXC", Own);
     const std::string entry = ReadBytes(folder / "autostart/OXC.desktop");
     EXPECT_NE(entry.find("\nExec=env LANG=en_US.UTF-8 "), std::string::npos) << entry;
     EXPECT_NE(entry.find("oxc -sched\n"), std::string::npos) << entry;

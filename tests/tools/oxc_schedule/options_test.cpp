@@ -4,12 +4,11 @@
 
 namespace {
 
-using Options = ScheduleProgram;
+using Options = StartedProgram;
 
 }  // namespace
 
 TEST_F(Options, AreShownAndStored) {
-    Output("init");
     EXPECT_EQ(Output("options show"), "Polling interval:  15 seconds\nOn error alert:    nobody\n");
     EXPECT_EQ(Output("options set --poll 60 --alert ann@example.com"),
               "The options are stored. A running scheduler takes them at its next start, or with SIGHUP.\n");
@@ -19,7 +18,6 @@ TEST_F(Options, AreShownAndStored) {
 }
 
 TEST_F(Options, AreRefusedWhereTheSystemCouldNotUseThem) {
-    Output("init");
     EXPECT_EQ(Refusal("options", 2),
               "options wants a command of its own, such as options show (oxc-schedule --help tells more)");
     EXPECT_EQ(Refusal("options set", 2),

@@ -56,11 +56,13 @@ class ScheduleProgram : public testing::Test {
                value + "</Value></Textbox></ReportItems></Body></Report>";
     }
 
-    // `arguments` as in a shell in the folder of the test, `input` on standard input.
-    ScheduleOutcome Run(const std::string& arguments, const std::string& input = {}) const {
+    // `arguments` as in a shell in the folder of the test, `input` on standard input. `starter` is the
+    // beginning of a command that starts the program.
+    ScheduleOutcome Run(const std::string& arguments, const std::string& input = {},
+                        const std::string& starter = {}) const {
         WriteBytes(m_folder / "stdin", input);
-        const std::string line = "cd '" + m_folder.Path().string() + "' && '" OXC_SCHEDULE_PROGRAM "' " +
-                                 arguments + " <stdin >stdout 2>stderr";
+        const std::string line = "cd '" + m_folder.Path().string() + "' && " + starter +
+                                 "'" OXC_SCHEDULE_PROGRAM "' " + arguments + " <stdin >stdout 2>stderr";
         const int status = std::system(line.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadBytes(m_folder / "stdout"),
                 ReadBytes(m_folder / "stderr")};
@@ -129,4 +131,13 @@ class ScheduleProgram : public testing::Test {
         "add plain.rpt --title Plain --to ann@example.com --at 07:30 --start 2990-01-01";
 
     ConfigHome m_folder;
+};
+
+// The same after its first steps: a database without rows and the settings of a first start.
+class StartedProgram : public ScheduleProgram {
+ protected:
+    void SetUp() override {
+        ScheduleProgram::SetUp();
+        Output("init");
+    }
 };

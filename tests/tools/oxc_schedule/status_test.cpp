@@ -7,17 +7,13 @@ using testing::HasSubstr;
 
 namespace {
 
-class Status : public ScheduleProgram {
+class Status : public StartedProgram {
  protected:
     // The trace of a poll that ended some seconds ago, with 15 seconds between two polls.
     void Polled(std::int64_t ago) const {
         const auto now = std::chrono::duration_cast<std::chrono::seconds>(
             std::chrono::system_clock::now().time_since_epoch());
         WriteBytes(m_folder / "app" / "PressroomLive.polled", std::to_string(now.count() - ago) + " 15\n");
-    }
-    void SetUp() override {
-        ScheduleProgram::SetUp();
-        Output("init");
     }
     int Code(const std::string& options = {}) const {
         const ScheduleOutcome outcome = Run("status " + options);

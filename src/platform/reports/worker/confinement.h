@@ -5,7 +5,8 @@
 // It ends with its parent, has no core dump, no new privileges, and limits on address space, open files and
 // the size of a file. The kernel's OOM killer prefers it to other programs. Where the kernel has Landlock, it
 // writes below TemporaryPlace only: a document goes to a file that the parent has opened. Where the kernel
-// has seccomp filters, it starts no program and no process, and the calls that no report needs are refused.
+// has seccomp filters, it starts no program and no process, changes no file's rights, and the calls that no
+// report needs are refused.
 // It still reaches the network, because data sources are there.
 #pragma once
 

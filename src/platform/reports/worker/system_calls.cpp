@@ -19,11 +19,16 @@ constexpr std::array Refused{
     // other programs and processes
     "execve", "execveat", "fork", "vfork", "ptrace", "process_vm_readv", "process_vm_writev", "kcmp", "kill",
     "tkill", "rt_sigqueueinfo", "rt_tgsigqueueinfo", "pidfd_open", "pidfd_getfd", "pidfd_send_signal",
-    "process_madvise", "setns", "unshare",
+    "process_madvise", "setpriority", "ioprio_set", "setns", "unshare",
     // file systems
     "mount", "umount", "umount2", "pivot_root", "chroot", "move_mount", "open_tree", "fsopen", "fsconfig",
     "fsmount", "fspick", "mount_setattr", "name_to_handle_at", "open_by_handle_at", "quotactl", "quotactl_fd",
     "swapon", "swapoff", "mknod", "mknodat", "fanotify_init",
+    // what Landlock leaves to the owner of a file: a settings file with a password must not become
+    // everybody's
+    "chmod", "fchmod", "fchmodat", "fchmodat2", "chown", "fchown", "lchown", "fchownat", "setxattr",
+    "lsetxattr", "fsetxattr", "removexattr", "lremovexattr", "fremovexattr", "utime", "utimes", "utimensat",
+    "futimesat",
     // the kernel
     "init_module", "finit_module", "delete_module", "create_module", "kexec_load", "kexec_file_load", "bpf",
     "perf_event_open", "userfaultfd", "io_uring_setup", "io_uring_enter", "io_uring_register", "add_key",

@@ -9,9 +9,12 @@
 #include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/xattr.h>
 
 #include <csignal>
+#include <fstream>
 #include <functional>
 #include <thread>
 
@@ -116,6 +119,30 @@ TEST_F(ReportConfinement, LeavesOtherProcessesAlone) {
         rlimit limit{};
         return Fails(prlimit(getppid(), RLIMIT_NOFILE, nullptr, &limit), EPERM);
     }));
+}
+
+// The kernel's Landlock does not hold these: they need no right to write.
+TEST_F(ReportConfinement, LeavesTheRightsAndTimesOfFilesAlone) {
+    const std::string file = (m_folder / "mail.ini").string();
+    std::ofstream(file) << "Password=x";
+    ASSERT_EQ(chmod(file.c_str(), 0600), 0);
+    const std::function<bool()> attempts[] = {
+        [&] { return Fails(chmod(file.c_str(), 0644), EPERM); },
+        [&] { return Fails(fchmod(open(file.c_str(), O_RDONLY), 0644), EPERM); },
+        [&] { return Fails(fchmodat(AT_FDCWD, file.c_str(), 0644, 0), EPERM); },
+        [&] { return Fails(chown(file.c_str(), getuid(), getgid()), EPERM); },
+        [&] { return Fails(lchown(file.c_str(), getuid(), getgid()), EPERM); },
+        [&] { return Fails(fchownat(AT_FDCWD, file.c_str(), getuid(), getgid(), 0), EPERM); },
+        [&] { return Fails(setxattr(file.c_str(), "user.a", "b", 1, 0), EPERM); },
+        [&] { return Fails(utimensat(AT_FDCWD, file.c_str(), nullptr, 0), EPERM); },
+    };
+    for (const auto& attempt : attempts) {
+        EXPECT_TRUE(IsTrueInside(attempt)) << &attempt - attempts;
+    }
+    struct stat status {};
+    ASSERT_EQ(stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+    EXPECT_TRUE(IsTrueInside([] { return Fails(setpriority(PRIO_PROCESS, 0, 19), EPERM); }));
 }
 
 TEST_F(ReportConfinement, LeavesTheKernelAlone) {
