@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Reports are made, opened and run by the engine.
+#include "designer/new_report/new_report.h"
+
+#include <gmock/gmock.h>
+
+#include "designer/new_report/themes.h"
+#include "rdl/api/report.h"
+#include "support/raises.h"
+#include "support/temporary_folder.h"
+
+namespace designer {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr const char* Sales =
+    "Region,Country,Customer,Day,Pieces,Amount\n"
+    "North,Sweden,Berg,2025-03-01,2,1200.10\n"
+    "South,Italy,Conti,2025-03-02,10,0.20\n"
+    "North,Sweden,Dahl,2025-03-04,4,80.30\n"
+    "North,Norway,Vik,2025-04-01,1,3.05\n";
+
+class Text : public rdl::Output {
+ public:
+    using rdl::Output::Write;
+    void Write(const char* data, std::size_t size) override { m_text.append(data, size); }
+    const std::string& Get() const { return m_text; }
+
+ private:
+    std::string m_text;
+};
+
+class NewReports : public testing::Test {
+ protected:
+    NewReports() {
+        WriteBytes(m_folder / "sales.csv", Sales);
+        m_report.title = "Sales";
+        m_report.provider = "CSV";
+        m_report.connectString = "Data Source=sales.csv";
+        Read();
+    }
+
+    void Read() {
+        m_report.columns = ColumnsOf(rdl::ReadQueryRows({.provider = m_report.provider,
+                                                         .connectString = m_report.connectString,
+                                                         .folder = m_folder.Path()}));
+    }
+
+    std::string Run(rdl::DocumentFormat format) const {
+        WriteBytes(m_folder / "sales.rdl", NewReportText(m_report));
+        const std::shared_ptr<rdl::Report> report = rdl::OpenReport(m_folder / "sales.rdl");
+        EXPECT_EQ(report->Title(), m_report.title);
+        Text text;
+        report->Write(format, text);
+        return text.Get();
+    }
+    std::string Csv() const { return Run(rdl::DocumentFormat::Csv); }
+    std::string Refusal() const {
+        return DescriptionRaisedBy([&] { NewReportText(m_report); });
+    }
+
+    // Something for everything that the layout has.
+    void Fill(ReportLayout layout) {
+        m_report.layout = layout;
+        m_report.groups = {"Region", "Country"};
+        m_report.sums = {"Pieces", "Amount"};
+        m_report.rows = {"Region", "Country"};
+        m_report.across = {"Day"};
+        m_report.values = {"Amount", "Pieces"};
+    }
+
+    TemporaryFolder m_folder;
+    NewReport m_report;
+};
+
+TEST_F(NewReports, OfEachLayoutAndThemeRun) {
+    for (const Theme& theme : Themes) {
+        for (std::size_t layout = 0; layout < LayoutWords.size(); ++layout) {
+            for (std::size_t chart = 0; chart < ChartWords.size(); ++chart) {
+                Fill(static_cast<ReportLayout>(layout));
+                m_report.theme = theme.name;
+                m_report.chart = static_cast<ReportChart>(chart);
+                m_report.paper = chart % 2 == 0 ? ReportPaper::A4 : ReportPaper::Letter;
+                m_report.landscape = chart == 1 && m_report.layout != ReportLayout::Labels;
+                const std::string where = std::string(theme.name) + " " + std::string(LayoutWords[layout]) +
+                                          " " + std::string(ChartWords[chart]);
+                const std::string csv = Csv();
+                EXPECT_THAT(csv, AllOf(HasSubstr("1,200.10"), Not(HasSubstr("#Error")))) << where;
+                EXPECT_THAT(Run(rdl::DocumentFormat::Pdf), testing::StartsWith("%PDF-1.7")) << where;
+            }
+        }
+    }
+}
+
+TEST_F(NewReports, OfATableHaveTotalsOfEachGroupAndOfAll) {
+    Fill(ReportLayout::Table);
+    EXPECT_EQ(
+        Csv(),
+        "\xEF\xBB\xBF"
+        "Region_Group,Country_Group,Customer,Day,Pieces,Amount,Label_Country_Total,Pieces_Country_Total,"
+        "Amount_Country_Total,Label_Region_Total,Pieces_Region_Total,Amount_Region_Total,Pieces_Total,"
+        "Amount_Total\r\n");
+}
+
+TEST_F(NewReports, ShowTheColumnsThatAreChosenInTheirOrder) {
+    m_report.shown = {"amount", "Customer"};
+    EXPECT_EQ(Csv(),
+              "\xEF\xBB\xBF"
+              "Amount,Customer\r\n\"1,200.10\",Berg\r\n0.20,Conti\r\n80.30,Dahl\r\n3.05,Vik\r\n");
+    m_report.sums = {"Pieces"};
+    EXPECT_THAT(Csv(), HasSubstr("Amount,Customer,Pieces,Pieces_Total\r\n\"1,200.10\",Berg,2,17\r\n"));
+}
+
+TEST_F(NewReports, OfRowsWithoutGroupsHaveALetterForEachRow) {
+    m_report.layout = ReportLayout::Letter;
+    WriteBytes(m_folder / "letter.rdl", NewReportText(m_report));
+    const std::unique_ptr<rdl::Pages> pages = rdl::OpenReport(m_folder / "letter.rdl")->OpenPages();
+    EXPECT_TRUE(pages->Reach(4));
+    EXPECT_FALSE(pages->Reach(5));
+}
+
+TEST_F(NewReports, OfLabelsFillASheet) {
+    std::string csv = "Name,City\n";
+    for (int row = 0; row < 22; ++row) {
+        csv += "Ann,Oslo\n";
+    }
+    WriteBytes(m_folder / "sales.csv", csv);
+    Read();
+    m_report.layout = ReportLayout::Labels;
+    for (const ReportPaper paper : {ReportPaper::A4, ReportPaper::Letter}) {
+        m_report.paper = paper;
+        WriteBytes(m_folder / "labels.rdl", NewReportText(m_report));
+        const std::unique_ptr<rdl::Pages> pages = rdl::OpenReport(m_folder / "labels.rdl")->OpenPages();
+        EXPECT_EQ(pages->Reach(2), paper == ReportPaper::A4);  // 21 or 30 labels
+        EXPECT_FALSE(pages->Reach(3));
+    }
+}
+
+TEST_F(NewReports, KeepTextsThatLookLikeExpressions) {
+    m_report.title = "=1+1 {x} \"quoted\" <&>";
+    WriteBytes(m_folder / "sales.csv", "=now(),{@PageNumber}\n=2+2,\"a \"\"b\"\"\"\n");
+    Read();
+    const std::string html = Run(rdl::DocumentFormat::Html);
+    EXPECT_THAT(html, HasSubstr("=1+1 {x} &quot;quoted&quot; &lt;&amp;&gt;"));
+    EXPECT_THAT(html, HasSubstr("=now()"));
+    EXPECT_THAT(html, HasSubstr("{@PageNumber}"));
+    EXPECT_THAT(html, HasSubstr("=2+2"));
+}
+
+TEST_F(NewReports, OfUnknownColumnsAreRefusedWithTheKnownOnes) {
+    constexpr const char* Known = "\"Region\", \"Country\", \"Customer\", \"Day\", \"Pieces\", \"Amount\"";
+    const std::string expected = std::string("The query has no column \"Amout\"; it has ") + Known;
+    for (std::vector<std::string>* const list : {&m_report.shown, &m_report.groups, &m_report.sums}) {
+        *list = {"Amout"};
+        EXPECT_EQ(Refusal(), expected);
+        list->clear();
+    }
+    m_report.sums = {"Customer"};
+    EXPECT_EQ(Refusal(), "The column \"Customer\" cannot be summed: its values are no numbers");
+    m_report.sums = {"Amount", "AMOUNT"};
+    EXPECT_EQ(Refusal(), "The column \"Amount\" is named twice");
+    m_report.sums = {"Amount"};
+    m_report.groups = {"Amount"};
+    EXPECT_EQ(Refusal(), "The column \"Amount\" cannot be both a group and a sum");
+    m_report.sums.clear();
+    m_report.shown = {"Amount"};
+    EXPECT_EQ(Refusal(), std::string("All columns that are shown are groups; the query has ") + Known);
+}
+
+TEST_F(NewReports, OfAMatrixNeedRowsColumnsAndValues) {
+    Fill(ReportLayout::Matrix);
+    m_report.across = {"Region"};
+    EXPECT_EQ(Refusal(), "The column \"Region\" cannot give both rows and columns of a matrix");
+    m_report.across.clear();
+    EXPECT_EQ(Refusal(),
+              "A matrix needs columns for its rows, its columns and its values; the query has \"Region\", "
+              "\"Country\", \"Customer\", \"Day\", \"Pieces\", \"Amount\"");
+}
+
+TEST_F(NewReports, OfUnknownThemesAreRefused) {
+    m_report.theme = "neon";
+    EXPECT_EQ(Refusal(), "There is no theme \"neon\": the themes are plain, ocean, forest, slate or ember");
+}
+
+TEST_F(NewReports, OfLabelsWithTooManyLinesAreRefused) {
+    m_report.layout = ReportLayout::Labels;
+    m_report.paper = ReportPaper::Letter;
+    EXPECT_EQ(Refusal(), "A label has 4 lines, and 6 columns are shown: choose fewer of them");
+}
+
+}  // namespace
+}  // namespace designer
