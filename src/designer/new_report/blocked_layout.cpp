@@ -35,7 +35,9 @@ class Blocked {
     std::vector<ColumnNeed> Needs() const {
         std::vector<ColumnNeed> needs;
         for (const ReportColumn* column : m_plan.groups) {
-            needs.push_back(NeedOf(m_plan, *column));
+            const bool hasTotals = !m_plan.sums.empty() && column != m_plan.groups.front();
+            needs.push_back(
+                NeedOfHeading(m_plan, *column, hasTotals ? m_plan.groups[needs.size() - 1] : nullptr));
         }
         for (const ReportColumn* column : m_plan.details) {
             needs.push_back(m_plan.IsSummed(*column) ? NeedOfSum(m_plan, *column) : NeedOf(m_plan, *column));
@@ -80,7 +82,6 @@ class Blocked {
         }
         Look look = GroupLook(m_plan.theme, m_fit.fontSize, 1);
         look.top = true;
-        look.right = IsRight(group);
         look.format = FormatOf(group);
         Xml box = m_parts.Box(group.field + "_Group", ValueOf(group), look);
         return GroupMember(m_parts.Name("By_" + group.field), group,
@@ -91,7 +92,7 @@ class Blocked {
         XmlList cells;
         for (const ReportColumn* group : m_plan.groups) {
             Xml box = m_parts.Box(group->field + "_Heading", Literal(CaptionOf(group->name)),
-                                  HeadLook(m_plan.theme, m_fit.fontSize, IsRight(*group)));
+                                  HeadLook(m_plan.theme, m_fit.fontSize));
             cells.push_back(Element("TablixCornerCell", {Element("CellContents", {std::move(box)})}));
         }
         return Element("TablixCorner",
@@ -102,7 +103,7 @@ class Blocked {
         XmlList members;
         for (const ReportColumn* column : m_plan.details) {
             Xml box = m_parts.Box(column->field + "_Heading", Literal(CaptionOf(column->name)),
-                                  HeadLook(m_plan.theme, m_fit.fontSize, IsRight(*column)));
+                                  HeadLook(m_plan.theme, m_fit.fontSize, column->IsNumeric()));
             members.push_back(Member({m_parts.Header(HeadHeight, std::move(box))}));
         }
         return members;

@@ -8,7 +8,7 @@ namespace designer {
 namespace {
 
 struct Series {
-    std::string name, caption, value, format;
+    std::string name, caption, value;
 };
 
 class Chart {
@@ -18,7 +18,7 @@ class Chart {
           m_parts(parts),
           m_kind(plan.report.chart),
           m_category(Category()),
-          m_series(AllSeries()) {}
+          m_series(Value()) {}
 
     PlacedItem Make(double top) {
         const double height = Height();
@@ -53,20 +53,12 @@ class Chart {
         return found == m_plan.details.end() ? *m_plan.details.front() : **found;
     }
 
-    // The slices of a pie show one value.
-    std::vector<Series> AllSeries() const {
-        ColumnList columns = IsMatrix() ? m_plan.values : m_plan.sums;
-        if (columns.empty()) {
-            return {{"Rows", "Rows", "=CountRows()", "N0"}};
-        }
-        if (IsMatrix() || m_kind == ReportChart::Pie) {
-            columns.resize(1);
-        }
-        std::vector<Series> series;
-        for (const ReportColumn* column : columns) {
-            series.push_back({column->field, CaptionOf(column->name), SumOf(*column), "N0"});
-        }
-        return series;
+    // The first sum only: the others most likely have another unit.
+    Series Value() const {
+        const ColumnList& columns = IsMatrix() ? m_plan.values : m_plan.sums;
+        return columns.empty() ? Series{"Rows", "Rows", "=CountRows()"}
+                               : Series{columns.front()->field, CaptionOf(columns.front()->name),
+                                        SumOf(*columns.front())};
     }
 
     bool HasSeriesGroup() const { return IsMatrix() && m_kind != ReportChart::Pie; }
@@ -106,9 +98,7 @@ class Chart {
             const ReportColumn& across = *m_plan.across.front();
             members.push_back(GroupMemberOf("Series_" + across.field, across));
         } else {
-            for (const Series& series : m_series) {
-                members.push_back(Element("ChartMember", {Text("Label", Literal(series.caption))}));
-            }
+            members.push_back(Element("ChartMember", {Text("Label", Literal(m_series.caption))}));
         }
         return Element("ChartSeriesHierarchy", {Element("ChartMembers", std::move(members))});
     }
@@ -128,22 +118,22 @@ class Chart {
 
     Xml Data() {
         const bool isPie = m_kind == ReportChart::Pie;
-        XmlList all;
-        for (const Series& series : m_series) {
-            const Xml label = isPie ? Element("ChartDataLabel", {Letters(8), Text("Label", "#PERCENT{P0}"),
-                                                                 Text("Visible", "true")})
-                                    : Xml{};
-            const Xml marker = m_kind == ReportChart::Line
-                                   ? Element("ChartMarker", {Text("Type", "Circle"), Text("Size", "5pt")})
-                                   : Xml{};
-            const Xml point =
-                Element("ChartDataPoint",
-                        {Element("ChartDataPointValues", {Text("Y", series.value)}), label, marker});
-            all.push_back(Named("ChartSeries", m_parts.Name("Series_" + series.name),
-                                {Element("ChartDataPoints", {point}), Text("Type", Type()),
-                                 Text("Subtype", isPie ? "Pie" : "Plain")}));
-        }
-        return Element("ChartData", {Element("ChartSeriesCollection", std::move(all))});
+        const Xml label = isPie ? Element("ChartDataLabel", {Letters(8), Text("Label", "#PERCENT{P0}"),
+                                                             Text("Visible", "true")})
+                                : Xml{};
+        const Xml marker = m_kind == ReportChart::Line
+                               ? Element("ChartMarker", {Text("Type", "Circle"), Text("Size", "5pt")})
+                               : Xml{};
+        const Xml point = Element(
+            "ChartDataPoint", {Element("ChartDataPointValues", {Text("Y", m_series.value)}), label, marker});
+        // A percentage within a dark slice would not be seen.
+        const Xml outside =
+            Element("CustomProperties",
+                    {Element("CustomProperty", {Text("Name", "PieLabelStyle"), Text("Value", "Outside")})});
+        const Xml series = Named("ChartSeries", m_parts.Name("Series_" + m_series.name),
+                                 {Element("ChartDataPoints", {point}), Text("Type", Type()),
+                                  Text("Subtype", isPie ? "Pie" : "Plain"), isPie ? outside : Xml{}});
+        return Element("ChartData", {Element("ChartSeriesCollection", {series})});
     }
 
     Xml Areas() {
@@ -155,7 +145,7 @@ class Chart {
             "ChartMajorGridLines",
             {Text("Enabled", "True"),
              Element("Style", {Element("Border", {Text("Color", "#DDDDDD"), Text("Style", "Solid")})})});
-        const Xml values = Named("ChartAxis", "Primary", {Letters(8, false, m_series.front().format), grid});
+        const Xml values = Named("ChartAxis", "Primary", {Letters(8, false, "N0"), grid});
         return Element(
             "ChartAreas",
             {Named("ChartArea", "Default",
@@ -163,7 +153,7 @@ class Chart {
     }
 
     Xml Legends() {
-        const bool isNeeded = HasSeriesGroup() || m_series.size() > 1 || m_kind == ReportChart::Pie;
+        const bool isNeeded = HasSeriesGroup() || m_kind == ReportChart::Pie;
         return isNeeded
                    ? Element("ChartLegends",
                              {Named("ChartLegend", "Legend", {Letters(8), Text("Position", "RightCenter")})})
@@ -171,11 +161,7 @@ class Chart {
     }
 
     Xml Title() {
-        std::string caption;
-        for (const Series& series : m_series) {
-            caption += (caption.empty() ? "" : ", ") + series.caption;
-        }
-        caption += " by " + CaptionOf(m_category.name);
+        const std::string caption = m_series.caption + " by " + CaptionOf(m_category.name);
         return Element("ChartTitles", {Named("ChartTitle", "Title",
                                              {Text("Caption", Literal(caption)), Letters(11, true)})});
     }
@@ -192,7 +178,7 @@ class Chart {
     Parts& m_parts;
     const ReportChart m_kind;
     const ReportColumn& m_category;
-    const std::vector<Series> m_series;
+    const Series m_series;
 };
 
 }  // namespace

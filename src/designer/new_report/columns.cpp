@@ -22,6 +22,7 @@ struct Traits {
     bool any = false, whole = true, number = true, exact = true, date = true, time = false, boolean = true,
          bytes = false;
     int decimals = 0;
+    double largest = 0;  // without its sign
 };
 
 bool HasForm(std::string_view text, std::string_view form) {
@@ -75,6 +76,7 @@ void Look(const rdl::Value& value, Traits& traits) {
     }
     if (value.IsNumber() && kind != Kind::Integer) {
         traits.decimals = std::max(traits.decimals, DecimalsOf(value.AsDouble()));
+        traits.largest = std::max(traits.largest, std::abs(value.AsDouble()));
     }
 }
 
@@ -101,8 +103,9 @@ void TakeKind(const Traits& traits, ReportColumn& column) {
         column.typeName = "System.Int64";
     } else if (traits.any && traits.number) {
         column.kind = ColumnKind::Number;
-        column.decimals = std::clamp(traits.decimals, 2, MostDecimals);
-        // Numbers of few decimals are amounts, whose sums are exact.
+        // Small numbers are rates and factors, larger ones amounts.
+        column.decimals = traits.largest < 10 ? std::clamp(traits.decimals, 2, MostDecimals) : 2;
+        // The sums of numbers with few decimals are exact.
         column.typeName = traits.exact || traits.decimals <= 4 ? "System.Decimal" : "System.Double";
     } else {
         column.typeName = "System.String";

@@ -26,7 +26,7 @@ struct ReportColumn {
     std::string field;     // in the report: an identifier, different from all others
     std::string typeName;  // System.Int64 ...
     ColumnKind kind = ColumnKind::Text;
-    int decimals = 0;           // Number: as many as the values have, from 2 to 6
+    int decimals = 0;           // Number: 2, or of values below 10 as many as they have, up to 6
     double widest = 0;          // value, in parts of the font size
     double widestWord = 0;      // within a value, in the same unit
     std::size_t different = 0;  // values

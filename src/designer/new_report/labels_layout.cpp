@@ -6,7 +6,7 @@
 namespace designer {
 namespace {
 
-constexpr double Margin = 3, LineHeight = 4.6;
+constexpr double Margin = 2.5, LineHeight = 4.4;
 
 // The common sheets of 21 and of 30 labels.
 constexpr LabelSheet A4Sheet{63.5, 38.1, 7.2, 15.1, 2.5, 3};

@@ -34,7 +34,8 @@ class Matrix {
     ColumnFit Fit() const {
         std::vector<ColumnNeed> needs;
         for (const ReportColumn* column : m_plan.rows) {
-            needs.push_back(NeedOf(m_plan, *column));
+            needs.push_back(
+                NeedOfHeading(m_plan, *column, needs.empty() ? nullptr : m_plan.rows[needs.size() - 1]));
         }
         std::size_t instances = 1;
         double heading = 0;

@@ -111,9 +111,10 @@ Xml PageFooter(const Plan& plan, Parts& parts) {
                             right, {3, half, 5, half})})});
 }
 
-Xml Page(const Plan& plan, Parts& parts) {
+// `footer` may be no element.
+Xml Page(const Plan& plan, const Parts& parts, Xml footer) {
     return Element("Page",
-                   {PageFooter(plan, parts), Text("PageHeight", parts.Size(plan.pageHeight)),
+                   {std::move(footer), Text("PageHeight", parts.Size(plan.pageHeight)),
                     Text("PageWidth", parts.Size(plan.pageWidth)), Text("LeftMargin", parts.Size(SideMargin)),
                     Text("RightMargin", parts.Size(SideMargin)), Text("TopMargin", parts.Size(TopMargin)),
                     Text("BottomMargin", parts.Size(TopMargin))});
@@ -146,10 +147,11 @@ Xml SectionOf(const Plan& plan, Parts& parts) {
     }
     if (plan.report.layout == ReportLayout::Letter) {
         PlacedItem letter = LetterItem(plan, parts);
-        return Section(parts, {std::move(letter.item)}, letter.height, plan.width, Page(plan, parts));
+        return Section(parts, {std::move(letter.item)}, letter.height, plan.width, Page(plan, parts, {}));
     }
     BodyItems body = TitledBody(plan, parts);
-    return Section(parts, std::move(body.items), body.height, plan.width, Page(plan, parts));
+    return Section(parts, std::move(body.items), body.height, plan.width,
+                   Page(plan, parts, PageFooter(plan, parts)));
 }
 
 Xml TitleProperty(const std::string& title) {

@@ -41,8 +41,8 @@ struct NewReport {
     std::vector<std::string> shown;  // empty: all that are no bytes
     std::vector<std::string> groups, sums;
     std::vector<std::string> rows, across, values;
-    // Above tables and matrices: the first sum, or the number of rows, by the first group, or else by the
-    // first column.
+    // Above tables and matrices: the first sum or value, else the number of rows, by the first group, or else
+    // by the first column.
     ReportChart chart = ReportChart::None;
     std::string theme = "plain";  // a name of themes.h
     ReportPaper paper = ReportPaper::A4;

@@ -41,7 +41,7 @@ Xml BoxStyle(const Look& look) {
         "Style", {Border("TopBorder", look.ruleAbove), Border("BottomBorder", look.ruleBelow),
                   Optional("BackgroundColor", look.fillExpression.empty() ? look.fill : look.fillExpression),
                   Text("VerticalAlign", look.top ? "Top" : "Middle"), Text("PaddingLeft", Points(look.left)),
-                  Text("PaddingRight", "3pt"), Text("PaddingTop", Points(look.above)),
+                  Text("PaddingRight", "4pt"), Text("PaddingTop", Points(look.above)),
                   Text("PaddingBottom", Points(look.below))});
 }
 
@@ -53,7 +53,7 @@ Xml Paragraphs(std::string_view value, const Look& look) {
     return Element(
         "Paragraphs",
         {Element("Paragraph", {Element("TextRuns", {run}),
-                               Element("Style", {look.right ? Text("TextAlign", "Right") : Xml{}})})});
+                               Element("Style", {Text("TextAlign", look.right ? "Right" : "Left")})})});
 }
 
 XmlList BoxContent(std::string_view value, const Look& look) {

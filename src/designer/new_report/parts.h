@@ -19,7 +19,7 @@ struct Look {
     double size = 9;
     bool bold = false, right = false, top = false, grows = true;
     std::string format = {};
-    double left = 3, above = 2, below = 2;            // paddings
+    double left = 4, above = 2, below = 2;            // paddings
     std::string_view ruleAbove = {}, ruleBelow = {};  // colours
     std::string fillExpression = {};                  // in place of `fill`
 };

@@ -11,7 +11,7 @@ namespace {
 // Parts of the font size.
 constexpr double WidestText = 26, LeastText = 8, WidestHeading = 14;
 constexpr double Bold = 1.08;
-constexpr double MoreDigits = 2.1;  // of a sum
+constexpr double MoreDigits = 1.7;  // of a sum
 
 std::size_t FirstSum(const Plan& plan) {
     const auto first = std::find_if(plan.details.begin(), plan.details.end(),
@@ -24,11 +24,6 @@ Xml EmptyCell() {
 }
 
 }  // namespace
-
-bool IsRight(const ReportColumn& column) {
-    return column.IsNumeric() || column.kind == ColumnKind::Code || column.kind == ColumnKind::Date ||
-           column.kind == ColumnKind::Moment;
-}
 
 Look HeadLook(const Theme& theme, double size, bool right) {
     return {.font = theme.headingFont,
@@ -54,9 +49,11 @@ Look DetailLook(const Theme& theme, double size, const ReportColumn& column) {
     Look look{.font = theme.font,
               .ink = theme.ink,
               .size = size,
-              .right = IsRight(column),
+              .right = column.IsNumeric(),
               .top = true,
               .format = FormatOf(column),
+              .above = 3,
+              .below = 2.5,
               .ruleBelow = theme.band.empty() ? theme.rule : std::string_view()};
     if (!theme.band.empty()) {
         look.fillExpression = "=IIf(RowNumber(Nothing) Mod 2 = 0, " + Quoted(theme.band) + ", \"#FFFFFF\")";
@@ -65,7 +62,12 @@ Look DetailLook(const Theme& theme, double size, const ReportColumn& column) {
 }
 
 Look SubtotalLook(const Theme& theme, double size) {
-    return {.font = theme.font, .ink = theme.groupInk, .size = size, .bold = true, .ruleAbove = theme.ink};
+    return {.font = theme.font,
+            .ink = theme.groupInk,
+            .size = size,
+            .bold = true,
+            .above = 3,
+            .ruleAbove = theme.ink};
 }
 
 Look TotalLook(const Theme& theme, double size) {
@@ -95,6 +97,15 @@ ColumnNeed NeedOf(const Plan& plan, const ReportColumn& column) {
     const double least = isText ? std::min(column.widestWord, LeastText) : value;
     const double scale = plan.theme.relativeWidth;
     return {.wish = scale * std::max(value, heading), .least = scale * std::max(least, word)};
+}
+
+ColumnNeed NeedOfHeading(const Plan& plan, const ReportColumn& column, const ReportColumn* outer) {
+    ColumnNeed need = NeedOf(plan, column);
+    if (outer != nullptr) {
+        const double total = (std::min(outer->widest, WidestText) + WidthOf("Total ")) * Bold;
+        need.wish = std::max(need.wish, plan.theme.relativeWidth * total);
+    }
+    return need;
 }
 
 ColumnNeed NeedOfSum(const Plan& plan, const ReportColumn& column) {
@@ -128,7 +139,7 @@ Xml HeadingCells(const Plan& plan, Parts& parts, double height, double fontSize)
     XmlList cells;
     for (const ReportColumn* column : plan.details) {
         cells.push_back(Cell(parts.Box(column->field + "_Heading", Literal(CaptionOf(column->name)),
-                                       HeadLook(plan.theme, fontSize, IsRight(*column)))));
+                                       HeadLook(plan.theme, fontSize, column->IsNumeric()))));
     }
     return parts.Row(height, std::move(cells));
 }

@@ -22,10 +22,9 @@ Look TotalLook(const Theme& theme, double size);
 // The same look for the sum of a column.
 Look ForSum(Look look, const ReportColumn& column);
 
-// Whether the column's values are at the right side: numbers, dates.
-bool IsRight(const ReportColumn& column);
-
 ColumnNeed NeedOf(const Plan& plan, const ReportColumn& column);
+// The same for a column of row headings that has the totals of `outer`, too; null: none.
+ColumnNeed NeedOfHeading(const Plan& plan, const ReportColumn& column, const ReportColumn* outer);
 // The same for a column whose values are sums of the column.
 ColumnNeed NeedOfSum(const Plan& plan, const ReportColumn& column);
 

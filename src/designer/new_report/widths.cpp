@@ -10,7 +10,8 @@ namespace designer {
 namespace {
 
 constexpr double MillimetresOfPoint = 25.4 / 72;
-constexpr double Paddings = 6 * MillimetresOfPoint + 0.8;  // and room for the estimate
+constexpr double Paddings = 8 * MillimetresOfPoint + 0.8;  // and room for the estimate
+constexpr double Rounding = 0.1;                           // of sizes as they are written, over all columns
 constexpr double LeastWidth = 6, MostStretch = 1.5;
 constexpr int LargestFont = 9, SmallestFont = 6;
 
@@ -34,7 +35,8 @@ void Scale(std::vector<double>& widths, double factor) {
 
 }  // namespace
 
-ColumnFit FitColumns(const std::vector<ColumnNeed>& needs, double width) {
+ColumnFit FitColumns(const std::vector<ColumnNeed>& needs, double paper) {
+    const double width = paper - Rounding;
     const auto most = static_cast<std::size_t>(width / LeastWidth);
     if (needs.size() > most) {
         Refuse("The table has " + std::to_string(needs.size()) + " columns, and " + std::to_string(most) +

@@ -56,6 +56,7 @@ TEST_F(NewReportColumns, KeysAndYearsHaveNoSeparators) {
 TEST_F(NewReportColumns, NumbersHaveTheDecimalsOfTheirValues) {
     EXPECT_EQ(First("a,b\n1.5,1\n").decimals, 2);
     EXPECT_EQ(First("a,b\n1.125,1\n2.1,1\n").decimals, 3);
+    EXPECT_EQ(First("a,b\n1.125,1\n10,1\n").decimals, 2);
     EXPECT_EQ(First("a,b\n0.1234,1\n").typeName, "System.Decimal");
     EXPECT_EQ(First("a,b\n0.12345678,1\n").decimals, 6);
     EXPECT_EQ(First("a,b\n0.12345678,1\n").typeName, "System.Double");

@@ -65,6 +65,7 @@ class NewReports : public testing::Test {
     // Something for everything that the layout has.
     void Fill(ReportLayout layout) {
         m_report.layout = layout;
+        m_report.shown = {"Customer", "Day", "Pieces", "Amount"};
         m_report.groups = {"Region", "Country"};
         m_report.sums = {"Pieces", "Amount"};
         m_report.rows = {"Region", "Country"};
@@ -102,7 +103,13 @@ TEST_F(NewReports, OfATableHaveTotalsOfEachGroupAndOfAll) {
         "\xEF\xBB\xBF"
         "Region_Group,Country_Group,Customer,Day,Pieces,Amount,Label_Country_Total,Pieces_Country_Total,"
         "Amount_Country_Total,Label_Region_Total,Pieces_Region_Total,Amount_Region_Total,Pieces_Total,"
-        "Amount_Total\r\n");
+        "Amount_Total\r\n"
+        "North,Norway,Vik,4/1/2025,1,3.05,Total Norway,1,3.05,Total North,7,\"1,283.45\",17,\"1,283.65\"\r\n"
+        "North,Sweden,Berg,3/1/2025,2,\"1,200.10\",Total Sweden,6,\"1,280.40\",Total "
+        "North,7,\"1,283.45\",17,\"1,283.65\"\r\n"
+        "North,Sweden,Dahl,3/4/2025,4,80.30,Total Sweden,6,\"1,280.40\",Total "
+        "North,7,\"1,283.45\",17,\"1,283.65\"\r\n"
+        "South,Italy,Conti,3/2/2025,10,0.20,Total Italy,10,0.20,Total South,10,0.20,17,\"1,283.65\"\r\n");
 }
 
 TEST_F(NewReports, ShowTheColumnsThatAreChosenInTheirOrder) {
@@ -146,7 +153,7 @@ TEST_F(NewReports, KeepTextsThatLookLikeExpressions) {
     const std::string html = Run(rdl::DocumentFormat::Html);
     EXPECT_THAT(html, HasSubstr("=1+1 {x} &quot;quoted&quot; &lt;&amp;&gt;"));
     EXPECT_THAT(html, HasSubstr("=now()"));
-    EXPECT_THAT(html, HasSubstr("{@PageNumber}"));
+    EXPECT_THAT(html, HasSubstr("{@Page Number}"));
     EXPECT_THAT(html, HasSubstr("=2+2"));
 }
 
@@ -188,7 +195,7 @@ TEST_F(NewReports, OfUnknownThemesAreRefused) {
 TEST_F(NewReports, OfLabelsWithTooManyLinesAreRefused) {
     m_report.layout = ReportLayout::Labels;
     m_report.paper = ReportPaper::Letter;
-    EXPECT_EQ(Refusal(), "A label has 4 lines, and 6 columns are shown: choose fewer of them");
+    EXPECT_EQ(Refusal(), "A label has 5 lines, and 6 columns are shown: choose fewer of them");
 }
 
 }  // namespace
