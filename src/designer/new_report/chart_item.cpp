@@ -7,6 +7,9 @@
 namespace designer {
 namespace {
 
+// Of more points the markers would hide the line.
+constexpr std::size_t MostMarkers = 40;
+
 struct Series {
     std::string name, caption, value;
 };
@@ -121,7 +124,7 @@ class Chart {
         const Xml label = isPie ? Element("ChartDataLabel", {Letters(8), Text("Label", "#PERCENT{P0}"),
                                                              Text("Visible", "true")})
                                 : Xml{};
-        const Xml marker = m_kind == ReportChart::Line
+        const Xml marker = m_kind == ReportChart::Line && m_category.different <= MostMarkers
                                ? Element("ChartMarker", {Text("Type", "Circle"), Text("Size", "5pt")})
                                : Xml{};
         const Xml point = Element(

@@ -59,6 +59,7 @@ class Table {
     Xml SubtotalRow(std::size_t level) {
         const ReportColumn& group = *m_plan.groups[level];
         Look look = SubtotalLook(m_plan.theme, m_fit.fontSize);
+        look.left += Indent(level);
         look.below = 5;
         XmlList cells = TotalCells(m_plan, m_parts, TotalLabel(group), group.field + "_Total", look);
         return m_parts.Row(RowHeight, std::move(cells));
