@@ -71,7 +71,7 @@ class Blocked {
 
     Xml GroupFrom(std::size_t level) {
         if (level == m_levels) {
-            return DetailMember("Details");
+            return DetailMember();
         }
         const ReportColumn& group = *m_plan.groups[level];
         XmlList inner = {GroupFrom(level + 1)};

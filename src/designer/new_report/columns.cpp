@@ -11,6 +11,7 @@
 #include "designer/new_report/refusal.h"
 #include "designer/new_report/text_width.h"
 #include "platform/base/ascii.h"
+#include "platform/base/text.h"
 
 namespace designer {
 namespace {
@@ -162,35 +163,56 @@ void Measure(const rdl::QueryRows& rows, std::size_t index, ReportColumn& column
     column.different = texts.size();
 }
 
-void RefuseSameNames(const std::vector<std::string>& columns) {
+// A report file keeps names of columns as texts of XML, which readers trim.
+bool IsKept(const std::string& name) {
+    return IsUtf8(name) && !HasControls(name) && Trim(name).size() == name.size();
+}
+
+void CheckNames(const std::vector<ReportColumn>& columns) {
     std::set<std::string> known;
-    for (const std::string& name : columns) {
+    for (const ReportColumn& column : columns) {
+        const std::string& name = column.name;
+        if (!IsKept(name)) {
+            Refuse("The column \"" + ValidUtf8(WithoutControls(name)) +
+                   "\" needs another name: without control characters, and without blanks at its ends");
+        }
         if (!known.insert(ToLower(name)).second) {
             Refuse("The query gives two columns \"" + name + "\": each needs a name of its own");
         }
     }
 }
 
+// The lines of some files end in a separator, which gives a column without name and values.
+void RefuseValues(const Traits& traits, std::size_t index) {
+    if (traits.any) {
+        Refuse("The column " + std::to_string(index + 1) + " of the query has values, but no name");
+    }
+}
+
 }  // namespace
 
 std::vector<ReportColumn> ColumnsOf(const rdl::QueryRows& rows) {
-    if (rows.columns.empty()) {
-        Refuse("The query gives no columns");
-    }
-    RefuseSameNames(rows.columns);
     std::vector<ReportColumn> columns;
     Names fields;
     for (std::size_t index = 0; index < rows.columns.size(); ++index) {
-        ReportColumn& column = columns.emplace_back();
-        column.name = rows.columns[index];
-        column.field = fields.Add(column.name);
         Traits traits;
         for (std::size_t row = 0; row < rows.RowCount(); ++row) {
             Look(rows.At(row, index), traits);
         }
+        if (rows.columns[index].empty()) {
+            RefuseValues(traits, index);
+            continue;
+        }
+        ReportColumn& column = columns.emplace_back();
+        column.name = rows.columns[index];
+        column.field = fields.Add(column.name);
         TakeKind(traits, column);
         Measure(rows, index, column);
     }
+    if (columns.empty()) {
+        Refuse("The query gives no columns");
+    }
+    CheckNames(columns);
     return columns;
 }
 

@@ -35,8 +35,9 @@ struct ReportColumn {
 };
 
 // Returns the columns of the rows in their order. Kinds, widths and counts are those of the rows that were
-// read; a column without values is of texts. Raises RuntimeError 5 if there is no column, or two have the
-// same name without regard to case.
+// read; a column without values is of texts, and one without a name as well is left out. Raises RuntimeError
+// 5 if there is no column, or for a name that a report file cannot have: none, control characters, or that of
+// another column without regard to case.
 std::vector<ReportColumn> ColumnsOf(const rdl::QueryRows& rows);
 
 // Returns the format string of a column's values; empty if they need none.

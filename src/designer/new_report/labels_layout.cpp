@@ -46,7 +46,7 @@ PlacedItem LabelItem(const Plan& plan, Parts& parts) {
         Element("TablixBody", {parts.Columns({sheet.width}),
                                Element("TablixRows", {parts.Row(sheet.height, {Cell(std::move(label))})})}),
         Element("TablixColumnHierarchy", {Element("TablixMembers", {Member()})}),
-        Element("TablixRowHierarchy", {Element("TablixMembers", {DetailMember("Details")})}),
+        Element("TablixRowHierarchy", {Element("TablixMembers", {DetailMember()})}),
         Text("DataSetName", DataSetName)};
     for (Xml& one : parts.PlaceOf({0, 0, sheet.height, sheet.width})) {
         content.push_back(std::move(one));

@@ -12,8 +12,6 @@ struct PlacedItem {
     double height = 0;  // mm
 };
 
-inline constexpr std::string_view DataSetName = "Data";
-
 // Groups with a heading above and totals below their rows, and a grand total.
 PlacedItem TableItem(const Plan& plan, Parts& parts, double top);
 // Groups in columns of their own; needs a group.

@@ -91,6 +91,11 @@ std::string ShownText(const ReportColumn& column) {
     return format.empty() ? value : "Format(" + value + ", " + Quoted(format) + ")";
 }
 
+Parts::Parts(ReportPaper paper) : m_paper(paper) {
+    m_names.Add(DataSetName);
+    m_names.Add(DetailGroup);
+}
+
 std::string Parts::Size(double millimetres) const {
     return m_paper == ReportPaper::A4 ? Plain(millimetres / 10, 3) + "cm"
                                       : Plain(millimetres / 25.4, 4) + "in";
@@ -163,8 +168,8 @@ Xml GroupMember(const std::string& name, const ReportColumn& column, XmlList con
     return Member(std::move(all), std::move(inner));
 }
 
-Xml DetailMember(const std::string& name) {
-    return Member({Named("Group", name)});
+Xml DetailMember() {
+    return Member({Named("Group", DetailGroup)});
 }
 
 }  // namespace designer

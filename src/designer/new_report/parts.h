@@ -37,10 +37,13 @@ std::string ShownText(const ReportColumn& column);
 // Texts in expressions are in quotes.
 std::string Quoted(std::string_view text);
 
-// Makes items with names that differ and sizes in the paper's unit.
+// The names of the data set and of the group of rows.
+inline constexpr std::string_view DataSetName = "Data", DetailGroup = "Details";
+
+// Makes items with names that differ, also from these two, and sizes in the paper's unit.
 class Parts {
  public:
-    explicit Parts(ReportPaper paper) : m_paper(paper) {}
+    explicit Parts(ReportPaper paper);
 
     std::string Name(std::string_view wanted) { return m_names.Add(wanted); }
     // Returns 2.5cm or 1.25in.
@@ -69,6 +72,6 @@ Xml Member(XmlList content = {}, XmlList inner = {});
 // A member for each instance of a group by the column, in order of its values.
 Xml GroupMember(const std::string& name, const ReportColumn& column, XmlList content, XmlList inner);
 // A member for each row.
-Xml DetailMember(const std::string& name);
+Xml DetailMember();
 
 }  // namespace designer

@@ -67,7 +67,7 @@ class Table {
 
     Xml GroupsFrom(std::size_t level) {
         if (level == m_plan.groups.size()) {
-            return DetailMember("Details");
+            return DetailMember();
         }
         const ReportColumn& group = *m_plan.groups[level];
         XmlList inner = {RowWithNext(true), GroupsFrom(level + 1)};

@@ -15,7 +15,9 @@ bool IsAllowed(char32_t code) {
            (code >= 0xE000 && code <= 0xFFFD) || (code >= 0x10000 && code <= 0x10FFFF);
 }
 
-void AppendEscaped(std::string& out, std::string_view text) {
+enum class Where { Content, Attribute };
+
+void AppendEscaped(std::string& out, std::string_view text, Where where) {
     for (std::size_t at = 0; at < text.size();) {
         const Character character = CharacterAt(text, at);
         at += character.length;
@@ -30,7 +32,7 @@ void AppendEscaped(std::string& out, std::string_view text) {
                 out += "&gt;";
                 break;
             case '"':
-                out += "&quot;";
+                out += where == Where::Attribute ? "&quot;" : "\"";
                 break;
             case '\r':  // a reader takes one that is written as it is for a line feed
                 out += "&#13;";
@@ -46,7 +48,7 @@ void PrintElement(std::string& out, const Xml& element, std::size_t level) {
     out += "<" + element.name;
     for (const auto& [name, value] : element.attributes) {
         out += " " + name + "=\"";
-        AppendEscaped(out, value);
+        AppendEscaped(out, value, Where::Attribute);
         out += "\"";
     }
     if (element.children.empty() && element.text.empty()) {
@@ -55,7 +57,7 @@ void PrintElement(std::string& out, const Xml& element, std::size_t level) {
     }
     out += ">";
     if (element.children.empty()) {
-        AppendEscaped(out, element.text);
+        AppendEscaped(out, element.text, Where::Content);
     } else {
         out += "\n";
         for (const Xml& child : element.children) {

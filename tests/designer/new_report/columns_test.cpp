@@ -86,9 +86,15 @@ TEST_F(NewReportColumns, FieldsDiffer) {
     EXPECT_EQ(columns[2].field, "_1st");
 }
 
-TEST_F(NewReportColumns, WithOneNameAreRefused) {
+TEST_F(NewReportColumns, WithNamesThatAReportCannotHaveAreRefused) {
     EXPECT_EQ(DescriptionRaisedBy([&] { Read("id,name,ID\n1,a,2\n"); }),
               "The query gives two columns \"ID\": each needs a name of its own");
+    EXPECT_EQ(DescriptionRaisedBy([&] { Read("a,,b\n1,,2\n,3,4\n"); }),
+              "The column 2 of the query has values, but no name");
+    EXPECT_EQ(Read("a,,b,\n1,,2,\n").size(), 2U);
+    EXPECT_EQ(
+        DescriptionRaisedBy([&] { Read("a,\"b\nc\"\n1,2\n"); }),
+        "The column \"b c\" needs another name: without control characters, and without blanks at its ends");
     EXPECT_EQ(DescriptionRaisedBy([&] { Read(""); }), "The query gives no columns");
 }
 
