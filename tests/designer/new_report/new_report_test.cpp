@@ -136,6 +136,20 @@ TEST_F(NewReports, ShowTheColumnsThatAreChosenInTheirOrder) {
     EXPECT_THAT(Csv(), HasSubstr("Amount,Customer,Pieces,Pieces_Total\r\n\"1,200.10\",Berg,2,17\r\n"));
 }
 
+TEST_F(NewReports, HaveAChartOfTheFirstSumByTheFirstGroup) {
+    m_report.chart = ReportChart::Column;
+    m_report.shown = {"Customer"};
+    EXPECT_THAT(Csv(), HasSubstr("Berg,Rows,1\r\nConti,Rows,1\r\nDahl,Rows,1\r\nVik,Rows,1\r\n\r\n"));
+    m_report.groups = {"Region"};
+    EXPECT_THAT(Csv(), HasSubstr("North,Rows,3\r\nSouth,Rows,1\r\n\r\n"));
+    m_report.sums = {"Amount", "Pieces"};
+    EXPECT_THAT(Csv(), HasSubstr("North,Amount,1283.45\r\nSouth,Amount,0.20\r\n\r\n"));
+    Fill(ReportLayout::Matrix);
+    m_report.across = {"Country"};
+    m_report.rows = {"Region"};
+    EXPECT_THAT(Csv(), AllOf(HasSubstr("North,Norway,3.05\r\n"), HasSubstr("North,Sweden,1280.4")));
+}
+
 TEST_F(NewReports, RepeatTheHeadingsOnEachPage) {
     std::string csv = "Region,Customer,Amount\n";
     for (int row = 0; row < 100; ++row) {
