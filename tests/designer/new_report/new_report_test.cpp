@@ -220,17 +220,43 @@ TEST_F(NewReports, OfRowsWithoutGroupsHaveALetterForEachRow) {
 }
 
 TEST_F(NewReports, OfLabelsFillASheet) {
-    std::string csv = "Name,City\n";
-    for (int row = 0; row < 22; ++row) {
-        csv += "Ann,Oslo\n";
-    }
-    WriteBytes(m_folder / "sales.csv", csv);
-    Read();
     m_report.layout = ReportLayout::Labels;
-    for (const ReportPaper paper : {ReportPaper::A4, ReportPaper::Letter}) {
+    for (const auto& [paper, most] : {std::pair(ReportPaper::A4, 21), std::pair(ReportPaper::Letter, 30)}) {
         m_report.paper = paper;
-        EXPECT_EQ(Pages().size(), paper == ReportPaper::A4 ? 2U : 1U);  // 21 or 30 labels
+        std::string csv = "Name,City\n";
+        for (int row = 0; row < most; ++row) {
+            csv += "Ann,Oslo\n";
+        }
+        WriteBytes(m_folder / "sales.csv", csv);
+        Read();
+        EXPECT_EQ(Pages().size(), 1U) << most;
+        WriteBytes(m_folder / "sales.csv", csv + "Bo,Rome\n");
+        const std::vector<std::string> pages = Pages();
+        ASSERT_EQ(pages.size(), 2U) << most;
+        EXPECT_EQ(pages[1], "Bo\nRome\n");
     }
+}
+
+TEST_F(NewReports, ShowDatesOfGroupsInTheirShortForm) {
+    m_report.groups = {"Day"};
+    m_report.shown = {"Customer", "Amount"};
+    m_report.sums = {"Amount"};
+    for (const ReportLayout layout : {ReportLayout::Table, ReportLayout::Blocked}) {
+        m_report.layout = layout;
+        m_report.language = "en-US";
+        EXPECT_THAT(Csv(),
+                    HasSubstr("\r\n3/1/2025,Berg,\"1,200.10\",Total 3/1/2025,\"1,200.10\",\"1,283.65\"\r\n"));
+        m_report.language = "de-DE";
+        EXPECT_THAT(Csv(), HasSubstr("\r\n01.03.2025,Berg,\"1.200,10\",Total 01.03.2025,"));
+    }
+}
+
+TEST_F(NewReports, LieOnTheLongSideOfThePaper) {
+    EXPECT_THAT(NewReportText(m_report), HasSubstr("<PageWidth>21cm</PageWidth>"));
+    m_report.landscape = true;
+    EXPECT_THAT(NewReportText(m_report),
+                AllOf(HasSubstr("<PageHeight>21cm</PageHeight>\n        <PageWidth>29.7cm</PageWidth>"),
+                      HasSubstr("<Width>25.7cm</Width>\n      <Page>")));
 }
 
 TEST_F(NewReports, KeepTextsThatLookLikeExpressions) {
