@@ -26,7 +26,17 @@ class Blocked {
             members.push_back(TotalMember(0, "Total", TotalRow()));
         }
         const double height = HeadHeight + RowHeight * static_cast<double>(rows.size()) + 1;
-        return {Tablix(top, height, std::move(rows), std::move(members)), height};
+        const auto first = m_fit.widths.begin() + static_cast<std::ptrdiff_t>(m_levels);
+        const double width = std::accumulate(m_fit.widths.begin(), m_fit.widths.end(), 0.0);
+        Xml tablix = m_parts.Tablix("Table",
+                                    {.widths = {first, m_fit.widths.end()},
+                                     .rows = std::move(rows),
+                                     .columnMembers = Headings(),
+                                     .rowMembers = std::move(members),
+                                     .corner = Corner(),
+                                     .noRows = NoRows},
+                                    {top, 0, height, width});
+        return {std::move(tablix), height};
     }
 
  private:
@@ -107,24 +117,6 @@ class Blocked {
             members.push_back(Member({m_parts.Header(HeadHeight, std::move(box))}));
         }
         return members;
-    }
-
-    Xml Tablix(double top, double height, XmlList rows, XmlList members) {
-        const auto first = m_fit.widths.begin() + static_cast<std::ptrdiff_t>(m_levels);
-        const std::vector<double> widths(first, m_fit.widths.end());
-        const double width = std::accumulate(m_fit.widths.begin(), m_fit.widths.end(), 0.0);
-        XmlList content = {
-            Corner(),
-            Element("TablixBody", {m_parts.Columns(widths), Element("TablixRows", std::move(rows))}),
-            Element("TablixColumnHierarchy", {Element("TablixMembers", Headings())}),
-            Element("TablixRowHierarchy", {Element("TablixMembers", std::move(members))}),
-            Text("RepeatColumnHeaders", "true"),
-            Text("NoRowsMessage", "No rows"),
-            Text("DataSetName", DataSetName)};
-        for (Xml& one : m_parts.PlaceOf({top, 0, height, width})) {
-            content.push_back(std::move(one));
-        }
-        return Named("Tablix", m_parts.Name("Table"), std::move(content));
     }
 
     const Plan& m_plan;

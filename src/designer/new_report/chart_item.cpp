@@ -34,9 +34,7 @@ class Chart {
                            Text("Palette", "Custom"),
                            Palette(),
                            Text("DataSetName", DataSetName)};
-        for (Xml& one : m_parts.PlaceOf({top, 0, height, m_plan.width})) {
-            content.push_back(std::move(one));
-        }
+        m_parts.AddPlace(content, {top, 0, height, m_plan.width});
         return {Named("Chart", m_parts.Name("Chart"), std::move(content)), height};
     }
 

@@ -42,16 +42,13 @@ PlacedItem LabelItem(const Plan& plan, Parts& parts) {
     }
     Xml label = Named("Rectangle", parts.Name("Label"),
                       {Element("ReportItems", std::move(lines)), Text("KeepTogether", "true")});
-    XmlList content = {
-        Element("TablixBody", {parts.Columns({sheet.width}),
-                               Element("TablixRows", {parts.Row(sheet.height, {Cell(std::move(label))})})}),
-        Element("TablixColumnHierarchy", {Element("TablixMembers", {Member()})}),
-        Element("TablixRowHierarchy", {Element("TablixMembers", {DetailMember()})}),
-        Text("DataSetName", DataSetName)};
-    for (Xml& one : parts.PlaceOf({0, 0, sheet.height, sheet.width})) {
-        content.push_back(std::move(one));
-    }
-    return {Named("Tablix", parts.Name("Labels"), std::move(content)), sheet.height};
+    Xml tablix = parts.Tablix("Labels",
+                              {.widths = {sheet.width},
+                               .rows = {parts.Row(sheet.height, {Cell(std::move(label))})},
+                               .columnMembers = {Member()},
+                               .rowMembers = {DetailMember()}},
+                              {0, 0, sheet.height, sheet.width});
+    return {std::move(tablix), sheet.height};
 }
 
 }  // namespace designer

@@ -104,16 +104,12 @@ class Letter {
 
     Xml List(double height) {
         Xml page = Named("Rectangle", m_parts.Name("Page"), {Element("ReportItems", std::move(m_items))});
-        XmlList content = {
-            Element("TablixBody", {m_parts.Columns({m_plan.width}),
-                                   Element("TablixRows", {m_parts.Row(height, {Cell(std::move(page))})})}),
-            Element("TablixColumnHierarchy", {Element("TablixMembers", {Member()})}),
-            Element("TablixRowHierarchy", {Element("TablixMembers", {Pages()})}),
-            Text("DataSetName", DataSetName)};
-        for (Xml& one : m_parts.PlaceOf({0, 0, height, m_plan.width})) {
-            content.push_back(std::move(one));
-        }
-        return Named("Tablix", m_parts.Name("Letter"), std::move(content));
+        return m_parts.Tablix("Letter",
+                              {.widths = {m_plan.width},
+                               .rows = {m_parts.Row(height, {Cell(std::move(page))})},
+                               .columnMembers = {Member()},
+                               .rowMembers = {Pages()}},
+                              {0, 0, height, m_plan.width});
     }
 
     const Plan& m_plan;

@@ -156,19 +156,14 @@ class Matrix {
         }
         XmlList members = {RowsFrom(0), TotalMember(0, "Total", TotalLook(m_plan.theme, m_fit.fontSize))};
         const double width = RowHeadWidth(0) + std::accumulate(widths.begin(), widths.end(), 0.0);
-        XmlList content = {
-            Corner(),
-            Element("TablixBody", {m_parts.Columns(widths), Element("TablixRows", std::move(rows))}),
-            Element("TablixColumnHierarchy", {Element("TablixMembers", {ColumnsFrom(0), TotalColumn()})}),
-            Element("TablixRowHierarchy", {Element("TablixMembers", std::move(members))}),
-            Text("RepeatColumnHeaders", "true"),
-            Text("RepeatRowHeaders", "true"),
-            Text("NoRowsMessage", "No rows"),
-            Text("DataSetName", DataSetName)};
-        for (Xml& one : m_parts.PlaceOf({top, 0, height, width})) {
-            content.push_back(std::move(one));
-        }
-        return Named("Tablix", m_parts.Name("Matrix"), std::move(content));
+        return m_parts.Tablix("Matrix",
+                              {.widths = widths,
+                               .rows = std::move(rows),
+                               .columnMembers = {ColumnsFrom(0), TotalColumn()},
+                               .rowMembers = std::move(members),
+                               .corner = Corner(),
+                               .noRows = NoRows},
+                              {top, 0, height, width});
     }
 
     const Plan& m_plan;

@@ -109,35 +109,48 @@ Xml Parts::Box(std::string_view name, std::string_view value, const Look& look) 
 
 Xml Parts::Box(std::string_view name, std::string_view value, const Look& look, const Place& place) {
     XmlList content = BoxContent(value, look);
-    for (Xml& one : PlaceOf(place)) {
-        content.push_back(std::move(one));
-    }
+    AddPlace(content, place);
     content.push_back(BoxStyle(look));
     return Named("Textbox", Name(name), std::move(content));
 }
 
 Xml Parts::Line(std::string_view name, std::string_view colour, double points, const Place& place) {
-    XmlList content = PlaceOf(place);
+    XmlList content;
+    AddPlace(content, place);
     content.push_back(Element("Style", {Element("Border", {Text("Color", colour), Text("Style", "Solid"),
                                                            Text("Width", Points(points))})}));
     return Named("Line", Name(name), std::move(content));
 }
 
-XmlList Parts::PlaceOf(const Place& place) const {
-    return {Text("Top", Size(place.top)), Text("Left", Size(place.left)), Text("Height", Size(place.height)),
-            Text("Width", Size(place.width))};
+void Parts::AddPlace(XmlList& content, const Place& place) const {
+    content.push_back(Text("Top", Size(place.top)));
+    content.push_back(Text("Left", Size(place.left)));
+    content.push_back(Text("Height", Size(place.height)));
+    content.push_back(Text("Width", Size(place.width)));
+}
+
+Xml Parts::Tablix(std::string_view name, TablixContent content, const Place& place) {
+    XmlList columns;
+    for (const double width : content.widths) {
+        columns.push_back(Element("TablixColumn", {Text("Width", Size(width))}));
+    }
+    const bool hasHeadings = !content.corner.name.empty();
+    XmlList all = {
+        std::move(content.corner),
+        Element("TablixBody", {Element("TablixColumns", std::move(columns)),
+                               Element("TablixRows", std::move(content.rows))}),
+        Element("TablixColumnHierarchy", {Element("TablixMembers", std::move(content.columnMembers))}),
+        Element("TablixRowHierarchy", {Element("TablixMembers", std::move(content.rowMembers))}),
+        hasHeadings ? Text("RepeatColumnHeaders", "true") : Xml{},
+        hasHeadings ? Text("RepeatRowHeaders", "true") : Xml{},
+        Optional("NoRowsMessage", content.noRows),
+        Text("DataSetName", DataSetName)};
+    AddPlace(all, place);
+    return Named("Tablix", Name(name), std::move(all));
 }
 
 Xml Parts::Row(double height, XmlList cells) const {
     return Element("TablixRow", {Text("Height", Size(height)), Element("TablixCells", std::move(cells))});
-}
-
-Xml Parts::Columns(const std::vector<double>& widths) const {
-    XmlList columns;
-    for (const double width : widths) {
-        columns.push_back(Element("TablixColumn", {Text("Width", Size(width))}));
-    }
-    return Element("TablixColumns", std::move(columns));
 }
 
 Xml Parts::Header(double size, Xml item) const {

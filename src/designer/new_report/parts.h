@@ -37,6 +37,14 @@ std::string ShownText(const ReportColumn& column);
 // Texts in expressions are in quotes.
 std::string Quoted(std::string_view text);
 
+// A data region over the data set. With a corner the headings of rows and columns are on every page.
+struct TablixContent {
+    std::vector<double> widths;  // of the body's columns
+    XmlList rows, columnMembers, rowMembers;
+    Xml corner = {};
+    std::string_view noRows = {};  // shown in place of it without rows; empty: none
+};
+
 // The names of the data set and of the group of rows.
 inline constexpr std::string_view DataSetName = "Data", DetailGroup = "Details";
 
@@ -53,12 +61,11 @@ class Parts {
     Xml Box(std::string_view name, std::string_view value, const Look& look);
     Xml Box(std::string_view name, std::string_view value, const Look& look, const Place& place);
     Xml Line(std::string_view name, std::string_view colour, double points, const Place& place);
-    // The children of an item that say where it is.
-    XmlList PlaceOf(const Place& place) const;
+    // Adds the children of an item that say where it is.
+    void AddPlace(XmlList& content, const Place& place) const;
 
-    // Parts of data regions.
+    Xml Tablix(std::string_view name, TablixContent content, const Place& place);
     Xml Row(double height, XmlList cells) const;
-    Xml Columns(const std::vector<double>& widths) const;
     Xml Header(double size, Xml item) const;
 
  private:

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <numeric>
+
 #include "designer/new_report/layouts.h"
 #include "designer/new_report/table_parts.h"
 
@@ -28,7 +30,15 @@ class Table {
             members.push_back(RowWithPrevious());
         }
         const double height = RowHeight * static_cast<double>(rows.size()) + 1;
-        return {Tablix(top, height, std::move(rows), std::move(members)), height};
+        const double width = std::accumulate(m_fit.widths.begin(), m_fit.widths.end(), 0.0);
+        Xml tablix = m_parts.Tablix("Table",
+                                    {.widths = m_fit.widths,
+                                     .rows = std::move(rows),
+                                     .columnMembers = XmlList(m_fit.widths.size(), Member()),
+                                     .rowMembers = std::move(members),
+                                     .noRows = NoRows},
+                                    {top, 0, height, width});
+        return {std::move(tablix), height};
     }
 
  private:
@@ -75,23 +85,6 @@ class Table {
             inner.push_back(RowWithPrevious());
         }
         return GroupMember(m_parts.Name("By_" + group.field), group, {}, std::move(inner));
-    }
-
-    Xml Tablix(double top, double height, XmlList rows, XmlList members) {
-        double width = 0;
-        for (const double one : m_fit.widths) {
-            width += one;
-        }
-        const XmlList columns(m_fit.widths.size(), Member());
-        XmlList content = {
-            Element("TablixBody", {m_parts.Columns(m_fit.widths), Element("TablixRows", std::move(rows))}),
-            Element("TablixColumnHierarchy", {Element("TablixMembers", columns)}),
-            Element("TablixRowHierarchy", {Element("TablixMembers", std::move(members))}),
-            Text("NoRowsMessage", "No rows"), Text("DataSetName", DataSetName)};
-        for (Xml& one : m_parts.PlaceOf({top, 0, height, width})) {
-            content.push_back(std::move(one));
-        }
-        return Named("Tablix", m_parts.Name("Table"), std::move(content));
     }
 
     const Plan& m_plan;

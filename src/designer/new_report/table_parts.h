@@ -12,6 +12,7 @@
 namespace designer {
 
 inline constexpr double RowHeight = 6;  // mm
+inline constexpr std::string_view NoRows = "No rows";
 
 // `size` is that of the font in points. The look of a column's values is on the side where they belong.
 Look HeadLook(const Theme& theme, double size, bool right = false);
