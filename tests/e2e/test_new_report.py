@@ -11,6 +11,7 @@ import tempfile
 import unittest
 import xml.etree.ElementTree as xml
 
+from databases import PASSWORD, POSTGRES, Postgres
 from harness import STAGE, pdf_text
 
 ORDERS = """select r.name as Region, c.country as Country, c.company as Customer, o.order_id as OrderID,
@@ -28,8 +29,8 @@ class NewReports(unittest.TestCase):
         self.database = sqlite3.connect(self.sales)
         self.addCleanup(self.database.close)
 
-    def run_program(self, *arguments, **more):
-        environment = {**os.environ, "OXC_HOME": str(self.folder / "home"), "LC_ALL": "C.UTF-8"}
+    def run_program(self, *arguments, variables=None, **more):
+        environment = {**os.environ, "OXC_HOME": str(self.folder / "home"), "LC_ALL": "C.UTF-8", **(variables or {})}
         return subprocess.run([STAGE / "oxc-report", *arguments], cwd=self.folder, env=environment, text=True,
                               capture_output=True, timeout=120, **more)
 
@@ -169,6 +170,29 @@ class NewReports(unittest.TestCase):
             done = self.run_program("new", "-o", f"{mode}.rdl", "--data-source", "csv:" + connect, umask=0o022)
             self.assertEqual((done.returncode, done.stderr), (0, ""))
             self.assertEqual(stat.S_IMODE((self.folder / f"{mode}.rdl").stat().st_mode), mode)
+
+    @unittest.skipUnless(POSTGRES, "PostgreSQL is not installed")
+    def test_a_server_gives_types_and_rows(self):
+        server = Postgres()
+        self.addCleanup(server.close)
+        server.sql("""create table paid(customer text, day date, at timestamp, amount numeric(10, 2), pieces int, open boolean);
+                      insert into paid values ('Berg', '2025-03-01', '2025-03-01 10:30', 1200.10, 2, true),
+                                              ('Dahl', '2025-03-04', '2025-03-04 08:00', 0.20, 1500, false);
+                      grant select on paid to clerk""")
+        connect = "Host=127.0.0.1;Port=%d;Database=postgres" % server.port
+        source = ["--data-source", "Till=PostgreSQL;" + connect, "--query", "select * from paid order by day"]
+        secret = {"OXC_REPORT_PASSWORD": PASSWORD}
+        done = self.run_program("new", "-o", "made.rdl", *source, "--user", "clerk", "--sum", "amount", variables=secret)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        text = (self.folder / "made.rdl").read_text()
+        self.assertIn('<DataSource Name="Till">', text)
+        self.assertIn(f"<ConnectString>{connect}</ConnectString>", text)
+        done = self.run_program("export", "made.rdl", "-f", "csv", "-o", "made.csv", "--user", "clerk", variables=secret)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertEqual((self.folder / "made.csv").read_text("utf-8-sig").splitlines(),
+                         ["customer,day,at,amount,pieces,open,amount_Total",
+                          'Berg,3/1/2025,3/1/2025 10:30 AM,"1,200.10",2,True,"1,200.30"',
+                          'Dahl,3/4/2025,3/4/2025 8:00 AM,0.20,"1,500",False,"1,200.30"'])
 
     def test_user_and_password_are_not_written(self):
         (self.folder / "a.csv").write_text("a,b\n1,2\n")
