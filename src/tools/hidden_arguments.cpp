@@ -24,13 +24,20 @@ bool EndsWithKey(std::string_view text) {
     });
 }
 
-// Hides the rest of the argument: providers differ on where a value ends.
-void HidePassword(char* connectString) {
-    const std::string_view text(connectString);
+// Returns where the first password of a connect string begins; npos if there is none.
+std::size_t PasswordIn(std::string_view text) {
     for (std::size_t sign = text.find('='); sign != std::string_view::npos; sign = text.find('=', sign + 1)) {
         if (EndsWithKey(text.substr(0, sign))) {
-            return Hide(connectString + sign + 1);
+            return sign + 1;
         }
+    }
+    return std::string_view::npos;
+}
+
+// Hides the rest of the argument: providers differ on where a value ends.
+void HidePassword(char* connectString) {
+    if (const std::size_t begin = PasswordIn(connectString); begin != std::string_view::npos) {
+        Hide(connectString + begin);
     }
 }
 
@@ -51,6 +58,10 @@ void HideConnectStrings(int argc, char** argv) {
     for (int n = 1; n < argc; ++n) {
         HidePassword(argv[n]);
     }
+}
+
+bool HoldsPassword(std::string_view connectString) {
+    return PasswordIn(connectString) != std::string_view::npos;
 }
 
 std::string TakeFromEnvironment(const char* name) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace tools {
 
@@ -14,6 +15,9 @@ void HideSecrets(int argc, char** argv);
 // The same for a program of which any argument may be a connect string: of each argument everything after
 // Password= or Pwd=.
 void HideConnectStrings(int argc, char** argv);
+
+// Whether a connect string has Password= or Pwd=.
+bool HoldsPassword(std::string_view connectString);
 
 // Returns the value of an environment variable, overwrites it and removes it from the environment, so that
 // child programs do not get it. Returns an empty text if the variable is not set.

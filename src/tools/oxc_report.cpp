@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// oxc-report: inspects a report file or exports it, without a display and without the rest of the system.
+// oxc-report: makes, inspects or exports a report file, without a display and without the rest of the system.
 #include <unistd.h>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QJsonArray>
@@ -21,6 +21,7 @@
 #include "platform/reports/worker/server.h"
 #include "rdl/values/ascii.h"
 #include "tools/hidden_arguments.h"
+#include "tools/new_report_command.h"
 #include "tools/report_arguments.h"
 #include "tools/secret_input.h"
 
@@ -156,6 +157,11 @@ void Run(const ReportArguments& arguments) {
     }
     if (arguments.command == tools::Command::Serve) {
         Serve(arguments.version);
+    }
+    if (arguments.command == tools::Command::New) {
+        tools::MakeReport(arguments.newReport, arguments.output, arguments.user,
+                          arguments.user.empty() ? "" : PasswordOf(arguments));
+        return;
     }
     const std::shared_ptr<RdlReport> report = reports::OpenRdlReport(SystemPath(arguments.file));
     if (arguments.command == tools::Command::Info) {

@@ -64,10 +64,12 @@ class Parser {
             m_result.version = m_arguments[m_next++];
             return m_result;
         }
-        if (command != "info" && command != "export") {
+        if (!rdl::IsOneOf(command, {"info", "export", "new"})) {
             throw UsageError(command.empty() ? "no command is given" : "\"" + command + "\" is no command");
         }
-        m_result.command = command == "info" ? Command::Info : Command::Export;
+        m_result.command = command == "info"     ? Command::Info
+                           : command == "export" ? Command::Export
+                                                 : Command::New;
         while (m_next < m_arguments.size()) {
             TakeOne(m_arguments[m_next++]);
         }
@@ -78,6 +80,9 @@ class Parser {
  private:
     void TakeOne(const std::string& argument) {
         if (m_onlyFiles || argument.empty() || argument[0] != '-') {
+            if (m_result.command == Command::New) {
+                throw UsageError("new takes no file: \"" + argument + "\"");
+            }
             if (!m_result.file.empty()) {
                 throw UsageError("there is more than one file: \"" + argument + "\"");
             }
@@ -86,10 +91,10 @@ class Parser {
             m_onlyFiles = true;
         } else if (m_result.command == Command::Info && argument == "--fonts") {
             m_result.withFonts = true;
-        } else if (m_result.command != Command::Export) {
+        } else if (m_result.command == Command::Info) {
             throw UsageError("info has no option \"" + argument + "\"");
-        } else {
-            TakeOption(argument);
+        } else if (!TakeCommonOption(argument)) {
+            m_result.command == Command::New ? TakeNew(argument) : TakeOption(argument);
         }
     }
 
@@ -105,16 +110,10 @@ class Parser {
         m_result.rows.push_back(std::move(rows));
     }
 
-    void TakeOption(const std::string& option) {
-        if (option == "-f") {
-            m_result.format = FormatOf(ValueOf(option));
-        } else if (option == "-o") {
+    // Returns false for an option that export and new do not share.
+    bool TakeCommonOption(const std::string& option) {
+        if (option == "-o") {
             m_result.output = ValueOf(option);
-        } else if (option == "-p") {
-            m_result.parameters.push_back(Assignment(option, ValueOf(option)));
-        } else if (option == "--formula") {
-            m_result.formula = ValueOf(option);
-            m_result.hasFormula = true;
         } else if (option == "--user") {
             m_result.user = ValueOf(option);
             m_hasUser = true;
@@ -123,6 +122,27 @@ class Parser {
             TakePasswordFrom(PasswordSource::Argument);
         } else if (option == "--password-stdin") {
             TakePasswordFrom(PasswordSource::StandardInput);
+        } else {
+            return false;
+        }
+        return true;
+    }
+
+    void TakeNew(const std::string& option) {
+        if (!TakeNewFlag(option, m_result.newReport)) {
+            TakeNewOption(
+                option, [&] { return ValueOf(option); }, m_result.newReport);
+        }
+    }
+
+    void TakeOption(const std::string& option) {
+        if (option == "-f") {
+            m_result.format = FormatOf(ValueOf(option));
+        } else if (option == "-p") {
+            m_result.parameters.push_back(Assignment(option, ValueOf(option)));
+        } else if (option == "--formula") {
+            m_result.formula = ValueOf(option);
+            m_result.hasFormula = true;
         } else if (option == "--data-source") {
             m_result.dataSources.push_back(DataSourceOf(ValueOf(option)));
         } else if (option == "--rows") {
@@ -181,19 +201,19 @@ class Parser {
     }
 
     void Check() const {
-        if (m_result.file.empty()) {
+        if (m_result.command != Command::New && m_result.file.empty()) {
             throw UsageError("no report file is given");
         }
-        if (m_result.command != Command::Export) {
+        if (m_result.command == Command::Info) {
             return;
         }
-        if (m_result.format == 0) {
+        if (m_result.command == Command::Export && m_result.format == 0) {
             throw UsageError("no format is given (-f)");
         }
         if (m_result.output.empty()) {
             throw UsageError("no output file is given (-o)");
         }
-        CheckOptions();
+        m_result.command == Command::New ? CheckNew(m_result.newReport) : CheckOptions();
         if (m_hasPassword && !m_hasUser) {
             throw UsageError("a password without --user");
         }
@@ -231,7 +251,8 @@ std::string Usage() {
            "STRING]...\n"
            "           [--rows NAME=FILE.csv]...\n"
            "           pdf: [--pdf-a] [--tagged]\n"
-           "           csv: [--unformatted] [--data-set NAME]   png: [--page N] [--dpi N]\n"
+           "           csv: [--unformatted] [--data-set NAME]   png: [--page N] [--dpi N]\n" +
+           NewUsage() +
            "oxc-report --help | --version\n"
            "The password that belongs to --user is read from standard input (--password-stdin) or from the "
            "variable\n"

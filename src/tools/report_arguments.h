@@ -2,16 +2,17 @@
 // The command line of oxc-report.
 #pragma once
 
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "rdl/api/export_options.h"
+#include "tools/new_report_arguments.h"
+#include "tools/usage_error.h"
 
 namespace tools {
 
-enum class Command { Help, Version, Info, Export, Serve };
+enum class Command { Help, Version, Info, Export, New, Serve };
 
 struct DataSourceArgument {
     std::string name, provider, connectString;
@@ -26,7 +27,7 @@ struct ReportArguments {
     std::string version;     // serve only: that the caller expects
     bool withFonts = false;  // info only
     int format = 0;          // the code of platform/contracts/export_formats.h
-    std::string output;
+    std::string output;      // export and new
     // in the given order; a name may be repeated
     std::vector<std::pair<std::string, std::string>> parameters;
     bool hasFormula = false;
@@ -37,12 +38,7 @@ struct ReportArguments {
     std::vector<DataSourceArgument> dataSources;
     std::vector<std::pair<std::string, std::string>> rows;  // data sets and their CSV files
     rdl::ExportOptions options;
-};
-
-// The arguments cannot be used. The text says why.
-class UsageError : public std::runtime_error {
- public:
-    using std::runtime_error::runtime_error;
+    NewReportArguments newReport;  // new only
 };
 
 // `arguments` does not hold the program's name. Raises UsageError.

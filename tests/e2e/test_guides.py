@@ -281,6 +281,15 @@ class Guides(GuideTest):
         said = self.run_block(blocks_of("docs/service.md")[-1])
         self.assertRegex(said, r"^\d{4}-\d\d-\d\dT\S+\t1\tA b\tFile not found: .*summary.rpt")
 
+    def test_new_report(self):
+        self.make_folder()
+        self.run_page("docs/how-to/new-report.md")
+        self.assertIn("Orders of March", self.run_block("pdftotext orders.pdf -"))
+        self.assertIn("<svg", (self.home / "orders.html").read_text())
+        for name, text in (("customers", "Petit Import GmbH"), ("years", "Orders by Country and Year"),
+                           ("labels", "Petit Import GmbH"), ("letters", "Your orders")):
+            self.assertIn(text, self.run_block(f"oxc-report export {name}.rdl -f pdf -o {name}.pdf; pdftotext {name}.pdf -"))
+
     def test_monitoring(self):
         self.make_folder()
         said = self.run_page("docs/how-to/monitoring.md")

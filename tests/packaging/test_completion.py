@@ -2,6 +2,7 @@
 """The completions, asked as the shell asks them and held against the programs' usages."""
 
 import pathlib
+import re
 import subprocess
 import tempfile
 import unittest
@@ -40,9 +41,14 @@ class Completions(unittest.TestCase):
 
     def test_options_are_those_of_the_usage(self):
         export, info = offered("oxc-report", "export", "-"), offered("oxc-report", "info", "-")
+        new = offered("oxc-report", "new", "-")
         self.assertEqual(info, ["--fonts"])
+        whole = usage("oxc-report")
+        begin, end = whole.index("oxc-report new"), whole.index("oxc-report --help")
         self.assertEqual(len(export), len(set(export)))
-        self.assertEqual(set(export), options(usage("oxc-report")) - {"--help", "--version", "--fonts"})
+        self.assertEqual(set(export), options(whole[:begin]) - {"--fonts"})
+        self.assertEqual(len(new), len(set(new)))
+        self.assertEqual(set(new), options(whole[begin:end]))
         self.assertEqual(offered("oxc-report", "export", "a.rpt", "--pass"), ["--password", "--password-stdin"])
         self.assertEqual(options(usage("oxc-mail")), {"--help", "--version"})
         offers = [set(offered("oxc-store", command, "-")) for command in sorted(commands("oxc-store"))]
@@ -53,10 +59,15 @@ class Completions(unittest.TestCase):
         self.assertEqual(offered("oxc-report", "export", "a.rpt", "-f", ""), formats())
         self.assertEqual(offered("oxc-report", "export", "a.rpt", "-f", "xls"), ["xls", "xlsx"])
 
+    def test_words_of_a_new_report_are_those_of_the_usage(self):
+        for option in ("--layout", "--chart", "--theme", "--page"):
+            words = re.search(rf"\[{option} ([a-z0-9|]+)\]", usage("oxc-report").split("oxc-report new")[1]).group(1)
+            self.assertEqual(offered("oxc-report", "new", option, ""), words.split("|"))
+
     def test_files_are_offered_where_a_file_is_wanted(self):
         with tempfile.TemporaryDirectory() as folder:
             pathlib.Path(folder, "sales by region.rpt").touch()
-            for words in (["info"], ["export"], ["export", "a.rpt", "-o"]):
+            for words in (["info"], ["export"], ["export", "a.rpt", "-o"], ["new", "--data-source"]):
                 self.assertEqual(offered("oxc-report", *words, "sa", folder=folder), ["sales by region.rpt"])
             for option in ("-p", "--formula", "--page"):
                 self.assertEqual(offered("oxc-report", "export", "a.rpt", option, "sa", folder=folder), [])

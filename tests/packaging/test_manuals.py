@@ -69,6 +69,13 @@ class Manuals(unittest.TestCase):
         entry = re.search(r"^\*-f\* _FORMAT_\n((?:\t.*\n)+)", source("oxc-report.1"), re.MULTILINE).group(1)
         self.assertEqual(re.findall(r"\*([a-z]+)\*", entry), formats())
 
+    def test_words_of_a_new_report_are_those_of_the_usage(self):
+        whole = usage("oxc-report").split("oxc-report new")[1]
+        for option, name in (("--layout", "WORD"), ("--chart", "WORD"), ("--theme", "NAME")):
+            entry = re.search(rf"^\*{option}\* _{name}_\n((?:\t.*\n)+)", source("oxc-report.1"), re.MULTILINE).group(1)
+            words = re.search(rf"\[{option} ([a-z|]+)\]", whole).group(1).split("|")
+            self.assertEqual(re.findall(r"\*([a-z]+)\*", entry), ["new"] + words, option)
+
     def test_variables_are_those_of_the_usage(self):
         environment = tags(section(source("oxc-report.1"), "ENVIRONMENT"))
         named = set(re.findall(r"\bOXC_[A-Z_]+", usage("oxc-report")))

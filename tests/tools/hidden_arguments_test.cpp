@@ -45,6 +45,13 @@ TEST(HiddenArguments, AnyArgumentMayBeAConnectString) {
     EXPECT_EQ(to, "--to");
 }
 
+TEST(HiddenArguments, AConnectStringWithAPasswordIsKnown) {
+    EXPECT_TRUE(HoldsPassword("Host=h;Password=a"));
+    EXPECT_TRUE(HoldsPassword("DSN=x;PWD = a"));
+    EXPECT_FALSE(HoldsPassword("Data Source=/pwd/password.db"));
+    EXPECT_FALSE(HoldsPassword(""));
+}
+
 TEST(HiddenArguments, VariableIsTakenOutOfTheEnvironment) {
     setenv("OXC_TEST_SECRET", "s3cret", 1);
     const char* const place = std::getenv("OXC_TEST_SECRET");

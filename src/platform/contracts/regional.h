@@ -5,6 +5,7 @@
 // moments compare as texts. The order of day, month and year and the separator are those of the region.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 enum class DateOrder { YearMonthDay, DayMonthYear, MonthDayYear };
@@ -17,6 +18,9 @@ struct RegionalSettings {
 // Returns the settings, read from the environment at the first call. A region whose dates have no form with
 // ten characters, and the C locale, give year-month-day.
 const RegionalSettings& Regional();
+// Returns the language and region of the dates as a tag of BCP 47, such as de-DE; en-US for the C locale and
+// for a locale that the machine does not have.
+std::string RegionTag();
 // Returns the settings for a date pattern of strftime such as "%d.%m.%Y".
 RegionalSettings RegionalFromPattern(std::string_view pattern);
 // Qt's application object sets the region of the environment for the whole process; database drivers would

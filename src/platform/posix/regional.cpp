@@ -3,10 +3,12 @@
 
 #include <langinfo.h>
 
+#include <algorithm>
 #include <array>
 #include <clocale>
 #include <cstddef>
 #include <optional>
+#include <string>
 
 namespace {
 
@@ -15,19 +17,22 @@ std::optional<RegionalSettings>& Chosen() {
     return chosen;
 }
 
+struct Region {
+    std::string name;         // de_DE.UTF-8; empty for the C locale
+    std::string datePattern;  // of strftime
+};
+
 // Reads the environment's locale without setting it: the process keeps the C locale, so that numbers in files
 // keep their point.
-RegionalSettings FromEnvironment() {
-    const locale_t region = newlocale(LC_TIME_MASK, "", nullptr);
-    if (region == nullptr) {
+Region FromEnvironment() {
+    const locale_t locale = newlocale(LC_TIME_MASK, "", nullptr);
+    if (locale == nullptr) {
         return {};
     }
-    const std::string_view name = nl_langinfo_l(_NL_LOCALE_NAME(LC_TIME), region);
-    const bool noRegion = name == "C" || name == "POSIX" || name.substr(0, 2) == "C.";
-    const RegionalSettings settings =
-        noRegion ? RegionalSettings{} : RegionalFromPattern(nl_langinfo_l(D_FMT, region));
-    freelocale(region);
-    return settings;
+    const Region region{nl_langinfo_l(_NL_LOCALE_NAME(LC_TIME), locale), nl_langinfo_l(D_FMT, locale)};
+    freelocale(locale);
+    const bool noRegion = region.name == "C" || region.name == "POSIX" || region.name.substr(0, 2) == "C.";
+    return noRegion ? Region{} : region;
 }
 
 // Removes the conversion at the front of the pattern and returns its letter, or '\0'.
@@ -80,9 +85,17 @@ RegionalSettings RegionalFromPattern(std::string_view pattern) {
 
 const RegionalSettings& Regional() {
     if (!Chosen()) {
-        Chosen() = FromEnvironment();
+        const Region region = FromEnvironment();
+        Chosen() = region.name.empty() ? RegionalSettings{} : RegionalFromPattern(region.datePattern);
     }
     return *Chosen();
+}
+
+std::string RegionTag() {
+    std::string tag = FromEnvironment().name;
+    tag.erase(std::min(tag.find_first_of(".@"), tag.size()));
+    std::replace(tag.begin(), tag.end(), '_', '-');
+    return tag.empty() ? "en-US" : tag;
 }
 
 void KeepNumbersPlain() {

@@ -2,7 +2,11 @@
 #include "platform/contracts/regional.h"
 
 #include <gtest/gtest.h>
+#include <langinfo.h>
+#include <locale.h>
 #include <stdlib.h>
+
+#include <utility>
 
 namespace {
 
@@ -34,6 +38,21 @@ TEST(Regional, EnvironmentWithoutARegionGivesYearMonthDay) {
     setenv("LC_ALL", "C.UTF-8", 1);
     EXPECT_EQ(Regional().order, DateOrder::YearMonthDay);
     EXPECT_EQ(Regional().dateSeparator, '-');
+    EXPECT_EQ(RegionTag(), "en-US");
+}
+
+TEST(Regional, TagIsThatOfTheEnvironment) {
+    for (const auto& [name, tag] : {std::pair("de_DE.UTF-8", "de-DE"), std::pair("tr_TR.UTF-8", "tr-TR")}) {
+        setenv("LC_ALL", name, 1);
+        const locale_t known = newlocale(LC_TIME_MASK, name, nullptr);
+        EXPECT_EQ(RegionTag(), known == nullptr ? "en-US" : tag) << name;
+        if (known != nullptr) {
+            freelocale(known);
+        }
+    }
+    setenv("LC_ALL", "no_SUCH", 1);
+    EXPECT_EQ(RegionTag(), "en-US");
+    setenv("LC_ALL", "C.UTF-8", 1);
 }
 
 }  // namespace

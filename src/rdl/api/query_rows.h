@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The columns and first rows of a query, before there is a report that runs it.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "rdl/values/value.h"
+
+namespace rdl {
+
+struct QueryRequest {
+    std::string provider, connectString;   // as a data source of a report has them; both are constants
+    std::string query = {};                // may be empty for a file of rows
+    std::filesystem::path folder = {};     // where relative names start
+    std::string user = {}, password = {};  // no user: those of the connect string
+    std::size_t mostRows = 1000;
+};
+
+struct QueryRows {
+    std::vector<std::string> columns;  // as the data source names them; two may have the same name
+    std::vector<Value> cells;          // row after row
+    std::size_t RowCount() const { return columns.empty() ? 0 : cells.size() / columns.size(); }
+    const Value& At(std::size_t row, std::size_t column) const {
+        return cells[row * columns.size() + column];
+    }
+};
+
+// Runs the query as a report with this data source runs it, with the same restrictions, and reads its first
+// rows: at most `mostRows`, and fewer of long rows. Raises Failure (Stage::Data) with the reason.
+QueryRows ReadQueryRows(const QueryRequest& request);
+
+}  // namespace rdl

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "rdl/api/query_rows.h"
+
+#include <memory>
+
+#include "rdl/api/host.h"
+#include "rdl/data/open_cursor.h"
+#include "rdl/engine/in_stage.h"
+#include "rdl/values/run_watch.h"
+
+namespace rdl {
+namespace {
+
+constexpr std::size_t MostBytes = std::size_t{64} << 20;  // of texts and pictures
+
+QueryRows FirstRows(const data::LoadRequest& request, const DataSet& dataSet, const DataSource& source,
+                    std::size_t mostRows) {
+    const std::unique_ptr<data::Cursor> cursor = data::OpenCursor(request, dataSet, &source);
+    QueryRows rows{cursor->Columns(), {}};
+    std::size_t bytes = 0;
+    while (rows.RowCount() < mostRows && bytes < MostBytes && cursor->Next()) {
+        request.CheckBounds();
+        for (std::size_t column = 0; column < rows.columns.size(); ++column) {
+            const Value& cell = rows.cells.emplace_back(cursor->Cell(column));
+            bytes += cell.IsText() || cell.kind() == Kind::Bytes ? cell.AsText().size() : 0;
+        }
+    }
+    return rows;
+}
+
+}  // namespace
+
+QueryRows ReadQueryRows(const QueryRequest& request) {
+    return engine::InStage(Stage::Data, [&] {
+        Definition definition;
+        DataSource source;
+        source.provider = request.provider;
+        source.connectString.source = request.connectString;
+        DataSet dataSet;
+        dataSet.commandText.source = request.query;
+        data::LoadRequest load;
+        load.definition = &definition;
+        load.folder = std::filesystem::absolute(request.folder).string();
+        load.folders = TheHost().DataFolders();
+        load.nowTicks = TheHost().NowTicks();
+        if (!request.user.empty()) {
+            load.logons[source.name] = {request.user, request.password};
+        }
+        load.watch = std::make_shared<RunWatch>(RunBounds{});
+        const RunWatch::Work work(load.watch);
+        const RunWatch::Data waiting(load.watch);
+        // A provider that cannot be used is named here, without the advice for reports that have one.
+        data::ResolveSource(load, source);
+        return FirstRows(load, dataSet, source, request.mostRows);
+    });
+}
+
+}  // namespace rdl

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tools/new_report_command.h"
+
+#include <algorithm>
+#include <array>
+
+#include "designer/new_report/names.h"
+#include "platform/base/text.h"
+#include "platform/contracts/regional.h"
+#include "platform/contracts/runtime.h"
+#include "platform/posix/atomic_file.h"
+#include "platform/reports/failure.h"
+#include "platform/reports/machine_host.h"
+#include "rdl/values/ascii.h"
+#include "tools/hidden_arguments.h"
+
+namespace tools {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct KnownFile {
+    std::string_view extension, provider;
+};
+constexpr std::array KnownFiles = {
+    KnownFile{".csv", "CSV"},    KnownFile{".txt", "CSV"},       KnownFile{".tsv", "CSV"},
+    KnownFile{".json", "JSON"},  KnownFile{".xml", "XML"},       KnownFile{".db", "SQLITE"},
+    KnownFile{".db3", "SQLITE"}, KnownFile{".sqlite", "SQLITE"}, KnownFile{".sqlite3", "SQLITE"},
+};
+
+std::string ProviderOf(const fs::path& file) {
+    const std::string extension = rdl::LowerAscii(file.extension().string());
+    std::string known;
+    for (const KnownFile& one : KnownFiles) {
+        if (one.extension == extension) {
+            return std::string(one.provider);
+        }
+        known += (known.empty() ? "" : ", ") + std::string(one.extension);
+    }
+    throw RuntimeError(
+        reports::InvalidOption,
+        "The provider of the data source is not known by the name of its file: the extensions are " + known +
+            "; else --data-source wants PROVIDER:CONNECT STRING");
+}
+
+// Whether the connect string is the bare name of a file: it has no key, and is not JSON itself.
+bool IsFileName(std::string_view text) {
+    return text.find('=') == std::string_view::npos && !text.starts_with('{') && !text.starts_with('[') &&
+           !text.starts_with('<');
+}
+
+// Returns the name by which a report in `folder` finds the file: a relative one if the file is in this folder
+// or below it, as both may be moved together. A name that does not exist from here is looked for by the
+// engine.
+std::string NameFor(const fs::path& folder, const std::string& file) {
+    std::error_code error;
+    if (!fs::exists(file, error)) {
+        return file;
+    }
+    const fs::path whole = fs::weakly_canonical(fs::absolute(file), error);
+    const fs::path relative = whole.lexically_relative(fs::weakly_canonical(folder, error));
+    return relative.empty() || *relative.begin() == ".." ? fs::absolute(file).lexically_normal().string()
+                                                         : relative.string();
+}
+
+// A value of a connect string. Quotes keep what would end it.
+std::string ConnectValue(const std::string& text) {
+    if (text.find_first_of("=;\"'{}") == std::string::npos) {
+        return text;
+    }
+    std::string quoted = "\"";
+    for (const char c : text) {
+        quoted += c;
+        quoted += c == '"' ? "\"" : "";
+    }
+    return quoted + "\"";
+}
+
+void TakeSource(const NewReportArguments& arguments, const fs::path& folder, designer::NewReport& report) {
+    report.provider = arguments.provider;
+    report.connectString = arguments.connectString;
+    report.sourceName = arguments.sourceName;
+    const bool isFile = arguments.provider.empty() || IsFileName(arguments.connectString);
+    if (!isFile) {
+        return;
+    }
+    const fs::path file = arguments.connectString;
+    report.provider = arguments.provider.empty() ? ProviderOf(file) : arguments.provider;
+    report.connectString = "Data Source=" + ConnectValue(NameFor(folder, arguments.connectString));
+    report.sourceName = report.sourceName.empty() ? file.stem().string() : report.sourceName;
+}
+
+std::vector<designer::ReportColumn> ReadColumns(const designer::NewReport& report, const fs::path& folder,
+                                                const std::string& user, const std::string& password) {
+    return reports::Translated([&] {
+        return designer::ColumnsOf(rdl::ReadQueryRows({.provider = report.provider,
+                                                       .connectString = report.connectString,
+                                                       .query = report.query,
+                                                       .folder = folder,
+                                                       .user = user,
+                                                       .password = password}));
+    });
+}
+
+bool HasColumn(const designer::NewReport& report, std::string_view name) {
+    return std::any_of(report.columns.begin(), report.columns.end(),
+                       [name](const designer::ReportColumn& column) { return SameText(column.name, name); });
+}
+
+// Replaces each entry that is no column by the names between its commas.
+void SplitNames(const designer::NewReport& report, std::vector<std::string>& names) {
+    std::vector<std::string> all;
+    for (const std::string& entry : names) {
+        std::string_view rest = entry;
+        while (!HasColumn(report, rest) && rest.find(',') != std::string_view::npos) {
+            all.emplace_back(rdl::Trimmed(rest.substr(0, rest.find(','))));
+            rest.remove_prefix(rest.find(',') + 1);
+        }
+        all.emplace_back(HasColumn(report, rest) ? rest : rdl::Trimmed(rest));
+    }
+    names = std::move(all);
+}
+
+}  // namespace
+
+void MakeReport(const NewReportArguments& arguments, const fs::path& output, const std::string& user,
+                const std::string& password) {
+    std::error_code error;
+    if (!arguments.force && fs::exists(output, error)) {
+        throw RuntimeError(err::FileExists, "\"" + output.string() + "\" exists: --force replaces it");
+    }
+    reports::UseMachineHost();
+    const fs::path folder = fs::absolute(output).parent_path();
+    designer::NewReport report = arguments.report;
+    TakeSource(arguments, folder, report);
+    report.columns = ReadColumns(report, folder, user, password);
+    for (std::vector<std::string>* const names :
+         {&report.shown, &report.groups, &report.sums, &report.rows, &report.across, &report.values}) {
+        SplitNames(report, *names);
+    }
+    report.title = report.title.empty() ? designer::CaptionOf(output.stem().string()) : report.title;
+    report.language = RegionTag();
+    const std::string text = designer::NewReportText(report);
+    AtomicFile file(
+        output, arguments.force ? AtomicFile::IfThere::Replace : AtomicFile::IfThere::Fail,
+        HoldsPassword(report.connectString) ? AtomicFile::Readers::Owner : AtomicFile::Readers::Mask);
+    file.Write(text);
+    file.Commit();
+}
+
+}  // namespace tools

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "rdl/api/query_rows.h"
+
+#include <gtest/gtest.h>
+
+#include "rdl/api/failure.h"
+#include "support/temporary_folder.h"
+
+namespace rdl {
+namespace {
+
+class QueryRowsOf : public testing::Test {
+ protected:
+    QueryRowsOf() { WriteBytes(m_folder / "a.csv", "Name,Pieces\nAnn,1\nBo,\nCy,3\n"); }
+
+    QueryRequest Request(const std::string& provider, const std::string& connectString,
+                         const std::string& query = {}) const {
+        return {
+            .provider = provider, .connectString = connectString, .query = query, .folder = m_folder.Path()};
+    }
+    static std::string Refusal(const QueryRequest& request) {
+        try {
+            ReadQueryRows(request);
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.stage(), Stage::Data);
+            return failure.what();
+        }
+        return {};
+    }
+
+    TemporaryFolder m_folder;
+};
+
+TEST_F(QueryRowsOf, AFileAreThoseOfTheFile) {
+    const QueryRows rows = ReadQueryRows(Request("csv", "a.csv"));
+    EXPECT_EQ(rows.columns, (std::vector<std::string>{"Name", "Pieces"}));
+    ASSERT_EQ(rows.RowCount(), 3U);
+    EXPECT_EQ(rows.At(0, 0).AsText(), "Ann");
+    EXPECT_EQ(rows.At(2, 1).AsInteger(), 3);
+    EXPECT_TRUE(rows.At(1, 1).IsNull());
+}
+
+TEST_F(QueryRowsOf, AQueryAreTheFirstOnes) {
+    WriteBytes(m_folder / "empty.db", "");
+    QueryRequest request =
+        Request("SQLITE", "Data Source=empty.db",
+                "with recursive n(i) as (select 1 union all select i + 1 from n) select i from n");
+    request.mostRows = 5;
+    const QueryRows rows = ReadQueryRows(request);  // the query itself has no end
+    ASSERT_EQ(rows.RowCount(), 5U);
+    EXPECT_EQ(rows.At(4, 0).AsInteger(), 5);
+}
+
+TEST_F(QueryRowsOf, AQueryWithLongTextsAreFewer) {
+    WriteBytes(m_folder / "empty.db", "");
+    const QueryRows rows = ReadQueryRows(Request("SQLITE", "empty.db",
+                                                 "with recursive n(i) as (select 1 union all select i + 1 "
+                                                 "from n) select hex(zeroblob(1048576)) from n"));
+    EXPECT_EQ(rows.RowCount(), 32U);  // of 2 MB
+}
+
+TEST_F(QueryRowsOf, AFaultySourceAreRefusedWithTheReason) {
+    WriteBytes(m_folder / "empty.db", "");
+    EXPECT_EQ(
+        Refusal(Request("http", "x")),
+        "the data provider \"http\" cannot be used here; known are SQLITE, PostgreSQL, MySQL, MariaDB, SQL, "
+        "SQLAZURE, OLEDB, ODBC, XML, JSON, CSV and ENTERDATA");
+    EXPECT_EQ(Refusal(Request("SQLITE", "empty.db")), "the query is empty");
+    EXPECT_NE(Refusal(Request("SQLITE", "empty.db", "delete from x")), "");
+    EXPECT_NE(Refusal(Request("CSV", "none.csv")), "");
+}
+
+}  // namespace
+}  // namespace rdl
