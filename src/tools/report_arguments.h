@@ -23,9 +23,9 @@ enum class PasswordSource { Argument, StandardInput, Environment };
 struct ReportArguments {
     Command command = Command::Help;
     std::string file;
-    std::string version;     // serve only: that the caller expects
-    bool withFonts = false;  // info only
-    int format = 0;          // the code of platform/contracts/export_formats.h
+    std::string version;                           // serve only: that the caller expects
+    bool withFonts = false, withProblems = false;  // info only
+    int format = 0;                                // the code of platform/contracts/export_formats.h
     std::string output;
     // in the given order; a name may be repeated
     std::vector<std::pair<std::string, std::string>> parameters;

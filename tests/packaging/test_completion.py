@@ -40,9 +40,9 @@ class Completions(unittest.TestCase):
 
     def test_options_are_those_of_the_usage(self):
         export, info = offered("oxc-report", "export", "-"), offered("oxc-report", "info", "-")
-        self.assertEqual(info, ["--fonts"])
+        self.assertEqual(info, ["--fonts", "--problems"])
         self.assertEqual(len(export), len(set(export)))
-        self.assertEqual(set(export), options(usage("oxc-report")) - {"--help", "--version", "--fonts"})
+        self.assertEqual(set(export), options(usage("oxc-report")) - {"--help", "--version", "--fonts", "--problems"})
         self.assertEqual(offered("oxc-report", "export", "a.rpt", "--pass"), ["--password", "--password-stdin"])
         self.assertEqual(options(usage("oxc-mail")), {"--help", "--version"})
         offers = [set(offered("oxc-store", command, "-")) for command in sorted(commands("oxc-store"))]
