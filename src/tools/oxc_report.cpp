@@ -65,7 +65,15 @@ QJsonArray DescribeFonts(const RdlReport& report) {
     return fonts;
 }
 
-void PrintInfo(RdlReport& report, bool withFonts) {
+QJsonArray ListProblems(const RdlReport& report) {
+    QJsonArray problems;
+    for (const std::string& problem : report.Problems()) {
+        problems.append(Text(problem));
+    }
+    return problems;
+}
+
+void PrintInfo(RdlReport& report, const ReportArguments& arguments) {
     QJsonArray tables, parameters;
     for (int n = 1; n <= report.TableCount(); ++n) {
         tables.append(Text(report.TableName(n)));
@@ -78,8 +86,11 @@ void PrintInfo(RdlReport& report, bool withFonts) {
                      {"tables", tables},
                      {"parameters", parameters},
                      {"formula", Text(report.RecordSelectionFormula())}};
-    if (withFonts) {
+    if (arguments.withFonts) {
         info.insert("fonts", DescribeFonts(report));
+    }
+    if (arguments.withProblems) {
+        info.insert("problems", ListProblems(report));
     }
     Print(QJsonDocument(info).toJson().toStdString());
 }
@@ -165,7 +176,7 @@ void Run(const ReportArguments& arguments) {
     }
     const std::shared_ptr<RdlReport> report = reports::OpenRdlReport(SystemPath(arguments.file));
     if (arguments.command == tools::Command::Info) {
-        PrintInfo(*report, arguments.withFonts);
+        PrintInfo(*report, arguments);
     } else {
         Export(*report, arguments);
     }

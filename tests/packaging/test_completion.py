@@ -42,11 +42,11 @@ class Completions(unittest.TestCase):
     def test_options_are_those_of_the_usage(self):
         export, info = offered("oxc-report", "export", "-"), offered("oxc-report", "info", "-")
         new = offered("oxc-report", "new", "-")
-        self.assertEqual(info, ["--fonts"])
+        self.assertEqual(info, ["--fonts", "--problems"])
         whole = usage("oxc-report")
         begin, end = whole.index("oxc-report new"), whole.index("oxc-report --help")
         self.assertEqual(len(export), len(set(export)))
-        self.assertEqual(set(export), options(whole[:begin]) - {"--fonts"})
+        self.assertEqual(set(export), options(whole[:begin]) - {"--fonts", "--problems"})
         self.assertEqual(len(new), len(set(new)))
         self.assertEqual(set(new), options(whole[begin:end]))
         self.assertEqual(offered("oxc-report", "export", "a.rpt", "--pass"), ["--password", "--password-stdin"])

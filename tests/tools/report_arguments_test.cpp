@@ -66,6 +66,13 @@ TEST(ReportArguments, InfoTellsFontsIfItIsAsked) {
     EXPECT_THROW(ParseArguments({"export", "a.rpt", "-f", "pdf", "-o", "x", "--fonts"}), UsageError);
 }
 
+TEST(ReportArguments, InfoTellsProblemsIfItIsAsked) {
+    const ReportArguments both = ParseArguments({"info", "--problems", "--fonts", "a.rpt"});
+    EXPECT_TRUE(both.withProblems && both.withFonts);
+    EXPECT_FALSE(ParseArguments({"info", "--fonts", "a.rpt"}).withProblems);
+    EXPECT_THROW(ParseArguments({"export", "a.rpt", "-f", "pdf", "-o", "x", "--problems"}), UsageError);
+}
+
 TEST(ReportArguments, CsvHasOptionsOfItsOwn) {
     const ReportArguments arguments =
         ParseArguments({"export", "a.rpt", "-f", "csv", "-o", "x", "--unformatted", "--data-set", "Orders"});

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -29,7 +30,12 @@ struct DefinitionLimits {
 Definition ParseDefinition(std::string_view bytes, const std::string& fileName,
                            const DefinitionLimits& limits = {});
 
+// Takes a constant of a style, whose line and place are those of the report. It is called for each one, and
+// for some of them several times.
+using TakeStyleConstant = std::function<void(StyleProperty property, const Expr& constant)>;
+
 // The same for a file. Raises rdl::Error also if the file cannot be read.
-Definition ParseDefinitionFile(const std::filesystem::path& path, const DefinitionLimits& limits = {});
+Definition ParseDefinitionFile(const std::filesystem::path& path, const DefinitionLimits& limits = {},
+                               const TakeStyleConstant& takeStyle = {});
 
 }  // namespace rdl

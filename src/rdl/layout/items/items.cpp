@@ -136,6 +136,14 @@ bool ItemBuilder::RepeatsWithoutRows(const ItemPlan& plan) const {
            m_input.definition->code.empty();
 }
 
+bool ItemBuilder::MayBeLeftOut(const ItemPlan& plan) const {
+    const ItemKind kind = plan.definition->kind;
+    return (kind == ItemKind::Textbox || kind == ItemKind::Rectangle || kind == ItemKind::Line) &&
+           plan.hideDuplicates.empty() && m_input.definition->code.empty() &&
+           std::all_of(plan.children.begin(), plan.children.end(),
+                       [this](const std::unique_ptr<ItemPlan>& child) { return MayBeLeftOut(*child); });
+}
+
 void ItemBuilder::Common(ItemPlan& plan, Instance& out) {
     const ReportItem& item = *plan.definition;
     out.x = item.left;

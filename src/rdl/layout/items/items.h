@@ -23,6 +23,9 @@ class ItemBuilder : public PropertyReader {
     std::vector<Instance> FillAll(std::vector<std::unique_ptr<ItemPlan>>& plans);
     // Whether the item is a text that is made of its properties alone.
     bool RepeatsWithoutRows(const ItemPlan& plan) const;
+    // Whether nothing else changes if the item is not built. What builds code of the report, or compares
+    // itself with the item that was built before it, has to be built in its turn.
+    bool MayBeLeftOut(const ItemPlan& plan) const;
     // With true, values equal to those of the previous row are shown, as at the top of a page.
     void ShowDuplicates(bool shows) { m_showsDuplicates = shows; }
 

@@ -58,15 +58,19 @@ bool CsvFlattener::AddChart(const Instance& item, const CsvRecord& outer) {
     return !data.rows.empty();
 }
 
+void CsvFlattener::Columns(const Instance& item) {
+    for (const layout::DataColumn& column : item.table->DataColumns()) {
+        m_block.Column(column.item, column.title);
+    }
+}
+
 // Returns whether it added records.
 bool CsvFlattener::AddTable(const Instance& item, const CsvRecord& outer) {
     if (++m_depth > MaxNesting) {
         throw Error("Item \"" + item.name + "\" is nested too deeply");
     }
     TableInstance& table = *item.table;
-    for (const layout::DataColumn& column : table.DataColumns()) {
-        m_block.Column(column.item, column.title);
-    }
+    Columns(item);
     m_same = {};
     CsvGroups around = outer.groups;
     around.push_back(++m_tables);

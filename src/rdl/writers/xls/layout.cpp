@@ -40,11 +40,18 @@ void XlsLayout::Gather(const Instance& item, double x, int depth) {
     }
 }
 
-void XlsLayout::GatherTable(TableInstance& table, double x, int depth) {
-    std::vector<double> lefts{x};
+std::vector<double> XlsLayout::EdgesOf(const TableInstance& table, double x) {
+    std::vector<double> edges{x};
     for (const double width : table.columnWidths) {
-        lefts.push_back(lefts.back() + width);
-        m_columns.Add(lefts.back());
+        edges.push_back(edges.back() + width);
+    }
+    return edges;
+}
+
+void XlsLayout::GatherTable(TableInstance& table, double x, int depth) {
+    const std::vector<double> edges = EdgesOf(table, x);
+    for (std::size_t i = 1; i < edges.size(); ++i) {
+        m_columns.Add(edges[i]);
     }
     TableRow row;
     const std::size_t count = std::min(table.RowCount(), RowsLookedAt);
@@ -52,8 +59,8 @@ void XlsLayout::GatherTable(TableInstance& table, double x, int depth) {
         table.Row(i, row);
         for (const TableCell& cell : row.cells) {
             if (!IsText(cell.content) && cell.column >= 0 &&
-                static_cast<std::size_t>(cell.column) < lefts.size()) {
-                Gather(cell.content, lefts[static_cast<std::size_t>(cell.column)], depth);
+                static_cast<std::size_t>(cell.column) < edges.size()) {
+                Gather(cell.content, edges[static_cast<std::size_t>(cell.column)], depth);
             }
         }
     }

@@ -22,14 +22,21 @@ void XlsWorksheet::CheckRow(std::uint32_t row) const {
 
 void XlsWorksheet::Put(std::uint32_t row, const XlsCell& cell) {
     CheckRow(row);
-    m_rows[row].cells.push_back(cell);
+    Row& kept = m_rows[row];
+    kept.cells.push_back(cell);
+    if (cell.column >= kept.taken.size()) {
+        kept.taken.resize(cell.column + 1);
+    }
+    kept.taken[cell.column] = true;
 }
 
 bool XlsWorksheet::IsFree(const XlsRange& range) const {
     for (auto row = m_rows.lower_bound(range.firstRow); row != m_rows.end() && row->first <= range.lastRow;
          ++row) {
-        for (const XlsCell& cell : row->second.cells) {
-            if (cell.column >= range.firstColumn && cell.column <= range.lastColumn) {
+        const std::vector<bool>& taken = row->second.taken;
+        for (std::size_t column = range.firstColumn; column <= range.lastColumn && column < taken.size();
+             ++column) {
+            if (taken[column]) {
                 return false;
             }
         }

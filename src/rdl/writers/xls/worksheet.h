@@ -111,6 +111,7 @@ class XlsWorksheet {
  protected:
     struct Row {
         std::vector<XlsCell> cells;  // when it is written: by column, one for each
+        std::vector<bool> taken;     // by column: whether a cell was put there
         double height = 0;
         bool fixed = false;
     };
