@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/document/item_size.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "designer/document/editing.h"
+#include "platform/base/ascii.h"
+
+namespace designer {
+namespace {
+
+struct Unit {
+    std::string_view name;
+    double points;
+};
+
+constexpr Unit Units[] = {{"in", 72}, {"cm", 72 / 2.54}, {"mm", 72 / 25.4}, {"pt", 1}, {"pc", 12}};
+constexpr int DigitsAfterPoint = 5;
+constexpr double LargestSize = 1e9;
+
+struct Parsed {
+    double number = 0;
+    const Unit* unit = nullptr;
+    std::string_view written;  // the unit, in the case in which it is written
+};
+
+std::optional<Parsed> Parse(std::string_view text) {
+    text = Trim(text);
+    if (text.starts_with('+')) {
+        text.remove_prefix(1);
+    }
+    Parsed parsed;
+    const auto [end, error] =
+        std::from_chars(text.data(), text.data() + text.size(), parsed.number, std::chars_format::fixed);
+    if (error != std::errc() || !(std::abs(parsed.number) <= LargestSize)) {
+        return std::nullopt;
+    }
+    parsed.written = Trim(text.substr(static_cast<std::size_t>(end - text.data())));
+    for (const Unit& unit : Units) {
+        if (SameAscii(unit.name, parsed.written)) {
+            parsed.unit = &unit;
+            return parsed;
+        }
+    }
+    return std::nullopt;
+}
+
+// Returns the unit of the widths that the report has.
+std::string UsualUnit(const Document& document) {
+    const ElementId root = document.Root();
+    for (const std::string_view path : {"ReportSections/ReportSection/Width", "Width"}) {
+        const auto text = document.TextAt(root, path);
+        if (text && Parse(*text)) {
+            return *text;
+        }
+    }
+    return "1in";
+}
+
+}  // namespace
+
+std::optional<double> PointsOf(std::string_view text) {
+    const std::optional<Parsed> parsed = Parse(text);
+    return parsed ? std::optional(parsed->number * parsed->unit->points) : std::nullopt;
+}
+
+std::string SizeText(double points, std::string_view like) {
+    const std::optional<Parsed> parsed = Parse(like);
+    const double number = points / (parsed ? parsed->unit->points : Units[0].points);
+    char digits[64];
+    const auto [end, error] =
+        std::to_chars(digits, digits + sizeof(digits), number, std::chars_format::fixed, DigitsAfterPoint);
+    std::string text = error == std::errc() ? std::string(digits, end) : "0";
+    if (text.find('.') != std::string::npos) {
+        text.erase(text.find_last_not_of('0') + 1);
+        text.erase(text.find_last_not_of('.') + 1);
+    }
+    return (text == "-0" ? "0" : text) + std::string(parsed ? parsed->written : Units[0].name);
+}
+
+void SetSize(Document& document, ElementId owner, std::string_view path, double points,
+             const std::string& step) {
+    const std::optional<std::string> written = document.TextAt(owner, path);
+    const std::string like = written && Parse(*written) ? *written : UsualUnit(document);
+    const std::string text = SizeText(points, like);
+    if (written && Parse(*written) && SizeText(*PointsOf(*written), like) == text) {
+        return;
+    }
+    SetText(document, owner, path, text, step);
+}
+
+}  // namespace designer

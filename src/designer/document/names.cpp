@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/document/names.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <set>
+
+#include "designer/document/editing.h"
+#include "designer/document/xml_text.h"
+#include "platform/base/ascii.h"
+#include "platform/base/text.h"
+
+namespace designer {
+namespace {
+
+constexpr std::string_view Items[] = {
+    "Textbox", "Line",      "Rectangle", "Image",      "List", "Table", "Matrix",
+    "Tablix",  "Subreport", "Chart",     "GaugePanel", "Map",  "Gauge", "CustomReportItem",
+    "BarCode"};
+
+enum class NameKind { None, Scope, DataSource, Parameter, Image, Field, Variable };
+
+// What elements of these names have as names: names of one kind differ from each other.
+struct NamedElement {
+    std::string_view element;
+    NameKind kind;
+};
+constexpr NamedElement NamedElements[] = {
+    {"Group", NameKind::Scope},
+    {"Grouping", NameKind::Scope},
+    {"DataSet", NameKind::Scope},
+    {"DataSource", NameKind::DataSource},
+    {"ReportParameter", NameKind::Parameter},
+    {"EmbeddedImage", NameKind::Image},
+    {"Field", NameKind::Field},
+    {"Variable", NameKind::Variable},
+};
+
+// Elements whose text is a name of the kind.
+struct Reference {
+    NameKind kind;
+    std::string_view element;
+};
+constexpr Reference References[] = {
+    {NameKind::Scope, "ToggleItem"},          {NameKind::Scope, "RepeatWith"},
+    {NameKind::Scope, "LinkToChild"},         {NameKind::Scope, "HideDuplicates"},
+    {NameKind::Scope, "SortTarget"},          {NameKind::Scope, "SortExpressionScope"},
+    {NameKind::Scope, "DataSetName"},         {NameKind::Scope, "MapDataRegionName"},
+    {NameKind::DataSource, "DataSourceName"},
+};
+
+NameKind KindOf(std::string_view element) {
+    if (IsReportItem(element)) {
+        return NameKind::Scope;
+    }
+    const auto* const found = std::find_if(std::begin(NamedElements), std::end(NamedElements),
+                                           [&](const NamedElement& row) { return row.element == element; });
+    return found == std::end(NamedElements) ? NameKind::None : found->kind;
+}
+
+// "ReportItems!" and so on: the collection of expressions that has names of the kind.
+std::string_view CollectionOf(NameKind kind) {
+    return kind == NameKind::Scope       ? "ReportItems!"
+           : kind == NameKind::Parameter ? "Parameters!"
+           : kind == NameKind::Variable  ? "Variables!"
+                                         : "";
+}
+
+bool IsNameByte(char c) {
+    return IsAsciiLetterOrDigit(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+}
+
+// Replaces `before` + old by `before` + name where a name ends there, without regard to the case of ASCII.
+std::string WithName(std::string_view text, std::string_view before, std::string_view old,
+                     std::string_view name, char after = '\0') {
+    std::string result;
+    const std::string sought = std::string(before) + std::string(old);
+    std::size_t at = 0;
+    while (at < text.size()) {
+        const std::string_view rest = text.substr(at);
+        const bool begins = rest.size() >= sought.size() &&
+                            SameAscii(rest.substr(0, sought.size()), sought) &&
+                            (at == 0 || !IsNameByte(before[0]) || !IsNameByte(text[at - 1]));
+        const char next = begins && rest.size() > sought.size() ? rest[sought.size()] : '\0';
+        if (begins && (after == '\0' ? !IsNameByte(next) : next == after)) {
+            result.append(rest.substr(0, before.size())).append(name);
+            at += sought.size();
+        } else {
+            result += text[at++];
+        }
+    }
+    return result;
+}
+
+bool IsImageReference(const SourceTree& tree, int index) {
+    const int parent = tree[index].parent;
+    const std::string_view owner = tree.LocalName(parent);
+    const int source = tree.Child(parent, "Source");
+    return (owner == "Image" || owner == "BackgroundImage") && source != NoIndex &&
+           Trim(tree.TextOf(source)) == "Embedded";
+}
+
+// Changes what refers to the name from within elements `first` up to `end`. `withScopes`: texts in
+// expressions, too.
+void FollowName(Document& document, int first, std::size_t end, NameKind kind, const std::string& old,
+                const std::string& name, bool withScopes) {
+    std::vector<std::pair<ElementId, std::string>> changes;
+    const SourceTree& tree = document.Tree();
+    for (int index = first; index < tree.Count() && tree[index].whole.begin < end; ++index) {
+        if (tree[index].firstChild != NoIndex || !tree.IsOfReport(index)) {
+            continue;
+        }
+        const std::string text = tree.TextOf(index);
+        const std::string_view element = tree.LocalName(index);
+        std::string changed = text;
+        const bool isReference =
+            std::any_of(std::begin(References), std::end(References),
+                        [&](const Reference& row) { return row.kind == kind && row.element == element; });
+        const bool isImage = kind == NameKind::Image && element == "Value" && IsImageReference(tree, index);
+        if ((isReference || isImage) && Trim(text) == old) {
+            changed = name;
+        } else if (Trim(text).starts_with('=') && !CollectionOf(kind).empty()) {
+            changed = WithName(text, CollectionOf(kind), old, name);
+            changed = withScopes ? WithName(changed, "\"", old, name, '"') : changed;
+        }
+        if (changed != text) {
+            changes.emplace_back(document.IdAt(index), changed);
+        }
+    }
+    for (const auto& [id, text] : changes) {
+        SetText(document, id, {}, text);
+    }
+}
+
+std::vector<LeftReference> LeftReferences(const Document& document, NameKind kind, const std::string& old) {
+    std::vector<LeftReference> left;
+    const SourceTree& tree = document.Tree();
+    if (kind != NameKind::Scope && kind != NameKind::Field) {
+        return left;
+    }
+    for (int index = 0; index < tree.Count(); ++index) {
+        if (tree[index].firstChild != NoIndex) {
+            continue;
+        }
+        const std::string text = tree.TextOf(index);
+        const bool isLeft = kind == NameKind::Scope ? WithName(text, "\"", old, "?", '"') != text
+                                                    : WithName(text, "Fields!", old, "?") != text;
+        if (isLeft && Trim(text).starts_with('=')) {
+            left.push_back({document.IdAt(index), text});
+        }
+    }
+    return left;
+}
+
+// Names that an element may not have, in lower case. Those of fields differ within their data set.
+std::set<std::string> TakenNames(const Document& document, ElementId id) {
+    const SourceTree& tree = document.Tree();
+    const int own = document.IndexOf(id);
+    const NameKind kind = KindOf(tree.LocalName(own));
+    std::set<std::string> taken;
+    for (int index = 0; index < tree.Count(); ++index) {
+        const bool isNear = kind == NameKind::Field  ? tree[index].parent == tree[own].parent
+                            : kind == NameKind::None ? tree[index].parent == tree[own].parent
+                                                     : KindOf(tree.LocalName(index)) == kind;
+        const auto name = index == own || !isNear ? std::nullopt : tree.AttributeOf(index, "Name");
+        if (name) {
+            taken.insert(UpperText(*name));
+        }
+    }
+    return taken;
+}
+
+std::string NextName(std::string_view wish, const std::set<std::string>& taken) {
+    if (!taken.contains(UpperText(wish))) {
+        return std::string(wish);
+    }
+    const std::size_t end = wish.find_last_not_of("0123456789");
+    const std::string stem(wish.substr(0, end == std::string_view::npos ? 0 : end + 1));
+    for (int number = 1;; ++number) {
+        std::string name = stem + std::to_string(number);
+        if (!taken.contains(UpperText(name))) {
+            return name;
+        }
+    }
+}
+
+}  // namespace
+
+bool IsReportItem(std::string_view element) {
+    return std::find(std::begin(Items), std::end(Items), element) != std::end(Items);
+}
+
+std::string UniqueName(const Document& document, std::string_view wish) {
+    const SourceTree& tree = document.Tree();
+    std::set<std::string> taken;
+    for (int index = 0; index < tree.Count(); ++index) {
+        if (const auto name = tree.AttributeOf(index, "Name")) {
+            taken.insert(UpperText(*name));
+        }
+    }
+    return NextName(wish, taken);
+}
+
+void MakeNamesUnique(Document& document, ElementId copy) {
+    std::vector<ElementId> named;
+    const SourceTree& tree = document.Tree();
+    const int first = document.IndexOf(copy);
+    for (int index = first; index < tree.Count() && tree[index].whole.begin < tree[first].whole.end;
+         ++index) {
+        const bool isScope = KindOf(tree.LocalName(index)) == NameKind::Scope;
+        if ((isScope || index == first) && tree.AttributeOf(index, "Name")) {
+            named.push_back(document.IdAt(index));
+        }
+    }
+    for (const ElementId id : named) {
+        const std::string old = *document.Attribute(id, "Name");
+        const std::string name = NextName(old, TakenNames(document, id));
+        if (name == old) {
+            continue;
+        }
+        SetAttribute(document, id, "Name", name);
+        const Range whole = document.Tree()[document.IndexOf(copy)].whole;
+        FollowName(document, document.IndexOf(copy), whole.end, KindOf(document.Name(id)), old, name, true);
+    }
+}
+
+std::vector<LeftReference> Rename(Document& document, ElementId id, const std::string& name) {
+    if (!IsIdentifier(name)) {
+        throw EditError("\"" + WithoutControls(CutText(name, 80)) +
+                        "\" is no name: a letter or _, then letters, digits and _");
+    }
+    if (TakenNames(document, id).contains(UpperText(name))) {
+        throw EditError("the name " + name + " is taken");
+    }
+    const std::string old = document.Attribute(id, "Name").value_or("");
+    const StepGroup group(document, "Rename " + (old.empty() ? document.Name(id) : old));
+    SetAttribute(document, id, "Name", name);
+    const NameKind kind = KindOf(document.Name(id));
+    if (old.empty() || old == name || kind == NameKind::None) {
+        return {};
+    }
+    FollowName(document, 0, document.Text().size(), kind, old, name, false);
+    return LeftReferences(document, kind, old);
+}
+
+}  // namespace designer

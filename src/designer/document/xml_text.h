@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Names, references and escapes of XML 1.0.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace designer {
+
+// Whether XML has the character (production Char, section 2.2).
+bool IsXmlCharacter(char32_t character);
+// Returns the number of bytes of the name at the beginning of the text (production Name, section 2.3); 0 if
+// there is none.
+std::size_t NameLength(std::string_view text);
+// Whether the text is an identifier as names of reports are: a letter or _, then letters, digits and _.
+bool IsIdentifier(std::string_view text);
+
+// Returns the character that a reference stands for, without its & and ;. Nothing if it names an entity that
+// is not predefined, or a character that XML does not have.
+std::optional<char32_t> ReferredCharacter(std::string_view reference);
+// Returns the text with its references resolved and its line ends as line feeds. References to other entities
+// stay as they are written.
+std::string Resolved(std::string_view written);
+// The same for the value of an attribute, in which blanks of every kind are spaces (section 3.3.3).
+std::string ResolvedValue(std::string_view written);
+
+// Returns the text as character data that reads back as the same text. Line feeds become `lineEnd`.
+// Characters that XML does not have are left out.
+std::string EscapedText(std::string_view text, std::string_view lineEnd);
+// The same for the value of an attribute within these quotes.
+std::string EscapedValue(std::string_view text, char quote);
+
+// Whether the text is blanks only, or nothing.
+bool IsBlank(std::string_view text);
+
+}  // namespace designer
