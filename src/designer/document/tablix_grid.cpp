@@ -289,10 +289,14 @@ class GridBuilder {
             return;
         }
         const double size = LevelSize(levels[level], isColumns);
+        // What repeats within a subtotal is written once, outside of it.
+        const bool isRepeated = leaf.isSubtotal;
         const auto add = [&](int element, std::size_t next, double extent, Leaf inner) {
             const std::size_t first = leaves.size();
             AddLevel(levels, next, depth + extent, isColumns, inner, leaves, headers);
-            headers.push_back({element, depth, extent, first, leaves.size() - first});
+            if (!isRepeated) {
+                headers.push_back({element, depth, extent, first, leaves.size() - first});
+            }
         };
         const int dynamic = Dynamic(levels[level], isColumns);
         if (dynamic == NoIndex) {
