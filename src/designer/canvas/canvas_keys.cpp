@@ -184,7 +184,7 @@ bool DesignCanvas::eventFilter(QObject* watched, QEvent* event) {
 
 void DesignCanvas::CloseEditor(bool keeps) {
     QPlainTextEdit* const editor = m_editor;
-    m_editor.clear();  // losing the focus closes it too
+    m_editor = nullptr;  // losing the focus closes it too
     if (!editor) {
         return;
     }

@@ -7,7 +7,6 @@
 #include <QAbstractScrollArea>
 #include <QElapsedTimer>
 #include <QPixmap>
-#include <QPointer>
 #include <QTimer>
 #include <optional>
 #include <vector>
@@ -157,7 +156,7 @@ class DesignCanvas : public QAbstractScrollArea {
     bool m_snaps = true;
     std::optional<NewItem> m_tool;
     Drag m_drag;
-    QPointer<QPlainTextEdit> m_editor;
+    QPlainTextEdit* m_editor = nullptr;  // of the viewport
     ElementId m_edited = NoElement;
     QElapsedTimer m_nudged;
     int m_nudges = 0;  // runs of nudges, each of which is one step
