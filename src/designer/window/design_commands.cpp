@@ -74,10 +74,10 @@ void DesignWindow::CopySelection() {
         return;
     }
     const QByteArray text = QByteArray::fromStdString(ItemsText(m_model->Source(), ids));
-    auto* data = new QMimeData;
-    data->setData(ItemsMimeType, text);
-    data->setText(QString::fromUtf8(text));
-    QApplication::clipboard()->setMimeData(data);
+    auto* clip = new QMimeData;
+    clip->setData(ItemsMimeType, text);
+    clip->setText(QString::fromUtf8(text));
+    QApplication::clipboard()->setMimeData(clip);
 }
 
 void DesignWindow::CutSelection() {
@@ -91,9 +91,9 @@ void DesignWindow::CutSelection() {
 }
 
 void DesignWindow::Paste() {
-    const QMimeData* data = QApplication::clipboard()->mimeData();
-    const std::string text = data->hasFormat(ItemsMimeType) ? data->data(ItemsMimeType).toStdString()
-                                                            : data->text().toStdString();
+    const QMimeData* clip = QApplication::clipboard()->mimeData();
+    const std::string text = clip->hasFormat(ItemsMimeType) ? clip->data(ItemsMimeType).toStdString()
+                                                            : clip->text().toStdString();
     const auto items = ItemsIn(text);
     const auto band = m_canvas->CurrentBand();
     if (!items || items->empty() || !band) {
