@@ -104,6 +104,11 @@ class CopyMaker {
         }
         m_writer.Open("DataSets");
         m_writer.OpenNamed("DataSet", DesignRowSet);
+        m_writer.Open("Fields");
+        m_writer.OpenNamed("Field", "one");
+        m_writer.Leaf("DataField", "one");
+        m_writer.Close("Field");
+        m_writer.Close("Fields");
         m_writer.Open("Rows");
         m_writer.Open("Row");
         m_writer.Leaf("one", "1");

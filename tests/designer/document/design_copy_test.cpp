@@ -157,6 +157,30 @@ bool Touches(const Rect& place, const rdl::Area& character, bool isVertical) {
            character.y + character.height >= place.top - Near;
 }
 
+// What the text boxes show, one after the other; a box that is too low for a line shows nothing.
+std::string MissingTexts(const Document& document, const DesignCopy& copy, rdl::Pages& pages) {
+    const ReportItems items = ReadReportItems(document);
+    std::string missing;
+    for (const ReportItem& item : items.items) {
+        const DesignBand& band = copy.bands[item.band];
+        std::string text = document.TextAt(item.id, "Value").value_or("");
+        text += document.TextAt(item.id, "Paragraphs/Paragraph/TextRuns/TextRun/Value").value_or("");
+        const bool isShown = item.kind == "Textbox" &&
+                             text.find_first_not_of(" \t\r\n") != std::string::npos && item.place.width > 0 &&
+                             item.place.height > 0;
+        const std::vector<rdl::PageCharacter> characters = pages.Characters(band.page);
+        const bool isThere =
+            std::any_of(characters.begin(), characters.end(), [&](const rdl::PageCharacter& at) {
+                const double x = at.area.x + at.area.width / 2 - band.place.left;
+                const double y = at.area.y - band.place.top;
+                return x >= item.place.left && x <= item.place.Right() && y >= item.place.top - 1 &&
+                       y <= item.place.Bottom() + 1;
+            });
+        missing += isShown && !isThere ? item.name + "\n" : "";
+    }
+    return missing;
+}
+
 std::string PlaceProblems(const Document& document, const DesignCopy& copy, rdl::Pages& pages) {
     const ReportItems items = ReadReportItems(document);
     std::string problems;
@@ -192,6 +216,7 @@ TEST(DesignCopy, OfEveryReportIsLaidOutWhereItsItemsAre) {
             const int sections = copy.bands.empty() ? 1 : copy.bands.back().page;
             EXPECT_EQ(pages->Made(), sections);
             EXPECT_EQ(PlaceProblems(document, copy, *pages), "");
+            EXPECT_EQ(MissingTexts(document, copy, *pages), "");
             ++count;
         } catch (const std::exception& error) {
             ADD_FAILURE() << error.what() << "\n" << copy.text.substr(0, 3000);

@@ -1,0 +1,251 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/document/properties/properties.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+#include "designer/document/editing.h"
+#include "designer/document/item_size.h"
+#include "designer/document/names.h"
+#include "designer/document/placeholder_text.h"
+#include "designer/document/properties/property_table.h"
+#include "designer/document/xml_text.h"
+#include "platform/base/ascii.h"
+#include "platform/base/text.h"
+
+namespace designer {
+namespace {
+
+constexpr std::string_view NotThere = "-";
+
+bool HasWord(std::string_view words, std::string_view word) {
+    while (!words.empty()) {
+        const std::size_t blank = std::min(words.find(' '), words.size());
+        if (SameAscii(words.substr(0, blank), word)) {
+            return true;
+        }
+        words.remove_prefix(std::min(blank + 1, words.size()));
+    }
+    return false;
+}
+
+template <typename Take>
+void ForEachGroup(Take take) {
+    for (const auto table :
+         {ItemProperties(), StyleProperties(), DataProperties(), ChartProperties(), GaugeProperties()}) {
+        for (const PropertyGroup& group : table) {
+            take(group);
+        }
+    }
+}
+
+std::string_view PathIn(const Property& property, bool isOlder) {
+    return isOlder && !property.olderPath.empty() ? property.olderPath : property.path;
+}
+
+// Files mix the forms: the one that is there counts, else that of the schema.
+std::string_view PathFor(const Document& document, ElementId id, const Property& property) {
+    const bool isOlder = IsOlderSchema(document);
+    const std::string_view usual = PathIn(property, isOlder), other = PathIn(property, !isOlder);
+    if (usual == NotThere || (other != NotThere && document.Find(id, usual) == NoElement &&
+                              document.Find(id, other) != NoElement)) {
+        return other;
+    }
+    return usual;
+}
+
+// Returns the elements that `path` leads to through all children of its names; of a path of a style only
+// those that the style may belong to, which are made when they do not exist.
+std::vector<ElementId> OwnersOf(const Document& document, ElementId id, std::string_view path) {
+    std::vector<ElementId> owners{id};
+    const std::size_t style = path.find("Style/");
+    std::string_view rest = path.substr(0, style == std::string_view::npos ? 0 : style);
+    while (!rest.empty()) {
+        const std::size_t slash = rest.find('/');
+        const std::string_view step = rest.substr(0, slash);
+        rest.remove_prefix(slash + 1);
+        std::vector<ElementId> next;
+        for (const ElementId owner : owners) {
+            for (const ElementId child : document.Children(owner)) {
+                if (document.Name(child) == step) {
+                    next.push_back(child);
+                }
+            }
+        }
+        owners = std::move(next);
+    }
+    return owners;
+}
+
+std::string_view StylePath(std::string_view path) {
+    return path.substr(std::min(path.find("Style/"), path.size()));
+}
+
+std::string StepName(const Property& property) {
+    return "Set " + std::string(property.name);
+}
+
+bool IsNumber(std::string_view text) {
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() && std::isfinite(number);
+}
+
+bool IsInteger(std::string_view text) {
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size();
+}
+
+// A name of a colour, or # and 6 or 8 hexadecimal digits.
+bool IsColor(std::string_view text) {
+    if (!text.starts_with('#')) {
+        return std::all_of(text.begin(), text.end(), [](char c) { return IsAsciiLetter(c); });
+    }
+    return (text.size() == 7 || text.size() == 9) &&
+           text.substr(1).find_first_not_of("0123456789abcdefABCDEF") == std::string_view::npos;
+}
+
+// What a value of the kind is, for a message; empty if the value is one.
+std::string Expected(const Property& property, std::string_view value) {
+    switch (property.kind) {
+        case PropertyKind::Size:
+            return PointsOf(value) ? "" : "a size is a number with in, cm, mm, pt or pc: 2.5cm";
+        case PropertyKind::Color:
+            return IsColor(value) ? "" : "a colour is a name or #RRGGBB";
+        case PropertyKind::Words:
+            return HasWord(property.words, value) ? "" : "it is one of " + std::string(property.words);
+        case PropertyKind::Boolean:
+            return HasWord("true false", value) ? "" : "it is true or false";
+        case PropertyKind::Integer:
+            return IsInteger(value) ? "" : "it is a whole number";
+        case PropertyKind::Number:
+            return IsNumber(value) ? "" : "it is a number";
+        case PropertyKind::Name:
+            return IsIdentifier(value) ? "" : "a name is a letter or _, then letters, digits and _";
+        default:
+            return "";
+    }
+}
+
+}  // namespace
+
+std::vector<const Property*> PropertiesOf(std::string_view element, bool isOlder) {
+    std::vector<const Property*> properties;
+    ForEachGroup([&](const PropertyGroup& group) {
+        if (HasWord(group.elements, element)) {
+            for (const Property& property : group.properties) {
+                if (PathIn(property, isOlder) != NotThere) {
+                    properties.push_back(&property);
+                }
+            }
+        }
+    });
+    return properties;
+}
+
+std::vector<std::string_view> ElementsWithProperties() {
+    std::vector<std::string_view> elements;
+    ForEachGroup([&](const PropertyGroup& group) {
+        std::string_view names = group.elements;
+        while (!names.empty()) {
+            const std::size_t blank = std::min(names.find(' '), names.size());
+            elements.push_back(names.substr(0, blank));
+            names.remove_prefix(std::min(blank + 1, names.size()));
+        }
+    });
+    std::sort(elements.begin(), elements.end());
+    elements.erase(std::unique(elements.begin(), elements.end()), elements.end());
+    return elements;
+}
+
+bool IsOlderSchema(const Document& document) {
+    const std::string& space = document.Tree().SpaceOf(0);
+    return space.find("/2003/") != std::string::npos || space.find("/2005/") != std::string::npos;
+}
+
+PropertyValue ValueOf(const Document& document, ElementId id, const Property& property) {
+    PropertyValue value;
+    if (property.path.starts_with('@')) {
+        const std::optional<std::string> text = document.Attribute(id, property.path.substr(1));
+        return {text.value_or(std::string(property.missing)), text.has_value(), false};
+    }
+    const std::string_view path = PathFor(document, id, property);
+    if (!property.isOfEach || path.starts_with("Style/")) {
+        const std::optional<std::string> text = document.TextAt(id, path);
+        return {text.value_or(std::string(property.missing)), text.has_value(), false};
+    }
+    value.text = property.missing;
+    bool isFirst = true;
+    for (const ElementId owner : OwnersOf(document, id, path)) {
+        const std::optional<std::string> text = document.TextAt(owner, StylePath(path));
+        const std::string own = text.value_or(std::string(property.missing));
+        value.isMixed = value.isMixed || (!isFirst && own != value.text);
+        value.text = isFirst ? own : value.text;
+        value.isSet = value.isSet || text;
+        isFirst = false;
+    }
+    return value;
+}
+
+std::string FaultOf(const Property& property, std::string_view value) {
+    const bool isExpression = IsExpression(value);
+    const std::string shown =
+        "\"" + WithoutControls(CutText(value, 80)) + "\" is no value of " + std::string(property.name) + ": ";
+    if (isExpression && property.expressions == Expressions::No && property.kind != PropertyKind::Text) {
+        return shown + "it cannot be an expression";
+    }
+    if (!isExpression && property.expressions == Expressions::Only) {
+        return shown + "it is an expression, which begins with =";
+    }
+    const std::string expected = isExpression ? "" : Expected(property, Trim(value));
+    return expected.empty() ? expected : shown + expected;
+}
+
+void SetValue(Document& document, ElementId id, const Property& property, std::string_view value) {
+    if (const std::string fault = FaultOf(property, value); !fault.empty()) {
+        throw EditError(fault);
+    }
+    if (property.kind == PropertyKind::Name) {
+        Rename(document, id, std::string(Trim(value)));
+        return;
+    }
+    if (property.path.starts_with('@')) {
+        SetAttribute(document, id, property.path.substr(1), value, StepName(property));
+        return;
+    }
+    const std::string_view path = PathFor(document, id, property);
+    const bool isOfEach = property.isOfEach && !path.starts_with("Style/");
+    const std::vector<ElementId> owners = isOfEach ? OwnersOf(document, id, path) : std::vector<ElementId>();
+    if (owners.empty()) {
+        SetText(document, id, path, value, StepName(property));
+        return;
+    }
+    const StepGroup group(document, StepName(property));
+    for (const ElementId owner : owners) {
+        SetText(document, owner, StylePath(path), value);
+    }
+}
+
+void ResetValue(Document& document, ElementId id, const Property& property) {
+    const std::string step = "Reset " + std::string(property.name);
+    if (property.path.starts_with('@')) {
+        if (property.kind == PropertyKind::Name) {
+            throw EditError("a name cannot be removed");
+        }
+        RemoveAttribute(document, id, property.path.substr(1), step);
+        return;
+    }
+    const std::string_view path = PathFor(document, id, property);
+    if (!property.isOfEach || path.starts_with("Style/")) {
+        RemoveAt(document, id, path, step);
+        return;
+    }
+    const StepGroup group(document, step);
+    for (const ElementId owner : OwnersOf(document, id, path)) {
+        RemoveAt(document, owner, StylePath(path));
+    }
+}
+
+}  // namespace designer
