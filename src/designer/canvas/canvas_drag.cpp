@@ -158,7 +158,6 @@ void DesignCanvas::FinishClick() {
         const auto band = m_layout.NearestBand(m_drag.start);
         if (!m_drag.adds) {
             m_model.Select(band ? std::vector{m_model.Items().bands[*band].element} : std::vector<ElementId>{});
-            m_backingIsOld = true;  // the caption shows the selection
         }
     } else if (m_drag.adds) {
         m_model.Toggle(m_drag.pressed);

@@ -76,8 +76,6 @@ void DesignCanvas::SelectNext(int step) {
 void DesignCanvas::ClimbSelection() {
     const ReportItem* item = m_model.Item(m_model.Leader());
     m_model.Select(item ? std::vector{item->container} : std::vector<ElementId>{});
-    m_backingIsOld = true;
-    viewport()->update();
 }
 
 void DesignCanvas::Nudge(int right, int down, bool fine, bool resizes) {

@@ -111,7 +111,9 @@ class DesignCanvas : public QAbstractScrollArea {
     QRectF CanvasArea(const ReportItem& item) const;
 
     void PaintBands(QPainter& painter);
+    void PaintCaption(QPainter& painter, std::size_t band, bool isSelected);
     void PaintOutlines(QPainter& painter, std::size_t band);
+    void PaintSelectedBand(QPainter& painter, ElementId id);
     void PaintSelection(QPainter& painter);
     void PaintDrag(QPainter& painter);
     const QPixmap& Backing();

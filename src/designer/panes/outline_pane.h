@@ -24,7 +24,7 @@ class OutlinePane : public QTreeWidget {
     // What a built tree shows. While it is the same, the tree stays as it is.
     struct Entry {
         ElementId id, container;
-        std::string text;
+        std::string text, kind;
         bool operator==(const Entry&) const = default;
     };
     std::vector<Entry> Entries() const;

@@ -80,7 +80,7 @@ void DesignWindow::BuildDocks() {
         addDockWidget(area, dock);
         return dock;
     };
-    add("dockToolbox", tr("Toolbox"), m_toolbox, Qt::LeftDockWidgetArea);
+    auto* toolbox = add("dockToolbox", tr("Toolbox"), m_toolbox, Qt::LeftDockWidgetArea);
     auto* outline = add("dockOutline", tr("Outline"), m_outline, Qt::LeftDockWidgetArea);
     auto* properties = add("dockProperties", tr("Properties"), m_properties, Qt::RightDockWidgetArea);
     m_problemsDock = add("dockProblems", tr("Problems"), m_problems, Qt::BottomDockWidgetArea);
@@ -88,6 +88,7 @@ void DesignWindow::BuildDocks() {
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     const int letter = fontMetrics().averageCharWidth();
     resizeDocks({outline, properties}, {letter * 28, letter * 38}, Qt::Horizontal);
+    resizeDocks({toolbox, outline}, {m_toolbox->sizeHint().height(), fontMetrics().height() * 40}, Qt::Vertical);
     resizeDocks({m_problemsDock}, {fontMetrics().height() * 5}, Qt::Vertical);
 }
 
