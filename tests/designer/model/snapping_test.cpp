@@ -47,7 +47,7 @@ TEST(Snapping, TheNearestOfTwoEdgesWins) {
 TEST(Snapping, OnlyAnEdgeThatMovesStops) {
     EXPECT_EQ(Text(Snap({12, 0, 30, 10}, 7, 0, {false, false, true, false}, {{50, 41, 80, 20}}, Rules)),
               "8,0 x50:0-61");
-    EXPECT_EQ(Text(Snap({12, 0, 30, 10}, 3, 5, {false, false, true, false}, {}, Rules)), "-2,0");
+    EXPECT_EQ(Text(Snap({12, 0, 30, 10}, 2, 5, {false, false, true, false}, {}, Rules)), "-2,0");
 }
 
 TEST(Snapping, WithoutRulesItFollowsThePointer) {
