@@ -51,6 +51,7 @@ class Completions(unittest.TestCase):
         self.assertEqual(set(new), options(whole[begin:end]))
         self.assertEqual(offered("oxc-report", "export", "a.rpt", "--pass"), ["--password", "--password-stdin"])
         self.assertEqual(options(usage("oxc-mail")), {"--help", "--version"})
+        self.assertEqual(set(offered("oxc-design", "-")), options(usage("oxc-design")))
         offers = [set(offered("oxc-store", command, "-")) for command in sorted(commands("oxc-store"))]
         self.assertEqual(set().union(*offers), options(usage("oxc-store")) - {"--help", "--version"})
         self.assertEqual(set(offered("oxc-schedule", "add", "-")), options(usage("oxc-schedule")) - {"--help", "--version"})
@@ -67,6 +68,7 @@ class Completions(unittest.TestCase):
     def test_files_are_offered_where_a_file_is_wanted(self):
         with tempfile.TemporaryDirectory() as folder:
             pathlib.Path(folder, "sales by region.rpt").touch()
+            self.assertEqual(offered("oxc-design", "sa", folder=folder), ["sales by region.rpt"])
             for words in (["info"], ["export"], ["export", "a.rpt", "-o"], ["new", "--data-source"]):
                 self.assertEqual(offered("oxc-report", *words, "sa", folder=folder), ["sales by region.rpt"])
             for option in ("-p", "--formula", "--page"):

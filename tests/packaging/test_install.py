@@ -24,6 +24,7 @@ FILES = {
     "lib/systemd/user/oxbow-courier.service",
     "lib/sysusers.d/oxbow-courier.conf",
     "lib/tmpfiles.d/oxbow-courier.conf",
+    "share/applications/org.oxbowcourier.design.desktop",
     "share/applications/org.oxbowcourier.oxc.desktop",
     *("share/doc/oxbow-courier/" + str(guide.relative_to(DOCS)) for guide in DOCS.rglob("*.*")
       if guide.suffix in (".md", ".png", ".svg")),

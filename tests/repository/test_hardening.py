@@ -7,7 +7,7 @@ import subprocess
 import unittest
 
 STAGE = pathlib.Path(os.environ["OXC_STAGE"])
-PROGRAMS = ("oxc", "oxc-mail", "oxc-report", "oxc-schedule")
+PROGRAMS = ("oxc", "oxc-design", "oxc-mail", "oxc-report", "oxc-schedule")
 
 
 def told(*command):

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QClipboard>
+#include <QMimeData>
+
+#include "designer/model/item_clipboard.h"
+#include "window_fixture.h"
+
+namespace designer::test {
+namespace {
+
+using Commands = WindowTest;
+
+TEST_F(Commands, CopiesAreSelectedAndMovedALittle) {
+    Select({"Title"});
+    Run("editDuplicate");
+    EXPECT_EQ(Selected(), "Title1");
+    EXPECT_EQ(Corner("Title1"), "1.35278cm 1.35278cm");
+    EXPECT_EQ(UndoName(), "Duplicate Title");
+}
+
+TEST_F(Commands, CutAndPasteKeepTheItem) {
+    Select({"Title"});
+    Run("editCut");
+    EXPECT_EQ(Id("Title"), NoElement);
+    EXPECT_TRUE(QApplication::clipboard()->mimeData()->hasFormat(ItemsMimeType));
+    Run("editPaste");
+    EXPECT_EQ(Selected(), "Title");
+    EXPECT_EQ(Text("Title", "Paragraphs/Paragraph/TextRuns/TextRun/Value"), "Sales");
+    Run("editPaste");
+    EXPECT_EQ(Selected(), "Title1");
+}
+
+TEST_F(Commands, PasteOfAnythingElseSaysSo) {
+    QApplication::clipboard()->setText("Sales");
+    const std::string before = Model().Source().Text();
+    Run("editPaste");
+    EXPECT_EQ(Model().Source().Text(), before);
+}
+
+TEST_F(Commands, AlignTakesTheLastSelectedOne) {
+    Select({"Title", "Note"});
+    Run("alignLeft");
+    EXPECT_EQ(Text("Title", "Left"), "7cm");
+    EXPECT_EQ(Text("Note", "Left"), "7cm");
+    EXPECT_EQ(UndoName(), "Align 2 items");
+}
+
+TEST_F(Commands, DistributeNeedsThree) {
+    Select({"Title", "Amount"});
+    EXPECT_FALSE(Find<QAction>("distributeDown").isEnabled());
+    Model().Edit("Move", [&](Document& document) { SetSize(document, Id("Amount"), "Top", 40); });
+    Select({"Title", "Amount", "Note"});
+    Run("distributeDown");
+    EXPECT_EQ(Text("Amount", "Top"), "3cm");
+}
+
+TEST_F(Commands, SelectAllTakesTheItemsOfTheBands) {
+    Run("editSelectAll");
+    EXPECT_EQ(Selected(), "Title Amount Note Page");
+}
+
+TEST_F(Commands, OrderIsWritten) {
+    Select({"Title"});
+    Run("toFront");
+    EXPECT_EQ(Text("Title", "ZIndex"), "1");
+    EXPECT_EQ(UndoName(), "Bring to front Title");
+    Run("toBack");
+    EXPECT_EQ(Text("Title", "ZIndex"), "0");
+}
+
+TEST_F(Commands, InsertPutsAnItemIntoTheMiddle) {
+    Run("insertTextBox");
+    EXPECT_EQ(Selected(), "Textbox1");
+    EXPECT_TRUE(Canvas().viewport()->rect().contains(At("Textbox1")));
+    EXPECT_EQ(Model().Item(Id("Textbox1"))->container, BodyOf(Model().Source()));
+}
+
+TEST_F(Commands, WithoutASelectionTheyAreGrey) {
+    Select({});
+    for (const char* name : {"editCut", "editCopy", "editDelete", "editDuplicate", "toFront", "alignLeft", "editUndo"}) {
+        EXPECT_FALSE(Find<QAction>(name).isEnabled()) << name;
+    }
+}
+
+TEST_F(Commands, EveryOneHasAKeyOfItsOwn) {
+    QMap<QString, QString> keys;
+    for (const QAction* action : m_window->findChildren<QAction*>()) {
+        const bool isCommand = action->parent() == m_window && !action->objectName().isEmpty();
+        EXPECT_FALSE(isCommand && action->shortcut().isEmpty()) << action->objectName().toStdString();
+        for (const QKeySequence& key : action->shortcuts()) {
+            if (action->parent() == m_window) {
+                EXPECT_FALSE(keys.contains(key.toString()))
+                    << key.toString().toStdString() << ": " << keys[key.toString()].toStdString() << " and "
+                    << action->objectName().toStdString();
+                keys[key.toString()] = action->objectName();
+            }
+        }
+    }
+    EXPECT_GT(keys.size(), 35);
+}
+
+}  // namespace
+}  // namespace designer::test
