@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/definition/xml_tree.h"
+#include "rdl/definition/tree/xml_tree.h"
 
-#include "rdl/definition/context.h"
-#include "rdl/definition/sniff.h"
+#include "rdl/definition/tree/sniff.h"
+#include "rdl/values/ascii.h"
+#include "rdl/values/error.h"
 #include "rdl/values/error_text.h"
 #include "rdl/xml/parse.h"
 
@@ -80,6 +81,12 @@ void KeepReport(xml::Document& document, const std::string& fileName) {
 
 void DropBlanks(XmlElement& root) {
     KeepWhatIsOfTheReport(root, root.space, false, true);
+}
+
+// Who writes a report by hand may leave the prefix out.
+bool IsNull(const XmlElement& value) {
+    const std::string_view word = value.AttributeOf("nil");
+    return value.IsNil() || word == "true" || word == "1";
 }
 
 xml::Document ReadXmlTree(std::string_view bytes, const std::string& fileName,

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "rdl/definition/parse.h"
+#include "rdl/definition/tree/limits.h"
 #include "rdl/xml/element.h"
 
 namespace rdl {
@@ -21,6 +21,9 @@ void KeepReport(xml::Document& document, const std::string& fileName);
 
 // Of elements that are rows: white-space-only text becomes empty unless xml:space keeps it.
 void DropBlanks(XmlElement& root);
+
+// Whether the element of a value says that the value is Null: xsi:nil, with its prefix or without.
+bool IsNull(const XmlElement& value);
 
 // Checks that the root is a Report of a known namespace. White-space-only text becomes empty unless xml:space
 // keeps it. Raises rdl::Error as ParseDefinition does.

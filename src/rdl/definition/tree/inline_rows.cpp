@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/definition/rows/inline_rows.h"
+#include "rdl/definition/tree/inline_rows.h"
 
 #include <cstring>
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "rdl/definition/rows/inline_rows.h"
-#include "rdl/definition/xml_tree.h"
+#include "rdl/definition/tree/inline_rows.h"
+#include "rdl/definition/tree/xml_tree.h"
 #include "rdl/spool/spool.h"
 #include "rdl/xml/pieces.h"
 
@@ -23,6 +23,9 @@ struct ReportTree {
     std::shared_ptr<InlineRows> RowsOf(const XmlElement& element) const;
     std::shared_ptr<Spool> TextOf(const XmlElement& element) const;
 };
+
+// Adds the elements of `parent` as rows, with an element for each value.
+void AddRows(const XmlElement& parent, InlineRows& rows);
 
 // Reads a report without a tree of its rows. Returns nothing for a file that must be read whole: it has
 // errors, whose lines are known then, or something unusual. Raises rdl::Error for what is no report at all.

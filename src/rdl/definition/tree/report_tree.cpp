@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/definition/rows/report_tree.h"
+#include "rdl/definition/tree/report_tree.h"
 
 #include <charconv>
 
-#include "rdl/definition/data_reader.h"
 #include "rdl/values/ascii.h"
 
 namespace rdl {
@@ -82,6 +81,19 @@ std::shared_ptr<InlineRows> ReportTree::RowsOf(const XmlElement& element) const 
 
 std::shared_ptr<Spool> ReportTree::TextOf(const XmlElement& element) const {
     return Marked(texts, element);
+}
+
+void AddRows(const XmlElement& parent, InlineRows& rows) {
+    InlineRows::Row values;
+    for (const XmlElement& row : parent.children) {
+        values.clear();
+        for (const XmlElement& value : row.children) {
+            if (!IsNull(value)) {
+                values.emplace_back(value.name, value.text);
+            }
+        }
+        rows.Add(values);
+    }
 }
 
 std::optional<ReportTree> ReadReportApart(const xml::NextBytes& next, const std::string& fileName,

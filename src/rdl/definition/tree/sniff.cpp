@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/definition/sniff.h"
+#include "rdl/definition/tree/sniff.h"
 
 #include <algorithm>
 
