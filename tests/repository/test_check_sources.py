@@ -83,6 +83,22 @@ class CheckSources(unittest.TestCase):
         form = '<?xml version="1.0"?>\n<!-- SPDX-License-Identifier: GPL-3.0-or-later -->\n'
         self.assertEqual(self.check_tree({name: form for name in names}, scripts), (0, ""))
 
+    def test_resources_and_manuals_need_it_as_well(self):
+        code, said = self.check_tree({"src/a.qrc": "<RCC>\n</RCC>\n", "packaging/man/b.1.scd": 'b(1) "B"\n\n# NAME\n'})
+        self.assertEqual(code, 1)
+        self.assertEqual(sorted(said.splitlines()),
+                         [f"{name}: has no line SPDX-License-Identifier at its start"
+                          for name in ("packaging/man/b.1.scd", "src/a.qrc")])
+        self.assertEqual(self.check_tree({
+            "src/a.qrc": "<!-- SPDX-License-Identifier: GPL-3.0-or-later -->\n<RCC>\n</RCC>\n",
+            "packaging/man/b.1.scd": 'b(1) "B"\n; SPDX-License-Identifier: GPL-3.0-or-later\n\n# NAME\n'}), (0, ""))
+
+    def test_a_file_of_more_than_500_lines_is_named(self):
+        full = LICENCE + "// the value of a property of an item\n" * 499
+        self.assertEqual(self.check_tree({"src/a.cpp": full, "tests/b.py": full, "packaging/c.txt": full + full}), (0, ""))
+        for name in ("src/a.cpp", "src/a.h", "tests/b.py"):
+            self.assertEqual(self.check_tree({name: full + "\n"}), (1, f"{name}: 501 lines, at most 500\n"))
+
     def test_data_without_a_suffix_needs_none(self):
         self.assertEqual(self.check_tree({"tests/corpus/one": "text\n"}), (0, ""))
 
