@@ -2,7 +2,7 @@
 // Odd and hostile names, and commands at the wrong moment.
 #include <QElapsedTimer>
 
-#include "desk_test.h"
+#include "desk_fixture.h"
 #include "platform/contracts/prompts.h"
 
 using testing::ElementsAre;

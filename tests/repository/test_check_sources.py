@@ -10,6 +10,7 @@ import unittest
 
 SOURCES = pathlib.Path(os.environ["OXC_SOURCES"])
 LICENCE = "# SPDX-License-Identifier: GPL-3.0-or-later\n"
+TEST = LICENCE + "TEST(A, B) {}\n"
 FORBIDDEN = {
     "#include <cctype>": "rdl/values/ascii.h",
     "return std::tolower(static_cast<unsigned char>(letter));": "platform/base/text.h",
@@ -103,17 +104,24 @@ class CheckSources(unittest.TestCase):
         self.assertEqual(self.check_tree({"tests/corpus/one": "text\n"}), (0, ""))
 
     def test_a_test_in_a_comment_or_under_a_similar_name_is_not_built(self):
-        files = {"tests/x/a_test.cpp": LICENCE, "tests/x/b_test.cpp": LICENCE,
+        files = {"tests/x/a_test.cpp": TEST, "tests/x/b_test.cpp": TEST,
                  "tests/x/CMakeLists.txt": LICENCE + "oxc_test(x SOURCES\n    # a_test.cpp\n    b_test_cpp)\n"}
         said = self.check_tree(files)[1]
         for name in ("a_test.cpp", "b_test.cpp"):
             self.assertIn(f"tests/x/{name}: is in no list of tests/x/CMakeLists.txt, so nothing builds it\n", said)
 
     def test_a_test_that_nothing_builds_is_named(self):
-        files = {"tests/x/a_test.cpp": LICENCE, "tests/x/b_a_test.cpp": LICENCE,
+        files = {"tests/x/a_test.cpp": TEST, "tests/x/b_a_test.cpp": TEST,
                  "tests/x/CMakeLists.txt": LICENCE + "oxc_test(x SOURCES b_a_test.cpp)\n"}
         self.assertEqual(self.check_tree(files),
                          (1, "tests/x/a_test.cpp: is in no list of tests/x/CMakeLists.txt, so nothing builds it\n"))
+
+    def test_a_test_file_without_a_test_is_named(self):
+        files = {"tests/x/a_test.cpp": LICENCE + "// TEST(\n", "tests/x/CMakeLists.txt": LICENCE + "a_test.cpp\n"}
+        self.assertEqual(self.check_tree(files),
+                         (1, "tests/x/a_test.cpp: has no test; what other files share is a fixture\n"))
+        files["tests/x/a_test.cpp"] = LICENCE + "TEST_F(A, B) {}\n"
+        self.assertEqual(self.check_tree(files), (0, ""))
 
     def test_the_sources_of_the_programs_pass(self):
         done = subprocess.run([SOURCES / "tests" / "check_sources"], capture_output=True, text=True)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "desk_test.h"
+#include "desk_fixture.h"
 
 #include <QAbstractItemView>
 #include <QLineEdit>

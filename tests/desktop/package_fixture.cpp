@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "package_test.h"
+#include "package_fixture.h"
 
 #include <QLineEdit>
 #include <QPushButton>

@@ -2,7 +2,7 @@
 // The Schedule History window inside the real frame, driven as a user drives it.
 #pragma once
 
-#include "desk_test.h"
+#include "desk_fixture.h"
 #include "desktop/frmViewer.h"
 
 class HistoryTest : public DeskTest {

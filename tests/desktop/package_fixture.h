@@ -3,7 +3,7 @@
 #pragma once
 
 #include "dialogs/frmPar.h"
-#include "history_test.h"
+#include "history_fixture.h"
 #include "platform/contracts/prompts.h"
 #include "support/fake_shell.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "history_test.h"
+#include "history_fixture.h"
 
 #include "platform/base/convert.h"
 

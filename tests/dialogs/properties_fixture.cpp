@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "dialogs/properties_test.h"
+#include "dialogs/properties_fixture.h"
 
 #include <fstream>
 
