@@ -2,7 +2,7 @@
 // Maps as they are drawn: shapes, their places, rules, labels, legends and scales.
 #include <gmock/gmock.h>
 
-#include "rdl/layout/map_kit.h"
+#include "rdl/layout/drawing/map_kit.h"
 #include "rdl/raises.h"
 #include "rdl/spatial/shape_files.h"
 #include "rdl/values/error.h"

@@ -8,7 +8,7 @@
 #include "rdl/text/fonts.h"
 #include "rdl/values/error.h"
 #include "rdl/writers/pdf/file.h"
-#include "rdl/writers/pdf_kit.h"
+#include "rdl/writers/pdf/pdf_kit.h"
 
 namespace rdl::writers::test {
 namespace {

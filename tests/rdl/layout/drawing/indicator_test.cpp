@@ -5,7 +5,7 @@
 #include <set>
 
 #include "rdl/layout/drawing/gauge/indicator_icons.h"
-#include "rdl/layout/gauge_report.h"
+#include "rdl/layout/drawing/gauge_report.h"
 #include "rdl/values/error.h"
 
 namespace rdl::layout {

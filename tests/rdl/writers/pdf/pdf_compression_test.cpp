@@ -11,7 +11,7 @@
 #include <thread>
 
 #include "rdl/writers/pdf/file.h"
-#include "rdl/writers/pdf_kit.h"
+#include "rdl/writers/pdf/pdf_kit.h"
 
 namespace rdl::writers {
 namespace {

@@ -2,7 +2,7 @@
 // Stocks, candlesticks, errors and boxes: from a low to a high value.
 #include <gmock/gmock.h>
 
-#include "rdl/layout/chart_shapes.h"
+#include "rdl/layout/drawing/chart_shapes.h"
 
 namespace rdl::layout {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "rdl/layout/chart_kit.h"
+#include "rdl/layout/drawing/chart_kit.h"
 #include "rdl/raises.h"
 #include "rdl/values/error.h"
 

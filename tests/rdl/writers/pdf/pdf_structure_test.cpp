@@ -12,7 +12,7 @@
 #include "rdl/values/error.h"
 #include "rdl/writers/pdf/color_profile.h"
 #include "rdl/writers/pdf/file.h"
-#include "rdl/writers/pdf_kit.h"
+#include "rdl/writers/pdf/pdf_kit.h"
 
 namespace rdl::writers::test {
 namespace {

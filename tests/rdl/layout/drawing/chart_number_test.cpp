@@ -2,7 +2,7 @@
 // Charts of negative numbers, and the marks beside their axes.
 #include <gtest/gtest.h>
 
-#include "rdl/layout/chart_kit.h"
+#include "rdl/layout/drawing/chart_kit.h"
 
 namespace rdl::layout {
 namespace {

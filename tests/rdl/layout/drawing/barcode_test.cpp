@@ -8,7 +8,7 @@
 
 #include "rdl/definition/barcode.h"
 #include "rdl/guide.h"
-#include "rdl/layout/chart_kit.h"
+#include "rdl/layout/drawing/chart_kit.h"
 #include "rdl/layout/drawing/drawing.h"
 #include "rdl/raises.h"
 

@@ -9,7 +9,7 @@
 #include "rdl/raises.h"
 #include "rdl/values/error.h"
 #include "rdl/writers/pdf/content.h"
-#include "rdl/writers/pdf_kit.h"
+#include "rdl/writers/pdf/pdf_kit.h"
 
 namespace rdl::writers::test {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "rdl/layout/gauge_report.h"
+#include "rdl/layout/drawing/gauge_report.h"
 
 namespace rdl::layout {
 

@@ -2,7 +2,7 @@
 // Charts too small for their titles, legends and axes: the plot remains.
 #include <gmock/gmock.h>
 
-#include "rdl/layout/chart_shapes.h"
+#include "rdl/layout/drawing/chart_shapes.h"
 
 namespace rdl::layout {
 namespace {

@@ -2,8 +2,8 @@
 // Charts whose points share a whole: funnels, pyramids, tree maps and sunbursts.
 #include <gmock/gmock.h>
 
-#include "rdl/layout/chart_shapes.h"
 #include "rdl/layout/drawing/canvas.h"
+#include "rdl/layout/drawing/chart_shapes.h"
 #include "rdl/raises.h"
 
 namespace rdl::layout {

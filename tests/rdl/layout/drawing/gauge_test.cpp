@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Gauges: where pointers, ranges, ticks and labels stand.
 #include "rdl/layout/drawing/canvas.h"
-#include "rdl/layout/gauge_report.h"
+#include "rdl/layout/drawing/gauge_report.h"
 
 #include <gmock/gmock.h>
 

@@ -2,8 +2,8 @@
 // Where the labels of columns and bars stand, and what an axis that is not visible takes with it.
 #include <gmock/gmock.h>
 
-#include "rdl/layout/chart_kit.h"
 #include "rdl/layout/drawing/canvas.h"
+#include "rdl/layout/drawing/chart_kit.h"
 
 namespace rdl::layout {
 namespace {

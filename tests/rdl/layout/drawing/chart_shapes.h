@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "rdl/layout/chart_kit.h"
+#include "rdl/layout/drawing/chart_kit.h"
 
 namespace rdl::layout {
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "rdl/layout/chart_shapes.h"
+#include "rdl/layout/drawing/chart_shapes.h"
 
 namespace rdl::layout {
 namespace {
