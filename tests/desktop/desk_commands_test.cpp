@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands of the toolbar except the deletions.
-#include "desk_test.h"
+#include "desk_fixture.h"
 
 #include <QToolButton>
 #include <climits>

@@ -2,7 +2,7 @@
 // What a Desktop window shows: its tree, its list, its toolbar.
 #include <QToolButton>
 
-#include "desk_test.h"
+#include "desk_fixture.h"
 #include "desktop/DeskWindows.h"
 #include "platform/contracts/prompts.h"
 #include "platform/controls/kit/twips.h"

@@ -2,7 +2,7 @@
 // Report Properties of the schedule that is selected in a Desktop window.
 #include <QPushButton>
 
-#include "desk_test.h"
+#include "desk_fixture.h"
 #include "dialogs/frmProp.h"
 #include "platform/controls/text_box.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The menus of the Schedule History window's nodes and what their entries do.
 #include "execution/frmTest.h"
-#include "history_test.h"
+#include "history_fixture.h"
 #include "platform/contracts/prompts.h"
 
 using testing::Contains;

@@ -4,7 +4,7 @@
 
 #include "desktop/HistoryNodes.h"
 #include "desktop/Images.h"
-#include "history_test.h"
+#include "history_fixture.h"
 #include "platform/contracts/regional.h"
 
 using testing::ElementsAre;

@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "desktop/HistoryNodes.h"
-#include "history_test.h"
+#include "history_fixture.h"
 #include "support/raises.h"
 
 using testing::ElementsAre;

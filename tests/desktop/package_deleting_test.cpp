@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting packages and taking reports out of them in the Desktop's windows.
-#include "package_test.h"
+#include "package_fixture.h"
 
 using testing::Each;
 using testing::ElementsAre;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The package wizard's last page and its Finish: the mail switch, the rows, and what a failure leaves.
-#include "dialogs/package_wizard_test.h"
+#include "dialogs/package_wizard_fixture.h"
 #include "platform/controls/animation.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The contents of the parameter dialog, and its handling.
-#include "dialogs/parameter_form_test.h"
+#include "dialogs/parameter_form_fixture.h"
 
 #include <QLabel>
 #include <QScreen>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the parameter dialog does with the typed values.
-#include "dialogs/parameter_form_test.h"
+#include "dialogs/parameter_form_fixture.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QStackedWidget>
 
-#include "dialogs/properties_test.h"
+#include "dialogs/properties_fixture.h"
 #include "platform/base/paths.h"
 
 using testing::ElementsAre;

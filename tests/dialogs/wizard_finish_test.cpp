@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What Finish writes, and what stays written when it fails.
-#include "dialogs/wizard_test.h"
+#include "dialogs/wizard_fixture.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 // The pages of the wizard: their contents, and the way from one to the next.
 #include <QAbstractItemView>
 
-#include "dialogs/wizard_test.h"
+#include "dialogs/wizard_fixture.h"
 
 namespace {
 

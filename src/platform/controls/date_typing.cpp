@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What is typed in one go: how it becomes a date, and when it is refused.
+// Members of DTPicker: what is typed in one go, how it becomes a date, and when it is refused.
 #include <QApplication>
 #include <QLineEdit>
 #include <QTimer>

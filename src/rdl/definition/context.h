@@ -11,8 +11,9 @@
 
 #include "rdl/definition/model.h"
 #include "rdl/definition/placeholders.h"
-#include "rdl/definition/xml_tree.h"
+#include "rdl/definition/tree/xml_tree.h"
 #include "rdl/values/ascii.h"
+#include "rdl/values/error.h"
 
 namespace rdl {
 

@@ -81,6 +81,14 @@ bool ItemBuilder::Fill(ItemPlan& plan, Instance& out) {
     }
     Clear(out);
     Common(plan, out);
+    OfItsKind(plan, out);
+    if (out.kind != InstanceKind::Text) {
+        out.paragraphs.clear();
+    }
+    return true;
+}
+
+void ItemBuilder::OfItsKind(ItemPlan& plan, Instance& out) {
     switch (plan.definition->kind) {
         case ItemKind::Textbox:
             out.kind = InstanceKind::Text;
@@ -124,10 +132,6 @@ bool ItemBuilder::Fill(ItemPlan& plan, Instance& out) {
             MapOf(plan, out);
             break;
     }
-    if (out.kind != InstanceKind::Text) {
-        out.paragraphs.clear();
-    }
-    return true;
 }
 
 // The report's own code may count its calls.

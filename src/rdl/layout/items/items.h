@@ -31,6 +31,8 @@ class ItemBuilder : public PropertyReader {
 
  private:
     void Common(ItemPlan& plan, Instance& out);
+    // What only items of this kind have, its kind included.
+    void OfItsKind(ItemPlan& plan, Instance& out);
     void TextOf(ItemPlan& plan, Instance& out);
     void ParagraphOf(ParagraphPlan& plan, bool isOnlyRun, Instance& out, ParagraphInstance& paragraph);
     void RunOf(RunPlan& plan, bool isOnlyRun, Instance& out, RunInstance& run);

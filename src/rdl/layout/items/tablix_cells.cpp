@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The cells of a table's rows.
+// Members of TablixTable: the cells of a table's rows.
 #include <algorithm>
 #include <numeric>
 

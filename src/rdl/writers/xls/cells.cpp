@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Members of XlsLayout: the cells of single items.
 #include <algorithm>
 #include <cmath>
 
