@@ -180,8 +180,9 @@ void SourceScanner::ScanText() {
 
 // With a document type a name may be that of an entity, which stays as it is written.
 void SourceScanner::CheckReferences(std::size_t begin, std::size_t end) const {
-    for (std::size_t at = m_text.find('&', begin); at < end; at = m_text.find('&', at + 1)) {
-        const std::string_view rest = m_text.substr(at + 1, end - at - 1);
+    const std::string_view text = m_text.substr(0, end);  // what follows is not searched
+    for (std::size_t at = text.find('&', begin); at != std::string_view::npos; at = text.find('&', at + 1)) {
+        const std::string_view rest = text.substr(at + 1);
         const std::string_view reference = rest.substr(0, std::min(rest.find(';'), rest.size()));
         const bool isEntity =
             m_hasDocumentType && !reference.empty() && NameLength(reference) == reference.size();

@@ -2,8 +2,10 @@
 // Every report of the project through the document: unchanged, and changed at random.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "designer/document/all_reports.h"
@@ -35,12 +37,12 @@ class RandomEditor {
     // Returns whether the edit was possible.
     bool Edit() {
         try {
-            switch (Pick(10)) {
+            switch (Pick(11)) {
                 case 0:
                     Remove(m_document, AnyElement());
                     break;
                 case 1:
-                    Duplicate(m_document, AnyElement());
+                    DuplicateSmall(AnyElement());
                     break;
                 case 2:
                     Move(m_document, AnyElement(), AnyElement());
@@ -58,6 +60,9 @@ class RandomEditor {
                 case 6:
                     SetAttribute(m_document, AnyElement(), "Name", "it's \"quoted\" & <odd>");
                     break;
+                case 7:
+                    SpaceTwoTags();
+                    break;
                 default:
                     ChangeProperty();
             }
@@ -73,6 +78,25 @@ class RandomEditor {
     }
     ElementId AnyElement() {
         return m_document.IdAt(static_cast<int>(Pick(static_cast<std::size_t>(m_document.Tree().Count()))));
+    }
+
+    // Else the report would soon be huge.
+    void DuplicateSmall(ElementId id) {
+        constexpr std::uint32_t Largest = 2000;
+        if (m_document.Tree()[m_document.IndexOf(id)].whole.Size() < Largest) {
+            Duplicate(m_document, id);
+        }
+    }
+
+    // One edit of two places, both of which grow.
+    void SpaceTwoTags() {
+        const SourceTree& tree = m_document.Tree();
+        int first = m_document.IndexOf(AnyElement()), second = m_document.IndexOf(AnyElement());
+        if (first == second) {
+            return;
+        }
+        std::tie(first, second) = std::minmax({first, second});
+        m_document.Apply("Space", {{tree[first].nameEnd, 0, "  ", {}}, {tree[second].nameEnd, 0, "\n", {}}});
     }
 
     void ChangeProperty() {

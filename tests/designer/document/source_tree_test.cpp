@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 
 #include "designer/document/file_text.h"
@@ -127,6 +128,16 @@ TEST(SourceTree, BoundsDepthElementsAttributesAndBytes) {
         tail += "</a>";
     }
     EXPECT_EQ(FlawOf(text + tail, {.depth = 2'000'000}), "");
+}
+
+TEST(SourceTree, ScansALongTextOnce) {
+    std::string text = "<a>";
+    for (int i = 0; i < 300'000; ++i) {
+        text += "<b c='1'>text</b>\n";
+    }
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(FlawOf(text + "</a>"), "");
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
 }
 
 TEST(FileText, KeepsTheBytesOfEveryEncoding) {
