@@ -120,6 +120,9 @@ void EditAtRandom(const std::string& bytes, int edits, unsigned seed) {
     // The positions of a tree that was kept up to date are those of a new one.
     const Document again(changed);
     ASSERT_EQ(again.Tree().Count(), document.Tree().Count());
+    for (int index = 0; index < document.Tree().Count(); ++index) {
+        ASSERT_EQ(document.IndexOf(document.IdAt(index)), index);
+    }
     EXPECT_EQ(again.Bytes(), changed);
     OpenByEngine(changed);
     MakeDesignCopy(document);
@@ -148,7 +151,7 @@ TEST(RoundTrip, AThousandEditsAreUndoneAndRedone) {
     for (std::size_t at = 0; (at = lines.find('\n', at)) != std::string::npos; at += 2) {
         lines.replace(at, 1, "\r\n");
     }
-    for (unsigned seed = 1; seed <= 3; ++seed) {
+    for (unsigned seed = 1; seed <= 2; ++seed) {
         EditAtRandom(sample, 1000, seed);
         EditAtRandom("\xEF\xBB\xBF" + lines, 1000, seed);
     }
@@ -158,7 +161,7 @@ TEST(RoundTrip, EveryReportIsEditedAndComesBack) {
     unsigned seed = 1;
     for (const std::filesystem::path& file : AllReports()) {
         SCOPED_TRACE(file.string());
-        EditAtRandom(ReadBytes(file), 60, seed++);
+        EditAtRandom(ReadBytes(file), 40, seed++);
     }
 }
 
