@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "designer/document/document.h"
@@ -56,11 +57,13 @@ class DesignModel : public QObject {
     void Refused(const QString& text);
 
  private:
+    void ReadItems();
     void TakeChange();
 
     Document m_document;
     std::filesystem::path m_file;
     ReportItems m_items;
+    std::unordered_map<ElementId, std::size_t> m_places;  // in m_items.items
     std::uint64_t m_read = 0;  // revision of m_items
     std::vector<ElementId> m_selection;
 };

@@ -10,9 +10,6 @@
 
 namespace designer {
 
-// Whether the report is of a schema before 2008, in which a text box has one value.
-bool IsOldSchema(const Document& document);
-
 // Returns nothing for an item that is no text box, and for one with paragraphs of several runs: they have formats of
 // their own, which a text without formats would lose.
 std::optional<std::string> TextOfItem(const Document& document, ElementId item);

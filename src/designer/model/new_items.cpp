@@ -7,7 +7,7 @@
 #include "designer/document/editing.h"
 #include "designer/document/item_size.h"
 #include "designer/document/names.h"
-#include "designer/model/item_text.h"
+#include "designer/document/properties/properties.h"
 #include "designer/model/placing.h"
 
 namespace designer {
@@ -72,7 +72,7 @@ Rect UsualSize(NewItem kind) {
 ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, const Rect& place) {
     const std::string element(ElementOf(kind));
     const std::string xml = "<" + element + " Name=\"" + UniqueName(document, element + "1") + "\">" +
-                            ContentOf(kind, IsOldSchema(document)) + "<Top>" + Written(document, place.top) +
+                            ContentOf(kind, IsOlderSchema(document)) + "<Top>" + Written(document, place.top) +
                             "</Top><Left>" + Written(document, place.left) + "</Left><Height>" +
                             Written(document, place.height) + "</Height><Width>" +
                             Written(document, place.width) + "</Width></" + element + ">";

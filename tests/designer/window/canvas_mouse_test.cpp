@@ -63,16 +63,16 @@ TEST_F(CanvasMouse, EdgesOfOthersAreFelt) {
     // The left edge of Note comes near to that of Title, which is on no grid line.
     Model().Edit("Off the grid", [&](Document& document) { SetSize(document, Id("Title"), "Left", 30.3); });
     Settle();
-    Drag(InBody(8, 5.5), InBody(2.02, 5.5));
+    Drag(InBody(8, 5.5), InBody(2.1, 5.5));
     EXPECT_EQ(Text("Note", "Left"), "1.06892cm");
 }
 
 TEST_F(CanvasMouse, WithoutSnappingItFollowsThePointer) {
     Run("snap");
     const QPoint from = InBody(8, 5.5);
-    Drag(from, from + QPoint(7, 0));
+    Drag(from, from + QPoint(17, 0));
     const double points = PointsOf(Text("Note", "Left")).value_or(0);
-    EXPECT_NEAR(points, 7 * 72 / 2.54 + 7 * 72.0 / Canvas().logicalDpiX(), 0.01);
+    EXPECT_NEAR(points, 7 * 72 / 2.54 + 17 * 72.0 / Canvas().logicalDpiX(), 0.01);
     EXPECT_EQ(Text("Note", "Top"), "5cm");
 }
 

@@ -9,26 +9,37 @@
 #include "designer/window/designer_settings.h"
 #include "designer/window/recovery.h"
 #include "window_fixture.h"
-#include "support/modal.h"
 
 namespace designer::test {
 namespace {
 
 using Files = WindowTest;
 
-// Answers the box that `show` brings up by the button with this text, and returns the text of the box.
+// Answers the box that comes up while `show` runs by the button with this text, and returns the text of the box.
 std::string Answer(const std::function<void()>& show, const QString& button) {
     std::string text;
-    fakes::WhileModal<QMessageBox>(show, [&](QMessageBox& box) {
-        text = box.text().toStdString();
-        for (QAbstractButton* one : box.buttons()) {
+    bool met = false;
+    QTimer poll;
+    poll.setInterval(20);
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box || met) {
+            return;
+        }
+        met = true;
+        text = box->text().toStdString();
+        for (QAbstractButton* one : box->buttons()) {
             if (one->text().remove('&') == button) {
                 QTest::mouseClick(one, Qt::LeftButton);
                 return;
             }
         }
         ADD_FAILURE() << "no button " << button.toStdString();
+        box->reject();
     });
+    poll.start();
+    show();
+    EXPECT_TRUE(met) << "no box came up";
     return text;
 }
 

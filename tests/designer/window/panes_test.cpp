@@ -70,7 +70,7 @@ TEST_F(Panes, AValueThatDoesNotFitIsRefused) {
     EXPECT_EQ(Text("Title", "Width"), "4cm");
     EXPECT_EQ(Property("Width"), "4cm");
     EXPECT_EQ(Find<QListWidget>("problems").item(0)->text().toStdString(),
-              "Width: \"wide\" is no size; write 2.5cm, 25mm, 1in, 72pt or 6pc");
+              "\"wide\" is no value of Width: a size is a number with in, cm, mm, pt or pc: 2.5cm");
     EXPECT_EQ(Model().Source().UndoCount(), 0u);
 }
 
@@ -86,12 +86,12 @@ TEST_F(Panes, OfSeveralItemsWhatIsTheSameIsShown) {
 
 TEST_F(Panes, DeleteGivesTheDefaultAgain) {
     Select({"Title"});
-    Type("ZIndex", "7");
+    Type("Order", "7");
     auto& pane = Find<QTreeWidget>("properties");
-    pane.setCurrentItem(Row("properties", "ZIndex"), 1);
+    pane.setCurrentItem(Row("properties", "Order"), 1);
     QTest::keyClick(&pane, Qt::Key_Delete);
     EXPECT_EQ(Text("Title", "ZIndex"), "-");
-    EXPECT_EQ(Property("ZIndex"), "0");
+    EXPECT_EQ(Property("Order"), "0");
     EXPECT_NE(Id("Title"), NoElement);
 }
 
