@@ -181,7 +181,8 @@ bool IsTakenByEngine(const std::string& bytes) {
 
 TEST(RoundTrip, DamagedFilesAreRefusedWhereTheEngineRefusesThem) {
     const std::string sample =
-        "<?xml version=\"1.0\"?>\n<!-- c --><R xmlns='u' xmlns:p=\"v\" a='1' p:a='2'>\r\n<B c=\"&lt;\"/><C>&#65;&amp;"
+        "<?xml version=\"1.0\"?>\n<!-- c --><R xmlns='u' xmlns:p=\"v\" a='1' p:a='2'>\r\n<B "
+        "c=\"&lt;\"/><C>&#65;&amp;"
         "</C><![CDATA[x<]]><p:D><?i j?></p:D>\xC3\xA4</R>\n";
     const std::string bytes = "<>/!?-[]&;#'\"= \n:pxR\xC3\xA4\x01";
     std::mt19937 random(1);

@@ -89,11 +89,13 @@ TEST(SourceTree, SaysWhereATextIsNotWellFormed) {
     EXPECT_EQ(FlawOf("<a b='1'c='2'/>"), "1:1 " + bad + "a tag is damaged");
     EXPECT_EQ(FlawOf("<x:a/>"), "1:1 " + bad + "the prefix \"x\" is declared nowhere");
     EXPECT_EQ(FlawOf("<a:b:c/>"), "1:2 " + bad + "\"a:b:c\" is no name");
-    EXPECT_EQ(FlawOf("<a><!-- a -- b --></a>"), "1:4 " + bad + "a comment holds --");
+    EXPECT_EQ(FlawOf("<a><!-- a -- b --></a>"), "");
     EXPECT_EQ(FlawOf("<a>]]></a>"), "1:4 " + bad + "a text holds ]]>");
     EXPECT_EQ(FlawOf("<a><![CDATA[</a>"), "1:4 " + bad + "a CDATA section does not end");
-    EXPECT_EQ(FlawOf(" <?xml version='1.0'?><a/>"),
-              "1:2 " + bad + "a declaration that is not at the beginning of the file");
+    EXPECT_EQ(FlawOf("\n<?xml version='1.0'?><a/>"), "");
+    EXPECT_EQ(FlawOf("<?xml version=1.0?><a/>"), "1:1 " + bad + "the declaration is damaged");
+    EXPECT_EQ(FlawOf("<a/><?xml version='1.0'?>"),
+              "1:5 " + bad + "a declaration that is not at the beginning of the file");
     EXPECT_EQ(FlawOf("<a>\x01</a>"), "1:4 " + bad + "a character that XML does not have");
     EXPECT_EQ(FlawOf("<a>\xC3</a>"), "1:4 " + bad + "bytes that are no text in UTF-8");
     EXPECT_EQ(FlawOf("</a>"), "1:1 " + bad + "an end tag without an element: \"a\"");
