@@ -239,7 +239,7 @@ TEST(RoundTrip, EveryReportIsEditedAndComesBack) {
     unsigned seed = 1;
     for (const std::filesystem::path& file : AllReports()) {
         SCOPED_TRACE(file.string());
-        EditAtRandom(ReadBytes(file), 40, seed++);
+        EditAtRandom(ReadBytes(file), 25, seed++);
     }
 }
 
