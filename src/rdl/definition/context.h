@@ -11,6 +11,7 @@
 
 #include "rdl/definition/model.h"
 #include "rdl/definition/placeholders.h"
+#include "rdl/definition/style_constant.h"
 #include "rdl/definition/tree/xml_tree.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"

@@ -3,11 +3,11 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <string_view>
 
 #include "rdl/definition/model.h"
+#include "rdl/definition/style_constant.h"
 #include "rdl/definition/tree/limits.h"
 #include "rdl/values/error.h"
 
@@ -18,10 +18,6 @@ namespace rdl {
 // something that cannot be drawn.
 Definition ParseDefinition(std::string_view bytes, const std::string& fileName,
                            const DefinitionLimits& limits = {});
-
-// Takes a constant of a style, whose line and place are those of the report. It is called for each one, and
-// for some of them several times.
-using TakeStyleConstant = std::function<void(StyleProperty property, const Expr& constant)>;
 
 // The same for a file. Raises rdl::Error also if the file cannot be read.
 Definition ParseDefinitionFile(const std::filesystem::path& path, const DefinitionLimits& limits = {},
