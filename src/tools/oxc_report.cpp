@@ -7,7 +7,6 @@
 #include <QtCore/QJsonObject>
 
 #include <cstdlib>
-#include <iostream>
 #include <string>
 #include <vector>
 
@@ -19,6 +18,7 @@
 #include "platform/reports/worker/process.h"
 #include "platform/reports/worker/server.h"
 #include "rdl/values/ascii.h"
+#include "tools/console.h"
 #include "tools/hidden_arguments.h"
 #include "tools/report_arguments.h"
 #include "tools/secret_input.h"
@@ -26,14 +26,8 @@
 namespace {
 
 using reports::RdlReport;
+using tools::Print;
 using tools::ReportArguments;
-
-void Print(const std::string& text) {
-    std::cout << text << std::flush;
-    if (!std::cout) {
-        throw RuntimeError(err::PathFileAccess, "The output cannot be written");
-    }
-}
 
 // An argument is a path of the machine, whatever characters it holds.
 std::string SystemPath(const std::string& argument) {
@@ -164,16 +158,6 @@ void Run(const ReportArguments& arguments) {
     }
 }
 
-// Writes one line, whatever the message holds, because scripts read it.
-void Complain(std::string text) {
-    for (char& c : text) {
-        if (static_cast<unsigned char>(c) < ' ') {
-            c = ' ';
-        }
-    }
-    std::cerr << "oxc-report: " << text << std::endl;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -188,10 +172,10 @@ int main(int argc, char** argv) {
         Run(tools::ParseArguments(given));
         return 0;
     } catch (const tools::UsageError& error) {
-        Complain(std::string(error.what()) + " (oxc-report --help tells more)");
+        tools::Complain("oxc-report", std::string(error.what()) + " (oxc-report --help tells more)");
         return 2;
     } catch (...) {
-        Complain(CurrentError().Description());
+        tools::Complain("oxc-report", CurrentError().Description());
         return 1;
     }
 }

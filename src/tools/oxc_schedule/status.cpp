@@ -2,7 +2,6 @@
 // The command for monitors: does the scheduler poll, did runs fail, what waits in the outbox.
 #include <algorithm>
 #include <cstdlib>
-#include <iostream>
 #include <optional>
 
 #include "platform/base/ascii.h"
@@ -196,7 +195,7 @@ void CheckStatusOptions(const CommandLine& line) {
 }
 
 void ShowNoStatus(const CommandLine& line, const std::string& why) {
-    std::cerr << "oxc-schedule: " << WithoutControls(why) << std::endl;
+    Complain("oxc-schedule", why);
     if (line.Has("json")) {
         Print(QJsonObject{{"status", 2}, {"error", Json(why)}});
     } else if (line.Has("prometheus")) {
