@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One table of a text file under construction: a header row, then records of equal length. Columns may be
-// added while records are; the totals of groups are added to the records of their groups when the table is
-// written.
+// One table of a text file under construction (RFC 4180, section 2): a header row, then records of equal
+// length. Columns may be added while records are; the totals of groups are added to the records of their
+// groups when the table is written.
 #pragma once
 
 #include <cstdint>
@@ -31,7 +31,9 @@ class CsvBlock {
  public:
     // Returns the column of `key`, which is added with its title if there is none.
     std::uint32_t Column(const std::string& key, const std::string& title);
+    // Adds a record; its columns are those that Column has returned. Raises the errors of Spool.
     void Add(const CsvRecord& record);
+    // Adds a value to every record of the groups, those that were added before included. Raises nothing.
     void AddTotal(const CsvGroups& groups, CsvShared total);
     bool HasColumns() const { return !m_titles.empty(); }
     // Writes header and records. Call this once.
