@@ -253,7 +253,7 @@ TEST_F(DeskCommands, SeparatorsAndNumbersOutOfRangeDoNothing) {
     EXPECT_THAT(Listed(window), ElementsAre("Sales"));
 }
 
-TEST_F(DeskCommands, FirstCommandLoadsTheListAnewAfterOneClickOnTheTree) {
+TEST_F(DeskCommands, FirstCommandLoadsTheListAgainAfterOneClickOnTheTree) {
     AddFolder("Sales");
     AddPackage("Monthly");
     frmDesk& window = OpenRoot();

@@ -82,7 +82,7 @@ TEST_F(DeskProperties, WindowIsDisabledAndItsButtonsAreSetWhileTheFormIsUp) {
     EXPECT_FALSE(window.Toolbar1->Buttons()(PreviewButton).Enabled());
 }
 
-TEST_F(DeskProperties, WindowStaysDisabledWhileOtherMenusAreUsedAndIsEnabledBehindThem) {
+TEST_F(DeskProperties, WindowStaysDisabledWhileOtherMenusAreUsedAndIsEnabledAfterThem) {
     frmDesk& window = OpenWith("Week");
     ClickEntry("mnuDeskProp");
     ClickEntry("mnuTile");

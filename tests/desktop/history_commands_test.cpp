@@ -118,7 +118,7 @@ TEST_F(HistoryCommands, ScheduleThatNeverRanIsDeletedFromItsBareNode) {
     EXPECT_THAT(Nodes(*viewer.tvReports), ElementsAre("Daily", ".1: Sales"));
 }
 
-TEST_F(HistoryCommands, DeletionRunsItsTwoStatementsAndFillsTheWindowAnew) {
+TEST_F(HistoryCommands, DeletionRunsItsTwoStatementsAndFillsTheWindowAgain) {
     const int sales = Schedule("Sales");
     Run(sales, "2026-11-20 06:30:05");
     database.Run("insert into ReportParameter values(1,'Region','West'),(2,'Region','East')");

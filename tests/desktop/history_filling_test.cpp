@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The contents of the Schedule History window, and the queries behind them.
+// The contents of the Schedule History window, and the queries that fill it.
 #include <QLabel>
 
 #include "desktop/HistoryNodes.h"

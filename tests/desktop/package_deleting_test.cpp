@@ -303,7 +303,7 @@ TEST_F(PackageDeleting, OtherReportDeletedInThePauseGoesAndTheFirstStaysInTheLis
     EXPECT_THAT(Listed(window), ElementsAre("1>sales", "2>stock"));
 }
 
-TEST_F(PackageDeleting, HistoryWindowThatIsActiveBehindThePauseKeepsTheLists) {
+TEST_F(PackageDeleting, HistoryWindowThatIsActiveAfterThePauseKeepsTheLists) {
     frmDesk& window = OpenPackage("Week");
     prompts.answers = {vbYes};
     loop.onWait = [&] {

@@ -39,7 +39,7 @@ TEST_F(PackageNodes, PackageIsToldToHaveOneReportMoreThanItHas) {
     EXPECT_EQ(prompts.boxes, (Boxes{PackageQuestion("3"), PackageQuestion("2")}));
 }
 
-TEST_F(PackageNodes, PackageGoesWithItsReportsAndTheirValuesThenTheSchedulesAreReadAnew) {
+TEST_F(PackageNodes, PackageGoesWithItsReportsAndTheirValuesThenTheSchedulesAreReadAgain) {
     frmViewer& viewer = OpenHistory();
     database.Run("insert into ReportBatchHstry values('1','21/11/2026,09:00','Success','None')");
     prompts.answers = {vbYes};

@@ -186,7 +186,7 @@ TEST_F(PackageParameters, HourglassIsUpWhileTheReportIsOpenedAndWhileItsValuesAr
     }
 }
 
-TEST_F(PackageParameters, ReportThatCannotBeOpenedIsToldBehindTheHourglass) {
+TEST_F(PackageParameters, ReportThatCannotBeOpenedIsReportedAfterTheHourglass) {
     engine.reports.clear();
     prompts.onBox = [this] { EXPECT_FALSE(frame.BusyShown()); };
     frmDesk& window = OpenPackage("Month end");

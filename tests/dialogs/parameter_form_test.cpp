@@ -140,7 +140,7 @@ TEST_F(ParameterFormLooks, EveryTypeGetsTheSameBoxThatTakesAnyText) {
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
-TEST_F(ParameterFormLooks, ListsOfTheCallerAreMadeAnewAndEmpty) {
+TEST_F(ParameterFormLooks, ListsOfTheCallerAreMadeAgainAndEmpty) {
     Open({{"A"}, {"B"}});
     Global::ParNames = {"", "old"};
     Global::ParValues = {"", "old", "older", "oldest"};

@@ -313,7 +313,7 @@ TEST_F(PropertiesLoad, SecondShowKeepsTheScheduleThatIsUp) {
     EXPECT_EQ(Text("txtID"), "1");
 }
 
-TEST_F(PropertiesLoad, FormThatWasUnloadedIsLoadedAnew) {
+TEST_F(PropertiesLoad, FormThatWasUnloadedIsLoadedAgain) {
     AddSchedule({.title = "Month"});
     Open("1");
     Click("cmdCancel");

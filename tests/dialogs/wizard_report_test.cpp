@@ -149,7 +149,7 @@ TEST_F(WizardReport, ParametersAreListedByNameUnderNumberedKeys) {
     EXPECT_EQ(Lines(), (Texts{"Region1|Region|", "Year2|Year|"}));
 }
 
-TEST_F(WizardReport, SecondPickAppendsItsParametersAndKeepsParNamesUntilTheyAreSetAnew) {
+TEST_F(WizardReport, SecondPickAppendsItsParametersAndKeepsParNamesUntilTheyAreSetAgain) {
     GoTo("Step4", AddReport("regions.rpt", WithParameters({"Region", "Year"})));
     SetParameters({"West", "2026"});
     EXPECT_EQ(Lines(), (Texts{"Region1|Region|West", "Year2|Year|2026"}));

@@ -95,7 +95,7 @@ TEST(ReportArguments, PngHasOptionsOfItsOwn) {
     EXPECT_EQ(arguments.options.dotsPerInch, 300);
 }
 
-TEST(ReportArguments, FileMayBeginWithAHyphenBehindTwo) {
+TEST(ReportArguments, FileMayBeginWithAHyphenAfterTwo) {
     EXPECT_EQ(ParseArguments({"info", "--", "-f"}).file, "-f");
 }
 

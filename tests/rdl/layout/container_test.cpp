@@ -230,7 +230,7 @@ TEST(PageName, OfAnItemNamesItsPageAndTheNextOnes) {
     EXPECT_THAT(sink.margins, ElementsAre(ElementsAre("One"), ElementsAre("Two"), ElementsAre("Two")));
 }
 
-TEST(PageNumber, BeginsAnewAtTheBreakOfAnItem) {
+TEST(PageNumber, BeginsAgainAtTheBreakOfAnItem) {
     const auto items = BrokenBefore("A", 0, "") + BrokenBefore("B", 30, "") +
                        BrokenBefore("C", 60, "", "<ResetPageNumber>true</ResetPageNumber>");
     const auto sink = PagesOf(BuildKit(

@@ -11,7 +11,7 @@ namespace {
 constexpr char MarkBegin = '\x01';
 
 // Rows stand in a data set or its query, or are the text of the query.
-class RowsApart : public xml::Apart {
+class RowsApart : public xml::PartHandler {
  public:
     explicit RowsApart(ReportTree& tree) : m_tree(tree) {}
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One table of a text file under construction: a header row, then records of equal length. Columns may be
-// added while records are; the totals of groups are added to the records of their groups when the table is
-// written. A table that has neither is written while it is made.
+// One table of a text file under construction (RFC 4180, section 2): a header row, then records of equal
+// length. Columns may be added while records are; the totals of groups are added to the records of their
+// groups when the table is written. A table that has neither is written while it is made.
 #pragma once
 
 #include <cstdint>
@@ -33,7 +33,9 @@ class CsvBlock {
  public:
     // Returns the column of `key`, which is added with its title if there is none.
     std::uint32_t Column(const std::string& key, const std::string& title);
+    // Adds a record; its columns are those that Column has returned. Raises the errors of Spool.
     void Add(const CsvRecord& record);
+    // Adds a value to every record of the groups, those that were added before included. Raises nothing.
     void AddTotal(const CsvGroups& groups, CsvShared total);
     bool HasColumns() const { return !m_titles.empty(); }
     // Writes the header. Each record from now on is written when it is added; no column and no total may be

@@ -184,7 +184,8 @@ void CsvFlattener::AddRow(const TableRow& row, RowContent content, State& state)
     }
 }
 
-// A text box that a row has once holds for all records, else each for those of its own columns.
+// A text box that occurs once in the row applies to all records; one that repeats applies to the records of
+// its own columns.
 void CsvFlattener::AddHeader(const RowContent& content, State& state) const {
     for (const Field& field : content.fields) {
         Headers& headers = state.headers.back();

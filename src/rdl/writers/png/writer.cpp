@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// One page of a report as a picture: Portable Network Graphics (ISO/IEC 15948), which image/png_writer
+// writes.
 #include <QImage>
 #include <QPainter>
 #include <algorithm>

@@ -98,13 +98,14 @@ void XlsLayout::BeginSheet() {
     std::vector<Frame> framesGoOn;
     framesGoOn.swap(m_frames);
     for (const Frame& frame : framesGoOn) {
-        BeginFrame(frame.box, frame.columns, 0, false);
+        BeginFrame(frame.box, frame.columns, 0, XlsWorksheet::FrameTop::Omitted);
     }
 }
 
-void XlsLayout::BeginFrame(const layout::BoxStylePtr& box, Columns columns, std::uint32_t row, bool begins) {
+void XlsLayout::BeginFrame(const layout::BoxStylePtr& box, Columns columns, std::uint32_t row,
+                           XlsWorksheet::FrameTop top) {
     m_frames.push_back({box, columns, 0});
-    m_frames.back().number = m_sheet->BeginFrame(row, columns.first, columns.last, box, begins);
+    m_frames.back().number = m_sheet->BeginFrame(row, columns.first, columns.last, box, top);
 }
 
 XlsLayout::Around XlsLayout::BeginAround(const Instance& item, double x, std::uint32_t row) {
@@ -118,7 +119,7 @@ XlsLayout::Around XlsLayout::BeginAround(const Instance& item, double x, std::ui
         around.fill = m_fills.back().number;
     }
     if (HasBorder(*item.box)) {
-        BeginFrame(item.box, columns, row, true);
+        BeginFrame(item.box, columns, row, XlsWorksheet::FrameTop::Shown);
         around.frame = m_frames.back().number;
     }
     return around;
@@ -253,7 +254,7 @@ std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std
             BeginSheet();
             row = 0;
         } else if (begin - end > Near) {
-            m_sheet->Height(row++, begin - end, true);
+            m_sheet->Height(row++, begin - end, XlsWorksheet::HeightKind::Fixed);
         }
         row = band.size() == 1 ? PlaceOne(*band.front(), x, row, isTopLevel) : PlaceBand(band, x, row);
         if (isTopLevel) {
@@ -273,12 +274,14 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
     switch (item.kind) {
         case InstanceKind::Text: {
             const Columns columns = ColumnsAt(x + item.x, x + item.x + item.width);
-            m_sheet->Height(row, item.height, !item.canGrow);
+            m_sheet->Height(
+                row, item.height,
+                item.canGrow ? XlsWorksheet::HeightKind::ByText : XlsWorksheet::HeightKind::Fixed);
             PlaceText(item, {row, row, columns.first, columns.last});
             return row + 1;
         }
         case InstanceKind::Line:
-            m_sheet->Height(row, std::max(std::fabs(item.height), 3.0), true);
+            m_sheet->Height(row, std::max(std::fabs(item.height), 3.0), XlsWorksheet::HeightKind::Fixed);
             PlaceLine(item, x, row, row);
             return row + 1;
         case InstanceKind::Image:
@@ -337,7 +340,7 @@ std::uint32_t XlsLayout::PlaceImage(const Instance& item, double x, std::uint32_
     PutImage(item, x, row);
     double left = item.height;
     do {  // a row is not as high as any image
-        m_sheet->Height(row++, left, true);
+        m_sheet->Height(row++, left, XlsWorksheet::HeightKind::Fixed);
         left -= XlsTallestRow;
     } while (left > 0);
     return row;

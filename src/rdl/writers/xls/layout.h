@@ -57,7 +57,8 @@ class XlsLayout {
         Columns columns;
         std::size_t number;  // in the sheet
     };
-    void BeginFrame(const layout::BoxStylePtr& box, Columns columns, std::uint32_t row, bool begins);
+    void BeginFrame(const layout::BoxStylePtr& box, Columns columns, std::uint32_t row,
+                    XlsWorksheet::FrameTop top);
     // What the item that was placed last has in the sheet around its content.
     struct Around {
         std::optional<std::size_t> fill, frame;

@@ -109,7 +109,9 @@ std::uint32_t XlsLayout::PlaceRow(const TableRow& tableRow, const std::vector<do
         EndAround(box, end);
     }
     if (end == row + 1) {
-        m_sheet->Height(row, tableRow.height, !tableRow.canGrow);
+        m_sheet->Height(
+            row, tableRow.height,
+            tableRow.canGrow ? XlsWorksheet::HeightKind::ByText : XlsWorksheet::HeightKind::Fixed);
     }
     ContinueSpans(*spans, row, end);
     for (const TableCell& cell : tableRow.cells) {

@@ -44,11 +44,11 @@ bool XlsWorksheet::IsFree(const XlsRange& range) const {
     return true;
 }
 
-void XlsWorksheet::Height(std::uint32_t row, double points, bool fixed) {
+void XlsWorksheet::Height(std::uint32_t row, double points, HeightKind kind) {
     CheckRow(row);
     Row& wanted = m_rows[row];
     wanted.height = std::max(wanted.height, std::min(points, XlsTallestRow));
-    wanted.fixed = wanted.fixed || fixed;
+    wanted.fixed = wanted.fixed || kind == HeightKind::Fixed;
 }
 
 void XlsWorksheet::Heading(std::uint32_t row) {
@@ -75,8 +75,9 @@ void XlsWorksheet::EndFill(std::size_t fill, std::uint32_t row) {
 }
 
 std::size_t XlsWorksheet::BeginFrame(std::uint32_t row, std::uint16_t firstColumn, std::uint16_t lastColumn,
-                                     const layout::BoxStylePtr& box, bool begins) {
-    m_frames.push_back({m_nextFrame, {row, m_bounds.rows, firstColumn, lastColumn}, box, begins, false});
+                                     const layout::BoxStylePtr& box, FrameTop top) {
+    m_frames.push_back(
+        {m_nextFrame, {row, m_bounds.rows, firstColumn, lastColumn}, box, top == FrameTop::Shown, false});
     return m_nextFrame++;
 }
 

@@ -233,7 +233,7 @@ TEST_F(PdfLinks, NeverRunScript) {
     }
 }
 
-TEST_F(PdfLinks, LeadToBookmarksBehindAndBeforeThem) {
+TEST_F(PdfLinks, LeadToBookmarksAfterAndBeforeThem) {
     auto target = TextItem("There", 0, 40);
     target.bookmark = "Ziel (ä)";
     auto before = TextItem("Down"), after = TextItem("Up", 0, 60);

@@ -113,7 +113,7 @@ TEST_F(PdfDrawing, ClipsAlwaysEnd) {
     }
 }
 
-TEST_F(PdfDrawing, ColoursBehindAClipAreTheOnesBeforeIt) {
+TEST_F(PdfDrawing, ColoursAfterAClipAreTheOnesBeforeIt) {
     const std::string out = Draw({layout::ClipOp{0, 0, 5, 5}, layout::RectOp{0, 0, 9, 9, 0xFFFF0000},
                                   layout::UnclipOp{}, layout::RectOp{0, 0, 7, 7, 0xFFFF0000}});
     EXPECT_EQ(CountOf("1 0 0 rg", out), 2u);

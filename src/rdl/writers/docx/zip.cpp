@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "rdl/writers/docx/archive.h"
+#include "rdl/writers/docx/zip.h"
 
 #include <gsf/gsf-outfile-zip.h>
 #include <gsf/gsf-outfile.h>
@@ -10,7 +10,7 @@
 
 namespace rdl::writers {
 
-struct DocxArchive::Parts {
+struct DocxZip::Parts {
     TemporaryFile file{"the Word document"};
     GsfOutput* sink = nullptr;
     GsfOutfile* archive = nullptr;
@@ -39,7 +39,7 @@ struct DocxArchive::Parts {
 };
 
 // A part while it is written; the archive takes one at a time.
-class DocxArchive::Part {
+class DocxZip::Part {
  public:
     // The library names methods of compression after levels.
     Part(Parts& parts, const std::string& name, GsfZipCompressionMethod method)
@@ -75,35 +75,35 @@ class DocxArchive::Part {
     GsfOutput* m_part;
 };
 
-DocxArchive::DocxArchive(std::int64_t nowTicks) : m_parts(std::make_unique<Parts>()) {
+DocxZip::DocxZip(std::int64_t nowTicks) : m_parts(std::make_unique<Parts>()) {
     m_parts->sink = gsf_output_stdio_new_FILE("document", m_parts->file.stream(), TRUE);
     m_parts->archive = gsf_outfile_zip_new(m_parts->sink, nullptr);
     m_parts->time = g_date_time_new_from_unix_utc((nowTicks - MakeTicks(1970, 1, 1)) / TicksPerSecond);
 }
 
-DocxArchive::~DocxArchive() = default;
+DocxZip::~DocxZip() = default;
 
-void DocxArchive::Add(const std::string& name, std::string_view content) {
+void DocxZip::Add(const std::string& name, std::string_view content) {
     Add(name, [content](const Spool::Take& take) { take(content); });
 }
 
-void DocxArchive::Add(const std::string& name, Spool& content) {
+void DocxZip::Add(const std::string& name, Spool& content) {
     Add(name, [&content](const Spool::Take& take) { content.Read(take); });
 }
 
-void DocxArchive::Add(const std::string& name, const std::function<void(const Spool::Take&)>& fill) {
+void DocxZip::Add(const std::string& name, const std::function<void(const Spool::Take&)>& fill) {
     Part part(*m_parts, name, GSF_ZIP_DEFLATED);
     fill([&part](std::string_view piece) { part.Write(piece); });
     part.Close();
 }
 
-void DocxArchive::AddStored(const std::string& name, std::string_view content) {
+void DocxZip::AddStored(const std::string& name, std::string_view content) {
     Part part(*m_parts, name, GSF_ZIP_STORED);
     part.Write(content);
     part.Close();
 }
 
-void DocxArchive::Finish(Output& output) {
+void DocxZip::Finish(Output& output) {
     if (!m_parts->Close()) {
         throw m_parts->file.Full();
     }

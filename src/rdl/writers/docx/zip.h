@@ -13,14 +13,14 @@
 
 namespace rdl::writers {
 
-class DocxArchive {
+class DocxZip {
  public:
     // Every part has the time `nowTicks`, so that the same document gives the same bytes. Raises errors of
     // Host::OpenTemporaryFile.
-    explicit DocxArchive(std::int64_t nowTicks);
-    ~DocxArchive();
-    DocxArchive(const DocxArchive&) = delete;
-    DocxArchive& operator=(const DocxArchive&) = delete;
+    explicit DocxZip(std::int64_t nowTicks);
+    ~DocxZip();
+    DocxZip(const DocxZip&) = delete;
+    DocxZip& operator=(const DocxZip&) = delete;
 
     // Adds a part. Raises rdl::Error if the disk is full.
     void Add(const std::string& name, std::string_view content);
