@@ -25,7 +25,7 @@ void XlsWorksheet::Put(std::uint32_t row, const XlsCell& cell) {
     Row& kept = m_rows[row];
     kept.cells.push_back(cell);
     if (cell.column >= kept.taken.size()) {
-        kept.taken.resize(cell.column + 1);
+        kept.taken.resize(std::max<std::size_t>(cell.column + 1, m_columnWidths.size()));
     }
     kept.taken[cell.column] = true;
 }

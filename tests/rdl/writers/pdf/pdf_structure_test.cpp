@@ -12,7 +12,7 @@
 #include "rdl/values/error.h"
 #include "rdl/writers/pdf/color_profile.h"
 #include "rdl/writers/pdf/file.h"
-#include "rdl/writers/pdf/pdf_kit.h"
+#include "rdl/writers/pdf/pdf_structure_kit.h"
 
 namespace rdl::writers::test {
 namespace {
@@ -21,45 +21,6 @@ using layout::Instance;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
-
-std::string PdfWith(std::vector<Instance> items, const ExportOptions& choices,
-                    std::vector<Instance> header = {}) {
-    StringOutput output;
-    Options options;
-    options.nowTicks = 638'000'000'000'000'000;
-    options.choices = choices;
-    WritePdf(*SampleReport(std::move(items), std::move(header)), output, options);
-    return output.bytes;
-}
-
-ExportOptions Choices(bool forArchive, bool tagged) {
-    ExportOptions choices;
-    choices.forArchive = forArchive;
-    choices.tagged = tagged;
-    return choices;
-}
-
-std::string Tagged(std::vector<Instance> items) {
-    return PdfWith(std::move(items), Choices(false, true));
-}
-
-std::string ForArchive(std::vector<Instance> items) {
-    return PdfWith(std::move(items), Choices(true, false));
-}
-
-// The elements with their texts as poppler reads them.
-std::string Structure(const std::string& pdf) {
-    ExpectSound(pdf);
-    return PdfOnDisk(pdf).Run("pdfinfo -struct-text {}").said;
-}
-
-class PdfStructureTest : public testing::Test {
- protected:
-    void SetUp() override {
-        NEEDS_PROGRAM("qpdf");
-        NEEDS_PROGRAM("pdfinfo");
-    }
-};
 
 TEST_F(PdfStructureTest, IsLeftOutUnlessWanted) {
     const std::string pdf = PdfOf({TextItem("Hello")});
@@ -86,8 +47,16 @@ TEST_F(PdfStructureTest, WordsAreToldApartAtTheEndsOfLines) {
     item.paragraphs.back().bulleted = true;
     EXPECT_EQ(Structure(Tagged({item})),
               "Document\n"
-              "  P (block)\n"
-              "    \"one two Donau-dampf-schiff \u2022 three\"\n");
+              "  Div\n"
+              "    P (block)\n"
+              "      \"one two Donau-dampf-schiff \"\n"
+              "    L (block):\n"
+              "       /ListNumbering /Disc\n"
+              "      LI (block)\n"
+              "        Lbl (block)\n"
+              "          \"\u2022 \"\n"
+              "        LBody (block)\n"
+              "          \"three\"\n");
 }
 
 TEST_F(PdfStructureTest, HeaderAndFooterAreArtifacts) {
