@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Measures the designer's canvas over a report of 500 text boxes: from a change of one property to the painted screen,
-// and the frames of a drag.
+// Measures the designer's canvas over a report of 500 text boxes: from a change of one property to the
+// painted screen, and the frames of a drag.
 #include <QApplication>
 #include <QMouseEvent>
 #include <algorithm>

@@ -18,12 +18,12 @@ std::string_view ElementOf(NewItem kind);
 // Returns the size in points of an item that is inserted without a rectangle.
 Rect UsualSize(NewItem kind);
 
-// Inserts an item at a place of the band, in points from its corner, and returns its id. The band grows for it. An
-// image shows nothing until it has a picture.
+// Inserts an item at a place of the band, in points from its corner, and returns its id. The band grows for
+// it. An image shows nothing until it has a picture.
 ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, const Rect& place);
 
-// Embeds a picture in the report and shows it in the image item. `type` is "image/png" or the like, `bytes` those of
-// the file, `wish` the name that it should have.
+// Embeds a picture in the report and shows it in the image item. `type` is "image/png" or the like, `bytes`
+// those of the file, `wish` the name that it should have.
 void EmbedPicture(Document& document, ElementId image, std::string_view type, std::string_view bytes,
                   const std::string& wish);
 

@@ -92,8 +92,8 @@ void DesignWindow::CutSelection() {
 
 void DesignWindow::Paste() {
     const QMimeData* clip = QApplication::clipboard()->mimeData();
-    const std::string text = clip->hasFormat(ItemsMimeType) ? clip->data(ItemsMimeType).toStdString()
-                                                            : clip->text().toStdString();
+    const std::string text =
+        clip->hasFormat(ItemsMimeType) ? clip->data(ItemsMimeType).toStdString() : clip->text().toStdString();
     const auto items = ItemsIn(text);
     const auto band = m_canvas->CurrentBand();
     if (!items || items->empty() || !band) {
@@ -170,9 +170,8 @@ void DesignWindow::ArrangeSelection(Arrangement arrangement, const QString& verb
     if (places.size() < LeastItems(arrangement)) {
         return;
     }
-    m_model->Edit(StepName(*m_model, verb, ids), [&](Document& document) {
-        Place(document, items, Arranged(places, arrangement));
-    });
+    m_model->Edit(StepName(*m_model, verb, ids),
+                  [&](Document& document) { Place(document, items, Arranged(places, arrangement)); });
 }
 
 void DesignWindow::OrderSelection(bool toFront) {

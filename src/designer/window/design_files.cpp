@@ -119,7 +119,8 @@ bool DesignWindow::Save() {
 bool DesignWindow::AskAndSaveAs() {
     const fs::path& now = m_model->File();
     QString file = QFileDialog::getSaveFileName(
-        this, tr("Save Report As"), now.empty() ? tr("report.rdl") : QString::fromStdString(now.string()), Filters());
+        this, tr("Save Report As"), now.empty() ? tr("report.rdl") : QString::fromStdString(now.string()),
+        Filters());
     if (file.isEmpty()) {
         return false;
     }

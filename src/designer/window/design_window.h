@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One report in a window of the designer: canvas and preview as tabs, the panes around them, and the commands in its
-// menus. A file that is not well-formed is a text in the same window until it is mended.
+// One report in a window of the designer: canvas and preview as tabs, the panes around them, and the commands
+// in its menus. A file that is not well-formed is a text in the same window until it is mended.
 #pragma once
 
 #include <QMainWindow>

@@ -77,7 +77,8 @@ TEST_F(Commands, InsertPutsAnItemIntoTheMiddle) {
 
 TEST_F(Commands, WithoutASelectionTheyAreGrey) {
     Select({});
-    for (const char* name : {"editCut", "editCopy", "editDelete", "editDuplicate", "toFront", "alignLeft", "editUndo"}) {
+    for (const char* name :
+         {"editCut", "editCopy", "editDelete", "editDuplicate", "toFront", "alignLeft", "editUndo"}) {
         EXPECT_FALSE(Find<QAction>(name).isEnabled()) << name;
     }
 }
