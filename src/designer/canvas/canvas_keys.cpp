@@ -16,6 +16,15 @@ constexpr double FineStep = 0.2;      // of the grid
 constexpr qint64 NudgePause = 1000;   // milliseconds; nudges within it are one step
 constexpr QSize LeastEditor(80, 24);  // pixels
 
+// Keys of the window that take the typed text first: save, open, new, close, quit, preview and panes.
+bool LeavesEditor(const QKeyEvent& key) {
+    const bool isControl = key.modifiers().testFlag(Qt::ControlModifier);
+    const int code = key.key();
+    return code == Qt::Key_F5 || code == Qt::Key_F6 ||
+           (isControl && (code == Qt::Key_S || code == Qt::Key_O || code == Qt::Key_N || code == Qt::Key_W ||
+                          code == Qt::Key_Q));
+}
+
 }  // namespace
 
 void DesignCanvas::keyPressEvent(QKeyEvent* event) {
@@ -168,6 +177,11 @@ bool DesignCanvas::eventFilter(QObject* watched, QEvent* event) {
         return false;
     }
     if (event->type() == QEvent::ShortcutOverride) {
+        if (LeavesEditor(*static_cast<QKeyEvent*>(event))) {
+            CloseEditor(true);
+            setFocus();
+            return false;
+        }
         event->accept();  // what is typed is no command of the window
         return true;
     }

@@ -51,7 +51,8 @@ class DesignCanvas : public QAbstractScrollArea {
 
     // Opens the selected text box for typing. Does nothing if it is none.
     void EditText();
-    bool IsEditingText() const { return m_editor != nullptr; }
+    // Takes the text that is being typed, if any. Commands that need all changes call it first.
+    void FinishEditing() { CloseEditor(true); }
 
     // Moves or resizes the selected items by steps to the right and down; `fine` steps are smaller than the
     // grid.

@@ -101,6 +101,43 @@ void EmbedPicture(Document& document, ElementId image, std::string_view type, st
     SetText(document, image, "Value", name);
 }
 
+namespace {
+
+const char* NameOf(BandKind kind) {
+    return kind == BandKind::PageHeader ? "PageHeader" : "PageFooter";
+}
+
+// What page header and footer are in: the page since 2008, and the report before.
+std::string PagePath(const Document& document) {
+    if (document.Find(document.Root(), "ReportSections/ReportSection") != NoElement) {
+        return "ReportSections/ReportSection/Page";
+    }
+    return IsOlderSchema(document) ? "" : "Page";
+}
+
+}  // namespace
+
+ElementId PageBandOf(const Document& document, BandKind kind) {
+    const std::string page = PagePath(document);
+    return document.Find(document.Root(), (page.empty() ? "" : page + "/") + NameOf(kind));
+}
+
+ElementId InsertPageBand(Document& document, BandKind kind) {
+    const std::string path = PagePath(document);
+    ElementId page = document.Find(document.Root(), path);
+    if (page == NoElement) {
+        const std::size_t last = path.rfind('/');
+        const std::string section = last == std::string::npos ? "" : path.substr(0, last);
+        page = EnsureChild(document, document.Find(document.Root(), section), "Page");
+    }
+    const std::string name = NameOf(kind);
+    return InsertXml(
+        document, page,
+        "<" + name + "><Height>" + Written(document, 1.5 * 72 / 2.54) +
+            "</Height><PrintOnFirstPage>true</PrintOnFirstPage><PrintOnLastPage>true</PrintOnLastPage></" +
+            name + ">");
+}
+
 std::string BlankReport() {
     return R"(<?xml version="1.0" encoding="utf-8"?>
 <Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition">

@@ -183,6 +183,20 @@ void DesignWindow::OrderSelection(bool toFront) {
                   });
 }
 
+void DesignWindow::TogglePageBand(BandKind kind) {
+    const ElementId there = PageBandOf(m_model->Source(), kind);
+    const QString name = kind == BandKind::PageHeader ? tr("Page Header") : tr("Page Footer");
+    if (there != NoElement) {
+        m_model->Edit(tr("Remove %1").arg(name), [&](Document& document) { Remove(document, there); });
+        return;
+    }
+    ElementId made = NoElement;
+    if (m_model->Edit(tr("Insert %1").arg(name),
+                      [&](Document& document) { made = InsertPageBand(document, kind); })) {
+        m_model->Select({made});
+    }
+}
+
 // Without a picture the image goes again.
 void DesignWindow::AskForPicture(ElementId image) {
     const QString folder = QString::fromStdString(m_model->File().parent_path().string());

@@ -10,6 +10,8 @@
 #include <QMessageBox>
 #include <QTabWidget>
 #include <QToolButton>
+#include <tuple>
+#include <utility>
 
 #include "designer/panes/property_pane.h"
 #include "designer/panes/toolbox_pane.h"
@@ -84,7 +86,10 @@ void DesignWindow::ShowRecentFiles() {
 
 void DesignWindow::BuildEditMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&Edit"));
-    AddCommand(menu, "editUndo", tr("&Undo"), QKeySequence::Undo, [this] { m_model->Undo(); });
+    AddCommand(menu, "editUndo", tr("&Undo"), QKeySequence::Undo, [this] {
+        m_canvas->FinishEditing();
+        m_model->Undo();
+    });
     AddCommand(menu, "editRedo", tr("&Redo"), QKeySequence::Redo, [this] { m_model->Redo(); });
     menu.addSeparator();
     AddCommand(menu, "editCut", tr("Cu&t"), QKeySequence::Cut, [this] { CutSelection(); });
@@ -121,6 +126,15 @@ void DesignWindow::BuildInsertMenu() {
                                          m_canvas->setFocus();
                                      });
         action->setIcon(ToolIcon(tool.kind, palette()));
+    }
+    menu.addSeparator();
+    const std::tuple<const char*, QString, Qt::Key, BandKind> bands[] = {
+        {"pageHeader", tr("Page &Header"), Qt::Key_H, BandKind::PageHeader},
+        {"pageFooter", tr("Page &Footer"), Qt::Key_F, BandKind::PageFooter}};
+    for (const auto& [name, text, letter, kind] : bands) {
+        AddCommand(menu, name, text, QKeySequence(Qt::CTRL | Qt::ALT | letter), [this, band = kind] {
+            TogglePageBand(band);
+        })->setCheckable(true);
     }
 }
 
@@ -236,6 +250,11 @@ void DesignWindow::ShowCommands() {
          {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole", "zoomWidth", "nextPane",
           "editReset", "insertTextBox", "insertLine", "insertRectangle", "insertImage"}) {
         set(name, designs);
+    }
+    for (const auto& [name, kind] :
+         {std::pair("pageHeader", BandKind::PageHeader), std::pair("pageFooter", BandKind::PageFooter)}) {
+        set(name, designs);
+        CommandOf(*this, name).setChecked(PageBandOf(document, kind) != NoElement);
     }
     const ReportItem* leader = m_model->Item(m_model->Leader());
     set("editText", designs && leader && leader->kind == "Textbox");

@@ -95,6 +95,7 @@ class DesignWindow : public QMainWindow {
     void ArrangeSelection(Arrangement arrangement, const QString& verb);
     void OrderSelection(bool toFront);
     void AskForPicture(ElementId image);
+    void TogglePageBand(BandKind kind);
 
     void ShowProblemCount();
     void ShowPage();
