@@ -15,6 +15,9 @@
 namespace designer {
 namespace {
 
+// Milliseconds. A report that takes longer is laid out when no change has come for as long as that takes.
+constexpr int QuickLayout = 60, LongestPause = 700;
+
 constexpr std::array<double, 11> UsualZooms{25, 33, 50, 67, 75, 100, 125, 150, 200, 300, 400};
 
 // Items that are drawn later come later: children after what they are in, siblings by ZIndex, then as in the
@@ -80,12 +83,15 @@ void DesignCanvas::TakeChange() {
     m_drawOrder = DrawOrder(m_model.Items());
     m_backingIsOld = true;
     Arrange();
-    m_layoutTimer.start(0);
+    m_layoutTimer.start(m_layoutTime > QuickLayout ? std::min(m_layoutTime, LongestPause) : 0);
 }
 
 void DesignCanvas::Refresh() {
     m_layoutTimer.stop();
+    QElapsedTimer time;
+    time.start();
     m_picture.Make(m_model);
+    m_layoutTime = static_cast<int>(time.elapsed());
     m_backingIsOld = true;
     viewport()->update();
     emit LaidOut();

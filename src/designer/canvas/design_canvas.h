@@ -156,6 +156,7 @@ class DesignCanvas : public QAbstractScrollArea {
     BandLayout m_layout;
     Ruler *m_across, *m_down;
     QTimer m_layoutTimer;
+    int m_layoutTime = 0;                // milliseconds that the last layout took
     std::vector<ElementId> m_drawOrder;  // items that are drawn later come later
     QPixmap m_backing;
     bool m_backingIsOld = true;

@@ -132,6 +132,7 @@ void DesignWindow::Connect() {
     });
     connect(m_tabs, &QTabWidget::currentChanged, this, &DesignWindow::ShowPage);
     connect(m_source, &SourcePage::ModifiedChanged, this, &DesignWindow::ShowTitle);
+    connect(m_source, &SourcePage::Edited, &m_copyTimer, qOverload<>(&QTimer::start));
     connect(m_source, &SourcePage::DesignWanted, this, &DesignWindow::OpenMendedText);
     m_copyTimer.setSingleShot(true);
     m_copyTimer.setInterval(CopyPause);
