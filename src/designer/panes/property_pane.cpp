@@ -11,6 +11,7 @@ namespace designer {
 namespace {
 
 constexpr int RowRole = Qt::UserRole;
+constexpr int NameLetters = 22;  // width of the names
 
 // The value alone is edited, in a list where there is a choice.
 class ValueDelegate : public QStyledItemDelegate {
@@ -68,7 +69,7 @@ PropertyPane::PropertyPane(DesignModel& model, QWidget* parent) : QTreeWidget(pa
     setUniformRowHeights(true);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                     QAbstractItemView::SelectedClicked);
-    setColumnWidth(0, fontMetrics().averageCharWidth() * 22);
+    setColumnWidth(0, fontMetrics().averageCharWidth() * NameLetters);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(&m_model, &DesignModel::Changed, this, &PropertyPane::Show);
     connect(&m_model, &DesignModel::SelectionChanged, this, &PropertyPane::Show);
@@ -144,8 +145,9 @@ void PropertyPane::ShowValue(QTreeWidgetItem& row, const PropertyRow& property) 
     const PropertyValue value = CommonValue(property);
     const QString text = QString::fromStdString(value.text);
     row.setText(1, text);
-    row.setForeground(1,
-                      palette().brush(value.isSet ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+    // What is set has the colour of all texts, whatever the palette is later.
+    row.setData(1, Qt::ForegroundRole,
+                value.isSet ? QVariant() : QVariant(palette().brush(QPalette::Disabled, QPalette::Text)));
     row.setToolTip(1, value.isMixed ? tr("There are different values") : text);
 }
 
@@ -179,6 +181,15 @@ void PropertyPane::Reset() {
             ResetRow(document, id, property);
         }
     });
+}
+
+void PropertyPane::changeEvent(QEvent* event) {
+    QTreeWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        Show();
+    } else if (event->type() == QEvent::FontChange) {
+        setColumnWidth(0, fontMetrics().averageCharWidth() * NameLetters);
+    }
 }
 
 void PropertyPane::keyPressEvent(QKeyEvent* event) {

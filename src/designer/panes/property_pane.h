@@ -23,6 +23,7 @@ class PropertyPane : public QTreeWidget {
     const PropertyRow& RowAt(std::size_t index) const { return m_rows.at(index); }
 
  protected:
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
  private:

@@ -2,6 +2,7 @@
 #include <QClipboard>
 #include <QMimeData>
 #include <QRegularExpression>
+#include <QTreeWidget>
 #include <cstdlib>
 
 #include "designer/model/item_clipboard.h"
@@ -119,6 +120,10 @@ TEST_F(Commands, LargeLettersAreNotCut) {
          m_window->findChildren<QAbstractButton*>(QRegularExpression("^tool"))) {
         EXPECT_GE(button->width(), button->sizeHint().width()) << button->text().toStdString();
         EXPECT_GE(button->height(), button->sizeHint().height()) << button->text().toStdString();
+    }
+    const auto& properties = Find<QTreeWidget>("properties");
+    for (const QTreeWidgetItem* row : properties.findItems("Left", Qt::MatchExactly | Qt::MatchRecursive)) {
+        EXPECT_FALSE(row->data(1, Qt::ForegroundRole).isValid());  // the text of the dark palette
     }
     if (const char* folder = std::getenv("OXC_PICTURES")) {
         m_window->grab().save(QString(folder) + "/design_dark.png");
