@@ -9,7 +9,7 @@ import tempfile
 import time
 import unittest
 
-from editor import Display
+from editor import SCREEN, Display
 from harness import STAGE
 
 PICTURES = os.environ.get("OXC_PICTURES")
@@ -90,31 +90,33 @@ class Designer(unittest.TestCase):
     def title(self, window):
         return self.display.run("xdotool", "getwindowname", str(window)).strip()
 
-    def box(self, window):
-        """The area of the text box in pixels of the window; None while it is not painted."""
-        pixels = self.display.pixels(window)
-        width = self.display.size(window)[0]
+    def box(self):
+        """The area of the text box in pixels of the screen; None while it is not painted."""
+        colours = subprocess.run(["import", "-silent", "-window", "root", "-depth", "8", "rgb:-"], timeout=20,
+                                 env=self.display.environment(), capture_output=True, check=True).stdout
+        width = int(SCREEN.split("x", maxsplit=1)[0])
+        pixels = zip(colours[::3], colours[1::3], colours[2::3])
         places = [divmod(index, width) for index, pixel in enumerate(pixels) if pixel == COLOUR]
         if not places:
             return None
         rows, columns = [row for row, _ in places], [column for _, column in places]
         return min(columns), min(rows), max(columns), max(rows)
 
-    def drag(self, window, begin, end):
+    def drag(self, begin, end):
         steps = []
         for part in (0.3, 0.6, 1):
             x, y = (round(begin[i] + part * (end[i] - begin[i])) for i in (0, 1))
-            steps += ["mousemove", "--window", str(window), str(x), str(y), "sleep", "0.1"]
-        self.display.run("xdotool", "mousemove", "--window", str(window), str(begin[0]), str(begin[1]), "sleep", "0.1",
-                         "mousedown", "1", "sleep", "0.1", *steps, "mouseup", "1")
+            steps += ["mousemove", str(x), str(y), "sleep", "0.1"]
+        self.display.run("xdotool", "mousemove", str(begin[0]), str(begin[1]), "sleep", "0.1", "mousedown", "1",
+                         "sleep", "0.1", *steps, "mouseup", "1")
 
     def test_an_item_moved_by_mouse_changes_its_lines_only(self):
         window = self.start(self.report)
-        left, top, right, bottom = self.wait(lambda: self.box(window), "text box")
+        left, top, right, bottom = self.wait(self.box, "text box")
         centimetre = (right - left) / 6
         middle = ((left + right) // 2, (top + bottom) // 2)
         target = (round(middle[0] + 2 * centimetre), round(middle[1] + 1 * centimetre))
-        self.drag(window, middle, target)
+        self.drag(middle, target)
         self.wait(lambda: self.title(window).startswith("sales.rdl*"), "change")
         self.assertEqual(self.report.read_text(), REPORT)
         self.display.key("ctrl+z")
@@ -125,14 +127,13 @@ class Designer(unittest.TestCase):
         self.assertEqual(self.report.read_text(), REPORT.replace("<Top>2cm", "<Top>3cm").replace("<Left>2cm", "<Left>4cm"))
         if PICTURES:
             self.display.screenshot(PICTURES + "/design.png")
-        now = self.box(window)
-        self.assertAlmostEqual(now[0] - left, 2 * centimetre, delta=2)
+        self.assertAlmostEqual(self.box()[0] - left, 2 * centimetre, delta=2)
         self.display.key("ctrl+q")
         self.assertEqual(self.process.wait(10), 0)
 
     def test_typed_text_is_saved_and_shown_in_the_preview(self):
         window = self.start(self.report)
-        self.wait(lambda: self.box(window), "text box")
+        self.wait(self.box, "text box")
         self.display.key("Tab", "F2")
         time.sleep(0.3)
         self.display.run("xdotool", "type", "--delay", "40", "Costs & more")
@@ -143,13 +144,13 @@ class Designer(unittest.TestCase):
         time.sleep(1)
         if PICTURES:
             self.display.screenshot(PICTURES + "/design_preview.png")
-        self.assertTrue(self.box(window))
+        self.assertTrue(self.box())
         self.display.key("F7", "ctrl+q")
         self.assertEqual(self.process.wait(10), 0)
 
     def test_what_a_kill_has_cut_off_is_offered(self):
         window = self.start(self.report)
-        self.wait(lambda: self.box(window), "text box")
+        self.wait(self.box, "text box")
         self.display.key("Tab", "Right")
         self.wait(lambda: self.title(window).startswith("sales.rdl*"), "change")
         copies = self.folder / "state" / "oxbow-courier" / "designer"

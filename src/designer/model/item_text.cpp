@@ -52,8 +52,8 @@ std::optional<std::string> TextOfItem(const Document& document, ElementId item) 
     }
     std::string text;
     for (const ElementId paragraph : paragraphs) {
-        text += (paragraph == paragraphs.front() ? "" : "\n") +
-                document.TextAt(paragraph, RunValue).value_or("");
+        text +=
+            (paragraph == paragraphs.front() ? "" : "\n") + document.TextAt(paragraph, RunValue).value_or("");
     }
     return text;
 }

@@ -81,7 +81,8 @@ void OutlinePane::TakeChange() {
     std::map<ElementId, QTreeWidgetItem*> made;
     for (const Entry& entry : m_shown) {
         const auto container = made.find(entry.container);
-        auto* row = container == made.end() ? new QTreeWidgetItem(this) : new QTreeWidgetItem(container->second);
+        auto* row =
+            container == made.end() ? new QTreeWidgetItem(this) : new QTreeWidgetItem(container->second);
         row->setText(0, QString::fromStdString(entry.text));
         row->setToolTip(0, QString::fromStdString(entry.kind));
         row->setData(0, IdRole, entry.id);

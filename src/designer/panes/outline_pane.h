@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The report as a tree: its bands, and the items in them by their names. Selects in the model, and follows it.
+// The report as a tree: its bands, and the items in them by their names. Selects in the model, and follows
+// it.
 #pragma once
 
 #include <QTreeWidget>

@@ -11,6 +11,7 @@ namespace designer {
 namespace {
 
 constexpr int RowRole = Qt::UserRole;
+constexpr int NameLetters = 22;  // width of the names
 
 // The value alone is edited, in a list where there is a choice.
 class ValueDelegate : public QStyledItemDelegate {
@@ -31,7 +32,8 @@ class ValueDelegate : public QStyledItemDelegate {
     }
 
  private:
-    QWidget* MakeList(QWidget* parent, const Property& property, const std::vector<std::string>& choices) const {
+    QWidget* MakeList(QWidget* parent, const Property& property,
+                      const std::vector<std::string>& choices) const {
         auto* list = new QComboBox(parent);
         list->setAutoFillBackground(true);
         const bool isClosed = property.kind == PropertyKind::Words || property.kind == PropertyKind::Boolean;
@@ -67,7 +69,8 @@ PropertyPane::PropertyPane(DesignModel& model, QWidget* parent) : QTreeWidget(pa
     setUniformRowHeights(true);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                     QAbstractItemView::SelectedClicked);
-    header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    setColumnWidth(0, fontMetrics().averageCharWidth() * NameLetters);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(&m_model, &DesignModel::Changed, this, &PropertyPane::Show);
     connect(&m_model, &DesignModel::SelectionChanged, this, &PropertyPane::Show);
     connect(this, &QTreeWidget::itemChanged, this,
@@ -86,7 +89,8 @@ void PropertyPane::Show() {
             continue;
         }
         std::erase_if(rows, [&](const PropertyRow& row) {
-            return row.property->kind == PropertyKind::Name || std::find(own.begin(), own.end(), row) == own.end();
+            return row.property->kind == PropertyKind::Name ||
+                   std::find(own.begin(), own.end(), row) == own.end();
         });
     }
     m_filling = true;
@@ -141,7 +145,9 @@ void PropertyPane::ShowValue(QTreeWidgetItem& row, const PropertyRow& property) 
     const PropertyValue value = CommonValue(property);
     const QString text = QString::fromStdString(value.text);
     row.setText(1, text);
-    row.setForeground(1, palette().brush(value.isSet ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+    // What is set has the colour of all texts, whatever the palette is later.
+    row.setData(1, Qt::ForegroundRole,
+                value.isSet ? QVariant() : QVariant(palette().brush(QPalette::Disabled, QPalette::Text)));
     row.setToolTip(1, value.isMixed ? tr("There are different values") : text);
 }
 
@@ -154,11 +160,12 @@ void PropertyPane::TakeValue(QTreeWidgetItem& row, int column) {
     const std::string value = row.text(1).toStdString();
     const std::vector<ElementId> ids = m_model.Selection();
     if (value != CommonValue(property).text) {
-        m_model.Edit(StepName(m_model, tr("Change %1 of").arg(NameOf(property)), ids), [&](Document& document) {
-            for (const ElementId id : ids) {
-                SetRow(document, id, property, value);
-            }
-        });
+        m_model.Edit(StepName(m_model, tr("Change %1 of").arg(NameOf(property)), ids),
+                     [&](Document& document) {
+                         for (const ElementId id : ids) {
+                             SetRow(document, id, property, value);
+                         }
+                     });
     }
     Show();
 }
@@ -176,11 +183,21 @@ void PropertyPane::Reset() {
     });
 }
 
+void PropertyPane::changeEvent(QEvent* event) {
+    QTreeWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        Show();
+    } else if (event->type() == QEvent::FontChange) {
+        setColumnWidth(0, fontMetrics().averageCharWidth() * NameLetters);
+    }
+}
+
 void PropertyPane::keyPressEvent(QKeyEvent* event) {
     const bool isEditing = state() == QAbstractItemView::EditingState;
     if (event->key() == Qt::Key_Delete && !isEditing) {
         Reset();
-    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentItem() && !isEditing) {
+    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentItem() &&
+               !isEditing) {
         editItem(currentItem(), 1);
     } else {
         QTreeWidget::keyPressEvent(event);

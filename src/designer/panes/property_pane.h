@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The properties of what is selected: of several items those that all of them have, with a value where it is the same
-// for all. What the file does not say is grey. A value is changed in place; Delete gives a property its default again.
+// The properties of what is selected: of several items those that all of them have, with a value where it is
+// the same for all. What the file does not say is grey. A value is changed in place; Delete gives a property
+// its default again.
 #pragma once
 
 #include <QTreeWidget>
@@ -22,6 +23,7 @@ class PropertyPane : public QTreeWidget {
     const PropertyRow& RowAt(std::size_t index) const { return m_rows.at(index); }
 
  protected:
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
  private:

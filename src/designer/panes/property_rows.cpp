@@ -100,7 +100,8 @@ std::vector<std::string> ChoicesFor(const Document& document, const Property& pr
     std::vector<std::string> choices;
     const auto addNames = [&](std::string_view collection) {
         const ElementId parent = document.Find(document.Root(), collection);
-        for (const ElementId child : parent == NoElement ? std::vector<ElementId>{} : document.Children(parent)) {
+        for (const ElementId child :
+             parent == NoElement ? std::vector<ElementId>{} : document.Children(parent)) {
             choices.push_back(document.Attribute(child, "Name").value_or(""));
         }
     };

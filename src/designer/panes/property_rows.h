@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The rows of the property pane: what the selected element can have set, and of the report also what its section and
-// its page can.
+// The rows of the property pane: what the selected element can have set, and of the report also what its
+// section and its page can.
 #pragma once
 
 #include <string>
@@ -13,12 +13,13 @@ namespace designer {
 
 struct PropertyRow {
     const Property* property = nullptr;
-    std::string part;  // path from the selected element to the one that has the property; empty: it is its own
+    std::string
+        part;  // path from the selected element to the one that has the property; empty: it is its own
     bool operator==(const PropertyRow&) const = default;
 };
 
-// Returns the properties of an item, a band or the report. Places and sizes are left out where the item has none of
-// its own. Empty for any other element.
+// Returns the properties of an item, a band or the report. Places and sizes are left out where the item has
+// none of its own. Empty for any other element.
 std::vector<PropertyRow> PropertyRowsOf(const DesignModel& model, ElementId id);
 
 PropertyValue ValueOfRow(const Document& document, ElementId id, const PropertyRow& row);

@@ -12,8 +12,8 @@ std::string Text(const std::vector<Placement>& items) {
     std::ostringstream text;
     for (const Placement& item : items) {
         const Rect& place = item.place;
-        text << (item.id == items.front().id ? "" : " ") << place.left << ',' << place.top << ',' << place.width
-             << ',' << place.height;
+        text << (item.id == items.front().id ? "" : " ") << place.left << ',' << place.top << ','
+             << place.width << ',' << place.height;
     }
     return text.str();
 }

@@ -12,7 +12,8 @@
 namespace designer {
 namespace {
 
-constexpr const char* Report = R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition">
+constexpr const char* Report =
+    R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition">
   <ReportSections>
     <ReportSection>
       <Body>
@@ -98,7 +99,8 @@ TEST_F(DesignedItems, TheBandGrowsForItsItem) {
 
 TEST_F(DesignedItems, OfContainerAndContentOnlyTheContainerMoves) {
     const ReportItems items = ReadReportItems(m_document);
-    EXPECT_EQ(Movable(items, {Id("Inner"), Id("Frame"), Id("Title")}), (std::vector{Id("Frame"), Id("Title")}));
+    EXPECT_EQ(Movable(items, {Id("Inner"), Id("Frame"), Id("Title")}),
+              (std::vector{Id("Frame"), Id("Title")}));
 }
 
 TEST_F(DesignedItems, AnItemMovesToAnotherBand) {
@@ -165,7 +167,8 @@ TEST_F(DesignedItems, CopiesHaveNamesOfTheirOwn) {
 }
 
 TEST(ItemsIn, AnyOtherTextIsNone) {
-    for (const char* text : {"", "Sales", "<ReportItems>", "<p>Sales</p>", "<ReportItems><p/></ReportItems>"}) {
+    for (const char* text :
+         {"", "Sales", "<ReportItems>", "<p>Sales</p>", "<ReportItems><p/></ReportItems>"}) {
         EXPECT_EQ(ItemsIn(text), std::nullopt) << text;
     }
 }
@@ -185,15 +188,17 @@ TEST(BlankReports, TakeEveryKind) {
 
 TEST(BlankReports, TakeAPicture) {
     Document document{BlankReport()};
-    const ElementId image = InsertItem(document, ReadReportItems(document).bands[1], NewItem::Image, {0, 0, 10, 10});
+    const ElementId image =
+        InsertItem(document, ReadReportItems(document).bands[1], NewItem::Image, {0, 0, 10, 10});
     EmbedPicture(document, image, "image/png", "abc", "logo");
     EXPECT_EQ(document.TextAt(image, "Value"), "logo");
     EXPECT_EQ(document.TextAt(document.Root(), "EmbeddedImages/EmbeddedImage/ImageData"), "YWJj");
 }
 
 TEST(OldSchemas, ATextBoxHasOneValue) {
-    Document document{"<Report xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2005/01/reportdefinition\">"
-                      "<Body><Height>2in</Height></Body><Width>5in</Width></Report>"};
+    Document document{
+        "<Report xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2005/01/reportdefinition\">"
+        "<Body><Height>2in</Height></Body><Width>5in</Width></Report>"};
     const ElementId id =
         InsertItem(document, ReadReportItems(document).bands[0], NewItem::TextBox, {72, 0, 72, 18});
     SetTextOfItem(document, id, "Net");

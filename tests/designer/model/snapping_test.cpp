@@ -41,7 +41,8 @@ TEST(Snapping, CentresMeetCentres) {
 }
 
 TEST(Snapping, TheNearestOfTwoEdgesWins) {
-    EXPECT_EQ(Text(Snap({0, 0, 20, 10}, 51, 0, {}, {{53, 40, 5, 5}, {52, 60, 5, 5}}, {0, 3})), "52,0 x52:0-65");
+    EXPECT_EQ(Text(Snap({0, 0, 20, 10}, 51, 0, {}, {{53, 40, 5, 5}, {52, 60, 5, 5}}, {0, 3})),
+              "52,0 x52:0-65");
 }
 
 TEST(Snapping, OnlyAnEdgeThatMovesStops) {

@@ -84,7 +84,8 @@ TEST_F(CanvasMouse, NothingLeavesThePage) {
 TEST_F(CanvasMouse, AnItemMovesToAnotherBand) {
     const QRectF page = Canvas().AreaOf(Id("Page"));
     Drag(At("Note"), page.center().toPoint() + QPoint(InBody(7, 0).x() - InBody(0, 0).x(), 0));
-    EXPECT_EQ(Model().Source().Name(Model().Source().Parent(Model().Source().Parent(Id("Note")))), "PageFooter");
+    EXPECT_EQ(Model().Source().Name(Model().Source().Parent(Model().Source().Parent(Id("Note")))),
+              "PageFooter");
     EXPECT_EQ(Corner("Note"), "7cm 0cm");
 }
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QClipboard>
 #include <QMimeData>
+#include <QRegularExpression>
+#include <QTreeWidget>
+#include <cstdlib>
 
 #include "designer/model/item_clipboard.h"
 #include "window_fixture.h"
@@ -75,9 +78,64 @@ TEST_F(Commands, InsertPutsAnItemIntoTheMiddle) {
     EXPECT_EQ(Model().Item(Id("Textbox1"))->container, BodyOf(Model().Source()));
 }
 
+TEST_F(Commands, PageHeaderAndFooterComeAndGo) {
+    EXPECT_FALSE(Find<QAction>("pageHeader").isChecked());
+    EXPECT_TRUE(Find<QAction>("pageFooter").isChecked());
+    const std::string before = Model().Source().Text();
+    Run("pageHeader");
+    EXPECT_EQ(Selected(), "PageHeader");
+    EXPECT_TRUE(Find<QAction>("pageHeader").isChecked());
+    EXPECT_EQ(Model().Source().TextAt(Model().Leader(), "Height"), "1.5cm");
+    EXPECT_EQ(Canvas().Failure(), "");
+    Run("pageHeader");
+    EXPECT_EQ(Model().Source().Text(), before);
+    Run("pageFooter");
+    EXPECT_EQ(Id("Page"), NoElement);
+    EXPECT_EQ(UndoName(), "Remove Page Footer");
+    Run("editUndo");
+    EXPECT_NE(Id("Page"), NoElement);
+}
+
+TEST_F(Commands, SavingTakesTheTextThatIsBeingTyped) {
+    Select({"Title"});
+    Key(Qt::Key_F2);
+    QTest::keyClicks(&Find("txtInPlace"), "Net");
+    Run("fileSave");
+    EXPECT_NE(Written().find("<Value>Net</Value>"), std::string::npos);
+}
+
+// As on a dark desktop with large letters. OXC_PICTURES names a folder for a picture of it.
+TEST_F(Commands, LargeLettersAreNotCut) {
+    const QFont font = QApplication::font();
+    const QPalette palette = QApplication::palette();
+    QPalette dark(QColor(45, 45, 48));
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    QApplication::setPalette(dark);
+    QFont large = font;
+    large.setPointSize(font.pointSize() * 2);
+    QApplication::setFont(large);
+    Select({"Title"});
+    QTest::qWait(200);
+    for (const QAbstractButton* button :
+         m_window->findChildren<QAbstractButton*>(QRegularExpression("^tool"))) {
+        EXPECT_GE(button->width(), button->sizeHint().width()) << button->text().toStdString();
+        EXPECT_GE(button->height(), button->sizeHint().height()) << button->text().toStdString();
+    }
+    const auto& properties = Find<QTreeWidget>("properties");
+    for (const QTreeWidgetItem* row : properties.findItems("Left", Qt::MatchExactly | Qt::MatchRecursive)) {
+        EXPECT_FALSE(row->data(1, Qt::ForegroundRole).isValid());  // the text of the dark palette
+    }
+    if (const char* folder = std::getenv("OXC_PICTURES")) {
+        m_window->grab().save(QString(folder) + "/design_dark.png");
+    }
+    QApplication::setFont(font);
+    QApplication::setPalette(palette);
+}
+
 TEST_F(Commands, WithoutASelectionTheyAreGrey) {
     Select({});
-    for (const char* name : {"editCut", "editCopy", "editDelete", "editDuplicate", "toFront", "alignLeft", "editUndo"}) {
+    for (const char* name :
+         {"editCut", "editCopy", "editDelete", "editDuplicate", "toFront", "alignLeft", "editUndo"}) {
         EXPECT_FALSE(Find<QAction>(name).isEnabled()) << name;
     }
 }

@@ -15,7 +15,8 @@ namespace {
 
 using Files = WindowTest;
 
-// Answers the box that comes up while `show` runs by the button with this text, and returns the text of the box.
+// Answers the box that comes up while `show` runs by the button with this text, and returns the text of the
+// box.
 std::string Answer(const std::function<void()>& show, const QString& button) {
     std::string text;
     bool met = false;
@@ -102,6 +103,7 @@ TEST_F(Files, AnotherProgramsChangeIsNoticed) {
     EXPECT_EQ(Answer([&] { QTest::qWait(2500); }, "Reload"), "Another program has changed \"sales.rdl\".");
     EXPECT_EQ(Text("Title", "Paragraphs/Paragraph/TextRuns/TextRun/Value"), "Costs");
     EXPECT_FALSE(m_window->isWindowModified());
+    m_window->activateWindow();
     WriteBytes(File(), SmallReport());
     Answer([&] { QTest::qWait(2500); }, "Keep What Is Here");
     EXPECT_EQ(Text("Title", "Paragraphs/Paragraph/TextRuns/TextRun/Value"), "Costs");
@@ -119,7 +121,8 @@ TEST_F(Files, ABrokenFileIsATextThatCanBeMended) {
     auto& text = Find<QPlainTextEdit>("txtSource");
     EXPECT_TRUE(text.isVisible());
     EXPECT_EQ(text.extraSelections().size(), 1);
-    const int line = static_cast<int>(std::count(broken.begin(), broken.begin() + broken.find("</Boby>"), '\n'));
+    const int line =
+        static_cast<int>(std::count(broken.begin(), broken.begin() + broken.find("</Boby>"), '\n'));
     EXPECT_EQ(text.textCursor().blockNumber(), line);
     EXPECT_EQ(Find<QLabel>("lblFlaw").text().toStdString().find("The file is not well-formed. Line " +
                                                                 std::to_string(line + 1) + ", column "),

@@ -2,8 +2,8 @@
 #include <QTabWidget>
 #include <QTreeWidget>
 
-#include "window_fixture.h"
 #include "platform/viewer/report_viewer.h"
+#include "window_fixture.h"
 
 namespace designer::test {
 namespace {
@@ -144,7 +144,8 @@ TEST_F(Panes, NextPaneGoesRound) {
 TEST_F(Panes, WhatTakesTheKeysHasAName) {
     for (const QWidget* widget : m_window->findChildren<QWidget*>()) {
         const bool isOurs = !widget->objectName().isEmpty() && !widget->objectName().startsWith("qt_");
-        if (isOurs && widget->focusPolicy() & Qt::TabFocus && qobject_cast<const QAbstractScrollArea*>(widget)) {
+        if (isOurs && widget->focusPolicy() & Qt::TabFocus &&
+            qobject_cast<const QAbstractScrollArea*>(widget)) {
             EXPECT_FALSE(widget->accessibleName().isEmpty() && widget->window() == m_window)
                 << widget->objectName().toStdString();
         }

@@ -149,8 +149,8 @@ class WindowTest : public testing::Test {
     }
     // QTest moves the pointer without its buttons.
     void MoveTo(QPoint at, Qt::KeyboardModifiers modifiers = {}) {
-        QMouseEvent move(QEvent::MouseMove, at, Canvas().viewport()->mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
-                         modifiers);
+        QMouseEvent move(QEvent::MouseMove, at, Canvas().viewport()->mapToGlobal(at), Qt::NoButton,
+                         Qt::LeftButton, modifiers);
         QApplication::sendEvent(Canvas().viewport(), &move);
     }
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
