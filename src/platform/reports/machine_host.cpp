@@ -42,7 +42,10 @@ std::vector<std::string> MachineHost::DataFolders() const {
 
 std::vector<std::filesystem::path> MachineHost::OwnFiles() const {
     std::vector<std::filesystem::path> own{ConfigPlace()};
+    // Mails of other reports wait there. An outbox elsewhere is the administrator's choice.
+    own.push_back(DataHome() / "oxbow-courier" / "outbox");
     if (const std::optional<std::filesystem::path> application = ApplicationFolder()) {
+        own.push_back(*application / "outbox");
         own.push_back(*application / "PressroomLive.dat");
         own.push_back(*application / "PressroomLive.dat.embedded");
         own.push_back(*application / "Pressroom.dat");

@@ -8,9 +8,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
 
 #include "platform/contracts/system_error.h"
+#include "platform/posix/atomic_file.h"
 #include "platform/posix/program.h"
 #include "platform/reports/failure.h"
 #include "platform/reports/file_output.h"
@@ -50,6 +52,16 @@ void EndWithParent() {
     }
 }
 
+// A query that sorts more than SQLite keeps in memory writes a file. SQLite's own choice is /var/tmp, where
+// this process may not write. This stands before the first use of SQLite, which looks once.
+void TellTemporaryPlace() {
+    try {
+        setenv("SQLITE_TMPDIR", TemporaryPlace().c_str(), 1);
+    } catch (const RuntimeError&) {
+        // A report that needs a temporary file reports that there is no place for it.
+    }
+}
+
 void OfferToOomKiller() {
     constexpr int Preferred = 500;
     std::ofstream("/proc/self/oom_score_adj") << Preferred;
@@ -61,6 +73,7 @@ std::string Confine(const Confinement& confinement) {
     PrepareProgram();
     EndWithParent();
     OfferToOomKiller();
+    TellTemporaryPlace();
     LimitResources(confinement.megabytes);
     // Fontconfig writes its caches now, as long as it may.
     FcInit();

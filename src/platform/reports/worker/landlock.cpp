@@ -72,12 +72,26 @@ class Rules {
     UniqueFd m_rules;
 };
 
-// Programs' libraries and settings, time zones, fonts and their caches, sockets of servers, and what drivers
-// of databases read in the user's folder.
+// Programs' libraries, fonts and their caches, and what drivers of databases read: certificates, their own
+// settings, names of users, hosts and services, the time zone. Not the rest of /etc: it has the machine's
+// passwords.
 void AllowSystem(const Rules& rules) {
-    for (const char* place : {"/usr", "/lib", "/lib64", "/bin", "/etc", "/opt", "/dev", "/proc", "/sys",
-                              "/run", "/var/cache/fontconfig", "/var/lib/mysql", "/nix"}) {
+    for (const char* place : {"/usr", "/lib", "/lib64", "/bin", "/opt", "/nix", "/var/cache/fontconfig",
+                              "/var/lib/mysql", "/run/mysqld", "/run/postgresql", "/run/systemd/resolve",
+                              "/dev/urandom", "/dev/random", "/proc/self", "/proc/cpuinfo", "/proc/meminfo",
+                              "/proc/sys/crypto", "/proc/sys/kernel/random", "/sys/devices/system/cpu"}) {
         rules.Allow(place, Reading);
+    }
+    for (const char* name :
+         {"fonts",        "ssl/certs",       "ssl/openssl.cnf",   "ca-certificates", "pki",
+          "gnutls",       "crypto-policies", "krb5.conf",         "krb5.conf.d",     "gss",
+          "odbc.ini",     "odbcinst.ini",    "ODBCDataSources",   "freetds",         "mysql",
+          "my.cnf",       "my.cnf.d",        "postgresql-common", "passwd",          "group",
+          "hosts",        "host.conf",       "resolv.conf",       "nsswitch.conf",   "services",
+          "protocols",    "networks",        "gai.conf",          "ld.so.cache",     "ld.so.preload",
+          "localtime",    "timezone",        "locale.alias",      "locale.conf",     "default/locale",
+          "alternatives", "oracle"}) {
+        rules.Allow(fs::path("/etc") / name, Reading);
     }
     const char* const home = std::getenv("HOME");
     for (const char* name : {".fonts", ".fonts.conf", ".fonts.conf.d", ".config/fontconfig",

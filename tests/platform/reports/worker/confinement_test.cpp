@@ -235,6 +235,17 @@ TEST_F(ReportConfinement, ReadsOnlyTheFoldersThatAreGiven) {
     EXPECT_TRUE(reads("app/sample.csv"));
     EXPECT_FALSE(reads("private.csv"));
     EXPECT_TRUE(IsTrueInside([&] { return open(Path("private.csv").c_str(), O_RDONLY) >= 0; }));
+    // Of the machine only what names, zones, fonts and drivers need.
+    const auto readsOfMachine = [this](const char* path) {
+        return IsTrueInside([path] { return open(path, O_RDONLY) >= 0; }, {6144, {m_folder / "data"}});
+    };
+    for (const char* needed :
+         {"/etc/passwd", "/etc/fonts/fonts.conf", "/etc/localtime", "/etc/nsswitch.conf"}) {
+        EXPECT_TRUE(readsOfMachine(needed)) << needed;
+    }
+    for (const char* kept : {"/etc/shadow", "/etc/fstab", "/etc/sysctl.conf", "/proc/1/environ"}) {
+        EXPECT_FALSE(readsOfMachine(kept)) << kept;
+    }
     unsetenv("TMPDIR");
 }
 
@@ -279,6 +290,16 @@ TEST_F(ReportOverDatabase, ReadsItWithoutAWriterAndALog) {
     sqlite3_close(m_database);
     m_database = nullptr;
     ASSERT_FALSE(std::filesystem::exists(Path("a%b#c?.db-wal")));
+    EXPECT_THAT(Rows(), HasSubstr("Ann"));
+}
+
+TEST_F(ReportOverDatabase, SortsMoreThanSqliteKeepsInMemory) {
+    Execute(
+        "with recursive n(i) as (select 1 union all select i + 1 from n where i < 3000) "
+        "insert into people select hex(randomblob(2000)) || i from n");
+    Write("db.rpt", DatabaseReport("a%b#c?.db",
+                                   "select substr(name, 1, 3) as Name, 1 as Number from people "
+                                   "order by people.name"));
     EXPECT_THAT(Rows(), HasSubstr("Ann"));
 }
 
