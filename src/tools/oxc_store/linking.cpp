@@ -51,7 +51,7 @@ void MoveDatabaseAway(const fs::path& file) {
 
 void LinkStore(const fs::path& file, const Link& link) {
     PostgresqlSession(link).Query("select count(*) from ReportScheduler");
-    if (Exists(file) && !ReadLink(file)) {
+    if (Exists(file) && !IsLink(file)) {
         MoveDatabaseAway(file);
     }
     AtomicFile target(file);
@@ -61,7 +61,7 @@ void LinkStore(const fs::path& file, const Link& link) {
 }
 
 void UnlinkStore(const fs::path& file) {
-    if (!ReadLink(file)) {
+    if (!IsLink(file)) {
         RefuseStore("The file \"" + file.string() + "\" is no link");
     }
     const fs::path kept = With(file, ".embedded");

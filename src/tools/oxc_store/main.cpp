@@ -28,7 +28,12 @@ void Copy(const tools::StorePlace& from, const tools::StorePlace& to) {
 
 void LinkFile(const tools::StoreArguments& arguments) {
     Link link = TargetLink(arguments.to);
-    link.passwordCommand = arguments.passwordCommand;
+    if (!arguments.passwordCommand.empty()) {
+        if (!link.password.empty() || !link.passwordCommand.empty()) {
+            throw tools::StoreUsageError("--to has a password already, beside --password-command");
+        }
+        link.passwordCommand = arguments.passwordCommand;
+    }
     const std::filesystem::path file =
         arguments.place.empty() ? tools::LiveFile() : std::filesystem::absolute(arguments.place);
     tools::LinkStore(file, link);

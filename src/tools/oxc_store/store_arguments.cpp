@@ -5,6 +5,8 @@
 #include <array>
 #include <string_view>
 
+#include "platform/base/ascii.h"
+
 namespace tools {
 namespace {
 
@@ -102,6 +104,9 @@ StoreArguments ParseStoreArguments(const std::vector<std::string>& arguments) {
         if (isOption) {
             if (at + 1 == arguments.size() || arguments[at + 1].empty()) {
                 throw StoreUsageError(argument + " wants a value");
+            }
+            if (HasControls(arguments[at + 1])) {
+                throw StoreUsageError("the value of " + argument + " holds a control character");
             }
             SetOption(result, argument, arguments[++at]);
         } else if (argument.starts_with("-")) {
