@@ -13,7 +13,7 @@ import threading
 import time
 import unittest
 
-from databases import POSTGRES
+from databases import PASSWORD, POSTGRES, report
 from harness import STAGE, Courier
 from team import Member, TeamServer, run_store, store
 
@@ -269,6 +269,19 @@ class TeamFaults(unittest.TestCase):
         self.assertTrue((courier.app / "PressroomLive.dat.embedded").exists())
         store("unlink", "--force", environment=environment)
         self.assertFalse((courier.app / "PressroomLive.dat.embedded").exists())
+
+    def test_report_has_no_use_of_the_passwords_of_its_user(self):
+        member = self.member()
+        (member.folder / ".pgpass").write_text("*:*:*:clerk:%s\n" % PASSWORD)
+        (member.folder / ".pgpass").chmod(0o600)
+        self.server.schedules(1, 1)
+        self.server.report().write_text(report(
+            "PostgreSQL", "Host=127.0.0.1;Port=%d;Database=courier;Username=clerk" % self.server.port,
+            "select count(*) as n from oxbow_courier.ReportScheduler", ["n"]))
+        member.start()
+        self.wait(lambda: self.server.rows("select 1 from ReportHistory"), 30, "the row")
+        member.stop()
+        self.assertIn("no password", self.server.rows("select ErrMsg from ReportHistory")[0][0])
 
     def test_backup_has_the_report_files_and_replaces_none(self):
         editor = self.member("ed")
