@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/postgresql/link.h"
 
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,6 +14,7 @@
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
+#include "platform/posix/file_access.h"
 #include "platform/posix/small_file.h"
 
 namespace {
@@ -153,11 +153,6 @@ bool BeginsAsLink(int file) {
     return text.starts_with(Beginning);
 }
 
-std::string NameOfUser(uid_t user) {
-    const passwd* const found = getpwuid(user);
-    return found != nullptr ? found->pw_name : std::to_string(user);
-}
-
 std::string OctalMode(mode_t mode) {
     std::string digits;
     for (int shift = 9; shift >= 0; shift -= 3) {
@@ -176,9 +171,9 @@ void CheckSecret(int opened, const Link& link, const std::string& what, const st
         RaiseFault(what, "it cannot be read");
     }
     const std::string begin = what + " has a " + (link.password.empty() ? "PasswordCommand" : "Password");
-    if (status.st_uid != geteuid() && status.st_uid != 0) {
+    if (const std::string owner = ForeignOwner(opened); !owner.empty()) {
         throw RuntimeError(err::DataUnavailable,
-                           begin + " and belongs to " + NameOfUser(status.st_uid) +
+                           begin + " and belongs to " + owner +
                                "; only the user who opens it, or root, may own it: chown " +
                                NameOfUser(geteuid()) + " \"" + path + "\"");
     }

@@ -3,7 +3,6 @@
 
 #include <libpq-fe.h>
 #include <poll.h>
-#include <pwd.h>
 #include <unistd.h>
 
 #include <array>
@@ -14,6 +13,7 @@
 
 #include "platform/contracts/runtime.h"
 #include "platform/data_provider/busy_wait.h"
+#include "platform/posix/file_access.h"
 #include "platform/posix/password_command.h"
 #include "platform/postgresql/failure.h"
 
@@ -57,11 +57,6 @@ std::string OwnName() {
     return std::string("courier ") + host.data() + " " + std::to_string(getpid());
 }
 
-std::string OwnUser() {
-    const passwd* const user = getpwuid(geteuid());
-    return user != nullptr ? user->pw_name : "";
-}
-
 std::string NewMark() {
     std::random_device source;
     return std::to_string(getpid()) + "-" + std::to_string(source()) + "-" + std::to_string(source());
@@ -96,7 +91,7 @@ Parameters ParametersOf(const Link& link) {
     parameters.Add("hostaddr", "");
     parameters.Add("port", link.port);
     parameters.Add("dbname", link.database);
-    parameters.Add("user", link.user.empty() ? OwnUser() : link.user);
+    parameters.Add("user", link.user.empty() ? NameOfUser(geteuid()) : link.user);
     parameters.Add("options", "");
     parameters.Add("target_session_attrs", "any");
     parameters.AddIfGiven("password", PasswordOf(link));

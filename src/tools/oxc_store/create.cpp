@@ -46,9 +46,6 @@ std::string Single(Server& server, const std::string& statement) {
 }
 
 void CheckDatabase(Server& server, const std::string& name) {
-    if (Single(server, "select current_setting('server_version_num')::int >= 140000") != "t") {
-        RefuseStore("The server of the store " + name + " is older than PostgreSQL 14");
-    }
     if (Single(server,
                "select pg_encoding_to_char(encoding) from pg_database where datname = "
                "current_database()") != "UTF8") {

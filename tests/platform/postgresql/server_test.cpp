@@ -4,6 +4,7 @@
 #include <libpq-fe.h>
 
 #include <cstdlib>
+#include <fstream>
 #include <map>
 
 #include "platform/contracts/adodb.h"
@@ -253,9 +254,17 @@ TEST_F(ServerData, SessionOutlivesItsPausesAndNotItsMachine) {
 TEST_F(ServerData, EnvironmentDoesNotNameAnotherServer) {
     const Link link = *ReadLink(database.Folder() / "PressroomLive.dat");
     const std::map<std::string, std::string> variables{
-        {"PGHOST", "nowhere.invalid"},      {"PGHOSTADDR", "127.0.0.9"},  {"PGPORT", "1"},
-        {"PGDATABASE", "postgres"},         {"PGOPTIONS", "-c geqo=off"}, {"PGUSER", "nobody"},
-        {"PGTARGETSESSIONATTRS", "standby"}};
+        {"PGHOST", "nowhere.invalid"},
+        {"PGHOSTADDR", "127.0.0.9"},
+        {"PGPORT", "1"},
+        {"PGDATABASE", "postgres"},
+        {"PGOPTIONS", "-c geqo=off"},
+        {"PGUSER", "nobody"},
+        {"PGTARGETSESSIONATTRS", "standby"},
+        {"PGSERVICE", "other"},
+        {"PGSERVICEFILE", (database.Folder() / "services").string()}};
+    const std::string services = (database.Folder() / "services").string();
+    std::ofstream(services) << "[other]\nhostaddr=127.0.0.9\noptions=-c geqo=off\nuser=nobody\n";
     for (const auto& [name, value] : variables) {
         setenv(name.c_str(), value.c_str(), 1);
     }
