@@ -13,7 +13,7 @@ import threading
 import time
 import unittest
 
-from databases import PASSWORD, POSTGRES, report
+from databases import PASSWORD, POSTGRES, free_port, report
 from harness import STAGE, Courier
 from team import Member, TeamServer, run_store, store
 
@@ -224,6 +224,38 @@ class TeamFaults(unittest.TestCase):
         self.set_read_only("off")
         self.wait(lambda: member.subjects() == ["Run 1"], 30, "the mail")
         self.assertIn("The scheduler has its store again.\n", member.said())
+
+    def standby(self):
+        """A copy of the server that follows it and takes no changes. Gives its folder and port."""
+        with open(self.server.folder / "data" / "pg_hba.conf", "a") as rules:
+            rules.write("local replication postgres trust\n")
+        self.server.sql("select pg_reload_conf()")
+        folder, port = self.server.folder / "standby", free_port()
+        self.server.run(self.server.programs / "pg_basebackup", "-D", folder, "-R", "-c", "fast", "-h", self.server.folder, "-p",
+                        self.server.port, "-U", "postgres")
+        control = [self.server.programs / "pg_ctl", "-D", folder, "-w"]
+        self.server.run(*control, "-l", self.server.folder / "standby.log", "-o",
+                        "-p %d -k %s -c listen_addresses=127.0.0.1" % (port, self.server.folder), "start")
+        self.addCleanup(shutil.rmtree, folder)
+        self.addCleanup(self.server.run, *control, "-m", "immediate", "stop")
+        return control, port
+
+    def test_scheduler_waits_on_a_standby_until_it_is_promoted(self):
+        self.server.schedules(1, 1)
+        control, port = self.standby()
+        member = self.courier()
+        member.database.unlink()
+        store("link", "--to", self.server.connect(user="sched").replace(str(self.server.port), str(port)), str(member.database))
+        member.start()
+        line = ("The scheduler waits for its store. The store is write-protected: \"courier\" on 127.0.0.1; the server is a "
+                "standby. The next poll tries again.\n")
+        self.wait(lambda: line in member.said(), 30, "the line")
+        time.sleep(2)
+        self.assertEqual((member.process.poll(), member.mails()), (None, []))
+        self.server.run(*control, "promote")
+        self.wait(lambda: [mail["Subject"] for mail in member.mails()] == ["Run 1"], 30, "the mail")
+        self.members.remove(member)
+        member.close()
 
     def test_scheduler_goes_on_without_its_rights(self):
         self.server.schedules(1, 1)
