@@ -213,6 +213,8 @@ class TeamFaults(unittest.TestCase):
     def test_scheduler_waits_for_a_store_that_takes_no_changes(self):
         member = self.member()
         member.start()
+        # Its connections stay from now on: none begins between the change and its end.
+        self.wait((member.app / "PressroomLive.polled").exists, 30, "a poll")
         self.set_read_only("on")
         self.server.schedules(1, 1)
         line = ("The scheduler waits for its store. The store is write-protected: \"courier\" on 127.0.0.1; its transactions are "

@@ -222,7 +222,7 @@ std::optional<Link> ReadLink(const std::filesystem::path& file) {
         keeper.SetPlace("line " + std::to_string(number) + ": ");
         const std::size_t sign = line.find('=');
         if (sign == std::string_view::npos) {
-            keeper.Raise("\"" + std::string(CutText(line, 40)) + "\" has no =");
+            keeper.Raise("it has no =");
         }
         keeper.Set(Trim(line.substr(0, sign), Blanks), Trim(line.substr(sign + 1), Blanks));
     }
@@ -233,11 +233,12 @@ std::optional<Link> ReadLink(const std::filesystem::path& file) {
 }
 
 Link LinkOfConnectString(std::string_view text) {
+    // What has no = may be the end of a password: no error repeats it.
     Keeper keeper("The connect string");
     while (!Trim(text, " \t;").empty()) {
         const std::size_t sign = text.find('=');
         if (sign == std::string_view::npos) {
-            keeper.Raise("\"" + std::string(Trim(text, " \t;")) + "\" has no =");
+            keeper.Raise("a part of it has no =; a value that holds a semicolon stands in quotation marks");
         }
         const std::string name(Trim(text.substr(0, sign), " \t;"));
         text.remove_prefix(sign + 1);

@@ -81,7 +81,7 @@ TEST_F(LinkFile, FaultsAreNamed) {
     Write(start + "Host=h\n\nHots=h\n");
     EXPECT_EQ(Fault(), Named("line 4: the key \"Hots\" is not known"));
     Write(start + "Host\n");
-    EXPECT_EQ(Fault(), Named("line 2: \"Host\" has no ="));
+    EXPECT_EQ(Fault(), Named("line 2: it has no ="));
     Write(start + "Host=a\tb\n");
     EXPECT_EQ(Fault(), Named("line 2: the value of Host holds a control character"));
     Write(start + "Host=h\nDatabase=d\nHOST=other\n");
@@ -184,7 +184,10 @@ TEST(ConnectString, HasTheKeysOfALink) {
     EXPECT_EQ(link.password, "p'w");
     EXPECT_EQ(link.sslMode, "require");
     EXPECT_THROW(LinkOfConnectString("Host=db"), RuntimeError);
-    EXPECT_THROW(LinkOfConnectString("Host=db;Database"), RuntimeError);
+    EXPECT_EQ(
+        DescriptionRaisedBy([] { LinkOfConnectString("Host=db;Database=d;Password=my;secret"); }),
+        "The connect string is damaged; a part of it has no =; a value that holds a semicolon stands in "
+        "quotation marks");
     EXPECT_THROW(LinkOfConnectString(""), RuntimeError);
     EXPECT_THROW(LinkOfConnectString("Host=db;Database=d;Host=e"), RuntimeError);
     EXPECT_THROW(LinkOfConnectString("Host=db;Database=d;Password=p;PasswordCommand=c"), RuntimeError);
