@@ -17,6 +17,7 @@
 #include "platform/contracts/process.h"
 #include "platform/contracts/prompts.h"
 #include "platform/contracts/shared_store.h"
+#include "platform/posix/running_mark.h"
 #include "scheduler/BatchReport.h"
 #include "scheduler/PollSpread.h"
 #include "scheduler/PollTrace.h"
@@ -86,6 +87,7 @@ void LogStart() {
 Steps SchedulerSteps() {
     return {
         LogStart,
+        [] { MarkRunning(paths::ToMachine(AppPath())); },
         [] {
             frmMain::Instance().HideWindow();
             frmMain::Instance().setWindowState(Qt::WindowMinimized);

@@ -127,6 +127,20 @@ void RunLog::Failed(const std::string& routine, const RuntimeError& error, const
            journal::Text("error", error.Description()), journal::Number("number", error.Number())});
 }
 
+void RunLog::Left(const RuntimeError& why) {
+    const std::lock_guard lock(m_mutex);
+    const std::string item =
+        m_item ? std::string(WordOf(m_item->kind)) + " " + m_item->reportID + " \"" + m_item->title + "\""
+               : "";
+    m_item.reset();
+    journal::Write({journal::Level::Warning,
+                    "run-left",
+                    {journal::Text("error", why.Description())},
+                    "The run of " + item + " stops before its mail, as its claim is lost: " +
+                        why.Description() + ". The next poll claims it again."});
+    journal::SetContext({});
+}
+
 void RunLog::RecordedLater(RunKind kind, const std::string& reportID, const std::string& title) {
     std::vector<journal::Fact> facts = FactsOf({kind, reportID, title, {}});
     facts.push_back(journal::Text("outcome", "delivered-before"));

@@ -20,8 +20,8 @@ namespace Global {
 // Returns the fact which item it is: as a number if its key is one. `prefix` stands before the fact's name.
 journal::Fact KeyFact(RunKind kind, const std::string& reportID, const std::string& prefix = {});
 
-// The one object for both polls. A poll calls Begins for each item that it runs, then Delivered, Undelivered
-// or Failed.
+// The one object for both polls. A poll calls Begins for each item that it runs, then Delivered, Undelivered,
+// Left or Failed.
 class RunLog {
  public:
     static RunLog& Instance();
@@ -38,6 +38,8 @@ class RunLog {
     // The routine's error, of the item that is running; else of the schedule with this key, if it is given.
     // Number 0 means that the mail failed, which was reported already.
     void Failed(const std::string& routine, const RuntimeError& error, const std::string& reportID = {});
+    // The run stopped before its mail, because its claim was lost. It is due again.
+    void Left(const RuntimeError& why);
     // An item that was delivered before is recorded now.
     void RecordedLater(RunKind kind, const std::string& reportID, const std::string& title);
 

@@ -20,7 +20,7 @@ namespace {
 constexpr std::size_t LongestTitle = 1000;  // bytes
 
 std::filesystem::path TraceFile() {
-    return RunNotesFile("PressroomLive.running");
+    return RunNotesFile("PressroomLive.underway");
 }
 
 }  // namespace

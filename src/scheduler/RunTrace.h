@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The trace of a run that is under way: the file PressroomLive.running in the application's folder. It stays
+// The trace of a run that is under way: the file PressroomLive.underway in the application's folder. It stays
 // if the process is killed or ends in the middle of a run, and the next start says which item was cut off.
 #pragma once
 

@@ -252,9 +252,12 @@ class Guides(GuideTest):
         self.run_block("oxc-mail set Transport=outbox From=a@example.com; oxc-schedule add "
                        "~/.local/share/oxbow-courier/samples/summary.rpt --to ann@example.com --at 07:00")
         stored = self.run_block("oxc-schedule list --json")
-        backup, small, restore, export = blocks_of("docs/how-to/backup.md")
+        backup, small, store, restore, export = blocks_of("docs/how-to/backup.md")
         self.assertEqual(self.run_block(backup), "ok\n")
         self.run_block(small)
+        self.assertRegex(self.run_block(store), r"^Copied \d+ rows to the file ")
+        copied, = (self.home / "backup").glob("*/Cache/summary.rpt")
+        self.assertEqual(copied.read_bytes(), (self.application / "Cache" / "summary.rpt").read_bytes())
         title, = [row["title"] for row in json.loads(stored)]
         self.run_block("oxc-schedule remove '%s'; rm -r ~/.config/oxbow-courier %s/Cache" % (title, self.application))
         self.run_block(restore)

@@ -72,6 +72,12 @@ class OwnFiles(DatabaseTest):
                 self.refused(provider, "file=%s" % (self.config / file), command)
         self.refused("CSV", str(self.config), "select * from mail.ini")
 
+    def test_what_opens_a_server_is_refused(self):
+        (self.courier.folder / ".postgresql").mkdir()
+        for name in (".pgpass", ".postgresql/postgresql.key"):
+            (self.courier.folder / name).write_text("*:*:*:*:open sesame\n")
+            self.refused("TXT", "file=%s" % (self.courier.folder / name), "")
+
     def test_databases_are_refused(self):
         for name in ("PressroomLive.dat", "PressroomLive.dat-wal", "PressroomLive.dat-shm", "Pressroom.dat"):
             file = str(self.courier.app / name)

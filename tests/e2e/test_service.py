@@ -207,7 +207,7 @@ class Signals(ServiceTest):
         self.start()
         self.assertEqual(self.events("run-cut-off"), ["schedule=%d title=Figures outcome=unknown" % keys[1]])
         self.assertEqual([row[2] for row in self.courier.history(keys[1])], ["Success"])
-        self.assertFalse((self.courier.app / "PressroomLive.running").exists())
+        self.assertFalse((self.courier.app / "PressroomLive.underway").exists())
         self.courier.stop()
 
     def test_sigusr1_writes_the_state(self):

@@ -15,7 +15,7 @@ namespace {
 
 class RunTraceTest : public testing::Test {
  protected:
-    std::filesystem::path File() const { return database.Folder() / "PressroomLive.running"; }
+    std::filesystem::path File() const { return database.Folder() / "PressroomLive.underway"; }
     // A process that ends in the middle of a run.
     static void Cut(RunKind kind, const std::string& key, const std::string& title) {
         const pid_t child = fork();

@@ -62,6 +62,16 @@ void TellTemporaryPlace() {
     }
 }
 
+// What the user's PostgreSQL programs prove themselves with opens the team's store, which no report may read:
+// libpq finds no password and no certificate here (PostgreSQL 15, sections 34.15, 34.16 and 34.19).
+void ForgetServerPasswords() {
+    unsetenv("PGPASSWORD");
+    unsetenv("PGSERVICE");
+    for (const char* name : {"PGPASSFILE", "PGSERVICEFILE", "PGSSLCERT", "PGSSLKEY"}) {
+        setenv(name, "/dev/null/none", 1);
+    }
+}
+
 void OfferToOomKiller() {
     constexpr int Preferred = 500;
     std::ofstream("/proc/self/oom_score_adj") << Preferred;
@@ -74,6 +84,7 @@ std::string Confine(const Confinement& confinement) {
     EndWithParent();
     OfferToOomKiller();
     TellTemporaryPlace();
+    ForgetServerPasswords();
     LimitResources(confinement.megabytes);
     // Fontconfig writes its caches now, as long as it may.
     FcInit();

@@ -249,6 +249,55 @@ TEST_F(ReportConfinement, ReadsOnlyTheFoldersThatAreGiven) {
     unsetenv("TMPDIR");
 }
 
+TEST_F(ReportConfinement, ReadsNothingThatOpensTheStore) {
+    if (!HasLandlock()) {
+        GTEST_SKIP() << "the kernel has no Landlock";
+    }
+    for (const char* folder : {"data", "app", "app/Cache", "tmp", "home", "home/.postgresql"}) {
+        std::filesystem::create_directory(m_folder / folder);
+    }
+    const std::string home = std::getenv("HOME");
+    setenv("TMPDIR", Path("tmp").c_str(), 1);
+    setenv("HOME", Path("home").c_str(), 1);
+    const std::vector<std::string> secret{"app/PressroomLive.dat", "app/PressroomLive.dat.embedded",
+                                          "app/Pressroom.dat", "home/.pgpass",
+                                          "home/.postgresql/postgresql.key"},
+        open{"app/sample.csv", "app/Cache/a.rpt", "home/.postgresql/root.crt"};
+    const auto reads = [this](const std::string& name) {
+        return IsTrueInside([&] { return ::open(Path(name).c_str(), O_RDONLY) >= 0; },
+                            {6144, {m_folder / "data"}});
+    };
+    for (const std::string& name : secret) {
+        Write(name, "a");
+        EXPECT_FALSE(reads(name)) << name;
+    }
+    for (const std::string& name : open) {
+        Write(name, "a");
+        EXPECT_TRUE(reads(name)) << name;
+    }
+    EXPECT_TRUE(IsTrueInside([&] { return ::open(Path("app").c_str(), O_RDONLY | O_DIRECTORY) >= 0; },
+                             {6144, {m_folder / "data"}}));
+    setenv("HOME", home.c_str(), 1);
+    unsetenv("TMPDIR");
+}
+
+TEST_F(ReportConfinement, UsesNoPasswordOfItsUser) {
+    const std::vector<const char*> secrets{"PGPASSWORD",    "PGSERVICE", "PGPASSFILE",
+                                           "PGSERVICEFILE", "PGSSLCERT", "PGSSLKEY"};
+    for (const char* name : secrets) {
+        setenv(name, Path("mine").c_str(), 1);
+    }
+    Write("mine", "*:*:*:*:secret");
+    for (const char* name : secrets) {
+        EXPECT_TRUE(IsTrueInside([name] {
+            const char* const value = std::getenv(name);
+            struct stat status {};
+            return value == nullptr || Fails(stat(value, &status), ENOTDIR);
+        })) << name;
+        unsetenv(name);
+    }
+}
+
 // A database whose log this process cannot make.
 class ReportOverDatabase : public ReportConfinement {
  protected:
