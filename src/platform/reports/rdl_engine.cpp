@@ -39,4 +39,9 @@ std::shared_ptr<RdlReport> OpenRdlReport(const std::string& path) {
     return Translated([&] { return std::make_shared<RdlReport>(rdl::OpenReport(file)); });
 }
 
+std::shared_ptr<RdlReport> OpenRdlText(std::string_view bytes, const std::filesystem::path& file) {
+    UseMachineHost();
+    return Translated([&] { return std::make_shared<RdlReport>(rdl::OpenReportText(bytes, file)); });
+}
+
 }  // namespace reports

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "rdl/api/export_options.h"
@@ -87,5 +88,8 @@ class Report {
 // Opens an existing file; relative names in the report start at its folder. Raises Failure (Stage::Open) that
 // says what the file is if it is not a report, or names the element that cannot be drawn.
 std::shared_ptr<Report> OpenReport(const std::filesystem::path& file);
+
+// Opens these bytes as if the file had them, which need not exist: what an editor has not saved yet.
+std::shared_ptr<Report> OpenReportText(std::string_view bytes, const std::filesystem::path& file);
 
 }  // namespace rdl

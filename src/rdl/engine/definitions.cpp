@@ -70,10 +70,14 @@ std::shared_ptr<const Definition> OpenDefinition(const std::filesystem::path& fi
     }
     std::shared_ptr<const Definition> definition = recent.Find(file, bytes);
     if (!definition) {
-        definition = Checked(ParseDefinition(bytes, file.filename().string()));
+        definition = ReadDefinition(bytes, file.filename().string());
         recent.Add({file, std::move(bytes), definition});
     }
     return definition;
+}
+
+std::shared_ptr<const Definition> ReadDefinition(std::string_view bytes, const std::string& name) {
+    return Checked(ParseDefinition(bytes, name));
 }
 
 }  // namespace rdl::engine

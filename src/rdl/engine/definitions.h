@@ -4,6 +4,8 @@
 
 #include <filesystem>
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "rdl/definition/model.h"
 
@@ -13,5 +15,8 @@ namespace rdl::engine {
 // opened before. Long files are parsed each time. May be called from any thread. Raises rdl::Error as
 // ParseDefinitionFile and layout::CheckExpressions do.
 std::shared_ptr<const Definition> OpenDefinition(const std::filesystem::path& file);
+
+// Does the same with these bytes. `name` is the file name that errors have.
+std::shared_ptr<const Definition> ReadDefinition(std::string_view bytes, const std::string& name);
 
 }  // namespace rdl::engine

@@ -189,4 +189,11 @@ std::shared_ptr<Report> OpenReport(const std::filesystem::path& file) {
     });
 }
 
+std::shared_ptr<Report> OpenReportText(std::string_view bytes, const std::filesystem::path& file) {
+    return engine::InStage(Stage::Open, [&] {
+        return std::make_shared<engine::LoadedReport>(
+            std::filesystem::absolute(file), engine::ReadDefinition(bytes, file.filename().string()));
+    });
+}
+
 }  // namespace rdl

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Members of DesignCanvas: keys, and typing into a text box.
+#include <QKeyEvent>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "designer/canvas/design_canvas.h"
+#include "designer/model/item_text.h"
+#include "designer/model/placing.h"
+
+namespace designer {
+namespace {
+
+constexpr double FineStep = 0.2;         // of the grid
+constexpr qint64 NudgePause = 1000;      // milliseconds; nudges within it are one step
+constexpr QSize LeastEditor(80, 24);     // pixels
+
+}  // namespace
+
+void DesignCanvas::keyPressEvent(QKeyEvent* event) {
+    const bool fine = event->modifiers().testFlag(Qt::ControlModifier);
+    const bool resizes = event->modifiers().testFlag(Qt::ShiftModifier);
+    switch (event->key()) {
+        case Qt::Key_Left:
+            return Nudge(-1, 0, fine, resizes);
+        case Qt::Key_Right:
+            return Nudge(1, 0, fine, resizes);
+        case Qt::Key_Up:
+            return Nudge(0, -1, fine, resizes);
+        case Qt::Key_Down:
+            return Nudge(0, 1, fine, resizes);
+        case Qt::Key_Escape:
+            if (m_drag.action != Action::None) {
+                CancelDrag();
+            } else if (m_tool) {
+                SetTool(std::nullopt);
+            } else {
+                ClimbSelection();
+            }
+            return;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            return EditText();
+        default:
+            return QAbstractScrollArea::keyPressEvent(event);
+    }
+}
+
+// Tab goes through the items in the order of the file, and after the last one to the next part of the window.
+bool DesignCanvas::focusNextPrevChild(bool next) {
+    const auto& items = m_model.Items().items;
+    const auto now = std::find_if(items.begin(), items.end(),
+                                  [this](const ReportItem& item) { return item.id == m_model.Leader(); });
+    const bool isLast = items.empty() || (now != items.end() && &*now == (next ? &items.back() : &items.front()));
+    if (!hasFocus() || isLast) {
+        return QAbstractScrollArea::focusNextPrevChild(next);
+    }
+    SelectNext(next ? 1 : -1);
+    return true;
+}
+
+void DesignCanvas::SelectNext(int step) {
+    const auto& items = m_model.Items().items;
+    const auto now = std::find_if(items.begin(), items.end(),
+                                  [this](const ReportItem& item) { return item.id == m_model.Leader(); });
+    if (now == items.end()) {
+        m_model.Select({step > 0 ? items.front().id : items.back().id});
+    } else {
+        m_model.Select({(now + step)->id});
+    }
+    RevealSelection();
+}
+
+// From an item to what it is in, up to its band, and then to nothing.
+void DesignCanvas::ClimbSelection() {
+    const ReportItem* item = m_model.Item(m_model.Leader());
+    m_model.Select(item ? std::vector{item->container} : std::vector<ElementId>{});
+    m_backingIsOld = true;
+    viewport()->update();
+}
+
+void DesignCanvas::Nudge(int right, int down, bool fine, bool resizes) {
+    const ReportItems items = m_model.Items();
+    const std::vector<ElementId> ids = resizes ? Resizable(items, m_model.SelectedItems())
+                                               : Movable(items, m_model.SelectedItems());
+    if (ids.empty()) {
+        if (m_model.SelectedItems().empty()) {
+            horizontalScrollBar()->setValue(horizontalScrollBar()->value() + right * 20);
+            verticalScrollBar()->setValue(verticalScrollBar()->value() + down * 20);
+        }
+        return;
+    }
+    const double step = GridStep() * (fine ? FineStep : 1);
+    std::vector<Placement> places = PlacesOf(ids);
+    double leftmost = 0, topmost = 0;  // how far they may go before one is at an edge
+    for (std::size_t index = 0; index < places.size(); ++index) {
+        const ReportItem* container = m_model.Item(m_model.Item(ids[index])->container);
+        const double left = places[index].place.left - (container ? container->place.left : 0);
+        const double top = places[index].place.top - (container ? container->place.top : 0);
+        leftmost = index == 0 ? -left : std::max(leftmost, -left);
+        topmost = index == 0 ? -top : std::max(topmost, -top);
+    }
+    for (Placement& placement : places) {
+        if (resizes) {
+            placement.place = Resized(placement.place, Handle::BottomRight, right * step, down * step);
+        } else {
+            placement.place.left += std::max(leftmost, right * step);
+            placement.place.top += std::max(topmost, down * step);
+        }
+    }
+    if (!m_nudged.isValid() || m_nudged.elapsed() > NudgePause) {
+        ++m_nudges;
+    }
+    m_nudged.restart();
+    std::string key = (resizes ? "resize " : "move ") + std::to_string(m_nudges);
+    for (const ElementId id : ids) {
+        key += " " + std::to_string(id);
+    }
+    m_model.Edit(StepName(m_model, resizes ? tr("Resize") : tr("Move"), ids),
+                 [&](Document& document) { Place(document, items, places); }, key);
+    RevealSelection();
+}
+
+void DesignCanvas::EditText() {
+    const ReportItem* item = m_model.Item(m_model.Leader());
+    if (!item || item->kind != "Textbox" || m_editor) {
+        return;
+    }
+    const auto text = TextOfItem(m_model.Source(), item->id);
+    if (!text) {
+        emit m_model.Refused(tr("The text has runs with formats of their own"));
+        return;
+    }
+    m_edited = item->id;
+    m_editor = new QPlainTextEdit(viewport());
+    m_editor->setObjectName("txtInPlace");
+    m_editor->setAccessibleName(tr("Text of %1").arg(QString::fromStdString(item->name)));
+    m_editor->setToolTip(tr("Enter takes the text, Shift+Enter begins a new line, Escape leaves it as it was"));
+    m_editor->setTabChangesFocus(true);
+    m_editor->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_editor->setPlainText(QString::fromStdString(*text));
+    m_editor->selectAll();
+    m_editor->installEventFilter(this);
+    RevealSelection();
+    PlaceEditor();
+    m_editor->show();
+    m_editor->setFocus();
+}
+
+void DesignCanvas::PlaceEditor() {
+    if (m_editor) {
+        const QRect area = AreaOf(m_edited).toAlignedRect();
+        const int line = m_editor->fontMetrics().height() + 12;
+        m_editor->setGeometry(QRect(area.topLeft(), area.size().expandedTo({LeastEditor.width(), line})));
+    }
+}
+
+bool DesignCanvas::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_editor) {
+        return QAbstractScrollArea::eventFilter(watched, event);
+    }
+    if (event->type() == QEvent::FocusOut && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason) {
+        CloseEditor(true);
+        return false;
+    }
+    if (event->type() == QEvent::ShortcutOverride) {
+        event->accept();  // what is typed is no command of the window
+        return true;
+    }
+    if (event->type() != QEvent::KeyPress) {
+        return false;
+    }
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool isEnter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+    if (key->key() == Qt::Key_Escape || (isEnter && !key->modifiers().testFlag(Qt::ShiftModifier))) {
+        CloseEditor(isEnter);
+        setFocus();
+        return true;
+    }
+    return false;
+}
+
+void DesignCanvas::CloseEditor(bool keeps) {
+    QPlainTextEdit* const editor = m_editor;
+    m_editor = nullptr;  // losing the focus closes it too
+    if (!editor) {
+        return;
+    }
+    editor->removeEventFilter(this);
+    const std::string text = editor->toPlainText().toStdString();
+    editor->hide();
+    editor->deleteLater();
+    const ElementId item = m_edited;
+    if (keeps && m_model.Source().Has(item) && TextOfItem(m_model.Source(), item) != text) {
+        m_model.Edit(StepName(m_model, tr("Edit"), {item}),
+                     [&](Document& document) { SetTextOfItem(document, item, text); });
+    }
+}
+
+}  // namespace designer

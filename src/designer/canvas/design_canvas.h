@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The surface on which a report is designed: its bands as the engine draws them, with rulers, and with selection,
+// moving and resizing by mouse and keys. Every change is a step of the model's document. While the mouse moves items
+// the picture stays as it is and outlines follow the pointer; the report is laid out when the button is released.
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <QElapsedTimer>
+#include <QPixmap>
+#include <QTimer>
+#include <optional>
+#include <vector>
+
+#include "designer/canvas/band_layout.h"
+#include "designer/canvas/design_picture.h"
+#include "designer/canvas/handles.h"
+#include "designer/canvas/ruler.h"
+#include "designer/canvas/snapping.h"
+#include "designer/model/arranging.h"
+#include "designer/model/design_model.h"
+#include "designer/model/new_items.h"
+
+class QPlainTextEdit;
+
+namespace designer {
+
+class DesignCanvas : public QAbstractScrollArea {
+    Q_OBJECT
+ public:
+    static constexpr double LeastZoom = 25, MostZoom = 400;  // percent
+
+    explicit DesignCanvas(DesignModel& model, QWidget* parent = nullptr);
+    ~DesignCanvas() override;
+
+    // In percent of the size on paper, limited to LeastZoom and MostZoom. The middle of the view keeps its place.
+    void SetZoom(double percent);
+    double Zoom() const { return m_zoom; }
+    void StepZoom(int steps);  // to the next of the usual zooms
+    void FitWidth();
+
+    bool Snaps() const { return m_snaps; }
+    void SetSnaps(bool snaps) { m_snaps = snaps; }
+
+    // The next rectangle that the user draws becomes an item of the kind. Escape takes the tool away.
+    void SetTool(std::optional<NewItem> tool);
+    std::optional<NewItem> Tool() const { return m_tool; }
+    // Inserts an item of the kind in the middle of what is visible, and selects it.
+    void InsertAtMiddle(NewItem kind);
+
+    // Opens the selected text box for typing. Does nothing if it is none.
+    void EditText();
+    bool IsEditingText() const { return m_editor != nullptr; }
+
+    // Moves or resizes the selected items by steps to the right and down; `fine` steps are smaller than the grid.
+    void Nudge(int right, int down, bool fine, bool resizes);
+
+    // Scrolls no further than needed to show the selected item.
+    void RevealSelection();
+    // The area of an item or band on the viewport, in pixels. Empty if there is none.
+    QRectF AreaOf(ElementId id) const;
+    // The band that what is inserted or pasted goes to: that of the selection, else the body. Nothing without bands.
+    std::optional<std::size_t> CurrentBand() const;
+    // Lays the report out and paints it now, if a change waits for it.
+    void Refresh();
+    const std::string& Failure() const { return m_picture.Failure(); }
+
+ signals:
+    void ZoomChanged();
+    void ToolChanged();
+    void ItemInserted(designer::ElementId id, designer::NewItem kind);
+    void PointerMoved(const QString& place);  // empty: the pointer is on no band
+    void LaidOut();                           // Failure may have changed
+
+ protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    bool viewportEvent(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+    enum class Action { None, Press, Move, Resize, RubberBand, Draw, BandHeight, BandWidth };
+    // What the mouse does while its button is down. Points are those of the canvas.
+    struct Drag {
+        Action action = Action::None;
+        QPointF start, now;
+        ElementId pressed = NoElement;
+        bool adds = false;         // Ctrl was down
+        bool wasSelected = false;  // the pressed item, before the press
+        std::size_t band = 0;
+        Handle handle = Handle::BottomRight;
+        std::vector<Placement> before, after;  // from the corners of the items' bands
+        std::vector<SnapLine> lines;
+        double dx = 0, dy = 0;  // points
+        double size = 0;        // of a band that is resized
+    };
+
+    void TakeChange();
+    void Arrange();
+    void ShowRulers();
+    QPointF Origin() const;  // of the viewport, in canvas coordinates
+    QPointF ToCanvas(QPointF viewPoint) const { return viewPoint + Origin(); }
+    QRectF CanvasArea(const ReportItem& item) const;
+
+    void PaintBands(QPainter& painter);
+    void PaintOutlines(QPainter& painter, std::size_t band);
+    void PaintSelection(QPainter& painter);
+    void PaintDrag(QPainter& painter);
+    const QPixmap& Backing();
+
+    ElementId ItemAt(QPointF point) const;
+    std::optional<Handle> HandleUnder(QPointF point, ElementId& item) const;
+    Action EdgeUnder(QPointF point, std::size_t& band) const;
+    void Press(QPointF point, Qt::KeyboardModifiers modifiers);
+    void BeginMoveOrRubberBand();
+    void FollowMove();
+    void FollowResize();
+    void FollowDraw();
+    void FollowBandEdge();
+    void Release();
+    void FinishClick();
+    void FinishMove();
+    void FinishRubberBand();
+    void FinishDraw();
+    void CancelDrag();
+    void ShowCursor(QPointF point);
+    void ShowPlace(QPointF point);
+    SnapRules Rules() const;
+    std::vector<Rect> OthersIn(std::size_t band) const;
+    std::vector<Placement> PlacesOf(const std::vector<ElementId>& ids) const;
+    double GridStep() const;
+    void Insert(NewItem kind, std::size_t band, const Rect& place);
+    void CloseEditor(bool keeps);
+    void PlaceEditor();
+    void SelectNext(int step);
+    void ClimbSelection();
+    void DescribeSelection();
+
+    DesignModel& m_model;
+    DesignPicture m_picture;
+    BandLayout m_layout;
+    Ruler *m_across, *m_down;
+    QTimer m_layoutTimer;
+    std::vector<ElementId> m_drawOrder;  // items that are drawn later come later
+    QPixmap m_backing;
+    bool m_backingIsOld = true;
+    double m_zoom = 100;
+    bool m_snaps = true;
+    std::optional<NewItem> m_tool;
+    Drag m_drag;
+    QPlainTextEdit* m_editor = nullptr;  // of the viewport
+    ElementId m_edited = NoElement;
+    QElapsedTimer m_nudged;
+    int m_nudges = 0;  // runs of nudges, each of which is one step
+};
+
+}  // namespace designer

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/model/design_model.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace designer {
+
+DesignModel::DesignModel(Document document, QObject* parent)
+    : QObject(parent), m_document(std::move(document)), m_items(ReadReportItems(m_document)) {
+    m_read = m_document.Revision();
+}
+
+void DesignModel::SetFile(std::filesystem::path file) {
+    m_file = std::move(file);
+    emit FileChanged();
+}
+
+void DesignModel::SetDocument(Document document) {
+    m_document = std::move(document);
+    m_items = ReadReportItems(m_document);
+    m_read = m_document.Revision();
+    m_selection.clear();
+    emit Changed();
+    emit SelectionChanged();
+}
+
+const ReportItem* DesignModel::Item(ElementId id) const {
+    const auto found = std::find_if(m_items.items.begin(), m_items.items.end(),
+                                    [id](const ReportItem& item) { return item.id == id; });
+    return found == m_items.items.end() ? nullptr : &*found;
+}
+
+const ReportBand* DesignModel::Band(ElementId id) const {
+    const auto found = std::find_if(m_items.bands.begin(), m_items.bands.end(),
+                                    [id](const ReportBand& band) { return band.element == id; });
+    return found == m_items.bands.end() ? nullptr : &*found;
+}
+
+bool DesignModel::IsSelected(ElementId id) const {
+    return std::find(m_selection.begin(), m_selection.end(), id) != m_selection.end();
+}
+
+void DesignModel::Select(std::vector<ElementId> ids) {
+    if (ids != m_selection) {
+        m_selection = std::move(ids);
+        emit SelectionChanged();
+    }
+}
+
+void DesignModel::Toggle(ElementId id) {
+    std::vector<ElementId> ids;
+    // A band or the report is selected alone.
+    std::copy_if(m_selection.begin(), m_selection.end(), std::back_inserter(ids),
+                 [&](ElementId other) { return other != id && Item(other); });
+    if (!IsSelected(id)) {
+        ids.push_back(id);
+    }
+    Select(std::move(ids));
+}
+
+std::vector<ElementId> DesignModel::SelectedItems() const {
+    std::vector<ElementId> ids;
+    for (const ReportItem& item : m_items.items) {
+        if (IsSelected(item.id)) {
+            ids.push_back(item.id);
+        }
+    }
+    return ids;
+}
+
+bool DesignModel::Edit(const QString& step, const std::function<void(Document&)>& work,
+                       const std::string& mergeKey) {
+    QString refusal;
+    try {
+        const StepGroup group(m_document, step.toStdString(), mergeKey);
+        work(m_document);
+    } catch (const EditError& error) {
+        refusal = QString::fromUtf8(error.what());
+    } catch (const SourceFlaw& flaw) {
+        refusal = QString::fromUtf8(flaw.what());
+    }
+    TakeChange();
+    if (!refusal.isEmpty()) {
+        emit Refused(refusal);
+    }
+    return refusal.isEmpty();
+}
+
+void DesignModel::Undo() {
+    if (m_document.Undo()) {
+        TakeChange();
+    }
+}
+
+void DesignModel::Redo() {
+    if (m_document.Redo()) {
+        TakeChange();
+    }
+}
+
+void DesignModel::MarkSaved() {
+    m_document.MarkSaved();
+    emit Changed();
+}
+
+void DesignModel::TakeChange() {
+    if (m_read == m_document.Revision()) {
+        return;
+    }
+    m_read = m_document.Revision();
+    m_items = ReadReportItems(m_document);
+    const std::size_t before = m_selection.size();
+    std::erase_if(m_selection, [this](ElementId id) { return !m_document.Has(id); });
+    emit Changed();
+    if (m_selection.size() != before) {
+        emit SelectionChanged();
+    }
+}
+
+QString StepName(const DesignModel& model, const QString& verb, const std::vector<ElementId>& ids) {
+    if (ids.size() != 1) {
+        return QString("%1 %2 items").arg(verb).arg(ids.size());
+    }
+    const ReportItem* item = model.Item(ids.front());
+    const QString name = item ? QString::fromStdString(item->name.empty() ? item->kind : item->name)
+                              : QString::fromStdString(model.Source().Name(ids.front()));
+    return verb + " " + name;
+}
+
+}  // namespace designer

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/model/new_items.h"
+
+#include <QByteArray>
+#include <algorithm>
+
+#include "designer/document/editing.h"
+#include "designer/document/item_size.h"
+#include "designer/document/names.h"
+#include "designer/model/item_text.h"
+#include "designer/model/placing.h"
+
+namespace designer {
+namespace {
+
+std::string ContentOf(NewItem kind, bool isOld) {
+    const std::string padding = "<PaddingLeft>2pt</PaddingLeft><PaddingRight>2pt</PaddingRight>"
+                                "<PaddingTop>2pt</PaddingTop><PaddingBottom>2pt</PaddingBottom>";
+    switch (kind) {
+        case NewItem::TextBox:
+            if (isOld) {
+                return "<CanGrow>true</CanGrow><Style>" + padding + "</Style><Value></Value>";
+            }
+            return "<CanGrow>true</CanGrow><KeepTogether>true</KeepTogether><Paragraphs><Paragraph><TextRuns>"
+                   "<TextRun><Value></Value><Style /></TextRun></TextRuns><Style /></Paragraph></Paragraphs>"
+                   "<Style>" + padding + "</Style>";
+        case NewItem::Line:
+            return isOld ? "<Style><BorderStyle><Default>Solid</Default></BorderStyle></Style>"
+                         : "<Style><Border><Style>Solid</Style></Border></Style>";
+        case NewItem::Rectangle:
+            return isOld ? "<Style />" : "<KeepTogether>true</KeepTogether><Style />";
+        case NewItem::Image:
+            return "<Source>Embedded</Source><Value></Value><Sizing>FitProportional</Sizing><Style />";
+    }
+    return {};
+}
+
+// A size as the report writes its own.
+std::string Written(const Document& document, double points) {
+    const ElementId body = BodyOf(document);
+    const auto like = body == NoElement ? std::nullopt : document.TextAt(body, "Height");
+    return SizeText(points, like.value_or("1cm"));
+}
+
+}  // namespace
+
+std::string_view ElementOf(NewItem kind) {
+    switch (kind) {
+        case NewItem::TextBox:
+            return "Textbox";
+        case NewItem::Line:
+            return "Line";
+        case NewItem::Rectangle:
+            return "Rectangle";
+        case NewItem::Image:
+            break;
+    }
+    return "Image";
+}
+
+Rect UsualSize(NewItem kind) {
+    switch (kind) {
+        case NewItem::TextBox:
+            return {0, 0, 108, 18};
+        case NewItem::Line:
+            return {0, 0, 144, 0};
+        default:
+            return {0, 0, 108, 72};
+    }
+}
+
+ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, const Rect& place) {
+    const std::string element(ElementOf(kind));
+    const std::string xml = "<" + element + " Name=\"" + UniqueName(document, element + "1") + "\">" +
+                            ContentOf(kind, IsOldSchema(document)) + "<Top>" + Written(document, place.top) +
+                            "</Top><Left>" + Written(document, place.left) + "</Left><Height>" +
+                            Written(document, place.height) + "</Height><Width>" +
+                            Written(document, place.width) + "</Width></" + element + ">";
+    const ElementId id = InsertXml(document, EnsureChild(document, band.element, "ReportItems"), xml);
+    const double bottom = std::max(place.top, place.Bottom()), right = std::max(place.left, place.Right());
+    if (bottom > band.height) {
+        SetBandHeight(document, band, bottom);
+    }
+    if (right > band.width) {
+        SetBandWidth(document, band, right);
+    }
+    return id;
+}
+
+void EmbedPicture(Document& document, ElementId image, std::string_view type, std::string_view bytes,
+                  const std::string& wish) {
+    const std::string name = UniqueName(document, IsReportItem(wish) ? wish + "1" : wish);
+    const QByteArray data = QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())).toBase64();
+    const ElementId pictures = EnsureChild(document, document.Root(), "EmbeddedImages");
+    InsertXml(document, pictures,
+              "<EmbeddedImage Name=\"" + name + "\"><MIMEType>" + std::string(type) + "</MIMEType><ImageData>" +
+                  data.toStdString() + "</ImageData></EmbeddedImage>");
+    SetText(document, image, "Source", "Embedded");
+    SetText(document, image, "Value", name);
+}
+
+std::string BlankReport() {
+    return R"(<?xml version="1.0" encoding="utf-8"?>
+<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition">
+  <ReportSections>
+    <ReportSection>
+      <Body>
+        <Height>8cm</Height>
+      </Body>
+      <Width>17cm</Width>
+      <Page>
+        <PageHeader>
+          <Height>1.5cm</Height>
+          <PrintOnFirstPage>true</PrintOnFirstPage>
+          <PrintOnLastPage>true</PrintOnLastPage>
+        </PageHeader>
+        <PageFooter>
+          <Height>1.5cm</Height>
+          <PrintOnFirstPage>true</PrintOnFirstPage>
+          <PrintOnLastPage>true</PrintOnLastPage>
+        </PageFooter>
+        <PageHeight>29.7cm</PageHeight>
+        <PageWidth>21cm</PageWidth>
+        <LeftMargin>2cm</LeftMargin>
+        <RightMargin>2cm</RightMargin>
+        <TopMargin>2cm</TopMargin>
+        <BottomMargin>2cm</BottomMargin>
+      </Page>
+    </ReportSection>
+  </ReportSections>
+</Report>
+)";
+}
+
+}  // namespace designer

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Places, sizes and order of report items, written to the document. Lengths are points; a place starts at the top left
+// corner of the item's band. The functions raise EditError as editing.h does.
+#pragma once
+
+#include <vector>
+
+#include "designer/document/document.h"
+#include "designer/document/report_items.h"
+#include "designer/model/arranging.h"
+
+namespace designer {
+
+// Whether the item has a place of its own: one in a cell has not.
+bool CanMove(const ReportItem& item);
+// Whether it has a size of its own: one in a cell, and a table, which is as large as its cells, have not.
+bool CanResize(const ReportItem& item);
+
+// Returns the items that can be moved and that are in no other one of them, in the same order.
+std::vector<ElementId> Movable(const ReportItems& items, const std::vector<ElementId>& ids);
+std::vector<ElementId> Resizable(const ReportItems& items, const std::vector<ElementId>& ids);
+
+// Writes the new places, and their sizes where these are new. A band that is too small for its item grows. No item
+// leaves its container at the left or at the top.
+void Place(Document& document, const ReportItems& items, const std::vector<Placement>& placements);
+
+// Moves an item to another band, or places it in its own as Place does.
+void PlaceInBand(Document& document, const ReportItems& items, const Placement& placement, const ReportBand& band);
+
+// Sets the height of a band, or the width of the report at the band.
+void SetBandHeight(Document& document, const ReportBand& band, double height);
+void SetBandWidth(Document& document, const ReportBand& band, double width);
+
+// Draws the items before or after all others of their container (MS-RDL, ZIndex).
+void BringToFront(Document& document, const ReportItems& items, const std::vector<ElementId>& ids);
+void SendToBack(Document& document, const ReportItems& items, const std::vector<ElementId>& ids);
+
+}  // namespace designer

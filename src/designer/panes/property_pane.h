@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The properties of what is selected: of several items those that all of them have, with a value where it is the same
+// for all. A value is changed in place; Delete gives a property its default again.
+#pragma once
+
+#include <QTreeWidget>
+#include <vector>
+
+#include "designer/model/design_model.h"
+#include "designer/panes/property_rows.h"
+
+namespace designer {
+
+class PropertyPane : public QTreeWidget {
+    Q_OBJECT
+ public:
+    explicit PropertyPane(DesignModel& model, QWidget* parent = nullptr);
+
+    // Gives the selected property its default again. Does nothing if it has it.
+    void Reset();
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+    void Show();
+    void ShowValue(QTreeWidgetItem& row, const PropertyRow& property) const;
+    void TakeValue(QTreeWidgetItem& row, int column);
+
+    DesignModel& m_model;
+    std::vector<PropertyRow> m_rows;
+    bool m_filling = false;
+};
+
+}  // namespace designer

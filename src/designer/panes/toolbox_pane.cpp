@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/panes/toolbox_pane.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace designer {
+namespace {
+
+constexpr int IconSize = 16;
+
+void DrawTool(QPainter& painter, NewItem kind, const QColor& colour) {
+    painter.setPen(QPen(colour, 1.2));
+    switch (kind) {
+        case NewItem::TextBox: {
+            painter.drawRect(QRectF(1.5, 3.5, 13, 9));
+            painter.drawLine(QPointF(5, 6), QPointF(11, 6));
+            painter.drawLine(QPointF(8, 6), QPointF(8, 11));
+            break;
+        }
+        case NewItem::Line:
+            painter.drawLine(QPointF(2, 13), QPointF(14, 3));
+            break;
+        case NewItem::Rectangle:
+            painter.drawRect(QRectF(1.5, 3.5, 13, 9));
+            break;
+        case NewItem::Image:
+            painter.drawRect(QRectF(1.5, 2.5, 13, 11));
+            painter.drawPolyline(QPolygonF({{2, 12}, {6, 7}, {9, 10}, {11, 8}, {14, 11}}));
+            painter.drawEllipse(QPointF(11, 5.5), 1.2, 1.2);
+            break;
+    }
+}
+
+}  // namespace
+
+std::vector<ToolText> Tools() {
+    return {{NewItem::TextBox, ToolboxPane::tr("Text Box")},
+            {NewItem::Line, ToolboxPane::tr("Line")},
+            {NewItem::Rectangle, ToolboxPane::tr("Rectangle")},
+            {NewItem::Image, ToolboxPane::tr("Image")}};
+}
+
+QIcon ToolIcon(NewItem kind, const QPalette& palette) {
+    QIcon icon;
+    for (const int scale : {1, 2}) {
+        QPixmap picture(IconSize * scale, IconSize * scale);
+        picture.setDevicePixelRatio(scale);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
+        DrawTool(painter, kind, palette.color(QPalette::ButtonText));
+        painter.end();
+        icon.addPixmap(picture);
+    }
+    return icon;
+}
+
+ToolboxPane::ToolboxPane(QWidget* parent) : QWidget(parent) {
+    setObjectName("toolbox");
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->setSpacing(2);
+    for (const ToolText& tool : Tools()) {
+        auto* button = new QToolButton(this);
+        button->setObjectName("tool" + tool.name.simplified().remove(' '));
+        button->setText(tool.name);
+        button->setAccessibleName(tr("Draw: %1").arg(tool.name));
+        button->setToolTip(tr("%1: click, then draw a rectangle on the page; Enter inserts one").arg(tool.name));
+        button->setIcon(ToolIcon(tool.kind, palette()));
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        button->setCheckable(true);
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::StrongFocus);
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        button->installEventFilter(this);
+        connect(button, &QToolButton::clicked, this, [this, kind = tool.kind](bool checked) {
+            ShowTool(checked ? std::optional(kind) : std::nullopt);
+            emit ToolPicked(checked ? std::optional(kind) : std::nullopt);
+        });
+        layout->addWidget(button);
+        m_buttons.push_back(button);
+    }
+    layout->addStretch(1);
+}
+
+void ToolboxPane::ShowTool(std::optional<NewItem> tool) {
+    const auto tools = Tools();
+    for (std::size_t index = 0; index < m_buttons.size(); ++index) {
+        m_buttons[index]->setChecked(tools[index].kind == tool);
+    }
+}
+
+bool ToolboxPane::eventFilter(QObject* watched, QEvent* event) {
+    const auto found = std::find(m_buttons.begin(), m_buttons.end(), watched);
+    const bool isEnter = event->type() == QEvent::KeyPress &&
+                         (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Return ||
+                          static_cast<QKeyEvent*>(event)->key() == Qt::Key_Enter);
+    if (found != m_buttons.end() && (isEnter || event->type() == QEvent::MouseButtonDblClick)) {
+        emit InsertWanted(Tools()[static_cast<std::size_t>(found - m_buttons.begin())].kind);
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void ToolboxPane::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        const auto tools = Tools();
+        for (std::size_t index = 0; index < m_buttons.size(); ++index) {
+            m_buttons[index]->setIcon(ToolIcon(tools[index].kind, palette()));
+        }
+    }
+}
+
+}  // namespace designer

@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Members of DesignWindow: what the commands of its menus do with the selection.
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QMimeData>
+#include <QMimeDatabase>
+#include <QStatusBar>
+#include <algorithm>
+
+#include "designer/document/editing.h"
+#include "designer/document/xml_text.h"
+#include "designer/model/item_clipboard.h"
+#include "designer/model/item_text.h"
+#include "designer/model/placing.h"
+#include "designer/window/design_window.h"
+#include "platform/contracts/runtime.h"
+
+namespace designer {
+namespace {
+
+constexpr double PasteShift = 10;  // points
+
+// Items that are in no other one of them: those leave and are copied with what they are in.
+std::vector<ElementId> Outermost(const DesignModel& model, const std::vector<ElementId>& ids) {
+    std::vector<ElementId> result;
+    for (const ElementId id : ids) {
+        bool isOutermost = true;
+        for (const ReportItem* item = model.Item(id); item; item = model.Item(item->container)) {
+            isOutermost = isOutermost && std::find(ids.begin(), ids.end(), item->container) == ids.end();
+        }
+        if (isOutermost) {
+            result.push_back(id);
+        }
+    }
+    return result;
+}
+
+// Makes a name for an embedded picture of a file's name.
+std::string PictureName(const QString& file) {
+    std::string name;
+    for (const char c : QFileInfo(file).completeBaseName().toStdString()) {
+        if (IsIdentifier("_" + std::string(1, c))) {
+            name += c;
+        }
+    }
+    return IsIdentifier(name) ? name : "Picture1";
+}
+
+}  // namespace
+
+// The item in a cell stays, as a cell without one has no room for text: its text goes.
+void DesignWindow::DeleteSelection() {
+    const std::vector<ElementId> ids = Outermost(*m_model, m_model->SelectedItems());
+    std::vector<ElementId> inCells, others;
+    for (const ElementId id : ids) {
+        const bool isText = m_model->Item(id)->kind == "Textbox";
+        (m_model->Item(id)->cell != NoElement && isText ? inCells : others).push_back(id);
+    }
+    const QString verb = others.empty() ? tr("Clear") : tr("Delete");
+    m_model->Edit(StepName(*m_model, verb, ids), [&](Document& document) {
+        for (const ElementId id : others) {
+            Remove(document, id);
+        }
+        for (const ElementId id : inCells) {
+            SetTextOfItem(document, id, "");
+        }
+    });
+}
+
+void DesignWindow::CopySelection() {
+    const std::vector<ElementId> ids = Outermost(*m_model, m_model->SelectedItems());
+    if (ids.empty()) {
+        return;
+    }
+    const QByteArray text = QByteArray::fromStdString(ItemsText(m_model->Source(), ids));
+    auto* clip = new QMimeData;
+    clip->setData(ItemsMimeType, text);
+    clip->setText(QString::fromUtf8(text));
+    QApplication::clipboard()->setMimeData(clip);
+}
+
+void DesignWindow::CutSelection() {
+    CopySelection();
+    const std::vector<ElementId> ids = Outermost(*m_model, m_model->SelectedItems());
+    m_model->Edit(StepName(*m_model, tr("Cut"), ids), [&](Document& document) {
+        for (const ElementId id : ids) {
+            Remove(document, id);
+        }
+    });
+}
+
+void DesignWindow::Paste() {
+    const QMimeData* clip = QApplication::clipboard()->mimeData();
+    const std::string text = clip->hasFormat(ItemsMimeType) ? clip->data(ItemsMimeType).toStdString()
+                                                            : clip->text().toStdString();
+    const auto items = ItemsIn(text);
+    const auto band = m_canvas->CurrentBand();
+    if (!items || items->empty() || !band) {
+        statusBar()->showMessage(tr("The clipboard holds no report items"), 5000);
+        return;
+    }
+    // Into a rectangle that is selected, else into the band.
+    const ReportItem* leader = m_model->Item(m_model->Leader());
+    const ElementId container =
+        leader && leader->kind == "Rectangle" ? leader->id : m_model->Items().bands[*band].element;
+    std::vector<ElementId> pasted;
+    const QString step = items->size() == 1 ? tr("Paste") : tr("Paste %1 items").arg(items->size());
+    if (m_model->Edit(step, [&](Document& document) {
+            pasted = PasteItems(document, container, *items, PasteShift);
+        })) {
+        m_model->Select(pasted);
+        m_canvas->RevealSelection();
+    }
+}
+
+void DesignWindow::DuplicateSelection() {
+    const ReportItems items = m_model->Items();
+    const std::vector<ElementId> ids = Movable(items, m_model->SelectedItems());
+    if (ids.empty()) {
+        return;
+    }
+    std::vector<ElementId> copies;
+    if (m_model->Edit(StepName(*m_model, tr("Duplicate"), ids), [&](Document& document) {
+            for (const ElementId id : ids) {
+                copies.push_back(Duplicate(document, id));
+            }
+            const ReportItems now = ReadReportItems(document);
+            std::vector<Placement> places;
+            for (const ReportItem& item : now.items) {
+                if (std::find(copies.begin(), copies.end(), item.id) != copies.end()) {
+                    places.push_back({item.id, item.place});
+                    places.back().place.left += PasteShift;
+                    places.back().place.top += PasteShift;
+                }
+            }
+            Place(document, now, places);
+        })) {
+        m_model->Select(copies);
+        m_canvas->RevealSelection();
+    }
+}
+
+void DesignWindow::SelectAll() {
+    std::vector<ElementId> ids;
+    for (const ReportItem& item : m_model->Items().items) {
+        if (item.container == m_model->Items().bands[item.band].element) {
+            ids.push_back(item.id);
+        }
+    }
+    m_model->Select(std::move(ids));
+}
+
+// Only items of the leader's band are arranged: the places of others do not compare with its own.
+void DesignWindow::ArrangeSelection(Arrangement arrangement, const QString& verb) {
+    const ReportItems items = m_model->Items();
+    const ReportItem* leader = m_model->Item(m_model->Leader());
+    if (!leader) {
+        return;
+    }
+    std::vector<Placement> places;
+    std::vector<ElementId> ids;
+    for (const ElementId id : Movable(items, m_model->Selection())) {
+        const ReportItem* item = m_model->Item(id);
+        if (item->band == leader->band) {
+            places.push_back({id, item->place});
+            ids.push_back(id);
+        }
+    }
+    if (places.size() < LeastItems(arrangement)) {
+        return;
+    }
+    m_model->Edit(StepName(*m_model, verb, ids), [&](Document& document) {
+        Place(document, items, Arranged(places, arrangement));
+    });
+}
+
+void DesignWindow::OrderSelection(bool toFront) {
+    const ReportItems items = m_model->Items();
+    const std::vector<ElementId> ids = m_model->SelectedItems();
+    m_model->Edit(StepName(*m_model, toFront ? tr("Bring to front") : tr("Send to back"), ids),
+                  [&](Document& document) {
+                      toFront ? BringToFront(document, items, ids) : SendToBack(document, items, ids);
+                  });
+}
+
+// Without a picture the image goes again.
+void DesignWindow::AskForPicture(ElementId image) {
+    const QString folder = QString::fromStdString(m_model->File().parent_path().string());
+    const QString file = QFileDialog::getOpenFileName(this, tr("Picture"), folder,
+                                                      tr("Pictures (*.png *.jpg *.jpeg *.gif *.bmp)"));
+    if (file.isEmpty()) {
+        m_model->Undo();
+        return;
+    }
+    try {
+        const std::string bytes = ReadReportFile(file.toStdString());
+        const QString type = QMimeDatabase().mimeTypeForData(QByteArray::fromStdString(bytes)).name();
+        m_model->Edit(tr("Insert Picture"), [&](Document& document) {
+            EmbedPicture(document, image, type.toStdString(), bytes, PictureName(file));
+        });
+    } catch (const RuntimeError& error) {
+        m_model->Undo();
+        Complain(QString::fromStdString(error.Description()));
+    }
+}
+
+}  // namespace designer

@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Members of DesignWindow: opening, saving and closing.
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QTabWidget>
+
+#include "designer/window/design_window.h"
+#include "designer/window/designer_settings.h"
+#include "designer/window/source_page.h"
+#include "platform/contracts/runtime.h"
+
+namespace designer {
+namespace {
+
+namespace fs = std::filesystem;
+
+QString Filters() {
+    return DesignWindow::tr("Reports (*.rdl *.rpt *.rdlc);;All files (*)");
+}
+
+QString NameOf(const fs::path& file) {
+    return file.empty() ? DesignWindow::tr("New Report") : QString::fromStdString(file.filename().string());
+}
+
+}  // namespace
+
+void DesignWindow::Complain(const QString& text) {
+    QMessageBox::warning(this, tr("Oxbow Courier Designer"), text);
+}
+
+void DesignWindow::ShowTitle() {
+    setWindowTitle(tr("%1[*] - Oxbow Courier Designer").arg(NameOf(m_model->File())));
+    setWindowModified(IsChanged());
+    setWindowFilePath({});
+}
+
+bool DesignWindow::IsChanged() const {
+    return m_isLost || (IsText() ? m_source->IsModified() : m_model->Source().IsModified());
+}
+
+std::string DesignWindow::Bytes() const {
+    return IsText() ? m_source->Bytes() : m_model->Source().Bytes();
+}
+
+bool DesignWindow::OpenFile(const fs::path& file) {
+    try {
+        const fs::path whole = fs::absolute(file).lexically_normal();
+        const auto stamp = StampOf(whole);
+        std::string bytes = ReadReportFile(whole);
+        m_stamp = stamp;
+        m_isLost = false;
+        ShowBytes(std::move(bytes), whole);
+        m_recovery.Remove();
+        AddRecentFile(whole);
+        return true;
+    } catch (const RuntimeError& error) {
+        ForgetRecentFile(QString::fromStdString(file.string()));
+        Complain(QString::fromStdString(error.Description()));
+        return false;
+    }
+}
+
+void DesignWindow::ShowLost(const LostReport& lost) {
+    m_stamp = lost.original.empty() ? std::nullopt : StampOf(lost.original);
+    m_isLost = true;
+    ShowBytes(lost.bytes, lost.original);
+    KeepCopy();
+}
+
+void DesignWindow::ShowBytes(std::string bytes, const fs::path& file) {
+    try {
+        Document document(bytes);
+        m_stack->setCurrentWidget(m_tabs);
+        m_tabs->setCurrentWidget(m_canvas);
+        m_model->SetDocument(std::move(document));
+        m_canvas->setFocus();
+    } catch (const SourceFlaw& flaw) {
+        m_model->SetDocument(Document(BlankReport()));
+        m_stack->setCurrentWidget(m_source);
+        m_source->Show(bytes, flaw);
+        m_source->setFocus();
+    }
+    m_model->SetFile(file);
+    m_copyTimer.stop();
+    ShowCommands();
+}
+
+void DesignWindow::OpenMendedText() {
+    const std::string bytes = m_source->Bytes();
+    try {
+        Document document(bytes);
+        m_isLost = m_isLost || m_source->IsModified();  // what was typed is not in the file yet
+        m_stack->setCurrentWidget(m_tabs);
+        m_model->SetDocument(std::move(document));
+        m_canvas->setFocus();
+    } catch (const SourceFlaw& flaw) {
+        m_source->ShowFlaw(flaw);
+        m_source->setFocus();
+    }
+    ShowTitle();
+    ShowCommands();
+}
+
+void DesignWindow::AskAndOpen() {
+    const QString folder = QString::fromStdString(m_model->File().parent_path().string());
+    const QStringList files = QFileDialog::getOpenFileNames(this, tr("Open Report"), folder, Filters());
+    for (const QString& file : files) {
+        emit WindowWanted(file);
+    }
+}
+
+bool DesignWindow::Save() {
+    return m_model->File().empty() ? AskAndSaveAs() : WriteTo(m_model->File());
+}
+
+bool DesignWindow::AskAndSaveAs() {
+    const fs::path& now = m_model->File();
+    QString file = QFileDialog::getSaveFileName(
+        this, tr("Save Report As"), now.empty() ? tr("report.rdl") : QString::fromStdString(now.string()), Filters());
+    if (file.isEmpty()) {
+        return false;
+    }
+    if (QFileInfo(file).suffix().isEmpty()) {
+        file += ".rdl";
+        if (QFileInfo::exists(file) &&
+            QMessageBox::question(this, tr("Save Report As"), tr("\"%1\" exists. Replace it?").arg(file)) !=
+                QMessageBox::Yes) {
+            return false;
+        }
+    }
+    const fs::path target = fs::absolute(file.toStdString()).lexically_normal();
+    if (!WriteTo(target)) {
+        return false;
+    }
+    m_model->SetFile(target);
+    return true;
+}
+
+bool DesignWindow::WriteTo(const fs::path& file) {
+    try {
+        WriteReportFile(file, Bytes());
+    } catch (const RuntimeError& error) {
+        Complain(QString::fromStdString(error.Description()));
+        return false;
+    } catch (const SourceFlaw& flaw) {
+        Complain(QString::fromUtf8(flaw.what()));
+        return false;
+    }
+    m_stamp = StampOf(file);
+    m_isLost = false;
+    m_source->SetModified(false);
+    m_model->MarkSaved();
+    m_copyTimer.stop();
+    m_recovery.Remove();
+    AddRecentFile(file);
+    statusBar()->showMessage(tr("Saved %1").arg(NameOf(file)), 5000);
+    ShowTitle();
+    return true;
+}
+
+bool DesignWindow::MayLeave() {
+    if (!IsChanged()) {
+        return true;
+    }
+    QMessageBox box(QMessageBox::Question, tr("Oxbow Courier Designer"),
+                    tr("\"%1\" has changes that are not saved. Save them?").arg(NameOf(m_model->File())),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box.setDefaultButton(QMessageBox::Save);
+    const int answer = box.exec();
+    return answer == QMessageBox::Discard || (answer == QMessageBox::Save && Save());
+}
+
+// A file with the same bytes as before, touched or written again, is no reason to ask.
+void DesignWindow::LookAtFile() {
+    const fs::path file = m_model->File();
+    if (m_asking || file.empty() || !m_stamp || !isActiveWindow() || QApplication::activeModalWidget()) {
+        return;
+    }
+    const auto now = StampOf(file);
+    if (now == m_stamp) {
+        return;
+    }
+    m_stamp = now;
+    m_asking = true;
+    QMessageBox box(QMessageBox::Question, tr("Oxbow Courier Designer"),
+                    now ? tr("Another program has changed \"%1\".").arg(NameOf(file))
+                        : tr("Another program has removed \"%1\".").arg(NameOf(file)),
+                    QMessageBox::NoButton, this);
+    QPushButton* reload = now ? box.addButton(tr("&Reload"), QMessageBox::AcceptRole) : nullptr;
+    QPushButton* keep = box.addButton(tr("&Keep What Is Here"), QMessageBox::RejectRole);
+    box.setDefaultButton(keep);
+    box.setEscapeButton(keep);
+    if (IsChanged() && now) {
+        box.setInformativeText(tr("Reloading loses the changes that are not saved."));
+    }
+    box.exec();
+    m_asking = false;
+    if (reload && box.clickedButton() == reload) {
+        OpenFile(file);
+    } else {
+        m_isLost = true;  // what is here is in no file
+        ShowTitle();
+    }
+}
+
+void DesignWindow::KeepCopy() {
+    if (!IsChanged()) {
+        m_recovery.Remove();
+        return;
+    }
+    try {
+        m_recovery.Write(m_model->File(), Bytes());
+    } catch (const SourceFlaw&) {
+        // A character that the encoding of the file does not have: saving reports it.
+    }
+}
+
+}  // namespace designer

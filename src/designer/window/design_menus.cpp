@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Members of DesignWindow: its menus.
+#include <QAction>
+#include <QApplication>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QTabWidget>
+#include <QToolButton>
+
+#include "designer/panes/property_pane.h"
+#include "designer/panes/toolbox_pane.h"
+#include "designer/window/design_window.h"
+#include "designer/window/designer_settings.h"
+#include "designer/window/preview_page.h"
+
+namespace designer {
+namespace {
+
+QAction& CommandOf(const DesignWindow& window, const char* name) {
+    return *window.findChild<QAction*>(name);
+}
+
+}  // namespace
+
+QAction* DesignWindow::AddCommand(QMenu& menu, const char* name, const QString& text, const QKeySequence& keys,
+                                  const std::function<void()>& work) {
+    auto* action = new QAction(text, this);
+    action->setObjectName(name);
+    action->setShortcut(keys);
+    connect(action, &QAction::triggered, this, [work] { work(); });
+    menu.addAction(action);
+    return action;
+}
+
+void DesignWindow::BuildMenus() {
+    BuildFileMenu();
+    BuildEditMenu();
+    BuildInsertMenu();
+    BuildArrangeMenu();
+    BuildViewMenu();
+    QMenu& help = *menuBar()->addMenu(tr("&Help"));
+    AddCommand(help, "helpKeys", tr("&Keys on the Canvas"), QKeySequence::HelpContents, [this] {
+        QMessageBox::information(
+            this, tr("Keys on the Canvas"),
+            tr("Tab, Shift+Tab: the next or previous item\nEscape: what the item is in\n"
+               "Arrow keys: move by a step of the grid; with Ctrl by a fifth of it\n"
+               "Shift+arrow keys: resize\nEnter, F2: type the text of a text box\nF6: the next pane"));
+    });
+}
+
+void DesignWindow::BuildFileMenu() {
+    QMenu& menu = *menuBar()->addMenu(tr("&File"));
+    AddCommand(menu, "fileNew", tr("&New"), QKeySequence::New, [this] { emit WindowWanted({}); });
+    AddCommand(menu, "fileOpen", tr("&Open..."), QKeySequence::Open, [this] { AskAndOpen(); });
+    m_recent = menu.addMenu(tr("Open &Recent"));
+    connect(m_recent, &QMenu::aboutToShow, this, &DesignWindow::ShowRecentFiles);
+    menu.addSeparator();
+    AddCommand(menu, "fileSave", tr("&Save"), QKeySequence::Save, [this] { Save(); });
+    AddCommand(menu, "fileSaveAs", tr("Save &As..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
+               [this] { AskAndSaveAs(); });
+    menu.addSeparator();
+    AddCommand(menu, "fileClose", tr("&Close"), QKeySequence(Qt::CTRL | Qt::Key_W), [this] { close(); });
+    AddCommand(menu, "fileQuit", tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q),
+               [] { QApplication::closeAllWindows(); });
+}
+
+void DesignWindow::ShowRecentFiles() {
+    m_recent->clear();
+    int number = 0;
+    for (const QString& file : RecentFiles()) {
+        QString name = file;
+        name.replace("&", "&&");
+        m_recent->addAction(QString("&%1 %2").arg(++number % 10).arg(name), this,
+                            [this, file] { emit WindowWanted(file); });
+    }
+    if (number == 0) {
+        m_recent->addAction(tr("No recent files"))->setEnabled(false);
+    }
+}
+
+void DesignWindow::BuildEditMenu() {
+    QMenu& menu = *menuBar()->addMenu(tr("&Edit"));
+    AddCommand(menu, "editUndo", tr("&Undo"), QKeySequence::Undo, [this] { m_model->Undo(); });
+    AddCommand(menu, "editRedo", tr("&Redo"), QKeySequence::Redo, [this] { m_model->Redo(); });
+    menu.addSeparator();
+    AddCommand(menu, "editCut", tr("Cu&t"), QKeySequence::Cut, [this] { CutSelection(); });
+    AddCommand(menu, "editCopy", tr("&Copy"), QKeySequence::Copy, [this] { CopySelection(); });
+    AddCommand(menu, "editPaste", tr("&Paste"), QKeySequence::Paste, [this] { Paste(); });
+    AddCommand(menu, "editDuplicate", tr("&Duplicate"), QKeySequence(Qt::CTRL | Qt::Key_D),
+               [this] { DuplicateSelection(); });
+    AddCommand(menu, "editDelete", tr("De&lete"), QKeySequence::Delete, [this] { DeleteSelection(); });
+    menu.addSeparator();
+    AddCommand(menu, "editSelectAll", tr("Select &All"), QKeySequence::SelectAll, [this] { SelectAll(); });
+    AddCommand(menu, "editText", tr("Edit Te&xt"), QKeySequence(Qt::Key_F2), [this] { m_canvas->EditText(); });
+    AddCommand(menu, "editReset", tr("Re&set Property"), QKeySequence(Qt::CTRL | Qt::Key_Backspace),
+               [this] { m_properties->Reset(); });
+    // These keys mean something else in the panes.
+    for (const char* name : {"editCut", "editCopy", "editPaste", "editDelete", "editSelectAll", "editText"}) {
+        QAction& action = CommandOf(*this, name);
+        action.setShortcutContext(Qt::WidgetShortcut);
+        m_canvas->addAction(&action);
+    }
+    m_canvas->addAction(&CommandOf(*this, "editDuplicate"));
+    m_canvas->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+void DesignWindow::BuildInsertMenu() {
+    QMenu& menu = *menuBar()->addMenu(tr("&Insert"));
+    constexpr Qt::Key Keys[] = {Qt::Key_T, Qt::Key_L, Qt::Key_R, Qt::Key_I};
+    const Qt::Key* key = Keys;
+    for (const ToolText& tool : Tools()) {
+        const QString name = "insert" + tool.name.simplified().remove(' ');
+        QAction* action = AddCommand(menu, name.toUtf8(), "&" + tool.name, QKeySequence(Qt::CTRL | Qt::ALT | *key++),
+                                     [this, kind = tool.kind] {
+                                         m_canvas->InsertAtMiddle(kind);
+                                         m_canvas->setFocus();
+                                     });
+        action->setIcon(ToolIcon(tool.kind, palette()));
+    }
+}
+
+void DesignWindow::BuildArrangeMenu() {
+    struct Entry {
+        const char* name;
+        QString text;
+        QKeySequence keys;
+        Arrangement arrangement;
+        QString verb;
+    };
+    const auto keys = [](Qt::Key key) { return QKeySequence(Qt::CTRL | Qt::SHIFT | key); };
+    const Entry entries[] = {
+        {"alignLeft", tr("Align &Left"), keys(Qt::Key_L), Arrangement::AlignLeft, tr("Align")},
+        {"alignCentre", tr("Align &Centres"), keys(Qt::Key_E), Arrangement::AlignCentre, tr("Align")},
+        {"alignRight", tr("Align &Right"), keys(Qt::Key_R), Arrangement::AlignRight, tr("Align")},
+        {"alignTop", tr("Align &Top"), keys(Qt::Key_T), Arrangement::AlignTop, tr("Align")},
+        {"alignMiddle", tr("Align &Middles"), keys(Qt::Key_M), Arrangement::AlignMiddle, tr("Align")},
+        {"alignBottom", tr("Align &Bottom"), keys(Qt::Key_B), Arrangement::AlignBottom, tr("Align")},
+        {"distributeAcross", tr("Distribute &Across"), keys(Qt::Key_H), Arrangement::DistributeAcross,
+         tr("Distribute")},
+        {"distributeDown", tr("Distribute &Down"), keys(Qt::Key_V), Arrangement::DistributeDown, tr("Distribute")},
+        {"sameWidth", tr("Same &Width"), keys(Qt::Key_W), Arrangement::SameWidth, tr("Resize")},
+        {"sameHeight", tr("Same &Height"), keys(Qt::Key_G), Arrangement::SameHeight, tr("Resize")},
+        {"sameSize", tr("Same &Size"), keys(Qt::Key_D), Arrangement::SameSize, tr("Resize")},
+    };
+    QMenu& menu = *menuBar()->addMenu(tr("&Arrange"));
+    for (const Entry& entry : entries) {
+        if (entry.arrangement == Arrangement::DistributeAcross || entry.arrangement == Arrangement::SameWidth) {
+            menu.addSeparator();
+        }
+        AddCommand(menu, entry.name, entry.text, entry.keys,
+                   [this, arrangement = entry.arrangement, verb = entry.verb] {
+                       ArrangeSelection(arrangement, verb);
+                   });
+    }
+    menu.addSeparator();
+    AddCommand(menu, "toFront", tr("Bring to &Front"), QKeySequence(Qt::CTRL | Qt::Key_BracketRight),
+               [this] { OrderSelection(true); });
+    AddCommand(menu, "toBack", tr("Send to Bac&k"), QKeySequence(Qt::CTRL | Qt::Key_BracketLeft),
+               [this] { OrderSelection(false); });
+    menu.addSeparator();
+    QAction* snap = AddCommand(menu, "snap", tr("Sna&p to Grid and Items"), QKeySequence(Qt::CTRL | Qt::Key_G),
+                               [this] { m_canvas->SetSnaps(CommandOf(*this, "snap").isChecked()); });
+    snap->setCheckable(true);
+    snap->setChecked(true);
+}
+
+void DesignWindow::BuildViewMenu() {
+    QMenu& menu = *menuBar()->addMenu(tr("&View"));
+    AddCommand(menu, "viewDesign", tr("&Design"), QKeySequence(Qt::Key_F7), [this] { m_tabs->setCurrentIndex(0); });
+    AddCommand(menu, "viewPreview", tr("&Preview"), QKeySequence(Qt::Key_F5), [this] {
+        if (m_tabs->currentWidget() == m_preview) {
+            m_preview->Open(*m_model);
+        }
+        m_tabs->setCurrentWidget(m_preview);
+    });
+    menu.addSeparator();
+    AddCommand(menu, "zoomIn", tr("Zoom &In"), QKeySequence(Qt::CTRL | Qt::Key_Plus),
+               [this] { m_canvas->StepZoom(1); });
+    CommandOf(*this, "zoomIn").setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    AddCommand(menu, "zoomOut", tr("Zoom &Out"), QKeySequence(Qt::CTRL | Qt::Key_Minus),
+               [this] { m_canvas->StepZoom(-1); });
+    AddCommand(menu, "zoomWhole", tr("&Actual Size"), QKeySequence(Qt::CTRL | Qt::Key_0),
+               [this] { m_canvas->SetZoom(100); });
+    AddCommand(menu, "zoomWidth", tr("Fit &Width"), QKeySequence(Qt::CTRL | Qt::Key_9),
+               [this] { m_canvas->FitWidth(); });
+    menu.addSeparator();
+    AddCommand(menu, "nextPane", tr("&Next Pane"), QKeySequence(Qt::Key_F6), [this] {
+        QList<QWidget*> parts{m_canvas};
+        for (const QDockWidget* dock : findChildren<QDockWidget*>()) {
+            if (dock->isVisible()) {
+                parts.append(dock->widget());
+            }
+        }
+        qsizetype now = -1;
+        for (qsizetype index = 0; index < parts.size(); ++index) {
+            const QWidget* focus = QApplication::focusWidget();
+            now = focus && (parts[index] == focus || parts[index]->isAncestorOf(focus)) ? index : now;
+        }
+        QWidget* next = parts[(now + 1) % parts.size()];
+        auto* first = next->focusPolicy() == Qt::NoFocus ? next->findChild<QToolButton*>() : nullptr;
+        (first ? static_cast<QWidget*>(first) : next)->setFocus(Qt::ShortcutFocusReason);
+    });
+    int number = 1;
+    for (QDockWidget* dock : findChildren<QDockWidget*>()) {
+        QAction* action = dock->toggleViewAction();
+        action->setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + number++)));
+        menu.addAction(action);
+    }
+}
+
+void DesignWindow::ShowCommands() {
+    const bool designs = !IsText() && m_tabs->currentWidget() == m_canvas;
+    const Document& document = m_model->Source();
+    const auto selected = m_model->SelectedItems();
+    const auto set = [&](const char* name, bool enabled) { CommandOf(*this, name).setEnabled(enabled); };
+    const QString undo = QString::fromStdString(document.UndoName());
+    const QString redo = QString::fromStdString(document.RedoName());
+    CommandOf(*this, "editUndo").setText(undo.isEmpty() ? tr("&Undo") : tr("&Undo %1").arg(undo));
+    CommandOf(*this, "editRedo").setText(redo.isEmpty() ? tr("&Redo") : tr("&Redo %1").arg(redo));
+    set("editUndo", designs && document.UndoCount() > 0);
+    set("editRedo", designs && document.RedoCount() > 0);
+    for (const char* name : {"editCut", "editCopy", "editDuplicate", "editDelete", "toFront", "toBack"}) {
+        set(name, designs && !selected.empty());
+    }
+    for (const char* name : {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole", "zoomWidth",
+                             "nextPane", "editReset", "insertTextBox", "insertLine", "insertRectangle", "insertImage"}) {
+        set(name, designs);
+    }
+    const ReportItem* leader = m_model->Item(m_model->Leader());
+    set("editText", designs && leader && leader->kind == "Textbox");
+    for (const char* name : {"alignLeft", "alignCentre", "alignRight", "alignTop", "alignMiddle", "alignBottom",
+                             "sameWidth", "sameHeight", "sameSize"}) {
+        set(name, designs && selected.size() >= 2);
+    }
+    for (const char* name : {"distributeAcross", "distributeDown"}) {
+        set(name, designs && selected.size() >= 3);
+    }
+    set("viewDesign", !IsText());
+    set("viewPreview", !IsText());
+    // The viewer has the key for its own file while the preview is open.
+    CommandOf(*this, "fileSave").setShortcut(designs || IsText() ? QKeySequence(QKeySequence::Save) : QKeySequence());
+    for (QDockWidget* dock : findChildren<QDockWidget*>()) {
+        dock->widget()->setEnabled(designs);
+    }
+    m_zoomLabel->setText(QString("%1 %").arg(qRound(m_canvas->Zoom())));
+}
+
+}  // namespace designer

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One report in a window of the designer: canvas and preview as tabs, the panes around them, and the commands in its
+// menus. A file that is not well-formed is a text in the same window until it is mended.
+#pragma once
+
+#include <QMainWindow>
+#include <QTimer>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include "designer/canvas/design_canvas.h"
+#include "designer/model/arranging.h"
+#include "designer/model/design_model.h"
+#include "designer/window/recovery.h"
+#include "designer/window/report_file.h"
+
+class QLabel;
+class QStackedWidget;
+class QTabWidget;
+
+namespace designer {
+
+class OutlinePane;
+class PreviewPage;
+class ProblemsPane;
+class PropertyPane;
+class SourcePage;
+class ToolboxPane;
+
+class DesignWindow : public QMainWindow {
+    Q_OBJECT
+ public:
+    // Shows a blank report.
+    explicit DesignWindow(QWidget* parent = nullptr);
+    ~DesignWindow() override;
+
+    // Replaces what the window shows by a file. Returns false after a message if the file cannot be read.
+    bool OpenFile(const std::filesystem::path& file);
+    // Shows what was not saved when a designer was ended by force.
+    void ShowLost(const LostReport& lost);
+    // Whether the window shows a blank report that nobody has changed.
+    bool IsUntouched() const;
+    const std::filesystem::path& File() const { return m_model->File(); }
+    DesignModel& Model() { return *m_model; }
+    DesignCanvas& Canvas() { return *m_canvas; }
+
+ signals:
+    void WindowWanted(const QString& file);  // another window; with a blank report if `file` is empty
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+ private:
+    struct Command;
+    void BuildParts();
+    void BuildDocks();
+    void Connect();
+
+    // design_menus.cpp
+    void BuildMenus();
+    void BuildFileMenu();
+    void BuildEditMenu();
+    void BuildArrangeMenu();
+    void BuildInsertMenu();
+    void BuildViewMenu();
+    QAction* AddCommand(QMenu& menu, const char* name, const QString& text, const QKeySequence& keys,
+                        const std::function<void()>& work);
+    void ShowRecentFiles();
+    void ShowCommands();  // enables and names what depends on the report
+
+    // design_files.cpp
+    void ShowBytes(std::string bytes, const std::filesystem::path& file);
+    void AskAndOpen();
+    bool Save();
+    bool AskAndSaveAs();
+    bool WriteTo(const std::filesystem::path& file);
+    bool MayLeave();  // asks whether changes are saved; false: the user stays
+    bool IsChanged() const;
+    void OpenMendedText();
+    void LookAtFile();
+    void KeepCopy();
+    std::string Bytes() const;  // of what is shown, as it would be saved
+    void ShowTitle();
+    void Complain(const QString& text);
+
+    // design_commands.cpp
+    void DeleteSelection();
+    void DuplicateSelection();
+    void CopySelection();
+    void CutSelection();
+    void Paste();
+    void SelectAll();
+    void ArrangeSelection(Arrangement arrangement, const QString& verb);
+    void OrderSelection(bool toFront);
+    void AskForPicture(ElementId image);
+
+    void ShowProblemCount();
+    void ShowPage();
+    bool IsText() const;  // a file that is not well-formed
+
+    std::unique_ptr<DesignModel> m_model;
+    QStackedWidget* m_stack = nullptr;
+    QTabWidget* m_tabs = nullptr;
+    DesignCanvas* m_canvas = nullptr;
+    PreviewPage* m_preview = nullptr;
+    SourcePage* m_source = nullptr;
+    OutlinePane* m_outline = nullptr;
+    PropertyPane* m_properties = nullptr;
+    ProblemsPane* m_problems = nullptr;
+    ToolboxPane* m_toolbox = nullptr;
+    QDockWidget* m_problemsDock = nullptr;
+    QMenu* m_recent = nullptr;
+    QLabel *m_place = nullptr, *m_zoomLabel = nullptr;
+    std::optional<FileStamp> m_stamp;  // of the file when it was read or written
+    RecoveryFile m_recovery;
+    QTimer m_copyTimer, m_lookTimer;
+    bool m_isLost = false;  // recovered, and not saved yet
+    bool m_asking = false;  // about a file that another program has changed
+};
+
+}  // namespace designer

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/window/designer_program.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "designer/window/recovery.h"
+
+namespace designer {
+
+void DesignerProgram::Start(const std::vector<std::filesystem::path>& files) {
+    OfferLost();
+    for (const std::filesystem::path& file : files) {
+        Open(QString::fromStdString(file.string()));
+    }
+    if (Windows().isEmpty()) {
+        NewWindow();
+    }
+}
+
+QList<DesignWindow*> DesignerProgram::Windows() const {
+    QList<DesignWindow*> windows;
+    for (const auto& window : m_windows) {
+        if (window && window->isVisible()) {
+            windows.append(window);
+        }
+    }
+    return windows;
+}
+
+DesignWindow* DesignerProgram::NewWindow() {
+    auto* window = new DesignWindow;
+    connect(window, &DesignWindow::WindowWanted, this, [this](const QString& file) {
+        if (file.isEmpty()) {
+            NewWindow();
+        } else {
+            Open(file);
+        }
+    });
+    m_windows.removeIf([](const QPointer<DesignWindow>& one) { return one.isNull(); });
+    m_windows.append(window);
+    window->show();
+    return window;
+}
+
+DesignWindow* DesignerProgram::Open(const QString& file) {
+    const std::filesystem::path path = std::filesystem::absolute(file.toStdString()).lexically_normal();
+    DesignWindow* blank = nullptr;
+    for (DesignWindow* window : Windows()) {
+        if (window->File() == path) {
+            window->raise();
+            window->activateWindow();
+            return window;
+        }
+        blank = window->IsUntouched() ? window : blank;
+    }
+    DesignWindow* window = blank ? blank : NewWindow();
+    if (window->OpenFile(path)) {
+        return window;
+    }
+    if (window != blank && Windows().size() > 1) {
+        window->close();
+    }
+    return nullptr;
+}
+
+void DesignerProgram::OfferLost() {
+    for (const LostReport& lost : FindLostReports()) {
+        const QString name = lost.original.empty() ? tr("a new report")
+                                                   : "\"" + QString::fromStdString(lost.original.string()) + "\"";
+        QMessageBox box(QMessageBox::Question, tr("Oxbow Courier Designer"),
+                        tr("The designer was ended before the changes of %1 were saved.").arg(name),
+                        QMessageBox::NoButton);
+        QPushButton* recover = box.addButton(tr("&Recover"), QMessageBox::AcceptRole);
+        QPushButton* discard = box.addButton(tr("&Discard"), QMessageBox::DestructiveRole);
+        QPushButton* later = box.addButton(tr("&Later"), QMessageBox::RejectRole);
+        box.setDefaultButton(recover);
+        box.setEscapeButton(later);
+        box.exec();
+        if (box.clickedButton() == recover) {
+            NewWindow()->ShowLost(lost);
+        }
+        if (box.clickedButton() == recover || box.clickedButton() == discard) {
+            ForgetLostReport(lost);
+        }
+    }
+}
+
+}  // namespace designer

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What was not saved when a designer was ended by force. Each window keeps a copy of its report while it is modified;
+// one whose process is gone is offered at the next start.
+#pragma once
+
+#include <QLockFile>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace designer {
+
+// Returns ${XDG_STATE_HOME:-~/.local/state}/oxbow-courier/designer.
+std::filesystem::path RecoveryFolder();
+
+// The copy of one window. The destructor removes it.
+class RecoveryFile {
+ public:
+    RecoveryFile();
+    ~RecoveryFile();
+    RecoveryFile(const RecoveryFile&) = delete;
+    RecoveryFile& operator=(const RecoveryFile&) = delete;
+
+    // Writes the copy. `original` is the file that the report is saved to; empty if it has none yet. A copy that
+    // cannot be written is left out: the work goes on without it.
+    void Write(const std::filesystem::path& original, std::string_view bytes);
+    void Remove();
+
+ private:
+    std::filesystem::path m_file;
+    std::unique_ptr<QLockFile> m_lock;
+};
+
+struct LostReport {
+    std::filesystem::path copy;
+    std::filesystem::path original;  // empty if it had none
+    std::string bytes;
+};
+
+// Returns the copies that no process keeps.
+std::vector<LostReport> FindLostReports();
+void ForgetLostReport(const LostReport& lost);
+
+}  // namespace designer
