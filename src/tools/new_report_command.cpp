@@ -2,9 +2,9 @@
 #include "tools/new_report_command.h"
 
 #include <algorithm>
-#include <array>
 
 #include "designer/new_report/names.h"
+#include "designer/new_report/source_text.h"
 #include "platform/base/text.h"
 #include "platform/contracts/regional.h"
 #include "platform/contracts/runtime.h"
@@ -19,28 +19,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct KnownFile {
-    std::string_view extension, provider;
-};
-constexpr std::array KnownFiles = {
-    KnownFile{".csv", "CSV"},    KnownFile{".txt", "CSV"},       KnownFile{".tsv", "CSV"},
-    KnownFile{".json", "JSON"},  KnownFile{".xml", "XML"},       KnownFile{".db", "SQLITE"},
-    KnownFile{".db3", "SQLITE"}, KnownFile{".sqlite", "SQLITE"}, KnownFile{".sqlite3", "SQLITE"},
-};
-
 std::string ProviderOf(const fs::path& file) {
-    const std::string extension = rdl::LowerAscii(file.extension().string());
-    std::string known;
-    for (const KnownFile& one : KnownFiles) {
-        if (one.extension == extension) {
-            return std::string(one.provider);
-        }
-        known += (known.empty() ? "" : ", ") + std::string(one.extension);
+    const std::string_view provider = designer::ProviderOfFile(file);
+    if (provider.empty()) {
+        throw RuntimeError(
+            reports::InvalidOption,
+            "The provider of the data source is not known by the name of its file: the extensions are " +
+                designer::KnownExtensions() + "; else --data-source wants PROVIDER:CONNECT STRING");
     }
-    throw RuntimeError(
-        reports::InvalidOption,
-        "The provider of the data source is not known by the name of its file: the extensions are " + known +
-            "; else --data-source wants PROVIDER:CONNECT STRING");
+    return std::string(provider);
 }
 
 // Whether the connect string is the bare name of a file: it has no key, and is not JSON itself.
@@ -63,19 +50,6 @@ std::string NameFor(const fs::path& folder, const std::string& file) {
                                                          : relative.string();
 }
 
-// A value of a connect string. Quotes keep what would end it.
-std::string ConnectValue(const std::string& text) {
-    if (text.find_first_of("=;\"'{}") == std::string::npos) {
-        return text;
-    }
-    std::string quoted = "\"";
-    for (const char c : text) {
-        quoted += c;
-        quoted += c == '"' ? "\"" : "";
-    }
-    return quoted + "\"";
-}
-
 void TakeSource(const NewReportArguments& arguments, const fs::path& folder, designer::NewReport& report) {
     report.provider = arguments.provider;
     report.connectString = arguments.connectString;
@@ -86,7 +60,7 @@ void TakeSource(const NewReportArguments& arguments, const fs::path& folder, des
     }
     const fs::path file = arguments.connectString;
     report.provider = arguments.provider.empty() ? ProviderOf(file) : arguments.provider;
-    report.connectString = "Data Source=" + ConnectValue(NameFor(folder, arguments.connectString));
+    report.connectString = "Data Source=" + designer::ConnectValue(NameFor(folder, arguments.connectString));
     report.sourceName = report.sourceName.empty() ? file.stem().string() : report.sourceName;
 }
 

@@ -10,6 +10,7 @@
 #include "designer/window/design_window.h"
 #include "designer/window/designer_settings.h"
 #include "designer/window/source_page.h"
+#include "designer/wizards/new_report_wizard.h"
 #include "platform/contracts/runtime.h"
 
 namespace designer {
@@ -109,6 +110,13 @@ void DesignWindow::AskAndOpen() {
     const QStringList files = QFileDialog::getOpenFileNames(this, tr("Open Report"), folder, Filters());
     for (const QString& file : files) {
         emit WindowWanted(file);
+    }
+}
+
+void DesignWindow::MakeFromData() {
+    NewReportWizard wizard(this);
+    if (wizard.exec() == QDialog::Accepted) {
+        emit ReportMade(wizard.Text());
     }
 }
 

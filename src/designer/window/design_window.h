@@ -37,6 +37,8 @@ class DesignWindow : public QMainWindow {
 
     // Replaces what the window shows by a file. Returns false after a message if the file cannot be read.
     bool OpenFile(const std::filesystem::path& file);
+    // Shows a report that no file has yet.
+    void ShowNew(const std::string& bytes) { ShowLost({.bytes = bytes}); }
     // Shows what was not saved when a designer was ended by force.
     void ShowLost(const LostReport& lost);
     // Whether the window shows a blank report that nobody has changed.
@@ -47,6 +49,7 @@ class DesignWindow : public QMainWindow {
 
  signals:
     void WindowWanted(const QString& file);  // another window; with a blank report if `file` is empty
+    void ReportMade(const std::string& bytes);  // is to be shown, without a file
 
  protected:
     void closeEvent(QCloseEvent* event) override;
@@ -73,6 +76,7 @@ class DesignWindow : public QMainWindow {
     // design_files.cpp
     void ShowBytes(std::string bytes, const std::filesystem::path& file);
     void AskAndOpen();
+    void MakeFromData();
     bool Save();
     bool AskAndSaveAs();
     bool WriteTo(const std::filesystem::path& file);

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/new_report/source_text.h"
+
+#include <array>
+
+#include "platform/base/ascii.h"
+
+namespace designer {
+namespace {
+
+struct KnownFile {
+    std::string_view extension, provider;
+};
+constexpr std::array KnownFiles = {
+    KnownFile{".csv", "CSV"},    KnownFile{".txt", "CSV"},       KnownFile{".tsv", "CSV"},
+    KnownFile{".json", "JSON"},  KnownFile{".xml", "XML"},       KnownFile{".db", "SQLITE"},
+    KnownFile{".db3", "SQLITE"}, KnownFile{".sqlite", "SQLITE"}, KnownFile{".sqlite3", "SQLITE"},
+};
+
+}  // namespace
+
+std::string_view ProviderOfFile(const std::filesystem::path& file) {
+    const std::string extension = ToLower(file.extension().string());
+    for (const KnownFile& one : KnownFiles) {
+        if (one.extension == extension) {
+            return one.provider;
+        }
+    }
+    return {};
+}
+
+std::string KnownExtensions() {
+    std::string known;
+    for (const KnownFile& one : KnownFiles) {
+        known += (known.empty() ? "" : ", ") + std::string(one.extension);
+    }
+    return known;
+}
+
+std::string ConnectValue(const std::string& text) {
+    if (text.find_first_of("=;\"'{}") == std::string::npos) {
+        return text;
+    }
+    std::string quoted = "\"";
+    for (const char c : text) {
+        quoted += c;
+        quoted += c == '"' ? "\"" : "";
+    }
+    return quoted + "\"";
+}
+
+}  // namespace designer
