@@ -101,8 +101,7 @@ void AppendNextDue(Facts& facts) {
         if (!next) {
             return;
         }
-        facts.push_back(
-            journal::Text("next-due", cmFunc::FormatDateText(next->moment) + " " + TimeText(next->moment)));
+        facts.push_back(journal::Text("next-due", cmFunc::FormatMomentText(next->moment)));
         facts.push_back(journal::Text(
             next->kind == Global::RunKind::Schedule ? "next-schedule" : "next-package", next->reportID));
         facts.push_back(journal::Text("next-title", next->title));

@@ -31,8 +31,8 @@ frmConfig::frmConfig(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<U
     connect(m_ui->cmdSave, &QPushButton::clicked, this, &frmConfig::cmdSave_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmConfig::cmdCancel_Click);
     m_ui->txtcrwpath->ShowsPaths(true);
-    constexpr int Letters = 85;
-    resize(SizeForText(*this, Letters, 0));
+    constexpr int Characters = 85;
+    resize(SizeForText(*this, Characters, 0));
     Form_Load();
 }
 

@@ -9,6 +9,7 @@
 #include "dialogs/frmWiz.h"
 #include "execution/RunReport.h"
 #include "platform/base/convert.h"
+#include "platform/base/marks.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/prompts.h"
 #include "shared/Global.h"
@@ -92,7 +93,7 @@ bool frmDesk::NewFolder() {
         }
     }
     const int seconds = desk::SecondsOfKey(Now());
-    const std::string name = Replace(InputBox("Please provide a name for the folder"), "'", "");
+    const std::string name = WithoutMark(InputBox("Please provide a name for the folder"));
     if (!IsNameFree(name)) {
         lsvDesk->SelectedItem();  // raises 91 without a selected item: there is no text to edit
         lsvDesk->StartLabelEdit();

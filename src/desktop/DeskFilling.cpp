@@ -8,6 +8,7 @@
 #include "execution/RunReport.h"
 #include "platform/base/convert.h"
 #include "platform/contracts/adodb.h"
+#include "platform/contracts/shared_store.h"
 #include "shared/Global.h"
 #include "store/Folders.h"
 #include "store/TextConventions.h"
@@ -29,6 +30,8 @@ void frmDesk::AddRoot() {
 void frmDesk::BuildTree() {
     Global::BusyCursor(true);
     AddRoot();
+    // One statement for each folder: over a link each would be a round trip.
+    const TableSnapshot folders(Global::ConnectionString, "folders", "parent");
     Nodes& nodes = tvwFolder->Nodes();
     for (const StoredFolder& folder : Global::FoldersBelow("0")) {
         nodes.Add("Desktop", KeyOf(folder), folder.name, desk::TreeFolder);

@@ -6,6 +6,7 @@
 #include "dialogs/ScheduleRecords.h"
 #include "execution/RunReport.h"
 #include "platform/base/convert.h"
+#include "platform/base/marks.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/prompts.h"
 #include "platform/controls/child_area.h"
@@ -169,7 +170,7 @@ void frmDesk::lsvDesk_AfterLabelEdit(int& cancel, std::string& newString) {
             return;
         }
         // The list shows the removed marks until it is filled again.
-        const std::string newName = Replace(newString, "'", "");
+        const std::string newName = WithoutMark(newString);
         if (item.Icon != desk::FolderItem) {
             RenameSchedule(item.Text(), newName);
         } else if (!RenameFolder(item.Text(), newName)) {

@@ -24,8 +24,8 @@ frmAdvanced::frmAdvanced(EditableText& txtSelForm, QWidget* parent)
     connect(m_ui->txtForm, &MultiLineTextBox::LostFocus, this, &frmAdvanced::txtForm_LostFocus);
     connect(m_ui->cmdOk, &QPushButton::clicked, this, &frmAdvanced::cmdOk_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmAdvanced::cmdCancel_Click);
-    constexpr int Letters = 90, Lines = 20;
-    resize(SizeForText(*this, Letters, Lines));
+    constexpr int Characters = 90, Lines = 20;
+    resize(SizeForText(*this, Characters, Lines));
     m_ui->txtForm->Text(m_txtSelForm.Text());
 }
 

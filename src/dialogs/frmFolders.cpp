@@ -56,8 +56,8 @@ frmFolders::frmFolders(EditableText& cmbFolder, QWidget* parent)
     connect(m_ui->tvwFolder, &TreeView::DblClick, m_ui->cmdOK, &QPushButton::click);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmFolders::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmFolders::cmdCancel_Click);
-    constexpr int Letters = 50, Lines = 20;
-    resize(SizeForText(*this, Letters, Lines));
+    constexpr int Characters = 50, Lines = 20;
+    resize(SizeForText(*this, Characters, Lines));
 }
 
 frmFolders::~frmFolders() = default;

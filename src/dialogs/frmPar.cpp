@@ -11,6 +11,7 @@
 #include "dialogs/ValueReading.h"
 #include "execution/RunReport.h"
 #include "platform/base/convert.h"
+#include "platform/base/marks.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/loop.h"
 #include "platform/contracts/prompts.h"
@@ -113,8 +114,8 @@ ComboBox& frmPar::AddCombo(const std::string& parameter, int row) {
     combo->setEditable(true);
     combo->setMinimumWidth(Pixels(ComboWidth));
     // A large font makes the boxes wider, a long default value does not.
-    constexpr int Letters = 20;
-    combo->setMinimumContentsLength(Letters);
+    constexpr int Characters = 20;
+    combo->setMinimumContentsLength(Characters);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo->setAccessibleName(QString::fromStdString(parameter));
     m_ui->grid->addWidget(combo, 2 * row - 1, 0);
@@ -234,7 +235,7 @@ bool frmPar::TakeValue(int index) {
     const std::string text = Shown(ComboSlot(index)).Text();
     report::ParameterField& parameter = report.Parameter(index);
     Slot(Global::ParNames, index) = parameter.Name();
-    Slot(Global::ParValues, index) = Replace(text, "'", "");
+    Slot(Global::ParValues, index) = WithoutMark(text);
     try {
         Global::HandOverParameter(report, index, text, Global::OtherFieldRule::HandOver);
         return true;

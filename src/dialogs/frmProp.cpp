@@ -84,8 +84,8 @@ frmProp::frmProp(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::f
     ConnectCommands();
     ConnectLostFocus();
     m_ui->txtTitle->setFocus();
-    constexpr int Letters = 75, Lines = 24;
-    resize(SizeForText(*this, Letters, Lines));
+    constexpr int Characters = 75, Lines = 24;
+    resize(SizeForText(*this, Characters, Lines));
 }
 
 frmProp::~frmProp() = default;

@@ -42,8 +42,8 @@ frmWizDone::~frmWizDone() = default;
 
 void frmWizDone::Form_Load() {
     try {
-        constexpr int Letters = 60, Lines = 8;
-        resize(SizeForText(*this, Letters, Lines));
+        constexpr int Characters = 60, Lines = 8;
+        resize(SizeForText(*this, Characters, Lines));
         show();
         cmFunc::PauseSeconds(1);
         m_ui->Anime->Open(AppPath() + "\\back.avi");

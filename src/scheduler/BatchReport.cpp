@@ -28,19 +28,13 @@ DueRun RunOf(const ADODB::Recordset& package) {
             package.Fields("NextRunDate").Value.Text(), package.Fields("RunTime").Value.Text()};
 }
 
-// If this run was delivered before and its record failed, records it now and returns true. It is not run
-// again.
+// Returns true if the run was delivered before and is now recorded. It is not run again.
 bool RecordAgain(ADODB::Connection& connection, const ADODB::Recordset& package) {
-    Deliveries& deliveries = Deliveries::Instance();
-    const Delivery* delivery = deliveries.IsEmpty() ? nullptr : deliveries.Find(RunOf(package));
-    if (delivery == nullptr) {
+    const DueRun run = RunOf(package);
+    if (!Deliveries::Instance().RecordAgain(connection, run)) {
         return false;
     }
-    connection.Open(ConnectionString);
-    deliveries.Record(connection, *delivery);
-    connection.Close();
-    RunLog::Instance().RecordedLater(RunKind::Package, package.Fields("ReportID").Value.Text(),
-                                     package.Fields("BatchName").Value.Text());
+    RunLog::Instance().RecordedLater(run.kind, run.reportID, package.Fields("BatchName").Value.Text());
     return true;
 }
 

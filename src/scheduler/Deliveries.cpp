@@ -147,6 +147,18 @@ void Deliveries::Record(ADODB::Connection& connection, const Delivery& delivery,
     Record(connection, delivery);
 }
 
+std::optional<std::string> Deliveries::RecordAgain(ADODB::Connection& connection, const DueRun& run) {
+    const Delivery* delivery = Find(run);
+    if (delivery == nullptr) {
+        return std::nullopt;
+    }
+    std::string next = delivery->next;
+    connection.Open(ConnectionString);
+    Record(connection, *delivery);
+    connection.Close();
+    return next;
+}
+
 void Deliveries::GiveBackClaim(RunKind kind, const std::string& reportID) {
     std::erase_if(m_claims, [&](const auto& claim) {
         return claim.first.kind == kind && claim.first.reportID == reportID;

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,6 +36,11 @@ class Deliveries {
     // The same for a run that began under a claim. A run that could not be recorded stays claimed, so that no
     // other scheduler mails it again.
     void Record(ADODB::Connection& connection, const Delivery& delivery, ADODB::Claim claim);
+
+    // If exactly this run was delivered before and its record failed, records it now over `connection`, which
+    // is closed before and afterwards, and returns the item's next date: the run is not to be run again.
+    // Returns nothing if there is no such delivery. Raises what Record raises.
+    std::optional<std::string> RecordAgain(ADODB::Connection& connection, const DueRun& run);
 
     // Gives back the claim of an earlier run of this item that could not be recorded, because the item is due
     // for another run.

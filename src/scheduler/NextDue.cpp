@@ -32,7 +32,7 @@ std::optional<DateValue> MomentOf(const ADODB::Recordset& row, const Columns& co
     }
 }
 
-void Look(RunKind kind, const Columns& columns, DateValue now, std::optional<NextDue>& found) {
+void FindNextIn(RunKind kind, const Columns& columns, DateValue now, std::optional<NextDue>& found) {
     ADODB::Recordset rows;
     rows.Open(std::string("select * from ") + columns.table, ConnectionString);
     for (; !rows.EOF_(); rows.MoveNext()) {
@@ -50,8 +50,8 @@ void Look(RunKind kind, const Columns& columns, DateValue now, std::optional<Nex
 std::optional<NextDue> FindNextDue() {
     std::optional<NextDue> found;
     const DateValue now = Now();
-    Look(RunKind::Schedule, {"ReportScheduler", "ReportTitle", "NextRun", "RunAt"}, now, found);
-    Look(RunKind::Package, {"ReportBatch", "BatchName", "NextRunDate", "RunTime"}, now, found);
+    FindNextIn(RunKind::Schedule, {"ReportScheduler", "ReportTitle", "NextRun", "RunAt"}, now, found);
+    FindNextIn(RunKind::Package, {"ReportBatch", "BatchName", "NextRunDate", "RunTime"}, now, found);
     return found;
 }
 

@@ -10,10 +10,6 @@ namespace Global {
 
 namespace {
 
-std::string MomentText(DateValue moment) {
-    return cmFunc::FormatDateText(moment) + " " + TimeText(moment);
-}
-
 journal::Fact KeyFact(RunKind kind, const std::string& reportID) {
     const bool isNumber = !reportID.empty() && reportID.find_first_not_of("0123456789") == std::string::npos;
     return {WordOf(kind), reportID, isNumber};
@@ -141,11 +137,11 @@ std::string RunLog::Summary() const {
 
 std::vector<journal::Fact> RunLog::State() const {
     const std::lock_guard lock(m_mutex);
-    std::vector<journal::Fact> facts{journal::Text("since", MomentText(m_start)),
+    std::vector<journal::Fact> facts{journal::Text("since", cmFunc::FormatMomentText(m_start)),
                                      journal::Number("delivered", m_delivered),
                                      journal::Number("failed", m_failed)};
     if (m_lastPoll) {
-        facts.push_back(journal::Text("last-poll", MomentText(*m_lastPoll)));
+        facts.push_back(journal::Text("last-poll", cmFunc::FormatMomentText(*m_lastPoll)));
         facts.push_back(journal::Seconds("last-poll-seconds", m_lastPollTime));
     }
     if (m_item) {

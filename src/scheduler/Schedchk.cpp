@@ -29,21 +29,16 @@ DueRun RunOf(const ADODB::Recordset& row) {
             row.Fields("RunAt").Value.Text()};
 }
 
-// If this run was delivered before and its record failed, records it now and returns true. It is not run
-// again.
+// Returns true if the run was delivered before and is now recorded. It is not run again.
 bool RecordAgain(const ADODB::Recordset& row, DateValue& NextDate) {
-    Deliveries& deliveries = Deliveries::Instance();
-    const Delivery* delivery = deliveries.IsEmpty() ? nullptr : deliveries.Find(RunOf(row));
-    if (delivery == nullptr) {
+    ADODB::Connection connection;
+    const DueRun run = RunOf(row);
+    const std::optional<std::string> next = Deliveries::Instance().RecordAgain(connection, run);
+    if (!next) {
         return false;
     }
-    NextDate = CDate(delivery->next);
-    ADODB::Connection connection;
-    connection.Open(ConnectionString);
-    deliveries.Record(connection, *delivery);
-    connection.Close();
-    RunLog::Instance().RecordedLater(RunKind::Schedule, row.Fields("ReportID").Value.Text(),
-                                     row.Fields("ReportTitle").Value.Text());
+    NextDate = CDate(*next);
+    RunLog::Instance().RecordedLater(run.kind, run.reportID, row.Fields("ReportTitle").Value.Text());
     return true;
 }
 
@@ -114,7 +109,7 @@ void Schedchk() {
         return EnableTimer1(true);
     }
     const DateValue now = Now();  // read once: two readings around midnight would give two days
-    const std::string RunStamp = cmFunc::FormatDateText(now) + " " + TimeText(now);
+    const std::string RunStamp = cmFunc::FormatMomentText(now);
     std::string reportID;
     StopGate::Work work;
     try {

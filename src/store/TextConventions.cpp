@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "platform/base/convert.h"
+#include "platform/base/marks.h"
 #include "platform/base/text.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/loop.h"
@@ -33,13 +34,17 @@ std::string FormatDateText(DateValue value) {
     return std::to_string(Year(value)) + "-" + TwoDigits(Month(value)) + "-" + TwoDigits(Day(value));
 }
 
+std::string FormatMomentText(DateValue value) {
+    return FormatDateText(value) + " " + TimeText(value);
+}
+
 void StripQuotes(EditableText& box) {
-    box.Text(Replace(box.Text(), "'", ""));
+    box.Text(WithoutMark(box.Text()));
 }
 
 std::string CleanedRecipients(const std::string& list) {
     const bool isOpen = !list.empty() && list.back() != ';';
-    return Replace(isOpen ? list + ";" : list, "'", "");
+    return WithoutMark(isOpen ? list + ";" : list);
 }
 
 std::string GetDelimitedField(const std::string& text, int number, const std::string& delimiter) {

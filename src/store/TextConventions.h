@@ -13,6 +13,9 @@ namespace cmFunc {
 // Returns year-month-day, 2002-03-07, in every region. Stored in this form, dates compare as texts.
 std::string FormatDateText(DateValue value);
 
+// Returns year-month-day hour:minute:second, the moment of a history row.
+std::string FormatMomentText(DateValue value);
+
 // Removes every ' from the box's text without a message: statements put values between these marks and do not
 // double them.
 void StripQuotes(EditableText& box);
@@ -31,7 +34,7 @@ std::string PackageOfKey(const std::string& key);
 
 // Returns how many names a ";"-separated list holds: as many as it has ";", at least one. The name after the
 // last ";" does not count. Mail that the engine sends itself splits the list in another way:
-// platform/reports/export_mail keeps the last name.
+// platform/reports/export_mail keeps the last name, and tools/oxc_schedule/checks looks every one up.
 int CountRecipients(const std::string& list);
 
 // Returns the names that CountRecipients counts. A name may be empty.

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/base/ascii.h"
 #include "platform/base/text.h"
 
 namespace tools {
@@ -17,7 +18,7 @@ void Hide(char* text) {
 }
 
 bool EndsWithKey(std::string_view text) {
-    text = text.substr(0, text.find_last_not_of(" \t") + 1);
+    text = Trim(text, " \t");
     constexpr std::array<std::string_view, 2> Keys{"Password", "Pwd"};
     return std::any_of(Keys.begin(), Keys.end(), [text](std::string_view key) {
         return text.size() >= key.size() && SameText(text.substr(text.size() - key.size()), key);

@@ -7,11 +7,9 @@
 #include <QtCore/QJsonObject>
 
 #include <cstdlib>
-#include <iostream>
 #include <string>
 #include <vector>
 
-#include "platform/base/one_line.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/regional.h"
 #include "platform/posix/program.h"
@@ -20,6 +18,7 @@
 #include "platform/reports/worker/process.h"
 #include "platform/reports/worker/server.h"
 #include "rdl/values/ascii.h"
+#include "tools/console.h"
 #include "tools/hidden_arguments.h"
 #include "tools/new_report_command.h"
 #include "tools/report_arguments.h"
@@ -28,14 +27,8 @@
 namespace {
 
 using reports::RdlReport;
+using tools::Print;
 using tools::ReportArguments;
-
-void Print(const std::string& text) {
-    std::cout << text << std::flush;
-    if (!std::cout) {
-        throw RuntimeError(err::PathFileAccess, "The output cannot be written");
-    }
-}
 
 // An argument is a path of the machine, whatever characters it holds.
 std::string SystemPath(const std::string& argument) {
@@ -65,7 +58,15 @@ QJsonArray DescribeFonts(const RdlReport& report) {
     return fonts;
 }
 
-void PrintInfo(RdlReport& report, bool withFonts) {
+QJsonArray ListProblems(const RdlReport& report) {
+    QJsonArray problems;
+    for (const std::string& problem : report.Problems()) {
+        problems.append(Text(problem));
+    }
+    return problems;
+}
+
+void PrintInfo(RdlReport& report, const ReportArguments& arguments) {
     QJsonArray tables, parameters;
     for (int n = 1; n <= report.TableCount(); ++n) {
         tables.append(Text(report.TableName(n)));
@@ -78,8 +79,11 @@ void PrintInfo(RdlReport& report, bool withFonts) {
                      {"tables", tables},
                      {"parameters", parameters},
                      {"formula", Text(report.RecordSelectionFormula())}};
-    if (withFonts) {
+    if (arguments.withFonts) {
         info.insert("fonts", DescribeFonts(report));
+    }
+    if (arguments.withProblems) {
+        info.insert("problems", ListProblems(report));
     }
     Print(QJsonDocument(info).toJson().toStdString());
 }
@@ -165,15 +169,10 @@ void Run(const ReportArguments& arguments) {
     }
     const std::shared_ptr<RdlReport> report = reports::OpenRdlReport(SystemPath(arguments.file));
     if (arguments.command == tools::Command::Info) {
-        PrintInfo(*report, arguments.withFonts);
+        PrintInfo(*report, arguments);
     } else {
         Export(*report, arguments);
     }
-}
-
-// Writes one line, whatever the message holds, because scripts read it.
-void Complain(const std::string& text) {
-    std::cerr << "oxc-report: " << OnOneLine(text) << std::endl;
 }
 
 }  // namespace
@@ -190,10 +189,10 @@ int main(int argc, char** argv) {
         Run(tools::ParseArguments(given));
         return 0;
     } catch (const tools::UsageError& error) {
-        Complain(std::string(error.what()) + " (oxc-report --help tells more)");
+        tools::Complain("oxc-report", std::string(error.what()) + " (oxc-report --help tells more)");
         return 2;
     } catch (...) {
-        Complain(CurrentError().Description());
+        tools::Complain("oxc-report", CurrentError().Description());
         return 1;
     }
 }

@@ -91,6 +91,8 @@ class Parser {
             m_onlyFiles = true;
         } else if (m_result.command == Command::Info && argument == "--fonts") {
             m_result.withFonts = true;
+        } else if (m_result.command == Command::Info && argument == "--problems") {
+            m_result.withProblems = true;
         } else if (m_result.command == Command::Info) {
             throw UsageError("info has no option \"" + argument + "\"");
         } else if (!TakeCommonOption(argument)) {
@@ -243,7 +245,7 @@ class Parser {
 }  // namespace
 
 std::string Usage() {
-    return "oxc-report info [--fonts] FILE\n"
+    return "oxc-report info [--fonts] [--problems] FILE\n"
            "oxc-report export FILE -f " +
            FormatWords("|", "|") +
            " -o OUT [-p NAME=VALUE]... [--formula TEXT]\n"

@@ -24,10 +24,10 @@ enum class PasswordSource { Argument, StandardInput, Environment };
 struct ReportArguments {
     Command command = Command::Help;
     std::string file;
-    std::string version;     // serve only: that the caller expects
-    bool withFonts = false;  // info only
-    int format = 0;          // the code of platform/contracts/export_formats.h
-    std::string output;      // export and new
+    std::string version;                           // serve only: that the caller expects
+    bool withFonts = false, withProblems = false;  // info only
+    int format = 0;                                // the code of platform/contracts/export_formats.h
+    std::string output;                            // export and new
     // in the given order; a name may be repeated
     std::vector<std::pair<std::string, std::string>> parameters;
     bool hasFormula = false;

@@ -87,7 +87,7 @@ TEST_F(Options, MenuShowsItWithoutModality) {
     EXPECT_FALSE(form.isModal());
 }
 
-TEST_F(Options, BoxesAreLoadedFromTheVariablesAndTheIntervalAnewFromTheSettings) {
+TEST_F(Options, BoxesAreLoadedFromTheVariablesAndTheIntervalAgainFromTheSettings) {
     Open();
     EXPECT_EQ(Box("txtPolling").Text(), "30");
     EXPECT_EQ(Box("txtcrwpath").Text(), "Z:\\opt\\designer");
@@ -180,7 +180,7 @@ TEST_F(Options, CancelEscAndEnterOnCancelUnloadAndWriteNothing) {
     EXPECT_EQ(Global::AlertWho, "boss@example.com");
 }
 
-TEST_F(Options, UnloadedDialogIsLoadedAnew) {
+TEST_F(Options, UnloadedDialogIsLoadedAgain) {
     Open();
     Type("txtAl", "somebody");
     Click("cmdCancel");
@@ -189,7 +189,7 @@ TEST_F(Options, UnloadedDialogIsLoadedAnew) {
     EXPECT_EQ(Box("txtAl").Text(), "boss@example.com");
 }
 
-TEST_F(Options, SecondClickShowsTheSameDialogAndReadsTheIntervalAnew) {
+TEST_F(Options, SecondClickShowsTheSameDialogAndReadsTheIntervalAgain) {
     const frmConfig& first = Open();
     Type("txtPolling", "45");
     Type("txtAl", "somebody");

@@ -294,7 +294,7 @@ TEST_F(StartUp, SchedulerPurgesNothing) {
     EXPECT_EQ(database.Rows("select ReportID from ReportBatchHstry"), Texts{"1"});
 }
 
-TEST_F(StartUp, EditorMakesADeletedLiveFileAnewBehindOneBoxAndShowsAnEmptyDesktop) {
+TEST_F(StartUp, EditorMakesADeletedLiveFileAgainAfterOneBoxAndShowsAnEmptyDesktop) {
     NoFirstRun();
     SetCommand({});
     const std::filesystem::path live = database.Folder() / "PressroomLive.dat";

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands of the toolbar except the deletions.
-#include "desk_test.h"
+#include "desk_fixture.h"
 
 #include <QToolButton>
 #include <climits>
@@ -253,7 +253,7 @@ TEST_F(DeskCommands, SeparatorsAndNumbersOutOfRangeDoNothing) {
     EXPECT_THAT(Listed(window), ElementsAre("Sales"));
 }
 
-TEST_F(DeskCommands, FirstCommandLoadsTheListAnewAfterOneClickOnTheTree) {
+TEST_F(DeskCommands, FirstCommandLoadsTheListAgainAfterOneClickOnTheTree) {
     AddFolder("Sales");
     AddPackage("Monthly");
     frmDesk& window = OpenRoot();

@@ -2,7 +2,7 @@
 // What a Desktop window shows: its tree, its list, its toolbar.
 #include <QToolButton>
 
-#include "desk_test.h"
+#include "desk_fixture.h"
 #include "desktop/DeskWindows.h"
 #include "platform/contracts/prompts.h"
 #include "platform/controls/kit/twips.h"
@@ -148,7 +148,7 @@ TEST_F(DeskFilling, PackagesThatCannotBeReadAreToldInABox) {
     EXPECT_EQ(prompts.boxes[0].flags, vbExclamation);
 }
 
-TEST_F(DeskFilling, DeletedDatabaseIsMadeAnewBehindOneBox) {
+TEST_F(DeskFilling, DeletedDatabaseIsMadeAgainAfterOneBox) {
     AddFolder("Sales");
     std::filesystem::copy(database.Folder() / "PressroomLive.dat", database.Folder() / "Pressroom.dat");
     std::filesystem::remove(database.Folder() / "PressroomLive.dat");

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Odd and hostile names, and commands at the wrong moment.
 
-#include "desk_test.h"
+#include "desk_fixture.h"
 #include "platform/contracts/prompts.h"
 
 using testing::ElementsAre;

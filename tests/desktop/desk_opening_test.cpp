@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Double clicks on every kind of item.
-#include "desk_test.h"
+#include "desk_fixture.h"
 #include "platform/contracts/prompts.h"
 
 using testing::ElementsAre;

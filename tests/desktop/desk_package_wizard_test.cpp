@@ -2,7 +2,7 @@
 // The package wizard, opened from a Desktop window, and what the window shows of the new package.
 #include <QPushButton>
 
-#include "desk_test.h"
+#include "desk_fixture.h"
 #include "dialogs/frmWiz.h"
 #include "platform/base/paths.h"
 #include "platform/controls/combo_box.h"

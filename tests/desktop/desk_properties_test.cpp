@@ -2,7 +2,7 @@
 // Report Properties of the schedule that is selected in a Desktop window.
 #include <QPushButton>
 
-#include "desk_test.h"
+#include "desk_fixture.h"
 #include "dialogs/frmProp.h"
 #include "platform/controls/text_box.h"
 
@@ -82,7 +82,7 @@ TEST_F(DeskProperties, WindowIsDisabledAndItsButtonsAreSetWhileTheFormIsUp) {
     EXPECT_FALSE(window.Toolbar1->Buttons()(PreviewButton).Enabled());
 }
 
-TEST_F(DeskProperties, WindowStaysDisabledWhileOtherMenusAreUsedAndIsEnabledBehindThem) {
+TEST_F(DeskProperties, WindowStaysDisabledWhileOtherMenusAreUsedAndIsEnabledAfterThem) {
     frmDesk& window = OpenWith("Week");
     ClickEntry("mnuDeskProp");
     ClickEntry("mnuTile");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Commands that have no window or no item to act on are greyed: all that they could do is to end in an error.
-#include "desk_test.h"
+#include "desk_fixture.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "desk_test.h"
+#include "desk_fixture.h"
 #include "execution/Preview.h"
 
 using testing::ElementsAre;

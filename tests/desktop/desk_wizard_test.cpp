@@ -3,7 +3,7 @@
 #include <QComboBox>
 #include <QPushButton>
 
-#include "desk_test.h"
+#include "desk_fixture.h"
 #include "dialogs/frmAddReport.h"
 #include "platform/base/paths.h"
 #include "platform/controls/folders/common_dialog.h"

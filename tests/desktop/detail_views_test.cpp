@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The three views of the list.
-#include "desk_test.h"
+#include "desk_fixture.h"
 
 #include <QAbstractItemView>
 #include <QHeaderView>
@@ -34,7 +34,7 @@ class DetailViews : public DeskTest {
 
 }  // namespace
 
-TEST_F(DetailViews, FolderInTheTableShowsItsFoldersBehindTheSchedulesWithEmptyCells) {
+TEST_F(DetailViews, FolderInTheTableShowsItsFoldersAfterTheSchedulesWithEmptyCells) {
     AddFolder("Sales");
     AddFolder("North", 1);
     AddSchedule("Week", "Sales");
@@ -58,7 +58,7 @@ TEST_F(DetailViews, FolderInTheTableShowsItsFoldersBehindTheSchedulesWithEmptyCe
     EXPECT_EQ(KeptView(), "3");
 }
 
-TEST_F(DetailViews, TableOfTheRootListsThePackagesBehindTheFolders) {
+TEST_F(DetailViews, TableOfTheRootListsThePackagesAfterTheFolders) {
     AddFolder("Sales");
     AddPackage("Monthly");
     AddSchedule("Week", "Desktop");
@@ -198,7 +198,7 @@ TEST_F(DetailViews, ColumnSortsAndASecondClickDoesNotTurnTheOrderOver) {
     EXPECT_THAT(Listed(window), ElementsAre("a", "b", "C", "Z"));
 }
 
-TEST_F(DetailViews, SortingStaysWhenTheTableIsFilledAnew) {
+TEST_F(DetailViews, SortingStaysWhenTheTableIsFilledAgain) {
     AddFolder("A");
     AddSchedule("B", "Desktop");
     frmDesk& window = OpenRoot();

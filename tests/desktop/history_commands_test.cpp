@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The menus of the Schedule History window's nodes and what their entries do.
 #include "execution/frmTest.h"
-#include "history_test.h"
+#include "history_fixture.h"
 #include "platform/contracts/prompts.h"
 
 using testing::Contains;
@@ -118,7 +118,7 @@ TEST_F(HistoryCommands, ScheduleThatNeverRanIsDeletedFromItsBareNode) {
     EXPECT_THAT(Nodes(*viewer.tvReports), ElementsAre("Daily", ".1: Sales"));
 }
 
-TEST_F(HistoryCommands, DeletionRunsItsTwoStatementsAndFillsTheWindowAnew) {
+TEST_F(HistoryCommands, DeletionRunsItsTwoStatementsAndFillsTheWindowAgain) {
     const int sales = Schedule("Sales");
     Run(sales, "2026-11-20 06:30:05");
     database.Run("insert into ReportParameter values(1,'Region','West'),(2,'Region','East')");

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The contents of the Schedule History window, and the queries behind them.
+// The contents of the Schedule History window, and the queries that fill it.
 #include <QLabel>
 
 #include "desktop/HistoryNodes.h"
 #include "desktop/Images.h"
-#include "history_test.h"
+#include "history_fixture.h"
 #include "platform/contracts/regional.h"
 
 using testing::ElementsAre;

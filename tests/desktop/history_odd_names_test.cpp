@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Odd and hostile names, and commands at the wrong moment, in the Schedule History window.
-#include "package_test.h"
+#include "package_fixture.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "desktop/HistoryNodes.h"
-#include "history_test.h"
+#include "history_fixture.h"
 #include "support/raises.h"
 
 using testing::ElementsAre;
@@ -122,7 +122,7 @@ TEST_F(HistoryWindow, RefreshOfTheMenuIsThereWhileTheWindowIs) {
     EXPECT_FALSE(frame.Entry("mnuRefHis")->isEnabled());
 }
 
-TEST_F(HistoryWindow, ClosedWindowIsOpenedAnewAndReadsAnew) {
+TEST_F(HistoryWindow, ClosedWindowIsOpenedAgainAndReadsAgain) {
     Schedule("Sales");
     const QPointer<frmViewer> first = &Open();
     CloseViewer(*first);

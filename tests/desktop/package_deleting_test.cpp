@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting packages and taking reports out of them in the Desktop's windows.
-#include "package_test.h"
+#include "package_fixture.h"
 
 using testing::Each;
 using testing::ElementsAre;
@@ -303,7 +303,7 @@ TEST_F(PackageDeleting, OtherReportDeletedInThePauseGoesAndTheFirstStaysInTheLis
     EXPECT_THAT(Listed(window), ElementsAre("1>sales", "2>stock"));
 }
 
-TEST_F(PackageDeleting, HistoryWindowThatIsActiveBehindThePauseKeepsTheLists) {
+TEST_F(PackageDeleting, HistoryWindowThatIsActiveAfterThePauseKeepsTheLists) {
     frmDesk& window = OpenPackage("Week");
     prompts.answers = {vbYes};
     loop.onWait = [&] {

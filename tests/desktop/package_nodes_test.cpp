@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting packages and taking reports out of them in the Schedule History window.
-#include "package_test.h"
+#include "package_fixture.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -39,7 +39,7 @@ TEST_F(PackageNodes, PackageIsToldToHaveOneReportMoreThanItHas) {
     EXPECT_EQ(prompts.boxes, (Boxes{PackageQuestion("3"), PackageQuestion("2")}));
 }
 
-TEST_F(PackageNodes, PackageGoesWithItsReportsAndTheirValuesThenTheSchedulesAreReadAnew) {
+TEST_F(PackageNodes, PackageGoesWithItsReportsAndTheirValuesThenTheSchedulesAreReadAgain) {
     frmViewer& viewer = OpenHistory();
     database.Run("insert into ReportBatchHstry values('1','21/11/2026,09:00','Success','None')");
     prompts.answers = {vbYes};

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Opening the output of a package's report, from both windows.
-#include "package_test.h"
+#include "package_fixture.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Editing the parameter values of a package's report, from both windows.
-#include "package_test.h"
+#include "package_fixture.h"
 #include "platform/controls/combo_box.h"
 #include "support/modal.h"
 
@@ -186,7 +186,7 @@ TEST_F(PackageParameters, HourglassIsUpWhileTheReportIsOpenedAndWhileItsValuesAr
     }
 }
 
-TEST_F(PackageParameters, ReportThatCannotBeOpenedIsToldBehindTheHourglass) {
+TEST_F(PackageParameters, ReportThatCannotBeOpenedIsReportedAfterTheHourglass) {
     engine.reports.clear();
     prompts.onBox = [this] { EXPECT_FALSE(frame.BusyShown()); };
     frmDesk& window = OpenPackage("Month end");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The package wizard's last page and its Finish: the mail switch, the rows, and what a failure leaves.
-#include "dialogs/package_wizard_test.h"
+#include "dialogs/package_wizard_fixture.h"
 #include "platform/controls/animation.h"
 
 namespace {
@@ -141,7 +141,7 @@ TEST_F(PackageFinish, FailureTakesTheWaitAwayBeforeItIsTold) {
 }
 #endif
 
-TEST_F(PackageFinish, NextWizardBeginsAnewAtNumberOne) {
+TEST_F(PackageFinish, NextWizardBeginsAgainAtNumberOne) {
     Prepare();
     Click("cmdSave");
     Show();
@@ -268,7 +268,7 @@ TEST_F(PackageFinish, PickedRecipientsAreAddedAndCleaned) {
     EXPECT_EQ(database.Rows("select Recipients from ReportBatch"), (Texts{"Ann;Pat OBrien;"}));
 }
 
-TEST_F(PackageFinish, NamesPickedByTheMnemonicAreAddedBehindWhatWasTyped) {
+TEST_F(PackageFinish, NamesPickedByTheMnemonicAreAddedAfterWhatWasTyped) {
     GoToEmail();
     mail.picks = {{"Ann"}};
     Type("txtRecipient", "bob@example.com");
@@ -322,7 +322,7 @@ TEST_F(PackageFinish, FailedFirstStatementShowsOneBoxAndLeavesTheWizardHidden) {
     EXPECT_TRUE(form->isVisible());
 }
 
-TEST_F(PackageFinish, FailureBehindTheFirstStatementLeavesAHalfMadePackage) {
+TEST_F(PackageFinish, FailureAfterTheFirstStatementLeavesAHalfMadePackage) {
     WriteBytes(reports / "ann's.rpt", "");
     engine.reports[PathOf("ann's.rpt")] = {};
     GoToReports();

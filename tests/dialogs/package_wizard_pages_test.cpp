@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The pages of the package wizard: their first contents, how they are left, and how their texts are cleaned.
-#include "dialogs/package_wizard_test.h"
+#include "dialogs/package_wizard_fixture.h"
 
 TEST_F(PackageWizard, OpensOnItsFirstPage) {
     EXPECT_EQ(form->windowTitle(), "Multiple Reports Wizard");

@@ -3,7 +3,7 @@
 #include <QMimeData>
 #include <QUrl>
 
-#include "dialogs/package_wizard_test.h"
+#include "dialogs/package_wizard_fixture.h"
 
 TEST_F(PackageWizard, ListsReportFilesOfTheFolder) {
     GoToReports();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The contents of the parameter dialog, and its handling.
-#include "dialogs/parameter_form_test.h"
+#include "dialogs/parameter_form_fixture.h"
 
 #include <QLabel>
 #include <QScreen>
@@ -140,7 +140,7 @@ TEST_F(ParameterFormLooks, EveryTypeGetsTheSameBoxThatTakesAnyText) {
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
-TEST_F(ParameterFormLooks, ListsOfTheCallerAreMadeAnewAndEmpty) {
+TEST_F(ParameterFormLooks, ListsOfTheCallerAreMadeAgainAndEmpty) {
     Open({{"A"}, {"B"}});
     Global::ParNames = {"", "old"};
     Global::ParValues = {"", "old", "older", "oldest"};

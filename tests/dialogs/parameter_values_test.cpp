@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the parameter dialog does with the typed values.
-#include "dialogs/parameter_form_test.h"
+#include "dialogs/parameter_form_fixture.h"
 
 namespace {
 
@@ -38,7 +38,7 @@ TEST_F(ParameterFormValues, OKClearsTheReportAndHandsEveryValueOverByItsType) {
 
 class ParameterFormLists : public ParameterFormValues, public testing::WithParamInterface<const char*> {};
 
-TEST_P(ParameterFormLists, ListOfTheCallerIsFilledAnew) {
+TEST_P(ParameterFormLists, ListOfTheCallerIsFilledAgain) {
     Global::ParCaller = GetParam();
     Open({{"Region"}, {"First Day"}});
     lsvPar.ListItems().Add("Region1", "Region").SubItems(1, "old");

@@ -4,7 +4,7 @@
 
 #include "dialogs/frmFolders.h"
 #include "dialogs/frmPar.h"
-#include "dialogs/properties_test.h"
+#include "dialogs/properties_fixture.h"
 #include "execution/frmTest.h"
 #include "platform/controls/items/tree_view.h"
 

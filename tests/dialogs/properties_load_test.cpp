@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QStackedWidget>
 
-#include "dialogs/properties_test.h"
+#include "dialogs/properties_fixture.h"
 #include "platform/base/paths.h"
 
 using testing::ElementsAre;
@@ -313,7 +313,7 @@ TEST_F(PropertiesLoad, SecondShowKeepsTheScheduleThatIsUp) {
     EXPECT_EQ(Text("txtID"), "1");
 }
 
-TEST_F(PropertiesLoad, FormThatWasUnloadedIsLoadedAnew) {
+TEST_F(PropertiesLoad, FormThatWasUnloadedIsLoadedAgain) {
     AddSchedule({.title = "Month"});
     Open("1");
     Click("cmdCancel");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What OK writes, and what stays written when it fails.
-#include "dialogs/properties_test.h"
+#include "dialogs/properties_fixture.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What Finish writes, and what stays written when it fails.
-#include "dialogs/wizard_test.h"
+#include "dialogs/wizard_fixture.h"
 
 namespace {
 
@@ -193,7 +193,7 @@ TEST_F(WizardFinish, MissingCacheIsAnErrorBoxAndWritesNothing) {
     EXPECT_TRUE(Stored("ReportID").empty());
 }
 
-TEST_F(WizardFinish, FailureBehindTheInsertLeavesTheRowAndASecondFinishInsertsASecond) {
+TEST_F(WizardFinish, FailureAfterTheInsertLeavesTheRowAndASecondFinishInsertsASecond) {
     GoTo("Step5");
     database.Run("delete from Folders");
     Click("cmdNext");
@@ -209,7 +209,7 @@ TEST_F(WizardFinish, FailureBehindTheInsertLeavesTheRowAndASecondFinishInsertsAS
     EXPECT_TRUE(Unloaded());
 }
 
-TEST_F(WizardFinish, NoDesktopWindowIsAnErrorBehindTheInsert) {
+TEST_F(WizardFinish, NoDesktopWindowIsAnErrorAfterTheInsert) {
     GoTo("Step5");
     Global::DeskWindows[1] = nullptr;
     Click("cmdNext");

@@ -3,7 +3,7 @@
 #include <QDropEvent>
 #include <QMimeData>
 
-#include "dialogs/wizard_test.h"
+#include "dialogs/wizard_fixture.h"
 
 namespace {
 

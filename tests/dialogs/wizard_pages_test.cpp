@@ -2,7 +2,7 @@
 // The pages of the wizard: their contents, and the way from one to the next.
 #include <QAbstractItemView>
 
-#include "dialogs/wizard_test.h"
+#include "dialogs/wizard_fixture.h"
 
 namespace {
 
@@ -159,7 +159,7 @@ TEST_F(WizardPages, StartDateEqualToEndDateIsRefusedWithABlankBox) {
     EXPECT_EQ(FocusedName(), "dtEnd");
 }
 
-TEST_F(WizardPages, StartDateBehindTheEndDateIsRefusedWithABlankBox) {
+TEST_F(WizardPages, StartDateAfterTheEndDateIsRefusedWithABlankBox) {
     GoTo("Step2");
     The<DTPicker>("dtEnd").Value(fakes::At(2026, 11, 20));
     Click("cmdNext");
@@ -321,7 +321,7 @@ TEST_F(WizardPages, CancelUnloadsAndWritesNothing) {
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
-TEST_F(WizardPages, EscUnloadsAndTheNextUseIsLoadedAnew) {
+TEST_F(WizardPages, EscUnloadsAndTheNextUseIsLoadedAgain) {
     GoTo("Step2");
     Click("optFreq3");
     QTest::keyClick(form, Qt::Key_Escape);

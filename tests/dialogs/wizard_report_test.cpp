@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The wizard and its report: choosing it, its parameters, its preview, and the texts about it.
-#include "dialogs/wizard_test.h"
+#include "dialogs/wizard_fixture.h"
 
 namespace {
 
@@ -149,7 +149,7 @@ TEST_F(WizardReport, ParametersAreListedByNameUnderNumberedKeys) {
     EXPECT_EQ(Lines(), (Texts{"Region1|Region|", "Year2|Year|"}));
 }
 
-TEST_F(WizardReport, SecondPickAppendsItsParametersAndKeepsParNamesUntilTheyAreSetAnew) {
+TEST_F(WizardReport, SecondPickAppendsItsParametersAndKeepsParNamesUntilTheyAreSetAgain) {
     GoTo("Step4", AddReport("regions.rpt", WithParameters({"Region", "Year"})));
     SetParameters({"West", "2026"});
     EXPECT_EQ(Lines(), (Texts{"Region1|Region|West", "Year2|Year|2026"}));

@@ -143,7 +143,7 @@ class Limits(PackageTest):
         self.assertEqual(len(list(self.courier.mails()[0].iter_attachments())), 20)
         self.assertEqual(self.courier.package_history()[0][2:], ("T", None))
 
-    def test_twenty_first_fails_behind_twenty_files_and_all_is_run_again(self):
+    def test_twenty_first_fails_after_twenty_files_and_all_is_run_again(self):
         self.courier.start_ticking()
         key = self.courier.package(self.numbered(21))
         self.courier.wait(lambda: self.courier.package_history(), 60, "failure row")
@@ -171,7 +171,7 @@ class Failures(PackageTest):
         self.assertEqual(self.courier.package_next_run(key), TODAY)
         self.assertEqual(self.subjects(), ["Pressroom Error"])
 
-    def test_missing_report_file_ends_the_poll_for_the_packages_behind(self):
+    def test_missing_report_file_ends_the_poll_for_the_packages_after_it(self):
         first = self.courier.package(FIVE[:1])
         second = self.courier.package([("Acrobat", "gone.rpt")])
         third = self.courier.package(FIVE[:1])
@@ -240,7 +240,7 @@ class Order(PackageTest):
         self.assertEqual(len(self.courier.package_history()), 1)
         self.assertIsNone(process.poll())
 
-    def test_failed_package_in_a_tick_is_mended_by_the_singles_behind_it(self):
+    def test_failed_package_in_a_tick_is_mended_by_the_singles_after_it(self):
         self.courier.start_ticking()
         bad = self.courier.package([("Acrobat", "gone.rpt")])
         self.courier.wait(lambda: len(self.courier.package_history()) >= 2, what="two failure rows")

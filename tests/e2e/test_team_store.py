@@ -15,12 +15,29 @@ from harness import STAGE, Courier, system_path
 from team import Member, TeamServer, run_store, store
 
 LONG = bool(os.environ.get("OXC_LONG_TESTS"))
-TABLES = ("ReportScheduler", "ReportParameter", "ReportHistory", "ReportBatch", "ReportBatchDtls", "ReportBatchPar",
-          "ReportBatchHstry", "Folders", "tmpPar", "clients", "sqlite_sequence")
+
+def columns(connection):
+    """The columns of each table, also of that of the last keys; each with whether it holds whole numbers."""
+    tables = [name for name, in connection.execute("select name from sqlite_master where type = 'table' order by name")]
+    return {table: [(column[1], column[2].upper() == "INTEGER") for column in connection.execute("pragma table_info(%s)" % table)]
+            for table in tables}
+
+
+def fill(connection):
+    """Puts a row into each table that has a value of its own in every column."""
+    value = 100
+    for table, described in columns(connection).items():
+        if table != "sqlite_sequence":
+            values = []
+            for name, is_number in described:
+                value += 1
+                values.append(value if is_number else "%s %d" % (name, value))
+            connection.execute("insert into %s values(%s)" % (table, ",".join("?" * len(values))), values)
+
 
 def all_rows(file):
     connection = sqlite3.connect(file)
-    rows = {table: connection.execute("select * from %s order by rowid" % table).fetchall() for table in TABLES}
+    rows = {table: connection.execute("select * from %s order by rowid" % table).fetchall() for table in columns(connection)}
     connection.close()
     rows["sqlite_sequence"].sort()
     return rows
@@ -163,6 +180,7 @@ class TeamStore(unittest.TestCase):
         connection = sqlite3.connect(file)
         with open(STAGE / "Pressroom.dat", "rb") as blank:
             file.write_bytes(blank.read())
+        fill(connection)
         connection.executemany(
             "insert into ReportScheduler(ReportTitle, ReportPath, Message, StartDate, Password) values(?,?,?,?,?)",
             (("It's \u00d6 %d" % i, "Z:\\r\\%d.rpt" % i, None if i % 3 else "a\nb\\'", "2000-01-01", "")
@@ -171,7 +189,7 @@ class TeamStore(unittest.TestCase):
         connection.execute("insert into ReportBatch(BatchName) values('Pack')")
         connection.execute("insert into ReportBatchHstry(ReportID, LastRun) values('', '07/03/2002,14:05:09')")
         connection.execute("insert into Folders(FolderName, Parent) values('F', 0)")
-        connection.execute("delete from ReportScheduler where ReportID > 9990")
+        connection.execute("delete from ReportScheduler where ReportID > (select max(ReportID) - 10 from ReportScheduler)")
         connection.commit()
         connection.close()
         store("copy", "--from", str(file), "--to", self.server.connect())

@@ -95,7 +95,7 @@ TEST_F(PreviewCommands, OtherKindOfFieldGetsTheStoredValueAsItIs) {
     EXPECT_EQ(Preparations(), (Texts{"open " + std::string(Path), "value 1 field a,b", "value 3 text last"}));
 }
 
-TEST_F(PreviewCommands, RowsBehindTheLastFieldAreLeft) {
+TEST_F(PreviewCommands, RowsAfterTheLastFieldAreLeft) {
     Fields({12});
     Value(5, "'West'");
     Value(5, "'behind'");

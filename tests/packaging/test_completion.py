@@ -7,7 +7,7 @@ import subprocess
 import tempfile
 import unittest
 
-from usage import TOP, commands, formats, options, profile_keys, usage
+from usage import TOP, WITH_USAGE, commands, formats, options, profile_keys, usage
 
 COMPLETIONS = TOP / "packaging" / "completion"
 ASK = """
@@ -31,7 +31,7 @@ def offered(*words, folder=None):
 
 class Completions(unittest.TestCase):
     def test_the_first_word_is_a_command(self):
-        for program in ("oxc-report", "oxc-mail", "oxc-schedule", "oxc-store"):
+        for program in WITH_USAGE:
             self.assertEqual(set(offered(program, "")), commands(program) | {"--help", "--version"})
         self.assertEqual(offered("oxc-report", "ex"), ["export"])
         self.assertEqual(offered("oxc", ""), ["-sched"])
@@ -42,15 +42,16 @@ class Completions(unittest.TestCase):
     def test_options_are_those_of_the_usage(self):
         export, info = offered("oxc-report", "export", "-"), offered("oxc-report", "info", "-")
         new = offered("oxc-report", "new", "-")
-        self.assertEqual(info, ["--fonts"])
+        self.assertEqual(info, ["--fonts", "--problems"])
         whole = usage("oxc-report")
         begin, end = whole.index("oxc-report new"), whole.index("oxc-report --help")
         self.assertEqual(len(export), len(set(export)))
-        self.assertEqual(set(export), options(whole[:begin]) - {"--fonts"})
+        self.assertEqual(set(export), options(whole[:begin]) - {"--fonts", "--problems"})
         self.assertEqual(len(new), len(set(new)))
         self.assertEqual(set(new), options(whole[begin:end]))
         self.assertEqual(offered("oxc-report", "export", "a.rpt", "--pass"), ["--password", "--password-stdin"])
         self.assertEqual(options(usage("oxc-mail")), {"--help", "--version"})
+        self.assertEqual(set(offered("oxc-design", "-")), options(usage("oxc-design")))
         offers = [set(offered("oxc-store", command, "-")) for command in sorted(commands("oxc-store"))]
         self.assertEqual(set().union(*offers), options(usage("oxc-store")) - {"--help", "--version"})
         self.assertEqual(set(offered("oxc-schedule", "add", "-")), options(usage("oxc-schedule")) - {"--help", "--version"})
@@ -67,6 +68,7 @@ class Completions(unittest.TestCase):
     def test_files_are_offered_where_a_file_is_wanted(self):
         with tempfile.TemporaryDirectory() as folder:
             pathlib.Path(folder, "sales by region.rpt").touch()
+            self.assertEqual(offered("oxc-design", "sa", folder=folder), ["sales by region.rpt"])
             for words in (["info"], ["export"], ["export", "a.rpt", "-o"], ["new", "--data-source"]):
                 self.assertEqual(offered("oxc-report", *words, "sa", folder=folder), ["sales by region.rpt"])
             for option in ("-p", "--formula", "--page"):

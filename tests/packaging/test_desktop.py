@@ -35,8 +35,16 @@ def picture_data(png):
 
 
 class Desktop(unittest.TestCase):
-    def test_the_entry_is_valid(self):
-        self.assertEqual(told("desktop-file-validate", DESKTOP / (APPLICATION + ".desktop")), (0, ""))
+    def test_the_entries_are_valid(self):
+        entries = sorted(DESKTOP.glob("*.desktop"))
+        self.assertEqual([entry.stem for entry in entries], ["org.oxbowcourier.design", APPLICATION])
+        for entry in entries:
+            self.assertEqual(told("desktop-file-validate", entry), (0, ""))
+
+    def test_report_files_are_opened_by_the_designer(self):
+        lines = (DESKTOP / "org.oxbowcourier.design.desktop").read_text().splitlines()
+        self.assertIn("Exec=oxc-design %F", lines)
+        self.assertIn("MimeType=application/x-rdl+xml;", lines)
 
     def test_the_entry_starts_the_editor(self):
         lines = (DESKTOP / (APPLICATION + ".desktop")).read_text().splitlines()

@@ -52,7 +52,7 @@ class Manuals(unittest.TestCase):
             self.assertNotIn(page, references)
 
     def test_options_are_those_of_the_usage(self):
-        for program in WITH_USAGE:
+        for program in (*WITH_USAGE, "oxc-design"):
             text = source(program + ".1")
             self.assertEqual(set(tags(section(text, "OPTIONS"))), options(usage(program)), program)
             self.assertEqual(options(section(text, "SYNOPSIS")) - options(usage(program)), set(), program)

@@ -8,8 +8,9 @@ import subprocess
 
 TOP = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(os.environ.get("OXC_BUILD", TOP / "build" / "release")).resolve()
+PROGRAMS = tuple(line for line in (TOP / "packaging" / "programs.txt").read_text().splitlines() if not line.startswith("#"))
 # Programs that print a usage. oxc does not: whatever stands on its command line means the scheduler.
-WITH_USAGE = ("oxc-report", "oxc-mail", "oxc-schedule", "oxc-store")
+WITH_USAGE = tuple(program for program in PROGRAMS if program != "oxc")
 
 
 def usage(program):

@@ -10,6 +10,7 @@ import unittest
 
 SOURCES = pathlib.Path(os.environ["OXC_SOURCES"])
 LICENCE = "# SPDX-License-Identifier: GPL-3.0-or-later\n"
+TEST = LICENCE + "TEST(A, B) {}\n"
 FORBIDDEN = {
     "#include <cctype>": "rdl/values/ascii.h",
     "return std::tolower(static_cast<unsigned char>(letter));": "platform/base/text.h",
@@ -83,21 +84,44 @@ class CheckSources(unittest.TestCase):
         form = '<?xml version="1.0"?>\n<!-- SPDX-License-Identifier: GPL-3.0-or-later -->\n'
         self.assertEqual(self.check_tree({name: form for name in names}, scripts), (0, ""))
 
+    def test_resources_and_manuals_need_it_as_well(self):
+        code, said = self.check_tree({"src/a.qrc": "<RCC>\n</RCC>\n", "packaging/man/b.1.scd": 'b(1) "B"\n\n# NAME\n'})
+        self.assertEqual(code, 1)
+        self.assertEqual(sorted(said.splitlines()),
+                         [f"{name}: has no line SPDX-License-Identifier at its start"
+                          for name in ("packaging/man/b.1.scd", "src/a.qrc")])
+        self.assertEqual(self.check_tree({
+            "src/a.qrc": "<!-- SPDX-License-Identifier: GPL-3.0-or-later -->\n<RCC>\n</RCC>\n",
+            "packaging/man/b.1.scd": 'b(1) "B"\n; SPDX-License-Identifier: GPL-3.0-or-later\n\n# NAME\n'}), (0, ""))
+
+    def test_a_file_of_more_than_500_lines_is_named(self):
+        full = LICENCE + "// the value of a property of an item\n" * 499
+        self.assertEqual(self.check_tree({"src/a.cpp": full, "tests/b.py": full, "packaging/c.txt": full + full}), (0, ""))
+        for name in ("src/a.cpp", "src/a.h", "tests/b.py"):
+            self.assertEqual(self.check_tree({name: full + "\n"}), (1, f"{name}: 501 lines, at most 500\n"))
+
     def test_data_without_a_suffix_needs_none(self):
         self.assertEqual(self.check_tree({"tests/corpus/one": "text\n"}), (0, ""))
 
     def test_a_test_in_a_comment_or_under_a_similar_name_is_not_built(self):
-        files = {"tests/x/a_test.cpp": LICENCE, "tests/x/b_test.cpp": LICENCE,
+        files = {"tests/x/a_test.cpp": TEST, "tests/x/b_test.cpp": TEST,
                  "tests/x/CMakeLists.txt": LICENCE + "oxc_test(x SOURCES\n    # a_test.cpp\n    b_test_cpp)\n"}
         said = self.check_tree(files)[1]
         for name in ("a_test.cpp", "b_test.cpp"):
             self.assertIn(f"tests/x/{name}: is in no list of tests/x/CMakeLists.txt, so nothing builds it\n", said)
 
     def test_a_test_that_nothing_builds_is_named(self):
-        files = {"tests/x/a_test.cpp": LICENCE, "tests/x/b_a_test.cpp": LICENCE,
+        files = {"tests/x/a_test.cpp": TEST, "tests/x/b_a_test.cpp": TEST,
                  "tests/x/CMakeLists.txt": LICENCE + "oxc_test(x SOURCES b_a_test.cpp)\n"}
         self.assertEqual(self.check_tree(files),
                          (1, "tests/x/a_test.cpp: is in no list of tests/x/CMakeLists.txt, so nothing builds it\n"))
+
+    def test_a_test_file_without_a_test_is_named(self):
+        files = {"tests/x/a_test.cpp": LICENCE + "// TEST(\n", "tests/x/CMakeLists.txt": LICENCE + "a_test.cpp\n"}
+        self.assertEqual(self.check_tree(files),
+                         (1, "tests/x/a_test.cpp: has no test; what other files share is a fixture\n"))
+        files["tests/x/a_test.cpp"] = LICENCE + "TEST_F(A, B) {}\n"
+        self.assertEqual(self.check_tree(files), (0, ""))
 
     def test_the_sources_of_the_programs_pass(self):
         done = subprocess.run([SOURCES / "tests" / "check_sources"], capture_output=True, text=True)

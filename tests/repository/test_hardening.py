@@ -7,7 +7,8 @@ import subprocess
 import unittest
 
 STAGE = pathlib.Path(os.environ["OXC_STAGE"])
-PROGRAMS = ("oxc", "oxc-mail", "oxc-report", "oxc-schedule")
+LIST = pathlib.Path(os.environ["OXC_SOURCES"]) / "packaging" / "programs.txt"
+PROGRAMS = [line for line in LIST.read_text().splitlines() if not line.startswith("#")]
 
 
 def told(*command):

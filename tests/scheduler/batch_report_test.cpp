@@ -103,7 +103,7 @@ TEST_F(BatchReport, TwentyReportsRun) {
     EXPECT_EQ(mail.sent.at(0).attachments.size(), 20U);
 }
 
-TEST_F(BatchReport, TwentyFirstReportFailsTheRunBehindTwentyFiles) {
+TEST_F(BatchReport, TwentyFirstReportFailsTheRunAfterTwentyFiles) {
     Package();
     for (int i = 1; i <= 21; ++i) {
         Detail(1, std::to_string(i) + ">a.rpt", "Acrobat");
@@ -230,7 +230,7 @@ TEST_F(BatchReport, MailThatFailsOtherwiseIsAlertedByTheMailAndByThePoll) {
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
-TEST_F(BatchReport, FailedMailEndsThePollForThePackagesBehind) {
+TEST_F(BatchReport, FailedMailEndsThePollForThePackagesAfter) {
     Package();
     Package();
     mail.sendErrors = {RuntimeError(err::MailboxFull, "full")};
@@ -309,7 +309,7 @@ TEST_F(BatchReport, MoreValuesThanFieldsFailThePackage) {
     EXPECT_EQ(mail.sent.at(0).text, "An error occured in BatchReport. Subscript out of range [9]");
 }
 
-TEST_F(BatchReport, FileThatCannotBeWrittenFailsThePackageBehindTheFilesBefore) {
+TEST_F(BatchReport, FileThatCannotBeWrittenFailsThePackageAfterTheFilesBefore) {
     engine.reports["Z:\\r\\b.rpt"].exportError = RuntimeError(err::PathNotFound);
     Package();
     Detail(1, "1>a.rpt", "Acrobat");
@@ -364,7 +364,7 @@ TEST_F(BatchReport, ThousandsOfRecipientsGoIntoOneMail) {
     EXPECT_EQ(mail.sent[0].recipients.back(), "u2000");
 }
 
-TEST_F(BatchReport, PackageWithoutATimeEndsThePollForThoseBehindIt) {
+TEST_F(BatchReport, PackageWithoutATimeEndsThePollForThoseAfterIt) {
     Package("F");
     Package("F");
     database.Run("update ReportBatch set RunTime = null where ReportID = 1");

@@ -69,7 +69,7 @@ TEST(DelimitedField, EmptyBetweenTwoDelimiters) {
 TEST(DelimitedField, SecondOfTwo) {
     EXPECT_EQ(GetDelimitedField("a:b", 2, ":"), "b");
 }
-TEST(DelimitedField, EmptyBehindTheLastDelimiter) {
+TEST(DelimitedField, EmptyAfterTheLastDelimiter) {
     EXPECT_EQ(GetDelimitedField("a:", 2, ":"), "");
 }
 TEST(DelimitedField, WholeTextWithoutDelimiter) {

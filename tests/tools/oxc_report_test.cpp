@@ -100,6 +100,21 @@ TEST_F(OxcReport, InfoTellsWhatFontsBecome) {
     EXPECT_THAT(Run("info fonts.rpt").output, Not(HasSubstr("\"becomes\"")));
 }
 
+TEST_F(OxcReport, InfoTellsProblemsAndTheReportRuns) {
+    std::string report = Read("people.rpt");
+    const std::size_t at = report.find("<Textbox");
+    report.insert(report.find('>', at) + 1, "<Style><FontWeight>Boldd</FontWeight></Style>");
+    Write("bold.rpt", report);
+    Write("people.csv", "Name\nZoe\n");
+    const Outcome outcome = Run("info --problems bold.rpt");
+    EXPECT_EQ(outcome.code, 0) << outcome.complaint;
+    EXPECT_THAT(outcome.output,
+                HasSubstr("FontWeight: \\\"Boldd\\\" is not known; the nearest is \\\"Bold\\\"\""));
+    EXPECT_THAT(Run("info bold.rpt").output, Not(HasSubstr("\"problems\"")));
+    EXPECT_THAT(Run("info --problems people.rpt").output, HasSubstr("\"problems\": [\n    ]"));
+    EXPECT_EQ(Run("export bold.rpt -f html -o out.htm -p Year=2030 --rows people=people.csv").code, 0);
+}
+
 TEST_F(OxcReport, FaultOfReportDataOrValueIsOneLineAndExitCode1) {
     Write("text.rpt", "hello");
     for (const char* arguments :

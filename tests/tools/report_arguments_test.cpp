@@ -66,6 +66,13 @@ TEST(ReportArguments, InfoTellsFontsIfItIsAsked) {
     EXPECT_THROW(ParseArguments({"export", "a.rpt", "-f", "pdf", "-o", "x", "--fonts"}), UsageError);
 }
 
+TEST(ReportArguments, InfoTellsProblemsIfItIsAsked) {
+    const ReportArguments both = ParseArguments({"info", "--problems", "--fonts", "a.rpt"});
+    EXPECT_TRUE(both.withProblems && both.withFonts);
+    EXPECT_FALSE(ParseArguments({"info", "--fonts", "a.rpt"}).withProblems);
+    EXPECT_THROW(ParseArguments({"export", "a.rpt", "-f", "pdf", "-o", "x", "--problems"}), UsageError);
+}
+
 TEST(ReportArguments, CsvHasOptionsOfItsOwn) {
     const ReportArguments arguments =
         ParseArguments({"export", "a.rpt", "-f", "csv", "-o", "x", "--unformatted", "--data-set", "Orders"});
@@ -88,7 +95,7 @@ TEST(ReportArguments, PngHasOptionsOfItsOwn) {
     EXPECT_EQ(arguments.options.dotsPerInch, 300);
 }
 
-TEST(ReportArguments, FileMayBeginWithAHyphenBehindTwo) {
+TEST(ReportArguments, FileMayBeginWithAHyphenAfterTwo) {
     EXPECT_EQ(ParseArguments({"info", "--", "-f"}).file, "-f");
 }
 

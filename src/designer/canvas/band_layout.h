@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Where the bands of a report are on the canvas: below each other, each with a caption above it. Canvas coordinates
-// are device-independent pixels from the top left corner of the scrolled area; those of a band are points from its
-// own corner.
+// Where the bands of a report are on the canvas: below each other, each with a caption above it. Canvas
+// coordinates are device-independent pixels from the top left corner of the scrolled area; those of a band
+// are points from its own corner.
 #pragma once
 
 #include <QPointF>
@@ -27,11 +27,16 @@ class BandLayout {
 
     // Returns the band at the point, or nothing.
     std::optional<std::size_t> BandAt(QPointF point) const;
-    // The same, captions included, and of a point between or beside bands the nearest one. Nothing without bands.
+    // The same, captions included, and of a point between or beside bands the nearest one. Nothing without
+    // bands.
     std::optional<std::size_t> NearestBand(QPointF point) const;
 
-    QPointF ToBand(std::size_t band, QPointF point) const { return (point - m_places.at(band).topLeft()) / m_scale; }
-    QPointF FromBand(std::size_t band, QPointF point) const { return m_places.at(band).topLeft() + point * m_scale; }
+    QPointF ToBand(std::size_t band, QPointF point) const {
+        return (point - m_places.at(band).topLeft()) / m_scale;
+    }
+    QPointF FromBand(std::size_t band, QPointF point) const {
+        return m_places.at(band).topLeft() + point * m_scale;
+    }
     // A negative width or height stays negative.
     QRectF FromBand(std::size_t band, const Rect& place) const;
     Rect ToBand(std::size_t band, const QRectF& area) const;

@@ -49,8 +49,8 @@ void DesignCanvas::FollowMove() {
         }
     }
     const QPointF moved = (m_drag.now - m_drag.start) / m_layout.Scale();
-    const Snapped snapped = Snap(designer::AreaOf(here.empty() ? m_drag.before : here), moved.x(), moved.y(), {},
-                                 OthersIn(m_drag.band), Rules());
+    const Snapped snapped = Snap(designer::AreaOf(here.empty() ? m_drag.before : here), moved.x(), moved.y(),
+                                 {}, OthersIn(m_drag.band), Rules());
     m_drag.dx = snapped.dx;
     m_drag.dy = snapped.dy;
     m_drag.lines = snapped.lines;
@@ -82,8 +82,8 @@ void DesignCanvas::FollowResize() {
 
 void DesignCanvas::FollowDraw() {
     const QPointF now = m_layout.ToBand(m_drag.band, m_drag.now);
-    const Snapped snapped = Snap({now.x(), now.y(), 0, 0}, 0, 0, {false, false, true, true}, OthersIn(m_drag.band),
-                                 Rules());
+    const Snapped snapped =
+        Snap({now.x(), now.y(), 0, 0}, 0, 0, {false, false, true, true}, OthersIn(m_drag.band), Rules());
     m_drag.lines = snapped.lines;
     m_drag.now += QPointF(snapped.dx, snapped.dy) * m_layout.Scale();
 }
@@ -139,7 +139,8 @@ void DesignCanvas::Release() {
             const bool isHeight = done.action == Action::BandHeight;
             if (done.now != done.start) {
                 m_model.Edit(StepName(m_model, tr("Resize"), {band.element}), [&](Document& document) {
-                    isHeight ? SetBandHeight(document, band, done.size) : SetBandWidth(document, band, done.size);
+                    isHeight ? SetBandHeight(document, band, done.size)
+                             : SetBandWidth(document, band, done.size);
                 });
             } else {
                 m_model.Select({band.element});
@@ -157,8 +158,8 @@ void DesignCanvas::FinishClick() {
     if (m_drag.pressed == NoElement) {
         const auto band = m_layout.NearestBand(m_drag.start);
         if (!m_drag.adds) {
-            m_model.Select(band ? std::vector{m_model.Items().bands[*band].element} : std::vector<ElementId>{});
-            m_backingIsOld = true;  // the caption shows the selection
+            m_model.Select(band ? std::vector{m_model.Items().bands[*band].element}
+                                : std::vector<ElementId>{});
         }
     } else if (m_drag.adds) {
         m_model.Toggle(m_drag.pressed);
@@ -188,7 +189,8 @@ void DesignCanvas::FinishMove() {
         }
         for (const Placement& placement : drag.after) {
             const QRectF area = m_layout.FromBand(drag.band, placement.place);
-            PlaceInBand(document, items, {placement.id, m_layout.ToBand(*target, area)}, items.bands[*target]);
+            PlaceInBand(document, items, {placement.id, m_layout.ToBand(*target, area)},
+                        items.bands[*target]);
         }
     });
 }
@@ -197,7 +199,8 @@ void DesignCanvas::FinishRubberBand() {
     const QRectF area = QRectF(m_drag.start, m_drag.now).normalized();
     std::vector<ElementId> ids = m_drag.adds ? m_model.SelectedItems() : std::vector<ElementId>{};
     for (const ReportItem& item : m_model.Items().items) {
-        if (item.cell == NoElement && area.contains(CanvasArea(item).normalized().adjusted(0, 0, 0.01, 0.01)) &&
+        if (item.cell == NoElement &&
+            area.contains(CanvasArea(item).normalized().adjusted(0, 0, 0.01, 0.01)) &&
             std::find(ids.begin(), ids.end(), item.id) == ids.end()) {
             ids.push_back(item.id);
         }
@@ -209,7 +212,9 @@ void DesignCanvas::FinishDraw() {
     const NewItem kind = *m_tool;
     const QPointF begin = m_layout.ToBand(m_drag.band, m_drag.start);
     const double grid = m_snaps ? GridStep() : 0;
-    const auto snapped = [grid](double at) { return std::max(0.0, grid > 0 ? std::round(at / grid) * grid : at); };
+    const auto snapped = [grid](double at) {
+        return std::max(0.0, grid > 0 ? std::round(at / grid) * grid : at);
+    };
     Rect place{snapped(begin.x()), snapped(begin.y()), 0, 0};
     const QPointF pulled = m_drag.now - m_drag.start;
     if (std::max(std::abs(pulled.x()), std::abs(pulled.y())) < Least) {

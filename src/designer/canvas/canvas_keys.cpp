@@ -12,9 +12,18 @@
 namespace designer {
 namespace {
 
-constexpr double FineStep = 0.2;         // of the grid
-constexpr qint64 NudgePause = 1000;      // milliseconds; nudges within it are one step
-constexpr QSize LeastEditor(80, 24);     // pixels
+constexpr double FineStep = 0.2;      // of the grid
+constexpr qint64 NudgePause = 1000;   // milliseconds; nudges within it are one step
+constexpr QSize LeastEditor(80, 24);  // pixels
+
+// Keys of the window that take the typed text first: save, open, new, close, quit, preview and panes.
+bool LeavesEditor(const QKeyEvent& key) {
+    const bool isControl = key.modifiers().testFlag(Qt::ControlModifier);
+    const int code = key.key();
+    return code == Qt::Key_F5 || code == Qt::Key_F6 ||
+           (isControl && (code == Qt::Key_S || code == Qt::Key_O || code == Qt::Key_N || code == Qt::Key_W ||
+                          code == Qt::Key_Q));
+}
 
 }  // namespace
 
@@ -52,7 +61,8 @@ bool DesignCanvas::focusNextPrevChild(bool next) {
     const auto& items = m_model.Items().items;
     const auto now = std::find_if(items.begin(), items.end(),
                                   [this](const ReportItem& item) { return item.id == m_model.Leader(); });
-    const bool isLast = items.empty() || (now != items.end() && &*now == (next ? &items.back() : &items.front()));
+    const bool isLast =
+        items.empty() || (now != items.end() && &*now == (next ? &items.back() : &items.front()));
     if (!hasFocus() || isLast) {
         return QAbstractScrollArea::focusNextPrevChild(next);
     }
@@ -76,14 +86,12 @@ void DesignCanvas::SelectNext(int step) {
 void DesignCanvas::ClimbSelection() {
     const ReportItem* item = m_model.Item(m_model.Leader());
     m_model.Select(item ? std::vector{item->container} : std::vector<ElementId>{});
-    m_backingIsOld = true;
-    viewport()->update();
 }
 
 void DesignCanvas::Nudge(int right, int down, bool fine, bool resizes) {
     const ReportItems items = m_model.Items();
-    const std::vector<ElementId> ids = resizes ? Resizable(items, m_model.SelectedItems())
-                                               : Movable(items, m_model.SelectedItems());
+    const std::vector<ElementId> ids =
+        resizes ? Resizable(items, m_model.SelectedItems()) : Movable(items, m_model.SelectedItems());
     if (ids.empty()) {
         if (m_model.SelectedItems().empty()) {
             horizontalScrollBar()->setValue(horizontalScrollBar()->value() + right * 20);
@@ -117,8 +125,9 @@ void DesignCanvas::Nudge(int right, int down, bool fine, bool resizes) {
     for (const ElementId id : ids) {
         key += " " + std::to_string(id);
     }
-    m_model.Edit(StepName(m_model, resizes ? tr("Resize") : tr("Move"), ids),
-                 [&](Document& document) { Place(document, items, places); }, key);
+    m_model.Edit(
+        StepName(m_model, resizes ? tr("Resize") : tr("Move"), ids),
+        [&](Document& document) { Place(document, items, places); }, key);
     RevealSelection();
 }
 
@@ -136,7 +145,8 @@ void DesignCanvas::EditText() {
     m_editor = new QPlainTextEdit(viewport());
     m_editor->setObjectName("txtInPlace");
     m_editor->setAccessibleName(tr("Text of %1").arg(QString::fromStdString(item->name)));
-    m_editor->setToolTip(tr("Enter takes the text, Shift+Enter begins a new line, Escape leaves it as it was"));
+    m_editor->setToolTip(
+        tr("Enter takes the text, Shift+Enter begins a new line, Escape leaves it as it was"));
     m_editor->setTabChangesFocus(true);
     m_editor->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_editor->setPlainText(QString::fromStdString(*text));
@@ -160,12 +170,18 @@ bool DesignCanvas::eventFilter(QObject* watched, QEvent* event) {
     if (watched != m_editor) {
         return QAbstractScrollArea::eventFilter(watched, event);
     }
-    if (event->type() == QEvent::FocusOut && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason &&
+    if (event->type() == QEvent::FocusOut &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason &&
         static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason) {
         CloseEditor(true);
         return false;
     }
     if (event->type() == QEvent::ShortcutOverride) {
+        if (LeavesEditor(*static_cast<QKeyEvent*>(event))) {
+            CloseEditor(true);
+            setFocus();
+            return false;
+        }
         event->accept();  // what is typed is no command of the window
         return true;
     }

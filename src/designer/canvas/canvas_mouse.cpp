@@ -119,9 +119,8 @@ void DesignCanvas::Press(QPointF point, Qt::KeyboardModifiers modifiers) {
     m_drag.band = m_model.Item(m_drag.pressed)->band;
     // What is in a selected region or rectangle moves that one.
     const auto& selection = m_model.Selection();
-    m_drag.wasSelected = std::any_of(selection.begin(), selection.end(), [&](ElementId id) {
-        return IsAround(m_model, id, m_drag.pressed);
-    });
+    m_drag.wasSelected = std::any_of(selection.begin(), selection.end(),
+                                     [&](ElementId id) { return IsAround(m_model, id, m_drag.pressed); });
     if (!m_drag.wasSelected && !m_drag.adds) {
         m_model.Select({m_drag.pressed});
     }
@@ -231,7 +230,7 @@ void DesignCanvas::ShowCursor(QPointF point) {
     }
     const ReportItem* under = m_model.Item(ItemAt(point));
     const Action edge = under ? Action::None : EdgeUnder(point, band);
-    viewport()->setCursor(under && CanMove(*under)         ? Qt::SizeAllCursor
+    viewport()->setCursor(under && CanMove(*under)     ? Qt::SizeAllCursor
                           : edge == Action::BandHeight ? Qt::SplitVCursor
                           : edge == Action::BandWidth  ? Qt::SplitHCursor
                                                        : Qt::ArrowCursor);

@@ -74,15 +74,11 @@ void DesignCanvas::PaintBands(QPainter& painter) {
     const ReportItems& items = m_model.Items();
     const QRectF visible(Origin(), QSizeF(viewport()->size()));
     for (std::size_t band = 0; band < items.bands.size(); ++band) {
-        const bool isSelected = m_model.IsSelected(items.bands[band].element);
         const QRectF caption = m_layout.Caption(band), place = m_layout.Band(band);
         if (!caption.united(place).adjusted(-50, -50, 50, 50).intersects(visible)) {
             continue;
         }
-        painter.fillRect(caption, palette().color(isSelected ? QPalette::Highlight : QPalette::Window));
-        painter.setPen(palette().color(isSelected ? QPalette::HighlightedText : QPalette::WindowText));
-        painter.drawText(caption.adjusted(6, 0, -6, 0), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextDontClip,
-                         CaptionOf(items, band));
+        PaintCaption(painter, band, false);
         painter.fillRect(place, Qt::white);
         painter.save();
         painter.setClipRect((place & visible).adjusted(-1, -1, 1, 1));
@@ -92,6 +88,14 @@ void DesignCanvas::PaintBands(QPainter& painter) {
         painter.restore();
         PaintOutlines(painter, band);
     }
+}
+
+void DesignCanvas::PaintCaption(QPainter& painter, std::size_t band, bool isSelected) {
+    const QRectF area = m_layout.Caption(band);
+    painter.fillRect(area, palette().color(isSelected ? QPalette::Highlight : QPalette::Window));
+    painter.setPen(palette().color(isSelected ? QPalette::HighlightedText : QPalette::WindowText));
+    painter.drawText(area.adjusted(6, 0, -6, 0), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextDontClip,
+                     CaptionOf(m_model.Items(), band));
 }
 
 // Most items have no border: thin lines show where they are. Without a picture their names stand in them.
@@ -117,12 +121,7 @@ void DesignCanvas::PaintSelection(QPainter& painter) {
     for (const ElementId id : m_model.Selection()) {
         const ReportItem* item = m_model.Item(id);
         if (!item) {
-            const QRectF area = AreaOf(id).translated(Origin());
-            if (!area.isNull()) {
-                painter.setPen(frame);
-                painter.setBrush(Qt::NoBrush);
-                painter.drawRect(Sharp(area));
-            }
+            PaintSelectedBand(painter, id);
             continue;
         }
         const QRectF area = CanvasArea(*item);
@@ -136,6 +135,18 @@ void DesignCanvas::PaintSelection(QPainter& painter) {
         painter.setBrush(id == m_model.Leader() ? QBrush(frame) : QBrush(Qt::white));
         for (const Handle handle : HandlesOf(item->kind == "Line")) {
             painter.drawRect(Sharp(HandleArea(handle, area)));
+        }
+    }
+}
+
+void DesignCanvas::PaintSelectedBand(QPainter& painter, ElementId id) {
+    const auto& bands = m_model.Items().bands;
+    for (std::size_t band = 0; band < bands.size(); ++band) {
+        if (bands[band].element == id) {
+            PaintCaption(painter, band, true);
+            painter.setPen(QColor(Frame));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRect(Sharp(m_layout.Band(band)));
         }
     }
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Members of DesignCanvas: its parts, zoom, layout and what is selected. Painting is in canvas_paint.cpp, the mouse in
-// canvas_mouse.cpp and canvas_drag.cpp, the keys in canvas_keys.cpp.
+// Members of DesignCanvas: its parts, zoom, layout and what is selected. Painting is in canvas_paint.cpp, the
+// mouse in canvas_mouse.cpp and canvas_drag.cpp, the keys in canvas_keys.cpp.
 #include "designer/canvas/design_canvas.h"
 
 #include <QPlainTextEdit>
@@ -15,9 +15,13 @@
 namespace designer {
 namespace {
 
+// Milliseconds. A report that takes longer is laid out when no change has come for as long as that takes.
+constexpr int QuickLayout = 60, LongestPause = 700;
+
 constexpr std::array<double, 11> UsualZooms{25, 33, 50, 67, 75, 100, 125, 150, 200, 300, 400};
 
-// Items that are drawn later come later: children after what they are in, siblings by ZIndex, then as in the file.
+// Items that are drawn later come later: children after what they are in, siblings by ZIndex, then as in the
+// file.
 void AddInDrawOrder(const std::map<ElementId, std::vector<const ReportItem*>>& children, ElementId container,
                     std::vector<ElementId>& order) {
     const auto found = children.find(container);
@@ -79,12 +83,15 @@ void DesignCanvas::TakeChange() {
     m_drawOrder = DrawOrder(m_model.Items());
     m_backingIsOld = true;
     Arrange();
-    m_layoutTimer.start(0);
+    m_layoutTimer.start(m_layoutTime > QuickLayout ? std::min(m_layoutTime, LongestPause) : 0);
 }
 
 void DesignCanvas::Refresh() {
     m_layoutTimer.stop();
+    QElapsedTimer time;
+    time.start();
     m_picture.Make(m_model);
+    m_layoutTime = static_cast<int>(time.elapsed());
     m_backingIsOld = true;
     viewport()->update();
     emit LaidOut();
@@ -95,8 +102,10 @@ void DesignCanvas::Arrange() {
     m_layout.Set(m_model.Items().bands, scale, fontMetrics().height() + 6);
     const QSizeF total = m_layout.Total();
     const QSize view = viewport()->size();
-    horizontalScrollBar()->setRange(0, std::max(0, static_cast<int>(std::ceil(total.width())) - view.width()));
-    verticalScrollBar()->setRange(0, std::max(0, static_cast<int>(std::ceil(total.height())) - view.height()));
+    horizontalScrollBar()->setRange(0,
+                                    std::max(0, static_cast<int>(std::ceil(total.width())) - view.width()));
+    verticalScrollBar()->setRange(0,
+                                  std::max(0, static_cast<int>(std::ceil(total.height())) - view.height()));
     horizontalScrollBar()->setPageStep(view.width());
     verticalScrollBar()->setPageStep(view.height());
     horizontalScrollBar()->setSingleStep(20);
@@ -122,12 +131,14 @@ void DesignCanvas::ShowRulers() {
         down.push_back({place.top(), place.height()});
         across = {place.left(), std::max(across.length, place.width())};
     }
-    m_across->Show(bands.empty() ? std::vector<Ruler::Stretch>{} : std::vector{across}, m_layout.Scale(), unit);
+    m_across->Show(bands.empty() ? std::vector<Ruler::Stretch>{} : std::vector{across}, m_layout.Scale(),
+                   unit);
     m_down->Show(std::move(down), m_layout.Scale(), unit);
 }
 
 QPointF DesignCanvas::Origin() const {
-    return {static_cast<double>(horizontalScrollBar()->value()), static_cast<double>(verticalScrollBar()->value())};
+    return {static_cast<double>(horizontalScrollBar()->value()),
+            static_cast<double>(verticalScrollBar()->value())};
 }
 
 void DesignCanvas::SetZoom(double percent) {
@@ -199,7 +210,8 @@ void DesignCanvas::InsertAtMiddle(NewItem kind) {
     }
     Rect place = UsualSize(kind);
     const QRectF visible = m_layout.Band(*band) & QRectF(Origin(), QSizeF(viewport()->size()));
-    const QPointF middle = m_layout.ToBand(*band, visible.isEmpty() ? m_layout.Band(*band).center() : visible.center());
+    const QPointF middle =
+        m_layout.ToBand(*band, visible.isEmpty() ? m_layout.Band(*band).center() : visible.center());
     const double grid = GridStep();
     place.left = std::max(0.0, std::round((middle.x() - place.width / 2) / grid) * grid);
     place.top = std::max(0.0, std::round((middle.y() - place.height / 2) / grid) * grid);
@@ -244,7 +256,8 @@ void DesignCanvas::RevealSelection() {
     const auto reveal = [](QScrollBar* bar, double begin, double end, int view) {
         constexpr int Around = 12;
         if (end + Around > view) {
-            bar->setValue(bar->value() + static_cast<int>(std::ceil(std::min(end + Around - view, begin - Around))));
+            bar->setValue(bar->value() +
+                          static_cast<int>(std::ceil(std::min(end + Around - view, begin - Around))));
         } else if (begin - Around < 0) {
             bar->setValue(bar->value() + static_cast<int>(std::floor(begin - Around)));
         }
@@ -258,7 +271,8 @@ void DesignCanvas::DescribeSelection() {
     const auto& selection = m_model.Selection();
     QString text = tr("Nothing is selected");
     if (const ReportItem* item = m_model.Item(m_model.Leader()); item && selection.size() == 1) {
-        text = tr("%1 %2 is selected").arg(QString::fromStdString(item->kind), QString::fromStdString(item->name));
+        text = tr("%1 %2 is selected")
+                   .arg(QString::fromStdString(item->kind), QString::fromStdString(item->name));
     } else if (selection.size() > 1) {
         text = tr("%1 items are selected").arg(selection.size());
     } else if (!selection.empty()) {

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The surface on which a report is designed: its bands as the engine draws them, with rulers, and with selection,
-// moving and resizing by mouse and keys. Every change is a step of the model's document. While the mouse moves items
-// the picture stays as it is and outlines follow the pointer; the report is laid out when the button is released.
+// The surface on which a report is designed: its bands as the engine draws them, with rulers, and with
+// selection, moving and resizing by mouse and keys. Every change is a step of the model's document. While the
+// mouse moves items the picture stays as it is and outlines follow the pointer; the report is laid out when
+// the button is released.
 #pragma once
 
 #include <QAbstractScrollArea>
@@ -32,7 +33,8 @@ class DesignCanvas : public QAbstractScrollArea {
     explicit DesignCanvas(DesignModel& model, QWidget* parent = nullptr);
     ~DesignCanvas() override;
 
-    // In percent of the size on paper, limited to LeastZoom and MostZoom. The middle of the view keeps its place.
+    // In percent of the size on paper, limited to LeastZoom and MostZoom. The middle of the view keeps its
+    // place.
     void SetZoom(double percent);
     double Zoom() const { return m_zoom; }
     void StepZoom(int steps);  // to the next of the usual zooms
@@ -49,16 +51,19 @@ class DesignCanvas : public QAbstractScrollArea {
 
     // Opens the selected text box for typing. Does nothing if it is none.
     void EditText();
-    bool IsEditingText() const { return m_editor != nullptr; }
+    // Takes the text that is being typed, if any. Commands that need all changes call it first.
+    void FinishEditing() { CloseEditor(true); }
 
-    // Moves or resizes the selected items by steps to the right and down; `fine` steps are smaller than the grid.
+    // Moves or resizes the selected items by steps to the right and down; `fine` steps are smaller than the
+    // grid.
     void Nudge(int right, int down, bool fine, bool resizes);
 
     // Scrolls no further than needed to show the selected item.
     void RevealSelection();
     // The area of an item or band on the viewport, in pixels. Empty if there is none.
     QRectF AreaOf(ElementId id) const;
-    // The band that what is inserted or pasted goes to: that of the selection, else the body. Nothing without bands.
+    // The band that what is inserted or pasted goes to: that of the selection, else the body. Nothing without
+    // bands.
     std::optional<std::size_t> CurrentBand() const;
     // Lays the report out and paints it now, if a change waits for it.
     void Refresh();
@@ -111,7 +116,9 @@ class DesignCanvas : public QAbstractScrollArea {
     QRectF CanvasArea(const ReportItem& item) const;
 
     void PaintBands(QPainter& painter);
+    void PaintCaption(QPainter& painter, std::size_t band, bool isSelected);
     void PaintOutlines(QPainter& painter, std::size_t band);
+    void PaintSelectedBand(QPainter& painter, ElementId id);
     void PaintSelection(QPainter& painter);
     void PaintDrag(QPainter& painter);
     const QPixmap& Backing();
@@ -149,6 +156,7 @@ class DesignCanvas : public QAbstractScrollArea {
     BandLayout m_layout;
     Ruler *m_across, *m_down;
     QTimer m_layoutTimer;
+    int m_layoutTime = 0;                // milliseconds that the last layout took
     std::vector<ElementId> m_drawOrder;  // items that are drawn later come later
     QPixmap m_backing;
     bool m_backingIsOld = true;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/canvas/design_picture.h"
 
+#include <chrono>
 #include <utility>
 
 #include "platform/contracts/runtime.h"
@@ -11,6 +12,8 @@ namespace designer {
 namespace {
 
 constexpr int MostAttempts = 8;  // each lays the report out without one item more
+constexpr std::chrono::seconds MostTime{5};
+constexpr std::int64_t MostMegabytes = 1024;
 
 }  // namespace
 
@@ -22,7 +25,10 @@ void DesignPicture::Make(const DesignModel& model) {
         DesignCopy copy = MakeDesignCopy(model.Source(), options);
         m_pages.reset();
         try {
-            m_report = reports::OpenRdlText(copy.text, model.File().empty() ? "report.rdl" : model.File());
+            const auto report =
+                reports::OpenRdlText(copy.text, model.File().empty() ? "report.rdl" : model.File());
+            report->SetRunBounds({MostTime, MostTime, MostMegabytes});
+            m_report = report;
             m_pages = m_report->OpenPages();
             const int last = copy.bands.empty() ? 1 : copy.bands.back().page;
             m_pages->Reach(last);

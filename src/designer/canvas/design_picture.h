@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the engine draws of a report's design: the pages of its design copy, band by band. An item that the engine
-// refuses is a plain box.
+// What the engine draws of a report's design: the pages of its design copy, band by band. An item that the
+// engine refuses is a plain box.
 #pragma once
 
 #include <QPainter>
@@ -16,14 +16,14 @@ namespace designer {
 
 class DesignPicture {
  public:
-    // Lays the report out as it is now. If that fails there is no picture. Failure says why, and why the first of
-    // the items that are boxes is one.
+    // Lays the report out as it is now. If that fails there is no picture. Failure says why, and why the
+    // first of the items that are boxes is one.
     void Make(const DesignModel& model);
     const std::string& Failure() const { return m_failure; }
     bool IsThere() const { return m_pages != nullptr; }
 
-    // Draws a band of the model's Items at the painter's origin, one point as one unit. What cannot be drawn is left
-    // out, and Failure says why.
+    // Draws a band of the model's Items at the painter's origin, one point as one unit. What cannot be drawn
+    // is left out, and Failure says why.
     void PaintBand(std::size_t band, QPainter& painter);
 
  private:

@@ -11,7 +11,18 @@
 
 namespace designer {
 
-enum class Handle { TopLeft, Top, TopRight, Left, Right, BottomLeft, Bottom, BottomRight, LineStart, LineEnd };
+enum class Handle {
+    TopLeft,
+    Top,
+    TopRight,
+    Left,
+    Right,
+    BottomLeft,
+    Bottom,
+    BottomRight,
+    LineStart,
+    LineEnd
+};
 
 // Returns the handles of an item that covers the area, in pixels; a line has one at each end.
 std::vector<Handle> HandlesOf(bool isLine);

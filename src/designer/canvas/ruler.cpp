@@ -79,7 +79,8 @@ void Ruler::PaintStretch(QPainter& painter, const Stretch& stretch) const {
     while (parts > 1 && unit / parts < LeastStep) {
         parts /= 2;
     }
-    const int labels = std::max(1, static_cast<int>(std::ceil(fontMetrics().horizontalAdvance("00") * 1.5 / unit)));
+    const int labels =
+        std::max(1, static_cast<int>(std::ceil(fontMetrics().horizontalAdvance("00") * 1.5 / unit)));
     const int count = static_cast<int>(std::min(stretch.length / unit * parts, 20000.0));
     for (int mark = 0; mark <= count; ++mark) {
         const double at = stretch.begin + mark * unit / parts;

@@ -41,7 +41,8 @@ struct AxisRequest {
     bool beginMoves, endMoves;
 };
 
-std::optional<Catch> CatchAtOthers(const AxisRequest& request, const std::vector<Span>& others, double reach) {
+std::optional<Catch> CatchAtOthers(const AxisRequest& request, const std::vector<Span>& others,
+                                   double reach) {
     std::optional<Catch> best;
     for (const Span& other : others) {
         for (const double target : {other.begin, other.end, other.Middle()}) {
@@ -98,8 +99,8 @@ SnapLine LineAt(double at, bool isUpright, const Span& area, const std::vector<S
 
 }  // namespace
 
-Snapped Snap(const Rect& area, double dx, double dy, const MovingEdges& edges, const std::vector<Rect>& others,
-             const SnapRules& rules) {
+Snapped Snap(const Rect& area, double dx, double dy, const MovingEdges& edges,
+             const std::vector<Rect>& others, const SnapRules& rules) {
     std::vector<Span> across, down;
     for (const Rect& other : others) {
         across.push_back(Across(other));

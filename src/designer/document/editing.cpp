@@ -51,10 +51,18 @@ void CheckText(std::string_view text) {
     }
 }
 
-// The first piece of text becomes the new one, the others go; comments between them stay.
-std::vector<Splice> TextSplices(const Document& document, int index, std::string_view text) {
+// Returns nothing if the element has the text already. The first piece of text becomes the new one, the
+// others go; comments between them stay.
+std::vector<Splice> TextSplices(const Document& document, ElementId id, std::string_view text) {
     const SourceTree& tree = document.Tree();
+    const int index = document.IndexOf(id);
     const SourceElement& element = tree[index];
+    if (element.firstChild != NoIndex) {
+        throw EditError("the element " + document.Name(id) + " holds elements and no text");
+    }
+    if (tree.TextOf(index) == text) {
+        return {};
+    }
     const std::string plain = EscapedText(text, document.LineEnd().empty() ? "\n" : document.LineEnd());
     if (element.IsOneTag()) {
         std::size_t end = element.whole.end - 2;
@@ -227,12 +235,35 @@ void SetText(Document& document, ElementId owner, std::string_view path, std::st
         parent = child;
         rest = next;
     }
-    const int index = document.IndexOf(parent);
-    if (document.Tree()[index].firstChild != NoIndex) {
-        throw EditError("the element " + document.Name(parent) + " holds elements and no text");
+    if (std::vector<Splice> splices = TextSplices(document, parent, text); !splices.empty()) {
+        document.Apply(name, std::move(splices));
     }
-    if (document.Tree().TextOf(index) != text) {
-        document.Apply(name, TextSplices(document, index, text));
+}
+
+void SetTexts(Document& document, const std::vector<TextChange>& changes, const std::string& step) {
+    const StepGroup group(document, step);
+    std::map<ElementId, std::string_view> texts;  // of elements that are there
+    std::vector<const TextChange*> others;
+    for (const TextChange& change : changes) {
+        CheckText(change.text);
+        if (const ElementId id = document.Find(change.owner, change.path); id != NoElement) {
+            texts.insert_or_assign(id, change.text);
+        } else {
+            others.push_back(&change);
+        }
+    }
+    std::vector<Splice> splices;
+    for (const auto& [id, text] : texts) {
+        const std::vector<Splice> own = TextSplices(document, id, text);
+        splices.insert(splices.end(), own.begin(), own.end());
+    }
+    std::sort(splices.begin(), splices.end(),
+              [](const Splice& left, const Splice& right) { return left.offset < right.offset; });
+    if (!splices.empty()) {
+        document.Apply(step, std::move(splices));
+    }
+    for (const TextChange* change : others) {
+        SetText(document, change->owner, change->path, change->text);
     }
 }
 

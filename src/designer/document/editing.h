@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "designer/document/document.h"
 
@@ -16,6 +17,14 @@ namespace designer {
 // elements.
 void SetText(Document& document, ElementId owner, std::string_view path, std::string_view text,
              const std::string& step = {});
+
+struct TextChange {
+    ElementId owner = NoElement;
+    std::string path, text;
+};
+// The same for many texts as one step, which costs about as much as one of them: what a drag changes. Of two
+// changes of one element the later one counts.
+void SetTexts(Document& document, const std::vector<TextChange>& changes, const std::string& step);
 
 // Removes the element at the path, if there is one, and with it the collections of the path that are left
 // empty.

@@ -3,6 +3,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <utility>
 
 #include "designer/document/editing.h"
 #include "platform/base/ascii.h"
@@ -58,6 +59,17 @@ std::string UsualUnit(const Document& document) {
     return "1in";
 }
 
+// Returns what is written for the size; nothing if what is written is that size.
+std::optional<std::string> NewText(const Document& document, ElementId owner, std::string_view path,
+                                   double points) {
+    const std::optional<std::string> written = document.TextAt(owner, path);
+    const bool isSize = written && Parse(*written);
+    const std::string like = isSize ? *written : UsualUnit(document);
+    std::string text = SizeText(points, like);
+    const bool isSame = isSize && SizeText(*PointsOf(*written), like) == text;
+    return isSame ? std::nullopt : std::optional(std::move(text));
+}
+
 }  // namespace
 
 std::optional<double> PointsOf(std::string_view text) {
@@ -81,13 +93,19 @@ std::string SizeText(double points, std::string_view like) {
 
 void SetSize(Document& document, ElementId owner, std::string_view path, double points,
              const std::string& step) {
-    const std::optional<std::string> written = document.TextAt(owner, path);
-    const std::string like = written && Parse(*written) ? *written : UsualUnit(document);
-    const std::string text = SizeText(points, like);
-    if (written && Parse(*written) && SizeText(*PointsOf(*written), like) == text) {
-        return;
+    if (const auto text = NewText(document, owner, path, points)) {
+        SetText(document, owner, path, *text, step);
     }
-    SetText(document, owner, path, text, step);
+}
+
+void SetSizes(Document& document, const std::vector<SizeChange>& changes, const std::string& step) {
+    std::vector<TextChange> texts;
+    for (const SizeChange& change : changes) {
+        if (auto text = NewText(document, change.owner, change.path, change.points)) {
+            texts.push_back({change.owner, change.path, std::move(*text)});
+        }
+    }
+    SetTexts(document, texts, step);
 }
 
 }  // namespace designer

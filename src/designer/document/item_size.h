@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "designer/document/document.h"
 
@@ -21,5 +22,13 @@ std::string SizeText(double points, std::string_view like);
 // the report's width. A size that differs from the written one by less than what is written is not touched.
 void SetSize(Document& document, ElementId owner, std::string_view path, double points,
              const std::string& step = {});
+
+struct SizeChange {
+    ElementId owner = NoElement;
+    std::string path;
+    double points = 0;
+};
+// The same for many sizes as one step: what moves and resizes items.
+void SetSizes(Document& document, const std::vector<SizeChange>& changes, const std::string& step);
 
 }  // namespace designer

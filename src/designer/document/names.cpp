@@ -105,7 +105,7 @@ bool IsImageReference(const SourceTree& tree, int index) {
 // expressions, too.
 void FollowName(Document& document, int first, std::size_t end, NameKind kind, const std::string& old,
                 const std::string& name, bool withScopes) {
-    std::vector<std::pair<ElementId, std::string>> changes;
+    std::vector<TextChange> changes;
     const SourceTree& tree = document.Tree();
     for (int index = first; index < tree.Count() && tree[index].whole.begin < end; ++index) {
         if (tree[index].firstChild != NoIndex || !tree.IsOfReport(index)) {
@@ -125,12 +125,10 @@ void FollowName(Document& document, int first, std::size_t end, NameKind kind, c
             changed = withScopes ? WithName(changed, "\"", old, name, '"') : changed;
         }
         if (changed != text) {
-            changes.emplace_back(document.IdAt(index), changed);
+            changes.push_back({document.IdAt(index), {}, changed});
         }
     }
-    for (const auto& [id, text] : changes) {
-        SetText(document, id, {}, text);
-    }
+    SetTexts(document, changes, "Rename");
 }
 
 std::vector<LeftReference> LeftReferences(const Document& document, NameKind kind, const std::string& old) {

@@ -38,8 +38,10 @@ void SourceScanner::Scan() {
         Fail(0, "it is larger than a report may be (" + std::to_string(m_limits.bytes >> 20) + " MB)");
     }
     CheckCharacters();
-    if (Begins("<?xml") && m_text.size() > 5 && IsBlankByte(m_text[5])) {
-        SkipPast("?>", m_at, "the declaration does not end");
+    // Some programs write an empty line before it.
+    SkipBlanks();
+    if (Begins("<?xml") && m_text.size() > m_at + 5 && IsBlankByte(m_text[m_at + 5])) {
+        ScanDeclaration();
     }
     while (m_at < m_text.size()) {
         if (m_text[m_at] == '<') {
@@ -56,6 +58,32 @@ void SourceScanner::Scan() {
     }
     if (m_tree.m_elements.empty()) {
         FailAsMalformed(m_text.size(), "there is no element");
+    }
+}
+
+void SourceScanner::ScanDeclaration() {
+    constexpr const char* Damaged = "the declaration is damaged";
+    m_at += 5;  // <?xml
+    while (true) {
+        const std::size_t before = m_at;
+        SkipBlanks();
+        if (Begins("?>")) {
+            m_at += 2;
+            return;
+        }
+        if (m_at == before) {
+            FailAsMalformed(0, Damaged);
+        }
+        m_at += NameLength(m_text.substr(m_at));
+        SkipBlanks();
+        const bool hasValue = Begins("=");
+        m_at += hasValue ? 1 : 0;
+        SkipBlanks();
+        const char quote = hasValue && m_at < m_text.size() ? m_text[m_at] : '\0';
+        if (quote != '"' && quote != '\'') {
+            FailAsMalformed(0, Damaged);
+        }
+        SkipPast(std::string_view(&quote, 1), m_at + 1, Damaged);
     }
 }
 
@@ -118,13 +146,9 @@ void SourceScanner::ScanMarkup() {
     }
 }
 
+// It may hold --, as the engine reads it.
 void SourceScanner::ScanComment() {
-    const std::size_t begin = m_at;
-    SkipPast("--", m_at + 4, "a comment does not end");
-    if (!Begins(">")) {
-        FailAsMalformed(begin, "a comment holds --");
-    }
-    ++m_at;
+    SkipPast("-->", m_at + 4, "a comment does not end");
 }
 
 void SourceScanner::ScanInstruction() {
@@ -180,8 +204,9 @@ void SourceScanner::ScanText() {
 
 // With a document type a name may be that of an entity, which stays as it is written.
 void SourceScanner::CheckReferences(std::size_t begin, std::size_t end) const {
-    for (std::size_t at = m_text.find('&', begin); at < end; at = m_text.find('&', at + 1)) {
-        const std::string_view rest = m_text.substr(at + 1, end - at - 1);
+    const std::string_view text = m_text.substr(0, end);  // what follows is not searched
+    for (std::size_t at = text.find('&', begin); at != std::string_view::npos; at = text.find('&', at + 1)) {
+        const std::string_view rest = text.substr(at + 1);
         const std::string_view reference = rest.substr(0, std::min(rest.find(';'), rest.size()));
         const bool isEntity =
             m_hasDocumentType && !reference.empty() && NameLength(reference) == reference.size();
@@ -199,8 +224,8 @@ std::size_t SourceScanner::ScanName(const char* what) {
     }
     const std::size_t colon = name.find(':');
     const bool isPlain = colon == std::string_view::npos;
-    if (!isPlain && (colon == 0 || NameLength(name.substr(colon + 1)) == 0 ||
-                     name.find(':', colon + 1) != std::string_view::npos)) {
+    if (!isPlain &&
+        (colon == 0 || colon + 1 == name.size() || name.find(':', colon + 1) != std::string_view::npos)) {
         FailAsMalformed(m_at, Quoted(name) + " is no name");
     }
     m_at += length;

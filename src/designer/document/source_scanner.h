@@ -34,6 +34,7 @@ class SourceScanner {
     bool Begins(std::string_view text) const { return m_text.substr(m_at).starts_with(text); }
     void SkipBlanks();
     void SkipPast(std::string_view end, std::size_t from, const char* what);
+    void ScanDeclaration();
     void ScanMarkup();
     void ScanComment();
     void ScanInstruction();

@@ -108,11 +108,11 @@ class GridBuilder {
     }
 
     static double SizeOf(const std::vector<GridTrack>& tracks, Span span) {
-        double size = 0;
-        for (std::size_t i = span.first; i < span.first + span.count; ++i) {
-            size += tracks[i].size;
+        if (span.count == 0) {
+            return 0;
         }
-        return size;
+        const GridTrack& last = tracks[span.first + span.count - 1];
+        return last.begin + last.size - tracks[span.first].begin;
     }
 
     void AddBodyCell(int element, std::size_t row, std::size_t column, std::size_t rowSpan,

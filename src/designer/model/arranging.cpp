@@ -9,8 +9,8 @@ namespace {
 
 // One axis of a place.
 struct Axis {
-    double Rect::* begin;
-    double Rect::* size;
+    double Rect::*begin;
+    double Rect::*size;
 };
 constexpr Axis Across{&Rect::left, &Rect::width};
 constexpr Axis Down{&Rect::top, &Rect::height};

@@ -7,8 +7,17 @@
 namespace designer {
 
 DesignModel::DesignModel(Document document, QObject* parent)
-    : QObject(parent), m_document(std::move(document)), m_items(ReadReportItems(m_document)) {
+    : QObject(parent), m_document(std::move(document)) {
+    ReadItems();
+}
+
+void DesignModel::ReadItems() {
     m_read = m_document.Revision();
+    m_items = ReadReportItems(m_document);
+    m_places.clear();
+    for (std::size_t index = 0; index < m_items.items.size(); ++index) {
+        m_places.emplace(m_items.items[index].id, index);
+    }
 }
 
 void DesignModel::SetFile(std::filesystem::path file) {
@@ -18,17 +27,15 @@ void DesignModel::SetFile(std::filesystem::path file) {
 
 void DesignModel::SetDocument(Document document) {
     m_document = std::move(document);
-    m_items = ReadReportItems(m_document);
-    m_read = m_document.Revision();
+    ReadItems();
     m_selection.clear();
     emit Changed();
     emit SelectionChanged();
 }
 
 const ReportItem* DesignModel::Item(ElementId id) const {
-    const auto found = std::find_if(m_items.items.begin(), m_items.items.end(),
-                                    [id](const ReportItem& item) { return item.id == id; });
-    return found == m_items.items.end() ? nullptr : &*found;
+    const auto found = m_places.find(id);
+    return found == m_places.end() ? nullptr : &m_items.items[found->second];
 }
 
 const ReportBand* DesignModel::Band(ElementId id) const {
@@ -108,8 +115,7 @@ void DesignModel::TakeChange() {
     if (m_read == m_document.Revision()) {
         return;
     }
-    m_read = m_document.Revision();
-    m_items = ReadReportItems(m_document);
+    ReadItems();
     const std::size_t before = m_selection.size();
     std::erase_if(m_selection, [this](ElementId id) { return !m_document.Has(id); });
     emit Changed();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The report that a designer's window shows: its document, what is selected in it, and word of every change. The
-// canvas and the panes change the document through it only, so that all of them follow.
+// The report that a designer's window shows: its document, what is selected in it, and word of every change.
+// The canvas and the panes change the document through it only, so that all of them follow.
 #pragma once
 
 #include <QObject>
@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "designer/document/document.h"
@@ -25,7 +26,8 @@ class DesignModel : public QObject {
     // The file that the report has or will have. Relative names in the report start at its folder.
     const std::filesystem::path& File() const { return m_file; }
     void SetFile(std::filesystem::path file);
-    // Replaces the document; the steps and the selection are gone. A file that was read again is not modified.
+    // Replaces the document; the steps and the selection are gone. A file that was read again is not
+    // modified.
     void SetDocument(Document document);
 
     // The items as of now. A pointer to one is valid until the next change.
@@ -33,7 +35,8 @@ class DesignModel : public QObject {
     const ReportItem* Item(ElementId id) const;  // null if it is no report item
     const ReportBand* Band(ElementId id) const;  // null if it is no band
 
-    // What is selected: items, or one band, or the report. The last one is the leader: others are aligned to it.
+    // What is selected: items, or one band, or the report. The last one is the leader: others are aligned to
+    // it.
     const std::vector<ElementId>& Selection() const { return m_selection; }
     bool IsSelected(ElementId id) const;
     ElementId Leader() const { return m_selection.empty() ? NoElement : m_selection.back(); }
@@ -42,9 +45,10 @@ class DesignModel : public QObject {
     // The selected report items in document order.
     std::vector<ElementId> SelectedItems() const;
 
-    // Runs `work` as one step. An edit that is refused leaves the document as it was: Refused says why, and the result
-    // is false. StepGroup says what the merge key is.
-    bool Edit(const QString& step, const std::function<void(Document&)>& work, const std::string& mergeKey = {});
+    // Runs `work` as one step. An edit that is refused leaves the document as it was: Refused says why, and
+    // the result is false. StepGroup says what the merge key is.
+    bool Edit(const QString& step, const std::function<void(Document&)>& work,
+              const std::string& mergeKey = {});
     void Undo();
     void Redo();
     void MarkSaved();
@@ -56,12 +60,14 @@ class DesignModel : public QObject {
     void Refused(const QString& text);
 
  private:
+    void ReadItems();
     void TakeChange();
 
     Document m_document;
     std::filesystem::path m_file;
     ReportItems m_items;
-    std::uint64_t m_read = 0;  // revision of m_items
+    std::unordered_map<ElementId, std::size_t> m_places;  // in m_items.items
+    std::uint64_t m_read = 0;                             // revision of m_items
     std::vector<ElementId> m_selection;
 };
 

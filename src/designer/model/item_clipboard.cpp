@@ -35,8 +35,8 @@ std::optional<std::vector<std::string>> ItemsIn(std::string_view text) {
     }
 }
 
-std::vector<ElementId> PasteItems(Document& document, ElementId container, const std::vector<std::string>& items,
-                                  double shift) {
+std::vector<ElementId> PasteItems(Document& document, ElementId container,
+                                  const std::vector<std::string>& items, double shift) {
     std::vector<ElementId> ids;
     const ElementId parent = EnsureChild(document, container, "ReportItems");
     for (const std::string& item : items) {

@@ -17,13 +17,13 @@ inline constexpr const char* ItemsMimeType = "application/x-oxbow-courier-items+
 
 std::string ItemsText(const Document& document, const std::vector<ElementId>& ids);
 
-// Returns the elements in such a text, each as InsertXml takes it. Nothing if the text is no ReportItems element, or
-// if anything in it is no report item.
+// Returns the elements in such a text, each as InsertXml takes it. Nothing if the text is no ReportItems
+// element, or if anything in it is no report item.
 std::optional<std::vector<std::string>> ItemsIn(std::string_view text);
 
-// Inserts the items into the container, a band or a Rectangle, moved by `shift` points to the right and down, with
-// names that the report does not have. Returns their ids.
-std::vector<ElementId> PasteItems(Document& document, ElementId container, const std::vector<std::string>& items,
-                                  double shift);
+// Inserts the items into the container, a band or a Rectangle, moved by `shift` points to the right and down,
+// with names that the report does not have. Returns their ids.
+std::vector<ElementId> PasteItems(Document& document, ElementId container,
+                                  const std::vector<std::string>& items, double shift);
 
 }  // namespace designer

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "designer/document/editing.h"
+#include "designer/document/properties/properties.h"
 
 namespace designer {
 namespace {
@@ -38,11 +39,6 @@ std::vector<std::string_view> LinesOf(std::string_view text) {
 
 }  // namespace
 
-bool IsOldSchema(const Document& document) {
-    const std::string& space = document.Tree().SpaceOf(0);
-    return space.find("/2003/") != std::string::npos || space.find("/2005/") != std::string::npos;
-}
-
 std::optional<std::string> TextOfItem(const Document& document, ElementId item) {
     if (document.Name(item) != "Textbox") {
         return std::nullopt;
@@ -56,8 +52,8 @@ std::optional<std::string> TextOfItem(const Document& document, ElementId item) 
     }
     std::string text;
     for (const ElementId paragraph : paragraphs) {
-        text += (paragraph == paragraphs.front() ? "" : "\n") +
-                document.TextAt(paragraph, RunValue).value_or("");
+        text +=
+            (paragraph == paragraphs.front() ? "" : "\n") + document.TextAt(paragraph, RunValue).value_or("");
     }
     return text;
 }
@@ -68,7 +64,7 @@ void SetTextOfItem(Document& document, ElementId item, std::string_view text) {
     }
     std::vector<ElementId> paragraphs = ParagraphsOf(document, item);
     if (paragraphs.empty()) {
-        SetText(document, item, IsOldSchema(document) ? "Value" : FirstValue, text);
+        SetText(document, item, IsOlderSchema(document) ? "Value" : FirstValue, text);
         return;
     }
     if (paragraphs.size() == 1) {

@@ -10,15 +10,12 @@
 
 namespace designer {
 
-// Whether the report is of a schema before 2008, in which a text box has one value.
-bool IsOldSchema(const Document& document);
-
-// Returns nothing for an item that is no text box, and for one with paragraphs of several runs: they have formats of
-// their own, which a text without formats would lose.
+// Returns nothing for an item that is no text box, and for one with paragraphs of several runs: they have
+// formats of their own, which a text without formats would lose.
 std::optional<std::string> TextOfItem(const Document& document, ElementId item);
 
-// Sets the text. New lines become paragraphs if the text box has several, with the format of the last one; otherwise
-// they stay within its only one. Raises EditError if TextOfItem returns nothing.
+// Sets the text. New lines become paragraphs if the text box has several, with the format of the last one;
+// otherwise they stay within its only one. Raises EditError if TextOfItem returns nothing.
 void SetTextOfItem(Document& document, ElementId item, std::string_view text);
 
 }  // namespace designer

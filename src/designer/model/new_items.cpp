@@ -7,15 +7,16 @@
 #include "designer/document/editing.h"
 #include "designer/document/item_size.h"
 #include "designer/document/names.h"
-#include "designer/model/item_text.h"
+#include "designer/document/properties/properties.h"
 #include "designer/model/placing.h"
 
 namespace designer {
 namespace {
 
 std::string ContentOf(NewItem kind, bool isOld) {
-    const std::string padding = "<PaddingLeft>2pt</PaddingLeft><PaddingRight>2pt</PaddingRight>"
-                                "<PaddingTop>2pt</PaddingTop><PaddingBottom>2pt</PaddingBottom>";
+    const std::string padding =
+        "<PaddingLeft>2pt</PaddingLeft><PaddingRight>2pt</PaddingRight>"
+        "<PaddingTop>2pt</PaddingTop><PaddingBottom>2pt</PaddingBottom>";
     switch (kind) {
         case NewItem::TextBox:
             if (isOld) {
@@ -23,7 +24,8 @@ std::string ContentOf(NewItem kind, bool isOld) {
             }
             return "<CanGrow>true</CanGrow><KeepTogether>true</KeepTogether><Paragraphs><Paragraph><TextRuns>"
                    "<TextRun><Value></Value><Style /></TextRun></TextRuns><Style /></Paragraph></Paragraphs>"
-                   "<Style>" + padding + "</Style>";
+                   "<Style>" +
+                   padding + "</Style>";
         case NewItem::Line:
             return isOld ? "<Style><BorderStyle><Default>Solid</Default></BorderStyle></Style>"
                          : "<Style><Border><Style>Solid</Style></Border></Style>";
@@ -72,9 +74,9 @@ Rect UsualSize(NewItem kind) {
 ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, const Rect& place) {
     const std::string element(ElementOf(kind));
     const std::string xml = "<" + element + " Name=\"" + UniqueName(document, element + "1") + "\">" +
-                            ContentOf(kind, IsOldSchema(document)) + "<Top>" + Written(document, place.top) +
-                            "</Top><Left>" + Written(document, place.left) + "</Left><Height>" +
-                            Written(document, place.height) + "</Height><Width>" +
+                            ContentOf(kind, IsOlderSchema(document)) + "<Top>" +
+                            Written(document, place.top) + "</Top><Left>" + Written(document, place.left) +
+                            "</Left><Height>" + Written(document, place.height) + "</Height><Width>" +
                             Written(document, place.width) + "</Width></" + element + ">";
     const ElementId id = InsertXml(document, EnsureChild(document, band.element, "ReportItems"), xml);
     const double bottom = std::max(place.top, place.Bottom()), right = std::max(place.left, place.Right());
@@ -93,10 +95,47 @@ void EmbedPicture(Document& document, ElementId image, std::string_view type, st
     const QByteArray data = QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())).toBase64();
     const ElementId pictures = EnsureChild(document, document.Root(), "EmbeddedImages");
     InsertXml(document, pictures,
-              "<EmbeddedImage Name=\"" + name + "\"><MIMEType>" + std::string(type) + "</MIMEType><ImageData>" +
-                  data.toStdString() + "</ImageData></EmbeddedImage>");
+              "<EmbeddedImage Name=\"" + name + "\"><MIMEType>" + std::string(type) +
+                  "</MIMEType><ImageData>" + data.toStdString() + "</ImageData></EmbeddedImage>");
     SetText(document, image, "Source", "Embedded");
     SetText(document, image, "Value", name);
+}
+
+namespace {
+
+const char* NameOf(BandKind kind) {
+    return kind == BandKind::PageHeader ? "PageHeader" : "PageFooter";
+}
+
+// What page header and footer are in: the page since 2008, and the report before.
+std::string PagePath(const Document& document) {
+    if (document.Find(document.Root(), "ReportSections/ReportSection") != NoElement) {
+        return "ReportSections/ReportSection/Page";
+    }
+    return IsOlderSchema(document) ? "" : "Page";
+}
+
+}  // namespace
+
+ElementId PageBandOf(const Document& document, BandKind kind) {
+    const std::string page = PagePath(document);
+    return document.Find(document.Root(), (page.empty() ? "" : page + "/") + NameOf(kind));
+}
+
+ElementId InsertPageBand(Document& document, BandKind kind) {
+    const std::string path = PagePath(document);
+    ElementId page = document.Find(document.Root(), path);
+    if (page == NoElement) {
+        const std::size_t last = path.rfind('/');
+        const std::string section = last == std::string::npos ? "" : path.substr(0, last);
+        page = EnsureChild(document, document.Find(document.Root(), section), "Page");
+    }
+    const std::string name = NameOf(kind);
+    return InsertXml(
+        document, page,
+        "<" + name + "><Height>" + Written(document, 1.5 * 72 / 2.54) +
+            "</Height><PrintOnFirstPage>true</PrintOnFirstPage><PrintOnLastPage>true</PrintOnLastPage></" +
+            name + ">");
 }
 
 std::string BlankReport() {

@@ -18,14 +18,19 @@ std::string_view ElementOf(NewItem kind);
 // Returns the size in points of an item that is inserted without a rectangle.
 Rect UsualSize(NewItem kind);
 
-// Inserts an item at a place of the band, in points from its corner, and returns its id. The band grows for it. An
-// image shows nothing until it has a picture.
+// Inserts an item at a place of the band, in points from its corner, and returns its id. The band grows for
+// it. An image shows nothing until it has a picture.
 ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, const Rect& place);
 
-// Embeds a picture in the report and shows it in the image item. `type` is "image/png" or the like, `bytes` those of
-// the file, `wish` the name that it should have.
+// Embeds a picture in the report and shows it in the image item. `type` is "image/png" or the like, `bytes`
+// those of the file, `wish` the name that it should have.
 void EmbedPicture(Document& document, ElementId image, std::string_view type, std::string_view bytes,
                   const std::string& wish);
+
+// Returns the page header or the page footer of the first section, or NoElement.
+ElementId PageBandOf(const Document& document, BandKind kind);
+// Makes one, which is on all pages, and returns it. An edit of the step that is open.
+ElementId InsertPageBand(Document& document, BandKind kind);
 
 // Returns the text of an empty report on A4, in the schema 2016/01.
 std::string BlankReport();

@@ -54,7 +54,8 @@ void SetPlace(Document& document, const ReportItems& items, const ReportItem& it
     }
 }
 
-// The width is that of the report or, since 2010, of the section; page header and footer are in its Page there.
+// The width is that of the report or, since 2010, of the section; page header and footer are in its Page
+// there.
 ElementId OwnerOfWidth(const Document& document, const ReportBand& band) {
     const ElementId parent = document.Parent(band.element);
     return document.Name(parent) == "Page" ? document.Parent(parent) : parent;
@@ -136,7 +137,8 @@ void Place(Document& document, const ReportItems& items, const std::vector<Place
     }
 }
 
-void PlaceInBand(Document& document, const ReportItems& items, const Placement& placement, const ReportBand& band) {
+void PlaceInBand(Document& document, const ReportItems& items, const Placement& placement,
+                 const ReportBand& band) {
     const ReportItem* item = Find(items, placement.id);
     if (!item || items.bands.at(item->band).element == band.element) {
         PlaceOne(document, items, placement);

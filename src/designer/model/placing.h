@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Places, sizes and order of report items, written to the document. Lengths are points; a place starts at the top left
-// corner of the item's band. The functions raise EditError as editing.h does.
+// Places, sizes and order of report items, written to the document. Lengths are points; a place starts at the
+// top left corner of the item's band. The functions raise EditError as editing.h does.
 #pragma once
 
 #include <vector>
@@ -20,12 +20,13 @@ bool CanResize(const ReportItem& item);
 std::vector<ElementId> Movable(const ReportItems& items, const std::vector<ElementId>& ids);
 std::vector<ElementId> Resizable(const ReportItems& items, const std::vector<ElementId>& ids);
 
-// Writes the new places, and their sizes where these are new. A band that is too small for its item grows. No item
-// leaves its container at the left or at the top.
+// Writes the new places, and their sizes where these are new. A band that is too small for its item grows. No
+// item leaves its container at the left or at the top.
 void Place(Document& document, const ReportItems& items, const std::vector<Placement>& placements);
 
 // Moves an item to another band, or places it in its own as Place does.
-void PlaceInBand(Document& document, const ReportItems& items, const Placement& placement, const ReportBand& band);
+void PlaceInBand(Document& document, const ReportItems& items, const Placement& placement,
+                 const ReportBand& band);
 
 // Sets the height of a band, or the width of the report at the band.
 void SetBandHeight(Document& document, const ReportBand& band, double height);

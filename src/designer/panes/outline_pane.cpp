@@ -56,13 +56,12 @@ OutlinePane::OutlinePane(DesignModel& model, QWidget* parent) : QTreeWidget(pare
 
 std::vector<OutlinePane::Entry> OutlinePane::Entries() const {
     const ElementId root = m_model.Source().Root();
-    std::vector<Entry> entries{{root, NoElement, "Report"}};
+    std::vector<Entry> entries{{root, NoElement, "Report", {}}};
     for (const ReportBand& band : m_model.Items().bands) {
-        entries.push_back({band.element, root, TextOf(band)});
+        entries.push_back({band.element, root, TextOf(band), {}});
     }
     for (const ReportItem& item : m_model.Items().items) {
-        entries.push_back({item.id, item.container,
-                           item.name.empty() ? item.kind : item.name + " (" + item.kind + ")"});
+        entries.push_back({item.id, item.container, item.name.empty() ? item.kind : item.name, item.kind});
     }
     return entries;
 }
@@ -82,8 +81,10 @@ void OutlinePane::TakeChange() {
     std::map<ElementId, QTreeWidgetItem*> made;
     for (const Entry& entry : m_shown) {
         const auto container = made.find(entry.container);
-        auto* row = container == made.end() ? new QTreeWidgetItem(this) : new QTreeWidgetItem(container->second);
+        auto* row =
+            container == made.end() ? new QTreeWidgetItem(this) : new QTreeWidgetItem(container->second);
         row->setText(0, QString::fromStdString(entry.text));
+        row->setToolTip(0, QString::fromStdString(entry.kind));
         row->setData(0, IdRole, entry.id);
         made[entry.id] = row;
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The report as a tree: its bands, and the items in them by their names. Selects in the model, and follows it.
+// The report as a tree: its bands, and the items in them by their names. Selects in the model, and follows
+// it.
 #pragma once
 
 #include <QTreeWidget>
@@ -24,7 +25,7 @@ class OutlinePane : public QTreeWidget {
     // What a built tree shows. While it is the same, the tree stays as it is.
     struct Entry {
         ElementId id, container;
-        std::string text;
+        std::string text, kind;
         bool operator==(const Entry&) const = default;
     };
     std::vector<Entry> Entries() const;

@@ -13,7 +13,8 @@ namespace {
 
 constexpr int Pause = 400;  // milliseconds after the last change
 
-// Returns the innermost item or band whose element begins at the line or before it, of a message that names a line.
+// Returns the innermost item or band whose element begins at the line or before it, of a message that names a
+// line.
 ElementId ElementAtLine(const DesignModel& model, const QString& message) {
     const QRegularExpressionMatch line = QRegularExpression("\\bline (\\d+)").match(message);
     if (!line.hasMatch()) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the engine says against the report as it is now. It is asked a moment after the last change. Activating a
-// problem selects the item that it names.
+// What the engine says against the report as it is now. It is asked a moment after the last change.
+// Activating a problem selects the item that it names.
 #pragma once
 
 #include <QListWidget>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/panes/property_pane.h"
 
+#include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QStyledItemDelegate>
@@ -10,23 +11,50 @@ namespace designer {
 namespace {
 
 constexpr int RowRole = Qt::UserRole;
+constexpr int NameLetters = 22;  // width of the names
 
-// The value alone can be typed.
+// The value alone is edited, in a list where there is a choice.
 class ValueDelegate : public QStyledItemDelegate {
  public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit ValueDelegate(PropertyPane* pane) : QStyledItemDelegate(pane), m_pane(*pane) {}
+
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override {
         if (index.column() != 1 || index.data(RowRole).isNull()) {
             return nullptr;
         }
-        QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
-        if (editor) {
-            editor->setAccessibleName(index.siblingAtColumn(0).data().toString());
-        }
+        const Property& property = *m_pane.RowAt(index.data(RowRole).toUInt()).property;
+        const std::vector<std::string> choices = ChoicesFor(m_pane.Source(), property);
+        QWidget* editor = choices.empty() ? QStyledItemDelegate::createEditor(parent, option, index)
+                                          : MakeList(parent, property, choices);
+        editor->setAccessibleName(index.siblingAtColumn(0).data().toString());
         return editor;
     }
+
+ private:
+    QWidget* MakeList(QWidget* parent, const Property& property,
+                      const std::vector<std::string>& choices) const {
+        auto* list = new QComboBox(parent);
+        list->setAutoFillBackground(true);
+        const bool isClosed = property.kind == PropertyKind::Words || property.kind == PropertyKind::Boolean;
+        list->setEditable(!isClosed || property.expressions != Expressions::No);
+        for (const std::string& choice : choices) {
+            list->addItem(QString::fromStdString(choice));
+        }
+        // A choice is taken at once.
+        connect(list, &QComboBox::activated, this, [this, list] {
+            emit const_cast<ValueDelegate*>(this)->commitData(list);
+            emit const_cast<ValueDelegate*>(this)->closeEditor(list);
+        });
+        return list;
+    }
+
+    const PropertyPane& m_pane;
 };
+
+QString NameOf(const PropertyRow& row) {
+    return QString::fromUtf8(row.property->name.data(), static_cast<qsizetype>(row.property->name.size()));
+}
 
 }  // namespace
 
@@ -36,17 +64,17 @@ PropertyPane::PropertyPane(DesignModel& model, QWidget* parent) : QTreeWidget(pa
     setColumnCount(2);
     setHeaderLabels({tr("Property"), tr("Value")});
     setItemDelegate(new ValueDelegate(this));
-    setRootIsDecorated(true);
+    setIndentation(fontMetrics().averageCharWidth() * 2);
     setAlternatingRowColors(true);
+    setUniformRowHeights(true);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
-                    QAbstractItemView::AnyKeyPressed | QAbstractItemView::SelectedClicked);
-    header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+                    QAbstractItemView::SelectedClicked);
+    setColumnWidth(0, fontMetrics().averageCharWidth() * NameLetters);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(&m_model, &DesignModel::Changed, this, &PropertyPane::Show);
     connect(&m_model, &DesignModel::SelectionChanged, this, &PropertyPane::Show);
     connect(this, &QTreeWidget::itemChanged, this,
             [this](QTreeWidgetItem* row, int column) { TakeValue(*row, column); });
-    // A click on a name lets the value be typed.
-    connect(this, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* row) { editItem(row, 1); });
     Show();
 }
 
@@ -61,22 +89,14 @@ void PropertyPane::Show() {
             continue;
         }
         std::erase_if(rows, [&](const PropertyRow& row) {
-            return row.kind == PropertyRow::Kind::Name || std::find(own.begin(), own.end(), row) == own.end();
+            return row.property->kind == PropertyKind::Name ||
+                   std::find(own.begin(), own.end(), row) == own.end();
         });
     }
     m_filling = true;
     if (rows != m_rows) {
-        clear();
         m_rows = std::move(rows);
-        for (std::size_t index = 0; index < m_rows.size(); ++index) {
-            const QString category = QString::fromStdString(m_rows[index].category);
-            const auto found = findItems(category, Qt::MatchExactly);
-            auto* parent = found.isEmpty() ? new QTreeWidgetItem(this, {category}) : found.front();
-            parent->setExpanded(true);
-            auto* row = new QTreeWidgetItem(parent, {QString::fromStdString(m_rows[index].name)});
-            row->setData(1, RowRole, static_cast<int>(index));
-            row->setFlags(row->flags() | Qt::ItemIsEditable);
-        }
+        BuildRows();
     }
     for (QTreeWidgetItemIterator row(this); *row; ++row) {
         if (!(*row)->data(1, RowRole).isNull()) {
@@ -86,24 +106,52 @@ void PropertyPane::Show() {
     m_filling = false;
 }
 
-void PropertyPane::ShowValue(QTreeWidgetItem& row, const PropertyRow& property) const {
-    std::optional<std::string> value;
-    bool isSet = false, differs = false;
-    for (const ElementId id : m_model.Selection()) {
-        const auto own = PropertyValue(m_model.Source(), id, property);
-        differs = differs || (id != m_model.Selection().front() && own != value);
-        value = own;
-        isSet = isSet || own;
+void PropertyPane::BuildRows() {
+    QStringList closed;
+    for (int index = 0; index < topLevelItemCount(); ++index) {
+        closed += topLevelItem(index)->isExpanded() ? QString() : topLevelItem(index)->text(0);
     }
-    const QString text = differs ? QString() : QString::fromStdString(value.value_or(property.initial));
-    row.setText(1, text);
-    row.setForeground(1, palette().brush(isSet ? QPalette::Active : QPalette::Disabled, QPalette::Text));
-    QFont font = this->font();
-    font.setBold(isSet && property.kind != PropertyRow::Kind::Name);
-    row.setFont(1, font);
-    row.setToolTip(1, differs ? tr("The items have different values") : text);
+    clear();
+    for (std::size_t index = 0; index < m_rows.size(); ++index) {
+        const std::string_view written = m_rows[index].property->category;
+        const QString category = QString::fromUtf8(written.data(), static_cast<qsizetype>(written.size()));
+        const auto found = findItems(category, Qt::MatchExactly);
+        auto* parent = found.isEmpty() ? new QTreeWidgetItem(this, {category}) : found.front();
+        parent->setExpanded(!closed.contains(category));
+        parent->setFirstColumnSpanned(true);
+        auto* row = new QTreeWidgetItem(parent, {NameOf(m_rows[index])});
+        row->setData(1, RowRole, static_cast<uint>(index));
+        row->setFlags(row->flags() | Qt::ItemIsEditable);
+    }
 }
 
+// A value that is not the same for all is mixed, and its text empty.
+PropertyValue PropertyPane::CommonValue(const PropertyRow& property) const {
+    PropertyValue common;
+    for (const ElementId id : m_model.Selection()) {
+        const PropertyValue own = ValueOfRow(m_model.Source(), id, property);
+        const bool isFirst = id == m_model.Selection().front();
+        common.isMixed = common.isMixed || own.isMixed || (!isFirst && own.text != common.text);
+        common.isSet = common.isSet || own.isSet;
+        common.text = own.text;
+    }
+    if (common.isMixed) {
+        common.text.clear();
+    }
+    return common;
+}
+
+void PropertyPane::ShowValue(QTreeWidgetItem& row, const PropertyRow& property) const {
+    const PropertyValue value = CommonValue(property);
+    const QString text = QString::fromStdString(value.text);
+    row.setText(1, text);
+    // What is set has the colour of all texts, whatever the palette is later.
+    row.setData(1, Qt::ForegroundRole,
+                value.isSet ? QVariant() : QVariant(palette().brush(QPalette::Disabled, QPalette::Text)));
+    row.setToolTip(1, value.isMixed ? tr("There are different values") : text);
+}
+
+// An editor that is left as it was changes nothing, also where the values differ or none is set.
 void PropertyPane::TakeValue(QTreeWidgetItem& row, int column) {
     if (m_filling || column != 1 || row.data(1, RowRole).isNull()) {
         return;
@@ -111,19 +159,11 @@ void PropertyPane::TakeValue(QTreeWidgetItem& row, int column) {
     const PropertyRow property = m_rows[row.data(1, RowRole).toUInt()];
     const std::string value = row.text(1).toStdString();
     const std::vector<ElementId> ids = m_model.Selection();
-    // An editor that is left as it was changes nothing, also where the items differ or have the default.
-    bool differs = false;
-    std::optional<std::string> shown;
-    for (const ElementId id : ids) {
-        const auto own = PropertyValue(m_model.Source(), id, property);
-        differs = differs || (id != ids.front() && own != shown);
-        shown = own;
-    }
-    if (value != (differs ? std::string() : shown.value_or(property.initial))) {
-        m_model.Edit(StepName(m_model, tr("Change %1 of").arg(QString::fromStdString(property.name)), ids),
+    if (value != CommonValue(property).text) {
+        m_model.Edit(StepName(m_model, tr("Change %1 of").arg(NameOf(property)), ids),
                      [&](Document& document) {
                          for (const ElementId id : ids) {
-                             SetPropertyValue(document, id, property, value);
+                             SetRow(document, id, property, value);
                          }
                      });
     }
@@ -136,19 +176,28 @@ void PropertyPane::Reset() {
     }
     const PropertyRow property = m_rows[currentItem()->data(1, RowRole).toUInt()];
     const std::vector<ElementId> ids = m_model.Selection();
-    m_model.Edit(StepName(m_model, tr("Reset %1 of").arg(QString::fromStdString(property.name)), ids),
-                 [&](Document& document) {
-                     for (const ElementId id : ids) {
-                         ResetProperty(document, id, property);
-                     }
-                 });
+    m_model.Edit(StepName(m_model, tr("Reset %1 of").arg(NameOf(property)), ids), [&](Document& document) {
+        for (const ElementId id : ids) {
+            ResetRow(document, id, property);
+        }
+    });
+}
+
+void PropertyPane::changeEvent(QEvent* event) {
+    QTreeWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        Show();
+    } else if (event->type() == QEvent::FontChange) {
+        setColumnWidth(0, fontMetrics().averageCharWidth() * NameLetters);
+    }
 }
 
 void PropertyPane::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Delete && state() != QAbstractItemView::EditingState) {
+    const bool isEditing = state() == QAbstractItemView::EditingState;
+    if (event->key() == Qt::Key_Delete && !isEditing) {
         Reset();
     } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentItem() &&
-               state() != QAbstractItemView::EditingState) {
+               !isEditing) {
         editItem(currentItem(), 1);
     } else {
         QTreeWidget::keyPressEvent(event);

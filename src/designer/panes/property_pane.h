@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The properties of what is selected: of several items those that all of them have, with a value where it is the same
-// for all. A value is changed in place; Delete gives a property its default again.
+// The properties of what is selected: of several items those that all of them have, with a value where it is
+// the same for all. What the file does not say is grey. A value is changed in place; Delete gives a property
+// its default again.
 #pragma once
 
 #include <QTreeWidget>
@@ -18,12 +19,17 @@ class PropertyPane : public QTreeWidget {
 
     // Gives the selected property its default again. Does nothing if it has it.
     void Reset();
+    const Document& Source() const { return m_model.Source(); }
+    const PropertyRow& RowAt(std::size_t index) const { return m_rows.at(index); }
 
  protected:
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
  private:
+    PropertyValue CommonValue(const PropertyRow& property) const;
     void Show();
+    void BuildRows();
     void ShowValue(QTreeWidgetItem& row, const PropertyRow& property) const;
     void TakeValue(QTreeWidgetItem& row, int column);
 

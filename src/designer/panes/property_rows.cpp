@@ -1,59 +1,50 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/panes/property_rows.h"
 
+#include <QFontDatabase>
 #include <charconv>
+#include <sstream>
 
 #include "designer/document/editing.h"
 #include "designer/document/item_size.h"
-#include "designer/document/names.h"
-#include "designer/model/item_text.h"
 #include "designer/model/placing.h"
 
 namespace designer {
 namespace {
 
-using Kind = PropertyRow::Kind;
+constexpr const char* Section = "ReportSections/ReportSection";
 
-std::vector<PropertyRow> RowsOfItem(const DesignModel& model, const ReportItem& item) {
-    std::vector<PropertyRow> rows{{Kind::Name, "General", "Name", "", ""}};
-    if (TextOfItem(model.Source(), item.id)) {
-        rows.push_back({Kind::ItemText, "General", "Text", "", ""});
+bool HasPlace(const Property& property, const ReportItem& item) {
+    if (property.path == "Left" || property.path == "Top") {
+        return CanMove(item);
     }
-    if (CanMove(item)) {
-        rows.push_back({Kind::Size, "Position", "Left", "Left", "0in"});
-        rows.push_back({Kind::Size, "Position", "Top", "Top", "0in"});
-    }
-    if (CanResize(item)) {
-        const Kind kind = item.kind == "Line" ? Kind::SignedSize : Kind::Size;
-        rows.push_back({kind, "Position", "Width", "Width", ""});
-        rows.push_back({kind, "Position", "Height", "Height", ""});
-    }
-    rows.push_back({Kind::Whole, "Position", "ZIndex", "ZIndex", "0"});
-    rows.push_back({Kind::Text, "General", "ToolTip", "ToolTip", ""});
-    rows.push_back({Kind::Text, "General", "Bookmark", "Bookmark", ""});
-    return rows;
+    return (property.path != "Width" && property.path != "Height") || CanResize(item);
 }
 
-// The page is in the section since 2010, and in the report before.
+void Add(std::vector<PropertyRow>& rows, const Document& document, ElementId id, const std::string& part) {
+    const ElementId owner = document.Find(id, part);
+    if (owner == NoElement) {
+        return;
+    }
+    for (const Property* property : PropertiesOf(document.Name(owner), IsOlderSchema(document))) {
+        rows.push_back({property, part});
+    }
+}
+
 std::vector<PropertyRow> RowsOfReport(const Document& document) {
-    const bool hasSections = document.Find(document.Root(), "ReportSections") != NoElement;
-    const std::string section = hasSections ? "ReportSections/ReportSection/" : "";
-    const bool hasPage = hasSections || document.Find(document.Root(), "Page") != NoElement;
-    const std::string page = section + (hasPage ? "Page/" : "");
-    std::vector<PropertyRow> rows{{Kind::Text, "General", "Description", "Description", ""},
-                                  {Kind::Text, "General", "Author", "Author", ""},
-                                  {Kind::Text, "General", "Language", "Language", ""},
-                                  {Kind::Size, "Page", "Width of the body", section + "Width", ""}};
-    const std::pair<const char*, const char*> sizes[] = {
-        {"PageWidth", "8.5in"}, {"PageHeight", "11in"}, {"LeftMargin", "0in"},
-        {"RightMargin", "0in"}, {"TopMargin", "0in"},   {"BottomMargin", "0in"}};
-    for (const auto& [name, initial] : sizes) {
-        rows.push_back({Kind::Size, "Page", name, page + name, initial});
+    std::vector<PropertyRow> rows;
+    const ElementId root = document.Root();
+    Add(rows, document, root, "");
+    if (document.Find(root, Section) != NoElement) {
+        std::erase_if(rows, [](const PropertyRow& row) { return row.property->path == "Width"; });
+        Add(rows, document, root, Section);
+        Add(rows, document, root, std::string(Section) + "/Page");
+    } else {
+        Add(rows, document, root, "Page");
     }
     return rows;
 }
 
-// A size that is a number only gets the unit of the report.
 std::string WithUnit(const Document& document, const std::string& value) {
     double number = 0;
     const auto read = std::from_chars(value.data(), value.data() + value.size(), number);
@@ -62,77 +53,92 @@ std::string WithUnit(const Document& document, const std::string& value) {
     }
     const ElementId body = BodyOf(document);
     const std::string like = body == NoElement ? "" : document.TextAt(body, "Height").value_or("");
-    const std::size_t unit = like.find_last_of("0123456789.");
-    return value + (unit == std::string::npos || !PointsOf(like) ? "in" : like.substr(unit + 1));
+    const std::size_t digit = like.find_last_of("0123456789.");
+    return value + (digit == std::string::npos || !PointsOf(like) ? "in" : like.substr(digit + 1));
 }
 
-void SetSizeText(Document& document, ElementId id, const PropertyRow& row, const std::string& typed) {
-    const std::string value = WithUnit(document, typed);
-    const auto points = PointsOf(value);
-    if (!points) {
-        throw EditError(row.name + ": \"" + typed + "\" is no size; write 2.5cm, 25mm, 1in, 72pt or 6pc");
+ElementId OwnerOf(const Document& document, ElementId id, const PropertyRow& row) {
+    const ElementId owner = document.Find(id, row.part);
+    if (owner == NoElement) {
+        throw EditError("The report has no " + row.part);
     }
-    if (*points < 0 && row.kind != Kind::SignedSize) {
-        throw EditError(row.name + ": \"" + typed + "\" is below 0");
-    }
-    SetText(document, id, row.path, value);
-}
-
-void SetWhole(Document& document, ElementId id, const PropertyRow& row, const std::string& value) {
-    int number = 0;
-    const auto read = std::from_chars(value.data(), value.data() + value.size(), number);
-    if (read.ec != std::errc() || read.ptr != value.data() + value.size() || number < 0) {
-        throw EditError(row.name + ": \"" + value + "\" is no whole number from 0 on");
-    }
-    SetText(document, id, row.path, value);
+    return owner;
 }
 
 }  // namespace
 
 std::vector<PropertyRow> PropertyRowsOf(const DesignModel& model, ElementId id) {
-    if (const ReportItem* item = model.Item(id)) {
-        return RowsOfItem(model, *item);
+    const Document& document = model.Source();
+    if (id == document.Root()) {
+        return RowsOfReport(document);
     }
-    if (model.Band(id)) {
-        return {{Kind::Size, "Position", "Height", "Height", ""}};
+    std::vector<PropertyRow> rows;
+    const ReportItem* item = model.Item(id);
+    if (item || model.Band(id)) {
+        Add(rows, document, id, "");
     }
-    return id == model.Source().Root() ? RowsOfReport(model.Source()) : std::vector<PropertyRow>{};
+    if (item) {
+        std::erase_if(rows, [item](const PropertyRow& row) { return !HasPlace(*row.property, *item); });
+    }
+    return rows;
 }
 
-std::optional<std::string> PropertyValue(const Document& document, ElementId id, const PropertyRow& row) {
-    if (row.kind == Kind::Name) {
-        return document.Attribute(id, "Name");
-    }
-    return row.kind == Kind::ItemText ? TextOfItem(document, id) : document.TextAt(id, row.path);
+PropertyValue ValueOfRow(const Document& document, ElementId id, const PropertyRow& row) {
+    return ValueOf(document, OwnerOf(document, id, row), *row.property);
 }
 
-void SetPropertyValue(Document& document, ElementId id, const PropertyRow& row, const std::string& value) {
-    switch (row.kind) {
-        case Kind::Name:
-            Rename(document, id, value);
-            break;
-        case Kind::ItemText:
-            SetTextOfItem(document, id, value);
-            break;
-        case Kind::Text:
-            SetText(document, id, row.path, value);
-            break;
-        case Kind::Size:
-        case Kind::SignedSize:
-            SetSizeText(document, id, row, value);
-            break;
-        case Kind::Whole:
-            SetWhole(document, id, row, value);
-            break;
-    }
+void SetRow(Document& document, ElementId id, const PropertyRow& row, const std::string& value) {
+    const bool isSize = row.property->kind == PropertyKind::Size;
+    SetValue(document, OwnerOf(document, id, row), *row.property, isSize ? WithUnit(document, value) : value);
 }
 
-void ResetProperty(Document& document, ElementId id, const PropertyRow& row) {
-    if (row.kind == Kind::ItemText) {
-        SetTextOfItem(document, id, "");
-    } else if (row.kind != Kind::Name) {
-        RemoveAt(document, id, row.path);
+void ResetRow(Document& document, ElementId id, const PropertyRow& row) {
+    ResetValue(document, OwnerOf(document, id, row), *row.property);
+}
+
+std::vector<std::string> ChoicesFor(const Document& document, const Property& property) {
+    std::vector<std::string> choices;
+    const auto addNames = [&](std::string_view collection) {
+        const ElementId parent = document.Find(document.Root(), collection);
+        for (const ElementId child :
+             parent == NoElement ? std::vector<ElementId>{} : document.Children(parent)) {
+            choices.push_back(document.Attribute(child, "Name").value_or(""));
+        }
+    };
+    switch (property.kind) {
+        case PropertyKind::Words: {
+            std::istringstream words{std::string(property.words)};
+            for (std::string word; words >> word;) {
+                choices.push_back(word);
+            }
+            break;
+        }
+        case PropertyKind::Boolean:
+            choices = {"true", "false"};
+            break;
+        case PropertyKind::Font:
+            for (const QString& family : QFontDatabase::families()) {
+                choices.push_back(family.toStdString());
+            }
+            break;
+        case PropertyKind::DataSet:
+            addNames("DataSets");
+            break;
+        case PropertyKind::DataSource:
+            addNames("DataSources");
+            break;
+        case PropertyKind::Image:
+            addNames("EmbeddedImages");
+            break;
+        case PropertyKind::Item:
+            for (const ReportItem& item : ReadReportItems(document).items) {
+                choices.push_back(item.name);
+            }
+            break;
+        default:
+            break;
     }
+    return choices;
 }
 
 }  // namespace designer

@@ -1,35 +1,33 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The properties that the pane shows of an element, and how their values are read and written.
+// The rows of the property pane: what the selected element can have set, and of the report also what its
+// section and its page can.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "designer/document/properties/properties.h"
 #include "designer/model/design_model.h"
 
 namespace designer {
 
 struct PropertyRow {
-    enum class Kind { Name, ItemText, Text, Size, SignedSize, Whole };
-    Kind kind = Kind::Text;
-    std::string category, name;
-    std::string path;     // SourceTree::Find; of a Name and an ItemText empty
-    std::string initial;  // what the property is if the file does not say; empty: there is no such value
+    const Property* property = nullptr;
+    std::string
+        part;  // path from the selected element to the one that has the property; empty: it is its own
     bool operator==(const PropertyRow&) const = default;
 };
 
-// Returns the properties of an item, a band or the report. Empty for any other element.
+// Returns the properties of an item, a band or the report. Places and sizes are left out where the item has
+// none of its own. Empty for any other element.
 std::vector<PropertyRow> PropertyRowsOf(const DesignModel& model, ElementId id);
 
-// Returns the value that the file has; nothing if it does not say.
-std::optional<std::string> PropertyValue(const Document& document, ElementId id, const PropertyRow& row);
+PropertyValue ValueOfRow(const Document& document, ElementId id, const PropertyRow& row);
+// Raise EditError as SetValue and ResetValue. A size that is a number only gets the unit of the report.
+void SetRow(Document& document, ElementId id, const PropertyRow& row, const std::string& value);
+void ResetRow(Document& document, ElementId id, const PropertyRow& row);
 
-// Writes the value. A number without a unit gets the one of the report. Raises EditError, which says what is expected,
-// for a value that does not fit.
-void SetPropertyValue(Document& document, ElementId id, const PropertyRow& row, const std::string& value);
-
-// Takes the property out of the file. A name stays.
-void ResetProperty(Document& document, ElementId id, const PropertyRow& row);
+// Returns what can be chosen for the property; empty if it is typed.
+std::vector<std::string> ChoicesFor(const Document& document, const Property& property);
 
 }  // namespace designer

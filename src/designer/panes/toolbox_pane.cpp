@@ -69,7 +69,8 @@ ToolboxPane::ToolboxPane(QWidget* parent) : QWidget(parent) {
         button->setObjectName("tool" + tool.name.simplified().remove(' '));
         button->setText(tool.name);
         button->setAccessibleName(tr("Draw: %1").arg(tool.name));
-        button->setToolTip(tr("%1: click, then draw a rectangle on the page; Enter inserts one").arg(tool.name));
+        button->setToolTip(
+            tr("%1: click, then draw a rectangle on the page; Enter inserts one").arg(tool.name));
         button->setIcon(ToolIcon(tool.kind, palette()));
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         button->setCheckable(true);
@@ -96,9 +97,9 @@ void ToolboxPane::ShowTool(std::optional<NewItem> tool) {
 
 bool ToolboxPane::eventFilter(QObject* watched, QEvent* event) {
     const auto found = std::find(m_buttons.begin(), m_buttons.end(), watched);
-    const bool isEnter = event->type() == QEvent::KeyPress &&
-                         (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Return ||
-                          static_cast<QKeyEvent*>(event)->key() == Qt::Key_Enter);
+    const bool isEnter =
+        event->type() == QEvent::KeyPress && (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Return ||
+                                              static_cast<QKeyEvent*>(event)->key() == Qt::Key_Enter);
     if (found != m_buttons.end() && (isEnter || event->type() == QEvent::MouseButtonDblClick)) {
         emit InsertWanted(Tools()[static_cast<std::size_t>(found - m_buttons.begin())].kind);
         return true;

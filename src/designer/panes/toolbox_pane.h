@@ -24,8 +24,8 @@ std::vector<ToolText> Tools();
 // Draws the kind in the colours of the palette.
 QIcon ToolIcon(NewItem kind, const QPalette& palette);
 
-// A click picks a tool: the next rectangle that is drawn becomes an item of the kind. Enter, or a double click, inserts
-// an item at once.
+// A click picks a tool: the next rectangle that is drawn becomes an item of the kind. Enter, or a double
+// click, inserts an item at once.
 class ToolboxPane : public QWidget {
     Q_OBJECT
  public:

@@ -92,8 +92,8 @@ void DesignWindow::CutSelection() {
 
 void DesignWindow::Paste() {
     const QMimeData* clip = QApplication::clipboard()->mimeData();
-    const std::string text = clip->hasFormat(ItemsMimeType) ? clip->data(ItemsMimeType).toStdString()
-                                                            : clip->text().toStdString();
+    const std::string text =
+        clip->hasFormat(ItemsMimeType) ? clip->data(ItemsMimeType).toStdString() : clip->text().toStdString();
     const auto items = ItemsIn(text);
     const auto band = m_canvas->CurrentBand();
     if (!items || items->empty() || !band) {
@@ -170,9 +170,8 @@ void DesignWindow::ArrangeSelection(Arrangement arrangement, const QString& verb
     if (places.size() < LeastItems(arrangement)) {
         return;
     }
-    m_model->Edit(StepName(*m_model, verb, ids), [&](Document& document) {
-        Place(document, items, Arranged(places, arrangement));
-    });
+    m_model->Edit(StepName(*m_model, verb, ids),
+                  [&](Document& document) { Place(document, items, Arranged(places, arrangement)); });
 }
 
 void DesignWindow::OrderSelection(bool toFront) {
@@ -182,6 +181,20 @@ void DesignWindow::OrderSelection(bool toFront) {
                   [&](Document& document) {
                       toFront ? BringToFront(document, items, ids) : SendToBack(document, items, ids);
                   });
+}
+
+void DesignWindow::TogglePageBand(BandKind kind) {
+    const ElementId there = PageBandOf(m_model->Source(), kind);
+    const QString name = kind == BandKind::PageHeader ? tr("Page Header") : tr("Page Footer");
+    if (there != NoElement) {
+        m_model->Edit(tr("Remove %1").arg(name), [&](Document& document) { Remove(document, there); });
+        return;
+    }
+    ElementId made = NoElement;
+    if (m_model->Edit(tr("Insert %1").arg(name),
+                      [&](Document& document) { made = InsertPageBand(document, kind); })) {
+        m_model->Select({made});
+    }
 }
 
 // Without a picture the image goes again.

@@ -121,13 +121,16 @@ void DesignWindow::MakeFromData() {
 }
 
 bool DesignWindow::Save() {
+    m_canvas->FinishEditing();
     return m_model->File().empty() ? AskAndSaveAs() : WriteTo(m_model->File());
 }
 
 bool DesignWindow::AskAndSaveAs() {
+    m_canvas->FinishEditing();
     const fs::path& now = m_model->File();
     QString file = QFileDialog::getSaveFileName(
-        this, tr("Save Report As"), now.empty() ? tr("report.rdl") : QString::fromStdString(now.string()), Filters());
+        this, tr("Save Report As"), now.empty() ? tr("report.rdl") : QString::fromStdString(now.string()),
+        Filters());
     if (file.isEmpty()) {
         return false;
     }
@@ -170,6 +173,7 @@ bool DesignWindow::WriteTo(const fs::path& file) {
 }
 
 bool DesignWindow::MayLeave() {
+    m_canvas->FinishEditing();
     if (!IsChanged()) {
         return true;
     }

@@ -10,6 +10,8 @@
 #include <QMessageBox>
 #include <QTabWidget>
 #include <QToolButton>
+#include <tuple>
+#include <utility>
 
 #include "designer/panes/property_pane.h"
 #include "designer/panes/toolbox_pane.h"
@@ -26,8 +28,8 @@ QAction& CommandOf(const DesignWindow& window, const char* name) {
 
 }  // namespace
 
-QAction* DesignWindow::AddCommand(QMenu& menu, const char* name, const QString& text, const QKeySequence& keys,
-                                  const std::function<void()>& work) {
+QAction* DesignWindow::AddCommand(QMenu& menu, const char* name, const QString& text,
+                                  const QKeySequence& keys, const std::function<void()>& work) {
     auto* action = new QAction(text, this);
     action->setObjectName(name);
     action->setShortcut(keys);
@@ -86,7 +88,10 @@ void DesignWindow::ShowRecentFiles() {
 
 void DesignWindow::BuildEditMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&Edit"));
-    AddCommand(menu, "editUndo", tr("&Undo"), QKeySequence::Undo, [this] { m_model->Undo(); });
+    AddCommand(menu, "editUndo", tr("&Undo"), QKeySequence::Undo, [this] {
+        m_canvas->FinishEditing();
+        m_model->Undo();
+    });
     AddCommand(menu, "editRedo", tr("&Redo"), QKeySequence::Redo, [this] { m_model->Redo(); });
     menu.addSeparator();
     AddCommand(menu, "editCut", tr("Cu&t"), QKeySequence::Cut, [this] { CutSelection(); });
@@ -97,7 +102,8 @@ void DesignWindow::BuildEditMenu() {
     AddCommand(menu, "editDelete", tr("De&lete"), QKeySequence::Delete, [this] { DeleteSelection(); });
     menu.addSeparator();
     AddCommand(menu, "editSelectAll", tr("Select &All"), QKeySequence::SelectAll, [this] { SelectAll(); });
-    AddCommand(menu, "editText", tr("Edit Te&xt"), QKeySequence(Qt::Key_F2), [this] { m_canvas->EditText(); });
+    AddCommand(menu, "editText", tr("Edit Te&xt"), QKeySequence(Qt::Key_F2),
+               [this] { m_canvas->EditText(); });
     AddCommand(menu, "editReset", tr("Re&set Property"), QKeySequence(Qt::CTRL | Qt::Key_Backspace),
                [this] { m_properties->Reset(); });
     // These keys mean something else in the panes.
@@ -116,12 +122,21 @@ void DesignWindow::BuildInsertMenu() {
     const Qt::Key* key = Keys;
     for (const ToolText& tool : Tools()) {
         const QString name = "insert" + tool.name.simplified().remove(' ');
-        QAction* action = AddCommand(menu, name.toUtf8(), "&" + tool.name, QKeySequence(Qt::CTRL | Qt::ALT | *key++),
-                                     [this, kind = tool.kind] {
+        QAction* action = AddCommand(menu, name.toUtf8(), "&" + tool.name,
+                                     QKeySequence(Qt::CTRL | Qt::ALT | *key++), [this, kind = tool.kind] {
                                          m_canvas->InsertAtMiddle(kind);
                                          m_canvas->setFocus();
                                      });
         action->setIcon(ToolIcon(tool.kind, palette()));
+    }
+    menu.addSeparator();
+    const std::tuple<const char*, QString, Qt::Key, BandKind> bands[] = {
+        {"pageHeader", tr("Page &Header"), Qt::Key_H, BandKind::PageHeader},
+        {"pageFooter", tr("Page &Footer"), Qt::Key_F, BandKind::PageFooter}};
+    for (const auto& [name, text, letter, kind] : bands) {
+        AddCommand(menu, name, text, QKeySequence(Qt::CTRL | Qt::ALT | letter), [this, band = kind] {
+            TogglePageBand(band);
+        })->setCheckable(true);
     }
 }
 
@@ -143,14 +158,16 @@ void DesignWindow::BuildArrangeMenu() {
         {"alignBottom", tr("Align &Bottom"), keys(Qt::Key_B), Arrangement::AlignBottom, tr("Align")},
         {"distributeAcross", tr("Distribute &Across"), keys(Qt::Key_H), Arrangement::DistributeAcross,
          tr("Distribute")},
-        {"distributeDown", tr("Distribute &Down"), keys(Qt::Key_V), Arrangement::DistributeDown, tr("Distribute")},
+        {"distributeDown", tr("Distribute &Down"), keys(Qt::Key_V), Arrangement::DistributeDown,
+         tr("Distribute")},
         {"sameWidth", tr("Same &Width"), keys(Qt::Key_W), Arrangement::SameWidth, tr("Resize")},
         {"sameHeight", tr("Same &Height"), keys(Qt::Key_G), Arrangement::SameHeight, tr("Resize")},
         {"sameSize", tr("Same &Size"), keys(Qt::Key_D), Arrangement::SameSize, tr("Resize")},
     };
     QMenu& menu = *menuBar()->addMenu(tr("&Arrange"));
     for (const Entry& entry : entries) {
-        if (entry.arrangement == Arrangement::DistributeAcross || entry.arrangement == Arrangement::SameWidth) {
+        if (entry.arrangement == Arrangement::DistributeAcross ||
+            entry.arrangement == Arrangement::SameWidth) {
             menu.addSeparator();
         }
         AddCommand(menu, entry.name, entry.text, entry.keys,
@@ -164,15 +181,17 @@ void DesignWindow::BuildArrangeMenu() {
     AddCommand(menu, "toBack", tr("Send to Bac&k"), QKeySequence(Qt::CTRL | Qt::Key_BracketLeft),
                [this] { OrderSelection(false); });
     menu.addSeparator();
-    QAction* snap = AddCommand(menu, "snap", tr("Sna&p to Grid and Items"), QKeySequence(Qt::CTRL | Qt::Key_G),
-                               [this] { m_canvas->SetSnaps(CommandOf(*this, "snap").isChecked()); });
+    QAction* snap =
+        AddCommand(menu, "snap", tr("Sna&p to Grid and Items"), QKeySequence(Qt::CTRL | Qt::Key_G),
+                   [this] { m_canvas->SetSnaps(CommandOf(*this, "snap").isChecked()); });
     snap->setCheckable(true);
     snap->setChecked(true);
 }
 
 void DesignWindow::BuildViewMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&View"));
-    AddCommand(menu, "viewDesign", tr("&Design"), QKeySequence(Qt::Key_F7), [this] { m_tabs->setCurrentIndex(0); });
+    AddCommand(menu, "viewDesign", tr("&Design"), QKeySequence(Qt::Key_F7),
+               [this] { m_tabs->setCurrentIndex(0); });
     AddCommand(menu, "viewPreview", tr("&Preview"), QKeySequence(Qt::Key_F5), [this] {
         if (m_tabs->currentWidget() == m_preview) {
             m_preview->Open(*m_model);
@@ -182,7 +201,8 @@ void DesignWindow::BuildViewMenu() {
     menu.addSeparator();
     AddCommand(menu, "zoomIn", tr("Zoom &In"), QKeySequence(Qt::CTRL | Qt::Key_Plus),
                [this] { m_canvas->StepZoom(1); });
-    CommandOf(*this, "zoomIn").setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    CommandOf(*this, "zoomIn")
+        .setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
     AddCommand(menu, "zoomOut", tr("Zoom &Out"), QKeySequence(Qt::CTRL | Qt::Key_Minus),
                [this] { m_canvas->StepZoom(-1); });
     AddCommand(menu, "zoomWhole", tr("&Actual Size"), QKeySequence(Qt::CTRL | Qt::Key_0),
@@ -228,14 +248,20 @@ void DesignWindow::ShowCommands() {
     for (const char* name : {"editCut", "editCopy", "editDuplicate", "editDelete", "toFront", "toBack"}) {
         set(name, designs && !selected.empty());
     }
-    for (const char* name : {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole", "zoomWidth",
-                             "nextPane", "editReset", "insertTextBox", "insertLine", "insertRectangle", "insertImage"}) {
+    for (const char* name :
+         {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole", "zoomWidth", "nextPane",
+          "editReset", "insertTextBox", "insertLine", "insertRectangle", "insertImage"}) {
         set(name, designs);
+    }
+    for (const auto& [name, kind] :
+         {std::pair("pageHeader", BandKind::PageHeader), std::pair("pageFooter", BandKind::PageFooter)}) {
+        set(name, designs);
+        CommandOf(*this, name).setChecked(PageBandOf(document, kind) != NoElement);
     }
     const ReportItem* leader = m_model->Item(m_model->Leader());
     set("editText", designs && leader && leader->kind == "Textbox");
-    for (const char* name : {"alignLeft", "alignCentre", "alignRight", "alignTop", "alignMiddle", "alignBottom",
-                             "sameWidth", "sameHeight", "sameSize"}) {
+    for (const char* name : {"alignLeft", "alignCentre", "alignRight", "alignTop", "alignMiddle",
+                             "alignBottom", "sameWidth", "sameHeight", "sameSize"}) {
         set(name, designs && selected.size() >= 2);
     }
     for (const char* name : {"distributeAcross", "distributeDown"}) {
@@ -244,7 +270,8 @@ void DesignWindow::ShowCommands() {
     set("viewDesign", !IsText());
     set("viewPreview", !IsText());
     // The viewer has the key for its own file while the preview is open.
-    CommandOf(*this, "fileSave").setShortcut(designs || IsText() ? QKeySequence(QKeySequence::Save) : QKeySequence());
+    CommandOf(*this, "fileSave")
+        .setShortcut(designs || IsText() ? QKeySequence(QKeySequence::Save) : QKeySequence());
     for (QDockWidget* dock : findChildren<QDockWidget*>()) {
         dock->widget()->setEnabled(designs);
     }

@@ -80,7 +80,7 @@ void DesignWindow::BuildDocks() {
         addDockWidget(area, dock);
         return dock;
     };
-    add("dockToolbox", tr("Toolbox"), m_toolbox, Qt::LeftDockWidgetArea);
+    auto* toolbox = add("dockToolbox", tr("Toolbox"), m_toolbox, Qt::LeftDockWidgetArea);
     auto* outline = add("dockOutline", tr("Outline"), m_outline, Qt::LeftDockWidgetArea);
     auto* properties = add("dockProperties", tr("Properties"), m_properties, Qt::RightDockWidgetArea);
     m_problemsDock = add("dockProblems", tr("Problems"), m_problems, Qt::BottomDockWidgetArea);
@@ -88,6 +88,8 @@ void DesignWindow::BuildDocks() {
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     const int letter = fontMetrics().averageCharWidth();
     resizeDocks({outline, properties}, {letter * 28, letter * 38}, Qt::Horizontal);
+    resizeDocks({toolbox, outline}, {m_toolbox->sizeHint().height(), fontMetrics().height() * 40},
+                Qt::Vertical);
     resizeDocks({m_problemsDock}, {fontMetrics().height() * 5}, Qt::Vertical);
 }
 
@@ -107,9 +109,8 @@ void DesignWindow::Connect() {
     connect(m_canvas, &DesignCanvas::ToolChanged, this, [this] { m_toolbox->ShowTool(m_canvas->Tool()); });
     connect(m_canvas, &DesignCanvas::ZoomChanged, this, &DesignWindow::ShowCommands);
     connect(m_canvas, &DesignCanvas::PointerMoved, m_place, &QLabel::setText);
-    connect(m_canvas, &DesignCanvas::LaidOut, this, [this] {
-        m_problems->SetDrawingFailure(QString::fromStdString(m_canvas->Failure()));
-    });
+    connect(m_canvas, &DesignCanvas::LaidOut, this,
+            [this] { m_problems->SetDrawingFailure(QString::fromStdString(m_canvas->Failure())); });
     connect(m_canvas, &DesignCanvas::ItemInserted, this, [this](ElementId id, NewItem kind) {
         if (kind == NewItem::Image) {
             AskForPicture(id);
@@ -131,6 +132,7 @@ void DesignWindow::Connect() {
     });
     connect(m_tabs, &QTabWidget::currentChanged, this, &DesignWindow::ShowPage);
     connect(m_source, &SourcePage::ModifiedChanged, this, &DesignWindow::ShowTitle);
+    connect(m_source, &SourcePage::Edited, &m_copyTimer, qOverload<>(&QTimer::start));
     connect(m_source, &SourcePage::DesignWanted, this, &DesignWindow::OpenMendedText);
     m_copyTimer.setSingleShot(true);
     m_copyTimer.setInterval(CopyPause);
@@ -155,6 +157,7 @@ void DesignWindow::ShowProblemCount() {
 
 // The preview runs the report whenever its tab is opened.
 void DesignWindow::ShowPage() {
+    m_canvas->FinishEditing();
     if (m_tabs->currentWidget() == m_preview) {
         m_preview->Open(*m_model);
     } else {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One report in a window of the designer: canvas and preview as tabs, the panes around them, and the commands in its
-// menus. A file that is not well-formed is a text in the same window until it is mended.
+// One report in a window of the designer: canvas and preview as tabs, the panes around them, and the commands
+// in its menus. A file that is not well-formed is a text in the same window until it is mended.
 #pragma once
 
 #include <QMainWindow>
@@ -99,6 +99,7 @@ class DesignWindow : public QMainWindow {
     void ArrangeSelection(Arrangement arrangement, const QString& verb);
     void OrderSelection(bool toFront);
     void AskForPicture(ElementId image);
+    void TogglePageBand(BandKind kind);
 
     void ShowProblemCount();
     void ShowPage();

@@ -74,8 +74,9 @@ DesignWindow* DesignerProgram::Open(const QString& file) {
 
 void DesignerProgram::OfferLost() {
     for (const LostReport& lost : FindLostReports()) {
-        const QString name = lost.original.empty() ? tr("a new report")
-                                                   : "\"" + QString::fromStdString(lost.original.string()) + "\"";
+        const QString name = lost.original.empty()
+                                 ? tr("a new report")
+                                 : "\"" + QString::fromStdString(lost.original.string()) + "\"";
         QMessageBox box(QMessageBox::Question, tr("Oxbow Courier Designer"),
                         tr("The designer was ended before the changes of %1 were saved.").arg(name),
                         QMessageBox::NoButton);

@@ -17,12 +17,12 @@ class DesignerProgram : public QObject {
  public:
     using QObject::QObject;
 
-    // Offers what was not saved when a designer was ended by force, then opens a window for each file, or one with a
-    // blank report.
+    // Offers what was not saved when a designer was ended by force, then opens a window for each file, or one
+    // with a blank report.
     void Start(const std::vector<std::filesystem::path>& files);
 
-    // Opens the file in a window that shows a blank report, if there is one, else in a new window. A file that a window
-    // shows already comes to the front. Returns null if the file cannot be read.
+    // Opens the file in a window that shows a blank report, if there is one, else in a new window. A file
+    // that a window shows already comes to the front. Returns null if the file cannot be read.
     DesignWindow* Open(const QString& file);
     DesignWindow* NewWindow();
     // Shows a report that no file has yet, in a blank window if there is one.

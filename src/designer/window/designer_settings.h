@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the designer remembers: recent files and how its window looked. It has a file of its own, designer.ini in the
-// folder of the settings.
+// What the designer remembers: recent files and how its window looked. It has a file of its own, designer.ini
+// in the folder of the settings.
 #pragma once
 
 #include <QByteArray>

@@ -161,9 +161,8 @@ void PreviewPage::Run() {
         const BusyPointer busy;
         for (int n = 1; n <= m_report->ParameterFieldCount(); ++n) {
             report::ParameterField& parameter = m_report->Parameter(n);
-            const auto field = std::find_if(m_fields.begin(), m_fields.end(), [&](const Field& one) {
-                return one.name == parameter.Name();
-            });
+            const auto field = std::find_if(m_fields.begin(), m_fields.end(),
+                                            [&](const Field& one) { return one.name == parameter.Name(); });
             if (field == m_fields.end()) {
                 continue;
             }

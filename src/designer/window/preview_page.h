@@ -25,8 +25,8 @@ class PreviewPage : public QWidget {
     explicit PreviewPage(QWidget* parent = nullptr);
     ~PreviewPage() override;
 
-    // Opens the report as it is now. One without parameters runs at once, another one when the user has typed them;
-    // values that were typed before are offered again. Errors appear in a list.
+    // Opens the report as it is now. One without parameters runs at once, another one when the user has typed
+    // them; values that were typed before are offered again. Errors appear in a list.
     void Open(const DesignModel& model);
 
  protected:

@@ -62,7 +62,8 @@ void RecoveryFile::Write(const fs::path& original, std::string_view bytes) {
             m_lock = MakeLock(m_file);
             m_lock->tryLock(0);
         }
-        AtomicFile copy(m_file, AtomicFile::IfThere::Replace, AtomicFile::Readers::Owner, AtomicFile::Lasting::Brief);
+        AtomicFile copy(m_file, AtomicFile::IfThere::Replace, AtomicFile::Readers::Owner,
+                        AtomicFile::Lasting::Brief);
         copy.Write(original.string() + "\n");
         copy.Write(bytes);
         copy.Commit();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What was not saved when a designer was ended by force. Each window keeps a copy of its report while it is modified;
-// one whose process is gone is offered at the next start.
+// What was not saved when a designer was ended by force. Each window keeps a copy of its report while it is
+// modified; one whose process is gone is offered at the next start.
 #pragma once
 
 #include <QLockFile>
@@ -23,8 +23,8 @@ class RecoveryFile {
     RecoveryFile(const RecoveryFile&) = delete;
     RecoveryFile& operator=(const RecoveryFile&) = delete;
 
-    // Writes the copy. `original` is the file that the report is saved to; empty if it has none yet. A copy that
-    // cannot be written is left out: the work goes on without it.
+    // Writes the copy. `original` is the file that the report is saved to; empty if it has none yet. A copy
+    // that cannot be written is left out: the work goes on without it.
     void Write(const std::filesystem::path& original, std::string_view bytes);
     void Remove();
 

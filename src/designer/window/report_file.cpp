@@ -74,7 +74,8 @@ std::string BytesOf(const PlainText& plain) {
         text.replace('\n', "\r\n");
     }
     const bool fitsLatin1 = QString::fromLatin1(text.toLatin1()) == text;
-    const std::string bytes = plain.isLatin1 && fitsLatin1 ? text.toLatin1().toStdString() : text.toStdString();
+    const std::string bytes =
+        plain.isLatin1 && fitsLatin1 ? text.toLatin1().toStdString() : text.toStdString();
     return (plain.hasMark ? std::string(Utf8Mark) : std::string()) + bytes;
 }
 

@@ -21,11 +21,12 @@ struct FileStamp {
 // Returns nothing if there is no such file.
 std::optional<FileStamp> StampOf(const std::filesystem::path& file);
 
-// Returns the bytes of the file. Raises RuntimeError 53 if it is missing and 75 if it cannot be read or is larger than
-// a report may be, each with the file's name.
+// Returns the bytes of the file. Raises RuntimeError 53 if it is missing and 75 if it cannot be read or is
+// larger than a report may be, each with the file's name.
 std::string ReadReportFile(const std::filesystem::path& file);
 
-// Replaces or makes the file; one that is replaced passes its rights on, and a link stays one. Raises as AtomicFile.
+// Replaces or makes the file; one that is replaced passes its rights on, and a link stays one. Raises as
+// AtomicFile.
 void WriteReportFile(const std::filesystem::path& file, std::string_view bytes);
 
 // Whether the bytes are text in UTF-8, and those of a text as lines that an editor shows.
@@ -34,8 +35,8 @@ struct PlainText {
     bool hasMark = false, isLatin1 = false, hasReturns = false;
 };
 
-// Takes the bytes of any file apart, so that BytesOf returns the same bytes for the same text. Only a file whose lines
-// end in several ways gets the way of its first line for all.
+// Takes the bytes of any file apart, so that BytesOf returns the same bytes for the same text. Only a file
+// whose lines end in several ways gets the way of its first line for all.
 PlainText PlainTextOf(std::string_view bytes);
 // A character that the encoding of the file does not have makes it UTF-8.
 std::string BytesOf(const PlainText& plain);

@@ -30,6 +30,7 @@ SourcePage::SourcePage(QWidget* parent)
     layout->addWidget(m_text, 1);
     setFocusProxy(m_text);
     connect(open, &QPushButton::clicked, this, &SourcePage::DesignWanted);
+    connect(m_text, &QPlainTextEdit::textChanged, this, &SourcePage::Edited);
     connect(m_text, &QPlainTextEdit::modificationChanged, this, &SourcePage::ModifiedChanged);
 }
 

@@ -28,6 +28,7 @@ class SourcePage : public QWidget {
 
  signals:
     void ModifiedChanged();
+    void Edited();
     void DesignWanted();  // the text may be well-formed now
 
  private:

@@ -63,6 +63,14 @@ std::string_view WordOf(Level level) {
     return "info";
 }
 
+// Bytes of one text in a line. Longer lines would be split by the machine's journal, and the pieces be taken
+// for lines with a severity of their own.
+constexpr std::size_t LongestText = 8192;
+
+std::string Shown(std::string_view text) {
+    return OnOneLine(CutText(text, LongestText)) + (text.size() > LongestText ? "..." : "");
+}
+
 // RFC 8259, section 7. What could break a line is escaped too where the standard does not ask for it.
 std::string JsonText(std::string_view text) {
     std::string quoted = "\"";
@@ -79,13 +87,17 @@ std::string JsonText(std::string_view text) {
             AppendCharacter(quoted, character.code >= NoCharacter ? ReplacementCharacter : character.code);
         }
         at += character.length;
+        if (quoted.size() > LongestText && at < text.size()) {
+            quoted += "...";
+            break;
+        }
     }
     return quoted + '"';
 }
 
 // A value that a reader would not see as one word stands in quotes.
 std::string Word(const Fact& fact) {
-    std::string value = OnOneLine(fact.value);
+    std::string value = Shown(fact.value);
     if (fact.isNumber || (!value.empty() && value.find_first_of(" \"=\\") == std::string::npos)) {
         return value;
     }
@@ -100,7 +112,7 @@ std::string Word(const Fact& fact) {
 std::string TextLine(const Event& event, const std::vector<Fact>& context) {
     std::string line = Stamp(Now(), ' ') + ' ';
     if (!event.sentence.empty()) {
-        return line + OnOneLine(event.sentence);
+        return line + Shown(event.sentence);
     }
     line.append(WordOf(event.level)).append(1, ' ').append(event.name);
     for (const auto* facts : {&context, &event.facts}) {

@@ -14,7 +14,8 @@
 #include <vector>
 
 // Writes "2026-11-22 07:00:03 " (local time), the text and a line feed. The text becomes one line
-// (platform/base/one_line.h). As JSON it is an event "message" of level warning.
+// (platform/base/one_line.h), and of more than 8192 bytes the rest is dropped. As JSON it is an event
+// "message" of level warning.
 void Journal(std::string_view text);
 
 namespace journal {

@@ -40,6 +40,11 @@ std::string UpperText(std::string_view text);
 // case.
 int CompareText(std::string_view left, std::string_view right);
 
+// Returns true if the text has the piece anywhere, byte by byte.
+inline bool Contains(std::string_view text, std::string_view piece) {
+    return text.find(piece) != std::string_view::npos;
+}
+
 inline bool SameText(std::string_view left, std::string_view right) {
     return CompareText(left, right) == 0;
 }

@@ -9,10 +9,13 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "platform/contracts/runtime.h"
+
+class DataRows;
 
 // Returns true if the data file is a link to a shared store, even one that cannot be used.
 bool IsSharedStore(const std::string& connectionString);
@@ -31,6 +34,31 @@ void AskWhenStoreIsAway(std::function<bool(const RuntimeError& error)> question)
 
 // Returns the error with which the store cannot be reached now. Asks nothing.
 std::optional<RuntimeError> SharedStoreFailure(const std::string& connectionString);
+
+// One read of a small table in place of many. While an object lives, recordsets on a shared store get the
+// rows of "select COLUMNS from TABLE where COLUMN = NUMBER" from memory; the table is read when the first of
+// these statements is opened, with its columns. The words, the rows and their order are the same as without
+// it. Any other statement, and an embedded database, is not concerned. Objects are destroyed in the reverse
+// order of their making.
+class TableSnapshot {
+ public:
+    TableSnapshot(std::string connectionString, std::string table, std::string column);
+    ~TableSnapshot();
+    TableSnapshot(const TableSnapshot&) = delete;
+    TableSnapshot& operator=(const TableSnapshot&) = delete;
+
+    // Returns null for a statement that it does not answer.
+    std::unique_ptr<DataRows> Answer(const std::string& statement, const std::string& connectionString);
+
+    struct Rows;
+
+ private:
+    void Read(const std::string& columns);
+
+    std::string m_connectionString, m_table, m_column;
+    std::shared_ptr<const Rows> m_rows;  // null until the table has been read
+    TableSnapshot* m_former;
+};
 
 // Gives the store the bytes of a file in the folder Cache, under the file's name.
 void KeepReport(const std::string& connectionString, const std::string& path);

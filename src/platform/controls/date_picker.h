@@ -6,10 +6,10 @@
 // one. A year of two digits is read as everywhere else.
 //
 // What is typed in one go is a date in the region's form, with the region's separator, or the rest of one
-// from the selected part on, or a whole one like 2028-12-24. The key that makes it neither is refused: text
-// and date are as before that typing, there is a beep and a tip, and what is typed on is passed over until
-// another key or a click comes or the box is left. A day that the month does not have stands while the other
-// parts may still change; when the box is left with it, the date is the one of before.
+// from the selected part on, or a whole one like 2028-12-24. A key that fits no such text is refused, with a
+// beep and a tip: the date before the typing returns, and further typing is ignored until another key, a
+// click or leaving the box. A day that the month does not have stays while the other parts may still change;
+// if the box is left with it, the date before the typing returns.
 #pragma once
 
 #include <QDateEdit>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What is typed in one go: how it becomes a date, and when it is refused.
+// Members of DTPicker: what is typed in one go, how it becomes a date, and when it is refused.
 #include <QApplication>
 #include <QLineEdit>
 #include <QTimer>
@@ -66,7 +66,7 @@ bool DTPicker::IsOpen() const {
            !(atDay && m_typing && !m_typing->digits.isEmpty());
 }
 
-// Whether digits stand in the part that make no number of it.
+// Returns true if the typed digits are not a valid value of the part.
 bool DTPicker::IsImpossible() const {
     const Section section = m_typing ? sectionAt(m_typing->part) : NoSection;
     return m_typing && !m_typing->digits.isEmpty() && !Fits(section, NumberOf(section, m_typing->digits));

@@ -6,6 +6,7 @@
 #include "platform/base/text.h"
 #include "platform/contracts/adodb.h"
 #include "platform/data/open_session.h"
+#include "platform/data/table_snapshot.h"
 
 namespace ADODB {
 
@@ -59,8 +60,8 @@ struct Recordset::Impl {
         return column.field;
     }
 
-    std::unique_ptr<DataSession> session;
-    std::unique_ptr<DataRows> rows;  // of the session
+    std::unique_ptr<DataSession> session;  // null for rows in memory
+    std::unique_ptr<DataRows> rows;        // of the session
     std::vector<Column> columns;
     std::vector<Spelling> spellings;
     std::uint64_t row = 1;
@@ -78,6 +79,10 @@ void Recordset::Open(const std::string& statement, const std::string& activeConn
         throw RuntimeError(err::DataOpen);
     }
     TraceStatement(statement);
+    if (std::unique_ptr<DataRows> rows = RowsOfSnapshot(statement, activeConnection)) {
+        m_impl = std::make_unique<Impl>(nullptr, std::move(rows));
+        return;
+    }
     std::unique_ptr<DataSession> session = OpenDataSession(activeConnection);
     if (std::unique_ptr<DataRows> rows = session->Query(statement)) {
         m_impl = std::make_unique<Impl>(std::move(session), std::move(rows));

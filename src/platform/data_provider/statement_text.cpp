@@ -2,8 +2,11 @@
 #include "platform/data_provider/statement_text.h"
 
 #include <algorithm>
-#include <string>
+#include <array>
+#include <cstdio>
 
+#include "platform/contracts/clock.h"
+#include "platform/contracts/dates.h"
 #include "platform/contracts/runtime.h"
 #include "platform/data_provider/tokens.h"
 
@@ -22,4 +25,12 @@ bool IsBlankStatement(std::string_view rest) {
     return std::all_of(tokens.begin(), tokens.end(), [](const Token& token) {
         return token.kind == TokenKind::Blank || (token.kind == TokenKind::Mark && token.text == ";");
     });
+}
+
+std::string NowText() {
+    const DateParts now = Split(Now());
+    std::array<char, 80> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", now.year, now.month, now.day,
+                  now.hour, now.minute, now.second);
+    return text.data();
 }

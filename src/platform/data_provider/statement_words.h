@@ -42,6 +42,14 @@ inline bool IsWholeNumber(const Token* token) {
            token->text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
+// Returns the index of the number in `top NUMBER` after the word at `index`, or the number of tokens: a
+// column named top has no number after it.
+inline std::size_t NumberOfTop(const std::vector<Token>& tokens, std::size_t index) {
+    const std::size_t top = SkipBlankTokens(tokens, index + 1);
+    const std::size_t number = SkipBlankTokens(tokens, top + 1);
+    return number < tokens.size() && IsWholeNumber(&tokens[number]) ? number : tokens.size();
+}
+
 // Returns a plain or quoted name without its quotes, and an empty text for any other token.
 inline std::string_view NameOf(const Token& token) {
     if (token.kind == TokenKind::Name && token.text.size() > 2) {

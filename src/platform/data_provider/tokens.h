@@ -18,7 +18,7 @@ enum class TokenKind {
 struct Token {
     TokenKind kind;
     std::string_view text;  // of the statement, quotes included
-};                          // part of the statement, quotes included
+};
 
 // Returns tokens that cover every byte of the statement. A text, name or comment without an end extends to
 // the end of the statement.

@@ -33,9 +33,9 @@ AddressBookDialog::AddressBookDialog(const std::vector<mailer::AddressEntry>& en
         ShowEmptyBook();
     }
     Connect();
-    constexpr int Letters = 75;
+    constexpr int Characters = 75;
     constexpr int Lines = 26;
-    resize(SizeForText(*this, Letters, entries.empty() ? 0 : Lines));
+    resize(SizeForText(*this, Characters, entries.empty() ? 0 : Lines));
     ShowState();
 }
 

@@ -15,6 +15,7 @@
 #include <chrono>
 #include <utility>
 
+#include "platform/posix/exec_arguments.h"
 #include "platform/posix/program.h"
 #include "platform/posix/unique_fd.h"
 
@@ -81,14 +82,9 @@ int Spawn(const std::vector<std::string>& arguments, int input, const Pipe& out,
     posix_spawnattr_setpgroup(&attributes, 0);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGDEF);
 
-    std::vector<std::string> copies = arguments;
-    std::vector<char*> pointers;
-    pointers.reserve(copies.size() + 1);
-    for (std::string& copy : copies) {
-        pointers.push_back(copy.data());
-    }
-    pointers.push_back(nullptr);
-    const int failure = posix_spawnp(&child, pointers[0], &files, &attributes, pointers.data(), environ);
+    ExecArguments copies(arguments);
+    char** const pointers = copies.Pointers();
+    const int failure = posix_spawnp(&child, pointers[0], &files, &attributes, pointers, environ);
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&files);
     return failure;

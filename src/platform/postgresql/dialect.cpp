@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/postgresql/dialect.h"
 
-#include <array>
-#include <cstdio>
 #include <vector>
 
 #include "platform/base/ascii.h"
-#include "platform/contracts/clock.h"
 #include "platform/contracts/regional.h"
 #include "platform/contracts/runtime.h"
 #include "platform/data_provider/statement_text.h"
@@ -24,15 +21,6 @@ const char* RegionWord() {
         default:
             return "'ymd'";
     }
-}
-
-// In the form of stored dates, so that it compares with them as a text.
-std::string NowText() {
-    const DateParts now = Split(Now());
-    std::array<char, 80> text{};
-    std::snprintf(text.data(), text.size(), "'%04d-%02d-%02d %02d:%02d:%02d'", now.year, now.month, now.day,
-                  now.hour, now.minute, now.second);
-    return text.data();
 }
 
 // Raises an error for what PostgreSQL would read in another way than the tokens say.
@@ -112,7 +100,7 @@ class Translator {
             m_result += std::string("store_datediff(") + RegionWord() + ",";
         } else if (IsWord(&token, {"now"}) && isCall) {
             SkipCall();
-            m_result += NowText();
+            m_result += "'" + NowText() + "'";
         } else if (IsWord(&token, {"not"}) && IsWord(next, {"like"})) {
             // A column sorts by its bytes, and the case of characters beyond A to Z is not known to those.
             m_result += "collate \"default\" not";
@@ -154,9 +142,8 @@ class Translator {
 
     // Keeps `top` and the number after it for the end of its select. A column named top stays.
     void SkipTop() {
-        const std::size_t top = SkipBlankTokens(m_tokens, m_index + 1);
-        const std::size_t number = SkipBlankTokens(m_tokens, top + 1);
-        if (number < m_tokens.size() && IsWholeNumber(&m_tokens[number])) {
+        const std::size_t number = NumberOfTop(m_tokens, m_index);
+        if (number < m_tokens.size()) {
             m_levels.back().SetLimit(m_tokens[number].text);
             m_index = number;
         }

@@ -33,10 +33,10 @@ void MakeRoomForTitle(QMessageBox& box) {
     if (layout == nullptr) {
         return;
     }
-    constexpr int FrameLetters = 12;  // average characters for its icon and buttons
+    constexpr int FrameCharacters = 12;  // average characters for its icon and buttons
     const QFontMetrics metrics(QApplication::font("QMdiSubWindowTitleBar"));
     const int width =
-        metrics.horizontalAdvance(box.windowTitle()) + FrameLetters * metrics.averageCharWidth();
+        metrics.horizontalAdvance(box.windowTitle()) + FrameCharacters * metrics.averageCharWidth();
     layout->addItem(new QSpacerItem(width, 0), layout->rowCount(), 0, 1, layout->columnCount());
 }
 

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdio>
 
+#include "platform/base/ascii.h"
 #include "platform/regfile/utf16.h"
 
 namespace {
@@ -64,10 +65,8 @@ std::string TextOfUtf16(std::string_view bytes) {
 std::string HexText(std::string_view bytes) {
     std::string text;
     for (const char byte : bytes) {
-        std::array<char, 8> piece{};
-        std::snprintf(piece.data(), piece.size(), "%s%02x", text.empty() ? "" : ",",
-                      static_cast<unsigned char>(byte));
-        text += piece.data();
+        text += text.empty() ? "" : ",";
+        AppendHexByte(static_cast<unsigned char>(byte), text, SmallHexDigits);
     }
     return text;
 }

@@ -59,6 +59,10 @@ std::vector<rdl::FontUse> RdlReport::Fonts() const {
     return Translated([&] { return m_report->Fonts(); });
 }
 
+std::vector<std::string> RdlReport::Problems() const {
+    return Translated([&] { return m_report->Problems(); });
+}
+
 void RdlReport::SetRows(const std::string& dataSet, const std::string& file) {
     if (!m_report->SetRows(dataSet, paths::ToMachine(file))) {
         throw RuntimeError(InvalidOption, "The report has no data set \"" + dataSet + "\"");

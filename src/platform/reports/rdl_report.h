@@ -45,8 +45,9 @@ class RdlReport : public report::Report {
     std::unique_ptr<report::PageView> OpenPages() override;
 
     // Functions beyond the contract.
-    std::vector<rdl::FontUse> Fonts() const;  // the fonts that the report names
-    std::string TableName(int n) const;       // from 1
+    std::vector<rdl::FontUse> Fonts() const;    // the fonts that the report names
+    std::vector<std::string> Problems() const;  // constants of styles that mean nothing, a line each
+    std::string TableName(int n) const;         // from 1
     // Replaces provider and connect string of a data source. Raises 5 if the report has no data source of the
     // name.
     void SetDataSource(const std::string& name, const std::string& provider,

@@ -9,6 +9,8 @@
 #include <array>
 #include <cerrno>
 
+#include "platform/posix/exec_arguments.h"
+
 namespace {
 
 // Between fork and exec only async-signal-safe calls are allowed: other threads of the parent may hold any
@@ -75,14 +77,9 @@ int WaitForReport(int file) {
 
 int StartDetached(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                   const std::filesystem::path& folder) {
-    std::vector<std::string> copies = arguments;
-    copies.insert(copies.begin(), program.string());
-    std::vector<char*> pointers;
-    pointers.reserve(copies.size() + 1);
-    for (std::string& copy : copies) {
-        pointers.push_back(copy.data());
-    }
-    pointers.push_back(nullptr);
+    std::vector<std::string> all{program.string()};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    ExecArguments copies(std::move(all));
     // exec closes it on success: an end of file without a report is a success.
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
@@ -93,7 +90,7 @@ int StartDetached(const std::filesystem::path& program, const std::vector<std::s
         setsid();
         const pid_t grandchild = fork();
         if (grandchild == 0) {
-            Become(program.c_str(), pointers.data(), folder.c_str(), ends[1]);
+            Become(program.c_str(), copies.Pointers(), folder.c_str(), ends[1]);
         }
         if (grandchild < 0) {
             Report(ends[1], errno);

@@ -73,11 +73,10 @@ class Translator {
 
     // Keeps `top` and the number after it for the end of its select. A column named top stays.
     void SkipTop() {
-        const Token* top = Next(m_index + 1);
-        const Token* number = Next(static_cast<std::size_t>(top - m_tokens.data()) + 1);
-        if (IsWholeNumber(number)) {
-            m_levels.back().limit = number->text;
-            m_index = static_cast<std::size_t>(number - m_tokens.data());
+        const std::size_t number = NumberOfTop(m_tokens, m_index);
+        if (number < m_tokens.size()) {
+            m_levels.back().limit = m_tokens[number].text;
+            m_index = number;
         }
     }
 

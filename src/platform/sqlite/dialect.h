@@ -11,5 +11,5 @@
 //   left(a, 3) = 'Abc'                  ->  'Abc' collate nocase: texts compare without regard to case
 //   order by LastRun desc               ->  order by LastRun collate moment desc: its texts hold dates in
 //                                           several forms
-// Texts, quoted names and comments stay unchanged. datediff and Now are functions (functions.h).
+// Texts, quoted names and comments stay unchanged. datediff and Now are functions (sql_functions.h).
 std::string TranslateDialect(std::string_view statement);

@@ -10,26 +10,19 @@
 #include <cerrno>
 
 #include "platform/base/paths.h"
+#include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
 #include "platform/contracts/system_error.h"
 
 namespace {
 
-bool StartsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
-}
-
-bool Contains(std::string_view text, std::string_view piece) {
-    return text.find(piece) != std::string_view::npos;
-}
-
 // Raises the error of a faulty statement. SQLite has one code for all of them; only the text distinguishes
 // them.
 [[noreturn]] void RaiseStatementError(const std::string& message) {
-    if (StartsWith(message, "no such table")) {
+    if (message.starts_with("no such table")) {
         throw RuntimeError(err::DataTableMissing, "The data has no table of that name; " + message);
     }
-    if (StartsWith(message, "no such column") || Contains(message, "has no column named")) {
+    if (message.starts_with("no such column") || Contains(message, "has no column named")) {
         throw RuntimeError(err::DataColumnMissing,
                            "The data has no column of that name, or a value is missing; " + message);
     }

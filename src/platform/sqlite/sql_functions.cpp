@@ -3,8 +3,6 @@
 
 #include <sqlite3.h>
 
-#include <array>
-#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -14,6 +12,7 @@
 #include "platform/contracts/clock.h"
 #include "platform/contracts/dates.h"
 #include "platform/contracts/regional.h"
+#include "platform/data_provider/statement_text.h"
 
 namespace {
 
@@ -103,14 +102,7 @@ void DateDiff(sqlite3_context* context, int count, sqlite3_value** values) {
 }
 
 void NowFunction(sqlite3_context* context, int /*count*/, sqlite3_value** /*values*/) {
-    // In the form of stored dates, so that it compares with them as a text.
-    Guarded(context, [&] {
-        const DateParts now = Split(Now());
-        std::array<char, 80> text{};
-        std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", now.year, now.month, now.day,
-                      now.hour, now.minute, now.second);
-        ReturnText(context, text.data());
-    });
+    Guarded(context, [&] { ReturnText(context, NowText()); });
 }
 
 // `text like pattern` calls this with the pattern first. SQLite's own LIKE knows only A to Z.

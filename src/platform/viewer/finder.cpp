@@ -41,10 +41,10 @@ void Finder::LookOn() {
 }
 
 bool Finder::LookAtPage() {
-    const std::vector<LetterRange> all = m_document->Text(m_page)->Find(m_words);
+    const std::vector<CharacterRange> all = m_document->Text(m_page)->Find(m_words);
     const bool isForwards = m_direction == Direction::Forwards;
-    const LetterRange* found = nullptr;
-    for (const LetterRange& range : all) {
+    const CharacterRange* found = nullptr;
+    for (const CharacterRange& range : all) {
         if (isForwards && (m_from < 0 || range.first >= m_from)) {
             found = &range;
             break;

@@ -27,7 +27,7 @@ class Finder : public QObject {
     bool IsBusy() const { return m_timer.isActive(); }
 
  signals:
-    void Found(int page, const viewer::LetterRange& range, bool wrapped);
+    void Found(int page, const viewer::CharacterRange& range, bool wrapped);
     void NotFound();
 
  private:

@@ -219,7 +219,7 @@ void PageCanvas::GoToEnd() {
     CheckPage();
 }
 
-void PageCanvas::Reveal(int page, const LetterRange& range) {
+void PageCanvas::Reveal(int page, const CharacterRange& range) {
     if (!m_document || page > m_layout.Count()) {
         return;
     }
@@ -242,7 +242,7 @@ void PageCanvas::SetWords(const QString& words) {
     viewport()->update();
 }
 
-void PageCanvas::SetHit(int page, const LetterRange& range) {
+void PageCanvas::SetHit(int page, const CharacterRange& range) {
     m_hit = {page, range};
     Reveal(page, range);
     viewport()->update();
@@ -365,19 +365,19 @@ const QPixmap& PageCanvas::Tile(const TileKey& key, QSize pagePixels) {
 }
 
 void PageCanvas::PaintMarks(QPainter& painter, int page, QPointF corner) {
-    const LetterRange selected = SelectedOn(page);
+    const CharacterRange selected = SelectedOn(page);
     if (m_words.isEmpty() && selected.count == 0) {
         return;
     }
     const std::shared_ptr<const PageText> text = m_document->Text(page);
     // Text stays black under the colour of a marker.
     painter.setCompositionMode(QPainter::CompositionMode_Multiply);
-    const auto mark = [&](const LetterRange& range, const QColor& color) {
+    const auto mark = [&](const CharacterRange& range, const QColor& color) {
         for (const QRectF& area : text->Areas(range)) {
             painter.fillRect(OnScreen(area, m_layout.Scale(), corner).adjusted(-1, 0, 1, 0), color);
         }
     };
-    for (const LetterRange& range : text->Find(m_words)) {
+    for (const CharacterRange& range : text->Find(m_words)) {
         const bool current = m_hit.page == page && m_hit.range == range;
         mark(range, current ? QColor(255, 170, 60) : QColor(255, 240, 120));
     }

@@ -41,15 +41,15 @@ class PageCanvas : public QAbstractScrollArea {
     void GoToEnd();
     bool IsFollowingEnd() const { return m_followEnd; }
     // Scrolls no further than needed to show the range.
-    void Reveal(int page, const LetterRange& range);
+    void Reveal(int page, const CharacterRange& range);
 
     // Sets the words that are marked wherever they occur; empty: none. The current match stands out.
     void SetWords(const QString& words);
-    void SetHit(int page, const LetterRange& range);
+    void SetHit(int page, const CharacterRange& range);
     void ClearHit();
     // The place where a search starts: after or before the last match, else on the visible page.
     struct Place {
-        int page = 0, letter = 0;
+        int page = 0, character = 0;
     };
     Place SearchStart(Direction direction) const;
 
@@ -82,7 +82,7 @@ class PageCanvas : public QAbstractScrollArea {
     };
     struct Hit {
         int page = 0;
-        LetterRange range;
+        CharacterRange range;
     };
 
     struct Target {  // the page of the last GoTo, and the scroll position that it gave
@@ -105,7 +105,7 @@ class PageCanvas : public QAbstractScrollArea {
 
     std::optional<report::Link> LinkAt(QPointF viewPoint) const;
     Place PlaceAt(QPointF viewPoint) const;
-    LetterRange SelectedOn(int page) const;
+    CharacterRange SelectedOn(int page) const;
     bool HasSelection() const;
     void ShowCursor(QPointF viewPoint);
 

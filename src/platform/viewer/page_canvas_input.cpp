@@ -154,7 +154,7 @@ void PageCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
         // A point on the right half of a character gives the place after it, but belongs to the character.
         const int place = text->PlaceAt(at);
         const bool before = place > 0 && text->Areas({place - 1, 1}).front().contains(at);
-        const LetterRange word = text->WordAt(before ? place - 1 : place);
+        const CharacterRange word = text->WordAt(before ? place - 1 : place);
         m_selection = Selection{{page, word.first}, {page, word.first + word.count}};
         viewport()->update();
     }
@@ -189,22 +189,22 @@ bool PageCanvas::viewportEvent(QEvent* event) {
 
 bool PageCanvas::HasSelection() const {
     return m_selection && (m_selection->anchor.page != m_selection->end.page ||
-                           m_selection->anchor.letter != m_selection->end.letter);
+                           m_selection->anchor.character != m_selection->end.character);
 }
 
-LetterRange PageCanvas::SelectedOn(int page) const {
+CharacterRange PageCanvas::SelectedOn(int page) const {
     if (!HasSelection() || !m_document) {
         return {};
     }
     Place from = m_selection->anchor, to = m_selection->end;
-    if (to.page < from.page || (to.page == from.page && to.letter < from.letter)) {
+    if (to.page < from.page || (to.page == from.page && to.character < from.character)) {
         std::swap(from, to);
     }
     if (page < from.page || page > to.page) {
         return {};
     }
-    const int first = page == from.page ? from.letter : 0;
-    const int end = page == to.page ? to.letter : m_document->Text(page)->Count();
+    const int first = page == from.page ? from.character : 0;
+    const int end = page == to.page ? to.character : m_document->Text(page)->Count();
     return {first, end - first};
 }
 

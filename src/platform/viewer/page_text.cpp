@@ -43,8 +43,8 @@ int PageText::LetterOf(qsizetype position) const {
     return static_cast<int>(after - m_characters.begin()) - 1;
 }
 
-std::vector<LetterRange> PageText::Find(const QString& words) const {
-    std::vector<LetterRange> found;
+std::vector<CharacterRange> PageText::Find(const QString& words) const {
+    std::vector<CharacterRange> found;
     if (words.isEmpty() || m_characters.empty()) {
         return found;
     }
@@ -55,7 +55,7 @@ std::vector<LetterRange> PageText::Find(const QString& words) const {
     return found;
 }
 
-QString PageText::Text(const LetterRange& range) const {
+QString PageText::Text(const CharacterRange& range) const {
     QString text;
     const int end = std::min(range.first + range.count, Count());
     for (int i = range.first; i < end; ++i) {
@@ -72,7 +72,7 @@ QString PageText::Text(const LetterRange& range) const {
     return text;
 }
 
-std::vector<QRectF> PageText::Areas(const LetterRange& range) const {
+std::vector<QRectF> PageText::Areas(const CharacterRange& range) const {
     std::vector<QRectF> areas;
     int line = -1;
     const int end = std::min(range.first + range.count, Count());
@@ -105,7 +105,7 @@ bool PageText::IsOnText(QPointF point) const {
                        [&](const Character& character) { return character.area.contains(point); });
 }
 
-LetterRange PageText::WordAt(int place) const {
+CharacterRange PageText::WordAt(int place) const {
     if (m_characters.empty()) {
         return {};
     }

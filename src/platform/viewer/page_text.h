@@ -12,9 +12,9 @@
 
 namespace viewer {
 
-struct LetterRange {
+struct CharacterRange {
     int first = 0, count = 0;
-    bool operator==(const LetterRange&) const = default;
+    bool operator==(const CharacterRange&) const = default;
 };
 
 class PageText {
@@ -23,16 +23,16 @@ class PageText {
 
     int Count() const { return static_cast<int>(m_characters.size()); }
     // Returns the matches of the words, without regard to case; a match may continue on the next line.
-    std::vector<LetterRange> Find(const QString& words) const;
+    std::vector<CharacterRange> Find(const QString& words) const;
     // Returns the text of a range; lines end with a line feed.
-    QString Text(const LetterRange& range) const;
+    QString Text(const CharacterRange& range) const;
     // Returns one area for each line of the range, in points.
-    std::vector<QRectF> Areas(const LetterRange& range) const;
+    std::vector<QRectF> Areas(const CharacterRange& range) const;
     // Returns the place before or after a character that is nearest to a point; 0 on a page without text.
     int PlaceAt(QPointF point) const;
     bool IsOnText(QPointF point) const;
     // Returns the range of the word around a place, up to blanks and the ends of the line.
-    LetterRange WordAt(int place) const;
+    CharacterRange WordAt(int place) const;
 
  private:
     struct Character {

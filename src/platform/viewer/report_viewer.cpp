@@ -253,14 +253,14 @@ void ReportViewer::Find(Direction direction, SearchFrom from) {
         m_canvas->SetWords(words);
     }
     PageCanvas::Place start = m_canvas->SearchStart(direction);
-    if (from == SearchFrom::Here && start.letter > 0) {
-        --start.letter;
+    if (from == SearchFrom::Here && start.character > 0) {
+        --start.character;
     }
     m_findBar->ShowState(tr("Searching"));
-    m_finder.Start(words, direction, start.page, start.letter);
+    m_finder.Start(words, direction, start.page, start.character);
 }
 
-void ReportViewer::OnFound(int page, const LetterRange& range, bool wrapped) {
+void ReportViewer::OnFound(int page, const CharacterRange& range, bool wrapped) {
     m_canvas->SetHit(page, range);
     m_findBar->ShowState(wrapped ? tr("Page %1, gone round").arg(page) : tr("Page %1").arg(page));
 }

@@ -67,7 +67,7 @@ class ReportViewer : public QWidget {
     // Where a search begins: at the current match, which may match again, or beside it.
     enum class SearchFrom { Here, Beside };
     void Find(viewer::Direction direction, SearchFrom from);
-    void OnFound(int page, const viewer::LetterRange& range, bool wrapped);
+    void OnFound(int page, const viewer::CharacterRange& range, bool wrapped);
     void FollowLink(const report::Link& link);
     void AskAndPrint();
     void AskAndSave();

@@ -54,6 +54,10 @@ class Report {
     virtual std::string Description() const = 0;
     // Returns the fonts that the report names as constants, sorted by name.
     virtual std::vector<FontUse> Fonts() const = 0;
+    // Reads the file again. Returns a line for each constant of a style that means nothing, such as
+    // FontWeight Boldd, with file, line, item, property and value: the report runs, with the default in its
+    // place.
+    virtual std::vector<std::string> Problems() const = 0;
 
     virtual std::size_t ParameterCount() const = 0;
     virtual Parameter& ParameterAt(std::size_t index) = 0;  // below ParameterCount()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/data/inline_rows_cursor.h"
 
-#include "rdl/definition/rows/inline_rows.h"
+#include "rdl/definition/tree/inline_rows.h"
 #include "rdl/values/ascii.h"
 
 namespace rdl::data {

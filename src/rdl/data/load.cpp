@@ -147,7 +147,7 @@ class RecentTexts {
     }
 
  private:
-    std::array<Value, 64> m_texts;
+    std::array<Value, 256> m_texts;
 };
 
 Table ReadRows(const LoadRequest& request, const DataSet& dataSet, Cursor& cursor) {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/data/open_cursor.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <initializer_list>
 
 #include "rdl/data/common/connect_string.h"
 #include "rdl/data/common/field_type.h"
@@ -75,6 +77,17 @@ OpenSource SourceOf(const LoadRequest& request, const DataSet& dataSet, const Da
     }
 }
 
+// Returns the columns of the fields of these types.
+std::vector<std::string> ColumnsOf(const DataSet& dataSet, std::initializer_list<FieldType> types) {
+    std::vector<std::string> columns;
+    for (const Field& field : dataSet.fields) {
+        if (std::find(types.begin(), types.end(), FieldTypeOfName(field.typeName)) != types.end()) {
+            columns.push_back(field.dataField.empty() ? field.name : field.dataField);
+        }
+    }
+    return columns;
+}
+
 std::string FileOf(const ConnectString& pairs) {
     return pairs.Get({"data source", "file", "filename", "uri", "url", "database", "path", "directory"});
 }
@@ -107,12 +120,13 @@ std::unique_ptr<Cursor> OpenXmlSet(const LoadRequest& request, const DataSet& da
 std::unique_ptr<Cursor> OpenJsonSet(const LoadRequest& request, const DataSet& dataSet,
                                     const OpenSource& source) {
     const std::string path = CommandOf(request, dataSet);
+    const std::vector<std::string> decimals = ColumnsOf(dataSet, {FieldType::Decimal});
     const std::string_view text = Trimmed(source.connectString);
     if (text.starts_with('{') || text.starts_with('[')) {
-        return OpenJson(text, path);
+        return OpenJson(text, path, decimals);
     }
-    return OpenJson(ReadDataFile(ResolveDataPath(FileOf(ConnectString(text)), request.SearchFolders())),
-                    path);
+    return OpenJson(ReadDataFile(ResolveDataPath(FileOf(ConnectString(text)), request.SearchFolders())), path,
+                    decimals);
 }
 
 std::unique_ptr<Cursor> OpenCsvSet(const LoadRequest& request, const DataSet& dataSet,
@@ -145,14 +159,7 @@ std::unique_ptr<Cursor> OpenCsvSet(const LoadRequest& request, const DataSet& da
 }  // namespace
 
 std::vector<std::string> ColumnsReadAsTexts(const DataSet& dataSet) {
-    std::vector<std::string> columns;
-    for (const Field& field : dataSet.fields) {
-        const FieldType type = FieldTypeOfName(field.typeName);
-        if (type == FieldType::Decimal || type == FieldType::Text) {
-            columns.push_back(field.dataField.empty() ? field.name : field.dataField);
-        }
-    }
-    return columns;
+    return ColumnsOf(dataSet, {FieldType::Decimal, FieldType::Text});
 }
 
 OpenSource ResolveSource(const LoadRequest& request, const DataSource& source) {

@@ -11,8 +11,10 @@
 
 #include "rdl/definition/model.h"
 #include "rdl/definition/placeholders.h"
-#include "rdl/definition/xml_tree.h"
+#include "rdl/definition/style_constant.h"
+#include "rdl/definition/tree/xml_tree.h"
 #include "rdl/values/ascii.h"
+#include "rdl/values/error.h"
 
 namespace rdl {
 
@@ -34,6 +36,13 @@ class Context {
     Expr ChildText(const XmlElement& parent, std::string_view name, const std::string& where);
     // The same for a connect string, in which each {?Name} must be a parameter.
     Expr ChildConnection(const XmlElement& parent, std::string_view name, const std::string& where);
+    // Has each constant of a style passed on from now on; `take` must outlive the context.
+    void PassStyles(const TakeStyleConstant& take) { m_takeStyle = take ? &take : nullptr; }
+    void TellStyle(StyleProperty property, const Expr& constant) const {
+        if (m_takeStyle) {
+            (*m_takeStyle)(property, constant);
+        }
+    }
     // Notes a font that the report names.
     void TellFont(const std::string& family) { m_fonts.insert(family); }
     const std::set<std::string>& Fonts() const { return m_fonts; }
@@ -72,6 +81,7 @@ class Context {
     std::string m_fileName;
     const DefinitionLimits& m_limits;
     const ReportTree* m_tree = nullptr;
+    const TakeStyleConstant* m_takeStyle = nullptr;
     std::unordered_set<std::string> m_images;
     ParameterNames m_parameters;
     std::set<std::string> m_fonts;

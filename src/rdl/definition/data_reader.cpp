@@ -3,7 +3,7 @@
 
 #include "rdl/definition/group_reader.h"
 #include "rdl/definition/identifier.h"
-#include "rdl/definition/rows/report_tree.h"
+#include "rdl/definition/tree/report_tree.h"
 #include "rdl/values/ascii.h"
 
 namespace rdl {
@@ -116,12 +116,6 @@ std::vector<Field> ReadFields(Context& context, const XmlElement& element) {
     return fields;
 }
 
-// Who writes a report by hand may leave the prefix out.
-bool IsNull(const XmlElement& value) {
-    const std::string_view word = value.AttributeOf("nil");
-    return value.IsNil() || word == "true" || word == "1";
-}
-
 // Rows that stand in the report itself: a Row element each, with an element for each value; or in a file of
 // that form. They stand beside the query or, from some tools, within it.
 void ReadRows(Context& context, const XmlElement& element, DataSet& set) {
@@ -230,19 +224,6 @@ ReportParameter ReadParameter(Context& context, const XmlElement& element) {
 }
 
 }  // namespace
-
-void AddRows(const XmlElement& parent, InlineRows& rows) {
-    InlineRows::Row values;
-    for (const XmlElement& row : parent.children) {
-        values.clear();
-        for (const XmlElement& value : row.children) {
-            if (!IsNull(value)) {
-                values.emplace_back(value.name, value.text);
-            }
-        }
-        rows.Add(values);
-    }
-}
 
 std::vector<DataSource> ReadDataSources(Context& context, const XmlElement& report) {
     return ReadCollection<DataSource>(context, report, "DataSources", ReadDataSource);

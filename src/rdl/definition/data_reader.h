@@ -3,15 +3,11 @@
 #pragma once
 
 #include "rdl/definition/context.h"
-#include "rdl/definition/rows/inline_rows.h"
 
 namespace rdl {
 
 std::vector<DataSource> ReadDataSources(Context& context, const XmlElement& report);
 std::vector<DataSet> ReadDataSets(Context& context, const XmlElement& report);
 std::vector<ReportParameter> ReadParameters(Context& context, const XmlElement& report);
-
-// Adds the elements of `parent` as rows, with an element for each value.
-void AddRows(const XmlElement& parent, InlineRows& rows);
 
 }  // namespace rdl

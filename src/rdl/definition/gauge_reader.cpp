@@ -48,7 +48,7 @@ class GaugeReader {
         data.filters = ReadFilters(m_context, m_element, m_where);
         data.sorts = ReadSorts(m_context, m_element, m_where);
         if (const XmlElement* member = m_element.Child("GaugeMember")) {
-            data.rowMembers.push_back(Member(*member));
+            data.rowMembers.push_back(ReadMember(m_context, *member, "GaugeMember", m_where));
         } else {
             data.rowMembers.emplace_back();
         }
@@ -85,18 +85,6 @@ class GaugeReader {
             made.push_back(read(child));
         }
         return made;
-    }
-
-    TablixMember Member(const XmlElement& element) {
-        TablixMember member;
-        if (const XmlElement* group = element.Child("Group")) {
-            member.group = ReadGroup(m_context, *group);
-        }
-        member.sorts = ReadSorts(m_context, element, m_where);
-        if (const XmlElement* inner = element.Child("GaugeMember")) {
-            member.members.push_back(Member(*inner));
-        }
-        return member;
     }
 
     void Items(const Collection& collection) {

@@ -143,6 +143,19 @@ Group ReadGroup(Context& context, const XmlElement& element) {
     return group;
 }
 
+TablixMember ReadMember(Context& context, const XmlElement& element, std::string_view name,
+                        const std::string& where) {
+    TablixMember member;
+    if (const XmlElement* group = element.Child("Group")) {
+        member.group = ReadGroup(context, *group);
+    }
+    member.sorts = ReadSorts(context, element, where);
+    if (const XmlElement* inner = element.Child(name)) {
+        member.members.push_back(ReadMember(context, *inner, name, where));
+    }
+    return member;
+}
+
 PageBreak ReadPageBreak(Context& context, const XmlElement& owner, const std::string& where) {
     PageBreak pageBreak;
     if (const XmlElement* element = owner.Child("PageBreak")) {

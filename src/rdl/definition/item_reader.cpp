@@ -3,36 +3,11 @@
 
 #include <algorithm>
 
-#include "rdl/definition/barcode.h"
-#include "rdl/definition/chart_reader.h"
-#include "rdl/definition/gauge_reader.h"
 #include "rdl/definition/group_reader.h"
-#include "rdl/definition/map/map_reader.h"
-#include "rdl/definition/regions.h"
 #include "rdl/definition/style_reader.h"
-#include "rdl/definition/textbox_reader.h"
-#include "rdl/values/named.h"
 
 namespace rdl {
 namespace {
-
-ItemPtr ReadLine(Context& context, const XmlElement& element, Extent container) {
-    auto line = std::make_unique<Line>();
-    ReadBasics(context, element, *line, container);
-    const std::string where = PlaceOf(element);
-    line->width = context.SignedSize(element, "Width", where);
-    line->height = context.SignedSize(element, "Height", where);
-    return line;
-}
-
-ItemPtr ReadRectangle(Context& context, const XmlElement& element, Extent container) {
-    auto rectangle = std::make_unique<Rectangle>();
-    ReadBasics(context, element, *rectangle, container);
-    rectangle->keepTogether = context.Flag(element, "KeepTogether", PlaceOf(element));
-    rectangle->omitBorderOnPageBreak = context.Flag(element, "OmitBorderOnPageBreak", PlaceOf(element));
-    rectangle->items = ReadItems(context, element, {rectangle->width, rectangle->height});
-    return rectangle;
-}
 
 template <typename Enum>
 struct Word {
@@ -67,6 +42,26 @@ Enum Choose(Context& context, const XmlElement& element, std::string_view name,
         }
     }
     context.Fail(element, PlaceOf(element) + ", " + std::string(name), "\"" + text + "\" is not known");
+}
+
+}  // namespace
+
+ItemPtr ReadLine(Context& context, const XmlElement& element, Extent container) {
+    auto line = std::make_unique<Line>();
+    ReadBasics(context, element, *line, container);
+    const std::string where = PlaceOf(element);
+    line->width = context.SignedSize(element, "Width", where);
+    line->height = context.SignedSize(element, "Height", where);
+    return line;
+}
+
+ItemPtr ReadRectangle(Context& context, const XmlElement& element, Extent container) {
+    auto rectangle = std::make_unique<Rectangle>();
+    ReadBasics(context, element, *rectangle, container);
+    rectangle->keepTogether = context.Flag(element, "KeepTogether", PlaceOf(element));
+    rectangle->omitBorderOnPageBreak = context.Flag(element, "OmitBorderOnPageBreak", PlaceOf(element));
+    rectangle->items = ReadItems(context, element, {rectangle->width, rectangle->height});
+    return rectangle;
 }
 
 ItemPtr ReadImage(Context& context, const XmlElement& element, Extent container) {
@@ -106,53 +101,6 @@ ItemPtr ReadSubreport(Context& context, const XmlElement& element, Extent contai
     subreport->keepTogether = context.Flag(element, "KeepTogether", where);
     subreport->omitBorderOnPageBreak = context.Flag(element, "OmitBorderOnPageBreak", where);
     return subreport;
-}
-
-struct Element {
-    std::string_view name;                                 // of its element
-    ItemPtr (*read)(Context&, const XmlElement&, Extent);  // null: known, but there is no drawing it yet
-};
-
-// Every report item of the schemas, and whether it can be drawn.
-constexpr Element Kinds[] = {
-    {"Textbox", ReadTextbox},
-    {"Line", ReadLine},
-    {"Rectangle", ReadRectangle},
-    {"Image", ReadImage},
-    {"List", ReadList},
-    {"Table", ReadTable},
-    {"Matrix", ReadMatrix},
-    {"Tablix", ReadTablix},
-    {"Subreport", ReadSubreport},
-    {"Chart", ReadChart},
-    {"GaugePanel", ReadGaugePanel},
-    {"Map", ReadMap},
-    {"Gauge", nullptr},
-    {"CustomReportItem", ReadCustomItem},
-    {"BarCode", ReadBarcode},
-};
-static_assert(NamesDiffer(Kinds));
-
-}  // namespace
-
-ItemPtr ReadItem(Context& context, const XmlElement& element, Extent container) {
-    context.CountItem(element);
-    const Element* const kind = FindNamed(Kinds, element.name);
-    if (!kind) {
-        context.Fail(element, PlaceOf(element), "there is no report item of this kind");
-    }
-    if (!kind->read) {
-        context.Fail(element, PlaceOf(element), "an item of this kind cannot be drawn");
-    }
-    return kind->read(context, element, container);
-}
-
-std::vector<ItemElement> ItemElements() {
-    std::vector<ItemElement> elements;
-    for (const Element& kind : Kinds) {
-        elements.push_back({kind.name, kind.read != nullptr});
-    }
-    return elements;
 }
 
 void ReadBasics(Context& context, const XmlElement& element, ReportItem& item, Extent container) {

@@ -15,11 +15,19 @@ struct ItemElement {
     std::string_view name;
     bool isDrawn;  // else it is an error in a report
 };
-// Returns every report item of the schemas.
+// Returns every report item of the schemas. This function and ReadItem are in kinds/, which knows the readers
+// of all kinds.
 std::vector<ItemElement> ItemElements();
 
 // Reads the item whose element this is.
 ItemPtr ReadItem(Context& context, const XmlElement& element, Extent container);
+
+// The kinds that have no file of their own.
+ItemPtr ReadLine(Context& context, const XmlElement& element, Extent container);
+ItemPtr ReadRectangle(Context& context, const XmlElement& element, Extent container);
+ItemPtr ReadImage(Context& context, const XmlElement& element, Extent container);
+ItemPtr ReadSubreport(Context& context, const XmlElement& element, Extent container);
+
 // Reads the child ReportItems of `owner`.
 std::vector<ItemPtr> ReadItems(Context& context, const XmlElement& owner, Extent container);
 

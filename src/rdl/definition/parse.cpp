@@ -9,9 +9,9 @@
 #include "rdl/definition/default_font.h"
 #include "rdl/definition/group_reader.h"
 #include "rdl/definition/item_reader.h"
-#include "rdl/definition/rows/report_tree.h"
 #include "rdl/definition/style_reader.h"
-#include "rdl/definition/xml_tree.h"
+#include "rdl/definition/tree/report_tree.h"
+#include "rdl/definition/tree/xml_tree.h"
 #include "rdl/values/base64.h"
 #include "rdl/values/error_text.h"
 #include "rdl/values/whole_file.h"
@@ -193,9 +193,11 @@ class ReportReader {
 
 constexpr std::size_t PieceOfBytes = std::size_t{1} << 20;
 
-Definition DefinitionOf(const ReportTree& tree, const std::string& fileName, const DefinitionLimits& limits) {
+Definition DefinitionOf(const ReportTree& tree, const std::string& fileName, const DefinitionLimits& limits,
+                        const TakeStyleConstant& takeStyle) {
     Context context(fileName, limits);
     context.TellTree(tree);
+    context.PassStyles(takeStyle);
     Definition definition = ReportReader(context, tree.document.root).Read();
     definition.fileName = WithoutMarks(fileName);
     return definition;
@@ -225,10 +227,8 @@ std::optional<ReportTree> ReadLongFile(const std::filesystem::path& path, const 
     return ReadReportApart(next, name, limits);
 }
 
-}  // namespace
-
-Definition ParseDefinition(std::string_view bytes, const std::string& fileName,
-                           const DefinitionLimits& limits) {
+Definition Parse(std::string_view bytes, const std::string& fileName, const DefinitionLimits& limits,
+                 const TakeStyleConstant& takeStyle) {
     if (bytes.size() > limits.wholeBytes) {
         const auto next = [rest = bytes](std::string& piece) mutable {
             piece = rest.substr(0, PieceOfBytes);
@@ -236,18 +236,26 @@ Definition ParseDefinition(std::string_view bytes, const std::string& fileName,
             return !piece.empty();
         };
         if (const std::optional<ReportTree> tree = ReadReportApart(next, fileName, limits)) {
-            return DefinitionOf(*tree, fileName, limits);
+            return DefinitionOf(*tree, fileName, limits, takeStyle);
         }
     }
     ReportTree tree;
     tree.document = ReadXmlTree(bytes, fileName, limits);
-    return DefinitionOf(tree, fileName, limits);
+    return DefinitionOf(tree, fileName, limits, takeStyle);
 }
 
-Definition ParseDefinitionFile(const std::filesystem::path& path, const DefinitionLimits& limits) {
+}  // namespace
+
+Definition ParseDefinition(std::string_view bytes, const std::string& fileName,
+                           const DefinitionLimits& limits) {
+    return Parse(bytes, fileName, limits, {});
+}
+
+Definition ParseDefinitionFile(const std::filesystem::path& path, const DefinitionLimits& limits,
+                               const TakeStyleConstant& takeStyle) {
     const std::string name = path.filename().string();
     if (std::optional<ReportTree> tree = ReadLongFile(path, name, limits)) {
-        return DefinitionOf(*tree, name, limits);
+        return DefinitionOf(*tree, name, limits, takeStyle);
     }
     std::string failure;
     // One byte more than allowed is enough to be refused.
@@ -255,7 +263,7 @@ Definition ParseDefinitionFile(const std::filesystem::path& path, const Definiti
     if (!failure.empty()) {
         throw Error(WithoutMarks(name) + " cannot be read: " + failure);
     }
-    return ParseDefinition(bytes, name, limits);
+    return Parse(bytes, name, limits, takeStyle);
 }
 
 }  // namespace rdl

@@ -81,6 +81,9 @@ void Set(Style& style, P property, Expr value) {
 void Add(Context& context, Style& style, P property, const XmlElement& element, const std::string& where) {
     Expr value = context.MakeExpr(element, PropertyOf(where, element.name));
     if (value.IsSet()) {
+        if (!value.IsExpression()) {
+            context.TellStyle(property, value);
+        }
         if (property == P::FontFamily && !value.IsExpression()) {
             context.TellFont(std::string(Trimmed(value.source)));
         }

@@ -9,6 +9,7 @@
 #include "rdl/engine/definitions.h"
 #include "rdl/engine/in_stage.h"
 #include "rdl/engine/parameter_values.h"
+#include "rdl/engine/problems.h"
 #include "rdl/engine/report_pages.h"
 #include "rdl/engine/run.h"
 #include "rdl/formula/marks.h"
@@ -82,6 +83,10 @@ std::vector<FontUse> LoadedReport::Fonts() const {
         }
         return uses;
     });
+}
+
+std::vector<std::string> LoadedReport::Problems() const {
+    return InStage(Stage::Open, [&] { return ProblemsOf(m_file); });
 }
 
 std::string LoadedReport::SourceName(std::size_t index) const {

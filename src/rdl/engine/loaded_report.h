@@ -31,6 +31,7 @@ class LoadedReport : public Report {
     std::string SourceName(std::size_t table) const override;
     void SetLogon(std::size_t table, const std::string& user, const std::string& password) override;
     std::vector<FontUse> Fonts() const override;
+    std::vector<std::string> Problems() const override;
     bool SetRows(const std::string& dataSet, const std::filesystem::path& file) override;
     bool SetDataSource(const std::string& name, const std::string& provider,
                        const std::string& connectString) override;

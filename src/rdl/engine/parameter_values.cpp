@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <unordered_map>
+#include <utility>
 
 #include "rdl/data/row_environment.h"
 #include "rdl/definition/context.h"
@@ -194,25 +196,45 @@ std::vector<ValidValue> ValidValues(const data::LoadRequest& request, const Repo
     return valid;
 }
 
+// The values that the report offers. A parameter with many of them may have as many values, so that each is
+// found without a look at the others.
+class Offer {
+ public:
+    explicit Offer(std::vector<ValidValue> valid) : m_valid(std::move(valid)) {
+        for (std::size_t i = 0; i < m_valid.size(); ++i) {
+            m_places[expr::Hash(m_valid[i].value)].push_back(i);
+        }
+    }
+    bool IsEmpty() const { return m_valid.empty(); }
+    // Returns the first one that is equal; null if there is none.
+    const ValidValue* Find(const Value& value) const {
+        const auto places = m_places.find(expr::Hash(value));
+        if (places != m_places.end()) {
+            for (const std::size_t place : places->second) {
+                if (expr::Compare(m_valid[place].value, value) == 0) {
+                    return &m_valid[place];
+                }
+            }
+        }
+        return nullptr;
+    }
+
+ private:
+    std::vector<ValidValue> m_valid;
+    std::unordered_map<std::size_t, std::vector<std::size_t>> m_places;
+};
+
 // A value that was given must be among those that the report offers. A default need not: what its author put
 // there runs as it stands.
-void CheckOffered(const ReportParameter& parameter, const std::vector<ValidValue>& valid,
-                  const Value& value) {
-    const bool offered = std::any_of(valid.begin(), valid.end(), [&](const ValidValue& candidate) {
-        return expr::Compare(candidate.value, value) == 0;
-    });
-    if (!offered && !valid.empty() && !value.IsNull()) {
+void CheckOffered(const ReportParameter& parameter, const Offer& offer, const Value& value) {
+    if (!offer.IsEmpty() && !value.IsNull() && !offer.Find(value)) {
         Refuse(parameter, value, "one of the values that the report allows");
     }
 }
 
-Value LabelOf(const std::vector<ValidValue>& valid, const Value& value) {
-    for (const ValidValue& candidate : valid) {
-        if (expr::Compare(candidate.value, value) == 0) {
-            return candidate.label.IsNull() ? Value::Text(ParameterText(value)) : candidate.label;
-        }
-    }
-    return Value::Text(ParameterText(value));
+Value LabelOf(const Offer& offer, const Value& value) {
+    const ValidValue* const known = offer.Find(value);
+    return known && !known->label.IsNull() ? known->label : Value::Text(ParameterText(value));
 }
 
 void Check(const ReportParameter& parameter, const Value& value) {
@@ -338,14 +360,14 @@ void ResolveParameters(data::LoadRequest& request,
     for (const std::unique_ptr<ReportParameterState>& field : fields) {
         const ReportParameter& parameter = field->Definition();
         const ValueList values = ValuesOf(request, *field);
-        const std::vector<ValidValue> valid = ValidValues(request, parameter);
+        const Offer offer(ValidValues(request, parameter));
         ValueList labels;
         for (const Value& value : values) {
             Check(parameter, value);
             if (!field->Current().empty()) {
-                CheckOffered(parameter, valid, value);
+                CheckOffered(parameter, offer, value);
             }
-            labels.push_back(LabelOf(valid, value));
+            labels.push_back(LabelOf(offer, value));
         }
         request.parameters.push_back(Input(parameter, values, labels));
     }

@@ -1,28 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/image/whole.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
+
+#include "rdl/image/bytes.h"
 
 namespace rdl::image {
 namespace {
-
-// Numbers of a file; beyond its end they are 0.
-class Bytes {
- public:
-    explicit Bytes(std::string_view bytes) : m_bytes(bytes) {}
-    std::size_t size() const { return m_bytes.size(); }
-    std::uint32_t At(std::size_t at) const {
-        return at < m_bytes.size() ? static_cast<unsigned char>(m_bytes[at]) : 0;
-    }
-    std::uint32_t Little16(std::size_t at) const { return At(at) | At(at + 1) << 8; }
-    std::uint32_t Little32(std::size_t at) const { return Little16(at) | Little16(at + 2) << 16; }
-    std::uint32_t Big16(std::size_t at) const { return At(at) << 8 | At(at + 1); }
-
- private:
-    std::string_view m_bytes;
-};
 
 // Returns where the first marker after a scan's data is: a byte FF that neither a zero nor a restart follows.
 std::size_t AfterScan(const Bytes& bytes, std::size_t at) {

@@ -80,7 +80,7 @@ void PagePainter::Draw(const layout::Page& page, QPainter& painter) {
     }
 }
 
-QPainterPath PagePainter::Letters(const Target& target, const layout::TextOp& op) {
+QPainterPath PagePainter::OutlineOf(const Target& target, const layout::TextOp& op) {
     constexpr double Slant = 0.2126;  // 12 degrees
     const double slant = text::File(op.font).syntheticItalic ? Slant : 0;
     const double size = static_cast<double>(op.size);
@@ -121,9 +121,9 @@ void PagePainter::Op(Target& target, const layout::TextOp& op) {
         painter.setPen(QPen(ColorOf(op.color), static_cast<double>(op.size) / 30, Qt::SolidLine, Qt::FlatCap,
                             Qt::MiterJoin));
         painter.setBrush(ColorOf(op.color));
-        painter.drawPath(Letters(target, op));
+        painter.drawPath(OutlineOf(target, op));
     } else {
-        painter.fillPath(Letters(target, op), ColorOf(op.color));
+        painter.fillPath(OutlineOf(target, op), ColorOf(op.color));
     }
     painter.setWorldTransform(before);
 }

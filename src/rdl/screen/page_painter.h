@@ -35,7 +35,7 @@ class PagePainter {
     void Op(Target&, const layout::LinkOp&) {}
     void Op(Target&, const layout::AnchorOp&) {}
     void Stroke(const Target& target, QPointF from, QPointF to, const layout::LineOp& op, double width);
-    QPainterPath Letters(const Target& target, const layout::TextOp& op);
+    QPainterPath OutlineOf(const Target& target, const layout::TextOp& op);
 
     GlyphOutlines m_outlines;
     ImageCache m_images;

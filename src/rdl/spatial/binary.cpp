@@ -38,13 +38,13 @@ class WellKnownReader {
  private:
     // Two coordinates, and those of height and measure.
     Position At() {
-        const double x = m_bytes.Real(m_little), y = m_bytes.Real(m_little);
+        const double x = m_bytes.Real(m_order), y = m_bytes.Real(m_order);
         m_bytes.Take(8 * (m_dimensions - 2));
         return CheckedPosition(x, y);
     }
 
     Positions List() {
-        const std::size_t count = m_bytes.Count(8 * m_dimensions, m_little);
+        const std::size_t count = m_bytes.Count(8 * m_dimensions, m_order);
         m_allowance.TakePositions(count);
         Positions positions;
         positions.reserve(count);
@@ -57,7 +57,7 @@ class WellKnownReader {
     // An empty point has coordinates that are no numbers.
     void OnePoint(Geometry& geometry) {
         Bytes ahead = m_bytes;
-        if (const double x = ahead.Real(m_little); x != x) {
+        if (const double x = ahead.Real(m_order); x != x) {
             m_bytes.Take(8 * m_dimensions);
             return;
         }
@@ -73,8 +73,8 @@ class WellKnownReader {
         if (order > 1) {
             throw Error("it is neither well-known text nor a binary shape");
         }
-        m_little = order == 1;
-        switch (const std::uint32_t kind = KindOf(m_bytes.Number(m_little))) {
+        m_order = order == 1 ? std::endian::little : std::endian::big;
+        switch (const std::uint32_t kind = KindOf(m_bytes.Number(m_order))) {
             case Point:
                 OnePoint(geometry);
                 break;
@@ -82,7 +82,7 @@ class WellKnownReader {
                 AddLine(List(), geometry);
                 break;
             case Polygon: {
-                const std::size_t count = m_bytes.Count(4, m_little);
+                const std::size_t count = m_bytes.Count(4, m_order);
                 for (std::size_t i = 0; i < count; ++i) {
                     AddRing(List(), i > 0, geometry);
                 }
@@ -92,7 +92,7 @@ class WellKnownReader {
             case MultiLineString:
             case MultiPolygon:
             case GeometryCollection: {
-                const std::size_t count = m_bytes.Count(5, m_little);
+                const std::size_t count = m_bytes.Count(5, m_order);
                 for (std::size_t i = 0; i < count; ++i) {
                     Shape(geometry, depth + 1);
                 }
@@ -113,14 +113,14 @@ class WellKnownReader {
             m_dimensions += thousands == 3 ? 2 : thousands > 0 ? 1 : 0;
         }
         if (code & Reference) {
-            m_bytes.Number(m_little);
+            m_bytes.Number(m_order);
         }
         return thousands > 3 ? plain : plain % 1000;
     }
 
     Bytes m_bytes;
     Allowance& m_allowance;
-    bool m_little = true;
+    std::endian m_order = std::endian::little;
     std::size_t m_dimensions = 2;
 };
 
@@ -234,8 +234,8 @@ class SerializedReader {
     Positions m_positions;
 };
 
-// The serialized form has its version, 1 or 2, where well-known binary has the highest byte of its kind. Only
-// the point and the line of the other order of bytes look alike; their size tells them.
+// Byte 4 is the version (1, 2) in the serialized form. In big-endian WKB a point or line has the same value
+// there; the size decides.
 bool IsSerialized(std::string_view bytes) {
     constexpr std::size_t Beginning = 6, WellKnownPoint = 21, WellKnownLine = 9;
     if (bytes.size() < Beginning || (bytes[4] != 1 && bytes[4] != 2)) {
@@ -243,9 +243,10 @@ bool IsSerialized(std::string_view bytes) {
     }
     const bool isWellKnown =
         bytes[0] == 0 &&
-        (bytes[4] == 1 ? bytes.size() == WellKnownPoint
-                       : bytes.size() >= WellKnownLine && (bytes.size() - WellKnownLine) % 16 == 0 &&
-                             Bytes(bytes.substr(5)).Number(false) == (bytes.size() - WellKnownLine) / 16);
+        (bytes[4] == 1
+             ? bytes.size() == WellKnownPoint
+             : bytes.size() >= WellKnownLine && (bytes.size() - WellKnownLine) % 16 == 0 &&
+                   Bytes(bytes.substr(5)).Number(std::endian::big) == (bytes.size() - WellKnownLine) / 16);
     return !isWellKnown;
 }
 

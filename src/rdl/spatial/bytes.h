@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "rdl/values/bytes.h"
 #include "rdl/values/error.h"
 
 namespace rdl::spatial {
@@ -25,13 +26,15 @@ class Bytes {
         return taken;
     }
     unsigned char Byte() { return static_cast<unsigned char>(Take(1).front()); }
-    std::uint32_t Number(bool littleEndian = true) {
-        return static_cast<std::uint32_t>(Assemble(Take(4), littleEndian));
+    std::uint32_t Number(std::endian order = std::endian::little) {
+        return static_cast<std::uint32_t>(NumberOfBytes(Take(4), order));
     }
-    double Real(bool littleEndian = true) { return std::bit_cast<double>(Assemble(Take(8), littleEndian)); }
+    double Real(std::endian order = std::endian::little) {
+        return std::bit_cast<double>(NumberOfBytes(Take(8), order));
+    }
     // Reads a count of parts of at least `size` bytes. Raises rdl::Error if the bytes cannot hold so many.
-    std::size_t Count(std::size_t size, bool littleEndian = true) {
-        const std::size_t count = Number(littleEndian);
+    std::size_t Count(std::size_t size, std::endian order = std::endian::little) {
+        const std::size_t count = Number(order);
         if (count > Left() / size) {
             throw Error("it has room for less than the " + std::to_string(count) +
                         " parts that it announces");
@@ -40,15 +43,6 @@ class Bytes {
     }
 
  private:
-    static std::uint64_t Assemble(std::string_view bytes, bool littleEndian) {
-        std::uint64_t number = 0;
-        for (std::size_t i = 0; i < bytes.size(); ++i) {
-            const char byte = littleEndian ? bytes[bytes.size() - 1 - i] : bytes[i];
-            number = number << 8 | static_cast<unsigned char>(byte);
-        }
-        return number;
-    }
-
     std::string_view m_bytes;
 };
 

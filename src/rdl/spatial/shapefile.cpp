@@ -181,14 +181,14 @@ Shapes ReadShapefile(std::string_view file, std::string_view table, Allowance& a
     constexpr std::uint32_t Signature = 9994;
     constexpr std::size_t HeaderSize = 100, RecordHeader = 8;
     Bytes bytes(file);
-    if (file.size() < HeaderSize || bytes.Number(false) != Signature) {
+    if (file.size() < HeaderSize || bytes.Number(std::endian::big) != Signature) {
         throw Error("it is not a shapefile");
     }
     bytes.Take(HeaderSize - 4);
     Shapes shapes;
     while (bytes.Left() >= RecordHeader) {
-        bytes.Number(false);
-        const std::size_t size = std::size_t{bytes.Number(false)} * 2;
+        bytes.Number(std::endian::big);
+        const std::size_t size = std::size_t{bytes.Number(std::endian::big)} * 2;
         if (size > bytes.Left()) {
             throw Error("it ends within its shape " + std::to_string(shapes.shapes.size() + 1));
         }

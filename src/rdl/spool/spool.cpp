@@ -13,10 +13,21 @@ constexpr std::size_t PieceSize = 256u << 10;
 
 }  // namespace
 
+// The buffer never grows beyond its bound: what a string takes by doubling, and both strings while it moves,
+// would be up to three times as much.
 void Spool::Append(std::string_view bytes) {
-    m_pending += bytes;
     m_size += bytes.size();
-    if (m_pending.size() >= m_memory) {
+    while (true) {
+        const std::size_t most = m_file ? std::min(m_memory, PieceSize) : m_memory;
+        const std::size_t taken = std::min(bytes.size(), most - std::min(most, m_pending.size()));
+        if (m_pending.size() + taken > m_pending.capacity()) {
+            m_pending.reserve(std::min(most, std::max(m_pending.size() + taken, 2 * m_pending.capacity())));
+        }
+        m_pending += bytes.substr(0, taken);
+        bytes.remove_prefix(taken);
+        if (bytes.empty()) {
+            return;
+        }
         Flush();
     }
 }
@@ -40,6 +51,9 @@ void Spool::Flush() {
     }
     m_filed += m_pending.size();
     m_pending.clear();
+    if (m_pending.capacity() > PieceSize) {
+        m_pending.shrink_to_fit();
+    }
 }
 
 void Spool::Read(std::size_t from, std::size_t length, const Take& take) {

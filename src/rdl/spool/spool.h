@@ -16,7 +16,8 @@ class Spool {
  public:
     static constexpr std::size_t UsualMemory = std::size_t{4} << 20;
 
-    // `memory`: how many bytes are in memory before they go to the file.
+    // `memory`: how many bytes, at least 1, are in memory before they go to the file. More of them need
+    // little.
     explicit Spool(std::size_t memory = UsualMemory) : m_memory(memory) {}
     // Raises rdl::Error if the temporary file is full, and errors of Host::OpenTemporaryFile.
     void Append(std::string_view bytes);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <exception>
 
+#include "rdl/values/bytes.h"
 #include "rdl/values/error.h"
 
 namespace rdl::text {
@@ -15,14 +16,7 @@ class Bytes {
  public:
     explicit Bytes(std::string_view bytes) : m_bytes(bytes) {}
     std::uint32_t Number(std::size_t at, std::size_t size) const {
-        if (at > m_bytes.size() || size > m_bytes.size() - at) {
-            throw Error("The font program is cut off");
-        }
-        std::uint32_t number = 0;
-        for (std::size_t i = 0; i < size; ++i) {
-            number = number << 8U | static_cast<unsigned char>(m_bytes[at + i]);
-        }
-        return number;
+        return static_cast<std::uint32_t>(NumberOfBytes(Part(at, size), std::endian::big));
     }
     std::string_view Part(std::size_t at, std::size_t size) const {
         if (at > m_bytes.size() || size > m_bytes.size() - at) {

@@ -3,6 +3,8 @@
 // into memory. Texts and lists are shared and immutable, with reference counts that are not thread-safe.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -163,7 +165,9 @@ class Value {
         return v;
     }
     static Value Shared(Kind kind, std::string_view text) {
-        auto* rep = static_cast<TextRep*>(std::malloc(sizeof(TextRep) + text.size()));
+        // Not a byte more: a million rows have millions of short texts.
+        auto* rep = static_cast<TextRep*>(
+            std::malloc(std::max(sizeof(TextRep), offsetof(TextRep, chars) + text.size())));
         if (!rep) {
             throw std::bad_alloc();
         }

@@ -33,14 +33,16 @@ std::string DeclaredEncoding(std::string_view bytes) {
     return declaration.first_child().attribute("encoding").value();
 }
 
-// Begun as `bytes` are, a text is in units of one byte whatever its declaration says.
+// Returns true for a name of a multi-byte encoding. The declaration was readable as bytes, so such a name is
+// wrong.
 bool IsOfWiderUnits(const std::string& encoding) {
     const QString name = QString::fromStdString(encoding).toLower();
     return name.startsWith("utf-16") || name.startsWith("utf-32") || name.startsWith("ucs-") ||
            name.startsWith("iso-10646-ucs-") || name == "unicode";
 }
 
-std::string Quoted(const std::string& name) {
+// Unlike the names of elements in parse.cpp, that of an encoding is plain ASCII or wrong.
+std::string QuotedEncoding(const std::string& name) {
     std::string text = name.substr(0, 40);
     std::replace_if(
         text.begin(), text.end(), [](char c) { return c <= ' ' || c > '~' || c == '\''; }, '?');
@@ -65,7 +67,7 @@ Encoding EncodingOf(std::string_view bytes) {
             encoding.name = declared;
             encoding.decoder = QStringDecoder(declared.c_str());
             if (!encoding.decoder.isValid()) {
-                throw Flaw(1, "its encoding " + Quoted(declared) + " is not known");
+                throw Flaw(1, "its encoding " + QuotedEncoding(declared) + " is not known");
             }
         }
     }
@@ -85,7 +87,7 @@ void Convert(std::string_view bytes, QStringDecoder& decoder, QStringEncoder& en
         text.append(utf8.constData(), static_cast<std::size_t>(utf8.size()));
         if (decoder.hasError() || encoder.hasError()) {
             throw Flaw(LineAt(text, text.size()),
-                       "this is not well-formed XML: bytes that are no text in " + Quoted(encoding));
+                       "this is not well-formed XML: bytes that are no text in " + QuotedEncoding(encoding));
         }
     }
 }

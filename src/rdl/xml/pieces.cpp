@@ -33,12 +33,12 @@ std::size_t SizeToCut(std::string_view text) {
 
 }  // namespace
 
-PieceReader::PieceReader(NextBytes next, const Limits& limits, Apart& apart, std::size_t pieceSize)
-    : m_next(std::move(next)), m_limits(limits), m_apart(apart), m_pieceSize(pieceSize) {}
+PieceReader::PieceReader(NextBytes next, const Limits& limits, PartHandler& handler, std::size_t pieceSize)
+    : m_next(std::move(next)), m_limits(limits), m_handler(handler), m_pieceSize(pieceSize) {}
 
 bool PieceReader::Read() {
-    m_isGiven = false;
-    while (!m_isGiven) {
+    m_hasDelivered = false;
+    while (!m_hasDelivered) {
         if (m_at == m_text.size() && !Refill()) {
             if (!m_open.empty() || m_isInCData) {
                 Fail("it is cut off");
@@ -50,7 +50,7 @@ bool PieceReader::Read() {
     return true;
 }
 
-// Doubles what is not looked at, so that a long token is not gone through again and again.
+// Doubles the unread text, so that a long token is scanned a bounded number of times.
 bool PieceReader::Refill() {
     m_text.erase(0, m_at);
     m_at = 0;
@@ -135,11 +135,11 @@ void PieceReader::ReadStartTag() {
     if (++m_elements > m_limits.elements) {
         Fail("there are too many elements");
     }
-    if (m_part == Apart::Part::Text) {
+    if (m_part == PartHandler::Part::Text) {
         Fail("a text has elements in it");
     }
     Target() += tag;
-    if (m_part == Apart::Part::Children) {
+    if (m_part == PartHandler::Part::Children) {
         m_depth += isEmpty ? 0 : 1;
         if (m_depth == 0 && m_piece.size() >= m_pieceSize) {
             GiveChildren();
@@ -148,7 +148,7 @@ void PieceReader::ReadStartTag() {
     }
     const std::string_view name = NameOf(tag.substr(1));
     m_path.emplace_back(name.substr(name.find(':') + 1));
-    const Apart::Part part = m_apart.PartOf(m_path);
+    const PartHandler::Part part = m_handler.PartOf(m_path);
     if (isEmpty) {
         m_path.pop_back();
         return;
@@ -160,13 +160,13 @@ void PieceReader::ReadStartTag() {
     BeginPart(part);
 }
 
-void PieceReader::BeginPart(Apart::Part part) {
+void PieceReader::BeginPart(PartHandler::Part part) {
     m_part = part;
     m_piece.clear();
     m_depth = 0;
     m_lines = 0;
     m_isTaken = false;
-    if (part != Apart::Part::Children) {
+    if (part != PartHandler::Part::Children) {
         return;
     }
     m_before.clear();
@@ -182,7 +182,7 @@ void PieceReader::BeginPart(Apart::Part part) {
 
 void PieceReader::ReadEndTag() {
     const std::string_view tag = Take(EndOf(">", 2));
-    if (m_part == Apart::Part::Children && m_depth > 0) {
+    if (m_part == PartHandler::Part::Children && m_depth > 0) {
         m_piece += tag;
         if (--m_depth == 0 && m_piece.size() >= m_pieceSize) {
             GiveChildren();
@@ -192,7 +192,7 @@ void PieceReader::ReadEndTag() {
     if (m_open.empty() || NameOf(tag.substr(2)) != m_open.back().name) {
         Fail("an end tag is not that of the element that is open");
     }
-    if (m_part != Apart::Part::None) {
+    if (m_part != PartHandler::Part::None) {
         EndPart();
     }
     m_rest += tag;
@@ -201,18 +201,18 @@ void PieceReader::ReadEndTag() {
 }
 
 void PieceReader::EndPart() {
-    if (m_part == Apart::Part::Text && !m_isTaken) {
+    if (m_part == PartHandler::Part::Text && !m_isTaken) {
         m_rest += m_piece;
     } else {
-        if (m_part == Apart::Part::Text) {
+        if (m_part == PartHandler::Part::Text) {
             GiveText();
         } else {
             GiveChildren();
         }
-        m_rest += m_apart.Mark();
+        m_rest += m_handler.Mark();
         m_rest.append(m_lines, '\n');
     }
-    m_part = Apart::Part::None;
+    m_part = PartHandler::Part::None;
 }
 
 // A long section becomes several.
@@ -234,7 +234,7 @@ void PieceReader::ReadCData() {
         m_at += CDataEnd.size();
         m_isInCData = false;
     }
-    if (m_part == Apart::Part::Text && m_piece.size() >= m_pieceSize) {
+    if (m_part == PartHandler::Part::Text && m_piece.size() >= m_pieceSize) {
         GiveText();
     }
 }
@@ -249,20 +249,21 @@ void PieceReader::ReadText() {
         end = end == m_at ? m_text.size() : end;
     }
     Target() += Take(end);
-    if (m_part == Apart::Part::Text && m_piece.size() >= m_pieceSize) {
+    if (m_part == PartHandler::Part::Text && m_piece.size() >= m_pieceSize) {
         GiveText();
     }
 }
 
-void PieceReader::Given() {
+// The handler has taken the piece, or needs none.
+void PieceReader::NoteDelivery() {
     m_lines += static_cast<std::size_t>(std::count(m_piece.begin(), m_piece.end(), '\n'));
     m_piece.clear();
-    m_isGiven = true;
+    m_hasDelivered = true;
 }
 
 void PieceReader::GiveChildren() {
-    if (m_apart.SkipsChildren()) {
-        Given();
+    if (m_handler.SkipsChildren()) {
+        NoteDelivery();
         return;
     }
     m_piece.insert(0, m_before);
@@ -272,20 +273,20 @@ void PieceReader::GiveChildren() {
     for (std::size_t i = 1; i < m_open.size(); ++i) {
         parent = &parent->children.front();
     }
-    m_apart.TakeChildren(piece, *parent);
-    Given();
+    m_handler.TakeChildren(piece, *parent);
+    NoteDelivery();
     m_lines -= static_cast<std::size_t>(std::count(m_before.begin(), m_before.end(), '\n'));
 }
 
 void PieceReader::GiveText() {
     const Document piece = ParseUtf8("<a>" + m_piece + "</a>", m_limits);
-    if (!m_apart.TakeText(piece.root.text) && !m_isTaken) {
+    if (!m_handler.TakeText(piece.root.text) && !m_isTaken) {
         m_rest += m_piece;
-        m_part = Apart::Part::None;
+        m_part = PartHandler::Part::None;
         return;
     }
     m_isTaken = true;
-    Given();
+    NoteDelivery();
 }
 
 }  // namespace rdl::xml

@@ -14,14 +14,15 @@
 
 namespace rdl::xml {
 
-// What is read apart, and who takes it.
-class Apart {
+// Receives the parts of a document that are not kept in its tree.
+class PartHandler {
  public:
     enum class Part { None, Children, Text };
 
-    virtual ~Apart() = default;
-    // Says what is read apart of an element. `path` has the names from the root down to it, without prefixes.
-    // It is asked once for each element that is not within such a part, in the order of the document.
+    virtual ~PartHandler() = default;
+    // Returns what of an element is such a part. `path` has the names from the root down to it, without
+    // prefixes. It is asked once for each element that is not within such a part, in the order of the
+    // document.
     virtual Part PartOf(const std::vector<std::string>& path) = 0;
     // Takes some children of the element, in order. `piece` holds the elements around them, with their
     // attributes and nothing else; `parent` is the innermost of these. Lines are not those of the document.
@@ -44,7 +45,8 @@ using NextBytes = std::function<bool(std::string& bytes)>;
 // not that of the document: who needs it, or the document, parses the whole.
 class PieceReader {
  public:
-    PieceReader(NextBytes next, const Limits& limits, Apart& apart, std::size_t pieceSize = UsualPiece);
+    PieceReader(NextBytes next, const Limits& limits, PartHandler& handler,
+                std::size_t pieceSize = UsualPiece);
 
     // Reads on until something was taken; returns false at the end.
     bool Read();
@@ -64,7 +66,7 @@ class PieceReader {
     bool Begins(std::string_view text);
     void ReadToken();
     void ReadStartTag();
-    void BeginPart(Apart::Part part);
+    void BeginPart(PartHandler::Part part);
     void ReadEndTag();
     void EndPart();
     void ReadCData();
@@ -72,14 +74,14 @@ class PieceReader {
     std::size_t EndOf(std::string_view text, std::size_t from);
     std::size_t EndOfTag();
     std::string_view Take(std::size_t end);
-    std::string& Target() { return m_part == Apart::Part::None ? m_rest : m_piece; }
+    std::string& Target() { return m_part == PartHandler::Part::None ? m_rest : m_piece; }
     void GiveChildren();
     void GiveText();
-    void Given();
+    void NoteDelivery();
 
     const NextBytes m_next;
     const Limits m_limits;
-    Apart& m_apart;
+    PartHandler& m_handler;
     const std::size_t m_pieceSize;
     PieceDecoder m_decoder;
     bool m_isAtEnd = false;  // of the bytes
@@ -90,13 +92,13 @@ class PieceReader {
     std::vector<std::string> m_path;
     int m_elements = 0;
     std::string m_rest;  // the document without what was taken
-    Apart::Part m_part = Apart::Part::None;
+    PartHandler::Part m_part = PartHandler::Part::None;
     std::string m_piece;            // of the part
     std::string m_before, m_after;  // the tags around a piece of children
     int m_depth = 0;                // of elements open within the part
     std::size_t m_lines = 0;        // of what was taken of the part
     bool m_isTaken = false;         // something of the text was taken
-    bool m_isGiven = false;         // since Read was called
+    bool m_hasDelivered = false;    // since Read was called
 };
 
 }  // namespace rdl::xml

@@ -1,25 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/oxc_mail/mail_commands.h"
 
-#include <iostream>
 #include <vector>
 
 #include "platform/base/ascii.h"
 #include "platform/mail/base/mail_errors.h"
 #include "platform/mail/check.h"
 #include "platform/mail/profile/editor.h"
+#include "tools/console.h"
 #include "tools/oxc_mail/alert_setting.h"
 #include "tools/secret_input.h"
 
 namespace tools {
 namespace {
-
-void Print(const std::string& text) {
-    std::cout << text << std::flush;
-    if (!std::cout) {
-        throw RuntimeError(err::PathFileAccess, "The output cannot be written");
-    }
-}
 
 mailer::MailProfile Profile() {
     try {

@@ -80,12 +80,12 @@ void MailDialog::LineUpFields() {
 // The size that all controls need, limited to the screen; the rest scrolls.
 void MailDialog::FitToScreen() {
     constexpr int ResultLines = 5;
-    constexpr int WidthInLetters = 84;
+    constexpr int WidthInCharacters = 84;
     const QFontMetrics metrics(font());
     m_ui->txtResult->setFixedHeight(metrics.lineSpacing() * (ResultLines + 1));
     const int around = m_ui->txtResult->height() + 3 * m_ui->cmdSave->sizeHint().height() +
                        m_ui->prgBusy->sizeHint().height();
-    const QSize wanted(metrics.averageCharWidth() * WidthInLetters,
+    const QSize wanted(metrics.averageCharWidth() * WidthInCharacters,
                        m_ui->pagProfile->sizeHint().height() + around);
     resize(wanted.expandedTo(sizeHint()).boundedTo(screen()->availableSize() * 0.9));
 }

@@ -28,6 +28,7 @@ class MailDialog : public QDialog {
     void reject() override;
 
  private slots:
+    // Handlers, each of the control that it names. An error becomes a text in the window.
     void cboTransport_Click();
     void cboSecurity_Click();
     void chkShow_Click(bool shown);
@@ -43,19 +44,27 @@ class MailDialog : public QDialog {
     void cmdSave_Click();
 
  private:
-    void Connect();
-    void LineUpFields();
+    void Connect();       // controls to their handlers
+    void LineUpFields();  // gives the labels of all pages one width
     void FitToScreen();
+    // Reads the profile into the controls and says in the window what is wrong with it. Values that no
+    // control can show go to m_broken.
     void Load();
+    // Returns false if a value is refused or the file cannot be written; the window says why.
     bool Save();
+    // Returns true if a control differs from what was read or saved last.
     bool IsChanged() const;
     // Returns the profile that the window shows. Raises as ProfileEditor does.
     mailer::MailProfile ShownProfile() const;
+    // Puts the keys that were changed into the editor. Raises as it does for a value that it refuses.
     void PutInto(mailer::ProfileEditor& editor) const;
     void ShowPasswordState();
+    // Disables what cannot be used while a job runs; Stop is enabled then.
     void ShowBusy(bool busy);
     void ShowResult(const std::string& text);
+    // Shows the announcement and runs the work beside the window; its result is shown when it ends.
     void Start(const std::string& announcement, MailJob::Work work);
+    // Asks for a file and puts its path into the edit, unless the user cancels.
     void ChooseFile(QLineEdit* edit, const QString& title);
 
     std::unique_ptr<Ui::MailDialog> m_ui;

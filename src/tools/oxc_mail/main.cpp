@@ -1,22 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // oxc-mail: sets the mail profile up, in a window or by commands.
-#include <iostream>
-
-#include "platform/base/one_line.h"
 #include "platform/contracts/runtime.h"
 #include "platform/posix/program.h"
 #include "platform/regfile/registry_file.h"
+#include "tools/console.h"
 #include "tools/oxc_mail/mail_commands.h"
 #include "tools/oxc_mail/mail_window.h"
-
-namespace {
-
-// Writes one line, whatever the message holds, because scripts read it.
-void Complain(const std::string& text) {
-    std::cerr << "oxc-mail: " << OnOneLine(text) << std::endl;
-}
-
-}  // namespace
 
 int main(int argc, char** argv) {
     PrepareProgram();
@@ -29,10 +18,10 @@ int main(int argc, char** argv) {
         tools::RunMailCommand(arguments);
         return 0;
     } catch (const tools::MailUsageError& error) {
-        Complain(std::string(error.what()) + " (oxc-mail --help tells more)");
+        tools::Complain("oxc-mail", std::string(error.what()) + " (oxc-mail --help tells more)");
         return 2;
     } catch (...) {
-        Complain(CurrentError().Description());
+        tools::Complain("oxc-mail", CurrentError().Description());
         return 1;
     }
 }

@@ -11,6 +11,7 @@
 #include "platform/base/ascii.h"
 #include "platform/base/convert.h"
 #include "platform/base/date_reader.h"
+#include "platform/base/marks.h"
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "platform/contracts/clock.h"
@@ -138,10 +139,6 @@ DateValue DateOption(const CommandLine& line, const char* option, DateValue othe
 
 }  // namespace
 
-std::string WithoutMark(const std::string& text) {
-    return Replace(text, "'", "");
-}
-
 void RefuseControls(const std::string& what, const std::string& text) {
     if (HasControls(text) || !IsUtf8(text)) {
         Refuse(what + " " + Quoted(WithoutControls(ValidUtf8(text))) +
@@ -230,6 +227,8 @@ std::string CheckedRecipients(const std::vector<std::string>& lists) {
     if (stored.empty()) {
         Refuse("There is no recipient");
     }
+    // Every name is looked up, also one that CountRecipients (store/TextConventions.h) or the split of
+    // platform/reports/export_mail would pass over, and without the blanks around it.
     for (std::size_t start = 0; start < stored.size();) {
         const std::size_t end = stored.find(';', start);
         const std::string name(Trim(std::string_view(stored).substr(start, end - start)));

@@ -18,8 +18,6 @@ namespace tools {
 // The end that the wizards store for a schedule without one.
 inline constexpr const char* LastDay = "3000-12-31";
 
-// Returns the text without the mark ', which statements cannot hold.
-std::string WithoutMark(const std::string& text);
 // Refuses a text with control characters or with bytes that are not UTF-8, which a name cannot hold.
 void RefuseControls(const std::string& what, const std::string& text);
 // Refuses a text that is not UTF-8.

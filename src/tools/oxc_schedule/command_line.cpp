@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/oxc_schedule/command_line.h"
+#include "tools/console.h"
 
 #include <algorithm>
 #include <array>
@@ -88,10 +89,6 @@ OptionForm FormOf(const CommandForm& command, std::string_view option) {
         }
     }
     return {};
-}
-
-std::string Quoted(std::string_view text) {
-    return "\"" + std::string(text) + "\"";
 }
 
 // Takes the command's words off the front of the arguments.

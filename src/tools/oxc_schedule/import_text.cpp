@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/base/marks.h"
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "store/TextConventions.h"
@@ -275,7 +276,7 @@ StoredPackage ReadPackage(const QJsonValue& value, const FormerItems& stored) {
     Global::NewPackage& row = package.row;
     row.name = Mandatory("name", row.name);
     row.recipients = row.mailBatch == "T" ? CheckedRecipients({row.recipients}) : row.recipients;
-    CheckedFrequency(row.frequency, {"Daily", "Weekly", "Monthly", "Quartely"});
+    CheckedFrequency(row.frequency, {"Daily", "Weekly", "Monthly", "Quartely"});  // sic
     row.runTime = CheckedTime(row.runTime);
     row.startDate = CheckedDate(row.startDate);
     row.endDate = CheckedDate(row.endDate);

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // oxc-schedule: makes, changes, lists and runs schedules and packages from a shell, without a display.
 #include <QtCore/QCoreApplication>
-#include <iostream>
 
 #include "mail/Delivery.h"
-#include "platform/base/one_line.h"
 #include "platform/contracts/mapi.h"
 #include "platform/contracts/regional.h"
 #include "platform/contracts/report_engine.h"
@@ -13,18 +11,10 @@
 #include "platform/regfile/registry_file.h"
 #include "platform/reports/rdl_engine.h"
 #include "platform/reports/worker/worker_engine.h"
+#include "tools/console.h"
 #include "tools/oxc_schedule/command_line.h"
 #include "tools/oxc_schedule/commands.h"
 #include "tools/oxc_schedule/output.h"
-
-namespace {
-
-// Writes one line, whatever the message holds, because scripts read it.
-void Complain(const std::string& text) {
-    std::cerr << "oxc-schedule: " << OnOneLine(text) << std::endl;
-}
-
-}  // namespace
 
 int main(int argc, char** argv) {
     PrepareProgram();
@@ -40,13 +30,13 @@ int main(int argc, char** argv) {
     try {
         return tools::RunScheduleCommand(tools::ParseCommandLine({argv + 1, argv + argc}));
     } catch (const tools::ScheduleUsageError& error) {
-        Complain(std::string(error.what()) + " (oxc-schedule --help tells more)");
+        tools::Complain("oxc-schedule", std::string(error.what()) + " (oxc-schedule --help tells more)");
         return 2;
     } catch (const tools::Refusal& refusal) {
-        Complain(refusal.Text());
+        tools::Complain("oxc-schedule", refusal.Text());
         return 1;
     } catch (...) {
-        Complain(CurrentError().Description());
+        tools::Complain("oxc-schedule", CurrentError().Description());
         return 1;
     }
 }

@@ -22,8 +22,8 @@ struct Line {
 
 // Year-month-day in every region, as the stored dates are.
 std::string MomentText(const Global::ComingRun& run) {
-    constexpr std::size_t HoursAndMinutes = 5;
-    return cmFunc::FormatDateText(run.moment) + " " + TimeText(run.moment).substr(0, HoursAndMinutes);
+    const std::string text = cmFunc::FormatMomentText(run.moment);
+    return text.substr(0, text.rfind(':'));  // without seconds, which are always 0
 }
 
 std::string NoteOf(const Global::ComingRun& run) {

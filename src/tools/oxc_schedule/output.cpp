@@ -2,7 +2,6 @@
 #include "tools/oxc_schedule/output.h"
 
 #include <algorithm>
-#include <iostream>
 
 #include "platform/base/one_line.h"
 #include "platform/base/text.h"
@@ -16,17 +15,6 @@ void Refuse(const std::string& why) {
 std::string TextOf(const RuntimeError& error) {
     const auto* const refusal = dynamic_cast<const Refusal*>(&error);
     return refusal != nullptr ? refusal->Text() : error.Description();
-}
-
-std::string Quoted(const std::string& text) {
-    return "\"" + text + "\"";
-}
-
-void Print(const std::string& text) {
-    std::cout << text << std::flush;
-    if (!std::cout) {
-        Refuse("The output cannot be written");
-    }
 }
 
 void Print(const QJsonArray& array) {
@@ -44,7 +32,7 @@ void Tell(const CommandLine& line, const std::string& text, const QJsonObject& o
         } else {
             Print(text);
         }
-    } catch (const Refusal&) {
+    } catch (const RuntimeError&) {
         Refuse("It is done, but the output cannot be written");
     }
 }

@@ -10,6 +10,7 @@
 
 #include "platform/contracts/prompts.h"
 #include "platform/contracts/runtime.h"
+#include "tools/console.h"
 #include "tools/oxc_schedule/command_line.h"
 
 namespace tools {
@@ -29,11 +30,7 @@ class Refusal : public RuntimeError {
 // Returns the text of a refusal, the description of any other error.
 std::string TextOf(const RuntimeError& error);
 
-// Returns the text between quotation marks.
-std::string Quoted(const std::string& text);
-
-// Write to standard output. Refuse if that fails.
-void Print(const std::string& text);
+// As Print of a text (tools/console.h).
 void Print(const QJsonArray& array);
 void Print(const QJsonObject& object);
 // Prints what a command has changed: the text, or with --json the object. If that fails, the complaint says

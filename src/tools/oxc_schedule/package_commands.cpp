@@ -5,6 +5,7 @@
 
 #include "execution/on_demand/RunOnDemand.h"
 #include "platform/base/convert.h"
+#include "platform/base/marks.h"
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "platform/contracts/adodb.h"

@@ -111,10 +111,6 @@ Stored OnlyOne(const std::vector<Stored>& found, const std::string& kind, const 
 
 }  // namespace
 
-std::string SqlText(const std::string& text) {
-    return "'" + Replace(text, "'", "''") + "'";
-}
-
 std::vector<StoredSchedule> ReadSchedules(const std::string& condition) {
     std::vector<StoredSchedule> schedules;
     ForEachRow("select * from reportscheduler" + Where(condition) + " order by Parent, ReportTitle, ReportID",

@@ -11,6 +11,7 @@
 
 #include "dialogs/PackageRecords.h"
 #include "dialogs/ScheduleRecords.h"
+#include "platform/base/marks.h"
 #include "platform/contracts/adodb.h"
 #include "tools/oxc_schedule/cache_change.h"
 #include "tools/oxc_schedule/command_line.h"
@@ -38,9 +39,6 @@ struct StoredPackage {
     Global::NewPackage row;
     std::vector<PackageReport> reports;
 };
-
-// Returns the text as a statement holds it, between ' marks that are doubled inside.
-std::string SqlText(const std::string& text);
 
 // Return the rows that fulfil the condition, all rows without one: schedules by folder, title and number,
 // packages by name and number.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands that change and run single schedules.
 #include "execution/on_demand/RunOnDemand.h"
+#include "platform/base/marks.h"
 #include "platform/base/text.h"
 #include "shared/Global.h"
 #include "tools/hidden_arguments.h"

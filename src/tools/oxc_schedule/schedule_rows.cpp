@@ -3,6 +3,7 @@
 
 #include "dialogs/ParameterRows.h"
 #include "platform/base/convert.h"
+#include "platform/base/marks.h"
 #include "platform/base/paths.h"
 
 namespace tools {
@@ -10,8 +11,8 @@ namespace tools {
 void InsertScheduleRows(ADODB::Connection& connection, const StoredSchedule& schedule) {
     Global::NewSchedule row = schedule.row;
     // Unlike the other values, paths stand in no other statement, so that they can hold the mark.
-    row.reportPath = Replace(row.reportPath, "'", "''");
-    row.originalPath = Replace(row.originalPath, "'", "''");
+    row.reportPath = DoubledMarks(row.reportPath);
+    row.originalPath = DoubledMarks(row.originalPath);
     Global::InsertSchedule(connection, row);
     for (const auto& [name, value] : schedule.parameters) {
         Global::InsertParameterRow(connection, schedule.id, name, value);

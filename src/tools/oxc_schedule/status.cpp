@@ -2,11 +2,9 @@
 // The command for monitors: does the scheduler poll, did runs fail, what waits in the outbox.
 #include <algorithm>
 #include <cstdlib>
-#include <iostream>
 #include <optional>
 
 #include "platform/base/convert.h"
-#include "platform/base/one_line.h"
 #include "platform/contracts/clock.h"
 #include "platform/mail/transport/outbox.h"
 #include "scheduler/PollTrace.h"
@@ -196,7 +194,7 @@ void CheckStatusOptions(const CommandLine& line) {
 }
 
 void ShowNoStatus(const CommandLine& line, const std::string& why) {
-    std::cerr << "oxc-schedule: " << OnOneLine(why) << std::endl;
+    Complain("oxc-schedule", why);
     if (line.Has("json")) {
         Print(QJsonObject{{"status", 2}, {"error", Json(why)}});
     } else if (line.Has("prometheus")) {

@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/base/marks.h"
 #include "platform/base/paths.h"
 #include "platform/posix/atomic_file.h"
 #include "platform/posix/small_file.h"
@@ -27,14 +28,7 @@ std::unique_ptr<DataRows> RowsOf(DataSession& session, const StoreTable& table) 
 
 // A number is written as a text, too: the column decides what it becomes.
 std::string Literal(const Variant& value) {
-    if (value.IsNull()) {
-        return "null";
-    }
-    std::string literal = "'";
-    for (const char c : value.Text()) {
-        literal += c == '\'' ? std::string("''") : std::string(1, c);
-    }
-    return literal + "'";
+    return value.IsNull() ? "null" : SqlText(value.Text());
 }
 
 void InsertRows(DataSession& to, const std::string& statement, const std::string& what) {

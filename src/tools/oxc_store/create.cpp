@@ -3,6 +3,7 @@
 
 #include <libpq-fe.h>
 
+#include "platform/base/convert.h"
 #include "platform/postgresql/server.h"
 #include "tools/oxc_store/store_place.h"
 #include "tools/oxc_store/team_schema.h"
@@ -11,11 +12,7 @@ namespace tools {
 namespace {
 
 std::string QuotedName(const std::string& role) {
-    std::string name = "\"";
-    for (const char c : role) {
-        name += c == '"' ? std::string("\"\"") : std::string(1, c);
-    }
-    return name + "\"";
+    return "\"" + Replace(role, "\"", "\"\"") + "\"";
 }
 
 // An editor defines everything.

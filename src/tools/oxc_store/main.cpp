@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // oxc-store: makes, fills, links and tries the store of a team.
-#include <iostream>
-
-#include "platform/base/one_line.h"
 #include "platform/posix/program.h"
+#include "tools/console.h"
 #include "tools/hidden_arguments.h"
 #include "tools/oxc_store/check.h"
 #include "tools/oxc_store/copy.h"
@@ -13,16 +11,7 @@
 
 namespace {
 
-// Writes one line, whatever the message holds, because scripts read it.
-void Complain(const std::string& text) {
-    std::cerr << "oxc-store: " << OnOneLine(text) << std::endl;
-}
-
-void Print(const std::string& text) {
-    if (!(std::cout << text << std::flush)) {
-        throw RuntimeError(err::PathFileAccess, "Standard output cannot be written");
-    }
-}
+using tools::Print;
 
 Link TargetLink(const std::string& text) {
     const tools::StorePlace place = tools::PlaceOf(text);
@@ -88,10 +77,10 @@ int main(int argc, char** argv) {
         Run(tools::ParseStoreArguments(arguments));
         return 0;
     } catch (const tools::StoreUsageError& error) {
-        Complain(std::string(error.what()) + " (oxc-store --help tells more)");
+        tools::Complain("oxc-store", std::string(error.what()) + " (oxc-store --help tells more)");
         return 2;
     } catch (...) {
-        Complain(CurrentError().Description());
+        tools::Complain("oxc-store", CurrentError().Description());
         return 1;
     }
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The tables of a store and their columns, as store/schema.sql has them.
+// The tables of a store and their columns, as store/schema.sql has them: a test compares both. What is
+// missing here is not copied.
 #pragma once
 
 #include <array>

@@ -274,6 +274,30 @@ TEST(Editing, ADuplicateHasNamesOfItsOwn) {
     EXPECT_EQ(document.Text(), before);
 }
 
+TEST(Editing, ChangesManyTextsAsOneStep) {
+    Document document(Small);
+    const ElementId box = Textbox(document);
+    SetTexts(document,
+             {{box, "Width", "3cm"},
+              {box, "Left", "1in"},
+              {box, "Value", "a"},
+              {box, "Value", "two"},
+              {box, "Top", "1in"}},
+             "Many");
+    EXPECT_EQ(document.Text(), Changed(Changed(Changed(Small, "one", "two"), "2.5cm", "3cm"),
+                                       "<Top>1in</Top>", "<Top>1in</Top>\n        <Left>1in</Left>"));
+    EXPECT_EQ(document.UndoCount(), 1u);
+    EXPECT_THROW(SetTexts(document, {{box, "Width", "4cm"}, {box, "", "x"}}, "Fails"), EditError);
+    EXPECT_EQ(document.UndoCount(), 1u);
+    SetSizes(document, {{box, "Width", 72}, {box, "Top", 72}, {box, "Left", 36}}, "Resize");
+    EXPECT_EQ(document.TextAt(box, "Width"), "2.54cm");
+    EXPECT_EQ(document.TextAt(box, "Left"), "0.5in");
+    EXPECT_EQ(document.UndoName(), "Resize");
+    document.Undo();
+    document.Undo();
+    EXPECT_EQ(document.Text(), Small);
+}
+
 TEST(Editing, KeepsTheUnitOfASize) {
     Document document(Small);
     SetSize(document, Textbox(document), "Width", 72);

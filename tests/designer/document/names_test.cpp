@@ -76,6 +76,9 @@ TEST(Names, RefusesNamesThatAreTakenOrNone) {
                         "Gr\xC3\xB6\xC3\x9F"
                         "e"),
               "");
+    EXPECT_EQ(RefusalOf(document, box, "\xE5\xB7\xA5"), "");
+    EXPECT_EQ(RefusalOf(document, box, "a\xC2\xB7"),
+              "\"a\xC2\xB7\" is no name: a letter or _, then letters, digits and _");
 }
 
 TEST(Names, FindsTheNextFreeName) {

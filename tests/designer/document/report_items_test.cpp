@@ -148,6 +148,24 @@ TEST(ReportItems, OfAMatrixOfTheOlderSchemasFillTheirCells) {
         "Textbox V 30 30 50 20 in 0.1\n");
 }
 
+TEST(ReportItems, OfATableWithHostileSpansEndSoon) {
+    std::string columns, rows;
+    for (int i = 0; i < 4000; ++i) {
+        columns += "<TableColumn><Width>1pt</Width></TableColumn>";
+        rows +=
+            "<TableRow><TableCells><TableCell><ColSpan>9999</ColSpan></TableCell></TableCells></TableRow>";
+    }
+    const Document document(InBody("<Table Name='T'><TableColumns>" + columns +
+                                   "</TableColumns><Details><TableRows>" + rows +
+                                   "</TableRows></Details></Table>"));
+    const ReportItems items = ReadReportItems(document);
+    ASSERT_EQ(items.items.size(), 1u);
+    EXPECT_EQ(items.items[0].place.width, 4000);
+    const TablixGrid grid = GridOf(document, items.items[0].id);
+    EXPECT_EQ(grid.cells.back().columnSpan, 4000u);
+    EXPECT_EQ(grid.cells.back().place.width, 4000);
+}
+
 TEST(ReportItems, AHostileMatrixEndsSoon) {
     std::string columns;
     for (int level = 0; level < 3000; ++level) {

@@ -66,7 +66,7 @@ TEST_F(DateReading, TimesHaveHoursAndMinutesAndMayHaveSeconds) {
     EXPECT_EQ(CDate("9 pm"), TimeSerial(21, 0, 0));
 }
 
-TEST_F(DateReading, TimeStandsBehindABlankOrAComma) {
+TEST_F(DateReading, TimeStandsAfterABlankOrAComma) {
     const DateValue expected = DateValue::FromSeconds(DateSerial(2026, 11, 21).Seconds() + 8 * 3600 + 60);
     EXPECT_EQ(CDate("2026-11-21 08:01:00"), expected);
     EXPECT_EQ(CDate("2026-11-21, 8:01"), expected);

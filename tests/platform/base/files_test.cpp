@@ -84,7 +84,7 @@ TEST_F(Files, CopyIntoAMissingFolderIsPathNotFound) {
     EXPECT_EQ(NumberRaisedBy([this] { Scripting::File(Name("a")).Copy("C:\\b"); }), 76);
 }
 
-TEST_F(Files, CopyThatFailsLeavesNothingBehind) {
+TEST_F(Files, CopyThatFailsLeavesNothing) {
     WriteBytes(m_folder / "a", "x");
     fs::create_directory(m_folder / "folder");
     EXPECT_EQ(NumberRaisedBy([this] { Copy("a", "folder"); }), 75);

@@ -99,6 +99,25 @@ TEST_F(JournalLines, NamesDoNotReachTheTerminalAsCommands) {
               "\"text\":\"A\\u001b[2J\\u009b31m\\u20282002-03-07\xEF\xBF\xBD\xEF\xBF\xBD\"}\n");
 }
 
+// The machine's journal takes the rest of a line of 48 KiB for another line, with a severity of its own.
+TEST_F(JournalLines, EndlessTextsAreCut) {
+    const std::string most(8192, 'x');
+    EXPECT_EQ(Written([&] { Journal(most); }), "2002-03-07 12:00:00 " + most + "\n");
+    EXPECT_EQ(Written([&] { Journal(most + "<3>forged"); }), "2002-03-07 12:00:00 " + most + "...\n");
+    journal::WriteEvents(true);
+    EXPECT_EQ(Written({journal::Level::Error, "a", {journal::Text("b", most + "y")}}),
+              "2002-03-07 12:00:00 error a b=" + most + "...\n");
+    journal::UseForm(journal::Form::Json);
+    std::string escapes;
+    while (escapes.size() < most.size()) {
+        escapes += "\\u000a";
+    }
+    EXPECT_EQ(Written([&] { Journal(std::string(100'000, '\n')); }),
+              "{\"time\":\"2002-03-07T12:00:00-03:30\",\"level\":\"warning\",\"event\":\"message\","
+              "\"text\":\"" +
+                  escapes + "...\"}\n");
+}
+
 TEST_F(JournalLines, ValueWithALineBreakIsOneWord) {
     journal::WriteEvents(true);
     EXPECT_EQ(Written({journal::Level::Error, "a", {journal::Text("title", "x\noutcome\ndelivered")}}),

@@ -41,7 +41,7 @@ TEST_F(Book, NameThatStandsTwiceIsRefusedUnlessItIsTheSameAddress) {
     EXPECT_EQ(book.Resolve("Same").name, "Same");
 }
 
-TEST_F(Book, SeparatorBehindASingleNameIsNoPartOfIt) {
+TEST_F(Book, SeparatorAfterASingleNameIsNoPartOfIt) {
     auto book = Read(Card("Ann", "ann@b.c"));
     EXPECT_EQ(book.Resolve("ann;").address, "ann@b.c");
     EXPECT_EQ(book.Resolve("boss@b.c; ").address, "boss@b.c");

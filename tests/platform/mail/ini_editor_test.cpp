@@ -90,7 +90,7 @@ TEST(IniEditor, EmptyValueTakesEveryLineOfTheKeyAway) {
     EXPECT_EQ(After("[Profile]\nHost=a\n", "Password", ""), "[Profile]\nHost=a\n");
 }
 
-TEST(IniEditor, OldPasswordOfADoubleLineIsNotLeftBehind) {
+TEST(IniEditor, OldPasswordOfADoubleLineIsNotLeft) {
     EXPECT_EQ(After("[Profile]\nPassword=old1\nPassword=old2\n", "Password", "new"),
               "[Profile]\nPassword=new\n");
 }

@@ -164,7 +164,7 @@ TEST_F(Profile, GreetingNameAndServerAreNamesOfMachines) {
               "mail.xn--bcher-kva.example");
 }
 
-TEST_F(Profile, PasswordCommandThatLeavesAChildBehindIsNotWaitedFor) {
+TEST_F(Profile, PasswordCommandThatLeavesAChildIsNotWaitedFor) {
     const auto profile = Read(std::string(Server) + "PasswordCommand=echo s3cret; sleep 3 & exit 0\n");
     const auto begun = std::chrono::steady_clock::now();
     EXPECT_EQ(PasswordOf(profile), "s3cret");

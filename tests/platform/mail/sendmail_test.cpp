@@ -55,7 +55,7 @@ TEST_F(Sendmail, MissingProgramIsTheProfilesFault) {
     EXPECT_EQ(NumberRaisedBy([&] { message->Send(); }), mailer::ErrBadProfile);
 }
 
-TEST_F(Sendmail, ProgramThatLeavesAChildBehindHasTakenTheMessage) {
+TEST_F(Sendmail, ProgramThatLeavesAChildHasTakenTheMessage) {
     EXPECT_EQ(NumberOf("cat > message; sleep 3 & exit 0"), 0) << m_text;
     EXPECT_EQ(NumberOf("sleep 3 & exit 75"), err::MailboxOrServer);
     EXPECT_NE(m_text.find("exit code 75"), std::string::npos) << m_text;

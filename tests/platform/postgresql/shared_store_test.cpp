@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Report files that a store keeps for several machines.
+// A store that several machines share: the report files that it keeps, one read in place of many.
 #include "platform/contracts/shared_store.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "platform/base/paths.h"
+#include "platform/contracts/adodb.h"
 #include "shared/Global.h"
 #include "support/database.h"
 
@@ -64,4 +65,49 @@ TEST_F(SharedReports, OtherPathsAndUnknownNamesStayAsTheyAre) {
                              "Z:\\x\\Cache\\..", "Z:\\x\\Cache\\"}) {
         EXPECT_EQ(Found(path), path);
     }
+}
+
+class Snapshot : public testing::Test {
+ protected:
+    Snapshot() {
+        database.Run(
+            "insert into Folders(FolderName, Parent) values('Sales', 0), ('North', 1), ('Stock', 0), "
+            "('Lost', null), ('South', 1)");
+    }
+    static std::vector<std::string> Below(const std::string& id,
+                                          const std::string& select = "select foldername, folderid") {
+        std::vector<std::string> found;
+        ADODB::Recordset rows;
+        for (rows.Open(select + " from folders where parent = " + id, Global::ConnectionString); !rows.EOF_();
+             rows.MoveNext()) {
+            found.push_back(rows.Fields("FolderName").Value.Text() + rows.Fields(1).Value.Text());
+        }
+        return found;
+    }
+    using Names = std::vector<std::string>;
+
+    fakes::TestDatabase database;
+};
+
+TEST_F(Snapshot, AnswersFromOneReadAsTheStoreDoes) {
+    const Names top = Below("0"), ofSales = Below("1"), ofStock = Below("3");
+    EXPECT_EQ(top, (Names{"Sales1", "Stock3"}));
+    EXPECT_EQ(ofSales, (Names{"North2", "South5"}));
+    const TableSnapshot folders(Global::ConnectionString, "Folders", "Parent");
+    EXPECT_EQ(Below("0"), top);
+    database.Run("delete from Folders");
+    EXPECT_EQ(Below("0"), top);
+    EXPECT_EQ(Below("1"), ofSales);
+    EXPECT_EQ(Below("3"), ofStock);
+    EXPECT_EQ(Below("1", "select folderid as foldername, parent"), Names{});  // other columns: asks the store
+    EXPECT_EQ(Below("1 or 1 = 1"), Names{});
+}
+
+TEST_F(Snapshot, EndsWithItsObject) {
+    {
+        const TableSnapshot folders(Global::ConnectionString, "folders", "parent");
+        Below("0");
+    }
+    database.Run("update Folders set FolderName = 'Sold' where FolderName = 'Sales'");
+    EXPECT_EQ(Below("0"), (Names{"Sold1", "Stock3"}));
 }

@@ -64,7 +64,7 @@ TEST(RegDocument, NewValueStandsUnderItsKey) {
         << text;
 }
 
-TEST(RegDocument, NewKeyStandsBehindABlankLine) {
+TEST(RegDocument, NewKeyStandsAfterABlankLine) {
     RegDocument document("");
     EXPECT_FALSE(document.IsDamaged());
     document.AddKey("HKEY_LOCAL_MACHINE\\A");

@@ -35,7 +35,7 @@ TEST_F(Recordset, EveryRowHasItsOwnValues) {
     EXPECT_TRUE(m_rows.EOF_());
 }
 
-TEST_F(Recordset, BehindTheLastRowThereIsNoCurrentRecord) {
+TEST_F(Recordset, AfterTheLastRowThereIsNoCurrentRecord) {
     m_rows.Open("select ReportTitle from Schedule where ReportID > 100", m_data);
     EXPECT_TRUE(m_rows.EOF_());
     EXPECT_EQ(NumberRaisedBy([this] { m_rows.Fields("ReportTitle"); }), 3021);

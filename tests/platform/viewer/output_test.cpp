@@ -199,7 +199,7 @@ TEST_F(ViewerOutput, WhatTheDialogHoldsIsToldToThePrintingSystem) {
               "print-color-mode=monochrome outputorder=reverse");
 }
 
-TEST_F(ViewerOutput, PagesBehindTheLastAreAnErrorAndNoEmptyJob) {
+TEST_F(ViewerOutput, PagesAfterTheLastAreAnErrorAndNoEmptyJob) {
     Show(3);
     PrintJob job;
     job.file = QString::fromStdString((m_folder.Path() / "out.pdf").string());

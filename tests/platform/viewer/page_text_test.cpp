@@ -24,14 +24,14 @@ PageText TextOf(const std::vector<std::string>& lines) {
 
 TEST(PageText, WordsAreFoundWithoutRegardToCase) {
     const PageText text = TextOf({"One two", "TWO three"});
-    EXPECT_EQ(text.Find("two"), (std::vector<LetterRange>{{4, 3}, {7, 3}}));
+    EXPECT_EQ(text.Find("two"), (std::vector<CharacterRange>{{4, 3}, {7, 3}}));
     EXPECT_TRUE(text.Find("four").empty());
     EXPECT_TRUE(text.Find("").empty());
 }
 
 TEST(PageText, WordsAreFoundOverTheEndOfALine) {
     const PageText text = TextOf({"One two", "three"});
-    const std::vector<LetterRange> found = text.Find("two three");
+    const std::vector<CharacterRange> found = text.Find("two three");
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(text.Text(found[0]), "two\nthree");
     EXPECT_EQ(text.Areas(found[0]), (std::vector<QRectF>{{24, 0, 18, 12}, {0, 12, 30, 12}}));
@@ -41,7 +41,7 @@ TEST(PageText, LettersOutsideOfTheBasicPlaneKeepTheirPlaces) {
     std::vector<report::Character> characters = {
         {"\xF0\x9F\x98\x80", {0, 0, 6, 12}, false}, {"a", {6, 0, 6, 12}, false}, {"b", {12, 0, 6, 12}, true}};
     const PageText text(characters);
-    EXPECT_EQ(text.Find("ab"), (std::vector<LetterRange>{{1, 2}}));
+    EXPECT_EQ(text.Find("ab"), (std::vector<CharacterRange>{{1, 2}}));
     EXPECT_EQ(text.Text({0, 2}), QString::fromUtf8("\xF0\x9F\x98\x80"
                                                    "a"));
 }
@@ -58,9 +58,9 @@ TEST(PageText, PlacesAreTheNearest) {
 
 TEST(PageText, AWordEndsAtBlanksAndLines) {
     const PageText text = TextOf({"one two", "three"});
-    EXPECT_EQ(text.WordAt(5), (LetterRange{4, 3}));
-    EXPECT_EQ(text.WordAt(0), (LetterRange{0, 3}));
-    EXPECT_EQ(text.WordAt(7), (LetterRange{7, 5}));
+    EXPECT_EQ(text.WordAt(5), (CharacterRange{4, 3}));
+    EXPECT_EQ(text.WordAt(0), (CharacterRange{0, 3}));
+    EXPECT_EQ(text.WordAt(7), (CharacterRange{7, 5}));
 }
 
 TEST(PageText, AllOfItHasItsLines) {

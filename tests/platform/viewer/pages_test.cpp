@@ -205,7 +205,7 @@ TEST_F(ViewerPages, AFinePageAtFourTimesItsSizeIsDrawnInPieces) {
     EXPECT_GT(Calls("draw 1"), seen);
 }
 
-TEST_F(ViewerPages, PagesThatSayHowManyThereAreAreDrawnAnewInTheEnd) {
+TEST_F(ViewerPages, PagesThatSayHowManyThereAreAreDrawnAgainInTheEnd) {
     fakes::FakePages pages = Pages(3000);
     pages.waitsForTotal = true;
     Source(std::move(pages));

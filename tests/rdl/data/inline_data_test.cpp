@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "data_fixture.h"
-#include "rdl/definition/rows/inline_rows.h"
+#include "rdl/definition/tree/inline_rows.h"
 #include "rdl/spool/spool.h"
 
 namespace rdl::data {

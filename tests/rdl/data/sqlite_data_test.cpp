@@ -118,7 +118,7 @@ TEST_F(SqliteData, RowsWithNoneOfTheFieldsAreAnError) {
     EXPECT_EQ(Rows(), "") << "without rows nothing goes out wrong";
 }
 
-TEST_F(SqliteData, CalculatedFieldsStandBehindTheOthersAndMayBuildOnEachOther) {
+TEST_F(SqliteData, CalculatedFieldsStandAfterTheOthersAndMayBuildOnEachOther) {
     DataSet& set = AddSet("select id from orders order by id", {});
     AddCalculated(set, "Twice", "=Fields!Next.Value * 2");
     AddCalculated(set, "Next", "=Fields!id.Value + 1");

@@ -44,6 +44,79 @@ TEST_F(FileData, FieldsDeclaredAsDecimalAreExact) {
     EXPECT_EQ(Rows(), "1.10|1.1");
 }
 
+TEST_F(FileData, JsonNumbersDeclaredAsDecimalKeepTheirDigits) {
+    Write(
+        "c.json",
+        R"([{"a": 1.10, "b": 1.10, "c": [1.10, 2, {"x": 1e2}], "d": "say \"1.10\"", "o": {"a": 12345678901234567.890}},)"
+        R"( {"a": -0.00, "b": 5, "c": 1e400E, "d": null, "o": {"a": 1.5e3}}])");
+    AddSource("JSON", "c.json");
+    AddSet("$", {"a:System.Decimal", "b", "c", "d", "o.a:System.Decimal"});
+    EXPECT_NE(Failure().find("the JSON is not usable at byte"), std::string::npos);
+    Write(
+        "c.json",
+        R"([{"a": 1.10, "b": 1.10, "c": [1.10, 2, {"x": 1e2}], "d": "say \"1.10\"", "o": {"a": 12345678901234567.890}},)"
+        R"( {"a": -0.00, "b": 5, "c": {"y": 2.50}, "d": null, "o": {"a": 1.5e3}},)"
+        R"( {"a": 1e30, "b": -0, "c": 9223372036854775808, "d": true, "o": {"a": 7}}])");
+    EXPECT_EQ(Rows(),
+              "1.10|1.1|[1.1,2,{\"x\":100}]|say \"1.10\"|12345678901234567.890 0.00|5|||1500 "
+              "1E+30|0|9.22337203685478E+18|True|7");
+    const Table table = Load();
+    EXPECT_EQ(table.At(0, 0).kind(), Kind::Decimal);
+    EXPECT_EQ(table.At(0, 1).kind(), Kind::Real);
+    EXPECT_EQ(table.At(1, 1).kind(), Kind::Integer);
+    EXPECT_EQ(table.At(2, 0).kind(), Kind::Real);  // too large for a Decimal
+}
+
+// A report that declares no decimal number gets the values of the parser; with one, all others stay the same.
+TEST_F(FileData, OtherJsonNumbersAreThoseOfTheParser) {
+    const std::string numbers =
+        "0, -0, -0.0, 1.0, 1e3, 1E-3, 0.1, 9007199254740993, 9223372036854775807, -9223372036854775808, "
+        "9223372036854775808, 18446744073709551616, 1.7976931348623157e308, 12345678901234567890.5";
+    for (const char* declared : {"other", "other:System.Decimal"}) {
+        definition = Definition();
+        Write("c.json", "{\"rows\": [" + numbers + "]}");
+        AddSource("JSON", "c.json");
+        AddSet("$.rows", {"value", declared});
+        const Table table = Load();
+        std::string kinds;
+        for (std::size_t row = 0; row < table.RowCount(); ++row) {
+            kinds += table.At(row, 0).kind() == Kind::Integer ? "i" : "r";
+        }
+        EXPECT_EQ(kinds, "iiiiirriiirrrr") << declared;
+        EXPECT_EQ(table.At(7, 0).AsDouble(), 9007199254740993.0) << declared;
+    }
+}
+
+TEST_F(FileData, DamagedJsonNumbersAreErrorsAtTheirPlace) {
+    for (const char* number : {"01", "-", "1e", "+1", "1.5.2", "1e400", "--1"}) {
+        std::string failures[2];
+        for (const bool isDecimal : {false, true}) {
+            definition = Definition();
+            Write("c.json", std::string("[{\"a\": 1.25, \"b\": ") + number + "}]");
+            AddSource("JSON", "c.json");
+            AddSet("$", {isDecimal ? "a:System.Decimal" : "a"});
+            failures[isDecimal ? 1 : 0] = Failure();
+        }
+        EXPECT_EQ(failures[0], failures[1]);
+        EXPECT_NE(failures[0].find("the JSON is not usable at byte"), std::string::npos) << number;
+    }
+}
+
+// The parser takes some that the format does not have.
+TEST_F(FileData, NumbersThatTheParserTakesAreTakenBesideDecimals) {
+    for (const char* number : {"1.", ".5"}) {
+        std::string rows[2];
+        for (const bool isDecimal : {false, true}) {
+            definition = Definition();
+            Write("c.json", std::string("[{\"a\": 1.25, \"b\": ") + number + "}]");
+            AddSource("JSON", "c.json");
+            AddSet("$", {isDecimal ? "a:System.Decimal" : "a", "b"});
+            rows[isDecimal ? 1 : 0] = Rows();
+        }
+        EXPECT_EQ(rows[0], rows[1]);
+    }
+}
+
 // Whatever the other rows hold, a value keeps its decimals where the report wants them.
 TEST_F(FileData, CsvColumnsOfADeclaredTypeAreNotGuessed) {
     AddSource("CSV", "c.csv");

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "rdl/definition/parse.h"
-#include "rdl/definition/rows/inline_rows.h"
+#include "rdl/definition/tree/inline_rows.h"
 #include "rdl/raises.h"
 
 namespace rdl::test {

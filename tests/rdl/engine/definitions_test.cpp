@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "rdl/api/report.h"
 #include "rdl/raises.h"
 
 namespace rdl::engine {
@@ -72,6 +73,14 @@ TEST_F(Definitions, OfLongFilesAreNotKept) {
         OpenDefinition(Write(std::to_string(i) + ".rpt", std::string(200'000, 'x')));
     }
     EXPECT_TRUE(first.expired());
+}
+
+TEST(ReportTexts, NeedNoFile) {
+    const std::filesystem::path file = "/nowhere/sales.rdl";
+    const std::string body = "<Report><Body><Height>1in</Height></Body></Report>";
+    EXPECT_EQ(OpenReportText(body, file)->Title(), "sales");
+    const std::string wrong = ErrorRaisedBy([&] { OpenReportText("<Report><Body/></Reprt>", file); });
+    EXPECT_EQ(wrong.substr(0, 9), "sales.rdl") << wrong;
 }
 
 }  // namespace

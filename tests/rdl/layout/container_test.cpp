@@ -46,6 +46,30 @@ TEST(Places, WhatStandsBelowATableWithoutAHeightIsMovedDown) {
     EXPECT_GT(texts[9].baseline, texts[8].baseline);
 }
 
+// All of the second row and the third begin below the same items.
+TEST(Places, ThousandsOfItemsAreMovedDownByOneAboveThem) {
+    constexpr int Count = 3'000;
+    std::string items;
+    for (const int row : {0, 1, 2}) {
+        for (int i = 0; i < Count; ++i) {
+            const bool grows = row == 0 && i == 7;
+            items += Box("b" + std::to_string(row) + "_" + std::to_string(i), grows ? "two words" : "x",
+                         At(0.1 * i, 40.0 * row, 30, 20, grows ? "<CanGrow>true</CanGrow>" : ""));
+        }
+    }
+    const Page page = PagesOf(BuildKit(Report(items), Sales({}))).pages.at(0);
+    const auto texts = Of<TextOp>(page);
+    ASSERT_EQ(texts.size(), 3u * Count + 1);  // the one that grows has two lines
+    const double growth = texts[8].baseline - texts[7].baseline;
+    EXPECT_GT(growth, 5);
+    for (std::size_t i = Count + 1; i < texts.size(); ++i) {
+        const double row = i <= 2u * Count ? 1 : 2;
+        const double moved = texts[i].baseline - texts[0].baseline - 40 * row;
+        ASSERT_NEAR(moved, texts[Count + 1].baseline - texts[0].baseline - 40, 0.001) << i;
+        ASSERT_GT(moved, 0) << i;
+    }
+}
+
 // A rectangle of one colour around a text, as the content of a cell.
 std::string Coloured(const std::string& text) {
     return "<CellContents><Rectangle Name=\"R" + text + "\"><ReportItems>" +
@@ -230,7 +254,7 @@ TEST(PageName, OfAnItemNamesItsPageAndTheNextOnes) {
     EXPECT_THAT(sink.margins, ElementsAre(ElementsAre("One"), ElementsAre("Two"), ElementsAre("Two")));
 }
 
-TEST(PageNumber, BeginsAnewAtTheBreakOfAnItem) {
+TEST(PageNumber, BeginsAgainAtTheBreakOfAnItem) {
     const auto items = BrokenBefore("A", 0, "") + BrokenBefore("B", 30, "") +
                        BrokenBefore("C", 60, "", "<ResetPageNumber>true</ResetPageNumber>");
     const auto sink = PagesOf(BuildKit(

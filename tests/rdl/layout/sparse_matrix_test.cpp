@@ -57,6 +57,49 @@ TEST(SparseMatrix, MovedTextLeavesNoMark) {
     EXPECT_EQ(row.cells[1].content.PlainText(), "0 sales");
 }
 
+// Columns and texts of a row that is built in part.
+std::vector<std::string> Within(TableInstance& table, std::size_t index, const TableColumns& columns) {
+    TableRow row;
+    table.RowWithin(index, columns, row);
+    std::vector<std::string> cells;
+    for (const TableCell& cell : row.cells) {
+        cells.push_back(std::to_string(cell.column) + " " + cell.content.PlainText());
+    }
+    return cells;
+}
+
+TEST(SparseMatrix, RowIsBuiltInPart) {
+    const BuiltKit kit = Matrix("=First(Fields!Product.Value) &amp; \".\"");
+    EXPECT_THAT(Within(kit.Table(), 1, {0, 1, 2}), ElementsAre("1 Ink."));
+    EXPECT_THAT(Within(kit.Table(), 1, {1, 2, 3}), ElementsAre("0 .", "2 ."));
+    EXPECT_THAT(Within(kit.Table(), 1, {0, 0, 9}), ElementsAre("0 .", "1 Ink.", "2 ."));
+    EXPECT_THAT(Within(kit.Table(), 0, {0, 2, 3}), ElementsAre("2 ."));
+}
+
+// The code may count how often it is called, and a duplicate is one of the cell before it.
+TEST(SparseMatrix, RowWhoseCellsDependOnEachOtherIsBuiltWhole) {
+    const BuiltKit withCode =
+        Matrix("=First(Fields!Product.Value) &amp; \".\"", {}, "<Code>Dim n As Integer = 0</Code>");
+    EXPECT_THAT(Within(withCode.Table(), 1, {0, 1, 2}), ElementsAre("0 .", "1 Ink.", "2 ."));
+    const BuiltKit hiding = Matrix("=1", "<HideDuplicates>R</HideDuplicates>");
+    EXPECT_EQ(Within(hiding.Table(), 1, {0, 1, 2}).size(), 3U);
+}
+
+TEST(SparseMatrix, IsFlatWithoutTotalsAndRegionsInItsCells) {
+    EXPECT_TRUE(Matrix("=CountRows()").Table().IsFlat());
+    const std::string totals = Report(Tablix(1, RowOf(Cell("C", "=CountRows()")) + RowOf(Cell("D", "all")),
+                                             Member("R", "Region") + "<TablixMember/>"));
+    EXPECT_FALSE(BuildKit(totals, Sales({{"North", "Pen", 1}})).Table().IsFlat());
+    const std::string inner = Tablix(1, RowOf(Cell("C", "x")), Member("Q", "Product"));
+    std::string outer = Tablix(1, RowOf(Cell("X", "x")), Member("R", "Region"));
+    const std::size_t begin = outer.find("<Textbox Name=\"X\""), end = outer.find("</Textbox>", begin) + 10;
+    std::string renamed = inner;
+    renamed.replace(renamed.find("Name=\""), 6, "Name=\"In");
+    outer.replace(begin, end - begin,
+                  "<Rectangle Name=\"box\"><ReportItems>" + renamed + "</ReportItems></Rectangle>");
+    EXPECT_FALSE(BuildKit(Report(outer), Sales({{"North", "Pen", 1}})).Table().IsFlat());
+}
+
 TEST(SparseMatrix, ShareOfTheRowsTotalIsThatOfEachRow) {
     const BuiltKit kit = Matrix("=CountRows() &amp; \"/\" &amp; Sum(Fields!Amount.Value, \"R\")");
     EXPECT_THAT(Rows(kit.Table()), ElementsAre("1/1|0/1|0/1", "0/2|1/2|0/2", "0/3|0/3|1/3"));

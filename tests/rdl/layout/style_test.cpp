@@ -49,7 +49,7 @@ std::string Broken(std::string_view text) {
     return result;
 }
 
-TEST(LineBreaks, StandBehindSpacesAndHyphens) {
+TEST(LineBreaks, StandAfterSpacesAndHyphens) {
     EXPECT_EQ(Broken("a bc  de"), "a/bc/de/");
     EXPECT_EQ(Broken("well-known -5"), "well-/known/-5/");
 }

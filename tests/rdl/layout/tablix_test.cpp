@@ -116,7 +116,7 @@ TEST(Tablix, ANamedScopeReachesPastTheGroup) {
     EXPECT_THAT(Rows(kit.Table()), ElementsAre("North", "10", "30", "40", "South", "20", "5", "25"));
 }
 
-TEST(Tablix, RunningValuesBeginAnewInTheirScope) {
+TEST(Tablix, RunningValuesBeginAgainInTheirScope) {
     const auto kit = BuildKit(
         Report(Tablix(3,
                       RowOf(Cell("A", "=RunningValue(Fields!Amount.Value, Sum, \"ByRegion\")") +

@@ -155,7 +155,7 @@ TEST(Paragraph, ListsAreNumberedAndMarked) {
     EXPECT_THAT(marked.bodies.at(0), ElementsAre("a b", "\xE2\x80\xA2", "a b"));
 }
 
-TEST(Paragraph, AHangingIndentMovesTheLinesBehindTheFirst) {
+TEST(Paragraph, AHangingIndentMovesTheLinesAfterTheFirst) {
     const auto texts = TextsOf(
         "<Textbox Name=\"T\"><CanGrow>true</CanGrow><Paragraphs><Paragraph><TextRuns><TextRun>"
         "<Value>one two three four five six seven</Value></TextRun></TextRuns><HangingIndent>"

@@ -90,7 +90,7 @@ TEST(Html, AddressesAreInTheLettersOfAddresses) {
         Has(Html(SampleReport({item})), "href=\"https://example.com/a%20b?x=%C3%BC&amp;y=%7B1%7D#z\""));
 }
 
-TEST(Html, HangingIndentsMoveTheLinesBehindTheFirst) {
+TEST(Html, HangingIndentsMoveTheLinesAfterTheFirst) {
     auto item = TextItem("words");
     item.paragraphs[0].hangingIndent = 20;
     EXPECT_TRUE(Has(Html(SampleReport({item})), "margin-left:20pt;text-indent:-20pt;"));
@@ -98,7 +98,7 @@ TEST(Html, HangingIndentsMoveTheLinesBehindTheFirst) {
     EXPECT_TRUE(Has(Html(SampleReport({item})), "{text-indent:20pt;"));
 }
 
-TEST(Html, LinesOfListsGoOnBehindTheMark) {
+TEST(Html, LinesOfListsGoOnAfterTheMark) {
     auto item = TextItem("words");
     item.paragraphs[0].bulleted = true;
     item.paragraphs[0].listLevel = 2;

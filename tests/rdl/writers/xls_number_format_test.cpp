@@ -12,7 +12,7 @@ std::string Excel(const Value& value, const std::string& format, const std::stri
     return ExcelFormat(value, format, FindCulture(language), "").value_or("none");
 }
 
-TEST(XlsNumberFormat, CommasBeforeThePointDivideAndThoseBehindItSayNothing) {
+TEST(XlsNumberFormat, CommasBeforeThePointDivideAndThoseAfterItSayNothing) {
     EXPECT_EQ(Excel(Value::Real(1234567), "0,,.0"), "0,,.0");
     EXPECT_EQ(Excel(Value::Real(1234567), "#,##0,"), "#,##0,");
     EXPECT_EQ(Excel(Value::Real(1234567), "0.0,,"), "0.0");

@@ -396,7 +396,7 @@ TEST(Xls, AGifBecomesAPng) {
     EXPECT_EQ(book.find("GIF89a"), std::string::npos);
     EXPECT_NE(book.find("\x89PNG\r\n\x1A\n"), std::string::npos);
 
-    image.imageBytes = std::make_shared<const std::string>("GIF89a and nothing behind it");
+    image.imageBytes = std::make_shared<const std::string>("GIF89a and nothing after it");
     const std::string error = ErrorRaisedBy([&] { Workbook(SampleReport({image})); });
     EXPECT_NE(error.find("Image \"Logo\""), std::string::npos) << error;
 }

@@ -9,7 +9,7 @@ namespace {
 constexpr Limits Small{20, 1000, 50};
 
 // Takes the children of each element "rows" and the text of each element "text".
-class Taken : public Apart {
+class Taken : public PartHandler {
  public:
     Part PartOf(const std::vector<std::string>& path) override {
         asked += path.back() + " ";

@@ -222,10 +222,11 @@ void SetValue(Document& document, ElementId id, const Property& property, std::s
         SetText(document, id, path, value, StepName(property));
         return;
     }
-    const StepGroup group(document, StepName(property));
+    std::vector<TextChange> changes;
     for (const ElementId owner : owners) {
-        SetText(document, owner, StylePath(path), value);
+        changes.push_back({owner, std::string(StylePath(path)), std::string(value)});
     }
+    SetTexts(document, changes, StepName(property));
 }
 
 void ResetValue(Document& document, ElementId id, const Property& property) {

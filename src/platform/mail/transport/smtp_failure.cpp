@@ -3,6 +3,7 @@
 
 #include <curl/curl.h>
 
+#include "platform/base/text.h"
 #include "platform/mail/base/mail_address.h"
 #include "platform/mail/base/mail_errors.h"
 
@@ -10,10 +11,6 @@ namespace mailer {
 namespace {
 
 using Stage = SmtpTalk::Stage;
-
-bool Contains(std::string_view text, std::string_view piece) {
-    return text.find(piece) != std::string_view::npos;
-}
 
 bool IsTls(int code) {
     return code == CURLE_SSL_CONNECT_ERROR || code == CURLE_PEER_FAILED_VERIFICATION ||

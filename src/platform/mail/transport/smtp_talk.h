@@ -84,7 +84,7 @@ class SmtpTalk {
     bool IsPutOff() const {
         return m_stage == Stage::Recipient && m_isWhole && m_code / 100 != 2 && m_code / 100 != 5;
     }
-    // The last answer neither refuses what was asked for nor is what the rules have there.
+    // Returns true if the last reply is no refusal (4yz, 5yz) and not the code that RFC 5321 expects.
     bool IsUnexpected() const {
         constexpr int FirstRefusal = 400;
         if (m_code == 0 || m_code >= FirstRefusal) {

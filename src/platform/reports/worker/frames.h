@@ -41,7 +41,7 @@ ssize_t SendSome(int socket, std::string_view bytes, int file);
 
 // For the process, whose socket waits. Returns nullopt at the end of the stream. Raises BadMessage.
 std::optional<Frame> WaitForFrame(int socket);
-// Returns false if the program is gone.
+// Returns false if the program is gone. Raises BadMessage if the body is longer than LongestBody.
 bool SendFrame(int socket, Kind kind, std::string_view body);
 
 }  // namespace reports::worker

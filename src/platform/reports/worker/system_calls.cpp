@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/reports/worker/system_calls.h"
 
+#include <fcntl.h>
 #include <sched.h>
 #include <seccomp.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -24,11 +26,12 @@ constexpr std::array Refused{
     "mount", "umount", "umount2", "pivot_root", "chroot", "move_mount", "open_tree", "fsopen", "fsconfig",
     "fsmount", "fspick", "mount_setattr", "name_to_handle_at", "open_by_handle_at", "quotactl", "quotactl_fd",
     "swapon", "swapoff", "mknod", "mknodat", "fanotify_init",
-    // what Landlock leaves to the owner of a file: a settings file with a password must not become
-    // everybody's
+    // what Landlock leaves to the owner of a file, truncation before Linux 6.2: a settings file with a
+    // password
+    // must not become everybody's
     "chmod", "fchmod", "fchmodat", "fchmodat2", "chown", "fchown", "lchown", "fchownat", "setxattr",
     "lsetxattr", "fsetxattr", "removexattr", "lremovexattr", "fremovexattr", "utime", "utimes", "utimensat",
-    "futimesat",
+    "futimesat", "truncate", "truncate64",
     // the kernel
     "init_module", "finit_module", "delete_module", "create_module", "kexec_load", "kexec_file_load", "bpf",
     "perf_event_open", "userfaultfd", "io_uring_setup", "io_uring_enter", "io_uring_register", "add_key",
@@ -60,6 +63,18 @@ void RefuseByArguments(scmp_filter_ctx filter) {
     // abort() signals its own process.
     seccomp_rule_add(filter, refuse, SCMP_SYS(tgkill), 1,
                      SCMP_A0(SCMP_CMP_NE, static_cast<scmp_datum_t>(getpid())));
+    // To cut a file that is opened for reading needs no right of Landlock before Linux 6.2.
+    constexpr scmp_datum_t Ways = O_TRUNC | O_ACCMODE, CutsByReading = O_TRUNC | O_RDONLY;
+    seccomp_rule_add(filter, refuse, SCMP_SYS(open), 1, SCMP_A1(SCMP_CMP_MASKED_EQ, Ways, CutsByReading));
+    seccomp_rule_add(filter, refuse, SCMP_SYS(openat), 1, SCMP_A2(SCMP_CMP_MASKED_EQ, Ways, CutsByReading));
+    seccomp_rule_add(filter, SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(openat2),
+                     0);  // its flags are out of sight, too
+    // Keys for the terminal that the scheduler was started from. The kernel reads 32 bits of the request.
+    constexpr scmp_datum_t RequestBits = 0xFFFFFFFF;
+    for (const int request : {TIOCSTI, TIOCLINUX}) {
+        seccomp_rule_add(filter, refuse, SCMP_SYS(ioctl), 1,
+                         SCMP_A1(SCMP_CMP_MASKED_EQ, RequestBits, static_cast<scmp_datum_t>(request)));
+    }
     // The limits of another process.
     seccomp_rule_add(filter, refuse, SCMP_SYS(prlimit64), 1, SCMP_A0(SCMP_CMP_NE, 0));
     for (const int family : Families) {

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "rdl/data/common/message.h"
+#include "rdl/data/files/json_numbers.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
@@ -203,6 +204,10 @@ Value ScalarOf(const QJsonValue& node) {
 
 class RowCollector {
  public:
+    // Without numbers the values are those of the parser. Both must outlive it.
+    RowCollector(const JsonNumbers* numbers, const std::vector<std::string>& decimals)
+        : m_numbers(numbers), m_decimals(decimals) {}
+
     void Add(const QJsonValue& node) {
         m_rows.emplace_back();
         if (node.isObject()) {
@@ -239,31 +244,68 @@ class RowCollector {
     }
 
     void Put(const std::string& name, const QJsonValue& node) {
-        const std::size_t column = m_columns.emplace(name, m_columns.size()).first->second;
+        const auto [entry, isNew] = m_columns.emplace(name, m_columns.size());
+        const std::size_t column = entry->second;
         if (column >= MostColumns) {
             throw Error("the JSON gives more than " + std::to_string(MostColumns) + " columns");
         }
+        if (isNew) {
+            m_isDecimal.push_back(
+                std::any_of(m_decimals.begin(), m_decimals.end(),
+                            [&](const std::string& decimal) { return EqualNoCase(decimal, name); }));
+        }
         std::vector<Value>& row = m_rows.back();
         row.resize(std::max(row.size(), column + 1));
-        row[column] = ScalarOf(node);
+        row[column] = ValueOf(node, m_isDecimal[column]);
     }
 
+    Value ValueOf(const QJsonValue& node, bool isDecimal) const {
+        if (!m_numbers) {
+            return ScalarOf(node);
+        }
+        if (isDecimal && node.isDouble()) {
+            if (const std::optional<Decimal> number = Decimal::OfText(m_numbers->Text(node))) {
+                return Value::Decimal(*number);
+            }
+        }
+        return ScalarOf(m_numbers->Parsed(node));
+    }
+
+    const JsonNumbers* const m_numbers;
+    const std::vector<std::string>& m_decimals;
+    std::vector<bool> m_isDecimal;  // by column
     std::map<std::string, std::size_t> m_columns;
     std::vector<std::vector<Value>> m_rows;
 };
 
+QJsonDocument Parse(std::string_view bytes, QJsonParseError& failure) {
+    return QJsonDocument::fromJson(
+        QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())), &failure);
+}
+
 }  // namespace
 
-std::unique_ptr<Cursor> OpenJson(std::string_view bytes, std::string_view path) {
+std::unique_ptr<Cursor> OpenJson(std::string_view bytes, std::string_view path,
+                                 const std::vector<std::string>& decimals) {
     QJsonParseError failure;
-    const QJsonDocument document = QJsonDocument::fromJson(
-        QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())), &failure);
+    QJsonDocument document;
+    std::optional<JsonNumbers> numbers;
+    if (!decimals.empty()) {
+        numbers = JsonNumbers::Of(bytes);
+    }
+    if (numbers) {
+        document = Parse(numbers->Indexed(), failure);
+    }
+    if (!numbers || failure.error != QJsonParseError::NoError) {
+        numbers.reset();
+        document = Parse(bytes, failure);  // where it is damaged
+    }
     if (failure.error != QJsonParseError::NoError) {
         throw Error("the JSON is not usable at byte " + std::to_string(failure.offset) + ": " +
                     CleanText(failure.errorString().toStdString()));
     }
     const QJsonValue root = document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
-    RowCollector rows;
+    RowCollector rows(numbers ? &*numbers : nullptr, decimals);
     for (const QJsonValue& node : Select(root, path)) {
         if (!node.isArray()) {
             rows.Add(node);

@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t PieceOfBytes = std::size_t{1} << 20;
 
 // The elements in the first element of the first XmlData of a query.
-class DataApart : public xml::Apart {
+class DataApart : public xml::PartHandler {
  public:
     // Takes the document's first element with some of its children.
     using Take = std::function<void(const xml::Element& data)>;

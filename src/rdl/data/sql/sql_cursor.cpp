@@ -30,9 +30,8 @@ bool HasWord(std::string_view text, std::initializer_list<std::string_view> word
     return false;
 }
 
-// A query of a connection. Its end has a time of its own, also that of one which failed: the driver may tell
-// the server, and wait for what it says; and what there is still to read of the rows is not waited for when
-// the report has had enough of them.
+// A query of a connection. Ending a query, also a failed one, has its own time limit, because the driver may
+// wait for the server. Unread rows are not fetched.
 class TimedQuery {
  public:
     explicit TimedQuery(SqlConnection& connection)

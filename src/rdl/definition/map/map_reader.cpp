@@ -47,18 +47,6 @@ class MapReader {
         ForEachMapChild(m_context, m_element.Child(collection), name, m_where, read);
     }
 
-    TablixMember Member(const XmlElement& element) {
-        TablixMember member;
-        if (const XmlElement* group = element.Child("Group")) {
-            member.group = ReadGroup(m_context, *group);
-        }
-        member.sorts = ReadSorts(m_context, element, m_where);
-        if (const XmlElement* inner = element.Child("MapMember")) {
-            member.members.push_back(Member(*inner));
-        }
-        return member;
-    }
-
     void Region(const XmlElement& element) {
         auto data = std::make_unique<Tablix>();
         data->name = m_context.NameOf(element);
@@ -67,7 +55,7 @@ class MapReader {
         data->dataSetName = element.ChildText("DataSetName");
         data->filters = ReadFilters(m_context, element, data->place);
         if (const XmlElement* member = element.Child("MapMember")) {
-            data->rowMembers.push_back(Member(*member));
+            data->rowMembers.push_back(ReadMember(m_context, *member, "MapMember", m_where));
         } else {
             data->rowMembers.emplace_back();
         }

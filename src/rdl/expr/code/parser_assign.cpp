@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Assignments and calls of report-level code.
+// Members of CodeParser: assignments and calls.
 #include <utility>
 
 #include "rdl/expr/code/parser.h"

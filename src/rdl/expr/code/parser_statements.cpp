@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Members of CodeParser: statements and the blocks that they make.
 #include <algorithm>
 #include <utility>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Calls by name: functions, and what looks like one but is part of the language.
+// Members of Parser: calls by name, functions and what looks like one but is part of the language.
 #include <algorithm>
 #include <utility>
 

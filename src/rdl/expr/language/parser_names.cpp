@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The collections that an expression names: Fields!X.Value and its like.
+// Members of Parser: the collections that an expression names, Fields!X.Value and its like.
 #include <utility>
 
 #include "rdl/expr/language/code_functions.h"

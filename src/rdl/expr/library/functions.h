@@ -66,7 +66,11 @@ struct NamedConstant {
 // All that FindConstant finds, each name once.
 const std::vector<NamedConstant>& Constants();
 
-// The single tables, one for each subject.
+// Returns the first argument as digits of `bits` bits each, at most 4, the letters in upper case; an error
+// value if it is no whole number. A negative Integer shows its 32 bits, a negative Long its 64.
+Value InBase(const Call& call, unsigned bits);
+
+// The single tables, one for each subject. They live as long as the program.
 std::span<const FunctionInfo> TextFunctions();
 std::span<const FunctionInfo> SearchFunctions();
 std::span<const FunctionInfo> FormatFunctions();

@@ -80,23 +80,6 @@ Value CObj(const Call& call) {
     return call[0];
 }
 
-Value InBase(const Call& call, unsigned bits) {
-    std::int64_t number = 0;
-    if (!call.Integer(0, number)) {
-        return call.error;
-    }
-    // A negative Integer shows its 32 bits, a negative Long its 64.
-    const bool narrow = number < 0 && number >= std::numeric_limits<std::int32_t>::min();
-    auto rest = narrow ? static_cast<std::uint64_t>(static_cast<std::uint32_t>(number))
-                       : static_cast<std::uint64_t>(number);
-    std::string text;
-    do {
-        text.insert(text.begin(), HexDigits[rest & ((1u << bits) - 1)]);
-        rest >>= bits;
-    } while (rest != 0);
-    return Value::Text(text);
-}
-
 Value Hex(const Call& call) {
     return InBase(call, 4);
 }
@@ -232,6 +215,23 @@ constexpr FunctionInfo functions[] = {
 static_assert(NamesDiffer(functions));
 
 }  // namespace
+
+Value InBase(const Call& call, unsigned bits) {
+    std::int64_t number = 0;
+    if (!call.Integer(0, number)) {
+        return call.error;
+    }
+    // A negative Integer shows its 32 bits, a negative Long its 64.
+    const bool narrow = number < 0 && number >= std::numeric_limits<std::int32_t>::min();
+    auto rest = narrow ? static_cast<std::uint64_t>(static_cast<std::uint32_t>(number))
+                       : static_cast<std::uint64_t>(number);
+    std::string text;
+    do {
+        text.insert(text.begin(), HexDigits[rest & ((1u << bits) - 1)]);
+        rest >>= bits;
+    } while (rest != 0);
+    return Value::Text(text);
+}
 
 std::span<const FunctionInfo> ConvertFunctions() {
     return functions;

@@ -168,24 +168,11 @@ Value ToStringOf(const Call& call) {
     if (base == 10) {
         return MakeText(call.Text(0));
     }
-    if (base == 8 || base == 16) {
-        const Value text =
-            FindFunction(base == 8 ? "oct" : "hex")->function(Call(&call[0], 1, call.environment));
-        return text.IsText() ? Value::Text(Lower(text.AsText())) : text;
+    if (base != 2 && base != 8 && base != 16) {
+        return Value::Error("Numbers are written to the base 2, 8, 10 or 16");
     }
-    std::int64_t number = 0;
-    if (base != 2 || !call.Integer(0, number)) {
-        return base == 2 ? call.error : Value::Error("Numbers are written to the base 2, 8, 10 or 16");
-    }
-    const bool narrow = number < 0 && number >= std::numeric_limits<std::int32_t>::min();
-    auto rest = narrow ? static_cast<std::uint64_t>(static_cast<std::uint32_t>(number))
-                       : static_cast<std::uint64_t>(number);
-    std::string text;
-    do {
-        text.insert(text.begin(), static_cast<char>('0' + (rest & 1)));
-        rest >>= 1;
-    } while (rest != 0);
-    return Value::Text(text);
+    const Value text = InBase(call, base == 2 ? 1 : base == 8 ? 3 : 4);
+    return text.IsText() ? Value::Text(Lower(text.AsText())) : text;
 }
 
 // Numbers of any type as decimal ones.

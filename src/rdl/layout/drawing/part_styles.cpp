@@ -80,7 +80,7 @@ std::optional<bool> PartStyles::Flag(const Expr& source) const {
     return source.IsSet() && expr::ToBoolean(Get(source), flag) ? std::optional(flag) : std::nullopt;
 }
 
-CharStylePtr PartStyles::Letters(const Style& style, float size) const {
+CharStylePtr PartStyles::TextStyle(const Style& style, float size) const {
     CharStylePlan plan;
     plan.Compile({&style}, m_programs);
     CharStylePtr letters = plan.Get(m_reader.Place());
@@ -149,7 +149,7 @@ ChartCaption PartStyles::Caption(const ChartText& text, float size) const {
         caption.text = ReadableText(Text(text.caption));
     }
     caption.position = Text(text.position);
-    caption.style = Letters(text.style, size);
+    caption.style = TextStyle(text.style, size);
     caption.box = Box(text.style);
     return caption;
 }

@@ -27,7 +27,7 @@ class PartStyles {
     std::optional<double> Number(const Expr& source) const;
     std::optional<bool> Flag(const Expr& source) const;
 
-    CharStylePtr Letters(const Style& style, float size = 8) const;
+    CharStylePtr TextStyle(const Style& style, float size = 8) const;
     BoxStylePtr Box(const Style& style) const;
     std::string Format(const Style& style) const;
     // Returns the colour of the first property that is set; Transparent if none is.

@@ -81,6 +81,14 @@ bool ItemBuilder::Fill(ItemPlan& plan, Instance& out) {
     }
     Clear(out);
     Common(plan, out);
+    OfItsKind(plan, out);
+    if (out.kind != InstanceKind::Text) {
+        out.paragraphs.clear();
+    }
+    return true;
+}
+
+void ItemBuilder::OfItsKind(ItemPlan& plan, Instance& out) {
     switch (plan.definition->kind) {
         case ItemKind::Textbox:
             out.kind = InstanceKind::Text;
@@ -124,16 +132,20 @@ bool ItemBuilder::Fill(ItemPlan& plan, Instance& out) {
             MapOf(plan, out);
             break;
     }
-    if (out.kind != InstanceKind::Text) {
-        out.paragraphs.clear();
-    }
-    return true;
 }
 
 // The report's own code may count its calls.
 bool ItemBuilder::RepeatsWithoutRows(const ItemPlan& plan) const {
     return plan.definition->kind == ItemKind::Textbox && plan.hideDuplicates.empty() && !plan.background &&
            m_input.definition->code.empty();
+}
+
+bool ItemBuilder::MayBeLeftOut(const ItemPlan& plan) const {
+    const ItemKind kind = plan.definition->kind;
+    return (kind == ItemKind::Textbox || kind == ItemKind::Rectangle || kind == ItemKind::Line) &&
+           plan.hideDuplicates.empty() && m_input.definition->code.empty() &&
+           std::all_of(plan.children.begin(), plan.children.end(),
+                       [this](const std::unique_ptr<ItemPlan>& child) { return MayBeLeftOut(*child); });
 }
 
 void ItemBuilder::Common(ItemPlan& plan, Instance& out) {

@@ -23,11 +23,16 @@ class ItemBuilder : public PropertyReader {
     std::vector<Instance> FillAll(std::vector<std::unique_ptr<ItemPlan>>& plans);
     // Whether the item is a text that is made of its properties alone.
     bool RepeatsWithoutRows(const ItemPlan& plan) const;
+    // Whether nothing else changes if the item is not built. What builds code of the report, or compares
+    // itself with the item that was built before it, has to be built in its turn.
+    bool MayBeLeftOut(const ItemPlan& plan) const;
     // With true, values equal to those of the previous row are shown, as at the top of a page.
     void ShowDuplicates(bool shows) { m_showsDuplicates = shows; }
 
  private:
     void Common(ItemPlan& plan, Instance& out);
+    // What only items of this kind have, its kind included.
+    void OfItsKind(ItemPlan& plan, Instance& out);
     void TextOf(ItemPlan& plan, Instance& out);
     void ParagraphOf(ParagraphPlan& plan, bool isOnlyRun, Instance& out, ParagraphInstance& paragraph);
     void RunOf(RunPlan& plan, bool isOnlyRun, Instance& out, RunInstance& run);

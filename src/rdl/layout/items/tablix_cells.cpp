@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The cells of a table's rows.
+// Members of TablixTable: the cells of a table's rows.
 #include <algorithm>
 #include <numeric>
 
@@ -15,6 +15,16 @@ std::size_t At(int index) {
 }  // namespace
 
 void TablixTable::Row(std::size_t index, TableRow& row) {
+    Build(index, nullptr, row);
+}
+
+void TablixTable::RowWithin(std::size_t index, const TableColumns& columns, TableRow& row) {
+    const bool areEqual = m_rows[index].leaf < 0 || m_plan.hidesDuplicates || m_columnsBefore > 0;
+    Build(index, areEqual ? nullptr : &columns, row);
+}
+
+// `wanted` null: all columns.
+void TablixTable::Build(std::size_t index, const TableColumns* wanted, TableRow& row) {
     m_builder.Place().CheckBounds();
     const PlannedRow& planned = m_rows[index];
     const Evaluator::Stay stay(m_builder.Place());
@@ -40,7 +50,7 @@ void TablixTable::Row(std::size_t index, TableRow& row) {
     }
     std::size_t used = 0;
     FillRowHeaders(index, row, used);
-    FillBody(planned, index, row, used);
+    FillBody(planned, index, wanted, row, used);
     row.cells.resize(used);
     SortCells(row);
 }
@@ -199,11 +209,23 @@ int TablixTable::BodyRowSpan(std::size_t index, int defined) const {
     return span;
 }
 
-void TablixTable::FillBody(const PlannedRow& planned, std::size_t index, TableRow& row, std::size_t& used) {
+void TablixTable::FillBody(const PlannedRow& planned, std::size_t index, const TableColumns* wanted,
+                           TableRow& row, std::size_t& used) {
     auto& cells = m_plan.cells[At(planned.leaf)];
     const int rowGroup =
         (planned.flags & Collapsed) ? CollapsedGroup(index) : m_rowGroupOfLeaf[At(planned.leaf)];
-    for (std::size_t i = 0; i < m_columns.size();) {
+    const bool inPart = wanted && std::all_of(cells.begin(), cells.end(), [this](const CellPlan& cell) {
+                            return !cell.item || (cell.columnSpan == 1 && m_builder.MayBeLeftOut(*cell.item));
+                        });
+    const std::size_t headers = At(m_headerCount);
+    const std::size_t repeated = inPart ? std::max(wanted->headers, headers) - headers : 0;
+    const std::size_t first = inPart ? std::max(wanted->first, headers) - headers : 0;
+    const std::size_t end = inPart ? std::max(wanted->end, headers) - headers : m_columns.size();
+    for (std::size_t i = 0; i < std::min(end, m_columns.size());) {
+        if (inPart && i >= repeated && i < first) {
+            i = first;
+            continue;
+        }
         const Column& column = m_columns[i];
         CellPlan& cell = cells[At(column.leaf)];
         if (!cell.item) {

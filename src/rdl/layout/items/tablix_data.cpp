@@ -45,12 +45,49 @@ void AddColumns(const TablixPlan& plan, std::vector<DataColumn>& columns) {
     AddColumns(plan.cells, columns);
 }
 
+// Whether neither the item nor what lies in it has rows of its own.
+bool HasNoRows(const ItemPlan* item) {
+    if (!item) {
+        return true;
+    }
+    switch (item->definition->kind) {
+        case ItemKind::Textbox:
+        case ItemKind::Image:
+        case ItemKind::Line:
+            return true;
+        case ItemKind::Rectangle:
+            return std::all_of(item->children.begin(), item->children.end(),
+                               [](const std::unique_ptr<ItemPlan>& child) { return HasNoRows(child.get()); });
+        default:
+            return false;
+    }
+}
+
+bool HasNoRows(const HierarchyPlan& hierarchy) {
+    return std::all_of(hierarchy.members.begin(), hierarchy.members.end(),
+                       [](const MemberPlan& member) { return HasNoRows(member.header.get()); });
+}
+
+bool HaveNoRows(const std::vector<std::vector<CellPlan>>& rows) {
+    return std::all_of(rows.begin(), rows.end(), [](const std::vector<CellPlan>& row) {
+        return std::all_of(row.begin(), row.end(),
+                           [](const CellPlan& cell) { return HasNoRows(cell.item.get()); });
+    });
+}
+
 }  // namespace
 
 std::vector<DataColumn> TablixTable::DataColumns() const {
     std::vector<DataColumn> columns;
     AddColumns(m_plan, columns);
     return columns;
+}
+
+bool TablixTable::IsFlat() const {
+    const bool hasTotals = std::any_of(m_rows.begin(), m_rows.end(),
+                                       [](const PlannedRow& row) { return (row.flags & GroupFooter) != 0; });
+    return !hasTotals && HaveNoRows(m_plan.corner) && HaveNoRows(m_plan.cells) && HasNoRows(m_plan.rows) &&
+           HasNoRows(m_plan.columns);
 }
 
 std::vector<std::uint64_t> TablixTable::GroupsAround(std::size_t index) const {

@@ -6,6 +6,7 @@
 
 #include "rdl/layout/region/grouping.h"
 #include "rdl/values/error.h"
+#include "rdl/values/reserve.h"
 
 namespace rdl::layout {
 namespace {
@@ -210,6 +211,9 @@ void TablixTable::ExpandInstances(int index, std::uint32_t parent) {
     const GroupPlan& group = m_plan.rows.groups[At(member.group)];
     const auto& instances = m_region->rowGroups[At(member.group)].instances;
     const std::uint32_t first = m_region->FirstWithin(TableAxis::Rows, member.group, group.parent, parent);
+    if (member.leaf >= 0 && !member.hidden.isSet && group.parent < 0) {
+        ReserveMore(m_rows, std::min(instances.size(), MaxRows));  // one each
+    }
     for (std::uint32_t i = first; i < instances.size() && instances[i].parent == parent; ++i) {
         const std::size_t begin = m_rows.size(), slot = m_starts.size();
         if (HasStart(group)) {  // before those of the groups in it

@@ -20,10 +20,12 @@ class TablixTable final : public TableInstance {
     TablixTable(TablixPlan& plan, std::shared_ptr<Region> region, ItemBuilder& builder);
     std::size_t RowCount() const override { return m_rows.size(); }
     void Row(std::size_t index, TableRow& row) override;
+    void RowWithin(std::size_t index, const TableColumns& columns, TableRow& row) override;
     void RowOnTop(std::size_t index, TableRow& row) override;
     std::vector<std::size_t> RepeatedRows(std::size_t index) override;
     std::vector<std::uint64_t> GroupsAround(std::size_t index) const override;
     std::vector<DataColumn> DataColumns() const override;
+    bool IsFlat() const override;
 
  private:
     enum Flag : std::uint16_t {
@@ -89,10 +91,12 @@ class TablixTable final : public TableInstance {
     void LinkRepeats();
     bool IsHidden(const MemberPlan& member, TableAxis axis, std::uint32_t instance);
 
+    void Build(std::size_t index, const TableColumns* columns, TableRow& row);
     void SortCells(TableRow& row) const;
     void FillHeaderRow(int header, TableRow& row);
     void FillRowHeaders(std::size_t index, TableRow& row, std::size_t& used);
-    void FillBody(const PlannedRow& planned, std::size_t index, TableRow& row, std::size_t& used);
+    void FillBody(const PlannedRow& planned, std::size_t index, const TableColumns* wanted, TableRow& row,
+                  std::size_t& used);
     void FillGroupStart(std::size_t index, TableRow& row);
     bool AddCell(ItemPlan& item, const Scope& scope, int column, int columnSpan, int rowSpan, TableRow& row,
                  std::size_t& used);

@@ -220,6 +220,14 @@ bool ParseColor(std::string_view text, Color& color) {
     return true;
 }
 
+std::vector<std::string_view> ColorNames() {
+    std::vector<std::string_view> names{"transparent"};
+    for (const NamedColor& color : Names) {
+        names.push_back(color.name);
+    }
+    return names;
+}
+
 bool IsDark(Color color) {
     constexpr int DarkBelow = 115;  // of 255
     const auto part = [color](int shift) { return static_cast<int>(color >> shift & 0xFF); };

@@ -149,6 +149,11 @@ struct DataColumn {
     std::string title;
 };
 
+// Columns of a table: the first `headers` ones, then those from `first` to `end`.
+struct TableColumns {
+    std::size_t headers = 0, first = 0, end = 0;
+};
+
 // The rows of a Tablix.
 struct TableInstance {
     virtual ~TableInstance() = default;
@@ -165,6 +170,11 @@ struct TableInstance {
     // Builds row `index`, from 0, into `row`. Rows may be requested in any order; ascending is fastest. May
     // raise rdl::Error.
     virtual void Row(std::size_t index, TableRow& row) = 0;
+    // The same without cells that lie outside of the columns, where that does not change the other cells. A
+    // table with thousands of columns is written some columns at a time.
+    virtual void RowWithin(std::size_t index, const TableColumns& /*columns*/, TableRow& row) {
+        Row(index, row);
+    }
     // The same for the first row of a page: values equal to the previous row's are shown.
     virtual void RowOnTop(std::size_t index, TableRow& row) { Row(index, row); }
     // Returns the rows to repeat at the top of a page that begins with row `index` (headers of the table and
@@ -175,6 +185,9 @@ struct TableInstance {
     virtual std::vector<std::uint64_t> GroupsAround(std::size_t /*index*/) const { return {}; }
     // Returns the columns of the text boxes in the table, in the order in which the report defines them.
     virtual std::vector<DataColumn> DataColumns() const { return {}; }
+    // Whether the cells hold nothing but texts and pictures and no row is a total of a group. Then each
+    // record of data is known as soon as its row is.
+    virtual bool IsFlat() const { return false; }
 };
 
 struct PageSetup {

@@ -22,7 +22,12 @@ enum class Role : unsigned char {
     RowHeader,
     Cell,
     Figure,
-    Link
+    Link,
+    Group,     // paragraphs and lists of one item
+    List,      // within a group, a cell or the body of an outer list's item
+    ListItem,  // its label, then its body
+    ListLabel,
+    ListBody
 };
 
 struct Element {
@@ -30,6 +35,7 @@ struct Element {
     ElementId parent = 0;  // 0: the document
     int level = 0;         // of a heading, 0 is outermost
     int columnSpan = 1, rowSpan = 1;
+    bool isNumbered = false;  // of a list: its labels are numbers, else bullets
     std::string description;  // of a figure, for those who do not see it
 };
 

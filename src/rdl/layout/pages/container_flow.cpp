@@ -3,6 +3,9 @@
 
 #include <algorithm>
 #include <limits>
+#include <queue>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 namespace rdl::layout {
@@ -25,52 +28,130 @@ void ContainerFlow::Adopt(const std::vector<Instance>& items) {
     m_children.resize(items.size());
     for (std::size_t i = 0; i < items.size(); ++i) {
         const Instance& item = items[i];
-        for (std::size_t j = 0; j < items.size() && !item.repeatWith.empty(); ++j) {
-            if (items[j].kind == InstanceKind::Table && items[j].name == item.repeatWith) {
-                m_children[j].companions.push_back(i);
-            }
-        }
         Child& child = m_children[i];
         child.item = &item;
         child.top = std::min(item.y, item.y + item.height);
         child.bottom = std::max(item.y, item.y + item.height);
         m_definedBottom = std::max(m_definedBottom, child.bottom);
-        // Only the nearest count: one that ends above another one above this child acts through that one.
-        double nearest = -Nowhere;
-        for (std::size_t j = 0; j < i; ++j) {
-            if (m_children[j].bottom <= child.top + Tolerance) {
-                nearest = std::max(nearest, m_children[j].top);
-            }
+    }
+    NoteCompanions(items);
+    NoteAbove();
+}
+
+void ContainerFlow::NoteCompanions(const std::vector<Instance>& items) {
+    std::unordered_multimap<std::string_view, std::size_t> tables;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (items[i].kind == InstanceKind::Table) {
+            tables.emplace(items[i].name, i);
         }
-        for (std::size_t j = 0; j < i; ++j) {
-            const Child& other = m_children[j];
-            // A line ends where it begins: it does not stand above itself.
-            const bool acts = other.bottom > nearest + Tolerance || other.top > nearest - Tolerance;
-            if (other.bottom <= child.top + Tolerance && acts) {
-                child.above.push_back(j);
+    }
+    for (std::size_t i = 0; i < items.size() && !tables.empty(); ++i) {
+        if (!items[i].repeatWith.empty()) {
+            const auto [begin, end] = tables.equal_range(items[i].repeatWith);
+            for (auto table = begin; table != end; ++table) {
+                m_children[table->second].companions.push_back(i);
             }
         }
     }
 }
 
-bool ContainerFlow::TopOf(const Child& child, double& top) const {
+// Whether a child that ends above another one counts besides those that begin at `nearest`: only the nearest
+// do, as one that ends above another one acts through that one. A line ends where it begins: it does not
+// stand above itself.
+bool ContainerFlow::Acts(const Child& child, double nearest) {
+    return child.bottom > nearest + Tolerance || child.top > nearest - Tolerance;
+}
+
+// Children come in the order of their tops. Each is passed once, by the first one that begins below it.
+void ContainerFlow::NoteAbove() {
+    const auto isLower = [this](std::size_t left, std::size_t right) {
+        return m_children[left].bottom > m_children[right].bottom;
+    };
+    std::priority_queue<std::size_t, std::vector<std::size_t>, decltype(isLower)> open(isLower);
+    std::vector<std::size_t> passed;
+    double nearest = -Nowhere, top = -Nowhere;
+    std::size_t above = 0;
+    m_aboves.resize(1);
+    for (std::size_t i = 0; i < m_children.size(); ++i) {
+        Child& child = m_children[i];
+        if (child.top < top) {  // a line that runs upwards
+            m_aboves.push_back({DirectlyAbove(i)});
+            child.above = m_aboves.size() - 1;
+            open.push(i);
+            continue;
+        }
+        top = child.top;
+        bool isPassing = false;
+        for (; !open.empty() && m_children[open.top()].bottom <= top + Tolerance; open.pop()) {
+            passed.push_back(open.top());
+            nearest = std::max(nearest, m_children[open.top()].top);
+            isPassing = true;
+        }
+        if (isPassing) {
+            std::erase_if(passed, [&](std::size_t other) { return !Acts(m_children[other], nearest); });
+            m_aboves.push_back({passed});
+            above = m_aboves.size() - 1;
+        }
+        child.above = above;
+        open.push(i);
+    }
+}
+
+std::vector<std::size_t> ContainerFlow::DirectlyAbove(std::size_t index) const {
+    const double top = m_children[index].top;
+    double nearest = -Nowhere;
+    for (std::size_t i = 0; i < index; ++i) {
+        if (m_children[i].bottom <= top + Tolerance) {
+            nearest = std::max(nearest, m_children[i].top);
+        }
+    }
+    std::vector<std::size_t> above;
+    for (std::size_t i = 0; i < index; ++i) {
+        if (m_children[i].bottom <= top + Tolerance && Acts(m_children[i], nearest)) {
+            above.push_back(i);
+        }
+    }
+    return above;
+}
+
+// Those above are before those below: in one pass nothing of them changes any more.
+void ContainerFlow::Look(Above& above) const {
+    above.pass = m_pass;
+    above.areDone = true;
+    double most = -Nowhere;
+    for (const std::size_t index : above.children) {
+        const Child& child = m_children[index];
+        above.areDone = above.areDone && child.state == State::Done;
+        if (const double push = child.actualBottom - child.bottom; push > most) {
+            most = push;
+            above.lowest = index;
+        }
+    }
+}
+
+bool ContainerFlow::TopOf(const Child& child, double& top) {
     if (child.state == State::Going) {
         top = 0;
         return true;
     }
-    top = child.above.empty() ? m_origin + child.top : -Nowhere;
-    for (const std::size_t index : child.above) {
-        const Child& other = m_children[index];
-        if (other.state != State::Done) {
-            return false;
-        }
-        top = std::max(top, other.actualBottom + child.top - other.bottom);
+    Above& above = m_aboves[child.above];
+    if (above.children.empty()) {
+        top = std::max(m_origin + child.top, 0.0);
+        return true;
     }
-    top = std::max(top, 0.0);
+    if (above.pass != m_pass) {
+        Look(above);
+    }
+    if (!above.areDone) {
+        return false;
+    }
+    const Child& other = m_children[above.lowest];
+    top = std::max(other.actualBottom + child.top - other.bottom, 0.0);
     return true;
 }
 
 double ContainerFlow::Measure(double limit) {
+    ++m_pass;
     double reached = 0;
     for (std::size_t i = 0; i < m_children.size() && reached <= limit; ++i) {
         Child& child = m_children[i];
@@ -235,6 +316,7 @@ Flow::Outcome ContainerFlow::Place(double x, double y, double available) {
         painter.resetPageNumber = true;
     }
     Progress progress{Nowhere, 0};
+    ++m_pass;
     m_stretches.clear();
     for (Child& child : m_children) {
         const std::size_t before = painter.Drawn();

@@ -25,12 +25,25 @@ class ContainerFlow final : public Flow {
         double top = 0, bottom = 0;  // as defined
         State state = State::Waiting;
         double actualBottom = 0;              // relative to the container's position on the current page
-        std::vector<std::size_t> above;       // children directly above
+        std::size_t above = 0;                // in m_aboves
         std::vector<std::size_t> companions;  // items that a table repeats on its further pages
         std::unique_ptr<Flow> flow;
     };
+    // The children directly above some others. All that begin below the same ones share it, so that the time
+    // of a page with thousands of items is not quadratic in them.
+    struct Above {
+        std::vector<std::size_t> children;
+        std::size_t pass = 0;  // of m_pass; what follows is of that pass
+        bool areDone = false;
+        std::size_t lowest = 0;  // the one that pushes down most
+    };
     void Adopt(const std::vector<Instance>& items);
-    bool TopOf(const Child& child, double& top) const;  // false while a child above continues
+    void NoteCompanions(const std::vector<Instance>& items);
+    void NoteAbove();
+    static bool Acts(const Child& child, double nearest);
+    std::vector<std::size_t> DirectlyAbove(std::size_t index) const;
+    bool TopOf(const Child& child, double& top);  // false while a child above continues
+    void Look(Above& above) const;
     // State of the current page: where it must end, and how far it is filled.
     struct Progress {
         double breakAt, reached;
@@ -49,9 +62,11 @@ class ContainerFlow final : public Flow {
 
     const Instance* m_item = nullptr;
     std::vector<Child> m_children;
-    double m_origin = 0;         // the container's top, relative to its position on the current page
-    double m_definedBottom = 0;  // of the lowest child
-    double m_leastHeight = 0;    // of the box
+    std::vector<Above> m_aboves;  // the first one is empty
+    std::size_t m_pass = 0;       // over the children
+    double m_origin = 0;          // the container's top, relative to its position on the current page
+    double m_definedBottom = 0;   // of the lowest child
+    double m_leastHeight = 0;     // of the box
     bool m_begun = false;
     bool m_resetNext = false;  // the pending page break restarts page numbering
     std::vector<Painter::Stretch> m_stretches;

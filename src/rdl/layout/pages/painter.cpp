@@ -276,10 +276,12 @@ void Painter::DrawLines(const Instance& item, const LaidText& laid, std::size_t 
         // The mark of a list, the last piece, is read before its text.
         const bool hasMark = m_tags.Current() && line.pieceCount > 1 &&
                              laid.pieces[line.firstPiece + line.pieceCount - 1].x < 0;
+        const Tags::ParagraphTags tags = m_tags.OfParagraph(line.paragraph, item.paragraphs[line.paragraph]);
         for (std::uint32_t n = 0; n < line.pieceCount; ++n) {
             const std::uint32_t place = hasMark ? (n + line.pieceCount - 1) % line.pieceCount : n;
             const TextPiece& piece = laid.pieces[line.firstPiece + place];
             const double along = line.x + piece.x;
+            const Tags::Within within(m_tags, hasMark && n == 0 ? tags.label : tags.text);
             if (!piece.run->hyperlink.empty() && item.hyperlink.empty() && turn.rotation == 0) {
                 LinkedPiece(piece, laid, turn, along, shift + line.top, line);
             } else {

@@ -38,12 +38,16 @@ class Painter {
     void Edge(Sides side, double x1, double y1, double x2, double y2, const Border& border);
     void BeginClip(const Rect& area);
     void EndClip();
-    // A range of objects on the page, drawn in the order of layers.
+    // A range of objects that were drawn one after the other and belong to one layer.
     struct Stretch {
-        int layer;
-        std::size_t begin, end;  // values of Drawn()
+        int layer;               // the lowest is drawn first
+        std::size_t begin, end;  // values of Drawn(); the end is the next one's beginning
     };
+    // Returns how many objects the page has now.
     std::size_t Drawn() const { return m_page->ops.size(); }
+    // Puts the objects of the stretches, which adjoin in the order of the page, into the order of their
+    // layers; in one layer the order stays. The stretches are sorted too, and their places are those of
+    // before.
     void Restack(std::vector<Stretch>& stretches);
     void Line(double x1, double y1, double x2, double y2, const Border& border,
               LineOp::Edge edge = LineOp::Edge::Either);

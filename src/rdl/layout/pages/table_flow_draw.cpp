@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Tables: boxes, contents and cells over several rows, drawn where the flow has put their rows.
+// Members of TableFlow: boxes, contents and cells over several rows, drawn where the flow has put their rows.
 #include <algorithm>
 #include <cmath>
 #include <optional>

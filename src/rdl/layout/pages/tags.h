@@ -2,7 +2,10 @@
 // The logical structure that goes along with what a painter draws. Without a structure every element is 0.
 #pragma once
 
+#include <cstddef>
+#include <map>
 #include <utility>
+#include <vector>
 
 #include "rdl/layout/model/instance.h"
 #include "rdl/layout/model/structure.h"
@@ -21,6 +24,17 @@ class Tags {
     ElementId Begin(Role role);
     // Ends the element and sets it to 0; ignores 0.
     void End(ElementId& element);
+
+    // The paragraphs of the element, which holds no text itself, are its elements from now on until EndLists:
+    // those of lists are items of lists. They go on when the text continues on the next page.
+    void BeginLists(ElementId element) { m_lists[element]; }
+    void EndLists(ElementId element);
+    // The elements of a paragraph of the current element: of its mark, and of its text. Both are the current
+    // one where no lists are begun.
+    struct ParagraphTags {
+        ElementId label, text;
+    };
+    ParagraphTags OfParagraph(std::size_t index, const ParagraphInstance& paragraph);
 
     // While it lives, what is drawn belongs to an element; to none if it is decoration.
     class Within {
@@ -52,8 +66,22 @@ class Tags {
     };
 
  private:
+    struct OpenList {
+        int level;
+        bool isNumbered;
+        ElementId list, item, body;
+    };
+    struct Lists {
+        std::vector<OpenList> open;  // outermost first
+        std::size_t paragraph = static_cast<std::size_t>(-1);
+        ElementId plain = 0, label = 0;  // of the paragraph, 0: none
+    };
+    void Move(Lists& lists, const ParagraphInstance& paragraph);
+    void CloseLists(Lists& lists, int level);
+
     Structure* m_structure = nullptr;
     ElementId m_current = 0;
+    std::map<ElementId, Lists> m_lists;
 };
 
 // The elements of one item, each within the one before it.

@@ -336,6 +336,7 @@ void TextLayout::Justify(const TextLine& line, double extra, LaidText& out) {
 void TextLayout::EndLine(const Instance& item, const ParagraphInstance& paragraph, std::size_t begin,
                          std::size_t end, bool isLast, LaidText& out) {
     TextLine line;
+    line.paragraph = static_cast<std::uint32_t>(&paragraph - item.paragraphs.data());
     line.firstPiece = static_cast<std::uint32_t>(out.pieces.size());
     double width = 0;
     const bool rightToLeft = item.box && item.box->rightToLeft;

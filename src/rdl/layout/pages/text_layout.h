@@ -25,7 +25,8 @@ struct TextLine {
     double top = 0, height = 0, baseline = 0;  // baseline is relative to the line's top
     double x = 0;                              // x of the first piece, relative to the content's left edge
     std::uint32_t firstPiece = 0, pieceCount = 0;
-    bool endsWord = false;  // what follows begins another word, though there is no space at the end
+    std::uint32_t paragraph = 0;  // of the item, from 0
+    bool endsWord = false;        // what follows begins another word, though there is no space at the end
 };
 
 // Refers to runs of the instance, which must outlive it.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Members of Planner: gauge panels.
 #include "rdl/layout/plan/gauge_plan.h"
 
 namespace rdl::layout {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Members of Planner: maps.
 #include "rdl/layout/plan/map_plan.h"
 
 namespace rdl::layout {

@@ -2,73 +2,14 @@
 #include "rdl/layout/plan/style_plan.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 
 #include "rdl/layout/model/colors.h"
 #include "rdl/layout/model/units.h"
+#include "rdl/layout/plan/style_words.h"
 #include "rdl/values/ascii.h"
 
 namespace rdl::layout {
 namespace {
-
-template <typename E, std::size_t N>
-E Choose(std::string_view text, const std::array<std::pair<std::string_view, E>, N>& words, E otherwise) {
-    for (const auto& [word, value] : words) {
-        if (EqualNoCase(text, word)) {
-            return value;
-        }
-    }
-    return otherwise;
-}
-
-constexpr std::array<std::pair<std::string_view, LineStyle>, 12> LineStyles{{
-    {"None", LineStyle::None},
-    {"Solid", LineStyle::Solid},
-    {"Dotted", LineStyle::Dotted},
-    {"Dashed", LineStyle::Dashed},
-    {"Double", LineStyle::Double},
-    {"DashDot", LineStyle::DashDot},
-    {"DashDotDot", LineStyle::DashDotDot},
-    {"Groove", LineStyle::Groove},
-    {"Ridge", LineStyle::Ridge},
-    {"Inset", LineStyle::Inset},
-    {"WindowInset", LineStyle::WindowInset},
-    {"Outset", LineStyle::Outset},
-}};
-constexpr std::array<std::pair<std::string_view, Gradient>, 7> Gradients{
-    {{"LeftRight", Gradient::LeftRight},
-     {"TopBottom", Gradient::TopBottom},
-     {"Center", Gradient::Center},
-     {"DiagonalLeft", Gradient::DiagonalLeft},
-     {"DiagonalRight", Gradient::DiagonalRight},
-     {"HorizontalCenter", Gradient::HorizontalCenter},
-     {"VerticalCenter", Gradient::VerticalCenter}}};
-constexpr std::array<std::pair<std::string_view, HAlign>, 4> HAligns{{{"Left", HAlign::Left},
-                                                                      {"Center", HAlign::Center},
-                                                                      {"Right", HAlign::Right},
-                                                                      {"Justify", HAlign::Justify}}};
-constexpr std::array<std::pair<std::string_view, VAlign>, 2> VAligns{
-    {{"Middle", VAlign::Middle}, {"Bottom", VAlign::Bottom}}};
-constexpr std::array<std::pair<std::string_view, WritingMode>, 3> WritingModes{
-    {{"Vertical", WritingMode::Vertical},
-     {"tb-rl", WritingMode::Vertical},
-     {"Rotate270", WritingMode::Rotate270}}};
-constexpr std::array<std::pair<std::string_view, Decoration>, 3> Decorations{
-    {{"Underline", Decoration::Underline},
-     {"Overline", Decoration::Overline},
-     {"LineThrough", Decoration::LineThrough}}};
-constexpr std::array<std::pair<std::string_view, int>, 11> Weights{{{"Normal", 400},
-                                                                    {"Bold", 700},
-                                                                    {"Bolder", 700},
-                                                                    {"Lighter", 300},
-                                                                    {"Thin", 100},
-                                                                    {"ExtraLight", 200},
-                                                                    {"Light", 300},
-                                                                    {"Medium", 500},
-                                                                    {"SemiBold", 600},
-                                                                    {"ExtraBold", 800},
-                                                                    {"Heavy", 900}}};
 
 void SetSize(std::string_view text, float& size, double largest) {
     double points = 0;
@@ -160,12 +101,7 @@ void Apply(BoxStyle& style, StyleProperty property, std::string_view text) {
 }
 
 int ParseWeight(std::string_view text) {
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error == std::errc() && end == text.data() + text.size() && number >= 1 && number <= 1000) {
-        return number;
-    }
-    return Choose(text, Weights, 400);
+    return WeightOfNumber(text).value_or(Choose(text, Weights, 400));
 }
 
 void Apply(CharStyle& style, StyleProperty property, std::string_view text) {

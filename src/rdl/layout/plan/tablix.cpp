@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Members of Planner: tables, their groups and cells.
 #include <algorithm>
 #include <cmath>
 #include <utility>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Aggregates of the evaluator: finding the scope, going through its rows, keeping the results.
+// Members of Evaluator for aggregates: finding the scope, going through its rows, keeping the results.
 #include <algorithm>
 #include <utility>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Running totals and previous instances of the evaluator.
+// Members of Evaluator: running totals and previous instances.
 #include <algorithm>
 
 #include "rdl/expr/operations/compare.h"

@@ -7,6 +7,7 @@
 #include "rdl/expr/operations/compare.h"
 #include "rdl/layout/region/row_filter.h"
 #include "rdl/values/error.h"
+#include "rdl/values/reserve.h"
 
 namespace rdl::layout {
 namespace {
@@ -123,6 +124,8 @@ class Grouper {
             ApplyFilter(filter, OwnerOf(plan), locals, m_evaluator, enter);
         }
         ApplySort(plan.sorts, OwnerOf(plan), locals, m_evaluator, enter);
+        ReserveMore(made.order, locals.size());
+        ReserveMore(made.instances, locals.size());
         for (const std::uint32_t local : locals) {
             const auto begin = static_cast<std::uint32_t>(made.order.size());
             made.order.push_back(local);

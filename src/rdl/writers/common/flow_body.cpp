@@ -278,9 +278,10 @@ void FlowBody::Table(const Instance& item, const Place& place) {
         throw Error("Item \"" + item.name + "\" is nested too deeply");
     }
     std::size_t first = 0;
+    FlowTablix::Growing growing;
     do {
         const FlowTablix::Columns columns = FlowTablix::Fit(item, place.x, first);
-        FlowTablix rows(item, place.x, columns);
+        FlowTablix rows(item, place.x, columns, growing);
         if (first > 0) {
             Gap(0, true, place);
         }
@@ -319,7 +320,7 @@ void FlowBody::RepeatRows(const Instance& item, FlowTablix& rows, std::size_t in
     if (repeated.empty()) {
         return;
     }
-    FlowTablix heading(item, place.x, rows.ShownColumns());
+    FlowTablix heading(item, place.x, rows.ShownColumns(), rows.GrowingRows());
     for (const std::size_t i : repeated) {
         heading.Fetch(i);
         Row(Filled(heading.Make(false), place), place);

@@ -58,8 +58,14 @@ FlowTablix::Columns FlowTablix::Fit(const Instance& item, double x, std::size_t 
     return columns;
 }
 
-FlowTablix::FlowTablix(const Instance& item, double x, const Columns& columns)
-    : m_item(item), m_table(*item.table), m_columns(columns), m_count(item.table->RowCount()), m_lefts{x} {
+FlowTablix::FlowTablix(const Instance& item, double x, const Columns& columns, Growing& growing)
+    : m_item(item),
+      m_table(*item.table),
+      m_columns(columns),
+      m_growing(growing),
+      m_count(item.table->RowCount()),
+      m_lefts{x} {
+    m_growing.resize(m_count);
     for (std::size_t i = 0; i < m_table.columnWidths.size(); ++i) {
         if (i < columns.headers || (i >= columns.first && i < columns.end)) {
             m_lefts.push_back(m_lefts.back() + WidthOf(m_table.columnWidths[i]));
@@ -93,7 +99,11 @@ void FlowTablix::CountHeadings() {
 
 const layout::TableRow& FlowTablix::Fetch(std::size_t index) {
     m_index = index;
-    m_table.Row(index, m_source);
+    if (m_columns.first == 0) {
+        m_table.Row(index, m_source);
+    } else {
+        m_table.RowWithin(index, m_columns, m_source);
+    }
     return m_source;
 }
 
@@ -120,7 +130,7 @@ FlowRow FlowTablix::Make(bool afterBreak) {
     Fill(m_lefts.size() - 1);
     std::swap(m_spans, m_next);
     EdgesOfTable();
-    m_row.exact = IsExact();
+    m_row.exact = !Grows();
     return std::move(m_row);
 }
 
@@ -200,9 +210,12 @@ void FlowTablix::EdgesOfTable() {
     fill(m_row.cells.back().rightBorder, box.right);
 }
 
-bool FlowTablix::IsExact() const {
-    return std::none_of(m_source.cells.begin(), m_source.cells.end(),
-                        [](const TableCell& cell) { return MayGrow(cell.content); });
+bool FlowTablix::Grows() {
+    if (m_columns.first == 0) {
+        m_growing[m_index] = std::any_of(m_source.cells.begin(), m_source.cells.end(),
+                                         [](const TableCell& cell) { return MayGrow(cell.content); });
+    }
+    return m_growing[m_index];
 }
 
 }  // namespace rdl::writers

@@ -12,18 +12,21 @@ namespace rdl::writers {
 
 class FlowTablix {
  public:
-    // The columns that one table shows: the first `headers` ones, then those from `first` to `end`.
-    struct Columns {
-        std::size_t headers = 0, first = 0, end = 0;
-    };
+    using Columns = layout::TableColumns;  // those that one table shows
+    // Of each row of the region, whether one of its cells may grow. The table with the first columns finds
+    // out; those below need it for rows of which they build some cells only.
+    using Growing = std::vector<bool>;
+
     // Returns the columns of the table that begins with column `first`: as many as a row and the widest paper
     // can have, at least one. The row headers are repeated if the region wants it and they fit.
     static Columns Fit(const layout::Instance& item, double x, std::size_t first);
 
-    // `x` is the region's left edge in points. `item` must outlive this.
-    FlowTablix(const layout::Instance& item, double x, const Columns& columns);
+    // `x` is the region's left edge in points. `item` and `growing` must outlive this. The first table of a
+    // region must have made all rows before the next ones make any.
+    FlowTablix(const layout::Instance& item, double x, const Columns& columns, Growing& growing);
     std::size_t RowCount() const { return m_count; }
     const Columns& ShownColumns() const { return m_columns; }
+    Growing& GrowingRows() const { return m_growing; }
     // Returns the left edges of the columns and the right edge, in points.
     const std::vector<double>& ColumnLines() const { return m_lefts; }
     // Fetches the row for the next Make. Rows are fetched in order; the reference is valid until the next
@@ -46,11 +49,12 @@ class FlowTablix {
     void Place(const layout::TableCell& cell);
     void Fill(std::size_t column);
     void EdgesOfTable();
-    bool IsExact() const;
+    bool Grows();
 
     const layout::Instance& m_item;
     layout::TableInstance& m_table;
     Columns m_columns;
+    Growing& m_growing;
     std::size_t m_count = 0, m_headings = 0;
     std::vector<double> m_lefts;  // left edges of the columns, and the right edge
     std::size_t m_reached = 0;    // columns of the row that have a cell

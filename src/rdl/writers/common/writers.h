@@ -22,6 +22,7 @@ namespace rdl::writers {
 struct Options {
     std::int64_t nowTicks = 0;  // creation date of the document: start of the run, local time in ticks
     ExportOptions choices;
+    int pixelsOfBand = 16'000'000;  // of the picture of a page, in memory at a time
 };
 
 void WritePdf(layout::ReportInstance& report, Output& output, const Options& options);

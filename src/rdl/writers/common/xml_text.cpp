@@ -3,12 +3,14 @@
 
 #include "rdl/values/utf8.h"
 #include "rdl/writers/common/escape.h"
+#include "rdl/xml/decode.h"
 
 namespace rdl::writers {
 namespace {
 
+// Whoever reads the document would take a carriage return for the end of a line.
 bool IsAllowed(char32_t code) {
-    return (code >= 0x20 || code == '\t' || code == '\n') && code != 0xFFFE && code != 0xFFFF;
+    return code != '\r' && xml::IsXmlCharacter(code);
 }
 
 }  // namespace

@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "rdl/writers/csv/fields.h"
-
 namespace rdl::writers {
 namespace {
 
@@ -111,6 +109,11 @@ std::uint32_t CsvBlock::Column(const std::string& key, const std::string& title)
 }
 
 void CsvBlock::Add(const CsvRecord& record) {
+    if (m_lines) {
+        Join(record);
+        m_lines->Add(m_line);
+        return;
+    }
     m_bytes.clear();
     AppendRecord(m_bytes, record, m_last);
     TakeOver(record, m_last);
@@ -130,11 +133,10 @@ void CsvBlock::AddTotal(const CsvGroups& groups, CsvShared total) {
     m_totals[groups].push_back(std::move(total));
 }
 
-void CsvBlock::Join(const CsvRecord& record, std::vector<std::string_view>& line,
-                    std::vector<Found>& found) const {
-    line.assign(m_titles.size(), {});
+void CsvBlock::Join(const CsvRecord& record) {
+    m_line.assign(m_titles.size(), {});
     for (const auto& [column, text] : record.cells) {
-        line[column] = text;
+        m_line[column] = text;
     }
     if (m_totals.empty()) {
         return;
@@ -142,8 +144,8 @@ void CsvBlock::Join(const CsvRecord& record, std::vector<std::string_view>& line
     CsvGroups groups = record.groups;
     while (true) {
         if (const auto entry = m_totals.find(groups); entry != m_totals.end()) {
-            found.resize(std::max(found.size(), groups.size() + 1));
-            Found& here = found[groups.size()];
+            m_found.resize(std::max(m_found.size(), groups.size() + 1));
+            Found& here = m_found[groups.size()];
             if (here.totals != &entry->second) {
                 here = {&entry->second, {}};
                 for (const CsvShared& total : entry->second) {
@@ -152,7 +154,7 @@ void CsvBlock::Join(const CsvRecord& record, std::vector<std::string_view>& line
             }
             for (const std::uint32_t number : here.places.Holding(record.place)) {
                 const CsvShared& total = entry->second[number];
-                line[total.column] = total.text;
+                m_line[total.column] = total.text;
             }
         }
         if (groups.empty()) {
@@ -162,12 +164,21 @@ void CsvBlock::Join(const CsvRecord& record, std::vector<std::string_view>& line
     }
 }
 
+void CsvBlock::Begin(Output& output) {
+    m_lines.emplace(output);
+    m_lines->Add(m_titles);
+}
+
 void CsvBlock::Write(Output& output) {
-    CsvLines lines(output);
-    lines.Add(m_titles);
+    if (!m_lines) {
+        Begin(output);
+        WriteRecords();
+    }
+    m_lines->Flush();
+}
+
+void CsvBlock::WriteRecords() {
     CsvRecord record;
-    std::vector<std::string_view> line;
-    std::vector<Found> found;
     SpoolReader records(m_records);
     while (true) {
         std::string_view length = records.Next(1);
@@ -180,10 +191,9 @@ void CsvBlock::Write(Output& output) {
             std::memcpy(&size, length.data(), sizeof size);
         }
         ReadRecord(records.Next(size), record);
-        Join(record, line, found);
-        lines.Add(line);
+        Join(record);
+        m_lines->Add(m_line);
     }
-    lines.Flush();
 }
 
 }  // namespace rdl::writers

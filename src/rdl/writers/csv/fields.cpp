@@ -15,8 +15,13 @@ namespace {
 // Beyond this magnitude digits without an exponent would be mostly zeros.
 constexpr double MostPlain = 1e21, LeastPlain = 1e-7;
 
-bool NeedsQuotes(char c) {
-    return c == ',' || c == '"' || c == '\r' || c == '\n';
+bool NeedsQuotes(std::string_view text) {
+    for (const char c : text) {
+        if (c == ',' || c == '"' || c == '\r' || c == '\n') {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::string NumberText(double number) {
@@ -50,7 +55,7 @@ std::string IsoText(std::int64_t ticks) {
 }  // namespace
 
 void AppendField(std::string& line, std::string_view text) {
-    if (std::none_of(text.begin(), text.end(), NeedsQuotes)) {
+    if (!NeedsQuotes(text)) {
         line += text;
         return;
     }
@@ -66,7 +71,9 @@ void CsvLines::AddLine(const Fields& fields) {
     constexpr std::size_t PieceSize = 64u << 10;
     const std::size_t begin = m_text.size();
     for (std::size_t i = 0; i < fields.size(); ++i) {
-        m_text += i > 0 ? "," : "";
+        if (i > 0) {
+            m_text += ',';
+        }
         AppendField(m_text, fields[i]);
     }
     // A line without a character would be the end of the table.

@@ -58,15 +58,19 @@ bool CsvFlattener::AddChart(const Instance& item, const CsvRecord& outer) {
     return !data.rows.empty();
 }
 
+void CsvFlattener::Columns(const Instance& item) {
+    for (const layout::DataColumn& column : item.table->DataColumns()) {
+        m_block.Column(column.item, column.title);
+    }
+}
+
 // Returns whether it added records.
 bool CsvFlattener::AddTable(const Instance& item, const CsvRecord& outer) {
     if (++m_depth > MaxNesting) {
         throw Error("Item \"" + item.name + "\" is nested too deeply");
     }
     TableInstance& table = *item.table;
-    for (const layout::DataColumn& column : table.DataColumns()) {
-        m_block.Column(column.item, column.title);
-    }
+    Columns(item);
     m_same = {};
     CsvGroups around = outer.groups;
     around.push_back(++m_tables);
@@ -180,7 +184,8 @@ void CsvFlattener::AddRow(const TableRow& row, RowContent content, State& state)
     }
 }
 
-// A text box that a row has once holds for all records, else each for those of its own columns.
+// A text box that occurs once in the row applies to all records; one that repeats applies to the records of
+// its own columns.
 void CsvFlattener::AddHeader(const RowContent& content, State& state) const {
     for (const Field& field : content.fields) {
         Headers& headers = state.headers.back();

@@ -21,6 +21,8 @@ class CsvFlattener {
     CsvFlattener(CsvBlock& block, bool unformatted, std::string language)
         : m_block(block), m_unformatted(unformatted), m_language(std::move(language)) {}
 
+    // Adds the columns of a table. Table does so, too.
+    void Columns(const layout::Instance& item);
     // Each adds one item as records. Raises rdl::Error naming an item that is nested too deeply.
     void Text(const layout::Instance& text, CsvCells& cells);
     void Table(const layout::Instance& item) { AddTable(item, {}); }

@@ -40,15 +40,28 @@ void Gather(const std::vector<Instance>& items, int depth, Items& found) {
 class Tables {
  public:
     explicit Tables(Output& output) : m_output(output) { m_output.Write(ByteOrderMark); }
+    // Begins a table whose records are written as they are added.
+    void Begin(CsvBlock& block) {
+        if (block.HasColumns()) {
+            Separate();
+            block.Begin(m_output);
+        }
+    }
     void Add(CsvBlock& block) {
         if (block.HasColumns()) {
-            m_output.Write(m_isFirst ? "" : "\r\n");
+            if (!block.IsBegun()) {
+                Separate();
+            }
             block.Write(m_output);
-            m_isFirst = false;
         }
     }
 
  private:
+    void Separate() {
+        m_output.Write(m_isFirst ? "" : "\r\n");
+        m_isFirst = false;
+    }
+
     Output& m_output;
     bool m_isFirst = true;
 };
@@ -79,7 +92,15 @@ void WriteCsv(layout::ReportInstance& report, Output& output, const Options& opt
         }
         CsvBlock block;
         CsvFlattener region(block, options.choices.unformatted, report.language);
-        item->kind == InstanceKind::Table ? region.Table(*item) : region.Chart(*item);
+        if (item->kind == InstanceKind::Table) {
+            region.Columns(*item);
+            if (item->table->IsFlat()) {
+                tables.Begin(block);
+            }
+            region.Table(*item);
+        } else {
+            region.Chart(*item);
+        }
         tables.Add(block);
     }
 }

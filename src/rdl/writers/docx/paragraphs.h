@@ -19,7 +19,7 @@ namespace rdl::writers {
 
 // What all parts of a document share.
 struct DocxDocument {
-    explicit DocxDocument(DocxArchive& archive) : pictures(archive) {}
+    explicit DocxDocument(DocxZip& archive) : pictures(archive) {}
     DocxStyles styles;
     DocxPictures pictures;
     FlowBookmarks bookmarks;
@@ -32,9 +32,11 @@ class DocxParagraphs {
     DocxParagraphs(DocxDocument& document, DocxRelations& relations, DocxContents* contents)
         : m_document(document), m_relations(relations), m_contents(contents) {}
 
+    // Appends the paragraphs of a text box, at least an empty one, with its bookmark, label and link.
     void Box(const layout::Instance& item, const FlowPlace& place, std::string& out);
     // Raises rdl::Error naming the item if it cannot be shown.
     void Picture(const layout::Instance& item, const FlowPlace& place, std::string& out);
+    // Appends the message of a table without rows as one paragraph.
     void Message(const layout::TableInstance& table, const FlowPlace& place, std::string& out);
     // Appends an empty paragraph of exactly `height` points with further properties in `end`.
     void Blank(double height, const FlowPlace& place, const std::string& end, std::string& out);

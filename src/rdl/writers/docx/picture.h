@@ -7,14 +7,14 @@
 #include <string>
 
 #include "rdl/layout/model/instance.h"
-#include "rdl/writers/docx/archive.h"
 #include "rdl/writers/docx/relations.h"
+#include "rdl/writers/docx/zip.h"
 
 namespace rdl::writers {
 
 class DocxPictures {
  public:
-    explicit DocxPictures(DocxArchive& archive) : m_archive(archive) {}
+    explicit DocxPictures(DocxZip& archive) : m_archive(archive) {}
     // Appends the image of an item at its size as a run, nothing if it has no bytes. `relations` are those of
     // the part that the run is in. A GIF or BMP becomes a PNG. Raises rdl::Error naming the item if its
     // format is not supported.
@@ -23,7 +23,7 @@ class DocxPictures {
  private:
     const std::string& FileOf(const layout::Instance& item);
 
-    DocxArchive& m_archive;
+    DocxZip& m_archive;
     std::map<std::string, std::string> m_files;  // by a digest of the image
     std::shared_ptr<const std::string> m_last;   // tables repeat the same image in many rows
     std::string m_lastFile;

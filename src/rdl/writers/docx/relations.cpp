@@ -37,7 +37,7 @@ std::string DocxRelations::Add(const char* type, const std::string& target, cons
     return id;
 }
 
-void DocxRelations::Write(DocxArchive& archive, const std::string& folder, const std::string& name) {
+void DocxRelations::Write(DocxZip& archive, const std::string& folder, const std::string& name) {
     if (m_count == 0) {
         return;
     }

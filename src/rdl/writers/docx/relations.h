@@ -7,7 +7,7 @@
 #include <unordered_map>
 
 #include "rdl/spool/spool.h"
-#include "rdl/writers/docx/archive.h"
+#include "rdl/writers/docx/zip.h"
 
 namespace rdl::writers {
 
@@ -18,7 +18,7 @@ class DocxRelations {
     std::string Add(const char* type, const std::string& target);
     std::string AddLink(const std::string& address);
     // Adds the part with the relationships of the part `folder`/`name`; none if there are no relationships.
-    void Write(DocxArchive& archive, const std::string& folder, const std::string& name);
+    void Write(DocxZip& archive, const std::string& folder, const std::string& name);
 
  private:
     std::string Add(const char* type, const std::string& target, const char* mode);

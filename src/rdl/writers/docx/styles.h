@@ -13,7 +13,7 @@ namespace rdl::writers {
 
 // Appends font, size, weight, decoration and colour as run properties (17.3.2); null: the default style.
 // `overrides`: also says what they are not, for a run in a paragraph that has another look.
-void AppendLetters(const layout::CharStyle* style, bool overrides, std::string& out);
+void AppendCharStyle(const layout::CharStyle* style, bool overrides, std::string& out);
 
 class DocxStyles {
  public:

@@ -4,11 +4,11 @@
 
 #include "rdl/writers/common/flow_text.h"
 #include "rdl/writers/common/writers.h"
-#include "rdl/writers/docx/archive.h"
 #include "rdl/writers/docx/body.h"
 #include "rdl/writers/docx/page.h"
 #include "rdl/writers/docx/parts.h"
 #include "rdl/writers/docx/text.h"
+#include "rdl/writers/docx/zip.h"
 
 namespace rdl::writers {
 namespace {
@@ -35,7 +35,7 @@ class Writer {
 
     layout::ReportInstance& m_report;
     const Options& m_options;
-    DocxArchive m_archive;
+    DocxZip m_archive;
     DocxDocument m_document;
     DocxContents m_contents;
     DocxRelations m_relations;

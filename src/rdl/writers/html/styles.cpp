@@ -191,7 +191,7 @@ void AppendBox(const BoxStyle& given, HtmlStyles::Place place, std::string& css)
     }
 }
 
-void AppendLetters(const CharStyle& text, std::string& css) {
+void AppendCharStyle(const CharStyle& text, std::string& css) {
     AppendFamily(text.family, css);
     css += "font-size:";
     AppendPoints(text.size, css);
@@ -234,7 +234,7 @@ const std::string& HtmlStyles::Box(const layout::BoxStylePtr& box, Place place,
         }
     }
     if (text) {
-        AppendLetters(*text, css);
+        AppendCharStyle(*text, css);
     }
     AppendAlign(align, css);
     const std::string& name = Class(css);
@@ -255,7 +255,7 @@ const std::string& HtmlStyles::Picture(const layout::BackgroundPicture& picture)
 const std::string& HtmlStyles::Text(const layout::CharStylePtr& text) {
     std::string css;
     if (text) {
-        AppendLetters(*text, css);
+        AppendCharStyle(*text, css);
     }
     return Class(css);
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Members of HtmlBody: tables.
 #include <algorithm>
 
 #include "rdl/values/error.h"

@@ -44,12 +44,12 @@ void AppendPoints(double points, std::string& out) {
 }
 
 void AppendColor(layout::Color color, std::string& out) {
-    char buffer[16];
-    std::snprintf(buffer, sizeof buffer, "#%06x", static_cast<unsigned>(color & 0xFFFFFF));
-    out += buffer;
+    out += '#';
+    for (const int shift : {16, 8, 0}) {
+        AppendHexByte(static_cast<char>(color >> shift & 0xFF), out, SmallHexDigits);
+    }
     if (const unsigned alpha = color >> 24; alpha != 0xFF) {
-        std::snprintf(buffer, sizeof buffer, "%02x", alpha);
-        out += buffer;
+        AppendHexByte(static_cast<char>(alpha), out, SmallHexDigits);
     }
 }
 

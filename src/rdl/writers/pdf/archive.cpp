@@ -17,6 +17,8 @@ constexpr double LeastLength = 3, MostLength = 14'400;
 
 constexpr std::size_t MostPropertyBytes = 10'000;  // as a string of the information dictionary holds them
 
+// Unlike XmlText (writers/common/xml_text.h) in one line: the same text is a string of the information
+// dictionary.
 std::string ForXml(std::string_view text) {
     std::string out;
     for (std::size_t i = 0; i < text.size() && out.size() < MostPropertyBytes;) {
@@ -27,6 +29,7 @@ std::string ForXml(std::string_view text) {
     return out;
 }
 
+// Unlike AppendXml only for the content of elements: quotation marks stay, as in the dictionary.
 std::string Escaped(std::string_view text) {
     std::string out;
     for (const char c : text) {

@@ -20,7 +20,9 @@ struct Jpeg {
     bool inverted = false;  // Adobe's CMYK
 };
 
-// Returns the frame header of a JPEG; nullopt if a PDF cannot hold the bytes as they are.
+// Returns the frame header of a JPEG (ITU-T T.81, B.2.2); nullopt if a PDF cannot hold the bytes as they are:
+// readers of PDF decode Huffman-coded frames only (C0-C2). SizeOfImage of layout/model/image_size.h reads any
+// kind of frame.
 std::optional<Jpeg> ReadJpeg(const std::string& bytes) {
     const auto at = [&](std::size_t i) {
         return static_cast<unsigned>(static_cast<unsigned char>(bytes[i]));

@@ -34,6 +34,16 @@ const char* NameOf(Role role) {
             return "Figure";
         case Role::Link:
             return "Link";
+        case Role::Group:
+            return "Div";
+        case Role::List:
+            return "L";
+        case Role::ListItem:
+            return "LI";
+        case Role::ListLabel:
+            return "Lbl";
+        case Role::ListBody:
+            return "LBody";
         case Role::Paragraph:
             break;
     }
@@ -53,6 +63,22 @@ std::string TableAttributes(const layout::Element& cell) {
         out += cell.role == Role::ColumnHeader ? "/Scope/Column" : "/Scope/Row";
     }
     return out.empty() ? out : "/A<</O/Table" + out + ">>";
+}
+
+// Attributes of lists (14.8.5.5).
+std::string ListAttributes(const layout::Element& list) {
+    return list.role == Role::List
+               ? std::string("/A<</O/List/ListNumbering/") + (list.isNumbered ? "Decimal" : "Disc") + ">>"
+               : std::string();
+}
+
+// Whether the element stands where its first text is drawn: a link between the texts around it, a list within
+// the text of an outer one, and what is beside a list.
+bool IsPlacedByText(Role role, Role parent) {
+    const bool isBesideLists = parent == Role::Group || parent == Role::Cell || parent == Role::RowHeader ||
+                               parent == Role::ColumnHeader;
+    return role == Role::Link || (role >= Role::List && role <= Role::ListBody) ||
+           (role == Role::Paragraph && isBesideLists);
 }
 
 }  // namespace
@@ -85,8 +111,7 @@ ElementId PdfStructure::Begin(const layout::Element& element) {
         m_headings.push_back(element.level);
         record.element.level = std::min(static_cast<int>(m_headings.size()), MostHeadingLevels);
     }
-    // A link stands between the texts around it, in the order in which they are drawn.
-    if (element.role != Role::Link) {
+    if (!IsPlacedByText(element.role, At(element.parent).element.role)) {
         Attach(record);
     }
     return id;
@@ -102,7 +127,9 @@ void PdfStructure::End(ElementId element) {
 void PdfStructure::Attach(Record& record) {
     if (!record.isAttached) {
         record.isAttached = true;
-        At(record.element.parent).kids += PdfReference(record.object) + " ";
+        Record& parent = At(record.element.parent);
+        Attach(parent);
+        parent.kids += PdfReference(record.object) + " ";
     }
 }
 
@@ -177,7 +204,8 @@ void PdfStructure::Write(Record& record) {
     const bool isDeadLink = record.element.role == Role::Link && !record.isAnnotated;
     const std::string type = isDocument ? "Document" : isDeadLink ? "Span" : TypeOf(record);
     std::string body = "<</S/" + type;
-    body += "/P " + PdfReference(record.parent) + TableAttributes(record.element);
+    body += "/P " + PdfReference(record.parent) + TableAttributes(record.element) +
+            ListAttributes(record.element);
     if (record.isPlaced) {
         body += "/A<</O/Layout/BBox[";
         for (const double edge : {record.left, record.bottom, record.right, record.top}) {

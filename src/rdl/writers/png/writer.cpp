@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// One page of a report as a picture: Portable Network Graphics (ISO/IEC 15948), which image/png_writer
+// writes.
 #include <QImage>
 #include <QPainter>
 #include <algorithm>
@@ -14,7 +16,6 @@ namespace rdl::writers {
 namespace {
 
 constexpr double PointsPerInch = 72, InchesPerMeter = 1 / 0.0254, MostPixels = 64e6;
-constexpr int PixelsOfBand = 16'000'000;  // in memory at a time
 
 // Makes the pages up to the wanted one, and all of them if it shows their number.
 layout::Page PageOf(layout::ReportInstance& report, int wanted) {
@@ -56,7 +57,7 @@ void WritePng(layout::ReportInstance& report, Output& output, const Options& opt
     const int dotsPerMeter = static_cast<int>(std::lround(dots * InchesPerMeter));
     image::PngWriter writer(width, height, dotsPerMeter);
     screen::PagePainter pages;
-    const int bandHeight = std::max(1, PixelsOfBand / width);
+    const int bandHeight = std::max(1, options.pixelsOfBand / width);
     for (int top = 0; top < height; top += bandHeight) {
         QImage band(width, std::min(bandHeight, height - top), QImage::Format_RGB32);
         if (band.isNull()) {

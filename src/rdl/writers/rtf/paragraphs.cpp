@@ -51,8 +51,8 @@ void RtfParagraphs::Blank(double height, const FlowPlace& place, std::string& ou
 
 void RtfParagraphs::Message(const layout::TableInstance& table, const FlowPlace& place, std::string& out) {
     AppendPlace(place, out);
-    m_styles.AppendLetters(table.noRowsStyle.get(),
-                           place.rightToLeft || HasComplexScript(table.noRowsMessage), out);
+    m_styles.AppendCharStyle(table.noRowsStyle.get(),
+                             place.rightToLeft || HasComplexScript(table.noRowsMessage), out);
     out += ' ';
     AppendRtf(table.noRowsMessage, out);
 }
@@ -85,7 +85,7 @@ void RtfParagraphs::Paragraph(const Instance& item, const ParagraphInstance& par
     const FlowMeasures measures = MeasuresOf(item, paragraph);
     Format(measures, place, out);
     const bool bothDirections = NeedsBothDirections(item, paragraph, place);
-    m_styles.AppendLetters(FirstStyle(paragraph), bothDirections, out);
+    m_styles.AppendCharStyle(FirstStyle(paragraph), bothDirections, out);
     out += ' ';
     if (item.paragraphs.empty() || &paragraph == &item.paragraphs.front()) {
         Bookmark(item, out);
@@ -131,7 +131,7 @@ void RtfParagraphs::Run(const RunInstance& run, const RunPlace& place, std::stri
         AppendWithFields(run.text, out);
     } else {
         out += "{\\plain";  // the first run's weight and lines end with it
-        m_styles.AppendLetters(run.style.get(), place.bothDirections, out);
+        m_styles.AppendCharStyle(run.style.get(), place.bothDirections, out);
         out += ' ';
         AppendWithFields(run.text, out);
         out += "}";

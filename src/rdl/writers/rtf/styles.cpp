@@ -63,7 +63,7 @@ int RtfStyles::Color(layout::Color color) {
     return number;
 }
 
-void RtfStyles::AppendLetters(const CharStyle* style, bool bothDirections, std::string& out) {
+void RtfStyles::AppendCharStyle(const CharStyle* style, bool bothDirections, std::string& out) {
     static const CharStyle Default;
     const CharStyle& letters = style ? *style : Default;
     const int font = Font(letters.family);

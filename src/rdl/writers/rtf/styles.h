@@ -17,7 +17,7 @@ class RtfStyles {
     // Appends font, size, weight, decoration and colour as control words; null: the default style.
     // `bothDirections`: also the font, size and weight of texts that run from right to left, which word
     // processors keep separately.
-    void AppendLetters(const layout::CharStyle* style, bool bothDirections, std::string& out);
+    void AppendCharStyle(const layout::CharStyle* style, bool bothDirections, std::string& out);
     // Returns an index from 1, or 0, the reader's default colour, for a transparent colour.
     int Color(layout::Color color);
     // Returns font table and colour table.

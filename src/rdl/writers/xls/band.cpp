@@ -95,7 +95,7 @@ std::uint32_t XlsLayout::PlaceBand(const Items& items, double x, std::uint32_t r
         if (line > 0) {
             rows[line] = std::max(rows[line], rows[line - 1] + 1);
             m_sheet->Height(rows[line - 1], rows[line] - rows[line - 1] == 1 ? lines.Track(line - 1) : 0,
-                            false);
+                            XlsWorksheet::HeightKind::ByText);
         }
         for (; next < order.size() && lines.Line(band[order[next]].top) <= line; ++next) {
             const BandItem& item = band[order[next]];

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Members of XlsLayout: the cells of single items.
 #include <algorithm>
 #include <cmath>
 
@@ -178,7 +179,8 @@ void XlsLayout::Grow(const Instance& item, const XlsRange& range) {
         return;
     }
     m_textLayout.Lay(item, std::max(width, 1.0), m_laid);
-    m_sheet->Height(range.firstRow, m_laid.height, merged);
+    m_sheet->Height(range.firstRow, m_laid.height,
+                    merged ? XlsWorksheet::HeightKind::Fixed : XlsWorksheet::HeightKind::ByText);
 }
 
 // Returns what another item at the left leaves of a range; the range if that is not free either.

@@ -40,11 +40,18 @@ void XlsLayout::Gather(const Instance& item, double x, int depth) {
     }
 }
 
-void XlsLayout::GatherTable(TableInstance& table, double x, int depth) {
-    std::vector<double> lefts{x};
+std::vector<double> XlsLayout::EdgesOf(const TableInstance& table, double x) {
+    std::vector<double> edges{x};
     for (const double width : table.columnWidths) {
-        lefts.push_back(lefts.back() + width);
-        m_columns.Add(lefts.back());
+        edges.push_back(edges.back() + width);
+    }
+    return edges;
+}
+
+void XlsLayout::GatherTable(TableInstance& table, double x, int depth) {
+    const std::vector<double> edges = EdgesOf(table, x);
+    for (std::size_t i = 1; i < edges.size(); ++i) {
+        m_columns.Add(edges[i]);
     }
     TableRow row;
     const std::size_t count = std::min(table.RowCount(), RowsLookedAt);
@@ -52,8 +59,8 @@ void XlsLayout::GatherTable(TableInstance& table, double x, int depth) {
         table.Row(i, row);
         for (const TableCell& cell : row.cells) {
             if (!IsText(cell.content) && cell.column >= 0 &&
-                static_cast<std::size_t>(cell.column) < lefts.size()) {
-                Gather(cell.content, lefts[static_cast<std::size_t>(cell.column)], depth);
+                static_cast<std::size_t>(cell.column) < edges.size()) {
+                Gather(cell.content, edges[static_cast<std::size_t>(cell.column)], depth);
             }
         }
     }
@@ -91,13 +98,14 @@ void XlsLayout::BeginSheet() {
     std::vector<Frame> framesGoOn;
     framesGoOn.swap(m_frames);
     for (const Frame& frame : framesGoOn) {
-        BeginFrame(frame.box, frame.columns, 0, false);
+        BeginFrame(frame.box, frame.columns, 0, XlsWorksheet::FrameTop::Omitted);
     }
 }
 
-void XlsLayout::BeginFrame(const layout::BoxStylePtr& box, Columns columns, std::uint32_t row, bool begins) {
+void XlsLayout::BeginFrame(const layout::BoxStylePtr& box, Columns columns, std::uint32_t row,
+                           XlsWorksheet::FrameTop top) {
     m_frames.push_back({box, columns, 0});
-    m_frames.back().number = m_sheet->BeginFrame(row, columns.first, columns.last, box, begins);
+    m_frames.back().number = m_sheet->BeginFrame(row, columns.first, columns.last, box, top);
 }
 
 XlsLayout::Around XlsLayout::BeginAround(const Instance& item, double x, std::uint32_t row) {
@@ -111,7 +119,7 @@ XlsLayout::Around XlsLayout::BeginAround(const Instance& item, double x, std::ui
         around.fill = m_fills.back().number;
     }
     if (HasBorder(*item.box)) {
-        BeginFrame(item.box, columns, row, true);
+        BeginFrame(item.box, columns, row, XlsWorksheet::FrameTop::Shown);
         around.frame = m_frames.back().number;
     }
     return around;
@@ -246,7 +254,7 @@ std::uint32_t XlsLayout::Place(const std::vector<Instance>& items, double x, std
             BeginSheet();
             row = 0;
         } else if (begin - end > Near) {
-            m_sheet->Height(row++, begin - end, true);
+            m_sheet->Height(row++, begin - end, XlsWorksheet::HeightKind::Fixed);
         }
         row = band.size() == 1 ? PlaceOne(*band.front(), x, row, isTopLevel) : PlaceBand(band, x, row);
         if (isTopLevel) {
@@ -266,12 +274,14 @@ std::uint32_t XlsLayout::PlaceOne(const Instance& item, double x, std::uint32_t 
     switch (item.kind) {
         case InstanceKind::Text: {
             const Columns columns = ColumnsAt(x + item.x, x + item.x + item.width);
-            m_sheet->Height(row, item.height, !item.canGrow);
+            m_sheet->Height(
+                row, item.height,
+                item.canGrow ? XlsWorksheet::HeightKind::ByText : XlsWorksheet::HeightKind::Fixed);
             PlaceText(item, {row, row, columns.first, columns.last});
             return row + 1;
         }
         case InstanceKind::Line:
-            m_sheet->Height(row, std::max(std::fabs(item.height), 3.0), true);
+            m_sheet->Height(row, std::max(std::fabs(item.height), 3.0), XlsWorksheet::HeightKind::Fixed);
             PlaceLine(item, x, row, row);
             return row + 1;
         case InstanceKind::Image:
@@ -330,7 +340,7 @@ std::uint32_t XlsLayout::PlaceImage(const Instance& item, double x, std::uint32_
     PutImage(item, x, row);
     double left = item.height;
     do {  // a row is not as high as any image
-        m_sheet->Height(row++, left, true);
+        m_sheet->Height(row++, left, XlsWorksheet::HeightKind::Fixed);
         left -= XlsTallestRow;
     } while (left > 0);
     return row;

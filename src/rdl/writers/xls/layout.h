@@ -37,6 +37,9 @@ class XlsLayout {
 
     void Gather(const layout::Instance& item, double x, int depth);
     void GatherTable(layout::TableInstance& table, double x, int depth);
+    // Returns the left edges of a table's columns and the right one. A table has thousands of columns, so
+    // they are added up once.
+    static std::vector<double> EdgesOf(const layout::TableInstance& table, double x);
     void SettleColumns();
     Columns ColumnsAt(double from, double to) const;
 
@@ -54,7 +57,8 @@ class XlsLayout {
         Columns columns;
         std::size_t number;  // in the sheet
     };
-    void BeginFrame(const layout::BoxStylePtr& box, Columns columns, std::uint32_t row, bool begins);
+    void BeginFrame(const layout::BoxStylePtr& box, Columns columns, std::uint32_t row,
+                    XlsWorksheet::FrameTop top);
     // What the item that was placed last has in the sheet around its content.
     struct Around {
         std::optional<std::size_t> fill, frame;
@@ -85,9 +89,10 @@ class XlsLayout {
     Around PlaceInBand(const BandItem& placed, std::uint32_t row, bool overRows, std::uint32_t& after);
     std::uint32_t PlaceOne(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel);
     std::uint32_t PlaceTable(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel);
-    std::uint32_t PlaceRow(const layout::TableInstance& table, const layout::TableRow& tableRow, double x,
+    std::uint32_t PlaceRow(const layout::TableRow& tableRow, const std::vector<double>& edges,
                            std::uint32_t row);
-    std::uint32_t BreakSheet(layout::TableInstance& table, std::size_t index, double x);
+    std::uint32_t BreakSheet(layout::TableInstance& table, std::size_t index,
+                             const std::vector<double>& edges);
     // An image without rows of its own lies over those of the items beside it.
     std::uint32_t PlaceFilled(const layout::Instance& item, double x, std::uint32_t row, bool isTopLevel,
                               bool hasOwnRows = true);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Members of XlsLayout: tables.
 #include <algorithm>
 #include <utility>
 
@@ -17,11 +18,9 @@ using layout::TableRow;
 // Rows are kept back for what one table row may need in a sheet that is nearly full.
 constexpr std::uint32_t RowsKeptBack = 64;
 
-double LeftOf(const TableInstance& table, double x, int column) {
-    for (int i = 0; i < column && static_cast<std::size_t>(i) < table.columnWidths.size(); ++i) {
-        x += table.columnWidths[static_cast<std::size_t>(i)];
-    }
-    return x;
+// `edges` are those of XlsLayout::EdgesOf.
+double LeftOf(const std::vector<double>& edges, int column) {
+    return edges[std::min(static_cast<std::size_t>(std::max(column, 0)), edges.size() - 1)];
 }
 
 }  // namespace
@@ -40,6 +39,7 @@ std::uint32_t XlsLayout::PlaceTable(const Instance& item, double x, std::uint32_
     }
     std::vector<OpenSpan> spans;
     std::vector<OpenSpan>* const outer = std::exchange(m_spans, &spans);
+    const std::vector<double> edges = EdgesOf(table, x);
     const std::size_t count = table.RowCount();
     TableRow tableRow;
     for (std::size_t i = 0; i < count; ++i) {
@@ -50,14 +50,14 @@ std::uint32_t XlsLayout::PlaceTable(const Instance& item, double x, std::uint32_
             ((breaks && !m_sheet->IsEmpty() && i > 0) || row >= m_book.Bounds().rows - RowsKeptBack)) {
             CloseSpans(spans, row);
             m_pageName = name.empty() ? m_pageName : name;
-            row = BreakSheet(table, i, x);
+            row = BreakSheet(table, i, edges);
         } else if (isTopLevel && !name.empty() && m_sheet->name.empty()) {
             m_pageName = m_sheet->name = name;
         }
         if (isTopLevel && tableRow.columnHeader) {
             m_sheet->Heading(row);
         }
-        row = PlaceRow(table, tableRow, x, row);
+        row = PlaceRow(tableRow, edges, row);
         if (isTopLevel) {
             m_sheet->Complete(row);
             m_breakPending = tableRow.breakAfter;
@@ -69,7 +69,8 @@ std::uint32_t XlsLayout::PlaceTable(const Instance& item, double x, std::uint32_
     return row;
 }
 
-std::uint32_t XlsLayout::BreakSheet(TableInstance& table, std::size_t index, double x) {
+std::uint32_t XlsLayout::BreakSheet(TableInstance& table, std::size_t index,
+                                    const std::vector<double>& edges) {
     BeginSheet();
     std::uint32_t row = 0;
     TableRow repeated;
@@ -78,7 +79,7 @@ std::uint32_t XlsLayout::BreakSheet(TableInstance& table, std::size_t index, dou
     for (const std::size_t i : table.RepeatedRows(index)) {
         table.Row(i, repeated);
         m_sheet->Heading(row);
-        row = PlaceRow(table, repeated, x, row);
+        row = PlaceRow(repeated, edges, row);
     }
     CloseSpans(none, row);
     m_spans = open;
@@ -89,7 +90,7 @@ std::uint32_t XlsLayout::BreakSheet(TableInstance& table, std::size_t index, dou
 }
 
 // What lies in cells other than text comes first: it says how many rows the row needs.
-std::uint32_t XlsLayout::PlaceRow(const TableInstance& table, const TableRow& tableRow, double x,
+std::uint32_t XlsLayout::PlaceRow(const TableRow& tableRow, const std::vector<double>& edges,
                                   std::uint32_t row) {
     std::uint32_t end = row + 1;
     std::vector<OpenSpan>* const spans = m_spans;
@@ -99,7 +100,7 @@ std::uint32_t XlsLayout::PlaceRow(const TableInstance& table, const TableRow& ta
             continue;
         }
         m_around = {};
-        end = std::max(end, PlaceOne(cell.content, LeftOf(table, x, cell.column), row, false));
+        end = std::max(end, PlaceOne(cell.content, LeftOf(edges, cell.column), row, false));
         if (cell.content.kind != InstanceKind::Table && cell.rowSpan <= 1) {
             boxes.push_back(m_around);
         }
@@ -108,15 +109,17 @@ std::uint32_t XlsLayout::PlaceRow(const TableInstance& table, const TableRow& ta
         EndAround(box, end);
     }
     if (end == row + 1) {
-        m_sheet->Height(row, tableRow.height, !tableRow.canGrow);
+        m_sheet->Height(
+            row, tableRow.height,
+            tableRow.canGrow ? XlsWorksheet::HeightKind::ByText : XlsWorksheet::HeightKind::Fixed);
     }
     ContinueSpans(*spans, row, end);
     for (const TableCell& cell : tableRow.cells) {
         if (cell.content.kind != InstanceKind::Text) {
             continue;
         }
-        const double left = LeftOf(table, x, cell.column);
-        const Columns columns = ColumnsAt(left, LeftOf(table, x, cell.column + std::max(cell.columnSpan, 1)));
+        const Columns columns =
+            ColumnsAt(LeftOf(edges, cell.column), LeftOf(edges, cell.column + std::max(cell.columnSpan, 1)));
         if (cell.rowSpan <= 1) {
             PlaceText(cell.content, {row, end - 1, columns.first, columns.last});
             continue;

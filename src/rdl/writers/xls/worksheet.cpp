@@ -22,14 +22,21 @@ void XlsWorksheet::CheckRow(std::uint32_t row) const {
 
 void XlsWorksheet::Put(std::uint32_t row, const XlsCell& cell) {
     CheckRow(row);
-    m_rows[row].cells.push_back(cell);
+    Row& kept = m_rows[row];
+    kept.cells.push_back(cell);
+    if (cell.column >= kept.taken.size()) {
+        kept.taken.resize(std::max<std::size_t>(cell.column + 1, m_columnWidths.size()));
+    }
+    kept.taken[cell.column] = true;
 }
 
 bool XlsWorksheet::IsFree(const XlsRange& range) const {
     for (auto row = m_rows.lower_bound(range.firstRow); row != m_rows.end() && row->first <= range.lastRow;
          ++row) {
-        for (const XlsCell& cell : row->second.cells) {
-            if (cell.column >= range.firstColumn && cell.column <= range.lastColumn) {
+        const std::vector<bool>& taken = row->second.taken;
+        for (std::size_t column = range.firstColumn; column <= range.lastColumn && column < taken.size();
+             ++column) {
+            if (taken[column]) {
                 return false;
             }
         }
@@ -37,11 +44,11 @@ bool XlsWorksheet::IsFree(const XlsRange& range) const {
     return true;
 }
 
-void XlsWorksheet::Height(std::uint32_t row, double points, bool fixed) {
+void XlsWorksheet::Height(std::uint32_t row, double points, HeightKind kind) {
     CheckRow(row);
     Row& wanted = m_rows[row];
     wanted.height = std::max(wanted.height, std::min(points, XlsTallestRow));
-    wanted.fixed = wanted.fixed || fixed;
+    wanted.fixed = wanted.fixed || kind == HeightKind::Fixed;
 }
 
 void XlsWorksheet::Heading(std::uint32_t row) {
@@ -68,8 +75,9 @@ void XlsWorksheet::EndFill(std::size_t fill, std::uint32_t row) {
 }
 
 std::size_t XlsWorksheet::BeginFrame(std::uint32_t row, std::uint16_t firstColumn, std::uint16_t lastColumn,
-                                     const layout::BoxStylePtr& box, bool begins) {
-    m_frames.push_back({m_nextFrame, {row, m_bounds.rows, firstColumn, lastColumn}, box, begins, false});
+                                     const layout::BoxStylePtr& box, FrameTop top) {
+    m_frames.push_back(
+        {m_nextFrame, {row, m_bounds.rows, firstColumn, lastColumn}, box, top == FrameTop::Shown, false});
     return m_nextFrame++;
 }
 

@@ -60,10 +60,15 @@ class XlsWorksheet {
     // Sets a cell in a row that is not complete. Raises rdl::Error past the last row of a sheet.
     void Put(std::uint32_t row, const XlsCell& cell);
     bool IsFree(const XlsRange& range) const;
-    // Sets the minimum height of a row in points; the largest value counts. Unless `fixed`, a program may
-    // adjust it to the text.
-    void Height(std::uint32_t row, double points, bool fixed);
+    enum class HeightKind { Fixed, ByText };
+    // Sets the minimum height of a row in points; the largest value counts. A program may adjust the height
+    // of a row to its text unless one call was with Fixed.
+    void Height(std::uint32_t row, double points, HeightKind kind);
+    // Merges the cells of a range; its first cell shows. The range lies in the sheet and touches no other
+    // merged one: programs refuse a file in which two overlap.
     virtual void Merge(const XlsRange& range) = 0;
+    // Links the cells of a range to an address. A link that is empty, longer than the format can hold or one
+    // too many for a sheet is omitted.
     virtual void Link(const XlsRange& range, const std::string& link) = 0;
     // Links to a cell by its defined name; omitted if the name is never placed.
     void LinkToName(const XlsRange& range, const std::string& target) {
@@ -78,10 +83,11 @@ class XlsWorksheet {
     void EndFill(std::size_t fill, std::uint32_t row);
     // Sides of a cell, to be combined.
     enum Side : unsigned { Left = 1, Right = 2, Top = 4, Bottom = 8 };
-    // Begins an area whose outer cells have the box's borders where they have none themselves, from `row` on.
-    // Without `begins` the border at the top is omitted. Returns its number, for EndFrame.
+    enum class FrameTop { Shown, Omitted };
+    // Begins an area whose outer cells have the box's borders where they have none themselves, from `row` on;
+    // the one at the top may be omitted. Returns its number, for EndFrame.
     std::size_t BeginFrame(std::uint32_t row, std::uint16_t firstColumn, std::uint16_t lastColumn,
-                           const layout::BoxStylePtr& box, bool begins);
+                           const layout::BoxStylePtr& box, FrameTop top);
     // The area ends before `row`. Until this row is complete a further call moves the end.
     void EndFrame(std::size_t frame, std::uint32_t row);
     // Marks a heading row: frozen in view and printed on each page. The first call and adjacent rows after it
@@ -111,6 +117,7 @@ class XlsWorksheet {
  protected:
     struct Row {
         std::vector<XlsCell> cells;  // when it is written: by column, one for each
+        std::vector<bool> taken;     // by column: whether a cell was put there
         double height = 0;
         bool fixed = false;
     };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// An Office Open XML workbook. Its rows leave the memory as they are written.
+// An Office Open XML workbook (ECMA-376 Part 1, 18.2). Its rows leave the memory as they are written.
 #pragma once
 
 #include <xlsxwriter.h>
@@ -44,8 +44,10 @@ class XlsxBook final : public XlsWorkbook {
         return m_styles.Framed(style, frame, sides);
     }
     std::uint16_t PlainStyle() { return m_styles.Plain(); }
+    // Returns the height in points that a line of text in this style needs.
     double LineHeight(std::uint16_t style) const { return m_styles.LineHeight(style); }
     lxw_format* StyleAt(std::uint16_t style) const { return m_styles.At(style); }
+    // Returns the text of an index that Text has returned. The book owns it, until ForgetTexts.
     const std::string& TextAt(std::uint32_t text) const { return m_texts[text]; }
     void ForgetTexts() { m_texts.clear(); }
     // Returns the image's file, cut to what is shown of it.

@@ -19,7 +19,8 @@ void MergeWritten(lxw_worksheet& sheet, const XlsRange& range);
 // Makes Arial of 10 points the font by whose digits programs measure columns, as in the older workbooks.
 void SetDefaultFont(lxw_workbook& book);
 
-// Gives a sheet another name than the one that it was added with.
+// Gives a sheet another name than the one that it was added with. The name is not checked: it has 1 to 31
+// characters, none of []:*?/\\, no apostrophe at its ends, and no other sheet has it.
 void Rename(lxw_worksheet& sheet, const std::string& name);
 
 // Writes the last row and frees the sheet's room for the cells of a row, an eighth of a megabyte. No rows may

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A sheet of an Office Open XML workbook. Complete rows leave the memory.
+// A sheet of an Office Open XML workbook (ECMA-376 Part 1, 18.3). Complete rows leave the memory.
 #pragma once
 
 #include <xlsxwriter.h>

@@ -114,7 +114,7 @@ std::uint16_t XlsxStyles::Format(const std::string& excelFormat) {
     return found->second;
 }
 
-// Past `most` styles the first one, which has no look, for a new one.
+// Returns the index of the style. Once there are `most` styles, a new one gets index 0, the plain style.
 std::uint16_t XlsxStyles::Find(const BoxStyle& box, const CharStyle& text, HAlign align, std::uint16_t format,
                                bool wrap, std::size_t most) {
     const auto next = static_cast<std::uint16_t>(m_styles.size());

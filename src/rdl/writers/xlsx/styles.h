@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The cell formats of a workbook without duplicates.
+// The cell formats of a workbook without duplicates (ECMA-376 Part 1, 18.8).
 #pragma once
 
 #include <xlsxwriter.h>

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <linux/landlock.h>
 #include <sqlite3.h>
+#include <sys/ioctl.h>
 #include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -121,8 +122,8 @@ TEST_F(ReportConfinement, LeavesOtherProcessesAlone) {
     }));
 }
 
-// The kernel's Landlock does not hold these: they need no right to write.
-TEST_F(ReportConfinement, LeavesTheRightsAndTimesOfFilesAlone) {
+// The kernel's Landlock does not hold these, or did not at first.
+TEST_F(ReportConfinement, LeavesFilesThatItMayReadAsTheyAre) {
     const std::string file = (m_folder / "mail.ini").string();
     std::ofstream(file) << "Password=x";
     ASSERT_EQ(chmod(file.c_str(), 0600), 0);
@@ -135,6 +136,9 @@ TEST_F(ReportConfinement, LeavesTheRightsAndTimesOfFilesAlone) {
         [&] { return Fails(fchownat(AT_FDCWD, file.c_str(), getuid(), getgid(), 0), EPERM); },
         [&] { return Fails(setxattr(file.c_str(), "user.a", "b", 1, 0), EPERM); },
         [&] { return Fails(utimensat(AT_FDCWD, file.c_str(), nullptr, 0), EPERM); },
+        [&] { return Fails(truncate(file.c_str(), 0), EPERM); },
+        [&] { return Fails(open(file.c_str(), O_RDONLY | O_TRUNC), EPERM); },
+        [&] { return Fails(syscall(SYS_openat2, AT_FDCWD, file.c_str(), nullptr, 0), ENOSYS); },
     };
     for (const auto& attempt : attempts) {
         EXPECT_TRUE(IsTrueInside(attempt)) << &attempt - attempts;
@@ -142,7 +146,13 @@ TEST_F(ReportConfinement, LeavesTheRightsAndTimesOfFilesAlone) {
     struct stat status {};
     ASSERT_EQ(stat(file.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
+    EXPECT_EQ(status.st_size, 10);
     EXPECT_TRUE(IsTrueInside([] { return Fails(setpriority(PRIO_PROCESS, 0, 19), EPERM); }));
+}
+
+TEST_F(ReportConfinement, TypesNothingIntoATerminal) {
+    EXPECT_TRUE(IsTrueInside([] { return Fails(ioctl(STDERR_FILENO, TIOCSTI, "x"), EPERM); }));
+    EXPECT_TRUE(IsTrueInside([] { return Fails(syscall(SYS_ioctl, 2, 0x100000000 + TIOCSTI, "x"), EPERM); }));
 }
 
 TEST_F(ReportConfinement, LeavesTheKernelAlone) {

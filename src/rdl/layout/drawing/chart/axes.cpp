@@ -60,7 +60,7 @@ ChartAxisData AxisOf(const ChartAxis& axis, const PartStyles& styles) {
     data.minorGrid = LinesOf(axis.minorGrid, false, GridGray, GridLine / 2, styles);
     data.majorTicks = LinesOf(axis.majorTicks, true, AxisGray, HairLine, styles);
     data.minorTicks = LinesOf(axis.minorTicks, false, AxisGray, HairLine, styles);
-    data.style = styles.Letters(axis.style);
+    data.style = styles.TextStyle(axis.style);
     data.format = styles.Format(axis.style);
     data.line = styles.LineOf(axis.style, AxisGray, HairLine);
     return data;

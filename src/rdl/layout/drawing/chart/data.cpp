@@ -139,7 +139,7 @@ class ChartEvaluator {
         for (const ChartLegend& legend : m_chart.legends) {
             if (!m_styles.Flag(legend.hidden).value_or(false)) {
                 m_data.legends.push_back({m_styles.Text(legend.position), m_styles.Text(legend.layout),
-                                          m_styles.Caption(legend.title, 8), m_styles.Letters(legend.style),
+                                          m_styles.Caption(legend.title, 8), m_styles.TextStyle(legend.style),
                                           m_styles.Box(legend.style)});
             }
         }

@@ -149,7 +149,7 @@ class MarkReader {
         }
         m_mark.labelPosition = m_styles.Text(label.position);
         m_mark.labelTurn = m_styles.Number(label.rotation).value_or(0);
-        m_mark.labelStyle = m_styles.Letters(label.style);
+        m_mark.labelStyle = m_styles.TextStyle(label.style);
         m_mark.ownLabelColor = label.style.Find(StyleProperty::Color) != nullptr;
         m_mark.labelBox = m_styles.Box(label.style);
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// How the texts of axes fit beside each other, and how much room the axes take.
+// Members of ChartPlot, and functions beside them: how the texts of axes fit beside each other, and how much
+// room the axes take.
 #include <algorithm>
 #include <cmath>
 

@@ -63,7 +63,7 @@ Rect SquareIn(const Rect& area) {
 
 std::string DrawLabelItem(const GaugeItem& label, const Rect& area, const GaugeKit& kit) {
     std::string text = ReadableText(kit.Text(label, "Text"));
-    CharStyle letters = *kit.Styles().Letters(label.style, 10);
+    CharStyle letters = *kit.Styles().TextStyle(label.style, 10);
     if (kit.Flag(label, "UseFontPercent", false)) {
         letters.size = static_cast<float>(static_cast<double>(letters.size) * Percent * area.height);
     }

@@ -91,7 +91,7 @@ std::string DrawNumericIndicator(const GaugeItem& indicator, const Rect& area, c
             text = "+" + text;
         }
     }
-    CharStyle letters = *kit.Styles().Letters(indicator.style, 10);
+    CharStyle letters = *kit.Styles().TextStyle(indicator.style, 10);
     if (const Color own = kit.ColorOf(indicator, "DigitColor"); own >> 24) {
         letters.color = own;
     }

@@ -56,9 +56,9 @@ std::string NumberText(const GaugeAxis& axis, double value, const GaugeKit& kit)
                        format.empty() ? "#,0.##########" : format, kit.NumberCulture());
 }
 
-CharStyle Letters(const GaugeAxis& axis, const GaugePart& part, const GaugeKit& kit) {
+CharStyle TextStyleOf(const GaugeAxis& axis, const GaugePart& part, const GaugeKit& kit) {
     const Style& own = part.style;
-    CharStyle letters = *kit.Styles().Letters(own.properties.empty() ? axis.definition.style : own, 8);
+    CharStyle letters = *kit.Styles().TextStyle(own.properties.empty() ? axis.definition.style : own, 8);
     if (kit.Flag(part, "UseFontPercent", false)) {
         letters.size = static_cast<float>(static_cast<double>(letters.size) * Percent * axis.track.unit);
     }
@@ -110,7 +110,7 @@ void DrawTicks(const GaugeAxis& axis, const GaugePart& part, bool minor, const G
 // The middle of a text lies so far from the track that the text ends where it should.
 void DrawLabel(const GaugeAxis& axis, const GaugePart& part, const std::string& text, double value,
                double reach, GaugePlacement placement, const GaugeKit& kit) {
-    CharStyle letters = Letters(axis, part, kit);
+    CharStyle letters = TextStyleOf(axis, part, kit);
     const Color own = RangeColor(axis, "InRangeLabelColor", value, kit);
     letters.color = own >> 24 ? own : letters.color;
     const double share = axis.ShareOf(value);

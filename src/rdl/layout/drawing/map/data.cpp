@@ -68,7 +68,7 @@ class MapEvaluator {
         data.position = Word(legend, "Position", position);
         data.isOutside = Flag(legend, "DockOutsideViewport");
         data.title = m_styles.Caption(legend.title, 8);
-        data.style = m_styles.Letters(legend.style);
+        data.style = m_styles.TextStyle(legend.style);
         data.box = m_styles.Box(legend.style);
         return data;
     }
@@ -126,7 +126,7 @@ class MapEvaluator {
             grid.interval = m_styles.Number(part["Interval"]);
             constexpr Color Gray = 0xFFD3D3D3;
             grid.line = m_styles.LineOf(part.style, Gray, 0.5F);
-            grid.letters = m_styles.Letters(part.style, 7);
+            grid.letters = m_styles.TextStyle(part.style, 7);
         }
         return grid;
     }

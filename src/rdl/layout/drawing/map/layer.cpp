@@ -68,7 +68,7 @@ class LayerEvaluator {
         data.isHidden = EqualNoCase(m_styles.Text(m_layer["VisibilityMode"]), "Hidden");
         m_transparency = std::clamp(m_styles.Number(m_layer["Transparency"]).value_or(0), 0.0, 100.0) / 100;
         for (std::size_t i = 0; i < m_shapes.source->shapes.size(); ++i) {
-            data.shapes.push_back(Look(i));
+            data.shapes.push_back(ShapeAt(i));
         }
         Viewed();
         for (const MapRule& rule : m_layer.rules) {
@@ -105,7 +105,7 @@ class LayerEvaluator {
     }
 
     // Constant looks are computed once: a layer may have a hundred thousand shapes.
-    MapShapeData Look(std::size_t index) {
+    MapShapeData ShapeAt(std::size_t index) {
         m_reader.Place().CheckBounds();
         Enter(m_shapes.scopes[index]);
         const MapOwnLook* own = OwnLook(index);
@@ -192,7 +192,7 @@ class LayerEvaluator {
         shape.labelMode = EqualNoCase(mode, "True")    ? MapLabelMode::Always
                           : EqualNoCase(mode, "False") ? MapLabelMode::Never
                                                        : MapLabelMode::IfItFits;
-        shape.letters = m_styles.Letters(look.style, 8);
+        shape.letters = m_styles.TextStyle(look.style, 8);
         shape.ownLabelColor = look.style.Find(StyleProperty::Color) != nullptr;
     }
 

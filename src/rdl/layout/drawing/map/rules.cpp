@@ -40,7 +40,7 @@ Begins EqualShares(const std::vector<double>& sorted, int count) {
 }
 
 // The distribution with the least squared deviations from the buckets' means (natural breaks), by dynamic
-// programming over the different values. A thousand values at equal ranks stand for more.
+// programming over the different values. More than 1000 values are sampled at equal ranks.
 class NaturalBreaks {
  public:
     explicit NaturalBreaks(const std::vector<double>& sorted) {

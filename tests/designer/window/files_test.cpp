@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <sys/stat.h>
+
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include "designer/window/designer_program.h"
+#include "designer/window/designer_settings.h"
+#include "designer/window/recovery.h"
+#include "window_fixture.h"
+
+namespace designer::test {
+namespace {
+
+using Files = WindowTest;
+
+// Answers the box that comes up while `show` runs by the button with this text, and returns the text of the
+// box.
+std::string Answer(const std::function<void()>& show, const QString& button) {
+    std::string text;
+    bool met = false;
+    QTimer poll;
+    poll.setInterval(20);
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box || met) {
+            return;
+        }
+        met = true;
+        text = box->text().toStdString();
+        for (QAbstractButton* one : box->buttons()) {
+            if (one->text().remove('&') == button) {
+                QTest::mouseClick(one, Qt::LeftButton);
+                return;
+            }
+        }
+        ADD_FAILURE() << "no button " << button.toStdString();
+        box->reject();
+    });
+    poll.start();
+    show();
+    EXPECT_TRUE(met) << "no box came up";
+    return text;
+}
+
+TEST_F(Files, SavingChangesTheLinesOfTheItemOnly) {
+    Select({"Title"});
+    Key(Qt::Key_Right);
+    EXPECT_TRUE(m_window->isWindowModified());
+    EXPECT_EQ(m_window->windowTitle().toStdString(), "sales.rdl[*] - Oxbow Courier Designer");
+    Run("fileSave");
+    EXPECT_FALSE(m_window->isWindowModified());
+    std::string expected = SmallReport();
+    const std::string before = "<Left>1cm</Left>";
+    expected.replace(expected.find(before), before.size(), "<Left>1.25cm</Left>");
+    EXPECT_EQ(Written(), expected);
+}
+
+TEST_F(Files, SavingKeepsLinkAndRights) {
+    const std::filesystem::path link = m_home / "link.rdl";
+    std::filesystem::create_symlink("sales.rdl", link);
+    chmod(File().c_str(), 0664);
+    EXPECT_TRUE(m_window->OpenFile(link));
+    Select({"Title"});
+    Key(Qt::Key_Right);
+    Run("fileSave");
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_NE(Written(), SmallReport());
+    EXPECT_EQ(static_cast<int>(std::filesystem::status(File()).permissions()), 0664);
+}
+
+TEST_F(Files, ClosingAsks) {
+    Select({"Title"});
+    Key(Qt::Key_Right);
+    EXPECT_EQ(Answer([&] { m_window->close(); }, "Cancel"),
+              "\"sales.rdl\" has changes that are not saved. Save them?");
+    EXPECT_TRUE(m_window->isVisible());
+    Answer([&] { m_window->close(); }, "Save");
+    EXPECT_NE(Written(), SmallReport());
+    EXPECT_TRUE(!m_window || !m_window->isVisible());
+}
+
+TEST_F(Files, DiscardLeavesTheFile) {
+    Select({"Title"});
+    Key(Qt::Key_Right);
+    Answer([&] { m_window->close(); }, "Discard");
+    EXPECT_EQ(Written(), SmallReport());
+}
+
+TEST_F(Files, AFileThatCannotBeReadIsReported) {
+    const std::string missing = (m_home / "missing.rdl").string();
+    EXPECT_EQ(Answer([&] { EXPECT_FALSE(m_window->OpenFile(missing)); }, "OK"),
+              "\"" + missing + "\" does not exist");
+    EXPECT_EQ(Selected(), "");
+    EXPECT_EQ(m_window->File(), File());
+}
+
+TEST_F(Files, AnotherProgramsChangeIsNoticed) {
+    std::string changed = SmallReport();
+    changed.replace(changed.find("Sales<"), 5, "Costs");
+    WriteBytes(File(), changed);
+    EXPECT_EQ(Answer([&] { QTest::qWait(2500); }, "Reload"), "Another program has changed \"sales.rdl\".");
+    EXPECT_EQ(Text("Title", "Paragraphs/Paragraph/TextRuns/TextRun/Value"), "Costs");
+    EXPECT_FALSE(m_window->isWindowModified());
+    m_window->activateWindow();
+    WriteBytes(File(), SmallReport());
+    Answer([&] { QTest::qWait(2500); }, "Keep What Is Here");
+    EXPECT_EQ(Text("Title", "Paragraphs/Paragraph/TextRuns/TextRun/Value"), "Costs");
+    EXPECT_TRUE(m_window->isWindowModified());
+    Run("fileSave");
+    EXPECT_EQ(Written(), changed);
+}
+
+TEST_F(Files, ABrokenFileIsATextThatCanBeMended) {
+    std::string broken = SmallReport();
+    broken.replace(broken.find("</Body>"), 7, "</Boby>");
+    WriteBytes(File(), broken);
+    EXPECT_TRUE(m_window->OpenFile(File()));
+    Settle();
+    auto& text = Find<QPlainTextEdit>("txtSource");
+    EXPECT_TRUE(text.isVisible());
+    EXPECT_EQ(text.extraSelections().size(), 1);
+    const int line =
+        static_cast<int>(std::count(broken.begin(), broken.begin() + broken.find("</Boby>"), '\n'));
+    EXPECT_EQ(text.textCursor().blockNumber(), line);
+    EXPECT_EQ(Find<QLabel>("lblFlaw").text().toStdString().find("The file is not well-formed. Line " +
+                                                                std::to_string(line + 1) + ", column "),
+              0u);
+    EXPECT_FALSE(m_window->isWindowModified());
+    QTest::mouseClick(&Find("cmdOpenDesign"), Qt::LeftButton);
+    EXPECT_TRUE(text.isVisible());
+    QTextCursor cursor = text.document()->find("</Boby>");
+    text.setTextCursor(cursor);
+    QTest::keyClicks(&text, "</Body>");
+    EXPECT_TRUE(m_window->isWindowModified());
+    QTest::mouseClick(&Find("cmdOpenDesign"), Qt::LeftButton);
+    Settle();
+    EXPECT_TRUE(Canvas().isVisible());
+    EXPECT_EQ(Model().Items().items.size(), 4u);
+    EXPECT_TRUE(m_window->isWindowModified());
+    Run("fileSave");
+    EXPECT_EQ(Written(), SmallReport());
+}
+
+TEST_F(Files, WhatWasNotSavedIsOffered) {
+    Select({"Title"});
+    Key(Qt::Key_Right);
+    QTest::qWait(2200);
+    // The copy belongs to this process, which lives.
+    EXPECT_TRUE(FindLostReports().empty());
+    std::filesystem::path copy;
+    for (const auto& entry : std::filesystem::directory_iterator(RecoveryFolder())) {
+        copy = entry.path().extension() == ".unsaved" ? entry.path() : copy;
+    }
+    ASSERT_FALSE(copy.empty());
+    const std::string bytes = ReadBytes(copy);
+    Run("fileSave");
+    EXPECT_FALSE(std::filesystem::exists(copy));
+    // As a process leaves it that was killed.
+    WriteBytes(copy, bytes);
+    DesignerProgram program;
+    EXPECT_EQ(Answer([&] { program.Start({}); }, "Recover"),
+              "The designer was ended before the changes of \"" + File().string() + "\" were saved.");
+    ASSERT_EQ(program.Windows().size(), 1);
+    DesignWindow* recovered = program.Windows().front();
+    EXPECT_EQ(recovered->File(), File());
+    EXPECT_TRUE(recovered->isWindowModified());
+    EXPECT_EQ(recovered->Model().Source().Bytes(), bytes.substr(bytes.find('\n') + 1));
+    EXPECT_FALSE(std::filesystem::exists(copy));
+    delete recovered;
+}
+
+TEST_F(Files, RecentFilesAreKept) {
+    EXPECT_EQ(RecentFiles(), QStringList{QString::fromStdString(File().string())});
+    EXPECT_TRUE(std::filesystem::exists(m_config.Folder() / "designer.ini"));
+    EXPECT_FALSE(std::filesystem::exists(m_config.Folder() / "settings.reg"));
+}
+
+TEST_F(Files, EachFileHasOneWindow) {
+    DesignerProgram program;
+    program.Start({});
+    ASSERT_EQ(program.Windows().size(), 1);
+    const QString file = QString::fromStdString(File().string());
+    DesignWindow* window = program.Open(file);
+    EXPECT_EQ(program.Windows(), QList<DesignWindow*>{window});  // the blank one took it
+    EXPECT_EQ(program.Open(file), window);
+    program.NewWindow();
+    EXPECT_EQ(program.Windows().size(), 2);
+    qDeleteAll(program.Windows());
+}
+
+TEST(PlainTexts, ComeBackAsTheyWere) {
+    for (const std::string bytes : {"a\nb", "a\r\nb\r\n", "\xef\xbb\xbf<a>", "caf\xe9\n", "", "\xc3\xa9"}) {
+        EXPECT_EQ(BytesOf(PlainTextOf(bytes)), bytes);
+    }
+}
+
+}  // namespace
+}  // namespace designer::test

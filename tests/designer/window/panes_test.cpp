@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QTabWidget>
+#include <QTreeWidget>
+
+#include "platform/viewer/report_viewer.h"
+#include "window_fixture.h"
+
+namespace designer::test {
+namespace {
+
+class Panes : public WindowTest {
+ protected:
+    QTreeWidgetItem* Row(const char* pane, const QString& text) {
+        const auto found = Find<QTreeWidget>(pane).findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
+        return found.isEmpty() ? nullptr : found.front();
+    }
+    std::string Property(const QString& name) {
+        const QTreeWidgetItem* row = Row("properties", name);
+        return row ? row->text(1).toStdString() : "none";
+    }
+    // Types a value as a user does: the row is current, F2 opens it, Enter takes it.
+    void Type(const QString& name, const QString& value) {
+        auto& pane = Find<QTreeWidget>("properties");
+        pane.setFocus();
+        pane.setCurrentItem(Row("properties", name), 1);
+        QTest::keyClick(&pane, Qt::Key_Return);
+        QWidget* editor = QApplication::focusWidget();
+        ASSERT_NE(editor, &pane);
+        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(editor, value);
+        QTest::keyClick(editor, Qt::Key_Return);
+        Settle();
+    }
+    std::string Problem() {
+        QTest::qWait(600);
+        return Find<QListWidget>("problems").item(0)->text().toStdString();
+    }
+};
+
+TEST_F(Panes, OutlineSelectsBothWays) {
+    auto& outline = Find<QTreeWidget>("outline");
+    outline.setCurrentItem(Row("outline", "Amount"));
+    Settle();
+    EXPECT_EQ(Selected(), "Amount");
+    Click(At("Note"));
+    EXPECT_EQ(outline.selectedItems(), QList<QTreeWidgetItem*>{Row("outline", "Note")});
+    outline.setCurrentItem(Row("outline", "Body"));
+    EXPECT_EQ(Selected(), "Body");
+    outline.setCurrentItem(Row("outline", "Report"));
+    EXPECT_EQ(Selected(), "Report");
+    EXPECT_EQ(Row("outline", "Page")->parent()->text(0).toStdString(), "Page Footer");
+}
+
+TEST_F(Panes, PropertiesShowAndTakeValues) {
+    Select({"Title"});
+    EXPECT_EQ(Property("Name"), "Title");
+    EXPECT_EQ(Property("Left"), "1cm");
+    Type("Left", "25mm");
+    EXPECT_EQ(Text("Title", "Left"), "25mm");
+    Type("Top", "2.5");
+    EXPECT_EQ(Text("Title", "Top"), "2.5cm");
+    Type("Name", "Heading");
+    EXPECT_EQ(Selected(), "Heading");
+    EXPECT_EQ(UndoName(), "Change Name of Title");
+}
+
+TEST_F(Panes, AValueThatDoesNotFitIsRefused) {
+    Select({"Title"});
+    Type("Width", "wide");
+    EXPECT_EQ(Text("Title", "Width"), "4cm");
+    EXPECT_EQ(Property("Width"), "4cm");
+    EXPECT_EQ(Find<QListWidget>("problems").item(0)->text().toStdString(),
+              "\"wide\" is no value of Width: a size is a number with in, cm, mm, pt or pc: 2.5cm");
+    EXPECT_EQ(Model().Source().UndoCount(), 0u);
+}
+
+TEST_F(Panes, OfSeveralItemsWhatIsTheSameIsShown) {
+    Select({"Title", "Amount"});
+    EXPECT_EQ(Property("Name"), "none");
+    EXPECT_EQ(Property("Left"), "1cm");
+    EXPECT_EQ(Property("Top"), "");
+    Type("Left", "2cm");
+    EXPECT_EQ(Text("Title", "Left") + Text("Amount", "Left"), "2cm2cm");
+    EXPECT_EQ(Model().Source().UndoCount(), 1u);
+}
+
+TEST_F(Panes, DeleteGivesTheDefaultAgain) {
+    Select({"Title"});
+    Type("Order", "7");
+    auto& pane = Find<QTreeWidget>("properties");
+    pane.setCurrentItem(Row("properties", "Order"), 1);
+    QTest::keyClick(&pane, Qt::Key_Delete);
+    EXPECT_EQ(Text("Title", "ZIndex"), "-");
+    EXPECT_EQ(Property("Order"), "0");
+    EXPECT_NE(Id("Title"), NoElement);
+}
+
+TEST_F(Panes, ProblemsAreThoseOfTheEngineAndSelectTheirItem) {
+    EXPECT_EQ(Problem(), "No problems");
+    Model().Edit("Break", [&](Document& document) {
+        SetText(document, Id("Amount"), "Paragraphs/Paragraph/TextRuns/TextRun/Value", "=1+");
+    });
+    const std::string problem = Problem();
+    EXPECT_NE(problem.find("Amount"), std::string::npos) << problem;
+    Select({});
+    auto& list = Find<QListWidget>("problems");
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(0)).center());
+    EXPECT_EQ(Selected(), "Amount");
+    Run("editUndo");
+    EXPECT_EQ(Problem(), "No problems");
+}
+
+TEST_F(Panes, PreviewRunsTheTextAsItIs) {
+    Select({"Title"});
+    Key(Qt::Key_Right);
+    Run("viewPreview");
+    EXPECT_EQ(Find<ReportViewer>("preview").CurrentPage(), 1);
+    EXPECT_EQ(Written(), SmallReport());
+    EXPECT_FALSE(Find<QAction>("editDelete").isEnabled());
+    Run("viewDesign");
+    EXPECT_TRUE(Canvas().isVisible());
+}
+
+TEST_F(Panes, PreviewListsWhatTheEngineRefuses) {
+    Model().Edit("Break", [&](Document& document) {
+        SetText(document, Id("Amount"), "Paragraphs/Paragraph/TextRuns/TextRun/Value", "=1+");
+    });
+    Run("viewPreview");
+    EXPECT_TRUE(Find<QListWidget>("previewErrors").isVisible());
+    EXPECT_NE(Find<QListWidget>("previewErrors").item(0)->text().indexOf("Amount"), -1);
+}
+
+TEST_F(Panes, NextPaneGoesRound) {
+    Canvas().setFocus();
+    QSet<QString> met;
+    for (int i = 0; i < 5; ++i) {
+        Run("nextPane");
+        met.insert(QApplication::focusWidget()->objectName());
+    }
+    EXPECT_TRUE(Canvas().hasFocus());
+    EXPECT_EQ(met, (QSet<QString>{"canvas", "toolTextBox", "outline", "properties", "problems"}));
+}
+
+TEST_F(Panes, WhatTakesTheKeysHasAName) {
+    for (const QWidget* widget : m_window->findChildren<QWidget*>()) {
+        const bool isOurs = !widget->objectName().isEmpty() && !widget->objectName().startsWith("qt_");
+        if (isOurs && widget->focusPolicy() & Qt::TabFocus &&
+            qobject_cast<const QAbstractScrollArea*>(widget)) {
+            EXPECT_FALSE(widget->accessibleName().isEmpty() && widget->window() == m_window)
+                << widget->objectName().toStdString();
+        }
+    }
+}
+
+}  // namespace
+}  // namespace designer::test

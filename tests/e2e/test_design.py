@@ -1,0 +1,183 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The designer as a process on a display, driven by mouse and keys: what it saves, and what is left after a kill."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import time
+import unittest
+
+from editor import SCREEN, Display
+from harness import STAGE
+
+PICTURES = os.environ.get("OXC_PICTURES")
+REPORT = """<?xml version="1.0" encoding="utf-8"?>
+<!-- Comments stay -->
+<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition">
+  <ReportSections>
+    <ReportSection>
+      <Body>
+        <ReportItems>
+          <Textbox Name="Title">
+            <Paragraphs><Paragraph><TextRuns><TextRun><Value>Sales</Value></TextRun></TextRuns></Paragraph></Paragraphs>
+            <Top>2cm</Top>
+            <Left>2cm</Left>
+            <Height>1cm</Height>
+            <Width>6cm</Width>
+            <Style><BackgroundColor>#ff0080</BackgroundColor></Style>
+          </Textbox>
+        </ReportItems>
+        <Height>8cm</Height>
+      </Body>
+      <Width>12cm</Width>
+      <Page>
+        <PageHeight>29.7cm</PageHeight>
+        <PageWidth>21cm</PageWidth>
+      </Page>
+    </ReportSection>
+  </ReportSections>
+</Report>
+"""
+COLOUR = (255, 0, 128)  # of the text box
+
+
+class Designer(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="oxc-design-"))
+        self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
+        self.display = Display()
+        self.addCleanup(self.display.close)
+        manager = self.display.start_window_manager()
+        self.addCleanup(manager.wait)
+        self.addCleanup(manager.terminate)
+        self.report = self.folder / "sales.rdl"
+        self.report.write_text(REPORT)
+        self.process = None
+
+    def environment(self):
+        return {**self.display.environment(), "QT_QPA_PLATFORM": "xcb", "HOME": str(self.folder),
+                "XDG_CONFIG_HOME": str(self.folder / "config"), "XDG_STATE_HOME": str(self.folder / "state")}
+
+    def start(self, *files):
+        log = open(self.folder / "log", "ab")
+        self.addCleanup(log.close)
+        self.process = subprocess.Popen([STAGE / "oxc-design", *files], env=self.environment(), stdout=log, stderr=log)
+        self.addCleanup(self.end)
+        return self.window()
+
+    def end(self):
+        if self.process.poll() is None:
+            self.process.kill()
+        self.process.wait()
+
+    def wait(self, condition, what, seconds=20):
+        for _ in range(seconds * 10):
+            found = condition()
+            if found:
+                return found
+            time.sleep(0.1)
+        if PICTURES:
+            self.display.screenshot(PICTURES + "/design_failed.png")
+        self.fail("no " + what + "\n" + (self.folder / "log").read_text())
+
+    def window(self, title="Oxbow Courier Designer"):
+        window = self.wait(lambda: self.display.windows(self.process.pid, title), "window " + title)[0]
+        self.display.focus(window)
+        return window
+
+    def title(self, window):
+        return self.display.run("xdotool", "getwindowname", str(window)).strip()
+
+    def box(self):
+        """The area of the text box in pixels of the screen; None while it is not painted."""
+        colours = subprocess.run(["import", "-silent", "-window", "root", "-depth", "8", "rgb:-"], timeout=20,
+                                 env=self.display.environment(), capture_output=True, check=True).stdout
+        width = int(SCREEN.split("x", maxsplit=1)[0])
+        pixels = zip(colours[::3], colours[1::3], colours[2::3])
+        places = [divmod(index, width) for index, pixel in enumerate(pixels) if pixel == COLOUR]
+        if not places:
+            return None
+        rows, columns = [row for row, _ in places], [column for _, column in places]
+        return min(columns), min(rows), max(columns), max(rows)
+
+    def drag(self, begin, end):
+        steps = []
+        for part in (0.3, 0.6, 1):
+            x, y = (round(begin[i] + part * (end[i] - begin[i])) for i in (0, 1))
+            steps += ["mousemove", str(x), str(y), "sleep", "0.1"]
+        self.display.run("xdotool", "mousemove", str(begin[0]), str(begin[1]), "sleep", "0.1", "mousedown", "1",
+                         "sleep", "0.1", *steps, "mouseup", "1")
+
+    def test_an_item_moved_by_mouse_changes_its_lines_only(self):
+        window = self.start(self.report)
+        left, top, right, bottom = self.wait(self.box, "text box")
+        centimetre = (right - left) / 6
+        middle = ((left + right) // 2, (top + bottom) // 2)
+        target = (round(middle[0] + 2 * centimetre), round(middle[1] + 1 * centimetre))
+        self.drag(middle, target)
+        self.wait(lambda: self.title(window).startswith("sales.rdl*"), "change")
+        self.assertEqual(self.report.read_text(), REPORT)
+        self.display.key("ctrl+z")
+        self.wait(lambda: self.title(window).startswith("sales.rdl -"), "undo")
+        self.display.key("ctrl+shift+z")
+        self.display.key("ctrl+s")
+        self.wait(lambda: self.report.read_text() != REPORT, "saved file")
+        self.assertEqual(self.report.read_text(), REPORT.replace("<Top>2cm", "<Top>3cm").replace("<Left>2cm", "<Left>4cm"))
+        if PICTURES:
+            self.display.screenshot(PICTURES + "/design.png")
+        self.assertAlmostEqual(self.box()[0] - left, 2 * centimetre, delta=2)
+        self.display.key("ctrl+q")
+        self.assertEqual(self.process.wait(10), 0)
+
+    def test_typed_text_is_saved_and_shown_in_the_preview(self):
+        window = self.start(self.report)
+        self.wait(self.box, "text box")
+        self.display.key("Tab", "F2")
+        time.sleep(0.3)
+        self.display.run("xdotool", "type", "--delay", "40", "Costs & more")
+        self.display.key("Return", "ctrl+s")
+        self.wait(lambda: self.report.read_text() != REPORT, "saved file")
+        self.assertEqual(self.report.read_text(), REPORT.replace("Sales", "Costs &amp; more"))
+        self.display.key("F5")
+        time.sleep(1)
+        if PICTURES:
+            self.display.screenshot(PICTURES + "/design_preview.png")
+        self.assertTrue(self.box())
+        self.display.key("F7", "ctrl+q")
+        self.assertEqual(self.process.wait(10), 0)
+
+    def test_what_a_kill_has_cut_off_is_offered(self):
+        window = self.start(self.report)
+        self.wait(self.box, "text box")
+        self.display.key("Tab", "Right")
+        self.wait(lambda: self.title(window).startswith("sales.rdl*"), "change")
+        copies = self.folder / "state" / "oxbow-courier" / "designer"
+        self.wait(lambda: list(copies.glob("*.unsaved")), "copy")
+        self.process.kill()
+        self.process.wait()
+        self.start(self.report)
+        time.sleep(1)
+        self.display.key("Return")  # Recover
+        window = self.window("sales.rdl")
+        self.wait(lambda: self.title(window).startswith("sales.rdl*"), "recovered report")
+        self.display.key("ctrl+s")
+        self.wait(lambda: self.report.read_text() != REPORT, "saved file")
+        self.assertEqual(self.report.read_text(), REPORT.replace("<Left>2cm", "<Left>2.25cm"))
+        self.assertEqual(list(copies.glob("*.unsaved")), [])
+
+    def test_the_command_line(self):
+        def run(*arguments, **environment):
+            foreign = ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")
+            kept = {name: value for name, value in self.environment().items() if name not in foreign}
+            result = subprocess.run([STAGE / "oxc-design", *arguments], capture_output=True, text=True, timeout=30,
+                                    env={**kept, **environment}, check=False)
+            return result.returncode, result.stdout, result.stderr
+        self.assertEqual(run("--wrong"), (2, "", 'oxc-design: "--wrong" is no option (oxc-design --help tells more)\n'))
+        self.assertEqual(run(), (1, "", "oxc-design: The designer needs a display\n"))
+        self.assertEqual(run("--help")[0], 0)
+
+
+if __name__ == "__main__":
+    unittest.main()
