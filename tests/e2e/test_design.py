@@ -1,18 +1,14 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The designer as a process on a display, driven by mouse and keys: what it saves, and what is left after a kill."""
 
-import os
-import pathlib
-import shutil
 import subprocess
-import tempfile
 import time
 import unittest
 
-from editor import SCREEN, Display
+from designer import PICTURES, DesignerTest
+from editor import SCREEN
 from harness import STAGE
 
-PICTURES = os.environ.get("OXC_PICTURES")
 REPORT = """<?xml version="1.0" encoding="utf-8"?>
 <!-- Comments stay -->
 <Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition">
@@ -43,52 +39,11 @@ REPORT = """<?xml version="1.0" encoding="utf-8"?>
 COLOUR = (255, 0, 128)  # of the text box
 
 
-class Designer(unittest.TestCase):
+class Designer(DesignerTest):
     def setUp(self):
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="oxc-design-"))
-        self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
-        self.display = Display()
-        self.addCleanup(self.display.close)
-        manager = self.display.start_window_manager()
-        self.addCleanup(manager.wait)
-        self.addCleanup(manager.terminate)
+        super().setUp()
         self.report = self.folder / "sales.rdl"
         self.report.write_text(REPORT)
-        self.process = None
-
-    def environment(self):
-        return {**self.display.environment(), "QT_QPA_PLATFORM": "xcb", "HOME": str(self.folder),
-                "XDG_CONFIG_HOME": str(self.folder / "config"), "XDG_STATE_HOME": str(self.folder / "state")}
-
-    def start(self, *files):
-        log = open(self.folder / "log", "ab")
-        self.addCleanup(log.close)
-        self.process = subprocess.Popen([STAGE / "oxc-design", *files], env=self.environment(), stdout=log, stderr=log)
-        self.addCleanup(self.end)
-        return self.window()
-
-    def end(self):
-        if self.process.poll() is None:
-            self.process.kill()
-        self.process.wait()
-
-    def wait(self, condition, what, seconds=20):
-        for _ in range(seconds * 10):
-            found = condition()
-            if found:
-                return found
-            time.sleep(0.1)
-        if PICTURES:
-            self.display.screenshot(PICTURES + "/design_failed.png")
-        self.fail("no " + what + "\n" + (self.folder / "log").read_text())
-
-    def window(self, title="Oxbow Courier Designer"):
-        window = self.wait(lambda: self.display.windows(self.process.pid, title), "window " + title)[0]
-        self.display.focus(window)
-        return window
-
-    def title(self, window):
-        return self.display.run("xdotool", "getwindowname", str(window)).strip()
 
     def box(self):
         """The area of the text box in pixels of the screen; None while it is not painted."""

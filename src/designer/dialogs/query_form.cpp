@@ -103,7 +103,8 @@ void QueryForm::SetSource(const SourceKind& kind, const rdl::QueryRequest& reque
     m_query->setPlaceholderText(
         kind.IsSql() ? "select * from orders"
                      : tr("For example %1; empty for all rows")
-                           .arg(QString::fromUtf8(kind.queryHint.data(), static_cast<qsizetype>(kind.queryHint.size()))));
+                           .arg(QString::fromUtf8(kind.queryHint.data(),
+                                                  static_cast<qsizetype>(kind.queryHint.size()))));
     m_tableSide->setVisible(!kind.tables.empty());
     ListTables();
     setFocusProxy(!kind.tables.empty() ? static_cast<QWidget*>(m_tableList)
@@ -136,8 +137,8 @@ void QueryForm::ListTables() {
     }
 }
 
-// A query that the user has typed is replaced only if the table is picked with Enter or a double click. Undo brings it
-// back.
+// A query that the user has typed is replaced only if the table is picked with Enter or a double click. Undo
+// brings it back.
 void QueryForm::TakeTable(int row, bool always) {
     if (row < 0 || (!always && !Query().empty() && Query() != m_ownQuery)) {
         return;
@@ -193,7 +194,7 @@ bool QueryForm::Run() {
     m_table->ShowRows(*m_rows);
     const std::size_t count = m_rows->RowCount();
     m_note->ShowText(count < m_request.mostRows ? tr("Rows: %1").arg(count)
-                                                             : tr("The first %1 rows").arg(count));
+                                                : tr("The first %1 rows").arg(count));
     emit Ran();
     return true;
 }

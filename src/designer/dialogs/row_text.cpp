@@ -93,7 +93,8 @@ std::string TypeOf(const rdl::QueryRows& rows, std::size_t column) {
     return type;
 }
 
-std::string CsvOf(const rdl::QueryRows& rows, const std::vector<std::string>& headings, std::size_t mostRows) {
+std::string CsvOf(const rdl::QueryRows& rows, const std::vector<std::string>& headings,
+                  std::size_t mostRows) {
     std::string text;
     const auto addLine = [&](const auto& cellOf) {
         const char* between = "";

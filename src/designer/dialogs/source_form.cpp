@@ -210,8 +210,8 @@ bool SourceForm::Works() {
             RunQuery(request);
             m_result->ShowText(tr("The connection works."));
         } else {
-            m_result->ShowText(
-                tr("The connection works; the number of tables is %1.").arg(TablesOf(Kind(), Request()).size()));
+            m_result->ShowText(tr("The connection works; the number of tables is %1.")
+                                   .arg(TablesOf(Kind(), Request()).size()));
         }
         return true;
     } catch (const RuntimeError& error) {

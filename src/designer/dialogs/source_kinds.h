@@ -13,12 +13,12 @@ enum class SourceShape { File, Server, Text };  // Text: the connect string itse
 struct SourceKind {
     std::string_view title, provider;
     SourceShape shape = SourceShape::Text;
-    std::string_view filter = {};                                       // of a file dialog
-    std::string_view server = {}, port = {}, database = {};             // keys of the connect string; without
-    std::string_view user = {}, password = {};                          // a key of the port it follows a comma
-    std::string_view tables = {};                                       // a query for schema (or Null) and name
-    std::string_view openQuote = {}, closeQuote = {};                   // around a name
-    std::string_view queryHint = {};                                    // for a query that is no SQL
+    std::string_view filter = {};                            // of a file dialog
+    std::string_view server = {}, port = {}, database = {};  // keys of the connect string; without
+    std::string_view user = {}, password = {};               // a key of the port it follows a comma
+    std::string_view tables = {};                            // a query for schema (or Null) and name
+    std::string_view openQuote = {}, closeQuote = {};        // around a name
+    std::string_view queryHint = {};                         // for a query that is no SQL
     bool IsSql() const { return !openQuote.empty(); }
     // Whether the source is its rows: there is nothing to select.
     bool IsRows() const { return !IsSql() && queryHint.empty(); }

@@ -57,8 +57,8 @@ void DesignWindow::BuildMenus() {
 void DesignWindow::BuildFileMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&File"));
     AddCommand(menu, "fileNew", tr("&New"), QKeySequence::New, [this] { emit WindowWanted({}); });
-    AddCommand(menu, "fileNewFromData", tr("New from &Data..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
-               [this] { MakeFromData(); });
+    AddCommand(menu, "fileNewFromData", tr("New from &Data..."),
+               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N), [this] { MakeFromData(); });
     AddCommand(menu, "fileOpen", tr("&Open..."), QKeySequence::Open, [this] { AskAndOpen(); });
     m_recent = menu.addMenu(tr("Open &Recent"));
     connect(m_recent, &QMenu::aboutToShow, this, &DesignWindow::ShowRecentFiles);

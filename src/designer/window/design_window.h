@@ -48,7 +48,7 @@ class DesignWindow : public QMainWindow {
     DesignCanvas& Canvas() { return *m_canvas; }
 
  signals:
-    void WindowWanted(const QString& file);  // another window; with a blank report if `file` is empty
+    void WindowWanted(const QString& file);     // another window; with a blank report if `file` is empty
     void ReportMade(const std::string& bytes);  // is to be shown, without a file
 
  protected:

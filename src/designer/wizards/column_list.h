@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A list of columns of a query. Columns are dragged from one list into another; the list that offers all of them keeps
-// its own.
+// A list of columns of a query. Columns are dragged from one list into another; the list that offers all of
+// them keeps its own.
 #pragma once
 
 #include <QListWidget>

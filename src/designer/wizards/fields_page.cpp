@@ -70,8 +70,9 @@ bool IsSum(std::vector<std::string> NewReport::*member) {
 FieldsPage::FieldsPage(ReportDraft& draft) : m_draft(draft) {
     setObjectName("fieldsPage");
     setTitle(tr("Columns"));
-    setSubTitle(tr("Give columns of the query to the parts of the report: drag them, or select some and press a "
-                   "button. Delete removes, Ctrl+Up and Ctrl+Down move."));
+    setSubTitle(
+        tr("Give columns of the query to the parts of the report: drag them, or select some and press a "
+           "button. Delete removes, Ctrl+Up and Ctrl+Down move."));
     auto* layout = new QVBoxLayout(this);
     auto* sides = new QHBoxLayout;
     auto* left = new QVBoxLayout;
@@ -92,9 +93,8 @@ FieldsPage::FieldsPage(ReportDraft& draft) : m_draft(draft) {
     layout->addLayout(sides, 1);
     layout->addWidget(m_note);
     setFocusProxy(m_all);
-    connect(m_all, &ColumnList::Dropped, this, [](ColumnList* from, const std::vector<std::string>& columns) {
-        from->Remove(columns);
-    });
+    connect(m_all, &ColumnList::Dropped, this,
+            [](ColumnList* from, const std::vector<std::string>& columns) { from->Remove(columns); });
 }
 
 void FieldsPage::BuildPart(std::size_t index) {
@@ -124,7 +124,8 @@ void FieldsPage::BuildPart(std::size_t index) {
     addTool(2, QStyle::SP_ArrowDown, tr("Move down"), [list] { list->MoveSelected(1); });
     addTool(3, QStyle::SP_DialogCancelButton, tr("Remove"), remove);
     layout->setRowStretch(4, 1);
-    connect(part.add, &QPushButton::clicked, this, [this, index] { Take(index, m_all->SelectedColumns(), -1); });
+    connect(part.add, &QPushButton::clicked, this,
+            [this, index] { Take(index, m_all->SelectedColumns(), -1); });
     connect(list, &ColumnList::RemoveWanted, this, remove);
     connect(list, &ColumnList::MoveWanted, list, &ColumnList::MoveSelected);
     connect(list, &ColumnList::Dropped, this,
@@ -232,7 +233,8 @@ void FieldsPage::Take(std::size_t index, const std::vector<std::string>& columns
     }
 }
 
-void FieldsPage::TakeDrop(std::size_t index, ColumnList* from, const std::vector<std::string>& columns, int row) {
+void FieldsPage::TakeDrop(std::size_t index, ColumnList* from, const std::vector<std::string>& columns,
+                          int row) {
     ColumnList* const to = m_parts[index].list;
     Take(index, columns, row);
     const std::vector<std::string> taken = to->Columns();

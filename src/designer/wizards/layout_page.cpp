@@ -20,8 +20,9 @@ struct Choice {
 
 constexpr Choice Choices[] = {
     {ReportLayout::Table, QT_TRANSLATE_NOOP("designer::LayoutPage", "&Table, groups above their rows"),
-     QT_TRANSLATE_NOOP("designer::LayoutPage",
-                       "Each group has a row of its own, with its totals. Without groups it is a plain list.")},
+     QT_TRANSLATE_NOOP(
+         "designer::LayoutPage",
+         "Each group has a row of its own, with its totals. Without groups it is a plain list.")},
     {ReportLayout::Blocked, QT_TRANSLATE_NOOP("designer::LayoutPage", "Table, groups &beside their rows"),
      QT_TRANSLATE_NOOP("designer::LayoutPage", "Groups have columns at the left; totals follow each group.")},
     {ReportLayout::Matrix, QT_TRANSLATE_NOOP("designer::LayoutPage", "&Matrix"),

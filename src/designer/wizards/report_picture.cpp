@@ -51,8 +51,8 @@ bool ReportPicture::ShowReport(const ReportDraft& draft) {
     try {
         const std::string text = NewReportText(draft.report);
         const std::string csv = CsvOf(draft.rows, FieldsOf(draft), MostRows);
-        if (!m_rows.open() || !m_rows.resize(0) || m_rows.write(csv.data(), static_cast<qint64>(csv.size())) < 0 ||
-            !m_rows.flush()) {
+        if (!m_rows.open() || !m_rows.resize(0) ||
+            m_rows.write(csv.data(), static_cast<qint64>(csv.size())) < 0 || !m_rows.flush()) {
             throw RuntimeError(err::DeviceIo, m_rows.errorString().toStdString());
         }
         const auto report = reports::OpenRdlText(text, "report.rdl");
@@ -82,7 +82,8 @@ void ReportPicture::Render() {
     m_image = QImage(pixels, QImage::Format_RGB32);
     m_image.fill(Qt::white);
     QPainter painter(&m_image);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
+                           QPainter::SmoothPixmapTransform);
     const double scale = pixels.width() / m_pages->Width(1);
     painter.scale(scale, scale);
     try {
@@ -95,8 +96,8 @@ void ReportPicture::Render() {
 void ReportPicture::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (!m_pages) {
-        painter.drawText(rect().adjusted(Margin, Margin, -Margin, -Margin), Qt::AlignCenter | Qt::TextWordWrap,
-                         m_failure);
+        painter.drawText(rect().adjusted(Margin, Margin, -Margin, -Margin),
+                         Qt::AlignCenter | Qt::TextWordWrap, m_failure);
         return;
     }
     Render();

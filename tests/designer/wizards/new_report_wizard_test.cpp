@@ -246,7 +246,8 @@ TEST_F(NewReportWizardTest, AMatrixHasPartsOfItsOwn) {
     Show();
     GoToColumns("layoutmatrix");
     Next();
-    EXPECT_THAT(Note("allColumns"), HasSubstr("A matrix needs columns for its rows, its columns and its values"));
+    EXPECT_THAT(Note("allColumns"),
+                HasSubstr("A matrix needs columns for its rows, its columns and its values"));
     Key(Qt::Key_R);
     Alt('R');
     Alt('Q');

@@ -23,12 +23,14 @@ TEST(SourceKinds, AFileIsQuotedWhereItsNameNeedsThat) {
 }
 
 TEST(SourceKinds, TheLogonIsWrittenOnlyIfItIsKept) {
-    SourceFields fields{.server = "db", .port = "5433", .database = "sales", .user = "ann", .password = "a;b"};
+    SourceFields fields{
+        .server = "db", .port = "5433", .database = "sales", .user = "ann", .password = "a;b"};
     EXPECT_EQ(ConnectStringOf(KindOf("PostgreSQL"), fields), "Host=db;Port=5433;Database=sales");
     fields.keepsLogon = true;
     EXPECT_EQ(ConnectStringOf(KindOf("PostgreSQL"), fields),
               "Host=db;Port=5433;Database=sales;Username=ann;Password=\"a;b\"");
-    EXPECT_EQ(ConnectStringOf(KindOf("MySQL"), fields), "Server=db;Port=5433;Database=sales;Uid=ann;Pwd=\"a;b\"");
+    EXPECT_EQ(ConnectStringOf(KindOf("MySQL"), fields),
+              "Server=db;Port=5433;Database=sales;Uid=ann;Pwd=\"a;b\"");
 }
 
 TEST(SourceKinds, SqlServerHasItsPortAfterAComma) {
@@ -50,7 +52,8 @@ TEST(RowText, RowsAreACsvFile) {
     const rdl::QueryRows rows{{"a", "b", "c"},
                               {Value(), Value::Text("x \"y\", z"), Value::Bytes("??"), Value::Real(0.1),
                                Value::DateTime(rdl::TicksPerDay * 31 + rdl::TicksPerSecond), Value()}};
-    EXPECT_EQ(CsvOf(rows, {"A", "B", ""}, 10), "\"A\",\"B\"\r\n,\"x \"\"y\"\", z\"\r\n0.1,0001-02-01 00:00:01\r\n");
+    EXPECT_EQ(CsvOf(rows, {"A", "B", ""}, 10),
+              "\"A\",\"B\"\r\n,\"x \"\"y\"\", z\"\r\n0.1,0001-02-01 00:00:01\r\n");
     EXPECT_EQ(CsvOf(rows, {"A", "", ""}, 0), "\"A\"\r\n");
     EXPECT_EQ(TypeOf(rows, 0), "Number");
     EXPECT_EQ(TypeOf(rows, 1), "Mixed");
