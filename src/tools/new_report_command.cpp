@@ -36,20 +36,6 @@ bool IsFileName(std::string_view text) {
            !text.starts_with('<');
 }
 
-// Returns the name by which a report in `folder` finds the file: a relative one if the file is in this folder
-// or below it, as both may be moved together. A name that does not exist from here is looked for by the
-// engine.
-std::string NameFor(const fs::path& folder, const std::string& file) {
-    std::error_code error;
-    if (!fs::exists(file, error)) {
-        return file;
-    }
-    const fs::path whole = fs::weakly_canonical(fs::absolute(file), error);
-    const fs::path relative = whole.lexically_relative(fs::weakly_canonical(folder, error));
-    return relative.empty() || *relative.begin() == ".." ? fs::absolute(file).lexically_normal().string()
-                                                         : relative.string();
-}
-
 void TakeSource(const NewReportArguments& arguments, const fs::path& folder, designer::NewReport& report) {
     report.provider = arguments.provider;
     report.connectString = arguments.connectString;
@@ -60,7 +46,8 @@ void TakeSource(const NewReportArguments& arguments, const fs::path& folder, des
     }
     const fs::path file = arguments.connectString;
     report.provider = arguments.provider.empty() ? ProviderOf(file) : arguments.provider;
-    report.connectString = "Data Source=" + designer::ConnectValue(NameFor(folder, arguments.connectString));
+    report.connectString =
+        "Data Source=" + designer::ConnectValue(designer::FileNameFrom(folder, arguments.connectString));
     report.sourceName = report.sourceName.empty() ? file.stem().string() : report.sourceName;
 }
 

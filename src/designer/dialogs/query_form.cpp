@@ -81,7 +81,10 @@ void QueryForm::BuildQuery(QSplitter& splitter) {
     layout->addWidget(m_query);
     layout->addLayout(buttons);
     layout->addWidget(m_table, 1);
-    connect(m_query, &QPlainTextEdit::textChanged, this, &QueryForm::ForgetRows);
+    connect(m_query, &QPlainTextEdit::textChanged, this, [this] {
+        ForgetRows();
+        emit Edited();
+    });
     connect(m_run, &QPushButton::clicked, this, [this] {
         m_rows.reset();
         Run();
@@ -89,37 +92,42 @@ void QueryForm::BuildQuery(QSplitter& splitter) {
 }
 
 void QueryForm::SetSource(const SourceKind& kind, const rdl::QueryRequest& request) {
-    if (m_kind == &kind && IsSameSource(m_request, request)) {
-        return;
+    if (m_kind != &kind || !IsSameSource(m_request, request)) {
+        ShowQuery(kind, request, {}, true);
     }
+}
+
+void QueryForm::ShowQuery(const SourceKind& kind, const rdl::QueryRequest& request, const std::string& query,
+                          bool canRun) {
     m_kind = &kind;
     m_request = request;
-    SetQuery({});
+    SetQuery(query);
     m_ownQuery.clear();
     ForgetRows();
-    for (QWidget* part : std::initializer_list<QWidget*>{m_queryLabel, m_query, m_run}) {
-        part->setVisible(!kind.IsRows());
-    }
+    m_queryLabel->setVisible(!kind.IsRows());
+    m_query->setVisible(!kind.IsRows());
+    m_run->setVisible(!kind.IsRows() && canRun);
     m_query->setPlaceholderText(
         kind.IsSql() ? "select * from orders"
                      : tr("For example %1; empty for all rows")
                            .arg(QString::fromUtf8(kind.queryHint.data(),
                                                   static_cast<qsizetype>(kind.queryHint.size()))));
-    m_tableSide->setVisible(!kind.tables.empty());
-    ListTables();
-    setFocusProxy(!kind.tables.empty() ? static_cast<QWidget*>(m_tableList)
-                  : kind.IsRows()      ? static_cast<QWidget*>(m_table)
-                                       : m_query);
-    if (!kind.IsSql()) {
+    const bool hasTables = canRun && !kind.tables.empty();
+    m_tableSide->setVisible(hasTables);
+    ListTables(hasTables);
+    setFocusProxy(hasTables       ? static_cast<QWidget*>(m_tableList)
+                  : kind.IsRows() ? static_cast<QWidget*>(m_table)
+                                  : m_query);
+    if (canRun && !kind.IsSql()) {
         Run();
     }
 }
 
-void QueryForm::ListTables() {
+void QueryForm::ListTables(bool hasTables) {
     m_tableList->clear();
     m_tables.clear();
     m_tableNote->Clear();
-    if (m_kind->tables.empty()) {
+    if (!hasTables) {
         return;
     }
     try {

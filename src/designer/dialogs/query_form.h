@@ -26,6 +26,9 @@ class QueryForm : public QWidget {
 
     // Shows the tables of a source. The query stays if it is of the same source.
     void SetSource(const SourceKind& kind, const rdl::QueryRequest& request);
+    // Shows a query of a source. If `canRun` is false the source is not read at all.
+    void ShowQuery(const SourceKind& kind, const rdl::QueryRequest& request, const std::string& query,
+                   bool canRun);
     void SetQuery(const std::string& query);
     std::string Query() const;  // trimmed
     // The table that the query was made from; empty if it was typed.
@@ -38,6 +41,7 @@ class QueryForm : public QWidget {
     void ShowError(const QString& text);
 
  signals:
+    void Edited();  // the query
     void Ran();
 
  protected:
@@ -46,7 +50,7 @@ class QueryForm : public QWidget {
  private:
     void BuildTables(QSplitter& splitter);
     void BuildQuery(QSplitter& splitter);
-    void ListTables();
+    void ListTables(bool hasTables);
     void TakeTable(int row, bool always);
     void ForgetRows();
 

@@ -4,6 +4,8 @@
 #include <QDateTime>
 #include <algorithm>
 
+#include "designer/new_report/source_text.h"
+
 namespace designer {
 namespace {
 
@@ -40,15 +42,6 @@ const char* WordOf(Kind kind) {
         default:
             return "Text";
     }
-}
-
-std::string Quoted(const std::string& text) {
-    std::string quoted = "\"";
-    for (const char c : text) {
-        quoted += c;
-        quoted += c == '"' ? "\"" : "";
-    }
-    return quoted + "\"";
 }
 
 }  // namespace
@@ -106,11 +99,11 @@ std::string CsvOf(const rdl::QueryRows& rows, const std::vector<std::string>& he
         }
         text += "\r\n";
     };
-    addLine([&](std::size_t column) { return Quoted(headings[column]); });
+    addLine([&](std::size_t column) { return InQuotes(headings[column], "\"", "\""); });
     for (std::size_t row = 0; row < std::min(mostRows, rows.RowCount()); ++row) {
         addLine([&](std::size_t column) {
             const rdl::Value& value = rows.At(row, column);
-            return value.IsText() ? Quoted(TextOf(value)) : TextOf(value);
+            return value.IsText() ? InQuotes(value.AsText(), "\"", "\"") : TextOf(value);
         });
     }
     return text;

@@ -28,14 +28,9 @@ SourceForm::SourceForm(QWidget* parent) : QWidget(parent), m_form(new QFormLayou
         m_kind->addItem(QString::fromUtf8(kind.title.data(), static_cast<qsizetype>(kind.title.size())));
     }
     m_form->addRow(tr("&Kind of data:"), m_kind);
+    m_provider = AddLine(tr("Pro&vider:"), "providerName");
     BuildFileRow();
-    m_server = AddLine(tr("&Server:"), "server");
-    m_port = AddLine(tr("P&ort:"), "port");
-    m_port->setValidator(new QIntValidator(1, 65535, m_port));
-    m_port->setPlaceholderText(tr("the usual one"));
-    m_database = AddLine(tr("&Database:"), "database");
-    m_text = AddLine(tr("Connect s&tring:"), "connectString");
-    m_text->setPlaceholderText("DSN=sales");
+    BuildServerRows();
     BuildLogonRows();
     m_test = new QPushButton(tr("Test the &connection"), this);
     m_test->setObjectName("test");
@@ -45,12 +40,26 @@ SourceForm::SourceForm(QWidget* parent) : QWidget(parent), m_form(new QFormLayou
     m_result = new Note(*m_test, this);
     m_form->addRow(QString(), m_result);
     connect(m_kind, &QComboBox::currentIndexChanged, this, [this] {
+        m_asText->setChecked(false);
         ShowKind();
         ClearNotes();
         emit Changed();
     });
     ShowKind();
     setFocusProxy(m_kind);
+}
+
+void SourceForm::BuildServerRows() {
+    m_server = AddLine(tr("&Server:"), "server");
+    m_port = AddLine(tr("P&ort:"), "port");
+    m_port->setValidator(new QIntValidator(1, 65535, m_port));
+    m_port->setPlaceholderText(tr("the usual one"));
+    m_database = AddLine(tr("&Database:"), "database");
+    m_text = AddLine(tr("Connect s&tring:"), "connectString");
+    m_asText = new QCheckBox(tr("T&ype the connect string"), this);
+    m_asText->setObjectName("asText");
+    m_form->addRow(QString(), m_asText);
+    connect(m_asText, &QCheckBox::clicked, this, &SourceForm::ShowAsText);
 }
 
 QLineEdit* SourceForm::AddLine(const QString& label, const char* name, QWidget* beside) {
@@ -96,13 +105,20 @@ void SourceForm::BuildLogonRows() {
     connect(m_keeps, &QCheckBox::toggled, this, &SourceForm::Changed);
 }
 
+SourceShape SourceForm::Shape() const {
+    return m_asText->isChecked() ? SourceShape::Text : Kind().shape;
+}
+
 void SourceForm::ShowKind() {
     const SourceKind& kind = Kind();
-    m_form->setRowVisible(m_fileRow, kind.shape == SourceShape::File);
+    m_form->setRowVisible(m_provider, kind.provider.empty());
+    m_form->setRowVisible(m_fileRow, Shape() == SourceShape::File);
     for (QLineEdit* line : {m_server, m_port, m_database}) {
-        m_form->setRowVisible(line, kind.shape == SourceShape::Server);
+        m_form->setRowVisible(line, Shape() == SourceShape::Server);
     }
-    m_form->setRowVisible(m_text, kind.shape == SourceShape::Text);
+    m_form->setRowVisible(m_text, Shape() == SourceShape::Text);
+    m_text->setPlaceholderText(kind.shape == SourceShape::Text ? "DSN=sales" : QString());
+    m_form->setRowVisible(m_asText, kind.shape != SourceShape::Text);
     m_form->setRowVisible(m_user, kind.HasLogon());
     m_form->setRowVisible(m_password, kind.HasLogon());
     m_form->setRowVisible(m_keeps, kind.HasLogon());
@@ -112,23 +128,95 @@ const SourceKind& SourceForm::Kind() const {
     return SourceKinds()[static_cast<std::size_t>(m_kind->currentIndex())];
 }
 
+std::string SourceForm::Provider() const {
+    const std::string_view known = Kind().provider;
+    return known.empty() ? m_provider->text().trimmed().toStdString() : std::string(known);
+}
+
+void SourceForm::SetFolder(const std::filesystem::path& folder) {
+    m_folder = folder;
+}
+
+void SourceForm::SetSource(const std::string& provider, const std::string& connectString) {
+    const SourceKind& kind = KindOf(provider);
+    m_kind->setCurrentIndex(static_cast<int>(&kind - SourceKinds().data()));
+    m_provider->setText(QString::fromStdString(provider));
+    std::optional<SourceFields> fields = FieldsOf(kind, connectString);
+    m_asText->setChecked(!fields);
+    if (!fields) {
+        fields = SourceFields{.text = connectString};
+    }
+    const std::pair<QLineEdit*, const std::string&> lines[] = {
+        {m_file, fields->file},         {m_server, fields->server}, {m_port, fields->port},
+        {m_database, fields->database}, {m_text, fields->text},     {m_user, fields->user},
+        {m_password, fields->password}};
+    for (const auto& [line, text] : lines) {
+        line->setText(QString::fromStdString(text));
+    }
+    m_keeps->setChecked(fields->keepsLogon);
+    ShowKind();
+    ClearNotes();
+}
+
+void SourceForm::SetLogon(const std::string& user, const std::string& password) {
+    m_user->setText(QString::fromStdString(user));
+    m_password->setText(QString::fromStdString(password));
+}
+
+// Back from the text only if the lines show all of it.
+void SourceForm::ShowAsText(bool isText) {
+    const std::string provider = Provider(), text = m_text->text().trimmed().toStdString();
+    ClearNotes();
+    if (isText) {
+        m_asText->setChecked(false);
+        SourceFields fields = Fields();
+        fields.keepsLogon = false;  // the lines of the logon stay
+        m_text->setText(QString::fromStdString(ConnectStringOf(Kind(), fields)));
+        m_asText->setChecked(true);
+    } else if (const auto fields = FieldsOf(Kind(), text)) {
+        const std::string user = m_user->text().toStdString(), password = m_password->text().toStdString();
+        SetSource(provider, text);
+        if (fields->user.empty()) {
+            SetLogon(user, password);
+        }
+    } else {
+        m_asText->setChecked(true);
+        Complain(*m_text, tr("The lines cannot show all of this connect string"));
+    }
+    ShowKind();
+    emit Changed();
+}
+
+std::filesystem::path SourceForm::WholeFile() const {
+    const std::filesystem::path file = m_file->text().trimmed().toStdString();
+    return file.empty()                     ? file
+           : m_folder && !m_folder->empty() ? (*m_folder / file).lexically_normal()
+                                            : std::filesystem::absolute(file).lexically_normal();
+}
+
 SourceFields SourceForm::Fields() const {
-    const QString file = m_file->text().trimmed();
-    return {.file = file.isEmpty() ? std::string() : QFileInfo(file).absoluteFilePath().toStdString(),
+    const std::filesystem::path whole = WholeFile();
+    std::error_code error;
+    const bool isNear = m_folder && !m_folder->empty();
+    const std::string file = !isNear                                 ? whole.string()
+                             : std::filesystem::exists(whole, error) ? FileNameFrom(*m_folder, whole)
+                                                                     : m_file->text().trimmed().toStdString();
+    return {.file = file,
             .server = m_server->text().trimmed().toStdString(),
             .port = m_port->text().toStdString(),
             .database = m_database->text().trimmed().toStdString(),
             .text = m_text->text().trimmed().toStdString(),
             .user = m_user->text().toStdString(),
             .password = m_password->text().toStdString(),
-            .keepsLogon = m_keeps->isChecked()};
+            .keepsLogon = m_keeps->isChecked(),
+            .isText = m_asText->isChecked()};
 }
 
 rdl::QueryRequest SourceForm::Request() const {
     SourceFields fields = Fields();
     fields.keepsLogon = false;
-    rdl::QueryRequest request{.provider = std::string(Kind().provider),
-                              .connectString = ConnectStringOf(Kind(), fields)};
+    rdl::QueryRequest request{.provider = Provider(), .connectString = ConnectStringOf(Kind(), fields)};
+    request.folder = m_folder.value_or(std::filesystem::path());
     if (Kind().HasLogon()) {
         request.user = fields.user;
         request.password = fields.password;
@@ -148,13 +236,17 @@ bool SourceForm::Complain(QLineEdit& line, const QString& text) {
 bool SourceForm::IsComplete() {
     ClearNotes();
     const SourceFields fields = Fields();
-    switch (Kind().shape) {
+    if (Provider().empty()) {
+        return Complain(*m_provider, tr("Type the name of the provider, for example OLEDB"));
+    }
+    switch (Shape()) {
         case SourceShape::File: {
-            const QFileInfo file(QString::fromStdString(fields.file));
+            const QFileInfo file(QString::fromStdString(WholeFile().string()));
             return fields.file.empty() ? Complain(*m_file, tr("Pick the file with the data"))
-                   : !file.exists()    ? Complain(*m_file, tr("There is no file \"%1\"").arg(file.filePath()))
-                   : !file.isFile()    ? Complain(*m_file, tr("\"%1\" is no file").arg(file.filePath()))
-                                       : true;
+                   : file.isDir()      ? Complain(*m_file, tr("\"%1\" is no file").arg(file.filePath()))
+                   : m_folder || file.exists()
+                       ? true
+                       : Complain(*m_file, tr("There is no file \"%1\"").arg(file.filePath()));
         }
         case SourceShape::Server:
             return fields.server.empty()     ? Complain(*m_server, tr("Type the name of the server"))
@@ -169,10 +261,8 @@ bool SourceForm::IsComplete() {
 void SourceForm::SetFile(const QString& file) {
     const std::string_view provider = ProviderOfFile(file.toStdString());
     const auto kinds = SourceKinds();
-    for (std::size_t index = 0; index < kinds.size() && !provider.empty(); ++index) {
-        if (kinds[index].provider == provider) {
-            m_kind->setCurrentIndex(static_cast<int>(index));
-        }
+    if (!provider.empty()) {
+        m_kind->setCurrentIndex(static_cast<int>(&KindOf(provider) - kinds.data()));
     }
     m_file->setText(file);
 }

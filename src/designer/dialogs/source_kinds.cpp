@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/dialogs/source_kinds.h"
 
+#include <algorithm>
 #include <array>
 
 #include "designer/new_report/source_text.h"
+#include "platform/base/ascii.h"
+#include "rdl/api/connect_string.h"
 
 namespace designer {
 namespace {
@@ -71,6 +74,7 @@ constexpr std::array Kinds = {
                .shape = SourceShape::File,
                .filter = "JSON files (*.json);;All files (*)",
                .queryHint = "$.orders[*]"},
+    SourceKind{.title = "Another provider", .provider = "", .openQuote = "\"", .closeQuote = "\""},
 };
 
 void Add(std::string& text, std::string_view key, const std::string& value) {
@@ -80,12 +84,7 @@ void Add(std::string& text, std::string_view key, const std::string& value) {
 }
 
 std::string QuotedName(const SourceKind& kind, const std::string& name) {
-    std::string quoted(kind.openQuote);
-    for (const char c : name) {
-        quoted += c;
-        quoted += c == kind.closeQuote.front() ? kind.closeQuote : std::string_view();
-    }
-    return quoted + std::string(kind.closeQuote);
+    return InQuotes(name, kind.openQuote, kind.closeQuote);
 }
 
 }  // namespace
@@ -94,13 +93,20 @@ std::span<const SourceKind> SourceKinds() {
     return Kinds;
 }
 
+const SourceKind& KindOf(std::string_view provider) {
+    const auto found = std::find_if(Kinds.begin(), Kinds.end() - 1, [&](const SourceKind& kind) {
+        return SameAscii(kind.provider, provider);
+    });
+    return *found;
+}
+
 std::string ConnectStringOf(const SourceKind& kind, const SourceFields& fields) {
     std::string text;
-    if (kind.shape == SourceShape::File) {
+    if (kind.shape == SourceShape::File && !fields.isText) {
         Add(text, "Data Source", fields.file);
         return text;
     }
-    if (kind.shape == SourceShape::Server) {
+    if (kind.shape == SourceShape::Server && !fields.isText) {
         const bool joins = kind.port.empty() && !fields.port.empty();
         Add(text, kind.server, joins ? fields.server + "," + fields.port : fields.server);
         Add(text, kind.port, fields.port);
@@ -108,11 +114,38 @@ std::string ConnectStringOf(const SourceKind& kind, const SourceFields& fields) 
     } else {
         text = fields.text;
     }
-    if (fields.keepsLogon && !fields.user.empty()) {
+    const bool hasUser = fields.isText && rdl::ConnectString(text).Has({kind.user});
+    if (fields.keepsLogon && !fields.user.empty() && !hasUser) {
         Add(text, kind.user, fields.user);
         Add(text, kind.password, fields.password);
     }
     return text;
+}
+
+std::optional<SourceFields> FieldsOf(const SourceKind& kind, std::string_view connectString) {
+    const rdl::ConnectString pairs(connectString);
+    const auto valueOf = [&](std::string_view key) { return key.empty() ? std::string() : pairs.Get({key}); };
+    SourceFields fields{.user = valueOf(kind.user), .password = valueOf(kind.password)};
+    fields.keepsLogon = !fields.user.empty();
+    if (kind.shape == SourceShape::File) {
+        fields.file = valueOf("Data Source");
+    } else if (kind.shape == SourceShape::Server) {
+        fields.server = valueOf(kind.server);
+        fields.port = valueOf(kind.port);
+        fields.database = valueOf(kind.database);
+        const std::size_t comma = fields.server.find(',');
+        if (kind.port.empty() && comma != std::string::npos) {
+            fields.port = fields.server.substr(comma + 1);
+            fields.server.resize(comma);
+        }
+    } else {
+        fields.text = connectString;
+        fields.keepsLogon = false;
+        return fields;
+    }
+    // What does not give the same text again would lose something.
+    const bool isSame = ConnectStringOf(kind, fields) == Trim(connectString, " \t\r\n;");
+    return isSame ? std::optional(std::move(fields)) : std::nullopt;
 }
 
 std::string QueryOfTable(const SourceKind& kind, const std::string& schema, const std::string& name) {

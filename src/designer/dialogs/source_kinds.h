@@ -2,6 +2,7 @@
 // The kinds of data sources that a user picks from, and how their connect strings are written.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -25,15 +26,22 @@ struct SourceKind {
     bool HasLogon() const { return !user.empty(); }
 };
 
+// The last one has no provider: the user types it.
 std::span<const SourceKind> SourceKinds();
+// Returns the kind of a provider by its name, without regard to case; that of any other provider is the last
+// one.
+const SourceKind& KindOf(std::string_view provider);
 
 struct SourceFields {
-    std::string file, server, port, database, text;
-    std::string user, password;
+    std::string file = {}, server = {}, port = {}, database = {}, text = {};
+    std::string user = {}, password = {};
     bool keepsLogon = false;  // in the connect string
+    bool isText = false;      // `text` counts, whatever the shape of the kind
 };
 
 std::string ConnectStringOf(const SourceKind& kind, const SourceFields& fields);
+// Returns the fields that a connect string is written from; nothing if it has parts that no field shows.
+std::optional<SourceFields> FieldsOf(const SourceKind& kind, std::string_view connectString);
 
 // Returns the query for all rows of a table; `schema` may be empty.
 std::string QueryOfTable(const SourceKind& kind, const std::string& schema, const std::string& name);

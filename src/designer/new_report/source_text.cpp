@@ -8,6 +8,8 @@
 namespace designer {
 namespace {
 
+namespace fs = std::filesystem;
+
 struct KnownFile {
     std::string_view extension, provider;
 };
@@ -37,16 +39,31 @@ std::string KnownExtensions() {
     return known;
 }
 
+std::string FileNameFrom(const fs::path& folder, const fs::path& file) {
+    std::error_code error;
+    if (!fs::exists(file, error)) {
+        return file.string();
+    }
+    const fs::path whole = fs::weakly_canonical(fs::absolute(file), error);
+    const fs::path relative = whole.lexically_relative(fs::weakly_canonical(folder, error));
+    return relative.empty() || *relative.begin() == ".." ? fs::absolute(file).lexically_normal().string()
+                                                         : relative.string();
+}
+
+std::string InQuotes(std::string_view text, std::string_view open, std::string_view close) {
+    std::string quoted(open);
+    for (const char c : text) {
+        quoted += c;
+        quoted += c == close.front() ? close : std::string_view();
+    }
+    return quoted + std::string(close);
+}
+
 std::string ConnectValue(const std::string& text) {
     if (text.find_first_of("=;\"'{}") == std::string::npos) {
         return text;
     }
-    std::string quoted = "\"";
-    for (const char c : text) {
-        quoted += c;
-        quoted += c == '"' ? "\"" : "";
-    }
-    return quoted + "\"";
+    return InQuotes(text, "\"", "\"");
 }
 
 }  // namespace designer

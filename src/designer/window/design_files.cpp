@@ -77,6 +77,7 @@ void DesignWindow::ShowBytes(std::string bytes, const fs::path& file) {
         m_stack->setCurrentWidget(m_tabs);
         m_tabs->setCurrentWidget(m_canvas);
         m_model->SetDocument(std::move(document));
+        m_logons.clear();
         m_canvas->setFocus();
     } catch (const SourceFlaw& flaw) {
         m_model->SetDocument(Document(BlankReport()));

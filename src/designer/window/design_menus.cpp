@@ -13,6 +13,8 @@
 #include <tuple>
 #include <utility>
 
+#include "designer/dialogs/data_set_dialog.h"
+#include "designer/dialogs/data_source_dialog.h"
 #include "designer/panes/property_pane.h"
 #include "designer/panes/toolbox_pane.h"
 #include "designer/window/design_window.h"
@@ -43,6 +45,7 @@ void DesignWindow::BuildMenus() {
     BuildEditMenu();
     BuildInsertMenu();
     BuildArrangeMenu();
+    BuildReportMenu();
     BuildViewMenu();
     QMenu& help = *menuBar()->addMenu(tr("&Help"));
     AddCommand(help, "helpKeys", tr("&Keys on the Canvas"), QKeySequence::HelpContents, [this] {
@@ -188,6 +191,18 @@ void DesignWindow::BuildArrangeMenu() {
     snap->setChecked(true);
 }
 
+void DesignWindow::BuildReportMenu() {
+    QMenu& menu = *menuBar()->addMenu(tr("&Report"));
+    AddCommand(menu, "reportDataSource", tr("Data &Source..."), {}, [this] {
+        m_canvas->FinishEditing();
+        DataSourceDialog(*m_model, m_logons, this).exec();
+    });
+    AddCommand(menu, "reportDataSet", tr("&Data Set..."), {}, [this] {
+        m_canvas->FinishEditing();
+        DataSetDialog(*m_model, m_logons, this).exec();
+    });
+}
+
 void DesignWindow::BuildViewMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&View"));
     AddCommand(menu, "viewDesign", tr("&Design"), QKeySequence(Qt::Key_F7),
@@ -248,9 +263,9 @@ void DesignWindow::ShowCommands() {
     for (const char* name : {"editCut", "editCopy", "editDuplicate", "editDelete", "toFront", "toBack"}) {
         set(name, designs && !selected.empty());
     }
-    for (const char* name :
-         {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole", "zoomWidth", "nextPane",
-          "editReset", "insertTextBox", "insertLine", "insertRectangle", "insertImage"}) {
+    for (const char* name : {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole",
+                             "zoomWidth", "nextPane", "editReset", "reportDataSource", "reportDataSet",
+                             "insertTextBox", "insertLine", "insertRectangle", "insertImage"}) {
         set(name, designs);
     }
     for (const auto& [name, kind] :

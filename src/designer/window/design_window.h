@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "designer/canvas/design_canvas.h"
+#include "designer/dialogs/logons.h"
 #include "designer/model/arranging.h"
 #include "designer/model/design_model.h"
 #include "designer/window/recovery.h"
@@ -38,7 +39,7 @@ class DesignWindow : public QMainWindow {
     // Replaces what the window shows by a file. Returns false after a message if the file cannot be read.
     bool OpenFile(const std::filesystem::path& file);
     // Shows a report that no file has yet.
-    void ShowNew(const std::string& bytes) { ShowLost({.bytes = bytes}); }
+    void ShowNew(const std::string& bytes) { ShowLost({.original = {}, .bytes = bytes}); }
     // Shows what was not saved when a designer was ended by force.
     void ShowLost(const LostReport& lost);
     // Whether the window shows a blank report that nobody has changed.
@@ -68,6 +69,7 @@ class DesignWindow : public QMainWindow {
     void BuildArrangeMenu();
     void BuildInsertMenu();
     void BuildViewMenu();
+    void BuildReportMenu();
     QAction* AddCommand(QMenu& menu, const char* name, const QString& text, const QKeySequence& keys,
                         const std::function<void()>& work);
     void ShowRecentFiles();
@@ -120,6 +122,7 @@ class DesignWindow : public QMainWindow {
     QLabel *m_place = nullptr, *m_zoomLabel = nullptr;
     std::optional<FileStamp> m_stamp;  // of the file when it was read or written
     RecoveryFile m_recovery;
+    Logons m_logons;  // of the data sources of this report
     QTimer m_copyTimer, m_lookTimer;
     bool m_isLost = false;  // recovered, and not saved yet
     bool m_asking = false;  // about a file that another program has changed

@@ -26,7 +26,7 @@ bool SourcePage::validatePage() {
     }
     m_draft.kind = &m_form->Kind();
     m_draft.request = m_form->Request();
-    m_draft.report.provider = m_draft.kind->provider;
+    m_draft.report.provider = m_form->Provider();
     m_draft.report.connectString = ConnectStringOf(*m_draft.kind, m_form->Fields());
     const std::filesystem::path file = m_form->Fields().file;
     const bool isFile = m_draft.kind->shape == SourceShape::File;

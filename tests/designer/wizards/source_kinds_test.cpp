@@ -4,18 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "designer/dialogs/row_text.h"
 
 namespace designer {
 namespace {
-
-const SourceKind& KindOf(std::string_view provider) {
-    const auto kinds = SourceKinds();
-    return *std::find_if(kinds.begin(), kinds.end(),
-                         [&](const SourceKind& kind) { return kind.provider == provider; });
-}
 
 TEST(SourceKinds, AFileIsQuotedWhereItsNameNeedsThat) {
     EXPECT_EQ(ConnectStringOf(KindOf("SQLITE"), {.file = "/srv/sales.db"}), "Data Source=/srv/sales.db");
@@ -38,6 +30,34 @@ TEST(SourceKinds, SqlServerHasItsPortAfterAComma) {
               "Data Source=db,1444;Initial Catalog=sales");
     EXPECT_EQ(ConnectStringOf(KindOf("SQL"), {.server = "db", .database = "sales"}),
               "Data Source=db;Initial Catalog=sales");
+}
+
+TEST(SourceKinds, FieldsGiveTheSameConnectStringAgain) {
+    const struct {
+        const char *provider, *text;
+    } samples[] = {
+        {"SQLITE", "Data Source=/srv/sales.db"},
+        {"CSV", "Data Source=\"/srv/a;b.csv\""},
+        {"PostgreSQL", "Host=db;Port=5433;Database=sales;Username=ann;Password=\"a;b\""},
+        {"SQL", "Data Source=db,1444;Initial Catalog=sales"},
+        {"MySQL", "Server=db;Database=sales"},
+        {"ODBC", "DSN=sales;Uid=ann"},
+    };
+    for (const auto& [provider, text] : samples) {
+        const auto fields = FieldsOf(KindOf(provider), text);
+        ASSERT_TRUE(fields) << text;
+        EXPECT_EQ(ConnectStringOf(KindOf(provider), *fields), text);
+    }
+    const SourceFields fields = *FieldsOf(KindOf("SQL"), "Data Source=db,1444;Initial Catalog=sales;");
+    EXPECT_EQ(fields.server + " " + fields.port + " " + fields.database, "db 1444 sales");
+    EXPECT_FALSE(FieldsOf(KindOf("PostgreSQL"), "Host=db;Database=sales;SSL Mode=require"));
+    EXPECT_FALSE(FieldsOf(KindOf("SQLITE"), "=Parameters!File.Value"));
+}
+
+TEST(SourceKinds, AProviderHasItsKindWhateverItsCase) {
+    EXPECT_EQ(KindOf("postgresql").title, "PostgreSQL");
+    EXPECT_EQ(KindOf("OLEDB").title, "Another provider");
+    EXPECT_EQ(&KindOf(""), &SourceKinds().back());
 }
 
 TEST(SourceKinds, NamesOfTablesAreQuotedAsTheServerDoes) {
