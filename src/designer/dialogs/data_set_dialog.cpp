@@ -117,7 +117,7 @@ void DataSetDialog::ShowSource() {
     } else if (source) {
         m_sourceNote->ShowText(tr("This source is in another file: the designer does not read its rows."));
     }
-    m_query->SetSource(KindOf(request.provider), request, m_isShowing ? m_old.query : m_query->Query(),
+    m_query->ShowQuery(KindOf(request.provider), request, m_isShowing ? m_old.query : m_query->Query(),
                        canRun);
 }
 

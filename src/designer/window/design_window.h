@@ -39,7 +39,7 @@ class DesignWindow : public QMainWindow {
     // Replaces what the window shows by a file. Returns false after a message if the file cannot be read.
     bool OpenFile(const std::filesystem::path& file);
     // Shows a report that no file has yet.
-    void ShowNew(const std::string& bytes) { ShowLost({.original = {}, .bytes = bytes}); }
+    void ShowNew(const std::string& bytes) { ShowLost({.copy = {}, .original = {}, .bytes = bytes}); }
     // Shows what was not saved when a designer was ended by force.
     void ShowLost(const LostReport& lost);
     // Whether the window shows a blank report that nobody has changed.

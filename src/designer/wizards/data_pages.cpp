@@ -10,7 +10,7 @@
 
 namespace designer {
 
-SourcePage::SourcePage(ReportDraft& draft) : m_draft(draft), m_form(new SourceForm(this)) {
+DataSourcePage::DataSourcePage(ReportDraft& draft) : m_draft(draft), m_form(new SourceForm(this)) {
     setObjectName("sourcePage");
     setTitle(tr("Data source"));
     setSubTitle(tr("Where is the data that the report shows?"));
@@ -20,7 +20,7 @@ SourcePage::SourcePage(ReportDraft& draft) : m_draft(draft), m_form(new SourceFo
     setFocusProxy(m_form->focusProxy());
 }
 
-bool SourcePage::validatePage() {
+bool DataSourcePage::validatePage() {
     if (!m_form->Works()) {
         return false;
     }

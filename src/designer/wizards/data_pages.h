@@ -11,10 +11,10 @@ namespace designer {
 class QueryForm;
 class SourceForm;
 
-class SourcePage : public QWizardPage {
+class DataSourcePage : public QWizardPage {
     Q_OBJECT
  public:
-    explicit SourcePage(ReportDraft& draft);
+    explicit DataSourcePage(ReportDraft& draft);
     SourceForm& Form() { return *m_form; }
     bool validatePage() override;
 

@@ -22,7 +22,7 @@ NewReportWizard::NewReportWizard(QWidget* parent) : QWizard(parent) {
     m_draft.report.language = RegionTag();
     const bool usesInches = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
     m_draft.report.paper = usesInches ? ReportPaper::Letter : ReportPaper::A4;
-    addPage(new SourcePage(m_draft));
+    addPage(new DataSourcePage(m_draft));
     addPage(new QueryPage(m_draft));
     addPage(new LayoutPage(m_draft));
     addPage(new FieldsPage(m_draft));

@@ -30,7 +30,7 @@ using testing::HasSubstr;
 class NewReportWizardTest : public testing::Test, protected fakes::FormDriver {
  protected:
     NewReportWizardTest() {
-        std::ofstream(m_folder.path() / "orders.csv")
+        std::ofstream(m_folder.Path() / "orders.csv")
             << "Region,Customer,Day,Amount\nNorth,Berg,2025-03-01,120.50\nNorth,Dahl,2025-03-04,80.25\n"
                "South,Costa,2025-03-02,99.00\n";
         MakeDatabase();
@@ -59,7 +59,7 @@ class NewReportWizardTest : public testing::Test, protected fakes::FormDriver {
         The<QLineEdit>("file").setText(QString::fromStdString(File("orders.csv")));
     }
     void PickDatabase() { The<QLineEdit>("file").setText(QString::fromStdString(File("sales.db"))); }
-    std::string File(const char* name) const { return (m_folder.path() / name).string(); }
+    std::string File(const char* name) const { return (m_folder.Path() / name).string(); }
     // Goes to the page of the columns.
     void GoToColumns(const char* layout = "layouttable") {
         PickCsv();
@@ -77,7 +77,7 @@ class NewReportWizardTest : public testing::Test, protected fakes::FormDriver {
         ASSERT_EQ(sqlite3_exec(database,
                                "create table \"my orders\" (id integer, amount real);"
                                "insert into \"my orders\" values (1, 2.5), (2, 4.25);"
-                               "create view zero as select 0 as nothing",
+                               "create view zero as select 0 as naught",
                                nullptr, nullptr, nullptr),
                   SQLITE_OK);
         sqlite3_close(database);
@@ -138,9 +138,9 @@ TEST_F(NewReportWizardTest, AMissingFileIsToldBelowItsLine) {
     EXPECT_EQ(Note("file"), "");
     Next();
     EXPECT_EQ(Note("file"), "There is no file \"" + File("none.db") + "\"");
-    Type("file", m_folder.path().c_str());
+    Type("file", m_folder.Path().c_str());
     Next();
-    EXPECT_EQ(Note("file"), "\"" + m_folder.path().string() + "\" is no file");
+    EXPECT_EQ(Note("file"), "\"" + m_folder.Path().string() + "\" is no file");
     EXPECT_EQ(Page(), "sourcePage");
 }
 
@@ -176,13 +176,13 @@ TEST_F(NewReportWizardTest, ATableMakesTheQueryAndATypedQueryStays) {
     EXPECT_EQ(rows.horizontalHeaderItem(0)->text(), "id\nWhole number");
     EXPECT_EQ(rows.horizontalHeaderItem(1)->text(), "amount\nNumber");
     EXPECT_EQ(rows.item(1, 1)->text(), "4.25");
-    Type("query", "select nothing from zero");
+    Type("query", "select naught from zero");
     The<QWidget>("tables").setFocus();
     Key(Qt::Key_Down);
-    EXPECT_EQ(The<QPlainTextEdit>("query").toPlainText(), "select nothing from zero");
+    EXPECT_EQ(The<QPlainTextEdit>("query").toPlainText(), "select naught from zero");
     Next();
     EXPECT_EQ(Page(), "layoutPage");
-    EXPECT_EQ(m_wizard.Draft().report.query, "select nothing from zero");
+    EXPECT_EQ(m_wizard.Draft().report.query, "select naught from zero");
 }
 
 TEST_F(NewReportWizardTest, AnErrorOfTheEngineIsToldBelowTheQuery) {
