@@ -40,7 +40,7 @@ QueryRows ReadQueryRows(const QueryRequest& request) {
         dataSet.commandText.source = request.query;
         data::LoadRequest load;
         load.definition = &definition;
-        load.folder = std::filesystem::absolute(request.folder).string();
+        load.folder = std::filesystem::absolute(request.folder.empty() ? "." : request.folder).string();
         load.folders = TheHost().DataFolders();
         load.nowTicks = TheHost().NowTicks();
         if (!request.user.empty()) {
