@@ -52,7 +52,11 @@ void QueryForm::BuildTables(QSplitter& splitter) {
     layout->addWidget(label);
     layout->addWidget(m_tableList, 1);
     layout->addWidget(m_tableNote);
-    connect(m_tableList, &QListWidget::currentRowChanged, this, [this](int row) { TakeTable(row, false); });
+    connect(m_tableList, &QListWidget::itemSelectionChanged, this, [this] {
+        if (!m_tableList->selectedItems().isEmpty()) {
+            TakeTable(m_tableList->currentRow(), false);
+        }
+    });
     connect(m_tableList, &QListWidget::itemActivated, this, [this] {
         TakeTable(m_tableList->currentRow(), true);
         Run();
@@ -137,6 +141,8 @@ void QueryForm::ListTables(bool hasTables) {
         for (const TableName& table : m_tables) {
             m_tableList->addItem(NameOf(table));
         }
+        // The list has a current row when it gets the focus; none is picked by that.
+        m_tableList->setCurrentRow(0, QItemSelectionModel::NoUpdate);
         if (m_tables.empty()) {
             m_tableNote->ShowText(tr("The database has no tables"));
         }

@@ -7,6 +7,7 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QIntValidator>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -75,6 +76,7 @@ QLineEdit* SourceForm::AddLine(const QString& label, const char* name, QWidget* 
         layout->addWidget(beside);
     }
     m_form->addRow(label, field);
+    static_cast<QLabel*>(m_form->labelForField(field))->setBuddy(line);
     line->setAccessibleName(QString(label).remove('&').remove(':'));
     auto* note = new Note(*line, this);
     m_form->addRow(QString(), note);
