@@ -6,6 +6,9 @@ namespace designer {
 Note::Note(QWidget& control, QWidget* parent) : QLabel(parent), m_control(control) {
     setObjectName(control.objectName() + "Note");
     setWordWrap(true);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
     setTextFormat(Qt::PlainText);
     setTextInteractionFlags(Qt::TextSelectableByMouse);
     hide();
