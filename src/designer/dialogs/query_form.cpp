@@ -12,6 +12,7 @@
 #include "designer/dialogs/busy_pointer.h"
 #include "designer/dialogs/note.h"
 #include "designer/dialogs/rows_table.h"
+#include "designer/dialogs/sql_colours.h"
 #include "platform/contracts/runtime.h"
 
 namespace designer {
@@ -31,6 +32,7 @@ QString NameOf(const TableName& table) {
 QueryForm::QueryForm(QWidget* parent) : QWidget(parent) {
     auto* splitter = new QSplitter(Qt::Horizontal, this);
     splitter->setChildrenCollapsible(false);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     BuildTables(*splitter);
     BuildQuery(*splitter);
     splitter->setStretchFactor(1, 3);
@@ -73,6 +75,7 @@ void QueryForm::BuildQuery(QSplitter& splitter) {
     m_query->setTabChangesFocus(true);
     m_query->setMaximumHeight(m_query->fontMetrics().lineSpacing() * 8);
     m_queryLabel->setBuddy(m_query);
+    m_colours = new SqlColours(m_query->document(), m_query->palette());
     m_note = new Note(*m_query, side);
     m_run = new QPushButton(tr("&Run the query"), side);
     m_run->setObjectName("run");
@@ -85,9 +88,13 @@ void QueryForm::BuildQuery(QSplitter& splitter) {
     layout->addWidget(m_query);
     layout->addLayout(buttons);
     layout->addWidget(m_table, 1);
+    // The signal also comes when colours change.
     connect(m_query, &QPlainTextEdit::textChanged, this, [this] {
-        ForgetRows();
-        emit Edited();
+        if (Query() != m_lastQuery) {
+            m_lastQuery = Query();
+            ForgetRows();
+            emit Edited();
+        }
     });
     connect(m_run, &QPushButton::clicked, this, [this] {
         m_rows.reset();
@@ -108,6 +115,7 @@ void QueryForm::ShowQuery(const SourceKind& kind, const rdl::QueryRequest& reque
     SetQuery(query);
     m_ownQuery.clear();
     ForgetRows();
+    m_colours->setDocument(kind.IsSql() ? m_query->document() : nullptr);
     m_queryLabel->setVisible(!kind.IsRows());
     m_query->setVisible(!kind.IsRows());
     m_run->setVisible(!kind.IsRows() && canRun);

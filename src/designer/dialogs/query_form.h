@@ -18,6 +18,7 @@ namespace designer {
 
 class Note;
 class RowsTable;
+class SqlColours;
 
 class QueryForm : public QWidget {
     Q_OBJECT
@@ -58,12 +59,14 @@ class QueryForm : public QWidget {
     rdl::QueryRequest m_request;
     std::vector<TableName> m_tables;
     std::optional<rdl::QueryRows> m_rows;
+    std::string m_lastQuery;
     std::string m_ownQuery, m_ownTable;  // the query that was made from a table
     QWidget* m_tableSide = nullptr;
     QListWidget* m_tableList = nullptr;
     Note* m_tableNote = nullptr;
     QLabel* m_queryLabel = nullptr;
     QPlainTextEdit* m_query = nullptr;
+    SqlColours* m_colours = nullptr;
     QPushButton* m_run = nullptr;
     Note* m_note = nullptr;
     RowsTable* m_table = nullptr;

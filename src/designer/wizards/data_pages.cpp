@@ -39,7 +39,7 @@ QueryPage::QueryPage(ReportDraft& draft) : m_draft(draft), m_form(new QueryForm(
     setObjectName("queryPage");
     setTitle(tr("Rows"));
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(m_form);
+    layout->addWidget(m_form, 1);
     setFocusProxy(m_form->focusProxy());
 }
 

@@ -195,6 +195,13 @@ void FieldsPage::ShowLayout() {
             part.list->Append(column);
         }
     }
+    int widest = 0;  // the lists begin below each other
+    for (const Part& part : m_parts) {
+        widest = std::max(widest, part.member ? part.add->sizeHint().width() : 0);
+    }
+    for (const Part& part : m_parts) {
+        part.add->setMinimumWidth(widest);
+    }
 }
 
 const ReportColumn* FieldsPage::ColumnNamed(const std::string& name) const {

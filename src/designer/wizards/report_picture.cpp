@@ -16,6 +16,7 @@ namespace designer {
 namespace {
 
 constexpr std::size_t MostRows = 200;  // more than a page of most layouts
+constexpr int MostPages = 100;         // that are made for their number
 constexpr int Margin = 8;
 
 // The headings of the rows are the names of the fields.
@@ -60,6 +61,9 @@ bool ReportPicture::ShowReport(const ReportDraft& draft) {
         m_report = report;
         m_pages = m_report->OpenPages();
         m_pages->Reach(1);
+        if (m_pages->WaitsForTotal()) {
+            m_pages->Reach(MostPages);
+        }
     } catch (const RuntimeError& error) {
         m_pages.reset();
         m_failure = QString::fromStdString(error.Description());
