@@ -108,6 +108,7 @@ void DataSetDialog::ShowSource() {
     if (canRun) {
         request.provider = source->provider;
         request.connectString = source->connectString;
+        request.parameters = m_old.parameters;
         request.folder = m_model.File().parent_path();
         const auto logon = m_logons.find(source->name);
         if (logon != m_logons.end()) {
@@ -126,7 +127,13 @@ bool DataSetDialog::TakeFields(ReportSet& set) {
         return false;
     }
     try {
-        set.fields = FieldsFor(ColumnsOf(*m_query->Rows()), m_old.fields);
+        std::vector<ReportColumn> columns = ColumnsOf(*m_query->Rows());
+        for (ReportColumn& column : columns) {
+            if (m_query->Rows()->RowCount() == 0) {
+                column.typeName.clear();  // nobody knows it
+            }
+        }
+        set.fields = FieldsFor(columns, m_old.fields);
         return true;
     } catch (const RuntimeError& error) {
         m_query->ShowError(QString::fromStdString(error.Description()));

@@ -215,8 +215,9 @@ bool QueryForm::Run() {
     }
     m_table->ShowRows(*m_rows);
     const std::size_t count = m_rows->RowCount();
-    m_note->ShowText(count < m_request.mostRows ? tr("Rows: %1").arg(count)
-                                                : tr("The first %1 rows").arg(count));
+    const QString values = m_request.parameters.empty() ? QString() : tr("; parameters are Null");
+    m_note->ShowText(count < m_request.mostRows ? tr("Rows: %1").arg(count) + values
+                                                : tr("The first %1 rows").arg(count) + values);
     emit Ran();
     return true;
 }

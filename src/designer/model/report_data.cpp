@@ -127,9 +127,13 @@ std::vector<ReportSet> SetsOf(const Document& document) {
                       .source = document.TextAt(id, "Query/DataSourceName").value_or(""),
                       .query = document.TextAt(id, "Query/CommandText").value_or(""),
                       .fields = {},
+                      .parameters = {},
                       .isShared = document.Find(id, "SharedDataSet") != NoElement};
         for (const ElementId field : ChildrenAt(document, id, "Fields", "Field")) {
             set.fields.push_back(FieldOf(document, field));
+        }
+        for (const ElementId one : ChildrenAt(document, id, "Query/QueryParameters", "QueryParameter")) {
+            set.parameters.push_back(NameOf(document, one));
         }
         sets.push_back(std::move(set));
     }

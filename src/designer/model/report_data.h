@@ -29,6 +29,7 @@ struct ReportField {
 struct ReportSet {
     std::string name, source = {}, query = {};
     std::vector<ReportField> fields = {};
+    std::vector<std::string> parameters = {};  // of the query; PutSet leaves them as they are
     bool isShared = false;
     bool operator==(const ReportSet&) const = default;
 };

@@ -38,6 +38,9 @@ QueryRows ReadQueryRows(const QueryRequest& request) {
         source.connectString.source = request.connectString;
         DataSet dataSet;
         dataSet.commandText.source = request.query;
+        for (const std::string& name : request.parameters) {
+            dataSet.parameters.push_back({name, {}});
+        }
         data::LoadRequest load;
         load.definition = &definition;
         load.folder = std::filesystem::absolute(request.folder.empty() ? "." : request.folder).string();

@@ -204,6 +204,25 @@ TEST_F(DataDialogsTest, AQueryThatFailsIsToldAndCanBeKeptAllTheSame) {
     EXPECT_THAT(set.fields, ElementsAre(ReportField{.name = "Number", .column = "id"}));
 }
 
+TEST_F(DataDialogsTest, ParametersOfTheQueryAreNullHere) {
+    std::string text = Sales;
+    const std::string command = "<CommandText>select id from orders</CommandText>";
+    text.replace(text.find(command), command.size(),
+                 "<QueryParameters><QueryParameter Name=\"@Day\"><Value>=Parameters!Day.Value</Value>"
+                 "</QueryParameter></QueryParameters><CommandText>select id, day from orders where day = @Day"
+                 "</CommandText>");
+    m_model.SetDocument(Document(text));
+    Open<DataSetDialog>();
+    Click("run");
+    EXPECT_EQ(Note("query"), "Rows: 0; parameters are Null");
+    Ok();
+    const ReportSet set = SetsOf(Report())[0];
+    EXPECT_THAT(set.parameters, ElementsAre("@Day"));
+    EXPECT_THAT(set.fields, ElementsAre(ReportField{.name = "Number", .column = "id"},
+                                        ReportField{.name = "day", .column = "day"}));
+    EXPECT_THAT(Report().Text(), HasSubstr("<Value>=Parameters!Day.Value</Value>"));
+}
+
 TEST_F(DataDialogsTest, ASourceInAnotherFileIsNotRead) {
     Open<DataSetDialog>();
     Pick("source", "Far");
