@@ -15,9 +15,13 @@ Note::Note(QWidget& control, QWidget* parent) : QLabel(parent), m_control(contro
 }
 
 void Note::ShowError(const QString& text) {
+    ShowFault(text);
+    m_control.setFocus();
+}
+
+void Note::ShowFault(const QString& text) {
     const bool isDark = palette().color(QPalette::Window).lightness() < 128;
     Show(text, isDark ? QColor(255, 150, 140) : QColor(170, 20, 20));
-    m_control.setFocus();
 }
 
 void Note::ShowText(const QString& text) {

@@ -12,6 +12,7 @@ class Note : public QLabel {
     explicit Note(QWidget& control, QWidget* parent = nullptr);
 
     void ShowError(const QString& text);  // also moves the focus to the control
+    void ShowFault(const QString& text);  // leaves the focus where it is
     void ShowText(const QString& text);
     void Clear();
 

@@ -193,14 +193,22 @@ void DesignWindow::BuildArrangeMenu() {
 
 void DesignWindow::BuildReportMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&Report"));
-    AddCommand(menu, "reportDataSource", tr("Data &Source..."), {}, [this] {
-        m_canvas->FinishEditing();
-        DataSourceDialog(*m_model, m_logons, this).exec();
-    });
-    AddCommand(menu, "reportDataSet", tr("&Data Set..."), {}, [this] {
-        m_canvas->FinishEditing();
-        DataSetDialog(*m_model, m_logons, this).exec();
-    });
+    AddCommand(menu, "reportDataSource", tr("Data &Source..."), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S),
+               [this] {
+                   m_canvas->FinishEditing();
+                   DataSourceDialog(*m_model, m_logons, this).exec();
+               });
+    AddCommand(menu, "reportDataSet", tr("&Data Set..."), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_D),
+               [this] {
+                   m_canvas->FinishEditing();
+                   DataSetDialog(*m_model, m_logons, this).exec();
+               });
+    menu.addSeparator();
+    AddCommand(menu, "reportExpression", tr("&Expression..."), QKeySequence(Qt::CTRL | Qt::Key_E),
+               [this] { EditExpression(); });
+    m_properties->addAction(&CommandOf(*this, "reportExpression"));
+    m_properties->addAction(&CommandOf(*this, "editReset"));
+    m_properties->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void DesignWindow::BuildViewMenu() {
@@ -274,6 +282,7 @@ void DesignWindow::ShowCommands() {
         CommandOf(*this, name).setChecked(PageBandOf(document, kind) != NoElement);
     }
     const ReportItem* leader = m_model->Item(m_model->Leader());
+    set("reportExpression", designs && ExpressionRow());
     set("editText", designs && leader && leader->kind == "Textbox");
     for (const char* name : {"alignLeft", "alignCentre", "alignRight", "alignTop", "alignMiddle",
                              "alignBottom", "sameWidth", "sameHeight", "sameSize"}) {

@@ -13,6 +13,7 @@
 #include "designer/dialogs/logons.h"
 #include "designer/model/arranging.h"
 #include "designer/model/design_model.h"
+#include "designer/panes/property_rows.h"
 #include "designer/window/recovery.h"
 #include "designer/window/report_file.h"
 
@@ -101,6 +102,9 @@ class DesignWindow : public QMainWindow {
     void ArrangeSelection(Arrangement arrangement, const QString& verb);
     void OrderSelection(bool toFront);
     void AskForPicture(ElementId image);
+    void EditExpression();
+    // The property whose expression is edited: the current one of the pane, else what a text box shows.
+    std::optional<PropertyRow> ExpressionRow() const;
     void TogglePageBand(BandKind kind);
 
     void ShowProblemCount();

@@ -54,7 +54,7 @@ TEST_F(QueryRowsOf, AQueryAreTheFirstOnes) {
 TEST_F(QueryRowsOf, AQueryWithParametersAreThoseForNull) {
     WriteBytes(m_folder / "empty.db", "");
     QueryRequest request =
-        Request("SQLITE", "empty.db", "select coalesce(@Day, 'none') as day where :day is null");
+        Request("SQLITE", "empty.db", "select coalesce(@Day, 'none') as day where @day is null");
     EXPECT_EQ(Refusal(request), "the query uses the parameter \"@Day\", which the data set does not have");
     request.parameters = {"@Day"};
     const QueryRows rows = ReadQueryRows(request);
