@@ -4,6 +4,7 @@
 import subprocess
 import time
 import unittest
+from xml.etree import ElementTree
 
 from designer import PICTURES, DesignerTest
 from editor import SCREEN
@@ -83,8 +84,7 @@ class Designer(DesignerTest):
         if PICTURES:
             self.display.screenshot(PICTURES + "/design.png")
         self.assertAlmostEqual(self.box()[0] - left, 2 * centimetre, delta=2)
-        self.display.key("ctrl+q")
-        self.assertEqual(self.process.wait(10), 0)
+        self.quit()
 
     def test_typed_text_is_saved_and_shown_in_the_preview(self):
         window = self.start(self.report)
@@ -121,6 +121,59 @@ class Designer(DesignerTest):
         self.wait(lambda: self.report.read_text() != REPORT, "saved file")
         self.assertEqual(self.report.read_text(), REPORT.replace("<Left>2cm", "<Left>2.25cm"))
         self.assertEqual(list(copies.glob("*.unsaved")), [])
+
+    def test_an_expression_is_typed_with_the_names_that_it_can_use(self):
+        window = self.start(self.report)
+        self.wait(self.box, "text box")
+        self.keys("Tab", "ctrl+e")
+        self.window("Expression: Value")
+        self.keys("ctrl+a", "Delete", "alt+n")
+        self.type("user!userid")
+        self.keys("Return")
+        self.type(" & Foo")
+        time.sleep(1)
+        if PICTURES:
+            self.display.screenshot(PICTURES + "/design_expression.png")
+        self.keys("ctrl+Return")  # is refused
+        time.sleep(0.3)
+        self.keys("BackSpace", "BackSpace", "BackSpace", "1", "ctrl+Return")
+        self.wait(lambda: self.title(window).startswith("sales.rdl*"), "change")
+        self.display.focus(window)
+        self.keys("ctrl+s")
+        self.wait(lambda: self.report.read_text() != REPORT, "saved file")
+        self.assertEqual(self.report.read_text(), REPORT.replace("<Value>Sales", "<Value>=User!UserID &amp; 1"))
+        self.quit()
+
+    def test_a_data_source_and_a_data_set_are_made(self):
+        (self.folder / "orders.csv").write_text("Region,Amount\nNorth,120.50\n")
+        window = self.start(self.report)
+        self.wait(self.box, "text box")
+        self.keys("ctrl+alt+s")
+        self.window("Data Source")
+        self.keys("alt+k")
+        self.type("CSV")
+        self.keys("alt+i")
+        self.type("orders.csv")
+        self.keys("Return")
+        self.wait(lambda: self.title(window).startswith("sales.rdl*"), "data source")
+        self.display.focus(window)
+        self.keys("ctrl+alt+d")
+        self.window("Data Set")
+        self.keys("alt+n", "ctrl+a")
+        self.type("Orders")
+        if PICTURES:
+            self.display.screenshot(PICTURES + "/design_data_set.png")
+        self.keys("Return")
+        self.wait(lambda: not self.display.windows(self.process.pid, "Data Set"), "end of the dialog")
+        self.display.focus(window)
+        self.keys("ctrl+s")
+        self.wait(lambda: self.report.read_text() != REPORT, "saved file")
+        report = ElementTree.fromstring(self.report.read_text())
+        space = "{http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition}"
+        self.assertEqual([one.text for one in report.iter(space + "ConnectString")], ["Data Source=orders.csv"])
+        self.assertEqual([one.text for one in report.iter(space + "DataSourceName")], ["Source"])
+        self.assertEqual([one.text for one in report.iter(space + "DataField")], ["Region", "Amount"])
+        self.quit()
 
     def test_the_command_line(self):
         def run(*arguments, **environment):

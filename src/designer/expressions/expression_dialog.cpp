@@ -20,7 +20,8 @@ namespace designer {
 namespace {
 
 constexpr int CheckPause = 300;  // milliseconds after the last change
-constexpr int TextRole = Qt::UserRole, CursorRole = Qt::UserRole + 1, HelpRole = Qt::UserRole + 2;
+constexpr int TextRole = Qt::UserRole, CursorRole = Qt::UserRole + 1, HelpRole = Qt::UserRole + 2,
+              RowRole = Qt::UserRole + 3;
 
 // Returns whether something in the entry matches; hides it if not.
 bool ShowMatch(QTreeWidgetItem& entry, const QString& filter) {
@@ -77,6 +78,8 @@ void ExpressionDialog::BuildEditor(QWidget& side) {
     m_text->setObjectName("expression");
     m_text->setTabChangesFocus(true);
     m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_text->setToolTip(tr("Ctrl+Enter is OK"));
+    m_text->installEventFilter(this);
     m_note = new Note(*m_text, &side);
     auto* label = new QLabel(tr("&Value; an expression begins with ="), &side);
     label->setBuddy(m_text);
@@ -105,7 +108,7 @@ void ExpressionDialog::BuildNames(QWidget& side) {
     m_help->setWordWrap(true);
     m_help->setTextFormat(Qt::PlainText);
     m_help->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_help->setMinimumHeight(fontMetrics().lineSpacing() * 2);
+    m_help->setMinimumHeight(fontMetrics().lineSpacing() * 3);
     m_help->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     auto* label = new QLabel(tr("&Names:"), &side);
     label->setBuddy(m_filter);
@@ -144,6 +147,7 @@ void ExpressionDialog::FillTree(const std::vector<ExpressionGroup>& groups, QTre
             own->setData(0, TextRole, name.text);
             own->setData(0, CursorRole, name.cursor);
             own->setData(0, HelpRole, name.help);
+            own->setData(0, RowRole, name.row);
             own->setToolTip(0, name.help);
             own->setData(0, Qt::AccessibleDescriptionRole, name.help);
         }
@@ -164,7 +168,9 @@ void ExpressionDialog::ShowMatches(const QString& filter) {
 
 void ExpressionDialog::ShowHelp() {
     const QTreeWidgetItem* entry = m_tree->currentItem();
-    m_help->setText(entry ? entry->data(0, HelpRole).toString() : QString());
+    const bool isName = entry && !entry->data(0, TextRole).isNull();
+    m_help->setText(isName ? entry->data(0, RowRole).toString() + "\n" + entry->data(0, HelpRole).toString()
+                           : QString());
 }
 
 void ExpressionDialog::InsertName() {
@@ -181,13 +187,21 @@ void ExpressionDialog::InsertName() {
     m_text->setFocus();
 }
 
-// Enter in the names inserts; the arrows go from the line to the tree.
+// Enter in the names inserts, Ctrl+Enter in the expression is OK; the arrows go from the line to the tree.
 bool ExpressionDialog::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) {
         return QDialog::eventFilter(watched, event);
     }
     const int key = static_cast<QKeyEvent*>(event)->key();
-    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+    const bool isEnter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (watched == m_text) {
+        const bool isOk = isEnter && (static_cast<QKeyEvent*>(event)->modifiers() & Qt::ControlModifier);
+        if (isOk) {
+            accept();
+        }
+        return isOk;
+    }
+    if (isEnter) {
         InsertName();
         return true;
     }

@@ -20,14 +20,15 @@ QString Tr(const char* text) {
 }
 
 ExpressionName PlainName(const QString& text, const QString& help) {
-    return {.shown = text, .text = text, .cursor = static_cast<int>(text.size()), .help = help};
+    return {.shown = text, .text = text, .cursor = static_cast<int>(text.size()), .help = help, .row = text};
 }
 
 // Of a function the brackets are typed, and the cursor is between them.
-ExpressionName NameOf(const QString& shown, const QString& help) {
+ExpressionName NameOf(const QString& shown, const QString& help, const QString& row) {
     const qsizetype bracket = shown.indexOf('(');
     ExpressionName name = PlainName(bracket < 0 ? shown : shown.left(bracket) + "()", help);
     name.shown = shown;
+    name.row = row;
     name.cursor -= bracket < 0 || shown.endsWith("()") ? 0 : 1;
     return name;
 }
@@ -54,9 +55,9 @@ QString Capitalized(const QString& text) {
     return text.left(1).toUpper() + text.mid(1);
 }
 
-std::vector<QString> NamesIn(const QString& cell) {
+QStringList NamesIn(const QString& cell) {
     static const QRegularExpression Quoted("`([^`]+)`");
-    std::vector<QString> names;
+    QStringList names;
     for (auto found = Quoted.globalMatch(cell); found.hasNext();) {
         names.push_back(found.next().captured(1));
     }
@@ -76,8 +77,9 @@ std::vector<ExpressionGroup> TablesOfGuide(QStringView guide, const QString& lis
         if (isRow && isFirst) {
             tables.push_back({.title = Capitalized(PlainText(cells.front()))});
         } else if (cells.size() >= 2 && !cells.front().startsWith("---")) {
-            for (const QString& name : NamesIn(cells.front())) {
-                tables.back().names.push_back(NameOf(name, PlainText(cells[1])));
+            const QStringList names = NamesIn(cells.front());
+            for (const QString& name : names) {
+                tables.back().names.push_back(NameOf(name, PlainText(cells[1]), names.join(", ")));
             }
         }
         isFirst = !isRow;

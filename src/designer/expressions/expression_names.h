@@ -14,7 +14,8 @@ struct ExpressionName {
     QString shown;   // "Mid(text, start[, count])"
     QString text;    // what is typed into the expression: "Mid()"
     int cursor = 0;  // where the cursor is in it afterwards
-    QString help;
+    QString help;    // one line
+    QString row;     // all names that the help is for
 };
 
 struct ExpressionGroup {

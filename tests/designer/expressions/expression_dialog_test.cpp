@@ -119,7 +119,7 @@ TEST_F(ExpressionDialogTest, WhatIsTypedIsCheckedAndItsFaultIsMarked) {
     EXPECT_EQ(Text(), "=1");
     Type("expression", "=1 + Amuont");
     WaitForNote();
-    EXPECT_EQ(Note(), "");
+    EXPECT_EQ(Note(), "Textbox Total, Value: the name \"Amuont\" is not known, at character 6");
     EXPECT_EQ(Marked(), "A");
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "expression");
     Ok();
@@ -138,7 +138,7 @@ TEST_F(ExpressionDialogTest, ANameIsFoundAndInsertedByKeys) {
     EXPECT_EQ(Text(), "=Sum()");
     Find("amount");
     EXPECT_EQ(The<QTreeWidget>("names").currentItem()->text(0), "Fields!Amount.Value");
-    EXPECT_EQ(The<QLabel>("help").text(), "A field of Orders");
+    EXPECT_EQ(The<QLabel>("help").text(), "Fields!Amount.Value\nA field of Orders");
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_EQ(Text(), "=Sum(Fields!Amount.Value)");
     Ok();
@@ -160,7 +160,8 @@ TEST_F(ExpressionDialogTest, TheFilterAlsoFindsTheHelp) {
 TEST_F(ExpressionDialogTest, AFieldThatIsNotThereIsNamed) {
     Type("expression", "=Fields!Amuont.Value");
     Ok();
-    EXPECT_EQ(Note(), "");
+    EXPECT_EQ(Note(),
+              "Textbox Total, Value: there is no field \"Amuont\" in data set \"Orders\", at character 9");
     EXPECT_EQ(Written(), "=1");
 }
 
@@ -174,7 +175,9 @@ TEST_F(ExpressionDialogTest, WhatStaysAsItIsChangesNothing) {
 TEST_F(ExpressionInAFaultyReport, NothingIsCheckedAndThatIsTold) {
     Type("expression", "=1 +");
     WaitForNote();
-    EXPECT_EQ(Note(), "");
+    EXPECT_EQ(Note(),
+              "Not checked, as the report has another fault: Textbox Bad, Value: the name \"Foo\" is not "
+              "known, at character 2");
     Ok();
     EXPECT_EQ(Written(), "=1 +");
 }

@@ -43,6 +43,7 @@ TEST(ExpressionNames, AreReadFromTheTablesOfAGuide) {
     EXPECT_THAT(Shown(tables[0].names), ElementsAre("Asc(text): a number, by a format",
                                                     "Now: a number, by a format", "Or(a | b): either"));
     EXPECT_EQ(Typed(tables[0].names[0]), "Asc(#)");
+    EXPECT_EQ(tables[0].names[1].row, "Asc(text), Now");
     EXPECT_EQ(Typed(tables[0].names[1]), "Now#");
     EXPECT_EQ(Typed(tables[1].names[0]), "New Date()#");
 }
