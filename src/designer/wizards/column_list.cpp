@@ -86,6 +86,15 @@ void ColumnList::Remove(const std::vector<std::string>& columns) {
     }
 }
 
+// An empty search ends the one before, and goes to the next row.
+void ColumnList::EndSearch() {
+    const QItemSelection selection = selectionModel()->selection();
+    const QModelIndex current = currentIndex();
+    keyboardSearch({});
+    selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
 void ColumnList::MoveSelected(int by) {
     std::vector<std::string> all = Columns();
     const std::vector<std::string> chosen = SelectedColumns();

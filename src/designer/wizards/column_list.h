@@ -23,6 +23,8 @@ class ColumnList : public QListWidget {
     // Puts the columns before the row, or at the end if `row` is -1, and selects them.
     void Insert(const std::vector<std::string>& columns, int row);
     void Remove(const std::vector<std::string>& columns);
+    // The next character that is typed begins another name.
+    void EndSearch();
     // Moves the selected columns up (-1) or down (1).
     void MoveSelected(int by);
 

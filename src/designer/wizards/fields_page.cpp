@@ -225,7 +225,7 @@ bool FieldsPage::MayTake(const Part& part, const std::string& name) {
 // A column of the first part, a group or the rows of a matrix, is in no other part.
 void FieldsPage::Take(std::size_t index, const std::vector<std::string>& columns, int row) {
     m_note->Clear();
-    m_all->keyboardSearch({});  // the next character begins another name
+    m_all->EndSearch();
     const Part& part = m_parts[index];
     if (!std::all_of(columns.begin(), columns.end(),
                      [&](const std::string& column) { return MayTake(part, column); })) {

@@ -116,6 +116,7 @@ TEST_F(NewReportWizardTest, MakesAGroupedReportByKeysAlone) {
     Alt('Q');
     Key(Qt::Key_A);
     Alt('T');
+    EXPECT_THAT(The<ColumnList>("allColumns").SelectedColumns(), ElementsAre("Amount"));
     EXPECT_THAT(The<ColumnList>("groups").Columns(), ElementsAre("Region"));
     EXPECT_THAT(The<ColumnList>("columns").Columns(), ElementsAre("Customer", "Day", "Amount"));
     EXPECT_THAT(The<ColumnList>("totals").Columns(), ElementsAre("Amount"));
