@@ -7,7 +7,7 @@ import subprocess
 import tempfile
 import unittest
 
-from usage import TOP, WITH_USAGE, commands, formats, options, profile_keys, usage
+from usage import TOP, WITH_COMMANDS, commands, formats, options, profile_keys, usage
 
 COMPLETIONS = TOP / "packaging" / "completion"
 ASK = """
@@ -31,7 +31,7 @@ def offered(*words, folder=None):
 
 class Completions(unittest.TestCase):
     def test_the_first_word_is_a_command(self):
-        for program in WITH_USAGE:
+        for program in WITH_COMMANDS:
             self.assertEqual(set(offered(program, "")), commands(program) | {"--help", "--version"})
         self.assertEqual(offered("oxc-report", "ex"), ["export"])
         self.assertEqual(offered("oxc", ""), ["-sched"])

@@ -84,7 +84,8 @@ class Installed(unittest.TestCase):
             settings = self.home / ".config" / "oxbow-courier" / "settings.reg"
             try:
                 for _ in range(600):
-                    if settings.exists() and '"FirstRun"="False"' in settings.read_text():
+                    if " notice start " in (self.home / "log").read_text():
+                        self.assertIn('"FirstRun"="False"', settings.read_text())
                         break
                     self.assertIsNone(process.poll(), (self.home / "log").read_text())
                     try:

@@ -11,6 +11,8 @@ BUILD = pathlib.Path(os.environ.get("OXC_BUILD", TOP / "build" / "release")).res
 PROGRAMS = tuple(line for line in (TOP / "packaging" / "programs.txt").read_text().splitlines() if not line.startswith("#"))
 # Programs that print a usage. oxc does not: whatever stands on its command line means the scheduler.
 WITH_USAGE = tuple(program for program in PROGRAMS if program != "oxc")
+# Programs whose first word is a command.
+WITH_COMMANDS = tuple(program for program in WITH_USAGE if program != "oxc-design")
 
 
 def usage(program):

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "designer/window/designer_program.h"
-#include "platform/base/ascii.h"
 #include "platform/contracts/runtime.h"
 #include "platform/posix/program.h"
 #include "platform/qt/application.h"
@@ -15,6 +14,7 @@
 #include "platform/qt/messages.h"
 #include "platform/qt/qt_prompts.h"
 #include "platform/regfile/registry_file.h"
+#include "tools/console.h"
 
 namespace {
 
@@ -24,10 +24,6 @@ constexpr const char* Usage =
     "oxc-design --help | --version\n"
     "\n"
     "Exit code: 0 done; 1 there is no display; 2 wrong usage.\n";
-
-void Complain(const std::string& text) {
-    std::cerr << "oxc-design: " << WithoutControls(text) << std::endl;
-}
 
 int ShowWindows(int argc, char** argv, const std::vector<std::filesystem::path>& files) {
     if (!MayHaveDisplay()) {
@@ -61,13 +57,14 @@ int main(int argc, char** argv) {
                 return 0;
             }
             if (argument.size() > 1 && argument.front() == '-') {
-                Complain("\"" + argument + "\" is no option (oxc-design --help tells more)");
+                tools::Complain("oxc-design",
+                                "\"" + argument + "\" is no option (oxc-design --help tells more)");
                 return 2;
             }
         }
         return ShowWindows(argc, argv, {arguments.begin(), arguments.end()});
     } catch (...) {
-        Complain(CurrentError().Description());
+        tools::Complain("oxc-design", CurrentError().Description());
         return 1;
     }
 }
