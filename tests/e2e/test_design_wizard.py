@@ -8,6 +8,7 @@ import subprocess
 import time
 import unittest
 
+from databases import MARIADB, PASSWORD, POSTGRES, MariaDb, Postgres
 from designer import PICTURES, DesignerTest
 from harness import STAGE
 
@@ -100,6 +101,51 @@ class Wizard(DesignerTest):
         self.assertEqual([row["Customer"] for row in rows], ["Berg", "Dahl", "Costa"])
         totals = {row["Region_Group"]: float(row["Amount_Region_Total"]) for row in rows}
         self.assertEqual(totals, {"North": 200.75, "South": 99.0})
+
+    def make_from_server(self, kind, server, database, table, picture):
+        """Logs on to the server with the password that is wrong first, and makes a report of the table."""
+        main, _ = self.open_wizard()
+        self.type(kind)
+        for line, text in (("s", "127.0.0.1"), ("o", str(server.port)), ("d", database), ("u", "clerk"), ("w", "wrong")):
+            self.keys("alt+" + line)
+            self.type(text)
+        self.keys("alt+n")
+        self.picture(picture + "_wrong")
+        self.keys("alt+w", "ctrl+a")
+        self.type(PASSWORD)
+        self.keys("alt+n")
+        time.sleep(1)
+        self.type(table)
+        self.picture(picture + "_tables")
+        self.keys("alt+n", "alt+n", "alt+n")
+        self.picture(picture + "_look")
+        self.keys("alt+f")
+        report = self.save(main).read_text("utf-8")
+        self.assertNotIn(PASSWORD, report)
+        self.assertNotIn("clerk", report)
+        return report
+
+    @unittest.skipUnless(POSTGRES, "PostgreSQL is not installed")
+    def test_a_table_of_postgresql_becomes_a_report(self):
+        server = Postgres()
+        self.addCleanup(server.close)
+        server.sql("""create schema till; create table till."Paid by day"(customer text, amount numeric(10, 2));
+                      insert into till."Paid by day" values ('Berg', 1200.10);
+                      grant usage on schema till to clerk; grant select on till."Paid by day" to clerk""")
+        report = self.make_from_server("Postgre", server, "postgres", "till", "postgresql")
+        self.assertIn(f"<ConnectString>Host=127.0.0.1;Port={server.port};Database=postgres</ConnectString>", report)
+        self.assertIn('<CommandText>select * from "till"."Paid by day"</CommandText>', report)
+        self.assertIn("<Value>Paid by day</Value>", report)
+
+    @unittest.skipUnless(MARIADB, "MariaDB is not installed")
+    def test_a_table_of_mariadb_becomes_a_report(self):
+        server = MariaDb()
+        self.addCleanup(server.close)
+        server.sql("create table `Paid by day`(customer text, amount numeric(10, 2)); "
+                   "insert into `Paid by day` values ('Berg', 1200.10)")
+        report = self.make_from_server("MySQL", server, "shop", "Paid", "mariadb")
+        self.assertIn(f"<ConnectString>Server=127.0.0.1;Port={server.port};Database=shop</ConnectString>", report)
+        self.assertIn("<CommandText>select * from `Paid by day`</CommandText>", report)
 
     def test_what_is_wrong_is_told_and_escape_leaves_no_report(self):
         main, _ = self.open_wizard()

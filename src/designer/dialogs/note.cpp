@@ -6,6 +6,7 @@ namespace designer {
 Note::Note(QWidget& control, QWidget* parent) : QLabel(parent), m_control(control) {
     setObjectName(control.objectName() + "Note");
     setWordWrap(true);
+    setAlignment(Qt::AlignTop | Qt::AlignLeft);
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);

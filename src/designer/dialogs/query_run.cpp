@@ -9,10 +9,12 @@ namespace designer {
 namespace {
 
 constexpr std::size_t MostTables = 5000;
+constexpr int MostSeconds = 120;  // that the window waits for a query
 
 }  // namespace
 
-rdl::QueryRows RunQuery(const rdl::QueryRequest& request) {
+rdl::QueryRows RunQuery(rdl::QueryRequest request) {
+    request.seconds = MostSeconds;
     reports::UseMachineHost();
     return reports::Translated([&] { return rdl::ReadQueryRows(request); });
 }

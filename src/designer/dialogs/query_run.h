@@ -14,7 +14,8 @@ struct TableName {
     std::string schema, name;  // the schema may be empty
 };
 
-rdl::QueryRows RunQuery(const rdl::QueryRequest& request);
+// Runs the query, which may take two minutes.
+rdl::QueryRows RunQuery(rdl::QueryRequest request);
 // Returns the tables and views of a source whose kind has a query for them.
 std::vector<TableName> TablesOf(const SourceKind& kind, rdl::QueryRequest request);
 

@@ -50,9 +50,6 @@ void ColumnList::Clear() {
 }
 
 void ColumnList::Append(const std::string& column, const QString& type) {
-    if (Contains(Columns(), column)) {
-        return;
-    }
     const QString name = QString::fromStdString(column);
     auto* own = new QListWidgetItem(type.isEmpty() ? name : name + "  (" + type + ")", this);
     own->setData(NameRole, name);

@@ -18,7 +18,7 @@ class ColumnList : public QListWidget {
     std::vector<std::string> Columns() const;
     std::vector<std::string> SelectedColumns() const;
     void Clear();
-    // Appends a column that the list does not have yet.
+    // The list must not have the column yet.
     void Append(const std::string& column, const QString& type = {});
     // Puts the columns before the row, or at the end if `row` is -1, and selects them.
     void Insert(const std::vector<std::string>& columns, int row);

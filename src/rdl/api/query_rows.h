@@ -18,6 +18,7 @@ struct QueryRequest {
     std::string user = {}, password = {};      // no user: those of the connect string
     std::vector<std::string> parameters = {};  // names in the query; their values are Null
     std::size_t mostRows = 1000;
+    int seconds = 0;  // that the query may take; 0: as long as a report's
 };
 
 struct QueryRows {

@@ -38,6 +38,7 @@ QueryRows ReadQueryRows(const QueryRequest& request) {
         source.connectString.source = request.connectString;
         DataSet dataSet;
         dataSet.commandText.source = request.query;
+        dataSet.timeoutSeconds = request.seconds;
         for (const std::string& name : request.parameters) {
             dataSet.parameters.push_back({name, {}});
         }

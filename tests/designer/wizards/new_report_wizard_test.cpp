@@ -288,6 +288,29 @@ TEST_F(NewReportWizardTest, LabelsHaveNoChart) {
     EXPECT_TRUE(m_wizard.isVisible());
 }
 
+TEST_F(NewReportWizardTest, AFileOfManyColumnsIsTooWideForThePaper) {
+    std::ofstream wide(m_folder.Path() / "wide.csv");
+    for (const char* name : {"c", "1"}) {
+        for (int column = 0; column < 2000; ++column) {
+            wide << (column == 0 ? "" : ",") << name << column;
+        }
+        wide << "\n";
+    }
+    wide.close();
+    Show();
+    PickCsv();
+    Type("file", File("wide.csv").c_str());
+    Next();
+    Next();
+    Next();
+    ASSERT_EQ(Page(), "fieldsPage");
+    EXPECT_EQ(The<ColumnList>("columns").Columns().size(), 2000U);
+    Next();
+    EXPECT_EQ(Page(), "fieldsPage");
+    EXPECT_EQ(Note("allColumns"),
+              "The table has 2000 columns, and 28 fit across the page: choose fewer of them");
+}
+
 TEST_F(NewReportWizardTest, TheWayBackKeepsWhatWasChosen) {
     Show();
     GoToColumns();
