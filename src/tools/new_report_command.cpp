@@ -2,9 +2,9 @@
 #include "tools/new_report_command.h"
 
 #include <algorithm>
-#include <array>
 
 #include "designer/new_report/names.h"
+#include "designer/new_report/source_text.h"
 #include "platform/base/text.h"
 #include "platform/contracts/regional.h"
 #include "platform/contracts/runtime.h"
@@ -19,61 +19,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct KnownFile {
-    std::string_view extension, provider;
-};
-constexpr std::array KnownFiles = {
-    KnownFile{".csv", "CSV"},    KnownFile{".txt", "CSV"},       KnownFile{".tsv", "CSV"},
-    KnownFile{".json", "JSON"},  KnownFile{".xml", "XML"},       KnownFile{".db", "SQLITE"},
-    KnownFile{".db3", "SQLITE"}, KnownFile{".sqlite", "SQLITE"}, KnownFile{".sqlite3", "SQLITE"},
-};
-
 std::string ProviderOf(const fs::path& file) {
-    const std::string extension = rdl::LowerAscii(file.extension().string());
-    std::string known;
-    for (const KnownFile& one : KnownFiles) {
-        if (one.extension == extension) {
-            return std::string(one.provider);
-        }
-        known += (known.empty() ? "" : ", ") + std::string(one.extension);
+    const std::string_view provider = designer::ProviderOfFile(file);
+    if (provider.empty()) {
+        throw RuntimeError(
+            reports::InvalidOption,
+            "The provider of the data source is not known by the name of its file: the extensions are " +
+                designer::KnownExtensions() + "; else --data-source wants PROVIDER:CONNECT STRING");
     }
-    throw RuntimeError(
-        reports::InvalidOption,
-        "The provider of the data source is not known by the name of its file: the extensions are " + known +
-            "; else --data-source wants PROVIDER:CONNECT STRING");
+    return std::string(provider);
 }
 
 // Whether the connect string is the bare name of a file: it has no key, and is not JSON itself.
 bool IsFileName(std::string_view text) {
     return text.find('=') == std::string_view::npos && !text.starts_with('{') && !text.starts_with('[') &&
            !text.starts_with('<');
-}
-
-// Returns the name by which a report in `folder` finds the file: a relative one if the file is in this folder
-// or below it, as both may be moved together. A name that does not exist from here is looked for by the
-// engine.
-std::string NameFor(const fs::path& folder, const std::string& file) {
-    std::error_code error;
-    if (!fs::exists(file, error)) {
-        return file;
-    }
-    const fs::path whole = fs::weakly_canonical(fs::absolute(file), error);
-    const fs::path relative = whole.lexically_relative(fs::weakly_canonical(folder, error));
-    return relative.empty() || *relative.begin() == ".." ? fs::absolute(file).lexically_normal().string()
-                                                         : relative.string();
-}
-
-// A value of a connect string. Quotes keep what would end it.
-std::string ConnectValue(const std::string& text) {
-    if (text.find_first_of("=;\"'{}") == std::string::npos) {
-        return text;
-    }
-    std::string quoted = "\"";
-    for (const char c : text) {
-        quoted += c;
-        quoted += c == '"' ? "\"" : "";
-    }
-    return quoted + "\"";
 }
 
 void TakeSource(const NewReportArguments& arguments, const fs::path& folder, designer::NewReport& report) {
@@ -86,7 +46,8 @@ void TakeSource(const NewReportArguments& arguments, const fs::path& folder, des
     }
     const fs::path file = arguments.connectString;
     report.provider = arguments.provider.empty() ? ProviderOf(file) : arguments.provider;
-    report.connectString = "Data Source=" + ConnectValue(NameFor(folder, arguments.connectString));
+    report.connectString =
+        "Data Source=" + designer::ConnectValue(designer::FileNameFrom(folder, arguments.connectString));
     report.sourceName = report.sourceName.empty() ? file.stem().string() : report.sourceName;
 }
 

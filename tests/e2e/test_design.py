@@ -1,18 +1,15 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The designer as a process on a display, driven by mouse and keys: what it saves, and what is left after a kill."""
 
-import os
-import pathlib
-import shutil
 import subprocess
-import tempfile
 import time
 import unittest
+from xml.etree import ElementTree
 
-from editor import SCREEN, Display
+from designer import PICTURES, DesignerTest
+from editor import SCREEN
 from harness import STAGE
 
-PICTURES = os.environ.get("OXC_PICTURES")
 REPORT = """<?xml version="1.0" encoding="utf-8"?>
 <!-- Comments stay -->
 <Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition">
@@ -43,52 +40,11 @@ REPORT = """<?xml version="1.0" encoding="utf-8"?>
 COLOUR = (255, 0, 128)  # of the text box
 
 
-class Designer(unittest.TestCase):
+class Designer(DesignerTest):
     def setUp(self):
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="oxc-design-"))
-        self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
-        self.display = Display()
-        self.addCleanup(self.display.close)
-        manager = self.display.start_window_manager()
-        self.addCleanup(manager.wait)
-        self.addCleanup(manager.terminate)
+        super().setUp()
         self.report = self.folder / "sales.rdl"
         self.report.write_text(REPORT)
-        self.process = None
-
-    def environment(self):
-        return {**self.display.environment(), "QT_QPA_PLATFORM": "xcb", "HOME": str(self.folder),
-                "XDG_CONFIG_HOME": str(self.folder / "config"), "XDG_STATE_HOME": str(self.folder / "state")}
-
-    def start(self, *files):
-        log = open(self.folder / "log", "ab")
-        self.addCleanup(log.close)
-        self.process = subprocess.Popen([STAGE / "oxc-design", *files], env=self.environment(), stdout=log, stderr=log)
-        self.addCleanup(self.end)
-        return self.window()
-
-    def end(self):
-        if self.process.poll() is None:
-            self.process.kill()
-        self.process.wait()
-
-    def wait(self, condition, what, seconds=20):
-        for _ in range(seconds * 10):
-            found = condition()
-            if found:
-                return found
-            time.sleep(0.1)
-        if PICTURES:
-            self.display.screenshot(PICTURES + "/design_failed.png")
-        self.fail("no " + what + "\n" + (self.folder / "log").read_text())
-
-    def window(self, title="Oxbow Courier Designer"):
-        window = self.wait(lambda: self.display.windows(self.process.pid, title), "window " + title)[0]
-        self.display.focus(window)
-        return window
-
-    def title(self, window):
-        return self.display.run("xdotool", "getwindowname", str(window)).strip()
 
     def box(self):
         """The area of the text box in pixels of the screen; None while it is not painted."""
@@ -128,8 +84,7 @@ class Designer(unittest.TestCase):
         if PICTURES:
             self.display.screenshot(PICTURES + "/design.png")
         self.assertAlmostEqual(self.box()[0] - left, 2 * centimetre, delta=2)
-        self.display.key("ctrl+q")
-        self.assertEqual(self.process.wait(10), 0)
+        self.quit()
 
     def test_typed_text_is_saved_and_shown_in_the_preview(self):
         window = self.start(self.report)
@@ -166,6 +121,59 @@ class Designer(unittest.TestCase):
         self.wait(lambda: self.report.read_text() != REPORT, "saved file")
         self.assertEqual(self.report.read_text(), REPORT.replace("<Left>2cm", "<Left>2.25cm"))
         self.assertEqual(list(copies.glob("*.unsaved")), [])
+
+    def test_an_expression_is_typed_with_the_names_that_it_can_use(self):
+        window = self.start(self.report)
+        self.wait(self.box, "text box")
+        self.keys("Tab", "ctrl+e")
+        self.window("Expression: Value")
+        self.keys("ctrl+a", "Delete", "alt+n")
+        self.type("user!userid")
+        self.keys("Return")
+        self.type(" & Foo")
+        time.sleep(1)
+        if PICTURES:
+            self.display.screenshot(PICTURES + "/design_expression.png")
+        self.keys("ctrl+Return")  # is refused
+        time.sleep(0.3)
+        self.keys("BackSpace", "BackSpace", "BackSpace", "1", "ctrl+Return")
+        self.wait(lambda: self.title(window).startswith("sales.rdl*"), "change")
+        self.display.focus(window)
+        self.keys("ctrl+s")
+        self.wait(lambda: self.report.read_text() != REPORT, "saved file")
+        self.assertEqual(self.report.read_text(), REPORT.replace("<Value>Sales", "<Value>=User!UserID &amp; 1"))
+        self.quit()
+
+    def test_a_data_source_and_a_data_set_are_made(self):
+        (self.folder / "orders.csv").write_text("Region,Amount\nNorth,120.50\n")
+        window = self.start(self.report)
+        self.wait(self.box, "text box")
+        self.keys("ctrl+alt+s")
+        self.window("Data Source")
+        self.keys("alt+k")
+        self.type("CSV")
+        self.keys("alt+i")
+        self.type("orders.csv")
+        self.keys("Return")
+        self.wait(lambda: self.title(window).startswith("sales.rdl*"), "data source")
+        self.display.focus(window)
+        self.keys("ctrl+alt+d")
+        self.window("Data Set")
+        self.keys("alt+n", "ctrl+a")
+        self.type("Orders")
+        if PICTURES:
+            self.display.screenshot(PICTURES + "/design_data_set.png")
+        self.keys("Return")
+        self.wait(lambda: not self.display.windows(self.process.pid, "Data Set"), "end of the dialog")
+        self.display.focus(window)
+        self.keys("ctrl+s")
+        self.wait(lambda: self.report.read_text() != REPORT, "saved file")
+        report = ElementTree.fromstring(self.report.read_text())
+        space = "{http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition}"
+        self.assertEqual([one.text for one in report.iter(space + "ConnectString")], ["Data Source=orders.csv"])
+        self.assertEqual([one.text for one in report.iter(space + "DataSourceName")], ["Source"])
+        self.assertEqual([one.text for one in report.iter(space + "DataField")], ["Region", "Amount"])
+        self.quit()
 
     def test_the_command_line(self):
         def run(*arguments, **environment):

@@ -170,11 +170,16 @@ void PropertyPane::TakeValue(QTreeWidgetItem& row, int column) {
     Show();
 }
 
+const PropertyRow* PropertyPane::CurrentRow() const {
+    const QTreeWidgetItem* row = currentItem();
+    return !row || row->data(1, RowRole).isNull() ? nullptr : &m_rows[row->data(1, RowRole).toUInt()];
+}
+
 void PropertyPane::Reset() {
-    if (!currentItem() || currentItem()->data(1, RowRole).isNull()) {
+    if (!CurrentRow()) {
         return;
     }
-    const PropertyRow property = m_rows[currentItem()->data(1, RowRole).toUInt()];
+    const PropertyRow property = *CurrentRow();
     const std::vector<ElementId> ids = m_model.Selection();
     m_model.Edit(StepName(m_model, tr("Reset %1 of").arg(NameOf(property)), ids), [&](Document& document) {
         for (const ElementId id : ids) {

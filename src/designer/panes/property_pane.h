@@ -20,6 +20,8 @@ class PropertyPane : public QTreeWidget {
     // Gives the selected property its default again. Does nothing if it has it.
     void Reset();
     const Document& Source() const { return m_model.Source(); }
+    // Returns the row that the user is at; null if there is none.
+    const PropertyRow* CurrentRow() const;
     const PropertyRow& RowAt(std::size_t index) const { return m_rows.at(index); }
 
  protected:

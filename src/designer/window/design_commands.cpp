@@ -10,9 +10,11 @@
 
 #include "designer/document/editing.h"
 #include "designer/document/xml_text.h"
+#include "designer/expressions/expression_dialog.h"
 #include "designer/model/item_clipboard.h"
 #include "designer/model/item_text.h"
 #include "designer/model/placing.h"
+#include "designer/panes/property_pane.h"
 #include "designer/window/design_window.h"
 #include "platform/contracts/runtime.h"
 
@@ -216,6 +218,36 @@ void DesignWindow::AskForPicture(ElementId image) {
         m_model->Undo();
         Complain(QString::fromStdString(error.Description()));
     }
+}
+
+std::optional<PropertyRow> DesignWindow::ExpressionRow() const {
+    const auto takesExpressions = [](const PropertyRow& row) {
+        return row.property->expressions != Expressions::No;
+    };
+    const PropertyRow* current = m_properties->CurrentRow();
+    if (current && takesExpressions(*current)) {
+        return *current;
+    }
+    const ReportItem* leader = m_model->Item(m_model->Leader());
+    if (!leader || leader->kind != "Textbox") {
+        return std::nullopt;
+    }
+    const std::vector<PropertyRow> rows = PropertyRowsOf(*m_model, leader->id);
+    const auto value = std::find_if(rows.begin(), rows.end(), [&](const PropertyRow& row) {
+        return row.property->name == "Value" && takesExpressions(row);
+    });
+    return value == rows.end() ? std::nullopt : std::optional(*value);
+}
+
+void DesignWindow::EditExpression() {
+    m_canvas->FinishEditing();
+    const std::optional<PropertyRow> row = ExpressionRow();
+    if (!row || m_model->Selection().empty()) {
+        return;
+    }
+    std::vector<ElementId> ids = m_model->Selection();
+    std::rotate(ids.begin(), ids.end() - 1, ids.end());  // the leader is shown
+    ExpressionDialog(*m_model, ids, *row, this).exec();
 }
 
 }  // namespace designer

@@ -10,6 +10,7 @@
 #include "designer/window/design_window.h"
 #include "designer/window/designer_settings.h"
 #include "designer/window/source_page.h"
+#include "designer/wizards/new_report_wizard.h"
 #include "platform/contracts/runtime.h"
 
 namespace designer {
@@ -76,6 +77,7 @@ void DesignWindow::ShowBytes(std::string bytes, const fs::path& file) {
         m_stack->setCurrentWidget(m_tabs);
         m_tabs->setCurrentWidget(m_canvas);
         m_model->SetDocument(std::move(document));
+        m_logons.clear();
         m_canvas->setFocus();
     } catch (const SourceFlaw& flaw) {
         m_model->SetDocument(Document(BlankReport()));
@@ -109,6 +111,13 @@ void DesignWindow::AskAndOpen() {
     const QStringList files = QFileDialog::getOpenFileNames(this, tr("Open Report"), folder, Filters());
     for (const QString& file : files) {
         emit WindowWanted(file);
+    }
+}
+
+void DesignWindow::MakeFromData() {
+    NewReportWizard wizard(this);
+    if (wizard.exec() == QDialog::Accepted) {
+        emit ReportMade(wizard.Text());
     }
 }
 

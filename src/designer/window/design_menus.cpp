@@ -13,6 +13,8 @@
 #include <tuple>
 #include <utility>
 
+#include "designer/dialogs/data_set_dialog.h"
+#include "designer/dialogs/data_source_dialog.h"
 #include "designer/panes/property_pane.h"
 #include "designer/panes/toolbox_pane.h"
 #include "designer/window/design_window.h"
@@ -43,6 +45,7 @@ void DesignWindow::BuildMenus() {
     BuildEditMenu();
     BuildInsertMenu();
     BuildArrangeMenu();
+    BuildReportMenu();
     BuildViewMenu();
     QMenu& help = *menuBar()->addMenu(tr("&Help"));
     AddCommand(help, "helpKeys", tr("&Keys on the Canvas"), QKeySequence::HelpContents, [this] {
@@ -57,6 +60,8 @@ void DesignWindow::BuildMenus() {
 void DesignWindow::BuildFileMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&File"));
     AddCommand(menu, "fileNew", tr("&New"), QKeySequence::New, [this] { emit WindowWanted({}); });
+    AddCommand(menu, "fileNewFromData", tr("New from &Data..."),
+               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N), [this] { MakeFromData(); });
     AddCommand(menu, "fileOpen", tr("&Open..."), QKeySequence::Open, [this] { AskAndOpen(); });
     m_recent = menu.addMenu(tr("Open &Recent"));
     connect(m_recent, &QMenu::aboutToShow, this, &DesignWindow::ShowRecentFiles);
@@ -186,6 +191,26 @@ void DesignWindow::BuildArrangeMenu() {
     snap->setChecked(true);
 }
 
+void DesignWindow::BuildReportMenu() {
+    QMenu& menu = *menuBar()->addMenu(tr("&Report"));
+    AddCommand(menu, "reportDataSource", tr("Data &Source..."), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S),
+               [this] {
+                   m_canvas->FinishEditing();
+                   DataSourceDialog(*m_model, m_logons, this).exec();
+               });
+    AddCommand(menu, "reportDataSet", tr("&Data Set..."), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_D),
+               [this] {
+                   m_canvas->FinishEditing();
+                   DataSetDialog(*m_model, m_logons, this).exec();
+               });
+    menu.addSeparator();
+    AddCommand(menu, "reportExpression", tr("&Expression..."), QKeySequence(Qt::CTRL | Qt::Key_E),
+               [this] { EditExpression(); });
+    m_properties->addAction(&CommandOf(*this, "reportExpression"));
+    m_properties->addAction(&CommandOf(*this, "editReset"));
+    m_properties->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
 void DesignWindow::BuildViewMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&View"));
     AddCommand(menu, "viewDesign", tr("&Design"), QKeySequence(Qt::Key_F7),
@@ -246,9 +271,9 @@ void DesignWindow::ShowCommands() {
     for (const char* name : {"editCut", "editCopy", "editDuplicate", "editDelete", "toFront", "toBack"}) {
         set(name, designs && !selected.empty());
     }
-    for (const char* name :
-         {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole", "zoomWidth", "nextPane",
-          "editReset", "insertTextBox", "insertLine", "insertRectangle", "insertImage"}) {
+    for (const char* name : {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole",
+                             "zoomWidth", "nextPane", "editReset", "reportDataSource", "reportDataSet",
+                             "insertTextBox", "insertLine", "insertRectangle", "insertImage"}) {
         set(name, designs);
     }
     for (const auto& [name, kind] :
@@ -257,6 +282,7 @@ void DesignWindow::ShowCommands() {
         CommandOf(*this, name).setChecked(PageBandOf(document, kind) != NoElement);
     }
     const ReportItem* leader = m_model->Item(m_model->Leader());
+    set("reportExpression", designs && ExpressionRow());
     set("editText", designs && leader && leader->kind == "Textbox");
     for (const char* name : {"alignLeft", "alignCentre", "alignRight", "alignTop", "alignMiddle",
                              "alignBottom", "sameWidth", "sameHeight", "sameSize"}) {

@@ -101,6 +101,7 @@ void DesignWindow::Connect() {
     });
     connect(m_model.get(), &DesignModel::FileChanged, this, &DesignWindow::ShowTitle);
     connect(m_model.get(), &DesignModel::SelectionChanged, this, &DesignWindow::ShowCommands);
+    connect(m_properties, &PropertyPane::currentItemChanged, this, &DesignWindow::ShowCommands);
     connect(m_model.get(), &DesignModel::Refused, this, [this](const QString& text) {
         m_problems->ShowRefusal(text);
         statusBar()->showMessage(text);

@@ -10,8 +10,10 @@
 #include <optional>
 
 #include "designer/canvas/design_canvas.h"
+#include "designer/dialogs/logons.h"
 #include "designer/model/arranging.h"
 #include "designer/model/design_model.h"
+#include "designer/panes/property_rows.h"
 #include "designer/window/recovery.h"
 #include "designer/window/report_file.h"
 
@@ -37,6 +39,8 @@ class DesignWindow : public QMainWindow {
 
     // Replaces what the window shows by a file. Returns false after a message if the file cannot be read.
     bool OpenFile(const std::filesystem::path& file);
+    // Shows a report that no file has yet.
+    void ShowNew(const std::string& bytes) { ShowLost({.copy = {}, .original = {}, .bytes = bytes}); }
     // Shows what was not saved when a designer was ended by force.
     void ShowLost(const LostReport& lost);
     // Whether the window shows a blank report that nobody has changed.
@@ -46,7 +50,8 @@ class DesignWindow : public QMainWindow {
     DesignCanvas& Canvas() { return *m_canvas; }
 
  signals:
-    void WindowWanted(const QString& file);  // another window; with a blank report if `file` is empty
+    void WindowWanted(const QString& file);     // another window; with a blank report if `file` is empty
+    void ReportMade(const std::string& bytes);  // is to be shown, without a file
 
  protected:
     void closeEvent(QCloseEvent* event) override;
@@ -65,6 +70,7 @@ class DesignWindow : public QMainWindow {
     void BuildArrangeMenu();
     void BuildInsertMenu();
     void BuildViewMenu();
+    void BuildReportMenu();
     QAction* AddCommand(QMenu& menu, const char* name, const QString& text, const QKeySequence& keys,
                         const std::function<void()>& work);
     void ShowRecentFiles();
@@ -73,6 +79,7 @@ class DesignWindow : public QMainWindow {
     // design_files.cpp
     void ShowBytes(std::string bytes, const std::filesystem::path& file);
     void AskAndOpen();
+    void MakeFromData();
     bool Save();
     bool AskAndSaveAs();
     bool WriteTo(const std::filesystem::path& file);
@@ -95,6 +102,9 @@ class DesignWindow : public QMainWindow {
     void ArrangeSelection(Arrangement arrangement, const QString& verb);
     void OrderSelection(bool toFront);
     void AskForPicture(ElementId image);
+    void EditExpression();
+    // The property whose expression is edited: the current one of the pane, else what a text box shows.
+    std::optional<PropertyRow> ExpressionRow() const;
     void TogglePageBand(BandKind kind);
 
     void ShowProblemCount();
@@ -116,6 +126,7 @@ class DesignWindow : public QMainWindow {
     QLabel *m_place = nullptr, *m_zoomLabel = nullptr;
     std::optional<FileStamp> m_stamp;  // of the file when it was read or written
     RecoveryFile m_recovery;
+    Logons m_logons;  // of the data sources of this report
     QTimer m_copyTimer, m_lookTimer;
     bool m_isLost = false;  // recovered, and not saved yet
     bool m_asking = false;  // about a file that another program has changed

@@ -37,10 +37,18 @@ DesignWindow* DesignerProgram::NewWindow() {
             Open(file);
         }
     });
+    connect(window, &DesignWindow::ReportMade, this, &DesignerProgram::ShowNew);
     m_windows.removeIf([](const QPointer<DesignWindow>& one) { return one.isNull(); });
     m_windows.append(window);
     window->show();
     return window;
+}
+
+void DesignerProgram::ShowNew(const std::string& bytes) {
+    const QList<DesignWindow*> windows = Windows();
+    const auto blank = std::find_if(windows.begin(), windows.end(),
+                                    [](const DesignWindow* window) { return window->IsUntouched(); });
+    (blank == windows.end() ? NewWindow() : *blank)->ShowNew(bytes);
 }
 
 DesignWindow* DesignerProgram::Open(const QString& file) {

@@ -25,6 +25,8 @@ class DesignerProgram : public QObject {
     // that a window shows already comes to the front. Returns null if the file cannot be read.
     DesignWindow* Open(const QString& file);
     DesignWindow* NewWindow();
+    // Shows a report that no file has yet, in a blank window if there is one.
+    void ShowNew(const std::string& bytes);
     QList<DesignWindow*> Windows() const;
 
  private:

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/window/preview_page.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
@@ -13,6 +12,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "designer/dialogs/busy_pointer.h"
 #include "platform/contracts/runtime.h"
 #include "platform/reports/rdl_engine.h"
 #include "platform/reports/rdl_report.h"
@@ -22,15 +22,6 @@ namespace designer {
 namespace {
 
 constexpr int MostFormLines = 6;  // of parameters; more are scrolled to
-
-// The pointer says that the program is busy.
-class BusyPointer {
- public:
-    BusyPointer() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyPointer() { QApplication::restoreOverrideCursor(); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-};
 
 }  // namespace
 

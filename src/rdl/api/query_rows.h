@@ -12,11 +12,13 @@
 namespace rdl {
 
 struct QueryRequest {
-    std::string provider, connectString;   // as a data source of a report has them; both are constants
-    std::string query = {};                // may be empty for a file of rows
-    std::filesystem::path folder = {};     // where relative names start
-    std::string user = {}, password = {};  // no user: those of the connect string
+    std::string provider, connectString;       // as a data source of a report has them; both are constants
+    std::string query = {};                    // may be empty for a file of rows
+    std::filesystem::path folder = {};         // where relative names start; empty: the current folder
+    std::string user = {}, password = {};      // no user: those of the connect string
+    std::vector<std::string> parameters = {};  // names in the query; their values are Null
     std::size_t mostRows = 1000;
+    int seconds = 0;  // that the query may take; 0: as long as a report's
 };
 
 struct QueryRows {

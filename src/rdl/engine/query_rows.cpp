@@ -38,9 +38,13 @@ QueryRows ReadQueryRows(const QueryRequest& request) {
         source.connectString.source = request.connectString;
         DataSet dataSet;
         dataSet.commandText.source = request.query;
+        dataSet.timeoutSeconds = request.seconds;
+        for (const std::string& name : request.parameters) {
+            dataSet.parameters.push_back({name, {}});
+        }
         data::LoadRequest load;
         load.definition = &definition;
-        load.folder = std::filesystem::absolute(request.folder).string();
+        load.folder = std::filesystem::absolute(request.folder.empty() ? "." : request.folder).string();
         load.folders = TheHost().DataFolders();
         load.nowTicks = TheHost().NowTicks();
         if (!request.user.empty()) {

@@ -51,6 +51,33 @@ TEST_F(QueryRowsOf, AQueryAreTheFirstOnes) {
     EXPECT_EQ(rows.At(4, 0).AsInteger(), 5);
 }
 
+TEST_F(QueryRowsOf, AQueryWithParametersAreThoseForNull) {
+    WriteBytes(m_folder / "empty.db", "");
+    QueryRequest request =
+        Request("SQLITE", "empty.db", "select coalesce(@Day, 'none') as day where @day is null");
+    EXPECT_EQ(Refusal(request), "the query uses the parameter \"@day\", which the data set does not have");
+    request.parameters = {"@Day"};
+    const QueryRows rows = ReadQueryRows(request);
+    ASSERT_EQ(rows.RowCount(), 1U);
+    EXPECT_EQ(rows.At(0, 0).AsText(), "none");
+}
+
+TEST_F(QueryRowsOf, AQueryThatTakesLongerThanItMayAreRefused) {
+    WriteBytes(m_folder / "empty.db", "");
+    QueryRequest request =
+        Request("SQLITE", "empty.db",
+                "with recursive n(i) as (select 1 union all select i + 1 from n) select count(*) from n");
+    request.seconds = 1;
+    EXPECT_EQ(Refusal(request), "the query took longer than 1 second and was given up");
+}
+
+TEST_F(QueryRowsOf, ASourceWithoutAFolderStartsAtTheCurrentOne) {
+    QueryRequest request = Request("SQLITE", (m_folder / "empty.db").string(), "select 7 as a");
+    WriteBytes(m_folder / "empty.db", "");
+    request.folder.clear();
+    EXPECT_EQ(ReadQueryRows(request).At(0, 0).AsInteger(), 7);
+}
+
 TEST_F(QueryRowsOf, AQueryWithLongTextsAreFewer) {
     WriteBytes(m_folder / "empty.db", "");
     const QueryRows rows = ReadQueryRows(Request("SQLITE", "empty.db",

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A query with the tables that it can be made of, and its first rows.
+#pragma once
+
+#include <QWidget>
+#include <optional>
+#include <vector>
+
+#include "designer/dialogs/query_run.h"
+
+class QLabel;
+class QListWidget;
+class QPlainTextEdit;
+class QPushButton;
+class QSplitter;
+
+namespace designer {
+
+class Note;
+class RowsTable;
+class SqlColours;
+
+class QueryForm : public QWidget {
+    Q_OBJECT
+ public:
+    explicit QueryForm(QWidget* parent = nullptr);
+
+    // Shows the tables of a source. The query stays if it is of the same source.
+    void SetSource(const SourceKind& kind, const rdl::QueryRequest& request);
+    // Shows a query of a source. If `canRun` is false the source is not read at all.
+    void ShowQuery(const SourceKind& kind, const rdl::QueryRequest& request, const std::string& query,
+                   bool canRun);
+    void SetQuery(const std::string& query);
+    std::string Query() const;  // trimmed
+    // The table that the query was made from; empty if it was typed.
+    std::string TableOfQuery() const;
+
+    // Runs the query unless its rows are shown already. Returns false after a message below the query.
+    bool Run();
+    // The rows of Run; null before.
+    const rdl::QueryRows* Rows() const { return m_rows ? &*m_rows : nullptr; }
+    void ShowError(const QString& text);
+
+ signals:
+    void Edited();  // the query
+    void Ran();
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+    void BuildTables(QSplitter& splitter);
+    void BuildQuery(QSplitter& splitter);
+    void ListTables(bool hasTables);
+    void TakeTable(int row, bool always);
+    void ForgetRows();
+
+    const SourceKind* m_kind = nullptr;
+    rdl::QueryRequest m_request;
+    std::vector<TableName> m_tables;
+    std::optional<rdl::QueryRows> m_rows;
+    std::string m_lastQuery;
+    std::string m_ownQuery, m_ownTable;  // the query that was made from a table
+    QWidget* m_tableSide = nullptr;
+    QListWidget* m_tableList = nullptr;
+    Note* m_tableNote = nullptr;
+    QLabel* m_queryLabel = nullptr;
+    QPlainTextEdit* m_query = nullptr;
+    SqlColours* m_colours = nullptr;
+    QPushButton* m_run = nullptr;
+    Note* m_note = nullptr;
+    RowsTable* m_table = nullptr;
+};
+
+}  // namespace designer

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Queries of the designer's dialogs. All raise RuntimeError with the reason as the engine gives it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "designer/dialogs/source_kinds.h"
+#include "rdl/api/query_rows.h"
+
+namespace designer {
+
+struct TableName {
+    std::string schema, name;  // the schema may be empty
+};
+
+// Runs the query, which may take two minutes.
+rdl::QueryRows RunQuery(rdl::QueryRequest request);
+// Returns the tables and views of a source whose kind has a query for them.
+std::vector<TableName> TablesOf(const SourceKind& kind, rdl::QueryRequest request);
+
+}  // namespace designer

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The first rows of a query with the types of its columns.
+#pragma once
+
+#include <QTableWidget>
+
+#include "rdl/api/query_rows.h"
+
+namespace designer {
+
+class RowsTable : public QTableWidget {
+ public:
+    explicit RowsTable(QWidget* parent = nullptr);
+    // Shows at most 100 of the rows.
+    void ShowRows(const rdl::QueryRows& rows);
+};
+
+}  // namespace designer

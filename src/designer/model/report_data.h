@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The data sources and data sets of a report, as dialogs show and change them (MS-RDL, DataSource and
+// DataSet).
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "designer/document/document.h"
+#include "designer/new_report/columns.h"
+
+namespace designer {
+
+struct ReportSource {
+    std::string name, provider = {}, connectString = {};
+    bool isShared = false;  // it is in another file
+    bool operator==(const ReportSource&) const = default;
+};
+
+struct ReportField {
+    std::string name;
+    std::string column = {};    // of the query; empty for a field that is computed
+    std::string value = {};     // of a field that is computed: an expression
+    std::string typeName = {};  // System.Int64 ...; may be empty
+    bool operator==(const ReportField&) const = default;
+};
+
+struct ReportSet {
+    std::string name, source = {}, query = {};
+    std::vector<ReportField> fields = {};
+    std::vector<std::string> parameters = {};  // of the query; PutSet leaves them as they are
+    bool isShared = false;
+    bool operator==(const ReportSet&) const = default;
+};
+
+std::vector<ReportSource> SourcesOf(const Document& document);
+std::vector<ReportSet> SetsOf(const Document& document);
+
+enum class DataPart { Source, Set };
+// Returns why a part cannot have the name, as a text for users; empty if it can. `old` is the name that it
+// has; empty for a new part.
+std::string FaultOfName(const Document& document, DataPart part, std::string_view old, std::string_view name);
+// Returns a name that a new part can have.
+std::string NewNameOf(const Document& document, DataPart part);
+
+// Write the part that has the name `old`, or a new one if it is empty. What refers to a name follows it;
+// elements that are not told here stay. Raise EditError if FaultOfName finds a fault.
+void PutSource(Document& document, const std::string& old, const ReportSource& source);
+void PutSet(Document& document, const std::string& old, const ReportSet& set);
+
+// Returns the fields for the columns of a query: those of `old` where they have a field already, without
+// regard to case, and new ones for the others; then the computed fields of `old`.
+std::vector<ReportField> FieldsFor(const std::vector<ReportColumn>& columns,
+                                   const std::vector<ReportField>& old);
+
+}  // namespace designer

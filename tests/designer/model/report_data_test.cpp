@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Data sources and data sets of a report that are read and written.
+#include "designer/model/report_data.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace designer {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+const std::string Sales =
+    R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition">
+  <DataSources>
+    <DataSource Name="Sales">
+      <ConnectionProperties>
+        <DataProvider>SQLITE</DataProvider>
+        <ConnectString>Data Source=sales.db</ConnectString>
+      </ConnectionProperties>
+    </DataSource>
+    <DataSource Name="Far">
+      <DataSourceReference>Far</DataSourceReference>
+    </DataSource>
+  </DataSources>
+  <DataSets>
+    <DataSet Name="Orders">
+      <Query>
+        <DataSourceName>Sales</DataSourceName>
+        <CommandText>select id, day from orders</CommandText>
+      </Query>
+      <Fields>
+        <Field Name="Number">
+          <DataField>id</DataField>
+          <!-- kept -->
+        </Field>
+        <Field Name="day">
+          <DataField>day</DataField>
+        </Field>
+        <Field Name="Twice">
+          <Value>=2 * Fields!Number.Value</Value>
+        </Field>
+      </Fields>
+    </DataSet>
+  </DataSets>
+  <ReportSections/>
+</Report>
+)";
+
+TEST(ReportData, IsRead) {
+    const Document document(Sales);
+    EXPECT_EQ(SourcesOf(document),
+              (std::vector<ReportSource>{
+                  {.name = "Sales", .provider = "SQLITE", .connectString = "Data Source=sales.db"},
+                  {.name = "Far", .isShared = true}}));
+    const std::vector<ReportSet> sets = SetsOf(document);
+    ASSERT_EQ(sets.size(), 1U);
+    EXPECT_EQ(sets[0].source + ": " + sets[0].query, "Sales: select id, day from orders");
+    EXPECT_THAT(sets[0].fields,
+                ElementsAre(ReportField{.name = "Number", .column = "id"},
+                            ReportField{.name = "day", .column = "day"},
+                            ReportField{.name = "Twice", .value = "=2 * Fields!Number.Value"}));
+}
+
+TEST(ReportData, ASourceThatIsRenamedKeepsItsDataSets) {
+    Document document(Sales);
+    PutSource(document, "Sales", {.name = "Shop", .provider = "CSV", .connectString = "Data Source=a&b.csv"});
+    EXPECT_EQ(SourcesOf(document)[0].name, "Shop");
+    EXPECT_EQ(SetsOf(document)[0].source, "Shop");
+    EXPECT_THAT(document.Text(), HasSubstr("<ConnectString>Data Source=a&amp;b.csv</ConnectString>"));
+}
+
+TEST(ReportData, WhatIsPutAsItIsChangesNothing) {
+    Document document(Sales);
+    PutSource(document, "Sales", SourcesOf(document)[0]);
+    PutSet(document, "Orders", SetsOf(document)[0]);
+    EXPECT_EQ(document.Text(), Sales);
+    EXPECT_EQ(document.UndoCount(), 0U);
+}
+
+TEST(ReportData, PartsAreAddedToAReportWithoutAny) {
+    Document document(
+        "<Report xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition\">\n"
+        "  <ReportSections/>\n</Report>\n");
+    EXPECT_EQ(NewNameOf(document, DataPart::Source), "Source");
+    PutSource(document, "", {.name = "Source", .provider = "SQLITE", .connectString = "Data Source=a.db"});
+    EXPECT_EQ(NewNameOf(document, DataPart::Source), "Source2");
+    PutSet(document, "",
+           {.name = "Rows",
+            .source = "Source",
+            .query = "select 1 < 2 as a",
+            .fields = {{.name = "a", .column = "a", .typeName = "System.Int64"}}});
+    EXPECT_EQ(
+        document.Text(),
+        R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition" xmlns:rd="http://schemas.microsoft.com/SQLServer/reporting/reportdesigner">
+  <DataSources>
+    <DataSource Name="Source">
+      <ConnectionProperties>
+        <DataProvider>SQLITE</DataProvider>
+        <ConnectString>Data Source=a.db</ConnectString>
+      </ConnectionProperties>
+    </DataSource>
+  </DataSources>
+  <DataSets>
+    <DataSet Name="Rows">
+      <Query>
+        <DataSourceName>Source</DataSourceName>
+        <CommandText>select 1 &lt; 2 as a</CommandText>
+      </Query>
+      <Fields>
+        <Field Name="a">
+          <DataField>a</DataField>
+          <rd:TypeName>System.Int64</rd:TypeName>
+        </Field>
+      </Fields>
+    </DataSet>
+  </DataSets>
+  <ReportSections/>
+</Report>
+)");
+}
+
+TEST(ReportData, FieldsFollowTheColumns) {
+    Document document(Sales);
+    ReportSet set = SetsOf(document)[0];
+    std::vector<ReportColumn> columns(3);
+    columns[0].name = "ID";
+    columns[1].name = "twice";
+    columns[2].name = "net price";
+    for (ReportColumn& column : columns) {
+        column.typeName = "System.Int64";
+    }
+    set.fields = FieldsFor(columns, set.fields);
+    EXPECT_THAT(
+        set.fields,
+        ElementsAre(ReportField{.name = "Number", .column = "id"},
+                    ReportField{.name = "twice_2", .column = "twice", .typeName = "System.Int64"},
+                    ReportField{.name = "net_price", .column = "net price", .typeName = "System.Int64"},
+                    ReportField{.name = "Twice", .value = "=2 * Fields!Number.Value"}));
+    PutSet(document, "Orders", set);
+    EXPECT_THAT(document.Text(), HasSubstr("<!-- kept -->"));
+    EXPECT_EQ(document.Text().find("<DataField>day"), std::string::npos);
+    std::vector<std::string> names;
+    const ReportSet written = SetsOf(document)[0];
+    for (const ReportField& field : written.fields) {
+        names.push_back(field.name);
+    }
+    EXPECT_THAT(names, ElementsAre("Number", "Twice", "twice_2", "net_price"));
+}
+
+TEST(ReportData, ASetWithoutFieldsHasNoListOfThem) {
+    Document document(Sales);
+    ReportSet set = SetsOf(document)[0];
+    set.fields = {};
+    PutSet(document, "Orders", set);
+    EXPECT_EQ(document.Text().find("<Fields"), std::string::npos);
+}
+
+TEST(ReportData, NamesAreChecked) {
+    const Document document(Sales);
+    EXPECT_EQ(FaultOfName(document, DataPart::Source, "", ""), "Type a name for the data source");
+    EXPECT_EQ(FaultOfName(document, DataPart::Source, "", "my sales"),
+              "A name is a letter or _, then letters, digits and _");
+    EXPECT_EQ(FaultOfName(document, DataPart::Source, "Far", "SALES"),
+              "The report has a data source SALES already");
+    EXPECT_EQ(FaultOfName(document, DataPart::Source, "Sales", "SALES"), "");
+    EXPECT_EQ(FaultOfName(document, DataPart::Set, "", "Sales"), "");
+}
+
+}  // namespace
+}  // namespace designer
