@@ -15,7 +15,7 @@ import unittest
 
 from databases import PASSWORD, POSTGRES, Postgres
 from editor import Display, write_program
-from guide_pages import PAGES, TOP, blocks, commands, name_of, unfenced_commands
+from guide_pages import FENCED, PAGES, TOP, blocks, commands, name_of, unfenced_commands
 from harness import STAGE, read_mails
 from mail_server import Server
 
@@ -41,12 +41,13 @@ ELSEWHERE = {
     "docs/service.md": {
         "sudo systemd-sysusers && sudo systemd-tmpfiles --create": "packaging/in_chroot, by the package",
         "sudo systemctl daemon-reload && sudo systemctl enable --now oxbow-courier": "packaging.service checks the unit",
-        'courier() { sudo -u oxbow-courier env XDG_CONFIG_HOME=/etc XDG_DATA_HOME=/var/lib "$@"; }': "packaging/in_chroot",
-        "courier oxc-mail set Transport=smtp Host=mail.example.com From='Reports <reports@example.com>'":
-            "packaging/in_chroot",
-        "courier oxc-mail check": "packaging/in_chroot",
-        "courier oxc-schedule add /srv/reports/sales.rpt --to ann@example.com --weekly --at 07:30": "packaging/in_chroot",
-        "courier oxc-schedule status": "packaging/in_chroot",
+        'courier() { sudo -u oxbow-courier env XDG_CONFIG_HOME=/etc XDG_DATA_HOME=/var/lib "$@"; }': "test_service",
+        "courier oxc-mail set Transport=smtp Host=mail.example.com From='Reports <reports@example.com>'": "test_service",
+        "courier oxc-mail check": "test_service",
+        "courier oxc-schedule options set --alert boss@example.com": "test_service",
+        "sudo systemctl reload oxbow-courier": "test_service",
+        "courier oxc-schedule add /srv/reports/sales.rpt --to ann@example.com --weekly --at 07:30": "test_service",
+        "courier oxc-schedule status": "test_service",
         "rm -f ~/.config/autostart/OXC.desktop": "packaging.service checks the unit's condition",
         "systemctl --user daemon-reload": "packaging.service checks the unit",
         "systemctl --user enable --now oxbow-courier": "packaging.service checks the unit",
@@ -91,6 +92,12 @@ done
 kill -INT $scheduler
 wait $scheduler
 """
+
+
+def headings(page):
+    """As links name them: in lower case, without marks, with hyphens for blanks."""
+    lines = re.findall(r"(?m)^#+ (.*)$", FENCED.sub("", page.read_text()))
+    return [re.sub(r"[^\w -]", "", line.lower()).replace(" ", "-") for line in lines]
 
 
 def blocks_of(name):
@@ -138,10 +145,9 @@ class GuideTest(unittest.TestCase):
     def mails(self):
         return read_mails(self.application / "outbox")
 
-    def serve_mail(self):
+    def serve_mail(self, login=("--user", "reports@example.com", "--password", "s3cret")):
         ca = self.folder / "mail"
-        server = Server(ca, "--security", "starttls", "--certificate-name", "127.0.0.1", "--user",
-                        "reports@example.com", "--password", "s3cret")
+        server = Server(ca, "--security", "starttls", "--certificate-name", "127.0.0.1", *login)
         self.addCleanup(server.close)
         self.words["Host=mail.example.com"] = "Host=127.0.0.1 Port=%d CAFile=%s" % (server.port, ca / "ca.pem")
         return server
@@ -159,8 +165,11 @@ class Guides(GuideTest):
 
     def test_links_lead_somewhere(self):
         for page in PAGES:
-            for link in re.findall(r"\]\(([^)#:]+)(?:#[^)]*)?\)", page.read_text()):
-                self.assertTrue((page.parent / link).exists(), "%s: %s" % (name_of(page), link))
+            for link, place in re.findall(r"\]\(([^)#:]*)(?:#([^)]*))?\)", page.read_text()):
+                target = page.parent / link if link else page
+                self.assertTrue(target.exists(), "%s: %s" % (name_of(page), link))
+                if place:
+                    self.assertIn(place, headings(target), "%s: %s" % (name_of(page), link))
 
     def test_commands_stand_in_blocks_that_say_so(self):
         for page in PAGES:
@@ -229,40 +238,122 @@ class Guides(GuideTest):
         self.assertIn("Shared", self.run_block("oxc-schedule list"))
         self.assertTrue((self.application / "PressroomLive.dat").read_text().startswith("Oxbow Courier store link 1\n"))
 
+    def serve_the_system(self):
+        """Folders, users and units of the system's service are those of the test; systemctl writes down what it is told."""
+        self.system = self.folder / "system"
+        for name in ("etc", "root", "var/lib"):
+            (self.system / name).mkdir(parents=True)
+        self.words.update({"/var/lib": "%s/var/lib" % self.system, "=/etc": "=%s/etc" % self.system, "-C /": "-C %s" % self.system,
+                           "/root/": "%s/root/" % self.system, "chown oxbow-courier:": "chown %d" % os.getuid()})
+        self.stand_in("sudo", '[ "$1" != -u ] || shift 2\nexec "$@"\n')
+        self.stand_in("systemctl", 'echo "$@" >> %s/said\n' % self.system)
+
+    def fill_the_service(self, title="Figures"):
+        self.run_block("export XDG_CONFIG_HOME=/etc XDG_DATA_HOME=/var/lib; oxc-schedule init; oxc-mail set Transport=outbox "
+                       "From=a@example.com; cd /var/lib/oxbow-courier; oxc-schedule add samples/summary.rpt --to ann@example.com "
+                       "--at 07:00 --title %s; echo link > sales.rds" % title)
+
+    def empty_the_service(self):
+        """As an installation that has just started leaves it: with a database of its own."""
+        for name in ("etc", "var/lib"):
+            shutil.rmtree(self.system / name / "oxbow-courier")
+        self.fill_the_service("Foreign")
+        (self.system / "var/lib/oxbow-courier/sales.rds").unlink()
+
     def test_move(self):
         self.make_folder()
+        self.serve_the_system()
         self.run_block("oxc-mail set Transport=outbox From=a@example.com; oxc-schedule add "
-                       "~/.local/share/oxbow-courier/samples/summary.rpt --to ann@example.com --at 07:00")
-        pack, unpack, export, imported = blocks_of("docs/how-to/move.md")
+                       "~/.local/share/oxbow-courier/samples/summary.rpt --to ann@example.com --at 07:00 --title Figures; "
+                       "echo link > ~/.local/share/oxbow-courier/sales.rds")
+        pack, unpack, pack_service, unpack_service, export, profile, imported, options = blocks_of("docs/how-to/move.md")
+        entry = self.home / ".config" / "autostart" / "OXC.desktop"
+        started = entry.read_text()
         self.run_block(pack)
+        self.assertEqual((self.home / "courier.tar.gz").stat().st_mode & 0o777, 0o600)
         shutil.rmtree(self.home / ".local")
         shutil.rmtree(self.home / ".config")
+        self.make_folder()
+        entry.unlink()
         listed = self.run_block(unpack)
-        title, = [row["title"] for row in json.loads(self.run_block("oxc-schedule list --json"))]
-        self.assertIn(title, listed)
-        self.run_block(export)
+        self.assertIn("Figures", listed)
+        self.assertEqual(entry.read_text(), started)
+        self.assertEqual((self.application / "sales.rds").read_text(), "link\n")
+
+        self.fill_the_service()
+        self.run_block(pack_service)
+        self.assertEqual((self.system / "root/courier.tar.gz").stat().st_mode & 0o777, 0o600)
+        self.empty_the_service()
+        listed = self.run_block(unpack_service)
+        self.assertIn("Figures", listed)
+        self.assertNotIn("Foreign", listed)
+        self.assertEqual((self.system / "said").read_text(),
+                         "disable --now oxbow-courier\nstop oxbow-courier\nstart oxbow-courier\n")
+
+        self.run_block("cp .local/share/oxbow-courier/samples/summary.rpt own.rpt; cat > contacts.vcf; "
+                       "oxc-mail set VCard=~/contacts.vcf; mkdir -p reports moved; cp own.rpt reports; cp own.rpt moved; "
+                       "oxc-schedule add reports/own.rpt --to 'Ann Berg' --at 07:00 --title Own; "
+                       "oxc-schedule options set --alert boss@example.com --poll 20",
+                       said="BEGIN:VCARD\nVERSION:3.0\nFN:Ann Berg\nEMAIL:ann@example.com\nEND:VCARD\n")
+        self.words.update({"/home/ann/reports/": "%s/reports/" % self.home, "/srv/reports/": "%s/moved/" % self.home})
+        self.assertIn("boss@example.com", self.run_block(export))
         self.assertEqual((self.home / "courier.json").stat().st_mode & 0o777, 0o600)
-        self.run_block("oxc-schedule remove '%s'" % title)
+        self.run_block("mv ~/.config/oxbow-courier/mail.ini .; rm -r .config reports .local/share/oxbow-courier/PressroomLive.*")
+        self.run_block(profile)
         said = self.run_block(imported)
-        self.assertRegex(said, r"(?m)^add .*" + re.escape(title))
-        self.assertEqual(len(json.loads(self.run_block("oxc-schedule list --json"))), 1)
+        self.assertRegex(said, r"(?m)^add .*Own")
+        self.assertEqual((self.home / "courier.json").stat().st_mode & 0o777, 0o600)
+        self.run_block(options)
+        self.assertIn("%s/moved/own.rpt" % self.home, self.run_block("oxc-schedule show Own; oxc-schedule options show"))
 
     def test_backup(self):
         self.make_folder()
-        self.run_block("oxc-mail set Transport=outbox From=a@example.com; oxc-schedule add "
-                       "~/.local/share/oxbow-courier/samples/summary.rpt --to ann@example.com --at 07:00")
+        self.serve_the_system()
+        self.run_block("oxc-mail set Transport=outbox From=a@example.com; cd ~/.local/share/oxbow-courier; oxc-schedule add "
+                       "samples/summary.rpt --to ann@example.com --at 07:00; oxc-mail test bob@example.com; "
+                       "echo link > sales.rds; echo page > output/page.htm")
         stored = self.run_block("oxc-schedule list --json")
-        backup, small, restore, export = blocks_of("docs/how-to/backup.md")
+        backup, small, restore, backup_service, restore_service, export = blocks_of("docs/how-to/backup.md")
+        kept = {path: path.read_bytes() for place in (".local", ".config") for path in (self.home / place).rglob("*")
+                if path.is_file() and not path.name.startswith("PressroomLive.")}
+        self.assertIn(self.home / ".config/autostart/OXC.desktop", kept)
         self.assertEqual(self.run_block(backup), "ok\n")
         self.run_block(small)
-        title, = [row["title"] for row in json.loads(stored)]
-        self.run_block("oxc-schedule remove '%s'; rm -r ~/.config/oxbow-courier %s/Cache" % (title, self.application))
+        for name in ("pressroom.dat", "files.tar.gz", "small.dat"):
+            self.assertEqual((self.home / "backup" / name).stat().st_mode & 0o777, 0o600, name)
+        self.run_block(export)
+        self.assertIn(json.loads(stored)[0]["title"], (self.home / "backup" / "schedules.json").read_text())
+        # A new machine, where nothing was started yet.
+        shutil.rmtree(self.home / ".local")
+        shutil.rmtree(self.home / ".config")
         self.run_block(restore)
         self.assertEqual(self.run_block("oxc-schedule list --json"), stored)
-        self.assertIn("a@example.com", self.run_block("oxc-mail show"))
-        self.assertTrue((self.application / "Cache" / "summary.rpt").exists())
-        self.run_block(export)
-        self.assertIn(title, (self.home / "backup" / "schedules.json").read_text())
+        for path, content in kept.items():
+            self.assertEqual(path.read_bytes(), content, path)
+
+        self.fill_the_service()
+        self.assertEqual(self.run_block(backup_service), "ok\n")
+        self.assertEqual((self.system / "root/backup/files.tar.gz").stat().st_mode & 0o777, 0o600)
+        self.empty_the_service()
+        due = self.run_block(restore_service)
+        self.assertIn("Figures", due)
+        self.assertNotIn("Foreign", due)
+        self.assertEqual((self.system / "var/lib/oxbow-courier/sales.rds").read_text(), "link\n")
+        self.assertEqual((self.system / "said").read_text(), "stop oxbow-courier\nstart oxbow-courier\n")
+
+    def test_service(self):
+        self.serve_mail(login=())
+        self.serve_the_system()
+        (self.home / "sales.rpt").write_text(MINIMAL % "sales")
+        # Before its first poll a scheduler is critical.
+        self.words.update({"/srv/reports": str(self.home), "oxc-schedule status": "oxc-schedule status || [ $? = 2 ]"})
+        self.run_block("courier() { sudo -u oxbow-courier env XDG_CONFIG_HOME=/etc XDG_DATA_HOME=/var/lib \"$@\"; }; "
+                       "courier oxc-schedule init; courier oxc-schedule options show | grep -x 'On error alert: *nobody'")
+        said = self.run_block(blocks_of("docs/service.md")[1])
+        self.assertIn("takes mail from reports@example.com", said)
+        self.assertIn("Stored: 1 schedules, 0 packages.", said)
+        self.assertIn('"AlertWho"="boss@example.com"', (self.system / "etc/oxbow-courier/settings.reg").read_text())
+        self.assertEqual((self.system / "said").read_text(), "reload oxbow-courier\n")
 
     def test_log_lines_are_filtered(self):
         self.make_folder()
