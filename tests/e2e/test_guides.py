@@ -54,20 +54,6 @@ ELSEWHERE = {
     },
 }
 
-ORDERS = """<?xml version="1.0" encoding="utf-8"?>
-<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition">
-  <CustomProperties><CustomProperty><Name>Title</Name><Value>Orders</Value></CustomProperty></CustomProperties>
-  <DataSources><DataSource Name="sales"><DataSourceReference>sales</DataSourceReference></DataSource></DataSources>
-  <DataSets><DataSet Name="Orders"><Query><DataSourceName>sales</DataSourceName>
-    <CommandText>select customer from orders</CommandText></Query>
-    <Fields><Field Name="customer"><DataField>customer</DataField></Field></Fields></DataSet></DataSets>
-  <ReportSections><ReportSection><Body><ReportItems>
-    <Textbox Name="T"><Height>1cm</Height><Width>9cm</Width><Paragraphs><Paragraph><TextRuns><TextRun>
-      <Value>=First(Fields!customer.Value, "Orders")</Value></TextRun></TextRuns></Paragraph></Paragraphs></Textbox>
-  </ReportItems><Height>2cm</Height></Body><Width>10cm</Width><Page/></ReportSection></ReportSections>
-</Report>
-"""
-
 # The scheduler of the guides runs until the reader presses Ctrl+C: here until the history has a row.
 SCHEDULER = """
 %s "$@" & scheduler=$!
@@ -139,16 +125,25 @@ class Guides(GuideTest):
         (server.folder / "data" / "pg_hba.conf").write_text(
             "host all courier 127.0.0.1/32 scram-sha-256\nlocal all postgres trust\n")
         server.run(server.programs / "psql", "-q", "-h", server.folder, "-p", server.port, "-U", "postgres", "-d", "sales",
-                   "-c", "create table orders(customer text); insert into orders values('Larch & Sons'); "
+                   "-c", "create table orders(region text, customer text, amount numeric); "
+                         "insert into orders values('North', 'Larch & Sons', 120.5), ('South', 'Costa', 99); "
                          "select pg_reload_conf()")
         self.words = {"-h db.example.com": "-q -h %s -p %d -U postgres" % (server.folder, server.port),
-                      "Host=db.example.com;Port=5432": "Host=127.0.0.1;Port=%d" % server.port}
+                      "Host=db.example.com;Port=5432": "Host=127.0.0.1;Port=%d" % server.port,
+                      "/etc/odbcinst.ini": str(self.home / "odbcinst.ini")}
+        self.stand_in("sudo", 'exec "$@"\n')
+        drivers = "[Other]\nCommLog=1\n\n[PostgreSQL ANSI]\nCommLog=1\n\n[PostgreSQL Unicode]\nDebug=0\nCommLog=%d\nUsageCount=1\n"
+        (self.home / "odbcinst.ini").write_text(drivers % 1)
         self.make_folder()
         self.run_block("oxc-mail set Transport=outbox From=a@example.com OutboxFolder=%s" % (self.application / "outbox"))
-        (self.home / "orders.rdl").write_text(ORDERS)
         self.run_page("docs/how-to/postgresql.md")
         text = self.run_block("pdftotext orders.pdf -")
-        self.assertEqual(text.strip(), "Larch & Sons")
+        for word in ("Orders", "Larch & Sons", "120.50", "219.50"):
+            self.assertIn(word, text)
+        report = (self.home / "orders.rdl").read_text()
+        self.assertIn("<DataSourceReference>sales<", report)
+        self.assertNotIn("Host=", report)
+        self.assertEqual((self.home / "odbcinst.ini").read_text(), drivers.replace("ANSI]\nCommLog=1", "ANSI]\nCommLog=0") % 0)
         self.assertEqual([m["To"] for m in self.mails()], ["ann@example.com"])
 
     @unittest.skipUnless(POSTGRES, "PostgreSQL is not installed")
