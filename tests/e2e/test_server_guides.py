@@ -2,9 +2,12 @@
 """The guides of who runs a scheduler for others: service, backup, move, monitoring. Their commands are run in their pages'
 order, for a user's scheduler and for the system's service, whose folders, users and units are those of the test."""
 
+import datetime
 import json
 import re
 import shutil
+import subprocess
+import time
 import unittest
 
 from guide_pages import TOP, blocks
@@ -106,6 +109,41 @@ class ServerGuides(GuideTest):
         self.assertIn("Stored: 1 schedules, 0 packages.", said)
         self.assertIn('"AlertWho"="boss@example.com"', (self.system / "etc/oxbow-courier/settings.reg").read_text())
         self.assertEqual((self.system / "said").read_text(), "reload oxbow-courier\n")
+
+    def poll_until(self, condition):
+        """Runs the scheduler, with a poll each second, until the rows of the history, as (title, status), are so."""
+        scheduler = subprocess.Popen([self.tree / "usr/bin/oxc", "-sched"], env=self.environment(), stderr=subprocess.DEVNULL)
+        try:
+            for _ in range(200):
+                rows = [(row["title"], row["status"]) for row in json.loads(self.run_block("oxc-schedule history --json"))]
+                if condition(rows):
+                    return
+                time.sleep(0.1)
+            self.fail(rows)
+        finally:
+            scheduler.terminate()
+            self.assertEqual(scheduler.wait(20), 0)
+
+    def test_schedule_that_fails_in_every_poll(self):
+        self.make_folder()
+        self.run_block("oxc-mail set Transport=outbox From=a@example.com; oxc-schedule options set --poll 1 --alert "
+                       "boss@example.com; for n in First Sales Last; do cp .local/share/oxbow-courier/samples/summary.rpt $n.rpt; "
+                       "oxc-schedule add $n.rpt --to ann@example.com --at 00:00 --title $n; done; "
+                       "rm .local/share/oxbow-courier/Cache/Sales.rpt")
+        aside, back = blocks_of("docs/operations.md")
+        self.poll_until(lambda rows: rows.count(("Sales", "Failure")) >= 3)
+        rows = [(row["title"], row["status"]) for row in json.loads(self.run_block("oxc-schedule history --json"))]
+        self.assertEqual(set(rows), {("First", "Success"), ("Sales", "Failure")})
+        self.assertEqual([mail["To"] for mail in self.mails()].count("boss@example.com"), rows.count(("Sales", "Failure")))
+
+        self.run_block(aside)
+        for name in ("all.json", "aside.json"):
+            self.assertEqual((self.home / name).stat().st_mode & 0o777, 0o600, name)
+        self.poll_until(lambda rows: ("Last", "Success") in rows)
+        self.run_block(back)
+        tomorrow = (datetime.date.today() + datetime.timedelta(days=1)).isoformat()
+        listed = {row["title"]: row["next"] for row in json.loads(self.run_block("oxc-schedule list --json"))}
+        self.assertEqual(listed, dict.fromkeys(("First", "Sales", "Last"), tomorrow))
 
     def test_log_lines_are_filtered(self):
         self.make_folder()
