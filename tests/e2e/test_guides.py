@@ -195,6 +195,17 @@ class Guides(GuideTest):
         for name in ("regions.pdf", "north.xls", "summary.png", "orders.csv", "10042.pdf", "orders.html"):
             self.assertGreater((self.application / name).stat().st_size, 500, name)
 
+    def test_types_of_parameters(self):
+        said = re.search(r"The `type` of a parameter is(.*?)\.\s", (TOP / "docs/report-files.md").read_text(), re.S).group(1)
+        types = {word: int(number) for number, words in re.findall(r"(\d+) for([^\d]*)", said) for word in re.findall(r"`(\w+)`", words)}
+        parameter = re.search(r"<ReportParameter .*?</ReportParameter>", MINIMAL, re.S).group()
+        report = MINIMAL.replace(parameter, "".join(
+            '<ReportParameter Name="%s"><DataType>%s</DataType><Prompt>p</Prompt></ReportParameter>' % (name, name) for name in types))
+        (self.home / "types.rdl").write_text(report % "types")
+        told = json.loads(self.run_block("oxc-report info types.rdl"))["parameters"]
+        self.assertEqual({one["name"]: one["type"] for one in told}, types)
+        self.assertEqual(set(types), {"Integer", "Float", "Boolean", "String", "DateTime"})
+
     # The tutorial's steps in the windows, as its text has them
 
     def window(self, title):
@@ -279,6 +290,7 @@ class Guides(GuideTest):
             else:
                 said.append(self.run_block(text))
         self.assertIn("Sales by region", said[0])
+        self.assertIn('"type": 7\n', said[0])
         self.assertIn("Success", said[3])
         mail, = self.mails()
         self.assertEqual((mail["To"], mail["Subject"]), ("ann@example.com", "Good morning"))
