@@ -130,10 +130,17 @@ class ServerGuides(GuideTest):
                        "boss@example.com; for n in First Sales Last; do cp .local/share/oxbow-courier/samples/summary.rpt $n.rpt; "
                        "oxc-schedule add $n.rpt --to ann@example.com --at 00:00 --title $n; done; "
                        "rm .local/share/oxbow-courier/Cache/Sales.rpt")
+        for variable in ("", "OXC_REPORT_MEMORY=2G ", "OXC_REPORT_FOLDERS=here "):
+            self.run_block(variable + "oxc-schedule run Sales || [ $? = 1 ]")
+        on_demand = json.loads(self.run_block("oxc-schedule history --json"))
+        self.assertEqual([row["status"] for row in on_demand], ["", "", ""])
+        self.assertEqual({re.match("[A-Z_]+", row["error"])[0] for row in on_demand}, {"F", "OXC_REPORT_MEMORY", "OXC_REPORT_FOLDERS"})
+        self.assertEqual(self.mails(), [])
+
         aside, back = blocks_of("docs/operations.md")
         self.poll_until(lambda rows: rows.count(("Sales", "Failure")) >= 3)
         rows = [(row["title"], row["status"]) for row in json.loads(self.run_block("oxc-schedule history --json"))]
-        self.assertEqual(set(rows), {("First", "Success"), ("Sales", "Failure")})
+        self.assertEqual(set(rows), {("First", "Success"), ("Sales", "Failure"), ("Sales", "")})
         self.assertEqual([mail["To"] for mail in self.mails()].count("boss@example.com"), rows.count(("Sales", "Failure")))
 
         self.run_block(aside)
