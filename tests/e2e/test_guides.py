@@ -197,7 +197,8 @@ class Guides(GuideTest):
 
     def test_types_of_parameters(self):
         said = re.search(r"The `type` of a parameter is(.*?)\.\s", (TOP / "docs/report-files.md").read_text(), re.S).group(1)
-        types = {word: int(number) for number, words in re.findall(r"(\d+) for([^\d]*)", said) for word in re.findall(r"`(\w+)`", words)}
+        types = {word: int(number) for number, words in re.findall(r"(\d+) for([^\d]*)", said)
+                 for word in re.findall(r"`(\w+)`", words)}
         parameter = re.search(r"<ReportParameter .*?</ReportParameter>", MINIMAL, re.S).group()
         report = MINIMAL.replace(parameter, "".join(
             '<ReportParameter Name="%s"><DataType>%s</DataType><Prompt>p</Prompt></ReportParameter>' % (name, name) for name in types))

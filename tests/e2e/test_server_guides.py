@@ -66,11 +66,12 @@ class ServerGuides(GuideTest):
         self.serve_the_system()
         self.run_block("oxc-mail set Transport=outbox From=a@example.com; cd ~/.local/share/oxbow-courier; oxc-schedule add "
                        "samples/summary.rpt --to ann@example.com --at 07:00; oxc-mail test bob@example.com; "
-                       "echo link > sales.rds; echo page > output/page.htm")
+                       "echo link > sales.rds; echo page > output/page.htm; echo former > PressroomLive.dat.embedded")
         stored = self.run_block("oxc-schedule list --json")
         backup, small, restore, backup_service, restore_service, export = blocks_of("docs/how-to/backup.md")
         kept = {path: path.read_bytes() for place in (".local", ".config") for path in (self.home / place).rglob("*")
                 if path.is_file() and not path.name.startswith("PressroomLive.")}
+        kept[self.application / "PressroomLive.dat.embedded"] = b"former\n"
         self.assertIn(self.home / ".config/autostart/OXC.desktop", kept)
         self.assertEqual(self.run_block(backup), "ok\n")
         self.run_block(small)
@@ -83,6 +84,8 @@ class ServerGuides(GuideTest):
         shutil.rmtree(self.home / ".config")
         self.run_block(restore)
         self.assertEqual(self.run_block("oxc-schedule list --json"), stored)
+        self.assertEqual({path.name for path in self.application.glob("PressroomLive.*") if ".dat-" not in path.name},
+                         {"PressroomLive.dat", "PressroomLive.dat.embedded"})
         for path, content in kept.items():
             self.assertEqual(path.read_bytes(), content, path)
 
