@@ -45,15 +45,15 @@ class ServerGuides(GuideTest):
         self.assertEqual((self.system / "said").read_text(),
                          "disable --now oxbow-courier\nstop oxbow-courier\nstart oxbow-courier\n")
 
-        self.run_block("cp .local/share/oxbow-courier/samples/summary.rpt own.rpt; cat > contacts.vcf; "
-                       "oxc-mail set VCard=~/contacts.vcf; mkdir -p reports moved; cp own.rpt reports; cp own.rpt moved; "
+        self.run_block("cp .local/share/oxbow-courier/samples/summary.rpt own.rpt; cat > old.vcf; "
+                       "oxc-mail set VCard=~/old.vcf; mkdir -p reports moved; cp own.rpt reports; cp own.rpt moved; "
                        "oxc-schedule add reports/own.rpt --to 'Ann Berg' --at 07:00 --title Own; "
                        "oxc-schedule options set --alert boss@example.com --poll 20",
                        said="BEGIN:VCARD\nVERSION:3.0\nFN:Ann Berg\nEMAIL:ann@example.com\nEND:VCARD\n")
         self.words.update({"/home/ann/reports/": "%s/reports/" % self.home, "/srv/reports/": "%s/moved/" % self.home})
         self.assertIn("boss@example.com", self.run_block(export))
         self.assertEqual((self.home / "courier.json").stat().st_mode & 0o777, 0o600)
-        self.run_block("mv ~/.config/oxbow-courier/mail.ini .; rm -r .config reports .local/share/oxbow-courier/PressroomLive.*")
+        self.run_block("mv old.vcf contacts.vcf; mv ~/.config/oxbow-courier/mail.ini .; rm -r .config reports .local/share/oxbow-courier/PressroomLive.*")
         self.run_block(profile)
         said = self.run_block(imported)
         self.assertRegex(said, r"(?m)^add .*Own")
