@@ -17,6 +17,7 @@
 #include "platform/contracts/process.h"
 #include "platform/contracts/prompts.h"
 #include "platform/contracts/shared_store.h"
+#include "platform/posix/running_mark.h"
 #include "scheduler/BatchReport.h"
 #include "scheduler/PollSpread.h"
 #include "scheduler/PollTrace.h"
@@ -80,11 +81,13 @@ void LogStart() {
                                                   std::to_string(OXC_VERSION_REVISION)),
                      journal::Text("folder", paths::ForUser(AppPath())), journal::Number("poll", PollSeconds),
                      journal::Text("alert", AlertWho)}});
+    RunLog::TellCutOff();
 }
 
 Steps SchedulerSteps() {
     return {
         LogStart,
+        [] { MarkRunning(paths::ToMachine(AppPath())); },
         [] {
             frmMain::Instance().HideWindow();
             frmMain::Instance().setWindowState(Qt::WindowMinimized);

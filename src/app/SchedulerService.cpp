@@ -16,6 +16,7 @@
 #include "platform/base/convert.h"
 #include "platform/base/journal.h"
 #include "platform/contracts/process.h"
+#include "platform/contracts/registry.h"
 #include "platform/contracts/stop_gate.h"
 #include "platform/mail/transport/outbox.h"
 #include "platform/posix/service_notify.h"
@@ -84,6 +85,8 @@ void ReadSettingsAgain() {
     const auto now = std::chrono::duration_cast<std::chrono::microseconds>(Time::now().time_since_epoch());
     ServiceManager::Instance().Tell("RELOADING=1\nMONOTONIC_USEC=" + std::to_string(now.count()));
     try {
+        // What a damaged file lacks would be empty, the address of alerts too.
+        TheRegistry().RequireWhole();
         Global::ReadSettings();
         Note(journal::Level::Notice, "settings-read",
              {journal::Number("poll", Global::PollSeconds), journal::Text("alert", Global::AlertWho)});
@@ -102,8 +105,7 @@ void AppendNextDue(Facts& facts) {
             return;
         }
         facts.push_back(journal::Text("next-due", cmFunc::FormatMomentText(next->moment)));
-        facts.push_back(journal::Text(
-            next->kind == Global::RunKind::Schedule ? "next-schedule" : "next-package", next->reportID));
+        facts.push_back(Global::KeyFact(next->kind, next->reportID, "next-"));
         facts.push_back(journal::Text("next-title", next->title));
     } catch (...) {
         facts.push_back(journal::Text("database", CurrentError().Description()));
@@ -167,10 +169,16 @@ void FeedWatchdog() {
 bool WantsJson(int argc, char** argv) {
     bool isJson = false;
     for (int at = 1; at < argc; ++at) {
-        if (std::string_view(argv[at]) != "--log-format") {
+        constexpr std::string_view Option = "--log-format";
+        const std::string_view argument(argv[at]);
+        std::string word;
+        if (argument == Option) {
+            word = at + 1 < argc ? argv[at + 1] : "";
+        } else if (argument.starts_with(Option) && argument[Option.size()] == '=') {
+            word = argument.substr(Option.size() + 1);
+        } else {
             continue;
         }
-        const std::string word = at + 1 < argc ? argv[at + 1] : "";
         isJson = word == "json";
         if (!isJson && word != "text") {
             Journal("The log format \"" + word + "\" is not known: text or json. The log is text");

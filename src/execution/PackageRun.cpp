@@ -4,6 +4,7 @@
 #include "execution/RunReport.h"
 #include "mail/Delivery.h"
 #include "platform/base/journal.h"
+#include "platform/base/send_check.h"
 #include "platform/posix/service_notify.h"
 #include "shared/Global.h"
 #include "store/TextConventions.h"
@@ -46,6 +47,7 @@ void ExportPackageReport(report::Report& report, report::DocumentFormat format, 
     }
     report.SetExportDestination(report::DestinationDisk);
     report.SetExportFormat(report::CodeOf(format));
+    SendCheck::Call();
     report.Export(false);
 }
 

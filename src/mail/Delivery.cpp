@@ -9,6 +9,7 @@
 #include "platform/base/journal.h"
 #include "platform/base/new_message.h"
 #include "platform/base/text.h"
+#include "platform/contracts/adodb.h"
 #include "platform/contracts/mapi.h"
 #include "platform/contracts/prompts.h"
 #include "shared/Global.h"
@@ -76,6 +77,8 @@ bool SendMailBatch(const Variant& body, const Variant& subject, int recipients, 
         }
         MAPI::SendRunMessage(*message);
         return true;
+    } catch (const ADODB::ClaimLost&) {
+        throw;  // nothing has gone out, and another scheduler may mail it
     } catch (...) {
         return FailReportMail(subject.Text(), CurrentError());
     }
@@ -97,6 +100,8 @@ bool SendMailSingle(const Variant& body, const Variant& subject, const std::stri
         MAPI::Attach(*message, 1, file);
         MAPI::SendRunMessage(*message);
         return true;
+    } catch (const ADODB::ClaimLost&) {
+        throw;  // nothing has gone out, and another scheduler may mail it
     } catch (...) {
         return FailReportMail(subject.Text(), CurrentError());
     }

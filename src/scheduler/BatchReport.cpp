@@ -6,8 +6,11 @@
 #include "execution/PackageRun.h"
 #include "mail/Delivery.h"
 #include "platform/base/convert.h"
+#include "platform/base/due_run.h"
+#include "platform/base/send_check.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/clock.h"
+#include "platform/contracts/shared_store.h"
 #include "platform/contracts/stop_gate.h"
 #include "scheduler/Attempt.h"
 #include "scheduler/Deliveries.h"
@@ -38,6 +41,23 @@ bool RecordAgain(ADODB::Connection& connection, const ADODB::Recordset& package)
     return true;
 }
 
+// Raises ClaimLost before a file or a mail for which the claim does not hold any more, and after the last
+// file of a package that is not mailed.
+bool RunClaimed(const ADODB::Recordset& package, const ADODB::Claim& claim) {
+    const SendCheck isStillClaimed([&claim] { claim.Prove(); });
+    const bool isDelivered = RunPackage(package, Runner::PackagePoll);
+    if (isDelivered && !MAPI::DueRun::MayBeOut()) {
+        claim.Prove();
+    }
+    return isDelivered;
+}
+
+// Returns true for the errors of a store that does not answer or takes no changes.
+bool IsOfStore(const RuntimeError& error) {
+    return error.Number() == err::DataUnavailable || error.Number() == err::DataReadOnly ||
+           error.Number() == err::DiskFull;
+}
+
 // A run starts only if it can be recorded: the connection that will store the date proves that first. Sets
 // `lastKey` once the package is delivered. Returns false if its mail failed. A package that another scheduler
 // has taken, or whose row has changed, is left to it or to the next poll.
@@ -53,8 +73,14 @@ bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& packag
     connection.ProveWritable();
     const AlertsWait untilRecorded;
     Attempt attempt(run);
-    if (!RunPackage(package, Runner::PackagePoll)) {
-        return false;
+    try {
+        if (!RunClaimed(package, claim)) {
+            return false;
+        }
+    } catch (const ADODB::ClaimLost& lost) {
+        RunLog::Instance().Left(lost);
+        connection.Close();
+        return true;
     }
     attempt.SetDelivered();
     const DateValue next =
@@ -111,6 +137,10 @@ void BatchReport() {
     RunLog::Instance().Failed("BatchReport", failure);
     WriteFailureRow("BatchReport", failure, [&] { WritePackageFailure(lastKey, failure.Description()); });
     AlertPollFailure("BatchReport", failure);
+    // sic: the failure of a package leaves the timer off. That of a team's store does not.
+    if (IsOfStore(failure) && IsSharedStore(ConnectionString)) {
+        EnableTimer1(true);
+    }
 }
 
 }  // namespace Global

@@ -93,13 +93,28 @@ bool StoreIsReached() {
     static bool wasReached = true;
     const std::optional<RuntimeError> failure = SharedStoreFailure(ConnectionString);
     if (failure && wasReached) {
-        Journal("The scheduler waits for its store. " + failure->Description());
+        journal::Write({journal::Level::Error,
+                        "store-away",
+                        {journal::Number("number", failure->Number())},
+                        "The scheduler waits for its store. " + failure->Description() +
+                            ". The next poll tries again."});
     } else if (!failure && !wasReached) {
-        Journal("The scheduler has its store again.");
+        journal::Write({journal::Level::Notice, "store-back", {}, "The scheduler has its store again."});
     }
     wasReached = !failure.has_value();
     return wasReached;
 }
+
+namespace {
+
+// Returns true for the error of a team's store that is write-protected or full, or lacks a right. Somebody
+// mends that on the server, and the scheduler goes on by itself then.
+bool TakesNoChange(const RuntimeError& error) {
+    return (error.Number() == err::DataReadOnly || error.Number() == err::DiskFull) &&
+           IsSharedStore(ConnectionString);
+}
+
+}  // namespace
 
 void WriteFailureRow(const std::string& routine, const RuntimeError& error,
                      const std::function<void()>& write) {
@@ -113,6 +128,9 @@ void WriteFailureRow(const std::string& routine, const RuntimeError& error,
              {journal::Number("number", error.Number())},
              ErrorText("An error occured in " + routine + ", and its history row cannot be written. ",
                        error)});
+        if (TakesNoChange(error) || TakesNoChange(CurrentError())) {
+            return;
+        }
         // If the database failed at the poll's first statement, the insert has no key and cannot succeed. The
         // error of that statement names the cause.
         if (error.Number() == err::DataTimeout || error.Number() == err::DataReadOnly ||

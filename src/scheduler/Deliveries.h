@@ -69,12 +69,14 @@ class Deliveries {
 // Writes the history row of a failed poll through `write` and waits for a busy database, five minutes in all.
 // If the row cannot be written, the poll's own error becomes a line on standard error and the error of the
 // write is raised. The poll's own error is raised instead if it says that the database is busy, read-only,
-// out of disk space or out of files.
+// out of disk space or out of files. Nothing is raised over a shared
+// store that is write-protected or full, or lacks a right: its scheduler goes on.
 void WriteFailureRow(const std::string& routine, const RuntimeError& error,
                      const std::function<void()>& write);
 
-// Returns false if the store that several machines share cannot be reached now; a poll then does nothing. The
-// first poll that does not reach it, and the first that does again, write a line to standard error.
+// Returns false if the store that several machines share cannot be reached now or takes no changes from
+// anybody; a poll then does nothing. The first poll that finds it so, and the first that does not any more,
+// write a line to standard error.
 bool StoreIsReached();
 
 // Runs `body` until the database is not busy, at most 30 times (each attempt waits up to ten seconds). Events

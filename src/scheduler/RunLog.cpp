@@ -8,12 +8,12 @@
 
 namespace Global {
 
-namespace {
-
-journal::Fact KeyFact(RunKind kind, const std::string& reportID) {
+journal::Fact KeyFact(RunKind kind, const std::string& reportID, const std::string& prefix) {
     const bool isNumber = !reportID.empty() && reportID.find_first_not_of("0123456789") == std::string::npos;
-    return {WordOf(kind), reportID, isNumber};
+    return {prefix + WordOf(kind), reportID, isNumber};
 }
+
+namespace {
 
 journal::Fact NotDelivered() {
     return journal::Text("outcome", "not-delivered");
@@ -52,6 +52,7 @@ void RunLog::PollEnds() {
     m_lastPollTime = Since(*m_pollBegin);
     m_pollBegin.reset();
     m_item.reset();
+    m_trace.End();
     journal::SetContext({});
     if (m_hasRun) {
         ServiceManager::Instance().EndLongSteps();
@@ -72,6 +73,7 @@ std::int64_t RunLog::UndeliveredInPoll() const {
 void RunLog::Begins(RunKind kind, const std::string& reportID, const std::string& title) {
     const std::lock_guard lock(m_mutex);
     m_item = Item{kind, reportID, title, Clock::now()};
+    m_trace.Begin(kind, reportID, title);
     journal::SetContext(FactsOf(*m_item));
     ServiceManager::Instance().TellStatus(std::string("Running ") + WordOf(kind) + " " + reportID + " \"" +
                                           title + "\"");
@@ -90,6 +92,7 @@ void RunLog::Ended(journal::Level level, const char* event, std::vector<journal:
     }
     journal::Write({level, event, std::move(facts)});
     m_item.reset();
+    m_trace.End();
 }
 
 void RunLog::Delivered() {
@@ -124,10 +127,33 @@ void RunLog::Failed(const std::string& routine, const RuntimeError& error, const
            journal::Text("error", error.Description()), journal::Number("number", error.Number())});
 }
 
+void RunLog::Left(const RuntimeError& why) {
+    const std::lock_guard lock(m_mutex);
+    const std::string item =
+        m_item ? std::string(WordOf(m_item->kind)) + " " + m_item->reportID + " \"" + m_item->title + "\""
+               : "";
+    m_item.reset();
+    journal::Write({journal::Level::Warning,
+                    "run-left",
+                    {journal::Text("error", why.Description())},
+                    "The run of " + item + " stops before its mail, as its claim is lost: " +
+                        why.Description() + ". The next poll claims it again."});
+    journal::SetContext({});
+}
+
 void RunLog::RecordedLater(RunKind kind, const std::string& reportID, const std::string& title) {
     std::vector<journal::Fact> facts = FactsOf({kind, reportID, title, {}});
     facts.push_back(journal::Text("outcome", "delivered-before"));
     journal::Write({journal::Level::Notice, "run-recorded", std::move(facts)});
+}
+
+void RunLog::TellCutOff() {
+    if (const std::optional<CutOffRun> run = TakeRunTrace()) {
+        journal::Write({journal::Level::Warning,
+                        run->kind == RunKind::Schedule ? "run-cut-off" : "package-cut-off",
+                        {KeyFact(run->kind, run->reportID), journal::Text("title", run->title),
+                         journal::Text("outcome", "unknown")}});
+    }
 }
 
 std::string RunLog::Summary() const {

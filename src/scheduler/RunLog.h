@@ -13,11 +13,15 @@
 #include "platform/contracts/dates.h"
 #include "platform/contracts/runtime.h"
 #include "scheduler/Deliveries.h"
+#include "scheduler/RunTrace.h"
 
 namespace Global {
 
-// The one object for both polls. A poll calls Begins for each item that it runs, then Delivered, Undelivered
-// or Failed.
+// Returns the fact which item it is: as a number if its key is one. `prefix` stands before the fact's name.
+journal::Fact KeyFact(RunKind kind, const std::string& reportID, const std::string& prefix = {});
+
+// The one object for both polls. A poll calls Begins for each item that it runs, then Delivered, Undelivered,
+// Left or Failed.
 class RunLog {
  public:
     static RunLog& Instance();
@@ -34,8 +38,13 @@ class RunLog {
     // The routine's error, of the item that is running; else of the schedule with this key, if it is given.
     // Number 0 means that the mail failed, which was reported already.
     void Failed(const std::string& routine, const RuntimeError& error, const std::string& reportID = {});
+    // The run stopped before its mail, because its claim was lost. It is due again.
+    void Left(const RuntimeError& why);
     // An item that was delivered before is recorded now.
     void RecordedLater(RunKind kind, const std::string& reportID, const std::string& title);
+
+    // Logs which item a process before this one was running when it ended, if there is one.
+    static void TellCutOff();
 
     // Returns since when it runs, how many runs were delivered and failed, the last poll and what is running.
     // Safe in any thread.
@@ -59,6 +68,7 @@ class RunLog {
     mutable std::mutex m_mutex;
     const DateValue m_start;
     std::optional<Item> m_item;
+    RunTrace m_trace;
     std::optional<Clock::time_point> m_pollBegin;
     std::optional<DateValue> m_lastPoll;
     std::chrono::milliseconds m_lastPollTime{};

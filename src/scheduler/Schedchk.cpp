@@ -7,6 +7,7 @@
 #include "execution/RunReport.h"
 #include "mail/Delivery.h"
 #include "platform/base/convert.h"
+#include "platform/base/send_check.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/clock.h"
 #include "platform/contracts/stop_gate.h"
@@ -50,6 +51,12 @@ bool MovesOn(const std::string& frequency) {
     return next != stored;
 }
 
+// Raises ClaimLost before a mail for which the claim does not hold any more.
+bool RunClaimed(const ADODB::Recordset& row, const ADODB::Claim& claim) {
+    const SendCheck isStillClaimed([&claim] { claim.Prove(); });
+    return RunStoredSchedule(row);
+}
+
 // A run starts only if it can be recorded: the connection that will store the date proves that first. One
 // that another scheduler has taken, or whose row has changed, is left to it or to the next poll.
 void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, DateValue& NextDate) {
@@ -69,8 +76,12 @@ void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, Da
     if (MovesOn(frequency)) {
         attempt.emplace(due);
     }
-    if (!RunStoredSchedule(row)) {
-        return RunLog::Instance().Undelivered();
+    try {
+        if (!RunClaimed(row, claim)) {
+            return RunLog::Instance().Undelivered();
+        }
+    } catch (const ADODB::ClaimLost& lost) {
+        return RunLog::Instance().Left(lost);
     }
     if (attempt) {
         attempt->SetDelivered();

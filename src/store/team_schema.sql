@@ -2,7 +2,12 @@
 -- The team's store, version 1: the tables of schema.sql for PostgreSQL. Can run again on a store that exists.
 -- Texts compare without regard to case (citext). Every table has a column rowid, by which the provider keeps
 -- the rows in the order in which they were put in; `select *` does not show it.
-create schema if not exists oxbow_courier;
+-- Who made the schema beforehand need not have the right to make schemas, which `if not exists` asks for.
+do $$ begin
+    if to_regnamespace('oxbow_courier') is null then
+        create schema oxbow_courier;
+    end if;
+end $$;
 set local search_path = oxbow_courier, public;
 set local client_min_messages = warning;
 create extension if not exists citext with schema oxbow_courier;
@@ -131,6 +136,7 @@ create or replace view sqlite_sequence as
     union all select 'Folders', last_value - (not is_called)::int, 5 from Folders_FolderID_seq;
 
 create table if not exists store_version(version integer not null);
+delete from store_version where version < 1;
 insert into store_version select 1 where not exists(select 1 from store_version);
 
 -- A row that another program puts in with a key of its own: later keys are larger. The owner of the store runs

@@ -1,23 +1,20 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Every block of commands in the guides is run, in its page's order, by a user at the first login on a machine where
-the programs are installed. Names that stand for the reader's own servers are those of servers that the test starts."""
+the programs are installed. test_server_guides.py has the pages for who runs a scheduler for others."""
 
 import datetime
 import json
 import os
 import pathlib
 import re
-import shutil
 import subprocess
-import tempfile
 import time
 import unittest
 
-from databases import PASSWORD, POSTGRES, Postgres
-from editor import Display, write_program
-from guide_pages import PAGES, TOP, blocks, commands, name_of, unfenced_commands
-from harness import STAGE, read_mails
-from mail_server import Server
+from databases import POSTGRES, Postgres
+from editor import Display
+from guide_pages import FENCED, PAGES, TOP, blocks, commands, name_of, unfenced_commands
+from guide_reader import MINIMAL, GuideTest, blocks_of
 
 # Pages whose commands build and install as root, and what runs each of these.
 ELSEWHERE = {
@@ -41,45 +38,21 @@ ELSEWHERE = {
     "docs/service.md": {
         "sudo systemd-sysusers && sudo systemd-tmpfiles --create": "packaging/in_chroot, by the package",
         "sudo systemctl daemon-reload && sudo systemctl enable --now oxbow-courier": "packaging.service checks the unit",
-        'courier() { sudo -u oxbow-courier env XDG_CONFIG_HOME=/etc XDG_DATA_HOME=/var/lib "$@"; }': "packaging/in_chroot",
-        "courier oxc-mail set Transport=smtp Host=mail.example.com From='Reports <reports@example.com>'":
-            "packaging/in_chroot",
-        "courier oxc-mail check": "packaging/in_chroot",
-        "courier oxc-schedule add /srv/reports/sales.rpt --to ann@example.com --weekly --at 07:30": "packaging/in_chroot",
-        "courier oxc-schedule status": "packaging/in_chroot",
+        'courier() { sudo -u oxbow-courier env XDG_CONFIG_HOME=/etc XDG_DATA_HOME=/var/lib "$@"; }': "test_service",
+        "courier oxc-mail set Transport=smtp Host=mail.example.com From='Reports <reports@example.com>'": "e2e.server_guides",
+        "courier oxc-mail check": "e2e.server_guides",
+        "courier oxc-schedule options set --alert boss@example.com": "e2e.server_guides",
+        "sudo systemctl reload oxbow-courier": "e2e.server_guides",
+        "courier oxc-schedule add /srv/reports/sales.rpt --to ann@example.com --weekly --at 07:30": "e2e.server_guides",
+        "courier oxc-schedule status": "e2e.server_guides",
         "rm -f ~/.config/autostart/OXC.desktop": "packaging.service checks the unit's condition",
         "systemctl --user daemon-reload": "packaging.service checks the unit",
         "systemctl --user enable --now oxbow-courier": "packaging.service checks the unit",
         "loginctl enable-linger": "a command of the system",
         "journalctl -u oxbow-courier -o cat | jq -r 'select(.event == \"run-failed\") | "
-        "[.time, .schedule, .title, .error] | @tsv'": "test_log_lines_are_filtered",
+        "[.time, .schedule, .title, .error] | @tsv'": "e2e.server_guides",
     },
 }
-
-MINIMAL = """<?xml version="1.0" encoding="utf-8"?>
-<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition">
-  <ReportSections><ReportSection><Body><ReportItems>
-    <Textbox Name="T"><Height>1cm</Height><Width>9cm</Width><Paragraphs><Paragraph><TextRuns><TextRun>
-      <Value>%s</Value></TextRun></TextRuns></Paragraph></Paragraphs></Textbox>
-  </ReportItems><Height>2cm</Height></Body><Width>10cm</Width><Page/></ReportSection></ReportSections>
-  <ReportParameters><ReportParameter Name="Region"><DataType>String</DataType><Prompt>Region</Prompt>
-    <DefaultValue><Values><Value>East</Value></Values></DefaultValue></ReportParameter></ReportParameters>
-</Report>
-"""
-
-ORDERS = """<?xml version="1.0" encoding="utf-8"?>
-<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition">
-  <CustomProperties><CustomProperty><Name>Title</Name><Value>Orders</Value></CustomProperty></CustomProperties>
-  <DataSources><DataSource Name="sales"><DataSourceReference>sales</DataSourceReference></DataSource></DataSources>
-  <DataSets><DataSet Name="Orders"><Query><DataSourceName>sales</DataSourceName>
-    <CommandText>select customer from orders</CommandText></Query>
-    <Fields><Field Name="customer"><DataField>customer</DataField></Field></Fields></DataSet></DataSets>
-  <ReportSections><ReportSection><Body><ReportItems>
-    <Textbox Name="T"><Height>1cm</Height><Width>9cm</Width><Paragraphs><Paragraph><TextRuns><TextRun>
-      <Value>=First(Fields!customer.Value, "Orders")</Value></TextRun></TextRuns></Paragraph></Paragraphs></Textbox>
-  </ReportItems><Height>2cm</Height></Body><Width>10cm</Width><Page/></ReportSection></ReportSections>
-</Report>
-"""
 
 # The scheduler of the guides runs until the reader presses Ctrl+C: here until the history has a row.
 SCHEDULER = """
@@ -93,63 +66,16 @@ wait $scheduler
 """
 
 
-def blocks_of(name):
-    return commands(TOP / name)
-
-
-def setUpModule():
-    global TREE
-    TREE = pathlib.Path(tempfile.mkdtemp(prefix="oxc-guides-"))
-    unittest.addModuleCleanup(shutil.rmtree, TREE, ignore_errors=True)
-    subprocess.run([os.environ.get("OXC_CMAKE", "cmake"), "--install", STAGE.parent, "--prefix", TREE / "usr"],
-                   check=True, capture_output=True)
-
-
-class GuideTest(unittest.TestCase):
-    def setUp(self):
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="oxc-guide-"))
-        self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
-        self.home = self.folder / "home"
-        self.home.mkdir()
-        self.application = self.home / ".local" / "share" / "oxbow-courier"
-        self.words = {}
-
-    def environment(self):
-        foreign = ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "OXC_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME")
-        return {**{name: value for name, value in os.environ.items() if name not in foreign}, "HOME": str(self.home),
-                "PATH": "%s:%s:%s" % (self.folder / "bin", TREE / "usr" / "bin", os.environ["PATH"])}
-
-    def stand_in(self, name, text):
-        (self.folder / "bin").mkdir(exist_ok=True)
-        write_program(self.folder / "bin" / name, text)
-
-    def run_block(self, text, said="", folder=None):
-        for word, own in self.words.items():
-            text = text.replace(word, own)
-        result = subprocess.run(["bash", "-euo", "pipefail", "-c", text], env=self.environment(), input=said,
-                                capture_output=True, text=True, timeout=120, cwd=folder or self.home)
-        self.assertEqual(result.returncode, 0, text + result.stdout + result.stderr)
-        return result.stdout
-
-    def make_folder(self):
-        """The application folder, as a first use leaves it."""
-        self.run_block("oxc-schedule init")
-
-    def mails(self):
-        return read_mails(self.application / "outbox")
-
-    def serve_mail(self):
-        ca = self.folder / "mail"
-        server = Server(ca, "--security", "starttls", "--certificate-name", "127.0.0.1", "--user",
-                        "reports@example.com", "--password", "s3cret")
-        self.addCleanup(server.close)
-        self.words["Host=mail.example.com"] = "Host=127.0.0.1 Port=%d CAFile=%s" % (server.port, ca / "ca.pem")
-        return server
+def headings(page):
+    """As links name them: in lower case, without marks, with hyphens for blanks."""
+    lines = re.findall(r"(?m)^#+ (.*)$", FENCED.sub("", page.read_text()))
+    return [re.sub(r"[^\w -]", "", line.lower()).replace(" ", "-") for line in lines]
 
 
 class Guides(GuideTest):
     def test_each_page_with_commands_has_its_test(self):
-        tested = set(re.findall(r'(?:run_page|blocks_of)\("([^"]+)"', pathlib.Path(__file__).read_text()))
+        tests = "".join(path.read_text() for path in pathlib.Path(__file__).parent.glob("test_*guides.py"))
+        tested = set(re.findall(r'(?:run_page|blocks_of)\("([^"]+)"', tests))
         self.assertEqual({name_of(page) for page in PAGES if commands(page)}, tested | set(ELSEWHERE))
 
     def test_commands_that_other_tests_run_are_those(self):
@@ -159,8 +85,11 @@ class Guides(GuideTest):
 
     def test_links_lead_somewhere(self):
         for page in PAGES:
-            for link in re.findall(r"\]\(([^)#:]+)(?:#[^)]*)?\)", page.read_text()):
-                self.assertTrue((page.parent / link).exists(), "%s: %s" % (name_of(page), link))
+            for link, place in re.findall(r"\]\(([^)#:]*)(?:#([^)]*))?\)", page.read_text()):
+                target = page.parent / link if link else page
+                self.assertTrue(target.exists(), "%s: %s" % (name_of(page), link))
+                if place:
+                    self.assertIn(place, headings(target), "%s: %s" % (name_of(page), link))
 
     def test_commands_stand_in_blocks_that_say_so(self):
         for page in PAGES:
@@ -170,9 +99,6 @@ class Guides(GuideTest):
                 if kind != "sh" and "[--" not in text:
                     self.assertNotRegex(text, r"(?m)^\$? ?(oxc(-\w+)?|sudo|cd|psql|tar) ", name_of(page))
 
-    def run_page(self, name, said="", folder=None):
-        return [self.run_block(text, said, folder) for text in blocks_of(name)]
-
     def test_mail_server(self):
         server = self.serve_mail()
         (self.home / "password.txt").write_text("s3cret\n")
@@ -180,7 +106,8 @@ class Guides(GuideTest):
         self.assertEqual(said[1], "The password is stored.\n")
         self.assertIn("takes mail from reports@example.com", said[2])
         self.assertEqual([m["X-Envelope-To"] for m in server.messages()], ["ann@example.com"])
-        self.assertIn("Transport=sendmail\n", said[3])
+        self.assertIn("Alerts go to boss@example.com", said[3])
+        self.assertIn("Transport=sendmail\n", said[4])
 
     def test_mail_profile(self):
         server = self.serve_mail()
@@ -198,16 +125,25 @@ class Guides(GuideTest):
         (server.folder / "data" / "pg_hba.conf").write_text(
             "host all courier 127.0.0.1/32 scram-sha-256\nlocal all postgres trust\n")
         server.run(server.programs / "psql", "-q", "-h", server.folder, "-p", server.port, "-U", "postgres", "-d", "sales",
-                   "-c", "create table orders(customer text); insert into orders values('Larch & Sons'); "
+                   "-c", "create table orders(region text, customer text, amount numeric); "
+                         "insert into orders values('North', 'Larch & Sons', 120.5), ('South', 'Costa', 99); "
                          "select pg_reload_conf()")
         self.words = {"-h db.example.com": "-q -h %s -p %d -U postgres" % (server.folder, server.port),
-                      "Host=db.example.com;Port=5432": "Host=127.0.0.1;Port=%d" % server.port}
+                      "Host=db.example.com;Port=5432": "Host=127.0.0.1;Port=%d" % server.port,
+                      "/etc/odbcinst.ini": str(self.home / "odbcinst.ini")}
+        self.stand_in("sudo", 'exec "$@"\n')
+        drivers = "[Other]\nCommLog=1\n\n[PostgreSQL ANSI]\nCommLog=1\n\n[PostgreSQL Unicode]\nDebug=0\nCommLog=%d\nUsageCount=1\n"
+        (self.home / "odbcinst.ini").write_text(drivers % 1)
         self.make_folder()
         self.run_block("oxc-mail set Transport=outbox From=a@example.com OutboxFolder=%s" % (self.application / "outbox"))
-        (self.home / "orders.rdl").write_text(ORDERS)
         self.run_page("docs/how-to/postgresql.md")
         text = self.run_block("pdftotext orders.pdf -")
-        self.assertEqual(text.strip(), "Larch & Sons")
+        for word in ("Orders", "Larch & Sons", "120.50", "219.50"):
+            self.assertIn(word, text)
+        report = (self.home / "orders.rdl").read_text()
+        self.assertIn("<DataSourceReference>sales<", report)
+        self.assertNotIn("Host=", report)
+        self.assertEqual((self.home / "odbcinst.ini").read_text(), drivers.replace("ANSI]\nCommLog=1", "ANSI]\nCommLog=0") % 0)
         self.assertEqual([m["To"] for m in self.mails()], ["ann@example.com"])
 
     @unittest.skipUnless(POSTGRES, "PostgreSQL is not installed")
@@ -229,58 +165,6 @@ class Guides(GuideTest):
         self.assertIn("Shared", self.run_block("oxc-schedule list"))
         self.assertTrue((self.application / "PressroomLive.dat").read_text().startswith("Oxbow Courier store link 1\n"))
 
-    def test_move(self):
-        self.make_folder()
-        self.run_block("oxc-mail set Transport=outbox From=a@example.com; oxc-schedule add "
-                       "~/.local/share/oxbow-courier/samples/summary.rpt --to ann@example.com --at 07:00")
-        pack, unpack, export, imported = blocks_of("docs/how-to/move.md")
-        self.run_block(pack)
-        shutil.rmtree(self.home / ".local")
-        shutil.rmtree(self.home / ".config")
-        listed = self.run_block(unpack)
-        title, = [row["title"] for row in json.loads(self.run_block("oxc-schedule list --json"))]
-        self.assertIn(title, listed)
-        self.run_block(export)
-        self.assertEqual((self.home / "courier.json").stat().st_mode & 0o777, 0o600)
-        self.run_block("oxc-schedule remove '%s'" % title)
-        said = self.run_block(imported)
-        self.assertRegex(said, r"(?m)^add .*" + re.escape(title))
-        self.assertEqual(len(json.loads(self.run_block("oxc-schedule list --json"))), 1)
-
-    def test_backup(self):
-        self.make_folder()
-        self.run_block("oxc-mail set Transport=outbox From=a@example.com; oxc-schedule add "
-                       "~/.local/share/oxbow-courier/samples/summary.rpt --to ann@example.com --at 07:00")
-        stored = self.run_block("oxc-schedule list --json")
-        backup, small, restore, export = blocks_of("docs/how-to/backup.md")
-        self.assertEqual(self.run_block(backup), "ok\n")
-        self.run_block(small)
-        title, = [row["title"] for row in json.loads(stored)]
-        self.run_block("oxc-schedule remove '%s'; rm -r ~/.config/oxbow-courier %s/Cache" % (title, self.application))
-        self.run_block(restore)
-        self.assertEqual(self.run_block("oxc-schedule list --json"), stored)
-        self.assertIn("a@example.com", self.run_block("oxc-mail show"))
-        self.assertTrue((self.application / "Cache" / "summary.rpt").exists())
-        self.run_block(export)
-        self.assertIn(title, (self.home / "backup" / "schedules.json").read_text())
-
-    def test_log_lines_are_filtered(self):
-        self.make_folder()
-        self.run_block("oxc-mail set Transport=outbox From=a@example.com; oxc-schedule add "
-                       "~/.local/share/oxbow-courier/samples/summary.rpt --to ann@example.com --at 00:00 --title 'A b'; "
-                       "rm ~/.local/share/oxbow-courier/Cache/summary.rpt")
-        self.stand_in("journalctl", """
-            oxc -sched --log-format json 2>&1 & scheduler=$!
-            for i in $(seq 200); do
-                [ "$(oxc-schedule history --json | tr -d '[:space:]')" = "[]" ] || break
-                sleep 0.1
-            done
-            kill $scheduler
-            wait $scheduler
-            """)
-        said = self.run_block(blocks_of("docs/service.md")[-1])
-        self.assertRegex(said, r"^\d{4}-\d\d-\d\dT\S+\t1\tA b\tFile not found: .*summary.rpt")
-
     def test_new_report(self):
         self.make_folder()
         self.run_page("docs/how-to/new-report.md")
@@ -289,12 +173,6 @@ class Guides(GuideTest):
         for name, text in (("customers", "Petit Import GmbH"), ("years", "Orders by Country and Year"),
                            ("labels", "Petit Import GmbH"), ("letters", "Your orders")):
             self.assertIn(text, self.run_block(f"oxc-report export {name}.rdl -f pdf -o {name}.pdf; pdftotext {name}.pdf -"))
-
-    def test_monitoring(self):
-        self.make_folder()
-        said = self.run_page("docs/how-to/monitoring.md")
-        self.assertIn("Last poll: none", said[0])
-        self.assertIn("oxc_status 2\n", (self.home / "oxbow-courier.prom").read_text())
 
     def test_schedules(self):
         self.make_folder()
@@ -316,6 +194,18 @@ class Guides(GuideTest):
         self.run_page("docs/report-files.md", folder=self.application)
         for name in ("regions.pdf", "north.xls", "summary.png", "orders.csv", "10042.pdf", "orders.html"):
             self.assertGreater((self.application / name).stat().st_size, 500, name)
+
+    def test_types_of_parameters(self):
+        said = re.search(r"The `type` of a parameter is(.*?)\.\s", (TOP / "docs/report-files.md").read_text(), re.S).group(1)
+        types = {word: int(number) for number, words in re.findall(r"(\d+) for([^\d]*)", said)
+                 for word in re.findall(r"`(\w+)`", words)}
+        parameter = re.search(r"<ReportParameter .*?</ReportParameter>", MINIMAL, re.S).group()
+        report = MINIMAL.replace(parameter, "".join(
+            '<ReportParameter Name="%s"><DataType>%s</DataType><Prompt>p</Prompt></ReportParameter>' % (name, name) for name in types))
+        (self.home / "types.rdl").write_text(report % "types")
+        told = json.loads(self.run_block("oxc-report info types.rdl"))["parameters"]
+        self.assertEqual({one["name"]: one["type"] for one in told}, types)
+        self.assertEqual(set(types), {"Integer", "Float", "Boolean", "String", "DateTime"})
 
     # The tutorial's steps in the windows, as its text has them
 
@@ -350,7 +240,7 @@ class Guides(GuideTest):
         manager = self.display.start_window_manager()
         self.addCleanup(manager.wait)
         self.addCleanup(manager.kill)
-        self.editor = subprocess.Popen([TREE / "usr/bin/oxc"], env={**self.environment(), "QT_QPA_PLATFORM": "xcb",
+        self.editor = subprocess.Popen([self.tree / "usr/bin/oxc"], env={**self.environment(), "QT_QPA_PLATFORM": "xcb",
                                                                     "DISPLAY": self.display.name})
         self.addCleanup(self.editor.wait)
         self.addCleanup(self.editor.kill)
@@ -393,7 +283,7 @@ class Guides(GuideTest):
         self.editor.wait(20)
 
     def test_tutorial(self):
-        self.stand_in("oxc", SCHEDULER % (TREE / "usr/bin/oxc"))
+        self.stand_in("oxc", SCHEDULER % (self.tree / "usr/bin/oxc"))
         said = []
         for text in blocks_of("docs/tutorial.md"):
             if text == "oxc\n":
@@ -401,6 +291,7 @@ class Guides(GuideTest):
             else:
                 said.append(self.run_block(text))
         self.assertIn("Sales by region", said[0])
+        self.assertIn('"type": 7\n', said[0])
         self.assertIn("Success", said[3])
         mail, = self.mails()
         self.assertEqual((mail["To"], mail["Subject"]), ("ann@example.com", "Good morning"))

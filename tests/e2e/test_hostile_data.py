@@ -44,7 +44,7 @@ class ThievingServer(DatabaseTest):
 
 
 class OwnFiles(DatabaseTest):
-    """The configuration folder and both databases are no report's data, whatever leads to them."""
+    """The configuration folder, both databases and mails that wait are no report's data, whatever leads to them."""
 
     REFUSED = "belongs to the program, and no report may read it"
 
@@ -72,6 +72,12 @@ class OwnFiles(DatabaseTest):
                 self.refused(provider, "file=%s" % (self.config / file), command)
         self.refused("CSV", str(self.config), "select * from mail.ini")
 
+    def test_what_opens_a_server_is_refused(self):
+        (self.courier.folder / ".postgresql").mkdir()
+        for name in (".pgpass", ".postgresql/postgresql.key"):
+            (self.courier.folder / name).write_text("*:*:*:*:open sesame\n")
+            self.refused("TXT", "file=%s" % (self.courier.folder / name), "")
+
     def test_databases_are_refused(self):
         for name in ("PressroomLive.dat", "PressroomLive.dat-wal", "PressroomLive.dat-shm", "Pressroom.dat"):
             file = str(self.courier.app / name)
@@ -79,6 +85,16 @@ class OwnFiles(DatabaseTest):
                          str(self.courier.app / "samples" / ".." / name)):
                 self.refused("SQLITE", "Data Source=" + path, "select title from a")
                 self.refused("CSV", "file=" + path, "")
+
+    def test_mails_that_wait_are_refused(self):
+        for folder in (self.courier.app / "outbox", self.courier.folder / "data" / "oxbow-courier" / "outbox"):
+            folder.mkdir(parents=True)
+            mail = folder / "20261122-1.eml"
+            mail.write_text("Subject: Salaries\n")
+            self.refused("CSV", "file=%s" % mail, "")
+            link = self.courier.folder / ("link-" + folder.parent.name)
+            os.link(mail, link)
+            self.refused("CSV", "file=%s" % link, "")
 
     def test_links_do_not_lead_there(self):
         self.link = self.courier.folder / "link"

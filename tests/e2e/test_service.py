@@ -180,6 +180,36 @@ class Signals(ServiceTest):
         self.wait_for_event("settings-read")
         self.courier.stop()
 
+    def test_settings_that_are_damaged_or_gone_leave_those_that_are(self):
+        self.start()
+        file = self.courier.config / "settings.reg"
+        whole = file.read_text()
+        for number, (text, what) in enumerate((("garbage[[[", "damaged"), (whole[:len(whole) // 2], "damaged"),
+                                               (None, "missing or empty")), 1):
+            file.unlink() if text is None else file.write_text(text)
+            self.courier.process.send_signal(signal.SIGHUP)
+            self.assertEqual(self.wait_for_event("settings-kept", number),
+                             'error="The settings file \\"%s\\" is %s" number=75' % (file, what))
+        self.assertEqual(self.events("settings-read"), [])
+        self.courier.settings(Poll="1", AlertWho="boss@example.com")
+        self.courier.process.send_signal(signal.SIGHUP)
+        self.assertEqual(self.wait_for_event("settings-read"), "poll=1 alert=boss@example.com")
+        self.courier.stop()
+
+    def test_a_run_that_was_cut_off_is_named_at_the_next_start(self):
+        # Its page has a pause of up to a second before its mail.
+        keys = [self.courier.schedule(Format="DHTML") for _ in range(3)]
+        self.start(ready=False)
+        running = 'STATUS=Running schedule %d "Figures"' % keys[1]
+        self.courier.wait(lambda: running in self.manager.lines(), what=running)
+        self.courier.process.kill()
+        self.courier.process.wait()
+        self.start()
+        self.assertEqual(self.events("run-cut-off"), ["schedule=%d title=Figures outcome=unknown" % keys[1]])
+        self.assertEqual([row[2] for row in self.courier.history(keys[1])], ["Success"])
+        self.assertFalse((self.courier.app / "PressroomLive.underway").exists())
+        self.courier.stop()
+
     def test_sigusr1_writes_the_state(self):
         self.courier.write_days_year_first()
         done = self.courier.schedule()
@@ -325,7 +355,7 @@ class Log(ServiceTest):
     def test_json_is_one_object_a_line(self):
         self.courier.profile("Transport=smtp\nHost=127.0.0.1\nPort=1\nSecurity=none\nTimeout=2\n")
         lost = self.courier.schedule(ReportTitle="Gr\u00fc\u00dfe \"n\u00f6rdlich\"", ReportPath="Z:\\nowhere\\gone.rpt")
-        self.start("--log-format", "json")
+        self.start("--log-format=json")
         self.courier.profile("Transport=outbox\nOutboxFolder=%s\n" % self.courier.outbox)
         self.courier.sql("delete from ReportScheduler")
         key = self.courier.schedule()

@@ -133,6 +133,19 @@ class TeamStore(unittest.TestCase):
         wrong = run_store("link", "--to", connect, "--password-command", "exit 3", environment=environment)
         self.assertEqual(wrong.stderr, "oxc-store: The store cannot be reached: \"courier\" on 127.0.0.1; "
                                        "PasswordCommand failed with exit code 3\n")
+        loud = run_store("link", "--to", connect, "--password-command", "echo 'no key' >&2; exit 3", environment=environment)
+        self.assertTrue(loud.stderr.endswith("; PasswordCommand failed with exit code 3: no key\n"), loud.stderr)
+        both = run_store("link", "--to", connect + ";Password=x", "--password-command", "pass", environment=environment)
+        self.assertEqual((both.returncode, both.stderr), (
+            2, "oxc-store: --to has a password already, beside --password-command (oxc-store --help tells more)\n"))
+        lines = run_store("link", "--to", connect, "--password-command", "pass\nHost=other", environment=environment)
+        self.assertEqual((lines.returncode, lines.stderr), (
+            2, "oxc-store: the value of --password-command holds a control character (oxc-store --help tells more)\n"))
+        self.assertIn("Rights: an editor\n", store("check", environment=environment))
+        courier.database.chmod(0o640)
+        seen = run_store("check", environment=environment)
+        self.assertIn("has a PasswordCommand and the mode 0640; only its owner may read and write it: chmod 600", seen.stderr)
+        courier.database.chmod(0o600)
         (courier.folder / ".pgpass").write_text("*:*:*:clerk:%s\n" % PASSWORD)
         (courier.folder / ".pgpass").chmod(0o600)
         store("link", "--to", connect, environment=environment)

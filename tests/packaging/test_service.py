@@ -81,6 +81,18 @@ class Units(unittest.TestCase):
                 self.assertEqual((oct(made.st_mode & 0o7777), made.st_uid), ("0o700", int(account.group(1))), name)
 
 
+    def test_the_guide_has_their_exposure(self):
+        if "systemd 252 " not in self.analyze("--version")[1]:
+            self.skipTest("other versions of systemd count otherwise")
+        told = {}
+        for kind in ("system", "user"):
+            _, said = self.analyze("security", "--offline=true", self.prefix / "lib" / "systemd" / kind / UNIT)
+            told[kind] = re.search(r"Overall exposure level for \S+: ([\d.]+)", said).group(1)
+        guide = " ".join((TOP / "docs" / "service.md").read_text().split())
+        self.assertIn("systemd 252 gives the system's unit an exposure of %(system)s and the user's unit %(user)s, of 10." % told,
+                      guide)
+
+
 class Guide(unittest.TestCase):
     def test_the_guide_lists_the_events_of_the_sources(self):
         guide = (TOP / "docs" / "service.md").read_text()

@@ -5,6 +5,7 @@
 
 #include "platform/base/due_run.h"
 #include "platform/base/journal.h"
+#include "platform/base/send_check.h"
 #include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
 
@@ -26,6 +27,7 @@ std::unique_ptr<Message> NewRunMessage(Session& session, const std::string& subj
 }
 
 void SendRunMessage(Message& message) {
+    SendCheck::Call();
     const auto begin = std::chrono::steady_clock::now();
     try {
         message.Send();

@@ -13,8 +13,8 @@ namespace MAPI {
 std::unique_ptr<Message> NewMessage(Session& session, const std::string& subject, const std::string& text);
 // Returns a new message with the identity and the date of the run that is going on (DueRun).
 std::unique_ptr<Message> NewRunMessage(Session& session, const std::string& subject, const std::string& text);
-// Sends a message of NewRunMessage as Message::Send does, and writes the event "mail-sent". Notes in the run
-// that is going on whether somebody may have got it (DueRun::MayBeOut).
+// Calls what must hold (SendCheck), sends a message of NewRunMessage as Message::Send does, and writes the
+// event "mail-sent". Notes in the run that is going on whether somebody may have got it (DueRun::MayBeOut).
 void SendRunMessage(Message& message);
 // Attaches a file, a path of the system. Its position is `number` characters after the text.
 void Attach(Message& message, int number, const std::string& source);

@@ -99,6 +99,12 @@ class Recordset {
     std::unique_ptr<Impl> m_impl;
 };
 
+// The error of a run whose claim is lost: another scheduler may run the item.
+class ClaimLost : public RuntimeError {
+ public:
+    explicit ClaimLost(const std::string& why) : RuntimeError(err::DataUnavailable, why) {}
+};
+
 // One process's claim on an item that the schedulers of several machines find due. The claim ends with the
 // object, or when the process or its connection dies. Over an embedded database every item is held at once.
 class Claim {
@@ -111,6 +117,8 @@ class Claim {
 
     // Returns false if another process holds the item, or if the item has changed since `row` was read.
     bool IsHeld() const { return m_isHeld; }
+    // Asks the server whether the session that took the claim still holds it. Raises ClaimLost if not.
+    void Prove() const;
 
  private:
     struct Impl;

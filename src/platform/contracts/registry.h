@@ -23,6 +23,9 @@ class Registry {
     virtual long RegSetValueExA(Handle handle, const std::string& name, std::uint32_t type,
                                 const std::string& bytes) = 0;
     virtual long RegCloseKey(Handle handle) = 0;
+    // Raises an error that names the store if a part of it cannot be understood, or if it is gone: operations
+    // then find less than was stored.
+    virtual void RequireWhole() const {}
 };
 
 // Returns the store that a program or a test has set. Raises 91 if none was set.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A store that several machines share. Over an embedded database these functions do nothing.
+// A store that several machines share. Over an embedded database these functions do nothing, but
+// ReportOnThisMachine.
 //
 // Each machine has the report files in its own folder Cache; the store keeps their bytes, so that a schedule
 // made on one machine runs on another. Paths are those of the system.
@@ -32,7 +33,8 @@ class StoreGivenUp : public RuntimeError {
 // at once.
 void AskWhenStoreIsAway(std::function<bool(const RuntimeError& error)> question);
 
-// Returns the error with which the store cannot be reached now. Asks nothing.
+// Returns the error with which the store cannot be used now: it cannot be reached, or takes no changes from
+// anybody (err::DataReadOnly). Asks nothing.
 std::optional<RuntimeError> SharedStoreFailure(const std::string& connectionString);
 
 // One read of a small table in place of many. While an object lives, recordsets on a shared store get the
@@ -65,6 +67,7 @@ void KeepReport(const std::string& connectionString, const std::string& path);
 
 // Returns the path under which a report is opened on this machine. For a file in a folder Cache, of this or
 // another machine, that is the file of its name in this application's Cache; it is copied from the store
-// first if it is missing or different. Any other path, and a name that the store does not have, is returned
-// unchanged.
+// first, for its owner only, if it is missing or different. Over an embedded database it is that file if the
+// path leads to none. Any other path, and a name that the store does not have, is returned unchanged. Raises
+// 75 if the store's bytes are damaged; the file here then stays as it is.
 std::string ReportOnThisMachine(const std::string& connectionString, const std::string& path);

@@ -29,20 +29,30 @@ bool IsUnchanged(DataSession& session, const std::string& table, const Recordset
 }  // namespace
 
 struct Claim::Impl {
-    explicit Impl(std::unique_ptr<DataSession> opened) : session(std::move(opened)) {}
+    Impl(std::unique_ptr<DataSession> opened, std::string ofTable, std::string ofKey)
+        : session(std::move(opened)), table(std::move(ofTable)), key(std::move(ofKey)) {}
     ~Impl() { session->ReleaseClaims(); }
     std::unique_ptr<DataSession> session;
+    std::string table, key;
 };
 
 Claim::Claim(const std::string& connectionString, const std::string& table, const Recordset& row) {
     if (!IsShared(connectionString)) {
         return;
     }
-    auto claim = std::make_unique<Impl>(OpenDataSession(connectionString));
-    m_isHeld = claim->session->TakeClaim(table, row.Fields("ReportID").Value.Text()) &&
-               IsUnchanged(*claim->session, table, row);
+    auto claim =
+        std::make_unique<Impl>(OpenDataSession(connectionString), table, row.Fields("ReportID").Value.Text());
+    m_isHeld = claim->session->TakeClaim(table, claim->key) && IsUnchanged(*claim->session, table, row);
     if (m_isHeld) {
         m_impl = std::move(claim);
+    }
+}
+
+void Claim::Prove() const {
+    const std::string loss =
+        m_impl == nullptr ? "" : m_impl->session->LossOfClaim(m_impl->table, m_impl->key);
+    if (!loss.empty()) {
+        throw ClaimLost(loss);
     }
 }
 

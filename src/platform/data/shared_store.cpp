@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/contracts/shared_store.h"
 
-#include <glib.h>
-
 #include <cerrno>
+#include <filesystem>
 #include <memory>
+#include <system_error>
 
+#include "platform/base/digest.h"
 #include "platform/base/paths.h"
 #include "platform/base/text.h"
 #include "platform/contracts/system_error.h"
@@ -16,14 +17,6 @@
 namespace {
 
 constexpr std::size_t LargestReport = 64U << 20U;
-
-std::string DigestOf(const std::string& bytes) {
-    const std::unique_ptr<char, decltype(&g_free)> digest(
-        g_compute_checksum_for_data(G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(bytes.data()),
-                                    bytes.size()),
-        &g_free);
-    return digest.get();
-}
 
 // Returns the file's name if its folder is called Cache, else an empty text.
 std::string NameInCache(const std::string& path) {
@@ -39,12 +32,22 @@ std::string NameInCache(const std::string& path) {
     return isCache && file != "." && file != ".." ? file : std::string();
 }
 
+bool IsFile(const std::string& path) {
+    try {
+        std::error_code ignored;
+        return std::filesystem::is_regular_file(paths::ToMachine(path), ignored);
+    } catch (const RuntimeError&) {  // a drive of another machine
+        return false;
+    }
+}
+
 }  // namespace
 
 std::optional<RuntimeError> SharedStoreFailure(const std::string& connectionString) {
     try {
         if (IsShared(connectionString)) {
-            OpenDataSession(connectionString, IfAway::Raise);
+            const std::string readOnly = OpenDataSession(connectionString, IfAway::Raise)->WhyReadOnly();
+            return readOnly.empty() ? std::nullopt : std::optional(RuntimeError(err::DataReadOnly, readOnly));
         }
     } catch (const RuntimeError& error) {
         return error;
@@ -69,19 +72,24 @@ void KeepReport(const std::string& connectionString, const std::string& path) {
 
 std::string ReportOnThisMachine(const std::string& connectionString, const std::string& path) {
     const std::string name = NameInCache(path);
-    if (name.empty() || !IsShared(connectionString)) {
+    if (name.empty()) {
         return path;
+    }
+    const std::string own = AppPath() + "\\Cache\\" + name;
+    if (!IsShared(connectionString)) {
+        // A data file that is a copy of a shared store names the files of the machines that shared it.
+        return !IsFile(path) && IsFile(own) ? own : path;
     }
     const std::unique_ptr<DataSession> session = OpenDataSession(connectionString);
     const std::string digest = session->DigestOfReport(name);
     if (digest.empty()) {
         return path;
     }
-    const std::string own = AppPath() + "\\Cache\\" + name;
     const std::optional<std::string> bytes = ReadSmallFile(paths::ToMachine(own), LargestReport);
-    if (!bytes || DigestOf(*bytes) != digest) {
-        AtomicFile file(paths::ToMachine(own), AtomicFile::IfThere::Replace, AtomicFile::Readers::Mask);
-        file.Write(session->BytesOfReport(name));
+    if (!bytes || Sha256(*bytes) != digest) {
+        const std::string stored = session->BytesOfReport(name);
+        AtomicFile file(paths::ToMachine(own));
+        file.Write(stored);
         file.Commit();
     }
     return own;

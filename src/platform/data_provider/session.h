@@ -39,6 +39,8 @@ class DataSession {
     virtual std::unique_ptr<DataRows> Query(const std::string& statement) = 0;
     // Raises the error with which a write would fail now. Changes nothing.
     virtual void ProveWritable() = 0;
+    // Returns why a shared store takes no changes from anybody, or an empty text.
+    virtual std::string WhyReadOnly() { return {}; }
     virtual void Begin() = 0;
     virtual void Commit() = 0;  // an error leaves the transaction open
     virtual void Rollback() = 0;
@@ -53,6 +55,7 @@ class DataSession {
     virtual void KeepReport(const std::string& /*name*/, const std::string& /*bytes*/) {}
     virtual std::vector<std::string> ReportNames() { return {}; }
     virtual std::string DigestOfReport(const std::string& /*name*/) { return {}; }
+    // Raises err::PathFileAccess for bytes that do not have the digest.
     virtual std::string BytesOfReport(const std::string& /*name*/) { return {}; }
 
     // Takes the row of a table for this session until ReleaseClaims or the session's end. Returns false if
@@ -60,6 +63,8 @@ class DataSession {
     virtual bool TakeClaim(const std::string& /*table*/, const std::string& /*key*/) { return true; }
     // Gives back what this session holds. Never raises an error: a session that is lost holds nothing.
     virtual void ReleaseClaims() noexcept {}
+    // Returns why the claim that TakeClaim took no longer holds, or an empty text. Asks the server.
+    virtual std::string LossOfClaim(const std::string& /*table*/, const std::string& /*key*/) { return {}; }
     // Returns what all sessions hold.
     virtual std::vector<ADODB::HeldClaim> HeldClaims() { return {}; }
 };

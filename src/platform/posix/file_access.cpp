@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/posix/file_access.h"
 
+#include <pwd.h>
 #include <sys/stat.h>
 #include <sys/types.h>
 #include <sys/xattr.h>
@@ -62,4 +63,15 @@ void TakeAccessOver(int file, const fs::path& former, bool isPrivate) {
         fremovexattr(file, AccessList);
         SetMode(file, mode & ~S_IRWXG);
     }
+}
+
+std::string NameOfUser(uid_t user) {
+    const passwd* const found = getpwuid(user);
+    return found != nullptr ? found->pw_name : std::to_string(user);
+}
+
+std::string ForeignOwner(int file) {
+    struct stat status {};
+    const bool isForeign = fstat(file, &status) == 0 && status.st_uid != geteuid() && status.st_uid != 0;
+    return isForeign ? NameOfUser(status.st_uid) : "";
 }

@@ -7,8 +7,10 @@
 
 struct CommandPassword {
     std::string password = {};  // not empty, without control characters, if there is no failure
-    std::string failure = {};   // a sentence without its full stop that begins with "PasswordCommand"
-    int startError = 0;         // errno if the shell cannot be started
+    // A sentence without its full stop that begins with "PasswordCommand", and ": " with the first 200 bytes
+    // that the command wrote on standard error, as one line.
+    std::string failure = {};
+    int startError = 0;  // errno if the shell cannot be started
 };
 
 // Runs the command and returns its output without the line end, at most 4096 bytes. The command is killed

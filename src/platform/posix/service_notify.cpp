@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "platform/base/one_line.h"
+#include "platform/base/text.h"
 #include "platform/posix/unique_fd.h"
 
 namespace {
@@ -85,7 +86,8 @@ void ServiceManager::TellReady() {
 }
 
 void ServiceManager::TellStatus(const std::string& text) const {
-    Tell("STATUS=" + OnOneLine(text));
+    constexpr std::size_t Longest = 500;  // bytes; the manager shows it in one line
+    Tell("STATUS=" + OnOneLine(CutText(text, Longest)));
 }
 
 void ServiceManager::ShowLife() const {

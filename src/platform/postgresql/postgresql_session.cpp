@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/base/ascii.h"
+#include "platform/base/digest.h"
 #include "platform/base/text.h"
 #include "platform/postgresql/dialect.h"
 
@@ -49,6 +50,13 @@ std::string ClaimClass(const std::string& table) {
     }
     throw RuntimeError(err::DataTableMissing, "Rows of the table " + table + " are not claimed");
 }
+
+// Parts of the statements about claims, whose parameters are the key and the session's mark.
+constexpr const char* ClaimedKey = "($1::bigint % 2147483648)::int";
+constexpr const char* HasMark = "coalesce(current_setting('oxbow_courier.session', true), '') = $2";
+constexpr const char* NotOwn =
+    "another session of the server answers than the one that was opened, as a connection pooler does that is "
+    "not in session mode";
 
 template <typename Number>
 Variant NumberOf(std::string_view text) {
@@ -213,6 +221,19 @@ void PostgresqlSession::ProveWritable() {
     server.Run("rollback");
 }
 
+// The pool keeps no connection that began read-only: the next one asks again.
+std::string PostgresqlSession::WhyReadOnly() {
+    const std::string why = Leased().WhyReadOnly();
+    if (why.empty()) {
+        return {};
+    }
+    if (!m_isInTransaction && !m_hasClaims) {
+        m_server->reset();
+        CloseIdleServers();
+    }
+    return "The store is write-protected: " + m_link.Name() + "; " + why;
+}
+
 // An editor computes the keys of several rows before it inserts them: nobody else may insert meanwhile. A
 // scheduler, which may not insert such rows, waits for nobody.
 void PostgresqlSession::Begin() {
@@ -275,7 +296,7 @@ std::string PostgresqlSession::DigestOfReport(const std::string& name) {
 }
 
 std::string PostgresqlSession::BytesOfReport(const std::string& name) {
-    const Result found = Leased().RunOne("select Bytes from StoredReport where Name = $1", {name});
+    const Result found = Leased().RunOne("select Bytes, Digest from StoredReport where Name = $1", {name});
     if (PQntuples(found.get()) == 0) {
         return {};
     }
@@ -283,15 +304,47 @@ std::string PostgresqlSession::BytesOfReport(const std::string& name) {
     const std::unique_ptr<unsigned char, decltype(&PQfreemem)> bytes(
         PQunescapeBytea(reinterpret_cast<const unsigned char*>(PQgetvalue(found.get(), 0, 0)), &length),
         &PQfreemem);
-    return {reinterpret_cast<const char*>(bytes.get()), length};
+    std::string report(reinterpret_cast<const char*>(bytes.get()), length);
+    if (Sha256(report) != PQgetvalue(found.get(), 0, 1)) {
+        throw RuntimeError(err::PathFileAccess,
+                           "The report file \"" + name + "\" of the store " + m_link.Name() +
+                               " is damaged: its bytes do not have the SHA-256 that is stored with them");
+    }
+    return report;
 }
 
+// A pooler that gives each transaction another session of the server would let two schedulers share the lock
+// of one session: only the session with the own mark may take it.
 bool PostgresqlSession::TakeClaim(const std::string& table, const std::string& key) {
-    const Result taken = Leased().RunOne(
-        "select pg_try_advisory_lock(" + ClaimClass(table) + ", ($1::bigint % 2147483648)::int)", {key});
+    Server& server = Leased();
+    const Result taken =
+        server.RunOne(std::string("select case when ") + HasMark + " then pg_try_advisory_lock(" +
+                          ClaimClass(table) + ", " + ClaimedKey + ") end",
+                      {key, server.Mark()});
+    if (PQgetisnull(taken.get(), 0, 0) != 0) {
+        throw RuntimeError(err::DataUnavailable, "The store " + m_link.Name() + " cannot be used; " + NotOwn);
+    }
     const bool isTaken = std::strcmp(PQgetvalue(taken.get(), 0, 0), "t") == 0;
     m_hasClaims = m_hasClaims || isTaken;
     return isTaken;
+}
+
+std::string PostgresqlSession::LossOfClaim(const std::string& table, const std::string& key) {
+    try {
+        if (!m_hasClaims || *m_server == nullptr) {
+            return "the connection was closed";
+        }
+        Server& server = **m_server;
+        const Result found = server.RunOne(
+            std::string("select ") + HasMark +
+                " and exists(select 1 from pg_locks where locktype = 'advisory' and objsubid = 2 and granted "
+                "and pid = pg_backend_pid() and classid::bigint = " +
+                ClaimClass(table) + " and objid::bigint = " + ClaimedKey + ")",
+            {key, server.Mark()});
+        return std::strcmp(PQgetvalue(found.get(), 0, 0), "t") == 0 ? "" : NotOwn;
+    } catch (const RuntimeError& error) {
+        return error.Description();
+    }
 }
 
 void PostgresqlSession::ReleaseClaims() noexcept {

@@ -16,6 +16,7 @@ class PostgresqlSession : public DataSession {
     void Execute(const std::string& statement) override;
     std::unique_ptr<DataRows> Query(const std::string& statement) override;
     void ProveWritable() override;
+    std::string WhyReadOnly() override;
     void Begin() override;
     void Commit() override;
     void Rollback() override;
@@ -26,6 +27,7 @@ class PostgresqlSession : public DataSession {
     std::string DigestOfReport(const std::string& name) override;
     std::string BytesOfReport(const std::string& name) override;
     bool TakeClaim(const std::string& table, const std::string& key) override;
+    std::string LossOfClaim(const std::string& table, const std::string& key) override;
     void ReleaseClaims() noexcept override;
     std::vector<ADODB::HeldClaim> HeldClaims() override;
 

@@ -8,9 +8,12 @@
 #include <array>
 #include <chrono>
 #include <filesystem>
+#include <random>
+#include <string_view>
 
 #include "platform/contracts/runtime.h"
 #include "platform/data_provider/busy_wait.h"
+#include "platform/posix/file_access.h"
 #include "platform/posix/password_command.h"
 #include "platform/postgresql/failure.h"
 
@@ -54,43 +57,50 @@ std::string OwnName() {
     return std::string("courier ") + host.data() + " " + std::to_string(getpid());
 }
 
+std::string NewMark() {
+    std::random_device source;
+    return std::to_string(getpid()) + "-" + std::to_string(source()) + "-" + std::to_string(source());
+}
+
+// The parameters of a connection (PostgreSQL 15, section 34.1.1.1). An empty value keeps the variable of the
+// environment out, which libpq would take in place of a missing one.
 class Parameters {
  public:
-    void Add(const char* name, std::string value) {
+    void Add(std::string_view name, std::string_view value) {
+        m_text += std::string(name) + "='";
+        for (const char c : value) {
+            m_text += c == '\'' || c == '\\' ? "\\" : "";
+            m_text += c;
+        }
+        m_text += "' ";
+    }
+    void AddIfGiven(std::string_view name, std::string_view value) {
         if (!value.empty()) {
-            m_names.push_back(name);
-            m_values.push_back(std::move(value));
+            Add(name, value);
         }
     }
-    pg_conn* Start() const {
-        std::vector<const char*> names = m_names;
-        std::vector<const char*> values;
-        for (const std::string& value : m_values) {
-            values.push_back(value.c_str());
-        }
-        names.push_back(nullptr);
-        values.push_back(nullptr);
-        return PQconnectStartParams(names.data(), values.data(), 0);
-    }
+    pg_conn* Start() const { return PQconnectStart(m_text.c_str()); }
 
  private:
-    std::vector<const char*> m_names;
-    std::vector<std::string> m_values;
+    std::string m_text;
 };
 
 Parameters ParametersOf(const Link& link) {
     Parameters parameters;
     parameters.Add("host", link.host);
+    parameters.Add("hostaddr", "");
     parameters.Add("port", link.port);
     parameters.Add("dbname", link.database);
-    parameters.Add("user", link.user);
-    parameters.Add("password", PasswordOf(link));
+    parameters.Add("user", link.user.empty() ? NameOfUser(geteuid()) : link.user);
+    parameters.Add("options", "");
+    parameters.Add("target_session_attrs", "any");
+    parameters.AddIfGiven("password", PasswordOf(link));
     const bool isNear = IsOnThisMachine(link.host);
     const std::string mode = !link.sslMode.empty() ? link.sslMode : isNear ? "prefer" : "verify-full";
     parameters.Add("sslmode", mode);
     if (mode.starts_with("verify")) {
-        parameters.Add("sslrootcert",
-                       link.rootCertificate.empty() ? TrustedCertificates() : link.rootCertificate);
+        parameters.AddIfGiven("sslrootcert",
+                              link.rootCertificate.empty() ? TrustedCertificates() : link.rootCertificate);
     }
     parameters.Add("application_name", OwnName());
     parameters.Add("client_encoding", "UTF8");
@@ -102,22 +112,35 @@ Parameters ParametersOf(const Link& link) {
     return parameters;
 }
 
+// The server notices a client that has gone: it ends the client's statement, and within a minute the session,
+// with its claims. A session that waits between two polls is not ended. jit: the statements are small.
+std::string SessionSettings(const std::string& mark) {
+    const auto wait = std::chrono::duration_cast<std::chrono::milliseconds>(LongestBusyWait()).count();
+    return "set search_path = oxbow_courier, public; set standard_conforming_strings = on; "
+           "set lock_timeout = " +
+           std::to_string(wait) +
+           "; set client_min_messages = error; set client_connection_check_interval = 2000; "
+           "set tcp_keepalives_idle = 30; set tcp_keepalives_interval = 10; set tcp_keepalives_count = 3; "
+           "set tcp_user_timeout = 60000; "
+           "set idle_session_timeout = 0; set idle_in_transaction_session_timeout = 0; "
+           "set statement_timeout = 0; set jit = off; set oxbow_courier.session = '" +
+           mark + "'";
+}
+
 }  // namespace
 
 void ResultDeleter::operator()(pg_result* result) const {
     PQclear(result);
 }
 
-Server::Server(const Link& link) : m_link(link) {
+Server::Server(const Link& link) : m_link(link), m_mark(NewMark()) {
     try {
         Connect();
-        const auto wait = std::chrono::duration_cast<std::chrono::milliseconds>(LongestBusyWait()).count();
-        // The server ends the statement of a client that has gone.
-        Run("set search_path = oxbow_courier, public; set standard_conforming_strings = on; "
-            "set lock_timeout = " +
-            std::to_string(wait) +
-            "; set client_min_messages = error; set client_connection_check_interval = 2000; "
-            "set idle_in_transaction_session_timeout = 0; set statement_timeout = 0; set jit = off");
+        constexpr int Oldest = 140'000;
+        if (PQserverVersion(m_connection) < Oldest) {
+            RaiseUnreachable(m_link.Name(), "the server is older than PostgreSQL 14");
+        }
+        Run(SessionSettings(m_mark));
     } catch (...) {
         PQfinish(m_connection);
         throw;
@@ -172,6 +195,16 @@ bool Server::IsIdle() const {
 bool Server::IsInTransaction() const {
     const PGTransactionStatusType status = PQtransactionStatus(m_connection);
     return status == PQTRANS_INTRANS || status == PQTRANS_INERROR;
+}
+
+std::string Server::WhyReadOnly() const {
+    const auto isOn = [this](const char* name) {
+        const char* const value = PQparameterStatus(m_connection, name);
+        return value != nullptr && std::string_view(value) == "on";
+    };
+    return isOn("in_hot_standby")                  ? "the server is a standby"
+           : isOn("default_transaction_read_only") ? "its transactions are set to read only"
+                                                   : "";
 }
 
 void Server::RaiseLost() {

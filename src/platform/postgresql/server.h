@@ -19,7 +19,9 @@ using Result = std::unique_ptr<pg_result, ResultDeleter>;
 
 class Server {
  public:
-    // Connects within ten seconds. Raises err::DataUnavailable if that fails.
+    // Connects within ten seconds, to what the link says: the variables of libpq that name another server, a
+    // service or options (PGHOSTADDR, PGSERVICE, PGOPTIONS ...) have no effect. Raises err::DataUnavailable
+    // if that fails or if the server is older than PostgreSQL 14.
     explicit Server(const Link& link);
     ~Server();
     Server(const Server&) = delete;
@@ -31,6 +33,12 @@ class Server {
     // Returns true if no statement runs and no transaction is open.
     bool IsIdle() const;
     bool IsInTransaction() const;
+    // Returns why the server takes no changes, or an empty text. Does not ask the server: it reports a change
+    // with the next answer.
+    std::string WhyReadOnly() const;
+    // Returns a text that no other session has. The server's session keeps it in the setting
+    // oxbow_courier.session: a statement that finds another one there has reached another session.
+    const std::string& Mark() const { return m_mark; }
 
     // Runs statements of the provider itself, several with semicolons between them, and returns the last
     // result.
@@ -54,5 +62,6 @@ class Server {
     [[noreturn]] void RaiseLost();
 
     Link m_link;
+    std::string m_mark;
     pg_conn* m_connection = nullptr;
 };

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/postgresql/store_version.h"
+
 namespace {
 
 constexpr std::size_t MostIdle = 4;
@@ -34,7 +36,9 @@ LeasedServer LeaseServer(const Link& link) {
             return LeasedServer(last.release());
         }
     }
-    return LeasedServer(std::make_unique<Server>(link).release());
+    auto opened = std::make_unique<Server>(link);
+    CheckStoreVersion(*opened);
+    return LeasedServer(opened.release());
 }
 
 void CloseIdleServers() {

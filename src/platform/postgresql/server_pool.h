@@ -12,7 +12,8 @@ struct ReturnServer {
 };
 using LeasedServer = std::unique_ptr<Server, ReturnServer>;
 
-// Returns a connection that nobody uses, or a new one.
+// Returns a connection that nobody uses, or a new one to a store of this program's version. Raises
+// err::DataUnavailable if there is none.
 LeasedServer LeaseServer(const Link& link);
 
 // Closes the connections that nobody uses.

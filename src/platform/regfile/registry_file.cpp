@@ -171,6 +171,16 @@ long RegistryFile::RegCloseKey(Handle handle) {
     return m_keys.erase(handle) == 1 ? Success : NotFound;
 }
 
+void RegistryFile::RequireWhole() const {
+    const fs::path path = (m_folder.empty() ? ConfigPlace() : m_folder) / FileName;
+    const std::string text = ReadFile();
+    if (text.empty() || RegDocument(text).IsDamaged()) {
+        throw RuntimeError(err::PathFileAccess,
+                           "The settings file \"" + path.string() +
+                               (text.empty() ? "\" is missing or empty" : "\" is damaged"));
+    }
+}
+
 Registry& SettingsFile() {
     static RegistryFile settings;
     return settings;

@@ -27,6 +27,7 @@ class RegistryFile : public Registry {
     long RegSetValueExA(Handle handle, const std::string& name, std::uint32_t type,
                         const std::string& bytes) override;
     long RegCloseKey(Handle handle) override;
+    void RequireWhole() const override;
 
  private:
     std::filesystem::path Folder() const;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/reports/machine_host.h"
 
+#include <cstdlib>
 #include <optional>
 
 #include "platform/base/paths.h"
@@ -42,10 +43,18 @@ std::vector<std::string> MachineHost::DataFolders() const {
 
 std::vector<std::filesystem::path> MachineHost::OwnFiles() const {
     std::vector<std::filesystem::path> own{ConfigPlace()};
+    // Mails of other reports wait there. An outbox elsewhere is the administrator's choice.
+    own.push_back(DataHome() / "oxbow-courier" / "outbox");
     if (const std::optional<std::filesystem::path> application = ApplicationFolder()) {
+        own.push_back(*application / "outbox");
         own.push_back(*application / "PressroomLive.dat");
         own.push_back(*application / "PressroomLive.dat.embedded");
         own.push_back(*application / "Pressroom.dat");
+    }
+    // They open the team's store.
+    if (const char* const home = std::getenv("HOME")) {
+        own.push_back(std::filesystem::path(home) / ".pgpass");
+        own.push_back(std::filesystem::path(home) / ".postgresql" / "postgresql.key");
     }
     return own;
 }

@@ -13,7 +13,8 @@ class MachineHost : public rdl::Host {
     std::filesystem::path PathOf(std::string_view name, const std::string& folder) const override;
     // Returns the application's folder and its samples: a report that runs from a copy finds its data there.
     std::vector<std::string> DataFolders() const override;
-    // Returns the settings, the mail profile and the databases of the application.
+    // Returns the settings, the mail profile and the databases of the application, and what opens a team's
+    // store: the user's passwords and key for PostgreSQL.
     std::vector<std::filesystem::path> OwnFiles() const override;
     int OpenTemporaryFile() const override;
 };

@@ -101,6 +101,12 @@ int CodeOfMissing(const fs::path& file) {
     }
 }
 
+// What the desktop knows of report files is installed with the designer; a build tree is not installed.
+bool IsReportFile(const fs::path& file) {
+    const std::string ending = file.extension().string();
+    return SameText(ending, ".rpt") || SameText(ending, ".rdl");
+}
+
 bool MayRun(const fs::path& file) {
     return faccessat(AT_FDCWD, file.c_str(), X_OK, AT_EACCESS) == 0;
 }
@@ -177,7 +183,11 @@ int DesktopShell::Open(const fs::path& file, const std::string& parameters, cons
     }
     const bool program = file == m_program || SameText(file.extension().string(), ".exe");
     if (!program || IsFolder(file)) {
-        return CodeOf(associations::OpenFile(file, folder));
+        const int code = CodeOf(associations::OpenFile(file, folder));
+        const fs::path designer = m_program.parent_path() / "oxc-design";
+        return code == NoAssociation && IsReportFile(file) && MayRun(designer)
+                   ? CodeOfStart(StartDetached(designer, {fs::absolute(file).string()}, folder))
+                   : code;
     }
     const int code =
         MayRun(file) ? CodeOfStart(StartDetached(fs::absolute(file), Pieces(parameters), folder)) : NoProgram;

@@ -8,7 +8,8 @@
 
 class DesktopShell : public Shell {
  public:
-    // `program` starts for the name oxc.exe in the application's folder.
+    // `program` starts for the name oxc.exe in the application's folder. oxc-design beside it opens the
+    // report files that the desktop associates with no application.
     explicit DesktopShell(std::filesystem::path program = InstalledProgram());
 
     // A file whose name ends in .exe is a program; if the machine cannot run it, it is opened with its

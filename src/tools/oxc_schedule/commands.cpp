@@ -147,7 +147,8 @@ int RunScheduleCommand(const CommandLine& line) {
     const auto* const handler = std::find_if(Handlers.begin(), Handlers.end(), [&line](const Handler& one) {
         return one.command == line.command;
     });
-    StartUp(handler->needs);
+    // A trial changes nothing, and so makes nothing either.
+    StartUp(line.Has("dry-run") ? Needs::ToRead : handler->needs);
     handler->run(line);
     return 0;
 }

@@ -6,6 +6,7 @@
 
 #include "platform/base/convert.h"
 #include "platform/contracts/clock.h"
+#include "platform/contracts/shared_store.h"
 #include "platform/mail/transport/outbox.h"
 #include "scheduler/PollTrace.h"
 #include "shared/Global.h"
@@ -26,8 +27,8 @@ struct Status {
     std::int64_t hours = 0;
     std::int64_t failures = 0, packageFailures = 0;  // in these hours
     std::size_t schedules = 0, packages = 0;
-    std::vector<ADODB::HeldClaim> claims;  // of all schedulers of a shared store
-    std::optional<std::size_t> outbox;     // messages; nullopt if the profile has no outbox
+    std::optional<std::vector<ADODB::HeldClaim>> claims;  // of all schedulers of a shared store
+    std::optional<std::size_t> outbox;                    // messages; nullopt if the profile has no outbox
     int code = 0;
 };
 
@@ -90,7 +91,9 @@ Status ReadStatus(const CommandLine& line) {
         CountSince("select LastRun from ReportBatchHstry where ErrMsg is not null", since);
     status.schedules = CountRows("ReportScheduler");
     status.packages = CountRows("ReportBatch");
-    status.claims = ADODB::HeldClaims(Global::ConnectionString);
+    if (IsSharedStore(Global::ConnectionString)) {
+        status.claims = ADODB::HeldClaims(Global::ConnectionString);
+    }
     status.outbox = mailer::CountOutbox();
     status.code = CodeOf(status, line);
     return status;
@@ -110,6 +113,11 @@ std::string StatusMetric(int code) {
     return Metric("oxc_status", "0 polls, 1 late or runs failed, 2 no poll or no answer.", "", code);
 }
 
+std::int64_t CountClaims(const std::vector<ADODB::HeldClaim>& claims, std::string_view kind) {
+    return std::count_if(claims.begin(), claims.end(),
+                         [kind](const ADODB::HeldClaim& claim) { return KindOf(claim) == kind; });
+}
+
 std::string PrometheusText(const Status& status) {
     std::string text = StatusMetric(status.code);
     if (status.poll) {
@@ -125,6 +133,11 @@ std::string PrometheusText(const Status& status) {
     text += Metric("oxc_items", "Schedules and packages.", "{kind=\"schedule\"}",
                    static_cast<std::int64_t>(status.schedules));
     text += Metric("oxc_items", "", "{kind=\"package\"}", static_cast<std::int64_t>(status.packages));
+    if (status.claims) {
+        text += Metric("oxc_claims", "Runs under way on the store, of all schedulers.", "{kind=\"schedule\"}",
+                       CountClaims(*status.claims, "schedule"));
+        text += Metric("oxc_claims", "", "{kind=\"package\"}", CountClaims(*status.claims, "package"));
+    }
     if (status.outbox) {
         text += Metric("oxc_outbox_messages", "Messages in the outbox folder.", "",
                        static_cast<std::int64_t>(*status.outbox));
@@ -144,13 +157,13 @@ QJsonObject Describe(const Status& status) {
         object.insert("age", static_cast<qint64>(status.age));
         object.insert("undelivered", static_cast<qint64>(status.poll->undelivered));
     }
-    QJsonArray claims;
-    for (const ADODB::HeldClaim& claim : status.claims) {
-        claims.append(QJsonObject{
-            {"kind", Json(KindOf(claim))}, {"id", Json(claim.key)}, {"holder", Json(claim.holder)}});
-    }
-    if (!claims.empty()) {
-        object.insert("under way", claims);
+    if (status.claims) {
+        QJsonArray claims;
+        for (const ADODB::HeldClaim& claim : *status.claims) {
+            claims.append(QJsonObject{
+                {"kind", Json(KindOf(claim))}, {"id", Json(claim.key)}, {"holder", Json(claim.holder)}});
+        }
+        object.insert("underWay", claims);
     }
     if (status.outbox) {
         object.insert("outbox", static_cast<qint64>(*status.outbox));
@@ -176,7 +189,7 @@ std::string Sentence(const Status& status) {
             std::to_string(status.packageFailures) + " of packages.\n";
     text += "Stored: " + std::to_string(status.schedules) + " schedules, " + std::to_string(status.packages) +
             " packages.\n";
-    for (const ADODB::HeldClaim& claim : status.claims) {
+    for (const ADODB::HeldClaim& claim : status.claims.value_or(std::vector<ADODB::HeldClaim>())) {
         text += "Under way: " + KindOf(claim) + " " + claim.key + ", by " + claim.holder + "\n";
     }
     if (status.outbox) {

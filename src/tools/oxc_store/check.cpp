@@ -9,7 +9,9 @@
 #include <chrono>
 #include <cstdlib>
 
+#include "platform/contracts/clock.h"
 #include "platform/postgresql/server.h"
+#include "platform/postgresql/store_version.h"
 #include "tools/oxc_store/store_tables.h"
 
 namespace tools {
@@ -55,18 +57,47 @@ std::string RightsOf(Server& server) {
     const bool movesDates = Single(server,
                                    "select has_column_privilege('ReportScheduler', 'nextrun', 'update') and "
                                    "has_column_privilege('ReportBatch', 'nextrundate', 'update')") == "t";
-    return movesDates && may("insert", "ReportHistory") && may("insert", "ReportBatchHstry") ? "a scheduler"
-                                                                                             : "a reader";
+    const bool addsRows = Single(server,
+                                 "select has_any_column_privilege('ReportHistory', 'insert') and "
+                                 "has_any_column_privilege('ReportBatchHstry', 'insert')") == "t";
+    return movesDates && addsRows ? "a scheduler" : "a reader";
+}
+
+// Returns the difference of local time to universal time: "+01:00".
+std::string OwnZone() {
+    constexpr int Minute = 60, Hour = 60;
+    const int offset = TheClock().Moment().offset / Minute;
+    const auto twoDigits = [](int number) { return (number < 10 ? "0" : "") + std::to_string(number); };
+    return (offset < 0 ? "-" : "+") + twoDigits(std::abs(offset) / Hour) + ":" +
+           twoDigits(std::abs(offset) % Hour);
+}
+
+// Raises an error if a lock does not stay with the connection that took it. A pooler that is not in session
+// mode gives the server's session with the lock to the second connection, and another one to the next
+// statement of the first.
+void CheckSession(const Link& link, Server& server) {
+    constexpr const char* Class = "1870160639";  // no table's claims have it
+    const std::string taken =
+        Single(server, std::string("select pg_backend_pid() from pg_try_advisory_lock(") + Class +
+                           ", pg_backend_pid()) as taken where taken");
+    Server other(link);
+    other.Run("begin; select 1");
+    const Result held = server.RunOne(
+        "select 1 from pg_locks where locktype = 'advisory' and pid = pg_backend_pid() and granted and "
+        "classid::bigint = $1::bigint and objid::bigint = $2::bigint",
+        {Class, taken});
+    if (taken.empty() || PQntuples(held.get()) == 0) {
+        RefuseStore("Claims do not hold in the store " + link.Name() +
+                    ": its statements reach several sessions of the server, as they do through a connection "
+                    "pooler that is not in session mode");
+    }
 }
 
 std::string CheckServer(const Link& link) {
     constexpr std::int64_t LargestDifference = 60;
     Server server(link);
-    const std::string version = Single(server, "select max(version) from store_version");
-    if (version != "1") {
-        RefuseStore("The store " + link.Name() + " has the version \"" + version +
-                    "\"; this program works with version 1");
-    }
+    CheckStoreVersion(server);
+    CheckSession(link, server);
     const std::int64_t time = AnswerTime(server);
     const std::int64_t difference = ClockDifference(server);
     std::string text =
@@ -77,9 +108,11 @@ std::string CheckServer(const Link& link) {
                                              ? "encrypted"
                                              : "not encrypted");
     text += ", an answer takes " + std::to_string(time / 10) + "." + std::to_string(time % 10) + " ms\n";
-    text += "Store: version " + version + "\n";
+    text += "Store: version " + Single(server, "select max(version) from store_version") + "\n";
     text += "Rights: " + RightsOf(server) + "\n";
+    text += "Claims: hold\n";
     text += "Clock: " + std::to_string(difference) + " seconds ahead of this machine\n";
+    text += "Time zone: " + OwnZone() + " on this machine; the other schedulers need the same\n";
     if (std::abs(difference) > LargestDifference) {
         RefuseStore("The clocks of this machine and of the server of " + link.Name() + " differ by " +
                     std::to_string(std::abs(difference)) + " seconds");

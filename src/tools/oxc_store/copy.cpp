@@ -7,9 +7,9 @@
 #include "platform/base/marks.h"
 #include "platform/base/paths.h"
 #include "platform/posix/atomic_file.h"
-#include "platform/posix/small_file.h"
 #include "platform/sqlite/sqlite_session.h"
 #include "tools/oxc_store/create.h"
+#include "tools/oxc_store/report_files.h"
 #include "tools/oxc_store/store_tables.h"
 
 namespace tools {
@@ -124,36 +124,6 @@ void CopyLastKeys(DataSession& from, DataSession& to) {
     }
 }
 
-// Gives a shared store the files of the folder.
-void SendReports(const std::filesystem::path& folder, DataSession& to) {
-    constexpr std::size_t Largest = 64U << 20U;
-    std::error_code failed;
-    for (std::filesystem::directory_iterator at(folder, failed), end; !failed && at != end;
-         at.increment(failed)) {
-        if (at->is_regular_file()) {
-            const std::optional<std::string> bytes = ReadSmallFile(at->path(), Largest);
-            if (!bytes) {
-                RefuseStore("Not copied: the report file \"" + at->path().string() + "\" cannot be read");
-            }
-            to.KeepReport(at->path().filename().string(), *bytes);
-        }
-    }
-}
-
-// Writes the files of a shared store to the folder, if there is one.
-void FetchReports(DataSession& from, const std::filesystem::path& folder) {
-    std::error_code ignored;
-    if (!std::filesystem::is_directory(folder, ignored)) {
-        return;
-    }
-    for (const std::string& name : from.ReportNames()) {
-        AtomicFile file(folder / std::filesystem::path(name).filename(), AtomicFile::IfThere::Replace,
-                        AtomicFile::Readers::Mask);
-        file.Write(from.BytesOfReport(name));
-        file.Commit();
-    }
-}
-
 // The transaction of `to` is open.
 std::int64_t CopyAll(DataSession& from, DataSession& to, const std::string& target) {
     std::int64_t count = 0;
@@ -205,18 +175,14 @@ class NewFile {
 
 std::int64_t CopyStore(const StorePlace& from, const StorePlace& to) {
     const std::unique_ptr<DataSession> source = OpenPlace(from);
+    const ReportFiles reports(from, *source);
     std::int64_t count = 0;
     if (to.link) {
         CreateStore(*to.link, {}, {});
         const std::unique_ptr<DataSession> target = OpenPlace(to);
         target->Begin();
         count = CopyAll(*source, *target, to.Name());
-        for (const std::string& name : source->ReportNames()) {
-            target->KeepReport(name, source->BytesOfReport(name));
-        }
-        if (!from.link) {
-            SendReports(from.file.parent_path() / "Cache", *target);
-        }
+        SendReports(reports, *target);
         target->Commit();
         return count;
     }
@@ -227,8 +193,9 @@ std::int64_t CopyStore(const StorePlace& from, const StorePlace& to) {
         count = CopyAll(*source, target, to.Name());
         target.Commit();
     }
-    FetchReports(*source, to.file.parent_path() / "Cache");
+    FetchedReports fetched(reports, to.file.parent_path() / "Cache");
     file.Finish();
+    fetched.Keep();
     return count;
 }
 

@@ -5,6 +5,7 @@
 
 #include "platform/base/convert.h"
 #include "platform/postgresql/server.h"
+#include "platform/postgresql/store_version.h"
 #include "tools/oxc_store/store_place.h"
 #include "tools/oxc_store/team_schema.h"
 
@@ -15,21 +16,28 @@ std::string QuotedName(const std::string& role) {
     return "\"" + Replace(role, "\"", "\"\"") + "\"";
 }
 
+// What the role may do in the store: nothing but what follows these statements.
+std::string WithoutRights(const std::string& role) {
+    return "revoke all on all tables in schema oxbow_courier from " + role +
+           "; revoke all on all sequences in schema oxbow_courier from " + role +
+           "; revoke all on schema oxbow_courier from " + role + "; grant usage on schema oxbow_courier to " +
+           role + "; grant select on all tables in schema oxbow_courier to " + role + ";";
+}
+
 // An editor defines everything.
 std::string EditorRights(const std::string& role) {
-    return "grant usage on schema oxbow_courier to " + role +
-           "; grant select, insert, update, delete on all tables in schema oxbow_courier to " + role +
-           "; grant usage, select on all sequences in schema oxbow_courier to " + role +
+    return WithoutRights(role) + "grant insert, update, delete on all tables in schema oxbow_courier to " +
+           role + "; grant usage, select on all sequences in schema oxbow_courier to " + role +
            "; revoke insert, update, delete on oxbow_courier.store_version from " + role + ";";
 }
 
 // A scheduler moves dates on and writes history.
 std::string SchedulerRights(const std::string& role) {
-    return "grant usage on schema oxbow_courier to " + role +
-           "; grant select on all tables in schema oxbow_courier to " + role +
-           "; grant update(NextRun) on oxbow_courier.ReportScheduler to " + role +
+    return WithoutRights(role) + "grant update(NextRun) on oxbow_courier.ReportScheduler to " + role +
            "; grant update(NextRunDate) on oxbow_courier.ReportBatch to " + role +
-           "; grant insert on oxbow_courier.ReportHistory, oxbow_courier.ReportBatchHstry to " + role + ";";
+           "; grant insert(ReportID, LastRun, Status, ErrMsg) on oxbow_courier.ReportHistory to " + role +
+           "; grant insert(ReportID, LastRun, Success, ErrMsg) on oxbow_courier.ReportBatchHstry to " + role +
+           ";";
 }
 
 std::string Single(Server& server, const std::string& statement) {
@@ -38,9 +46,6 @@ std::string Single(Server& server, const std::string& statement) {
 }
 
 void CheckDatabase(Server& server, const std::string& name) {
-    if (Single(server, "select current_setting('server_version_num')::int >= 140000") != "t") {
-        RefuseStore("The server of the store " + name + " is older than PostgreSQL 14");
-    }
     if (Single(server,
                "select pg_encoding_to_char(encoding) from pg_database where datname = "
                "current_database()") != "UTF8") {
@@ -51,10 +56,21 @@ void CheckDatabase(Server& server, const std::string& name) {
                     " compares only A to Z without regard to case, or in the Turkish way; make it with the "
                     "locale C.UTF-8 or en_US.UTF-8");
     }
-    if (Single(server, "select to_regclass('oxbow_courier.store_version') is not null") == "t" &&
-        Single(server, "select max(version) from oxbow_courier.store_version") > "1") {
-        RefuseStore("The store " + name + " is of a later version of the program");
+    CheckStoreCanBeMade(server);
+}
+
+// The owner of the database lets the roles connect, should the public not be allowed to.
+std::string ConnectRights(Server& server, const std::vector<std::string>& roles) {
+    std::string statements;
+    if (Single(server,
+               "select pg_has_role(datdba, 'usage') from pg_database where datname = current_database()") ==
+        "t") {
+        const std::string database = QuotedName(server.Linked().database);
+        for (const std::string& role : roles) {
+            statements += "grant connect on database " + database + " to " + QuotedName(role) + ";";
+        }
     }
+    return statements;
 }
 
 }  // namespace
@@ -63,7 +79,11 @@ void CreateStore(const Link& link, const std::vector<std::string>& editors,
                  const std::vector<std::string>& schedulers) {
     Server server(link);
     CheckDatabase(server, link.Name());
-    std::string statements = "begin;" + std::string(TeamSchema) + ";";
+    std::vector<std::string> roles = editors;
+    roles.insert(roles.end(), schedulers.begin(), schedulers.end());
+    // The one of two that comes second waits here, and finds everything made.
+    std::string statements = "begin; select pg_advisory_xact_lock(1870160639, 0); " +
+                             ConnectRights(server, roles) + std::string(TeamSchema) + ";";
     for (const std::string& role : editors) {
         statements += EditorRights(QuotedName(role));
     }

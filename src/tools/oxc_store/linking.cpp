@@ -6,6 +6,7 @@
 #include "platform/base/paths.h"
 #include "platform/contracts/system_error.h"
 #include "platform/posix/atomic_file.h"
+#include "platform/posix/running_mark.h"
 #include "platform/postgresql/postgresql_session.h"
 #include "platform/sqlite/sqlite_session.h"
 #include "tools/oxc_store/store_place.h"
@@ -47,11 +48,21 @@ void MoveDatabaseAway(const fs::path& file) {
     Rename(file, kept);
 }
 
+void RefuseScheduler(const SchedulersKeptOut& schedulers, IfRunning ifRunning, const fs::path& file,
+                     const std::string& begin) {
+    if (schedulers.IsRunning() && ifRunning == IfRunning::Refuse) {
+        RefuseStore(begin + ": a scheduler runs in the folder \"" + file.parent_path().string() +
+                    "\"; stop it first (--force goes on, and runs may be mailed again)");
+    }
+}
+
 }  // namespace
 
-void LinkStore(const fs::path& file, const Link& link) {
+void LinkStore(const fs::path& file, const Link& link, IfRunning ifRunning) {
+    const SchedulersKeptOut schedulers(file.parent_path());
+    RefuseScheduler(schedulers, ifRunning, file, "Not linked");
     PostgresqlSession(link).Query("select count(*) from ReportScheduler");
-    if (Exists(file) && !ReadLink(file)) {
+    if (Exists(file) && !IsLink(file)) {
         MoveDatabaseAway(file);
     }
     AtomicFile target(file);
@@ -60,8 +71,10 @@ void LinkStore(const fs::path& file, const Link& link) {
     fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
 }
 
-void UnlinkStore(const fs::path& file) {
-    if (!ReadLink(file)) {
+void UnlinkStore(const fs::path& file, IfRunning ifRunning) {
+    const SchedulersKeptOut schedulers(file.parent_path());
+    RefuseScheduler(schedulers, ifRunning, file, "Not unlinked");
+    if (!IsLink(file)) {
         RefuseStore("The file \"" + file.string() + "\" is no link");
     }
     const fs::path kept = With(file, ".embedded");

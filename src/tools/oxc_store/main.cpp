@@ -26,19 +26,28 @@ void Copy(const tools::StorePlace& from, const tools::StorePlace& to) {
     Print("Copied " + std::to_string(rows) + " rows to " + to.Name() + ".\n");
 }
 
+tools::IfRunning IfRunning(const tools::StoreArguments& arguments) {
+    return arguments.isForced ? tools::IfRunning::GoOn : tools::IfRunning::Refuse;
+}
+
 void LinkFile(const tools::StoreArguments& arguments) {
     Link link = TargetLink(arguments.to);
-    link.passwordCommand = arguments.passwordCommand;
+    if (!arguments.passwordCommand.empty()) {
+        if (!link.password.empty() || !link.passwordCommand.empty()) {
+            throw tools::StoreUsageError("--to has a password already, beside --password-command");
+        }
+        link.passwordCommand = arguments.passwordCommand;
+    }
     const std::filesystem::path file =
         arguments.place.empty() ? tools::LiveFile() : std::filesystem::absolute(arguments.place);
-    tools::LinkStore(file, link);
+    tools::LinkStore(file, link, IfRunning(arguments));
     Print("The file \"" + file.string() + "\" is a link to the store " + link.Name() + ".\n");
 }
 
 void Unlink(const tools::StoreArguments& arguments) {
     const std::filesystem::path file =
         arguments.place.empty() ? tools::LiveFile() : std::filesystem::absolute(arguments.place);
-    tools::UnlinkStore(file);
+    tools::UnlinkStore(file, IfRunning(arguments));
     Print("The file \"" + file.string() + "\" is no link any more.\n");
 }
 

@@ -5,6 +5,8 @@
 #include <array>
 #include <string_view>
 
+#include "platform/base/ascii.h"
+
 namespace tools {
 namespace {
 
@@ -21,8 +23,8 @@ const std::array<Command, 9> Commands{{
     {"--version", StoreCommand::Version, {}, false},
     {"create", StoreCommand::Create, {"--to", "--editor", "--scheduler"}, false},
     {"copy", StoreCommand::Copy, {"--from", "--to"}, false},
-    {"link", StoreCommand::Link, {"--to", "--password-command"}, true},
-    {"unlink", StoreCommand::Unlink, {}, true},
+    {"link", StoreCommand::Link, {"--to", "--password-command", "--force"}, true},
+    {"unlink", StoreCommand::Unlink, {"--force"}, true},
     {"check", StoreCommand::Check, {}, true},
     {"backup", StoreCommand::Backup, {"-o"}, true},
 }};
@@ -69,15 +71,20 @@ std::string StoreUsage() {
            "oxc-store copy --from FILE|CONNECT --to FILE|CONNECT\n"
            "                              copies all rows and the report files to an empty store, all or "
            "nothing\n"
-           "oxc-store link --to CONNECT [--password-command CMD] [FILE]\n"
+           "oxc-store link --to CONNECT [--password-command CMD] [--force] [FILE]\n"
            "                              makes the data file a link to the store; a database in its place "
            "is kept\n"
-           "                              under the name FILE.embedded\n"
-           "oxc-store unlink [FILE]       takes the link away and puts FILE.embedded back\n"
+           "                              under the name FILE.embedded. --force: although a scheduler runs "
+           "there\n"
+           "oxc-store unlink [--force] [FILE]\n"
+           "                              takes the link away and puts FILE.embedded back\n"
            "oxc-store check [FILE|CONNECT]\n"
-           "                              tries the store: version, rights, time of an answer, clock\n"
+           "                              tries the store: version, rights, claims, time of an answer, "
+           "clock\n"
            "oxc-store backup -o FILE [FILE|CONNECT]\n"
-           "                              copies the store to a new database file\n"
+           "                              copies the store to a new database file, and the report files to "
+           "the\n"
+           "                              folder Cache beside it\n"
            "oxc-store --help | --version\n"
            "\n"
            "CONNECT is Host=NAME;Database=NAME[;Port=NUMBER][;Username=NAME][;Password=TEXT][;SSL "
@@ -99,9 +106,14 @@ StoreArguments ParseStoreArguments(const std::vector<std::string>& arguments) {
         const std::string& argument = arguments[at];
         const bool isOption =
             std::find(command.options.begin(), command.options.end(), argument) != command.options.end();
-        if (isOption) {
+        if (isOption && argument == "--force") {
+            result.isForced = true;
+        } else if (isOption) {
             if (at + 1 == arguments.size() || arguments[at + 1].empty()) {
                 throw StoreUsageError(argument + " wants a value");
+            }
+            if (HasControls(arguments[at + 1])) {
+                throw StoreUsageError("the value of " + argument + " holds a control character");
             }
             SetOption(result, argument, arguments[++at]);
         } else if (argument.starts_with("-")) {
@@ -110,6 +122,11 @@ StoreArguments ParseStoreArguments(const std::vector<std::string>& arguments) {
             throw StoreUsageError(arguments[0] + " takes no more arguments");
         } else {
             result.place = argument;
+        }
+    }
+    for (const std::string& role : result.editors) {
+        if (std::find(result.schedulers.begin(), result.schedulers.end(), role) != result.schedulers.end()) {
+            throw StoreUsageError("the role " + role + " is either an editor or a scheduler");
         }
     }
     if (result.command == StoreCommand::Create || result.command == StoreCommand::Link ||

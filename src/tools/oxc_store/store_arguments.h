@@ -15,6 +15,7 @@ struct StoreArguments {
     std::string to, from, passwordCommand, output;
     std::string place;  // FILE or CONNECT; empty: the live file
     std::vector<std::string> editors, schedulers;
+    bool isForced = false;
 };
 
 // The arguments cannot be used. The text says why, and never repeats what may be a password.

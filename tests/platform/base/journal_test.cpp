@@ -99,6 +99,16 @@ TEST_F(JournalLines, NamesDoNotReachTheTerminalAsCommands) {
               "\"text\":\"A\\u001b[2J\\u009b31m\\u20282002-03-07\xEF\xBF\xBD\xEF\xBF\xBD\"}\n");
 }
 
+// U+202E turns what follows: "txe.tnuocca" would show as "account.ext".
+TEST_F(JournalLines, NamesDoNotTurnTheirLine) {
+    const std::string name = "A\xE2\x80\xAEtxe\xE2\x81\xA6z";
+    EXPECT_EQ(Written([&] { Journal(name); }), "2002-03-07 12:00:00 A txe z\n");
+    journal::UseForm(journal::Form::Json);
+    EXPECT_EQ(Written([&] { Journal(name); }),
+              "{\"time\":\"2002-03-07T12:00:00-03:30\",\"level\":\"warning\",\"event\":\"message\","
+              "\"text\":\"A\\u202etxe\\u2066z\"}\n");
+}
+
 // The machine's journal takes the rest of a line of 48 KiB for another line, with a severity of its own.
 TEST_F(JournalLines, EndlessTextsAreCut) {
     const std::string most(8192, 'x');

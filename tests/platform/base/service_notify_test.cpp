@@ -72,7 +72,9 @@ TEST_F(ServiceNotify, AssignmentsAreOneDatagram) {
     EXPECT_TRUE(manager.IsThere());
     manager.Tell("STOPPING=1\nSTATUS=Ends");
     manager.TellStatus("Two\nlines");
-    EXPECT_EQ(Heard(), (Texts{"STOPPING=1\nSTATUS=Ends", "STATUS=Two lines"}));
+    manager.TellStatus(std::string(20'000, 'x'));
+    EXPECT_EQ(Heard(),
+              (Texts{"STOPPING=1\nSTATUS=Ends", "STATUS=Two lines", "STATUS=" + std::string(500, 'x')}));
 }
 
 TEST_F(ServiceNotify, SocketCanHaveANameWithoutAFile) {

@@ -86,6 +86,31 @@ TEST_F(Profile, PasswordCommandGivesItsLine) {
               "two words");
 }
 
+TEST_F(Profile, ProgramThatAnotherUserMayHaveNamedIsNotRun) {
+    const std::string command = std::string(Server) + "User=ann\nPasswordCommand=echo open\n";
+    const std::string sendmail = "Transport=sendmail\nFrom=a@example.com\nSendmail=/bin/true\n";
+    const auto path = Read(command).file;
+    const std::string begin = "The mail profile \"" + path.string() + "\": it runs a program";
+    const auto fault = [&] { return DescriptionRaisedBy([&] { mailer::ReadMailProfile(path); }); };
+    namespace fs = std::filesystem;
+    for (const std::string& text : {command, sendmail}) {
+        Read(text);
+        fs::permissions(path, fs::perms::others_write, fs::perm_options::add);
+        EXPECT_EQ(fault(), begin + ", and everybody may write it; make it your own (chmod 600)");
+        fs::permissions(path, fs::perms::others_write, fs::perm_options::remove);
+        mailer::ReadMailProfile(path);
+        if (geteuid() == 0) {
+            constexpr uid_t Daemon = 1;
+            ASSERT_EQ(chown(path.c_str(), Daemon, Daemon), 0);
+            EXPECT_EQ(fault(), begin + " and belongs to daemon; make it your own (chown)");
+            ASSERT_EQ(chown(path.c_str(), 0, 0), 0);
+        }
+    }
+    Read(Server);
+    fs::permissions(path, fs::perms::others_write, fs::perm_options::add);
+    mailer::ReadMailProfile(path);
+}
+
 TEST_F(Profile, PasswordCommandThatFailsIsAnErrorWithoutItsOutput) {
     for (const auto& [command, word] :
          {std::pair("echo hidden; exit 3", "failed with exit code 3"),

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "platform/contracts/adodb.h"
+#include "platform/postgresql/postgresql_session.h"
 #include "shared/Global.h"
 #include "support/database.h"
 
@@ -49,6 +50,50 @@ TEST_F(Claims, EndWithTheirConnection) {
         "select pg_terminate_backend(pid) from pg_stat_activity where datname = current_database() and pid "
         "<> pg_backend_pid()");
     EXPECT_TRUE(Take("ReportScheduler", 1).IsHeld());
+}
+
+TEST_F(Claims, AreProvedByTheSessionThatTookThem) {
+    const ADODB::Claim first = Take("ReportScheduler", 1);
+    const ADODB::Claim other = Take("ReportBatch", 1);
+    first.Prove();
+    other.Prove();
+    database.Run(
+        "select pg_terminate_backend(pid) from pg_locks where locktype = 'advisory' and objid = 1 and "
+        "classid = 1870160640");
+    try {
+        first.Prove();
+        FAIL();
+    } catch (const ADODB::ClaimLost& lost) {
+        EXPECT_EQ(lost.Number(), err::DataUnavailable);
+        EXPECT_EQ(lost.Description().rfind("The store cannot be reached: ", 0), 0U) << lost.Description();
+    }
+    other.Prove();
+    const ADODB::Claim again = Take("ReportScheduler", 1);
+    again.Prove();
+    EXPECT_THROW(first.Prove(), ADODB::ClaimLost);
+}
+
+// A pooler that is not in session mode gives the session of one scheduler to another one, which leaves its
+// own mark there.
+TEST_F(Claims, AreNotOfASessionThatAnotherProgramHasMarked) {
+    constexpr const char* Shared =
+        "another session of the server answers than the one that was opened, as a connection pooler does "
+        "that "
+        "is not in session mode";
+    PostgresqlSession session(*ReadLink(database.Folder() / "PressroomLive.dat"));
+    ASSERT_TRUE(session.TakeClaim("ReportScheduler", "1"));
+    EXPECT_EQ(session.LossOfClaim("ReportScheduler", "1"), "");
+    EXPECT_EQ(session.LossOfClaim("ReportScheduler", "2"), Shared);
+    session.Query("select set_config('oxbow_courier.session', 'other', false)")->Next();
+    EXPECT_EQ(session.LossOfClaim("ReportScheduler", "1"), Shared);
+    try {
+        session.TakeClaim("ReportScheduler", "2");
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), err::DataUnavailable);
+        EXPECT_TRUE(error.Description().ends_with(std::string(" cannot be used; ") + Shared))
+            << error.Description();
+    }
 }
 
 TEST_F(Claims, RowThatHasChangedIsLeft) {

@@ -2,6 +2,7 @@
 #include "platform/postgresql/link.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -76,30 +77,71 @@ TEST_F(LinkFile, FaultsAreNamed) {
     Write(start + "Host=h\nDatabase=d\nSSLMode=maybe\n");
     EXPECT_EQ(Fault(), Named("\"maybe\" is not an SSLMode"));
     Write(start + "Provider=Other\n");
-    EXPECT_EQ(Fault(), Named("there is no provider \"Other\", only PostgreSQL"));
-    Write(start + "Hots=h\n");
-    EXPECT_EQ(Fault(), Named("the key \"Hots\" is not known"));
+    EXPECT_EQ(Fault(), Named("line 2: there is no provider \"Other\", only PostgreSQL"));
+    Write(start + "Host=h\n\nHots=h\n");
+    EXPECT_EQ(Fault(), Named("line 4: the key \"Hots\" is not known"));
     Write(start + "Host\n");
-    EXPECT_EQ(Fault(), Named("the line \"Host\" has no ="));
+    EXPECT_EQ(Fault(), Named("line 2: it has no ="));
     Write(start + "Host=a\tb\n");
-    EXPECT_EQ(Fault(), Named("the value of Host holds a control character"));
+    EXPECT_EQ(Fault(), Named("line 2: the value of Host holds a control character"));
+    Write(start + "Host=h\nDatabase=d\nHOST=other\n");
+    EXPECT_EQ(Fault(), Named("line 4: the key HOST is given twice"));
+    Write(start + "Provider=PostgreSQL\nProvider=PostgreSQL\n");
+    EXPECT_EQ(Fault(), Named("line 3: the key Provider is given twice"));
+    Write(start + "Host=h\nDatabase=d\nPassword=p\nPasswordCommand=pass\n");
+    EXPECT_EQ(Fault(), Named("it has both a Password and a PasswordCommand"));
     Write(start + std::string(70'000, '\n'));
     EXPECT_EQ(Fault(), Named("it is too long"));
     Write("Oxbow Courier store link 2\nHost=h\nDatabase=d\n");
     EXPECT_EQ(Fault(), "The link \"" + m_file.string() + "\" is of a later version of the program");
 }
 
-TEST_F(LinkFile, PasswordThatOthersCanReadIsRefused) {
+TEST_F(LinkFile, MayComeFromAnyEditor) {
+    Write("\xEF\xBB\xBFOxbow Courier store link 1 \t\r\nHost = h \r\nDatabase\t=d\t\r\n \r\n");
+    ASSERT_TRUE(IsLink(m_file));
+    const std::optional<Link> link = ReadLink(m_file);
+    ASSERT_TRUE(link.has_value());
+    EXPECT_EQ(link->host, "h");
+    EXPECT_EQ(link->database, "d");
+    Write("Oxbow Courier store link 1\nnonsense\n");
+    EXPECT_TRUE(IsLink(m_file));
+    Write("SQLite format 3");
+    EXPECT_FALSE(IsLink(m_file));
+}
+
+TEST_F(LinkFile, SecretThatOthersReachIsRefused) {
     const std::string text = "Oxbow Courier store link 1\nHost=h\nDatabase=d\n";
     namespace fs = std::filesystem;
     Write(text);
     fs::permissions(m_file, fs::perms::group_read, fs::perm_options::add);
     EXPECT_EQ(Fault(), "none");
-    Write(text + "Password=secret\n");
+    for (const std::string key : {"Password", "PasswordCommand"}) {
+        Write(text + key + "=secret\n");
+        EXPECT_EQ(Fault(), "none");
+        fs::permissions(m_file, fs::perms::group_read | fs::perms::others_write, fs::perm_options::add);
+        EXPECT_EQ(Fault(), "The link \"" + m_file.string() + "\" has a " + key +
+                               " and the mode 0642; only its owner may read and write it: chmod 600 \"" +
+                               m_file.string() + "\"");
+    }
+}
+
+TEST_F(LinkFile, SecretOfAnotherUserIsRefused) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root gives files away";
+    }
+    constexpr uid_t Daemon = 1;
+    const std::string text = "Oxbow Courier store link 1\nHost=h\nDatabase=d\n";
+    for (const std::string key : {"Password", "PasswordCommand"}) {
+        Write(text + key + "=secret\n");
+        ASSERT_EQ(chown(m_file.c_str(), Daemon, Daemon), 0);
+        EXPECT_EQ(Fault(),
+                  "The link \"" + m_file.string() + "\" has a " + key +
+                      " and belongs to daemon; only the user who opens it, or root, may own it: chown "
+                      "root \"" +
+                      m_file.string() + "\"");
+    }
+    Write(text);
     EXPECT_EQ(Fault(), "none");
-    fs::permissions(m_file, fs::perms::group_read, fs::perm_options::add);
-    EXPECT_EQ(Fault(), "The link \"" + m_file.string() +
-                           "\" holds a password that other users can read; give it the mode 0600");
 }
 
 TEST_F(LinkFile, DamagedLinkAndLostServerAreAnUnreadableDatabase) {
@@ -118,6 +160,18 @@ TEST_F(LinkFile, DamagedLinkAndLostServerAreAnUnreadableDatabase) {
         EXPECT_EQ(error.Description(),
                   "The store cannot be reached: \"d\" on 127.0.0.1; PasswordCommand failed with exit code 3");
     }
+    Write(
+        "Oxbow Courier store link 1\nHost=127.0.0.1\nDatabase=d\n"
+        "PasswordCommand=printf 'no key\\nfor %0300d' 1 >&2; exit 3\n");
+    try {
+        connection.Open(data);
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Description(),
+                  "The store cannot be reached: \"d\" on 127.0.0.1; PasswordCommand failed with exit code 3: "
+                  "no key for " +
+                      std::string(189, '0'));
+    }
 }
 
 TEST(ConnectString, HasTheKeysOfALink) {
@@ -130,6 +184,11 @@ TEST(ConnectString, HasTheKeysOfALink) {
     EXPECT_EQ(link.password, "p'w");
     EXPECT_EQ(link.sslMode, "require");
     EXPECT_THROW(LinkOfConnectString("Host=db"), RuntimeError);
-    EXPECT_THROW(LinkOfConnectString("Host=db;Database"), RuntimeError);
+    EXPECT_EQ(
+        DescriptionRaisedBy([] { LinkOfConnectString("Host=db;Database=d;Password=my;secret"); }),
+        "The connect string is damaged; a part of it has no =; a value that holds a semicolon stands in "
+        "quotation marks");
     EXPECT_THROW(LinkOfConnectString(""), RuntimeError);
+    EXPECT_THROW(LinkOfConnectString("Host=db;Database=d;Host=e"), RuntimeError);
+    EXPECT_THROW(LinkOfConnectString("Host=db;Database=d;Password=p;PasswordCommand=c"), RuntimeError);
 }

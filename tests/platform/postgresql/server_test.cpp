@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Data access to a real server.
 #include <gtest/gtest.h>
+#include <libpq-fe.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <map>
 
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/regional.h"
+#include "platform/contracts/shared_store.h"
 #include "platform/postgresql/server_pool.h"
 #include "shared/Global.h"
 #include "support/database.h"
@@ -197,6 +203,100 @@ TEST_F(ServerData, ConnectionThatIsLostInATransactionIsAnUnreachableDatabase) {
               err::DataUnavailable);
     connection.Close();
     EXPECT_EQ(Column("select Name from clients"), Rows{});
+}
+
+TEST_F(ServerData, StoreOfAnotherVersionIsRefusedWithWhatMendsIt) {
+    const Link link = *ReadLink(database.Folder() / "PressroomLive.dat");
+    const auto refusal = [&](const std::string& change) {
+        database.Run(change);
+        CloseIdleServers();
+        try {
+            LeaseServer(link);
+            return std::string("none");
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Number(), err::DataUnavailable);
+            return error.Description();
+        }
+    };
+    const std::string store = "The store " + link.Name(), program = ", and this program, " OXC_VERSION;
+    const std::string older =
+        ", works with version 1; the owner of the store brings it up to date: oxc-store create";
+    EXPECT_EQ(refusal("update store_version set version = 1"), "none");
+    EXPECT_EQ(refusal("update store_version set version = 2"),
+              store + " has the version 2" + program +
+                  ", works with version 1; this machine needs the newer program");
+    EXPECT_EQ(refusal("update store_version set version = 0"),
+              store + " has the version 0" + program + older);
+    EXPECT_EQ(refusal("delete from store_version"), store + " has the version 0" + program + older);
+    EXPECT_EQ(refusal("alter table store_version alter version type text; insert into store_version "
+                      "values('x1')"),
+              store + " has the unreadable version \"x1\"; it is to be restored from a backup");
+    EXPECT_EQ(refusal("drop table store_version"),
+              "The database " + link.Name() + " holds no store; its owner makes one: oxc-store create");
+}
+
+TEST_F(ServerData, SessionOutlivesItsPausesAndNotItsMachine) {
+    const LeasedServer server = LeaseServer(*ReadLink(database.Folder() / "PressroomLive.dat"));
+    for (const auto& [name, value] :
+         std::map<std::string, std::string>{{"idle_session_timeout", "0"},
+                                            {"idle_in_transaction_session_timeout", "0"},
+                                            {"statement_timeout", "0"},
+                                            {"tcp_keepalives_idle", "30"},
+                                            {"tcp_keepalives_interval", "10"},
+                                            {"tcp_keepalives_count", "3"},
+                                            {"tcp_user_timeout", "60000"},
+                                            {"client_connection_check_interval", "2s"},
+                                            {"oxbow_courier.session", server->Mark()}}) {
+        EXPECT_STREQ(PQgetvalue(server->Run("show " + name).get(), 0, 0), value.c_str()) << name;
+    }
+}
+
+TEST_F(ServerData, EnvironmentDoesNotNameAnotherServer) {
+    const Link link = *ReadLink(database.Folder() / "PressroomLive.dat");
+    const std::map<std::string, std::string> variables{
+        {"PGHOST", "nowhere.invalid"},
+        {"PGHOSTADDR", "127.0.0.9"},
+        {"PGPORT", "1"},
+        {"PGDATABASE", "postgres"},
+        {"PGOPTIONS", "-c geqo=off"},
+        {"PGUSER", "nobody"},
+        {"PGTARGETSESSIONATTRS", "standby"},
+        {"PGSERVICE", "other"},
+        {"PGSERVICEFILE", (database.Folder() / "services").string()}};
+    const std::string services = (database.Folder() / "services").string();
+    std::ofstream(services) << "[other]\nhostaddr=127.0.0.9\noptions=-c geqo=off\nuser=nobody\n";
+    for (const auto& [name, value] : variables) {
+        setenv(name.c_str(), value.c_str(), 1);
+    }
+    CloseIdleServers();
+    const LeasedServer server = LeaseServer(link);
+    EXPECT_STREQ(PQgetvalue(server->Run("select current_database()").get(), 0, 0), link.database.c_str());
+    EXPECT_STREQ(PQgetvalue(server->Run("select current_user").get(), 0, 0), link.user.c_str());
+    EXPECT_STREQ(PQgetvalue(server->Run("show geqo").get(), 0, 0), "on");
+    for (const auto& [name, value] : variables) {
+        unsetenv(name.c_str());
+    }
+}
+
+TEST_F(ServerData, StoreThatTakesNoChangesSaysSo) {
+    EXPECT_EQ(SharedStoreFailure(Global::ConnectionString), std::nullopt);
+    const auto setReadOnly = [this](const std::string& value) {
+        database.Run(
+            "set transaction_read_only = off; do $$ begin execute format('alter database %I set "
+            "default_transaction_read_only = " +
+            value + "', current_database()); end $$");
+    };
+    setReadOnly("on");
+    EXPECT_EQ(SharedStoreFailure(Global::ConnectionString), std::nullopt);  // its connection may still write
+    CloseIdleServers();
+    const std::optional<RuntimeError> failure = SharedStoreFailure(Global::ConnectionString);
+    ASSERT_TRUE(failure.has_value());
+    EXPECT_EQ(failure->Number(), err::DataReadOnly);
+    EXPECT_EQ(failure->Description(),
+              "The store is write-protected: " + ReadLink(database.Folder() / "PressroomLive.dat")->Name() +
+                  "; its transactions are set to read only");
+    setReadOnly("off");
+    EXPECT_EQ(SharedStoreFailure(Global::ConnectionString), std::nullopt);
 }
 
 TEST_F(ServerData, WriteIsProvedWithoutAChange) {

@@ -9,6 +9,7 @@
 
 #include "platform/base/paths.h"
 #include "platform/contracts/adodb.h"
+#include "platform/postgresql/link.h"
 #include "shared/Global.h"
 #include "support/database.h"
 
@@ -47,6 +48,39 @@ TEST_F(SharedReports, FileOfAnotherMachineIsMadeHere) {
     Write("sales.rpt", "old");
     EXPECT_EQ(Found(own), own);
     EXPECT_EQ(Bytes(Cached("sales.rpt")), bytes);
+}
+
+TEST_F(SharedReports, FileIsForItsOwnerOnly) {
+    Write("sales.rpt", bytes);
+    KeepReport(Global::ConnectionString, AppPath() + "\\Cache\\sales.rpt");
+    for (const bool isThere : {false, true}) {
+        if (!isThere) {
+            std::filesystem::remove(Cached("sales.rpt"));
+        } else {
+            Write("sales.rpt", "old");
+            std::filesystem::permissions(Cached("sales.rpt"), std::filesystem::perms(0644));
+        }
+        Found(AppPath() + "\\Cache\\sales.rpt");
+        EXPECT_EQ(std::filesystem::status(Cached("sales.rpt")).permissions(), std::filesystem::perms(0600));
+    }
+}
+
+TEST_F(SharedReports, DamagedBytesOfTheStoreReplaceNothing) {
+    Write("sales.rpt", bytes);
+    KeepReport(Global::ConnectionString, AppPath() + "\\Cache\\sales.rpt");
+    Write("sales.rpt", "mine");
+    database.Run("update StoredReport set Bytes = 'other'");
+    try {
+        Found(AppPath() + "\\Cache\\sales.rpt");
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), err::PathFileAccess);
+        EXPECT_EQ(error.Description(),
+                  "The report file \"sales.rpt\" of the store " +
+                      ReadLink(database.Folder() / "PressroomLive.dat")->Name() +
+                      " is damaged: its bytes do not have the SHA-256 that is stored with them");
+    }
+    EXPECT_EQ(Bytes(Cached("sales.rpt")), "mine");
 }
 
 TEST_F(SharedReports, NewerFileReplacesTheStoresCopy) {

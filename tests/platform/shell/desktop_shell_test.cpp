@@ -193,6 +193,18 @@ TEST_F(DesktopShellOpens, NoFileWithoutAnAssociation) {
     EXPECT_EQ(Open(Make("sales.unheard-of", std::string("\0\1\2\3", 4))), 31);
 }
 
+TEST_F(DesktopShellOpens, AReportFileWithoutAnAssociationInTheDesigner) {
+    const std::string bytes("\0\1\2\3", 4);
+    EXPECT_EQ(Open(Make("sales.rdl", bytes)), 31);
+    Make("programs/oxc-design", Marking(), 0755);
+    for (const char* name : {"sales of may.rdl", "-sales.RPT"}) {
+        fs::remove(marker);
+        EXPECT_GT(Open(Make(name, bytes)), 32);
+        EXPECT_EQ(Opened()[0], "1:" + (folder / name).string());
+    }
+    EXPECT_EQ(Open(Make("sales.unheard-of", bytes)), 31);
+}
+
 TEST_F(DesktopShellOpens, NoFileWhoseApplicationIsGone) {
     EXPECT_EQ(Open(Make("logo.tga", std::string(32, '\0'))), 31);
 }

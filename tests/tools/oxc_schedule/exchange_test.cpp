@@ -226,6 +226,7 @@ TEST_F(Exchange, RangeThatIsOverIsSaidAndBadDatesAreRefused) {
                        output + "]}");
     };
     write("2020-01-06", "");
+    Output("init");
     EXPECT_EQ(
         Output("import in.json --dry-run"),
         "add schedule \"Plain\" in the folder \"Desktop\"\n  its dates are over: it does not run\nNothing is "

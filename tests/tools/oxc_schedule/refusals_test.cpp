@@ -172,8 +172,9 @@ TEST_F(Refusals, ReadingMakesNothing) {
     const std::string none =
         "There is no database in \"" + (m_folder / "empty").string() +
         "\" yet: oxc-schedule init makes it, or the first command that changes something";
+    WriteBytes(m_folder / "in.json", "{}");
     for (const char* command : {"list", "show X", "next", "history", "export", "folder list", "package list",
-                                "package show X", "package history"}) {
+                                "package show X", "package history", "import in.json --dry-run"}) {
         EXPECT_EQ(Refusal(command), none) << command;
     }
     EXPECT_EQ(Refusal("status", 2), none);

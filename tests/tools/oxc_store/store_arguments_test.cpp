@@ -26,6 +26,9 @@ TEST(StoreArguments, CommandsTakeTheirOptions) {
         ParseStoreArguments({"link", "live.dat", "--to", "Host=h", "--password-command", "pass show x"});
     EXPECT_EQ(link.place, "live.dat");
     EXPECT_EQ(link.passwordCommand, "pass show x");
+    EXPECT_FALSE(link.isForced);
+    EXPECT_TRUE(ParseStoreArguments({"link", "--force", "--to", "Host=h", "live.dat"}).isForced);
+    EXPECT_TRUE(ParseStoreArguments({"unlink", "live.dat", "--force"}).isForced);
     EXPECT_EQ(ParseStoreArguments({"backup", "-o", "x"}).output, "x");
     EXPECT_EQ(ParseStoreArguments({"check"}).place, "");
     EXPECT_EQ(ParseStoreArguments({"--help"}).command, StoreCommand::Help);
@@ -37,6 +40,11 @@ TEST(StoreArguments, WrongUsageIsNamedWithoutAPassword) {
     EXPECT_EQ(Refusal({"create"}), "create wants --to");
     EXPECT_EQ(Refusal({"copy", "--to", "x"}), "copy wants --from");
     EXPECT_EQ(Refusal({"backup"}), "backup wants -o");
+    EXPECT_EQ(Refusal({"check", "--force"}), "check has no option --force");
+    EXPECT_EQ(Refusal({"link", "--to", "Host=h", "--password-command", "a\nHost=b"}),
+              "the value of --password-command holds a control character");
+    EXPECT_EQ(Refusal({"create", "--to", "Host=h", "--scheduler", "c", "--editor", "c"}),
+              "the role c is either an editor or a scheduler");
     EXPECT_EQ(Refusal({"link", "--to"}), "--to wants a value");
     EXPECT_EQ(Refusal({"link", "--to", "a", "--to", "b"}), "--to is given twice");
     EXPECT_EQ(Refusal({"check", "a", "b"}), "check takes no more arguments");

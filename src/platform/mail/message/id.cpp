@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/mail/message/id.h"
 
-#include <glib.h>
 #include <sys/random.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <memory>
 #include <optional>
 #include <string_view>
 
 #include "platform/base/ascii.h"
+#include "platform/base/digest.h"
 #include "platform/contracts/runtime.h"
 #include "platform/posix/small_file.h"
 
@@ -46,10 +45,7 @@ std::string RandomMark() {
 
 std::string MarkOf(const std::string& identity) {
     const std::string whole = ThisMachine() + '\n' + identity;
-    const std::unique_ptr<char, decltype(&g_free)> sum(
-        g_compute_checksum_for_string(G_CHECKSUM_SHA256, whole.data(), static_cast<gssize>(whole.size())),
-        &g_free);
-    return std::string(sum.get()).substr(0, MarkLength);
+    return Sha256(whole).substr(0, MarkLength);
 }
 
 }  // namespace mailer

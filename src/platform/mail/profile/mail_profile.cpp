@@ -16,6 +16,7 @@
 #include "platform/mail/base/domain_name.h"
 #include "platform/mail/base/mail_errors.h"
 #include "platform/mail/profile/ini_text.h"
+#include "platform/posix/file_access.h"
 #include "platform/posix/password_command.h"
 #include "platform/posix/small_file.h"
 
@@ -213,8 +214,28 @@ fs::path MailProfilePath() {
     return ConfigFolder() / "mail.ini";
 }
 
+namespace {
+
+// A program that somebody else named would run with the rights of this process.
+void CheckProgram(int opened, const MailProfile& profile) {
+    if (profile.passwordCommand.empty() && profile.sendmail.empty()) {
+        return;
+    }
+    const std::string begin = "it runs a program";
+    if (const std::string owner = ForeignOwner(opened); !owner.empty()) {
+        RefuseProfile(profile.file, begin + " and belongs to " + owner + "; make it your own (chown)");
+    }
+    struct stat status {};
+    if (fstat(opened, &status) == 0 && (status.st_mode & S_IWOTH) != 0) {
+        RefuseProfile(profile.file, begin + ", and everybody may write it; make it your own (chmod 600)");
+    }
+}
+
+}  // namespace
+
 MailProfile ReadMailProfile(const fs::path& file) {
-    const std::optional<std::string> text = ReadSmallFile(file, LargestProfile);
+    const UniqueFd opened = OpenRegularFile(file);
+    const std::optional<std::string> text = ReadToEnd(opened.Get(), LargestProfile);
     if (!text) {
         // A machine that lacks something says nothing of the file.
         const int code = errno;
@@ -225,6 +246,7 @@ MailProfile ReadMailProfile(const fs::path& file) {
                                              "\" is missing or cannot be read");
     }
     MailProfile profile = ParseMailProfile(file, *text);
+    CheckProgram(opened.Get(), profile);
     profile.isExposed = IsExposed(file, *text);
     return profile;
 }

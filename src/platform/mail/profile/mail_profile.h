@@ -44,7 +44,8 @@ struct MailProfile {
 std::filesystem::path MailProfilePath();
 
 // Reads the profile. Raises ErrNoProfile if the file is missing or cannot be read, ErrBadProfile if it is
-// invalid. The texts name the file and the key.
+// invalid, or if it names a program and another user owns it or everybody may write it. The texts name the
+// file and the key.
 MailProfile ReadMailProfile(const std::filesystem::path& file);
 // Reads the profile from a text that is to be written to the file. Raises ErrBadProfile.
 MailProfile ParseMailProfile(const std::filesystem::path& file, const std::string& text);

@@ -8,9 +8,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
 
 #include "platform/contracts/system_error.h"
+#include "platform/posix/atomic_file.h"
 #include "platform/posix/program.h"
 #include "platform/reports/failure.h"
 #include "platform/reports/file_output.h"
@@ -50,6 +52,26 @@ void EndWithParent() {
     }
 }
 
+// A query that sorts more than SQLite keeps in memory writes a file. SQLite's own choice is /var/tmp, where
+// this process may not write. This stands before the first use of SQLite, which looks once.
+void TellTemporaryPlace() {
+    try {
+        setenv("SQLITE_TMPDIR", TemporaryPlace().c_str(), 1);
+    } catch (const RuntimeError&) {
+        // A report that needs a temporary file reports that there is no place for it.
+    }
+}
+
+// What the user's PostgreSQL programs prove themselves with opens the team's store, which no report may read:
+// libpq finds no password and no certificate here (PostgreSQL 15, sections 34.15, 34.16 and 34.19).
+void ForgetServerPasswords() {
+    unsetenv("PGPASSWORD");
+    unsetenv("PGSERVICE");
+    for (const char* name : {"PGPASSFILE", "PGSERVICEFILE", "PGSSLCERT", "PGSSLKEY"}) {
+        setenv(name, "/dev/null/none", 1);
+    }
+}
+
 void OfferToOomKiller() {
     constexpr int Preferred = 500;
     std::ofstream("/proc/self/oom_score_adj") << Preferred;
@@ -61,6 +83,8 @@ std::string Confine(const Confinement& confinement) {
     PrepareProgram();
     EndWithParent();
     OfferToOomKiller();
+    TellTemporaryPlace();
+    ForgetServerPasswords();
     LimitResources(confinement.megabytes);
     // Fontconfig writes its caches now, as long as it may.
     FcInit();

@@ -7,6 +7,7 @@
 // writes below TemporaryPlace only: a document goes to a file that the parent has opened. Where the kernel
 // has seccomp filters, it starts no program and no process, changes no file's rights, and the calls that no
 // report needs are refused.
+// The PostgreSQL passwords and certificates of its user, which may open the team's store, are not used.
 // It still reaches the network, because data sources are there.
 #pragma once
 

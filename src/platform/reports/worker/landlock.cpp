@@ -9,6 +9,8 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <string>
+#include <system_error>
 
 #include "platform/base/paths.h"
 #include "platform/contracts/runtime.h"
@@ -72,20 +74,63 @@ class Rules {
     UniqueFd m_rules;
 };
 
-// Programs' libraries and settings, time zones, fonts and their caches, sockets of servers, and what drivers
-// of databases read in the user's folder.
+// Programs' libraries, fonts and their caches, and what drivers of databases read: certificates, their own
+// settings, names of users, hosts and services, the time zone. Not the rest of /etc: it has the machine's
+// passwords. Nor what proves the user to a PostgreSQL server: it opens the team's store.
 void AllowSystem(const Rules& rules) {
-    for (const char* place : {"/usr", "/lib", "/lib64", "/bin", "/etc", "/opt", "/dev", "/proc", "/sys",
-                              "/run", "/var/cache/fontconfig", "/var/lib/mysql", "/nix"}) {
+    for (const char* place : {"/usr", "/lib", "/lib64", "/bin", "/opt", "/nix", "/var/cache/fontconfig",
+                              "/var/lib/mysql", "/run/mysqld", "/run/postgresql", "/run/systemd/resolve",
+                              "/dev/urandom", "/dev/random", "/proc/self", "/proc/cpuinfo", "/proc/meminfo",
+                              "/proc/sys/crypto", "/proc/sys/kernel/random", "/sys/devices/system/cpu"}) {
         rules.Allow(place, Reading);
+    }
+    for (const char* name :
+         {"fonts",        "ssl/certs",       "ssl/openssl.cnf",   "ca-certificates", "pki",
+          "gnutls",       "crypto-policies", "krb5.conf",         "krb5.conf.d",     "gss",
+          "odbc.ini",     "odbcinst.ini",    "ODBCDataSources",   "freetds",         "mysql",
+          "my.cnf",       "my.cnf.d",        "postgresql-common", "passwd",          "group",
+          "hosts",        "host.conf",       "resolv.conf",       "nsswitch.conf",   "services",
+          "protocols",    "networks",        "gai.conf",          "ld.so.cache",     "ld.so.preload",
+          "localtime",    "timezone",        "locale.alias",      "locale.conf",     "default/locale",
+          "alternatives", "oracle"}) {
+        rules.Allow(fs::path("/etc") / name, Reading);
     }
     const char* const home = std::getenv("HOME");
     for (const char* name : {".fonts", ".fonts.conf", ".fonts.conf.d", ".config/fontconfig",
                              ".cache/fontconfig", ".local/share/fonts", ".odbc.ini", ".odbcinst.ini",
-                             ".freetds.conf", ".pgpass", ".postgresql", ".my.cnf"}) {
+                             ".freetds.conf", ".postgresql/root.crt", ".postgresql/root.crl", ".my.cnf"}) {
         if (home != nullptr) {
             rules.Allow(fs::path(home) / name, Reading);
         }
+    }
+}
+
+bool IsDatabase(const fs::path& file) {
+    const std::string name = file.filename().string();
+    return name.starts_with("PressroomLive.dat") || name == "Pressroom.dat";
+}
+
+// Rules only add rights: what stands beside the application's databases, one of which may be a link with a
+// password, is allowed piece by piece. A file that comes into the folder itself later is for the next
+// process.
+void AllowApplication(const Rules& rules, const fs::path& folder) {
+    std::vector<fs::path> allowed;
+    bool hasDatabase = false;
+    std::error_code failed;
+    for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed)) {
+        std::error_code ignored;
+        if (IsDatabase(at->path())) {
+            hasDatabase = true;
+        } else if (!at->is_symlink(ignored)) {
+            allowed.push_back(at->path());
+        }
+    }
+    if (!hasDatabase) {
+        return rules.Allow(folder, Reading);
+    }
+    rules.Allow(folder, LANDLOCK_ACCESS_FS_READ_DIR);
+    for (const fs::path& path : allowed) {
+        rules.Allow(path, Reading);
     }
 }
 
@@ -110,8 +155,8 @@ bool RestrictFiles(const std::vector<fs::path>& readable) {
     rules.Allow("/dev/null", LANDLOCK_ACCESS_FS_WRITE_FILE | Reading);
     if (!readable.empty()) {
         AllowSystem(rules);
-        rules.Allow(ProgramFolder(), Reading);
-        rules.Allow(paths::ToMachine(AppPath()), Reading);
+        AllowApplication(rules, ProgramFolder());
+        AllowApplication(rules, paths::ToMachine(AppPath()));
         for (const fs::path& folder : readable) {
             rules.Allow(folder, Reading);
         }

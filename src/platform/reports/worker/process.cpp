@@ -8,12 +8,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <ctime>
 #include <fstream>
+#include <string_view>
 #include <thread>
+#include <vector>
 
 #include "platform/contracts/system_error.h"
 #include "platform/posix/program.h"
@@ -29,6 +32,24 @@ namespace {
 [[noreturn]] void RaiseNoStart(const std::filesystem::path& program, int code) {
     throw RuntimeError(WorkerFailed, "The report program \"" + program.string() +
                                          "\" cannot be started: " + SystemErrorText(code));
+}
+
+// Returns this process's variables without those that are for it alone: the service manager's socket and the
+// passwords of programs.
+std::vector<char*> VariablesForReports() {
+    constexpr std::array<std::string_view, 9> Kept{
+        "NOTIFY_SOCKET=",       "WATCHDOG_USEC=",     "WATCHDOG_PID=",
+        "LISTEN_FDS=",          "LISTEN_PID=",        "CREDENTIALS_DIRECTORY=",
+        "OXC_REPORT_PASSWORD=", "OXC_MAIL_PASSWORD=", "OXC_SCHEDULE_PASSWORD="};
+    std::vector<char*> variables;
+    for (char** variable = environ; *variable != nullptr; ++variable) {
+        const std::string_view text(*variable);
+        if (std::none_of(Kept.begin(), Kept.end(), [text](auto name) { return text.starts_with(name); })) {
+            variables.push_back(*variable);
+        }
+    }
+    variables.push_back(nullptr);
+    return variables;
 }
 
 // Returns 0, or the machine's error code.
@@ -54,7 +75,8 @@ int Spawn(const std::filesystem::path& program, int socket, pid_t& child) {
 
     std::array<std::string, 3> texts{program.string(), ServeCommand, ServeVersion()};
     std::array<char*, 4> arguments{texts[0].data(), texts[1].data(), texts[2].data(), nullptr};
-    const int failure = posix_spawn(&child, arguments[0], &files, &attributes, arguments.data(), environ);
+    const int failure = posix_spawn(&child, arguments[0], &files, &attributes, arguments.data(),
+                                    VariablesForReports().data());
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&files);
     return failure;

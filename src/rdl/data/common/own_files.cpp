@@ -36,9 +36,12 @@ bool IsWithin(const fs::path& path, const fs::path& folder) {
     return end == folder.end();
 }
 
-// A second name (hard link) of a file in the folder.
+// A second name (hard link) of a file in the folder. Most files have one name, which needs no look.
 bool IsAnyIn(const fs::path& path, const fs::path& folder) {
     std::error_code error;
+    if (fs::hard_link_count(path, error) == 1 && !error) {
+        return false;
+    }
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         if (IsSame(path, entry->path())) {
             return true;

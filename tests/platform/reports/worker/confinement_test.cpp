@@ -235,7 +235,67 @@ TEST_F(ReportConfinement, ReadsOnlyTheFoldersThatAreGiven) {
     EXPECT_TRUE(reads("app/sample.csv"));
     EXPECT_FALSE(reads("private.csv"));
     EXPECT_TRUE(IsTrueInside([&] { return open(Path("private.csv").c_str(), O_RDONLY) >= 0; }));
+    // Of the machine only what names, zones, fonts and drivers need.
+    const auto readsOfMachine = [this](const char* path) {
+        return IsTrueInside([path] { return open(path, O_RDONLY) >= 0; }, {6144, {m_folder / "data"}});
+    };
+    for (const char* needed :
+         {"/etc/passwd", "/etc/fonts/fonts.conf", "/etc/localtime", "/etc/nsswitch.conf"}) {
+        EXPECT_TRUE(readsOfMachine(needed)) << needed;
+    }
+    for (const char* kept : {"/etc/shadow", "/etc/fstab", "/etc/sysctl.conf", "/proc/1/environ"}) {
+        EXPECT_FALSE(readsOfMachine(kept)) << kept;
+    }
     unsetenv("TMPDIR");
+}
+
+TEST_F(ReportConfinement, ReadsNothingThatOpensTheStore) {
+    if (!HasLandlock()) {
+        GTEST_SKIP() << "the kernel has no Landlock";
+    }
+    for (const char* folder : {"data", "app", "app/Cache", "tmp", "home", "home/.postgresql"}) {
+        std::filesystem::create_directory(m_folder / folder);
+    }
+    const std::string home = std::getenv("HOME");
+    setenv("TMPDIR", Path("tmp").c_str(), 1);
+    setenv("HOME", Path("home").c_str(), 1);
+    const std::vector<std::string> secret{"app/PressroomLive.dat", "app/PressroomLive.dat.embedded",
+                                          "app/Pressroom.dat", "home/.pgpass",
+                                          "home/.postgresql/postgresql.key"},
+        open{"app/sample.csv", "app/Cache/a.rpt", "home/.postgresql/root.crt"};
+    const auto reads = [this](const std::string& name) {
+        return IsTrueInside([&] { return ::open(Path(name).c_str(), O_RDONLY) >= 0; },
+                            {6144, {m_folder / "data"}});
+    };
+    for (const std::string& name : secret) {
+        Write(name, "a");
+        EXPECT_FALSE(reads(name)) << name;
+    }
+    for (const std::string& name : open) {
+        Write(name, "a");
+        EXPECT_TRUE(reads(name)) << name;
+    }
+    EXPECT_TRUE(IsTrueInside([&] { return ::open(Path("app").c_str(), O_RDONLY | O_DIRECTORY) >= 0; },
+                             {6144, {m_folder / "data"}}));
+    setenv("HOME", home.c_str(), 1);
+    unsetenv("TMPDIR");
+}
+
+TEST_F(ReportConfinement, UsesNoPasswordOfItsUser) {
+    const std::vector<const char*> secrets{"PGPASSWORD",    "PGSERVICE", "PGPASSFILE",
+                                           "PGSERVICEFILE", "PGSSLCERT", "PGSSLKEY"};
+    for (const char* name : secrets) {
+        setenv(name, Path("mine").c_str(), 1);
+    }
+    Write("mine", "*:*:*:*:secret");
+    for (const char* name : secrets) {
+        EXPECT_TRUE(IsTrueInside([name] {
+            const char* const value = std::getenv(name);
+            struct stat status {};
+            return value == nullptr || Fails(stat(value, &status), ENOTDIR);
+        })) << name;
+        unsetenv(name);
+    }
 }
 
 // A database whose log this process cannot make.
@@ -279,6 +339,16 @@ TEST_F(ReportOverDatabase, ReadsItWithoutAWriterAndALog) {
     sqlite3_close(m_database);
     m_database = nullptr;
     ASSERT_FALSE(std::filesystem::exists(Path("a%b#c?.db-wal")));
+    EXPECT_THAT(Rows(), HasSubstr("Ann"));
+}
+
+TEST_F(ReportOverDatabase, SortsMoreThanSqliteKeepsInMemory) {
+    Execute(
+        "with recursive n(i) as (select 1 union all select i + 1 from n where i < 3000) "
+        "insert into people select hex(randomblob(2000)) || i from n");
+    Write("db.rpt", DatabaseReport("a%b#c?.db",
+                                   "select substr(name, 1, 3) as Name, 1 as Number from people "
+                                   "order by people.name"));
     EXPECT_THAT(Rows(), HasSubstr("Ann"));
 }
 

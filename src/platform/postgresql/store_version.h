@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The version of a store's tables, which the table store_version holds.
+#pragma once
+
+#include "platform/postgresql/server.h"
+
+// Raises err::DataUnavailable if the store has another version than this program works with, with what mends
+// it: no store, an older, a newer or an unreadable one.
+void CheckStoreVersion(Server& server);
+
+// Raises err::DataUnavailable if the store is newer than this program, or its version unreadable. A database
+// without a store, and an older one, can be brought to the version of this program.
+void CheckStoreCanBeMade(Server& server);
