@@ -7,6 +7,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 
+#include "designer/model/report_data.h"
 #include "designer/window/design_window.h"
 #include "designer/window/designer_settings.h"
 #include "designer/window/source_page.h"
@@ -71,6 +72,14 @@ void DesignWindow::ShowLost(const LostReport& lost) {
     KeepCopy();
 }
 
+void DesignWindow::ShowNew(const std::string& bytes, const Logon& logon) {
+    ShowLost({.copy = {}, .original = {}, .bytes = bytes});
+    const std::vector<ReportSource> sources = SourcesOf(m_model->Source());
+    if (!sources.empty() && !logon.user.empty()) {
+        m_logons[sources.front().name] = logon;
+    }
+}
+
 void DesignWindow::ShowBytes(std::string bytes, const fs::path& file) {
     try {
         Document document(bytes);
@@ -117,7 +126,8 @@ void DesignWindow::AskAndOpen() {
 void DesignWindow::MakeFromData() {
     NewReportWizard wizard(this);
     if (wizard.exec() == QDialog::Accepted) {
-        emit ReportMade(wizard.Text());
+        const rdl::QueryRequest& request = wizard.Draft().request;
+        emit ReportMade(wizard.Text(), {.user = request.user, .password = request.password});
     }
 }
 

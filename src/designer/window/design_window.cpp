@@ -160,7 +160,7 @@ void DesignWindow::ShowProblemCount() {
 void DesignWindow::ShowPage() {
     m_canvas->FinishEditing();
     if (m_tabs->currentWidget() == m_preview) {
-        m_preview->Open(*m_model);
+        m_preview->Open(*m_model, m_logons);
     } else {
         m_canvas->setFocus();
     }

@@ -39,8 +39,8 @@ class DesignWindow : public QMainWindow {
 
     // Replaces what the window shows by a file. Returns false after a message if the file cannot be read.
     bool OpenFile(const std::filesystem::path& file);
-    // Shows a report that no file has yet.
-    void ShowNew(const std::string& bytes) { ShowLost({.copy = {}, .original = {}, .bytes = bytes}); }
+    // Shows a report that no file has yet. The logon is for its first data source; it may be empty.
+    void ShowNew(const std::string& bytes, const Logon& logon);
     // Shows what was not saved when a designer was ended by force.
     void ShowLost(const LostReport& lost);
     // Whether the window shows a blank report that nobody has changed.
@@ -50,8 +50,8 @@ class DesignWindow : public QMainWindow {
     DesignCanvas& Canvas() { return *m_canvas; }
 
  signals:
-    void WindowWanted(const QString& file);     // another window; with a blank report if `file` is empty
-    void ReportMade(const std::string& bytes);  // is to be shown, without a file
+    void WindowWanted(const QString& file);  // another window; with a blank report if `file` is empty
+    void ReportMade(const std::string& bytes, const Logon& logon);  // is to be shown, without a file
 
  protected:
     void closeEvent(QCloseEvent* event) override;

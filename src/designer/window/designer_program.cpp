@@ -44,11 +44,11 @@ DesignWindow* DesignerProgram::NewWindow() {
     return window;
 }
 
-void DesignerProgram::ShowNew(const std::string& bytes) {
+void DesignerProgram::ShowNew(const std::string& bytes, const Logon& logon) {
     const QList<DesignWindow*> windows = Windows();
     const auto blank = std::find_if(windows.begin(), windows.end(),
                                     [](const DesignWindow* window) { return window->IsUntouched(); });
-    (blank == windows.end() ? NewWindow() : *blank)->ShowNew(bytes);
+    (blank == windows.end() ? NewWindow() : *blank)->ShowNew(bytes, logon);
 }
 
 DesignWindow* DesignerProgram::Open(const QString& file) {

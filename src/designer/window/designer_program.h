@@ -26,7 +26,7 @@ class DesignerProgram : public QObject {
     DesignWindow* Open(const QString& file);
     DesignWindow* NewWindow();
     // Shows a report that no file has yet, in a blank window if there is one.
-    void ShowNew(const std::string& bytes);
+    void ShowNew(const std::string& bytes, const Logon& logon);
     QList<DesignWindow*> Windows() const;
 
  private:

@@ -55,7 +55,7 @@ PreviewPage::PreviewPage(QWidget* parent)
 
 PreviewPage::~PreviewPage() = default;
 
-void PreviewPage::Open(const DesignModel& model) {
+void PreviewPage::Open(const DesignModel& model, const Logons& logons) {
     for (const Field& field : m_fields) {
         std::erase_if(m_typed, [&](const auto& typed) { return typed.first == field.name; });
         m_typed.emplace_back(field.name, field.text());
@@ -67,7 +67,11 @@ void PreviewPage::Open(const DesignModel& model) {
     m_viewer->ReportSource(nullptr);
     try {
         const std::filesystem::path file = model.File().empty() ? "report.rdl" : model.File();
-        m_report = reports::OpenRdlText(model.Source().Bytes(), file);
+        const auto report = reports::OpenRdlText(model.Source().Bytes(), file);
+        for (const auto& [source, logon] : logons) {
+            report->SetSourceLogon(source, logon.user, logon.password);
+        }
+        m_report = report;
         AskForParameters();
         if (m_fields.empty()) {
             Run();

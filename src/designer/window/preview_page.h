@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "designer/dialogs/logons.h"
 #include "designer/model/design_model.h"
 #include "platform/contracts/report_engine.h"
 
@@ -27,7 +28,7 @@ class PreviewPage : public QWidget {
 
     // Opens the report as it is now. One without parameters runs at once, another one when the user has typed
     // them; values that were typed before are offered again. Errors appear in a list.
-    void Open(const DesignModel& model);
+    void Open(const DesignModel& model, const Logons& logons);
 
  protected:
     void changeEvent(QEvent* event) override;

@@ -16,7 +16,6 @@ namespace designer {
 
 NewReportWizard::NewReportWizard(QWidget* parent) : QWizard(parent) {
     setObjectName("newReportWizard");
-    setWindowTitle(tr("New Report From Data"));
     setWizardStyle(ModernStyle);
     setOption(NoBackButtonOnStartPage);
     m_draft.report.language = RegionTag();
@@ -29,6 +28,8 @@ NewReportWizard::NewReportWizard(QWidget* parent) : QWizard(parent) {
     addPage(new LookPage(m_draft));
     // A page begins at its first control, also on the way back.
     connect(this, &QWizard::currentIdChanged, this, [this] {
+        setWindowTitle(
+            tr("New Report From Data: %1").arg(currentPage() ? currentPage()->title() : QString()));
         if (currentPage() && currentPage()->focusProxy()) {
             currentPage()->focusProxy()->setFocus();
         }

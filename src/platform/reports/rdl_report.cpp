@@ -63,6 +63,15 @@ std::vector<std::string> RdlReport::Problems() const {
     return Translated([&] { return m_report->Problems(); });
 }
 
+void RdlReport::SetSourceLogon(const std::string& name, const std::string& user,
+                               const std::string& password) {
+    for (std::size_t table = 0; table < m_report->TableCount(); ++table) {
+        if (m_report->SourceName(table) == name) {
+            m_report->SetLogon(table, user, password);
+        }
+    }
+}
+
 void RdlReport::SetRows(const std::string& dataSet, const std::string& file) {
     if (!m_report->SetRows(dataSet, paths::ToMachine(file))) {
         throw RuntimeError(InvalidOption, "The report has no data set \"" + dataSet + "\"");

@@ -52,6 +52,8 @@ class RdlReport : public report::Report {
     // name.
     void SetDataSource(const std::string& name, const std::string& provider,
                        const std::string& connectString);
+    // Sets user and password for the tables of a data source; does nothing if none is of it.
+    void SetSourceLogon(const std::string& name, const std::string& user, const std::string& password);
     // Replaces the query of a data set by the rows of a CSV file, given by its system path. Raises 5 if the
     // report has no data set of the name.
     void SetRows(const std::string& dataSet, const std::string& file);

@@ -100,6 +100,7 @@ class NewReportWizardTest : public testing::Test, protected fakes::FormDriver {
 TEST_F(NewReportWizardTest, MakesAGroupedReportByKeysAlone) {
     Show();
     EXPECT_EQ(Page(), "sourcePage");
+    EXPECT_EQ(m_wizard.windowTitle(), "New Report From Data: Data source");
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "provider");
     Keys("CSV");
     Alt('I');
