@@ -102,7 +102,7 @@ class Guide(unittest.TestCase):
         for path in (TOP / "src").rglob("*.cpp"):
             text = path.read_text()
             written |= set(re.findall(r'journal::Level::\w+,\s*"([a-z-]+)"', text))
-            written |= set(re.findall(r'"((?:run|package|poll)-[a-z]+)"', text) if path.name == "RunLog.cpp" else [])
+            written |= set(re.findall(r'"((?:run|package|poll)-[a-z-]+)"', text) if path.name == "RunLog.cpp" else [])
         self.assertEqual(listed, written)
 
 

@@ -15,9 +15,10 @@ struct Settings {
     // Without a sign of life for so long, a process is ended.
     std::chrono::milliseconds patience = std::chrono::seconds(60);
     // Of one operation: processor time of all threads, and time altogether. The engine's own limits
-    // (rdl/values/run_watch.h) are lower, and their errors say more.
+    // (rdl/values/run_watch.h) are lower, and their errors say more; a service manager waits longer
+    // (LongestStep of platform/posix/service_notify.cpp).
     std::chrono::milliseconds processor = std::chrono::minutes(60);
-    std::chrono::milliseconds longest = std::chrono::hours(6);
+    std::chrono::milliseconds longest = std::chrono::hours(3);
     std::int64_t megabytes = 6144;      // of address space
     std::vector<std::string> readable;  // see Confinement
     // The next report gets another process once this one holds so many bytes or has opened so many reports.
