@@ -45,7 +45,7 @@ std::string FaultOfName(const Document& document, DataPart part, std::string_vie
 std::string NewNameOf(const Document& document, DataPart part);
 
 // Write the part that has the name `old`, or a new one if it is empty. What refers to a name follows it;
-// elements that are not told here stay. Raise EditError if FaultOfName finds a fault.
+// all other elements of the part stay. Raise EditError if FaultOfName finds a fault.
 void PutSource(Document& document, const std::string& old, const ReportSource& source);
 void PutSet(Document& document, const std::string& old, const ReportSet& set);
 

@@ -23,7 +23,7 @@ constexpr Choice Choices[] = {
      QT_TRANSLATE_NOOP(
          "designer::LayoutPage",
          "Each group has a row of its own, with its totals. Without groups it is a plain list.")},
-    {ReportLayout::Blocked, QT_TRANSLATE_NOOP("designer::LayoutPage", "Table, groups &beside their rows"),
+    {ReportLayout::Blocked, QT_TRANSLATE_NOOP("designer::LayoutPage", "Table, groups beside their ro&ws"),
      QT_TRANSLATE_NOOP("designer::LayoutPage", "Groups have columns at the left; totals follow each group.")},
     {ReportLayout::Matrix, QT_TRANSLATE_NOOP("designer::LayoutPage", "&Matrix"),
      QT_TRANSLATE_NOOP("designer::LayoutPage",

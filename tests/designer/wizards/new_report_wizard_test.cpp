@@ -69,6 +69,25 @@ class NewReportWizardTest : public testing::Test, protected fakes::FormDriver {
     }
     void PickDatabase() { The<QLineEdit>("file").setText(QString::fromStdString(File("sales.db"))); }
     std::string File(const char* name) const { return (m_folder.Path() / name).string(); }
+    // Looks whether two controls that are shown have the same mnemonic.
+    void ExpectOwnMnemonics() {
+        QMap<QString, QString> known;
+        const auto take = [&](const QWidget& widget, const QString& text) {
+            const QString key = QKeySequence::mnemonic(text).toString();
+            if (!key.isEmpty() && widget.isVisible()) {
+                EXPECT_FALSE(known.contains(key))
+                    << known[key].toStdString() << " and " << text.toStdString();
+                known[key] = text;
+            }
+        };
+        for (const QAbstractButton* button : m_wizard.findChildren<QAbstractButton*>()) {
+            take(*button, button->text());
+        }
+        for (const QLabel* label : m_wizard.findChildren<QLabel*>()) {
+            take(*label, label->buddy() ? label->text() : QString());
+        }
+        EXPECT_FALSE(known.isEmpty());
+    }
     // Goes to the page of the columns.
     void GoToColumns(const char* layout = "layouttable") {
         PickCsv();
@@ -310,6 +329,37 @@ TEST_F(NewReportWizardTest, AFileOfManyColumnsIsTooWideForThePaper) {
     EXPECT_EQ(Page(), "fieldsPage");
     EXPECT_EQ(Note("allColumns"),
               "The table has 2000 columns, and 28 fit across the page: choose fewer of them");
+}
+
+TEST_F(NewReportWizardTest, MnemonicsAreDifferentOnEveryPage) {
+    Show();
+    auto& provider = The<QComboBox>("provider");
+    for (int kind = 0; kind < provider.count(); ++kind) {
+        provider.setCurrentIndex(kind);
+        ExpectOwnMnemonics();
+    }
+    PickDatabase();
+    provider.setCurrentIndex(0);
+    Next();
+    ExpectOwnMnemonics();
+    Type("query", "select 1 as a, 'x' as b, 2 as c");
+    Next();
+    ExpectOwnMnemonics();
+    for (const char* layout : {"layoutlabels", "layouttable"}) {
+        Click(layout);
+        Next();
+        ExpectOwnMnemonics();
+        QTest::mouseClick(m_wizard.button(QWizard::BackButton), Qt::LeftButton);
+    }
+    Click("layoutmatrix");
+    Next();
+    ExpectOwnMnemonics();
+    QTest::mouseClick(m_wizard.button(QWizard::BackButton), Qt::LeftButton);
+    Click("layouttable");
+    Next();
+    Next();
+    ASSERT_EQ(Page(), "lookPage");
+    ExpectOwnMnemonics();
 }
 
 TEST_F(NewReportWizardTest, TheWayBackKeepsWhatWasChosen) {
