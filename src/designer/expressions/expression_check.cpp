@@ -3,6 +3,7 @@
 
 #include <charconv>
 
+#include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
 #include "platform/reports/rdl_engine.h"
 #include "platform/reports/rdl_report.h"
@@ -56,7 +57,7 @@ std::optional<ExpressionFault> ExpressionCheck::FaultOf(const std::string& value
         return std::nullopt;
     }
     const int position = PositionIn(message);
-    return ExpressionFault{message, position < static_cast<int>(value.size()) + 1 ? position : -1};
+    return ExpressionFault{message, position <= static_cast<int>(CountCharacters(value)) ? position : -1};
 }
 
 }  // namespace designer

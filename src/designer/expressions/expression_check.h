@@ -12,7 +12,7 @@ namespace designer {
 
 struct ExpressionFault {
     std::string text;   // for users
-    int position = -1;  // of the fault in the value, in bytes from 0; -1: no place is known
+    int position = -1;  // characters of the value before the fault; -1: no place is known
 };
 
 class ExpressionCheck {

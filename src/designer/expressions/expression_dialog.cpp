@@ -15,6 +15,7 @@
 #include <algorithm>
 
 #include "designer/dialogs/note.h"
+#include "platform/base/text.h"
 
 namespace designer {
 namespace {
@@ -221,11 +222,11 @@ void ExpressionDialog::MarkPlace(int position) {
     QList<QTextEdit::ExtraSelection> marks;
     if (position >= 0) {
         const std::string value = Value();
-        const auto length =
-            static_cast<qsizetype>(std::min<std::size_t>(value.size(), static_cast<std::size_t>(position)));
+        const std::string_view before = FirstCharacters(value, static_cast<std::size_t>(position));
         QTextEdit::ExtraSelection mark;
         mark.cursor = m_text->textCursor();
-        mark.cursor.setPosition(static_cast<int>(QString::fromUtf8(value.data(), length).size()));
+        mark.cursor.setPosition(
+            static_cast<int>(QString::fromUtf8(before.data(), static_cast<qsizetype>(before.size())).size()));
         mark.cursor.movePosition(
             mark.cursor.atEnd() ? QTextCursor::PreviousCharacter : QTextCursor::NextCharacter,
             QTextCursor::KeepAnchor);

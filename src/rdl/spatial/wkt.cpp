@@ -7,6 +7,7 @@
 #include "rdl/values/ascii.h"
 #include "rdl/values/base64.h"
 #include "rdl/values/error.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::spatial {
 namespace {
@@ -30,7 +31,8 @@ class TextReader {
 
  private:
     [[noreturn]] void Expected(const std::string& what) const {
-        throw Error("its text should have " + what + " at character " + std::to_string(m_at + 1));
+        throw Error("its text should have " + what + " at character " +
+                    std::to_string(CharacterCount(m_text.substr(0, m_at)) + 1));
     }
 
     void SkipSpace() {

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QClipboard>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -121,6 +122,12 @@ TEST_F(ExpressionDialogTest, WhatIsTypedIsCheckedAndItsFaultIsMarked) {
     WaitForNote();
     EXPECT_EQ(Note(), "Textbox Total, Value: the name \"Amuont\" is not known, at character 6");
     EXPECT_EQ(Marked(), "A");
+    QGuiApplication::clipboard()->setText(QString::fromUtf8("=\"\u00FC\u4E2D\" + Bmuont"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Note().ends_with(" 9"); }));
+    EXPECT_EQ(Note(), "Textbox Total, Value: the name \"Bmuont\" is not known, at character 9");
+    EXPECT_EQ(Marked(), "B");
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "expression");
     Ok();
     EXPECT_TRUE(m_dialog->isVisible());

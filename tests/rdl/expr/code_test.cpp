@@ -291,6 +291,10 @@ TEST(Code, FunctionsNeedNoPrefixUnlessABuiltInOneHasTheirName) {
     EXPECT_EQ(refusal("=Greting(\"Ann\")"),
               "Here: the name \"Greting\" is not known; the nearest is \"Code.greeting\", at character 2");
     EXPECT_EQ(refusal("=secret"), "Here: the name \"secret\" is not known, at character 2");
+    // Characters, not bytes.
+    EXPECT_EQ(refusal("=\"\u00FC\u4E2D\" & secret"),
+              "Here: the name \"secret\" is not known, at character 9");
+    EXPECT_EQ(refusal("=\"\u00FC\u4E2D\" & \"x"), "Here: a text has no closing quote, at character 9");
     EXPECT_EQ(
         refusal("=Code.Greting(\"Ann\")"),
         "Here: the code of the report has no function \"greting\"; the nearest is \"Code.greeting\", at "

@@ -56,6 +56,8 @@ TEST(WellKnownText, RingsWithoutAnAreaAreOmitted) {
 
 TEST(WellKnownText, ErrorsSayWhatIsWrongAndWhere) {
     EXPECT_EQ(Error("POINT (1)"), "its text should have a number at character 9");
+    EXPECT_EQ(Error("POINT (\u00FC)"), "its text should have a number at character 8");
+    EXPECT_EQ(Error("SRID=\u00FC;POINT (1)"), "its text should have a number at character 16");
     EXPECT_EQ(Error("POINT (1 2"), "its text should have ) at character 11");
     EXPECT_EQ(Error("POLYGON (1 2)"), "its text should have ( at character 10");
     EXPECT_EQ(Error("POINT (1 2) POINT (3 4)"), "its text should have the end of the shape at character 13");

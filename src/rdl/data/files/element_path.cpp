@@ -4,6 +4,7 @@
 #include "rdl/data/common/message.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::data {
 namespace {
@@ -108,7 +109,7 @@ class Parser {
 
     [[noreturn]] void Fail(const char* what) const {
         throw Error("the element path \"" + CleanText(m_text) + "\" " + what + ", at character " +
-                    std::to_string(m_at + 1));
+                    std::to_string(CharacterCount(m_text.substr(0, m_at)) + 1));
     }
 
     std::string_view m_text;

@@ -13,6 +13,7 @@
 #include "rdl/data/files/json_numbers.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
+#include "rdl/values/utf8.h"
 
 namespace rdl::data {
 namespace {
@@ -89,7 +90,7 @@ class PathParser {
 
     [[noreturn]] void Fail(const char* what) const {
         throw Error("the JSON path \"" + CleanText(m_text) + "\" " + what + ", at character " +
-                    std::to_string(m_at + 1));
+                    std::to_string(CharacterCount(m_text.substr(0, m_at)) + 1));
     }
 
     std::string_view m_text;

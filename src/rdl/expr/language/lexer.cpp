@@ -35,7 +35,7 @@ class Lexer {
 
  private:
     [[noreturn]] void Fail(std::string what, std::size_t position) const {
-        throw LexError{std::move(what), position, m_line};
+        throw LexError{std::move(what), CharacterCount(m_source.substr(0, position)), m_line};
     }
 
     char Peek(std::size_t ahead = 0) const {
@@ -47,7 +47,13 @@ class Lexer {
         Token& token = m_tokens.emplace_back();
         token.type = type;
         token.text = std::move(text);
-        token.position = position;
+        // Counted on from the token before, so that a long source is gone through once.
+        if (position < m_counted) {
+            m_counted = m_characters = 0;
+        }
+        m_characters += CharacterCount(m_source.substr(m_counted, position - m_counted));
+        m_counted = position;
+        token.position = m_characters;
         token.line = m_line;
         token.spaceBefore = m_space;
         m_space = false;
@@ -399,6 +405,7 @@ class Lexer {
     std::string_view m_source;
     LexMode m_mode;
     std::size_t m_at = 0;
+    std::size_t m_counted = 0, m_characters = 0;  // bytes before a token, and the characters in them
     int m_line = 1;
     int m_depth = 0;
     bool m_space = false;

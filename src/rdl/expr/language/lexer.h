@@ -18,7 +18,7 @@ struct Token {
     Value literal;
     bool escaped = false;      // [a word in brackets] is not a keyword
     bool spaceBefore = false;  // white space precedes it
-    std::size_t position = 0;  // byte in the source, from 0
+    std::size_t position = 0;  // characters before it in the source
     int line = 1;
 
     bool Is(std::string_view symbol) const { return type == Type::Symbol && text == symbol; }
