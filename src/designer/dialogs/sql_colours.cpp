@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/dialogs/sql_colours.h"
 
+#include <QPalette>
 #include <algorithm>
 #include <array>
 #include <string_view>

@@ -29,6 +29,7 @@ ColumnList::ColumnList(Role role, QWidget* parent) : QListWidget(parent), m_role
 
 std::vector<std::string> ColumnList::Columns() const {
     std::vector<std::string> columns;
+    columns.reserve(static_cast<std::size_t>(count()));
     for (int row = 0; row < count(); ++row) {
         columns.push_back(NameOf(*item(row)));
     }

@@ -284,6 +284,7 @@ void PostgresqlSession::KeepReport(const std::string& name, const std::string& b
 std::vector<std::string> PostgresqlSession::ReportNames() {
     const Result found = Leased().RunOne("select Name from StoredReport order by Name");
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(PQntuples(found.get())));
     for (int row = 0; row < PQntuples(found.get()); ++row) {
         names.emplace_back(PQgetvalue(found.get(), row, 0));
     }

@@ -182,7 +182,7 @@ bool Server::IsAlive() {
     if (PQstatus(m_connection) == CONNECTION_OK && poll(&socket, 1, 0) > 0) {
         PQconsumeInput(m_connection);
         // A server that shuts down says so before it closes the connection.
-        Result(PQgetResult(m_connection));
+        const Result ended(PQgetResult(m_connection));
         PQconsumeInput(m_connection);
     }
     return PQstatus(m_connection) == CONNECTION_OK;
@@ -276,6 +276,7 @@ Result Server::Run(const std::string& statements) {
 
 Result Server::RunOne(const std::string& statement, const std::vector<std::string>& values) {
     std::vector<const char*> texts;
+    texts.reserve(values.size());
     for (const std::string& value : values) {
         texts.push_back(value.c_str());
     }
