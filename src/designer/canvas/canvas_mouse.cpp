@@ -242,7 +242,7 @@ void DesignCanvas::ShowCursor(QPointF point) {
     if (const auto bars = Bars()) {
         const auto border = bars->BorderAt(point);
         if (border || bars->HandleAt(point)) {
-            viewport()->setCursor(!border                          ? Qt::ArrowCursor
+            viewport()->setCursor(!border                         ? Qt::ArrowCursor
                                   : border->axis == Axis::Columns ? Qt::SplitHCursor
                                                                   : Qt::SplitVCursor);
             return;

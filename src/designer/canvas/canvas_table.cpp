@@ -91,10 +91,9 @@ void DesignCanvas::FinishTrack(const Drag& done) {
     if (done.now == done.start) {
         return;
     }
-    m_model.Edit(done.axis == Axis::Columns ? tr("Resize column") : tr("Resize row"),
-                 [&](Document& document) {
-                     SetTrackSize(document, done.pressed, done.axis, done.track, done.size);
-                 });
+    m_model.Edit(
+        done.axis == Axis::Columns ? tr("Resize column") : tr("Resize row"),
+        [&](Document& document) { SetTrackSize(document, done.pressed, done.axis, done.track, done.size); });
 }
 
 // The border as it would be, over the whole table.
@@ -104,8 +103,7 @@ void DesignCanvas::PaintTrackDrag(QPainter& painter) {
         return;
     }
     const bool isColumn = m_drag.axis == Axis::Columns;
-    const GridTrack& track =
-        isColumn ? bars->Grid().columns[m_drag.track] : bars->Grid().rows[m_drag.track];
+    const GridTrack& track = isColumn ? bars->Grid().columns[m_drag.track] : bars->Grid().rows[m_drag.track];
     const QRectF& area = bars->Area();
     const double at = (isColumn ? area.left() : area.top()) + (track.begin + m_drag.size) * m_layout.Scale();
     painter.setPen(QPen(QColor(Mark), 1, Qt::DashLine));
@@ -183,11 +181,16 @@ DesignCanvas::Drop DesignCanvas::DropAt(QPointF point) const {
         }
         if (const auto column = bars->NewColumnAt(point)) {
             const double at = bars->ColumnBegin(*column);
-            return {Drop::Kind::Column, item->id, NoElement, *column, item->band,
-                    QRectF(at - 1, bars->Area().top(), 2, bars->Area().height())};
+            return {Drop::Kind::Column, item->id,
+                    NoElement,          *column,
+                    item->band,         QRectF(at - 1, bars->Area().top(), 2, bars->Area().height())};
         }
         if (bars->IsOnRowBar(point)) {
-            return {Drop::Kind::Group, item->id, NoElement, 0, item->band,
+            return {Drop::Kind::Group,
+                    item->id,
+                    NoElement,
+                    0,
+                    item->band,
                     QRectF(bars->Area().left() - 1, bars->Area().top(), 2, bars->Area().height())};
         }
         for (const GridCell& cell : bars->Grid().cells) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The bars of a selected table: a handle above each column and before each row, with the brackets of the rows'
-// groups. All areas are pixels of the canvas.
+// The bars of a selected table: a handle above each column and before each row, with the brackets of the
+// rows' groups. All areas are pixels of the canvas.
 #pragma once
 
 #include <QPainter>

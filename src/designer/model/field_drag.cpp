@@ -14,7 +14,6 @@
 namespace designer {
 namespace {
 
-constexpr const char* FieldMimeType = "application/x-oxbow-courier-field";
 constexpr double Gap = 9;  // points below what is there
 
 void CheckDataSet(const Document& document, ElementId region, const DraggedField& field) {

@@ -11,6 +11,8 @@
 
 namespace designer {
 
+inline constexpr const char* FieldMimeType = "application/x-oxbow-courier-field";
+
 struct DraggedField {
     std::string dataSet, field;
 };

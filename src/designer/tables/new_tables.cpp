@@ -37,7 +37,8 @@ class TableWriter {
             members += "<TablixMember />";
         }
         const std::string rows = Row(RowHeight, head) + Row(RowHeight, details);
-        return Region(Columns(count, Or(m_place.width / static_cast<double>(count), ColumnWidth)), rows, members,
+        return Region(Columns(count, Or(m_place.width / static_cast<double>(count), ColumnWidth)), rows,
+                      members,
                       "<TablixMember><KeepWithGroup>After</KeepWithGroup><RepeatOnNewPage>true"
                       "</RepeatOnNewPage></TablixMember>" +
                           Details(),
@@ -56,11 +57,12 @@ class TableWriter {
         }
         const std::string value = numbers.empty() ? "=CountRows()" : FieldSum(numbers.front());
         const double width = Or(m_place.width / 2, ColumnWidth);
-        const std::string corner = "<TablixCorner><TablixCornerRows><TablixCornerRow><TablixCornerCell>"
-                                   "<CellContents>" +
-                                   Box({FieldTitle(texts[0]), true, false}) +
-                                   "</CellContents></TablixCornerCell></TablixCornerRow></TablixCornerRows>"
-                                   "</TablixCorner>";
+        const std::string corner =
+            "<TablixCorner><TablixCornerRows><TablixCornerRow><TablixCornerCell>"
+            "<CellContents>" +
+            Box({FieldTitle(texts[0]), true, false}) +
+            "</CellContents></TablixCornerCell></TablixCornerRow></TablixCornerRows>"
+            "</TablixCorner>";
         return Region(Columns(1, width), Row(RowHeight, TablixCellXml(Box({value, false, true}))),
                       GroupMember(texts[1], RowHeight), GroupMember(texts[0], width), corner);
     }
@@ -69,8 +71,8 @@ class TableWriter {
         const std::string rectangle = "<Rectangle Name=\"" + m_names.Take("Rectangle1") +
                                       "\"><KeepTogether>true</KeepTogether><Style /></Rectangle>";
         return Region(Columns(1, Or(m_place.width, ListWidth)),
-                      Row(Or(m_place.height, ListHeight), TablixCellXml(rectangle)), "<TablixMember />", Details(),
-                      {});
+                      Row(Or(m_place.height, ListHeight), TablixCellXml(rectangle)), "<TablixMember />",
+                      Details(), {});
     }
 
  private:
@@ -124,8 +126,8 @@ class TableWriter {
 
     std::string Region(const std::string& columns, const std::string& rows, const std::string& columnMembers,
                        const std::string& rowMembers, const std::string& corner) {
-        return "<Tablix Name=\"" + m_names.Take("Tablix1") + "\">" + corner +
-               "<TablixBody><TablixColumns>" + columns + "</TablixColumns><TablixRows>" + rows +
+        return "<Tablix Name=\"" + m_names.Take("Tablix1") + "\">" + corner + "<TablixBody><TablixColumns>" +
+               columns + "</TablixColumns><TablixRows>" + rows +
                "</TablixRows></TablixBody><TablixColumnHierarchy><TablixMembers>" + columnMembers +
                "</TablixMembers></TablixColumnHierarchy><TablixRowHierarchy><TablixMembers>" + rowMembers +
                "</TablixMembers></TablixRowHierarchy><DataSetName>" + m_set.name + "</DataSetName><Top>" +

@@ -16,9 +16,10 @@ enum class NewTable {
     List     // a rectangle for each row of data
 };
 
-// Inserts the region at the place of the band, whose size it chooses itself if the place has none, and returns
-// it. Without fields a table has three empty columns, and a matrix takes the first fields that fit. An empty
-// `dataSet` is the first one of the report. Raises EditError if there is none, or in an older schema.
+// Inserts the region at the place of the band, whose size it chooses itself if the place has none, and
+// returns it. Without fields a table has three empty columns, and a matrix takes the first fields that fit.
+// An empty `dataSet` is the first one of the report. Raises EditError if there is none, or in an older
+// schema.
 ElementId InsertNewTable(Document& document, const ReportBand& band, const Rect& place, NewTable kind,
                          const std::string& dataSet, const std::vector<std::string>& fields);
 

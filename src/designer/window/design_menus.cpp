@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "designer/panes/property_pane.h"
+#include "designer/panes/table_menu.h"
 #include "designer/panes/toolbox_pane.h"
 #include "designer/window/design_window.h"
 #include "designer/window/designer_settings.h"
@@ -42,6 +43,10 @@ void DesignWindow::BuildMenus() {
     BuildFileMenu();
     BuildEditMenu();
     BuildInsertMenu();
+    m_table = new TableMenu(*m_model, this);
+    menuBar()->addMenu(m_table);
+    m_canvas->addAction(m_table->menuAction());
+    connect(m_table, &TableMenu::Working, m_canvas, &DesignCanvas::FinishEditing);
     BuildArrangeMenu();
     BuildViewMenu();
     QMenu& help = *menuBar()->addMenu(tr("&Help"));
@@ -50,7 +55,8 @@ void DesignWindow::BuildMenus() {
             this, tr("Keys on the Canvas"),
             tr("Tab, Shift+Tab: the next or previous item\nEscape: what the item is in\n"
                "Arrow keys: move by a step of the grid; with Ctrl by a fifth of it\n"
-               "Shift+arrow keys: resize\nEnter, F2: type the text of a text box\nF6: the next pane"));
+               "Shift+arrow keys: resize\nIn a table the arrow keys go to the next cell, Shift+click selects "
+               "several\nEnter, F2: type the text of a text box\nF6: the next pane"));
     });
 }
 
@@ -265,6 +271,7 @@ void DesignWindow::ShowCommands() {
     for (const char* name : {"distributeAcross", "distributeDown"}) {
         set(name, designs && selected.size() >= 3);
     }
+    m_table->ShowCommands(designs);
     set("viewDesign", !IsText());
     set("viewPreview", !IsText());
     // The viewer has the key for its own file while the preview is open.
