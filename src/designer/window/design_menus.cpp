@@ -122,7 +122,7 @@ void DesignWindow::BuildEditMenu() {
 
 void DesignWindow::BuildInsertMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&Insert"));
-    constexpr Qt::Key Keys[] = {Qt::Key_T, Qt::Key_L, Qt::Key_R, Qt::Key_I};
+    constexpr Qt::Key Keys[] = {Qt::Key_T, Qt::Key_L, Qt::Key_R, Qt::Key_I, Qt::Key_B, Qt::Key_M, Qt::Key_U};
     const Qt::Key* key = Keys;
     for (const ToolText& tool : Tools()) {
         const QString name = "insert" + tool.name.simplified().remove(' ');
@@ -252,9 +252,9 @@ void DesignWindow::ShowCommands() {
     for (const char* name : {"editCut", "editCopy", "editDuplicate", "editDelete", "toFront", "toBack"}) {
         set(name, designs && !selected.empty());
     }
-    for (const char* name :
-         {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole", "zoomWidth", "nextPane",
-          "editReset", "insertTextBox", "insertLine", "insertRectangle", "insertImage"}) {
+    for (const char* name : {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole",
+                             "zoomWidth", "nextPane", "editReset", "insertTextBox", "insertLine",
+                             "insertRectangle", "insertImage", "insertTable", "insertMatrix", "insertList"}) {
         set(name, designs);
     }
     for (const auto& [name, kind] :

@@ -185,6 +185,25 @@ TEST_F(Tables, EnterPutsAFieldWhereTheSelectionIs) {
     EXPECT_TRUE(Canvas().hasFocus());
 }
 
+TEST_F(Tables, NewTablesShowTheFirstDataSet) {
+    Run("insertTable");
+    EXPECT_EQ(Selected(), "Tablix1");
+    EXPECT_EQ(GridOf(Model().Source(), Id("Tablix1")).columns.size(), 3u);
+    Run("insertMatrix");
+    const TablixGrid matrix = GridOf(Model().Source(), Id("Tablix2"));
+    ASSERT_EQ(matrix.cells.size(), 4u);
+    std::string texts;
+    for (const GridCell& cell : matrix.cells) {
+        texts += TextOfBox(Model().Source(), cell.item) + "|";
+    }
+    EXPECT_EQ(texts, "=Fields!Net_Amount.Value|=Fields!Region.Value|Region|=Sum(Fields!Net_Amount.Value)|");
+    Run("insertList");
+    EXPECT_EQ(Text("Tablix3", "DataSetName"), "Sales");
+    EXPECT_EQ(Model().Source().UndoCount(), 3u);
+    Canvas().Refresh();
+    EXPECT_EQ(Canvas().Failure(), "");
+}
+
 TEST_F(Tables, ARefusalIsShown) {
     Click(At("A"));
     Run("tableMoveLeft");
