@@ -11,7 +11,8 @@ constexpr int IdRole = Qt::UserRole;
 QString TextOf(const RegionGroup& group) {
     const QString name = QString::fromStdString(group.name);
     if (group.expression.empty()) {
-        return name.isEmpty() ? GroupsPane::tr("Details") : GroupsPane::tr("%1 (details)").arg(name);
+        const bool saysMore = !name.isEmpty() && name != GroupsPane::tr("Details");
+        return saysMore ? GroupsPane::tr("%1 (details)").arg(name) : GroupsPane::tr("Details");
     }
     return name + "  " + QString::fromStdString(group.expression);
 }

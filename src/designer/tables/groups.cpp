@@ -48,29 +48,27 @@ std::vector<RegionGroup> TablixGroups(const Document& document, ElementId region
     return groups;
 }
 
-// The rows of the grid that are in the element.
-void FindRows(const Document& document, const TablixGrid& grid, ElementId member, RegionGroup& group) {
-    const Range whole = document.Tree()[document.IndexOf(member)].whole;
-    for (std::size_t row = 0; row < grid.rows.size(); ++row) {
-        const std::uint32_t begin = document.Tree()[document.IndexOf(grid.rows[row].element)].whole.begin;
-        if (begin > whole.begin && begin < whole.end) {
-            group.first = group.count == 0 ? row : group.first;
-            group.count = row + 1 - group.first;
-        }
-    }
+std::size_t RowsOf(const Document& document, ElementId owner, const char* band) {
+    return ChildrenNamed(document, owner, std::string(band) + "/TableRows", "TableRow").size();
 }
 
+// The groups stand beside each other in the file; each is around the next one, and the last one around the
+// details.
 std::vector<RegionGroup> TableGroups(const Document& document, ElementId table) {
     std::vector<RegionGroup> groups;
-    const TablixGrid grid = GridOf(document, table);
+    const std::size_t rows = GridOf(document, table).rows.size();
     std::vector<ElementId> members = ChildrenNamed(document, table, "TableGroups", "TableGroup");
     if (const ElementId details = document.Find(table, "Details"); details != NoElement) {
         members.push_back(details);
     }
+    std::size_t before = RowsOf(document, table, "Header"), after = RowsOf(document, table, "Footer");
     for (const ElementId member : members) {
         groups.push_back(
             Described(document, member, document.Find(member, "Grouping"), static_cast<int>(groups.size())));
-        FindRows(document, grid, member, groups.back());
+        groups.back().first = before;
+        groups.back().count = rows - std::min(rows, before + after);
+        before += RowsOf(document, member, "Header");
+        after += RowsOf(document, member, "Footer");
     }
     return groups;
 }
@@ -341,13 +339,14 @@ void DeleteGroup(Document& document, ElementId region, Axis axis, ElementId memb
         if (document.Name(member) == "Details") {
             throw EditError("The details of a Table are deleted by their rows");
         }
-        if (!withTracks && found->count > 0) {
+        const std::size_t own = RowsOf(document, member, "Header") + RowsOf(document, member, "Footer");
+        if (!withTracks && own > 0) {
             throw EditError("The header and the footer of a TableGroup cannot stay without it");
         }
-        const std::vector<std::string> names = ScopesIn(document, member);
-        if (found->count > 0 && found->count == GridOf(document, region).rows.size()) {
+        if (own > 0 && own == GridOf(document, region).rows.size()) {
             throw EditError("The table has no other rows; delete the table itself");
         }
+        const std::vector<std::string> names = ScopesIn(document, member);
         Remove(document, member);
         RefuseIfUsed(document, names);
     } else if (withTracks) {

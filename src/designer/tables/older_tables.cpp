@@ -71,18 +71,31 @@ std::string RowXml(const Document& document, std::size_t columns, ElementId like
            EscapedText(document.TextAt(like, "Height").value_or("0.25in"), "\n") + "</Height></TableRow>";
 }
 
-// Returns what is around the band: of details the innermost group or the table, of a group's header or footer
-// the next outer one. NoElement: it is the table's own.
-ElementId OwnerAround(const Document& document, ElementId table, ElementId band) {
+// Returns what is around a member, which is the Details or a TableGroup: the next outer group or the table.
+// NoElement: the member is the table itself.
+ElementId OwnerAround(const Document& document, ElementId table, ElementId member) {
     const std::vector<ElementId> groups = ChildrenNamed(document, table, "TableGroups", "TableGroup");
-    if (document.Name(band) == "Details") {
+    if (document.Name(member) == "Details") {
         return groups.empty() ? table : groups.back();
     }
-    const auto own = std::find(groups.begin(), groups.end(), document.Parent(band));
+    const auto own = std::find(groups.begin(), groups.end(), member);
     if (own == groups.end()) {
         return NoElement;
     }
     return own == groups.begin() ? table : *std::prev(own);
+}
+
+// The Details, the TableGroup or the table that a row belongs to.
+ElementId MemberOf(const Document& document, ElementId row) {
+    const ElementId band = BandOf(document, row);
+    return document.Name(band) == "Details" ? band : document.Parent(band);
+}
+
+std::size_t NumberOf(const Document& document, ElementId table, ElementId row) {
+    const TablixGrid grid = GridOf(document, table);
+    const auto found = std::find_if(grid.rows.begin(), grid.rows.end(),
+                                    [row](const GridTrack& track) { return track.element == row; });
+    return static_cast<std::size_t>(found - grid.rows.begin());
 }
 
 }  // namespace
@@ -90,7 +103,7 @@ ElementId OwnerAround(const Document& document, ElementId table, ElementId band)
 bool IsInTableGroup(const Document& document, ElementId table, std::size_t row) {
     const TablixGrid grid = GridOf(document, table);
     return row < grid.rows.size() &&
-           OwnerAround(document, table, BandOf(document, grid.rows[row].element)) != NoElement;
+           OwnerAround(document, table, MemberOf(document, grid.rows[row].element)) != NoElement;
 }
 
 std::size_t AddTableColumn(Document& document, ElementId table, std::size_t at) {
@@ -125,28 +138,32 @@ std::size_t AddTableColumn(Document& document, ElementId table, std::size_t at) 
 
 std::size_t AddTableRow(Document& document, ElementId table, std::size_t row, bool isBelow, bool isOutside) {
     const ElementId like = RowElement(document, table, row);
-    const ElementId band = BandOf(document, like);
+    if (isOutside) {
+        return AddRowAround(document, table, MemberOf(document, like), row, isBelow);
+    }
     NewNames names(document);
     const std::string xml = RowXml(document, GridOf(document, table).columns.size(), like, names);
-    ElementId added = NoElement;
-    if (!isOutside) {
-        const ElementId next = document.IdAt(document.Tree()[document.IndexOf(like)].nextSibling);
-        added = InsertXml(document, document.Parent(like), xml, isBelow ? next : like);
-    } else {
-        const ElementId owner = OwnerAround(document, table, band);
-        if (owner == NoElement) {
-            throw EditError("The row is in no group");
-        }
-        const ElementId outer = EnsureChild(document, owner, isBelow ? "Footer" : "Header");
-        const ElementId rows = EnsureChild(document, outer, "TableRows");
-        const std::vector<ElementId> there = document.Children(rows);
-        // Next to the group: the last of the header, the first of the footer.
-        added = InsertXml(document, rows, xml, isBelow && !there.empty() ? there.front() : NoElement);
+    const ElementId next = document.IdAt(document.Tree()[document.IndexOf(like)].nextSibling);
+    const ElementId added = InsertXml(document, document.Parent(like), xml, isBelow ? next : like);
+    return NumberOf(document, table, added);
+}
+
+std::size_t AddRowAround(Document& document, ElementId table, ElementId member, std::size_t like,
+                         bool isBelow) {
+    const ElementId owner = OwnerAround(document, table, member);
+    if (owner == NoElement) {
+        throw EditError("The row is in no group");
     }
-    const TablixGrid grid = GridOf(document, table);
-    const auto found = std::find_if(grid.rows.begin(), grid.rows.end(),
-                                    [added](const GridTrack& track) { return track.element == added; });
-    return static_cast<std::size_t>(found - grid.rows.begin());
+    NewNames names(document);
+    const std::string xml =
+        RowXml(document, GridOf(document, table).columns.size(), RowElement(document, table, like), names);
+    const ElementId outer = EnsureChild(document, owner, isBelow ? "Footer" : "Header");
+    const ElementId rows = EnsureChild(document, outer, "TableRows");
+    const std::vector<ElementId> there = document.Children(rows);
+    // Next to the group: the last of the header, the first of the footer.
+    const ElementId added =
+        InsertXml(document, rows, xml, isBelow && !there.empty() ? there.front() : NoElement);
+    return NumberOf(document, table, added);
 }
 
 void AddTableBands(Document& document, ElementId table, ElementId group, bool hasHeader, bool hasFooter) {

@@ -19,6 +19,11 @@ std::size_t AddTableColumn(Document& document, ElementId table, std::size_t at);
 // Returns its number.
 std::size_t AddTableRow(Document& document, ElementId table, std::size_t row, bool isBelow, bool isOutside);
 
+// Adds a row like another one to the header or footer of what is around the Details or a TableGroup. Returns
+// its number.
+std::size_t AddRowAround(Document& document, ElementId table, ElementId member, std::size_t like,
+                         bool isBelow);
+
 // Adds a header and a footer to a TableGroup, each with an empty row.
 void AddTableBands(Document& document, ElementId table, ElementId group, bool hasHeader, bool hasFooter);
 

@@ -8,6 +8,7 @@
 #include "designer/document/tablix_grid.h"
 #include "designer/tables/fields.h"
 #include "designer/tables/groups.h"
+#include "designer/tables/older_tables.h"
 #include "platform/base/ascii.h"
 
 namespace designer {
@@ -92,7 +93,7 @@ std::size_t AddTableTotal(Document& document, ElementId table, const RegionGroup
     }
     CheckTotals(cells);
     const std::size_t beside = side == Side::Before ? group.first : group.first + group.count - 1;
-    const std::size_t added = AddTrack(document, table, Axis::Rows, beside, side, GroupSide::Outside);
+    const std::size_t added = AddRowAround(document, table, group.member, beside, side == Side::After);
     if (cells.front().value.empty()) {
         cells.front().value = "Total";
     }

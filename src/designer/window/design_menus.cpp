@@ -13,6 +13,7 @@
 #include <tuple>
 #include <utility>
 
+#include "designer/panes/groups_pane.h"
 #include "designer/panes/property_pane.h"
 #include "designer/panes/table_menu.h"
 #include "designer/panes/toolbox_pane.h"
@@ -46,6 +47,8 @@ void DesignWindow::BuildMenus() {
     m_table = new TableMenu(*m_model, this);
     menuBar()->addMenu(m_table);
     m_canvas->addAction(m_table->menuAction());
+    m_groups->addActions(m_table->actions());
+    m_groups->setContextMenuPolicy(Qt::ActionsContextMenu);
     connect(m_table, &TableMenu::Working, m_canvas, &DesignCanvas::FinishEditing);
     BuildArrangeMenu();
     BuildViewMenu();

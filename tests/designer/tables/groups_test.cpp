@@ -145,6 +145,46 @@ TEST(Groups, ATotalSumsTheNumbersOfTheDetails) {
                   });
 }
 
+// Of 2005: two groups, of which only the inner one has a header.
+TEST(Groups, ATotalOfATableIsInWhatIsAroundTheGroup) {
+    const auto group = [](const std::string& name, const std::string& rows) {
+        return "<TableGroup><Grouping Name=\"" + name +
+               "\"><GroupExpressions><GroupExpression>=Fields!Region.Value</GroupExpression></"
+               "GroupExpressions>"
+               "</Grouping>" +
+               rows + "</TableGroup>";
+    };
+    const auto row = [](const std::string& first, const std::string& second) {
+        const auto cell = [](const std::string& name, const std::string& value) {
+            return "<TableCell><ReportItems><Textbox Name=\"" + name + "\"><Value>" + value +
+                   "</Value></Textbox></ReportItems></TableCell>";
+        };
+        return "<TableRows><TableRow><TableCells>" + cell(first, "=Fields!Region.Value") +
+               cell(second, "=Fields!Net_Amount.Value") +
+               "</TableCells><Height>5mm</Height></TableRow></TableRows>";
+    };
+    Document document(Report(
+        "<Table Name=\"T\"><TableColumns><TableColumn><Width>2cm</Width></TableColumn>"
+        "<TableColumn><Width>2cm</Width></TableColumn></TableColumns><TableGroups>" +
+            group("Outer", "") + group("Inner", "<Header>" + row("A", "B") + "</Header>") +
+            "</TableGroups><Details>" + row("C", "D") + "</Details><DataSetName>Sales</DataSetName></Table>",
+        "2005"));
+    const ElementId table = Region(document);
+    EXPECT_EQ(AddTotal(document, table, Axis::Rows, GroupNamed(document, table, "Outer"), Side::Before), 0u);
+    EXPECT_EQ(
+        document.TextAt(table, "Header/TableRows/TableRow/TableCells/TableCell/ReportItems/Textbox/Value"),
+        "Total");
+    EXPECT_EQ(AddTotal(document, table, Axis::Rows, GroupNamed(document, table, "Inner"), Side::After), 3u);
+    const ElementId outer = GroupNamed(document, table, "Outer");
+    EXPECT_NE(document.Find(outer, "Footer/TableRows/TableRow"), NoElement);
+    EXPECT_NE(document.Text().find("<Value>=Sum(Fields!Net_Amount.Value)</Value>"), std::string::npos);
+    AddGroup(document, table, Axis::Rows, outer, GroupPlace::Parent,
+             {"=Fields!Net_Amount.Value", true, true});
+    EXPECT_EQ(Listed(document),
+              "Net_AmountGroup =Fields!Net_Amount.Value 1+5\n  Outer =Fields!Region.Value 2+3\n"
+              "    Inner =Fields!Region.Value 2+2\n        3+1\n");
+}
+
 TEST(Fields, AFieldOfItsValue) {
     EXPECT_EQ(FieldOfValue(" = fields!Net_Amount.value "), "Net_Amount");
     EXPECT_EQ(FieldOfValue("=Fields!A.Value + Fields!B.Value"), "");
