@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QLineEdit>
 
 #include "designer/tables/fields.h"
 
@@ -20,6 +21,9 @@ GroupDialog::GroupDialog(const QString& title, const std::vector<std::string>& f
     setWindowTitle(title);
     m_expression->setObjectName("cboGroupOn");
     m_expression->setEditable(true);
+    m_expression->setInsertPolicy(QComboBox::NoInsert);
+    // The box keeps Enter to itself; here it takes the dialog as it is.
+    connect(m_expression->lineEdit(), &QLineEdit::returnPressed, this, &QDialog::accept);
     m_expression->setMinimumWidth(fontMetrics().averageCharWidth() * 45);
     for (const std::string& field : fields) {
         m_expression->addItem(QString::fromStdString(FieldValue(field)));
