@@ -169,13 +169,18 @@ std::set<std::string> TakenNames(const Document& document, ElementId id) {
     return taken;
 }
 
-std::string NextName(std::string_view wish, const std::set<std::string>& taken) {
+std::string StemOf(std::string_view name) {
+    const std::size_t end = name.find_last_not_of("0123456789");
+    return std::string(name.substr(0, end == std::string_view::npos ? 0 : end + 1));
+}
+
+// `number` is the first one that is tried, and then the one after that of the name.
+std::string NextName(std::string_view wish, const std::set<std::string>& taken, int& number) {
     if (!taken.contains(UpperText(wish))) {
         return std::string(wish);
     }
-    const std::size_t end = wish.find_last_not_of("0123456789");
-    const std::string stem(wish.substr(0, end == std::string_view::npos ? 0 : end + 1));
-    for (int number = 1;; ++number) {
+    const std::string stem = StemOf(wish);
+    for (;; ++number) {
         std::string name = stem + std::to_string(number);
         if (!taken.contains(UpperText(name))) {
             return name;
@@ -203,7 +208,8 @@ NewNames::NewNames(const Document& document) {
 }
 
 std::string NewNames::Take(const std::string& wish) {
-    std::string name = NextName(wish, m_taken);
+    int& number = m_next.try_emplace(StemOf(wish), 1).first->second;
+    std::string name = NextName(wish, m_taken, number);
     m_taken.insert(UpperText(name));
     return name;
 }
@@ -221,7 +227,8 @@ void MakeNamesUnique(Document& document, ElementId copy) {
     }
     for (const ElementId id : named) {
         const std::string old = *document.Attribute(id, "Name");
-        const std::string name = NextName(old, TakenNames(document, id));
+        int number = 1;
+        const std::string name = NextName(old, TakenNames(document, id), number);
         if (name == old) {
             continue;
         }

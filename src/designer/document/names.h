@@ -2,6 +2,7 @@
 // The names of items, groups, data sets and so on, and what refers to them.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -50,6 +51,7 @@ class NewNames {
 
  private:
     std::set<std::string> m_taken;
+    std::map<std::string, int> m_next;  // by stem: lower numbers are taken
 };
 
 }  // namespace designer

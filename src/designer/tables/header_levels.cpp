@@ -11,6 +11,8 @@
 namespace designer {
 namespace {
 
+constexpr std::size_t MostMembers = 500;  // each of them is an edit of its own
+
 class LevelInserter {
  public:
     LevelInserter(Document& document, ElementId region, Axis axis, double points, ElementId except)
@@ -144,6 +146,9 @@ void GrowCorner(Document& document, ElementId region, Axis headers, std::size_t 
 
 void InsertHeaderLevel(Document& document, ElementId region, Axis axis, std::size_t level, double points,
                        ElementId except) {
+    if (TablixShape(document, region).Members(axis).size() > MostMembers) {
+        throw EditError("The table has too many rows or columns for another level of headers");
+    }
     LevelInserter(document, region, axis, points, except).Insert(level);
     GrowCorner(document, region, axis, level);
 }
