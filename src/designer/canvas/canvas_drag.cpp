@@ -147,6 +147,9 @@ void DesignCanvas::Release() {
             }
             break;
         }
+        case Action::Track:
+            FinishTrack(done);
+            break;
         case Action::None:
             break;
     }

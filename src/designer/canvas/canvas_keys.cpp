@@ -30,15 +30,16 @@ bool LeavesEditor(const QKeyEvent& key) {
 void DesignCanvas::keyPressEvent(QKeyEvent* event) {
     const bool fine = event->modifiers().testFlag(Qt::ControlModifier);
     const bool resizes = event->modifiers().testFlag(Qt::ShiftModifier);
+    const bool isPlain = !fine && !resizes;
     switch (event->key()) {
         case Qt::Key_Left:
-            return Nudge(-1, 0, fine, resizes);
+            return isPlain && StepToCell(-1, 0) ? void() : Nudge(-1, 0, fine, resizes);
         case Qt::Key_Right:
-            return Nudge(1, 0, fine, resizes);
+            return isPlain && StepToCell(1, 0) ? void() : Nudge(1, 0, fine, resizes);
         case Qt::Key_Up:
-            return Nudge(0, -1, fine, resizes);
+            return isPlain && StepToCell(0, -1) ? void() : Nudge(0, -1, fine, resizes);
         case Qt::Key_Down:
-            return Nudge(0, 1, fine, resizes);
+            return isPlain && StepToCell(0, 1) ? void() : Nudge(0, 1, fine, resizes);
         case Qt::Key_Escape:
             if (m_drag.action != Action::None) {
                 CancelDrag();
@@ -52,7 +53,20 @@ void DesignCanvas::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Enter:
             return EditText();
         default:
-            return QAbstractScrollArea::keyPressEvent(event);
+            return TypeInto(event);
+    }
+}
+
+// What is typed on a text box replaces its text.
+void DesignCanvas::TypeInto(QKeyEvent* event) {
+    const QString text = event->text();
+    const bool isCommand = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (isCommand || text.isEmpty() || !text.front().isPrint()) {
+        return QAbstractScrollArea::keyPressEvent(event);
+    }
+    EditText();
+    if (m_editor) {
+        m_editor->insertPlainText(text);
     }
 }
 

@@ -92,6 +92,10 @@ void DesignCanvas::Press(QPointF point, Qt::KeyboardModifiers modifiers) {
         m_drag.action = band ? Action::Draw : Action::None;
         return;
     }
+    const bool extends = modifiers.testFlag(Qt::ShiftModifier);
+    if (!m_drag.adds && !extends && PressTable(point)) {
+        return;
+    }
     ElementId item = NoElement;
     if (const auto handle = HandleUnder(point, item); handle && !m_drag.adds) {
         m_drag.action = Action::Resize;
@@ -105,6 +109,10 @@ void DesignCanvas::Press(QPointF point, Qt::KeyboardModifiers modifiers) {
         return;
     }
     m_drag.pressed = ItemAt(point);
+    if (extends && SelectCellsTo(m_drag.pressed)) {
+        m_drag = {};
+        return;
+    }
     if (m_drag.pressed == NoElement) {
         std::size_t band = 0;
         const Action edge = EdgeUnder(point, band);
@@ -168,6 +176,9 @@ void DesignCanvas::mouseMoveEvent(QMouseEvent* event) {
         case Action::BandWidth:
             FollowBandEdge();
             break;
+        case Action::Track:
+            FollowTrack();
+            break;
         default:
             break;
     }
@@ -227,6 +238,15 @@ void DesignCanvas::ShowCursor(QPointF point) {
     if (const auto handle = HandleUnder(point, item)) {
         viewport()->setCursor(CursorOf(*handle));
         return;
+    }
+    if (const auto bars = Bars()) {
+        const auto border = bars->BorderAt(point);
+        if (border || bars->HandleAt(point)) {
+            viewport()->setCursor(!border                         ? Qt::ArrowCursor
+                                  : border->axis == Axis::Columns ? Qt::SplitHCursor
+                                                                  : Qt::SplitVCursor);
+            return;
+        }
     }
     const ReportItem* under = m_model.Item(ItemAt(point));
     const Action edge = under ? Action::None : EdgeUnder(point, band);

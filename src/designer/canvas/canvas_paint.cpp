@@ -49,7 +49,9 @@ void DesignCanvas::paintEvent(QPaintEvent*) {
     painter.drawPixmap(0, 0, Backing());
     painter.translate(-Origin());
     PaintSelection(painter);
+    PaintBars(painter);
     PaintDrag(painter);
+    PaintDrop(painter);
 }
 
 // The bands as they are when nothing is dragged, for the visible part.
@@ -168,6 +170,9 @@ void DesignCanvas::PaintDrag(QPainter& painter) {
         } else {
             painter.drawRect(Sharp(QRectF(m_drag.start, m_drag.now)));
         }
+    }
+    if (m_drag.action == Action::Track) {
+        PaintTrackDrag(painter);
     }
     if (m_drag.action == Action::BandHeight || m_drag.action == Action::BandWidth) {
         const QRectF band = m_layout.Band(m_drag.band);

@@ -61,6 +61,8 @@ DesignCanvas::DesignCanvas(DesignModel& model, QWidget* parent)
     setAccessibleName(tr("Report design"));
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setMouseTracking(true);
+    viewport()->setAcceptDrops(true);
+    setAcceptDrops(true);
     const int thick = Ruler::Thickness(*this);
     setViewportMargins(thick, thick, 0, 0);
     m_layoutTimer.setSingleShot(true);

@@ -17,8 +17,10 @@
 #include "designer/canvas/handles.h"
 #include "designer/canvas/ruler.h"
 #include "designer/canvas/snapping.h"
+#include "designer/canvas/table_bars.h"
 #include "designer/model/arranging.h"
 #include "designer/model/design_model.h"
+#include "designer/model/field_drag.h"
 #include "designer/model/new_items.h"
 
 class QPlainTextEdit;
@@ -90,9 +92,13 @@ class DesignCanvas : public QAbstractScrollArea {
     bool viewportEvent(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
  private:
-    enum class Action { None, Press, Move, Resize, RubberBand, Draw, BandHeight, BandWidth };
+    enum class Action { None, Press, Move, Resize, RubberBand, Draw, BandHeight, BandWidth, Track };
     // What the mouse does while its button is down. Points are those of the canvas.
     struct Drag {
         Action action = Action::None;
@@ -105,7 +111,17 @@ class DesignCanvas : public QAbstractScrollArea {
         std::vector<Placement> before, after;  // from the corners of the items' bands
         std::vector<SnapLine> lines;
         double dx = 0, dy = 0;  // points
-        double size = 0;        // of a band that is resized
+        double size = 0;        // of a band, column or row that is resized
+        Axis axis = Axis::Columns;
+        std::size_t track = 0;  // of the pressed region
+    };
+    // Where a field that is dragged here would be shown.
+    struct Drop {
+        using Kind = FieldTarget::Kind;
+        Kind kind = Kind::None;
+        ElementId region = NoElement, cell = NoElement;
+        std::size_t column = 0, band = 0;
+        QRectF area;  // that is marked
     };
 
     void TakeChange();
@@ -148,6 +164,21 @@ class DesignCanvas : public QAbstractScrollArea {
     void CloseEditor(bool keeps);
     void PlaceEditor();
     void SelectNext(int step);
+
+    // canvas_table.cpp
+    std::optional<TableBars> BarsOf(ElementId region) const;
+    std::optional<TableBars> Bars() const;  // of the table that is selected
+    void PaintBars(QPainter& painter);
+    void PaintTrackDrag(QPainter& painter);
+    void PaintDrop(QPainter& painter);
+    bool PressTable(QPointF point);
+    void FollowTrack();
+    void FinishTrack(const Drag& done);
+    bool SelectCellsTo(ElementId item);
+    bool StepToCell(int right, int down);
+    void TypeInto(QKeyEvent* event);  // canvas_keys.cpp
+    Drop DropAt(QPointF point) const;
+
     void ClimbSelection();
     void DescribeSelection();
 
@@ -164,6 +195,7 @@ class DesignCanvas : public QAbstractScrollArea {
     bool m_snaps = true;
     std::optional<NewItem> m_tool;
     Drag m_drag;
+    Drop m_drop;
     QPlainTextEdit* m_editor = nullptr;  // of the viewport
     ElementId m_edited = NoElement;
     QElapsedTimer m_nudged;

@@ -169,13 +169,18 @@ std::set<std::string> TakenNames(const Document& document, ElementId id) {
     return taken;
 }
 
-std::string NextName(std::string_view wish, const std::set<std::string>& taken) {
+std::string StemOf(std::string_view name) {
+    const std::size_t end = name.find_last_not_of("0123456789");
+    return std::string(name.substr(0, end == std::string_view::npos ? 0 : end + 1));
+}
+
+// `number` is the first one that is tried, and then the one after that of the name.
+std::string NextName(std::string_view wish, const std::set<std::string>& taken, int& number) {
     if (!taken.contains(UpperText(wish))) {
         return std::string(wish);
     }
-    const std::size_t end = wish.find_last_not_of("0123456789");
-    const std::string stem(wish.substr(0, end == std::string_view::npos ? 0 : end + 1));
-    for (int number = 1;; ++number) {
+    const std::string stem = StemOf(wish);
+    for (;; ++number) {
         std::string name = stem + std::to_string(number);
         if (!taken.contains(UpperText(name))) {
             return name;
@@ -190,14 +195,23 @@ bool IsReportItem(std::string_view element) {
 }
 
 std::string UniqueName(const Document& document, std::string_view wish) {
+    return NewNames(document).Take(std::string(wish));
+}
+
+NewNames::NewNames(const Document& document) {
     const SourceTree& tree = document.Tree();
-    std::set<std::string> taken;
     for (int index = 0; index < tree.Count(); ++index) {
         if (const auto name = tree.AttributeOf(index, "Name")) {
-            taken.insert(UpperText(*name));
+            m_taken.insert(UpperText(*name));
         }
     }
-    return NextName(wish, taken);
+}
+
+std::string NewNames::Take(const std::string& wish) {
+    int& number = m_next.try_emplace(StemOf(wish), 1).first->second;
+    std::string name = NextName(wish, m_taken, number);
+    m_taken.insert(UpperText(name));
+    return name;
 }
 
 void MakeNamesUnique(Document& document, ElementId copy) {
@@ -213,7 +227,8 @@ void MakeNamesUnique(Document& document, ElementId copy) {
     }
     for (const ElementId id : named) {
         const std::string old = *document.Attribute(id, "Name");
-        const std::string name = NextName(old, TakenNames(document, id));
+        int number = 1;
+        const std::string name = NextName(old, TakenNames(document, id), number);
         if (name == old) {
             continue;
         }
@@ -240,6 +255,48 @@ std::vector<LeftReference> Rename(Document& document, ElementId id, const std::s
     }
     FollowName(document, 0, document.Text().size(), kind, old, name, false);
     return LeftReferences(document, kind, old);
+}
+
+std::optional<LeftReference> UseOf(const Document& document, const std::vector<std::string>& names) {
+    const SourceTree& tree = document.Tree();
+    for (int index = 0; index < tree.Count(); ++index) {
+        if (tree[index].firstChild != NoIndex || !tree.IsOfReport(index)) {
+            continue;
+        }
+        const std::string text = tree.TextOf(index);
+        const bool isExpression = Trim(text).starts_with('=');
+        const bool isReference =
+            std::any_of(std::begin(References), std::end(References), [&](const Reference& row) {
+                return row.kind == NameKind::Scope && row.element == tree.LocalName(index);
+            });
+        if (!isExpression && !isReference) {
+            continue;
+        }
+        for (const std::string& name : names) {
+            const bool uses = isExpression
+                                  ? WithName(text, "\"", name, "?", '"') != text ||
+                                        WithName(text, CollectionOf(NameKind::Scope), name, "?") != text
+                                  : SameAscii(Trim(text), name);
+            if (uses) {
+                return LeftReference{document.IdAt(index), text};
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<std::string> ScopesIn(const Document& document, ElementId id) {
+    std::vector<std::string> names;
+    const SourceTree& tree = document.Tree();
+    const int first = document.IndexOf(id);
+    for (int index = first; index < tree.Count() && tree[index].whole.begin < tree[first].whole.end;
+         ++index) {
+        const auto name = tree.AttributeOf(index, "Name");
+        if (name && KindOf(tree.LocalName(index)) == NameKind::Scope) {
+            names.push_back(*name);
+        }
+    }
+    return names;
 }
 
 }  // namespace designer

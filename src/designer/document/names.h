@@ -2,6 +2,9 @@
 // The names of items, groups, data sets and so on, and what refers to them.
 #pragma once
 
+#include <map>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,5 +35,23 @@ struct LeftReference {
 // old name as a text, which may be a scope, or as a field. Raises EditError if the name is not an identifier,
 // or if another element has it.
 std::vector<LeftReference> Rename(Document& document, ElementId id, const std::string& name);
+
+// Returns the first place that refers to an item, a group or a data set with one of these names: an element
+// such as ToggleItem, ReportItems!Name or a text in an expression. Nothing if there is none.
+std::optional<LeftReference> UseOf(const Document& document, const std::vector<std::string>& names);
+
+// Returns the names of all items and groups in the element, itself included.
+std::vector<std::string> ScopesIn(const Document& document, ElementId id);
+
+// Gives out names that the report does not have, as UniqueName, and none of them twice.
+class NewNames {
+ public:
+    explicit NewNames(const Document& document);
+    std::string Take(const std::string& wish);
+
+ private:
+    std::set<std::string> m_taken;
+    std::map<std::string, int> m_next;  // by stem: lower numbers are taken
+};
 
 }  // namespace designer

@@ -3,12 +3,14 @@
 
 #include <QByteArray>
 #include <algorithm>
+#include <optional>
 
 #include "designer/document/editing.h"
 #include "designer/document/item_size.h"
 #include "designer/document/names.h"
 #include "designer/document/properties/properties.h"
 #include "designer/model/placing.h"
+#include "designer/tables/new_tables.h"
 
 namespace designer {
 namespace {
@@ -33,6 +35,8 @@ std::string ContentOf(NewItem kind, bool isOld) {
             return isOld ? "<Style />" : "<KeepTogether>true</KeepTogether><Style />";
         case NewItem::Image:
             return "<Source>Embedded</Source><Value></Value><Sizing>FitProportional</Sizing><Style />";
+        default:
+            break;  // tables have a writer of their own
     }
     return {};
 }
@@ -42,6 +46,29 @@ std::string Written(const Document& document, double points) {
     const ElementId body = BodyOf(document);
     const auto like = body == NoElement ? std::nullopt : document.TextAt(body, "Height");
     return SizeText(points, like.value_or("1cm"));
+}
+
+std::optional<NewTable> TableOf(NewItem kind) {
+    switch (kind) {
+        case NewItem::Table:
+            return NewTable::Table;
+        case NewItem::Matrix:
+            return NewTable::Matrix;
+        case NewItem::List:
+            return NewTable::List;
+        default:
+            return std::nullopt;
+    }
+}
+
+void GrowFor(Document& document, const ReportBand& band, const Rect& place) {
+    const double bottom = std::max(place.top, place.Bottom()), right = std::max(place.left, place.Right());
+    if (bottom > band.height) {
+        SetBandHeight(document, band, bottom);
+    }
+    if (right > band.width) {
+        SetBandWidth(document, band, right);
+    }
 }
 
 }  // namespace
@@ -55,9 +82,10 @@ std::string_view ElementOf(NewItem kind) {
         case NewItem::Rectangle:
             return "Rectangle";
         case NewItem::Image:
-            break;
+            return "Image";
+        default:
+            return "Tablix";
     }
-    return "Image";
 }
 
 Rect UsualSize(NewItem kind) {
@@ -66,12 +94,24 @@ Rect UsualSize(NewItem kind) {
             return {0, 0, 108, 18};
         case NewItem::Line:
             return {0, 0, 144, 0};
+        case NewItem::Table:
+            return {0, 0, 270, 36};
+        case NewItem::Matrix:
+            return {0, 0, 180, 36};
+        case NewItem::List:
+            return {0, 0, 270, 72};
         default:
             return {0, 0, 108, 72};
     }
 }
 
 ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, const Rect& place) {
+    if (const auto table = TableOf(kind)) {
+        const ElementId id = InsertNewTable(document, band, place, *table, {}, {});
+        const TablixGrid grid = GridOf(document, id);
+        GrowFor(document, band, {place.left, place.top, grid.width, grid.height});
+        return id;
+    }
     const std::string element(ElementOf(kind));
     const std::string xml = "<" + element + " Name=\"" + UniqueName(document, element + "1") + "\">" +
                             ContentOf(kind, IsOlderSchema(document)) + "<Top>" +
@@ -79,13 +119,7 @@ ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, c
                             "</Left><Height>" + Written(document, place.height) + "</Height><Width>" +
                             Written(document, place.width) + "</Width></" + element + ">";
     const ElementId id = InsertXml(document, EnsureChild(document, band.element, "ReportItems"), xml);
-    const double bottom = std::max(place.top, place.Bottom()), right = std::max(place.left, place.Right());
-    if (bottom > band.height) {
-        SetBandHeight(document, band, bottom);
-    }
-    if (right > band.width) {
-        SetBandWidth(document, band, right);
-    }
+    GrowFor(document, band, place);
     return id;
 }
 

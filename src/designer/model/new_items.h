@@ -10,7 +10,7 @@
 
 namespace designer {
 
-enum class NewItem { TextBox, Line, Rectangle, Image };
+enum class NewItem { TextBox, Line, Rectangle, Image, Table, Matrix, List };
 
 // Returns the name of the kind's elements: "Textbox".
 std::string_view ElementOf(NewItem kind);
@@ -19,7 +19,7 @@ std::string_view ElementOf(NewItem kind);
 Rect UsualSize(NewItem kind);
 
 // Inserts an item at a place of the band, in points from its corner, and returns its id. The band grows for
-// it. An image shows nothing until it has a picture.
+// it. An image shows nothing until it has a picture. Tables show the first data set of the report.
 ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, const Rect& place);
 
 // Embeds a picture in the report and shows it in the image item. `type` is "image/png" or the like, `bytes`

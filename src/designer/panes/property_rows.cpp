@@ -8,6 +8,7 @@
 #include "designer/document/editing.h"
 #include "designer/document/item_size.h"
 #include "designer/model/placing.h"
+#include "designer/model/table_selection.h"
 
 namespace designer {
 namespace {
@@ -76,6 +77,12 @@ std::vector<PropertyRow> PropertyRowsOf(const DesignModel& model, ElementId id) 
     const ReportItem* item = model.Item(id);
     if (item || model.Band(id)) {
         Add(rows, document, id, "");
+    } else if (SelectedTable(model)) {
+        // A group: what it is by and in which order, and then its member.
+        for (const char* part :
+             {"Group", "Grouping", "SortExpressions/SortExpression", "Sorting/SortBy", "."}) {
+            Add(rows, document, id, std::string_view(part) == "." ? "" : part);
+        }
     }
     if (item) {
         std::erase_if(rows, [item](const PropertyRow& row) { return !HasPlace(*row.property, *item); });

@@ -32,6 +32,22 @@ void DrawTool(QPainter& painter, NewItem kind, const QColor& colour) {
             painter.drawPolyline(QPolygonF({{2, 12}, {6, 7}, {9, 10}, {11, 8}, {14, 11}}));
             painter.drawEllipse(QPointF(11, 5.5), 1.2, 1.2);
             break;
+        case NewItem::Table:
+        case NewItem::Matrix:
+            painter.drawRect(QRectF(1.5, 2.5, 13, 11));
+            painter.drawLine(QPointF(1.5, 6), QPointF(14.5, 6));
+            painter.drawLine(QPointF(6, 2.5), QPointF(6, 13.5));
+            if (kind == NewItem::Table) {
+                painter.drawLine(QPointF(1.5, 9.7), QPointF(14.5, 9.7));
+                painter.drawLine(QPointF(10.2, 2.5), QPointF(10.2, 13.5));
+            } else {
+                painter.fillRect(QRectF(1.5, 2.5, 4.5, 3.5), colour);
+            }
+            break;
+        case NewItem::List:
+            painter.drawRect(QRectF(1.5, 2.5, 13, 4.5));
+            painter.drawRect(QRectF(1.5, 9, 13, 4.5));
+            break;
     }
 }
 
@@ -41,7 +57,10 @@ std::vector<ToolText> Tools() {
     return {{NewItem::TextBox, ToolboxPane::tr("Text Box")},
             {NewItem::Line, ToolboxPane::tr("Line")},
             {NewItem::Rectangle, ToolboxPane::tr("Rectangle")},
-            {NewItem::Image, ToolboxPane::tr("Image")}};
+            {NewItem::Image, ToolboxPane::tr("Image")},
+            {NewItem::Table, ToolboxPane::tr("Table")},
+            {NewItem::Matrix, ToolboxPane::tr("Matrix")},
+            {NewItem::List, ToolboxPane::tr("List")}};
 }
 
 QIcon ToolIcon(NewItem kind, const QPalette& palette) {

@@ -15,7 +15,9 @@
 
 #include "designer/dialogs/data_set_dialog.h"
 #include "designer/dialogs/data_source_dialog.h"
+#include "designer/panes/groups_pane.h"
 #include "designer/panes/property_pane.h"
+#include "designer/panes/table_menu.h"
 #include "designer/panes/toolbox_pane.h"
 #include "designer/window/design_window.h"
 #include "designer/window/designer_settings.h"
@@ -44,6 +46,12 @@ void DesignWindow::BuildMenus() {
     BuildFileMenu();
     BuildEditMenu();
     BuildInsertMenu();
+    m_table = new TableMenu(*m_model, this);
+    menuBar()->addMenu(m_table);
+    m_canvas->addAction(m_table->menuAction());
+    m_groups->addActions(m_table->actions());
+    m_groups->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(m_table, &TableMenu::Working, m_canvas, &DesignCanvas::FinishEditing);
     BuildArrangeMenu();
     BuildReportMenu();
     BuildViewMenu();
@@ -53,7 +61,8 @@ void DesignWindow::BuildMenus() {
             this, tr("Keys on the Canvas"),
             tr("Tab, Shift+Tab: the next or previous item\nEscape: what the item is in\n"
                "Arrow keys: move by a step of the grid; with Ctrl by a fifth of it\n"
-               "Shift+arrow keys: resize\nEnter, F2: type the text of a text box\nF6: the next pane"));
+               "Shift+arrow keys: resize\nIn a table the arrow keys go to the next cell, Shift+click selects "
+               "several\nEnter, F2: type the text of a text box\nF6: the next pane"));
     });
 }
 
@@ -121,7 +130,7 @@ void DesignWindow::BuildEditMenu() {
 
 void DesignWindow::BuildInsertMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&Insert"));
-    constexpr Qt::Key Keys[] = {Qt::Key_T, Qt::Key_L, Qt::Key_R, Qt::Key_I};
+    constexpr Qt::Key Keys[] = {Qt::Key_T, Qt::Key_L, Qt::Key_R, Qt::Key_I, Qt::Key_B, Qt::Key_M, Qt::Key_U};
     const Qt::Key* key = Keys;
     for (const ToolText& tool : Tools()) {
         const QString name = "insert" + tool.name.simplified().remove(' ');
@@ -271,9 +280,10 @@ void DesignWindow::ShowCommands() {
     for (const char* name : {"editCut", "editCopy", "editDuplicate", "editDelete", "toFront", "toBack"}) {
         set(name, designs && !selected.empty());
     }
-    for (const char* name : {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole",
-                             "zoomWidth", "nextPane", "editReset", "reportDataSource", "reportDataSet",
-                             "insertTextBox", "insertLine", "insertRectangle", "insertImage"}) {
+    for (const char* name :
+         {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole", "zoomWidth", "nextPane",
+          "editReset", "reportDataSource", "reportDataSet", "insertTextBox", "insertLine", "insertRectangle",
+          "insertImage", "insertTable", "insertMatrix", "insertList"}) {
         set(name, designs);
     }
     for (const auto& [name, kind] :
@@ -291,6 +301,7 @@ void DesignWindow::ShowCommands() {
     for (const char* name : {"distributeAcross", "distributeDown"}) {
         set(name, designs && selected.size() >= 3);
     }
+    m_table->ShowCommands(designs);
     set("viewDesign", !IsText());
     set("viewPreview", !IsText());
     // The viewer has the key for its own file while the preview is open.

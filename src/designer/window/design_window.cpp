@@ -11,6 +11,8 @@
 #include <QStatusBar>
 #include <QTabWidget>
 
+#include "designer/panes/data_pane.h"
+#include "designer/panes/groups_pane.h"
 #include "designer/panes/outline_pane.h"
 #include "designer/panes/problems_pane.h"
 #include "designer/panes/property_pane.h"
@@ -73,6 +75,8 @@ void DesignWindow::BuildDocks() {
     m_properties = new PropertyPane(*m_model, this);
     m_problems = new ProblemsPane(*m_model, this);
     m_toolbox = new ToolboxPane(this);
+    m_data = new DataPane(*m_model, this);
+    m_groups = new GroupsPane(*m_model, this);
     const auto add = [this](const char* name, const QString& title, QWidget* pane, Qt::DockWidgetArea area) {
         auto* dock = new QDockWidget(title, this);
         dock->setObjectName(name);
@@ -81,8 +85,10 @@ void DesignWindow::BuildDocks() {
         return dock;
     };
     auto* toolbox = add("dockToolbox", tr("Toolbox"), m_toolbox, Qt::LeftDockWidgetArea);
+    add("dockReportData", tr("Report Data"), m_data, Qt::LeftDockWidgetArea);
     auto* outline = add("dockOutline", tr("Outline"), m_outline, Qt::LeftDockWidgetArea);
     auto* properties = add("dockProperties", tr("Properties"), m_properties, Qt::RightDockWidgetArea);
+    add("dockGroups", tr("Groups"), m_groups, Qt::RightDockWidgetArea);
     m_problemsDock = add("dockProblems", tr("Problems"), m_problems, Qt::BottomDockWidgetArea);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
@@ -123,6 +129,7 @@ void DesignWindow::Connect() {
         m_canvas->InsertAtMiddle(kind);
         m_canvas->setFocus();
     });
+    connect(m_data, &DataPane::Placed, m_canvas, qOverload<>(&QWidget::setFocus));
     connect(m_outline, &OutlinePane::Chosen, m_canvas, qOverload<>(&QWidget::setFocus));
     connect(m_problems, &ProblemsPane::Chosen, m_canvas, qOverload<>(&QWidget::setFocus));
     connect(m_problems, &ProblemsPane::Checked, this, &DesignWindow::ShowProblemCount);

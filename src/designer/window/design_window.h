@@ -23,11 +23,14 @@ class QTabWidget;
 
 namespace designer {
 
+class DataPane;
+class GroupsPane;
 class OutlinePane;
 class PreviewPage;
 class ProblemsPane;
 class PropertyPane;
 class SourcePage;
+class TableMenu;
 class ToolboxPane;
 
 class DesignWindow : public QMainWindow {
@@ -121,6 +124,9 @@ class DesignWindow : public QMainWindow {
     PropertyPane* m_properties = nullptr;
     ProblemsPane* m_problems = nullptr;
     ToolboxPane* m_toolbox = nullptr;
+    DataPane* m_data = nullptr;
+    GroupsPane* m_groups = nullptr;
+    TableMenu* m_table = nullptr;
     QDockWidget* m_problemsDock = nullptr;
     QMenu* m_recent = nullptr;
     QLabel *m_place = nullptr, *m_zoomLabel = nullptr;

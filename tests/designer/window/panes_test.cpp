@@ -133,12 +133,13 @@ TEST_F(Panes, PreviewListsWhatTheEngineRefuses) {
 TEST_F(Panes, NextPaneGoesRound) {
     Canvas().setFocus();
     QSet<QString> met;
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < 7; ++i) {
         Run("nextPane");
         met.insert(QApplication::focusWidget()->objectName());
     }
     EXPECT_TRUE(Canvas().hasFocus());
-    EXPECT_EQ(met, (QSet<QString>{"canvas", "toolTextBox", "outline", "properties", "problems"}));
+    EXPECT_EQ(met, (QSet<QString>{"canvas", "toolTextBox", "reportData", "outline", "properties", "groups",
+                                  "problems"}));
 }
 
 TEST_F(Panes, WhatTakesTheKeysHasAName) {

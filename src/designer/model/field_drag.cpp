@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/model/field_drag.h"
+
+#include <algorithm>
+
+#include "designer/document/editing.h"
+#include "designer/model/new_items.h"
+#include "designer/model/table_selection.h"
+#include "designer/tables/cells.h"
+#include "designer/tables/fields.h"
+#include "designer/tables/new_tables.h"
+#include "platform/base/ascii.h"
+
+namespace designer {
+namespace {
+
+constexpr double Gap = 9;  // points below what is there
+
+void CheckDataSet(const Document& document, ElementId region, const DraggedField& field) {
+    const std::string own = DataSetOfRegion(document, region);
+    if (!own.empty() && !SameAscii(own, field.dataSet)) {
+        throw EditError("The table shows the data set " + own + ", the field is one of " + field.dataSet);
+    }
+}
+
+ElementId PlaceInTable(Document& document, const DraggedField& field, const FieldTarget& target) {
+    CheckDataSet(document, target.region, field);
+    if (target.kind == FieldTarget::Kind::Cell) {
+        PutField(document, target.region, target.cell, field.field);
+        return ItemInCell(document, target.cell);
+    }
+    if (target.kind == FieldTarget::Kind::Column) {
+        const std::size_t column = AddFieldColumn(document, target.region, target.column, field.field);
+        for (const GridCell& cell : GridOf(document, target.region).cells) {
+            const bool isThere = cell.part == GridCell::Part::Body && cell.column == column;
+            if (isThere && TextOfBox(document, cell.item).starts_with('=')) {
+                return cell.item;
+            }
+        }
+        return target.region;
+    }
+    const std::vector<RegionGroup> groups = GroupsOf(document, target.region, Axis::Rows);
+    if (groups.empty()) {
+        throw EditError("The table has no group of rows that another one could be around");
+    }
+    const bool hasHeaders = GridOf(document, target.region).headerWidth > 0;
+    return AddGroup(document, target.region, Axis::Rows, groups.front().member, GroupPlace::Parent,
+                    {FieldValue(field.field), !hasHeaders, false});
+}
+
+// Page header and footer have no rows: there it is the field of the first one.
+ElementId PlaceOnPage(Document& document, const ReportBand& band, const DraggedField& field, QPointF place) {
+    if (band.kind == BandKind::Body) {
+        const ElementId table = InsertNewTable(document, band, {place.x(), place.y(), 0, 0}, NewTable::Table,
+                                               field.dataSet, {field.field});
+        return table;
+    }
+    Rect area = UsualSize(NewItem::TextBox);
+    area.left = place.x();
+    area.top = place.y();
+    const ElementId box = InsertItem(document, band, NewItem::TextBox, area);
+    SetTextOfBox(document, box, "=First(Fields!" + field.field + ".Value, \"" + field.dataSet + "\")");
+    return box;
+}
+
+}  // namespace
+
+QMimeData* MimeDataOf(const DraggedField& field) {
+    auto* data = new QMimeData;
+    data->setData(FieldMimeType, QByteArray::fromStdString(field.dataSet + "\n" + field.field));
+    data->setText(QString::fromStdString(FieldValue(field.field)));
+    return data;
+}
+
+std::optional<DraggedField> FieldIn(const QMimeData& data) {
+    const std::string text = data.data(FieldMimeType).toStdString();
+    const std::size_t line = text.find('\n');
+    if (!data.hasFormat(FieldMimeType) || line == std::string::npos) {
+        return std::nullopt;
+    }
+    return DraggedField{text.substr(0, line), text.substr(line + 1)};
+}
+
+FieldTarget TargetOfSelection(const DesignModel& model) {
+    FieldTarget target;
+    if (const auto table = SelectedTable(model)) {
+        target.region = table->region;
+        target.cell = table->cell;
+        target.column = GridOf(model.Source(), table->region).columns.size();
+        target.kind = table->cell != NoElement ? FieldTarget::Kind::Cell : FieldTarget::Kind::Column;
+        return target;
+    }
+    const auto& bands = model.Items().bands;
+    for (std::size_t band = 0; band < bands.size(); ++band) {
+        if (bands[band].kind == BandKind::Body && target.kind == FieldTarget::Kind::None) {
+            target.kind = FieldTarget::Kind::Page;
+            target.band = band;
+        }
+    }
+    double bottom = 0;
+    for (const ReportItem& item : model.Items().items) {
+        bottom = item.band == target.band ? std::max(bottom, item.place.Bottom() + Gap) : bottom;
+    }
+    target.place = {0, bottom};
+    return target;
+}
+
+bool PlaceField(DesignModel& model, const DraggedField& field, const FieldTarget& target) {
+    if (target.kind == FieldTarget::Kind::None) {
+        return false;
+    }
+    ElementId shown = NoElement;
+    const ReportItems items = model.Items();
+    const bool isDone =
+        model.Edit(QObject::tr("Show %1").arg(QString::fromStdString(field.field)), [&](Document& document) {
+            shown = target.kind == FieldTarget::Kind::Page
+                        ? PlaceOnPage(document, items.bands.at(target.band), field, target.place)
+                        : PlaceInTable(document, field, target);
+        });
+    if (isDone && shown != NoElement) {
+        model.Select({shown});
+    }
+    return isDone;
+}
+
+}  // namespace designer

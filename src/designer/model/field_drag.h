@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A field of a data set on its way to a place of the report: by the mouse, or by a command.
+#pragma once
+
+#include <QMimeData>
+#include <QPointF>
+#include <optional>
+#include <string>
+
+#include "designer/model/design_model.h"
+
+namespace designer {
+
+inline constexpr const char* FieldMimeType = "application/x-oxbow-courier-field";
+
+struct DraggedField {
+    std::string dataSet, field;
+};
+
+QMimeData* MimeDataOf(const DraggedField& field);  // the caller owns it
+std::optional<DraggedField> FieldIn(const QMimeData& data);
+
+struct FieldTarget {
+    enum class Kind {
+        None,
+        Cell,    // of a region: PutField
+        Column,  // a new one of a region, with the number
+        Group,   // a parent of the region's outermost group of rows
+        Page     // a place of a band, in points: a text box, or a new table in the body
+    };
+    Kind kind = Kind::None;
+    ElementId region = NoElement, cell = NoElement;
+    std::size_t column = 0, band = 0;
+    QPointF place;
+};
+
+// Returns where a command puts a field: into the selected cell, else as a new last column of the selected
+// table, else into the body below all that is there.
+FieldTarget TargetOfSelection(const DesignModel& model);
+
+// Shows the field there, as one step, and selects what shows it. Returns false if that was refused.
+bool PlaceField(DesignModel& model, const DraggedField& field, const FieldTarget& target);
+
+}  // namespace designer

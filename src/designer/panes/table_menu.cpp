@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/panes/table_menu.h"
+
+#include "designer/panes/group_dialog.h"
+#include "designer/tables/cells.h"
+#include "designer/tables/fields.h"
+#include "platform/base/ascii.h"
+
+namespace designer {
+namespace {
+
+QKeySequence Keys(int modifiers, Qt::Key key) {
+    return QKeySequence(static_cast<int>(modifiers | key));
+}
+
+constexpr int ControlAlt = static_cast<int>(Qt::CTRL) | static_cast<int>(Qt::ALT);
+constexpr int All = ControlAlt | static_cast<int>(Qt::SHIFT);
+
+}  // namespace
+
+TableMenu::TableMenu(DesignModel& model, QWidget* parent) : QMenu(tr("Ta&ble"), parent), m_model(model) {
+    setObjectName("menuTable");
+    AddTrackCommands();
+    addSeparator();
+    AddCellCommands();
+    addSeparator();
+    AddGroupCommands();
+}
+
+QAction* TableMenu::Add(const char* name, const QString& text, const QKeySequence& keys, Needs needs,
+                        const std::function<void()>& work) {
+    QAction* action = addAction(text);
+    action->setObjectName(name);
+    action->setShortcut(keys);
+    connect(action, &QAction::triggered, this, [this, work] {
+        emit Working();
+        work();
+    });
+    m_entries.push_back({action, needs});
+    return action;
+}
+
+void TableMenu::AddTrackCommands() {
+    const auto track = [this](Axis axis, Side side, GroupSide groupSide) {
+        return [this, axis, side, groupSide] { InsertTrack(axis, side, groupSide); };
+    };
+    Add("tableColumnLeft", tr("Column to the &Left"), Keys(ControlAlt, Qt::Key_Left), Needs::Column,
+        track(Axis::Columns, Side::Before, GroupSide::Inside));
+    Add("tableColumnRight", tr("Column to the &Right"), Keys(ControlAlt, Qt::Key_Right), Needs::Column,
+        track(Axis::Columns, Side::After, GroupSide::Inside));
+    Add("tableRowAbove", tr("Row &Above"), Keys(ControlAlt, Qt::Key_Up), Needs::Row,
+        track(Axis::Rows, Side::Before, GroupSide::Inside));
+    Add("tableRowBelow", tr("Row &Below"), Keys(ControlAlt, Qt::Key_Down), Needs::Row,
+        track(Axis::Rows, Side::After, GroupSide::Inside));
+    Add("tableRowAboveGroup", tr("Row Above the Group"), Keys(All, Qt::Key_Up), Needs::RowGroup,
+        track(Axis::Rows, Side::Before, GroupSide::Outside));
+    Add("tableRowBelowGroup", tr("Row Below the Group"), Keys(All, Qt::Key_Down), Needs::RowGroup,
+        track(Axis::Rows, Side::After, GroupSide::Outside));
+    addSeparator();
+    Add("tableMoveLeft", tr("&Move Column Left"), Keys(All, Qt::Key_Left), Needs::Column,
+        [this] { MoveColumn(-1); });
+    Add("tableMoveRight", tr("Mo&ve Column Right"), Keys(All, Qt::Key_Right), Needs::Column,
+        [this] { MoveColumn(1); });
+    Add("tableDeleteColumn", tr("Delete &Columns"), {}, Needs::Column, [this] { Delete(Axis::Columns); });
+    Add("tableDeleteRow", tr("Delete R&ows"), {}, Needs::Row, [this] { Delete(Axis::Rows); });
+}
+
+void TableMenu::AddCellCommands() {
+    Add("tableMerge", tr("M&erge Cells"), {}, Needs::Cells, [this] { Merge(); });
+    Add("tableSplit", tr("&Split Cell"), {}, Needs::MergedCell, [this] {
+        Edit(tr("Split cell"), [](Document& document, const TableSelection& table) {
+            SplitCell(document, table.region, table.rows->first, table.columns->first);
+        });
+    });
+}
+
+void TableMenu::AddGroupCommands() {
+    const auto group = [this](GroupPlace place, const QString& title) {
+        return [this, place, title] { AskForGroup(place, title); };
+    };
+    Add("groupParent", tr("Add &Parent Group..."), Keys(ControlAlt, Qt::Key_G), Needs::Group,
+        group(GroupPlace::Parent, tr("Parent Group")));
+    Add("groupChild", tr("Add C&hild Group..."), {}, Needs::Group,
+        group(GroupPlace::Child, tr("Child Group")));
+    Add("groupBefore", tr("Add Group Before..."), {}, Needs::Group,
+        group(GroupPlace::Before, tr("Group Before")));
+    Add("groupAfter", tr("Add Group After..."), {}, Needs::Group,
+        group(GroupPlace::After, tr("Group After")));
+    const auto remove = [this](bool withTracks) {
+        return [this, withTracks] {
+            Edit(tr("Delete group"), [this, withTracks](Document& document, const TableSelection& table) {
+                if (const auto found = GroupOf(m_model, table)) {
+                    DeleteGroup(document, table.region, *table.groupAxis, found->member, withTracks);
+                }
+            });
+        };
+    };
+    Add("groupDelete", tr("Delete &Group"), {}, Needs::Group, remove(false));
+    Add("groupDeleteRows", tr("Delete Group and Its Cells"), {}, Needs::Group, remove(true));
+    addSeparator();
+    Add("totalBefore", tr("Add Total Before"), {}, Needs::Group, [this] { Total(Side::Before); });
+    Add("totalAfter", tr("Add &Total After"), Keys(ControlAlt, Qt::Key_A), Needs::Group,
+        [this] { Total(Side::After); });
+}
+
+void TableMenu::Edit(const QString& step, const Work& work) {
+    if (const auto table = SelectedTable(m_model)) {
+        m_model.Edit(step, [&](Document& document) { work(document, *table); });
+    }
+}
+
+// Selects a cell of a new track, so that a command can be given again and a text typed.
+void TableMenu::SelectCell(ElementId region, Axis axis, std::size_t track, std::size_t across) {
+    const TrackRange one{track, 1}, other{across, 1};
+    std::vector<ElementId> ids =
+        ItemsOfCells(m_model, region, axis == Axis::Rows ? one : other, axis == Axis::Rows ? other : one);
+    if (!ids.empty()) {
+        m_model.Select({ids.front()});
+    }
+}
+
+void TableMenu::InsertTrack(Axis axis, Side side, GroupSide groupSide) {
+    const auto table = SelectedTable(m_model);
+    const auto range = !table ? std::nullopt : axis == Axis::Columns ? table->columns : table->rows;
+    if (!range) {
+        return;
+    }
+    const std::size_t track = side == Side::Before ? range->first : range->first + range->count - 1;
+    std::size_t added = 0;
+    if (m_model.Edit(axis == Axis::Columns ? tr("Add column") : tr("Add row"), [&](Document& document) {
+            added = AddTrack(document, table->region, axis, track, side, groupSide);
+        })) {
+        const auto& across = axis == Axis::Columns ? table->rows : table->columns;
+        SelectCell(table->region, axis, added, across ? across->first : 0);
+    }
+}
+
+void TableMenu::Delete(Axis axis) {
+    Edit(axis == Axis::Columns ? tr("Delete column") : tr("Delete row"),
+         [axis](Document& document, const TableSelection& table) {
+             const TrackRange range = axis == Axis::Columns ? *table.columns : *table.rows;
+             DeleteTracks(document, table.region, axis, range.first, range.count);
+         });
+}
+
+void TableMenu::MoveColumn(int step) {
+    Edit(tr("Move column"), [step](Document& document, const TableSelection& table) {
+        const std::size_t from = table.columns->first;
+        if (step < 0 && from == 0) {
+            throw EditError("The column is the first one");
+        }
+        MoveTrack(document, table.region, Axis::Columns, from, step < 0 ? from - 1 : from + 1);
+    });
+}
+
+void TableMenu::Merge() {
+    Edit(tr("Merge cells"), [](Document& document, const TableSelection& table) {
+        if (table.rows->count != 1) {
+            throw EditError("Cells are merged within one row");
+        }
+        MergeCells(document, table.region, table.rows->first, table.columns->first, table.columns->count);
+    });
+}
+
+void TableMenu::AskForGroup(GroupPlace place, const QString& title) {
+    const auto table = SelectedTable(m_model);
+    const auto group = table ? GroupOf(m_model, *table) : std::nullopt;
+    if (!group) {
+        return;
+    }
+    std::vector<std::string> fields;
+    const std::string dataSet = DataSetOfRegion(m_model.Source(), table->region);
+    for (const DataSetFields& set : DataSetsOf(m_model.Source())) {
+        for (const DataField& field : set.fields) {
+            if (SameAscii(set.name, dataSet)) {
+                fields.push_back(field.name);
+            }
+        }
+    }
+    const bool hasBands = place == GroupPlace::Parent || place == GroupPlace::Child;
+    GroupDialog dialog(title, fields, *table->groupAxis, hasBands, parentWidget());
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    ElementId added = NoElement;
+    if (m_model.Edit(tr("Add group"), [&](Document& document) {
+            added =
+                AddGroup(document, table->region, *table->groupAxis, group->member, place, dialog.Group());
+        })) {
+        m_model.Select({added});
+    }
+}
+
+void TableMenu::Total(Side side) {
+    Edit(tr("Add total"), [this, side](Document& document, const TableSelection& table) {
+        if (const auto group = GroupOf(m_model, table)) {
+            AddTotal(document, table.region, *table.groupAxis, group->member, side);
+        }
+    });
+}
+
+bool TableMenu::Allows(Needs needs, const TableSelection& table) const {
+    switch (needs) {
+        case Needs::Column:
+            return table.columns.has_value();
+        case Needs::Row:
+            return table.rows.has_value();
+        case Needs::RowGroup:
+            return table.rows && IsInGroup(m_model.Source(), table.region, Axis::Rows, table.rows->first);
+        case Needs::Cells:
+            return table.isBody && table.columns && table.columns->count > 1;
+        case Needs::MergedCell:
+            return table.isBody && table.columns && table.rows &&
+                   ItemsOfCells(m_model, table.region, *table.rows, *table.columns).size() <
+                       table.columns->count * table.rows->count;
+        case Needs::Group:
+            return GroupOf(m_model, table).has_value();
+    }
+    return false;
+}
+
+void TableMenu::ShowCommands(bool designs) {
+    const auto table = designs ? SelectedTable(m_model) : std::nullopt;
+    for (const Entry& entry : m_entries) {
+        entry.action->setEnabled(table && Allows(entry.needs, *table));
+    }
+    menuAction()->setEnabled(designs);
+}
+
+}  // namespace designer

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The commands on the selected table, matrix or Tablix: its columns, rows, cells, groups and totals.
+#pragma once
+
+#include <QMenu>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "designer/model/table_selection.h"
+
+namespace designer {
+
+class TableMenu : public QMenu {
+    Q_OBJECT
+ public:
+    explicit TableMenu(DesignModel& model, QWidget* parent = nullptr);
+
+    // Enables what the selection allows; nothing if the canvas is not shown.
+    void ShowCommands(bool designs);
+
+ signals:
+    void Working();  // before a command: what is being typed is taken
+
+ private:
+    enum class Needs { Column, Row, RowGroup, Cells, MergedCell, Group };
+    struct Entry {
+        QAction* action;
+        Needs needs;
+    };
+    using Work = std::function<void(Document&, const TableSelection&)>;
+    QAction* Add(const char* name, const QString& text, const QKeySequence& keys, Needs needs,
+                 const std::function<void()>& work);
+    void AddTrackCommands();
+    void AddCellCommands();
+    void AddGroupCommands();
+    void Edit(const QString& step, const Work& work);
+    void InsertTrack(Axis axis, Side side, GroupSide groupSide);
+    void Delete(Axis axis);
+    void MoveColumn(int step);
+    void Merge();
+    void AskForGroup(GroupPlace place, const QString& title);
+    void Total(Side side);
+    bool Allows(Needs needs, const TableSelection& table) const;
+    void SelectCell(ElementId region, Axis axis, std::size_t track, std::size_t across);
+
+    DesignModel& m_model;
+    std::vector<Entry> m_entries;
+};
+
+}  // namespace designer

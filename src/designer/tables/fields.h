@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The data sets of a report and their fields (MS-RDL, DataSet, Field).
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "designer/document/document.h"
+
+namespace designer {
+
+struct DataField {
+    ElementId id = NoElement;
+    std::string name;
+    bool isNumeric = false;  // by the type that the file gives; false if it gives none
+};
+
+struct DataSetFields {
+    ElementId id = NoElement;
+    std::string name;
+    std::vector<DataField> fields;
+};
+
+std::vector<DataSetFields> DataSetsOf(const Document& document);
+
+// Returns the data set of a region: its own, that of the region around it, or the only one of the report.
+// Empty if there is none of these.
+std::string DataSetOfRegion(const Document& document, ElementId region);
+
+// Returns whether the field of the region's data set is a number.
+bool IsNumericField(const Document& document, ElementId region, std::string_view field);
+
+// Returns =Fields!Name.Value and =Sum(Fields!Name.Value).
+std::string FieldValue(std::string_view field);
+std::string FieldSum(std::string_view field);
+// Returns the name of the field if this is exactly its value, else an empty text.
+std::string FieldOfValue(std::string_view expression);
+// Returns what a head says of the field: its name with blanks.
+std::string FieldTitle(std::string_view field);
+
+}  // namespace designer

@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QComboBox>
+#include <QDialog>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include "../tables/small_tables.h"
+#include "designer/model/field_drag.h"
+#include "designer/model/table_selection.h"
+#include "window_fixture.h"
+
+namespace designer::test {
+namespace {
+
+std::string TableReport() {
+    return With(Report(ListTablix()), "<Width>5cm</Width></Tablix>",
+                "<Top>1cm</Top><Left>1cm</Left></Tablix>");
+}
+
+class Tables : public WindowTest {
+ protected:
+    Tables() : WindowTest(TableReport()) {}
+    TablixGrid Grid() { return GridOf(Model().Source(), Id("T")); }
+    std::string Widths() {
+        std::string text;
+        for (const GridTrack& column : Grid().columns) {
+            text += Model().Source().TextAt(column.element, "Width").value_or("-") + " ";
+        }
+        return text;
+    }
+    std::string Value(const std::string& name) {
+        return Text(name, "Paragraphs/Paragraph/TextRuns/TextRun/Value");
+    }
+    std::string RowTexts(std::size_t row) {
+        std::string texts;
+        for (const GridCell& cell : Grid().cells) {
+            if (cell.part == GridCell::Part::Body && cell.row == row && cell.item != NoElement) {
+                texts += TextOfBox(Model().Source(), cell.item) + "|";
+            }
+        }
+        return texts;
+    }
+    void Drop(const std::string& field, QPoint at) {
+        const std::unique_ptr<QMimeData> data(MimeDataOf({"Sales", field}));
+        QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
+        QApplication::sendEvent(Canvas().viewport(), &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent drop(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
+        QApplication::sendEvent(Canvas().viewport(), &drop);
+        Settle();
+    }
+};
+
+TEST_F(Tables, ABorderIsPulledToTheGridAsOneStep) {
+    Click(At("A"));
+    Drag(InBody(3, 1.5), InBody(4.02, 1.5));
+    EXPECT_EQ(Widths(), "3cm 3cm ");
+    EXPECT_EQ(UndoName(), "Resize column");
+    Drag(InBody(2, 2.5), InBody(2, 3));
+    EXPECT_EQ(Model().Source().TextAt(Grid().rows[1].element, "Height"), "10mm");
+    EXPECT_EQ(Model().Source().UndoCount(), 2u);
+    Run("editUndo");
+    Run("editUndo");
+    EXPECT_EQ(Model().Source().Text(), TableReport());
+}
+
+TEST_F(Tables, BarsSelectColumnsAndRows) {
+    Click(At("A"));
+    Click(InBody(4.5, 1) - QPoint(0, 5));
+    EXPECT_EQ(Selected(), "B D");
+    Click(InBody(1, 2.25) - QPoint(5, 0));
+    EXPECT_EQ(Selected(), "C D");
+}
+
+TEST_F(Tables, CellsAreSelectedByShiftAndArrows) {
+    Click(At("A"));
+    Click(At("D"), Qt::ShiftModifier);
+    EXPECT_EQ(Selected(), "B C D A");
+    Click(At("B"), Qt::ShiftModifier);
+    EXPECT_EQ(Selected(), "B A");
+    Click(At("A"));
+    Key(Qt::Key_Down);
+    EXPECT_EQ(Selected(), "C");
+    Key(Qt::Key_Right);
+    EXPECT_EQ(Selected(), "D");
+    Key(Qt::Key_Right);
+    EXPECT_EQ(Selected(), "D");
+    Key(Qt::Key_Up);
+    EXPECT_EQ(Selected(), "B");
+    EXPECT_EQ(Model().Source().UndoCount(), 0u);
+}
+
+TEST_F(Tables, TypingBeginsTheTextOfACell) {
+    Click(At("B"));
+    QTest::keyClicks(&Canvas(), "N");
+    QTest::keyClicks(&Find("txtInPlace"), "et 1");
+    QTest::keyClick(&Find("txtInPlace"), Qt::Key_Return);
+    Settle();
+    EXPECT_EQ(Value("B"), "Net 1");
+    EXPECT_EQ(UndoName(), "Edit B");
+}
+
+TEST_F(Tables, TheMenuAddsAndDeletesColumnsAndRows) {
+    Click(At("A"));
+    Run("tableColumnRight");
+    EXPECT_EQ(RowTexts(0), "Region||Net|");
+    EXPECT_EQ(UndoName(), "Add column");
+    Run("tableDeleteColumn");
+    EXPECT_EQ(RowTexts(0), "Region|Net|");
+    Click(At("C"));
+    Run("tableRowBelowGroup");
+    EXPECT_EQ(Grid().rows.size(), 3u);
+    EXPECT_EQ(RowTexts(2), "||");
+    Run("tableDeleteRow");
+    EXPECT_EQ(Grid().rows.size(), 2u);
+    Click(At("A"));
+    EXPECT_FALSE(Find<QAction>("tableRowBelowGroup").isEnabled());
+    Run("tableMoveRight");
+    EXPECT_EQ(RowTexts(0), "Net|Region|");
+    EXPECT_EQ(Model().Source().UndoCount(), 5u);
+}
+
+TEST_F(Tables, CellsAreMergedAndSplit) {
+    Click(At("A"));
+    EXPECT_FALSE(Find<QAction>("tableMerge").isEnabled());
+    Click(At("B"), Qt::ShiftModifier);
+    EXPECT_FALSE(Find<QAction>("tableSplit").isEnabled());
+    Run("tableMerge");
+    EXPECT_EQ(RowTexts(0), "Region Net|");
+    Run("tableSplit");
+    EXPECT_EQ(RowTexts(0), "Region Net||");
+}
+
+TEST_F(Tables, ATotalAndAParentGroup) {
+    Click(At("C"));
+    Run("totalAfter");
+    EXPECT_EQ(RowTexts(2), "Total|=Sum(Fields!Net_Amount.Value)|");
+    Click(At("C"));
+    QTimer::singleShot(0, [] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->findChild<QComboBox*>("cboGroupOn")->currentText().toStdString(),
+                  "=Fields!Region.Value");
+        QTest::keyClick(dialog->findChild<QComboBox*>("cboGroupOn"), Qt::Key_Return);
+        EXPECT_FALSE(dialog->isVisible());
+        dialog->close();
+    });
+    Run("groupParent");
+    EXPECT_EQ(RowTexts(1), "=Fields!Region.Value||");
+    EXPECT_EQ(RowTexts(3), "Total|=Sum(Fields!Net_Amount.Value)|");
+    auto& groups = Find<QTreeWidget>("groups");
+    ASSERT_EQ(groups.selectedItems().size(), 1);
+    EXPECT_EQ(groups.selectedItems().front()->text(0).toStdString(), "RegionGroup  =Fields!Region.Value");
+    EXPECT_FALSE(Find<QTreeWidget>("properties")
+                     .findItems("Group on", Qt::MatchExactly | Qt::MatchRecursive)
+                     .isEmpty());
+    Run("groupDeleteRows");
+    EXPECT_EQ(Grid().rows.size(), 2u);
+}
+
+TEST_F(Tables, AFieldIsDroppedOnACellABorderTheRowBarAndThePage) {
+    Drop("Region", At("D"));
+    EXPECT_EQ(Value("D"), "=Fields!Region.Value");
+    EXPECT_EQ(UndoName(), "Show Region");
+    Drop("Net_Amount", InBody(6.2, 1.5));
+    EXPECT_EQ(RowTexts(0), "Region|Net|Net Amount|");
+    EXPECT_EQ(RowTexts(1), "=Fields!Region.Value|=Fields!Region.Value|=Fields!Net_Amount.Value|");
+    Drop("Region", InBody(1, 2) - QPoint(5, 0));
+    EXPECT_EQ(RowTexts(1), "=Fields!Region.Value|||");
+    EXPECT_EQ(Model().Source().UndoCount(), 3u);
+    Drop("Region", InBody(1, 4.5));
+    EXPECT_EQ(Selected(), "Tablix1");
+    EXPECT_EQ(Corner("Tablix1"), "1cm 4.5cm");
+}
+
+TEST_F(Tables, EnterPutsAFieldWhereTheSelectionIs) {
+    Click(At("D"));
+    auto& data = Find<QTreeWidget>("reportData");
+    const auto rows = data.findItems("Region", Qt::MatchExactly | Qt::MatchRecursive);
+    ASSERT_EQ(rows.size(), 1);
+    data.setCurrentItem(rows.front());
+    QTest::keyClick(&data, Qt::Key_Return);
+    Settle();
+    EXPECT_EQ(Value("D"), "=Fields!Region.Value");
+    EXPECT_TRUE(Canvas().hasFocus());
+}
+
+TEST_F(Tables, NewTablesShowTheFirstDataSet) {
+    Run("insertTable");
+    EXPECT_EQ(Selected(), "Tablix1");
+    EXPECT_EQ(GridOf(Model().Source(), Id("Tablix1")).columns.size(), 3u);
+    Run("insertMatrix");
+    const TablixGrid matrix = GridOf(Model().Source(), Id("Tablix2"));
+    ASSERT_EQ(matrix.cells.size(), 4u);
+    std::string texts;
+    for (const GridCell& cell : matrix.cells) {
+        texts += TextOfBox(Model().Source(), cell.item) + "|";
+    }
+    EXPECT_EQ(texts, "=Fields!Net_Amount.Value|=Fields!Region.Value|Region|=Sum(Fields!Net_Amount.Value)|");
+    Run("insertList");
+    EXPECT_EQ(Text("Tablix3", "DataSetName"), "Sales");
+    EXPECT_EQ(Model().Source().UndoCount(), 3u);
+    Canvas().Refresh();
+    EXPECT_EQ(Canvas().Failure(), "");
+}
+
+TEST_F(Tables, ARefusalIsShown) {
+    Click(At("A"));
+    Run("tableMoveLeft");
+    EXPECT_EQ(Find<QListWidget>("problems").item(0)->text().toStdString(), "The column is the first one");
+    EXPECT_EQ(Model().Source().UndoCount(), 0u);
+}
+
+}  // namespace
+}  // namespace designer::test
