@@ -95,8 +95,9 @@ class Pooler:
         try:
             startup = self.startup(client)
             session = self.take(startup)
-            client.sendall(session[1])
+            # Given back before the client hears of it: its next request, or another client's, finds it.
             self.give_back(session)
+            client.sendall(session[1])
             session, request = None, b""
             while True:
                 message = self.message(client)
@@ -108,10 +109,10 @@ class Pooler:
                     session[0].sendall(request)
                     request = b""
                     data, state = self.answer(session[0])
-                    client.sendall(data)
                     if state == b"I":
                         self.give_back(session)
                         session = None
+                    client.sendall(data)
         except (EOFError, OSError):
             return
         finally:
