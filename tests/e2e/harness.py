@@ -77,7 +77,7 @@ class Courier:
 
     def write_days_year_first(self):
         """Whatever region the tests run in."""
-        self.extra_environment["LC_ALL"] = "C.UTF-8"
+        self.extra_environment.update(LC_ALL="C.UTF-8", LANGUAGE="")
 
     def start(self, prefix=(), arguments=("-sched",)):
         self.process = subprocess.Popen([*prefix, str(self.app / "oxc"), *arguments], stdout=self.log,

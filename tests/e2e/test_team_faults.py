@@ -12,6 +12,7 @@ import subprocess
 import threading
 import time
 import unittest
+import unittest.mock
 
 from databases import PASSWORD, POSTGRES, free_port, report
 from harness import STAGE, Courier
@@ -123,6 +124,8 @@ class Pooler:
 class TeamFaults(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
+        # The words of servers and their library are compared, whatever region the tests run in.
+        cls.enterClassContext(unittest.mock.patch.dict(os.environ, LC_ALL="C.UTF-8", LANGUAGE=""))
         cls.server = TeamServer()
 
     @classmethod

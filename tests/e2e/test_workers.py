@@ -31,6 +31,11 @@ def is_gone(pid):
 
 
 class Workers(CourierTest):
+    def setUp(self):
+        super().setUp()
+        # The machine's own words are compared, too.
+        self.courier.write_days_year_first()
+
     def mails_of(self, courier=None):
         """The reports and the alerts in the outbox."""
         mails = (courier or self.courier).mails()

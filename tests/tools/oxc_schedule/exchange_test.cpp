@@ -3,21 +3,11 @@
 #include "schedule_program.h"
 
 #include <cerrno>
-#include <clocale>
-#include <cstring>
 
 using testing::HasSubstr;
 using testing::Not;
 
 namespace {
-
-// What the programs say of a failed call of the system, which is in their region.
-std::string TextOfTheMachine(int code) {
-    std::setlocale(LC_ALL, "");
-    std::string text = std::strerror(code);
-    std::setlocale(LC_ALL, "C");
-    return text;
-}
 
 class Exchange : public ScheduleProgram {
  protected:

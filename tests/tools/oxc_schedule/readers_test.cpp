@@ -175,8 +175,8 @@ TEST_F(Readers, AreToldOfALogThatIsNotForThem) {
 TEST_F(Readers, AreToldOfAFolderThatIsNotForThem) {
     const std::string folder = (m_folder / "app").string();
     Allow(folder, 0700);
-    EXPECT_EQ(ReadersRefusal("list"),
-              "oxc-schedule: The database in \"" + folder + "\" cannot be read: Permission denied\n");
+    EXPECT_EQ(ReadersRefusal("list"), "oxc-schedule: The database in \"" + folder +
+                                          "\" cannot be read: " + TextOfTheMachine(EACCES) + "\n");
     Allow(folder, 0555);
     Allow(Live(), 0600);
     EXPECT_EQ(ReadersRefusal("list"), "oxc-schedule: The data file \"" + Live().string() +

@@ -8,7 +8,10 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
+#include <clocale>
+#include <cstring>
 #include <filesystem>
 #include <future>
 #include <string>
@@ -48,6 +51,14 @@ class ScheduleProgram : public testing::Test {
     void TearDown() override {
         unsetenv("OXC_HOME");
         unsetenv("XDG_DATA_HOME");
+    }
+
+    // What the programs say of a failed call of the system, which is in their region.
+    static std::string TextOfTheMachine(int code) {
+        std::setlocale(LC_ALL, "");
+        std::string text = std::strerror(code);
+        std::setlocale(LC_ALL, "C");
+        return text;
     }
 
     static std::string Report(const std::string& parameters, const std::string& value) {
