@@ -207,6 +207,29 @@ class Guides(GuideTest):
         self.assertEqual({one["name"]: one["type"] for one in told}, types)
         self.assertEqual(set(types), {"Integer", "Float", "Boolean", "String", "DateTime"})
 
+    def test_keys_of_the_designer(self):
+        menus = (TOP / "src/designer/window/design_menus.cpp").read_text()
+        table = (TOP / "src/designer/panes/table_menu.cpp").read_text()
+        marks = {"BracketRight": "]", "BracketLeft": "[", "Plus": "+", "Minus": "-", "Equal": "="}
+        keys = {"+".join([word.title() for word in re.findall("[A-Z]+(?= )", held)] + [marks.get(key, key)])
+                for held, key in re.findall(r"QKeySequence\(((?:Qt::[A-Z]+ \| )*)Qt::Key_(\w+)\)", menus)}
+        tools, = re.findall(r"Key Keys\[\] = \{(.*)\};", menus)
+        keys |= {"Ctrl+Alt+" + key for key in re.findall(r"Key_(\w)", tools) + re.findall(r"Key_(\w), BandKind", menus)}
+        keys |= {"Ctrl+Shift+" + key for key in re.findall(r"keys\(Qt::Key_(\w)\)", menus)}
+        keys |= {("Ctrl+Alt+Shift+" if held == "All" else "Ctrl+Alt+") + key
+                 for held, key in re.findall(r"Keys\((\w+), Qt::Key_(\w+)\)", table)}
+        self.assertGreater(len(keys), 45)
+        keys -= {"Ctrl+="}  # the key of Ctrl++ where that one is typed with Shift
+        guide = re.search(r"\n## Keys\n(.*?)\n## ", (TOP / "docs/designer.md").read_text(), re.S).group(1)
+        said = set()
+        for row in re.findall(r"(?m)^\| (\S*(?:Ctrl|F\d|Alt)[^|]*) \|", guide):
+            held = ""
+            for part in re.split(", | to ", row):
+                held = part[:part.rindex("+", 0, -1) + 1] if "+" in part[:-1] else held
+                said.add(part if part.startswith(held) or part in ("Delete", "F2") else held + part)
+        usual = {"Ctrl+" + key for key in "NOSZXCVA"} | {"Ctrl+Shift+Z", "Delete", "F1", "Alt+1", "Alt+6"}
+        self.assertEqual(said, keys | usual)
+
     # The tutorial's steps in the windows, as its text has them
 
     def window(self, title):
