@@ -35,8 +35,9 @@ class Server:
             self.prefix = ["runuser", "-u", user, "--"]
 
     def run(self, program, *arguments, **options):
+        # Their words are compared, whatever region the tests run in.
         subprocess.run([*self.prefix, str(program), *map(str, arguments)], check=True, stdout=subprocess.DEVNULL,
-                       cwd=self.folder, **options)
+                       cwd=self.folder, env=dict(os.environ, LC_ALL="C.UTF-8", LANGUAGE=""), **options)
 
     def start(self, tries=5):
         self.port = free_port()
