@@ -104,7 +104,7 @@ TEST_F(Commands, SavingTakesTheTextThatIsBeingTyped) {
     EXPECT_NE(Written().find("<Value>Net</Value>"), std::string::npos);
 }
 
-// As on a dark desktop with large letters. OXC_PICTURES names a folder for a picture of it.
+// As on a dark desktop with large fonts. OXC_PICTURES names a folder for a picture of it.
 TEST_F(Commands, LargeLettersAreNotCut) {
     const QFont font = QApplication::font();
     const QPalette palette = QApplication::palette();
