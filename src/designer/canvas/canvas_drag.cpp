@@ -109,6 +109,7 @@ void DesignCanvas::FollowBandEdge() {
 
 void DesignCanvas::Release() {
     const Drag done = m_drag;
+    m_isReleasing = true;
     switch (done.action) {
         case Action::Press:
             FinishClick();
@@ -153,6 +154,7 @@ void DesignCanvas::Release() {
         case Action::None:
             break;
     }
+    m_isReleasing = false;
     m_drag = {};
     viewport()->update();
 }

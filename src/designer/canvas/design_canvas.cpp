@@ -82,6 +82,10 @@ void DesignCanvas::TakeChange() {
     if (m_editor && !m_model.Source().Has(m_edited)) {
         CloseEditor(false);
     }
+    // A drag is of items as they were.
+    if (m_drag.action != Action::None && !m_isReleasing) {
+        CancelDrag();
+    }
     m_drawOrder = DrawOrder(m_model.Items());
     m_backingIsOld = true;
     Arrange();

@@ -195,6 +195,7 @@ class DesignCanvas : public QAbstractScrollArea {
     bool m_snaps = true;
     std::optional<NewItem> m_tool;
     Drag m_drag;
+    bool m_isReleasing = false;  // the change is that of the drag itself
     Drop m_drop;
     QPlainTextEdit* m_editor = nullptr;  // of the viewport
     ElementId m_edited = NoElement;

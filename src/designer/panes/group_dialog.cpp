@@ -5,16 +5,21 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
+#include <algorithm>
 
 #include "designer/tables/fields.h"
+#include "platform/base/text.h"
 
 namespace designer {
 
 GroupDialog::GroupDialog(const QString& title, const std::vector<std::string>& fields, Axis axis,
                          bool hasBands, QWidget* parent)
     : QDialog(parent),
+      m_fields(fields),
       m_expression(new QComboBox(this)),
+      m_fault(new QLabel(this)),
       m_header(new QCheckBox(axis == Axis::Rows ? tr("&Header row") : tr("&Column before the group"), this)),
       m_footer(new QCheckBox(axis == Axis::Rows ? tr("&Footer row") : tr("C&olumn after the group"), this)) {
     setObjectName("groupDialog");
@@ -23,7 +28,7 @@ GroupDialog::GroupDialog(const QString& title, const std::vector<std::string>& f
     m_expression->setEditable(true);
     m_expression->setInsertPolicy(QComboBox::NoInsert);
     // The box keeps Enter to itself; here it takes the dialog as it is.
-    connect(m_expression->lineEdit(), &QLineEdit::returnPressed, this, &QDialog::accept);
+    connect(m_expression->lineEdit(), &QLineEdit::returnPressed, this, &GroupDialog::accept);
     m_expression->setMinimumWidth(fontMetrics().averageCharWidth() * 45);
     for (const std::string& field : fields) {
         m_expression->addItem(QString::fromStdString(FieldValue(field)));
@@ -31,10 +36,14 @@ GroupDialog::GroupDialog(const QString& title, const std::vector<std::string>& f
     m_header->setObjectName("chkHeader");
     m_footer->setObjectName("chkFooter");
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::accepted, this, &GroupDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QFormLayout(this);
     layout->addRow(tr("&Group on:"), m_expression);
+    m_fault->setObjectName("lblFault");
+    m_fault->setWordWrap(true);
+    m_fault->hide();
+    layout->addRow(QString(), m_fault);
     if (hasBands) {
         layout->addRow(QString(), m_header);
         layout->addRow(QString(), m_footer);
@@ -44,6 +53,21 @@ GroupDialog::GroupDialog(const QString& title, const std::vector<std::string>& f
     m_header->setChecked(hasBands && axis == Axis::Rows);
     layout->addRow(buttons);
     m_expression->setFocus();
+}
+
+void GroupDialog::accept() {
+    const std::string text = m_expression->currentText().trimmed().toStdString();
+    const auto field = std::find_if(m_fields.begin(), m_fields.end(),
+                                    [&text](const std::string& name) { return SameText(name, text); });
+    if (field != m_fields.end()) {
+        m_expression->setEditText(QString::fromStdString(FieldValue(*field)));
+    } else if (text.size() < 2 || text.front() != '=') {
+        m_fault->setText(tr("A group needs the name of a field or an expression: =Fields!Region.Value"));
+        m_fault->show();
+        m_expression->setFocus();
+        return;
+    }
+    QDialog::accept();
 }
 
 NewGroup GroupDialog::Group() const {

@@ -10,6 +10,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 
 namespace designer {
 
@@ -20,9 +21,14 @@ class GroupDialog : public QDialog {
     GroupDialog(const QString& title, const std::vector<std::string>& fields, Axis axis, bool hasBands,
                 QWidget* parent = nullptr);
     NewGroup Group() const;
+    // The name of a field stands for its value. Any other text that is no expression is refused, and the
+    // dialog stays.
+    void accept() override;
 
  private:
+    std::vector<std::string> m_fields;
     QComboBox* m_expression;
+    QLabel* m_fault;
     QCheckBox *m_header, *m_footer;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/panes/property_pane.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -122,6 +123,14 @@ void PropertyPane::BuildRows() {
         auto* row = new QTreeWidgetItem(parent, {NameOf(m_rows[index])});
         row->setData(1, RowRole, static_cast<uint>(index));
         row->setFlags(row->flags() | Qt::ItemIsEditable);
+    }
+}
+
+// An editor gives its value when it loses the focus.
+void PropertyPane::FinishEditing() {
+    const QWidget* const typed = QApplication::focusWidget();
+    if (state() == EditingState && typed && viewport()->isAncestorOf(typed)) {
+        setFocus();
     }
 }
 

@@ -17,6 +17,8 @@ class PropertyPane : public QTreeWidget {
  public:
     explicit PropertyPane(DesignModel& model, QWidget* parent = nullptr);
 
+    // Takes the value that is being typed, if there is one.
+    void FinishEditing();
     // Gives the selected property its default again. Does nothing if it has it.
     void Reset();
     const Document& Source() const { return m_model.Source(); }

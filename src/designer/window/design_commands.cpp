@@ -240,7 +240,7 @@ std::optional<PropertyRow> DesignWindow::ExpressionRow() const {
 }
 
 void DesignWindow::EditExpression() {
-    m_canvas->FinishEditing();
+    FinishTyping();
     const std::optional<PropertyRow> row = ExpressionRow();
     if (!row || m_model->Selection().empty()) {
         return;

@@ -8,6 +8,7 @@
 #include <QTabWidget>
 
 #include "designer/model/report_data.h"
+#include "designer/panes/property_pane.h"
 #include "designer/window/design_window.h"
 #include "designer/window/designer_settings.h"
 #include "designer/window/source_page.h"
@@ -131,13 +132,18 @@ void DesignWindow::MakeFromData() {
     }
 }
 
-bool DesignWindow::Save() {
+void DesignWindow::FinishTyping() {
     m_canvas->FinishEditing();
+    m_properties->FinishEditing();
+}
+
+bool DesignWindow::Save() {
+    FinishTyping();
     return m_model->File().empty() ? AskAndSaveAs() : WriteTo(m_model->File());
 }
 
 bool DesignWindow::AskAndSaveAs() {
-    m_canvas->FinishEditing();
+    FinishTyping();
     const fs::path& now = m_model->File();
     QString file = QFileDialog::getSaveFileName(
         this, tr("Save Report As"), now.empty() ? tr("report.rdl") : QString::fromStdString(now.string()),
@@ -184,7 +190,7 @@ bool DesignWindow::WriteTo(const fs::path& file) {
 }
 
 bool DesignWindow::MayLeave() {
-    m_canvas->FinishEditing();
+    FinishTyping();
     if (!IsChanged()) {
         return true;
     }

@@ -101,7 +101,7 @@ void DesignWindow::ShowRecentFiles() {
 void DesignWindow::BuildEditMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&Edit"));
     AddCommand(menu, "editUndo", tr("&Undo"), QKeySequence::Undo, [this] {
-        m_canvas->FinishEditing();
+        FinishTyping();
         m_model->Undo();
     });
     AddCommand(menu, "editRedo", tr("&Redo"), QKeySequence::Redo, [this] { m_model->Redo(); });
@@ -204,12 +204,12 @@ void DesignWindow::BuildReportMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&Report"));
     AddCommand(menu, "reportDataSource", tr("Data &Source..."), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S),
                [this] {
-                   m_canvas->FinishEditing();
+                   FinishTyping();
                    DataSourceDialog(*m_model, m_logons, this).exec();
                });
     AddCommand(menu, "reportDataSet", tr("&Data Set..."), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_D),
                [this] {
-                   m_canvas->FinishEditing();
+                   FinishTyping();
                    DataSetDialog(*m_model, m_logons, this).exec();
                });
     menu.addSeparator();

@@ -165,7 +165,7 @@ void DesignWindow::ShowProblemCount() {
 
 // The preview runs the report whenever its tab is opened.
 void DesignWindow::ShowPage() {
-    m_canvas->FinishEditing();
+    FinishTyping();
     if (m_tabs->currentWidget() == m_preview) {
         m_preview->Open(*m_model, m_logons);
     } else {

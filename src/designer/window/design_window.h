@@ -83,6 +83,7 @@ class DesignWindow : public QMainWindow {
     void ShowBytes(std::string bytes, const std::filesystem::path& file);
     void AskAndOpen();
     void MakeFromData();
+    void FinishTyping();  // takes what is being typed on the page or into a property
     bool Save();
     bool AskAndSaveAs();
     bool WriteTo(const std::filesystem::path& file);

@@ -107,6 +107,35 @@ TEST_F(CanvasMouse, EscapeLeavesADrag) {
     EXPECT_EQ(Model().Source().UndoCount(), 0u);
 }
 
+// The other hand is on the keyboard.
+TEST_F(CanvasMouse, ADragEndsWhenItsItemIsDeletedOrUndone) {
+    const auto press = [this](QPoint begin) {
+        QTest::mousePress(Canvas().viewport(), Qt::LeftButton, {}, begin);
+        MoveTo(InBody(6, 6));
+    };
+    const auto release = [this] {
+        MoveTo(InBody(7, 7));
+        QTest::mouseRelease(Canvas().viewport(), Qt::LeftButton, {}, InBody(7, 7));
+    };
+    press(At("Title"));
+    Key(Qt::Key_Delete);
+    release();
+    EXPECT_EQ(UndoName(), "Delete Title");
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Corner("Title"), "1cm 1cm");
+    Click(At("Title"));
+    press(InBody(5, 2));  // its handle
+    Key(Qt::Key_X, Qt::ControlModifier);
+    release();
+    EXPECT_EQ(Model().Source().UndoCount(), 1u);
+    Key(Qt::Key_V, Qt::ControlModifier);
+    const std::string pasted = Selected();
+    press(At(pasted));
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    release();
+    EXPECT_EQ(Model().Source().UndoCount(), 1u);
+}
+
 TEST_F(CanvasMouse, TheEdgeOfABandIsPulledButNotOverItsItems) {
     Drag(InBody(12, 8), InBody(12, 9));
     EXPECT_EQ(Model().Source().TextAt(BodyOf(Model().Source()), "Height"), "9cm");

@@ -64,6 +64,20 @@ TEST_F(Panes, PropertiesShowAndTakeValues) {
     EXPECT_EQ(UndoName(), "Change Name of Title");
 }
 
+TEST_F(Panes, AValueThatIsBeingTypedIsSaved) {
+    Select({"Title"});
+    auto& pane = Find<QTreeWidget>("properties");
+    pane.setFocus();
+    pane.setCurrentItem(Row("properties", "Left"), 1);
+    QTest::keyClick(&pane, Qt::Key_Return);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), "30mm");
+    EXPECT_EQ(Text("Title", "Left"), "1cm");
+    Run("fileSave");
+    EXPECT_EQ(Text("Title", "Left"), "30mm");
+    EXPECT_NE(ReadBytes(File()).find("<Left>30mm</Left>"), std::string::npos);
+}
+
 TEST_F(Panes, AValueThatDoesNotFitIsRefused) {
     Select({"Title"});
     Type("Width", "wide");

@@ -160,6 +160,29 @@ TEST_F(Tables, ATotalAndAParentGroup) {
     EXPECT_EQ(Grid().rows.size(), 2u);
 }
 
+TEST_F(Tables, AGroupIsOnTheNameOfAFieldOrAnExpression) {
+    Click(At("C"));
+    QTimer::singleShot(0, [] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        auto* box = dialog->findChild<QComboBox*>("cboGroupOn");
+        const auto type = [box](const char* text) {
+            QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(box, text);
+            QTest::keyClick(box, Qt::Key_Return);
+        };
+        type("Regoin");
+        EXPECT_TRUE(dialog->isVisible());
+        EXPECT_EQ(dialog->findChild<QLabel*>("lblFault")->text().toStdString(),
+                  "A group needs the name of a field or an expression: =Fields!Region.Value");
+        type("region");
+        EXPECT_FALSE(dialog->isVisible());
+        dialog->close();
+    });
+    Run("groupParent");
+    EXPECT_EQ(RowTexts(1), "=Fields!Region.Value||");
+}
+
 TEST_F(Tables, AFieldIsDroppedOnACellABorderTheRowBarAndThePage) {
     Drop("Region", At("D"));
     EXPECT_EQ(Value("D"), "=Fields!Region.Value");
