@@ -9,6 +9,7 @@
 #include "designer/canvas/table_bars.h"
 #include "designer/document/item_size.h"
 #include "designer/model/field_drag.h"
+#include "designer/model/placing.h"
 #include "designer/tables/tracks.h"
 
 namespace designer {
@@ -91,9 +92,12 @@ void DesignCanvas::FinishTrack(const Drag& done) {
     if (done.now == done.start) {
         return;
     }
-    m_model.Edit(
-        done.axis == Axis::Columns ? tr("Resize column") : tr("Resize row"),
-        [&](Document& document) { SetTrackSize(document, done.pressed, done.axis, done.track, done.size); });
+    const ReportItems items = m_model.Items();
+    m_model.Edit(done.axis == Axis::Columns ? tr("Resize column") : tr("Resize row"),
+                 [&](Document& document) {
+                     SetTrackSize(document, done.pressed, done.axis, done.track, done.size);
+                     GrowBandOfTable(document, items, done.pressed);
+                 });
 }
 
 // The border as it would be, over the whole table.

@@ -5,6 +5,7 @@
 
 #include "designer/document/editing.h"
 #include "designer/model/new_items.h"
+#include "designer/model/placing.h"
 #include "designer/model/table_selection.h"
 #include "designer/tables/cells.h"
 #include "designer/tables/fields.h"
@@ -116,6 +117,7 @@ bool PlaceField(DesignModel& model, const DraggedField& field, const FieldTarget
             shown = target.kind == FieldTarget::Kind::Page
                         ? PlaceOnPage(document, items.bands.at(target.band), field, target.place)
                         : PlaceInTable(document, field, target);
+            GrowBandOfTable(document, items, target.region);
         });
     if (isDone && shown != NoElement) {
         model.Select({shown});

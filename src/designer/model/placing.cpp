@@ -7,6 +7,7 @@
 
 #include "designer/document/editing.h"
 #include "designer/document/item_size.h"
+#include "designer/document/tablix_grid.h"
 
 namespace designer {
 namespace {
@@ -148,6 +149,14 @@ void PlaceInBand(Document& document, const ReportItems& items, const Placement& 
     SetSize(document, item->id, "Left", std::max(0.0, placement.place.left));
     SetSize(document, item->id, "Top", std::max(0.0, placement.place.top));
     GrowBand(document, band, placement.place.Right(), placement.place.Bottom());
+}
+
+void GrowBandOfTable(Document& document, const ReportItems& items, ElementId region) {
+    if (const ReportItem* item = Find(items, region); item && document.Has(region)) {
+        const TablixGrid grid = GridOf(document, region);
+        GrowBand(document, items.bands[item->band], item->place.left + grid.width,
+                 item->place.top + grid.height);
+    }
 }
 
 void SetBandHeight(Document& document, const ReportBand& band, double height) {

@@ -28,6 +28,10 @@ void Place(Document& document, const ReportItems& items, const std::vector<Place
 void PlaceInBand(Document& document, const ReportItems& items, const Placement& placement,
                  const ReportBand& band);
 
+// Makes the band of a table large enough for the table as it is written now. `items` are those before the
+// edit.
+void GrowBandOfTable(Document& document, const ReportItems& items, ElementId region);
+
 // Sets the height of a band, or the width of the report at the band.
 void SetBandHeight(Document& document, const ReportBand& band, double height);
 void SetBandWidth(Document& document, const ReportBand& band, double width);

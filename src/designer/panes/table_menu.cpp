@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/panes/table_menu.h"
 
+#include "designer/model/placing.h"
 #include "designer/panes/group_dialog.h"
 #include "designer/tables/cells.h"
 #include "designer/tables/fields.h"
@@ -105,7 +106,11 @@ void TableMenu::AddGroupCommands() {
 
 void TableMenu::Edit(const QString& step, const Work& work) {
     if (const auto table = SelectedTable(m_model)) {
-        m_model.Edit(step, [&](Document& document) { work(document, *table); });
+        const ReportItems items = m_model.Items();
+        m_model.Edit(step, [&](Document& document) {
+            work(document, *table);
+            GrowBandOfTable(document, items, table->region);
+        });
     }
 }
 
@@ -127,8 +132,10 @@ void TableMenu::InsertTrack(Axis axis, Side side, GroupSide groupSide) {
     }
     const std::size_t track = side == Side::Before ? range->first : range->first + range->count - 1;
     std::size_t added = 0;
+    const ReportItems items = m_model.Items();
     if (m_model.Edit(axis == Axis::Columns ? tr("Add column") : tr("Add row"), [&](Document& document) {
             added = AddTrack(document, table->region, axis, track, side, groupSide);
+            GrowBandOfTable(document, items, table->region);
         })) {
         const auto& across = axis == Axis::Columns ? table->rows : table->columns;
         SelectCell(table->region, axis, added, across ? across->first : 0);
@@ -183,9 +190,11 @@ void TableMenu::AskForGroup(GroupPlace place, const QString& title) {
         return;
     }
     ElementId added = NoElement;
+    const ReportItems items = m_model.Items();
     if (m_model.Edit(tr("Add group"), [&](Document& document) {
             added =
                 AddGroup(document, table->region, *table->groupAxis, group->member, place, dialog.Group());
+            GrowBandOfTable(document, items, table->region);
         })) {
         m_model.Select({added});
     }

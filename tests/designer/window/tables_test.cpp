@@ -22,6 +22,7 @@ std::string TableReport() {
 class Tables : public WindowTest {
  protected:
     Tables() : WindowTest(TableReport()) {}
+    const std::optional<std::string> m_bodyHeight{"5cm"};
     TablixGrid Grid() { return GridOf(Model().Source(), Id("T")); }
     std::string Widths() {
         std::string text;
@@ -131,6 +132,20 @@ TEST_F(Tables, CellsAreMergedAndSplit) {
     EXPECT_EQ(RowTexts(0), "Region Net|");
     Run("tableSplit");
     EXPECT_EQ(RowTexts(0), "Region Net||");
+}
+
+TEST_F(Tables, TheBodyGrowsWithItsTable) {
+    Click(At("C"));
+    for (int row = 0; row < 12; ++row) {
+        Run("tableRowBelow");
+    }
+    const ReportItem* table = Model().Item(Id("T"));
+    EXPECT_GE(Model().Items().bands[table->band].height, table->place.Bottom());
+    EXPECT_NE(Model().Source().TextAt(BodyOf(Model().Source()), "Height"), m_bodyHeight);
+    for (int row = 0; row < 12; ++row) {
+        Key(Qt::Key_Z, Qt::ControlModifier);
+    }
+    EXPECT_EQ(Model().Source().TextAt(BodyOf(Model().Source()), "Height"), m_bodyHeight);
 }
 
 TEST_F(Tables, ATotalAndAParentGroup) {
