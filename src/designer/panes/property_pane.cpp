@@ -12,7 +12,7 @@ namespace designer {
 namespace {
 
 constexpr int RowRole = Qt::UserRole;
-constexpr int NameLetters = 22;  // width of the names
+constexpr int NameCharacters = 22;  // width of the names
 
 // The value alone is edited, in a list where there is a choice.
 class ValueDelegate : public QStyledItemDelegate {
@@ -70,7 +70,7 @@ PropertyPane::PropertyPane(DesignModel& model, QWidget* parent) : QTreeWidget(pa
     setUniformRowHeights(true);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                     QAbstractItemView::SelectedClicked);
-    setColumnWidth(0, fontMetrics().averageCharWidth() * NameLetters);
+    setColumnWidth(0, fontMetrics().averageCharWidth() * NameCharacters);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(&m_model, &DesignModel::Changed, this, &PropertyPane::Show);
     connect(&m_model, &DesignModel::SelectionChanged, this, &PropertyPane::Show);
@@ -202,7 +202,7 @@ void PropertyPane::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange) {
         Show();
     } else if (event->type() == QEvent::FontChange) {
-        setColumnWidth(0, fontMetrics().averageCharWidth() * NameLetters);
+        setColumnWidth(0, fontMetrics().averageCharWidth() * NameCharacters);
     }
 }
 
