@@ -11,6 +11,7 @@ function(oxc_module name)
     else()
         oxc_precompile(${name} oxc_standard_headers)
     endif()
+    oxc_unity(${name})
 endfunction()
 
 # oxc_test(NAME SOURCES ... LIBS ... [QT] [OWN_MAIN]): one GoogleTest program, which is one test of ctest. A

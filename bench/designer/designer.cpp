@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Measures the designer's canvas over a report of 500 text boxes: from a change of one property to the
-// painted screen, and the frames of a drag.
+// Measures the designer over a report of 500 text boxes: a window from opening the file to the painted
+// screen, a change of one property until it is painted, the frames of a drag, and all items as a group and
+// pasted.
+#include <stdlib.h>
 #include <QApplication>
 #include <QMouseEvent>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <string>
 #include <vector>
@@ -14,6 +19,10 @@
 #include "designer/canvas/design_canvas.h"
 #include "designer/document/editing.h"
 #include "designer/model/design_model.h"
+#include "designer/model/grouping.h"
+#include "designer/model/item_clipboard.h"
+#include "designer/model/placing.h"
+#include "designer/window/design_window.h"
 
 namespace {
 
@@ -50,6 +59,35 @@ void SendMouse(QWidget& view, QEvent::Type type, QPointF at) {
     QApplication::sendEvent(&view, &event);
 }
 
+// A window from nothing until all of it is painted.
+double OpeningOf(const std::filesystem::path& file) {
+    return MillisecondsOf([&] {
+        auto* window = new designer::DesignWindow;
+        window->resize(1400, 900);
+        window->show();
+        window->OpenFile(file);
+        QApplication::processEvents();
+        window->Canvas().Refresh();
+        window->repaint();
+        window->setAttribute(Qt::WA_DeleteOnClose, false);
+        delete window;
+    });
+}
+
+void MeasureOpening() {
+    std::string name = (std::filesystem::temp_directory_path() / "oxc-bench-XXXXXX").string();
+    const std::filesystem::path folder = mkdtemp(name.data());
+    setenv("XDG_STATE_HOME", folder.c_str(), 1);
+    setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
+    std::ofstream(folder / "report.rdl") << Report();
+    std::vector<double> times;
+    for (int round = 0; round < 5; ++round) {
+        times.push_back(OpeningOf(folder / "report.rdl"));
+    }
+    Say("opening a window", times);
+    std::filesystem::remove_all(folder);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -57,6 +95,7 @@ int main(int argc, char** argv) {
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
     }
     const QApplication application(argc, argv);
+    MeasureOpening();
     designer::DesignModel model{designer::Document(Report())};
     designer::DesignCanvas canvas(model);
     canvas.resize(1000, 800);
@@ -88,5 +127,33 @@ int main(int argc, char** argv) {
     }
     SendMouse(view, QEvent::MouseButtonRelease, begin + QPointF(100, 200));
     Say("frame of a drag", frames);
+    std::vector<designer::ElementId> all;
+    for (const designer::ReportItem& item : model.Items().items) {
+        all.push_back(item.id);
+    }
+    const designer::ReportItems items = model.Items();
+    std::printf("all items as a group: %.1f ms\n", MillisecondsOf([&] {
+                    model.Edit("Group",
+                               [&](designer::Document& document) { GroupItems(document, items, all); });
+                }));
+    model.Undo();
+    std::printf("all items pasted: %.1f ms\n", MillisecondsOf([&] {
+                    const auto copied = designer::ItemsIn(ItemsText(model.Source(), all));
+                    model.Edit("Paste", [&](designer::Document& document) {
+                        PasteItems(document, items.bands[0].element, *copied, 10);
+                    });
+                }));
+    model.Undo();
+    std::printf("all items moved: %.1f ms\n", MillisecondsOf([&] {
+                    std::vector<designer::Placement> places;
+                    for (const designer::ReportItem& item : items.items) {
+                        places.push_back({item.id, item.place});
+                        places.back().place.left += 1;
+                    }
+                    model.Edit("Move", [&](designer::Document& document) { Place(document, items, places); });
+                }));
+    std::printf("all items deleted: %.1f ms\n", MillisecondsOf([&] {
+                    model.Edit("Delete", [&](designer::Document& document) { RemoveAll(document, all, {}); });
+                }));
     return 0;
 }

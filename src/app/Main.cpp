@@ -4,6 +4,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QThread>
+#include <filesystem>
 #include <functional>
 #include <vector>
 
@@ -11,12 +12,14 @@
 #include "app/frmSplash.h"
 #include "app/version.h"
 #include "desktop/DeskWindows.h"
+#include "dialogs/frmAddReport.h"
 #include "platform/base/journal.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/loop.h"
 #include "platform/contracts/process.h"
 #include "platform/contracts/prompts.h"
 #include "platform/contracts/shared_store.h"
+#include "platform/posix/handed_report.h"
 #include "platform/posix/running_mark.h"
 #include "scheduler/BatchReport.h"
 #include "scheduler/PollSpread.h"
@@ -60,6 +63,13 @@ bool AskAboutStore(const RuntimeError& error) {
     return MsgBox(error.Description() + "\n\nTry again?", vbYesNo | vbExclamation) == vbYes;
 }
 
+void ScheduleHandedReport() {
+    const std::filesystem::path file = TakeHandedReport();
+    if (!file.empty()) {
+        ScheduleReport(paths::FromMachine(file));
+    }
+}
+
 Steps EditorSteps() {
     return {
         [] { AskWhenStoreIsAway(&AskAboutStore); },
@@ -70,6 +80,7 @@ Steps EditorSteps() {
         OpenFirstDeskWindow,
         [] { frmMain::Instance().showMaximized(); },
         PurgeOldHistory,
+        ScheduleHandedReport,
     };
 }
 

@@ -11,18 +11,12 @@
 #include "shared/Global.h"
 #include "store/TextConventions.h"
 
-namespace {
-
-constexpr int RefreshKey = 116;
-
-}  // namespace
-
 void mnuView_Click() {
     frmViewer::Instance().ShowForm();
 }
 
 void mnuRefHis_Click() {
-    frmViewer::Instance().Form_KeyDown(RefreshKey);
+    frmViewer::Instance().Form_KeyDown(frmViewer::RefreshKey);
 }
 
 // Deletes less than the Desktop does: the history of the schedule stays (sic).

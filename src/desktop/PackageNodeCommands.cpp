@@ -44,7 +44,7 @@ void RemoveReport(ADODB::Connection& connection, const std::string& reportID, co
     connection.Execute("delete from reportbatchpar where reportid = " + reportID);
 }
 
-void DeleteSelected() {
+void DeleteSelectedNode() {
     const Node& node = SelectedNode();
     if (!Confirmed(node)) {
         return;
@@ -60,13 +60,13 @@ void DeleteSelected() {
     frmViewer::Instance().Form_Load();
 }
 
-void OpenOutputOfSelected() {
+void OpenOutputOfSelectedNode() {
     const Node& node = SelectedNode();
     package::OpenOutput("b.ReportID = " + PackageOf(history::ParentOf(node)) + " and r.ReportTitle = '" +
                         TitleOf(node) + "'");
 }
 
-void EditParametersOfSelected() {
+void EditParametersOfSelectedNode() {
     const Node& node = SelectedNode();
     package::Report report{PackageOf(history::ParentOf(node)), "0", nullptr};
     package::OpenReport(
@@ -78,13 +78,13 @@ void EditParametersOfSelected() {
 }  // namespace
 
 void mnuDir_Click() {
-    package::Run(DeleteSelected);
+    package::Run(DeleteSelectedNode);
 }
 
 void mnuOutput_Click() {
-    package::Run(OpenOutputOfSelected);
+    package::Run(OpenOutputOfSelectedNode);
 }
 
 void mnuEditPar_Click() {
-    package::RunBusy(EditParametersOfSelected);
+    package::RunBusy(EditParametersOfSelectedNode);
 }

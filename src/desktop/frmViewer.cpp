@@ -22,9 +22,8 @@
 
 namespace {
 
-constexpr int WindowWidth = 9600, WindowHeight = 7200;  // twips
-constexpr std::int16_t NoDesk = 9999;                   // no Desktop window has this number (sic)
-constexpr int RefreshKey = 116;
+constexpr int HistoryWidth = 9600, HistoryHeight = 7200;  // twips
+constexpr std::int16_t NoDesk = 9999;                     // no Desktop window has this number (sic)
 constexpr int RightButton = 2;
 
 void PopupAt(const TreeView& tree, QPoint place, const std::string& menu) {
@@ -115,7 +114,7 @@ void frmViewer::ShowFirst() {
     m_shown = true;
     if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()); window != nullptr) {
         connect(window, &QMdiSubWindow::aboutToActivate, this, &frmViewer::Form_Activate);
-        ChildArea::GiveSize(*this, {Pixels(WindowWidth), Pixels(WindowHeight)});
+        ChildArea::GiveSize(*this, {Pixels(HistoryWidth), Pixels(HistoryHeight)});
         ChildArea::PlaceFree(*this);
     }
     show();

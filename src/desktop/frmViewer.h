@@ -36,6 +36,7 @@ class frmViewer : public QWidget {
     void Form_Load();
     void Form_Activate();
     void Form_Unload();
+    static constexpr int RefreshKey = 116;  // F5
     void Form_KeyDown(int keyCode);
     static void ExpandNode(Node& node);  // with all nodes below it
 

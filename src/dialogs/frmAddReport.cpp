@@ -37,7 +37,7 @@ constexpr std::array<const char*, 5> FrequencyWords = {"", "Daily", "Weekdays", 
 
 // Returns the text before the nth backslash, where n is the position of the first one (sic): three levels of
 // folders on a drive, an empty text for a path that begins with a backslash.
-std::string FolderOf(const std::string& file) {
+std::string DefaultFolder(const std::string& file) {
     const std::size_t first = file.find('\\');
     if (first == std::string::npos) {
         return {};
@@ -66,6 +66,15 @@ frmAddReport& frmAddReport::Instance() {
 
 void frmAddReport::ShowForm() {
     BringToFront(*this);
+}
+
+void frmAddReport::ShowReport(const std::string& file) {
+    ShowForm();
+    m_ui->txtBrowse->Text(file);
+    m_pathTyped = true;
+    txtBrowse_LostFocus();
+    ShowPage(m_ui->Step1);
+    m_ui->txtTitle->selectAll();
 }
 
 frmAddReport::frmAddReport(QWidget* parent)
@@ -322,7 +331,7 @@ void frmAddReport::cmdBrowse_Click() {
     ResumeNext([this] { cd.ShowOpen(); });
     ResumeNext([] { Global::BusyCursor(true); });
     m_ui->txtBrowse->Text(cd.FileName);
-    Global::DefPath = FolderOf(cd.FileName);
+    Global::DefPath = DefaultFolder(cd.FileName);
     ResumeNext([] {
         ShellMod::WriteSetting(HKEY_LOCAL_MACHINE, ShellMod::SettingsKey, "DefPath", Global::DefPath);
     });
@@ -442,4 +451,9 @@ void frmAddReport::txtSelForm_LostFocus() {
 
 void mnuAdd_Click() {
     Global::ActiveDesk().ComAction(NewReportCommand);
+}
+
+void ScheduleReport(const std::string& file) {
+    mnuAdd_Click();
+    frmAddReport::Instance().ShowReport(file);
 }

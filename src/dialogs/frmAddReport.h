@@ -19,6 +19,9 @@ class frmAddReport : public QDialog {
     // Returns the one wizard. The first call, and the first call after an unload, makes and loads it.
     static frmAddReport& Instance();
     void ShowForm();
+    // Shows the page of the report with this file, given by its path of the system, as if the user had typed
+    // it. A file that does not open is reported when the page is left.
+    void ShowReport(const std::string& file);
 
     explicit frmAddReport(QWidget* parent = nullptr);
     ~frmAddReport() override;
@@ -80,3 +83,5 @@ class frmAddReport : public QDialog {
 
 // Acts as the toolbar's "New Report" of the active Desktop window.
 void mnuAdd_Click();
+// Shows the wizard with this file, given by its path of the system.
+void ScheduleReport(const std::string& file);

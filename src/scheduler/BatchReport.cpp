@@ -26,14 +26,14 @@ namespace Global {
 
 namespace {
 
-DueRun RunOf(const ADODB::Recordset& package) {
+DueRun PackageRunOf(const ADODB::Recordset& package) {
     return {RunKind::Package, package.Fields("ReportID").Value.Text(),
             package.Fields("NextRunDate").Value.Text(), package.Fields("RunTime").Value.Text()};
 }
 
 // Returns true if the run was delivered before and is now recorded. It is not run again.
 bool RecordAgain(ADODB::Connection& connection, const ADODB::Recordset& package) {
-    const DueRun run = RunOf(package);
+    const DueRun run = PackageRunOf(package);
     if (!Deliveries::Instance().RecordAgain(connection, run)) {
         return false;
     }
@@ -43,7 +43,7 @@ bool RecordAgain(ADODB::Connection& connection, const ADODB::Recordset& package)
 
 // Raises ClaimLost before a file or a mail for which the claim does not hold any more, and after the last
 // file of a package that is not mailed.
-bool RunClaimed(const ADODB::Recordset& package, const ADODB::Claim& claim) {
+bool RunClaimedPackage(const ADODB::Recordset& package, const ADODB::Claim& claim) {
     const SendCheck isStillClaimed([&claim] { claim.Prove(); });
     const bool isDelivered = RunPackage(package, Runner::PackagePoll);
     if (isDelivered && !MAPI::DueRun::MayBeOut()) {
@@ -62,7 +62,7 @@ bool IsOfStore(const RuntimeError& error) {
 // `lastKey` once the package is delivered. Returns false if its mail failed. A package that another scheduler
 // has taken, or whose row has changed, is left to it or to the next poll.
 bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& package, std::string& lastKey) {
-    const DueRun run = RunOf(package);
+    const DueRun run = PackageRunOf(package);
     Deliveries::Instance().GiveBackClaim(RunKind::Package, run.reportID);
     ADODB::Claim claim(ConnectionString, "ReportBatch", package);
     if (!claim.IsHeld()) {
@@ -74,7 +74,7 @@ bool RunDuePackage(ADODB::Connection& connection, const ADODB::Recordset& packag
     const AlertsWait untilRecorded;
     Attempt attempt(run);
     try {
-        if (!RunClaimed(package, claim)) {
+        if (!RunClaimedPackage(package, claim)) {
             return false;
         }
     } catch (const ADODB::ClaimLost& lost) {

@@ -107,8 +107,8 @@ bool StoreIsReached() {
 
 namespace {
 
-// Returns true for the error of a team's store that is write-protected or full, or lacks a right. Somebody
-// mends that on the server, and the scheduler goes on by itself then.
+// Returns true for the error of a team's store that is write-protected or full, or lacks a right. That is
+// mended on the server; the scheduler then polls again.
 bool TakesNoChange(const RuntimeError& error) {
     return (error.Number() == err::DataReadOnly || error.Number() == err::DiskFull) &&
            IsSharedStore(ConnectionString);

@@ -69,8 +69,8 @@ class Deliveries {
 // Writes the history row of a failed poll through `write` and waits for a busy database, five minutes in all.
 // If the row cannot be written, the poll's own error becomes a line on standard error and the error of the
 // write is raised. The poll's own error is raised instead if it says that the database is busy, read-only,
-// out of disk space or out of files. Nothing is raised over a shared
-// store that is write-protected or full, or lacks a right: its scheduler goes on.
+// out of disk space or out of files. Nothing is raised for a shared store that is write-protected or full, or
+// lacks a right: its scheduler polls again.
 void WriteFailureRow(const std::string& routine, const RuntimeError& error,
                      const std::function<void()>& write);
 

@@ -16,7 +16,7 @@ namespace Global {
 
 namespace {
 
-std::filesystem::path TraceFile() {
+std::filesystem::path PolledFile() {
     return paths::ToMachine(AppPath()) / "PressroomLive.polled";
 }
 
@@ -26,7 +26,7 @@ std::filesystem::path TraceFile() {
 // seconds.
 void WritePollTrace() {
     try {
-        const std::filesystem::path file = TraceFile();
+        const std::filesystem::path file = PolledFile();
         const std::filesystem::path fresh = file.string() + ".new";
         std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
         out << std::to_string(TheClock().Moment().seconds) + " " + std::to_string(PollSeconds) + " " +
@@ -42,7 +42,7 @@ void WritePollTrace() {
 
 std::optional<PollTrace> ReadPollTrace() {
     constexpr std::size_t Longest = 100;
-    const std::optional<std::string> text = ReadSmallFile(TraceFile(), Longest);
+    const std::optional<std::string> text = ReadSmallFile(PolledFile(), Longest);
     if (!text) {
         return std::nullopt;
     }

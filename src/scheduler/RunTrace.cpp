@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t LongestTitle = 1000;  // bytes
 
-std::filesystem::path TraceFile() {
+std::filesystem::path RunningFile() {
     return RunNotesFile("PressroomLive.underway");
 }
 
@@ -29,7 +29,7 @@ std::filesystem::path TraceFile() {
 void RunTrace::Begin(RunKind kind, const std::string& reportID, const std::string& title) {
     try {
         End();
-        m_path = TraceFile();
+        m_path = RunningFile();
         UniqueFd file(open(m_path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
         if (file.Get() < 0 || flock(file.Get(), LOCK_EX | LOCK_NB) != 0) {
             return;
@@ -55,7 +55,7 @@ void RunTrace::End() {
 }
 
 std::optional<CutOffRun> TakeRunTrace() {
-    const std::filesystem::path path = TraceFile();
+    const std::filesystem::path path = RunningFile();
     const UniqueFd file = OpenRegularFile(path);
     if (file.Get() < 0 || flock(file.Get(), LOCK_EX | LOCK_NB) != 0) {
         return std::nullopt;

@@ -25,7 +25,7 @@ namespace Global {
 
 namespace {
 
-DueRun RunOf(const ADODB::Recordset& row) {
+DueRun ScheduleRunOf(const ADODB::Recordset& row) {
     return {RunKind::Schedule, row.Fields("ReportID").Value.Text(), row.Fields("NextRun").Value.Text(),
             row.Fields("RunAt").Value.Text()};
 }
@@ -33,7 +33,7 @@ DueRun RunOf(const ADODB::Recordset& row) {
 // Returns true if the run was delivered before and is now recorded. It is not run again.
 bool RecordAgain(const ADODB::Recordset& row, DateValue& NextDate) {
     ADODB::Connection connection;
-    const DueRun run = RunOf(row);
+    const DueRun run = ScheduleRunOf(row);
     const std::optional<std::string> next = Deliveries::Instance().RecordAgain(connection, run);
     if (!next) {
         return false;
@@ -52,7 +52,7 @@ bool MovesOn(const std::string& frequency) {
 }
 
 // Raises ClaimLost before a mail for which the claim does not hold any more.
-bool RunClaimed(const ADODB::Recordset& row, const ADODB::Claim& claim) {
+bool RunClaimedSchedule(const ADODB::Recordset& row, const ADODB::Claim& claim) {
     const SendCheck isStillClaimed([&claim] { claim.Prove(); });
     return RunStoredSchedule(row);
 }
@@ -60,7 +60,7 @@ bool RunClaimed(const ADODB::Recordset& row, const ADODB::Claim& claim) {
 // A run starts only if it can be recorded: the connection that will store the date proves that first. One
 // that another scheduler has taken, or whose row has changed, is left to it or to the next poll.
 void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, DateValue& NextDate) {
-    const DueRun due = RunOf(row);
+    const DueRun due = ScheduleRunOf(row);
     Deliveries::Instance().GiveBackClaim(RunKind::Schedule, due.reportID);
     ADODB::Claim claim(ConnectionString, "ReportScheduler", row);
     if (!claim.IsHeld()) {
@@ -77,7 +77,7 @@ void RunDueSchedule(const ADODB::Recordset& row, const std::string& RunStamp, Da
         attempt.emplace(due);
     }
     try {
-        if (!RunClaimed(row, claim)) {
+        if (!RunClaimedSchedule(row, claim)) {
             return RunLog::Instance().Undelivered();
         }
     } catch (const ADODB::ClaimLost& lost) {

@@ -51,16 +51,43 @@ void TakeSource(const NewReportArguments& arguments, const fs::path& folder, des
     report.sourceName = report.sourceName.empty() ? file.stem().string() : report.sourceName;
 }
 
+// Returns the tables and views of an SQLite database in the order of their names; nothing if they cannot be
+// read.
+std::string TablesOf(rdl::QueryRequest request) {
+    constexpr std::size_t Enough = 300;
+    request.query =
+        "select name from sqlite_master where type in ('table', 'view') and name not like "
+        "'sqlite^_%' escape '^' order by name";
+    std::string tables;
+    try {
+        const rdl::QueryRows rows = rdl::ReadQueryRows(request);
+        for (std::size_t row = 0; row < rows.RowCount(); ++row) {
+            if (tables.size() > Enough) {
+                return tables + " ...";
+            }
+            tables += (tables.empty() ? "" : ", ") + std::string(rows.At(row, 0).AsText());
+        }
+    } catch (const rdl::Failure&) {
+        return {};
+    }
+    return tables;
+}
+
 std::vector<designer::ReportColumn> ReadColumns(const designer::NewReport& report, const fs::path& folder,
                                                 const std::string& user, const std::string& password) {
-    return reports::Translated([&] {
-        return designer::ColumnsOf(rdl::ReadQueryRows({.provider = report.provider,
-                                                       .connectString = report.connectString,
-                                                       .query = report.query,
-                                                       .folder = folder,
-                                                       .user = user,
-                                                       .password = password}));
-    });
+    const rdl::QueryRequest request{.provider = report.provider,
+                                    .connectString = report.connectString,
+                                    .query = report.query,
+                                    .folder = folder,
+                                    .user = user,
+                                    .password = password};
+    if (report.query.empty() && SameText(report.provider, "SQLite")) {
+        const std::string tables = TablesOf(request);
+        throw RuntimeError(reports::InvalidOption,
+                           "The database wants a query: --query \"select * from TABLE\"" +
+                               (tables.empty() ? std::string() : "; its tables are " + tables));
+    }
+    return reports::Translated([&] { return designer::ColumnsOf(rdl::ReadQueryRows(request)); });
 }
 
 bool HasColumn(const designer::NewReport& report, std::string_view name) {

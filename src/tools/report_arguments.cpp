@@ -70,6 +70,10 @@ class Parser {
         m_result.command = command == "info"     ? Command::Info
                            : command == "export" ? Command::Export
                                                  : Command::New;
+        if (m_next < m_arguments.size() && rdl::IsOneOf(m_arguments[m_next], {"--help", "-h"})) {
+            m_result.command = Command::Help;
+            return m_result;
+        }
         while (m_next < m_arguments.size()) {
             TakeOne(m_arguments[m_next++]);
         }

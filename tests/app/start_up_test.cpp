@@ -2,19 +2,24 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QMdiArea>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "app/Main.h"
 #include "app/frmMain.h"
 #include "desktop/frmDesk.h"
+#include "dialogs/frmAddReport.h"
 #include "platform/base/paths.h"
 #include "platform/contracts/adodb.h"
 #include "platform/contracts/prompts.h"
 #include "platform/contracts/shared_store.h"
+#include "platform/controls/text_box.h"
+#include "platform/posix/handed_report.h"
 #include "shared/Global.h"
 #include "shared/ShellMod.h"
 #include "store/StartUp.h"
@@ -259,6 +264,30 @@ TEST_F(StartUp, EditorTakesItsStepsInOrder) {
                      "select * from reportbatch", "frmDesk shows, " + line, "frmMain is maximised",
                      "delete from reporthistory where datediff('d',lastrun, Now()) > 30",
                      "delete from reportbatchhstry where datediff('d',left(lastrun,10),Now()) > 30"}));
+}
+
+TEST_F(StartUp, EditorShowsTheWizardWithAReportThatWasHandedToIt) {
+    NoFirstRun();
+    SetCommand({});
+    const std::string report = (database.Folder() / "sales.rdl").string();
+    setenv(HandedReportVariable, report.c_str(), 1);
+    Global::Main();
+    frmAddReport& wizard = frmAddReport::Instance();
+    EXPECT_TRUE(wizard.isVisible());
+    EXPECT_EQ(wizard.findChild<TextBox*>("txtBrowse")->Text(), paths::FromMachine(report));
+    EXPECT_EQ(std::getenv(HandedReportVariable), nullptr);
+    wizard.close();
+}
+
+TEST_F(StartUp, EditorTakesNoReportWithoutAWholePath) {
+    NoFirstRun();
+    SetCommand({});
+    setenv(HandedReportVariable, "sales.rdl", 1);
+    Global::Main();
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        EXPECT_FALSE(window->objectName() == "frmAddReport" && window->isVisible());
+    }
+    EXPECT_EQ(std::getenv(HandedReportVariable), nullptr);
 }
 
 TEST_F(StartUp, EditorShowsNoTrayIcon) {

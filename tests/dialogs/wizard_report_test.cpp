@@ -79,6 +79,36 @@ TEST_F(WizardReport, TypedPathThatDoesNotOpenIsToldAndKeepsThePage) {
     EXPECT_TRUE(prompts.boxes.empty());
 }
 
+TEST_F(WizardReport, HandedReportIsChosenWithItsTitleSelected) {
+    const std::string other = AddReport("other.rdl", WithParameters({"Region"}));
+    engine.reports[other].title = "Other";
+    ScheduleReport(other);
+    EXPECT_EQ(Page(), "Step1");
+    EXPECT_EQ(Box("txtBrowse").Text(), other);
+    EXPECT_EQ(Box("txtTitle").Text(), "Other");
+    EXPECT_EQ(Box("txtTitle").selectedText(), "Other");
+    EXPECT_EQ(FocusedName(), "txtTitle");
+    EXPECT_EQ(Lines(), Texts{"Region1|Region|"});
+    EXPECT_EQ(engine.calls, Texts{"open " + other});
+    EXPECT_TRUE(registry.writes.empty());
+    ChooseFolder(0);
+    Click("cmdNext");
+    EXPECT_EQ(Page(), "Step2");
+    EXPECT_EQ(engine.calls, Texts{"open " + other});
+    EXPECT_TRUE(prompts.boxes.empty());
+}
+
+TEST_F(WizardReport, HandedReportThatDoesNotOpenIsToldWhenThePageIsLeft) {
+    ScheduleReport("Z:\\no\\such.rdl");
+    EXPECT_EQ(Page(), "Step1");
+    EXPECT_TRUE(prompts.boxes.empty());
+    Type("txtTitle", "Mine");
+    ChooseFolder(0);
+    Click("cmdNext");
+    EXPECT_EQ(prompts.boxes, Exclamation("An error was detected. File not found: Z:\\no\\such.rdl [53]"));
+    EXPECT_EQ(Page(), "Step1");
+}
+
 struct DefaultFolder {
     const char *picked, *folder;
 };

@@ -35,6 +35,22 @@ def report_formats():
     return re.search(r" -f ([a-z|]+) ", usage).group(1).split("|")
 
 
+def link_or_copy(source, target):
+    """A program is a link, as forty megabytes for each test are slow to copy; what a test may change is a copy."""
+    if os.access(source, os.X_OK):
+        try:
+            return os.link(source, target)
+        except OSError:
+            pass  # on another file system
+    return shutil.copy2(source, target)
+
+
+def replace_program(source, target):
+    """Not into the file that is there: that would be the stage's."""
+    target.unlink()
+    shutil.copy(source, target)
+
+
 def system_path(path):
     """A machine's path as the system writes it."""
     return "Z:" + str(path).replace("/", "\\")
@@ -46,7 +62,7 @@ class Courier:
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="oxc-e2e-"))
         self.app = self.folder / "app"
-        shutil.copytree(STAGE, self.app, symlinks=True)
+        shutil.copytree(STAGE, self.app, symlinks=True, copy_function=link_or_copy)
         self.outbox = self.folder / "outbox"
         self.config = self.folder / "config" / "oxbow-courier"
         self.config.mkdir(parents=True)

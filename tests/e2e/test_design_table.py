@@ -9,7 +9,6 @@ import unittest
 from xml.etree import ElementTree
 
 from designer import PICTURES, DesignerTest
-from editor import SCREEN
 from harness import STAGE
 
 SCHEMA = "http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition"
@@ -85,46 +84,10 @@ class TableInTheDesigner(DesignerTest):
             store.execute("create table Sales (Region text, Net integer)")
             store.executemany("insert into Sales values (?, ?)", ROWS)
 
-    def pixels(self):
-        return subprocess.run(["import", "-silent", "-window", "root", "-depth", "8", "rgb:-"], timeout=20,
-                              env=self.display.environment(), capture_output=True, check=True).stdout
-
-    def area(self, pixels, takes):
-        """The area of the pixels, by their offsets, that are taken; None if there are few of them."""
-        width = int(SCREEN.split("x", maxsplit=1)[0])
-        places = [divmod(at // 3, width) for at in range(0, len(pixels), 3) if takes(at)]
-        if len(places) < 100:
-            return None
-        rows, columns = [row for row, _ in places], [column for _, column in places]
-        return min(columns), min(rows), max(columns) + 1, max(rows) + 1
-
     def head(self):
         """The area of the coloured head cell; None while it is not painted."""
         pixels = self.pixels()
         return self.area(pixels, lambda at: tuple(pixels[at:at + 3]) == HEAD)
-
-    def place_of_field(self):
-        """A place on the last field in the tree of the report's data: where the mark of the current row goes."""
-        self.keys("F6", "F6", "Home", "Down")
-        time.sleep(0.4)
-        before = self.pixels()
-        self.keys("Down")
-        time.sleep(0.4)
-        after = self.pixels()
-        left, top, _, bottom = self.area(after, lambda at: before[at:at + 3] != after[at:at + 3])
-        return left + 50, round(bottom - (bottom - top) / 4)
-
-    def press(self, begin, end):
-        """Drags with the left button; a drop needs the pointer to rest a little on its way."""
-        steps = []
-        for part in (0.05, 0.3, 0.7, 0.95, 1, 1):
-            steps += ["mousemove", *(str(round(begin[i] + part * (end[i] - begin[i]))) for i in (0, 1)), "sleep", "0.15"]
-        self.display.run("xdotool", "mousemove", str(begin[0]), str(begin[1]), "sleep", "0.2", "mousedown", "1", "sleep", "0.2",
-                         *steps, "mouseup", "1")
-
-    def click(self, place):
-        self.display.run("xdotool", "mousemove", str(round(place[0])), str(round(place[1])), "sleep", "0.1", "click", "1",
-                         "sleep", "0.3")
 
     def saved(self):
         before = self.report.read_text()
@@ -147,7 +110,9 @@ class TableInTheDesigner(DesignerTest):
         widths = [width.text for width in self.saved().iter("{%s}Width" % SCHEMA)]
         self.assertEqual(widths, ["5cm", "12cm"])
         # A field is dragged beside the table: a new column with its head.
-        self.press(self.place_of_field(), (round(right + centimetre + 10), round(middle[1])))
+        self.keys("F6", "F6", "Home", "Down")
+        time.sleep(0.4)
+        self.press(self.place_of_row(left, "Down"), (round(right + centimetre + 10), round(middle[1])))
         time.sleep(0.5)
         tree = self.saved()
         self.assertIn("=Fields!Net.Value", self.texts(tree))

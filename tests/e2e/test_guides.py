@@ -208,12 +208,16 @@ class Guides(GuideTest):
         self.assertEqual(set(types), {"Integer", "Float", "Boolean", "String", "DateTime"})
 
     def test_keys_of_the_designer(self):
-        menus = (TOP / "src/designer/window/design_menus.cpp").read_text()
+        designer = TOP / "src/designer"
+        window = designer / "window"
+        menus = "".join(file.read_text() for file in [
+            window / "design_menus.cpp", *sorted(window.glob("*_commands.cpp")), designer / "item_dialogs/format_menu.cpp",
+            designer / "panes/table_menu.cpp"])
         table = (TOP / "src/designer/panes/table_menu.cpp").read_text()
-        marks = {"BracketRight": "]", "BracketLeft": "[", "Plus": "+", "Minus": "-", "Equal": "="}
+        marks = {"BracketRight": "]", "BracketLeft": "[", "Plus": "+", "Minus": "-", "Equal": "=", "Greater": ">", "Less": "<"}
         keys = {"+".join([word.title() for word in re.findall("[A-Z]+(?= )", held)] + [marks.get(key, key)])
                 for held, key in re.findall(r"QKeySequence\(((?:Qt::[A-Z]+ \| )*)Qt::Key_(\w+)\)", menus)}
-        tools, = re.findall(r"Key Keys\[\] = \{(.*)\};", menus)
+        tools, = re.findall(r"(?s)Key Keys\[\] = \{(.*?)\};", menus)
         keys |= {"Ctrl+Alt+" + key for key in re.findall(r"Key_(\w)", tools) + re.findall(r"Key_(\w), BandKind", menus)}
         keys |= {"Ctrl+Shift+" + key for key in re.findall(r"keys\(Qt::Key_(\w)\)", menus)}
         keys |= {("Ctrl+Alt+Shift+" if held == "All" else "Ctrl+Alt+") + key

@@ -55,6 +55,13 @@ class NewReports(unittest.TestCase):
         self.assertEqual((done.returncode, done.stdout, done.stderr.count("\n")), (code, "", 1), done.stderr)
         return done.stderr.removeprefix("oxc-report: ").rstrip("\n")
 
+    def test_a_database_without_a_query_names_the_option_and_the_tables(self):
+        tables = ", ".join(name for name, in self.database.execute(
+            "select name from sqlite_master where type in ('table', 'view') and name not like 'sqlite%' order by name"))
+        self.assertEqual(self.refuse(1, "-o", "a.rdl", "--data-source", str(self.sales)),
+                         'The database wants a query: --query "select * from TABLE"; its tables are ' + tables)
+        self.assertIn("oxc-report new -o FILE", self.run_program("new", "--help").stdout)
+
     def test_sums_are_those_of_the_database(self):
         for layout in ("table", "blocked"):
             self.make("--query", ORDERS, "--layout", layout, "--group", "Region,Country", "--sum", "Pieces",
@@ -151,7 +158,6 @@ class NewReports(unittest.TestCase):
                          "The provider of the data source is not known by the name of its file: the extensions are "
                          ".csv, .txt, .tsv, .json, .xml, .db, .db3, .sqlite, .sqlite3; else --data-source wants "
                          "PROVIDER:CONNECT STRING")
-        self.assertEqual(self.refuse(1, "-o", "x.rdl", "--data-source", f"sqlite:{self.sales}"), "the query is empty")
         self.assertEqual(self.refuse(1, "-o", "x.rdl", "--data-source", f"sqlite:{self.sales}", "--query",
                                      "delete from orders"),
                          "the query does more than read, which a report may not (not authorized)")

@@ -174,7 +174,7 @@ class Signals(ServiceTest):
         self.courier.settings(Poll="often", AlertWho="chief@example.com")
         self.courier.process.send_signal(signal.SIGHUP)
         self.assertEqual(self.wait_for_event("settings-kept"), 'error="Type mismatch" number=13')
-        self.assertEqual(self.manager.lines().count("READY=1"), 2)
+        self.courier.wait(lambda: self.manager.lines().count("READY=1") == 2, what="READY after the reading")
         self.courier.settings(Poll="1", AlertWho="boss@example.com")
         self.courier.process.send_signal(signal.SIGHUP)
         self.wait_for_event("settings-read")

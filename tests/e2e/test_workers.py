@@ -8,7 +8,8 @@ import signal
 import time
 import unittest
 
-from harness import Courier, CourierTest
+from editor import write_program
+from harness import Courier, CourierTest, replace_program
 
 FAULTY = os.environ.get("OXC_FAULTY_WORKER", "")
 CRASHED = "The report process was ended by signal 6 (Aborted) while it "
@@ -47,7 +48,7 @@ class Workers(CourierTest):
         courier = courier or self.courier
         if not FAULTY:
             self.skipTest("OXC_FAULTY_WORKER names no program")
-        shutil.copy(FAULTY, courier.app / "oxc-report")
+        replace_program(FAULTY, courier.app / "oxc-report")
         once = courier.folder / "once"
         once.touch()
         courier.extra_environment.update(OXC_TEST_FAULT=fault, OXC_TEST_FAULT_ONCE=str(once))
@@ -239,7 +240,8 @@ class Lives(Workers):
 
     def test_program_of_another_version_is_named(self):
         program = self.courier.app / "oxc-report"
-        program.write_text("#!/bin/sh\nexit 2\n")
+        program.unlink()
+        write_program(program, "exit 2\n")
         key = self.courier.schedule()
         self.courier.start()
         self.courier.wait(lambda: self.courier.history(key), what="row")

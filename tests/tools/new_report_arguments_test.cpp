@@ -96,6 +96,13 @@ TEST(NewReportArguments, UnknownWordsNameAllOthers) {
     EXPECT_EQ(RefusalOf({"--group", ""}), "--group wants a name");
 }
 
+TEST(NewReportArguments, HelpAfterACommandIsHelp) {
+    for (const char* command : {"new", "export", "info"}) {
+        EXPECT_EQ(ParseArguments({command, "--help"}).command, Command::Help) << command;
+        EXPECT_EQ(ParseArguments({command, "-h"}).command, Command::Help) << command;
+    }
+}
+
 TEST(NewReportArguments, WhatIsMissingIsNamed) {
     EXPECT_EQ(Refusal({"new", "--data-source", "a.csv"}), "no output file is given (-o)");
     EXPECT_EQ(Refusal({"new", "-o", "a.rdl"}), "no data source is given (--data-source)");

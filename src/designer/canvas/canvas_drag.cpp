@@ -181,7 +181,7 @@ void DesignCanvas::FinishMove() {
     const ReportItems items = m_model.Items();
     const auto target = m_layout.BandAt(drag.now);
     std::vector<ElementId> ids;
-    bool isFree = true;  // none of them is in a rectangle
+    bool isFree = true;  // no moved item is in a rectangle
     for (const Placement& placement : drag.after) {
         const ReportItem* item = m_model.Item(placement.id);
         ids.push_back(placement.id);

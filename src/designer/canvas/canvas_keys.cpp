@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Members of DesignCanvas: keys, and typing into a text box.
+#include <QApplication>
 #include <QKeyEvent>
-#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <algorithm>
 
 #include "designer/canvas/design_canvas.h"
+#include "designer/canvas/text_editor.h"
+#include "designer/graphics/part_tree.h"
 #include "designer/model/item_text.h"
 #include "designer/model/placing.h"
+#include "designer/tables/fields.h"
 
 namespace designer {
 namespace {
@@ -25,21 +28,30 @@ bool LeavesEditor(const QKeyEvent& key) {
                           code == Qt::Key_Q));
 }
 
+// Alt and a character open a menu.
+bool IsMnemonic(const QKeyEvent& key) {
+    return (key.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier;
+}
+
 }  // namespace
+
+void DesignCanvas::SetTextSource(QWidget* source) {
+    m_textSource = source;
+    source->installEventFilter(this);
+}
 
 void DesignCanvas::keyPressEvent(QKeyEvent* event) {
     const bool fine = event->modifiers().testFlag(Qt::ControlModifier);
     const bool resizes = event->modifiers().testFlag(Qt::ShiftModifier);
-    const bool isPlain = !fine && !resizes;
     switch (event->key()) {
         case Qt::Key_Left:
-            return isPlain && StepToCell(-1, 0) ? void() : Nudge(-1, 0, fine, resizes);
+            return StepInTable(-1, 0, fine, resizes) ? void() : Nudge(-1, 0, fine, resizes);
         case Qt::Key_Right:
-            return isPlain && StepToCell(1, 0) ? void() : Nudge(1, 0, fine, resizes);
+            return StepInTable(1, 0, fine, resizes) ? void() : Nudge(1, 0, fine, resizes);
         case Qt::Key_Up:
-            return isPlain && StepToCell(0, -1) ? void() : Nudge(0, -1, fine, resizes);
+            return StepInTable(0, -1, fine, resizes) ? void() : Nudge(0, -1, fine, resizes);
         case Qt::Key_Down:
-            return isPlain && StepToCell(0, 1) ? void() : Nudge(0, 1, fine, resizes);
+            return StepInTable(0, 1, fine, resizes) ? void() : Nudge(0, 1, fine, resizes);
         case Qt::Key_Escape:
             if (m_drag.action != Action::None) {
                 CancelDrag();
@@ -51,7 +63,7 @@ void DesignCanvas::keyPressEvent(QKeyEvent* event) {
             return;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            return EditText();
+            return event->modifiers().testFlag(Qt::AltModifier) ? event->ignore() : EditText();
         default:
             return TypeInto(event);
     }
@@ -99,7 +111,8 @@ void DesignCanvas::SelectNext(int step) {
 // From an item to what it is in, up to its band, and then to nothing.
 void DesignCanvas::ClimbSelection() {
     const ReportItem* item = m_model.Item(m_model.Leader());
-    m_model.Select(item ? std::vector{item->container} : std::vector<ElementId>{});
+    const ElementId outer = item ? item->container : OwnerOfPart(m_model.Source(), m_model.Leader());
+    m_model.Select(outer != NoElement ? std::vector{outer} : std::vector<ElementId>{});
 }
 
 void DesignCanvas::Nudge(int right, int down, bool fine, bool resizes) {
@@ -150,20 +163,21 @@ void DesignCanvas::EditText() {
     if (!item || item->kind != "Textbox" || m_editor) {
         return;
     }
-    const auto text = TextOfItem(m_model.Source(), item->id);
-    if (!text) {
-        emit m_model.Refused(tr("The text has runs with formats of their own"));
-        return;
-    }
     m_edited = item->id;
-    m_editor = new QPlainTextEdit(viewport());
+    // The older schemas have texts without runs.
+    const auto rich = RichTextOf(m_model.Source(), item->id);
+    m_editor = new TextEditor(
+        rich ? *rich : RichText{{0, {{TextOfItem(m_model.Source(), item->id).value_or(""), 0, 0}}}},
+        viewport());
+    m_opened = m_editor->Text();
     m_editor->setObjectName("txtInPlace");
     m_editor->setAccessibleName(tr("Text of %1").arg(QString::fromStdString(item->name)));
     m_editor->setToolTip(
-        tr("Enter takes the text, Shift+Enter begins a new line, Escape leaves it as it was"));
+        tr("Enter takes the text, Shift+Enter begins a new line, Escape leaves it as it was; Ctrl+B, I and U "
+           "make it bold, italic and underlined"));
     m_editor->setTabChangesFocus(true);
     m_editor->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_editor->setPlainText(QString::fromStdString(*text));
+    m_editor->SetFieldNamer([this](const DraggedField& field) { return ExpressionOf(field); });
     m_editor->selectAll();
     m_editor->installEventFilter(this);
     RevealSelection();
@@ -181,51 +195,116 @@ void DesignCanvas::PlaceEditor() {
 }
 
 bool DesignCanvas::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_textSource && event->type() == QEvent::FocusOut && m_editor) {
+        const QWidget* next = QApplication::focusWidget();
+        if (next != m_editor && next != m_textSource &&
+            static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason) {
+            CloseEditor(true);
+        }
+    }
     if (watched != m_editor) {
         return QAbstractScrollArea::eventFilter(watched, event);
     }
-    if (event->type() == QEvent::FocusOut &&
-        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason &&
-        static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason) {
+    if (event->type() == QEvent::FocusOut && LeavesByFocus(*static_cast<QFocusEvent*>(event))) {
         CloseEditor(true);
         return false;
     }
     if (event->type() == QEvent::ShortcutOverride) {
-        if (LeavesEditor(*static_cast<QKeyEvent*>(event))) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if (LeavesEditor(key)) {
             CloseEditor(true);
             setFocus();
             return false;
         }
+        if (IsMnemonic(key)) {
+            return false;  // it opens a menu
+        }
         event->accept();  // what is typed is no command of the window
         return true;
     }
-    if (event->type() != QEvent::KeyPress) {
-        return false;
-    }
-    const auto* key = static_cast<QKeyEvent*>(event);
-    const bool isEnter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-    if (key->key() == Qt::Key_Escape || (isEnter && !key->modifiers().testFlag(Qt::ShiftModifier))) {
+    return event->type() == QEvent::KeyPress && EditorKey(*static_cast<QKeyEvent*>(event));
+}
+
+// A click on the data of the report stays in the text: what is there can be put into it.
+bool DesignCanvas::LeavesByFocus(const QFocusEvent& event) const {
+    const QWidget* next = QApplication::focusWidget();
+    const bool isSource = m_textSource && next && (next == m_textSource || m_textSource->isAncestorOf(next));
+    return event.reason() != Qt::PopupFocusReason && event.reason() != Qt::ActiveWindowFocusReason &&
+           !isSource;
+}
+
+// Returns whether the key means something else than what it types.
+bool DesignCanvas::EditorKey(const QKeyEvent& key) {
+    const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    const bool isShifted = key.modifiers().testFlag(Qt::ShiftModifier);
+    if (key.key() == Qt::Key_Escape || (isEnter && !isShifted)) {
         CloseEditor(isEnter);
         setFocus();
         return true;
     }
-    return false;
+    if (isEnter) {
+        m_editor->BeginLine();
+        return true;
+    }
+    if (key.modifiers() == Qt::ControlModifier && RichTextOf(m_model.Source(), m_edited)) {
+        switch (key.key()) {
+            case Qt::Key_B:
+                m_editor->ToggleBold();
+                return true;
+            case Qt::Key_I:
+                m_editor->ToggleItalic();
+                return true;
+            case Qt::Key_U:
+                m_editor->ToggleUnderline();
+                return true;
+            default:
+                return false;
+        }
+    }
+    return IsMnemonic(key);
+}
+
+// A field in a table is that of the row; elsewhere it is the one of the first row.
+std::string DesignCanvas::ExpressionOf(const DraggedField& field) const {
+    for (const ReportItem* item = m_model.Item(m_edited); item; item = m_model.Item(item->container)) {
+        const ReportItem* outer = m_model.Item(item->container);
+        if (item->cell != NoElement || (outer && outer->kind == "List")) {
+            return FieldValue(field.field);
+        }
+    }
+    return "=First(Fields!" + field.field + ".Value, \"" + field.dataSet + "\")";
+}
+
+bool DesignCanvas::InsertIntoText(const std::string& expression) {
+    if (m_editor) {
+        m_editor->InsertExpression(expression);
+        m_editor->setFocus();
+    }
+    return m_editor != nullptr;
+}
+
+bool DesignCanvas::InsertIntoText(const DraggedField& field) {
+    return InsertIntoText(m_editor ? ExpressionOf(field) : std::string());
 }
 
 void DesignCanvas::CloseEditor(bool keeps) {
-    QPlainTextEdit* const editor = m_editor;
+    TextEditor* const editor = m_editor;
     m_editor = nullptr;  // losing the focus closes it too
     if (!editor) {
         return;
     }
     editor->removeEventFilter(this);
-    const std::string text = editor->toPlainText().toStdString();
+    const RichText text = editor->Text();
+    const std::string plain = editor->toPlainText().toStdString();
+    editor->setObjectName({});
     editor->hide();
     editor->deleteLater();
     const ElementId item = m_edited;
-    if (keeps && m_model.Source().Has(item) && TextOfItem(m_model.Source(), item) != text) {
-        m_model.Edit(StepName(m_model, tr("Edit"), {item}),
-                     [&](Document& document) { SetTextOfItem(document, item, text); });
+    if (keeps && m_model.Source().Has(item) && text != m_opened) {
+        m_model.Edit(StepName(m_model, tr("Edit"), {item}), [&](Document& document) {
+            RichTextOf(document, item) ? PutRichText(document, item, text)
+                                       : SetTextOfItem(document, item, plain);
+        });
     }
 }
 

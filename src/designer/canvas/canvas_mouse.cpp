@@ -208,6 +208,9 @@ void DesignCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
     m_drag = {};
     m_model.Select({item});
     EditText();
+    if (!m_editor) {
+        emit DesignWanted(item);
+    }
 }
 
 void DesignCanvas::wheelEvent(QWheelEvent* event) {

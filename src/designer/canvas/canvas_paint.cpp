@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "designer/canvas/design_canvas.h"
+#include "designer/graphics/part_tree.h"
 #include "designer/model/placing.h"
 
 namespace designer {
@@ -124,6 +125,10 @@ void DesignCanvas::PaintSelection(QPainter& painter) {
         const ReportItem* item = m_model.Item(id);
         if (!item) {
             PaintSelectedBand(painter, id);
+            if (const ReportItem* owner = m_model.Item(OwnerOfPart(m_model.Source(), id))) {
+                painter.setPen(QPen(frame, 1, Qt::DashLine));
+                painter.drawRect(Sharp(CanvasArea(*owner)));
+            }
             continue;
         }
         const QRectF area = CanvasArea(*item);

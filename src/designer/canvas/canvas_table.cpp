@@ -149,6 +149,41 @@ bool DesignCanvas::SelectCellsTo(ElementId item) {
     return true;
 }
 
+// The arrow goes to the next cell, with Shift it makes the selected area larger or smaller. Returns false if
+// the key means something else.
+bool DesignCanvas::StepInTable(int right, int down, bool withControl, bool withShift) {
+    return !withControl && (withShift ? StretchCells(right, down) : StepToCell(right, down));
+}
+
+// The leader stays a corner of the area, and the opposite corner moves.
+bool DesignCanvas::StretchCells(int right, int down) {
+    const auto table = SelectedTable(m_model);
+    if (!table || !table->isBody || !table->rows || !table->columns) {
+        return false;
+    }
+    const TablixGrid grid = GridOf(m_model.Source(), table->region);
+    const auto leader = std::find_if(grid.cells.begin(), grid.cells.end(),
+                                     [&](const GridCell& cell) { return cell.element == table->cell; });
+    if (leader == grid.cells.end()) {
+        return false;
+    }
+    const auto corner = [](TrackRange range, TrackRange own, int step) {
+        const std::size_t end = range.first + range.count;
+        const bool isBefore = range.first<own.first, isAfter = end> own.first + own.count;
+        return step > 0   ? (isBefore ? range.first + 1 : end)
+               : step < 0 ? (isAfter ? end - 2 : range.first - 1)
+                          : (isAfter ? end - 1 : range.first);
+    };
+    const int across = IsMirrored(m_model.Source(), table->region) ? -right : right;
+    const std::size_t column = corner(*table->columns, {leader->column, leader->columnSpan}, across);
+    const std::size_t row = corner(*table->rows, {leader->row, leader->rowSpan}, down);
+    const auto items = ItemsOfCells(m_model, table->region, {row, 1}, {column, 1});
+    if (!items.empty()) {
+        SelectCellsTo(items.front());
+    }
+    return true;
+}
+
 // From a cell to the next one that the arrow points to. Returns false if the leader is in no cell.
 bool DesignCanvas::StepToCell(int right, int down) {
     const auto table = SelectedTable(m_model);
@@ -212,16 +247,41 @@ DesignCanvas::Drop DesignCanvas::DropAt(QPointF point) const {
     return drop;
 }
 
+DesignCanvas::Drop DesignCanvas::DropAt(QPointF point, const DraggedValue& value) const {
+    const ElementId id = ItemAt(point);
+    if (TakesValue(m_model, id, value)) {
+        const ReportItem& item = *m_model.Item(id);
+        return {Drop::Kind::None, NoElement, NoElement, 0, item.band, CanvasArea(item), id};
+    }
+    const auto band = m_layout.BandAt(point);
+    return band && id == NoElement
+               ? Drop{Drop::Kind::Page, NoElement, NoElement, 0, *band, QRectF(point, QSizeF(1, 1))}
+               : Drop{};
+}
+
+DesignCanvas::Drop DesignCanvas::DropOf(const QMimeData& dragged, QPointF point) const {
+    if (const auto value = ValueIn(dragged)) {
+        return DropAt(point, *value);
+    }
+    return FieldIn(dragged) ? DropAt(point) : Drop{};
+}
+
+QPointF DesignCanvas::PlaceOf(const Drop& drop, QPointF point) const {
+    const QPointF place = m_layout.ToBand(drop.band, point);
+    const double grid = m_snaps ? GridStep() : 0;
+    const auto snapped = [grid](double at) { return grid > 0 ? std::round(at / grid) * grid : at; };
+    return {std::max(0.0, snapped(place.x())), std::max(0.0, snapped(place.y()))};
+}
+
 void DesignCanvas::dragEnterEvent(QDragEnterEvent* event) {
-    if (FieldIn(*event->mimeData())) {
+    if (FieldIn(*event->mimeData()) || ValueIn(*event->mimeData())) {
         event->acceptProposedAction();
     }
 }
 
 void DesignCanvas::dragMoveEvent(QDragMoveEvent* event) {
-    const QPointF point = ToCanvas(event->position());
-    m_drop = FieldIn(*event->mimeData()) ? DropAt(point) : Drop{};
-    event->setAccepted(m_drop.kind != Drop::Kind::None);
+    m_drop = DropOf(*event->mimeData(), ToCanvas(event->position()));
+    event->setAccepted(m_drop.kind != Drop::Kind::None || m_drop.item != NoElement);
     viewport()->update();
 }
 
@@ -231,28 +291,31 @@ void DesignCanvas::dragLeaveEvent(QDragLeaveEvent*) {
 }
 
 void DesignCanvas::dropEvent(QDropEvent* event) {
-    const auto field = FieldIn(*event->mimeData());
     const QPointF point = ToCanvas(event->position());
-    const Drop drop = DropAt(point);
+    const Drop drop = DropOf(*event->mimeData(), point);
     m_drop = {};
     viewport()->update();
-    if (!field || drop.kind == Drop::Kind::None) {
+    const bool isOnPage = drop.kind == Drop::Kind::Page;
+    const QPointF place = isOnPage ? PlaceOf(drop, point) : QPointF();
+    if (const auto value = ValueIn(*event->mimeData())) {
+        if (drop.item != NoElement) {
+            PlaceValue(m_model, *value, drop.item);
+        } else if (isOnPage) {
+            PlaceValue(m_model, *value, drop.band, place);
+        } else {
+            return;
+        }
+    } else if (const auto field = FieldIn(*event->mimeData()); field && drop.kind != Drop::Kind::None) {
+        PlaceField(m_model, *field, {drop.kind, drop.region, drop.cell, drop.column, drop.band, place});
+    } else {
         return;
     }
     event->acceptProposedAction();
-    QPointF place;
-    if (drop.kind == Drop::Kind::Page) {
-        place = m_layout.ToBand(drop.band, point);
-        const double grid = m_snaps ? GridStep() : 0;
-        const auto snapped = [grid](double at) { return grid > 0 ? std::round(at / grid) * grid : at; };
-        place = {std::max(0.0, snapped(place.x())), std::max(0.0, snapped(place.y()))};
-    }
-    PlaceField(m_model, *field, {drop.kind, drop.region, drop.cell, drop.column, drop.band, place});
     setFocus();
 }
 
 void DesignCanvas::PaintDrop(QPainter& painter) {
-    if (m_drop.kind == Drop::Kind::None || m_drop.kind == Drop::Kind::Page) {
+    if (m_drop.item == NoElement && (m_drop.kind == Drop::Kind::None || m_drop.kind == Drop::Kind::Page)) {
         return;
     }
     painter.setBrush(Qt::NoBrush);

@@ -3,13 +3,13 @@
 // mouse in canvas_mouse.cpp and canvas_drag.cpp, the keys in canvas_keys.cpp.
 #include "designer/canvas/design_canvas.h"
 
-#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
 
+#include "designer/canvas/text_editor.h"
 #include "designer/document/item_size.h"
 
 namespace designer {
@@ -221,16 +221,45 @@ void DesignCanvas::InsertAtMiddle(NewItem kind) {
     const double grid = GridStep();
     place.left = std::max(0.0, std::round((middle.x() - place.width / 2) / grid) * grid);
     place.top = std::max(0.0, std::round((middle.y() - place.height / 2) / grid) * grid);
-    Insert(kind, *band, place);
+    Insert(kind, *band, FreePlace(*band, place));
     RevealSelection();
+}
+
+// Returns the place, or the next one below it where it covers nothing. A rectangle around it is a ground.
+// Page header and footer have no room below.
+Rect DesignCanvas::FreePlace(std::size_t band, Rect place) const {
+    const ReportItems& items = m_model.Items();
+    const Rect wished = place;
+    const double grid = GridStep();
+    for (std::size_t round = 0; round <= items.items.size(); ++round) {
+        const auto covered =
+            std::find_if(items.items.begin(), items.items.end(), [&](const ReportItem& item) {
+                const QRectF other =
+                    QRectF(item.place.left, item.place.top, item.place.width, item.place.height).normalized();
+                const QRectF own(place.left, place.top, place.width, place.height);
+                return item.band == band && item.cell == NoElement && other.intersects(own) &&
+                       !(item.kind == "Rectangle" && other.contains(own));
+            });
+        if (covered == items.items.end()) {
+            break;
+        }
+        const double below = std::max(covered->place.top, covered->place.Bottom());
+        place.top = std::max(place.top + grid, std::ceil(below / grid) * grid);
+    }
+    const ReportBand& around = items.bands[band];
+    return around.kind != BandKind::Body && place.Bottom() > around.height ? wished : place;
 }
 
 void DesignCanvas::Insert(NewItem kind, std::size_t index, const Rect& place) {
     const ReportBand band = m_model.Items().bands.at(index);
     ElementId id = NoElement;
     const QString name = QString::fromUtf8(ElementOf(kind).data());
+    GraphicChoice choice;
+    if (m_asker && !m_asker(kind, choice)) {
+        return;
+    }
     if (m_model.Edit(tr("Insert %1").arg(name),
-                     [&](Document& document) { id = InsertItem(document, band, kind, place); })) {
+                     [&](Document& document) { id = InsertItem(document, band, kind, place, choice); })) {
         m_model.Select({id});
         emit ItemInserted(id, kind);
     }

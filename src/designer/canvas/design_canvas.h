@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QPixmap>
 #include <QTimer>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -22,10 +23,11 @@
 #include "designer/model/design_model.h"
 #include "designer/model/field_drag.h"
 #include "designer/model/new_items.h"
-
-class QPlainTextEdit;
+#include "designer/model/rich_text.h"
 
 namespace designer {
+
+class TextEditor;
 
 class DesignCanvas : public QAbstractScrollArea {
     Q_OBJECT
@@ -47,14 +49,23 @@ class DesignCanvas : public QAbstractScrollArea {
 
     // The next rectangle that the user draws becomes an item of the kind. Escape takes the tool away.
     void SetTool(std::optional<NewItem> tool);
+    // Is asked before an item is inserted what the user wants of it; false: nothing is inserted.
+    using Asker = std::function<bool(NewItem kind, GraphicChoice& choice)>;
+    void SetAsker(Asker asker) { m_asker = std::move(asker); }
     std::optional<NewItem> Tool() const { return m_tool; }
-    // Inserts an item of the kind in the middle of what is visible, and selects it.
+    // Inserts an item of the kind in the middle of what is visible, or below what is there, and selects it.
     void InsertAtMiddle(NewItem kind);
 
     // Opens the selected text box for typing. Does nothing if it is none.
     void EditText();
     // Takes the text that is being typed, if any. Commands that need all changes call it first.
     void FinishEditing() { CloseEditor(true); }
+
+    // The widget that may have the focus while a text stays open: its fields are put into the text.
+    void SetTextSource(QWidget* source);
+    // Puts a placeholder into the text that is being typed. Returns false if there is none.
+    bool InsertIntoText(const std::string& expression);
+    bool InsertIntoText(const DraggedField& field);
 
     // Moves or resizes the selected items by steps to the right and down; `fine` steps are smaller than the
     // grid.
@@ -75,8 +86,9 @@ class DesignCanvas : public QAbstractScrollArea {
     void ZoomChanged();
     void ToolChanged();
     void ItemInserted(designer::ElementId id, designer::NewItem kind);
-    void PointerMoved(const QString& place);  // empty: the pointer is on no band
-    void LaidOut();                           // Failure may have changed
+    void DesignWanted(designer::ElementId id);  // a double click on an item that is no text box
+    void PointerMoved(const QString& place);    // empty: the pointer is on no band
+    void LaidOut();                             // Failure may have changed
 
  protected:
     void paintEvent(QPaintEvent* event) override;
@@ -121,7 +133,8 @@ class DesignCanvas : public QAbstractScrollArea {
         Kind kind = Kind::None;
         ElementId region = NoElement, cell = NoElement;
         std::size_t column = 0, band = 0;
-        QRectF area;  // that is marked
+        QRectF area;                 // that is marked
+        ElementId item = NoElement;  // that shows a value that is dragged here
     };
 
     void TakeChange();
@@ -161,7 +174,11 @@ class DesignCanvas : public QAbstractScrollArea {
     std::vector<Placement> PlacesOf(const std::vector<ElementId>& ids) const;
     double GridStep() const;
     void Insert(NewItem kind, std::size_t band, const Rect& place);
+    Rect FreePlace(std::size_t band, Rect place) const;
     void CloseEditor(bool keeps);
+    bool LeavesByFocus(const QFocusEvent& event) const;
+    bool EditorKey(const QKeyEvent& key);
+    std::string ExpressionOf(const DraggedField& field) const;  // in the text that is being typed
     void PlaceEditor();
     void SelectNext(int step);
 
@@ -175,9 +192,14 @@ class DesignCanvas : public QAbstractScrollArea {
     void FollowTrack();
     void FinishTrack(const Drag& done);
     bool SelectCellsTo(ElementId item);
+    bool StepInTable(int right, int down, bool withControl, bool withShift);
     bool StepToCell(int right, int down);
+    bool StretchCells(int right, int down);
     void TypeInto(QKeyEvent* event);  // canvas_keys.cpp
     Drop DropAt(QPointF point) const;
+    Drop DropAt(QPointF point, const DraggedValue& value) const;
+    Drop DropOf(const QMimeData& dragged, QPointF point) const;
+    QPointF PlaceOf(const Drop& drop, QPointF point) const;  // on the band, in points
 
     void ClimbSelection();
     void DescribeSelection();
@@ -194,10 +216,13 @@ class DesignCanvas : public QAbstractScrollArea {
     double m_zoom = 100;
     bool m_snaps = true;
     std::optional<NewItem> m_tool;
+    Asker m_asker;
     Drag m_drag;
     bool m_isReleasing = false;  // the change is that of the drag itself
     Drop m_drop;
-    QPlainTextEdit* m_editor = nullptr;  // of the viewport
+    TextEditor* m_editor = nullptr;  // of the viewport
+    RichText m_opened;               // what it had when it was opened
+    QWidget* m_textSource = nullptr;
     ElementId m_edited = NoElement;
     QElapsedTimer m_nudged;
     int m_nudges = 0;  // runs of nudges, each of which is one step

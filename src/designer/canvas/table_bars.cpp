@@ -22,7 +22,7 @@ TableBars::TableBars(const DesignModel& model, const TableSelection& table, cons
       m_rows(table.rows),
       m_area(area),
       m_scale(scale),
-      m_isMirrored(model.Source().TextAt(table.region, "LayoutDirection") == "RTL") {
+      m_isMirrored(IsMirrored(model.Source(), table.region)) {
     try {
         m_groups = GroupsOf(model.Source(), table.region, Axis::Rows);
     } catch (const EditError&) {
@@ -110,7 +110,9 @@ std::optional<TrackHandle> TableBars::BorderAt(QPointF point) const {
             found = TrackHandle{Axis::Rows, row};
         }
     }
-    for (std::size_t column = 0; !m_isMirrored && column < m_grid.columns.size(); ++column) {
+    // Also of a table from right to left: the place of its left side is written, so that a wider column
+    // moves its right border.
+    for (std::size_t column = 0; column < m_grid.columns.size(); ++column) {
         if (std::abs(point.x() - EndOf(Axis::Columns, column)) <= BorderReach) {
             found = TrackHandle{Axis::Columns, column};
         }
@@ -122,16 +124,21 @@ double TableBars::ColumnBegin(std::size_t column) const {
     if (m_grid.columns.empty()) {
         return m_area.left();
     }
-    return column < m_grid.columns.size() ? m_area.left() + m_grid.columns[column].begin * m_scale
-                                          : EndOf(Axis::Columns, m_grid.columns.size() - 1);
+    const bool isPast = column >= m_grid.columns.size();
+    const std::size_t beside = isPast ? m_grid.columns.size() - 1 : column;
+    return isPast != m_isMirrored ? EndOf(Axis::Columns, beside)
+                                  : m_area.left() + m_grid.columns[beside].begin * m_scale;
 }
 
+// Beside a table from right to left the bar of the rows comes first.
 std::optional<std::size_t> TableBars::NewColumnAt(QPointF point) const {
-    if (m_isMirrored || m_grid.columns.empty() ||
-        !m_area.adjusted(0, -Thickness, BesideReach, 0).contains(point)) {
+    const QRectF reach = m_isMirrored
+                             ? m_area.adjusted(-Thickness - BesideReach, -Thickness, NewColumnReach, 0)
+                             : m_area.adjusted(0, -Thickness, BesideReach, 0);
+    if (m_grid.columns.empty() || !reach.contains(point)) {
         return std::nullopt;
     }
-    if (point.x() > m_area.right()) {
+    if (m_isMirrored ? point.x() < m_area.left() - Thickness : point.x() > m_area.right()) {
         return m_grid.columns.size();
     }
     for (std::size_t column = 0; column <= m_grid.columns.size(); ++column) {

@@ -32,7 +32,8 @@ class TableBars {
     // Returns the number that a column added at the point has: the point is on a border or beside the last
     // column.
     std::optional<std::size_t> NewColumnAt(QPointF point) const;
-    // Returns the x of the left border of a column, or of the end for a number past the last one.
+    // Returns the x of the border that a column begins at, its right one if the table goes from right to
+    // left, or of the end for a number past the last one.
     double ColumnBegin(std::size_t column) const;
     // Whether the point is on the bar of the rows.
     bool IsOnRowBar(QPointF point) const;

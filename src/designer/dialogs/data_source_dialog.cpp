@@ -1,22 +1,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/dialogs/data_source_dialog.h"
 
+#include <QCheckBox>
 #include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "designer/dialogs/busy_pointer.h"
+#include "designer/dialogs/note.h"
 #include "designer/dialogs/part_form.h"
+#include "designer/dialogs/query_run.h"
 #include "designer/dialogs/source_form.h"
+#include "platform/contracts/runtime.h"
 
 namespace designer {
 namespace {
 
-std::vector<std::string> OwnSources(const Document& document) {
+std::vector<std::string> NamesOf(const std::vector<ReportSource>& sources) {
     std::vector<std::string> names;
-    for (const ReportSource& source : SourcesOf(document)) {
-        if (!source.isShared) {
-            names.push_back(source.name);
-        }
+    for (const ReportSource& source : sources) {
+        names.push_back(source.name);
     }
     return names;
 }
@@ -27,28 +36,117 @@ DataSourceDialog::DataSourceDialog(DesignModel& model, Logons& logons, QWidget* 
     : QDialog(parent),
       m_model(model),
       m_logons(logons),
-      m_part(new PartForm(model.Source(), DataPart::Source, OwnSources(model.Source()), this)),
-      m_form(new SourceForm(this)) {
+      m_part(new PartForm(model.Source(), DataPart::Source, NamesOf(SourcesOf(model.Source())), this)),
+      m_form(new SourceForm(this)),
+      m_isShared(new QCheckBox(tr("In a fi&le of its own, which reports share"), this)) {
     setObjectName("dataSourceDialog");
     setWindowTitle(tr("Data Source"));
+    m_isShared->setObjectName("isShared");
+    m_shared = BuildShared();
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_part);
+    layout->addWidget(m_isShared);
     layout->addWidget(m_form);
+    layout->addWidget(m_shared);
     layout->addStretch(1);
     layout->addWidget(buttons);
+    setTabOrder(m_isShared, m_form);
     m_form->SetFolder(model.File().parent_path());
     connect(buttons, &QDialogButtonBox::accepted, this, &DataSourceDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &DataSourceDialog::reject);
     connect(m_part, &PartForm::Chosen, this, &DataSourceDialog::ShowSource);
     connect(m_part, &PartForm::Changed, m_part, &PartForm::LockChoice);
-    connect(m_form, &SourceForm::Changed, this, [this] {
-        if (!m_isShowing) {
-            m_part->LockChoice();
-        }
+    connect(m_form, &SourceForm::Changed, this, &DataSourceDialog::Lock);
+    connect(m_isShared, &QCheckBox::toggled, this, [this] {
+        Lock();
+        ShowShared();
     });
     ShowSource();
     resize(fontMetrics().averageCharWidth() * 80, sizeHint().height());
+}
+
+QWidget* DataSourceDialog::BuildShared() {
+    auto* part = new QWidget(this);
+    m_reference = new QLineEdit(part);
+    m_reference->setObjectName("reference");
+    m_reference->setPlaceholderText(tr("Name of a file NAME.rds in the folder of the report"));
+    m_referenceNote = new Note(*m_reference, part);
+    auto* browse = new QPushButton(tr("Browse..."), part);
+    browse->setObjectName("browseShared");
+    browse->setAccessibleName(tr("Browse for the shared data source"));
+    auto* test = new QPushButton(tr("Test the &connection"), part);
+    test->setObjectName("testShared");
+    test->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    m_result = new Note(*test, part);
+    auto* line = new QHBoxLayout;
+    line->addWidget(m_reference, 1);
+    line->addWidget(browse);
+    auto* form = new QFormLayout(part);
+    form->setContentsMargins(0, 0, 0, 0);
+    form->addRow(tr("S&hared data source:"), line);
+    static_cast<QLabel*>(form->labelForField(line))->setBuddy(m_reference);
+    form->addRow(QString(), m_referenceNote);
+    form->addRow(QString(), test);
+    form->addRow(QString(), m_result);
+    connect(m_reference, &QLineEdit::textEdited, this, [this] {
+        m_referenceNote->Clear();
+        m_result->Clear();
+        Lock();
+    });
+    connect(browse, &QPushButton::clicked, this, &DataSourceDialog::AskForShared);
+    connect(test, &QPushButton::clicked, this, &DataSourceDialog::TestShared);
+    return part;
+}
+
+void DataSourceDialog::Lock() {
+    if (!m_isShowing) {
+        m_part->LockChoice();
+    }
+}
+
+void DataSourceDialog::ShowShared() {
+    m_form->setVisible(!m_isShared->isChecked());
+    m_shared->setVisible(m_isShared->isChecked());
+}
+
+// The engine looks for the name in the folder of the report.
+void DataSourceDialog::AskForShared() {
+    const QString folder = QString::fromStdString(m_model.File().parent_path().string());
+    const QString file = QFileDialog::getOpenFileName(this, tr("Shared Data Source"), folder,
+                                                      tr("Shared data sources (*.rds)"));
+    if (!file.isEmpty()) {
+        m_reference->setText(QFileInfo(file).completeBaseName());
+        m_referenceNote->Clear();
+        m_result->Clear();
+        Lock();
+    }
+}
+
+bool DataSourceDialog::IsSharedComplete() {
+    if (m_reference->text().trimmed().isEmpty()) {
+        m_referenceNote->ShowError(tr("Type the name of the file with the data source"));
+        return false;
+    }
+    return true;
+}
+
+void DataSourceDialog::TestShared() {
+    if (!IsSharedComplete()) {
+        return;
+    }
+    try {
+        const BusyPointer busy;
+        rdl::QueryRequest request;
+        request.folder = m_model.File().parent_path();
+        const rdl::SharedSourceText shared =
+            SharedSourceOf(m_reference->text().trimmed().toStdString(), request.folder);
+        request.provider = shared.provider;
+        request.connectString = shared.connectString;
+        m_result->ShowText(TestOf(KindOf(shared.provider), request));
+    } catch (const RuntimeError& error) {
+        m_result->ShowError(QString::fromStdString(error.Description()));
+    }
 }
 
 void DataSourceDialog::ShowSource() {
@@ -56,7 +154,12 @@ void DataSourceDialog::ShowSource() {
     const std::vector<ReportSource> sources = SourcesOf(m_model.Source());
     const auto found = std::find_if(sources.begin(), sources.end(),
                                     [&](const ReportSource& source) { return source.name == m_part->Old(); });
-    if (found == sources.end()) {
+    m_isShared->setChecked(found != sources.end() && found->isShared);
+    m_reference->setText(found == sources.end() ? QString() : QString::fromStdString(found->reference));
+    m_referenceNote->Clear();
+    m_result->Clear();
+    ShowShared();
+    if (found == sources.end() || found->isShared) {
         m_form->SetSource(std::string(SourceKinds().front().provider), {});
     } else {
         m_form->SetSource(found->provider, found->connectString);
@@ -68,14 +171,23 @@ void DataSourceDialog::ShowSource() {
     m_isShowing = false;
 }
 
+void DataSourceDialog::Choose(const std::string& name) {
+    m_part->Choose(name);
+}
+
 void DataSourceDialog::accept() {
-    if (!m_part->IsComplete() || !m_form->IsComplete()) {
+    const bool isShared = m_isShared->isChecked();
+    if (!m_part->IsComplete() || !(isShared ? IsSharedComplete() : m_form->IsComplete())) {
         return;
     }
-    const SourceFields fields = m_form->Fields();
-    const ReportSource source{.name = m_part->Name(),
-                              .provider = m_form->Provider(),
-                              .connectString = ConnectStringOf(m_form->Kind(), fields)};
+    const SourceFields fields = isShared ? SourceFields() : m_form->Fields();
+    ReportSource source{.name = m_part->Name(), .isShared = isShared};
+    if (isShared) {
+        source.reference = m_reference->text().trimmed().toStdString();
+    } else {
+        source.provider = m_form->Provider();
+        source.connectString = ConnectStringOf(m_form->Kind(), fields);
+    }
     const std::string old = m_part->Old();
     const QString step = old.empty() ? tr("Add Data Source %1") : tr("Change Data Source %1");
     const bool isDone = m_model.Edit(step.arg(QString::fromStdString(source.name)),

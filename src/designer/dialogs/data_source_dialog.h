@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The dialog that changes a data source of the report, or makes one. OK is one step of the document.
+// The dialog that changes a data source of the report, or makes one: in the report, or in a file of its own
+// that several reports share. OK is one step of the document.
 #pragma once
 
 #include <QDialog>
@@ -7,8 +8,14 @@
 #include "designer/dialogs/logons.h"
 #include "designer/model/design_model.h"
 
+class QCheckBox;
+class QLineEdit;
+class QPushButton;
+class QWidget;
+
 namespace designer {
 
+class Note;
 class PartForm;
 class SourceForm;
 
@@ -17,15 +24,27 @@ class DataSourceDialog : public QDialog {
  public:
     // Both must live as long as the dialog. A logon that the report does not keep goes into `logons`.
     DataSourceDialog(DesignModel& model, Logons& logons, QWidget* parent = nullptr);
+    // Shows the part of this name; a new one if the name is empty. Without it the first one is shown.
+    void Choose(const std::string& name);
     void accept() override;
 
  private:
+    QWidget* BuildShared();
     void ShowSource();
+    void ShowShared();
+    void AskForShared();
+    void TestShared();
+    bool IsSharedComplete();
+    void Lock();
 
     DesignModel& m_model;
     Logons& m_logons;
     PartForm* m_part;
     SourceForm* m_form;
+    QCheckBox* m_isShared;
+    QWidget* m_shared = nullptr;
+    QLineEdit* m_reference = nullptr;
+    Note *m_referenceNote = nullptr, *m_result = nullptr;
     bool m_isShowing = false;
 };
 

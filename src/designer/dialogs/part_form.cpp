@@ -42,6 +42,11 @@ PartForm::PartForm(const Document& document, DataPart part, const std::vector<st
     setFocusProxy(m_choice);
 }
 
+void PartForm::Choose(const std::string& name) {
+    const int found = name.empty() ? -1 : m_choice->findText(QString::fromStdString(name));
+    m_choice->setCurrentIndex(found < 0 ? m_choice->count() - 1 : found);
+}
+
 std::string PartForm::Old() const {
     const bool isNew = m_choice->currentIndex() == m_choice->count() - 1;
     return isNew ? std::string() : m_choice->currentText().toStdString();

@@ -22,6 +22,8 @@ class PartForm : public QWidget {
     PartForm(const Document& document, DataPart part, const std::vector<std::string>& names,
              QWidget* parent = nullptr);
 
+    // Shows the part of this name; a new one if the name is empty.
+    void Choose(const std::string& name);
     // The name that the part has in the report; empty for a new one.
     std::string Old() const;
     std::string Name() const;

@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "designer/dialogs/busy_pointer.h"
 #include "designer/dialogs/note.h"
@@ -180,6 +181,19 @@ void QueryForm::SetQuery(const std::string& query) {
     cursor.insertText(QString::fromStdString(query));
 }
 
+void QueryForm::SetRun(rdl::QueryKind kind, const std::vector<rdl::QueryValue>& parameters) {
+    const auto isSame = [](const rdl::QueryValue& one, const rdl::QueryValue& other) {
+        return one.name == other.name && one.value == other.value;
+    };
+    const auto& old = m_request.parameters;
+    if (kind != m_request.kind ||
+        !std::equal(old.begin(), old.end(), parameters.begin(), parameters.end(), isSame)) {
+        m_request.kind = kind;
+        m_request.parameters = parameters;
+        ForgetRows();
+    }
+}
+
 std::string QueryForm::Query() const {
     return m_query->toPlainText().trimmed().toStdString();
 }
@@ -215,7 +229,10 @@ bool QueryForm::Run() {
     }
     m_table->ShowRows(*m_rows);
     const std::size_t count = m_rows->RowCount();
-    const QString values = m_request.parameters.empty() ? QString() : tr("; parameters are Null");
+    const auto& parameters = m_request.parameters;
+    const bool hasNull = std::any_of(parameters.begin(), parameters.end(),
+                                     [](const rdl::QueryValue& one) { return one.value.empty(); });
+    const QString values = hasNull ? tr("; parameters without a test value are Null") : QString();
     m_note->ShowText(count < m_request.mostRows ? tr("Rows: %1").arg(count) + values
                                                 : tr("The first %1 rows").arg(count) + values);
     emit Ran();

@@ -31,6 +31,8 @@ class QueryForm : public QWidget {
     void ShowQuery(const SourceKind& kind, const rdl::QueryRequest& request, const std::string& query,
                    bool canRun);
     void SetQuery(const std::string& query);
+    // How the query is meant, and the values of its parameters, when it is run.
+    void SetRun(rdl::QueryKind kind, const std::vector<rdl::QueryValue>& parameters);
     std::string Query() const;  // trimmed
     // The table that the query was made from; empty if it was typed.
     std::string TableOfQuery() const;

@@ -293,18 +293,7 @@ bool SourceForm::Works() {
     }
     try {
         const BusyPointer busy;
-        if (!Kind().IsSql()) {
-            const auto rows = RunQuery(Request());
-            m_result->ShowText(tr("The file can be read; it has %1 columns.").arg(rows.columns.size()));
-        } else if (Kind().tables.empty()) {
-            rdl::QueryRequest request = Request();
-            request.query = "select 1";
-            RunQuery(request);
-            m_result->ShowText(tr("The connection works."));
-        } else {
-            m_result->ShowText(tr("The connection works; the number of tables is %1.")
-                                   .arg(TablesOf(Kind(), Request()).size()));
-        }
+        m_result->ShowText(TestOf(Kind(), Request()));
         return true;
     } catch (const RuntimeError& error) {
         m_result->ShowError(QString::fromStdString(error.Description()));

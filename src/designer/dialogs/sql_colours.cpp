@@ -11,7 +11,7 @@
 namespace designer {
 namespace {
 
-constexpr int InComment = 1;  // state of a line whose comment goes on
+constexpr int InComment = 1;  // state of a line that ends within a comment
 
 constexpr std::array<std::string_view, 62> Words = {
     "all",       "and",       "as",        "asc",   "between", "by",     "case",    "cast",  "cross",

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -240,6 +241,57 @@ void SetText(Document& document, ElementId owner, std::string_view path, std::st
     }
 }
 
+namespace {
+
+// What is missing of a path: it is inserted into `parent`.
+struct MissingPath {
+    ElementId parent = NoElement;
+    std::string_view rest;
+};
+
+MissingPath MissingOf(const Document& document, const TextChange& change) {
+    MissingPath missing{change.owner, change.path};
+    for (std::string_view next = missing.rest;; missing.rest = next) {
+        const ElementId child = document.Find(missing.parent, TakeStep(next));
+        if (child == NoElement) {
+            return missing;
+        }
+        missing.parent = child;
+    }
+}
+
+// Paths that are missing in elements of their own are inserted by one edit; where two changes meet in one
+// element the second one may need what the first one makes.
+void InsertTexts(Document& document, const std::vector<const TextChange*>& changes, const std::string& step) {
+    std::map<ElementId, int> uses;
+    for (const TextChange* change : changes) {
+        ++uses[MissingOf(document, *change).parent];
+    }
+    std::vector<Splice> splices;
+    std::vector<const TextChange*> others;
+    for (const TextChange* change : changes) {
+        const MissingPath missing = MissingOf(document, *change);
+        if (uses[missing.parent] > 1 || missing.rest.find(':') != std::string_view::npos) {
+            others.push_back(change);
+            continue;
+        }
+        std::string_view rest = missing.rest;
+        const ElementId next = FollowingSibling(document, missing.parent, TakeStep(rest));
+        splices.push_back(
+            InsertionOf(document, missing.parent, next, XmlOfPath(missing.rest, change->text, "\n")));
+    }
+    std::sort(splices.begin(), splices.end(),
+              [](const Splice& left, const Splice& right) { return left.offset < right.offset; });
+    if (!splices.empty()) {
+        document.Apply(step, std::move(splices));
+    }
+    for (const TextChange* change : others) {
+        SetText(document, change->owner, change->path, change->text);
+    }
+}
+
+}  // namespace
+
 void SetTexts(Document& document, const std::vector<TextChange>& changes, const std::string& step) {
     const StepGroup group(document, step);
     std::map<ElementId, std::string_view> texts;  // of elements that are there
@@ -262,15 +314,43 @@ void SetTexts(Document& document, const std::vector<TextChange>& changes, const 
     if (!splices.empty()) {
         document.Apply(step, std::move(splices));
     }
-    for (const TextChange* change : others) {
-        SetText(document, change->owner, change->path, change->text);
-    }
+    InsertTexts(document, others, step);
 }
 
 void RemoveAt(Document& document, ElementId owner, std::string_view path, const std::string& step) {
     const ElementId found = document.Find(owner, path);
     if (found != NoElement && !path.empty()) {
         Remove(document, found, Or(step, "Reset", LastStep(path)));
+    }
+}
+
+void RemoveAllAt(Document& document, const std::vector<TextPlace>& places, const std::string& step) {
+    const StepGroup group(document, step);
+    std::map<ElementId, int> uses;  // of parents, by what would go
+    std::vector<ElementId> found;
+    for (const TextPlace& place : places) {
+        const ElementId id = document.Find(place.owner, place.path);
+        if (id != NoElement && !place.path.empty()) {
+            found.push_back(OutermostEmptied(document, id));
+            ++uses[document.Parent(found.back())];
+        }
+    }
+    // Where two of them are in one element, that may be left empty.
+    if (std::any_of(uses.begin(), uses.end(), [](const auto& use) { return use.second > 1; })) {
+        for (const TextPlace& place : places) {
+            RemoveAt(document, place.owner, place.path, step);
+        }
+        return;
+    }
+    std::vector<Splice> splices;
+    splices.reserve(found.size());
+    for (const ElementId id : found) {
+        splices.push_back(RemovalOf(document, id));
+    }
+    std::sort(splices.begin(), splices.end(),
+              [](const Splice& left, const Splice& right) { return left.offset < right.offset; });
+    if (!splices.empty()) {
+        document.Apply(step, std::move(splices));
     }
 }
 
@@ -327,6 +407,30 @@ void Remove(Document& document, ElementId id, const std::string& step) {
     }
     const std::string name = Or(step, "Remove", document.Attribute(id, "Name").value_or(document.Name(id)));
     document.Apply(name, {RemovalOf(document, OutermostEmptied(document, id))});
+}
+
+void RemoveAll(Document& document, const std::vector<ElementId>& ids, const std::string& step) {
+    std::vector<Splice> splices;
+    std::set<ElementId> parents;
+    for (const ElementId id : ids) {
+        if (document.Parent(id) == NoElement) {
+            throw EditError("the report itself cannot be removed");
+        }
+        parents.insert(document.Parent(id));
+        splices.push_back(RemovalOf(document, id));
+    }
+    if (splices.empty()) {
+        return;
+    }
+    std::sort(splices.begin(), splices.end(),
+              [](const Splice& a, const Splice& b) { return a.offset < b.offset; });
+    const StepGroup group(document, step);
+    document.Apply(step, std::move(splices));
+    for (const ElementId parent : parents) {
+        if (document.Has(parent)) {
+            RemoveIfEmpty(document, parent, step);
+        }
+    }
 }
 
 void Move(Document& document, ElementId id, ElementId parent, ElementId before, const std::string& step) {

@@ -30,6 +30,14 @@ void SetTexts(Document& document, const std::vector<TextChange>& changes, const 
 // empty.
 void RemoveAt(Document& document, ElementId owner, std::string_view path, const std::string& step = {});
 
+struct TextPlace {
+    ElementId owner = NoElement;
+    std::string path;
+};
+// The same for many paths of different owners, of which none is within an element that goes. Costs about as
+// much as one of them if no two are in one element.
+void RemoveAllAt(Document& document, const std::vector<TextPlace>& places, const std::string& step);
+
 // Sets an attribute; the name is as written, prefix included.
 void SetAttribute(Document& document, ElementId id, std::string_view name, std::string_view value,
                   const std::string& step = {});
@@ -45,6 +53,10 @@ ElementId EnsureChild(Document& document, ElementId parent, std::string_view nam
 
 // Removes the element, and collections around it that are left empty.
 void Remove(Document& document, ElementId id, const std::string& step = {});
+
+// The same for many elements, none of which is in another one, as one step, which costs about as much as one
+// of them.
+void RemoveAll(Document& document, const std::vector<ElementId>& ids, const std::string& step);
 
 // Moves the element; ids and names within it stay. Refuses a place within itself.
 void Move(Document& document, ElementId id, ElementId parent, ElementId before = NoElement,

@@ -34,7 +34,7 @@ const Beginning Beginnings[] = {
     {std::string_view("\0<", 2), "UTF-16BE", false},
 };
 
-std::string Quoted(std::string_view name) {
+std::string QuotedEncoding(std::string_view name) {
     std::string text(CutText(name, 40));
     std::replace_if(
         text.begin(), text.end(), [](char c) { return c <= ' ' || c > '~' || c == '\''; }, '?');
@@ -103,7 +103,7 @@ FileText ReadFileText(std::string_view bytes) {
     }
     QStringDecoder decoder(file.encoding.name.c_str(), QStringConverter::Flag::Stateless);
     if (!decoder.isValid()) {
-        throw SourceFlaw({}, "its encoding " + Quoted(file.encoding.name) + " is not known");
+        throw SourceFlaw({}, "its encoding " + QuotedEncoding(file.encoding.name) + " is not known");
     }
     const QString decoded = decoder(QByteArrayView(body.data(), static_cast<qsizetype>(body.size())));
     file.text = decoded.toStdString();
@@ -114,7 +114,7 @@ FileText ReadFileText(std::string_view bytes) {
         const std::size_t bad = file.text.find("\xEF\xBF\xBD");
         throw SourceFlaw(
             PositionIn(file.text, bad == std::string::npos ? 0 : bad),
-            "this is not well-formed XML: bytes that are no text in " + Quoted(file.encoding.name));
+            "this is not well-formed XML: bytes that are no text in " + QuotedEncoding(file.encoding.name));
     }
     return file;
 }
@@ -135,14 +135,14 @@ std::string WriteFileText(std::string_view text, const FileEncoding& encoding) {
         bool isKnown = true;
         Encoded(QString::fromStdString(character), encoding, isKnown);
         if (!isKnown) {
-            throw SourceFlaw(PositionIn(text, at), "the encoding " + Quoted(encoding.name) +
+            throw SourceFlaw(PositionIn(text, at), "the encoding " + QuotedEncoding(encoding.name) +
                                                        " of the file does not have the character " +
                                                        character);
         }
         at += length;
     }
-    throw SourceFlaw({},
-                     "the text cannot be written in the encoding " + Quoted(encoding.name) + " of the file");
+    throw SourceFlaw(
+        {}, "the text cannot be written in the encoding " + QuotedEncoding(encoding.name) + " of the file");
 }
 
 }  // namespace designer

@@ -2,6 +2,7 @@
 #include "designer/document/names.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <optional>
 #include <set>
@@ -10,6 +11,7 @@
 #include "designer/document/xml_text.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
+#include "rdl/api/identifier.h"
 
 namespace designer {
 namespace {
@@ -214,7 +216,11 @@ std::string NewNames::Take(const std::string& wish) {
     return name;
 }
 
-void MakeNamesUnique(Document& document, ElementId copy) {
+namespace {
+
+using NameMaker = std::function<std::string(ElementId id, const std::string& old)>;
+
+void GiveNames(Document& document, ElementId copy, const NameMaker& make) {
     std::vector<ElementId> named;
     const SourceTree& tree = document.Tree();
     const int first = document.IndexOf(copy);
@@ -227,8 +233,7 @@ void MakeNamesUnique(Document& document, ElementId copy) {
     }
     for (const ElementId id : named) {
         const std::string old = *document.Attribute(id, "Name");
-        int number = 1;
-        const std::string name = NextName(old, TakenNames(document, id), number);
+        const std::string name = make(id, old);
         if (name == old) {
             continue;
         }
@@ -238,8 +243,23 @@ void MakeNamesUnique(Document& document, ElementId copy) {
     }
 }
 
+}  // namespace
+
+void MakeNamesUnique(Document& document, ElementId copy) {
+    GiveNames(document, copy, [&](ElementId id, const std::string& old) {
+        int number = 1;
+        return NextName(old, TakenNames(document, id), number);
+    });
+}
+
+std::string WithNewNames(const std::string& xml, NewNames& names) {
+    Document element(xml);
+    GiveNames(element, element.Root(), [&](ElementId, const std::string& old) { return names.Take(old); });
+    return element.Text();
+}
+
 std::vector<LeftReference> Rename(Document& document, ElementId id, const std::string& name) {
-    if (!IsIdentifier(name)) {
+    if (!rdl::IsIdentifier(name)) {
         throw EditError("\"" + WithoutControls(CutText(name, 80)) +
                         "\" is no name: a letter or _, then letters, digits and _");
     }
@@ -255,6 +275,29 @@ std::vector<LeftReference> Rename(Document& document, ElementId id, const std::s
     }
     FollowName(document, 0, document.Text().size(), kind, old, name, false);
     return LeftReferences(document, kind, old);
+}
+
+// Where one takes the name of another, all names that change take a detour.
+void RenameAll(Document& document, const std::vector<ElementId>& ids, const std::vector<std::string>& names) {
+    std::set<std::string> before;
+    for (const ElementId id : ids) {
+        before.insert(UpperText(document.Attribute(id, "Name").value_or("")));
+    }
+    std::vector<std::size_t> changed;
+    bool isDetour = false;
+    for (std::size_t row = 0; row < ids.size(); ++row) {
+        const std::string old = document.Attribute(ids[row], "Name").value_or("");
+        if (old != names[row]) {
+            changed.push_back(row);
+            isDetour = isDetour || (!SameAscii(old, names[row]) && before.contains(UpperText(names[row])));
+        }
+    }
+    for (const std::size_t row : isDetour ? changed : std::vector<std::size_t>()) {
+        Rename(document, ids[row], UniqueName(document, names[row] + "_1"));
+    }
+    for (const std::size_t row : changed) {
+        Rename(document, ids[row], names[row]);
+    }
 }
 
 std::optional<LeftReference> UseOf(const Document& document, const std::vector<std::string>& names) {
@@ -283,6 +326,51 @@ std::optional<LeftReference> UseOf(const Document& document, const std::vector<s
         }
     }
     return std::nullopt;
+}
+
+std::vector<LeftReference> ReferencesTo(const Document& document, ElementId id) {
+    constexpr std::size_t Most = 1000;
+    const SourceTree& tree = document.Tree();
+    const int own = document.IndexOf(id);
+    const NameKind kind = KindOf(tree.LocalName(own));
+    const std::string name = document.Attribute(id, "Name").value_or("");
+    const std::string_view collection = kind == NameKind::Field ? "Fields!" : CollectionOf(kind);
+    std::vector<LeftReference> found;
+    if (kind == NameKind::None || name.empty()) {
+        return found;
+    }
+    for (int index = 0; index < tree.Count() && found.size() < Most; ++index) {
+        const bool isWithin =
+            tree[index].whole.begin >= tree[own].whole.begin && tree[index].whole.begin < tree[own].whole.end;
+        if (isWithin || tree[index].firstChild != NoIndex || !tree.IsOfReport(index)) {
+            continue;
+        }
+        const std::string text = tree.TextOf(index);
+        const bool isReference =
+            (kind == NameKind::Image && tree.LocalName(index) == "Value" && IsImageReference(tree, index)) ||
+            std::any_of(std::begin(References), std::end(References), [&](const Reference& row) {
+                return row.kind == kind && row.element == tree.LocalName(index);
+            });
+        const bool isQuoted = isReference || kind == NameKind::Scope;
+        const bool refers = Trim(text).starts_with('=')
+                                ? (!collection.empty() && WithName(text, collection, name, "?") != text) ||
+                                      (isQuoted && WithName(text, "\"", name, "?", '"') != text)
+                                : isReference && SameAscii(Trim(text), name);
+        if (refers) {
+            found.push_back({document.IdAt(index), text});
+        }
+    }
+    return found;
+}
+
+std::string NamedOwnerOf(const Document& document, ElementId id) {
+    const SourceTree& tree = document.Tree();
+    for (int index = document.IndexOf(id); index != NoIndex; index = tree[index].parent) {
+        if (const auto name = tree.AttributeOf(index, "Name")) {
+            return std::string(tree.LocalName(index)) + " " + *name;
+        }
+    }
+    return {};
 }
 
 std::vector<std::string> ScopesIn(const Document& document, ElementId id) {

@@ -36,14 +36,26 @@ struct LeftReference {
 // or if another element has it.
 std::vector<LeftReference> Rename(Document& document, ElementId id, const std::string& name);
 
+// Gives each of the elements, which have names of one kind, the name at its place; names may change places.
+// Raises EditError as Rename does.
+void RenameAll(Document& document, const std::vector<ElementId>& ids, const std::vector<std::string>& names);
+
 // Returns the first place that refers to an item, a group or a data set with one of these names: an element
 // such as ToggleItem, ReportItems!Name or a text in an expression. Nothing if there is none.
 std::optional<LeftReference> UseOf(const Document& document, const std::vector<std::string>& names);
 
+// Returns all places outside of the element that refer to its name, as Rename follows them; for an item,
+// group or data set also texts in expressions, which may be scopes. At most 1000.
+std::vector<LeftReference> ReferencesTo(const Document& document, ElementId id);
+
+// Returns the kind and name of the innermost element with a name that the element is in or is: "Textbox
+// Total". Empty if there is none.
+std::string NamedOwnerOf(const Document& document, ElementId id);
+
 // Returns the names of all items and groups in the element, itself included.
 std::vector<std::string> ScopesIn(const Document& document, ElementId id);
 
-// Gives out names that the report does not have, as UniqueName, and none of them twice.
+// Returns names that the report does not have, as UniqueName does, and each of them once.
 class NewNames {
  public:
     explicit NewNames(const Document& document);
@@ -53,5 +65,9 @@ class NewNames {
     std::set<std::string> m_taken;
     std::map<std::string, int> m_next;  // by stem: lower numbers are taken
 };
+
+// Returns an element, as InsertXml takes it, with names that are still free; what refers to them from within
+// it follows. Raises SourceFlaw if it is not well-formed by itself.
+std::string WithNewNames(const std::string& xml, NewNames& names);
 
 }  // namespace designer

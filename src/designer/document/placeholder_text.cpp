@@ -7,6 +7,7 @@
 
 #include "designer/document/xml_text.h"
 #include "platform/base/ascii.h"
+#include "rdl/api/identifier.h"
 
 namespace designer {
 namespace {
@@ -21,7 +22,7 @@ struct Collection {
     std::string_view end;   // what may follow the name
 };
 
-constexpr Collection Collections[] = {
+constexpr Collection ValueCollections[] = {
     {"Fields!", "", ".Value"},
     {"Parameters!", "@", ".Value"},
     {"Parameters!", "@", ".Label"},
@@ -83,7 +84,7 @@ class Reader {
 
 // "Fields!Customer.Value" as "Customer", a parameter as "@Year".
 std::optional<std::string> TakeReference(Reader& reader) {
-    for (const Collection& collection : Collections) {
+    for (const Collection& collection : ValueCollections) {
         Reader attempt = reader;
         if (!attempt.Take(collection.name)) {
             continue;
@@ -140,7 +141,7 @@ std::string PlaceholderOf(std::string_view value) {
         const bool isMark = rest.starts_with("{?") || rest.starts_with("{@");
         const std::size_t end = isMark ? rest.find_first_of("{}", 1) : std::string_view::npos;
         const std::string_view name = end == std::string_view::npos ? "" : Trim(rest.substr(2, end - 2));
-        if (end != std::string_view::npos && rest[end] == '}' && IsIdentifier(name)) {
+        if (end != std::string_view::npos && rest[end] == '}' && rdl::IsIdentifier(name)) {
             text.append(rest[1] == '?' ? "[@" : "[&").append(name).append("]");
             at += end + 1;
         } else {

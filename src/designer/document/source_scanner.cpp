@@ -13,7 +13,7 @@ constexpr std::size_t LongestName = 80;  // of what a message shows
 constexpr std::string_view XmlUri = "http://www.w3.org/XML/1998/namespace";
 constexpr std::string_view XmlnsPrefix = "xmlns:";
 
-std::string Quoted(std::string_view name) {
+std::string QuotedName(std::string_view name) {
     std::string text(CutText(name, LongestName));
     text += name.size() > LongestName ? "..." : "";
     std::replace(text.begin(), text.end(), '\'', '"');
@@ -53,7 +53,7 @@ void SourceScanner::Scan() {
     if (!m_open.empty()) {
         const int open = m_open.back();
         FailAsMalformed(m_text.size(), "the file ends within the element " +
-                                           Quoted(m_tree.QualifiedName(open)) + " that begins in line " +
+                                           QuotedName(m_tree.QualifiedName(open)) + " that begins in line " +
                                            std::to_string(m_tree.PositionOf(m_tree[open].whole.begin).line));
     }
     if (m_tree.m_elements.empty()) {
@@ -226,7 +226,7 @@ std::size_t SourceScanner::ScanName(const char* what) {
     const bool isPlain = colon == std::string_view::npos;
     if (!isPlain &&
         (colon == 0 || colon + 1 == name.size() || name.find(':', colon + 1) != std::string_view::npos)) {
-        FailAsMalformed(m_at, Quoted(name) + " is no name");
+        FailAsMalformed(m_at, QuotedName(name) + " is no name");
     }
     m_at += length;
     return length;
@@ -302,7 +302,7 @@ void SourceScanner::ScanAttribute(SourceElement& element, int index) {
     const std::string_view value = m_tree.At(attribute.value);
     const std::string_view name = m_tree.At(attribute.name);
     if (value.find('<') != std::string_view::npos) {
-        FailAsMalformed(begin, "the value of the attribute " + Quoted(name) + " holds a <");
+        FailAsMalformed(begin, "the value of the attribute " + QuotedName(name) + " holds a <");
     }
     CheckReferences(attribute.value.begin, attribute.value.end);
     m_at = end + 1;
@@ -348,7 +348,7 @@ void SourceScanner::CheckNotTwice(const SourceElement& element) const {
     const auto twice = std::adjacent_find(names.begin(), names.end());
     if (twice != names.end()) {
         FailAsMalformed(element.whole.begin,
-                        "an element has the attribute " + Quoted(twice->first) + " twice");
+                        "an element has the attribute " + QuotedName(twice->first) + " twice");
     }
 }
 
@@ -363,12 +363,12 @@ void SourceScanner::ScanEndTag() {
     }
     ++m_at;
     if (m_open.empty()) {
-        FailAsMalformed(begin, "an end tag without an element: " + Quoted(name));
+        FailAsMalformed(begin, "an end tag without an element: " + QuotedName(name));
     }
     const int index = m_open.back();
     if (m_tree.QualifiedName(index) != name) {
-        FailAsMalformed(begin, "the end tag " + Quoted(name) + " is not that of the element " +
-                                   Quoted(m_tree.QualifiedName(index)) + " of line " +
+        FailAsMalformed(begin, "the end tag " + QuotedName(name) + " is not that of the element " +
+                                   QuotedName(m_tree.QualifiedName(index)) + " of line " +
                                    std::to_string(PositionIn(m_text, m_tree[index].whole.begin).line));
     }
     m_tree.m_elements[static_cast<std::size_t>(index)].endTag = static_cast<std::uint32_t>(begin);
@@ -403,7 +403,7 @@ int SourceScanner::SpaceNumber(const std::string& uri) {
 int SourceScanner::SpaceOfPrefix(std::string_view prefix, std::size_t offset) const {
     const auto found = m_inScope.find(prefix);
     if (found == m_inScope.end()) {
-        FailAsMalformed(offset, "the prefix " + Quoted(prefix) + " is declared nowhere");
+        FailAsMalformed(offset, "the prefix " + QuotedName(prefix) + " is declared nowhere");
     }
     return found->second;
 }

@@ -33,7 +33,7 @@ class GridBuilder {
         }
         m_grid.width = m_grid.headerWidth + End(m_grid.columns, m_grid.headerWidth);
         m_grid.height = m_grid.headerHeight + End(m_grid.rows, m_grid.headerHeight);
-        if (Text(m_region, "LayoutDirection") == "RTL") {
+        if (IsMirrored(m_document, m_document.IdAt(m_region))) {
             Mirror();
         }
         return std::move(m_grid);
@@ -400,6 +400,10 @@ class GridBuilder {
 
 bool HasGrid(std::string_view element) {
     return element == "Tablix" || element == "Table" || element == "Matrix";
+}
+
+bool IsMirrored(const Document& document, ElementId region) {
+    return Trim(document.TextAt(region, "LayoutDirection").value_or("")) == "RTL";
 }
 
 TablixGrid GridOf(const Document& document, ElementId region) {

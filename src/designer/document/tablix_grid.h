@@ -43,6 +43,10 @@ struct TablixGrid {
 // Whether elements of this name have a grid.
 bool HasGrid(std::string_view element);
 
+// Whether the columns of the region go from right to left: the first one is on the right (MS-RDL,
+// LayoutDirection).
+bool IsMirrored(const Document& document, ElementId region);
+
 // Returns the grid of a Tablix, Table or Matrix. What is missing or no size counts as 0; cells that no column
 // or row is for are left out.
 TablixGrid GridOf(const Document& document, ElementId region);

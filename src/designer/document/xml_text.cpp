@@ -85,13 +85,6 @@ std::size_t NameLength(std::string_view text) {
     return at;
 }
 
-bool IsIdentifier(std::string_view text) {
-    constexpr std::string_view MiddleDot = "\xC2\xB7";
-    return !text.empty() && NameLength(text) == text.size() &&
-           text.find_first_of(":-.") == std::string_view::npos &&
-           text.find(MiddleDot) == std::string_view::npos;
-}
-
 std::optional<char32_t> ReferredCharacter(std::string_view reference) {
     constexpr std::pair<std::string_view, char32_t> Named[] = {
         {"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''}};

@@ -14,8 +14,6 @@ bool IsXmlCharacter(char32_t character);
 // Returns the number of bytes of the name at the beginning of the text (production Name, section 2.3); 0 if
 // there is none.
 std::size_t NameLength(std::string_view text);
-// Whether the text is an identifier as names of reports are: a letter or _, then letters, digits and _.
-bool IsIdentifier(std::string_view text);
 
 // Returns the character that a reference stands for, without its & and ;. Nothing if it names an entity that
 // is not predefined, or a character that XML does not have.

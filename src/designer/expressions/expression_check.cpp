@@ -11,10 +11,18 @@
 namespace designer {
 namespace {
 
-// The engine's message begins with file and line, which the user of a dialog does not need.
+// The engine's message begins with file and line, which the user of a dialog does not need. A line of the
+// code is one of the text that the user sees.
 std::string WithoutLine(const std::string& message) {
+    constexpr std::string_view Code = "Code";
     const std::size_t line = message.find(", line ");
-    const std::size_t colon = line == std::string::npos ? line : message.find(": ", line);
+    if (line == std::string::npos) {
+        return message;
+    }
+    if (std::string_view(message).substr(0, line).ends_with(Code)) {
+        return message.substr(line - Code.size());
+    }
+    const std::size_t colon = message.find(": ", line);
     return colon == std::string::npos ? message : message.substr(colon + 2);
 }
 
@@ -30,20 +38,39 @@ int PositionIn(const std::string& message) {
 
 }  // namespace
 
-ExpressionCheck::ExpressionCheck(const DesignModel& model, ElementId id, const PropertyRow& row)
-    : m_model(model), m_id(id), m_row(row), m_otherFault(MessageFor("=Nothing")) {}
-
-// The elements of a copy have ids of its own, and the same indexes.
-std::string ExpressionCheck::MessageFor(const std::string& value) const {
+std::string FaultOfReport(const Document& document, const std::filesystem::path& file) {
     try {
-        Document copy(m_model.Source().Bytes());
-        SetRow(copy, copy.IdAt(m_model.Source().IndexOf(m_id)), m_row, value);
-        const std::filesystem::path file = m_model.File().empty() ? "report.rdl" : m_model.File();
-        reports::OpenRdlText(copy.Bytes(), file);
+        reports::OpenRdlText(document.Bytes(), file.empty() ? "report.rdl" : file);
         return {};
     } catch (const RuntimeError& error) {
         return WithoutLine(error.Description());
-    } catch (const std::runtime_error& error) {  // EditError, SourceFlaw
+    } catch (const SourceFlaw& error) {  // its encoding
+        return error.what();
+    }
+}
+
+std::string FaultOfEdit(const DesignModel& model, const std::function<void(Document&)>& work) {
+    if (!FaultOfReport(model.Source(), model.File()).empty()) {
+        return {};
+    }
+    try {
+        Document copy(model.Source().Bytes());
+        work(copy);
+        return FaultOfReport(copy, model.File());
+    } catch (const EditError& error) {
+        return error.what();
+    }
+}
+
+ExpressionCheck::ExpressionCheck(const DesignModel& model, Write write)
+    : m_model(model), m_write(std::move(write)), m_otherFault(MessageFor("=Nothing")) {}
+
+std::string ExpressionCheck::MessageFor(const std::string& value) const {
+    try {
+        Document copy(m_model.Source().Bytes());
+        m_write(copy, value);
+        return FaultOfReport(copy, m_model.File());
+    } catch (const EditError& error) {
         return error.what();
     }
 }

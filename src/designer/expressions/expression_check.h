@@ -2,11 +2,12 @@
 // Asks the engine whether a value can stand at its place in the report.
 #pragma once
 
+#include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
 #include "designer/model/design_model.h"
-#include "designer/panes/property_rows.h"
 
 namespace designer {
 
@@ -15,10 +16,21 @@ struct ExpressionFault {
     int position = -1;  // characters of the value before the fault; -1: no place is known
 };
 
+// Returns why the engine does not open the report, without file and line; empty if it does. Relative names
+// start at the folder of `file`, which may be empty.
+std::string FaultOfReport(const Document& document, const std::filesystem::path& file);
+
+// Returns why the engine would not open the report after this edit, or why the edit is refused; empty if it
+// would. A report that it does not open now is not judged.
+std::string FaultOfEdit(const DesignModel& model, const std::function<void(Document&)>& work);
+
 class ExpressionCheck {
  public:
-    // Checks values of a property of an element; the model must live as long as this.
-    ExpressionCheck(const DesignModel& model, ElementId id, const PropertyRow& row);
+    // Writes a value to its place in a copy of the report, whose elements have ids of its own and the same
+    // indexes. May raise EditError.
+    using Write = std::function<void(Document&, const std::string& value)>;
+    // Checks values that are written so; the model must live as long as this.
+    ExpressionCheck(const DesignModel& model, Write write);
 
     // Returns nothing if the value is understood at its place. A report with a fault elsewhere is not opened
     // by the engine: OtherFault says so.
@@ -30,8 +42,7 @@ class ExpressionCheck {
     std::string MessageFor(const std::string& value) const;
 
     const DesignModel& m_model;
-    const ElementId m_id;
-    const PropertyRow m_row;
+    const Write m_write;
     std::string m_otherFault;
 };
 

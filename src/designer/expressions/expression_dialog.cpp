@@ -24,6 +24,10 @@ constexpr int CheckPause = 300;  // milliseconds after the last change
 constexpr int TextRole = Qt::UserRole, CursorRole = Qt::UserRole + 1, HelpRole = Qt::UserRole + 2,
               RowRole = Qt::UserRole + 3;
 
+QString NameOf(const PropertyRow& row) {
+    return QString::fromUtf8(row.property->name.data(), static_cast<qsizetype>(row.property->name.size()));
+}
+
 // Returns whether something in the entry matches; hides it if not.
 bool ShowMatch(QTreeWidgetItem& entry, const QString& filter) {
     const bool isName = !entry.data(0, TextRole).isNull();
@@ -41,18 +45,37 @@ bool ShowMatch(QTreeWidgetItem& entry, const QString& filter) {
 
 }  // namespace
 
+std::optional<std::string> AskForExpression(const DesignModel& model, const ExpressionPlace& place,
+                                            const std::string& value, QWidget* parent) {
+    std::optional<std::string> typed;
+    const auto take = [&](const std::string& text) {
+        typed = text;
+        return true;
+    };
+    ExpressionDialog(model, place, value, take, parent).exec();
+    return typed;
+}
+
 ExpressionDialog::ExpressionDialog(DesignModel& model, std::vector<ElementId> ids, const PropertyRow& row,
                                    QWidget* parent)
-    : QDialog(parent),
-      m_model(model),
-      m_ids(std::move(ids)),
-      m_row(row),
-      m_check(model, m_ids.front(), row),
-      m_old(ValueOfRow(model.Source(), m_ids.front(), row).text) {
+    : ExpressionDialog(
+          model,
+          {NameOf(row),
+           [&model, id = ids.front(), row](Document& copy, const std::string& value) {
+               SetRow(copy, {copy.IdAt(model.Source().IndexOf(id))}, row, value);
+           }},
+          ValueOfRow(model.Source(), ids.front(), row).text,
+          [&model, ids, row](const std::string& value) {
+              const auto write = [&](Document& document) { SetRow(document, ids, row, value); };
+              return model.Edit(StepName(model, tr("Change %1 of").arg(NameOf(row)), ids), write);
+          },
+          parent) {}
+
+ExpressionDialog::ExpressionDialog(const DesignModel& model, const ExpressionPlace& place,
+                                   const std::string& value, Take take, QWidget* parent)
+    : QDialog(parent), m_model(model), m_check(model, place.write), m_old(value), m_take(std::move(take)) {
     setObjectName("expressionDialog");
-    const std::string_view name = row.property->name;
-    setWindowTitle(
-        tr("Expression: %1").arg(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()))));
+    setWindowTitle(tr("Expression: %1").arg(place.title));
     auto* splitter = new QSplitter(Qt::Vertical, this);
     splitter->setChildrenCollapsible(false);
     BuildEditor(*new QWidget(splitter));
@@ -261,15 +284,7 @@ void ExpressionDialog::accept() {
         m_text->setFocus();
         return;
     }
-    const auto write = [&](Document& document) {
-        for (const ElementId id : m_ids) {
-            SetRow(document, id, m_row, value);
-        }
-    };
-    const std::string_view name = m_row.property->name;
-    const QString verb =
-        tr("Change %1 of").arg(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
-    if (value == m_old || m_model.Edit(StepName(m_model, verb, m_ids), write)) {
+    if (value == m_old || m_take(value)) {
         QDialog::accept();
     }
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The dialog for the value of a property that may be an expression: what is typed is checked by the engine,
-// and the names that it can use are in a tree with their help. OK is one step of the document.
+// and the names that it can use are in a tree with their help. OK is one step of the document, or gives the
+// value to the dialog that asks for it.
 #pragma once
 
 #include <QDialog>
@@ -9,6 +10,7 @@
 
 #include "designer/expressions/expression_check.h"
 #include "designer/expressions/expression_names.h"
+#include "designer/panes/property_rows.h"
 
 class QLabel;
 class QLineEdit;
@@ -20,9 +22,23 @@ namespace designer {
 
 class Note;
 
+// A place for a value that is not in the report yet: a dialog shows it.
+struct ExpressionPlace {
+    QString title;  // "Default value of Year"
+    ExpressionCheck::Write write;
+};
+
+// Lets the user change the value. Returns nothing if the user cancels.
+std::optional<std::string> AskForExpression(const DesignModel& model, const ExpressionPlace& place,
+                                            const std::string& value, QWidget* parent);
+
 class ExpressionDialog : public QDialog {
     Q_OBJECT
  public:
+    // Takes the value when the user is done with it; false: the dialog stays.
+    using Take = std::function<bool(const std::string& value)>;
+    ExpressionDialog(const DesignModel& model, const ExpressionPlace& place, const std::string& value,
+                     Take take, QWidget* parent = nullptr);
     // Changes the property of all these elements; shows and checks the first. The model must live as long as
     // the dialog.
     ExpressionDialog(DesignModel& model, std::vector<ElementId> ids, const PropertyRow& row,
@@ -43,11 +59,10 @@ class ExpressionDialog : public QDialog {
     void MarkPlace(int position);
     std::string Value() const;
 
-    DesignModel& m_model;
-    const std::vector<ElementId> m_ids;
-    const PropertyRow m_row;
+    const DesignModel& m_model;
     const ExpressionCheck m_check;
     const std::string m_old;
+    const Take m_take;
     QPlainTextEdit* m_text = nullptr;
     Note* m_note = nullptr;
     QLineEdit* m_filter = nullptr;

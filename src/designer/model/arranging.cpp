@@ -8,15 +8,15 @@ namespace designer {
 namespace {
 
 // One axis of a place.
-struct Axis {
+struct Direction {
     double Rect::*begin;
     double Rect::*size;
 };
-constexpr Axis Across{&Rect::left, &Rect::width};
-constexpr Axis Down{&Rect::top, &Rect::height};
+constexpr Direction Across{&Rect::left, &Rect::width};
+constexpr Direction Down{&Rect::top, &Rect::height};
 
 // `part` is 0 for the near edge, 0.5 for the middle and 1 for the far edge.
-void Align(std::vector<Placement>& items, Axis axis, double part) {
+void Align(std::vector<Placement>& items, Direction axis, double part) {
     const Rect leader = items.back().place;
     const double line = leader.*axis.begin + part * (leader.*axis.size);
     for (Placement& item : items) {
@@ -24,13 +24,13 @@ void Align(std::vector<Placement>& items, Axis axis, double part) {
     }
 }
 
-void GiveSize(std::vector<Placement>& items, Axis axis) {
+void GiveSize(std::vector<Placement>& items, Direction axis) {
     for (Placement& item : items) {
         item.place.*axis.size = items.back().place.*axis.size;
     }
 }
 
-void Distribute(std::vector<Placement>& items, Axis axis) {
+void Distribute(std::vector<Placement>& items, Direction axis) {
     std::vector<std::size_t> order(items.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {

@@ -4,9 +4,11 @@
 #include <algorithm>
 
 #include "designer/document/editing.h"
+#include "designer/document/placeholder_text.h"
 #include "designer/model/new_items.h"
 #include "designer/model/placing.h"
 #include "designer/model/table_selection.h"
+#include "designer/tables/cell_text.h"
 #include "designer/tables/cells.h"
 #include "designer/tables/fields.h"
 #include "designer/tables/new_tables.h"
@@ -54,6 +56,7 @@ ElementId PlaceOnPage(Document& document, const ReportBand& band, const DraggedF
     if (band.kind == BandKind::Body) {
         const ElementId table = InsertNewTable(document, band, {place.x(), place.y(), 0, 0}, NewTable::Table,
                                                field.dataSet, {field.field});
+        KeepInBand(document, {table});
         return table;
     }
     Rect area = UsualSize(NewItem::TextBox);
@@ -80,6 +83,22 @@ std::optional<DraggedField> FieldIn(const QMimeData& data) {
         return std::nullopt;
     }
     return DraggedField{text.substr(0, line), text.substr(line + 1)};
+}
+
+QMimeData* MimeDataOfValue(const DraggedValue& value) {
+    auto* data = new QMimeData;
+    data->setData(ValueMimeType, QByteArray::fromStdString(value.expression + "\n" + value.picture));
+    data->setText(QString::fromStdString(value.expression + value.picture));
+    return data;
+}
+
+std::optional<DraggedValue> ValueIn(const QMimeData& data) {
+    const std::string text = data.data(ValueMimeType).toStdString();
+    const std::size_t line = text.find('\n');
+    if (!data.hasFormat(ValueMimeType) || line == std::string::npos) {
+        return std::nullopt;
+    }
+    return DraggedValue{text.substr(0, line), text.substr(line + 1)};
 }
 
 FieldTarget TargetOfSelection(const DesignModel& model) {
@@ -120,6 +139,55 @@ bool PlaceField(DesignModel& model, const DraggedField& field, const FieldTarget
             GrowBandOfTable(document, items, target.region);
         });
     if (isDone && shown != NoElement) {
+        model.Select({shown});
+    }
+    return isDone;
+}
+
+bool TakesValue(const DesignModel& model, ElementId item, const DraggedValue& value) {
+    const ReportItem* found = model.Item(item);
+    return found && found->kind == (value.picture.empty() ? "Textbox" : "Image");
+}
+
+namespace {
+
+void ShowValue(Document& document, ElementId item, const DraggedValue& value) {
+    if (value.picture.empty()) {
+        SetTextOfBox(document, item, value.expression);
+    } else {
+        SetText(document, item, "Source", "Embedded");
+        SetText(document, item, "Value", value.picture);
+    }
+}
+
+QString StepOf(const DraggedValue& value) {
+    return QObject::tr("Show %1").arg(
+        QString::fromStdString(value.picture.empty() ? PlaceholderOf(value.expression) : value.picture));
+}
+
+}  // namespace
+
+bool PlaceValue(DesignModel& model, const DraggedValue& value, ElementId item) {
+    const bool isDone =
+        model.Edit(StepOf(value), [&](Document& document) { ShowValue(document, item, value); });
+    if (isDone) {
+        model.Select({item});
+    }
+    return isDone;
+}
+
+bool PlaceValue(DesignModel& model, const DraggedValue& value, std::size_t band, QPointF place) {
+    const ReportBand target = model.Items().bands.at(band);
+    const NewItem kind = value.picture.empty() ? NewItem::TextBox : NewItem::Image;
+    Rect area = UsualSize(kind);
+    area.left = place.x();
+    area.top = place.y();
+    ElementId shown = NoElement;
+    const bool isDone = model.Edit(StepOf(value), [&](Document& document) {
+        shown = InsertItem(document, target, kind, area);
+        ShowValue(document, shown, value);
+    });
+    if (isDone) {
         model.Select({shown});
     }
     return isDone;

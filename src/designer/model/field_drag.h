@@ -12,6 +12,7 @@
 namespace designer {
 
 inline constexpr const char* FieldMimeType = "application/x-oxbow-courier-field";
+inline constexpr const char* ValueMimeType = "application/x-oxbow-courier-value";
 
 struct DraggedField {
     std::string dataSet, field;
@@ -19,6 +20,14 @@ struct DraggedField {
 
 QMimeData* MimeDataOf(const DraggedField& field);  // the caller owns it
 std::optional<DraggedField> FieldIn(const QMimeData& data);
+
+// A parameter or built-in field, which a text box shows, or an embedded picture: one of the two.
+struct DraggedValue {
+    std::string expression = {}, picture = {};
+};
+
+QMimeData* MimeDataOfValue(const DraggedValue& value);  // the caller owns it
+std::optional<DraggedValue> ValueIn(const QMimeData& data);
 
 struct FieldTarget {
     enum class Kind {
@@ -40,5 +49,12 @@ FieldTarget TargetOfSelection(const DesignModel& model);
 
 // Shows the field there, as one step, and selects what shows it. Returns false if that was refused.
 bool PlaceField(DesignModel& model, const DraggedField& field, const FieldTarget& target);
+
+// Whether the item shows such a value: a text box an expression, an image a picture.
+bool TakesValue(const DesignModel& model, ElementId item, const DraggedValue& value);
+// Shows the value in the item, or in a new one at the place of the band, in points; as one step. Selects what
+// shows it. Returns false if that was refused.
+bool PlaceValue(DesignModel& model, const DraggedValue& value, ElementId item);
+bool PlaceValue(DesignModel& model, const DraggedValue& value, std::size_t band, QPointF place);
 
 }  // namespace designer

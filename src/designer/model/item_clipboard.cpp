@@ -2,9 +2,10 @@
 #include "designer/model/item_clipboard.h"
 
 #include "designer/document/editing.h"
-#include "designer/document/item_size.h"
+#include "designer/document/insertion.h"
 #include "designer/document/names.h"
 #include "designer/document/xml_text.h"
+#include "designer/model/placing.h"
 
 namespace designer {
 
@@ -35,19 +36,26 @@ std::optional<std::vector<std::string>> ItemsIn(std::string_view text) {
     }
 }
 
+// All but the first are one edit: each costs a look at the whole file.
 std::vector<ElementId> PasteItems(Document& document, ElementId container,
                                   const std::vector<std::string>& items, double shift) {
-    std::vector<ElementId> ids;
     const ElementId parent = EnsureChild(document, container, "ReportItems");
+    NewNames names(document);
+    std::vector<Splice> splices;
     for (const std::string& item : items) {
-        const ElementId id = InsertXml(document, parent, item);
-        MakeNamesUnique(document, id);
-        for (const char* side : {"Left", "Top"}) {
-            const auto written = document.TextAt(id, side);
-            SetSize(document, id, side, (written ? PointsOf(*written).value_or(0) : 0) + shift);
+        const std::string xml = WithNewNames(item, names);
+        if (document.Children(parent).empty()) {
+            InsertXml(document, parent, xml);
+        } else {
+            splices.push_back(InsertionOf(document, parent, NoElement, xml));
         }
-        ids.push_back(id);
     }
+    if (!splices.empty()) {
+        document.Apply("Paste", std::move(splices));
+    }
+    std::vector<ElementId> ids = document.Children(parent);
+    ids.erase(ids.begin(), ids.end() - static_cast<std::ptrdiff_t>(items.size()));
+    ShiftItems(document, ids, shift);
     return ids;
 }
 

@@ -48,6 +48,23 @@ std::string Written(const Document& document, double points) {
     return SizeText(points, like.value_or("1cm"));
 }
 
+std::optional<NewGraphic> GraphicOf(NewItem kind) {
+    switch (kind) {
+        case NewItem::Chart:
+            return NewGraphic::Chart;
+        case NewItem::Gauge:
+            return NewGraphic::Gauge;
+        case NewItem::Indicator:
+            return NewGraphic::Indicator;
+        case NewItem::BarCode:
+            return NewGraphic::BarCode;
+        case NewItem::Subreport:
+            return NewGraphic::Subreport;
+        default:
+            return std::nullopt;
+    }
+}
+
 std::optional<NewTable> TableOf(NewItem kind) {
     switch (kind) {
         case NewItem::Table:
@@ -58,16 +75,6 @@ std::optional<NewTable> TableOf(NewItem kind) {
             return NewTable::List;
         default:
             return std::nullopt;
-    }
-}
-
-void GrowFor(Document& document, const ReportBand& band, const Rect& place) {
-    const double bottom = std::max(place.top, place.Bottom()), right = std::max(place.left, place.Right());
-    if (bottom > band.height) {
-        SetBandHeight(document, band, bottom);
-    }
-    if (right > band.width) {
-        SetBandWidth(document, band, right);
     }
 }
 
@@ -83,6 +90,15 @@ std::string_view ElementOf(NewItem kind) {
             return "Rectangle";
         case NewItem::Image:
             return "Image";
+        case NewItem::Chart:
+            return "Chart";
+        case NewItem::Gauge:
+        case NewItem::Indicator:
+            return "GaugePanel";
+        case NewItem::BarCode:
+            return "CustomReportItem";
+        case NewItem::Subreport:
+            return "Subreport";
         default:
             return "Tablix";
     }
@@ -99,17 +115,29 @@ Rect UsualSize(NewItem kind) {
         case NewItem::Matrix:
             return {0, 0, 180, 36};
         case NewItem::List:
+        case NewItem::Subreport:
             return {0, 0, 270, 72};
+        case NewItem::Chart:
+            return {0, 0, 288, 198};
+        case NewItem::Gauge:
+            return {0, 0, 144, 144};
+        case NewItem::Indicator:
+            return {0, 0, 36, 36};
         default:
             return {0, 0, 108, 72};
     }
 }
 
-ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, const Rect& place) {
+ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, const Rect& place,
+                     const GraphicChoice& choice) {
     if (const auto table = TableOf(kind)) {
         const ElementId id = InsertNewTable(document, band, place, *table, {}, {});
-        const TablixGrid grid = GridOf(document, id);
-        GrowFor(document, band, {place.left, place.top, grid.width, grid.height});
+        KeepInBand(document, {id});
+        return id;
+    }
+    if (const auto graphic = GraphicOf(kind)) {
+        const ElementId id = InsertGraphic(document, band, place, *graphic, choice);
+        KeepInBand(document, {id});
         return id;
     }
     const std::string element(ElementOf(kind));
@@ -119,7 +147,7 @@ ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, c
                             "</Left><Height>" + Written(document, place.height) + "</Height><Width>" +
                             Written(document, place.width) + "</Width></" + element + ">";
     const ElementId id = InsertXml(document, EnsureChild(document, band.element, "ReportItems"), xml);
-    GrowFor(document, band, place);
+    KeepInBand(document, {id});
     return id;
 }
 

@@ -7,10 +7,24 @@
 
 #include "designer/document/document.h"
 #include "designer/document/report_items.h"
+#include "designer/graphics/new_graphics.h"
 
 namespace designer {
 
-enum class NewItem { TextBox, Line, Rectangle, Image, Table, Matrix, List };
+enum class NewItem {
+    TextBox,
+    Line,
+    Rectangle,
+    Image,
+    Table,
+    Matrix,
+    List,
+    Chart,
+    Gauge,
+    Indicator,
+    BarCode,
+    Subreport
+};
 
 // Returns the name of the kind's elements: "Textbox".
 std::string_view ElementOf(NewItem kind);
@@ -20,7 +34,8 @@ Rect UsualSize(NewItem kind);
 
 // Inserts an item at a place of the band, in points from its corner, and returns its id. The band grows for
 // it. An image shows nothing until it has a picture. Tables show the first data set of the report.
-ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, const Rect& place);
+ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, const Rect& place,
+                     const GraphicChoice& choice = {});
 
 // Embeds a picture in the report and shows it in the image item. `type` is "image/png" or the like, `bytes`
 // those of the file, `wish` the name that it should have.

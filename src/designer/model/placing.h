@@ -11,6 +11,9 @@
 
 namespace designer {
 
+// Returns the item, null if it is not among them.
+const ReportItem* FindItem(const ReportItems& items, ElementId id);
+
 // Whether the item has a place of its own: one in a cell has not.
 bool CanMove(const ReportItem& item);
 // Whether it has a size of its own: one in a cell, and a table, which is as large as its cells, have not.
@@ -28,8 +31,15 @@ void Place(Document& document, const ReportItems& items, const std::vector<Place
 void PlaceInBand(Document& document, const ReportItems& items, const Placement& placement,
                  const ReportBand& band);
 
-// Makes the band of a table large enough for the table as it is written now. `items` are those before the
-// edit.
+// Makes a band reach to the right and to the bottom, if it is smaller.
+void GrowBand(Document& document, const ReportBand& band, double right, double bottom);
+// Moves the items by so many points to the right and down, as they are written. Their bands do not grow.
+void ShiftItems(Document& document, const std::vector<ElementId>& ids, double shift);
+// Moves items that a command has placed, together, so far to the left that they do not reach over the right
+// edge of their band, if there is room; the band grows for what is left.
+void KeepInBand(Document& document, const std::vector<ElementId>& ids);
+// Makes room for a table as it is written now: items below it keep their distance from it, upwards as far as
+// nothing is in their way; the rectangles and the band around it grow. `items` are those before the edit.
 void GrowBandOfTable(Document& document, const ReportItems& items, ElementId region);
 
 // Sets the height of a band, or the width of the report at the band.

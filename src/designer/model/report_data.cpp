@@ -6,8 +6,13 @@
 #include "designer/document/editing.h"
 #include "designer/document/names.h"
 #include "designer/document/xml_text.h"
+#include "designer/model/element_rows.h"
+#include "designer/model/report_parameters.h"
 #include "designer/new_report/names.h"
+#include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
+#include "platform/base/text.h"
+#include "rdl/api/identifier.h"
 
 namespace designer {
 namespace {
@@ -18,23 +23,21 @@ struct PartNames {
 };
 
 PartNames NamesOf(DataPart part) {
-    return part == DataPart::Source ? PartNames{"DataSources", "DataSource", "data source"}
-                                    : PartNames{"DataSets", "DataSet", "data set"};
-}
-
-std::vector<ElementId> ChildrenAt(const Document& document, ElementId owner, std::string_view path,
-                                  std::string_view name) {
-    const ElementId parent = document.Find(owner, path);
-    std::vector<ElementId> children;
-    if (parent != NoElement) {
-        children = document.Children(parent);
-        std::erase_if(children, [&](ElementId child) { return document.Name(child) != name; });
+    switch (part) {
+        case DataPart::Source:
+            return {"DataSources", "DataSource", "data source"};
+        case DataPart::Set:
+            return {"DataSets", "DataSet", "data set"};
+        case DataPart::Parameter:
+            return {"ReportParameters", "ReportParameter", "parameter"};
+        case DataPart::Image:
+            break;
     }
-    return children;
+    return {"EmbeddedImages", "EmbeddedImage", "picture"};
 }
 
 std::vector<ElementId> PartsOf(const Document& document, DataPart part) {
-    return ChildrenAt(document, document.Root(), NamesOf(part).collection, NamesOf(part).element);
+    return ChildrenNamed(document, document.Root(), NamesOf(part).collection, NamesOf(part).element);
 }
 
 std::string NameOf(const Document& document, ElementId id) {
@@ -83,25 +86,47 @@ ReportField FieldOf(const Document& document, ElementId id) {
             .typeName = document.TextAt(id, "rd:TypeName").value_or("")};
 }
 
-// Fields that stay are not touched; new ones come after them.
-void PutFields(Document& document, ElementId set, const std::vector<ReportField>& fields) {
-    std::vector<ReportField> kept;
-    for (const ElementId id : ChildrenAt(document, set, "Fields", "Field")) {
-        kept.push_back(FieldOf(document, id));
-        if (std::find(fields.begin(), fields.end(), kept.back()) == fields.end()) {
-            kept.pop_back();
-            Remove(document, id);
-        }
+// An element that is missing stays so if it would be empty; one of a part that is new is written.
+void SetIfOther(Document& document, ElementId id, std::string_view path, const std::string& text,
+                bool isNew) {
+    if (isNew || text != document.TextAt(id, path).value_or("")) {
+        SetText(document, id, path, text);
     }
-    for (const ReportField& field : fields) {
-        if (std::find(kept.begin(), kept.end(), field) != kept.end()) {
+}
+
+void WriteField(Document& document, ElementId id, const ReportField& field) {
+    SetOrRemove(document, id, "DataField", field.column);
+    if (field.column.empty()) {
+        SetText(document, id, "Value", field.value);
+    } else {
+        RemoveAt(document, id, "Value");
+    }
+    SetOrRemove(document, id, "rd:TypeName", field.typeName);
+}
+
+// Fields that stay are not touched, one that changes keeps its place; new ones come after them.
+void PutFields(Document& document, ElementId set, const std::vector<ReportField>& fields) {
+    std::vector<std::string> kept;
+    for (const ElementId id : ChildrenNamed(document, set, "Fields", "Field")) {
+        const ReportField old = FieldOf(document, id);
+        if (std::find(fields.begin(), fields.end(), old) != fields.end()) {
+            kept.push_back(old.name);
             continue;
         }
-        const ElementId id = InsertNamed(document, EnsureChild(document, set, "Fields"), "Field", field.name);
-        SetText(document, id, field.column.empty() ? "Value" : "DataField",
-                field.column.empty() ? field.value : field.column);
-        if (!field.typeName.empty()) {
-            SetText(document, id, "rd:TypeName", field.typeName);
+        const auto found = std::find_if(fields.begin(), fields.end(),
+                                        [&](const ReportField& field) { return field.name == old.name; });
+        if (found == fields.end() || std::find(kept.begin(), kept.end(), old.name) != kept.end()) {
+            Remove(document, id);
+            continue;
+        }
+        kept.push_back(old.name);
+        WriteField(document, id, *found);
+    }
+    for (const ReportField& field : fields) {
+        if (std::find(kept.begin(), kept.end(), field.name) == kept.end()) {
+            WriteField(document,
+                       InsertNamed(document, EnsureChild(document, set, "Fields"), "Field", field.name),
+                       field);
         }
     }
 }
@@ -115,7 +140,8 @@ std::vector<ReportSource> SourcesOf(const Document& document) {
             {.name = NameOf(document, id),
              .provider = document.TextAt(id, "ConnectionProperties/DataProvider").value_or(""),
              .connectString = document.TextAt(id, "ConnectionProperties/ConnectString").value_or(""),
-             .isShared = document.Find(id, "DataSourceReference") != NoElement});
+             .isShared = document.Find(id, "DataSourceReference") != NoElement,
+             .reference = document.TextAt(id, "DataSourceReference").value_or("")});
     }
     return sources;
 }
@@ -127,13 +153,9 @@ std::vector<ReportSet> SetsOf(const Document& document) {
                       .source = document.TextAt(id, "Query/DataSourceName").value_or(""),
                       .query = document.TextAt(id, "Query/CommandText").value_or(""),
                       .fields = {},
-                      .parameters = {},
                       .isShared = document.Find(id, "SharedDataSet") != NoElement};
-        for (const ElementId field : ChildrenAt(document, id, "Fields", "Field")) {
+        for (const ElementId field : ChildrenNamed(document, id, "Fields", "Field")) {
             set.fields.push_back(FieldOf(document, field));
-        }
-        for (const ElementId one : ChildrenAt(document, id, "Query/QueryParameters", "QueryParameter")) {
-            set.parameters.push_back(NameOf(document, one));
         }
         sets.push_back(std::move(set));
     }
@@ -149,7 +171,7 @@ std::string FaultOfName(const Document& document, DataPart part, std::string_vie
     if (name == old) {
         return {};
     }
-    if (!IsIdentifier(name)) {
+    if (!rdl::IsIdentifier(name)) {
         return "A name is a letter or _, then letters, digits and _";
     }
     if (!SameAscii(name, old) && NamedPart(document, part, name) != NoElement) {
@@ -159,7 +181,10 @@ std::string FaultOfName(const Document& document, DataPart part, std::string_vie
 }
 
 std::string NewNameOf(const Document& document, DataPart part) {
-    const std::string wish = part == DataPart::Source ? "Source" : "Rows";
+    const std::string wish = part == DataPart::Source      ? "Source"
+                             : part == DataPart::Set       ? "Rows"
+                             : part == DataPart::Parameter ? "Parameter"
+                                                           : "Picture";
     std::string name = wish;
     for (int number = 2; NamedPart(document, part, name) != NoElement; ++number) {
         name = wish + std::to_string(number);
@@ -167,16 +192,53 @@ std::string NewNameOf(const Document& document, DataPart part) {
     return name;
 }
 
+std::string UseOfPart(const Document& document, DataPart part, std::string_view name) {
+    constexpr std::size_t MostText = 200;
+    const ElementId id = NamedPart(document, part, name);
+    const auto uses = id == NoElement ? std::vector<LeftReference>() : ReferencesTo(document, id);
+    if (uses.empty()) {
+        return {};
+    }
+    const std::string owner = NamedOwnerOf(document, uses.front().element);
+    const std::string text(CutText(Trim(uses.front().text), MostText));
+    return SameAscii(text, name) ? owner : owner + ": " + text;
+}
+
+void RemovePart(Document& document, DataPart part, const std::string& name) {
+    const ElementId id = NamedPart(document, part, name);
+    if (id == NoElement) {
+        throw EditError("The report has no " + std::string(NamesOf(part).what) + " " + name);
+    }
+    if (const std::string use = UseOfPart(document, part, name); !use.empty()) {
+        throw EditError("The " + std::string(NamesOf(part).what) + " " + name + " is used and stays. " + use);
+    }
+    if (part == DataPart::Parameter) {  // and its cell of the layout
+        std::vector<ReportParameter> parameters = ReportParametersOf(document);
+        std::erase_if(parameters, [&](const ReportParameter& one) { return SameAscii(one.name, name); });
+        PutReportParameters(document, parameters);
+    } else {
+        Remove(document, id);
+    }
+}
+
 void PutSource(Document& document, const std::string& old, const ReportSource& source) {
     const ElementId id = PutPart(document, DataPart::Source, old, source.name);
-    SetText(document, id, "ConnectionProperties/DataProvider", source.provider);
-    SetText(document, id, "ConnectionProperties/ConnectString", source.connectString);
+    const bool wasShared = document.Find(id, "DataSourceReference") != NoElement;
+    if (source.isShared != wasShared) {
+        RemoveAt(document, id, source.isShared ? "ConnectionProperties" : "DataSourceReference");
+    }
+    if (source.isShared) {
+        SetText(document, id, "DataSourceReference", source.reference);
+        return;
+    }
+    SetIfOther(document, id, "ConnectionProperties/DataProvider", source.provider, old.empty());
+    SetIfOther(document, id, "ConnectionProperties/ConnectString", source.connectString, old.empty());
 }
 
 void PutSet(Document& document, const std::string& old, const ReportSet& set) {
     const ElementId id = PutPart(document, DataPart::Set, old, set.name);
-    SetText(document, id, "Query/DataSourceName", set.source);
-    SetText(document, id, "Query/CommandText", set.query);
+    SetIfOther(document, id, "Query/DataSourceName", set.source, old.empty());
+    SetIfOther(document, id, "Query/CommandText", set.query, old.empty());
     PutFields(document, id, set.fields);
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The data sources and data sets of a report, as dialogs show and change them (MS-RDL, DataSource and
-// DataSet).
+// DataSet), and what they have in common with parameters and embedded images.
 #pragma once
 
 #include <string>
@@ -14,7 +14,8 @@ namespace designer {
 
 struct ReportSource {
     std::string name, provider = {}, connectString = {};
-    bool isShared = false;  // it is in another file
+    bool isShared = false;       // it is in another file
+    std::string reference = {};  // of that file
     bool operator==(const ReportSource&) const = default;
 };
 
@@ -29,7 +30,6 @@ struct ReportField {
 struct ReportSet {
     std::string name, source = {}, query = {};
     std::vector<ReportField> fields = {};
-    std::vector<std::string> parameters = {};  // of the query; PutSet leaves them as they are
     bool isShared = false;
     bool operator==(const ReportSet&) const = default;
 };
@@ -37,12 +37,18 @@ struct ReportSet {
 std::vector<ReportSource> SourcesOf(const Document& document);
 std::vector<ReportSet> SetsOf(const Document& document);
 
-enum class DataPart { Source, Set };
+enum class DataPart { Source, Set, Parameter, Image };
 // Returns why a part cannot have the name, as a text for users; empty if it can. `old` is the name that it
 // has; empty for a new part.
 std::string FaultOfName(const Document& document, DataPart part, std::string_view old, std::string_view name);
 // Returns a name that a new part can have.
 std::string NewNameOf(const Document& document, DataPart part);
+
+// Returns the first place that refers to the part: "Textbox Total: =Parameters!Year.Value". Empty if there is
+// none.
+std::string UseOfPart(const Document& document, DataPart part, std::string_view name);
+// Removes the part. Raises EditError if something refers to it. An edit of the step that is open.
+void RemovePart(Document& document, DataPart part, const std::string& name);
 
 // Write the part that has the name `old`, or a new one if it is empty. What refers to a name follows it;
 // all other elements of the part stay. Raise EditError if FaultOfName finds a fault.

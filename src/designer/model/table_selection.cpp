@@ -21,12 +21,28 @@ void Include(std::optional<TrackRange>& range, std::size_t first, std::size_t co
     range = TrackRange{begin, end - begin};
 }
 
+// A header of a Matrix, and one of a total in it, belongs to a group.
+void IncludeMatrixHeader(const Document& document, TableSelection& table, const GridCell& cell, Axis axis) {
+    const bool isTotal = document.Name(cell.element) == "Subtotal";
+    const ElementId member = isTotal ? document.Parent(cell.element) : cell.element;
+    for (const RegionGroup& group : GroupsOf(document, table.region, axis)) {
+        if (group.member == member && cell.element == table.cell) {
+            table.groupAxis = axis;
+            table.group = member;
+        }
+    }
+}
+
 // A header has the tracks of its member.
 void IncludeHeader(const Document& document, TableSelection& table, const GridCell& cell) {
-    if (document.Name(table.region) != "Tablix" || cell.part == GridCell::Part::Corner) {
+    if (cell.part == GridCell::Part::Corner) {
         return;
     }
     const Axis axis = cell.part == GridCell::Part::ColumnHeader ? Axis::Columns : Axis::Rows;
+    if (document.Name(table.region) == "Matrix") {
+        IncludeMatrixHeader(document, table, cell, axis);
+        return;
+    }
     try {
         const TablixShape shape(document, table.region);
         const int member = shape.IndexOf(axis, document.Parent(cell.element));

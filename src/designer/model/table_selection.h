@@ -23,7 +23,7 @@ struct TableSelection {
     std::optional<TrackRange> columns, rows;  // of the selected cells, headers or group
     bool isBody = false;                      // the leader is in a cell of the body
     std::optional<Axis> groupAxis;            // where GroupOf looks for a group
-    ElementId group = NoElement;              // a member that is selected itself
+    ElementId group = NoElement;  // a member that is selected itself, or by its header in a Matrix
 };
 
 // Returns nothing if neither a region, nor a cell of one, nor a group is selected.

@@ -93,7 +93,7 @@ class Blocked {
         Look look = GroupLook(m_plan.theme, m_fit.fontSize, 1);
         look.top = true;
         look.format = FormatOf(group);
-        Xml box = m_parts.Box(group.field + "_Group", ValueOf(group), look);
+        Xml box = m_parts.Box(group.field + "_Group", HeadingOf(group), look);
         return GroupMember(m_parts.Name("By_" + group.field), group,
                            {m_parts.Header(m_fit.widths[level], std::move(box))}, std::move(inner));
     }

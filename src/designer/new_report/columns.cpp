@@ -58,7 +58,7 @@ int DecimalsOf(double number) {
     return decimals;
 }
 
-void Look(const rdl::Value& value, Traits& traits) {
+void Consider(const rdl::Value& value, Traits& traits) {
     using rdl::Kind;
     if (value.IsNull()) {
         return;
@@ -152,6 +152,7 @@ void Measure(const rdl::QueryRows& rows, std::size_t index, ReportColumn& column
     std::set<std::string> texts;
     for (std::size_t row = 0; row < rows.RowCount(); ++row) {
         const rdl::Value& value = rows.At(row, index);
+        column.hasNulls = column.hasNulls || value.IsNull();
         if (!value.IsNull() && column.kind != ColumnKind::Bytes) {
             const std::string shown = Shown(value, column);
             column.widest = std::max(column.widest, WidthOf(shown));
@@ -197,7 +198,7 @@ std::vector<ReportColumn> ColumnsOf(const rdl::QueryRows& rows) {
     for (std::size_t index = 0; index < rows.columns.size(); ++index) {
         Traits traits;
         for (std::size_t row = 0; row < rows.RowCount(); ++row) {
-            Look(rows.At(row, index), traits);
+            Consider(rows.At(row, index), traits);
         }
         if (rows.columns[index].empty()) {
             RefuseValues(traits, index);

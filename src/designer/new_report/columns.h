@@ -30,6 +30,7 @@ struct ReportColumn {
     double widest = 0;          // value, in parts of the font size
     double widestWord = 0;      // within a value, in the same unit
     std::size_t different = 0;  // values
+    bool hasNulls = false;
 
     bool IsNumeric() const { return kind == ColumnKind::Whole || kind == ColumnKind::Number; }
 };

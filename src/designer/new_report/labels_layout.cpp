@@ -6,7 +6,7 @@
 namespace designer {
 namespace {
 
-constexpr double Margin = 2.5, LineHeight = 4.4;
+constexpr double Margin = 2.5, LabelLine = 4.4;
 
 // The common sheets of 21 and of 30 labels.
 constexpr LabelSheet A4Sheet{63.5, 38.1, 7.2, 15.1, 2.5, 3};
@@ -20,7 +20,7 @@ const LabelSheet& SheetOf(ReportPaper paper) {
 
 PlacedItem LabelItem(const Plan& plan, Parts& parts) {
     const LabelSheet& sheet = SheetOf(plan.report.paper);
-    const auto most = static_cast<std::size_t>((sheet.height - Margin) / LineHeight);
+    const auto most = static_cast<std::size_t>((sheet.height - Margin) / LabelLine);
     if (plan.details.size() > most) {
         Refuse("A label has " + std::to_string(most) + " lines, and " + std::to_string(plan.details.size()) +
                " columns are shown: choose fewer of them");
@@ -37,8 +37,8 @@ PlacedItem LabelItem(const Plan& plan, Parts& parts) {
                         .above = 0,
                         .below = 0};
         lines.push_back(parts.Box(column->field, ValueOf(*column), look,
-                                  {top, Margin, LineHeight, sheet.width - 2 * Margin}));
-        top += LineHeight;
+                                  {top, Margin, LabelLine, sheet.width - 2 * Margin}));
+        top += LabelLine;
     }
     Xml label = Named("Rectangle", parts.Name("Label"),
                       {Element("ReportItems", std::move(lines)), Text("KeepTogether", "true")});

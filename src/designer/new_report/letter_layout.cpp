@@ -5,7 +5,7 @@
 namespace designer {
 namespace {
 
-constexpr double LineHeight = 5;
+constexpr double LetterLine = 5;
 constexpr double AddressTop = 25, AddressWidth = 85, DateWidth = 50;
 constexpr double CaptionWidth = 45;
 
@@ -23,7 +23,7 @@ class Letter {
             m_items.push_back(std::move(table.item));
             m_top += table.height;
         }
-        const double height = m_top + LineHeight;
+        const double height = m_top + LetterLine;
         return {List(height), height};
     }
 
@@ -45,16 +45,16 @@ class Letter {
             look.format = FormatOf(*group);
             look.bold = m_top == AddressTop;
             m_items.push_back(
-                m_parts.Box(group->field, ValueOf(*group), look, {m_top, 0, LineHeight, AddressWidth}));
-            m_top += LineHeight;
+                m_parts.Box(group->field, ValueOf(*group), look, {m_top, 0, LetterLine, AddressWidth}));
+            m_top += LetterLine;
         }
         Look date = Plain();
         date.right = true;
         date.format = "D";
         m_items.push_back(
             m_parts.Box("Date", "=Globals!ExecutionTime", date,
-                        {AddressTop, m_plan.width - DateWidth - 10, LineHeight, DateWidth + 10}));
-        m_top += 3 * LineHeight;
+                        {AddressTop, m_plan.width - DateWidth - 10, LetterLine, DateWidth + 10}));
+        m_top += 3 * LetterLine;
     }
 
     void AddSubject() {
@@ -76,10 +76,10 @@ class Letter {
             Look value = Plain();
             value.format = FormatOf(*column);
             m_items.push_back(m_parts.Box(column->field + "_Heading", Literal(CaptionOf(column->name)),
-                                          caption, {m_top, 0, LineHeight, CaptionWidth}));
+                                          caption, {m_top, 0, LetterLine, CaptionWidth}));
             m_items.push_back(m_parts.Box(column->field, ValueOf(*column), value,
-                                          {m_top, CaptionWidth, LineHeight, m_plan.width - CaptionWidth}));
-            m_top += LineHeight + 1;
+                                          {m_top, CaptionWidth, LetterLine, m_plan.width - CaptionWidth}));
+            m_top += LetterLine + 1;
         }
     }
 

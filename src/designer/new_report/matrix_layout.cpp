@@ -94,7 +94,7 @@ class Matrix {
         Look look = GroupLook(m_plan.theme, m_fit.fontSize, 1);
         look.top = true;
         look.format = FormatOf(row);
-        Xml box = m_parts.Box(row.field + "_Row", ValueOf(row), look);
+        Xml box = m_parts.Box(row.field + "_Row", HeadingOf(row), look);
         return GroupMember(m_parts.Name("By_" + row.field), row,
                            {m_parts.Header(m_fit.widths[level], std::move(box))}, std::move(inner));
     }
@@ -119,7 +119,7 @@ class Matrix {
         const ReportColumn& column = *m_plan.across[level];
         Look look = HeadLook(m_plan.theme, m_fit.fontSize, true);
         look.format = FormatOf(column);
-        Xml box = m_parts.Box(column.field + "_Column", ValueOf(column), look);
+        Xml box = m_parts.Box(column.field + "_Column", HeadingOf(column), look);
         const bool isLast = level + 1 == m_plan.across.size();
         XmlList inner = isLast ? ValueMembers() : XmlList{ColumnsFrom(level + 1)};
         return GroupMember(m_parts.Name("By_" + column.field), column,

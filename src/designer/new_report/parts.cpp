@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 
+#include "designer/new_report/names.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
 
@@ -78,6 +79,21 @@ std::string Literal(std::string_view text) {
     return isExpression ? "=" + Quoted(line) : line;
 }
 
+namespace {
+
+// Replaces the expression by words where the column is Null: an empty heading looks like a mistake.
+std::string WithWordsForNull(const ReportColumn& column, const std::string& expression) {
+    return column.hasNulls ? "IIf(IsNothing(Fields!" + column.field + ".Value), " +
+                                 Quoted("(no " + CaptionOf(column.name) + ")") + ", " + expression + ")"
+                           : expression;
+}
+
+}  // namespace
+
+std::string HeadingOf(const ReportColumn& column) {
+    return "=" + WithWordsForNull(column, "Fields!" + column.field + ".Value");
+}
+
 std::string ValueOf(const ReportColumn& column) {
     return "=Fields!" + column.field + ".Value";
 }
@@ -88,7 +104,7 @@ std::string SumOf(const ReportColumn& column) {
 
 std::string ShownText(const ReportColumn& column) {
     const std::string value = "Fields!" + column.field + ".Value", format = FormatOf(column);
-    return format.empty() ? value : "Format(" + value + ", " + Quoted(format) + ")";
+    return WithWordsForNull(column, format.empty() ? value : "Format(" + value + ", " + Quoted(format) + ")");
 }
 
 Parts::Parts(ReportPaper paper) : m_paper(paper) {

@@ -31,8 +31,10 @@ struct Place {
 // Constant text for a property that may be an expression: it is shown as it is, on one line.
 std::string Literal(std::string_view text);
 std::string ValueOf(const ReportColumn& column);  // =Fields!X.Value
-std::string SumOf(const ReportColumn& column);    // =Sum(Fields!X.Value)
-// An expression without its = for the value as a text, by the column's format.
+// The heading of a group: as ValueOf, with words in place of a Null if the column has any.
+std::string HeadingOf(const ReportColumn& column);
+std::string SumOf(const ReportColumn& column);  // =Sum(Fields!X.Value)
+// An expression without its = for the value as a text, by the column's format, with the words of HeadingOf.
 std::string ShownText(const ReportColumn& column);
 // Texts in expressions are in quotes.
 std::string Quoted(std::string_view text);

@@ -61,7 +61,7 @@ class Table {
         look.left += Indent(level);
         look.format = FormatOf(group);
         const std::size_t count = m_plan.details.size();
-        XmlList cells = {Cell(m_parts.Box(group.field + "_Group", ValueOf(group), look), count)};
+        XmlList cells = {Cell(m_parts.Box(group.field + "_Group", HeadingOf(group), look), count)};
         cells.insert(cells.end(), count - 1, Element("TablixCell"));
         return m_parts.Row(RowHeight, std::move(cells));
     }

@@ -7,6 +7,7 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QToolButton>
 #include <algorithm>
 
 #include "designer/tables/fields.h"
@@ -15,7 +16,7 @@
 namespace designer {
 
 GroupDialog::GroupDialog(const QString& title, const std::vector<std::string>& fields, Axis axis,
-                         bool hasBands, QWidget* parent)
+                         bool hasBands, const Ask& ask, QWidget* parent)
     : QDialog(parent),
       m_fields(fields),
       m_expression(new QComboBox(this)),
@@ -39,7 +40,14 @@ GroupDialog::GroupDialog(const QString& title, const std::vector<std::string>& f
     connect(buttons, &QDialogButtonBox::accepted, this, &GroupDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QFormLayout(this);
-    layout->addRow(tr("&Group on:"), m_expression);
+    auto* line = new QHBoxLayout;
+    line->addWidget(m_expression, 1);
+    if (ask) {
+        line->addWidget(ExpressionButton(ask));
+    }
+    auto* label = new QLabel(tr("&Group on:"), this);
+    label->setBuddy(m_expression);
+    layout->addRow(label, line);
     m_fault->setObjectName("lblFault");
     m_fault->setWordWrap(true);
     m_fault->hide();
@@ -53,6 +61,22 @@ GroupDialog::GroupDialog(const QString& title, const std::vector<std::string>& f
     m_header->setChecked(hasBands && axis == Axis::Rows);
     layout->addRow(buttons);
     m_expression->setFocus();
+}
+
+QToolButton* GroupDialog::ExpressionButton(const Ask& ask) {
+    auto* button = new QToolButton(this);
+    button->setObjectName("btnExpression");
+    button->setText(tr("fx"));
+    button->setAccessibleName(tr("Expression for the group"));
+    button->setToolTip(tr("Expression"));
+    button->setFocusPolicy(Qt::TabFocus);
+    setTabOrder(m_expression, button);
+    connect(button, &QToolButton::clicked, this, [this, ask] {
+        if (const auto value = ask(m_expression->currentText().toStdString(), this)) {
+            m_expression->setEditText(QString::fromStdString(*value));
+        }
+    });
+    return button;
 }
 
 void GroupDialog::accept() {

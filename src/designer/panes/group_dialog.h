@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,21 +13,27 @@
 class QCheckBox;
 class QComboBox;
 class QLabel;
+class QToolButton;
 
 namespace designer {
 
 class GroupDialog : public QDialog {
     Q_OBJECT
  public:
-    // `hasBands`: a header and a footer can be chosen.
+    // Lets the user change an expression in a dialog of its own. Returns nothing if the user cancels.
+    using Ask = std::function<std::optional<std::string>(const std::string& value, QWidget* parent)>;
+
+    // `hasBands`: a header and a footer can be chosen. Without `ask` there is no button for an expression.
     GroupDialog(const QString& title, const std::vector<std::string>& fields, Axis axis, bool hasBands,
-                QWidget* parent = nullptr);
+                const Ask& ask, QWidget* parent = nullptr);
     NewGroup Group() const;
     // The name of a field stands for its value. Any other text that is no expression is refused, and the
     // dialog stays.
     void accept() override;
 
  private:
+    QToolButton* ExpressionButton(const Ask& ask);
+
     std::vector<std::string> m_fields;
     QComboBox* m_expression;
     QLabel* m_fault;

@@ -6,7 +6,7 @@
 namespace designer {
 namespace {
 
-constexpr int IdRole = Qt::UserRole;
+constexpr int GroupRole = Qt::UserRole;
 
 QString TextOf(const RegionGroup& group) {
     const QString name = QString::fromStdString(group.name);
@@ -54,7 +54,7 @@ void GroupsPane::AddGroups(const QString& title, ElementId region, Axis axis) {
         for (const RegionGroup& group : GroupsOf(m_model.Source(), region, axis)) {
             around.resize(std::min(around.size(), static_cast<std::size_t>(group.depth) + 1));
             auto* row = new QTreeWidgetItem(around.back(), {TextOf(group)});
-            row->setData(0, IdRole, group.member);
+            row->setData(0, GroupRole, group.member);
             row->setSelected(m_model.IsSelected(group.member));
             if (m_model.IsSelected(group.member)) {
                 setCurrentItem(row);
@@ -70,7 +70,7 @@ void GroupsPane::GiveSelection() {
     if (m_following || selectedItems().isEmpty()) {
         return;
     }
-    const ElementId member = selectedItems().front()->data(0, IdRole).toUInt();
+    const ElementId member = selectedItems().front()->data(0, GroupRole).toUInt();
     if (m_model.Source().Has(member)) {
         m_following = true;
         m_model.Select({member});

@@ -5,6 +5,8 @@
 #include <QKeyEvent>
 #include <map>
 
+#include "designer/graphics/part_tree.h"
+
 namespace designer {
 namespace {
 
@@ -62,6 +64,9 @@ std::vector<OutlinePane::Entry> OutlinePane::Entries() const {
     }
     for (const ReportItem& item : m_model.Items().items) {
         entries.push_back({item.id, item.container, item.name.empty() ? item.kind : item.name, item.kind});
+        for (const GraphicPart& part : PartsOf(m_model.Source(), item.id)) {
+            entries.push_back({part.id, part.container, part.text, m_model.Source().Name(part.id)});
+        }
     }
     return entries;
 }
@@ -90,7 +95,10 @@ void OutlinePane::TakeChange() {
     }
     for (const auto& [id, row] : made) {
         const auto was = wasOpen.find(id);
-        row->setExpanded(was == wasOpen.end() || was->second);
+        const ReportItem* item = m_model.Item(id);
+        // A chart has many parts, which few look for.
+        const bool isClosed = item && (item->kind == "Chart" || item->kind == "GaugePanel");
+        row->setExpanded(was == wasOpen.end() ? !isClosed : was->second);
     }
     m_following = false;
     TakeSelection();
@@ -135,6 +143,8 @@ void OutlinePane::GiveSelection() {
 void OutlinePane::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
         emit Chosen();
+    } else if (event->key() == Qt::Key_Delete) {
+        emit DeleteWanted();
     } else {
         QTreeWidget::keyPressEvent(event);
     }

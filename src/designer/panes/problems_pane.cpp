@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/panes/problems_pane.h"
 
+#include <QElapsedTimer>
 #include <QRegularExpression>
+#include <algorithm>
+#include <optional>
 
 #include "designer/document/design_copy.h"
+#include "designer/document/editing.h"
+#include "designer/document/xml_text.h"
+#include "designer/model/report_hints.h"
 #include "platform/contracts/runtime.h"
 #include "platform/reports/rdl_engine.h"
 #include "platform/reports/rdl_report.h"
@@ -12,6 +18,8 @@ namespace designer {
 namespace {
 
 constexpr int Pause = 400;  // milliseconds after the last change
+constexpr int MostProblems = 20;
+constexpr qint64 MostTime = 300;  // milliseconds for finding more than the first
 
 // Returns the innermost item or band whose element begins at the line or before it, of a message that names a
 // line.
@@ -37,6 +45,38 @@ ElementId ElementAtLine(const DesignModel& model, const QString& message) {
     return NoElement;
 }
 
+// What the engine says against the document; empty: it can run.
+std::string ProblemOf(const DesignModel& model, const Document& document) {
+    try {
+        reports::OpenRdlText(document.Bytes(), model.File().empty() ? "report.rdl" : model.File());
+        return {};
+    } catch (const RuntimeError& error) {
+        return error.Description();
+    }
+}
+
+// Takes away what the item shows. Its place and its name stay, so that what refers to it is no problem.
+// Returns false for an item that others could depend on.
+bool Neutralise(Document& document, ElementId item) {
+    constexpr std::string_view Kinds[] = {"Textbox", "Image", "CustomReportItem", "BarCode"};
+    if (item == NoElement ||
+        std::find(std::begin(Kinds), std::end(Kinds), document.Name(item)) == std::end(Kinds)) {
+        return false;
+    }
+    const SourceTree& tree = document.Tree();
+    std::string kept;
+    for (const int child : tree.Children(document.IndexOf(item))) {
+        const std::string_view name = tree.LocalName(child);
+        const bool isPlace = name == "Left" || name == "Top" || name == "Width" || name == "Height";
+        kept += isPlace ? XmlOf(document, document.IdAt(child)) : std::string();
+    }
+    const std::string name = document.Attribute(item, "Name").value_or("");
+    InsertXml(document, document.Parent(item),
+              "<Textbox Name=\"" + EscapedValue(name, '"') + "\">" + kept + "</Textbox>", item);
+    Remove(document, item);
+    return true;
+}
+
 }  // namespace
 
 ProblemsPane::ProblemsPane(DesignModel& model, QWidget* parent) : QListWidget(parent), m_model(model) {
@@ -47,12 +87,16 @@ ProblemsPane::ProblemsPane(DesignModel& model, QWidget* parent) : QListWidget(pa
     m_timer.setInterval(Pause);
     connect(&m_timer, &QTimer::timeout, this, &ProblemsPane::CheckNow);
     connect(&m_model, &DesignModel::Changed, this, [this] {
-        m_refusal.clear();
         m_timer.start();
+        if (!m_refusal.isEmpty()) {
+            m_refusal.clear();
+            ShowAll();
+        }
     });
-    connect(this, &QListWidget::itemClicked, this, [this](QListWidgetItem* entry) { Choose(*entry); });
+    connect(this, &QListWidget::itemClicked, this,
+            [this](QListWidgetItem* entry) { SelectItemOf(entry->text()); });
     connect(this, &QListWidget::itemActivated, this, [this](QListWidgetItem* entry) {
-        Choose(*entry);
+        SelectItemOf(entry->text());
         emit Chosen();
     });
     m_timer.start();
@@ -70,25 +114,52 @@ void ProblemsPane::SetDrawingFailure(const QString& text) {
 
 void ProblemsPane::CheckNow() {
     m_timer.stop();
-    m_found.clear();
-    try {
-        const std::filesystem::path file = m_model.File().empty() ? "report.rdl" : m_model.File();
-        reports::OpenRdlText(m_model.Source().Bytes(), file);
-    } catch (const RuntimeError& error) {
-        m_found = QString::fromStdString(error.Description());
-    } catch (const SourceFlaw& flaw) {
-        m_found = QString::fromUtf8(flaw.what());
+    FindProblems();
+    m_hints.clear();
+    for (const std::string& hint : HintsOf(m_model.Source())) {
+        m_hints.append(QString::fromStdString(hint));
     }
     ShowAll();
 }
 
+void ProblemsPane::FindProblems() {
+    m_found.clear();
+    QElapsedTimer time;
+    time.start();
+    try {
+        std::optional<Document> copy;
+        for (;;) {
+            const Document& now = copy ? *copy : m_model.Source();
+            const std::string problem = ProblemOf(m_model, now);
+            if (problem.empty() || m_found.contains(QString::fromStdString(problem))) {
+                return;
+            }
+            m_found.append(QString::fromStdString(problem));
+            if (m_found.size() >= MostProblems || time.elapsed() > MostTime) {
+                return;
+            }
+            if (!copy) {
+                copy.emplace(now.Bytes());
+            }
+            if (!Neutralise(*copy, ItemNamedIn(*copy, problem))) {
+                return;
+            }
+        }
+    } catch (const std::runtime_error& flaw) {  // SourceFlaw, EditError
+        m_found.append(QString::fromUtf8(flaw.what()));
+    }
+}
+
 void ProblemsPane::ShowAll() {
     clear();
-    for (const QString& text : {m_refusal, m_found, m_found.isEmpty() ? m_drawing : QString()}) {
-        if (!text.isEmpty()) {
-            addItem(text);
-        }
+    QStringList all = m_found + m_hints;
+    if (m_found.isEmpty() && !m_drawing.isEmpty()) {
+        all.prepend(m_drawing);
     }
+    if (!m_refusal.isEmpty()) {
+        all.prepend(m_refusal);
+    }
+    addItems(all);
     m_count = count();
     if (m_count == 0) {
         auto* none = new QListWidgetItem(tr("No problems"), this);
@@ -97,10 +168,10 @@ void ProblemsPane::ShowAll() {
     emit Checked();
 }
 
-void ProblemsPane::Choose(const QListWidgetItem& entry) {
-    ElementId id = ItemNamedIn(m_model.Source(), entry.text().toStdString());
+void ProblemsPane::SelectItemOf(const QString& message) {
+    ElementId id = ItemNamedIn(m_model.Source(), message.toStdString());
     if (id == NoElement) {
-        id = ElementAtLine(m_model, entry.text());
+        id = ElementAtLine(m_model, message);
     }
     if (id != NoElement) {
         m_model.Select({id});

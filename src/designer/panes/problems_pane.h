@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the engine says against the report as it is now. It is asked a moment after the last change.
-// Activating a problem selects the item that it names.
+// What the engine says against the report as it is now, and hints. The engine is asked a moment after the
+// last change. It ends with the first problem: an item that it names is left out of a copy, which may have
+// more. Activating a problem selects the item that it names.
 #pragma once
 
 #include <QListWidget>
@@ -21,18 +22,21 @@ class ProblemsPane : public QListWidget {
     void SetDrawingFailure(const QString& text);
     void CheckNow();
     int Count() const { return m_count; }
+    // Selects the item that a message of the engine names, or the element at the line that it names.
+    void SelectItemOf(const QString& message);
 
  signals:
     void Checked();
     void Chosen();
 
  private:
+    void FindProblems();
     void ShowAll();
-    void Choose(const QListWidgetItem& entry);
 
     DesignModel& m_model;
     QTimer m_timer;
-    QString m_refusal, m_found, m_drawing;
+    QString m_refusal, m_drawing;
+    QStringList m_found, m_hints;
     int m_count = 0;
 };
 

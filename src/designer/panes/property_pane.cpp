@@ -8,11 +8,15 @@
 #include <QStyledItemDelegate>
 #include <algorithm>
 
+#include "designer/model/placing.h"
+#include "designer/model/table_selection.h"
+#include "designer/tables/tracks.h"
+
 namespace designer {
 namespace {
 
 constexpr int RowRole = Qt::UserRole;
-constexpr int NameCharacters = 22;  // width of the names
+constexpr int MostNames = 65;  // percent of the width that names take
 
 // The value alone is edited, in a list where there is a choice.
 class ValueDelegate : public QStyledItemDelegate {
@@ -57,6 +61,20 @@ QString NameOf(const PropertyRow& row) {
     return QString::fromUtf8(row.property->name.data(), static_cast<qsizetype>(row.property->name.size()));
 }
 
+QString PlaceName(const PropertyRow& row) {
+    const bool isColumn = row.place == PropertyPlace::Column || row.place == PropertyPlace::ColumnMember;
+    return row.place == PropertyPlace::Selection ? QString()
+           : isColumn                            ? PropertyPane::tr("Column")
+                                                 : PropertyPane::tr("Row");
+}
+
+QString CategoryOf(const PropertyRow& row) {
+    const std::string_view written = row.property->category;
+    return row.place == PropertyPlace::Selection
+               ? QString::fromUtf8(written.data(), static_cast<qsizetype>(written.size()))
+               : PlaceName(row);
+}
+
 }  // namespace
 
 PropertyPane::PropertyPane(DesignModel& model, QWidget* parent) : QTreeWidget(parent), m_model(model) {
@@ -70,17 +88,26 @@ PropertyPane::PropertyPane(DesignModel& model, QWidget* parent) : QTreeWidget(pa
     setUniformRowHeights(true);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                     QAbstractItemView::SelectedClicked);
-    setColumnWidth(0, fontMetrics().averageCharWidth() * NameCharacters);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // By the user: a style and a font also resize columns.
+    connect(header(), &QHeaderView::sectionResized, this, [this](int column) {
+        const bool isByUser = column == 0 && !m_fitting && QApplication::mouseButtons() != Qt::NoButton;
+        m_isFitted = m_isFitted && !isByUser;
+    });
     connect(&m_model, &DesignModel::Changed, this, &PropertyPane::Show);
-    connect(&m_model, &DesignModel::SelectionChanged, this, &PropertyPane::Show);
+    connect(&m_model, &DesignModel::SelectionChanged, this, [this] {
+        m_part = NoElement;
+        Show();
+    });
     connect(this, &QTreeWidget::itemChanged, this,
             [this](QTreeWidgetItem* row, int column) { TakeValue(*row, column); });
     Show();
 }
 
-// The rows stay while they are the same, and with them what is current and what is open.
-void PropertyPane::Show() {
+std::vector<PropertyRow> PropertyPane::RowsToShow() const {
+    if (m_part != NoElement) {
+        return PropertyRowsOf(m_model, m_part);
+    }
     std::vector<PropertyRow> rows;
     const auto& selection = m_model.Selection();
     for (std::size_t index = 0; index < selection.size(); ++index) {
@@ -94,6 +121,21 @@ void PropertyPane::Show() {
                    std::find(own.begin(), own.end(), row) == own.end();
         });
     }
+    const std::vector<PropertyRow> tracks = TrackRowsOf(m_model);
+    rows.insert(rows.end(), tracks.begin(), tracks.end());
+    return rows;
+}
+
+// The rows stay while they are the same, and with them what is current and what is open.
+void PropertyPane::Show() {
+    m_part = m_model.Source().Has(m_part) ? m_part : NoElement;
+    // Once for all rows: it reads the whole table.
+    for (const PropertyPlace place :
+         {PropertyPlace::Selection, PropertyPlace::Column, PropertyPlace::ColumnMember, PropertyPlace::Row,
+          PropertyPlace::RowMember}) {
+        m_places[place] = ElementsAt(m_model, place);
+    }
+    std::vector<PropertyRow> rows = RowsToShow();
     m_filling = true;
     if (rows != m_rows) {
         m_rows = std::move(rows);
@@ -104,25 +146,101 @@ void PropertyPane::Show() {
             ShowValue(**row, m_rows[(*row)->data(1, RowRole).toUInt()]);
         }
     }
+    ShowMatches();
     m_filling = false;
 }
 
+QTreeWidgetItem* PropertyPane::CategoryRow(const QString& category, const QStringList& closed) {
+    const auto found = findItems(category, Qt::MatchExactly);
+    auto* parent = found.isEmpty() ? new QTreeWidgetItem(this, {category}) : found.front();
+    parent->setExpanded(!closed.contains(category));
+    parent->setFirstColumnSpanned(true);
+    return parent;
+}
+
+// By alphabet the name says whether it is that of a column or row.
 void PropertyPane::BuildRows() {
     QStringList closed;
     for (int index = 0; index < topLevelItemCount(); ++index) {
-        closed += topLevelItem(index)->isExpanded() ? QString() : topLevelItem(index)->text(0);
+        const bool isClosed = topLevelItem(index)->childCount() > 0 && !topLevelItem(index)->isExpanded();
+        closed += isClosed ? topLevelItem(index)->text(0) : QString();
     }
     clear();
+    setRootIsDecorated(!m_isAlphabetical);
     for (std::size_t index = 0; index < m_rows.size(); ++index) {
-        const std::string_view written = m_rows[index].property->category;
-        const QString category = QString::fromUtf8(written.data(), static_cast<qsizetype>(written.size()));
-        const auto found = findItems(category, Qt::MatchExactly);
-        auto* parent = found.isEmpty() ? new QTreeWidgetItem(this, {category}) : found.front();
-        parent->setExpanded(!closed.contains(category));
-        parent->setFirstColumnSpanned(true);
-        auto* row = new QTreeWidgetItem(parent, {NameOf(m_rows[index])});
+        const QString place = PlaceName(m_rows[index]), name = NameOf(m_rows[index]);
+        auto* row = m_isAlphabetical ? new QTreeWidgetItem(this)
+                                     : new QTreeWidgetItem(CategoryRow(CategoryOf(m_rows[index]), closed));
+        row->setText(0,
+                     m_isAlphabetical && !place.isEmpty() ? tr("%1 (%2)").arg(name, place.toLower()) : name);
+        row->setToolTip(0, row->text(0));
         row->setData(1, RowRole, static_cast<uint>(index));
         row->setFlags(row->flags() | Qt::ItemIsEditable);
+    }
+    if (m_isAlphabetical) {
+        sortItems(0, Qt::AscendingOrder);
+    }
+    FitNames();
+}
+
+void PropertyPane::SetAlphabetical(bool isAlphabetical) {
+    if (m_isAlphabetical != isAlphabetical) {
+        m_isAlphabetical = isAlphabetical;
+        m_rows.clear();
+        clear();
+        Show();
+    }
+}
+
+void PropertyPane::SetFilter(const QString& text) {
+    m_filter = text.trimmed();
+    ShowMatches();
+}
+
+// A category without a match goes too.
+void PropertyPane::ShowMatches() {
+    const auto matches = [this](const QTreeWidgetItem& row) {
+        return m_filter.isEmpty() || row.text(0).contains(m_filter, Qt::CaseInsensitive) ||
+               row.text(1).contains(m_filter, Qt::CaseInsensitive);
+    };
+    for (int index = 0; index < topLevelItemCount(); ++index) {
+        QTreeWidgetItem& top = *topLevelItem(index);
+        bool hasMatch = top.childCount() == 0 && matches(top);
+        for (int child = 0; child < top.childCount(); ++child) {
+            const bool isMatch = matches(*top.child(child));
+            top.child(child)->setHidden(!isMatch);
+            hasMatch = hasMatch || isMatch;
+        }
+        top.setHidden(!hasMatch);
+    }
+}
+
+// The names get the width that they need, but the values have room too.
+void PropertyPane::FitNames() {
+    if (!m_isFitted) {
+        return;
+    }
+    int width = fontMetrics().horizontalAdvance(headerItem()->text(0));
+    for (QTreeWidgetItemIterator row(this); *row; ++row) {
+        const int levels = ((*row)->parent() ? 1 : 0) + (rootIsDecorated() ? 1 : 0);
+        const bool isRow = !(*row)->data(1, RowRole).isNull();
+        width = std::max(
+            width, isRow ? fontMetrics().horizontalAdvance((*row)->text(0)) + levels * indentation() : 0);
+    }
+    const int margin = fontMetrics().averageCharWidth() * 2;
+    m_fitting = true;
+    setColumnWidth(0, std::min(width + margin, viewport()->width() * MostNames / 100));
+    m_fitting = false;
+}
+
+std::vector<ElementId> PropertyPane::OwnersOf(const PropertyRow& row) const {
+    return m_part != NoElement ? std::vector{m_part} : m_places.at(row.place);
+}
+
+void PropertyPane::ShowPart(ElementId id) {
+    if (id != m_part) {
+        m_part = id;
+        Show();
     }
 }
 
@@ -137,9 +255,10 @@ void PropertyPane::FinishEditing() {
 // A value that is not the same for all is mixed, and its text empty.
 PropertyValue PropertyPane::CommonValue(const PropertyRow& property) const {
     PropertyValue common;
-    for (const ElementId id : m_model.Selection()) {
+    const std::vector<ElementId> owners = OwnersOf(property);
+    for (const ElementId id : owners) {
         const PropertyValue own = ValueOfRow(m_model.Source(), id, property);
-        const bool isFirst = id == m_model.Selection().front();
+        const bool isFirst = id == owners.front();
         common.isMixed = common.isMixed || own.isMixed || (!isFirst && own.text != common.text);
         common.isSet = common.isSet || own.isSet;
         common.text = own.text;
@@ -167,16 +286,33 @@ void PropertyPane::TakeValue(QTreeWidgetItem& row, int column) {
     }
     const PropertyRow property = m_rows[row.data(1, RowRole).toUInt()];
     const std::string value = row.text(1).toStdString();
-    const std::vector<ElementId> ids = m_model.Selection();
     if (value != CommonValue(property).text) {
-        m_model.Edit(StepName(m_model, tr("Change %1 of").arg(NameOf(property)), ids),
-                     [&](Document& document) {
-                         for (const ElementId id : ids) {
-                             SetRow(document, id, property, value);
-                         }
-                     });
+        Change(tr("Change %1 of"), property, [&](Document& document, const std::vector<ElementId>& ids) {
+            SetRow(document, ids, property, value);
+        });
     }
     Show();
+}
+
+// A table is as large as its columns and rows.
+void PropertyPane::Change(const QString& verb, const PropertyRow& property,
+                          const std::function<void(Document&, const std::vector<ElementId>&)>& work) {
+    const std::vector<ElementId> ids = OwnersOf(property);
+    const bool isTrack = property.place != PropertyPlace::Selection;
+    const QString named = verb.arg(NameOf(property));
+    const QString place = PlaceName(property).toLower();
+    const QString step = !isTrack          ? StepName(m_model, named, ids)
+                         : ids.size() == 1 ? named + " " + place
+                                           : QString("%1 %2 %3s").arg(named).arg(ids.size()).arg(place);
+    const auto table = isTrack ? SelectedTable(m_model) : std::nullopt;
+    const ReportItems items = table ? m_model.Items() : ReportItems{};
+    m_model.Edit(step, [&](Document& document) {
+        work(document, ids);
+        if (table) {
+            FollowSize(document, table->region);
+            GrowBandOfTable(document, items, table->region);
+        }
+    });
 }
 
 const PropertyRow* PropertyPane::CurrentRow() const {
@@ -189,11 +325,14 @@ void PropertyPane::Reset() {
         return;
     }
     const PropertyRow property = *CurrentRow();
-    const std::vector<ElementId> ids = m_model.Selection();
-    m_model.Edit(StepName(m_model, tr("Reset %1 of").arg(NameOf(property)), ids), [&](Document& document) {
-        for (const ElementId id : ids) {
-            ResetRow(document, id, property);
+    Change(tr("Reset %1 of"), property, [&](Document& document, const std::vector<ElementId>& ids) {
+        if (property.place == PropertyPlace::Column || property.place == PropertyPlace::Row) {
+            const std::string_view path = property.property->path;
+            if (path == "Width" || path == "Height") {
+                throw EditError("A column and a row have a size of their own");
+            }
         }
+        ResetRow(document, ids, property);
     });
 }
 
@@ -202,8 +341,14 @@ void PropertyPane::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange) {
         Show();
     } else if (event->type() == QEvent::FontChange) {
-        setColumnWidth(0, fontMetrics().averageCharWidth() * NameCharacters);
+        setIndentation(fontMetrics().averageCharWidth() * 2);
+        FitNames();
     }
+}
+
+void PropertyPane::resizeEvent(QResizeEvent* event) {
+    QTreeWidget::resizeEvent(event);
+    FitNames();
 }
 
 void PropertyPane::keyPressEvent(QKeyEvent* event) {

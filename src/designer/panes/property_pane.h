@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The properties of what is selected: of several items those that all of them have, with a value where it is
-// the same for all. What the file does not say is grey. A value is changed in place; Delete gives a property
-// its default again.
+// the same for all; of cells also those of their columns and rows. What the file does not say is grey. A
+// value is changed in place; Delete gives a property its default again.
 #pragma once
 
 #include <QTreeWidget>
+#include <functional>
+#include <map>
 #include <vector>
 
 #include "designer/model/design_model.h"
@@ -25,21 +27,44 @@ class PropertyPane : public QTreeWidget {
     // Returns the row that the user is at; null if there is none.
     const PropertyRow* CurrentRow() const;
     const PropertyRow& RowAt(std::size_t index) const { return m_rows.at(index); }
+    // Returns the elements that the property is of.
+    std::vector<ElementId> OwnersOf(const PropertyRow& row) const;
+    // Shows this part of the report, such as a data set, in place of the selection; NoElement: the selection
+    // again. Another selection ends it too.
+    void ShowPart(ElementId id);
+
+    // Shows only rows with the text in their name or value; an empty text shows all.
+    void SetFilter(const QString& text);
+    // Orders the rows by their names, or by categories.
+    void SetAlphabetical(bool isAlphabetical);
 
  protected:
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
  private:
     PropertyValue CommonValue(const PropertyRow& property) const;
+    std::vector<PropertyRow> RowsToShow() const;
     void Show();
     void BuildRows();
+    QTreeWidgetItem* CategoryRow(const QString& category, const QStringList& closed);
     void ShowValue(QTreeWidgetItem& row, const PropertyRow& property) const;
+    void ShowMatches();
+    void FitNames();
     void TakeValue(QTreeWidgetItem& row, int column);
+    void Change(const QString& verb, const PropertyRow& property,
+                const std::function<void(Document&, const std::vector<ElementId>&)>& work);
 
     DesignModel& m_model;
     std::vector<PropertyRow> m_rows;
+    std::map<PropertyPlace, std::vector<ElementId>> m_places;  // whose properties the rows are
+    ElementId m_part = NoElement;
+    QString m_filter;
+    bool m_isAlphabetical = false;
     bool m_filling = false;
+    bool m_fitting = false;
+    bool m_isFitted = true;  // until the user pulls the border between the columns
 };
 
 }  // namespace designer

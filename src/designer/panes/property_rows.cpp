@@ -7,8 +7,9 @@
 
 #include "designer/document/editing.h"
 #include "designer/document/item_size.h"
+#include "designer/graphics/part_tree.h"
 #include "designer/model/placing.h"
-#include "designer/model/table_selection.h"
+#include "rdl/api/style_values.h"
 
 namespace designer {
 namespace {
@@ -46,16 +47,15 @@ std::vector<PropertyRow> RowsOfReport(const Document& document) {
     return rows;
 }
 
-std::string WithUnit(const Document& document, const std::string& value) {
+// Sizes within a style, and what is 0pt by default.
+bool IsInPoints(const Property& property) {
+    return property.path.find("Style/") != std::string_view::npos || property.missing.ends_with("pt");
+}
+
+bool IsNumber(const std::string& value) {
     double number = 0;
     const auto read = std::from_chars(value.data(), value.data() + value.size(), number);
-    if (read.ec != std::errc() || read.ptr != value.data() + value.size()) {
-        return value;
-    }
-    const ElementId body = BodyOf(document);
-    const std::string like = body == NoElement ? "" : document.TextAt(body, "Height").value_or("");
-    const std::size_t digit = like.find_last_of("0123456789.");
-    return value + (digit == std::string::npos || !PointsOf(like) ? "in" : like.substr(digit + 1));
+    return read.ec == std::errc() && read.ptr == value.data() + value.size();
 }
 
 ElementId OwnerOf(const Document& document, ElementId id, const PropertyRow& row) {
@@ -66,7 +66,26 @@ ElementId OwnerOf(const Document& document, ElementId id, const PropertyRow& row
     return owner;
 }
 
+std::vector<ElementId> OwnersOf(const Document& document, const std::vector<ElementId>& ids,
+                                const PropertyRow& row) {
+    std::vector<ElementId> owners;
+    for (const ElementId id : ids) {
+        owners.push_back(OwnerOf(document, id, row));
+    }
+    return owners;
+}
+
 }  // namespace
+
+std::string WithUnit(const Document& document, const std::string& value) {
+    if (!IsNumber(value)) {
+        return value;
+    }
+    const ElementId body = BodyOf(document);
+    const std::string like = body == NoElement ? "" : document.TextAt(body, "Height").value_or("");
+    const std::size_t digit = like.find_last_of("0123456789.");
+    return value + (digit == std::string::npos || !PointsOf(like) ? "in" : like.substr(digit + 1));
+}
 
 std::vector<PropertyRow> PropertyRowsOf(const DesignModel& model, ElementId id) {
     const Document& document = model.Source();
@@ -75,15 +94,20 @@ std::vector<PropertyRow> PropertyRowsOf(const DesignModel& model, ElementId id) 
     }
     std::vector<PropertyRow> rows;
     const ReportItem* item = model.Item(id);
-    if (item || model.Band(id)) {
-        Add(rows, document, id, "");
-    } else if (SelectedTable(model)) {
+    const bool isPart = !item && !model.Band(id) && OwnerOfPart(document, id) != NoElement;
+    if (isPart) {
+        for (const std::string& path : PathsOfPart(document, id)) {
+            Add(rows, document, id, path);
+        }
+        return rows;
+    }
+    if (!item && !model.Band(id)) {
         // A group: what it is by and in which order, and then its member.
-        for (const char* part :
-             {"Group", "Grouping", "SortExpressions/SortExpression", "Sorting/SortBy", "."}) {
-            Add(rows, document, id, std::string_view(part) == "." ? "" : part);
+        for (const char* part : {"Group", "Grouping", "SortExpressions/SortExpression", "Sorting/SortBy"}) {
+            Add(rows, document, id, part);
         }
     }
+    Add(rows, document, id, "");
     if (item) {
         std::erase_if(rows, [item](const PropertyRow& row) { return !HasPlace(*row.property, *item); });
     }
@@ -94,13 +118,20 @@ PropertyValue ValueOfRow(const Document& document, ElementId id, const PropertyR
     return ValueOf(document, OwnerOf(document, id, row), *row.property);
 }
 
-void SetRow(Document& document, ElementId id, const PropertyRow& row, const std::string& value) {
-    const bool isSize = row.property->kind == PropertyKind::Size;
-    SetValue(document, OwnerOf(document, id, row), *row.property, isSize ? WithUnit(document, value) : value);
+std::string CompleteValue(const Document& document, const PropertyRow& row, const std::string& value) {
+    if (row.property->kind != PropertyKind::Size || !IsNumber(value)) {
+        return value;
+    }
+    return IsInPoints(*row.property) ? value + "pt" : WithUnit(document, value);
 }
 
-void ResetRow(Document& document, ElementId id, const PropertyRow& row) {
-    ResetValue(document, OwnerOf(document, id, row), *row.property);
+void SetRow(Document& document, const std::vector<ElementId>& ids, const PropertyRow& row,
+            const std::string& value) {
+    SetValueOfAll(document, OwnersOf(document, ids, row), *row.property, CompleteValue(document, row, value));
+}
+
+void ResetRow(Document& document, const std::vector<ElementId>& ids, const PropertyRow& row) {
+    ResetValueOfAll(document, OwnersOf(document, ids, row), *row.property);
 }
 
 std::vector<std::string> ChoicesFor(const Document& document, const Property& property) {
@@ -126,6 +157,11 @@ std::vector<std::string> ChoicesFor(const Document& document, const Property& pr
         case PropertyKind::Font:
             for (const QString& family : QFontDatabase::families()) {
                 choices.push_back(family.toStdString());
+            }
+            break;
+        case PropertyKind::Color:
+            for (const rdl::NamedColor& color : rdl::NamedColors()) {
+                choices.emplace_back(color.name);
             }
             break;
         case PropertyKind::DataSet:

@@ -5,7 +5,6 @@
 #include "designer/panes/group_dialog.h"
 #include "designer/tables/cells.h"
 #include "designer/tables/fields.h"
-#include "platform/base/ascii.h"
 
 namespace designer {
 namespace {
@@ -43,7 +42,7 @@ QAction* TableMenu::Add(const char* name, const QString& text, const QKeySequenc
 
 void TableMenu::AddTrackCommands() {
     const auto track = [this](Axis axis, Side side, GroupSide groupSide) {
-        return [this, axis, side, groupSide] { InsertTrack(axis, side, groupSide); };
+        return [this, axis, side, groupSide] { InsertTrack(axis, Towards(axis, side), groupSide); };
     };
     Add("tableColumnLeft", tr("Column to the &Left"), Keys(ControlAlt, Qt::Key_Left), Needs::Column,
         track(Axis::Columns, Side::Before, GroupSide::Inside));
@@ -53,15 +52,23 @@ void TableMenu::AddTrackCommands() {
         track(Axis::Rows, Side::Before, GroupSide::Inside));
     Add("tableRowBelow", tr("Row &Below"), Keys(ControlAlt, Qt::Key_Down), Needs::Row,
         track(Axis::Rows, Side::After, GroupSide::Inside));
+    Add("tableColumnLeftOfGroup", tr("Column Left of the Group"), Keys(ControlAlt, Qt::Key_Home),
+        Needs::ColumnGroup, track(Axis::Columns, Side::Before, GroupSide::Outside));
+    Add("tableColumnRightOfGroup", tr("Column Right of the Group"), Keys(ControlAlt, Qt::Key_End),
+        Needs::ColumnGroup, track(Axis::Columns, Side::After, GroupSide::Outside));
     Add("tableRowAboveGroup", tr("Row Above the Group"), Keys(All, Qt::Key_Up), Needs::RowGroup,
         track(Axis::Rows, Side::Before, GroupSide::Outside));
     Add("tableRowBelowGroup", tr("Row Below the Group"), Keys(All, Qt::Key_Down), Needs::RowGroup,
         track(Axis::Rows, Side::After, GroupSide::Outside));
     addSeparator();
     Add("tableMoveLeft", tr("&Move Column Left"), Keys(All, Qt::Key_Left), Needs::Column,
-        [this] { MoveColumn(-1); });
+        [this] { MoveTracks(Axis::Columns, -1); });
     Add("tableMoveRight", tr("Mo&ve Column Right"), Keys(All, Qt::Key_Right), Needs::Column,
-        [this] { MoveColumn(1); });
+        [this] { MoveTracks(Axis::Columns, 1); });
+    Add("tableMoveUp", tr("Move Row &Up"), QKeySequence(Qt::ALT | Qt::SHIFT | Qt::Key_Up), Needs::Row,
+        [this] { MoveTracks(Axis::Rows, -1); });
+    Add("tableMoveDown", tr("Move Row &Down"), QKeySequence(Qt::ALT | Qt::SHIFT | Qt::Key_Down), Needs::Row,
+        [this] { MoveTracks(Axis::Rows, 1); });
     Add("tableDeleteColumn", tr("Delete &Columns"), {}, Needs::Column, [this] { Delete(Axis::Columns); });
     Add("tableDeleteRow", tr("Delete R&ows"), {}, Needs::Row, [this] { Delete(Axis::Rows); });
 }
@@ -150,20 +157,36 @@ void TableMenu::Delete(Axis axis) {
          });
 }
 
-void TableMenu::MoveColumn(int step) {
-    Edit(tr("Move column"), [step](Document& document, const TableSelection& table) {
-        const std::size_t from = table.columns->first;
-        if (step < 0 && from == 0) {
-            throw EditError("The column is the first one");
+// The column to the left is the next one in a table from right to left.
+Side TableMenu::Towards(Axis axis, Side side) const {
+    const auto table = SelectedTable(m_model);
+    const bool isMirrored = axis == Axis::Columns && table && IsMirrored(m_model.Source(), table->region);
+    return !isMirrored ? side : side == Side::Before ? Side::After : Side::Before;
+}
+
+// The track beside the selected ones goes to their other side.
+void TableMenu::MoveTracks(Axis axis, int step) {
+    const bool isColumn = axis == Axis::Columns;
+    const Side side = Towards(axis, step < 0 ? Side::Before : Side::After);
+    Edit(isColumn ? tr("Move column") : tr("Move row"), [&](Document& document, const TableSelection& table) {
+        const TrackRange range = isColumn ? *table.columns : *table.rows;
+        const std::size_t end = range.first + range.count;
+        const TablixGrid grid = GridOf(document, table.region);
+        if (side == Side::Before && range.first == 0) {
+            throw EditError(isColumn ? "The column is the first one" : "The row is the first one");
         }
-        MoveTrack(document, table.region, Axis::Columns, from, step < 0 ? from - 1 : from + 1);
+        if (side == Side::After && end >= (isColumn ? grid.columns : grid.rows).size()) {
+            throw EditError(isColumn ? "The column is the last one" : "The row is the last one");
+        }
+        side == Side::Before ? MoveTrack(document, table.region, axis, range.first - 1, end - 1)
+                             : MoveTrack(document, table.region, axis, end, range.first);
     });
 }
 
 void TableMenu::Merge() {
     Edit(tr("Merge cells"), [](Document& document, const TableSelection& table) {
         if (table.rows->count != 1) {
-            throw EditError("Cells are merged within one row");
+            throw EditError("A report has no cells that span rows of data; select cells of one row");
         }
         MergeCells(document, table.region, table.rows->first, table.columns->first, table.columns->count);
     });
@@ -175,17 +198,13 @@ void TableMenu::AskForGroup(GroupPlace place, const QString& title) {
     if (!group) {
         return;
     }
-    std::vector<std::string> fields;
-    const std::string dataSet = DataSetOfRegion(m_model.Source(), table->region);
-    for (const DataSetFields& set : DataSetsOf(m_model.Source())) {
-        for (const DataField& field : set.fields) {
-            if (SameAscii(set.name, dataSet)) {
-                fields.push_back(field.name);
-            }
-        }
-    }
-    const bool hasBands = place == GroupPlace::Parent || place == GroupPlace::Child;
-    GroupDialog dialog(title, fields, *table->groupAxis, hasBands, parentWidget());
+    const bool isMatrix = m_model.Source().Name(table->region) == "Matrix";
+    const bool hasBands = !isMatrix && (place == GroupPlace::Parent || place == GroupPlace::Child);
+    const auto ask = [this, member = group->member](const std::string& value, QWidget* parent) {
+        return m_ask(member, value, parent);
+    };
+    GroupDialog dialog(title, FieldNamesOfRegion(m_model.Source(), table->region), *table->groupAxis,
+                       hasBands, m_ask ? GroupDialog::Ask(ask) : GroupDialog::Ask(), parentWidget());
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
@@ -214,6 +233,9 @@ bool TableMenu::Allows(Needs needs, const TableSelection& table) const {
             return table.columns.has_value();
         case Needs::Row:
             return table.rows.has_value();
+        case Needs::ColumnGroup:
+            return table.columns &&
+                   IsInGroup(m_model.Source(), table.region, Axis::Columns, table.columns->first);
         case Needs::RowGroup:
             return table.rows && IsInGroup(m_model.Source(), table.region, Axis::Rows, table.rows->first);
         case Needs::Cells:

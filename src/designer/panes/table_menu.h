@@ -5,6 +5,8 @@
 #include <QMenu>
 #include <functional>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "designer/model/table_selection.h"
@@ -16,6 +18,11 @@ class TableMenu : public QMenu {
  public:
     explicit TableMenu(DesignModel& model, QWidget* parent = nullptr);
 
+    // Asks for an expression for a group beside this member.
+    using Ask = std::function<std::optional<std::string>(ElementId member, const std::string& value,
+                                                         QWidget* parent)>;
+    void SetAsk(Ask ask) { m_ask = std::move(ask); }
+
     // Enables what the selection allows; nothing if the canvas is not shown.
     void ShowCommands(bool designs);
 
@@ -23,7 +30,7 @@ class TableMenu : public QMenu {
     void Working();  // before a command: what is being typed is taken
 
  private:
-    enum class Needs { Column, Row, RowGroup, Cells, MergedCell, Group };
+    enum class Needs { Column, Row, ColumnGroup, RowGroup, Cells, MergedCell, Group };
     struct Entry {
         QAction* action;
         Needs needs;
@@ -37,7 +44,8 @@ class TableMenu : public QMenu {
     void Edit(const QString& step, const Work& work);
     void InsertTrack(Axis axis, Side side, GroupSide groupSide);
     void Delete(Axis axis);
-    void MoveColumn(int step);
+    Side Towards(Axis axis, Side side) const;
+    void MoveTracks(Axis axis, int step);
     void Merge();
     void AskForGroup(GroupPlace place, const QString& title);
     void Total(Side side);
@@ -46,6 +54,7 @@ class TableMenu : public QMenu {
 
     DesignModel& m_model;
     std::vector<Entry> m_entries;
+    Ask m_ask;
 };
 
 }  // namespace designer

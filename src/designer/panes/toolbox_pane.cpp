@@ -2,15 +2,51 @@
 #include "designer/panes/toolbox_pane.h"
 
 #include <QEvent>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QToolButton>
-#include <QVBoxLayout>
 
 namespace designer {
 namespace {
 
-constexpr int IconSize = 16;
+constexpr int IconSize = 16, Columns = 2;
+
+void DrawGraphic(QPainter& painter, NewItem kind, const QColor& colour) {
+    switch (kind) {
+        case NewItem::Chart:
+            painter.drawPolyline(QPolygonF({{1.5, 2}, {1.5, 13.5}, {14.5, 13.5}}));
+            painter.fillRect(QRectF(4, 8, 2.5, 5), colour);
+            painter.fillRect(QRectF(7.5, 4, 2.5, 9), colour);
+            painter.fillRect(QRectF(11, 6, 2.5, 7), colour);
+            break;
+        case NewItem::Gauge:
+            painter.drawArc(QRectF(1.5, 3, 13, 13), -20 * 16, 220 * 16);
+            painter.drawLine(QPointF(8, 10), QPointF(11.5, 5.5));
+            painter.setBrush(colour);
+            painter.drawEllipse(QPointF(8, 10), 1.2, 1.2);
+            break;
+        case NewItem::Indicator:
+            painter.setBrush(colour);
+            painter.drawPolygon(QPolygonF({{8, 2}, {13.5, 8}, {10, 8}, {10, 14}, {6, 14}, {6, 8}, {2.5, 8}}));
+            break;
+        case NewItem::BarCode: {
+            double left = 1.5;
+            for (const double width : {2.0, 1.0, 1.0, 2.5, 1.0, 1.5}) {
+                painter.fillRect(QRectF(left, 3, width, 10), colour);
+                left += width + 0.9;
+            }
+            break;
+        }
+        case NewItem::Subreport:
+            painter.drawRect(QRectF(3.5, 1.5, 9, 13));
+            painter.drawRect(QRectF(5.5, 6.5, 5, 5));
+            painter.drawLine(QPointF(5.5, 4), QPointF(10.5, 4));
+            break;
+        default:
+            break;
+    }
+}
 
 void DrawTool(QPainter& painter, NewItem kind, const QColor& colour) {
     painter.setPen(QPen(colour, 1.2));
@@ -48,6 +84,9 @@ void DrawTool(QPainter& painter, NewItem kind, const QColor& colour) {
             painter.drawRect(QRectF(1.5, 2.5, 13, 4.5));
             painter.drawRect(QRectF(1.5, 9, 13, 4.5));
             break;
+        default:
+            DrawGraphic(painter, kind, colour);
+            break;
     }
 }
 
@@ -60,7 +99,12 @@ std::vector<ToolText> Tools() {
             {NewItem::Image, ToolboxPane::tr("Image")},
             {NewItem::Table, ToolboxPane::tr("Table")},
             {NewItem::Matrix, ToolboxPane::tr("Matrix")},
-            {NewItem::List, ToolboxPane::tr("List")}};
+            {NewItem::List, ToolboxPane::tr("List")},
+            {NewItem::Chart, ToolboxPane::tr("Chart")},
+            {NewItem::Gauge, ToolboxPane::tr("Gauge")},
+            {NewItem::Indicator, ToolboxPane::tr("Indicator")},
+            {NewItem::BarCode, ToolboxPane::tr("Bar Code")},
+            {NewItem::Subreport, ToolboxPane::tr("Subreport")}};
 }
 
 QIcon ToolIcon(NewItem kind, const QPalette& palette) {
@@ -80,7 +124,7 @@ QIcon ToolIcon(NewItem kind, const QPalette& palette) {
 
 ToolboxPane::ToolboxPane(QWidget* parent) : QWidget(parent) {
     setObjectName("toolbox");
-    auto* layout = new QVBoxLayout(this);
+    auto* layout = new QGridLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->setSpacing(2);
     for (const ToolText& tool : Tools()) {
@@ -101,10 +145,11 @@ ToolboxPane::ToolboxPane(QWidget* parent) : QWidget(parent) {
             ShowTool(checked ? std::optional(kind) : std::nullopt);
             emit ToolPicked(checked ? std::optional(kind) : std::nullopt);
         });
-        layout->addWidget(button);
+        const int number = static_cast<int>(m_buttons.size());
+        layout->addWidget(button, number / Columns, number % Columns);
         m_buttons.push_back(button);
     }
-    layout->addStretch(1);
+    layout->setRowStretch(layout->rowCount(), 1);
 }
 
 void ToolboxPane::ShowTool(std::optional<NewItem> tool) {

@@ -7,6 +7,7 @@
 #include "designer/document/xml_text.h"
 #include "designer/tables/tablix_shape.h"
 #include "platform/base/ascii.h"
+#include "rdl/api/identifier.h"
 
 namespace designer {
 namespace {
@@ -46,6 +47,19 @@ std::string DataSetOfRegion(const Document& document, ElementId region) {
     return sets.size() == 1 ? sets.front().name : std::string();
 }
 
+std::vector<std::string> FieldNamesOfRegion(const Document& document, ElementId region) {
+    const std::string name = DataSetOfRegion(document, region);
+    std::vector<std::string> names;
+    for (const DataSetFields& set : DataSetsOf(document)) {
+        for (const DataField& field : set.fields) {
+            if (SameAscii(set.name, name)) {
+                names.push_back(field.name);
+            }
+        }
+    }
+    return names;
+}
+
 bool IsNumericField(const Document& document, ElementId region, std::string_view field) {
     const std::string name = DataSetOfRegion(document, region);
     for (const DataSetFields& set : DataSetsOf(document)) {
@@ -78,7 +92,7 @@ std::string FieldOfValue(std::string_view expression) {
         return {};
     }
     const std::string_view name = text.substr(Begin.size(), text.size() - Begin.size() - End.size());
-    return IsIdentifier(name) ? std::string(name) : std::string();
+    return rdl::IsIdentifier(name) ? std::string(name) : std::string();
 }
 
 std::string FieldTitle(std::string_view field) {

@@ -28,6 +28,9 @@ std::vector<DataSetFields> DataSetsOf(const Document& document);
 // Empty if there is none of these.
 std::string DataSetOfRegion(const Document& document, ElementId region);
 
+// Returns the names of the fields of the region's data set.
+std::vector<std::string> FieldNamesOfRegion(const Document& document, ElementId region);
+
 // Returns whether the field of the region's data set is a number.
 bool IsNumericField(const Document& document, ElementId region, std::string_view field);
 

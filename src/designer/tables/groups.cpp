@@ -9,6 +9,7 @@
 #include "designer/document/xml_text.h"
 #include "designer/tables/fields.h"
 #include "designer/tables/header_levels.h"
+#include "designer/tables/older_matrix.h"
 #include "designer/tables/older_tables.h"
 #include "platform/base/ascii.h"
 
@@ -73,9 +74,12 @@ std::vector<RegionGroup> TableGroups(const Document& document, ElementId table) 
     return groups;
 }
 
+// All cells of a matrix are in all of its groups.
 std::vector<RegionGroup> MatrixGroups(const Document& document, ElementId matrix, Axis axis) {
     std::vector<RegionGroup> groups;
     const bool isColumns = axis == Axis::Columns;
+    const TablixGrid grid = GridOf(document, matrix);
+    const std::size_t tracks = isColumns ? grid.columns.size() : grid.rows.size();
     for (const ElementId level :
          ChildrenNamed(document, matrix, isColumns ? "ColumnGroupings" : "RowGroupings",
                        isColumns ? "ColumnGrouping" : "RowGrouping")) {
@@ -83,6 +87,7 @@ std::vector<RegionGroup> MatrixGroups(const Document& document, ElementId matrix
         if (member != NoElement) {
             groups.push_back(Described(document, member, document.Find(member, "Grouping"),
                                        static_cast<int>(groups.size())));
+            groups.back().count = tracks;
         }
     }
     return groups;
@@ -169,7 +174,8 @@ class TablixGrouper {
         }
         const TablixMemberNode node = Node(member);
         NewNames names(m_document);
-        std::string xml = StaticMemberXml(m_document, m_shape, m_axis, member, m_group.expression, {}, names);
+        std::string xml =
+            StaticMemberXml(m_document, m_shape, m_axis, member, {m_group.expression, {}}, {}, names);
         const bool hasHeader = xml.find("<TablixHeader>") != std::string::npos;
         const std::size_t begin = std::string("<TablixMember>").size();
         xml.insert(begin, GroupXml(names, m_group));
@@ -253,6 +259,20 @@ void CheckExpression(const NewGroup& group) {
     }
 }
 
+// Grouping and sort of a group in the schemas before 2008.
+std::string GroupingXml(const Document& document, const NewGroup& group) {
+    NewNames names(document);
+    std::string xml = GroupXml(names, group);
+    for (const auto& [newer, older] :
+         {std::pair("<Group ", "<Grouping "), std::pair("</Group>", "</Grouping>"),
+          std::pair("<SortExpressions>", "<Sorting>"), std::pair("</SortExpressions>", "</Sorting>"),
+          std::pair("<SortExpression>", "<SortBy>"), std::pair("</SortExpression>", "</SortBy>"),
+          std::pair("<Value>", "<SortExpression>"), std::pair("</Value>", "</SortExpression>")}) {
+        xml.replace(xml.find(newer), std::string_view(newer).size(), older);
+    }
+    return xml;
+}
+
 // A header and a footer of a TableGroup have one row like the first of the details.
 ElementId AddTableGroup(Document& document, ElementId table, ElementId member, GroupPlace place,
                         const NewGroup& group) {
@@ -263,15 +283,7 @@ ElementId AddTableGroup(Document& document, ElementId table, ElementId member, G
     if (place == GroupPlace::Child && isDetails) {
         throw EditError("The details have one row for each row of data and hold no group");
     }
-    NewNames names(document);
-    std::string xml = GroupXml(names, group);
-    for (const auto& [newer, older] :
-         {std::pair("<Group ", "<Grouping "), std::pair("</Group>", "</Grouping>"),
-          std::pair("<SortExpressions>", "<Sorting>"), std::pair("</SortExpressions>", "</Sorting>"),
-          std::pair("<SortExpression>", "<SortBy>"), std::pair("</SortExpression>", "</SortBy>"),
-          std::pair("<Value>", "<SortExpression>"), std::pair("</Value>", "</SortExpression>")}) {
-        xml.replace(xml.find(newer), std::string_view(newer).size(), older);
-    }
+    const std::string xml = GroupingXml(document, group);
     const ElementId groups = EnsureChild(document, table, "TableGroups");
     const ElementId next = isDetails ? NoElement
                            : place == GroupPlace::Parent
@@ -287,10 +299,6 @@ ElementId AddTableGroup(Document& document, ElementId table, ElementId member, G
         }
     }
     return added;
-}
-
-std::string OlderRefusal(const Document& document, ElementId region) {
-    return "Groups of a " + document.Name(region) + " of an older schema cannot be changed here";
 }
 
 }  // namespace
@@ -311,7 +319,7 @@ ElementId AddGroup(Document& document, ElementId region, Axis axis, ElementId me
     if (document.Name(region) == "Table") {
         added = AddTableGroup(document, region, member, place, group);
     } else if (document.Name(region) == "Matrix") {
-        throw EditError(OlderRefusal(document, region));
+        added = AddMatrixGroup(document, member, place, group, GroupingXml(document, group));
     } else {
         TablixGrouper grouper(document, region, axis, group);
         const int index = grouper.IndexOf(member);
@@ -333,9 +341,9 @@ void DeleteGroup(Document& document, ElementId region, Axis axis, ElementId memb
         throw EditError("The table has no such group");
     }
     if (document.Name(region) == "Matrix") {
-        throw EditError(OlderRefusal(document, region));
-    }
-    if (document.Name(region) == "Table") {
+        DeleteMatrixGroup(document, member);
+        RefuseIfUsed(document, {found->name});
+    } else if (document.Name(region) == "Table") {
         if (document.Name(member) == "Details") {
             throw EditError("The details of a Table are deleted by their rows");
         }

@@ -8,6 +8,7 @@
 #include "designer/document/tablix_grid.h"
 #include "designer/tables/fields.h"
 #include "designer/tables/groups.h"
+#include "designer/tables/older_matrix.h"
 #include "designer/tables/older_tables.h"
 #include "platform/base/ascii.h"
 
@@ -37,37 +38,57 @@ struct TotalCell {
     ElementId like = NoElement;
 };
 
-// Of the cells of a group the first one counts that has something to sum.
-void Consider(const Document& document, ElementId region, ElementId item, TotalCell& cell) {
-    if (item == NoElement || !cell.value.empty()) {
-        return;
-    }
-    cell.value = TotalOf(document, region, TextOfBox(document, item));
-    cell.like = cell.value.empty() && cell.like != NoElement ? cell.like : item;
-}
+// The items of a group's tracks: by tracks, each from across to across; NoElement where there is none.
+using GroupItems = std::vector<std::vector<ElementId>>;
 
-void CheckTotals(const std::vector<TotalCell>& cells) {
-    if (std::all_of(cells.begin(), cells.end(), [](const TotalCell& cell) { return cell.value.empty(); })) {
+// Returns what a total shows across the tracks. Of several tracks the first one counts that has something to
+// sum. All cells look like the track that most sums are from, so that the total does not mix the looks of the
+// group's head and its details.
+std::vector<TotalCell> TotalCells(const Document& document, ElementId region, const GroupItems& tracks,
+                                  std::size_t count) {
+    std::vector<TotalCell> cells(count);
+    std::vector<std::size_t> sums(tracks.size());
+    for (std::size_t across = 0; across < count; ++across) {
+        for (std::size_t track = 0; track < tracks.size() && cells[across].value.empty(); ++track) {
+            const ElementId item = tracks[track][across];
+            cells[across].value =
+                item == NoElement ? "" : TotalOf(document, region, TextOfBox(document, item));
+            cells[across].like = item;
+            sums[track] += cells[across].value.empty() ? 0 : 1;
+        }
+    }
+    const auto most = static_cast<std::size_t>(std::max_element(sums.begin(), sums.end()) - sums.begin());
+    if (tracks.empty() || sums[most] == 0) {
         throw EditError("The group shows no number that can be summed");
     }
+    for (std::size_t across = 0; across < count; ++across) {
+        cells[across].like = cells[across].value.empty() ? tracks[most][across] : cells[across].like;
+    }
+    return cells;
+}
+
+BoxLook LookOf(const TotalCell& cell) {
+    return {cell.like, cell.value != "Total" && !cell.value.empty(), true};
 }
 
 std::size_t AddTablixTotal(Document& document, ElementId region, Axis axis, const RegionGroup& group,
                            Side side) {
     const TablixShape shape(document, region);
-    std::vector<TotalCell> cells(shape.Count(Other(axis)));
-    for (std::size_t across = 0; across < cells.size(); ++across) {
-        for (std::size_t track = group.first; track < group.first + group.count; ++track) {
-            Consider(document, region, ItemInCell(document, shape.Cell(axis, track, across)), cells[across]);
+    GroupItems tracks;
+    for (std::size_t track = group.first; track < group.first + group.count; ++track) {
+        tracks.emplace_back();
+        for (std::size_t across = 0; across < shape.Count(Other(axis)); ++across) {
+            tracks.back().push_back(ItemInCell(document, shape.Cell(axis, track, across)));
         }
     }
-    CheckTotals(cells);
+    std::vector<TotalCell> cells = TotalCells(document, region, tracks, shape.Count(Other(axis)));
     const int member = shape.IndexOf(axis, group.member);
     NewNames names(document);
     const std::string keep = axis == Axis::Columns  ? ""
                              : side == Side::Before ? "<KeepWithGroup>After</KeepWithGroup>"
                                                     : "<KeepWithGroup>Before</KeepWithGroup>";
-    const std::string xml = StaticMemberXml(document, shape, axis, member, "Total", keep, names);
+    const std::string xml =
+        StaticMemberXml(document, shape, axis, member, {"Total", {NoElement, false, true}}, keep, names);
     if (xml.find("<TablixHeader>") == std::string::npos && cells.front().value.empty()) {
         cells.front().value = "Total";
     }
@@ -76,8 +97,7 @@ std::size_t AddTablixTotal(Document& document, ElementId region, Axis axis, cons
     InsertXml(document, document.Parent(group.member), xml, before);
     const std::size_t at = side == Side::Before ? group.first : group.first + group.count;
     InsertBodyTrack(document, shape, axis, at, group.first, [&cells](std::size_t across) {
-        const TotalCell& cell = cells[across];
-        return NewCell{cell.value, {cell.like, cell.value != "Total", true}};
+        return NewCell{cells[across].value, LookOf(cells[across])};
     });
     return at;
 }
@@ -85,13 +105,13 @@ std::size_t AddTablixTotal(Document& document, ElementId region, Axis axis, cons
 // The row stands in the header or footer of what is around the group: the next outer group, or the table.
 std::size_t AddTableTotal(Document& document, ElementId table, const RegionGroup& group, Side side) {
     const TablixGrid grid = GridOf(document, table);
-    std::vector<TotalCell> cells(grid.columns.size());
+    GroupItems tracks(group.count, std::vector<ElementId>(grid.columns.size(), NoElement));
     for (const GridCell& cell : grid.cells) {
         if (cell.row >= group.first && cell.row < group.first + group.count && cell.columnSpan == 1) {
-            Consider(document, table, cell.item, cells[cell.column]);
+            tracks[cell.row - group.first][cell.column] = cell.item;
         }
     }
-    CheckTotals(cells);
+    std::vector<TotalCell> cells = TotalCells(document, table, tracks, grid.columns.size());
     const std::size_t beside = side == Side::Before ? group.first : group.first + group.count - 1;
     const std::size_t added = AddRowAround(document, table, group.member, beside, side == Side::After);
     if (cells.front().value.empty()) {
@@ -99,13 +119,11 @@ std::size_t AddTableTotal(Document& document, ElementId table, const RegionGroup
     }
     const TablixGrid now = GridOf(document, table);
     for (const GridCell& cell : now.cells) {
-        if (cell.row == added && cell.item != NoElement && !cells[cell.column].value.empty()) {
+        if (cell.row == added && cell.item != NoElement) {
             const TotalCell& total = cells[cell.column];
             const std::string name = document.Attribute(cell.item, "Name").value_or("");
             const ElementId holder = document.Parent(cell.item);
-            const std::string box =
-                BoxXml(document, name, total.value, {total.like, total.value != "Total", true});
-            InsertXml(document, holder, box, cell.item);
+            InsertXml(document, holder, BoxXml(document, name, total.value, LookOf(total)), cell.item);
             Remove(document, cell.item);
         }
     }
@@ -122,9 +140,15 @@ std::size_t AddTotal(Document& document, ElementId region, Axis axis, ElementId 
     if (found == groups.end() || found->count == 0) {
         throw EditError("The group has no rows or columns to sum");
     }
-    const std::size_t added = document.Name(region) == "Table"
-                                  ? AddTableTotal(document, region, *found, side)
-                                  : AddTablixTotal(document, region, axis, *found, side);
+    std::size_t added = 0;
+    if (document.Name(region) == "Matrix") {
+        AddMatrixTotal(document, member, side);
+        added = side == Side::Before ? 0 : found->count;
+    } else if (document.Name(region) == "Table") {
+        added = AddTableTotal(document, region, *found, side);
+    } else {
+        added = AddTablixTotal(document, region, axis, *found, side);
+    }
     FollowSize(document, region);
     return added;
 }

@@ -234,16 +234,17 @@ void InsertBodyTrack(Document& document, const TablixShape& shape, Axis axis, st
 }
 
 std::string StaticMemberXml(const Document& document, const TablixShape& shape, Axis axis, int member,
-                            const std::string& label, const std::string& properties, NewNames& names) {
+                            const NewCell& label, const std::string& properties, NewNames& names) {
     const auto& members = shape.Members(axis);
     std::string before = "<TablixMember>", after;
     bool isFirst = true;
     for (auto index = static_cast<std::size_t>(member);; ++index) {
         const TablixMemberNode& one = members[index];
         if (one.header != NoElement) {
-            const BoxLook look{ItemInCell(document, one.header), false, false};
+            const BoxLook look{ItemInCell(document, one.header), false, isFirst && label.look.isBold};
             const double size = PointsOf(document.TextAt(one.header, "Size").value_or("")).value_or(72);
-            const std::string box = BoxXml(document, names.Take("Textbox1"), isFirst ? label : "", look);
+            const std::string box =
+                BoxXml(document, names.Take("Textbox1"), isFirst ? label.value : "", look);
             if (!isFirst) {
                 before += "<TablixMembers><TablixMember>";
                 after.insert(0, "</TablixMember></TablixMembers>");

@@ -52,10 +52,11 @@ using CellMaker = std::function<NewCell(std::size_t across)>;
 void InsertBodyTrack(Document& document, const TablixShape& shape, Axis axis, std::size_t at,
                      std::size_t like, const CellMaker& make);
 
-// Returns a static member with as many headers as the member and what is first in it have; `label` is the
-// text of the first header. `properties` follow them.
+// Returns a static member with as many headers as the member and what is first in it have. `label` is what
+// the first header says; it looks like that of the member, and is bold if the label is. `properties` follow
+// them.
 std::string StaticMemberXml(const Document& document, const TablixShape& shape, Axis axis, int member,
-                            const std::string& label, const std::string& properties, NewNames& names);
+                            const NewCell& label, const std::string& properties, NewNames& names);
 
 // The region's own width and height, where they are written, become those of its parts.
 void FollowSize(Document& document, ElementId region);

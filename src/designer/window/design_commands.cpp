@@ -7,14 +7,16 @@
 #include <QMimeDatabase>
 #include <QStatusBar>
 #include <algorithm>
+#include <map>
 
 #include "designer/document/editing.h"
 #include "designer/document/xml_text.h"
 #include "designer/expressions/expression_dialog.h"
+#include "designer/model/embedded_pictures.h"
 #include "designer/model/item_clipboard.h"
-#include "designer/model/item_text.h"
 #include "designer/model/placing.h"
 #include "designer/panes/property_pane.h"
+#include "designer/tables/cell_text.h"
 #include "designer/window/design_window.h"
 #include "platform/contracts/runtime.h"
 
@@ -38,22 +40,14 @@ std::vector<ElementId> Outermost(const DesignModel& model, const std::vector<Ele
     return result;
 }
 
-// Makes a name for an embedded picture of a file's name.
-std::string PictureName(const QString& file) {
-    std::string name;
-    for (const char c : QFileInfo(file).completeBaseName().toStdString()) {
-        if (IsIdentifier("_" + std::string(1, c))) {
-            name += c;
-        }
-    }
-    return IsIdentifier(name) ? name : "Picture1";
-}
-
 }  // namespace
 
 // The item in a cell stays, as a cell without one has no room for text: its text goes.
 void DesignWindow::DeleteSelection() {
     const std::vector<ElementId> ids = Outermost(*m_model, m_model->SelectedItems());
+    if (ids.empty()) {
+        return;
+    }
     std::vector<ElementId> inCells, others;
     for (const ElementId id : ids) {
         const bool isText = m_model->Item(id)->kind == "Textbox";
@@ -61,11 +55,9 @@ void DesignWindow::DeleteSelection() {
     }
     const QString verb = others.empty() ? tr("Clear") : tr("Delete");
     m_model->Edit(StepName(*m_model, verb, ids), [&](Document& document) {
-        for (const ElementId id : others) {
-            Remove(document, id);
-        }
+        RemoveAll(document, others, {});
         for (const ElementId id : inCells) {
-            SetTextOfItem(document, id, "");
+            SetTextOfBox(document, id, "");
         }
     });
 }
@@ -85,11 +77,8 @@ void DesignWindow::CopySelection() {
 void DesignWindow::CutSelection() {
     CopySelection();
     const std::vector<ElementId> ids = Outermost(*m_model, m_model->SelectedItems());
-    m_model->Edit(StepName(*m_model, tr("Cut"), ids), [&](Document& document) {
-        for (const ElementId id : ids) {
-            Remove(document, id);
-        }
-    });
+    m_model->Edit(StepName(*m_model, tr("Cut"), ids),
+                  [&](Document& document) { RemoveAll(document, ids, {}); });
 }
 
 void DesignWindow::Paste() {
@@ -110,6 +99,7 @@ void DesignWindow::Paste() {
     const QString step = items->size() == 1 ? tr("Paste") : tr("Paste %1 items").arg(items->size());
     if (m_model->Edit(step, [&](Document& document) {
             pasted = PasteItems(document, container, *items, PasteShift);
+            KeepInBand(document, pasted);
         })) {
         m_model->Select(pasted);
         m_canvas->RevealSelection();
@@ -124,19 +114,15 @@ void DesignWindow::DuplicateSelection() {
     }
     std::vector<ElementId> copies;
     if (m_model->Edit(StepName(*m_model, tr("Duplicate"), ids), [&](Document& document) {
+            std::map<ElementId, std::vector<std::string>> texts;  // by containers
             for (const ElementId id : ids) {
-                copies.push_back(Duplicate(document, id));
+                texts[m_model->Item(id)->container].push_back(XmlOf(document, id));
             }
-            const ReportItems now = ReadReportItems(document);
-            std::vector<Placement> places;
-            for (const ReportItem& item : now.items) {
-                if (std::find(copies.begin(), copies.end(), item.id) != copies.end()) {
-                    places.push_back({item.id, item.place});
-                    places.back().place.left += PasteShift;
-                    places.back().place.top += PasteShift;
-                }
+            for (const auto& [container, own] : texts) {
+                const auto made = PasteItems(document, container, own, PasteShift);
+                copies.insert(copies.end(), made.begin(), made.end());
             }
-            Place(document, now, places);
+            KeepInBand(document, copies);
         })) {
         m_model->Select(copies);
         m_canvas->RevealSelection();
@@ -212,7 +198,7 @@ void DesignWindow::AskForPicture(ElementId image) {
         const std::string bytes = ReadReportFile(file.toStdString());
         const QString type = QMimeDatabase().mimeTypeForData(QByteArray::fromStdString(bytes)).name();
         m_model->Edit(tr("Insert Picture"), [&](Document& document) {
-            EmbedPicture(document, image, type.toStdString(), bytes, PictureName(file));
+            EmbedPicture(document, image, type.toStdString(), bytes, NameOfPictureFile(file));
         });
     } catch (const RuntimeError& error) {
         m_model->Undo();
@@ -242,10 +228,15 @@ std::optional<PropertyRow> DesignWindow::ExpressionRow() const {
 void DesignWindow::EditExpression() {
     FinishTyping();
     const std::optional<PropertyRow> row = ExpressionRow();
-    if (!row || m_model->Selection().empty()) {
+    if (!row) {
         return;
     }
-    std::vector<ElementId> ids = m_model->Selection();
+    const PropertyRow* const current = m_properties->CurrentRow();
+    std::vector<ElementId> ids =
+        current && *current == *row ? m_properties->OwnersOf(*row) : m_model->Selection();
+    if (ids.empty()) {
+        return;
+    }
     std::rotate(ids.begin(), ids.end() - 1, ids.end());  // the leader is shown
     ExpressionDialog(*m_model, ids, *row, this).exec();
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Members of DesignWindow: opening, saving and closing.
+#include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -11,7 +12,9 @@
 #include "designer/panes/property_pane.h"
 #include "designer/window/design_window.h"
 #include "designer/window/designer_settings.h"
+#include "designer/window/preview_page.h"
 #include "designer/window/source_page.h"
+#include "designer/window/xml_page.h"
 #include "designer/wizards/new_report_wizard.h"
 #include "platform/contracts/runtime.h"
 
@@ -28,6 +31,17 @@ QString NameOf(const fs::path& file) {
     return file.empty() ? DesignWindow::tr("New Report") : QString::fromStdString(file.filename().string());
 }
 
+// Raises SourceFlaw as well if the text is well-formed and no report: nothing of it can be designed.
+Document ReportIn(const std::string& bytes) {
+    Document document(bytes);
+    const std::string root = document.Name(document.Root());
+    if (root != "Report") {
+        throw SourceFlaw(document.PlaceOf(document.Root()),
+                         "this is no report: its root is \"" + root + "\", not \"Report\"");
+    }
+    return document;
+}
+
 }  // namespace
 
 void DesignWindow::Complain(const QString& text) {
@@ -41,7 +55,8 @@ void DesignWindow::ShowTitle() {
 }
 
 bool DesignWindow::IsChanged() const {
-    return m_isLost || (IsText() ? m_source->IsModified() : m_model->Source().IsModified());
+    return m_isLost || m_xml->IsModified() ||
+           (IsText() ? m_source->IsModified() : m_model->Source().IsModified());
 }
 
 std::string DesignWindow::Bytes() const {
@@ -55,7 +70,7 @@ bool DesignWindow::OpenFile(const fs::path& file) {
         std::string bytes = ReadReportFile(whole);
         m_stamp = stamp;
         m_isLost = false;
-        ShowBytes(std::move(bytes), whole);
+        ShowBytes(bytes, whole);
         m_recovery.Remove();
         AddRecentFile(whole);
         return true;
@@ -81,11 +96,13 @@ void DesignWindow::ShowNew(const std::string& bytes, const Logon& logon) {
     }
 }
 
-void DesignWindow::ShowBytes(std::string bytes, const fs::path& file) {
+void DesignWindow::ShowBytes(const std::string& bytes, const fs::path& file) {
     try {
-        Document document(bytes);
+        Document document = ReportIn(bytes);
         m_stack->setCurrentWidget(m_tabs);
+        m_xml->Forget();
         m_tabs->setCurrentWidget(m_canvas);
+        m_preview->Clear();
         m_model->SetDocument(std::move(document));
         m_logons.clear();
         m_canvas->setFocus();
@@ -103,7 +120,7 @@ void DesignWindow::ShowBytes(std::string bytes, const fs::path& file) {
 void DesignWindow::OpenMendedText() {
     const std::string bytes = m_source->Bytes();
     try {
-        Document document(bytes);
+        Document document = ReportIn(bytes);
         m_isLost = m_isLost || m_source->IsModified();  // what was typed is not in the file yet
         m_stack->setCurrentWidget(m_tabs);
         m_model->SetDocument(std::move(document));
@@ -137,13 +154,27 @@ void DesignWindow::FinishTyping() {
     m_properties->FinishEditing();
 }
 
+bool DesignWindow::TakeXml() {
+    if (m_xml->Apply()) {
+        return true;
+    }
+    m_tabs->setCurrentWidget(m_xml);
+    return false;
+}
+
 bool DesignWindow::Save() {
     FinishTyping();
+    if (!TakeXml()) {
+        return false;
+    }
     return m_model->File().empty() ? AskAndSaveAs() : WriteTo(m_model->File());
 }
 
 bool DesignWindow::AskAndSaveAs() {
     FinishTyping();
+    if (!TakeXml()) {
+        return false;
+    }
     const fs::path& now = m_model->File();
     QString file = QFileDialog::getSaveFileName(
         this, tr("Save Report As"), now.empty() ? tr("report.rdl") : QString::fromStdString(now.string()),
@@ -202,6 +233,18 @@ bool DesignWindow::MayLeave() {
     return answer == QMessageBox::Discard || (answer == QMessageBox::Save && Save());
 }
 
+bool DesignWindow::AskToLeave() {
+    if (!IsChanged()) {
+        FinishTyping();
+    }
+    if (IsChanged()) {
+        raise();
+        activateWindow();
+    }
+    m_mayLeave = MayLeave();
+    return m_mayLeave;
+}
+
 // A file with the same bytes as before, touched or written again, is no reason to ask.
 void DesignWindow::LookAtFile() {
     const fs::path file = m_model->File();
@@ -232,6 +275,13 @@ void DesignWindow::LookAtFile() {
     } else {
         m_isLost = true;  // what is here is in no file
         ShowTitle();
+    }
+}
+
+// A change does not start the time again: who goes on working gets a copy as well.
+void DesignWindow::KeepCopySoon() {
+    if (!m_copyTimer.isActive()) {
+        m_copyTimer.start();
     }
 }
 

@@ -13,8 +13,8 @@
 #include <tuple>
 #include <utility>
 
-#include "designer/dialogs/data_set_dialog.h"
-#include "designer/dialogs/data_source_dialog.h"
+#include "designer/item_dialogs/format_menu.h"
+#include "designer/item_dialogs/group_dialogs.h"
 #include "designer/panes/groups_pane.h"
 #include "designer/panes/property_pane.h"
 #include "designer/panes/table_menu.h"
@@ -49,9 +49,19 @@ void DesignWindow::BuildMenus() {
     m_table = new TableMenu(*m_model, this);
     menuBar()->addMenu(m_table);
     m_canvas->addAction(m_table->menuAction());
+    connect(m_table, &TableMenu::Working, m_canvas, &DesignCanvas::FinishEditing);
+    m_format = new FormatMenu(*m_model, this);
+    m_format->AddTableCommands(*m_table);
+    m_table->SetAsk([this](ElementId member, const std::string& value, QWidget* parent) {
+        return AskForGroupExpression(*m_model, member, value, parent);
+    });
     m_groups->addActions(m_table->actions());
     m_groups->setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(m_table, &TableMenu::Working, m_canvas, &DesignCanvas::FinishEditing);
+    connect(m_groups, &QTreeWidget::itemDoubleClicked, this,
+            [this] { CommandOf(*this, "groupProperties").trigger(); });
+    menuBar()->addMenu(m_format);
+    m_canvas->addAction(m_format->menuAction());
+    connect(m_format, &FormatMenu::Working, m_canvas, &DesignCanvas::FinishEditing);
     BuildArrangeMenu();
     BuildReportMenu();
     BuildViewMenu();
@@ -61,8 +71,8 @@ void DesignWindow::BuildMenus() {
             this, tr("Keys on the Canvas"),
             tr("Tab, Shift+Tab: the next or previous item\nEscape: what the item is in\n"
                "Arrow keys: move by a step of the grid; with Ctrl by a fifth of it\n"
-               "Shift+arrow keys: resize\nIn a table the arrow keys go to the next cell, Shift+click selects "
-               "several\nEnter, F2: type the text of a text box\nF6: the next pane"));
+               "Shift+arrow keys: resize\nIn a table the arrow keys go to the next cell, Shift+click and "
+               "Shift+arrow keys select several\nEnter, F2: type the text of a text box\nF6: the next pane"));
     });
 }
 
@@ -79,9 +89,10 @@ void DesignWindow::BuildFileMenu() {
     AddCommand(menu, "fileSaveAs", tr("Save &As..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
                [this] { AskAndSaveAs(); });
     menu.addSeparator();
+    AddScheduleCommand(menu);
     AddCommand(menu, "fileClose", tr("&Close"), QKeySequence(Qt::CTRL | Qt::Key_W), [this] { close(); });
     AddCommand(menu, "fileQuit", tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q),
-               [] { QApplication::closeAllWindows(); });
+               [this] { emit QuitWanted(); });
 }
 
 void DesignWindow::ShowRecentFiles() {
@@ -130,12 +141,17 @@ void DesignWindow::BuildEditMenu() {
 
 void DesignWindow::BuildInsertMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&Insert"));
-    constexpr Qt::Key Keys[] = {Qt::Key_T, Qt::Key_L, Qt::Key_R, Qt::Key_I, Qt::Key_B, Qt::Key_M, Qt::Key_U};
+    constexpr Qt::Key Keys[] = {Qt::Key_T, Qt::Key_L, Qt::Key_R, Qt::Key_I, Qt::Key_B, Qt::Key_M,
+                                Qt::Key_U, Qt::Key_1, Qt::Key_2, Qt::Key_3, Qt::Key_4, Qt::Key_5};
+    // Where the character is that chooses the command in the menu: each has one of its own.
+    constexpr int Marks[] = {0, 0, 0, 0, 2, 0, 2, 0, 0, 2, 5, 1};
     const Qt::Key* key = Keys;
+    const int* mark = Marks;
     for (const ToolText& tool : Tools()) {
         const QString name = "insert" + tool.name.simplified().remove(' ');
-        QAction* action = AddCommand(menu, name.toUtf8(), "&" + tool.name,
-                                     QKeySequence(Qt::CTRL | Qt::ALT | *key++), [this, kind = tool.kind] {
+        const QString text = QString(tool.name).insert(*mark++, '&');
+        QAction* action = AddCommand(menu, name.toUtf8(), text, QKeySequence(Qt::CTRL | Qt::ALT | *key++),
+                                     [this, kind = tool.kind] {
                                          m_canvas->InsertAtMiddle(kind);
                                          m_canvas->setFocus();
                                      });
@@ -193,6 +209,11 @@ void DesignWindow::BuildArrangeMenu() {
     AddCommand(menu, "toBack", tr("Send to Bac&k"), QKeySequence(Qt::CTRL | Qt::Key_BracketLeft),
                [this] { OrderSelection(false); });
     menu.addSeparator();
+    AddCommand(menu, "group", tr("&Group into a Rectangle"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_J),
+               [this] { GroupSelection(); });
+    AddCommand(menu, "ungroup", tr("&Ungroup"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_K),
+               [this] { UngroupSelection(); });
+    menu.addSeparator();
     QAction* snap =
         AddCommand(menu, "snap", tr("Sna&p to Grid and Items"), QKeySequence(Qt::CTRL | Qt::Key_G),
                    [this] { m_canvas->SetSnaps(CommandOf(*this, "snap").isChecked()); });
@@ -202,19 +223,13 @@ void DesignWindow::BuildArrangeMenu() {
 
 void DesignWindow::BuildReportMenu() {
     QMenu& menu = *menuBar()->addMenu(tr("&Report"));
-    AddCommand(menu, "reportDataSource", tr("Data &Source..."), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S),
-               [this] {
-                   FinishTyping();
-                   DataSourceDialog(*m_model, m_logons, this).exec();
-               });
-    AddCommand(menu, "reportDataSet", tr("&Data Set..."), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_D),
-               [this] {
-                   FinishTyping();
-                   DataSetDialog(*m_model, m_logons, this).exec();
-               });
+    BuildDataCommands(menu);
     menu.addSeparator();
     AddCommand(menu, "reportExpression", tr("&Expression..."), QKeySequence(Qt::CTRL | Qt::Key_E),
                [this] { EditExpression(); });
+    AddCommand(menu, "reportItem", tr("&Item..."), QKeySequence(Qt::CTRL | Qt::Key_Return),
+               [this] { DesignItem(m_model->Leader()); });
+    m_canvas->addAction(&CommandOf(*this, "reportItem"));
     m_properties->addAction(&CommandOf(*this, "reportExpression"));
     m_properties->addAction(&CommandOf(*this, "editReset"));
     m_properties->setContextMenuPolicy(Qt::ActionsContextMenu);
@@ -230,6 +245,7 @@ void DesignWindow::BuildViewMenu() {
         }
         m_tabs->setCurrentWidget(m_preview);
     });
+    AddCommand(menu, "viewXml", tr("&XML"), QKeySequence(Qt::Key_F8), [this] { m_tabs->setCurrentIndex(2); });
     menu.addSeparator();
     AddCommand(menu, "zoomIn", tr("Zoom &In"), QKeySequence(Qt::CTRL | Qt::Key_Plus),
                [this] { m_canvas->StepZoom(1); });
@@ -281,9 +297,11 @@ void DesignWindow::ShowCommands() {
         set(name, designs && !selected.empty());
     }
     for (const char* name :
-         {"editPaste", "editSelectAll", "snap", "zoomIn", "zoomOut", "zoomWhole", "zoomWidth", "nextPane",
-          "editReset", "reportDataSource", "reportDataSet", "insertTextBox", "insertLine", "insertRectangle",
-          "insertImage", "insertTable", "insertMatrix", "insertList"}) {
+         {"editPaste",      "editSelectAll",   "snap",        "zoomIn",          "zoomOut",
+          "zoomWhole",      "zoomWidth",       "nextPane",    "editReset",       "insertTextBox",
+          "insertLine",     "insertRectangle", "insertImage", "insertTable",     "insertMatrix",
+          "insertList",     "insertChart",     "insertGauge", "insertIndicator", "insertBarCode",
+          "insertSubreport"}) {
         set(name, designs);
     }
     for (const auto& [name, kind] :
@@ -292,6 +310,7 @@ void DesignWindow::ShowCommands() {
         CommandOf(*this, name).setChecked(PageBandOf(document, kind) != NoElement);
     }
     const ReportItem* leader = m_model->Item(m_model->Leader());
+    set("reportItem", designs && HasDialog(m_model->Leader()));
     set("reportExpression", designs && ExpressionRow());
     set("editText", designs && leader && leader->kind == "Textbox");
     for (const char* name : {"alignLeft", "alignCentre", "alignRight", "alignTop", "alignMiddle",
@@ -301,12 +320,19 @@ void DesignWindow::ShowCommands() {
     for (const char* name : {"distributeAcross", "distributeDown"}) {
         set(name, designs && selected.size() >= 3);
     }
+    set("group", designs && selected.size() >= 2);
+    set("ungroup", designs && HasRectangle());
     m_table->ShowCommands(designs);
+    m_format->ShowCommands(designs);
+    ShowDataCommands(designs);
+    set("fileSchedule", !IsText());
     set("viewDesign", !IsText());
     set("viewPreview", !IsText());
+    set("viewXml", !IsText());
     // The viewer has the key for its own file while the preview is open.
     CommandOf(*this, "fileSave")
-        .setShortcut(designs || IsText() ? QKeySequence(QKeySequence::Save) : QKeySequence());
+        .setShortcut(m_tabs->currentWidget() != m_preview || IsText() ? QKeySequence(QKeySequence::Save)
+                                                                      : QKeySequence());
     for (QDockWidget* dock : findChildren<QDockWidget*>()) {
         dock->widget()->setEnabled(designs);
     }

@@ -15,16 +15,17 @@
 #include "designer/panes/groups_pane.h"
 #include "designer/panes/outline_pane.h"
 #include "designer/panes/problems_pane.h"
-#include "designer/panes/property_pane.h"
+#include "designer/panes/property_panel.h"
 #include "designer/panes/toolbox_pane.h"
 #include "designer/window/designer_settings.h"
 #include "designer/window/preview_page.h"
 #include "designer/window/source_page.h"
+#include "designer/window/xml_page.h"
 
 namespace designer {
 namespace {
 
-constexpr int CopyPause = 2000;  // milliseconds after the last change
+constexpr int CopyPause = 2000;  // milliseconds after the first change that is in no copy
 constexpr int LookPause = 2000;  // milliseconds between two looks at the file
 
 }  // namespace
@@ -55,10 +56,14 @@ void DesignWindow::BuildParts() {
     m_tabs = new QTabWidget(m_stack);
     m_tabs->setObjectName("tabs");
     m_tabs->setDocumentMode(true);
+    m_tabs->setAccessibleName(tr("Views of the report"));
     m_canvas = new DesignCanvas(*m_model, m_tabs);
     m_preview = new PreviewPage(m_tabs);
     m_tabs->addTab(m_canvas, tr("Design"));
     m_tabs->addTab(m_preview, tr("Preview"));
+    m_xml = new XmlPage(*m_model, m_tabs);
+    m_tabs->addTab(m_xml, tr("XML"));
+    m_page = m_canvas;
     m_source = new SourcePage(m_stack);
     m_stack->addWidget(m_tabs);
     m_stack->addWidget(m_source);
@@ -72,7 +77,9 @@ void DesignWindow::BuildParts() {
 
 void DesignWindow::BuildDocks() {
     m_outline = new OutlinePane(*m_model, this);
-    m_properties = new PropertyPane(*m_model, this);
+    auto* propertyPanel = new PropertyPanel(*m_model, this);
+    m_properties = &propertyPanel->Rows();
+    connect(propertyPanel, &PropertyPanel::ExpressionWanted, this, &DesignWindow::EditExpression);
     m_problems = new ProblemsPane(*m_model, this);
     m_toolbox = new ToolboxPane(this);
     m_data = new DataPane(*m_model, this);
@@ -87,13 +94,13 @@ void DesignWindow::BuildDocks() {
     auto* toolbox = add("dockToolbox", tr("Toolbox"), m_toolbox, Qt::LeftDockWidgetArea);
     add("dockReportData", tr("Report Data"), m_data, Qt::LeftDockWidgetArea);
     auto* outline = add("dockOutline", tr("Outline"), m_outline, Qt::LeftDockWidgetArea);
-    auto* properties = add("dockProperties", tr("Properties"), m_properties, Qt::RightDockWidgetArea);
+    auto* properties = add("dockProperties", tr("Properties"), propertyPanel, Qt::RightDockWidgetArea);
     add("dockGroups", tr("Groups"), m_groups, Qt::RightDockWidgetArea);
     m_problemsDock = add("dockProblems", tr("Problems"), m_problems, Qt::BottomDockWidgetArea);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     const int letter = fontMetrics().averageCharWidth();
-    resizeDocks({outline, properties}, {letter * 28, letter * 38}, Qt::Horizontal);
+    resizeDocks({outline, properties}, {letter * 28, letter * 44}, Qt::Horizontal);
     resizeDocks({toolbox, outline}, {m_toolbox->sizeHint().height(), fontMetrics().height() * 40},
                 Qt::Vertical);
     resizeDocks({m_problemsDock}, {fontMetrics().height() * 5}, Qt::Vertical);
@@ -103,7 +110,8 @@ void DesignWindow::Connect() {
     connect(m_model.get(), &DesignModel::Changed, this, [this] {
         ShowTitle();
         ShowCommands();
-        m_copyTimer.start();
+        statusBar()->clearMessage();  // of a command that was refused
+        KeepCopySoon();
     });
     connect(m_model.get(), &DesignModel::FileChanged, this, &DesignWindow::ShowTitle);
     connect(m_model.get(), &DesignModel::SelectionChanged, this, &DesignWindow::ShowCommands);
@@ -123,13 +131,25 @@ void DesignWindow::Connect() {
             AskForPicture(id);
         }
     });
+    ConnectGraphics();
     connect(m_toolbox, &ToolboxPane::ToolPicked, m_canvas, &DesignCanvas::SetTool);
     connect(m_toolbox, &ToolboxPane::InsertWanted, this, [this](NewItem kind) {
         m_canvas->SetTool(std::nullopt);
         m_canvas->InsertAtMiddle(kind);
         m_canvas->setFocus();
     });
+    connect(m_data, &DataPane::Pointed, m_properties, &PropertyPane::ShowPart);
+    connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, const QWidget* now) {
+        if (now == m_canvas || now == m_outline || now == m_groups) {
+            m_properties->ShowPart(NoElement);
+        }
+    });
+    m_canvas->SetTextSource(m_data);
+    m_data->SetTaker([this](const std::optional<DraggedField>& field, const std::string& expression) {
+        return field ? m_canvas->InsertIntoText(*field) : m_canvas->InsertIntoText(expression);
+    });
     connect(m_data, &DataPane::Placed, m_canvas, qOverload<>(&QWidget::setFocus));
+    connect(m_outline, &OutlinePane::DeleteWanted, this, &DesignWindow::DeleteSelection);
     connect(m_outline, &OutlinePane::Chosen, m_canvas, qOverload<>(&QWidget::setFocus));
     connect(m_problems, &ProblemsPane::Chosen, m_canvas, qOverload<>(&QWidget::setFocus));
     connect(m_problems, &ProblemsPane::Checked, this, &DesignWindow::ShowProblemCount);
@@ -138,9 +158,16 @@ void DesignWindow::Connect() {
             m_canvas->RevealSelection();
         }
     });
+    connect(m_preview, &PreviewPage::ErrorChosen, this, [this](const QString& text) {
+        m_tabs->setCurrentWidget(m_canvas);
+        m_problems->SelectItemOf(text);
+        m_canvas->setFocus();
+        m_canvas->RevealSelection();
+    });
     connect(m_tabs, &QTabWidget::currentChanged, this, &DesignWindow::ShowPage);
+    connect(m_xml, &XmlPage::ModifiedChanged, this, &DesignWindow::ShowTitle);
     connect(m_source, &SourcePage::ModifiedChanged, this, &DesignWindow::ShowTitle);
-    connect(m_source, &SourcePage::Edited, &m_copyTimer, qOverload<>(&QTimer::start));
+    connect(m_source, &SourcePage::Edited, this, &DesignWindow::KeepCopySoon);
     connect(m_source, &SourcePage::DesignWanted, this, &DesignWindow::OpenMendedText);
     m_copyTimer.setSingleShot(true);
     m_copyTimer.setInterval(CopyPause);
@@ -163,11 +190,22 @@ void DesignWindow::ShowProblemCount() {
     m_problemsDock->setWindowTitle(count == 0 ? tr("Problems") : tr("Problems (%1)").arg(count));
 }
 
-// The preview runs the report whenever its tab is opened.
+// The preview runs the report whenever its tab is opened. A text that is not well-formed keeps its page.
 void DesignWindow::ShowPage() {
+    const QWidget* const before = m_page;
+    if (m_tabs->currentWidget() == before || (before == m_xml && !TakeXml())) {
+        return;
+    }
+    m_page = m_tabs->currentWidget();
+    if (before == m_xml) {
+        m_xml->SelectAtCursor();
+    }
     FinishTyping();
     if (m_tabs->currentWidget() == m_preview) {
-        m_preview->Open(*m_model, m_logons);
+        m_preview->OpenIfChanged(*m_model, m_logons);
+    } else if (m_tabs->currentWidget() == m_xml) {
+        m_xml->Open();
+        m_xml->setFocus();
     } else {
         m_canvas->setFocus();
     }
@@ -175,7 +213,7 @@ void DesignWindow::ShowPage() {
 }
 
 void DesignWindow::closeEvent(QCloseEvent* event) {
-    if (!MayLeave()) {
+    if (!m_mayLeave && !MayLeave()) {
         event->ignore();
         return;
     }

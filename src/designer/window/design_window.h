@@ -13,6 +13,7 @@
 #include "designer/dialogs/logons.h"
 #include "designer/model/arranging.h"
 #include "designer/model/design_model.h"
+#include "designer/model/report_data.h"
 #include "designer/panes/property_rows.h"
 #include "designer/window/recovery.h"
 #include "designer/window/report_file.h"
@@ -24,6 +25,7 @@ class QTabWidget;
 namespace designer {
 
 class DataPane;
+class FormatMenu;
 class GroupsPane;
 class OutlinePane;
 class PreviewPage;
@@ -32,6 +34,7 @@ class PropertyPane;
 class SourcePage;
 class TableMenu;
 class ToolboxPane;
+class XmlPage;
 
 class DesignWindow : public QMainWindow {
     Q_OBJECT
@@ -48,12 +51,17 @@ class DesignWindow : public QMainWindow {
     void ShowLost(const LostReport& lost);
     // Whether the window shows a blank report that nobody has changed.
     bool IsUntouched() const;
+    // Asks about changes that are not saved. Returns false if the user stays; else the next close asks
+    // nothing, until Stay is called.
+    bool AskToLeave();
+    void Stay() { m_mayLeave = false; }
     const std::filesystem::path& File() const { return m_model->File(); }
     DesignModel& Model() { return *m_model; }
     DesignCanvas& Canvas() { return *m_canvas; }
 
  signals:
     void WindowWanted(const QString& file);  // another window; with a blank report if `file` is empty
+    void QuitWanted();                       // all windows are to be closed
     void ReportMade(const std::string& bytes, const Logon& logon);  // is to be shown, without a file
 
  protected:
@@ -80,21 +88,28 @@ class DesignWindow : public QMainWindow {
     void ShowCommands();  // enables and names what depends on the report
 
     // design_files.cpp
-    void ShowBytes(std::string bytes, const std::filesystem::path& file);
+    void ShowBytes(const std::string& bytes, const std::filesystem::path& file);
     void AskAndOpen();
     void MakeFromData();
     void FinishTyping();  // takes what is being typed on the page or into a property
     bool Save();
     bool AskAndSaveAs();
+    bool TakeXml();  // what was typed as XML; false: it is not well-formed, and shown
     bool WriteTo(const std::filesystem::path& file);
     bool MayLeave();  // asks whether changes are saved; false: the user stays
     bool IsChanged() const;
     void OpenMendedText();
     void LookAtFile();
+    void KeepCopySoon();
     void KeepCopy();
     std::string Bytes() const;  // of what is shown, as it would be saved
     void ShowTitle();
     void Complain(const QString& text);
+
+    // schedule_commands.cpp
+    void AddScheduleCommand(QMenu& menu);
+    bool IsSavedForSchedule();  // asks for what is missing; false: the user stays
+    void ScheduleReport();
 
     // design_commands.cpp
     void DeleteSelection();
@@ -111,6 +126,25 @@ class DesignWindow : public QMainWindow {
     std::optional<PropertyRow> ExpressionRow() const;
     void TogglePageBand(BandKind kind);
 
+    // data_commands.cpp
+    void BuildDataCommands(QMenu& menu);
+    void ShowDataCommands(bool designs);
+    // Opens the dialog for a part of the report; for a new one without a name.
+    void OpenPart(DataPart part, const std::string& name);
+    void RemoveDataPart(DataPart part, const std::string& name);
+    // arrange_commands.cpp
+    void GroupSelection();
+    void UngroupSelection();
+    bool HasRectangle() const;  // in the selection
+
+    // graphic_commands.cpp
+    void ConnectGraphics();
+    // Asks what a new item shows; false: the user does not want one.
+    bool AskFor(NewItem kind, GraphicChoice& choice);
+    bool HasDialog(ElementId id) const;
+    void DesignItem(ElementId id);  // opens the dialog of the item, if it has one
+    QString AskForSubreport();      // returns the file as the report names it; empty: none
+
     void ShowProblemCount();
     void ShowPage();
     bool IsText() const;  // a file that is not well-formed
@@ -120,6 +154,8 @@ class DesignWindow : public QMainWindow {
     QTabWidget* m_tabs = nullptr;
     DesignCanvas* m_canvas = nullptr;
     PreviewPage* m_preview = nullptr;
+    XmlPage* m_xml = nullptr;
+    QWidget* m_page = nullptr;  // of the tabs: the one that is shown
     SourcePage* m_source = nullptr;
     OutlinePane* m_outline = nullptr;
     PropertyPane* m_properties = nullptr;
@@ -128,6 +164,7 @@ class DesignWindow : public QMainWindow {
     DataPane* m_data = nullptr;
     GroupsPane* m_groups = nullptr;
     TableMenu* m_table = nullptr;
+    FormatMenu* m_format = nullptr;
     QDockWidget* m_problemsDock = nullptr;
     QMenu* m_recent = nullptr;
     QLabel *m_place = nullptr, *m_zoomLabel = nullptr;
@@ -135,8 +172,9 @@ class DesignWindow : public QMainWindow {
     RecoveryFile m_recovery;
     Logons m_logons;  // of the data sources of this report
     QTimer m_copyTimer, m_lookTimer;
-    bool m_isLost = false;  // recovered, and not saved yet
-    bool m_asking = false;  // about a file that another program has changed
+    bool m_isLost = false;    // recovered, and not saved yet
+    bool m_mayLeave = false;  // the user has been asked
+    bool m_asking = false;    // about a file that another program has changed
 };
 
 }  // namespace designer

@@ -3,8 +3,10 @@
 
 #include <QMessageBox>
 #include <QPushButton>
+#include <algorithm>
 
 #include "designer/window/recovery.h"
+#include "designer/window/report_file.h"
 
 namespace designer {
 
@@ -37,6 +39,7 @@ DesignWindow* DesignerProgram::NewWindow() {
             Open(file);
         }
     });
+    connect(window, &DesignWindow::QuitWanted, this, &DesignerProgram::Quit);
     connect(window, &DesignWindow::ReportMade, this, &DesignerProgram::ShowNew);
     m_windows.removeIf([](const QPointer<DesignWindow>& one) { return one.isNull(); });
     m_windows.append(window);
@@ -55,7 +58,7 @@ DesignWindow* DesignerProgram::Open(const QString& file) {
     const std::filesystem::path path = std::filesystem::absolute(file.toStdString()).lexically_normal();
     DesignWindow* blank = nullptr;
     for (DesignWindow* window : Windows()) {
-        if (window->File() == path) {
+        if (IsSameFile(window->File(), path)) {
             window->raise();
             window->activateWindow();
             return window;
@@ -70,6 +73,19 @@ DesignWindow* DesignerProgram::Open(const QString& file) {
         window->close();
     }
     return nullptr;
+}
+
+void DesignerProgram::Quit() {
+    const QList<DesignWindow*> windows = Windows();
+    const bool mayLeave = std::all_of(windows.begin(), windows.end(),
+                                      [](DesignWindow* window) { return window->AskToLeave(); });
+    for (DesignWindow* window : windows) {
+        if (mayLeave) {
+            window->close();
+        } else {
+            window->Stay();
+        }
+    }
 }
 
 void DesignerProgram::OfferLost() {

@@ -28,6 +28,8 @@ class DesignerProgram : public QObject {
     // Shows a report that no file has yet, in a blank window if there is one.
     void ShowNew(const std::string& bytes, const Logon& logon);
     QList<DesignWindow*> Windows() const;
+    // Closes all windows, or none if the user wants to stay at one of them.
+    void Quit();
 
  private:
     void OfferLost();

@@ -24,7 +24,7 @@ class RecoveryFile {
     RecoveryFile& operator=(const RecoveryFile&) = delete;
 
     // Writes the copy. `original` is the file that the report is saved to; empty if it has none yet. A copy
-    // that cannot be written is left out: the work goes on without it.
+    // that cannot be written is no error: the user continues without it.
     void Write(const std::filesystem::path& original, std::string_view bytes);
     void Remove();
 

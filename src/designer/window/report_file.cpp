@@ -1,22 +1,48 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/window/report_file.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <QString>
 #include <QStringDecoder>
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <system_error>
 
 #include "designer/document/source_tree.h"
 #include "platform/contracts/runtime.h"
 #include "platform/posix/atomic_file.h"
 #include "platform/posix/small_file.h"
+#include "platform/posix/unique_fd.h"
 
 namespace designer {
 namespace {
 
 constexpr std::string_view Utf8Mark = "\xef\xbb\xbf";
+
+// The new bytes are there before what is left of longer old ones goes.
+void WriteInPlace(const std::filesystem::path& file, std::string_view bytes) {
+    const auto check = [&](bool isDone) {
+        if (!isDone) {
+            throw RuntimeError(err::PathFileAccess,
+                               "\"" + file.string() + "\" cannot be written: " + std::strerror(errno));
+        }
+    };
+    const UniqueFd target(open(file.c_str(), O_WRONLY | O_CLOEXEC));
+    check(target.Get() >= 0);
+    const auto size = static_cast<off_t>(bytes.size());
+    errno = posix_fallocate(target.Get(), 0, std::max<off_t>(size, 1));
+    check(errno != ENOSPC);
+    while (!bytes.empty()) {
+        const ssize_t written = write(target.Get(), bytes.data(), bytes.size());
+        check(written >= 0 || errno == EINTR);
+        bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
+    }
+    check(ftruncate(target.Get(), size) == 0 && fsync(target.Get()) == 0);
+}
 
 }  // namespace
 
@@ -42,7 +68,17 @@ std::string ReadReportFile(const std::filesystem::path& file) {
     throw RuntimeError(err::PathFileAccess, "\"" + file.string() + "\" cannot be read: " + why);
 }
 
+bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
+    std::error_code failure;
+    return one == other || std::filesystem::equivalent(one, other, failure);
+}
+
 void WriteReportFile(const std::filesystem::path& file, std::string_view bytes) {
+    struct stat status {};
+    if (stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink > 1) {
+        WriteInPlace(file, bytes);
+        return;
+    }
     AtomicFile target(file, AtomicFile::IfThere::Replace, AtomicFile::Readers::Mask);
     target.Write(bytes);
     target.Commit();

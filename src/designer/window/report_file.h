@@ -21,12 +21,16 @@ struct FileStamp {
 // Returns nothing if there is no such file.
 std::optional<FileStamp> StampOf(const std::filesystem::path& file);
 
+// Whether both names lead to one file: they are equal, or one is a link to what the other one names.
+bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
+
 // Returns the bytes of the file. Raises RuntimeError 53 if it is missing and 75 if it cannot be read or is
 // larger than a report may be, each with the file's name.
 std::string ReadReportFile(const std::filesystem::path& file);
 
-// Replaces or makes the file; one that is replaced passes its rights on, and a link stays one. Raises as
-// AtomicFile.
+// Replaces or makes the file whole or not at all; one that is replaced passes its rights on, and a symbolic
+// link stays one. A file with several names (hard links) is written where it is, so that all names keep the
+// same report: an error may then leave a part of it. Raises as AtomicFile.
 void WriteReportFile(const std::filesystem::path& file, std::string_view bytes);
 
 // Whether the bytes are text in UTF-8, and those of a text as lines that an editor shows.

@@ -43,7 +43,7 @@ void SourcePage::Show(std::string_view bytes, const SourceFlaw& flaw) {
 
 void SourcePage::ShowFlaw(const SourceFlaw& flaw) {
     const Position place = flaw.Place();
-    m_message->setText(tr("The file is not well-formed. Line %1, column %2: %3")
+    m_message->setText(tr("The file cannot be designed. Line %1, column %2: %3")
                            .arg(place.line)
                            .arg(place.column)
                            .arg(QString::fromUtf8(flaw.what())));
@@ -62,7 +62,8 @@ void SourcePage::ShowFlaw(const SourceFlaw& flaw) {
 
 std::string SourcePage::Bytes() const {
     PlainText plain = m_form;
-    plain.text = m_text->toPlainText().toStdString();
+    // Not toPlainText, which makes blanks of no-break spaces.
+    plain.text = m_text->document()->toRawText().replace(QChar::ParagraphSeparator, '\n').toStdString();
     return BytesOf(plain);
 }
 

@@ -20,7 +20,7 @@ QString WordOf(ColumnKind kind) {
         case ColumnKind::Whole:
             return FieldsPage::tr("whole number");
         case ColumnKind::Code:
-            return FieldsPage::tr("number of something");
+            return FieldsPage::tr("key or year");
         case ColumnKind::Number:
             return FieldsPage::tr("number");
         case ColumnKind::Date:
@@ -70,15 +70,17 @@ bool IsSum(std::vector<std::string> NewReport::*member) {
 FieldsPage::FieldsPage(ReportDraft& draft) : m_draft(draft) {
     setObjectName("fieldsPage");
     setTitle(tr("Columns"));
-    setSubTitle(
-        tr("Give columns of the query to the parts of the report: drag them, or select some and press a "
-           "button. Delete removes, Ctrl+Up and Ctrl+Down move."));
+    setSubTitle(tr("Drag columns of the query to the parts of the report, or press a button."));
     auto* layout = new QVBoxLayout(this);
+    auto* keys = new QLabel(tr("In a part Delete removes, Ctrl+Up and Ctrl+Down move."), this);
+    keys->setWordWrap(true);
+    layout->addWidget(keys);
     auto* sides = new QHBoxLayout;
     auto* left = new QVBoxLayout;
     auto* label = new QLabel(tr("Columns of the &query:"), this);
     m_all = new ColumnList(ColumnList::Role::Offers, this);
     m_all->setObjectName("allColumns");
+    m_all->setAccessibleName(tr("Columns of the query"));
     label->setBuddy(m_all);
     left->addWidget(label);
     left->addWidget(m_all);

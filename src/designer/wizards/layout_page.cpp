@@ -5,7 +5,9 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QStyle>
+#include <QVBoxLayout>
 
 #include "designer/wizards/layout_icons.h"
 
@@ -40,17 +42,28 @@ LayoutPage::LayoutPage(ReportDraft& draft) : m_draft(draft), m_choices(new QButt
     setObjectName("layoutPage");
     setTitle(tr("Layout"));
     setSubTitle(tr("How are the rows arranged?"));
-    auto* layout = new QGridLayout(this);
+    // At large fonts the page is scrolled: no text is cut.
+    auto* scroll = new QScrollArea(this);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(scroll);
+    auto* page = new QWidget(scroll);
+    scroll->setWidget(page);
+    auto* layout = new QGridLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->setColumnStretch(1, 1);
     int row = 0;
     for (const Choice& choice : Choices) {
         const auto word = LayoutWords[static_cast<std::size_t>(choice.layout)];
-        auto* picture = new QLabel(this);
+        auto* picture = new QLabel(page);
         picture->setPixmap(LayoutIcon(choice.layout, palette()).pixmap(LayoutIconWidth, LayoutIconHeight));
-        auto* button = new QRadioButton(tr(choice.caption), this);
+        auto* button = new QRadioButton(tr(choice.caption), page);
         button->setObjectName("layout" + QString::fromUtf8(word.data(), static_cast<qsizetype>(word.size())));
         button->setAccessibleDescription(tr(choice.text));
-        auto* text = new QLabel(tr(choice.text), this);
+        auto* text = new QLabel(tr(choice.text), page);
         text->setWordWrap(true);
         text->setIndent(button->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) +
                         button->style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing));

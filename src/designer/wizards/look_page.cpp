@@ -76,6 +76,7 @@ void LookPage::BuildForm() {
     connect(m_chart, &QComboBox::currentIndexChanged, this, later);
     m_themes = new QListWidget(this);
     m_themes->setObjectName("themes");
+    m_themes->setAccessibleName(tr("Theme"));
     FillThemes();
     m_form->addRow(tr("The&me:"), m_themes);
     connect(m_themes, &QListWidget::currentRowChanged, this, later);

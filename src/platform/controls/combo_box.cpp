@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::int32_t InvalidPropertyValue = 380, PropertyIsReadOnly = 383;
+constexpr std::int32_t PropertyIsReadOnly = 383;
 
 }  // namespace
 
@@ -60,7 +60,7 @@ int ComboBox::ListIndex() const {
 
 void ComboBox::ListIndex(int index) {
     if (index < -1 || index >= count()) {
-        throw RuntimeError(InvalidPropertyValue, "Invalid property value");
+        throw RuntimeError(err::InvalidPropertyValue, "Invalid property value");
     }
     if (index == ListIndex()) {
         return;

@@ -21,7 +21,6 @@ using namespace date_parts;
 
 namespace {
 
-constexpr std::int32_t InvalidPropertyValue = 380;
 const QString Separators = "-/. ";
 
 QString RegionalFormat() {
@@ -75,7 +74,7 @@ DateValue DTPicker::Value() const {
 void DTPicker::Value(DateValue value) {
     const DateParts parts = Split(value);
     if (parts.year < FirstYear || parts.year > LastYear) {
-        throw RuntimeError(InvalidPropertyValue, "Invalid property value");
+        throw RuntimeError(err::InvalidPropertyValue, "Invalid property value");
     }
     m_run.reset();
     m_typing.reset();

@@ -15,7 +15,6 @@ namespace {
 using date_parts::IsDigit;
 
 constexpr QChar DigitPlace = '#';
-constexpr std::int32_t InvalidPropertyValue = 380;
 
 // Returns how many values the part of a format has; 0 for a part that is not counted.
 int ValuesOf(QChar character) {
@@ -92,7 +91,7 @@ void MaskEdBox::Text(const std::string& text) {
     const QString given = QString::fromStdString(text);
     const QString shaped = Shaped(given);
     if (shaped.isNull() && !given.isEmpty()) {
-        throw RuntimeError(InvalidPropertyValue, "Invalid property value");
+        throw RuntimeError(err::InvalidPropertyValue, "Invalid property value");
     }
     setText(shaped);
     setCursorPosition(0);

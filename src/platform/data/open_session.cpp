@@ -24,7 +24,7 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using SteadyClock = std::chrono::steady_clock;
 
 constexpr auto AnswerHolds = std::chrono::seconds(2);
 
@@ -93,14 +93,14 @@ std::optional<Link> LinkIn(const std::string& file) {
     return link;
 }
 
-Clock::time_point& EndOfAnswer() {
-    static Clock::time_point end;
+SteadyClock::time_point& EndOfAnswer() {
+    static SteadyClock::time_point end;
     return end;
 }
 
 // Asks, unless the user has just given up, or another question is on the screen. `begun` is when the attempt
 // began that failed with `error`.
-bool IsTriedAgain(const RuntimeError& error, Clock::time_point begun) {
+bool IsTriedAgain(const RuntimeError& error, SteadyClock::time_point begun) {
     static bool isAsking = false;
     if (isAsking || begun < EndOfAnswer()) {
         return false;
@@ -109,7 +109,7 @@ bool IsTriedAgain(const RuntimeError& error, Clock::time_point begun) {
     const bool again = Question()(error);
     isAsking = false;
     if (!again) {
-        EndOfAnswer() = Clock::now() + AnswerHolds;
+        EndOfAnswer() = SteadyClock::now() + AnswerHolds;
     }
     return again;
 }
@@ -152,7 +152,7 @@ void AskWhenStoreIsAway(std::function<bool(const RuntimeError&)> question) {
 
 std::unique_ptr<DataSession> OpenDataSession(const std::string& connectionString, IfAway ifAway) {
     for (;;) {
-        const auto begun = Clock::now();
+        const auto begun = SteadyClock::now();
         try {
             return OpenOnce(connectionString);
         } catch (const RuntimeError& error) {

@@ -14,13 +14,13 @@
 namespace {
 
 // "select COLUMNS from TABLE where COLUMN = NUMBER"
-struct Question {
+struct RowQuestion {
     std::string columns;
     std::int64_t number = 0;
 };
 
-std::optional<Question> QuestionIn(const std::string& statement, const std::string& table,
-                                   const std::string& column) {
+std::optional<RowQuestion> QuestionIn(const std::string& statement, const std::string& table,
+                                      const std::string& column) {
     constexpr std::string_view Start = "select ";
     const std::string words = ToLower(statement);
     const std::string middle = " from " + ToLower(table) + " where " + ToLower(column) + " = ";
@@ -28,7 +28,7 @@ std::optional<Question> QuestionIn(const std::string& statement, const std::stri
     if (!words.starts_with(Start) || from == std::string::npos) {
         return std::nullopt;
     }
-    Question question;
+    RowQuestion question;
     question.columns = words.substr(Start.size(), from - Start.size());
     const char* const end = words.data() + words.size();
     const auto read = std::from_chars(words.data() + from + middle.size(), end, question.number);
@@ -117,7 +117,7 @@ std::unique_ptr<DataRows> TableSnapshot::Answer(const std::string& statement,
     if (connectionString != m_connectionString || !IsShared(connectionString)) {
         return nullptr;
     }
-    const std::optional<Question> question = QuestionIn(statement, m_table, m_column);
+    const std::optional<RowQuestion> question = QuestionIn(statement, m_table, m_column);
     if (!question) {
         return nullptr;
     }

@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-using Clock = std::chrono::steady_clock;
+using SteadyClock = std::chrono::steady_clock;
 
 // Shorter waits need no repainting.
 constexpr auto NoticedWait = 200ms;
@@ -31,9 +31,9 @@ std::chrono::duration<double> LongestBusyWait() {
     return Wait();
 }
 
-void RepaintDuringWait(Clock::time_point since) noexcept {
-    static Clock::time_point lastRepaint;
-    const auto now = Clock::now();
+void RepaintDuringWait(SteadyClock::time_point since) noexcept {
+    static SteadyClock::time_point lastRepaint;
+    const auto now = SteadyClock::now();
     if (now - since < NoticedWait || now - lastRepaint < RepaintInterval) {
         return;
     }
@@ -42,5 +42,5 @@ void RepaintDuringWait(Clock::time_point since) noexcept {
     } catch (...) {
         // A window that cannot be painted does not end the wait.
     }
-    lastRepaint = Clock::now();
+    lastRepaint = SteadyClock::now();
 }

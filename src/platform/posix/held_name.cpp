@@ -22,7 +22,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
+using SteadyClock = std::chrono::steady_clock;
 
 enum class Lock { Taken, Refused, Unknown };
 
@@ -48,7 +48,7 @@ std::string WithChance(std::string_view prefix) {
     std::uint64_t chance = 0;
     if (getrandom(&chance, sizeof chance, 0) != sizeof chance) {
         chance = (static_cast<std::uint64_t>(getpid()) << 32) ^
-                 static_cast<std::uint64_t>(Clock::now().time_since_epoch().count());
+                 static_cast<std::uint64_t>(SteadyClock::now().time_since_epoch().count());
     }
     // Without decimal digits: earlier versions read a number in such a name as a process number and removed
     // files of dead processes.
@@ -146,9 +146,9 @@ void RemoveIfLeft(int folder, const fs::path& path) {
 // Folders with many files are not read for every new file.
 bool IsTimeToLook(const fs::path& folder, std::string_view prefix) {
     static std::mutex mutex;
-    static std::map<std::string, Clock::time_point> looked;
+    static std::map<std::string, SteadyClock::time_point> looked;
     const std::lock_guard guard(mutex);
-    const auto now = Clock::now();
+    const auto now = SteadyClock::now();
     const auto [place, isNew] = looked.emplace(folder.string() + "/" + std::string(prefix), now);
     if (!isNew && now - place->second < std::chrono::hours(1)) {
         return false;
@@ -200,9 +200,9 @@ void RemoveLeftovers(const fs::path& folder, std::string_view prefix) {
 
 bool WaitForLock(int handle, std::chrono::milliseconds longest) {
     constexpr std::chrono::milliseconds Turn(2);
-    const auto deadline = Clock::now() + longest;
+    const auto deadline = SteadyClock::now() + longest;
     Lock lock = TryLock(handle);
-    while (lock == Lock::Refused && Clock::now() < deadline) {
+    while (lock == Lock::Refused && SteadyClock::now() < deadline) {
         std::this_thread::sleep_for(Turn);
         lock = TryLock(handle);
     }

@@ -292,8 +292,7 @@ std::vector<std::string> PostgresqlSession::ReportNames() {
 }
 
 std::string PostgresqlSession::DigestOfReport(const std::string& name) {
-    const Result found = Leased().RunOne("select Digest from StoredReport where Name = $1", {name});
-    return PQntuples(found.get()) > 0 ? PQgetvalue(found.get(), 0, 0) : "";
+    return Leased().OneValue("select Digest from StoredReport where Name = $1", {name});
 }
 
 std::string PostgresqlSession::BytesOfReport(const std::string& name) {

@@ -21,7 +21,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-using Clock = std::chrono::steady_clock;
+using SteadyClock = std::chrono::steady_clock;
 
 constexpr auto ConnectWait = 10s;
 // A statement that waits for a lock gives up earlier.
@@ -158,13 +158,13 @@ void Server::Connect() {
     }
     PQsetNoticeProcessor(
         m_connection, [](void*, const char*) {}, nullptr);
-    const auto since = Clock::now();
+    const auto since = SteadyClock::now();
     PostgresPollingStatusType next = PGRES_POLLING_WRITING;
     while (next != PGRES_POLLING_OK) {
         if (next == PGRES_POLLING_FAILED || PQstatus(m_connection) == CONNECTION_BAD) {
             RaiseUnreachable(m_link.Name(), PQerrorMessage(m_connection));
         }
-        if (Clock::now() - since >= ConnectWait) {
+        if (SteadyClock::now() - since >= ConnectWait) {
             RaiseUnreachable(m_link.Name(), "the server does not answer within 10 seconds");
         }
         pollfd socket{PQsocket(m_connection),
@@ -211,8 +211,8 @@ void Server::RaiseLost() {
     RaiseUnreachable(m_link.Name(), PQerrorMessage(m_connection));
 }
 
-void Server::WaitFor(short events, Clock::time_point since) {
-    if (Clock::now() - since >= AnswerWait) {
+void Server::WaitFor(short events, SteadyClock::time_point since) {
+    if (SteadyClock::now() - since >= AnswerWait) {
         RaiseUnreachable(m_link.Name(), "the server does not answer within 60 seconds");
     }
     pollfd socket{PQsocket(m_connection), events, 0};
@@ -221,7 +221,7 @@ void Server::WaitFor(short events, Clock::time_point since) {
 }
 
 void Server::Send(bool isSent) {
-    const auto since = Clock::now();
+    const auto since = SteadyClock::now();
     int left = isSent ? PQflush(m_connection) : -1;
     while (left == 1) {
         WaitFor(POLLIN | POLLOUT, since);
@@ -233,7 +233,7 @@ void Server::Send(bool isSent) {
 }
 
 Result Server::TakeResult() {
-    const auto since = Clock::now();
+    const auto since = SteadyClock::now();
     while (PQisBusy(m_connection) != 0) {
         WaitFor(POLLIN, since);
         if (PQconsumeInput(m_connection) == 0) {
@@ -283,6 +283,11 @@ Result Server::RunOne(const std::string& statement, const std::vector<std::strin
     Send(PQsendQueryParams(m_connection, statement.c_str(), static_cast<int>(texts.size()), nullptr,
                            texts.data(), nullptr, nullptr, 0) == 1);
     return LastResult();
+}
+
+std::string Server::OneValue(const std::string& statement, const std::vector<std::string>& values) {
+    const Result result = RunOne(statement, values);
+    return PQntuples(result.get()) > 0 ? PQgetvalue(result.get(), 0, 0) : "";
 }
 
 void Server::Start(const std::string& statement) {

@@ -46,6 +46,8 @@ class Server {
     // Runs exactly one statement; `values` are its parameters $1, $2 ... Raises a syntax error for a second
     // statement.
     Result RunOne(const std::string& statement, const std::vector<std::string>& values = {});
+    // Returns the first value of its first row, "" without a row.
+    std::string OneValue(const std::string& statement, const std::vector<std::string>& values = {});
 
     // Starts one statement whose rows come one at a time from NextRow.
     void Start(const std::string& statement);

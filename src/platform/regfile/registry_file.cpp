@@ -24,7 +24,7 @@ constexpr long Success = 0;
 constexpr long NotFound = 2;
 constexpr long AccessDenied = 5;
 
-constexpr const char* FileName = "settings.reg";
+constexpr const char* SettingsName = "settings.reg";
 // bytes; settings have a few lines, so a larger file is not one
 constexpr std::size_t LargestFile = 16U << 20U;
 constexpr std::string_view AutostartKey =
@@ -59,7 +59,7 @@ fs::path RegistryFile::Folder() const {
 // A missing file holds nothing. Any other that is not read whole is an error: what is taken for empty would
 // be replaced at the next write.
 std::string RegistryFile::ReadFile() const {
-    const fs::path path = (m_folder.empty() ? ConfigPlace() : m_folder) / FileName;
+    const fs::path path = (m_folder.empty() ? ConfigPlace() : m_folder) / SettingsName;
     std::optional<std::string> text = ReadSmallFile(path, LargestFile);
     const int code = errno;
     if (!text && code != ENOENT) {
@@ -72,7 +72,7 @@ std::string RegistryFile::ReadFile() const {
 
 template <typename Change>
 void RegistryFile::Rewrite(Change change) const {
-    const fs::path path = Folder() / FileName;
+    const fs::path path = Folder() / SettingsName;
     const FileLock lock(path.string() + ".lock");
     const std::string former = ReadFile();
     RegDocument document(former);
@@ -172,7 +172,7 @@ long RegistryFile::RegCloseKey(Handle handle) {
 }
 
 void RegistryFile::RequireWhole() const {
-    const fs::path path = (m_folder.empty() ? ConfigPlace() : m_folder) / FileName;
+    const fs::path path = (m_folder.empty() ? ConfigPlace() : m_folder) / SettingsName;
     const std::string text = ReadFile();
     if (text.empty() || RegDocument(text).IsDamaged()) {
         throw RuntimeError(err::PathFileAccess,

@@ -6,8 +6,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <string_view>
 
 #include "platform/posix/exec_arguments.h"
 
@@ -54,14 +56,33 @@ void ResetSignals() {
 }
 
 // The grandchild. No process has to wait for it.
-[[noreturn]] void Become(const char* program, char* const* arguments, const char* folder, int report) {
+[[noreturn]] void Become(const char* program, char* const* arguments, char* const* variables,
+                         const char* folder, int report) {
     TakeNullStreams();
     CloseAllBut(report);
     ResetSignals();
     if (*folder == '\0' || chdir(folder) == 0) {
-        execv(program, arguments);
+        execve(program, arguments, variables);
     }
     Report(report, errno);
+}
+
+std::string_view NameOf(std::string_view variable) {
+    return variable.substr(0, variable.find('='));
+}
+
+// A name that is there twice would mean another value to each program.
+std::vector<std::string> WithEnvironment(const std::vector<std::string>& variables) {
+    std::vector<std::string> all = variables;
+    for (char* const* entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+        const bool isReplaced = std::any_of(variables.begin(), variables.end(), [&](const std::string& one) {
+            return NameOf(one) == NameOf(*entry);
+        });
+        if (!isReplaced) {
+            all.emplace_back(*entry);
+        }
+    }
+    return all;
 }
 
 int WaitForReport(int file) {
@@ -76,10 +97,10 @@ int WaitForReport(int file) {
 }  // namespace
 
 int StartDetached(const std::filesystem::path& program, const std::vector<std::string>& arguments,
-                  const std::filesystem::path& folder) {
+                  const std::filesystem::path& folder, const std::vector<std::string>& variables) {
     std::vector<std::string> all{program.string()};
     all.insert(all.end(), arguments.begin(), arguments.end());
-    ExecArguments copies(std::move(all));
+    ExecArguments copies(std::move(all)), environment(WithEnvironment(variables));
     // exec closes it on success: an end of file without a report is a success.
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
@@ -90,7 +111,7 @@ int StartDetached(const std::filesystem::path& program, const std::vector<std::s
         setsid();
         const pid_t grandchild = fork();
         if (grandchild == 0) {
-            Become(program.c_str(), copies.Pointers(), folder.c_str(), ends[1]);
+            Become(program.c_str(), copies.Pointers(), environment.Pointers(), folder.c_str(), ends[1]);
         }
         if (grandchild < 0) {
             Report(ends[1], errno);

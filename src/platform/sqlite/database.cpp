@@ -22,13 +22,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-using Clock = std::chrono::steady_clock;
+using SteadyClock = std::chrono::steady_clock;
 
 // SQLite's own waits grow to 100 ms, so that two programs that write by turns can block each other for long.
 constexpr auto Turn = 2ms;
 
 // Waits one turn; the wait began at `since`. SQLite, which is C, calls it: it must not throw.
-void WaitOneTurn(Clock::time_point since) noexcept {
+void WaitOneTurn(SteadyClock::time_point since) noexcept {
     std::this_thread::sleep_for(Turn);
     RepaintDuringWait(since);
 }
@@ -37,9 +37,9 @@ void WaitOneTurn(Clock::time_point since) noexcept {
 // it returns "busy" at once, and the call must be repeated.
 template <typename Call>
 int UntilNotBusy(Call call) {
-    const auto start = Clock::now();
+    const auto start = SteadyClock::now();
     int code = call();
-    while (IsBusyCode(code) && Clock::now() - start < LongestBusyWait()) {
+    while (IsBusyCode(code) && SteadyClock::now() - start < LongestBusyWait()) {
         WaitOneTurn(start);
         code = call();
     }
@@ -153,7 +153,7 @@ void Database::UseWriteAheadLog() {
 
 int Database::WaitWhileBusy(void* database, int calls) {
     auto& busySince = static_cast<Database*>(database)->m_busySince;
-    const auto now = Clock::now();
+    const auto now = SteadyClock::now();
     if (calls == 0) {
         busySince = now;
     }

@@ -16,7 +16,7 @@ void Finder::SetDocument(PageDocument* document) {
 void Finder::Start(const QString& words, Direction direction, int page, int place) {
     m_words = words;
     m_direction = direction;
-    m_wrapped = m_toEnd = false;
+    m_wrapped = m_toEnd = m_waits = false;
     m_page = m_startPage = page;
     m_from = place;
     m_timer.start();
@@ -32,11 +32,24 @@ void Finder::LookOn() {
             emit NotFound();
         } else if (m_toEnd) {
             // One page in each step, so that the way to the last page does not block the window.
-            m_toEnd = m_document->Require(m_document->Count() + 1);
+            m_document->Require(m_document->Count() + 1);
+            m_toEnd = !m_document->IsComplete();
             m_page = m_document->Count();
+        } else if (m_waits) {
+            Await();
         } else if (!LookAtPage()) {
             Next();
         }
+    }
+}
+
+// A page that is made in another thread comes later.
+void Finder::Await() {
+    m_waits = !m_document->Require(m_page);
+    if (m_waits && m_document->IsComplete()) {
+        m_page = 1;
+        m_wrapped = true;
+        m_waits = false;
     }
 }
 
@@ -70,10 +83,7 @@ void Finder::Next() {
     m_from = -1;
     if (m_direction == Direction::Forwards) {
         ++m_page;
-        if (!m_document->Require(m_page)) {
-            m_page = 1;
-            m_wrapped = true;
-        }
+        m_waits = true;
         return;
     }
     if (--m_page < 1) {

@@ -32,6 +32,7 @@ class Finder : public QObject {
 
  private:
     void LookOn();
+    void Await();
     bool LookAtPage();
     void Next();
 
@@ -41,6 +42,7 @@ class Finder : public QObject {
     Direction m_direction = Direction::Forwards;
     bool m_wrapped = false;
     bool m_toEnd = false;        // searches backwards and has to reach the last page first
+    bool m_waits = false;        // for the current page, which may not be made yet
     int m_page = 0, m_from = 0;  // current page, and place on it; -1: the whole page
     int m_startPage = 0;
 };

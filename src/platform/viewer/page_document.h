@@ -26,7 +26,8 @@ class PageDocument : public QObject {
     // Returns true if no more pages will be made, because all are made or making them failed.
     bool IsComplete() const { return m_pages->AllMade() || m_failed; }
     void StartMaking() { m_timer.start(); }
-    // Makes pages up to page `n` (from 1). Returns false if the page cannot be made. Raises no error.
+    // Makes pages up to page `n` (from 1). Returns false if the page cannot be made, or if another thread
+    // makes it later: then IsComplete is false. Raises no error.
     bool Require(int n);
 
     // Of page `n` (from 1), which must be made. Sizes are in points.

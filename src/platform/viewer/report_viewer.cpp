@@ -156,7 +156,13 @@ void ReportViewer::ViewReport() {
     }
     std::unique_ptr<report::PageView> pages = m_source->OpenPages();
     pages->Reach(1);
-    m_report = m_source;
+    ShowPages(m_source, std::move(pages));
+}
+
+void ReportViewer::ShowPages(std::shared_ptr<report::Report> report,
+                             std::unique_ptr<report::PageView> pages) {
+    ShowNothing();
+    m_report = std::move(report);
     m_document = std::make_unique<PageDocument>(std::move(pages));
     connect(m_document.get(), &PageDocument::Failed, this, &ReportViewer::ShowMessage);
     m_bar->SetHasPages(true);

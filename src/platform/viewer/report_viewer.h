@@ -35,6 +35,11 @@ class ReportViewer : public QWidget {
     // Runs the report and shows its first page. Raises RuntimeError 91 without a report, and the errors of
     // the engine; then no page is shown. Errors in later pages appear in a bar above the pages.
     void ViewReport();
+    // Shows pages of a run that somebody else has begun; the first one is made. The report is for saving: it
+    // is not the one that makes the pages if they are made in a thread.
+    void ShowPages(std::shared_ptr<report::Report> report, std::unique_ptr<report::PageView> pages);
+    // Shows no page, and lets go of the report and its pages.
+    void ShowNothing();
     // Sets the zoom in percent of the size on paper, limited to 1 to 400. The default is 81.
     void Zoom(int percent) { m_canvas->SetZoom(percent); }
 
@@ -55,7 +60,6 @@ class ReportViewer : public QWidget {
     void ConnectBar();
     void ConnectFind();
     void AddShortcuts();
-    void ShowNothing();
     void ShowState();
     void ShowMap();
     void ShowMessage(const QString& text);

@@ -6,9 +6,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <ctime>
 #include <system_error>
+#include <vector>
 
 #include "rdl/values/ascii.h"
 
@@ -18,7 +20,7 @@ namespace {
 constexpr std::int64_t TicksPerSecond = 10'000'000;
 constexpr std::int64_t SecondsToEpoch = 62'135'596'800;  // from 0001-01-01 to 1970-01-01
 
-const Host* chosen = nullptr;
+std::atomic<const Host*> chosen = nullptr;  // reports may run in several threads
 
 namespace fs = std::filesystem;
 
@@ -52,7 +54,11 @@ std::int64_t Host::NowTicks() const {
 }
 
 std::string Host::UserName() const {
-    const passwd* user = getpwuid(geteuid());
+    constexpr std::size_t LongestEntry = 16'384;
+    std::vector<char> space(LongestEntry);
+    passwd entry{};
+    passwd* user = nullptr;
+    getpwuid_r(geteuid(), &entry, space.data(), space.size(), &user);
     return user ? user->pw_name : std::to_string(geteuid());
 }
 
@@ -85,7 +91,8 @@ int Host::OpenTemporaryFile() const {
 
 const Host& TheHost() {
     static const Host machine;
-    return chosen ? *chosen : machine;
+    const Host* const host = chosen;
+    return host ? *host : machine;
 }
 
 void SetHost(const Host* host) {

@@ -4,21 +4,33 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "rdl/values/stop.h"
 #include "rdl/values/value.h"
 
 namespace rdl {
 
+// A parameter of a query, by its name there. The value is a constant, or an expression that begins with = and
+// knows neither fields nor parameters; empty: Null.
+struct QueryValue {
+    std::string name, value = {};
+};
+
+enum class QueryKind { Text, StoredProcedure, Table };
+
 struct QueryRequest {
-    std::string provider, connectString;       // as a data source of a report has them; both are constants
-    std::string query = {};                    // may be empty for a file of rows
-    std::filesystem::path folder = {};         // where relative names start; empty: the current folder
-    std::string user = {}, password = {};      // no user: those of the connect string
-    std::vector<std::string> parameters = {};  // names in the query; their values are Null
+    std::string provider, connectString;   // as a data source of a report has them; both are constants
+    std::string query = {};                // may be empty for a file of rows
+    std::filesystem::path folder = {};     // where relative names start; empty: the current folder
+    std::string user = {}, password = {};  // no user: those of the connect string
+    std::vector<QueryValue> parameters = {};
+    QueryKind kind = QueryKind::Text;
     std::size_t mostRows = 1000;
-    int seconds = 0;  // that the query may take; 0: as long as a report's
+    int seconds = 0;                              // that the query may take; 0: as long as a report's
+    std::shared_ptr<const StopSignal> stop = {};  // by which another thread ends the query; may be null
 };
 
 struct QueryRows {
@@ -29,6 +41,14 @@ struct QueryRows {
         return cells[row * columns.size() + column];
     }
 };
+
+// What a shared data source has: a file NAME.rds.
+struct SharedSourceText {
+    std::string provider, connectString;
+};
+// Returns the shared data source of this name or path, looked for as a report in the folder does. Raises
+// Failure (Stage::Data) if there is none, or if its file is of another kind.
+SharedSourceText ReadSharedSource(const std::string& reference, const std::filesystem::path& folder);
 
 // Runs the query as a report with this data source runs it, with the same restrictions, and reads its first
 // rows: at most `mostRows`, and fewer of long rows. Raises Failure (Stage::Data) with the reason.

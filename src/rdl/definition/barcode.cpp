@@ -6,7 +6,7 @@
 namespace rdl {
 namespace {
 
-std::string Plain(std::string_view name) {
+std::string PlainName(std::string_view name) {
     std::string plain;
     for (const char c : name) {
         if (IsAsciiLetterOrDigit(c)) {
@@ -43,7 +43,7 @@ static_assert(NamesDiffer(Properties));
 // A designer writes its own name before that of the property: "Barcode:Symbology".
 const PropertyName* FindProperty(std::string_view name) {
     const std::size_t mark = name.find_last_of(":.");
-    return FindNamed(Properties, Plain(mark == std::string_view::npos ? name : name.substr(mark + 1)));
+    return FindNamed(Properties, PlainName(mark == std::string_view::npos ? name : name.substr(mark + 1)));
 }
 
 // A value may be empty; without one the item is not finished.
@@ -76,13 +76,13 @@ ItemPtr ReadAlternative(Context& context, const XmlElement& element, Extent cont
 }
 
 bool IsBarcode(const std::string& type) {
-    return Plain(type).find("barcode") != std::string::npos || FindSymbology(type);
+    return PlainName(type).find("barcode") != std::string::npos || FindSymbology(type);
 }
 
 }  // namespace
 
 const SymbologyRow* FindSymbology(std::string_view name) {
-    const std::string plain = Plain(name);
+    const std::string plain = PlainName(name);
     const auto* const found =
         std::find_if(std::begin(Symbologies), std::end(Symbologies),
                      [&plain](const SymbologyRow& row) { return EqualNoCase(row.name, plain); });

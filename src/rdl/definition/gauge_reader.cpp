@@ -31,9 +31,10 @@ constexpr std::pair<std::string_view, GaugeFormula> Formulas[] = {
     {"Max", GaugeFormula::Max},          {"Min", GaugeFormula::Min},         {"Median", GaugeFormula::Median},
     {"Variance", GaugeFormula::Variance}};
 
-constexpr std::pair<std::string_view, Image::Source> Sources[] = {{"External", Image::Source::External},
-                                                                  {"Embedded", Image::Source::Embedded},
-                                                                  {"Database", Image::Source::Database}};
+constexpr std::pair<std::string_view, Image::Source> PictureSources[] = {
+    {"External", Image::Source::External},
+    {"Embedded", Image::Source::Embedded},
+    {"Database", Image::Source::Database}};
 
 class GaugeReader {
  public:
@@ -186,7 +187,7 @@ class GaugeReader {
             return image;
         }
         const std::string source = element->ChildText("Source");
-        for (const auto& [word, meaning] : Sources) {
+        for (const auto& [word, meaning] : PictureSources) {
             if (EqualNoCase(word, source)) {
                 image.source = meaning;
             }

@@ -48,12 +48,12 @@ constexpr Named PartsOfBackgroundImage[] = {
 };
 
 // One row for each side; the columns are colour, style and width.
-struct Side {
+struct BorderSide {
     std::string_view older, newer;
     std::array<P, 3> properties;
 };
 
-constexpr Side Sides[] = {
+constexpr BorderSide BorderSides[] = {
     {"Default", "Border", {P::BorderColor, P::BorderStyle, P::BorderWidth}},
     {"Left", "LeftBorder", {P::BorderColorLeft, P::BorderStyleLeft, P::BorderWidthLeft}},
     {"Right", "RightBorder", {P::BorderColorRight, P::BorderStyleRight, P::BorderWidthRight}},
@@ -101,7 +101,7 @@ const Named* FindPlain(std::string_view name) {
 void ReadOlderBorder(Context& context, Style& style, const XmlElement& element, std::size_t aspect,
                      const std::string& where) {
     for (const XmlElement& child : element.children) {
-        for (const Side& side : Sides) {
+        for (const BorderSide& side : BorderSides) {
             if (child.name == side.older) {
                 Add(context, style, side.properties[aspect], child, PropertyOf(where, element.name));
             }
@@ -109,7 +109,7 @@ void ReadOlderBorder(Context& context, Style& style, const XmlElement& element, 
     }
 }
 
-void ReadNewerBorder(Context& context, Style& style, const XmlElement& element, const Side& side,
+void ReadNewerBorder(Context& context, Style& style, const XmlElement& element, const BorderSide& side,
                      const std::string& where) {
     for (const XmlElement& child : element.children) {
         for (std::size_t aspect = 0; aspect < std::size(NewerAspects); ++aspect) {
@@ -159,7 +159,7 @@ void ReadProperty(Context& context, Style& style, const XmlElement& element, con
             return;
         }
     }
-    for (const Side& side : Sides) {
+    for (const BorderSide& side : BorderSides) {
         if (element.name == side.newer) {
             ReadNewerBorder(context, style, element, side, where);
         }

@@ -5,6 +5,7 @@
 
 #include "rdl/api/host.h"
 #include "rdl/data/open_cursor.h"
+#include "rdl/data/shared_source.h"
 #include "rdl/engine/in_stage.h"
 #include "rdl/values/run_watch.h"
 
@@ -13,6 +14,16 @@ namespace {
 
 constexpr std::size_t MostBytes = std::size_t{64} << 20;  // of texts and pictures
 
+std::string Absolute(const std::filesystem::path& folder) {
+    return std::filesystem::absolute(folder.empty() ? "." : folder).string();
+}
+
+DataSet::CommandType TypeOf(QueryKind kind) {
+    return kind == QueryKind::StoredProcedure ? DataSet::CommandType::StoredProcedure
+           : kind == QueryKind::Table         ? DataSet::CommandType::TableDirect
+                                              : DataSet::CommandType::Text;
+}
+
 QueryRows FirstRows(const data::LoadRequest& request, const DataSet& dataSet, const DataSource& source,
                     std::size_t mostRows) {
     const std::unique_ptr<data::Cursor> cursor = data::OpenCursor(request, dataSet, &source);
@@ -20,6 +31,7 @@ QueryRows FirstRows(const data::LoadRequest& request, const DataSet& dataSet, co
     std::size_t bytes = 0;
     while (rows.RowCount() < mostRows && bytes < MostBytes && cursor->Next()) {
         request.CheckBounds();
+        CheckStop();
         for (std::size_t column = 0; column < rows.columns.size(); ++column) {
             const Value& cell = rows.cells.emplace_back(cursor->Cell(column));
             bytes += cell.IsText() || cell.kind() == Kind::Bytes ? cell.AsText().size() : 0;
@@ -30,8 +42,18 @@ QueryRows FirstRows(const data::LoadRequest& request, const DataSet& dataSet, co
 
 }  // namespace
 
+SharedSourceText ReadSharedSource(const std::string& reference, const std::filesystem::path& folder) {
+    return engine::InStage(Stage::Data, [&] {
+        std::vector<std::string> folders = TheHost().DataFolders();
+        folders.insert(folders.begin(), Absolute(folder));
+        const data::SharedSource source = data::ReadSharedSource(reference, folders);
+        return SharedSourceText{source.provider, source.connectString.source};
+    });
+}
+
 QueryRows ReadQueryRows(const QueryRequest& request) {
     return engine::InStage(Stage::Data, [&] {
+        const StopsAt stop(request.stop ? request.stop : SignalOfThread());
         Definition definition;
         DataSource source;
         source.provider = request.provider;
@@ -39,12 +61,16 @@ QueryRows ReadQueryRows(const QueryRequest& request) {
         DataSet dataSet;
         dataSet.commandText.source = request.query;
         dataSet.timeoutSeconds = request.seconds;
-        for (const std::string& name : request.parameters) {
-            dataSet.parameters.push_back({name, {}});
+        dataSet.commandType = TypeOf(request.kind);
+        for (const QueryValue& parameter : request.parameters) {
+            const int id = parameter.value.starts_with('=') ? 0 : -1;
+            dataSet.parameters.push_back(
+                {parameter.name,
+                 {.source = parameter.value, .where = "Parameter " + parameter.name, .line = 0, .id = id}});
         }
         data::LoadRequest load;
         load.definition = &definition;
-        load.folder = std::filesystem::absolute(request.folder.empty() ? "." : request.folder).string();
+        load.folder = Absolute(request.folder);
         load.folders = TheHost().DataFolders();
         load.nowTicks = TheHost().NowTicks();
         if (!request.user.empty()) {

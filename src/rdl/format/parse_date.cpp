@@ -9,7 +9,7 @@
 namespace rdl {
 namespace {
 
-constexpr std::size_t MaxLength = 100;
+constexpr std::size_t LongestDate = 100;
 
 struct Token {
     enum Kind { Number, Word, Mark } kind;
@@ -338,7 +338,7 @@ class DateReader {
 
 bool ParseDateTime(std::string_view text, const Culture& culture, std::int64_t& ticks) {
     std::vector<Token> tokens;
-    if (text.empty() || text.size() > MaxLength || !Cut(text, tokens)) {
+    if (text.empty() || text.size() > LongestDate || !Cut(text, tokens)) {
         return false;
     }
     std::int64_t read = 0;

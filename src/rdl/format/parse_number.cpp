@@ -8,7 +8,7 @@
 namespace rdl {
 namespace {
 
-constexpr std::size_t MaxLength = 400;
+constexpr std::size_t LongestNumber = 400;
 constexpr std::string_view NoBreak = "\xC2\xA0", NarrowNoBreak = "\xE2\x80\xAF";
 
 class NumberReader {
@@ -161,11 +161,11 @@ class NumberReader {
 }  // namespace
 
 bool ParseNumber(std::string_view text, const Culture& culture, double& number) {
-    return text.size() <= MaxLength && NumberReader(text, culture).Read(number);
+    return text.size() <= LongestNumber && NumberReader(text, culture).Read(number);
 }
 
 bool ParseNumber(std::string_view text, const Culture& culture, Decimal& number) {
-    return text.size() <= MaxLength && NumberReader(text, culture).Read(number);
+    return text.size() <= LongestNumber && NumberReader(text, culture).Read(number);
 }
 
 }  // namespace rdl

@@ -14,13 +14,8 @@ namespace {
 
 using Arguments = std::span<const Value>;
 
-bool NumberOf(const Value& value, Inputs& inputs, double& number) {
+bool PartOf(const Value& value, Inputs& inputs, double& number) {
     return expr::ToDouble(value, inputs.CurrentCulture(), number);
-}
-
-Value NoNumber(const Value& value, Inputs& inputs) {
-    return Value::Error("\"" + expr::TextOf(value, inputs.CurrentCulture()).substr(0, 40) +
-                        "\" is no number");
 }
 
 Value CurrentDate(Arguments, Inputs& inputs) {
@@ -46,7 +41,7 @@ Value DateOf(Arguments arguments, Inputs& inputs, bool withTime) {
     std::int64_t parts[6] = {0, 1, 1, 0, 0, 0};
     for (std::size_t i = 0; i < std::min<std::size_t>(arguments.size(), 6); ++i) {
         double number = 0;
-        if (!NumberOf(arguments[i], inputs, number) || std::abs(number) > 1e6) {
+        if (!PartOf(arguments[i], inputs, number) || std::abs(number) > 1e6) {
             return NoNumber(arguments[i], inputs);
         }
         parts[i] = static_cast<std::int64_t>(number);
@@ -82,7 +77,7 @@ Value Time(Arguments arguments, Inputs& inputs) {
     const double most[] = {23, 59, 59};
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         double part = 0;
-        if (!NumberOf(arguments[i], inputs, part)) {
+        if (!PartOf(arguments[i], inputs, part)) {
             return NoNumber(arguments[i], inputs);
         }
         if (part < 0 || part > most[i]) {
@@ -99,7 +94,7 @@ Value IsDate(Arguments arguments, Inputs& inputs) {
     return Value::Boolean(expr::ToDateTime(arguments[0], inputs.CurrentCulture(), ticks));
 }
 
-constexpr FunctionInfo Functions[] = {
+constexpr FunctionInfo OfDates[] = {
     {"year", 1, 1, nullptr, "year"},
     {"month", 1, 1, nullptr, "month"},
     {"day", 1, 1, nullptr, "day"},
@@ -132,12 +127,12 @@ constexpr FunctionInfo Functions[] = {
     {"isdate", 1, 1, &IsDate, ""},
     {"isdatetime", 1, 1, &IsDate, ""},
 };
-static_assert(NamesDiffer(Functions));
+static_assert(NamesDiffer(OfDates));
 
 }  // namespace
 
 std::span<const FunctionInfo> DateFunctions() {
-    return Functions;
+    return OfDates;
 }
 
 }  // namespace rdl::formula

@@ -11,6 +11,12 @@
 #include "rdl/values/named.h"
 
 namespace rdl::formula {
+
+Value NoNumber(const Value& value, Inputs& inputs) {
+    return Value::Error("\"" + expr::TextOf(value, inputs.CurrentCulture()).substr(0, 40) +
+                        "\" is no number");
+}
+
 namespace {
 
 using Arguments = std::span<const Value>;
@@ -38,11 +44,6 @@ class SharedPlace : public expr::Environment {
     static Value Nothing() { return Value::Error("it cannot be used in a record selection formula"); }
     Inputs& m_inputs;
 };
-
-Value NoNumber(const Value& value, Inputs& inputs) {
-    return Value::Error("\"" + expr::TextOf(value, inputs.CurrentCulture()).substr(0, 40) +
-                        "\" is no number");
-}
 
 bool NumberOf(const Value& value, Inputs& inputs, double& number) {
     return !value.IsNull() && expr::ToDouble(value, inputs.CurrentCulture(), number);

@@ -29,6 +29,8 @@ const FunctionInfo* FindFunction(std::string_view name);
 std::span<const std::span<const FunctionInfo>> FunctionTables();
 // The functions for dates and times.
 std::span<const FunctionInfo> DateFunctions();
+// The error of an argument that has to be a number.
+Value NoNumber(const Value& value, Inputs& inputs);
 Value CallFunction(const FunctionInfo& info, std::span<const Value> arguments, Inputs& inputs);
 
 // The operator like of formulas: * and % match any run, ? and _ one character, without regard to case.

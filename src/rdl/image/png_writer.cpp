@@ -11,11 +11,11 @@
 namespace rdl::image {
 namespace {
 
-[[noreturn]] void Fail(png_structp png, png_const_charp) {
+[[noreturn]] void FailToWrite(png_structp png, png_const_charp) {
     png_longjmp(png, 1);
 }
 
-void Ignore(png_structp, png_const_charp) {}
+void IgnoreWarning(png_structp, png_const_charp) {}
 
 void Flush(png_structp) {}
 
@@ -24,7 +24,7 @@ void Flush(png_structp) {}
 PngWriter::PngWriter(int width, int height, int dotsPerMeter)
     : m_width(width),
       m_height(height),
-      m_png(png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, Fail, Ignore)) {
+      m_png(png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, FailToWrite, IgnoreWarning)) {
     if (m_png) {
         m_info = png_create_info_struct(m_png);
         png_set_write_fn(m_png, this, Write, Flush);

@@ -9,8 +9,6 @@
 namespace rdl::spatial {
 namespace {
 
-constexpr int DeepestCollection = 10;
-
 enum Kind : std::uint32_t {
     Point = 1,
     LineString,

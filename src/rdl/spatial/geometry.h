@@ -13,6 +13,8 @@
 
 namespace rdl::spatial {
 
+constexpr int DeepestCollection = 10;  // collections within each other that the readers follow
+
 struct Position {
     double x = 0, y = 0;
 };

@@ -11,7 +11,9 @@
 namespace rdl::spatial {
 namespace {
 
-enum Kind : std::uint32_t { Null = 0, Point = 1, Line = 3, Polygon = 5, MultiPoint = 8 };
+struct ShapeKind {
+    enum : std::uint32_t { Null = 0, Point = 1, Line = 3, Polygon = 5, MultiPoint = 8 };
+};
 
 // Each kind is there again with heights, and with measures.
 std::uint32_t KindOf(std::uint32_t code) {
@@ -70,21 +72,21 @@ Geometry ShapeOf(std::string_view record, Allowance& allowance) {
     Bytes bytes(record);
     const std::uint32_t code = bytes.Number();
     switch (KindOf(code)) {
-        case Null:
+        case ShapeKind::Null:
             break;
-        case Point:
+        case ShapeKind::Point:
             geometry.points = Points(bytes, 1, allowance);
             break;
-        case MultiPoint: {
+        case ShapeKind::MultiPoint: {
             bytes.Take(32);
             const std::size_t count = bytes.Number();
             geometry.points = Points(bytes, count, allowance);
             break;
         }
-        case Line:
+        case ShapeKind::Line:
             Parts(bytes, false, allowance, geometry);
             break;
-        case Polygon:
+        case ShapeKind::Polygon:
             Parts(bytes, true, allowance, geometry);
             break;
         default:

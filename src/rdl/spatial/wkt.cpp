@@ -12,8 +12,6 @@
 namespace rdl::spatial {
 namespace {
 
-constexpr int DeepestCollection = 10;
-
 class TextReader {
  public:
     TextReader(std::string_view text, Allowance& allowance) : m_text(text), m_allowance(allowance) {}

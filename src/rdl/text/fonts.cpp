@@ -97,11 +97,17 @@ FontId Substitute(FontId font, char32_t character) {
 
 }  // namespace
 
+std::unique_lock<std::recursive_mutex> LockFonts() {
+    static auto* const mutex = new std::recursive_mutex;  // as long as the table
+    return std::unique_lock(*mutex);
+}
+
 Face& FaceOf(FontId font) {
     return *Table().faces.at(static_cast<std::size_t>(font));
 }
 
 FontId FindFont(const FontRequest& request) {
+    const auto lock = LockFonts();
     auto key = std::make_tuple(LowerAscii(request.family), request.bold, request.italic);
     auto& found = Table().found;
     const auto known = found.find(key);
@@ -135,14 +141,17 @@ FontId FontWith(FontId font, char32_t character) {
 }
 
 const FontMetrics& Metrics(FontId font) {
+    const auto lock = LockFonts();
     return FaceOf(font).Metrics();
 }
 
 const FontFile& File(FontId font) {
+    const auto lock = LockFonts();
     return FaceOf(font).File();
 }
 
 double GlyphAdvance(FontId font, std::uint16_t glyph) {
+    const auto lock = LockFonts();
     return 1000 * FaceOf(font).AdvanceOf(glyph);
 }
 

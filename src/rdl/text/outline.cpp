@@ -47,6 +47,7 @@ hb_draw_funcs_t* TracerFunctions() {
 }  // namespace
 
 std::vector<OutlineStep> Outline(FontId font, std::uint16_t glyph) {
+    const auto lock = LockFonts();
     Face& face = FaceOf(font);
     Tracer tracer;
     tracer.toEm = 1.0F / static_cast<float>(face.Metrics().unitsPerEm);

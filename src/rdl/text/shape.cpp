@@ -251,6 +251,7 @@ void Shape(std::string_view utf8, FontId font, double size, bool rightToLeft, st
     if (utf8.empty()) {
         return;
     }
+    const auto lock = LockFonts();
     if (!rightToLeft && IsSimple(utf8) && HasAscii(font)) {
         runs.push_back(LookUpAscii(utf8, font, size));
         return;
@@ -274,6 +275,7 @@ void Shape(std::string_view utf8, FontId font, double size, bool rightToLeft, st
 }
 
 double TextWidth(std::string_view utf8, FontId font, double size) {
+    const auto lock = LockFonts();
     if (IsSimple(utf8) && HasAscii(font)) {
         Face& face = FaceOf(font);
         double width = 0;

@@ -9,6 +9,7 @@
 namespace rdl::text {
 
 std::string Subset(FontId font, const std::vector<std::uint16_t>& glyphs) {
+    const auto lock = LockFonts();
     hb_subset_input_t* input = hb_subset_input_create_or_fail();
     if (input == nullptr) {
         throw std::bad_alloc();

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "rdl/values/error.h"
+#include "rdl/values/stop.h"
 
 namespace rdl {
 namespace {
@@ -75,6 +76,7 @@ RunWatch::Data::~Data() {
 }
 
 void RunWatch::CheckBounds() {
+    CheckStop();
     const Clock::time_point now = Clock::now();
     if (now < m_next) {
         return;

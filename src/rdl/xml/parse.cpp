@@ -22,7 +22,6 @@ constexpr unsigned ParseFlags = pugi::parse_cdata | pugi::parse_eol | pugi::pars
                                 pugi::parse_fragment | pugi::parse_embed_pcdata;
 constexpr std::string_view XmlUri = "http://www.w3.org/XML/1998/namespace";
 constexpr std::size_t LongestName = 80;  // of what a message shows
-constexpr std::size_t LongestReference = 16;
 constexpr std::size_t LeastMemory = std::size_t{1} << 20;
 constexpr std::size_t MemoryOfElement = 256;  // an element, the blanks around it and some attributes
 

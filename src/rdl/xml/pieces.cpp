@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::string_view CDataBegin = "<![CDATA[", CDataEnd = "]]>";
 constexpr std::size_t LongestBeginning = CDataBegin.size();
-constexpr std::size_t LongestReference = 16;
 constexpr std::size_t LongestTags = std::size_t{64} << 10;  // they are parsed again with each piece
 
 [[noreturn]] void Fail(const char* what) {

@@ -62,7 +62,7 @@ std::string CheckedName(const std::string& text) {
 }
 
 // Wrong usage is reported before anything else.
-void CheckUsage(const CommandLine& line) {
+void CheckPackageUsage(const CommandLine& line) {
     if (line.Has("no-mail") == line.Has("to")) {
         throw ScheduleUsageError(line.command + " wants either --to or --no-mail");
     }
@@ -171,7 +171,7 @@ QJsonObject DescribePackage(const StoredPackage& stored) {
 
 void AddPackage(const CommandLine& line) {
     const std::vector<GivenReport> given = GivenReports(line);
-    CheckUsage(line);
+    CheckPackageUsage(line);
     StoredPackage package{.id = {}, .row = PackageOf(line), .reports = {}};
     const std::string format = CheckedFormat(line.ValueOr("format", "pdf"), Global::Runner::PackagePoll);
     for (const GivenReport& one : given) {

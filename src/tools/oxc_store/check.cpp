@@ -17,11 +17,6 @@
 namespace tools {
 namespace {
 
-std::string Single(Server& server, const std::string& statement) {
-    const Result result = server.RunOne(statement);
-    return PQntuples(result.get()) > 0 ? PQgetvalue(result.get(), 0, 0) : "";
-}
-
 // Returns the middle of five times, in tenths of a millisecond.
 std::int64_t AnswerTime(Server& server) {
     std::array<std::int64_t, 5> times{};
@@ -38,7 +33,7 @@ std::int64_t AnswerTime(Server& server) {
 
 // Returns by how many seconds the server's clock is ahead of this machine's.
 std::int64_t ClockDifference(Server& server) {
-    const std::string text = Single(server, "select floor(extract(epoch from clock_timestamp()))::bigint");
+    const std::string text = server.OneValue("select floor(extract(epoch from clock_timestamp()))::bigint");
     std::int64_t seconds = 0;
     std::from_chars(text.data(), text.data() + text.size(), seconds);
     return seconds - std::chrono::duration_cast<std::chrono::seconds>(
@@ -48,18 +43,18 @@ std::int64_t ClockDifference(Server& server) {
 
 std::string RightsOf(Server& server) {
     const auto may = [&server](const std::string& right, const std::string& table) {
-        return Single(server, "select has_table_privilege('" + table + "', '" + right + "')") == "t";
+        return server.OneValue("select has_table_privilege('" + table + "', '" + right + "')") == "t";
     };
     if (may("insert", "ReportScheduler") && may("delete", "ReportScheduler") && may("insert", "Folders") &&
         may("insert", "StoredReport")) {
         return "an editor";
     }
-    const bool movesDates = Single(server,
-                                   "select has_column_privilege('ReportScheduler', 'nextrun', 'update') and "
-                                   "has_column_privilege('ReportBatch', 'nextrundate', 'update')") == "t";
-    const bool addsRows = Single(server,
-                                 "select has_any_column_privilege('ReportHistory', 'insert') and "
-                                 "has_any_column_privilege('ReportBatchHstry', 'insert')") == "t";
+    const bool movesDates = server.OneValue(
+                                "select has_column_privilege('ReportScheduler', 'nextrun', 'update') and "
+                                "has_column_privilege('ReportBatch', 'nextrundate', 'update')") == "t";
+    const bool addsRows = server.OneValue(
+                              "select has_any_column_privilege('ReportHistory', 'insert') and "
+                              "has_any_column_privilege('ReportBatchHstry', 'insert')") == "t";
     return movesDates && addsRows ? "a scheduler" : "a reader";
 }
 
@@ -78,8 +73,8 @@ std::string OwnZone() {
 void CheckSession(const Link& link, Server& server) {
     constexpr const char* Class = "1870160639";  // no table's claims have it
     const std::string taken =
-        Single(server, std::string("select pg_backend_pid() from pg_try_advisory_lock(") + Class +
-                           ", pg_backend_pid()) as taken where taken");
+        server.OneValue(std::string("select pg_backend_pid() from pg_try_advisory_lock(") + Class +
+                        ", pg_backend_pid()) as taken where taken");
     Server other(link);
     other.Run("begin; select 1");
     const Result held = server.RunOne(
@@ -101,14 +96,13 @@ std::string CheckServer(const Link& link) {
     const std::int64_t time = AnswerTime(server);
     const std::int64_t difference = ClockDifference(server);
     std::string text =
-        "Server: PostgreSQL " + Single(server, "show server_version") + ", database " + link.Name() + "\n";
-    text += "Connection: " + std::string(Single(server,
-                                                "select coalesce((select ssl from pg_stat_ssl where "
-                                                "pid = pg_backend_pid()), false)") == "t"
+        "Server: PostgreSQL " + server.OneValue("show server_version") + ", database " + link.Name() + "\n";
+    text += "Connection: " + std::string(server.OneValue("select coalesce((select ssl from pg_stat_ssl where "
+                                                         "pid = pg_backend_pid()), false)") == "t"
                                              ? "encrypted"
                                              : "not encrypted");
     text += ", an answer takes " + std::to_string(time / 10) + "." + std::to_string(time % 10) + " ms\n";
-    text += "Store: version " + Single(server, "select max(version) from store_version") + "\n";
+    text += "Store: version " + server.OneValue("select max(version) from store_version") + "\n";
     text += "Rights: " + RightsOf(server) + "\n";
     text += "Claims: hold\n";
     text += "Clock: " + std::to_string(difference) + " seconds ahead of this machine\n";

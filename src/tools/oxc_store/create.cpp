@@ -40,18 +40,12 @@ std::string SchedulerRights(const std::string& role) {
            ";";
 }
 
-std::string Single(Server& server, const std::string& statement) {
-    const Result result = server.RunOne(statement);
-    return PQntuples(result.get()) > 0 ? PQgetvalue(result.get(), 0, 0) : "";
-}
-
 void CheckDatabase(Server& server, const std::string& name) {
-    if (Single(server,
-               "select pg_encoding_to_char(encoding) from pg_database where datname = "
-               "current_database()") != "UTF8") {
+    if (server.OneValue("select pg_encoding_to_char(encoding) from pg_database where datname = "
+                        "current_database()") != "UTF8") {
         RefuseStore("The database " + name + " does not have the encoding UTF8");
     }
-    if (Single(server, "select lower('\u00c4\u03a9\u0416I') = '\u00e4\u03c9\u0436i'") != "t") {
+    if (server.OneValue("select lower('\u00c4\u03a9\u0416I') = '\u00e4\u03c9\u0436i'") != "t") {
         RefuseStore("The database " + name +
                     " compares only A to Z without regard to case, or in the Turkish way; make it with the "
                     "locale C.UTF-8 or en_US.UTF-8");
@@ -62,8 +56,8 @@ void CheckDatabase(Server& server, const std::string& name) {
 // The owner of the database lets the roles connect, should the public not be allowed to.
 std::string ConnectRights(Server& server, const std::vector<std::string>& roles) {
     std::string statements;
-    if (Single(server,
-               "select pg_has_role(datdba, 'usage') from pg_database where datname = current_database()") ==
+    if (server.OneValue(
+            "select pg_has_role(datdba, 'usage') from pg_database where datname = current_database()") ==
         "t") {
         const std::string database = QuotedName(server.Linked().database);
         for (const std::string& role : roles) {

@@ -29,7 +29,7 @@ std::string ReadReport(const fs::path& file) {
     return std::move(*bytes);
 }
 
-bool Exists(const fs::path& path) {
+bool IsThere(const fs::path& path) {
     std::error_code ignored;
     return fs::exists(fs::symlink_status(path, ignored));
 }
@@ -81,7 +81,7 @@ FetchedReports::FetchedReports(const ReportFiles& from, fs::path folder) {
     std::vector<std::string> missing;
     for (const std::string& name : from.Names()) {
         const fs::path file = FileOf(folder, name);
-        if (!Exists(file)) {
+        if (!IsThere(file)) {
             missing.push_back(name);
         } else if (Sha256(ReadReport(file)) != from.Digest(name)) {
             RefuseStore("Not copied: the report file \"" + file.string() +

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "designer/document/item_size.h"
@@ -313,6 +314,71 @@ TEST(Editing, KeepsTheUnitOfASize) {
     EXPECT_EQ(PointsOf("2"), std::nullopt);
     EXPECT_EQ(PointsOf("1e3in"), std::nullopt);
     EXPECT_EQ(PointsOf("=1"), std::nullopt);
+}
+
+// Rectangle R holds the boxes A and B; one of them is written as one tag.
+TEST(Editing, ManyTextsAreMadeAndRemovedAsOneEdit) {
+    const std::string before =
+        "<Report xmlns=\"u\">\n  <Body>\n    <ReportItems>\n      <Rectangle Name=\"R\">\n        "
+        "<ReportItems>\n"
+        "          <Textbox Name=\"A\" />\n          <Textbox Name=\"B\">\n            <Top>1cm</Top>\n"
+        "          </Textbox>\n        </ReportItems>\n      </Rectangle>\n    </ReportItems>\n  "
+        "</Body>\n</Report>\n";
+    Document document(before);
+    const ElementId rectangle = document.Find(document.Root(), "Body/ReportItems/Rectangle");
+    const std::vector<ElementId> boxes = document.Children(document.Find(rectangle, "ReportItems"));
+    std::vector<TextChange> changes;
+    std::vector<TextPlace> places;
+    for (const ElementId id : {boxes[1], rectangle, boxes[0]}) {
+        changes.push_back({id, "Style/Color", "red"});
+        places.push_back({id, "Style/Color"});
+    }
+    SetTexts(document, changes, "Colour");
+    EXPECT_EQ(document.Text(),
+              "<Report xmlns=\"u\">\n  <Body>\n    <ReportItems>\n      <Rectangle Name=\"R\">\n"
+              "        <ReportItems>\n          <Textbox Name=\"A\">\n            <Style>\n"
+              "              <Color>red</Color>\n            </Style>\n          </Textbox>\n"
+              "          <Textbox Name=\"B\">\n            <Top>1cm</Top>\n            <Style>\n"
+              "              <Color>red</Color>\n            </Style>\n          </Textbox>\n"
+              "        </ReportItems>\n        <Style>\n          <Color>red</Color>\n        </Style>\n"
+              "      </Rectangle>\n    </ReportItems>\n  </Body>\n</Report>\n");
+    const std::string coloured = document.Text();
+    changes = {{boxes[0], "Style/Border/Width", "1pt"}, {boxes[0], "Style/Border/Color", "blue"}};
+    SetTexts(document, changes, "Border");
+    EXPECT_EQ(document.TextAt(boxes[0], "Style/Border/Width"), "1pt");
+    EXPECT_EQ(document.TextAt(boxes[0], "Style/Border/Color"), "blue");
+    RemoveAllAt(document, {{boxes[0], "Style/Border/Width"}, {boxes[0], "Style/Border/Color"}}, "None");
+    EXPECT_EQ(document.Text(), coloured);
+    RemoveAllAt(document, places, "Plain");
+    EXPECT_EQ(document.Find(rectangle, "Style"), NoElement);
+    EXPECT_EQ(document.Find(boxes[1], "Style"), NoElement);
+    EXPECT_EQ(document.UndoCount(), 4u);
+    while (document.Undo()) {
+    }
+    EXPECT_EQ(document.Text(), before);
+}
+
+TEST(Editing, RemovesManyElementsInOneEdit) {
+    std::string items;
+    for (int number = 0; number < 100; ++number) {
+        items += "\n      <Line Name=\"L" + std::to_string(number) + "\" />";
+    }
+    const std::string before = Changed(Small, "\n      <Textbox", items + "\n      <Textbox");
+    Document document(before);
+    std::vector<ElementId> all = document.Children(document.Parent(Textbox(document)));
+    std::vector<ElementId> lines(all.begin(), all.end() - 1);
+    std::reverse(lines.begin(), lines.end());
+    RemoveAll(document, lines, "Delete");
+    EXPECT_EQ(document.Text(), Small);
+    EXPECT_EQ(document.Revision(), 1u);
+    document.Undo();
+    EXPECT_EQ(document.Text(), before);
+    RemoveAll(document, all, "Delete");
+    EXPECT_EQ(document.Find(document.Root(), "Body/ReportItems"), NoElement);
+    EXPECT_EQ(document.UndoCount(), 1u);
+    RemoveAll(document, {}, "Delete");
+    EXPECT_THROW(RemoveAll(document, {document.Root()}, "Delete"), EditError);
+    EXPECT_EQ(document.UndoCount(), 1u);
 }
 
 }  // namespace

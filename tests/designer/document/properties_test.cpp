@@ -75,6 +75,29 @@ TEST(Properties, OfATextBoxAreThoseOfItsRuns) {
     EXPECT_EQ(ValueOf(document, box, Find("Textbox", "Value")).text, "one");
 }
 
+TEST(Properties, OfEachParagraphHaveTheirElementInIt) {
+    Document document(
+        "<Report "
+        "xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition\"><Textbox>"
+        "<Paragraphs><Paragraph><TextRuns/></Paragraph><Paragraph><TextRuns/></Paragraph></Paragraphs>"
+        "</Textbox></Report>");
+    const std::string before = document.Text();
+    const ElementId box = document.Find(document.Root(), "Textbox");
+    const Property& list = Find("Textbox", "List");
+    EXPECT_EQ(ValueOf(document, box, list).text, "None");
+    SetValue(document, box, list, "Bulleted");
+    EXPECT_EQ(
+        document.Text(),
+        "<Report "
+        "xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition\"><Textbox>"
+        "<Paragraphs><Paragraph><TextRuns/><ListStyle>Bulleted</ListStyle></Paragraph><Paragraph><TextRuns/>"
+        "<ListStyle>Bulleted</ListStyle></Paragraph></Paragraphs></Textbox></Report>");
+    EXPECT_EQ(ValueOf(document, box, list).text, "Bulleted");
+    EXPECT_FALSE(ValueOf(document, box, list).isMixed);
+    ResetValue(document, box, list);
+    EXPECT_EQ(document.Text(), before);
+}
+
 TEST(Properties, AreMadeWithTheirPath) {
     Document document(Newer);
     const ElementId box = document.Children(document.Find(document.Root(), "Body/ReportItems"))[1];
@@ -122,6 +145,8 @@ TEST(Properties, RefuseValuesThatAreNone) {
     EXPECT_EQ(FaultOf(Find("Textbox", "Left"), " 2 CM "), "");
     EXPECT_EQ(FaultOf(Find("Textbox", "Text colour"), "#12345"),
               "\"#12345\" is no value of Text colour: a colour is a name or #RRGGBB");
+    EXPECT_EQ(FaultOf(Find("Textbox", "Text colour"), "blurple"),
+              "\"blurple\" is no value of Text colour: a colour is a name or #RRGGBB");
     EXPECT_EQ(FaultOf(Find("Textbox", "Text colour"), "#123456"), "");
     EXPECT_EQ(FaultOf(Find("Textbox", "Text colour"), "=IIf(True, \"Red\", \"Blue\")"), "");
     EXPECT_EQ(FaultOf(Find("Textbox", "Vertical alignment"), "Centre"),

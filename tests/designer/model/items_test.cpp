@@ -206,5 +206,24 @@ TEST(OldSchemas, ATextBoxHasOneValue) {
     EXPECT_EQ(document.TextAt(id, "Left"), "1in");
 }
 
+TEST_F(DesignedItems, ManyArePastedInAFewEdits) {
+    std::string text = "<ReportItems>";
+    for (int number = 0; number < 300; ++number) {
+        text +=
+            "<Rectangle Name=\"Frame\"><ReportItems><Textbox Name=\"Inner\"/></ReportItems><RepeatWith>Inner"
+            "</RepeatWith><Top>0cm</Top><Left>1cm</Left></Rectangle>";
+    }
+    const auto items = ItemsIn(text + "</ReportItems>");
+    ASSERT_TRUE(items);
+    const std::uint64_t before = m_document.Revision();
+    const auto ids = PasteItems(m_document, Band(0).element, *items, Cm);
+    EXPECT_LT(m_document.Revision() - before, 10u);
+    ASSERT_EQ(ids.size(), 300u);
+    EXPECT_EQ(m_document.Attribute(ids[0], "Name"), "Frame1");
+    EXPECT_EQ(m_document.Attribute(ids[299], "Name"), "Frame300");
+    EXPECT_EQ(m_document.TextAt(ids[299], "RepeatWith"), "Inner300");
+    EXPECT_EQ(m_document.TextAt(ids[299], "Left"), "2cm");
+}
+
 }  // namespace
 }  // namespace designer

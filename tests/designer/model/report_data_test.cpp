@@ -53,7 +53,7 @@ TEST(ReportData, IsRead) {
     EXPECT_EQ(SourcesOf(document),
               (std::vector<ReportSource>{
                   {.name = "Sales", .provider = "SQLITE", .connectString = "Data Source=sales.db"},
-                  {.name = "Far", .isShared = true}}));
+                  {.name = "Far", .isShared = true, .reference = "Far"}}));
     const std::vector<ReportSet> sets = SetsOf(document);
     ASSERT_EQ(sets.size(), 1U);
     EXPECT_EQ(sets[0].source + ": " + sets[0].query, "Sales: select id, day from orders");

@@ -86,8 +86,16 @@ TEST_F(NewReportColumns, FieldsDiffer) {
     EXPECT_EQ(columns[2].field, "_1st");
 }
 
+TEST_F(NewReportColumns, TwoOfOneNameInAFileDiffer) {
+    const std::vector<ReportColumn> columns = Read("id,name,ID\n1,a,2\n");
+    EXPECT_EQ(columns[2].name, "ID_2");
+    EXPECT_FALSE(columns[2].hasNulls);
+}
+
 TEST_F(NewReportColumns, WithNamesThatAReportCannotHaveAreRefused) {
-    EXPECT_EQ(DescriptionRaisedBy([&] { Read("id,name,ID\n1,a,2\n"); }),
+    EXPECT_EQ(DescriptionRaisedBy([&] {
+                  ColumnsOf({.columns = {"id", "name", "ID"}, .cells = {}});
+              }),
               "The query gives two columns \"ID\": each needs a name of its own");
     EXPECT_EQ(DescriptionRaisedBy([&] { Read("a,,b\n1,,2\n,3,4\n"); }),
               "The column 2 of the query has values, but no name");

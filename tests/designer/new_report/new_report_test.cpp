@@ -127,6 +127,23 @@ TEST_F(NewReports, OfATableHaveTotalsOfEachGroupAndOfAll) {
         "South,Italy,Conti,3/2/2025,10,0.20,Total Italy,10,0.20,Total South,10,0.20,17,\"1,283.65\"\r\n");
 }
 
+TEST_F(NewReports, HaveWordsForAGroupWithoutAValue) {
+    WriteBytes(m_folder / "sales.csv",
+               "Region,Country,Customer,Day,Pieces,Amount\nNorth,,Berg,2025-03-01,2,5.00\n"
+               ",Italy,Conti,2025-03-02,10,0.20\n");
+    Read();
+    for (const ReportLayout layout : {ReportLayout::Table, ReportLayout::Blocked, ReportLayout::Matrix}) {
+        Fill(layout);
+        m_report.chart = ReportChart::Column;
+        const std::string text = Pages().front();
+        EXPECT_THAT(text, AllOf(HasSubstr("(no Region)"), HasSubstr("(no Country)"), HasSubstr("North"),
+                                HasSubstr("Italy")));
+    }
+    Fill(ReportLayout::Table);
+    EXPECT_THAT(Pages().front(), HasSubstr("Total (no Region)"));
+    EXPECT_THAT(NewReportText(m_report), HasSubstr("<Value>=Fields!Customer.Value</Value>"));
+}
+
 TEST_F(NewReports, ShowTheColumnsThatAreChosenInTheirOrder) {
     m_report.shown = {"amount", "Customer"};
     EXPECT_EQ(Csv(),

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <QPlainTextEdit>
+#include <QTextEdit>
 
 #include "window_fixture.h"
 
@@ -79,7 +79,7 @@ TEST_F(CanvasKeys, DeleteUndoRedo) {
 TEST_F(CanvasKeys, EnterTypesTheText) {
     Select({"Amount"});
     Key(Qt::Key_Return);
-    auto& editor = Find<QPlainTextEdit>("txtInPlace");
+    auto& editor = Find<QTextEdit>("txtInPlace");
     EXPECT_EQ(editor.toPlainText().toStdString(), "=1+1");
     QTest::keyClicks(&editor, "one");
     QTest::keyClick(&editor, Qt::Key_Return, Qt::ShiftModifier);

@@ -78,6 +78,19 @@ TEST_F(Commands, InsertPutsAnItemIntoTheMiddle) {
     EXPECT_EQ(Model().Item(Id("Textbox1"))->container, BodyOf(Model().Source()));
 }
 
+TEST_F(Commands, PastedItemsStayOnTheReport) {
+    Model().Edit("Right", [&](Document& document) { SetSize(document, Id("Note"), "Left", 12 * 72 / 2.54); });
+    Select({"Note"});
+    Run("editCopy");
+    Run("editPaste");
+    EXPECT_EQ(Text(Selected(), "Left"), "12cm");
+    EXPECT_EQ(Model().Source().TextAt(Model().Source().Root(), "ReportSections/ReportSection/Width"), "16cm");
+    Select({"Note"});
+    Run("editDuplicate");
+    EXPECT_EQ(Text(Selected(), "Left"), "12cm");
+    EXPECT_EQ(Model().Source().TextAt(Model().Source().Root(), "ReportSections/ReportSection/Width"), "16cm");
+}
+
 TEST_F(Commands, PageHeaderAndFooterComeAndGo) {
     EXPECT_FALSE(Find<QAction>("pageHeader").isChecked());
     EXPECT_TRUE(Find<QAction>("pageFooter").isChecked());

@@ -8,6 +8,9 @@
 #include "designer/window/designer_program.h"
 #include "designer/window/designer_settings.h"
 #include "designer/window/recovery.h"
+#include "designer/window/report_file.h"
+#include "platform/contracts/runtime.h"
+#include "platform/shell/desktop_shell.h"
 #include "window_fixture.h"
 
 namespace designer::test {
@@ -70,6 +73,81 @@ TEST_F(Files, SavingKeepsLinkAndRights) {
     EXPECT_EQ(static_cast<int>(std::filesystem::status(File()).permissions()), 0664);
 }
 
+TEST_F(Files, SavingKeepsAllNamesOfAFile) {
+    const std::filesystem::path other = m_home / "other.rdl";
+    std::filesystem::create_hard_link(File(), other);
+    Select({"Title"});
+    Key(Qt::Key_Delete);
+    Run("fileSave");
+    EXPECT_LT(Written().size(), SmallReport().size());
+    EXPECT_EQ(ReadBytes(other), Written());
+    EXPECT_EQ(Written(), Model().Source().Bytes());
+    EXPECT_EQ(std::filesystem::hard_link_count(File()), 2U);
+    EXPECT_FALSE(m_window->isWindowModified());
+}
+
+TEST_F(Files, AFileWithSeveralNamesThatCannotBeWrittenIsReported) {
+    std::filesystem::create_directory(m_home / "folder");
+    const std::filesystem::path file = m_home / "folder" / "gone.rdl";
+    EXPECT_THROW(WriteReportFile(m_home / "no" / "gone.rdl", "x"), RuntimeError);
+    WriteReportFile(file, "first");
+    std::filesystem::create_hard_link(file, m_home / "folder" / "other.rdl");
+    WriteReportFile(file, "2nd");
+    EXPECT_EQ(ReadBytes(m_home / "folder" / "other.rdl"), "2nd");
+}
+
+TEST_F(Files, ACopyIsKeptWhileWorkGoesOn) {
+    Select({"Title"});
+    for (int i = 0; i < 12; ++i) {  // a change every quarter of a second
+        Key(Qt::Key_Right);
+        QTest::qWait(250);
+    }
+    EXPECT_FALSE(std::filesystem::is_empty(RecoveryFolder()));
+}
+
+TEST_F(Files, QuittingAsksBeforeItClosesAnything) {
+    DesignerProgram program;
+    DesignWindow* unchanged = program.NewWindow();
+    DesignWindow* changed = program.NewWindow();
+    ASSERT_TRUE(changed->OpenFile(File()));
+    changed->Model().Edit("Change",
+                          [](Document& document) { InsertPageBand(document, BandKind::PageHeader); });
+    const auto quit = [&] { unchanged->findChild<QAction*>("fileQuit")->trigger(); };
+    EXPECT_EQ(Answer(quit, "Cancel"), "\"sales.rdl\" has changes that are not saved. Save them?");
+    Settle();
+    EXPECT_EQ(program.Windows(), (QList<DesignWindow*>{unchanged, changed}));
+    Answer(quit, "Discard");
+    EXPECT_TRUE(program.Windows().isEmpty());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(Written(), SmallReport());
+}
+
+TEST_F(Files, AFileAndALinkToItHaveOneWindow) {
+    DesignerProgram program;
+    DesignWindow* window = program.Open(QString::fromStdString(File().string()));
+    std::filesystem::create_symlink("sales.rdl", m_home / "link.rdl");
+    std::filesystem::create_hard_link(File(), m_home / "second.rdl");
+    EXPECT_EQ(program.Open(QString::fromStdString((m_home / "link.rdl").string())), window);
+    EXPECT_EQ(program.Open(QString::fromStdString((m_home / "second.rdl").string())), window);
+    EXPECT_EQ(program.Windows().size(), 1);
+    program.Quit();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST_F(Files, AScheduleIsMadeOfTheSavedFile) {
+    Select({"Title"});
+    Key(Qt::Key_Right);
+    EXPECT_EQ(
+        Answer([&] { Find<QAction>("fileSchedule").trigger(); }, "Cancel"),
+        "The report has changes that are not saved. A schedule is made of the saved file. Save them now?");
+    EXPECT_EQ(Written(), SmallReport());
+    Run("fileSave");
+    // There is no editor beside the test.
+    const std::string editor = DesktopShell::InstalledProgram().string();
+    EXPECT_EQ(Answer([&] { Find<QAction>("fileSchedule").trigger(); }, "OK"),
+              "The editor \"" + editor + "\" cannot be started: No such file or directory");
+}
+
 TEST_F(Files, ClosingAsks) {
     Select({"Title"});
     Key(Qt::Key_Right);
@@ -112,6 +190,17 @@ TEST_F(Files, AnotherProgramsChangeIsNoticed) {
     EXPECT_EQ(Written(), changed);
 }
 
+TEST_F(Files, AFileWithAnotherRootIsAText) {
+    WriteBytes(File(), "<html>\n<body>x</body></html>");
+    EXPECT_TRUE(m_window->OpenFile(File()));
+    Settle();
+    EXPECT_TRUE(Find<QPlainTextEdit>("txtSource").isVisible());
+    EXPECT_EQ(Find<QLabel>("lblFlaw").text().toStdString(),
+              "The file cannot be designed. Line 1, column 1: this is no report: its root is \"html\", not "
+              "\"Report\"");
+    EXPECT_FALSE(Find<QAction>("insertTextBox").isEnabled());
+}
+
 TEST_F(Files, ABrokenFileIsATextThatCanBeMended) {
     std::string broken = SmallReport();
     broken.replace(broken.find("</Body>"), 7, "</Boby>");
@@ -124,7 +213,7 @@ TEST_F(Files, ABrokenFileIsATextThatCanBeMended) {
     const int line =
         static_cast<int>(std::count(broken.begin(), broken.begin() + broken.find("</Boby>"), '\n'));
     EXPECT_EQ(text.textCursor().blockNumber(), line);
-    EXPECT_EQ(Find<QLabel>("lblFlaw").text().toStdString().find("The file is not well-formed. Line " +
+    EXPECT_EQ(Find<QLabel>("lblFlaw").text().toStdString().find("The file cannot be designed. Line " +
                                                                 std::to_string(line + 1) + ", column "),
               0u);
     EXPECT_FALSE(m_window->isWindowModified());

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTreeWidget>
 
@@ -124,11 +125,53 @@ TEST_F(Panes, ProblemsAreThoseOfTheEngineAndSelectTheirItem) {
     EXPECT_EQ(Problem(), "No problems");
 }
 
+TEST_F(Panes, ProblemsOfSeveralItemsAreAllThere) {
+    Model().Edit("Break", [&](Document& document) {
+        for (const char* name : {"Amount", "Note", "Page"}) {
+            SetText(document, Id(name), "Paragraphs/Paragraph/TextRuns/TextRun/Value", "=1+");
+        }
+    });
+    Problem();
+    auto& list = Find<QListWidget>("problems");
+    ASSERT_EQ(list.count(), 3);
+    for (const auto& [row, name] : {std::pair(0, "Amount"), std::pair(1, "Note"), std::pair(2, "Page")}) {
+        EXPECT_TRUE(list.item(row)->text().contains(QString("Textbox %1").arg(name)))
+            << list.item(row)->text().toStdString();
+    }
+}
+
+TEST_F(Panes, AReportThatIsTooWideForItsPageIsAProblem) {
+    Model().Edit("Widen", [&](Document& document) {
+        SetText(document, document.Root(), "ReportSections/ReportSection/Width", "22cm");
+    });
+    EXPECT_EQ(Problem(),
+              "The report is 22cm wide, and the page has room for 21cm: the rest goes to pages of "
+              "its own");
+}
+
+TEST_F(Panes, ARefusalGoesWithTheNextSuccess) {
+    Select({"Title", "Page"});
+    Run("group");
+    auto& list = Find<QListWidget>("problems");
+    EXPECT_EQ(list.item(0)->text(), "Only items that are in one band or rectangle become a group");
+    EXPECT_EQ(m_window->statusBar()->currentMessage(),
+              "Only items that are in one band or rectangle become a group");
+    Select({"Title", "Amount"});
+    Run("group");
+    EXPECT_EQ(Selected(), "Rectangle1");
+    EXPECT_EQ(UndoName(), "Group 2 items");
+    EXPECT_EQ(list.item(0)->text(), "No problems");
+    EXPECT_EQ(m_window->statusBar()->currentMessage(), "");
+    Run("ungroup");
+    EXPECT_EQ(Selected(), "Title Amount");
+    EXPECT_EQ(UndoName(), "Ungroup Rectangle1");
+}
+
 TEST_F(Panes, PreviewRunsTheTextAsItIs) {
     Select({"Title"});
     Key(Qt::Key_Right);
     Run("viewPreview");
-    EXPECT_EQ(Find<ReportViewer>("preview").CurrentPage(), 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Find<ReportViewer>("preview").CurrentPage() == 1; }));
     EXPECT_EQ(Written(), SmallReport());
     EXPECT_FALSE(Find<QAction>("editDelete").isEnabled());
     Run("viewDesign");

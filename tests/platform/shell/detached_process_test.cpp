@@ -46,6 +46,17 @@ TEST_F(DetachedProcess, GetsItsArgumentsAsTheyAre) {
     EXPECT_EQ(Written(), "a b||$HOME;'x'|");
 }
 
+TEST_F(DetachedProcess, GetsVariablesBesideThoseOfItsParent) {
+    setenv("OXC_TEST_KEPT", "kept", 1);
+    setenv("OXC_TEST_OTHER", "before", 1);
+    ASSERT_EQ(
+        StartDetached(Script("echo $OXC_TEST_KEPT; echo $OXC_TEST_OTHER"), {}, {}, {"OXC_TEST_OTHER=a b"}),
+        0);
+    EXPECT_EQ(Written(), "kept\na b\n");
+    unsetenv("OXC_TEST_KEPT");
+    unsetenv("OXC_TEST_OTHER");
+}
+
 TEST_F(DetachedProcess, StartsInTheFolderGiven) {
     ASSERT_EQ(StartDetached(Script("pwd"), {}, "/usr"), 0);
     EXPECT_EQ(Written(), "/usr\n");

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/viewer/finder.h"
+#include "platform/viewer/page_document.h"
 #include "platform/viewer/viewer_fixture.h"
 
 namespace viewer::test {
@@ -58,6 +60,59 @@ TEST_F(ViewerFind, EnterAndButtonsGoOnAsWell) {
     EXPECT_EQ(State(), "Page 5");
     Click("cmdFindPrevious");
     EXPECT_EQ(State(), "Page 2");
+}
+
+// Makes a page at every third request only, as a run in a thread of its own does.
+class LatePages : public report::PageView {
+ public:
+    explicit LatePages(std::unique_ptr<report::PageView> pages) : m_pages(std::move(pages)) {
+        m_pages->Reach(1);
+    }
+    bool Reach(int n) override {
+        if (n > m_pages->PagesMade() && ++m_asked % 3 == 0) {
+            m_pages->Reach(m_pages->PagesMade() + 1);
+        }
+        return n <= m_pages->PagesMade();
+    }
+    int PagesMade() const override { return m_pages->PagesMade(); }
+    bool AllMade() const override { return m_pages->AllMade(); }
+    double Width(int n) const override { return m_pages->Width(n); }
+    double Height(int n) const override { return m_pages->Height(n); }
+    bool WaitsForTotal() const override { return m_pages->WaitsForTotal(); }
+    void Draw(int n, QPainter& painter) override { m_pages->Draw(n, painter); }
+    bool WritePdf(const std::string& file, int first, int last,
+                  const std::function<bool(int)>& goOn) override {
+        return m_pages->WritePdf(file, first, last, goOn);
+    }
+    std::vector<report::Character> Characters(int n) override { return m_pages->Characters(n); }
+    std::vector<report::Link> Links(int n) override { return m_pages->Links(n); }
+    const std::vector<report::MapEntry>& DocumentMap() const override { return m_pages->DocumentMap(); }
+
+ private:
+    std::unique_ptr<report::PageView> m_pages;
+    int m_asked = 0;
+};
+
+TEST_F(ViewerFind, PagesThatComeLateAreWaitedFor) {
+    m_engine.reports["sales.rpt"].pages = Fruit();
+    const std::shared_ptr<report::Report> report = m_engine.OpenReport("sales.rpt");
+    PageDocument document(std::make_unique<LatePages>(report->OpenPages()));
+    Finder finder;
+    finder.SetDocument(&document);
+    std::string said;
+    QObject::connect(&finder, &Finder::Found, [&](int page, const CharacterRange&, bool wrapped) {
+        said += std::to_string(page) + (wrapped ? " round;" : ";");
+    });
+    QObject::connect(&finder, &Finder::NotFound, [&] { said += "nowhere;"; });
+    const auto find = [&](const char* words, Direction direction) {
+        finder.Start(words, direction, 1, 0);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !finder.IsBusy(); }));
+    };
+    find("plum", Direction::Forwards);
+    EXPECT_EQ(document.Count(), 5);
+    find("Page 6", Direction::Backwards);
+    find("banana", Direction::Forwards);
+    EXPECT_EQ(said, "5;6 round;nowhere;");
 }
 
 TEST_F(ViewerFind, WhatIsNowhereIsNotFound) {

@@ -24,6 +24,13 @@ TEST_F(FileData, XmlPathJoinsLevels) {
     EXPECT_NE(Failure().find("begins with the element \"C\""), std::string::npos);
 }
 
+TEST_F(FileData, LaterColumnsOfOneNameHaveNumbers) {
+    Write("c.csv", "Amount,amount,Amount_2,,,Amount\n1,2,3,4,5,6\n");
+    AddSource("CSV", "c.csv");
+    AddSet("", {"Amount", "amount_3", "Amount_2", "Amount_4"});
+    EXPECT_EQ(Rows(), "1|2|3|6");
+}
+
 TEST_F(FileData, FieldsDeclaredAsDecimalAreExact) {
     Write("c.xml", "<C><K><Sum>1.10</Sum><Tax>1.10</Tax></K></C>");
     Write("c.csv", "Sum,Tax\n1.10,1.10\n");

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/api/query_rows.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
 
 #include "rdl/api/failure.h"
 #include "support/temporary_folder.h"
@@ -56,10 +60,37 @@ TEST_F(QueryRowsOf, AQueryWithParametersAreThoseForNull) {
     QueryRequest request =
         Request("SQLITE", "empty.db", "select coalesce(@Day, 'none') as day where @day is null");
     EXPECT_EQ(Refusal(request), "the query uses the parameter \"@day\", which the data set does not have");
-    request.parameters = {"@Day"};
+    request.parameters = {{"@Day"}};
     const QueryRows rows = ReadQueryRows(request);
     ASSERT_EQ(rows.RowCount(), 1U);
     EXPECT_EQ(rows.At(0, 0).AsText(), "none");
+}
+
+TEST_F(QueryRowsOf, AQueryHaveTheValuesOfItsParameters) {
+    WriteBytes(m_folder / "empty.db", "");
+    QueryRequest request = Request("SQLITE", "empty.db", "select typeof(@A) || @A, typeof(@B) || @B");
+    request.parameters = {{"@A", "5"}, {"@B", "=2+3"}};
+    const QueryRows rows = ReadQueryRows(request);
+    EXPECT_EQ(rows.At(0, 0).AsText(), "text5");
+    EXPECT_EQ(rows.At(0, 1).AsText(), "integer5");
+    request.parameters[1].value = "=Fields!A.Value";
+    EXPECT_THAT(Refusal(request), testing::HasSubstr("@B"));
+}
+
+TEST_F(QueryRowsOf, ATableAreThoseOfItsName) {
+    WriteBytes(m_folder / "empty.db", "");
+    QueryRequest request = Request("SQLITE", "empty.db", "sqlite_schema");
+    request.kind = QueryKind::Table;
+    EXPECT_EQ(ReadQueryRows(request).columns.front(), "type");
+}
+
+TEST_F(QueryRowsOf, ASharedSourceIsReadBesideTheReport) {
+    WriteBytes(m_folder / "Shop.rds",
+               "<RptDataSource Name=\"Shop\"><ConnectionProperties><Extension>CSV</Extension>"
+               "<ConnectString>Data Source=shop.csv</ConnectString></ConnectionProperties></RptDataSource>");
+    const SharedSourceText source = ReadSharedSource("/Sales/Shop", m_folder.Path());
+    EXPECT_EQ(source.provider + " " + source.connectString, "CSV Data Source=shop.csv");
+    EXPECT_THROW(ReadSharedSource("Stock", m_folder.Path()), Failure);
 }
 
 TEST_F(QueryRowsOf, AQueryThatTakesLongerThanItMayAreRefused) {
@@ -69,6 +100,24 @@ TEST_F(QueryRowsOf, AQueryThatTakesLongerThanItMayAreRefused) {
                 "with recursive n(i) as (select 1 union all select i + 1 from n) select count(*) from n");
     request.seconds = 1;
     EXPECT_EQ(Refusal(request), "the query took longer than 1 second and was given up");
+}
+
+TEST_F(QueryRowsOf, AreRefusedWhenTheQueryIsStopped) {
+    WriteBytes(m_folder / "empty.db", "");
+    QueryRequest request =
+        Request("SQLITE", "empty.db",
+                "with recursive n(i) as (select 1 union all select i + 1 from n) select count(*) from n");
+    request.seconds = 60;
+    const auto stop = std::make_shared<StopSignal>();
+    request.stop = stop;
+    const auto begin = std::chrono::steady_clock::now();
+    std::thread other([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        stop->Give();
+    });
+    EXPECT_EQ(Refusal(request), "The run was stopped");
+    other.join();
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
 }
 
 TEST_F(QueryRowsOf, ASourceWithoutAFolderStartsAtTheCurrentOne) {

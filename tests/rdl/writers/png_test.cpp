@@ -21,7 +21,7 @@ std::string TwoPages() {
         "</Rectangle>");
 }
 
-// One of everything that a band might cut: texts, a turned one, dashes, a gradient, and a picture behind a
+// What a band can cut: texts, a turned text, dashes, a gradient, and a picture below a
 // text.
 std::string FullPage() {
     const std::string frame =

@@ -104,6 +104,26 @@ constexpr Property OfRanges[] = {
     {"End width", "Look", "EndWidth", Number, Allowed},
     {"Placement", "Layout", "Placement", Words, Allowed, "Inside", Placements},
     {"Distance from scale", "Layout", "DistanceFromScale", Number, Allowed},
+    {"Hidden", "Visibility", "Hidden", Boolean, Allowed, "false"},
+};
+constexpr Property OfCustomLabels[] = {
+    {"Text", "General", "Text", Text, Allowed},
+    {"Value", "Values", "Value", Number, Allowed},
+    {"Placement", "Layout", "Placement", Words, Allowed, "Inside", Placements},
+    {"Distance from scale", "Layout", "DistanceFromScale", Number, Allowed, "2"},
+    {"Angle of font", "Layout", "FontAngle", Number, Allowed, "0"},
+    {"Rotate labels", "Layout", "RotateLabels", Boolean, Allowed, "false"},
+    {"Upside down", "Layout", "AllowUpsideDown", Boolean, Allowed, "false"},
+    {"Hidden", "Visibility", "Hidden", Boolean, Allowed, "false"},
+};
+constexpr Property OfCaps[] = {
+    {"Width", "Look", "Width", Number, Allowed, "26"},
+    {"On top of the needle", "Look", "OnTop", Boolean, Allowed, "true"},
+    {"Hidden", "Visibility", "Hidden", Boolean, Allowed, "false"},
+};
+constexpr Property OfThermometers[] = {
+    {"Size of the bulb", "Look", "BulbSize", Number, Allowed, "50"},
+    {"Offset of the bulb", "Look", "BulbOffset", Number, Allowed, "5"},
 };
 
 constexpr Property OfInputs[] = {
@@ -181,6 +201,9 @@ constexpr PropertyGroup Groups[] = {
     {"ScaleLabels", OfLabels},
     {"GaugeMajorTickMarks GaugeMinorTickMarks", OfTicks},
     {"ScaleRange", OfRanges},
+    {"CustomLabel", OfCustomLabels},
+    {"PointerCap", OfCaps},
+    {"Thermometer", OfThermometers},
     {"RadialPointer LinearPointer StateIndicator NumericIndicator", OfInputs},
     {"RadialPointer LinearPointer", OfPointers},
     {"StateIndicator NumericIndicator", OfLimits},

@@ -13,6 +13,8 @@
 #include "designer/document/xml_text.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
+#include "rdl/api/identifier.h"
+#include "rdl/api/style_values.h"
 
 namespace designer {
 namespace {
@@ -55,12 +57,17 @@ std::string_view PathFor(const Document& document, ElementId id, const Property&
     return usual;
 }
 
-// Returns the elements that `path` leads to through all children of its names; of a path of a style only
-// those that the style may belong to, which are made when they do not exist.
+// Returns where the part of a path begins that an element has once: its style, else its last step.
+std::size_t OwnPath(std::string_view path) {
+    const std::size_t style = path.find("Style/");
+    return style != std::string_view::npos ? style : path.rfind('/') + 1;
+}
+
+// Returns the elements that `path` leads to through all children of its names, without its own part, which is
+// made when it does not exist.
 std::vector<ElementId> OwnersOf(const Document& document, ElementId id, std::string_view path) {
     std::vector<ElementId> owners{id};
-    const std::size_t style = path.find("Style/");
-    std::string_view rest = path.substr(0, style == std::string_view::npos ? 0 : style);
+    std::string_view rest = path.substr(0, OwnPath(path));
     while (!rest.empty()) {
         const std::size_t slash = rest.find('/');
         const std::string_view step = rest.substr(0, slash);
@@ -79,7 +86,20 @@ std::vector<ElementId> OwnersOf(const Document& document, ElementId id, std::str
 }
 
 std::string_view StylePath(std::string_view path) {
-    return path.substr(std::min(path.find("Style/"), path.size()));
+    return path.substr(OwnPath(path));
+}
+
+// Returns where the property of an element is written: at one place, or in each element of its path; if there
+// is none of these, at the place that makes the first one.
+std::vector<TextPlace> PlacesOf(const Document& document, ElementId id, const Property& property) {
+    const std::string_view path = PathFor(document, id, property);
+    std::vector<TextPlace> places;
+    if (property.isOfEach && !path.starts_with("Style/")) {
+        for (const ElementId owner : OwnersOf(document, id, path)) {
+            places.push_back({owner, std::string(StylePath(path))});
+        }
+    }
+    return places.empty() ? std::vector{TextPlace{id, std::string(path)}} : places;
 }
 
 std::string StepName(const Property& property) {
@@ -98,22 +118,13 @@ bool IsInteger(std::string_view text) {
     return error == std::errc() && end == text.data() + text.size();
 }
 
-// A name of a colour, or # and 6 or 8 hexadecimal digits.
-bool IsColor(std::string_view text) {
-    if (!text.starts_with('#')) {
-        return std::all_of(text.begin(), text.end(), [](char c) { return IsAsciiLetter(c); });
-    }
-    return (text.size() == 7 || text.size() == 9) &&
-           text.substr(1).find_first_not_of("0123456789abcdefABCDEF") == std::string_view::npos;
-}
-
 // What a value of the kind is, for a message; empty if the value is one.
 std::string Expected(const Property& property, std::string_view value) {
     switch (property.kind) {
         case PropertyKind::Size:
             return PointsOf(value) ? "" : "a size is a number with in, cm, mm, pt or pc: 2.5cm";
         case PropertyKind::Color:
-            return IsColor(value) ? "" : "a colour is a name or #RRGGBB";
+            return rdl::ColorOf(value) ? "" : "a colour is a name or #RRGGBB";
         case PropertyKind::Words:
             return HasWord(property.words, value) ? "" : "it is one of " + std::string(property.words);
         case PropertyKind::Boolean:
@@ -123,7 +134,7 @@ std::string Expected(const Property& property, std::string_view value) {
         case PropertyKind::Number:
             return IsNumber(value) ? "" : "it is a number";
         case PropertyKind::Name:
-            return IsIdentifier(value) ? "" : "a name is a letter or _, then letters, digits and _";
+            return rdl::IsIdentifier(value) ? "" : "a name is a letter or _, then letters, digits and _";
         default:
             return "";
     }
@@ -204,49 +215,49 @@ std::string FaultOf(const Property& property, std::string_view value) {
 }
 
 void SetValue(Document& document, ElementId id, const Property& property, std::string_view value) {
+    SetValueOfAll(document, {id}, property, value);
+}
+
+void SetValueOfAll(Document& document, const std::vector<ElementId>& ids, const Property& property,
+                   std::string_view value) {
     if (const std::string fault = FaultOf(property, value); !fault.empty()) {
         throw EditError(fault);
     }
-    if (property.kind == PropertyKind::Name) {
-        Rename(document, id, std::string(Trim(value)));
-        return;
-    }
-    if (property.path.starts_with('@')) {
-        SetAttribute(document, id, property.path.substr(1), value, StepName(property));
-        return;
-    }
-    const std::string_view path = PathFor(document, id, property);
-    const bool isOfEach = property.isOfEach && !path.starts_with("Style/");
-    const std::vector<ElementId> owners = isOfEach ? OwnersOf(document, id, path) : std::vector<ElementId>();
-    if (owners.empty()) {
-        SetText(document, id, path, value, StepName(property));
-        return;
-    }
+    const StepGroup group(document, StepName(property));
     std::vector<TextChange> changes;
-    for (const ElementId owner : owners) {
-        changes.push_back({owner, std::string(StylePath(path)), std::string(value)});
+    for (const ElementId id : ids) {
+        if (property.kind == PropertyKind::Name) {
+            Rename(document, id, std::string(Trim(value)));
+        } else if (property.path.starts_with('@')) {
+            SetAttribute(document, id, property.path.substr(1), value, StepName(property));
+        } else {
+            for (TextPlace& place : PlacesOf(document, id, property)) {
+                changes.push_back({place.owner, std::move(place.path), std::string(value)});
+            }
+        }
     }
     SetTexts(document, changes, StepName(property));
 }
 
 void ResetValue(Document& document, ElementId id, const Property& property) {
+    ResetValueOfAll(document, {id}, property);
+}
+
+void ResetValueOfAll(Document& document, const std::vector<ElementId>& ids, const Property& property) {
     const std::string step = "Reset " + std::string(property.name);
-    if (property.path.starts_with('@')) {
-        if (property.kind == PropertyKind::Name) {
-            throw EditError("a name cannot be removed");
-        }
-        RemoveAttribute(document, id, property.path.substr(1), step);
-        return;
-    }
-    const std::string_view path = PathFor(document, id, property);
-    if (!property.isOfEach || path.starts_with("Style/")) {
-        RemoveAt(document, id, path, step);
-        return;
-    }
     const StepGroup group(document, step);
-    for (const ElementId owner : OwnersOf(document, id, path)) {
-        RemoveAt(document, owner, StylePath(path));
+    std::vector<TextPlace> places;
+    for (const ElementId id : ids) {
+        if (!property.path.starts_with('@')) {
+            const std::vector<TextPlace> own = PlacesOf(document, id, property);
+            places.insert(places.end(), own.begin(), own.end());
+        } else if (property.kind == PropertyKind::Name) {
+            throw EditError("a name cannot be removed");
+        } else {
+            RemoveAttribute(document, id, property.path.substr(1), step);
+        }
     }
+    RemoveAllAt(document, places, step);
 }
 
 }  // namespace designer

@@ -86,6 +86,7 @@ constexpr Property Paddings[] = {
 };
 
 // The texts of a text box: its runs, in older files the box itself.
+#define OXC_OF_PARAGRAPHS "Paragraphs/Paragraph/"
 #define OXC_OF_RUNS "Paragraphs/Paragraph/TextRuns/TextRun/Style/"
 constexpr Property TextOfBoxes[] = {
     {"Font", "Font", OXC_OF_RUNS "FontFamily", Font, Allowed, "Arial", "", "Style/FontFamily", true},
@@ -111,7 +112,16 @@ constexpr Property TextOfBoxes[] = {
      Alignments, "Style/TextAlign", true},
     {"Line height", "Paragraph", "Paragraphs/Paragraph/Style/LineHeight", Size, Allowed, "", "",
      "Style/LineHeight", true},
+    {"List", "Paragraph", OXC_OF_PARAGRAPHS "ListStyle", Words, Expressions::No, "None",
+     "None Numbered Bulleted", "-", true},
+    {"List level", "Paragraph", OXC_OF_PARAGRAPHS "ListLevel", Integer, Expressions::No, "0", "", "-", true},
+    {"Left indent", "Paragraph", OXC_OF_PARAGRAPHS "LeftIndent", Size, Allowed, "0pt", "", "-", true},
+    {"Right indent", "Paragraph", OXC_OF_PARAGRAPHS "RightIndent", Size, Allowed, "0pt", "", "-", true},
+    {"Hanging indent", "Paragraph", OXC_OF_PARAGRAPHS "HangingIndent", Size, Allowed, "0pt", "", "-", true},
+    {"Space before", "Paragraph", OXC_OF_PARAGRAPHS "SpaceBefore", Size, Allowed, "0pt", "", "-", true},
+    {"Space after", "Paragraph", OXC_OF_PARAGRAPHS "SpaceAfter", Size, Allowed, "0pt", "", "-", true},
 };
+#undef OXC_OF_PARAGRAPHS
 #undef OXC_OF_RUNS
 
 constexpr Property BoxText[] = {
@@ -169,6 +179,9 @@ constexpr PropertyGroup Groups[] = {
     {Boxes, Borders},
     {Parts, Fill},
     {Parts, Borders},
+    {"CustomLabel", TextOfParts},
+    {"PointerCap Thermometer GaugeMajorTickMarks GaugeMinorTickMarks", Fill},
+    {"PointerCap GaugeMajorTickMarks GaugeMinorTickMarks", Borders},
     {"ChartMajorGridLines ChartMinorGridLines ChartMajorTickMarks ChartMinorTickMarks MajorGridLines "
      "MinorGridLines",
      LineLook},

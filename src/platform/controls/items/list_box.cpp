@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::int32_t InvalidCall = 5, InvalidPropertyValue = 380;
+constexpr std::int32_t InvalidCall = 5;
 
 std::vector<std::string> FilesOf(const QMimeData& data) {
     std::vector<std::string> files;
@@ -72,7 +72,7 @@ int ListBox::ListIndex() const {
 
 void ListBox::ListIndex(int index) {
     if (index < -1 || index >= count()) {
-        throw RuntimeError(InvalidPropertyValue, "Invalid property value");
+        throw RuntimeError(err::InvalidPropertyValue, "Invalid property value");
     }
     Select(index);
 }

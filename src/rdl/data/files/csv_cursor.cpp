@@ -3,18 +3,17 @@
 
 #include <QStringDecoder>
 #include <algorithm>
+#include <set>
 
 #include "rdl/data/common/field_type.h"
 #include "rdl/data/common/message.h"
+#include "rdl/data/files/limits.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 #include "rdl/values/utf8.h"
 
 namespace rdl::data {
 namespace {
-
-constexpr std::size_t MostCells = 50'000'000;
-constexpr std::size_t MostColumns = 4'096;
 
 // What Windows has between 0x80 and 0x9F, where Latin-1 has control characters only.
 constexpr char16_t WindowsMarks[] =
@@ -170,6 +169,27 @@ void TypeColumn(std::vector<Value>& cells, std::size_t column, std::size_t colum
     }
 }
 
+// A second column of a name could not be asked for: it gets the next number, as in Amount_2.
+void MakeDifferent(std::vector<std::string>& names) {
+    std::set<std::string> known;
+    for (const std::string& name : names) {
+        known.insert(LowerAscii(name));
+    }
+    std::set<std::string> met;
+    for (std::string& name : names) {
+        if (name.empty() || met.insert(LowerAscii(name)).second) {
+            continue;
+        }
+        int number = 2;
+        while (known.contains(LowerAscii(name + "_" + std::to_string(number)))) {
+            ++number;
+        }
+        name += "_" + std::to_string(number);
+        known.insert(LowerAscii(name));
+        met.insert(LowerAscii(name));
+    }
+}
+
 }  // namespace
 
 std::unique_ptr<Cursor> OpenCsv(std::string_view bytes, const CsvForm& form) {
@@ -183,6 +203,7 @@ std::unique_ptr<Cursor> OpenCsv(std::string_view bytes, const CsvForm& form) {
     for (std::size_t i = 0; i < values.size(); ++i) {
         names.push_back(form.header ? std::string(Trimmed(values[i])) : "Column" + std::to_string(i + 1));
     }
+    MakeDifferent(names);
     pending = pending && (!form.header || lines.Next(values));
     std::vector<Value> cells;
     for (; pending; pending = lines.Next(values)) {

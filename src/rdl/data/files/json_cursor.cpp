@@ -11,6 +11,7 @@
 
 #include "rdl/data/common/message.h"
 #include "rdl/data/files/json_numbers.h"
+#include "rdl/data/files/limits.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 #include "rdl/values/utf8.h"
@@ -19,7 +20,6 @@ namespace rdl::data {
 namespace {
 
 constexpr std::size_t MostNodes = 5'000'000;
-constexpr std::size_t MostColumns = 4'096;
 constexpr int DeepestObject = 16;
 
 struct Step {

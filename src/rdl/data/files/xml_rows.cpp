@@ -4,14 +4,12 @@
 #include <algorithm>
 
 #include "rdl/data/common/message.h"
+#include "rdl/data/files/limits.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
 
 namespace rdl::data {
 namespace {
-
-constexpr std::size_t MostColumns = 4'096;
-constexpr std::size_t MostCells = 50'000'000;
 
 using xml::Element;
 

@@ -111,7 +111,8 @@ void ConnectionWatch::Run() {
     std::unique_lock lock(m_mutex);
     while (!m_ending) {
         m_changed.wait_for(lock, Interval);
-        if (!m_ending && Clock::now() >= m_deadline) {
+        const bool isStopped = m_stop && m_stop->IsGiven() && m_deadline != Clock::time_point::max();
+        if (!m_ending && (isStopped || Clock::now() >= m_deadline)) {
             m_expired = true;
         }
         if (m_expired && !m_ending) {

@@ -5,9 +5,12 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <set>
 #include <thread>
+
+#include "rdl/values/stop.h"
 
 namespace rdl::data {
 
@@ -15,7 +18,7 @@ namespace rdl::data {
 inline constexpr std::chrono::seconds Patience(5);
 
 // Tracks the sockets that the process opens during its lifetime. A call that misses its deadline finds them
-// shut down: its driver sees a closed connection.
+// shut down: its driver sees a closed connection. So does a call of a thread that is stopped.
 class ConnectionWatch {
  public:
     ConnectionWatch();  // records the sockets open now: they belong to others
@@ -47,6 +50,7 @@ class ConnectionWatch {
     void ShutDown() const;
     std::set<int> OwnSockets() const;
 
+    const std::shared_ptr<const StopSignal> m_stop = SignalOfThread();
     const std::set<unsigned long long> m_others;  // inodes of the sockets that existed before
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;

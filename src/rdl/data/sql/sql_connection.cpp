@@ -12,6 +12,7 @@
 #include "rdl/data/sql/odbc_connection.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
+#include "rdl/values/stop.h"
 
 namespace rdl::data {
 namespace {
@@ -190,6 +191,7 @@ void SqlConnection::FindDialect(ProviderKind provider) {
 
 // Drivers tell a wrong logon and a missing server by text only.
 void SqlConnection::Refuse(const ServerAddress& address) const {
+    CheckStop();
     if (m_watch.HasExpired()) {
         throw Error(m_place + " cannot be reached or has no such database: it does not answer");
     }

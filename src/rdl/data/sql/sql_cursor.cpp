@@ -15,6 +15,7 @@
 #include "rdl/data/sql/sql_values.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
+#include "rdl/values/stop.h"
 
 namespace rdl::data {
 namespace {
@@ -156,6 +157,7 @@ class SqlCursor : public Cursor {
     }
 
     [[noreturn]] void Fail(const std::string& what) const {
+        CheckStop();
         if (m_connection.Watch().HasExpired()) {
             throw Error(TookTooLong(m_seconds));
         }

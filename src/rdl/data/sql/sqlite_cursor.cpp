@@ -13,6 +13,7 @@
 #include "rdl/data/common/message.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error.h"
+#include "rdl/values/stop.h"
 
 namespace rdl::data {
 namespace {
@@ -277,6 +278,7 @@ class SqliteCursor : public Cursor {
                             (code != 0 ? CleanText(std::generic_category().message(code)) : text));
             }
             case SQLITE_INTERRUPT:
+                CheckStop();
                 throw Error(TookTooLong(m_seconds));
             case SQLITE_AUTH:
                 throw Error("the query does more than read, which a report may not (" + text + ")");
@@ -298,7 +300,7 @@ class SqliteCursor : public Cursor {
     }
 
     static int TimeIsUp(void* self) {
-        return Clock::now() > static_cast<SqliteCursor*>(self)->m_deadline ? 1 : 0;
+        return IsStopped() || Clock::now() > static_cast<SqliteCursor*>(self)->m_deadline ? 1 : 0;
     }
 
     std::string m_file;

@@ -66,7 +66,7 @@ struct NamedConstant {
 // All that FindConstant finds, each name once.
 const std::vector<NamedConstant>& Constants();
 
-// Returns the first argument as digits of `bits` bits each, at most 4, the letters in upper case; an error
+// Returns the first argument as digits of `bits` bits each, at most 4, with A to F in upper case; an error
 // value if it is no whole number. A negative Integer shows its 32 bits, a negative Long its 64.
 Value InBase(const Call& call, unsigned bits);
 

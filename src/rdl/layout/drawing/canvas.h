@@ -2,6 +2,7 @@
 // A canvas for charts, gauges and maps: draws shapes and single texts onto a page. Lengths are points.
 #pragma once
 
+#include <numbers>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,8 @@
 #include "rdl/layout/model/rect.h"
 
 namespace rdl::layout {
+
+constexpr double Turn = 2 * std::numbers::pi;  // a whole turn in radians
 
 struct Extents {
     double width = 0, height = 0;

@@ -3,16 +3,12 @@
 #include <algorithm>
 #include <numeric>
 
+#include "rdl/values/index.h"
+
 #include "rdl/layout/items/tablix_table.h"
 
 namespace rdl::layout {
-namespace {
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
-
-}  // namespace
+namespace {}  // namespace
 
 void TablixTable::Row(std::size_t index, TableRow& row) {
     Build(index, nullptr, row);

@@ -6,6 +6,7 @@
 
 #include "rdl/layout/region/grouping.h"
 #include "rdl/values/error.h"
+#include "rdl/values/index.h"
 #include "rdl/values/reserve.h"
 
 namespace rdl::layout {
@@ -13,10 +14,6 @@ namespace {
 
 constexpr std::size_t MaxColumns = 10'000;
 constexpr std::size_t MaxRows = 50'000'000;
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 std::vector<int> GroupsOfLeaves(const HierarchyPlan& plan) {
     std::vector<int> groups(At(plan.leafCount), -1);

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "rdl/layout/model/image_size.h"
+#include "rdl/layout/pages/tolerance.h"
 #include "rdl/values/error.h"
 
 namespace rdl::layout {
@@ -13,7 +14,6 @@ namespace {
 constexpr int MostSteps = 64;      // steps of a gradient; finer ones are not distinguishable
 constexpr double MostTiles = 2e4;  // repetitions of a background image
 constexpr Color White = 0xFFFFFFFF;
-constexpr double Tolerance = 0.01;  // points
 
 struct Point {
     double x, y;

@@ -8,10 +8,11 @@
 #include <unordered_map>
 #include <utility>
 
+#include "rdl/layout/pages/tolerance.h"
+
 namespace rdl::layout {
 namespace {
 
-constexpr double Tolerance = 0.01;
 constexpr double Nowhere = std::numeric_limits<double>::infinity();
 
 }  // namespace

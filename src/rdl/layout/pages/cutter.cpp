@@ -9,7 +9,7 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double Tolerance = 0.02;
+constexpr double CutTolerance = 0.02;
 
 // Clips that are open, outermost first, and the pages that have drawn in them.
 struct OpenClip {
@@ -35,9 +35,9 @@ class Cutter {
         LineOp moved = op;
         if (op.x1 == op.x2) {
             const double to = m_from + m_width;
-            const bool isAtStart = m_index > 0 && op.x1 < m_from + Tolerance;
-            const bool isAtEnd = op.x1 > to - Tolerance;
-            if (op.x1 < m_from - Tolerance || op.x1 > to + Tolerance ||
+            const bool isAtStart = m_index > 0 && op.x1 < m_from + CutTolerance;
+            const bool isAtEnd = op.x1 > to - CutTolerance;
+            if (op.x1 < m_from - CutTolerance || op.x1 > to + CutTolerance ||
                 (isAtStart && op.edge == LineOp::Edge::Ends) ||
                 (isAtEnd && op.edge == LineOp::Edge::Begins)) {
                 return;
@@ -45,7 +45,7 @@ class Cutter {
         } else {
             moved.x1 = std::clamp(op.x1, m_from, m_from + m_width);
             moved.x2 = std::clamp(op.x2, m_from, m_from + m_width);
-            if (std::abs(moved.x2 - moved.x1) < Tolerance) {
+            if (std::abs(moved.x2 - moved.x1) < CutTolerance) {
                 return;
             }
             const double slope = (op.y2 - op.y1) / (op.x2 - op.x1);
@@ -59,7 +59,7 @@ class Cutter {
     void Add(const RectOp& op) {
         const double from = m_index == 0 ? op.x : std::max(op.x, m_from);
         const double to = std::min(op.x + op.width, m_from + m_width);
-        if (to - from > Tolerance) {
+        if (to - from > CutTolerance) {
             Put(RectOp{from - Shift(), op.y, to - from, op.height, op.color, op.tag});
         }
     }
@@ -92,7 +92,7 @@ class Cutter {
  private:
     double Shift() const { return m_index * m_width; }
     bool BeginsHere(double x) const {
-        return (m_index == 0 || x >= m_from - Tolerance) && x < m_from + m_width - Tolerance;
+        return (m_index == 0 || x >= m_from - CutTolerance) && x < m_from + m_width - CutTolerance;
     }
     // The clips around an object come with the first object in them: most pages have none.
     void Put(Op op) {
@@ -109,8 +109,8 @@ class Cutter {
     void Cut(double left, double right, const Draw& draw) {
         constexpr double Overhang = 1;
         const double to = m_from + m_width;
-        const bool goesOn = right > to + Overhang && left < to - Tolerance;
-        const bool cameOver = m_index > 0 && left < m_from - Tolerance && right > m_from + Overhang;
+        const bool goesOn = right > to + Overhang && left < to - CutTolerance;
+        const bool cameOver = m_index > 0 && left < m_from - CutTolerance && right > m_from + Overhang;
         if (!goesOn && !cameOver) {
             if (BeginsHere(left)) {
                 draw();
@@ -240,10 +240,10 @@ class Distributor {
 void EndLinesAt(double right, Page& page) {
     const auto isBeyond = [right](const Op& op) {
         if (const auto* line = std::get_if<LineOp>(&op)) {
-            return std::min(line->x1, line->x2) > right + Tolerance;
+            return std::min(line->x1, line->x2) > right + CutTolerance;
         }
         const auto* box = std::get_if<RectOp>(&op);
-        return box && box->x > right - Tolerance;
+        return box && box->x > right - CutTolerance;
     };
     std::erase_if(page.ops, isBeyond);
     for (Op& op : page.ops) {

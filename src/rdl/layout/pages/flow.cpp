@@ -7,11 +7,11 @@
 #include "rdl/layout/model/image_size.h"
 #include "rdl/layout/pages/container_flow.h"
 #include "rdl/layout/pages/table_flow.h"
+#include "rdl/layout/pages/tolerance.h"
 
 namespace rdl::layout {
 namespace {
 
-constexpr double Tolerance = 0.01;
 const BoxStyle NoBox;
 
 const BoxStyle& BoxOf(const Instance& item) {

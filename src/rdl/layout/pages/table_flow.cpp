@@ -5,15 +5,13 @@
 #include <cmath>
 #include <numeric>
 
+#include "rdl/layout/pages/tolerance.h"
+#include "rdl/values/index.h"
+
 namespace rdl::layout {
 namespace {
 
-constexpr double Tolerance = 0.01;
 constexpr std::size_t MaxBlock = 200;  // rows kept together: more are a table's own affair
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 }  // namespace
 

@@ -5,16 +5,13 @@
 #include <optional>
 #include <utility>
 
+#include "rdl/values/index.h"
+
 #include "rdl/layout/pages/table_flow.h"
+#include "rdl/layout/pages/tolerance.h"
 
 namespace rdl::layout {
 namespace {
-
-constexpr double Tolerance = 0.01;
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 // Returns the first cell for which the test holds and that is no heading yet; `row.cells.size()` if there is
 // none.

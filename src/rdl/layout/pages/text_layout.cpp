@@ -3,17 +3,17 @@
 
 #include <algorithm>
 
+#include "rdl/layout/pages/tolerance.h"
 #include "rdl/values/utf8.h"
 
 namespace rdl::layout {
 namespace {
 
-constexpr double Tolerance = 0.01;  // points: rounding of widths breaks no line
-constexpr double ListIndent = 18;   // points a level
-const CharStyle DefaultStyle;
+constexpr double ListIndent = 18;  // points a level
+const CharStyle PlainStyle;
 
 const CharStyle& StyleOf(const RunInstance& run) {
-    return run.style ? *run.style : DefaultStyle;
+    return run.style ? *run.style : PlainStyle;
 }
 
 bool IsPlainText(const std::string& text) {

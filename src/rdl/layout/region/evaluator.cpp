@@ -4,16 +4,13 @@
 #include "rdl/definition/context.h"
 #include "rdl/expr/globals.h"
 #include "rdl/values/ascii.h"
+#include "rdl/values/index.h"
 
 namespace rdl::layout {
 namespace {
 
 constexpr int MaxDepth = 24;  // items that ask for items that ask for items
 const Table EmptyTable;
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 struct Deeper {
     explicit Deeper(int& depth) : m_depth(depth) { ++m_depth; }

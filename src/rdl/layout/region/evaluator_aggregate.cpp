@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "rdl/values/index.h"
+
 #include "rdl/layout/region/evaluator.h"
 
 namespace rdl::layout {
 namespace {
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 bool NeedsValue(expr::AggregateKind kind) {
     return kind != expr::AggregateKind::CountRows;

@@ -4,15 +4,10 @@
 
 #include "rdl/expr/operations/compare.h"
 #include "rdl/layout/region/evaluator.h"
+#include "rdl/values/index.h"
 
 namespace rdl::layout {
-namespace {
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
-
-}  // namespace
+namespace {}  // namespace
 
 // Which way the running goes from a scope's first instance to the current one. False when the current place
 // is no instance of a group within the scope.

@@ -7,14 +7,11 @@
 #include "rdl/expr/operations/compare.h"
 #include "rdl/layout/region/row_filter.h"
 #include "rdl/values/error.h"
+#include "rdl/values/index.h"
 #include "rdl/values/reserve.h"
 
 namespace rdl::layout {
 namespace {
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 std::string OwnerOf(const GroupPlan& plan) {
     return "Group " + plan.definition->name;

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rdl/layout/region/leaves.h"
 
+#include "rdl/values/index.h"
+
 namespace rdl::layout {
 namespace {
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 class Leaves {
  public:

@@ -2,23 +2,22 @@
 #include "rdl/layout/region/region.h"
 
 #include <algorithm>
+#include <atomic>
 #include <numeric>
+
+#include "rdl/values/index.h"
 
 namespace rdl::layout {
 namespace {
 
 std::uint32_t NextId() {
-    static std::uint32_t last = 0;  // the engine runs in one thread
+    static std::atomic<std::uint32_t> last = 0;  // of all runs, which may have threads of their own
     return ++last;
 }
 
 std::span<const std::uint32_t> RangeOf(const GroupRows& group, std::uint32_t instance) {
     const GroupInstance& range = group.instances[instance];
     return {group.order.data() + range.begin, group.order.data() + range.end};
-}
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
 }
 
 }  // namespace

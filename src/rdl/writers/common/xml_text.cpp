@@ -8,7 +8,7 @@
 namespace rdl::writers {
 namespace {
 
-// Whoever reads the document would take a carriage return for the end of a line.
+// A reader of the document takes a carriage return as the end of a line.
 bool IsAllowed(char32_t code) {
     return code != '\r' && xml::IsXmlCharacter(code);
 }

@@ -19,7 +19,6 @@ using layout::InstanceKind;
 using layout::ParagraphInstance;
 
 constexpr double EdgeTolerance = 0.5;
-constexpr std::size_t PieceSize = 64u << 10;
 
 // Returns the style that all runs of a box share, for its class; else null.
 CharStylePtr CommonStyle(const Instance& item) {

@@ -17,6 +17,8 @@
 
 namespace rdl::writers {
 
+constexpr std::size_t PieceSize = 64u << 10;  // bytes; of markup that is kept before it goes to the spool
+
 class HtmlBody {
  public:
     HtmlBody(HtmlStyles& styles, Spool& spool) : m_styles(styles), m_spool(spool), m_drawings(styles) {}

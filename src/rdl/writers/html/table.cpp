@@ -18,7 +18,6 @@ using layout::TableCell;
 using layout::TableInstance;
 using layout::TableRow;
 
-constexpr std::size_t PieceSize = 64u << 10;
 constexpr int MostColumns = 1000, MostRows = 65534;  // that one cell may span
 
 bool IsHeading(const TableInstance& table, const TableRow& row) {

@@ -11,8 +11,8 @@
 namespace rdl::writers {
 namespace {
 
-constexpr std::uint16_t Bof = 0x0809, Eof = 0x000A, CodePage = 0x0042, Window1 = 0x003D, BoundSheet = 0x0085,
-                        SupBook = 0x01AE, ExternSheet = 0x0017, Name = 0x0018;
+constexpr std::uint16_t CodePage = 0x0042, Window1 = 0x003D, BoundSheet = 0x0085, SupBook = 0x01AE,
+                        ExternSheet = 0x0017, Name = 0x0018;
 
 }  // namespace
 
@@ -113,7 +113,7 @@ void XlsBook::WritePrintTitles(XlsRecords& records, unsigned sheets) const {
 
 std::string XlsBook::Globals(const std::vector<std::size_t>& offsets) const {
     XlsRecords records;
-    records.Begin(Bof);
+    records.Begin(XlsBof);
     records.U16(0x0600);
     records.U16(0x0005);
     records.U16(0x0DBB);
@@ -140,7 +140,7 @@ std::string XlsBook::Globals(const std::vector<std::size_t>& offsets) const {
     WriteNames(records);
     records.Bytes(DrawingGroup());
     records.Bytes(m_strings.Records());
-    records.Begin(Eof);
+    records.Begin(XlsEof);
     records.End();
     return std::move(records.bytes());
 }

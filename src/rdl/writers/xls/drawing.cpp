@@ -7,7 +7,7 @@
 namespace rdl::writers {
 namespace {
 
-constexpr std::uint16_t MsoDrawingGroup = 0x00EB, MsoDrawing = 0x00EC, Obj = 0x005D, Continue = 0x003C;
+constexpr std::uint16_t MsoDrawingGroup = 0x00EB, MsoDrawing = 0x00EC, Obj = 0x005D;
 constexpr std::uint16_t DggContainer = 0xF000, BStoreContainer = 0xF001, DgContainer = 0xF002,
                         SpgrContainer = 0xF003, SpContainer = 0xF004, Dgg = 0xF006, Bse = 0xF007, Dg = 0xF008,
                         Spgr = 0xF009, Sp = 0xF00A, Opt = 0xF00B, ClientAnchor = 0xF010, ClientData = 0xF011,
@@ -184,7 +184,7 @@ std::string XlsDrawingGroup::Records() const {
                   Piece(0, 4, SplitMenuColors, colors.bytes()));
     XlsRecords records;
     for (std::size_t i = 0; i < data.size(); i += XlsRecordLimit) {
-        records.Begin(i == 0 ? MsoDrawingGroup : Continue);
+        records.Begin(i == 0 ? MsoDrawingGroup : XlsContinue);
         records.Bytes(std::string_view(data).substr(i, XlsRecordLimit));
         records.End();
     }

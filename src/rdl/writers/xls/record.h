@@ -9,6 +9,8 @@
 
 namespace rdl::writers {
 
+// Records of both the workbook and its sheets (MS-XLS, 2.3.1).
+inline constexpr std::uint16_t XlsBof = 0x0809, XlsEof = 0x000A, XlsContinue = 0x003C;
 inline constexpr std::size_t XlsRecordLimit = 8224;  // maximum data of a record, in bytes
 
 class XlsRecords {

@@ -7,12 +7,11 @@
 namespace rdl::writers {
 namespace {
 
-constexpr std::uint16_t Bof = 0x0809, Eof = 0x000A, Dimensions = 0x0200, RowRecord = 0x0208,
-                        BlankRecord = 0x0201, NumberRecord = 0x0203, LabelSst = 0x00FD, BoolErr = 0x0205,
-                        Rk = 0x027E, ColInfo = 0x007D, DefaultRowHeight = 0x0225, WsBool = 0x0081,
-                        Setup = 0x00A1, Window2 = 0x023E, Pane = 0x0041, Selection = 0x001D,
-                        MergeCells = 0x00E5, HLink = 0x01B8, MarginLeft = 0x0026, MarginRight = 0x0027,
-                        MarginTop = 0x0028, MarginBottom = 0x0029;
+constexpr std::uint16_t Dimensions = 0x0200, RowRecord = 0x0208, BlankRecord = 0x0201, NumberRecord = 0x0203,
+                        LabelSst = 0x00FD, BoolErr = 0x0205, Rk = 0x027E, ColInfo = 0x007D,
+                        DefaultRowHeight = 0x0225, WsBool = 0x0081, Setup = 0x00A1, Window2 = 0x023E,
+                        Pane = 0x0041, Selection = 0x001D, MergeCells = 0x00E5, HLink = 0x01B8,
+                        MarginLeft = 0x0026, MarginRight = 0x0027, MarginTop = 0x0028, MarginBottom = 0x0029;
 constexpr unsigned RowsInBlock = 32;
 constexpr double PointsPerWidthUnit = 7 * 72.0 / 96;  // of the default font's digit
 constexpr std::size_t MergesInRecord = 1026, LongestLink = 2000;
@@ -101,7 +100,7 @@ void XlsSheet::Link(const XlsRange& range, const std::string& link) {
 }
 
 void XlsSheet::WriteHead() {
-    m_head.Begin(Bof);
+    m_head.Begin(XlsBof);
     m_head.U16(0x0600);
     m_head.U16(0x0010);
     m_head.U16(0x0DBB);
@@ -232,7 +231,7 @@ void XlsSheet::Seal(const XlsBookmarks& bookmarks) {
         }
     }
     m_tail.Bytes(m_links.bytes());
-    m_tail.Begin(Eof);
+    m_tail.Begin(XlsEof);
     m_tail.End();
 }
 

@@ -9,7 +9,7 @@
 namespace rdl::writers {
 namespace {
 
-constexpr std::uint16_t SharedStrings = 0x00FC, Continue = 0x003C;
+constexpr std::uint16_t SharedStrings = 0x00FC;
 constexpr std::size_t LongestText = 32767;
 
 // A text may continue in the next record (MS-XLS, 2.4.58): its header must not be split, and the continuation
@@ -60,7 +60,7 @@ class ChainWriter {
     std::size_t Room() const { return XlsRecordLimit - (m_records.bytes().size() - m_start); }
     void Next() {
         m_records.End();
-        m_records.Begin(Continue);
+        m_records.Begin(XlsContinue);
         m_start = m_records.bytes().size();
     }
 

@@ -116,9 +116,9 @@ TEST_F(WorkerFaults, StoppedProcessIsEndedAfterItsTime) {
 
 TEST_F(WorkerFaults, ProcessThatOnlyWaitsIsEndedAfterTheLongestTime) {
     Settings settings = Faulty("Write:Sleep");
-    settings.patience = std::chrono::milliseconds(600);
-    settings.longest = std::chrono::seconds(2);
-    ExpectFault(settings, "The report process took longer than 2 seconds while it ran the report \"" +
+    settings.patience = std::chrono::seconds(3);
+    settings.longest = std::chrono::seconds(4);
+    ExpectFault(settings, "The report process took longer than 4 seconds while it ran the report \"" +
                               Path("people.rpt") + "\"");
 }
 

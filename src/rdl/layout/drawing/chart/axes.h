@@ -8,6 +8,8 @@
 
 namespace rdl::layout {
 
+constexpr double TickLength = 4, TickGap = 3;  // points: of a tick, and between what stands around an axis
+
 ChartAreaData EvaluateArea(const ChartArea& area, const PartStyles& styles);
 
 // The lower and upper end of a point's column or area on the value axis, after stacking.

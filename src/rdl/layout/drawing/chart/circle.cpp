@@ -3,18 +3,15 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "rdl/layout/drawing/chart/draw.h"
 
 namespace rdl::layout {
 namespace {
 
-constexpr double Turn = 2 * std::numbers::pi;
-constexpr double Gap = 3, TickLength = 4;  // points
-constexpr double LargestName = 0.25;       // of the room's width
-constexpr double LeastRadius = 8;          // points: a smaller plot has no texts
-constexpr double UsualAngle = 30;          // degrees between ticks
+constexpr double LargestName = 0.25;  // of the room's width
+constexpr double LeastRadius = 8;     // points: a smaller plot has no texts
+constexpr double UsualAngle = 30;     // degrees between ticks
 
 PathOp::Segment Closing() {
     return {PathOp::Segment::Close, {}, {}};
@@ -69,7 +66,7 @@ Anchor NameAnchor(double angle) {
 double NameGap(const CirclePlot& plot, double angle) {
     const ChartAxisData& axis = plot.area.valueAxes.front();
     const bool meets = angle == 0 && axis.visible && axis.labels;
-    return Gap + (meets ? Canvas::LineHeight(*axis.style) / 2 : 0);
+    return TickGap + (meets ? Canvas::LineHeight(*axis.style) / 2 : 0);
 }
 
 // The largest radius at which all names that are drawn lie within the room.
@@ -81,7 +78,7 @@ double RadiusFor(CirclePlot& plot, const Rect& room) {
     const CharStyle& style = *plot.area.categoryAxes.front().style;
     const double around = Turn * most / static_cast<double>(std::max<std::size_t>(plot.spokes.size(), 1));
     plot.every = static_cast<std::size_t>(std::max(1.0, std::ceil(Canvas::LineHeight(style) / around)));
-    double radius = most - Gap;
+    double radius = most - TickGap;
     for (std::size_t i = 0; i < plot.names.size(); i += plot.every) {
         plot.names[i] = Shortened(plot.names[i], style, room.width * LargestName);
         const Extents size = Canvas::Measure(plot.names[i], style);
@@ -197,7 +194,7 @@ void ValueAxis(const CirclePlot& plot, std::size_t index) {
             plot.canvas.Line(spot, {spot.x + side * TickLength, spot.y}, axis.majorTicks.border);
         }
         if (axis.labels && HasTexts(plot)) {
-            const double x = spot.x + side * (TickLength + Gap / 2);
+            const double x = spot.x + side * (TickLength + TickGap / 2);
             const std::string text = TickText(axis, scale, tick, false, false, *plot.data.culture);
             const double most = axis.opposite ? plot.room.Right() - x : x - plot.room.x;
             plot.canvas.Text(Shortened(text, *axis.style, most), *axis.style, {x, spot.y},

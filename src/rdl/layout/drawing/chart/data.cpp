@@ -13,15 +13,12 @@
 #include "rdl/layout/region/grouping.h"
 #include "rdl/layout/region/leaves.h"
 #include "rdl/values/error.h"
+#include "rdl/values/index.h"
 
 namespace rdl::layout {
 namespace {
 
 constexpr std::size_t MostSeries = 500, MostCategories = 20'000, MostPoints = 100'000;
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 class ChartEvaluator {
  public:

@@ -10,6 +10,8 @@
 
 namespace rdl::layout {
 
+constexpr Color AreaAlpha = 0xB0000000;  // areas that lie over each other let the lower one be seen
+
 std::shared_ptr<DrawingInstance> DrawChart(const ChartData& data, double width, double height);
 
 // Returns a row for each point: its categories, outermost first, its series and its values. Empty for a

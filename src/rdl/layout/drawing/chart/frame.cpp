@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Grid lines and the axes around a plot.
+// GridLines lines and the axes around a plot.
 #include <algorithm>
 #include <cmath>
 
@@ -8,7 +8,6 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double TickLength = 4, Gap = 3;  // points
 constexpr Border Separator{LineStyle::Solid, 0xFFB0B0B0, 0.5F};
 
 // One axis as seen along it: where it lies and which way is out of the plot.
@@ -59,7 +58,7 @@ std::vector<double> MajorShares(const ChartPlot& plot, const Scale* scale) {
     return scale ? SharesOf(*scale, scale->ticks) : CategoryEdges(plot);
 }
 
-void Grid(const Edge& edge, const Scale* scale, Canvas& canvas) {
+void GridLines(const Edge& edge, const Scale* scale, Canvas& canvas) {
     const std::vector<double> major = MajorShares(edge.plot, scale);
     if (edge.axis.stripe >> 24) {
         for (std::size_t i = 0; i + 1 < major.size(); i += 2) {
@@ -112,7 +111,7 @@ void Labels(const Edge& edge, const ChartTickLabels& labels, const std::vector<d
             ? Canvas::LineHeight(*edge.axis.style) / 2 * std::abs(std::cos(labels.degrees * 0.017453293))
             : 0;
     for (std::size_t i = 0; i < std::min(shares.size(), labels.texts.size()); i += labels.every) {
-        Spot spot = edge.On(shares[i], TickLength + Gap / 2 + turned);
+        Spot spot = edge.On(shares[i], TickLength + TickGap / 2 + turned);
         if (edge.level && labels.degrees == 0) {  // one at an end of the axis stays in the chart
             const Rect& room = edge.plot.room;
             const double half = Canvas::Measure(labels.texts[i], *edge.axis.style).width / 2;
@@ -124,10 +123,10 @@ void Labels(const Edge& edge, const ChartTickLabels& labels, const std::vector<d
 
 double TitleAt(const Edge& edge, const ChartTickLabels& labels, std::size_t levels) {
     const double texts =
-        edge.axis.labels
-            ? labels.thick + Gap + static_cast<double>(levels) * (Canvas::LineHeight(*edge.axis.style) + Gap)
-            : 0;
-    return TickLength + texts + Gap / 2;
+        edge.axis.labels ? labels.thick + TickGap +
+                               static_cast<double>(levels) * (Canvas::LineHeight(*edge.axis.style) + TickGap)
+                         : 0;
+    return TickLength + texts + TickGap / 2;
 }
 
 void Title(const Edge& edge, double outwards, Canvas& canvas) {
@@ -148,7 +147,7 @@ void Title(const Edge& edge, double outwards, Canvas& canvas) {
 void Groups(const Edge& edge, Canvas& canvas) {
     const ChartPlot& plot = edge.plot;
     const double line = Canvas::LineHeight(*edge.axis.style);
-    double out = TickLength + Gap + plot.categoryLabels.thick;
+    double out = TickLength + TickGap + plot.categoryLabels.thick;
     for (auto level = plot.data.outer.rbegin(); level != plot.data.outer.rend(); ++level) {
         for (const ChartSpan& span : *level) {
             const double half = plot.margin ? 0.5 : 0;
@@ -161,7 +160,7 @@ void Groups(const Edge& edge, Canvas& canvas) {
                 canvas.Line(edge.On(end, 0), edge.On(end, out + line), Separator);
             }
         }
-        out += line + Gap;
+        out += line + TickGap;
     }
 }
 
@@ -186,11 +185,11 @@ void CrossingLine(const ChartPlot& plot, Canvas& canvas) {
 void DrawGrid(const ChartPlot& plot) {
     const Edge category{plot, plot.area.categoryAxes.front(), !plot.swapped};
     if (category.axis.visible) {
-        Grid(category, plot.scattered ? &plot.numbers : nullptr, plot.canvas);
+        GridLines(category, plot.scattered ? &plot.numbers : nullptr, plot.canvas);
     }
     for (std::size_t i = plot.values.size(); i-- > 0;) {
         if (plot.area.valueAxes[i].visible && (i == 0 || plot.IsShown(i))) {
-            Grid({plot, plot.area.valueAxes[i], plot.swapped}, &plot.values[i], plot.canvas);
+            GridLines({plot, plot.area.valueAxes[i], plot.swapped}, &plot.values[i], plot.canvas);
         }
     }
 }

@@ -11,8 +11,6 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double LabelGap = 4, Leader = 8;  // points
-
 // One point: its place from the top, as fractions of the height, and its widths there, as fractions of the
 // width.
 struct Segment {

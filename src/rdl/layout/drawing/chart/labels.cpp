@@ -9,7 +9,7 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double LabelGap = 2;  // points
+constexpr double LabelMargin = 2;  // points
 
 Rect BoxOf(Spot spot, Anchor anchor, Extents size) {
     return {spot.x - size.width * anchor.across, spot.y - size.height * anchor.down, size.width, size.height};
@@ -19,8 +19,8 @@ Rect BoxOf(Spot spot, Anchor anchor, Extents size) {
 
 void LabelPlacer::Place(const ChartMark& mark, const CharStyle& letters, Spot spot, Anchor anchor,
                         bool mayMove) {
-    spot.x += (0.5 - anchor.across) * 2 * LabelGap;
-    spot.y += (0.5 - anchor.down) * 2 * LabelGap;
+    spot.x += (0.5 - anchor.across) * 2 * LabelMargin;
+    spot.y += (0.5 - anchor.down) * 2 * LabelMargin;
     Extents size = Turned(Canvas::Measure(mark.label, *mark.labelStyle), mark.labelTurn);
     const Spot first = spot;
     for (const double shift : {0.0, -1.0, 1.0, -2.0}) {

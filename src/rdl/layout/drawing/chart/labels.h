@@ -10,6 +10,8 @@
 
 namespace rdl::layout {
 
+constexpr double LabelGap = 4, Leader = 8;  // points: beside a label, and the line from its part to it
+
 class LabelPlacer {
  public:
     explicit LabelPlacer(Canvas& canvas) : m_canvas(canvas) {}

@@ -12,7 +12,7 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double Gap = 4, SymbolGap = 3, LargestShare = 0.45;  // points; of the chart
+constexpr double LegendGap = 4, SymbolGap = 3, LargestShare = 0.45;  // points; of the chart
 
 struct Entry {
     std::string text;
@@ -89,15 +89,16 @@ void Symbol(const Entry& entry, Spot center, double size, Canvas& canvas) {
 }
 
 // Entries in a table of so many columns, all cells alike.
-struct Grid {
+struct LegendGrid {
     std::size_t columns = 1, rows = 1, shown = 0;
     double cellWidth = 0, cellHeight = 0, symbol = 0, titleHeight = 0;
-    double Width() const { return static_cast<double>(columns) * cellWidth + Gap; }
-    double Height() const { return static_cast<double>(rows) * cellHeight + titleHeight + Gap; }
+    double Width() const { return static_cast<double>(columns) * cellWidth + LegendGap; }
+    double Height() const { return static_cast<double>(rows) * cellHeight + titleHeight + LegendGap; }
 };
 
-Grid GridOf(const ChartLegendData& legend, const std::vector<Entry>& entries, const Rect& room, bool beside) {
-    Grid grid;
+LegendGrid LegendGridOf(const ChartLegendData& legend, const std::vector<Entry>& entries, const Rect& room,
+                        bool beside) {
+    LegendGrid grid;
     const CharStyle& style = *legend.style;
     grid.symbol = static_cast<double>(style.size) * 0.8;
     grid.cellHeight = Canvas::LineHeight(style) * 1.15;
@@ -105,13 +106,13 @@ Grid GridOf(const ChartLegendData& legend, const std::vector<Entry>& entries, co
     for (const Entry& entry : entries) {
         grid.cellWidth = std::max(grid.cellWidth, Canvas::Measure(entry.text, style).width);
     }
-    const double most = room.width * (beside ? LargestShare : 1) - Gap;
-    grid.cellWidth = std::min(grid.cellWidth + 2 * grid.symbol + SymbolGap + Gap, most);
+    const double most = room.width * (beside ? LargestShare : 1) - LegendGap;
+    grid.cellWidth = std::min(grid.cellWidth + 2 * grid.symbol + SymbolGap + LegendGap, most);
     const auto fitting =
         static_cast<std::size_t>(std::max(1.0, std::floor(most / std::max(grid.cellWidth, 1.0))));
-    const auto high = static_cast<std::size_t>(std::max(
-        1.0,
-        std::floor((room.height * (beside ? 1 : LargestShare) - grid.titleHeight - Gap) / grid.cellHeight)));
+    const auto high = static_cast<std::size_t>(
+        std::max(1.0, std::floor((room.height * (beside ? 1 : LargestShare) - grid.titleHeight - LegendGap) /
+                                 grid.cellHeight)));
     const std::size_t count = std::max<std::size_t>(entries.size(), 1);
     grid.columns = beside ? std::min(fitting, (count + high - 1) / high) : std::min(fitting, count);
     if (!beside && EqualNoCase(legend.layout, "Column")) {
@@ -170,21 +171,21 @@ void DrawLegend(const ChartData& data, const ChartLegendData& legend, Rect& room
     const auto begins = [&](std::string_view word) {
         return EqualNoCase(legend.position.substr(0, word.size()), word);
     };
-    const Grid grid = GridOf(legend, entries, room, !begins("Top") && !begins("Bottom"));
+    const LegendGrid grid = LegendGridOf(legend, entries, room, !begins("Top") && !begins("Bottom"));
     const Rect area =
         DockAt(legend.position.empty() ? "RightTop" : legend.position, {grid.Width(), grid.Height()}, room);
     canvas.Box(area, legend.box.get());
     if (!legend.title.text.empty()) {
         canvas.Text(Shortened(legend.title.text, *legend.title.style, area.width), *legend.title.style,
-                    {area.x + area.width / 2, area.y + Gap / 2}, {0.5, 0});
+                    {area.x + area.width / 2, area.y + LegendGap / 2}, {0.5, 0});
     }
     for (std::size_t i = 0; i < grid.shown; ++i) {
         // An ellipsis reports the entries that do not fit.
         const bool more = i + 1 == grid.shown && grid.shown < entries.size();
         const std::size_t column = i % grid.columns, row = i / grid.columns;
-        const double x = area.x + Gap / 2 + static_cast<double>(column) * grid.cellWidth;
+        const double x = area.x + LegendGap / 2 + static_cast<double>(column) * grid.cellWidth;
         const double y =
-            area.y + Gap / 2 + grid.titleHeight + (static_cast<double>(row) + 0.5) * grid.cellHeight;
+            area.y + LegendGap / 2 + grid.titleHeight + (static_cast<double>(row) + 0.5) * grid.cellHeight;
         if (!more) {
             Symbol(entries[i], {x + grid.symbol, y}, grid.symbol, canvas);
         }

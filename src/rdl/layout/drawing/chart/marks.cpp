@@ -12,7 +12,6 @@ namespace rdl::layout {
 namespace {
 
 constexpr double LargestBubble = 0.12;  // radius, of the plot's shorter side
-constexpr Color AreaAlpha = 0xB0000000;
 
 bool IsColumn(const ChartRow& row) {
     return row.definition->kind == ChartKind::Column || row.definition->kind == ChartKind::Bar;
@@ -79,7 +78,7 @@ Course CourseOf(const ChartRow& row) {
     return row.definition->curve == ChartCurve::Smooth ? Course::Smooth : Course::Straight;
 }
 
-void DrawArea(const ChartPlot& plot, std::size_t r) {
+void DrawStackedArea(const ChartPlot& plot, std::size_t r) {
     const ChartRow& row = plot.area.rows[r];
     const Color fill =
         IsStacked(row) ? row.color : (row.color & 0x00FFFFFF) | std::min(row.color & 0xFF000000, AreaAlpha);
@@ -223,7 +222,7 @@ Rect ColumnOf(const ChartPlot& plot, std::size_t r, std::size_t i) {
 void DrawColumns(const ChartPlot& plot) {
     for (std::size_t r = 0; r < plot.area.rows.size(); ++r) {
         if (plot.area.rows[r].definition->kind == ChartKind::Area) {
-            DrawArea(plot, r);
+            DrawStackedArea(plot, r);
         }
     }
     for (std::size_t r = 0; r < plot.area.rows.size(); ++r) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "rdl/definition/context.h"
 #include "rdl/layout/drawing/chart/draw.h"
@@ -11,9 +10,8 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double Turn = 2 * std::numbers::pi;
 constexpr double FirstAngle = Turn / 4;  // slices begin at the right, as clocks' quarters
-constexpr double ExplodedShare = 0.1, LabelGap = 4, Leader = 8;
+constexpr double ExplodedShare = 0.1;
 
 bool LabelsOutside(const ChartRow& row) {
     return row.look.labels == ChartLook::Labels::Outside ||

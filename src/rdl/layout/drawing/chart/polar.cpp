@@ -10,8 +10,6 @@
 namespace rdl::layout {
 namespace {
 
-constexpr Color AreaAlpha = 0xB0000000;
-
 // Pieces of a line that goes around: the last one continues with the first one.
 std::vector<std::vector<std::size_t>> PiecesAround(const ChartRow& row) {
     std::vector<std::vector<std::size_t>> pieces = PiecesOf(row);

@@ -2,15 +2,8 @@
 #include "rdl/layout/drawing/chart/ring.h"
 
 #include <cmath>
-#include <numbers>
 
 namespace rdl::layout {
-namespace {
-
-constexpr double Turn = 2 * std::numbers::pi;
-
-}  // namespace
-
 bool RingSlice::IsWhole() const {
     return to - from >= Turn;
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Sunbursts: a ring for each level of the tree, the outermost groups innermost.
 #include <algorithm>
-#include <numbers>
 
 #include "rdl/layout/drawing/chart/draw.h"
 #include "rdl/layout/drawing/chart/ring.h"
@@ -10,9 +9,8 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double Turn = 2 * std::numbers::pi;
-constexpr double Hole = 0.5;   // its radius, in rings
-constexpr double TextGap = 4;  // points
+constexpr double Hole = 0.5;      // its radius, in rings
+constexpr double TextMargin = 4;  // points
 
 std::size_t DepthOf(const std::vector<ChartNode>& nodes) {
     std::size_t depth = 0;
@@ -47,7 +45,7 @@ struct Sunburst {
         if (text.text.empty() || ring < least || slice.outer * (slice.to - slice.from) < least) {
             return;
         }
-        const std::string wrapped = Wrapped(text.text, text.style, ring - TextGap);
+        const std::string wrapped = Wrapped(text.text, text.style, ring - TextMargin);
         for (const std::string& shown : {text.text, wrapped}) {
             if (slice.HasRoomFor(Canvas::Measure(shown, text.style))) {
                 canvas.Text(shown, text.style, slice.LabelSpot(), {0.5, 0.5});
@@ -69,7 +67,7 @@ struct Sunburst {
             canvas.Text(text.text, text.style, slice.LabelSpot(), {0.5, 0.5},
                         upper ? degrees : degrees - 180);
         } else if (arc >= size.height) {
-            canvas.Text(Shortened(text.text, text.style, ring - TextGap), text.style, slice.LabelSpot(),
+            canvas.Text(Shortened(text.text, text.style, ring - TextMargin), text.style, slice.LabelSpot(),
                         {0.5, 0.5}, degrees < 180 ? degrees - 90 : degrees - 270);
         }
     }

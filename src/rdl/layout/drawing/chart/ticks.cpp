@@ -9,9 +9,8 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double TickLength = 4, Gap = 3;  // points
-constexpr double LargestShare = 0.4;       // of the chart, for the texts of an axis
-constexpr double LeastPlot = 8;            // points
+constexpr double LargestAxisShare = 0.4;  // of the chart, for the texts of an axis
+constexpr double LeastPlot = 8;           // points
 constexpr double Aslant = -45, Upright = -90;
 
 std::size_t EveryFor(double needed, double spacing) {
@@ -93,7 +92,7 @@ ChartTickLabels CategoryLabels(const ChartPlot& plot, double length, double most
             labels.texts.push_back(TickText(axis, plot.numbers, tick, false, plot.dates, *plot.data.culture));
         }
         spacing = length / static_cast<double>(std::max<std::size_t>(labels.texts.size(), 2) - 1);
-        FitNumbers(spacing, length * LargestShare, *axis.style, labels);
+        FitNumbers(spacing, length * LargestAxisShare, *axis.style, labels);
         return labels;
     }
     labels.texts = plot.data.categories;
@@ -131,11 +130,11 @@ double Thickness(const ChartAxisData& axis, const ChartTickLabels& labels, std::
     }
     double thick = TickLength;
     if (axis.labels) {
-        thick +=
-            labels.thick + Gap + static_cast<double>(outerLevels) * (Canvas::LineHeight(*axis.style) + Gap);
+        thick += labels.thick + TickGap +
+                 static_cast<double>(outerLevels) * (Canvas::LineHeight(*axis.style) + TickGap);
     }
     if (!axis.title.text.empty()) {
-        thick += Canvas::LineHeight(*axis.title.style) + Gap;
+        thick += Canvas::LineHeight(*axis.title.style) + TickGap;
     }
     return thick;
 }
@@ -172,14 +171,14 @@ void PlaceAxes(ChartPlot& plot, const Rect& room) {
         plot.valueLabels.clear();
         for (std::size_t i = 0; i < plot.area.valueAxes.size(); ++i) {
             plot.values.push_back(ValueScale(plot.area, i, plot.reaches, along));
-            plot.valueLabels.push_back(ValueLabels(plot, i, along, room.width * LargestShare));
+            plot.valueLabels.push_back(ValueLabels(plot, i, along, room.width * LargestAxisShare));
         }
         const ChartAxisData& category = plot.area.categoryAxes.front();
         if (plot.scattered) {
             plot.numbers = NumberScale(plot.area, plot.dates, before.width);
         }
         plot.categoryLabels = CategoryLabels(plot, plot.swapped ? before.height : before.width,
-                                             (plot.swapped ? room.width : room.height) * LargestShare);
+                                             (plot.swapped ? room.width : room.height) * LargestAxisShare);
         double sides[2][2] = {};  // of the category axis and of value axes: usual side, opposite side
         sides[0][category.opposite] =
             Thickness(category, plot.categoryLabels, plot.scattered ? 0 : plot.data.outer.size());

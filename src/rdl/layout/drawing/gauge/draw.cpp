@@ -12,7 +12,6 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double Percent = 0.01;
 constexpr double Degree = std::numbers::pi / 180;
 constexpr double LeastAngle = 0.01;  // degrees
 

@@ -10,7 +10,6 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double Percent = 0.01;
 constexpr Color FrameGray = 0xFFC8CDD2, FaceGray = 0xFFF7F8F9;
 
 bool IsPlaced(const GaugeItem& item) {

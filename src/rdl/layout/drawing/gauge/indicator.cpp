@@ -11,7 +11,6 @@ namespace rdl::layout {
 namespace {
 
 constexpr Color IconGray = 0xFF708090;
-constexpr double Percent = 0.01;
 
 // The state that a value is in. Of several that reach to it, the one that begins last counts, and of those
 // the narrowest: 33 is in 33 to 66, not in 0 to 33. An end that is not given is open.

@@ -10,7 +10,6 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double Pi = std::numbers::pi;
 constexpr Color White = 0xFFFFFFFF, Empty = 0xFFD8DCE0, Rim = 0xFF404850;
 constexpr Border NoLine;
 
@@ -51,7 +50,7 @@ struct Sheet {
 void Arrow(const Sheet& sheet, double turns) {
     constexpr Spot Up[] = {{0.5, 0.05},  {0.92, 0.5}, {0.66, 0.5}, {0.66, 0.95},
                            {0.34, 0.95}, {0.34, 0.5}, {0.08, 0.5}};
-    const double s = std::sin(turns * 2 * Pi), c = std::cos(turns * 2 * Pi);
+    const double s = std::sin(turns * 2 * std::numbers::pi), c = std::cos(turns * 2 * std::numbers::pi);
     std::vector<Spot> corners;
     for (const Spot& corner : Up) {
         const double x = corner.x - 0.5, y = corner.y - 0.5;
@@ -109,7 +108,8 @@ void Quarters(const Sheet& sheet, int filled) {
     if (filled > 0) {
         std::vector<PathOp::Segment> segments;
         const Spot middle = sheet.At(0.5, 0.5);
-        AppendArc(middle, 0.46 * sheet.area.width, 0, filled * Pi / 2, PathOp::Segment::Move, segments);
+        AppendArc(middle, 0.46 * sheet.area.width, 0, filled * std::numbers::pi / 2, PathOp::Segment::Move,
+                  segments);
         if (filled < 4) {
             segments.push_back({PathOp::Segment::LineTo, {middle.x, 0, 0}, {middle.y, 0, 0}});
         }
@@ -129,7 +129,7 @@ void Bars(const Sheet& sheet, int filled) {
 void Star(const Sheet& sheet, int filled) {
     std::vector<Spot> corners;
     for (int i = 0; i < 10; ++i) {
-        const double reach = i % 2 ? 0.2 : 0.5, angle = Pi / 5 * i;
+        const double reach = i % 2 ? 0.2 : 0.5, angle = std::numbers::pi / 5 * i;
         corners.push_back({0.5 + reach * std::sin(angle), 0.54 - reach * std::cos(angle)});
     }
     sheet.Shape(corners, filled == 4 ? sheet.color : Empty);

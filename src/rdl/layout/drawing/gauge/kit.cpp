@@ -11,8 +11,6 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double Pi = std::numbers::pi;
-
 Color Middle(Color one, Color other) {
     Color mixed = 0;
     for (const int shift : {0, 8, 16, 24}) {
@@ -39,7 +37,7 @@ std::vector<Spot> CornersOf(const std::string& shape) {
         case 4: {
             std::vector<Spot> corners;
             for (int i = 0; i < 10; ++i) {
-                const double reach = i % 2 ? 0.2 : 0.5, angle = Pi / 5 * i;
+                const double reach = i % 2 ? 0.2 : 0.5, angle = std::numbers::pi / 5 * i;
                 corners.push_back({0.5 + reach * std::cos(angle), reach * std::sin(angle)});
             }
             return corners;
@@ -49,7 +47,7 @@ std::vector<Spot> CornersOf(const std::string& shape) {
         case 6: {
             std::vector<Spot> corners;
             for (int i = 0; i < 5; ++i) {
-                const double angle = 2 * Pi / 5 * i;
+                const double angle = 2 * std::numbers::pi / 5 * i;
                 corners.push_back({0.5 + 0.5 * std::cos(angle), 0.5 * std::sin(angle)});
             }
             return corners;

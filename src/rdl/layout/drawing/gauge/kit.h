@@ -12,6 +12,8 @@
 
 namespace rdl::layout {
 
+constexpr double Percent = 0.01;
+
 class GaugeKit {
  public:
     GaugeKit(const GaugeValues& values, Canvas& canvas, const Culture& culture)

@@ -10,8 +10,7 @@
 namespace rdl::layout {
 namespace {
 
-constexpr double Percent = 0.01;
-constexpr double UsualWidth = 15, UsualMarker = 10, UsualCap = 26;  // percent
+constexpr double UsualPointer = 15, UsualMarker = 10, UsualCap = 26;  // percent
 constexpr Color PointerColor = 0xFF2F4F6F, CapColor = 0xFF808890, TubeColor = 0xFFF2F4F6;
 constexpr Border Thin{LineStyle::Solid, 0xFF808080, 0.5F};
 
@@ -32,7 +31,7 @@ struct Pointer {
 void DrawBar(const Pointer& pointer, double from) {
     const GaugePlace place =
         PlaceBeside(pointer.axis.track, pointer.Placement(GaugePlacement::Cross),
-                    pointer.Size("DistanceFromScale", 0), pointer.Size("Width", UsualWidth));
+                    pointer.Size("DistanceFromScale", 0), pointer.Size("Width", UsualPointer));
     const Color own = RangeColor(pointer.axis, "InRangeBarPointerColor", pointer.value, pointer.kit);
     pointer.kit.Paper().Path(
         pointer.axis.track.Band(from, pointer.share, place.inner, place.outer, place.inner, place.outer),
@@ -45,7 +44,7 @@ void DrawMark(const Pointer& pointer) {
                                          pointer.Size("MarkerLength", UsualMarker));
     const std::string word = pointer.kit.Text(pointer.definition, "MarkerStyle");
     DrawMarker(word.empty() ? "Triangle" : word, pointer.axis.track, pointer.share, place,
-               pointer.Size("Width", UsualWidth), placement == GaugePlacement::Outside, pointer.Fill(),
+               pointer.Size("Width", UsualPointer), placement == GaugePlacement::Outside, pointer.Fill(),
                pointer.Outline(), pointer.kit.Paper());
 }
 
@@ -76,7 +75,7 @@ void DrawNeedle(const Pointer& pointer) {
                        : placement == GaugePlacement::Outside ? track.width / 2 + distance
                                                               : -distance;
     const double length = track.radius + tip;
-    const double half = std::max(pointer.Size("Width", UsualWidth) / 2, 0.25);
+    const double half = std::max(pointer.Size("Width", UsualPointer) / 2, 0.25);
     std::vector<Spot> corners = NeedleCorners(pointer.kit.Text(pointer.definition, "NeedleStyle"));
     for (Spot& corner : corners) {
         corner = {corner.x * length, corner.y * half};
@@ -100,7 +99,7 @@ void DrawThermometer(const Pointer& pointer) {
     constexpr double UsualBulb = 50, UsualOffset = 5;
     const GaugeTrack& track = pointer.axis.track;
     const GaugePart& bulb = pointer.definition.thermometer;
-    const double wide = pointer.Size("Width", UsualWidth);
+    const double wide = pointer.Size("Width", UsualPointer);
     const GaugePlace place = PlaceBeside(track, pointer.Placement(GaugePlacement::Cross),
                                          pointer.Size("DistanceFromScale", 0), wide);
     const double radius = wide / 2 * (1 + pointer.kit.Number(bulb, "BulbSize", UsualBulb) * Percent);

@@ -13,7 +13,6 @@ namespace {
 constexpr std::size_t MostTicks = 500;
 constexpr double Nearly = 1e-9;
 constexpr Color TickGray = 0xFF606060, BandGray = 0xFFB8C0C8, RangeGray = 0xFFC9D6E3;
-constexpr double Percent = 0.01;
 
 // Every so much from the scale's low end, or where a number of its own says.
 std::vector<double> TicksEvery(const Scale& scale, double interval, double offset) {

@@ -7,13 +7,10 @@
 
 #include "rdl/definition/context.h"
 #include "rdl/layout/region/grouping.h"
+#include "rdl/values/index.h"
 
 namespace rdl::layout {
 namespace {
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 std::optional<double> Apply(GaugeFormula formula, std::vector<double> values) {
     if (values.empty()) {

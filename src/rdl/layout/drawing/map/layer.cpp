@@ -9,6 +9,7 @@
 #include "rdl/layout/model/colors.h"
 #include "rdl/layout/region/property_reader.h"
 #include "rdl/values/ascii.h"
+#include "rdl/values/index.h"
 
 namespace rdl::layout {
 namespace {
@@ -16,10 +17,6 @@ namespace {
 constexpr Color UsualOutline = 0xFF808080, UsualMark = 0xFFD3D3D3;
 constexpr float UsualWidth = 0.5F;
 constexpr double UsualLineWidth = 2, UsualMarkSize = 8.25;
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 Color Fainter(Color color, double transparency) {
     const double alpha = static_cast<double>(color >> 24) * (1 - transparency);

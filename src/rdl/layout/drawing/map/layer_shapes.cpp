@@ -9,13 +9,10 @@
 #include "rdl/spatial/shapefile.h"
 #include "rdl/values/ascii.h"
 #include "rdl/values/error_text.h"
+#include "rdl/values/index.h"
 
 namespace rdl::layout {
 namespace {
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 class ShapeLoader {
  public:

@@ -14,7 +14,7 @@ namespace {
 using spatial::Position;
 using spatial::Positions;
 
-constexpr double Gap = 2;  // points between a place and its label
+constexpr double LabelGap = 2;  // points between a place and its label
 
 struct Frame {
     double left = 1e9, right = -1e9, top = 1e9, bottom = -1e9;
@@ -134,7 +134,7 @@ void LabelLine(const MapShapeData& shape, const MapScreen& screen, Canvas& canva
     const Spot from = screen.At((*longest)[middle]), to = screen.At((*longest)[middle + 1]);
     const bool isBelow = Contains(shape.labelPlacement, "below"),
                isCentred = Contains(shape.labelPlacement, "center");
-    const double away = static_cast<double>(shape.border.width) / 2 + Gap;
+    const double away = static_cast<double>(shape.border.width) / 2 + LabelGap;
     canvas.Text(shape.label, *shape.letters,
                 {(from.x + to.x) / 2, (from.y + to.y) / 2 + (isCentred ? 0
                                                              : isBelow ? away
@@ -149,7 +149,7 @@ void LabelPoint(const MapShapeData& shape, Spot spot, Canvas& canvas) {
     if (shape.label.empty()) {
         return;
     }
-    const double away = shape.mark->size / 2 + Gap;
+    const double away = shape.mark->size / 2 + LabelGap;
     const std::string& placement = shape.labelPlacement;
     Anchor anchor{0.5, 0};
     if (Contains(placement, "left")) {

@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/canvas/text_editor.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QMimeData>
+#include <QPainter>
+#include <QTextBlock>
+#include <QTextObjectInterface>
+
+#include "designer/document/placeholder_text.h"
+
+namespace designer {
+namespace {
+
+constexpr int PlaceholderType = QTextFormat::UserObject + 1;
+// Of characters: the expression, and the run of the report that they belong to.
+constexpr int ExpressionProperty = QTextFormat::UserProperty + 1, ParagraphProperty = ExpressionProperty + 1,
+              RunProperty = ExpressionProperty + 2;
+
+// A placeholder is drawn on a background of its own, in the font of the text around it.
+class PlaceholderPainter : public QObject, public QTextObjectInterface {
+    Q_OBJECT
+    Q_INTERFACES(QTextObjectInterface)
+ public:
+    explicit PlaceholderPainter(QTextEdit* editor) : QObject(editor), m_editor(*editor) {}
+
+    QSizeF intrinsicSize(QTextDocument*, int, const QTextFormat& format) override {
+        const QFontMetricsF metrics(FontOf(format));
+        return {metrics.horizontalAdvance(TextOf(format)) + 2, metrics.ascent()};
+    }
+    void drawObject(QPainter* painter, const QRectF& place, QTextDocument*, int,
+                    const QTextFormat& format) override {
+        const QPalette& colours = m_editor.palette();
+        painter->save();
+        painter->setFont(FontOf(format));
+        painter->fillRect(place, colours.color(QPalette::AlternateBase).darker(108));
+        painter->setPen(colours.color(QPalette::Text));
+        painter->drawText(place.bottomLeft() + QPointF(1, 0), TextOf(format));
+        painter->restore();
+    }
+
+ private:
+    QFont FontOf(const QTextFormat& format) const {
+        QFont font = m_editor.font();
+        const QTextCharFormat letters = format.toCharFormat();
+        font.setBold(letters.fontWeight() > QFont::Normal);
+        font.setItalic(letters.fontItalic());
+        font.setUnderline(letters.fontUnderline());
+        return font;
+    }
+    static QString TextOf(const QTextFormat& format) {
+        return QString::fromStdString(
+            PlaceholderOf(format.property(ExpressionProperty).toString().toStdString()));
+    }
+
+    const QTextEdit& m_editor;
+};
+
+QTextCharFormat FormatOf(const RichRun& run) {
+    QTextCharFormat format;
+    format.setFontWeight(run.isBold ? QFont::Bold : QFont::Normal);
+    format.setFontItalic(run.isItalic);
+    format.setFontUnderline(run.isUnderlined);
+    format.setProperty(ParagraphProperty, run.paragraph);
+    format.setProperty(RunProperty, run.run);
+    return format;
+}
+
+bool HasOneRun(const RichText& text) {
+    return text.size() == 1 && text.front().runs.size() <= 1;
+}
+
+// A text that begins with = would be read as an expression.
+std::string Literal(const std::string& text) {
+    std::string literal = "=\"";
+    for (const char c : text) {
+        literal += c == '"' ? "\"\"" : c == '\n' ? "\" & vbLf & \"" : std::string(1, c);
+    }
+    return literal + "\"";
+}
+
+RichRun RunAt(const QTextFragment& fragment) {
+    const QTextCharFormat format = fragment.charFormat();
+    const bool isPlaceholder = format.objectType() == PlaceholderType;
+    RichRun run;
+    run.text = isPlaceholder ? format.property(ExpressionProperty).toString().toStdString()
+                             : QString(fragment.text())
+                                   .replace(QChar::LineSeparator, '\n')
+                                   .remove(QChar::ObjectReplacementCharacter)
+                                   .toStdString();
+    run.paragraph = format.hasProperty(ParagraphProperty) ? format.intProperty(ParagraphProperty) : -1;
+    run.run = format.hasProperty(RunProperty) ? format.intProperty(RunProperty) : -1;
+    run.isBold = format.fontWeight() > QFont::Normal;
+    run.isItalic = format.fontItalic();
+    run.isUnderlined = format.fontUnderline();
+    return run;
+}
+
+}  // namespace
+
+TextEditor::TextEditor(const RichText& text, QWidget* parent) : QTextEdit(parent) {
+    setAcceptRichText(false);
+    document()->setDocumentMargin(2);
+    document()->documentLayout()->registerHandler(PlaceholderType, new PlaceholderPainter(this));
+    Fill(text);
+}
+
+void TextEditor::Fill(const RichText& text) {
+    QTextCursor cursor(document());
+    for (std::size_t number = 0; number < text.size(); ++number) {
+        QTextBlockFormat block;
+        block.setProperty(ParagraphProperty, text[number].like);
+        number == 0 ? cursor.setBlockFormat(block) : cursor.insertBlock(block);
+        if (!text[number].runs.empty()) {
+            cursor.setBlockCharFormat(FormatOf(text[number].runs.front()));
+        }
+        for (const RichRun& run : text[number].runs) {
+            QTextCharFormat format = FormatOf(run);
+            if (IsExpression(run.text) && !HasOneRun(text)) {
+                format.setObjectType(PlaceholderType);
+                format.setProperty(ExpressionProperty, QString::fromStdString(run.text));
+                cursor.insertText(QString(QChar::ObjectReplacementCharacter), format);
+            } else {
+                cursor.insertText(QString::fromStdString(run.text).replace('\n', QChar::LineSeparator),
+                                  format);
+            }
+        }
+    }
+    document()->clearUndoRedoStacks();
+}
+
+RichParagraph TextEditor::ParagraphAt(const QTextBlock& block) const {
+    RichParagraph paragraph;
+    const QTextBlockFormat format = block.blockFormat();
+    paragraph.like = format.hasProperty(ParagraphProperty) ? format.intProperty(ParagraphProperty) : -1;
+    for (auto part = block.begin(); !part.atEnd(); ++part) {
+        RichRun run = RunAt(part.fragment());
+        const int placeholders =
+            part.fragment().charFormat().objectType() == PlaceholderType ? part.fragment().length() : 1;
+        // Placeholders of one expression beside each other are one fragment.
+        for (int index = 0; index < placeholders; ++index) {
+            paragraph.runs.push_back(run);
+        }
+    }
+    if (paragraph.runs.empty()) {
+        const QTextCharFormat empty = block.charFormat();
+        RichRun run;
+        run.paragraph = empty.hasProperty(ParagraphProperty) ? empty.intProperty(ParagraphProperty) : -1;
+        run.run = empty.hasProperty(RunProperty) ? empty.intProperty(RunProperty) : -1;
+        run.isBold = empty.fontWeight() > QFont::Normal;
+        run.isItalic = empty.fontItalic();
+        run.isUnderlined = empty.fontUnderline();
+        paragraph.runs.push_back(run);
+    }
+    return paragraph;
+}
+
+RichText TextEditor::Text() const {
+    RichText text;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        text.push_back(ParagraphAt(block));
+    }
+    if (HasOneRun(text)) {
+        return text;
+    }
+    std::size_t number = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next(), ++number) {
+        std::size_t run = 0;
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            const bool isPlaceholder = part.fragment().charFormat().objectType() == PlaceholderType;
+            std::string& own = text[number].runs[run].text;
+            own = !isPlaceholder && own.starts_with('=') ? Literal(own) : own;
+            run += isPlaceholder ? static_cast<std::size_t>(part.fragment().length()) : 1;
+        }
+    }
+    return text;
+}
+
+void TextEditor::ToggleBold() {
+    QTextCharFormat format;
+    format.setFontWeight(currentCharFormat().fontWeight() > QFont::Normal ? QFont::Normal : QFont::Bold);
+    mergeCurrentCharFormat(format);
+}
+
+void TextEditor::ToggleItalic() {
+    QTextCharFormat format;
+    format.setFontItalic(!currentCharFormat().fontItalic());
+    mergeCurrentCharFormat(format);
+}
+
+void TextEditor::ToggleUnderline() {
+    QTextCharFormat format;
+    format.setFontUnderline(!currentCharFormat().fontUnderline());
+    mergeCurrentCharFormat(format);
+}
+
+void TextEditor::BeginLine() {
+    QTextCursor cursor = textCursor();
+    document()->blockCount() > 1 ? cursor.insertBlock() : cursor.insertText(QString(QChar::LineSeparator));
+    setTextCursor(cursor);
+}
+
+// Into an expression that is being typed it is typed, too.
+void TextEditor::InsertExpression(const std::string& expression) {
+    QTextCursor cursor = textCursor();
+    if (toPlainText().startsWith('=')) {
+        cursor.insertText(QString::fromStdString(expression).mid(1));
+        return;
+    }
+    QTextCharFormat format = cursor.charFormat();
+    format.setObjectType(PlaceholderType);
+    format.setProperty(ExpressionProperty, QString::fromStdString(expression));
+    cursor.insertText(QString(QChar::ObjectReplacementCharacter), format);
+    format.setObjectType(QTextFormat::NoObject);
+    format.clearProperty(ExpressionProperty);
+    cursor.setCharFormat(format);
+    setTextCursor(cursor);
+    setCurrentCharFormat(format);
+}
+
+bool TextEditor::canInsertFromMimeData(const QMimeData* source) const {
+    const auto value = ValueIn(*source);
+    return FieldIn(*source) || (value && !value->expression.empty()) ||
+           QTextEdit::canInsertFromMimeData(source);
+}
+
+void TextEditor::insertFromMimeData(const QMimeData* source) {
+    if (const auto field = FieldIn(*source); field && m_namer) {
+        InsertExpression(m_namer(*field));
+        return;
+    }
+    if (const auto value = ValueIn(*source); value && !value->expression.empty()) {
+        InsertExpression(value->expression);
+        return;
+    }
+    // What comes from elsewhere is text of the run at the cursor.
+    textCursor().insertText(source->text().replace("\r\n", "\n").replace('\n', QChar::LineSeparator));
+}
+
+}  // namespace designer
+
+#include "text_editor.moc"

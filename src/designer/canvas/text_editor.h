@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The editor in which a text box is typed on the page. A run that is an expression is one character, which
+// shows its placeholder; the expression of a text box with one run is typed as a text.
+#pragma once
+
+#include <QTextEdit>
+#include <functional>
+
+#include "designer/model/field_drag.h"
+#include "designer/model/rich_text.h"
+
+namespace designer {
+
+class TextEditor : public QTextEdit {
+    Q_OBJECT
+ public:
+    TextEditor(const RichText& text, QWidget* parent);
+
+    RichText Text() const;
+
+    void ToggleBold();
+    void ToggleItalic();
+    void ToggleUnderline();
+    void BeginLine();  // another paragraph if the text has several, else a line of its only one
+    void InsertExpression(const std::string& expression);
+    // Says which expression a field that is dropped here becomes.
+    using FieldNamer = std::function<std::string(const DraggedField& field)>;
+    void SetFieldNamer(FieldNamer namer) { m_namer = std::move(namer); }
+
+ protected:
+    bool canInsertFromMimeData(const QMimeData* source) const override;
+    void insertFromMimeData(const QMimeData* source) override;
+
+ private:
+    void Fill(const RichText& text);
+    RichParagraph ParagraphAt(const QTextBlock& block) const;
+
+    FieldNamer m_namer;
+};
+
+}  // namespace designer

@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/graphics/new_graphics.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "designer/document/editing.h"
+#include "designer/document/names.h"
+#include "designer/document/properties/properties.h"
+#include "designer/document/xml_text.h"
+#include "designer/graphics/chart_parts.h"
+#include "designer/graphics/part_text.h"
+#include "designer/tables/cell_text.h"
+#include "designer/tables/fields.h"
+#include "platform/base/ascii.h"
+
+namespace designer {
+namespace {
+
+constexpr std::string_view SampleCode = "123456";
+
+// What the kind is called in a message.
+std::string_view WordOf(NewGraphic kind) {
+    switch (kind) {
+        case NewGraphic::Chart:
+            return "chart";
+        case NewGraphic::Gauge:
+            return "gauge";
+        case NewGraphic::Indicator:
+            return "indicator";
+        case NewGraphic::BarCode:
+            return "bar code";
+        case NewGraphic::Subreport:
+            return "subreport";
+    }
+    return {};
+}
+
+std::optional<DataSetFields> FindSet(const Document& document, const std::string& name) {
+    for (DataSetFields& set : DataSetsOf(document)) {
+        if (name.empty() || SameAscii(set.name, name)) {
+            return std::move(set);
+        }
+    }
+    return std::nullopt;
+}
+
+DataSetFields SetFor(const Document& document, NewGraphic kind, const std::string& name) {
+    auto set = FindSet(document, name);
+    if (!set) {
+        throw EditError("The report has no data set that " +
+                        std::string(kind == NewGraphic::Indicator ? "an " : "a ") +
+                        std::string(WordOf(kind)) + " could show");
+    }
+    return *std::move(set);
+}
+
+const DataField* FirstField(const DataSetFields& set, bool isNumeric) {
+    const auto found = std::find_if(set.fields.begin(), set.fields.end(),
+                                    [&](const DataField& field) { return field.isNumeric == isNumeric; });
+    return found == set.fields.end() ? nullptr : &*found;
+}
+
+// The value of a gauge on its scale. Without a number it is the number of rows.
+struct Measure {
+    std::string value = "=CountRows()", most = "=CountRows()";
+};
+
+Measure MeasureOf(const DataSetFields& set) {
+    const DataField* field = FirstField(set, true);
+    if (!field) {
+        return {};
+    }
+    const std::string value = "(Fields!" + field->name + ".Value)";
+    return {"=Avg" + value, "=Max" + value};
+}
+
+std::string Input(std::string_view name, std::string_view value) {
+    return "<" + std::string(name) + ">" + LeafOf("Value", value) + "</" + std::string(name) + ">";
+}
+
+std::string GaugeXml(const DataSetFields& set) {
+    const Measure measure = MeasureOf(set);
+    return "<RadialGauges><RadialGauge Name=\"RadialGauge1\"><GaugeScales><RadialScale "
+           "Name=\"RadialScale1\"><GaugePointers><RadialPointer Name=\"RadialPointer1\"><PointerCap>"
+           "<Style><BackgroundColor>DimGray</BackgroundColor></Style></PointerCap><Style><BackgroundColor>"
+           "DarkRed</BackgroundColor></Style>" +
+           Input("GaugeInputValue", measure.value) +
+           "</RadialPointer></GaugePointers><Style><FontSize>8pt</FontSize><Format>N0</Format></Style>" +
+           Input("MaximumValue", measure.most) + Input("MinimumValue", "0") +
+           "<GaugeMajorTickMarks><Style /></GaugeMajorTickMarks><ScaleLabels><Style><FontSize>8pt</FontSize>"
+           "<Format>N0</Format></Style></ScaleLabels></RadialScale></GaugeScales></RadialGauge>"
+           "</RadialGauges>";
+}
+
+std::string State(std::string_view name, int from, int to, std::string_view colour, std::string_view icon) {
+    return "<IndicatorState Name=\"" + std::string(name) + "\">" + Input("StartValue", std::to_string(from)) +
+           Input("EndValue", std::to_string(to)) + LeafOf("Color", colour) + LeafOf("IndicatorStyle", icon) +
+           "</IndicatorState>";
+}
+
+std::string IndicatorXml(const DataSetFields& set) {
+    const Measure measure = MeasureOf(set);
+    return "<StateIndicators><StateIndicator Name=\"StateIndicator1\">" +
+           Input("GaugeInputValue", measure.value) + "<TransformationType>Percentage</TransformationType>" +
+           Input("MinimumValue", "0") + Input("MaximumValue", measure.most) +
+           "<IndicatorStyle>ArrowUp</IndicatorStyle><IndicatorStates>" +
+           State("RedState", 0, 33, "#e8582b", "ArrowDown") +
+           State("YellowState", 33, 66, "#f2c100", "ArrowSide") +
+           State("GreenState", 66, 100, "#4f9d4f", "ArrowUp") +
+           "</IndicatorStates></StateIndicator></StateIndicators>";
+}
+
+std::string CodeProperty(std::string_view name, std::string_view value) {
+    return "<CustomProperty>" + LeafOf("Name", name) + LeafOf("Value", value) + "</CustomProperty>";
+}
+
+// Outside of data regions a field is that of the first row.
+std::string BarCodeXml(const Document& document, const std::string& dataSet) {
+    const auto set = FindSet(document, dataSet);
+    const std::string value = !set || set->fields.empty() ? std::string(SampleCode)
+                                                          : "=First(Fields!" + set->fields.front().name +
+                                                                ".Value, \"" + set->name + "\")";
+    return "<Type>Barcode</Type><CustomProperties>" + CodeProperty("Symbology", "Code128") +
+           CodeProperty("Value", value) + CodeProperty("ShowText", "true") + "</CustomProperties>";
+}
+
+void CheckPlace(const Document& document, const ReportBand& band, NewGraphic kind) {
+    const std::string word(WordOf(kind));
+    const bool isGauge = kind == NewGraphic::Gauge || kind == NewGraphic::Indicator;
+    if (band.kind != BandKind::Body && kind != NewGraphic::BarCode) {
+        throw EditError("A page header or footer cannot hold " +
+                        std::string(kind == NewGraphic::Indicator ? "an " : "a ") + word);
+    }
+    if (IsOlderSchema(document) && (isGauge || kind == NewGraphic::Chart)) {
+        throw EditError("A new " + word + " needs a report of the schema 2008 or later");
+    }
+}
+
+std::string_view ElementOf(NewGraphic kind) {
+    return kind == NewGraphic::Chart       ? "Chart"
+           : kind == NewGraphic::BarCode   ? "CustomReportItem"
+           : kind == NewGraphic::Subreport ? "Subreport"
+                                           : "GaugePanel";
+}
+
+std::string ContentOf(const Document& document, NewGraphic kind, const GraphicChoice& choice) {
+    const auto shows = [](const DataSetFields& set) { return LeafOf("DataSetName", set.name); };
+    switch (kind) {
+        case NewGraphic::Chart: {
+            const DataSetFields set = SetFor(document, kind, choice.dataSet);
+            const ChartType& type = choice.chart ? *choice.chart : ChartTypes().front();
+            return ChartContent(document, type, set.name) + shows(set);
+        }
+        case NewGraphic::Gauge: {
+            const DataSetFields set = SetFor(document, kind, choice.dataSet);
+            return GaugeXml(set) + shows(set);
+        }
+        case NewGraphic::Indicator: {
+            const DataSetFields set = SetFor(document, kind, choice.dataSet);
+            return IndicatorXml(set) + shows(set);
+        }
+        case NewGraphic::BarCode:
+            return BarCodeXml(document, choice.dataSet);
+        case NewGraphic::Subreport:
+            return LeafOf("ReportName", choice.report);
+    }
+    return {};
+}
+
+std::string NameOf(NewGraphic kind) {
+    return kind == NewGraphic::Chart       ? "Chart1"
+           : kind == NewGraphic::Gauge     ? "Gauge1"
+           : kind == NewGraphic::Indicator ? "Indicator1"
+           : kind == NewGraphic::BarCode   ? "Barcode1"
+                                           : "Subreport1";
+}
+
+}  // namespace
+
+ElementId InsertGraphic(Document& document, const ReportBand& band, const Rect& place, NewGraphic kind,
+                        const GraphicChoice& choice) {
+    CheckPlace(document, band, kind);
+    const std::string element(ElementOf(kind));
+    const auto size = [&](std::string_view name, double points) {
+        return LeafOf(name, SizeOfReport(document, points));
+    };
+    const std::string places = size("Top", place.top) + size("Left", place.left) +
+                               size("Height", place.height) + size("Width", place.width);
+    const std::string content = ContentOf(document, kind, choice);
+    // The schemas have the properties of a CustomReportItem after its place.
+    const std::size_t split =
+        kind == NewGraphic::BarCode ? content.find("<CustomProperties>") : content.size();
+    const std::string xml = "<" + element + " Name=\"" + UniqueName(document, NameOf(kind)) + "\">" +
+                            content.substr(0, split) + places + content.substr(split) + "<Style /></" +
+                            element + ">";
+    return InsertXml(document, EnsureChild(document, band.element, "ReportItems"), xml);
+}
+
+std::string ChartContent(const Document& document, const ChartType& type, const std::string& dataSet) {
+    const auto set = FindSet(document, dataSet);
+    ChartDesign design;
+    design.type = type.type;
+    design.subtype = type.subtype;
+    const DataField* number = set ? FirstField(*set, true) : nullptr;
+    const DataField* category = set ? FirstField(*set, false) : nullptr;
+    category = category || !set || set->fields.empty() ? category : &set->fields.front();
+    ChartValue value;
+    value.label = number ? FieldTitle(number->name) : "Rows";
+    for (const std::string& name : ValueNamesOf(&type)) {
+        const std::string_view aggregate = name == "High"                       ? "Max"
+                                           : name == "Low"                      ? "Min"
+                                           : name == "Start"                    ? "First"
+                                           : name == "End"                      ? "Last"
+                                           : name == "Median" || name == "Mean" ? "Avg"
+                                                                                : "Sum";
+        value.values[name] =
+            !number ? "=CountRows()" : "=" + std::string(aggregate) + "(Fields!" + number->name + ".Value)";
+    }
+    design.values.push_back(value);
+    if (category) {
+        design.categories.push_back({NoElement, FieldValue(category->name)});
+        design.title = value.label + " by " + FieldTitle(category->name);
+    }
+    design.legend = type.hasAxes ? "" : "RightCenter";
+    design.showsLabels = !type.hasAxes;
+    return NewChartContent(document, design);
+}
+
+}  // namespace designer

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The parts of charts and gauges that have properties of their own: series, axes, legends, scales, pointers
+// and so on (MS-RDL, Chart and GaugePanel).
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "designer/document/document.h"
+
+namespace designer {
+
+struct GraphicPart {
+    ElementId id = NoElement;
+    ElementId container = NoElement;  // another part, or the item
+    std::string text;                 // for users: "Series Amount"
+};
+
+// Returns the parts of a Chart or GaugePanel in document order, at most a thousand; none for any other item.
+std::vector<GraphicPart> PartsOf(const Document& document, ElementId item);
+
+// Returns the Chart or GaugePanel that the element is a part of; NoElement if it is none.
+ElementId OwnerOfPart(const Document& document, ElementId id);
+
+// Returns paths from a part to the elements whose properties are shown with its own: the Group of a
+// ChartMember.
+std::vector<std::string> PathsOfPart(const Document& document, ElementId part);
+
+}  // namespace designer

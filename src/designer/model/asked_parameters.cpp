@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/model/asked_parameters.h"
+
+#include <utility>
+
+#include "designer/tables/tablix_shape.h"
+#include "platform/base/ascii.h"
+
+namespace designer {
+namespace {
+
+bool IsTrue(const Document& document, ElementId id, const char* element) {
+    return SameAscii(document.TextAt(id, element).value_or(""), "true");
+}
+
+AskedParameter::Kind KindOf(const std::string& type) {
+    constexpr std::pair<const char*, AskedParameter::Kind> Kinds[] = {
+        {"Boolean", AskedParameter::Kind::Boolean},
+        {"DateTime", AskedParameter::Kind::DateTime},
+        {"Integer", AskedParameter::Kind::Integer},
+        {"Float", AskedParameter::Kind::Float},
+    };
+    for (const auto& [name, kind] : Kinds) {
+        if (SameAscii(type, name)) {
+            return kind;
+        }
+    }
+    return AskedParameter::Kind::String;
+}
+
+// An expression is known when the report runs: with one in the list, anything may be typed.
+std::vector<AskedChoice> ChoicesOf(const Document& document, ElementId parameter) {
+    std::vector<AskedChoice> choices;
+    for (const ElementId one :
+         ChildrenNamed(document, parameter, "ValidValues/ParameterValues", "ParameterValue")) {
+        AskedChoice choice{.value = document.TextAt(one, "Value").value_or(""),
+                           .label = document.TextAt(one, "Label").value_or("")};
+        if (choice.value.starts_with("=") || document.Find(one, "Value") == NoElement) {
+            return {};
+        }
+        if (choice.label.empty() || choice.label.starts_with("=")) {
+            choice.label = choice.value;
+        }
+        choices.push_back(std::move(choice));
+    }
+    return choices;
+}
+
+AskedParameter AskedParameterOf(const Document& document, ElementId id) {
+    const auto text = [&](const char* path) { return document.TextAt(id, path).value_or(""); };
+    return {.name = document.Attribute(id, "Name").value_or(""),
+            .prompt = text("Prompt"),
+            .kind = KindOf(text("DataType")),
+            .mayBeNull = IsTrue(document, id, "Nullable"),
+            .mayBeBlank = IsTrue(document, id, "AllowBlank"),
+            .takesSeveral = IsTrue(document, id, "MultiValue"),
+            .hasDefault = document.Find(id, "DefaultValue") != NoElement,
+            .choices = ChoicesOf(document, id),
+            .choiceSet = text("ValidValues/DataSetReference/DataSetName"),
+            .valueField = text("ValidValues/DataSetReference/ValueField"),
+            .labelField = text("ValidValues/DataSetReference/LabelField")};
+}
+
+}  // namespace
+
+std::vector<AskedParameter> AskedParametersOf(const Document& document) {
+    std::vector<AskedParameter> parameters;
+    for (const ElementId id :
+         ChildrenNamed(document, document.Root(), "ReportParameters", "ReportParameter")) {
+        AskedParameter parameter = AskedParameterOf(document, id);
+        if (!parameter.prompt.empty() && !IsTrue(document, id, "Hidden")) {
+            parameters.push_back(std::move(parameter));
+        }
+    }
+    return parameters;
+}
+
+}  // namespace designer

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/panes/property_panel.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace designer {
+
+PropertyPanel::PropertyPanel(DesignModel& model, QWidget* parent)
+    : QWidget(parent), m_rows(new PropertyPane(model, this)) {
+    auto* find = new QLineEdit(this);
+    find->setObjectName("findProperty");
+    find->setAccessibleName(tr("Find a property by its name or value"));
+    find->setPlaceholderText(tr("Find a name or value"));
+    find->setClearButtonEnabled(true);
+    find->installEventFilter(this);
+    connect(find, &QLineEdit::textChanged, m_rows, &PropertyPane::SetFilter);
+    QToolButton* order = AddButton("orderProperties", tr("A-Z"), tr("Order by alphabet"),
+                                   tr("Order by alphabet, not by category"));
+    order->setCheckable(true);
+    connect(order, &QToolButton::toggled, m_rows, &PropertyPane::SetAlphabetical);
+    QToolButton* expression = AddButton("propertyExpression", tr("fx"), tr("Expression for the property"),
+                                        tr("Expression for the property (Ctrl+E)"));
+    expression->setEnabled(false);
+    connect(expression, &QToolButton::clicked, this, &PropertyPanel::ExpressionWanted);
+    connect(m_rows, &PropertyPane::currentItemChanged, expression, [this, expression] {
+        const PropertyRow* row = m_rows->CurrentRow();
+        expression->setEnabled(row && row->property->expressions != Expressions::No);
+    });
+    auto* line = new QHBoxLayout;
+    line->addWidget(find, 1);
+    line->addWidget(order);
+    line->addWidget(expression);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(line);
+    layout->addWidget(m_rows, 1);
+    setAccessibleName(m_rows->accessibleName());
+    setFocusPolicy(Qt::StrongFocus);
+    setFocusProxy(m_rows);
+}
+
+QToolButton* PropertyPanel::AddButton(const char* name, const QString& text, const QString& title,
+                                      const QString& tip) {
+    auto* button = new QToolButton(this);
+    button->setObjectName(name);
+    button->setText(text);
+    button->setAccessibleName(title);
+    button->setToolTip(tip);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+}
+
+// The arrow goes from the line to the rows that it has found, Escape shows all again.
+bool PropertyPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter) {
+            m_rows->setFocus();
+            return true;
+        }
+        if (key == Qt::Key_Escape) {
+            static_cast<QLineEdit*>(watched)->clear();
+            m_rows->setFocus();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace designer

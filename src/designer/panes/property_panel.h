@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The property pane below a line that finds properties, the choice of their order, and the button for an
+// expression.
+#pragma once
+
+#include <QWidget>
+
+#include "designer/panes/property_pane.h"
+
+class QToolButton;
+
+namespace designer {
+
+class PropertyPanel : public QWidget {
+    Q_OBJECT
+ public:
+    explicit PropertyPanel(DesignModel& model, QWidget* parent = nullptr);
+    PropertyPane& Rows() { return *m_rows; }
+
+ signals:
+    void ExpressionWanted();  // for the current row
+
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+    QToolButton* AddButton(const char* name, const QString& text, const QString& title, const QString& tip);
+
+    PropertyPane* m_rows;
+};
+
+}  // namespace designer

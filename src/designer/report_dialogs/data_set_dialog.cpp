@@ -1,0 +1,468 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "designer/report_dialogs/data_set_dialog.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QScreen>
+#include <QSpinBox>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <algorithm>
+
+#include "designer/dialogs/note.h"
+#include "designer/dialogs/part_form.h"
+#include "designer/dialogs/query_form.h"
+#include "designer/expressions/filter_list.h"
+#include "platform/base/ascii.h"
+#include "platform/base/text.h"
+#include "platform/contracts/runtime.h"
+#include "rdl/api/identifier.h"
+
+namespace designer {
+namespace {
+
+constexpr int MostSeconds = 1'000'000;  // of a time limit
+
+std::vector<std::string> OwnSets(const Document& document) {
+    std::vector<std::string> names;
+    for (const ReportSet& set : SetsOf(document)) {
+        if (!set.isShared) {
+            names.push_back(set.name);
+        }
+    }
+    return names;
+}
+
+// Fields that the report may compute with: all of the set.
+std::vector<std::string> NamesOf(const std::vector<ReportField>& fields) {
+    std::vector<std::string> names;
+    std::transform(fields.begin(), fields.end(), std::back_inserter(names),
+                   [](const ReportField& field) { return field.name; });
+    return names;
+}
+
+}  // namespace
+
+DataSetDialog::DataSetDialog(DesignModel& model, const Logons& logons, QWidget* parent)
+    : QDialog(parent),
+      m_model(model),
+      m_logons(logons),
+      m_sources(SourcesOf(model.Source())),
+      m_part(new PartForm(model.Source(), DataPart::Set, OwnSets(model.Source()), this)),
+      m_tabs(new QTabWidget(this)) {
+    setObjectName("dataSetDialog");
+    setWindowTitle(tr("Data Set"));
+    m_tabs->setObjectName("setTabs");
+    m_tabs->setAccessibleName(tr("Parts of the data set"));
+    m_tabs->addTab(BuildQueryPage(), tr("Quer&y"));
+    BuildTables();
+    m_note = new Note(*m_query, this);
+    m_note->setObjectName("setNote");
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    connect(buttons, &QDialogButtonBox::accepted, this, &DataSetDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &DataSetDialog::reject);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_part);
+    layout->addWidget(m_tabs, 1);
+    layout->addWidget(m_note);
+    layout->addWidget(buttons);
+    Connect();
+    ShowSet();
+    const QSize wanted(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 40);
+    resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+QWidget* DataSetDialog::BuildQueryPage() {
+    auto* page = new QWidget(m_tabs);
+    m_source = new QComboBox(page);
+    m_source->setObjectName("source");
+    for (const ReportSource& source : m_sources) {
+        m_source->addItem(QString::fromStdString(source.name));
+    }
+    m_sourceNote = new Note(*m_source, page);
+    m_type = new QComboBox(page);
+    m_type->setObjectName("queryType");
+    m_type->addItem(tr("Text"), "Text");
+    m_type->addItem(tr("Stored procedure"), "StoredProcedure");
+    m_type->addItem(tr("Table"), "TableDirect");
+    m_seconds = new QSpinBox(page);
+    m_seconds->setObjectName("seconds");
+    m_seconds->setRange(0, MostSeconds);
+    m_seconds->setSpecialValueText(tr("the usual one"));
+    m_seconds->setSuffix(tr(" s"));
+    m_seconds->setToolTip(tr("How long the query may take in a run"));
+    m_query = new QueryForm(page);
+    m_takesFields = new QCheckBox(tr("&Fields are the columns of the query, and what is computed"), page);
+    m_takesFields->setObjectName("takesFields");
+    m_takesFields->setToolTip(tr("Without it OK does not run the query, and the fields stay as they are"));
+    m_takesFields->setChecked(true);
+    page->setFocusProxy(m_source);
+    auto* limit = new QLabel(tr("Time l&imit:"), page);
+    limit->setBuddy(m_seconds);
+    auto* line = new QHBoxLayout;
+    line->addWidget(m_type, 1);
+    line->addWidget(limit);
+    line->addWidget(m_seconds, 1);
+    auto* form = new QFormLayout;
+    form->addRow(tr("Data s&ource:"), m_source);
+    form->addRow(QString(), m_sourceNote);
+    form->addRow(tr("The query is &a:"), line);
+    static_cast<QLabel*>(form->labelForField(line))->setBuddy(m_type);
+    auto* layout = new QVBoxLayout(page);
+    layout->addLayout(form);
+    layout->addWidget(m_query, 1);
+    layout->addWidget(m_takesFields);
+    return page;
+}
+
+QWidget* DataSetDialog::PageOf(RowTable& table, Note& note, const QString& help) {
+    auto* page = new QWidget(m_tabs);
+    page->setFocusProxy(&table);
+    auto* label = new QLabel(help, page);
+    label->setWordWrap(true);
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(label);
+    layout->addWidget(&table, 1);
+    layout->addWidget(&note);
+    return page;
+}
+
+void DataSetDialog::BuildTables() {
+    m_parameters = new RowTable(
+        m_model, "queryParameters", tr("Parameters of the query"),
+        {{.title = tr("Name")},
+         {.title = tr("Value in a run"), .takesExpressions = true},
+         {.title = tr("Value for a test here")}},
+        [this](Document& copy, const std::vector<RowTable::Row>& rows) {
+            QueryDetails details = m_oldDetails;
+            details.parameters.clear();
+            for (const RowTable::Row& row : rows) {
+                details.parameters.push_back({row.place, row.cells[0], row.cells[1]});
+            }
+            PutTrial(copy, details, Computed());
+        },
+        this);
+    m_parametersNote = new Note(m_parameters->Table(), this);
+    m_tabs->addTab(
+        PageOf(*m_parameters, *m_parametersNote,
+               tr("A parameter stands in the query as @Name. The value for a test is not kept; without one "
+                  "the parameter is Null when the query is run here.")),
+        tr("&Parameters"));
+    m_computed = new RowTable(
+        m_model, "computed", tr("Computed fields"),
+        {{.title = tr("Name")}, {.title = tr("Value"), .takesExpressions = true}},
+        [this](Document& copy, const std::vector<RowTable::Row>& rows) {
+            std::vector<ReportField> computed;
+            computed.reserve(rows.size());
+            for (const RowTable::Row& row : rows) {
+                computed.push_back({.name = row.cells[0], .value = row.cells[1]});
+            }
+            PutTrial(copy, m_oldDetails, computed);
+        },
+        this);
+    m_computedNote = new Note(m_computed->Table(), this);
+    m_tabs->addTab(
+        PageOf(*m_computed, *m_computedNote, tr("Fields that an expression computes for each row.")),
+        tr("&Computed fields"));
+    m_filters = new FilterList(m_model, this);
+    auto* page = new QWidget(m_tabs);
+    page->setFocusProxy(m_filters);
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(new QLabel(tr("Only rows that meet all filters are in the data set."), page));
+    layout->addWidget(m_filters, 1);
+    m_tabs->addTab(page, tr("Fi&lters"));
+}
+
+void DataSetDialog::Connect() {
+    connect(m_tabs, &QTabWidget::currentChanged, this, [this] {
+        if (!m_tabs->tabBar()->hasFocus()) {
+            m_tabs->currentWidget()->setFocus();
+        }
+    });
+    connect(m_part, &PartForm::Chosen, this, &DataSetDialog::ShowSet);
+    connect(m_part, &PartForm::Changed, m_part, &PartForm::LockChoice);
+    connect(m_source, &QComboBox::currentIndexChanged, this, [this] {
+        if (!m_isShowing) {
+            Lock();
+            ShowSource();
+        }
+    });
+    connect(m_query, &QueryForm::Edited, this, &DataSetDialog::Lock);
+    connect(m_seconds, &QSpinBox::valueChanged, this, &DataSetDialog::Lock);
+    connect(m_type, &QComboBox::currentIndexChanged, this, [this] {
+        Lock();
+        ShowRun();
+    });
+    connect(m_parameters, &RowTable::Edited, this, [this] {
+        m_parametersNote->Clear();
+        Lock();
+        ShowRun();
+    });
+    connect(m_computed, &RowTable::Edited, this, [this] {
+        m_computedNote->Clear();
+        Lock();
+    });
+    connect(m_filters, &FilterList::Edited, this, &DataSetDialog::Lock);
+}
+
+void DataSetDialog::Lock() {
+    if (!m_isShowing) {
+        m_part->LockChoice();
+        m_note->Clear();
+    }
+}
+
+void DataSetDialog::Choose(const std::string& name) {
+    m_part->Choose(name);
+}
+
+void DataSetDialog::ShowSet() {
+    m_isShowing = true;
+    m_old = {};
+    for (ReportSet& set : SetsOf(m_model.Source())) {
+        if (set.name == m_part->Old()) {
+            m_old = std::move(set);
+        }
+    }
+    m_oldDetails = QueryDetailsOf(m_model.Source(), m_old.name);
+    m_source->setCurrentIndex(m_old.name.empty() ? std::min(0, m_source->count() - 1)
+                                                 : m_source->findText(QString::fromStdString(m_old.source)));
+    m_type->setCurrentIndex(m_type->findData(QString::fromStdString(m_oldDetails.type)));
+    m_seconds->setValue(m_oldDetails.seconds);
+    std::vector<RowTable::Row> rows;
+    for (const QueryParameter& parameter : m_oldDetails.parameters) {
+        rows.push_back(
+            {parameter.place,
+             {parameter.name, parameter.value, FirstTestValue(m_model.Source(), parameter.value)}});
+    }
+    m_parameters->SetRows(std::move(rows));
+    rows.clear();
+    for (const ReportField& field : m_old.fields) {
+        if (field.column.empty()) {
+            rows.push_back({static_cast<int>(rows.size()), {field.name, field.value}});
+        }
+    }
+    m_computed->SetRows(std::move(rows));
+    m_filters->ShowFilters(m_oldDetails.filters, NamesOf(m_old.fields),
+                           [this](Document& copy, const std::vector<RowFilter>& filters) {
+                               QueryDetails details = m_oldDetails;
+                               details.filters = filters;
+                               PutTrial(copy, details, Computed());
+                           });
+    ShowSource();
+    m_isShowing = false;
+}
+
+// A source in another file is read from there.
+void DataSetDialog::ShowSource() {
+    m_sourceNote->Clear();
+    const int index = m_source->currentIndex();
+    const ReportSource* source = index < 0 ? nullptr : &m_sources[static_cast<std::size_t>(index)];
+    bool canRun = source != nullptr;
+    rdl::QueryRequest request;
+    request.folder = m_model.File().parent_path();
+    try {
+        if (source && source->isShared) {
+            const rdl::SharedSourceText shared = SharedSourceOf(source->reference, request.folder);
+            request.provider = shared.provider;
+            request.connectString = shared.connectString;
+        } else if (source) {
+            request.provider = source->provider;
+            request.connectString = source->connectString;
+        }
+    } catch (const RuntimeError& error) {
+        canRun = false;
+        m_sourceNote->ShowFault(QString::fromStdString(error.Description()));
+    }
+    m_query->setEnabled(source != nullptr);
+    m_takesFields->setChecked(canRun);
+    m_takesFields->setEnabled(canRun);
+    const auto logon = m_logons.find(source ? source->name : std::string());
+    if (canRun && logon != m_logons.end()) {
+        request.user = logon->second.user;
+        request.password = logon->second.password;
+    }
+    const std::string query = m_isShowing ? m_old.query : m_query->Query();
+    m_query->ShowQuery(KindOf(request.provider), request, query, canRun);
+    ShowRun();
+}
+
+void DataSetDialog::ShowRun() {
+    std::vector<rdl::QueryValue> values;
+    for (const RowTable::Row& row : m_parameters->Shown()) {
+        values.push_back({row.cells[0], TestValue(m_model.Source(), row.cells[1], row.cells[2])});
+    }
+    m_query->SetRun(KindOfType(m_type->currentData().toString().toStdString()), values);
+}
+
+QueryDetails DataSetDialog::Details() {
+    QueryDetails details{.type = m_oldDetails.type, .seconds = m_seconds->value()};
+    if (m_type->currentIndex() >= 0) {
+        details.type = m_type->currentData().toString().toStdString();
+    }
+    for (const RowTable::Row& row : m_parameters->Rows()) {
+        details.parameters.push_back({row.place, row.cells[0], row.cells[1]});
+    }
+    details.filters = m_filters->Filters();
+    return details;
+}
+
+// A field that stays keeps its type.
+std::vector<ReportField> DataSetDialog::Computed() {
+    std::vector<ReportField> computed;
+    std::vector<ReportField> old = m_old.fields;
+    std::erase_if(old, [](const ReportField& field) { return !field.column.empty(); });
+    for (const RowTable::Row& row : m_computed->Rows()) {
+        ReportField field;
+        if (row.place != NewRow) {
+            field = old[static_cast<std::size_t>(row.place)];
+        }
+        field.name = row.cells[0];
+        field.value = row.cells[1];
+        computed.push_back(std::move(field));
+    }
+    return computed;
+}
+
+void DataSetDialog::Put(Document& document, const ReportSet& set, const QueryDetails& details) const {
+    PutSet(document, m_part->Old(), set);
+    PutQueryDetails(document, set.name, details);
+}
+
+// A set that is new is one of its source without a query.
+void DataSetDialog::PutTrial(Document& copy, const QueryDetails& details,
+                             const std::vector<ReportField>& computed) {
+    ReportSet set = m_old;
+    if (set.name.empty()) {
+        set.name = NewNameOf(copy, DataPart::Set);
+        set.source = m_source->currentText().toStdString();
+        set.query = m_query->Query();
+    }
+    std::erase_if(set.fields, [](const ReportField& field) { return field.column.empty(); });
+    set.fields.insert(set.fields.end(), computed.begin(), computed.end());
+    PutSet(copy, m_old.name, set);
+    PutQueryDetails(copy, set.name, details);
+}
+
+bool DataSetDialog::TakeFields(ReportSet& set) {
+    if (!m_query->Run()) {
+        m_tabs->setCurrentIndex(0);
+        return false;
+    }
+    try {
+        std::vector<ReportColumn> columns = ColumnsOf(*m_query->Rows());
+        for (ReportColumn& column : columns) {
+            if (m_query->Rows()->RowCount() == 0) {
+                column.typeName.clear();  // nobody knows it
+            }
+        }
+        set.fields = FieldsFor(columns, set.fields);
+        return true;
+    } catch (const RuntimeError& error) {
+        m_tabs->setCurrentIndex(0);
+        m_query->ShowError(QString::fromStdString(error.Description()));
+        return false;
+    }
+}
+
+bool DataSetDialog::HasSource() {
+    if (m_source->currentIndex() >= 0) {
+        return true;
+    }
+    m_tabs->setCurrentIndex(0);
+    m_sourceNote->ShowError(m_sources.empty() ? tr("The report has no data source: the menu Report makes one")
+                                              : tr("Pick the source of the rows"));
+    return false;
+}
+
+bool DataSetDialog::Complain(Note& note, RowTable& table, std::size_t row, std::size_t column,
+                             const QString& text) {
+    m_tabs->setCurrentWidget(table.parentWidget());
+    table.ShowCell(row, column);
+    note.ShowError(text);
+    return false;
+}
+
+bool DataSetDialog::AreParametersComplete() {
+    const std::vector<RowTable::Row>& rows = m_parameters->Rows();
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const std::string& name = rows[row].cells[0];
+        if (Trim(name).empty()) {
+            return Complain(*m_parametersNote, *m_parameters, row, 0,
+                            tr("Type the name that the query has: @Year"));
+        }
+        const auto isSame = [&](const RowTable::Row& other) { return SameAscii(other.cells[0], name); };
+        if (std::count_if(rows.begin(), rows.end(), isSame) > 1) {
+            return Complain(*m_parametersNote, *m_parameters, row, 0,
+                            tr("The name %1 stands twice").arg(QString::fromStdString(name)));
+        }
+    }
+    return true;
+}
+
+bool DataSetDialog::AreComputedComplete(const ReportSet& set) {
+    const std::vector<RowTable::Row>& rows = m_computed->Rows();
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const std::string& name = rows[row].cells[0];
+        const QString shown = QString::fromStdString(name);
+        if (!rdl::IsIdentifier(name)) {
+            return Complain(
+                *m_computedNote, *m_computed, row, 0,
+                name.empty() ? tr("Type a name for the field")
+                             : tr("\"%1\" is no name: a letter or _, then letters, digits and _").arg(shown));
+        }
+        const auto isSame = [&](const ReportField& other) { return SameText(other.name, name); };
+        if (std::count_if(set.fields.begin(), set.fields.end(), isSame) > 1) {
+            return Complain(*m_computedNote, *m_computed, row, 0,
+                            tr("Another field has the name %1").arg(shown));
+        }
+        if (Trim(rows[row].cells[1]).empty()) {
+            return Complain(*m_computedNote, *m_computed, row, 1, tr("Type what %1 is").arg(shown));
+        }
+    }
+    return true;
+}
+
+void DataSetDialog::accept() {
+    if (!m_part->IsComplete() || !HasSource()) {
+        return;
+    }
+    ReportSet set{.name = m_part->Name(),
+                  .source = m_source->currentText().toStdString(),
+                  .query = m_query->Query(),
+                  .fields = m_old.fields};
+    const std::vector<ReportField> computed = Computed();
+    std::erase_if(set.fields, [](const ReportField& field) { return field.column.empty(); });
+    set.fields.insert(set.fields.end(), computed.begin(), computed.end());
+    const bool changes = set.fields != m_old.fields;
+    const bool isOther = Details().parameters != m_oldDetails.parameters;
+    if ((changes && !AreComputedComplete(set)) || (isOther && !AreParametersComplete())) {
+        return;
+    }
+    if (!m_filters->IsComplete()) {
+        m_tabs->setCurrentWidget(m_filters->parentWidget());
+        m_filters->IsComplete();  // again, as the focus goes to what can be seen
+        return;
+    }
+    const QueryDetails details = Details();
+    if (m_takesFields->isChecked() && !TakeFields(set)) {
+        return;
+    }
+    if (const std::string fault = FaultOfEdit(m_model, [&](Document& copy) { Put(copy, set, details); });
+        !fault.empty()) {
+        m_note->ShowFault(QString::fromStdString(fault));
+        return;
+    }
+    const QString step = m_part->Old().empty() ? tr("Add Data Set %1") : tr("Change Data Set %1");
+    if (m_model.Edit(step.arg(QString::fromStdString(set.name)),
+                     [&](Document& document) { Put(document, set, details); })) {
+        QDialog::accept();
+    }
+}
+
+}  // namespace designer

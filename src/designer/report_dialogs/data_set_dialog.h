@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The dialog that changes a data set of the report, or makes one: its query, the first rows, the fields that
+// are taken from the columns, those that are computed, the parameters of the query, and filters. OK is one
+// step of the document.
+#pragma once
+
+#include <QDialog>
+
+#include "designer/dialogs/logons.h"
+#include "designer/model/design_model.h"
+#include "designer/model/query_details.h"
+#include "designer/model/report_data.h"
+
+class QCheckBox;
+class QComboBox;
+class QSpinBox;
+class QTabWidget;
+
+namespace designer {
+
+class FilterList;
+class Note;
+class PartForm;
+class QueryForm;
+class RowTable;
+
+class DataSetDialog : public QDialog {
+    Q_OBJECT
+ public:
+    // Both must live as long as the dialog.
+    DataSetDialog(DesignModel& model, const Logons& logons, QWidget* parent = nullptr);
+    // Shows the part of this name; a new one if the name is empty. Without it the first one is shown.
+    void Choose(const std::string& name);
+    void accept() override;
+
+ private:
+    QWidget* BuildQueryPage();
+    void BuildTables();
+    QWidget* PageOf(RowTable& table, Note& note, const QString& help);
+    void Connect();
+    void ShowSet();
+    void ShowSource();
+    void ShowRun();
+    void Lock();
+    bool TakeFields(ReportSet& set);
+    bool HasSource();
+    bool AreParametersComplete();
+    bool AreComputedComplete(const ReportSet& set);
+    bool Complain(Note& note, RowTable& table, std::size_t row, std::size_t column, const QString& text);
+    QueryDetails Details();
+    std::vector<ReportField> Computed();
+    void Put(Document& document, const ReportSet& set, const QueryDetails& details) const;
+    void PutTrial(Document& copy, const QueryDetails& details, const std::vector<ReportField>& computed);
+
+    DesignModel& m_model;
+    const Logons& m_logons;
+    const std::vector<ReportSource> m_sources;
+    PartForm* m_part;
+    QTabWidget* m_tabs;
+    QComboBox *m_source = nullptr, *m_type = nullptr;
+    QSpinBox* m_seconds = nullptr;
+    Note* m_sourceNote = nullptr;
+    QueryForm* m_query = nullptr;
+    QCheckBox* m_takesFields = nullptr;
+    RowTable *m_parameters = nullptr, *m_computed = nullptr;
+    Note *m_parametersNote = nullptr, *m_computedNote = nullptr;
+    FilterList* m_filters = nullptr;
+    Note* m_note = nullptr;
+    ReportSet m_old;  // what is shown, as it is in the report
+    QueryDetails m_oldDetails;
+    bool m_isShowing = false;
+};
+
+}  // namespace designer

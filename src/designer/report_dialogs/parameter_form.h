@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The properties of one parameter of the report: its name, its type, what may be given, and its values.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+#include "designer/expressions/expression_line.h"
+#include "designer/model/report_parameters.h"
+
+class QCheckBox;
+class QComboBox;
+class QLineEdit;
+class QTabWidget;
+
+namespace designer {
+
+class Note;
+class ValuesForm;
+struct ParameterValues;
+
+class ParameterForm : public QWidget {
+    Q_OBJECT
+ public:
+    // Writes the parameter to where it is going to stand, in a copy of the report.
+    using Write = std::function<void(Document&, const ReportParameter&)>;
+
+    // The model must live as long as this.
+    ParameterForm(const DesignModel& model, Write write, QWidget* parent = nullptr);
+
+    void Show(const ReportParameter& parameter);
+    ReportParameter Parameter();
+    // Looks whether the parameter can be so among `others`; says why not, and puts the focus there.
+    bool IsComplete(const std::vector<ReportParameter>& others);
+
+ signals:
+    void Edited();  // by the user
+
+ private:
+    QWidget* BuildGeneral(bool hasMultiple);
+    QCheckBox* AddCheck(QLayout& layout, const char* name, const QString& text);
+    ValuesForm* AddValues(const DesignModel& model, bool isValid, const QString& title);
+    ReportParameter With(const ParameterValues& values, bool isValid);
+
+    const DesignModel& m_model;
+    const Write m_write;
+    ReportParameter m_shown;
+    QTabWidget* m_tabs;
+    QLineEdit* m_name = nullptr;
+    Note* m_nameNote = nullptr;
+    QComboBox* m_type = nullptr;
+    ExpressionLine* m_prompt = nullptr;
+    QCheckBox *m_multiple = nullptr, *m_nullable = nullptr, *m_blank = nullptr, *m_hidden = nullptr;
+    ValuesForm *m_defaults = nullptr, *m_valid = nullptr;
+    bool m_isShowing = false;
+};
+
+}  // namespace designer

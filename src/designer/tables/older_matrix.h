@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Groups and totals of a Matrix, as reports had them before 2008 (MS-RDL, Matrix). All are edits of the step
+// that is open, and raise EditError.
+#pragma once
+
+#include "designer/document/document.h"
+#include "designer/tables/groups.h"
+
+namespace designer {
+
+// Adds a group around a DynamicRows or DynamicColumns element, or within it, and returns its own one. Its
+// value stands in a header of its own. The XML is that of a Grouping with its Sorting.
+ElementId AddMatrixGroup(Document& document, ElementId member, GroupPlace place, const NewGroup& group,
+                         const std::string& groupingXml);
+
+// Deletes a group with its header. Refuses the only group of its side.
+void DeleteMatrixGroup(Document& document, ElementId member);
+
+// Adds a total before or after a group: the cells of a total have the same expressions over more rows.
+void AddMatrixTotal(Document& document, ElementId member, Side side);
+
+}  // namespace designer

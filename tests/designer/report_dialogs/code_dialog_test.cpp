@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The dialog for the report's own functions, by keys.
+#include "designer/report_dialogs/code_dialog.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QDialogButtonBox>
+#include <QLabel>
+
+#include "designer/report_dialogs/code_editor.h"
+#include "support/form_driver.h"
+
+namespace designer {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+std::string Report(const std::string& code, const std::string& value = "=1") {
+    return R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition">
+  <ReportSections>
+    <ReportSection>
+      <Body>
+        <ReportItems>
+          <Textbox Name="Total">
+            <Paragraphs><Paragraph><TextRuns><TextRun><Value>)" +
+           value +
+           R"(</Value></TextRun></TextRuns></Paragraph></Paragraphs>
+          </Textbox>
+        </ReportItems>
+        <Height>8cm</Height>
+      </Body>
+      <Width>16cm</Width>
+      <Page/>
+    </ReportSection>
+  </ReportSections>
+)" + code + "</Report>\n";
+}
+
+const std::string Twice =
+    "  <Code><![CDATA[Function Twice(n As Integer) As Integer\r\n"
+    "    Return 2 * n ' or n & n < 3\r\nEnd Function]]></Code>\n";
+
+class CodeDialogTest : public testing::Test, protected fakes::FormDriver {
+ protected:
+    void Open(const std::string& report) {
+        m_model.SetDocument(Document(report));
+        m_dialog = std::make_unique<CodeDialog>(m_model);
+        m_dialog->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+    }
+    QWidget* Form() const override { return m_dialog.get(); }
+    CodeEditor& Editor() const { return The<CodeEditor>("code"); }
+    void Ok() {
+        QTest::mouseClick(m_dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
+                          Qt::LeftButton);
+    }
+    std::string Note() const { return The<QLabel>("codeNote").text().toStdString(); }
+    const std::string& Text() const { return m_model.Source().Text(); }
+
+    DesignModel m_model{Document(Report(""))};
+    std::unique_ptr<QDialog> m_dialog;
+};
+
+TEST_F(CodeDialogTest, OkWithoutAChangeChangesNothing) {
+    Open(Report(Twice));
+    EXPECT_EQ(Editor().lines(), 3);
+    Ok();
+    EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
+    EXPECT_EQ(Text(), Report(Twice));
+    EXPECT_EQ(m_model.Source().UndoCount(), 0U);
+}
+
+TEST_F(CodeDialogTest, LinesAreTypedAndIndentedAsTheOneBefore) {
+    Open(Report(""));
+    for (const char* line : {"Function Half(n As Double) As Double", "    Return n / 2"}) {
+        QTest::keyClicks(&Editor(), line);
+        QTest::keyClick(&Editor(), Qt::Key_Return);
+    }
+    QTest::keyClick(&Editor(), Qt::Key_Backtab, Qt::ShiftModifier);
+    QTest::keyClicks(&Editor(), "End Function");
+    QTest::keyClick(&Editor(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(m_dialog->result(), QDialog::Accepted) << Note();
+    EXPECT_THAT(Text(), HasSubstr("  <Code>Function Half(n As Double) As Double\n    Return n / 2\n"
+                                  "End Function</Code>\n</Report>"));
+    EXPECT_EQ(m_model.Source().UndoName(), "Change Code");
+}
+
+TEST_F(CodeDialogTest, AFaultIsShownAtItsLine) {
+    Open(Report(Twice));
+    Editor().setCursorPosition(1, 0);
+    QTest::keyClicks(&Editor(), "Retrn 1 +");
+    QTest::qWait(500);
+    EXPECT_EQ(Editor().MarkedLine(), 2);
+    EXPECT_EQ(Note(),
+              "Code, line 2: \"Retrn\" is no statement that the code of a report can use, and no variable "
+              "or function of it");
+    Editor().setCursorPosition(0, 0);
+    Ok();
+    EXPECT_TRUE(m_dialog->isVisible());
+    int line = 0, column = 0;
+    Editor().getCursorPosition(&line, &column);
+    EXPECT_EQ(line, 1);
+    EXPECT_TRUE(Editor().hasFocus());
+    EXPECT_EQ(Text(), Report(Twice));
+}
+
+TEST_F(CodeDialogTest, CDataStaysAndAnEmptyCodeGoes) {
+    Open(Report(Twice));
+    Editor().setCursorPosition(2, 0);
+    QTest::keyClicks(&Editor(), "' done");
+    QTest::keyClick(&Editor(), Qt::Key_Return);
+    Ok();
+    EXPECT_THAT(Text(), HasSubstr("<Code><![CDATA[Function Twice"));
+    EXPECT_THAT(Text(), HasSubstr("' done\n"));
+    Open(Report(Twice));
+    QTest::keyClick(&Editor(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&Editor(), Qt::Key_Delete);
+    Ok();
+    EXPECT_THAT(Text(), Not(HasSubstr("Code")));
+}
+
+TEST_F(CodeDialogTest, AFunctionThatIsUsedIsMissed) {
+    Open(Report(Twice, "=Code.Twice(3)"));
+    QTest::keyClick(&Editor(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&Editor(), Qt::Key_Delete);
+    QTest::qWait(500);
+    EXPECT_EQ(Note(), "Textbox Total, Value: the report has no code of its own, at character 7");
+}
+
+TEST_F(CodeDialogTest, AFaultElsewhereIsNoReasonToRefuse) {
+    Open(Report(Twice, "=Nonsense("));
+    QTest::keyClicks(&Editor(), "' once");
+    QTest::keyClick(&Editor(), Qt::Key_Return);
+    QTest::qWait(500);
+    EXPECT_THAT(Note(), HasSubstr("Not checked, as the report has another fault: "));
+    QTest::keyClick(&Editor(), Qt::Key_Escape);
+    EXPECT_FALSE(m_dialog->isVisible());
+}
+
+}  // namespace
+}  // namespace designer

@@ -1,0 +1,346 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The dialog for the parameters of a report, by mouse and keys.
+#include "designer/report_dialogs/parameters_dialog.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTabWidget>
+#include <QTableWidget>
+
+#include "support/form_driver.h"
+
+namespace designer {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+const std::string Start =
+    R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance">
+  <DataSources>
+    <DataSource Name="Sales">
+      <ConnectionProperties>
+        <DataProvider>CSV</DataProvider>
+        <ConnectString>Data Source=sales.csv</ConnectString>
+      </ConnectionProperties>
+    </DataSource>
+  </DataSources>
+  <DataSets>
+    <DataSet Name="Regions">
+      <Query>
+        <DataSourceName>Sales</DataSourceName>
+        <CommandText/>
+      </Query>
+      <Fields>
+        <Field Name="Code"><DataField>code</DataField></Field>
+        <Field Name="Title"><DataField>title</DataField></Field>
+      </Fields>
+    </DataSet>
+  </DataSets>
+  <ReportSections>
+    <ReportSection>
+      <Body>
+        <ReportItems>
+          <Textbox Name="Head">
+            <Paragraphs><Paragraph><TextRuns><TextRun><Value>=Parameters!Year.Value</Value></TextRun></TextRuns></Paragraph></Paragraphs>
+          </Textbox>
+        </ReportItems>
+        <Height>8cm</Height>
+      </Body>
+      <Width>16cm</Width>
+      <Page/>
+    </ReportSection>
+  </ReportSections>
+)";
+const std::string Parameters = R"(  <ReportParameters>
+    <ReportParameter Name="Year">
+      <DataType>Integer</DataType>
+      <!-- the last whole one -->
+      <DefaultValue>
+        <Values>
+          <Value>2025</Value>
+        </Values>
+      </DefaultValue>
+      <Prompt>Year</Prompt>
+      <UsedInQuery>Auto</UsedInQuery>
+    </ReportParameter>
+    <ReportParameter Name="Region">
+      <Nullable>true</Nullable>
+      <DefaultValue><Values><Value xsi:nil="true"/></Values></DefaultValue>
+      <Prompt>Region</Prompt>
+      <ValidValues>
+        <ParameterValues>
+          <ParameterValue><Value>N</Value><Label>North</Label></ParameterValue>
+          <ParameterValue><Value>S</Value></ParameterValue>
+        </ParameterValues>
+      </ValidValues>
+    </ReportParameter>
+  </ReportParameters>
+)";
+const std::string Cells = R"(  <ReportParametersLayout>
+    <GridLayoutDefinition>
+      <NumberOfColumns>2</NumberOfColumns>
+      <NumberOfRows>1</NumberOfRows>
+      <CellDefinitions>
+        <CellDefinition>
+          <ColumnIndex>0</ColumnIndex>
+          <RowIndex>0</RowIndex>
+          <ParameterName>Year</ParameterName>
+        </CellDefinition>
+        <CellDefinition>
+          <ColumnIndex>1</ColumnIndex>
+          <RowIndex>0</RowIndex>
+          <ParameterName>Region</ParameterName>
+        </CellDefinition>
+      </CellDefinitions>
+    </GridLayoutDefinition>
+  </ReportParametersLayout>
+)";
+const std::string Both = Start + Parameters + Cells + "</Report>\n";
+
+class ParametersDialogTest : public testing::Test, protected fakes::FormDriver {
+ protected:
+    ParametersDialogTest() : m_model(Document(Both)) { Open(); }
+    void Open(const char* name = "", bool isNew = false) {
+        m_dialog = std::make_unique<ParametersDialog>(m_model, name, isNew);
+        m_dialog->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+    }
+    void Use(const std::string& report) {
+        m_model.SetDocument(Document(report));
+        Open();
+    }
+    QWidget* Form() const override { return m_dialog.get(); }
+    void Ok() {
+        QTest::mouseClick(m_dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
+                          Qt::LeftButton);
+    }
+    void Page(int index) const { The<QTabWidget>("parameterTabs").setCurrentIndex(index); }
+    void Pick(const char* list, int index) const {
+        auto& box = The<QComboBox>(list);
+        box.setFocus();
+        QTest::keyClick(&box, Qt::Key_Home);
+        for (int step = 0; step < index; ++step) {
+            QTest::keyClick(&box, Qt::Key_Down);
+        }
+    }
+    void TypeCell(const char* table, int row, int column, const char* text) const {
+        auto& cells = The<QTableWidget>(table);
+        cells.setFocus();
+        cells.setCurrentCell(row, column);
+        QTest::keyClick(&cells, Qt::Key_F2);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(QApplication::focusWidget(), text);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QApplication::processEvents();
+    }
+    void Press(const char* button) const { QTest::mouseClick(&The<QAbstractButton>(button), Qt::LeftButton); }
+    std::string Note(const char* of) const {
+        return The<QLabel>((std::string(of) + "Note").c_str()).text().toStdString();
+    }
+    QListWidget& List() const { return The<QListWidget>("parameters"); }
+    const std::string& Text() const { return m_model.Source().Text(); }
+
+    DesignModel m_model;
+    std::unique_ptr<QDialog> m_dialog;
+};
+
+TEST_F(ParametersDialogTest, OkWithoutAChangeChangesNothing) {
+    EXPECT_EQ(List().count(), 2);
+    List().setCurrentRow(1);
+    EXPECT_EQ(The<QTableWidget>("defaults").item(0, 0)->text(), "=Nothing");
+    Ok();
+    EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
+    EXPECT_EQ(Text(), Both);
+    EXPECT_EQ(m_model.Source().UndoCount(), 0U);
+}
+
+TEST_F(ParametersDialogTest, AChangeTouchesOneElement) {
+    Page(1);
+    TypeCell("defaults", 0, 0, "2026");
+    Ok();
+    std::string expected = Both;
+    expected.replace(expected.find("2025"), 4, "2026");
+    EXPECT_EQ(Text(), expected);
+    EXPECT_EQ(m_model.Source().UndoName(), "Change Parameters");
+}
+
+TEST_F(ParametersDialogTest, AParameterIsAddedWithTypeValuesAndFlags) {
+    Press("add");
+    EXPECT_EQ(The<QLineEdit>("name").text(), "Parameter1");
+    Type("name", "Cities");
+    Type("prompt", "Which cities?");
+    Pick("type", 0);
+    Click("multiple");
+    Click("blank");
+    Page(1);
+    Pick("defaultOrigin", 1);
+    Press("defaultsAdd");
+    QTest::keyClicks(QApplication::focusWidget(), "Ulm");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    Press("defaultsAdd");
+    QTest::keyClicks(QApplication::focusWidget(), "=\"Bonn\"");
+    Page(2);
+    Pick("validOrigin", 2);
+    The<QComboBox>("validSet").setCurrentText("Regions");
+    The<QComboBox>("validValue").setCurrentText("Code");
+    The<QComboBox>("validLabel").setCurrentText("Title");
+    Ok();
+    EXPECT_EQ(m_dialog->result(), QDialog::Accepted) << Note("parameters");
+    EXPECT_THAT(Text(), HasSubstr(R"(
+    <ReportParameter Name="Cities">
+      <DataType>String</DataType>
+      <DefaultValue>
+        <Values>
+          <Value>Ulm</Value>
+          <Value>="Bonn"</Value>
+        </Values>
+      </DefaultValue>
+      <AllowBlank>true</AllowBlank>
+      <Prompt>Which cities?</Prompt>
+      <ValidValues>
+        <DataSetReference>
+          <DataSetName>Regions</DataSetName>
+          <ValueField>Code</ValueField>
+          <LabelField>Title</LabelField>
+        </DataSetReference>
+      </ValidValues>
+      <MultiValue>true</MultiValue>
+    </ReportParameter>
+  </ReportParameters>)"));
+    EXPECT_THAT(Text(), HasSubstr(R"(
+        <CellDefinition>
+          <ColumnIndex>0</ColumnIndex>
+          <RowIndex>1</RowIndex>
+          <ParameterName>Cities</ParameterName>
+        </CellDefinition>
+      </CellDefinitions>)"));
+    EXPECT_THAT(Text(), HasSubstr("<NumberOfRows>2</NumberOfRows>"));
+    m_model.Undo();
+    EXPECT_EQ(Text(), Both);
+}
+
+TEST_F(ParametersDialogTest, AReportWithoutALayoutGetsNone) {
+    Use(Start + Parameters + "</Report>\n");
+    Press("add");
+    Ok();
+    EXPECT_THAT(Text(), HasSubstr("<ReportParameter Name=\"Parameter1\">"));
+    EXPECT_THAT(Text(), Not(HasSubstr("ReportParametersLayout")));
+}
+
+TEST_F(ParametersDialogTest, ExpressionsAndTheLayoutFollowANewName) {
+    Type("name", "FiscalYear");
+    EXPECT_EQ(List().item(0)->text(), "FiscalYear");
+    Ok();
+    EXPECT_THAT(Text(), HasSubstr("<ReportParameter Name=\"FiscalYear\">"));
+    EXPECT_THAT(Text(), HasSubstr("<Value>=Parameters!FiscalYear.Value</Value>"));
+    EXPECT_THAT(Text(), HasSubstr("<ParameterName>FiscalYear</ParameterName>"));
+    m_model.Undo();
+    EXPECT_EQ(Text(), Both);
+}
+
+TEST_F(ParametersDialogTest, TwoParametersChangeTheirNames) {
+    Type("name", "Tmp");
+    List().setCurrentRow(1);
+    Type("name", "Year");
+    List().setCurrentRow(0);
+    Type("name", "Region");
+    Ok();
+    EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
+    EXPECT_THAT(Text(), HasSubstr("<Value>=Parameters!Region.Value</Value>"));
+    const auto parameters = ReportParametersOf(m_model.Source());
+    EXPECT_EQ(parameters[0].name + parameters[0].type, "RegionInteger");
+    EXPECT_EQ(parameters[1].name + parameters[1].type, "YearString");
+}
+
+TEST_F(ParametersDialogTest, AParameterInUseStays) {
+    Press("remove");
+    EXPECT_EQ(Note("parameters"), "Year is used and stays. Textbox Head: =Parameters!Year.Value");
+    List().setCurrentRow(1);
+    Press("remove");
+    EXPECT_EQ(List().count(), 1);
+    Ok();
+    EXPECT_THAT(Text(), Not(HasSubstr("Region\"")));
+    EXPECT_THAT(Text(), Not(HasSubstr("<ParameterName>Region</ParameterName>")));
+    EXPECT_THAT(Text(), HasSubstr("<ParameterName>Year</ParameterName>"));
+}
+
+TEST_F(ParametersDialogTest, TheOrderIsChanged) {
+    Press("down");
+    EXPECT_EQ(List().currentRow(), 1);
+    Ok();
+    EXPECT_LT(Text().find("Name=\"Region\""), Text().find("Name=\"Year\""));
+    EXPECT_THAT(Text(), HasSubstr("<!-- the last whole one -->"));
+    m_model.Undo();
+    EXPECT_EQ(Text(), Both);
+}
+
+TEST_F(ParametersDialogTest, WhatCannotBeIsRefused) {
+    Type("name", "2025");
+    Ok();
+    EXPECT_EQ(Note("name"), "\"2025\" is no name: a letter or _, then letters, digits and _");
+    Type("name", "region");
+    Ok();
+    EXPECT_EQ(Note("name"), "Another parameter has the name region");
+    EXPECT_TRUE(The<QLineEdit>("name").hasFocus());
+    Type("name", "Year");
+    Page(2);
+    Pick("validOrigin", 1);
+    Page(0);
+    Ok();
+    EXPECT_EQ(The<QTabWidget>("parameterTabs").currentIndex(), 2);
+    EXPECT_EQ(Note("validOrigin"), "Add a value, or pick \"Any value\"");
+    Pick("validOrigin", 2);
+    Ok();
+    EXPECT_EQ(Note("validOrigin"), "Pick the data set that has the values");
+    The<QComboBox>("validSet").setCurrentText("Regions");
+    The<QComboBox>("validValue").setCurrentText("Kode");
+    Ok();
+    EXPECT_EQ(Note("validOrigin"), "The data set Regions has no field Kode");
+    EXPECT_EQ(Text(), Both);
+}
+
+TEST_F(ParametersDialogTest, AFaultThatTheEngineFindsIsShown) {
+    Page(1);
+    TypeCell("defaults", 0, 0, "=Today(");
+    Ok();
+    EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_THAT(Note("parameters"), HasSubstr("ReportParameter Year"));
+    EXPECT_EQ(Text(), Both);
+}
+
+TEST_F(ParametersDialogTest, AnOldReportHasNoSeveralValues) {
+    Use(R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2003/10/reportdefinition"/>)");
+    EXPECT_FALSE(The<QWidget>("multiple").isEnabled());
+    EXPECT_FALSE(The<QWidget>("remove").isEnabled());
+    Press("add");
+    EXPECT_FALSE(The<QWidget>("multiple").isEnabled());
+    EXPECT_TRUE(The<QWidget>("nullable").isEnabled());
+}
+
+TEST_F(ParametersDialogTest, AHostileFileDoesNoHarm) {
+    std::string many =
+        "<ReportParameters><ReportParameter/><ReportParameter Name=\"Year\">"
+        "<DataType>Colour</DataType><MultiValue>maybe</MultiValue><DefaultValue/>"
+        "<ValidValues><DataSetReference/></ValidValues></ReportParameter>";
+    for (int number = 0; number < 3000; ++number) {
+        many += "<ReportParameter Name=\"P" + std::to_string(number) + "\"/>";
+    }
+    const std::string report = Start + many + "</ReportParameters></Report>";
+    Use(report);
+    EXPECT_EQ(List().count(), 3002);
+    List().setCurrentRow(1);
+    EXPECT_EQ(The<QComboBox>("type").currentText(), "Colour");
+    Ok();
+    EXPECT_EQ(Text(), report);
+}
+
+}  // namespace
+}  // namespace designer

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The dialog for embedded pictures, by mouse and keys.
+#include "designer/report_dialogs/pictures_dialog.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <QDialogButtonBox>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+
+#include "support/form_driver.h"
+#include "support/temporary_folder.h"
+
+namespace designer {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+QByteArray Png(int width, int height) {
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::darkGreen);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+std::string Report() {
+    return R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition">
+  <ReportSections>
+    <ReportSection>
+      <Body>
+        <ReportItems>
+          <Image Name="Logo">
+            <Source>Embedded</Source>
+            <Value>Tree</Value>
+          </Image>
+        </ReportItems>
+        <Height>8cm</Height>
+      </Body>
+      <Width>16cm</Width>
+      <Page/>
+    </ReportSection>
+  </ReportSections>
+  <EmbeddedImages>
+    <EmbeddedImage Name="Tree">
+      <MIMEType>image/png</MIMEType>
+      <ImageData>)" +
+           Png(12, 8).toBase64().toStdString() + R"(</ImageData>
+    </EmbeddedImage>
+    <EmbeddedImage Name="Broken">
+      <MIMEType>image/png</MIMEType>
+      <ImageData>?</ImageData>
+    </EmbeddedImage>
+  </EmbeddedImages>
+</Report>
+)";
+}
+
+class PicturesDialogTest : public testing::Test, protected fakes::FormDriver {
+ protected:
+    PicturesDialogTest() : m_model(Document(Report())), m_dialog(m_model, "") {
+        m_dialog.show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&m_dialog));
+    }
+    QWidget* Form() const override { return const_cast<PicturesDialog*>(&m_dialog); }
+    void Ok() {
+        QTest::mouseClick(m_dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
+                          Qt::LeftButton);
+    }
+    QString File(const char* name, const QByteArray& bytes) const {
+        WriteBytes(m_folder / name, bytes.toStdString());
+        return QString::fromStdString((m_folder / name).string());
+    }
+    std::string Label(const char* name) const { return The<QLabel>(name).text().toStdString(); }
+    QListWidget& List() const { return The<QListWidget>("pictures"); }
+    const std::string& Text() const { return m_model.Source().Text(); }
+
+    const TemporaryFolder m_folder;
+    DesignModel m_model;
+    PicturesDialog m_dialog;
+};
+
+TEST_F(PicturesDialogTest, PicturesAreShownWithWhatUsesThem) {
+    EXPECT_THAT(Label("about"), HasSubstr("image/png, 12 x 8 pixels, "));
+    EXPECT_THAT(Label("about"), HasSubstr("\nUsed by Image Logo"));
+    EXPECT_EQ(The<QLabel>("picture").pixmap().size(), QSize(12, 8));
+    List().setCurrentRow(1);
+    EXPECT_EQ(Label("picture"), "No picture that can be shown");
+    EXPECT_EQ(Label("about"), "image/png, 0 bytes\nNot used");
+    Ok();
+    EXPECT_EQ(m_dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(Text(), Report());
+    EXPECT_EQ(m_model.Source().UndoCount(), 0U);
+}
+
+TEST_F(PicturesDialogTest, APictureIsAddedFromAFile) {
+    const QByteArray bytes = Png(400, 300);
+    EXPECT_TRUE(m_dialog.AddFile(File("my tree.png", bytes)));
+    EXPECT_EQ(The<QLineEdit>("name").text(), "mytree");
+    EXPECT_TRUE(m_dialog.AddFile(File("Tree.png", bytes)));
+    EXPECT_EQ(The<QLineEdit>("name").text(), "Tree2");
+    Ok();
+    EXPECT_THAT(Text(),
+                HasSubstr("    <EmbeddedImage Name=\"mytree\">\n      <MIMEType>image/png</MIMEType>\n"
+                          "      <ImageData>" +
+                          bytes.toBase64().toStdString() + "</ImageData>\n    </EmbeddedImage>\n"));
+    EXPECT_EQ(m_model.Source().UndoName(), "Change Pictures");
+    EXPECT_EQ(m_model.Source().UndoCount(), 1U);
+    EXPECT_EQ(BytesOfPicture(m_model.Source(), 3), bytes.toStdString());
+}
+
+TEST_F(PicturesDialogTest, ImagesFollowANewName) {
+    Type("name", "Oak");
+    EXPECT_EQ(List().item(0)->text(), "Oak");
+    Ok();
+    EXPECT_THAT(Text(), HasSubstr("<EmbeddedImage Name=\"Oak\">"));
+    EXPECT_THAT(Text(), HasSubstr("<Value>Oak</Value>"));
+}
+
+TEST_F(PicturesDialogTest, WhatIsUsedStays) {
+    Click("remove");
+    EXPECT_EQ(Label("picturesNote"), "Tree is used and stays. Image Logo");
+    List().setCurrentRow(1);
+    Click("remove");
+    Ok();
+    EXPECT_THAT(Text(), Not(HasSubstr("Broken")));
+    EXPECT_THAT(Text(), HasSubstr("<EmbeddedImage Name=\"Tree\">"));
+}
+
+TEST_F(PicturesDialogTest, WhatCannotBeIsRefused) {
+    Type("name", "broken");
+    Ok();
+    EXPECT_EQ(Label("nameNote"), "Another picture has the name broken");
+    Type("name", "a b");
+    Ok();
+    EXPECT_EQ(Label("nameNote"), "\"a b\" is no name: a letter or _, then letters, digits and _");
+    const QString text = File("text.png", "no picture");
+    EXPECT_FALSE(m_dialog.AddFile(text));
+    EXPECT_EQ(Label("picturesNote"), text.toStdString() + " is no picture: PNG, JPEG, GIF or BMP");
+    EXPECT_FALSE(m_dialog.AddFile(text + "x"));
+    EXPECT_EQ(Label("picturesNote"), text.toStdString() + "x cannot be read: No such file or directory");
+    EXPECT_EQ(Text(), Report());
+}
+
+}  // namespace
+}  // namespace designer

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Every control has a name for those who do not see it, no key means two things, and no text is cut at large
+// fonts: in the window with each of its tabs, and in its dialogs. With OXC_PICTURES set to a folder, pictures
+// of them are left there, in light and dark colours.
+#include <QAbstractSpinBox>
+#include <QAccessible>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTreeWidget>
+#include <QWizard>
+
+#include "support/modal.h"
+#include "window_fixture.h"
+
+namespace designer::test {
+namespace {
+
+std::string NameFor(const QWidget& widget) {
+    return std::string(widget.metaObject()->className()) + " \"" + widget.objectName().toStdString() + "\"";
+}
+
+// Parts of controls have the name of the whole.
+bool IsPart(const QWidget& widget) {
+    const QWidget* const whole = widget.parentWidget();
+    return widget.objectName().startsWith("qt_") || qobject_cast<const QComboBox*>(whole) ||
+           qobject_cast<const QAbstractSpinBox*>(whole);
+}
+
+std::vector<std::string> Nameless(QWidget& window) {
+    std::vector<std::string> faults;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisible() || !(widget->focusPolicy() & Qt::TabFocus) || IsPart(*widget) ||
+            qobject_cast<QTabBar*>(widget)) {
+            continue;
+        }
+        QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
+        if (!face || face->text(QAccessible::Name).isEmpty()) {
+            faults.push_back(NameFor(*widget));
+        }
+    }
+    return faults;
+}
+
+std::vector<std::string> CutTexts(QWidget& window) {
+    std::vector<std::string> faults;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        const auto* button = qobject_cast<const QAbstractButton*>(widget);
+        const QString text = label ? label->text() : button ? button->text() : QString();
+        if (!widget->isVisible() || text.isEmpty() || IsPart(*widget)) {
+            continue;
+        }
+        const QSize size = widget->size();
+        const bool wraps = label && label->wordWrap();
+        const int height = wraps ? label->heightForWidth(size.width()) : widget->minimumSizeHint().height();
+        if ((!wraps && size.width() < widget->minimumSizeHint().width()) || size.height() < height) {
+            faults.push_back(NameFor(*widget) + ": " + text.toStdString());
+        }
+    }
+    return faults;
+}
+
+// Keys that two visible controls, or a control and a menu, have in common.
+std::vector<std::string> KeysTwice(QWidget& window) {
+    std::vector<std::string> faults;
+    std::map<QString, QString> known;
+    const auto take = [&](const QString& text) {
+        const QString key = QKeySequence::mnemonic(text).toString();
+        if (!key.isEmpty() && !known.emplace(key, text).second) {
+            faults.push_back(known[key].toStdString() + " and " + text.toStdString());
+        }
+    };
+    if (const auto* main = qobject_cast<const QMainWindow*>(&window)) {
+        for (const QAction* menu : main->menuBar()->actions()) {
+            take(menu->text());
+        }
+    }
+    for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+        take(button->isVisible() ? button->text() : QString());
+    }
+    for (const QLabel* label : window.findChildren<QLabel*>()) {
+        take(label->isVisible() && label->buddy() ? label->text() : QString());
+    }
+    return faults;
+}
+
+using Faults = std::vector<std::string>;
+
+void TakePictures(QWidget& window, const std::string& what) {
+    const char* const folder = std::getenv("OXC_PICTURES");
+    if (!folder) {
+        return;
+    }
+    const QPalette light = QApplication::palette();
+    QPalette dark(QColor(45, 45, 48), QColor(45, 45, 48));
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    dark.setColor(QPalette::Disabled, QPalette::Text, QColor(120, 120, 120));
+    const std::string size = std::to_string(QApplication::font().pointSize());
+    for (const auto& [palette, name] : {std::pair(light, "light"), std::pair(dark, "dark")}) {
+        QApplication::setPalette(palette);
+        QTest::qWait(20);
+        window.grab().save(
+            QString::fromStdString(std::string(folder) + "/" + what + "-" + size + "-" + name + ".png"));
+    }
+    QApplication::setPalette(light);
+}
+
+void ExpectNoFaults(QWidget& window, const char* what) {
+    SCOPED_TRACE(what);
+    TakePictures(window, what);
+    EXPECT_EQ(Nameless(window), Faults());
+    EXPECT_EQ(KeysTwice(window), Faults());
+    EXPECT_EQ(CutTexts(window), Faults());
+}
+
+// A report with a parameter of each kind, a table and a data source.
+std::string Everything() {
+    std::string report = SmallReport();
+    report.insert(
+        report.find("  <ReportSections>"),
+        "<ReportParameters>"
+        "<ReportParameter Name=\"A\"><DataType>Boolean</DataType><Prompt>Closed</Prompt></ReportParameter>"
+        "<ReportParameter Name=\"B\"><DataType>DateTime</DataType><Nullable>true</Nullable><Prompt>From"
+        "</Prompt></ReportParameter><ReportParameter Name=\"C\"><DataType>Integer</DataType><MultiValue>"
+        "true</MultiValue><Prompt>Numbers</Prompt></ReportParameter><ReportParameter Name=\"D\">"
+        "<DataType>String</DataType><ValidValues><ParameterValues><ParameterValue><Value>N</Value>"
+        "</ParameterValue></ParameterValues></ValidValues><MultiValue>true</MultiValue><Prompt>Regions"
+        "</Prompt></ReportParameter></ReportParameters>\n");
+    return report;
+}
+
+class Accessible : public WindowTest, public testing::WithParamInterface<int> {
+ protected:
+    Accessible() : WindowTest(Everything()), m_font(QApplication::font()) {
+        QFont font = m_font;
+        font.setPointSize(GetParam());
+        QApplication::setFont(font);
+        m_window->resize(1600, 1000);
+        Settle();
+    }
+    ~Accessible() override { QApplication::setFont(m_font); }
+    void ExpectOf(const char* command) {
+        fakes::WhileModal<QDialog>([&] { Find<QAction>(command).trigger(); },
+                                   [&](QDialog& dialog) { ExpectNoFaults(dialog, command); });
+    }
+    const QFont m_font;
+};
+
+TEST_P(Accessible, AreTheTabsOfTheWindow) {
+    Select({"Title"});
+    ExpectNoFaults(*m_window, "design");
+    const auto& properties = Find<QTreeWidget>("properties");
+    EXPECT_GE(properties.columnWidth(0), properties.fontMetrics().horizontalAdvance("Property"));
+    Run("viewPreview");
+    EXPECT_TRUE(Find("parameterBar").isVisible());
+    ExpectNoFaults(*m_window, "preview");
+    Run("viewXml");
+    ExpectNoFaults(*m_window, "XML");
+}
+
+TEST_P(Accessible, AreItsDialogs) {
+    Select({"Title"});
+    for (const char* command :
+         {"reportDataSource", "reportDataSet", "reportParameters", "reportPage", "reportPictures",
+          "reportCode", "itemLinks", "reportExpression", "formatStyle", "formatVisibility"}) {
+        ExpectOf(command);
+    }
+}
+
+TEST_P(Accessible, AreThePagesOfTheWizard) {
+    WriteBytes(m_home / "orders.csv", "Region,Amount\nNorth,120.50\n");
+    fakes::WhileModal<QDialog>(
+        [&] { Find<QAction>("fileNewFromData").trigger(); },
+        [&](QDialog& dialog) {
+            auto& wizard = dynamic_cast<QWizard&>(dialog);
+            wizard.findChild<QComboBox*>("provider")->setCurrentText("CSV or text file");
+            wizard.findChild<QLineEdit*>("file")->setText(
+                QString::fromStdString((m_home / "orders.csv").string()));
+            for (int page = 0; page < 5; ++page) {
+                QTest::qWait(50);
+                const std::string name = wizard.currentPage()->objectName().toStdString();
+                ExpectNoFaults(wizard, name.c_str());
+                wizard.next();
+            }
+        });
+}
+
+INSTANTIATE_TEST_SUITE_P(Fonts, Accessible, testing::Values(9, 20));
+
+}  // namespace
+}  // namespace designer::test

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Texts with runs and placeholders, typed on the page.
+#include <QDropEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QTextEdit>
+#include <QTreeWidget>
+
+#include "../graphics/sales_report.h"
+#include "designer/model/field_drag.h"
+#include "designer/model/rich_text.h"
+#include "window_fixture.h"
+
+namespace designer::test {
+namespace {
+
+std::string Letter() {
+    const std::string run = "<TextRun><Value>", end = "</Value><Style /></TextRun>";
+    return SalesReport("<Textbox Name=\"T\"><Paragraphs><Paragraph><TextRuns>" + run + "Dear " + end + run +
+                       "=First(Fields!City.Value, \"Sales\")" + end + run + ", hello" + end +
+                       "</TextRuns><Style /></Paragraph></Paragraphs><Top>1cm</Top><Left>1cm</Left>"
+                       "<Height>1cm</Height><Width>8cm</Width></Textbox>");
+}
+
+class CanvasText : public WindowTest {
+ protected:
+    CanvasText() : WindowTest(Letter()) {}
+
+    QTextEdit& Open() {
+        Select({"T"});
+        Key(Qt::Key_F2);
+        return Find<QTextEdit>("txtInPlace");
+    }
+    // The runs, with * before bold, / before italic and _ before underlined ones.
+    std::string Runs() {
+        std::string text;
+        const RichText now = RichTextOf(Model().Source(), Id("T")).value_or(RichText{});
+        for (const RichParagraph& paragraph : now) {
+            for (const RichRun& run : paragraph.runs) {
+                text += std::string(run.isBold ? "*" : "") + (run.isItalic ? "/" : "") +
+                        (run.isUnderlined ? "_" : "") + run.text + "|";
+            }
+            text += "\n";
+        }
+        return text;
+    }
+    void Take(QTextEdit& editor) {
+        QTest::keyClick(&editor, Qt::Key_Return);
+        Settle();
+    }
+    static void Mark(QTextEdit& editor, int from, int to) {
+        QTextCursor cursor = editor.textCursor();
+        cursor.setPosition(from);
+        cursor.setPosition(to, QTextCursor::KeepAnchor);
+        editor.setTextCursor(cursor);
+    }
+    QTreeWidgetItem& DataRow(const char* name) {
+        return *Find<QTreeWidget>("reportData").findItems(name, Qt::MatchExactly | Qt::MatchRecursive).at(0);
+    }
+};
+
+TEST_F(CanvasText, ATextWithRunsKeepsThem) {
+    QTextEdit& editor = Open();
+    EXPECT_EQ(editor.toPlainText(), QString("Dear %1, hello").arg(QChar(QChar::ObjectReplacementCharacter)));
+    Mark(editor, 13, 13);
+    QTest::keyClicks(&editor, "!");
+    Take(editor);
+    EXPECT_EQ(Runs(), "Dear |=First(Fields!City.Value, \"Sales\")|, hello!|\n");
+    EXPECT_EQ(UndoName(), "Edit T");
+    Run("editUndo");
+    EXPECT_EQ(Model().Source().Text(), Letter());
+}
+
+TEST_F(CanvasText, OpenedAndTakenWithoutAChangeIsNone) {
+    Take(Open());
+    EXPECT_EQ(Model().Source().UndoCount(), 0u);
+}
+
+TEST_F(CanvasText, APartBecomesBoldItalicOrUnderlined) {
+    QTextEdit& editor = Open();
+    Mark(editor, 8, 10);
+    QTest::keyClick(&editor, Qt::Key_B, Qt::ControlModifier);
+    QTest::keyClick(&editor, Qt::Key_I, Qt::ControlModifier);
+    Mark(editor, 5, 6);
+    QTest::keyClick(&editor, Qt::Key_U, Qt::ControlModifier);
+    Take(editor);
+    EXPECT_EQ(Runs(), "Dear |_=First(Fields!City.Value, \"Sales\")|, |*/he|llo|\n");
+    QTextEdit& again = Open();
+    Mark(again, 8, 10);
+    QTest::keyClick(&again, Qt::Key_B, Qt::ControlModifier);
+    Take(again);
+    EXPECT_EQ(Runs(), "Dear |_=First(Fields!City.Value, \"Sales\")|, |/he|llo|\n");
+}
+
+TEST_F(CanvasText, BackspaceTakesAPlaceholderAsAWhole) {
+    QTextEdit& editor = Open();
+    Mark(editor, 6, 6);
+    QTest::keyClick(&editor, Qt::Key_Backspace);
+    Take(editor);
+    EXPECT_EQ(Runs(), "Dear |, hello|\n");
+}
+
+TEST_F(CanvasText, ADoubleClickOnAFieldPutsItAtTheCursor) {
+    QTextEdit& editor = Open();
+    Mark(editor, 13, 13);
+    auto& data = Find<QTreeWidget>("reportData");
+    const QPoint at = data.visualItemRect(&DataRow("Region")).center();
+    QTest::mouseClick(data.viewport(), Qt::LeftButton, {}, at);
+    data.setFocus(Qt::MouseFocusReason);
+    Settle();
+    QTest::mouseDClick(data.viewport(), Qt::LeftButton, {}, at);
+    Settle();
+    emit data.itemActivated(&DataRow("PageNumber"), 0);
+    EXPECT_TRUE(editor.hasFocus());
+    Take(editor);
+    EXPECT_EQ(Runs(),
+              "Dear |=First(Fields!City.Value, \"Sales\")|, hello|=First(Fields!Region.Value, \"Sales\")|"
+              "=Globals!PageNumber|\n");
+    EXPECT_EQ(Canvas().Failure(), "");
+}
+
+TEST_F(CanvasText, AFieldIsDraggedIntoAnOpenText) {
+    QTextEdit& editor = Open();
+    Mark(editor, 0, 0);
+    const std::unique_ptr<QMimeData> data(MimeDataOf({"Sales", "Region"}));
+    const QPointF at = editor.cursorRect().center();
+    QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, data.get(), Qt::LeftButton, {});
+    QApplication::sendEvent(editor.viewport(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(at, Qt::CopyAction, data.get(), Qt::LeftButton, {});
+    QApplication::sendEvent(editor.viewport(), &drop);
+    Take(editor);
+    EXPECT_EQ(Runs(),
+              "=First(Fields!Region.Value, \"Sales\")|Dear |=First(Fields!City.Value, \"Sales\")|, hello|\n");
+}
+
+TEST_F(CanvasText, ATextThatBeginsLikeAnExpressionIsATextAmongRuns) {
+    QTextEdit& editor = Open();
+    Mark(editor, 0, 5);
+    QTest::keyClicks(&editor, "=a\"b");
+    Take(editor);
+    EXPECT_EQ(Runs(), "=\"=a\"\"b\"|=First(Fields!City.Value, \"Sales\")|, hello|\n");
+}
+
+TEST_F(CanvasText, AnExpressionAloneIsTypedAndTakesFields) {
+    QTextEdit& editor = Open();
+    editor.selectAll();
+    QTest::keyClicks(&editor, "=\"In \" & ");
+    emit Find<QTreeWidget>("reportData").itemActivated(&DataRow("Region"), 0);
+    Take(editor);
+    EXPECT_EQ(Runs(), "=\"In \" & First(Fields!Region.Value, \"Sales\")|\n");
+}
+
+TEST_F(CanvasText, AltAndACharacterOpensAMenu) {
+    QTextEdit& editor = Open();
+    QTest::keyClicks(&editor, "Typed");
+    QTest::keyClick(&editor, Qt::Key_X, Qt::AltModifier);
+    EXPECT_EQ(editor.toPlainText(), "Typed");
+    QTest::keyClick(&editor, Qt::Key_F, Qt::AltModifier);
+    Settle();
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->title(), "&File");
+    menu->close();
+    Settle();
+    EXPECT_EQ(Runs(), "Typed|\n");
+}
+
+}  // namespace
+}  // namespace designer::test
