@@ -127,6 +127,16 @@ std::string SessionSettings(const std::string& mark) {
            mark + "'";
 }
 
+// What the server says between two statements. An error there ends the session: its process says why before
+// it ends, and the end of the connection comes some time after that.
+void TakeNotice(void* isEnding, const pg_result* notice) {
+    const char* const severity = PQresultErrorField(notice, PG_DIAG_SEVERITY_NONLOCALIZED);
+    if (severity != nullptr &&
+        (std::string_view(severity) == "FATAL" || std::string_view(severity) == "PANIC")) {
+        *static_cast<bool*>(isEnding) = true;
+    }
+}
+
 }  // namespace
 
 void ResultDeleter::operator()(pg_result* result) const {
@@ -156,8 +166,7 @@ void Server::Connect() {
     if (m_connection == nullptr) {
         throw RuntimeError(err::OutOfMemory);
     }
-    PQsetNoticeProcessor(
-        m_connection, [](void*, const char*) {}, nullptr);
+    PQsetNoticeReceiver(m_connection, TakeNotice, &m_isEnding);
     const auto since = SteadyClock::now();
     PostgresPollingStatusType next = PGRES_POLLING_WRITING;
     while (next != PGRES_POLLING_OK) {
@@ -185,11 +194,12 @@ bool Server::IsAlive() {
         const Result ended(PQgetResult(m_connection));
         PQconsumeInput(m_connection);
     }
-    return PQstatus(m_connection) == CONNECTION_OK;
+    return PQstatus(m_connection) == CONNECTION_OK && !m_isEnding;
 }
 
 bool Server::IsIdle() const {
-    return PQstatus(m_connection) == CONNECTION_OK && PQtransactionStatus(m_connection) == PQTRANS_IDLE;
+    return PQstatus(m_connection) == CONNECTION_OK && !m_isEnding &&
+           PQtransactionStatus(m_connection) == PQTRANS_IDLE;
 }
 
 bool Server::IsInTransaction() const {

@@ -28,7 +28,7 @@ class Server {
     Server& operator=(const Server&) = delete;
 
     const Link& Linked() const { return m_link; }
-    // Returns false if the server has closed the connection. Does not wait.
+    // Returns false if the server has closed the connection or has said that it does. Does not wait.
     bool IsAlive();
     // Returns true if no statement runs and no transaction is open.
     bool IsIdle() const;
@@ -65,5 +65,6 @@ class Server {
 
     Link m_link;
     std::string m_mark;
+    bool m_isEnding = false;  // the server has said so
     pg_conn* m_connection = nullptr;
 };

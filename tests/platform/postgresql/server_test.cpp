@@ -14,6 +14,8 @@
 #include "shared/Global.h"
 #include "support/database.h"
 #include "support/raises.h"
+#include "support/socket_relay.h"
+#include "support/temporary_folder.h"
 
 namespace {
 
@@ -191,6 +193,21 @@ TEST_F(ServerData, LostConnectionIsOpenedAgainByTheNextOperation) {
     Execute("insert into clients(Name) values('b')");
     EndConnections();
     EXPECT_EQ(Column("select Name from clients"), (Rows{"a", "b"}));
+}
+
+// A server says that it closes a connection before it does.
+TEST_F(ServerData, ConnectionWhoseEndIsAnnouncedIsNotUsedAgain) {
+    const TemporaryFolder folder;
+    Link link = *ReadLink(database.Folder() / "PressroomLive.dat");
+    const SocketRelay relay(folder.Path(), static_cast<std::uint16_t>(std::stoi(link.port)));
+    link.host = folder.Path();
+    link.port = "5432";
+    Server server(link);
+    EXPECT_TRUE(server.IsAlive());
+    EndConnections();
+    while (!relay.HasEnded()) {
+    }
+    EXPECT_FALSE(server.IsAlive());
 }
 
 TEST_F(ServerData, ConnectionThatIsLostInATransactionIsAnUnreachableDatabase) {
