@@ -65,15 +65,7 @@ void DesignWindow::BuildMenus() {
     BuildArrangeMenu();
     BuildReportMenu();
     BuildViewMenu();
-    QMenu& help = *menuBar()->addMenu(tr("&Help"));
-    AddCommand(help, "helpKeys", tr("&Keys on the Canvas"), QKeySequence::HelpContents, [this] {
-        QMessageBox::information(
-            this, tr("Keys on the Canvas"),
-            tr("Tab, Shift+Tab: the next or previous item\nEscape: what the item is in\n"
-               "Arrow keys: move by a step of the grid; with Ctrl by a fifth of it\n"
-               "Shift+arrow keys: resize\nIn a table the arrow keys go to the next cell, Shift+click and "
-               "Shift+arrow keys select several\nEnter, F2: type the text of a text box\nF6: the next pane"));
-    });
+    BuildHelpMenu();
 }
 
 void DesignWindow::BuildFileMenu() {

@@ -110,6 +110,8 @@ class DesignWindow : public QMainWindow {
     void AddScheduleCommand(QMenu& menu);
     bool IsSavedForSchedule();  // asks for what is missing; false: the user stays
     void ScheduleReport();
+    void BuildHelpMenu();
+    void OpenHelpBook();
 
     // design_commands.cpp
     void DeleteSelection();

@@ -9,6 +9,7 @@
 #include "designer/window/designer_settings.h"
 #include "designer/window/recovery.h"
 #include "designer/window/report_file.h"
+#include "platform/base/paths.h"
 #include "platform/contracts/runtime.h"
 #include "platform/shell/desktop_shell.h"
 #include "window_fixture.h"
@@ -146,6 +147,12 @@ TEST_F(Files, AScheduleIsMadeOfTheSavedFile) {
     const std::string editor = DesktopShell::InstalledProgram().string();
     EXPECT_EQ(Answer([&] { Find<QAction>("fileSchedule").trigger(); }, "OK"),
               "The editor \"" + editor + "\" cannot be started: No such file or directory");
+}
+
+TEST_F(Files, TheHelpBookIsThatOfTheApplication) {
+    SetAppPath(paths::FromUser(m_home.Path().string()));
+    EXPECT_EQ(Answer([&] { Find<QAction>("helpBook").trigger(); }, "OK"), "The help book is not installed");
+    SetAppPath("");
 }
 
 TEST_F(Files, ClosingAsks) {
