@@ -13,7 +13,8 @@ namespace designer {
 
 void DesignWindow::BuildHelpMenu() {
     QMenu& help = *menuBar()->addMenu(tr("&Help"));
-    AddCommand(help, "helpBook", tr("Help &Book"), {}, [this] { OpenHelpBook(); });
+    AddCommand(help, "helpBook", tr("Help &Book"), QKeySequence(Qt::SHIFT | Qt::Key_F1),
+               [this] { OpenHelpBook(); });
     AddCommand(help, "helpKeys", tr("&Keys on the Canvas"), QKeySequence::HelpContents, [this] {
         QMessageBox::information(
             this, tr("Keys on the Canvas"),

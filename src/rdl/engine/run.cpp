@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <map>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "rdl/data/files/data_file.h"
@@ -23,12 +25,13 @@ namespace fs = std::filesystem;
 constexpr int DeepestSubreport = 10;
 constexpr int MostSubreports = 20'000;  // in one run; each loads its own data
 
-// What a run and the subreports in it share: files are read and parsed once.
+// What a run and the subreports in it share: files are looked for, read and parsed once.
 struct Shared {
     Shared(std::vector<std::string> folders, layout::Drawings asked)
         : images(std::move(folders)), drawings(asked) {}
     ImageFiles images;
     std::map<fs::path, std::shared_ptr<const Definition>> definitions;
+    std::map<std::pair<fs::path, std::string>, fs::path> files;  // by the report and the name in it
     int subreports = 0;
     const layout::Drawings drawings;
 };
@@ -58,6 +61,15 @@ fs::path FindSubreport(const data::LoadRequest& parentRequest, const fs::path& p
         }
     }
     throw Error("there is no report \"" + reportName + "\" beside this one");
+}
+
+const fs::path& FileOfSubreport(Shared& shared, const data::LoadRequest& parentRequest,
+                                const fs::path& parent, const std::string& reportName) {
+    fs::path& known = shared.files[{parent, reportName}];
+    if (known.empty()) {
+        known = FindSubreport(parentRequest, parent, reportName);
+    }
+    return known;
 }
 
 std::shared_ptr<const Definition> DefinitionOf(Shared& shared, const fs::path& file) {
@@ -96,7 +108,7 @@ std::shared_ptr<layout::ReportInstance> OpenSubreport(const data::LoadRequest& p
         if (++shared->subreports > MostSubreports) {
             throw Error("there are more than " + std::to_string(MostSubreports) + " subreports");
         }
-        const fs::path file = FindSubreport(parent, parentFile, subreport.reportName);
+        const fs::path& file = FileOfSubreport(*shared, parent, parentFile, subreport.reportName);
         const std::shared_ptr<const Definition> definition = DefinitionOf(*shared, file);
         data::LoadRequest request = parent;
         request.definition = definition.get();
