@@ -48,10 +48,9 @@ std::vector<std::string> NamesOf(const std::vector<ReportField>& fields) {
 
 }  // namespace
 
-DataSetDialog::DataSetDialog(DesignModel& model, const Logons& logons, QWidget* parent)
+DataSetDialog::DataSetDialog(DesignModel& model, QWidget* parent)
     : QDialog(parent),
       m_model(model),
-      m_logons(logons),
       m_sources(SourcesOf(model.Source())),
       m_part(new PartForm(model.Source(), DataPart::Set, OwnSets(model.Source()), this)),
       m_tabs(new QTabWidget(this)) {
@@ -282,8 +281,8 @@ void DataSetDialog::ShowSource() {
     m_query->setEnabled(source != nullptr);
     m_takesFields->setChecked(canRun);
     m_takesFields->setEnabled(canRun);
-    const auto logon = m_logons.find(source ? source->name : std::string());
-    if (canRun && logon != m_logons.end()) {
+    const auto logon = m_model.SourceLogons().find(source ? source->name : std::string());
+    if (canRun && logon != m_model.SourceLogons().end()) {
         request.user = logon->second.user;
         request.password = logon->second.password;
     }

@@ -6,7 +6,6 @@
 
 #include <QDialog>
 
-#include "designer/dialogs/logons.h"
 #include "designer/model/design_model.h"
 #include "designer/model/query_details.h"
 #include "designer/model/report_data.h"
@@ -27,8 +26,8 @@ class RowTable;
 class DataSetDialog : public QDialog {
     Q_OBJECT
  public:
-    // Both must live as long as the dialog.
-    DataSetDialog(DesignModel& model, const Logons& logons, QWidget* parent = nullptr);
+    // The model must live as long as the dialog.
+    explicit DataSetDialog(DesignModel& model, QWidget* parent = nullptr);
     // Shows the part of this name; a new one if the name is empty. Without it the first one is shown.
     void Choose(const std::string& name);
     void accept() override;
@@ -53,7 +52,6 @@ class DataSetDialog : public QDialog {
     void PutTrial(Document& copy, const QueryDetails& details, const std::vector<ReportField>& computed);
 
     DesignModel& m_model;
-    const Logons& m_logons;
     const std::vector<ReportSource> m_sources;
     PartForm* m_part;
     QTabWidget* m_tabs;

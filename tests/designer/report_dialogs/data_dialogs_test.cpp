@@ -78,7 +78,7 @@ class DataDialogsTest : public testing::Test, protected fakes::FormDriver {
     }
     template <typename Dialog>
     void Open() {
-        m_dialog = std::make_unique<Dialog>(m_model, m_logons);
+        m_dialog = std::make_unique<Dialog>(m_model);
         m_dialog->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
     }
@@ -121,7 +121,6 @@ class DataDialogsTest : public testing::Test, protected fakes::FormDriver {
 
     const TemporaryFolder m_folder;
     DesignModel m_model;
-    Logons m_logons;
     std::unique_ptr<QDialog> m_dialog;
 };
 
@@ -181,7 +180,8 @@ TEST_F(DataDialogsTest, AConnectStringWithOtherPartsIsAText) {
     Type("password", "secret");
     Ok();
     EXPECT_EQ(SourcesOf(Report())[1].connectString, "Host=db;Database=stock");
-    EXPECT_EQ(m_logons["Team"].user + " " + m_logons["Team"].password, "ann secret");
+    EXPECT_EQ(m_model.SourceLogons()["Team"].user + " " + m_model.SourceLogons()["Team"].password,
+              "ann secret");
     EXPECT_EQ(Report().Text().find("secret"), std::string::npos);
 }
 
