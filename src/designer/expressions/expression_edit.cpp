@@ -153,8 +153,10 @@ void ExpressionEdit::Offer(bool isAsked) {
     const bool isEnough =
         typed.size() >= FewCharacters || (isAsked && !(typed.isEmpty() && before.back().isDigit()));
     m_completer->setCompletionPrefix(typed);
-    const bool isWhole = m_completer->completionCount() == 1 &&
-                         m_completer->currentCompletion().compare(typed, Qt::CaseInsensitive) == 0;
+    const int first = m_completer->currentIndex().data(PlaceRole).toInt();
+    const bool isWhole =
+        m_completer->completionCount() == 1 &&
+        m_names.at(static_cast<std::size_t>(first)).text.compare(typed, Qt::CaseInsensitive) == 0;
     if (!isExpression || !isEnough || m_completer->completionCount() == 0 || (isWhole && !isAsked)) {
         m_completer->popup()->hide();
         return;
@@ -166,6 +168,11 @@ void ExpressionEdit::Offer(bool isAsked) {
     place.setWidth(std::min(list.sizeHintForColumn(0), fontMetrics().averageCharWidth() * MostWidth) +
                    list.verticalScrollBar()->sizeHint().width());
     m_completer->complete(place);
+}
+
+// Tab takes a name while names are offered.
+bool ExpressionEdit::focusNextPrevChild(bool next) {
+    return !m_completer->popup()->isVisible() && QPlainTextEdit::focusNextPrevChild(next);
 }
 
 // While names are offered the keys that take one belong to the list.

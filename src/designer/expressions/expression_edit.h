@@ -42,6 +42,7 @@ class ExpressionEdit : public QPlainTextEdit {
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
  private:
     QString TextBeforeCursor() const;

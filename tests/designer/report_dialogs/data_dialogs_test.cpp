@@ -17,6 +17,7 @@
 #include <chrono>
 #include <fstream>
 
+#include "../report_text.h"
 #include "designer/dialogs/data_source_dialog.h"
 #include "designer/report_dialogs/data_set_dialog.h"
 #include "support/form_driver.h"
@@ -29,40 +30,11 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 const std::string Sales =
-    R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition">
-  <DataSources>
-    <DataSource Name="Sales">
-      <ConnectionProperties>
-        <DataProvider>SQLITE</DataProvider>
-        <ConnectString>Data Source=sales.db</ConnectString>
-      </ConnectionProperties>
-    </DataSource>
-    <DataSource Name="Team">
-      <ConnectionProperties>
-        <DataProvider>PostgreSQL</DataProvider>
-        <ConnectString>Host=db;Database=sales;SSL Mode=require</ConnectString>
-      </ConnectionProperties>
-    </DataSource>
-    <DataSource Name="Far">
-      <DataSourceReference>Far</DataSourceReference>
-    </DataSource>
-  </DataSources>
-  <DataSets>
-    <DataSet Name="Orders">
-      <Query>
-        <DataSourceName>Sales</DataSourceName>
-        <CommandText>select id from orders</CommandText>
-      </Query>
-      <Fields>
-        <Field Name="Number">
-          <DataField>id</DataField>
-        </Field>
-      </Fields>
-    </DataSet>
-  </DataSets>
-  <ReportSections/>
-</Report>
-)";
+    test::ReportText(test::SourceText("Sales", "SQLITE", "Data Source=sales.db") +
+                         test::SourceText("Team", "PostgreSQL", "Host=db;Database=sales;SSL Mode=require") +
+                         test::SharedSourceText("Far", "Far"),
+                     test::SetText("Orders", "Sales", test::CommandText("select id from orders"),
+                                   test::FieldText("Number", "id")));
 
 class DataDialogsTest : public testing::Test, protected fakes::FormDriver {
  protected:
