@@ -21,6 +21,7 @@ class FilterList;
 class Note;
 class PartForm;
 class QueryForm;
+class QueryParameters;
 class RowTable;
 
 class DataSetDialog : public QDialog {
@@ -40,10 +41,10 @@ class DataSetDialog : public QDialog {
     void ShowSet();
     void ShowSource();
     void ShowRun();
+    void TakeParameters();
     void Lock();
     bool TakeFields(ReportSet& set);
     bool HasSource();
-    bool AreParametersComplete();
     bool AreComputedComplete(const ReportSet& set);
     bool Complain(Note& note, RowTable& table, std::size_t row, std::size_t column, const QString& text);
     QueryDetails Details();
@@ -60,8 +61,9 @@ class DataSetDialog : public QDialog {
     Note* m_sourceNote = nullptr;
     QueryForm* m_query = nullptr;
     QCheckBox* m_takesFields = nullptr;
-    RowTable *m_parameters = nullptr, *m_computed = nullptr;
-    Note *m_parametersNote = nullptr, *m_computedNote = nullptr;
+    QueryParameters* m_parameters = nullptr;
+    RowTable* m_computed = nullptr;
+    Note* m_computedNote = nullptr;
     FilterList* m_filters = nullptr;
     Note* m_note = nullptr;
     ReportSet m_old;  // what is shown, as it is in the report

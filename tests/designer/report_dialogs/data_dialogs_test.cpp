@@ -19,6 +19,7 @@
 
 #include "../report_text.h"
 #include "designer/dialogs/data_source_dialog.h"
+#include "designer/model/report_parameters.h"
 #include "designer/report_dialogs/data_set_dialog.h"
 #include "support/form_driver.h"
 #include "support/temporary_folder.h"
@@ -78,6 +79,18 @@ class DataDialogsTest : public testing::Test, protected fakes::FormDriver {
         QTest::keyClicks(editor, text);
         QTest::keyClick(editor, Qt::Key_Return);
         QApplication::processEvents();
+    }
+    std::string Rows(const char* table) const {
+        const auto& cells = The<QTableWidget>(table);
+        QStringList rows;
+        for (int row = 0; row < cells.rowCount(); ++row) {
+            QStringList one;
+            for (int column = 0; column < cells.columnCount(); ++column) {
+                one += cells.item(row, column) ? cells.item(row, column)->text() : QString();
+            }
+            rows += one.join('|');
+        }
+        return rows.join(", ").toStdString();
     }
     void AddRow(const char* table, const std::vector<const char*>& cells) const {
         The<QTableWidget>(table).setFocus();
@@ -237,15 +250,15 @@ TEST_F(DataDialogsTest, TheQueryIsRunAndItsColumnsAreFields) {
 
 TEST_F(DataDialogsTest, AQueryThatFailsIsToldAndCanBeKeptAllTheSame) {
     Open<DataSetDialog>();
-    Type("query", "select id from orders where day = @Day");
+    Type("query", "select id from orders where dya = 1");
     Ok();
-    EXPECT_THAT(Note("query"), HasSubstr("Day"));
+    EXPECT_THAT(Note("query"), HasSubstr("dya"));
     EXPECT_TRUE(m_dialog->isVisible());
     Click("takesFields");
     Ok();
     EXPECT_FALSE(m_dialog->isVisible());
     const ReportSet set = SetsOf(Report())[0];
-    EXPECT_EQ(set.query, "select id from orders where day = @Day");
+    EXPECT_EQ(set.query, "select id from orders where dya = 1");
     EXPECT_THAT(set.fields, ElementsAre(ReportField{.name = "Number", .column = "id"}));
 }
 
@@ -272,6 +285,107 @@ TEST_F(DataDialogsTest, AParameterOfTheQueryHasAValueForATest) {
                 ElementsAre(ReportField{.name = "Number", .column = "id"},
                             ReportField{.name = "day", .column = "day", .typeName = "System.DateTime"}));
     EXPECT_EQ(Report().Text().find("2025-03-02"), std::string::npos);
+}
+
+TEST_F(DataDialogsTest, AQueryThatIsRunGetsTheParametersThatItNames) {
+    Open<DataSetDialog>();
+    Type("query", "select id from orders where day = @Day and id > @Least or day = @day -- @no");
+    Click("run");
+    EXPECT_EQ(Note("query"), "Rows: 0; parameters without a test value are Null");
+    Page(1);
+    EXPECT_EQ(Rows("queryParameters"), "@Day|=Parameters!Day.Value|, @Least|=Parameters!Least.Value|");
+    EXPECT_EQ(Note("queryParameters"),
+              "New parameters of the report: Day, Least. They are texts; Report, Parameters gives them "
+              "another type.");
+    TypeCell("queryParameters", 0, 2, "2025-03-02");
+    TypeCell("queryParameters", 1, 2, "1");
+    Page(0);
+    Click("run");
+    EXPECT_EQ(Note("query"), "Rows: 1");
+    Ok();
+    EXPECT_THAT(QueryDetailsOf(Report(), "Orders").parameters,
+                ElementsAre(QueryParameter{0, "@Day", "=Parameters!Day.Value"},
+                            QueryParameter{1, "@Least", "=Parameters!Least.Value"}));
+    const std::vector<ReportParameter> made = ReportParametersOf(Report());
+    ASSERT_EQ(made.size(), 2U);
+    EXPECT_EQ(made[1].name + " " + made[1].type + " " + made[1].prompt, "Least String Least");
+    EXPECT_EQ(Report().UndoCount(), 1U);
+    m_model.Undo();
+    EXPECT_EQ(Report().Text(), Sales);
+}
+
+TEST_F(DataDialogsTest, AQueryGetsItsParametersOnOkToo) {
+    Open<DataSetDialog>();
+    Type("query", "select id from orders where id > ? or id = ?");
+    Click("takesFields");
+    Ok();
+    EXPECT_THAT(QueryDetailsOf(Report(), "Orders").parameters,
+                ElementsAre(QueryParameter{0, "Parameter1", "=Parameters!Parameter1.Value"},
+                            QueryParameter{1, "Parameter2", "=Parameters!Parameter2.Value"}));
+    Open<DataSetDialog>();
+    Ok();
+    EXPECT_EQ(Report().UndoCount(), 1U);
+}
+
+TEST_F(DataDialogsTest, AParameterOfTheReportIsUsedWithItsDefault) {
+    std::string text = Sales;
+    text.insert(text.find("</Report>"),
+                "<ReportParameters><ReportParameter Name=\"least\"><DataType>Integer</DataType><DefaultValue>"
+                "<Values><Value>2</Value></Values></DefaultValue></ReportParameter></ReportParameters>");
+    m_model.SetDocument(Document(text));
+    Open<DataSetDialog>();
+    Type("query", "select id from orders where id >= @Least");
+    Page(1);
+    EXPECT_EQ(Rows("queryParameters"), "@Least|=Parameters!least.Value|2");
+    EXPECT_EQ(Note("queryParameters"), "");
+    Page(0);
+    Click("run");
+    EXPECT_EQ(Note("query"), "Rows: 1");
+    Ok();
+    EXPECT_EQ(ReportParametersOf(Report()).size(), 1U);
+}
+
+TEST_F(DataDialogsTest, AParameterThatTheUserRemovesDoesNotComeAgain) {
+    Open<DataSetDialog>();
+    Type("query", "select id from orders where id >= @Least and id < @Most");
+    Page(1);
+    The<QTableWidget>("queryParameters").setFocus();
+    The<QTableWidget>("queryParameters").setCurrentCell(0, 0);
+    QTest::keyClick(&The<QTableWidget>("queryParameters"), Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_EQ(
+        Note("queryParameters"),
+        "New parameters of the report: Most. They are texts; Report, Parameters gives them another type.");
+    Page(0);
+    Page(1);
+    EXPECT_EQ(Rows("queryParameters"), "@Most|=Parameters!Most.Value|");
+    // What the query does not ask for any more goes, and is new when it comes again.
+    Page(0);
+    Type("query", "select id from orders");
+    Page(1);
+    EXPECT_EQ(Rows("queryParameters"), "");
+    Page(0);
+    Type("query", "select id from orders where id >= @Least");
+    Page(1);
+    EXPECT_EQ(Rows("queryParameters"), "@Least|=Parameters!Least.Value|");
+    TypeCell("queryParameters", 0, 1, "=1");
+    EXPECT_EQ(Note("queryParameters"), "");
+    Ok();
+    EXPECT_THAT(QueryDetailsOf(Report(), "Orders").parameters,
+                ElementsAre(QueryParameter{0, "@Least", "=1"}));
+    EXPECT_TRUE(ReportParametersOf(Report()).empty());
+}
+
+TEST_F(DataDialogsTest, OfManyRowsTheFirstHundredAreShown) {
+    Open<DataSetDialog>();
+    Type("query",
+         "with recursive n(i) as (select 1 union all select i + 1 from n where i < 101) select i from n");
+    Click("run");
+    EXPECT_EQ(Note("query"), "The first 100 rows");
+    EXPECT_EQ(The<QTableWidget>("rows").rowCount(), 100);
+    Type("query",
+         "with recursive n(i) as (select 1 union all select i + 1 from n where i < 100) select i from n");
+    Click("run");
+    EXPECT_EQ(Note("query"), "Rows: 100");
 }
 
 TEST_F(DataDialogsTest, ATestValueHasTheTypeOfTheParameter) {

@@ -143,6 +143,26 @@ TEST_F(ParametersDialogTest, AChangeTouchesOneElement) {
     EXPECT_EQ(m_model.Source().UndoName(), "Change Parameters");
 }
 
+TEST_F(ParametersDialogTest, APromptThatIsTheNameFollowsIt) {
+    Press("add");
+    Type("name", "City");
+    EXPECT_EQ(The<QLineEdit>("prompt").text(), "City");
+    Type("prompt", "Which city?");
+    Type("name", "Town");
+    EXPECT_EQ(The<QLineEdit>("prompt").text(), "Which city?");
+    List().setCurrentRow(0);
+    EXPECT_EQ(The<QLineEdit>("prompt").text(), "Year");
+    Type("name", "Month");
+    EXPECT_EQ(The<QLineEdit>("prompt").text(), "Month");
+    Type("prompt", "");
+    Type("name", "Week");
+    EXPECT_EQ(The<QLineEdit>("prompt").text(), "");
+    Ok();
+    EXPECT_THAT(Text(), HasSubstr("<ReportParameter Name=\"Town\">"));
+    EXPECT_THAT(Text(), HasSubstr("<Prompt>Which city?</Prompt>"));
+    EXPECT_THAT(Text(), Not(HasSubstr("<Prompt>Month</Prompt>")));
+}
+
 TEST_F(ParametersDialogTest, AParameterIsAddedWithTypeValuesAndFlags) {
     Press("add");
     EXPECT_EQ(The<QLineEdit>("name").text(), "Parameter1");
