@@ -253,7 +253,13 @@ TEST_F(DataDialogsTest, AQueryThatFailsIsToldAndCanBeKeptAllTheSame) {
     Type("query", "select id from orders where dya = 1");
     Ok();
     EXPECT_THAT(Note("query"), HasSubstr("dya"));
+    const QColor fault = The<QLabel>("queryNote").palette().color(QPalette::WindowText);
     EXPECT_TRUE(m_dialog->isVisible());
+    Type("query", "select id from orders");
+    Click("run");
+    EXPECT_EQ(Note("query"), "Rows: 2");
+    EXPECT_NE(The<QLabel>("queryNote").palette().color(QPalette::WindowText), fault);
+    Type("query", "select id from orders where dya = 1");
     Click("takesFields");
     Ok();
     EXPECT_FALSE(m_dialog->isVisible());
