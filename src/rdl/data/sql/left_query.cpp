@@ -42,6 +42,7 @@ void LeftQuery::End() {
     ConnectionWatch watch;
     const ConnectionWatch::Limit limit(watch, Patience);
     if (m_another.open() && RestrictMySql(*m_another.driver())) {
+        watch.TakeConnection();
         QSqlQuery end(m_another);
         if (end.exec(QStringLiteral("SELECT @@hostname")) && end.next() &&
             end.value(0).toString() == m_server) {

@@ -160,7 +160,7 @@ void SqlConnection::Connect(const SqlSource& source, const ConnectString& pairs,
     if (!m_database.open()) {
         Refuse(address);
     }
-    m_watch.KeepAlive();
+    m_watch.TakeConnection();
     if (source.provider == ProviderKind::MySql && !RestrictMySql(*m_database.driver())) {
         throw Error(m_place +
                     " cannot be asked: the driver cannot be told to keep the files of this machine");
