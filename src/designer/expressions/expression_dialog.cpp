@@ -16,6 +16,7 @@
 #include "designer/dialogs/note.h"
 #include "designer/expressions/expression_edit.h"
 #include "designer/expressions/value_line.h"
+#include "designer/panes/plain_tip.h"
 #include "platform/base/text.h"
 
 namespace designer {
@@ -190,7 +191,7 @@ void ExpressionDialog::FillTree(const std::vector<ExpressionGroup>& groups, QTre
             own->setData(0, CursorRole, name.cursor);
             own->setData(0, HelpRole, name.help);
             own->setData(0, RowRole, name.row);
-            own->setToolTip(0, name.help);
+            own->setToolTip(0, PlainTip(name.help));
             own->setData(0, Qt::AccessibleDescriptionRole, name.help);
         }
     }

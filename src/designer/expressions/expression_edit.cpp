@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/expressions/expression_edit.h"
+#include "designer/panes/plain_tip.h"
 
 #include <QAbstractItemView>
 #include <QCompleter>
@@ -107,7 +108,7 @@ void ExpressionEdit::SetNames(std::vector<ExpressionName> names) {
         auto* item = new QStandardItem(m_names[place].shown);
         item->setData(MatchOf(m_names[place]), MatchRole);
         item->setData(static_cast<int>(place), PlaceRole);
-        item->setToolTip(m_names[place].help);
+        item->setToolTip(PlainTip(m_names[place].help));
         item->setAccessibleDescription(m_names[place].help);
         m_model->appendRow(item);
     }

@@ -169,6 +169,20 @@ TEST_F(ExpressionDialogTest, TheFilterAlsoFindsTheHelp) {
     EXPECT_EQ(shown, 0);
 }
 
+TEST_F(ExpressionDialogTest, ATipIsThePromptOfAParameterAndNoHtml) {
+    std::string text = Report();
+    text.insert(text.find("</Report>"),
+                "<ReportParameters><ReportParameter Name=\"Year\"><Prompt>&lt;img src='a.png'></Prompt>"
+                "</ReportParameter></ReportParameters>");
+    m_model.SetDocument(Document(text));
+    Open();
+    Find("!year");
+    const QTreeWidgetItem& entry = *The<QTreeWidget>("names").currentItem();
+    EXPECT_EQ(entry.text(0), "Parameters!Year.Value");
+    EXPECT_THAT(entry.toolTip(0).toStdString(), testing::HasSubstr("&lt;img src='a.png'&gt;"));
+    EXPECT_EQ(The<QLabel>("help").text(), "Parameters!Year.Value\n<img src='a.png'>");
+}
+
 TEST_F(ExpressionDialogTest, AFieldThatIsNotThereIsNamed) {
     Type("expression", "=Fields!Amuont.Value");
     Ok();

@@ -2,112 +2,27 @@
 // The dialogs for data sources and data sets, by mouse and keys.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSpinBox>
-#include <QTabWidget>
 #include <QTableWidget>
 #include <QTimer>
 #include <chrono>
 #include <fstream>
 
-#include "../report_text.h"
+#include "data_dialogs.h"
 #include "designer/dialogs/data_source_dialog.h"
-#include "designer/model/report_parameters.h"
 #include "designer/report_dialogs/data_set_dialog.h"
-#include "support/form_driver.h"
-#include "support/temporary_folder.h"
 
 namespace designer {
 namespace {
 
+using test::Sales;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-const std::string Sales =
-    test::ReportText(test::SourceText("Sales", "SQLITE", "Data Source=sales.db") +
-                         test::SourceText("Team", "PostgreSQL", "Host=db;Database=sales;SSL Mode=require") +
-                         test::SharedSourceText("Far", "Far"),
-                     test::SetText("Orders", "Sales", test::CommandText("select id from orders"),
-                                   test::FieldText("Number", "id")));
-
-class DataDialogsTest : public testing::Test, protected fakes::FormDriver {
- protected:
-    DataDialogsTest() : m_model(Document(Sales)) {
-        m_model.SetFile(m_folder / "sales.rdl");
-        sqlite3* database = nullptr;
-        sqlite3_open((m_folder / "sales.db").c_str(), &database);
-        sqlite3_exec(database,
-                     "create table orders (id integer, day text, amount real);"
-                     "insert into orders values (1, '2025-03-01', 2.5), (2, '2025-03-02', 4.25)",
-                     nullptr, nullptr, nullptr);
-        sqlite3_close(database);
-    }
-    template <typename Dialog>
-    void Open() {
-        m_dialog = std::make_unique<Dialog>(m_model);
-        m_dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
-    }
-    QWidget* Form() const override { return m_dialog.get(); }
-    void Ok() {
-        QTest::mouseClick(m_dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
-                          Qt::LeftButton);
-    }
-    std::string Line(const char* name) const { return The<QLineEdit>(name).text().toStdString(); }
-    std::string Note(const char* control) const {
-        return The<QLabel>((std::string(control) + "Note").c_str()).text().toStdString();
-    }
-    void Page(int index) const { The<QTabWidget>("setTabs").setCurrentIndex(index); }
-    void TypeCell(const char* table, int row, int column, const char* text) const {
-        auto& cells = The<QTableWidget>(table);
-        cells.setFocus();
-        cells.setCurrentCell(row, column);
-        QTest::keyClick(&cells, Qt::Key_F2);
-        TypeInEditor(text);
-    }
-    static void TypeInEditor(const char* text) {
-        QWidget* editor = QApplication::focusWidget();
-        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(editor, Qt::Key_Delete);
-        QTest::keyClicks(editor, text);
-        QTest::keyClick(editor, Qt::Key_Return);
-        QApplication::processEvents();
-    }
-    std::string Rows(const char* table) const {
-        const auto& cells = The<QTableWidget>(table);
-        QStringList rows;
-        for (int row = 0; row < cells.rowCount(); ++row) {
-            QStringList one;
-            for (int column = 0; column < cells.columnCount(); ++column) {
-                one += cells.item(row, column) ? cells.item(row, column)->text() : QString();
-            }
-            rows += one.join('|');
-        }
-        return rows.join(", ").toStdString();
-    }
-    void AddRow(const char* table, const std::vector<const char*>& cells) const {
-        The<QTableWidget>(table).setFocus();
-        QTest::keyClick(&The<QTableWidget>(table), Qt::Key_Insert);
-        const int row = The<QTableWidget>(table).currentRow();
-        TypeInEditor(cells[0]);
-        for (int column = 1; column < static_cast<int>(cells.size()); ++column) {
-            TypeCell(table, row, column, cells[static_cast<std::size_t>(column)]);
-        }
-    }
-    void Pick(const char* list, const char* entry) const { The<QComboBox>(list).setCurrentText(entry); }
-    const Document& Report() const { return m_model.Source(); }
-
-    const TemporaryFolder m_folder;
-    DesignModel m_model;
-    std::unique_ptr<QDialog> m_dialog;
-};
+class DataDialogsTest : public test::DataDialogsTest {};
 
 TEST_F(DataDialogsTest, OkWithoutAChangeChangesNothing) {
     Open<DataSourceDialog>();
@@ -268,119 +183,6 @@ TEST_F(DataDialogsTest, AQueryThatFailsIsToldAndCanBeKeptAllTheSame) {
     EXPECT_THAT(set.fields, ElementsAre(ReportField{.name = "Number", .column = "id"}));
 }
 
-TEST_F(DataDialogsTest, AParameterOfTheQueryHasAValueForATest) {
-    std::string text = Sales;
-    const std::string command = "<CommandText>select id from orders</CommandText>";
-    text.replace(text.find(command), command.size(),
-                 "<QueryParameters><QueryParameter Name=\"@Day\"><Value>=Parameters!Day.Value</Value>"
-                 "</QueryParameter></QueryParameters><CommandText>select id, day from orders where day = @Day"
-                 "</CommandText>");
-    m_model.SetDocument(Document(text));
-    Open<DataSetDialog>();
-    Click("run");
-    EXPECT_EQ(Note("query"), "Rows: 0; parameters without a test value are Null");
-    Page(1);
-    TypeCell("queryParameters", 0, 2, "2025-03-02");
-    Page(0);
-    Click("run");
-    EXPECT_EQ(Note("query"), "Rows: 1");
-    Ok();
-    EXPECT_THAT(QueryDetailsOf(Report(), "Orders").parameters,
-                ElementsAre(QueryParameter{0, "@Day", "=Parameters!Day.Value"}));
-    EXPECT_THAT(SetsOf(Report())[0].fields,
-                ElementsAre(ReportField{.name = "Number", .column = "id"},
-                            ReportField{.name = "day", .column = "day", .typeName = "System.DateTime"}));
-    EXPECT_EQ(Report().Text().find("2025-03-02"), std::string::npos);
-}
-
-TEST_F(DataDialogsTest, AQueryThatIsRunGetsTheParametersThatItNames) {
-    Open<DataSetDialog>();
-    Type("query", "select id from orders where day = @Day and id > @Least or day = @day -- @no");
-    Click("run");
-    EXPECT_EQ(Note("query"), "Rows: 0; parameters without a test value are Null");
-    Page(1);
-    EXPECT_EQ(Rows("queryParameters"), "@Day|=Parameters!Day.Value|, @Least|=Parameters!Least.Value|");
-    EXPECT_EQ(Note("queryParameters"),
-              "New parameters of the report: Day, Least. They are texts; Report, Parameters gives them "
-              "another type.");
-    TypeCell("queryParameters", 0, 2, "2025-03-02");
-    TypeCell("queryParameters", 1, 2, "1");
-    Page(0);
-    Click("run");
-    EXPECT_EQ(Note("query"), "Rows: 1");
-    Ok();
-    EXPECT_THAT(QueryDetailsOf(Report(), "Orders").parameters,
-                ElementsAre(QueryParameter{0, "@Day", "=Parameters!Day.Value"},
-                            QueryParameter{1, "@Least", "=Parameters!Least.Value"}));
-    const std::vector<ReportParameter> made = ReportParametersOf(Report());
-    ASSERT_EQ(made.size(), 2U);
-    EXPECT_EQ(made[1].name + " " + made[1].type + " " + made[1].prompt, "Least String Least");
-    EXPECT_EQ(Report().UndoCount(), 1U);
-    m_model.Undo();
-    EXPECT_EQ(Report().Text(), Sales);
-}
-
-TEST_F(DataDialogsTest, AQueryGetsItsParametersOnOkToo) {
-    Open<DataSetDialog>();
-    Type("query", "select id from orders where id > ? or id = ?");
-    Click("takesFields");
-    Ok();
-    EXPECT_THAT(QueryDetailsOf(Report(), "Orders").parameters,
-                ElementsAre(QueryParameter{0, "Parameter1", "=Parameters!Parameter1.Value"},
-                            QueryParameter{1, "Parameter2", "=Parameters!Parameter2.Value"}));
-    Open<DataSetDialog>();
-    Ok();
-    EXPECT_EQ(Report().UndoCount(), 1U);
-}
-
-TEST_F(DataDialogsTest, AParameterOfTheReportIsUsedWithItsDefault) {
-    std::string text = Sales;
-    text.insert(text.find("</Report>"),
-                "<ReportParameters><ReportParameter Name=\"least\"><DataType>Integer</DataType><DefaultValue>"
-                "<Values><Value>2</Value></Values></DefaultValue></ReportParameter></ReportParameters>");
-    m_model.SetDocument(Document(text));
-    Open<DataSetDialog>();
-    Type("query", "select id from orders where id >= @Least");
-    Page(1);
-    EXPECT_EQ(Rows("queryParameters"), "@Least|=Parameters!least.Value|2");
-    EXPECT_EQ(Note("queryParameters"), "");
-    Page(0);
-    Click("run");
-    EXPECT_EQ(Note("query"), "Rows: 1");
-    Ok();
-    EXPECT_EQ(ReportParametersOf(Report()).size(), 1U);
-}
-
-TEST_F(DataDialogsTest, AParameterThatTheUserRemovesDoesNotComeAgain) {
-    Open<DataSetDialog>();
-    Type("query", "select id from orders where id >= @Least and id < @Most");
-    Page(1);
-    The<QTableWidget>("queryParameters").setFocus();
-    The<QTableWidget>("queryParameters").setCurrentCell(0, 0);
-    QTest::keyClick(&The<QTableWidget>("queryParameters"), Qt::Key_Delete, Qt::ControlModifier);
-    EXPECT_EQ(
-        Note("queryParameters"),
-        "New parameters of the report: Most. They are texts; Report, Parameters gives them another type.");
-    Page(0);
-    Page(1);
-    EXPECT_EQ(Rows("queryParameters"), "@Most|=Parameters!Most.Value|");
-    // What the query does not ask for any more goes, and is new when it comes again.
-    Page(0);
-    Type("query", "select id from orders");
-    Page(1);
-    EXPECT_EQ(Rows("queryParameters"), "");
-    Page(0);
-    Type("query", "select id from orders where id >= @Least");
-    Page(1);
-    EXPECT_EQ(Rows("queryParameters"), "@Least|=Parameters!Least.Value|");
-    TypeCell("queryParameters", 0, 1, "=1");
-    EXPECT_EQ(Note("queryParameters"), "");
-    Ok();
-    EXPECT_THAT(QueryDetailsOf(Report(), "Orders").parameters,
-                ElementsAre(QueryParameter{0, "@Least", "=1"}));
-    EXPECT_TRUE(ReportParametersOf(Report()).empty());
-}
-
 TEST_F(DataDialogsTest, OfManyRowsTheFirstHundredAreShown) {
     Open<DataSetDialog>();
     Type("query",
@@ -392,23 +194,6 @@ TEST_F(DataDialogsTest, OfManyRowsTheFirstHundredAreShown) {
          "with recursive n(i) as (select 1 union all select i + 1 from n where i < 100) select i from n");
     Click("run");
     EXPECT_EQ(Note("query"), "Rows: 100");
-}
-
-TEST_F(DataDialogsTest, ATestValueHasTheTypeOfTheParameter) {
-    const Document report(R"(<Report xmlns="urn:a"><ReportParameters>
-        <ReportParameter Name="Year"><DataType>Integer</DataType>
-          <DefaultValue><Values><Value>2025</Value></Values></DefaultValue></ReportParameter>
-        <ReportParameter Name="Day"><DataType>DateTime</DataType></ReportParameter>
-        <ReportParameter Name="Zip"/></ReportParameters></Report>)");
-    EXPECT_EQ(TestValue(report, "=Parameters!Year.Value", "7"), "=7");
-    EXPECT_EQ(TestValue(report, "=Parameters!Year.Value", "seven"), "seven");
-    EXPECT_EQ(TestValue(report, "=Parameters!Day.Value", "2025-03-01"), "=CDate(\"2025-03-01\")");
-    EXPECT_EQ(TestValue(report, "=parameters!zip.value", "01234"), "01234");
-    EXPECT_EQ(TestValue(report, "=1+1", "2"), "=2");
-    EXPECT_EQ(TestValue(report, "=1+1", "=3"), "=3");
-    EXPECT_EQ(TestValue(report, "=1+1", " "), "");
-    EXPECT_EQ(FirstTestValue(report, "=Parameters!Year.Value"), "2025");
-    EXPECT_EQ(FirstTestValue(report, "=Parameters!Day.Value"), "");
 }
 
 TEST_F(DataDialogsTest, ParametersComputedFieldsAndFiltersAreAddedInOneStep) {
