@@ -32,10 +32,9 @@ std::vector<std::string> NamesOf(const std::vector<ReportSource>& sources) {
 
 }  // namespace
 
-DataSourceDialog::DataSourceDialog(DesignModel& model, Logons& logons, QWidget* parent)
+DataSourceDialog::DataSourceDialog(DesignModel& model, QWidget* parent)
     : QDialog(parent),
       m_model(model),
-      m_logons(logons),
       m_part(new PartForm(model.Source(), DataPart::Source, NamesOf(SourcesOf(model.Source())), this)),
       m_form(new SourceForm(this)),
       m_isShared(new QCheckBox(tr("In a fi&le of its own, which reports share"), this)) {
@@ -163,8 +162,8 @@ void DataSourceDialog::ShowSource() {
         m_form->SetSource(std::string(SourceKinds().front().provider), {});
     } else {
         m_form->SetSource(found->provider, found->connectString);
-        const auto logon = m_logons.find(found->name);
-        if (logon != m_logons.end() && !m_form->Fields().keepsLogon) {
+        const auto logon = m_model.SourceLogons().find(found->name);
+        if (logon != m_model.SourceLogons().end() && !m_form->Fields().keepsLogon) {
             m_form->SetLogon(logon->second.user, logon->second.password);
         }
     }
@@ -193,9 +192,9 @@ void DataSourceDialog::accept() {
     const bool isDone = m_model.Edit(step.arg(QString::fromStdString(source.name)),
                                      [&](Document& document) { PutSource(document, old, source); });
     if (isDone) {
-        m_logons.erase(old);
+        m_model.SourceLogons().erase(old);
         if (!fields.user.empty() && !fields.keepsLogon) {
-            m_logons[source.name] = {.user = fields.user, .password = fields.password};
+            m_model.SourceLogons()[source.name] = {.user = fields.user, .password = fields.password};
         }
         QDialog::accept();
     }

@@ -5,7 +5,6 @@
 
 #include <QDialog>
 
-#include "designer/dialogs/logons.h"
 #include "designer/model/design_model.h"
 
 class QCheckBox;
@@ -22,8 +21,8 @@ class SourceForm;
 class DataSourceDialog : public QDialog {
     Q_OBJECT
  public:
-    // Both must live as long as the dialog. A logon that the report does not keep goes into `logons`.
-    DataSourceDialog(DesignModel& model, Logons& logons, QWidget* parent = nullptr);
+    // The model must live as long as the dialog. It takes a logon that the report does not keep.
+    explicit DataSourceDialog(DesignModel& model, QWidget* parent = nullptr);
     // Shows the part of this name; a new one if the name is empty. Without it the first one is shown.
     void Choose(const std::string& name);
     void accept() override;
@@ -38,7 +37,6 @@ class DataSourceDialog : public QDialog {
     void Lock();
 
     DesignModel& m_model;
-    Logons& m_logons;
     PartForm* m_part;
     SourceForm* m_form;
     QCheckBox* m_isShared;

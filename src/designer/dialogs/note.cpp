@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/dialogs/note.h"
 
+#include <QApplication>
+
 namespace designer {
 
 Note::Note(QWidget& control, QWidget* parent) : QLabel(parent), m_control(control) {
@@ -26,11 +28,11 @@ void Note::ShowFault(const QString& text) {
 }
 
 void Note::ShowText(const QString& text) {
-    Show(text, palette().color(QPalette::WindowText));
+    Show(text, QApplication::palette(this).color(QPalette::WindowText));  // its own may be that of a fault
 }
 
 void Note::Clear() {
-    Show({}, palette().color(QPalette::WindowText));
+    ShowText({});
 }
 
 void Note::Show(const QString& text, const QColor& colour) {

@@ -198,6 +198,12 @@ std::string QueryForm::Query() const {
     return m_query->toPlainText().trimmed().toStdString();
 }
 
+std::vector<std::string> QueryForm::ParametersAskedFor() const {
+    const bool isText = m_kind && m_request.kind == rdl::QueryKind::Text;
+    return isText ? rdl::ParametersOfQuery(m_request.provider, m_request.connectString, Query())
+                  : std::vector<std::string>();
+}
+
 std::string QueryForm::TableOfQuery() const {
     return !m_ownQuery.empty() && Query() == m_ownQuery ? m_ownTable : std::string();
 }
@@ -210,6 +216,7 @@ void QueryForm::ForgetRows() {
 }
 
 bool QueryForm::Run() {
+    emit AboutToRun();
     if (m_rows) {
         return true;
     }
@@ -233,8 +240,9 @@ bool QueryForm::Run() {
     const bool hasNull = std::any_of(parameters.begin(), parameters.end(),
                                      [](const rdl::QueryValue& one) { return one.value.empty(); });
     const QString values = hasNull ? tr("; parameters without a test value are Null") : QString();
-    m_note->ShowText(count < m_request.mostRows ? tr("Rows: %1").arg(count) + values
-                                                : tr("The first %1 rows").arg(count) + values);
+    constexpr std::size_t Shown = RowsTable::MostRows;
+    m_note->ShowText(count <= Shown ? tr("Rows: %1").arg(count) + values
+                                    : tr("The first %1 rows").arg(Shown) + values);
     emit Ran();
     return true;
 }

@@ -34,6 +34,8 @@ class QueryForm : public QWidget {
     // How the query is meant, and the values of its parameters, when it is run.
     void SetRun(rdl::QueryKind kind, const std::vector<rdl::QueryValue>& parameters);
     std::string Query() const;  // trimmed
+    // Returns the parameters that the query asks for, with their marks; a ? for each that has no name.
+    std::vector<std::string> ParametersAskedFor() const;
     // The table that the query was made from; empty if it was typed.
     std::string TableOfQuery() const;
 
@@ -45,6 +47,7 @@ class QueryForm : public QWidget {
 
  signals:
     void Edited();  // the query
+    void AboutToRun();
     void Ran();
 
  protected:

@@ -23,6 +23,8 @@ std::string MomentText(std::int64_t ticks) {
     return (text + " " + time.toString(time.msec() == 0 ? "HH:mm:ss" : "HH:mm:ss.zzz")).toStdString();
 }
 
+}  // namespace
+
 const char* WordOf(Kind kind) {
     switch (kind) {
         case Kind::Boolean:
@@ -43,8 +45,6 @@ const char* WordOf(Kind kind) {
             return "Text";
     }
 }
-
-}  // namespace
 
 std::string TextOf(const rdl::Value& value) {
     switch (value.kind()) {

@@ -10,7 +10,6 @@
 namespace designer {
 namespace {
 
-constexpr std::size_t MostRows = 100;
 constexpr std::size_t MostText = 200;  // bytes of a cell
 constexpr int MostWidth = 30;          // of a column, in characters
 

@@ -10,8 +10,10 @@ namespace designer {
 
 class RowsTable : public QTableWidget {
  public:
+    static constexpr std::size_t MostRows = 100;
+
     explicit RowsTable(QWidget* parent = nullptr);
-    // Shows at most 100 of the rows.
+    // Shows at most MostRows of the rows.
     void ShowRows(const rdl::QueryRows& rows);
 };
 

@@ -6,7 +6,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QSplitter>
@@ -15,6 +14,9 @@
 #include <algorithm>
 
 #include "designer/dialogs/note.h"
+#include "designer/expressions/expression_edit.h"
+#include "designer/expressions/value_line.h"
+#include "designer/panes/plain_tip.h"
 #include "platform/base/text.h"
 
 namespace designer {
@@ -73,7 +75,12 @@ ExpressionDialog::ExpressionDialog(DesignModel& model, std::vector<ElementId> id
 
 ExpressionDialog::ExpressionDialog(const DesignModel& model, const ExpressionPlace& place,
                                    const std::string& value, Take take, QWidget* parent)
-    : QDialog(parent), m_model(model), m_check(model, place.write), m_old(value), m_take(std::move(take)) {
+    : QDialog(parent),
+      m_model(model),
+      m_check(model, place.write),
+      m_old(value),
+      m_take(std::move(take)),
+      m_value(new ValueLine(model, place.write, this)) {
     setObjectName("expressionDialog");
     setWindowTitle(tr("Expression: %1").arg(place.title));
     auto* splitter = new QSplitter(Qt::Vertical, this);
@@ -81,6 +88,7 @@ ExpressionDialog::ExpressionDialog(const DesignModel& model, const ExpressionPla
     BuildEditor(*new QWidget(splitter));
     BuildNames(*new QWidget(splitter));
     splitter->setStretchFactor(1, 2);
+    splitter->setSizes({2000, 3000});  // in proportion
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &ExpressionDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &ExpressionDialog::reject);
@@ -98,12 +106,18 @@ ExpressionDialog::ExpressionDialog(const DesignModel& model, const ExpressionPla
 }
 
 void ExpressionDialog::BuildEditor(QWidget& side) {
-    m_text = new QPlainTextEdit(&side);
+    m_text = new ExpressionEdit(&side);
     m_text->setObjectName("expression");
     m_text->setTabChangesFocus(true);
     m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    m_text->setToolTip(tr("Ctrl+Enter is OK"));
-    m_text->installEventFilter(this);
+    m_text->setToolTip(tr("Ctrl+Space offers names, Ctrl+Enter is OK"));
+    m_text->SetNames(NamesToType(m_model.Source(), m_value->DataSet()));
+    m_signature = new QLabel(&side);
+    m_signature->setObjectName("signature");
+    m_signature->setAccessibleName(tr("Arguments of the function"));
+    m_signature->setTextFormat(Qt::RichText);
+    m_signature->setWordWrap(true);
+    m_signature->setMinimumHeight(fontMetrics().lineSpacing());
     m_note = new Note(*m_text, &side);
     auto* label = new QLabel(tr("&Value; an expression begins with ="), &side);
     label->setBuddy(m_text);
@@ -111,8 +125,13 @@ void ExpressionDialog::BuildEditor(QWidget& side) {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(label);
     layout->addWidget(m_text, 1);
+    layout->addWidget(m_signature);
     layout->addWidget(m_note);
+    layout->addWidget(m_value);
     connect(m_text, &QPlainTextEdit::textChanged, this, [this] { m_pause.start(); });
+    connect(m_text, &QPlainTextEdit::cursorPositionChanged, this,
+            [this] { m_signature->setText(m_text->CallTip()); });
+    connect(m_text, &ExpressionEdit::Done, this, &ExpressionDialog::accept);
 }
 
 void ExpressionDialog::BuildNames(QWidget& side) {
@@ -172,7 +191,7 @@ void ExpressionDialog::FillTree(const std::vector<ExpressionGroup>& groups, QTre
             own->setData(0, CursorRole, name.cursor);
             own->setData(0, HelpRole, name.help);
             own->setData(0, RowRole, name.row);
-            own->setToolTip(0, name.help);
+            own->setToolTip(0, PlainTip(name.help));
             own->setData(0, Qt::AccessibleDescriptionRole, name.help);
         }
     }
@@ -202,29 +221,19 @@ void ExpressionDialog::InsertName() {
     if (!entry || entry->data(0, TextRole).isNull()) {
         return;
     }
-    QTextCursor cursor = m_text->textCursor();
     const QString before = m_text->toPlainText().trimmed().isEmpty() ? "=" : "";
-    const int begin = cursor.selectionStart() + static_cast<int>(before.size());
-    cursor.insertText(before + entry->data(0, TextRole).toString());
-    cursor.setPosition(begin + entry->data(0, CursorRole).toInt());
-    m_text->setTextCursor(cursor);
+    m_text->Insert(before + entry->data(0, TextRole).toString(),
+                   static_cast<int>(before.size()) + entry->data(0, CursorRole).toInt());
     m_text->setFocus();
 }
 
-// Enter in the names inserts, Ctrl+Enter in the expression is OK; the arrows go from the line to the tree.
+// Enter in the names inserts; the arrows go from the line to the tree.
 bool ExpressionDialog::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) {
         return QDialog::eventFilter(watched, event);
     }
     const int key = static_cast<QKeyEvent*>(event)->key();
     const bool isEnter = key == Qt::Key_Return || key == Qt::Key_Enter;
-    if (watched == m_text) {
-        const bool isOk = isEnter && (static_cast<QKeyEvent*>(event)->modifiers() & Qt::ControlModifier);
-        if (isOk) {
-            accept();
-        }
-        return isOk;
-    }
     if (isEnter) {
         InsertName();
         return true;
@@ -261,6 +270,15 @@ void ExpressionDialog::MarkPlace(int position) {
     m_text->setExtraSelections(marks);
 }
 
+void ExpressionDialog::Compute() {
+    const std::string value = Value();
+    if (value.starts_with('=')) {
+        m_value->Compute(value);
+    } else {
+        m_value->Clear();
+    }
+}
+
 bool ExpressionDialog::Check() {
     m_pause.stop();
     if (!m_check.OtherFault().empty()) {
@@ -272,8 +290,10 @@ bool ExpressionDialog::Check() {
     MarkPlace(fault ? fault->position : -1);
     if (fault) {
         m_note->ShowFault(QString::fromStdString(fault->text));
+        m_value->Clear();
     } else {
         m_note->Clear();
+        Compute();
     }
     return !fault;
 }

@@ -14,13 +14,14 @@
 
 class QLabel;
 class QLineEdit;
-class QPlainTextEdit;
 class QTreeWidget;
 class QTreeWidgetItem;
 
 namespace designer {
 
+class ExpressionEdit;
 class Note;
+class ValueLine;
 
 // A place for a value that is not in the report yet: a dialog shows it.
 struct ExpressionPlace {
@@ -50,6 +51,7 @@ class ExpressionDialog : public QDialog {
 
  private:
     void BuildEditor(QWidget& side);
+    void Compute();
     void BuildNames(QWidget& side);
     void FillTree(const std::vector<ExpressionGroup>& groups, QTreeWidgetItem* parent);
     void ShowMatches(const QString& filter);
@@ -63,8 +65,10 @@ class ExpressionDialog : public QDialog {
     const ExpressionCheck m_check;
     const std::string m_old;
     const Take m_take;
-    QPlainTextEdit* m_text = nullptr;
+    ExpressionEdit* m_text = nullptr;
+    QLabel* m_signature = nullptr;
     Note* m_note = nullptr;
+    ValueLine* m_value;
     QLineEdit* m_filter = nullptr;
     QTreeWidget* m_tree = nullptr;
     QLabel* m_help = nullptr;

@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
+#include <QSet>
+#include <algorithm>
 
 #include "designer/document/report_items.h"
 #include "designer/model/report_data.h"
@@ -101,6 +103,64 @@ std::vector<ExpressionGroup> NamesOfGuide() {
             {.title = Tr("Functions"), .groups = TablesOfGuide(guide, "functions")}};
 }
 
+namespace {
+
+// The functions that the code of a report has, with their arguments as they are written there.
+ExpressionGroup OwnFunctions(const Document& document) {
+    static const QRegularExpression Function(
+        "^[ \\t]*(?:(?:Public|Shared)[ \\t]+)*Function[ \\t]+(\\w+)[ \\t]*\\(([^()\\n]*)\\)",
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::MultilineOption |
+            QRegularExpression::UseUnicodePropertiesOption);
+    ExpressionGroup group{.title = Tr("Functions of the report")};
+    const QString code = QString::fromStdString(document.TextAt(document.Root(), "Code").value_or(""));
+    for (auto found = Function.globalMatch(code); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        const QString shown = "Code." + match.captured(1) + "(" + match.captured(2).simplified() + ")";
+        group.names.push_back(NameOf(shown, Tr("A function of the report"), shown));
+    }
+    return group;
+}
+
+void Flatten(const std::vector<ExpressionGroup>& groups, std::vector<ExpressionName>& names) {
+    for (const ExpressionGroup& group : groups) {
+        names.insert(names.end(), group.names.begin(), group.names.end());
+        Flatten(group.groups, names);
+    }
+}
+
+// A field has more than its value, and so has a parameter.
+void AddMember(const char* collection, const QString& member, const QString& help,
+               std::vector<ExpressionName>& names) {
+    std::vector<ExpressionName> added;
+    for (const ExpressionName& name : names) {
+        if (name.text.startsWith(collection) && name.text.endsWith(".Value")) {
+            added.push_back(PlainName(name.text.chopped(5) + member, help));
+        }
+    }
+    names.insert(names.end(), added.begin(), added.end());
+}
+
+}  // namespace
+
+std::vector<ExpressionName> NamesToType(const Document& document, const std::string& dataSet) {
+    std::vector<ExpressionGroup> groups = NamesOfReport(document);
+    const QString own = QString::fromStdString(dataSet);
+    std::stable_partition(groups[0].groups.begin(), groups[0].groups.end(),
+                          [&](const ExpressionGroup& set) { return set.title == own; });
+    std::vector<ExpressionName> names;
+    Flatten(groups, names);
+    AddMember("Fields!", "IsMissing", Tr("Whether the query does not have the field"), names);
+    AddMember("Parameters!", "Label", Tr("What the list of valid values shows"), names);
+    Flatten(NamesOfGuide(), names);
+    QSet<QString> known;  // data sets may have fields of one name, and forms several rows in the guide
+    std::erase_if(names, [&](const ExpressionName& name) {
+        const qsizetype count = known.size();
+        known.insert(name.shown.toLower());
+        return known.size() == count;
+    });
+    return names;
+}
+
 std::vector<ExpressionGroup> NamesOfReport(const Document& document) {
     ExpressionGroup fields{.title = Tr("Fields")};
     for (const ReportSet& set : SetsOf(document)) {
@@ -132,7 +192,7 @@ std::vector<ExpressionGroup> NamesOfReport(const Document& document) {
                                             Tr("What the text box shows")));
         }
     }
-    return {std::move(fields), std::move(parameters), std::move(boxes)};
+    return {std::move(fields), std::move(parameters), std::move(boxes), OwnFunctions(document)};
 }
 
 }  // namespace designer

@@ -24,8 +24,12 @@ struct ExpressionGroup {
     std::vector<ExpressionGroup> groups = {};
 };
 
-// Returns the fields of each data set, the parameters and the text boxes of a report.
+// Returns the fields of each data set, the parameters, the text boxes and the own functions of a report.
 std::vector<ExpressionGroup> NamesOfReport(const Document& document);
+
+// Returns what can be typed in an expression of this data set, which may be empty: names of the report, those
+// of its data set first, and of the guide.
+std::vector<ExpressionName> NamesToType(const Document& document, const std::string& dataSet);
 
 // Returns the globals, functions and aggregates that the guide to report files lists, under the titles of its
 // tables.

@@ -71,7 +71,7 @@ ChartDataPage::ChartDataPage(const DesignModel& model, ChartDesign& design, Open
       m_form(new QFormLayout(m_entry)) {
     m_set->setObjectName("cboDataSet");
     m_entry->setObjectName("entry");
-    for (const DataSetFields& set : DataSetsOf(model.Source())) {
+    for (const ReportSet& set : SetsOf(model.Source())) {
         m_set->addItem(QString::fromStdString(set.name));
     }
     m_set->setCurrentIndex(m_set->findText(QString::fromStdString(design.dataSet), Qt::MatchFixedString));
@@ -135,12 +135,12 @@ std::vector<ChartGroup>& ChartDataPage::Groups(Part part) {
 void ChartDataPage::Add(Part part, const DraggedField& field) {
     int& row = m_rows[static_cast<std::size_t>(part)];
     if (part == Part::Values) {
-        const auto sets = DataSetsOf(m_model.Source());
+        const auto sets = SetsOf(m_model.Source());
         bool isNumeric = false;
-        for (const DataSetFields& set : sets) {
-            for (const DataField& one : set.fields) {
+        for (const ReportSet& set : sets) {
+            for (const ReportField& one : set.fields) {
                 isNumeric = isNumeric || (SameAscii(set.name, field.dataSet) &&
-                                          SameAscii(one.name, field.field) && one.isNumeric);
+                                          SameAscii(one.name, field.field) && one.IsNumeric());
             }
         }
         ChartValue value;

@@ -58,7 +58,7 @@ NewChartDialog::NewChartDialog(const Document& document, QWidget* parent)
     setObjectName("newChartDialog");
     setWindowTitle(tr("New Chart"));
     m_set->setObjectName("cboDataSet");
-    for (const DataSetFields& set : DataSetsOf(document)) {
+    for (const ReportSet& set : SetsOf(document)) {
         m_set->addItem(QString::fromStdString(set.name));
     }
     auto* type = new QLabel(tr("&Type:"), this);

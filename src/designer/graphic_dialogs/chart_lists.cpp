@@ -22,9 +22,9 @@ FieldList::FieldList(QWidget* parent) : QListWidget(parent) {
 void FieldList::ShowSet(const Document& document, const std::string& dataSet) {
     clear();
     m_set = dataSet;
-    for (const DataSetFields& set : DataSetsOf(document)) {
+    for (const ReportSet& set : SetsOf(document)) {
         if (SameAscii(set.name, dataSet)) {
-            for (const DataField& field : set.fields) {
+            for (const ReportField& field : set.fields) {
                 addItem(QString::fromStdString(field.name));
             }
         }

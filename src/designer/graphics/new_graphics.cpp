@@ -37,8 +37,8 @@ std::string_view WordOf(NewGraphic kind) {
     return {};
 }
 
-std::optional<DataSetFields> FindSet(const Document& document, const std::string& name) {
-    for (DataSetFields& set : DataSetsOf(document)) {
+std::optional<ReportSet> FindSet(const Document& document, const std::string& name) {
+    for (ReportSet& set : SetsOf(document)) {
         if (name.empty() || SameAscii(set.name, name)) {
             return std::move(set);
         }
@@ -46,7 +46,7 @@ std::optional<DataSetFields> FindSet(const Document& document, const std::string
     return std::nullopt;
 }
 
-DataSetFields SetFor(const Document& document, NewGraphic kind, const std::string& name) {
+ReportSet SetFor(const Document& document, NewGraphic kind, const std::string& name) {
     auto set = FindSet(document, name);
     if (!set) {
         throw EditError("The report has no data set that " +
@@ -56,9 +56,9 @@ DataSetFields SetFor(const Document& document, NewGraphic kind, const std::strin
     return *std::move(set);
 }
 
-const DataField* FirstField(const DataSetFields& set, bool isNumeric) {
+const ReportField* FirstField(const ReportSet& set, bool isNumeric) {
     const auto found = std::find_if(set.fields.begin(), set.fields.end(),
-                                    [&](const DataField& field) { return field.isNumeric == isNumeric; });
+                                    [&](const ReportField& field) { return field.IsNumeric() == isNumeric; });
     return found == set.fields.end() ? nullptr : &*found;
 }
 
@@ -67,8 +67,8 @@ struct Measure {
     std::string value = "=CountRows()", most = "=CountRows()";
 };
 
-Measure MeasureOf(const DataSetFields& set) {
-    const DataField* field = FirstField(set, true);
+Measure MeasureOf(const ReportSet& set) {
+    const ReportField* field = FirstField(set, true);
     if (!field) {
         return {};
     }
@@ -80,7 +80,7 @@ std::string Input(std::string_view name, std::string_view value) {
     return "<" + std::string(name) + ">" + LeafOf("Value", value) + "</" + std::string(name) + ">";
 }
 
-std::string GaugeXml(const DataSetFields& set) {
+std::string GaugeXml(const ReportSet& set) {
     const Measure measure = MeasureOf(set);
     return "<RadialGauges><RadialGauge Name=\"RadialGauge1\"><GaugeScales><RadialScale "
            "Name=\"RadialScale1\"><GaugePointers><RadialPointer Name=\"RadialPointer1\"><PointerCap>"
@@ -100,7 +100,7 @@ std::string State(std::string_view name, int from, int to, std::string_view colo
            "</IndicatorState>";
 }
 
-std::string IndicatorXml(const DataSetFields& set) {
+std::string IndicatorXml(const ReportSet& set) {
     const Measure measure = MeasureOf(set);
     return "<StateIndicators><StateIndicator Name=\"StateIndicator1\">" +
            Input("GaugeInputValue", measure.value) + "<TransformationType>Percentage</TransformationType>" +
@@ -146,19 +146,19 @@ std::string_view ElementOf(NewGraphic kind) {
 }
 
 std::string ContentOf(const Document& document, NewGraphic kind, const GraphicChoice& choice) {
-    const auto shows = [](const DataSetFields& set) { return LeafOf("DataSetName", set.name); };
+    const auto shows = [](const ReportSet& set) { return LeafOf("DataSetName", set.name); };
     switch (kind) {
         case NewGraphic::Chart: {
-            const DataSetFields set = SetFor(document, kind, choice.dataSet);
+            const ReportSet set = SetFor(document, kind, choice.dataSet);
             const ChartType& type = choice.chart ? *choice.chart : ChartTypes().front();
             return ChartContent(document, type, set.name) + shows(set);
         }
         case NewGraphic::Gauge: {
-            const DataSetFields set = SetFor(document, kind, choice.dataSet);
+            const ReportSet set = SetFor(document, kind, choice.dataSet);
             return GaugeXml(set) + shows(set);
         }
         case NewGraphic::Indicator: {
-            const DataSetFields set = SetFor(document, kind, choice.dataSet);
+            const ReportSet set = SetFor(document, kind, choice.dataSet);
             return IndicatorXml(set) + shows(set);
         }
         case NewGraphic::BarCode:
@@ -203,8 +203,8 @@ std::string ChartContent(const Document& document, const ChartType& type, const 
     ChartDesign design;
     design.type = type.type;
     design.subtype = type.subtype;
-    const DataField* number = set ? FirstField(*set, true) : nullptr;
-    const DataField* category = set ? FirstField(*set, false) : nullptr;
+    const ReportField* number = set ? FirstField(*set, true) : nullptr;
+    const ReportField* category = set ? FirstField(*set, false) : nullptr;
     category = category || !set || set->fields.empty() ? category : &set->fields.front();
     ChartValue value;
     value.label = number ? FieldTitle(number->name) : "Rows";

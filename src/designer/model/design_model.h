@@ -14,6 +14,7 @@
 
 #include "designer/document/document.h"
 #include "designer/document/report_items.h"
+#include "designer/model/logons.h"
 
 namespace designer {
 
@@ -29,6 +30,10 @@ class DesignModel : public QObject {
     // Replaces the document; the steps and the selection are gone. A file that was read again is not
     // modified.
     void SetDocument(Document document);
+
+    // Users and passwords that were typed for the data sources of this report.
+    const Logons& SourceLogons() const { return m_logons; }
+    Logons& SourceLogons() { return m_logons; }
 
     // The items as of now. A pointer to one is valid until the next change.
     const ReportItems& Items() const { return m_items; }
@@ -65,6 +70,7 @@ class DesignModel : public QObject {
 
     Document m_document;
     std::filesystem::path m_file;
+    Logons m_logons;
     ReportItems m_items;
     std::unordered_map<ElementId, std::size_t> m_places;  // in m_items.items
     std::uint64_t m_read = 0;                             // revision of m_items

@@ -79,13 +79,6 @@ ElementId PutPart(Document& document, DataPart part, const std::string& old, con
     return id;
 }
 
-ReportField FieldOf(const Document& document, ElementId id) {
-    return {.name = NameOf(document, id),
-            .column = document.TextAt(id, "DataField").value_or(""),
-            .value = document.TextAt(id, "Value").value_or(""),
-            .typeName = document.TextAt(id, "rd:TypeName").value_or("")};
-}
-
 // An element that is missing stays so if it would be empty; one of a part that is new is written.
 void SetIfOther(Document& document, ElementId id, std::string_view path, const std::string& text,
                 bool isNew) {
@@ -144,22 +137,6 @@ std::vector<ReportSource> SourcesOf(const Document& document) {
              .reference = document.TextAt(id, "DataSourceReference").value_or("")});
     }
     return sources;
-}
-
-std::vector<ReportSet> SetsOf(const Document& document) {
-    std::vector<ReportSet> sets;
-    for (const ElementId id : PartsOf(document, DataPart::Set)) {
-        ReportSet set{.name = NameOf(document, id),
-                      .source = document.TextAt(id, "Query/DataSourceName").value_or(""),
-                      .query = document.TextAt(id, "Query/CommandText").value_or(""),
-                      .fields = {},
-                      .isShared = document.Find(id, "SharedDataSet") != NoElement};
-        for (const ElementId field : ChildrenNamed(document, id, "Fields", "Field")) {
-            set.fields.push_back(FieldOf(document, field));
-        }
-        sets.push_back(std::move(set));
-    }
-    return sets;
 }
 
 std::string FaultOfName(const Document& document, DataPart part, std::string_view old,

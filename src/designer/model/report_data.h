@@ -9,6 +9,7 @@
 
 #include "designer/document/document.h"
 #include "designer/new_report/columns.h"
+#include "designer/tables/fields.h"
 
 namespace designer {
 
@@ -19,23 +20,7 @@ struct ReportSource {
     bool operator==(const ReportSource&) const = default;
 };
 
-struct ReportField {
-    std::string name;
-    std::string column = {};    // of the query; empty for a field that is computed
-    std::string value = {};     // of a field that is computed: an expression
-    std::string typeName = {};  // System.Int64 ...; may be empty
-    bool operator==(const ReportField&) const = default;
-};
-
-struct ReportSet {
-    std::string name, source = {}, query = {};
-    std::vector<ReportField> fields = {};
-    bool isShared = false;
-    bool operator==(const ReportSet&) const = default;
-};
-
 std::vector<ReportSource> SourcesOf(const Document& document);
-std::vector<ReportSet> SetsOf(const Document& document);
 
 enum class DataPart { Source, Set, Parameter, Image };
 // Returns why a part cannot have the name, as a text for users; empty if it can. `old` is the name that it

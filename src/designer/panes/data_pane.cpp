@@ -73,9 +73,9 @@ std::vector<DataPane::Entry> DataPane::Entries() const {
                                std::string_view(element) == "EmbeddedImage"});
         }
     };
-    for (const DataSetFields& set : DataSetsOf(document)) {
+    for (const ReportSet& set : SetsOf(document)) {
         entries.push_back({set.name, {}, {}, {}, 0, DataPart::Set, set.name, set.id});
-        for (const DataField& field : set.fields) {
+        for (const ReportField& field : set.fields) {
             entries.push_back({field.name, set.name, field.name, {}, 1, DataPart::Set, set.name, field.id});
         }
     }

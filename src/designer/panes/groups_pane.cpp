@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/panes/groups_pane.h"
+#include "designer/panes/plain_tip.h"
 
 #include <vector>
 
@@ -62,7 +63,7 @@ void GroupsPane::AddGroups(const QString& title, ElementId region, Axis axis) {
             around.push_back(row);
         }
     } catch (const EditError& error) {
-        top->setToolTip(0, QString::fromUtf8(error.what()));
+        top->setToolTip(0, PlainTip(QString::fromUtf8(error.what())));
     }
 }
 

@@ -10,6 +10,7 @@
 
 #include "designer/model/placing.h"
 #include "designer/model/table_selection.h"
+#include "designer/panes/plain_tip.h"
 #include "designer/tables/tracks.h"
 
 namespace designer {
@@ -276,7 +277,7 @@ void PropertyPane::ShowValue(QTreeWidgetItem& row, const PropertyRow& property) 
     // What is set has the colour of all texts, whatever the palette is later.
     row.setData(1, Qt::ForegroundRole,
                 value.isSet ? QVariant() : QVariant(palette().brush(QPalette::Disabled, QPalette::Text)));
-    row.setToolTip(1, value.isMixed ? tr("There are different values") : text);
+    row.setToolTip(1, value.isMixed ? tr("There are different values") : PlainTip(text));
 }
 
 // An editor that is left as it was changes nothing, also where the values differ or none is set.

@@ -18,6 +18,7 @@
 #include "designer/dialogs/part_form.h"
 #include "designer/dialogs/query_form.h"
 #include "designer/expressions/filter_list.h"
+#include "designer/report_dialogs/query_parameters.h"
 #include "platform/base/ascii.h"
 #include "platform/base/text.h"
 #include "platform/contracts/runtime.h"
@@ -48,10 +49,9 @@ std::vector<std::string> NamesOf(const std::vector<ReportField>& fields) {
 
 }  // namespace
 
-DataSetDialog::DataSetDialog(DesignModel& model, const Logons& logons, QWidget* parent)
+DataSetDialog::DataSetDialog(DesignModel& model, QWidget* parent)
     : QDialog(parent),
       m_model(model),
-      m_logons(logons),
       m_sources(SourcesOf(model.Source())),
       m_part(new PartForm(model.Source(), DataPart::Set, OwnSets(model.Source()), this)),
       m_tabs(new QTabWidget(this)) {
@@ -133,26 +133,15 @@ QWidget* DataSetDialog::PageOf(RowTable& table, Note& note, const QString& help)
 }
 
 void DataSetDialog::BuildTables() {
-    m_parameters = new RowTable(
-        m_model, "queryParameters", tr("Parameters of the query"),
-        {{.title = tr("Name")},
-         {.title = tr("Value in a run"), .takesExpressions = true},
-         {.title = tr("Value for a test here")}},
-        [this](Document& copy, const std::vector<RowTable::Row>& rows) {
+    m_parameters = new QueryParameters(
+        m_model,
+        [this](Document& copy, const std::vector<QueryParameter>& parameters) {
             QueryDetails details = m_oldDetails;
-            details.parameters.clear();
-            for (const RowTable::Row& row : rows) {
-                details.parameters.push_back({row.place, row.cells[0], row.cells[1]});
-            }
+            details.parameters = parameters;
             PutTrial(copy, details, Computed());
         },
         this);
-    m_parametersNote = new Note(m_parameters->Table(), this);
-    m_tabs->addTab(
-        PageOf(*m_parameters, *m_parametersNote,
-               tr("A parameter stands in the query as @Name. The value for a test is not kept; without one "
-                  "the parameter is Null when the query is run here.")),
-        tr("&Parameters"));
+    m_tabs->addTab(m_parameters, tr("&Parameters"));
     m_computed = new RowTable(
         m_model, "computed", tr("Computed fields"),
         {{.title = tr("Name")}, {.title = tr("Value"), .takesExpressions = true}},
@@ -180,6 +169,9 @@ void DataSetDialog::BuildTables() {
 
 void DataSetDialog::Connect() {
     connect(m_tabs, &QTabWidget::currentChanged, this, [this] {
+        if (m_tabs->currentWidget() == m_parameters) {
+            TakeParameters();
+        }
         if (!m_tabs->tabBar()->hasFocus()) {
             m_tabs->currentWidget()->setFocus();
         }
@@ -198,11 +190,11 @@ void DataSetDialog::Connect() {
         Lock();
         ShowRun();
     });
-    connect(m_parameters, &RowTable::Edited, this, [this] {
-        m_parametersNote->Clear();
+    connect(m_parameters, &QueryParameters::Edited, this, [this] {
         Lock();
         ShowRun();
     });
+    connect(m_query, &QueryForm::AboutToRun, this, &DataSetDialog::TakeParameters);
     connect(m_computed, &RowTable::Edited, this, [this] {
         m_computedNote->Clear();
         Lock();
@@ -234,14 +226,8 @@ void DataSetDialog::ShowSet() {
                                                  : m_source->findText(QString::fromStdString(m_old.source)));
     m_type->setCurrentIndex(m_type->findData(QString::fromStdString(m_oldDetails.type)));
     m_seconds->setValue(m_oldDetails.seconds);
+    m_parameters->Show(m_oldDetails.parameters);
     std::vector<RowTable::Row> rows;
-    for (const QueryParameter& parameter : m_oldDetails.parameters) {
-        rows.push_back(
-            {parameter.place,
-             {parameter.name, parameter.value, FirstTestValue(m_model.Source(), parameter.value)}});
-    }
-    m_parameters->SetRows(std::move(rows));
-    rows.clear();
     for (const ReportField& field : m_old.fields) {
         if (field.column.empty()) {
             rows.push_back({static_cast<int>(rows.size()), {field.name, field.value}});
@@ -282,8 +268,8 @@ void DataSetDialog::ShowSource() {
     m_query->setEnabled(source != nullptr);
     m_takesFields->setChecked(canRun);
     m_takesFields->setEnabled(canRun);
-    const auto logon = m_logons.find(source ? source->name : std::string());
-    if (canRun && logon != m_logons.end()) {
+    const auto logon = m_model.SourceLogons().find(source ? source->name : std::string());
+    if (canRun && logon != m_model.SourceLogons().end()) {
         request.user = logon->second.user;
         request.password = logon->second.password;
     }
@@ -293,11 +279,15 @@ void DataSetDialog::ShowSource() {
 }
 
 void DataSetDialog::ShowRun() {
-    std::vector<rdl::QueryValue> values;
-    for (const RowTable::Row& row : m_parameters->Shown()) {
-        values.push_back({row.cells[0], TestValue(m_model.Source(), row.cells[1], row.cells[2])});
+    m_query->SetRun(KindOfType(m_type->currentData().toString().toStdString()), m_parameters->TestValues());
+}
+
+// The query may have got names since.
+void DataSetDialog::TakeParameters() {
+    if (!m_isShowing && m_parameters->Offer(m_query->ParametersAskedFor())) {
+        Lock();
+        ShowRun();
     }
-    m_query->SetRun(KindOfType(m_type->currentData().toString().toStdString()), values);
 }
 
 QueryDetails DataSetDialog::Details() {
@@ -305,9 +295,7 @@ QueryDetails DataSetDialog::Details() {
     if (m_type->currentIndex() >= 0) {
         details.type = m_type->currentData().toString().toStdString();
     }
-    for (const RowTable::Row& row : m_parameters->Rows()) {
-        details.parameters.push_back({row.place, row.cells[0], row.cells[1]});
-    }
+    details.parameters = m_parameters->Parameters();
     details.filters = m_filters->Filters();
     return details;
 }
@@ -332,6 +320,7 @@ std::vector<ReportField> DataSetDialog::Computed() {
 void DataSetDialog::Put(Document& document, const ReportSet& set, const QueryDetails& details) const {
     PutSet(document, m_part->Old(), set);
     PutQueryDetails(document, set.name, details);
+    m_parameters->AddToReport(document);
 }
 
 // A set that is new is one of its source without a query.
@@ -388,23 +377,6 @@ bool DataSetDialog::Complain(Note& note, RowTable& table, std::size_t row, std::
     return false;
 }
 
-bool DataSetDialog::AreParametersComplete() {
-    const std::vector<RowTable::Row>& rows = m_parameters->Rows();
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-        const std::string& name = rows[row].cells[0];
-        if (Trim(name).empty()) {
-            return Complain(*m_parametersNote, *m_parameters, row, 0,
-                            tr("Type the name that the query has: @Year"));
-        }
-        const auto isSame = [&](const RowTable::Row& other) { return SameAscii(other.cells[0], name); };
-        if (std::count_if(rows.begin(), rows.end(), isSame) > 1) {
-            return Complain(*m_parametersNote, *m_parameters, row, 0,
-                            tr("The name %1 stands twice").arg(QString::fromStdString(name)));
-        }
-    }
-    return true;
-}
-
 bool DataSetDialog::AreComputedComplete(const ReportSet& set) {
     const std::vector<RowTable::Row>& rows = m_computed->Rows();
     for (std::size_t row = 0; row < rows.size(); ++row) {
@@ -432,6 +404,7 @@ void DataSetDialog::accept() {
     if (!m_part->IsComplete() || !HasSource()) {
         return;
     }
+    TakeParameters();
     ReportSet set{.name = m_part->Name(),
                   .source = m_source->currentText().toStdString(),
                   .query = m_query->Query(),
@@ -441,7 +414,12 @@ void DataSetDialog::accept() {
     set.fields.insert(set.fields.end(), computed.begin(), computed.end());
     const bool changes = set.fields != m_old.fields;
     const bool isOther = Details().parameters != m_oldDetails.parameters;
-    if ((changes && !AreComputedComplete(set)) || (isOther && !AreParametersComplete())) {
+    if (changes && !AreComputedComplete(set)) {
+        return;
+    }
+    if (isOther && !m_parameters->IsComplete()) {
+        m_tabs->setCurrentWidget(m_parameters);
+        m_parameters->IsComplete();  // again, as the focus goes to what can be seen
         return;
     }
     if (!m_filters->IsComplete()) {

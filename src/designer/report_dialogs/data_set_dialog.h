@@ -6,7 +6,6 @@
 
 #include <QDialog>
 
-#include "designer/dialogs/logons.h"
 #include "designer/model/design_model.h"
 #include "designer/model/query_details.h"
 #include "designer/model/report_data.h"
@@ -22,13 +21,14 @@ class FilterList;
 class Note;
 class PartForm;
 class QueryForm;
+class QueryParameters;
 class RowTable;
 
 class DataSetDialog : public QDialog {
     Q_OBJECT
  public:
-    // Both must live as long as the dialog.
-    DataSetDialog(DesignModel& model, const Logons& logons, QWidget* parent = nullptr);
+    // The model must live as long as the dialog.
+    explicit DataSetDialog(DesignModel& model, QWidget* parent = nullptr);
     // Shows the part of this name; a new one if the name is empty. Without it the first one is shown.
     void Choose(const std::string& name);
     void accept() override;
@@ -41,10 +41,10 @@ class DataSetDialog : public QDialog {
     void ShowSet();
     void ShowSource();
     void ShowRun();
+    void TakeParameters();
     void Lock();
     bool TakeFields(ReportSet& set);
     bool HasSource();
-    bool AreParametersComplete();
     bool AreComputedComplete(const ReportSet& set);
     bool Complain(Note& note, RowTable& table, std::size_t row, std::size_t column, const QString& text);
     QueryDetails Details();
@@ -53,7 +53,6 @@ class DataSetDialog : public QDialog {
     void PutTrial(Document& copy, const QueryDetails& details, const std::vector<ReportField>& computed);
 
     DesignModel& m_model;
-    const Logons& m_logons;
     const std::vector<ReportSource> m_sources;
     PartForm* m_part;
     QTabWidget* m_tabs;
@@ -62,8 +61,9 @@ class DataSetDialog : public QDialog {
     Note* m_sourceNote = nullptr;
     QueryForm* m_query = nullptr;
     QCheckBox* m_takesFields = nullptr;
-    RowTable *m_parameters = nullptr, *m_computed = nullptr;
-    Note *m_parametersNote = nullptr, *m_computedNote = nullptr;
+    QueryParameters* m_parameters = nullptr;
+    RowTable* m_computed = nullptr;
+    Note* m_computedNote = nullptr;
     FilterList* m_filters = nullptr;
     Note* m_note = nullptr;
     ReportSet m_old;  // what is shown, as it is in the report

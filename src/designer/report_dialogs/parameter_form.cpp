@@ -80,12 +80,18 @@ QWidget* ParameterForm::BuildGeneral(bool hasMultiple) {
     form->addRow(tr("&Type:"), m_type);
     form->addRow(tr("&Prompt:"), m_prompt);
     form->addRow(QString(), checks);
-    connect(m_name, &QLineEdit::textEdited, this, [this] {
+    connect(m_name, &QLineEdit::textEdited, this, [this](const QString& name) {
         m_nameNote->Clear();
+        if (m_isPromptTheName) {
+            m_prompt->SetText(name.trimmed().toStdString());
+        }
         emit Edited();
     });
     connect(m_type, &QComboBox::activated, this, &ParameterForm::Edited);
-    connect(m_prompt, &ExpressionLine::Edited, this, &ParameterForm::Edited);
+    connect(m_prompt, &ExpressionLine::Edited, this, [this] {
+        m_isPromptTheName = false;
+        emit Edited();
+    });
     page->setFocusProxy(m_name);
     setFocusProxy(m_name);
     return page;
@@ -121,6 +127,7 @@ void ParameterForm::Show(const ReportParameter& parameter) {
     }
     m_type->setCurrentText(type);
     m_prompt->SetText(parameter.prompt);
+    m_isPromptTheName = !parameter.name.empty() && parameter.prompt == parameter.name;
     m_multiple->setChecked(parameter.isMultiple);
     m_nullable->setChecked(parameter.isNullable);
     m_blank->setChecked(parameter.isBlankAllowed);

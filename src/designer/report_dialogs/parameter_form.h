@@ -45,6 +45,7 @@ class ParameterForm : public QWidget {
     const DesignModel& m_model;
     const Write m_write;
     ReportParameter m_shown;
+    bool m_isPromptTheName = false;  // it follows the name then, until the user changes it
     QTabWidget* m_tabs;
     QLineEdit* m_name = nullptr;
     Note* m_nameNote = nullptr;

@@ -90,7 +90,7 @@ void ValuesForm::BuildSet(QFormLayout& form) {
     if (isValid) {
         m_label = add(tr("La&bels:"), "Label");
     }
-    for (const DataSetFields& set : DataSetsOf(m_model.Source())) {
+    for (const ReportSet& set : SetsOf(m_model.Source())) {
         m_set->addItem(QString::fromStdString(set.name));
     }
     m_set->setCurrentIndex(-1);
@@ -107,9 +107,9 @@ void ValuesForm::ShowOrigin() {
 
 void ValuesForm::ShowFields() {
     QStringList fields;
-    for (const DataSetFields& set : DataSetsOf(m_model.Source())) {
-        for (const DataField& field :
-             SameAscii(set.name, NameIn(*m_set)) ? set.fields : std::vector<DataField>()) {
+    for (const ReportSet& set : SetsOf(m_model.Source())) {
+        for (const ReportField& field :
+             SameAscii(set.name, NameIn(*m_set)) ? set.fields : std::vector<ReportField>()) {
             fields.append(QString::fromStdString(field.name));
         }
     }
@@ -174,8 +174,8 @@ bool ValuesForm::IsComplete(bool isMultiple) {
         }
     }
     if (values.origin == ValueOrigin::Query) {
-        const auto sets = DataSetsOf(m_model.Source());
-        const auto set = std::find_if(sets.begin(), sets.end(), [&](const DataSetFields& one) {
+        const auto sets = SetsOf(m_model.Source());
+        const auto set = std::find_if(sets.begin(), sets.end(), [&](const ReportSet& one) {
             return SameAscii(one.name, values.set.set);
         });
         if (set == sets.end()) {
@@ -190,7 +190,7 @@ bool ValuesForm::IsComplete(bool isMultiple) {
             }
             const bool isField =
                 std::any_of(set->fields.begin(), set->fields.end(),
-                            [&](const DataField& field) { return SameText(field.name, name); });
+                            [&](const ReportField& field) { return SameText(field.name, name); });
             if (!name.empty() && !isField) {
                 return Complain(
                     *list,

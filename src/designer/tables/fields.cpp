@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <tuple>
 
 #include "designer/document/xml_text.h"
 #include "designer/tables/tablix_shape.h"
@@ -22,16 +23,41 @@ bool IsNumericType(std::string_view type) {
 
 }  // namespace
 
-std::vector<DataSetFields> DataSetsOf(const Document& document) {
-    std::vector<DataSetFields> sets;
-    for (const ElementId set : ChildrenNamed(document, document.Root(), "DataSets", "DataSet")) {
-        DataSetFields& one = sets.emplace_back();
-        one.id = set;
-        one.name = document.Attribute(set, "Name").value_or("");
-        for (const ElementId field : ChildrenNamed(document, set, "Fields", "Field")) {
-            one.fields.push_back({field, document.Attribute(field, "Name").value_or(""),
-                                  IsNumericType(document.TextAt(field, "rd:TypeName").value_or(""))});
+bool ReportField::IsNumeric() const {
+    return IsNumericType(typeName);
+}
+
+bool ReportField::operator==(const ReportField& other) const {
+    return std::tie(name, column, value, typeName) ==
+           std::tie(other.name, other.column, other.value, other.typeName);
+}
+
+bool ReportSet::operator==(const ReportSet& other) const {
+    return std::tie(name, source, query, fields, isShared) ==
+           std::tie(other.name, other.source, other.query, other.fields, other.isShared);
+}
+
+ReportField FieldOf(const Document& document, ElementId id) {
+    return {.name = document.Attribute(id, "Name").value_or(""),
+            .column = document.TextAt(id, "DataField").value_or(""),
+            .value = document.TextAt(id, "Value").value_or(""),
+            .typeName = document.TextAt(id, "rd:TypeName").value_or(""),
+            .id = id};
+}
+
+std::vector<ReportSet> SetsOf(const Document& document) {
+    std::vector<ReportSet> sets;
+    for (const ElementId id : ChildrenNamed(document, document.Root(), "DataSets", "DataSet")) {
+        ReportSet set{.name = document.Attribute(id, "Name").value_or(""),
+                      .source = document.TextAt(id, "Query/DataSourceName").value_or(""),
+                      .query = document.TextAt(id, "Query/CommandText").value_or(""),
+                      .fields = {},
+                      .isShared = document.Find(id, "SharedDataSet") != NoElement,
+                      .id = id};
+        for (const ElementId field : ChildrenNamed(document, id, "Fields", "Field")) {
+            set.fields.push_back(FieldOf(document, field));
         }
+        sets.push_back(std::move(set));
     }
     return sets;
 }
@@ -43,15 +69,15 @@ std::string DataSetOfRegion(const Document& document, ElementId region) {
             return name;
         }
     }
-    const std::vector<DataSetFields> sets = DataSetsOf(document);
+    const std::vector<ReportSet> sets = SetsOf(document);
     return sets.size() == 1 ? sets.front().name : std::string();
 }
 
 std::vector<std::string> FieldNamesOfRegion(const Document& document, ElementId region) {
     const std::string name = DataSetOfRegion(document, region);
     std::vector<std::string> names;
-    for (const DataSetFields& set : DataSetsOf(document)) {
-        for (const DataField& field : set.fields) {
+    for (const ReportSet& set : SetsOf(document)) {
+        for (const ReportField& field : set.fields) {
             if (SameAscii(set.name, name)) {
                 names.push_back(field.name);
             }
@@ -62,10 +88,10 @@ std::vector<std::string> FieldNamesOfRegion(const Document& document, ElementId 
 
 bool IsNumericField(const Document& document, ElementId region, std::string_view field) {
     const std::string name = DataSetOfRegion(document, region);
-    for (const DataSetFields& set : DataSetsOf(document)) {
-        for (const DataField& one : set.fields) {
+    for (const ReportSet& set : SetsOf(document)) {
+        for (const ReportField& one : set.fields) {
             if (SameAscii(set.name, name) && SameAscii(one.name, field)) {
-                return one.isNumeric;
+                return one.IsNumeric();
             }
         }
     }

@@ -10,19 +10,27 @@
 
 namespace designer {
 
-struct DataField {
-    ElementId id = NoElement;
+struct ReportField {
     std::string name;
-    bool isNumeric = false;  // by the type that the file gives; false if it gives none
+    std::string column = {};    // of the query; empty for a field that is computed
+    std::string value = {};     // of a field that is computed: an expression
+    std::string typeName = {};  // System.Int64 ...; may be empty
+    ElementId id = NoElement;   // of one that is read
+    bool IsNumeric() const;     // by the type; false if there is none
+    // Whether they say the same, wherever they stand.
+    bool operator==(const ReportField& other) const;
 };
 
-struct DataSetFields {
+struct ReportSet {
+    std::string name, source = {}, query = {};
+    std::vector<ReportField> fields = {};
+    bool isShared = false;
     ElementId id = NoElement;
-    std::string name;
-    std::vector<DataField> fields;
+    bool operator==(const ReportSet& other) const;
 };
 
-std::vector<DataSetFields> DataSetsOf(const Document& document);
+ReportField FieldOf(const Document& document, ElementId id);
+std::vector<ReportSet> SetsOf(const Document& document);
 
 // Returns the data set of a region: its own, that of the region around it, or the only one of the report.
 // Empty if there is none of these.

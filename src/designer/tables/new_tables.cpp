@@ -23,7 +23,7 @@ struct Cell {
 
 class TableWriter {
  public:
-    TableWriter(const Document& document, const DataSetFields& set, const Rect& place)
+    TableWriter(const Document& document, const ReportSet& set, const Rect& place)
         : m_document(document), m_names(document), m_set(set), m_place(place) {}
 
     std::string Table(const std::vector<std::string>& fields) {
@@ -48,8 +48,8 @@ class TableWriter {
     // The first two fields are the groups, the first number is summed.
     std::string Matrix() {
         std::vector<std::string> texts, numbers;
-        for (const DataField& field : m_set.fields) {
-            (field.isNumeric ? numbers : texts).push_back(field.name);
+        for (const ReportField& field : m_set.fields) {
+            (field.IsNumeric() ? numbers : texts).push_back(field.name);
         }
         texts.insert(texts.end(), numbers.begin(), numbers.end());
         if (texts.size() < 2) {
@@ -82,8 +82,8 @@ class TableWriter {
 
     bool IsNumber(const std::string& name) const {
         const auto field = std::find_if(m_set.fields.begin(), m_set.fields.end(),
-                                        [&](const DataField& one) { return one.name == name; });
-        return field != m_set.fields.end() && field->isNumeric;
+                                        [&](const ReportField& one) { return one.name == name; });
+        return field != m_set.fields.end() && field->IsNumeric();
     }
 
     std::string Box(const Cell& cell) {
@@ -136,7 +136,7 @@ class TableWriter {
 
     const Document& m_document;
     NewNames m_names;
-    const DataSetFields& m_set;
+    const ReportSet& m_set;
     const Rect m_place;
 };
 
@@ -150,8 +150,8 @@ ElementId InsertNewTable(Document& document, const ReportBand& band, const Rect&
     if (IsOlderSchema(document)) {
         throw EditError("A new table needs a report of the schema 2008 or later");
     }
-    const std::vector<DataSetFields> sets = DataSetsOf(document);
-    const auto set = std::find_if(sets.begin(), sets.end(), [&dataSet](const DataSetFields& one) {
+    const std::vector<ReportSet> sets = SetsOf(document);
+    const auto set = std::find_if(sets.begin(), sets.end(), [&dataSet](const ReportSet& one) {
         return dataSet.empty() || SameAscii(one.name, dataSet);
     });
     if (set == sets.end()) {

@@ -26,12 +26,12 @@ void DesignWindow::BuildDataCommands(QMenu& menu) {
     AddCommand(menu, "reportDataSource", tr("Data &Source..."), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S),
                [this] {
                    FinishTyping();
-                   DataSourceDialog(*m_model, m_logons, this).exec();
+                   DataSourceDialog(*m_model, this).exec();
                });
     AddCommand(menu, "reportDataSet", tr("&Data Set..."), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_D),
                [this] {
                    FinishTyping();
-                   DataSetDialog(*m_model, m_logons, this).exec();
+                   DataSetDialog(*m_model, this).exec();
                });
     AddCommand(menu, "reportParameters", tr("&Parameters..."), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_P),
                [this] {
@@ -74,13 +74,13 @@ void DesignWindow::OpenPart(DataPart part, const std::string& name) {
     FinishTyping();
     switch (part) {
         case DataPart::Source: {
-            DataSourceDialog dialog(*m_model, m_logons, this);
+            DataSourceDialog dialog(*m_model, this);
             dialog.Choose(name);
             dialog.exec();
             break;
         }
         case DataPart::Set: {
-            DataSetDialog dialog(*m_model, m_logons, this);
+            DataSetDialog dialog(*m_model, this);
             dialog.Choose(name);
             dialog.exec();
             break;

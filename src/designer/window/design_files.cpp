@@ -92,7 +92,7 @@ void DesignWindow::ShowNew(const std::string& bytes, const Logon& logon) {
     ShowLost({.copy = {}, .original = {}, .bytes = bytes});
     const std::vector<ReportSource> sources = SourcesOf(m_model->Source());
     if (!sources.empty() && !logon.user.empty()) {
-        m_logons[sources.front().name] = logon;
+        m_model->SourceLogons()[sources.front().name] = logon;
     }
 }
 
@@ -104,7 +104,7 @@ void DesignWindow::ShowBytes(const std::string& bytes, const fs::path& file) {
         m_tabs->setCurrentWidget(m_canvas);
         m_preview->Clear();
         m_model->SetDocument(std::move(document));
-        m_logons.clear();
+        m_model->SourceLogons().clear();
         m_canvas->setFocus();
     } catch (const SourceFlaw& flaw) {
         m_model->SetDocument(Document(BlankReport()));

@@ -233,7 +233,7 @@ void DesignWindow::BuildViewMenu() {
                [this] { m_tabs->setCurrentIndex(0); });
     AddCommand(menu, "viewPreview", tr("&Preview"), QKeySequence(Qt::Key_F5), [this] {
         if (m_tabs->currentWidget() == m_preview) {
-            m_preview->Open(*m_model, m_logons);
+            m_preview->Open(*m_model);
         }
         m_tabs->setCurrentWidget(m_preview);
     });

@@ -202,7 +202,7 @@ void DesignWindow::ShowPage() {
     }
     FinishTyping();
     if (m_tabs->currentWidget() == m_preview) {
-        m_preview->OpenIfChanged(*m_model, m_logons);
+        m_preview->OpenIfChanged(*m_model);
     } else if (m_tabs->currentWidget() == m_xml) {
         m_xml->Open();
         m_xml->setFocus();

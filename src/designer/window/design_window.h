@@ -10,7 +10,6 @@
 #include <optional>
 
 #include "designer/canvas/design_canvas.h"
-#include "designer/dialogs/logons.h"
 #include "designer/model/arranging.h"
 #include "designer/model/design_model.h"
 #include "designer/model/report_data.h"
@@ -172,7 +171,6 @@ class DesignWindow : public QMainWindow {
     QLabel *m_place = nullptr, *m_zoomLabel = nullptr;
     std::optional<FileStamp> m_stamp;  // of the file when it was read or written
     RecoveryFile m_recovery;
-    Logons m_logons;  // of the data sources of this report
     QTimer m_copyTimer, m_lookTimer;
     bool m_isLost = false;    // recovered, and not saved yet
     bool m_mayLeave = false;  // the user has been asked

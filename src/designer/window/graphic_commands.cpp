@@ -65,7 +65,7 @@ bool DesignWindow::AskFor(NewItem kind, GraphicChoice& choice) {
         return !choice.report.empty();
     }
     // Without a data set the document refuses the chart, and says so.
-    if (kind != NewItem::Chart || DataSetsOf(m_model->Source()).empty()) {
+    if (kind != NewItem::Chart || SetsOf(m_model->Source()).empty()) {
         return true;
     }
     NewChartDialog dialog(m_model->Source(), this);

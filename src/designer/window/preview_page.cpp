@@ -37,8 +37,7 @@ const Part* NamedIn(const std::vector<Part>& parts, const std::string& name) {
 }
 
 // The parameters of the query are Null unless they are constants, or the report's own with constant defaults.
-rdl::QueryRequest RequestOf(const DesignModel& model, const Logons& logons, const ReportSet& set,
-                            const ReportSource& source) {
+rdl::QueryRequest RequestOf(const DesignModel& model, const ReportSet& set, const ReportSource& source) {
     const Document& document = model.Source();
     const QueryDetails details = QueryDetailsOf(document, set.name);
     rdl::QueryRequest request{.provider = source.provider,
@@ -51,6 +50,7 @@ rdl::QueryRequest RequestOf(const DesignModel& model, const Logons& logons, cons
         const std::string first = FirstTestValue(document, parameter.value);
         request.parameters.push_back({parameter.name, TestValue(document, parameter.value, first)});
     }
+    const Logons& logons = model.SourceLogons();
     if (const auto logon = logons.find(source.name); logon != logons.end()) {
         request.user = logon->second.user;
         request.password = logon->second.password;
@@ -151,7 +151,7 @@ void PreviewPage::Clear() {
     m_viewer->show();
 }
 
-void PreviewPage::OpenIfChanged(const DesignModel& model, const Logons& logons) {
+void PreviewPage::OpenIfChanged(const DesignModel& model) {
     try {
         if (IsRunning() && m_bytes == model.Source().Bytes()) {
             return;
@@ -159,16 +159,16 @@ void PreviewPage::OpenIfChanged(const DesignModel& model, const Logons& logons) 
     } catch (const SourceFlaw&) {
         // Open says so.
     }
-    Open(model, logons);
+    Open(model);
 }
 
-void PreviewPage::Open(const DesignModel& model, const Logons& logons) {
+void PreviewPage::Open(const DesignModel& model) {
     Clear();
     m_open = {};
     try {
         m_bytes = model.Source().Bytes();
         const std::filesystem::path file = model.File().empty() ? "report.rdl" : model.File();
-        m_open = [bytes = m_bytes, file, logons] {
+        m_open = [bytes = m_bytes, file, logons = model.SourceLogons()] {
             const auto report = reports::OpenRdlText(bytes, file);
             for (const auto& [source, logon] : logons) {
                 report->SetSourceLogon(source, logon.user, logon.password);
@@ -176,7 +176,7 @@ void PreviewPage::Open(const DesignModel& model, const Logons& logons) {
             return report;
         };
         std::vector<AskedParameter> parameters = AskedParametersOf(model.Source());
-        FillChoices(model, logons, parameters);
+        FillChoices(model, parameters);
         m_parameters->Show(parameters, *m_open());
         if (m_parameters->IsComplete()) {
             Run();
@@ -193,8 +193,7 @@ void PreviewPage::Open(const DesignModel& model, const Logons& logons) {
 }
 
 // A list that cannot be read is no error yet: the run says what is wrong with its data set.
-void PreviewPage::FillChoices(const DesignModel& model, const Logons& logons,
-                              std::vector<AskedParameter>& parameters) {
+void PreviewPage::FillChoices(const DesignModel& model, std::vector<AskedParameter>& parameters) {
     const std::vector<ReportSet> sets = SetsOf(model.Source());
     const std::vector<ReportSource> sources = SourcesOf(model.Source());
     std::map<std::string, rdl::QueryRows> known;  // by data set: several parameters may use one
@@ -208,7 +207,7 @@ void PreviewPage::FillChoices(const DesignModel& model, const Logons& logons,
         try {
             if (!known.contains(set->name)) {
                 known[set->name];
-                known[set->name] = RunQuery(RequestOf(model, logons, *set, *source));
+                known[set->name] = RunQuery(RequestOf(model, *set, *source));
             }
             parameter.choices = ChoicesIn(known[set->name], *set, parameter);
         } catch (const RuntimeError&) {

@@ -11,7 +11,6 @@
 #include <string>
 #include <vector>
 
-#include "designer/dialogs/logons.h"
 #include "designer/model/asked_parameters.h"
 #include "designer/model/design_model.h"
 #include "platform/contracts/report_engine.h"
@@ -35,9 +34,9 @@ class PreviewPage : public QWidget {
 
     // Opens the report as it is now, and runs it. One with a parameter that has neither a value nor a default
     // waits for the user. Errors appear in a list.
-    void Open(const DesignModel& model, const Logons& logons);
+    void Open(const DesignModel& model);
     // Does so unless the report is as it was and still runs.
-    void OpenIfChanged(const DesignModel& model, const Logons& logons);
+    void OpenIfChanged(const DesignModel& model);
     // Ends the run and shows nothing.
     void Clear();
     bool IsRunning() const { return m_timer.isActive(); }
@@ -47,7 +46,7 @@ class PreviewPage : public QWidget {
 
  private:
     void BuildParts();
-    void FillChoices(const DesignModel& model, const Logons& logons, std::vector<AskedParameter>& parameters);
+    void FillChoices(const DesignModel& model, std::vector<AskedParameter>& parameters);
     void Run();
     void Stop();
     void LookAtRun();

@@ -49,7 +49,7 @@ void DesignWindow::ScheduleReport() {
                 .arg(QString::fromStdString(editor.string()), QString::fromLocal8Bit(strerror(failure))));
         return;
     }
-    const bool keepsLogons = !m_logons.empty();
+    const bool keepsLogons = !m_model->SourceLogons().empty();
     statusBar()->showMessage(
         keepsLogons ? tr("The editor starts with this report. The schedule needs the user and password again")
                     : tr("The editor starts with this report"),

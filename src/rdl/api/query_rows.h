@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "rdl/values/stop.h"
@@ -53,5 +54,11 @@ SharedSourceText ReadSharedSource(const std::string& reference, const std::files
 // Runs the query as a report with this data source runs it, with the same restrictions, and reads its first
 // rows: at most `mostRows`, and fewer of long rows. Raises Failure (Stage::Data) with the reason.
 QueryRows ReadQueryRows(const QueryRequest& request);
+
+// Returns the parameters that the text of a query asks for in the dialect of the provider, with their marks
+// (@Year, :Year), each once; without names a ? for each mark. None for a provider that has no SQL or is not
+// known.
+std::vector<std::string> ParametersOfQuery(const std::string& provider, const std::string& connectString,
+                                           std::string_view query);
 
 }  // namespace rdl

@@ -45,6 +45,15 @@ struct FontUse {
     std::string name, family;
 };
 
+// What an expression is worth for the first row of a data set. Aggregates, also of a group, are over all rows
+// of their data set; running ones and Previous stand at the first row.
+struct ExpressionValue {
+    Value value;            // of kind Error if the expression fails
+    bool needsRun = false;  // there is no value: pages, other items or instances of groups decide it
+    bool isOfRows = false;  // it depends on the rows of the data set
+    std::size_t rows = 0;   // that the data set then has
+};
+
 class Report {
  public:
     virtual ~Report() = default;
@@ -83,6 +92,13 @@ class Report {
     // Limits on time and memory of one run.
     virtual void SetBounds(const RunBounds& bounds) = 0;
     virtual void SetExportOptions(const ExportOptions& options) = 0;
+    // Returns the value of an expression that begins with =, in the scope of a data set. An empty name is the
+    // report's only data set, if it has one. Raises Failure: Stage::Open, with the position, for an
+    // expression that does not compile; Stage::Parameter if it needs a parameter that has no value;
+    // Stage::Data. Only data sets that the expression reads are loaded, and kept for the next expression:
+    // give values and logons before.
+    virtual ExpressionValue ValueOf(const std::string& expression, const std::string& dataSet) = 0;
+
     // Runs the report and writes the document to `output`.
     virtual void Write(DocumentFormat format, Output& output) = 0;
     // Runs the report for the screen. The pages do not depend on the report's lifetime.

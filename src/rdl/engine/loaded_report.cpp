@@ -151,6 +151,17 @@ std::shared_ptr<layout::ReportInstance> LoadedReport::Run(const std::string& ren
     return instance;
 }
 
+ExpressionValue LoadedReport::ValueOf(const std::string& expression, const std::string& dataSet) {
+    const std::vector<DataSet>& all = m_definition->dataSets;
+    const DataSet* const set = dataSet.empty() && all.size() == 1 ? &all.front() : FindSet(dataSet);
+    return m_values.ValueOf(
+        *m_definition, expression, set ? set->name : std::string(), [this](bool needsParameters) {
+            data::LoadRequest request = needsParameters ? ResolvedRequest("RPL") : Request("RPL");
+            request.watch = std::make_shared<RunWatch>(m_bounds);
+            return request;
+        });
+}
+
 void LoadedReport::Write(DocumentFormat format, Output& output) {
     if (!m_exportOptions.dataSet.empty()) {
         WriteDataSet(format, output);

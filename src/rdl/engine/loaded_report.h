@@ -11,6 +11,7 @@
 #include "rdl/api/report.h"
 #include "rdl/data/load.h"
 #include "rdl/definition/model.h"
+#include "rdl/engine/expression_values.h"
 #include "rdl/engine/report_parameter.h"
 #include "rdl/layout/model/instance.h"
 #include "rdl/layout/model/report_input.h"
@@ -39,6 +40,7 @@ class LoadedReport : public Report {
     void SetFormula(const std::string& text) override { m_formula = text; }
     void SetBounds(const RunBounds& bounds) override { m_bounds = bounds; }
     void SetExportOptions(const ExportOptions& options) override { m_exportOptions = options; }
+    ExpressionValue ValueOf(const std::string& expression, const std::string& dataSet) override;
     void Write(DocumentFormat format, Output& output) override;
     std::unique_ptr<Pages> OpenPages() override;
 
@@ -63,6 +65,7 @@ class LoadedReport : public Report {
     std::string m_formula;
     RunBounds m_bounds;
     ExportOptions m_exportOptions;
+    ExpressionValues m_values;
 };
 
 }  // namespace rdl::engine

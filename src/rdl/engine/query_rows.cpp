@@ -6,6 +6,7 @@
 #include "rdl/api/host.h"
 #include "rdl/data/open_cursor.h"
 #include "rdl/data/shared_source.h"
+#include "rdl/data/sql/query_names.h"
 #include "rdl/engine/in_stage.h"
 #include "rdl/values/run_watch.h"
 
@@ -49,6 +50,19 @@ SharedSourceText ReadSharedSource(const std::string& reference, const std::files
         const data::SharedSource source = data::ReadSharedSource(reference, folders);
         return SharedSourceText{source.provider, source.connectString.source};
     });
+}
+
+std::vector<std::string> ParametersOfQuery(const std::string& provider, const std::string& connectString,
+                                           std::string_view query) {
+    try {
+        const data::ProviderKind kind = data::FindProvider(provider, connectString);
+        const bool isSql = kind == data::ProviderKind::Sqlite || kind == data::ProviderKind::PostgreSql ||
+                           kind == data::ProviderKind::MySql || kind == data::ProviderKind::SqlServer ||
+                           kind == data::ProviderKind::Odbc;
+        return isSql ? data::NamesInQuery(query, kind) : std::vector<std::string>();
+    } catch (const data::ProviderError&) {
+        return {};
+    }
 }
 
 QueryRows ReadQueryRows(const QueryRequest& request) {

@@ -130,18 +130,8 @@ struct Running {
 
 std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, const fs::path& file,
                                               const SharedPtr& shared, int depth) {
-    layout::ReportInput input;
-    input.definition = request.definition;
+    layout::ReportInput input = InputOf(request);
     input.tables = InStage(Stage::Data, [&] { return data::LoadTables(request); });
-    for (const data::ParameterInput& parameter : request.parameters) {
-        input.parameters.push_back({parameter.value, parameter.label});
-    }
-    input.nowTicks = request.nowTicks;
-    input.reportName = request.reportName;
-    input.reportFolder = request.folder;
-    input.userName = request.userName;
-    input.renderFormat = request.renderFormat;
-    input.watch = request.watch;
     input.loadImage = [shared](const std::string& source, std::string& why) {
         return shared->images.Load(source, why);
     };
@@ -164,6 +154,21 @@ std::shared_ptr<layout::ReportInstance> Build(const data::LoadRequest& request, 
 }
 
 }  // namespace
+
+layout::ReportInput InputOf(const data::LoadRequest& request) {
+    layout::ReportInput input;
+    input.definition = request.definition;
+    for (const data::ParameterInput& parameter : request.parameters) {
+        input.parameters.push_back({parameter.value, parameter.label});
+    }
+    input.nowTicks = request.nowTicks;
+    input.reportName = request.reportName;
+    input.reportFolder = request.folder;
+    input.userName = request.userName;
+    input.renderFormat = request.renderFormat;
+    input.watch = request.watch;
+    return input;
+}
 
 std::shared_ptr<layout::ReportInstance> RunReport(const data::LoadRequest& request, const fs::path& file,
                                                   layout::Drawings drawings) {

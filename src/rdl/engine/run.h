@@ -18,4 +18,7 @@ std::shared_ptr<layout::ReportInstance> RunReport(const data::LoadRequest& reque
                                                   const std::filesystem::path& file,
                                                   layout::Drawings drawings);
 
+// Returns the input of a run with what the request has: without tables, images and subreports.
+layout::ReportInput InputOf(const data::LoadRequest& request);
+
 }  // namespace rdl::engine

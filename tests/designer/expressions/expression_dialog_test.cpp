@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QClipboard>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -13,51 +14,18 @@
 #include <QTreeWidget>
 #include <algorithm>
 
+#include "../report_text.h"
 #include "support/form_driver.h"
+#include "support/temporary_folder.h"
 
 namespace designer {
 namespace {
 
 std::string Report(const std::string& other = {}) {
-    return R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition">
-  <DataSources>
-    <DataSource Name="Sales">
-      <ConnectionProperties>
-        <DataProvider>CSV</DataProvider>
-        <ConnectString>Data Source=sales.csv</ConnectString>
-      </ConnectionProperties>
-    </DataSource>
-  </DataSources>
-  <DataSets>
-    <DataSet Name="Orders">
-      <Query>
-        <DataSourceName>Sales</DataSourceName>
-        <CommandText/>
-      </Query>
-      <Fields>
-        <Field Name="Amount">
-          <DataField>Amount</DataField>
-        </Field>
-      </Fields>
-    </DataSet>
-  </DataSets>
-  <ReportSections>
-    <ReportSection>
-      <Body>
-        <ReportItems>
-          <Textbox Name="Total">
-            <Paragraphs><Paragraph><TextRuns><TextRun><Value>=1</Value></TextRun></TextRuns></Paragraph></Paragraphs>
-          </Textbox>
-)" + other +
-           R"(        </ReportItems>
-        <Height>8cm</Height>
-      </Body>
-      <Width>16cm</Width>
-      <Page/>
-    </ReportSection>
-  </ReportSections>
-</Report>
-)";
+    return test::ReportText(
+        test::SourceText("Sales", "CSV", "Data Source=sales.csv"),
+        test::SetText("Orders", "Sales", test::NoCommand, test::FieldText("Amount", "Amount")),
+        test::SectionsText(test::TextboxText("Total", "=1") + other));
 }
 
 class ExpressionDialogTest : public testing::Test, protected fakes::FormDriver {
@@ -98,6 +66,27 @@ class ExpressionDialogTest : public testing::Test, protected fakes::FormDriver {
         const std::size_t begin = text.find("<TextRun><Value>") + 16;
         return text.substr(begin, text.find("</Value>", begin) - begin);
     }
+    std::string Value() const { return The<QLabel>("value").text().toStdString(); }
+    // The names that are offered; none if the list is not there.
+    static std::vector<std::string> Offered() {
+        const auto* list = qobject_cast<QAbstractItemView*>(QApplication::activePopupWidget());
+        std::vector<std::string> names;
+        for (int row = 0; list && row < list->model()->rowCount(); ++row) {
+            names.push_back(list->model()->index(row, 0).data().toString().toStdString());
+        }
+        return names;
+    }
+    // What a key that is pressed now goes to.
+    static QWidget* Target() {
+        QWidget* const popup = QApplication::activePopupWidget();
+        return popup ? popup : QApplication::focusWidget();
+    }
+    static void Add(const char* text) {
+        for (const char* at = text; *at != 0; ++at) {
+            QTest::keyClick(Target(), *at);
+        }
+    }
+    static void Press(Qt::Key key, Qt::KeyboardModifiers with = {}) { QTest::keyClick(Target(), key, with); }
     void Find(const char* text) {
         Type("filter", text);
         EXPECT_EQ(QApplication::focusWidget()->objectName(), "filter");
@@ -107,13 +96,29 @@ class ExpressionDialogTest : public testing::Test, protected fakes::FormDriver {
     std::unique_ptr<ExpressionDialog> m_dialog;
 };
 
+class ValueOfAnExpression : public ExpressionDialogTest {
+ protected:
+    ValueOfAnExpression() {
+        WriteBytes(m_folder / "sales.csv", "Amount\n20\n22\n");
+        m_model.SetFile(m_folder / "sales.rdl");
+    }
+    std::string ValueOf(const char* expression) {
+        Type("expression", expression);
+        EXPECT_TRUE(QTest::qWaitFor([this] {
+            return !Value().empty() && The<QLabel>("value").isEnabled() && Shown();
+        })) << expression;
+        m_last = Value();
+        return m_last;
+    }
+    bool Shown() const { return Value() != m_last; }
+
+    const TemporaryFolder m_folder;
+    std::string m_last;
+};
+
 class ExpressionInAFaultyReport : public ExpressionDialogTest {
  protected:
-    ExpressionInAFaultyReport()
-        : ExpressionDialogTest(
-              Report("          <Textbox Name=\"Bad\"><Paragraphs><Paragraph><TextRuns><TextRun>"
-                     "<Value>=Foo(</Value></TextRun></TextRuns></Paragraph></Paragraphs>"
-                     "</Textbox>\n")) {}
+    ExpressionInAFaultyReport() : ExpressionDialogTest(Report(test::TextboxText("Bad", "=Foo("))) {}
 };
 
 TEST_F(ExpressionDialogTest, WhatIsTypedIsCheckedAndItsFaultIsMarked) {
@@ -164,6 +169,20 @@ TEST_F(ExpressionDialogTest, TheFilterAlsoFindsTheHelp) {
     EXPECT_EQ(shown, 0);
 }
 
+TEST_F(ExpressionDialogTest, ATipIsThePromptOfAParameterAndNoHtml) {
+    std::string text = Report();
+    text.insert(text.find("</Report>"),
+                "<ReportParameters><ReportParameter Name=\"Year\"><Prompt>&lt;img src='a.png'></Prompt>"
+                "</ReportParameter></ReportParameters>");
+    m_model.SetDocument(Document(text));
+    Open();
+    Find("!year");
+    const QTreeWidgetItem& entry = *The<QTreeWidget>("names").currentItem();
+    EXPECT_EQ(entry.text(0), "Parameters!Year.Value");
+    EXPECT_THAT(entry.toolTip(0).toStdString(), testing::HasSubstr("&lt;img src='a.png'&gt;"));
+    EXPECT_EQ(The<QLabel>("help").text(), "Parameters!Year.Value\n<img src='a.png'>");
+}
+
 TEST_F(ExpressionDialogTest, AFieldThatIsNotThereIsNamed) {
     Type("expression", "=Fields!Amuont.Value");
     Ok();
@@ -187,6 +206,120 @@ TEST_F(ExpressionInAFaultyReport, NothingIsCheckedAndThatIsTold) {
               "known, at character 2");
     Ok();
     EXPECT_EQ(Written(), "=1 +");
+}
+
+TEST_F(ExpressionDialogTest, NamesAreOfferedWhileTheyAreTyped) {
+    Type("expression", "");
+    Add("=1 + fi");
+    EXPECT_THAT(Offered(), testing::Contains("Fields!Amount.Value"));
+    Add("elds!");
+    EXPECT_THAT(Offered(), testing::ElementsAre("Fields!Amount.Value", "Fields!Amount.IsMissing"));
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Text(), "=1 + Fields!Amount.Value");
+    EXPECT_THAT(Offered(), testing::IsEmpty());
+    Add(" + user!");
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Text(), "=1 + Fields!Amount.Value + User!Language");
+    EXPECT_TRUE(m_dialog->isVisible());
+}
+
+TEST_F(ExpressionDialogTest, EscapeClosesTheNamesOnly) {
+    Type("expression", "");
+    Add("=su");
+    EXPECT_THAT(Offered(), testing::Contains("Sum(value[, scope])"));
+    Press(Qt::Key_Escape);
+    EXPECT_THAT(Offered(), testing::IsEmpty());
+    EXPECT_TRUE(m_dialog->isVisible());
+    Press(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_THAT(Offered(), testing::Contains("Sum(value[, scope])"));
+    Press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_THAT(Offered(), testing::IsEmpty());
+    EXPECT_NE(Note(), "") << "Ctrl+Return is OK, which does not take this";
+}
+
+TEST_F(ExpressionDialogTest, NoNamesAreOfferedInATextAndForAConstant) {
+    Type("expression", "");
+    Add("fields");
+    EXPECT_THAT(Offered(), testing::IsEmpty());
+    Type("expression", "");
+    Add("=\"fields");
+    EXPECT_THAT(Offered(), testing::IsEmpty());
+    Add("\" & fields");
+    EXPECT_THAT(Offered(), testing::Not(testing::IsEmpty()));
+}
+
+TEST_F(ExpressionDialogTest, AFunctionIsTakenWithItsBracketsAndShowsItsArguments) {
+    Type("expression", "");
+    Add("=mid");
+    EXPECT_EQ(The<QLabel>("signature").text(), "");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Text(), "=Mid()");
+    const auto signature = [this] { return The<QLabel>("signature").text().toStdString(); };
+    EXPECT_THAT(signature(), testing::StartsWith("Mid(<b>text</b>, start[, count]) - "));
+    Add("\"a,b(\", ");
+    EXPECT_THAT(signature(), testing::StartsWith("Mid(text,<b> start[</b>, count]) - "));
+    Add("len(");
+    EXPECT_THAT(signature(), testing::StartsWith("Len(<b>"));
+    Add("\"\")");
+    EXPECT_THAT(signature(), testing::StartsWith("Mid(text,<b> start[</b>"));
+    Press(Qt::Key_End);
+    EXPECT_EQ(signature(), "");
+    // Before a bracket that is there already only the name is taken.
+    Press(Qt::Key_Home);
+    Press(Qt::Key_Right);
+    Press(Qt::Key_Delete);
+    Press(Qt::Key_Delete);
+    Press(Qt::Key_Delete);
+    Add("trim");
+    EXPECT_THAT(Offered(), testing::Contains("Trim(text)"));
+    Press(Qt::Key_Return);
+    EXPECT_THAT(Text(), testing::StartsWith("=Trim(\"a,b(\""));
+}
+
+TEST_F(ValueOfAnExpression, IsShownForTheFirstRow) {
+    EXPECT_EQ(ValueOf("=Fields!Amount.Value + 1"),
+              "21 (Whole number); first row of Orders, totals of all 2 rows");
+    EXPECT_EQ(ValueOf("=Sum(Fields!Amount.Value) / 4"),
+              "10.5 (Number); first row of Orders, totals of all 2 rows");
+    EXPECT_EQ(ValueOf("=UCase(\"a\") & vbCrLf & \"b\""), "A  b (Text)");
+    EXPECT_EQ(ValueOf("=CDate(\"2025-03-01\")"), "2025-03-01 (Date)");
+    EXPECT_EQ(ValueOf("=Nothing"), "Null");
+    EXPECT_EQ(ValueOf("=Split(\"a,b\", \",\")"), "a; b (Several values)");
+    EXPECT_EQ(ValueOf("=Globals!PageNumber"),
+              "Known in the preview only: pages, other text boxes or groups decide it");
+    EXPECT_THAT(ValueOf("=CInt(\"x\")"), testing::StartsWith("#Error: "));
+}
+
+TEST_F(ValueOfAnExpression, GoesWithAFaultAndWithAConstant) {
+    ValueOf("=2 * 3");
+    Type("expression", "=2 * ");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Value().empty(); }));
+    ValueOf("=2 * 4");
+    Type("expression", "constant");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Value().empty(); }));
+    EXPECT_FALSE(The<QAbstractButton>("compute").isEnabled());
+}
+
+TEST_F(ValueOfAnExpression, RowsAreReadAgainWhenTheButtonIsPressed) {
+    ValueOf("=Max(Fields!Amount.Value)");
+    WriteBytes(m_folder / "sales.csv", "Amount\n50\n");
+    EXPECT_EQ(ValueOf("=2 * Max(Fields!Amount.Value)"),
+              "44 (Whole number); first row of Orders, totals of all 2 rows");
+    Click("compute");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Shown(); }));
+    EXPECT_EQ(Value(), "100 (Whole number); first row of Orders, totals of all 1 rows");
+}
+
+TEST_F(ValueOfAnExpression, SaysThatThereAreNoRows) {
+    WriteBytes(m_folder / "sales.csv", "Amount\n");
+    EXPECT_EQ(ValueOf("=Fields!Amount.Value"), "Null; Orders has no rows");
+}
+
+TEST_F(ValueOfAnExpression, IsNotThereIfTheDataCannotBeRead) {
+    std::filesystem::remove(m_folder / "sales.csv");
+    EXPECT_THAT(ValueOf("=Fields!Amount.Value"), testing::HasSubstr("No value: Data set \"Orders\""));
+    EXPECT_EQ(ValueOf("=1 + 1"), "2 (Whole number)");
 }
 
 }  // namespace

@@ -68,26 +68,55 @@ TEST(ExpressionNames, OfTheGuideAreAllThere) {
     EXPECT_GT(count, 300U);
 }
 
-TEST(ExpressionNames, OfAReportAreItsFieldsParametersAndTextBoxes) {
-    const Document document(
+Document TwoSets() {
+    return Document(
         R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition">
 <DataSets>
 <DataSet Name="Orders"><Fields><Field Name="ID"><DataField>id</DataField></Field>
 <Field Name="Twice"><Value>=1</Value></Field></Fields></DataSet>
-<DataSet Name="Rates"><Fields><Field Name="Rate"><DataField>r</DataField></Field></Fields></DataSet>
+<DataSet Name="Rates"><Fields><Field Name="Rate"><DataField>r</DataField></Field>
+<Field Name="ID"><DataField>id</DataField></Field></Fields></DataSet>
 </DataSets>
 <ReportParameters><ReportParameter Name="Year"><Prompt>The year</Prompt></ReportParameter></ReportParameters>
+<Code>Public Function Half(value  As Double)
+  ' Function Not(x)
+  Return value / 2
+End Function
+ function Now2()
+End Function</Code>
 <ReportSections><ReportSection><Body><ReportItems><Textbox Name="Title"/><Line Name="Rule"/></ReportItems>
 <Height>1in</Height></Body><Width>5in</Width><Page/></ReportSection></ReportSections>
 </Report>)");
+}
+
+TEST(ExpressionNames, OfAReportAreItsFieldsParametersAndTextBoxes) {
+    const Document document = TwoSets();
     const auto groups = NamesOfReport(document);
-    ASSERT_THAT(Titles(groups), ElementsAre("Fields", "Parameters", "Text boxes"));
+    ASSERT_THAT(Titles(groups), ElementsAre("Fields", "Parameters", "Text boxes", "Functions of the report"));
     ASSERT_THAT(Titles(groups[0].groups), ElementsAre("Orders", "Rates"));
     EXPECT_THAT(Shown(groups[0].groups[0].names),
                 ElementsAre("Fields!ID.Value: A field of Orders",
                             "Fields!Twice.Value: A field of Orders that is computed"));
     EXPECT_THAT(Shown(groups[1].names), ElementsAre("Parameters!Year.Value: The year"));
     EXPECT_THAT(Shown(groups[2].names), ElementsAre("ReportItems!Title.Value: What the text box shows"));
+    EXPECT_THAT(Shown(groups[3].names), ElementsAre("Code.Half(value As Double): A function of the report",
+                                                    "Code.Now2(): A function of the report"));
+    EXPECT_EQ(Typed(groups[3].names[0]), "Code.Half(#)");
+    EXPECT_EQ(Typed(groups[3].names[1]), "Code.Now2()#");
+}
+
+TEST(ExpressionNames, ToTypeBeginWithThoseOfTheDataSet) {
+    const std::vector<ExpressionName> names = NamesToType(TwoSets(), "Rates");
+    std::vector<std::string> texts;
+    for (const ExpressionName& name : names) {
+        texts.push_back(name.text.toStdString());
+    }
+    EXPECT_EQ(texts[0], "Fields!Rate.Value");
+    EXPECT_EQ(texts[1], "Fields!ID.Value");
+    EXPECT_THAT(texts, testing::IsSupersetOf({"Fields!Twice.IsMissing", "Parameters!Year.Label",
+                                              "ReportItems!Title.Value", "Code.Half()", "User!UserID",
+                                              "Globals!PageNumber", "Sum()", "Mid()"}));
+    EXPECT_EQ(std::count(texts.begin(), texts.end(), "Fields!ID.Value"), 1);  // both sets have it
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include "../report_text.h"
 #include "support/form_driver.h"
 
 namespace designer {
@@ -21,26 +22,10 @@ namespace {
 using testing::HasSubstr;
 
 const std::string Report =
-    R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2010/01/reportdefinition">
-  <DataSources>
-    <DataSource Name="Sales">
-      <ConnectionProperties>
-        <DataProvider>CSV</DataProvider>
-        <ConnectString>Data Source=sales.csv</ConnectString>
-      </ConnectionProperties>
-    </DataSource>
-  </DataSources>
-  <DataSets>
-    <DataSet Name="Orders">
-      <Query>
-        <DataSourceName>Sales</DataSourceName>
-        <CommandText/>
-      </Query>
-      <Fields>
-        <Field Name="Amount"><DataField>Amount</DataField></Field>
-        <Field Name="City"><DataField>City</DataField></Field>
-      </Fields>
-      <Filters>
+    test::ReportText(test::SourceText("Sales", "CSV", "Data Source=sales.csv"),
+                     test::SetText("Orders", "Sales", test::NoCommand,
+                                   test::FieldText("Amount", "Amount") + test::FieldText("City", "City"),
+                                   R"(      <Filters>
         <Filter> <!-- dear ones -->
           <FilterExpression>=Fields!Amount.Value</FilterExpression>
           <Operator>GreaterThan</Operator>
@@ -55,17 +40,8 @@ const std::string Report =
           </FilterValues>
         </Filter>
       </Filters>
-    </DataSet>
-  </DataSets>
-  <ReportSections>
-    <ReportSection>
-      <Body><Height>8cm</Height></Body>
-      <Width>16cm</Width>
-      <Page/>
-    </ReportSection>
-  </ReportSections>
-</Report>
-)";
+)"),
+                     test::SectionsText(""));
 
 class FilterListTest : public testing::Test, protected fakes::FormDriver {
  protected:

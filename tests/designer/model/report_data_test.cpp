@@ -5,48 +5,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "../report_text.h"
+
 namespace designer {
 namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-const std::string Sales =
-    R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition">
-  <DataSources>
-    <DataSource Name="Sales">
-      <ConnectionProperties>
-        <DataProvider>SQLITE</DataProvider>
-        <ConnectString>Data Source=sales.db</ConnectString>
-      </ConnectionProperties>
-    </DataSource>
-    <DataSource Name="Far">
-      <DataSourceReference>Far</DataSourceReference>
-    </DataSource>
-  </DataSources>
-  <DataSets>
-    <DataSet Name="Orders">
-      <Query>
-        <DataSourceName>Sales</DataSourceName>
-        <CommandText>select id, day from orders</CommandText>
-      </Query>
-      <Fields>
-        <Field Name="Number">
-          <DataField>id</DataField>
-          <!-- kept -->
-        </Field>
-        <Field Name="day">
-          <DataField>day</DataField>
-        </Field>
-        <Field Name="Twice">
-          <Value>=2 * Fields!Number.Value</Value>
-        </Field>
-      </Fields>
-    </DataSet>
-  </DataSets>
-  <ReportSections/>
-</Report>
-)";
+const std::string Sales = test::ReportText(
+    test::SourceText("Sales", "SQLITE", "Data Source=sales.db") + test::SharedSourceText("Far", "Far"),
+    test::SetText("Orders", "Sales", test::CommandText("select id, day from orders"),
+                  test::FieldText("Number", "id", "          <!-- kept -->\n") +
+                      test::FieldText("day", "day") +
+                      test::ComputedText("Twice", "=2 * Fields!Number.Value")));
 
 TEST(ReportData, IsRead) {
     const Document document(Sales);

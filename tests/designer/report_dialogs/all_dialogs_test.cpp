@@ -65,8 +65,8 @@ class AllDialogs : public testing::Test {
  protected:
     using Make = std::function<QDialog*()>;
     std::map<std::string, Make> Dialogs() {
-        return {{"source", [this] { return new DataSourceDialog(m_model, m_logons); }},
-                {"set", [this] { return new DataSetDialog(m_model, m_logons); }},
+        return {{"source", [this] { return new DataSourceDialog(m_model); }},
+                {"set", [this] { return new DataSetDialog(m_model); }},
                 {"parameters", [this] { return new ParametersDialog(m_model, {}, false); }},
                 {"page", [this] { return new PageDialog(m_model); }},
                 {"pictures", [this] { return new PicturesDialog(m_model, {}); }},
@@ -90,7 +90,6 @@ class AllDialogs : public testing::Test {
     }
 
     DesignModel m_model{Document(Report)};
-    Logons m_logons;
 };
 
 TEST_F(AllDialogs, EveryControlHasAName) {

@@ -14,6 +14,7 @@
 #include <QTabWidget>
 #include <QTableWidget>
 
+#include "../report_text.h"
 #include "support/form_driver.h"
 
 namespace designer {
@@ -22,43 +23,13 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-const std::string Start =
-    R"(<Report xmlns="http://schemas.microsoft.com/sqlserver/reporting/2016/01/reportdefinition" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance">
-  <DataSources>
-    <DataSource Name="Sales">
-      <ConnectionProperties>
-        <DataProvider>CSV</DataProvider>
-        <ConnectString>Data Source=sales.csv</ConnectString>
-      </ConnectionProperties>
-    </DataSource>
-  </DataSources>
-  <DataSets>
-    <DataSet Name="Regions">
-      <Query>
-        <DataSourceName>Sales</DataSourceName>
-        <CommandText/>
-      </Query>
-      <Fields>
-        <Field Name="Code"><DataField>code</DataField></Field>
-        <Field Name="Title"><DataField>title</DataField></Field>
-      </Fields>
-    </DataSet>
-  </DataSets>
-  <ReportSections>
-    <ReportSection>
-      <Body>
-        <ReportItems>
-          <Textbox Name="Head">
-            <Paragraphs><Paragraph><TextRuns><TextRun><Value>=Parameters!Year.Value</Value></TextRun></TextRuns></Paragraph></Paragraphs>
-          </Textbox>
-        </ReportItems>
-        <Height>8cm</Height>
-      </Body>
-      <Width>16cm</Width>
-      <Page/>
-    </ReportSection>
-  </ReportSections>
-)";
+std::string ReportWith(const std::string& parameters) {
+    return test::ReportText(
+        test::SourceText("Sales", "CSV", "Data Source=sales.csv"),
+        test::SetText("Regions", "Sales", test::NoCommand,
+                      test::FieldText("Code", "code") + test::FieldText("Title", "title")),
+        test::SectionsText(test::TextboxText("Head", "=Parameters!Year.Value")), parameters);
+}
 const std::string Parameters = R"(  <ReportParameters>
     <ReportParameter Name="Year">
       <DataType>Integer</DataType>
@@ -103,7 +74,7 @@ const std::string Cells = R"(  <ReportParametersLayout>
     </GridLayoutDefinition>
   </ReportParametersLayout>
 )";
-const std::string Both = Start + Parameters + Cells + "</Report>\n";
+const std::string Both = ReportWith(Parameters + Cells);
 
 class ParametersDialogTest : public testing::Test, protected fakes::FormDriver {
  protected:
@@ -172,6 +143,26 @@ TEST_F(ParametersDialogTest, AChangeTouchesOneElement) {
     EXPECT_EQ(m_model.Source().UndoName(), "Change Parameters");
 }
 
+TEST_F(ParametersDialogTest, APromptThatIsTheNameFollowsIt) {
+    Press("add");
+    Type("name", "City");
+    EXPECT_EQ(The<QLineEdit>("prompt").text(), "City");
+    Type("prompt", "Which city?");
+    Type("name", "Town");
+    EXPECT_EQ(The<QLineEdit>("prompt").text(), "Which city?");
+    List().setCurrentRow(0);
+    EXPECT_EQ(The<QLineEdit>("prompt").text(), "Year");
+    Type("name", "Month");
+    EXPECT_EQ(The<QLineEdit>("prompt").text(), "Month");
+    Type("prompt", "");
+    Type("name", "Week");
+    EXPECT_EQ(The<QLineEdit>("prompt").text(), "");
+    Ok();
+    EXPECT_THAT(Text(), HasSubstr("<ReportParameter Name=\"Town\">"));
+    EXPECT_THAT(Text(), HasSubstr("<Prompt>Which city?</Prompt>"));
+    EXPECT_THAT(Text(), Not(HasSubstr("<Prompt>Month</Prompt>")));
+}
+
 TEST_F(ParametersDialogTest, AParameterIsAddedWithTypeValuesAndFlags) {
     Press("add");
     EXPECT_EQ(The<QLineEdit>("name").text(), "Parameter1");
@@ -228,7 +219,7 @@ TEST_F(ParametersDialogTest, AParameterIsAddedWithTypeValuesAndFlags) {
 }
 
 TEST_F(ParametersDialogTest, AReportWithoutALayoutGetsNone) {
-    Use(Start + Parameters + "</Report>\n");
+    Use(ReportWith(Parameters));
     Press("add");
     Ok();
     EXPECT_THAT(Text(), HasSubstr("<ReportParameter Name=\"Parameter1\">"));
@@ -333,7 +324,7 @@ TEST_F(ParametersDialogTest, AHostileFileDoesNoHarm) {
     for (int number = 0; number < 3000; ++number) {
         many += "<ReportParameter Name=\"P" + std::to_string(number) + "\"/>";
     }
-    const std::string report = Start + many + "</ReportParameters></Report>";
+    const std::string report = ReportWith(many + "</ReportParameters>");
     Use(report);
     EXPECT_EQ(List().count(), 3002);
     List().setCurrentRow(1);

@@ -70,7 +70,7 @@ class TableEditor {
 
     std::string AnyField(ElementId region) {
         const std::string name = DataSetOfRegion(m_document, region);
-        for (const DataSetFields& set : DataSetsOf(m_document)) {
+        for (const ReportSet& set : SetsOf(m_document)) {
             if (set.name == name && !set.fields.empty()) {
                 return set.fields[Pick(set.fields.size())].name;
             }

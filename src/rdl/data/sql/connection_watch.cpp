@@ -11,6 +11,7 @@
 #include <charconv>
 #include <csignal>
 #include <filesystem>
+#include <map>
 #include <string_view>
 #include <system_error>
 
@@ -66,6 +67,17 @@ void SetOption(int descriptor, int level, int option, int value) {
     setsockopt(descriptor, level, option, &value, sizeof value);
 }
 
+// Which watch has opened a socket, by its inode.
+struct Claims {
+    std::mutex mutex;
+    std::map<unsigned long long, const ConnectionWatch*> owners;
+};
+
+Claims& AllClaims() {
+    static Claims& claims = *new Claims;  // for threads that the end of the process finds at work, too
+    return claims;
+}
+
 }  // namespace
 
 ConnectionWatch::ConnectionWatch() : m_others(OpenSockets()) {
@@ -89,6 +101,8 @@ ConnectionWatch::~ConnectionWatch() {
     }
     m_changed.notify_one();
     m_thread.join();
+    const std::lock_guard lock(AllClaims().mutex);
+    std::erase_if(AllClaims().owners, [this](const auto& claim) { return claim.second == this; });
 }
 
 ConnectionWatch::Limit::Limit(ConnectionWatch& watch, std::chrono::milliseconds time) : m_watch(watch) {
@@ -122,24 +136,30 @@ void ConnectionWatch::Run() {
 }
 
 void ConnectionWatch::ShutDown() const {
-    for (const int descriptor : OwnSockets()) {
+    for (const auto& [descriptor, inode] : OwnSockets()) {
         shutdown(descriptor, SHUT_RDWR);
     }
 }
 
-std::set<int> ConnectionWatch::OwnSockets() const {
-    std::set<int> own;
+std::map<int, unsigned long long> ConnectionWatch::OwnSockets() const {
+    std::map<int, unsigned long long> own;
+    const std::lock_guard lock(AllClaims().mutex);
+    const auto& owners = AllClaims().owners;
     ForEachSocket([&](int descriptor, unsigned long long inode) {
-        if (!m_others.contains(inode) && LeadsToAServer(descriptor)) {
-            own.insert(descriptor);
+        const auto owner = owners.find(inode);
+        const bool isOfAnother = owner != owners.end() && owner->second != this;
+        if (!m_others.contains(inode) && !isOfAnother && LeadsToAServer(descriptor)) {
+            own.emplace(descriptor, inode);
         }
     });
     return own;
 }
 
-void ConnectionWatch::KeepAlive() const {
+void ConnectionWatch::TakeConnection() {
     constexpr int IdleSeconds = 30, IntervalSeconds = 10, Probes = 3, UnansweredMilliseconds = 60'000;
-    for (const int descriptor : OwnSockets()) {
+    for (const auto& [descriptor, inode] : OwnSockets()) {
+        const std::lock_guard lock(AllClaims().mutex);
+        AllClaims().owners.emplace(inode, this);
         SetOption(descriptor, SOL_SOCKET, SO_KEEPALIVE, 1);
         SetOption(descriptor, IPPROTO_TCP, TCP_KEEPIDLE, IdleSeconds);
         SetOption(descriptor, IPPROTO_TCP, TCP_KEEPINTVL, IntervalSeconds);

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -38,8 +39,9 @@ class ConnectionWatch {
         ConnectionWatch& m_watch;
     };
 
-    // Enables TCP keep-alive on the open connection, so that a lost peer is detected within about a minute.
-    void KeepAlive() const;
+    // Makes the connection that is open now its own: watches of other threads leave it alone from then on.
+    // Enables TCP keep-alive on it, so that a lost peer is detected within about a minute.
+    void TakeConnection();
     // Whether a call was interrupted at its deadline. Later calls are not waited for.
     bool HasExpired() const;
 
@@ -48,7 +50,7 @@ class ConnectionWatch {
 
     void Run();
     void ShutDown() const;
-    std::set<int> OwnSockets() const;
+    std::map<int, unsigned long long> OwnSockets() const;  // descriptors and their inodes
 
     const std::shared_ptr<const StopSignal> m_stop = SignalOfThread();
     const std::set<unsigned long long> m_others;  // inodes of the sockets that existed before

@@ -160,7 +160,7 @@ void SqlConnection::Connect(const SqlSource& source, const ConnectString& pairs,
     if (!m_database.open()) {
         Refuse(address);
     }
-    m_watch.KeepAlive();
+    m_watch.TakeConnection();
     if (source.provider == ProviderKind::MySql && !RestrictMySql(*m_database.driver())) {
         throw Error(m_place +
                     " cannot be asked: the driver cannot be told to keep the files of this machine");
@@ -221,12 +221,15 @@ void SqlConnection::ReadOnly(const SqlSource& source, const ConnectString& pairs
     if (m_dialect == ProviderKind::Odbc) {
         settings.exec(QStringLiteral("PRAGMA query_only = 1"));  // Qt does not recognize SQLite through ODBC
     } else if (m_dialect == ProviderKind::MySql) {
+        m_leftQuery.Note(m_database);
         settings.exec(QStringLiteral("SET SESSION TRANSACTION READ ONLY"));
         settings.exec(QStringLiteral("SET SESSION max_statement_time = %1").arg(seconds));
         settings.exec(QStringLiteral("SET SESSION max_execution_time = %1").arg(seconds * 1000LL));
     } else if (m_dialect == ProviderKind::PostgreSql) {
         settings.exec(QStringLiteral("SET default_transaction_read_only = on"));
         settings.exec(QStringLiteral("SET statement_timeout = '%1s'").arg(seconds));
+        // A query whose client has gone ends soon.
+        settings.exec(QStringLiteral("SET client_connection_check_interval = '1s'"));
         const std::string path = pairs.Get({"search path"});
         if (!path.empty()) {
             settings.prepare(QStringLiteral("SELECT set_config('search_path', ?, false)"));

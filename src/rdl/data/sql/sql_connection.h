@@ -8,6 +8,7 @@
 #include "rdl/data/common/connect_string.h"
 #include "rdl/data/common/masking.h"
 #include "rdl/data/sql/connection_watch.h"
+#include "rdl/data/sql/left_query.h"
 #include "rdl/data/sql/sql_cursor.h"
 
 namespace rdl::data {
@@ -38,6 +39,7 @@ class SqlConnection {
     void FindDialect(ProviderKind provider);
     void ReadOnly(const SqlSource& source, const ConnectString& pairs);
 
+    LeftQuery m_leftQuery;    // is ended after the connection
     ConnectionWatch m_watch;  // lives longer than the connection
     QString m_name;           // name in Qt's list of connections
     QSqlDatabase m_database;

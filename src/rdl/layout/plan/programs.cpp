@@ -438,4 +438,14 @@ Programs::Programs(const Definition& definition, const std::map<std::string, Tab
 
 Programs::~Programs() = default;
 
+std::shared_ptr<expr::Program> Programs::Compile(const std::string& source, const std::string& where,
+                                                 const std::string& dataSet) const {
+    m_context->dataSet = dataSet.empty() ? m_onlyDataSet : dataSet;
+    return expr::Compile(source, where, *m_context);
+}
+
+std::string Programs::DataSetOfScope(const std::string& scope) const {
+    return m_context->DataSetOfScope(scope).value_or("");
+}
+
 }  // namespace rdl::layout

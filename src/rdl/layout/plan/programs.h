@@ -30,6 +30,12 @@ class Programs {
                    ? m_programs[static_cast<std::size_t>(source.id)].get()
                    : nullptr;
     }
+    // Compiles an expression that no item has, in a data set, which may be empty: the report's only one then.
+    // Raises rdl::Error, which begins with `where`. The result must not outlive this.
+    std::shared_ptr<expr::Program> Compile(const std::string& source, const std::string& where,
+                                           const std::string& dataSet) const;
+    // Returns the data set of a region's, group's or data set's rows; empty if there is no such scope.
+    std::string DataSetOfScope(const std::string& scope) const;
     // Returns the data set of a region's rows.
     const std::string& DataSetOf(const Tablix& tablix) const { return m_dataSets.at(&tablix); }
     // Returns the report's only data set; empty if there is none or several.

@@ -61,6 +61,12 @@ void Evaluator::EnterRow(const Region& region, std::uint32_t tableRow) {
     m_place.hasRow = true;
 }
 
+void Evaluator::EnterFirstRow(const std::string& dataSet) {
+    m_isBeside = true;
+    const Table& table = TableOf(dataSet.empty() ? m_programs.OnlyDataSet() : dataSet);
+    m_place = {Scope{}, &table, 0, table.RowCount() > 0};
+}
+
 bool Evaluator::FieldMissing(int slot) {
     const Table* table = m_place.table;
     return !table || At(slot) >= table->fieldNames.size() ||
@@ -210,7 +216,8 @@ Value Evaluator::Variable(const std::string& name) {
             return value;
         }
     }
-    return Value::Error("There is no variable " + name);
+    return Value::Error(m_isBeside ? "The variable " + name + " is known in its group only"
+                                   : "There is no variable " + name);
 }
 
 Value Evaluator::Lookup(const expr::LookupCall& call) {

@@ -42,6 +42,9 @@ class Evaluator final : public expr::Environment {
     void Enter(const Scope& scope);
     void EnterRow(const Region& region,
                   std::uint32_t tableRow);  // a row of a region before grouping
+    // The first row of a data set, outside of its regions: each of them, and each of their groups, is taken
+    // as the whole data set, and stands at its first row. An empty name is the report's only data set.
+    void EnterFirstRow(const std::string& dataSet);
     const Scope& Current() const { return m_place.scope; }
     const Programs& Compiled() const { return m_programs; }
     const Table& TableOf(const std::string& dataSet) const;  // empty for a data set without rows
@@ -126,6 +129,7 @@ class Evaluator final : public expr::Environment {
     bool SameWithin(const Scope& scope, std::uint32_t parent, std::uint32_t& found);
     static bool IsQuick(const expr::AggregateCall& call, const Target& target);
     Value OverTarget(const expr::AggregateCall& call, const Target& target);
+    Value OverFirstRow(const expr::AggregateCall& call, const Target& target);
     void AddRows(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
     bool AddInstances(const expr::AggregateCall& call, const Scope& scope, expr::Accumulator& sum);
     bool AddNamed(const expr::AggregateCall& call, const expr::AggregateCall& inner, const Scope& scope,
@@ -159,6 +163,7 @@ class Evaluator final : public expr::Environment {
     Lookups m_lookups;
     int m_depth = 0;  // nesting of ReportItems and aggregates
     bool m_hasAsked = false;
+    bool m_isBeside = false;  // EnterFirstRow
 };
 
 }  // namespace rdl::layout

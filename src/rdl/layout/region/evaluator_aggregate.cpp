@@ -108,7 +108,11 @@ bool Evaluator::Resolve(const std::string& name, Target& target) const {
         target.whole = &TableOf(name);
         return true;
     }
-    return false;
+    const std::string around = m_isBeside ? m_programs.DataSetOfScope(name) : std::string();
+    if (!around.empty()) {
+        target.whole = &TableOf(around);
+    }
+    return !around.empty();
 }
 
 void Evaluator::AddTable(const expr::AggregateCall& call, const Table& table, expr::Accumulator& sum) {

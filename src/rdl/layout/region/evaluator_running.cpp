@@ -65,6 +65,20 @@ bool Evaluator::RunningRange(const std::string& name, TableAxis& axis, std::uint
     return true;
 }
 
+Value Evaluator::OverFirstRow(const expr::AggregateCall& call, const Target& target) {
+    expr::Accumulator sum(call.kind, *m_culture);
+    if (target.whole && target.whole->RowCount() > 0) {
+        const Stay stay(*this);
+        m_place = {Scope{}, target.whole, 0, true};
+        if (call.argument) {
+            sum.Add(call.argument->Evaluate(*this));
+        } else {
+            sum.AddRow();
+        }
+    }
+    return sum.Result();
+}
+
 Value Evaluator::RunningOver(const expr::AggregateCall& call) {
     const bool counts = call.kind == expr::AggregateKind::RowNumber;
     const expr::AggregateKind kind = counts ? expr::AggregateKind::CountRows : call.running;
@@ -79,7 +93,7 @@ Value Evaluator::RunningOver(const expr::AggregateCall& call) {
         if (!call.scope.empty() && !Resolve(call.scope, target)) {
             return Value::Error("There is no scope " + call.scope + " around this expression");
         }
-        return OverTarget(plain, target);
+        return m_isBeside ? OverFirstRow(plain, target) : OverTarget(plain, target);
     }
     const std::uint32_t last = here.Instance(axis);
     Scope start = here;

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The query that a server of MySQL or MariaDB goes on with after the connection that asked for it was
+// stopped: it looks for its client when it has rows only. PostgreSQL looks by itself.
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+
+namespace rdl::data {
+
+class LeftQuery {
+ public:
+    LeftQuery() = default;
+    // If the thread is stopped, ends the query by another connection; that may take five seconds.
+    ~LeftQuery();
+    LeftQuery(const LeftQuery&) = delete;
+    LeftQuery& operator=(const LeftQuery&) = delete;
+
+    // Notes an open connection whose queries are ended. Does nothing if nothing can stop this thread.
+    void Note(const QSqlDatabase& connection);
+
+ private:
+    void End();
+
+    QString m_name;          // of the other connection, in Qt's list
+    QSqlDatabase m_another;  // is not opened before the end
+    QString m_server;        // its own name: behind an address may be several
+    qulonglong m_id = 0;     // of the connection on the server
+};
+
+}  // namespace rdl::data

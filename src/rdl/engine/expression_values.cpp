@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "rdl/engine/expression_values.h"
+
+#include <utility>
+
+#include "rdl/engine/in_stage.h"
+#include "rdl/engine/run.h"
+#include "rdl/layout/expression_value.h"
+
+namespace rdl::engine {
+namespace {
+
+constexpr const char* Where = "The expression";  // in errors
+
+}  // namespace
+
+ExpressionValue ExpressionValues::ValueOf(const Definition& definition, const std::string& expression,
+                                          const std::string& dataSet, const Request& request) {
+    const layout::ExpressionNeeds needs =
+        InStage(Stage::Open, [&] { return layout::NeedsOf(definition, expression, Where, dataSet); });
+    ExpressionValue result;
+    result.needsRun = needs.run;
+    if (needs.run) {
+        return result;
+    }
+    const bool resolves = needs.parameters && !m_parameters;
+    data::LoadRequest own = request(resolves);
+    if (resolves) {
+        m_parameters = own.parameters;
+    } else if (m_parameters) {
+        own.parameters = *m_parameters;
+    }
+    const RunWatch::Work work(own.watch);
+    for (const std::string& name : needs.dataSets) {
+        if (!m_tables.contains(name)) {
+            m_tables[name] = InStage(
+                Stage::Data, [&] { return data::LoadSelectedTable(own, *definition.FindDataSet(name)); });
+        }
+    }
+    layout::ReportInput input = InputOf(own);
+    input.tables = std::move(m_tables);
+    m_tables.clear();
+    result.value = InStage(Stage::Run, [&] { return layout::ValueOf(input, expression, Where, dataSet); });
+    m_tables = std::move(input.tables);
+    result.isOfRows = needs.rows;
+    result.rows = needs.rows ? m_tables.at(dataSet).RowCount() : 0;
+    return result;
+}
+
+}  // namespace rdl::engine
