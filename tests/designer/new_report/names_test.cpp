@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/new_report/names.h"
+#include "platform/base/caption.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <sys/stat.h>
 
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 
+#include "answered_box.h"
 #include "designer/window/designer_program.h"
 #include "designer/window/designer_settings.h"
 #include "designer/window/recovery.h"
@@ -17,35 +17,6 @@ namespace designer::test {
 namespace {
 
 using Files = WindowTest;
-
-// Answers the box that comes up while `show` runs by the button with this text, and returns the text of the
-// box.
-std::string Answer(const std::function<void()>& show, const QString& button) {
-    std::string text;
-    bool met = false;
-    QTimer poll;
-    poll.setInterval(20);
-    QObject::connect(&poll, &QTimer::timeout, [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box || met) {
-            return;
-        }
-        met = true;
-        text = box->text().toStdString();
-        for (QAbstractButton* one : box->buttons()) {
-            if (one->text().remove('&') == button) {
-                QTest::mouseClick(one, Qt::LeftButton);
-                return;
-            }
-        }
-        ADD_FAILURE() << "no button " << button.toStdString();
-        box->reject();
-    });
-    poll.start();
-    show();
-    EXPECT_TRUE(met) << "no box came up";
-    return text;
-}
 
 TEST_F(Files, SavingChangesTheLinesOfTheItemOnly) {
     Select({"Title"});
