@@ -17,11 +17,13 @@ constexpr qint64 NudgePause = 1000;  // milliseconds; nudges within it are one s
 }  // namespace
 
 void DesignCanvas::keyPressEvent(QKeyEvent* event) {
-    // With Alt they are keys of commands, which may be disabled.
-    const bool isCommand = event->modifiers().testFlag(Qt::AltModifier);
+    if (event->modifiers().testFlag(Qt::AltModifier)) {
+        event->ignore();  // the key of a command that is disabled
+        return;
+    }
     const bool fine = event->modifiers().testFlag(Qt::ControlModifier);
     const bool resizes = event->modifiers().testFlag(Qt::ShiftModifier);
-    switch (isCommand ? Qt::Key_unknown : event->key()) {
+    switch (event->key()) {
         case Qt::Key_Left:
             return StepInTable(-1, 0, fine, resizes) ? void() : Nudge(-1, 0, fine, resizes);
         case Qt::Key_Right:

@@ -132,6 +132,9 @@ QString StepName(const DesignModel& model, const QString& verb, const std::vecto
     if (ids.size() != 1) {
         return QString("%1 %2 items").arg(verb).arg(ids.size());
     }
+    if (ids.front() == NoElement) {
+        return verb + " Body";  // one that is not there yet
+    }
     const ReportItem* item = model.Item(ids.front());
     const QString name = item ? QString::fromStdString(item->name.empty() ? item->kind : item->name)
                               : QString::fromStdString(model.Source().Name(ids.front()));

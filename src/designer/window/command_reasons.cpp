@@ -3,6 +3,9 @@
 #include <QDockWidget>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QStatusBar>
 #include <QTabWidget>
 
 #include "designer/item_dialogs/format_menu.h"
@@ -103,6 +106,22 @@ void DesignWindow::keyPressEvent(QKeyEvent* event) {
         }
     }
     QMainWindow::keyPressEvent(event);
+}
+
+// A style does not give a grey entry to the pointer: the status bar has its reason all the same.
+bool DesignWindow::eventFilter(QObject* watched, QEvent* event) {
+    const auto* menu = qobject_cast<QMenu*>(watched);
+    const bool isMove = event->type() == QEvent::MouseMove;
+    if (menu && (isMove || event->type() == QEvent::Hide)) {
+        const QAction* under =
+            isMove ? menu->actionAt(static_cast<QMouseEvent*>(event)->position().toPoint()) : nullptr;
+        const QString reason = under && !under->isEnabled() ? under->statusTip() : QString();
+        if (reason != m_reason) {
+            m_reason = reason;
+            statusBar()->showMessage(reason);
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 }  // namespace designer

@@ -74,6 +74,9 @@ void DesignWindow::BuildMenus() {
                "Shift+arrow keys: resize\nIn a table the arrow keys go to the next cell, Shift+click and "
                "Shift+arrow keys select several\nEnter, F2: type the text of a text box\nF6: the next pane"));
     });
+    for (QMenu* menu : findChildren<QMenu*>()) {
+        menu->installEventFilter(this);
+    }
 }
 
 void DesignWindow::BuildFileMenu() {

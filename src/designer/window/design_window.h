@@ -70,6 +70,7 @@ class DesignWindow : public QMainWindow {
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
     struct Command;
@@ -186,6 +187,7 @@ class DesignWindow : public QMainWindow {
     FormatMenu* m_format = nullptr;
     QDockWidget* m_problemsDock = nullptr;
     QMenu* m_recent = nullptr;
+    QString m_reason;  // of the grey command under the pointer
     QLabel *m_place = nullptr, *m_zoomLabel = nullptr;
     std::optional<FileStamp> m_stamp;  // of the file when it was read or written
     std::string m_digest;              // SHA-256 of its bytes then; empty: not known

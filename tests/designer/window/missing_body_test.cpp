@@ -4,6 +4,7 @@
 
 #include <QLineEdit>
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QTreeWidget>
 
 #include "../tables/small_tables.h"
@@ -31,7 +32,12 @@ class MissingBody : public WindowTest {
         ASSERT_TRUE(m_window->OpenFile(File()));
         Settle();
     }
-    std::string Text() { return Model().Source().Text(); }
+    // The text without line ends and what lines are indented by.
+    std::string Text() {
+        return QString::fromStdString(Model().Source().Text())
+            .remove(QRegularExpression("\\n *"))
+            .toStdString();
+    }
     // The report runs, was changed in one step, and is the old one again after an undo.
     void ExpectMended(const std::string& before) {
         Canvas().Refresh();

@@ -58,20 +58,24 @@ class OpenElsewhere : public WindowTest {
     static std::string SaveUnder(const std::filesystem::path& name, const std::function<void()>& save) {
         std::string said;
         bool isTyped = false;
-        QTimer look;
+        QTimer look, boxes;  // a box comes up while the key is pressed
         QObject::connect(&look, &QTimer::timeout, [&] {
-            if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-                dialog && !isTyped) {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (dialog && !isTyped) {
                 isTyped = true;
                 auto* line = dialog->findChild<QLineEdit*>("fileNameEdit");
                 line->setText(QString::fromStdString(name.string()));
                 QTest::keyClick(line, Qt::Key_Return);
-            } else if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            }
+        });
+        QObject::connect(&boxes, &QTimer::timeout, [&] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
                 said += box->text().toStdString() + "|";
                 QAbstractButton* yes = box->button(QMessageBox::Yes);
                 QTest::mouseClick(yes ? yes : box->button(QMessageBox::Ok), Qt::LeftButton);
             }
         });
+        boxes.start(20);
         look.start(20);
         save();
         EXPECT_TRUE(isTyped) << "no dialog came up";
