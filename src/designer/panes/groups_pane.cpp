@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/panes/groups_pane.h"
 
+#include <QKeyEvent>
 #include <algorithm>
 
 #include "designer/graphics/part_tree.h"
@@ -34,14 +35,27 @@ GroupsPane::GroupsPane(DesignModel& model, QWidget* parent) : QTreeWidget(parent
     connect(&m_model, &DesignModel::Changed, this, &GroupsPane::Show);
     connect(&m_model, &DesignModel::SelectionChanged, this, &GroupsPane::Show);
     connect(this, &QTreeWidget::itemSelectionChanged, this, &GroupsPane::GiveSelection);
-    connect(this, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* row) {
-        if (MemberOf(*row) != NoElement) {
-            emit OpenWanted(MemberOf(*row));
-        } else {
-            row->setExpanded(!row->isExpanded());
-        }
-    });
+    // Not when it is activated: on some desktops a single click does that, and a click selects here.
+    connect(this, &QTreeWidget::itemDoubleClicked, this, &GroupsPane::Open);
     Show();
+}
+
+// A heading has nothing to open: it folds.
+void GroupsPane::Open(QTreeWidgetItem* row) {
+    if (MemberOf(*row) != NoElement) {
+        emit OpenWanted(MemberOf(*row));
+    } else {
+        row->setExpanded(!row->isExpanded());
+    }
+}
+
+void GroupsPane::keyPressEvent(QKeyEvent* event) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && event->modifiers() == Qt::NoModifier && currentItem()) {
+        Open(currentItem());
+    } else {
+        QTreeWidget::keyPressEvent(event);
+    }
 }
 
 // When nothing is selected any more, as after a group is deleted, the last one stays.

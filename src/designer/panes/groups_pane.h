@@ -20,6 +20,9 @@ class GroupsPane : public QTreeWidget {
  signals:
     void OpenWanted(designer::ElementId member);  // the properties of this group, which is selected
 
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
  private:
     // An entry of the tree, whatever it is a group of.
     struct Entry {
@@ -27,6 +30,7 @@ class GroupsPane : public QTreeWidget {
         QString text;
         int depth = 0;
     };
+    void Open(QTreeWidgetItem* row);
     void Show();
     ElementId RegionToShow() const;
     std::vector<Entry> GroupsOfTable(Axis axis) const;

@@ -98,7 +98,9 @@ TEST_F(Files, AFileAndALinkToItHaveOneWindow) {
     DesignWindow* window = program.Open(QString::fromStdString(File().string()));
     std::filesystem::create_symlink("sales.rdl", m_home / "link.rdl");
     std::filesystem::create_hard_link(File(), m_home / "second.rdl");
+    window->showMinimized();
     EXPECT_EQ(program.Open(QString::fromStdString((m_home / "link.rdl").string())), window);
+    EXPECT_FALSE(window->isMinimized());
     EXPECT_EQ(program.Open(QString::fromStdString((m_home / "second.rdl").string())), window);
     EXPECT_EQ(program.Windows().size(), 1);
     program.Quit();

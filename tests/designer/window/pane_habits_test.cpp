@@ -152,6 +152,9 @@ TEST_F(TableHabits, ADoubleClickOnAGroupKeepsWhatIsInIt) {
     EXPECT_EQ(Opened([&] { DoubleClick("groups", group); }), "groupPropertiesDialog");
     EXPECT_TRUE(Row("groups", group).isExpanded());
     EXPECT_EQ(Opened([&] { DoubleClick("groups", "Rows"); }), "none");
+    auto& groups = Find<QTreeWidget>("groups");
+    groups.setCurrentItem(&Row("groups", "Details"));
+    EXPECT_EQ(Opened([&] { QTest::keyClick(&groups, Qt::Key_Return); }), "groupPropertiesDialog");
 }
 
 TEST_F(TableHabits, GroupsAreThoseOfWhatIsSelected) {
