@@ -80,7 +80,7 @@ void FormatMenu::AddFontCommands() {
         Needs::Text, [this] { ChangeFontSize(-1); });
     Add(*this, "formatTextColour", tr("&Text Colour..."), {}, Needs::Text,
         [this] { AskForColour(tr("Text colour of"), "Text colour"); });
-    Add(*this, "formatFill", tr("&Fill Colour..."), {}, Needs::Item,
+    Add(*this, "formatFill", tr("&Fill Colour..."), {}, Needs::Fill,
         [this] { AskForColour(tr("Fill"), "Background colour"); });
 }
 
@@ -95,7 +95,7 @@ void FormatMenu::AddAlignmentCommands() {
 void FormatMenu::AddBorderCommands() {
     QMenu& menu = *addMenu(tr("Bor&ders"));
     const auto add = [&](const char* name, const QString& text, Borders borders) {
-        Add(menu, name, text, {}, Needs::Item, [this, borders] { SetBorders(borders); });
+        Add(menu, name, text, {}, Needs::Border, [this, borders] { SetBorders(borders); });
     };
     add("bordersNone", tr("&No Borders"), Borders::None);
     add("bordersAll", tr("&All Borders"), Borders::All);
@@ -212,6 +212,10 @@ QString FormatMenu::ReasonAgainst(Needs needs, const SelectionValues& values) co
             return !values.Ids().empty() ? QString() : tr("Select an item");
         case Needs::Text:
             return values.Find("Font weight") ? QString() : tr("Select a text box");
+        case Needs::Fill:
+            return values.Find("Background colour") ? QString() : tr("Select an item with a background");
+        case Needs::Border:
+            return values.Find("Border style") ? QString() : tr("Select an item with a border");
         case Needs::Group:
             return ReasonAgainstGroup(m_model);
         case Needs::Region:

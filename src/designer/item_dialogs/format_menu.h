@@ -28,7 +28,7 @@ class FormatMenu : public QMenu {
     void Working();  // before a command: what is being typed is taken
 
  private:
-    enum class Needs { Item, Text, Group, Region };
+    enum class Needs { Item, Text, Fill, Border, Group, Region };
     struct Entry {
         QAction* action;
         Needs needs;

@@ -6,6 +6,7 @@
 #include "designer/document/editing.h"
 #include "designer/document/placeholder_text.h"
 #include "designer/model/new_items.h"
+#include "designer/model/page_setup.h"
 #include "designer/model/placing.h"
 #include "designer/model/report_body.h"
 #include "designer/model/table_selection.h"
@@ -152,8 +153,10 @@ FieldTarget TargetOfSelection(const DesignModel& model) {
         return target;
     }
     const auto& bands = model.Items().bands;
+    const std::size_t section = SectionOfSelection(model);
     for (std::size_t band = 0; band < bands.size(); ++band) {
-        if (bands[band].kind == BandKind::Body && target.kind == FieldTarget::Kind::None) {
+        const bool isBody = bands[band].kind == BandKind::Body && bands[band].section == section;
+        if (isBody && target.kind == FieldTarget::Kind::None) {
             target.kind = FieldTarget::Kind::Page;
             target.band = band;
         }

@@ -52,7 +52,7 @@ std::string ExpressionIn(const DesignModel& model, ElementId box, const DraggedF
 bool IsFreeBox(const DesignModel& model, ElementId item);
 
 // Returns where a command puts a field: into the selected text box or cell, else as a new last column of the
-// selected table, else into the body below all that is there.
+// selected table, else into the body of the section of the selection, below all that is there.
 FieldTarget TargetOfSelection(const DesignModel& model);
 
 // Shows the field there, as one step, and selects what shows it. Returns false if that was refused.

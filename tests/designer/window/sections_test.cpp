@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include "window_fixture.h"
 
@@ -67,6 +68,19 @@ TEST_F(SectionTest, ThePageIsThatOfTheSelection) {
     EXPECT_EQ(TypeWidth("15cm"), "Page Set-up, section 1|1 of 2|14cm");
     Model().Select({Model().Items().bands.back().element});
     EXPECT_EQ(TypeWidth("16cm"), "Page Set-up, section 2|2 of 2|13cm");
+}
+
+TEST_F(SectionTest, ADoubleClickOnABuiltInFieldPutsItIntoTheSection) {
+    Click(At("Second"));
+    auto& data = Find<QTreeWidget>("reportData");
+    QTreeWidgetItem* row = data.findItems("PageNumber", Qt::MatchExactly | Qt::MatchRecursive).at(0);
+    data.scrollToItem(row);
+    const QPoint at = data.visualItemRect(row).center();
+    QTest::mouseClick(data.viewport(), Qt::LeftButton, {}, at);
+    QTest::mouseDClick(data.viewport(), Qt::LeftButton, {}, at);
+    Settle();
+    EXPECT_EQ(Selected(), "Textbox1");
+    EXPECT_EQ(Model().Items().bands.at(Model().Item(Id("Textbox1"))->band).section, 1u);
 }
 
 TEST_F(SectionTest, PageHeaderAndFooterAreThoseOfTheSection) {

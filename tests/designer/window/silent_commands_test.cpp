@@ -85,6 +85,16 @@ TEST_F(SilentCommands, CellsHaveNoPlaceOfTheirOwn) {
     EXPECT_EQ(Said(Qt::Key_D, Qt::ControlModifier), "What is in a cell has no place of its own");
 }
 
+TEST_F(SilentCommands, WhatHasNoFillAndNoBorderSaysSo) {
+    Run("insertLine");
+    EXPECT_EQ(Find<QAction>("formatFill").statusTip(), "Select an item with a background");
+    EXPECT_TRUE(Find<QAction>("bordersAll").isEnabled());
+    Click(At("Alone"));
+    EXPECT_TRUE(Find<QAction>("formatFill").isEnabled());
+    Model().Select({});
+    EXPECT_EQ(Find<QAction>("bordersAll").statusTip(), "Select an item with a border");
+}
+
 TEST_F(SilentCommands, TheLargestTextSaysSo) {
     Model().Edit("Size", [&](Document& document) {
         SetText(document, Id("Alone"), "Paragraphs/Paragraph/TextRuns/TextRun/Style/FontSize", "72pt");
