@@ -252,6 +252,11 @@ void PropertyPane::SetNameWidth(int width) {
     }
 }
 
+// Up and down only: the names stay.
+void PropertyPane::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    QTreeWidget::scrollTo(index.siblingAtColumn(0), hint);
+}
+
 // The names get the width that they need, but the values have room too.
 void PropertyPane::FitNames() {
     if (!m_isFitted) {

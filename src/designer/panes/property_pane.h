@@ -44,6 +44,7 @@ class PropertyPane : public QTreeWidget {
     // The width of the names as the user has pulled it, in pixels; 0: it fits the names.
     int NameWidth() const;
     void SetNameWidth(int width);
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
  protected:
     void changeEvent(QEvent* event) override;

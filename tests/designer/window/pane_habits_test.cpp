@@ -230,6 +230,24 @@ TEST_F(PropertyHabits, F2OpensWhatWasTypedToInTheRows) {
     EXPECT_EQ(QApplication::focusWidget()->accessibleName().toStdString(), "Left");
 }
 
+TEST_F(PropertyHabits, GoingToAValueDoesNotScrollTheNamesAway) {
+    Find<QDockWidget>("dockProperties").setMaximumWidth(220);
+    Settle();
+    Select({"Title"});
+    auto& pane = Find<QTreeWidget>("properties");
+    for (const char* name : {"Order", "Name", "Left", "Hidden"}) {
+        pane.setFocus();
+        pane.setCurrentItem(&Row("properties", name), 1);
+        QTest::keyClick(&pane, Qt::Key_Return);
+        Settle();
+        EXPECT_EQ(pane.header()->offset(), 0) << name;
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    }
+    Model().Select({BodyOf(Model().Source())});
+    Settle();
+    EXPECT_EQ(pane.header()->offset(), 0);
+}
+
 TEST_F(PropertyHabits, OrderAndColumnsAreThereAgain) {
     auto& pane = Find<QTreeWidget>("properties");
     QTest::mouseClick(&Find<QToolButton>("orderProperties"), Qt::LeftButton);

@@ -241,5 +241,40 @@ TEST_F(MatrixHeadings, AnOlderMatrixToo) {
     EXPECT_NE(Model().Source().Text().find("<ColumnGrouping><Height>2cm</Height>"), std::string::npos);
 }
 
+// A total spans both levels, and has no width of its own.
+TEST_F(MatrixHeadings, AnOlderMatrixWithATotalHasAWidthForEachLevel) {
+    const auto level = [](const std::string& width, const std::string& name, const std::string& subtotal) {
+        return "<RowGrouping><Width>" + width + "</Width><DynamicRows><Grouping Name=\"" + name +
+               "s\"><GroupExpressions><GroupExpression>=Fields!Region.Value</GroupExpression>"
+               "</GroupExpressions></Grouping>" +
+               subtotal + "<ReportItems><Textbox Name=\"" + name +
+               "\"><Value>x</Value></Textbox></ReportItems></DynamicRows></RowGrouping>";
+    };
+    const std::string total =
+        "<Subtotal><ReportItems><Textbox Name=\"Total\"><Value>Total</Value></Textbox></ReportItems>"
+        "</Subtotal>";
+    const std::string matrix =
+        "<Matrix Name=\"T\"><ColumnGroupings><ColumnGrouping><Height>1cm</Height><DynamicColumns><Grouping "
+        "Name=\"Years\"><GroupExpressions><GroupExpression>=Fields!Region.Value</GroupExpression>"
+        "</GroupExpressions></Grouping><ReportItems><Textbox Name=\"Year\"><Value>x</Value></Textbox>"
+        "</ReportItems></DynamicColumns></ColumnGrouping></ColumnGroupings><RowGroupings>" +
+        level("3cm", "Region", total) + level("2cm", "City", "") +
+        "</RowGroupings><MatrixRows><MatrixRow><Height>1cm</Height><MatrixCells><MatrixCell><ReportItems>"
+        "<Textbox Name=\"V\"><Value>1</Value></Textbox></ReportItems></MatrixCell></MatrixCells></MatrixRow>"
+        "</MatrixRows><MatrixColumns><MatrixColumn><Width>2cm</Width></MatrixColumn></MatrixColumns>"
+        "<DataSetName>Sales</DataSetName><Top>1cm</Top><Left>1cm</Left></Matrix>";
+    WriteBytes(File(), Report(matrix, "2005"));
+    ASSERT_TRUE(m_window->OpenFile(File()));
+    Settle();
+    Click(At("V"));
+    Drag(InBody(4, 2.5), InBody(4.5, 2.5));
+    Drag(InBody(6.5, 2.5), InBody(7.5, 2.5));
+    std::string after = Report(matrix, "2005");
+    after = With(after, "<Width>3cm</Width>", "<Width>3.5cm</Width>");
+    after = With(after, "<RowGrouping><Width>2cm</Width>", "<RowGrouping><Width>3cm</Width>");
+    EXPECT_EQ(Model().Source().Text(), after);
+    EXPECT_EQ(Model().Source().UndoCount(), 2u);
+}
+
 }  // namespace
 }  // namespace designer::test
