@@ -14,8 +14,6 @@
 namespace designer {
 namespace {
 
-constexpr int LeastEditor = 80;  // pixels across
-
 // Keys of the window that take the typed text first: save, open, new, close, quit, preview and panes.
 bool LeavesEditor(const QKeyEvent& key) {
     const bool isControl = key.modifiers().testFlag(Qt::ControlModifier);
@@ -110,7 +108,8 @@ void DesignCanvas::OpenEditor(const std::vector<ElementId>& boxes) {
                               m_zoom / 100, viewport());
     m_opened = m_editor->Text();
     m_editor->setObjectName("txtInPlace");
-    m_editor->setAccessibleName(tr("Text of %1").arg(QString::fromStdString(item->name)));
+    m_editor->setAccessibleName(boxes.size() > 1 ? tr("Text of %1 text boxes").arg(boxes.size())
+                                                 : tr("Text of %1").arg(QString::fromStdString(item->name)));
     m_editor->setToolTip(
         tr("Enter takes the text, Shift+Enter begins a new line, Escape leaves it as it was; Ctrl+B, I and U "
            "make it bold, italic and underlined"));
@@ -129,9 +128,7 @@ void DesignCanvas::OpenEditor(const std::vector<ElementId>& boxes) {
 void DesignCanvas::PlaceEditor() {
     if (m_editor) {
         m_editor->SetScale(m_zoom / 100);
-        const QRect area = AreaOf(m_edited).toAlignedRect();
-        m_editor->setGeometry(
-            QRect(area.topLeft(), area.size().expandedTo({LeastEditor, m_editor->LeastHeight()})));
+        m_editor->SetArea(AreaOf(m_edited).toAlignedRect());
     }
 }
 

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QTextBlock>
 #include <QTextObjectInterface>
+#include <QtMath>
 #include <algorithm>
 #include <vector>
 
@@ -19,7 +20,7 @@ constexpr int PlaceholderType = QTextFormat::UserObject + 1;
 constexpr int ExpressionProperty = QTextFormat::UserProperty + 1, ParagraphProperty = ExpressionProperty + 1,
               RunProperty = ExpressionProperty + 2,
               SizeProperty = ExpressionProperty + 3;  // points on paper
-constexpr int FrameWidth = 1;                         // pixels
+constexpr int FrameWidth = 1, LeastWidth = 80;        // pixels
 
 // A placeholder is drawn on a background of its own, in the font of the text around it.
 class PlaceholderPainter : public QObject, public QTextObjectInterface {
@@ -149,38 +150,40 @@ void TextEditor::SetScale(double scale) {
     PlaceText();
 }
 
-int TextEditor::LeastHeight() const {
+void TextEditor::SetArea(const QRect& area) {
     QFont font = LookOfRun(m_look, 0, 0).font;
     font.setPointSizeF(font.pointSizeF() * m_scale);
-    return QFontMetrics(font, this).height() + 2 * FrameWidth;
-}
-
-void TextEditor::resizeEvent(QResizeEvent* event) {
-    QTextEdit::resizeEvent(event);
+    const int line = QFontMetrics(font, this).height() + 2 * FrameWidth;
+    m_area = {area.topLeft(), area.size().expandedTo({LeastWidth, line})};
     PlaceText();
 }
 
-// The padding of the text box, and what is free above a text in the middle or at the bottom. A text that is
-// higher than its box begins at its top.
 void TextEditor::PlaceText() {
-    if (m_placing) {
-        return;
+    if (!m_placing) {
+        m_placing = true;
+        PlaceWithin(m_area);
+        m_placing = false;
     }
-    m_placing = true;
+}
+
+// With the padding of the text box, and what is free above a text in the middle or at the bottom.
+void TextEditor::PlaceWithin(const QRect& area) {
     const QMarginsF padding = m_look.padding * (m_scale * logicalDpiY() / 72) - FrameWidth;
     const auto whole = [](double margin) { return std::max(0, qRound(margin)); };
-    // The width first: the height of the text follows from it.
     QMargins margins(whole(padding.left()), 0, whole(padding.right()), 0);
+    // The width first: the height of the text follows from it.
     setViewportMargins(margins);
-    const double room =
-        height() - 2 * FrameWidth - padding.top() - padding.bottom() - document()->size().height();
-    const double above = m_look.vertical == Qt::AlignBottom    ? room
-                         : m_look.vertical == Qt::AlignVCenter ? room / 2
-                                                               : 0;
-    margins.setTop(whole(padding.top() + std::max(0.0, above)));
-    margins.setBottom(whole(padding.bottom() + std::min(0.0, room)));
+    resize(area.width(), height());
+    margins.setTop(whole(padding.top()));
+    margins.setBottom(whole(padding.bottom()));
+    const int needed = qCeil(document()->size().height()) + margins.top() + margins.bottom() + 2 * FrameWidth;
+    const int most = std::max(area.height(), parentWidget()->height() - area.top());
+    setGeometry(QRect(area.topLeft(), QSize(area.width(), std::clamp(needed, area.height(), most))));
+    const int room = std::max(0, height() - needed);
+    margins.setTop(margins.top() + (m_look.vertical == Qt::AlignBottom    ? room
+                                    : m_look.vertical == Qt::AlignVCenter ? room / 2
+                                                                          : 0));
     setViewportMargins(margins);
-    m_placing = false;
 }
 
 void TextEditor::Fill(const RichText& text) {

@@ -19,7 +19,8 @@ class TextEditor : public QTextEdit {
     // `scale` is the zoom: 1 for the size on paper.
     TextEditor(const RichText& text, const TextLook& look, double scale, QWidget* parent);
     void SetScale(double scale);
-    int LeastHeight() const;  // pixels, for one line
+    // The place of the text box. The editor is wide enough to type in, and becomes higher with its text.
+    void SetArea(const QRect& area);
 
     RichText Text() const;
 
@@ -36,17 +37,17 @@ class TextEditor : public QTextEdit {
     bool canInsertFromMimeData(const QMimeData* source) const override;
     void insertFromMimeData(const QMimeData* source) override;
 
-    void resizeEvent(QResizeEvent* event) override;
-
  private:
     void Fill(const RichText& text);
     QTextCharFormat FormatOf(const RichRun& run) const;
     void PlaceText();
+    void PlaceWithin(const QRect& area);
     RichParagraph ParagraphAt(const QTextBlock& block) const;
 
     FieldNamer m_namer;
     const TextLook m_look;
     double m_scale;
+    QRect m_area;
     bool m_placing = false;
 };
 

@@ -31,6 +31,7 @@ TEST_F(PageTyping, SeveralTextBoxesGetWhatIsTyped) {
     Click(At("Amount"), Qt::ControlModifier);
     QTest::keyClicks(&Canvas(), "n");
     EXPECT_EQ(Status(), "What you type goes into 2 text boxes");
+    EXPECT_EQ(Editor().accessibleName(), "Text of 2 text boxes");
     QTest::keyClicks(&Editor(), "ew");
     Take();
     EXPECT_EQ(Values(), "new|new|Thanks");
@@ -149,6 +150,44 @@ TEST_F(EditorLook, TheTextFollowsTheZoom) {
     EXPECT_EQ(Model().Source().TextAt(Id("Big"), "Paragraphs/Paragraph/TextRuns/TextRun/Value"), "Total");
     EXPECT_NE(Model().Source().Text().find("<Value> of all!</Value>"), std::string::npos);
     EXPECT_NE(Model().Source().Text().find("<FontSize>24pt</FontSize>"), std::string::npos);
+}
+
+TEST_F(EditorLook, TheEditorBecomesHigherWithItsText) {
+    QTextEdit& editor = Open("Plain");
+    const int before = editor.height();
+    for (int line = 0; line < 12; ++line) {
+        QTest::keyClicks(&editor, "line");
+        QTest::keyClick(&editor, Qt::Key_Return, Qt::ShiftModifier);
+    }
+    EXPECT_GT(editor.height(), before);
+    EXPECT_EQ(editor.verticalScrollBar()->maximum(), 0);
+    // It stays within the canvas.
+    for (int line = 0; line < 60; ++line) {
+        QTest::keyClick(&editor, Qt::Key_Return, Qt::ShiftModifier);
+    }
+    EXPECT_LE(editor.geometry().bottom(), Canvas().viewport()->height());
+    Take();
+}
+
+TEST_F(EditorLook, ATextOfAnOlderReportHasTheStyleOfItsBox) {
+    WriteBytes(
+        File(),
+        "<Report xmlns=\"http://schemas.microsoft.com/sqlserver/reporting/2005/01/reportdefinition\">"
+        "<Body><ReportItems><Textbox Name=\"Old\"><Style><FontSize>20pt</FontSize><FontWeight>Bold"
+        "</FontWeight><TextAlign>Center</TextAlign></Style><Top>1cm</Top><Left>1cm</Left><Height>2cm"
+        "</Height><Width>6cm</Width><Value>Old text</Value></Textbox></ReportItems><Height>5cm</Height>"
+        "</Body><Width>16cm</Width></Report>");
+    ASSERT_TRUE(m_window->OpenFile(File()));
+    Settle();
+    QTextEdit& editor = Open("Old");
+    EXPECT_EQ(FormatAt(editor, 2).font().pointSizeF(), 20);
+    EXPECT_TRUE(FormatAt(editor, 2).font().bold());
+    EXPECT_EQ(editor.document()->begin().blockFormat().alignment() & Qt::AlignHorizontal_Mask,
+              Qt::AlignHCenter);
+    QTest::keyClicks(&editor, "New");
+    Take();
+    EXPECT_EQ(Text("Old", "Value"), "New");
+    EXPECT_EQ(Model().Source().UndoCount(), 1u);
 }
 
 TEST_F(EditorLook, PaperIsWhiteInTheDarkToo) {
