@@ -1,46 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Members of DesignCanvas: keys, and typing into a text box.
-#include <QApplication>
+// Members of DesignCanvas: its keys.
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <algorithm>
 
 #include "designer/canvas/design_canvas.h"
-#include "designer/canvas/text_editor.h"
 #include "designer/graphics/part_tree.h"
-#include "designer/model/item_text.h"
 #include "designer/model/placing.h"
-#include "designer/tables/fields.h"
 
 namespace designer {
 namespace {
 
-constexpr double FineStep = 0.2;      // of the grid
-constexpr qint64 NudgePause = 1000;   // milliseconds; nudges within it are one step
-constexpr QSize LeastEditor(80, 24);  // pixels
-
-// Keys of the window that take the typed text first: save, open, new, close, quit, preview and panes.
-bool LeavesEditor(const QKeyEvent& key) {
-    const bool isControl = key.modifiers().testFlag(Qt::ControlModifier);
-    const int code = key.key();
-    return code == Qt::Key_F5 || code == Qt::Key_F6 ||
-           (isControl && (code == Qt::Key_S || code == Qt::Key_O || code == Qt::Key_N || code == Qt::Key_W ||
-                          code == Qt::Key_Q));
-}
-
-// Alt and a character open a menu.
-bool IsMnemonic(const QKeyEvent& key) {
-    return (key.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier;
-}
+constexpr double FineStep = 0.2;     // of the grid
+constexpr qint64 NudgePause = 1000;  // milliseconds; nudges within it are one step
 
 }  // namespace
 
-void DesignCanvas::SetTextSource(QWidget* source) {
-    m_textSource = source;
-    source->installEventFilter(this);
-}
-
 void DesignCanvas::keyPressEvent(QKeyEvent* event) {
+    if (event->modifiers().testFlag(Qt::AltModifier)) {
+        event->ignore();  // the key of a command that is disabled
+        return;
+    }
     const bool fine = event->modifiers().testFlag(Qt::ControlModifier);
     const bool resizes = event->modifiers().testFlag(Qt::ShiftModifier);
     switch (event->key()) {
@@ -63,22 +43,9 @@ void DesignCanvas::keyPressEvent(QKeyEvent* event) {
             return;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            return event->modifiers().testFlag(Qt::AltModifier) ? event->ignore() : EditText();
+            return fine ? event->ignore() : EditText();
         default:
             return TypeInto(event);
-    }
-}
-
-// What is typed on a text box replaces its text.
-void DesignCanvas::TypeInto(QKeyEvent* event) {
-    const QString text = event->text();
-    const bool isCommand = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    if (isCommand || text.isEmpty() || !text.front().isPrint()) {
-        return QAbstractScrollArea::keyPressEvent(event);
-    }
-    EditText();
-    if (m_editor) {
-        m_editor->insertPlainText(text);
     }
 }
 
@@ -156,156 +123,6 @@ void DesignCanvas::Nudge(int right, int down, bool fine, bool resizes) {
         StepName(m_model, resizes ? tr("Resize") : tr("Move"), ids),
         [&](Document& document) { Place(document, items, places); }, key);
     RevealSelection();
-}
-
-void DesignCanvas::EditText() {
-    const ReportItem* item = m_model.Item(m_model.Leader());
-    if (!item || item->kind != "Textbox" || m_editor) {
-        return;
-    }
-    m_edited = item->id;
-    // The older schemas have texts without runs.
-    const auto rich = RichTextOf(m_model.Source(), item->id);
-    m_editor = new TextEditor(
-        rich ? *rich : RichText{{0, {{TextOfItem(m_model.Source(), item->id).value_or(""), 0, 0}}}},
-        viewport());
-    m_opened = m_editor->Text();
-    m_editor->setObjectName("txtInPlace");
-    m_editor->setAccessibleName(tr("Text of %1").arg(QString::fromStdString(item->name)));
-    m_editor->setToolTip(
-        tr("Enter takes the text, Shift+Enter begins a new line, Escape leaves it as it was; Ctrl+B, I and U "
-           "make it bold, italic and underlined"));
-    m_editor->setTabChangesFocus(true);
-    m_editor->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_editor->SetFieldNamer([this](const DraggedField& field) { return ExpressionOf(field); });
-    m_editor->selectAll();
-    m_editor->installEventFilter(this);
-    RevealSelection();
-    PlaceEditor();
-    m_editor->show();
-    m_editor->setFocus();
-}
-
-void DesignCanvas::PlaceEditor() {
-    if (m_editor) {
-        const QRect area = AreaOf(m_edited).toAlignedRect();
-        const int line = m_editor->fontMetrics().height() + 12;
-        m_editor->setGeometry(QRect(area.topLeft(), area.size().expandedTo({LeastEditor.width(), line})));
-    }
-}
-
-bool DesignCanvas::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_textSource && event->type() == QEvent::FocusOut && m_editor) {
-        const QWidget* next = QApplication::focusWidget();
-        if (next != m_editor && next != m_textSource &&
-            static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason) {
-            CloseEditor(true);
-        }
-    }
-    if (watched != m_editor) {
-        return QAbstractScrollArea::eventFilter(watched, event);
-    }
-    if (event->type() == QEvent::FocusOut && LeavesByFocus(*static_cast<QFocusEvent*>(event))) {
-        CloseEditor(true);
-        return false;
-    }
-    if (event->type() == QEvent::ShortcutOverride) {
-        const auto& key = *static_cast<QKeyEvent*>(event);
-        if (LeavesEditor(key)) {
-            CloseEditor(true);
-            setFocus();
-            return false;
-        }
-        if (IsMnemonic(key)) {
-            return false;  // it opens a menu
-        }
-        event->accept();  // what is typed is no command of the window
-        return true;
-    }
-    return event->type() == QEvent::KeyPress && EditorKey(*static_cast<QKeyEvent*>(event));
-}
-
-// A click on the data of the report stays in the text: what is there can be put into it.
-bool DesignCanvas::LeavesByFocus(const QFocusEvent& event) const {
-    const QWidget* next = QApplication::focusWidget();
-    const bool isSource = m_textSource && next && (next == m_textSource || m_textSource->isAncestorOf(next));
-    return event.reason() != Qt::PopupFocusReason && event.reason() != Qt::ActiveWindowFocusReason &&
-           !isSource;
-}
-
-// Returns whether the key means something else than what it types.
-bool DesignCanvas::EditorKey(const QKeyEvent& key) {
-    const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-    const bool isShifted = key.modifiers().testFlag(Qt::ShiftModifier);
-    if (key.key() == Qt::Key_Escape || (isEnter && !isShifted)) {
-        CloseEditor(isEnter);
-        setFocus();
-        return true;
-    }
-    if (isEnter) {
-        m_editor->BeginLine();
-        return true;
-    }
-    if (key.modifiers() == Qt::ControlModifier && RichTextOf(m_model.Source(), m_edited)) {
-        switch (key.key()) {
-            case Qt::Key_B:
-                m_editor->ToggleBold();
-                return true;
-            case Qt::Key_I:
-                m_editor->ToggleItalic();
-                return true;
-            case Qt::Key_U:
-                m_editor->ToggleUnderline();
-                return true;
-            default:
-                return false;
-        }
-    }
-    return IsMnemonic(key);
-}
-
-// A field in a table is that of the row; elsewhere it is the one of the first row.
-std::string DesignCanvas::ExpressionOf(const DraggedField& field) const {
-    for (const ReportItem* item = m_model.Item(m_edited); item; item = m_model.Item(item->container)) {
-        const ReportItem* outer = m_model.Item(item->container);
-        if (item->cell != NoElement || (outer && outer->kind == "List")) {
-            return FieldValue(field.field);
-        }
-    }
-    return "=First(Fields!" + field.field + ".Value, \"" + field.dataSet + "\")";
-}
-
-bool DesignCanvas::InsertIntoText(const std::string& expression) {
-    if (m_editor) {
-        m_editor->InsertExpression(expression);
-        m_editor->setFocus();
-    }
-    return m_editor != nullptr;
-}
-
-bool DesignCanvas::InsertIntoText(const DraggedField& field) {
-    return InsertIntoText(m_editor ? ExpressionOf(field) : std::string());
-}
-
-void DesignCanvas::CloseEditor(bool keeps) {
-    TextEditor* const editor = m_editor;
-    m_editor = nullptr;  // losing the focus closes it too
-    if (!editor) {
-        return;
-    }
-    editor->removeEventFilter(this);
-    const RichText text = editor->Text();
-    const std::string plain = editor->toPlainText().toStdString();
-    editor->setObjectName({});
-    editor->hide();
-    editor->deleteLater();
-    const ElementId item = m_edited;
-    if (keeps && m_model.Source().Has(item) && text != m_opened) {
-        m_model.Edit(StepName(m_model, tr("Edit"), {item}), [&](Document& document) {
-            RichTextOf(document, item) ? PutRichText(document, item, text)
-                                       : SetTextOfItem(document, item, plain);
-        });
-    }
 }
 
 }  // namespace designer

@@ -24,6 +24,9 @@ QString CaptionOf(const ReportItems& items, std::size_t index) {
     if (items.bands.back().section > 0) {
         text += DesignCanvas::tr(", section %1").arg(band.section + 1);
     }
+    if (band.element == NoElement) {
+        text += DesignCanvas::tr(": not in the report yet; what you put here makes it");
+    }
     return text;
 }
 

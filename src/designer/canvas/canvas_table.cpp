@@ -10,6 +10,7 @@
 #include "designer/document/item_size.h"
 #include "designer/model/field_drag.h"
 #include "designer/model/placing.h"
+#include "designer/tables/header_levels.h"
 #include "designer/tables/tracks.h"
 
 namespace designer {
@@ -51,14 +52,11 @@ bool DesignCanvas::PressTable(QPointF point) {
         return false;
     }
     if (const auto border = bars->BorderAt(point)) {
-        const GridTrack& track = border->axis == Axis::Columns ? bars->Grid().columns[border->track]
-                                                               : bars->Grid().rows[border->track];
         m_drag.action = Action::Track;
-        m_drag.axis = border->axis;
-        m_drag.track = border->track;
+        m_drag.track = *border;
         m_drag.pressed = table->region;
         m_drag.band = m_model.Item(table->region)->band;
-        m_drag.size = track.size;
+        m_drag.size = TrackOf(bars->Grid(), *border).size;
         return true;
     }
     if (const auto handle = bars->HandleAt(point)) {
@@ -75,8 +73,8 @@ bool DesignCanvas::PressTable(QPointF point) {
 void DesignCanvas::FollowTrack() {
     const ReportItem* region = m_model.Item(m_drag.pressed);
     const TablixGrid grid = GridOf(m_model.Source(), m_drag.pressed);
-    const bool isColumn = m_drag.axis == Axis::Columns;
-    const GridTrack& track = isColumn ? grid.columns[m_drag.track] : grid.rows[m_drag.track];
+    const bool isColumn = m_drag.track.axis == Axis::Columns;
+    const GridTrack track = TrackOf(grid, m_drag.track);
     const double corner = isColumn ? region->place.left : region->place.top;
     const double end = corner + track.begin + track.size;
     const QPointF moved = (m_drag.now - m_drag.start) / m_layout.Scale();
@@ -93,11 +91,15 @@ void DesignCanvas::FinishTrack(const Drag& done) {
         return;
     }
     const ReportItems items = m_model.Items();
-    m_model.Edit(done.axis == Axis::Columns ? tr("Resize column") : tr("Resize row"),
-                 [&](Document& document) {
-                     SetTrackSize(document, done.pressed, done.axis, done.track, done.size);
-                     GrowBandOfTable(document, items, done.pressed);
-                 });
+    const TrackHandle& track = done.track;
+    const QString step = track.isHeader                ? tr("Resize headings")
+                         : track.axis == Axis::Columns ? tr("Resize column")
+                                                       : tr("Resize row");
+    m_model.Edit(step, [&](Document& document) {
+        track.isHeader ? SetHeaderSize(document, done.pressed, track.axis, track.track, done.size)
+                       : SetTrackSize(document, done.pressed, track.axis, track.track, done.size);
+        GrowBandOfTable(document, items, done.pressed);
+    });
 }
 
 // The border as it would be, over the whole table.
@@ -106,8 +108,8 @@ void DesignCanvas::PaintTrackDrag(QPainter& painter) {
     if (!bars) {
         return;
     }
-    const bool isColumn = m_drag.axis == Axis::Columns;
-    const GridTrack& track = isColumn ? bars->Grid().columns[m_drag.track] : bars->Grid().rows[m_drag.track];
+    const bool isColumn = m_drag.track.axis == Axis::Columns;
+    const GridTrack track = TrackOf(bars->Grid(), m_drag.track);
     const QRectF& area = bars->Area();
     const double at = (isColumn ? area.left() : area.top()) + (track.begin + m_drag.size) * m_layout.Scale();
     painter.setPen(QPen(QColor(Mark), 1, Qt::DashLine));
@@ -213,6 +215,10 @@ bool DesignCanvas::StepToCell(int right, int down) {
 
 DesignCanvas::Drop DesignCanvas::DropAt(QPointF point) const {
     Drop drop;
+    if (const ElementId box = ItemAt(point); IsFreeBox(m_model, box)) {
+        const ReportItem& item = *m_model.Item(box);
+        return {Drop::Kind::Box, box, NoElement, 0, item.band, CanvasArea(item)};
+    }
     for (auto item = m_model.Items().items.rbegin(); item != m_model.Items().items.rend(); ++item) {
         const auto bars = BarsOf(item->id);
         if (!bars) {

@@ -284,7 +284,7 @@ QRectF DesignCanvas::AreaOf(ElementId id) const {
 
 void DesignCanvas::RevealSelection() {
     const QRectF area = AreaOf(m_model.Leader());
-    if (area.isNull()) {
+    if (m_model.Leader() == NoElement || area.isNull()) {
         return;
     }
     // Of an area that is larger than the view its begin is shown.

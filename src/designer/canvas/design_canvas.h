@@ -56,7 +56,7 @@ class DesignCanvas : public QAbstractScrollArea {
     // Inserts an item of the kind in the middle of what is visible, or below what is there, and selects it.
     void InsertAtMiddle(NewItem kind);
 
-    // Opens the selected text box for typing. Does nothing if it is none.
+    // Opens the selected text box for typing, of several the leader alone. Does nothing if it is none.
     void EditText();
     // Takes the text that is being typed, if any. Commands that need all changes call it first.
     void FinishEditing() { CloseEditor(true); }
@@ -73,7 +73,8 @@ class DesignCanvas : public QAbstractScrollArea {
 
     // Scrolls no further than needed to show the selected item.
     void RevealSelection();
-    // The area of an item or band on the viewport, in pixels. Empty if there is none.
+    // The area of an item or band on the viewport, in pixels; of NoElement that of a body that is not there
+    // yet. Empty if there is none.
     QRectF AreaOf(ElementId id) const;
     // The band that what is inserted or pasted goes to: that of the selection, else the body. Nothing without
     // bands.
@@ -89,6 +90,7 @@ class DesignCanvas : public QAbstractScrollArea {
     void DesignWanted(designer::ElementId id);  // a double click on an item that is no text box
     void PointerMoved(const QString& place);    // empty: the pointer is on no band
     void LaidOut();                             // Failure may have changed
+    void Told(const QString& text);             // what the user should know while it lasts; empty: no more
 
  protected:
     void paintEvent(QPaintEvent* event) override;
@@ -124,8 +126,7 @@ class DesignCanvas : public QAbstractScrollArea {
         std::vector<SnapLine> lines;
         double dx = 0, dy = 0;  // points
         double size = 0;        // of a band, column or row that is resized
-        Axis axis = Axis::Columns;
-        std::size_t track = 0;  // of the pressed region
+        TrackHandle track;      // of the pressed region
     };
     // Where a field that is dragged here would be shown.
     struct Drop {
@@ -175,10 +176,10 @@ class DesignCanvas : public QAbstractScrollArea {
     double GridStep() const;
     void Insert(NewItem kind, std::size_t band, const Rect& place);
     Rect FreePlace(std::size_t band, Rect place) const;
+    void OpenEditor(const std::vector<ElementId>& boxes);  // shows the last one
     void CloseEditor(bool keeps);
     bool LeavesByFocus(const QFocusEvent& event) const;
     bool EditorKey(const QKeyEvent& key);
-    std::string ExpressionOf(const DraggedField& field) const;  // in the text that is being typed
     void PlaceEditor();
     void SelectNext(int step);
 
@@ -224,6 +225,7 @@ class DesignCanvas : public QAbstractScrollArea {
     RichText m_opened;               // what it had when it was opened
     QWidget* m_textSource = nullptr;
     ElementId m_edited = NoElement;
+    std::vector<ElementId> m_typedInto;  // the edited one, and others that get the same text
     QElapsedTimer m_nudged;
     int m_nudges = 0;  // runs of nudges, each of which is one step
 };

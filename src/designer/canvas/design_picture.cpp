@@ -33,6 +33,9 @@ void DesignPicture::Make(const DesignModel& model) {
             const int last = copy.bands.empty() ? 1 : copy.bands.back().page;
             m_pages->Reach(last);
             m_bands = std::move(copy.bands);
+            if (m_bands.size() != model.Items().bands.size()) {
+                m_pages.reset();  // a body is missing
+            }
             return;
         } catch (const RuntimeError& error) {
             m_pages.reset();

@@ -4,6 +4,8 @@
 #include <QPalette>
 #include <cmath>
 
+#include "designer/tables/header_levels.h"
+
 namespace designer {
 namespace {
 
@@ -15,6 +17,13 @@ bool Holds(const std::optional<TrackRange>& range, std::size_t track) {
 }
 
 }  // namespace
+
+GridTrack TrackOf(const TablixGrid& grid, const TrackHandle& handle) {
+    if (handle.isHeader) {
+        return HeaderTracksOf(grid, handle.axis).at(handle.track);
+    }
+    return (handle.axis == Axis::Columns ? grid.columns : grid.rows).at(handle.track);
+}
 
 TableBars::TableBars(const DesignModel& model, const TableSelection& table, const QRectF& area, double scale)
     : m_grid(GridOf(model.Source(), table.region)),
@@ -104,7 +113,7 @@ std::optional<TrackHandle> TableBars::BorderAt(QPointF point) const {
         return std::nullopt;
     }
     // Of several at one place the last one: a track without a size can be pulled open.
-    std::optional<TrackHandle> found;
+    std::optional<TrackHandle> found = HeaderBorderAt(point);
     for (std::size_t row = 0; row < m_grid.rows.size(); ++row) {
         if (std::abs(point.y() - EndOf(Axis::Rows, row)) <= BorderReach) {
             found = TrackHandle{Axis::Rows, row};
@@ -118,6 +127,20 @@ std::optional<TrackHandle> TableBars::BorderAt(QPointF point) const {
         }
     }
     return found;
+}
+
+std::optional<TrackHandle> TableBars::HeaderBorderAt(QPointF point) const {
+    for (const Axis axis : {Axis::Rows, Axis::Columns}) {
+        const bool isColumn = axis == Axis::Columns;
+        const double at = isColumn ? point.x() - m_area.left() : point.y() - m_area.top();
+        const std::vector<GridTrack> levels = HeaderTracksOf(m_grid, axis);
+        for (std::size_t level = 0; level < levels.size(); ++level) {
+            if (std::abs(at - (levels[level].begin + levels[level].size) * m_scale) <= BorderReach) {
+                return TrackHandle{axis, level, true};
+            }
+        }
+    }
+    return std::nullopt;
 }
 
 double TableBars::ColumnBegin(std::size_t column) const {

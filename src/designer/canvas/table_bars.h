@@ -12,10 +12,15 @@
 
 namespace designer {
 
+// A column or row of the body, or a level of headings: of rows for Axis::Columns.
 struct TrackHandle {
     Axis axis = Axis::Columns;
     std::size_t track = 0;
+    bool isHeader = false;
 };
+
+// Returns where the track is in the region.
+GridTrack TrackOf(const TablixGrid& grid, const TrackHandle& handle);
 
 class TableBars {
  public:
@@ -27,7 +32,8 @@ class TableBars {
     void Paint(QPainter& painter, const QPalette& palette) const;
     // Returns the handle under a point.
     std::optional<TrackHandle> HandleAt(QPointF point) const;
-    // Returns the track whose right or lower border is at the point, in the bars or on the table itself.
+    // Returns the track, or level of headings, whose right or lower border is at the point, in the bars or on
+    // the table itself.
     std::optional<TrackHandle> BorderAt(QPointF point) const;
     // Returns the number that a column added at the point has: the point is on a border or beside the last
     // column.
@@ -42,6 +48,7 @@ class TableBars {
     const QRectF& Area() const { return m_area; }
 
  private:
+    std::optional<TrackHandle> HeaderBorderAt(QPointF point) const;
     QRectF HandleArea(Axis axis, std::size_t track) const;
     double EndOf(Axis axis, std::size_t track) const;
     const std::vector<GridTrack>& Tracks(Axis axis) const {

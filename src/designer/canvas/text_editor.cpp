@@ -6,6 +6,9 @@
 #include <QPainter>
 #include <QTextBlock>
 #include <QTextObjectInterface>
+#include <QtMath>
+#include <algorithm>
+#include <vector>
 
 #include "designer/document/placeholder_text.h"
 
@@ -15,14 +18,16 @@ namespace {
 constexpr int PlaceholderType = QTextFormat::UserObject + 1;
 // Of characters: the expression, and the run of the report that they belong to.
 constexpr int ExpressionProperty = QTextFormat::UserProperty + 1, ParagraphProperty = ExpressionProperty + 1,
-              RunProperty = ExpressionProperty + 2;
+              RunProperty = ExpressionProperty + 2,
+              SizeProperty = ExpressionProperty + 3;  // points on paper
+constexpr int FrameWidth = 1, LeastWidth = 80;        // pixels
 
 // A placeholder is drawn on a background of its own, in the font of the text around it.
 class PlaceholderPainter : public QObject, public QTextObjectInterface {
     Q_OBJECT
     Q_INTERFACES(QTextObjectInterface)
  public:
-    explicit PlaceholderPainter(QTextEdit* editor) : QObject(editor), m_editor(*editor) {}
+    using QObject::QObject;
 
     QSizeF intrinsicSize(QTextDocument*, int, const QTextFormat& format) override {
         const QFontMetricsF metrics(FontOf(format));
@@ -30,41 +35,21 @@ class PlaceholderPainter : public QObject, public QTextObjectInterface {
     }
     void drawObject(QPainter* painter, const QRectF& place, QTextDocument*, int,
                     const QTextFormat& format) override {
-        const QPalette& colours = m_editor.palette();
         painter->save();
         painter->setFont(FontOf(format));
-        painter->fillRect(place, colours.color(QPalette::AlternateBase).darker(108));
-        painter->setPen(colours.color(QPalette::Text));
+        painter->fillRect(place, QColor(128, 128, 128, 60));
+        painter->setPen(format.foreground().color());
         painter->drawText(place.bottomLeft() + QPointF(1, 0), TextOf(format));
         painter->restore();
     }
 
  private:
-    QFont FontOf(const QTextFormat& format) const {
-        QFont font = m_editor.font();
-        const QTextCharFormat letters = format.toCharFormat();
-        font.setBold(letters.fontWeight() > QFont::Normal);
-        font.setItalic(letters.fontItalic());
-        font.setUnderline(letters.fontUnderline());
-        return font;
-    }
+    static QFont FontOf(const QTextFormat& format) { return format.toCharFormat().font(); }
     static QString TextOf(const QTextFormat& format) {
         return QString::fromStdString(
             PlaceholderOf(format.property(ExpressionProperty).toString().toStdString()));
     }
-
-    const QTextEdit& m_editor;
 };
-
-QTextCharFormat FormatOf(const RichRun& run) {
-    QTextCharFormat format;
-    format.setFontWeight(run.isBold ? QFont::Bold : QFont::Normal);
-    format.setFontItalic(run.isItalic);
-    format.setFontUnderline(run.isUnderlined);
-    format.setProperty(ParagraphProperty, run.paragraph);
-    format.setProperty(RunProperty, run.run);
-    return format;
-}
 
 bool HasOneRun(const RichText& text) {
     return text.size() == 1 && text.front().runs.size() <= 1;
@@ -98,11 +83,107 @@ RichRun RunAt(const QTextFragment& fragment) {
 
 }  // namespace
 
-TextEditor::TextEditor(const RichText& text, QWidget* parent) : QTextEdit(parent) {
+TextEditor::TextEditor(const RichText& text, const TextLook& look, double scale, QWidget* parent)
+    : QTextEdit(parent), m_look(look), m_scale(scale) {
     setAcceptRichText(false);
-    document()->setDocumentMargin(2);
+    setFrameStyle(static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain));
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    QPalette colours = palette();
+    colours.setColor(QPalette::Base, look.paper);
+    colours.setColor(QPalette::Text, LookOfRun(look, 0, 0).colour);
+    setPalette(colours);
+    document()->setDocumentMargin(0);
     document()->documentLayout()->registerHandler(PlaceholderType, new PlaceholderPainter(this));
     Fill(text);
+    connect(document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
+            &TextEditor::PlaceText);
+}
+
+QTextCharFormat TextEditor::FormatOf(const RichRun& run) const {
+    const RunLook& look = LookOfRun(m_look, run.paragraph, run.run);
+    QTextCharFormat format;
+    format.setFontFamilies({look.font.family()});
+    format.setProperty(SizeProperty, look.font.pointSizeF());
+    format.setFontPointSize(look.font.pointSizeF() * m_scale);
+    format.setForeground(look.colour);
+    format.setFontWeight(run.isBold ? QFont::Bold : QFont::Normal);
+    format.setFontItalic(run.isItalic);
+    format.setFontUnderline(run.isUnderlined);
+    format.setProperty(ParagraphProperty, run.paragraph);
+    format.setProperty(RunProperty, run.run);
+    return format;
+}
+
+// What was typed before cannot be undone afterwards.
+void TextEditor::SetScale(double scale) {
+    if (scale == m_scale) {
+        return;
+    }
+    m_scale = scale;
+    struct Stretch {
+        int begin, end;
+        double size;
+    };
+    std::vector<Stretch> stretches;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            const QTextFragment fragment = part.fragment();
+            stretches.push_back({fragment.position(), fragment.position() + fragment.length(),
+                                 fragment.charFormat().doubleProperty(SizeProperty)});
+        }
+    }
+    document()->setUndoRedoEnabled(false);
+    QTextCharFormat format;
+    QTextCursor cursor(document());
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        cursor.setPosition(block.position());
+        format.setFontPointSize(block.charFormat().doubleProperty(SizeProperty) * scale);
+        cursor.mergeBlockCharFormat(format);
+    }
+    for (const Stretch& stretch : stretches) {
+        cursor.setPosition(stretch.begin);
+        cursor.setPosition(stretch.end, QTextCursor::KeepAnchor);
+        format.setFontPointSize(stretch.size * scale);
+        cursor.mergeCharFormat(format);
+    }
+    document()->setUndoRedoEnabled(true);
+    PlaceText();
+}
+
+void TextEditor::SetArea(const QRect& area) {
+    QFont font = LookOfRun(m_look, 0, 0).font;
+    font.setPointSizeF(font.pointSizeF() * m_scale);
+    const int line = QFontMetrics(font, this).height() + 2 * FrameWidth;
+    m_area = {area.topLeft(), area.size().expandedTo({LeastWidth, line})};
+    PlaceText();
+}
+
+void TextEditor::PlaceText() {
+    if (!m_placing) {
+        m_placing = true;
+        PlaceWithin(m_area);
+        m_placing = false;
+    }
+}
+
+// With the padding of the text box, and what is free above a text in the middle or at the bottom.
+void TextEditor::PlaceWithin(const QRect& area) {
+    const QMarginsF padding = m_look.padding * (m_scale * logicalDpiY() / 72) - FrameWidth;
+    const auto whole = [](double margin) { return std::max(0, qRound(margin)); };
+    QMargins margins(whole(padding.left()), 0, whole(padding.right()), 0);
+    // The width first: the height of the text follows from it.
+    setViewportMargins(margins);
+    resize(area.width(), height());
+    margins.setTop(whole(padding.top()));
+    margins.setBottom(whole(padding.bottom()));
+    const int needed = qCeil(document()->size().height()) + margins.top() + margins.bottom() + 2 * FrameWidth;
+    const int most = std::max(area.height(), parentWidget()->height() - area.top());
+    setGeometry(QRect(area.topLeft(), QSize(area.width(), std::clamp(needed, area.height(), most))));
+    const int room = std::max(0, height() - needed);
+    margins.setTop(margins.top() + (m_look.vertical == Qt::AlignBottom    ? room
+                                    : m_look.vertical == Qt::AlignVCenter ? room / 2
+                                                                          : 0));
+    setViewportMargins(margins);
 }
 
 void TextEditor::Fill(const RichText& text) {
@@ -110,6 +191,7 @@ void TextEditor::Fill(const RichText& text) {
     for (std::size_t number = 0; number < text.size(); ++number) {
         QTextBlockFormat block;
         block.setProperty(ParagraphProperty, text[number].like);
+        block.setAlignment(AlignmentOfParagraph(m_look, text[number].like));
         number == 0 ? cursor.setBlockFormat(block) : cursor.insertBlock(block);
         if (!text[number].runs.empty()) {
             cursor.setBlockCharFormat(FormatOf(text[number].runs.front()));

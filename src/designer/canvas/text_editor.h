@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The editor in which a text box is typed on the page. A run that is an expression is one character, which
-// shows its placeholder; the expression of a text box with one run is typed as a text.
+// The editor in which a text box is typed on the page, in the look that it has there. A run that is an
+// expression is one character, which shows its placeholder; the expression of a text box with one run is
+// typed as a text.
 #pragma once
 
 #include <QTextEdit>
 #include <functional>
 
+#include "designer/canvas/text_look.h"
 #include "designer/model/field_drag.h"
 #include "designer/model/rich_text.h"
 
@@ -14,7 +16,11 @@ namespace designer {
 class TextEditor : public QTextEdit {
     Q_OBJECT
  public:
-    TextEditor(const RichText& text, QWidget* parent);
+    // `scale` is the zoom: 1 for the size on paper.
+    TextEditor(const RichText& text, const TextLook& look, double scale, QWidget* parent);
+    void SetScale(double scale);
+    // The place of the text box. The editor is wide enough to type in, and becomes higher with its text.
+    void SetArea(const QRect& area);
 
     RichText Text() const;
 
@@ -33,9 +39,16 @@ class TextEditor : public QTextEdit {
 
  private:
     void Fill(const RichText& text);
+    QTextCharFormat FormatOf(const RichRun& run) const;
+    void PlaceText();
+    void PlaceWithin(const QRect& area);
     RichParagraph ParagraphAt(const QTextBlock& block) const;
 
     FieldNamer m_namer;
+    const TextLook m_look;
+    double m_scale;
+    QRect m_area;
+    bool m_placing = false;
 };
 
 }  // namespace designer

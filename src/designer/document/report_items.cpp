@@ -16,16 +16,9 @@ class ItemReader {
     explicit ItemReader(const Document& document) : m_document(document), m_tree(document.Tree()) {}
 
     ReportItems Read() {
-        const int sections = m_tree.Child(0, "ReportSections");
-        if (sections == NoIndex) {
-            ReadSection(0, 0);
-        } else {
-            std::size_t number = 0;
-            for (const int section : m_tree.Children(sections)) {
-                if (m_tree.IsOfReport(section)) {
-                    ReadSection(section, number++);
-                }
-            }
+        std::size_t number = 0;
+        for (const ElementId section : SectionsOf(m_document)) {
+            ReadSection(m_document.IndexOf(section), number++);
         }
         return std::move(m_result);
     }
@@ -137,6 +130,18 @@ class ItemReader {
 
 ReportItems ReadReportItems(const Document& document) {
     return ItemReader(document).Read();
+}
+
+std::vector<ElementId> SectionsOf(const Document& document) {
+    const ElementId all = document.Find(document.Root(), "ReportSections");
+    if (all == NoElement) {
+        return {document.Root()};
+    }
+    std::vector<ElementId> sections = document.Children(all);
+    std::erase_if(sections, [&document](ElementId section) {
+        return !document.Tree().IsOfReport(document.IndexOf(section));
+    });
+    return sections;
 }
 
 ElementId BodyOf(const Document& document) {

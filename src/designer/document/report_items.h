@@ -45,6 +45,10 @@ struct ReportItems {
 // matrix or Tablix is as large as its parts.
 ReportItems ReadReportItems(const Document& document);
 
+// Returns the ReportSection elements; of a report without ReportSections, which files before 2010 are, the
+// report itself. Empty if the report has none of what it should have.
+std::vector<ElementId> SectionsOf(const Document& document);
+
 // Returns the Body of the first section, or NoElement. Of files before 2010 it is that of the report.
 ElementId BodyOf(const Document& document);
 

@@ -13,6 +13,7 @@
 #include "designer/graphics/chart_types.h"
 #include "designer/tables/fields.h"
 #include "platform/base/ascii.h"
+#include "platform/base/caption.h"
 
 namespace designer {
 namespace {
@@ -144,7 +145,7 @@ void ChartDataPage::Add(Part part, const DraggedField& field) {
             }
         }
         ChartValue value;
-        value.label = FieldTitle(field.field);
+        value.label = CaptionOf(field.field);
         for (const std::string& name : ValueNamesOf(FindChartType(m_design.type, m_design.subtype))) {
             value.values[name] = Aggregated(isNumeric ? "Sum" : "Count", field.field);
         }

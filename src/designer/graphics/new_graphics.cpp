@@ -14,6 +14,7 @@
 #include "designer/tables/cell_text.h"
 #include "designer/tables/fields.h"
 #include "platform/base/ascii.h"
+#include "platform/base/caption.h"
 
 namespace designer {
 namespace {
@@ -207,7 +208,7 @@ std::string ChartContent(const Document& document, const ChartType& type, const 
     const ReportField* category = set ? FirstField(*set, false) : nullptr;
     category = category || !set || set->fields.empty() ? category : &set->fields.front();
     ChartValue value;
-    value.label = number ? FieldTitle(number->name) : "Rows";
+    value.label = number ? CaptionOf(number->name) : "Rows";
     for (const std::string& name : ValueNamesOf(&type)) {
         const std::string_view aggregate = name == "High"                       ? "Max"
                                            : name == "Low"                      ? "Min"
@@ -221,7 +222,7 @@ std::string ChartContent(const Document& document, const ChartType& type, const 
     design.values.push_back(value);
     if (category) {
         design.categories.push_back({NoElement, FieldValue(category->name)});
-        design.title = value.label + " by " + FieldTitle(category->name);
+        design.title = value.label + " by " + CaptionOf(category->name);
     }
     design.legend = type.hasAxes ? "" : "RightCenter";
     design.showsLabels = !type.hasAxes;

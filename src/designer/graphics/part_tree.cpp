@@ -156,6 +156,30 @@ ElementId OwnerOfPart(const Document& document, ElementId id) {
     return NoElement;
 }
 
+std::vector<ChartGroupPart> ChartGroupsOf(const Document& document, ElementId chart) {
+    std::vector<ChartGroupPart> groups;
+    if (document.Name(chart) != "Chart") {
+        return groups;
+    }
+    for (const GraphicPart& part : PartsOf(document, chart)) {
+        const ElementId own = document.Find(part.id, "Group");
+        const ElementId group = own != NoElement ? own : document.Find(part.id, "Grouping");
+        if (group == NoElement) {
+            continue;
+        }
+        ChartGroupPart& one = groups.emplace_back();
+        one.member = part.id;
+        one.name = document.Attribute(group, "Name").value_or("");
+        one.expression = document.TextAt(group, "GroupExpressions/GroupExpression").value_or("");
+        one.isCategory = TitleOf(document, part.id, document.Name(part.id)) == "Category";
+        const auto outer = std::find_if(groups.begin(), groups.end() - 1, [&](const ChartGroupPart& other) {
+            return other.member == part.container;
+        });
+        one.depth = outer == groups.end() - 1 ? 0 : outer->depth + 1;
+    }
+    return groups;
+}
+
 std::vector<std::string> PathsOfPart(const Document& document, ElementId part) {
     std::vector<std::string> paths{""};
     for (const char* path : {"Group", "Grouping", "SortExpressions/SortExpression", "Sorting/SortBy"}) {

@@ -22,6 +22,18 @@ std::vector<GraphicPart> PartsOf(const Document& document, ElementId item);
 // Returns the Chart or GaugePanel that the element is a part of; NoElement if it is none.
 ElementId OwnerOfPart(const Document& document, ElementId id);
 
+struct ChartGroupPart {
+    ElementId member = NoElement;  // the part that has it
+    std::string name;              // empty if it has none
+    std::string expression;        // the first one
+    bool isCategory = false;       // of the categories, else of the series
+    int depth = 0;                 // of groups around it
+};
+
+// Returns the groups of a Chart in document order; those within others come after them. None for any other
+// item.
+std::vector<ChartGroupPart> ChartGroupsOf(const Document& document, ElementId chart);
+
 // Returns paths from a part to the elements whose properties are shown with its own: the Group of a
 // ChartMember.
 std::vector<std::string> PathsOfPart(const Document& document, ElementId part);

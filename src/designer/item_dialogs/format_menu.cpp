@@ -13,6 +13,8 @@
 #include "designer/item_dialogs/visibility_dialog.h"
 #include "designer/model/arranging.h"
 #include "designer/model/table_selection.h"
+#include "designer/panes/reasons.h"
+#include "designer/panes/table_menu.h"
 #include "platform/base/ascii.h"
 
 namespace designer {
@@ -78,7 +80,7 @@ void FormatMenu::AddFontCommands() {
         Needs::Text, [this] { ChangeFontSize(-1); });
     Add(*this, "formatTextColour", tr("&Text Colour..."), {}, Needs::Text,
         [this] { AskForColour(tr("Text colour of"), "Text colour"); });
-    Add(*this, "formatFill", tr("&Fill Colour..."), {}, Needs::Item,
+    Add(*this, "formatFill", tr("&Fill Colour..."), {}, Needs::Fill,
         [this] { AskForColour(tr("Fill"), "Background colour"); });
 }
 
@@ -93,7 +95,7 @@ void FormatMenu::AddAlignmentCommands() {
 void FormatMenu::AddBorderCommands() {
     QMenu& menu = *addMenu(tr("Bor&ders"));
     const auto add = [&](const char* name, const QString& text, Borders borders) {
-        Add(menu, name, text, {}, Needs::Item, [this, borders] { SetBorders(borders); });
+        Add(menu, name, text, {}, Needs::Border, [this, borders] { SetBorders(borders); });
     };
     add("bordersNone", tr("&No Borders"), Borders::None);
     add("bordersAll", tr("&All Borders"), Borders::All);
@@ -129,8 +131,10 @@ void FormatMenu::Toggle(const QString& verb, std::string_view property, const st
     Set(verb, property, !now.isMixed && SameAscii(now.text, value) ? std::string() : value);
 }
 
-// Each item goes to the next usual size of its own; one whose size is an expression stays.
+// Each item goes to the next usual size of its own; one whose size is an expression stays. If all stay, the
+// user hears why.
 void FormatMenu::ChangeFontSize(int step) {
+    bool hasSize = false;
     std::map<double, std::vector<ElementId>> sizes;  // new ones
     for (const ElementId id : Ids()) {
         const auto size = PointsOf(SelectionValues(m_model, {id}).ValueOf("Font size").text);
@@ -138,9 +142,16 @@ void FormatMenu::ChangeFontSize(int step) {
             std::upper_bound(std::begin(FontSizes), std::end(FontSizes), size.value_or(0));
         const auto* const from =
             std::lower_bound(std::begin(FontSizes), std::end(FontSizes), size.value_or(0));
+        hasSize = hasSize || size;
         if (size && (step > 0 ? above != std::end(FontSizes) : from != std::begin(FontSizes))) {
             sizes[step > 0 ? *above : *(from - 1)].push_back(id);
         }
+    }
+    if (sizes.empty()) {
+        m_model.Refuse(!hasSize   ? tr("The size of the text is an expression")
+                       : step > 0 ? tr("The text has the largest of the usual sizes")
+                                  : tr("The text has the smallest of the usual sizes"));
+        return;
     }
     m_model.Edit(StepName(m_model, tr("Size of text of"), Ids()), [&](Document& document) {
         for (const auto& [size, ids] : sizes) {
@@ -194,26 +205,30 @@ void FormatMenu::SetBordersAround(Document& document) const {
     }
 }
 
-bool FormatMenu::Allows(Needs needs, const SelectionValues& values) const {
-    const auto table =
-        needs == Needs::Group || needs == Needs::Region ? SelectedTable(m_model) : std::nullopt;
+// Returns why the selection does not allow it; empty if it does.
+QString FormatMenu::ReasonAgainst(Needs needs, const SelectionValues& values) const {
     switch (needs) {
         case Needs::Item:
-            return !values.Ids().empty();
+            return !values.Ids().empty() ? QString() : tr("Select an item");
         case Needs::Text:
-            return values.Find("Font weight") != nullptr;
+            return values.Find("Font weight") ? QString() : tr("Select a text box");
+        case Needs::Fill:
+            return values.Find("Background colour") ? QString() : tr("Select an item with a background");
+        case Needs::Border:
+            return values.Find("Border style") ? QString() : tr("Select an item with a border");
         case Needs::Group:
-            return table && GroupOf(m_model, *table);
+            return ReasonAgainstGroup(m_model);
         case Needs::Region:
-            return table.has_value();
+            return SelectedTable(m_model) ? QString() : tr("Select a table, a matrix, or a cell of one");
     }
-    return false;
+    return {};
 }
 
-void FormatMenu::ShowCommands(bool designs) {
+void FormatMenu::ShowCommands(const QString& off) {
+    const bool designs = off.isEmpty();
     const SelectionValues values(m_model, designs ? Ids() : std::vector<ElementId>{});
     for (const Entry& entry : m_entries) {
-        entry.action->setEnabled(designs && Allows(entry.needs, values));
+        ShowReason(*entry.action, designs ? ReasonAgainst(entry.needs, values) : off);
         if (!entry.property.empty()) {
             const PropertyValue value = values.ValueOf(entry.property);
             entry.action->setChecked(!value.isMixed && SameAscii(value.text, entry.value));

@@ -20,15 +20,15 @@ class FormatMenu : public QMenu {
     // Adds the dialogs for groups and regions to another menu.
     void AddTableCommands(QMenu& menu);
 
-    // Enables what the selection allows, and ticks what it has; nothing is enabled if the canvas is not
-    // shown.
-    void ShowCommands(bool designs);
+    // Enables what the selection allows, and ticks what it has; nothing if `off` says why the canvas is not
+    // there.
+    void ShowCommands(const QString& off);
 
  signals:
     void Working();  // before a command: what is being typed is taken
 
  private:
-    enum class Needs { Item, Text, Group, Region };
+    enum class Needs { Item, Text, Fill, Border, Group, Region };
     struct Entry {
         QAction* action;
         Needs needs;
@@ -42,7 +42,7 @@ class FormatMenu : public QMenu {
     void AddFontCommands();
     void AddAlignmentCommands();
     void AddBorderCommands();
-    bool Allows(Needs needs, const SelectionValues& values) const;
+    QString ReasonAgainst(Needs needs, const SelectionValues& values) const;
     void Set(const QString& verb, std::string_view property, const std::string& value);
     void Toggle(const QString& verb, std::string_view property, const std::string& value);
     void ChangeFontSize(int step);

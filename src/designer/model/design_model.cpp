@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "designer/model/report_body.h"
+
 namespace designer {
 
 DesignModel::DesignModel(Document document, QObject* parent)
@@ -14,6 +16,7 @@ DesignModel::DesignModel(Document document, QObject* parent)
 void DesignModel::ReadItems() {
     m_read = m_document.Revision();
     m_items = ReadReportItems(m_document);
+    AddMissingBodies(m_document, m_items);
     m_places.clear();
     for (std::size_t index = 0; index < m_items.items.size(); ++index) {
         m_places.emplace(m_items.items[index].id, index);
@@ -41,7 +44,7 @@ const ReportItem* DesignModel::Item(ElementId id) const {
 const ReportBand* DesignModel::Band(ElementId id) const {
     const auto found = std::find_if(m_items.bands.begin(), m_items.bands.end(),
                                     [id](const ReportBand& band) { return band.element == id; });
-    return found == m_items.bands.end() ? nullptr : &*found;
+    return id == NoElement || found == m_items.bands.end() ? nullptr : &*found;
 }
 
 bool DesignModel::IsSelected(ElementId id) const {
@@ -49,6 +52,7 @@ bool DesignModel::IsSelected(ElementId id) const {
 }
 
 void DesignModel::Select(std::vector<ElementId> ids) {
+    std::erase(ids, NoElement);  // a body that is not there yet
     if (ids != m_selection) {
         m_selection = std::move(ids);
         emit SelectionChanged();
@@ -127,6 +131,9 @@ void DesignModel::TakeChange() {
 QString StepName(const DesignModel& model, const QString& verb, const std::vector<ElementId>& ids) {
     if (ids.size() != 1) {
         return QString("%1 %2 items").arg(verb).arg(ids.size());
+    }
+    if (ids.front() == NoElement) {
+        return verb + " Body";  // one that is not there yet
     }
     const ReportItem* item = model.Item(ids.front());
     const QString name = item ? QString::fromStdString(item->name.empty() ? item->kind : item->name)

@@ -35,7 +35,8 @@ class DesignModel : public QObject {
     const Logons& SourceLogons() const { return m_logons; }
     Logons& SourceLogons() { return m_logons; }
 
-    // The items as of now. A pointer to one is valid until the next change.
+    // The items as of now, with bands for bodies that are missing: AddMissingBodies. A pointer to one is
+    // valid until the next change.
     const ReportItems& Items() const { return m_items; }
     const ReportItem* Item(ElementId id) const;  // null if it is no report item
     const ReportBand* Band(ElementId id) const;  // null if it is no band
@@ -54,6 +55,8 @@ class DesignModel : public QObject {
     // the result is false. StepGroup says what the merge key is.
     bool Edit(const QString& step, const std::function<void(Document&)>& work,
               const std::string& mergeKey = {});
+    // Says why a command cannot act on what is selected.
+    void Refuse(const QString& reason) { emit Refused(reason); }
     void Undo();
     void Redo();
     void MarkSaved();

@@ -6,8 +6,11 @@
 #include "designer/document/editing.h"
 #include "designer/document/placeholder_text.h"
 #include "designer/model/new_items.h"
+#include "designer/model/page_setup.h"
 #include "designer/model/placing.h"
+#include "designer/model/report_body.h"
 #include "designer/model/table_selection.h"
+#include "designer/model/table_width.h"
 #include "designer/tables/cell_text.h"
 #include "designer/tables/cells.h"
 #include "designer/tables/fields.h"
@@ -51,8 +54,27 @@ ElementId PlaceInTable(Document& document, const DraggedField& field, const Fiel
                     {FieldValue(field.field), !hasHeaders, false});
 }
 
-// Page header and footer have no rows: there it is the field of the first one.
-ElementId PlaceOnPage(Document& document, const ReportBand& band, const DraggedField& field, QPointF place) {
+bool IsNumber(const Document& document, const DraggedField& field) {
+    for (const DataSetFields& set : DataSetsOf(document)) {
+        for (const DataField& one : set.fields) {
+            if (SameAscii(set.name, field.dataSet) && SameAscii(one.name, field.field)) {
+                return one.isNumeric;
+            }
+        }
+    }
+    return false;
+}
+
+// Of all rows of the data set.
+std::string WholeValue(const Document& document, const DraggedField& field) {
+    return (IsNumber(document, field) ? "=Sum(Fields!" : "=First(Fields!") + field.field + ".Value, \"" +
+           field.dataSet + "\")";
+}
+
+// Page header and footer have no rows.
+ElementId PlaceOnPage(Document& document, const ReportBand& wished, const DraggedField& field,
+                      QPointF place) {
+    const ReportBand band = CompleteBand(document, wished);
     if (band.kind == BandKind::Body) {
         const ElementId table = InsertNewTable(document, band, {place.x(), place.y(), 0, 0}, NewTable::Table,
                                                field.dataSet, {field.field});
@@ -63,7 +85,7 @@ ElementId PlaceOnPage(Document& document, const ReportBand& band, const DraggedF
     area.left = place.x();
     area.top = place.y();
     const ElementId box = InsertItem(document, band, NewItem::TextBox, area);
-    SetTextOfBox(document, box, "=First(Fields!" + field.field + ".Value, \"" + field.dataSet + "\")");
+    SetTextOfBox(document, box, WholeValue(document, field));
     return box;
 }
 
@@ -101,8 +123,28 @@ std::optional<DraggedValue> ValueIn(const QMimeData& data) {
     return DraggedValue{text.substr(0, line), text.substr(line + 1)};
 }
 
+std::string ExpressionIn(const DesignModel& model, ElementId box, const DraggedField& field) {
+    for (const ReportItem* item = model.Item(box); item; item = model.Item(item->container)) {
+        const bool isRegion = HasGrid(item->kind) || item->kind == "List";
+        if (isRegion && SameAscii(DataSetOfRegion(model.Source(), item->id), field.dataSet)) {
+            return FieldValue(field.field);
+        }
+    }
+    return WholeValue(model.Source(), field);
+}
+
+bool IsFreeBox(const DesignModel& model, ElementId id) {
+    const ReportItem* item = model.Item(id);
+    return item && item->kind == "Textbox" && item->cell == NoElement;
+}
+
 FieldTarget TargetOfSelection(const DesignModel& model) {
     FieldTarget target;
+    if (IsFreeBox(model, model.Leader())) {
+        target.kind = FieldTarget::Kind::Box;
+        target.region = model.Leader();
+        return target;
+    }
     if (const auto table = SelectedTable(model)) {
         target.region = table->region;
         target.cell = table->cell;
@@ -111,8 +153,10 @@ FieldTarget TargetOfSelection(const DesignModel& model) {
         return target;
     }
     const auto& bands = model.Items().bands;
+    const std::size_t section = SectionOfSelection(model);
     for (std::size_t band = 0; band < bands.size(); ++band) {
-        if (bands[band].kind == BandKind::Body && target.kind == FieldTarget::Kind::None) {
+        const bool isBody = bands[band].kind == BandKind::Body && bands[band].section == section;
+        if (isBody && target.kind == FieldTarget::Kind::None) {
             target.kind = FieldTarget::Kind::Page;
             target.band = band;
         }
@@ -129,15 +173,22 @@ bool PlaceField(DesignModel& model, const DraggedField& field, const FieldTarget
     if (target.kind == FieldTarget::Kind::None) {
         return false;
     }
+    const QString step = QObject::tr("Show %1").arg(QString::fromStdString(field.field));
+    if (target.kind == FieldTarget::Kind::Box) {
+        const std::string value = ExpressionIn(model, target.region, field);
+        const bool isShown =
+            model.Edit(step, [&](Document& document) { SetTextOfBox(document, target.region, value); });
+        model.Select({target.region});
+        return isShown;
+    }
     ElementId shown = NoElement;
     const ReportItems items = model.Items();
-    const bool isDone =
-        model.Edit(QObject::tr("Show %1").arg(QString::fromStdString(field.field)), [&](Document& document) {
-            shown = target.kind == FieldTarget::Kind::Page
-                        ? PlaceOnPage(document, items.bands.at(target.band), field, target.place)
-                        : PlaceInTable(document, field, target);
-            GrowBandOfTable(document, items, target.region);
-        });
+    const bool isDone = model.Edit(step, [&](Document& document) {
+        shown = target.kind == FieldTarget::Kind::Page
+                    ? PlaceOnPage(document, items.bands.at(target.band), field, target.place)
+                    : PlaceInTable(document, field, target);
+        FitTable(document, items, target.region);
+    });
     if (isDone && shown != NoElement) {
         model.Select({shown});
     }

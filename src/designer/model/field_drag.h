@@ -35,16 +35,24 @@ struct FieldTarget {
         Cell,    // of a region: PutField
         Column,  // a new one of a region, with the number
         Group,   // a parent of the region's outermost group of rows
+        Box,     // a text box that is in no cell itself: it shows the field
         Page     // a place of a band, in points: a text box, or a new table in the body
     };
     Kind kind = Kind::None;
-    ElementId region = NoElement, cell = NoElement;
+    ElementId region = NoElement, cell = NoElement;  // of a Box the region is the text box
     std::size_t column = 0, band = 0;
     QPointF place;
 };
 
-// Returns where a command puts a field: into the selected cell, else as a new last column of the selected
-// table, else into the body below all that is there.
+// Returns the field as the text box shows it: within a table or list of its data set the value of the row,
+// else the sum of a number, and of anything else the value of the first row.
+std::string ExpressionIn(const DesignModel& model, ElementId box, const DraggedField& field);
+
+// Whether the item is a text box that shows a field without being a cell of a table.
+bool IsFreeBox(const DesignModel& model, ElementId item);
+
+// Returns where a command puts a field: into the selected text box or cell, else as a new last column of the
+// selected table, else into the body of the section of the selection, below all that is there.
 FieldTarget TargetOfSelection(const DesignModel& model);
 
 // Shows the field there, as one step, and selects what shows it. Returns false if that was refused.

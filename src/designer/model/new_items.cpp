@@ -9,7 +9,9 @@
 #include "designer/document/item_size.h"
 #include "designer/document/names.h"
 #include "designer/document/properties/properties.h"
+#include "designer/model/page_setup.h"
 #include "designer/model/placing.h"
+#include "designer/model/report_body.h"
 #include "designer/tables/new_tables.h"
 
 namespace designer {
@@ -128,8 +130,9 @@ Rect UsualSize(NewItem kind) {
     }
 }
 
-ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, const Rect& place,
+ElementId InsertItem(Document& document, const ReportBand& wished, NewItem kind, const Rect& place,
                      const GraphicChoice& choice) {
+    const ReportBand band = CompleteBand(document, wished);
     if (const auto table = TableOf(kind)) {
         const ElementId id = InsertNewTable(document, band, place, *table, {}, {});
         KeepInBand(document, {id});
@@ -169,29 +172,18 @@ const char* NameOf(BandKind kind) {
     return kind == BandKind::PageHeader ? "PageHeader" : "PageFooter";
 }
 
-// What page header and footer are in: the page since 2008, and the report before.
-std::string PagePath(const Document& document) {
-    if (document.Find(document.Root(), "ReportSections/ReportSection") != NoElement) {
-        return "ReportSections/ReportSection/Page";
-    }
-    return IsOlderSchema(document) ? "" : "Page";
-}
-
 }  // namespace
 
-ElementId PageBandOf(const Document& document, BandKind kind) {
-    const std::string page = PagePath(document);
-    return document.Find(document.Root(), (page.empty() ? "" : page + "/") + NameOf(kind));
+// They are in the page since 2008, and in the report before.
+ElementId PageBandOf(const Document& document, BandKind kind, std::size_t section) {
+    const std::vector<ElementId> sections = SectionsOf(document);
+    const std::string page = IsOlderSchema(document) ? "" : "Page/";
+    return section < sections.size() ? document.Find(sections[section], page + NameOf(kind)) : NoElement;
 }
 
-ElementId InsertPageBand(Document& document, BandKind kind) {
-    const std::string path = PagePath(document);
-    ElementId page = document.Find(document.Root(), path);
-    if (page == NoElement) {
-        const std::size_t last = path.rfind('/');
-        const std::string section = last == std::string::npos ? "" : path.substr(0, last);
-        page = EnsureChild(document, document.Find(document.Root(), section), "Page");
-    }
+ElementId InsertPageBand(Document& document, BandKind kind, std::size_t section) {
+    const ElementId owner = CompleteSection(document, section);
+    const ElementId page = IsOlderSchema(document) ? owner : EnsureChild(document, owner, "Page");
     const std::string name = NameOf(kind);
     return InsertXml(
         document, page,

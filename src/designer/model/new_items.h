@@ -42,10 +42,10 @@ ElementId InsertItem(Document& document, const ReportBand& band, NewItem kind, c
 void EmbedPicture(Document& document, ElementId image, std::string_view type, std::string_view bytes,
                   const std::string& wish);
 
-// Returns the page header or the page footer of the first section, or NoElement.
-ElementId PageBandOf(const Document& document, BandKind kind);
+// Returns the page header or the page footer of the section, or NoElement.
+ElementId PageBandOf(const Document& document, BandKind kind, std::size_t section = 0);
 // Makes one, which is on all pages, and returns it. An edit of the step that is open.
-ElementId InsertPageBand(Document& document, BandKind kind);
+ElementId InsertPageBand(Document& document, BandKind kind, std::size_t section = 0);
 
 // Returns the text of an empty report on A4, in the schema 2016/01.
 std::string BlankReport();

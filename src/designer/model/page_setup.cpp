@@ -1,8 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/model/page_setup.h"
 
+#include <algorithm>
+#include <charconv>
+#include <vector>
+
 #include "designer/document/editing.h"
+#include "designer/document/item_size.h"
 #include "designer/document/properties/properties.h"
+#include "designer/document/report_items.h"
+#include "platform/base/text.h"
 
 namespace designer {
 namespace {
@@ -29,12 +36,44 @@ constexpr Row Rows[PageValues] = {
     {"Columns", "Body/Columns", "1"},    {"ColumnSpacing", "Body/ColumnSpacing", "0.5in"},
 };
 
+// Of a section without a body and a page: A4, as a new report has it.
+constexpr const char* NewPage[PageValues] = {"21cm", "29.7cm", "2cm", "2cm", "2cm", "2cm", "1", "0.5in"};
+constexpr double NewHeight = 80 * Millimetre;  // of a body
+
+bool IsBefore2010(const Document& document) {
+    return IsOlderSchema(document) || Contains(document.Tree().SpaceOf(0), "/2008/");
+}
+
 std::string PathOf(const Document& document, const Row& row) {
-    if (IsOlderSchema(document)) {
-        return row.olderPath;
+    return IsOlderSchema(document) ? row.olderPath : "Page/" + std::string(row.path);
+}
+
+ElementId SectionAt(const Document& document, std::size_t section) {
+    const std::vector<ElementId> sections = SectionsOf(document);
+    return section < sections.size() ? sections[section] : NoElement;
+}
+
+// Whether it says nothing of its body and its page.
+bool IsBare(const Document& document, ElementId section) {
+    if (section == NoElement) {
+        return true;
     }
-    const bool hasSections = document.Find(document.Root(), "ReportSections/ReportSection") != NoElement;
-    return (hasSections ? "ReportSections/ReportSection/Page/" : "Page/") + std::string(row.path);
+    bool isBare = document.Find(section, "Body") == NoElement && document.Find(section, "Page") == NoElement;
+    for (const Row& row : Rows) {
+        isBare = isBare && document.Find(section, row.olderPath) == NoElement;
+    }
+    return isBare;
+}
+
+// Since 2010 a report has sections; one that has its body without them keeps it.
+ElementId EnsureSection(Document& document, std::size_t section) {
+    const ElementId root = document.Root();
+    const ElementId there = SectionAt(document, section);
+    const bool isWritten = there != NoElement && there != root;
+    if (isWritten || (there == root && (IsBefore2010(document) || !IsBare(document, root)))) {
+        return there;
+    }
+    return InsertXml(document, EnsureChild(document, root, "ReportSections"), "<ReportSection/>");
 }
 
 }  // namespace
@@ -43,22 +82,78 @@ std::span<const Paper> Papers() {
     return Usual;
 }
 
-PageSetup PageSetupOf(const Document& document) {
+PageSetup PageSetupOf(const Document& document, std::size_t section) {
     PageSetup setup;
+    const ElementId owner = SectionAt(document, section);
+    const bool isBare = IsBare(document, owner);
     for (std::size_t value = 0; value < PageValues; ++value) {
         setup[value] =
-            document.TextAt(document.Root(), PathOf(document, Rows[value])).value_or(Rows[value].missing);
+            isBare ? NewPage[value]
+                   : document.TextAt(owner, PathOf(document, Rows[value])).value_or(Rows[value].missing);
     }
     return setup;
 }
 
-void PutPageSetup(Document& document, const PageSetup& setup) {
-    const PageSetup old = PageSetupOf(document);
+void PutPageSetup(Document& document, std::size_t section, const PageSetup& setup) {
+    const PageSetup old = PageSetupOf(document, section);
+    if (setup == old) {
+        return;
+    }
+    const ElementId owner = CompleteSection(document, section);
     for (std::size_t value = 0; value < PageValues; ++value) {
         if (setup[value] != old[value]) {
-            SetText(document, document.Root(), PathOf(document, Rows[value]), setup[value]);
+            SetText(document, owner, PathOf(document, Rows[value]), setup[value]);
         }
     }
+}
+
+double RoomOf(const PageSetup& setup) {
+    const auto points = [&setup](PageValue value) { return PointsOf(setup[value]).value_or(0); };
+    int columns = 1;
+    const std::string& text = setup[Columns];
+    std::from_chars(text.data(), text.data() + text.size(), columns);
+    columns = std::max(columns, 1);
+    return (points(PageWidth) - points(LeftMargin) - points(RightMargin) -
+            (columns - 1) * points(ColumnSpacing)) /
+           columns;
+}
+
+ElementId CompleteSection(Document& document, std::size_t section) {
+    const PageSetup page = PageSetupOf(document, section);
+    const bool isBare = IsBare(document, SectionAt(document, section));
+    const ElementId owner = EnsureSection(document, section);
+    const bool isWhole = !isBare && document.Find(owner, "Body/Height") != NoElement &&
+                         document.Find(owner, "Width") != NoElement;
+    if (isWhole) {
+        return owner;
+    }
+    const ElementId body = EnsureChild(document, owner, "Body");
+    if (document.Find(body, "Height") == NoElement) {
+        SetText(document, body, "Height", SizeText(NewHeight, page[PageWidth]));
+    }
+    if (document.Find(owner, "Width") == NoElement) {
+        SetText(document, owner, "Width", SizeText(std::max(RoomOf(page), Inch), page[PageWidth]));
+    }
+    for (std::size_t value = 0; isBare && value < Columns; ++value) {
+        SetText(document, owner, PathOf(document, Rows[value]), page[value]);
+    }
+    if (!IsOlderSchema(document)) {
+        EnsureChild(document, owner, "Page");
+    }
+    return owner;
+}
+
+std::size_t SectionOfSelection(const DesignModel& model) {
+    const Document& document = model.Source();
+    const std::vector<ElementId> sections = SectionsOf(document);
+    ElementId around = document.Has(model.Leader()) ? model.Leader() : NoElement;
+    for (; around != NoElement; around = document.Parent(around)) {
+        const auto found = std::find(sections.begin(), sections.end(), around);
+        if (found != sections.end()) {
+            return static_cast<std::size_t>(found - sections.begin());
+        }
+    }
+    return 0;
 }
 
 }  // namespace designer

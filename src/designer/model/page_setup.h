@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The page of a report: its paper, margins and columns (MS-RDL, Page; in 2003 and 2005 of the Report and its
-// Body). Of a report with several sections that of the first.
+// The pages of a report: paper, margins and columns of each section (MS-RDL, Page; in 2003 and 2005 of the
+// Report and its Body). Sections are numbered from 0; a report before 2010 is one.
 #pragma once
 
 #include <array>
@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "designer/document/document.h"
+#include "designer/model/design_model.h"
 
 namespace designer {
 
@@ -34,9 +35,21 @@ struct Paper {
 // Returns the usual papers.
 std::span<const Paper> Papers();
 
-// What is not in the file has the value that the engine takes for it.
-PageSetup PageSetupOf(const Document& document);
-// Writes what differs from PageSetupOf. Edits of the step that is open.
-void PutPageSetup(Document& document, const PageSetup& setup);
+// What is not in the file has the value that the engine takes for it; of a section that has neither body nor
+// page, that of a new report.
+PageSetup PageSetupOf(const Document& document, std::size_t section);
+// Writes what differs from PageSetupOf, and what else the section must have. Edits of the step that is open.
+void PutPageSetup(Document& document, std::size_t section, const PageSetup& setup);
+
+// Returns how wide a body may be, in points, so that its page needs no further ones at its right. Not above 0
+// if the margins leave nothing.
+double RoomOf(const PageSetup& setup);
+
+// Makes what the section must have by its schema and has not: itself, Body, Width and Page. Returns the
+// element of the section. Edits of the step that is open.
+ElementId CompleteSection(Document& document, std::size_t section);
+
+// Returns the section of the leader of the selection, the first one without a selection.
+std::size_t SectionOfSelection(const DesignModel& model);
 
 }  // namespace designer

@@ -8,6 +8,7 @@
 #include "designer/document/editing.h"
 #include "designer/document/item_size.h"
 #include "designer/document/tablix_grid.h"
+#include "designer/model/report_body.h"
 
 namespace designer {
 namespace {
@@ -135,14 +136,18 @@ void PlaceInBand(Document& document, const ReportItems& items, const Placement& 
         Place(document, items, {placement});
         return;
     }
-    Move(document, item->id, EnsureChild(document, band.element, "ReportItems"));
+    const ReportBand target = CompleteBand(document, band);
+    Move(document, item->id, EnsureChild(document, target.element, "ReportItems"));
     SetSize(document, item->id, "Left", std::max(0.0, placement.place.left));
     SetSize(document, item->id, "Top", std::max(0.0, placement.place.top));
-    GrowBand(document, band, placement.place.Right(), placement.place.Bottom());
+    GrowBand(document, target, placement.place.Right(), placement.place.Bottom());
 }
 
 // Asks the document for what is written now: another item may have made the band larger in the same step.
 void GrowBand(Document& document, const ReportBand& band, double right, double bottom) {
+    if (band.element == NoElement) {
+        return;  // nothing is in it
+    }
     if (bottom > std::max(band.height, Written(document, band.element, "Height")) + Hair) {
         SetBandHeight(document, band, bottom);
     }
@@ -298,11 +303,11 @@ void GrowBandOfTable(Document& document, const ReportItems& items, ElementId reg
 }
 
 void SetBandHeight(Document& document, const ReportBand& band, double height) {
-    SetSize(document, band.element, "Height", std::max(0.0, height));
+    SetSize(document, CompleteBand(document, band).element, "Height", std::max(0.0, height));
 }
 
 void SetBandWidth(Document& document, const ReportBand& band, double width) {
-    SetSize(document, OwnerOfWidth(document, band), "Width", std::max(0.0, width));
+    SetSize(document, OwnerOfWidth(document, CompleteBand(document, band)), "Width", std::max(0.0, width));
 }
 
 void BringToFront(Document& document, const ReportItems& items, const std::vector<ElementId>& ids) {

@@ -3,6 +3,7 @@
 
 #include "designer/new_report/layouts.h"
 #include "designer/new_report/table_parts.h"
+#include "platform/base/caption.h"
 
 namespace designer {
 namespace {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "designer/new_report/layouts.h"
+#include "platform/base/caption.h"
 
 namespace designer {
 namespace {

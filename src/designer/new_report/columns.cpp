@@ -11,6 +11,7 @@
 #include "designer/new_report/refusal.h"
 #include "designer/new_report/text_width.h"
 #include "platform/base/ascii.h"
+#include "platform/base/caption.h"
 #include "platform/base/text.h"
 
 namespace designer {

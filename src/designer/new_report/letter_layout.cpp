@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/new_report/layouts.h"
 #include "designer/new_report/table_parts.h"
+#include "platform/base/caption.h"
 
 namespace designer {
 namespace {

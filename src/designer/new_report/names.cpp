@@ -10,14 +10,6 @@ namespace {
 
 constexpr std::size_t LongestName = 60;  // in characters
 
-bool IsLower(char c) {
-    return c >= 'a' && c <= 'z';
-}
-
-bool IsUpper(char c) {
-    return c >= 'A' && c <= 'Z';
-}
-
 std::string AsIdentifier(std::string_view wanted) {
     std::string name;
     bool isGap = false;
@@ -48,22 +40,6 @@ std::string Names::Add(std::string_view wanted) {
         name = base + "_" + std::to_string(number);
     }
     return name;
-}
-
-std::string CaptionOf(std::string_view column) {
-    std::string caption;
-    for (std::size_t at = 0; at < column.size(); ++at) {
-        const char c = column[at];
-        if (IsUpper(c) && at > 0 && IsLower(column[at - 1])) {
-            caption += ' ';
-        }
-        caption += c == '_' ? ' ' : c;
-    }
-    caption = Trim(caption);
-    if (!caption.empty() && IsLower(caption.front())) {
-        caption.front() = static_cast<char>(caption.front() - 'a' + 'A');
-    }
-    return caption.empty() ? std::string(column) : caption;
 }
 
 }  // namespace designer

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Names of the parts of a report that is made, and captions for readers.
+// Names of the parts of a report that is made.
 #pragma once
 
 #include <set>
@@ -18,8 +18,5 @@ class Names {
  private:
     std::set<std::string> m_taken;  // in lower case
 };
-
-// Returns the words of a column's name: "Order date" for order_date, "Customer Name" for CustomerName.
-std::string CaptionOf(std::string_view column);
 
 }  // namespace designer

@@ -6,6 +6,7 @@
 #include "designer/new_report/layouts.h"
 #include "designer/new_report/plan.h"
 #include "platform/base/ascii.h"
+#include "platform/base/caption.h"
 
 namespace designer {
 namespace {

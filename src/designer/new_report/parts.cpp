@@ -6,6 +6,7 @@
 
 #include "designer/new_report/names.h"
 #include "platform/base/ascii.h"
+#include "platform/base/caption.h"
 #include "platform/base/text.h"
 
 namespace designer {

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "designer/new_report/text_width.h"
+#include "platform/base/caption.h"
 
 namespace designer {
 namespace {

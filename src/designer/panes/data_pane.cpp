@@ -33,6 +33,10 @@ DraggedValue ValueOf(const QTreeWidgetItem& row) {
             row.data(0, PictureRole).toBool() ? row.text(0).toStdString() : std::string()};
 }
 
+bool IsInTable(const FieldTarget& target) {
+    return target.kind != FieldTarget::Kind::Page && target.kind != FieldTarget::Kind::Box;
+}
+
 }  // namespace
 
 DataPane::DataPane(DesignModel& model, QWidget* parent) : QTreeWidget(parent), m_model(model) {
@@ -40,6 +44,7 @@ DataPane::DataPane(DesignModel& model, QWidget* parent) : QTreeWidget(parent), m
     setAccessibleName(tr("Data of the report"));
     setHeaderHidden(true);
     setUniformRowHeights(true);
+    setExpandsOnDoubleClick(false);  // it opens what it is on
     setDragEnabled(true);
     setDragDropMode(QAbstractItemView::DragOnly);
     connect(&m_model, &DesignModel::Changed, this, &DataPane::Show);
@@ -132,9 +137,12 @@ const DataPane::Entry* DataPane::EntryOf(const QTreeWidgetItem* row) const {
     return row ? &m_shown.at(row->data(0, EntryRole).toUInt()) : nullptr;
 }
 
-void DataPane::Activate(const QTreeWidgetItem& row) {
+// A heading, which has nothing to open, folds.
+void DataPane::Activate(QTreeWidgetItem& row) {
     const Entry& entry = *EntryOf(&row);
-    if (!Place(row) && entry.part && !IsField(row) && !entry.name.empty()) {
+    if (row.childCount() > 0 && entry.name.empty()) {
+        row.setExpanded(!row.isExpanded());
+    } else if (!Place(row) && entry.part && !IsField(row) && !entry.name.empty()) {
         emit OpenWanted(*entry.part, std::string(entry.name));
     }
 }
@@ -160,7 +168,7 @@ bool DataPane::Place(const QTreeWidgetItem& row) {
     }
     const ElementId leader = m_model.Leader();
     const FieldTarget target = TargetOfSelection(m_model);
-    const bool isInItem = TakesValue(m_model, leader, value) || target.kind != FieldTarget::Kind::Page;
+    const bool isInItem = TakesValue(m_model, leader, value) || IsInTable(target);
     if (!isInItem && EntryOf(&row)->part) {
         return false;
     }

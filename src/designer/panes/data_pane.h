@@ -54,7 +54,7 @@ class DataPane : public QTreeWidget {
     };
     std::vector<Entry> Entries() const;
     void Show();
-    void Activate(const QTreeWidgetItem& row);
+    void Activate(QTreeWidgetItem& row);
     bool Place(const QTreeWidgetItem& row);
     const Entry* EntryOf(const QTreeWidgetItem* row) const;  // null if there is no row
 

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The groups of the selected table: those of its rows and those of its columns as two trees. An entry selects
-// its group in the model, and the table shows the group's rows or columns.
+// The groups of what is selected: of a table those of its rows and those of its columns as two trees, of a
+// chart those of its categories and of its series. An entry selects its group in the model, and a table shows
+// the group's rows or columns.
 #pragma once
 
 #include <QTreeWidget>
+
+#include <vector>
 
 #include "designer/model/table_selection.h"
 
@@ -14,13 +17,29 @@ class GroupsPane : public QTreeWidget {
  public:
     explicit GroupsPane(DesignModel& model, QWidget* parent = nullptr);
 
+ signals:
+    void OpenWanted(designer::ElementId member);  // the properties of this group, which is selected
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
  private:
+    // An entry of the tree, whatever it is a group of.
+    struct Entry {
+        ElementId member = NoElement;
+        QString text;
+        int depth = 0;
+    };
+    void Open(QTreeWidgetItem* row);
     void Show();
-    void AddGroups(const QString& title, ElementId region, Axis axis);
+    ElementId RegionToShow() const;
+    std::vector<Entry> GroupsOfTable(Axis axis) const;
+    std::vector<Entry> GroupsOfChart(bool isCategory) const;
+    void AddGroups(const QString& title, const std::vector<Entry>& groups);
     void GiveSelection();
 
     DesignModel& m_model;
-    ElementId m_region = NoElement;  // the last one that was selected
+    ElementId m_region = NoElement;  // the table or chart that is shown
     bool m_following = false;
 };
 

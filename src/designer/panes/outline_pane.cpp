@@ -49,6 +49,7 @@ OutlinePane::OutlinePane(DesignModel& model, QWidget* parent) : QTreeWidget(pare
     setHeaderHidden(true);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setUniformRowHeights(true);
+    setExpandsOnDoubleClick(false);  // it goes to the canvas
     connect(&m_model, &DesignModel::Changed, this, &OutlinePane::TakeChange);
     connect(&m_model, &DesignModel::SelectionChanged, this, &OutlinePane::TakeSelection);
     connect(this, &QTreeWidget::itemSelectionChanged, this, &OutlinePane::GiveSelection);
@@ -60,7 +61,9 @@ std::vector<OutlinePane::Entry> OutlinePane::Entries() const {
     const ElementId root = m_model.Source().Root();
     std::vector<Entry> entries{{root, NoElement, "Report", {}}};
     for (const ReportBand& band : m_model.Items().bands) {
-        entries.push_back({band.element, root, TextOf(band), {}});
+        if (band.element != NoElement) {
+            entries.push_back({band.element, root, TextOf(band), {}});
+        }
     }
     for (const ReportItem& item : m_model.Items().items) {
         entries.push_back({item.id, item.container, item.name.empty() ? item.kind : item.name, item.kind});

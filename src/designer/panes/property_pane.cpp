@@ -62,6 +62,12 @@ QString NameOf(const PropertyRow& row) {
     return QString::fromUtf8(row.property->name.data(), static_cast<qsizetype>(row.property->name.size()));
 }
 
+bool Opens(const QKeyEvent& key) {
+    return key.modifiers() == Qt::NoModifier || key.modifiers() == Qt::KeypadModifier
+               ? key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_F2
+               : false;
+}
+
 QString PlaceName(const PropertyRow& row) {
     const bool isColumn = row.place == PropertyPlace::Column || row.place == PropertyPlace::ColumnMember;
     return row.place == PropertyPlace::Selection ? QString()
@@ -216,6 +222,42 @@ void PropertyPane::ShowMatches() {
     }
 }
 
+void PropertyPane::GoToMatch() {
+    const auto isShown = [](const QTreeWidgetItem* row) {
+        return row && !row->data(1, RowRole).isNull() && !row->isHidden() &&
+               !(row->parent() && row->parent()->isHidden());
+    };
+    for (QTreeWidgetItemIterator row(this); *row && !isShown(currentItem()); ++row) {
+        if (isShown(*row)) {
+            setCurrentItem(*row, 1);
+        }
+    }
+    setFocus();
+}
+
+// Also if the name is current.
+void PropertyPane::EditCurrent() {
+    if (currentItem()) {
+        editItem(currentItem(), 1);
+    }
+}
+
+int PropertyPane::NameWidth() const {
+    return m_isFitted ? 0 : columnWidth(0);
+}
+
+void PropertyPane::SetNameWidth(int width) {
+    if (width > 0) {
+        m_isFitted = false;
+        setColumnWidth(0, width);
+    }
+}
+
+// Up and down only: the names stay.
+void PropertyPane::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    QTreeWidget::scrollTo(index.siblingAtColumn(0), hint);
+}
+
 // The names get the width that they need, but the values have room too.
 void PropertyPane::FitNames() {
     if (!m_isFitted) {
@@ -356,9 +398,8 @@ void PropertyPane::keyPressEvent(QKeyEvent* event) {
     const bool isEditing = state() == QAbstractItemView::EditingState;
     if (event->key() == Qt::Key_Delete && !isEditing) {
         Reset();
-    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentItem() &&
-               !isEditing) {
-        editItem(currentItem(), 1);
+    } else if (Opens(*event) && currentItem() && !isEditing) {
+        EditCurrent();
     } else {
         QTreeWidget::keyPressEvent(event);
     }

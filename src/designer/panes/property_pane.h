@@ -35,8 +35,16 @@ class PropertyPane : public QTreeWidget {
 
     // Shows only rows with the text in their name or value; an empty text shows all.
     void SetFilter(const QString& text);
+    // Gives the rows the focus, at the first one that is shown if the current one is not.
+    void GoToMatch();
+    // Opens the value of the current row; does nothing without one.
+    void EditCurrent();
     // Orders the rows by their names, or by categories.
     void SetAlphabetical(bool isAlphabetical);
+    // The width of the names as the user has pulled it, in pixels; 0: it fits the names.
+    int NameWidth() const;
+    void SetNameWidth(int width);
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
  protected:
     void changeEvent(QEvent* event) override;

@@ -17,10 +17,10 @@ PropertyPanel::PropertyPanel(DesignModel& model, QWidget* parent)
     find->setClearButtonEnabled(true);
     find->installEventFilter(this);
     connect(find, &QLineEdit::textChanged, m_rows, &PropertyPane::SetFilter);
-    QToolButton* order = AddButton("orderProperties", tr("A-Z"), tr("Order by alphabet"),
-                                   tr("Order by alphabet, not by category"));
-    order->setCheckable(true);
-    connect(order, &QToolButton::toggled, m_rows, &PropertyPane::SetAlphabetical);
+    m_order = AddButton("orderProperties", tr("A-Z"), tr("Order by alphabet"),
+                        tr("Order by alphabet, not by category"));
+    m_order->setCheckable(true);
+    connect(m_order, &QToolButton::toggled, m_rows, &PropertyPane::SetAlphabetical);
     QToolButton* expression = AddButton("propertyExpression", tr("fx"), tr("Expression for the property"),
                                         tr("Expression for the property (Ctrl+E)"));
     expression->setEnabled(false);
@@ -31,7 +31,7 @@ PropertyPanel::PropertyPanel(DesignModel& model, QWidget* parent)
     });
     auto* line = new QHBoxLayout;
     line->addWidget(find, 1);
-    line->addWidget(order);
+    line->addWidget(m_order);
     line->addWidget(expression);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -40,6 +40,15 @@ PropertyPanel::PropertyPanel(DesignModel& model, QWidget* parent)
     setAccessibleName(m_rows->accessibleName());
     setFocusPolicy(Qt::StrongFocus);
     setFocusProxy(m_rows);
+}
+
+PropertyLook PropertyPanel::Look() const {
+    return {m_order->isChecked(), m_rows->NameWidth()};
+}
+
+void PropertyPanel::SetLook(const PropertyLook& look) {
+    m_order->setChecked(look.isAlphabetical);
+    m_rows->SetNameWidth(look.nameWidth);
 }
 
 QToolButton* PropertyPanel::AddButton(const char* name, const QString& text, const QString& title,
@@ -54,12 +63,17 @@ QToolButton* PropertyPanel::AddButton(const char* name, const QString& text, con
     return button;
 }
 
-// The arrow goes from the line to the rows that it has found, Escape shows all again.
+// The arrow goes from the line to the rows that it has found, F2 opens the first one, Escape shows all again.
 bool PropertyPanel::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter) {
-            m_rows->setFocus();
+            m_rows->GoToMatch();
+            return true;
+        }
+        if (key == Qt::Key_F2) {
+            m_rows->GoToMatch();
+            m_rows->EditCurrent();
             return true;
         }
         if (key == Qt::Key_Escape) {

@@ -11,11 +11,19 @@ class QToolButton;
 
 namespace designer {
 
+// What the user has chosen of it.
+struct PropertyLook {
+    bool isAlphabetical = false;
+    int nameWidth = 0;  // as PropertyPane::NameWidth
+};
+
 class PropertyPanel : public QWidget {
     Q_OBJECT
  public:
     explicit PropertyPanel(DesignModel& model, QWidget* parent = nullptr);
     PropertyPane& Rows() { return *m_rows; }
+    PropertyLook Look() const;
+    void SetLook(const PropertyLook& look);
 
  signals:
     void ExpressionWanted();  // for the current row
@@ -27,6 +35,7 @@ class PropertyPanel : public QWidget {
     QToolButton* AddButton(const char* name, const QString& text, const QString& title, const QString& tip);
 
     PropertyPane* m_rows;
+    QToolButton* m_order;
 };
 
 }  // namespace designer

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/panes/table_menu.h"
 
-#include "designer/model/placing.h"
+#include "designer/model/table_width.h"
 #include "designer/panes/group_dialog.h"
+#include "designer/panes/reasons.h"
 #include "designer/tables/cells.h"
 #include "designer/tables/fields.h"
 
@@ -17,6 +18,15 @@ constexpr int ControlAlt = static_cast<int>(Qt::CTRL) | static_cast<int>(Qt::ALT
 constexpr int All = ControlAlt | static_cast<int>(Qt::SHIFT);
 
 }  // namespace
+
+QString ReasonAgainstGroup(const DesignModel& model) {
+    const auto table = SelectedTable(model);
+    if (table && GroupOf(model, *table)) {
+        return {};
+    }
+    return table && table->cell != NoElement ? TableMenu::tr("The selected cell is in no group")
+                                             : TableMenu::tr("Select a group, or a cell of one");
+}
 
 TableMenu::TableMenu(DesignModel& model, QWidget* parent) : QMenu(tr("Ta&ble"), parent), m_model(model) {
     setObjectName("menuTable");
@@ -116,7 +126,7 @@ void TableMenu::Edit(const QString& step, const Work& work) {
         const ReportItems items = m_model.Items();
         m_model.Edit(step, [&](Document& document) {
             work(document, *table);
-            GrowBandOfTable(document, items, table->region);
+            FitTable(document, items, table->region);
         });
     }
 }
@@ -142,7 +152,7 @@ void TableMenu::InsertTrack(Axis axis, Side side, GroupSide groupSide) {
     const ReportItems items = m_model.Items();
     if (m_model.Edit(axis == Axis::Columns ? tr("Add column") : tr("Add row"), [&](Document& document) {
             added = AddTrack(document, table->region, axis, track, side, groupSide);
-            GrowBandOfTable(document, items, table->region);
+            FitTable(document, items, table->region);
         })) {
         const auto& across = axis == Axis::Columns ? table->rows : table->columns;
         SelectCell(table->region, axis, added, across ? across->first : 0);
@@ -213,7 +223,7 @@ void TableMenu::AskForGroup(GroupPlace place, const QString& title) {
     if (m_model.Edit(tr("Add group"), [&](Document& document) {
             added =
                 AddGroup(document, table->region, *table->groupAxis, group->member, place, dialog.Group());
-            GrowBandOfTable(document, items, table->region);
+            FitTable(document, items, table->region);
         })) {
         m_model.Select({added});
     }
@@ -227,33 +237,43 @@ void TableMenu::Total(Side side) {
     });
 }
 
-bool TableMenu::Allows(Needs needs, const TableSelection& table) const {
+// Returns why the selection does not allow it; empty if it does.
+QString TableMenu::ReasonAgainst(Needs needs, const std::optional<TableSelection>& table) const {
+    const auto unless = [](bool isAllowed, const QString& reason) { return isAllowed ? QString() : reason; };
     switch (needs) {
         case Needs::Column:
-            return table.columns.has_value();
+            return unless(table && table->columns, tr("Select a cell, or a column of a table"));
         case Needs::Row:
-            return table.rows.has_value();
+            return unless(table && table->rows, tr("Select a cell, or a row of a table"));
         case Needs::ColumnGroup:
-            return table.columns &&
-                   IsInGroup(m_model.Source(), table.region, Axis::Columns, table.columns->first);
+            return !table || !table->columns ? ReasonAgainst(Needs::Column, table)
+                                             : unless(IsInGroup(m_model.Source(), table->region,
+                                                                Axis::Columns, table->columns->first),
+                                                      tr("The column is in no group"));
         case Needs::RowGroup:
-            return table.rows && IsInGroup(m_model.Source(), table.region, Axis::Rows, table.rows->first);
+            return !table || !table->rows
+                       ? ReasonAgainst(Needs::Row, table)
+                       : unless(IsInGroup(m_model.Source(), table->region, Axis::Rows, table->rows->first),
+                                tr("The row is in no group"));
         case Needs::Cells:
-            return table.isBody && table.columns && table.columns->count > 1;
+            return unless(table && table->isBody && table->columns && table->columns->count > 1,
+                          tr("Select two cells of a row or more, with Shift"));
         case Needs::MergedCell:
-            return table.isBody && table.columns && table.rows &&
-                   ItemsOfCells(m_model, table.region, *table.rows, *table.columns).size() <
-                       table.columns->count * table.rows->count;
+            return unless(table && table->isBody && table->columns && table->rows &&
+                              ItemsOfCells(m_model, table->region, *table->rows, *table->columns).size() <
+                                  table->columns->count * table->rows->count,
+                          tr("Select a merged cell"));
         case Needs::Group:
-            return GroupOf(m_model, table).has_value();
+            return ReasonAgainstGroup(m_model);
     }
-    return false;
+    return {};
 }
 
-void TableMenu::ShowCommands(bool designs) {
+void TableMenu::ShowCommands(const QString& off) {
+    const bool designs = off.isEmpty();
     const auto table = designs ? SelectedTable(m_model) : std::nullopt;
     for (const Entry& entry : m_entries) {
-        entry.action->setEnabled(table && Allows(entry.needs, *table));
+        ShowReason(*entry.action, designs ? ReasonAgainst(entry.needs, table) : off);
     }
     menuAction()->setEnabled(designs);
 }

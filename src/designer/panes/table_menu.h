@@ -13,6 +13,9 @@
 
 namespace designer {
 
+// Returns why no command on a group is possible, for users; empty if one is.
+QString ReasonAgainstGroup(const DesignModel& model);
+
 class TableMenu : public QMenu {
     Q_OBJECT
  public:
@@ -23,8 +26,8 @@ class TableMenu : public QMenu {
                                                          QWidget* parent)>;
     void SetAsk(Ask ask) { m_ask = std::move(ask); }
 
-    // Enables what the selection allows; nothing if the canvas is not shown.
-    void ShowCommands(bool designs);
+    // Enables what the selection allows, and nothing if `off` says why the canvas is not there.
+    void ShowCommands(const QString& off);
 
  signals:
     void Working();  // before a command: what is being typed is taken
@@ -49,7 +52,7 @@ class TableMenu : public QMenu {
     void Merge();
     void AskForGroup(GroupPlace place, const QString& title);
     void Total(Side side);
-    bool Allows(Needs needs, const TableSelection& table) const;
+    QString ReasonAgainst(Needs needs, const std::optional<TableSelection>& table) const;
     void SelectCell(ElementId region, Axis axis, std::size_t track, std::size_t across);
 
     DesignModel& m_model;

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -37,7 +38,8 @@ QString TextOf(std::string_view text) {
 PageDialog::PageDialog(DesignModel& model, QWidget* parent)
     : QDialog(parent),
       m_model(model),
-      m_old(PageSetupOf(model.Source())),
+      m_section(SectionOfSelection(model)),
+      m_old(PageSetupOf(model.Source(), m_section)),
       m_paper(new QComboBox(this)),
       m_orientation(new QComboBox(this)) {
     setObjectName("pageDialog");
@@ -50,6 +52,12 @@ PageDialog::PageDialog(DesignModel& model, QWidget* parent)
     m_orientation->setObjectName("orientation");
     m_orientation->addItems({tr("Upright"), tr("Across")});
     auto* form = new QFormLayout;
+    if (const std::size_t sections = SectionsOf(model.Source()).size(); sections > 1) {
+        setWindowTitle(tr("Page Set-up, section %1").arg(m_section + 1));
+        auto* section = new QLabel(tr("%1 of %2").arg(m_section + 1).arg(sections), this);
+        section->setObjectName("section");
+        form->addRow(tr("Section:"), section);
+    }
     form->addRow(tr("&Paper:"), m_paper);
     form->addRow(tr("&Orientation:"), m_orientation);
     AddLine(*form, PageWidth, "width", tr("&Width:"));
@@ -143,13 +151,11 @@ void PageDialog::Turn() {
 
 // A body that is wider than its column runs on to further pages.
 void PageDialog::ShowRoom() {
-    const int columns = std::max(1, NumberOf(Typed()[Columns]));
-    const double room = (Points(PageWidth) - Points(LeftMargin) - Points(RightMargin) -
-                         (columns - 1) * Points(ColumnSpacing)) /
-                        columns;
+    const double room = RoomOf(Typed());
     double body = 0;
     for (const ReportBand& band : m_model.Items().bands) {
-        body = std::max(body, band.kind == BandKind::Body ? band.width : 0.0);
+        const bool isOwn = band.kind == BandKind::Body && band.section == m_section;
+        body = std::max(body, isOwn ? band.width : 0.0);
     }
     const auto size = [&](double points) {
         return QString::fromStdString(SizeText(points, m_old[PageWidth]));
@@ -204,7 +210,9 @@ void PageDialog::accept() {
     if (!IsComplete()) {
         return;
     }
-    const auto write = [setup = Typed()](Document& document) { PutPageSetup(document, setup); };
+    const auto write = [section = m_section, setup = Typed()](Document& document) {
+        PutPageSetup(document, section, setup);
+    };
     const std::string fault = Typed() == m_old ? std::string() : FaultOfEdit(m_model, write);
     if (!fault.empty()) {
         m_note->ShowError(QString::fromStdString(fault));

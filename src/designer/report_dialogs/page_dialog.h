@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The dialog for the paper, the margins and the columns of the report. OK is one step of the document.
+// The dialog for the paper, the margins and the columns of the section that the selection is in. OK is one
+// step of the document.
 #pragma once
 
 #include <QDialog>
@@ -35,6 +36,7 @@ class PageDialog : public QDialog {
     bool IsComplete();
 
     DesignModel& m_model;
+    const std::size_t m_section;
     const PageSetup m_old;
     QComboBox *m_paper, *m_orientation;
     std::array<QLineEdit*, PageValues> m_lines{};

@@ -12,6 +12,7 @@
 #include "designer/tables/tablix_shape.h"
 #include "designer/tables/tracks.h"
 #include "platform/base/ascii.h"
+#include "platform/base/caption.h"
 
 namespace designer {
 namespace {
@@ -216,7 +217,7 @@ void PutField(Document& document, ElementId region, ElementId cell, std::string_
         isDetails ? EmptyHead(document, region, grid, found->row, found->column) : NoElement;
     PutText(document, cell, isSum ? FieldSum(field) : FieldValue(field));
     if (head != NoElement) {
-        SetTextOfBox(document, head, FieldTitle(field));
+        SetTextOfBox(document, head, CaptionOf(field));
     }
 }
 

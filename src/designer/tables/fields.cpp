@@ -121,10 +121,4 @@ std::string FieldOfValue(std::string_view expression) {
     return rdl::IsIdentifier(name) ? std::string(name) : std::string();
 }
 
-std::string FieldTitle(std::string_view field) {
-    std::string title(field);
-    std::replace(title.begin(), title.end(), '_', ' ');
-    return title;
-}
-
 }  // namespace designer

@@ -47,7 +47,5 @@ std::string FieldValue(std::string_view field);
 std::string FieldSum(std::string_view field);
 // Returns the name of the field if this is exactly its value, else an empty text.
 std::string FieldOfValue(std::string_view expression);
-// Returns what a head says of the field: its name with blanks.
-std::string FieldTitle(std::string_view field);
 
 }  // namespace designer

@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "designer/document/editing.h"
+#include "designer/document/item_size.h"
 #include "designer/tables/cell_text.h"
+#include "designer/tables/tracks.h"
 
 namespace designer {
 namespace {
@@ -151,6 +153,87 @@ void InsertHeaderLevel(Document& document, ElementId region, Axis axis, std::siz
     }
     LevelInserter(document, region, axis, points, except).Insert(level);
     GrowCorner(document, region, axis, level);
+}
+
+namespace {
+
+constexpr double SameEdge = 0.01;  // points between edges that are one
+
+struct Extent {
+    double begin = 0, end = 0;
+};
+
+bool IsHeaderOf(const GridCell& cell, Axis axis) {
+    return cell.part == (axis == Axis::Columns ? GridCell::Part::RowHeader : GridCell::Part::ColumnHeader);
+}
+
+Extent ExtentOf(const GridCell& cell, Axis axis) {
+    return axis == Axis::Columns ? Extent{cell.place.left, cell.place.Right()}
+                                 : Extent{cell.place.top, cell.place.Bottom()};
+}
+
+// Returns the element that has the size of the header; NoElement for a total of a Matrix, which has none.
+ElementId SizedElement(const Document& document, const GridCell& cell, Axis axis) {
+    const std::string name = document.Name(cell.element);
+    if (name == "TablixHeader" || name == "Subtotal") {
+        return name == "Subtotal" ? NoElement : cell.element;
+    }
+    const std::string grouping = axis == Axis::Columns ? "RowGrouping" : "ColumnGrouping";
+    ElementId around = cell.element;
+    while (around != NoElement && document.Name(around) != grouping) {
+        around = document.Parent(around);
+    }
+    return around;
+}
+
+}  // namespace
+
+std::vector<GridTrack> HeaderTracksOf(const TablixGrid& grid, Axis axis) {
+    std::vector<double> edges;
+    for (const GridCell& cell : grid.cells) {
+        if (IsHeaderOf(cell, axis)) {
+            const Extent extent = ExtentOf(cell, axis);
+            edges.push_back(extent.begin);
+            edges.push_back(extent.end);
+        }
+    }
+    std::sort(edges.begin(), edges.end());
+    std::vector<GridTrack> tracks;
+    for (std::size_t edge = 1; edge < edges.size(); ++edge) {
+        if (edges[edge] - edges[edge - 1] > SameEdge) {
+            tracks.push_back({NoElement, edges[edge - 1], edges[edge] - edges[edge - 1]});
+        }
+    }
+    return tracks;
+}
+
+void SetHeaderSize(Document& document, ElementId region, Axis axis, std::size_t level, double points,
+                   const std::string& step) {
+    const StepGroup group(document, step.empty() ? "Resize headings" : step);
+    const TablixGrid grid = GridOf(document, region);
+    const std::vector<GridTrack> tracks = HeaderTracksOf(grid, axis);
+    if (level >= tracks.size()) {
+        throw EditError("The table has no such headings");
+    }
+    const double middle = tracks[level].begin + tracks[level].size / 2;
+    std::vector<SizeChange> sizes;
+    for (const GridCell& cell : grid.cells) {
+        const Extent extent = ExtentOf(cell, axis);
+        if (!IsHeaderOf(cell, axis) || extent.begin > middle || extent.end < middle) {
+            continue;
+        }
+        const ElementId sized = SizedElement(document, cell, axis);
+        const char* const path = document.Name(cell.element) == "TablixHeader" ? "Size"
+                                 : axis == Axis::Columns                       ? "Width"
+                                                                               : "Height";
+        const bool isNew = std::none_of(sizes.begin(), sizes.end(),
+                                        [sized](const SizeChange& one) { return one.owner == sized; });
+        if (sized != NoElement && isNew) {
+            sizes.push_back({sized, path, extent.end - extent.begin + points - tracks[level].size});
+        }
+    }
+    SetSizes(document, sizes, "Resize headings");
+    FollowSize(document, region);
 }
 
 }  // namespace designer

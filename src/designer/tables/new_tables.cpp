@@ -9,6 +9,7 @@
 #include "designer/tables/cell_text.h"
 #include "designer/tables/fields.h"
 #include "platform/base/ascii.h"
+#include "platform/base/caption.h"
 
 namespace designer {
 namespace {
@@ -32,7 +33,7 @@ class TableWriter {
         for (std::size_t index = 0; index < count; ++index) {
             const std::string field = fields.empty() ? std::string() : fields[index];
             const bool isNumber = IsNumber(field);
-            head += TablixCellXml(Box({FieldTitle(field), true, isNumber}));
+            head += TablixCellXml(Box({CaptionOf(field), true, isNumber}));
             details += TablixCellXml(Box({field.empty() ? "" : FieldValue(field), false, isNumber}));
             members += "<TablixMember />";
         }
@@ -60,7 +61,7 @@ class TableWriter {
         const std::string corner =
             "<TablixCorner><TablixCornerRows><TablixCornerRow><TablixCornerCell>"
             "<CellContents>" +
-            Box({FieldTitle(texts[0]), true, false}) +
+            Box({CaptionOf(texts[0]), true, false}) +
             "</CellContents></TablixCornerCell></TablixCornerRow></TablixCornerRows>"
             "</TablixCorner>";
         return Region(Columns(1, width), Row(RowHeight, TablixCellXml(Box({value, false, true}))),

@@ -9,6 +9,10 @@ namespace designer {
 void DesignWindow::GroupSelection() {
     const ReportItems items = m_model->Items();
     const std::vector<ElementId> ids = Movable(items, m_model->SelectedItems());
+    if (ids.empty()) {
+        m_model->Refuse(ReasonOfCells());
+        return;
+    }
     ElementId rectangle = NoElement;
     if (m_model->Edit(StepName(*m_model, tr("Group"), ids),
                       [&](Document& document) { rectangle = GroupItems(document, items, ids); })) {
@@ -24,6 +28,10 @@ void DesignWindow::UngroupSelection() {
                       [&](Document& document) { freed = UngroupItems(document, items, ids); })) {
         m_model->Select(freed);
     }
+}
+
+QString DesignWindow::ReasonOfCells() {
+    return tr("What is in a cell has no place of its own");
 }
 
 bool DesignWindow::HasRectangle() const {

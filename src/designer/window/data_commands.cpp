@@ -63,11 +63,12 @@ void DesignWindow::BuildDataCommands(QMenu& menu) {
     connect(m_data, &DataPane::RemoveWanted, this, &DesignWindow::RemoveDataPart);
 }
 
-void DesignWindow::ShowDataCommands(bool designs) {
+void DesignWindow::ShowDataCommands(const QString& off) {
     for (const char* name : Names) {
-        findChild<QAction*>(name)->setEnabled(designs);
+        Allow(name, off);
     }
-    findChild<QAction*>("itemLinks")->setEnabled(designs && m_model->Item(m_model->Leader()));
+    const bool hasItem = m_model->Item(m_model->Leader());
+    Allow("itemLinks", !off.isEmpty() ? off : hasItem ? QString() : tr("Select an item"));
 }
 
 void DesignWindow::OpenPart(DataPart part, const std::string& name) {

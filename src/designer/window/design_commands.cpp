@@ -14,7 +14,9 @@
 #include "designer/expressions/expression_dialog.h"
 #include "designer/model/embedded_pictures.h"
 #include "designer/model/item_clipboard.h"
+#include "designer/model/page_setup.h"
 #include "designer/model/placing.h"
+#include "designer/model/report_body.h"
 #include "designer/panes/property_pane.h"
 #include "designer/tables/cell_text.h"
 #include "designer/window/design_window.h"
@@ -93,11 +95,13 @@ void DesignWindow::Paste() {
     }
     // Into a rectangle that is selected, else into the band.
     const ReportItem* leader = m_model->Item(m_model->Leader());
-    const ElementId container =
-        leader && leader->kind == "Rectangle" ? leader->id : m_model->Items().bands[*band].element;
+    const ElementId rectangle = leader && leader->kind == "Rectangle" ? leader->id : NoElement;
+    const ReportBand target = m_model->Items().bands[*band];
     std::vector<ElementId> pasted;
     const QString step = items->size() == 1 ? tr("Paste") : tr("Paste %1 items").arg(items->size());
     if (m_model->Edit(step, [&](Document& document) {
+            const ElementId container =
+                rectangle != NoElement ? rectangle : CompleteBand(document, target).element;
             pasted = PasteItems(document, container, *items, PasteShift);
             KeepInBand(document, pasted);
         })) {
@@ -110,6 +114,7 @@ void DesignWindow::DuplicateSelection() {
     const ReportItems items = m_model->Items();
     const std::vector<ElementId> ids = Movable(items, m_model->SelectedItems());
     if (ids.empty()) {
+        m_model->Refuse(ReasonOfCells());
         return;
     }
     std::vector<ElementId> copies;
@@ -156,6 +161,8 @@ void DesignWindow::ArrangeSelection(Arrangement arrangement, const QString& verb
         }
     }
     if (places.size() < LeastItems(arrangement)) {
+        const bool areInCells = Movable(items, m_model->Selection()).size() < LeastItems(arrangement);
+        m_model->Refuse(areInCells ? ReasonOfCells() : tr("Select items of one band"));
         return;
     }
     m_model->Edit(StepName(*m_model, verb, ids),
@@ -172,7 +179,8 @@ void DesignWindow::OrderSelection(bool toFront) {
 }
 
 void DesignWindow::TogglePageBand(BandKind kind) {
-    const ElementId there = PageBandOf(m_model->Source(), kind);
+    const std::size_t section = SectionOfSelection(*m_model);
+    const ElementId there = PageBandOf(m_model->Source(), kind, section);
     const QString name = kind == BandKind::PageHeader ? tr("Page Header") : tr("Page Footer");
     if (there != NoElement) {
         m_model->Edit(tr("Remove %1").arg(name), [&](Document& document) { Remove(document, there); });
@@ -180,7 +188,7 @@ void DesignWindow::TogglePageBand(BandKind kind) {
     }
     ElementId made = NoElement;
     if (m_model->Edit(tr("Insert %1").arg(name),
-                      [&](Document& document) { made = InsertPageBand(document, kind); })) {
+                      [&](Document& document) { made = InsertPageBand(document, kind, section); })) {
         m_model->Select({made});
     }
 }

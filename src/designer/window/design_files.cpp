@@ -16,6 +16,7 @@
 #include "designer/window/source_page.h"
 #include "designer/window/xml_page.h"
 #include "designer/wizards/new_report_wizard.h"
+#include "platform/base/digest.h"
 #include "platform/contracts/runtime.h"
 
 namespace designer {
@@ -25,10 +26,6 @@ namespace fs = std::filesystem;
 
 QString Filters() {
     return DesignWindow::tr("Reports (*.rdl *.rpt *.rdlc);;All files (*)");
-}
-
-QString NameOf(const fs::path& file) {
-    return file.empty() ? DesignWindow::tr("New Report") : QString::fromStdString(file.filename().string());
 }
 
 // Raises SourceFlaw as well if the text is well-formed and no report: nothing of it can be designed.
@@ -44,12 +41,19 @@ Document ReportIn(const std::string& bytes) {
 
 }  // namespace
 
+QString DesignWindow::NameOf(const fs::path& file) {
+    return file.empty() ? tr("New Report") : QString::fromStdString(file.filename().string());
+}
+
 void DesignWindow::Complain(const QString& text) {
     QMessageBox::warning(this, tr("Oxbow Courier Designer"), text);
 }
 
 void DesignWindow::ShowTitle() {
-    setWindowTitle(tr("%1[*] - Oxbow Courier Designer").arg(NameOf(m_model->File())));
+    const QString name = NameOf(m_model->File());
+    setWindowTitle((m_isReadOnly ? tr("%1[*] (read-only) - Oxbow Courier Designer")
+                                 : tr("%1[*] - Oxbow Courier Designer"))
+                       .arg(name));
     setWindowModified(IsChanged());
     setWindowFilePath({});
 }
@@ -68,7 +72,11 @@ bool DesignWindow::OpenFile(const fs::path& file) {
         const fs::path whole = fs::absolute(file).lexically_normal();
         const auto stamp = StampOf(whole);
         std::string bytes = ReadReportFile(whole);
+        if (!ClaimToShow(whole)) {
+            return false;
+        }
         m_stamp = stamp;
+        m_digest = Sha256(bytes);
         m_isLost = false;
         ShowBytes(bytes, whole);
         m_recovery.Remove();
@@ -83,6 +91,9 @@ bool DesignWindow::OpenFile(const fs::path& file) {
 
 void DesignWindow::ShowLost(const LostReport& lost) {
     m_stamp = lost.original.empty() ? std::nullopt : StampOf(lost.original);
+    m_digest.clear();
+    m_claim.Release();
+    m_isReadOnly = !lost.original.empty() && !m_claim.Take(lost.original);
     m_isLost = true;
     ShowBytes(lost.bytes, lost.original);
     KeepCopy();
@@ -167,7 +178,21 @@ bool DesignWindow::Save() {
     if (!TakeXml()) {
         return false;
     }
-    return m_model->File().empty() ? AskAndSaveAs() : WriteTo(m_model->File());
+    const fs::path file = m_model->File();
+    if (file.empty() || (m_isReadOnly && !m_claim.Take(file))) {
+        return AskAndSaveAs();
+    }
+    m_isReadOnly = false;  // the other window has been closed
+    switch (AskToOverwrite()) {
+        case Overwriting::Allowed:
+            return WriteTo(file);
+        case Overwriting::Elsewhere:
+            return AskAndSaveAs();
+        case Overwriting::Refused:
+            break;
+    }
+    ShowTitle();
+    return false;
 }
 
 bool DesignWindow::AskAndSaveAs() {
@@ -191,16 +216,25 @@ bool DesignWindow::AskAndSaveAs() {
         }
     }
     const fs::path target = fs::absolute(file.toStdString()).lexically_normal();
+    const bool isOwn = !m_isReadOnly && !now.empty() && IsSameFile(now, target);
+    if (!isOwn && FileClaim::IsTaken(target)) {
+        Complain(tr("\"%1\" is open in another window of the designer. Save under another name.")
+                     .arg(NameOf(target)));
+        return false;
+    }
     if (!WriteTo(target)) {
         return false;
     }
+    m_isReadOnly = !m_claim.Take(target);
     m_model->SetFile(target);
     return true;
 }
 
 bool DesignWindow::WriteTo(const fs::path& file) {
     try {
-        WriteReportFile(file, Bytes());
+        const std::string bytes = Bytes();
+        WriteReportFile(file, bytes);
+        m_digest = Sha256(bytes);
     } catch (const RuntimeError& error) {
         Complain(QString::fromStdString(error.Description()));
         return false;
@@ -243,39 +277,6 @@ bool DesignWindow::AskToLeave() {
     }
     m_mayLeave = MayLeave();
     return m_mayLeave;
-}
-
-// A file with the same bytes as before, touched or written again, is no reason to ask.
-void DesignWindow::LookAtFile() {
-    const fs::path file = m_model->File();
-    if (m_asking || file.empty() || !m_stamp || !isActiveWindow() || QApplication::activeModalWidget()) {
-        return;
-    }
-    const auto now = StampOf(file);
-    if (now == m_stamp) {
-        return;
-    }
-    m_stamp = now;
-    m_asking = true;
-    QMessageBox box(QMessageBox::Question, tr("Oxbow Courier Designer"),
-                    now ? tr("Another program has changed \"%1\".").arg(NameOf(file))
-                        : tr("Another program has removed \"%1\".").arg(NameOf(file)),
-                    QMessageBox::NoButton, this);
-    QPushButton* reload = now ? box.addButton(tr("&Reload"), QMessageBox::AcceptRole) : nullptr;
-    QPushButton* keep = box.addButton(tr("&Keep What Is Here"), QMessageBox::RejectRole);
-    box.setDefaultButton(keep);
-    box.setEscapeButton(keep);
-    if (IsChanged() && now) {
-        box.setInformativeText(tr("Reloading loses the changes that are not saved."));
-    }
-    box.exec();
-    m_asking = false;
-    if (reload && box.clickedButton() == reload) {
-        OpenFile(file);
-    } else {
-        m_isLost = true;  // what is here is in no file
-        ShowTitle();
-    }
 }
 
 // A change does not start the time again: who goes on working gets a copy as well.

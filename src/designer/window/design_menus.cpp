@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QFileInfo>
-#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -57,8 +56,9 @@ void DesignWindow::BuildMenus() {
     });
     m_groups->addActions(m_table->actions());
     m_groups->setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(m_groups, &QTreeWidget::itemDoubleClicked, this,
-            [this] { CommandOf(*this, "groupProperties").trigger(); });
+    connect(m_groups, &GroupsPane::OpenWanted, this, [this](ElementId member) {
+        HasDialog(member) ? DesignItem(member) : CommandOf(*this, "groupProperties").trigger();
+    });
     menuBar()->addMenu(m_format);
     m_canvas->addAction(m_format->menuAction());
     connect(m_format, &FormatMenu::Working, m_canvas, &DesignCanvas::FinishEditing);
@@ -66,6 +66,9 @@ void DesignWindow::BuildMenus() {
     BuildReportMenu();
     BuildViewMenu();
     BuildHelpMenu();
+    for (QMenu* menu : findChildren<QMenu*>()) {
+        menu->installEventFilter(this);
+    }
 }
 
 void DesignWindow::BuildFileMenu() {
@@ -272,63 +275,6 @@ void DesignWindow::BuildViewMenu() {
         action->setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + number++)));
         menu.addAction(action);
     }
-}
-
-void DesignWindow::ShowCommands() {
-    const bool designs = !IsText() && m_tabs->currentWidget() == m_canvas;
-    const Document& document = m_model->Source();
-    const auto selected = m_model->SelectedItems();
-    const auto set = [&](const char* name, bool enabled) { CommandOf(*this, name).setEnabled(enabled); };
-    const QString undo = QString::fromStdString(document.UndoName());
-    const QString redo = QString::fromStdString(document.RedoName());
-    CommandOf(*this, "editUndo").setText(undo.isEmpty() ? tr("&Undo") : tr("&Undo %1").arg(undo));
-    CommandOf(*this, "editRedo").setText(redo.isEmpty() ? tr("&Redo") : tr("&Redo %1").arg(redo));
-    set("editUndo", designs && document.UndoCount() > 0);
-    set("editRedo", designs && document.RedoCount() > 0);
-    for (const char* name : {"editCut", "editCopy", "editDuplicate", "editDelete", "toFront", "toBack"}) {
-        set(name, designs && !selected.empty());
-    }
-    for (const char* name :
-         {"editPaste",      "editSelectAll",   "snap",        "zoomIn",          "zoomOut",
-          "zoomWhole",      "zoomWidth",       "nextPane",    "editReset",       "insertTextBox",
-          "insertLine",     "insertRectangle", "insertImage", "insertTable",     "insertMatrix",
-          "insertList",     "insertChart",     "insertGauge", "insertIndicator", "insertBarCode",
-          "insertSubreport"}) {
-        set(name, designs);
-    }
-    for (const auto& [name, kind] :
-         {std::pair("pageHeader", BandKind::PageHeader), std::pair("pageFooter", BandKind::PageFooter)}) {
-        set(name, designs);
-        CommandOf(*this, name).setChecked(PageBandOf(document, kind) != NoElement);
-    }
-    const ReportItem* leader = m_model->Item(m_model->Leader());
-    set("reportItem", designs && HasDialog(m_model->Leader()));
-    set("reportExpression", designs && ExpressionRow());
-    set("editText", designs && leader && leader->kind == "Textbox");
-    for (const char* name : {"alignLeft", "alignCentre", "alignRight", "alignTop", "alignMiddle",
-                             "alignBottom", "sameWidth", "sameHeight", "sameSize"}) {
-        set(name, designs && selected.size() >= 2);
-    }
-    for (const char* name : {"distributeAcross", "distributeDown"}) {
-        set(name, designs && selected.size() >= 3);
-    }
-    set("group", designs && selected.size() >= 2);
-    set("ungroup", designs && HasRectangle());
-    m_table->ShowCommands(designs);
-    m_format->ShowCommands(designs);
-    ShowDataCommands(designs);
-    set("fileSchedule", !IsText());
-    set("viewDesign", !IsText());
-    set("viewPreview", !IsText());
-    set("viewXml", !IsText());
-    // The viewer has the key for its own file while the preview is open.
-    CommandOf(*this, "fileSave")
-        .setShortcut(m_tabs->currentWidget() != m_preview || IsText() ? QKeySequence(QKeySequence::Save)
-                                                                      : QKeySequence());
-    for (QDockWidget* dock : findChildren<QDockWidget*>()) {
-        dock->widget()->setEnabled(designs);
-    }
-    m_zoomLabel->setText(QString("%1 %").arg(qRound(m_canvas->Zoom())));
 }
 
 }  // namespace designer

@@ -44,6 +44,7 @@ DesignWindow::DesignWindow(QWidget* parent)
         resize(metrics.averageCharWidth() * 170, metrics.height() * 50);
     }
     restoreState(look.state);
+    m_propertyPanel->SetLook(look.properties);
     ShowTitle();
     ShowCommands();
     m_canvas->setFocus();
@@ -77,9 +78,9 @@ void DesignWindow::BuildParts() {
 
 void DesignWindow::BuildDocks() {
     m_outline = new OutlinePane(*m_model, this);
-    auto* propertyPanel = new PropertyPanel(*m_model, this);
-    m_properties = &propertyPanel->Rows();
-    connect(propertyPanel, &PropertyPanel::ExpressionWanted, this, &DesignWindow::EditExpression);
+    m_propertyPanel = new PropertyPanel(*m_model, this);
+    m_properties = &m_propertyPanel->Rows();
+    connect(m_propertyPanel, &PropertyPanel::ExpressionWanted, this, &DesignWindow::EditExpression);
     m_problems = new ProblemsPane(*m_model, this);
     m_toolbox = new ToolboxPane(this);
     m_data = new DataPane(*m_model, this);
@@ -94,7 +95,7 @@ void DesignWindow::BuildDocks() {
     auto* toolbox = add("dockToolbox", tr("Toolbox"), m_toolbox, Qt::LeftDockWidgetArea);
     add("dockReportData", tr("Report Data"), m_data, Qt::LeftDockWidgetArea);
     auto* outline = add("dockOutline", tr("Outline"), m_outline, Qt::LeftDockWidgetArea);
-    auto* properties = add("dockProperties", tr("Properties"), propertyPanel, Qt::RightDockWidgetArea);
+    auto* properties = add("dockProperties", tr("Properties"), m_propertyPanel, Qt::RightDockWidgetArea);
     add("dockGroups", tr("Groups"), m_groups, Qt::RightDockWidgetArea);
     m_problemsDock = add("dockProblems", tr("Problems"), m_problems, Qt::BottomDockWidgetArea);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
@@ -123,6 +124,8 @@ void DesignWindow::Connect() {
     });
     connect(m_canvas, &DesignCanvas::ToolChanged, this, [this] { m_toolbox->ShowTool(m_canvas->Tool()); });
     connect(m_canvas, &DesignCanvas::ZoomChanged, this, &DesignWindow::ShowCommands);
+    connect(m_canvas, &DesignCanvas::Told, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
     connect(m_canvas, &DesignCanvas::PointerMoved, m_place, &QLabel::setText);
     connect(m_canvas, &DesignCanvas::LaidOut, this,
             [this] { m_problems->SetDrawingFailure(QString::fromStdString(m_canvas->Failure())); });
@@ -217,10 +220,11 @@ void DesignWindow::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    KeepWindowLook({saveGeometry(), saveState()});
+    KeepWindowLook({saveGeometry(), saveState(), m_propertyPanel->Look()});
     m_lookTimer.stop();
     m_copyTimer.stop();
     m_recovery.Remove();
+    m_claim.Release();
     event->accept();
 }
 

@@ -14,6 +14,7 @@
 #include "designer/model/design_model.h"
 #include "designer/model/report_data.h"
 #include "designer/panes/property_rows.h"
+#include "designer/window/file_claim.h"
 #include "designer/window/recovery.h"
 #include "designer/window/report_file.h"
 
@@ -30,6 +31,7 @@ class OutlinePane;
 class PreviewPage;
 class ProblemsPane;
 class PropertyPane;
+class PropertyPanel;
 class SourcePage;
 class TableMenu;
 class ToolboxPane;
@@ -66,6 +68,8 @@ class DesignWindow : public QMainWindow {
  protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
     struct Command;
@@ -84,7 +88,12 @@ class DesignWindow : public QMainWindow {
     QAction* AddCommand(QMenu& menu, const char* name, const QString& text, const QKeySequence& keys,
                         const std::function<void()>& work);
     void ShowRecentFiles();
+
+    // command_reasons.cpp
     void ShowCommands();  // enables and names what depends on the report
+    void ShowUndoCommands(const QString& off);
+    void Allow(const char* name, const QString& reason);  // enables a command without a reason against it
+    QString ReasonWithoutCanvas() const;
 
     // design_files.cpp
     void ShowBytes(const std::string& bytes, const std::filesystem::path& file);
@@ -98,12 +107,20 @@ class DesignWindow : public QMainWindow {
     bool MayLeave();  // asks whether changes are saved; false: the user stays
     bool IsChanged() const;
     void OpenMendedText();
-    void LookAtFile();
     void KeepCopySoon();
     void KeepCopy();
     std::string Bytes() const;  // of what is shown, as it would be saved
     void ShowTitle();
     void Complain(const QString& text);
+    static QString NameOf(const std::filesystem::path& file);
+
+    // file_changes.cpp
+    enum class Overwriting { Allowed, Elsewhere, Refused };
+    bool ClaimToShow(const std::filesystem::path& file);
+    bool IsFileAsKnown() const;
+    Overwriting AskToOverwrite();
+    void LookAtFile();
+    void AskToReload(bool isThere);
 
     // schedule_commands.cpp
     void AddScheduleCommand(QMenu& menu);
@@ -129,7 +146,7 @@ class DesignWindow : public QMainWindow {
 
     // data_commands.cpp
     void BuildDataCommands(QMenu& menu);
-    void ShowDataCommands(bool designs);
+    void ShowDataCommands(const QString& off);
     // Opens the dialog for a part of the report; for a new one without a name.
     void OpenPart(DataPart part, const std::string& name);
     void RemoveDataPart(DataPart part, const std::string& name);
@@ -137,14 +154,16 @@ class DesignWindow : public QMainWindow {
     void GroupSelection();
     void UngroupSelection();
     bool HasRectangle() const;  // in the selection
+    static QString ReasonOfCells();
 
     // graphic_commands.cpp
     void ConnectGraphics();
     // Asks what a new item shows; false: the user does not want one.
     bool AskFor(NewItem kind, GraphicChoice& choice);
-    bool HasDialog(ElementId id) const;
-    void DesignItem(ElementId id);  // opens the dialog of the item, if it has one
-    QString AskForSubreport();      // returns the file as the report names it; empty: none
+    ElementId WithDialog(ElementId id) const;
+    bool HasDialog(ElementId part) const;
+    void DesignItem(ElementId part);  // opens the dialog of the item, if it has one
+    QString AskForSubreport();        // returns the file as the report names it; empty: none
 
     void ShowProblemCount();
     void ShowPage();
@@ -159,7 +178,8 @@ class DesignWindow : public QMainWindow {
     QWidget* m_page = nullptr;  // of the tabs: the one that is shown
     SourcePage* m_source = nullptr;
     OutlinePane* m_outline = nullptr;
-    PropertyPane* m_properties = nullptr;
+    PropertyPanel* m_propertyPanel = nullptr;
+    PropertyPane* m_properties = nullptr;  // the rows of the panel
     ProblemsPane* m_problems = nullptr;
     ToolboxPane* m_toolbox = nullptr;
     DataPane* m_data = nullptr;
@@ -168,8 +188,12 @@ class DesignWindow : public QMainWindow {
     FormatMenu* m_format = nullptr;
     QDockWidget* m_problemsDock = nullptr;
     QMenu* m_recent = nullptr;
+    QString m_reason;  // of the grey command under the pointer
     QLabel *m_place = nullptr, *m_zoomLabel = nullptr;
     std::optional<FileStamp> m_stamp;  // of the file when it was read or written
+    std::string m_digest;              // SHA-256 of its bytes then; empty: not known
+    FileClaim m_claim;
+    bool m_isReadOnly = false;  // a window of another process has the file
     RecoveryFile m_recovery;
     QTimer m_copyTimer, m_lookTimer;
     bool m_isLost = false;    // recovered, and not saved yet

@@ -59,6 +59,7 @@ DesignWindow* DesignerProgram::Open(const QString& file) {
     DesignWindow* blank = nullptr;
     for (DesignWindow* window : Windows()) {
         if (IsSameFile(window->File(), path)) {
+            window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
             window->raise();
             window->activateWindow();
             return window;

@@ -11,6 +11,8 @@ namespace {
 constexpr const char* RecentKey = "recent";
 constexpr const char* GeometryKey = "window/geometry";
 constexpr const char* StateKey = "window/state";
+constexpr const char* AlphabetKey = "properties/alphabetical";
+constexpr const char* NameWidthKey = "properties/nameWidth";
 
 QSettings Settings() {
     return QSettings(QString::fromStdString((ConfigPlace() / "designer.ini").string()), QSettings::IniFormat);
@@ -38,13 +40,17 @@ void ForgetRecentFile(const QString& file) {
 
 WindowLook LastWindowLook() {
     QSettings settings = Settings();
-    return {settings.value(GeometryKey).toByteArray(), settings.value(StateKey).toByteArray()};
+    return {settings.value(GeometryKey).toByteArray(),
+            settings.value(StateKey).toByteArray(),
+            {settings.value(AlphabetKey).toBool(), settings.value(NameWidthKey).toInt()}};
 }
 
 void KeepWindowLook(const WindowLook& look) {
     QSettings settings = Settings();
     settings.setValue(GeometryKey, look.geometry);
     settings.setValue(StateKey, look.state);
+    settings.setValue(AlphabetKey, look.properties.isAlphabetical);
+    settings.setValue(NameWidthKey, look.properties.nameWidth);
 }
 
 }  // namespace designer

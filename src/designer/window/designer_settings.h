@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <filesystem>
 
+#include "designer/panes/property_panel.h"
+
 namespace designer {
 
 inline constexpr int MostRecentFiles = 10;
@@ -18,6 +20,7 @@ void ForgetRecentFile(const QString& file);
 
 struct WindowLook {
     QByteArray geometry, state;  // of a QMainWindow; empty before the first window was closed
+    PropertyLook properties;
 };
 WindowLook LastWindowLook();
 void KeepWindowLook(const WindowLook& look);

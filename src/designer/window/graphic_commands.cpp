@@ -9,6 +9,7 @@
 #include "designer/graphic_dialogs/chart_gallery.h"
 #include "designer/graphic_dialogs/gauge_dialog.h"
 #include "designer/graphic_dialogs/subreport_dialog.h"
+#include "designer/graphics/part_tree.h"
 #include "designer/tables/fields.h"
 #include "designer/window/design_window.h"
 
@@ -32,19 +33,26 @@ void DesignWindow::ConnectGraphics() {
     connect(m_canvas, &DesignCanvas::DesignWanted, this, &DesignWindow::DesignItem);
 }
 
-bool DesignWindow::HasDialog(ElementId id) const {
+// A part of a chart or gauge has the dialog of its item.
+ElementId DesignWindow::WithDialog(ElementId id) const {
+    return m_model->Item(id) ? id : OwnerOfPart(m_model->Source(), id);
+}
+
+bool DesignWindow::HasDialog(ElementId part) const {
     const Document& document = m_model->Source();
+    const ElementId id = WithDialog(part);
     const ReportItem* item = m_model->Item(id);
     return item && ((item->kind == "Chart" && HasChartDesign(document, id)) ||
                     (item->kind == "GaugePanel" && ReadGaugeDesign(document, id)) ||
                     item->kind == "Subreport" || HasBarcodeDesign(document, id));
 }
 
-void DesignWindow::DesignItem(ElementId id) {
+void DesignWindow::DesignItem(ElementId part) {
     FinishTyping();
-    if (!HasDialog(id)) {
+    if (!HasDialog(part)) {
         return;
     }
+    const ElementId id = WithDialog(part);
     const std::string kind = m_model->Item(id)->kind;
     if (kind == "Chart") {
         ChartDialog(*m_model, id, this).exec();

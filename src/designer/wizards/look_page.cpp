@@ -10,9 +10,9 @@
 #include <QPainter>
 
 #include "designer/dialogs/note.h"
-#include "designer/new_report/names.h"
 #include "designer/new_report/themes.h"
 #include "designer/wizards/report_picture.h"
+#include "platform/base/caption.h"
 
 namespace designer {
 namespace {

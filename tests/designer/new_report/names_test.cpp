@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "designer/new_report/names.h"
+#include "platform/base/caption.h"
 
 #include <gtest/gtest.h>
 
@@ -37,6 +38,8 @@ TEST(NewReportNames, CaptionsAreWords) {
     EXPECT_EQ(CaptionOf("order_date"), "Order date");
     EXPECT_EQ(CaptionOf("CustomerName"), "Customer Name");
     EXPECT_EQ(CaptionOf("OrderID"), "Order ID");
+    EXPECT_EQ(CaptionOf("year"), "Year");
+    EXPECT_EQ(CaptionOf("änderung"), "Änderung");
     EXPECT_EQ(CaptionOf("VAT id"), "VAT id");
     EXPECT_EQ(CaptionOf("_x_"), "X");
     EXPECT_EQ(CaptionOf("_"), "_");

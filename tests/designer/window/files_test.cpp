@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <sys/stat.h>
 
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 
+#include "answered_box.h"
 #include "designer/window/designer_program.h"
 #include "designer/window/designer_settings.h"
 #include "designer/window/recovery.h"
@@ -18,35 +18,6 @@ namespace designer::test {
 namespace {
 
 using Files = WindowTest;
-
-// Answers the box that comes up while `show` runs by the button with this text, and returns the text of the
-// box.
-std::string Answer(const std::function<void()>& show, const QString& button) {
-    std::string text;
-    bool met = false;
-    QTimer poll;
-    poll.setInterval(20);
-    QObject::connect(&poll, &QTimer::timeout, [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box || met) {
-            return;
-        }
-        met = true;
-        text = box->text().toStdString();
-        for (QAbstractButton* one : box->buttons()) {
-            if (one->text().remove('&') == button) {
-                QTest::mouseClick(one, Qt::LeftButton);
-                return;
-            }
-        }
-        ADD_FAILURE() << "no button " << button.toStdString();
-        box->reject();
-    });
-    poll.start();
-    show();
-    EXPECT_TRUE(met) << "no box came up";
-    return text;
-}
 
 TEST_F(Files, SavingChangesTheLinesOfTheItemOnly) {
     Select({"Title"});
@@ -128,7 +99,9 @@ TEST_F(Files, AFileAndALinkToItHaveOneWindow) {
     DesignWindow* window = program.Open(QString::fromStdString(File().string()));
     std::filesystem::create_symlink("sales.rdl", m_home / "link.rdl");
     std::filesystem::create_hard_link(File(), m_home / "second.rdl");
+    window->showMinimized();
     EXPECT_EQ(program.Open(QString::fromStdString((m_home / "link.rdl").string())), window);
+    EXPECT_FALSE(window->isMinimized());
     EXPECT_EQ(program.Open(QString::fromStdString((m_home / "second.rdl").string())), window);
     EXPECT_EQ(program.Windows().size(), 1);
     program.Quit();

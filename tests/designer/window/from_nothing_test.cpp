@@ -265,7 +265,7 @@ TEST_F(FromNothing, AnInvoice) {
     EXPECT_EQ(
         Preview("designer-invoice-preview"),
         "Norvale Trading\nQuay 7, 1010 Bergen\nVAT 123 456 789\nHájek Delicatessen AB\nStation Street 61\n"
-        "411 05 Göteborg\nInvoice 10017\nproduct quantity price amount\n"
+        "411 05 Göteborg\nInvoice 10017\nProduct Quantity Price Amount\n"
         "Espresso Blend, 1 kg 24 16.50 396.00\nHighland Arabica, 1 kg 10 18.90 189.00\n"
         "Rapeseed Oil, 5 l 24 21.40 513.60\nAceto Balsamico, 500 ml 6 13.90 83.40\n"
         "Decaf Filter, 500 g 12 9.80 117.60\nNet 1,299.60\nVAT 19 % 246.92\nTo pay 1,546.52\nPage 1 of 1");
@@ -298,7 +298,7 @@ TEST_F(FromNothing, AMatrix) {
     Run("fileSave");
     const std::string text = Preview("designer-matrix-preview");
     EXPECT_EQ(text,
-              "Sales by region and year\nregion 2024 2025 2026 Total\n"
+              "Sales by region and year\nRegion 2024 2025 2026 Total\n"
               "Central Europe 100,672 95,432 100,656 296,759\nNorth America 31,674 44,246 50,847 126,767\n"
               "Northern Europe 57,091 73,750 75,882 206,723\nSouthern Europe 74,183 86,255 89,976 250,414\n"
               "Western Europe 68,975 97,455 137,155 303,585\nTotal 332,595 397,137 454,516 1,184,248");
