@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "designer/new_report/names.h"
 #include "designer/new_report/source_text.h"
+#include "platform/base/caption.h"
 #include "platform/base/text.h"
 #include "platform/contracts/regional.h"
 #include "platform/contracts/runtime.h"
@@ -126,7 +126,7 @@ void MakeReport(const NewReportArguments& arguments, const fs::path& output, con
          {&report.shown, &report.groups, &report.sums, &report.rows, &report.across, &report.values}) {
         SplitNames(report, *names);
     }
-    report.title = report.title.empty() ? designer::CaptionOf(output.stem().string()) : report.title;
+    report.title = report.title.empty() ? CaptionOf(output.stem().string()) : report.title;
     report.language = RegionTag();
     const std::string text = designer::NewReportText(report);
     AtomicFile file(

@@ -83,8 +83,11 @@ std::span<const Paper> Papers() {
 }
 
 PageSetup PageSetupOf(const Document& document, std::size_t section) {
+    return PageSetupIn(document, SectionAt(document, section));
+}
+
+PageSetup PageSetupIn(const Document& document, ElementId owner) {
     PageSetup setup;
-    const ElementId owner = SectionAt(document, section);
     const bool isBare = IsBare(document, owner);
     for (std::size_t value = 0; value < PageValues; ++value) {
         setup[value] =

@@ -38,6 +38,8 @@ std::span<const Paper> Papers();
 // What is not in the file has the value that the engine takes for it; of a section that has neither body nor
 // page, that of a new report.
 PageSetup PageSetupOf(const Document& document, std::size_t section);
+// The same of the element of a section; NoElement: of one that is missing.
+PageSetup PageSetupIn(const Document& document, ElementId section);
 // Writes what differs from PageSetupOf, and what else the section must have. Edits of the step that is open.
 void PutPageSetup(Document& document, std::size_t section, const PageSetup& setup);
 

@@ -2,6 +2,7 @@
 #include "designer/tables/header_levels.h"
 
 #include <algorithm>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -217,6 +218,7 @@ void SetHeaderSize(Document& document, ElementId region, Axis axis, std::size_t 
     }
     const double middle = tracks[level].begin + tracks[level].size / 2;
     std::vector<SizeChange> sizes;
+    std::set<ElementId> met;
     for (const GridCell& cell : grid.cells) {
         const Extent extent = ExtentOf(cell, axis);
         if (!IsHeaderOf(cell, axis) || extent.begin > middle || extent.end < middle) {
@@ -226,9 +228,7 @@ void SetHeaderSize(Document& document, ElementId region, Axis axis, std::size_t 
         const char* const path = document.Name(cell.element) == "TablixHeader" ? "Size"
                                  : axis == Axis::Columns                       ? "Width"
                                                                                : "Height";
-        const bool isNew = std::none_of(sizes.begin(), sizes.end(),
-                                        [sized](const SizeChange& one) { return one.owner == sized; });
-        if (sized != NoElement && isNew) {
+        if (sized != NoElement && met.insert(sized).second) {
             sizes.push_back({sized, path, extent.end - extent.begin + points - tracks[level].size});
         }
     }
