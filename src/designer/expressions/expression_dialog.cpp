@@ -88,7 +88,6 @@ ExpressionDialog::ExpressionDialog(const DesignModel& model, const ExpressionPla
     BuildEditor(*new QWidget(splitter));
     BuildNames(*new QWidget(splitter));
     splitter->setStretchFactor(1, 2);
-    splitter->setSizes({2000, 3000});  // in proportion
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &ExpressionDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &ExpressionDialog::reject);

@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QKeyEvent>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QStandardItemModel>
 #include <algorithm>
@@ -15,7 +16,7 @@ namespace {
 constexpr int MatchRole = Qt::UserRole + 1, PlaceRole = Qt::UserRole + 2;
 constexpr int FewCharacters = 2;  // of a name before it is offered without being asked for
 constexpr int MostWidth = 60;     // of the list, in characters
-constexpr int MostShown = 10;
+constexpr int MostShown = 10, FewLines = 6;
 
 bool IsNameCharacter(QChar c) {
     return c.isLetterOrNumber() || c == '_';
@@ -39,8 +40,11 @@ QString Marked(const QString& signature, int argument) {
     for (int part = 0; part < parts.size(); ++part) {
         const bool isLast = part == parts.size() - 1;
         const bool isIt = part == argument || (isLast && argument > part && parts[part].contains(u'…'));
-        const QString text = parts[part].toHtmlEscaped();
-        shown += isIt ? "<b>" + text + "</b>" : text;
+        static const QRegularExpression Word("^([ \\[]*)(.*?)([ \\[\\]]*)$");
+        const QRegularExpressionMatch word = Word.match(parts[part]);
+        shown += isIt
+                     ? word.captured(1) + "<b>" + word.captured(2).toHtmlEscaped() + "</b>" + word.captured(3)
+                     : parts[part].toHtmlEscaped();
     }
     return signature.left(open + 1).toHtmlEscaped() + shown.join(',') + signature.mid(close).toHtmlEscaped();
 }
@@ -99,6 +103,10 @@ ExpressionEdit::ExpressionEdit(QWidget* parent)
     m_completer->popup()->setAccessibleName(tr("Names that fit"));
     connect(m_completer, qOverload<const QModelIndex&>(&QCompleter::activated), this,
             [this](const QModelIndex& index) { Take(index.data(PlaceRole).toInt()); });
+}
+
+QSize ExpressionEdit::sizeHint() const {
+    return {QPlainTextEdit::sizeHint().width(), fontMetrics().lineSpacing() * FewLines};
 }
 
 void ExpressionEdit::SetNames(std::vector<ExpressionName> names) {

@@ -29,6 +29,7 @@ class ExpressionEdit : public QPlainTextEdit {
  public:
     explicit ExpressionEdit(QWidget* parent = nullptr);
 
+    QSize sizeHint() const override;
     // The names that are offered, in this order.
     void SetNames(std::vector<ExpressionName> names);
     // Returns the signature of the function whose arguments are typed at the cursor, as rich text with this

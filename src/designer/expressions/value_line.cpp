@@ -58,6 +58,27 @@ QString TextOfList(const rdl::ValueList& values) {
     return QString::fromStdString(OneLine(text));
 }
 
+// A text is in quotes: it may be blank.
+QString TextWithType(const rdl::Value& value) {
+    const auto typed = [&](const QString& text) {
+        return QString("%1 (%2)").arg(text, QString::fromUtf8(WordOf(value.kind())));
+    };
+    switch (value.kind()) {
+        case rdl::Kind::Null:
+            return ValueLine::tr("Null");
+        case rdl::Kind::Error:
+            return ValueLine::tr("#Error: %1").arg(QString::fromStdString(std::string(value.AsText())));
+        case rdl::Kind::List:
+            return ValueLine::tr("%1 (Several values)").arg(TextOfList(value.AsList()));
+        case rdl::Kind::Bytes:
+            return typed(QString::number(value.AsText().size()));
+        case rdl::Kind::Text:
+            return typed('"' + QString::fromStdString(OneLine(TextOf(value))) + '"');
+        default:
+            return typed(QString::fromStdString(OneLine(TextOf(value))));
+    }
+}
+
 }  // namespace
 
 ValuePlace PlaceOf(const DesignModel& model, const ExpressionCheck::Write& write) {
@@ -83,19 +104,12 @@ QString ShownValue(const rdl::ExpressionValue& value, const std::string& dataSet
     if (value.needsRun) {
         return ValueLine::tr("Known in the preview only: pages, other text boxes or groups decide it");
     }
-    const rdl::Value& own = value.value;
-    const bool isList = own.kind() == rdl::Kind::List;
-    QString text = own.IsNull() ? ValueLine::tr("Null")
-                   : own.IsError()
-                       ? ValueLine::tr("#Error: %1").arg(QString::fromStdString(std::string(own.AsText())))
-                   : isList ? ValueLine::tr("%1 (Several values)").arg(TextOfList(own.AsList()))
-                            : QString("%1 (%2)").arg(QString::fromStdString(OneLine(TextOf(own))),
-                                                     QString::fromUtf8(WordOf(own.kind())));
     const QString set = QString::fromStdString(dataSet);
+    QString text = TextWithType(value.value);
     if (value.isOfRows && value.rows == 0) {
         text += ValueLine::tr("; %1 has no rows").arg(set);
     } else if (value.isOfRows) {
-        text += ValueLine::tr("; first row of %1, totals of all %2 rows").arg(set).arg(value.rows);
+        text += ValueLine::tr("; first row of %1, totals of all its rows (%2)").arg(set).arg(value.rows);
     }
     return text;
 }

@@ -107,13 +107,13 @@ TEST_F(ValueLineTest, ThePlaceDecidesWhichRowsItIsFor) {
 TEST_F(ValueLineTest, AComputedFieldIsThatOfTheFirstRow) {
     Show("Twice", "Value");
     m_line->Compute("=2 * Fields!Amount.Value");
-    WaitFor("40 (Whole number); first row of Orders, totals of all 2 rows");
+    WaitFor("40 (Whole number); first row of Orders, totals of all its rows (2)");
 }
 
 TEST_F(ValueLineTest, AFilterIsComputedForTheRowsThatItLeaves) {
     Show("Orders", "Filters/Filter/FilterExpression");
     m_line->Compute("=IIf(Fields!Amount.Value > 20, 1, 0)");
-    WaitFor("1 (Whole number); first row of Orders, totals of all 1 rows");
+    WaitFor("1 (Whole number); first row of Orders, totals of all its rows (1)");
 }
 
 TEST_F(ValueLineTest, RowsThatTakeLongAreStopped) {
