@@ -55,10 +55,10 @@ ElementId PlaceInTable(Document& document, const DraggedField& field, const Fiel
 }
 
 bool IsNumber(const Document& document, const DraggedField& field) {
-    for (const DataSetFields& set : DataSetsOf(document)) {
-        for (const DataField& one : set.fields) {
+    for (const ReportSet& set : SetsOf(document)) {
+        for (const ReportField& one : set.fields) {
             if (SameAscii(set.name, field.dataSet) && SameAscii(one.name, field.field)) {
-                return one.isNumeric;
+                return one.IsNumeric();
             }
         }
     }

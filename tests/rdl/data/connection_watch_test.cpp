@@ -35,8 +35,8 @@ class ConnectionWatchOf : public testing::Test {
         return client;
     }
     // Whether the socket ends within the time.
-    static bool Ends(int client, int milliseconds) {
-        timeval time{milliseconds / 1000, milliseconds % 1000 * 1000};
+    static bool Ends(int client, int wait) {
+        timeval time{wait / 1000, wait % 1000 * 1000};  // milliseconds
         setsockopt(client, SOL_SOCKET, SO_RCVTIMEO, &time, sizeof time);
         char byte = 0;
         return recv(client, &byte, 1, 0) == 0;
