@@ -20,7 +20,7 @@ struct RunLook {
 };
 
 struct TextLook {
-    QColor paper = Qt::white;  // behind the text: of the text box, or of what it is in
+    QColor paper = Qt::white;  // under the text: of the text box, or of what it is in
     QMarginsF padding;         // points
     Qt::AlignmentFlag vertical = Qt::AlignTop;
     std::vector<Qt::AlignmentFlag> paragraphs = {};  // across

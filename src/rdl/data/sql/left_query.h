@@ -24,7 +24,7 @@ class LeftQuery {
 
     QString m_name;          // of the other connection, in Qt's list
     QSqlDatabase m_another;  // is not opened before the end
-    QString m_server;        // its own name: behind an address may be several
+    QString m_server;        // its own name: one address may have several
     qulonglong m_id = 0;     // of the connection on the server
 };
 
