@@ -104,6 +104,17 @@ class DesignerTest(unittest.TestCase):
         self.display.run("xdotool", "mousemove", str(round(place[0])), str(round(place[1])), "sleep", "0.1", "click", "1",
                          "sleep", "0.3")
 
+    def go_on(self, page):
+        """Presses Next in the wizard, which acts a moment later."""
+        self.keys("alt+n")
+        self.wait(lambda: self.display.windows(self.process.pid, "New Report From Data: " + page), "page " + page)
+        time.sleep(0.2)
+
+    def add(self, first_character, button):
+        """Selects a column of the wizard's query and presses the button of a part, which acts a moment later."""
+        self.keys("alt+q", first_character, "alt+" + button)
+        time.sleep(0.4)
+
     def quit(self):
         self.keys("ctrl+q")
         self.assertEqual(self.process.wait(10), 0)

@@ -4,8 +4,9 @@
 import os
 import subprocess
 import time
+import unittest
 
-from databases import Postgres
+from databases import POSTGRES, Postgres
 from harness import STAGE, Courier, system_path
 
 REPORT = """<?xml version="1.0" encoding="utf-8"?>
@@ -105,3 +106,25 @@ class Member(Courier):
 
     def subjects(self):
         return [mail["Subject"] for mail in self.mails()]
+
+
+@unittest.skipUnless(POSTGRES, "no PostgreSQL server is installed")
+class TeamTest(unittest.TestCase):
+    """One server for all tests of a class, with a fresh store for each."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.server = TeamServer()
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.server.close()
+
+    def setUp(self):
+        self.server.fresh()
+        self.members = []
+        self.addCleanup(lambda: [member.close() for member in self.members])
+
+    def member(self, user="sched"):
+        self.members.append(Member(self.server, user))
+        return self.members[-1]

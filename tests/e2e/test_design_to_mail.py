@@ -48,15 +48,6 @@ class FromDataToMail(DesignerTest):
 
     # The designer
 
-    def go_on(self, page):
-        self.keys("alt+n")
-        self.wait(lambda: self.display.windows(self.process.pid, "New Report From Data: " + page), "page " + page)
-        time.sleep(0.2)
-
-    def add(self, first_character, button):
-        self.keys("alt+q", first_character, "alt+" + button)
-        time.sleep(0.3)
-
     def finish_wizard(self, main):
         self.go_on("Look")
         self.type("Figures")

@@ -28,17 +28,6 @@ class Wizard(DesignerTest):
         self.keys("ctrl+shift+n")
         return main, self.window("New Report From Data: Data source")
 
-    def go_on(self, page):
-        """Presses Next, which acts a moment later."""
-        self.keys("alt+n")
-        self.wait(lambda: self.display.windows(self.process.pid, "New Report From Data: " + page), "page " + page)
-        time.sleep(0.2)
-
-    def add(self, first_character, button):
-        """Selects a column of the query and presses the button of a part, which acts a moment later."""
-        self.keys("alt+q", first_character, "alt+" + button)
-        time.sleep(0.4)
-
     def wait_for_report(self, main):
         self.wait(lambda: not self.display.windows(self.process.pid, "New Report From Data"), "end of the wizard")
         self.wait(lambda: self.title(main).startswith("New Report*"), "new report that is not saved")

@@ -7,9 +7,8 @@ import threading
 import time
 import unittest
 
-from databases import POSTGRES
 from desk_session import DeskSession
-from team import Member, TeamServer
+from team import Member, TeamTest
 
 LONG = bool(os.environ.get("OXC_LONG_TESTS"))
 
@@ -72,18 +71,9 @@ class Desk(DeskSession):
         self.courier.wait(lambda: new in self.folders() and old not in self.folders(), 20, "new name " + new)
 
 
-@unittest.skipUnless(POSTGRES, "no PostgreSQL server is installed")
-class TeamEditors(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.server = TeamServer()
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.server.close()
-
+class TeamEditors(TeamTest):
     def setUp(self):
-        self.server.fresh()
+        super().setUp()
         self.addCleanup(self.server.ensure)
         self.server.rows("insert into Folders(FolderName, Parent) values('Sales', 0)")
 

@@ -14,9 +14,9 @@ import time
 import unittest
 import unittest.mock
 
-from databases import PASSWORD, POSTGRES, free_port, report
+from databases import PASSWORD, free_port, report
 from harness import STAGE, Courier
-from team import Member, TeamServer, run_store, store
+from team import TeamTest, run_store, store
 
 CLAIMS = ("select pid from pg_locks where locktype = 'advisory' and objsubid = 2 and "
           "classid::bigint between 1870160640 and 1870160641")
@@ -120,26 +120,12 @@ class Pooler:
             client.close()
 
 
-@unittest.skipUnless(POSTGRES, "no PostgreSQL server is installed")
-class TeamFaults(unittest.TestCase):
+class TeamFaults(TeamTest):
     @classmethod
     def setUpClass(cls):
         # The words of servers and their library are compared, whatever region the tests run in.
         cls.enterClassContext(unittest.mock.patch.dict(os.environ, LC_ALL="C.UTF-8", LANGUAGE=""))
-        cls.server = TeamServer()
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.server.close()
-
-    def setUp(self):
-        self.server.fresh()
-        self.members = []
-        self.addCleanup(lambda: [member.close() for member in self.members])
-
-    def member(self, user="sched"):
-        self.members.append(Member(self.server, user))
-        return self.members[-1]
+        super().setUpClass()
 
     def courier(self):
         self.members.append(Courier())

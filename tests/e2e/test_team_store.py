@@ -10,9 +10,9 @@ import threading
 import time
 import unittest
 
-from databases import PASSWORD, POSTGRES
+from databases import PASSWORD
 from harness import STAGE, Courier, system_path
-from team import Member, TeamServer, run_store, store
+from team import TeamTest, run_store, store
 
 LONG = bool(os.environ.get("OXC_LONG_TESTS"))
 
@@ -43,25 +43,10 @@ def all_rows(file):
     return rows
 
 
-@unittest.skipUnless(POSTGRES, "no PostgreSQL server is installed")
-class TeamStore(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.server = TeamServer()
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.server.close()
-
+class TeamStore(TeamTest):
     def setUp(self):
-        self.server.fresh()
-        self.members = []
-        self.addCleanup(lambda: [member.close() for member in self.members])
+        super().setUp()
         self.report = self.server.report()
-
-    def member(self, user="sched"):
-        self.members.append(Member(self.server, user))
-        return self.members[-1]
 
     def schedules(self, first, count):
         self.server.schedules(first, count)
