@@ -51,9 +51,11 @@ ValueOutcome OutcomeOf(ValueJob& job) {
             }
             outcome.value = job.report->ValueOf(job.request.expression, job.request.dataSet);
         });
-        outcome.report = std::move(job.report);
     } catch (const RuntimeError& error) {
         outcome.failure = error.Description();
+    }
+    if (!job.stop->IsGiven()) {
+        outcome.report = std::move(job.report);
     }
     return outcome;
 }

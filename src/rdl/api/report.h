@@ -95,8 +95,8 @@ class Report {
     // Returns the value of an expression that begins with =, in the scope of a data set. An empty name is the
     // report's only data set, if it has one. Raises Failure: Stage::Open, with the position, for an
     // expression that does not compile; Stage::Parameter if it needs a parameter that has no value;
-    // Stage::Data. Only data sets that the expression reads are loaded, and kept for the next expression:
-    // give values and logons before.
+    // Stage::Data. Only data sets that the expression reads are loaded, and kept for the next expression,
+    // as are failures to load them: give values and logons before.
     virtual ExpressionValue ValueOf(const std::string& expression, const std::string& dataSet) = 0;
 
     // Runs the report and writes the document to `output`.

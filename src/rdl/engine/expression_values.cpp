@@ -6,6 +6,7 @@
 #include "rdl/engine/in_stage.h"
 #include "rdl/engine/run.h"
 #include "rdl/layout/expression_value.h"
+#include "rdl/values/stop.h"
 
 namespace rdl::engine {
 namespace {
@@ -13,6 +14,31 @@ namespace {
 constexpr const char* Where = "The expression";  // in errors
 
 }  // namespace
+
+void ExpressionValues::Once(const std::string& what, const std::function<void()>& work) {
+    if (const auto known = m_failures.find(what); known != m_failures.end()) {
+        throw Failure(known->second);
+    }
+    try {
+        work();
+    } catch (const Failure& failure) {
+        if (!IsStopped()) {
+            m_failures.emplace(what, failure);
+        }
+        throw;
+    }
+}
+
+data::LoadRequest ExpressionValues::RequestFor(bool needsParameters, const Request& request) {
+    if (needsParameters && !m_parameters) {
+        Once("", [&] { m_parameters = request(true).parameters; });
+    }
+    data::LoadRequest own = request(false);
+    if (m_parameters) {
+        own.parameters = *m_parameters;
+    }
+    return own;
+}
 
 ExpressionValue ExpressionValues::ValueOf(const Definition& definition, const std::string& expression,
                                           const std::string& dataSet, const Request& request) {
@@ -23,18 +49,14 @@ ExpressionValue ExpressionValues::ValueOf(const Definition& definition, const st
     if (needs.run) {
         return result;
     }
-    const bool resolves = needs.parameters && !m_parameters;
-    data::LoadRequest own = request(resolves);
-    if (resolves) {
-        m_parameters = own.parameters;
-    } else if (m_parameters) {
-        own.parameters = *m_parameters;
-    }
+    const data::LoadRequest own = RequestFor(needs.parameters, request);
     const RunWatch::Work work(own.watch);
     for (const std::string& name : needs.dataSets) {
         if (!m_tables.contains(name)) {
-            m_tables[name] = InStage(
-                Stage::Data, [&] { return data::LoadSelectedTable(own, *definition.FindDataSet(name)); });
+            Once(name, [&] {
+                m_tables[name] = InStage(
+                    Stage::Data, [&] { return data::LoadSelectedTable(own, *definition.FindDataSet(name)); });
+            });
         }
     }
     layout::ReportInput input = InputOf(own);

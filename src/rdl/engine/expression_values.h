@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "rdl/api/failure.h"
 #include "rdl/api/report.h"
 #include "rdl/data/load.h"
 
@@ -22,8 +23,15 @@ class ExpressionValues {
                             const std::string& dataSet, const Request& request);
 
  private:
+    // Raises what `work` raises, and the same again when it is asked for once more: a logon that is refused
+    // is not tried with each expression.
+    void Once(const std::string& what, const std::function<void()>& work);
+
+    data::LoadRequest RequestFor(bool needsParameters, const Request& request);
+
     std::optional<std::vector<data::ParameterInput>> m_parameters;
     std::map<std::string, Table> m_tables;
+    std::map<std::string, Failure> m_failures;  // by the name of the data set; empty: the parameters
 };
 
 }  // namespace rdl::engine

@@ -320,6 +320,12 @@ TEST_F(ValueOfAnExpression, IsNotThereIfTheDataCannotBeRead) {
     std::filesystem::remove(m_folder / "sales.csv");
     EXPECT_THAT(ValueOf("=Fields!Amount.Value"), testing::HasSubstr("No value: Data set \"Orders\""));
     EXPECT_EQ(ValueOf("=1 + 1"), "2 (Whole number)");
+    // It is tried again when the user asks for it.
+    WriteBytes(m_folder / "sales.csv", "Amount\n7\n");
+    EXPECT_THAT(ValueOf("=1 + Fields!Amount.Value"), testing::StartsWith("No value: Data set \"Orders\""));
+    Click("compute");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Shown(); }));
+    EXPECT_EQ(Value(), "8 (Whole number); first row of Orders, totals of all its rows (1)");
 }
 
 }  // namespace

@@ -138,6 +138,15 @@ TEST_F(ExpressionValueOf, RowsAreKeptForTheNextExpression) {
     EXPECT_EQ(Of("=Max(Fields!Amount.Value)").value.AsInteger(), 100);
 }
 
+TEST_F(ExpressionValueOf, WhatCannotBeReadIsNotTriedWithEachExpression) {
+    const std::string refusal = Refusal("=Fields!City.Value", Stage::Data, "Gone");
+    WriteBytes(m_folder / "gone.csv", "City,Amount\nRome,7\n");
+    EXPECT_EQ(Refusal("=Fields!Amount.Value", Stage::Data, "Gone"), refusal);
+    EXPECT_EQ(Of("=Fields!City.Value").value.AsText(), "Bonn");
+    m_report.reset();
+    EXPECT_EQ(Of("=Fields!Amount.Value", "Gone").value.AsInteger(), 7);
+}
+
 TEST_F(ExpressionValueOf, WithoutRowsAFieldIsNull) {
     WriteOrders("City,Amount\n");
     const ExpressionValue city = Of("=Fields!City.Value");
@@ -153,12 +162,15 @@ TEST_F(ExpressionValueOf, AFaultHasItsPlaceAndAFailureIsAValue) {
 }
 
 TEST_F(ExpressionValueOf, AParameterWithoutAValueIsNamedIfItIsNeeded) {
-    Open(
-        ReportText("<ReportParameters><ReportParameter Name=\"Year\"><DataType>Integer</DataType>"
-                   "</ReportParameter></ReportParameters>"));
+    const std::string parameters = ReportText(
+        "<ReportParameters><ReportParameter Name=\"Year\"><DataType>Integer</DataType>"
+        "</ReportParameter></ReportParameters>");
+    Open(parameters);
     EXPECT_EQ(Refusal("=Parameters!Year.Value", Stage::Parameter),
               "Parameter \"Year\" has no value and no default");
     EXPECT_EQ(Of("=2 * 3").value.AsInteger(), 6);
+    EXPECT_EQ(Of("=Len(Globals!ReportName)").value.AsInteger(), 5);
+    Open(parameters);
     m_report->ParameterAt(0).Add(Value::Integer(2025));
     EXPECT_EQ(Of("=Parameters!Year.Value + 1").value.AsInteger(), 2026);
 }
