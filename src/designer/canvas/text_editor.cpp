@@ -3,11 +3,14 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QTextBlock>
 #include <QTextObjectInterface>
+#include <algorithm>
 
 #include "designer/document/placeholder_text.h"
+#include "rdl/api/style_values.h"
 
 namespace designer {
 namespace {
@@ -15,7 +18,8 @@ namespace {
 constexpr int PlaceholderType = QTextFormat::UserObject + 1;
 // Of characters: the expression, and the run of the report that they belong to.
 constexpr int ExpressionProperty = QTextFormat::UserProperty + 1, ParagraphProperty = ExpressionProperty + 1,
-              RunProperty = ExpressionProperty + 2;
+              RunProperty = ExpressionProperty + 2, FontProperty = ExpressionProperty + 3,
+              ColourProperty = ExpressionProperty + 4;
 
 // A placeholder is drawn on a background of its own, in the font of the text around it.
 class PlaceholderPainter : public QObject, public QTextObjectInterface {
@@ -34,7 +38,8 @@ class PlaceholderPainter : public QObject, public QTextObjectInterface {
         painter->save();
         painter->setFont(FontOf(format));
         painter->fillRect(place, colours.color(QPalette::AlternateBase).darker(108));
-        painter->setPen(colours.color(QPalette::Text));
+        painter->setPen(format.hasProperty(QTextFormat::ForegroundBrush) ? format.foreground().color()
+                                                                         : colours.color(QPalette::Text));
         painter->drawText(place.bottomLeft() + QPointF(1, 0), TextOf(format));
         painter->restore();
     }
@@ -63,6 +68,14 @@ QTextCharFormat FormatOf(const RichRun& run) {
     format.setFontUnderline(run.isUnderlined);
     format.setProperty(ParagraphProperty, run.paragraph);
     format.setProperty(RunProperty, run.run);
+    format.setProperty(FontProperty, QString::fromStdString(run.font));
+    format.setProperty(ColourProperty, QString::fromStdString(run.colour));
+    if (!run.font.empty() && !IsExpression(run.font)) {
+        format.setFontFamilies({QString::fromStdString(run.font)});
+    }
+    if (const auto colour = rdl::ColorOf(run.colour); colour && !run.colour.empty()) {
+        format.setForeground(QColor::fromRgba(*colour));
+    }
     return format;
 }
 
@@ -79,20 +92,28 @@ std::string Literal(const std::string& text) {
     return literal + "\"";
 }
 
-RichRun RunAt(const QTextFragment& fragment) {
-    const QTextCharFormat format = fragment.charFormat();
-    const bool isPlaceholder = format.objectType() == PlaceholderType;
+// The run without its text.
+RichRun RunOf(const QTextCharFormat& format) {
     RichRun run;
-    run.text = isPlaceholder ? format.property(ExpressionProperty).toString().toStdString()
-                             : QString(fragment.text())
-                                   .replace(QChar::LineSeparator, '\n')
-                                   .remove(QChar::ObjectReplacementCharacter)
-                                   .toStdString();
     run.paragraph = format.hasProperty(ParagraphProperty) ? format.intProperty(ParagraphProperty) : -1;
     run.run = format.hasProperty(RunProperty) ? format.intProperty(RunProperty) : -1;
     run.isBold = format.fontWeight() > QFont::Normal;
     run.isItalic = format.fontItalic();
     run.isUnderlined = format.fontUnderline();
+    run.font = format.stringProperty(FontProperty).toStdString();
+    run.colour = format.stringProperty(ColourProperty).toStdString();
+    return run;
+}
+
+RichRun RunAt(const QTextFragment& fragment) {
+    const QTextCharFormat format = fragment.charFormat();
+    const bool isPlaceholder = format.objectType() == PlaceholderType;
+    RichRun run = RunOf(format);
+    run.text = isPlaceholder ? format.property(ExpressionProperty).toString().toStdString()
+                             : QString(fragment.text())
+                                   .replace(QChar::LineSeparator, '\n')
+                                   .remove(QChar::ObjectReplacementCharacter)
+                                   .toStdString();
     return run;
 }
 
@@ -143,14 +164,7 @@ RichParagraph TextEditor::ParagraphAt(const QTextBlock& block) const {
         }
     }
     if (paragraph.runs.empty()) {
-        const QTextCharFormat empty = block.charFormat();
-        RichRun run;
-        run.paragraph = empty.hasProperty(ParagraphProperty) ? empty.intProperty(ParagraphProperty) : -1;
-        run.run = empty.hasProperty(RunProperty) ? empty.intProperty(RunProperty) : -1;
-        run.isBold = empty.fontWeight() > QFont::Normal;
-        run.isItalic = empty.fontItalic();
-        run.isUnderlined = empty.fontUnderline();
-        paragraph.runs.push_back(run);
+        paragraph.runs.push_back(RunOf(block.charFormat()));
     }
     return paragraph;
 }
@@ -203,7 +217,7 @@ void TextEditor::BeginLine() {
 // Into an expression that is being typed it is typed, too.
 void TextEditor::InsertExpression(const std::string& expression) {
     QTextCursor cursor = textCursor();
-    if (toPlainText().startsWith('=')) {
+    if (IsExpressionTyped()) {
         cursor.insertText(QString::fromStdString(expression).mid(1));
         return;
     }
@@ -216,6 +230,87 @@ void TextEditor::InsertExpression(const std::string& expression) {
     cursor.setCharFormat(format);
     setTextCursor(cursor);
     setCurrentCharFormat(format);
+}
+
+std::optional<TextPart> TextEditor::MarkedPart() const {
+    const QTextCursor cursor = textCursor();
+    const int begin = cursor.selectionStart(), end = cursor.selectionEnd();
+    if (begin == end || IsExpressionTyped() || (begin == 0 && end == document()->characterCount() - 1)) {
+        return std::nullopt;
+    }
+    const QTextBlock first = document()->findBlock(begin), last = document()->findBlock(end);
+    return TextPart{first.blockNumber(), begin - first.position(), last.blockNumber(), end - last.position()};
+}
+
+void TextEditor::Mark(const TextPart& part) {
+    const QTextBlock first = document()->findBlockByNumber(part.paragraph),
+                     last = document()->findBlockByNumber(part.lastParagraph);
+    if (first.isValid() && last.isValid()) {
+        QTextCursor cursor = textCursor();
+        cursor.setPosition(first.position() + std::min(part.from, first.length() - 1));
+        cursor.setPosition(last.position() + std::min(part.to, last.length() - 1), QTextCursor::KeepAnchor);
+        setTextCursor(cursor);
+    }
+}
+
+// Marks the placeholder after the position; returns false if there is none.
+bool TextEditor::MarkPlaceholder(int position) {
+    QTextCursor cursor(document());
+    if (position < 0 || position + 1 >= document()->characterCount()) {
+        return false;
+    }
+    cursor.setPosition(position);
+    cursor.setPosition(position + 1, QTextCursor::KeepAnchor);
+    if (cursor.charFormat().objectType() != PlaceholderType) {
+        return false;
+    }
+    setTextCursor(cursor);
+    return true;
+}
+
+std::string TextEditor::ExpressionAtCursor() {
+    if (IsExpressionTyped()) {
+        selectAll();
+        return toPlainText().toStdString();
+    }
+    const QTextCursor cursor = textCursor();
+    const int begin = cursor.selectionStart(), end = cursor.selectionEnd();
+    const bool isMarked =
+        end - begin <= 1 && (MarkPlaceholder(begin) || (begin == end && MarkPlaceholder(begin - 1)));
+    return isMarked ? textCursor().charFormat().property(ExpressionProperty).toString().toStdString()
+                    : std::string();
+}
+
+void TextEditor::PutExpression(const std::string& expression) {
+    if (IsExpression(expression) && !IsExpressionTyped()) {
+        InsertExpression(expression);
+        return;
+    }
+    QTextCursor cursor = textCursor();
+    QTextCharFormat format = cursor.charFormat();
+    format.setObjectType(QTextFormat::NoObject);
+    format.clearProperty(ExpressionProperty);
+    cursor.insertText(QString::fromStdString(expression).replace('\n', QChar::LineSeparator), format);
+    setTextCursor(cursor);
+}
+
+void TextEditor::mouseDoubleClickEvent(QMouseEvent* event) {
+    const int position = cursorForPosition(event->pos()).position();
+    for (const int at : {position - 1, position}) {
+        QTextCursor cursor(document());
+        cursor.setPosition(std::max(at, 0));
+        const QRect begin = cursorRect(cursor);
+        cursor.setPosition(std::min(at + 1, document()->characterCount() - 1));
+        const QRect end = cursorRect(cursor);
+        const bool isWithin =
+            begin.left() <= event->pos().x() && event->pos().x() <= end.right() && begin.top() == end.top();
+        if (isWithin && MarkPlaceholder(at)) {
+            event->accept();
+            emit ExpressionOpened();
+            return;
+        }
+    }
+    QTextEdit::mouseDoubleClickEvent(event);
 }
 
 bool TextEditor::canInsertFromMimeData(const QMimeData* source) const {

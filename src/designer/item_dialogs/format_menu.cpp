@@ -31,7 +31,7 @@ std::vector<bool> OuterSides(const Rect& place, const Rect& area) {
 
 FormatMenu::FormatMenu(DesignModel& model, QWidget* parent) : QMenu(tr("F&ormat"), parent), m_model(model) {
     setObjectName("menuFormat");
-    Add(*this, "formatStyle", tr("&Style..."), QKeySequence(Qt::CTRL | Qt::Key_1), Needs::Item,
+    Add(*this, "formatStyle", tr("&Style..."), QKeySequence(Qt::CTRL | Qt::Key_1), Needs::Element,
         [this] { StyleDialog(m_model, Ids(), parentWidget()).exec(); });
     addSeparator();
     AddFontCommands();
@@ -52,6 +52,7 @@ QAction* FormatMenu::Add(QMenu& menu, const char* name, const QString& text, con
     connect(action, &QAction::triggered, this, [this, work] {
         emit Working();
         work();
+        emit Done();
     });
     m_entries.push_back({action, needs});
     return action;
@@ -78,7 +79,7 @@ void FormatMenu::AddFontCommands() {
         Needs::Text, [this] { ChangeFontSize(-1); });
     Add(*this, "formatTextColour", tr("&Text Colour..."), {}, Needs::Text,
         [this] { AskForColour(tr("Text colour of"), "Text colour"); });
-    Add(*this, "formatFill", tr("&Fill Colour..."), {}, Needs::Item,
+    Add(*this, "formatFill", tr("&Fill Colour..."), {}, Needs::Fill,
         [this] { AskForColour(tr("Fill"), "Background colour"); });
 }
 
@@ -198,8 +199,12 @@ bool FormatMenu::Allows(Needs needs, const SelectionValues& values) const {
     const auto table =
         needs == Needs::Group || needs == Needs::Region ? SelectedTable(m_model) : std::nullopt;
     switch (needs) {
-        case Needs::Item:
+        case Needs::Element:
             return !values.Ids().empty();
+        case Needs::Item:
+            return !values.Ids().empty() && m_model.Item(values.Ids().front());
+        case Needs::Fill:
+            return values.Find("Background colour") != nullptr;
         case Needs::Text:
             return values.Find("Font weight") != nullptr;
         case Needs::Group:

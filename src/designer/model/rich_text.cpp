@@ -35,6 +35,8 @@ RichRun ReadRun(const Document& document, ElementId id, int paragraph, int run) 
         const std::string style = "Style/" + std::string(format.element);
         one.*format.isSet = SameAscii(Trim(document.TextAt(id, style).value_or("")), format.word);
     }
+    one.font = TrimmedTextAt(document, id, "Style/FontFamily");
+    one.colour = TrimmedTextAt(document, id, "Style/Color");
     return one;
 }
 

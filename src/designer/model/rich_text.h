@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "designer/document/document.h"
@@ -14,7 +15,13 @@ struct RichRun {
     std::string text = {};         // an expression begins with =
     int paragraph = -1, run = -1;  // the run of the report whose other properties it has; -1: none
     bool isBold = false, isItalic = false, isUnderlined = false;
-    bool operator==(const RichRun&) const = default;
+    // How it looks while it is typed; they are changed as properties of the run.
+    std::string font = {}, colour = {};
+    bool operator==(const RichRun& other) const {
+        return std::tie(text, paragraph, run, isBold, isItalic, isUnderlined) ==
+               std::tie(other.text, other.paragraph, other.run, other.isBold, other.isItalic,
+                        other.isUnderlined);
+    }
 };
 
 struct RichParagraph {

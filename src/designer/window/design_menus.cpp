@@ -61,7 +61,8 @@ void DesignWindow::BuildMenus() {
             [this] { CommandOf(*this, "groupProperties").trigger(); });
     menuBar()->addMenu(m_format);
     m_canvas->addAction(m_format->menuAction());
-    connect(m_format, &FormatMenu::Working, m_canvas, &DesignCanvas::FinishEditing);
+    connect(m_format, &FormatMenu::Working, m_canvas, &DesignCanvas::TakeTextPart);
+    connect(m_format, &FormatMenu::Done, m_canvas, &DesignCanvas::ContinueText);
     BuildArrangeMenu();
     BuildReportMenu();
     BuildViewMenu();
@@ -309,10 +310,9 @@ void DesignWindow::ShowCommands() {
         set(name, designs);
         CommandOf(*this, name).setChecked(PageBandOf(document, kind) != NoElement);
     }
-    const ReportItem* leader = m_model->Item(m_model->Leader());
     set("reportItem", designs && HasDialog(m_model->Leader()));
     set("reportExpression", designs && ExpressionRow());
-    set("editText", designs && leader && leader->kind == "Textbox");
+    set("editText", designs && m_canvas->TextBoxToType() != NoElement);
     for (const char* name : {"alignLeft", "alignCentre", "alignRight", "alignTop", "alignMiddle",
                              "alignBottom", "sameWidth", "sameHeight", "sameSize"}) {
         set(name, designs && selected.size() >= 2);

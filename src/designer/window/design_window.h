@@ -122,6 +122,9 @@ class DesignWindow : public QMainWindow {
     void OrderSelection(bool toFront);
     void AskForPicture(ElementId image);
     void EditExpression();
+    // Asks for an expression in the text of a text box; nothing: the user cancels.
+    std::optional<std::string> AskForValueOf(ElementId box, const std::string& value);
+    std::optional<PropertyRow> ValueRowOf(ElementId box) const;
     // The property whose expression is edited: the current one of the pane, else what a text box shows.
     std::optional<PropertyRow> ExpressionRow() const;
     void TogglePageBand(BandKind kind);
@@ -132,6 +135,8 @@ class DesignWindow : public QMainWindow {
     // Opens the dialog for a part of the report; for a new one without a name.
     void OpenPart(DataPart part, const std::string& name);
     void RemoveDataPart(DataPart part, const std::string& name);
+    // What the dialog for links is of: the item that was selected last, else the selected runs of a text.
+    std::vector<ElementId> LinkedElements() const;
     // arrange_commands.cpp
     void GroupSelection();
     void UngroupSelection();
