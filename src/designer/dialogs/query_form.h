@@ -27,9 +27,11 @@ class QueryForm : public QWidget {
 
     // Shows the tables of a source. The query stays if it is of the same source.
     void SetSource(const SourceKind& kind, const rdl::QueryRequest& request);
-    // Shows a query of a source. If `canRun` is false the source is not read at all.
+    // Shows a query of a source, or that of a shared data set, which is not changed here. If `canRun` is
+    // false the source is not read at all.
     void ShowQuery(const SourceKind& kind, const rdl::QueryRequest& request, const std::string& query,
                    bool canRun);
+    bool IsShared() const { return !m_request.sharedSet.empty(); }  // of the query that is shown
     void SetQuery(const std::string& query);
     // How the query is meant, and the values of its parameters, when it is run.
     void SetRun(rdl::QueryKind kind, const std::vector<rdl::QueryValue>& parameters);

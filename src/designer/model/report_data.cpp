@@ -17,6 +17,8 @@
 namespace designer {
 namespace {
 
+constexpr const char* SharedReference = "SharedDataSet/SharedDataSetReference";
+
 struct PartNames {
     std::string_view collection, element;
     const char* what;
@@ -153,7 +155,8 @@ std::vector<ReportSet> SetsOf(const Document& document) {
                       .source = document.TextAt(id, "Query/DataSourceName").value_or(""),
                       .query = document.TextAt(id, "Query/CommandText").value_or(""),
                       .fields = {},
-                      .isShared = document.Find(id, "SharedDataSet") != NoElement};
+                      .isShared = document.Find(id, "SharedDataSet") != NoElement,
+                      .reference = document.TextAt(id, SharedReference).value_or("")};
         for (const ElementId field : ChildrenNamed(document, id, "Fields", "Field")) {
             set.fields.push_back(FieldOf(document, field));
         }
@@ -237,8 +240,17 @@ void PutSource(Document& document, const std::string& old, const ReportSource& s
 
 void PutSet(Document& document, const std::string& old, const ReportSet& set) {
     const ElementId id = PutPart(document, DataPart::Set, old, set.name);
-    SetIfOther(document, id, "Query/DataSourceName", set.source, old.empty());
-    SetIfOther(document, id, "Query/CommandText", set.query, old.empty());
+    const bool wasShared = document.Find(id, "SharedDataSet") != NoElement;
+    const bool isOther = old.empty() || set.isShared != wasShared;
+    if (set.isShared != wasShared) {
+        RemoveAt(document, id, set.isShared ? "Query" : "SharedDataSet");
+    }
+    if (set.isShared) {
+        SetIfOther(document, id, SharedReference, set.reference, isOther);
+    } else {
+        SetIfOther(document, id, "Query/DataSourceName", set.source, isOther);
+        SetIfOther(document, id, "Query/CommandText", set.query, isOther);
+    }
     PutFields(document, id, set.fields);
 }
 

@@ -30,7 +30,8 @@ struct ReportField {
 struct ReportSet {
     std::string name, source = {}, query = {};
     std::vector<ReportField> fields = {};
-    bool isShared = false;
+    bool isShared = false;       // its query is in another file; `source` and `query` are empty
+    std::string reference = {};  // of that file
     bool operator==(const ReportSet&) const = default;
 };
 
